@@ -1,0 +1,51 @@
+// Hooks: how a lower room asks an upper one without including it.
+//
+// Each pointer is set once, by the room that owns the operation, when rooms are joined at
+// start-up. A null pointer means that the operation does not exist yet; callers use Call.
+#pragma once
+
+namespace morva {
+
+struct Hooks {
+  // documents: copies editorDirty into the active record, relabels its tab button.
+  void (*titleChanged)() = nullptr;
+  // documents
+  void (*openFirstTab)() = nullptr;
+  // simulator
+  void (*rebuildToolpath)() = nullptr;
+  // shell
+  void (*layout)() = nullptr;
+  void (*setMode)(int mode) = nullptr;
+  void (*setSurface)(int surface) = nullptr;
+  void (*makeControls)() = nullptr;
+  // codetools: leaves the compare review where it is showing.
+  void (*leaveCompare)() = nullptr;
+  // codetools: the colouring pass of the deferred text refresh.
+  void (*colourEditor)() = nullptr;
+  // codetools: the command words view, rebuilt from the code editor, and copied back into it.
+  void (*wordsFromEditor)() = nullptr;
+  void (*editorFromWords)() = nullptr;
+  // codetools: completion list refreshed; hidden and reset.
+  void (*refreshCompletion)() = nullptr;
+  void (*hideCompletion)() = nullptr;
+  // codetools: help for the word at the caret.
+  void (*caretHelp)() = nullptr;
+  // cad: floating input windows hidden, pick state cleared.
+  void (*cancelCadInput)() = nullptr;
+  // plate: a named plate with pending changes is stored.
+  void (*storePendingPlate)() = nullptr;
+  // builders: captions of the insert keys, after the link to a block under edit changed.
+  void (*refreshBuilderKeys)() = nullptr;
+  // dnc: a log box of the setup panel that takes DNC events; false when it does not exist.
+  bool (*setupPanelLog)(const char16_t* text) = nullptr;
+};
+
+extern Hooks hooks;
+
+template <typename Result, typename... Wanted, typename... Given>
+inline Result Call(Result (*hook)(Wanted...), Given... given) {
+  if (hook) return hook(given...);
+  return Result();
+}
+
+}  // namespace morva

@@ -1,0 +1,38 @@
+// Every capacity of the program, one line each with what the user sees when it is full.
+//
+// A limit is part of the design and is never raised silently.
+#pragma once
+
+namespace morva {
+
+inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
+inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
+inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block
+inline constexpr int kMaxDrawings = 8;           // drawings of one program; more makes a damaged .cadmv
+inline constexpr int kMaxPlates = 8;             // plates of one program; more makes a damaged .platemv
+inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
+inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
+inline constexpr int kMaxIdList = 128;           // hidden or locked ids of a tab; toggling one more does nothing
+inline constexpr int kMaxReceivedBytes = 2097152;      // "TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was reached. ..."
+inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
+inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
+inline constexpr int kMaxDisabledEntries = 10000;      // more in a file makes a damaged .features
+inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
+
+inline constexpr int kPathUnits = 520;        // with the terminator; cut
+inline constexpr int kTitleUnits = 96;        // cut
+inline constexpr int kFeatureNameUnits = 96;  // cut
+inline constexpr int kStatusUnits = 1024;     // cut
+inline constexpr int kWindowTitleUnits = 700; // cut
+inline constexpr int kCaptionFileUnits = 300; // file name inside the window title; cut
+inline constexpr int kTabLabelUnits = 128;    // cut
+inline constexpr int kFieldUnits = 80;        // a numeric field's text; cut
+inline constexpr int kSavePathUnits = 500;    // a longer path fails the save: "Could not save the file."
+inline constexpr int kCompanionPathUnits = 600; // path with its suffix
+inline constexpr int kMaxComPorts = 64;       // ports above are not found by the scan
+inline constexpr int kPortNameUnits = 32;     // cut
+inline constexpr int kMaxCommandHandlers = 256; // a programming error; a test fills it
+inline constexpr int kLeftPanelLeast = 190;   // the splitter stops
+inline constexpr int kLeftPanelMost = 430;    // the splitter stops
+
+}  // namespace morva

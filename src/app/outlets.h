@@ -1,0 +1,26 @@
+// Outlets: the few places through which every room speaks to the user.
+//
+// There are exactly these; no room writes to their controls in any other way.
+#pragma once
+
+#include <string_view>
+
+namespace morva {
+
+// StatusLine: one sentence, the last event. A text that equals the shown one but for the case
+// of A to Z changes nothing; longer than 1023 units is cut.
+void ShowStatus(std::u16string_view text);
+// OutputLog: the text and CR LF at its end.
+void AppendOutput(std::u16string_view text);
+void ClearOutput();
+// DNC log: the setup panel's log box where that exists, then the OutputLog.
+void LogOutput(std::u16string_view text);
+// FeatureHint: the answer to a feature operation.
+void ShowFeatureHint(std::u16string_view text);
+// Title: window caption and the active tab's button, from activePath and editorDirty.
+void UpdateTitle();
+
+// The part of a path behind the last "/" or "\".
+std::u16string_view BareFileName(std::u16string_view path);
+
+}  // namespace morva

@@ -1,0 +1,55 @@
+// The serial profile, the link's state word and the auto-connect step.
+//
+// "Connected" means that the system opened and configured the port. Only a transfer proves
+// that the control answers.
+#pragma once
+
+#include <cstdint>
+
+#include "app/limits.h"
+#include "platform/serial.h"
+
+namespace morva {
+
+struct SerialProfile {
+  char16_t port[kPortNameUnits] = {};
+  std::int32_t baud = 9600;
+  std::int32_t dataBits = 7;
+  std::int32_t parity = 2;
+  std::int32_t stopBits = 2;
+  std::int32_t flow = 1;
+};
+extern SerialProfile serialProfile;
+
+enum DncState : std::int32_t {
+  kDncOffline = 0,
+  kDncConnected = 1,
+  kDncTransferring = 2,
+  kDncError = 3,
+  kDncConnectionFailed = 4,
+};
+extern std::int32_t dncState;
+
+bool LoadSerialProfile();    // true when a port is named after loading
+void SaveSerialProfile();
+bool ChooseSerialProfile();  // true when a port is settled
+bool AutoConnect();          // true when the port could be opened just now
+void CheckPort();
+void ScanComPorts();
+void SetDncState(std::int32_t state);
+const char16_t* DncStateWord(std::int32_t state);
+std::uint32_t DncStateColour(std::int32_t state);
+// The profile as the platform opens it.
+platform::SerialSettings SettingsOf(const SerialProfile& profile);
+
+// The setup panel, when it exists: its lists answer for the profile. Null until then.
+struct SetupPanel {
+  bool (*exists)() = nullptr;
+  bool (*readLists)(SerialProfile& profile) = nullptr;  // false: no port is selected
+  void (*fillPorts)(const platform::SerialName* names, int count) = nullptr;
+};
+extern SetupPanel setupPanel;
+
+void ResetSerialProfile();
+
+}  // namespace morva

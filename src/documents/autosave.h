@@ -1,0 +1,21 @@
+// Saving a program with its companions, and the autosave after each pause.
+#pragma once
+
+#include <string_view>
+
+namespace morva {
+
+// Tags, then writes ".features", the program, ".cadmv" and ".platemv" in this order, each
+// atomically. False at the first failure; files already written stay.
+bool SaveProgram(std::u16string_view path);
+// Arms the autosave 700 ms from now, where the data directory is ready.
+void ScheduleAutosave();
+// Saves the active program over its own file, or into a home of its own under "Projects".
+void RunAutosave();
+// Arms the deferred text refresh (timer 1).
+void ArmTextRefresh(int milliseconds);
+// Timer 1: tags, feature list, colours.
+void RunTextRefresh();
+void ResetAutosave();
+
+}  // namespace morva

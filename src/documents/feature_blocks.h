@@ -1,0 +1,59 @@
+// Feature blocks: the marker lines in program text and the table derived from them.
+//
+// The text is the truth; the table is rebuilt from it by every operation that needs it and is
+// never edited. A damaged block is ordinary text, never an error. Positions are text indices
+// (a CR LF counts two).
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "documents/feature_settings.h"
+
+namespace morva {
+
+struct FeatureRecord {
+  std::int32_t id = 0;
+  std::int32_t start = 0;  // text index of the block's first character
+  std::int32_t end = 0;    // just past the block
+  char16_t name[kFeatureNameUnits] = {};
+  FeatureSettings settings;  // zero but for kind where the block has no DATA
+  bool needsMarkers = false;
+};
+
+struct FeatureTable {
+  std::int32_t count = 0;
+  std::int32_t nextId = 1;  // the scan's next free id
+  FeatureRecord rows[kMaxFeatures];
+};
+
+// Always describes the text it was last scanned from.
+extern FeatureTable features;
+
+// Fills the table; the first NUL ends the text. A pure function of the text.
+void ScanProgramText(std::u16string_view text);
+// FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.
+std::uint32_t CodeHash(std::u16string_view code);
+// Whether "(MORVA DISABLED " occurs, any case, from `start` to `end`.
+bool HoldsDisabled(std::u16string_view text, std::int32_t start, std::int32_t end);
+// First row with this id, -1 for none; and how many rows have it.
+int FindFeature(std::int32_t id);
+int CountFeatures(std::int32_t id);
+// One more than the largest id in the table, at least 1.
+std::int32_t NextTableId();
+
+// The editor position of a text index: a CR LF before it counts one.
+int MapTextOffset(std::u16string_view text, std::int32_t index);
+
+// Writes markers into the editor for every record that needs them; guarded against itself.
+void AutoTagBlocks();
+// Rebuilds the feature list's rows from the text.
+void RefreshFeatureList();
+
+// The text of a whole settings block: BEGIN, NAME when `name` is not empty, DATA, CODE, the
+// body, CR LF, END. No line end in front or behind.
+std::u16string SettingsBlockText(std::int32_t id, std::u16string_view name,
+                                 const FeatureSettings& settings, std::u16string_view body);
+
+}  // namespace morva

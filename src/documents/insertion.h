@@ -1,0 +1,45 @@
+// Insertion: the one way for a generator to put a block into a program.
+//
+// A caller provides finished code with CR LF line ends and a live model that its room's
+// settings writer can serialise. Markers, ids and hash are written here and nowhere else.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "documents/feature_settings.h"
+
+namespace morva {
+
+// The link to a block under edit; one for the application.
+struct EditLink {
+  std::int32_t kind = 0;  // 0: no link
+  std::int32_t id = 0;
+  std::int32_t tab = -1;
+  std::u16string original;  // the block's text when it was opened for edit
+};
+extern EditLink editLink;
+// Forgets the link and tells the builders.
+void DropEditLink();
+
+// The room that owns a kind writes its live model. False: the model cannot be stored.
+using SettingsWriter = bool (*)(FeatureSettings& record);
+void SetSettingsWriter(int kind, SettingsWriter writer);
+
+// Where a block of kind 4 or 5 goes. `placed` is set when the caret stands where the block
+// must go, so that it is not moved out of a surrounding block.
+enum class Destination { Cancelled, Caret, Placed };
+using DestinationPicker = Destination (*)(int kind);
+void SetDestinationPicker(DestinationPicker picker);  // null: the caret is accepted
+
+// The block with this code at the caret, or in place of the block under edit. False: nothing
+// changed, and the user was told why.
+bool InsertFeatureBlock(int kind, std::u16string_view code);
+// Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
+// line. Undoable; empty text does nothing.
+void InsertTextAtCaret(std::u16string_view text, bool asBlock);
+
+void ResetInsertion();
+
+}  // namespace morva

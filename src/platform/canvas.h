@@ -1,0 +1,64 @@
+// What a view paints with. Each platform defines Canvas; the headless one records the calls.
+//
+// Coordinates are pixels of the view or control being drawn, with fractions where a double is
+// taken. Lines are drawn centred on their coordinates. Nothing here keeps a pen or a brush:
+// colours and widths come with each call.
+#pragma once
+
+#include <string_view>
+
+#include "platform/geometry.h"
+
+namespace platform {
+
+struct Canvas;
+
+struct Pen {
+  Colour colour = 0;
+  int width = 1;        // pixels
+  bool dashed = false;
+  bool smooth = false;  // smoothed edges, for icons and single lines; never for path batches
+};
+
+struct Segment {
+  float x0 = 0;
+  float y0 = 0;
+  float x1 = 0;
+  float y1 = 0;
+};
+
+enum TextAlign : unsigned {
+  kAlignLeft = 0,
+  kAlignCentre = 1,
+  kAlignRight = 2,
+  kAlignTop = 0,
+  kAlignMiddle = 4,
+  kAlignBottom = 8,
+  kTextEllipsis = 16,  // what does not fit ends in an ellipsis
+  kTextWrap = 32,      // breaks at blanks and line ends
+};
+
+Rect CanvasArea(const Canvas& canvas);
+void FillArea(Canvas& canvas, const Rect& area, Colour colour);
+// Vertical gradient from `top` to `bottom`.
+void FillGradient(Canvas& canvas, const Rect& area, Colour top, Colour bottom);
+void FrameArea(Canvas& canvas, const Rect& area, const Pen& pen);  // inside the rectangle
+void PaintLine(Canvas& canvas, PointF from, PointF to, const Pen& pen);
+void PaintPolyline(Canvas& canvas, const PointF* points, int count, const Pen& pen);
+void FillPolygon(Canvas& canvas, const PointF* points, int count, Colour colour);
+// Outline in `pen` around a fill; for smooth icons.
+void PaintPolygon(Canvas& canvas, const PointF* points, int count, Colour fill, const Pen& pen);
+void PaintEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, const Pen& pen);
+void FillEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, Colour colour);
+// Many separate segments in one opaque pen of width 1 or 2, made for whole toolpaths.
+// Segments may lie far outside the canvas.
+void PaintSegments(Canvas& canvas, const Segment* segments, int count, const Pen& pen);
+void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
+               Colour colour, unsigned align);
+int TextWidth(FontRole font, std::u16string_view text);
+int TextHeight(FontRole font);
+// Drawing is kept inside `area` until the matching PopClip; clips nest.
+void PushClip(Canvas& canvas, const Rect& area);
+void PopClip(Canvas& canvas);
+
+}  // namespace platform

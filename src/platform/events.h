@@ -1,0 +1,119 @@
+// What the platform tells the application: one record of function pointers, set once.
+//
+// Every call arrives on the user-interface thread. A null pointer means that nobody listens.
+// Controls, drawn views and windows share one space of numbers, their decimal ids.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/geometry.h"
+
+namespace platform {
+
+struct Canvas;
+
+// Notification codes beside a command's id. A click or a menu item is 0.
+inline constexpr int kNotifyClick = 0;
+inline constexpr int kNotifyListSelect = 1;    // list box: the selection changed by the user
+inline constexpr int kNotifyListDouble = 2;    // list box: double click, or Enter on a row
+inline constexpr int kNotifyComboSelect = 1;   // combo: another row was chosen by the user
+inline constexpr int kNotifyEditChange = 768;  // edit or editor: the text changed
+inline constexpr int kNotifyHScroll = 1537;
+inline constexpr int kNotifyVScroll = 1538;
+
+// Keys as the application names them: letters and digits by their upper-case character,
+// everything else by these values.
+enum Key : int {
+  kKeyNone = 0,
+  kKeyEnter = 0x100,
+  kKeyTab,
+  kKeyEscape,
+  kKeySpace,
+  kKeyUp,
+  kKeyDown,
+  kKeyLeft,
+  kKeyRight,
+  kKeyHome,
+  kKeyEnd,
+  kKeyPageUp,
+  kKeyPageDown,
+  kKeyDelete,
+  kKeyBackspace,
+  kKeyF1 = 0x200,  // F1 to F12 follow each other
+};
+
+struct KeyEvent {
+  int key = kKeyNone;
+  bool ctrl = false;
+  bool shift = false;
+  bool alt = false;
+};
+
+enum class PointerAction { Press, Release, Move, DoubleClick, Wheel, Leave };
+enum class PointerButton { None, Left, Middle, Right };
+
+struct PointerEvent {
+  PointerAction action = PointerAction::Move;
+  PointerButton button = PointerButton::None;  // the button of a press, release or double click
+  bool leftDown = false;                       // buttons held during a move
+  bool middleDown = false;
+  bool rightDown = false;
+  bool ctrl = false;
+  bool shift = false;
+  bool alt = false;
+  int x = 0;  // client pixels of the view
+  int y = 0;
+  int wheel = 0;  // notches, positive forward
+};
+
+// State of a control or of one list row that the application draws itself.
+struct DrawState {
+  Rect area;           // what to cover
+  int row = -1;        // list row, -1 for a button
+  bool selected = false;
+  bool pressed = false;
+  bool focused = false;
+  bool enabled = true;
+  bool checked = false;
+  bool hovered = false;
+};
+
+struct Events {
+  // A control or menu item speaks. `notification` is one of the kNotify codes.
+  void (*command)(int id, int notification) = nullptr;
+  // Caret or selection of an editor moved.
+  void (*selection)(int id) = nullptr;
+  // A key before an editor, edit line or list sees it. True: handled, the control gets nothing.
+  bool (*key)(int id, const KeyEvent& key) = nullptr;
+  // A character typed into an editor, after it was taken; 0 for none (a key that edits).
+  void (*typed)(int id, char16_t character) = nullptr;
+  // A timer of window `window` fired.
+  void (*timer)(int window, int timer) = nullptr;
+  // A message that PostToMain sent.
+  void (*posted)(std::uint32_t message, std::uint64_t first, std::uint64_t second) = nullptr;
+  // Draw the whole client area of a drawn view or of the main window.
+  void (*paint)(int view, Canvas& canvas) = nullptr;
+  // Draw one owner-drawn control or one list row.
+  void (*drawItem)(int id, const DrawState& state, Canvas& canvas) = nullptr;
+  // Pointer on a drawn view or on the bare main window. True: used.
+  bool (*pointer)(int view, const PointerEvent& event) = nullptr;
+  // A control or list row is asked for its context menu, at main-window pixels. `row` is the
+  // row under the pointer or -1. True: handled, no menu of the toolkit's own.
+  bool (*contextMenu)(int id, int row, int x, int y) = nullptr;
+  // A press of the left button in a list, on release, at list pixels.
+  void (*listClick)(int id, int row, int x, int y) = nullptr;
+  // A control got or lost the keyboard.
+  void (*focusChanged)(int id, bool gained) = nullptr;
+  // The main window's client size changed.
+  void (*resized)(int width, int height) = nullptr;
+  // The user closes the main window. False: it stays.
+  bool (*closing)() = nullptr;
+  // The main window is gone; called once, last.
+  void (*destroyed)() = nullptr;
+};
+
+// Keeps `events` for the whole run; the record must outlive it.
+void ListenTo(const Events* events);
+const Events& Listener();
+
+}  // namespace platform

@@ -1,0 +1,56 @@
+// Files and folders, step by step, so that every step's result can be seen.
+//
+// Paths are 16-bit text with the system's separator. Bytes are bytes. Nothing here retries,
+// renames or cleans up on its own.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// "/" or "\".
+char16_t PathSeparator();
+
+enum class ReadAnswer { Read, Failed, TooLarge };
+// Reads the whole file into `bytes`. A file of more than `limit` bytes is TooLarge and is
+// not read. A folder, a device or a pipe fails. On failure `bytes` is empty.
+ReadAnswer ReadBytes(std::u16string_view path, std::size_t limit, std::string& bytes);
+
+// A new file for writing; fails when the name exists. A handle from 0 up, or -1.
+int NewFile(std::u16string_view path);
+// Bytes written, fewer than asked when the system takes fewer; -1 on an error.
+std::int64_t WriteBytes(int handle, const void* bytes, std::size_t count);
+// The size the system reports for the open file, -1 on an error.
+std::int64_t SizeOfFile(int handle);
+// Everything written is on the medium.
+bool FlushFile(int handle);
+bool ShutFile(int handle);
+// `temporary` gets mode and owner of `target` where that exists. False only on a real error
+// of setting the mode; an owner that may not be given is left.
+bool CopyAccess(std::u16string_view temporary, std::u16string_view target);
+// Puts `temporary` in the place of `target` in one step.
+bool RenameOver(std::u16string_view temporary, std::u16string_view target);
+bool EraseFile(std::u16string_view path);
+bool FileExists(std::u16string_view path);
+// The folder that holds `path` is on the medium.
+bool FlushFolderOf(std::u16string_view path);
+// The target of a symbolic link, followed to its end; the path itself when it is none.
+std::u16string LinkTarget(std::u16string_view path);
+
+enum class FolderAnswer { Made, Exists, Failed };
+FolderAnswer MakeFolder(std::u16string_view path);
+
+// Full path of the running executable; empty when the system does not tell.
+std::u16string ExecutablePath();
+// The user's Documents folder. False: none.
+bool DocumentsFolder(std::u16string& path);
+
+// UTF-8, as files and the system's names carry it, and 16-bit text. What is not well formed
+// becomes U+FFFD, one for each maximal ill-formed piece; unpaired surrogates become U+FFFD.
+std::u16string FromUtf8(std::string_view bytes);
+std::string ToUtf8(std::u16string_view text);
+
+}  // namespace platform

@@ -1,0 +1,125 @@
+// The headless platform's other side: what a user, a clock and a cable do, for tests and the
+// job driver. The application never includes this.
+//
+// Controls hold rows and text and send their notifications as the real ones do; a hidden or
+// disabled control takes no click. Time is virtual. Nothing here needs the application.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/canvas.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/events.h"
+#include "platform/listing.h"
+#include "platform/message.h"
+
+namespace headless {
+
+// A machine with nothing on it: no window, no control, time 0, no ports, no queued answers.
+// The executable is HOME/bin/MORVA, Documents is HOME/Documents; both folders are made.
+void Reset(std::u16string_view home);
+void SetExecutableName(std::u16string_view name);  // instead of "MORVA"
+void RemoveDocuments();                            // the system has no Documents folder
+
+// What the user does. False: no such thing, or it is hidden or disabled.
+bool Click(int id);                          // buttons and check boxes
+bool TypeInto(int id, std::u16string_view text);  // replaces an edit's text, with its changes
+bool SelectRows(int id, const std::vector<int>& rows);
+bool DoubleClickRow(int id, int row);
+bool ClickInRow(int id, int row, int x);     // a left click at x pixels of a list row
+bool ContextMenu(int id, int row);           // right click on a control or row
+bool Focus(int id);
+bool PressKey(const platform::KeyEvent& key);  // to whatever has the keyboard
+bool EditorInsert(int id, std::u16string_view text);  // typed at the caret, char by char
+bool EditorSelect(int id, int from, int to);
+bool EditorSetAll(int id, std::u16string_view text);  // select all and type over it
+bool EditorUndo(int id);
+bool Pointer(int view, const platform::PointerEvent& event);
+void MovePointerOver(int id);                // for hover hints; 0: outside the window
+void Resize(int width, int height);          // client size, held to the window's minimum
+bool CloseKey();                             // false: the window stayed
+bool WindowClosed();
+
+// Time and messages: fires due timers in order and lets the worker run up to now + ms.
+void Advance(int milliseconds);
+// Only what is posted already; no time passes.
+void DrainPosts();
+
+// Answers, used in order by the next box, dialog or popup. With none queued a box gets its
+// most cautious answer, a dialog or popup is cancelled.
+void QueueAnswer(platform::BoxAnswer answer);
+void QueueFile(std::u16string_view path);
+void QueueFileCancel();
+void QueuePick(int itemId);  // 0: cancel
+void ClearQueues();
+
+struct BoxRecord {
+  std::u16string title;
+  std::u16string text;
+  platform::BoxButtons buttons = platform::BoxButtons::Ok;
+  platform::BoxIcon icon = platform::BoxIcon::None;
+  platform::BoxAnswer answer = platform::BoxAnswer::Ok;
+};
+struct MenuItemRecord {
+  int id = 0;
+  std::u16string text;
+  bool checked = false;
+  bool enabled = true;
+};
+struct MenuRecord {
+  std::vector<MenuItemRecord> items;
+  int picked = 0;
+};
+struct FilePickRecord {
+  bool save = false;
+  std::u16string title;
+  std::u16string initialName;
+  std::u16string defaultExtension;
+  std::vector<std::pair<std::u16string, std::u16string>> filters;
+  std::u16string picked;  // empty: cancelled
+};
+std::vector<BoxRecord> TakeBoxes();  // since the last take
+std::vector<MenuRecord> TakeMenus();
+std::vector<FilePickRecord> TakeFilePicks();
+
+// The far end of the cable.
+enum class PortState { Absent, Present, Busy };
+void SetPort(std::u16string_view name, PortState state);
+void PeerSend(std::string_view bytes);
+void PeerStall(int milliseconds);  // XOFF for that long from now
+void PeerUnplug();
+std::string TakeSent();            // bytes the application wrote, since the last take
+
+// Looking.
+struct ControlInfo {
+  int id = 0;
+  std::u16string kind;  // "button", "check", "label", "edit", "multiedit", "log", "list",
+                        // "multilist", "combo", "editor", "view"
+  std::u16string text;
+  std::u16string name;
+  bool visible = false;
+  bool enabled = false;
+  bool checked = false;
+  platform::Rect place;  // in main-window pixels
+};
+bool Describe(int id, ControlInfo& info);
+std::vector<int> AllIds();  // in order of creation
+// The drawing calls of one paint of a view, the main window or an owner-drawn control.
+struct DrawCall {
+  std::string name;              // "FillArea", "PaintText", ...
+  std::vector<double> numbers;   // coordinates, then widths, in the order of the arguments
+  std::vector<platform::Colour> colours;
+  std::u16string text;
+};
+std::vector<DrawCall> PaintOf(int id);
+
+// Faults: the n-th call of a kind from now on fails, n from 1; 0 clears. "timer", "worker",
+// "control", "popup", and the file kinds of platform/common/faults.h.
+void FailCall(std::string_view kind, int n);
+
+}  // namespace headless

@@ -1,0 +1,48 @@
+// List boxes and combos: rows of text with a number behind each.
+//
+// Rows count from 0. Selecting from here sends no notification; the user's selecting sends
+// kNotifyListSelect, kNotifyListDouble or kNotifyComboSelect. List rows are drawn by the
+// application through Events::drawItem when `ownerDrawn` is set.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/window.h"
+
+namespace platform {
+
+enum class ListKind { Single, Multi, Combo };
+
+struct ListSpec {
+  int id = 0;
+  ListKind kind = ListKind::Single;
+  const char16_t* accessibleName = u"";
+  FontRole font = FontRole::Body;
+  int rowHeight = 24;
+  bool ownerDrawn = true;
+  int parent = kMainWindow;
+  bool hidden = false;
+};
+
+bool MakeList(const ListSpec& spec);
+
+int AddRow(int id, std::u16string_view text, std::int64_t data = 0);  // its index
+void ClearRows(int id);
+int RowCount(int id);
+void SetRowText(int id, int row, std::u16string_view text);
+std::u16string RowText(int id, int row);
+std::int64_t RowData(int id, int row);
+void SetRowData(int id, int row, std::int64_t data);
+int SelectedRow(int id);  // the current row, -1 for none
+void SelectRow(int id, int row);
+bool IsRowSelected(int id, int row);
+void SetRowSelected(int id, int row, bool selected);  // several rows: ListKind::Multi only
+int TopRow(int id);
+void SetTopRow(int id, int row);
+// The rectangle of a row in list pixels, empty when it is not in view.
+Rect RowPlace(int id, int row);
+void HoldListRedraw(int id, bool hold);
+
+}  // namespace platform

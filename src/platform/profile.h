@@ -1,0 +1,32 @@
+// Sections and keys of the settings file beside the executable.
+//
+// UTF-8 without a mark, CR LF, "[Section]" and "Key=Value". Reading ignores the case of A to
+// Z in section and key, trims the outer blanks of a value and one pair of double quotes, and
+// takes LF for a line end. Unknown sections, keys and other lines stay as they are.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// Where the settings file is: MORVA.ini in the folder of the executable.
+std::u16string ProfilePath();
+// The value, or `fallback` when file, section or key is missing.
+std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
+                           std::u16string_view fallback);
+// Collects changes until the matching EndProfileChange, which rewrites the file once and
+// atomically. False: nothing was written, the file is whole as it was. Nests.
+void BeginProfileChange();
+void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+// Takes a whole section out.
+void EraseProfileSection(std::u16string_view section);
+bool EndProfileChange();
+
+// The pure halves, for tests and fuzzing.
+bool FindInProfile(std::u16string_view file, std::u16string_view section, std::u16string_view key,
+                   std::u16string& value);
+std::u16string ChangeInProfile(std::u16string_view file, std::u16string_view section,
+                               std::u16string_view key, std::u16string_view value);
+
+}  // namespace platform

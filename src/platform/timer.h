@@ -1,0 +1,12 @@
+// Repeating timers, keyed by window and number, on the user-interface thread.
+#pragma once
+
+namespace platform {
+
+// Starts or restarts: the first tick comes `milliseconds` from now. A one-shot timer is one
+// that its handler stops on entry.
+void StartTimer(int window, int timer, int milliseconds);
+void StopTimer(int window, int timer);
+bool TimerRuns(int window, int timer);
+
+}  // namespace platform

@@ -1,0 +1,33 @@
+// The main window's controls and their places: one routine for every state.
+#pragma once
+
+#include "platform/geometry.h"
+
+namespace morva {
+
+// Makes every control of the main window once.
+void MakeMainControls();
+// Places and shows everything for surface, mode and window size.
+void Layout();
+// The surfaces and modes.
+void SetMode(int mode);
+void SetSurface(int surface);
+void GoBack();
+// Whether a mode's panel exists already; a row for a mode still to come is drawn dim.
+bool ModeExists(int mode);
+// The splitter: drags are clamped to 190 to 430.
+void DragSplitter(int x);
+// Areas that the main window paints itself, for the last layout.
+struct LayoutAreas {
+  platform::Rect topBand;
+  platform::Rect leftPanel;
+  platform::Rect workArea;
+  platform::Rect rightPanel;
+  platform::Rect output;
+  platform::Rect separator;  // the line between mode list and features
+};
+const LayoutAreas& Areas();
+void RegisterShellCommands();
+void ResetShell();
+
+}  // namespace morva

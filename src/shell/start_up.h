@@ -1,0 +1,12 @@
+// Start-up, the event record and shutdown: where the rooms are joined.
+#pragma once
+
+namespace morva {
+
+// Joins the rooms, makes the window and everything in it, finds the data directory and shows
+// the window. 0, or the exit code after a message box: 2 when the window could not be made.
+int StartApplication();
+// Everything as before start-up, for tests: controls, tabs, tables, timers.
+void ResetApplication();
+
+}  // namespace morva

@@ -1,0 +1,67 @@
+// Playback, stepping, measure: the tool's head on the motion path.
+//
+// Commands change the records here; the view draws them. The path is never changed.
+#pragma once
+
+#include <cstdint>
+
+namespace morva {
+
+struct Playback {
+  bool playing = false;
+  bool headInUse = false;      // draw only up to playHead
+  std::int32_t playHead = 0;   // points drawn: 0 to playHead - 1
+  double segmentFraction = 0;  // 0 to 1 along the next segment
+  std::int32_t speedIndex = 3; // 0 to 9
+};
+extern Playback playback;
+
+struct ViewSwitches {
+  bool showRapids = false;
+  bool showOverlap = false;
+  bool showDrawingPaths = true;
+  bool showCutSurface = true;
+  bool skimCurrentDepthOnly = true;
+  bool showExtents = false;
+  bool measureMode = false;
+  bool panMode = false;
+};
+extern ViewSwitches switches;
+
+struct MeasurePicks {
+  std::int32_t a = -1;
+  std::int32_t b = -1;
+};
+extern MeasurePicks measure;
+
+inline constexpr int kSpeedCount = 10;
+double SpeedFactor(int index);            // index clamped to 0 to 9
+const char16_t* SpeedWord(int index);
+
+void PlayPause();
+void Rewind();
+void FastForward();
+void StopPlayback();
+void GoToStart();
+void GoToEnd();
+void PreviousOperation();
+void NextOperation();
+void SetPlaySpeed(int index);
+void PlayTick();  // timer 3
+// After an extraction: head at the end, nothing playing, picks cleared.
+void ResetPlayback();
+void ToggleMeasure();
+void ToggleExtents();
+void TogglePan();
+// A pick at a path point, by its index.
+void TakeMeasurePick(std::int32_t point);
+
+// Makes a program line current in the feature list, the editor and the words view; negative
+// lines are ignored.
+void HighlightSourceLine(std::int32_t line);
+// The feature that the playing path is in, 0 for none.
+std::int32_t HighlightedFeature();
+
+void RegisterSimulatorCommands();
+
+}  // namespace morva

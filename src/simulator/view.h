@@ -1,0 +1,61 @@
+// The toolpath view: projection, mouse, grid and drawing.
+//
+// A parallel projection fitted to the path's bounds. Nothing here changes the program.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/canvas.h"
+#include "platform/events.h"
+#include "simulator/motion_path.h"
+
+namespace morva {
+
+struct ViewState {
+  double zoom = 1;               // 0.05 to 50
+  double yawDegrees = -45;
+  double elevationDegrees = 28;  // orbit holds it to -89 to 89
+  double rollDegrees = 0;
+  double panX = 0;  // pixels
+  double panY = 0;
+  bool topView = false;
+  bool gridOn = true;
+  std::int32_t gridColour = 0;  // 0 to 5
+  std::int32_t gridScale = 0;   // -6 to 6, power of 2 on the automatic spacing
+};
+extern ViewState view;
+
+// The projection for a client area, derived from view and bounds; cached.
+struct Projection {
+  double centreX = 0, centreY = 0, centreZ = 0;
+  double ux = 0, uy = 0, uz = 0;  // screen x of a unit along each axis, times the scale
+  double vx = 0, vy = 0, vz = 0;  // screen y
+  double scale = 1;
+  double originX = 0, originY = 0;
+};
+const Projection& ProjectionFor(const platform::Rect& client);
+platform::PointF Project(const Projection& p, double x, double y, double z);
+
+void ViewFit();
+void ZoomBy(double factor);
+void SetViewTop();
+void SetViewFront();
+void SetViewRight();
+void SetViewIsometric();
+double GridSpacing();  // display units
+void LoadGridSettings();   // once, at the first draw
+void SaveGridSettings();
+platform::Colour GridColour(bool toned);
+
+// Nearest path point within 15 pixels of a client point, -1 for none; first wins on a tie.
+std::int32_t PickPathPoint(const platform::Rect& client, int x, int y);
+
+void PaintToolpathView(platform::Canvas& canvas);
+bool ToolpathPointer(const platform::PointerEvent& event);
+bool ToolpathKey(const platform::KeyEvent& key);
+void ShowViewMenu();
+void ShowGridMenu();
+void ShowLayersMenu();
+void ResetView();
+
+}  // namespace morva
