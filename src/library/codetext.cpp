@@ -3,8 +3,6 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/profile.h"
-
 namespace morva {
 
 namespace {
@@ -159,7 +157,8 @@ void AppendLabelInteger(char16_t* dest, int capacity, const char16_t* label, std
 void CopyBounded(char16_t* dest, int capacity, std::u16string_view text) {
   if (!dest || capacity <= 0) return;
   std::size_t count = text.size();
-  if (count > static_cast<std::size_t>(capacity - 1)) count = static_cast<std::size_t>(capacity - 1);
+  if (count > static_cast<std::size_t>(capacity - 1))
+    count = static_cast<std::size_t>(capacity - 1);
   for (std::size_t i = 0; i < count; ++i) dest[i] = text[i];
   dest[count] = 0;
 }
@@ -222,24 +221,6 @@ double AngleDegrees(double y, double x) {
   if (x < 0.0) angle = kPi - angle;
   if (y < 0.0) angle = -angle;
   return angle * 180.0 / kPi;
-}
-
-std::int32_t ProfileReadInteger(const char16_t* section, const char16_t* key,
-                                std::int32_t fallback) {
-  const std::u16string value = platform::ReadProfile(section, key, IntegerText(fallback));
-  return ParseInteger(std::u16string_view(value).substr(0, 63), fallback);
-}
-
-double ProfileReadDecimal(const char16_t* section, const char16_t* key, double fallback) {
-  const std::u16string usual = FixedText(fallback, 4);
-  const std::u16string value = platform::ReadProfile(section, key, usual);
-  return ParseDecimal(std::u16string_view(value).substr(0, 63), ParseDecimal(usual, fallback));
-}
-
-void ProfileWriteDecimal(const char16_t* section, const char16_t* key, double value) {
-  platform::BeginProfileChange();
-  platform::WriteProfile(section, key, FixedText(value, 4));
-  platform::EndProfileChange();
 }
 
 }  // namespace morva

@@ -55,7 +55,7 @@ TEST(ParseInteger, TakesMinusOnlyAndStopsAtTheFirstOtherCharacter) {
 }
 
 TEST(ParseInteger, WrapsAt32Bits) {
-  EXPECT_EQ(ParseInteger(u"4294967297", 5), 1);       // 2^32 + 1
+  EXPECT_EQ(ParseInteger(u"4294967297", 5), 1);  // 2^32 + 1
   EXPECT_EQ(ParseInteger(u"2147483648", 5), std::numeric_limits<std::int32_t>::min());
 }
 

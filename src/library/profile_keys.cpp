@@ -1,0 +1,24 @@
+#include "library/codetext.h"
+#include "platform/profile.h"
+
+namespace morva {
+
+std::int32_t ProfileReadInteger(const char16_t* section, const char16_t* key,
+                                std::int32_t fallback) {
+  const std::u16string value = platform::ReadProfile(section, key, IntegerText(fallback));
+  return ParseInteger(std::u16string_view(value).substr(0, 63), fallback);
+}
+
+double ProfileReadDecimal(const char16_t* section, const char16_t* key, double fallback) {
+  const std::u16string usual = FixedText(fallback, 4);
+  const std::u16string value = platform::ReadProfile(section, key, usual);
+  return ParseDecimal(std::u16string_view(value).substr(0, 63), ParseDecimal(usual, fallback));
+}
+
+void ProfileWriteDecimal(const char16_t* section, const char16_t* key, double value) {
+  platform::BeginProfileChange();
+  platform::WriteProfile(section, key, FixedText(value, 4));
+  platform::EndProfileChange();
+}
+
+}  // namespace morva
