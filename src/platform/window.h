@@ -75,6 +75,8 @@ int IdUnderPointer();
 // All moves go to this view until ReleasePointer or the button is up.
 void CapturePointer(int view);
 void ReleasePointer();
+// Whether Ctrl is down now, for clicks that mean something else with it.
+bool CtrlHeld();
 enum class PointerShape { Arrow, SizeAcross, Cross, Hand };
 void SetPointerShape(int id, PointerShape shape);
 // The place of `id` in main-window pixels.
