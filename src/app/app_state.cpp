@@ -1,0 +1,12 @@
+#include "app/app_state.h"
+
+#include "app/hooks.h"
+
+namespace morva {
+
+AppState app;
+Hooks hooks;
+
+void ResetAppState() { app = AppState(); }
+
+}  // namespace morva

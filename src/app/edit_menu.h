@@ -1,0 +1,13 @@
+// Alt+C, Alt+V, Alt+Z and the context menu of every text control.
+#pragma once
+
+#include "platform/events.h"
+
+namespace morva {
+
+// True: the key was one of the three on a text control.
+bool EditKey(int id, const platform::KeyEvent& key);
+// The popup at main-window pixels; true for a text control.
+bool EditContextMenu(int id, int x, int y);
+
+}  // namespace morva

@@ -1,0 +1,61 @@
+#include "app/hover.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr std::size_t kHoverTextMost = 279;
+
+struct Hint {
+  int id;
+  const char16_t* text;
+};
+
+const Hint kHints[] = {
+    {kIdRewind, u"Rewind ten toolpath points; playback pauses."},
+    {kIdFastForward, u"Fast forward through the visible toolpath."},
+    {kIdDimensions, u"Dimensions: display X/Y/Z extents of the visible toolpath."},
+    {kIdMeasure, u"Measure: choose two displayed endpoints for distance and X/Y/Z differences."},
+    {kIdPan, u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans."},
+    {kIdFit, u"Fit the visible toolpath and reset pan/zoom."},
+    {kIdInch, u"Working units: converts builder inputs; existing G-code is not rewritten."},
+    {kIdMm, u"Working units: converts builder inputs; existing G-code is not rewritten."},
+    {kIdFeatureList,
+     u"Program features: right-click to isolate simulation, hide/show, or lock settings."},
+};
+
+int lastId = 0;
+
+std::u16string HintFor(int id) {
+  for (const Hint& hint : kHints) {
+    if (hint.id == id) return hint.text;
+  }
+  return platform::TextOf(id).substr(0, kHoverTextMost);
+}
+
+}  // namespace
+
+void HoverTick() {
+  const int id = platform::IdUnderPointer();
+  if (id == lastId) return;
+  lastId = id;
+  if (id == 0 || id == platform::kMainWindow) return;
+  if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
+  const std::u16string text = HintFor(id);
+  if (text.empty()) return;
+  ShowStatus(text);
+  if (app.surface == kSurfaceCad) return;
+  platform::SetText(kIdOutputLog, text + u"\r\n");
+}
+
+void ResetHover() { lastId = 0; }
+
+}  // namespace morva

@@ -1,0 +1,56 @@
+#include "app/outlets.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace morva {
+
+void ShowStatus(std::u16string_view text) {
+  // A repeated event must not flicker.
+  if (SameFolded(text, app.statusText)) return;
+  CopyBounded(app.statusText, kStatusUnits, text);
+  platform::SetText(kIdStatusLine, app.statusText);
+}
+
+void AppendOutput(std::u16string_view text) {
+  std::u16string line(text);
+  line += u"\r\n";
+  platform::AppendText(kIdOutputLog, line);
+}
+
+void ClearOutput() { platform::SetText(kIdOutputLog, u""); }
+
+void LogOutput(std::u16string_view text) {
+  std::u16string line(text);
+  Call(hooks.setupPanelLog, (line + u"\r\n").c_str());
+  AppendOutput(line);
+}
+
+void ShowFeatureHint(std::u16string_view text) { platform::SetText(kIdFeatureHint, text); }
+
+std::u16string_view BareFileName(std::u16string_view path) {
+  const std::size_t at = path.find_last_of(u"/\\");
+  return at == std::u16string_view::npos ? path : path.substr(at + 1);
+}
+
+void UpdateTitle() {
+  char16_t caption[kWindowTitleUnits] = {};
+  AppendBounded(caption, kWindowTitleUnits, u"MORVA v4.20.0");
+  if (app.activePath[0]) {
+    char16_t file[kCaptionFileUnits] = {};
+    CopyBounded(file, kCaptionFileUnits, BareFileName(app.activePath));
+    AppendBounded(caption, kWindowTitleUnits, u"  \u2014  ");
+    AppendBounded(caption, kWindowTitleUnits, file);
+  }
+  if (app.editorDirty) AppendBounded(caption, kWindowTitleUnits, u"  \u2022");
+  platform::SetWindowTitle(caption);
+  Call(hooks.titleChanged);
+}
+
+}  // namespace morva

@@ -1,0 +1,169 @@
+#include "app/router.h"
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "platform/events.h"
+
+namespace morva {
+
+namespace {
+
+struct Row {
+  RouterStage stage;
+  int firstId;
+  int lastId;
+  int notification;
+  CommandHandler handler;
+};
+
+constexpr int kMaxTimers = 16;
+constexpr int kMaxMessages = 16;
+
+Row rows[kMaxCommandHandlers];
+int rowCount = 0;
+
+struct TimerRow {
+  int timer;
+  void (*handler)();
+};
+TimerRow timerRows[kMaxTimers];
+int timerCount = 0;
+
+struct MessageRow {
+  unsigned message;
+  void (*handler)(unsigned long long, unsigned long long);
+};
+MessageRow messageRows[kMaxMessages];
+int messageCount = 0;
+
+bool Fits(const Row& row, int id, int notification) {
+  if (id < row.firstId || id > row.lastId) return false;
+  if (row.notification == kNotifyBelowThree) return notification > 0 && notification < 3;
+  return row.notification == notification;
+}
+
+const Row* FindRow(int id, int notification) {
+  for (int stage = 0; stage < kRouterStages; ++stage) {
+    for (int i = 0; i < rowCount; ++i) {
+      if (static_cast<int>(rows[i].stage) == stage && Fits(rows[i], id, notification)) {
+        return &rows[i];
+      }
+    }
+  }
+  return nullptr;
+}
+
+// What is still to come, by id. A row leaves this table when its operation exists.
+const PendingCommand kPending[] = {
+    {kIdSetup, kIdSetup, u"DNC setup panel"},
+    {kIdFind, kIdFind, u"Find and replace"},
+    {kIdCompare, kIdFindSecond, u"Compare review, Find and replace"},
+    {kIdSetupSecond, kIdSetupSecond, u"DNC setup panel"},
+    {kIdCompletion, kIdCompletion, u"Completion list"},
+    {kIdWizardCombo, kIdWizardCombo, u"Machining wizard"},
+    {kIdWizardInsert, kIdWizardInsert, u"Machining wizard"},
+    {kIdToolList, kIdToolInsert, u"Tool library"},
+    {kIdIndexSearch, kIdIndexMacro, u"Code index"},
+    {kIdMacroCombo, kIdMacroCombo, u"Macro library"},
+    {kIdMacroInsert, kIdMacroInsert, u"Macro library"},
+    {kIdShapeCombo, kIdShapeCombo, u"Shape builder"},
+    {kIdShapeInsert, kIdShapeInsert, u"Shape builder"},
+    {kIdBuilderInch, kIdBuilderMm, u"Units of the builders"},
+    {kIdOpenDncSetup, kIdOpenDncSetup, u"DNC setup panel"},
+    {kIdPromptEach, kIdDoAll, u"Find and replace"},
+    {kIdMacroList, kIdMacroList, u"Macro library"},
+    {kIdMacroFirst, kIdMacroLast, u"Macro library"},
+    {kIdCircularItem, kIdCircularItem, u"Circular pattern"},
+    {kIdCircularInsert, kIdCircularOrientation, u"Circular pattern"},
+    {kIdRectItem, kIdRectItem, u"Rectangular pattern"},
+    {kIdRectInsert, kIdRectInsert, u"Rectangular pattern"},
+    {kIdCompareSecond, kIdCompareSecond, u"Compare review"},
+    {kIdOldFirst + 1, kIdOldFirst + 7, u"Panels still to come"},
+    {kIdOldFirst + 10, kIdOldFirst + 13, u"Panels and surfaces still to come"},
+    {kIdIndexText, kIdIndexText, u"Code index"},
+    {kIdCommandWords, kIdWordsEditor, u"Command words"},
+    {kIdSurfaceCad, kIdSurfacePlate, u"CAD and plate workspaces"},
+    {kIdShowIndex, kIdShowIndex, u"Code index"},
+    {kIdFeatureEdit, kIdFeatureNew, u"Feature operations"},
+    {kIdFeatureRename, kIdFeatureRename, u"Feature operations"},
+    {kIdFeatureIsolate, kIdFeatureDelete, u"Feature operations"},
+    {kIdQuickShapeFirst, kIdCustomShapes, u"Shape builder"},
+    {kIdQuickInsertFirst, kIdQuickInsertLast, u"Quick insert"},
+    {kIdRuleFirst, kIdRuleLast, u"Replacement rules"},
+    {kIdNextMatch, kIdNextMatch, u"Find and replace"},
+    {kIdWizardKindFirst, kIdWizardKindLast, u"Machining wizard"},
+    {kIdImport, kIdHomeTool, u"Import of operations, tool library"},
+    {kIdMachine, kIdFeatureHide, u"DNC setup panel, feature operations"},
+};
+
+}  // namespace
+
+bool RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
+                     CommandHandler handler) {
+  if (rowCount >= kMaxCommandHandlers || !handler) return false;
+  rows[rowCount++] = Row{stage, firstId, lastId, notification, handler};
+  return true;
+}
+
+void ClearCommands() {
+  rowCount = 0;
+  timerCount = 0;
+  messageCount = 0;
+}
+
+bool RouteCommand(int id, int notification) {
+  const Row* row = FindRow(id, notification);
+  if (!row) return false;
+  row->handler(id, notification);
+  return true;
+}
+
+int StageOf(int id, int notification) {
+  const Row* row = FindRow(id, notification);
+  return row ? static_cast<int>(row->stage) : -1;
+}
+
+const PendingCommand* PendingCommands(int& count) {
+  count = static_cast<int>(sizeof(kPending) / sizeof(kPending[0]));
+  return kPending;
+}
+
+bool IsPending(int id) {
+  for (const PendingCommand& pending : kPending) {
+    if (id >= pending.firstId && id <= pending.lastId) return true;
+  }
+  return false;
+}
+
+bool RegisterTimer(int timer, void (*handler)()) {
+  if (timerCount >= kMaxTimers || !handler) return false;
+  timerRows[timerCount++] = TimerRow{timer, handler};
+  return true;
+}
+
+bool RegisterMessage(unsigned message,
+                     void (*handler)(unsigned long long first, unsigned long long second)) {
+  if (messageCount >= kMaxMessages || !handler) return false;
+  messageRows[messageCount++] = MessageRow{message, handler};
+  return true;
+}
+
+void RouteTimer(int timer) {
+  for (int i = 0; i < timerCount; ++i) {
+    if (timerRows[i].timer == timer) {
+      timerRows[i].handler();
+      return;
+    }
+  }
+}
+
+void RouteMessage(unsigned message, unsigned long long first, unsigned long long second) {
+  for (int i = 0; i < messageCount; ++i) {
+    if (messageRows[i].message == message) {
+      messageRows[i].handler(first, second);
+      return;
+    }
+  }
+}
+
+}  // namespace morva

@@ -1,0 +1,87 @@
+#include "codetools/editor_keys.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "codetools/renumber.h"
+#include "codetools/validator.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/editor.h"
+
+namespace morva {
+
+namespace {
+
+constexpr platform::Colour kGutterBackground = 0x021726;
+constexpr platform::Colour kGutterText = 0x91AAC4;
+constexpr int kFirstRowTop = 4;
+constexpr int kRowPitch = 20;  // matches the editor's line height
+constexpr int kRightMargin = 8;
+
+int ShownEditor() { return app.commandWordsActive ? kIdWordsEditor : kIdEditor; }
+
+void Validate(int, int) { ValidateProgram(); }
+void Renumber(int, int) { RenumberProgram(); }
+void EditorScrolled(int, int) { platform::Repaint(kViewGutter); }
+
+}  // namespace
+
+bool EditorKey(int id, const platform::KeyEvent& key) {
+  if (id != kIdEditor && id != kIdWordsEditor) return false;
+  if (key.alt || key.shift) return false;
+  if (!key.ctrl) {
+    if (key.key != platform::kKeyF1 + 4) return false;
+    ValidateProgram();
+    return true;
+  }
+  switch (key.key) {
+    case 'N':
+      NewProgram();
+      return true;
+    case 'O':
+      OpenProgram();
+      return true;
+    case 'S':
+      SaveProgramCommand();
+      return true;
+    case 'F':
+      RouteCommand(kIdFind, platform::kNotifyClick);
+      return true;
+    case 'W':
+      CloseProgram();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void PaintGutter(platform::Canvas& canvas) {
+  const platform::Rect area = platform::CanvasArea(canvas);
+  platform::FillArea(canvas, area, kGutterBackground);
+  const int editor = ShownEditor();
+  const int lines = platform::EditorLineCount(editor);
+  int line = platform::FirstVisibleLine(editor);
+  for (int top = area.top + kFirstRowTop; top + kRowPitch <= area.bottom && line < lines;
+       top += kRowPitch, ++line) {
+    const platform::Rect row{area.left, top, area.right - kRightMargin, top + kRowPitch};
+    platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small, kGutterText,
+                        platform::kAlignRight | platform::kAlignMiddle);
+  }
+}
+
+void RegisterCodeToolCommands() {
+  using platform::kNotifyClick;
+  RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
+  RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);
+  RegisterCommand(RouterStage::Click, kIdPreflight, kNotifyClick, Validate);
+  RegisterCommand(RouterStage::Click, kIdValidateSecond, kNotifyClick, Validate);
+  for (const int id : {kIdEditor, kIdWordsEditor}) {
+    RegisterCommand(RouterStage::Notified, id, platform::kNotifyHScroll, EditorScrolled);
+    RegisterCommand(RouterStage::Notified, id, platform::kNotifyVScroll, EditorScrolled);
+  }
+}
+
+}  // namespace morva

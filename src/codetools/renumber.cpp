@@ -1,0 +1,89 @@
+#include "codetools/renumber.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/autosave.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/editor.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kRefreshMs = 50;
+
+bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+void AddDecimal(std::u16string& out, std::int64_t value) {
+  char16_t reversed[24];
+  int count = 0;
+  do {
+    reversed[count++] = static_cast<char16_t>(u'0' + value % 10);
+    value /= 10;
+  } while (value != 0);
+  while (count > 0) out += reversed[--count];
+}
+
+// The line as it goes out, without its line end; raises the counter where a number is used.
+void AddLine(std::u16string& out, std::u16string_view line, std::int64_t& counter) {
+  std::size_t first = 0;
+  while (first < line.size() && IsBlank(line[first])) ++first;
+  const char16_t c = first < line.size() ? FoldUpper(line[first]) : u'\0';
+  if (first == line.size() || c == u'%' || c == u'(' || c == u'O') {
+    out += line;
+    return;
+  }
+  if (c == u'N') {
+    ++first;
+    while (first < line.size() && IsDigit(line[first])) ++first;
+    while (first < line.size() && IsBlank(line[first])) ++first;
+  }
+  out += u'N';
+  AddDecimal(out, counter);
+  out += u' ';
+  out += line.substr(first);
+  counter += 10;
+}
+
+}  // namespace
+
+std::u16string RenumberedText(std::u16string_view text) {
+  const std::size_t bound = text.size() * 8 + 4096;
+  std::u16string out;
+  out.reserve(text.size() + text.size() / 2 + 64);
+  std::int64_t counter = 10;
+  std::size_t start = 0;
+  while (start < text.size() && out.size() < bound) {
+    std::size_t end = text.find_first_of(u"\r\n", start);
+    if (end == std::u16string_view::npos) end = text.size();
+    AddLine(out, text.substr(start, end - start), counter);
+    out += u"\r\n";
+    start = end;
+    if (start < text.size()) {
+      const bool pair = text[start] == u'\r' && start + 1 < text.size() && text[start + 1] == u'\n';
+      start += pair ? 2 : 1;
+    }
+  }
+  if (out.size() > bound) out.resize(bound);
+  return out;
+}
+
+void RenumberProgram() {
+  if (!platform::Exists(kIdEditor)) return;
+  const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
+  platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
+  platform::ReplaceSelection(kIdEditor, renumbered, true);
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  Call(hooks.rebuildToolpath);
+  MarkModified();
+  UpdateTitle();
+  ArmTextRefresh(kRefreshMs);
+  AppendOutput(u"Program renumbered N10, N20, N30...");
+}
+
+}  // namespace morva
