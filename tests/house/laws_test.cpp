@@ -1,0 +1,165 @@
+// The laws of the house, tested on the sources and on the built archives.
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kSource = MORVA_SOURCE_DIR;
+const fs::path kBinary = MORVA_BINARY_DIR;
+
+std::string ReadText(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+std::vector<fs::path> SourcesBelow(const fs::path& folder) {
+  std::vector<fs::path> found;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const std::string extension = entry.path().extension().string();
+    if (extension == ".h" || extension == ".cpp") found.push_back(entry.path());
+  }
+  return found;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::stringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+bool Below(const fs::path& path, const char* folder) {
+  const std::string relative = fs::relative(path, kSource).generic_string();
+  return relative.rfind(std::string(folder) + "/", 0) == 0;
+}
+
+// The text between quotes or angle brackets of an include line, empty for other lines.
+std::string Included(const std::string& line) {
+  if (line.rfind("#include", 0) != 0) return "";
+  const std::size_t from = line.find_first_of("<\"");
+  const std::size_t to = line.find_last_of(">\"");
+  if (from == std::string::npos || to <= from) return "";
+  return line.substr(from + 1, to - from - 1);
+}
+
+bool IsToolkitHeader(const std::string& name) {
+  const std::size_t slash = name.find_last_of('/');
+  const std::string bare = slash == std::string::npos ? name : name.substr(slash + 1);
+  if (name.rfind("Qt", 0) == 0) return true;
+  return bare.size() > 1 && bare[0] == 'Q' && bare[1] >= 'A' && bare[1] <= 'Z';
+}
+
+TEST(House, KnowsItsOwnSources) { EXPECT_GT(SourcesBelow(kSource / "src").size(), 40u); }
+
+TEST(House, IncludesTheToolkitNowhereButInItsRoom) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform/qt")) continue;
+    for (const std::string& line : Lines(ReadText(path))) {
+      EXPECT_FALSE(IsToolkitHeader(Included(line))) << path << ": " << line;
+    }
+  }
+}
+
+TEST(House, TellsAToolkitHeaderFromOthers) {
+  EXPECT_TRUE(IsToolkitHeader("QWidget"));
+  EXPECT_TRUE(IsToolkitHeader("QtWidgets/QWidget"));
+  EXPECT_TRUE(IsToolkitHeader("QtGlobal"));
+  EXPECT_FALSE(IsToolkitHeader("platform/window.h"));
+  EXPECT_FALSE(IsToolkitHeader("string"));
+  EXPECT_FALSE(IsToolkitHeader("Queue.h"));
+}
+
+TEST(House, RefersToNoToolkitSymbolInTheCore) {
+  const fs::path archive = kBinary / "libmorva_core.a";
+  ASSERT_TRUE(fs::exists(archive)) << archive;
+  const std::string command = "nm -u " + archive.string() + " 2>&1";
+  FILE* pipe = popen(command.c_str(), "r");
+  ASSERT_NE(pipe, nullptr);
+  std::size_t symbols = 0;
+  char line[4096];
+  while (std::fgets(line, sizeof line, pipe)) {
+    const std::string text = line;
+    ++symbols;
+    // Mangled names of the toolkit's classes: a length, then Q and a capital.
+    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+      const bool afterLength = text[i - 1] >= '0' && text[i - 1] <= '9';
+      const bool capital = text[i + 1] >= 'A' && text[i + 1] <= 'Z';
+      EXPECT_FALSE(afterLength && text[i] == 'Q' && capital) << text;
+    }
+    EXPECT_EQ(text.find("qt_"), std::string::npos) << text;
+  }
+  EXPECT_EQ(pclose(pipe), 0);
+  EXPECT_GT(symbols, 100u);
+}
+
+TEST(House, AsksForASystemOnlyInThePlatformRoom) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform")) continue;
+    for (const std::string& line : Lines(ReadText(path))) {
+      EXPECT_NE(line.rfind("#if", 0), 0u) << path << ": " << line;
+    }
+  }
+}
+
+// Rooms by height; a room includes itself and lower ones. Number text is open to all.
+TEST(House, PointsItsArrowsDown) {
+  const std::map<std::string, int> height = {
+      {"platform", 0}, {"app", 1}, {"documents", 2}, {"library", 3},   {"cad", 4},  {"plate", 5},
+      {"skim", 5},     {"dnc", 5}, {"codetools", 5}, {"simulator", 5}, {"shell", 6}};
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    const fs::path relative = fs::relative(path, kSource / "src");
+    const std::string room = relative.begin()->string();
+    if (!height.count(room)) continue;
+    for (const std::string& line : Lines(ReadText(path))) {
+      const std::string name = Included(line);
+      const std::size_t slash = name.find('/');
+      if (slash == std::string::npos) continue;
+      const std::string other = name.substr(0, slash);
+      if (!height.count(other) || other == room || name == "library/codetext.h") continue;
+      EXPECT_LT(height.at(other), height.at(room)) << path << ": " << line;
+    }
+  }
+}
+
+TEST(House, IncludesNoPlatformImplementationFromTheRooms) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform")) continue;
+    for (const std::string& line : Lines(ReadText(path))) {
+      const std::string name = Included(line);
+      for (const char* inner : {"platform/qt/", "platform/headless/", "platform/posix/"}) {
+        EXPECT_NE(name.rfind(inner, 0), 0u) << path << ": " << line;
+      }
+    }
+  }
+}
+
+TEST(House, KeepsEveryFileToOneSubject) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    EXPECT_LE(Lines(ReadText(path)).size(), 900u) << path;
+  }
+}
+
+TEST(House, ThrowsNothingAndDerivesNothingInTheCore) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform/qt")) continue;
+    for (const std::string& line : Lines(ReadText(path))) {
+      EXPECT_EQ(line.find("throw "), std::string::npos) << path << ": " << line;
+      EXPECT_EQ(line.find("virtual "), std::string::npos) << path << ": " << line;
+      EXPECT_EQ(line.find("try {"), std::string::npos) << path << ": " << line;
+    }
+  }
+}
+
+}  // namespace

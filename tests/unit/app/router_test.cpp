@@ -1,0 +1,104 @@
+#include "app/router.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "platform/events.h"
+
+namespace morva {
+namespace {
+
+std::vector<std::string> asked;
+
+void Early(int, int) { asked.push_back("early"); }
+void Late(int, int) { asked.push_back("late"); }
+void Timer() { asked.push_back("timer"); }
+void Message(unsigned long long a, unsigned long long b) {
+  asked.push_back(std::to_string(a) + "," + std::to_string(b));
+}
+
+class Router : public testing::Test {
+ protected:
+  void SetUp() override {
+    ClearCommands();
+    asked.clear();
+  }
+  void TearDown() override { ClearCommands(); }
+};
+
+TEST_F(Router, AsksTheEarlierStageFirstWhateverTheOrderOfRegistration) {
+  ASSERT_TRUE(RegisterCommand(RouterStage::Click, 661, 0, Late));
+  ASSERT_TRUE(RegisterCommand(RouterStage::Simulator, 661, 0, Early));
+  EXPECT_EQ(StageOf(661, 0), static_cast<int>(RouterStage::Simulator));
+  EXPECT_TRUE(RouteCommand(661, 0));
+  EXPECT_EQ(asked, std::vector<std::string>{"early"});
+}
+
+TEST_F(Router, KeepsClicksAndNotificationsApart) {
+  RegisterCommand(RouterStage::FeatureSelect, kIdFeatureList, platform::kNotifyListSelect, Early);
+  RegisterCommand(RouterStage::FeatureEdit, kIdFeatureList, platform::kNotifyListDouble, Late);
+  EXPECT_FALSE(RouteCommand(kIdFeatureList, platform::kNotifyClick));
+  EXPECT_TRUE(RouteCommand(kIdFeatureList, platform::kNotifyListDouble));
+  EXPECT_TRUE(RouteCommand(kIdFeatureList, platform::kNotifyListSelect));
+  EXPECT_EQ(asked, (std::vector<std::string>{"late", "early"}));
+}
+
+TEST_F(Router, TakesEveryNotificationBelowThreeWhereAListAsksForIt) {
+  RegisterCommand(RouterStage::Notified, kIdToolList, kNotifyBelowThree, Early);
+  EXPECT_FALSE(RouteCommand(kIdToolList, 0));
+  EXPECT_TRUE(RouteCommand(kIdToolList, 1));
+  EXPECT_TRUE(RouteCommand(kIdToolList, 2));
+  EXPECT_FALSE(RouteCommand(kIdToolList, 3));
+}
+
+TEST_F(Router, TakesRangesOfIds) {
+  RegisterCommand(RouterStage::Click, kIdTabFirst, kIdTabLast, 0, Early);
+  EXPECT_FALSE(RouteCommand(799, 0));
+  EXPECT_TRUE(RouteCommand(800, 0));
+  EXPECT_TRUE(RouteCommand(807, 0));
+  EXPECT_FALSE(RouteCommand(808, 0));
+}
+
+TEST_F(Router, AnswersNothingToAnUnknownId) {
+  EXPECT_FALSE(RouteCommand(12345, 0));
+  EXPECT_EQ(StageOf(12345, 0), -1);
+}
+
+TEST_F(Router, RefusesOneHandlerMoreThanItsTableHolds) {
+  for (int i = 0; i < kMaxCommandHandlers; ++i) {
+    ASSERT_TRUE(RegisterCommand(RouterStage::Click, 30000 + i, 0, Early));
+  }
+  EXPECT_FALSE(RegisterCommand(RouterStage::Click, 40000, 0, Early));
+  EXPECT_TRUE(RouteCommand(30000 + kMaxCommandHandlers - 1, 0));
+  ClearCommands();
+  EXPECT_TRUE(RegisterCommand(RouterStage::Click, 40000, 0, Early));
+}
+
+TEST_F(Router, HandsTimersAndMessagesToTheirOwner) {
+  RegisterTimer(3, Timer);
+  RegisterMessage(0x8016, Message);
+  RouteTimer(3);
+  RouteTimer(4);
+  RouteMessage(0x8016, 128, 4410);
+  RouteMessage(0x8017, 1, 1);
+  EXPECT_EQ(asked, (std::vector<std::string>{"timer", "128,4410"}));
+}
+
+TEST_F(Router, NamesWhatIsStillToCome) {
+  int count = 0;
+  const PendingCommand* pending = PendingCommands(count);
+  ASSERT_GT(count, 0);
+  for (int i = 0; i < count; ++i) {
+    EXPECT_LE(pending[i].firstId, pending[i].lastId);
+    EXPECT_NE(pending[i].what[0], 0);
+  }
+  EXPECT_TRUE(IsPending(kIdToolAdd));
+  EXPECT_FALSE(IsPending(kIdNew));
+}
+
+}  // namespace
+}  // namespace morva
