@@ -27,22 +27,23 @@ void SetExecutableName(std::u16string_view name);  // instead of "MORVA"
 void RemoveDocuments();                            // the system has no Documents folder
 
 // What the user does. False: no such thing, or it is hidden or disabled.
-bool Click(int id);                          // buttons and check boxes
+bool Click(int id);                               // buttons and check boxes
 bool TypeInto(int id, std::u16string_view text);  // replaces an edit's text, with its changes
 bool SelectRows(int id, const std::vector<int>& rows);
 bool DoubleClickRow(int id, int row);
-bool ClickInRow(int id, int row, int x);     // a left click at x pixels of a list row
-bool ContextMenu(int id, int row);           // right click on a control or row
+bool ClickInRow(int id, int row, int x);  // a left click at x pixels of a list row
+bool ContextMenu(int id, int row);        // right click on a control or row
 bool Focus(int id);
-bool PressKey(const platform::KeyEvent& key);  // to whatever has the keyboard
+bool PressKey(const platform::KeyEvent& key);         // to whatever has the keyboard
 bool EditorInsert(int id, std::u16string_view text);  // typed at the caret, char by char
 bool EditorSelect(int id, int from, int to);
 bool EditorSetAll(int id, std::u16string_view text);  // select all and type over it
 bool EditorUndo(int id);
 bool Pointer(int view, const platform::PointerEvent& event);
-void MovePointerOver(int id);                // for hover hints; 0: outside the window
-void Resize(int width, int height);          // client size, held to the window's minimum
-bool CloseKey();                             // false: the window stayed
+void MovePointerOver(int id);        // for hover hints; 0: outside the window
+void Resize(int width, int height);  // client size, held to the window's minimum
+void HoldCtrl(bool held);            // for the clicks that follow
+bool CloseKey();                     // false: the window stayed
 bool WindowClosed();
 
 // Time and messages: fires due timers in order and lets the worker run up to now + ms.
@@ -57,6 +58,9 @@ void QueueFile(std::u16string_view path);
 void QueueFileCancel();
 void QueuePick(int itemId);  // 0: cancel
 void ClearQueues();
+// What Copy and Cut leave and Paste takes.
+void SetClipboard(std::u16string_view text);
+std::u16string ClipboardText();
 
 struct BoxRecord {
   std::u16string title;
@@ -93,7 +97,7 @@ void SetPort(std::u16string_view name, PortState state);
 void PeerSend(std::string_view bytes);
 void PeerStall(int milliseconds);  // XOFF for that long from now
 void PeerUnplug();
-std::string TakeSent();            // bytes the application wrote, since the last take
+std::string TakeSent();  // bytes the application wrote, since the last take
 
 // Looking.
 struct ControlInfo {
@@ -111,15 +115,18 @@ bool Describe(int id, ControlInfo& info);
 std::vector<int> AllIds();  // in order of creation
 // The drawing calls of one paint of a view, the main window or an owner-drawn control.
 struct DrawCall {
-  std::string name;              // "FillArea", "PaintText", ...
-  std::vector<double> numbers;   // coordinates, then widths, in the order of the arguments
+  std::string name;             // "FillArea", "PaintText", ...
+  std::vector<double> numbers;  // coordinates, then widths, in the order of the arguments
   std::vector<platform::Colour> colours;
   std::u16string text;
 };
 std::vector<DrawCall> PaintOf(int id);
 
+// The line that MarkEditorLine marked and its band; -1 for none.
+int EditorMark(int id, platform::Colour& band);
+
 // Faults: the n-th call of a kind from now on fails, n from 1; 0 clears. "timer", "worker",
-// "control", "popup", and the file kinds of platform/common/faults.h.
+// "window", "control", "popup", and the file kinds of platform/common/faults.h.
 void FailCall(std::string_view kind, int n);
 
 }  // namespace headless

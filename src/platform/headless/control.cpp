@@ -1,0 +1,271 @@
+// Push buttons, check boxes, labels, edit lines, multi-line edits and logs.
+
+#include "platform/control.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/headless/headless_internal.h"
+
+namespace headless {
+namespace {
+
+std::u16string clipboard;
+
+void ResetClipboard() { clipboard.clear(); }
+ResetHook hook(1, ResetClipboard);
+
+Kind KindOf(platform::ControlKind kind) {
+  switch (kind) {
+    case platform::ControlKind::PushButton:
+      return Kind::Button;
+    case platform::ControlKind::CheckBox:
+      return Kind::Check;
+    case platform::ControlKind::Label:
+      return Kind::Label;
+    case platform::ControlKind::EditLine:
+      return Kind::Edit;
+    case platform::ControlKind::MultiEdit:
+      return Kind::MultiEdit;
+    case platform::ControlKind::Log:
+      return Kind::Log;
+  }
+  return Kind::Label;
+}
+
+bool IsPlainText(const Item& item) { return IsTextItem(item) && item.kind != Kind::Editor; }
+
+// What a control of this kind can hold of the text.
+std::u16string Fitting(const Item& item, std::u16string_view text) {
+  if (item.kind == Kind::MultiEdit || item.kind == Kind::Log) return WithCrLf(text);
+  std::u16string out(text);
+  if (item.kind == Kind::Edit) {
+    std::erase_if(out, [](char16_t c) { return c == u'\r' || c == u'\n'; });
+  }
+  return out;
+}
+
+void PlaceText(Item& item, std::u16string text) {
+  item.text = std::move(text);
+  item.edit = EditState();
+  item.edit.anchor = item.edit.caret = static_cast<int>(item.text.size());
+}
+
+// Steps over a CR LF as one character.
+int StepInText(const std::u16string& text, int at, bool forward) {
+  const int length = static_cast<int>(text.size());
+  const int next = std::clamp(at + (forward ? 1 : -1), 0, length);
+  const bool inside = next > 0 && next < length && text[static_cast<std::size_t>(next)] == u'\n' &&
+                      text[static_cast<std::size_t>(next) - 1] == u'\r';
+  return inside ? next + (forward ? 1 : -1) : next;
+}
+
+bool SwapStep(Item& item, std::vector<EditState::Step>& from, std::vector<EditState::Step>& to) {
+  if (from.empty()) return false;
+  to.push_back({item.text, item.edit.caret});
+  item.text = std::move(from.back().text);
+  item.edit.anchor = item.edit.caret =
+      std::min(from.back().caret, static_cast<int>(item.text.size()));
+  from.pop_back();
+  return true;
+}
+
+struct Selected {
+  int from;
+  int to;
+};
+Selected SelectionOf(const Item& item) {
+  return {std::min(item.edit.anchor, item.edit.caret), std::max(item.edit.anchor, item.edit.caret)};
+}
+
+std::u16string SelectedText(const Item& item) {
+  const Selected s = SelectionOf(item);
+  return item.text.substr(static_cast<std::size_t>(s.from),
+                          static_cast<std::size_t>(s.to - s.from));
+}
+
+// True when the text changed.
+bool RunEditStep(Item& item, platform::EditAction action) {
+  using platform::EditAction;
+  const Selected s = SelectionOf(item);
+  const bool readOnly = item.kind == Kind::Log;
+  switch (action) {
+    case EditAction::SelectAll:
+      item.edit.anchor = 0;
+      item.edit.caret = static_cast<int>(item.text.size());
+      return false;
+    case EditAction::Copy:
+      if (s.from != s.to) clipboard = SelectedText(item);
+      return false;
+    case EditAction::Undo:
+      return !readOnly && SwapStep(item, item.edit.undo, item.edit.redo);
+    case EditAction::Redo:
+      return !readOnly && SwapStep(item, item.edit.redo, item.edit.undo);
+    case EditAction::Cut:
+      if (readOnly || s.from == s.to) return false;
+      clipboard = SelectedText(item);
+      ReplaceInEdit(item, s.from, s.to, u"");
+      return true;
+    case EditAction::Paste:
+      if (readOnly || clipboard.empty()) return false;
+      ReplaceInEdit(item, s.from, s.to, clipboard);
+      return true;
+    case EditAction::Delete: {
+      const int to = s.from == s.to ? StepInText(item.text, s.to, true) : s.to;
+      if (readOnly || s.from == to) return false;
+      ReplaceInEdit(item, s.from, to, u"");
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+std::u16string& Clipboard() { return clipboard; }
+void SetClipboard(std::u16string_view text) { clipboard = WithCrLf(text); }
+std::u16string ClipboardText() { return clipboard; }
+
+void ReplaceInEdit(Item& item, int from, int to, std::u16string_view text) {
+  const auto at = static_cast<std::size_t>(from);
+  const auto count = static_cast<std::size_t>(to - from);
+  std::u16string fitting = Fitting(item, text);
+  if (item.limit > 0) {
+    const std::size_t kept = item.text.size() - count;
+    const auto limit = static_cast<std::size_t>(item.limit);
+    fitting.resize(std::min(fitting.size(), limit > kept ? limit - kept : 0));
+  }
+  item.edit.undo.push_back({item.text, item.edit.caret});
+  item.edit.redo.clear();
+  item.text.replace(at, count, fitting);
+  item.edit.anchor = item.edit.caret = from + static_cast<int>(fitting.size());
+}
+
+void EditKeyAction(int id, platform::EditAction action) {
+  Item* item = Find(id);
+  if (!item || !IsPlainText(*item)) return;
+  if (RunEditStep(*item, action)) SendCommand(id, platform::kNotifyEditChange);
+}
+
+void MoveEditCaret(Item& item, const platform::KeyEvent& key) {
+  EditState& edit = item.edit;
+  if (key.key == platform::kKeyLeft) edit.caret = StepInText(item.text, edit.caret, false);
+  if (key.key == platform::kKeyRight) edit.caret = StepInText(item.text, edit.caret, true);
+  if (key.key == platform::kKeyHome) edit.caret = 0;
+  if (key.key == platform::kKeyEnd) edit.caret = static_cast<int>(item.text.size());
+  if (!key.shift) edit.anchor = edit.caret;
+}
+
+bool EraseBeforeCaret(int id) {
+  Item* item = Find(id);
+  if (!item || !IsPlainText(*item) || item->kind == Kind::Log) return false;
+  Selected s = SelectionOf(*item);
+  if (s.from == s.to) s.from = StepInText(item->text, s.from, false);
+  if (s.from == s.to) return false;
+  ReplaceInEdit(*item, s.from, s.to, u"");
+  SendCommand(id, platform::kNotifyEditChange);
+  return true;
+}
+
+bool TypeInto(int id, std::u16string_view text) {
+  const Item* item = Find(id);
+  if (!item || !CanBeUsed(id) || !IsTextItem(*item) || item->kind == Kind::Log) return false;
+  if (item->kind == Kind::Editor) return EditorSetAll(id, text);
+  platform::SetFocusTo(id);
+  Item* edit = Find(id);
+  if (!edit) return true;
+  ReplaceInEdit(*edit, 0, static_cast<int>(edit->text.size()), text);
+  SendCommand(id, platform::kNotifyEditChange);
+  return true;
+}
+
+bool Click(int id) {
+  Item* item = Find(id);
+  if (!item || !CanBeUsed(id)) return false;
+  if (item->kind != Kind::Button && item->kind != Kind::Check) return false;
+  platform::SetFocusTo(id);
+  item = Find(id);
+  if (!item) return true;
+  if (item->kind == Kind::Check) item->checked = !item->checked;
+  SendCommand(id, platform::kNotifyClick);
+  return true;
+}
+
+}  // namespace headless
+
+namespace platform {
+
+using headless::Find;
+using headless::Item;
+
+bool MakeControl(const ControlSpec& spec) {
+  Item* item = headless::NewItem(spec.id, headless::KindOf(spec.kind), spec.parent, spec.hidden);
+  if (!item) return false;
+  headless::PlaceText(*item, headless::Fitting(*item, spec.text));
+  item->name = spec.accessibleName;
+  item->font = spec.font;
+  return true;
+}
+
+void SetText(int id, std::u16string_view text) {
+  Item* item = Find(id);
+  if (item && item->kind != headless::Kind::Editor) {
+    headless::PlaceText(*item, headless::Fitting(*item, text));
+  }
+}
+
+std::u16string TextOf(int id) {
+  const Item* item = Find(id);
+  if (!item) return {};
+  return item->editor ? item->editor->text.text : item->text;
+}
+
+void AppendText(int id, std::u16string_view text) {
+  Item* item = Find(id);
+  if (!item || (item->kind != headless::Kind::Log && item->kind != headless::Kind::MultiEdit)) {
+    return;
+  }
+  item->text += headless::WithCrLf(text);
+  item->edit = headless::EditState();
+  item->edit.anchor = item->edit.caret = static_cast<int>(item->text.size());
+}
+
+void SetTextLimit(int id, int units) {
+  if (Item* item = Find(id)) item->limit = units;
+}
+
+void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
+
+void SetChecked(int id, bool checked) {
+  if (Item* item = Find(id)) item->checked = checked;
+}
+
+bool IsChecked(int id) {
+  const Item* item = Find(id);
+  return item && item->checked;
+}
+
+void SetAccessibleName(int id, std::u16string_view name) {
+  if (Item* item = Find(id)) item->name = name;
+}
+
+std::u16string AccessibleName(int id) {
+  const Item* item = Find(id);
+  if (!item) return {};
+  return item->name.empty() ? item->text : item->name;
+}
+
+void SetToolTip(int id, std::u16string_view text) {
+  if (Item* item = Find(id)) item->tip = text;
+}
+
+void SetColours(int id, const ControlColours& colours) {
+  if (Item* item = Find(id)) item->colours = colours;
+}
+
+bool IsTextControl(int id) {
+  const Item* item = Find(id);
+  return item && headless::IsTextItem(*item);
+}
+
+}  // namespace platform

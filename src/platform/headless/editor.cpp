@@ -1,0 +1,443 @@
+// The code editors: the text model of editor_text.h with selection, scrolling and notifications.
+
+#include "platform/editor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/headless/headless_internal.h"
+
+namespace headless {
+namespace {
+
+constexpr int kLineHeight = 20;
+constexpr int kCellWidth = 9;
+
+EditorState* EditorOf(int id) {
+  Item* item = Find(id);
+  return item ? item->editor.get() : nullptr;
+}
+
+int Clamped(const EditorState& e, int position) {
+  return std::clamp(position, 0, TextLengthInPositions(e.text));
+}
+
+int LineCount(const EditorState& e) { return static_cast<int>(e.text.starts.size()); }
+
+void TellSelection(int id) {
+  const platform::Events& events = platform::Listener();
+  if (events.selection) events.selection(id);
+}
+
+void MoveSelection(int id, int anchor, int caret) {
+  EditorState* e = EditorOf(id);
+  if (!e || (e->anchor == anchor && e->caret == caret)) return;
+  e->anchor = anchor;
+  e->caret = caret;
+  EndTypingRun(e->text);
+  TellSelection(id);
+}
+
+int LinesInView(int id) {
+  const Item* item = Find(id);
+  return item ? std::max(1, platform::RectHeight(item->place) / kLineHeight) : 1;
+}
+
+void ScrollTo(int id, int line) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  const int last = std::max(0, LineCount(*e) - LinesInView(id));
+  const int first = std::clamp(line, 0, last);
+  if (first == e->firstLine) return;
+  e->firstLine = first;
+  SendCommand(id, platform::kNotifyVScroll);
+}
+
+void KeepPositionsInside(EditorState& e) {
+  e.anchor = Clamped(e, e.anchor);
+  e.caret = Clamped(e, e.caret);
+  e.firstLine = std::min(e.firstLine, LineCount(e) - 1);
+}
+
+// Where a position lies after `from` to `to` were replaced by a text that ends at `end`.
+int Moved(int position, int from, int to, int end) {
+  if (position < from || (position == from && to > from)) return position;
+  if (position >= to) return position + end - to;
+  return std::min(position, end);
+}
+
+struct Ordered {
+  int from;
+  int to;
+};
+Ordered SelectionOf(const EditorState& e) {
+  return {std::min(e.anchor, e.caret), std::max(e.anchor, e.caret)};
+}
+
+// Replaces the selection, caret behind it; the notifications are the caller's.
+void PutOverSelection(EditorState& e, std::u16string_view text, HistoryUse use) {
+  const Ordered s = SelectionOf(e);
+  e.anchor = e.caret = ReplacePositions(e.text, s.from, s.to, text, use);
+  KeepPositionsInside(e);
+}
+
+void TellChange(int id) {
+  SendCommand(id, platform::kNotifyEditChange);
+  TellSelection(id);
+}
+
+// A change by the user: heard, then the caret comes into view.
+void TellUserChange(int id, char16_t character) {
+  const platform::Events& events = platform::Listener();
+  if (events.typed) events.typed(id, character);
+  TellChange(id);
+  platform::ScrollCaretIntoView(id);
+}
+
+bool Step(int id, bool (*step)(EditorText&, int&)) {
+  EditorState* e = EditorOf(id);
+  if (!e || e->readOnly) return false;
+  int caret = 0;
+  if (!step(e->text, caret)) return false;
+  e->anchor = e->caret = caret;
+  KeepPositionsInside(*e);
+  TellChange(id);
+  return true;
+}
+
+std::u16string SelectedText(const EditorState& e) {
+  const Ordered s = SelectionOf(e);
+  const std::size_t at = IndexOfPosition(e.text, s.from);
+  return e.text.text.substr(at, IndexOfPosition(e.text, s.to) - at);
+}
+
+int PositionInLine(const EditorState& e, int line, int column) {
+  const int l = std::clamp(line, 0, LineCount(e) - 1);
+  return LineStartPosition(e.text, l) + std::clamp(column, 0, LineLengthOf(e.text, l));
+}
+
+int CaretAfterKey(int id, const EditorState& e, const platform::KeyEvent& key) {
+  const int line = LineOfPosition(e.text, e.caret);
+  const int column = e.caret - LineStartPosition(e.text, line);
+  switch (key.key) {
+    case platform::kKeyLeft:
+      return Clamped(e, e.caret - 1);
+    case platform::kKeyRight:
+      return Clamped(e, e.caret + 1);
+    case platform::kKeyUp:
+      return line > 0 ? PositionInLine(e, line - 1, column) : e.caret;
+    case platform::kKeyDown:
+      return line + 1 < LineCount(e) ? PositionInLine(e, line + 1, column) : e.caret;
+    case platform::kKeyPageUp:
+      return PositionInLine(e, line - LinesInView(id), column);
+    case platform::kKeyPageDown:
+      return PositionInLine(e, line + LinesInView(id), column);
+    case platform::kKeyHome:
+      return key.ctrl ? 0 : PositionInLine(e, line, 0);
+    case platform::kKeyEnd:
+      return key.ctrl ? TextLengthInPositions(e.text)
+                      : PositionInLine(e, line, LineLengthOf(e.text, line));
+    default:
+      return e.caret;
+  }
+}
+
+}  // namespace
+
+bool TypeCharacter(int id, char16_t character) {
+  EditorState* e = EditorOf(id);
+  if (e) {
+    if (e->readOnly) return false;
+    const char16_t typed = character == u'\r' ? u'\n' : character;
+    PutOverSelection(*e, std::u16string_view(&typed, 1), HistoryUse::Typing);
+    TellUserChange(id, typed);
+    return true;
+  }
+  Item* item = Find(id);
+  if (!item || !IsTextItem(*item) || item->kind == Kind::Log) return false;
+  const int from = std::min(item->edit.anchor, item->edit.caret);
+  const int to = std::max(item->edit.anchor, item->edit.caret);
+  ReplaceInEdit(*item, from, to, std::u16string_view(&character, 1));
+  SendCommand(id, platform::kNotifyEditChange);
+  return true;
+}
+
+void EraseInEditor(int id, bool forward) {
+  EditorState* e = EditorOf(id);
+  if (!e || e->readOnly) return;
+  if (e->anchor == e->caret) {
+    const int other = Clamped(*e, e->caret + (forward ? 1 : -1));
+    if (other == e->caret) return;
+    e->anchor = other;
+  }
+  PutOverSelection(*e, u"", HistoryUse::Step);
+  TellUserChange(id, 0);
+}
+
+void MoveEditorCaret(int id, const platform::KeyEvent& key) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return;
+  const int caret = CaretAfterKey(id, *e, key);
+  MoveSelection(id, key.shift ? e->anchor : caret, caret);
+  platform::ScrollCaretIntoView(id);
+}
+
+bool EditorSelect(int id, int from, int to) {
+  const EditorState* e = EditorOf(id);
+  if (!e || !CanBeUsed(id)) return false;
+  platform::SetFocusTo(id);
+  platform::SetEditorSelection(id, {from, to});
+  return true;
+}
+
+bool EditorSetAll(int id, std::u16string_view text) {
+  const EditorState* found = EditorOf(id);
+  if (!found || found->readOnly || !CanBeUsed(id)) return false;
+  platform::SetFocusTo(id);
+  EditorState* e = EditorOf(id);
+  if (!e) return true;
+  e->anchor = 0;
+  e->caret = TextLengthInPositions(e->text);
+  PutOverSelection(*e, text, HistoryUse::Step);
+  TellUserChange(id, 0);
+  return true;
+}
+
+bool EditorUndo(int id) { return CanBeUsed(id) && platform::UndoEditor(id); }
+
+int EditorMark(int id, platform::Colour& band) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return -1;
+  band = e->markBand;
+  return e->markedLine;
+}
+
+}  // namespace headless
+
+namespace platform {
+
+using headless::EditorOf;
+using headless::EditorState;
+using headless::HistoryUse;
+
+bool MakeEditor(const EditorSpec& spec) {
+  headless::Item* item =
+      headless::NewItem(spec.id, headless::Kind::Editor, spec.parent, spec.hidden);
+  if (!item) return false;
+  item->name = spec.accessibleName;
+  item->font = FontRole::Code;
+  item->colours = {spec.text, spec.background, false};
+  item->editor = std::make_unique<EditorState>();
+  item->editor->readOnly = spec.readOnly;
+  return true;
+}
+
+std::u16string_view EditorText(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? std::u16string_view(e->text.text) : std::u16string_view();
+}
+
+std::uint64_t EditorRevision(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? e->text.revision : 0;
+}
+
+void SetEditorText(int id, std::u16string_view text) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  headless::SetWholeText(e->text, text);
+  e->anchor = e->caret = e->firstLine = 0;
+  headless::TellChange(id);
+}
+
+int EditorLength(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? headless::TextLengthInPositions(e->text) : 0;
+}
+
+EditorRange EditorSelection(int id) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return {};
+  const headless::Ordered s = headless::SelectionOf(*e);
+  return {s.from, s.to};
+}
+
+void SetEditorSelection(int id, EditorRange range) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return;
+  headless::MoveSelection(id, headless::Clamped(*e, range.from), headless::Clamped(*e, range.to));
+}
+
+void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  headless::PutOverSelection(*e, text, undoable ? HistoryUse::Step : HistoryUse::Empty);
+  headless::TellChange(id);
+}
+
+void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  const int a = headless::Clamped(*e, range.from);
+  const int b = headless::Clamped(*e, range.to);
+  const int from = std::min(a, b);
+  const int to = std::max(a, b);
+  const int end = headless::ReplacePositions(e->text, from, to, text, HistoryUse::Step);
+  e->anchor = headless::Moved(e->anchor, from, to, end);
+  e->caret = headless::Moved(e->caret, from, to, end);
+  headless::KeepPositionsInside(*e);
+  headless::TellChange(id);
+}
+
+bool UndoEditor(int id) { return headless::Step(id, headless::UndoStep); }
+bool RedoEditor(int id) { return headless::Step(id, headless::RedoStep); }
+
+bool CanUndoEditor(int id) {
+  const EditorState* e = EditorOf(id);
+  return e && !e->text.undo.empty();
+}
+
+void SetEditorReadOnly(int id, bool readOnly) {
+  if (EditorState* e = EditorOf(id)) e->readOnly = readOnly;
+}
+
+int EditorLineCount(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? headless::LineCount(*e) : 0;
+}
+
+int EditorLineStart(int id, int line) {
+  const EditorState* e = EditorOf(id);
+  if (!e || line < 0) return 0;
+  if (line >= headless::LineCount(*e)) return headless::TextLengthInPositions(e->text);
+  return headless::LineStartPosition(e->text, line);
+}
+
+int EditorLineLength(int id, int line) {
+  const EditorState* e = EditorOf(id);
+  if (!e || line < 0 || line >= headless::LineCount(*e)) return 0;
+  return headless::LineLengthOf(e->text, line);
+}
+
+int EditorLineOf(int id, int position) {
+  const EditorState* e = EditorOf(id);
+  return e ? headless::LineOfPosition(e->text, headless::Clamped(*e, position)) : 0;
+}
+
+int FirstVisibleLine(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? e->firstLine : 0;
+}
+
+int VisibleLineCount(int id) { return EditorOf(id) ? headless::LinesInView(id) : 0; }
+
+void ScrollToLine(int id, int line) { headless::ScrollTo(id, line); }
+
+void ScrollCaretIntoView(int id) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return;
+  const int line = headless::LineOfPosition(e->text, e->caret);
+  const int lines = headless::LinesInView(id);
+  if (line < e->firstLine) {
+    headless::ScrollTo(id, line);
+  } else if (line >= e->firstLine + lines) {
+    headless::ScrollTo(id, line - lines + 1);
+  }
+}
+
+int PositionAt(int id, int x, int y) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return 0;
+  const int line = e->firstLine + std::max(0, y) / headless::kLineHeight;
+  const int column = (std::max(0, x) + headless::kCellWidth / 2) / headless::kCellWidth;
+  return headless::PositionInLine(*e, line, column);
+}
+
+Point PointOfPosition(int id, int position) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return {};
+  const int at = headless::Clamped(*e, position);
+  const int line = headless::LineOfPosition(e->text, at);
+  const int column = at - headless::LineStartPosition(e->text, line);
+  return {column * headless::kCellWidth, (line - e->firstLine) * headless::kLineHeight};
+}
+
+void MarkEditorLine(int id, int line, Colour band) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  e->markedLine = line;
+  e->markBand = band;
+}
+
+void SetLineRuns(int id, int line, const ColourRun* runs, int count) {
+  EditorState* e = EditorOf(id);
+  if (!e || line < 0 || line >= headless::LineCount(*e)) return;
+  e->text.runs[static_cast<std::size_t>(line)].assign(runs, runs + std::max(0, count));
+}
+
+int LineRuns(int id, int line, ColourRun* runs, int capacity) {
+  const EditorState* e = EditorOf(id);
+  if (!e || line < 0 || line >= headless::LineCount(*e)) return 0;
+  const auto& kept = e->text.runs[static_cast<std::size_t>(line)];
+  const int count = std::min(capacity, static_cast<int>(kept.size()));
+  for (int i = 0; i < count; ++i) runs[i] = kept[static_cast<std::size_t>(i)];
+  return static_cast<int>(kept.size());
+}
+
+void HoldEditorRedraw(int id, bool hold) {
+  if (EditorState* e = EditorOf(id)) e->redrawHolds += hold ? 1 : -1;
+}
+
+void FreezeEditorUndo(int id, bool freeze) {
+  if (EditorState* e = EditorOf(id)) e->text.frozen = freeze;
+}
+
+}  // namespace platform
+
+namespace headless {
+
+// The clipboard actions of an editor; edits and logs have theirs in control.cpp.
+bool RunEditorAction(int id, platform::EditAction action) {
+  using platform::EditAction;
+  EditorState* e = EditorOf(id);
+  if (!e) return false;
+  const Ordered s = SelectionOf(*e);
+  switch (action) {
+    case EditAction::Undo:
+      platform::UndoEditor(id);
+      break;
+    case EditAction::Redo:
+      platform::RedoEditor(id);
+      break;
+    case EditAction::SelectAll:
+      MoveSelection(id, 0, TextLengthInPositions(e->text));
+      break;
+    case EditAction::Copy:
+      if (s.from != s.to) Clipboard() = SelectedText(*e);
+      break;
+    case EditAction::Cut:
+      if (e->readOnly || s.from == s.to) break;
+      Clipboard() = SelectedText(*e);
+      EraseInEditor(id, true);
+      break;
+    case EditAction::Paste:
+      if (e->readOnly || Clipboard().empty()) break;
+      PutOverSelection(*e, Clipboard(), HistoryUse::Step);
+      TellUserChange(id, 0);
+      break;
+    case EditAction::Delete:
+      EraseInEditor(id, true);
+      break;
+  }
+  return true;
+}
+
+}  // namespace headless
+
+namespace platform {
+
+void RunEditAction(int id, EditAction action) {
+  if (!headless::RunEditorAction(id, action)) headless::EditKeyAction(id, action);
+}
+
+}  // namespace platform

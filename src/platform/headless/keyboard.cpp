@@ -1,0 +1,259 @@
+// The user's keyboard, pointer and mouse on lists and views.
+
+#include <utility>
+
+#include "platform/headless/headless_internal.h"
+
+namespace headless {
+namespace {
+
+bool OfferKey(int id, const platform::KeyEvent& key) {
+  const platform::Events& events = platform::Listener();
+  return events.key && events.key(id, key);
+}
+
+bool IsCharacterKey(int key) { return (key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z'); }
+
+char16_t CharacterOf(const platform::KeyEvent& key) {
+  if (key.key == platform::kKeySpace) return u' ';
+  if (!IsCharacterKey(key.key)) return 0;
+  const int small = key.key >= 'A' && !key.shift ? 'a' - 'A' : 0;
+  return static_cast<char16_t>(key.key + small);
+}
+
+// The key that types this character; kKeyNone for one that has no name of its own.
+platform::KeyEvent KeyOf(char16_t c) {
+  platform::KeyEvent key;
+  if (c >= u'a' && c <= u'z') {
+    key.key = c - u'a' + 'A';
+  } else if ((c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9')) {
+    key.key = c;
+    key.shift = c >= u'A';
+  } else if (c == u' ') {
+    key.key = platform::kKeySpace;
+  } else if (c == u'\n' || c == u'\r') {
+    key.key = platform::kKeyEnter;
+  } else if (c == u'\t') {
+    key.key = platform::kKeyTab;
+  }
+  return key;
+}
+
+// Alt+C, Alt+V and Alt+Z work beside the control's own Ctrl keys.
+bool RunTextShortcut(int id, const platform::KeyEvent& key) {
+  using platform::EditAction;
+  if (key.ctrl == key.alt) return false;
+  struct Shortcut {
+    int key;
+    bool alsoAlt;
+    EditAction action;
+  };
+  constexpr Shortcut kShortcuts[] = {
+      {'C', true, EditAction::Copy},       {'V', true, EditAction::Paste},
+      {'Z', true, EditAction::Undo},       {'X', false, EditAction::Cut},
+      {'A', false, EditAction::SelectAll}, {'Y', false, EditAction::Redo},
+  };
+  for (const Shortcut& each : kShortcuts) {
+    if (each.key != key.key || (key.alt && !each.alsoAlt)) continue;
+    platform::RunEditAction(id, each.action);
+    return true;
+  }
+  return false;
+}
+
+bool IsCaretKey(int key) { return key >= platform::kKeyUp && key <= platform::kKeyPageDown; }
+
+void PressInEditor(int id, const platform::KeyEvent& key) {
+  if (RunTextShortcut(id, key) || key.alt) return;
+  if (IsCaretKey(key.key)) {
+    MoveEditorCaret(id, key);
+  } else if (key.key == platform::kKeyDelete || key.key == platform::kKeyBackspace) {
+    EraseInEditor(id, key.key == platform::kKeyDelete);
+  } else if (key.ctrl) {
+    return;
+  } else if (key.key == platform::kKeyEnter) {
+    TypeCharacter(id, u'\n');
+  } else if (key.key == platform::kKeyTab) {
+    TypeCharacter(id, u'\t');
+  } else if (const char16_t c = CharacterOf(key)) {
+    TypeCharacter(id, c);
+  }
+}
+
+void PressInEdit(int id, const platform::KeyEvent& key) {
+  if (RunTextShortcut(id, key) || key.alt) return;
+  Item* item = Find(id);
+  if (!item) return;
+  if (key.key == platform::kKeyTab) {
+    FocusNext(key.shift);
+  } else if (IsCaretKey(key.key)) {
+    MoveEditCaret(*item, key);
+  } else if (key.key == platform::kKeyDelete) {
+    platform::RunEditAction(id, platform::EditAction::Delete);
+  } else if (key.key == platform::kKeyBackspace) {
+    EraseBeforeCaret(id);
+  } else if (key.ctrl) {
+    return;
+  } else if (key.key == platform::kKeyEnter && item->kind == Kind::MultiEdit) {
+    TypeCharacter(id, u'\n');
+  } else if (const char16_t c = CharacterOf(key)) {
+    TypeCharacter(id, c);
+  }
+}
+
+void PressInList(int id, const platform::KeyEvent& key) {
+  const Item* item = Find(id);
+  if (!item) return;
+  const int count = static_cast<int>(item->list.rows.size());
+  const int current = item->list.current;
+  int row = -1;
+  if (key.key == platform::kKeyDown) row = current + 1;
+  if (key.key == platform::kKeyUp) row = current - 1;
+  if (key.key == platform::kKeyHome) row = 0;
+  if (key.key == platform::kKeyEnd) row = count - 1;
+  if (key.key == platform::kKeyTab) {
+    FocusNext(key.shift);
+  } else if (key.key == platform::kKeyEnter && item->kind != Kind::Combo && current >= 0) {
+    SendCommand(id, platform::kNotifyListDouble);
+  } else if (row >= 0 && row < count && row != current) {
+    ChooseRow(id, row);
+  }
+}
+
+void PressElsewhere(int id, Kind kind, const platform::KeyEvent& key) {
+  const bool button = kind == Kind::Button || kind == Kind::Check;
+  if (key.key == platform::kKeyTab) {
+    FocusNext(key.shift);
+  } else if (button && !key.ctrl && !key.alt &&
+             (key.key == platform::kKeySpace || key.key == platform::kKeyEnter)) {
+    Click(id);
+  }
+}
+
+void PressIn(int id, const platform::KeyEvent& key) {
+  const Item* item = Find(id);
+  if (!item) return;
+  switch (item->kind) {
+    case Kind::Editor:
+      return PressInEditor(id, key);
+    case Kind::Edit:
+    case Kind::MultiEdit:
+    case Kind::Log:
+      return PressInEdit(id, key);
+    case Kind::List:
+    case Kind::MultiList:
+    case Kind::Combo:
+      return PressInList(id, key);
+    default:
+      return PressElsewhere(id, item->kind, key);
+  }
+}
+
+bool IsListItem(const Item& item) {
+  return item.kind == Kind::List || item.kind == Kind::MultiList;
+}
+
+// A left click on a row: it is selected on the press and told on the release.
+bool ClickRow(int id, int row, int x) {
+  const Item* item = Find(id);
+  if (!item || !IsListItem(*item) || !CanBeUsed(id)) return false;
+  if (row < 0 || row >= static_cast<int>(item->list.rows.size())) return false;
+  platform::SetFocusTo(id);
+  ChooseRow(id, row);
+  const platform::Events& events = platform::Listener();
+  const int y = platform::RowPlace(id, row).top + 1;
+  if (events.listClick && Find(id)) events.listClick(id, row, x, y);
+  return true;
+}
+
+}  // namespace
+
+bool PressKey(const platform::KeyEvent& key) {
+  const int id = platform::FocusedId();
+  HoldCtrl(key.ctrl);
+  const bool handled = OfferKey(id == 0 ? platform::kMainWindow : id, key);
+  if (!handled && id == 0 && key.key == platform::kKeyTab) FocusNext(key.shift);
+  if (!handled && id != 0) PressIn(id, key);
+  HoldCtrl(false);
+  return true;
+}
+
+bool EditorInsert(int id, std::u16string_view text) {
+  const Item* item = Find(id);
+  if (!item || !item->editor || item->editor->readOnly || !CanBeUsed(id)) return false;
+  platform::SetFocusTo(id);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
+    const platform::KeyEvent key = KeyOf(text[i]);
+    if (key.key != platform::kKeyNone && OfferKey(id, key)) continue;
+    TypeCharacter(id, text[i]);
+  }
+  return true;
+}
+
+bool ClickInRow(int id, int row, int x) { return ClickRow(id, row, x); }
+
+bool DoubleClickRow(int id, int row) {
+  if (!ClickRow(id, row, 0)) return false;
+  if (Find(id)) SendCommand(id, platform::kNotifyListDouble);
+  return true;
+}
+
+bool ContextMenu(int id, int row) {
+  if (!CanBeUsed(id)) return false;
+  platform::Rect place = platform::PlaceInMainWindow(id);
+  const platform::Rect rowPlace = platform::RowPlace(id, row);
+  int x = (place.left + place.right) / 2;
+  int y = (place.top + place.bottom) / 2;
+  if (platform::RectHeight(rowPlace) > 0) y = place.top + (rowPlace.top + rowPlace.bottom) / 2;
+  const platform::Events& events = platform::Listener();
+  return events.contextMenu && events.contextMenu(id, row, x, y);
+}
+
+bool Focus(int id) {
+  const Item* item = Find(id);
+  if (!item || !TakesKeyboard(*item) || !CanBeUsed(id)) return false;
+  platform::SetFocusTo(id);
+  return true;
+}
+
+bool Pointer(int view, const platform::PointerEvent& event) {
+  const Item* item = Find(view);
+  if (view != platform::kMainWindow) {
+    if (!item || item->kind != Kind::View || !CanBeUsed(view)) return false;
+  } else if (!platform::Exists(view)) {
+    return false;
+  }
+  SetPointerOver(view);
+  HoldCtrl(event.ctrl);
+  platform::PointerEvent told = event;
+  int target = view;
+  if (CapturedView() != 0 && CapturedView() != view) {
+    const platform::Rect from = platform::PlaceInMainWindow(view);
+    target = CapturedView();
+    const platform::Rect to = platform::PlaceInMainWindow(target);
+    told.x += from.left - to.left;
+    told.y += from.top - to.top;
+  }
+  if (event.action == platform::PointerAction::Press && item && item->takesFocus) {
+    platform::SetFocusTo(view);
+  }
+  const platform::Events& events = platform::Listener();
+  if (events.pointer) events.pointer(target, told);
+  if (event.action == platform::PointerAction::Release) platform::ReleasePointer();
+  HoldCtrl(false);
+  return true;
+}
+
+void MovePointerOver(int id) {
+  const int former = platform::IdUnderPointer();
+  SetPointerOver(id);
+  const Item* left = Find(former);
+  if (former == id || !left || left->kind != Kind::View) return;
+  platform::PointerEvent leave;
+  leave.action = platform::PointerAction::Leave;
+  const platform::Events& events = platform::Listener();
+  if (events.pointer) events.pointer(former, leave);
+}
+
+}  // namespace headless
