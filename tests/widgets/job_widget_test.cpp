@@ -1,0 +1,233 @@
+// Whole jobs on the real window, with pointer and keys.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "dnc/serial_profile.h"
+#include "documents/program_tabs.h"
+#include "platform/window.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "widgets/desk.h"
+
+namespace {
+
+QByteArray ReadAll(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteAll(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(bytes);
+}
+
+class Job : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    // The fresh program gets its first markers a moment after the start.
+    ASSERT_TRUE(desk::Until(
+        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+  }
+  QString Path(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
+  void Open(const QString& path) {
+    const int before = morva::app.tabCount;
+    desk::AnswerFile(path);
+    desk::Click(morva::kIdOpen);
+    ASSERT_TRUE(desk::Until([before]() { return morva::app.tabCount == before + 1; }));
+  }
+  QTemporaryDir home_;
+};
+
+TEST_F(Job, TypingShowsMarkersAndARowAfterAPause) {
+  desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("\nG01 X1. F10."));
+  EXPECT_TRUE(desk::Until([]() { return desk::RowsOf(morva::kIdFeatureList).size() == 2; }));
+  const QString text = desk::TextOf(morva::kIdEditor);
+  EXPECT_TRUE(text.contains(
+      QStringLiteral("(MORVA TEXT 2)\n(MORVA NAME User code)\nG01 X1. F10.\n(MORVA END 2)")))
+      << text.toStdString();
+  EXPECT_EQ(desk::RowsOf(morva::kIdFeatureList).value(1), QStringLiteral("#2  User code"));
+}
+
+TEST_F(Job, OpenEditSaveAndReopenGivesTheSameText) {
+  const QString path = Path("part.NC");
+  WriteAll(path, "%\nO1234\nG90 G0 X0\nM30\n%\n");
+  Open(path);
+  ASSERT_TRUE(desk::Until(
+      []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+  desk::Key(morva::kIdEditor, Qt::Key_Home, Qt::ControlModifier);
+  for (int i = 0; i < 4; ++i) desk::Key(morva::kIdEditor, Qt::Key_Down);
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("G54\n"));
+  desk::Key(morva::kIdEditor, Qt::Key_S, Qt::ControlModifier);
+  ASSERT_TRUE(desk::Until([]() {
+    return desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("Saved program."));
+  }));
+  const QByteArray saved = ReadAll(path);
+  EXPECT_EQ(saved,
+            "%\r\n(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nO1234\r\nG54\r\nG90 G0 X0\r\nM30\r\n"
+            "(MORVA END 1)\r\n%\r\n");
+  EXPECT_EQ(ReadAll(path + QStringLiteral(".features")), QByteArray("MVC1\0\0\0\0", 8));
+  const QString shown = desk::TextOf(morva::kIdEditor);
+  desk::Key(morva::kIdEditor, Qt::Key_W, Qt::ControlModifier);
+  ASSERT_TRUE(desk::Until([]() { return morva::app.tabCount == 1; }));
+  Open(path);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor), shown);
+  EXPECT_TRUE(desk::Until([&path]() {
+    return desk::WidgetOf(platform::kMainWindow)->windowTitle() ==
+           QStringLiteral("MORVA v4.20.0  \u2014  part.NC");
+  })) << desk::WidgetOf(platform::kMainWindow)->windowTitle().toStdString();
+  (void)path;
+}
+
+TEST_F(Job, OpensEightTabsAndRefusesTheNinth) {
+  for (int i = 2; i <= 8; ++i) {
+    desk::Key(morva::kIdEditor, Qt::Key_N, Qt::ControlModifier);
+    ASSERT_TRUE(desk::Until([i]() { return morva::app.tabCount == i; }));
+  }
+  EXPECT_TRUE(desk::WidgetOf(morva::kIdTabLast)->isVisible());
+  desk::AnswerBox(QStringLiteral("OK"));
+  desk::Click(morva::kIdTabNew);
+  EXPECT_TRUE(desk::Until([]() { return desk::BoxesSeen() == 1; }));
+  EXPECT_EQ(desk::LastBoxText(),
+            QStringLiteral("The workspace supports up to 8 open programs in this build."));
+  EXPECT_EQ(morva::app.tabCount, 8);
+}
+
+TEST_F(Job, AsksBeforeClosingOverADirtyInactiveTab) {
+  // A program whose folder is gone cannot be autosaved, so it stays dirty behind the others.
+  QDir().mkpath(Path("gone"));
+  const QString path = Path("gone/part.NC");
+  WriteAll(path, "G0 X0\n");
+  Open(path);
+  QDir(Path("gone")).removeRecursively();
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("G1 X5 "));
+  desk::Click(morva::kIdTabFirst);
+  ASSERT_TRUE(desk::Until([]() { return morva::app.activeTab == 0; }));
+  EXPECT_TRUE(morva::tabs[1].dirty);
+  desk::AnswerBox(QStringLiteral("No"));
+  desk::CloseWindow();
+  EXPECT_EQ(desk::LastBoxText(),
+            QStringLiteral("One or more project tabs have unsaved changes. Close MORVA anyway?"));
+  EXPECT_TRUE(desk::WidgetOf(platform::kMainWindow)->isVisible());
+  // What was typed is still there.
+  desk::Click(morva::kIdTabFirst + 1);
+  EXPECT_TRUE(desk::Until(
+      []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("G1 X5 ")); }));
+}
+
+TEST_F(Job, UndoTakesTypedTextBackAfterAFailedSave) {
+  QDir().mkpath(Path("gone"));
+  WriteAll(Path("gone/part.NC"), "G0 X0\n");
+  Open(Path("gone/part.NC"));
+  QDir(Path("gone")).removeRecursively();
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("M8 "));
+  desk::AnswerBox(QStringLiteral("OK"));
+  desk::Key(morva::kIdEditor, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not save the file."));
+  EXPECT_TRUE(desk::TextOf(morva::kIdEditor).contains(QStringLiteral("M8 ")));
+  EXPECT_TRUE(morva::tabs[morva::app.activeTab].dirty);
+}
+
+TEST_F(Job, PlaysThePathWithTheSourceLineInStep) {
+  WriteAll(Path("play.NC"), "G0 X0 Y0\nG1 X1 F10\nY1\nX0\nY0\n");
+  Open(Path("play.NC"));
+  desk::Run(200);
+  desk::Click(morva::kIdPath);
+  EXPECT_EQ(morva::path.count, 5);
+  desk::Click(morva::kIdPlay);
+  EXPECT_TRUE(morva::playback.playing);
+  EXPECT_TRUE(desk::Until(
+      []() { return !morva::playback.playing && morva::playback.playHead == 5; }, 5000));
+}
+
+class Line : public Job {
+ protected:
+  void SetUp() override {
+    Job::SetUp();
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
+                   {QStringLiteral("--ini"), desk::SettingsFile(), QStringLiteral("--save"),
+                    Path("control.NC")});
+    ASSERT_TRUE(Heard("PORT "));
+  }
+  void TearDown() override {
+    process_.write("quit\n");
+    if (!process_.waitForFinished(3000)) process_.kill();
+  }
+  bool Heard(const char* words) {
+    return desk::Until([this, words]() {
+      heard_ += process_.readAllStandardOutput();
+      return heard_.contains(words);
+    });
+  }
+  void Say(const QByteArray& line) { process_.write(line + "\n"); }
+  bool Log(const char* words, int milliseconds = 20000) {
+    return desk::Until(
+        [words]() { return desk::TextOf(morva::kIdOutputLog).contains(QString::fromUtf8(words)); },
+        milliseconds);
+  }
+  QProcess process_;
+  QByteArray heard_;
+};
+
+TEST_F(Line, SendsWhileXoffHoldsTheLineAndReceivesTheSameBack) {
+  QByteArray program = "%\r\nO4321\r\n";
+  for (int i = 0; i < 400; ++i) program += "G01 X" + QByteArray::number(i) + ". F20.\r\n";
+  program += "M30\r\n%\r\n";
+  WriteAll(Path("long.NC"), program);
+  Open(Path("long.NC"));
+  desk::Run(300);
+  Say("hold 700");
+  desk::AnswerBox(QStringLiteral("Yes"));
+  desk::Click(morva::kIdSend);
+  ASSERT_TRUE(
+      Log("Send complete. Confirm the Haas reports a successful receive before using the "
+          "program."));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  QByteArray shown = desk::TextOf(morva::kIdEditor).toLatin1();
+  shown.replace("\n", "\r\n");
+  ASSERT_TRUE(desk::Until([this, &shown]() { return ReadAll(Path("control.NC")) == shown; }))
+      << ReadAll(Path("control.NC")).size() << " of " << shown.size();
+  desk::Click(morva::kIdReceive);
+  ASSERT_TRUE(Log("Receive armed."));
+  Say("send " + Path("control.NC").toLocal8Bit());
+  ASSERT_TRUE(Log("Received RS-232 program opened in a new tab."));
+  QByteArray back = desk::TextOf(morva::kIdEditor).toLatin1();
+  back.replace("\n", "\r\n");
+  EXPECT_EQ(back, shown);
+}
+
+TEST_F(Line, TellsOfACableGoneInMidSend) {
+  QByteArray program = "%\r\n";
+  for (int i = 0; i < 60000; ++i) program += "G01 X1. Y2. Z3. F20.\r\n";
+  WriteAll(Path("long.NC"), program + "%\r\n");
+  Open(Path("long.NC"));
+  desk::Run(300);
+  Say("hold");
+  desk::AnswerBox(QStringLiteral("Yes"));
+  desk::Click(morva::kIdSend);
+  ASSERT_TRUE(Log("Sending current editor program..."));
+  Say("vanish");
+  ASSERT_TRUE(
+      Log("TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive "
+          "limit was reached. Incomplete data was not opened."));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_EQ(
+      desk::TextOf(morva::kIdStatusLine),
+      QStringLiteral("DNC transfer error \u2014 check COM port, cable, and matching settings."));
+}
+
+}  // namespace
