@@ -15,7 +15,7 @@
 #include "platform/qt/qt_testing.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
-#include "widgets/desk.h"
+#include "desk/desk.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "widgets/desk.h"
+#include "desk/desk.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -17,7 +17,7 @@
 #include "platform/window.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
-#include "widgets/desk.h"
+#include "desk/desk.h"
 
 namespace {
 
