@@ -1,0 +1,162 @@
+#include "documents/feature_settings.h"
+
+#include <bit>
+#include <cmath>
+
+namespace morva {
+
+namespace {
+
+constexpr double kValueBound = 1000000000.0;  // exclusive, for every stored number
+
+std::uint32_t LoadUnsigned(const unsigned char* bytes) {
+  return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
+         static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+void StoreUnsigned(unsigned char* bytes, std::uint32_t value) {
+  for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+}
+
+double LoadDouble(const unsigned char* bytes) {
+  const std::uint64_t low = LoadUnsigned(bytes);
+  const std::uint64_t high = LoadUnsigned(bytes + 4);
+  return std::bit_cast<double>(low | high << 32);
+}
+
+void StoreDouble(unsigned char* bytes, double value) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  StoreUnsigned(bytes, static_cast<std::uint32_t>(bits));
+  StoreUnsigned(bytes + 4, static_cast<std::uint32_t>(bits >> 32));
+}
+
+// A record may end anywhere, even inside a field; what is missing is zero.
+struct ByteReader {
+  const unsigned char* bytes;
+  std::size_t left;
+  std::uint32_t Unsigned() {
+    unsigned char field[4] = {};
+    return LoadUnsigned(Take(field, 4));
+  }
+  std::int32_t Signed() { return static_cast<std::int32_t>(Unsigned()); }
+  double Double() {
+    unsigned char field[8] = {};
+    return LoadDouble(Take(field, 8));
+  }
+  const unsigned char* Take(unsigned char* field, std::size_t size) {
+    const std::size_t count = left < size ? left : size;
+    for (std::size_t i = 0; i < count; ++i) field[i] = bytes[i];
+    bytes += count;
+    left -= count;
+    return field;
+  }
+};
+
+// NaN fails both.
+bool InRange(double value) { return std::fabs(value) < kValueBound; }
+bool InRangeNotNegative(double value) { return value >= 0.0 && value < kValueBound; }
+
+bool ValidKind(const FeatureSettings& s) {
+  const auto b = static_cast<std::uint32_t>(s.b);
+  switch (s.kind) {
+    case kKindShape:
+    case kKindCircular:
+    case kKindRectangular:
+      if (s.a < -1 || s.a > (s.kind == kKindShape ? 6 : 5)) return false;
+      if (s.a == -1 && s.itemCount == 0) return false;
+      return s.kind != kKindCircular || b <= 2;
+    case kKindPlate: {
+      if (static_cast<std::uint32_t>(s.a) > 3 || b > 3 || static_cast<std::uint32_t>(s.c) > 2)
+        return false;
+      const double placed = s.values[14];
+      if (!(placed >= 0.0 && placed <= s.itemCount && placed == std::floor(placed))) return false;
+      return s.a != 3 || (s.itemCount > 0 && placed <= 64.0);
+    }
+    default:
+      return true;
+  }
+}
+
+bool ValidItem(const FeatureItem& item, std::int32_t version) {
+  if (item.type < 0 || item.type > 3 + (version & 2)) return false;
+  return InRange(item.p0) && InRange(item.p1) && InRangeNotNegative(item.p2) &&
+         InRangeNotNegative(item.p3) && InRange(item.p4);
+}
+
+}  // namespace
+
+bool ValidateSettings(const FeatureSettings& record, std::size_t length) {
+  if (record.version < 1 || record.version > 3) return false;
+  if (record.kind < kKindShape || record.kind > kKindUserCode) return false;
+  if (record.metric != 0 && record.metric != 1) return false;
+  if (static_cast<std::uint32_t>(record.itemCount) > static_cast<std::uint32_t>(kMaxItems))
+    return false;
+  if (length != static_cast<std::size_t>(SettingsLength(record))) return false;
+  if (!ValidKind(record)) return false;
+  for (const double value : record.values) {
+    if (!InRange(value)) return false;
+  }
+  for (int i = 0; i < record.itemCount; ++i) {
+    if (!ValidItem(record.items[i], record.version)) return false;
+  }
+  return true;
+}
+
+void WriteSettings(const FeatureSettings& record, unsigned char* bytes) {
+  const std::int32_t head[] = {record.version, record.kind, record.metric,   record.a,
+                               record.b,       record.c,    record.itemCount};
+  for (int i = 0; i < 7; ++i) StoreUnsigned(bytes + 4 * i, static_cast<std::uint32_t>(head[i]));
+  StoreUnsigned(bytes + 28, record.codeHash);
+  for (int i = 0; i < 16; ++i) StoreDouble(bytes + 32 + 8 * i, record.values[i]);
+  for (int i = 0; i < kMaxItems; ++i) {
+    unsigned char* at = bytes + kSettingsHeadBytes + kItemBytes * i;
+    const FeatureItem item = i < record.itemCount ? record.items[i] : FeatureItem();
+    StoreUnsigned(at, static_cast<std::uint32_t>(item.type));
+    StoreUnsigned(at + 4, static_cast<std::uint32_t>(item.tag));
+    StoreDouble(at + 8, item.p0);
+    StoreDouble(at + 16, item.p1);
+    StoreDouble(at + 24, item.p2);
+    StoreDouble(at + 32, item.p3);
+    StoreDouble(at + 40, item.p4);
+  }
+}
+
+void ReadSettings(const unsigned char* bytes, std::size_t length, FeatureSettings& record) {
+  ByteReader in{bytes, length};
+  record.version = in.Signed();
+  record.kind = in.Signed();
+  record.metric = in.Signed();
+  record.a = in.Signed();
+  record.b = in.Signed();
+  record.c = in.Signed();
+  record.itemCount = in.Signed();
+  record.codeHash = in.Unsigned();
+  for (double& value : record.values) value = in.Double();
+  for (FeatureItem& item : record.items) {
+    if (in.left == 0) {
+      item = FeatureItem();
+      continue;
+    }
+    item.type = in.Signed();
+    item.tag = in.Signed();
+    item.p0 = in.Double();
+    item.p1 = in.Double();
+    item.p2 = in.Double();
+    item.p3 = in.Double();
+    item.p4 = in.Double();
+  }
+}
+
+void DropOldTags(FeatureSettings& record) {
+  if (record.version >= 3) return;
+  for (FeatureItem& item : record.items) item.tag = 0;
+}
+
+const char16_t* KindWords(std::int32_t kind) {
+  static constexpr const char16_t* kWords[] = {
+      u"Shape",       u"Circular pattern", u"Rectangular pattern", u"CAD sketch", u"Plate",
+      u"Guided skim", u"User code"};
+  return kind >= kKindShape && kind <= kKindUserCode ? kWords[kind - kKindShape] : u"Unknown";
+}
+
+}  // namespace morva
