@@ -24,7 +24,7 @@ struct FeatureRecord {
 
 struct FeatureTable {
   std::int32_t count = 0;
-  std::int32_t nextId = 1;  // the scan's next free id
+  std::int32_t nextId = 0;  // the scan's next free id, used by no row; 0 before any scan
   FeatureRecord rows[kMaxFeatures];
 };
 
@@ -45,11 +45,24 @@ std::int32_t NextTableId();
 
 // The editor position of a text index: a CR LF before it counts one.
 int MapTextOffset(std::u16string_view text, std::int32_t index);
+// And back: the text index of an editor position, at most the text's length.
+std::int32_t TextIndexOf(std::u16string_view text, int position);
+// Many positions of one text in a single pass; the indices asked for must not go back.
+struct OffsetMap {
+  std::u16string_view text;
+  std::int32_t index = 0;
+  int position = 0;
+};
+int AdvanceOffset(OffsetMap& map, std::int32_t index);
 
 // Writes markers into the editor for every record that needs them; guarded against itself.
 void AutoTagBlocks();
-// Rebuilds the feature list's rows from the text.
+// Rebuilds the feature list's rows from the text; a row's number is its block's id.
 void RefreshFeatureList();
+// Whether the block behind a row of the list was excluded at the last refresh; for drawing.
+bool FeatureRowExcluded(int row);
+// Selects the first row with this id, none where no row has it.
+void SelectFeatureRow(std::int32_t id);
 
 // The text of a whole settings block: BEGIN, NAME when `name` is not empty, DATA, CODE, the
 // body, CR LF, END. No line end in front or behind.
