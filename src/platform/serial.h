@@ -29,6 +29,9 @@ struct SerialName {
 
 // Present ports of COM1 to COM64 in rising order, at most `capacity`; how many there are.
 int ListSerialPorts(SerialName* names, int capacity);
+// Whoever knows better words for an adapter than the system's own list sets this; it answers
+// false for a device that it does not know. On the thread that lists.
+void SetAdapterNamer(bool (*namer)(const char16_t* device, char16_t* words, int capacity));
 
 enum class SerialProblem {
   None,
