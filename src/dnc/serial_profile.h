@@ -30,7 +30,7 @@ enum DncState : std::int32_t {
 };
 extern std::int32_t dncState;
 
-bool LoadSerialProfile();    // true when a port is named after loading
+bool LoadSerialProfile();  // true when a port is named after loading
 void SaveSerialProfile();
 bool ChooseSerialProfile();  // true when a port is settled
 bool AutoConnect();          // true when the port could be opened just now
@@ -39,8 +39,10 @@ void ScanComPorts();
 void SetDncState(std::int32_t state);
 const char16_t* DncStateWord(std::int32_t state);
 std::uint32_t DncStateColour(std::int32_t state);
-// The profile as the platform opens it.
+// The profile as the platform opens it; data bits, parity and stop bits cut to one byte.
 platform::SerialSettings SettingsOf(const SerialProfile& profile);
+// After an open that failed for lack of rights: names the group to join.
+void LogMissingRights(const platform::SerialSettings& settings);
 
 // The setup panel, when it exists: its lists answer for the profile. Null until then.
 struct SetupPanel {

@@ -1,0 +1,243 @@
+#include "dnc/serial_profile.h"
+
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/profile.h"
+#include "platform/window.h"
+
+namespace morva {
+
+SerialProfile serialProfile;
+std::int32_t dncState = kDncOffline;
+SetupPanel setupPanel;
+
+namespace {
+
+constexpr const char16_t* kSection = u"DNC";
+constexpr int kPortReadUnits = 80;  // of the value in the file, with the terminator
+
+struct NumberKey {
+  const char16_t* key;
+  std::int32_t SerialProfile::*field;
+  const char16_t* text;  // the default as the file would hold it
+  std::int32_t number;
+};
+
+constexpr NumberKey kNumberKeys[] = {
+    {u"Baud", &SerialProfile::baud, u"9600", 9600},
+    {u"DataBits", &SerialProfile::dataBits, u"7", 7},
+    {u"Parity", &SerialProfile::parity, u"2", 2},
+    {u"StopBits", &SerialProfile::stopBits, u"2", 2},
+    {u"Flow", &SerialProfile::flow, u"1", 1},
+};
+
+bool PanelExists() { return setupPanel.exists && setupPanel.exists(); }
+
+void RefreshReadOuts() {
+  std::u16string port = u"PORT  ";
+  port += serialProfile.port[0] ? serialProfile.port : u"--";
+  platform::SetText(kIdDncPort, port);
+  platform::SetText(kIdDncBaud, u"BAUD  " + IntegerText(serialProfile.baud));
+}
+
+// Which name is which device; nothing where the names are the system's own.
+void LogPortNames(const platform::SerialName* names, int count) {
+  for (int i = 0; i < count; ++i) {
+    if (!names[i].device[0]) continue;
+    std::u16string line = names[i].name;
+    line += u" is ";
+    line += names[i].device;
+    if (names[i].adapter[0]) {
+      line += u", ";
+      line += names[i].adapter;
+    }
+    LogOutput(line);
+  }
+}
+
+// Opens and closes at once: the port is never held between operations.
+bool TryPort() {
+  const platform::SerialSettings settings = SettingsOf(serialProfile);
+  platform::SerialProblem problem = platform::SerialProblem::None;
+  if (platform::OpenSerial(settings, problem)) {
+    platform::CloseSerial();
+    return true;
+  }
+  if (problem == platform::SerialProblem::Rights) LogMissingRights(settings);
+  return false;
+}
+
+bool ChooseFromPanel() {
+  SerialProfile shown;
+  if (!setupPanel.readLists || !setupPanel.readLists(shown)) {
+    LogOutput(u"Select a COM port first.");
+    return false;
+  }
+  serialProfile = shown;
+  return true;
+}
+
+}  // namespace
+
+bool LoadSerialProfile() {
+  std::u16string port = platform::ReadProfile(kSection, u"Port", u"");
+  if (port.size() >= kPortReadUnits) port.resize(kPortReadUnits - 1);
+  // A port found earlier in the same run survives a file that names none.
+  if (!port.empty()) CopyBounded(serialProfile.port, kPortNameUnits, port);
+  for (const NumberKey& row : kNumberKeys) {
+    serialProfile.*row.field =
+        ParseInteger(platform::ReadProfile(kSection, row.key, row.text), row.number);
+  }
+  return serialProfile.port[0] != 0;
+}
+
+void SaveSerialProfile() {
+  if (!ChooseSerialProfile()) return;
+  platform::BeginProfileChange();
+  platform::WriteProfile(kSection, u"Port", serialProfile.port);
+  for (const NumberKey& row : kNumberKeys) {
+    platform::WriteProfile(kSection, row.key, IntegerText(serialProfile.*row.field));
+  }
+  if (platform::EndProfileChange()) {
+    LogOutput(u"DNC profile saved beside MORVA.exe.");
+  } else {
+    ShowStatus(u"MORVA.ini could not be written — settings last for this run only.");
+  }
+  RefreshReadOuts();
+}
+
+bool ChooseSerialProfile() {
+  if (PanelExists()) return ChooseFromPanel();
+  if (LoadSerialProfile()) return true;
+  platform::SerialName names[kMaxComPorts];
+  const int count = platform::ListSerialPorts(names, kMaxComPorts);
+  if (count <= 0) {
+    LogOutput(u"Auto-connect: no serial COM port was found.");
+    return false;
+  }
+  LogPortNames(names, count);
+  CopyBounded(serialProfile.port, kPortNameUnits, names[0].name);
+  return true;
+}
+
+void ScanComPorts() {
+  platform::SerialName names[kMaxComPorts];
+  const int count = platform::ListSerialPorts(names, kMaxComPorts);
+  if (PanelExists() && setupPanel.fillPorts) setupPanel.fillPorts(names, count);
+  if (count <= 0) {
+    LogOutput(u"No COM ports detected. Check the USB/RS-232 adapter and driver.");
+    return;
+  }
+  LogOutput(u"Serial port scan complete.");
+  LogPortNames(names, count);
+}
+
+bool AutoConnect() {
+  if (dncState == kDncConnected) return true;
+  LogOutput(u"Auto-connect: attempting serial connection...");
+  if (!ChooseSerialProfile()) {
+    SetDncState(kDncConnectionFailed);
+    ShowStatus(u"DNC connection failed — open DNC Setup to select a COM port.");
+    return false;
+  }
+  if (!TryPort()) {
+    SetDncState(kDncConnectionFailed);
+    ShowStatus(u"DNC connection failed — COM port could not be opened/configured.");
+    LogOutput(u"AUTO-CONNECT FAILED: unable to open/configure the selected COM port.");
+    return false;
+  }
+  SetDncState(kDncConnected);
+  ShowStatus(u"DNC connected — serial port opened successfully.");
+  LogOutput(
+      u"AUTO-CONNECT OK: serial port is available. Machine handshake is confirmed only by a "
+      u"successful transfer.");
+  return true;
+}
+
+void CheckPort() {
+  if (!ChooseSerialProfile()) {
+    SetDncState(kDncConnectionFailed);
+    return;
+  }
+  if (!TryPort()) {
+    LogOutput(u"TEST FAILED: Windows could not open/configure the selected COM port.");
+    SetDncState(kDncConnectionFailed);
+    return;
+  }
+  LogOutput(u"TEST OK: COM port opened and communication parameters were accepted by Windows.");
+  LogOutput(
+      u"This does not prove the Haas settings/cable handshake match until an actual "
+      u"receive/send test succeeds.");
+  SetDncState(kDncConnected);
+}
+
+void SetDncState(std::int32_t state) {
+  dncState = state;
+  platform::SetText(kIdDncState, DncStateWord(state));
+  platform::ControlColours colours;
+  colours.text = DncStateColour(state);
+  colours.transparent = true;
+  platform::SetColours(kIdDncState, colours);
+  RefreshReadOuts();
+  platform::Repaint(kIdDncState);
+}
+
+const char16_t* DncStateWord(std::int32_t state) {
+  switch (state) {
+    case kDncConnected:
+      return u"DNC: CONNECTED";
+    case kDncTransferring:
+      return u"DNC: TRANSFERRING";
+    case kDncError:
+      return u"DNC: ERROR";
+    case kDncConnectionFailed:
+      return u"DNC: CONNECTION FAILED";
+    default:
+      return u"DNC: OFFLINE";
+  }
+}
+
+std::uint32_t DncStateColour(std::int32_t state) {
+  switch (state) {
+    case kDncConnected:
+      return platform::Rgb(0x22, 0xFF, 0x6E);
+    case kDncTransferring:
+      return platform::Rgb(0xFF, 0xBE, 0x50);
+    case kDncError:
+    case kDncConnectionFailed:
+      return platform::Rgb(0xFF, 0x64, 0x73);
+    default:
+      return platform::Rgb(0x91, 0xAA, 0xC4);
+  }
+}
+
+platform::SerialSettings SettingsOf(const SerialProfile& profile) {
+  platform::SerialSettings settings;
+  CopyBounded(settings.port, kPortNameUnits, profile.port);
+  settings.baud = profile.baud;
+  settings.dataBits = profile.dataBits & 0xFF;
+  settings.parity = profile.parity & 0xFF;
+  settings.stopBits = profile.stopBits & 0xFF;
+  settings.flow = profile.flow;
+  return settings;
+}
+
+void LogMissingRights(const platform::SerialSettings& settings) {
+  std::u16string line = settings.port;
+  line += u" may not be opened by this user.";
+  const std::u16string group = platform::SerialGroup(settings);
+  if (!group.empty()) line += u" Join the group " + group + u" and log in again.";
+  LogOutput(line);
+}
+
+void ResetSerialProfile() {
+  serialProfile = SerialProfile{};
+  dncState = kDncOffline;
+  setupPanel = SetupPanel{};
+}
+
+}  // namespace morva

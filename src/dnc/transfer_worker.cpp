@@ -1,0 +1,109 @@
+#include "dnc/transfer_worker.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <new>
+
+#include "app/app_state.h"
+#include "app/limits.h"
+#include "dnc/transfer.h"
+#include "platform/clock.h"
+#include "platform/post.h"
+
+namespace morva {
+
+WorkerRecord worker;
+
+namespace {
+
+bool AbortWanted() { return transfer.abortRequested.load() != 0; }
+
+void Fail(TransferFailure reason) {
+  platform::CloseSerial();
+  platform::PostToMain(kMessageTransferFailed, reason, 0);
+}
+
+void RunSend() {
+  const std::size_t total = transfer.sendBuffer.size();
+  const char* bytes = transfer.sendBuffer.data();
+  std::size_t sent = 0;
+  while (sent < total && !AbortWanted()) {
+    const std::size_t chunk = std::min<std::size_t>(total - sent, kSendChunk);
+    std::size_t written = 0;
+    const bool there = platform::WriteSerial(bytes + sent, chunk, written);
+    // A write that the abort woke with nothing taken is no stall of the far end.
+    if (there && written == 0 && AbortWanted()) break;
+    if (!there || written == 0) {
+      Fail(kFailedWrite);
+      return;
+    }
+    sent += written;
+    platform::PostToMain(kMessageSendProgress, sent, total);
+  }
+  // Whether the last bytes left is not asked: only the control can tell what arrived.
+  (void)platform::DrainSerial();
+  platform::CloseSerial();
+  platform::PostToMain(kMessageSendDone, sent, total);
+}
+
+// Reads until the line goes quiet. False: the port failed.
+bool Capture(char* buffer, std::size_t& used) {
+  const std::uint64_t start = platform::TickMilliseconds();
+  std::uint64_t lastData = start;
+  bool gotData = false;
+  used = 0;
+  while (!AbortWanted()) {
+    char bytes[kReceiveRead];
+    std::size_t got = 0;
+    if (!platform::ReadSerial(bytes, sizeof(bytes), got)) return false;
+    if (got > 0) {
+      lastData = platform::TickMilliseconds();
+      gotData = true;
+      const std::size_t kept = std::min<std::size_t>(got, kMaxReceivedBytes - used);
+      std::copy_n(bytes, kept, buffer + used);
+      used += kept;
+    }
+    const std::uint64_t now = platform::TickMilliseconds();
+    if (gotData && now - lastData > kIdleEndMs) break;
+    if (!gotData && now - start > kFirstDataWaitMs) break;
+    if (used == kMaxReceivedBytes) break;
+    platform::SleepMilliseconds(kReceivePauseMs);
+  }
+  return true;
+}
+
+void RunReceive() {
+  const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kMaxReceivedBytes]);
+  if (!buffer) {
+    Fail(kFailedMemory);
+    return;
+  }
+  std::size_t used = 0;
+  const bool there = Capture(buffer.get(), used);
+  worker.lineErrors = platform::SerialLineErrors();
+  // The largest program is one byte below the limit; partial data is never kept.
+  if (!there || used == kMaxReceivedBytes || AbortWanted()) {
+    Fail(kFailedReceive);
+    return;
+  }
+  platform::CloseSerial();
+  transfer.receivedData.assign(buffer.get(), used);
+  platform::PostToMain(kMessageReceiveDone, used, 0);
+}
+
+}  // namespace
+
+void RunTransfer() {
+  if (!platform::OpenSerial(worker.settings, worker.problem)) {
+    platform::PostToMain(kMessageTransferFailed, kFailedOpen, 0);
+    return;
+  }
+  if (transfer.isReceive) {
+    RunReceive();
+  } else {
+    RunSend();
+  }
+}
+
+}  // namespace morva
