@@ -28,8 +28,9 @@ std::int64_t SizeOfFile(int handle);
 // Everything written is on the medium.
 bool FlushFile(int handle);
 bool ShutFile(int handle);
-// `temporary` gets mode and owner of `target` where that exists. False only on a real error
-// of setting the mode; an owner that may not be given is left.
+// `temporary` gets mode and owner of `target` where that exists; an owner that may not be
+// given is left. False: the mode could not be set, or `target` is no plain file or one that
+// this user may not write, and must not be replaced.
 bool CopyAccess(std::u16string_view temporary, std::u16string_view target);
 // Puts `temporary` in the place of `target` in one step.
 bool RenameOver(std::u16string_view temporary, std::u16string_view target);
@@ -37,7 +38,8 @@ bool EraseFile(std::u16string_view path);
 bool FileExists(std::u16string_view path);
 // The folder that holds `path` is on the medium.
 bool FlushFolderOf(std::u16string_view path);
-// The target of a symbolic link, followed to its end; the path itself when it is none.
+// The target of a symbolic link, followed to its end; the path itself when it is none. Empty
+// when the links go round in a circle.
 std::u16string LinkTarget(std::u16string_view path);
 
 enum class FolderAnswer { Made, Exists, Failed };

@@ -1,0 +1,248 @@
+// Files and folders step by step, on real files in a folder of the test's own.
+
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "platform/atomic_file.h"
+#include "platform/common/faults.h"
+#include "support/stage.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::ReadAnswer;
+using support::NamesIn;
+using support::ReadRaw;
+using support::Wide;
+using support::WriteRaw;
+
+struct Files : public ::testing::Test {
+  fs::path folder = support::NewHome();
+  ~Files() override {
+    platform::fileFault = nullptr;
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+  }
+  std::u16string Path(const char* name) const { return Wide((folder / name).string()); }
+};
+
+struct AtomicFile : public Files {};
+
+mode_t ModeOf(const fs::path& path) {
+  struct stat about;
+  EXPECT_EQ(stat(path.c_str(), &about), 0);
+  return about.st_mode & 07777;
+}
+
+TEST_F(Files, ReadsAWholeFileUpToTheLimitAndNotAByteMore) {
+  WriteRaw(folder / "a", "12345");
+  std::string bytes = "old";
+  EXPECT_EQ(platform::ReadBytes(Path("a"), 5, bytes), ReadAnswer::Read);
+  EXPECT_EQ(bytes, "12345");
+  EXPECT_EQ(platform::ReadBytes(Path("a"), 4, bytes), ReadAnswer::TooLarge);
+  EXPECT_EQ(bytes, "");
+}
+
+TEST_F(Files, ReadsAnEmptyFile) {
+  WriteRaw(folder / "a", "");
+  std::string bytes = "old";
+  EXPECT_EQ(platform::ReadBytes(Path("a"), 5, bytes), ReadAnswer::Read);
+  EXPECT_EQ(bytes, "");
+}
+
+TEST_F(Files, FailsOnWhatIsNoFile) {
+  std::string bytes;
+  EXPECT_EQ(platform::ReadBytes(Path("missing"), 5, bytes), ReadAnswer::Failed);
+  EXPECT_EQ(platform::ReadBytes(Wide(folder.string()), 5, bytes), ReadAnswer::Failed);
+  EXPECT_EQ(platform::ReadBytes(u"/dev/zero", 5, bytes), ReadAnswer::Failed);
+  EXPECT_EQ(platform::ReadBytes(u"", 5, bytes), ReadAnswer::Failed);
+}
+
+TEST_F(Files, DoesNotHangOnAPipeWithoutAWriter) {
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::string bytes;
+  EXPECT_EQ(platform::ReadBytes(Path("pipe"), 5, bytes), ReadAnswer::Failed);
+}
+
+TEST_F(Files, RefusesANulInAPath) {
+  WriteRaw(folder / "a", "x");
+  std::u16string path = Path("a");
+  path += u'\0';
+  path += u"b";
+  std::string bytes;
+  EXPECT_EQ(platform::ReadBytes(path, 5, bytes), ReadAnswer::Failed);
+  EXPECT_FALSE(platform::EraseFile(path));
+  EXPECT_TRUE(platform::FileExists(Path("a")));
+}
+
+TEST_F(Files, MakesANewFileAndNeverOpensAnOldOne) {
+  const int handle = platform::NewFile(Path("n"));
+  ASSERT_GE(handle, 0);
+  EXPECT_EQ(platform::WriteBytes(handle, "abc", 3), 3);
+  EXPECT_EQ(platform::SizeOfFile(handle), 3);
+  EXPECT_TRUE(platform::FlushFile(handle));
+  EXPECT_TRUE(platform::ShutFile(handle));
+  EXPECT_EQ(ReadRaw(folder / "n"), "abc");
+  EXPECT_EQ(platform::NewFile(Path("n")), -1);
+  EXPECT_EQ(ReadRaw(folder / "n"), "abc");
+}
+
+TEST_F(Files, KeepsNamesThatAreNotAscii) {
+  const std::u16string path = Path("Gew\xC3\xBCnde \xE2\x80\x94 1.NC");
+  platform::ShutFile(platform::NewFile(path));
+  EXPECT_TRUE(platform::FileExists(path));
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"Gew\xC3\xBCnde \xE2\x80\x94 1.NC"});
+}
+
+TEST_F(Files, MakesAFolderOnceAndTakesAnythingThatStandsThere) {
+  EXPECT_EQ(platform::MakeFolder(Path("d")), platform::FolderAnswer::Made);
+  EXPECT_EQ(platform::MakeFolder(Path("d")), platform::FolderAnswer::Exists);
+  WriteRaw(folder / "f", "x");
+  EXPECT_EQ(platform::MakeFolder(Path("f")), platform::FolderAnswer::Exists);
+  EXPECT_EQ(platform::MakeFolder(Path("no/d")), platform::FolderAnswer::Failed);
+}
+
+TEST_F(Files, FollowsALinkToItsEnd) {
+  WriteRaw(folder / "real", "x");
+  fs::create_symlink("real", folder / "one");
+  fs::create_symlink(folder / "one", folder / "two");
+  EXPECT_EQ(platform::LinkTarget(Path("two")), Path("real"));
+  EXPECT_EQ(platform::LinkTarget(Path("real")), Path("real"));
+  EXPECT_EQ(platform::LinkTarget(Path("missing")), Path("missing"));
+}
+
+TEST_F(Files, GivesNothingForLinksInACircle) {
+  fs::create_symlink("b", folder / "a");
+  fs::create_symlink("a", folder / "b");
+  EXPECT_EQ(platform::LinkTarget(Path("a")), u"");
+}
+
+TEST_F(AtomicFile, WritesANewFileAndLeavesNothingBesideIt) {
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "G0 X1\r\n"));
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "G0 X1\r\n");
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
+}
+
+TEST_F(AtomicFile, WritesAnEmptyFile) {
+  WriteRaw(folder / "p.NC", "old");
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), ""));
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "");
+}
+
+TEST_F(AtomicFile, KeepsTheModeOfTheOldFile) {
+  WriteRaw(folder / "p.NC", "old");
+  ASSERT_EQ(chmod((folder / "p.NC").c_str(), 0640), 0);
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "new"));
+  EXPECT_EQ(ModeOf(folder / "p.NC"), 0640u);
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
+}
+
+TEST_F(AtomicFile, KeepsTheOwnerOfTheOldFile) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give a file away";
+  WriteRaw(folder / "p.NC", "old");
+  ASSERT_EQ(chown((folder / "p.NC").c_str(), 4321, 1234), 0);
+  ASSERT_EQ(chmod((folder / "p.NC").c_str(), 0664), 0);
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "new"));
+  struct stat about;
+  ASSERT_EQ(stat((folder / "p.NC").c_str(), &about), 0);
+  EXPECT_EQ(about.st_uid, 4321u);
+  EXPECT_EQ(about.st_gid, 1234u);
+  EXPECT_EQ(about.st_mode & 07777, 0664u);
+}
+
+TEST_F(AtomicFile, WritesThroughALinkInAnotherFolder) {
+  fs::create_directory(folder / "store");
+  WriteRaw(folder / "store" / "p.NC", "old");
+  fs::create_symlink("store/p.NC", folder / "link.NC");
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("link.NC"), "new"));
+  EXPECT_TRUE(fs::is_symlink(folder / "link.NC"));
+  EXPECT_EQ(ReadRaw(folder / "store" / "p.NC"), "new");
+  EXPECT_EQ(NamesIn(folder / "store"), std::vector<std::string>{"p.NC"});
+}
+
+TEST_F(AtomicFile, MakesTheTargetOfALinkThatLeadsNowhereYet) {
+  fs::create_symlink("later.NC", folder / "link.NC");
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("link.NC"), "new"));
+  EXPECT_TRUE(fs::is_symlink(folder / "link.NC"));
+  EXPECT_EQ(ReadRaw(folder / "later.NC"), "new");
+}
+
+TEST_F(AtomicFile, ReplacesNeitherAFolderNorAPipe) {
+  fs::create_directory(folder / "d");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("d"), "new"));
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("pipe"), "new"));
+  EXPECT_TRUE(fs::is_directory(folder / "d"));
+  EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+  EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"d", "pipe"}));
+}
+
+TEST_F(AtomicFile, ReplacesNoFileThatTheUserMayNotWrite) {
+  if (geteuid() == 0) GTEST_SKIP() << "the superuser may write everything";
+  WriteRaw(folder / "p.NC", "old");
+  ASSERT_EQ(chmod((folder / "p.NC").c_str(), 0444), 0);
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("p.NC"), "new"));
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "old");
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
+}
+
+TEST_F(AtomicFile, FailsForAFolderThatDoesNotExist) {
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("no/p.NC"), "new"));
+  EXPECT_TRUE(NamesIn(folder).empty());
+}
+
+// The count of the call that fails, and the calls seen so far, per kind.
+std::string faultKind;
+int faultAt = 0;
+int faultSeen = 0;
+
+bool FailNth(std::string_view kind) { return kind == faultKind && ++faultSeen == faultAt; }
+
+TEST_F(AtomicFile, KeepsTheOldFileWholeWhateverStepFails) {
+  for (const char* kind : {"new", "write", "size", "flush", "shut", "access", "rename"}) {
+    int at = 0;
+    do {
+      WriteRaw(folder / "p.NC", "old");
+      faultKind = kind;
+      faultAt = ++at;
+      faultSeen = 0;
+      platform::fileFault = FailNth;
+      const bool saved = platform::WriteFileAtomic(Path("p.NC"), "brand new");
+      platform::fileFault = nullptr;
+      const bool met = faultSeen >= faultAt;
+      EXPECT_EQ(saved, !met) << kind << " " << at;
+      EXPECT_EQ(ReadRaw(folder / "p.NC"), met ? "old" : "brand new") << kind << " " << at;
+      EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"}) << kind << " " << at;
+    } while (faultSeen >= faultAt);
+    EXPECT_GE(at, 2) << kind << " was never asked for";
+  }
+}
+
+TEST_F(AtomicFile, GoesOnAfterAShortWrite) {
+  faultKind = "short";
+  faultAt = 1;
+  faultSeen = 0;
+  platform::fileFault = FailNth;
+  EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "twelve bytes"));
+  EXPECT_GE(faultSeen, 2);
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "twelve bytes");
+}
+
+TEST_F(AtomicFile, SaysSoWhenTheFolderCouldNotBeFlushed) {
+  WriteRaw(folder / "p.NC", "old");
+  faultKind = "flushfolder";
+  faultAt = 1;
+  faultSeen = 0;
+  platform::fileFault = FailNth;
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("p.NC"), "new"));
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
+}
+
+}  // namespace

@@ -1,0 +1,195 @@
+// The settings file. Expected files are written out by hand.
+
+#include "platform/profile.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/common/faults.h"
+#include "support/stage.h"
+
+namespace {
+
+using platform::ChangeInProfile;
+using platform::FindInProfile;
+using support::ReadRaw;
+using support::WriteRaw;
+
+std::u16string Find(std::u16string_view file, std::u16string_view section,
+                    std::u16string_view key) {
+  std::u16string value;
+  return FindInProfile(file, section, key, value) ? value : u"<none>";
+}
+
+TEST(ProfileText, FindsAKeyInItsSectionOnly) {
+  const char16_t* file = u"[A]\r\nPort=COM1\r\n[B]\r\nPort=COM2\r\n";
+  EXPECT_EQ(Find(file, u"A", u"Port"), u"COM1");
+  EXPECT_EQ(Find(file, u"B", u"Port"), u"COM2");
+  EXPECT_EQ(Find(file, u"C", u"Port"), u"<none>");
+  EXPECT_EQ(Find(file, u"A", u"Baud"), u"<none>");
+}
+
+TEST(ProfileText, IgnoresTheCaseOfAToZInNamesAndKeepsItInValues) {
+  const char16_t* file = u"[dnc]\r\nPORT=com3\r\n";
+  EXPECT_EQ(Find(file, u"DNC", u"Port"), u"com3");
+  // A name with another letter than A to Z in the other case is another name.
+  EXPECT_EQ(Find(u"[\u00E4]\r\nk=1\r\n", u"\u00C4", u"k"), u"<none>");
+}
+
+TEST(ProfileText, TrimsOuterBlanksAndOnePairOfQuotes) {
+  EXPECT_EQ(Find(u"[S]\r\nk = \t a b \t\r\n", u"S", u"k"), u"a b");
+  EXPECT_EQ(Find(u"[S]\r\nk=\" a \"\r\n", u"S", u"k"), u" a ");
+  EXPECT_EQ(Find(u"[S]\r\nk=\"\"a\"\"\r\n", u"S", u"k"), u"\"a\"");
+  EXPECT_EQ(Find(u"[S]\r\nk=\"a\r\n", u"S", u"k"), u"\"a");
+  EXPECT_EQ(Find(u"[S]\r\nk=\"\r\n", u"S", u"k"), u"\"");
+  EXPECT_EQ(Find(u"[S]\r\nk=\r\n", u"S", u"k"), u"");
+}
+
+TEST(ProfileText, TakesABareLineFeedForALineEndAndALastLineWithoutOne) {
+  EXPECT_EQ(Find(u"[S]\na=1\nb=2", u"S", u"a"), u"1");
+  EXPECT_EQ(Find(u"[S]\na=1\nb=2", u"S", u"b"), u"2");
+}
+
+TEST(ProfileText, KeepsEqualSignsAndSemicolonsOfAValue) {
+  EXPECT_EQ(Find(u"[S]\r\nk=a=b;c\r\n", u"S", u"k"), u"a=b;c");
+  EXPECT_EQ(Find(u"[S]\r\n;k=1\r\nk=2\r\n", u"S", u"k"), u"2");
+}
+
+TEST(ProfileText, StepsOverAMarkAtTheStart) {
+  EXPECT_EQ(Find(u"\uFEFF[S]\r\nk=1\r\n", u"S", u"k"), u"1");
+}
+
+TEST(ProfileText, ChangesOneLineAndNothingElse) {
+  EXPECT_EQ(ChangeInProfile(u"; mine\r\n\r\n[S]\nfoo\nK = 1\n\n[T]\r\nk=9\r\n", u"s", u"k", u"2"),
+            u"; mine\r\n\r\n[S]\nfoo\nk=2\r\n\n[T]\r\nk=9\r\n");
+}
+
+TEST(ProfileText, AddsAKeyBehindTheSectionsLastLine) {
+  EXPECT_EQ(ChangeInProfile(u"[S]\r\na=1\r\n\r\n[T]\r\nb=2\r\n", u"S", u"c", u"3"),
+            u"[S]\r\na=1\r\nc=3\r\n\r\n[T]\r\nb=2\r\n");
+  EXPECT_EQ(ChangeInProfile(u"[S]\r\na=1", u"S", u"c", u"3"), u"[S]\r\na=1\r\nc=3\r\n");
+}
+
+TEST(ProfileText, AddsASectionAtTheEnd) {
+  EXPECT_EQ(ChangeInProfile(u"", u"DNC", u"Port", u"COM1"), u"[DNC]\r\nPort=COM1\r\n");
+  EXPECT_EQ(ChangeInProfile(u"[S]\r\na=1", u"T", u"b", u"2"), u"[S]\r\na=1\r\n[T]\r\nb=2\r\n");
+}
+
+TEST(ProfileText, DoesNotTouchKeysBeforeTheFirstSection) {
+  EXPECT_EQ(Find(u"k=1\r\n[S]\r\n", u"", u"k"), u"<none>");
+  EXPECT_EQ(ChangeInProfile(u"k=1\r\n", u"S", u"k", u"2"), u"k=1\r\n[S]\r\nk=2\r\n");
+}
+
+TEST(ProfileText, BringsEveryOneLineValueBackAsItWas) {
+  for (const char16_t* value : {u"", u" a", u"a ", u"\t", u"\"", u"\"\"", u"\"a\"", u"a\"b", u"=;#",
+                                u"[S]", u"\u00B0\u2014\U0001F600"}) {
+    const std::u16string file = ChangeInProfile(u"[S]\r\nz=1\r\n", u"S", u"k", value);
+    EXPECT_EQ(Find(file, u"S", u"k"), value);
+    EXPECT_EQ(Find(file, u"S", u"z"), u"1");
+  }
+}
+
+TEST(ProfileText, LetsNoValueMakeALineOfItsOwn) {
+  EXPECT_EQ(ChangeInProfile(u"", u"S", u"k", u"a\r\n[T]\r\nx=1"), u"[S]\r\nk=a\r\n");
+}
+
+TEST(ProfileText, ChangesTheLineThatReadingFindsAmongDoubles) {
+  const std::u16string file =
+      ChangeInProfile(u"[S]\r\na=1\r\n[S]\r\nk=1\r\nk=2\r\n", u"S", u"k", u"3");
+  EXPECT_EQ(file, u"[S]\r\na=1\r\n[S]\r\nk=3\r\nk=2\r\n");
+  EXPECT_EQ(Find(file, u"S", u"k"), u"3");
+}
+
+struct ProfileFile : public support::Stage {
+  support::fs::path File() const { return folder / "bin" / "MORVA.ini"; }
+};
+
+int flushes = 0;
+bool CountFlushes(std::string_view kind) {
+  if (kind == "flush") ++flushes;
+  return false;
+}
+bool FailWrites(std::string_view kind) { return kind == "write"; }
+bool FailReads(std::string_view kind) { return kind == "read"; }
+
+TEST_F(ProfileFile, StandsBesideTheExecutable) {
+  EXPECT_EQ(platform::ProfilePath(), PathOf("bin/MORVA.ini"));
+}
+
+TEST_F(ProfileFile, GivesTheFallbackWithoutAFile) {
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u"COM7"), u"COM7");
+}
+
+TEST_F(ProfileFile, WritesAllChangesOfOneBracketOnce) {
+  flushes = 0;
+  platform::fileFault = CountFlushes;
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Baud", u"19200");
+  EXPECT_TRUE(platform::EndProfileChange());
+  platform::WriteProfile(u"Simulator", u"Grid", u"\u00B5");
+  EXPECT_EQ(flushes, 0);
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Baud", u""), u"19200");
+  EXPECT_TRUE(platform::EndProfileChange());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(flushes, 1);
+  EXPECT_EQ(ReadRaw(File()),
+            "[DNC]\r\nPort=COM2\r\nBaud=19200\r\n[Simulator]\r\nGrid=\xC2\xB5\r\n");
+}
+
+TEST_F(ProfileFile, WritesASingleChangeAtOnce) {
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_EQ(ReadRaw(File()), "[DNC]\r\nPort=COM2\r\n");
+  EXPECT_EQ(platform::ReadProfile(u"dnc", u"port", u""), u"COM2");
+}
+
+TEST_F(ProfileFile, KeepsBytesThatAreNoTextAsTheyAre) {
+  WriteRaw(File(), "[X]\r\nname=\xE9\xFF\r\n");
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_EQ(ReadRaw(File()), "[X]\r\nname=\xE9\xFF\r\n[DNC]\r\nPort=COM2\r\n");
+}
+
+TEST_F(ProfileFile, TakesAWholeSectionOutAndAllOfItsDoubles) {
+  WriteRaw(File(), "[A]\r\na=1\r\n[B]\r\nb=1\r\n\r\n[a]\r\na=2\r\n");
+  platform::EraseProfileSection(u"A");
+  EXPECT_EQ(ReadRaw(File()), "[B]\r\nb=1\r\n\r\n");
+}
+
+TEST_F(ProfileFile, IsWholeAsItWasAfterAFailedWrite) {
+  WriteRaw(File(), "[DNC]\r\nPort=COM1\r\n");
+  platform::fileFault = FailWrites;
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_FALSE(platform::EndProfileChange());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(ReadRaw(File()), "[DNC]\r\nPort=COM1\r\n");
+  EXPECT_EQ(support::NamesIn(folder / "bin"), std::vector<std::string>{"MORVA.ini"});
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u""), u"COM1");
+}
+
+TEST_F(ProfileFile, IsNotReplacedWhenItCannotBeRead) {
+  WriteRaw(File(), "[DNC]\r\nPort=COM1\r\n[Tool0]\r\nName=x\r\n");
+  platform::fileFault = FailReads;
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_FALSE(platform::EndProfileChange());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(ReadRaw(File()), "[DNC]\r\nPort=COM1\r\n[Tool0]\r\nName=x\r\n");
+}
+
+TEST_F(ProfileFile, IsNotWrittenWhenNothingChanges) {
+  WriteRaw(File(), "[DNC]\r\nPort=COM1\r\n");
+  flushes = 0;
+  platform::fileFault = CountFlushes;
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM1");
+  EXPECT_TRUE(platform::EndProfileChange());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(flushes, 0);
+}
+
+TEST_F(ProfileFile, RefusesAnEndWithoutABeginning) { EXPECT_FALSE(platform::EndProfileChange()); }
+
+}  // namespace
