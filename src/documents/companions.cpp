@@ -1,0 +1,137 @@
+// The byte images of a program's drawings and plates.
+
+#include "documents/companions.h"
+
+#include <memory>
+
+namespace morva {
+namespace {
+
+constexpr std::size_t kHeadBytes = 8;
+constexpr std::size_t kHiddenAt = kSettingsBytes;
+constexpr std::size_t kLockedAt = kHiddenAt + kMaxItems;
+constexpr std::size_t kNameAt = kLockedAt + kMaxItems;
+
+const unsigned char* BytesAt(std::string_view bytes, std::size_t at) {
+  return reinterpret_cast<const unsigned char*>(bytes.data()) + at;
+}
+
+unsigned char* BytesAt(std::string& bytes, std::size_t at) {
+  return reinterpret_cast<unsigned char*>(bytes.data()) + at;
+}
+
+std::uint32_t LoadCount(const unsigned char* bytes) {
+  return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
+         static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+void StoreCount(unsigned char* bytes, std::uint32_t value) {
+  for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+}
+
+// Both files begin with how many slots are in use and which one is active.
+bool ReadHead(std::string_view bytes, std::uint32_t most, std::uint32_t& count,
+              std::uint32_t& active) {
+  count = LoadCount(BytesAt(bytes, 0));
+  active = LoadCount(BytesAt(bytes, 4));
+  return count >= 1 && count <= most && active < count;
+}
+
+bool UsableRecord(const FeatureSettings& record, std::int32_t kind) {
+  // The count is tested first: a length made from a wild one could overflow.
+  if (record.kind != kind || record.itemCount < 0 || record.itemCount > kMaxItems) return false;
+  return ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
+}
+
+void ReadDrawing(const unsigned char* slot, Drawing& drawing) {
+  ReadSettings(slot, kSettingsBytes, drawing.settings);
+  for (int i = 0; i < kMaxItems; ++i) {
+    drawing.hidden[i] = slot[kHiddenAt + static_cast<std::size_t>(i)];
+    drawing.locked[i] = slot[kLockedAt + static_cast<std::size_t>(i)];
+  }
+  for (int i = 0; i < kDrawingNameUnits; ++i) {
+    const unsigned char* unit = slot + kNameAt + 2 * static_cast<std::size_t>(i);
+    drawing.name[i] = static_cast<char16_t>(unit[0] | unit[1] << 8);
+  }
+  drawing.name[kDrawingNameUnits - 1] = 0;
+}
+
+void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
+  WriteSettings(drawing.settings, slot);
+  for (int i = 0; i < kMaxItems; ++i) {
+    slot[kHiddenAt + static_cast<std::size_t>(i)] = drawing.hidden[i];
+    slot[kLockedAt + static_cast<std::size_t>(i)] = drawing.locked[i];
+  }
+  for (int i = 0; i < kDrawingNameUnits; ++i) {
+    unsigned char* unit = slot + kNameAt + 2 * static_cast<std::size_t>(i);
+    unit[0] = static_cast<unsigned char>(drawing.name[i] & 0xFF);
+    unit[1] = static_cast<unsigned char>(drawing.name[i] >> 8);
+  }
+}
+
+}  // namespace
+
+bool ReadCadFile(std::string_view bytes, CadStore& store) {
+  if (bytes.size() != kCadFileBytes) return false;
+  const auto read = std::make_unique<CadStore>();
+  if (!ReadHead(bytes, kMaxDrawings, read->count, read->active)) return false;
+  for (std::uint32_t i = 0; i < kMaxDrawings; ++i) {
+    Drawing& drawing = read->drawings[i];
+    ReadDrawing(BytesAt(bytes, kHeadBytes + i * kDrawingSlotBytes), drawing);
+    if (i >= read->count) continue;
+    if (!UsableRecord(drawing.settings, kKindSketch)) return false;
+    DropOldTags(drawing.settings);
+  }
+  store = *read;
+  return true;
+}
+
+void WriteCadFile(const CadStore& store, std::string& bytes) {
+  bytes.assign(kCadFileBytes, '\0');
+  StoreCount(BytesAt(bytes, 0), store.count);
+  StoreCount(BytesAt(bytes, 4), store.active);
+  for (std::size_t i = 0; i < kMaxDrawings; ++i) {
+    WriteDrawing(store.drawings[i], BytesAt(bytes, kHeadBytes + i * kDrawingSlotBytes));
+  }
+}
+
+bool ReadPlateFile(std::string_view bytes, PlateStore& store) {
+  if (bytes.size() != kPlateFileBytes) return false;
+  const auto read = std::make_unique<PlateStore>();
+  if (!ReadHead(bytes, kMaxPlates, read->count, read->active)) return false;
+  for (std::uint32_t i = 0; i < kMaxPlates; ++i) {
+    FeatureSettings& plate = read->plates[i];
+    ReadSettings(BytesAt(bytes, kHeadBytes + i * kSettingsBytes), kSettingsBytes, plate);
+    if (i >= read->count) continue;
+    if (!UsableRecord(plate, kKindPlate)) return false;
+    DropOldTags(plate);
+  }
+  store = *read;
+  return true;
+}
+
+void WritePlateFile(const PlateStore& store, std::string& bytes) {
+  bytes.assign(kPlateFileBytes, '\0');
+  StoreCount(BytesAt(bytes, 0), store.count);
+  StoreCount(BytesAt(bytes, 4), store.active);
+  for (std::size_t i = 0; i < kMaxPlates; ++i) {
+    WriteSettings(store.plates[i], BytesAt(bytes, kHeadBytes + i * kSettingsBytes));
+  }
+}
+
+bool ReadOldPlateFile(std::string_view bytes, FeatureSettings& plate) {
+  if (bytes.size() != kOldPlateFileBytes) return false;
+  const auto read = std::make_unique<FeatureSettings>();
+  ReadSettings(BytesAt(bytes, 0), kSettingsBytes, *read);
+  if (!UsableRecord(*read, kKindPlate)) return false;
+  DropOldTags(*read);
+  plate = *read;
+  return true;
+}
+
+void WriteOldPlateFile(const FeatureSettings& plate, std::string& bytes) {
+  bytes.assign(kOldPlateFileBytes, '\0');
+  WriteSettings(plate, BytesAt(bytes, 0));
+}
+
+}  // namespace morva

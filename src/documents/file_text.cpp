@@ -1,0 +1,149 @@
+// Whole files in and out, and the two ways between bytes and program text.
+//
+// Both ways run over texts of tens of megabytes at every open and save, so that plain ASCII
+// between line ends goes eight characters at a time.
+
+#include "documents/file_text.h"
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include "app/limits.h"
+#include "platform/atomic_file.h"
+#include "platform/file.h"
+
+namespace morva {
+namespace {
+
+constexpr std::size_t kStride = 8;
+constexpr std::size_t kPieceBytes = 4096;
+
+// Windows-1252 from 0x80 to 0x9F; everything else is its own number. 0 is undefined.
+constexpr char16_t kCodePage[32] = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80 to 87
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,       // 88 to 8F
+    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90 to 97
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178,  // 98 to 9F
+};
+
+bool IsBlank(char16_t c) { return c == u'\t' || c == u'\n' || c == u'\r' || c == u' '; }
+
+// How many of four units from the first on are from 0x0E to 0x7F, which go out as they are.
+static_assert(std::endian::native == std::endian::little);
+int PlainOfFour(const char16_t* units) {
+  constexpr std::uint64_t kTop = 0x8000800080008000u;
+  std::uint64_t lanes;
+  std::memcpy(&lanes, units, 8);
+  // The top bits keep a lane from borrowing from its neighbour or carrying into it.
+  const std::uint64_t above = ((lanes & ~kTop) + 0x7F807F807F807F80u) | lanes;
+  const std::uint64_t below = ~((lanes | kTop) - 0x000E000E000E000Eu);
+  return std::countr_zero((above | below) & kTop) / 16;
+}
+
+// Gathers output in a piece that stays in the cache, so that the long string is touched once.
+struct Writer {
+  std::string out;
+  std::size_t used = 0;
+  char piece[kPieceBytes];
+
+  void Flush() {
+    out.append(piece, used);
+    used = 0;
+  }
+  void MakeRoom() {
+    if (used + kStride > kPieceBytes) Flush();
+  }
+};
+
+// Copies `text` up to its first NUL with CR LF for every line end and "?" for what is no ASCII.
+void WriteBody(std::u16string_view text, Writer& writer) {
+  const char16_t* at = text.data();
+  const char16_t* const end = at + text.size();
+  while (at != end) {
+    writer.MakeRoom();
+    if (static_cast<std::size_t>(end - at) >= kStride) {
+      // All eight are copied; only those that are plain are counted.
+      for (std::size_t i = 0; i < kStride; ++i) {
+        writer.piece[writer.used + i] = static_cast<char>(at[i]);
+      }
+      int plain = PlainOfFour(at);
+      if (plain == 4) plain += PlainOfFour(at + 4);
+      writer.used += static_cast<std::size_t>(plain);
+      at += plain;
+      if (plain == static_cast<int>(kStride)) continue;
+      writer.MakeRoom();
+    }
+    const char16_t unit = *at++;
+    if (unit == u'\0') break;
+    if (unit == u'\r' || unit == u'\n') {
+      if (unit == u'\r' && at != end && *at == u'\n') ++at;
+      writer.piece[writer.used++] = '\r';
+      writer.piece[writer.used++] = '\n';
+    } else {
+      writer.piece[writer.used++] = unit > 127 ? '?' : static_cast<char>(unit);
+    }
+  }
+  writer.Flush();
+}
+
+// Which of the two percent lines a text to the control still needs.
+void MissingPercents(std::u16string_view text, bool& first, bool& last) {
+  first = last = true;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (IsBlank(text[i])) continue;
+    first = text[i] != u'%';
+    break;
+  }
+  for (std::size_t i = text.size(); i-- > 0;) {
+    if (IsBlank(text[i])) continue;
+    last = text[i] != u'%';
+    break;
+  }
+}
+
+}  // namespace
+
+bool ReadWholeFile(std::u16string_view path, std::string& bytes) {
+  return platform::ReadBytes(path, kMaxReadBytes, bytes) == platform::ReadAnswer::Read;
+}
+
+bool SaveFileAtomic(std::u16string_view path, std::string_view bytes) {
+  return path.size() <= kSavePathUnits && platform::WriteFileAtomic(path, bytes);
+}
+
+std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
+  bool first = false;
+  bool last = false;
+  if (wrap) MissingPercents(text.substr(0, text.find(u'\0')), first, last);
+  Writer writer;
+  writer.out.reserve(text.size() + text.size() / 32 + 32);
+  if (first) writer.out += "%\r\n";
+  WriteBody(text, writer);
+  if (!writer.out.empty() && writer.out.back() != '\n') writer.out += "\r\n";
+  if (last) writer.out += "%\r\n";
+  return std::move(writer.out);
+}
+
+std::u16string DecodeProgram(std::string_view bytes) {
+  bytes = bytes.substr(0, bytes.find('\0'));
+  std::u16string text = platform::FromUtf8(bytes);
+  if (text.empty()) text = DecodeCodePage(bytes);
+  return text;
+}
+
+std::u16string DecodeCodePage(std::string_view bytes) {
+  std::u16string text(bytes.size(), u'\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    char16_t unit = byte;
+    if (byte >= 0x80 && byte <= 0x9F) {
+      unit = kCodePage[byte - 0x80] ? kCodePage[byte - 0x80] : char16_t{0xFFFD};
+    }
+    text[i] = unit;
+  }
+  return text;
+}
+
+}  // namespace morva
