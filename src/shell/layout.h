@@ -1,6 +1,7 @@
 // The main window's controls and their places: one routine for every state.
 #pragma once
 
+#include "platform/events.h"
 #include "platform/geometry.h"
 
 namespace morva {
@@ -17,14 +18,18 @@ void GoBack();
 bool ModeExists(int mode);
 // The splitter: drags are clamped to 190 to 430.
 void DragSplitter(int x);
+// Pointer on the bare main window: takes hold of the splitter. True: used.
+bool MainPointer(const platform::PointerEvent& event);
 // Areas that the main window paints itself, for the last layout.
 struct LayoutAreas {
   platform::Rect topBand;
   platform::Rect leftPanel;
   platform::Rect workArea;
   platform::Rect rightPanel;
+  platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;
   platform::Rect separator;  // the line between mode list and features
+  platform::Rect status;     // the band under the status line
 };
 const LayoutAreas& Areas();
 void RegisterShellCommands();

@@ -1,0 +1,29 @@
+// The table of the main window's push buttons: words, hint, font and face of each.
+//
+// A key's text is what a hover shows. Where the face is an icon, the text is the hint and the
+// accessible name tells the key from its neighbours.
+#pragma once
+
+#include "platform/geometry.h"
+#include "shell/theme.h"
+
+namespace morva {
+
+struct KeySpec {
+  int id;
+  const char16_t* text;
+  const char16_t* name;  // accessible name, empty: the text
+  const char16_t* tip;
+  platform::FontRole font;
+  PanelStyle style;
+  int icon;       // -1: caption only
+  bool iconOnly;  // the face is the icon, not the text
+};
+
+const KeySpec* Keys(int& count);
+// Null when the id is no key of the main window.
+const KeySpec* KeyOf(int id);
+// Whether the key stands for a state that is on just now, as its words or its icon tell.
+bool KeyIsOn(int id);
+
+}  // namespace morva

@@ -1,0 +1,120 @@
+#include "shell/layout.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "platform/window.h"
+#include "shell/layout_rects.h"
+#include "shell/modes.h"
+
+namespace morva {
+
+using platform::Rect;
+
+namespace {
+
+constexpr int kGripLeft = 4;  // pixels left of the panel's edge that take hold of it
+constexpr int kGripRight = 5;
+
+LayoutAreas areas;
+bool dragging = false;
+bool gripShape = false;  // the pointer shows that the edge can be dragged
+
+// Which of the placed things are shown, so that only a change touches them.
+struct Shown {
+  int id = 0;
+  bool shown = false;
+};
+Shown shownTable[kMaxPlacements];
+int shownCount = 0;
+
+void Show(int id, bool shown) {
+  for (int i = 0; i < shownCount; ++i) {
+    if (shownTable[i].id != id) continue;
+    if (shownTable[i].shown == shown) return;
+    shownTable[i].shown = shown;
+    platform::SetVisible(id, shown);
+    return;
+  }
+  if (shownCount < kMaxPlacements) shownTable[shownCount++] = Shown{id, shown};
+  platform::SetVisible(id, shown);
+}
+
+bool InGrip(int x) {
+  return x >= app.leftPanelWidth - kGripLeft && x <= app.leftPanelWidth + kGripRight;
+}
+
+void ShowGripShape(bool grip) {
+  if (grip == gripShape) return;
+  gripShape = grip;
+  platform::SetPointerShape(platform::kMainWindow, grip ? platform::PointerShape::SizeAcross
+                                                        : platform::PointerShape::Arrow);
+}
+
+}  // namespace
+
+const LayoutAreas& Areas() { return areas; }
+
+void Layout() {
+  const Rect client = platform::ClientArea(platform::kMainWindow);
+  if (client.right <= 0 || client.bottom <= 0) return;
+  LayoutInput in;
+  in.width = client.right;
+  in.height = client.bottom;
+  in.leftPanelWidth = app.leftPanelWidth;
+  in.topBarHeight = app.topBarHeight;
+  in.mode = app.mode;
+  in.tabCount = app.tabCount;
+  const LayoutPlan plan = PlanLayout(in);
+  app.leftPanelWidth = plan.leftPanelWidth;
+  areas = plan.areas;
+  for (int i = 0; i < plan.count; ++i) {
+    const Placement& placement = plan.placements[i];
+    if (!IsEmpty(placement.place)) platform::SetPlace(placement.id, placement.place);
+    Show(placement.id, !IsEmpty(placement.place));
+  }
+  platform::Repaint(platform::kMainWindow);
+}
+
+void DragSplitter(int x) {
+  app.leftPanelWidth = x < kLeftPanelLeast ? kLeftPanelLeast : x;
+  if (app.leftPanelWidth > kLeftPanelMost) app.leftPanelWidth = kLeftPanelMost;
+  Layout();
+}
+
+bool MainPointer(const platform::PointerEvent& event) {
+  switch (event.action) {
+    case platform::PointerAction::Press:
+      if (event.button != platform::PointerButton::Left || !InGrip(event.x)) return false;
+      dragging = true;
+      platform::CapturePointer(platform::kMainWindow);
+      return true;
+    case platform::PointerAction::Move:
+      if (!dragging) {
+        ShowGripShape(event.y >= app.topBarHeight && InGrip(event.x));
+        return false;
+      }
+      DragSplitter(event.x);
+      return true;
+    case platform::PointerAction::Release:
+      if (!dragging || event.button != platform::PointerButton::Left) return false;
+      dragging = false;
+      platform::ReleasePointer();
+      return true;
+    case platform::PointerAction::Leave:
+      if (!dragging) ShowGripShape(false);
+      return false;
+    default:
+      return false;
+  }
+}
+
+void ResetShell() {
+  areas = LayoutAreas();
+  dragging = false;
+  gripShape = false;
+  shownCount = 0;
+  ResetModes();
+}
+
+}  // namespace morva

@@ -1,0 +1,332 @@
+#include "shell/layout_rects.h"
+
+#include <algorithm>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/limits.h"
+
+namespace morva {
+
+using platform::Rect;
+
+namespace {
+
+constexpr int kPad = 8;     // window edge to content, panel edge to content
+constexpr int kKeyGap = 5;  // between keys of one row
+constexpr int kTopBand = 70;
+constexpr int kTopKeysLeft = 240;
+constexpr int kTopKeysTop = 10;
+constexpr int kBarKeyHeight = 34;
+constexpr int kStatusHeight = 28;
+constexpr int kTabHeight = 30;
+constexpr int kTabLeast = 112;  // narrower tabs wrap into a second row
+constexpr int kTabMost = 190;
+constexpr int kGutterWidth = 52;
+constexpr int kEditorLeast = 420;
+constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
+constexpr int kSmallKey = 28;          // height of keys inside panels
+constexpr int kHeadRow = 26;
+
+void Put(LayoutPlan& plan, int id, const Rect& place) {
+  if (plan.count >= kMaxPlacements) return;
+  plan.placements[plan.count++] = Placement{id, IsEmpty(place) ? Rect{} : place};
+}
+
+struct KeyWidth {
+  int id;
+  int width;
+};
+
+// A row of keys to the right from `x`; the x behind the last gap.
+int PutRow(LayoutPlan& plan, int x, int y, int height, const KeyWidth* keys, int count, int gap) {
+  for (int i = 0; i < count; ++i) {
+    Put(plan, keys[i].id, Rect{x, y, x + keys[i].width, y + height});
+    x += keys[i].width + gap;
+  }
+  return x;
+}
+
+constexpr KeyWidth kTopKeys[] = {{kIdNew, 64},   {kIdOpen, 72},    {kIdSaveMenu, 82},
+                                 {kIdFind, 64},  {kIdSend, 86},    {kIdReceive, 98},
+                                 {kIdSetup, 72}, {kIdMachine, 186}};
+constexpr KeyWidth kUnitKeys[] = {{kIdInch, 66}, {kIdMm, 60}};
+constexpr KeyWidth kSurfaceKeys[] = {
+    {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
+constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDimensions, 36},
+                                  {kIdMeasure, 36}, {kIdPan, 36},         {kIdFit, 36}};
+constexpr KeyWidth kPathKeys[] = {{kIdPath, 60},    {kIdPlay, 68},   {kIdViewMenu, 60},
+                                  {kIdZoomOut, 34}, {kIdZoomIn, 34}, {kIdZoomReset, 70}};
+constexpr KeyWidth kTabBarKeys[] = {{kIdCommandWords, 132}, {kIdCompareSecond, 84}, {kIdClose, 64}};
+constexpr int kViewKeys[] = {kIdViewRefresh, kIdViewFit,  kIdViewPan,      kIdViewExtents,
+                             kIdViewMeasure, kIdViewGrid, kIdViewGridMenu, kIdViewLayers};
+constexpr int kPlayKeys[] = {kIdPlayStart,   kIdPlayPrevious, kIdPlayRewind, kIdPlayToggle,
+                             kIdPlayForward, kIdPlayNext,     kIdPlayEnd,    kIdPlayStop};
+
+int RowWidth(const KeyWidth* keys, int count, int gap) {
+  int width = 0;
+  for (int i = 0; i < count; ++i) width += keys[i].width + (i > 0 ? gap : 0);
+  return width;
+}
+
+template <int N>
+int RowWidth(const KeyWidth (&keys)[N], int gap) {
+  return RowWidth(keys, N, gap);
+}
+
+template <int N>
+int PutRow(LayoutPlan& plan, int x, int y, int height, const KeyWidth (&keys)[N], int gap) {
+  return PutRow(plan, x, y, height, keys, N, gap);
+}
+
+bool HasRightPanel(std::int32_t mode) { return RightPanelWidth(mode, 1200) > 0; }
+
+// Everything above the work area: the top band with the program and link keys, and the bar
+// with surfaces and simulator tools.
+void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
+  plan.areas.topBand = Rect{0, 0, in.width, kTopBand};
+  PutRow(plan, kTopKeysLeft, kTopKeysTop, kBarKeyHeight, kTopKeys, kKeyGap);
+  const int right = in.width - kPad;
+  PutRow(plan, right - RowWidth(kUnitKeys, kKeyGap), kTopKeysTop, kBarKeyHeight, kUnitKeys,
+         kKeyGap);
+  // The link's read-outs lie below the keys that use it.
+  Put(plan, kIdDncState, Rect{290, 47, 490, 67});
+  Put(plan, kIdDncPort, Rect{498, 47, 728, 67});
+  Put(plan, kIdDncBaud, Rect{741, 47, 890, 67});
+
+  const int y = kTopBand + (in.topBarHeight - kTopBand - kBarKeyHeight) / 2;
+  Put(plan, kIdBack, Rect{12, y, 108, y + kBarKeyHeight});
+  if (!HasRightPanel(in.mode)) Put(plan, kIdPanelHead, Rect{120, y, 300, y + kBarKeyHeight});
+  PutRow(plan, 312, y, kBarKeyHeight, kSurfaceKeys, kKeyGap);
+  const int paths = right - RowWidth(kPathKeys, kKeyGap);
+  PutRow(plan, paths, y, kBarKeyHeight, kPathKeys, kKeyGap);
+  const int tools = paths - 16 - RowWidth(kToolKeys, 4);
+  PutRow(plan, tools, y, kBarKeyHeight, kToolKeys, 4);
+}
+
+// Six keys in two columns; the last row ends at `bottom`. The top of the first row.
+int PlanFeatureKeys(LayoutPlan& plan, int left, int right, int bottom) {
+  constexpr int kKeys[] = {kIdFeatureEdit,   kIdFeatureNew,  kIdFeatureInclude,
+                           kIdFeatureDelete, kIdFeatureLock, kIdFeatureHide};
+  const int half = (right - left - kKeyGap) / 2;
+  const int top = bottom - 3 * kSmallKey - 2 * 4;
+  for (int i = 0; i < 6; ++i) {
+    const int y = top + i / 2 * (kSmallKey + 4);
+    const bool second = i % 2 == 1;
+    Put(plan, kKeys[i],
+        Rect{second ? right - half : left, y, second ? right : left + half, y + kSmallKey});
+  }
+  return top;
+}
+
+void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
+  const int left = kPad;
+  const int right = plan.leftPanelWidth - kPad;
+  const int top = in.topBarHeight;
+  plan.areas.leftPanel = Rect{0, top, plan.leftPanelWidth, bottom};
+  const int separator = top + SeparatorDepth(in.height - top);
+  plan.areas.separator = Rect{left, separator, right, separator + 1};
+  Put(plan, kIdModeList, Rect{left, top + 6, right, separator - 6});
+
+  int y = separator + 8;
+  const int half = (right - left - kKeyGap) / 2;
+  Put(plan, kIdShowFeatures, Rect{left, y, left + half, y + kSmallKey + 2});
+  Put(plan, kIdShowIndex, Rect{right - half, y, right, y + kSmallKey + 2});
+  y += kSmallKey + 2 + 6;
+
+  int foot = bottom - 5;
+  Put(plan, kIdFeatureHint, Rect{left, foot - 38, right, foot});
+  foot -= 38 + 4;
+  Put(plan, kIdFeatureName, Rect{left, foot - kSmallKey, right - 76 - kKeyGap, foot});
+  Put(plan, kIdFeatureRename, Rect{right - 76, foot - kSmallKey, right, foot});
+  foot = PlanFeatureKeys(plan, left, right, foot - kSmallKey - 6) - 6;
+  Put(plan, kIdFeatureList, Rect{left, y, right, foot});
+}
+
+// The tab bar: up to eight tabs and "+", in two rows when one would make them unreadable, and
+// its keys at the right. The y below it.
+int PlanTabBar(LayoutPlan& plan, const LayoutInput& in, int left, int right) {
+  const int top = in.topBarHeight + 5;
+  const int keys = right - RowWidth(kTabBarKeys, kKeyGap);
+  PutRow(plan, keys, top, kTabHeight, kTabBarKeys, kKeyGap);
+  constexpr int kPlus = 32;
+  constexpr int kGap = 4;
+  const int count = std::clamp(in.tabCount, 1, kMaxTabs);
+  const int space = keys - 12 - left - kPlus - kGap;
+  int rows = 1;
+  if (space / count - kGap < kTabLeast) rows = 2;
+  const int inRow = (count + rows - 1) / rows;
+  const int width = std::min(kTabMost, space / inRow - kGap);
+  int x = left;
+  int y = top;
+  for (int i = 0; i < kMaxTabs; ++i) {
+    if (i >= count) {
+      Put(plan, kIdTabFirst + i, Rect{});
+      continue;
+    }
+    if (i == inRow) {
+      x = left;
+      y += kTabHeight + kGap;
+    }
+    Put(plan, kIdTabFirst + i, Rect{x, y, x + width, y + kTabHeight});
+    x += width + kGap;
+  }
+  Put(plan, kIdTabNew, Rect{x, y, x + kPlus, y + kTabHeight});
+  return top + rows * kTabHeight + (rows - 1) * kGap + 6;
+}
+
+int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], int left, int right, int y) {
+  constexpr int kGap = 4;
+  const int width = std::min(38, (right - left - 7 * kGap) / 8);
+  for (int i = 0; i < 8; ++i) {
+    const int x = left + i * (width + kGap);
+    Put(plan, ids[i], Rect{x, y, x + width, y + kTabHeight});
+  }
+  return left + 8 * (width + kGap) - kGap;
+}
+
+// The toolpath view with its keys above and the playback bar below. The slider stands beside
+// the playback keys where there is room, else under them.
+void PlanView(LayoutPlan& plan, const Rect& column) {
+  constexpr int kSliderHeight = 26;
+  constexpr int kSliderLeast = 240;
+  PutEvenKeys(plan, kViewKeys, column.left, column.right, column.top);
+  const int top = column.top + kTabHeight + 6;
+  const bool beside = RectWidth(column) >= 8 * 38 + 7 * 4 + 12 + kSliderLeast;
+  int foot = column.bottom;
+  if (!beside) {
+    Put(plan, kIdSpeedSlider, Rect{column.left, foot - kSliderHeight, column.right, foot});
+    foot -= kSliderHeight + 5;
+  }
+  const int y = foot - kTabHeight;
+  const int behind = PutEvenKeys(plan, kPlayKeys, column.left, column.right, y);
+  if (beside)
+    Put(plan, kIdSpeedSlider, Rect{behind + 12, y + 2, column.right, y + 2 + kSliderHeight});
+  Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - 6});
+}
+
+void PlanEditor(LayoutPlan& plan, const Rect& area) {
+  Put(plan, kViewGutter, Rect{area.left, area.top, area.left + kGutterWidth, area.bottom});
+  Put(plan, kIdEditor, Rect{area.left + kGutterWidth, area.top, area.right, area.bottom});
+}
+
+// The head row of the output with the keys that write into it.
+void PlanOutputHead(LayoutPlan& plan, int left, int right, int y) {
+  constexpr KeyWidth kKeys[] = {{kIdPreflight, 176}, {kIdRenumber, 84}};
+  const int keys = right - RowWidth(kKeys, kKeyGap);
+  Put(plan, kIdOutputHead, Rect{left, y, keys - kKeyGap, y + kHeadRow});
+  PutRow(plan, keys, y, kHeadRow, kKeys, kKeyGap);
+}
+
+int OutputHeight(int workHeight) { return std::clamp(workHeight * 33 / 100, 150, 320); }
+
+// Home and Code index: editor and view above, output, information and workflow below.
+void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
+  const int width = RectWidth(work);
+  const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
+  const int split = work.right - view;
+  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int headTop = outputTop - kHeadRow - 5;
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
+  PlanView(plan, Rect{split, work.top, work.right, headTop - 7});
+  PlanOutputHead(plan, work.left, split - kPad, headTop);
+  const int info = std::clamp(width * 25 / 100, 200, 300);
+  const int help = in.mode == kModeHome ? std::clamp(width * 29 / 100, 220, 340) : 0;
+  int right = work.right;
+  if (help > 0) {
+    Put(plan, kIdHelpText, Rect{right - help, outputTop, right, work.bottom});
+    right -= help + kPad;
+  } else {
+    Put(plan, kIdHelpText, Rect{});
+  }
+  Put(plan, kIdInfoPanel, Rect{right - info, outputTop, right, work.bottom});
+  plan.areas.output = Rect{work.left, outputTop, right - info - kPad, work.bottom};
+  Put(plan, kIdOutputLog, plan.areas.output);
+}
+
+// Simulator: the view takes the whole height at the right, the output lies below the editor.
+void PlanSimulator(LayoutPlan& plan, const Rect& work) {
+  const int width = RectWidth(work);
+  const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
+  const int split = work.right - view;
+  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int headTop = outputTop - kHeadRow - 5;
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
+  PlanView(plan, Rect{split, work.top, work.right, work.bottom});
+  PlanOutputHead(plan, work.left, split - kPad, headTop);
+  plan.areas.output = Rect{work.left, outputTop, split - kPad, work.bottom};
+  Put(plan, kIdOutputLog, plan.areas.output);
+  Put(plan, kIdInfoPanel, Rect{});
+  Put(plan, kIdHelpText, Rect{});
+}
+
+// A mode with a right panel: the panel takes the view's place.
+void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
+  constexpr int kHelpHeight = 112;
+  const int panel =
+      std::min(RightPanelWidth(in.mode, in.width), in.width - work.left - kEditorLeast - kPad);
+  const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
+  plan.areas.rightPanel = side;
+  const int right = side.left - kPad;
+  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int headTop = outputTop - kHeadRow - 5;
+  PlanEditor(plan, Rect{work.left, work.top, right, headTop - 7});
+  PlanOutputHead(plan, work.left, right, headTop);
+  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
+  Put(plan, kIdOutputLog, plan.areas.output);
+  const int left = side.left + 12;
+  Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
+  Put(plan, kIdHelpText, Rect{left, side.bottom - 6 - kHelpHeight, in.width - 12, side.bottom - 6});
+  plan.areas.panelBody =
+      Rect{left, side.top + 42, in.width - 12, side.bottom - 6 - kHelpHeight - kPad};
+  Put(plan, kIdInfoPanel, Rect{});
+  Put(plan, kViewToolpath, Rect{});
+  Put(plan, kIdSpeedSlider, Rect{});
+  for (int id : kViewKeys) Put(plan, id, Rect{});
+  for (int id : kPlayKeys) Put(plan, id, Rect{});
+}
+
+}  // namespace
+
+int FittedLeftPanel(int clientWidth, int wanted) {
+  return std::max(std::min(wanted, clientWidth - kLeastPanelSpace), kLeftPanelLeast);
+}
+
+int RightPanelWidth(std::int32_t mode, int clientWidth) {
+  if (mode == kModeHome || mode == kModeCodeIndex || mode == kModeSimulator) return 0;
+  return clientWidth < 1180 ? 320 : 350;
+}
+
+int SeparatorDepth(int workHeight) { return std::max((workHeight * 48 - 1536) / 100, 210); }
+
+LayoutPlan PlanLayout(const LayoutInput& in) {
+  LayoutPlan plan;
+  plan.leftPanelWidth = FittedLeftPanel(in.width, in.leftPanelWidth);
+  const int foot = in.height - kStatusHeight;
+  PlanTopBar(plan, in);
+  PlanLeftPanel(plan, in, foot);
+  const int left = plan.leftPanelWidth + kPad;
+  const int right = in.width - kPad;
+  const int top = PlanTabBar(plan, in, left, right);
+  plan.areas.workArea = Rect{plan.leftPanelWidth, in.topBarHeight, in.width, foot};
+  const Rect work{left, top, right, foot - 6};
+  if (HasRightPanel(in.mode)) {
+    PlanPanelMode(plan, in, work);
+  } else if (in.mode == kModeSimulator) {
+    PlanSimulator(plan, work);
+  } else {
+    PlanHome(plan, in, work);
+  }
+  plan.areas.status = Rect{0, foot, in.width, in.height};
+  Put(plan, kIdStatusLine, Rect{12, foot + 3, in.width - 12, in.height - 3});
+  return plan;
+}
+
+Rect PlaceIn(const LayoutPlan& plan, int id) {
+  for (int i = 0; i < plan.count; ++i) {
+    if (plan.placements[i].id == id) return plan.placements[i].place;
+  }
+  return Rect{};
+}
+
+}  // namespace morva

@@ -1,0 +1,50 @@
+// The main window's layout as a pure function: where everything lies for a size and a state.
+//
+// Nothing here knows a control beyond its id. A thing with an empty rectangle is hidden; no
+// two places of one plan overlap, and all lie inside the client area from 1200 by 760 up.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/geometry.h"
+#include "shell/layout.h"
+
+namespace morva {
+
+struct LayoutInput {
+  int width = 0;  // client pixels
+  int height = 0;
+  int leftPanelWidth = 300;
+  int topBarHeight = 132;
+  std::int32_t mode = 0;
+  int tabCount = 1;
+};
+
+struct Placement {
+  int id = 0;
+  platform::Rect place;
+};
+
+inline constexpr int kMaxPlacements = 96;
+
+struct LayoutPlan {
+  int leftPanelWidth = 0;  // as cut to the window
+  LayoutAreas areas;
+  int count = 0;
+  Placement placements[kMaxPlacements];
+};
+
+inline bool IsEmpty(const platform::Rect& r) { return r.left >= r.right || r.top >= r.bottom; }
+
+// At most the client width minus 760, and never below 190.
+int FittedLeftPanel(int clientWidth, int wanted);
+// 0 in Home, Code index and Simulator, else 350, or 320 below 1180 pixels.
+int RightPanelWidth(std::int32_t mode, int clientWidth);
+// How far the line between mode list and features lies below the panel's top.
+int SeparatorDepth(int workHeight);
+
+LayoutPlan PlanLayout(const LayoutInput& in);
+// The place of an id in a plan, empty when it is hidden or has none.
+platform::Rect PlaceIn(const LayoutPlan& plan, int id);
+
+}  // namespace morva

@@ -1,0 +1,87 @@
+// What the main window paints itself: bands, panels and the frames around its wells.
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "platform/canvas.h"
+#include "platform/window.h"
+#include "shell/icons.h"
+#include "shell/layout.h"
+#include "shell/theme.h"
+
+namespace morva {
+
+using platform::Canvas;
+using platform::Colour;
+using platform::FontRole;
+using platform::Pen;
+using platform::Rect;
+
+namespace {
+
+constexpr Colour kWellLine = 0x0E3A5C;  // around editor, view and logs
+constexpr Colour kBandLine = 0x0A2A44;  // between the bands
+constexpr int kMarkLeft = 26;
+constexpr int kMarkTop = 8;
+constexpr int kMarkSize = 52;
+
+void DrawTopBand(Canvas& canvas, const Rect& band) {
+  DrawPanel(canvas, band, false, kPanelPlain);
+  const Rect mark{kMarkLeft, kMarkTop, kMarkLeft + kMarkSize, kMarkTop + kMarkSize};
+  DrawPanel(canvas, mark, true, kPanelPlain);
+  Pen edge;
+  edge.colour = kAccent;
+  FrameArea(canvas, mark, edge);
+  DrawIcon(canvas, kIconMark, kMarkLeft + kMarkSize / 2, kMarkTop + kMarkSize / 2, 40,
+           kBrightAccent);
+  PaintText(canvas, Rect{92, 4, 236, 42}, u"MORVA", FontRole::Title, kMainText,
+            platform::kAlignLeft | platform::kAlignMiddle);
+  PaintText(canvas, Rect{93, 44, 288, 66}, u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
+            kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
+  FillArea(canvas, Rect{band.left, band.bottom - 1, band.right, band.bottom}, kPanelLine);
+}
+
+void FrameWell(Canvas& canvas, const Rect& place) {
+  if (place.left >= place.right) return;
+  Pen edge;
+  edge.colour = kWellLine;
+  FrameArea(canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+}
+
+void FrameWells(Canvas& canvas) {
+  const Rect gutter = platform::PlaceOf(kViewGutter);
+  const Rect editor = platform::PlaceOf(kIdEditor);
+  FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom});
+  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog}) {
+    FrameWell(canvas, platform::PlaceOf(id));
+  }
+  for (int id : {kIdInfoPanel, kIdHelpText, kViewToolpath}) {
+    if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id));
+  }
+}
+
+}  // namespace
+
+void PaintMainWindow(Canvas& canvas) {
+  const LayoutAreas& areas = Areas();
+  const Rect client = platform::CanvasArea(canvas);
+  FillArea(canvas, client, kWindowBackground);
+  DrawTopBand(canvas, areas.topBand);
+  FillArea(canvas, Rect{0, areas.topBand.bottom, client.right, app.topBarHeight}, kDarkBand);
+  FillArea(canvas, Rect{0, app.topBarHeight - 1, client.right, app.topBarHeight}, kBandLine);
+
+  const Rect& panel = areas.leftPanel;
+  DrawPanel(canvas, panel, false, kPanelDeep);
+  FillArea(canvas, Rect{panel.right - 1, panel.top, panel.right, panel.bottom}, kPanelLine);
+  FillArea(canvas, areas.separator, kPanelLine);
+
+  const Rect& side = areas.rightPanel;
+  if (side.left < side.right) {
+    FillArea(canvas, areas.workArea, kWorkArea);
+    FillArea(canvas, side, kSidePanel);
+    FillArea(canvas, Rect{side.left, side.top, side.left + 1, side.bottom}, kPanelLine);
+  }
+  FrameWells(canvas);
+  FillArea(canvas, areas.status, kDarkBand);
+  FillArea(canvas, Rect{0, areas.status.top, client.right, areas.status.top + 1}, kPanelLine);
+}
+
+}  // namespace morva

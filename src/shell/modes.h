@@ -1,0 +1,35 @@
+// The modes of the Code surface: their words, their rows in the left list, their help.
+#pragma once
+
+#include "app/app_state.h"
+#include "platform/events.h"
+
+namespace morva {
+
+struct ModeRow {
+  int mode;  // the row's item data
+  const char16_t* words;
+};
+inline constexpr int kModeRowCount = 11;
+extern const ModeRow kModeRows[kModeRowCount];
+
+// Words of the header; empty out of 0 to 12.
+const char16_t* ModeHeader(int mode);
+// Help under the panel; empty where a mode has none.
+const char16_t* ModeHelp(int mode);
+// The list row of a mode, -1 for none.
+int ModeListRow(int mode);
+
+// Arrow keys, Home and End in the mode list pass over rows still to come, which would
+// otherwise bar the way. True: handled.
+bool ModeListKey(const platform::KeyEvent& key);
+
+// One level of history: where the back key goes.
+struct BackHistory {
+  int surface = kSurfaceCode;
+  int mode = kModeHome;
+};
+const BackHistory& History();
+void ResetModes();
+
+}  // namespace morva

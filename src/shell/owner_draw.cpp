@@ -1,0 +1,204 @@
+#include "shell/owner_draw.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+#include "shell/icons.h"
+#include "shell/keys.h"
+#include "shell/layout.h"
+#include "shell/theme.h"
+#include "simulator/playback.h"
+
+namespace morva {
+
+using platform::Canvas;
+using platform::Colour;
+using platform::DrawState;
+using platform::FontRole;
+using platform::Pen;
+using platform::Rect;
+
+namespace {
+
+constexpr Colour kQuietLine = 0x0B2C44;  // edge of a key that cannot be pressed
+constexpr int kKeyIcon = 16;
+constexpr int kFaceIcon = 20;
+
+Rect Shrunk(const Rect& r, int by) {
+  return Rect{r.left + by, r.top + by, r.right - by, r.bottom - by};
+}
+
+void DrawKeyGround(const KeySpec& key, const DrawState& state, bool on, Canvas& canvas) {
+  const Rect& area = state.area;
+  DrawPanel(canvas, area, state.enabled && (state.pressed || on),
+            state.enabled ? key.style : kPanelPlain);
+  Pen edge;
+  edge.colour = kQuietLine;
+  if (state.enabled) edge.colour = state.hovered || on ? kAccent : kPanelLine;
+  FrameArea(canvas, area, edge);
+  if (on && state.enabled) {
+    FillArea(canvas, Rect{area.left + 1, area.bottom - 3, area.right - 1, area.bottom - 1},
+             kBrightAccent);
+  }
+  if (state.focused) DrawFocusMark(canvas, area);
+}
+
+int CentreX(const Rect& r) { return (r.left + r.right) / 2; }
+int CentreY(const Rect& r) { return (r.top + r.bottom) / 2; }
+
+// Icon and caption as one centred group; the icon alone where the caption does not fit, so
+// that a narrow panel cuts no word.
+void DrawIconCaption(const KeySpec& key, const Rect& area, const std::u16string& text,
+                     Colour colour, Canvas& canvas) {
+  const int gap = 6;
+  const int room = RectWidth(area) - 10;
+  const int words = platform::TextWidth(key.font, text);
+  if (words > room) {
+    DrawIcon(canvas, key.icon, CentreX(area), CentreY(area), kKeyIcon, colour);
+    return;
+  }
+  int x = area.left + (RectWidth(area) - words) / 2;
+  if (kKeyIcon + gap + words <= room) {
+    // The icons of a column of keys stand under each other.
+    x = area.left + 10;
+    DrawIcon(canvas, key.icon, x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
+    x += kKeyIcon + gap;
+  }
+  PaintText(canvas, Rect{x, area.top, area.right - 2, area.bottom}, text, key.font, colour,
+            platform::kAlignLeft | platform::kAlignMiddle);
+}
+
+int FaceOf(const KeySpec& key) {
+  return key.id == kIdPlayToggle && playback.playing ? static_cast<int>(kIconPause) : key.icon;
+}
+
+void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
+  const bool on = KeyIsOn(key.id);
+  DrawKeyGround(key, state, on, canvas);
+  Colour colour = kDimText;
+  if (state.enabled) colour = on ? kBrightAccent : kMainText;
+  const Rect& area = state.area;
+  if (key.iconOnly) {
+    DrawIcon(canvas, FaceOf(key), CentreX(area), CentreY(area), kFaceIcon, colour);
+    return;
+  }
+  const std::u16string text = platform::TextOf(key.id);
+  if (key.icon >= 0) {
+    DrawIconCaption(key, area, text, colour, canvas);
+    return;
+  }
+  if (key.id >= kIdTabFirst && key.id <= kIdTabLast) {
+    PaintText(canvas, Rect{area.left + 9, area.top, area.right - 7, area.bottom}, text, key.font,
+              colour, platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+    return;
+  }
+  PaintText(canvas, Shrunk(area, 2), text, key.font, colour,
+            platform::kAlignCentre | platform::kAlignMiddle | platform::kTextEllipsis);
+}
+
+// What bears no row in the table of keys still gets the look.
+void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
+  const KeySpec key{id, u"", u"", u"", FontRole::Body, kPanelPlain, -1, false};
+  DrawKey(key, state, canvas);
+}
+
+void DrawRowGround(const DrawState& state, bool selected, Canvas& canvas) {
+  FillArea(canvas, state.area, kInputBackground);
+  if (!selected) return;
+  DrawPanel(canvas, state.area, true, kPanelPlain);
+  FillArea(canvas, Rect{state.area.left, state.area.top, state.area.left + 3, state.area.bottom},
+           kBrightAccent);
+}
+
+void DrawModeRow(const DrawState& state, Canvas& canvas) {
+  DrawRowGround(state, state.selected, canvas);
+  const Rect& area = state.area;
+  const int mode = static_cast<int>(platform::RowData(kIdModeList, state.row));
+  const Colour colour = ModeExists(mode) ? kMainText : kDimText;
+  DrawIcon(canvas, ModeIcon(mode), area.left + 26, CentreY(area), 23, colour);
+  PaintText(canvas, Rect{area.left + 63, area.top, area.right - 6, area.bottom},
+            platform::RowText(kIdModeList, state.row), FontRole::Body, colour,
+            platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+  if (state.focused && state.selected) DrawFocusMark(canvas, area);
+}
+
+struct FeatureRowState {
+  bool played = false;
+  bool excluded = false;
+  bool hidden = false;
+  bool locked = false;
+};
+
+FeatureRowState FeatureStateOf(std::int32_t id) {
+  FeatureRowState row;
+  row.played = id != 0 && id == HighlightedFeature();
+  if (const ProgramTab* tab = ActiveTab()) {
+    row.hidden = IdListHolds(tab->hiddenIds, id);
+    row.locked = IdListHolds(tab->lockedIds, id);
+  }
+  const int at = FindFeature(id);
+  if (at >= 0) {
+    const FeatureRecord& record = features.rows[at];
+    row.excluded = HoldsDisabled(platform::EditorText(kIdEditor), record.start, record.end);
+  }
+  return row;
+}
+
+void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
+  const Rect& area = state.area;
+  const FeatureRowState row =
+      FeatureStateOf(static_cast<std::int32_t>(platform::RowData(kIdFeatureList, state.row)));
+  DrawRowGround(state, state.selected || row.played, canvas);
+  Colour text = kMainText;
+  if (row.excluded) text = kDimText;
+  if (row.played) text = kBrightAccent;
+  PaintText(canvas, Rect{area.left + 10, area.top, area.right - 66, area.bottom},
+            platform::RowText(kIdFeatureList, state.row), FontRole::Body, text,
+            platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+  const int y = CentreY(area);
+  const int eye = area.right - 49;
+  DrawIcon(canvas, kIconEye, eye, y, 18, row.hidden ? kDimText : kMainText);
+  if (row.hidden) {
+    Pen slash;
+    slash.colour = kDimText;
+    slash.width = 2;
+    slash.smooth = true;
+    PaintLine(canvas, {eye - 8.0, y + 7.0}, {eye + 8.0, y - 7.0}, slash);
+  }
+  DrawIcon(canvas, kIconLock, area.right - 20, y, 18, row.locked ? kBrightAccent : kDimText);
+  if (state.focused && state.selected) DrawFocusMark(canvas, area);
+}
+
+}  // namespace
+
+void DrawFocusMark(Canvas& canvas, const Rect& area) {
+  Pen pen;
+  pen.colour = kBrightAccent;
+  pen.width = 2;
+  FrameArea(canvas, Shrunk(area, 2), pen);
+}
+
+void DrawOwnerItem(int id, const DrawState& state, Canvas& canvas) {
+  if (state.row >= 0) {
+    if (id == kIdModeList) return DrawModeRow(state, canvas);
+    if (id == kIdFeatureList) return DrawFeatureRow(state, canvas);
+    DrawRowGround(state, state.selected, canvas);
+    PaintText(canvas,
+              Rect{state.area.left + 10, state.area.top, state.area.right - 6, state.area.bottom},
+              platform::RowText(id, state.row), FontRole::Body, kMainText,
+              platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+    if (state.focused && state.selected) DrawFocusMark(canvas, state.area);
+    return;
+  }
+  const KeySpec* key = KeyOf(id);
+  if (key) return DrawKey(*key, state, canvas);
+  DrawPlainKey(id, state, canvas);
+}
+
+}  // namespace morva

@@ -1,0 +1,100 @@
+#include "shell/speed_slider.h"
+
+#include <algorithm>
+
+#include "app/command_ids.h"
+#include "platform/window.h"
+#include "shell/theme.h"
+#include "simulator/playback.h"
+
+namespace morva {
+
+using platform::Canvas;
+using platform::FontRole;
+using platform::Rect;
+
+namespace {
+
+constexpr int kTrackLeft = 10;
+constexpr int kHalf = kSliderTrack / 2;
+
+void Choose(int index) {
+  const int wanted = std::clamp(index, 0, kSpeedCount - 1);
+  if (wanted != playback.speedIndex) SetPlaySpeed(wanted);
+  platform::Repaint(kIdSpeedSlider);
+}
+
+}  // namespace
+
+int SpeedIndexAt(int x) {
+  const int place = std::clamp(x, 0, kSliderTrack);
+  return place <= kHalf ? (3 * place + 55) / 110 : (6 * place - 605) / 110 + 3;
+}
+
+int ThumbPlace(int index) {
+  return index <= 3 ? index * kHalf / 3 : kHalf + (index - 3) * kHalf / 6;
+}
+
+void PaintSpeedSlider(Canvas& canvas) {
+  const Rect area = platform::CanvasArea(canvas);
+  FillArea(canvas, area, kWindowBackground);
+  const int middle = (area.top + area.bottom) / 2;
+  const int right = kTrackLeft + kSliderTrack;
+  for (int i = 0; i < kSpeedCount; ++i) {
+    const int x = kTrackLeft + ThumbPlace(i);
+    const int reach = i == 3 ? 8 : 5;
+    FillArea(canvas, Rect{x, middle - reach, x + 1, middle + reach},
+             i == 3 ? kDimText : kPanelLine);
+  }
+  FillArea(canvas, Rect{kTrackLeft, middle - 2, right, middle + 2}, kPanelLine);
+  const int thumb = kTrackLeft + ThumbPlace(playback.speedIndex);
+  FillArea(canvas, Rect{kTrackLeft, middle - 2, thumb, middle + 2}, kAccent);
+  const Rect knob{thumb - 5, middle - 9, thumb + 6, middle + 9};
+  DrawPanel(canvas, knob, true, kPanelPlain);
+  platform::Pen edge;
+  edge.colour = kBrightAccent;
+  FrameArea(canvas, knob, edge);
+  PaintText(canvas, Rect{right + 10, area.top, area.right, area.bottom},
+            SpeedWord(playback.speedIndex), FontRole::Small, kMainText,
+            platform::kAlignLeft | platform::kAlignMiddle);
+  if (platform::FocusedId() == kIdSpeedSlider) {
+    edge.width = 1;
+    FrameArea(canvas, area, edge);
+  }
+}
+
+bool SpeedSliderPointer(const platform::PointerEvent& event) {
+  using platform::PointerAction;
+  const bool press =
+      event.action == PointerAction::Press && event.button == platform::PointerButton::Left;
+  if (event.action == PointerAction::Wheel) {
+    Choose(playback.speedIndex + event.wheel);
+    return true;
+  }
+  if (!press && !(event.action == PointerAction::Move && event.leftDown)) return false;
+  Choose(SpeedIndexAt(event.x - kTrackLeft));
+  return true;
+}
+
+bool SpeedSliderKey(const platform::KeyEvent& key) {
+  switch (key.key) {
+    case platform::kKeyLeft:
+    case platform::kKeyDown:
+      Choose(playback.speedIndex - 1);
+      return true;
+    case platform::kKeyRight:
+    case platform::kKeyUp:
+      Choose(playback.speedIndex + 1);
+      return true;
+    case platform::kKeyHome:
+      Choose(0);
+      return true;
+    case platform::kKeyEnd:
+      Choose(kSpeedCount - 1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace morva
