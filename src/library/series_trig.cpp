@@ -1,0 +1,32 @@
+#include "library/series_trig.h"
+
+namespace morva {
+
+namespace {
+constexpr double kPi = 3.141592653589793;
+constexpr double kHalfPi = 1.5707963267948966;
+constexpr double kTwoPi = 6.283185307179586;
+// Beyond this an angle in doubles says nothing about a direction, and the reduction by whole
+// turns would not end.
+constexpr double kLargest = 2e7;
+}  // namespace
+
+double SeriesSine(double radians) {
+  double a = radians;
+  if (!(a > -kLargest && a < kLargest)) return 0.0;
+  while (a > kPi) a -= kTwoPi;
+  while (a < -kPi) a += kTwoPi;
+  if (a > kHalfPi) {
+    a = kPi - a;
+  } else if (a < -kHalfPi) {
+    a = -kPi - a;
+  }
+  const double s = a * a;
+  const double s2 = s * s;
+  return a * (1.0 - s / 6.0 + s2 / 120.0 - s2 * s / 5040.0 + s2 * s2 / 362880.0 -
+              s2 * s2 * s / 39916800.0);
+}
+
+double SeriesCosine(double radians) { return SeriesSine(radians + kHalfPi); }
+
+}  // namespace morva
