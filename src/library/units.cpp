@@ -1,0 +1,64 @@
+#include "library/units.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "platform/control.h"
+
+namespace morva {
+
+namespace {
+
+struct UnitForm {
+  void (*convert)(bool metric, double factor) = nullptr;
+  void (*captions)() = nullptr;
+};
+constexpr int kMaxUnitForms = 8;
+UnitForm forms[kMaxUnitForms];
+int formCount = 0;
+
+void OnUnitKey(int id, int /*notification*/) { SetUnits(id == kIdMm); }
+
+}  // namespace
+
+bool UnitsMetric() { return app.unitsMetric; }
+
+void ShowUnitCaptions() {
+  platform::SetText(kIdInch, app.unitsMetric ? u"INCH" : u"INCH *");
+  platform::SetText(kIdMm, app.unitsMetric ? u"MM *" : u"MM");
+  for (int i = 0; i < formCount; ++i) {
+    if (forms[i].captions) forms[i].captions();
+  }
+}
+
+void SetUnits(bool metric) {
+  if (metric == app.unitsMetric) {
+    ShowUnitCaptions();
+    return;
+  }
+  for (int i = 0; i < formCount; ++i) {
+    if (forms[i].convert) forms[i].convert(metric, metric ? kMmPerInch : kInchPerMm);
+  }
+  app.unitsMetric = metric;
+  ShowUnitCaptions();
+  ShowStatus(metric ? u"Units switched to MM (G21). Tool inputs converted."
+                    : u"Units switched to INCH (G20). Tool inputs converted.");
+}
+
+bool RegisterUnitForm(void (*convert)(bool metric, double factor), void (*captions)()) {
+  if (formCount == kMaxUnitForms) return false;
+  forms[formCount++] = {convert, captions};
+  return true;
+}
+
+void ResetUnits() {
+  formCount = 0;
+  app.unitsMetric = false;
+}
+
+void RegisterUnitCommands() {
+  RegisterCommand(RouterStage::Simulator, kIdInch, kIdMm, 0, OnUnitKey);
+}
+
+}  // namespace morva
