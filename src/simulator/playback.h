@@ -9,10 +9,10 @@ namespace morva {
 
 struct Playback {
   bool playing = false;
-  bool headInUse = false;      // draw only up to playHead
-  std::int32_t playHead = 0;   // points drawn: 0 to playHead - 1
-  double segmentFraction = 0;  // 0 to 1 along the next segment
-  std::int32_t speedIndex = 3; // 0 to 9
+  bool headInUse = false;       // draw only up to playHead
+  std::int32_t playHead = 0;    // points drawn: 0 to playHead - 1
+  double segmentFraction = 0;   // 0 to 1 along the next segment
+  std::int32_t speedIndex = 3;  // 0 to 9
 };
 extern Playback playback;
 
@@ -35,7 +35,7 @@ struct MeasurePicks {
 extern MeasurePicks measure;
 
 inline constexpr int kSpeedCount = 10;
-double SpeedFactor(int index);            // index clamped to 0 to 9
+double SpeedFactor(int index);  // index clamped to 0 to 9
 const char16_t* SpeedWord(int index);
 
 void PlayPause();
@@ -48,8 +48,10 @@ void PreviousOperation();
 void NextOperation();
 void SetPlaySpeed(int index);
 void PlayTick();  // timer 3
-// After an extraction: head at the end, nothing playing, picks cleared.
+// After an extraction: head at the end and not in use, nothing playing, picks cleared.
 void ResetPlayback();
+// Playing ends where the head stands; key and picks stay.
+void HaltPlayback();
 void ToggleMeasure();
 void ToggleExtents();
 void TogglePan();
@@ -61,6 +63,7 @@ void TakeMeasurePick(std::int32_t point);
 void HighlightSourceLine(std::int32_t line);
 // The feature that the playing path is in, 0 for none.
 std::int32_t HighlightedFeature();
+void ForgetHighlight();
 
 void RegisterSimulatorCommands();
 
