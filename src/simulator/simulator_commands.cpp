@@ -1,0 +1,83 @@
+// The keys of playback and view, and what fires the play timer.
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/router.h"
+#include "platform/window.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+
+namespace morva {
+
+namespace {
+
+void RefreshAndFit() {
+  RebuildToolpath();
+  ViewFit();
+}
+
+void ToggleGrid() {
+  LoadGridSettings();
+  view.gridOn = !view.gridOn;
+  platform::Repaint(kViewToolpath);
+}
+
+void ZoomKeyOut() { ZoomBy(0.89); }
+void ZoomKeyIn() { ZoomBy(1.12); }
+
+struct Key {
+  int id;
+  void (*action)();
+};
+constexpr Key kKeys[] = {
+    {kIdPath, RebuildToolpath},
+    {kIdPlay, PlayPause},
+    {kIdViewMenu, ShowViewMenu},
+    {kIdZoomOut, ZoomKeyOut},
+    {kIdZoomIn, ZoomKeyIn},
+    {kIdZoomReset, ViewFit},
+    {kIdRewind, Rewind},
+    {kIdFastForward, FastForward},
+    {kIdDimensions, ToggleExtents},
+    {kIdMeasure, ToggleMeasure},
+    {kIdPan, TogglePan},
+    {kIdFit, ViewFit},
+    {kIdViewRefresh, RefreshAndFit},
+    {kIdViewFit, ViewFit},
+    {kIdViewPan, TogglePan},
+    {kIdViewExtents, ToggleExtents},
+    {kIdViewMeasure, ToggleMeasure},
+    {kIdViewGrid, ToggleGrid},
+    {kIdViewGridMenu, ShowGridMenu},
+    {kIdViewLayers, ShowLayersMenu},
+    {kIdPlayStart, GoToStart},
+    {kIdPlayPrevious, PreviousOperation},
+    {kIdPlayRewind, Rewind},
+    {kIdPlayToggle, PlayPause},
+    {kIdPlayForward, FastForward},
+    {kIdPlayNext, NextOperation},
+    {kIdPlayEnd, GoToEnd},
+    {kIdPlayStop, StopPlayback},
+};
+
+void OnSimulatorKey(int id, int /*notification*/) {
+  for (const Key& key : kKeys) {
+    if (key.id != id) continue;
+    key.action();
+    platform::Repaint(kViewToolpath);
+    return;
+  }
+}
+
+}  // namespace
+
+void RegisterSimulatorCommands() {
+  for (const Key& key : kKeys) {
+    RegisterCommand(RouterStage::Simulator, key.id, 0, OnSimulatorKey);
+  }
+  RegisterTimer(kTimerPlay, PlayTick);
+  hooks.rebuildToolpath = RebuildToolpath;
+}
+
+}  // namespace morva
