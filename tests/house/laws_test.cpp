@@ -157,7 +157,7 @@ TEST(House, ThrowsNothingAndDerivesNothingInTheCore) {
     for (const std::string& line : Lines(ReadText(path))) {
       EXPECT_EQ(line.find("throw "), std::string::npos) << path << ": " << line;
       EXPECT_EQ(line.find("virtual "), std::string::npos) << path << ": " << line;
-      EXPECT_EQ(line.find("try {"), std::string::npos) << path << ": " << line;
+      EXPECT_EQ(line.find(" try {"), std::string::npos) << path << ": " << line;
     }
   }
 }
