@@ -17,9 +17,9 @@
 namespace morva {
 
 struct ProgramTab {
-  char16_t path[kPathUnits] = {};   // empty for a program never saved
+  char16_t path[kPathUnits] = {};  // empty for a program never saved
   char16_t title[kTitleUnits] = {};
-  std::u16string text;              // as last stored; stale while the tab is active
+  std::u16string text;  // as last stored; stale while the tab is active
   bool dirty = false;
   bool compareSelected = false;
   FeatureSettings* cadSettings = nullptr;    // the sketch as last stored, kind 4
@@ -32,6 +32,7 @@ struct ProgramTab {
   std::int32_t hiddenIds[kMaxIdList] = {};  // 0 is a free slot
   std::int32_t lockedIds[kMaxIdList] = {};
   std::int32_t isolatedId = 0;
+  std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
 };
 
 extern ProgramTab tabs[kMaxTabs];
@@ -58,6 +59,9 @@ void CloseProgram();
 void SaveAll();
 void ShowSaveMenu();
 void ShowTabMenu(int index, int x, int y);
+// Before the window closes: autosaves, and asks once where anything stays unsaved. False: the
+// window stays.
+bool MayClose();
 
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id);
 // Takes the id out, or puts it in the first free slot; with none free nothing happens.
@@ -67,8 +71,8 @@ void ToggleListId(std::int32_t id, std::int32_t (&list)[kMaxIdList]);
 struct LiveModels {
   bool (*cadWindowExists)() = nullptr;
   bool (*plateWindowExists)() = nullptr;
-  bool (*storeSketch)(FeatureSettings& record) = nullptr;      // live sketch, kind 4
-  void (*loadSketch)(const FeatureSettings* record) = nullptr; // null: an empty sketch
+  bool (*storeSketch)(FeatureSettings& record) = nullptr;       // live sketch, kind 4
+  void (*loadSketch)(const FeatureSettings* record) = nullptr;  // null: an empty sketch
   void (*storeSketchFlags)(unsigned char (&hidden)[kMaxItems],
                            unsigned char (&locked)[kMaxItems]) = nullptr;
   void (*loadSketchFlags)(const unsigned char (&hidden)[kMaxItems],

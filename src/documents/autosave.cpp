@@ -1,0 +1,136 @@
+// Saving a program with its companions, and the autosave.
+//
+// The stored code of excluded blocks goes out before the text that refers to it, so that a cut
+// between two files leaves entries too many and none too few.
+
+#include "documents/autosave.h"
+
+#include <cstdint>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/disabled_code.h"
+#include "documents/feature_blocks.h"
+#include "documents/file_text.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_models.h"
+#include "library/codetext.h"
+#include "platform/clock.h"
+#include "platform/editor.h"
+#include "platform/file.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+
+namespace morva {
+namespace {
+
+constexpr int kAutosaveMilliseconds = 700;
+constexpr char16_t kWriteFailed[] = u"Autosave failed. Changes remain unsaved; use Save As.";
+constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavailable.";
+
+bool running = false;
+
+bool SaveExcludedCode(const std::u16string& program, const ProgramTab& tab) {
+  std::string bytes;
+  return WriteDisabledCode(tab.disabledCode, bytes) &&
+         SaveFileAtomic(program + u".features", bytes);
+}
+
+std::u16string CleanedTitle(std::u16string_view title) {
+  std::u16string name(title);
+  for (char16_t& unit : name) {
+    if (std::u16string_view(u"\"*/:<>?\\|").find(unit) != std::u16string_view::npos) unit = u'_';
+  }
+  return name;
+}
+
+// Makes the folder of a program that was never saved; its file there, or an empty text.
+std::u16string MakeProgramHome(const ProgramTab& tab) {
+  const std::u16string name = CleanedTitle(tab.title);
+  const char16_t separator = platform::PathSeparator();
+  const auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
+  std::u16string folder = app.dataDir;
+  folder += separator;
+  folder += u"Projects";
+  folder += separator;
+  folder += name + u"-" + IntegerText(tick);
+  if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) return std::u16string();
+  return folder + separator + name;
+}
+
+// Saves the active program where it belongs. False: the user was told why.
+bool SaveActive(ProgramTab& tab) {
+  if (app.activePath[0]) {
+    if (SaveProgram(app.activePath)) return true;
+    ShowStatus(kWriteFailed);
+    return false;
+  }
+  const std::u16string file = MakeProgramHome(tab);
+  if (file.empty()) {
+    ShowStatus(kFolderFailed);
+    return false;
+  }
+  if (!SaveProgram(file)) {
+    ShowStatus(kWriteFailed);
+    return false;
+  }
+  CopyBounded(app.activePath, kPathUnits, file);
+  CopyBounded(tab.path, kPathUnits, file);
+  return true;
+}
+
+}  // namespace
+
+bool SaveProgram(std::u16string_view path) {
+  // Without an editor there is no text, and an empty file must not replace a program.
+  if (!platform::Exists(kIdEditor)) return false;
+  const std::u16string program(path);
+  AutoTagBlocks();
+  ProgramTab* tab = ActiveTab();
+  if (tab && !SaveExcludedCode(program, *tab)) return false;
+  if (!SaveFileAtomic(program, NormaliseOutputText(platform::EditorText(kIdEditor), false))) {
+    return false;
+  }
+  StashActiveWorkspace();
+  return !tab || SaveModels(program, *tab);
+}
+
+void ScheduleAutosave() {
+  if (!app.dataDirReady || running || !ActiveTab()) return;
+  platform::StartTimer(platform::kMainWindow, kTimerAutosave, kAutosaveMilliseconds);
+}
+
+void RunAutosave() {
+  platform::StopTimer(platform::kMainWindow, kTimerAutosave);
+  if (!app.dataDirReady || running || !ActiveTab() || !app.editorDirty) return;
+  running = true;
+  if (app.surface == kSurfacePlate) Call(hooks.storePendingPlate);
+  if (SaveActive(*ActiveTab())) {
+    app.editorDirty = false;
+    ActiveTab()->dirty = false;
+    SyncActiveTab();
+    UpdateTitle();
+    ShowStatus(u"Project autosaved.");
+  }
+  running = false;
+}
+
+void ArmTextRefresh(int milliseconds) {
+  platform::StartTimer(platform::kMainWindow, kTimerText, milliseconds);
+}
+
+void RunTextRefresh() {
+  platform::StopTimer(platform::kMainWindow, kTimerText);
+  AutoTagBlocks();
+  RefreshFeatureList();
+  Call(hooks.colourEditor);
+  // The list floats above the editor, and colouring may have brought the editor forward.
+  if (platform::IsVisible(kIdCompletion)) platform::BringToTop(kIdCompletion);
+}
+
+void ResetAutosave() { running = false; }
+
+}  // namespace morva

@@ -1,0 +1,12 @@
+// What a change of the text sets in motion: dirty mark, autosave, the refreshes of a pause.
+#pragma once
+
+namespace morva {
+
+// Set while a completion is written into the text, so that it does not open the list anew.
+extern bool completionApplying;
+
+// A change notification of the code editor (300) or of the command words view (920).
+void EditorChanged(int id);
+
+}  // namespace morva

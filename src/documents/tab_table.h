@@ -1,0 +1,16 @@
+// What the tab commands do to the table behind the public operations of program_tabs.h.
+#pragma once
+
+#include <cstdint>
+
+namespace morva {
+
+// Frees the record and moves the later ones down; no tab is active afterwards.
+void RemoveTab(int index);
+// Where the record with this serial stands now, -1 when it is gone. A dialog may let other
+// commands run, so that an index from before it says nothing.
+int IndexOfSerial(std::uint64_t serial);
+// The title's hook: the active record's dirty mark and its button follow editorDirty.
+void TabTitleChanged();
+
+}  // namespace morva
