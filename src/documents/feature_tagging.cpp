@@ -1,0 +1,154 @@
+// What writes markers round foreign text, and the feature list: the two steps of the text
+// refresh that stand between the scan and the user.
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kPrefixUnits = 240;  // both lines of a prefix; a longer name is cut
+
+bool tagging = false;
+bool rowExcluded[kMaxFeatures];
+int excludedRows = 0;
+
+// Where the markers of one row go, in editor positions of the text before any was written.
+struct TagPlace {
+  int prefixAt = 0;
+  int suffixAt = 0;
+  bool ownLine = false;  // something precedes on the line: the prefix starts a new one
+};
+
+// A marker is one only at a line start. Where only blanks stand before the block the prefix
+// goes before them; otherwise the block would be wrapped again at every tick.
+std::int32_t PrefixIndex(std::u16string_view text, std::int32_t start, bool& ownLine) {
+  auto at = static_cast<std::size_t>(start);
+  while (at > 0 && (text[at - 1] == u' ' || text[at - 1] == u'\t')) --at;
+  ownLine = at > 0 && text[at - 1] != u'\r' && text[at - 1] != u'\n';
+  return ownLine ? start : static_cast<std::int32_t>(at);
+}
+
+int FindTagPlaces(std::u16string_view text, TagPlace (&places)[kMaxFeatures]) {
+  OffsetMap map{text};
+  int wanted = 0;
+  for (int i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    if (!row.needsMarkers) continue;
+    ++wanted;
+    places[i].prefixAt = AdvanceOffset(map, PrefixIndex(text, row.start, places[i].ownLine));
+    places[i].suffixAt = AdvanceOffset(map, row.end);
+  }
+  return wanted;
+}
+
+std::u16string PrefixOf(const FeatureRecord& row, bool ownLine) {
+  char16_t name[kFeatureNameUnits] = {};
+  int length = 0;
+  for (const char16_t c : row.name) {
+    if (c == 0) break;
+    if (c != u'(' && c != u')') name[length++] = c;
+  }
+  char16_t prefix[kPrefixUnits] = {};
+  if (ownLine) AppendLine(prefix, kPrefixUnits, nullptr);
+  AppendLabelInteger(prefix, kPrefixUnits, u"(MORVA TEXT ", row.id);
+  AppendBounded(prefix, kPrefixUnits, u")\r\n(MORVA NAME ");
+  AppendBounded(prefix, kPrefixUnits, length > 0 ? name : KindWords(kKindUserCode));
+  AppendLine(prefix, kPrefixUnits, u")");
+  return prefix;
+}
+
+// One insert, one undo step. Answers how many positions the text grew by.
+int InsertMarker(int position, const std::u16string& marker) {
+  platform::ReplaceRange(kIdEditor, {position, position}, marker);
+  return MapTextOffset(marker, static_cast<std::int32_t>(marker.size()));
+}
+
+// The caret behind the last character stays before the suffix, and the one before the first
+// goes behind the prefix, so that typing goes on inside the block.
+void WriteMarkers(const FeatureRecord& row, const TagPlace& place,
+                  platform::EditorRange& selection) {
+  const int suffix = InsertMarker(place.suffixAt, u"\r\n(MORVA END " + IntegerText(row.id) + u")");
+  const int prefix = InsertMarker(place.prefixAt, PrefixOf(row, place.ownLine));
+  for (int* end : {&selection.from, &selection.to}) {
+    const int before = *end;
+    if (before > place.suffixAt) *end += suffix;
+    if (before >= place.prefixAt) *end += prefix;
+  }
+}
+
+}  // namespace
+
+void AutoTagBlocks() {
+  if (tagging || !platform::Exists(kIdEditor)) return;
+  TagPlace places[kMaxFeatures];
+  {
+    const std::u16string_view text = platform::EditorText(kIdEditor);
+    ScanProgramText(text);
+    if (FindTagPlaces(text, places) == 0) return;
+  }
+  tagging = true;
+  const bool suppressed = app.suppressChange;
+  app.suppressChange = true;
+  platform::HoldEditorRedraw(kIdEditor, true);
+  platform::EditorRange selection = platform::EditorSelection(kIdEditor);
+  // From last to first, so that earlier positions stay valid.
+  for (int i = features.count - 1; i >= 0; --i) {
+    if (features.rows[i].needsMarkers) WriteMarkers(features.rows[i], places[i], selection);
+  }
+  platform::SetEditorSelection(kIdEditor, selection);
+  platform::HoldEditorRedraw(kIdEditor, false);
+  app.suppressChange = suppressed;
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  platform::Repaint(kIdEditor);
+  platform::Repaint(kViewGutter);
+  MarkModified();
+  tagging = false;
+}
+
+void RefreshFeatureList() {
+  const int selected = platform::SelectedRow(kIdFeatureList);
+  const std::int64_t kept = selected >= 0 ? platform::RowData(kIdFeatureList, selected) : 0;
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const ProgramTab* tab = ActiveTab();
+  platform::HoldListRedraw(kIdFeatureList, true);
+  platform::ClearRows(kIdFeatureList);
+  excludedRows = features.count;
+  for (int i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    std::u16string line = u"#" + IntegerText(i + 1) + u"  ";
+    line += row.name[0] ? row.name : KindWords(row.settings.kind);
+    rowExcluded[i] = HoldsDisabled(text, row.start, row.end);
+    if (tab && IdListHolds(tab->hiddenIds, row.id)) line += u" [hidden]";
+    if (tab && IdListHolds(tab->lockedIds, row.id)) line += u" [locked]";
+    const int added = platform::AddRow(kIdFeatureList, line, row.id);
+    if (kept != 0 && row.id == kept) platform::SelectRow(kIdFeatureList, added);
+  }
+  platform::HoldListRedraw(kIdFeatureList, false);
+  if (features.count == kMaxFeatures) {
+    ShowFeatureHint(u"Feature browser limit: 128 sections. Split this program to index more.");
+  } else if (features.count == 0) {
+    ShowFeatureHint(u"Features appear automatically as you add or type code.");
+  }
+}
+
+bool FeatureRowExcluded(int row) { return row >= 0 && row < excludedRows && rowExcluded[row]; }
+
+void SelectFeatureRow(std::int32_t id) {
+  const int count = platform::RowCount(kIdFeatureList);
+  int row = 0;
+  while (row < count && platform::RowData(kIdFeatureList, row) != id) ++row;
+  platform::SelectRow(kIdFeatureList, row < count ? row : -1);
+}
+
+}  // namespace morva

@@ -1,0 +1,256 @@
+#include "documents/insertion.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/editor.h"
+#include "platform/message.h"
+
+namespace morva {
+
+EditLink editLink;
+
+namespace {
+
+constexpr int kKinds = kKindUserCode + 1;
+SettingsWriter writers[kKinds];
+DestinationPicker picker = nullptr;
+
+void Refuse(const char16_t* caption, const char16_t* words, platform::BoxIcon icon) {
+  platform::ShowBox(caption, words, platform::BoxButtons::Ok, icon);
+}
+
+// The editor's changes are the program's own while one of these stands.
+struct InsertGuard {
+  bool before = app.insertingText;
+  InsertGuard() { app.insertingText = true; }
+  ~InsertGuard() { app.insertingText = before; }
+};
+
+// The caret's line: that of the command words view while it stands in the editor's place.
+int CaretLine() {
+  const bool words = app.commandWordsActive && platform::Exists(kIdWordsEditor);
+  const int id = words ? kIdWordsEditor : kIdEditor;
+  return platform::EditorLineOf(id, platform::EditorSelection(id).to);
+}
+
+int CaretPosition() {
+  if (app.commandWordsActive && platform::Exists(kIdWordsEditor))
+    return platform::EditorLineStart(kIdEditor, CaretLine());
+  return platform::EditorSelection(kIdEditor).to;
+}
+
+std::u16string_view WithoutLineEnds(std::u16string_view text) {
+  while (!text.empty() && (text.front() == u'\r' || text.front() == u'\n')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n')) text.remove_suffix(1);
+  return text;
+}
+
+// Over `range` as one undo step, the caret behind it.
+void PutText(platform::EditorRange range, std::u16string_view text) {
+  const InsertGuard guard;
+  platform::SetEditorSelection(kIdEditor, range);
+  platform::ReplaceSelection(kIdEditor, text, true);
+  platform::ScrollCaretIntoView(kIdEditor);
+}
+
+void PutBehindLine(int line, std::u16string_view text) {
+  const std::u16string_view core = WithoutLineEnds(text);
+  if (core.empty()) return;
+  const int length = platform::EditorLineLength(kIdEditor, line);
+  const int end = platform::EditorLineStart(kIdEditor, line) + length;
+  std::u16string block;
+  if (length > 0) block += u"\r\n";
+  block += core;
+  if (end >= platform::EditorLength(kIdEditor)) block += u"\r\n";
+  PutText({end, end}, block);
+  ShowStatus(u"Generated block inserted after editor line " + IntegerText(line + 1) +
+             u". The caret is ready for the next insert.");
+}
+
+// The first row that starts on the line of `index`, -1 for none.
+int RowOnLine(std::u16string_view text, std::int32_t index) {
+  auto from = static_cast<std::size_t>(index);
+  auto to = from;
+  const auto lineEnd = [&](std::size_t at) { return text[at] == u'\r' || text[at] == u'\n'; };
+  while (from > 0 && !lineEnd(from - 1)) --from;
+  while (to < text.size() && !lineEnd(to)) ++to;
+  for (int i = 0; i < features.count; ++i) {
+    const auto start = static_cast<std::size_t>(features.rows[i].start);
+    if (start >= from && start < to) return i;
+  }
+  return -1;
+}
+
+int RowAround(std::int32_t index) {
+  for (int i = 0; i < features.count; ++i) {
+    if (features.rows[i].start <= index && index < features.rows[i].end) return i;
+  }
+  return -1;
+}
+
+// Before the block that starts on the caret's line, pushing it down. Where another block ends
+// on that same line the new one starts a line of its own, so that blocks never nest.
+void PutBeforeRow(std::u16string_view text, int row, const std::u16string& block) {
+  std::int32_t at = features.rows[row].start;
+  while (at > 0 && (text[static_cast<std::size_t>(at - 1)] == u' ' ||
+                    text[static_cast<std::size_t>(at - 1)] == u'\t')) {
+    --at;
+  }
+  const char16_t before = at > 0 ? text[static_cast<std::size_t>(at - 1)] : u'\n';
+  const bool atLineStart = before == u'\n' || before == u'\r';
+  const int position = MapTextOffset(text, at);
+  PutText({position, position}, (atLineStart ? u"" : u"\r\n") + block + u"\r\n");
+}
+
+void PutNewBlock(std::u16string_view text, const std::u16string& block, bool placed) {
+  const std::int32_t caret = TextIndexOf(text, CaretPosition());
+  const int onLine = placed ? RowOnLine(text, caret) : -1;
+  if (onLine >= 0) {
+    PutBeforeRow(text, onLine, block);
+    return;
+  }
+  int line = CaretLine();
+  const int around = placed ? -1 : RowAround(caret);
+  if (around >= 0) {
+    const int end = MapTextOffset(text, features.rows[around].end);
+    line = platform::EditorLineOf(kIdEditor, end);
+  }
+  PutBehindLine(line, u"\r\n" + block);
+}
+
+// The row that the link names, -1 after the user was told why it cannot be updated.
+int RowToUpdate(std::u16string_view text) {
+  const ProgramTab* tab = ActiveTab();
+  if (tab && IdListHolds(tab->lockedIds, editLink.id)) {
+    Refuse(u"Shape locked", u"Unlock this shape in the browser before updating it.",
+           platform::BoxIcon::None);
+    return -1;
+  }
+  const int row = FindFeature(editLink.id);
+  if (row >= 0 && CountFeatures(editLink.id) == 1 && editLink.tab == app.activeTab) {
+    const FeatureRecord& r = features.rows[row];
+    if (text.substr(static_cast<std::size_t>(r.start), static_cast<std::size_t>(r.end - r.start)) ==
+        editLink.original)
+      return row;
+  }
+  Refuse(u"Shape update stopped",
+         u"This shape's code changed, was removed, or has duplicate IDs. Reopen its settings from "
+         u"Features, or choose New / Unlink to insert a separate shape. No code was replaced.",
+         platform::BoxIcon::Warning);
+  return -1;
+}
+
+// In place, with the same id and name. An excluded block stays excluded: its new code goes
+// into the tab's list. 0 when that failed.
+std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record,
+                         std::u16string_view code) {
+  const int row = RowToUpdate(text);
+  if (row < 0) return 0;
+  const FeatureRecord& r = features.rows[row];
+  const std::int32_t id = r.id;
+  std::u16string body(code);
+  if (HoldsDisabled(text, r.start, r.end)) {
+    ProgramTab* tab = ActiveTab();
+    const std::int32_t stored = tab ? AddDisabledCode(tab->disabledCode, code) : 0;
+    if (stored == 0) return 0;
+    body = u"(MORVA DISABLED " + IntegerText(stored) + u")\r\n";
+  }
+  OffsetMap map{text};
+  platform::EditorRange range;
+  range.from = AdvanceOffset(map, r.start);
+  range.to = AdvanceOffset(map, r.end);
+  PutText(range, SettingsBlockText(id, r.name, record, body));
+  return id;
+}
+
+// Behind the block that holds the caret, or where the picker placed it. 0 when full.
+std::int32_t AddBlock(std::u16string_view text, const FeatureSettings& record,
+                      std::u16string_view code, bool placed) {
+  if (features.count >= kMaxFeatures) {
+    Refuse(u"Shape limit", u"This program already has 128 editable blocks. Use another document.",
+           platform::BoxIcon::Warning);
+    return 0;
+  }
+  const std::int32_t id = NextTableId();
+  PutNewBlock(text, SettingsBlockText(id, {}, record, code), placed);
+  return id;
+}
+
+// The live model of a kind as a record that the scan will accept again.
+bool StoreModel(int kind, std::u16string_view code, FeatureSettings& record) {
+  if (kind < kKindShape || kind >= kKinds || !writers[kind] || !writers[kind](record)) return false;
+  record.codeHash = CodeHash(code);
+  return record.kind == kind && static_cast<std::uint32_t>(record.itemCount) <= kMaxItems &&
+         ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
+}
+
+}  // namespace
+
+void DropEditLink() {
+  editLink = EditLink();
+  Call(hooks.refreshBuilderKeys);
+}
+
+void SetSettingsWriter(int kind, SettingsWriter writer) {
+  if (kind >= 0 && kind < kKinds) writers[kind] = writer;
+}
+
+void SetDestinationPicker(DestinationPicker chosen) { picker = chosen; }
+
+bool InsertFeatureBlock(int kind, std::u16string_view code) {
+  AutoTagBlocks();
+  FeatureSettings record;
+  if (!StoreModel(kind, code, record)) {
+    Refuse(u"Invalid shape settings",
+           u"Shape settings could not be stored. Check the dimensions and selected shape. Nothing "
+           u"was inserted.",
+           platform::BoxIcon::Warning);
+    return false;
+  }
+  Destination destination = Destination::Caret;
+  if ((kind == kKindSketch || kind == kKindPlate) && picker) destination = picker(kind);
+  if (destination == Destination::Cancelled) return false;
+  AutoTagBlocks();
+  if (app.commandWordsActive) Call(hooks.editorFromWords);
+  const std::u16string text(platform::EditorText(kIdEditor));
+  ScanProgramText(text);
+  const bool update = editLink.kind != 0 && editLink.kind == kind;
+  const std::int32_t id = update ? UpdateBlock(text, record, code)
+                                 : AddBlock(text, record, code, destination == Destination::Placed);
+  if (id == 0) return false;
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  DropEditLink();
+  MarkModified();
+  app.sidebarShowsFeatures = true;
+  Call(hooks.layout);
+  RefreshFeatureList();
+  SelectFeatureRow(id);
+  ShowFeatureHint(update ? u"Feature updated in place. Undo restores the prior block."
+                         : u"Feature added. Select it, then Edit Settings.");
+  return true;
+}
+
+void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
+  if (text.empty() || !platform::Exists(kIdEditor)) return;
+  const int line = CaretLine();
+  if (app.commandWordsActive) Call(hooks.editorFromWords);
+  if (asBlock) {
+    PutBehindLine(line, text);
+  } else {
+    PutText(platform::EditorSelection(kIdEditor), text);
+  }
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+}
+
+void ResetInsertion() {
+  editLink = EditLink();
+  for (SettingsWriter& writer : writers) writer = nullptr;
+  picker = nullptr;
+}
+
+}  // namespace morva
