@@ -1,0 +1,205 @@
+// Projection of the toolpath view and the cache of projected points.
+//
+// A point costs six multiplications; all trigonometry and the fit are done once for a state
+// of view, bounds and client area.
+
+#include <algorithm>
+
+#include "library/series_trig.h"
+#include "platform/geometry.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
+
+namespace morva {
+namespace {
+
+using platform::PointF;
+using platform::Rect;
+using platform::Segment;
+
+constexpr double kFill = 0.86;          // of the usable area at zoom 1
+constexpr int kSideMargin = 70;         // pixels of the width that a fit leaves free
+constexpr int kBarMargin = 120;         // and of the height
+constexpr int kBottomBars = 62;         // the bars below the picture
+constexpr double kSmallestSpan = 0.01;  // display units; what is smaller counts as 1
+
+struct ProjectionKey {
+  double zoom = 0, yaw = 0, elevation = 0, roll = 0, panX = 0, panY = 0;
+  bool topView = false;
+  Rect client;
+  PathBounds bounds;
+};
+
+ProjectionKey known;
+Projection projection;
+bool projectionKnown = false;
+std::uint32_t projectionSerial = 0;
+
+PointF projected[kMaxMotionPoints];
+std::uint32_t projectedSerial = 0;
+std::uint32_t projectedGeneration = 0;
+std::int32_t projectedCount = -1;
+
+Segment segments[kMaxMotionPoints];
+
+bool SameBounds(const PathBounds& a, const PathBounds& b) {
+  return a.minX == b.minX && a.maxX == b.maxX && a.minY == b.minY && a.maxY == b.maxY &&
+         a.minZ == b.minZ && a.maxZ == b.maxZ;
+}
+
+bool SameKey(const ProjectionKey& a, const ProjectionKey& b) {
+  return a.zoom == b.zoom && a.yaw == b.yaw && a.elevation == b.elevation && a.roll == b.roll &&
+         a.panX == b.panX && a.panY == b.panY && a.topView == b.topView &&
+         platform::SameRect(a.client, b.client) && SameBounds(a.bounds, b.bounds);
+}
+
+// Screen directions of the axes before scaling; screen y grows downwards.
+void SetAxes(Projection& p) {
+  if (view.topView) {
+    p.ux = 1;
+    p.uy = 0;
+    p.uz = 0;
+    p.vx = 0;
+    p.vy = -1;
+    p.vz = 0;
+  } else {
+    const double sinYaw = SeriesSine(view.yawDegrees * kRadiansPerDegree);
+    const double cosYaw = SeriesCosine(view.yawDegrees * kRadiansPerDegree);
+    const double sinTilt = SeriesSine(view.elevationDegrees * kRadiansPerDegree);
+    const double cosTilt = SeriesCosine(view.elevationDegrees * kRadiansPerDegree);
+    p.ux = cosYaw;
+    p.uy = -sinYaw;
+    p.uz = 0;
+    p.vx = -sinYaw * sinTilt;
+    p.vy = -cosYaw * sinTilt;
+    p.vz = -cosTilt;
+  }
+  if (view.rollDegrees == 0) return;
+  const double sinRoll = SeriesSine(view.rollDegrees * kRadiansPerDegree);
+  const double cosRoll = SeriesCosine(view.rollDegrees * kRadiansPerDegree);
+  const Projection q = p;
+  p.ux = q.ux * cosRoll - q.vx * sinRoll;
+  p.uy = q.uy * cosRoll - q.vy * sinRoll;
+  p.uz = q.uz * cosRoll - q.vz * sinRoll;
+  p.vx = q.ux * sinRoll + q.vx * cosRoll;
+  p.vy = q.uy * sinRoll + q.vy * cosRoll;
+  p.vz = q.uz * sinRoll + q.vz * cosRoll;
+}
+
+double UsableSpan(double span) { return span < kSmallestSpan ? 1 : span; }
+
+// The scale at which the bounds fill the usable area.
+double FittedScale(const Projection& p, const PathBounds& b, const Rect& client) {
+  double minU = 0, maxU = 0, minV = 0, maxV = 0;
+  for (int corner = 0; corner < 8; ++corner) {
+    const double dx = ((corner & 1) ? b.maxX : b.minX) - p.centreX;
+    const double dy = ((corner & 2) ? b.maxY : b.minY) - p.centreY;
+    const double dz = ((corner & 4) ? b.maxZ : b.minZ) - p.centreZ;
+    const double u = dx * p.ux + dy * p.uy + dz * p.uz;
+    const double v = dx * p.vx + dy * p.vy + dz * p.vz;
+    minU = corner ? std::min(minU, u) : u;
+    maxU = corner ? std::max(maxU, u) : u;
+    minV = corner ? std::min(minV, v) : v;
+    maxV = corner ? std::max(maxV, v) : v;
+  }
+  const double width = std::max(1, platform::RectWidth(client) - kSideMargin);
+  const double height = std::max(1, platform::RectHeight(client) - kBarMargin);
+  return kFill * std::min(width / UsableSpan(maxU - minU), height / UsableSpan(maxV - minV));
+}
+
+void ProjectPath(const Projection& p) {
+  // Taken out of the records, so that the loop keeps them in registers.
+  const double ux = p.ux, uy = p.uy, uz = p.uz, vx = p.vx, vy = p.vy, vz = p.vz;
+  const double x0 = p.centreX, y0 = p.centreY, z0 = p.centreZ;
+  const double originX = p.originX, originY = p.originY;
+  const std::int32_t count = path.count;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const MotionPoint& point = path.points[i];
+    const double dx = point.x - x0;
+    const double dy = point.y - y0;
+    const double dz = point.z - z0;
+    projected[i].x = dx * ux + dy * uy + dz * uz + originX;
+    projected[i].y = dx * vx + dy * vy + dz * vz + originY;
+  }
+}
+
+}  // namespace
+
+const Projection& ProjectionFor(const Rect& client) {
+  const ProjectionKey key{view.zoom,        view.yawDegrees, view.elevationDegrees,
+                          view.rollDegrees, view.panX,       view.panY,
+                          view.topView,     client,          Bounds()};
+  if (projectionKnown && SameKey(key, known)) return projection;
+  known = key;
+  projectionKnown = true;
+  ++projectionSerial;
+  const PathBounds& b = known.bounds;
+  Projection& p = projection;
+  p.centreX = (b.minX + b.maxX) / 2;
+  p.centreY = (b.minY + b.maxY) / 2;
+  p.centreZ = (b.minZ + b.maxZ) / 2;
+  SetAxes(p);
+  p.scale = view.zoom * FittedScale(p, b, client);
+  p.ux *= p.scale;
+  p.uy *= p.scale;
+  p.uz *= p.scale;
+  p.vx *= p.scale;
+  p.vy *= p.scale;
+  p.vz *= p.scale;
+  p.originX = view.panX + (client.left + client.right) / 2.0;
+  p.originY = view.panY + (client.top + client.bottom - kBottomBars) / 2.0;
+  return p;
+}
+
+PointF Project(const Projection& p, double x, double y, double z) {
+  const double dx = x - p.centreX;
+  const double dy = y - p.centreY;
+  const double dz = z - p.centreZ;
+  return {dx * p.ux + dy * p.uy + dz * p.uz + p.originX,
+          dx * p.vx + dy * p.vy + dz * p.vz + p.originY};
+}
+
+const PointF* ProjectedPoints(const Rect& client) {
+  const Projection& p = ProjectionFor(client);
+  if (projectedSerial != projectionSerial || projectedGeneration != pathGeneration ||
+      projectedCount != path.count) {
+    ProjectPath(p);
+    projectedSerial = projectionSerial;
+    projectedGeneration = pathGeneration;
+    projectedCount = path.count;
+  }
+  return projected;
+}
+
+std::int32_t DrawnPoints() {
+  if (!playback.headInUse) return path.count;
+  return std::clamp(playback.playHead, 0, path.count);
+}
+
+PathSegments VisibleSegments(const Rect& client) {
+  const PointF* points = ProjectedPoints(client);
+  const std::int32_t count = DrawnPoints();
+  const bool showRapids = switches.showRapids;
+  // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
+  // than the points.
+  Segment* feed = segments;
+  Segment* rapid = segments + kMaxMotionPoints;
+  for (std::int32_t i = 1; i < count; ++i) {
+    const MotionPoint& to = path.points[i];
+    if (to.jump || (to.rapid && !showRapids)) continue;
+    Segment& segment = to.rapid ? *--rapid : *feed++;
+    segment.x0 = static_cast<float>(points[i - 1].x);
+    segment.y0 = static_cast<float>(points[i - 1].y);
+    segment.x1 = static_cast<float>(points[i].x);
+    segment.y1 = static_cast<float>(points[i].y);
+  }
+  PathSegments result;
+  result.feeds = segments;
+  result.feedCount = static_cast<int>(feed - segments);
+  result.rapids = rapid;
+  result.rapidCount = static_cast<int>(segments + kMaxMotionPoints - rapid);
+  return result;
+}
+
+}  // namespace morva

@@ -1,0 +1,248 @@
+// Mouse and keyboard of the toolpath view: orbit, pan, zoom, picks and the hover read-out.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "library/codetext.h"
+#include "library/units.h"
+#include "platform/clock.h"
+#include "platform/window.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
+
+namespace morva {
+namespace {
+
+using platform::KeyEvent;
+using platform::PointerAction;
+using platform::PointerButton;
+using platform::PointerEvent;
+using platform::PointF;
+using platform::Rect;
+
+constexpr double kYawPerPixel = 0.55;  // degrees
+constexpr double kElevationPerPixel = 0.45;
+constexpr double kMostElevation = 89;  // degrees, either way
+constexpr double kZoomIn = 1.12;
+constexpr double kZoomOut = 0.89;
+constexpr double kPickReach = 225;         // squared pixels
+constexpr std::uint64_t kHoverPause = 29;  // ms; a search needs more than this since the last
+constexpr int kKeyPixels = 20;             // a key's orbit or pan step
+
+struct Drag {
+  PointerButton button = PointerButton::None;  // None: no drag
+  bool pans = false;
+  int x = 0;
+  int y = 0;
+};
+Drag drag;
+
+bool hoverSearched = false;
+std::uint64_t lastHover = 0;
+
+void Orbit(int dx, int dy) {
+  if (view.topView) {
+    // The plan seen from the same side, so that nothing jumps.
+    view.topView = false;
+    view.yawDegrees = 0;
+    view.elevationDegrees = 90;
+  }
+  view.yawDegrees += dx * kYawPerPixel;
+  view.elevationDegrees =
+      std::clamp(view.elevationDegrees + dy * kElevationPerPixel, -kMostElevation, kMostElevation);
+  platform::Repaint(kViewToolpath);
+}
+
+void Pan(int dx, int dy) {
+  view.panX += dx;
+  view.panY += dy;
+  platform::Repaint(kViewToolpath);
+}
+
+void ZoomByNotches(int notches) {
+  // The zoom is at a limit long before this many.
+  const int count = std::min(std::abs(notches), 100);
+  for (int i = 0; i < count; ++i) ZoomBy(notches > 0 ? kZoomIn : kZoomOut);
+}
+
+void StopDrag() {
+  if (drag.button == PointerButton::None) return;
+  drag = Drag();
+  platform::ReleasePointer();
+}
+
+bool Press(const PointerEvent& event) {
+  if (event.button == PointerButton::None) return false;
+  platform::SetFocusTo(kViewToolpath);
+  if (drag.button != PointerButton::None) return true;
+  if (event.button == PointerButton::Left && switches.measureMode) {
+    const std::int32_t hit = PickPathPoint(platform::ClientArea(kViewToolpath), event.x, event.y);
+    if (hit >= 0) {
+      TakeMeasurePick(hit);
+      platform::Repaint(kViewToolpath);
+    }
+    return true;
+  }
+  drag.button = event.button;
+  drag.pans = event.button != PointerButton::Left || switches.panMode || event.shift;
+  drag.x = event.x;
+  drag.y = event.y;
+  platform::CapturePointer(kViewToolpath);
+  return true;
+}
+
+void DragTo(int x, int y) {
+  const int dx = x - drag.x;
+  const int dy = y - drag.y;
+  drag.x = x;
+  drag.y = y;
+  if (dx == 0 && dy == 0) return;
+  if (drag.pans) {
+    Pan(dx, dy);
+  } else {
+    Orbit(dx, dy);
+  }
+}
+
+void ShowPointUnder(int x, int y) {
+  const std::uint64_t now = platform::TickMilliseconds();
+  if (hoverSearched && now - lastHover <= kHoverPause) return;
+  hoverSearched = true;
+  lastHover = now;
+  const std::int32_t hit = PickPathPoint(platform::ClientArea(kViewToolpath), x, y);
+  if (hit < 0) return;
+  const MotionPoint& point = path.points[hit];
+  char16_t text[200] = u"Toolpath point";
+  AppendLabelNumber(text, 200, u"  X ", point.x, 4);
+  AppendLabelNumber(text, 200, u"  Y ", point.y, 4);
+  AppendLabelNumber(text, 200, u"  Z ", point.z, 4);
+  AppendLabelInteger(text, 200, u"  source line ", point.sourceLine + 1);
+  AppendBounded(text, 200, UnitsMetric() ? u" mm" : u" in");
+  AppendBounded(text, 200, point.rapid ? u"  RAPID" : u"  CUT");
+  ShowStatus(text);
+}
+
+void Move(const PointerEvent& event) {
+  if (drag.button != PointerButton::None) {
+    DragTo(event.x, event.y);
+  } else if (!event.leftDown && !event.middleDown && !event.rightDown) {
+    ShowPointUnder(event.x, event.y);
+  }
+}
+
+bool ArrowKey(int key, int& dx, int& dy) {
+  dx = key == platform::kKeyLeft ? -kKeyPixels : key == platform::kKeyRight ? kKeyPixels : 0;
+  dy = key == platform::kKeyUp ? -kKeyPixels : key == platform::kKeyDown ? kKeyPixels : 0;
+  return dx != 0 || dy != 0;
+}
+
+bool ModifiedKey(const KeyEvent& key) {
+  int dx = 0;
+  int dy = 0;
+  if (key.alt || !ArrowKey(key.key, dx, dy) || key.ctrl == key.shift) return false;
+  if (key.shift) {
+    Orbit(dx, dy);
+  } else {
+    Pan(dx, dy);
+  }
+  return true;
+}
+
+// The keyboard's pick is the point at the head, which the playback keys move.
+bool PickAtHead() {
+  if (!switches.measureMode) return false;
+  const std::int32_t point = std::min(playback.playHead, path.count) - 1;
+  if (point >= 0) TakeMeasurePick(point);
+  platform::Repaint(kViewToolpath);
+  return true;
+}
+
+bool PlainKey(int key) {
+  switch (key) {
+    case platform::kKeySpace:
+      PlayPause();
+      return true;
+    case platform::kKeyHome:
+      GoToStart();
+      return true;
+    case platform::kKeyEnd:
+      GoToEnd();
+      return true;
+    case platform::kKeyLeft:
+      PreviousOperation();
+      return true;
+    case platform::kKeyRight:
+      NextOperation();
+      return true;
+    case platform::kKeyEnter:
+      return PickAtHead();
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+std::int32_t PickPathPoint(const Rect& client, int x, int y) {
+  const PointF* points = ProjectedPoints(client);
+  double nearest = kPickReach;
+  std::int32_t found = -1;
+  for (std::int32_t i = 0; i < path.count; ++i) {
+    const double dx = points[i].x - x;
+    const double dy = points[i].y - y;
+    const double distance = dx * dx + dy * dy;
+    if (distance < nearest) {
+      nearest = distance;
+      found = i;
+    }
+  }
+  return found;
+}
+
+bool ToolpathPointer(const PointerEvent& event) {
+  switch (event.action) {
+    case PointerAction::Press:
+    case PointerAction::DoubleClick:
+      return Press(event);
+    case PointerAction::Release:
+      if (event.button == drag.button) StopDrag();
+      return true;
+    case PointerAction::Move:
+      Move(event);
+      return true;
+    case PointerAction::Wheel:
+      ZoomByNotches(event.wheel);
+      return true;
+    case PointerAction::Leave:
+      // The view lost the pointer in the middle of a drag, to a box or another window.
+      if (!event.leftDown && !event.middleDown && !event.rightDown) StopDrag();
+      return true;
+  }
+  return false;
+}
+
+bool ToolpathKey(const KeyEvent& key) {
+  // Plus and minus come with whatever modifiers the keyboard needs for them.
+  if (key.key == '+' || key.key == '=' || key.key == platform::kKeyPageUp) {
+    ZoomBy(kZoomIn);
+    return true;
+  }
+  if (key.key == '-' || key.key == platform::kKeyPageDown) {
+    ZoomBy(kZoomOut);
+    return true;
+  }
+  if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
+  return PlainKey(key.key);
+}
+
+void ResetViewMouse() {
+  drag = Drag();
+  hoverSearched = false;
+  lastHover = 0;
+}
+
+}  // namespace morva

@@ -1,0 +1,314 @@
+// Drawing of the toolpath view: grid, stock, paths, dimensions, measure and read-outs.
+//
+// A pure function of the records; the order is the order of the functions at the end.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "library/codetext.h"
+#include "library/units.h"
+#include "platform/canvas.h"
+#include "platform/window.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
+
+namespace morva {
+namespace {
+
+using platform::Canvas;
+using platform::Colour;
+using platform::FontRole;
+using platform::Pen;
+using platform::PointF;
+using platform::Rect;
+using platform::Segment;
+
+constexpr Colour kBackground = 0x010F19;
+constexpr Colour kText = 0xDEE9F2;
+constexpr Colour kQuietText = 0x91AAC4;
+constexpr Colour kFocusMark = 0x00D3F2;
+constexpr Colour kFeedColour = 0x48D3B8;
+constexpr Colour kRapidColour = 0x4889D2;
+constexpr Colour kGhostColour = 0x4A5B6C;
+constexpr Colour kStockColour = 0x96A7BD;
+constexpr Colour kDimensionColour = 0xF1BE4C;
+constexpr Colour kHeadColour = 0xFFCB48;
+constexpr Colour kMeasureColour = 0xFFFFFF;
+constexpr int kFeedWidth = 2;
+constexpr int kRapidWidth = 1;
+constexpr int kStockWidth = 2;
+constexpr int kHeadReach = 4;  // pixels each way of the middle, 9 in all
+constexpr int kPickReach = 3;
+constexpr int kEdge = 10;  // pixels between read-outs and the view's edge
+constexpr int kMostGridLines = 4096;
+
+Segment ghostSegments[kMaxMotionPoints];
+Segment gridSegments[2 * kMostGridLines];
+
+Pen PenOf(Colour colour, int width) {
+  Pen pen;
+  pen.colour = colour;
+  pen.width = width;
+  return pen;
+}
+
+Segment SegmentOf(PointF from, PointF to) {
+  return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
+          static_cast<float>(to.y)};
+}
+
+// The nearest whole pixel; places far outside stay far outside.
+int Pixel(double coordinate) {
+  constexpr double kFar = 1e6;
+  return static_cast<int>(std::floor(std::clamp(coordinate, -kFar, kFar) + 0.5));
+}
+
+void FillAround(Canvas& canvas, PointF middle, int reach, Colour colour) {
+  const int x = Pixel(middle.x);
+  const int y = Pixel(middle.y);
+  FillArea(canvas, {x - reach, y - reach, x + reach + 1, y + reach + 1}, colour);
+}
+
+// Text with its left end, its middle or whatever `align` says at a point.
+void TextAt(Canvas& canvas, PointF at, const char16_t* text, FontRole font, Colour colour,
+            unsigned align) {
+  const int height = platform::TextHeight(font);
+  const int width = platform::TextWidth(font, text) + 2;
+  const int left = Pixel(at.x) - ((align & platform::kAlignCentre) ? width / 2 : 0);
+  const int top = Pixel(at.y) - ((align & platform::kAlignMiddle) ? height / 2 : 0);
+  PaintText(canvas, {left, top, left + width, top + height}, text, font, colour,
+            align & ~unsigned{platform::kAlignMiddle});
+}
+
+struct GridSteps {
+  double first = 0;  // number of the first line, in spacings from zero
+  int count = 0;
+};
+
+// The multiples of `spacing` from `low` to `high`.
+GridSteps StepsBetween(double low, double high, double spacing) {
+  GridSteps steps;
+  steps.first = std::ceil(low / spacing);
+  const double count = std::floor(high / spacing) - steps.first + 1;
+  steps.count = static_cast<int>(std::clamp(count, 0.0, double{kMostGridLines}));
+  return steps;
+}
+
+// "Plain" is the program workspace as it opens: the grid steps back behind the program.
+bool PlainWorkspace() { return app.surface == kSurfaceCode && app.mode == kModeHome; }
+
+void PaintGrid(Canvas& canvas, const Projection& p) {
+  if (!view.gridOn) return;
+  const PathBounds& b = Bounds();
+  const double spacing = GridSpacing();
+  const double left = b.minX - spacing, right = b.maxX + spacing;
+  const double low = b.minY - spacing, high = b.maxY + spacing;
+  int count = 0;
+  const GridSteps across = StepsBetween(left, right, spacing);
+  for (int i = 0; i < across.count; ++i) {
+    const double x = (across.first + i) * spacing;
+    gridSegments[count++] = SegmentOf(Project(p, x, low, 0), Project(p, x, high, 0));
+  }
+  const GridSteps up = StepsBetween(low, high, spacing);
+  for (int i = 0; i < up.count; ++i) {
+    const double y = (up.first + i) * spacing;
+    gridSegments[count++] = SegmentOf(Project(p, left, y, 0), Project(p, right, y, 0));
+  }
+  PaintSegments(canvas, gridSegments, count, PenOf(GridColour(PlainWorkspace()), 1));
+}
+
+void PaintStock(Canvas& canvas, const Projection& p) {
+  const StockEnvelope& s = stockEnvelope;
+  if (!s.shown) return;
+  PointF corners[8];
+  for (int i = 0; i < 8; ++i) {
+    corners[i] = Project(p, (i & 1) ? s.maxX : s.minX, (i & 2) ? s.maxY : s.minY,
+                         (i & 4) ? s.top : s.bottom);
+  }
+  // Edges join corners that differ in one bit.
+  Segment edges[12];
+  int count = 0;
+  for (int i = 0; i < 8; ++i) {
+    for (int bit = 1; bit < 8; bit <<= 1) {
+      if (!(i & bit)) edges[count++] = SegmentOf(corners[i], corners[i | bit]);
+    }
+  }
+  PaintSegments(canvas, edges, count, PenOf(kStockColour, kStockWidth));
+  char16_t label[160] = u"STOCK ENVELOPE  ";
+  AppendLabelNumber(label, 160, u"", s.maxX - s.minX, 4);
+  AppendLabelNumber(label, 160, u" x ", s.maxY - s.minY, 4);
+  AppendLabelNumber(label, 160, u" x ", s.top - s.bottom, 4);
+  AppendBounded(label, 160, UnitsMetric() ? u" mm" : u" in");
+  // Above the corner that lies highest on the screen.
+  const PointF* highest = std::min_element(
+      corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
+  const double lift = platform::TextHeight(FontRole::Small) + 4;
+  TextAt(canvas, {highest->x, highest->y - lift}, label, FontRole::Small, kStockColour,
+         platform::kAlignCentre);
+}
+
+void PaintGhost(Canvas& canvas, const Projection& p) {
+  if (ghostPath.count < 2) return;
+  int count = 0;
+  const MotionPoint* points = ghostPath.points;
+  PointF from = Project(p, points[0].x, points[0].y, points[0].z);
+  for (std::int32_t i = 1; i < ghostPath.count; ++i) {
+    const PointF to = Project(p, points[i].x, points[i].y, points[i].z);
+    if (!points[i].rapid && !points[i].jump) ghostSegments[count++] = SegmentOf(from, to);
+    from = to;
+  }
+  PaintSegments(canvas, ghostSegments, count, PenOf(kGhostColour, kRapidWidth));
+}
+
+// Rapids first, so that cuts lie on top of them.
+void PaintPath(Canvas& canvas, const Rect& client) {
+  const PathSegments visible = VisibleSegments(client);
+  if (visible.rapidCount > 0) {
+    PaintSegments(canvas, visible.rapids, visible.rapidCount, PenOf(kRapidColour, kRapidWidth));
+  }
+  if (visible.feedCount > 0) {
+    PaintSegments(canvas, visible.feeds, visible.feedCount, PenOf(kFeedColour, kFeedWidth));
+  }
+}
+
+// The head, and the piece of segment that leads to it while playing.
+void PaintHead(Canvas& canvas, const Rect& client) {
+  const std::int32_t head = std::clamp(playback.playHead, 0, path.count);
+  if (head < 1) return;
+  const PointF* points = ProjectedPoints(client);
+  PointF at = points[head - 1];
+  if (head < path.count && !path.points[head].jump) {
+    const MotionPoint& next = path.points[head];
+    const PointF from = at;
+    at.x += (points[head].x - from.x) * playback.segmentFraction;
+    at.y += (points[head].y - from.y) * playback.segmentFraction;
+    if (playback.playing && (switches.showRapids || !next.rapid)) {
+      const Segment partial = SegmentOf(from, at);
+      PaintSegments(canvas, &partial, 1,
+                    next.rapid ? PenOf(kRapidColour, kRapidWidth) : PenOf(kFeedColour, kFeedWidth));
+    }
+  }
+  FillAround(canvas, at, kHeadReach, kHeadColour);
+}
+
+void PaintDimension(Canvas& canvas, PointF from, PointF to, double span) {
+  Pen pen = PenOf(kDimensionColour, 1);
+  pen.smooth = true;
+  PaintLine(canvas, from, to, pen);
+  char16_t text[40];
+  FormatFixed(span, 4, text, 40);
+  const PointF middle{(from.x + to.x) / 2, (from.y + to.y) / 2};
+  TextAt(canvas, middle, text, FontRole::Small, kDimensionColour,
+         platform::kAlignCentre | platform::kAlignMiddle);
+}
+
+// Three edges of the bounding box that meet in its lowest corner.
+void PaintDimensions(Canvas& canvas, const Projection& p) {
+  if (!switches.showExtents || path.count == 0) return;
+  const PathBounds& b = Bounds();
+  const PointF corner = Project(p, b.minX, b.minY, b.minZ);
+  PaintDimension(canvas, corner, Project(p, b.maxX, b.minY, b.minZ), b.maxX - b.minX);
+  PaintDimension(canvas, corner, Project(p, b.minX, b.maxY, b.minZ), b.maxY - b.minY);
+  PaintDimension(canvas, corner, Project(p, b.minX, b.minY, b.maxZ), b.maxZ - b.minZ);
+}
+
+bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < path.count; }
+
+void PaintMeasure(Canvas& canvas, const Rect& client) {
+  const PointF* points = ProjectedPoints(client);
+  if (ValidPick(measure.a) && ValidPick(measure.b)) {
+    Pen pen = PenOf(kMeasureColour, 1);
+    pen.smooth = true;
+    PaintLine(canvas, points[measure.a], points[measure.b], pen);
+  }
+  if (ValidPick(measure.a)) FillAround(canvas, points[measure.a], kPickReach, kMeasureColour);
+  if (ValidPick(measure.b)) FillAround(canvas, points[measure.b], kPickReach, kMeasureColour);
+}
+
+void PaintReadOut(Canvas& canvas, const Rect& client, int top, const char16_t* text,
+                  Colour colour) {
+  const Rect area{client.left + kEdge, top, client.right - kEdge,
+                  top + platform::TextHeight(FontRole::Small)};
+  PaintText(canvas, area, text, FontRole::Small, colour,
+            platform::kAlignLeft | platform::kAlignTop | platform::kTextEllipsis);
+}
+
+bool ExtentsText(char16_t (&text)[200]) {
+  if (!switches.showExtents || path.count == 0) return false;
+  const PathBounds& b = Bounds();
+  CopyBounded(text, 200, UnitsMetric() ? u"PATH EXTENTS (mm)" : u"PATH EXTENTS (in)");
+  AppendLabelNumber(text, 200, u"   X ", b.maxX - b.minX, 4);
+  AppendLabelNumber(text, 200, u"   Y ", b.maxY - b.minY, 4);
+  AppendLabelNumber(text, 200, u"   Z ", b.maxZ - b.minZ, 4);
+  return true;
+}
+
+bool MeasureText(char16_t (&text)[200]) {
+  if (!ValidPick(measure.a) || !ValidPick(measure.b)) return false;
+  const MotionPoint& a = path.points[measure.a];
+  const MotionPoint& b = path.points[measure.b];
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  const double dz = b.z - a.z;
+  CopyBounded(text, 200, u"MEASURE");
+  AppendLabelNumber(text, 200, u"  dX ", dx, 4);
+  AppendLabelNumber(text, 200, u"  dY ", dy, 4);
+  AppendLabelNumber(text, 200, u"  dZ ", dz, 4);
+  AppendLabelNumber(text, 200, u"  distance ", std::sqrt(dx * dx + dy * dy + dz * dz), 4);
+  return true;
+}
+
+// Grid and, when the path table was full, how far the picture goes: nothing is left out
+// unseen.
+bool BottomText(char16_t (&text)[200]) {
+  text[0] = 0;
+  if (view.gridOn) {
+    AppendLabelNumber(text, 200, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
+    AppendBounded(text, 200, UnitsMetric() ? u" mm" : u" in");
+  }
+  if (pathFullAtLine >= 0) {
+    if (!view.gridOn) AppendBounded(text, 200, u"Grid off");
+    AppendLabelInteger(text, 200, u"  /  path shown to line ", pathFullAtLine + 1);
+  }
+  return text[0] != 0;
+}
+
+void PaintReadOuts(Canvas& canvas, const Rect& client) {
+  char16_t text[200];
+  const int line = platform::TextHeight(FontRole::Small) + 4;
+  int top = client.top + kEdge;
+  if (ExtentsText(text)) {
+    PaintReadOut(canvas, client, top, text, kDimensionColour);
+    top += line;
+  }
+  if (MeasureText(text)) PaintReadOut(canvas, client, top, text, kText);
+  if (BottomText(text)) {
+    PaintReadOut(canvas, client, client.bottom - kEdge - line + 4, text,
+                 pathFullAtLine >= 0 ? kDimensionColour : kQuietText);
+  }
+}
+
+}  // namespace
+
+void PaintToolpathView(Canvas& canvas) {
+  LoadGridSettings();
+  const Rect client = CanvasArea(canvas);
+  FillArea(canvas, client, kBackground);
+  const Projection& p = ProjectionFor(client);
+  PaintGrid(canvas, p);
+  PaintStock(canvas, p);
+  PaintGhost(canvas, p);
+  PaintPath(canvas, client);
+  PaintHead(canvas, client);
+  PaintDimensions(canvas, p);
+  PaintMeasure(canvas, client);
+  PaintReadOuts(canvas, client);
+  if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kFocusMark, 1));
+}
+
+}  // namespace morva

@@ -1,0 +1,29 @@
+// What the files of the toolpath view share; not for other rooms.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/canvas.h"
+#include "simulator/view.h"
+
+namespace morva {
+
+// The points of the main path on the screen, one each; kept until path or projection change.
+const platform::PointF* ProjectedPoints(const platform::Rect& client);
+
+// The segments of the main path that are drawn now, in two runs of one buffer. The pointers
+// hold until the next call.
+struct PathSegments {
+  const platform::Segment* feeds = nullptr;
+  int feedCount = 0;
+  const platform::Segment* rapids = nullptr;
+  int rapidCount = 0;
+};
+PathSegments VisibleSegments(const platform::Rect& client);
+
+// Points of the main path that are drawn: up to the head while that is in use.
+std::int32_t DrawnPoints();
+
+void ResetViewMouse();
+
+}  // namespace morva

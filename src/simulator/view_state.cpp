@@ -1,0 +1,247 @@
+// State of the toolpath view: the named views, zoom, grid settings and the three menus.
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "library/codetext.h"
+#include "library/units.h"
+#include "platform/menu.h"
+#include "platform/profile.h"
+#include "platform/window.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
+
+namespace morva {
+
+ViewState view;
+
+namespace {
+
+using platform::Colour;
+using platform::MenuItem;
+
+constexpr char16_t kSection[] = u"Simulator";
+constexpr double kLeastZoom = 0.05;
+constexpr double kMostZoom = 50;
+constexpr int kGridColours = 6;
+constexpr int kMostGridScale = 6;
+constexpr double kGridCells = 12;   // raw cells along the larger span
+constexpr double kNoSpan = 0.0001;  // display units
+constexpr double kEmptySpanInch = 4;
+constexpr double kEmptySpanMm = 100;
+
+struct GridColourRow {
+  const char16_t* name;
+  Colour colour;
+};
+constexpr GridColourRow kGridColourRows[kGridColours] = {
+    {u"Slate blue", 0x344A60}, {u"Teal", 0x286973},   {u"Green", 0x436F48},
+    {u"Amber", 0x79562B},      {u"Violet", 0x634478}, {u"Neutral gray", 0x686C72},
+};
+
+bool gridSettingsRead = false;
+bool saveFailureTold = false;
+
+void Refresh() { platform::Repaint(kViewToolpath); }
+
+void ShowAngles(double yaw, double elevation) {
+  view.topView = false;
+  view.yawDegrees = yaw;
+  view.elevationDegrees = elevation;
+  view.rollDegrees = 0;
+  ViewFit();
+}
+
+// Menus open below their key; without one, in the corner of the view.
+int ShowMenuAt(int key, const MenuItem* items, int count) {
+  if (platform::IsVisible(key)) {
+    const platform::Rect place = platform::PlaceInMainWindow(key);
+    return platform::ShowPopup(items, count, place.left, place.bottom);
+  }
+  const platform::Rect place = platform::PlaceInMainWindow(kViewToolpath);
+  return platform::ShowPopup(items, count, place.left, place.top);
+}
+
+// The power of ten at or below `value`, which is above 0.
+double PowerOfTen(double value) {
+  double power = 1;
+  while (power * 10 <= value) power *= 10;
+  while (power > value) power /= 10;
+  return power;
+}
+
+// True when the pick changed a setting.
+bool TakeGridPick(int id) {
+  const ViewState before = view;
+  if (id >= kIdGridColourFirst && id <= kIdGridColourLast) {
+    view.gridColour = id - kIdGridColourFirst;
+  } else if (id == kIdGridAutomatic) {
+    view.gridScale = 0;
+  } else if (id == kIdGridHalf) {
+    view.gridScale = std::max(view.gridScale - 1, -kMostGridScale);
+  } else if (id == kIdGridDouble) {
+    view.gridScale = std::min(view.gridScale + 1, kMostGridScale);
+  }
+  return view.gridColour != before.gridColour || view.gridScale != before.gridScale;
+}
+
+void TakeLayerPick(int id) {
+  switch (id) {
+    case kIdLayerRapids:
+      switches.showRapids = !switches.showRapids;
+      break;
+    case kIdLayerOverlap:
+      switches.showOverlap = !switches.showOverlap;
+      break;
+    case kIdLayerDrawing:
+      switches.showDrawingPaths = !switches.showDrawingPaths;
+      break;
+    case kIdLayerCutSurface:
+      switches.showCutSurface = !switches.showCutSurface;
+      break;
+    case kIdLayerClean:
+      switches.showRapids = false;
+      switches.showOverlap = false;
+      switches.showCutSurface = false;
+      switches.showDrawingPaths = true;
+      break;
+    case kIdLayerSkimDepth:
+      switches.skimCurrentDepthOnly = !switches.skimCurrentDepthOnly;
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+void ViewFit() {
+  view.zoom = 1;
+  view.panX = 0;
+  view.panY = 0;
+  Refresh();
+}
+
+void ZoomBy(double factor) {
+  view.zoom = std::clamp(view.zoom * factor, kLeastZoom, kMostZoom);
+  Refresh();
+}
+
+void SetViewTop() {
+  view.topView = true;
+  view.rollDegrees = 0;
+  ViewFit();
+}
+
+void SetViewFront() { ShowAngles(0, 0); }
+
+void SetViewRight() { ShowAngles(-90, 0); }
+
+void SetViewIsometric() { ShowAngles(-45, 28); }
+
+double GridSpacing() {
+  const PathBounds& b = Bounds();
+  double span = std::max(b.maxX - b.minX, b.maxY - b.minY);
+  if (span < kNoSpan) span = UnitsMetric() ? kEmptySpanMm : kEmptySpanInch;
+  const double raw = span / kGridCells;
+  const double power = PowerOfTen(raw);
+  const double ratio = raw / power;
+  double spacing = power * (ratio <= 2 ? 2 : ratio <= 5 ? 5 : 10);
+  for (int i = 0; i < view.gridScale; ++i) spacing *= 2;
+  for (int i = 0; i > view.gridScale; --i) spacing /= 2;
+  return spacing;
+}
+
+void LoadGridSettings() {
+  if (gridSettingsRead) return;
+  gridSettingsRead = true;
+  view.gridOn = ProfileReadInteger(kSection, u"Grid", 1) != 0;
+  view.gridColour = ProfileReadInteger(kSection, u"GridColor", 0);
+  if (view.gridColour < 0 || view.gridColour >= kGridColours) view.gridColour = 0;
+  view.gridScale = ProfileReadInteger(kSection, u"GridScale", 0);
+  if (view.gridScale < -kMostGridScale || view.gridScale > kMostGridScale) view.gridScale = 0;
+}
+
+void SaveGridSettings() {
+  platform::BeginProfileChange();
+  platform::WriteProfile(kSection, u"Grid", view.gridOn ? u"1" : u"0");
+  platform::WriteProfile(kSection, u"GridColor", IntegerText(view.gridColour));
+  platform::WriteProfile(kSection, u"GridScale", IntegerText(view.gridScale));
+  if (platform::EndProfileChange() || saveFailureTold) return;
+  saveFailureTold = true;
+  ShowStatus(u"The settings file could not be written. Grid settings hold for this run only.");
+}
+
+Colour GridColour(bool toned) {
+  const int row = std::clamp(view.gridColour, 0, kGridColours - 1);
+  const Colour colour = kGridColourRows[row].colour;
+  if (!toned) return colour;
+  // Half-way to the background of the window, red 1, green 15, blue 25.
+  return platform::Rgb((platform::RedOf(colour) * 50 + 50) / 100,
+                       (platform::GreenOf(colour) * 50 + 750) / 100,
+                       (platform::BlueOf(colour) * 50 + 1250) / 100);
+}
+
+void ShowViewMenu() {
+  const MenuItem items[] = {
+      {kIdViewTop, u"Top (XY)"},
+      {kIdViewFront, u"Front (XZ)"},
+      {kIdViewRight, u"Right (YZ)"},
+      {kIdViewIsometric, u"Isometric"},
+  };
+  switch (ShowMenuAt(kIdViewMenu, items, static_cast<int>(std::size(items)))) {
+    case kIdViewTop:
+      return SetViewTop();
+    case kIdViewFront:
+      return SetViewFront();
+    case kIdViewRight:
+      return SetViewRight();
+    case kIdViewIsometric:
+      return SetViewIsometric();
+    default:
+      return;
+  }
+}
+
+void ShowGridMenu() {
+  LoadGridSettings();
+  MenuItem items[kGridColours + 4];
+  int count = 0;
+  for (int i = 0; i < kGridColours; ++i) {
+    items[count++] = {kIdGridColourFirst + i, kGridColourRows[i].name, view.gridColour == i};
+  }
+  items[count++] = {};
+  items[count++] = {kIdGridAutomatic, u"Grid spacing: automatic", view.gridScale == 0};
+  items[count++] = {kIdGridHalf, u"Grid spacing: half (finer)"};
+  items[count++] = {kIdGridDouble, u"Grid spacing: double (coarser)"};
+  if (!TakeGridPick(ShowMenuAt(kIdViewGridMenu, items, count))) return;
+  SaveGridSettings();
+  Refresh();
+}
+
+void ShowLayersMenu() {
+  const MenuItem items[] = {
+      {kIdLayerRapids, switches.showRapids ? u"Hide rapid moves" : u"Show rapid moves"},
+      {kIdLayerOverlap, switches.showOverlap ? u"Hide coverage overlap" : u"Show coverage overlap"},
+      {kIdLayerDrawing, switches.showDrawingPaths ? u"Hide drawing paths" : u"Show drawing paths"},
+      {kIdLayerCutSurface,
+       switches.showCutSurface ? u"Hide cut surface" : u"Show cut surface (approximate)"},
+      {kIdLayerClean, u"Clean path view"},
+      {kIdLayerSkimDepth, switches.skimCurrentDepthOnly ? u"Skim: show all depth levels"
+                                                        : u"Skim: show current depth only"},
+  };
+  TakeLayerPick(ShowMenuAt(kIdViewLayers, items, static_cast<int>(std::size(items))));
+  Refresh();
+}
+
+void ResetView() {
+  view = ViewState();
+  gridSettingsRead = false;
+  saveFailureTold = false;
+  ResetViewMouse();
+}
+
+}  // namespace morva
