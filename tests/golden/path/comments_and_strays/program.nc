@@ -1,0 +1,11 @@
+(G1 X9 (NOT NESTED) X1 )
+(OPEN X9
+Y1 ; X9 (
+/Z1
+#101=5 X#101
+G 1 X 9
+fix2 x3.y4
+X-
+Y+
+G1.0X1Y1(A)Z2(B
+%X5%

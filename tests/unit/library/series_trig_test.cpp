@@ -1,0 +1,37 @@
+#include "library/series_trig.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace morva {
+namespace {
+
+TEST(SeriesTrig, QuarterTurnsGiveExactZeros) {
+  EXPECT_EQ(SeriesCosine(90 * kRadiansPerDegree), 0.0);
+  EXPECT_EQ(SeriesSine(180 * kRadiansPerDegree), 0.0);
+  EXPECT_EQ(SeriesCosine(270 * kRadiansPerDegree), 0.0);
+  EXPECT_EQ(SeriesSine(0), 0.0);
+}
+
+TEST(SeriesTrig, TheCosineOfZeroIsWhatTheSeriesSums) {
+  // The first term left out is x^13 / 13! = 5.7e-8 at half pi, and it would be added.
+  EXPECT_LT(SeriesCosine(0), 1.0);
+  EXPECT_NEAR(SeriesCosine(0), 1.0, 6e-8);
+}
+
+TEST(SeriesTrig, StaysWithinItsErrorOverSeveralTurns) {
+  for (int degree = -1000; degree <= 1000; ++degree) {
+    const double a = degree * kRadiansPerDegree;
+    EXPECT_NEAR(SeriesSine(a), std::sin(a), 6e-8) << degree;
+    EXPECT_NEAR(SeriesCosine(a), std::cos(a), 6e-8) << degree;
+  }
+}
+
+TEST(SeriesTrig, WhatIsNoAngleGivesZero) {
+  EXPECT_EQ(SeriesSine(1e300), 0.0);
+  EXPECT_EQ(SeriesSine(std::nan("")), 0.0);
+}
+
+}  // namespace
+}  // namespace morva

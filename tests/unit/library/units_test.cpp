@@ -1,0 +1,86 @@
+#include "library/units.h"
+
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "support/stage.h"
+
+namespace morva {
+namespace {
+
+int conversions = 0;
+double lastFactor = 0;
+bool metricSeen = false;
+bool activeSeen = false;
+int captionCalls = 0;
+
+class Units : public support::Stage {
+ protected:
+  Units() {
+    ResetUnits();
+    conversions = captionCalls = 0;
+    support::MakeButton(kIdInch, u"INCH *");
+    support::MakeButton(kIdMm, u"MM");
+  }
+  ~Units() override { ResetUnits(); }
+  static void Convert(bool metric, double factor) {
+    ++conversions;
+    lastFactor = factor;
+    metricSeen = metric;
+    activeSeen = UnitsMetric();
+  }
+  static void Captions() { ++captionCalls; }
+};
+
+TEST_F(Units, StartInInch) { EXPECT_FALSE(UnitsMetric()); }
+
+TEST_F(Units, SwitchingMovesTheStarAndTellsTheUser) {
+  SetUnits(true);
+  EXPECT_TRUE(UnitsMetric());
+  EXPECT_EQ(TextOf(kIdInch), u"INCH");
+  EXPECT_EQ(TextOf(kIdMm), u"MM *");
+  EXPECT_EQ(TextOf(kIdStatusLine), u"Units switched to MM (G21). Tool inputs converted.");
+  SetUnits(false);
+  EXPECT_EQ(TextOf(kIdInch), u"INCH *");
+  EXPECT_EQ(TextOf(kIdMm), u"MM");
+  EXPECT_EQ(TextOf(kIdStatusLine), u"Units switched to INCH (G20). Tool inputs converted.");
+}
+
+TEST_F(Units, TheActiveUnitConvertsNothingAndSaysNothing) {
+  ASSERT_TRUE(RegisterUnitForm(Convert, Captions));
+  platform::SetText(kIdInch, u"?");
+  SetUnits(false);
+  EXPECT_EQ(conversions, 0);
+  EXPECT_EQ(captionCalls, 1);
+  EXPECT_EQ(TextOf(kIdInch), u"INCH *");
+  EXPECT_EQ(TextOf(kIdStatusLine), u"");
+}
+
+TEST_F(Units, FormsAreConvertedBeforeTheFlagTurns) {
+  ASSERT_TRUE(RegisterUnitForm(Convert, nullptr));
+  SetUnits(true);
+  EXPECT_EQ(conversions, 1);
+  EXPECT_EQ(lastFactor, 25.4);
+  EXPECT_TRUE(metricSeen);
+  EXPECT_FALSE(activeSeen);
+  SetUnits(false);
+  EXPECT_EQ(lastFactor, 0.03937007874015748);
+  EXPECT_FALSE(metricSeen);
+}
+
+TEST_F(Units, EightFormsAreAll) {
+  for (int i = 0; i < 8; ++i) EXPECT_TRUE(RegisterUnitForm(Convert, Captions));
+  EXPECT_FALSE(RegisterUnitForm(Convert, Captions));
+  ResetUnits();
+  EXPECT_TRUE(RegisterUnitForm(Convert, Captions));
+}
+
+TEST_F(Units, KeysOfTheMainWindowSwitch) {
+  RegisterUnitCommands();
+  EXPECT_TRUE(RouteCommand(kIdMm, 0));
+  EXPECT_TRUE(UnitsMetric());
+  EXPECT_TRUE(RouteCommand(kIdInch, 0));
+  EXPECT_FALSE(UnitsMetric());
+}
+
+}  // namespace
+}  // namespace morva
