@@ -1,5 +1,6 @@
 #include "dnc/serial_profile.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/command_ids.h"
@@ -47,7 +48,7 @@ void RefreshReadOuts() {
 // Which name is which device; nothing where the names are the system's own.
 void LogPortNames(const platform::SerialName* names, int count) {
   for (int i = 0; i < count; ++i) {
-    if (!names[i].device[0]) continue;
+    if (!names[i].device[0] || SameFolded(names[i].device, names[i].name)) continue;
     std::u16string line = names[i].name;
     line += u" is ";
     line += names[i].device;
@@ -114,7 +115,7 @@ bool ChooseSerialProfile() {
   if (PanelExists()) return ChooseFromPanel();
   if (LoadSerialProfile()) return true;
   platform::SerialName names[kMaxComPorts];
-  const int count = platform::ListSerialPorts(names, kMaxComPorts);
+  const int count = std::min(platform::ListSerialPorts(names, kMaxComPorts), kMaxComPorts);
   if (count <= 0) {
     LogOutput(u"Auto-connect: no serial COM port was found.");
     return false;
@@ -126,7 +127,7 @@ bool ChooseSerialProfile() {
 
 void ScanComPorts() {
   platform::SerialName names[kMaxComPorts];
-  const int count = platform::ListSerialPorts(names, kMaxComPorts);
+  const int count = std::min(platform::ListSerialPorts(names, kMaxComPorts), kMaxComPorts);
   if (PanelExists() && setupPanel.fillPorts) setupPanel.fillPorts(names, count);
   if (count <= 0) {
     LogOutput(u"No COM ports detected. Check the USB/RS-232 adapter and driver.");

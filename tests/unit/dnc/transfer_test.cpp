@@ -1,0 +1,465 @@
+// The transfer engine in virtual time, with the far end of the cable in the test's hand.
+// Expected bytes, words and moments are written out by hand.
+
+#include "dnc/transfer.h"
+
+#include <gtest/gtest.h>
+
+#include "dnc_stage.h"
+#include "documents/autosave.h"
+#include "documents/program_tabs.h"
+#include "platform/clock.h"
+#include "platform/timer.h"
+
+namespace {
+
+using headless::Advance;
+using headless::PortState;
+using morva::transfer;
+using platform::BoxAnswer;
+
+constexpr const char16_t* kAttempt = u"Auto-connect: attempting serial connection...";
+constexpr const char16_t* kConnected =
+    u"AUTO-CONNECT OK: serial port is available. Machine handshake is confirmed only by a "
+    u"successful transfer.";
+constexpr const char16_t* kNotOpened =
+    u"AUTO-CONNECT FAILED: unable to open/configure the selected COM port.";
+constexpr const char16_t* kArmed =
+    u"Receive armed. Send the program from the Haas now. Waiting up to 60 seconds for first "
+    u"data; capture ends after ~2 seconds idle.";
+constexpr const char16_t* kError =
+    u"TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was "
+    u"reached. Incomplete data was not opened.";
+constexpr const char16_t* kErrorStatus =
+    u"DNC transfer error — check COM port, cable, and matching settings.";
+constexpr const char16_t* kSendDone =
+    u"Send complete. Confirm the Haas reports a successful receive before using the program.";
+constexpr const char16_t* kSending = u"Sending current editor program...";
+constexpr const char16_t* kOpened = u"Received RS-232 program opened in a new tab.";
+
+struct TransferTest : public DncStage {
+  TransferTest() {
+    morva::ResetDocuments();
+    headless::SetPort(u"COM1", PortState::Present);
+  }
+  ~TransferTest() override {
+    morva::ResetTransfer();
+    morva::FreeTabs();
+    morva::ResetDocuments();
+    morva::ResetAutosave();
+  }
+
+  // SEND with the answer to its question.
+  static void Send(std::u16string_view text, BoxAnswer answer = BoxAnswer::Yes) {
+    platform::SetEditorText(morva::kIdEditor, text);
+    headless::QueueAnswer(answer);
+    morva::RouteCommand(morva::kIdSend, 0);
+  }
+  static void Receive() { morva::RouteCommand(morva::kIdReceive, 0); }
+};
+
+TEST_F(TransferTest, SendsTheEditorsProgramWrappedInPercentLines) {
+  Send(u"G0 X1");
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending}));
+  EXPECT_TRUE(transfer.active);
+  EXPECT_EQ(State(), u"DNC: TRANSFERRING");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0 X1\r\n%\r\n");
+  EXPECT_EQ(Log(), Lines{kSendDone});
+  EXPECT_EQ(statusLines, (Lines{u"DNC transferring: 13 / 13 bytes",
+                                u"DNC send complete — confirm receive on Haas control."}));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_TRUE(transfer.sendBuffer.empty());
+}
+
+TEST_F(TransferTest, AddsNoPercentLineWhereOneStands) {
+  Send(u"%\r\nO1\r\n%\r\n");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\n%\r\n");
+  Send(u"O1\r\n%");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\n%\r\n");
+  Send(u"%\r\nO1");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\n%\r\n");
+}
+
+TEST_F(TransferTest, SendsTwoPercentLinesForAnEmptyEditor) {
+  Send(u"");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\n%\r\n");
+}
+
+TEST_F(TransferTest, SendsWhatIsNotAsciiAsQuestionMarks) {
+  Send(u"(FACE — TOP \u00E9)\nM30\n");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\n(FACE ? TOP ?)\r\nM30\r\n%\r\n");
+}
+
+TEST_F(TransferTest, AsksBeforeItSendsWithTheseWords) {
+  Send(u"G0", BoxAnswer::No);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Confirm RS-232 Transmission");
+  EXPECT_EQ(boxes[0].text,
+            u"Before transmitting:\n\n• Match the Haas RS-232 settings to this wizard.\n• Put the "
+            u"control in the intended RECV RS-232 or DNC state.\n• Verify the correct program and "
+            u"work area.\n\nThe editor will wrap the program with % lines if needed.\n\nSend now?");
+  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::YesNo);
+  EXPECT_EQ(boxes[0].icon, platform::BoxIcon::Warning);
+  EXPECT_FALSE(transfer.active);
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "");
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+}
+
+TEST_F(TransferTest, DoesNotAskWhenThePortCannotBeOpened) {
+  headless::SetPort(u"COM1", PortState::Busy);
+  Send(u"G0");
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+}
+
+TEST_F(TransferTest, PostsProgressAfterEachChunkOf128Bytes) {
+  // 3 + 300 + 2 + 3 bytes: 128, 256, 308.
+  Send(std::u16string(300, u'X'));
+  Advance(10);
+  EXPECT_EQ(statusLines,
+            (Lines{u"DNC transferring: 128 / 308 bytes", u"DNC transferring: 256 / 308 bytes",
+                   u"DNC transferring: 308 / 308 bytes",
+                   u"DNC send complete — confirm receive on Haas control."}));
+}
+
+TEST_F(TransferTest, FailsASendWhoseFarEndTakesNothingForFiveSeconds) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(4999);
+  EXPECT_TRUE(transfer.active);
+  Advance(2);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(headless::TakeSent(), "");
+  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(Status(), kErrorStatus);
+  EXPECT_EQ(statusLines, Lines{kErrorStatus});
+}
+
+TEST_F(TransferTest, GoesOnWhenTheFarEndLetsGoInTime) {
+  Send(u"G0");
+  headless::PeerSend("\x13 noise");
+  Advance(4900);
+  headless::PeerSend("\x11");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0\r\n%\r\n");
+  EXPECT_EQ(Log().back(), kSendDone);
+}
+
+TEST_F(TransferTest, FailsASendWhoseCableIsGone) {
+  Send(u"G0");
+  headless::PeerUnplug();
+  Advance(10);
+  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_TRUE(transfer.sendBuffer.empty());
+}
+
+TEST_F(TransferTest, EndsInErrorWhenTheWorkersOwnOpenFails) {
+  Send(u"G0");
+  // Between the check of the port and the worker's open somebody else took it.
+  headless::SetPort(u"COM1", PortState::Busy);
+  Advance(10);
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending, kError}));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+}
+
+TEST_F(TransferTest, EndsAnAbortedSendOffline) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(100);
+  Log();
+  morva::AbortTransfer();
+  Advance(10);
+  EXPECT_EQ(Log(), (Lines{u"Abort requested...", u"Transfer aborted by operator."}));
+  EXPECT_EQ(State(), u"DNC: OFFLINE");
+  EXPECT_EQ(Status(), u"DNC transfer aborted.");
+  EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, SendsNothingWhenTheAbortComesBeforeTheFirstChunk) {
+  Send(u"G0");
+  morva::AbortTransfer();
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "");
+  EXPECT_EQ(statusLines, Lines{u"DNC transfer aborted."});
+}
+
+TEST_F(TransferTest, ForgetsAnAbortAtTheNextStart) {
+  Send(u"G0");
+  morva::AbortTransfer();
+  Advance(10);
+  Send(u"G1");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG1\r\n%\r\n");
+  EXPECT_EQ(Log().back(), kSendDone);
+}
+
+TEST_F(TransferTest, SaysThatTheThreadOfASendCouldNotStart) {
+  headless::FailCall("worker", 1);
+  Send(u"G0");
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending, u"Could not start transfer thread."}));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_TRUE(transfer.sendBuffer.empty());
+}
+
+TEST_F(TransferTest, SaysNothingWhenTheThreadOfAReceiveCouldNotStart) {
+  headless::FailCall("worker", 1);
+  Receive();
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kArmed}));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, ShowsAFailedConnectionForASendDuringATransferAndThenItsEnd) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(100);
+  Log();
+  headless::TakeBoxes();
+  Send(u"G1");
+  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(transfer.active);
+  headless::PeerSend("\x11");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0\r\n%\r\n");
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+}
+
+TEST_F(TransferTest, RefusesASecondTransfer) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(100);
+  Log();
+  morva::StartSend("x", u"Sending selected file...");
+  EXPECT_EQ(Log(), Lines{u"A transfer is already active."});
+  EXPECT_EQ(transfer.sendBuffer, "%\r\nG0\r\n%\r\n");
+  morva::dncState = morva::kDncConnected;
+  Receive();
+  EXPECT_EQ(Log(), Lines{u"A transfer is already active."});
+  EXPECT_FALSE(transfer.isReceive);
+}
+
+TEST_F(TransferTest, SendsAFileFromDiskInItsCodePage) {
+  Put("part.nc", "(\x96 \xE9)\nM30");
+  headless::QueueFile(PathOf("part.nc"));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::SendFileFromDisk();
+  const std::vector<headless::FilePickRecord> picks = headless::TakeFilePicks();
+  ASSERT_EQ(picks.size(), 1u);
+  EXPECT_FALSE(picks[0].save);
+  EXPECT_EQ(picks[0].title, u"Select Program to Send");
+  const std::vector<std::pair<std::u16string, std::u16string>> rows = {
+      {u"Haas programs (*.NC;*.TAP;*.GCODE)", u"*.NC;*.TAP;*.GCODE"},
+      {u"Text (*.TXT)", u"*.TXT"},
+      {u"All files (*.*)", u"*.*"}};
+  EXPECT_EQ(picks[0].filters, rows);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Confirm File Transfer");
+  EXPECT_EQ(boxes[0].text,
+            u"Verify the Haas control is ready to receive and all serial settings match.\n\nSend "
+            u"the selected file?");
+  EXPECT_EQ(boxes[0].icon, platform::BoxIcon::Warning);
+  // No auto-connect before a file: the worker's open is the first.
+  EXPECT_EQ(Log(), Lines{u"Sending selected file..."});
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\n(? ?)\r\nM30\r\n%\r\n");
+}
+
+TEST_F(TransferTest, SendsNoFileThatIsCancelledUnreadableOrRefused) {
+  headless::QueueFileCancel();
+  morva::SendFileFromDisk();
+  EXPECT_EQ(Log(), Lines());
+  headless::QueueFile(PathOf("bin"));  // a folder
+  morva::SendFileFromDisk();
+  EXPECT_EQ(Log(), Lines{u"Could not read selected file."});
+  Put("part.nc", "M30");
+  headless::QueueFile(PathOf("part.nc"));
+  headless::QueueAnswer(BoxAnswer::No);
+  morva::SendFileFromDisk();
+  EXPECT_EQ(Log(), Lines());
+  EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, SendsNoFileWithoutAPort) {
+  headless::SetPort(u"COM1", PortState::Absent);
+  morva::SendFileFromDisk();
+  EXPECT_EQ(Log(), Lines{u"Auto-connect: no serial COM port was found."});
+  EXPECT_TRUE(headless::TakeFilePicks().empty());
+  EXPECT_EQ(morva::dncState, morva::kDncOffline);
+}
+
+TEST_F(TransferTest, OpensAReceivedProgramInANewTab) {
+  morva::NewProgram();
+  Log();
+  Receive();
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kArmed}));
+  Advance(500);
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(1900);
+  EXPECT_TRUE(transfer.active);
+  Advance(400);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Log(), Lines{kOpened});
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  EXPECT_EQ(morva::app.activeTab, 1);
+  EXPECT_EQ(std::u16string(morva::tabs[1].title), u"RECEIVED_RS232.NC");
+  EXPECT_EQ(std::u16string(morva::tabs[1].path), u"");
+  EXPECT_TRUE(morva::tabs[1].dirty);
+  EXPECT_TRUE(morva::app.editorDirty);
+  EXPECT_NE(Text().find(u"%\r\nO1\r\nM30\r\n%\r\n"), std::u16string::npos);
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, ArmsTheDeferredRefreshForAReceivedProgram) {
+  Receive();
+  headless::PeerSend("%");
+  Advance(2160);
+  ASSERT_FALSE(transfer.active);
+  EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, morva::kTimerText));
+}
+
+TEST_F(TransferTest, EndsAReceiveAfterMoreThanTwoSecondsOfSilence) {
+  Receive();
+  Advance(0);
+  headless::PeerSend("A");
+  Advance(1500);
+  headless::PeerSend("B");
+  // The read ends 50 ms behind the byte and only then counts it; 19 reads and pauses of 110 ms
+  // pass before more than 2000 ms are over: 50 + 2090.
+  Advance(2000);
+  EXPECT_TRUE(transfer.active);
+  Advance(160);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
+}
+
+TEST_F(TransferTest, WaitsMoreThanSixtySecondsForTheFirstByte) {
+  Receive();
+  Advance(59999);
+  EXPECT_TRUE(transfer.active);
+  // One read of 100 ms and a pause of 10 ms are the grain of the test.
+  Advance(112);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kArmed, u"Receive ended with no data."}));
+  EXPECT_EQ(Status(), u"DNC receive error / timeout — no program data received.");
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(morva::app.tabCount, 0);
+}
+
+TEST_F(TransferTest, OpensATabForOneByteOfNoise) {
+  Receive();
+  Advance(59000);
+  headless::PeerSend("~");
+  Advance(2000);
+  EXPECT_TRUE(transfer.active);
+  Advance(160);
+  EXPECT_FALSE(transfer.active);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
+  EXPECT_NE(Text().find(u'~'), std::u16string::npos);
+}
+
+TEST_F(TransferTest, ReadsReceivedBytesInTheirCodePage) {
+  morva::transfer.receivedData = "\x80\xE9";
+  morva::OpenReceivedProgram();
+  EXPECT_EQ(Text().substr(0, 2), u"\u20AC\u00E9");
+}
+
+TEST_F(TransferTest, MasksSevenBitDataOnReceiving) {
+  Receive();
+  headless::PeerSend("\xCD\xB3\xB0");  // "M30" with the eighth bit set
+  Advance(2200);
+  EXPECT_NE(Text().find(u"M30"), std::u16string::npos);
+}
+
+TEST_F(TransferTest, RefusesExactlyTwoMebibytes) {
+  Receive();
+  Advance(0);
+  headless::PeerSend(std::string(2097152, 'X'));
+  Advance(120000);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(morva::app.tabCount, 0);
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, EndsAnAbortedReceiveInError) {
+  Receive();
+  Advance(1000);
+  headless::PeerSend("O1");
+  Advance(500);
+  Log();
+  morva::AbortTransfer();
+  Advance(20);
+  EXPECT_EQ(Log(), (Lines{u"Abort requested...", kError}));
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(Status(), kErrorStatus);
+  EXPECT_EQ(morva::app.tabCount, 0);
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, EndsAReceiveInErrorWhenItWasAbortedBeforeItsFirstRead) {
+  Receive();
+  morva::AbortTransfer();
+  Advance(20);
+  EXPECT_EQ(Log().back(), kError);
+}
+
+TEST_F(TransferTest, FailsAReceiveWhoseCableIsGone) {
+  Receive();
+  headless::PeerSend("O1");
+  Advance(500);
+  headless::PeerUnplug();
+  Advance(200);
+  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(morva::app.tabCount, 0);
+}
+
+TEST_F(TransferTest, SetsAFailedConnectionForAReceiveWithoutAPort) {
+  headless::SetPort(u"COM1", PortState::Absent);
+  Receive();
+  EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
+  EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, LosesAReceivedProgramWhenEightTabsAreOpen) {
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  ASSERT_EQ(morva::app.tabCount, morva::kMaxTabs);
+  headless::TakeBoxes();
+  Log();
+  Receive();
+  Advance(0);
+  headless::PeerSend("O1");
+  Advance(2200);
+  EXPECT_FALSE(transfer.active);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"The workspace supports up to 8 open programs in this build.");
+  EXPECT_EQ(morva::app.tabCount, morva::kMaxTabs);
+  EXPECT_TRUE(transfer.receivedData.empty());
+  for (const std::u16string& line : Log()) EXPECT_NE(line, kOpened);
+}
+
+TEST_F(TransferTest, OpensNothingWithoutReceivedData) {
+  morva::OpenReceivedProgram();
+  EXPECT_EQ(morva::app.tabCount, 0);
+  EXPECT_EQ(Log(), Lines());
+}
+
+}  // namespace
