@@ -2,6 +2,8 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "platform/control.h"
+#include "platform/window.h"
 #include "shell/icons.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
@@ -138,10 +140,15 @@ constexpr KeySpec kKeys[] = {
     {kIdPlayStop, kBarHint, u"Stop", u"Stop", kSmall, kPanelPlain, kIconStop, true},
 };
 
+constexpr int kKeyCount = static_cast<int>(sizeof(kKeys) / sizeof(kKeys[0]));
+
+bool shownOn[kKeyCount];  // as last drawn
+int shownSpeed = -1;
+
 }  // namespace
 
 const KeySpec* Keys(int& count) {
-  count = static_cast<int>(sizeof(kKeys) / sizeof(kKeys[0]));
+  count = kKeyCount;
   return kKeys;
 }
 
@@ -183,6 +190,24 @@ bool KeyIsOn(int id) {
     default:
       return id >= kIdTabFirst && id <= kIdTabLast && app.activeTab == id - kIdTabFirst;
   }
+}
+
+void RefreshKeyStates() {
+  for (int i = 0; i < kKeyCount; ++i) {
+    const bool on = KeyIsOn(kKeys[i].id);
+    if (on == shownOn[i]) continue;
+    shownOn[i] = on;
+    platform::SetChecked(kKeys[i].id, on);
+    platform::Repaint(kKeys[i].id);
+  }
+  if (shownSpeed == playback.speedIndex) return;
+  shownSpeed = playback.speedIndex;
+  platform::Repaint(kIdSpeedSlider);
+}
+
+void ResetKeyStates() {
+  for (bool& on : shownOn) on = false;
+  shownSpeed = -1;
 }
 
 }  // namespace morva

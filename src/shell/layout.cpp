@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "platform/window.h"
+#include "shell/keys.h"
 #include "shell/layout_rects.h"
 #include "shell/modes.h"
 
@@ -73,6 +74,7 @@ void Layout() {
     if (!IsEmpty(placement.place)) platform::SetPlace(placement.id, placement.place);
     Show(placement.id, !IsEmpty(placement.place));
   }
+  RefreshKeyStates();
   platform::Repaint(platform::kMainWindow);
 }
 
@@ -115,6 +117,7 @@ void ResetShell() {
   gripShape = false;
   shownCount = 0;
   ResetModes();
+  ResetKeyStates();
 }
 
 }  // namespace morva

@@ -1,0 +1,151 @@
+#include "shell/modes.h"
+
+#include <gtest/gtest.h>
+
+#include "unit/shell/main_stage.h"
+
+namespace morva {
+namespace {
+
+class Modes : public shell_test::MainStage {
+ protected:
+  static int Selected() { return platform::SelectedRow(kIdModeList); }
+};
+
+TEST_F(Modes, ListElevenRowsInTheirOrder) {
+  const char16_t* const words[] = {
+      u"Home",         u"CAD",           u"Plate builder", u"Machining wizard", u"Shapes and slots",
+      u"Tool library", u"Macro library", u"Code index",    u"Find and replace", u"Simulator",
+      u"DNC / RS-232"};
+  const int data[] = {0, 13, 14, 1, 5, 2, 4, 3, 12, 9, 10};
+  ASSERT_EQ(platform::RowCount(kIdModeList), 11);
+  for (int row = 0; row < 11; ++row) {
+    EXPECT_EQ(platform::RowText(kIdModeList, row), words[row]);
+    EXPECT_EQ(platform::RowData(kIdModeList, row), data[row]);
+  }
+}
+
+TEST_F(Modes, HeadCodeIndexAsHome) {
+  EXPECT_STREQ(std::string(support::Narrow(ModeHeader(kModeCodeIndex))).c_str(), "PROGRAM");
+  EXPECT_EQ(std::u16string(ModeHeader(kModeHome)), u"PROGRAM");
+  EXPECT_EQ(std::u16string(ModeHeader(kModeSimulator)), u"TOOLPATH");
+  EXPECT_EQ(std::u16string(ModeHeader(kModeFind)), u"FIND / REPLACE");
+  EXPECT_EQ(std::u16string(ModeHeader(13)), u"");
+  EXPECT_EQ(std::u16string(ModeHeader(-1)), u"");
+}
+
+TEST_F(Modes, StartInHomeWithItsWords) {
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(platform::TextOf(kIdPanelHead), u"PROGRAM");
+  EXPECT_EQ(platform::TextOf(kIdBack), u"\u2190  Home");
+  EXPECT_EQ(platform::TextOf(kIdHelpText),
+            u"QUICK WORKFLOW\r\n\r\n1. Open or create a program.\r\n2. Use COMMAND WORDS for an "
+            u"editable plain-language project.\r\n3. Press F5 to run preflight.\r\n4. Refresh PATH "
+            u"for a basic preview; verify motion at the control.");
+  EXPECT_TRUE(Visible(kIdInfoPanel));
+  EXPECT_TRUE(Visible(kIdHelpText));
+  EXPECT_TRUE(Visible(kViewToolpath));
+}
+
+TEST_F(Modes, ShowTheSimulatorByItsRow) {
+  ASSERT_TRUE(headless::SelectRows(kIdModeList, {9}));
+  EXPECT_EQ(app.mode, kModeSimulator);
+  EXPECT_EQ(platform::TextOf(kIdPanelHead), u"TOOLPATH");
+  EXPECT_EQ(platform::TextOf(kIdBack), u"\u2190");
+  EXPECT_FALSE(Visible(kIdInfoPanel));
+  EXPECT_FALSE(Visible(kIdHelpText));
+  EXPECT_TRUE(Visible(kViewToolpath));
+}
+
+TEST_F(Modes, GiveTheSelectionBackFromARowStillToCome) {
+  for (int row : {1, 2, 3, 4, 5, 6, 7, 8, 10}) {
+    ASSERT_TRUE(headless::SelectRows(kIdModeList, {row}));
+    EXPECT_EQ(Selected(), 0) << row;
+    EXPECT_EQ(app.mode, kModeHome) << row;
+    EXPECT_EQ(app.surface, kSurfaceCode) << row;
+  }
+}
+
+TEST_F(Modes, StepOverRowsStillToComeByKeyboard) {
+  ASSERT_TRUE(headless::Focus(kIdModeList));
+  EXPECT_TRUE(headless::PressKey({platform::kKeyDown}));
+  EXPECT_EQ(app.mode, kModeSimulator);
+  EXPECT_EQ(Selected(), 9);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyDown}));
+  EXPECT_EQ(app.mode, kModeSimulator);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyUp}));
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyEnd}));
+  EXPECT_EQ(app.mode, kModeSimulator);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyHome}));
+  EXPECT_EQ(app.mode, kModeHome);
+}
+
+TEST_F(Modes, ReturnByTheBackKeyWithoutCycling) {
+  SetMode(kModeSimulator);
+  EXPECT_EQ(History().mode, kModeHome);
+  ASSERT_TRUE(headless::Click(kIdBack));
+  EXPECT_EQ(app.mode, kModeHome);
+  ASSERT_TRUE(headless::Click(kIdBack));
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_EQ(History().mode, kModeHome);
+}
+
+TEST_F(Modes, RememberNothingWhenTheModeStaysTheSame) {
+  SetMode(kModeSimulator);
+  SetMode(kModeSimulator);
+  EXPECT_EQ(History().mode, kModeHome);
+}
+
+TEST_F(Modes, LeaveEverythingAsItIsForAModeStillToCome) {
+  for (int mode : {1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12}) {
+    SetMode(mode);
+    EXPECT_EQ(app.mode, kModeHome) << mode;
+  }
+  SetSurface(kSurfaceCad);
+  SetSurface(kSurfacePlate);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+}
+
+TEST_F(Modes, ShowFeaturesInHome) {
+  SetMode(kModeSimulator);
+  ASSERT_TRUE(headless::Click(kIdShowFeatures));
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_TRUE(app.sidebarShowsFeatures);
+}
+
+TEST_F(Modes, TakeTheSecondRouteByNumber) {
+  EXPECT_TRUE(RouteCommand(906, 0));
+  EXPECT_EQ(app.mode, kModeSimulator);
+  EXPECT_TRUE(RouteCommand(908, 0));
+  EXPECT_EQ(app.mode, kModeHome);
+  for (int id : {901, 902, 903, 904, 905, 907, 909, 910, 911, 912, 913}) {
+    EXPECT_FALSE(RouteCommand(id, 0)) << id;
+    EXPECT_TRUE(IsPending(id)) << id;
+  }
+  EXPECT_FALSE(IsPending(906));
+}
+
+TEST_F(Modes, SendOldEditCommandsToTheFocusedEditor) {
+  platform::SetEditorText(kIdEditor, u"G0");
+  ASSERT_TRUE(headless::Focus(kIdEditor));
+  headless::EditorSelect(kIdEditor, 2, 2);
+  headless::EditorInsert(kIdEditor, u"1");
+  EXPECT_EQ(Text(), u"G01");
+  EXPECT_TRUE(RouteCommand(914, 0));
+  EXPECT_EQ(Text(), u"G0");
+}
+
+TEST_F(Modes, AnswerNoCommandThatIsPending) {
+  int count = 0;
+  const PendingCommand* pending = PendingCommands(count);
+  for (int i = 0; i < count; ++i) {
+    for (int id = pending[i].firstId; id <= pending[i].lastId; ++id) {
+      EXPECT_EQ(StageOf(id, 0), -1) << id;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morva

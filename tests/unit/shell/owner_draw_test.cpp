@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include "documents/feature_blocks.h"
+#include "shell/icons.h"
+#include "unit/shell/main_stage.h"
+
+namespace morva {
+namespace {
+
+using headless::DrawCall;
+using platform::Colour;
+
+class OwnerDraw : public shell_test::MainStage {
+ protected:
+  static std::vector<DrawCall> CallsNamed(const std::vector<DrawCall>& calls, const char* name) {
+    std::vector<DrawCall> found;
+    for (const DrawCall& call : calls) {
+      if (call.name == name) found.push_back(call);
+    }
+    return found;
+  }
+  static bool HasGradient(const std::vector<DrawCall>& calls, Colour top, Colour bottom) {
+    for (const DrawCall& call : calls) {
+      if (call.name == "FillGradient" && call.colours == std::vector<Colour>{top, bottom}) {
+        return true;
+      }
+    }
+    return false;
+  }
+  // A frame of width 2 in the bright accent.
+  static bool HasFocusMark(const std::vector<DrawCall>& calls) {
+    for (const DrawCall& call : calls) {
+      if (call.name == "FrameArea" && call.colours.at(0) == kBrightAccent &&
+          call.numbers.at(4) == 2) {
+        return true;
+      }
+    }
+    return false;
+  }
+};
+
+TEST_F(OwnerDraw, PaintsAKeyWithItsGradientAndCaption) {
+  const auto calls = headless::PaintOf(kIdNew);
+  EXPECT_TRUE(HasGradient(calls, 0x031A27, 0x02111C));
+  EXPECT_TRUE(Paints(calls, u"NEW", kMainText));
+  EXPECT_FALSE(HasFocusMark(calls));
+}
+
+TEST_F(OwnerDraw, PaintsAPressedKeyAsSelected) {
+  platform::DrawState state;
+  state.pressed = true;
+  EXPECT_FALSE(HasGradient(headless::PaintOf(kIdNew), 0x042D43, 0x033A54));
+  app.unitsMetric = true;
+  EXPECT_TRUE(HasGradient(headless::PaintOf(kIdMm), 0x042D43, 0x033A54));
+  EXPECT_FALSE(HasGradient(headless::PaintOf(kIdInch), 0x042D43, 0x033A54));
+}
+
+TEST_F(OwnerDraw, DimsADisabledKey) {
+  platform::SetEnabled(kIdNew, false);
+  const auto calls = headless::PaintOf(kIdNew);
+  EXPECT_TRUE(Paints(calls, u"NEW", kDimText));
+  EXPECT_FALSE(Paints(calls, u"NEW", kMainText));
+}
+
+TEST_F(OwnerDraw, MarksTheKeyThatHasTheKeyboard) {
+  ASSERT_TRUE(headless::Focus(kIdOpen));
+  EXPECT_TRUE(HasFocusMark(headless::PaintOf(kIdOpen)));
+  EXPECT_FALSE(HasFocusMark(headless::PaintOf(kIdNew)));
+}
+
+TEST_F(OwnerDraw, DrawsAnIconInsteadOfAHint) {
+  const auto calls = headless::PaintOf(kIdViewRefresh);
+  EXPECT_TRUE(CallsNamed(calls, "PaintText").empty());
+  EXPECT_FALSE(CallsNamed(calls, "PaintPolyline").empty());
+}
+
+TEST_F(OwnerDraw, TurnsThePlayIconIntoAPause) {
+  const std::size_t triangle = CallsNamed(headless::PaintOf(kIdPlayToggle), "PaintPolygon").size();
+  playback.playing = true;
+  const std::size_t bars = CallsNamed(headless::PaintOf(kIdPlayToggle), "PaintPolygon").size();
+  EXPECT_EQ(triangle, 1u);
+  EXPECT_EQ(bars, 2u);
+}
+
+TEST_F(OwnerDraw, PaintsModeRowsDimWhenStillToCome) {
+  const auto calls = headless::PaintOf(kIdModeList);
+  EXPECT_TRUE(Paints(calls, u"Home", kMainText));
+  EXPECT_TRUE(Paints(calls, u"Simulator", kMainText));
+  EXPECT_TRUE(Paints(calls, u"CAD", kDimText));
+  EXPECT_TRUE(Paints(calls, u"DNC / RS-232", kDimText));
+}
+
+TEST_F(OwnerDraw, StartsTheWordsOfAModeRowAt63) {
+  const auto calls = headless::PaintOf(kIdModeList);
+  for (const DrawCall& call : CallsNamed(calls, "PaintText")) EXPECT_EQ(call.numbers.at(0), 63);
+}
+
+TEST_F(OwnerDraw, PaintsFeatureRowsByTheirState) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\n(MORVA NAME One)\r\nG0\r\n(MORVA END 1)\r\n"
+                          u"(MORVA TEXT 2)\r\n(MORVA NAME Two)\r\n(MORVA DISABLED 1)\r\n"
+                          u"(MORVA END 2)\r\n");
+  RefreshFeatureList();
+  ASSERT_EQ(platform::RowCount(kIdFeatureList), 2);
+  auto calls = headless::PaintOf(kIdFeatureList);
+  const std::u16string one = platform::RowText(kIdFeatureList, 0);
+  const std::u16string two = platform::RowText(kIdFeatureList, 1);
+  EXPECT_TRUE(Paints(calls, one, kMainText));
+  EXPECT_TRUE(Paints(calls, two, kDimText));
+  EXPECT_TRUE(CallsNamed(calls, "PaintLine").empty());
+  ToggleListId(1, ActiveTab()->hiddenIds);
+  calls = headless::PaintOf(kIdFeatureList);
+  const auto slashes = CallsNamed(calls, "PaintLine");
+  ASSERT_EQ(slashes.size(), 1u);
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 0);
+  EXPECT_EQ((slashes[0].numbers.at(0) + slashes[0].numbers.at(2)) / 2, row.right - 49);
+  ToggleListId(2, ActiveTab()->lockedIds);
+  calls = headless::PaintOf(kIdFeatureList);
+  int bright = 0;
+  for (const DrawCall& call : calls) {
+    if (call.name == "FillEllipse" && call.colours.at(0) == kBrightAccent) ++bright;
+  }
+  EXPECT_EQ(bright, 1);
+}
+
+TEST_F(OwnerDraw, CutsFeatureWords66PixelsBeforeTheEdge) {
+  platform::SetEditorText(kIdEditor, u"(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n");
+  RefreshFeatureList();
+  const auto texts = CallsNamed(headless::PaintOf(kIdFeatureList), "PaintText");
+  ASSERT_EQ(texts.size(), 1u);
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 0);
+  EXPECT_EQ(texts[0].numbers.at(0), row.left + 10);
+  EXPECT_EQ(texts[0].numbers.at(2), row.right - 66);
+}
+
+TEST_F(OwnerDraw, PaintsTheTopBandWithItsNames) {
+  const auto calls = headless::PaintOf(platform::kMainWindow);
+  EXPECT_TRUE(Paints(calls, u"MORVA", kMainText));
+  EXPECT_TRUE(Paints(calls, u"CNC EDITOR  \u2022  v4.20", kBrightAccent));
+  EXPECT_TRUE(HasGradient(calls, 0x031A27, 0x02111C));
+  ASSERT_FALSE(calls.empty());
+  EXPECT_EQ(calls[0].name, "FillArea");
+  EXPECT_EQ(calls[0].colours.at(0), kWindowBackground);
+}
+
+TEST_F(OwnerDraw, GivesPanelsTheirFourGradients) {
+  struct {
+    PanelStyle style;
+    bool selected;
+    Colour top, bottom;
+  } const rows[] = {
+      {kPanelPlain, false, 0x031A27, 0x02111C}, {kPanelPlain, true, 0x042D43, 0x033A54},
+      {kPanelGreen, false, 0x032217, 0x044428}, {kPanelGreen, true, 0x032217, 0x044428},
+      {kPanelAmber, false, 0x241A09, 0x352206}, {kPanelAmber, true, 0x241A09, 0x352206},
+      {kPanelDeep, false, 0x031E2F, 0x01121F},  {kPanelDeep, true, 0x031E2F, 0x01121F}};
+  static PanelStyle style;
+  static bool selected;
+  events.paint = [](int, platform::Canvas& canvas) {
+    DrawPanel(canvas, platform::Rect{1, 2, 3, 4}, selected, style);
+  };
+  for (const auto& row : rows) {
+    style = row.style;
+    selected = row.selected;
+    const auto calls = headless::PaintOf(platform::kMainWindow);
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_TRUE(HasGradient(calls, row.top, row.bottom));
+  }
+}
+
+TEST_F(OwnerDraw, TellsTheStateOfKeysToAssistiveTechnology) {
+  EXPECT_FALSE(platform::IsChecked(kIdViewPan));
+  switches.panMode = true;
+  RefreshKeyStates();
+  EXPECT_TRUE(platform::IsChecked(kIdViewPan));
+  EXPECT_TRUE(platform::IsChecked(kIdPan));
+  switches.panMode = false;
+  RefreshKeyStates();
+  EXPECT_FALSE(platform::IsChecked(kIdViewPan));
+}
+
+}  // namespace
+}  // namespace morva

@@ -1,0 +1,49 @@
+#include "shell/speed_slider.h"
+
+#include <gtest/gtest.h>
+
+#include "unit/shell/main_stage.h"
+
+namespace morva {
+namespace {
+
+// Left half (3x + 55) / 110, right half (6x - 605) / 110 + 3, both in whole numbers: the first
+// half changes at 18.3, 55 and 91.7 pixels, the second at 119.2 and every 18.3 from there.
+TEST(SpeedTrack, ChoosesASpeedByThePlaceOfTheThumb) {
+  const struct {
+    int x, index;
+  } rows[] = {{-5, 0},  {0, 0},   {18, 0},  {19, 1},  {54, 1},  {55, 2},  {91, 2},  {92, 3},
+              {110, 3}, {119, 3}, {120, 4}, {137, 4}, {138, 5}, {156, 6}, {174, 6}, {175, 7},
+              {192, 7}, {193, 8}, {210, 8}, {211, 9}, {220, 9}, {300, 9}};
+  for (const auto& row : rows) EXPECT_EQ(SpeedIndexAt(row.x), row.index) << row.x;
+}
+
+TEST(SpeedTrack, StandsOneTimesInTheMiddleAndGivesEveryThumbItsSpeedBack) {
+  EXPECT_EQ(ThumbPlace(3), 110);
+  EXPECT_EQ(ThumbPlace(0), 0);
+  EXPECT_EQ(ThumbPlace(9), 220);
+  for (int i = 0; i < kSpeedCount; ++i) EXPECT_EQ(SpeedIndexAt(ThumbPlace(i)), i);
+}
+
+class SpeedSlider : public shell_test::MainStage {};
+
+TEST_F(SpeedSlider, FollowsPointerAndKeys) {
+  platform::PointerEvent press;
+  press.action = platform::PointerAction::Press;
+  press.button = platform::PointerButton::Left;
+  press.x = 8 + 220;
+  press.y = 10;
+  ASSERT_TRUE(headless::Pointer(kIdSpeedSlider, press));
+  EXPECT_EQ(playback.speedIndex, 9);
+  ASSERT_TRUE(headless::Focus(kIdSpeedSlider));
+  headless::PressKey({platform::kKeyLeft});
+  EXPECT_EQ(playback.speedIndex, 8);
+  headless::PressKey({platform::kKeyHome});
+  EXPECT_EQ(playback.speedIndex, 0);
+  headless::PressKey({platform::kKeyDown});
+  EXPECT_EQ(playback.speedIndex, 0);
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdSpeedSlider), u"0.125x", kMainText));
+}
+
+}  // namespace
+}  // namespace morva
