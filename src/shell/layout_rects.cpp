@@ -189,7 +189,7 @@ int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], int left, int right, int 
 // the playback keys where there is room, else under them.
 void PlanView(LayoutPlan& plan, const Rect& column) {
   constexpr int kSliderHeight = 26;
-  constexpr int kSliderLeast = 240;
+  constexpr int kSliderLeast = 280;
   PutEvenKeys(plan, kViewKeys, column.left, column.right, column.top);
   const int top = column.top + kTabHeight + 6;
   const bool beside = RectWidth(column) >= 8 * 38 + 7 * 4 + 12 + kSliderLeast;

@@ -15,7 +15,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr int kTrackLeft = 10;
+constexpr int kTrackLeft = 8;
 constexpr int kHalf = kSliderTrack / 2;
 
 void Choose(int index) {
@@ -54,7 +54,7 @@ void PaintSpeedSlider(Canvas& canvas) {
   platform::Pen edge;
   edge.colour = kBrightAccent;
   FrameArea(canvas, knob, edge);
-  PaintText(canvas, Rect{right + 10, area.top, area.right, area.bottom},
+  PaintText(canvas, Rect{right + 7, area.top, area.right, area.bottom},
             SpeedWord(playback.speedIndex), FontRole::Small, kMainText,
             platform::kAlignLeft | platform::kAlignMiddle);
   if (platform::FocusedId() == kIdSpeedSlider) {

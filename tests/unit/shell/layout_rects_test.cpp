@@ -1,0 +1,203 @@
+#include "shell/layout_rects.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+
+namespace morva {
+namespace {
+
+using platform::Rect;
+using platform::RectHeight;
+using platform::RectWidth;
+
+LayoutInput Window(int width, int height, std::int32_t mode = kModeHome) {
+  LayoutInput in;
+  in.width = width;
+  in.height = height;
+  in.mode = mode;
+  return in;
+}
+
+bool Overlap(const Rect& a, const Rect& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+std::string Words(const LayoutInput& in, int id) {
+  return std::to_string(in.width) + " x " + std::to_string(in.height) + ", mode " +
+         std::to_string(in.mode) + ", panel " + std::to_string(in.leftPanelWidth) + ", tabs " +
+         std::to_string(in.tabCount) + ", id " + std::to_string(id);
+}
+
+// Every plan of the sizes, modes, panel widths and tab counts that the program meets.
+template <typename Look>
+void ForEveryPlan(Look look) {
+  for (int width : {1200, 1280, 1366, 1560, 1920, 2560}) {
+    for (int height : {800, 905, 940, 1080, 1440}) {
+      for (std::int32_t mode = kModeHome; mode <= kModeFind; ++mode) {
+        for (int panel : {190, 300, 430}) {
+          for (int tabs : {1, 3, 5, 8}) {
+            LayoutInput in = Window(width, height, mode);
+            in.leftPanelWidth = panel;
+            in.tabCount = tabs;
+            look(in, PlanLayout(in));
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(LayoutRects, OverlapNowhereAndLieInsideTheWindow) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    for (int i = 0; i < plan.count; ++i) {
+      const Rect& a = plan.placements[i].place;
+      if (IsEmpty(a)) continue;
+      const bool inside = a.left >= 0 && a.top >= 0 && a.right <= in.width && a.bottom <= in.height;
+      ASSERT_TRUE(inside) << Words(in, plan.placements[i].id);
+      for (int k = i + 1; k < plan.count; ++k) {
+        const Rect& b = plan.placements[k].place;
+        ASSERT_FALSE(!IsEmpty(b) && Overlap(a, b))
+            << Words(in, plan.placements[i].id) << " over " << plan.placements[k].id;
+      }
+    }
+  });
+}
+
+TEST(LayoutRects, NameEveryIdOnce) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    ASSERT_LT(plan.count, kMaxPlacements);
+    for (int i = 0; i < plan.count; ++i) {
+      for (int k = i + 1; k < plan.count; ++k) {
+        ASSERT_NE(plan.placements[i].id, plan.placements[k].id) << Words(in, 0);
+      }
+    }
+  });
+}
+
+// Nothing that is shown is too small to be read or hit: 22 pixels either way, and the wells
+// hold some lines.
+TEST(LayoutRects, LeaveEverythingLargeEnoughToUse) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    for (int i = 0; i < plan.count; ++i) {
+      const Placement& p = plan.placements[i];
+      if (IsEmpty(p.place)) continue;
+      ASSERT_GE(RectWidth(p.place), 22) << Words(in, p.id);
+      ASSERT_GE(RectHeight(p.place), 20) << Words(in, p.id);
+    }
+    ASSERT_GE(RectWidth(PlaceIn(plan, kIdEditor)), in.mode == kModeHome ? 420 : 360);
+    ASSERT_GE(RectHeight(PlaceIn(plan, kIdEditor)), 240) << Words(in, kIdEditor);
+    ASSERT_GE(RectHeight(PlaceIn(plan, kIdFeatureList)), 4 * 24) << Words(in, kIdFeatureList);
+    ASSERT_GE(RectHeight(PlaceIn(plan, kIdModeList)), 11 * 24) << Words(in, kIdModeList);
+    const Rect view = PlaceIn(plan, kViewToolpath);
+    if (!IsEmpty(view)) {
+      ASSERT_GE(RectWidth(view), 270) << Words(in, kViewToolpath);
+      ASSERT_GE(RectHeight(view), 190) << Words(in, kViewToolpath);
+    }
+  });
+}
+
+TEST(LayoutRects, KeepTheTrackOfTheSpeedSliderWhole) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const Rect slider = PlaceIn(plan, kIdSpeedSlider);
+    if (!IsEmpty(slider)) {
+      ASSERT_GE(RectWidth(slider), 272) << Words(in, kIdSpeedSlider);
+    }
+  });
+}
+
+TEST(LayoutRects, LeaveTheGripOfThePanelEdgeBare) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const int edge = plan.leftPanelWidth;
+    const Rect grip{edge - 4, in.topBarHeight, edge + 6, plan.areas.status.top};
+    for (int i = 0; i < plan.count; ++i) {
+      ASSERT_FALSE(!IsEmpty(plan.placements[i].place) && Overlap(grip, plan.placements[i].place))
+          << Words(in, plan.placements[i].id);
+    }
+  });
+}
+
+TEST(LayoutRects, StandTheTopKeysInARowFrom240) {
+  const LayoutPlan plan = PlanLayout(Window(1200, 800));
+  struct {
+    int id, left, width;
+  } const rows[] = {{kIdNew, 240, 64},  {kIdOpen, 309, 72}, {kIdSaveMenu, 386, 82},
+                    {kIdFind, 473, 64}, {kIdSend, 542, 86}, {kIdReceive, 633, 98}};
+  for (const auto& row : rows) {
+    const Rect place = PlaceIn(plan, row.id);
+    EXPECT_EQ(place.left, row.left) << row.id;
+    EXPECT_EQ(RectWidth(place), row.width) << row.id;
+    EXPECT_EQ(place.top, 10);
+    EXPECT_EQ(RectHeight(place), 34);
+  }
+}
+
+TEST(LayoutRects, HoldTheLeftPanelTo190OnAWindowOf900) {
+  EXPECT_EQ(FittedLeftPanel(900, 430), 190);
+  EXPECT_EQ(FittedLeftPanel(900, 190), 190);
+  EXPECT_EQ(FittedLeftPanel(1100, 430), 340);  // 1100 - 760
+  EXPECT_EQ(FittedLeftPanel(1560, 430), 430);
+  EXPECT_EQ(FittedLeftPanel(1560, 100), 190);
+  EXPECT_EQ(PlanLayout(Window(900, 800)).leftPanelWidth, 190);
+}
+
+TEST(LayoutRects, GiveARightPanelToEveryModeButThree) {
+  for (std::int32_t mode = kModeHome; mode <= kModeFind; ++mode) {
+    const bool none = mode == kModeHome || mode == kModeCodeIndex || mode == kModeSimulator;
+    EXPECT_EQ(RightPanelWidth(mode, 1180), none ? 0 : 350) << mode;
+    EXPECT_EQ(RightPanelWidth(mode, 1179), none ? 0 : 320) << mode;
+    const LayoutPlan plan = PlanLayout(Window(1560, 940, mode));
+    EXPECT_EQ(RectWidth(plan.areas.rightPanel), none ? 0 : 350) << mode;
+    EXPECT_EQ(IsEmpty(PlaceIn(plan, kViewToolpath)), !none) << mode;
+  }
+}
+
+// (668 * 48 - 1536) / 100 = 305.28, (300 * 48 - 1536) / 100 = 128.64.
+TEST(LayoutRects, LayTheSeparatorByTheHeightOfTheWorkArea) {
+  EXPECT_EQ(SeparatorDepth(668), 305);
+  EXPECT_EQ(SeparatorDepth(300), 210);
+  const LayoutPlan plan = PlanLayout(Window(1200, 800));
+  EXPECT_EQ(plan.areas.separator.top, 132 + 305);
+}
+
+TEST(LayoutRects, GiveTheViewTwoFifthsInHomeAndThreeFifthsInTheSimulator) {
+  LayoutPlan plan = PlanLayout(Window(1920, 1080));
+  const double work = 1920 - 300 - 16;
+  EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.4, 0.01);
+  plan = PlanLayout(Window(1920, 1080, kModeSimulator));
+  EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.6, 0.01);
+}
+
+TEST(LayoutRects, WrapTheTabsBeforeTheyBecomeUnreadable) {
+  LayoutInput in = Window(1200, 800);
+  in.tabCount = 8;
+  const LayoutPlan plan = PlanLayout(in);
+  for (int i = 0; i < 8; ++i) EXPECT_GE(RectWidth(PlaceIn(plan, kIdTabFirst + i)), 100) << i;
+  EXPECT_GT(PlaceIn(plan, kIdTabLast).top, PlaceIn(plan, kIdTabFirst).top);
+}
+
+TEST(LayoutRects, HideTheTabsThatAreNotOpen) {
+  LayoutInput in = Window(1200, 800);
+  in.tabCount = 2;
+  const LayoutPlan plan = PlanLayout(in);
+  EXPECT_FALSE(IsEmpty(PlaceIn(plan, kIdTabFirst + 1)));
+  EXPECT_TRUE(IsEmpty(PlaceIn(plan, kIdTabFirst + 2)));
+}
+
+TEST(LayoutRects, PlaceEditorAndGutterSideBySide) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const Rect gutter = PlaceIn(plan, kViewGutter);
+    const Rect editor = PlaceIn(plan, kIdEditor);
+    ASSERT_EQ(gutter.right, editor.left) << Words(in, kIdEditor);
+    ASSERT_EQ(gutter.top, editor.top);
+    ASSERT_EQ(gutter.bottom, editor.bottom);
+    ASSERT_LT(editor.bottom, PlaceIn(plan, kIdOutputLog).top);
+  });
+}
+
+}  // namespace
+}  // namespace morva
