@@ -155,9 +155,10 @@ TEST(House, ThrowsNothingAndDerivesNothingInTheCore) {
   for (const fs::path& path : SourcesBelow(kSource / "src")) {
     if (Below(path, "src/platform/qt")) continue;
     for (const std::string& line : Lines(ReadText(path))) {
-      EXPECT_EQ(line.find("throw "), std::string::npos) << path << ": " << line;
-      EXPECT_EQ(line.find("virtual "), std::string::npos) << path << ": " << line;
-      EXPECT_EQ(line.find(" try {"), std::string::npos) << path << ": " << line;
+      const std::string code = line.substr(0, line.find("//"));
+      for (const char* word : {"throw ", "virtual ", " try {"}) {
+        EXPECT_EQ(code.find(word), std::string::npos) << path << ": " << line;
+      }
     }
   }
 }

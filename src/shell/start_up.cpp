@@ -1,0 +1,216 @@
+#include "shell/start_up.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/data_dir.h"
+#include "app/edit_menu.h"
+#include "app/hooks.h"
+#include "app/hover.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "codetools/editor_keys.h"
+#include "dnc/serial_profile.h"
+#include "dnc/transfer.h"
+#include "documents/autosave.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "library/units.h"
+#include "platform/events.h"
+#include "platform/message.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+#include "shell/layout.h"
+#include "shell/modes.h"
+#include "shell/speed_slider.h"
+#include "shell/theme.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+
+namespace morva {
+
+namespace {
+
+// The title at creation and in start-up boxes bears another number than the running one.
+constexpr char16_t kStartTitle[] = u"MORVA v4.12.0";
+constexpr platform::Rect kStartPlace{50, 35, 50 + 1560, 35 + 940};
+constexpr int kLeastWidth = 1200;
+constexpr int kLeastHeight = 800;
+constexpr int kFirstRefreshMs = 80;
+constexpr int kHoverMs = 150;
+
+void OnCommand(int id, int notification) { RouteCommand(id, notification); }
+
+void OnSelection(int id) {
+  if (id != kIdEditor && id != kIdWordsEditor) return;
+  Call(hooks.caretHelp);
+  platform::Repaint(kViewGutter);
+}
+
+bool OnKey(int id, const platform::KeyEvent& key) {
+  if (EditKey(id, key)) return true;
+  if (id == kViewToolpath) return ToolpathKey(key);
+  if (id == kIdSpeedSlider) return SpeedSliderKey(key);
+  if (id == kIdModeList) return ModeListKey(key);
+  return EditorKey(id, key);
+}
+
+void OnTimer(int window, int timer) {
+  if (window == platform::kMainWindow) RouteTimer(timer);
+}
+
+void OnPosted(std::uint32_t message, std::uint64_t first, std::uint64_t second) {
+  RouteMessage(message, first, second);
+}
+
+void OnPaint(int id, platform::Canvas& canvas) {
+  switch (id) {
+    case platform::kMainWindow:
+      PaintMainWindow(canvas);
+      break;
+    case kViewGutter:
+      PaintGutter(canvas);
+      break;
+    case kViewToolpath:
+      PaintToolpathView(canvas);
+      break;
+    case kIdSpeedSlider:
+      PaintSpeedSlider(canvas);
+      break;
+    default:
+      break;
+  }
+}
+
+bool OnPointer(int id, const platform::PointerEvent& event) {
+  switch (id) {
+    case platform::kMainWindow:
+      return MainPointer(event);
+    case kViewToolpath:
+      return ToolpathPointer(event);
+    case kIdSpeedSlider:
+      return SpeedSliderPointer(event);
+    default:
+      return false;
+  }
+}
+
+bool OnContextMenu(int id, int row, int x, int y) {
+  (void)row;
+  if (EditContextMenu(id, x, y)) return true;
+  if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
+    ShowTabMenu(id - kIdTabFirst, x, y);
+    return true;
+  }
+  return false;
+}
+
+void OnResized(int width, int height) {
+  (void)width;
+  (void)height;
+  Layout();
+}
+
+bool OnClosing() {
+  RunAutosave();
+  SyncActiveTab();
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (!tabs[i].dirty) continue;
+    return platform::ShowBox(
+               u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?",
+               platform::BoxButtons::YesNo, platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+  }
+  return true;
+}
+
+void OnDestroyed() {
+  FreeTabs();
+  platform::QuitLoop(0);
+}
+
+const platform::Events& EventRecord() {
+  static platform::Events events;
+  events.command = OnCommand;
+  events.selection = OnSelection;
+  events.key = OnKey;
+  events.timer = OnTimer;
+  events.posted = OnPosted;
+  events.paint = OnPaint;
+  events.drawItem = DrawOwnerItem;
+  events.pointer = OnPointer;
+  events.contextMenu = OnContextMenu;
+  events.resized = OnResized;
+  events.closing = OnClosing;
+  events.destroyed = OnDestroyed;
+  return events;
+}
+
+void JoinRooms() {
+  ClearCommands();
+  hooks.rebuildToolpath = RebuildToolpath;
+  hooks.layout = Layout;
+  hooks.setMode = SetMode;
+  hooks.setSurface = SetSurface;
+  RegisterDocumentCommands();
+  RegisterCodeToolCommands();
+  RegisterSimulatorCommands();
+  RegisterUnitCommands();
+  RegisterTransferCommands();
+  RegisterShellCommands();
+  RegisterTimer(kTimerHover, HoverTick);
+}
+
+// Everything that stands in the window before it is shown.
+void FillMainWindow() {
+  MakeMainControls();
+  SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC"));
+  RebuildToolpath();
+  LoadSerialProfile();
+  SetDncState(kDncOffline);
+  SetMode(kModeHome);
+  Layout();
+  ArmTextRefresh(kFirstRefreshMs);
+  platform::StartTimer(platform::kMainWindow, kTimerHover, kHoverMs);
+}
+
+}  // namespace
+
+int StartApplication() {
+  JoinRooms();
+  platform::ListenTo(&EventRecord());
+  platform::MainWindowSpec spec;
+  spec.className = u"MorvaDeskWnd";
+  spec.title = kStartTitle;
+  spec.place = kStartPlace;
+  spec.minimumWidth = kLeastWidth;
+  spec.minimumHeight = kLeastHeight;
+  spec.background = kWindowBackground;
+  if (!platform::MakeMainWindow(spec)) {
+    platform::ShowBox(kStartTitle, u"Could not create the main window.", platform::BoxButtons::Ok,
+                      platform::BoxIcon::Error);
+    return 2;
+  }
+  FillMainWindow();
+  FindDataDirectory();
+  platform::DarkTitleBar();
+  platform::ShowMainWindow();
+  return 0;
+}
+
+void ResetApplication() {
+  ClearCommands();
+  hooks = Hooks();
+  ResetHover();
+  ResetTransfer();
+  ResetSerialProfile();
+  ResetAutosave();
+  ResetInsertion();
+  ResetDocuments();
+  ResetSimulator();
+  ResetView();
+  ResetUnits();
+  ResetShell();
+  ResetAppState();
+}
+
+}  // namespace morva
