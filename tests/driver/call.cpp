@@ -1,0 +1,102 @@
+// `call FUNCTION ARGS...`: pure helpers of the application on literals.
+
+#include "codetools/validator.h"
+#include "documents/file_text.h"
+#include "driver/drive_internal.h"
+#include "driver/json_text.h"
+#include "library/codetext.h"
+
+namespace drive {
+namespace {
+
+std::string GoodNumber(double value) {
+  std::string json;
+  AppendNumber(json, value);
+  return Good("value", json);
+}
+
+std::string GoodValue(std::u16string_view text) {
+  return Json('{').Flag("ok", true).Text("value", text).Done();
+}
+
+std::string CallFormatFixed(const Words& words) {
+  double value = 0;
+  std::int64_t decimals = 0;
+  if (words.size() != 3 || !ReadDecimal(words[1], value) ||
+      !ReadInteger(words[2], -1000, 1000, decimals)) {
+    return Bad(u"expected: call FormatFixed VALUE DECIMALS");
+  }
+  char16_t text[64] = {};
+  morva::FormatFixed(value, static_cast<int>(decimals), text, 64);
+  return GoodValue(text);
+}
+
+std::string CallParseDecimal(const Words& words) {
+  double fallback = 0;
+  if (words.size() != 3 || !words[1].quoted || !ReadDecimal(words[2], fallback)) {
+    return Bad(u"expected: call ParseDecimal \"text\" FALLBACK");
+  }
+  return GoodNumber(morva::ParseDecimal(words[1].text, fallback));
+}
+
+std::string CallParseInteger(const Words& words) {
+  std::int64_t fallback = 0;
+  if (words.size() != 3 || !words[1].quoted ||
+      !ReadInteger(words[2], INT32_MIN, INT32_MAX, fallback)) {
+    return Bad(u"expected: call ParseInteger \"text\" FALLBACK");
+  }
+  return GoodNumber(morva::ParseInteger(words[1].text, static_cast<std::int32_t>(fallback)));
+}
+
+std::string CallAngleDegrees(const Words& words) {
+  double y = 0;
+  double x = 0;
+  if (words.size() != 3 || !ReadDecimal(words[1], y) || !ReadDecimal(words[2], x)) {
+    return Bad(u"expected: call AngleDegrees Y X");
+  }
+  return GoodNumber(morva::AngleDegrees(y, x));
+}
+
+std::string CallFindCodeWord(const Words& words) {
+  std::int64_t value = 0;
+  if (words.size() != 4 || !words[1].quoted || words[2].text.size() != 1 ||
+      !ReadInteger(words[3], INT32_MIN, INT32_MAX, value)) {
+    return Bad(u"expected: call FindCodeWord \"text\" \"G\" NUMBER");
+  }
+  const bool found =
+      morva::FindCodeWord(words[1].text, words[2].text[0], static_cast<std::int32_t>(value));
+  return Good("value", found ? "true" : "false");
+}
+
+std::string CallNormaliseOutputText(const Words& words) {
+  bool wrap = false;
+  if (words.size() != 3 || !words[1].quoted || !ReadFlag(words[2], wrap)) {
+    return Bad(u"expected: call NormaliseOutputText \"text\" true|false");
+  }
+  return GoodValue(FromBytes(morva::NormaliseOutputText(words[1].text, wrap)));
+}
+
+std::string CallStillToCome(const Words&) { return Bad(u"the words view is still to come"); }
+
+struct Function {
+  const char16_t* name;
+  std::string (*answer)(const Words& words);
+};
+constexpr Function kFunctions[] = {
+    {u"FormatFixed", CallFormatFixed},   {u"ParseDecimal", CallParseDecimal},
+    {u"ParseInteger", CallParseInteger}, {u"AngleDegrees", CallAngleDegrees},
+    {u"FindCodeWord", CallFindCodeWord}, {u"NormaliseOutputText", CallNormaliseOutputText},
+    {u"CodeToWords", CallStillToCome},   {u"WordsToCode", CallStillToCome},
+};
+
+}  // namespace
+
+std::string AnswerCall(const Words& words) {
+  if (words.empty()) return Bad(u"expected: call FUNCTION ARGS...");
+  for (const Function& function : kFunctions) {
+    if (words[0].text == function.name) return function.answer(words);
+  }
+  return Bad(u"unknown function");
+}
+
+}  // namespace drive

@@ -1,0 +1,31 @@
+// morva_drive HOME: the application on a machine without a screen, driven by lines.
+
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "driver/drive.h"
+#include "platform/file.h"
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fputs("morva_drive HOME: HOME is a folder that plays the user's machine\n", stderr);
+    return 2;
+  }
+  std::error_code problem;
+  std::filesystem::create_directories(argv[1], problem);
+  const std::string home = std::filesystem::absolute(argv[1], problem).string();
+  if (!drive::Begin(platform::FromUtf8(home))) {
+    std::fputs("the application did not start\n", stderr);
+    return 1;
+  }
+  for (std::string line; std::getline(std::cin, line);) {
+    const std::string answer = drive::AnswerLine(line);
+    std::fwrite(answer.data(), 1, answer.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+  }
+  drive::End();
+  return 0;
+}

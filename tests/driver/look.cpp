@@ -1,0 +1,350 @@
+// `get WHAT`: everything of the application that can be looked at.
+
+#include <algorithm>
+#include <cstdio>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "dnc/serial_profile.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "driver/drive_internal.h"
+#include "driver/json_text.h"
+#include "platform/file.h"
+#include "platform/headless/headless.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+
+namespace drive {
+namespace {
+
+std::string GoodNumber(std::string_view key, double value) {
+  std::string json;
+  AppendNumber(json, value);
+  return Good(key, json);
+}
+
+std::string ControlText(int id) { return GoodText(platform::TextOf(id)); }
+
+std::string GetTitle(const Words&) { return GoodText(platform::WindowTitle()); }
+std::string GetStatus(const Words&) { return ControlText(morva::kIdStatusLine); }
+std::string GetHint(const Words&) { return ControlText(morva::kIdFeatureHint); }
+std::string GetOutput(const Words&) { return ControlText(morva::kIdOutputLog); }
+std::string GetInfoPanel(const Words&) { return ControlText(morva::kIdInfoPanel); }
+std::string GetText(const Words&) { return ControlText(morva::kIdEditor); }
+std::string GetDncLog(const Words&) { return GoodText(DncLog()); }
+std::string GetSurface(const Words&) { return GoodNumber("surface", morva::app.surface); }
+std::string GetMode(const Words&) { return GoodNumber("mode", morva::app.mode); }
+std::string GetUnits(const Words&) { return GoodNumber("units", morva::app.unitsMetric); }
+std::string GetDncState(const Words&) { return GoodNumber("dncstate", morva::dncState); }
+std::string GetClipboard(const Words&) { return GoodText(headless::ClipboardText()); }
+std::string StillToCome(const Words&) { return Bad(u"this room is still to come"); }
+
+std::string GetWords(const Words& words) {
+  if (!platform::Exists(morva::kIdWordsEditor)) return StillToCome(words);
+  return ControlText(morva::kIdWordsEditor);
+}
+
+std::string GetCaret(const Words&) {
+  const int id = morva::app.commandWordsActive ? morva::kIdWordsEditor : morva::kIdEditor;
+  const platform::EditorRange range = platform::EditorSelection(id);
+  return Json('{')
+      .Flag("ok", true)
+      .Number("from", range.from)
+      .Number("to", range.to)
+      .Number("line", platform::EditorLineOf(id, range.to))
+      .Done();
+}
+
+std::string GetTabs(const Words&) {
+  Json list('[');
+  for (int i = 0; i < morva::app.tabCount; ++i) {
+    const morva::ProgramTab& tab = morva::tabs[i];
+    list.Item(Json('{')
+                  .Text("title", tab.title)
+                  .Text("path", tab.path)
+                  .Flag("dirty", tab.dirty)
+                  .Flag("active", i == morva::app.activeTab)
+                  .Flag("compareSelected", tab.compareSelected)
+                  .Done());
+  }
+  return Good("tabs", list.Done());
+}
+
+std::string GetFeatures(const Words&) {
+  Json list('[');
+  for (int i = 0; i < morva::features.count; ++i) {
+    const morva::FeatureRecord& row = morva::features.rows[i];
+    list.Item(Json('{')
+                  .Number("id", row.id)
+                  .Number("start", row.start)
+                  .Number("end", row.end)
+                  .Number("kind", row.settings.kind)
+                  .Text("name", row.name)
+                  .Flag("needsMarkers", row.needsMarkers)
+                  .Text("row", platform::RowText(morva::kIdFeatureList, i))
+                  .Done());
+  }
+  return Good("features", list.Done());
+}
+
+std::string PathJson(const morva::MotionPath& path) {
+  Json list('[');
+  for (int i = 0; i < path.count; ++i) {
+    const morva::MotionPoint& p = path.points[i];
+    list.Item(Json('[')
+                  .Item(p.x)
+                  .Item(p.y)
+                  .Item(p.z)
+                  .Item(p.rapid)
+                  .Item(static_cast<double>(p.sourceLine))
+                  .Item(p.jump)
+                  .Item(static_cast<double>(p.tool))
+                  .Done());
+  }
+  return list.Done();
+}
+
+std::string GetPath(const Words&) { return Good("path", PathJson(morva::path)); }
+std::string GetGhost(const Words&) { return Good("ghost", PathJson(morva::ghostPath)); }
+
+std::string GetPlay(const Words&) {
+  return Json('{')
+      .Flag("ok", true)
+      .Flag("playing", morva::playback.playing)
+      .Flag("headInUse", morva::playback.headInUse)
+      .Number("playHead", morva::playback.playHead)
+      .Number("segmentFraction", morva::playback.segmentFraction)
+      .Number("speedIndex", morva::playback.speedIndex)
+      .Done();
+}
+
+std::string GetView(const Words&) {
+  return Json('{')
+      .Flag("ok", true)
+      .Number("zoom", morva::view.zoom)
+      .Number("yaw", morva::view.yawDegrees)
+      .Number("elevation", morva::view.elevationDegrees)
+      .Number("roll", morva::view.rollDegrees)
+      .Number("panX", morva::view.panX)
+      .Number("panY", morva::view.panY)
+      .Flag("topView", morva::view.topView)
+      .Number("gridSpacing", morva::GridSpacing())
+      .Done();
+}
+
+const char16_t* ButtonsWord(platform::BoxButtons buttons) {
+  if (buttons == platform::BoxButtons::YesNo) return u"yesno";
+  return buttons == platform::BoxButtons::Ok ? u"ok" : u"yesnocancel";
+}
+
+const char16_t* IconWord(platform::BoxIcon icon) {
+  constexpr const char16_t* kWords[] = {u"none", u"information", u"warning", u"error", u"question"};
+  return kWords[static_cast<int>(icon)];
+}
+
+const char16_t* AnswerWord(platform::BoxAnswer answer) {
+  constexpr const char16_t* kWords[] = {u"ok", u"yes", u"no", u"cancel"};
+  return kWords[static_cast<int>(answer)];
+}
+
+std::string GetBoxes(const Words&) {
+  Json list('[');
+  for (const headless::BoxRecord& box : headless::TakeBoxes()) {
+    list.Item(Json('{')
+                  .Text("title", box.title)
+                  .Text("text", box.text)
+                  .Text("buttons", ButtonsWord(box.buttons))
+                  .Text("icon", IconWord(box.icon))
+                  .Text("answer", AnswerWord(box.answer))
+                  .Done());
+  }
+  return Good("boxes", list.Done());
+}
+
+std::string GetMenus(const Words&) {
+  Json list('[');
+  for (const headless::MenuRecord& menu : headless::TakeMenus()) {
+    Json items('[');
+    for (const headless::MenuItemRecord& item : menu.items) {
+      items.Item(Json('{')
+                     .Number("id", item.id)
+                     .Text("text", item.text)
+                     .Flag("checked", item.checked)
+                     .Flag("enabled", item.enabled)
+                     .Done());
+    }
+    list.Item(Json('{').Raw("items", items.Done()).Number("picked", menu.picked).Done());
+  }
+  return Good("menus", list.Done());
+}
+
+std::string GetFiles(const Words&) {
+  Json list('[');
+  for (const headless::FilePickRecord& pick : headless::TakeFilePicks()) {
+    Json filters('[');
+    for (const auto& [words, patterns] : pick.filters) {
+      filters.Item(Json('[').ItemText(words).ItemText(patterns).Done());
+    }
+    list.Item(Json('{')
+                  .Flag("save", pick.save)
+                  .Text("title", pick.title)
+                  .Text("initialName", pick.initialName)
+                  .Text("defaultExtension", pick.defaultExtension)
+                  .Raw("filters", filters.Done())
+                  .Text("picked", pick.picked)
+                  .Done());
+  }
+  return Good("files", list.Done());
+}
+
+std::string GetSent(const Words&) {
+  return Json('{').Flag("ok", true).Text("sent", FromBytes(headless::TakeSent())).Done();
+}
+
+Json& AddControl(Json& json, const headless::ControlInfo& info) {
+  return json.Number("id", info.id)
+      .Text("kind", info.kind)
+      .Text("text", info.text)
+      .Text("name", info.name)
+      .Flag("visible", info.visible)
+      .Flag("enabled", info.enabled)
+      .Flag("checked", info.checked);
+}
+
+// The control that the second word means, described; false: `error` says why.
+bool Described(const Words& words, headless::ControlInfo& info, std::u16string& error) {
+  int id = 0;
+  error = u"expected a control";
+  if (words.size() != 2 || !ReadControl(words[1], id, error)) return false;
+  error = u"no such control";
+  return headless::Describe(id, info);
+}
+
+std::string GetControl(const Words& words) {
+  headless::ControlInfo info;
+  std::u16string error;
+  if (!Described(words, info, error)) return Bad(error);
+  Json json('{');
+  json.Flag("ok", true);
+  return AddControl(json, info).Done();
+}
+
+std::string GetList(const Words& words) {
+  headless::ControlInfo info;
+  std::u16string error;
+  if (!Described(words, info, error)) return Bad(error);
+  if (info.kind != u"list" && info.kind != u"multilist" && info.kind != u"combo") {
+    return Bad(u"this is no list");
+  }
+  Json rows('[');
+  for (int i = 0; i < platform::RowCount(info.id); ++i) {
+    rows.Item(Json('{')
+                  .Text("text", platform::RowText(info.id, i))
+                  .Number("data", static_cast<double>(platform::RowData(info.id, i)))
+                  .Flag("selected", platform::IsRowSelected(info.id, i))
+                  .Done());
+  }
+  return Good("rows", rows.Done());
+}
+
+std::string GetControls(const Words&) {
+  Json list('[');
+  for (int id : headless::AllIds()) {
+    headless::ControlInfo info;
+    if (!headless::Describe(id, info) || !info.visible) continue;
+    const platform::Rect& r = info.place;
+    const std::string place = Json('[')
+                                  .Item(static_cast<double>(r.left))
+                                  .Item(static_cast<double>(r.top))
+                                  .Item(static_cast<double>(r.right))
+                                  .Item(static_cast<double>(r.bottom))
+                                  .Done();
+    list.Item(Json('{')
+                  .Number("id", id)
+                  .Text("kind", info.kind)
+                  .Text("name", info.name)
+                  .Text("text", info.text)
+                  .Raw("rectangle", place)
+                  .Done());
+  }
+  return Good("controls", list.Done());
+}
+
+std::u16string ColourWord(platform::Colour colour) {
+  char text[16];
+  std::snprintf(text, sizeof text, "#%06X", static_cast<unsigned>(colour & 0xFFFFFF));
+  return platform::FromUtf8(text);
+}
+
+std::string GetTokens(const Words& words) {
+  std::int64_t line = 0;
+  if (words.size() != 2 || !ReadInteger(words[1], 0, 100000000, line)) {
+    return Bad(u"expected: get tokens LINE, counted from 0");
+  }
+  const int id = morva::app.commandWordsActive ? morva::kIdWordsEditor : morva::kIdEditor;
+  const int count = platform::LineRuns(id, static_cast<int>(line), nullptr, 0);
+  std::vector<platform::ColourRun> runs(static_cast<std::size_t>(count));
+  platform::LineRuns(id, static_cast<int>(line), runs.data(), count);
+  Json list('[');
+  for (const platform::ColourRun& run : runs) {
+    list.Item(Json('[')
+                  .Item(static_cast<double>(run.from))
+                  .Item(static_cast<double>(run.length))
+                  .ItemText(ColourWord(run.colour))
+                  .Item(run.bold)
+                  .Done());
+  }
+  return Good("tokens", list.Done());
+}
+
+std::string DrawCallJson(const headless::DrawCall& call) {
+  Json json('[');
+  json.ItemText(platform::FromUtf8(call.name));
+  for (double number : call.numbers) json.Item(number);
+  for (platform::Colour colour : call.colours) json.ItemText(ColourWord(colour));
+  if (!call.text.empty()) json.ItemText(call.text);
+  return json.Done();
+}
+
+std::string GetPaint(const Words& words) {
+  if (words.size() != 2) return Bad(u"expected: get paint VIEW");
+  int id = words[1].text.empty() ? 0 : platform::ViewByClass(words[1].text);
+  std::u16string error;
+  if (id == 0 && !ReadControl(words[1], id, error)) return Bad(u"no such view or control");
+  Json list('[');
+  for (const headless::DrawCall& call : headless::PaintOf(id)) list.Item(DrawCallJson(call));
+  return Good("paint", list.Done());
+}
+
+struct Look {
+  const char16_t* name;
+  std::string (*answer)(const Words& words);
+};
+constexpr Look kLooks[] = {
+    {u"title", GetTitle},       {u"status", GetStatus},       {u"hint", GetHint},
+    {u"output", GetOutput},     {u"dnclog", GetDncLog},       {u"infopanel", GetInfoPanel},
+    {u"text", GetText},         {u"words", GetWords},         {u"caret", GetCaret},
+    {u"tabs", GetTabs},         {u"features", GetFeatures},   {u"path", GetPath},
+    {u"ghost", GetGhost},       {u"play", GetPlay},           {u"view", GetView},
+    {u"sketch", StillToCome},   {u"plate", StillToCome},      {u"skim", StillToCome},
+    {u"tools", StillToCome},    {u"macros", StillToCome},     {u"shapes", StillToCome},
+    {u"surface", GetSurface},   {u"mode", GetMode},           {u"units", GetUnits},
+    {u"dncstate", GetDncState}, {u"boxes", GetBoxes},         {u"menus", GetMenus},
+    {u"files", GetFiles},       {u"sent", GetSent},           {u"control", GetControl},
+    {u"list", GetList},         {u"controls", GetControls},   {u"tokens", GetTokens},
+    {u"paint", GetPaint},       {u"clipboard", GetClipboard},
+};
+
+}  // namespace
+
+std::string AnswerGet(const Words& words) {
+  if (words.empty()) return Bad(u"expected: get WHAT");
+  for (const Look& look : kLooks) {
+    if (words[0].text == look.name) return look.answer(words);
+  }
+  return Bad(u"unknown value");
+}
+
+}  // namespace drive

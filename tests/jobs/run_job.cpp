@@ -1,0 +1,168 @@
+// Runs one job: driver lines with the answers they must get, on a fresh machine.
+//
+// A job is text. By its first characters a line is
+//     > LINE         a driver line; ${HOME} stands for the machine's folder. Its answer must be
+//                    ok, unless a "!" line follows
+//     = JSON         the last answer must be exactly this
+//     < FRAGMENT     the last answer must hold this
+//     - FRAGMENT     the last answer must not hold this
+//     ! FRAGMENT     the last answer must be an error that holds this
+//     @file NAME     what follows up to @end is written to HOME/NAME, lines ended by LF
+//     @same NAME     what follows up to @end is what HOME/NAME must hold, lines ended by CR LF
+//     @gone NAME     HOME/NAME must not exist
+// and empty lines and lines that start with "#" are for the reader.
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "driver/drive.h"
+#include "platform/file.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Job {
+  std::string name;
+  fs::path home;
+  std::vector<std::string> lines;
+  std::size_t at = 0;
+  std::string sent;
+  std::string answer;
+  bool asked = false;      // an answer stands and has not been judged as ok or error
+  int expectations = 0;
+  int failures = 0;
+};
+
+void Fail(Job& job, const std::string& what) {
+  ++job.failures;
+  std::printf("%s:%zu: %s\n  sent:   %s\n  answer: %.2000s\n", job.name.c_str(), job.at,
+              what.c_str(), job.sent.c_str(), job.answer.c_str());
+}
+
+bool IsGood(const Job& job) { return job.answer.rfind("{\"ok\":true", 0) == 0; }
+
+// Every answer is ok unless the job says otherwise.
+void JudgeAsked(Job& job) {
+  if (job.asked && !IsGood(job)) Fail(job, "the answer is an error");
+  job.asked = false;
+}
+
+std::string WithHome(std::string text, const fs::path& home) {
+  const std::string mark = "${HOME}";
+  for (std::size_t at = text.find(mark); at != text.npos; at = text.find(mark, at)) {
+    text.replace(at, mark.size(), home.string());
+  }
+  return text;
+}
+
+std::string Block(Job& job, const char* lineEnd) {
+  std::string text;
+  while (job.at < job.lines.size() && job.lines[job.at] != "@end") {
+    text += job.lines[job.at++] + lineEnd;
+  }
+  if (job.at == job.lines.size()) Fail(job, "this block has no @end");
+  ++job.at;
+  return text;
+}
+
+std::string ReadAll(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void RunFileLine(Job& job, const std::string& line) {
+  const std::size_t blank = line.find(' ');
+  const fs::path path = job.home / (blank == line.npos ? "" : line.substr(blank + 1));
+  if (line.rfind("@file ", 0) == 0) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << Block(job, "\n");
+  } else if (line.rfind("@same ", 0) == 0) {
+    ++job.expectations;
+    const std::string wanted = Block(job, "\r\n");
+    const std::string found = ReadAll(path);
+    if (found != wanted) Fail(job, "the file holds:\n" + found + "\ninstead of:\n" + wanted);
+  } else if (line.rfind("@gone ", 0) == 0) {
+    ++job.expectations;
+    if (fs::exists(path)) Fail(job, path.string() + " exists");
+  } else {
+    Fail(job, "no such file line");
+  }
+}
+
+void RunExpectation(Job& job, char kind, const std::string& wanted) {
+  ++job.expectations;
+  const bool holds = job.answer.find(wanted) != job.answer.npos;
+  if (kind == '!') {
+    if (IsGood(job) || !holds) Fail(job, "not the error \"" + wanted + "\"");
+    job.asked = false;
+  } else if (kind == '=') {
+    if (job.answer != wanted) Fail(job, "the answer is not " + wanted);
+  } else if (holds != (kind == '<')) {
+    Fail(job, (kind == '<' ? "the answer lacks " : "the answer holds ") + wanted);
+  }
+}
+
+void RunLine(Job& job, const std::string& line) {
+  if (line.empty() || line[0] == '#') return;
+  const std::string rest = WithHome(line.size() > 2 ? line.substr(2) : "", job.home);
+  if (line[0] == '>') {
+    JudgeAsked(job);
+    job.sent = rest;
+    job.answer = drive::AnswerLine(rest);
+    job.asked = true;
+  } else if (line[0] == '@') {
+    JudgeAsked(job);
+    RunFileLine(job, line);
+  } else if (std::string_view("=<-!").find(line[0]) != std::string_view::npos) {
+    RunExpectation(job, line[0], rest);
+  } else {
+    Fail(job, "this line has no kind: " + line);
+  }
+}
+
+bool Load(Job& job, const char* path) {
+  std::ifstream in(path);
+  for (std::string line; std::getline(in, line);) job.lines.push_back(line);
+  job.name = path;
+  return !job.lines.empty();
+}
+
+fs::path NewHome() {
+  std::string name = (fs::temp_directory_path() / "morva-job-XXXXXX").string();
+  return mkdtemp(name.data()) ? fs::path(name) : fs::path();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Job job;
+  if (argc != 2 || !Load(job, argv[1])) {
+    std::fputs("run_job FILE\n", stderr);
+    return 2;
+  }
+  job.home = NewHome();
+  if (job.home.empty() || !drive::Begin(platform::FromUtf8(job.home.string()))) {
+    std::fputs("the application did not start\n", stderr);
+    return 2;
+  }
+  while (job.at < job.lines.size()) {
+    const std::string& line = job.lines[job.at++];
+    RunLine(job, line);
+  }
+  JudgeAsked(job);
+  if (job.expectations == 0) Fail(job, "this job expects nothing");
+  drive::End();
+  std::error_code ignored;
+  fs::remove_all(job.home, ignored);
+  std::printf("%s: %d expectations, %d failures\n", argv[1], job.expectations, job.failures);
+  return job.failures == 0 ? 0 : 1;
+}
