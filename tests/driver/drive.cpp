@@ -336,7 +336,10 @@ std::string AnswerLine(std::string_view line) {
   const std::u16string name = words[0].text;
   words.erase(words.begin());
   for (const Command& command : kCommands) {
-    if (name == command.name) return command.answer(words);
+    if (name != command.name) continue;
+    const bool looks = command.answer == AnswerGet || command.answer == AnswerCall;
+    if (headless::WindowClosed() && !looks) return Bad(u"the window is closed");
+    return command.answer(words);
   }
   return Bad(u"unknown command");
 }

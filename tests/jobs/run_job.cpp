@@ -37,7 +37,7 @@ struct Job {
   std::size_t at = 0;
   std::string sent;
   std::string answer;
-  bool asked = false;      // an answer stands and has not been judged as ok or error
+  bool asked = false;  // an answer stands and has not been judged as ok or error
   int expectations = 0;
   int failures = 0;
 };
