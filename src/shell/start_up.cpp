@@ -12,6 +12,7 @@
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
+#include "documents/editor_changes.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "library/units.h"
@@ -147,16 +148,16 @@ const platform::Events& EventRecord() {
 
 void JoinRooms() {
   ClearCommands();
-  hooks.rebuildToolpath = RebuildToolpath;
-  hooks.layout = Layout;
-  hooks.setMode = SetMode;
-  hooks.setSurface = SetSurface;
   RegisterDocumentCommands();
   RegisterCodeToolCommands();
   RegisterSimulatorCommands();
   RegisterUnitCommands();
   RegisterTransferCommands();
   RegisterShellCommands();
+  for (const int id : {kIdEditor, kIdWordsEditor}) {
+    RegisterCommand(RouterStage::Notified, id, platform::kNotifyEditChange,
+                    [](int editor, int) { EditorChanged(editor); });
+  }
   RegisterTimer(kTimerHover, HoverTick);
 }
 

@@ -74,7 +74,9 @@ void OnSimulatorKey(int id, int /*notification*/) {
 
 void RegisterSimulatorCommands() {
   for (const Key& key : kKeys) {
-    RegisterCommand(RouterStage::Simulator, key.id, 0, OnSimulatorKey);
+    // These three are asked last, with the keys of the other rooms.
+    const bool late = key.id == kIdPath || key.id == kIdZoomOut || key.id == kIdZoomIn;
+    RegisterCommand(late ? RouterStage::Click : RouterStage::Simulator, key.id, 0, OnSimulatorKey);
   }
   RegisterTimer(kTimerPlay, PlayTick);
   hooks.rebuildToolpath = RebuildToolpath;

@@ -1,0 +1,250 @@
+// Start-up, the close flow and the outlets, over the whole application.
+
+#include "shell/start_up.h"
+
+#include "app/data_dir.h"
+#include "app/hover.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "documents/program_tabs.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+using StartUp = support::Workbench;
+using CloseFlow = support::Workbench;
+using Outlets = support::Workbench;
+using Hover = support::Workbench;
+
+TEST_F(StartUp, ShowsOneFreshTabInTheHomeModeOfTheCodeSurface) {
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_EQ(app.activeTab, 0);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_EQ(Text(),
+            u"(FILE: Untitled-1.NC)\r\nG20 (INCHES)\r\nG90 G17 G94\r\nG54 (WORK COORDINATE "
+            u"SYSTEM)\r\nG40 G80\r\n(OPERATION CODE BELOW)\r\n");
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Ready  \u2022  F5 Validate");
+  EXPECT_EQ(platform::TextOf(kIdDncState), u"DNC: OFFLINE");
+}
+
+TEST_F(StartUp, WrapsTheTemplateWithinEightyMilliseconds) {
+  headless::Advance(79);
+  EXPECT_FALSE(tabs[0].dirty);
+  headless::Advance(1);
+  EXPECT_EQ(Text().substr(0, 48), u"(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\n(FILE: U");
+  EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_EQ(platform::RowText(kIdFeatureList, 0), u"#1  User code");
+}
+
+TEST_F(StartUp, ReplacesTheCreationTitleAtTheFirstUpdate) {
+  EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0");
+}
+
+TEST_F(StartUp, MakesTheDataDirectoryInTheDocumentsFolder) {
+  EXPECT_TRUE(app.dataDirReady);
+  for (const char* folder : {"Projects", "Shapes", "Tool Library", "Recovery"}) {
+    EXPECT_TRUE(std::filesystem::is_directory(home_ / "Documents" / "MORVA" / folder));
+  }
+}
+
+TEST_F(StartUp, TakesItsOwnNameInAnyCaseAndKeepsOtherCopiesApart) {
+  headless::SetExecutableName(u"morva.EXE");
+  FindDataDirectory();
+  EXPECT_EQ(std::u16string(app.dataDir), Path("Documents/MORVA"));
+  headless::SetExecutableName(u"MORVA2");
+  FindDataDirectory();
+  EXPECT_EQ(std::u16string(app.dataDir), Path("bin/QA-data"));
+  EXPECT_TRUE(std::filesystem::is_directory(home_ / "bin" / "QA-data" / "Projects"));
+}
+
+TEST_F(StartUp, RunsOnWithoutADocumentsFolder) {
+  headless::RemoveDocuments();
+  FindDataDirectory();
+  EXPECT_FALSE(app.dataDirReady);
+  headless::EditorInsert(kIdEditor, u"G0");
+  headless::Advance(2000);
+  EXPECT_TRUE(app.editorDirty);  // no autosave, ever, in this run
+}
+
+TEST_F(StartUp, AFileInTheWayOfAFolderPassesTheTest) {
+  std::filesystem::remove_all(home_ / "Documents" / "MORVA");
+  std::filesystem::create_directories(home_ / "Documents" / "MORVA");
+  WriteFile("Documents/MORVA/Shapes", "a file");
+  FindDataDirectory();
+  EXPECT_TRUE(app.dataDirReady);
+}
+
+TEST_F(StartUp, EndsWithTwoWhenNoWindowCanBeMade) {
+  morva::ResetApplication();
+  headless::Reset(platform::FromUtf8(home_.string()));
+  headless::FailCall("window", 1);
+  EXPECT_EQ(StartApplication(), 2);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"MORVA v4.12.0");
+  EXPECT_EQ(boxes[0].text, u"Could not create the main window.");
+  morva::ResetApplication();
+  headless::Reset(platform::FromUtf8(home_.string()));
+  EXPECT_EQ(StartApplication(), 0);
+}
+
+TEST_F(CloseFlow, AsksNothingWhenAutosaveClearedTheOnlyDirtyTab) {
+  headless::EditorInsert(kIdEditor, u"G0 X1");
+  EXPECT_TRUE(headless::CloseKey());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(headless::WindowClosed());
+}
+
+TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
+  headless::Advance(1000);
+  headless::Click(kIdNew);
+  headless::Advance(1000);
+  tabs[0].dirty = true;
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
+  EXPECT_EQ(boxes[0].title, u"MORVA");
+  EXPECT_EQ(app.tabCount, 2);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(headless::CloseKey());
+}
+
+TEST_F(Outlets, RepeatingAStatusInOtherCaseLeavesTheControlUntouched) {
+  ShowStatus(u"Saved here");
+  platform::SetText(kIdStatusLine, u"touched");
+  ShowStatus(u"SAVED HERE");
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"touched");
+  ShowStatus(u"Saved there");
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Saved there");
+}
+
+TEST_F(Outlets, CutsALongStatus) {
+  ShowStatus(std::u16string(2000, u'x'));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine).size(), 1023u);
+}
+
+TEST_F(Outlets, ShowsFileNameAndDirtyMarkInTheTitle) {
+  WriteFile("O1000.NC", "G0 X0\r\n");
+  Open("O1000.NC");
+  EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0  \u2014  O1000.NC");
+  headless::EditorInsert(kIdEditor, u"G1");
+  EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0  \u2014  O1000.NC  \u2022");
+}
+
+TEST_F(Hover, ReplacesTheLogByTheHintOfTheControlUnderThePointer) {
+  headless::MovePointerOver(kIdFeatureList);
+  headless::Advance(150);
+  const std::u16string hint =
+      u"Program features: right-click to isolate simulation, hide/show, or lock settings.";
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), hint);
+  EXPECT_EQ(Output(), hint + u"\r\n");
+}
+
+TEST_F(Hover, LeavesTheLogAloneOverEditorAndLog) {
+  const std::u16string before = Output();
+  headless::MovePointerOver(kIdEditor);
+  headless::Advance(300);
+  headless::MovePointerOver(kIdOutputLog);
+  headless::Advance(300);
+  EXPECT_EQ(Output(), before);
+}
+
+TEST_F(Hover, SpeaksOnceForEachControl) {
+  headless::MovePointerOver(kIdNew);
+  headless::Advance(150);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"NEW");
+  ShowStatus(u"something else");
+  headless::Advance(600);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"something else");
+}
+
+using Keys = support::Workbench;
+
+TEST_F(Keys, AltVOverAPushButtonDoesNothing) {
+  headless::Focus(kIdNew);
+  platform::KeyEvent key;
+  key.key = 'V';
+  key.alt = true;
+  headless::PressKey(key);
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(Keys, AltCAndAltVCopyAndPasteInTheEditorAndAltZUndoes) {
+  headless::EditorSetAll(kIdEditor, u"G0 X1");
+  headless::Focus(kIdEditor);
+  headless::EditorSelect(kIdEditor, 0, 2);
+  platform::KeyEvent key;
+  key.alt = true;
+  key.key = 'C';
+  headless::PressKey(key);
+  headless::EditorSelect(kIdEditor, 5, 5);
+  key.key = 'V';
+  headless::PressKey(key);
+  EXPECT_EQ(Text(), u"G0 X1G0");
+  key.key = 'Z';
+  headless::PressKey(key);
+  EXPECT_EQ(Text(), u"G0 X1");
+}
+
+TEST_F(Keys, TheEditContextMenuHoldsItsFiveItems) {
+  headless::QueuePick(kIdEditSelectAll);
+  EXPECT_TRUE(headless::ContextMenu(kIdEditor, -1));
+  const auto menus = headless::TakeMenus();
+  ASSERT_EQ(menus.size(), 1u);
+  std::vector<std::u16string> words;
+  for (const auto& item : menus[0].items) words.push_back(item.id ? item.text : u"-");
+  EXPECT_EQ(words,
+            (std::vector<std::u16string>{u"Undo\tAlt+Z", u"-", u"Cut\tCtrl+X", u"Copy\tAlt+C",
+                                         u"Paste\tAlt+V", u"-", u"Select All\tCtrl+A"}));
+  const platform::EditorRange all = platform::EditorSelection(kIdEditor);
+  EXPECT_EQ(all.to - all.from, platform::EditorLength(kIdEditor));
+}
+
+using Routing = support::Workbench;
+
+// The order of routing is the program's order: each id of this stage and who answers it.
+TEST_F(Routing, OffersEveryIdInTheProgramsOrder) {
+  const struct {
+    int id;
+    int notification;
+    RouterStage stage;
+  } wanted[] = {
+      {kIdPlay, 0, RouterStage::Simulator},       {kIdViewMenu, 0, RouterStage::Simulator},
+      {kIdZoomReset, 0, RouterStage::Simulator},  {kIdInch, 0, RouterStage::Simulator},
+      {kIdMm, 0, RouterStage::Simulator},         {kIdRewind, 0, RouterStage::Simulator},
+      {kIdFit, 0, RouterStage::Simulator},        {kIdNew, 0, RouterStage::Click},
+      {kIdOpen, 0, RouterStage::Click},           {kIdSaveMenu, 0, RouterStage::Click},
+      {kIdValidate, 0, RouterStage::Click},       {kIdRenumber, 0, RouterStage::Click},
+      {kIdSend, 0, RouterStage::Click},           {kIdReceive, 0, RouterStage::Click},
+      {kIdTabFirst, 0, RouterStage::Click},       {kIdTabLast, 0, RouterStage::Click},
+      {kIdTabNew, 0, RouterStage::Click},         {kIdClose, 0, RouterStage::Click},
+      {kIdPath, 0, RouterStage::Click},           {kIdZoomIn, 0, RouterStage::Click},
+      {kIdZoomOut, 0, RouterStage::Click},        {kIdPreflight, 0, RouterStage::Click},
+      {kIdSaveAll, 0, RouterStage::Click},        {kIdSurfaceCode, 0, RouterStage::Surface},
+      {kIdShowFeatures, 0, RouterStage::Surface}, {kIdEditor, 768, RouterStage::Notified},
+  };
+  for (const auto& row : wanted) {
+    EXPECT_EQ(StageOf(row.id, row.notification), static_cast<int>(row.stage)) << row.id;
+  }
+}
+
+TEST_F(Routing, AnswersNothingToWhatIsStillToCome) {
+  int count = 0;
+  const PendingCommand* pending = PendingCommands(count);
+  for (int i = 0; i < count; ++i) {
+    for (int id = pending[i].firstId; id <= pending[i].lastId; ++id) {
+      EXPECT_EQ(StageOf(id, 0), -1) << id;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morva
