@@ -1,0 +1,355 @@
+#include <gtest/gtest.h>
+
+#include "unit/simulator/view_fixture.h"
+
+namespace morva {
+namespace {
+
+constexpr platform::Colour kFeedColour = 0x48D3B8;
+constexpr platform::Colour kRapidColour = 0x4889D2;
+constexpr platform::Colour kHeadColour = 0xFFCB48;
+constexpr platform::Colour kStockColour = 0x96A7BD;
+constexpr platform::Colour kDimensionColour = 0xF1BE4C;
+
+using headless::DrawCall;
+
+// Segments of a PaintSegments call: four numbers each, then width, dashed and smooth.
+std::size_t SegmentCount(const DrawCall& call) { return (call.numbers.size() - 3) / 4; }
+double PenWidth(const DrawCall& call) { return call.numbers[call.numbers.size() - 3]; }
+
+void ExpectSegment(const DrawCall& call, std::size_t index, double x0, double y0, double x1,
+                   double y1) {
+  ASSERT_LT(index, SegmentCount(call));
+  EXPECT_NEAR(call.numbers[index * 4], x0, 1e-3);
+  EXPECT_NEAR(call.numbers[index * 4 + 1], y0, 1e-3);
+  EXPECT_NEAR(call.numbers[index * 4 + 2], x1, 1e-3);
+  EXPECT_NEAR(call.numbers[index * 4 + 3], y1, 1e-3);
+}
+
+class ViewPaint : public ViewTest {};
+
+TEST_F(ViewPaint, CoversTheViewFirst) {
+  const std::vector<DrawCall> calls = Paint();
+  ASSERT_FALSE(calls.empty());
+  EXPECT_EQ(calls[0].name, "FillArea");
+  EXPECT_EQ(calls[0].numbers, (std::vector<double>{0, 0, 670, 720}));
+}
+
+TEST_F(ViewPaint, DrawsFeedsInOneBatchOfWidthTwo) {
+  FlatPart();
+  const std::vector<DrawCall> feeds = Calls("PaintSegments", kFeedColour);
+  ASSERT_EQ(feeds.size(), 1u);
+  EXPECT_EQ(SegmentCount(feeds[0]), 3u);
+  EXPECT_EQ(PenWidth(feeds[0]), 2);
+  ExpectSegment(feeds[0], 0, 77, 458, 593, 458);
+  ExpectSegment(feeds[0], 1, 593, 458, 593, 200);
+  ExpectSegment(feeds[0], 2, 593, 200, 77, 200);
+}
+
+TEST_F(ViewPaint, HidesRapidsUntilTheyAreAskedFor) {
+  FlatPart();
+  path.points[1].rapid = true;
+  EXPECT_TRUE(Calls("PaintSegments", kRapidColour).empty());
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 2u);
+  switches.showRapids = true;
+  const std::vector<DrawCall> rapids = Calls("PaintSegments", kRapidColour);
+  ASSERT_EQ(rapids.size(), 1u);
+  EXPECT_EQ(SegmentCount(rapids[0]), 1u);
+  EXPECT_EQ(PenWidth(rapids[0]), 1);
+  ExpectSegment(rapids[0], 0, 77, 458, 593, 458);
+}
+
+TEST_F(ViewPaint, DrawsNoLineToAPointThatTheToolOnlyArrivesAt) {
+  FlatPart();
+  path.points[2].jump = true;
+  const std::vector<DrawCall> feeds = Calls("PaintSegments", kFeedColour);
+  ASSERT_EQ(feeds.size(), 1u);
+  EXPECT_EQ(SegmentCount(feeds[0]), 2u);
+  ExpectSegment(feeds[0], 1, 593, 200, 77, 200);
+  path.points[2].rapid = true;
+  switches.showRapids = true;
+  EXPECT_TRUE(Calls("PaintSegments", kRapidColour).empty());
+}
+
+TEST_F(ViewPaint, DrawsUpToTheHeadOnceThatIsInUse) {
+  FlatPart();
+  playback.playHead = 2;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
+  playback.headInUse = true;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 1u);
+  playback.playHead = 1;
+  EXPECT_TRUE(Calls("PaintSegments", kFeedColour).empty());
+  playback.playHead = 99;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
+}
+
+TEST_F(ViewPaint, MarksTheHeadWithNineByNinePixels) {
+  FlatPart();
+  playback.headInUse = true;
+  playback.playHead = 2;
+  const std::vector<DrawCall> marks = Calls("FillArea", kHeadColour);
+  ASSERT_EQ(marks.size(), 1u);
+  EXPECT_EQ(marks[0].numbers, (std::vector<double>{589, 454, 598, 463}));
+}
+
+TEST_F(ViewPaint, MovesTheHeadAlongTheNextSegment) {
+  FlatPart();
+  playback.headInUse = true;
+  playback.playing = true;
+  playback.playHead = 1;
+  playback.segmentFraction = 0.25;  // 77 + 129
+  EXPECT_EQ(Calls("FillArea", kHeadColour)[0].numbers, (std::vector<double>{202, 454, 211, 463}));
+  const std::vector<DrawCall> feeds = Calls("PaintSegments", kFeedColour);
+  ASSERT_EQ(feeds.size(), 1u);
+  ExpectSegment(feeds[0], 0, 77, 458, 206, 458);
+  EXPECT_EQ(PenWidth(feeds[0]), 2);
+}
+
+TEST_F(ViewPaint, DrawsNoPieceTowardsAJumpAndKeepsTheHeadThere) {
+  FlatPart();
+  path.points[1].jump = true;
+  playback.headInUse = true;
+  playback.playing = true;
+  playback.playHead = 1;
+  playback.segmentFraction = 0.5;
+  EXPECT_TRUE(Calls("PaintSegments", kFeedColour).empty());
+  EXPECT_EQ(Calls("FillArea", kHeadColour)[0].numbers, (std::vector<double>{73, 454, 82, 463}));
+}
+
+TEST_F(ViewPaint, DrawsThePieceOfARapidOnlyWhileRapidsShow) {
+  FlatPart();
+  path.points[1].rapid = true;
+  playback.headInUse = true;
+  playback.playing = true;
+  playback.playHead = 1;
+  playback.segmentFraction = 0.5;
+  EXPECT_TRUE(Calls("PaintSegments", kRapidColour).empty());
+  EXPECT_EQ(Calls("FillArea", kHeadColour).size(), 1u);  // the head moves all the same
+  switches.showRapids = true;
+  ASSERT_EQ(Calls("PaintSegments", kRapidColour).size(), 1u);
+  EXPECT_EQ(PenWidth(Calls("PaintSegments", kRapidColour)[0]), 1);
+}
+
+TEST_F(ViewPaint, DrawsNoPieceWhenPaused) {
+  FlatPart();
+  playback.headInUse = true;
+  playback.playHead = 1;
+  playback.segmentFraction = 0.5;
+  EXPECT_TRUE(Calls("PaintSegments", kFeedColour).empty());
+}
+
+TEST_F(ViewPaint, HasNoHeadOnAnEmptyPath) {
+  EXPECT_TRUE(Calls("FillArea", kHeadColour).empty());
+  playback.playHead = 1;
+  EXPECT_TRUE(Calls("FillArea", kHeadColour).empty());
+}
+
+TEST_F(ViewPaint, DrawsExcludedCodeBeforeThePath) {
+  FlatPart();
+  ghostPath.count = 4;
+  for (int i = 0; i < 4; ++i) {
+    ghostPath.points[i] = MotionPoint();
+    ghostPath.points[i].x = i;
+  }
+  ghostPath.points[0].jump = true;
+  ghostPath.points[1].rapid = true;
+  ghostPath.points[2].jump = true;
+  ++pathGeneration;
+  switches.showRapids = true;  // rapids of excluded code never show
+  const std::vector<DrawCall> calls = Paint();
+  std::size_t ghost = 0;
+  std::size_t feed = 0;
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (calls[i].name != "PaintSegments") continue;
+    if (calls[i].colours[0] == kFeedColour) feed = i;
+    // The grid has many segments, excluded code one here: from X 2 to X 3.
+    if (SegmentCount(calls[i]) == 1) {
+      ghost = i;
+      ExpectSegment(calls[i], 0, 335, 458, 464, 458);
+    }
+  }
+  EXPECT_GT(ghost, 0u);
+  EXPECT_LT(ghost, feed);
+}
+
+TEST_F(ViewPaint, FitsTheGhostPathWhenThereIsNoOther) {
+  ghostPath.count = 2;
+  ghostPath.points[0] = MotionPoint();
+  ghostPath.points[1] = MotionPoint();
+  ghostPath.points[1].x = 4;
+  ++pathGeneration;
+  SetViewTop();
+  ExpectPlace(At(4, 0, 0), 593, 329);
+}
+
+TEST_F(ViewPaint, BoxesTheStock) {
+  FlatPart();
+  stockEnvelope.shown = true;
+  stockEnvelope.minX = 0;
+  stockEnvelope.maxX = 4;
+  stockEnvelope.minY = 0;
+  stockEnvelope.maxY = 2;
+  stockEnvelope.top = 0;
+  stockEnvelope.bottom = -0.5;
+  const std::vector<DrawCall> boxes = Calls("PaintSegments", kStockColour);
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(SegmentCount(boxes[0]), 12u);
+  EXPECT_EQ(PenWidth(boxes[0]), 2);
+  EXPECT_TRUE(Shows(u"STOCK ENVELOPE  4.0000 x 2.0000 x 0.5000 in"));
+  // In plan the four upright edges are points, the eight others lie on the outline.
+  int points = 0;
+  for (std::size_t i = 0; i < 12; ++i) {
+    const double* n = &boxes[0].numbers[i * 4];
+    if (n[0] == n[2] && n[1] == n[3]) ++points;
+  }
+  EXPECT_EQ(points, 4);
+  stockEnvelope.shown = false;
+  EXPECT_TRUE(Calls("PaintSegments", kStockColour).empty());
+}
+
+TEST_F(ViewPaint, ReadsOutThePathExtents) {
+  Feed(0, 0, 0);
+  RapidTo(4, -2, 0.125);
+  EXPECT_FALSE(Shows(u"PATH EXTENTS (in)   X 4.0000   Y 2.0000   Z 0.1250"));
+  switches.showExtents = true;
+  EXPECT_TRUE(Shows(u"PATH EXTENTS (in)   X 4.0000   Y 2.0000   Z 0.1250"));
+  SetUnits(true);
+  EXPECT_TRUE(Shows(u"PATH EXTENTS (mm)   X 4.0000   Y 2.0000   Z 0.1250"));
+}
+
+TEST_F(ViewPaint, DrawsThreeDimensionLinesWithTheirSpans) {
+  Feed(0, 0, 0);
+  Feed(4, 2, 0.125);
+  SetViewTop();
+  switches.showExtents = true;
+  const std::vector<DrawCall> lines = Calls("PaintLine", kDimensionColour);
+  ASSERT_EQ(lines.size(), 3u);
+  const double wanted[3][4] = {
+      {77, 458, 593, 458}, {77, 458, 77, 200}, {77, 458, 77, 458}};  // X, Y, Z in plan
+  for (std::size_t i = 0; i < 3; ++i) {
+    for (std::size_t k = 0; k < 4; ++k) EXPECT_NEAR(lines[i].numbers[k], wanted[i][k], 1e-3);
+  }
+  EXPECT_TRUE(Shows(u"4.0000"));
+  EXPECT_TRUE(Shows(u"2.0000"));
+  EXPECT_TRUE(Shows(u"0.1250"));
+  // The label of X stands around the middle of its line.
+  for (const DrawCall& call : Paint()) {
+    if (call.text != u"4.0000") continue;
+    EXPECT_NEAR((call.numbers[0] + call.numbers[2]) / 2, 335, 1);
+    EXPECT_NEAR((call.numbers[1] + call.numbers[3]) / 2, 458, 1);
+  }
+}
+
+TEST_F(ViewPaint, HasNoExtentsOfAnEmptyPath) {
+  switches.showExtents = true;
+  EXPECT_TRUE(Calls("PaintLine", kDimensionColour).empty());
+  for (const std::u16string& text : Texts()) EXPECT_EQ(text.find(u"EXTENTS"), text.npos);
+}
+
+TEST_F(ViewPaint, MeasuresFromTheFirstPickToTheSecond) {
+  Feed(1, 5, 0);
+  Feed(4, 1, -12);
+  measure.a = 0;
+  EXPECT_TRUE(Calls("PaintLine", 0xFFFFFF).empty());
+  measure.b = 1;
+  ASSERT_EQ(Calls("PaintLine", 0xFFFFFF).size(), 1u);
+  // 3, 4 and 12 make 13.
+  EXPECT_TRUE(Shows(u"MEASURE  dX 3.0000  dY -4.0000  dZ -12.0000  distance 13.0000"));
+  measure.a = 1;
+  measure.b = 0;
+  EXPECT_TRUE(Shows(u"MEASURE  dX -3.0000  dY 4.0000  dZ 12.0000  distance 13.0000"));
+}
+
+TEST_F(ViewPaint, IgnoresPicksThatThePathNoLongerHolds) {
+  Feed(1, 5, 0);
+  measure.a = 0;
+  measure.b = 7;
+  Paint();
+  EXPECT_TRUE(Calls("PaintLine", 0xFFFFFF).empty());
+}
+
+TEST_F(ViewPaint, LayersMenuNamesWhatAPickWillDo) {
+  headless::QueuePick(0);
+  ShowLayersMenu();
+  switches.showRapids = true;
+  switches.showOverlap = true;
+  switches.showDrawingPaths = false;
+  switches.showCutSurface = false;
+  switches.skimCurrentDepthOnly = false;
+  headless::QueuePick(0);
+  ShowLayersMenu();
+  const std::vector<headless::MenuRecord> menus = headless::TakeMenus();
+  ASSERT_EQ(menus.size(), 2u);
+  const char16_t* atStart[] = {u"Show rapid moves",   u"Show coverage overlap",
+                               u"Hide drawing paths", u"Hide cut surface",
+                               u"Clean path view",    u"Skim: show all depth levels"};
+  const char16_t* turned[] = {u"Hide rapid moves",   u"Hide coverage overlap",
+                              u"Show drawing paths", u"Show cut surface (approximate)",
+                              u"Clean path view",    u"Skim: show current depth only"};
+  ASSERT_EQ(menus[0].items.size(), 6u);
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(menus[0].items[i].text, atStart[i]);
+    EXPECT_EQ(menus[1].items[i].text, turned[i]);
+  }
+}
+
+TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
+  struct Row {
+    int id;
+    bool ViewSwitches::*field;
+  };
+  const Row rows[] = {{kIdLayerRapids, &ViewSwitches::showRapids},
+                      {kIdLayerOverlap, &ViewSwitches::showOverlap},
+                      {kIdLayerDrawing, &ViewSwitches::showDrawingPaths},
+                      {kIdLayerCutSurface, &ViewSwitches::showCutSurface},
+                      {kIdLayerSkimDepth, &ViewSwitches::skimCurrentDepthOnly}};
+  for (const Row& row : rows) {
+    const bool before = switches.*row.field;
+    headless::QueuePick(row.id);
+    ShowLayersMenu();
+    EXPECT_EQ(switches.*row.field, !before);
+    headless::QueuePick(row.id);
+    ShowLayersMenu();
+    EXPECT_EQ(switches.*row.field, before);
+  }
+}
+
+TEST_F(ViewPaint, CleanPathViewLeavesThePathAndItsDrawings) {
+  switches.showRapids = true;
+  switches.showOverlap = true;
+  switches.showDrawingPaths = false;
+  switches.skimCurrentDepthOnly = false;
+  headless::QueuePick(kIdLayerClean);
+  ShowLayersMenu();
+  EXPECT_FALSE(switches.showRapids);
+  EXPECT_FALSE(switches.showOverlap);
+  EXPECT_FALSE(switches.showCutSurface);
+  EXPECT_TRUE(switches.showDrawingPaths);
+  EXPECT_FALSE(switches.skimCurrentDepthOnly);
+}
+
+TEST_F(ViewPaint, MarksTheFocus) {
+  EXPECT_TRUE(Calls("FrameArea", 0x00D3F2).empty());
+  headless::Focus(kViewToolpath);
+  EXPECT_EQ(Calls("FrameArea", 0x00D3F2).size(), 1u);
+}
+
+TEST_F(ViewPaint, DrawsAFullTable) {
+  switches.showRapids = true;
+  for (int i = 0; i < kMaxMotionPoints; ++i) {
+    Feed(i % 100, i / 100, 0).rapid = i % 3 == 0;
+  }
+  SetViewTop();
+  const std::vector<DrawCall> calls = Paint();
+  std::size_t segments = 0;
+  for (const DrawCall& call : calls) {
+    if (call.name != "PaintSegments") continue;
+    if (call.colours[0] == kFeedColour || call.colours[0] == kRapidColour) {
+      segments += SegmentCount(call);
+    }
+  }
+  EXPECT_EQ(segments, static_cast<std::size_t>(kMaxMotionPoints - 1));
+}
+
+}  // namespace
+}  // namespace morva
