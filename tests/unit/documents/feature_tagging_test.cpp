@@ -1,0 +1,292 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/outlets.h"
+#include "platform/timer.h"
+#include "unit/documents/block_builder.h"
+#include "unit/documents/blocks_stage.h"
+
+namespace morva {
+namespace {
+
+using namespace testing_blocks;
+using Texts = std::vector<std::u16string>;
+
+struct AutoTag : BlocksStage {};
+struct FeatureList : BlocksStage {};
+
+TEST_F(AutoTag, WrapsForeignTextInOneUserCodeBlock) {
+  Load(u"%\r\nO1000 (BRACKET)\r\nG0 X1\r\nM30\r\n%\r\n");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(),
+            u"%\r\n(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nO1000 (BRACKET)\r\nG0 X1\r\nM30\r\n"
+            u"(MORVA END 1)\r\n%\r\n");
+}
+
+TEST_F(AutoTag, LeavesAMarkedProgramAlone) {
+  const std::u16string text = u"%\r\n" + UserBlock(4, u"G0") + u"\r\n%\r\n";
+  Load(text);
+  const auto revision = platform::EditorRevision(kIdEditor);
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), text);
+  EXPECT_EQ(platform::EditorRevision(kIdEditor), revision);
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(AutoTag, LeavesPercentLinesAndBlanksAlone) {
+  Load(u"%\r\n \r\n%\r\n");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), u"%\r\n \r\n%\r\n");
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(AutoTag, DoesNothingMoreTheSecondTime) {
+  for (const std::u16string text :
+       {u"G0", u"  G0 X1", u"%O1000\r\nM30", u"\t G0\r\n%", u"(SHAPE: A)\r\nG0\r\n\r\nG1",
+        u"(MORVA TEXT 1)\r\n(MORVA END 1) G0 (MORVA END 5)", u"(MORVA BEGIN 3)\r\nG0", u"% G0 %"}) {
+    Load(text);
+    AutoTagBlocks();
+    const std::u16string once = Text();
+    EXPECT_NE(once, text);
+    AutoTagBlocks();
+    EXPECT_EQ(Text(), once);
+    for (int i = 0; i < features.count; ++i) EXPECT_FALSE(features.rows[i].needsMarkers);
+  }
+}
+
+TEST_F(AutoTag, PutsThePrefixBeforeBlanksThatBeginTheLine) {
+  Load(u"%\r\n \tG0 X1");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), u"%\r\n(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\n \tG0 X1\r\n(MORVA END 1)");
+}
+
+TEST_F(AutoTag, StartsANewLineWhereSomethingPrecedes) {
+  Load(u"%O1000\r\nM30");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(),
+            u"%\r\n(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nO1000\r\nM30\r\n(MORVA END 1)");
+  Load(UserBlock(1, u"G0") + u" G1");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), UserBlock(1, u"G0") + u" \r\n" + UserBlock(2, u"G1"));
+}
+
+TEST_F(AutoTag, NamesALegacyBlockAfterItsLabelWithoutBrackets) {
+  Load(u"(SHAPE: SLOT)\r\nG0 X1\r\nM30\r\n%\r\n");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(),
+            u"(MORVA TEXT 2)\r\n(MORVA NAME SHAPE: SLOT [text])\r\n(SHAPE: SLOT)\r\nG0 X1\r\n"
+            u"(MORVA END 2)\r\n"
+            u"(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nM30\r\n(MORVA END 1)\r\n%\r\n");
+}
+
+TEST_F(AutoTag, WrapsADamagedBlockWithItsMarkersInside) {
+  Load(u"(MORVA BEGIN 3)\r\n(MORVA CODE)\r\nG0\r\n(MORVA END 3)");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), UserBlock(4, u"(MORVA BEGIN 3)\r\n(MORVA CODE)\r\nG0\r\n(MORVA END 3)"));
+}
+
+TEST_F(AutoTag, WrapsEachStretchBetweenMarkedBlocks) {
+  const std::u16string block = SketchBlock(9, u"G1");
+  Load(u"G0\r\n" + block + u"\r\nG2\r\n");
+  AutoTagBlocks();
+  EXPECT_EQ(Text(),
+            UserBlock(10, u"G0") + u"\r\n" + block + u"\r\n" + UserBlock(11, u"G2") + u"\r\n");
+}
+
+TEST_F(AutoTag, LeavesWhatLiesBehindARowOneHundredAndTwentyEight) {
+  std::u16string text;
+  for (int i = 1; i <= 128; ++i) text += UserBlock(i, u"G1") + u"\r\n";
+  text += u"M30\r\n";
+  Load(text);
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), text);
+}
+
+TEST_F(AutoTag, CanBeTakenBackStepByStep) {
+  Load(u"G0");
+  AutoTagBlocks();
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), u"G0\r\n(MORVA END 1)");
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), u"G0");
+  // The next run writes the markers again.
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), UserBlock(1, u"G0"));
+}
+
+TEST_F(AutoTag, MarksTheProgramModifiedWithoutATimer) {
+  Load(u"G0");
+  AutoTagBlocks();
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, kTimerAutosave));
+  EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, kTimerText));
+}
+
+TEST_F(AutoTag, KeepsTheCaretWithItsText) {
+  // The prefix "(MORVA TEXT 1)", "(MORVA NAME User code)" is 15 and 23 positions long.
+  constexpr int kPrefix = 38;
+  constexpr int kSuffix = 14;
+  const auto moved = [&](int caret) {
+    Load(u"%\r\nG0 X1\r\n\r\n%\r\n");
+    Caret(caret);
+    AutoTagBlocks();
+    EXPECT_EQ(Selection().from, Selection().to);
+    return Selection().to - caret;
+  };
+  EXPECT_EQ(moved(0), 0);
+  EXPECT_EQ(moved(1), 0);
+  EXPECT_EQ(moved(2), kPrefix);            // before "G0": it stays before it, inside the block
+  EXPECT_EQ(moved(4), kPrefix);            // in the middle of it
+  EXPECT_EQ(moved(7), kPrefix);            // behind "X1": typing goes on in the block
+  EXPECT_EQ(moved(8), kPrefix + kSuffix);  // on the empty line behind
+}
+
+TEST_F(AutoTag, KeepsASelectionOverSeveralBlocks) {
+  const std::u16string block = UserBlock(1, u"G1");
+  Load(u"G0\r\n" + block + u"\r\nG2");
+  const int behind = platform::EditorLength(kIdEditor);
+  platform::SetEditorSelection(kIdEditor, {1, behind - 1});
+  AutoTagBlocks();
+  const std::u16string text = Text();
+  EXPECT_EQ(TextIndexOf(text, Selection().from), static_cast<int>(text.find(u"G0")) + 1);
+  EXPECT_EQ(TextIndexOf(text, Selection().to), static_cast<int>(text.find(u"G2")) + 1);
+}
+
+int changes = 0;
+int guardedChanges = 0;
+void NestedCommand(int id, int notification) {
+  if (id != kIdEditor || notification != platform::kNotifyEditChange) return;
+  ++changes;
+  if (app.suppressChange) ++guardedChanges;
+  AutoTagBlocks();  // must do nothing while the markers are being written
+}
+
+TEST_F(AutoTag, IsGuardedAgainstItself) {
+  Load(u"G0\r\n(SHAPE: A)\r\nG1");
+  changes = guardedChanges = 0;
+  platform::Events events;
+  events.command = NestedCommand;
+  platform::ListenTo(&events);
+  AutoTagBlocks();
+  EXPECT_EQ(changes, 4);
+  EXPECT_EQ(guardedChanges, 4);
+  EXPECT_FALSE(app.suppressChange);
+  EXPECT_EQ(Text(), UserBlock(1, u"G0") +
+                        u"\r\n(MORVA TEXT 2)\r\n(MORVA NAME SHAPE: A [text])\r\n(SHAPE: "
+                        u"A)\r\nG1\r\n(MORVA END 2)");
+  static const platform::Events kNobody;
+  platform::ListenTo(&kNobody);
+}
+
+TEST_F(AutoTag, NeedsAnEditor) {
+  platform::Destroy(kIdEditor);
+  AutoTagBlocks();
+  EXPECT_FALSE(app.editorDirty);
+}
+
+int wordsRebuilt = 0;
+
+TEST_F(AutoTag, RebuildsTheCommandWordsView) {
+  wordsRebuilt = 0;
+  hooks.wordsFromEditor = [] { ++wordsRebuilt; };
+  Load(u"G0");
+  AutoTagBlocks();
+  EXPECT_EQ(wordsRebuilt, 0);
+  app.commandWordsActive = true;
+  Load(u"G0");
+  AutoTagBlocks();
+  EXPECT_EQ(wordsRebuilt, 1);
+}
+
+TEST_F(AutoTag, WrapsAProgramOfManyGapsAtTheRightPlaces) {
+  std::u16string text;
+  std::u16string expected;
+  for (int i = 1; i <= 60; ++i) {
+    text += u"G0 X" + Digits(i) + u"\r\n" + UserBlock(i, u"G1") + u"\r\n";
+    expected += UserBlock(60 + i, u"G0 X" + Digits(i)) + u"\r\n" + UserBlock(i, u"G1") + u"\r\n";
+  }
+  Load(text);
+  AutoTagBlocks();
+  EXPECT_EQ(Text(), expected);
+}
+
+TEST_F(FeatureList, ShowsNamesOrTheKindsWords) {
+  Load(UserBlock(3, u"G0", u"Rough") + u"\r\n" + SketchBlock(8, u"G1") + u"\r\nG2");
+  RefreshFeatureList();
+  EXPECT_EQ(RowTexts(), Texts({u"#1  Rough", u"#2  CAD sketch", u"#3  User code"}));
+  EXPECT_EQ(platform::RowData(kIdFeatureList, 0), 3);
+  EXPECT_EQ(platform::RowData(kIdFeatureList, 1), 8);
+  EXPECT_EQ(platform::RowData(kIdFeatureList, 2), 9);
+}
+
+TEST_F(FeatureList, ShowsALegacyBlockByItsLabel) {
+  Load(u"(SHAPE: SLOT)\r\nG0");
+  RefreshFeatureList();
+  EXPECT_EQ(RowTexts(), Texts({u"#1  (SHAPE: SLOT) [text]"}));
+}
+
+TEST_F(FeatureList, SaysWhatIsHiddenAndLocked) {
+  Load(UserBlock(1, u"G0", u"A") + UserBlock(2, u"G0", u"B") + UserBlock(3, u"G0", u"C") +
+       UserBlock(4, u"G0", u"D"));
+  tabs[0].hiddenIds[5] = 2;
+  tabs[0].lockedIds[7] = 3;
+  tabs[0].hiddenIds[127] = 4;
+  tabs[0].lockedIds[0] = 4;
+  RefreshFeatureList();
+  EXPECT_EQ(RowTexts(),
+            Texts({u"#1  A", u"#2  B [hidden]", u"#3  C [locked]", u"#4  D [hidden] [locked]"}));
+}
+
+TEST_F(FeatureList, NotesExcludedRowsForDrawing) {
+  Load(UserBlock(1, u"G0") + u"\r\n" + UserBlock(2, u"(morva disabled 1)"));
+  RefreshFeatureList();
+  EXPECT_FALSE(FeatureRowExcluded(0));
+  EXPECT_TRUE(FeatureRowExcluded(1));
+  EXPECT_FALSE(FeatureRowExcluded(2));
+  EXPECT_FALSE(FeatureRowExcluded(-1));
+  Load(u"");
+  RefreshFeatureList();
+  EXPECT_FALSE(FeatureRowExcluded(1));
+}
+
+TEST_F(FeatureList, KeepsTheSelectedBlockSelected) {
+  Load(UserBlock(7, u"G0"));
+  RefreshFeatureList();
+  platform::SelectRow(kIdFeatureList, 0);
+  Load(UserBlock(5, u"G0") + u"\r\n" + UserBlock(7, u"G0"));
+  RefreshFeatureList();
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+  Load(UserBlock(5, u"G0"));
+  RefreshFeatureList();
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), -1);
+}
+
+TEST_F(FeatureList, SelectsARowByItsBlocksId) {
+  Load(UserBlock(5, u"G0") + u"\r\n" + UserBlock(7, u"G0"));
+  RefreshFeatureList();
+  SelectFeatureRow(7);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+  SelectFeatureRow(9);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), -1);
+}
+
+TEST_F(FeatureList, TellsHowToBeginAndWhenItIsFull) {
+  Load(u"");
+  RefreshFeatureList();
+  EXPECT_EQ(Hint(), u"Features appear automatically as you add or type code.");
+  ShowFeatureHint(u"before");
+  Load(u"G0");
+  RefreshFeatureList();
+  EXPECT_EQ(Hint(), u"before");
+  std::u16string text;
+  for (int i = 1; i <= 128; ++i) text += UserBlock(i, u"G1") + u"\r\n";
+  Load(text);
+  RefreshFeatureList();
+  EXPECT_EQ(Hint(), u"Feature browser limit: 128 sections. Split this program to index more.");
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 128);
+}
+
+}  // namespace
+}  // namespace morva

@@ -1,0 +1,491 @@
+// Blocks are compared with texts put together by the tests' own builder.
+#include "documents/insertion.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "unit/documents/block_builder.h"
+#include "unit/documents/blocks_stage.h"
+
+namespace morva {
+namespace {
+
+using namespace testing_blocks;
+
+constexpr char16_t kCode[] = u"\r\nfoobar\r\n";  // its hash is a published vector, BF9CF968
+
+bool WriteSketch(FeatureSettings& record) {
+  record.version = 3;
+  record.kind = kKindSketch;
+  return true;
+}
+bool WriteShape(FeatureSettings& record) {
+  record.version = 3;
+  record.kind = kKindShape;
+  return true;
+}
+bool WriteCircular(FeatureSettings& record) {
+  record.version = 3;
+  record.kind = kKindCircular;
+  return true;
+}
+bool WriteNothing(FeatureSettings&) { return false; }
+bool WriteDamaged(FeatureSettings& record) {
+  WriteShape(record);
+  record.values[0] = 1e9;
+  return true;
+}
+
+// The block that kCode gives, of a kind without items; the hash stands in bytes 28 to 31.
+std::u16string GeneratedBlock(int id, int kind, const std::u16string& name = u"",
+                              const std::u16string& body = kCode) {
+  std::vector<unsigned char> bytes = RecordBytes(3, kind, 0, 0);
+  bytes[28] = 0x68;
+  bytes[29] = 0xF9;
+  bytes[30] = 0x9C;
+  bytes[31] = 0xBF;
+  std::u16string text = u"(MORVA BEGIN " + Digits(id) + u")\r\n";
+  if (!name.empty()) text += u"(MORVA NAME " + name + u")\r\n";
+  return text + DataLines(bytes) + u"(MORVA CODE)\r\n" + body + u"\r\n(MORVA END " + Digits(id) +
+         u")";
+}
+
+struct InsertText : BlocksStage {
+  static std::u16string Status() { return app.statusText; }
+};
+
+struct InsertBlock : BlocksStage {
+  InsertBlock() {
+    SetSettingsWriter(kKindShape, WriteShape);
+    SetSettingsWriter(kKindCircular, WriteCircular);
+    SetSettingsWriter(kKindSketch, WriteSketch);
+  }
+  static headless::BoxRecord Box() {
+    const auto boxes = headless::TakeBoxes();
+    EXPECT_EQ(boxes.size(), 1u);
+    return boxes.empty() ? headless::BoxRecord() : boxes[0];
+  }
+  // The link as it is made when the block with this id is opened for edit.
+  static void Link(int kind, int id) {
+    const std::u16string text = Text();
+    ScanProgramText(text);
+    const int row = FindFeature(id);
+    ASSERT_GE(row, 0);
+    const FeatureRecord& r = features.rows[row];
+    editLink.kind = kind;
+    editLink.id = id;
+    editLink.tab = 0;
+    editLink.original =
+        text.substr(static_cast<std::size_t>(r.start), static_cast<std::size_t>(r.end - r.start));
+  }
+  static void CaretAt(std::u16string_view wanted) {
+    const std::u16string text = Text();
+    Caret(MapTextOffset(text, static_cast<std::int32_t>(text.find(wanted))));
+  }
+};
+
+TEST_F(InsertText, DoesNothingForEmptyText) {
+  Load(u"G0");
+  const auto revision = platform::EditorRevision(kIdEditor);
+  InsertTextAtCaret(u"", false);
+  InsertTextAtCaret(u"", true);
+  InsertTextAtCaret(u"\r\n\r\n", true);
+  EXPECT_EQ(platform::EditorRevision(kIdEditor), revision);
+  EXPECT_EQ(Status(), u"");
+}
+
+TEST_F(InsertText, DoesNothingWithoutAnEditor) {
+  platform::Destroy(kIdEditor);
+  InsertTextAtCaret(u"G0", true);
+  EXPECT_EQ(Status(), u"");
+}
+
+TEST_F(InsertText, ReplacesTheSelectionWhenNotABlock) {
+  Load(u"G0 X1\r\nG1");
+  platform::SetEditorSelection(kIdEditor, {3, 5});
+  InsertTextAtCaret(u"Y2", false);
+  EXPECT_EQ(Text(), u"G0 Y2\r\nG1");
+  EXPECT_EQ(Selection().to, 5);
+  EXPECT_EQ(Status(), u"");
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), u"G0 X1\r\nG1");
+}
+
+TEST_F(InsertText, PutsABlockOnALineOfItsOwnBehindTheCaretsLine) {
+  Load(u"G0 X1\r\nG1\r\n");
+  Caret(2);
+  InsertTextAtCaret(u"\r\nM8\r\nM9\r\n\r\n", true);
+  EXPECT_EQ(Text(), u"G0 X1\r\nM8\r\nM9\r\nG1\r\n");
+  EXPECT_EQ(Selection().to, 11);
+  EXPECT_EQ(Selection().from, 11);
+  EXPECT_EQ(Status(),
+            u"Generated block inserted after editor line 1. The caret is ready for the next "
+            u"insert.");
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), u"G0 X1\r\nG1\r\n");
+}
+
+TEST_F(InsertText, FillsAnEmptyLine) {
+  Load(u"G0\r\n\r\nG1");
+  Caret(3);
+  InsertTextAtCaret(u"M8", true);
+  EXPECT_EQ(Text(), u"G0\r\nM8\r\nG1");
+  EXPECT_EQ(Status(),
+            u"Generated block inserted after editor line 2. The caret is ready for the next "
+            u"insert.");
+}
+
+TEST_F(InsertText, EndsTheLineAtTheEndOfTheDocument) {
+  Load(u"G0");
+  Caret(0);
+  InsertTextAtCaret(u"M8", true);
+  EXPECT_EQ(Text(), u"G0\r\nM8\r\n");
+  InsertTextAtCaret(u"M9", true);
+  EXPECT_EQ(Text(), u"G0\r\nM8\r\nM9\r\n");
+  Load(u"");
+  InsertTextAtCaret(u"M8", true);
+  EXPECT_EQ(Text(), u"M8\r\n");
+}
+
+int guarded = 0;
+
+TEST_F(InsertText, HoldsTheInsertGuard) {
+  guarded = 0;
+  platform::Events events;
+  events.command = [](int id, int notification) {
+    if (id == kIdEditor && notification == platform::kNotifyEditChange && app.insertingText)
+      ++guarded;
+  };
+  Load(u"G0");
+  platform::ListenTo(&events);
+  InsertTextAtCaret(u"M8", true);
+  static const platform::Events kNobody;
+  platform::ListenTo(&kNobody);
+  EXPECT_EQ(guarded, 1);
+  EXPECT_FALSE(app.insertingText);
+}
+
+int copiedBack = 0;
+int rebuilt = 0;
+
+TEST_F(InsertText, TakesTheLineFromTheCommandWordsView) {
+  platform::EditorSpec words;
+  words.id = kIdWordsEditor;
+  words.accessibleName = u"Command words";
+  platform::MakeEditor(words);
+  platform::SetEditorText(kIdWordsEditor, u"Rapid Motion\r\nDwell\r\nEnd");
+  platform::SetEditorSelection(kIdWordsEditor, {15, 15});
+  Load(u"G0\r\nG4\r\nM30");
+  Caret(0);
+  app.commandWordsActive = true;
+  copiedBack = rebuilt = 0;
+  hooks.editorFromWords = [] { ++copiedBack; };
+  hooks.wordsFromEditor = [] { ++rebuilt; };
+  InsertTextAtCaret(u"M8", true);
+  EXPECT_EQ(Text(), u"G0\r\nG4\r\nM8\r\nM30");
+  EXPECT_EQ(copiedBack, 1);
+  EXPECT_EQ(rebuilt, 1);
+}
+
+TEST_F(InsertBlock, WritesABlockBehindTheCaretsLine) {
+  Load(u"%\r\n");
+  Caret(1);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), u"%\r\n" + GeneratedBlock(1, kKindShape) + u"\r\n");
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_EQ(Hint(), u"Feature added. Select it, then Edit Settings.");
+  EXPECT_EQ(RowTexts(), std::vector<std::u16string>({u"#1  Shape"}));
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 0);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(InsertBlock, ShowsTheFeaturesInTheLeftPanel) {
+  static int laidOut;
+  laidOut = 0;
+  hooks.layout = [] { laidOut += app.sidebarShowsFeatures ? 1 : 100; };
+  app.sidebarShowsFeatures = false;
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_TRUE(app.sidebarShowsFeatures);
+  EXPECT_EQ(laidOut, 1);
+}
+
+TEST_F(InsertBlock, IsReadBackWithTheHashOfItsCode) {
+  EXPECT_TRUE(InsertFeatureBlock(kKindCircular, kCode));
+  ScanProgramText(Text());
+  ASSERT_EQ(features.count, 1);
+  EXPECT_EQ(features.rows[0].settings.codeHash, 0xBF9CF968u);
+  EXPECT_EQ(features.rows[0].settings.kind, kKindCircular);
+}
+
+TEST_F(InsertBlock, TagsForeignTextFirstAndTakesTheNextIdOfTheTable) {
+  Load(u"G0\r\n");
+  Caret(0);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), UserBlock(1, u"G0") + u"\r\n" + GeneratedBlock(2, kKindShape) + u"\r\n");
+}
+
+TEST_F(InsertBlock, CountsTheTableAndNotStrayNumbers) {
+  Load(UserBlock(4, u"(MORVA END 90)"));
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_NE(Text().find(GeneratedBlock(5, kKindShape)), std::u16string::npos);
+}
+
+TEST_F(InsertBlock, NeverNestsBlocks) {
+  const std::u16string first = UserBlock(1, u"G0\r\nG1");
+  const std::u16string second = SketchBlock(2, u"G2");
+  for (const std::u16string_view inside : {u"(MORVA TEXT 1", u"G1", u"MORVA END 1"}) {
+    Load(first + u"\r\n" + second + u"\r\n%\r\n");
+    CaretAt(inside);
+    EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+    EXPECT_EQ(Text(),
+              first + u"\r\n" + GeneratedBlock(3, kKindShape) + u"\r\n" + second + u"\r\n%\r\n");
+  }
+  Load(first + u"\r\n" + second + u"\r\n%\r\n");
+  CaretAt(u"(MORVA CODE)");
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(),
+            first + u"\r\n" + second + u"\r\n" + GeneratedBlock(3, kKindShape) + u"\r\n%\r\n");
+}
+
+TEST_F(InsertBlock, CanBeTakenBackInOneStep) {
+  const std::u16string text = UserBlock(1, u"G0") + u"\r\n";
+  Load(text);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), text);
+}
+
+TEST_F(InsertBlock, RefusesAModelThatCannotBeStored) {
+  const auto refused = [&](int kind) {
+    const std::u16string before = Text();
+    EXPECT_FALSE(InsertFeatureBlock(kind, kCode));
+    EXPECT_EQ(Text(), before);
+    const headless::BoxRecord box = Box();
+    EXPECT_EQ(box.title, u"Invalid shape settings");
+    EXPECT_EQ(box.text,
+              u"Shape settings could not be stored. Check the dimensions and selected shape. "
+              u"Nothing was inserted.");
+    EXPECT_EQ(box.icon, platform::BoxIcon::Warning);
+    EXPECT_EQ(box.buttons, platform::BoxButtons::Ok);
+  };
+  SetSettingsWriter(kKindShape, WriteNothing);
+  refused(kKindShape);
+  SetSettingsWriter(kKindShape, WriteDamaged);
+  refused(kKindShape);
+  SetSettingsWriter(kKindShape, WriteSketch);  // another kind than asked for
+  refused(kKindShape);
+  refused(kKindSkim);  // nobody writes this kind
+  refused(0);
+  refused(8);
+  refused(-1);
+}
+
+int picked = 0;
+Destination PickCancel(int kind) {
+  picked = kind;
+  return Destination::Cancelled;
+}
+
+TEST_F(InsertBlock, AsksForADestinationForSketchesAndPlatesOnly) {
+  SetDestinationPicker(PickCancel);
+  picked = 0;
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(picked, 0);
+  const std::u16string before = Text();
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(picked, kKindSketch);
+  EXPECT_EQ(Text(), before);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(InsertBlock, RefusesUnstorableSettingsBeforeThePicker) {
+  SetDestinationPicker(PickCancel);
+  SetSettingsWriter(kKindSketch, WriteNothing);
+  picked = 0;
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(picked, 0);
+}
+
+TEST_F(InsertBlock, GoesInAtTheStartOfThePickedBlocksLine) {
+  const std::u16string first = UserBlock(1, u"G0");
+  const std::u16string second = UserBlock(2, u"G1");
+  Load(u"%\r\n" + first + u"\r\n" + second + u"\r\n%");
+  SetDestinationPicker([](int) {
+    CaretAt(u"(MORVA TEXT 2)");
+    return Destination::Placed;
+  });
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), u"%\r\n" + first + u"\r\n" + GeneratedBlock(3, kKindSketch) + u"\r\n" + second +
+                        u"\r\n%");
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+}
+
+TEST_F(InsertBlock, GoesInBehindTheLastBlockAtTheLastPosition) {
+  const std::u16string first = UserBlock(1, u"G0");
+  Load(u"%\r\n" + first + u"\r\n%");
+  SetDestinationPicker([](int) {
+    CaretAt(u"(MORVA END 1)");
+    return Destination::Placed;
+  });
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), u"%\r\n" + first + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n%");
+}
+
+TEST_F(InsertBlock, StartsALineWhereThePickedBlockFollowsAnotherDirectly) {
+  const std::u16string first = UserBlock(1, u"G0");
+  const std::u16string second = UserBlock(2, u"G1");
+  Load(first + second);
+  SetDestinationPicker([](int) {
+    CaretAt(u"(MORVA END 1)");
+    return Destination::Placed;
+  });
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(3, kKindSketch) + u"\r\n" + second);
+}
+
+TEST_F(InsertBlock, AcceptsTheCaretWithoutAPicker) {
+  const std::u16string first = UserBlock(1, u"G0");
+  Load(first + u"\r\n%");
+  Caret(0);
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n%");
+}
+
+TEST_F(InsertBlock, RefusesAHundredAndTwentyNinthBlock) {
+  std::u16string text;
+  for (int i = 1; i <= 127; ++i) text += UserBlock(i, u"G1") + u"\r\n";
+  Load(text);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Hint(), u"Feature added. Select it, then Edit Settings.");
+  const std::u16string full = Text();
+  EXPECT_FALSE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), full);
+  const headless::BoxRecord box = Box();
+  EXPECT_EQ(box.title, u"Shape limit");
+  EXPECT_EQ(box.text, u"This program already has 128 editable blocks. Use another document.");
+  EXPECT_EQ(box.icon, platform::BoxIcon::Warning);
+  // An update needs no room.
+  Link(kKindShape, 128);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, u"G9"));
+}
+
+TEST_F(InsertBlock, UpdatesInPlaceAndKeepsIdAndName) {
+  const std::u16string before = UserBlock(1, u"G0") + u"\r\n";
+  const std::u16string old = SketchBlock(6, u"G1", u"Pocket (deep");
+  const std::u16string behind = u"\r\n" + UserBlock(2, u"G2") + u"\r\n%";
+  Load(before + old + behind);
+  Caret(0);
+  Link(kKindSketch, 6);
+  static int keysRefreshed;
+  keysRefreshed = 0;
+  hooks.refreshBuilderKeys = [] { ++keysRefreshed; };
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), before + GeneratedBlock(6, kKindSketch, u"Pocket (deep") + behind);
+  EXPECT_EQ(Hint(), u"Feature updated in place. Undo restores the prior block.");
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(editLink.id, 0);
+  EXPECT_EQ(editLink.tab, -1);
+  EXPECT_EQ(editLink.original, u"");
+  EXPECT_EQ(keysRefreshed, 1);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+  EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), before + old + behind);
+}
+
+TEST_F(InsertBlock, InsertsANewBlockWhenTheLinkIsOfAnotherKind) {
+  const std::u16string old = SketchBlock(6, u"G1");
+  Load(old);
+  Link(kKindSketch, 6);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), old + u"\r\n" + GeneratedBlock(7, kKindShape) + u"\r\n");
+  EXPECT_EQ(editLink.kind, 0);
+}
+
+TEST_F(InsertBlock, RefusesToUpdateALockedBlock) {
+  const std::u16string old = SketchBlock(6, u"G1");
+  Load(old);
+  Link(kKindSketch, 6);
+  tabs[0].lockedIds[3] = 6;
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  const headless::BoxRecord box = Box();
+  EXPECT_EQ(box.title, u"Shape locked");
+  EXPECT_EQ(box.text, u"Unlock this shape in the browser before updating it.");
+  EXPECT_EQ(Text(), old);
+  EXPECT_EQ(editLink.id, 6);
+}
+
+TEST_F(InsertBlock, StopsAnUpdateWhoseBlockIsNoLongerTheOneThatWasOpened) {
+  const std::u16string old = SketchBlock(6, u"G1");
+  const auto refused = [&](const std::u16string& now) {
+    Load(now);
+    EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+    EXPECT_EQ(Text(), now);
+    const headless::BoxRecord box = Box();
+    EXPECT_EQ(box.title, u"Shape update stopped");
+    EXPECT_EQ(box.text,
+              u"This shape's code changed, was removed, or has duplicate IDs. Reopen its settings "
+              u"from Features, or choose New / Unlink to insert a separate shape. No code was "
+              u"replaced.");
+    EXPECT_EQ(box.icon, platform::BoxIcon::Warning);
+    EXPECT_EQ(editLink.id, 6);
+  };
+  Load(old);
+  Link(kKindSketch, 6);
+  refused(SketchBlock(6, u"G1 "));
+  refused(SketchBlock(6, u"G1", u"Renamed"));
+  refused(UserBlock(1, u"G0"));
+  refused(old + u"\r\n" + old);
+  editLink.tab = 1;
+  refused(old);
+}
+
+TEST_F(InsertBlock, KeepsAnExcludedBlockExcludedOnAnUpdate) {
+  Load(SketchBlock(6, u"(MORVA DISABLED 1)"));
+  ASSERT_EQ(AddDisabledCode(tabs[0].disabledCode, u"G1"), 1);
+  Link(kKindSketch, 6);
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_EQ(Text(), GeneratedBlock(6, kKindSketch, u"", u"(MORVA DISABLED 2)\r\n"));
+  const DisabledCodeEntry* stored = FindDisabledCode(tabs[0].disabledCode, 2);
+  ASSERT_NE(stored, nullptr);
+  EXPECT_EQ(stored->text, kCode);
+  EXPECT_EQ(FindDisabledCode(tabs[0].disabledCode, 1)->text, u"G1");
+  EXPECT_TRUE(FeatureRowExcluded(0));
+}
+
+TEST_F(InsertBlock, StopsWhenTheExcludedCodeCannotBeKept) {
+  const std::u16string old = SketchBlock(6, u"(MORVA DISABLED 1)");
+  Load(old);
+  Link(kKindSketch, 6);
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, std::u16string(8000001, u'G')));
+  EXPECT_EQ(Text(), old);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(editLink.id, 6);
+}
+
+TEST_F(InsertBlock, CopiesTheCommandWordsBackAndShowsThemAnew) {
+  Load(UserBlock(1, u"G0"));
+  app.commandWordsActive = true;
+  copiedBack = rebuilt = 0;
+  hooks.editorFromWords = [] { ++copiedBack; };
+  hooks.wordsFromEditor = [] { ++rebuilt; };
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(copiedBack, 1);
+  EXPECT_EQ(rebuilt, 1);
+}
+
+TEST_F(InsertBlock, DropsTheLinkAndTellsTheBuilders) {
+  static int told;
+  told = 0;
+  hooks.refreshBuilderKeys = [] { told += editLink.kind == 0 ? 1 : 100; };
+  editLink.kind = 4;
+  editLink.id = 3;
+  DropEditLink();
+  EXPECT_EQ(editLink.id, 0);
+  EXPECT_EQ(told, 1);
+}
+
+}  // namespace
+}  // namespace morva
