@@ -18,7 +18,8 @@ using platform::FontRole;
 
 namespace {
 
-constexpr int kRowHeight = 24;
+constexpr int kModeRowHeight = 26;
+constexpr int kFeatureRowHeight = 24;
 constexpr int kFeatureNameMost = 80;  // characters
 
 constexpr platform::ControlSpec kTexts[] = {
@@ -104,13 +105,13 @@ void MakeLists() {
   platform::ListSpec modes;
   modes.id = kIdModeList;
   modes.accessibleName = u"Workspaces and panels";
-  modes.rowHeight = kRowHeight;
+  modes.rowHeight = kModeRowHeight;
   platform::MakeList(modes);
   for (const ModeRow& row : kModeRows) platform::AddRow(kIdModeList, row.words, row.mode);
   platform::ListSpec rows;
   rows.id = kIdFeatureList;
   rows.accessibleName = u"Program features";
-  rows.rowHeight = kRowHeight;
+  rows.rowHeight = kFeatureRowHeight;
   platform::MakeList(rows);
 }
 

@@ -56,17 +56,17 @@ int CentreY(const Rect& r) { return (r.top + r.bottom) / 2; }
 // that a narrow panel cuts no word.
 void DrawIconCaption(const KeySpec& key, const Rect& area, const std::u16string& text,
                      Colour colour, Canvas& canvas) {
-  const int gap = 6;
-  const int room = RectWidth(area) - 10;
+  const int gap = 5;
+  const int room = RectWidth(area) - 8;
   const int words = platform::TextWidth(key.font, text);
   if (words > room) {
     DrawIcon(canvas, key.icon, CentreX(area), CentreY(area), kKeyIcon, colour);
     return;
   }
   int x = area.left + (RectWidth(area) - words) / 2;
-  if (kKeyIcon + gap + words <= room) {
+  if (kKeyIcon + gap + words + 4 <= room) {
     // The icons of a column of keys stand under each other.
-    x = area.left + 10;
+    x = area.left + 9;
     DrawIcon(canvas, key.icon, x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
     x += kKeyIcon + gap;
   }

@@ -92,7 +92,7 @@ TEST(LayoutRects, LeaveEverythingLargeEnoughToUse) {
     ASSERT_GE(RectWidth(PlaceIn(plan, kIdEditor)), in.mode == kModeHome ? 420 : 360);
     ASSERT_GE(RectHeight(PlaceIn(plan, kIdEditor)), 240) << Words(in, kIdEditor);
     ASSERT_GE(RectHeight(PlaceIn(plan, kIdFeatureList)), 4 * 24) << Words(in, kIdFeatureList);
-    ASSERT_GE(RectHeight(PlaceIn(plan, kIdModeList)), 11 * 24) << Words(in, kIdModeList);
+    ASSERT_GE(RectHeight(PlaceIn(plan, kIdModeList)), 11 * 26) << Words(in, kIdModeList);
     const Rect view = PlaceIn(plan, kViewToolpath);
     if (!IsEmpty(view)) {
       ASSERT_GE(RectWidth(view), 270) << Words(in, kViewToolpath);
