@@ -1,0 +1,394 @@
+// Push buttons, check boxes, labels, edit lines, multi-line edits and logs.
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "platform/control.h"
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int kNoLimit = 32767;  // what an edit line takes without a limit of its own
+
+// Lines that end in CR LF, as everything above the seam counts them.
+std::u16string WithCrLf(const QString& text) {
+  std::u16string out;
+  out.reserve(static_cast<std::size_t>(text.size()));
+  for (const QChar c : text) {
+    if (c == u'\n') out.push_back(u'\r');
+    out.push_back(c.unicode());
+  }
+  return out;
+}
+
+class Button : public PlacedWidget<QPushButton> {
+ public:
+  Button(int id, QWidget* parent) : PlacedWidget<QPushButton>(id, true, parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_Hover);
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, [this] { SendCommand(Id(), kNotifyClick); });
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    Canvas canvas;
+    canvas.painter = &painter;
+    canvas.area = Rect{0, 0, width(), height()};
+    DrawState state;
+    state.area = canvas.area;
+    state.pressed = isDown();
+    state.focused = hasFocus();
+    state.enabled = isEnabled();
+    state.hovered = underMouse();
+    if (Listener().drawItem != nullptr) {
+      Listener().drawItem(Id(), state, canvas);
+    } else {
+      FillArea(canvas, canvas.area, kLookPanel);
+    }
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && !event->isAutoRepeat()) {
+      click();
+      return;
+    }
+    QPushButton::keyPressEvent(event);
+  }
+};
+
+class Check : public PlacedWidget<QCheckBox> {
+ public:
+  Check(int id, QWidget* parent) : PlacedWidget<QCheckBox>(id, true, parent) {
+    connect(this, &QCheckBox::clicked, this, [this] { SendCommand(Id(), kNotifyClick); });
+  }
+};
+
+// A label of one line is centred in its height and ends in an ellipsis where it must; a
+// higher one breaks at blanks from the top.
+class LabelWidget : public PlacedWidget<QLabel> {
+ public:
+  LabelWidget(int id, QWidget* parent) : PlacedWidget<QLabel>(id, false, parent) {
+    setTextFormat(Qt::PlainText);
+    colours.text = kLookText;
+    colours.background = kLookWindow;
+    colours.transparent = true;
+  }
+  ControlColours colours;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    if (!colours.transparent) painter.fillRect(rect(), ColourOf(colours.background));
+    painter.setPen(isEnabled() ? ColourOf(colours.text) : ColourOf(kLookDim));
+    const QFontMetrics metrics = fontMetrics();
+    const bool one = height() < 2 * metrics.lineSpacing();
+    if (!one) {
+      painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+      return;
+    }
+    const QString words = metrics.elidedText(text(), Qt::ElideRight, width());
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
+  }
+};
+
+class EditLineWidget : public PlacedWidget<QLineEdit> {
+ public:
+  EditLineWidget(int id, QWidget* parent) : PlacedWidget<QLineEdit>(id, true, parent) {
+    connect(this, &QLineEdit::textChanged, this, [this] {
+      if (Quiet::depth == 0) SendCommand(Id(), kNotifyEditChange);
+    });
+  }
+};
+
+class TextArea : public PlacedWidget<QPlainTextEdit> {
+ public:
+  TextArea(int id, bool log, QWidget* parent)
+      : PlacedWidget<QPlainTextEdit>(id, true, parent), log_(log) {
+    setTabChangesFocus(true);
+    if (log) {
+      setReadOnly(true);
+      setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+      setUndoRedoEnabled(false);
+    }
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+      if (Quiet::depth == 0) SendCommand(Id(), kNotifyEditChange);
+    });
+  }
+  int limit = 0;
+  bool IsLog() const { return log_; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enters = !event->text().isEmpty() &&
+                        (event->text().at(0).isPrint() || event->key() == Qt::Key_Return ||
+                         event->key() == Qt::Key_Enter);
+    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (enters && plain && Room() <= 0) return;
+    QPlainTextEdit::keyPressEvent(event);
+  }
+  void insertFromMimeData(const QMimeData* source) override {
+    if (!source->hasText() || isReadOnly()) return;
+    insertPlainText(source->text().left(std::max(0, Room())));
+  }
+  void wheelEvent(QWheelEvent* event) override {
+    // With Ctrl the toolkit would change the size of the letters.
+    if (event->modifiers().testFlag(Qt::ControlModifier)) return;
+    QPlainTextEdit::wheelEvent(event);
+  }
+
+ private:
+  int Room() const {
+    if (limit <= 0) return INT32_MAX;
+    const int length = document()->characterCount() - 1 + document()->blockCount() - 1;
+    const QTextCursor cursor = textCursor();
+    return limit - length + (cursor.selectionEnd() - cursor.selectionStart());
+  }
+  bool log_;
+};
+
+TextArea* AreaOf(int id) {
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr) return nullptr;
+  const bool area = row->kind == PlacedKind::MultiEdit || row->kind == PlacedKind::Log;
+  return area ? static_cast<TextArea*>(row->widget) : nullptr;
+}
+
+EditLineWidget* LineOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr && row->kind == PlacedKind::EditLine
+             ? static_cast<EditLineWidget*>(row->widget)
+             : nullptr;
+}
+
+QCheckBox* CheckOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr && row->kind == PlacedKind::CheckBox ? static_cast<QCheckBox*>(row->widget)
+                                                             : nullptr;
+}
+
+// "&" is a plain character in every caption.
+QString Caption(std::u16string_view text) {
+  QString caption = Text(text);
+  caption.replace(u'&', QStringLiteral("&&"));
+  return caption;
+}
+
+void PlaceCaption(Placed& row, std::u16string_view text) {
+  if (row.text == text) return;
+  row.text = text;
+  if (row.kind == PlacedKind::Label) static_cast<QLabel*>(row.widget)->setText(Text(text));
+  if (row.kind == PlacedKind::CheckBox) {
+    static_cast<QCheckBox*>(row.widget)->setText(Caption(text));
+  }
+  if (row.kind == PlacedKind::PushButton) {
+    static_cast<QPushButton*>(row.widget)->setText(Caption(text));
+  }
+  RefreshAccessibleName(row);
+}
+
+void PlaceLineText(EditLineWidget* line, int limit, std::u16string_view text) {
+  const Quiet quiet;
+  // The limit binds what is typed, never what the program sets.
+  const int length = static_cast<int>(text.size());
+  line->setMaxLength(std::max(limit > 0 ? limit : kNoLimit, length));
+  line->setText(Text(text));
+  line->setCursorPosition(0);
+}
+
+QWidget* MakeWidget(const ControlSpec& spec, QWidget* parent, PlacedKind& kind) {
+  switch (spec.kind) {
+    case ControlKind::PushButton:
+      kind = PlacedKind::PushButton;
+      return new Button(spec.id, parent);
+    case ControlKind::CheckBox:
+      kind = PlacedKind::CheckBox;
+      return new Check(spec.id, parent);
+    case ControlKind::Label:
+      kind = PlacedKind::Label;
+      return new LabelWidget(spec.id, parent);
+    case ControlKind::EditLine:
+      kind = PlacedKind::EditLine;
+      return new EditLineWidget(spec.id, parent);
+    case ControlKind::MultiEdit:
+      kind = PlacedKind::MultiEdit;
+      return new TextArea(spec.id, false, parent);
+    case ControlKind::Log:
+      kind = PlacedKind::Log;
+      return new TextArea(spec.id, true, parent);
+  }
+  return nullptr;
+}
+
+template <class Widget>
+void RunOn(Widget* widget, EditAction action) {
+  switch (action) {
+    case EditAction::Undo:
+      widget->undo();
+      break;
+    case EditAction::Redo:
+      widget->redo();
+      break;
+    case EditAction::Cut:
+      widget->cut();
+      break;
+    case EditAction::Copy:
+      widget->copy();
+      break;
+    case EditAction::Paste:
+      widget->paste();
+      break;
+    case EditAction::SelectAll:
+      widget->selectAll();
+      break;
+    case EditAction::Delete:
+      break;
+  }
+}
+
+}  // namespace
+
+void RefreshAccessibleName(const Placed& row) {
+  const QString name = Text(row.name.empty() ? row.text : row.name);
+  if (row.widget->accessibleName() != name) row.widget->setAccessibleName(name);
+}
+
+bool MakeControl(const ControlSpec& spec) {
+  QWidget* parent = ParentWidget(spec.parent);
+  if (parent == nullptr || FindPlaced(spec.id) != nullptr) return false;
+  Placed row;
+  row.id = spec.id;
+  row.widget = MakeWidget(spec, parent, row.kind);
+  if (row.widget == nullptr) return false;
+  const bool text = row.kind == PlacedKind::EditLine || row.kind == PlacedKind::MultiEdit ||
+                    row.kind == PlacedKind::Log;
+  if (text) PaintWith(row.widget, kLookText, kLookOutput);
+  row.widget->setCursor(text ? Qt::IBeamCursor : Qt::ArrowCursor);
+  if (!Settle(std::move(row), spec.accessibleName, FontOf(spec.font), spec.hidden)) return false;
+  SetText(spec.id, spec.text);
+  return true;
+}
+
+void SetText(int id, std::u16string_view text) {
+  Placed* row = FindPlaced(id);
+  if (row == nullptr) return;
+  if (EditLineWidget* line = LineOf(id)) {
+    PlaceLineText(line, row->textLimit, text);
+  } else if (TextArea* area = AreaOf(id)) {
+    const Quiet quiet;
+    area->setPlainText(Text(text));
+  } else {
+    PlaceCaption(*row, text);
+  }
+}
+
+std::u16string TextOf(int id) {
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr) return {};
+  if (const EditLineWidget* line = LineOf(id)) return Text16(line->text());
+  if (const TextArea* area = AreaOf(id)) return WithCrLf(area->toPlainText());
+  if (row->kind == PlacedKind::Editor) return EditorTextCopy(id);
+  return row->text;
+}
+
+void AppendText(int id, std::u16string_view text) {
+  TextArea* area = AreaOf(id);
+  if (area == nullptr) return;
+  const Quiet quiet;
+  QTextCursor end(area->document());
+  end.movePosition(QTextCursor::End);
+  end.insertText(Text(text));
+  if (!area->IsLog()) area->document()->clearUndoRedoStacks();
+  area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+}
+
+void SetTextLimit(int id, int units) {
+  Placed* row = FindPlaced(id);
+  if (row == nullptr) return;
+  row->textLimit = std::max(units, 0);
+  if (TextArea* area = AreaOf(id)) area->limit = row->textLimit;
+  if (EditLineWidget* line = LineOf(id)) {
+    const int length = static_cast<int>(line->text().size());
+    line->setMaxLength(std::max(units > 0 ? units : kNoLimit, length));
+  }
+}
+
+void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
+
+void SetChecked(int id, bool checked) {
+  const Quiet quiet;
+  if (QCheckBox* check = CheckOf(id)) check->setChecked(checked);
+}
+
+bool IsChecked(int id) { return CheckOf(id) != nullptr && CheckOf(id)->isChecked(); }
+
+void SetAccessibleName(int id, std::u16string_view name) {
+  Placed* row = FindPlaced(id);
+  if (row == nullptr) return;
+  row->name = name;
+  RefreshAccessibleName(*row);
+}
+
+std::u16string AccessibleName(int id) {
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr) return {};
+  return row->name.empty() ? row->text : row->name;
+}
+
+void SetToolTip(int id, std::u16string_view text) {
+  if (Placed* row = FindPlaced(id)) row->widget->setToolTip(Text(text));
+}
+
+void SetColours(int id, const ControlColours& colours) {
+  Placed* row = FindPlaced(id);
+  if (row == nullptr) return;
+  if (row->kind == PlacedKind::Label) {
+    auto* label = static_cast<LabelWidget*>(row->widget);
+    label->colours = colours;
+    label->update();
+    return;
+  }
+  PaintWith(row->widget, colours.text, colours.background);
+}
+
+bool IsTextControl(int id) {
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr) return false;
+  return row->kind == PlacedKind::EditLine || row->kind == PlacedKind::MultiEdit ||
+         row->kind == PlacedKind::Log || row->kind == PlacedKind::Editor;
+}
+
+void RunEditAction(int id, EditAction action) {
+  if (!IsTextControl(id)) return;
+  const Placed row = *FindPlaced(id);
+  if (EditLineWidget* line = LineOf(id)) {
+    if (action == EditAction::Delete) {
+      line->del();
+    } else {
+      RunOn(line, action);
+    }
+    return;
+  }
+  auto* area = static_cast<QPlainTextEdit*>(row.widget);
+  if (action == EditAction::Delete) {
+    if (!area->isReadOnly()) area->textCursor().deleteChar();
+  } else if (area->isReadOnly() && action != EditAction::Copy && action != EditAction::SelectAll) {
+    return;
+  } else {
+    RunOn(area, action);
+  }
+}
+
+}  // namespace platform

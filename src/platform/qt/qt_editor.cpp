@@ -1,0 +1,217 @@
+// The code editors by id, over the editor widget.
+
+#include "platform/qt/qt_editor.h"
+
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <algorithm>
+
+#include "platform/editor.h"
+
+namespace platform {
+
+EditorWidget* EditorOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr && row->kind == PlacedKind::Editor ? static_cast<EditorWidget*>(row->widget)
+                                                           : nullptr;
+}
+
+namespace {
+
+QTextBlock LineOf(const EditorWidget* editor, int line) {
+  return line >= 0 ? editor->document()->findBlockByNumber(line) : QTextBlock();
+}
+
+void MakeReadOnly(EditorWidget* editor, bool readOnly) {
+  editor->setReadOnly(readOnly);
+  // The caret still walks through a text that cannot be changed.
+  if (readOnly) {
+    editor->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  }
+}
+
+}  // namespace
+
+bool MakeEditor(const EditorSpec& spec) {
+  QWidget* parent = ParentWidget(spec.parent);
+  if (parent == nullptr || FindPlaced(spec.id) != nullptr) return false;
+  auto* editor = new EditorWidget(spec, parent);
+  if (spec.readOnly) MakeReadOnly(editor, true);
+  Placed row;
+  row.id = spec.id;
+  row.kind = PlacedKind::Editor;
+  row.widget = editor;
+  return Settle(std::move(row), spec.accessibleName, FontOf(FontRole::Code), spec.hidden);
+}
+
+std::u16string_view EditorText(int id) {
+  EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->Mirror() : std::u16string_view();
+}
+
+std::u16string EditorTextCopy(int id) { return std::u16string(EditorText(id)); }
+
+std::uint64_t EditorRevision(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->Revision() : 0;
+}
+
+void SetEditorText(int id, std::u16string_view text) {
+  if (EditorWidget* editor = EditorOf(id)) editor->SetWhole(text);
+}
+
+int EditorLength(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->Length() : 0;
+}
+
+EditorRange EditorSelection(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return EditorRange{};
+  const QTextCursor cursor = editor->textCursor();
+  return EditorRange{cursor.selectionStart(), cursor.selectionEnd()};
+}
+
+void SetEditorSelection(int id, EditorRange range) {
+  if (EditorWidget* editor = EditorOf(id)) editor->Select(range.from, range.to);
+}
+
+void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return;
+  QTextCursor cursor = editor->textCursor();
+  const int start = cursor.selectionStart();
+  const int before = editor->Length() - (cursor.selectionEnd() - start);
+  editor->Replace(cursor, text);
+  editor = EditorOf(id);
+  if (editor == nullptr) return;
+  if (!undoable) editor->document()->clearUndoRedoStacks();
+  const int end = start + editor->Length() - before;
+  if (editor->textCursor().position() != end || editor->textCursor().hasSelection()) {
+    editor->Select(end, end);
+  }
+}
+
+void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return;
+  const int length = editor->Length();
+  QTextCursor cursor(editor->document());
+  cursor.setPosition(std::clamp(range.from, 0, length));
+  cursor.setPosition(std::clamp(range.to, 0, length), QTextCursor::KeepAnchor);
+  editor->Replace(cursor, text);
+}
+
+bool UndoEditor(int id) {
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr || editor->isReadOnly() || !CanUndoEditor(id)) return false;
+  editor->undo();
+  return true;
+}
+
+bool RedoEditor(int id) {
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr || editor->isReadOnly()) return false;
+  if (!editor->document()->isRedoAvailable()) return false;
+  editor->redo();
+  return true;
+}
+
+bool CanUndoEditor(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr && editor->document()->isUndoAvailable();
+}
+
+void SetEditorReadOnly(int id, bool readOnly) {
+  EditorWidget* editor = EditorOf(id);
+  if (editor != nullptr && editor->isReadOnly() != readOnly) MakeReadOnly(editor, readOnly);
+}
+
+int EditorLineCount(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->document()->blockCount() : 0;
+}
+
+int EditorLineStart(int id, int line) {
+  const EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr || line < 0) return 0;
+  const QTextBlock block = LineOf(editor, line);
+  return block.isValid() ? block.position() : editor->Length();
+}
+
+int EditorLineLength(int id, int line) {
+  const EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return 0;
+  const QTextBlock block = LineOf(editor, line);
+  return block.isValid() ? block.length() - 1 : 0;
+}
+
+int EditorLineOf(int id, int position) {
+  const EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return 0;
+  const int clamped = std::clamp(position, 0, editor->Length());
+  return editor->document()->findBlock(clamped).blockNumber();
+}
+
+int FirstVisibleLine(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->FirstLine() : 0;
+}
+
+int VisibleLineCount(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? std::max(1, editor->viewport()->height() / kEditorLineHeight) : 0;
+}
+
+void ScrollToLine(int id, int line) {
+  if (EditorWidget* editor = EditorOf(id)) editor->verticalScrollBar()->setValue(line);
+}
+
+void ScrollCaretIntoView(int id) {
+  if (EditorWidget* editor = EditorOf(id)) editor->ensureCursorVisible();
+}
+
+int PositionAt(int id, int x, int y) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->PositionAtPoint(x, y) : 0;
+}
+
+Point PointOfPosition(int id, int position) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? editor->PointOf(position) : Point{};
+}
+
+void MarkEditorLine(int id, int line, Colour band) {
+  if (EditorWidget* editor = EditorOf(id)) editor->Mark(line, band);
+}
+
+void SetLineRuns(int id, int line, const ColourRun* runs, int count) {
+  if (EditorWidget* editor = EditorOf(id)) editor->SetRuns(line, runs, count);
+}
+
+int LineRuns(int id, int line, ColourRun* runs, int capacity) {
+  const EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return 0;
+  const QTextBlock block = LineOf(editor, line);
+  if (!block.isValid()) return 0;
+  const QList<QTextLayout::FormatRange> formats = block.layout()->formats();
+  const int count = static_cast<int>(formats.size());
+  for (int i = 0; i < std::min(count, capacity); ++i) {
+    const QTextLayout::FormatRange& range = formats.at(i);
+    runs[i] =
+        ColourRun{range.start, range.length, range.format.foreground().color().rgb() & 0xFFFFFFu,
+                  range.format.fontWeight() >= QFont::Bold};
+  }
+  return count;
+}
+
+void HoldEditorRedraw(int id, bool hold) {
+  if (EditorWidget* editor = EditorOf(id)) editor->Hold(hold);
+}
+
+void FreezeEditorUndo(int id, bool freeze) {
+  if (EditorWidget* editor = EditorOf(id)) editor->Freeze(freeze);
+}
+
+}  // namespace platform

@@ -1,0 +1,72 @@
+// The editor widget: a plain-text edit with a mirror of its text in CR LF.
+//
+// The document is the truth. The mirror follows it lazily: every change only narrows the
+// stretches at both ends that are known to be equal, and a read copies what lies between.
+#pragma once
+
+#include <QAbstractTextDocumentLayout>
+#include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <string>
+#include <string_view>
+
+#include "platform/editor.h"
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+// Text with CR LF for every line end, and nothing that the toolkit's document takes for a
+// line end or frame of its own.
+std::u16string NormalLines(std::u16string_view text);
+
+class EditorWidget : public PlacedWidget<QPlainTextEdit> {
+ public:
+  EditorWidget(const EditorSpec& spec, QWidget* parent);
+
+  std::u16string_view Mirror();
+  std::uint64_t Revision() const { return revision_; }
+  void SetWhole(std::u16string_view text);
+  void Select(int anchor, int caret);
+  void Replace(QTextCursor cursor, std::u16string_view text);
+  void SetRuns(int line, const ColourRun* runs, int count);
+  void Hold(bool hold);
+  void Freeze(bool freeze) { frozen_ += freeze ? 1 : (frozen_ > 0 ? -1 : 0); }
+  bool Frozen() const { return frozen_ > 0; }
+  void Mark(int line, Colour band);
+  int FirstLine() const { return firstVisibleBlock().blockNumber(); }
+  int PositionAtPoint(int x, int y) const;
+  Point PointOf(int position) const;
+  int Length() const { return document()->characterCount() - 1; }
+
+ protected:
+  bool focusNextPrevChild(bool next) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void insertFromMimeData(const QMimeData* source) override;
+
+ private:
+  void DocumentChanged(int from, int removed, int added);
+  void TellSelection();
+  void TellTyped(const QString& characters);
+  void FlushRuns();
+
+  std::u16string mirror_;
+  std::uint64_t revision_ = 0;
+  bool mirrorStale_ = false;
+  int samePrefix_ = 0;  // positions at the front that mirror and document share
+  int sameSuffix_ = 0;  // and at the end
+  bool settingWhole_ = false;
+  bool textChanged_ = false;
+  int lastAnchor_ = 0;
+  int lastCaret_ = 0;
+  int holds_ = 0;
+  int frozen_ = 0;
+  int runsFrom_ = -1;  // positions whose colours changed and are not painted yet
+  int runsTo_ = -1;
+};
+
+EditorWidget* EditorOf(int id);
+
+}  // namespace platform

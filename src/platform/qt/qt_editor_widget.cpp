@@ -1,0 +1,321 @@
+// The editor widget: lines of one height, the mirror, keys and colours.
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QPlainTextDocumentLayout>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "platform/control.h"
+#include "platform/qt/qt_editor.h"
+
+namespace platform {
+
+namespace {
+
+// Every line is as high as the gutter's pitch, also one with characters of another face.
+class EvenLayout : public QPlainTextDocumentLayout {
+ public:
+  using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
+  QRectF blockBoundingRect(const QTextBlock& block) const override {
+    QRectF place = QPlainTextDocumentLayout::blockBoundingRect(block);
+    if (block.isVisible()) place.setHeight(kEditorLineHeight);
+    return place;
+  }
+};
+
+// Characters that the document would take for a line end or the edge of a frame.
+bool IsForeign(char16_t c) {
+  return c == 0x2028 || c == 0x2029 || c == 0xFDD0 || c == 0xFDD1 || c == 0;
+}
+
+}  // namespace
+
+std::u16string NormalLines(std::u16string_view text) {
+  std::u16string out;
+  out.reserve(text.size() + text.size() / 16);
+  std::size_t plain = 0;
+  const auto flush = [&](std::size_t end) { out.append(text, plain, end - plain); };
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t c = text[i];
+    if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
+      ++i;
+    } else if (c == u'\r' || c == u'\n') {
+      flush(i);
+      out.append(u"\r\n");
+      plain = i + 1;
+    } else if (IsForeign(c)) {
+      flush(i);
+      out.push_back(u'\uFFFD');
+      plain = i + 1;
+    }
+  }
+  flush(text.size());
+  return out;
+}
+
+EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
+    : PlacedWidget<QPlainTextEdit>(spec.id, true, parent) {
+  auto* text = new QTextDocument(this);
+  text->setDocumentLayout(new EvenLayout(text));
+  text->setDefaultFont(FontOf(FontRole::Code));
+  // The room above the first line is the view's, so that it stays when the text scrolls.
+  text->setDocumentMargin(0);
+  setDocument(text);
+  setViewportMargins(kEditorTop, kEditorTop, 0, 0);
+  setLineWrapMode(QPlainTextEdit::NoWrap);
+  setFrameShape(QFrame::NoFrame);
+  setAutoFillBackground(true);
+  PaintWith(this, spec.text, spec.background);
+  QPalette colours = palette();
+  colours.setColor(QPalette::Window, ColourOf(spec.background));
+  setPalette(colours);
+  connect(text, &QTextDocument::contentsChange, this,
+          [this](int from, int removed, int added) { DocumentChanged(from, removed, added); });
+  connect(this, &QPlainTextEdit::textChanged, this, [this] {
+    if (!textChanged_ || settingWhole_) return;
+    textChanged_ = false;
+    SendCommand(Id(), kNotifyEditChange);
+  });
+  connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { TellSelection(); });
+  connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this,
+          [this] { SendCommand(Id(), kNotifyVScroll); });
+  connect(horizontalScrollBar(), &QScrollBar::valueChanged, this,
+          [this] { SendCommand(Id(), kNotifyHScroll); });
+}
+
+void EditorWidget::DocumentChanged(int from, int removed, int added) {
+  if (removed == 0 && added == 0) return;
+  ++revision_;
+  textChanged_ = true;
+  if (settingWhole_) return;
+  const int behind = std::max(0, Length() - from - added);
+  if (!mirrorStale_) {
+    mirrorStale_ = true;
+    samePrefix_ = from;
+    sameSuffix_ = behind;
+    return;
+  }
+  samePrefix_ = std::min(samePrefix_, from);
+  sameSuffix_ = std::min(sameSuffix_, behind);
+}
+
+std::u16string_view EditorWidget::Mirror() {
+  if (!mirrorStale_) return mirror_;
+  mirrorStale_ = false;
+  const QTextDocument* text = document();
+  const int length = Length();
+  const int from = std::clamp(samePrefix_, 0, length);
+  const int to = std::clamp(length - sameSuffix_, from, length);
+  // A line end is one position and two units of the mirror.
+  const auto breaksTo = [text](int position) { return text->findBlock(position).blockNumber(); };
+  const std::size_t head = static_cast<std::size_t>(from + breaksTo(from));
+  const std::size_t tail =
+      static_cast<std::size_t>(length - to + text->blockCount() - 1 - breaksTo(to));
+  std::u16string middle;
+  middle.reserve(static_cast<std::size_t>(to - from) + 16);
+  QTextCursor cursor(document());
+  cursor.setPosition(from);
+  cursor.setPosition(to, QTextCursor::KeepAnchor);
+  for (const QChar c : cursor.selectedText()) {
+    if (c == QChar::ParagraphSeparator) {
+      middle.append(u"\r\n");
+    } else {
+      middle.push_back(c.unicode());
+    }
+  }
+  if (head + tail <= mirror_.size()) {
+    mirror_.replace(head, mirror_.size() - head - tail, middle);
+  } else {
+    mirror_ = NormalLines(Text16(document()->toPlainText()));
+  }
+  return mirror_;
+}
+
+void EditorWidget::SetWhole(std::u16string_view text) {
+  settingWhole_ = true;
+  const std::uint64_t before = revision_;
+  mirror_ = NormalLines(text);
+  mirrorStale_ = false;
+  // No copy: the document takes its own while it builds the lines.
+  document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
+                                                static_cast<qsizetype>(mirror_.size())));
+  revision_ = before + 1;
+  runsFrom_ = runsTo_ = -1;
+  QTextCursor start(document());
+  setTextCursor(start);
+  verticalScrollBar()->setValue(0);
+  horizontalScrollBar()->setValue(0);
+  textChanged_ = false;
+  settingWhole_ = false;
+  SendCommand(Id(), kNotifyEditChange);
+}
+
+void EditorWidget::Select(int anchor, int caret) {
+  const int length = Length();
+  QTextCursor cursor(document());
+  cursor.setPosition(std::clamp(anchor, 0, length));
+  cursor.setPosition(std::clamp(caret, 0, length), QTextCursor::KeepAnchor);
+  setTextCursor(cursor);
+}
+
+void EditorWidget::Replace(QTextCursor cursor, std::u16string_view text) {
+  const std::u16string normal = NormalLines(text);
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  cursor.insertText(Text(normal));
+  cursor.endEditBlock();
+  if (Frozen()) document()->clearUndoRedoStacks();
+}
+
+void EditorWidget::TellSelection() {
+  const QTextCursor cursor = textCursor();
+  if (settingWhole_ && cursor.position() != 0) return;
+  if (cursor.anchor() == lastAnchor_ && cursor.position() == lastCaret_) return;
+  lastAnchor_ = cursor.anchor();
+  lastCaret_ = cursor.position();
+  if (Listener().selection != nullptr) Listener().selection(Id());
+}
+
+void EditorWidget::TellTyped(const QString& characters) {
+  if (Listener().typed == nullptr) return;
+  const QPointer<QWidget> self(this);
+  if (characters.isEmpty()) {
+    Listener().typed(Id(), 0);
+    return;
+  }
+  for (const QChar c : characters) {
+    if (!self.isNull()) Listener().typed(Id(), c == u'\r' ? u'\n' : c.unicode());
+  }
+}
+
+bool EditorWidget::focusNextPrevChild(bool next) {
+  // Tab is a character here; Shift+Tab and Ctrl+Tab leave the editor, and Tab as well where
+  // nothing can be written.
+  return (!next || isReadOnly()) && QWidget::focusNextPrevChild(next);
+}
+
+void EditorWidget::keyPressEvent(QKeyEvent* event) {
+  const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
+  if (event->key() == Qt::Key_Backtab || (event->key() == Qt::Key_Tab && ctrl)) {
+    QWidget::focusNextPrevChild(event->key() == Qt::Key_Tab);
+    return;
+  }
+  const std::uint64_t before = revision_;
+  const QPointer<QWidget> self(this);
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (ctrl && event->key() == Qt::Key_Y && !isReadOnly()) {
+    redo();
+  } else if (enter && !isReadOnly()) {
+    // Also with Shift, which the toolkit would make a soft line end.
+    QKeyEvent plain(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+    QPlainTextEdit::keyPressEvent(&plain);
+    event->accept();
+  } else {
+    QPlainTextEdit::keyPressEvent(event);
+  }
+  if (self.isNull() || revision_ == before) return;
+  QString typed = event->text();
+  if (enter) typed = QStringLiteral("\n");
+  const bool character = !typed.isEmpty() && !ctrl &&
+                         (typed.at(0).isPrint() || typed.at(0) == u'\n' || typed.at(0) == u'\t');
+  TellTyped(character ? typed : QString());
+}
+
+void EditorWidget::inputMethodEvent(QInputMethodEvent* event) {
+  const QPointer<QWidget> self(this);
+  const QString typed = event->commitString();
+  const bool enabled = !isReadOnly();
+  QPlainTextEdit::inputMethodEvent(event);
+  if (!self.isNull() && enabled && !typed.isEmpty()) TellTyped(typed);
+}
+
+void EditorWidget::wheelEvent(QWheelEvent* event) {
+  // With Ctrl the toolkit would change the size of the letters.
+  if (event->modifiers().testFlag(Qt::ControlModifier)) return;
+  QPlainTextEdit::wheelEvent(event);
+}
+
+void EditorWidget::insertFromMimeData(const QMimeData* source) {
+  if (isReadOnly() || !source->hasText()) return;
+  const std::u16string text = Text16(source->text());
+  QTextCursor cursor = textCursor();
+  Replace(cursor, text);
+  ensureCursorVisible();
+}
+
+// Colours go on as formats of the line's layout. Each change leaves a note in the document
+// that would widen the next edit, so the notes are worked off when the colouring ends.
+void EditorWidget::SetRuns(int line, const ColourRun* runs, int count) {
+  const QTextBlock block = document()->findBlockByNumber(line);
+  if (!block.isValid()) return;
+  const QTextLayout* known = block.layout();
+  if (count <= 0 && known->formats().isEmpty()) return;
+  QList<QTextLayout::FormatRange> formats;
+  formats.reserve(count);
+  for (int i = 0; i < count; ++i) {
+    QTextLayout::FormatRange range;
+    range.start = runs[i].from;
+    range.length = runs[i].length;
+    range.format.setForeground(ColourOf(runs[i].colour));
+    if (runs[i].bold) range.format.setFontWeight(QFont::Bold);
+    formats.append(range);
+  }
+  if (known->formats() == formats) return;
+  block.layout()->setFormats(formats);
+  const int end = block.position() + block.length();
+  runsFrom_ = runsFrom_ < 0 ? block.position() : std::min(runsFrom_, block.position());
+  runsTo_ = std::max(runsTo_, end);
+  if (holds_ == 0) FlushRuns();
+}
+
+void EditorWidget::FlushRuns() {
+  if (runsFrom_ < 0) return;
+  const int from = std::min(runsFrom_, Length());
+  const int to = std::min(runsTo_, Length() + 1);
+  runsFrom_ = runsTo_ = -1;
+  // Told to the layout alone: no change of the text is announced.
+  document()->markContentsDirty(from, std::max(0, to - from));
+}
+
+void EditorWidget::Hold(bool hold) {
+  if (hold) {
+    if (holds_++ == 0) setUpdatesEnabled(false);
+    return;
+  }
+  if (holds_ == 0 || --holds_ > 0) return;
+  FlushRuns();
+  setUpdatesEnabled(true);
+}
+
+void EditorWidget::Mark(int line, Colour band) {
+  QList<QTextEdit::ExtraSelection> marks;
+  const QTextBlock block = document()->findBlockByNumber(line);
+  if (line >= 0 && block.isValid()) {
+    QTextEdit::ExtraSelection mark;
+    mark.cursor = QTextCursor(block);
+    mark.format.setBackground(ColourOf(band));
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+    marks.append(mark);
+  }
+  if (marks.isEmpty() && extraSelections().isEmpty()) return;
+  setExtraSelections(marks);
+}
+
+int EditorWidget::PositionAtPoint(int x, int y) const {
+  return cursorForPosition(viewport()->mapFrom(this, QPoint(x, y))).position();
+}
+
+Point EditorWidget::PointOf(int position) const {
+  QTextCursor cursor(document());
+  cursor.setPosition(std::clamp(position, 0, Length()));
+  const QPoint at = viewport()->mapTo(this, cursorRect(cursor).topLeft());
+  return Point{at.x(), at.y()};
+}
+
+}  // namespace platform

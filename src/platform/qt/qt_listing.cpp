@@ -1,0 +1,388 @@
+// List boxes over a plain table of rows, and combos.
+
+#include <QAbstractItemDelegate>
+#include <QAbstractListModel>
+#include <QComboBox>
+#include <QListView>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <vector>
+
+#include "platform/listing.h"
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+namespace {
+
+struct Row {
+  QString text;
+  std::int64_t data = 0;
+};
+
+class RowModel : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+  std::vector<Row> rows;
+
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override {
+    return parent.isValid() ? 0 : static_cast<int>(rows.size());
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    const bool text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
+    if (!text || !index.isValid() || index.row() >= rowCount()) return QVariant();
+    return rows[static_cast<std::size_t>(index.row())].text;
+  }
+  void Append(Row row) {
+    beginInsertRows(QModelIndex(), rowCount(), rowCount());
+    rows.push_back(std::move(row));
+    endInsertRows();
+  }
+  void Clear() {
+    beginResetModel();
+    rows.clear();
+    endResetModel();
+  }
+  void Touch(int row) { Q_EMIT dataChanged(index(row), index(row)); }
+};
+
+class RowDelegate : public QAbstractItemDelegate {
+ public:
+  RowDelegate(int id, int rowHeight, bool ownerDrawn, QObject* parent)
+      : QAbstractItemDelegate(parent), id_(id), rowHeight_(rowHeight), ownerDrawn_(ownerDrawn) {}
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
+    return QSize(1, rowHeight_);
+  }
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    Canvas canvas;
+    canvas.painter = painter;
+    canvas.area = RectFrom(option.rect);
+    DrawState state;
+    state.area = canvas.area;
+    state.row = index.row();
+    state.selected = option.state.testFlag(QStyle::State_Selected);
+    state.focused = option.state.testFlag(QStyle::State_HasFocus);
+    state.enabled = option.state.testFlag(QStyle::State_Enabled);
+    state.hovered = option.state.testFlag(QStyle::State_MouseOver);
+    painter->save();
+    painter->setClipRect(option.rect, Qt::IntersectClip);
+    if (ownerDrawn_ && Listener().drawItem != nullptr) {
+      Listener().drawItem(id_, state, canvas);
+    } else {
+      PaintPlain(painter, option, state, index);
+    }
+    painter->restore();
+  }
+
+ private:
+  void PaintPlain(QPainter* painter, const QStyleOptionViewItem& option, const DrawState& state,
+                  const QModelIndex& index) const {
+    const QPalette& palette = option.palette;
+    painter->fillRect(option.rect, state.selected ? palette.highlight() : palette.base());
+    painter->setFont(option.font);
+    painter->setPen(palette.color(state.selected ? QPalette::HighlightedText : QPalette::Text));
+    const QRect area = option.rect.adjusted(6, 0, -6, 0);
+    const QString words = option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(),
+                                                        Qt::ElideRight, area.width());
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
+    if (!state.focused) return;
+    painter->setPen(ColourOf(kLookBright));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+  }
+  int id_;
+  int rowHeight_;
+  bool ownerDrawn_;
+};
+
+class ListBox : public PlacedWidget<QListView> {
+ public:
+  ListBox(const ListSpec& spec, QWidget* parent)
+      : PlacedWidget<QListView>(spec.id, true, parent), model_(new RowModel(this)) {
+    setItemDelegate(new RowDelegate(spec.id, spec.rowHeight, spec.ownerDrawn, this));
+    setUniformItemSizes(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionMode(spec.kind == ListKind::Multi ? QAbstractItemView::ExtendedSelection
+                                                  : QAbstractItemView::SingleSelection);
+    viewport()->setAttribute(Qt::WA_Hover);
+    setModel(model_);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+      changed_ = true;
+      if (Quiet::depth == 0 && !pressing_) SendCommand(Id(), kNotifyListSelect);
+    });
+  }
+  RowModel* Rows() { return model_; }
+  // Rows that came or went since the last painting have their places.
+  void PlaceRows() { executeDelayedItemsLayout(); }
+
+ protected:
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override {
+    if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+    if (selectionMode() == QAbstractItemView::SingleSelection) {
+      return QItemSelectionModel::ClearAndSelect;
+    }
+    return QListView::selectionCommand(index, event);
+  }
+  void mousePressEvent(QMouseEvent* event) override {
+    // Only the left button chooses; the right one asks for a menu on the row under it.
+    if (event->button() != Qt::LeftButton) return;
+    const QPointer<QWidget> self(this);
+    const bool row = indexAt(event->pos()).isValid();
+    pressing_ = true;
+    QListView::mousePressEvent(event);
+    pressing_ = false;
+    // A press on the row that is chosen already is told as well.
+    if (row && Quiet::depth == 0) SendCommand(Id(), kNotifyListSelect);
+    if (!self.isNull()) pressed_ = row;
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton) return;
+    QListView::mouseReleaseEvent(event);
+    const QModelIndex index = indexAt(event->pos());
+    const bool told = pressed_ && index.isValid();
+    pressed_ = false;
+    if (told && Listener().listClick != nullptr) {
+      Listener().listClick(Id(), index.row(), event->pos().x(), event->pos().y());
+    }
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton || !indexAt(event->pos()).isValid()) return;
+    SendCommand(Id(), kNotifyListDouble);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter) {
+      if (currentIndex().isValid()) SendCommand(Id(), kNotifyListDouble);
+      return;
+    }
+    QListView::keyPressEvent(event);
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+      const QPoint at = viewport()->mapFromGlobal(event->globalPos());
+      AskContextMenu(Id(), this, event, indexAt(at).row(), nullptr);
+      return;
+    }
+    const QRect place = visualRect(currentIndex());
+    const QPoint local = place.isValid() ? place.center() : rect().center();
+    AskContextMenu(Id(), this, event, currentIndex().row(), &local);
+  }
+
+ private:
+  RowModel* model_;
+  bool changed_ = false;
+  bool pressing_ = false;
+  bool pressed_ = false;
+};
+
+class Combo : public PlacedWidget<QComboBox> {
+ public:
+  Combo(const ListSpec& spec, QWidget* parent)
+      : PlacedWidget<QComboBox>(spec.id, true, parent), rowHeight_(spec.rowHeight) {
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(0);
+    setMinimumSize(0, 0);
+    setFocusPolicy(Qt::StrongFocus);
+    setMaxVisibleItems(16);
+    connect(this, &QComboBox::currentIndexChanged, this, [this] {
+      if (Quiet::depth == 0) SendCommand(Id(), kNotifyComboSelect);
+    });
+  }
+  std::vector<std::int64_t> numbers;
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override {
+    // Without the keyboard the wheel belongs to what lies around the combo.
+    if (hasFocus()) {
+      QComboBox::wheelEvent(event);
+    } else {
+      event->ignore();
+    }
+  }
+  void showPopup() override {
+    // The popup list is made on first use only.
+    if (!dressed_) {
+      dressed_ = true;
+      setItemDelegate(new RowDelegate(0, std::max(rowHeight_, 24), false, this));
+      view()->setFont(font());
+      view()->setAccessibleName(accessibleName());
+    }
+    QComboBox::showPopup();
+  }
+
+ private:
+  int rowHeight_;
+  bool dressed_ = false;
+};
+
+ListBox* BoxOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr && row->kind == PlacedKind::List ? static_cast<ListBox*>(row->widget)
+                                                         : nullptr;
+}
+
+Combo* ComboOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr && row->kind == PlacedKind::Combo ? static_cast<Combo*>(row->widget)
+                                                          : nullptr;
+}
+
+bool HasRow(int id, int row) { return row >= 0 && row < RowCount(id); }
+
+std::size_t At(int row) { return static_cast<std::size_t>(row); }
+
+}  // namespace
+
+bool MakeList(const ListSpec& spec) {
+  QWidget* parent = ParentWidget(spec.parent);
+  if (parent == nullptr || FindPlaced(spec.id) != nullptr) return false;
+  Placed row;
+  row.id = spec.id;
+  if (spec.kind == ListKind::Combo) {
+    row.kind = PlacedKind::Combo;
+    row.widget = new Combo(spec, parent);
+  } else {
+    row.kind = PlacedKind::List;
+    row.widget = new ListBox(spec, parent);
+  }
+  row.widget->setCursor(Qt::ArrowCursor);
+  return Settle(std::move(row), spec.accessibleName, FontOf(spec.font), spec.hidden);
+}
+
+int AddRow(int id, std::u16string_view text, std::int64_t data) {
+  const Quiet quiet;
+  if (ListBox* box = BoxOf(id)) {
+    box->Rows()->Append(Row{Text(text), data});
+  } else if (Combo* combo = ComboOf(id)) {
+    const int kept = combo->currentIndex();
+    combo->numbers.push_back(data);
+    combo->addItem(Text(text));
+    // The toolkit would choose the first row by itself.
+    combo->setCurrentIndex(kept);
+  } else {
+    return -1;
+  }
+  return RowCount(id) - 1;
+}
+
+void ClearRows(int id) {
+  const Quiet quiet;
+  if (ListBox* box = BoxOf(id)) box->Rows()->Clear();
+  if (Combo* combo = ComboOf(id)) {
+    combo->clear();
+    combo->numbers.clear();
+  }
+}
+
+int RowCount(int id) {
+  if (ListBox* box = BoxOf(id)) return box->Rows()->rowCount();
+  if (const Combo* combo = ComboOf(id)) return combo->count();
+  return 0;
+}
+
+void SetRowText(int id, int row, std::u16string_view text) {
+  if (!HasRow(id, row)) return;
+  if (ListBox* box = BoxOf(id)) {
+    box->Rows()->rows[At(row)].text = Text(text);
+    box->Rows()->Touch(row);
+  }
+  if (Combo* combo = ComboOf(id)) combo->setItemText(row, Text(text));
+}
+
+std::u16string RowText(int id, int row) {
+  if (!HasRow(id, row)) return {};
+  if (ListBox* box = BoxOf(id)) return Text16(box->Rows()->rows[At(row)].text);
+  return Text16(ComboOf(id)->itemText(row));
+}
+
+std::int64_t RowData(int id, int row) {
+  if (!HasRow(id, row)) return 0;
+  if (ListBox* box = BoxOf(id)) return box->Rows()->rows[At(row)].data;
+  return ComboOf(id)->numbers[At(row)];
+}
+
+void SetRowData(int id, int row, std::int64_t data) {
+  if (!HasRow(id, row)) return;
+  if (ListBox* box = BoxOf(id)) {
+    box->Rows()->rows[At(row)].data = data;
+    box->Rows()->Touch(row);
+  } else {
+    ComboOf(id)->numbers[At(row)] = data;
+  }
+}
+
+int SelectedRow(int id) {
+  if (const ListBox* box = BoxOf(id)) return box->currentIndex().row();
+  if (const Combo* combo = ComboOf(id)) return combo->currentIndex();
+  return -1;
+}
+
+void SelectRow(int id, int row) {
+  const Quiet quiet;
+  if (ListBox* box = BoxOf(id)) {
+    if (!HasRow(id, row)) {
+      box->selectionModel()->clear();
+      return;
+    }
+    const QModelIndex index = box->Rows()->index(row);
+    box->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    box->scrollTo(index);
+  }
+  if (Combo* combo = ComboOf(id)) combo->setCurrentIndex(HasRow(id, row) ? row : -1);
+}
+
+bool IsRowSelected(int id, int row) {
+  if (!HasRow(id, row)) return false;
+  if (ListBox* box = BoxOf(id)) {
+    return box->selectionModel()->isSelected(box->Rows()->index(row));
+  }
+  return ComboOf(id)->currentIndex() == row;
+}
+
+void SetRowSelected(int id, int row, bool selected) {
+  ListBox* box = BoxOf(id);
+  if (box == nullptr || !HasRow(id, row)) return;
+  if (box->selectionMode() != QAbstractItemView::ExtendedSelection) return;
+  const Quiet quiet;
+  const QModelIndex index = box->Rows()->index(row);
+  box->selectionModel()->select(
+      index, selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect);
+  if (selected) box->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+}
+
+int TopRow(int id) {
+  ListBox* box = BoxOf(id);
+  if (box == nullptr) return 0;
+  box->PlaceRows();
+  return box->verticalScrollBar()->value();
+}
+
+void SetTopRow(int id, int row) {
+  ListBox* box = BoxOf(id);
+  if (box == nullptr) return;
+  box->PlaceRows();
+  box->verticalScrollBar()->setValue(row);
+}
+
+Rect RowPlace(int id, int row) {
+  ListBox* box = BoxOf(id);
+  if (box == nullptr || !HasRow(id, row)) return Rect{};
+  box->PlaceRows();
+  const QRect place = box->visualRect(box->Rows()->index(row));
+  if (!place.isValid() || !place.intersects(box->viewport()->rect())) return Rect{};
+  return RectFrom(place);
+}
+
+void HoldListRedraw(int id, bool hold) {
+  Placed* row = FindPlaced(id);
+  if (row != nullptr) row->widget->setUpdatesEnabled(!hold);
+}
+
+}  // namespace platform

@@ -1,0 +1,209 @@
+// The dark look of the toolkit's own parts: style, palette, fonts, icon.
+//
+// What the application draws itself it draws through the canvas. Here is only what the
+// toolkit draws: scroll bars, edit frames, check boxes, combos, menus, boxes and dialogs.
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+#include <QTextLayout>
+#include <QToolTip>
+#include <cmath>
+
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int kMenuRow = 30;  // pixels
+QFont fonts[5];
+
+class DarkStyle : public QProxyStyle {
+ public:
+  DarkStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    switch (hint) {
+      case SH_DialogButtonLayout:
+        return 0;  // Yes, No, Cancel from the left on every desktop
+      case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
+      case SH_ComboBox_Popup:
+        return 0;  // the list opens below its combo
+      case SH_ScrollBar_Transient:
+        return 0;
+      case SH_Widget_Animate:
+      case SH_Widget_Animation_Duration:
+        return 0;
+      default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+  }
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    if (metric == PM_TextCursorWidth) return 2;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override {
+    QSize answer = QProxyStyle::sizeFromContents(type, option, size, widget);
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (type == CT_MenuItem && item != nullptr &&
+        item->menuItemType != QStyleOptionMenuItem::Separator) {
+      answer.setHeight(std::max(answer.height(), kMenuRow));
+    }
+    return answer;
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element == PE_FrameFocusRect) {
+      painter->save();
+      painter->setRenderHint(QPainter::Antialiasing, false);
+      painter->setBrush(Qt::NoBrush);
+      painter->setPen(ColourOf(kLookBright));
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+      painter->restore();
+      return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+};
+
+QPalette DarkPalette() {
+  QPalette palette;
+  const QColor text = ColourOf(kLookText);
+  const QColor dim = ColourOf(kLookDim);
+  palette.setColor(QPalette::Window, ColourOf(kLookWindow));
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Base, ColourOf(kLookInput));
+  palette.setColor(QPalette::AlternateBase, ColourOf(kLookPanel));
+  palette.setColor(QPalette::Text, text);
+  palette.setColor(QPalette::PlaceholderText, dim);
+  palette.setColor(QPalette::Button, QColor(0x0B, 0x2A, 0x3E));
+  palette.setColor(QPalette::ButtonText, text);
+  palette.setColor(QPalette::BrightText, Qt::white);
+  palette.setColor(QPalette::Highlight, ColourOf(kLookAccent));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, ColourOf(kLookBright));
+  palette.setColor(QPalette::LinkVisited, ColourOf(kLookBright));
+  palette.setColor(QPalette::ToolTipBase, ColourOf(kLookPanel));
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::Light, QColor(0x1A, 0x45, 0x60));
+  palette.setColor(QPalette::Midlight, QColor(0x12, 0x36, 0x4E));
+  palette.setColor(QPalette::Mid, QColor(0x08, 0x20, 0x30));
+  palette.setColor(QPalette::Dark, QColor(0x01, 0x0A, 0x11));
+  palette.setColor(QPalette::Shadow, Qt::black);
+  for (const QPalette::ColorRole role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(0x5C, 0x73, 0x89));
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x12, 0x36, 0x4E));
+  return palette;
+}
+
+QString FirstOf(const QStringList& present, const QStringList& wanted) {
+  for (const QString& family : wanted) {
+    if (present.contains(family, Qt::CaseInsensitive)) return family;
+  }
+  return QString();
+}
+
+QFont MakeFont(const QString& family, int pixels, QFont::Weight weight) {
+  QFont font;
+  if (!family.isEmpty()) font.setFamily(family);
+  font.setPixelSize(pixels);
+  font.setWeight(weight);
+  return font;
+}
+
+double LineHeight(const QFont& font) {
+  QTextLayout layout(QStringLiteral("G01"), font);
+  layout.beginLayout();
+  QTextLine line = layout.createLine();
+  line.setLeadingIncluded(true);
+  line.setLineWidth(1000);
+  layout.endLayout();
+  return line.height();
+}
+
+// Code lines stand 20 pixels apart. The wanted size is 17; a face that comes out higher or
+// lower gets the nearest size that fits the pitch best without passing it.
+QFont MakeCodeFont(const QString& family) {
+  QFont best = MakeFont(family, 17, QFont::Normal);
+  best.setStyleHint(QFont::Monospace, QFont::PreferMatch);
+  best.setFixedPitch(true);
+  double bestHeight = LineHeight(best);
+  for (int pixels = 19; pixels >= 12 && bestHeight != kEditorLineHeight; --pixels) {
+    QFont font = best;
+    font.setPixelSize(pixels);
+    const double height = LineHeight(font);
+    if (height <= kEditorLineHeight && (bestHeight > kEditorLineHeight || height > bestHeight)) {
+      best = font;
+      bestHeight = height;
+    }
+  }
+  return best;
+}
+
+void MakeFonts() {
+  const QStringList present = QFontDatabase::families();
+  const QString face =
+      FirstOf(present, {QStringLiteral("Segoe UI"), QStringLiteral("Open Sans"),
+                        QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")});
+  const QString code = FirstOf(present, {QStringLiteral("Consolas"), QStringLiteral("Inconsolata"),
+                                         QStringLiteral("DejaVu Sans Mono")});
+  fonts[static_cast<int>(FontRole::Body)] = MakeFont(face, 16, QFont::Normal);
+  fonts[static_cast<int>(FontRole::Emphasis)] = MakeFont(face, 16, QFont::DemiBold);
+  fonts[static_cast<int>(FontRole::Small)] = MakeFont(face, 13, QFont::Normal);
+  fonts[static_cast<int>(FontRole::Title)] = MakeFont(face, 30, QFont::Bold);
+  fonts[static_cast<int>(FontRole::Code)] = MakeCodeFont(code);
+}
+
+}  // namespace
+
+const QFont& FontOf(FontRole role) { return fonts[static_cast<int>(role)]; }
+
+void BeginLook() {
+  QApplication::setStyle(new DarkStyle);
+  QApplication::setPalette(DarkPalette());
+  MakeFonts();
+  QApplication::setFont(FontOf(FontRole::Body));
+  QToolTip::setFont(FontOf(FontRole::Small));
+  QToolTip::setPalette(DarkPalette());
+}
+
+QIcon WindowIcon() {
+  QPixmap pixmap(64, 64);
+  pixmap.fill(ColourOf(kLookPanel));
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(ColourOf(kLookBright), 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPointF points[] = {{12, 50}, {12, 16}, {32, 38}, {52, 16}, {52, 50}};
+  painter.drawPolyline(points, 5);
+  painter.end();
+  return QIcon(pixmap);
+}
+
+void PaintWith(QWidget* widget, Colour text, Colour background) {
+  QPalette palette = widget->palette();
+  const QColor ground = ColourOf(background);
+  palette.setColor(QPalette::Active, QPalette::Text, ColourOf(text));
+  palette.setColor(QPalette::Inactive, QPalette::Text, ColourOf(text));
+  palette.setColor(QPalette::Active, QPalette::WindowText, ColourOf(text));
+  palette.setColor(QPalette::Inactive, QPalette::WindowText, ColourOf(text));
+  palette.setColor(QPalette::Base, ground);
+  widget->setPalette(palette);
+}
+
+}  // namespace platform

@@ -1,0 +1,70 @@
+// Message boxes over the main window.
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "platform/message.h"
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+namespace {
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::Information:
+      return QMessageBox::Information;
+    case BoxIcon::Warning:
+      return QMessageBox::Warning;
+    case BoxIcon::Error:
+      return QMessageBox::Critical;
+    case BoxIcon::Question:
+      return QMessageBox::Question;
+    case BoxIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
+                  BoxIcon icon) {
+  QMessageBox box(MainWidget());
+  box.setWindowTitle(Text(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(Text(text));
+  box.setIcon(IconOf(icon));
+  box.setFont(FontOf(FontRole::Body));
+  box.setAccessibleName(Text(title));
+  switch (buttons) {
+    case BoxButtons::Ok:
+      box.setStandardButtons(QMessageBox::Ok);
+      box.setEscapeButton(QMessageBox::Ok);
+      break;
+    case BoxButtons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      box.setEscapeButton(QMessageBox::No);
+      box.setDefaultButton(QMessageBox::Yes);
+      break;
+    case BoxButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);
+      box.setDefaultButton(QMessageBox::Yes);
+      break;
+  }
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return BoxAnswer::Yes;
+    case QMessageBox::No:
+      return BoxAnswer::No;
+    case QMessageBox::Cancel:
+      return BoxAnswer::Cancel;
+    default:
+      break;
+  }
+  if (buttons == BoxButtons::YesNo) return BoxAnswer::No;
+  return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
+}
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+// The dialogs for a file to open and a name to save under.
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include "platform/pick_file.h"
+#include "platform/qt/qt_internal.h"
+
+namespace platform {
+
+namespace {
+
+// "Words (*.NC *.TAP)", as the toolkit takes a row.
+QString FilterRow(const FileFilter& filter) {
+  QString patterns = Text(filter.patterns);
+  patterns.replace(u';', u' ');
+  return Text(filter.words) + QStringLiteral(" (") + patterns + QStringLiteral(")");
+}
+
+bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
+  QFileDialog dialog(MainWidget(), Text(spec.title));
+  // The offscreen platform has nobody to answer a dialog of the system's.
+  if (QGuiApplication::platformName() == QStringLiteral("offscreen")) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+  }
+  dialog.setFont(FontOf(FontRole::Body));
+  dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  QStringList rows;
+  for (int i = 0; i < spec.filterCount; ++i) rows.append(FilterRow(spec.filters[i]));
+  if (!rows.isEmpty()) dialog.setNameFilters(rows);
+  if (save) dialog.setDefaultSuffix(Text(spec.defaultExtension));
+  const QString name = Text(spec.initialName);
+  if (!name.isEmpty()) {
+    const QFileInfo info(name);
+    if (info.isAbsolute()) dialog.setDirectory(info.absolutePath());
+    dialog.selectFile(info.isAbsolute() ? info.fileName() : name);
+  }
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+  const std::u16string chosen = Text16(QDir::toNativeSeparators(dialog.selectedFiles().first()));
+  if (chosen.empty() || static_cast<int>(chosen.size()) + 1 > spec.capacity) return false;
+  path = chosen;
+  return true;
+}
+
+}  // namespace
+
+bool PickFileToOpen(const PickFileSpec& spec, std::u16string& path) {
+  return Pick(spec, false, path);
+}
+
+bool PickFileToSave(const PickFileSpec& spec, std::u16string& path) {
+  return Pick(spec, true, path);
+}
+
+}  // namespace platform

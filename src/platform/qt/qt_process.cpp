@@ -1,0 +1,87 @@
+// The toolkit's application object, before the first window and after the last.
+
+#include <QApplication>
+#include <QDir>
+#include <QSerialPortInfo>
+#include <QStandardPaths>
+#include <algorithm>
+
+#include "platform/file.h"
+#include "platform/process.h"
+#include "platform/qt/qt_internal.h"
+#include "platform/qt/qt_testing.h"
+#include "platform/serial.h"
+
+namespace platform {
+
+namespace {
+
+int argumentCount = 0;
+QApplication* application = nullptr;
+std::u16string executableForTests;
+
+// The toolkit knows the adapter's own description where the system's list is mute.
+bool NameAdapter(const char16_t* device, char16_t* words, int capacity) {
+  const QSerialPortInfo info(Text(device));
+  const QString name = info.description();
+  if (info.isNull() || name.isEmpty() || capacity < 1) return false;
+  const QString kept = name.left(capacity - 1);
+  std::copy_n(reinterpret_cast<const char16_t*>(kept.constData()), kept.size(), words);
+  words[kept.size()] = 0;
+  return true;
+}
+
+}  // namespace
+
+void BeginProcess(int argc, char** argv) {
+  if (application != nullptr) return;
+  // The look is the program's own; the desktop's colours and fonts are not asked for.
+  QApplication::setDesktopSettingsAware(false);
+  QApplication::setHighDpiScaleFactorRoundingPolicy(
+      Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
+  argumentCount = argc;
+  application = new QApplication(argumentCount, argv);
+  QCoreApplication::setApplicationName(QStringLiteral("MORVA"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("morva"));
+  BeginLook();
+  BeginPosts();
+  SetAdapterNamer(NameAdapter);
+  QObject::connect(application, &QApplication::focusChanged, application,
+                   [](QWidget* old, QWidget* now) {
+                     const int lost = IdOfWidget(old);
+                     const int gained = IdOfWidget(now);
+                     if (lost == gained || Listener().focusChanged == nullptr) return;
+                     if (lost != 0) Listener().focusChanged(lost, false);
+                     if (gained != 0) Listener().focusChanged(gained, true);
+                   });
+}
+
+void EndProcess() {
+  if (application == nullptr) return;
+  ListenTo(nullptr);
+  EndTimers();
+  Destroy(kMainWindow);
+  EndPosts();
+  delete application;
+  application = nullptr;
+}
+
+void SetExecutablePathForTests(const QString& path) { executableForTests = Text16(path); }
+
+std::u16string ExecutablePath() {
+  if (!executableForTests.empty()) return executableForTests;
+  return Text16(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
+}
+
+bool DocumentsFolder(std::u16string& path) {
+  QString place = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (place.isEmpty() && !QDir::homePath().isEmpty()) {
+    place = QDir::homePath() + QStringLiteral("/Documents");
+  }
+  // A fresh home has no such folder yet.
+  if (place.isEmpty() || !QDir().mkpath(place)) return false;
+  path = Text16(QDir::toNativeSeparators(place));
+  return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,462 @@
+// The main window, the drawn views and the table of placed things.
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QIcon>
+#include <QImage>
+#include <QScreen>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+#include "platform/control.h"
+#include "platform/qt/qt_internal.h"
+#include "platform/qt/qt_testing.h"
+#include "platform/window.h"
+
+namespace platform {
+
+namespace {
+
+std::unordered_map<int, Placed> placedThings;
+std::unordered_map<const QWidget*, int> idsOfWidgets;
+int captured = 0;
+bool loopRuns = false;
+bool quitAsked = false;
+int quitCode = 0;
+
+constexpr int kWheelNotch = 120;  // eighths of a degree, times 15
+
+bool TellPointer(int id, const PointerEvent& event) {
+  return Listener().pointer != nullptr && Listener().pointer(id, event);
+}
+
+// What the main window and the views share: paint and pointer through the application.
+class DrawnWidget : public PlacedWidget<QWidget> {
+ public:
+  DrawnWidget(int id, bool takesFocus, Colour background, QWidget* parent)
+      : PlacedWidget<QWidget>(id, takesFocus, parent), background_(background) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setFocusPolicy(takesFocus ? Qt::StrongFocus : Qt::NoFocus);
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    TellPointer(Id(), PointerFrom(*event, PointerAction::Press));
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    const QPointer<QWidget> self(this);
+    TellPointer(Id(), PointerFrom(*event, PointerAction::Release));
+    if (!self.isNull() && captured == Id() && event->buttons() == Qt::NoButton) ReleasePointer();
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    TellPointer(Id(), PointerFrom(*event, PointerAction::Move));
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    // Who makes nothing of a double click sees a second press.
+    const QPointer<QWidget> self(this);
+    if (TellPointer(Id(), PointerFrom(*event, PointerAction::DoubleClick))) return;
+    if (!self.isNull()) TellPointer(Id(), PointerFrom(*event, PointerAction::Press));
+  }
+  void wheelEvent(QWheelEvent* event) override {
+    wheelRest_ += event->angleDelta().y();
+    const int notches = wheelRest_ / kWheelNotch;
+    wheelRest_ -= notches * kWheelNotch;
+    event->accept();
+    if (notches == 0) return;
+    PointerEvent pointer;
+    pointer.action = PointerAction::Wheel;
+    pointer.wheel = notches;
+    pointer.ctrl = event->modifiers().testFlag(Qt::ControlModifier);
+    pointer.shift = event->modifiers().testFlag(Qt::ShiftModifier);
+    pointer.alt = event->modifiers().testFlag(Qt::AltModifier);
+    pointer.x = static_cast<int>(std::floor(event->position().x()));
+    pointer.y = static_cast<int>(std::floor(event->position().y()));
+    TellPointer(Id(), pointer);
+  }
+  void leaveEvent(QEvent*) override {
+    PointerEvent pointer;
+    pointer.action = PointerAction::Leave;
+    TellPointer(Id(), pointer);
+  }
+  void focusInEvent(QFocusEvent*) override { update(); }
+  void focusOutEvent(QFocusEvent*) override { update(); }
+  Colour Background() const { return background_; }
+
+ private:
+  Colour background_;
+  int wheelRest_ = 0;
+};
+
+// A view keeps its own pixels, so that a whole toolpath is written without the painter.
+class ViewWidget : public DrawnWidget {
+ public:
+  using DrawnWidget::DrawnWidget;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const double scale = devicePixelRatioF();
+    const int w = std::max(1, static_cast<int>(std::ceil(width() * scale)));
+    const int h = std::max(1, static_cast<int>(std::ceil(height() * scale)));
+    if (w != width_ || h != height_) {
+      pixels_.assign(static_cast<std::size_t>(w) * static_cast<std::size_t>(h), Background());
+      width_ = w;
+      height_ = h;
+    }
+    QImage image(reinterpret_cast<uchar*>(pixels_.data()), w, h, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    {
+      QPainter painter(&image);
+      Canvas canvas;
+      canvas.painter = &painter;
+      canvas.area = Rect{0, 0, width(), height()};
+      canvas.pixels = pixels_.data();
+      canvas.stride = w;
+      canvas.width = w;
+      canvas.height = h;
+      canvas.scale = scale;
+      if (Listener().paint != nullptr) {
+        Listener().paint(Id(), canvas);
+      } else {
+        FillArea(canvas, canvas.area, Background());
+      }
+    }
+    QPainter(this).drawImage(QPointF(0, 0), image);
+  }
+
+ private:
+  std::vector<std::uint32_t> pixels_;
+  int width_ = 0;
+  int height_ = 0;
+};
+
+class MainWindow : public DrawnWidget {
+ public:
+  explicit MainWindow(Colour background) : DrawnWidget(kMainWindow, false, background, nullptr) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    // Keys that a control left over come by here as well; only those that no control has seen
+    // are the window's.
+    const QWidget* holder = QApplication::focusWidget();
+    if (holder == nullptr || holder == this) {
+      if (KeyBeforeControl(kMainWindow, *event)) return;
+    }
+    event->ignore();
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QPainter painter(this);
+    painter.setClipRegion(event->region());
+    Canvas canvas;
+    canvas.painter = &painter;
+    canvas.area = Rect{0, 0, width(), height()};
+    if (Listener().paint != nullptr) {
+      Listener().paint(Id(), canvas);
+    } else {
+      FillArea(canvas, canvas.area, Background());
+    }
+  }
+  void resizeEvent(QResizeEvent*) override {
+    if (Listener().resized != nullptr) Listener().resized(width(), height());
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override { event->accept(); }
+  void closeEvent(QCloseEvent* event) override {
+    if (gone_) return;
+    if (Listener().closing != nullptr && !Listener().closing()) {
+      event->ignore();
+      return;
+    }
+    gone_ = true;
+    event->accept();
+    if (Listener().destroyed != nullptr) Listener().destroyed();
+  }
+
+ private:
+  bool gone_ = false;
+};
+
+QRect FirstPlace(const MainWindowSpec& spec) {
+  QRect place = RectOf(spec.place);
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return place;
+  // On a smaller screen the window gives way, down to its least size.
+  const QRect room = screen->availableGeometry();
+  place.setWidth(
+      std::clamp(place.width(), spec.minimumWidth, std::max(spec.minimumWidth, room.width())));
+  place.setHeight(
+      std::clamp(place.height(), spec.minimumHeight, std::max(spec.minimumHeight, room.height())));
+  if (place.right() > room.right()) place.moveRight(room.right());
+  if (place.bottom() > room.bottom()) place.moveBottom(room.bottom());
+  if (place.left() < room.left()) place.moveLeft(room.left());
+  if (place.top() < room.top()) place.moveTop(room.top());
+  return place;
+}
+
+}  // namespace
+
+// The table.
+
+Placed* FindPlaced(int id) {
+  const auto found = placedThings.find(id);
+  return found != placedThings.end() ? &found->second : nullptr;
+}
+
+bool AddPlaced(Placed row) {
+  if (FindPlaced(row.id) != nullptr) return false;
+  idsOfWidgets[row.widget] = row.id;
+  const int id = row.id;
+  placedThings.emplace(id, std::move(row));
+  return true;
+}
+
+void ForgetPlaced(int id, const QWidget* widget) {
+  idsOfWidgets.erase(widget);
+  const Placed* row = FindPlaced(id);
+  if (row != nullptr && row->widget == widget) placedThings.erase(id);
+}
+
+int IdOfWidget(const QWidget* widget) {
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    const auto found = idsOfWidgets.find(widget);
+    if (found != idsOfWidgets.end()) return found->second;
+  }
+  return 0;
+}
+
+QWidget* WidgetOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr ? row->widget : nullptr;
+}
+
+QWidget* ParentWidget(int parent) { return WidgetOf(parent); }
+
+QWidget* MainWidget() { return WidgetOf(kMainWindow); }
+
+bool Settle(Placed row, const char16_t* accessibleName, const QFont& font, bool hidden) {
+  QWidget* widget = row.widget;
+  row.name = accessibleName;
+  if (FindPlaced(row.id) != nullptr) {
+    delete widget;
+    return false;
+  }
+  widget->setFont(font);
+  widget->setVisible(!hidden);
+  RefreshAccessibleName(row);
+  return AddPlaced(std::move(row));
+}
+
+// The main window and the loop.
+
+bool MakeMainWindow(const MainWindowSpec& spec) {
+  if (FindPlaced(kMainWindow) != nullptr) return false;
+  auto* window = new MainWindow(spec.background);
+  window->setObjectName(Text(spec.className));
+  window->setWindowTitle(Text(spec.title));
+  window->setWindowIcon(WindowIcon());
+  window->setMinimumSize(spec.minimumWidth, spec.minimumHeight);
+  const QRect place = FirstPlace(spec);
+  window->resize(place.size());
+  window->move(place.topLeft());
+  Placed row;
+  row.id = kMainWindow;
+  row.kind = PlacedKind::MainWindow;
+  row.widget = window;
+  row.className = spec.className;
+  return AddPlaced(std::move(row));
+}
+
+// Window managers off Windows choose the title bar themselves.
+void DarkTitleBar() {}
+
+void ShowMainWindow() {
+  if (MainWidget() != nullptr) MainWidget()->show();
+}
+
+void SetWindowTitle(std::u16string_view title) {
+  if (MainWidget() != nullptr) MainWidget()->setWindowTitle(Text(title));
+}
+
+std::u16string WindowTitle() {
+  return MainWidget() != nullptr ? Text16(MainWidget()->windowTitle()) : std::u16string();
+}
+
+Rect ClientArea(int id) {
+  const QWidget* widget = WidgetOf(id);
+  return widget != nullptr ? Rect{0, 0, widget->width(), widget->height()} : Rect{};
+}
+
+void RequestClose() {
+  if (MainWidget() == nullptr) return;
+  QMetaObject::invokeMethod(MainWidget(), &QWidget::close, Qt::QueuedConnection);
+}
+
+void QuitLoop(int code) {
+  quitAsked = true;
+  quitCode = code;
+  if (loopRuns) QCoreApplication::exit(code);
+}
+
+int RunLoop() {
+  if (!quitAsked) {
+    loopRuns = true;
+    const int code = QApplication::exec();
+    loopRuns = false;
+    if (!quitAsked) quitCode = code;
+  }
+  quitAsked = false;
+  return quitCode;
+}
+
+// Views.
+
+bool MakeView(const ViewSpec& spec) {
+  QWidget* parent = ParentWidget(spec.parent);
+  if (parent == nullptr || FindPlaced(spec.id) != nullptr) return false;
+  Placed row;
+  row.id = spec.id;
+  row.kind = PlacedKind::View;
+  row.className = spec.className;
+  row.widget = new ViewWidget(spec.id, spec.takesFocus, spec.background, parent);
+  // Its own shape, or it would take over the splitter's from the main window.
+  row.widget->setCursor(Qt::ArrowCursor);
+  return Settle(std::move(row), spec.accessibleName, FontOf(FontRole::Body), false);
+}
+
+int ViewByClass(std::u16string_view className) {
+  for (const auto& [id, row] : placedThings) {
+    if (!row.className.empty() && row.className == className) return id;
+  }
+  return 0;
+}
+
+std::u16string_view ClassOf(int id) {
+  const Placed* row = FindPlaced(id);
+  return row != nullptr ? std::u16string_view(row->className) : std::u16string_view();
+}
+
+// Of a placed thing.
+
+bool Exists(int id) { return FindPlaced(id) != nullptr; }
+
+void Destroy(int id) {
+  QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return;
+  if (captured != 0) ReleasePointer();
+  // The ids are free at once; the widget itself may be in the middle of an event.
+  std::vector<int> lost;
+  for (const auto& [other, row] : placedThings) {
+    if (row.widget == widget || widget->isAncestorOf(row.widget)) lost.push_back(other);
+  }
+  for (const int other : lost) ForgetPlaced(other, WidgetOf(other));
+  widget->hide();
+  widget->deleteLater();
+}
+
+void SetPlace(int id, const Rect& place) {
+  QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return;
+  const QRect wanted = RectOf(place);
+  if (widget->geometry() != wanted) widget->setGeometry(wanted);
+}
+
+Rect PlaceOf(int id) {
+  const QWidget* widget = WidgetOf(id);
+  return widget != nullptr ? RectFrom(widget->geometry()) : Rect{};
+}
+
+void SetVisible(int id, bool visible) {
+  QWidget* widget = WidgetOf(id);
+  if (widget != nullptr && widget->isHidden() == visible) widget->setVisible(visible);
+}
+
+// Before the main window is shown a child counts as visible when nothing else hides it, so
+// that a layout made beforehand sees the same as later.
+bool IsVisible(int id) {
+  const QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return false;
+  return id == kMainWindow ? widget->isVisible() : widget->isVisibleTo(MainWidget());
+}
+
+void SetEnabled(int id, bool enabled) {
+  if (WidgetOf(id) != nullptr) WidgetOf(id)->setEnabled(enabled);
+}
+
+bool IsEnabled(int id) { return WidgetOf(id) != nullptr && WidgetOf(id)->isEnabled(); }
+
+void SetFocusTo(int id) {
+  if (WidgetOf(id) != nullptr) WidgetOf(id)->setFocus(Qt::OtherFocusReason);
+}
+
+int FocusedId() {
+  const QWidget* widget = QApplication::focusWidget();
+  // A window that is not shown yet remembers who will have the keyboard.
+  if (widget == nullptr && MainWidget() != nullptr && !MainWidget()->isVisible()) {
+    widget = MainWidget()->focusWidget();
+  }
+  return IdOfWidget(widget);
+}
+
+void Repaint(int id) {
+  if (WidgetOf(id) != nullptr) WidgetOf(id)->update();
+}
+
+void BringToTop(int id) {
+  if (WidgetOf(id) != nullptr) WidgetOf(id)->raise();
+}
+
+void SetTabOrder(const int* ids, int count) {
+  QWidget* before = nullptr;
+  for (int i = 0; i < count; ++i) {
+    QWidget* widget = WidgetOf(ids[i]);
+    if (widget == nullptr) continue;
+    if (before != nullptr) QWidget::setTabOrder(before, widget);
+    before = widget;
+  }
+}
+
+// Pointer.
+
+int IdUnderPointer() {
+  // Another program's window over ours takes the pointer away from it.
+  if (MainWidget() == nullptr || !MainWidget()->underMouse()) return 0;
+  return IdOfWidget(QApplication::widgetAt(QCursor::pos()));
+}
+
+void CapturePointer(int view) {
+  QWidget* widget = WidgetOf(view);
+  if (widget == nullptr) return;
+  captured = view;
+  // A pressed button already ties the pointer to the widget it was pressed on.
+  const bool tied = QGuiApplication::mouseButtons() != Qt::NoButton && widget->underMouse() &&
+                    IdOfWidget(QApplication::widgetAt(QCursor::pos())) == view;
+  if (!tied) widget->grabMouse();
+}
+
+void ReleasePointer() {
+  QWidget* widget = WidgetOf(captured);
+  captured = 0;
+  if (widget != nullptr && QWidget::mouseGrabber() == widget) widget->releaseMouse();
+}
+
+bool CtrlHeld() { return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier); }
+
+void SetPointerShape(int id, PointerShape shape) {
+  QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return;
+  Qt::CursorShape wanted = Qt::ArrowCursor;
+  if (shape == PointerShape::SizeAcross) wanted = Qt::SizeHorCursor;
+  if (shape == PointerShape::Cross) wanted = Qt::CrossCursor;
+  if (shape == PointerShape::Hand) wanted = Qt::PointingHandCursor;
+  if (widget->cursor().shape() != wanted) widget->setCursor(wanted);
+}
+
+Rect PlaceInMainWindow(int id) {
+  const QWidget* widget = WidgetOf(id);
+  if (widget == nullptr || MainWidget() == nullptr) return Rect{};
+  return RectFrom(QRect(widget->mapTo(MainWidget(), QPoint(0, 0)), widget->size()));
+}
+
+}  // namespace platform

@@ -1,0 +1,325 @@
+// Real buttons, edits, lists, timers and posts: what a user's hand makes of them.
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <thread>
+
+#include "platform/post.h"
+#include "platform/timer.h"
+#include "widgets/stand.h"
+
+namespace {
+
+using namespace platform;
+
+void Make(int id, ControlKind kind, const char16_t* text, const char16_t* name = u"") {
+  ControlSpec spec;
+  spec.id = id;
+  spec.kind = kind;
+  spec.text = text;
+  spec.accessibleName = name;
+  ASSERT_TRUE(MakeControl(spec));
+  SetPlace(id, {20, 20, 220, 120});
+}
+
+void MakeRows(int id, ListKind kind, int rows) {
+  ListSpec spec;
+  spec.id = id;
+  spec.kind = kind;
+  spec.accessibleName = u"Rows";
+  ASSERT_TRUE(MakeList(spec));
+  SetPlace(id, {20, 20, 220, 140});
+  for (int i = 0; i < rows; ++i) AddRow(id, u"row", i * 10);
+}
+
+QPoint RowMiddle(int id, int row) {
+  const Rect place = RowPlace(id, row);
+  return QPoint((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+}
+
+QWidget* Viewport(int id) { return static_cast<QListView*>(WidgetOf(id))->viewport(); }
+
+TEST(ButtonWidget, ClicksOnceByMouseSpaceAndEnter) {
+  stand::Open();
+  Make(101, ControlKind::PushButton, u"NEW");
+  QTest::mouseClick(WidgetOf(101), Qt::LeftButton);
+  EXPECT_EQ(stand::Count(101, kNotifyClick), 1);
+  EXPECT_EQ(FocusedId(), 101);
+  QTest::keyClick(WidgetOf(101), Qt::Key_Space);
+  QTest::keyClick(WidgetOf(101), Qt::Key_Return);
+  EXPECT_EQ(stand::Count(101, kNotifyClick), 3);
+}
+
+TEST(ButtonWidget, IsDrawnByTheApplicationWithItsState) {
+  stand::Open();
+  Make(101, ControlKind::PushButton, u"NEW");
+  SetFocusTo(101);
+  stand::told.drawn.clear();
+  const QImage picture = WidgetOf(101)->grab().toImage();
+  ASSERT_FALSE(stand::told.drawn.empty());
+  EXPECT_TRUE(stand::told.drawn.back().focused);
+  EXPECT_EQ(stand::told.drawn.back().row, -1);
+  EXPECT_EQ(picture.pixel(100, 50) & 0xFFFFFFu, 0x102030u);
+}
+
+TEST(ButtonWidget, BearsItsCaptionAsNameUnlessOneIsGiven) {
+  stand::Open();
+  Make(101, ControlKind::PushButton, u"A & B");
+  Make(102, ControlKind::PushButton, u"+", u"New program");
+  EXPECT_EQ(WidgetOf(101)->accessibleName(), QStringLiteral("A & B"));
+  EXPECT_EQ(WidgetOf(102)->accessibleName(), QStringLiteral("New program"));
+  SetText(101, u"C");
+  EXPECT_EQ(WidgetOf(101)->accessibleName(), QStringLiteral("C"));
+  EXPECT_EQ(TextOf(101), u"C");
+}
+
+TEST(CheckWidget, TellsTheUsersClickAndNotTheProgramsSetting) {
+  stand::Open();
+  Make(110, ControlKind::CheckBox, u"Whole word");
+  SetChecked(110, true);
+  EXPECT_TRUE(IsChecked(110));
+  EXPECT_EQ(stand::Count(110, kNotifyClick), 0);
+  QTest::keyClick(WidgetOf(110), Qt::Key_Space);
+  EXPECT_FALSE(IsChecked(110));
+  EXPECT_EQ(stand::Count(110, kNotifyClick), 1);
+}
+
+TEST(EditLineWidget, TellsTypingAndNotSetting) {
+  stand::Open();
+  Make(1215, ControlKind::EditLine, u"", u"Feature name");
+  SetText(1215, u"abc");
+  EXPECT_EQ(stand::Count(1215, kNotifyEditChange), 0);
+  QTest::keyClick(WidgetOf(1215), Qt::Key_X);
+  EXPECT_EQ(stand::Count(1215, kNotifyEditChange), 1);
+}
+
+TEST(EditLineWidget, TheLimitBindsTypingAndNotTheProgram) {
+  stand::Open();
+  Make(1215, ControlKind::EditLine, u"", u"Feature name");
+  SetTextLimit(1215, 3);
+  QTest::keyClicks(WidgetOf(1215), QStringLiteral("12345"));
+  EXPECT_EQ(TextOf(1215), u"123");
+  SetText(1215, u"longer");
+  EXPECT_EQ(TextOf(1215), u"longer");
+  QTest::keyClicks(WidgetOf(1215), QStringLiteral("7"));
+  EXPECT_EQ(TextOf(1215), u"longer");
+}
+
+TEST(TextAreaWidget, HandsOutCrLfAndHoldsItsLimit) {
+  stand::Open();
+  Make(700, ControlKind::MultiEdit, u"", u"Macro");
+  SetTextLimit(700, 5);
+  QTest::keyClicks(WidgetOf(700), QStringLiteral("ab"));
+  QTest::keyClick(WidgetOf(700), Qt::Key_Return);
+  QTest::keyClicks(WidgetOf(700), QStringLiteral("cdef"));
+  EXPECT_EQ(TextOf(700), u"ab\r\nc");
+}
+
+TEST(LogWidget, AppendsAtItsEndAndShowsIt) {
+  stand::Open();
+  Make(701, ControlKind::Log, u"Ready.\r\n", u"Output");
+  for (int i = 0; i < 100; ++i) AppendText(701, u"line\r\n");
+  const std::u16string text = TextOf(701);
+  EXPECT_EQ(text.size(), 8u + 600u);
+  EXPECT_EQ(text.substr(text.size() - 6), u"line\r\n");
+  EXPECT_EQ(stand::Count(701, kNotifyEditChange), 0);
+  const auto* log = static_cast<QPlainTextEdit*>(WidgetOf(701));
+  EXPECT_TRUE(log->isReadOnly());
+  EXPECT_GT(log->verticalScrollBar()->value(), 0);
+  EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
+}
+
+TEST(AltKeys, CopyAndPasteInAnyTextControlAndNothingInAButton) {
+  stand::Open();
+  Make(1, ControlKind::EditLine, u"copied", u"One");
+  Make(2, ControlKind::EditLine, u"", u"Two");
+  Make(101, ControlKind::PushButton, u"NEW");
+  SelectAllText(1);
+  QTest::keyClick(WidgetOf(1), Qt::Key_C, Qt::AltModifier);
+  QTest::keyClick(WidgetOf(101), Qt::Key_V, Qt::AltModifier);
+  QTest::keyClick(WidgetOf(2), Qt::Key_V, Qt::AltModifier);
+  EXPECT_EQ(TextOf(2), u"copied");
+  QTest::keyClick(WidgetOf(2), Qt::Key_Z, Qt::AltModifier);
+  EXPECT_EQ(TextOf(2), u"");
+  EXPECT_EQ(stand::Count(101, kNotifyClick), 0);
+}
+
+TEST(AltKeys, TheApplicationComesFirst) {
+  stand::Open();
+  Make(1, ControlKind::EditLine, u"stays", u"One");
+  stand::events.key = [](int, const KeyEvent& key) { return key.alt && key.key == 'V'; };
+  SelectAllText(1);
+  QTest::keyClick(WidgetOf(1), Qt::Key_C, Qt::AltModifier);
+  QTest::keyClick(WidgetOf(1), Qt::Key_V, Qt::AltModifier);
+  QTest::keyClick(WidgetOf(1), Qt::Key_End);
+  EXPECT_EQ(TextOf(1), u"stays");
+}
+
+TEST(TextControls, AskTheApplicationForTheirMenu) {
+  stand::Open();
+  Make(1, ControlKind::EditLine, u"x", u"One");
+  QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5),
+                          WidgetOf(1)->mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(WidgetOf(1), &event);
+  ASSERT_EQ(stand::told.menus.size(), 1u);
+  EXPECT_EQ(stand::told.menus[0], 1);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST(ListWidget, TellsClicksKeysAndDoubleClicksButNoSetting) {
+  stand::Open();
+  MakeRows(1212, ListKind::Single, 20);
+  SelectRow(1212, 3);
+  EXPECT_EQ(SelectedRow(1212), 3);
+  EXPECT_EQ(stand::Count(1212, kNotifyListSelect), 0);
+  QTest::mouseClick(Viewport(1212), Qt::LeftButton, Qt::NoModifier, RowMiddle(1212, 1));
+  EXPECT_EQ(SelectedRow(1212), 1);
+  EXPECT_EQ(stand::Count(1212, kNotifyListSelect), 1);
+  ASSERT_EQ(stand::told.clickedRows.size(), 1u);
+  EXPECT_EQ(stand::told.clickedRows[0], 1);
+  QTest::keyClick(WidgetOf(1212), Qt::Key_Down);
+  EXPECT_EQ(SelectedRow(1212), 2);
+  EXPECT_EQ(stand::Count(1212, kNotifyListSelect), 2);
+  QTest::keyClick(WidgetOf(1212), Qt::Key_Return);
+  EXPECT_EQ(stand::Count(1212, kNotifyListDouble), 1);
+  QTest::mouseDClick(Viewport(1212), Qt::LeftButton, Qt::NoModifier, RowMiddle(1212, 2));
+  EXPECT_EQ(stand::Count(1212, kNotifyListDouble), 2);
+}
+
+TEST(ListWidget, TheRightButtonSelectsNothingAndAsksWithItsRow) {
+  stand::Open();
+  MakeRows(1212, ListKind::Single, 5);
+  SelectRow(1212, 0);
+  static int askedRow;
+  askedRow = -2;
+  stand::events.contextMenu = [](int, int row, int, int) {
+    askedRow = row;
+    return true;
+  };
+  const QPoint at = RowMiddle(1212, 2);
+  QTest::mouseClick(Viewport(1212), Qt::RightButton, Qt::NoModifier, at);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, at, Viewport(1212)->mapToGlobal(at));
+  QCoreApplication::sendEvent(Viewport(1212), &event);
+  EXPECT_EQ(SelectedRow(1212), 0);
+  EXPECT_EQ(askedRow, 2);
+}
+
+TEST(ListWidget, RowsKeepTextDataAndTop) {
+  stand::Open();
+  MakeRows(1212, ListKind::Single, 100);
+  EXPECT_EQ(RowData(1212, 7), 70);
+  SetRowText(1212, 7, u"seven");
+  EXPECT_EQ(RowText(1212, 7), u"seven");
+  SetTopRow(1212, 42);
+  EXPECT_EQ(TopRow(1212), 42);
+  EXPECT_EQ(RowPlace(1212, 42).top, 0);
+  EXPECT_EQ(RectHeight(RowPlace(1212, 42)), 24);
+  EXPECT_EQ(RectHeight(RowPlace(1212, 2)), 0);
+  ClearRows(1212);
+  EXPECT_EQ(RowCount(1212), 0);
+  EXPECT_EQ(SelectedRow(1212), -1);
+}
+
+TEST(ListWidget, OnlyAMultiListHoldsSeveralRows) {
+  stand::Open();
+  MakeRows(1, ListKind::Single, 5);
+  MakeRows(2, ListKind::Multi, 5);
+  for (const int id : {1, 2}) {
+    SelectRow(id, 0);
+    SetRowSelected(id, 3, true);
+  }
+  EXPECT_FALSE(IsRowSelected(1, 3));
+  EXPECT_TRUE(IsRowSelected(2, 0));
+  EXPECT_TRUE(IsRowSelected(2, 3));
+  EXPECT_EQ(SelectedRow(2), 3);
+}
+
+TEST(ComboWidget, StartsWithoutAChoiceAndTellsTheUsersOnly) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 4);
+  EXPECT_EQ(SelectedRow(400), -1);
+  SelectRow(400, 1);
+  EXPECT_EQ(stand::Count(400, kNotifyComboSelect), 0);
+  QTest::keyClick(WidgetOf(400), Qt::Key_Down);
+  EXPECT_EQ(SelectedRow(400), 2);
+  EXPECT_EQ(stand::Count(400, kNotifyComboSelect), 1);
+  EXPECT_EQ(RowData(400, 2), 20);
+}
+
+TEST(Windows, DestroyingAParentFreesTheIdsOfItsChildren) {
+  stand::Open();
+  ViewSpec view;
+  view.id = 50;
+  view.className = u"StandView";
+  ASSERT_TRUE(MakeView(view));
+  ControlSpec child;
+  child.id = 51;
+  child.parent = 50;
+  ASSERT_TRUE(MakeControl(child));
+  EXPECT_FALSE(MakeControl(child));
+  EXPECT_EQ(ViewByClass(u"StandView"), 50);
+  SetVisible(50, false);
+  EXPECT_FALSE(IsVisible(51));
+  Destroy(50);
+  EXPECT_FALSE(Exists(51));
+  EXPECT_EQ(ViewByClass(u"StandView"), 0);
+}
+
+TEST(Windows, PointerEventsReachViewAndBareWindow) {
+  stand::Open();
+  ViewSpec view;
+  view.id = 50;
+  view.className = u"StandView";
+  ASSERT_TRUE(MakeView(view));
+  SetPlace(50, {100, 100, 300, 300});
+  QTest::mousePress(WidgetOf(50), Qt::LeftButton, Qt::ShiftModifier, QPoint(7, 9));
+  QTest::mouseRelease(WidgetOf(50), Qt::LeftButton, Qt::NoModifier, QPoint(8, 9));
+  QTest::mousePress(WidgetOf(kMainWindow), Qt::LeftButton, Qt::NoModifier, QPoint(600, 500));
+  ASSERT_GE(stand::told.pointers.size(), 3u);
+  const PointerEvent& first = stand::told.pointers[0];
+  EXPECT_EQ(first.action, PointerAction::Press);
+  EXPECT_EQ(first.x, 7);
+  EXPECT_EQ(first.y, 9);
+  EXPECT_TRUE(first.shift);
+  EXPECT_TRUE(first.leftDown);
+  EXPECT_EQ(stand::told.pointers.back().x, 600);
+}
+
+TEST(Timers, RepeatUntilStopped) {
+  stand::Open();
+  static int ticks;
+  ticks = 0;
+  stand::events.timer = [](int window, int timer) {
+    if (++ticks == 3) StopTimer(window, timer);
+  };
+  StartTimer(kMainWindow, 3, 1);
+  EXPECT_TRUE(stand::Until([] { return !TimerRuns(kMainWindow, 3); }));
+  EXPECT_EQ(ticks, 3);
+}
+
+TEST(Posts, ArriveInOrderFromAnotherThreadAlsoInsideAHandlersLoop) {
+  stand::Open();
+  static std::vector<std::uint64_t> got;
+  got.clear();
+  stand::events.posted = [](std::uint32_t, std::uint64_t first, std::uint64_t) {
+    got.push_back(first);
+    // The second handler waits as a message box would, for what comes behind it.
+    if (first == 1) {
+      EXPECT_TRUE(stand::Until([] { return got.size() >= 1000; }));
+    }
+  };
+  std::thread sender([] {
+    for (std::uint64_t i = 0; i < 40000; ++i) PostToMain(1, i, 0);
+  });
+  EXPECT_TRUE(stand::Until([] { return got.size() == 40000; }));
+  sender.join();
+  for (std::size_t i = 0; i < got.size(); ++i) ASSERT_EQ(got[i], i);
+}
+
+}  // namespace
