@@ -55,7 +55,7 @@ constexpr KeyWidth kSurfaceKeys[] = {
     {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
 constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDimensions, 36},
                                   {kIdMeasure, 36}, {kIdPan, 36},         {kIdFit, 36}};
-constexpr KeyWidth kPathKeys[] = {{kIdPath, 60},    {kIdPlay, 68},   {kIdViewMenu, 60},
+constexpr KeyWidth kPathKeys[] = {{kIdPath, 61},    {kIdPlay, 70},   {kIdViewMenu, 60},
                                   {kIdZoomOut, 34}, {kIdZoomIn, 34}, {kIdZoomReset, 70}};
 constexpr KeyWidth kTabBarKeys[] = {{kIdCommandWords, 132}, {kIdCompareSecond, 84}, {kIdClose, 64}};
 constexpr int kViewKeys[] = {kIdViewRefresh, kIdViewFit,  kIdViewPan,      kIdViewExtents,
@@ -89,10 +89,11 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
   const int right = in.width - kPad;
   PutRow(plan, right - RowWidth(kUnitKeys, kKeyGap), kTopKeysTop, kBarKeyHeight, kUnitKeys,
          kKeyGap);
-  // The link's read-outs lie below the keys that use it.
-  Put(plan, kIdDncState, Rect{290, 47, 490, 67});
-  Put(plan, kIdDncPort, Rect{498, 47, 728, 67});
-  Put(plan, kIdDncBaud, Rect{741, 47, 890, 67});
+  // The link's read-outs lie below the keys that use it. A port given by its device path may be
+  // long and stands last.
+  Put(plan, kIdDncState, Rect{290, 47, 470, 67});
+  Put(plan, kIdDncBaud, Rect{478, 47, 586, 67});
+  Put(plan, kIdDncPort, Rect{594, 47, 900, 67});
 
   const int y = kTopBand + (in.topBarHeight - kTopBand - kBarKeyHeight) / 2;
   Put(plan, kIdBack, Rect{12, y, 108, y + kBarKeyHeight});
@@ -218,14 +219,18 @@ void PlanOutputHead(LayoutPlan& plan, int left, int right, int y) {
   PutRow(plan, keys, y, kHeadRow, kKeys, kKeyGap);
 }
 
-int OutputHeight(int workHeight) { return std::clamp(workHeight * 33 / 100, 150, 320); }
+// Two rows of tabs take their height from the editor, not from the words below.
+int OutputHeight(const LayoutInput& in) {
+  const int height = in.height - kStatusHeight - in.topBarHeight;
+  return std::clamp(height * 31 / 100, 150, 320);
+}
 
 // Home and Code index: editor and view above, output, information and workflow below.
 void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
-  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
   PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
   PlanView(plan, Rect{split, work.top, work.right, headTop - 7});
@@ -245,11 +250,11 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
 }
 
 // Simulator: the view takes the whole height at the right, the output lies below the editor.
-void PlanSimulator(LayoutPlan& plan, const Rect& work) {
+void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
-  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
   PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
   PlanView(plan, Rect{split, work.top, work.right, work.bottom});
@@ -268,7 +273,7 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
   plan.areas.rightPanel = side;
   const int right = side.left - kPad;
-  const int outputTop = work.bottom - OutputHeight(RectHeight(work));
+  const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
   PlanEditor(plan, Rect{work.left, work.top, right, headTop - 7});
   PlanOutputHead(plan, work.left, right, headTop);
@@ -313,7 +318,7 @@ LayoutPlan PlanLayout(const LayoutInput& in) {
   if (HasRightPanel(in.mode)) {
     PlanPanelMode(plan, in, work);
   } else if (in.mode == kModeSimulator) {
-    PlanSimulator(plan, work);
+    PlanSimulator(plan, in, work);
   } else {
     PlanHome(plan, in, work);
   }

@@ -20,6 +20,7 @@
 #include "platform/message.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
 #include "shell/speed_slider.h"
@@ -40,7 +41,10 @@ constexpr int kLeastHeight = 800;
 constexpr int kFirstRefreshMs = 80;
 constexpr int kHoverMs = 150;
 
-void OnCommand(int id, int notification) { RouteCommand(id, notification); }
+void OnCommand(int id, int notification) {
+  RouteCommand(id, notification);
+  RefreshKeyStates();
+}
 
 void OnSelection(int id) {
   if (id != kIdEditor && id != kIdWordsEditor) return;
@@ -58,6 +62,7 @@ bool OnKey(int id, const platform::KeyEvent& key) {
 
 void OnTimer(int window, int timer) {
   if (window == platform::kMainWindow) RouteTimer(timer);
+  RefreshKeyStates();
 }
 
 void OnPosted(std::uint32_t message, std::uint64_t first, std::uint64_t second) {
@@ -195,6 +200,7 @@ int StartApplication() {
   FindDataDirectory();
   platform::DarkTitleBar();
   platform::ShowMainWindow();
+  platform::SetFocusTo(kIdEditor);
   return 0;
 }
 
