@@ -31,7 +31,9 @@ constexpr std::int64_t kStall = 5000 * kMillisecond;
 constexpr std::int64_t kReadInterval = 50 * kMillisecond;
 constexpr std::int64_t kReadTotal = 100 * kMillisecond;
 constexpr std::int64_t kRetry = kMillisecond;  // a full driver that says it is ready
-constexpr int kMaxLines = 8;                   // open at the same time, for WakeSerial
+// A pseudo-terminal does not always tell that its far end made room.
+constexpr std::int64_t kLookAgain = 10 * kMillisecond;
+constexpr int kMaxLines = 8;  // open at the same time, for WakeSerial
 
 struct Line {
   int fd = -1;
@@ -314,6 +316,7 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
         room = 0;
       }
     }
+    if (room > 0 && wait > kLookAgain) wait = kLookAgain;
     const Ready ready = WaitForLine(l, room > 0, wait);
     if (ready.woken) return true;
     if (ready.gone) return false;

@@ -86,8 +86,9 @@ bool ConfigureLine(int fd, const SerialSettings& settings, bool pseudo) {
   termios wanted;
   if (tcgetattr(fd, &wanted) != 0) return false;
   FillTerminal(settings, wanted);
-  // The call succeeds when any one field was taken, so only the comparison tells.
-  if (tcsetattr(fd, TCSANOW, &wanted) != 0) return false;
+  // Its answer is no answer: it succeeds when any one field was taken, and some libraries fail
+  // it when nothing was left to change. Only the comparison tells.
+  (void)tcsetattr(fd, TCSANOW, &wanted);
   if (!SetLineRate(fd, settings.baud)) return false;
   termios taken;
   if (tcgetattr(fd, &taken) != 0 || !SameTerminal(wanted, taken, pseudo)) return false;
