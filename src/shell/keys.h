@@ -9,6 +9,13 @@
 
 namespace morva {
 
+enum class Face {
+  Words,
+  Icon,          // the icon alone; the words are the hint
+  IconAndWords,  // the icon alone where both do not fit
+  Fallback,      // words, and the icon only where they do not fit
+};
+
 struct KeySpec {
   int id;
   const char16_t* text;
@@ -16,8 +23,8 @@ struct KeySpec {
   const char16_t* tip;
   platform::FontRole font;
   PanelStyle style;
-  int icon;       // -1: caption only
-  bool iconOnly;  // the face is the icon, not the text
+  int icon;  // -1: none
+  Face face;
 };
 
 const KeySpec* Keys(int& count);

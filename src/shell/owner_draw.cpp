@@ -64,7 +64,7 @@ void DrawIconCaption(const KeySpec& key, const Rect& area, const std::u16string&
     return;
   }
   int x = area.left + (RectWidth(area) - words) / 2;
-  if (kKeyIcon + gap + words + 4 <= room) {
+  if (key.face == Face::IconAndWords && kKeyIcon + gap + words + 4 <= room) {
     // The icons of a column of keys stand under each other.
     x = area.left + 9;
     DrawIcon(canvas, key.icon, x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
@@ -84,12 +84,12 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
   Colour colour = kDimText;
   if (state.enabled) colour = on ? kBrightAccent : kMainText;
   const Rect& area = state.area;
-  if (key.iconOnly) {
+  if (key.face == Face::Icon) {
     DrawIcon(canvas, FaceOf(key), CentreX(area), CentreY(area), kFaceIcon, colour);
     return;
   }
   const std::u16string text = platform::TextOf(key.id);
-  if (key.icon >= 0) {
+  if (key.face != Face::Words) {
     DrawIconCaption(key, area, text, colour, canvas);
     return;
   }
@@ -104,7 +104,7 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
 
 // What bears no row in the table of keys still gets the look.
 void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
-  const KeySpec key{id, u"", u"", u"", FontRole::Body, kPanelPlain, -1, false};
+  const KeySpec key{id, u"", u"", u"", FontRole::Body, kPanelPlain, -1, Face::Words};
   DrawKey(key, state, canvas);
 }
 
@@ -122,8 +122,11 @@ void DrawModeRow(const DrawState& state, Canvas& canvas) {
   const int mode = static_cast<int>(platform::RowData(kIdModeList, state.row));
   const Colour colour = ModeExists(mode) ? kMainText : kDimText;
   DrawIcon(canvas, ModeIcon(mode), area.left + 26, CentreY(area), 23, colour);
-  PaintText(canvas, Rect{area.left + 63, area.top, area.right - 6, area.bottom},
-            platform::RowText(kIdModeList, state.row), FontRole::Body, colour,
+  const std::u16string words = platform::RowText(kIdModeList, state.row);
+  const Rect place{area.left + 63, area.top, area.right - 6, area.bottom};
+  // A panel dragged narrow shows the words smaller rather than cut.
+  const bool fits = platform::TextWidth(FontRole::Body, words) <= RectWidth(place);
+  PaintText(canvas, place, words, fits ? FontRole::Body : FontRole::Small, colour,
             platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
   if (state.focused && state.selected) DrawFocusMark(canvas, area);
 }

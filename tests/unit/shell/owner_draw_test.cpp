@@ -74,6 +74,18 @@ TEST_F(OwnerDraw, DrawsAnIconInsteadOfAHint) {
   EXPECT_FALSE(CallsNamed(calls, "PaintPolyline").empty());
 }
 
+// The headless small font is 6 pixels wide: "Show / hide feature" is 114, a key of the panel
+// at 300 pixels is 139 wide, at 190 pixels 84.
+TEST_F(OwnerDraw, DrawsTheIconWhereTheWordsDoNotFit) {
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureHide), u"Show / hide feature", kDimText));
+  EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureEdit), u"Edit feature", kDimText));
+  EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureEdit), "PaintPolyline").empty());
+  DragSplitter(190);
+  EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintText").empty());
+  EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
+}
+
 TEST_F(OwnerDraw, TurnsThePlayIconIntoAPause) {
   const std::size_t triangle = CallsNamed(headless::PaintOf(kIdPlayToggle), "PaintPolygon").size();
   playback.playing = true;
