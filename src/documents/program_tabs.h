@@ -59,9 +59,6 @@ void CloseProgram();
 void SaveAll();
 void ShowSaveMenu();
 void ShowTabMenu(int index, int x, int y);
-// Before the window closes: autosaves, and asks once where anything stays unsaved. False: the
-// window stays.
-bool MayClose();
 
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id);
 // Takes the id out, or puts it in the first free slot; with none free nothing happens.

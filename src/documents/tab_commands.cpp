@@ -224,17 +224,6 @@ void ShowTabMenu(int index, int x, int y) {
   if (picked != 0) RouteCommand(picked, 0);
 }
 
-bool MayClose() {
-  RunAutosave();
-  SyncActiveTab();
-  const auto dirty = [](const ProgramTab& tab) { return tab.dirty; };
-  if (std::none_of(tabs, tabs + app.tabCount, dirty)) return true;
-  const platform::BoxAnswer answer = platform::ShowBox(
-      u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?",
-      platform::BoxButtons::YesNo, platform::BoxIcon::Warning);
-  return answer == platform::BoxAnswer::Yes;
-}
-
 namespace {
 
 void ClickTab(int id, int) {

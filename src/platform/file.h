@@ -39,7 +39,7 @@ bool FileExists(std::u16string_view path);
 // The folder that holds `path` is on the medium.
 bool FlushFolderOf(std::u16string_view path);
 // The target of a symbolic link, followed to its end; the path itself when it is none. Empty
-// when the links go round in a circle.
+// when the links go round in a circle or cannot be read.
 std::u16string LinkTarget(std::u16string_view path);
 
 enum class FolderAnswer { Made, Exists, Failed };

@@ -174,7 +174,11 @@ std::u16string LinkTarget(std::u16string_view path) {
   for (int links = 0; links < kMostLinks; ++links) {
     std::string found(4096, '\0');
     const ssize_t length = readlink(native.c_str(), found.data(), found.size());
-    if (length <= 0) return followed ? FromUtf8(native) : std::u16string(path);
+    if (length <= 0) {
+      // A link that cannot be read must not be taken for a file and replaced.
+      if (length == 0 || (errno != EINVAL && errno != ENOENT && errno != ENOTDIR)) break;
+      return followed ? FromUtf8(native) : std::u16string(path);
+    }
     found.resize(static_cast<std::size_t>(length));
     if (found[0] != '/' && native.find('/') != std::string::npos) found = FolderOf(native) + found;
     native = found;

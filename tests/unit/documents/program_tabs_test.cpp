@@ -631,29 +631,6 @@ TEST_F(Tabs, ForgetsHiddenIdsWithTheProgram) {
   EXPECT_EQ(tabs[0].isolatedId, 0);
 }
 
-TEST_F(Tabs, AsksNothingOnClosingTheWindowAfterAnAutosave) {
-  TypeProgram(u"mine");
-  EXPECT_TRUE(morva::MayClose());
-  EXPECT_TRUE(headless::TakeBoxes().empty());
-}
-
-TEST_F(Tabs, AsksOnceOnClosingTheWindowWithAnInactiveProgramUnsaved) {
-  morva::OpenTab(u"", u"second", u"second");
-  tabs[1].dirty = true;
-  TypeProgram(u"mine");
-  headless::QueueAnswer(BoxAnswer::No);
-  EXPECT_FALSE(morva::MayClose());
-  auto boxes = headless::TakeBoxes();
-  ASSERT_EQ(boxes.size(), 1u);
-  EXPECT_EQ(boxes[0].title, u"MORVA");
-  EXPECT_EQ(boxes[0].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
-  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::YesNo);
-  EXPECT_EQ(boxes[0].icon, platform::BoxIcon::Warning);
-  EXPECT_FALSE(tabs[0].dirty);
-  headless::QueueAnswer(BoxAnswer::Yes);
-  EXPECT_TRUE(morva::MayClose());
-}
-
 TEST_F(Tabs, AnswersItsCommandsInTheClickStage) {
   for (const int id : {101, 102, 103, 111, 917, 800, 807, 808, 811, 3000, 3001, 3002}) {
     EXPECT_EQ(morva::StageOf(id, 0), static_cast<int>(morva::RouterStage::Click)) << id;
