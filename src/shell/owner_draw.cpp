@@ -29,6 +29,7 @@ namespace {
 constexpr Colour kQuietLine = 0x0B2C44;  // edge of a key that cannot be pressed
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
+constexpr int kModeRowLeast = 200;  // pixels for the longest row in the body font
 
 Rect Shrunk(const Rect& r, int by) {
   return Rect{r.left + by, r.top + by, r.right - by, r.bottom - by};
@@ -123,9 +124,9 @@ void DrawModeRow(const DrawState& state, Canvas& canvas) {
   const Colour colour = ModeExists(mode) ? kMainText : kDimText;
   DrawIcon(canvas, ModeIcon(mode), area.left + 26, CentreY(area), 23, colour);
   const std::u16string words = platform::RowText(kIdModeList, state.row);
-  const Rect place{area.left + 63, area.top, area.right - 6, area.bottom};
-  // A panel dragged narrow shows the words smaller rather than cut.
-  const bool fits = platform::TextWidth(FontRole::Body, words) <= RectWidth(place);
+  const Rect place{area.left + 63, area.top, area.right - 3, area.bottom};
+  // A panel dragged narrow shows all rows in the smaller font rather than cut.
+  const bool fits = RectWidth(area) >= kModeRowLeast;
   PaintText(canvas, place, words, fits ? FontRole::Body : FontRole::Small, colour,
             platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
   if (state.focused && state.selected) DrawFocusMark(canvas, area);
