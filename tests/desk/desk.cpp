@@ -59,7 +59,7 @@ void Start(const QString& home) {
   platform::SetExecutablePathForTests(settingsFolder + QStringLiteral("/desk"));
   if (morva::StartApplication() != 0) qFatal("the application did not start");
   Until([]() { return WidgetOf(platform::kMainWindow)->isVisible(); });
-  QTest::qWaitForWindowActive(WidgetOf(platform::kMainWindow), 3000);
+  (void)QTest::qWaitForWindowActive(WidgetOf(platform::kMainWindow), 3000);
 }
 
 QString SettingsFile() { return settingsFolder + QStringLiteral("/MORVA.ini"); }
