@@ -114,12 +114,17 @@ void PutNewBlock(std::u16string_view text, const std::u16string& block, bool pla
     PutBeforeRow(text, onLine, block);
     return;
   }
-  int line = CaretLine();
   const int around = placed ? -1 : RowAround(caret);
-  if (around >= 0) {
-    const int end = MapTextOffset(text, features.rows[around].end);
-    line = platform::EditorLineOf(kIdEditor, end);
+  if (around < 0) {
+    PutBehindLine(CaretLine(), u"\r\n" + block);
+    return;
   }
+  const std::int32_t end = features.rows[around].end;
+  if (around + 1 < features.count && features.rows[around + 1].start == end) {
+    PutBeforeRow(text, around + 1, block);
+    return;
+  }
+  const int line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, end));
   PutBehindLine(line, u"\r\n" + block);
 }
 

@@ -206,15 +206,17 @@ int RunAll(const std::string& target, long runs, bool limited) {
   return 0;
 }
 
+bool IsCount(std::string_view argument) {
+  return argument.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 int Child(int argc, char** argv, const std::string& target) {
   for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP}) {
     std::signal(signal, OnSignal);
   }
   if (__sanitizer_set_death_callback) __sanitizer_set_death_callback(KeepInput);
   if (argc < 2) return RunAll(target, kRuns, true);
-  char* rest = nullptr;
-  const long runs = std::strtol(argv[1], &rest, 10);
-  if (*rest == 0) return RunAll(target, runs, false);
+  if (IsCount(argv[1])) return RunAll(target, std::strtol(argv[1], nullptr, 10), false);
   for (int i = 1; i < argc; ++i) RunOne(ReadFile(argv[i]));
   return 0;
 }
@@ -229,7 +231,8 @@ int main(int argc, char** argv) {
   if (variant != std::string::npos) target.resize(variant + 5);
   const std::string kept = program.string() + ".failed";
   std::snprintf(current.path, sizeof current.path, "%s", kept.c_str());
-  fs::remove(kept);
+  // A kept input that is tried again must not be lost.
+  if (argc < 2 || IsCount(argv[1])) fs::remove(kept);
   std::fflush(nullptr);
   const pid_t child = fork();
   if (child < 0) return 2;

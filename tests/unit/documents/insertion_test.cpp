@@ -249,6 +249,16 @@ TEST_F(InsertBlock, NeverNestsBlocks) {
             first + u"\r\n" + second + u"\r\n" + GeneratedBlock(3, kKindShape) + u"\r\n%\r\n");
 }
 
+TEST_F(InsertBlock, GoesBetweenTwoBlocksThatFollowEachOtherDirectly) {
+  const std::u16string first = UserBlock(1, u"G0");
+  const std::u16string second = UserBlock(2, u"G1");
+  Load(first + second);
+  CaretAt(u"G0");
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(3, kKindShape) + u"\r\n" + second);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+}
+
 TEST_F(InsertBlock, CanBeTakenBackInOneStep) {
   const std::u16string text = UserBlock(1, u"G0") + u"\r\n";
   Load(text);
