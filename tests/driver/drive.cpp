@@ -316,11 +316,13 @@ std::u16string AllowedPath(std::u16string_view path) {
   return inside ? whole : std::u16string();
 }
 
-bool Begin(std::u16string_view home) {
-  homeFolder = home;
+bool Begin(const Machine& machine) {
+  homeFolder = machine.home;
   dncLog.clear();
   morva::ResetApplication();
-  headless::Reset(home);
+  headless::Reset(machine.home);
+  headless::SetExecutableName(machine.executableName);
+  if (!machine.hasDocuments) headless::RemoveDocuments();
   if (morva::StartApplication() != 0) return false;
   formerPanelLog = morva::hooks.setupPanelLog;
   morva::hooks.setupPanelLog = KeepDncLine;

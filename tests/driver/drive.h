@@ -9,8 +9,15 @@
 
 namespace drive {
 
-// Starts the application on a fresh machine in the folder `home`. False: it did not start.
-bool Begin(std::u16string_view home);
+struct Machine {
+  std::u16string home;
+  std::u16string executableName = u"MORVA";
+  bool hasDocuments = true;
+};
+
+// Starts the application on a fresh machine; what lies in its folders stays. False: it did
+// not start.
+bool Begin(const Machine& machine);
 // The answer to one line, without a line end.
 std::string AnswerLine(std::string_view line);
 // Closes the window as its user does, without questions.

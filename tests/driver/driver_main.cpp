@@ -16,7 +16,9 @@ int main(int argc, char** argv) {
   std::error_code problem;
   std::filesystem::create_directories(argv[1], problem);
   const std::string home = std::filesystem::absolute(argv[1], problem).string();
-  if (!drive::Begin(platform::FromUtf8(home))) {
+  drive::Machine machine;
+  machine.home = platform::FromUtf8(home);
+  if (!drive::Begin(machine)) {
     std::fputs("the application did not start\n", stderr);
     return 1;
   }

@@ -38,6 +38,17 @@ std::string GetSurface(const Words&) { return GoodNumber("surface", morva::app.s
 std::string GetMode(const Words&) { return GoodNumber("mode", morva::app.mode); }
 std::string GetUnits(const Words&) { return GoodNumber("units", morva::app.unitsMetric); }
 std::string GetDncState(const Words&) { return GoodNumber("dncstate", morva::dncState); }
+std::string GetLayout(const Words&) {
+  const platform::Rect client = platform::ClientArea(platform::kMainWindow);
+  return Json('{')
+      .Flag("ok", true)
+      .Number("width", client.right)
+      .Number("height", client.bottom)
+      .Number("leftPanelWidth", morva::app.leftPanelWidth)
+      .Number("topBarHeight", morva::app.topBarHeight)
+      .Done();
+}
+
 std::string GetClipboard(const Words&) { return GoodText(headless::ClipboardText()); }
 std::string StillToCome(const Words&) { return Bad(u"this room is still to come"); }
 
@@ -334,7 +345,7 @@ constexpr Look kLooks[] = {
     {u"dncstate", GetDncState}, {u"boxes", GetBoxes},         {u"menus", GetMenus},
     {u"files", GetFiles},       {u"sent", GetSent},           {u"control", GetControl},
     {u"list", GetList},         {u"controls", GetControls},   {u"tokens", GetTokens},
-    {u"paint", GetPaint},       {u"clipboard", GetClipboard},
+    {u"paint", GetPaint},       {u"clipboard", GetClipboard}, {u"layout", GetLayout},
 };
 
 }  // namespace

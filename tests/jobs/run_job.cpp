@@ -10,6 +10,10 @@
 //     @file NAME     what follows up to @end is written to HOME/NAME, lines ended by LF
 //     @same NAME     what follows up to @end is what HOME/NAME must hold, lines ended by CR LF
 //     @gone NAME     HOME/NAME must not exist
+//     @executable NAME   the program's file name, before the first driver line
+//     @nodocuments       a machine without a Documents folder, likewise
+//     @close             closes the window without questions; the next driver line starts the
+//                        program again on the same machine
 // and empty lines and lines that start with "#" are for the reader.
 
 #include <unistd.h>
@@ -37,6 +41,8 @@ struct Job {
   std::size_t at = 0;
   std::string sent;
   std::string answer;
+  drive::Machine machine;
+  bool started = false;
   bool asked = false;  // an answer stands and has not been judged as ok or error
   int expectations = 0;
   int failures = 0;
@@ -79,6 +85,29 @@ std::string ReadAll(const fs::path& path) {
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+void Start(Job& job) {
+  if (job.started) return;
+  job.started = true;
+  job.machine.home = platform::FromUtf8(job.home.string());
+  if (drive::Begin(job.machine)) return;
+  std::fputs("the application did not start\n", stderr);
+  std::exit(2);
+}
+
+bool RunMachineLine(Job& job, const std::string& line) {
+  if (line.rfind("@executable ", 0) == 0) {
+    job.machine.executableName = platform::FromUtf8(line.substr(12));
+  } else if (line == "@nodocuments") {
+    job.machine.hasDocuments = false;
+  } else if (line == "@close") {
+    drive::End();
+    job.started = false;
+  } else {
+    return false;
+  }
+  return true;
+}
+
 void RunFileLine(Job& job, const std::string& line) {
   const std::size_t blank = line.find(' ');
   const fs::path path = job.home / (blank == line.npos ? "" : line.substr(blank + 1));
@@ -116,12 +145,13 @@ void RunLine(Job& job, const std::string& line) {
   const std::string rest = WithHome(line.size() > 2 ? line.substr(2) : "", job.home);
   if (line[0] == '>') {
     JudgeAsked(job);
+    Start(job);
     job.sent = rest;
     job.answer = drive::AnswerLine(rest);
     job.asked = true;
   } else if (line[0] == '@') {
     JudgeAsked(job);
-    RunFileLine(job, line);
+    if (!RunMachineLine(job, line)) RunFileLine(job, line);
   } else if (std::string_view("=<-!").find(line[0]) != std::string_view::npos) {
     RunExpectation(job, line[0], rest);
   } else {
@@ -150,17 +180,14 @@ int main(int argc, char** argv) {
     return 2;
   }
   job.home = NewHome();
-  if (job.home.empty() || !drive::Begin(platform::FromUtf8(job.home.string()))) {
-    std::fputs("the application did not start\n", stderr);
-    return 2;
-  }
+  if (job.home.empty()) return 2;
   while (job.at < job.lines.size()) {
     const std::string& line = job.lines[job.at++];
     RunLine(job, line);
   }
   JudgeAsked(job);
   if (job.expectations == 0) Fail(job, "this job expects nothing");
-  drive::End();
+  if (job.started) drive::End();
   std::error_code ignored;
   fs::remove_all(job.home, ignored);
   std::printf("%s: %d expectations, %d failures\n", argv[1], job.expectations, job.failures);

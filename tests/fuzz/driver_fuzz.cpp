@@ -1,0 +1,177 @@
+// Driver lines by chance: nothing in them may end the program, and every answer is one line.
+//
+// The first byte chooses: even, the rest is lines as they stand; odd, every further byte picks
+// a phrase, so that whole jobs come about. Files stay below a folder of this process.
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "driver/drive.h"
+
+namespace {
+
+// Arguments are picked by the bytes that follow: "@" is a control, "#" a small number.
+constexpr const char* kPhrases[] = {
+    "click @",
+    "click \"NEW\"",
+    "click \"CLOSE\"",
+    "click \"OPEN\"",
+    "click \"SEND\"",
+    "click \"RECEIVE\"",
+    "click \"PATH\"",
+    "ctrlclick @",
+    "command @ #",
+    "type @ \"0.75\"",
+    "select @ #",
+    "double @ #",
+    "menu @ #",
+    "focus @",
+    "key \"Ctrl+S\"",
+    "key \"Ctrl+Z\"",
+    "key \"Alt+V\"",
+    "key \"Ctrl+A\"",
+    "key \"Ctrl+X\"",
+    "key \"Enter\"",
+    "key \"Down\"",
+    "key \"Tab\"",
+    "key \"Delete\"",
+    "key \"F5\"",
+    "key \"Ctrl+Space\"",
+    "editor insert \"G0 X# Y#\\nG2 X1. I.5\\n\"",
+    "editor insert \"(MORVA TEXT #)\\n\"",
+    "editor insert \"(MORVA END #)\"",
+    "editor insert \"(MORVA BEGIN #)\\n(MORVA CODE)\\n\"",
+    "editor insert \"(WIZARD: x)\\nG81\\n\\n\"",
+    "editor select # #",
+    "editor set \"O1000\\nN10 G0 X1.\\nM30\"",
+    "editor set \"\"",
+    "editor undo",
+    "mouse HaasSimView press # # left",
+    "mouse HaasSimView move # #",
+    "mouse HaasSimView release # # left",
+    "mouse HaasSimView wheel # # 1",
+    "mouse MorvaDeskWnd press 300 500",
+    "mouse MorvaDeskWnd move # 500",
+    "mouse MorvaDeskWnd release # 500",
+    "mouse MorvaSpeed press # 4",
+    "hover @",
+    "resize 1300 #",
+    "wait #",
+    "wait 800",
+    "answer yes",
+    "answer no",
+    "answer cancel",
+    "file \"a.NC\"",
+    "file \"b\"",
+    "file cancel",
+    "pick 111",
+    "pick 917",
+    "pick 3001",
+    "pick @",
+    "port COM3 present",
+    "port COM3 busy",
+    "peer send \"%\\r\\nO1\\r\\n%\"",
+    "peer stall #",
+    "peer unplug",
+    "fail write 1",
+    "fail rename 1",
+    "fail worker 1",
+    "fail popup 1",
+    "get tabs",
+    "get features",
+    "get path",
+    "get controls",
+    "get text",
+    "get paint HaasSimView",
+    "get paint MorvaDeskWnd",
+    "get tokens #",
+    "close",
+};
+
+constexpr int kControls[] = {101,  103,  104,  105,  106,  108,  109,  110,  111,  112,  200,  300,
+                             400,  440,  600,  601,  660,  661,  663,  664,  665,  666,  670,  680,
+                             800,  801,  807,  808,  809,  811,  900,  905,  914,  915,  916,  917,
+                             918,  919,  1200, 1201, 1202, 1210, 1211, 1212, 1213, 1214, 1215, 1216,
+                             1270, 1271, 1272, 1273, 1274, 1275, 1276, 1280, 1281, 1290, 1291, 1292,
+                             1293, 1294, 1295, 1700, 2930, 2990, 2991, 2992, 3000, 3010, 3013, 3020,
+                             3027, 3030, 3107, 3110, 3113, 3115, 3117, 3118, 3202, 3208, 20002};
+
+// In memory where the system has such a folder: every save of the program is flushed.
+std::filesystem::path NewHome() {
+  const std::filesystem::path memory = "/dev/shm";
+  const bool there = std::filesystem::is_directory(memory);
+  const std::filesystem::path parent = there ? memory : std::filesystem::temp_directory_path();
+  std::string name = (parent / "morva-fuzz-XXXXXX").string();
+  if (!mkdtemp(name.data())) std::abort();
+  return name;
+}
+
+void Expect(bool holds, const char* what, std::string_view line, std::string_view answer) {
+  if (holds) return;
+  std::fprintf(stderr, "%s\n  line:   %.*s\n  answer: %.*s\n", what, static_cast<int>(line.size()),
+               line.data(), static_cast<int>(answer.size()), answer.data());
+  std::abort();
+}
+
+void Say(std::string_view line) {
+  const std::string answer = drive::AnswerLine(line);
+  Expect(answer.rfind("{\"ok\":", 0) == 0 && answer.back() == '}', "no object", line, answer);
+  Expect(answer.find('\n') == answer.npos, "more than one line", line, answer);
+}
+
+class Bytes {
+ public:
+  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+  bool Any() const { return at_ < size_; }
+  std::size_t Next() { return Any() ? data_[at_++] : 0; }
+
+ private:
+  const std::uint8_t* data_;
+  std::size_t size_;
+  std::size_t at_ = 0;
+};
+
+std::string PickedLine(Bytes& bytes) {
+  std::string line;
+  for (const char* c = kPhrases[bytes.Next() % std::size(kPhrases)]; *c; ++c) {
+    if (*c == '@') {
+      line += std::to_string(kControls[bytes.Next() % std::size(kControls)]);
+    } else if (*c == '#') {
+      line += std::to_string(bytes.Next() * bytes.Next() / 16);
+    } else {
+      line.push_back(*c);
+    }
+  }
+  return line;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::filesystem::path home = NewHome();
+  drive::KeepFilesAtHome();
+  drive::Machine machine;
+  machine.home = home.u16string();
+  Expect(drive::Begin(machine), "the application did not start", "", "");
+  Bytes bytes(data + 1, size - 1);
+  if (data[0] % 2 == 1) {
+    while (bytes.Any()) Say(PickedLine(bytes));
+  } else {
+    std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
+    while (!text.empty()) {
+      const std::size_t end = std::min(text.find('\n'), text.size());
+      Say(text.substr(0, end));
+      text.remove_prefix(std::min(end + 1, text.size()));
+    }
+  }
+  drive::End();
+  std::filesystem::remove_all(home);
+  return 0;
+}
