@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -108,6 +109,12 @@ class Peer {
           return Milliseconds(since) >= quietMs;
         },
         deadlineMs);
+  }
+
+  // Whether the line is open for one user alone.
+  bool IsTaken() const {
+    int on = 0;
+    return ioctl(slave, TIOCGEXCL, &on) == 0 && on != 0;
   }
 
   const std::string& Path() const { return path_; }

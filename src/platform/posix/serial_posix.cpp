@@ -40,8 +40,10 @@ struct Line {
   int wake = -1;
   std::int32_t dataBits = 8;
   std::int32_t flow = 0;
-  bool emptied = true;       // nothing of ours waits in the driver
-  bool stoppedPeer = false;  // our XOFF is out and no XON since
+  bool emptied = true;         // nothing of ours waits in the driver
+  bool stoppedPeer = false;    // our XOFF is out and no XON since
+  bool stalled = false;        // the last write ended because nothing was taken any more
+  std::int64_t lastTaken = 0;  // when the driver last took a byte
   LineRate rate;
   BackChannel back;
   MarkDecoder marks;
@@ -147,6 +149,30 @@ std::int64_t Waiting(const Line& l, std::int64_t now) {
   if (ioctl(l.fd, TIOCOUTQ, &queued) != 0 || queued < 0) queued = 0;
   const std::int64_t backlog = Backlog(l.rate, now);
   return backlog > queued ? backlog : queued;
+}
+
+// What may go down now, and how long to wait for the line or for more.
+struct Allowance {
+  std::size_t bytes = 0;
+  std::int64_t wait = 0;
+};
+
+Allowance AllowanceOf(const Line& l, std::size_t left, std::int64_t now, std::int64_t retryAt) {
+  Allowance allowed;
+  allowed.wait = std::max<std::int64_t>(0, l.lastTaken + kStall - now);
+  if (l.back.stopped) return allowed;
+  const std::int64_t room = kDriverBytes - Waiting(l, now);
+  const int wanted = PieceWanted(l.rate, left);
+  if (room < wanted) {
+    const std::int64_t refill = std::max(kRetry, (wanted - room) * l.rate.byteNs);
+    allowed.wait = std::min(allowed.wait, refill);
+  } else if (now < retryAt) {
+    allowed.wait = std::min(allowed.wait, retryAt - now);
+  } else {
+    allowed.bytes = static_cast<std::size_t>(room);
+    allowed.wait = std::min(allowed.wait, kLookAgain);
+  }
+  return allowed;
 }
 
 // Reads what the driver holds as far as there is room. False: gone.
@@ -295,45 +321,34 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   Line& l = line;
   if (l.fd < 0) return false;
   const unsigned char* in = static_cast<const unsigned char*>(bytes);
-  std::int64_t lastTaken = Now();
-  std::int64_t pauseUntil = 0;
+  // A chunk of which a part went out before the stall does not start the five seconds anew.
+  if (!l.stalled) l.lastTaken = Now();
+  l.stalled = false;
+  std::int64_t retryAt = 0;
   while (written < count) {
     const std::int64_t now = Now();
-    if (now - lastTaken >= kStall) return true;
     const std::size_t left = count - written;
-    std::int64_t wait = lastTaken + kStall - now;
-    std::int64_t room = 0;
-    if (!l.back.stopped) {
-      const int wanted = PieceWanted(l.rate, left);
-      room = kDriverBytes - Waiting(l, now);
-      if (room < wanted) {
-        std::int64_t refill = (wanted - room) * l.rate.byteNs;
-        if (refill < kRetry) refill = kRetry;
-        if (refill < wait) wait = refill;
-        room = 0;
-      } else if (now < pauseUntil) {
-        if (pauseUntil - now < wait) wait = pauseUntil - now;
-        room = 0;
-      }
-    }
-    if (room > 0 && wait > kLookAgain) wait = kLookAgain;
-    const Ready ready = WaitForLine(l, room > 0, wait);
+    const Allowance allowed = AllowanceOf(l, left, now, retryAt);
+    const Ready ready = WaitForLine(l, allowed.bytes > 0, allowed.wait);
     if (ready.woken) return true;
     if (ready.gone) return false;
     if (ready.input && !TakeBackChannel(l)) return false;
-    if (l.back.stopped || room <= 0 || !ready.output) continue;
-    const std::size_t piece =
-        left < static_cast<std::size_t>(room) ? left : static_cast<std::size_t>(room);
-    const ssize_t taken = write(l.fd, in + written, piece);
-    if (taken < 0 && errno != EAGAIN && errno != EINTR) return false;
-    if (taken <= 0) {
-      pauseUntil = now + kRetry;
-      continue;
+    if (!l.back.stopped && allowed.bytes > 0 && ready.output) {
+      const ssize_t taken = write(l.fd, in + written, std::min(left, allowed.bytes));
+      if (taken < 0 && errno != EAGAIN && errno != EINTR) return false;
+      if (taken > 0) {
+        l.emptied = false;
+        l.lastTaken = Now();
+        AddToLine(l.rate, l.lastTaken, taken);
+        written += static_cast<std::size_t>(taken);
+        continue;
+      }
+      retryAt = now + kRetry;
     }
-    l.emptied = false;
-    lastTaken = Now();
-    AddToLine(l.rate, lastTaken, taken);
-    written += static_cast<std::size_t>(taken);
+    if (now - l.lastTaken >= kStall) {
+      l.stalled = true;
+      return true;
+    }
   }
   return true;
 }

@@ -1,0 +1,408 @@
+// The transfer engine over real pseudo-terminals, with the real thread and serial line.
+//
+// The far end is a pseudo-terminal of the test or the control simulator. Waits are for states
+// with deadlines.
+
+#include <gtest/gtest.h>
+#include <sys/file.h>
+
+#include <ctime>
+#include <random>
+
+#include "documents/autosave.h"
+#include "documents/program_tabs.h"
+#include "far_end.h"
+#include "platform/clock.h"
+#include "unit/dnc/dnc_stage.h"
+
+namespace {
+
+// The engine pauses 10 ms between reads of 256 bytes, so that 2 MiB take 84 s. The two tests of
+// the limit shorten the pause; everything else runs at its own pace.
+std::atomic<int> pauseDivider{1};
+
+}  // namespace
+
+namespace platform {
+
+std::uint64_t TickMilliseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::uint64_t>(now.tv_sec) * 1000 +
+         static_cast<std::uint64_t>(now.tv_nsec) / 1000000;
+}
+
+void SleepMilliseconds(int milliseconds) {
+  std::this_thread::sleep_for(std::chrono::microseconds(milliseconds * 1000 / pauseDivider.load()));
+}
+
+}  // namespace platform
+
+namespace {
+
+using far_end::Clock;
+using far_end::Milliseconds;
+using far_end::Peer;
+using far_end::Simulator;
+using far_end::WaitUntil;
+using morva::transfer;
+
+constexpr int kMostAbortMs = 150;
+
+// A program of at least `bytes` bytes with every kind of line; no line is like another.
+std::string BigProgram(std::size_t bytes) {
+  std::string text = "%\r\nO0001 (LONG)\r\n";
+  std::mt19937 random(5);
+  for (int n = 10; text.size() < bytes; n += 10) {
+    text += "N" + std::to_string(n) + " G1 X" + std::to_string(random() % 100000) + " Y-" +
+            std::to_string(random() % 100000) + " F" + std::to_string(random() % 300) + "\r\n";
+  }
+  return text + "M30\r\n%\r\n";
+}
+
+struct LiveTransfer : public DncStage {
+  LiveTransfer() { morva::ResetDocuments(); }
+  ~LiveTransfer() override {
+    pauseDivider = 1;
+    morva::ResetTransfer();
+    morva::FreeTabs();
+    morva::ResetDocuments();
+    morva::ResetAutosave();
+  }
+
+  void UsePort(const std::string& path, const char* more = "") {
+    PutIni("[DNC]\r\nPort=" + path + "\r\n" + more);
+    ASSERT_TRUE(morva::LoadSerialProfile());
+  }
+  static void StartSend(std::string bytes) { morva::StartSend(std::move(bytes), u"Sending."); }
+  static void StartReceive() {
+    morva::dncState = morva::kDncOffline;
+    morva::ReceiveProgram();
+  }
+  // Handles messages until the state is reached.
+  static bool Pump(const std::function<bool()>& reached, int milliseconds) {
+    return WaitUntil(
+        [&] {
+          headless::DrainPosts();
+          return reached();
+        },
+        milliseconds);
+  }
+  static bool PumpToTheEnd(int milliseconds) {
+    return Pump([] { return !transfer.active; }, milliseconds);
+  }
+  // From the abort to the terminal message.
+  static std::int64_t AbortAndWait() {
+    const Clock::time_point start = Clock::now();
+    morva::AbortTransfer();
+    EXPECT_TRUE(PumpToTheEnd(10000));
+    return Milliseconds(start);
+  }
+};
+
+TEST_F(LiveTransfer, SendsTheEditorsProgramByteForByteToTheSimulator) {
+  const std::string saved = (folder / "saved.nc").string();
+  Simulator control({"--save", saved});
+  UsePort(control.port);
+  platform::SetEditorText(morva::kIdEditor, u"O1234 (PLATE — TOP)\r\nG0 X0\r\nM30");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  morva::RouteCommand(morva::kIdSend, 0);
+  ASSERT_TRUE(PumpToTheEnd(10000));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  EXPECT_EQ(control.WaitFor("PROGRAM", 5000), "PROGRAM 39");
+  EXPECT_EQ(control.WaitFor("SAVED", 5000), "SAVED " + saved);
+  EXPECT_EQ(support::ReadRaw(saved), "%\r\nO1234 (PLATE ? TOP)\r\nG0 X0\r\nM30\r\n%\r\n");
+}
+
+TEST_F(LiveTransfer, ReceivesAProgramByteForByteFromTheSimulator) {
+  const std::string program = BigProgram(20000);
+  const std::string file = (folder / "out.nc").string();
+  support::WriteRaw(file, program);
+  Simulator control({"--send", file});
+  UsePort(control.port);
+  morva::RouteCommand(morva::kIdReceive, 0);
+  EXPECT_TRUE(transfer.active);
+  ASSERT_TRUE(PumpToTheEnd(30000));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  // The new tab's text is a block of foreign text; the program itself is in it as it came.
+  EXPECT_NE(Text().find(support::Wide(program)), std::u16string::npos);
+  EXPECT_EQ(control.WaitFor("SENT", 5000).substr(0, 5), "SENT ");
+}
+
+TEST_F(LiveTransfer, WritesThePortIntoTheSettingsFileForANewcomer) {
+  PutIni("[Tool0]\r\nName=x\r\n[DNC]\r\nBaud=4800\r\nport=COM1\r\n[View]\r\nA=1\r\n");
+  Simulator control({"--ini", (folder / "bin" / "MORVA.ini").string()});
+  // The port is told first; the file is written by the time that commands are obeyed.
+  control.Tell("status");
+  EXPECT_NE(control.WaitFor("STATUS", 5000), "");
+  EXPECT_EQ(Ini(), "[Tool0]\r\nName=x\r\n[DNC]\r\nBaud=4800\r\nPort=" + control.port +
+                       "\r\n[View]\r\nA=1\r\n");
+  EXPECT_TRUE(morva::AutoConnect());
+}
+
+TEST_F(LiveTransfer, SendsNothingOnceStoppedThoughAThousandBytesArrive) {
+  Peer peer;
+  UsePort(peer.Path());
+  const std::string program = BigProgram(1 << 20);
+  StartSend(program);
+  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  peer.Send("\x13");
+  ASSERT_TRUE(peer.WaitQuiet(100, 5000));
+  const std::size_t before = peer.Count();
+  ASSERT_LT(before, program.size());
+  peer.Send(std::string(1000, 'n'));
+  EXPECT_TRUE(peer.WaitQuiet(300, 5000));
+  EXPECT_EQ(peer.Count(), before);
+  EXPECT_TRUE(transfer.active);
+  peer.Send("\x11");
+  ASSERT_TRUE(PumpToTheEnd(20000));
+  EXPECT_TRUE(WaitUntil([&] { return peer.Count() == program.size(); }, 5000));
+  EXPECT_EQ(peer.Received(), program);
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+}
+
+TEST_F(LiveTransfer, EndsInErrorWhenTheFarEndHoldsLongerThanFiveSeconds) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartSend(BigProgram(1 << 20));
+  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  const Clock::time_point start = Clock::now();
+  peer.Send("\x13");
+  ASSERT_TRUE(PumpToTheEnd(20000));
+  EXPECT_GE(Milliseconds(start), 4900);
+  EXPECT_LT(Milliseconds(start), 7000);
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_EQ(Status(), u"DNC transfer error — check COM port, cable, and matching settings.");
+}
+
+TEST_F(LiveTransfer, GoesOnWhenTheSimulatorEndsItsHold) {
+  const std::string saved = (folder / "saved.nc").string();
+  Simulator control({"--save", saved, "--hold-after", "5000", "--hold-ms", "700"});
+  UsePort(control.port);
+  const std::string program = BigProgram(1 << 20);
+  StartSend(program);
+  ASSERT_TRUE(PumpToTheEnd(20000));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  EXPECT_NE(control.WaitFor("HOLD", 5000), "");
+  const std::string release = control.WaitFor("RELEASE", 5000);
+  EXPECT_GE(Simulator::Number(release, "held"), 700);
+  EXPECT_LE(Simulator::Number(release, "late"), 64) << release;
+  EXPECT_NE(control.WaitFor("SAVED", 5000), "");
+  EXPECT_EQ(support::ReadRaw(saved), program);
+}
+
+TEST_F(LiveTransfer, EndsInErrorWhenTheCableGoesInMidSend) {
+  Simulator control({"--baud", "115200"});
+  UsePort(control.port);
+  StartSend(BigProgram(1 << 20));
+  ASSERT_TRUE(Pump([this] { return statusLines.size() > 20; }, 10000));
+  control.Tell("vanish");
+  ASSERT_TRUE(PumpToTheEnd(5000));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_TRUE(transfer.sendBuffer.empty());
+}
+
+TEST_F(LiveTransfer, EndsInErrorWhenTheCableGoesInMidReceive) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartReceive();
+  peer.Send("%\r\nO1\r\n");
+  peer.Vanish();
+  ASSERT_TRUE(PumpToTheEnd(5000));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_EQ(morva::app.tabCount, 0);
+}
+
+TEST_F(LiveTransfer, EndsAReceiveTwoSecondsBehindTheLastByte) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartReceive();
+  ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
+  const Clock::time_point start = Clock::now();
+  peer.Send("%\r\nO1\r\n%\r\n");
+  ASSERT_TRUE(PumpToTheEnd(10000));
+  EXPECT_GT(Milliseconds(start), 2000);
+  EXPECT_LT(Milliseconds(start), 4000);
+  EXPECT_EQ(morva::app.tabCount, 1);
+}
+
+// Sends `count` bytes to a receive with the shortened pause.
+void ReceiveMuch(std::size_t count) {
+  Peer peer;
+  pauseDivider = 50;
+  morva::serialProfile = morva::SerialProfile{};
+  platform::FromUtf8(peer.Path()).copy(morva::serialProfile.port, 31);
+  morva::dncState = morva::kDncConnected;
+  morva::ReceiveProgram();
+  ASSERT_TRUE(transfer.active);
+  // The worker's open drops what came before it.
+  ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
+  std::string bytes(count, 'G');
+  for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<char>('A' + i % 23);
+  // The far end obeys XOFF, as a control does.
+  std::size_t sent = 0;
+  bool stopped = false;
+  const Clock::time_point start = Clock::now();
+  while (sent < bytes.size() && transfer.active && Milliseconds(start) < 60000) {
+    const std::string back = peer.Received();
+    stopped = !back.empty() && back.back() == '\x13';
+    if (!stopped) {
+      const std::size_t piece = std::min<std::size_t>(512, bytes.size() - sent);
+      peer.Send(std::string_view(bytes).substr(sent, piece));
+      sent += piece;
+    } else {
+      std::this_thread::sleep_for(std::chrono::microseconds(100));
+    }
+    headless::DrainPosts();
+  }
+  ASSERT_TRUE(WaitUntil(
+      [] {
+        headless::DrainPosts();
+        return !transfer.active;
+      },
+      30000));
+}
+
+TEST_F(LiveTransfer, AcceptsOneByteLessThanTwoMebibytes) {
+  ReceiveMuch(2097151);
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  std::u16string wanted(2097151, u'G');
+  for (std::size_t i = 0; i < wanted.size(); ++i) wanted[i] = static_cast<char16_t>(u'A' + i % 23);
+  EXPECT_NE(Text().find(wanted), std::u16string::npos);
+}
+
+TEST_F(LiveTransfer, RefusesTwoMebibytes) {
+  ReceiveMuch(2097152);
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_EQ(morva::app.tabCount, 0);
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(LiveTransfer, CarriesSixteenMegabytesThroughStormsOfXoffAndNoise) {
+  const std::string saved = (folder / "saved.nc").string();
+  Simulator control({"--save", saved, "--storm", "7", "--noise", "100000000"});
+  UsePort(control.port);
+  const std::string program = BigProgram(16000000);
+  const Clock::time_point start = Clock::now();
+  StartSend(program);
+  ASSERT_TRUE(PumpToTheEnd(60000));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  EXPECT_NE(control.WaitFor("SAVED", 20000), "");
+  EXPECT_LT(Milliseconds(start), 60000);
+  EXPECT_TRUE(support::ReadRaw(saved) == program) << "the saved program differs";
+  control.Tell("status");
+  const std::string status = control.WaitFor("STATUS", 5000);
+  EXPECT_GT(Simulator::Number(status, "holds"), 100) << status;
+  EXPECT_EQ(Simulator::Number(status, "late"), 0) << status;
+  EXPECT_LT(Simulator::Number(status, "noise"), 100000000) << status;
+}
+
+TEST_F(LiveTransfer, RefusesAPortThatAnotherProgramHolds) {
+  Peer peer;
+  UsePort(peer.Path());
+  ASSERT_EQ(flock(peer.slave, LOCK_EX | LOCK_NB), 0);
+  EXPECT_FALSE(morva::AutoConnect());
+  EXPECT_EQ(morva::dncState, morva::kDncConnectionFailed);
+  ASSERT_EQ(flock(peer.slave, LOCK_UN), 0);
+  EXPECT_TRUE(morva::AutoConnect());
+}
+
+TEST_F(LiveTransfer, RefusesSettingsThatNameNoLine) {
+  Peer peer;
+  UsePort(peer.Path(), "Baud=-5\r\n");
+  EXPECT_FALSE(morva::AutoConnect());
+  UsePort(peer.Path(), "Baud=9600\r\nStopBits=1\r\n");
+  EXPECT_FALSE(morva::AutoConnect());
+  UsePort(peer.Path(), "Baud=9600\r\nStopBits=0\r\nFlow=7\r\n");
+  EXPECT_TRUE(morva::AutoConnect());
+}
+
+TEST_F(LiveTransfer, ShowsAFailedConnectionWhileTheWorkerHoldsThePort) {
+  Peer peer;
+  UsePort(peer.Path());
+  const std::string program = BigProgram(1 << 20);
+  StartSend(program);
+  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  peer.Send("\x13");
+  ASSERT_TRUE(peer.WaitQuiet(50, 5000));
+  morva::ReceiveProgram();
+  EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
+  EXPECT_TRUE(transfer.active);
+  peer.Send("\x11");
+  ASSERT_TRUE(PumpToTheEnd(20000));
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  EXPECT_TRUE(WaitUntil([&] { return peer.Received() == program; }, 5000));
+}
+
+// 300 aborts, 50 in each state, each on the line that the one before it left.
+
+struct Abort : public LiveTransfer {
+  static constexpr int kTurns = 50;
+  Peer peer;
+  std::int64_t worst = 0;
+
+  void SetUp() override { UsePort(peer.Path()); }
+  void TearDown() override { EXPECT_LE(worst, kMostAbortMs); }
+  void AbortNow(std::int32_t wantedState) {
+    worst = std::max(worst, AbortAndWait());
+    EXPECT_EQ(morva::dncState, wantedState);
+    peer.Forget();
+  }
+};
+
+TEST_F(Abort, EndsASendThatIsOpeningItsPort) {
+  for (int i = 0; i < kTurns; ++i) {
+    StartSend(BigProgram(100000));
+    AbortNow(morva::kDncOffline);
+  }
+}
+
+TEST_F(Abort, EndsARunningSend) {
+  const std::string program = BigProgram(8 << 20);
+  for (int i = 0; i < kTurns; ++i) {
+    StartSend(program);
+    ASSERT_TRUE(Pump([&] { return peer.Count() > 0; }, 5000));
+    AbortNow(morva::kDncOffline);
+  }
+}
+
+TEST_F(Abort, EndsASendHeldByXoff) {
+  const std::string program = BigProgram(8 << 20);
+  for (int i = 0; i < kTurns; ++i) {
+    StartSend(program);
+    ASSERT_TRUE(Pump([&] { return peer.Count() > 0; }, 5000));
+    peer.Send("\x13");
+    ASSERT_TRUE(peer.WaitQuiet(20, 5000));
+    AbortNow(morva::kDncOffline);
+  }
+}
+
+// A pseudo-terminal drains at once, so the abort comes as soon as the last byte was taken.
+TEST_F(Abort, EndsASendAtItsDrain) {
+  for (int i = 0; i < kTurns; ++i) {
+    StartSend("%\r\nG0\r\n%\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return peer.Count() == 10; }, 5000));
+    AbortNow(morva::kDncOffline);
+  }
+}
+
+TEST_F(Abort, EndsAReceiveInTheMidstOfItsData) {
+  for (int i = 0; i < kTurns; ++i) {
+    StartReceive();
+    ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
+    peer.Send(std::string(3000, 'G'));
+    AbortNow(morva::kDncError);
+  }
+}
+
+TEST_F(Abort, EndsAReceiveThatWaitsForItsFirstByte) {
+  for (int i = 0; i < kTurns; ++i) {
+    StartReceive();
+    ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
+    AbortNow(morva::kDncError);
+  }
+}
+
+}  // namespace
