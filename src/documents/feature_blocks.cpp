@@ -343,7 +343,7 @@ void ScanProgramText(std::u16string_view whole) {
   TakeMarkedBlocks(text);
   features.nextId = places.nextId;
   for (int i = 0; i < features.count; ++i) CountId(features.nextId, features.rows[i].id);
-  if (features.count < kMaxFeatures) FillGaps(text);
+  FillGaps(text);
   for (int i = 0; i < features.count; ++i) {
     if (features.rows[i].id < 0) features.rows[i].id = features.nextId++;
   }
