@@ -1,0 +1,136 @@
+// What a save costs beside one plain write, flush and rename of the same bytes in the same
+// folder, what the settings file costs for a whole library of keys, and how fast a program of
+// a million lines becomes text and bytes again.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "documents/file_text.h"
+#include "platform/file.h"
+#include "platform/headless/headless.h"
+#include "platform/profile.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kProgramBytes = 100000;
+
+// Beside the build and not in the system's folder for such files, which may live in memory
+// where a flush costs nothing.
+const fs::path& Folder() {
+  static const fs::path folder = [] {
+    std::string name = (fs::current_path() / "save-bench-XXXXXX").string();
+    if (!mkdtemp(name.data())) std::abort();
+    headless::Reset(platform::FromUtf8(name));
+    return fs::path(name);
+  }();
+  return folder;
+}
+
+std::string Program(int bytes) {
+  std::string text;
+  for (int line = 0; static_cast<int>(text.size()) < bytes; ++line) {
+    text += "N" + std::to_string(line % 100000) + " G1 X-1" + std::to_string(line % 1000) +
+            ".125 Y2.5\r\n";
+  }
+  return text;
+}
+
+void PlainSave(const std::string& bytes) {
+  const std::string target = (Folder() / "plain.NC").string();
+  const std::string temporary = target + ".new";
+  const int handle = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (write(handle, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) std::abort();
+  if (fsync(handle) != 0 || close(handle) != 0) std::abort();
+  if (rename(temporary.c_str(), target.c_str()) != 0) std::abort();
+}
+
+void AtomicSave(const std::string& bytes) {
+  static const std::u16string target = platform::FromUtf8((Folder() / "saved.NC").string());
+  if (!morva::SaveFileAtomic(target, bytes)) std::abort();
+}
+
+// The median in turn, so that a disk that slows down meanwhile slows both.
+double Ratio(const std::string& bytes) {
+  std::vector<double> plain;
+  std::vector<double> atomic;
+  for (int round = 0; round < 41; ++round) {
+    const Clock::time_point start = Clock::now();
+    PlainSave(bytes);
+    const Clock::time_point middle = Clock::now();
+    AtomicSave(bytes);
+    plain.push_back(std::chrono::duration<double>(middle - start).count());
+    atomic.push_back(std::chrono::duration<double>(Clock::now() - middle).count());
+  }
+  const auto median = [](std::vector<double>& times) {
+    std::nth_element(times.begin(), times.begin() + 20, times.end());
+    return times[20];
+  };
+  return median(atomic) / median(plain);
+}
+
+void BM_PlainSave(benchmark::State& state) {
+  const std::string bytes = Program(kProgramBytes);
+  for (auto _ : state) PlainSave(bytes);
+}
+
+void BM_SaveFileAtomic(benchmark::State& state) {
+  const std::string bytes = Program(kProgramBytes);
+  for (auto _ : state) AtomicSave(bytes);
+  state.counters["ratio to plain"] = Ratio(bytes);
+}
+
+// Sixty-four tools with twenty keys each, changed in one bracket.
+void BM_ProfileRewrite(benchmark::State& state) {
+  Folder();
+  int round = 0;
+  for (auto _ : state) {
+    const std::u16string value = platform::FromUtf8(std::to_string(++round));
+    platform::BeginProfileChange();
+    for (int tool = 0; tool < 64; ++tool) {
+      const std::u16string section = u"Tool" + platform::FromUtf8(std::to_string(tool));
+      for (int key = 0; key < 20; ++key) {
+        platform::WriteProfile(section, u"Key" + platform::FromUtf8(std::to_string(key)), value);
+      }
+    }
+    if (!platform::EndProfileChange()) state.SkipWithError("the settings were not written");
+  }
+}
+
+void BM_Decode(benchmark::State& state) {
+  const std::string bytes = Program(27000000);
+  for (auto _ : state) benchmark::DoNotOptimize(morva::DecodeProgram(bytes));
+  state.SetBytesProcessed(static_cast<std::int64_t>(bytes.size()) * state.iterations());
+}
+
+void BM_NormaliseOutput(benchmark::State& state) {
+  const std::u16string text = morva::DecodeProgram(Program(27000000));
+  for (auto _ : state) benchmark::DoNotOptimize(morva::NormaliseOutputText(text, true));
+  state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
+}
+
+BENCHMARK(BM_PlainSave)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_SaveFileAtomic)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_ProfileRewrite)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_Decode)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_NormaliseOutput)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  std::error_code ignored;
+  fs::remove_all(Folder(), ignored);
+  return 0;
+}
