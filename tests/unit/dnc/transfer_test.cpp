@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
@@ -460,6 +461,44 @@ TEST_F(TransferTest, OpensNothingWithoutReceivedData) {
   morva::OpenReceivedProgram();
   EXPECT_EQ(morva::app.tabCount, 0);
   EXPECT_EQ(Log(), Lines());
+}
+
+// The line of a test makes no line errors, so the worker's record is filled by hand.
+
+TEST_F(TransferTest, SaysAtTheEndOfAReceiveHowManyBytesHadLineErrors) {
+  transfer.isReceive = true;
+  transfer.receivedData = "O1";
+  morva::worker.lineErrors = 12;
+  morva::RouteMessage(morva::kMessageReceiveDone, 2, 0);
+  EXPECT_EQ(Log(), (Lines{kOpened,
+                          u"12 bytes had line errors. Check baud rate, data bits, parity and stop "
+                          u"bits at both ends."}));
+  morva::worker.lineErrors = 1;
+  morva::RouteMessage(morva::kMessageTransferFailed, 4, 0);
+  EXPECT_EQ(Log(), (Lines{kError,
+                          u"1 byte had line errors. Check baud rate, data bits, parity and stop "
+                          u"bits at both ends."}));
+  // A send has no such line: what came back was not kept.
+  transfer.isReceive = false;
+  morva::RouteMessage(morva::kMessageTransferFailed, 3, 0);
+  EXPECT_EQ(Log(), Lines{kError});
+}
+
+TEST_F(TransferTest, NamesThePortThatThisUserMayNotOpen) {
+  std::u16string(u"COM33").copy(morva::worker.settings.port, 5);
+  morva::worker.problem = platform::SerialProblem::Rights;
+  morva::RouteMessage(morva::kMessageTransferFailed, 1, 0);
+  EXPECT_EQ(Log(), (Lines{kError, u"COM33 may not be opened by this user."}));
+}
+
+TEST_F(TransferTest, AcceptsOneByteLessThanTwoMebibytes) {
+  Receive();
+  Advance(0);
+  headless::PeerSend(std::string(2097151, 'X'));
+  Advance(120000);
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_NE(Text().find(std::u16string(2097151, u'X')), std::u16string::npos);
 }
 
 }  // namespace
