@@ -49,8 +49,8 @@ void HoverTick() {
   lastId = id;
   if (id == 0 || id == platform::kMainWindow) return;
   if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
-  // The panels of standing text help by being read; they are not worth the log's content.
-  if (id == kIdInfoPanel || id == kIdHelpText) return;
+  // Standing text and the status line are read where they are; they must not wipe the log.
+  if (id == kIdInfoPanel || id == kIdHelpText || id == kIdStatusLine) return;
   const std::u16string text = HintFor(id);
   if (text.empty()) return;
   ShowStatus(text);

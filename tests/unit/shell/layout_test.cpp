@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "app/hover.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {
@@ -161,6 +162,20 @@ TEST_F(MainWindow, PlacesEveryVisibleControl) {
     EXPECT_GT(platform::RectWidth(info.place), 0) << id;
     EXPECT_GT(platform::RectHeight(info.place), 0) << id;
   }
+}
+
+TEST_F(MainWindow, KeepsTheLogWhenThePointerRestsOnStandingText) {
+  ResetHover();
+  const std::u16string log = platform::TextOf(kIdOutputLog);
+  for (int id : {kIdInfoPanel, kIdHelpText, kIdStatusLine}) {
+    headless::MovePointerOver(id);
+    HoverTick();
+    EXPECT_EQ(platform::TextOf(kIdOutputLog), log) << id;
+  }
+  headless::MovePointerOver(kIdNew);
+  HoverTick();
+  EXPECT_EQ(platform::TextOf(kIdOutputLog), u"NEW\r\n");
+  ResetHover();
 }
 
 TEST_F(MainWindow, LimitsTheFeatureNameTo80) {
