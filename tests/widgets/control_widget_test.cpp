@@ -192,6 +192,16 @@ TEST(ListWidget, TellsClicksKeysAndDoubleClicksButNoSetting) {
   EXPECT_EQ(stand::Count(1212, kNotifyListDouble), 2);
 }
 
+TEST(ListWidget, GettingTheKeyboardChoosesNothing) {
+  stand::Open();
+  MakeRows(1212, ListKind::Single, 5);
+  SetFocusTo(1212);
+  EXPECT_EQ(SelectedRow(1212), -1);
+  QTest::keyClick(WidgetOf(1212), Qt::Key_Down);
+  EXPECT_EQ(SelectedRow(1212), 0);
+  EXPECT_EQ(stand::Count(1212, kNotifyListSelect), 1);
+}
+
 TEST(ListWidget, TheRightButtonSelectsNothingAndAsksWithItsRow) {
   stand::Open();
   MakeRows(1212, ListKind::Single, 5);

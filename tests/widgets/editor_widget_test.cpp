@@ -137,6 +137,22 @@ TEST(EditorWidget, ReplacingTheSelectionLeavesTheCaretBehindTheText) {
   EXPECT_FALSE(CanUndoEditor(kId));
 }
 
+TEST(EditorWidget, ReplacingARangeCarriesTheCaretOnlyAsFarAsItMust) {
+  Open(u"0123456789");
+  const auto caretAfter = [](int caret, EditorRange range, std::u16string_view text) {
+    SetEditorText(kId, u"0123456789");
+    SetEditorSelection(kId, {caret, caret});
+    ReplaceRange(kId, range, text);
+    return EditorSelection(kId).to;
+  };
+  EXPECT_EQ(caretAfter(1, {3, 6}, u"abcdef"), 1);   // before
+  EXPECT_EQ(caretAfter(3, {3, 6}, u"abcdef"), 3);   // at the front
+  EXPECT_EQ(caretAfter(5, {3, 6}, u"abcdef"), 5);   // inside
+  EXPECT_EQ(caretAfter(5, {3, 6}, u""), 3);         // inside what goes
+  EXPECT_EQ(caretAfter(8, {3, 6}, u"abcdef"), 11);  // behind
+  EXPECT_EQ(caretAfter(3, {3, 3}, u"ab"), 5);       // at an insertion
+}
+
 TEST(EditorWidget, SettingTheTextTellsOnceAndEmptiesTheHistory) {
   Open(u"a");
   ReplaceSelection(kId, u"b", true);

@@ -23,6 +23,14 @@ QTextBlock LineOf(const EditorWidget* editor, int line) {
   return line >= 0 ? editor->document()->findBlockByNumber(line) : QTextBlock();
 }
 
+// Where a position lies after `from` to `to` were replaced by a text that ends at `end`. The
+// toolkit alone would carry every caret inside or at the front of the range to its end.
+int Moved(int position, int from, int to, int end) {
+  if (position < from || (position == from && to > from)) return position;
+  if (position >= to) return position + end - to;
+  return std::min(position, end);
+}
+
 void MakeReadOnly(EditorWidget* editor, bool readOnly) {
   editor->setReadOnly(readOnly);
   // The caret still walks through a text that cannot be changed.
@@ -100,7 +108,20 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   QTextCursor cursor(editor->document());
   cursor.setPosition(std::clamp(range.from, 0, length));
   cursor.setPosition(std::clamp(range.to, 0, length), QTextCursor::KeepAnchor);
+  const int from = cursor.selectionStart();
+  const int to = cursor.selectionEnd();
+  const int anchor = editor->textCursor().anchor();
+  const int caret = editor->textCursor().position();
+  const int top = editor->verticalScrollBar()->value();
   editor->Replace(cursor, text);
+  editor = EditorOf(id);
+  if (editor == nullptr) return;
+  const int end = to + editor->Length() - length;
+  const int newAnchor = Moved(anchor, from, to, end);
+  const int newCaret = Moved(caret, from, to, end);
+  const QTextCursor now = editor->textCursor();
+  if (now.anchor() != newAnchor || now.position() != newCaret) editor->Select(newAnchor, newCaret);
+  editor->verticalScrollBar()->setValue(top);
 }
 
 bool UndoEditor(int id) {

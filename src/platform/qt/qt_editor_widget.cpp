@@ -153,7 +153,10 @@ void EditorWidget::SetWhole(std::u16string_view text) {
   horizontalScrollBar()->setValue(0);
   textChanged_ = false;
   settingWhole_ = false;
+  lastAnchor_ = lastCaret_ = 0;
+  const QPointer<QWidget> self(this);
   SendCommand(Id(), kNotifyEditChange);
+  if (!self.isNull() && Listener().selection != nullptr) Listener().selection(Id());
 }
 
 void EditorWidget::Select(int anchor, int caret) {
@@ -175,7 +178,7 @@ void EditorWidget::Replace(QTextCursor cursor, std::u16string_view text) {
 
 void EditorWidget::TellSelection() {
   const QTextCursor cursor = textCursor();
-  if (settingWhole_ && cursor.position() != 0) return;
+  if (settingWhole_) return;
   if (cursor.anchor() == lastAnchor_ && cursor.position() == lastCaret_) return;
   lastAnchor_ = cursor.anchor();
   lastCaret_ = cursor.position();

@@ -113,7 +113,6 @@ class ListBox : public PlacedWidget<QListView> {
     viewport()->setAttribute(Qt::WA_Hover);
     setModel(model_);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-      changed_ = true;
       if (Quiet::depth == 0 && !pressing_) SendCommand(Id(), kNotifyListSelect);
     });
   }
@@ -162,6 +161,11 @@ class ListBox : public PlacedWidget<QListView> {
       if (currentIndex().isValid()) SendCommand(Id(), kNotifyListDouble);
       return;
     }
+    const bool walks = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (walks && currentIndex().isValid() && !selectionModel()->hasSelection()) {
+      selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+      return;
+    }
     QListView::keyPressEvent(event);
   }
   void contextMenuEvent(QContextMenuEvent* event) override {
@@ -177,7 +181,6 @@ class ListBox : public PlacedWidget<QListView> {
 
  private:
   RowModel* model_;
-  bool changed_ = false;
   bool pressing_ = false;
   bool pressed_ = false;
 };
@@ -319,7 +322,12 @@ void SetRowData(int id, int row, std::int64_t data) {
 }
 
 int SelectedRow(int id) {
-  if (const ListBox* box = BoxOf(id)) return box->currentIndex().row();
+  if (const ListBox* box = BoxOf(id)) {
+    // A list that gets the keyboard has a current row before one is chosen.
+    const QModelIndex index = box->currentIndex();
+    const bool multi = box->selectionMode() == QAbstractItemView::ExtendedSelection;
+    return multi || box->selectionModel()->isSelected(index) ? index.row() : -1;
+  }
   if (const Combo* combo = ComboOf(id)) return combo->currentIndex();
   return -1;
 }

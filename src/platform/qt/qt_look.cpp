@@ -76,7 +76,25 @@ class DarkStyle : public QProxyStyle {
       painter->restore();
       return;
     }
+    if (element == PE_FrameMenu) {
+      painter->setPen(ColourOf(kLookLine));
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+      return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && item != nullptr &&
+        item->menuItemType == QStyleOptionMenuItem::Separator) {
+      const int y = item->rect.center().y();
+      painter->fillRect(QRect(item->rect.left() + 6, y, item->rect.width() - 12, 1),
+                        ColourOf(kLookLine));
+      return;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
   }
 };
 

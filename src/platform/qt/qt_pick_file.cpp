@@ -25,6 +25,8 @@ bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
   if (QGuiApplication::platformName() == QStringLiteral("offscreen")) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
   }
+  // The words name the patterns already.
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setFont(FontOf(FontRole::Body));
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
