@@ -74,15 +74,17 @@ void FillAround(Canvas& canvas, PointF middle, int reach, Colour colour) {
   FillArea(canvas, {x - reach, y - reach, x + reach + 1, y + reach + 1}, colour);
 }
 
-// Text with its left end, its middle or whatever `align` says at a point.
+// Text on a plate of the background, so that no line runs through it. Its top left corner or,
+// as `align` says, its middle stands at the point.
 void TextAt(Canvas& canvas, PointF at, const char16_t* text, FontRole font, Colour colour,
             unsigned align) {
   const int height = platform::TextHeight(font);
   const int width = platform::TextWidth(font, text) + 2;
   const int left = Pixel(at.x) - ((align & platform::kAlignCentre) ? width / 2 : 0);
   const int top = Pixel(at.y) - ((align & platform::kAlignMiddle) ? height / 2 : 0);
-  PaintText(canvas, {left, top, left + width, top + height}, text, font, colour,
-            align & ~unsigned{platform::kAlignMiddle});
+  const Rect plate{left, top, left + width, top + height};
+  FillArea(canvas, plate, kBackground);
+  PaintText(canvas, plate, text, font, colour, align & ~unsigned{platform::kAlignMiddle});
 }
 
 struct GridSteps {
@@ -232,8 +234,11 @@ void PaintMeasure(Canvas& canvas, const Rect& client) {
 
 void PaintReadOut(Canvas& canvas, const Rect& client, int top, const char16_t* text,
                   Colour colour) {
-  const Rect area{client.left + kEdge, top, client.right - kEdge,
-                  top + platform::TextHeight(FontRole::Small)};
+  const int left = client.left + kEdge;
+  const int right =
+      std::min(client.right - kEdge, left + platform::TextWidth(FontRole::Small, text) + 2);
+  const Rect area{left, top, right, top + platform::TextHeight(FontRole::Small)};
+  FillArea(canvas, area, kBackground);
   PaintText(canvas, area, text, FontRole::Small, colour,
             platform::kAlignLeft | platform::kAlignTop | platform::kTextEllipsis);
 }
