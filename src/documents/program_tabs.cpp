@@ -12,6 +12,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/tab_models.h"
+#include "documents/tab_table.h"
 #include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -61,7 +62,7 @@ ProgramTab* ActiveTab() {
   return valid ? &tabs[app.activeTab] : nullptr;
 }
 
-int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title) {
+int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_view title) {
   if (app.tabCount >= kMaxTabs) {
     platform::ShowBox(u"MORVA Tabs", u"The workspace supports up to 8 open programs in this build.",
                       platform::BoxButtons::Ok, platform::BoxIcon::Warning);
@@ -75,14 +76,14 @@ int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_v
   CopyBounded(tab.path, kPathUnits, path);
   if (path.empty() && title.empty()) title = u"Untitled.NC";
   CopyBounded(tab.title, kTitleUnits, path.empty() ? title : BareFileName(path));
-  if (path.empty() && text.empty()) {
-    tab.text = TemplateText(tab.title);
-  } else {
-    tab.text = text.substr(0, text.find(u'\0'));
-  }
+  tab.text = path.empty() && text.empty() ? TemplateText(tab.title) : std::move(text);
   if (tab.path[0]) ReadCompanions(tab.path, tab);
   RefreshTabButtons();
   return index;
+}
+
+int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title) {
+  return OpenOwnedTab(path, std::u16string(text.substr(0, text.find(u'\0'))), title);
 }
 
 void SwitchTab(int index) {

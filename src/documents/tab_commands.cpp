@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -93,9 +94,9 @@ int OpenCutProgram(std::u16string_view path, std::u16string_view text) {
 int OpenFromFile(const std::u16string& path) {
   std::string bytes;
   if (!ReadWholeFile(path, bytes)) return -1;
-  const std::u16string text = DecodeProgram(bytes);
+  std::u16string text = DecodeProgram(bytes);
   if (HoldsMoreBehindNul(bytes)) return OpenCutProgram(path, text);
-  return OpenTab(path, text, u"Program.NC");
+  return OpenOwnedTab(path, std::move(text), u"Program.NC");
 }
 
 bool SaveChangesFirst() {
@@ -205,7 +206,8 @@ void ShowSaveMenu() {
   const platform::Rect place = platform::PlaceInMainWindow(kIdSaveMenu);
   const int picked =
       platform::ShowPopup(items, static_cast<int>(std::size(items)), place.left, place.bottom);
-  if (picked != 0) RouteCommand(picked, 0);
+  if (picked < 0) SaveProgramCommand();
+  if (picked > 0) RouteCommand(picked, 0);
 }
 
 void ShowTabMenu(int index, int x, int y) {
@@ -221,7 +223,7 @@ void ShowTabMenu(int index, int x, int y) {
       {kIdClosePopup, u"Close program"},
   };
   const int picked = platform::ShowPopup(items, static_cast<int>(std::size(items)), x, y);
-  if (picked != 0) RouteCommand(picked, 0);
+  if (picked > 0) RouteCommand(picked, 0);
 }
 
 namespace {

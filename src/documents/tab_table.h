@@ -2,9 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace morva {
 
+// OpenTab for a text that may be kept as it is; it holds no NUL.
+int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_view title);
 // Frees the record and moves the later ones down; no tab is active afterwards.
 void RemoveTab(int index);
 // Where the record with this serial stands now, -1 when it is gone. A dialog may let other

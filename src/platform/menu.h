@@ -11,7 +11,7 @@ struct MenuItem {
 };
 
 // Shows the popup with its top left corner at main-window pixels and waits for the choice.
-// The chosen id, or 0 for none.
+// The chosen id, 0 for none, -1 when no menu could be made.
 int ShowPopup(const MenuItem* items, int count, int x, int y);
 
 }  // namespace platform

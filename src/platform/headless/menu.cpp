@@ -30,7 +30,7 @@ std::vector<MenuRecord> TakeMenus() { return std::exchange(records, {}); }
 namespace platform {
 
 int ShowPopup(const MenuItem* items, int count, int, int) {
-  if (headless::FaultFor("popup")) return 0;
+  if (headless::FaultFor("popup")) return -1;
   int wanted = 0;
   if (!headless::picks.empty()) {
     wanted = headless::picks.front();

@@ -506,6 +506,17 @@ TEST_F(OfflineTabs, SavesFromTheMenu) {
   EXPECT_NE(Raw("a.NC").find("mine"), std::string::npos);
 }
 
+TEST_F(OfflineTabs, SavesAtOnceWhereNoMenuCanBeMade) {
+  Put("a.NC", "A\r\n");
+  OpenFile("a.NC");
+  TypeProgram(u"mine");
+  headless::FailCall("popup", 1);
+  headless::Click(103);
+  headless::FailCall("popup", 0);
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_NE(Raw("a.NC").find("mine"), std::string::npos);
+}
+
 TEST_F(Tabs, SwitchesByAPlainClickOnATab) {
   morva::OpenTab(u"", u"second", u"second");
   bool left = false;
