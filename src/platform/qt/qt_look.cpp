@@ -51,6 +51,8 @@ class DarkStyle : public QProxyStyle {
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
     if (metric == PM_TextCursorWidth) return 2;
+    if (metric == PM_MenuPanelWidth) return 1;
+    if (metric == PM_MenuVMargin) return 3;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
