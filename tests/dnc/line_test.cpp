@@ -9,6 +9,7 @@
 
 #include "far_end.h"
 #include "platform/clock.h"
+#include "platform/posix/serial_pace.h"
 #include "platform/posix/serial_settings.h"
 #include "platform/serial.h"
 
@@ -26,7 +27,10 @@ struct Line : public ::testing::Test {
   platform::SerialSettings settings = peer.Settings();
 
   bool Open() { return platform::OpenSerial(settings, problem); }
-  ~Line() override { platform::CloseSerial(); }
+  ~Line() override {
+    platform::CloseSerial();
+    platform::pacePseudoTerminals = false;
+  }
 
   // Reads until `count` bytes are here or two seconds are over.
   static std::string Read(std::size_t count) {
@@ -372,6 +376,66 @@ TEST_F(Line, NamesTheGroupThatMayUseThePort) {
   EXPECT_EQ(platform::SerialGroup(settings), u"");
   ASSERT_EQ(fchmod(peer.slave, 0660), 0);
   EXPECT_NE(platform::SerialGroup(settings), u"");
+}
+
+// A real line sends no faster than its rate, whatever its driver would take.
+
+TEST_F(Line, HandsDownNoMoreThanTheLineCanSend) {
+  platform::pacePseudoTerminals = true;
+  settings.baud = 115200;
+  ASSERT_TRUE(Open());
+  // 11 bits at 115,200 are 95.486 us: 4096 bytes last 391 ms, of which the last 64 may wait
+  // in the driver when the write returns: 6.1 ms.
+  const std::string program(4096, 'G');
+  std::size_t written = 0;
+  const Clock::time_point start = Clock::now();
+  EXPECT_TRUE(platform::WriteSerial(program.data(), program.size(), written));
+  EXPECT_EQ(written, program.size());
+  EXPECT_GE(Milliseconds(start), 384);
+  EXPECT_TRUE(platform::DrainSerial());
+  EXPECT_GE(Milliseconds(start), 390);
+  EXPECT_LT(Milliseconds(start), 1500);
+}
+
+TEST_F(Line, HasAtMost64BytesOnTheirWayWhenItIsStopped) {
+  platform::pacePseudoTerminals = true;
+  settings.baud = 19200;
+  ASSERT_TRUE(Open());
+  const std::string program(1000, 'G');  // 0.57 s
+  std::size_t before = 0;
+  std::thread far([&] {
+    EXPECT_TRUE(WaitUntil([&] { return peer.Count() >= 300; }, 5000));
+    peer.Send("\x13");
+    before = peer.Count();
+    EXPECT_TRUE(peer.WaitQuiet(200, 5000));
+    EXPECT_LE(peer.Count(), before + 64);
+    EXPECT_LT(peer.Count(), program.size());
+    peer.Send("\x11");
+  });
+  std::size_t written = 0;
+  EXPECT_TRUE(platform::WriteSerial(program.data(), program.size(), written));
+  far.join();
+  EXPECT_EQ(written, program.size());
+  EXPECT_TRUE(WaitUntil([&] { return peer.Received() == program; }, 2000));
+}
+
+TEST_F(Line, EndsADrainAtOnceWhenWoken) {
+  platform::pacePseudoTerminals = true;
+  settings.baud = 110;  // 0.1 s a byte
+  ASSERT_TRUE(Open());
+  std::size_t written = 0;
+  EXPECT_TRUE(platform::WriteSerial("0123456789012345678901234567890123456789", 40, written));
+  EXPECT_EQ(written, 40u);
+  std::thread waker([] {
+    const Clock::time_point start = Clock::now();
+    WaitUntil([&] { return Milliseconds(start) >= 100; }, 1000);
+    platform::WakeSerial();
+  });
+  const Clock::time_point start = Clock::now();
+  EXPECT_FALSE(platform::DrainSerial());
+  EXPECT_GE(Milliseconds(start), 99);
+  EXPECT_LT(Milliseconds(start), 1000);
+  waker.join();
 }
 
 }  // namespace

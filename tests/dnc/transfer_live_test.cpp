@@ -13,6 +13,7 @@
 #include "documents/program_tabs.h"
 #include "far_end.h"
 #include "platform/clock.h"
+#include "platform/posix/serial_pace.h"
 #include "unit/dnc/dnc_stage.h"
 
 namespace {
@@ -64,6 +65,7 @@ struct LiveTransfer : public DncStage {
   LiveTransfer() { morva::ResetDocuments(); }
   ~LiveTransfer() override {
     pauseDivider = 1;
+    platform::pacePseudoTerminals = false;
     morva::ResetTransfer();
     morva::FreeTabs();
     morva::ResetDocuments();
@@ -379,13 +381,29 @@ TEST_F(Abort, EndsASendHeldByXoff) {
   }
 }
 
-// A pseudo-terminal drains at once, so the abort comes as soon as the last byte was taken.
+// At 300 baud the ten bytes that the driver has taken are on the line for 367 ms more.
 TEST_F(Abort, EndsASendAtItsDrain) {
+  platform::pacePseudoTerminals = true;
+  morva::serialProfile.baud = 300;
   for (int i = 0; i < kTurns; ++i) {
     StartSend("%\r\nG0\r\n%\r\n");
     ASSERT_TRUE(WaitUntil([&] { return peer.Count() == 10; }, 5000));
+    ASSERT_TRUE(transfer.active);
+    headless::DrainPosts();
+    ASSERT_TRUE(transfer.active);
     AbortNow(morva::kDncOffline);
   }
+}
+
+TEST_F(LiveTransfer, EndsASendOnlyWhenItsLastByteHasLeft) {
+  platform::pacePseudoTerminals = true;
+  Peer peer;
+  UsePort(peer.Path(), "Baud=300\r\n");
+  const Clock::time_point start = Clock::now();
+  StartSend("%\r\nG0\r\n%\r\n");
+  ASSERT_TRUE(PumpToTheEnd(5000));
+  EXPECT_GE(Milliseconds(start), 365);  // 10 bytes of 11 bits
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
 }
 
 TEST_F(Abort, EndsAReceiveInTheMidstOfItsData) {

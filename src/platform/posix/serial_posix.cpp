@@ -20,10 +20,14 @@
 
 #include "platform/posix/serial_line.h"
 #include "platform/posix/serial_names.h"
+#include "platform/posix/serial_pace.h"
 #include "platform/posix/serial_settings.h"
 #include "platform/serial.h"
 
 namespace platform {
+
+std::atomic<bool> pacePseudoTerminals{false};
+
 namespace {
 
 constexpr std::int64_t kMillisecond = 1000000;
@@ -280,7 +284,7 @@ bool OpenSerial(const SerialSettings& settings, SerialProblem& problem) {
   }
   l.dataBits = settings.dataBits;
   l.flow = settings.flow;
-  l.rate.byteNs = pseudo ? 0 : ByteNanoseconds(settings);
+  l.rate.byteNs = pseudo && !pacePseudoTerminals ? 0 : ByteNanoseconds(settings);
   RaiseModemLines(l);
   // What a pseudo-terminal holds in this direction belongs to the reader at its other end.
   (void)tcflush(l.fd, pseudo ? TCIFLUSH : TCIOFLUSH);
