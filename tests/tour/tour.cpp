@@ -97,7 +97,9 @@ int main(int argc, char** argv) {
   Shoot("path", "PATH draws the tool path");
 
   desk::Click(morva::kIdPlay);
-  Wait([]() { return morva::playback.playHead > 200; }, "playback does not move", 30000);
+  // From 1x to 16x, as an operator in a hurry does.
+  for (int i = 0; i < 4; ++i) desk::Click(morva::kIdFastForward);
+  Wait([]() { return morva::playback.playHead > 700; }, "playback does not move", 30000);
   Shoot("play", "PLAY steps the tool, the source line beside it");
   desk::Click(morva::kIdPlay);
 
