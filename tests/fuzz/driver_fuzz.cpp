@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "driver/drive.h"
+#include "platform/thread.h"
 
 namespace {
 
@@ -119,10 +120,28 @@ void Expect(bool holds, const char* what, std::string_view line, std::string_vie
   std::abort();
 }
 
-void Say(std::string_view line) {
-  const std::string answer = drive::AnswerLine(line);
+std::string Say(std::string_view line) {
+  std::string answer = drive::AnswerLine(line);
   Expect(answer.rfind("{\"ok\":", 0) == 0 && answer.back() == '}', "no object", line, answer);
   Expect(answer.find('\n') == answer.npos, "more than one line", line, answer);
+  return answer;
+}
+
+// What holds whatever was done, once the program has come to rest.
+void ExpectRest() {
+  constexpr std::string_view kActive = "\"active\":true";
+  if (drive::AnswerLine("wait 1000").find("closed") != std::string::npos) return;
+  // A receive may still wait for its first byte, and then opens a program.
+  if (platform::WorkerRuns()) Say("wait 70000");
+  Say("wait 1000");
+  const std::string text = Say("get text");
+  const std::string tabs = Say("get tabs");
+  Say("wait 1000");
+  const std::string later = Say("get text");
+  Expect(later == text, "the text does not come to rest", text, later);
+  const std::size_t active = tabs.find(kActive);
+  Expect(active != tabs.npos && tabs.find(kActive, active + 1) == tabs.npos,
+         "not one active program", "get tabs", tabs);
 }
 
 class Bytes {
@@ -171,6 +190,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       text.remove_prefix(std::min(end + 1, text.size()));
     }
   }
+  ExpectRest();
   drive::End();
   std::filesystem::remove_all(home);
   return 0;
