@@ -28,7 +28,10 @@ constexpr char16_t kCodePage[32] = {
     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178,  // 98 to 9F
 };
 
-bool IsBlank(char16_t c) { return c == u'\t' || c == u'\n' || c == u'\r' || c == u' '; }
+// NUL is filling, as punches put in front of a program, and counts for nothing.
+bool IsBlank(char16_t c) {
+  return c == u'\t' || c == u'\n' || c == u'\r' || c == u' ' || c == u'\0';
+}
 
 // How many of four units from the first on are from 0x0E to 0x7F, which go out as they are.
 static_assert(std::endian::native == std::endian::little);
@@ -57,7 +60,7 @@ struct Writer {
   }
 };
 
-// Copies `text` up to its first NUL with CR LF for every line end and "?" for what is no ASCII.
+// Copies `text` without NULs, with CR LF for every line end and "?" for what is no ASCII.
 void WriteBody(std::u16string_view text, Writer& writer) {
   const char16_t* at = text.data();
   const char16_t* const end = at + text.size();
@@ -76,7 +79,7 @@ void WriteBody(std::u16string_view text, Writer& writer) {
       writer.MakeRoom();
     }
     const char16_t unit = *at++;
-    if (unit == u'\0') break;
+    if (unit == u'\0') continue;
     if (unit == u'\r' || unit == u'\n') {
       if (unit == u'\r' && at != end && *at == u'\n') ++at;
       writer.piece[writer.used++] = '\r';
@@ -116,7 +119,7 @@ bool SaveFileAtomic(std::u16string_view path, std::string_view bytes) {
 std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
   bool first = false;
   bool last = false;
-  if (wrap) MissingPercents(text.substr(0, text.find(u'\0')), first, last);
+  if (wrap) MissingPercents(text, first, last);
   Writer writer;
   writer.out.reserve(text.size() + text.size() / 32 + 32);
   if (first) writer.out += "%\r\n";

@@ -10,14 +10,15 @@ namespace morva {
 // The whole file, at most 32 MiB (33,554,432 bytes). False: unreadable or larger.
 bool ReadWholeFile(std::u16string_view path, std::string& bytes);
 // Writes beside the target, flushes, puts the new file in place in one step, flushes the
-// folder. False: the old file is whole as it was and no stray file is left. A path of more
-// than 500 units fails.
+// folder. False: the old file is whole as it was (or, where only the flush of the folder
+// failed, the new one) and no stray file is left. A path of more than 500 units fails.
 bool SaveFileAtomic(std::u16string_view path, std::string_view bytes);
-// Program text as bytes: every line end CR LF, a character above 127 as "?", a final line
-// end. With `wrap` a "%" line at the start and at the end where the text has none (for the
+// Program text as bytes: every line end CR LF, a character above 127 as "?", no NUL, a final
+// line end. With `wrap` a "%" line at the start and at the end where the text has none (for the
 // line to the control); without, an empty text gives no bytes.
 std::string NormaliseOutputText(std::u16string_view text, bool wrap);
-// A program file as text: UTF-8, and where that gives nothing the one-byte code page.
+// A program file as text: UTF-8, and where that gives nothing the one-byte code page. The first
+// NUL ends it.
 std::u16string DecodeProgram(std::string_view bytes);
 // Windows-1252, undefined bytes as U+FFFD: received bytes and disk files to send.
 std::u16string DecodeCodePage(std::string_view bytes);

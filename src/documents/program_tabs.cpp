@@ -83,7 +83,9 @@ int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_v
 }
 
 int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title) {
-  return OpenOwnedTab(path, std::u16string(text.substr(0, text.find(u'\0'))), title);
+  std::u16string kept(text);
+  std::erase(kept, u'\0');
+  return OpenOwnedTab(path, std::move(kept), title);
 }
 
 void SwitchTab(int index) {

@@ -39,8 +39,9 @@ extern ProgramTab tabs[kMaxTabs];
 // The active record, null when no tab is active.
 ProgramTab* ActiveTab();
 
-// Appends a record and reads its companions; does not activate it. Its index, or -1 after
-// the user was told that eight are open.
+// Appends a record and reads its companions; does not activate it. NULs in the text, filling
+// from a serial line, are left out. Its index, or -1 after the user was told that eight are
+// open.
 int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title);
 void SwitchTab(int index);
 void SyncActiveTab();

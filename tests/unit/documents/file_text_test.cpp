@@ -55,9 +55,10 @@ TEST(OutputText, LooksPastBlanksForThePercentLines) {
   EXPECT_EQ(NormaliseOutputText(u" \r\n\t", true), "%\r\n \r\n\t\r\n%\r\n");
 }
 
-TEST(OutputText, EndsAtTheFirstNul) {
-  EXPECT_EQ(NormaliseOutputText(u"G0\0G1"s, false), "G0\r\n");
-  EXPECT_EQ(NormaliseOutputText(u"%G0\0%"s, true), "%G0\r\n%\r\n");
+TEST(OutputText, LeavesNulsOutAndLosesNothingBehindThem) {
+  EXPECT_EQ(NormaliseOutputText(u"G0\0G1"s, false), "G0G1\r\n");
+  EXPECT_EQ(NormaliseOutputText(u"\0\0%\r\nG0\r\n%\r\n\0"s, true), "%\r\nG0\r\n%\r\n");
+  EXPECT_EQ(NormaliseOutputText(u"\0"s, false), "");
 }
 
 // A second method: one character after the other, without any stride.

@@ -208,6 +208,11 @@ TEST_F(Tabs, NeverCutsAFileThatGoesOnBehindANul) {
   EXPECT_EQ(Raw("leader.NC"), std::string("\0\0G0", 4));
 }
 
+TEST_F(Tabs, LeavesTheLeaderOfAReceivedProgramOut) {
+  const int index = morva::OpenTab(u"", std::u16string(u"\0\0%\r\nG0\0\r\n%\0", 12), u"r.NC");
+  EXPECT_EQ(tabs[index].text, u"%\r\nG0\r\n%");
+}
+
 TEST_F(Tabs, TakesNulsAtTheEndOfAFileForFilling) {
   Put("fill.NC", std::string("G0\r\n\0\0\x1A\r\n", 9));
   OpenFile("fill.NC");
