@@ -239,6 +239,24 @@ TEST(EditorWidget, AKeyThatTheApplicationTakesReachesNoText) {
   EXPECT_EQ(FocusedId(), kId);
 }
 
+TEST(EditorWidget, ShiftTabAndCtrlTabLeaveItAndTabDoesNot) {
+  Open(u"");
+  ControlSpec spec;
+  spec.id = 101;
+  spec.kind = ControlKind::PushButton;
+  spec.text = u"NEW";
+  MakeControl(spec);
+  QTest::keyClick(WidgetOf(kId), Qt::Key_Tab);
+  EXPECT_EQ(FocusedId(), kId);
+  EXPECT_EQ(Text(), u"\t");
+  QTest::keyClick(WidgetOf(kId), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(FocusedId(), 101);
+  SetFocusTo(kId);
+  QTest::keyClick(WidgetOf(kId), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(FocusedId(), 101);
+  EXPECT_EQ(Text(), u"\t");
+}
+
 TEST(EditorWidget, PastingBringsInForeignLineEndsAsOneStep) {
   Open(u"ab");
   QGuiApplication::clipboard()->setText(QStringLiteral("1\r2\r\n3"));

@@ -9,6 +9,7 @@
 #include <QTextLayout>
 #include <QWheelEvent>
 #include <algorithm>
+#include <unordered_map>
 
 #include "platform/control.h"
 #include "platform/qt/qt_editor.h"
@@ -27,6 +28,17 @@ class EvenLayout : public QPlainTextDocumentLayout {
     return place;
   }
 };
+
+// One shared format for every run of the same look; a program has a dozen of them.
+const QTextCharFormat& FormatFor(Colour colour, bool bold) {
+  static std::unordered_map<std::uint32_t, QTextCharFormat> formats;
+  QTextCharFormat& format = formats[(colour << 1) | (bold ? 1u : 0u)];
+  if (format.isEmpty()) {
+    format.setForeground(ColourOf(colour));
+    if (bold) format.setFontWeight(QFont::Bold);
+  }
+  return format;
+}
 
 // Characters that the document would take for a line end or the edge of a frame.
 bool IsForeign(char16_t c) {
@@ -265,8 +277,7 @@ void EditorWidget::SetRuns(int line, const ColourRun* runs, int count) {
     QTextLayout::FormatRange range;
     range.start = runs[i].from;
     range.length = runs[i].length;
-    range.format.setForeground(ColourOf(runs[i].colour));
-    if (runs[i].bold) range.format.setFontWeight(QFont::Bold);
+    range.format = FormatFor(runs[i].colour, runs[i].bold);
     formats.append(range);
   }
   if (known->formats() == formats) return;
