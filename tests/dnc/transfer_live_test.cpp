@@ -76,6 +76,11 @@ struct LiveTransfer : public DncStage {
     PutIni("[DNC]\r\nPort=" + path + "\r\n" + more);
     ASSERT_TRUE(morva::LoadSerialProfile());
   }
+  // At the rate of a real line, so that a send cannot end before the test has seen it run.
+  void UseSlowPort(const std::string& path) {
+    platform::pacePseudoTerminals = true;
+    UsePort(path, "Baud=115200\r\n");
+  }
   static void StartSend(std::string bytes) { morva::StartSend(std::move(bytes), u"Sending."); }
   static void StartReceive() {
     morva::dncState = morva::kDncOffline;
@@ -145,10 +150,10 @@ TEST_F(LiveTransfer, WritesThePortIntoTheSettingsFileForANewcomer) {
 
 TEST_F(LiveTransfer, SendsNothingOnceStoppedThoughAThousandBytesArrive) {
   Peer peer;
-  UsePort(peer.Path());
-  const std::string program = BigProgram(1 << 20);
+  UseSlowPort(peer.Path());
+  const std::string program = BigProgram(8000);
   StartSend(program);
-  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 1000; }, 5000));
   peer.Send("\x13");
   ASSERT_TRUE(peer.WaitQuiet(100, 5000));
   const std::size_t before = peer.Count();
@@ -166,9 +171,9 @@ TEST_F(LiveTransfer, SendsNothingOnceStoppedThoughAThousandBytesArrive) {
 
 TEST_F(LiveTransfer, EndsInErrorWhenTheFarEndHoldsLongerThanFiveSeconds) {
   Peer peer;
-  UsePort(peer.Path());
-  StartSend(BigProgram(1 << 20));
-  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  UseSlowPort(peer.Path());
+  StartSend(BigProgram(8000));
+  ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 1000; }, 5000));
   const Clock::time_point start = Clock::now();
   peer.Send("\x13");
   ASSERT_TRUE(PumpToTheEnd(20000));
@@ -182,7 +187,7 @@ TEST_F(LiveTransfer, GoesOnWhenTheSimulatorEndsItsHold) {
   const std::string saved = (folder / "saved.nc").string();
   Simulator control({"--save", saved, "--hold-after", "5000", "--hold-ms", "700"});
   UsePort(control.port);
-  const std::string program = BigProgram(1 << 20);
+  const std::string program = BigProgram(4 << 20);
   StartSend(program);
   ASSERT_TRUE(PumpToTheEnd(20000));
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
@@ -197,7 +202,7 @@ TEST_F(LiveTransfer, GoesOnWhenTheSimulatorEndsItsHold) {
 TEST_F(LiveTransfer, EndsInErrorWhenTheCableGoesInMidSend) {
   Simulator control({"--baud", "115200"});
   UsePort(control.port);
-  StartSend(BigProgram(1 << 20));
+  StartSend(BigProgram(4 << 20));
   ASSERT_TRUE(Pump([this] { return statusLines.size() > 20; }, 10000));
   control.Tell("vanish");
   ASSERT_TRUE(PumpToTheEnd(5000));
@@ -323,10 +328,10 @@ TEST_F(LiveTransfer, RefusesSettingsThatNameNoLine) {
 
 TEST_F(LiveTransfer, ShowsAFailedConnectionWhileTheWorkerHoldsThePort) {
   Peer peer;
-  UsePort(peer.Path());
-  const std::string program = BigProgram(1 << 20);
+  UseSlowPort(peer.Path());
+  const std::string program = BigProgram(8000);
   StartSend(program);
-  ASSERT_TRUE(Pump([&] { return peer.Count() > 1000; }, 5000));
+  ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 1000; }, 5000));
   peer.Send("\x13");
   ASSERT_TRUE(peer.WaitQuiet(50, 5000));
   morva::ReceiveProgram();
@@ -365,18 +370,22 @@ TEST_F(Abort, EndsARunningSend) {
   const std::string program = BigProgram(8 << 20);
   for (int i = 0; i < kTurns; ++i) {
     StartSend(program);
-    ASSERT_TRUE(Pump([&] { return peer.Count() > 0; }, 5000));
+    // Messages are left alone until the abort, or handling them might outlast the send.
+    ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 0; }, 5000));
     AbortNow(morva::kDncOffline);
   }
 }
 
 TEST_F(Abort, EndsASendHeldByXoff) {
-  const std::string program = BigProgram(8 << 20);
+  platform::pacePseudoTerminals = true;
+  morva::serialProfile.baud = 115200;
+  const std::string program = BigProgram(4 << 20);
   for (int i = 0; i < kTurns; ++i) {
     StartSend(program);
-    ASSERT_TRUE(Pump([&] { return peer.Count() > 0; }, 5000));
+    ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 0; }, 5000));
     peer.Send("\x13");
-    ASSERT_TRUE(peer.WaitQuiet(20, 5000));
+    // At this rate a piece goes out every 3 ms.
+    ASSERT_TRUE(peer.WaitQuiet(30, 5000));
     AbortNow(morva::kDncOffline);
   }
 }
