@@ -14,6 +14,7 @@
 #include "far_end.h"
 #include "platform/clock.h"
 #include "platform/posix/serial_pace.h"
+#include "platform/thread.h"
 #include "unit/dnc/dnc_stage.h"
 
 namespace {
@@ -341,6 +342,18 @@ TEST_F(LiveTransfer, ShowsAFailedConnectionWhileTheWorkerHoldsThePort) {
   ASSERT_TRUE(PumpToTheEnd(20000));
   EXPECT_EQ(State(), u"DNC: CONNECTED");
   EXPECT_TRUE(WaitUntil([&] { return peer.Received() == program; }, 5000));
+}
+
+TEST_F(LiveTransfer, EndsWithTheProgramAndLeavesThePortFree) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartReceive();
+  ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
+  const Clock::time_point start = Clock::now();
+  morva::ResetTransfer();
+  EXPECT_LE(Milliseconds(start), kMostAbortMs);
+  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(peer.IsTaken());
 }
 
 // 300 aborts, 50 in each state, each on the line that the one before it left.
