@@ -44,31 +44,32 @@ build() {
     shift
   done
   [ $# -gt 0 ] && shift
-  cmake -S "$root" -B "$folder" -G Ninja "${arguments[@]}" >"$folder.log" 2>&1 ||
-    { tail -n 30 "$folder.log" >&2; exit 1; }
+  mkdir -p "$folder"
+  cmake -S "$root" -B "$folder" -G Ninja "${arguments[@]}" >"$folder/configure.log" 2>&1 ||
+    { tail -n 30 "$folder/configure.log" >&2; exit 1; }
   ninja -C "$folder" "$@"
 }
 
-# A virtual display of 1600 by 1000 with a small window manager; a window becomes active only
-# under one. Ends with the script.
+# A virtual display with a small window manager; a window becomes active only under one. The
+# server takes a free number by itself. Both end with the script.
 virtual_display() {
-  local number=90 log
-  log=$(mktemp)
-  while [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
-  Xvfb ":$number" -screen 0 1680x1050x24 -nolisten tcp >"$log" 2>&1 &
+  display_folder=$(mktemp -d)
+  display_processes=
+  trap 'kill $display_processes 2>/dev/null; rm -rf "$display_folder"' EXIT
+  Xvfb -displayfd 3 -screen 0 1680x1050x24 -nolisten tcp \
+    3>"$display_folder/number" >"$display_folder/log" 2>&1 &
   display_processes="$!"
-  export DISPLAY=":$number"
   local tries=0
-  until [ -S "/tmp/.X11-unix/X$number" ]; do
+  until [ -s "$display_folder/number" ]; do
     tries=$((tries + 1))
-    if [ $tries -gt 100 ]; then
-      cat "$log" >&2
+    if [ $tries -gt 300 ]; then
+      cat "$display_folder/log" >&2
       echo "No virtual display could be started." >&2
       exit 1
     fi
     sleep 0.1
   done
-  openbox >"$log" 2>&1 &
+  export DISPLAY=":$(cat "$display_folder/number")"
+  openbox >"$display_folder/openbox.log" 2>&1 &
   display_processes="$display_processes $!"
-  trap 'kill $display_processes 2>/dev/null' EXIT
 }
