@@ -24,7 +24,7 @@ const std::string kNew(5000, 'n');
 
 struct Cut : public ::testing::Test {
   fs::path folder = support::NewHome();
-  fs::path work = folder / "work";
+  fs::path programs = folder / "programs";
   fs::path log = folder / "log";
   ~Cut() override {
     std::error_code ignored;
@@ -41,20 +41,21 @@ struct Cut : public ::testing::Test {
   }
   std::string Strays() const {
     std::string names;
-    for (const std::string& name : support::NamesIn(work)) {
+    for (const std::string& name : support::NamesIn(programs)) {
       if (name.find(".tmp-") != name.npos) names += name + " ";
     }
     return names;
   }
-  // One save with this injection. What came of it stands in `log` and in `work`.
+  // One save with this injection. What came of it stands in `log` and in `programs`.
   int Save(const std::string& inject) const {
-    fs::remove_all(work);
-    fs::create_directory(work);
-    support::WriteRaw(work / "a.NC", kOld);
+    fs::remove_all(programs);
+    fs::create_directory(programs);
+    support::WriteRaw(programs / "a.NC", kOld);
     // Another mode than a new file has, so that it must be set.
-    fs::permissions(work / "a.NC", fs::perms(0640));
+    fs::permissions(programs / "a.NC", fs::perms(0640));
     return Run("strace -f -y -o " + log.string() + " -e 'inject=" + inject + "' " +
-               MORVA_BINARY_DIR "/bin/save_once " + (work / "a.NC").string() + " 5000 2>/dev/null");
+               MORVA_BINARY_DIR "/bin/save_once " + (programs / "a.NC").string() +
+               " 5000 2>/dev/null");
   }
   // The calls that were refused, one line each; a call is counted under each of its names.
   std::vector<std::string> Refused() const {
@@ -66,9 +67,9 @@ struct Cut : public ::testing::Test {
     return lines;
   }
   void CheckWhole(const std::string& where) const {
-    const std::string bytes = support::ReadRaw(work / "a.NC");
+    const std::string bytes = support::ReadRaw(programs / "a.NC");
     EXPECT_TRUE(bytes == kOld || bytes == kNew) << where << ": " << bytes.size() << " bytes";
-    EXPECT_EQ(fs::status(work / "a.NC").permissions(), fs::perms(0640)) << where;
+    EXPECT_EQ(fs::status(programs / "a.NC").permissions(), fs::perms(0640)) << where;
   }
 };
 
@@ -110,14 +111,14 @@ TEST_F(Cut, RefusedAtAnyCallLeavesTheOldFileAndNothingBesideIt) {
       if (!met) {
         EXPECT_EQ(status, 0) << where;
       } else if (status == 0) {
-        EXPECT_EQ(support::ReadRaw(work / "a.NC"), kNew) << where;
+        EXPECT_EQ(support::ReadRaw(programs / "a.NC"), kNew) << where;
       }
       // Refused on the saved file or the new one beside it, the save must say that it failed.
       for (const std::string& line : refused) {
-        if (line.find("/work/a.NC") == line.npos) continue;
+        if (line.find("/programs/a.NC") == line.npos) continue;
         onSavedFile = true;
         EXPECT_EQ(status, 3) << line;
-        EXPECT_EQ(support::ReadRaw(work / "a.NC"), kOld) << line;
+        EXPECT_EQ(support::ReadRaw(programs / "a.NC"), kOld) << line;
       }
       ASSERT_LT(n, 80) << calls;
     } while (met);
@@ -135,7 +136,7 @@ TEST_F(Cut, KilledAtAnyCallLeavesOneOfTheTwoFilesWhole) {
       status = Save(Known(calls) + ":signal=KILL:when=" + std::to_string(n));
       CheckWhole(where);
       if (status == 0) {
-        EXPECT_EQ(support::ReadRaw(work / "a.NC"), kNew) << where;
+        EXPECT_EQ(support::ReadRaw(programs / "a.NC"), kNew) << where;
       }
       ASSERT_LT(n, 80) << calls;
     } while (status != 0);
@@ -144,10 +145,10 @@ TEST_F(Cut, KilledAtAnyCallLeavesOneOfTheTwoFilesWhole) {
 }
 
 TEST_F(Cut, SavesWhenNothingIsInTheWay) {
-  fs::create_directory(work);
-  support::WriteRaw(work / "a.NC", kOld);
-  EXPECT_EQ(Run(MORVA_BINARY_DIR "/bin/save_once " + (work / "a.NC").string() + " 5000"), 0);
-  EXPECT_EQ(support::ReadRaw(work / "a.NC"), kNew);
+  fs::create_directory(programs);
+  support::WriteRaw(programs / "a.NC", kOld);
+  EXPECT_EQ(Run(MORVA_BINARY_DIR "/bin/save_once " + (programs / "a.NC").string() + " 5000"), 0);
+  EXPECT_EQ(support::ReadRaw(programs / "a.NC"), kNew);
 }
 
 // 64 KiB of file system, taken down at the end.
