@@ -13,6 +13,8 @@ struct Hooks {
   void (*openFirstTab)() = nullptr;
   // simulator
   void (*rebuildToolpath)() = nullptr;
+  // simulator: zoom 1, no pan, repainted.
+  void (*fitView)() = nullptr;
   // shell
   void (*layout)() = nullptr;
   void (*setMode)(int mode) = nullptr;

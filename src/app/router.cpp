@@ -85,16 +85,13 @@ const PendingCommand kPending[] = {
     {kIdCommandWords, kIdWordsEditor, u"Command words"},
     {kIdSurfaceCad, kIdSurfacePlate, u"CAD and plate workspaces"},
     {kIdShowIndex, kIdShowIndex, u"Code index"},
-    {kIdFeatureEdit, kIdFeatureNew, u"Feature operations"},
-    {kIdFeatureRename, kIdFeatureRename, u"Feature operations"},
-    {kIdFeatureIsolate, kIdFeatureDelete, u"Feature operations"},
     {kIdQuickShapeFirst, kIdCustomShapes, u"Shape builder"},
     {kIdQuickInsertFirst, kIdQuickInsertLast, u"Quick insert"},
     {kIdRuleFirst, kIdRuleLast, u"Replacement rules"},
     {kIdNextMatch, kIdNextMatch, u"Find and replace"},
     {kIdWizardKindFirst, kIdWizardKindLast, u"Machining wizard"},
     {kIdImport, kIdHomeTool, u"Import of operations, tool library"},
-    {kIdMachine, kIdFeatureHide, u"DNC setup panel, feature operations"},
+    {kIdMachine, kIdMachine, u"DNC setup panel"},
 };
 
 }  // namespace

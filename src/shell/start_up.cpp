@@ -13,10 +13,12 @@
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
 #include "documents/editor_changes.h"
+#include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "library/units.h"
 #include "platform/events.h"
+#include "platform/listing.h"
 #include "platform/message.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -102,10 +104,17 @@ bool OnPointer(int id, const platform::PointerEvent& event) {
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
-  (void)row;
   if (EditContextMenu(id, x, y)) return true;
   if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
     ShowTabMenu(id - kIdTabFirst, x, y);
+    return true;
+  }
+  if (id == kIdFeatureList) {
+    if (row >= 0 && row != platform::SelectedRow(id)) {
+      platform::SelectRow(id, row);
+      UpdateFeatureCaptions();
+    }
+    ShowFeatureMenu(x, y);
     return true;
   }
   return false;
@@ -154,6 +163,7 @@ const platform::Events& EventRecord() {
 void JoinRooms() {
   ClearCommands();
   RegisterDocumentCommands();
+  RegisterFeatureCommands();
   RegisterCodeToolCommands();
   RegisterSimulatorCommands();
   RegisterUnitCommands();
@@ -212,6 +222,7 @@ void ResetApplication() {
   ResetSerialProfile();
   ResetAutosave();
   ResetInsertion();
+  ResetFeatureOperations();
   ResetDocuments();
   ResetSimulator();
   ResetView();

@@ -80,6 +80,10 @@ void RegisterSimulatorCommands() {
   }
   RegisterTimer(kTimerPlay, PlayTick);
   hooks.rebuildToolpath = RebuildToolpath;
+  hooks.fitView = [] {
+    ViewFit();
+    platform::Repaint(kViewToolpath);
+  };
 }
 
 }  // namespace morva

@@ -77,9 +77,9 @@ TEST_F(OwnerDraw, DrawsAnIconInsteadOfAHint) {
 // The headless small font is 6 pixels wide: "Show / hide feature" is 114, a key of the panel
 // at 300 pixels is 139 wide, at 190 pixels 84.
 TEST_F(OwnerDraw, DrawsTheIconWhereTheWordsDoNotFit) {
-  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureHide), u"Show / hide feature", kDimText));
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureHide), u"Show / hide feature", kMainText));
   EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
-  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureEdit), u"Edit feature", kDimText));
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureEdit), u"Edit feature", kMainText));
   EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureEdit), "PaintPolyline").empty());
   DragSplitter(190);
   EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintText").empty());

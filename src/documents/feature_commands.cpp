@@ -1,0 +1,108 @@
+// The feature list's keys, menu items and popup, as the router asks for them.
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
+#include "documents/program_tabs.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/menu.h"
+
+namespace morva {
+
+namespace {
+
+void OnSelect(int, int) { SelectFeature(); }
+void OnEdit(int, int) { EditFeature(); }
+void OnNew(int, int) { NewUserFeature(); }
+void OnDelete(int, int) { DeleteFeature(); }
+void OnInclude(int, int) { ToggleInclude(); }
+void OnLockKey(int, int) { ToggleFeatureLock(); }
+void OnHideKey(int, int) { ToggleFeatureHide(); }
+
+void OnRename(int, int) {
+  if (RenameFeature(platform::TextOf(kIdFeatureName))) return;
+  ShowFeatureHint(u"Select an unlocked feature. Use 1-80 plain characters without parentheses.");
+}
+
+// Back to the program with the whole path in view, so that the change can be seen.
+void ShowVisibility(std::u16string_view hint) {
+  Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
+  Call(hooks.setMode, static_cast<int>(kModeHome));
+  RefreshFeatureList();
+  Call(hooks.rebuildToolpath);
+  Call(hooks.fitView);
+  ShowFeatureHint(hint);
+}
+
+void OnVisibility(int id, int) {
+  ProgramTab* tab = ActiveTab();
+  const std::int32_t feature = SelectedFeatureId();
+  if (!tab || feature == 0) return;
+  switch (id) {
+    case kIdFeatureIsolate:
+      tab->isolatedId = feature;
+      break;
+    case kIdFeatureAll:
+      tab->isolatedId = 0;
+      break;
+    case kIdFeatureHideItem:
+      ToggleListId(feature, tab->hiddenIds);
+      break;
+    case kIdFeatureShowAll:
+      for (std::int32_t& hidden : tab->hiddenIds) hidden = 0;
+      tab->isolatedId = 0;
+      break;
+    default:
+      ToggleListId(feature, tab->lockedIds);
+      break;
+  }
+  ShowVisibility(id == kIdFeatureLockItem
+                     ? u"Lock affects builder edits; G-code remains editable."
+                     : u"Visibility changes viewing only, never machine code.");
+}
+
+}  // namespace
+
+void ShowFeatureMenu(int x, int y) {
+  const ProgramTab* tab = ActiveTab();
+  const std::int32_t id = SelectedFeatureId();
+  if (!tab || id == 0) return;
+  const bool hidden = IdListHolds(tab->hiddenIds, id);
+  const bool locked = IdListHolds(tab->lockedIds, id);
+  const platform::MenuItem items[] = {
+      {kIdFeatureEdit, u"Edit feature"},
+      {kIdFeatureInclude, u"Toggle code inclusion"},
+      {},
+      {kIdFeatureIsolate, u"Simulate only this feature"},
+      {kIdFeatureAll, u"Simulate all visible features"},
+      {},
+      {kIdFeatureHideItem, hidden ? u"Show feature" : u"Hide feature"},
+      {kIdFeatureShowAll, u"Show all features"},
+      {},
+      {kIdFeatureLockItem, locked ? u"Unlock settings" : u"Lock settings"},
+  };
+  const int chosen = platform::ShowPopup(items, 10, x, y);
+  if (chosen > 0) RouteCommand(chosen, platform::kNotifyClick);
+}
+
+void RegisterFeatureCommands() {
+  using platform::kNotifyClick;
+  RegisterCommand(RouterStage::Surface, kIdFeatureRename, kNotifyClick, OnRename);
+  RegisterCommand(RouterStage::FeatureSelect, kIdFeatureList, platform::kNotifyListSelect,
+                  OnSelect);
+  RegisterCommand(RouterStage::FeatureEdit, kIdFeatureEdit, kNotifyClick, OnEdit);
+  RegisterCommand(RouterStage::FeatureEdit, kIdFeatureList, platform::kNotifyListDouble, OnEdit);
+  RegisterCommand(RouterStage::FeatureSwitch, kIdFeatureLock, kNotifyClick, OnLockKey);
+  RegisterCommand(RouterStage::FeatureSwitch, kIdFeatureHide, kNotifyClick, OnHideKey);
+  RegisterCommand(RouterStage::FeatureKeys, kIdFeatureDelete, kNotifyClick, OnDelete);
+  RegisterCommand(RouterStage::FeatureKeys, kIdFeatureInclude, kNotifyClick, OnInclude);
+  RegisterCommand(RouterStage::FeatureKeys, kIdFeatureNew, kNotifyClick, OnNew);
+  RegisterCommand(RouterStage::Click, kIdFeatureIsolate, kIdFeatureShowAll, kNotifyClick,
+                  OnVisibility);
+}
+
+}  // namespace morva

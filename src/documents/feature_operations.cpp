@@ -1,0 +1,358 @@
+#include "documents/feature_operations.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/autosave.h"
+#include "documents/block_text.h"
+#include "documents/feature_blocks.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+#include "platform/message.h"
+
+namespace morva {
+
+namespace {
+
+constexpr std::size_t kNameMost = 80;
+constexpr int kKinds = kKindUserCode + 1;
+
+BuilderOpener openers[kKinds];
+int (*recoverShape)(const FeatureSettings& record) = nullptr;
+
+// The code editor is what operations work on; the words view is copied back before and
+// rendered anew behind.
+struct WordsAside {
+  WordsAside() {
+    if (app.commandWordsActive) Call(hooks.editorFromWords);
+  }
+  ~WordsAside() {
+    if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  }
+};
+
+bool IsLocked(std::int32_t id) {
+  const ProgramTab* tab = ActiveTab();
+  return tab && IdListHolds(tab->lockedIds, id);
+}
+
+std::u16string_view Span(std::u16string_view text, std::int32_t from, std::int32_t to) {
+  return text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+}
+
+// One undoable edit at text indices of `text`, which is the editor's own.
+void ReplaceSpan(std::u16string_view text, std::int32_t from, std::int32_t to,
+                 std::u16string_view replacement) {
+  OffsetMap map{text};
+  platform::EditorRange range;
+  range.from = AdvanceOffset(map, from);
+  range.to = AdvanceOffset(map, to);
+  platform::ReplaceRange(kIdEditor, range, replacement);
+}
+
+// The editor's text scanned anew, after foreign text got its markers.
+std::u16string SettledText() {
+  AutoTagBlocks();
+  std::u16string text(platform::EditorText(kIdEditor));
+  ScanProgramText(text);
+  return text;
+}
+
+void ShowSelection(std::u16string_view text, const FeatureRecord& row) {
+  OffsetMap map{text};
+  platform::EditorRange range;
+  range.from = AdvanceOffset(map, row.start);
+  range.to = AdvanceOffset(map, row.end);
+  platform::SetEditorSelection(kIdEditor, range);
+  platform::ScrollCaretIntoView(kIdEditor);
+}
+
+// The code of a block as it was generated: what stands behind CODE, or the stored text of an
+// excluded one. False: the storage lacks it.
+bool CodeOfBlock(std::u16string_view text, const FeatureRecord& row, std::u16string& code) {
+  std::int32_t number = 0;
+  if (DisabledNumber(text, row, number)) {
+    const ProgramTab* tab = ActiveTab();
+    const DisabledCodeEntry* entry = tab ? FindDisabledCode(tab->disabledCode, number) : nullptr;
+    if (!entry) return false;
+    code = entry->text;
+    return true;
+  }
+  code = std::u16string(GeneratedCode(text, row));
+  return true;
+}
+
+bool HasManualEdits(std::u16string_view text, const FeatureRecord& row) {
+  std::u16string code;
+  if (!CodeOfBlock(text, row, code)) return true;
+  return CodeHash(code) != row.settings.codeHash;
+}
+
+// Kinds 1 to 3 may hold their shape in the block's own items; the builder knows shapes by
+// their index in the library. False: the library is full.
+bool ResolveShape(FeatureSettings& record) {
+  if (record.kind < kKindShape || record.kind > kKindRectangular || record.a != -1) return true;
+  const int index = recoverShape ? recoverShape(record) : -1;
+  if (index < 0) return false;
+  record.a = index + (record.kind == kKindShape ? 7 : 6);
+  return true;
+}
+
+void OpenBuilder(std::u16string_view text, int row) {
+  FeatureSettings record = features.rows[row].settings;
+  const std::int32_t id = features.rows[row].id;
+  if (!ResolveShape(record)) {
+    ShowFeatureHint(u"Shape library full; cannot restore project shape.");
+    return;
+  }
+  const BuilderOpener opener = openers[record.kind];
+  if (!opener) {
+    // Until this kind's builder exists its block stays editable as text.
+    SelectFeature();
+    ShowFeatureHint(u"This builder is not available yet: edit the selected block directly.");
+    return;
+  }
+  DropEditLink();
+  editLink.kind = record.kind;
+  editLink.id = id;
+  editLink.tab = app.activeTab;
+  editLink.original = std::u16string(Span(text, features.rows[row].start, features.rows[row].end));
+  if (!opener(record)) return;
+  Call(hooks.refreshBuilderKeys);
+  ShowFeatureHint(u"Editing existing block. Update replaces it; New unlinks.");
+}
+
+// What every change of a block's text leaves behind.
+void AfterEdit(bool rebuildPath) {
+  DropEditLink();
+  MarkModified();
+  RefreshFeatureList();
+  UpdateFeatureCaptions();
+  if (rebuildPath) Call(hooks.rebuildToolpath);
+}
+
+// Where a new block goes, as a text index.
+std::int32_t InsertionIndex(std::u16string_view text, std::int32_t selectedId) {
+  const int selected = selectedId != 0 ? FindFeature(selectedId) : -1;
+  if (selected >= 0) return features.rows[selected].end;
+  const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
+  for (int i = 0; i < features.count; ++i) {
+    if (features.rows[i].start <= caret && caret < features.rows[i].end) {
+      return features.rows[i].end;
+    }
+  }
+  return caret;
+}
+
+}  // namespace
+
+std::int32_t SelectedFeatureId() {
+  const int row = platform::SelectedRow(kIdFeatureList);
+  return row < 0 ? 0 : static_cast<std::int32_t>(platform::RowData(kIdFeatureList, row));
+}
+
+void UpdateFeatureCaptions() {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const int row = FindFeature(SelectedFeatureId());
+  const bool excluded =
+      row >= 0 && HoldsDisabled(text, features.rows[row].start, features.rows[row].end);
+  platform::SetText(kIdFeatureInclude, excluded ? u"Include code: OFF" : u"Include code: ON");
+  if (row < 0) {
+    platform::SetText(kIdFeatureName, u"");
+    return;
+  }
+  const FeatureRecord& r = features.rows[row];
+  platform::SetText(kIdFeatureName, r.name[0] ? r.name : KindWords(r.settings.kind));
+}
+
+void SelectFeature() {
+  UpdateFeatureCaptions();
+  const std::int32_t id = SelectedFeatureId();
+  if (id == 0) return;
+  if (app.surface != kSurfaceCode) Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
+  const std::u16string text(platform::EditorText(kIdEditor));
+  ScanProgramText(text);
+  const int row = FindFeature(id);
+  if (row < 0) return;
+  ShowSelection(text, features.rows[row]);
+  ShowFeatureHint(u"Selected block. Edit Settings reopens its builder.");
+}
+
+void EditFeature() {
+  const std::int32_t id = SelectedFeatureId();
+  if (id == 0) return;
+  if (IsLocked(id)) {
+    ShowFeatureHint(u"Feature settings are locked. Right-click to unlock.");
+    return;
+  }
+  if (id < 0) {
+    SelectFeature();
+    ShowFeatureHint(u"Legacy shape: edit selected G-code. Original settings were not saved.");
+    return;
+  }
+  const std::u16string text(platform::EditorText(kIdEditor));
+  ScanProgramText(text);
+  if (CountFeatures(id) != 1) {
+    ShowFeatureHint(u"Duplicate IDs: edit copied blocks as text.");
+    return;
+  }
+  const int row = FindFeature(id);
+  const std::int32_t kind = features.rows[row].settings.kind;
+  if (kind == kKindUserCode || kind == kKindLegacy) {
+    SelectFeature();
+    platform::SetFocusTo(kIdEditor);
+    ShowFeatureHint(u"User code: edit the selected block directly. Rename below.");
+    return;
+  }
+  if (HasManualEdits(text, features.rows[row])) {
+    platform::ShowBox(u"Shape has manual changes",
+                      u"This block has manual G-code edits. Its saved settings no longer describe "
+                      u"that code. Keep editing it as text, or create a new shape; the existing "
+                      u"block is preserved.",
+                      platform::BoxButtons::Ok, platform::BoxIcon::Information);
+    return;
+  }
+  OpenBuilder(text, row);
+}
+
+void NewUserFeature() {
+  const std::int32_t selected = SelectedFeatureId();
+  std::int32_t id = 0;
+  {
+    const WordsAside aside;
+    const std::u16string text = SettledText();
+    id = NextTableId();
+    const std::int32_t at = InsertionIndex(text, selected);
+    const std::u16string front =
+        u"\r\n(MORVA TEXT " + IntegerText(id) + u")\r\n(MORVA NAME User code)\r\n";
+    const std::u16string back = u"\r\n(MORVA END " + IntegerText(id) + u")\r\n";
+    const int position = MapTextOffset(text, at);
+    ReplaceSpan(text, at, at, front + back);
+    const int caret = position + MapTextOffset(front, static_cast<std::int32_t>(front.size()));
+    platform::SetEditorSelection(kIdEditor, {caret, caret});
+    platform::ScrollCaretIntoView(kIdEditor);
+  }
+  DropEditLink();
+  MarkModified();
+  Call(hooks.setMode, static_cast<int>(kModeHome));
+  app.sidebarShowsFeatures = true;
+  Call(hooks.layout);
+  RefreshFeatureList();
+  SelectFeatureRow(id);
+  UpdateFeatureCaptions();
+  platform::SetFocusTo(kIdEditor);
+  ScheduleAutosave();
+  ShowStatus(u"New user-code feature reserved here. Paste or type at the cursor.");
+}
+
+bool IsFeatureName(std::u16string_view name) {
+  if (name.empty() || name.size() > kNameMost) return false;
+  for (const char16_t c : name) {
+    if (c < 32 || c > 126 || c == u'(' || c == u')') return false;
+  }
+  return true;
+}
+
+bool RenameFeature(std::u16string_view name) {
+  const std::int32_t id = SelectedFeatureId();
+  if (!IsFeatureName(name) || id == 0 || IsLocked(id)) return false;
+  const WordsAside aside;
+  const std::u16string text = SettledText();
+  const int row = FindFeature(id);
+  if (row < 0) return false;
+  std::int32_t from = 0;
+  std::int32_t to = 0;
+  FindNameLine(text, features.rows[row], from, to);
+  ReplaceSpan(text, from, to, u"(MORVA NAME " + std::u16string(name) + u")\r\n");
+  DropEditLink();
+  RefreshFeatureList();
+  UpdateFeatureCaptions();
+  return true;
+}
+
+void DeleteFeature() {
+  const std::int32_t id = SelectedFeatureId();
+  if (id == 0 || IsLocked(id)) return;
+  if (platform::ShowBox(u"Delete feature",
+                        u"Delete the selected feature and its machining code? Undo can restore it.",
+                        platform::BoxButtons::YesNo,
+                        platform::BoxIcon::Warning) != platform::BoxAnswer::Yes) {
+    return;
+  }
+  const WordsAside aside;
+  const std::u16string text = SettledText();
+  const int row = FindFeature(id);
+  if (row < 0) return;
+  ReplaceSpan(text, features.rows[row].start, features.rows[row].end, u"");
+  DropEditLink();
+  RefreshFeatureList();
+  UpdateFeatureCaptions();
+  Call(hooks.rebuildToolpath);
+}
+
+void ToggleInclude() {
+  const std::int32_t id = SelectedFeatureId();
+  ProgramTab* tab = ActiveTab();
+  if (id == 0 || !tab || IsLocked(id)) return;
+  const WordsAside aside;
+  const std::u16string text = SettledText();
+  if (CountFeatures(id) != 1) return;
+  std::int32_t from = 0;
+  std::int32_t to = 0;
+  if (!FindIncludeSpan(text, features.rows[FindFeature(id)], from, to)) return;
+  const std::u16string_view code = Span(text, from, to);
+  std::u16string replacement;
+  std::int32_t number = 0;
+  if (LeadsDisabled(code, number)) {
+    const DisabledCodeEntry* entry = FindDisabledCode(tab->disabledCode, number);
+    if (!entry) {
+      ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
+      return;
+    }
+    replacement = entry->text;
+  } else {
+    const std::int32_t stored = AddDisabledCode(tab->disabledCode, code);
+    if (stored == 0) return;
+    replacement = u"(MORVA DISABLED " + IntegerText(stored) + u")\r\n";
+  }
+  ReplaceSpan(text, from, to, replacement);
+  AfterEdit(true);
+}
+
+void ToggleFeatureLock() {
+  ProgramTab* tab = ActiveTab();
+  const std::int32_t id = SelectedFeatureId();
+  if (!tab || id == 0) return;
+  ToggleListId(id, tab->lockedIds);
+  RefreshFeatureList();
+}
+
+void ToggleFeatureHide() {
+  ProgramTab* tab = ActiveTab();
+  const std::int32_t id = SelectedFeatureId();
+  if (!tab || id == 0) return;
+  ToggleListId(id, tab->hiddenIds);
+  RefreshFeatureList();
+  Call(hooks.rebuildToolpath);
+}
+
+void SetBuilderOpener(int kind, BuilderOpener opener) {
+  if (kind >= 0 && kind < kKinds) openers[kind] = opener;
+}
+
+void SetShapeRecovery(int (*recover)(const FeatureSettings& record)) { recoverShape = recover; }
+
+void ResetFeatureOperations() {
+  for (BuilderOpener& opener : openers) opener = nullptr;
+  recoverShape = nullptr;
+}
+
+}  // namespace morva

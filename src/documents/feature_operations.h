@@ -1,0 +1,52 @@
+// Feature operations: what the feature list's rows can do with the blocks of a program.
+//
+// Every operation that changes code is an undoable edit of the text, and the table is scanned
+// anew behind it. Hide, lock and isolate are no code at all: they live with the tab and touch
+// no machine word. A block's identity is its id; every operation starts from the selected
+// row's id and does nothing without one.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "documents/feature_settings.h"
+
+namespace morva {
+
+// Id behind the selected row, 0 for none.
+std::int32_t SelectedFeatureId();
+
+// Selects the block in the editor and scrolls it into view.
+void SelectFeature();
+// Reopens the block in its builder; the FeatureHint or a box says why where that cannot be.
+void EditFeature();
+// An empty user-code block behind the selected block, else behind the caret's block, else at
+// the caret; the caret goes inside.
+void NewUserFeature();
+// 1 to 80 characters from blank to tilde without parentheses. False: refused, nothing changed.
+bool RenameFeature(std::u16string_view name);
+bool IsFeatureName(std::u16string_view name);
+// Asks, then removes the block's text. Nothing for a locked block.
+void DeleteFeature();
+// Takes the block's machine code out of the program, or puts it back.
+void ToggleInclude();
+void ToggleFeatureHide();
+void ToggleFeatureLock();
+// The popup of the feature list, at main-window pixels, for the selected row.
+void ShowFeatureMenu(int x, int y);
+// The include key's words and the name box, after a selection.
+void UpdateFeatureCaptions();
+
+// The builder that reopens a kind. `record` is the block's settings; for kinds 1 to 3 whose
+// shape lives in the block's own items, `a` is already the library's index. False: it could
+// not be opened.
+using BuilderOpener = bool (*)(const FeatureSettings& record);
+void SetBuilderOpener(int kind, BuilderOpener opener);
+// The shape library's half of recovering a project shape: its index for the record's items,
+// an entry added at need, or -1 when it is full.
+void SetShapeRecovery(int (*recover)(const FeatureSettings& record));
+
+void RegisterFeatureCommands();
+void ResetFeatureOperations();
+
+}  // namespace morva

@@ -1,0 +1,311 @@
+// The operations of the feature list, over the whole application.
+
+#include "documents/feature_operations.h"
+
+#include <vector>
+
+#include "documents/block_text.h"
+#include "documents/feature_blocks.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "platform/listing.h"
+#include "simulator/motion_path.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+class FeatureOps : public support::Workbench {
+ protected:
+  // The program with one block a line end pair, marked by hand.
+  void Load(std::u16string_view text) {
+    headless::EditorSetAll(kIdEditor, text);
+    headless::Advance(200);
+  }
+  static void Select(int row) { headless::SelectRows(kIdFeatureList, {row}); }
+  static std::u16string Hint() { return platform::TextOf(kIdFeatureHint); }
+  static std::u16string Row(int row) { return platform::RowText(kIdFeatureList, row); }
+};
+
+const std::u16string kTwo =
+    u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\nG0 X1\r\n(MORVA END 1)\r\n"
+    u"(MORVA TEXT 2)\r\n(MORVA NAME Second)\r\nG1 X2\r\n(MORVA END 2)\r\n";
+
+FeatureSettings SlotSettings(std::u16string_view code) {
+  FeatureSettings record;
+  record.version = 3;
+  record.kind = kKindShape;
+  record.a = 6;
+  record.codeHash = CodeHash(code);
+  return record;
+}
+
+TEST_F(FeatureOps, SelectingARowSelectsItsBlockInTheEditor) {
+  Load(kTwo);
+  Select(1);
+  const platform::EditorRange range = platform::EditorSelection(kIdEditor);
+  // Positions count a line end as one: the first block and its line end are 54 units long.
+  EXPECT_EQ(range.from, 15 + 19 + 6 + 14);
+  EXPECT_EQ(range.to, range.from + 15 + 20 + 6 + 13);
+  EXPECT_EQ(Hint(), u"Selected block. Edit Settings reopens its builder.");
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Second");
+}
+
+TEST_F(FeatureOps, RenamesAnUnlockedBlockAndRefusesWhatCannotBeAName) {
+  Load(kTwo);
+  Select(0);
+  headless::TypeInto(kIdFeatureName, u"Rough face");
+  ASSERT_TRUE(headless::Click(kIdFeatureRename));
+  EXPECT_EQ(Text().substr(0, 44), u"(MORVA TEXT 1)\r\n(MORVA NAME Rough face)\r\nG0 ");
+  EXPECT_EQ(Row(0), u"#1  Rough face");
+  const std::u16string refusal =
+      u"Select an unlocked feature. Use 1-80 plain characters without parentheses.";
+  for (const std::u16string& name : {std::u16string(), std::u16string(u"a(b"),
+                                     std::u16string(u"caf\u00e9"), std::u16string(81, u'x')}) {
+    EXPECT_FALSE(RenameFeature(name));
+  }
+  EXPECT_TRUE(RenameFeature(std::u16string(80, u'y')));
+  EXPECT_EQ(Row(0), u"#1  " + std::u16string(80, u'y'));
+  headless::Click(kIdFeatureLock);
+  headless::TypeInto(kIdFeatureName, u"Other");
+  headless::Click(kIdFeatureRename);
+  EXPECT_EQ(Hint(), refusal);
+  EXPECT_EQ(Row(0), u"#1  " + std::u16string(80, u'y') + u" [locked]");
+}
+
+TEST_F(FeatureOps, GivesANameToABlockThatHasNone) {
+  Load(u"(MORVA TEXT 1)\r\nG0 X1\r\n(MORVA END 1)");
+  Select(0);
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"User code");
+  EXPECT_TRUE(RenameFeature(u"Bore"));
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME Bore)\r\nG0 X1\r\n(MORVA END 1)");
+}
+
+TEST_F(FeatureOps, DeletesAfterAQuestionAndUndoBringsTheBlockBack) {
+  Load(kTwo);
+  Select(0);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text(), kTwo);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text(), kTwo.substr(kTwo.find(u"\r\n(MORVA TEXT 2)")));
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), kTwo);
+}
+
+TEST_F(FeatureOps, DoesNotDeleteALockedBlock) {
+  Load(kTwo);
+  Select(0);
+  headless::Click(kIdFeatureLock);
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureDelete);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Text(), kTwo);
+}
+
+TEST_F(FeatureOps, ReservesANewBlockBehindTheSelectedOne) {
+  Load(kTwo);
+  Select(0);
+  headless::Click(kIdFeatureNew);
+  const std::u16string wanted =
+      u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\nG0 X1\r\n(MORVA END 1)"
+      u"\r\n(MORVA TEXT 3)\r\n(MORVA NAME User code)\r\n\r\n(MORVA END 3)\r\n"
+      u"\r\n(MORVA TEXT 2)\r\n(MORVA NAME Second)\r\nG1 X2\r\n(MORVA END 2)\r\n";
+  EXPECT_EQ(Text(), wanted);
+  headless::EditorInsert(kIdEditor, u"M8");
+  EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 3)"), std::u16string::npos);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine),
+            u"New user-code feature reserved here. Paste or type at the cursor.");
+}
+
+TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Text(),
+            u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\nG0 X1\r\n(MORVA END 1)\r\n"
+            u"(MORVA TEXT 2)\r\n(MORVA NAME Second)\r\n(MORVA DISABLED 1)\r\n(MORVA END 2)\r\n");
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  EXPECT_TRUE(FeatureRowExcluded(1));
+  // Its moves are no part of the path, but the view still has them apart.
+  EXPECT_EQ(path.count, 2);
+  EXPECT_EQ(ghostPath.count, 2);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Text(), kTwo);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+}
+
+TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatDoesNoHarm) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), kTwo);
+  ASSERT_NE(tabs[app.activeTab].disabledCode, nullptr);
+  EXPECT_EQ(tabs[app.activeTab].disabledCode->text, u"G1 X2\r\n");
+}
+
+TEST_F(FeatureOps, TellsOfMissingStorageAfterTheCompanionIsGone) {
+  WriteFile("part.NC", "G0 X1\r\n");
+  Open("part.NC");
+  headless::Advance(900);
+  Select(0);
+  headless::Click(kIdFeatureInclude);
+  headless::Advance(900);
+  EXPECT_GT(ReadFile("part.NC.features").size(), 8u);
+  headless::Click(kIdClose);
+  std::filesystem::remove(home_ / "part.NC.features");
+  Open("part.NC");
+  headless::Advance(200);
+  Select(0);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  const std::u16string before = Text();
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Hint(), u"Disabled code storage is missing. Restore this program's .features file.");
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(FeatureOps, RefusesToEditCopiedBlocksButStillSelectsRenamesAndDeletesTheFirst) {
+  const std::u16string block = SettingsBlockText(4, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
+  Load(block + u"\r\n" + block + u"\r\n");
+  ASSERT_EQ(platform::RowCount(kIdFeatureList), 2);
+  Select(1);
+  headless::DoubleClickRow(kIdFeatureList, 1);
+  EXPECT_EQ(Hint(), u"Duplicate IDs: edit copied blocks as text.");
+  EXPECT_TRUE(RenameFeature(u"Copy"));
+  EXPECT_EQ(Row(0), u"#1  Copy");
+}
+
+TEST_F(FeatureOps, EditsUserCodeInPlace) {
+  Load(kTwo);
+  Select(0);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(Hint(), u"User code: edit the selected block directly. Rename below.");
+  EXPECT_EQ(platform::FocusedId(), kIdEditor);
+}
+
+std::vector<FeatureSettings> opened;
+bool Opener(const FeatureSettings& record) {
+  opened.push_back(record);
+  return true;
+}
+
+TEST_F(FeatureOps, ReopensABlockWhoseCodeWasOnlyReformatted) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  const std::u16string code = u"G1 X1 Y2\r\n";
+  Load(SettingsBlockText(1, u"", SlotSettings(code), u"G1  X1Y2\r\n\r\n"));
+  Select(0);
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(opened.size(), 1u);
+  EXPECT_EQ(opened[0].a, 6);
+  EXPECT_EQ(editLink.kind, kKindShape);
+  EXPECT_EQ(editLink.id, 1);
+  EXPECT_EQ(Hint(), u"Editing existing block. Update replaces it; New unlinks.");
+}
+
+TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X2\r\n"));
+  Select(0);
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureEdit);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Shape has manual changes");
+  EXPECT_EQ(boxes[0].text,
+            u"This block has manual G-code edits. Its saved settings no longer describe that "
+            u"code. Keep editing it as text, or create a new shape; the existing block is "
+            u"preserved.");
+  EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(FeatureOps, ReopensAnExcludedBlockByItsStoredCode) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n"));
+  Select(0);
+  headless::Click(kIdFeatureInclude);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(opened.size(), 1u);
+}
+
+TEST_F(FeatureOps, RestoresAProjectShapeOrSaysThatTheLibraryIsFull) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  FeatureSettings record = SlotSettings(u"G1 X1\r\n");
+  record.a = -1;
+  record.itemCount = 1;
+  Load(SettingsBlockText(1, u"", record, u"G1 X1\r\n"));
+  Select(0);
+  SetShapeRecovery([](const FeatureSettings&) { return -1; });
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(Hint(), u"Shape library full; cannot restore project shape.");
+  SetShapeRecovery([](const FeatureSettings&) { return 5; });
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(opened.size(), 1u);
+  EXPECT_EQ(opened[0].a, 12);
+}
+
+TEST_F(FeatureOps, RefusesToEditALockedBlockAndLeavesTheRestFree) {
+  Load(kTwo);
+  Select(0);
+  headless::Click(kIdFeatureLock);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(Hint(), u"Feature settings are locked. Right-click to unlock.");
+  headless::Click(kIdFeatureHide);
+  EXPECT_EQ(Row(0), u"#1  First [hidden] [locked]");
+  headless::EditorSelect(kIdEditor, 0, 0);
+  headless::EditorInsert(kIdEditor, u" ");
+  EXPECT_EQ(Text()[0], u' ');
+}
+
+TEST_F(FeatureOps, HidingABlockTakesItOutOfThePath) {
+  Load(kTwo);
+  headless::Click(kIdPath);
+  EXPECT_EQ(path.count, 3);
+  Select(1);
+  headless::Click(kIdFeatureHide);
+  EXPECT_EQ(path.count, 2);
+  headless::Click(kIdFeatureHide);
+  EXPECT_EQ(path.count, 3);
+}
+
+TEST_F(FeatureOps, TheContextMenuIsolatesAndShowsAll) {
+  Load(kTwo);
+  headless::TakeMenus();
+  headless::QueuePick(kIdFeatureIsolate);
+  ASSERT_TRUE(headless::ContextMenu(kIdFeatureList, 1));
+  const auto menus = headless::TakeMenus();
+  ASSERT_EQ(menus.size(), 1u);
+  std::vector<std::u16string> words;
+  for (const auto& item : menus[0].items) words.push_back(item.id ? item.text : u"-");
+  EXPECT_EQ(words, (std::vector<std::u16string>{
+                       u"Edit feature", u"Toggle code inclusion", u"-",
+                       u"Simulate only this feature", u"Simulate all visible features", u"-",
+                       u"Hide feature", u"Show all features", u"-", u"Lock settings"}));
+  EXPECT_EQ(tabs[app.activeTab].isolatedId, 2);
+  EXPECT_EQ(Hint(), u"Visibility changes viewing only, never machine code.");
+  headless::QueuePick(kIdFeatureLockItem);
+  headless::ContextMenu(kIdFeatureList, 1);
+  EXPECT_EQ(Hint(), u"Lock affects builder edits; G-code remains editable.");
+  headless::QueuePick(kIdFeatureShowAll);
+  headless::ContextMenu(kIdFeatureList, 1);
+  EXPECT_EQ(tabs[app.activeTab].isolatedId, 0);
+}
+
+TEST_F(FeatureOps, TogglingOneIdMoreThanTheListHoldsDoesNothing) {
+  ProgramTab& tab = tabs[app.activeTab];
+  for (std::int32_t i = 0; i < kMaxIdList; ++i) ToggleListId(i + 1, tab.hiddenIds);
+  ToggleListId(500, tab.hiddenIds);
+  EXPECT_FALSE(IdListHolds(tab.hiddenIds, 500));
+  ToggleListId(7, tab.hiddenIds);
+  ToggleListId(500, tab.hiddenIds);
+  EXPECT_TRUE(IdListHolds(tab.hiddenIds, 500));
+}
+
+}  // namespace
+}  // namespace morva
