@@ -32,7 +32,7 @@ need() {
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev qt6-serialport-dev
   fonts-open-sans fonts-inconsolata)
-test_packages=(libgtest-dev xvfb openbox xdotool imagemagick strace binutils python3 git)
+test_packages=(libgtest-dev xvfb openbox strace binutils)
 
 # Configures and builds: folder, then cmake arguments, "--", then targets.
 build() {
