@@ -59,6 +59,7 @@ constexpr char kHelp[] =
     "  vanish            the cable is gone\n"
     "  clear             forget what has arrived\n"
     "  status            one line of counts\n"
+    "  help              this page\n"
     "  quit              end\n"
     "\n"
     "Reports\n"
@@ -433,7 +434,10 @@ bool Obey(Control& c, const std::string& line) {
   const std::string rest = blank == std::string::npos ? "" : line.substr(blank + 1);
   const std::int64_t number = std::strtoll(rest.c_str(), nullptr, 10);
   if (word == "quit") return false;
-  if (word == "hold") {
+  if (word == "help") {
+    std::fputs(kHelp, stdout);
+    std::fflush(stdout);
+  } else if (word == "hold") {
     SendXoff(c, false, number);
   } else if (word == "release") {
     SendXon(c);
@@ -457,7 +461,7 @@ bool Obey(Control& c, const std::string& line) {
   } else if (word == "status") {
     TellStatus(c);
   } else if (!word.empty()) {
-    std::printf("ERROR unknown command \"%s\"; see --help\n", word.c_str());
+    std::printf("ERROR unknown command \"%s\"; see help\n", word.c_str());
     std::fflush(stdout);
   }
   return true;
