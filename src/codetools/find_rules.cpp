@@ -1,0 +1,169 @@
+#include "codetools/find_rules.h"
+
+#include "library/codetext.h"
+
+namespace morva {
+
+RuleQueue ruleQueue;
+
+namespace {
+
+constexpr std::u16string_view kProtected = u"(MORVA";
+constexpr std::size_t kNone = std::u16string_view::npos;
+
+bool IsWordUnit(char16_t c) {
+  const char16_t folded = FoldUpper(c);
+  return (folded >= u'A' && folded <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_';
+}
+
+// Whether what stands behind the blanks at a line start makes the line a marker's.
+bool OpensProtectedLine(std::u16string_view text, std::size_t at) {
+  while (at < text.size() && (text[at] == u' ' || text[at] == u'\t')) ++at;
+  return SameFolded(text.substr(at, kProtected.size()), kProtected);
+}
+
+// A rule with what the pass asks at every place worked out once.
+struct ReadyRule {
+  std::u16string_view find;
+  std::u16string_view replaceWith;
+};
+
+struct ReadyRules {
+  ReadyRule rules[kMaxRules];
+  int count = 0;
+  bool first[128] = {};  // units that may begin a match, below 128
+  bool others = false;   // a rule begins with a unit above
+};
+
+ReadyRules MakeReady(const FindRule* rules, int count, bool matchCase) {
+  ReadyRules ready;
+  for (int i = 0; i < count && i < kMaxRules; ++i) {
+    const std::u16string_view find = rules[i].find;
+    ready.rules[ready.count++] = {find, rules[i].replaceWith};
+    if (find.empty()) continue;
+    if (find[0] >= 128) {
+      ready.others = true;
+      continue;
+    }
+    ready.first[find[0]] = true;
+    if (matchCase) continue;
+    const char16_t upper = FoldUpper(find[0]);
+    ready.first[upper] = true;
+    if (upper >= u'A' && upper <= u'Z') ready.first[upper - u'A' + u'a'] = true;
+  }
+  return ready;
+}
+
+const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const ReadyRules& ready,
+                            bool matchCase, bool wholeToken) {
+  const char16_t c = text[at];
+  if (c < 128 ? !ready.first[c] : !ready.others) return nullptr;
+  for (int i = 0; i < ready.count; ++i) {
+    if (MatchAt(text, at, ready.rules[i].find, matchCase, wholeToken)) return &ready.rules[i];
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool AddRule(std::u16string_view find, std::u16string_view replaceWith) {
+  if (ruleQueue.count >= kMaxRules || find.empty()) return false;
+  FindRule& rule = ruleQueue.rules[ruleQueue.count++];
+  CopyBounded(rule.find, kFindUnits, find);
+  CopyBounded(rule.replaceWith, kFindUnits, replaceWith);
+  return true;
+}
+
+bool RemoveRule(int row) {
+  if (row < 0 || row >= ruleQueue.count) return false;
+  for (int i = row; i + 1 < ruleQueue.count; ++i) ruleQueue.rules[i] = ruleQueue.rules[i + 1];
+  ruleQueue.rules[--ruleQueue.count] = FindRule();
+  return true;
+}
+
+void ClearRules() { ruleQueue = RuleQueue(); }
+
+std::u16string RuleRow(const FindRule& rule) {
+  return std::u16string(rule.find) + u"  \u2192  " + rule.replaceWith;
+}
+
+bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view find,
+             bool matchCase, bool wholeToken) {
+  if (find.empty() || position > text.size() || text.size() - position < find.size()) return false;
+  for (std::size_t i = 0; i < find.size(); ++i) {
+    const char16_t a = text[position + i];
+    const char16_t b = find[i];
+    if (matchCase ? a != b : FoldUpper(a) != FoldUpper(b)) return false;
+  }
+  if (!wholeToken) return true;
+  if (position > 0 && IsWordUnit(text[position - 1])) return false;
+  const std::size_t behind = position + find.size();
+  return behind == text.size() || !IsWordUnit(text[behind]);
+}
+
+std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
+                      bool matchCase, bool wholeToken) {
+  for (std::size_t i = from; i < text.size(); ++i) {
+    if (MatchAt(text, i, find, matchCase, wholeToken)) return i;
+  }
+  return kNone;
+}
+
+RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, bool matchCase,
+                 bool wholeToken) {
+  RuleRun run;
+  const ReadyRules ready = MakeReady(rules, count, matchCase);
+  constexpr std::size_t kMost = kMaxRuleOutput;
+  run.text.reserve(text.size() + 4096 < kMost ? text.size() + 4096 : kMost);
+  bool atLineStart = true;
+  bool protectedLine = false;
+  for (std::size_t at = 0; at < text.size();) {
+    if (atLineStart) protectedLine = OpensProtectedLine(text, at);
+    const ReadyRule* rule =
+        protectedLine ? nullptr : FirstMatch(text, at, ready, matchCase, wholeToken);
+    if (rule) {
+      if (run.text.size() + rule->replaceWith.size() >= kMost) {
+        run.overLimit = true;
+        return run;
+      }
+      run.text += rule->replaceWith;
+      at += rule->find.size();
+      ++run.matches;
+      atLineStart = false;
+      continue;
+    }
+    if (run.text.size() >= kMost - 1) {
+      run.overLimit = true;
+      return run;
+    }
+    const char16_t c = text[at++];
+    run.text += c;
+    atLineStart = c == u'\r' || c == u'\n';
+  }
+  return run;
+}
+
+std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find) {
+  std::int32_t count = 0;
+  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
+       at = FindMatch(text, at + find.size(), find, false, false)) {
+    ++count;
+  }
+  return count;
+}
+
+std::u16string ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                                  std::u16string_view replaceWith) {
+  std::u16string out;
+  std::size_t from = 0;
+  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
+       at = FindMatch(text, from, find, false, false)) {
+    out += text.substr(from, at - from);
+    out += replaceWith;
+    from = at + find.size();
+  }
+  out += text.substr(from);
+  return out;
+}
+
+}  // namespace morva

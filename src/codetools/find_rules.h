@@ -1,0 +1,58 @@
+// Matching and replacement rules: what stands where in a text, and one pass of queued rules.
+//
+// Pure functions and the rule queue. Rules look at the text as it stood before the batch,
+// never at what an earlier rule wrote, and leave the marker lines of feature blocks alone.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/limits.h"
+
+namespace morva {
+
+struct FindRule {
+  char16_t find[kFindUnits] = {};
+  char16_t replaceWith[kFindUnits] = {};
+};
+
+struct RuleQueue {
+  std::int32_t count = 0;
+  FindRule rules[kMaxRules];
+};
+extern RuleQueue ruleQueue;
+
+// Appends a pair, each cut at 255 units. False: 24 are queued or the find text is empty.
+bool AddRule(std::u16string_view find, std::u16string_view replaceWith);
+// Closes the gap. False: no such row.
+bool RemoveRule(int row);
+void ClearRules();
+// The list row of a rule: find, two blanks, an arrow, two blanks, replacement.
+std::u16string RuleRow(const FindRule& rule);
+
+// Whether `find` stands in `text` at `position`. Without `matchCase` a to z are folded on both
+// sides. With `wholeToken` the match must not touch a letter, a digit or "_" on either side.
+bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view find,
+             bool matchCase, bool wholeToken);
+// First match at or behind `from`; npos for none.
+std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
+                      bool matchCase, bool wholeToken);
+
+struct RuleRun {
+  std::u16string text;
+  std::int32_t matches = 0;
+  bool overLimit = false;  // the output would reach 2,000,000 units; text and count mean nothing
+};
+// One pass of `rules` over the text: at each place outside marker lines the first rule in the
+// queue that matches wins.
+RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, bool matchCase,
+                 bool wholeToken);
+
+// Every occurrence, any case, no bounds, no protection, from left to right.
+std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find);
+std::u16string ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                                  std::u16string_view replaceWith);
+
+}  // namespace morva

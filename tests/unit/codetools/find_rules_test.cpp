@@ -1,0 +1,117 @@
+#include "codetools/find_rules.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "library/codetext.h"
+
+namespace morva {
+namespace {
+
+using Pairs = std::vector<std::pair<const char16_t*, const char16_t*>>;
+
+RuleRun Apply(std::u16string_view text, const Pairs& pairs, bool matchCase = false,
+              bool wholeToken = false) {
+  std::vector<FindRule> rules(pairs.size());
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    CopyBounded(rules[i].find, kFindUnits, pairs[i].first);
+    CopyBounded(rules[i].replaceWith, kFindUnits, pairs[i].second);
+  }
+  return RunRules(text, rules.data(), static_cast<int>(rules.size()), matchCase, wholeToken);
+}
+
+TEST(MatchAt, FoldsAToZUnlessCaseMatters) {
+  EXPECT_TRUE(MatchAt(u"xg01", 1, u"G01", false, false));
+  EXPECT_FALSE(MatchAt(u"xg01", 1, u"G01", true, false));
+  EXPECT_FALSE(MatchAt(u"G0", 0, u"G01", false, false));
+  EXPECT_FALSE(MatchAt(u"G0", 0, u"", false, false));
+  EXPECT_FALSE(MatchAt(u"G0", 5, u"G", false, false));
+}
+
+TEST(MatchAt, AWholeTokenTouchesNoWordCharacter) {
+  EXPECT_FALSE(MatchAt(u"G10", 0, u"G1", false, true));
+  EXPECT_TRUE(MatchAt(u"G1.", 0, u"G1", false, true));
+  EXPECT_TRUE(MatchAt(u"G1.5", 0, u"G1", false, true));
+  EXPECT_FALSE(MatchAt(u"X1.5", 0, u"X", false, true));
+  EXPECT_FALSE(MatchAt(u"_G1", 1, u"G1", false, true));
+  EXPECT_TRUE(MatchAt(u"G1", 0, u"G1", false, true));
+}
+
+TEST(Rules, DoNotCascade) {
+  const RuleRun run = Apply(u"A B", {{u"A", u"B"}, {u"B", u"C"}});
+  EXPECT_EQ(run.text, u"B C");
+  EXPECT_EQ(run.matches, 2);
+}
+
+TEST(Rules, SwapInOnePass) {
+  EXPECT_EQ(Apply(u"ABBA", {{u"A", u"B"}, {u"B", u"A"}}).text, u"BAAB");
+}
+
+TEST(Rules, TheFirstInTheQueueWinsNotTheLongest) {
+  EXPECT_EQ(Apply(u"G01", {{u"G0", u"x"}, {u"G01", u"y"}}).text, u"x1");
+}
+
+TEST(Rules, WholeTokenLooksAtTheOriginalText) {
+  EXPECT_EQ(Apply(u"G10 G1. G1", {{u"G1", u"G01"}}, false, true).text, u"G10 G01. G01");
+  // In the output "G1" would touch a letter; in the text it stood alone.
+  EXPECT_EQ(Apply(u"X.G1", {{u".", u""}, {u"X", u"Y"}, {u"G1", u"G01"}}, false, true).text,
+            u"Y.G01");
+}
+
+TEST(Rules, AnEmptyReplacementDeletes) {
+  const RuleRun run = Apply(u"N10 G0 N20", {{u"N10 ", u""}});
+  EXPECT_EQ(run.text, u"G0 N20");
+  EXPECT_EQ(run.matches, 1);
+}
+
+TEST(Rules, LeaveMarkerLinesAlone) {
+  const RuleRun run = Apply(u"(MORVA BEGIN 12)\r\n \t(morva begin 3)\r\nBEGIN\r\n(MORVATED BEGIN)",
+                            {{u"BEGIN", u"x"}});
+  EXPECT_EQ(run.text, u"(MORVA BEGIN 12)\r\n \t(morva begin 3)\r\nx\r\n(MORVATED BEGIN)");
+  EXPECT_EQ(run.matches, 1);
+}
+
+TEST(Rules, AMatchAtALineStartClearsTheLineStart) {
+  // What follows the match is no line start, so the marker behind it is not protected.
+  EXPECT_EQ(Apply(u"Q(MORVA BEGIN", {{u"Q", u""}, {u"BEGIN", u"x"}}).text, u"(MORVA x");
+}
+
+TEST(Rules, AReplacedLineEndOpensNoProtectedLine) {
+  EXPECT_EQ(Apply(u"G0\n(MORVA BEGIN 1)", {{u"\n", u"\n"}, {u"BEGIN", u"x"}}).text,
+            u"G0\n(MORVA x 1)");
+}
+
+TEST(Rules, StopBelowTwoMillionUnits) {
+  const std::u16string text(1999999, u'a');
+  EXPECT_FALSE(Apply(text, {{u"b", u"c"}}).overLimit);
+  EXPECT_TRUE(Apply(text + u"a", {{u"b", u"c"}}).overLimit);
+  EXPECT_TRUE(Apply(std::u16string(1000000, u'a'), {{u"a", u"bb"}}).overLimit);
+  EXPECT_FALSE(Apply(std::u16string(999999, u'a'), {{u"a", u"bb"}}).overLimit);
+}
+
+TEST(RuleQueue, HoldsTwentyFourAndRefusesTheNext) {
+  ClearRules();
+  EXPECT_FALSE(AddRule(u"", u"x"));
+  for (int i = 0; i < kMaxRules; ++i) EXPECT_TRUE(AddRule(u"A", u"B"));
+  EXPECT_FALSE(AddRule(u"A", u"B"));
+  EXPECT_TRUE(RemoveRule(3));
+  EXPECT_FALSE(RemoveRule(23));
+  EXPECT_TRUE(AddRule(std::u16string(300, u'f'), u"B"));
+  EXPECT_EQ(std::u16string(ruleQueue.rules[23].find).size(), 255u);
+  EXPECT_EQ(RuleRow(ruleQueue.rules[0]), u"A  \u2192  B");
+  ClearRules();
+}
+
+TEST(DoAll, CountsAndReplacesAnyCaseWithoutProtection) {
+  const std::u16string text = u"(MORVA BEGIN 1) begin aaa";
+  EXPECT_EQ(CountOccurrences(text, u"BEGIN"), 2);
+  EXPECT_EQ(CountOccurrences(text, u"aa"), 1);
+  EXPECT_EQ(ReplaceOccurrences(text, u"begin", u"x"), u"(MORVA x 1) x aaa");
+  EXPECT_EQ(ReplaceOccurrences(u"aaa", u"a", u"aa"), u"aaaaaa");
+}
+
+}  // namespace
+}  // namespace morva
