@@ -1,6 +1,8 @@
 // The main window's controls: one table a kind, made once in the order of the screen.
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -135,6 +137,7 @@ void MakeMainControls() {
   for (const TextColours& row : kColours) platform::SetColours(row.id, row.colours);
   platform::SetTextLimit(kIdFeatureName, kFeatureNameMost);
   if (IsPending(kIdFeatureRename)) platform::SetEnabled(kIdFeatureName, false);
+  for (int i = 0; i < PanelCount(); ++i) Call(PanelAt(i).make);
   platform::SetTabOrder(kOrder, static_cast<int>(sizeof(kOrder) / sizeof(kOrder[0])));
 }
 

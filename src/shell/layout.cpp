@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/limits.h"
+#include "app/panels.h"
 #include "platform/window.h"
 #include "shell/keys.h"
 #include "shell/layout_rects.h"
@@ -52,6 +53,71 @@ void ShowGripShape(bool grip) {
                                                         : platform::PointerShape::Arrow);
 }
 
+Rect Around(const LayoutPlan& plan, const int* ids, int count) {
+  Rect all;
+  for (int i = 0; i < count; ++i) {
+    const Rect place = PlaceIn(plan, ids[i]);
+    if (IsEmpty(place)) continue;
+    if (IsEmpty(all)) all = place;
+    if (place.left < all.left) all.left = place.left;
+    if (place.top < all.top) all.top = place.top;
+    if (place.right > all.right) all.right = place.right;
+    if (place.bottom > all.bottom) all.bottom = place.bottom;
+  }
+  return all;
+}
+
+// The areas that panels may take over, from what the plan put there.
+void FindPanelAreas(const LayoutPlan& plan) {
+  const int work[] = {kIdEditor,     kViewGutter,  kViewToolpath, kIdViewRefresh,
+                      kIdViewLayers, kIdPlayStart, kIdPlayStop,   kIdSpeedSlider};
+  const int left[] = {kIdFeatureList, kIdFeatureEdit,   kIdFeatureHide,
+                      kIdFeatureName, kIdFeatureRename, kIdFeatureHint};
+  areas.editor = PlaceIn(plan, kIdEditor);
+  areas.work = Around(plan, work, static_cast<int>(sizeof(work) / sizeof(work[0])));
+  areas.leftLower = Around(plan, left, static_cast<int>(sizeof(left) / sizeof(left[0])));
+}
+
+Rect AreaOf(PanelSpot spot) {
+  switch (spot) {
+    case PanelSpot::Editor:
+      return areas.editor;
+    case PanelSpot::Work:
+      return areas.work;
+    case PanelSpot::LeftLower:
+      return areas.leftLower;
+    default:
+      return areas.panelBody;
+  }
+}
+
+bool Inside(const Rect& inner, const Rect& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+// Whether an active panel covers this place.
+bool IsCovered(const Rect& place) {
+  for (int i = 0; i < PanelCount(); ++i) {
+    const Panel& panel = PanelAt(i);
+    if (panel.spot == PanelSpot::RightBody || !IsPanelActive(panel)) continue;
+    if (Inside(place, AreaOf(panel.spot))) return true;
+  }
+  return false;
+}
+
+void PlacePanels() {
+  for (int i = 0; i < PanelCount(); ++i) {
+    const Panel& panel = PanelAt(i);
+    const Rect area = AreaOf(panel.spot);
+    if (IsPanelActive(panel) && !IsEmpty(area)) {
+      if (panel.place) panel.place(area);
+    } else if (panel.hide) {
+      panel.hide();
+    }
+  }
+}
+
 }  // namespace
 
 const LayoutAreas& Areas() { return areas; }
@@ -69,11 +135,14 @@ void Layout() {
   const LayoutPlan plan = PlanLayout(in);
   app.leftPanelWidth = plan.leftPanelWidth;
   areas = plan.areas;
+  FindPanelAreas(plan);
   for (int i = 0; i < plan.count; ++i) {
     const Placement& placement = plan.placements[i];
+    const bool shown = !IsEmpty(placement.place) && !IsCovered(placement.place);
     if (!IsEmpty(placement.place)) platform::SetPlace(placement.id, placement.place);
-    Show(placement.id, !IsEmpty(placement.place));
+    Show(placement.id, shown);
   }
+  PlacePanels();
   RefreshKeyStates();
   platform::Repaint(platform::kMainWindow);
 }

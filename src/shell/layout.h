@@ -26,6 +26,9 @@ struct LayoutAreas {
   platform::Rect leftPanel;
   platform::Rect workArea;
   platform::Rect rightPanel;
+  platform::Rect editor;     // the code editor alone
+  platform::Rect work;       // editor, gutter, view and its bars
+  platform::Rect leftLower;  // feature list, its keys, name box and hint
   platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;
   platform::Rect separator;  // the line between mode list and features

@@ -2,6 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "dnc/serial_profile.h"
 #include "documents/feature_blocks.h"
@@ -76,6 +77,12 @@ void FillModePanel() {
       break;
     default:
       break;
+  }
+}
+
+void EnterPanels() {
+  for (int i = 0; i < PanelCount(); ++i) {
+    if (PanelAt(i).mode == app.mode) Call(PanelAt(i).enter);
   }
 }
 
@@ -169,7 +176,7 @@ int ModeListRow(int mode) {
   return -1;
 }
 
-bool ModeExists(int mode) { return mode == kModeHome || mode == kModeSimulator; }
+bool ModeExists(int mode) { return mode == kModeHome || mode == kModeSimulator || HasPanel(mode); }
 
 const BackHistory& History() { return history; }
 
@@ -181,6 +188,7 @@ void SetMode(int mode) {
   app.mode = mode;
   ShowModeWords();
   FillModePanel();
+  EnterPanels();
   Layout();
   platform::Repaint(platform::kMainWindow);
 }

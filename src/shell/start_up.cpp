@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "app/hover.h"
 #include "app/outlets.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "codetools/editor_keys.h"
 #include "dnc/serial_profile.h"
@@ -54,16 +55,62 @@ void OnSelection(int id) {
   platform::Repaint(kViewGutter);
 }
 
+// Offers an event to the rooms that listen to this id, until one answers true.
+template <typename Offer>
+bool OfferToRooms(int id, Offer offer) {
+  for (int n = 0; const Handlers* handlers = HandlersOf(id, n); ++n) {
+    if (offer(*handlers)) return true;
+  }
+  return false;
+}
+
 bool OnKey(int id, const platform::KeyEvent& key) {
   if (EditKey(id, key)) return true;
+  if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
   if (id == kViewToolpath) return ToolpathKey(key);
   if (id == kIdSpeedSlider) return SpeedSliderKey(key);
   if (id == kIdModeList) return ModeListKey(key);
   return EditorKey(id, key);
 }
 
+void OnTyped(int id, char16_t character) {
+  OfferToRooms(id, [character](const Handlers& h) {
+    if (h.typed) h.typed(character);
+    return false;
+  });
+}
+
+void OnFocusChanged(int id, bool gained) {
+  OfferToRooms(id, [gained](const Handlers& h) {
+    if (h.focusChanged) h.focusChanged(gained);
+    return false;
+  });
+}
+
+void OnListClick(int id, int row, int x, int y) {
+  OfferToRooms(id, [row, x, y](const Handlers& h) {
+    if (h.listClick) h.listClick(row, x, y);
+    return false;
+  });
+}
+
+void OnDrawItem(int id, const platform::DrawState& state, platform::Canvas& canvas) {
+  const bool drawn = OfferToRooms(id, [&](const Handlers& h) {
+    if (h.drawItem) h.drawItem(state, canvas);
+    return h.drawItem != nullptr;
+  });
+  if (!drawn) DrawOwnerItem(id, state, canvas);
+}
+
 void OnTimer(int window, int timer) {
-  if (window == platform::kMainWindow) RouteTimer(timer);
+  if (window == platform::kMainWindow) {
+    RouteTimer(timer);
+  } else {
+    OfferToRooms(window, [timer](const Handlers& h) {
+      if (h.timer) h.timer(timer);
+      return h.timer != nullptr;
+    });
+  }
   RefreshKeyStates();
 }
 
@@ -86,6 +133,10 @@ void OnPaint(int id, platform::Canvas& canvas) {
       PaintSpeedSlider(canvas);
       break;
     default:
+      OfferToRooms(id, [&canvas](const Handlers& h) {
+        if (h.paint) h.paint(canvas);
+        return h.paint != nullptr;
+      });
       break;
   }
 }
@@ -99,11 +150,17 @@ bool OnPointer(int id, const platform::PointerEvent& event) {
     case kIdSpeedSlider:
       return SpeedSliderPointer(event);
     default:
-      return false;
+      return OfferToRooms(id,
+                          [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
   }
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
+  if (OfferToRooms(id, [row, x, y](const Handlers& h) {
+        return h.contextMenu && h.contextMenu(row, x, y);
+      })) {
+    return true;
+  }
   if (EditContextMenu(id, x, y)) return true;
   if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
     ShowTabMenu(id - kIdTabFirst, x, y);
@@ -151,7 +208,10 @@ const platform::Events& EventRecord() {
   events.timer = OnTimer;
   events.posted = OnPosted;
   events.paint = OnPaint;
-  events.drawItem = DrawOwnerItem;
+  events.drawItem = OnDrawItem;
+  events.typed = OnTyped;
+  events.focusChanged = OnFocusChanged;
+  events.listClick = OnListClick;
   events.pointer = OnPointer;
   events.contextMenu = OnContextMenu;
   events.resized = OnResized;
@@ -162,6 +222,7 @@ const platform::Events& EventRecord() {
 
 void JoinRooms() {
   ClearCommands();
+  ClearPanels();
   RegisterDocumentCommands();
   RegisterFeatureCommands();
   RegisterCodeToolCommands();
@@ -216,6 +277,7 @@ int StartApplication() {
 
 void ResetApplication() {
   ClearCommands();
+  ClearPanels();
   hooks = Hooks();
   ResetHover();
   ResetTransfer();

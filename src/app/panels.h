@@ -1,0 +1,65 @@
+// Panels: how a room puts controls of its own into the main window without knowing the shell.
+//
+// A room registers a panel and the handlers of its controls when rooms are joined at start-up.
+// The shell makes every panel once, places it while it is active and hides whatever else lies
+// in its area.
+#pragma once
+
+#include "platform/canvas.h"
+#include "platform/events.h"
+#include "platform/geometry.h"
+
+namespace morva {
+
+enum class PanelSpot {
+  RightBody,  // below the header of the right panel, in modes that have one
+  Editor,     // exactly the code editor's place; the gutter stays
+  Work,       // editor, gutter, toolpath view and its bars
+  LeftLower,  // below FEATURES and CODE INDEX: feature list, its keys, name box and hint
+};
+
+struct Panel {
+  PanelSpot spot = PanelSpot::RightBody;
+  int mode = -1;               // the mode this panel belongs to, -1 for none
+  bool (*active)() = nullptr;  // null: active while its mode is shown
+  void (*make)() = nullptr;    // makes the controls, hidden
+  void (*place)(const platform::Rect& area) = nullptr;  // places and shows them
+  void (*hide)() = nullptr;
+  void (*enter)() = nullptr;  // the mode was entered: refresh the content
+};
+
+inline constexpr int kMaxPanels = 24;
+// False: the table is full.
+bool RegisterPanel(const Panel& panel);
+int PanelCount();
+const Panel& PanelAt(int index);
+// Whether a panel is to be shown now.
+bool IsPanelActive(const Panel& panel);
+// Whether some panel belongs to this mode.
+bool HasPanel(int mode);
+// Lays the window out anew, after something that decides about a panel changed.
+void RelayPanels();
+
+// Events of one control or view of a room; null pointers stay with the shell.
+struct Handlers {
+  int id = 0;
+  void (*paint)(platform::Canvas& canvas) = nullptr;
+  void (*drawItem)(const platform::DrawState& state, platform::Canvas& canvas) = nullptr;
+  bool (*pointer)(const platform::PointerEvent& event) = nullptr;
+  bool (*key)(const platform::KeyEvent& key) = nullptr;
+  void (*typed)(char16_t character) = nullptr;
+  bool (*contextMenu)(int row, int x, int y) = nullptr;
+  void (*listClick)(int row, int x, int y) = nullptr;
+  void (*focusChanged)(bool gained) = nullptr;
+  void (*timer)(int timer) = nullptr;
+};
+
+inline constexpr int kMaxHandlers = 64;
+bool RegisterHandlers(const Handlers& handlers);
+// The n-th record of an id, null past the last. Several rooms may listen to one id; the first
+// that answers true ends the search.
+const Handlers* HandlersOf(int id, int n);
+
+void ClearPanels();
+
+}  // namespace morva
