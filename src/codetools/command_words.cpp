@@ -1,0 +1,339 @@
+#include "codetools/command_words.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
+#include "library/code_index.h"
+#include "library/codetext.h"
+
+namespace morva {
+
+namespace {
+
+inline constexpr int kCommandRows = kGRows + kMRows;  // the prefixes N and O are no words
+
+// Not the macro table of the code index: its groups have no word of their own.
+constexpr CodeRow kMacroWords[] = {
+    {u"IF", u"Conditional macro expression"},
+    {u"THEN", u"Conditional action"},
+    {u"GOTO", u"Branch to sequence number"},
+    {u"WHILE", u"Begin macro loop"},
+    {u"DO", u"Macro loop level"},
+    {u"END", u"End macro loop"},
+    {u"EQ", u"Equal to"},
+    {u"NE", u"Not equal to"},
+    {u"GT", u"Greater than"},
+    {u"LT", u"Less than"},
+    {u"GE", u"Greater than or equal"},
+    {u"LE", u"Less than or equal"},
+    {u"SIN", u"Sine"},
+    {u"COS", u"Cosine"},
+    {u"TAN", u"Tangent"},
+    {u"ATAN", u"Arc tangent"},
+    {u"FIX", u"Round down"},
+    {u"FUP", u"Round up"},
+    {u"ROUND", u"Round to nearest"},
+};
+inline constexpr int kMacroWordCount = sizeof(kMacroWords) / sizeof(kMacroWords[0]);
+inline constexpr std::size_t kLongestMacro = 5;
+constexpr std::u16string_view kSequence = u"Sequence ";
+constexpr std::u16string_view kProgram = u"Program ";
+constexpr std::u16string_view kMacroVariable = u"Macro Variable ";
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool IsLetter(char16_t c) { return FoldUpper(c) >= u'A' && FoldUpper(c) <= u'Z'; }
+// What may not stand beside a word.
+bool Touches(char16_t c) { return IsLetter(c) || IsDigit(c) || c == u'#'; }
+
+std::size_t DigitsEnd(std::u16string_view text, std::size_t at) {
+  while (at < text.size() && IsDigit(text[at])) ++at;
+  return at;
+}
+
+// Behind the comment that opens at `at`, or the end of the text.
+std::size_t CommentEnd(std::u16string_view text, std::size_t at) {
+  const std::size_t close = text.find(u')', at);
+  return close == std::u16string_view::npos ? text.size() : close + 1;
+}
+
+// The bounded end of a conversion: what does not fit is cut.
+struct Output {
+  ConvertedText& text;
+  std::size_t capacity;
+
+  void Write(std::u16string_view piece) {
+    const std::size_t count = std::min(piece.size(), capacity - text.length);
+    std::copy_n(piece.data(), count, text.units.get() + text.length);
+    text.length += count;
+  }
+  void WriteWord(std::u16string_view word) {
+    if (text.length > 0 && Touches(text.units[text.length - 1])) Write(u" ");
+    Write(word);
+  }
+};
+
+// 0: there is no memory.
+std::size_t Allocate(ConvertedText& text, std::size_t capacity) {
+  text.units.reset(new (std::nothrow) char16_t[capacity]);
+  return text.units ? capacity : 0;
+}
+
+// The words of all command rows, made once.
+struct CommandWords {
+  static constexpr int kUnits = 80;
+  char16_t text[kCommandRows][kUnits] = {};
+  std::u16string_view of[kCommandRows];
+
+  CommandWords() {
+    for (int row = 0; row < kCommandRows; ++row) {
+      char16_t* word = text[row];
+      CopyBounded(word, kUnits, codeTable[row].name);
+      if (IsShared(row)) {
+        AppendBounded(word, kUnits, u" \u2014 Command ");
+        AppendBounded(word, kUnits, codeTable[row].code.data());
+      }
+      of[row] = word;
+    }
+  }
+  static bool IsShared(int row) {
+    for (int other = 0; other < kCommandRows; ++other) {
+      if (other != row && SameFolded(codeTable[other].name, codeTable[row].name)) return true;
+    }
+    return false;
+  }
+};
+
+const CommandWords& AllCommandWords() {
+  static const CommandWords words;
+  return words;
+}
+
+// From code to words.
+
+// A piece of code that has a word: how much of the code it takes, its word, and the number
+// that goes on behind the word. Length 0: no such piece stands here.
+struct CodePiece {
+  std::size_t length = 0;
+  std::u16string_view word;
+  std::u16string_view number;
+};
+
+CodePiece CommandAt(std::u16string_view code, std::size_t at) {
+  std::size_t end = at + 1;
+  while (end < code.size() && (IsDigit(code[end]) || code[end] == u'.')) ++end;
+  const std::u16string_view token = code.substr(at, end - at);
+  int row = FindCodeRow(token);
+  if (row < 0 && token.size() == 2 && IsDigit(token[1])) {
+    const char16_t padded[] = {token[0], u'0', token[1]};
+    row = FindCodeRow({padded, 3});
+  }
+  if (row < 0) return {};
+  return {token.size(), CommandWord(row), {}};
+}
+
+CodePiece NumberedAt(std::u16string_view code, std::size_t at, std::u16string_view word) {
+  const std::size_t end = DigitsEnd(code, at + 1);
+  return {end - at, word, code.substr(at + 1, end - at - 1)};
+}
+
+// A whole run of letters; inside a longer one there are no macro words.
+CodePiece MacroAt(std::u16string_view code, std::size_t at) {
+  if (at > 0 && IsLetter(code[at - 1])) return {};
+  std::size_t length = 1;
+  while (length <= kLongestMacro && at + length < code.size() && IsLetter(code[at + length]))
+    ++length;
+  if (length < 2 || length > kLongestMacro) return {};
+  const std::u16string_view run = code.substr(at, length);
+  for (const CodeRow& macro : kMacroWords) {
+    if (SameFolded(macro.code, run)) return {length, macro.name, {}};
+  }
+  return {};
+}
+
+CodePiece PieceAt(std::u16string_view code, std::size_t at) {
+  const char16_t letter = FoldUpper(code[at]);
+  const char16_t next = at + 1 < code.size() ? code[at + 1] : u'\0';
+  if (IsDigit(next)) {
+    if (letter == u'G' || letter == u'M') return CommandAt(code, at);
+    if (letter == u'O') return NumberedAt(code, at, kProgram);
+    if (letter == u'N') return NumberedAt(code, at, kSequence);
+    if (letter == u'#') return NumberedAt(code, at, kMacroVariable);
+  }
+  return IsLetter(letter) ? MacroAt(code, at) : CodePiece();
+}
+
+void WritePiece(Output& out, const CodePiece& piece, std::u16string_view rest) {
+  out.WriteWord(piece.word);
+  out.Write(piece.number);
+  if (piece.number.empty() && !rest.empty() && Touches(rest[0])) out.Write(u" ");
+}
+
+// From words to code.
+
+struct WordEntry {
+  std::u16string_view folded;
+  std::u16string_view code;
+  bool macro = false;
+};
+
+// Every command and macro word in upper case and in order, so that the words which agree with
+// a text stand side by side and fewer are left with each character.
+struct WordIndex {
+  static constexpr int kEntries = kCommandRows + kMacroWordCount;
+  struct Range {
+    std::uint8_t from = 0;
+    std::uint8_t to = 0;
+  };
+  char16_t text[kEntries][CommandWords::kUnits] = {};
+  WordEntry entries[kEntries];
+  Range byFirst[128];
+
+  static_assert(kEntries < 256, "a place in a range is one byte");
+
+  WordIndex() {
+    for (int i = 0; i < kCommandRows; ++i) Set(i, CommandWord(i), codeTable[i].code, false);
+    for (int i = 0; i < kMacroWordCount; ++i)
+      Set(kCommandRows + i, kMacroWords[i].name, kMacroWords[i].code, true);
+    std::sort(entries, entries + kEntries,
+              [](const WordEntry& a, const WordEntry& b) { return a.folded < b.folded; });
+    for (int i = kEntries - 1; i >= 0; --i) {
+      Range& range = byFirst[entries[i].folded[0]];
+      if (range.to == 0) range.to = static_cast<std::uint8_t>(i + 1);
+      range.from = static_cast<std::uint8_t>(i);
+    }
+  }
+  void Set(int place, std::u16string_view word, std::u16string_view code, bool macro) {
+    CopyBounded(text[place], CommandWords::kUnits, word);
+    for (char16_t& c : text[place]) c = FoldUpper(c);
+    entries[place] = {text[place], code, macro};
+  }
+};
+
+const WordIndex& AllWords() {
+  static const WordIndex index;
+  return index;
+}
+
+// A word that stands in the text: how much of it, and the code it stands for.
+struct WordPiece {
+  std::size_t length = 0;
+  std::u16string_view code;
+  std::u16string_view number;
+};
+
+// The longest command word, else the longest macro word.
+WordPiece WordAt(const WordIndex& index, std::u16string_view words, std::size_t at) {
+  const char16_t first = FoldUpper(words[at]);
+  if (first >= 128) return {};
+  int from = index.byFirst[first].from;
+  int to = index.byFirst[first].to;
+  WordPiece command;
+  WordPiece macro;
+  for (std::size_t length = 1; from < to; ++length) {
+    const char16_t next = at + length < words.size() ? FoldUpper(words[at + length]) : u'\0';
+    // A word that ends here is the first of those left.
+    const WordEntry& shortest = index.entries[from];
+    if (shortest.folded.size() == length) {
+      if (!Touches(next)) (shortest.macro ? macro : command) = {length, shortest.code, {}};
+      ++from;
+    }
+    if (next == 0) break;
+    while (from < to && index.entries[from].folded[length] != next) ++from;
+    while (from < to && index.entries[to - 1].folded[length] != next) --to;
+  }
+  return command.length > 0 ? command : macro;
+}
+
+bool StandsAt(std::u16string_view words, std::size_t at, std::u16string_view wanted) {
+  return SameFolded(words.substr(at, wanted.size()), wanted);
+}
+
+// One of the words that a number follows; the blank at its end need not be there.
+WordPiece NumberedWordAt(std::u16string_view words, std::size_t at, std::u16string_view wanted,
+                         std::u16string_view code) {
+  wanted.remove_suffix(1);
+  if (!StandsAt(words, at, wanted)) return {};
+  std::size_t from = at + wanted.size();
+  while (from < words.size() && words[from] == u' ') ++from;
+  if (code == u"#" && from < words.size() && words[from] == u'#') ++from;
+  const std::size_t to = DigitsEnd(words, from);
+  if (to == from) return {};
+  return {to - at, code, words.substr(from, to - from)};
+}
+
+WordPiece WordPieceAt(const WordIndex& index, std::u16string_view words, std::size_t at) {
+  WordPiece piece;
+  if (at == 0 || !Touches(words[at - 1])) {
+    piece = WordAt(index, words, at);
+    const char16_t first = FoldUpper(words[at]);
+    if (piece.length == 0 && first == u'S') piece = NumberedWordAt(words, at, kSequence, u"N");
+    if (piece.length == 0 && first == u'P') piece = NumberedWordAt(words, at, kProgram, u"O");
+  }
+  // A macro variable may touch what stands before it, as "#100" may.
+  if (piece.length == 0 && FoldUpper(words[at]) == u'M')
+    piece = NumberedWordAt(words, at, kMacroVariable, u"#");
+  return piece;
+}
+
+}  // namespace
+
+std::u16string_view CommandWord(int row) {
+  if (row < 0 || row >= kCommandRows) return {};
+  return AllCommandWords().of[row];
+}
+
+ConvertedText CodeToWords(std::u16string_view code) {
+  ConvertedText words;
+  const std::size_t capacity =
+      Allocate(words, std::max<std::size_t>(16384, 18 * code.size() + 8192));
+  if (capacity == 0) return words;
+  Output out{words, capacity};
+  std::size_t copied = 0;  // what lies behind it is still to be copied
+  for (std::size_t at = 0; at < code.size();) {
+    if (code[at] == u'(') {
+      at = CommentEnd(code, at);
+      continue;
+    }
+    const CodePiece piece = PieceAt(code, at);
+    if (piece.length == 0) {
+      ++at;
+      continue;
+    }
+    out.Write(code.substr(copied, at - copied));
+    at += piece.length;
+    copied = at;
+    WritePiece(out, piece, code.substr(at));
+  }
+  out.Write(code.substr(copied));
+  return words;
+}
+
+ConvertedText WordsToCode(std::u16string_view words) {
+  ConvertedText code;
+  const std::size_t capacity = Allocate(code, std::max<std::size_t>(16384, words.size() + 8192));
+  if (capacity == 0) return code;
+  const WordIndex& index = AllWords();
+  Output out{code, capacity};
+  std::size_t copied = 0;
+  for (std::size_t at = 0; at < words.size();) {
+    if (words[at] == u'(') {
+      at = CommentEnd(words, at);
+      continue;
+    }
+    const WordPiece piece = WordPieceAt(index, words, at);
+    if (piece.length == 0) {
+      ++at;
+      continue;
+    }
+    out.Write(words.substr(copied, at - copied));
+    out.Write(piece.code);
+    out.Write(piece.number);
+    at += piece.length;
+    copied = at;
+  }
+  out.Write(words.substr(copied));
+  return code;
+}
+
+}  // namespace morva

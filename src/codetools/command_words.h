@@ -1,0 +1,33 @@
+// Command words: program text with plain words for its codes, and the way back.
+//
+// Both ways are pure functions on text; the words view and its editor are elsewhere. The code
+// is the truth: what the way back cannot read as a word stays as it stands. A text that goes
+// to words and back may gain blanks and leading zeros ("G01" for "G1") and loses nothing.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace morva {
+
+// The word of a row of the code table: its name, with " — Command " and the code behind it
+// where another row has the same name. Empty for the prefixes N and O and beyond the table.
+std::u16string_view CommandWord(int row);
+
+// A converted text. Without `units` there was no memory for it, and nothing was converted.
+struct ConvertedText {
+  std::unique_ptr<char16_t[]> units;
+  std::size_t length = 0;
+  std::u16string_view View() const { return {units.get(), length}; }
+};
+
+// Comments stay as they are, marker lines among them; a comment goes on over line ends. Each
+// word is kept apart by a blank from a letter, a digit or "#" beside it. The text holds at
+// most 16,384 units or 18 for each one of the code and 8,192 more; the rest would be cut.
+ConvertedText CodeToWords(std::u16string_view code);
+// The longest word wins. A letter, a digit or "#" beside a word keeps it from being one. The
+// text holds at most 16,384 units or as many as `words` and 8,192 more.
+ConvertedText WordsToCode(std::u16string_view words);
+
+}  // namespace morva
