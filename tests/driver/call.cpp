@@ -1,5 +1,6 @@
 // `call FUNCTION ARGS...`: pure helpers of the application on literals.
 
+#include "codetools/command_words.h"
 #include "codetools/validator.h"
 #include "documents/file_text.h"
 #include "driver/drive_internal.h"
@@ -76,7 +77,20 @@ std::string CallNormaliseOutputText(const Words& words) {
   return GoodValue(FromBytes(morva::NormaliseOutputText(words[1].text, wrap)));
 }
 
-std::string CallStillToCome(const Words&) { return Bad(u"the words view is still to come"); }
+std::string GoodConversion(const morva::ConvertedText& text) {
+  if (!text.units) return Bad(u"there is no memory for the text");
+  return GoodValue(text.View());
+}
+
+std::string CallCodeToWords(const Words& words) {
+  if (words.size() != 2 || !words[1].quoted) return Bad(u"expected: call CodeToWords \"text\"");
+  return GoodConversion(morva::CodeToWords(words[1].text));
+}
+
+std::string CallWordsToCode(const Words& words) {
+  if (words.size() != 2 || !words[1].quoted) return Bad(u"expected: call WordsToCode \"text\"");
+  return GoodConversion(morva::WordsToCode(words[1].text));
+}
 
 struct Function {
   const char16_t* name;
@@ -86,7 +100,7 @@ constexpr Function kFunctions[] = {
     {u"FormatFixed", CallFormatFixed},   {u"ParseDecimal", CallParseDecimal},
     {u"ParseInteger", CallParseInteger}, {u"AngleDegrees", CallAngleDegrees},
     {u"FindCodeWord", CallFindCodeWord}, {u"NormaliseOutputText", CallNormaliseOutputText},
-    {u"CodeToWords", CallStillToCome},   {u"WordsToCode", CallStillToCome},
+    {u"CodeToWords", CallCodeToWords},   {u"WordsToCode", CallWordsToCode},
 };
 
 }  // namespace
