@@ -7,7 +7,6 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "platform/control.h"
-#include "platform/editor.h"
 #include "platform/listing.h"
 #include "shell/icons.h"
 #include "shell/keys.h"
@@ -139,25 +138,23 @@ struct FeatureRowState {
   bool locked = false;
 };
 
-FeatureRowState FeatureStateOf(std::int32_t id) {
+// Exclusion is what the last refresh noted: between a change of the text and the next refresh
+// the positions of the feature table may lie outside the text.
+FeatureRowState FeatureStateOf(int listRow) {
+  const auto id = static_cast<std::int32_t>(platform::RowData(kIdFeatureList, listRow));
   FeatureRowState row;
   row.played = id != 0 && id == HighlightedFeature();
+  row.excluded = FeatureRowExcluded(listRow);
   if (const ProgramTab* tab = ActiveTab()) {
     row.hidden = IdListHolds(tab->hiddenIds, id);
     row.locked = IdListHolds(tab->lockedIds, id);
-  }
-  const int at = FindFeature(id);
-  if (at >= 0) {
-    const FeatureRecord& record = features.rows[at];
-    row.excluded = HoldsDisabled(platform::EditorText(kIdEditor), record.start, record.end);
   }
   return row;
 }
 
 void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
   const Rect& area = state.area;
-  const FeatureRowState row =
-      FeatureStateOf(static_cast<std::int32_t>(platform::RowData(kIdFeatureList, state.row)));
+  const FeatureRowState row = FeatureStateOf(state.row);
   DrawRowGround(state, state.selected || row.played, canvas);
   Colour text = kMainText;
   if (row.excluded) text = kDimText;

@@ -135,6 +135,74 @@ TEST_F(OwnerDraw, PaintsFeatureRowsByTheirState) {
   EXPECT_EQ(bright, 1);
 }
 
+// The list is painted again before the refresh that follows a change: the rows are those of the
+// old text then, and the new one may be shorter than where they stood.
+TEST_F(OwnerDraw, PaintsFeatureRowsWhileTheTextIsAheadOfTheList) {
+  std::u16string text(400, u'%');
+  text +=
+      u"\r\n(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n"
+      u"(MORVA TEXT 2)\r\n(MORVA DISABLED 1)\r\n(MORVA END 2)\r\n";
+  platform::SetEditorText(kIdEditor, text);
+  RefreshFeatureList();
+  const std::u16string one = platform::RowText(kIdFeatureList, 0);
+  const std::u16string two = platform::RowText(kIdFeatureList, 1);
+  platform::SetEditorText(kIdEditor, u"G0");
+  auto calls = headless::PaintOf(kIdFeatureList);
+  EXPECT_NE(one, two);
+  EXPECT_TRUE(Paints(calls, one, kMainText));
+  EXPECT_TRUE(Paints(calls, two, kDimText));
+}
+
+TEST_F(OwnerDraw, PaintsTheFeatureThatIsPlayedBrightAndAsSelected) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\n(MORVA NAME One)\r\nG0 X1\r\n(MORVA END 1)\r\n"
+                          u"(MORVA TEXT 2)\r\n(MORVA NAME Two)\r\nG1 X2\r\n(MORVA END 2)\r\n");
+  RefreshFeatureList();
+  RebuildToolpath();
+  auto calls = headless::PaintOf(kIdFeatureList);
+  EXPECT_TRUE(Paints(calls, u"#2  Two", kMainText));
+  EXPECT_FALSE(HasGradient(calls, 0x042D43, 0x033A54));
+  HighlightSourceLine(6);
+  platform::SelectRow(kIdFeatureList, -1);
+  calls = headless::PaintOf(kIdFeatureList);
+  EXPECT_TRUE(Paints(calls, u"#1  One", kMainText));
+  EXPECT_TRUE(Paints(calls, u"#2  Two", kBrightAccent));
+  const auto gradients = CallsNamed(calls, "FillGradient");
+  ASSERT_EQ(gradients.size(), 1u);
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 1);
+  EXPECT_EQ(gradients[0].numbers.at(1), row.top);
+  EXPECT_EQ(gradients[0].numbers.at(3), row.bottom);
+}
+
+TEST_F(OwnerDraw, PaintsTheSelectedFeatureOnASelectedPanel) {
+  platform::SetEditorText(kIdEditor, u"(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n");
+  RefreshFeatureList();
+  EXPECT_FALSE(HasGradient(headless::PaintOf(kIdFeatureList), 0x042D43, 0x033A54));
+  platform::SelectRow(kIdFeatureList, 0);
+  const auto calls = headless::PaintOf(kIdFeatureList);
+  EXPECT_TRUE(HasGradient(calls, 0x042D43, 0x033A54));
+  EXPECT_TRUE(Paints(calls, u"#1  User code", kMainText));
+}
+
+// The disc of an icon stands at its place and bears its colour: the eye's pupil 49 and the
+// lock's keyhole 20 pixels from the right edge.
+TEST_F(OwnerDraw, ColoursEyeAndLockByTheirState) {
+  platform::SetEditorText(kIdEditor, u"(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n");
+  RefreshFeatureList();
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 0);
+  const auto discs = [&](Colour eye, Colour lock) {
+    const auto found = CallsNamed(headless::PaintOf(kIdFeatureList), "FillEllipse");
+    return found.size() == 2 && found[0].numbers.at(0) == row.right - 49 &&
+           found[0].colours.at(0) == eye && found[1].numbers.at(0) == row.right - 20 &&
+           found[1].colours.at(0) == lock;
+  };
+  EXPECT_TRUE(discs(kMainText, kDimText));
+  ToggleListId(1, ActiveTab()->hiddenIds);
+  EXPECT_TRUE(discs(kDimText, kDimText));
+  ToggleListId(1, ActiveTab()->lockedIds);
+  EXPECT_TRUE(discs(kDimText, kBrightAccent));
+}
+
 TEST_F(OwnerDraw, CutsFeatureWords66PixelsBeforeTheEdge) {
   platform::SetEditorText(kIdEditor, u"(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n");
   RefreshFeatureList();
