@@ -110,6 +110,7 @@ struct ControlInfo {
   bool enabled = false;
   bool checked = false;
   platform::Rect place;  // in main-window pixels
+  platform::ControlColours colours;
 };
 bool Describe(int id, ControlInfo& info);
 std::vector<int> AllIds();  // in order of creation

@@ -26,6 +26,7 @@ bool Describe(int id, ControlInfo& info) {
   info.enabled = platform::IsEnabled(id);
   info.checked = item->checked;
   info.place = platform::PlaceInMainWindow(id);
+  info.colours = item->colours;
   return true;
 }
 

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "app/hover.h"
+#include "dnc/serial_profile.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {
@@ -87,6 +88,32 @@ TEST_F(MainWindow, SpeaksItsFirstWords) {
   EXPECT_EQ(platform::TextOf(kIdOutputHead), u"OUTPUT / VALIDATION");
   EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  --");
   EXPECT_EQ(platform::TextOf(kIdDncBaud), u"BAUD  9600");
+}
+
+TEST_F(MainWindow, WritesItsTextsInTheirColours) {
+  const auto coloured = [](int id, platform::Colour text, platform::Colour background) {
+    headless::ControlInfo info;
+    return headless::Describe(id, info) && info.colours.text == text &&
+           (info.colours.transparent || info.colours.background == background);
+  };
+  for (int id : {kIdDncPort, kIdDncBaud, kIdPanelHead, kIdOutputHead})
+    EXPECT_TRUE(coloured(id, 0x00D3F2, 0x021726)) << id;
+  for (int id : {kIdFeatureName, kIdOutputLog, kIdInfoPanel, kIdHelpText})
+    EXPECT_TRUE(coloured(id, 0xDEE9F2, 0x03080E)) << id;
+  for (int id : {kIdModeList, kIdFeatureList}) EXPECT_TRUE(coloured(id, 0xDEE9F2, 0x031929)) << id;
+  for (int id : {kIdStatusLine, kIdFeatureHint})
+    EXPECT_TRUE(coloured(id, 0xDEE9F2, 0x010F19)) << id;
+}
+
+TEST_F(MainWindow, ColoursTheStateOfTheLink) {
+  const platform::Colour colours[] = {0x91AAC4, 0x22FF6E, 0xFFBE50, 0xFF6473, 0xFF6473};
+  for (int state = kDncOffline; state <= kDncConnectionFailed; ++state) {
+    SetDncState(state);
+    headless::ControlInfo info;
+    ASSERT_TRUE(headless::Describe(kIdDncState, info));
+    EXPECT_EQ(info.colours.text, colours[state]) << state;
+  }
+  ResetSerialProfile();
 }
 
 TEST_F(MainWindow, HasEveryKeyWithItsCaption) {
