@@ -118,6 +118,7 @@ void AutoTagBlocks() {
 void RefreshFeatureList() {
   const int selected = platform::SelectedRow(kIdFeatureList);
   const std::int64_t kept = selected >= 0 ? platform::RowData(kIdFeatureList, selected) : 0;
+  const int top = platform::TopRow(kIdFeatureList);
   const std::u16string_view text = platform::EditorText(kIdEditor);
   ScanProgramText(text);
   const ProgramTab* tab = ActiveTab();
@@ -134,6 +135,8 @@ void RefreshFeatureList() {
     const int added = platform::AddRow(kIdFeatureList, line, row.id);
     if (kept != 0 && row.id == kept) platform::SelectRow(kIdFeatureList, added);
   }
+  // Typing refreshes the list; it must not scroll away from what the user looks at.
+  platform::SetTopRow(kIdFeatureList, top);
   platform::HoldListRedraw(kIdFeatureList, false);
   if (features.count == kMaxFeatures) {
     ShowFeatureHint(u"Feature browser limit: 128 sections. Split this program to index more.");

@@ -263,6 +263,23 @@ TEST_F(FeatureList, KeepsTheSelectedBlockSelected) {
   EXPECT_EQ(platform::SelectedRow(kIdFeatureList), -1);
 }
 
+TEST_F(FeatureList, StaysScrolledWhereItWas) {
+  std::u16string text;
+  for (int i = 1; i <= 60; ++i) text += UserBlock(i, u"G1") + u"\r\n";
+  Load(text);
+  platform::SetPlace(kIdFeatureList, {0, 0, 200, 240});
+  RefreshFeatureList();
+  platform::SelectRow(kIdFeatureList, 2);
+  platform::SetTopRow(kIdFeatureList, 30);
+  RefreshFeatureList();
+  EXPECT_EQ(platform::TopRow(kIdFeatureList), 30);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 2);
+  // As far as a shorter list goes.
+  Load(UserBlock(1, u"G1"));
+  RefreshFeatureList();
+  EXPECT_EQ(platform::TopRow(kIdFeatureList), 0);
+}
+
 TEST_F(FeatureList, SelectsARowByItsBlocksId) {
   Load(UserBlock(5, u"G0") + u"\r\n" + UserBlock(7, u"G0"));
   RefreshFeatureList();
