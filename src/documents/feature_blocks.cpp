@@ -288,6 +288,14 @@ void TakeMarkedBlocks(std::u16string_view text) {
   }
 }
 
+// The next free number that no END in the text has. One in lower case, or above the highest
+// counted number, does not move the next free id, but it would close the block at the wrong
+// place, and what is left behind would be wrapped again at every tick.
+std::int32_t TakeFreeId() {
+  while (EndOf(features.nextId, 0)) ++features.nextId;
+  return features.nextId++;
+}
+
 struct Gap {
   size_t start;
   size_t end;
@@ -314,7 +322,7 @@ void FillGaps(std::u16string_view text) {
     Gap gap{from, last ? text.size() : static_cast<size_t>(features.rows[i].start), 0};
     if (!last) from = static_cast<size_t>(features.rows[i].end);
     if (!TrimGap(text, gap)) continue;
-    gap.id = features.nextId++;
+    gap.id = TakeFreeId();
     gaps[count++] = gap;
   }
   // Merged from the back: each row moves at most once and nothing is sorted by whole records.
@@ -345,7 +353,7 @@ void ScanProgramText(std::u16string_view whole) {
   for (int i = 0; i < features.count; ++i) CountId(features.nextId, features.rows[i].id);
   FillGaps(text);
   for (int i = 0; i < features.count; ++i) {
-    if (features.rows[i].id < 0) features.rows[i].id = features.nextId++;
+    if (features.rows[i].id < 0) features.rows[i].id = TakeFreeId();
   }
 }
 
@@ -383,7 +391,8 @@ int CountFeatures(std::int32_t id) {
 std::int32_t NextTableId() {
   std::int32_t largest = 0;
   for (int i = 0; i < features.count; ++i) largest = std::max(largest, features.rows[i].id);
-  return largest + 1;
+  // Behind the largest number of all there is none; the scan's own is free as well.
+  return largest < INT32_MAX ? largest + 1 : features.nextId;
 }
 
 int AdvanceOffset(OffsetMap& map, std::int32_t index) {

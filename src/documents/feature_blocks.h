@@ -40,7 +40,8 @@ bool HoldsDisabled(std::u16string_view text, std::int32_t start, std::int32_t en
 // First row with this id, -1 for none; and how many rows have it.
 int FindFeature(std::int32_t id);
 int CountFeatures(std::int32_t id);
-// One more than the largest id in the table, at least 1.
+// One more than the largest id in the table, at least 1; the scan's next free id where the
+// largest is the largest number of all.
 std::int32_t NextTableId();
 
 // The editor position of a text index: a CR LF before it counts one.

@@ -4,7 +4,6 @@
 #include "app/command_ids.h"
 #include "documents/feature_blocks.h"
 #include "fuzz/fuzz.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/headless/headless.h"
 
@@ -22,22 +21,6 @@ void MakeEditorOnce() {
   editor.accessibleName = u"Program";
   made = platform::MakeEditor(editor);
   Check(made, "there is an editor");
-}
-
-// A lower-case END closes a block although its number is not kept out of use, and numbers above
-// the highest counted one are not kept out of use either. Such texts may need another run.
-bool Tame(std::u16string_view text) {
-  for (std::size_t at = FindFolded(text, u"(MORVA END ", 0); at != std::u16string_view::npos;
-       at = FindFolded(text, u"(MORVA END ", at + 1)) {
-    if (text.substr(at, 11) != u"(MORVA END ") return false;
-  }
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    std::size_t digits = 0;
-    while (at + digits < text.size() && text[at + digits] >= u'0' && text[at + digits] <= u'9')
-      ++digits;
-    if (digits > 9) return false;
-  }
-  return true;
 }
 
 }  // namespace
@@ -58,11 +41,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto to = static_cast<std::size_t>(TextIndexOf(after, moved));
   if (from > 0 && before[from - 1] > u' ' && before[from - 1] != u'%')
     Check(to > 0 && after[to - 1] == before[from - 1], "the caret stays behind its character");
-  if (Tame(before)) {
-    ScanProgramText(after);
-    for (int i = 0; i < features.count && features.count < kMaxFeatures; ++i)
-      Check(!features.rows[i].needsMarkers, "nothing is left to tag");
-  }
+  ScanProgramText(after);
+  for (int i = 0; i < features.count; ++i)
+    Check(!features.rows[i].needsMarkers, "nothing is left to tag");
   while (platform::CanUndoEditor(kIdEditor)) platform::UndoEditor(kIdEditor);
   Check(platform::EditorText(kIdEditor) == before, "the markers can be taken out again");
   return 0;

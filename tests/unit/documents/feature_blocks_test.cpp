@@ -433,6 +433,19 @@ TEST(ScanProgramText, ClearsSettingsThatARowHadBefore) {
   EXPECT_EQ(s.itemCount, 0);
 }
 
+TEST(ScanProgramText, GivesOutNoNumberThatAnyEndInTheTextHas) {
+  EXPECT_EQ(Scan(u"G0 (morva end 1) G1"), Rows({Bare(2, u"G0 (morva end 1) G1")}));
+  EXPECT_EQ(Scan(u"(SHAPE: A) (Morva End 1)\r\n(morva end 2)\r\n\r\nG1")[0].id, 4);
+  const std::u16string high = UserBlock(1999999999, u"G0");
+  EXPECT_EQ(Scan(high + u"\r\nG1 (MORVA END 2000000000)")[1].id, 2000000001);
+}
+
+TEST(NextTableId, StaysANumberBehindTheLargestOfAll) {
+  Scan(UserBlock(2147483647, u"G0") + u"\r\n" + UserBlock(3, u"G0"));
+  ASSERT_EQ(features.count, 2);
+  EXPECT_EQ(NextTableId(), 4);
+}
+
 TEST(NextTableId, CountsTheTableAndNotStrayMarkers) {
   Scan(UserBlock(4, u"(MORVA END 90)"));
   EXPECT_EQ(NextTableId(), 5);

@@ -55,6 +55,23 @@ TEST_F(AutoTag, DoesNothingMoreTheSecondTime) {
   }
 }
 
+// Numbers that do not move the next free id, each behind the number that would be given out.
+TEST_F(AutoTag, ComesToRestWhateverNumbersTheTextHolds) {
+  for (const std::u16string& text :
+       {std::u16string(u"G0 (morva end 1) G1 (morva end 2) G2 (morva end 3) (morva end 4)"),
+        std::u16string(u"(SHAPE: A)\r\nG0 (morva end 2)\r\n\r\nG1 (morva end 1)"),
+        UserBlock(1999999999, u"G0") + u"\r\nG1 (MORVA END 2000000000) G2",
+        UserBlock(2000000000, u"G0") + UserBlock(1999999999, u"G0") + u"\r\nG1"}) {
+    Load(text);
+    AutoTagBlocks();
+    const std::u16string once = Text();
+    AutoTagBlocks();
+    EXPECT_EQ(Text(), once);
+    ScanProgramText(once);
+    for (int i = 0; i < features.count; ++i) EXPECT_EQ(CountFeatures(features.rows[i].id), 1);
+  }
+}
+
 TEST_F(AutoTag, PutsThePrefixBeforeBlanksThatBeginTheLine) {
   Load(u"%\r\n \tG0 X1");
   AutoTagBlocks();
