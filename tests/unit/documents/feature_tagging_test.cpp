@@ -72,6 +72,84 @@ TEST_F(AutoTag, ComesToRestWhateverNumbersTheTextHolds) {
   }
 }
 
+std::u16string WithoutLineEnds(const std::u16string& text) {
+  std::u16string kept;
+  for (const char16_t c : text) {
+    if (c != u'\r' && c != u'\n') kept += c;
+  }
+  return kept;
+}
+
+// Takes the two lines of a prefix and the line of the suffix out again, found by a number that
+// stood nowhere before.
+void TakeMarkersOut(std::u16string& text, int id) {
+  const std::size_t prefix = text.find(u"(MORVA TEXT " + Digits(id) + u")\r\n(MORVA NAME ");
+  ASSERT_NE(prefix, text.npos);
+  const std::size_t name = text.find(u"(MORVA NAME ", prefix);
+  text.erase(prefix, text.find(u"\r\n", name) + 2 - prefix);
+  const std::u16string end = u"\r\n(MORVA END " + Digits(id) + u")";
+  const std::size_t suffix = text.find(end);
+  ASSERT_NE(suffix, text.npos);
+  text.erase(suffix, end.size());
+}
+
+std::u16string RandomPieces(std::uint32_t& state) {
+  static const std::u16string kPieces[] = {u"G0 X1",
+                                           u"  G1 Y2",
+                                           u"%",
+                                           u"%O1000",
+                                           u"(SHAPE: A)",
+                                           u"(WIZARD: B)",
+                                           u"M30",
+                                           u"m30",
+                                           u"\t",
+                                           u" ",
+                                           u"(morva end 1)",
+                                           u"(MORVA END 3)",
+                                           u"(x)",
+                                           u"(MORVA TEXT 2)",
+                                           u"(MORVA NAME n)",
+                                           u"(MORVA BEGIN 4)",
+                                           u"(MORVA CODE)",
+                                           u"(MORVA",
+                                           u"(morva end 7)",
+                                           u"(Morva End 12)",
+                                           UserBlock(5, u"G5"),
+                                           SketchBlock(6, u"G6"),
+                                           u"(MORVA DISABLED 1)"};
+  static const std::u16string kEnds[] = {u"\r\n", u"\r\n", u"\r\n\r\n", u"", u" ", u"\n"};
+  const auto roll = [&](std::uint32_t sides) {
+    state = state * 1664525u + 1013904223u;
+    return (state >> 8) % sides;
+  };
+  std::u16string text;
+  for (std::uint32_t n = roll(14); n > 0; --n) {
+    text += kPieces[roll(static_cast<std::uint32_t>(std::size(kPieces)))];
+    text += kEnds[roll(static_cast<std::uint32_t>(std::size(kEnds)))];
+  }
+  return text;
+}
+
+TEST_F(AutoTag, RestsAfterOneRunAndLosesNoTextWhateverTheProgramHolds) {
+  std::uint32_t state = 20260412;
+  for (int run = 0; run < 1500 && !HasFailure(); ++run) {
+    Load(RandomPieces(state));
+    const std::u16string before = Text();
+    ScanProgramText(before);
+    std::vector<int> given;
+    for (int i = 0; i < features.count; ++i) {
+      if (features.rows[i].needsMarkers) given.push_back(features.rows[i].id);
+    }
+    AutoTagBlocks();
+    const std::u16string once = Text();
+    AutoTagBlocks();
+    EXPECT_EQ(Text(), once) << run;
+    std::u16string without = once;
+    for (const int id : given) TakeMarkersOut(without, id);
+    EXPECT_EQ(WithoutLineEnds(without), WithoutLineEnds(before)) << run;
+  }
+}
+
 TEST_F(AutoTag, PutsThePrefixBeforeBlanksThatBeginTheLine) {
   Load(u"%\r\n \tG0 X1");
   AutoTagBlocks();
