@@ -71,6 +71,26 @@ TEST(Preflight, ReportsAnEmptyProgramWithTwoErrorsAndFourWarnings) {
             u"Validation complete: 2 error(s), 4 warning(s).\r\n");
 }
 
+TEST(Preflight, ReportsAllTenRulesInTheirOrder) {
+  EXPECT_EQ(PreflightReport(u"G83 G84 ;)"),
+            u"VALIDATION \u2014 classic Haas preflight\r\n"
+            u"ERROR: No O-number found (example O1000).\r\n"
+            u"ERROR: M30 program end not found.\r\n"
+            u"WARNING: G90 absolute mode not found.\r\n"
+            u"WARNING: G40 cutter compensation cancel not found.\r\n"
+            u"WARNING: G49 tool length cancel not found near startup/end.\r\n"
+            u"ERROR: Canned cycle present but G80 cancel was not found.\r\n"
+            u"WARNING: G83 is present but no Q peck address was found.\r\n"
+            u"ERROR: G84 tapping is present but no feed F address was found.\r\n"
+            u"WARNING: Parenthesis comments appear unbalanced.\r\n"
+            u"WARNING: % delimiters not found; RS-232 transfer wrapper can add them "
+            u"automatically.\r\n"
+            u"NOTE: This validator cannot know your work offset, tool length, workholding, stock, "
+            u"spindle option, or machine condition.\r\n"
+            u"Run unfamiliar code in Haas Graphics mode and use safe proving practices.\r\n"
+            u"Validation complete: 4 error(s), 6 warning(s).\r\n");
+}
+
 TEST(Preflight, FindsNothingInASoundProgram) {
   EXPECT_TRUE(Has(PreflightReport(kSound), u"Validation complete: 0 error(s), 0 warning(s)."));
 }
