@@ -38,6 +38,10 @@ inline constexpr int kCompanionPathUnits = 600; // path with its suffix
 inline constexpr int kMaxComPorts = 64;       // ports above are not found by the scan
 inline constexpr int kPortNameUnits = 32;     // cut
 inline constexpr int kMaxCommandHandlers = 256; // a programming error; a test fills it
+inline constexpr int kMaxTimerHandlers = 16;    // as above
+inline constexpr int kMaxMessageHandlers = 16;  // as above
+inline constexpr int kMaxUnitForms = 8;         // as above
+inline constexpr int kMaxPlacements = 96;       // as above: what one layout places
 inline constexpr int kLeftPanelLeast = 190;   // the splitter stops
 inline constexpr int kLeftPanelMost = 430;    // the splitter stops
 

@@ -16,9 +16,6 @@ struct Row {
   CommandHandler handler;
 };
 
-constexpr int kMaxTimers = 16;
-constexpr int kMaxMessages = 16;
-
 Row rows[kMaxCommandHandlers];
 int rowCount = 0;
 
@@ -26,14 +23,14 @@ struct TimerRow {
   int timer;
   void (*handler)();
 };
-TimerRow timerRows[kMaxTimers];
+TimerRow timerRows[kMaxTimerHandlers];
 int timerCount = 0;
 
 struct MessageRow {
   unsigned message;
   void (*handler)(unsigned long long, unsigned long long);
 };
-MessageRow messageRows[kMaxMessages];
+MessageRow messageRows[kMaxMessageHandlers];
 int messageCount = 0;
 
 bool Fits(const Row& row, int id, int notification) {
@@ -134,14 +131,14 @@ bool IsPending(int id) {
 }
 
 bool RegisterTimer(int timer, void (*handler)()) {
-  if (timerCount >= kMaxTimers || !handler) return false;
+  if (timerCount >= kMaxTimerHandlers || !handler) return false;
   timerRows[timerCount++] = TimerRow{timer, handler};
   return true;
 }
 
 bool RegisterMessage(unsigned message,
                      void (*handler)(unsigned long long first, unsigned long long second)) {
-  if (messageCount >= kMaxMessages || !handler) return false;
+  if (messageCount >= kMaxMessageHandlers || !handler) return false;
   messageRows[messageCount++] = MessageRow{message, handler};
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/router.h"
 #include "platform/control.h"
@@ -14,7 +15,6 @@ struct UnitForm {
   void (*convert)(bool metric, double factor) = nullptr;
   void (*captions)() = nullptr;
 };
-constexpr int kMaxUnitForms = 8;
 UnitForm forms[kMaxUnitForms];
 int formCount = 0;
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "app/limits.h"
 #include "platform/geometry.h"
 #include "shell/layout.h"
 
@@ -24,8 +25,6 @@ struct Placement {
   int id = 0;
   platform::Rect place;
 };
-
-inline constexpr int kMaxPlacements = 96;
 
 struct LayoutPlan {
   int leftPanelWidth = 0;  // as cut to the window
