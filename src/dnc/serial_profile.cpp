@@ -21,6 +21,9 @@ namespace {
 constexpr const char16_t* kSection = u"DNC";
 constexpr int kPortReadUnits = 80;  // of the value in the file, with the terminator
 
+// Whether `serialProfile.port` is the beginning of a longer name in the file.
+bool portCut = false;
+
 struct NumberKey {
   const char16_t* key;
   std::int32_t SerialProfile::*field;
@@ -68,7 +71,7 @@ bool TryPort() {
     platform::CloseSerial();
     return true;
   }
-  if (problem == platform::SerialProblem::Rights) LogMissingRights(settings);
+  LogOpenProblem(settings, problem);
   return false;
 }
 
@@ -79,6 +82,7 @@ bool ChooseFromPanel() {
     return false;
   }
   serialProfile = shown;
+  portCut = false;
   return true;
 }
 
@@ -88,7 +92,10 @@ bool LoadSerialProfile() {
   std::u16string port = platform::ReadProfile(kSection, u"Port", u"");
   if (port.size() >= kPortReadUnits) port.resize(kPortReadUnits - 1);
   // A port found earlier in the same run survives a file that names none.
-  if (!port.empty()) CopyBounded(serialProfile.port, kPortNameUnits, port);
+  if (!port.empty()) {
+    CopyBounded(serialProfile.port, kPortNameUnits, port);
+    portCut = port.size() >= kPortNameUnits;
+  }
   for (const NumberKey& row : kNumberKeys) {
     serialProfile.*row.field =
         ParseInteger(platform::ReadProfile(kSection, row.key, row.text), row.number);
@@ -122,6 +129,7 @@ bool ChooseSerialProfile() {
   }
   LogPortNames(names, count);
   CopyBounded(serialProfile.port, kPortNameUnits, names[0].name);
+  portCut = false;
   return true;
 }
 
@@ -227,16 +235,24 @@ platform::SerialSettings SettingsOf(const SerialProfile& profile) {
   return settings;
 }
 
-void LogMissingRights(const platform::SerialSettings& settings) {
-  std::u16string line = settings.port;
-  line += u" may not be opened by this user.";
-  const std::u16string group = platform::SerialGroup(settings);
-  if (!group.empty()) line += u" Join the group " + group + u" and log in again.";
-  LogOutput(line);
+void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem) {
+  std::u16string line;
+  if (problem == platform::SerialProblem::Rights) {
+    line += settings.port;
+    line += u" may not be opened by this user.";
+    const std::u16string group = platform::SerialGroup(settings);
+    if (!group.empty()) line += u" Join the group " + group + u" and log in again.";
+  } else if (problem == platform::SerialProblem::Missing && portCut) {
+    line += u"Port in MORVA.ini is longer than 31 characters and was cut to ";
+    line += settings.port;
+    line += u". Use its COM name or a shorter path.";
+  }
+  if (!line.empty()) LogOutput(line);
 }
 
 void ResetSerialProfile() {
   serialProfile = SerialProfile{};
+  portCut = false;
   dncState = kDncOffline;
   setupPanel = SetupPanel{};
 }

@@ -41,8 +41,9 @@ const char16_t* DncStateWord(std::int32_t state);
 std::uint32_t DncStateColour(std::int32_t state);
 // The profile as the platform opens it; data bits, parity and stop bits cut to one byte.
 platform::SerialSettings SettingsOf(const SerialProfile& profile);
-// After an open that failed for lack of rights: names the group to join.
-void LogMissingRights(const platform::SerialSettings& settings);
+// After an open that failed: what the user can mend, where the general words do not tell it.
+// Lack of rights names the group to join; a port name of the file that was cut is shown.
+void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem);
 
 // The setup panel, when it exists: its lists answer for the profile. Null until then.
 struct SetupPanel {

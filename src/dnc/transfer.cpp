@@ -59,7 +59,7 @@ void OnTransferFailed(unsigned long long, unsigned long long) {
   LogOutput(
       u"TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was "
       u"reached. Incomplete data was not opened.");
-  if (worker.problem == platform::SerialProblem::Rights) LogMissingRights(worker.settings);
+  LogOpenProblem(worker.settings, worker.problem);
   LogLineErrors();
   SetDncState(kDncError);
   ShowStatus(u"DNC transfer error — check COM port, cable, and matching settings.");
@@ -183,11 +183,15 @@ void ReceiveProgram() {
   if (!StartJob()) SetDncState(kDncError);
 }
 
-void AbortTransfer() {
-  LogOutput(u"Abort requested...");
+void RequestAbort() {
   // The flag stands before the line wakes: whoever wakes finds it.
   transfer.abortRequested = 1;
   platform::WakeSerial();
+}
+
+void AbortTransfer() {
+  LogOutput(u"Abort requested...");
+  RequestAbort();
 }
 
 void OpenReceivedProgram() {
@@ -214,8 +218,7 @@ void RegisterTransferCommands() {
 
 void ResetTransfer() {
   if (platform::WorkerRuns()) {
-    transfer.abortRequested = 1;
-    platform::WakeSerial();
+    RequestAbort();
     platform::EndWorkers();
   }
   transfer.active = false;

@@ -30,7 +30,9 @@ void SendEditorProgram();
 void SendFileFromDisk();
 void ReceiveProgram();
 void StartSend(std::string bytes, std::u16string_view message);
-// "Abort requested..." and the flag; ends waits on the line at once.
+// The flag alone; ends waits on the line at once. Nothing happens where no transfer runs.
+void RequestAbort();
+// The key of the setup panel: "Abort requested..." and the flag.
 void AbortTransfer();
 void OpenReceivedProgram();
 

@@ -107,6 +107,71 @@ TEST_F(SerialProfileTest, CutsAPortNameAtThirtyOneCharacters) {
   EXPECT_EQ(std::u16string(serialProfile.port), u"/dev/serial/by-id/usb-012345678");
 }
 
+TEST_F(SerialProfileTest, SaysThatAPortNameWasCutWhenItCannotBeOpened) {
+  PutIni("[DNC]\r\nPort=/dev/serial/by-id/usb-0123456789-abcdef\r\n");
+  EXPECT_FALSE(morva::AutoConnect());
+  EXPECT_EQ(Log(), (Lines{kAttempt,
+                          u"Port in MORVA.ini is longer than 31 characters and was cut to "
+                          u"/dev/serial/by-id/usb-012345678. Use its COM name or a shorter path.",
+                          kNotOpened}));
+  // 31 characters are whole.
+  PutIni("[DNC]\r\nPort=/dev/serial/by-id/usb-012345678\r\n");
+  EXPECT_FALSE(morva::AutoConnect());
+  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+}
+
+TEST_F(SerialProfileTest, KnowsAPortByItsNameWithoutTheOuterBlanksInTheFile) {
+  PutIni("[DNC]\r\nPort =  COM7 \t\r\nBaud =\t19200 \r\n");
+  EXPECT_TRUE(morva::LoadSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM7");
+  EXPECT_EQ(serialProfile.baud, 19200);
+}
+
+// The whole table of events and states that are not a transfer's: auto-connect does not look
+// when it is connected already, the check always does.
+TEST_F(SerialProfileTest, MovesBetweenItsStatesOnlyByTheseEvents) {
+  struct Row {
+    std::int32_t from;
+    bool check;
+    bool passes;
+    std::int32_t to;
+  };
+  const Row rows[] = {
+      {0, false, true, 1},  {1, false, true, 1},  {2, false, true, 1},  {3, false, true, 1},
+      {4, false, true, 1},  {0, false, false, 4}, {1, false, false, 1}, {2, false, false, 4},
+      {3, false, false, 4}, {4, false, false, 4}, {0, true, true, 1},   {1, true, true, 1},
+      {2, true, true, 1},   {3, true, true, 1},   {4, true, true, 1},   {0, true, false, 4},
+      {1, true, false, 4},  {2, true, false, 4},  {3, true, false, 4},  {4, true, false, 4},
+  };
+  PutIni("[DNC]\r\nPort=COM3\r\n");
+  for (const Row& row : rows) {
+    SetPort(u"COM3", row.passes ? PortState::Present : PortState::Busy);
+    morva::SetDncState(row.from);
+    if (row.check) {
+      morva::CheckPort();
+    } else {
+      EXPECT_EQ(morva::AutoConnect(), row.to == 1);
+    }
+    EXPECT_EQ(morva::dncState, row.to) << row.from << row.check << row.passes;
+    EXPECT_EQ(State(), morva::DncStateWord(row.to));
+  }
+  // Neither loading, scanning nor saving is an event.
+  for (std::int32_t state = 0; state <= 4; ++state) {
+    morva::SetDncState(state);
+    morva::LoadSerialProfile();
+    morva::ScanComPorts();
+    morva::SaveSerialProfile();
+    EXPECT_EQ(morva::dncState, state);
+  }
+}
+
+TEST_F(SerialProfileTest, LooksForPortsAfreshAtEachScan) {
+  EXPECT_FALSE(morva::ChooseSerialProfile());
+  SetPort(u"COM33", PortState::Present);  // plugged in while the program runs
+  EXPECT_TRUE(morva::ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM33");
+}
+
 TEST_F(SerialProfileTest, FailsAPortThatIsNotThere) {
   PutIni("[DNC]\r\nPort=COM70\r\n");
   SetPort(u"COM1", PortState::Present);

@@ -165,6 +165,41 @@ TEST_F(TransferTest, FailsASendWhoseCableIsGone) {
   EXPECT_TRUE(transfer.sendBuffer.empty());
 }
 
+// The rows of the state table that a transfer's last message makes, from any state shown.
+TEST_F(TransferTest, SetsTheStateThatItsLastMessageMeansWhateverIsShown) {
+  struct Row {
+    std::uint32_t message;
+    unsigned first;
+    bool aborted;
+    std::int32_t to;
+  };
+  const Row rows[] = {
+      {morva::kMessageSendDone, 10, false, morva::kDncConnected},
+      {morva::kMessageSendDone, 4, true, morva::kDncOffline},
+      {morva::kMessageReceiveDone, 0, false, morva::kDncError},
+      {morva::kMessageReceiveDone, 2, false, morva::kDncConnected},
+      {morva::kMessageTransferFailed, 1, false, morva::kDncError},
+      {morva::kMessageTransferFailed, 2, false, morva::kDncError},
+      {morva::kMessageTransferFailed, 3, false, morva::kDncError},
+      {morva::kMessageTransferFailed, 4, true, morva::kDncError},
+  };
+  for (const Row& row : rows) {
+    for (const std::int32_t shown : {morva::kDncTransferring, morva::kDncConnectionFailed}) {
+      morva::SetDncState(shown);
+      transfer.active = true;
+      transfer.sendBuffer = "rest";
+      transfer.abortRequested = row.aborted;
+      morva::RouteMessage(row.message, row.first, 10);
+      EXPECT_EQ(morva::dncState, row.to) << row.message << " " << row.first;
+      EXPECT_FALSE(transfer.active);
+      EXPECT_TRUE(transfer.sendBuffer.empty());
+    }
+  }
+  morva::SetDncState(morva::kDncTransferring);
+  morva::RouteMessage(morva::kMessageSendProgress, 128, 308);
+  EXPECT_EQ(morva::dncState, morva::kDncTransferring);
+}
+
 TEST_F(TransferTest, EndsInErrorWhenTheWorkersOwnOpenFails) {
   Send(u"G0");
   // Between the check of the port and the worker's open somebody else took it.
@@ -185,6 +220,27 @@ TEST_F(TransferTest, EndsAnAbortedSendOffline) {
   EXPECT_EQ(State(), u"DNC: OFFLINE");
   EXPECT_EQ(Status(), u"DNC transfer aborted.");
   EXPECT_FALSE(transfer.active);
+}
+
+// As the setup panel does when it closes during a transfer.
+TEST_F(TransferTest, AbortsWithoutAWordOfItsOwnWhenOnlyTheFlagIsAsked) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(100);
+  Log();
+  morva::RequestAbort();
+  EXPECT_EQ(Log(), Lines());
+  Advance(0);
+  EXPECT_EQ(Log(), Lines{u"Transfer aborted by operator."});
+  EXPECT_FALSE(transfer.active);
+  morva::dncState = morva::kDncConnected;
+  Receive();
+  Advance(1000);
+  Log();
+  morva::RequestAbort();
+  Advance(20);
+  EXPECT_EQ(Log(), Lines{kError});
+  EXPECT_EQ(State(), u"DNC: ERROR");
 }
 
 TEST_F(TransferTest, SendsNothingWhenTheAbortComesBeforeTheFirstChunk) {
@@ -293,6 +349,19 @@ TEST_F(TransferTest, SendsNoFileThatIsCancelledUnreadableOrRefused) {
   morva::SendFileFromDisk();
   EXPECT_EQ(Log(), Lines());
   EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, SaysThatAPortNameWasCutWhenAFileCannotBeSentToIt) {
+  PutIni("[DNC]\r\nPort=/dev/serial/by-id/usb-0123456789-abcdef\r\n");
+  Put("part.nc", "M30");
+  headless::QueueFile(PathOf("part.nc"));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::SendFileFromDisk();
+  Advance(10);
+  EXPECT_EQ(Log(),
+            (Lines{u"Sending selected file...", kError,
+                   u"Port in MORVA.ini is longer than 31 characters and was cut to "
+                   u"/dev/serial/by-id/usb-012345678. Use its COM name or a shorter path."}));
 }
 
 TEST_F(TransferTest, SendsNoFileWithoutAPort) {
