@@ -56,11 +56,13 @@ struct BackChannel {
 };
 
 // XON and XOFF are obeyed with or without the eighth bit, because a control that sends even
-// parity to a line set to eight bits sets it. Nothing but XON releases a stopped line.
-inline void ObeyBackChannel(BackChannel& back, unsigned char byte) {
+// parity to a line set to eight bits sets it. Nothing but XON releases a stopped line. A
+// damaged XON may be any byte, and a control that is overrun cuts a wrong program; a damaged
+// XOFF is obeyed, because stopping harms nothing.
+inline void ObeyBackChannel(BackChannel& back, unsigned char byte, bool damaged) {
   if ((byte & 0x7F) == kXoff) {
     back.stopped = true;
-  } else if ((byte & 0x7F) == kXon) {
+  } else if ((byte & 0x7F) == kXon && !damaged) {
     back.stopped = false;
   } else {
     ++back.ordinary;

@@ -135,9 +135,10 @@ bool TakeBackChannel(Line& l) {
     if (look == Look::Gone) return false;
     for (std::size_t i = 0; i < got; ++i) {
       unsigned char byte = 0;
+      const std::size_t errors = l.marks.errors;
       if (!DecodeMark(l.marks, bytes[i], byte)) continue;
       if (l.flow == 1) {
-        ObeyBackChannel(l.back, byte);
+        ObeyBackChannel(l.back, byte, l.marks.errors > errors);
       } else {
         ++l.back.ordinary;
       }
@@ -266,7 +267,9 @@ bool OpenSerial(const SerialSettings& settings, SerialProblem& problem) {
   const std::string path = DevicePath(settings.port, "/dev");
   problem = SerialProblem::Missing;
   if (path.empty()) return false;
-  l.fd = open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  do {
+    l.fd = open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  } while (l.fd < 0 && errno == EINTR);
   if (l.fd < 0) {
     problem = ProblemOf(errno);
     return false;
@@ -284,7 +287,11 @@ bool OpenSerial(const SerialSettings& settings, SerialProblem& problem) {
   }
   l.dataBits = settings.dataBits;
   l.flow = settings.flow;
-  l.rate.byteNs = pseudo && !pacePseudoTerminals ? 0 : ByteNanoseconds(settings);
+  // A divider may make the line a little slower than asked; reckoned with the rate asked for,
+  // its bytes would pile up below.
+  SerialSettings taken = settings;
+  taken.baud = std::min(settings.baud, LineRateOf(l.fd));
+  l.rate.byteNs = pseudo && !pacePseudoTerminals ? 0 : ByteNanoseconds(taken);
   RaiseModemLines(l);
   // What a pseudo-terminal holds in this direction belongs to the reader at its other end.
   (void)tcflush(l.fd, pseudo ? TCIFLUSH : TCIOFLUSH);

@@ -67,9 +67,9 @@ TEST(BackChannel, ObeysXonAndXoffWithOrWithoutTheEighthBit) {
   constexpr unsigned char kStarts[] = {0x11, 0x91};
   for (unsigned char xoff : kStops) {
     for (unsigned char xon : kStarts) {
-      ObeyBackChannel(back, xoff);
+      ObeyBackChannel(back, xoff, false);
       EXPECT_TRUE(back.stopped);
-      ObeyBackChannel(back, xon);
+      ObeyBackChannel(back, xon, false);
       EXPECT_FALSE(back.stopped);
     }
   }
@@ -78,13 +78,25 @@ TEST(BackChannel, ObeysXonAndXoffWithOrWithoutTheEighthBit) {
 
 TEST(BackChannel, IsReleasedByNothingButXon) {
   BackChannel back;
-  ObeyBackChannel(back, 0x13);
+  ObeyBackChannel(back, 0x13, false);
   for (int byte = 0; byte < 256; ++byte) {
     if ((byte & 0x7F) == 0x11) continue;
-    ObeyBackChannel(back, static_cast<unsigned char>(byte));
+    ObeyBackChannel(back, static_cast<unsigned char>(byte), false);
     EXPECT_TRUE(back.stopped) << byte;
   }
   EXPECT_EQ(back.ordinary, 252u);  // 256 without two XON and two XOFF
+}
+
+TEST(BackChannel, StopsAtADamagedXoffAndIsNotReleasedByADamagedXon) {
+  BackChannel back;
+  ObeyBackChannel(back, 0x13, true);
+  EXPECT_TRUE(back.stopped);
+  ObeyBackChannel(back, 0x11, true);
+  ObeyBackChannel(back, 0x91, true);
+  EXPECT_TRUE(back.stopped);
+  EXPECT_EQ(back.ordinary, 2u);
+  ObeyBackChannel(back, 0x11, false);
+  EXPECT_FALSE(back.stopped);
 }
 
 TEST(LineRate, CountsBytesThatCannotHaveLeft) {
