@@ -23,9 +23,11 @@ namespace {
 
 constexpr unsigned char kXon = 0x11;
 constexpr unsigned char kXoff = 0x13;
-constexpr int kGraceBytes = 64;          // what a sender's driver may hold when XOFF arrives
-constexpr std::int64_t kSettleMs = 100;  // and how long the pseudo-terminal may carry it
-constexpr int kBitsPerByte = 11;         // start, seven data bits, parity, two stop bits
+constexpr int kGraceBytes = 64;            // what a sender's driver may hold when XOFF arrives
+constexpr std::int64_t kSettleMs = 100;    // and how long the pseudo-terminal may carry it ...
+constexpr int kSettleTurns = 20;           // ... to a control that a loaded machine lets run
+constexpr std::int64_t kLongHoldMs = 200;  // of one in 32 in a storm; long enough to see more
+constexpr int kBitsPerByte = 11;           // start, seven data bits, parity, two stop bits
 constexpr int kSendPiece = 64;
 constexpr int kArmedMs = 500;  // a line held this long is more than a port check
 
@@ -66,7 +68,7 @@ constexpr char kHelp[] =
     "  HOLD at=N         XOFF went out after N bytes\n"
     "  RELEASE held=MS after=N late=N\n"
     "                    XON went out; bytes since XOFF, and how many of them came later\n"
-    "                    than 100 ms after it\n"
+    "                    than 100 ms and 20 looks at the line after it\n"
     "  LATE N bytes      more than 64 of them: the sender did not stop\n"
     "  PROGRAM N         a program of N bytes has arrived, from % to %\n"
     "  SAVED FILE        and was saved\n"
@@ -105,6 +107,7 @@ struct Control {
   std::int64_t heldAtMs = 0;
   std::int64_t releaseAtMs = 0;  // 0: at "release"
   std::uint64_t heldFrom = 0;
+  int heldTurns = 0;  // of the loop since then, with nothing left unread at the end of each
   std::uint64_t lateBytes = 0;
   bool lateTold = false;
   std::uint64_t holds = 0;
@@ -221,6 +224,7 @@ void SendXoff(Control& c, bool quiet, std::int64_t holdMs) {
   c.heldAtMs = NowMs();
   c.releaseAtMs = holdMs > 0 ? c.heldAtMs + holdMs : 0;
   c.heldFrom = c.received;
+  c.heldTurns = 0;
   c.lateBytes = 0;
   c.lateTold = false;
   ++c.holds;
@@ -239,7 +243,7 @@ void SendXon(Control& c) {
 }
 
 void CountHeldBytes(Control& c, std::size_t count) {
-  if (!c.held || NowMs() - c.heldAtMs <= kSettleMs) return;
+  if (!c.held || NowMs() - c.heldAtMs <= kSettleMs || c.heldTurns < kSettleTurns) return;
   c.lateBytes += count;
   if (c.lateBytes <= kGraceBytes || c.lateTold) return;
   c.lateTold = true;
@@ -265,7 +269,8 @@ void TakeBytes(Control& c, const unsigned char* bytes, std::size_t count) {
     SendXoff(c, false, c.holdAfterMs);
   }
   if (c.seed != 0 && !c.held && c.received >= c.stormAt) {
-    SendXoff(c, true, 1 + static_cast<std::int64_t>(Random(c) % 3));
+    const bool longHold = c.holds % 32 == 0;
+    SendXoff(c, true, longHold ? kLongHoldMs : 1 + static_cast<std::int64_t>(Random(c) % 3));
     c.stormAt = c.received + 1 + Random(c) % 65536;
   }
 }
@@ -580,6 +585,7 @@ void Run(Control& c, const Options& options) {
     if (c.sending && !c.stoppedByPeer && Passing(c, 1) > 0) watched[0].events |= POLLOUT;
     if (watched[0].events == 0) watched[0].fd = -1;
     if (poll(watched, 2, WaitMs(c, options)) < 0 && errno != EINTR) return;
+    if (c.held) ++c.heldTurns;
     if (watched[0].revents & POLLIN) ReadLine(c);
     if (c.sending && c.master >= 0 && (watched[0].revents & POLLOUT)) SendSome(c);
     RunDue(c, options);

@@ -92,6 +92,22 @@ class Peer {
     const std::lock_guard<std::mutex> hold(gate_);
     return received_.size();
   }
+  // With what lies before the reader.
+  std::size_t Arrived() {
+    const std::lock_guard<std::mutex> hold(gate_);
+    int waiting = 0;
+    EXPECT_EQ(ioctl(master_, FIONREAD, &waiting), 0);
+    return received_.size() + static_cast<std::size_t>(waiting);
+  }
+  // Until the line has read everything that was sent.
+  bool WaitTaken(int deadlineMs) {
+    return WaitUntil(
+        [this] {
+          int waiting = 0;
+          return ioctl(slave, FIONREAD, &waiting) == 0 && waiting == 0;
+        },
+        deadlineMs);
+  }
   void Forget() {
     const std::lock_guard<std::mutex> hold(gate_);
     received_.clear();
@@ -136,9 +152,9 @@ class Peer {
       }
       pollfd watched = {master_, POLLIN, 0};
       if (poll(&watched, 1, 5) <= 0) continue;
+      const std::lock_guard<std::mutex> hold(gate_);
       const ssize_t got = read(master_, bytes, sizeof(bytes));
       if (got <= 0) continue;
-      const std::lock_guard<std::mutex> hold(gate_);
       received_.append(bytes, static_cast<std::size_t>(got));
     }
   }

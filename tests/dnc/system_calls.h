@@ -4,6 +4,7 @@
 // Only the thread that sets a plan is touched by it; every other call goes to the system.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -27,6 +28,10 @@ struct Plan {
   std::int64_t now = 0;
   void (*written)(std::size_t bytes) = nullptr;  // each write's result, at `now`
 };
+
+// How often a thread other than the first has dropped what had come in. An open ends with it:
+// what the far end sends from then on is received.
+extern std::atomic<int> workerFlushes;
 
 // The plan of this thread.
 Plan& Mine();

@@ -24,6 +24,8 @@
 
 namespace system_calls {
 
+std::atomic<int> workerFlushes{0};
+
 Plan& Mine() {
   static thread_local Plan plan;
   return plan;
@@ -145,7 +147,10 @@ int __wrap_tcsetattr(int fd, int when, const termios* record) {
 
 int __wrap_tcflush(int fd, int queue) {
   const char* name = queue == TCOFLUSH ? "flush out" : queue == TCIFLUSH ? "flush in" : "flush";
-  return Fails(name) ? -1 : __real_tcflush(fd, queue);
+  if (Fails(name)) return -1;
+  const int answer = __real_tcflush(fd, queue);
+  if (queue != TCOFLUSH && gettid() != getpid()) ++system_calls::workerFlushes;
+  return answer;
 }
 
 int __wrap_flock(int fd, int operation) { return Fails("lock") ? -1 : __real_flock(fd, operation); }
@@ -415,6 +420,24 @@ TEST_F(Calls, EndAReadAfterAHundredMillisecondsOrFiftyBehindTheLastByte) {
   EXPECT_TRUE(platform::ReadSerial(bytes, 4, got));
   EXPECT_EQ(std::string(bytes, got), "ef");
   EXPECT_EQ(watch.plan.now - start, 50 * kMs);
+}
+
+TEST_F(Calls, EndEveryWaitAtOnceWhenWoken) {
+  const Watch watch;
+  watch.plan.moveClock = true;
+  ASSERT_TRUE(Open());
+  SendAndWait("\x13");
+  platform::WakeSerial();
+  char bytes[4];
+  std::size_t count = 1;
+  const std::int64_t start = watch.plan.now;
+  EXPECT_TRUE(platform::WriteSerial("G0", 2, count));
+  EXPECT_EQ(count, 0u);
+  watch.plan.queued = [] { return std::int64_t{3}; };
+  EXPECT_FALSE(platform::DrainSerial());
+  while (platform::ReadSerial(bytes, sizeof(bytes), count) && count > 0) {
+  }
+  EXPECT_EQ(watch.plan.now, start);
 }
 
 // How far the bytes handed down are ahead of what a line of one byte in `byteNs` can send.
