@@ -53,7 +53,7 @@ using morva::transfer;
 // From an abort to its message. Four in five come this soon; one that a loaded machine runs late
 // still comes long before any wait of the line ends by itself.
 constexpr int kSoonAbortMs = 150;
-constexpr int kLateAbortMs = 2000;
+constexpr int kLateAbortMs = 4500;
 
 // A program of at least `bytes` bytes with every kind of line; no line is like another.
 std::string BigProgram(std::size_t bytes) {
