@@ -4,7 +4,10 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/router.h"
+#include "codetools/colours.h"
+#include "codetools/editor_help.h"
 #include "codetools/renumber.h"
 #include "codetools/validator.h"
 #include "documents/program_tabs.h"
@@ -73,6 +76,11 @@ void PaintGutter(platform::Canvas& canvas) {
 }
 
 void RegisterCodeToolCommands() {
+  hooks.colourEditor = [] {
+    ColourCodeEditor();
+    if (app.commandWordsActive) ColourWordsView();
+  };
+  hooks.caretHelp = [] { ShowHoverHelp(TokenAtCaret().text); };
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);

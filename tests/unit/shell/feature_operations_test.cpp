@@ -114,10 +114,10 @@ TEST_F(FeatureOps, ReservesANewBlockBehindTheSelectedOne) {
       u"\r\n(MORVA TEXT 3)\r\n(MORVA NAME User code)\r\n\r\n(MORVA END 3)\r\n"
       u"\r\n(MORVA TEXT 2)\r\n(MORVA NAME Second)\r\nG1 X2\r\n(MORVA END 2)\r\n";
   EXPECT_EQ(Text(), wanted);
-  headless::EditorInsert(kIdEditor, u"M8");
-  EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 3)"), std::u16string::npos);
   EXPECT_EQ(platform::TextOf(kIdStatusLine),
             u"New user-code feature reserved here. Paste or type at the cursor.");
+  headless::EditorInsert(kIdEditor, u"M8");
+  EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 3)"), std::u16string::npos);
 }
 
 TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {

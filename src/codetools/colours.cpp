@@ -1,0 +1,236 @@
+#include "codetools/colours.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "library/codetext.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+using platform::Colour;
+using platform::ColourRun;
+
+constexpr Colour kComment = 0x86D06A;
+constexpr Colour kPercent = 0x809AB2;
+constexpr Colour kWordsPlain = 0xDEC585;
+constexpr Colour kWordsComment = 0x7591A1;
+constexpr Colour kWordsRapid = 0x64B2FF;
+constexpr Colour kWordsCut = 0x56DFAD;
+
+struct Token {
+  Colour colour;
+  bool bold;
+};
+
+// By letter from A; a colour of 0 opens no word.
+constexpr Token kTokens[26] = {
+    {0, false},        {0, false},        {0, false},        {0xE670FF, true},   // A B C D
+    {0, false},        {0x4AD6E2, true},  {0x2CD6DF, true},  {0xE670FF, true},   // E F G H
+    {0xBE84FF, false}, {0xBE84FF, false}, {0xBE84FF, false}, {0xA4B8CE, false},  // I J K L
+    {0x489AFF, true},  {0x809AB2, false}, {0xFFE880, true},  {0xA4B8CE, false},  // M N O P
+    {0xA4B8CE, false}, {0xBE84FF, false}, {0xFFC448, true},  {0xE670FF, true},   // Q R S T
+    {0, false},        {0, false},        {0, false},        {0xFFA448, true},   // U V W X
+    {0xEF87E7, true},  {0x5DC0FF, true},                                         // Y Z
+};
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+bool OpensNumber(char16_t c) {
+  return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || c == u'#' || c == u'[';
+}
+
+bool GoesOn(char16_t c) {
+  return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || c == u'*' || c == u'/' || c == u'#';
+}
+
+struct RunList {
+  ColourRun* runs;
+  int capacity;
+  int count = 0;
+};
+
+void AddRun(RunList& list, std::size_t from, std::size_t to, Colour colour, bool bold) {
+  if (list.count >= list.capacity || to <= from) return;
+  ColourRun& run = list.runs[list.count++];
+  run.from = static_cast<int>(from);
+  run.length = static_cast<int>(to - from);
+  run.colour = colour;
+  run.bold = bold;
+}
+
+// Behind the word that begins at `at`: brackets count by depth, and inside them everything
+// belongs to the word.
+std::size_t WordEnd(std::u16string_view line, std::size_t at) {
+  int depth = 0;
+  std::size_t i = at + 1;
+  for (; i < line.size(); ++i) {
+    const char16_t c = line[i];
+    if (c == u'[') {
+      ++depth;
+    } else if (c == u']' && depth > 0) {
+      --depth;
+    } else if (depth == 0 && !GoesOn(c)) {
+      break;
+    }
+  }
+  return i;
+}
+
+// How many lines of an editor bear colours, so that clearing them touches no more.
+struct Coloured {
+  int id;
+  int lines;
+};
+Coloured coloured[4] = {{kIdEditor, 0}, {kIdWordsEditor, 0}, {0, 0}, {0, 0}};
+
+int& ColouredLines(int id) {
+  for (Coloured& row : coloured) {
+    if (row.id == id) return row.lines;
+    if (row.id == 0) {
+      row.id = id;
+      return row.lines;
+    }
+  }
+  return coloured[3].lines;
+}
+
+ColourRun lineRuns[kMaxLineRuns];
+
+// Calls `colour` with each line of the text, at most `most` units of it, and puts what it gives
+// on the editor.
+template <typename Colouring>
+void ColourLines(int id, std::u16string_view text, std::size_t most, Colouring colour) {
+  platform::HoldEditorRedraw(id, true);
+  int line = 0;
+  std::size_t at = 0;
+  while (at <= text.size()) {
+    std::size_t end = text.find(u'\r', at);
+    if (end == std::u16string_view::npos) end = text.size();
+    const std::u16string_view whole = text.substr(at, end - at);
+    platform::SetLineRuns(id, line++, lineRuns, colour(whole.substr(0, most)));
+    at = end + 2;
+  }
+  ColouredLines(id) = line;
+  platform::HoldEditorRedraw(id, false);
+}
+
+void ClearLines(int id) {
+  int& lines = ColouredLines(id);
+  if (lines == 0) return;
+  platform::HoldEditorRedraw(id, true);
+  const int count = platform::EditorLineCount(id);
+  for (int line = 0; line < count; ++line) platform::SetLineRuns(id, line, nullptr, 0);
+  lines = 0;
+  platform::HoldEditorRedraw(id, false);
+}
+
+void ColourCode(int id, std::u16string_view text) {
+  if (text.size() > static_cast<std::size_t>(kMaxColouredUnits)) {
+    ClearLines(id);
+    return;
+  }
+  bool inComment = false;
+  ColourLines(id, text, kMaxColouredLine, [&inComment](std::u16string_view line) {
+    return ColourLine(line, inComment, lineRuns, kMaxLineRuns);
+  });
+}
+
+bool HasWord(std::u16string_view line, std::u16string_view word) {
+  return FindFolded(line, word, 0) != std::u16string_view::npos;
+}
+
+Colour WordsLineColour(std::u16string_view line) {
+  if (!line.empty() && line[0] == u'(') return kWordsComment;
+  if (HasWord(line, u"RAPID")) return kWordsRapid;
+  if (HasWord(line, u"LINEAR") || HasWord(line, u"CIRCULAR")) return kWordsCut;
+  return kWordsPlain;
+}
+
+}  // namespace
+
+bool TokenColour(char16_t letter, Colour& colour, bool& bold) {
+  const char16_t folded = FoldUpper(letter);
+  if (folded < u'A' || folded > u'Z' || kTokens[folded - u'A'].colour == 0) return false;
+  colour = kTokens[folded - u'A'].colour;
+  bold = kTokens[folded - u'A'].bold;
+  return true;
+}
+
+int ColourLine(std::u16string_view line, bool& inComment, ColourRun* runs, int capacity) {
+  RunList list{runs, capacity};
+  std::size_t i = 0;
+  while (i < line.size()) {
+    const char16_t c = line[i];
+    if (c == u'(') inComment = true;
+    if (inComment) {
+      const std::size_t close = line.find(u')', i);
+      const bool closed = close != std::u16string_view::npos;
+      const std::size_t end = closed ? close + 1 : line.size();
+      AddRun(list, i, end, kComment, false);
+      if (closed) inComment = false;
+      i = end;
+      continue;
+    }
+    Colour colour = 0;
+    bool bold = false;
+    if (c == u'%') {
+      AddRun(list, i, i + 1, kPercent, true);
+    } else if (i + 1 < line.size() && OpensNumber(line[i + 1]) && TokenColour(c, colour, bold)) {
+      const std::size_t end = WordEnd(line, i);
+      AddRun(list, i, end, colour, bold);
+      i = end;
+      continue;
+    }
+    ++i;
+  }
+  return list.count;
+}
+
+int ColourWordsLine(std::u16string_view line, ColourRun* runs, int capacity) {
+  RunList list{runs, capacity};
+  const Colour base = WordsLineColour(line);
+  std::size_t plainFrom = 0;
+  for (std::size_t i = 0; i < line.size();) {
+    const char16_t folded = FoldUpper(line[i]);
+    const bool axis = folded >= u'X' && folded <= u'Z';
+    if (!axis || i + 1 >= line.size() || !OpensNumber(line[i + 1])) {
+      ++i;
+      continue;
+    }
+    const std::size_t end = WordEnd(line, i);
+    Colour colour = 0;
+    bool bold = false;
+    TokenColour(folded, colour, bold);
+    AddRun(list, plainFrom, i, base, false);
+    AddRun(list, i, end, colour, bold);
+    i = end;
+    plainFrom = end;
+  }
+  AddRun(list, plainFrom, line.size(), base, false);
+  return list.count;
+}
+
+void ColourCodeEditor() {
+  if (app.suppressChange || !platform::Exists(kIdEditor)) return;
+  ColourCode(kIdEditor, platform::EditorText(kIdEditor));
+  platform::Repaint(kIdEditor);
+  platform::Repaint(kViewGutter);
+}
+
+void ColourWordsView() {
+  if (!platform::Exists(kIdWordsEditor)) return;
+  ColourLines(
+      kIdWordsEditor, platform::EditorText(kIdWordsEditor), kMaxWordsLine,
+      [](std::u16string_view line) { return ColourWordsLine(line, lineRuns, kMaxLineRuns); });
+  platform::Repaint(kIdWordsEditor);
+}
+
+void ColourPane(int id, std::u16string_view text) { ColourCode(id, text); }
+
+void ResetColours() {
+  for (Coloured& row : coloured) row.lines = 0;
+}
+
+}  // namespace morva
