@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -45,6 +46,11 @@ constexpr int kStockWidth = 2;
 constexpr int kHeadReach = 4;  // pixels each way of the middle, 9 in all
 constexpr int kPickReach = 3;
 constexpr int kEdge = 10;  // pixels between read-outs and the view's edge
+// The top right corner belongs to the view cube; read-outs break into lines beside it.
+constexpr int kCornerWidth = 172;
+constexpr int kCornerHeight = 171;
+constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives up the corner
+constexpr int kMostReadOutLines = 12;
 constexpr int kMostGridLines = 4096;
 
 Segment ghostSegments[kMaxMotionPoints];
@@ -62,10 +68,11 @@ Segment SegmentOf(PointF from, PointF to) {
           static_cast<float>(to.y)};
 }
 
-// The nearest whole pixel; places far outside stay far outside.
+// The nearest whole pixel; places far outside stay far outside, and so does what is no number.
 int Pixel(double coordinate) {
   constexpr double kFar = 1e6;
-  return static_cast<int>(std::floor(std::clamp(coordinate, -kFar, kFar) + 0.5));
+  if (!(coordinate > -kFar)) return static_cast<int>(-kFar);
+  return static_cast<int>(std::floor(std::min(coordinate, kFar) + 0.5));
 }
 
 void FillAround(Canvas& canvas, PointF middle, int reach, Colour colour) {
@@ -74,17 +81,20 @@ void FillAround(Canvas& canvas, PointF middle, int reach, Colour colour) {
   FillArea(canvas, {x - reach, y - reach, x + reach + 1, y + reach + 1}, colour);
 }
 
-// Text on a plate of the background, so that no line runs through it. Its top left corner or,
-// as `align` says, its middle stands at the point.
-void TextAt(Canvas& canvas, PointF at, const char16_t* text, FontRole font, Colour colour,
+// Where a text of the small font stands whose middle lies at the point.
+Rect PlateAround(PointF at, std::u16string_view text) {
+  const int height = platform::TextHeight(FontRole::Small);
+  const int width = platform::TextWidth(FontRole::Small, text) + 2;
+  const int left = Pixel(at.x) - width / 2;
+  const int top = Pixel(at.y) - height / 2;
+  return {left, top, left + width, top + height};
+}
+
+// Text on a plate of the background, so that no line runs through it.
+void TextOn(Canvas& canvas, const Rect& plate, std::u16string_view text, Colour colour,
             unsigned align) {
-  const int height = platform::TextHeight(font);
-  const int width = platform::TextWidth(font, text) + 2;
-  const int left = Pixel(at.x) - ((align & platform::kAlignCentre) ? width / 2 : 0);
-  const int top = Pixel(at.y) - ((align & platform::kAlignMiddle) ? height / 2 : 0);
-  const Rect plate{left, top, left + width, top + height};
   FillArea(canvas, plate, kBackground);
-  PaintText(canvas, plate, text, font, colour, align & ~unsigned{platform::kAlignMiddle});
+  PaintText(canvas, plate, text, FontRole::Small, colour, align | platform::kAlignTop);
 }
 
 struct GridSteps {
@@ -146,12 +156,16 @@ void PaintStock(Canvas& canvas, const Projection& p) {
   AppendLabelNumber(label, 160, u" x ", s.maxY - s.minY, 4);
   AppendLabelNumber(label, 160, u" x ", s.top - s.bottom, 4);
   AppendBounded(label, 160, UnitsMetric() ? u" mm" : u" in");
-  // Above the corner that lies highest on the screen.
+  // Above the corner that lies highest on the screen, and not over the sides of the view.
   const PointF* highest = std::min_element(
       corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
-  const double lift = platform::TextHeight(FontRole::Small) + 4;
-  TextAt(canvas, {highest->x, highest->y - lift}, label, FontRole::Small, kStockColour,
-         platform::kAlignCentre);
+  const Rect client = CanvasArea(canvas);
+  Rect plate = PlateAround(*highest, label);
+  const int lift = RectHeight(plate) / 2 + 4;
+  const int most = client.right - 2 - RectWidth(plate);
+  const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
+  plate = {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
+  TextOn(canvas, plate, label, kStockColour, platform::kAlignCentre);
 }
 
 void PaintGhost(Canvas& canvas, const Projection& p) {
@@ -198,25 +212,41 @@ void PaintHead(Canvas& canvas, const Rect& client) {
   FillAround(canvas, at, kHeadReach, kHeadColour);
 }
 
-void PaintDimension(Canvas& canvas, PointF from, PointF to, double span) {
-  Pen pen = PenOf(kDimensionColour, 1);
-  pen.smooth = true;
-  PaintLine(canvas, from, to, pen);
-  char16_t text[40];
-  FormatFixed(span, 4, text, 40);
-  const PointF middle{(from.x + to.x) / 2, (from.y + to.y) / 2};
-  TextAt(canvas, middle, text, FontRole::Small, kDimensionColour,
-         platform::kAlignCentre | platform::kAlignMiddle);
+// Moves a plate the shortest way out of another one that it covers.
+void MoveOff(Rect& plate, const Rect& other) {
+  const int left = plate.right - other.left;
+  const int right = other.right - plate.left;
+  const int up = plate.bottom - other.top;
+  const int down = other.bottom - plate.top;
+  const int least = std::min({left, right, up, down});
+  if (least <= 0) return;
+  const int x = least == left ? -left : least == right ? right : 0;
+  const int y = x != 0 ? 0 : least == up ? -up : down;
+  plate = {plate.left + x, plate.top + y, plate.right + x, plate.bottom + y};
 }
 
-// Three edges of the bounding box that meet in its lowest corner.
+// Three edges of the bounding box that meet in its lowest corner. The spans stand on top of
+// all three lines, and beside each other where the edges are short.
 void PaintDimensions(Canvas& canvas, const Projection& p) {
   if (!switches.showExtents || path.count == 0) return;
   const PathBounds& b = Bounds();
   const PointF corner = Project(p, b.minX, b.minY, b.minZ);
-  PaintDimension(canvas, corner, Project(p, b.maxX, b.minY, b.minZ), b.maxX - b.minX);
-  PaintDimension(canvas, corner, Project(p, b.minX, b.maxY, b.minZ), b.maxY - b.minY);
-  PaintDimension(canvas, corner, Project(p, b.minX, b.minY, b.maxZ), b.maxZ - b.minZ);
+  const PointF ends[3] = {Project(p, b.maxX, b.minY, b.minZ), Project(p, b.minX, b.maxY, b.minZ),
+                          Project(p, b.minX, b.minY, b.maxZ)};
+  const double spans[3] = {b.maxX - b.minX, b.maxY - b.minY, b.maxZ - b.minZ};
+  Pen pen = PenOf(kDimensionColour, 1);
+  pen.smooth = true;
+  for (const PointF& end : ends) PaintLine(canvas, corner, end, pen);
+  Rect plates[3];
+  for (int i = 0; i < 3; ++i) {
+    char16_t text[40];
+    FormatFixed(spans[i], 4, text, 40);
+    Rect& plate = plates[i];
+    plate = PlateAround({(corner.x + ends[i].x) / 2, (corner.y + ends[i].y) / 2}, text);
+    // Off the one it may meet the other, so the earlier ones are asked twice.
+    for (int k = 0; k < 2 * i; ++k) MoveOff(plate, plates[k % i]);
+    TextOn(canvas, plate, text, kDimensionColour, platform::kAlignCentre);
+  }
 }
 
 bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < path.count; }
@@ -232,15 +262,50 @@ void PaintMeasure(Canvas& canvas, const Rect& client) {
   if (ValidPick(measure.b)) FillAround(canvas, points[measure.b], kPickReach, kMeasureColour);
 }
 
-void PaintReadOut(Canvas& canvas, const Rect& client, int top, const char16_t* text,
+// The width that a line of a read-out has when its top lies at `top`.
+int ReadOutRoom(const Rect& client, int top) {
+  const int all = RectWidth(client) - 2 * kEdge;
+  const int beside = RectWidth(client) - kEdge - kCornerWidth;
+  return top < client.top + kCornerHeight && beside >= kLeastReadOut ? beside : all;
+}
+
+// A read-out in lines. Its parts stand two blanks or more apart and are never cut: a number
+// that ends in dots would be worse than none.
+struct ReadOutLines {
+  std::u16string_view lines[kMostReadOutLines];
+  int count = 0;
+};
+
+ReadOutLines BreakReadOut(std::u16string_view text, const Rect& client, int top) {
+  constexpr std::u16string_view kGap = u"  ";
+  const int height = platform::TextHeight(FontRole::Small);
+  ReadOutLines broken;
+  while (!text.empty() && broken.count < kMostReadOutLines) {
+    const int room = ReadOutRoom(client, top + broken.count * height);
+    std::size_t taken = std::min(text.find(kGap), text.size());
+    while (taken < text.size()) {
+      const std::size_t part = text.find_first_not_of(u' ', taken);
+      if (part == text.npos) break;
+      const std::size_t next = std::min(text.find(kGap, part), text.size());
+      if (platform::TextWidth(FontRole::Small, text.substr(0, next)) > room) break;
+      taken = next;
+    }
+    broken.lines[broken.count++] = text.substr(0, taken);
+    const std::size_t rest = text.find_first_not_of(u' ', taken);
+    text = rest == text.npos ? std::u16string_view() : text.substr(rest);
+  }
+  return broken;
+}
+
+void PaintReadOut(Canvas& canvas, const Rect& client, int top, const ReadOutLines& broken,
                   Colour colour) {
   const int left = client.left + kEdge;
-  const int right =
-      std::min(client.right - kEdge, left + platform::TextWidth(FontRole::Small, text) + 2);
-  const Rect area{left, top, right, top + platform::TextHeight(FontRole::Small)};
-  FillArea(canvas, area, kBackground);
-  PaintText(canvas, area, text, FontRole::Small, colour,
-            platform::kAlignLeft | platform::kAlignTop | platform::kTextEllipsis);
+  const int height = platform::TextHeight(FontRole::Small);
+  for (int i = 0; i < broken.count; ++i, top += height) {
+    const int width = platform::TextWidth(FontRole::Small, broken.lines[i]) + 2;
+    TextOn(canvas, {left, top, left + width, top + height}, broken.lines[i], colour,
+           platform::kAlignLeft);
+  }
 }
 
 bool ExtentsText(char16_t (&text)[200]) {
@@ -278,24 +343,36 @@ bool BottomText(char16_t (&text)[200]) {
   }
   if (pathFullAtLine >= 0) {
     if (!view.gridOn) AppendBounded(text, 200, u"Grid off");
-    AppendLabelInteger(text, 200, u"  /  path shown to line ", pathFullAtLine + 1);
+    // The last line of which something stands in the table.
+    const std::int32_t last = path.count > 0 ? path.points[path.count - 1].sourceLine : -1;
+    AppendLabelInteger(text, 200, u"  /  path shown to line ", last + 1);
   }
   return text[0] != 0;
 }
 
+// A read-out at the foot of the view; the y of its top.
+int PaintFoot(Canvas& canvas, const Rect& client, int bottom, const char16_t* text, Colour colour) {
+  const ReadOutLines lines = BreakReadOut(text, client, client.top + kCornerHeight);
+  const int top = bottom - lines.count * platform::TextHeight(FontRole::Small);
+  PaintReadOut(canvas, client, top, lines, colour);
+  return top;
+}
+
+// The extents at the top, where the corner leaves room; the rest at the foot, where a fitted
+// path leaves the most.
 void PaintReadOuts(Canvas& canvas, const Rect& client) {
+  constexpr int kBetween = 4;
   char16_t text[200];
-  const int line = platform::TextHeight(FontRole::Small) + 4;
-  int top = client.top + kEdge;
   if (ExtentsText(text)) {
-    PaintReadOut(canvas, client, top, text, kDimensionColour);
-    top += line;
+    const int top = client.top + kEdge;
+    PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kDimensionColour);
   }
-  if (MeasureText(text)) PaintReadOut(canvas, client, top, text, kText);
+  int bottom = client.bottom - kEdge;
   if (BottomText(text)) {
-    PaintReadOut(canvas, client, client.bottom - kEdge - line + 4, text,
-                 pathFullAtLine >= 0 ? kDimensionColour : kQuietText);
+    const Colour colour = pathFullAtLine >= 0 ? kDimensionColour : kQuietText;
+    bottom = PaintFoot(canvas, client, bottom, text, colour) - kBetween;
   }
+  if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kText);
 }
 
 }  // namespace

@@ -231,12 +231,14 @@ TEST_F(Grid, ShowsNeitherLinesNorReadOutWhenOff) {
   for (const std::u16string& text : Texts()) EXPECT_EQ(text.find(u"grid"), std::u16string::npos);
 }
 
-TEST_F(Grid, TellsTheLineAtWhichTheTableWasFull) {
-  FlatPart();
-  pathFullAtLine = 32770;
-  EXPECT_TRUE(Shows(u"XY grid Z0  /  spacing 0.5000 in  /  path shown to line 32771"));
+TEST_F(Grid, TellsTheLastLineThatAFullTableShows) {
+  // The origin takes the first of 32,768 places, so the line that counts 32767 takes the last.
+  std::u16string text;
+  for (int line = 0; line < 40000; ++line) text += line % 2 == 0 ? u"G1 X4 Y0\n" : u"X0 Y2\n";
+  ExtractToolpath(text, false);
+  EXPECT_TRUE(Shows(u"XY grid Z0  /  spacing 0.5000 in  /  path shown to line 32767"));
   view.gridOn = false;
-  EXPECT_TRUE(Shows(u"Grid off  /  path shown to line 32771"));
+  EXPECT_TRUE(Shows(u"Grid off  /  path shown to line 32767"));
 }
 
 TEST_F(Grid, SaysOnceThatTheSettingsCannotBeKept) {

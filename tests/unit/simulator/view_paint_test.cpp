@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {
@@ -237,6 +239,157 @@ TEST_F(ViewPaint, DrawsThreeDimensionLinesWithTheirSpans) {
     if (call.text != u"4.0000") continue;
     EXPECT_NEAR((call.numbers[0] + call.numbers[2]) / 2, 335, 1);
     EXPECT_NEAR((call.numbers[1] + call.numbers[3]) / 2, 458, 1);
+  }
+}
+
+// What the text of one paint says, its lines joined by two blanks as they were before.
+std::u16string Joined(const std::vector<DrawCall>& calls, platform::Colour colour) {
+  std::u16string all;
+  for (const DrawCall& call : calls) {
+    if (call.name == "PaintText" && call.colours[0] == colour) {
+      all += (all.empty() ? u"" : u"  ") + call.text;
+    }
+  }
+  return all;
+}
+
+TEST_F(ViewPaint, BreaksReadOutsThatANarrowViewCannotHold) {
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 353, 100 + 255});
+  Feed(0, 0, 0);
+  Feed(118.25, -72.5, 12.125);
+  measure.a = 0;
+  measure.b = 1;
+  pathFullAtLine = 32766;
+  SetViewTop();
+  const std::vector<DrawCall> calls = Paint();
+  EXPECT_EQ(Joined(calls, 0xDEE9F2),
+            u"MEASURE  dX 118.2500  dY -72.5000  dZ 12.1250  distance 139.2348");
+  for (const DrawCall& call : calls) {
+    if (call.name != "PaintText") continue;
+    // Left, top, right, bottom, font, alignment: nothing is cut or ends in dots.
+    EXPECT_GE(call.numbers[0], 0);
+    EXPECT_LE(call.numbers[2], 353);
+    EXPECT_EQ(static_cast<unsigned>(call.numbers[5]) & platform::kTextEllipsis, 0u);
+    EXPECT_GE(call.numbers[2] - call.numbers[0], 6.0 * static_cast<double>(call.text.size()));
+  }
+  EXPECT_EQ(calls.back().name, "PaintText");
+}
+
+TEST_F(ViewPaint, KeepsTheExtentsOutOfTheTopRightCorner) {
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 353, 100 + 255});
+  Feed(0, 0, 0);
+  Feed(118.25, -72.5, 12.125);
+  SetViewTop();
+  switches.showExtents = true;
+  std::u16string all;
+  double below = 0;
+  for (const DrawCall& call : Paint()) {
+    if (call.name != "PaintText" || call.colours[0] != kDimensionColour) continue;
+    if (call.numbers[0] != 10) continue;  // a span at its line
+    EXPECT_TRUE(call.numbers[2] <= 353 - 172 || call.numbers[1] >= 171) << call.numbers[2];
+    EXPECT_GE(call.numbers[1], below);  // lines do not cover each other
+    below = call.numbers[3];
+    all += (all.empty() ? u"" : u"   ") + call.text;
+  }
+  EXPECT_EQ(all, u"PATH EXTENTS (in)   X 118.2500   Y 72.5000   Z 12.1250");
+}
+
+TEST_F(ViewPaint, PutsSpansOnTopOfTheLinesAndBesideEachOther) {
+  // Spans of a few pixels in a corner of a long path: Y and Z labels would fall together.
+  Feed(0, 0, 0);
+  Feed(60, 1, 1);
+  SetViewIsometric();
+  switches.showExtents = true;
+  std::vector<std::vector<double>> plates;
+  bool linesOver = false;
+  for (const DrawCall& call : Paint()) {
+    if (call.colours.size() != 1 || call.colours[0] != kDimensionColour) continue;
+    if (call.name == "PaintLine") linesOver = linesOver || !plates.empty();
+    if (call.name == "PaintText" && call.text != u"" && call.text[0] != u'P') {
+      plates.push_back(call.numbers);
+    }
+  }
+  EXPECT_FALSE(linesOver);
+  ASSERT_EQ(plates.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      EXPECT_TRUE(plates[i][0] >= plates[k][2] || plates[k][0] >= plates[i][2] ||
+                  plates[i][1] >= plates[k][3] || plates[k][1] >= plates[i][3]);
+    }
+  }
+}
+
+TEST_F(ViewPaint, KeepsTheStocksWordsBetweenTheSides) {
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 353, 100 + 255});
+  Feed(0, 0, 0);
+  Feed(4, 2, 0);
+  SetViewTop();
+  stockEnvelope.shown = true;
+  stockEnvelope.maxX = 4;
+  stockEnvelope.maxY = 2;
+  stockEnvelope.bottom = -0.5;
+  for (const double pan : {-150.0, 0.0, 150.0}) {
+    view.panX = pan;
+    bool seen = false;
+    for (const DrawCall& call : Paint()) {
+      if (call.name != "PaintText" || call.colours[0] != kStockColour) continue;
+      seen = true;
+      EXPECT_GE(call.numbers[0], 0);
+      EXPECT_LE(call.numbers[2], 353);
+    }
+    EXPECT_TRUE(seen);
+  }
+}
+
+TEST_F(ViewPaint, PaintsTheLargestNumbersThatAProgramCanHold) {
+  // 62 characters are a word's number; spans of 1e62 saturate where they are read out.
+  const std::u16string far(62, u'9');
+  ExtractToolpath(u"G1 X" + far + u" Y-1\r\nG91 X" + far + u"\r\nG2 I" + far + u"\r\n", false);
+  ASSERT_GT(path.count, 300);
+  measure.a = 0;
+  measure.b = path.count - 1;
+  switches.showExtents = true;
+  for (const double zoom : {0.05, 1.0, 50.0}) {
+    view.zoom = zoom;
+    EXPECT_FALSE(Paint().empty());
+  }
+  EXPECT_TRUE(Shows(u"PATH EXTENTS (in)   X 922337203685477.5807   Y 922337203685477.5807   "
+                    u"Z 0.0000") ||
+              Shows(u"PATH EXTENTS (in)   X 922337203685477.5807"));
+  EXPECT_LT(PickPathPoint(kClient, 5, 5), path.count);
+}
+
+TEST_F(ViewPaint, StaysOnThePaperWithStockAndExcludedCodeBeyondAllMeasure) {
+  FlatPart();
+  stockEnvelope.shown = true;
+  stockEnvelope.minX = -1e308;
+  stockEnvelope.maxX = 1e308;
+  stockEnvelope.maxY = HUGE_VAL;
+  stockEnvelope.bottom = -HUGE_VAL;
+  ghostPath.count = 2;
+  ghostPath.points[0] = ghostPath.points[1] = MotionPoint();
+  ghostPath.points[1].x = 1e62;
+  ++pathGeneration;
+  for (void (*show)() : {SetViewTop, SetViewFront, SetViewRight, SetViewIsometric}) {
+    show();
+    for (const DrawCall& call : Paint()) {
+      if (call.name != "PaintText" && call.name != "FillArea") continue;
+      for (std::size_t i = 0; i < 4; ++i) EXPECT_LT(std::fabs(call.numbers[i]), 2e6);
+    }
+  }
+}
+
+TEST_F(ViewPaint, PaintsAViewWithoutRoom) {
+  FlatPart();
+  switches.showExtents = true;
+  measure.a = 0;
+  measure.b = 2;
+  stockEnvelope.shown = true;
+  stockEnvelope.maxX = stockEnvelope.maxY = 1;
+  for (const int side : {0, 1, 12}) {
+    platform::SetPlace(kViewToolpath, {700, 100, 700 + side, 100 + side});
+    EXPECT_FALSE(Paint().empty());
+    EXPECT_GE(PickPathPoint({0, 0, side, side}, 0, 0), -1);
   }
 }
 
