@@ -20,6 +20,7 @@ void RefreshAndFit() {
 void ToggleGrid() {
   LoadGridSettings();
   view.gridOn = !view.gridOn;
+  SaveGridSettings();
   platform::Repaint(kViewToolpath);
 }
 

@@ -12,7 +12,7 @@
 namespace morva {
 
 struct ViewState {
-  double zoom = 1;               // 0.05 to 50
+  double zoom = 1;  // 0.05 to 50
   double yawDegrees = -45;
   double elevationDegrees = 28;  // orbit holds it to -89 to 89
   double rollDegrees = 0;
@@ -42,9 +42,9 @@ void SetViewTop();
 void SetViewFront();
 void SetViewRight();
 void SetViewIsometric();
-double GridSpacing();  // display units
-void LoadGridSettings();   // once, at the first draw
-void SaveGridSettings();
+double GridSpacing();     // display units
+void LoadGridSettings();  // once, at the first draw
+void SaveGridSettings();  // at each change of them
 platform::Colour GridColour(bool toned);
 
 // Nearest path point within 15 pixels of a client point, -1 for none; first wins on a tie.

@@ -151,6 +151,22 @@ TEST_F(Grid, KeepsEachPickInTheSettingsFile) {
   EXPECT_EQ(view.gridScale, 0);
 }
 
+TEST_F(Grid, TheSwitchHoldsOverARestart) {
+  Settings("Grid=1\r\nGridColor=4\r\nGridScale=-1\r\n");
+  RegisterSimulatorCommands();
+  RouteCommand(kIdViewGrid, 0);  // before any draw: the settings are read first
+  EXPECT_FALSE(view.gridOn);
+  EXPECT_EQ(Raw("bin/MORVA.ini"), "[Simulator]\r\nGrid=0\r\nGridColor=4\r\nGridScale=-1\r\n");
+  ResetView();
+  Paint();
+  EXPECT_FALSE(view.gridOn);
+  EXPECT_EQ(view.gridColour, 4);
+  RouteCommand(kIdViewGrid, 0);
+  ResetView();
+  Paint();
+  EXPECT_TRUE(view.gridOn);
+}
+
 TEST_F(Grid, StopsAtSixHalvesAndSixDoubles) {
   for (int i = 0; i < 8; ++i) {
     headless::QueuePick(kIdGridHalf);
