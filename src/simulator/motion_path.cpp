@@ -119,6 +119,7 @@ void ExtractToolpath(std::u16string_view text, bool metric) { RunExtraction(text
 void RebuildToolpath() {
   HaltPlayback();
   playback.headInUse = false;
+  ForgetHighlight();
   platform::SetText(kIdPlay, u"PLAY");
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);

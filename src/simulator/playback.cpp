@@ -103,7 +103,12 @@ void SelectFeatureRow(std::int32_t id) {
   }
 }
 
+// The text may have become shorter than the path remembers it.
 void MarkInEditor(std::int32_t line) {
+  if (line >= platform::EditorLineCount(kIdEditor)) {
+    platform::MarkEditorLine(kIdEditor, -1, kLineBand);
+    return;
+  }
   platform::MarkEditorLine(kIdEditor, line, kLineBand);
   const int top = platform::FirstVisibleLine(kIdEditor);
   const int shown = platform::VisibleLineCount(kIdEditor);
@@ -262,6 +267,11 @@ void HighlightSourceLine(std::int32_t line) {
 
 std::int32_t HighlightedFeature() { return highlightedFeature; }
 
-void ForgetHighlight() { highlightedFeature = 0; }
+void ForgetHighlight() {
+  platform::MarkEditorLine(kIdEditor, -1, kLineBand);
+  if (highlightedFeature == 0) return;
+  highlightedFeature = 0;
+  platform::Repaint(kIdFeatureList);
+}
 
 }  // namespace morva

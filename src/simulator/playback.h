@@ -63,6 +63,7 @@ void TakeMeasurePick(std::int32_t point);
 void HighlightSourceLine(std::int32_t line);
 // The feature that the playing path is in, 0 for none.
 std::int32_t HighlightedFeature();
+// No line and no feature is current any more: the path they belonged to is gone.
 void ForgetHighlight();
 
 void RegisterSimulatorCommands();

@@ -398,6 +398,47 @@ TEST_F(PlaybackTest, AFarLineIsScrolledIntoView) {
   EXPECT_EQ(platform::FirstVisibleLine(kIdEditor), top);
 }
 
+TEST_F(PlaybackTest, ALineBehindAShortenedTextMarksNothing) {
+  MakePath(20);
+  GoToEnd();
+  ASSERT_EQ(MarkedLine(), 18);
+  platform::SetEditorText(kIdEditor, u"G1 X1\r\nX2");
+  GoToStart();
+  EXPECT_EQ(MarkedLine(), 0);
+  GoToEnd();
+  EXPECT_EQ(MarkedLine(), -1);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdEditor), 0);
+  // The last line there is can still be marked.
+  HighlightSourceLine(1);
+  EXPECT_EQ(MarkedLine(), 1);
+}
+
+TEST_F(PlaybackTest, PlayingGoesOnWhileTheTextIsEdited) {
+  MakePath(20);
+  PutHead(1);
+  playback.speedIndex = 9;
+  PlayPause();
+  for (int i = 0; i < 12 && playback.playing; ++i) {
+    PlayTick();
+    platform::SetEditorText(kIdEditor, i % 2 == 0 ? u"" : u"(NEW)\r\nG1 X1\r\n");
+  }
+  EXPECT_FALSE(playback.playing);
+  EXPECT_EQ(playback.playHead, 20);
+}
+
+TEST_F(PlaybackTest, ARebuildForgetsWhatWasPlayed) {
+  MakePath(20);
+  OneTab();
+  PlayPause();
+  GoToEnd();
+  ASSERT_EQ(MarkedLine(), 18);
+  RebuildToolpath();
+  EXPECT_EQ(MarkedLine(), -1);
+  EXPECT_EQ(HighlightedFeature(), 0);
+  EXPECT_FALSE(TimerOn());
+  EXPECT_FALSE(playback.headInUse);
+}
+
 TEST_F(PlaybackTest, PicksFillAThenBThenStartAnew) {
   MakePath(20);
   ToggleMeasure();
