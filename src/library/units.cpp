@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "app/router.h"
@@ -42,6 +43,8 @@ void SetUnits(bool metric) {
   }
   app.unitsMetric = metric;
   ShowUnitCaptions();
+  // Its points are in display units; left alone, its inches would be read out as millimetres.
+  Call(hooks.rebuildToolpath);
   ShowStatus(metric ? u"Units switched to MM (G21). Tool inputs converted."
                     : u"Units switched to INCH (G20). Tool inputs converted.");
 }

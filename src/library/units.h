@@ -10,8 +10,8 @@ inline constexpr double kInchPerMm = 0.03937007874015748;
 
 // UnitsMetric. Only SetUnits changes it.
 bool UnitsMetric();
-// Converts the fields of every open form, then switches. To the active unit: captions only,
-// no conversion and no message.
+// Converts the fields of every open form, then switches and has the path drawn anew. To the
+// active unit: captions only, no conversion and no message.
 void SetUnits(bool metric);
 // "INCH *" and "MM", or "INCH" and "MM *", on every pair of unit keys that exists.
 void ShowUnitCaptions();

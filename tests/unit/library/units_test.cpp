@@ -12,12 +12,14 @@ double lastFactor = 0;
 bool metricSeen = false;
 bool activeSeen = false;
 int captionCalls = 0;
+bool rebuiltMetric[4];
+int rebuilds = 0;
 
 class Units : public support::Stage {
  protected:
   Units() {
     ResetUnits();
-    conversions = captionCalls = 0;
+    conversions = captionCalls = rebuilds = 0;
     support::MakeButton(kIdInch, u"INCH *");
     support::MakeButton(kIdMm, u"MM");
   }
@@ -29,7 +31,19 @@ class Units : public support::Stage {
     activeSeen = UnitsMetric();
   }
   static void Captions() { ++captionCalls; }
+  static void Rebuild() { rebuiltMetric[rebuilds++] = UnitsMetric(); }
 };
+
+TEST_F(Units, SwitchingDrawsThePathAnewInTheNewUnit) {
+  hooks.rebuildToolpath = Rebuild;
+  SetUnits(false);
+  EXPECT_EQ(rebuilds, 0);
+  SetUnits(true);
+  ASSERT_EQ(rebuilds, 1);
+  EXPECT_TRUE(rebuiltMetric[0]);
+  SetUnits(true);
+  EXPECT_EQ(rebuilds, 1);
+}
 
 TEST_F(Units, StartInInch) { EXPECT_FALSE(UnitsMetric()); }
 
