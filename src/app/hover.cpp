@@ -28,6 +28,7 @@ const Hint kHints[] = {
     {kIdFit, u"Fit the visible toolpath and reset pan/zoom."},
     {kIdInch, u"Working units: converts builder inputs; existing G-code is not rewritten."},
     {kIdMm, u"Working units: converts builder inputs; existing G-code is not rewritten."},
+    {kIdSpeedSlider, kPlaybackHint},
     {kIdFeatureList,
      u"Program features: right-click to isolate simulation, hide/show, or lock settings."},
 };

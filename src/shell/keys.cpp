@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hover.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "shell/icons.h"
@@ -19,11 +20,6 @@ using platform::FontRole;
 constexpr FontRole kBody = FontRole::Body;
 constexpr FontRole kStrong = FontRole::Emphasis;
 constexpr FontRole kSmall = FontRole::Small;
-
-// The playback bar speaks with one voice: its keys share one hint.
-constexpr const char16_t* kBarHint =
-    u"Playback: start | previous operation | rewind | play/pause | fast forward | next operation "
-    u"| end | stop. Slider: slower / faster simulation (0.125x\u201364x); center = 1x.";
 
 // In the order in which they are made.
 constexpr KeySpec kKeys[] = {
@@ -132,20 +128,21 @@ constexpr KeySpec kKeys[] = {
     {kIdViewLayers, u"Preview layers: rapid moves, overlap, context and approximate cut surface",
      u"", u"Preview layers: rapid moves, overlap, context and approximate cut surface", kSmall,
      kPanelPlain, kIconLayers, Face::Icon},
-    {kIdPlayStart, kBarHint, u"Go to start", u"Go to start", kSmall, kPanelPlain, kIconStart,
+    {kIdPlayStart, kPlaybackHint, u"Go to start", u"Go to start", kSmall, kPanelPlain, kIconStart,
      Face::Icon},
-    {kIdPlayPrevious, kBarHint, u"Previous operation", u"Previous operation", kSmall, kPanelPlain,
-     kIconPrevious, Face::Icon},
-    {kIdPlayRewind, kBarHint, u"Rewind ten points", u"Rewind ten points", kSmall, kPanelPlain,
+    {kIdPlayPrevious, kPlaybackHint, u"Previous operation", u"Previous operation", kSmall,
+     kPanelPlain, kIconPrevious, Face::Icon},
+    {kIdPlayRewind, kPlaybackHint, u"Rewind ten points", u"Rewind ten points", kSmall, kPanelPlain,
      kIconRewind, Face::Icon},
-    {kIdPlayToggle, kBarHint, u"Play / pause", u"Play / pause", kSmall, kPanelGreen, kIconPlay,
+    {kIdPlayToggle, kPlaybackHint, u"Play / pause", u"Play / pause", kSmall, kPanelGreen, kIconPlay,
      Face::Icon},
-    {kIdPlayForward, kBarHint, u"Play faster", u"Fast forward", kSmall, kPanelPlain, kIconForward,
+    {kIdPlayForward, kPlaybackHint, u"Play faster", u"Fast forward", kSmall, kPanelPlain,
+     kIconForward, Face::Icon},
+    {kIdPlayNext, kPlaybackHint, u"Next operation", u"Next operation", kSmall, kPanelPlain,
+     kIconNext, Face::Icon},
+    {kIdPlayEnd, kPlaybackHint, u"Go to end", u"Go to end", kSmall, kPanelPlain, kIconEnd,
      Face::Icon},
-    {kIdPlayNext, kBarHint, u"Next operation", u"Next operation", kSmall, kPanelPlain, kIconNext,
-     Face::Icon},
-    {kIdPlayEnd, kBarHint, u"Go to end", u"Go to end", kSmall, kPanelPlain, kIconEnd, Face::Icon},
-    {kIdPlayStop, kBarHint, u"Stop", u"Stop", kSmall, kPanelPlain, kIconStop, Face::Icon},
+    {kIdPlayStop, kPlaybackHint, u"Stop", u"Stop", kSmall, kPanelPlain, kIconStop, Face::Icon},
 };
 
 constexpr int kKeyCount = static_cast<int>(sizeof(kKeys) / sizeof(kKeys[0]));
@@ -212,6 +209,9 @@ void RefreshKeyStates() {
   }
   if (shownSpeed == playback.speedIndex) return;
   shownSpeed = playback.speedIndex;
+  platform::SetToolTip(kIdSpeedSlider, std::u16string(u"Simulation speed: ") +
+                                           SpeedWord(shownSpeed) +
+                                           u". Drag left to slow down, right to speed up.");
   platform::Repaint(kIdSpeedSlider);
 }
 

@@ -18,9 +18,10 @@ namespace {
 constexpr int kTrackLeft = 8;
 constexpr int kHalf = kSliderTrack / 2;
 
-void Choose(int index) {
+// A press tells the speed even where it is the one that holds already; a drag only changes.
+void Choose(int index, bool tell = false) {
   const int wanted = std::clamp(index, 0, kSpeedCount - 1);
-  if (wanted != playback.speedIndex) SetPlaySpeed(wanted);
+  if (tell || wanted != playback.speedIndex) SetPlaySpeed(wanted);
   platform::Repaint(kIdSpeedSlider);
 }
 
@@ -72,7 +73,7 @@ bool SpeedSliderPointer(const platform::PointerEvent& event) {
     return true;
   }
   if (!press && !(event.action == PointerAction::Move && event.leftDown)) return false;
-  Choose(SpeedIndexAt(event.x - kTrackLeft));
+  Choose(SpeedIndexAt(event.x - kTrackLeft), press);
   return true;
 }
 

@@ -269,3 +269,12 @@ bool IsTextControl(int id) {
 }
 
 }  // namespace platform
+
+namespace headless {
+
+std::u16string ToolTipOf(int id) {
+  const Item* item = Find(id);
+  return item ? item->tip : std::u16string();
+}
+
+}  // namespace headless

@@ -126,6 +126,9 @@ std::vector<DrawCall> PaintOf(int id);
 // The line that MarkEditorLine marked and its band; -1 for none.
 int EditorMark(int id, platform::Colour& band);
 
+// What SetToolTip gave last.
+std::u16string ToolTipOf(int id);
+
 // Faults: the n-th call of a kind from now on fails, n from 1; 0 clears. "timer", "worker",
 // "window", "control", "popup", and the file kinds of platform/common/faults.h.
 void FailCall(std::string_view kind, int n);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/hover.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {
@@ -43,6 +44,54 @@ TEST_F(SpeedSlider, FollowsPointerAndKeys) {
   headless::PressKey({platform::kKeyDown});
   EXPECT_EQ(playback.speedIndex, 0);
   EXPECT_TRUE(Paints(headless::PaintOf(kIdSpeedSlider), u"0.125x", kMainText));
+}
+
+TEST_F(SpeedSlider, APressTellsTheSpeedADragOnlyChangesOfIt) {
+  platform::PointerEvent event;
+  event.action = platform::PointerAction::Press;
+  event.button = platform::PointerButton::Left;
+  event.x = 8 + 110;
+  event.y = 10;
+  headless::Pointer(kIdSpeedSlider, event);
+  EXPECT_EQ(TextOf(kIdStatusLine),
+            u"Simulation speed: 1x. Drag left to slow down, right to speed up.");
+  ShowStatus(u"");
+  event.action = platform::PointerAction::Move;
+  event.button = platform::PointerButton::None;
+  event.leftDown = true;
+  event.x = 8 + 112;
+  headless::Pointer(kIdSpeedSlider, event);
+  EXPECT_EQ(TextOf(kIdStatusLine), u"");
+  event.x = 8 + 300;
+  headless::Pointer(kIdSpeedSlider, event);
+  EXPECT_EQ(TextOf(kIdStatusLine),
+            u"Simulation speed: 64x. Drag left to slow down, right to speed up.");
+}
+
+TEST_F(SpeedSlider, TellsItsSpeedToWhoDoesNotSeeIt) {
+  RefreshKeyStates();
+  EXPECT_EQ(platform::AccessibleName(kIdSpeedSlider), u"Simulation speed");
+  EXPECT_EQ(headless::ToolTipOf(kIdSpeedSlider),
+            u"Simulation speed: 1x. Drag left to slow down, right to speed up.");
+  SetPlaySpeed(0);
+  RefreshKeyStates();
+  EXPECT_EQ(headless::ToolTipOf(kIdSpeedSlider),
+            u"Simulation speed: 0.125x. Drag left to slow down, right to speed up.");
+}
+
+TEST_F(SpeedSlider, SharesTheHintOfThePlaybackBar) {
+  const std::u16string hint =
+      u"Playback: start | previous operation | rewind | play/pause | fast forward | next "
+      u"operation | end | stop. Slider: slower / faster simulation (0.125x\u201364x); center = "
+      u"1x.";
+  for (int id = kIdPlayStart; id <= kIdSpeedSlider; ++id) {
+    headless::MovePointerOver(id);
+    HoverTick();
+    EXPECT_EQ(TextOf(kIdStatusLine), hint) << id;
+    headless::MovePointerOver(kIdNew);
+    HoverTick();
+    EXPECT_NE(TextOf(kIdStatusLine), hint);
+  }
 }
 
 }  // namespace
