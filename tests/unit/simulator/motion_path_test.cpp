@@ -486,7 +486,7 @@ TEST_F(Rebuild, GhostsFillTheirTableSilently) {
   EXPECT_TRUE(ghostPath.points[20001].jump);
   EXPECT_EQ(path.count, 2);
   EXPECT_EQ(pathFullAtLine, -1);
-  tab.disabledCode = nullptr;
+  FreeDisabledCode(tab.disabledCode);
   RebuildToolpath();
   EXPECT_EQ(ghostPath.count, 0);
 }
