@@ -224,6 +224,18 @@ std::string AnswerPick(const Words& words) {
   return Good();
 }
 
+// How long the next box, dialog or popup stands open.
+int openMs = 0;
+
+std::string AnswerMeanwhile(const Words& words) {
+  std::int64_t ms = 0;
+  if (words.size() != 1 || !ReadInteger(words[0], 0, kMostWaitMs, ms))
+    return Usage(u"meanwhile MS");
+  openMs = static_cast<int>(ms);
+  headless::WhileOpen([] { headless::Advance(openMs); });
+  return Good();
+}
+
 std::string AnswerPort(const Words& words) {
   if (words.size() == 2 && words[0].text.size() < 32) {
     const std::u16string& state = words[1].text;
@@ -271,18 +283,31 @@ struct Command {
   std::string (*answer)(const Words& words);
 };
 constexpr Command kCommands[] = {
-    {u"click", AnswerClick},       {u"ctrlclick", AnswerCtrlClick},
-    {u"command", AnswerCommand},   {u"type", AnswerType},
-    {u"select", AnswerSelect},     {u"double", AnswerDouble},
-    {u"rowclick", AnswerRowClick}, {u"menu", AnswerMenu},
-    {u"focus", AnswerFocus},       {u"hover", AnswerHover},
-    {u"key", AnswerKey},           {u"editor", AnswerEditor},
-    {u"mouse", AnswerMouse},       {u"resize", AnswerResize},
-    {u"wait", AnswerWait},         {u"close", AnswerClose},
-    {u"answer", AnswerAnswer},     {u"file", AnswerFile},
-    {u"pick", AnswerPick},         {u"printer", AnswerPrinter},
-    {u"port", AnswerPort},         {u"peer", AnswerPeer},
-    {u"fail", AnswerFail},         {u"get", AnswerGet},
+    {u"click", AnswerClick},
+    {u"ctrlclick", AnswerCtrlClick},
+    {u"command", AnswerCommand},
+    {u"type", AnswerType},
+    {u"select", AnswerSelect},
+    {u"double", AnswerDouble},
+    {u"rowclick", AnswerRowClick},
+    {u"menu", AnswerMenu},
+    {u"focus", AnswerFocus},
+    {u"hover", AnswerHover},
+    {u"key", AnswerKey},
+    {u"editor", AnswerEditor},
+    {u"mouse", AnswerMouse},
+    {u"resize", AnswerResize},
+    {u"wait", AnswerWait},
+    {u"close", AnswerClose},
+    {u"answer", AnswerAnswer},
+    {u"file", AnswerFile},
+    {u"pick", AnswerPick},
+    {u"printer", AnswerPrinter},
+    {u"meanwhile", AnswerMeanwhile},
+    {u"port", AnswerPort},
+    {u"peer", AnswerPeer},
+    {u"fail", AnswerFail},
+    {u"get", AnswerGet},
     {u"call", AnswerCall},
 };
 

@@ -6,13 +6,22 @@
 
 namespace headless {
 
+namespace {
+
+// What no editor can hold: NUL, and what toolkits take for line ends or the edges of a frame.
+bool IsForeign(char16_t c) {
+  return c == 0 || c == 0x2028 || c == 0x2029 || c == 0xFDD0 || c == 0xFDD1;
+}
+
+}  // namespace
+
 std::u16string WithCrLf(std::u16string_view text) {
   std::u16string out;
   out.reserve(text.size() + text.size() / 16);
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (c != u'\r' && c != u'\n') {
-      out.push_back(c);
+      out.push_back(IsForeign(c) ? char16_t{0xFFFD} : c);
       continue;
     }
     out.append(u"\r\n");

@@ -58,6 +58,9 @@ void QueueFile(std::u16string_view path);
 void QueueFileCancel();
 void QueuePick(int itemId);  // 0: cancel
 void ClearQueues();
+// Runs once while the next box, dialog or popup stands open: timers and messages do not wait
+// for the user to answer. Null: nothing happens meanwhile.
+void WhileOpen(void (*happens)());
 // What Copy and Cut leave and Paste takes.
 void SetClipboard(std::u16string_view text);
 std::u16string ClipboardText();

@@ -126,6 +126,8 @@ std::u16string& Clipboard();
 void SetPointerOver(int id);
 int CapturedView();
 
+// Lets happen what WhileOpen asked for; every modal call begins with it.
+void StandOpen();
 void ClearAnswers();
 void ClearPicks();
 

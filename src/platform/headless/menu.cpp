@@ -31,6 +31,7 @@ namespace platform {
 
 int ShowPopup(const MenuItem* items, int count, int, int) {
   if (headless::FaultFor("popup")) return -1;
+  headless::StandOpen();
   int wanted = 0;
   if (!headless::picks.empty()) {
     wanted = headless::picks.front();

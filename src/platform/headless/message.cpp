@@ -12,8 +12,10 @@ namespace {
 
 std::deque<platform::BoxAnswer> answers;
 std::vector<BoxRecord> records;
+void (*meanwhile)() = nullptr;
 
 void ResetBoxes() {
+  meanwhile = nullptr;
   answers.clear();
   records.clear();
 }
@@ -40,6 +42,12 @@ platform::BoxAnswer MostCautious(platform::BoxButtons buttons) {
 
 }  // namespace
 
+void WhileOpen(void (*happens)()) { meanwhile = happens; }
+
+void StandOpen() {
+  if (void (*happens)() = std::exchange(meanwhile, nullptr)) happens();
+}
+
 void QueueAnswer(platform::BoxAnswer answer) { answers.push_back(answer); }
 void ClearAnswers() { answers.clear(); }
 std::vector<BoxRecord> TakeBoxes() { return std::exchange(records, {}); }
@@ -50,6 +58,7 @@ namespace platform {
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
                   BoxIcon icon) {
+  headless::StandOpen();
   BoxAnswer answer = headless::MostCautious(buttons);
   if (!headless::answers.empty()) {
     // A button that this box does not have cannot be pressed: the answer is spent all the same.
