@@ -177,7 +177,11 @@ std::u16string LinkTarget(std::u16string_view path) {
     if (length <= 0) {
       // A link that cannot be read must not be taken for a file and replaced.
       if (length == 0 || (errno != EINVAL && errno != ENOENT && errno != ENOTDIR)) break;
-      return followed ? FromUtf8(native) : std::u16string(path);
+      if (!followed) return std::u16string(path);
+      // A name that is no UTF-8 would come back as another one, and that file be written.
+      std::u16string target = FromUtf8(native);
+      if (ToUtf8(target) != native) break;
+      return target;
     }
     found.resize(static_cast<std::size_t>(length));
     if (found[0] != '/' && native.find('/') != std::string::npos) found = FolderOf(native) + found;

@@ -123,6 +123,17 @@ TEST_F(Files, GivesNothingForLinksInACircle) {
   EXPECT_EQ(platform::LinkTarget(Path("a")), u"");
 }
 
+TEST_F(AtomicFile, WritesNothingThroughALinkToANameThatIsNoUtf8) {
+  // The name would come back as another one, and a file of that name be made beside the target.
+  const std::string latin = (folder / "caf").string() + "\xE9";
+  WriteRaw(latin, "old");
+  fs::create_symlink(latin, folder / "link.NC");
+  EXPECT_EQ(platform::LinkTarget(Path("link.NC")), u"");
+  EXPECT_FALSE(platform::WriteFileAtomic(Path("link.NC"), "new"));
+  EXPECT_EQ(ReadRaw(latin), "old");
+  EXPECT_EQ(NamesIn(folder).size(), 2u);
+}
+
 TEST_F(AtomicFile, WritesANewFileAndLeavesNothingBesideIt) {
   EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "G0 X1\r\n"));
   EXPECT_EQ(ReadRaw(folder / "p.NC"), "G0 X1\r\n");
