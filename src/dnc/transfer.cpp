@@ -105,7 +105,10 @@ void OnSendDone(unsigned long long, unsigned long long) {
 }  // namespace
 
 void SendEditorProgram() {
-  if (!AutoConnect()) return;
+  if (!AutoConnect() || !platform::Exists(kIdEditor)) return;
+  // Taken before the question, so that the program which is confirmed is the one that goes
+  // out, whatever comes up in the editor while the box stands.
+  std::string bytes = NormaliseOutputText(platform::EditorText(kIdEditor), true);
   if (!Confirmed(u"Confirm RS-232 Transmission",
                  u"Before transmitting:\n\n"
                  u"• Match the Haas RS-232 settings to this wizard.\n"
@@ -115,9 +118,7 @@ void SendEditorProgram() {
                  u"Send now?")) {
     return;
   }
-  if (!platform::Exists(kIdEditor)) return;
-  StartSend(NormaliseOutputText(platform::EditorText(kIdEditor), true),
-            u"Sending current editor program...");
+  StartSend(std::move(bytes), u"Sending current editor program...");
 }
 
 void SendFileFromDisk() {

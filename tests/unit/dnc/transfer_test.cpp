@@ -74,6 +74,13 @@ TEST_F(TransferTest, SendsTheEditorsProgramWrappedInPercentLines) {
   EXPECT_TRUE(transfer.sendBuffer.empty());
 }
 
+TEST_F(TransferTest, SendsTheProgramThatStoodThereWhenItWasAskedAbout) {
+  headless::WhileOpen([] { platform::SetEditorText(morva::kIdEditor, u"another"); });
+  Send(u"G0 X1");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0 X1\r\n%\r\n");
+}
+
 TEST_F(TransferTest, AddsNoPercentLineWhereOneStands) {
   Send(u"%\r\nO1\r\n%\r\n");
   Advance(10);
