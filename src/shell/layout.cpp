@@ -161,6 +161,11 @@ bool MainPointer(const platform::PointerEvent& event) {
       platform::CapturePointer(platform::kMainWindow);
       return true;
     case platform::PointerAction::Move:
+      if (dragging && !event.leftDown) {
+        // The release went to a box that came up meanwhile.
+        dragging = false;
+        platform::ReleasePointer();
+      }
       if (!dragging) {
         ShowGripShape(event.y >= app.topBarHeight && InGrip(event.x));
         return false;

@@ -41,6 +41,18 @@ TEST_F(MainWindow, DragsThePanelFrom190To430) {
   EXPECT_EQ(app.leftPanelWidth, 260);
 }
 
+TEST_F(MainWindow, LetsThePanelEdgeGoWhenTheReleaseWentElsewhere) {
+  Pointer(PointerAction::Press, 300);
+  Pointer(PointerAction::Move, 260);
+  platform::PointerEvent event;
+  event.action = PointerAction::Move;
+  event.x = 400;
+  event.y = 500;
+  headless::Pointer(platform::kMainWindow, event);
+  Pointer(PointerAction::Move, 350);
+  EXPECT_EQ(app.leftPanelWidth, 260);
+}
+
 TEST_F(MainWindow, TakesThePanelEdgeWithinItsGripOnly) {
   for (const int x : {295, 306}) {
     Pointer(PointerAction::Press, x);

@@ -7,6 +7,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "documents/program_tabs.h"
+#include "library/codetext.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "support/workbench.h"
@@ -128,6 +129,15 @@ TEST_F(Outlets, RepeatingAStatusInOtherCaseLeavesTheControlUntouched) {
 TEST_F(Outlets, CutsALongStatus) {
   ShowStatus(std::u16string(2000, u'x'));
   EXPECT_EQ(platform::TextOf(kIdStatusLine).size(), 1023u);
+}
+
+TEST_F(Outlets, CutsTheFileNameInTheTitleAt300) {
+  CopyBounded(app.activePath, kPathUnits, u"/" + std::u16string(400, u'n'));
+  app.editorDirty = true;
+  UpdateTitle();
+  EXPECT_EQ(platform::WindowTitle(),
+            u"MORVA v4.20.0  \u2014  " + std::u16string(300, u'n') + u"  \u2022");
+  app.activePath[0] = 0;
 }
 
 TEST_F(Outlets, ShowsFileNameAndDirtyMarkInTheTitle) {
