@@ -28,6 +28,7 @@ namespace morva {
 namespace {
 
 constexpr int kAutosaveMilliseconds = 700;
+constexpr int kMostHomes = 1000;  // folders tried for a new program
 constexpr char16_t kWriteFailed[] = u"Autosave failed. Changes remain unsaved; use Save As.";
 constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavailable.";
 
@@ -47,18 +48,24 @@ std::u16string CleanedTitle(std::u16string_view title) {
   return name;
 }
 
-// Makes the folder of a program that was never saved; its file there, or an empty text.
+// Makes the folder of a program that was never saved; its file there, or an empty text. The
+// ticks begin anew with the system and two programs may bear one title, so that a home which
+// holds a program already is passed over: nothing that was autosaved is ever replaced.
 std::u16string MakeProgramHome(const ProgramTab& tab) {
   const std::u16string name = CleanedTitle(tab.title);
   const char16_t separator = platform::PathSeparator();
-  const auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
-  std::u16string folder = app.dataDir;
-  folder += separator;
-  folder += u"Projects";
-  folder += separator;
-  folder += name + u"-" + IntegerText(tick);
-  if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) return std::u16string();
-  return folder + separator + name;
+  std::u16string projects = app.dataDir;
+  projects += separator;
+  projects += u"Projects";
+  projects += separator;
+  auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
+  for (int tries = 0; tries < kMostHomes; ++tries, ++tick) {
+    const std::u16string folder = projects + name + u"-" + IntegerText(tick);
+    if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) break;
+    const std::u16string file = folder + separator + name;
+    if (!platform::FileExists(file)) return file;
+  }
+  return std::u16string();
 }
 
 // Saves the active program where it belongs. False: the user was told why.
@@ -113,6 +120,7 @@ void RunAutosave() {
     ActiveTab()->dirty = false;
     SyncActiveTab();
     UpdateTitle();
+    WriteProgramInformation();
     ShowStatus(u"Project autosaved.");
   }
   running = false;
@@ -124,7 +132,9 @@ void ArmTextRefresh(int milliseconds) {
 
 void RunTextRefresh() {
   platform::StopTimer(platform::kMainWindow, kTimerText);
+  const std::uint64_t before = platform::EditorRevision(kIdEditor);
   AutoTagBlocks();
+  if (platform::EditorRevision(kIdEditor) != before) WriteProgramInformation();
   RefreshFeatureList();
   Call(hooks.colourEditor);
   // The list floats above the editor, and colouring may have brought the editor forward.

@@ -16,6 +16,7 @@ namespace {
 using morva::app;
 using morva::tabs;
 using support::NamesIn;
+using support::Wide;
 
 struct Autosave : public support::ProgramStage {
   support::fs::path Projects() const { return folder / "Documents" / "MORVA" / "Projects"; }
@@ -77,6 +78,29 @@ TEST_F(Autosave, CleansATitleAndTakesItOverAtTheSync) {
   morva::RunAutosave();
   EXPECT_EQ(std::u16string(tabs[1].title), u"a_b________c");
   EXPECT_EQ(Label(1), u"> a_b________c");
+}
+
+TEST_F(Autosave, NeverReplacesAProgramThatWasAutosavedEarlier) {
+  // Two programs of one title, saved within the same millisecond.
+  for (const char16_t* text : {u"first", u"second"}) {
+    morva::SwitchTab(morva::OpenTab(u"", u"x", u"twin.NC"));
+    TypeProgram(text);
+    morva::RunAutosave();
+  }
+  EXPECT_EQ(NamesIn(Projects()), (std::vector<std::string>{"twin.NC-0", "twin.NC-1"}));
+  EXPECT_NE(support::ReadRaw(Projects() / "twin.NC-0" / "twin.NC").find("first"),
+            std::string::npos);
+  EXPECT_NE(support::ReadRaw(Projects() / "twin.NC-1" / "twin.NC").find("second"),
+            std::string::npos);
+}
+
+TEST_F(Autosave, UsesAnEmptyFolderThatStandsThere) {
+  support::fs::create_directory(Projects() / "twin.NC-0");
+  morva::SwitchTab(morva::OpenTab(u"", u"x", u"twin.NC"));
+  TypeProgram(u"mine");
+  morva::RunAutosave();
+  EXPECT_EQ(NamesIn(Projects()), std::vector<std::string>{"twin.NC-0"});
+  EXPECT_EQ(std::u16string(tabs[1].path), Wide((Projects() / "twin.NC-0" / "twin.NC").string()));
 }
 
 TEST_F(Autosave, OverwritesTheUsersOwnFile) {
