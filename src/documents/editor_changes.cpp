@@ -50,4 +50,9 @@ void EditorChanged(int id) {
   WriteProgramInformation();
 }
 
+void RunCompletionRefresh() {
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  Call(hooks.refreshCompletion);
+}
+
 }  // namespace morva

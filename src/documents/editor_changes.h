@@ -8,5 +8,7 @@ extern bool completionApplying;
 
 // A change notification of the code editor (300) or of the command words view (920).
 void EditorChanged(int id);
+// Timer 4 and the message of every edit: the completion list follows the text.
+void RunCompletionRefresh();
 
 }  // namespace morva

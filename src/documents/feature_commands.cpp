@@ -7,6 +7,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/menu.h"
@@ -85,8 +86,10 @@ void ShowFeatureMenu(int x, int y) {
       {},
       {kIdFeatureLockItem, locked ? u"Unlock settings" : u"Lock settings"},
   };
+  const std::uint64_t serial = ActiveSerial();
   const int chosen = platform::ShowPopup(items, 10, x, y);
-  if (chosen > 0) RouteCommand(chosen, platform::kNotifyClick);
+  // The list behind the menu may be another program's by now.
+  if (chosen > 0 && ActiveSerial() == serial) RouteCommand(chosen, platform::kNotifyClick);
 }
 
 void RegisterFeatureCommands() {

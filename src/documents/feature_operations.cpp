@@ -11,6 +11,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -281,12 +282,15 @@ bool RenameFeature(std::u16string_view name) {
 void DeleteFeature() {
   const std::int32_t id = SelectedFeatureId();
   if (id == 0 || IsLocked(id)) return;
+  const std::uint64_t serial = ActiveSerial();
   if (platform::ShowBox(u"Delete feature",
                         u"Delete the selected feature and its machining code? Undo can restore it.",
                         platform::BoxButtons::YesNo,
                         platform::BoxIcon::Warning) != platform::BoxAnswer::Yes) {
     return;
   }
+  // Another program that came up meanwhile has a block of the same number.
+  if (ActiveSerial() != serial) return;
   const WordsAside aside;
   const std::u16string text = SettledText();
   const int row = FindFeature(id);

@@ -130,9 +130,9 @@ std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
 }
 
 std::u16string DecodeProgram(std::string_view bytes) {
-  bytes = bytes.substr(0, bytes.find('\0'));
   std::u16string text = platform::FromUtf8(bytes);
   if (text.empty()) text = DecodeCodePage(bytes);
+  std::erase(text, u'\0');
   return text;
 }
 

@@ -17,8 +17,8 @@ bool SaveFileAtomic(std::u16string_view path, std::string_view bytes);
 // line end. With `wrap` a "%" line at the start and at the end where the text has none (for the
 // line to the control); without, an empty text gives no bytes.
 std::string NormaliseOutputText(std::u16string_view text, bool wrap);
-// A program file as text: UTF-8, and where that gives nothing the one-byte code page. The first
-// NUL ends it.
+// A program file as text: UTF-8, and where that gives nothing the one-byte code page. NULs are
+// left out.
 std::u16string DecodeProgram(std::string_view bytes);
 // Windows-1252, undefined bytes as U+FFFD: received bytes and disk files to send.
 std::u16string DecodeCodePage(std::string_view bytes);

@@ -167,6 +167,18 @@ int IndexOfSerial(std::uint64_t serial) {
   return -1;
 }
 
+std::uint64_t ActiveSerial() {
+  const ProgramTab* tab = ActiveTab();
+  return tab ? tab->serial : 0;
+}
+
+bool ReturnToTab(std::uint64_t serial) {
+  const int index = IndexOfSerial(serial);
+  if (index < 0) return false;
+  if (index != app.activeTab) SwitchTab(index);
+  return true;
+}
+
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id) {
   for (const std::int32_t held : list) {
     if (id != 0 && held == id) return true;

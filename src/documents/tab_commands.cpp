@@ -10,6 +10,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "documents/autosave.h"
+#include "documents/editor_changes.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
@@ -34,19 +35,6 @@ constexpr platform::FileFilter kSaveFilters[] = {
     {u"All files (*.*)", u"*.*"},
 };
 
-std::uint64_t ActiveSerial() {
-  const ProgramTab* tab = ActiveTab();
-  return tab ? tab->serial : 0;
-}
-
-// Puts the program that a dialog was about back on the stage. False: it is gone.
-bool ReturnToTab(std::uint64_t serial) {
-  const int index = IndexOfSerial(serial);
-  if (index < 0) return false;
-  if (index != app.activeTab) SwitchTab(index);
-  return true;
-}
-
 void TellSaveFailed() {
   platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
                     platform::BoxIcon::Error);
@@ -56,6 +44,7 @@ void TellSaved() {
   app.editorDirty = false;
   if (ProgramTab* tab = ActiveTab()) tab->dirty = false;
   UpdateTitle();
+  WriteProgramInformation();
   AppendOutput(u"Saved program.");
 }
 
@@ -78,15 +67,14 @@ bool HoldsMoreBehindNul(const std::string& bytes) {
          bytes.find_first_not_of(std::string_view("\0\t\n\r \x1A", 6), nul) != bytes.npos;
 }
 
-// A text ends at its first NUL. Where that leaves a part of the file out, the rest is opened
-// as a program of its own without a path, so that no save can cut the file.
-int OpenCutProgram(std::u16string_view path, std::u16string_view text) {
-  if (text.empty()) return -1;
-  const int index = OpenTab(u"", text, BareFileName(path));
+// NULs are left out of every text. A file that holds them between its lines may be no text at
+// all, so that it is opened as a program without a path and no save can replace it.
+int OpenWithoutNuls(std::u16string_view path, std::u16string text) {
+  const int index = OpenOwnedTab(u"", std::move(text), BareFileName(path));
   if (index >= 0) {
     AppendOutput(
-        u"The file holds a NUL character. What stands before it was opened as a new program; "
-        u"the file stays as it is.");
+        u"The file holds NUL characters. It was opened without them as a new program; the file "
+        u"stays as it is.");
   }
   return index;
 }
@@ -94,17 +82,37 @@ int OpenCutProgram(std::u16string_view path, std::u16string_view text) {
 int OpenFromFile(const std::u16string& path) {
   std::string bytes;
   if (!ReadWholeFile(path, bytes)) return -1;
-  std::u16string text = DecodeProgram(bytes);
-  if (HoldsMoreBehindNul(bytes)) return OpenCutProgram(path, text);
-  return OpenOwnedTab(path, std::move(text), u"Program.NC");
+  if (HoldsMoreBehindNul(bytes)) return OpenWithoutNuls(path, DecodeProgram(bytes));
+  bytes.resize(std::min(bytes.find('\0'), bytes.size()));
+  return OpenOwnedTab(path, DecodeProgram(bytes), u"Program.NC");
 }
 
-bool SaveChangesFirst() {
+// Two tabs on one file are allowed, but each save and autosave takes the other's place.
+void TellOpenTwice() {
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (i == app.activeTab || std::u16string_view(tabs[i].path) != app.activePath) continue;
+    AppendOutput(u"This file is open in another tab as well; each save replaces the other's text.");
+    return;
+  }
+}
+
+// Asks about the active program and saves it where that is wanted. False: it stays open.
+bool SettleChanges() {
+  const std::uint64_t serial = ActiveSerial();
   const platform::BoxAnswer answer =
       platform::ShowBox(u"Close Program", u"Save changes before closing this program?",
                         platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
-  return answer == platform::BoxAnswer::No ||
-         (answer == platform::BoxAnswer::Yes && SaveProgramCommand());
+  if (answer == platform::BoxAnswer::Cancel || !ReturnToTab(serial)) return false;
+  return answer == platform::BoxAnswer::No || (SaveProgramCommand() && ReturnToTab(serial));
+}
+
+// The popup of a menu over the active program; what is picked is done to that program, also
+// when another one came up meanwhile. -1 when no menu could be made.
+int PickForActiveTab(const platform::MenuItem* items, int count, int x, int y) {
+  const std::uint64_t serial = ActiveSerial();
+  const int picked = platform::ShowPopup(items, count, x, y);
+  if (picked > 0 && ReturnToTab(serial)) RouteCommand(picked, 0);
+  return picked;
 }
 
 }  // namespace
@@ -135,6 +143,7 @@ void OpenProgram() {
   }
   SwitchTab(index);
   AppendOutput(u"Opened program in a new workspace tab.");
+  if (app.activePath[0]) TellOpenTwice();
 }
 
 bool SaveProgramCommand() {
@@ -162,16 +171,14 @@ bool SaveProgramAs() {
     CopyBounded(tab->title, kTitleUnits, name.empty() ? u"Program.NC" : name);
   }
   TellSaved();
+  TellOpenTwice();
   return true;
 }
 
 void CloseProgram() {
   if (!ActiveTab()) return;
   Call(hooks.leaveCompare);
-  if (app.editorDirty) {
-    const std::uint64_t serial = ActiveSerial();
-    if (!SaveChangesFirst() || !ReturnToTab(serial)) return;
-  }
+  if (app.editorDirty && !SettleChanges()) return;
   const int closed = app.activeTab;
   RemoveTab(closed);
   if (app.tabCount == 0) OpenTab(u"", u"", u"Untitled-1.NC");
@@ -204,10 +211,8 @@ void ShowSaveMenu() {
       {kIdSaveAll, u"Save All"},
   };
   const platform::Rect place = platform::PlaceInMainWindow(kIdSaveMenu);
-  const int picked =
-      platform::ShowPopup(items, static_cast<int>(std::size(items)), place.left, place.bottom);
-  if (picked < 0) SaveProgramCommand();
-  if (picked > 0) RouteCommand(picked, 0);
+  const int count = static_cast<int>(std::size(items));
+  if (PickForActiveTab(items, count, place.left, place.bottom) < 0) SaveProgramCommand();
 }
 
 void ShowTabMenu(int index, int x, int y) {
@@ -222,8 +227,7 @@ void ShowTabMenu(int index, int x, int y) {
       {0},
       {kIdClosePopup, u"Close program"},
   };
-  const int picked = platform::ShowPopup(items, static_cast<int>(std::size(items)), x, y);
-  if (picked > 0) RouteCommand(picked, 0);
+  PickForActiveTab(items, static_cast<int>(std::size(items)), x, y);
 }
 
 namespace {
@@ -280,6 +284,9 @@ void RegisterDocumentCommands() {
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);
   RegisterTimer(kTimerText, RunTextRefresh);
   RegisterTimer(kTimerAutosave, RunAutosave);
+  RegisterTimer(kTimerCompletion, RunCompletionRefresh);
+  RegisterMessage(kMessageCompletion,
+                  [](unsigned long long, unsigned long long) { Call(hooks.refreshCompletion); });
 }
 
 }  // namespace morva

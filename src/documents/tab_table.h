@@ -14,6 +14,9 @@ void RemoveTab(int index);
 // Where the record with this serial stands now, -1 when it is gone. A dialog may let other
 // commands run, so that an index from before it says nothing.
 int IndexOfSerial(std::uint64_t serial);
+std::uint64_t ActiveSerial();  // 0 when no tab is active
+// Puts the program that a dialog was about back on the stage. False: it is gone.
+bool ReturnToTab(std::uint64_t serial);
 // The title's hook: the active record's dirty mark and its button follow editorDirty.
 void TabTitleChanged();
 

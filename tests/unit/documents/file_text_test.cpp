@@ -112,9 +112,12 @@ TEST(ProgramText, PutsReplacementCharactersForLatin1) {
   EXPECT_EQ(DecodeProgram("(caf\xE9)"), u"(caf\uFFFD)");
 }
 
-TEST(ProgramText, EndsAtTheFirstNul) {
-  EXPECT_EQ(DecodeProgram("G0\0G1"s), u"G0");
-  EXPECT_EQ(DecodeProgram("\0G1"s), u"");
+TEST(ProgramText, LeavesNulsOutWhereverTheyStand) {
+  EXPECT_EQ(DecodeProgram("G0\0G1"s), u"G0G1");
+  EXPECT_EQ(DecodeProgram("\0\0G1\0"s), u"G1");
+  // A NUL does not join what it parts: neither half is UTF-8.
+  EXPECT_EQ(DecodeProgram("\xC3\0\xA9"s), u"\uFFFD\uFFFD");
+  EXPECT_EQ(DecodeProgram("\0"s), u"");
   EXPECT_EQ(DecodeProgram(""), u"");
 }
 

@@ -190,21 +190,23 @@ TEST_F(Tabs, OpensATextThatIsNoUtf8WithReplacements) {
   EXPECT_EQ(Text(), u"(caf\uFFFD)\r\n");
 }
 
-TEST_F(Tabs, NeverCutsAFileThatGoesOnBehindANul) {
+TEST_F(Tabs, NeverWritesOverAFileThatHoldsNulsBetweenItsLines) {
   const std::string bytes("G0 X1\r\n\0G1 Y2\r\n", 16);
   Put("nul.NC", bytes);
   OpenFile("nul.NC");
-  EXPECT_EQ(Text(), u"G0 X1\r\n");
+  EXPECT_EQ(Text(), u"G0 X1\r\nG1 Y2\r\n");
   EXPECT_EQ(std::u16string(app.activePath), u"");
   EXPECT_EQ(std::u16string(tabs[1].title), u"nul.NC");
-  EXPECT_NE(Output().find(u"NUL"), std::u16string::npos);
+  EXPECT_NE(Output().find(u"The file holds NUL characters. It was opened without them as a new "
+                          u"program; the file stays as it is.\r\nOpened program"),
+            std::u16string::npos);
   TypeProgram(u"G2");
   headless::Advance(2000);
   EXPECT_EQ(Raw("nul.NC"), bytes);
-  // With nothing before the NUL there is nothing to open.
+  // A leader of a punched program hides nothing.
   Put("leader.NC", std::string("\0\0G0", 4));
   OpenFile("leader.NC");
-  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text(), u"G0");
   EXPECT_EQ(Raw("leader.NC"), std::string("\0\0G0", 4));
 }
 
@@ -393,6 +395,77 @@ TEST_F(OfflineTabs, ClosesTheProgramItAskedAboutAfterAnotherOneCameUp) {
   EXPECT_EQ(app.tabCount, 1);
   EXPECT_EQ(std::u16string(tabs[0].title), u"second");
   EXPECT_NE(Raw("first.NC").find("first"), std::string::npos);
+}
+
+// Another program comes up while a question or a menu stands, as a receive does at its end.
+void AnotherComesUp() { morva::SwitchTab(morva::OpenTab(u"", u"received", u"received")); }
+
+TEST_F(OfflineTabs, SavesTheProgramItAskedAboutNotTheOneThatCameUpMeanwhile) {
+  Put("a.NC", "A\r\n");
+  OpenFile("a.NC");
+  TypeProgram(u"mine");
+  headless::WhileOpen(AnotherComesUp);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::CloseProgram();
+  EXPECT_NE(Raw("a.NC").find("mine"), std::string::npos);
+  EXPECT_EQ(Titles(), (std::vector<std::u16string>{u"Untitled-1.NC", u"received"}));
+}
+
+TEST_F(OfflineTabs, LeavesTheProgramThatCameUpWhenTheQuestionIsCancelled) {
+  TypeProgram(u"mine");
+  headless::WhileOpen(AnotherComesUp);
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  morva::CloseProgram();
+  EXPECT_EQ(Titles(), (std::vector<std::u16string>{u"Untitled-1.NC", u"received"}));
+  EXPECT_EQ(app.activeTab, 1);
+  EXPECT_TRUE(tabs[0].dirty);
+}
+
+TEST_F(OfflineTabs, ClosesTheTabWhoseMenuWasOpenNotTheOneThatCameUp) {
+  Put("a.NC", "A\r\n");
+  OpenFile("a.NC");
+  headless::WhileOpen(AnotherComesUp);
+  headless::QueuePick(3001);
+  morva::ShowTabMenu(1, 10, 10);
+  EXPECT_EQ(Titles(), (std::vector<std::u16string>{u"Untitled-1.NC", u"received"}));
+}
+
+TEST_F(OfflineTabs, SavesFromTheMenuTheProgramThatItWasOpenedOn) {
+  Put("a.NC", "A\r\n");
+  OpenFile("a.NC");
+  TypeProgram(u"mine");
+  headless::WhileOpen(AnotherComesUp);
+  headless::QueuePick(3000);
+  headless::Click(103);
+  EXPECT_NE(Raw("a.NC").find("mine"), std::string::npos);
+  EXPECT_EQ(std::u16string(tabs[2].path), u"");
+}
+
+TEST_F(OfflineTabs, SavesUnderTheChosenNameTheProgramThatTheDialogWasAbout) {
+  TypeProgram(u"mine");
+  headless::WhileOpen(AnotherComesUp);
+  headless::QueueFile(PathOf("mine.NC"));
+  EXPECT_TRUE(morva::SaveProgramAs());
+  EXPECT_NE(Raw("mine.NC").find("mine"), std::string::npos);
+  EXPECT_EQ(Titles(), (std::vector<std::u16string>{u"mine.NC", u"received"}));
+}
+
+TEST_F(Tabs, TellsThatAFileIsOpenInAnotherTab) {
+  Put("a.NC", "A\r\n");
+  Put("b.NC", "B\r\n");
+  OpenFile("a.NC");
+  OpenFile("b.NC");
+  constexpr char16_t kTwice[] =
+      u"This file is open in another tab as well; each save replaces the other's text.";
+  EXPECT_EQ(Output().find(kTwice), std::u16string::npos);
+  OpenFile("a.NC");
+  EXPECT_EQ(app.tabCount, 4);
+  EXPECT_NE(Output().find(kTwice), std::u16string::npos);
+  platform::SetText(3202, u"");
+  morva::SwitchTab(2);
+  headless::QueueFile(PathOf("a.NC"));
+  EXPECT_TRUE(morva::SaveProgramAs());
+  EXPECT_NE(Output().find(kTwice), std::u16string::npos);
 }
 
 TEST_F(OfflineTabs, SavesAProgramWithoutAPathAsSaveAsDoes) {
@@ -593,6 +666,36 @@ TEST_F(Tabs, FollowsAnEditInOrder) {
   EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, 2900));
   EXPECT_EQ(trail, "words ");
   EXPECT_NE(TextOf(3208).find(u"State: Modified"), std::u16string::npos);
+}
+
+TEST_F(Tabs, RefreshesTheCompletionListAtOnceAndOnceMoreSixtyMillisecondsLater) {
+  static int refreshed;
+  refreshed = 0;
+  morva::hooks.refreshCompletion = [] { ++refreshed; };
+  TypeProgram(u"G");
+  headless::DrainPosts();
+  EXPECT_EQ(refreshed, 1);
+  headless::Advance(59);
+  EXPECT_EQ(refreshed, 1);
+  headless::Advance(1);
+  EXPECT_EQ(refreshed, 2);
+  EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, 4));
+  headless::Advance(1000);
+  EXPECT_EQ(refreshed, 2);
+}
+
+TEST_F(Tabs, TellsStateAndLinesInThePanelAfterTaggingSavingAndAutosave) {
+  Put("a.NC", "A\r\n");
+  OpenFile("a.NC");
+  headless::Advance(60);
+  // Three marker lines and what stood there.
+  EXPECT_NE(TextOf(3208).find(u"Lines: 5\r\nState: Modified"), std::u16string::npos);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_NE(TextOf(3208).find(u"State: Saved / clean"), std::u16string::npos);
+  TypeProgram(u"B");
+  EXPECT_NE(TextOf(3208).find(u"State: Modified"), std::u16string::npos);
+  morva::RunAutosave();
+  EXPECT_NE(TextOf(3208).find(u"State: Saved / clean"), std::u16string::npos);
 }
 
 TEST_F(Tabs, IgnoresAChangeThatTheProgramMakesItself) {

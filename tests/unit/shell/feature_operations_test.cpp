@@ -95,6 +95,32 @@ TEST_F(FeatureOps, DeletesAfterAQuestionAndUndoBringsTheBlockBack) {
   EXPECT_EQ(Text(), kTwo);
 }
 
+TEST_F(FeatureOps, DeletesNothingFromAProgramThatCameUpBehindTheQuestion) {
+  Load(kTwo);
+  Select(0);
+  headless::WhileOpen([] { SwitchTab(OpenTab(u"", kTwo, u"received")); });
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(app.activeTab, 1);
+  EXPECT_EQ(Text(), kTwo);
+  SwitchTab(0);
+  EXPECT_EQ(Text(), kTwo);
+}
+
+TEST_F(FeatureOps, HidesNothingInAProgramThatCameUpBehindTheMenu) {
+  Load(kTwo);
+  Select(0);
+  headless::WhileOpen([] {
+    SwitchTab(OpenTab(u"", kTwo, u"received"));
+    headless::Advance(100);
+  });
+  headless::QueuePick(kIdFeatureHideItem);
+  ShowFeatureMenu(10, 10);
+  EXPECT_EQ(app.activeTab, 1);
+  EXPECT_EQ(tabs[1].hiddenIds[0], 0);
+  EXPECT_EQ(tabs[0].hiddenIds[0], 0);
+}
+
 TEST_F(FeatureOps, DoesNotDeleteALockedBlock) {
   Load(kTwo);
   Select(0);
