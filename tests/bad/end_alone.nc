@@ -1,0 +1,3 @@
+text 6
+G0
+(MORVA END 5)

@@ -1,0 +1,6 @@
+text 8
+(MORVA BEGIN 7)
+(MORVA CODE)
+G0 X1
+
+(MORVA END 7)

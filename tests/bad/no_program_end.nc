@@ -1,0 +1,8 @@
+ERROR: M30 program end not found.
+%
+O1000
+G90 G40 G49 G80
+G83 X1. Z-1. R.1 Q0.1 F5.
+G84 Z-1. F20.
+M300 ;M30
+%

@@ -1,0 +1,5 @@
+text 4
+(MORVA TEXT 3)
+(MORVA NAME Rough)
+G0 X1
+M30
