@@ -41,10 +41,27 @@ constexpr std::u16string_view kSequence = u"Sequence ";
 constexpr std::u16string_view kProgram = u"Program ";
 constexpr std::u16string_view kMacroVariable = u"Macro Variable ";
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool IsLetter(char16_t c) { return FoldUpper(c) >= u'A' && FoldUpper(c) <= u'Z'; }
+// Both passes ask these at every character, so they are one look into a table.
+struct CharTable {
+  char16_t upper[128] = {};
+  bool letter[128] = {};
+  bool touches[128] = {};
+  constexpr CharTable() {
+    for (char16_t c = 0; c < 128; ++c) {
+      const bool lower = c >= u'a' && c <= u'z';
+      upper[c] = lower ? static_cast<char16_t>(c - u'a' + u'A') : c;
+      letter[c] = lower || (c >= u'A' && c <= u'Z');
+      touches[c] = letter[c] || (c >= u'0' && c <= u'9') || c == u'#';
+    }
+  }
+};
+constexpr CharTable kChars;
+
+inline bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+inline bool IsLetter(char16_t c) { return c < 128 && kChars.letter[c]; }
 // What may not stand beside a word.
-bool Touches(char16_t c) { return IsLetter(c) || IsDigit(c) || c == u'#'; }
+inline bool Touches(char16_t c) { return c < 128 && kChars.touches[c]; }
+inline char16_t Upper(char16_t c) { return c < 128 ? kChars.upper[c] : c; }
 
 std::size_t DigitsEnd(std::u16string_view text, std::size_t at) {
   while (at < text.size() && IsDigit(text[at])) ++at;
@@ -152,7 +169,8 @@ CodePiece MacroAt(std::u16string_view code, std::size_t at) {
 }
 
 CodePiece PieceAt(std::u16string_view code, std::size_t at) {
-  const char16_t letter = FoldUpper(code[at]);
+  if (!Touches(code[at])) return {};
+  const char16_t letter = Upper(code[at]);
   const char16_t next = at + 1 < code.size() ? code[at + 1] : u'\0';
   if (IsDigit(next)) {
     if (letter == u'G' || letter == u'M') return CommandAt(code, at);
@@ -205,7 +223,7 @@ struct WordIndex {
   }
   void Set(int place, std::u16string_view word, std::u16string_view code, bool macro) {
     CopyBounded(text[place], CommandWords::kUnits, word);
-    for (char16_t& c : text[place]) c = FoldUpper(c);
+    for (char16_t& c : text[place]) c = Upper(c);
     entries[place] = {text[place], code, macro};
   }
 };
@@ -224,14 +242,14 @@ struct WordPiece {
 
 // The longest command word, else the longest macro word.
 WordPiece WordAt(const WordIndex& index, std::u16string_view words, std::size_t at) {
-  const char16_t first = FoldUpper(words[at]);
+  const char16_t first = Upper(words[at]);
   if (first >= 128) return {};
   int from = index.byFirst[first].from;
   int to = index.byFirst[first].to;
   WordPiece command;
   WordPiece macro;
   for (std::size_t length = 1; from < to; ++length) {
-    const char16_t next = at + length < words.size() ? FoldUpper(words[at + length]) : u'\0';
+    const char16_t next = at + length < words.size() ? Upper(words[at + length]) : u'\0';
     // A word that ends here is the first of those left.
     const WordEntry& shortest = index.entries[from];
     if (shortest.folded.size() == length) {
@@ -266,12 +284,12 @@ WordPiece WordPieceAt(const WordIndex& index, std::u16string_view words, std::si
   WordPiece piece;
   if (at == 0 || !Touches(words[at - 1])) {
     piece = WordAt(index, words, at);
-    const char16_t first = FoldUpper(words[at]);
+    const char16_t first = Upper(words[at]);
     if (piece.length == 0 && first == u'S') piece = NumberedWordAt(words, at, kSequence, u"N");
     if (piece.length == 0 && first == u'P') piece = NumberedWordAt(words, at, kProgram, u"O");
   }
   // A macro variable may touch what stands before it, as "#100" may.
-  if (piece.length == 0 && FoldUpper(words[at]) == u'M')
+  if (piece.length == 0 && Upper(words[at]) == u'M')
     piece = NumberedWordAt(words, at, kMacroVariable, u"#");
   return piece;
 }

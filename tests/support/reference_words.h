@@ -129,7 +129,10 @@ inline Text CodeToWords(View code) {
 
 // Whether `word` stands at `i` with free ends; `right` says whether the end behind counts.
 inline bool Stands(View text, std::size_t i, View word, bool left, bool right) {
-  if (Uppered(text.substr(i, word.size())) != Uppered(word)) return false;
+  if (i + word.size() > text.size()) return false;
+  for (std::size_t k = 0; k < word.size(); ++k) {
+    if (Upper(text[i + k]) != Upper(word[k])) return false;
+  }
   if (left && i > 0 && Glue(text[i - 1])) return false;
   return !right || i + word.size() >= text.size() || !Glue(text[i + word.size()]);
 }
