@@ -78,7 +78,8 @@ TEST(DriverText, ReadsKeysByTheirNames) {
   EXPECT_TRUE(key.ctrl && key.shift && !key.alt);
   ASSERT_TRUE(drive::ReadKey(u"F12", key));
   EXPECT_EQ(key.key, platform::kKeyF1 + 11);
-  for (std::u16string_view name : {u"", u"F13", u"F0", u"Ctrl+", u"Strg+S", u"F1x", u"+", u"Entr"}) {
+  for (std::u16string_view name :
+       {u"", u"F13", u"F0", u"Ctrl+", u"Strg+S", u"F1x", u"+", u"Entr"}) {
     EXPECT_FALSE(drive::ReadKey(name, key));
   }
 }
@@ -99,6 +100,10 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
             "{\"ok\":true,\"value\":true}");
   EXPECT_EQ(drive::AnswerLine("call NormaliseOutputText \"M30\" true"),
             "{\"ok\":true,\"value\":\"%\\r\\nM30\\r\\n%\\r\\n\"}");
+  EXPECT_EQ(drive::AnswerLine("call CodeToWords \"G4P1.\""),
+            "{\"ok\":true,\"value\":\"Dwell P1.\"}");
+  EXPECT_EQ(drive::AnswerLine("call WordsToCode \"Dwell P1.\""),
+            "{\"ok\":true,\"value\":\"G04 P1.\"}");
   for (const char* line : {"click",
                            "click 999999999999999999",
                            "click 99999",
@@ -119,6 +124,8 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
                            "select 1212 7",
                            "editor",
                            "call",
+                           "call CodeToWords",
+                           "call WordsToCode 5",
                            "command 99",
                            "file x"}) {
     const std::string answer = drive::AnswerLine(line);
