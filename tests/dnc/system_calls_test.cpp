@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -71,6 +72,8 @@ int __real_tcsetattr(int fd, int when, const termios* record);
 int __real_tcflush(int fd, int queue);
 int __real_flock(int fd, int operation);
 int __real_clock_gettime(clockid_t clock, timespec* now);
+int __real_pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
+                          void* argument);
 
 int __wrap_open(const char* path, int flags, ...) {
   va_list more;
@@ -154,6 +157,12 @@ int __wrap_tcflush(int fd, int queue) {
 }
 
 int __wrap_flock(int fd, int operation) { return Fails("lock") ? -1 : __real_flock(fd, operation); }
+
+int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
+                          void* argument) {
+  if (Fails("thread")) return errno;
+  return __real_pthread_create(thread, attributes, work, argument);
+}
 
 int __wrap_clock_gettime(clockid_t clock, timespec* now) {
   const system_calls::Plan& plan = Mine();

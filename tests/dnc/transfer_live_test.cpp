@@ -369,6 +369,43 @@ TEST_F(LiveTransfer, EndsWithTheProgramAndLeavesThePortFree) {
   EXPECT_FALSE(peer.IsTaken());
 }
 
+// The window closes while the control holds a send, with bytes of it on the line.
+TEST_F(LiveTransfer, EndsWithTheProgramInAHeldSend) {
+  Peer peer;
+  UseSlowPort(peer.Path());
+  StartSend(BigProgram(20000));
+  ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 0; }, 5000));
+  peer.Send("\x13");
+  ASSERT_TRUE(peer.WaitQuiet(50, 5000));
+  ASSERT_TRUE(platform::WorkerRuns());
+  const Clock::time_point start = Clock::now();
+  morva::ResetTransfer();
+  EXPECT_LE(Milliseconds(start), kLateAbortMs);
+  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(peer.IsTaken());
+  EXPECT_EQ(flock(peer.slave, LOCK_EX | LOCK_NB), 0);
+}
+
+TEST_F(LiveTransfer, SaysThatNoThreadOfASendCouldStart) {
+  Peer peer;
+  UsePort(peer.Path());
+  {
+    const system_calls::Watch watch;
+    watch.plan.failOnly = "thread";
+    watch.plan.failFrom = 1;
+    watch.plan.failCalls = 1;
+    watch.plan.error = EAGAIN;
+    StartSend("%\r\n%\r\n");
+  }
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Log().back(), u"Could not start transfer thread.");
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  // The next one finds everything as it should be.
+  StartSend("%\r\n%\r\n");
+  ASSERT_TRUE(PumpToTheEnd(10000));
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+}
+
 // 300 aborts, 50 in each state, each on the line that the one before it left.
 
 struct Abort : public LiveTransfer {

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 
 #include "app/app_state.h"
@@ -28,8 +27,8 @@ namespace fs = std::filesystem;
 using namespace morva;
 using fuzz::Check;
 
-// A machine of this process, in memory where the system has such a folder; taken away at its
-// end.
+// A machine of one input, in memory where the system has such a folder. Taken away with it,
+// because the process of the inputs ends without clearing up.
 struct Home {
   fs::path path;
   std::string file;
@@ -138,23 +137,23 @@ bool SameProfile(const SerialProfile& a, const SerialProfile& b) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const auto home = std::make_unique<Home>();
+  const Home home;
   ResetSerialProfile();
-  Write(home->file, data, size);
-  const std::string before = Bytes(home->file);
+  Write(home.file, data, size);
+  const std::string before = Bytes(home.file);
   const bool named = LoadSerialProfile();
   Check(named == (serialProfile.port[0] != 0), "loading tells whether a port is named");
   CheckLoaded(platform::FromUtf8(before));
   CheckSettings();
-  Check(Bytes(home->file) == before, "loading writes nothing");
+  Check(Bytes(home.file) == before, "loading writes nothing");
   if (!named) return 0;
   const SerialProfile loaded = serialProfile;
   SaveSerialProfile();
   ResetSerialProfile();
   LoadSerialProfile();
   Check(SameProfile(serialProfile, loaded), "what is saved is read back");
-  const std::string saved = Bytes(home->file);
+  const std::string saved = Bytes(home.file);
   SaveSerialProfile();
-  Check(Bytes(home->file) == saved, "saving again changes nothing");
+  Check(Bytes(home.file) == saved, "saving again changes nothing");
   return 0;
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/autosave.h"
@@ -369,6 +371,17 @@ TEST_F(TransferTest, SaysThatAPortNameWasCutWhenAFileCannotBeSentToIt) {
             (Lines{u"Sending selected file...", kError,
                    u"Port in MORVA.ini is longer than 31 characters and was cut to "
                    u"/dev/serial/by-id/usb-012345678. Use its COM name or a shorter path."}));
+}
+
+TEST_F(TransferTest, SendsNoFileOfMoreThan32Mebibytes) {
+  Put("part.nc", "");
+  std::filesystem::resize_file(folder / "part.nc", 33554433);
+  headless::QueueFile(PathOf("part.nc"));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::SendFileFromDisk();
+  EXPECT_EQ(Log(), Lines{u"Could not read selected file."});
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_FALSE(transfer.active);
 }
 
 TEST_F(TransferTest, SendsNoFileWithoutAPort) {

@@ -2,9 +2,12 @@
 
 #include "platform/posix/serial_names.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <sys/stat.h>
 #include <termios.h>
+#include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
@@ -134,6 +137,25 @@ TEST_F(SerialNames, LetsANamerThatKnowsMoreWin) {
 TEST_F(SerialNames, CutsLongWordsOfAnAdapter) {
   AddAdapter("ttyUSB0", "1-1:1.0/ttyUSB0", std::string(200, 'w'));
   EXPECT_EQ(Ports()[0], "COM33 ttyUSB0 " + std::string(95, 'w'));
+}
+
+// A system that does not list its ports is asked port by port.
+TEST_F(SerialNames, AsksThePortItselfWhereTheSystemListsNone) {
+  fs::remove_all(home / "sys");
+  const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  ASSERT_GE(master, 0);
+  ASSERT_EQ(grantpt(master), 0);
+  ASSERT_EQ(unlockpt(master), 0);
+  char name[128] = {};
+  ASSERT_EQ(ptsname_r(master, name, sizeof(name)), 0);
+  fs::create_symlink(name, home / "dev/ttyUSB3");
+  AddNode("ttyUSB4");  // a file is no line
+  fs::create_symlink(home / "dev/gone", home / "dev/ttyACM0");
+  EXPECT_EQ(Ports(), std::vector<std::string>{"COM36 ttyUSB3 "});
+  // Looked for afresh each time.
+  fs::rename(home / "dev/ttyUSB3", home / "dev/ttyACM5");
+  EXPECT_EQ(Ports(), std::vector<std::string>{"COM54 ttyACM5 "});
+  close(master);
 }
 
 TEST_F(SerialNames, NamesAGroupOnlyWhereItMayReadAndWrite) {

@@ -1,0 +1,75 @@
+// The worker thread and the clock of a real system.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "far_end.h"
+#include "platform/thread.h"
+#include "system_calls.h"
+
+namespace {
+
+using far_end::WaitUntil;
+
+std::atomic<int> begun{0};
+std::atomic<int> ended{0};
+std::atomic<bool> letGo{false};
+std::atomic<bool> elsewhere{false};
+
+void WaitForTheTest() {
+  ++begun;
+  WaitUntil([] { return letGo.load(); }, 20000);
+  ++ended;
+}
+
+struct Worker : public ::testing::Test {
+  Worker() { Begin(); }
+  ~Worker() override {
+    letGo = true;
+    platform::EndWorkers();
+  }
+  static void Begin() {
+    begun = ended = 0;
+    letGo = elsewhere = false;
+  }
+};
+
+TEST_F(Worker, RunsOnAThreadOfItsOwn) {
+  static std::thread::id here;
+  here = std::this_thread::get_id();
+  ASSERT_TRUE(platform::StartWorker([] { elsewhere = std::this_thread::get_id() != here; }));
+  platform::EndWorkers();
+  EXPECT_TRUE(elsewhere);
+  EXPECT_FALSE(platform::WorkerRuns());
+}
+
+// The one before may still be on its way out when the next transfer starts.
+TEST_F(Worker, StartsWhileTheOneBeforeIsStillOnItsWayOut) {
+  ASSERT_TRUE(platform::StartWorker(WaitForTheTest));
+  ASSERT_TRUE(platform::StartWorker(WaitForTheTest));
+  EXPECT_TRUE(WaitUntil([] { return begun == 2; }, 20000));
+  EXPECT_TRUE(platform::WorkerRuns());
+  EXPECT_EQ(ended, 0);
+  letGo = true;
+  platform::EndWorkers();
+  EXPECT_EQ(ended, 2);
+  EXPECT_FALSE(platform::WorkerRuns());
+}
+
+TEST_F(Worker, TellsThatNoThreadCouldBeStarted) {
+  {
+    const system_calls::Watch watch;
+    watch.plan.failOnly = "thread";
+    watch.plan.failFrom = 1;
+    watch.plan.failCalls = 1;
+    watch.plan.error = EAGAIN;
+    EXPECT_FALSE(platform::StartWorker(WaitForTheTest));
+  }
+  EXPECT_FALSE(platform::WorkerRuns());
+  platform::EndWorkers();  // does not wait for one that never was
+  EXPECT_EQ(begun, 0);
+}
+
+}  // namespace
