@@ -148,6 +148,24 @@ TEST_F(InsertText, EndsTheLineAtTheEndOfTheDocument) {
   EXPECT_EQ(Text(), u"M8\r\n");
 }
 
+TEST_F(InsertText, ShowsTheCaretBehindTheText) {
+  std::u16string text;
+  for (int i = 0; i < 100; ++i) text += u"G0\r\n";
+  Load(text);
+  platform::SetPlace(kIdEditor, {0, 0, 400, 200});
+  for (const bool asBlock : {true, false}) {
+    Caret(platform::EditorLineStart(kIdEditor, 80));
+    platform::ScrollToLine(kIdEditor, 0);
+    ASSERT_EQ(platform::FirstVisibleLine(kIdEditor), 0);
+    InsertTextAtCaret(u"M8\r\nM9", asBlock);
+    const int first = platform::FirstVisibleLine(kIdEditor);
+    const int line = platform::EditorLineOf(kIdEditor, Selection().to);
+    EXPECT_GE(line, 81);
+    EXPECT_LE(first, line);
+    EXPECT_LT(line, first + platform::VisibleLineCount(kIdEditor));
+  }
+}
+
 int guarded = 0;
 
 TEST_F(InsertText, HoldsTheInsertGuard) {

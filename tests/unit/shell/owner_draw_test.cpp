@@ -46,10 +46,29 @@ TEST_F(OwnerDraw, PaintsAKeyWithItsGradientAndCaption) {
   EXPECT_FALSE(HasFocusMark(calls));
 }
 
+// One owner drawing as calls, in a state that the headless user cannot hold.
+std::vector<DrawCall> DrawnAs(platform::Events& events, int id, const platform::DrawState& state) {
+  static int drawn;
+  static platform::DrawState held;
+  drawn = id;
+  held = state;
+  events.paint = [](int, platform::Canvas& canvas) { DrawOwnerItem(drawn, held, canvas); };
+  return headless::PaintOf(platform::kMainWindow);
+}
+
 TEST_F(OwnerDraw, PaintsAPressedKeyAsSelected) {
   platform::DrawState state;
+  state.row = -1;
+  state.enabled = true;
+  state.area = {0, 0, 64, 34};
+  EXPECT_FALSE(HasGradient(DrawnAs(events, kIdNew, state), 0x042D43, 0x033A54));
   state.pressed = true;
-  EXPECT_FALSE(HasGradient(headless::PaintOf(kIdNew), 0x042D43, 0x033A54));
+  EXPECT_TRUE(HasGradient(DrawnAs(events, kIdNew, state), 0x042D43, 0x033A54));
+  state.enabled = false;
+  EXPECT_FALSE(HasGradient(DrawnAs(events, kIdNew, state), 0x042D43, 0x033A54));
+}
+
+TEST_F(OwnerDraw, PaintsAKeyWhoseStateIsOnAsSelected) {
   app.unitsMetric = true;
   EXPECT_TRUE(HasGradient(headless::PaintOf(kIdMm), 0x042D43, 0x033A54));
   EXPECT_FALSE(HasGradient(headless::PaintOf(kIdInch), 0x042D43, 0x033A54));
@@ -105,6 +124,26 @@ TEST_F(OwnerDraw, PaintsModeRowsDimWhenStillToCome) {
 TEST_F(OwnerDraw, StartsTheWordsOfAModeRowAt63) {
   const auto calls = headless::PaintOf(kIdModeList);
   for (const DrawCall& call : CallsNamed(calls, "PaintText")) EXPECT_EQ(call.numbers.at(0), 63);
+}
+
+// The icon of "Code index" has three discs 1.7 of 24 units high; at size 23 the middle one lies
+// 4.5 units from the icon's left edge, on the middle of the row.
+TEST_F(OwnerDraw, PutsTheIconOfAModeRowAt26) {
+  platform::DrawState state;
+  state.enabled = true;
+  state.area = {0, 100, 280, 126};
+  state.row = 7;
+  ASSERT_EQ(platform::RowText(kIdModeList, 7), u"Code index");
+  const auto calls = DrawnAs(events, kIdModeList, state);
+  EXPECT_EQ(calls.at(0).name, "FillArea");
+  EXPECT_EQ(calls.at(0).colours.at(0), 0x031929u);
+  EXPECT_FALSE(HasGradient(calls, 0x042D43, 0x033A54));
+  const auto discs = CallsNamed(calls, "FillEllipse");
+  ASSERT_EQ(discs.size(), 3u);
+  EXPECT_NEAR(discs[1].numbers.at(0), 26 + (4.5 - 12) * 23 / 24, 0.51);
+  EXPECT_NEAR(discs[1].numbers.at(1), 113, 0.51);
+  state.selected = true;
+  EXPECT_TRUE(HasGradient(DrawnAs(events, kIdModeList, state), 0x042D43, 0x033A54));
 }
 
 TEST_F(OwnerDraw, PaintsFeatureRowsByTheirState) {
