@@ -75,7 +75,7 @@ bool ReadCadFile(std::string_view bytes, CadStore& store) {
   if (bytes.size() != kCadFileBytes) return false;
   const auto read = std::make_unique<CadStore>();
   if (!ReadHead(bytes, kMaxDrawings, read->count, read->active)) return false;
-  for (std::uint32_t i = 0; i < kMaxDrawings; ++i) {
+  for (std::size_t i = 0; i < kMaxDrawings; ++i) {
     Drawing& drawing = read->drawings[i];
     ReadDrawing(BytesAt(bytes, kHeadBytes + i * kDrawingSlotBytes), drawing);
     if (i >= read->count) continue;
@@ -99,7 +99,7 @@ bool ReadPlateFile(std::string_view bytes, PlateStore& store) {
   if (bytes.size() != kPlateFileBytes) return false;
   const auto read = std::make_unique<PlateStore>();
   if (!ReadHead(bytes, kMaxPlates, read->count, read->active)) return false;
-  for (std::uint32_t i = 0; i < kMaxPlates; ++i) {
+  for (std::size_t i = 0; i < kMaxPlates; ++i) {
     FeatureSettings& plate = read->plates[i];
     ReadSettings(BytesAt(bytes, kHeadBytes + i * kSettingsBytes), kSettingsBytes, plate);
     if (i >= read->count) continue;

@@ -8,6 +8,8 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 
+#include <algorithm>
+
 #include "far_end.h"
 #include "platform/clock.h"
 #include "platform/posix/serial_pace.h"
@@ -425,12 +427,11 @@ TEST_F(Line, EndsADrainAtOnceWhenWoken) {
   std::size_t written = 0;
   EXPECT_TRUE(platform::WriteSerial("0123456789012345678901234567890123456789", 40, written));
   EXPECT_EQ(written, 40u);
-  std::thread waker([] {
-    const Clock::time_point start = Clock::now();
-    WaitUntil([&] { return Milliseconds(start) >= 100; }, 1000);
+  const Clock::time_point start = Clock::now();
+  std::thread waker([start] {
+    WaitUntil([start] { return Milliseconds(start) >= 100; }, 1000);
     platform::WakeSerial();
   });
-  const Clock::time_point start = Clock::now();
   EXPECT_FALSE(platform::DrainSerial());
   EXPECT_GE(Milliseconds(start), 99);
   EXPECT_LT(Milliseconds(start), 3000);  // 4 s without the wake
