@@ -64,7 +64,9 @@ TEST(EditorWidget, AnEmptyTextHasOneLine) {
 }
 
 TEST(EditorWidget, MirrorEqualsTheDocumentThroughRandomEdits) {
-  const QPlainTextEdit* edit = Open(u"O1\r\nG0 X0\r\nM30\r\n%\r\n");
+  std::u16string program;
+  for (int i = 0; i < 60; ++i) program += u"O1\r\nG0 X0\r\nM30\r\n%\r\n";
+  const QPlainTextEdit* edit = Open(program);
   std::mt19937 random(20260u);
   const std::u16string_view pieces[] = {u"G1", u"\n", u"\r\n", u"X1.5\r\nY2\rZ3\n",
                                         u"",   u" ",  u"(a)"};
@@ -94,8 +96,9 @@ TEST(EditorWidget, MirrorEqualsTheDocumentThroughRandomEdits) {
       default:
         ReplaceRange(kId, {from, to}, piece);
     }
-    // Read after some of the edits only, so that several are caught up at once.
-    if (pick(3) != 0) continue;
+    // Read after some of the edits only, so that several, and at times very many, are caught
+    // up at once.
+    if (pick(i % 1000 < 500 ? 3 : 60) != 0) continue;
     ASSERT_EQ(Text(), FromDocument(edit)) << "after edit " << i;
   }
   EXPECT_EQ(Text(), FromDocument(edit));

@@ -1,7 +1,8 @@
 // The editor widget: a plain-text edit with a mirror of its text in CR LF.
 //
-// The document is the truth. The mirror follows it lazily: every change only narrows the
-// stretches at both ends that are known to be equal, and a read copies what lies between.
+// The document is the truth. The mirror follows it lazily: every change is kept as a stretch
+// of positions, and a read copies those alone. A program's first marker and its last lie a
+// whole text apart, so that one stretch around both would be everything.
 #pragma once
 
 #include <QAbstractTextDocumentLayout>
@@ -10,6 +11,7 @@
 #include <QTextDocument>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/editor.h"
 #include "platform/qt/qt_internal.h"
@@ -47,16 +49,24 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void insertFromMimeData(const QMimeData* source) override;
 
  private:
+  // Positions that the mirror does not have yet, and how many it has in their place.
+  struct Stretch {
+    int from = 0;
+    int to = 0;
+    int mirrored = 0;
+  };
+
   void DocumentChanged(int from, int removed, int added);
+  void NoteStretch(int from, int removed, int added);
+  void CopyStretch(const Stretch& stretch);
   void TellSelection();
   void TellTyped(const QString& characters);
   void FlushRuns();
 
   std::u16string mirror_;
   std::uint64_t revision_ = 0;
-  bool mirrorStale_ = false;
-  int samePrefix_ = 0;  // positions at the front that mirror and document share
-  int sameSuffix_ = 0;  // and at the end
+  std::vector<Stretch> stale_;  // in order, never touching
+  int knownLength_ = 0;         // positions after the last change
   bool settingWhole_ = false;
   bool textChanged_ = false;
   int lastAnchor_ = 0;

@@ -105,35 +105,73 @@ void EditorWidget::DocumentChanged(int from, int removed, int added) {
   if (removed == 0 && added == 0) return;
   ++revision_;
   textChanged_ = true;
+  const int before = knownLength_;
+  knownLength_ = Length();
   if (settingWhole_) return;
-  const int behind = std::max(0, Length() - from - added);
-  if (!mirrorStale_) {
-    mirrorStale_ = true;
-    samePrefix_ = from;
-    sameSuffix_ = behind;
-    return;
+  // The toolkit may count the text's own end along on both sides.
+  from = std::clamp(from, 0, knownLength_);
+  added = std::clamp(added, 0, knownLength_ - from);
+  removed = before + added - knownLength_;
+  if (removed < 0 || from + removed > before) {
+    from = 0;
+    removed = before;
+    added = knownLength_;
   }
-  samePrefix_ = std::min(samePrefix_, from);
-  sameSuffix_ = std::min(sameSuffix_, behind);
+  NoteStretch(from, removed, added);
 }
 
-std::u16string_view EditorWidget::Mirror() {
-  if (!mirrorStale_) return mirror_;
-  mirrorStale_ = false;
+// Takes every stretch that the change touches into one; those behind it move along.
+void EditorWidget::NoteStretch(int from, int removed, int added) {
+  constexpr std::size_t kMost = 16;
+  Stretch whole{from, from + removed, 0};
+  int held = 0;
+  int mirrored = 0;
+  std::vector<Stretch> kept;
+  std::size_t place = 0;
+  for (Stretch stretch : stale_) {
+    if (stretch.to < from) {
+      kept.push_back(stretch);
+      place = kept.size();
+    } else if (stretch.from > from + removed) {
+      stretch.from += added - removed;
+      stretch.to += added - removed;
+      kept.push_back(stretch);
+    } else {
+      whole.from = std::min(whole.from, stretch.from);
+      whole.to = std::max(whole.to, stretch.to);
+      held += stretch.to - stretch.from;
+      mirrored += stretch.mirrored;
+    }
+  }
+  whole.mirrored = whole.to - whole.from - held + mirrored;
+  whole.to += added - removed;
+  kept.insert(kept.begin() + static_cast<std::ptrdiff_t>(place), whole);
+  stale_ = std::move(kept);
+  if (stale_.size() <= kMost) return;
+  // Edits without a read in between, all over the text: one stretch around the last two.
+  const Stretch last = stale_.back();
+  stale_.pop_back();
+  Stretch& other = stale_.back();
+  other.mirrored += last.from - other.to + last.mirrored;
+  other.to = last.to;
+}
+
+// The mirror is right up to the front of the stretch.
+void EditorWidget::CopyStretch(const Stretch& stretch) {
   const QTextDocument* text = document();
-  const int length = Length();
-  const int from = std::clamp(samePrefix_, 0, length);
-  const int to = std::clamp(length - sameSuffix_, from, length);
   // A line end is one position and two units of the mirror.
-  const auto breaksTo = [text](int position) { return text->findBlock(position).blockNumber(); };
-  const std::size_t head = static_cast<std::size_t>(from + breaksTo(from));
-  const std::size_t tail =
-      static_cast<std::size_t>(length - to + text->blockCount() - 1 - breaksTo(to));
+  const std::size_t front = std::min(
+      mirror_.size(),
+      static_cast<std::size_t>(stretch.from + text->findBlock(stretch.from).blockNumber()));
+  std::size_t back = front;
+  for (int i = 0; i < stretch.mirrored && back < mirror_.size(); ++i) {
+    back += mirror_[back] == u'\r' ? 2 : 1;
+  }
   std::u16string middle;
-  middle.reserve(static_cast<std::size_t>(to - from) + 16);
+  middle.reserve(static_cast<std::size_t>(stretch.to - stretch.from) + 16);
   QTextCursor cursor(document());
-  cursor.setPosition(from);
-  cursor.setPosition(to, QTextCursor::KeepAnchor);
+  cursor.setPosition(stretch.from);
+  cursor.setPosition(stretch.to, QTextCursor::KeepAnchor);
   for (const QChar c : cursor.selectedText()) {
     if (c == QChar::ParagraphSeparator) {
       middle.append(u"\r\n");
@@ -141,9 +179,15 @@ std::u16string_view EditorWidget::Mirror() {
       middle.push_back(c.unicode());
     }
   }
-  if (head + tail <= mirror_.size()) {
-    mirror_.replace(head, mirror_.size() - head - tail, middle);
-  } else {
+  mirror_.replace(front, back - front, middle);
+}
+
+std::u16string_view EditorWidget::Mirror() {
+  if (stale_.empty()) return mirror_;
+  for (const Stretch& stretch : stale_) CopyStretch(stretch);
+  stale_.clear();
+  const int units = Length() + document()->blockCount() - 1;
+  if (mirror_.size() != static_cast<std::size_t>(units)) {
     mirror_ = NormalLines(Text16(document()->toPlainText()));
   }
   return mirror_;
@@ -153,10 +197,11 @@ void EditorWidget::SetWhole(std::u16string_view text) {
   settingWhole_ = true;
   const std::uint64_t before = revision_;
   mirror_ = NormalLines(text);
-  mirrorStale_ = false;
+  stale_.clear();
   // No copy: the document takes its own while it builds the lines.
   document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
                                                 static_cast<qsizetype>(mirror_.size())));
+  knownLength_ = Length();
   revision_ = before + 1;
   runsFrom_ = runsTo_ = -1;
   QTextCursor start(document());
