@@ -22,6 +22,7 @@
 #include "platform/events.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
+#include "targets.h"
 
 namespace {
 
@@ -93,10 +94,13 @@ void HandleMessages() {
   std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
+double bareRate = 0;  // MB/s of the last round
+
 void BareWriteLoop(benchmark::State& state) {
   const FarEnd far(0);
   const std::string bytes(kMuch, 'G');
   for (auto _ : state) {
+    const auto start = std::chrono::steady_clock::now();
     for (std::size_t at = 0; at < bytes.size();) {
       const std::size_t chunk = std::min<std::size_t>(morva::kSendChunk, bytes.size() - at);
       const ssize_t taken = write(far.slave, bytes.data() + at, chunk);
@@ -107,6 +111,8 @@ void BareWriteLoop(benchmark::State& state) {
       pollfd watched = {far.slave, POLLOUT, 0};
       poll(&watched, 1, 10);
     }
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    bareRate = kMuch * 1e-6 / passed.count();
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * kMuch));
 }
@@ -116,8 +122,12 @@ void Engine(benchmark::State& state) {
   const FarEnd far(0);
   PrepareEngine(far);
   for (auto _ : state) {
+    const auto start = std::chrono::steady_clock::now();
     morva::StartSend(std::string(kMuch, 'G'), u"Sending.");
     while (morva::transfer.active) HandleMessages();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    targets::Note({"Serial line without a rate", "MB/s", 5, 0, 0, "bare write loop"},
+                  kMuch * 1e-6 / passed.count(), bareRate);
     if (morva::dncState != morva::kDncConnected) state.SkipWithError("the send failed");
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * kMuch));
@@ -149,6 +159,7 @@ void LoadAt115200Baud(benchmark::State& state) {
     while (morva::transfer.active) HandleMessages();
   }
   state.counters["percent"] = load;
+  targets::Note({"Processor load at 115,200 baud", "%", 0, 5}, load);
 }
 BENCHMARK(LoadAt115200Baud)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 
