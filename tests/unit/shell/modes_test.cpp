@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/timer.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {
@@ -32,6 +33,67 @@ TEST_F(Modes, HeadCodeIndexAsHome) {
   EXPECT_EQ(std::u16string(ModeHeader(kModeFind)), u"FIND / REPLACE");
   EXPECT_EQ(std::u16string(ModeHeader(13)), u"");
   EXPECT_EQ(std::u16string(ModeHeader(-1)), u"");
+}
+
+TEST_F(Modes, HaveTheirHeadersAndTheirHelp) {
+  const char16_t* const headers[] = {u"PROGRAM",
+                                     u"MACHINING WIZARD",
+                                     u"TOOL LIBRARY",
+                                     u"PROGRAM",
+                                     u"MACRO LIBRARY",
+                                     u"SHAPES / SLOTS",
+                                     u"SLOT BUILDER",
+                                     u"CIRCULAR PATTERN",
+                                     u"RECTANGULAR PATTERN",
+                                     u"TOOLPATH",
+                                     u"DNC / RS-232",
+                                     u"DIAGNOSTICS",
+                                     u"FIND / REPLACE",
+                                     u"",
+                                     u""};
+  for (int mode = 0; mode < 15; ++mode) EXPECT_EQ(std::u16string(ModeHeader(mode)), headers[mode]);
+  const std::u16string builders =
+      u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
+      u"compensation, workholding, and clearances before machining.";
+  EXPECT_EQ(ModeHelp(kModeShapes), builders);
+  EXPECT_EQ(ModeHelp(kModeSlot), builders);
+  EXPECT_EQ(std::u16string(ModeHelp(kModeCircular)),
+            u"CIRCULAR PATTERN\r\n\r\nPreview quantity, diameter, orientation, rotation, depth, "
+            u"and safe Z before inserting editable G-code.");
+  EXPECT_EQ(std::u16string(ModeHelp(kModeRectangular)),
+            u"RECTANGULAR PATTERN\r\n\r\nPreview and verify row/column count, spacing, rotation, "
+            u"depth, and safe Z before inserting editable G-code.");
+}
+
+TEST_F(Modes, DoWhatEachOneNeedsOnEntering) {
+  static int paths;
+  static int compares;
+  paths = compares = 0;
+  hooks.rebuildToolpath = [] { ++paths; };
+  hooks.leaveCompare = [] { ++compares; };
+  SetMode(kModeSimulator);
+  EXPECT_EQ(paths, 1);
+  EXPECT_EQ(compares, 0);
+  platform::SetText(kIdInfoPanel, u"stale");
+  app.compareActive = true;
+  SetMode(kModeHome);
+  EXPECT_EQ(paths, 1);
+  EXPECT_EQ(compares, 1);
+  EXPECT_EQ(platform::TextOf(kIdInfoPanel).substr(0, 7), u"PROGRAM");
+}
+
+TEST_F(Modes, SetTheCodeSurfaceWithTheCompletionListAway) {
+  static int hidden;
+  static int keys;
+  hidden = keys = 0;
+  hooks.hideCompletion = [] { ++hidden; };
+  hooks.refreshBuilderKeys = [] { ++keys; };
+  platform::StartTimer(platform::kMainWindow, kTimerCompletion, 60);
+  SetSurface(kSurfaceCode);
+  EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, kTimerCompletion));
+  EXPECT_EQ(hidden, 1);
+  EXPECT_EQ(keys, 1);
+  EXPECT_EQ(app.surface, kSurfaceCode);
 }
 
 TEST_F(Modes, StartInHomeWithItsWords) {
