@@ -60,7 +60,7 @@ int CodeCategoryOfKey(int id) {
 }
 
 int CodeListItems(int category, std::u16string_view search, std::int32_t* items, int capacity) {
-  ItemList list{search.substr(0, kCodeSearchUnits - 1), items, capacity, 0};
+  ItemList list{search, items, capacity, 0};
   if (category == kCodesN) {
     AddNumbers(list);
     return list.count;

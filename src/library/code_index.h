@@ -40,7 +40,7 @@ extern const CodeCategoryKey codeCategoryKeys[kCodeCategories];
 // The category of a key by its id; -1 for other ids.
 int CodeCategoryOfKey(int id);
 
-inline constexpr int kCodeSearchUnits = 100;  // with the terminator; a longer search is cut
+inline constexpr int kCodeSearchUnits = 100;  // with the terminator; the search line takes no more
 inline constexpr int kCodeRowUnits = 340;     // with the terminator; a longer row is cut
 inline constexpr int kMostCodeItems = kCodeRows + kMacroWordRows;
 

@@ -230,13 +230,6 @@ TEST(CodeIndex, MacroShowsTheCallWithItsMacroName) {
   EXPECT_EQ(Items(kCodesAll, u"g65").back(), 10005);
 }
 
-TEST(CodeIndex, ASearchBeyondNinetyNineCharactersIsCut) {
-  EXPECT_TRUE(Items(kCodesAll, std::u16string(99, u'x')).empty());
-  // Behind the cut nothing counts: no name is that long, so both answers are those of the cut.
-  EXPECT_EQ(Items(kCodesAll, std::u16string(99, u' ') + u"G01"),
-            Items(kCodesAll, std::u16string(99, u' ')));
-}
-
 TEST(CodeIndex, StopsAtTheCapacityGiven) {
   std::int32_t items[4] = {-1, -1, -1, -1};
   EXPECT_EQ(CodeListItems(kCodesAll, u"", items, 3), 3);
