@@ -5,6 +5,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -32,6 +33,9 @@ struct Plan {
 // How often a thread other than the first has dropped what had come in. An open ends with it:
 // what the far end sends from then on is received.
 extern std::atomic<int> workerFlushes;
+
+// The next block of just this many bytes that somebody can do without is refused; 0: none.
+extern std::atomic<std::size_t> refusedBlock;
 
 // The plan of this thread.
 Plan& Mine();

@@ -18,6 +18,7 @@
 #include <cstdarg>
 #include <cstring>
 #include <filesystem>
+#include <new>
 
 #include "far_end.h"
 #include "platform/posix/serial_pace.h"
@@ -26,6 +27,7 @@
 namespace system_calls {
 
 std::atomic<int> workerFlushes{0};
+std::atomic<std::size_t> refusedBlock{0};
 
 Plan& Mine() {
   static thread_local Plan plan;
@@ -55,6 +57,12 @@ bool Fails(const char* name) {
 
 }  // namespace
 }  // namespace system_calls
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  std::size_t refused = size;
+  if (size > 0 && system_calls::refusedBlock.compare_exchange_strong(refused, 0)) return nullptr;
+  return ::operator new(size);
+}
 
 extern "C" {
 

@@ -369,6 +369,17 @@ TEST_F(LiveTransfer, EndsWithTheProgramAndLeavesThePortFree) {
   EXPECT_FALSE(peer.IsTaken());
 }
 
+TEST_F(LiveTransfer, EndsAReceiveInErrorWithoutMemoryForIt) {
+  Peer peer;
+  UsePort(peer.Path());
+  system_calls::refusedBlock = morva::kMaxReceivedBytes;
+  StartReceive();
+  ASSERT_TRUE(PumpToTheEnd(10000));
+  EXPECT_EQ(system_calls::refusedBlock, 0u);
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_FALSE(peer.IsTaken());
+}
+
 // The window closes while the control holds a send, with bytes of it on the line.
 TEST_F(LiveTransfer, EndsWithTheProgramInAHeldSend) {
   Peer peer;

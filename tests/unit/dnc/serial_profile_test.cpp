@@ -360,6 +360,16 @@ TEST_F(SerialProfileTest, FailsTheCheckWithoutAPort) {
   EXPECT_EQ(morva::dncState, morva::kDncConnectionFailed);
 }
 
+TEST_F(SerialProfileTest, ColoursTheWordOfItsState) {
+  const platform::Colour wanted[] = {0x91AAC4, 0x22FF6E, 0xFFBE50, 0xFF6473, 0xFF6473};
+  for (std::int32_t state = 0; state <= 4; ++state) {
+    morva::SetDncState(state);
+    headless::ControlInfo info;
+    ASSERT_TRUE(headless::Describe(morva::kIdDncState, info));
+    EXPECT_EQ(info.colours.text, wanted[state]) << state;
+  }
+}
+
 TEST_F(SerialProfileTest, ShowsStatePortAndRateInTheTopBar) {
   morva::SetDncState(morva::kDncTransferring);
   EXPECT_EQ(State(), u"DNC: TRANSFERRING");
