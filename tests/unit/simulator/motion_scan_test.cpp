@@ -222,6 +222,15 @@ TEST_F(MotionScan, BadArcOnlyArrives) {
   EXPECT_DOUBLE_EQ(LastPoint().x, ParseDecimal(u"1.0005", 0));
 }
 
+TEST_F(MotionScan, AnArcAtTheVeryLimitOfItsRadiiIsBad) {
+  // The radii are 62.4 and 62.4625; 62.4 x 0.001 + 0.0001 is 0.0625, which doubles hold.
+  ExtractToolpath(u"G2 X124.8625 Y0 I62.4", false);
+  ASSERT_EQ(path.count, 2);
+  EXPECT_TRUE(path.points[1].jump);
+  ExtractToolpath(u"G2 X124.8624 Y0 I62.4", false);
+  EXPECT_EQ(path.count, 181);
+}
+
 TEST_F(MotionScan, CannedCycleArrivesAndKeepsZ) {
   ExtractToolpath(u"G83 X1 Y1 Z-1 Q.1 R.1 F5\r\nX2\r\nG80\r\nX3", false);
   ASSERT_EQ(path.count, 4);
