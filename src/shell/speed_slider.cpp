@@ -55,7 +55,7 @@ void PaintSpeedSlider(Canvas& canvas) {
   platform::Pen edge;
   edge.colour = kBrightAccent;
   FrameArea(canvas, knob, edge);
-  PaintText(canvas, Rect{right + 7, area.top, area.right, area.bottom},
+  PaintText(canvas, Rect{right + 11, area.top, area.right, area.bottom},
             SpeedWord(playback.speedIndex), FontRole::Small, kMainText,
             platform::kAlignLeft | platform::kAlignMiddle);
   if (platform::FocusedId() == kIdSpeedSlider) {
