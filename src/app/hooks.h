@@ -15,6 +15,8 @@ struct Hooks {
   void (*rebuildToolpath)() = nullptr;
   // simulator: zoom 1, no pan, repainted.
   void (*fitView)() = nullptr;
+  // simulator: makes a program line current in the feature list and the editors.
+  void (*highlightLine)(int line) = nullptr;
   // shell
   void (*layout)() = nullptr;
   void (*setMode)(int mode) = nullptr;

@@ -8,8 +8,10 @@
 #include "app/router.h"
 #include "codetools/colours.h"
 #include "codetools/editor_help.h"
+#include "codetools/find_pane.h"
 #include "codetools/renumber.h"
 #include "codetools/validator.h"
+#include "codetools/words_view.h"
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
@@ -80,6 +82,8 @@ void RegisterCodeToolCommands() {
     ColourCodeEditor();
     if (app.commandWordsActive) ColourWordsView();
   };
+  RegisterWordsView();
+  RegisterFindPane();
   hooks.caretHelp = [] { ShowHoverHelp(TokenAtCaret().text); };
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);

@@ -188,8 +188,8 @@ void SetMode(int mode) {
   app.mode = mode;
   ShowModeWords();
   FillModePanel();
-  EnterPanels();
   Layout();
+  EnterPanels();
   platform::Repaint(platform::kMainWindow);
 }
 

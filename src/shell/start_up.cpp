@@ -9,7 +9,9 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/colours.h"
 #include "codetools/editor_keys.h"
+#include "codetools/find_pane.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
@@ -284,6 +286,8 @@ void ResetApplication() {
   ResetSerialProfile();
   ResetAutosave();
   ResetInsertion();
+  ResetFindPane();
+  ResetColours();
   ResetFeatureOperations();
   ResetDocuments();
   ResetSimulator();

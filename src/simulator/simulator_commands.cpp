@@ -81,6 +81,7 @@ void RegisterSimulatorCommands() {
   }
   RegisterTimer(kTimerPlay, PlayTick);
   hooks.rebuildToolpath = RebuildToolpath;
+  hooks.highlightLine = [](int line) { HighlightSourceLine(line); };
   hooks.fitView = [] {
     ViewFit();
     platform::Repaint(kViewToolpath);

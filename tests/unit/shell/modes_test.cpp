@@ -182,7 +182,7 @@ TEST_F(Modes, TakeTheSecondRouteByNumber) {
   EXPECT_EQ(app.mode, kModeSimulator);
   EXPECT_TRUE(RouteCommand(908, 0));
   EXPECT_EQ(app.mode, kModeHome);
-  for (int id : {901, 902, 903, 904, 905, 907, 909, 910, 911, 912, 913}) {
+  for (int id : {901, 902, 903, 904, 905, 909, 910, 911, 912, 913}) {
     EXPECT_FALSE(RouteCommand(id, 0)) << id;
     EXPECT_TRUE(IsPending(id)) << id;
   }

@@ -84,7 +84,7 @@ TEST_F(Panels, AModeExistsOnceAPanelBelongsToIt) {
   RegisterPanel(panel);
   EXPECT_TRUE(ModeExists(kModeTools));
   SetMode(kModeTools);
-  EXPECT_EQ(heard, (std::vector<std::string>{"entered", "placed"}));
+  EXPECT_EQ(heard, (std::vector<std::string>{"placed", "entered"}));
   SetMode(kModeHome);
 }
 

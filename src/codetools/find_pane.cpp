@@ -1,0 +1,221 @@
+#include "codetools/find_pane.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "codetools/find_rules.h"
+#include "codetools/find_work.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+
+namespace morva {
+
+namespace {
+
+using platform::ControlKind;
+using platform::FontRole;
+using platform::Rect;
+
+constexpr int kFindMost = kFindUnits - 1;
+constexpr int kLabelHeight = 18;
+constexpr int kFieldHeight = 28;
+constexpr int kKeyHeight = 30;
+constexpr int kGap = 6;
+constexpr int kHelpHeight = 52;
+constexpr int kListLeast = 72;
+
+constexpr platform::ControlSpec kControls[] = {
+    {kIdFindLabel, ControlKind::Label, u"Find", u"", FontRole::Small, platform::kMainWindow, true},
+    {kIdFindText, ControlKind::EditLine, u"", u"Find", FontRole::Body, platform::kMainWindow, true},
+    {kIdReplaceLabel, ControlKind::Label, u"Replace with", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdReplaceText, ControlKind::EditLine, u"", u"Replace with", FontRole::Body,
+     platform::kMainWindow, true},
+    {kIdMatchCase, ControlKind::CheckBox, u"Match case", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdWholeToken, ControlKind::CheckBox, u"Whole token", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdNextMatch, ControlKind::PushButton, u"NEXT MATCH", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdRulesLabel, ControlKind::Label, u"Replacement rules", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {1901, ControlKind::PushButton, u"ADD RULE", u"", FontRole::Small, platform::kMainWindow, true},
+    {1902, ControlKind::PushButton, u"REMOVE RULE", u"", FontRole::Small, platform::kMainWindow,
+     true},
+    {1903, ControlKind::PushButton, u"PREVIEW MATCHES", u"", FontRole::Small, platform::kMainWindow,
+     true},
+    {1904, ControlKind::PushButton, u"APPLY RULES", u"", FontRole::Small, platform::kMainWindow,
+     true},
+    {1905, ControlKind::PushButton, u"UNDO", u"", FontRole::Small, platform::kMainWindow, true},
+    {kIdFindStatus, ControlKind::Label, u"", u"Find status", FontRole::Small, platform::kMainWindow,
+     true},
+    {kIdFindHelp, ControlKind::Label,
+     u"Queue multiple replacements, preview the count, then apply in one undoable edit. Rules "
+     u"match the original code without cascading. Operation tags are protected.",
+     u"", FontRole::Small, platform::kMainWindow, true},
+    {kIdChangeHead, ControlKind::Label, u"Change All", u"", FontRole::Emphasis,
+     platform::kMainWindow, true},
+    {kIdChangeHelp, ControlKind::Label,
+     u"Find exact code/text across the active project tab. START prompts at every match; DO ALL "
+     u"performs one confirmed bulk change.",
+     u"", FontRole::Small, platform::kMainWindow, true},
+    {kIdPromptEach, ControlKind::PushButton, u"START - PROMPT EACH", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdDoAll, ControlKind::PushButton, u"DO ALL", u"", FontRole::Small, platform::kMainWindow,
+     true},
+};
+
+void MakePane() {
+  for (const platform::ControlSpec& spec : kControls) {
+    platform::MakeControl(spec);
+    if (spec.kind == ControlKind::Label) {
+      const bool head = spec.id == kIdChangeHead || spec.id == kIdRulesLabel;
+      platform::SetColours(spec.id, {head ? kBrightAccent : kMainText, kPanelBackground, true});
+    }
+    if (spec.kind == ControlKind::EditLine) {
+      platform::SetColours(spec.id, {kMainText, kOutputBackground, false});
+      platform::SetTextLimit(spec.id, kFindMost);
+    }
+    if (spec.kind == ControlKind::CheckBox) {
+      platform::SetColours(spec.id, {kMainText, kPanelBackground, true});
+    }
+  }
+  platform::ListSpec list;
+  list.id = kIdRuleList;
+  list.accessibleName = u"Replacement rules";
+  list.font = FontRole::Small;
+  list.ownerDrawn = false;
+  list.hidden = true;
+  platform::MakeList(list);
+}
+
+// Places things from the top down, a row at a time.
+struct Column {
+  int left;
+  int right;
+  int top;
+};
+
+void Put(int id, const Rect& place) {
+  platform::SetPlace(id, place);
+  platform::SetVisible(id, true);
+}
+
+void PutRow(Column& column, int id, int height, int gap = kGap) {
+  Put(id, {column.left, column.top, column.right, column.top + height});
+  column.top += height + gap;
+}
+
+void PutPair(Column& column, int first, int second, int height) {
+  const int middle = (column.left + column.right) / 2;
+  Put(first, {column.left, column.top, middle - kGap / 2, column.top + height});
+  Put(second, {middle + kGap / 2, column.top, column.right, column.top + height});
+  column.top += height + kGap;
+}
+
+void PlacePane(const Rect& area) {
+  Column column{area.left, area.right, area.top};
+  PutRow(column, kIdFindLabel, kLabelHeight, 2);
+  PutRow(column, kIdFindText, kFieldHeight);
+  PutRow(column, kIdReplaceLabel, kLabelHeight, 2);
+  PutRow(column, kIdReplaceText, kFieldHeight);
+  PutPair(column, kIdMatchCase, kIdWholeToken, 24);
+  PutPair(column, kIdNextMatch, 1901, kKeyHeight);
+  PutRow(column, kIdRulesLabel, kLabelHeight, 2);
+  const int below = 2 * (kKeyHeight + kGap) + 2 * (kHelpHeight + kGap) + 36 + kGap + 26 + kGap +
+                    kKeyHeight + kGap;
+  int list = area.bottom - column.top - below;
+  if (list < kListLeast) list = kListLeast;
+  PutRow(column, kIdRuleList, list);
+  PutPair(column, 1902, 1905, kKeyHeight);
+  PutPair(column, 1903, 1904, kKeyHeight);
+  PutRow(column, kIdFindStatus, 36);
+  PutRow(column, kIdFindHelp, kHelpHeight);
+  PutRow(column, kIdChangeHead, 26);
+  PutRow(column, kIdChangeHelp, kHelpHeight);
+  PutPair(column, kIdPromptEach, kIdDoAll, kKeyHeight);
+}
+
+void HidePane() {
+  for (const platform::ControlSpec& spec : kControls) platform::SetVisible(spec.id, false);
+  platform::SetVisible(kIdRuleList, false);
+}
+
+void EnterPane() {
+  platform::SetFocusTo(kIdFindText);
+  platform::SelectAllText(kIdFindText);
+}
+
+void ShowRules() {
+  platform::ClearRows(kIdRuleList);
+  for (int i = 0; i < ruleQueue.count; ++i) {
+    platform::AddRow(kIdRuleList, RuleRow(ruleQueue.rules[i]), i);
+  }
+}
+
+void OnAdd(int, int) {
+  if (AddRule(FindField(), ReplaceField())) {
+    ShowRules();
+    return;
+  }
+  platform::SetText(kIdFindStatus, u"Enter nonempty Find text. Up to 24 rules can be queued.");
+}
+
+void OnRemove(int, int) {
+  const int row = platform::SelectedRow(kIdRuleList);
+  if (RemoveRule(row)) ShowRules();
+}
+
+void OnPreview(int, int) { ApplyRules(false); }
+void OnApply(int, int) { ApplyRules(true); }
+void OnNext(int, int) { NextMatch(); }
+void OnPrompt(int, int) { PromptEach(); }
+void OnAll(int, int) { DoAll(); }
+
+void OnUndo(int, int) {
+  platform::RunEditAction(kIdEditor, platform::EditAction::Undo);
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+}
+
+// Enter in the Find field is the next match.
+bool FindFieldKey(const platform::KeyEvent& key) {
+  if (key.key != platform::kKeyEnter || key.ctrl || key.alt) return false;
+  NextMatch();
+  return true;
+}
+
+}  // namespace
+
+void RegisterFindPane() {
+  Panel panel;
+  panel.spot = PanelSpot::RightBody;
+  panel.mode = kModeFind;
+  panel.make = MakePane;
+  panel.place = PlacePane;
+  panel.hide = HidePane;
+  panel.enter = EnterPane;
+  RegisterPanel(panel);
+  Handlers field;
+  field.id = kIdFindText;
+  field.key = FindFieldKey;
+  RegisterHandlers(field);
+  using platform::kNotifyClick;
+  RegisterCommand(RouterStage::Builder, 1901, kNotifyClick, OnAdd);
+  RegisterCommand(RouterStage::Builder, 1902, kNotifyClick, OnRemove);
+  RegisterCommand(RouterStage::Builder, 1903, kNotifyClick, OnPreview);
+  RegisterCommand(RouterStage::Builder, 1904, kNotifyClick, OnApply);
+  RegisterCommand(RouterStage::Builder, 1905, kNotifyClick, OnUndo);
+  RegisterCommand(RouterStage::Builder, kIdNextMatch, kNotifyClick, OnNext);
+  RegisterCommand(RouterStage::Click, kIdPromptEach, kNotifyClick, OnPrompt);
+  RegisterCommand(RouterStage::Click, kIdDoAll, kNotifyClick, OnAll);
+}
+
+void ResetFindPane() {
+  ClearRules();
+  ResetFindWork();
+}
+
+}  // namespace morva

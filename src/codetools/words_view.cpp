@@ -1,0 +1,173 @@
+#include "codetools/words_view.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "codetools/colours.h"
+#include "codetools/command_words.h"
+#include "documents/autosave.h"
+#include "documents/program_tabs.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/timer.h"
+
+namespace morva {
+
+namespace {
+
+constexpr platform::Colour kWordsText = 0xD2E2F0;
+constexpr platform::Colour kWordsBackground = 0x010D15;
+constexpr char16_t kToWords[] = u"G-code \u2192 Text";
+constexpr char16_t kToCode[] = u"Text \u2192 G-code";
+constexpr int kRefreshMs = 60;
+
+int CaretLineOf(int id) { return platform::EditorLineOf(id, platform::EditorSelection(id).to); }
+
+// The caret at the start of a line, as near as the text has one.
+void PutCaretOnLine(int id, int line) {
+  const int last = platform::EditorLineCount(id) - 1;
+  const int position = platform::EditorLineStart(id, line < last ? line : last);
+  platform::SetEditorSelection(id, {position, position});
+  platform::ScrollCaretIntoView(id);
+}
+
+// One undoable edit that leaves `wanted`; only what differs is touched, so that a typed
+// character costs no more than itself. False: nothing differed.
+bool ReplaceDifference(int id, std::u16string_view wanted) {
+  const std::u16string_view text = platform::EditorText(id);
+  if (text == wanted) return false;
+  const std::size_t least = text.size() < wanted.size() ? text.size() : wanted.size();
+  std::size_t front = 0;
+  while (front < least && text[front] == wanted[front]) ++front;
+  // A line end is never split.
+  if (front > 0 && text[front - 1] == u'\r') --front;
+  std::size_t back = 0;
+  while (back < least - front && text[text.size() - 1 - back] == wanted[wanted.size() - 1 - back]) {
+    ++back;
+  }
+  if (back > 0 && text[text.size() - back] == u'\n') --back;
+  int lines = 0;
+  for (std::size_t i = 0; i < front; ++i) lines += text[i] == u'\n';
+  int inside = 0;
+  for (std::size_t i = front; i < text.size() - back; ++i) inside += text[i] == u'\n';
+  platform::EditorRange range;
+  range.from = static_cast<int>(front) - lines;
+  range.to = static_cast<int>(text.size() - back) - lines - inside;
+  const std::u16string middle(wanted.substr(front, wanted.size() - back - front));
+  platform::ReplaceRange(id, range, middle);
+  return true;
+}
+
+// The code from the view. True: the code changed.
+bool PullCode() {
+  const ConvertedText code = WordsToCode(platform::EditorText(kIdWordsEditor));
+  if (!code.units) return false;
+  const bool suppressed = app.suppressChange;
+  const bool inserting = app.insertingText;
+  app.suppressChange = true;
+  app.insertingText = true;
+  const bool changed = ReplaceDifference(kIdEditor, code.View());
+  app.suppressChange = suppressed;
+  app.insertingText = inserting;
+  PutCaretOnLine(kIdEditor, CaretLineOf(kIdWordsEditor));
+  return changed;
+}
+
+void MakeWordsEditor() {
+  platform::EditorSpec spec;
+  spec.id = kIdWordsEditor;
+  spec.accessibleName = u"Command words";
+  spec.text = kWordsText;
+  spec.background = kWordsBackground;
+  spec.hidden = true;
+  platform::MakeEditor(spec);
+  platform::SetText(kIdCommandWords, kToWords);
+}
+
+void PlaceWordsEditor(const platform::Rect& area) {
+  platform::SetPlace(kIdWordsEditor, area);
+  platform::SetVisible(kIdWordsEditor, true);
+}
+
+void HideWordsEditor() { platform::SetVisible(kIdWordsEditor, false); }
+
+bool WordsShown() {
+  return app.commandWordsActive && app.surface == kSurfaceCode && !app.compareActive;
+}
+
+void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
+
+}  // namespace
+
+void SyncWordsFromCode() {
+  if (app.insertingText || !platform::Exists(kIdWordsEditor)) return;
+  const int line = CaretLineOf(kIdEditor);
+  const ConvertedText words = CodeToWords(platform::EditorText(kIdEditor));
+  if (!words.units) return;
+  app.insertingText = true;
+  platform::SetEditorText(kIdWordsEditor, words.View());
+  PutCaretOnLine(kIdWordsEditor, line);
+  app.insertingText = false;
+}
+
+void SyncCodeFromWords() {
+  if (!platform::Exists(kIdWordsEditor)) return;
+  PullCode();
+}
+
+void SetWordsView(bool on) {
+  if (on == app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
+  const int line = CaretLineOf(on ? kIdEditor : kIdWordsEditor);
+  bool changed = false;
+  if (on) {
+    SyncWordsFromCode();
+  } else {
+    changed = PullCode();
+  }
+  app.commandWordsActive = on;
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  Call(hooks.hideCompletion);
+  platform::SetText(kIdCommandWords, on ? kToCode : kToWords);
+  RelayPanels();
+  if (on) {
+    ColourWordsView();
+    ShowStatus(
+        u"COMMAND WORDS enabled \u2014 the whole project is readable and editable. G/M/N/macro "
+        u"words synchronize back to machine code automatically.");
+  } else {
+    ColourCodeEditor();
+    ShowStatus(
+        u"G-CODE editor enabled \u2014 type G or M to open command completion; Enter/Tab accepts "
+        u"the selected command.");
+  }
+  // The text is another than the file's, so it is dirty like any other change.
+  if (changed) {
+    MarkModified();
+    ScheduleAutosave();
+    ArmTextRefresh(kRefreshMs);
+  }
+  const int shown = on ? kIdWordsEditor : kIdEditor;
+  platform::SetFocusTo(shown);
+  PutCaretOnLine(shown, line);
+}
+
+void RegisterWordsView() {
+  Panel panel;
+  panel.spot = PanelSpot::Editor;
+  panel.active = WordsShown;
+  panel.make = MakeWordsEditor;
+  panel.place = PlaceWordsEditor;
+  panel.hide = HideWordsEditor;
+  RegisterPanel(panel);
+  RegisterCommand(RouterStage::Click, kIdCommandWords, platform::kNotifyClick, ToggleWords);
+  hooks.wordsFromEditor = SyncWordsFromCode;
+  hooks.editorFromWords = SyncCodeFromWords;
+}
+
+}  // namespace morva

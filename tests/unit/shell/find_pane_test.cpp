@@ -1,0 +1,224 @@
+// The find pane and the command words view, over the whole application.
+
+#include "codetools/find_pane.h"
+
+#include "codetools/find_rules.h"
+#include "codetools/words_view.h"
+#include "documents/program_tabs.h"
+#include "platform/listing.h"
+#include "shell/layout.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+class FindPane : public support::Workbench {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::EditorSetAll(kIdEditor, kProgram);
+    headless::Advance(200);
+    headless::Click(kIdFind);
+  }
+  static void Fields(std::u16string_view find, std::u16string_view replaceWith = u"") {
+    ASSERT_TRUE(headless::TypeInto(kIdFindText, find));
+    ASSERT_TRUE(headless::TypeInto(kIdReplaceText, replaceWith));
+  }
+  static std::u16string Status() { return platform::TextOf(kIdFindStatus); }
+  static constexpr const char16_t* kProgram =
+      u"(MORVA TEXT 1)\r\n(MORVA NAME A)\r\nG1 X1\r\nG10 X1\r\n(MORVA END 1)\r\n";
+};
+
+TEST_F(FindPane, OpensWithTheKeyboardInTheFindField) {
+  EXPECT_EQ(app.mode, kModeFind);
+  EXPECT_EQ(platform::FocusedId(), kIdFindText);
+  EXPECT_EQ(platform::TextOf(kIdPanelHead), u"FIND / REPLACE");
+  EXPECT_FALSE(platform::IsVisible(kViewToolpath));
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_FALSE(platform::IsVisible(kIdFindText));
+  EXPECT_TRUE(platform::IsVisible(kViewToolpath));
+}
+
+TEST_F(FindPane, NextMatchSelectsAndWrapsOnceRound) {
+  Fields(u"x1");
+  headless::Click(kIdNextMatch);
+  // Two marker lines are 15 and 15 positions long, "G1 " is 3.
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 33);
+  EXPECT_EQ(Status(), u"Match selected in the code. Next Match wraps around the program.");
+  headless::Click(kIdNextMatch);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 40);
+  headless::Click(kIdNextMatch);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 33);
+  headless::Click(kIdMatchCase);
+  headless::Click(kIdNextMatch);
+  EXPECT_EQ(Status(), u"No matching text found.");
+}
+
+TEST_F(FindPane, PreviewCountsAndChangesNothing) {
+  tabs[0].dirty = false;
+  app.editorDirty = false;
+  Fields(u"G1", u"G01");
+  headless::Click(kIdWholeToken);
+  headless::Click(1903);
+  EXPECT_EQ(Status(), u"1 matches in the active program. Apply Rules performs this batch.");
+  EXPECT_EQ(Text(), kProgram);
+  EXPECT_FALSE(tabs[0].dirty);
+}
+
+TEST_F(FindPane, AppliesTheQueueAsOneUndoStepAndSparesMarkers) {
+  Fields(u"G1", u"G01");
+  headless::Click(1901);
+  Fields(u"TEXT", u"T");
+  headless::Click(1901);
+  EXPECT_EQ(platform::RowText(kIdRuleList, 0), u"G1  \u2192  G01");
+  headless::Click(kIdWholeToken);
+  headless::Click(1904);
+  EXPECT_EQ(Status(), u"1 replacements applied. Undo restores the previous code.");
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME A)\r\nG01 X1\r\nG10 X1\r\n(MORVA END 1)\r\n");
+  headless::Click(1905);
+  EXPECT_EQ(Text(), kProgram);
+}
+
+TEST_F(FindPane, ACommitWithoutAMatchMakesNoUndoStep) {
+  headless::EditorInsert(kIdEditor, u"M8");
+  const std::u16string text = Text();
+  Fields(u"nowhere", u"x");
+  headless::Click(1904);
+  EXPECT_EQ(Status(), u"0 replacements applied. Undo restores the previous code.");
+  EXPECT_EQ(Text(), text);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), kProgram);
+}
+
+TEST_F(FindPane, RefusesAnEmptyRuleAndTheTwentyFifth) {
+  Fields(u"", u"x");
+  headless::Click(1901);
+  EXPECT_EQ(Status(), u"Enter nonempty Find text. Up to 24 rules can be queued.");
+  Fields(u"a", u"b");
+  for (int i = 0; i < 24; ++i) headless::Click(1901);
+  EXPECT_EQ(platform::RowCount(kIdRuleList), 24);
+  headless::Click(1901);
+  EXPECT_EQ(platform::RowCount(kIdRuleList), 24);
+  EXPECT_EQ(platform::TextOf(kIdFindText), u"a");
+  headless::SelectRows(kIdRuleList, {5});
+  headless::Click(1902);
+  EXPECT_EQ(platform::RowCount(kIdRuleList), 23);
+}
+
+TEST_F(FindPane, PromptEachAsksAtEveryOccurrenceInAnyCase) {
+  Fields(u"g1", u"g1 g1");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::TakeBoxes();
+  headless::Click(kIdPromptEach);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[0].title, u"MORVA Change All");
+  EXPECT_EQ(boxes[0].text,
+            u"Change this occurrence?\r\n\r\nFind:  g1\r\nReplace with:  g1 g1\r\n\r\nYES = "
+            u"replace this one\r\nNO = skip this one\r\nCANCEL = stop");
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME A)\r\nG1 X1\r\ng1 g10 X1\r\n(MORVA END 1)\r\n");
+  EXPECT_TRUE(OutputHas(u"Change All: 1 replacement(s) accepted from 2 occurrence(s) reviewed."));
+}
+
+TEST_F(FindPane, CancelCountsAsReviewed) {
+  Fields(u"G1", u"x");
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  headless::Click(kIdPromptEach);
+  EXPECT_TRUE(OutputHas(u"Change All: 0 replacement(s) accepted from 1 occurrence(s) reviewed."));
+}
+
+TEST_F(FindPane, DoAllAsksOnceAndChangesMarkersToo) {
+  Fields(u"morva", u"M");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::TakeBoxes();
+  headless::Click(kIdDoAll);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Confirm DO ALL");
+  EXPECT_EQ(boxes[0].text,
+            u"Replace every matching occurrence in the active program?\r\n\r\nFind:  "
+            u"morva\r\nReplace with:  M\r\n\r\nMatches:  3");
+  EXPECT_EQ(Text().substr(0, 10), u"(M TEXT 1)");
+  EXPECT_TRUE(OutputHas(u"DO ALL complete: 3 occurrence(s) changed."));
+}
+
+TEST_F(FindPane, SaysWhatIsMissing) {
+  Fields(u"");
+  headless::TakeBoxes();
+  headless::Click(kIdDoAll);
+  headless::Click(kIdPromptEach);
+  Fields(u"nowhere");
+  headless::Click(kIdDoAll);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 3u);
+  EXPECT_EQ(boxes[0].text, u"Enter text/code to find first.");
+  EXPECT_EQ(boxes[1].text, u"Enter text/code to find first.");
+  EXPECT_EQ(boxes[2].text, u"No matching text was found in the active tab.");
+}
+
+class WordsView : public support::Workbench {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::EditorSetAll(kIdEditor, u"(MORVA TEXT 1)\r\nG1 X1\r\nG5\r\n(MORVA END 1)");
+    headless::Advance(200);
+  }
+  static std::u16string Words() { return std::u16string(platform::EditorText(kIdWordsEditor)); }
+};
+
+TEST_F(WordsView, TakesTheEditorsPlaceAndGivesItBack) {
+  EXPECT_EQ(platform::TextOf(kIdCommandWords), u"G-code \u2192 Text");
+  headless::Click(kIdCommandWords);
+  EXPECT_TRUE(platform::IsVisible(kIdWordsEditor));
+  EXPECT_FALSE(platform::IsVisible(kIdEditor));
+  EXPECT_TRUE(platform::IsVisible(kViewGutter));
+  EXPECT_EQ(platform::TextOf(kIdCommandWords), u"Text \u2192 G-code");
+  EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
+  EXPECT_EQ(Words(), u"(MORVA TEXT 1)\r\nLinear Interpolation Motion X1\r\nG5\r\n(MORVA END 1)");
+  headless::Click(kIdCommandWords);
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_FALSE(platform::IsVisible(kIdWordsEditor));
+}
+
+TEST_F(WordsView, ATypedCharacterReachesTheCode) {
+  headless::Click(kIdCommandWords);
+  const int end =
+      platform::EditorLineStart(kIdWordsEditor, 1) + platform::EditorLineLength(kIdWordsEditor, 1);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u".5");
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\nG01 X1.5\r\nG5\r\n(MORVA END 1)");
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_EQ(platform::EditorLineOf(kIdEditor, platform::EditorSelection(kIdEditor).to), 1);
+}
+
+TEST_F(WordsView, OffWithoutAnEditWritesTheTableFormInOneUndoStep) {
+  headless::Click(kIdCommandWords);
+  headless::Click(kIdCommandWords);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\nG01 X1\r\nG5\r\n(MORVA END 1)");
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\nG1 X1\r\nG5\r\n(MORVA END 1)");
+}
+
+TEST_F(WordsView, OffRewritesNothingWhereTheRoundTripIsTheSame) {
+  headless::EditorSetAll(kIdEditor, u"(MORVA TEXT 1)\r\nG01 X1\r\n(MORVA END 1)");
+  headless::Advance(900);
+  ASSERT_FALSE(app.editorDirty);
+  const auto revision = platform::EditorRevision(kIdEditor);
+  headless::Click(kIdCommandWords);
+  headless::Click(kIdCommandWords);
+  EXPECT_EQ(platform::EditorRevision(kIdEditor), revision);
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(WordsView, RulesLeaveTheViewAndDoNotReturn) {
+  headless::Click(kIdCommandWords);
+  headless::Click(kIdFind);
+  headless::TypeInto(kIdFindText, u"G5");
+  headless::Click(1903);
+  EXPECT_FALSE(app.commandWordsActive);
+}
+
+}  // namespace
+}  // namespace morva
