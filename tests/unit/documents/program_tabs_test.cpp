@@ -273,24 +273,32 @@ TEST_F(OfflineTabs, ForgetsTheUndoHistoryAtASwitch) {
 // The order of the hooks during a switch, as one line of words.
 std::string trail;
 
+// Whether the first program's record holds what the editor held.
+bool Synced() { return tabs[0].text == u"G0"; }
+
 TEST_F(Tabs, SwitchesInOrder) {
   morva::OpenTab(u"", u"G1", u"x");
+  app.suppressChange = true;
+  platform::SetEditorText(300, u"G0");
+  app.suppressChange = false;
   app.commandWordsActive = true;
   morva::editLink.kind = 1;
   trail.clear();
   morva::hooks.cancelCadInput = [] { trail += "cancel "; };
-  morva::hooks.refreshBuilderKeys = [] { trail += "keys "; };
+  morva::hooks.refreshBuilderKeys = [] { trail += Synced() ? "late keys " : "keys "; };
   morva::hooks.wordsFromEditor = [] { trail += Text() == u"G1" ? "words " : "early "; };
   morva::hooks.rebuildToolpath = [] { trail += "path "; };
   morva::hooks.layout = [] { trail += "layout "; };
   morva::liveModels.cadWindowExists = [] { return true; };
   morva::liveModels.storeSketch = [](morva::FeatureSettings& record) {
-    trail += "stash ";
+    trail += Synced() ? "late stash " : "stash ";
     record.version = 3;
     record.kind = 4;
     return true;
   };
-  morva::liveModels.resetSelection = [] { trail += "reset "; };
+  morva::liveModels.resetSelection = [] {
+    trail += Synced() && app.activeTab == 1 ? "reset " : "early reset ";
+  };
   morva::liveModels.loadSketch = [](const morva::FeatureSettings* record) {
     trail += record ? "load " : "empty ";
   };
@@ -466,6 +474,43 @@ TEST_F(Tabs, TellsThatAFileIsOpenInAnotherTab) {
   headless::QueueFile(PathOf("a.NC"));
   EXPECT_TRUE(morva::SaveProgramAs());
   EXPECT_NE(Output().find(kTwice), std::u16string::npos);
+}
+
+TEST_F(OfflineTabs, LeavesTheCompareReviewBeforeItOpensMakesOrClosesAProgram) {
+  // What stood on the bar when the review was left.
+  static std::vector<int> left;
+  left.clear();
+  morva::hooks.leaveCompare = [] { left.push_back(app.tabCount); };
+  morva::RouteCommand(808, 0);
+  EXPECT_EQ(left, std::vector<int>{1});
+  headless::QueueFileCancel();
+  morva::RouteCommand(102, 0);
+  EXPECT_EQ(left, (std::vector<int>{1, 2}));
+  morva::CloseProgram();
+  EXPECT_EQ(left, (std::vector<int>{1, 2, 2}));
+  morva::ShowTabMenu(0, 1, 1);
+  EXPECT_EQ(left, (std::vector<int>{1, 2, 2, 1}));
+}
+
+TEST_F(OfflineTabs, LaysTheWindowOutAfterAClosing) {
+  morva::OpenTab(u"", u"second", u"second");
+  static std::string shown;
+  shown.clear();
+  morva::hooks.layout = [] { shown += platform::IsVisible(801) ? "two " : "one "; };
+  morva::CloseProgram();
+  // Once by the switch to the neighbour, once at the end.
+  EXPECT_EQ(shown, "one one ");
+}
+
+TEST_F(OfflineTabs, StoresTextAndTitleAfterSaveAsFromTheMenu) {
+  TypeProgram(u"mine");
+  headless::QueuePick(917);
+  headless::QueueFile(PathOf("mine.NC"));
+  headless::Click(103);
+  EXPECT_EQ(tabs[0].text, Text());
+  EXPECT_EQ(std::u16string(tabs[0].title), u"mine.NC");
+  EXPECT_NE(TextOf(3208).find(u"File: mine.NC"), std::u16string::npos);
+  EXPECT_NE(TextOf(3208).find(u"State: Saved / clean"), std::u16string::npos);
 }
 
 TEST_F(OfflineTabs, SavesAProgramWithoutAPathAsSaveAsDoes) {

@@ -8,6 +8,7 @@
 #include "app/router.h"
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
+#include "platform/clock.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "support/workbench.h"
@@ -61,6 +62,25 @@ TEST_F(StartUp, TakesItsOwnNameInAnyCaseAndKeepsOtherCopiesApart) {
   FindDataDirectory();
   EXPECT_EQ(std::u16string(app.dataDir), Path("bin/QA-data"));
   EXPECT_TRUE(std::filesystem::is_directory(home_ / "bin" / "QA-data" / "Projects"));
+}
+
+TEST_F(StartUp, ComparesNoMoreThan159CharactersOfItsName) {
+  headless::SetExecutableName(u"MORVA" + std::u16string(200, u' '));
+  FindDataDirectory();
+  EXPECT_EQ(std::u16string(app.dataDir), Path("bin/QA-data"));
+}
+
+TEST_F(StartUp, CutsTheFolderNameBehindADocumentsPathOf519Characters) {
+  // The home folder grows until home, separator and "Documents" make 519.
+  std::string home = home_.string();
+  while (home.size() < 509)
+    home += "/" + std::string(std::min<std::size_t>(100, 508 - home.size()), 'd');
+  std::filesystem::create_directories(home);
+  headless::Reset(platform::FromUtf8(home));
+  FindDataDirectory();
+  EXPECT_EQ(std::u16string(app.dataDir), platform::FromUtf8(home + "/Documents"));
+  EXPECT_EQ(std::u16string_view(app.dataDir).size(), 519u);
+  EXPECT_TRUE(app.dataDirReady);
 }
 
 TEST_F(StartUp, RunsOnWithoutADocumentsFolder) {
@@ -173,6 +193,16 @@ TEST_F(Hover, SpeaksOnceForEachControl) {
   ShowStatus(u"something else");
   headless::Advance(600);
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"something else");
+}
+
+TEST_F(Hover, Takes279CharactersOfAControlsTextAfter150Milliseconds) {
+  platform::SetText(kIdFeatureHint, std::u16string(400, u'x'));
+  headless::Advance(149 - static_cast<int>(platform::TickMilliseconds() % 150));
+  headless::MovePointerOver(kIdFeatureHint);
+  EXPECT_NE(platform::TextOf(kIdStatusLine)[0], u'x');
+  headless::Advance(1);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), std::u16string(279, u'x'));
+  EXPECT_EQ(Output(), std::u16string(279, u'x') + u"\r\n");
 }
 
 using Keys = support::Workbench;
