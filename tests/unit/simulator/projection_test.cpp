@@ -64,6 +64,27 @@ TEST_F(ProjectionView, TurnsThePictureByTheRoll) {
   ExpectPlace(At(2, 2, 0), 335 + 129, 329);
 }
 
+TEST_F(ProjectionView, RollTurnsEveryAxisOfATiltedView) {
+  Feed(-2, -1, -1);
+  Feed(2, 1, 1);
+  const double ends[3][3] = {{2, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  platform::PointF level[3];
+  const double before = ProjectionFor(kClient).scale;
+  for (int i = 0; i < 3; ++i) level[i] = At(ends[i][0], ends[i][1], ends[i][2]);
+  view.rollDegrees = 30;
+  // The level picture turned about its middle, sizes changed by the fit alone. The view's y
+  // grows downwards, so a positive roll turns clockwise.
+  const double factor = ProjectionFor(kClient).scale / before;
+  const double cosine = std::cos(30 * 3.14159265358979 / 180);
+  const double sine = 0.5;
+  for (int i = 0; i < 3; ++i) {
+    const double u = (level[i].x - 335) * factor;
+    const double v = (level[i].y - 329) * factor;
+    ExpectPlace(At(ends[i][0], ends[i][1], ends[i][2]), 335 + u * cosine - v * sine,
+                329 + u * sine + v * cosine);
+  }
+}
+
 TEST_F(ProjectionView, TakesTheUnitForEverySpanOfAnEmptyPath) {
   ASSERT_EQ(path.count, 0);
   SetViewTop();
