@@ -10,6 +10,7 @@
 #include "documents/autosave.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -67,12 +68,15 @@ bool PromptAt(const std::u16string& text, std::size_t& at, const std::u16string&
   SelectText(text, at, find.size());
   platform::SetFocusTo(kIdEditor);
   ++prompted.reviewed;
+  const std::uint64_t serial = ActiveSerial();
   const platform::BoxAnswer answer = platform::ShowBox(
       u"MORVA Change All",
       Question(u"Change this occurrence?", find, replaceWith) +
           u"\r\n\r\nYES = replace this one\r\nNO = skip this one\r\nCANCEL = stop",
       platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
   if (answer != platform::BoxAnswer::Yes && answer != platform::BoxAnswer::No) return false;
+  // Another program came up meanwhile: nobody was asked about that one.
+  if (ActiveSerial() != serial) return false;
   if (answer == platform::BoxAnswer::No) {
     at += find.size();
     return true;
@@ -147,6 +151,7 @@ void PromptEach() {
   if (RefuseEmptyFind(find)) return;
   // Settled now, so that no marker comes in between two questions.
   AutoTagBlocks();
+  const std::uint64_t serial = ActiveSerial();
   Prompted prompted;
   std::size_t at = 0;
   for (int round = 0; round < kMostPrompts; ++round) {
@@ -154,7 +159,7 @@ void PromptEach() {
     at = FindMatch(text, at, find, false, false);
     if (at == kNone || !PromptAt(text, at, find, replaceWith, prompted)) break;
   }
-  if (prompted.accepted > 0) {
+  if (prompted.accepted > 0 && ActiveSerial() == serial) {
     MarkModified();
     ArmTextRefresh(kPromptRefreshMs);
   }
@@ -173,12 +178,13 @@ void DoAll() {
                       platform::BoxButtons::Ok, platform::BoxIcon::Information);
     return;
   }
+  const std::uint64_t serial = ActiveSerial();
   const platform::BoxAnswer answer = platform::ShowBox(
       u"Confirm DO ALL",
       Question(u"Replace every matching occurrence in the active program?", find, replaceWith) +
           u"\r\n\r\nMatches:  " + IntegerText(count),
       platform::BoxButtons::YesNo, platform::BoxIcon::Warning);
-  if (answer != platform::BoxAnswer::Yes) return;
+  if (answer != platform::BoxAnswer::Yes || ActiveSerial() != serial) return;
   // Counted again: a refresh may have run while the box stood open.
   const std::u16string text(platform::EditorText(kIdEditor));
   const int changed = CountOccurrences(text, find);

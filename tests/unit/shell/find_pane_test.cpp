@@ -129,6 +129,23 @@ TEST_F(FindPane, CancelCountsAsReviewed) {
   EXPECT_TRUE(OutputHas(u"Change All: 0 replacement(s) accepted from 1 occurrence(s) reviewed."));
 }
 
+// A receive that ends behind the question opens another program with the same text.
+void AnotherComesUp() { SwitchTab(OpenTab(u"", u"G1 X1\r\n", u"received")); }
+
+TEST_F(FindPane, ChangesNothingInAProgramThatCameUpBehindTheQuestion) {
+  Fields(u"x1", u"X9");
+  for (const int key : {kIdDoAll, kIdPromptEach}) {
+    headless::WhileOpen(AnotherComesUp);
+    for (int i = 0; i < 4; ++i) headless::QueueAnswer(platform::BoxAnswer::Yes);
+    ASSERT_TRUE(headless::Click(key));
+    headless::ClearQueues();
+    EXPECT_EQ(Text(), u"G1 X1\r\n") << key;
+    EXPECT_FALSE(app.editorDirty) << key;
+    SwitchTab(0);
+    EXPECT_NE(Text().find(u"G1 X1\r\nG10 X1"), std::u16string::npos) << key;
+  }
+}
+
 TEST_F(FindPane, DoAllAsksOnceAndChangesMarkersToo) {
   Fields(u"morva", u"M");
   headless::QueueAnswer(platform::BoxAnswer::Yes);
