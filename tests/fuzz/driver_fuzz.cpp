@@ -65,6 +65,7 @@ constexpr const char* kPhrases[] = {
     "resize 1300 #",
     "wait #",
     "wait 800",
+    "meanwhile 3000",
     "answer yes",
     "answer no",
     "answer cancel",
