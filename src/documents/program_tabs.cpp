@@ -149,7 +149,7 @@ void WriteProgramInformation() {
   text +=
       u"\r\n\r\nUse Tool Library for reusable cutters, Code Index for quick inserts, and PATH "
       u"for a basic coordinate preview.";
-  platform::SetText(kIdInfoPanel, text);
+  if (platform::TextOf(kIdInfoPanel) != text) platform::SetText(kIdInfoPanel, text);
 }
 
 void RemoveTab(int index) {

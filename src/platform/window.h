@@ -28,6 +28,9 @@ struct MainWindowSpec {
 bool MakeMainWindow(const MainWindowSpec& spec);
 // A dark title bar where the system has one; nothing elsewhere.
 void DarkTitleBar();
+struct Canvas;
+// The main window's icon, drawn once over a small square canvas; nothing where there are none.
+void SetWindowIcon(void (*draw)(Canvas& canvas));
 void ShowMainWindow();
 void SetWindowTitle(std::u16string_view title);
 std::u16string WindowTitle();

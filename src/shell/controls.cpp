@@ -99,6 +99,7 @@ void MakeKeys() {
     spec.font = keys[i].font;
     platform::MakeControl(spec);
     platform::SetToolTip(spec.id, keys[i].tip);
+    if (KeyHoldsState(spec.id)) platform::SetChecked(spec.id, false);
     if (IsPending(spec.id)) platform::SetEnabled(spec.id, false);
   }
 }

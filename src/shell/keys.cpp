@@ -197,12 +197,34 @@ bool KeyIsOn(int id) {
   }
 }
 
+bool KeyHoldsState(int id) {
+  switch (id) {
+    case kIdInch:
+    case kIdMm:
+    case kIdSurfaceCode:
+    case kIdSurfaceCad:
+    case kIdSurfacePlate:
+    case kIdShowFeatures:
+    case kIdShowIndex:
+    case kIdPan:
+    case kIdViewPan:
+    case kIdDimensions:
+    case kIdViewExtents:
+    case kIdMeasure:
+    case kIdViewMeasure:
+    case kIdViewGrid:
+      return true;
+    default:
+      return id >= kIdTabFirst && id <= kIdTabLast;
+  }
+}
+
 void RefreshKeyStates() {
   for (int i = 0; i < kKeyCount; ++i) {
     const bool on = KeyIsOn(kKeys[i].id);
     if (on == shownOn[i]) continue;
     shownOn[i] = on;
-    platform::SetChecked(kKeys[i].id, on);
+    if (KeyHoldsState(kKeys[i].id)) platform::SetChecked(kKeys[i].id, on);
     // The tip is what a screen reader gives for a description.
     platform::SetToolTip(kKeys[i].id, kKeys[i].tip + std::u16string(on ? u"  (on)" : u""));
     platform::Repaint(kKeys[i].id);

@@ -32,6 +32,9 @@ const KeySpec* Keys(int& count);
 const KeySpec* KeyOf(int id);
 // Whether the key stands for a state that is on just now, as its words or its icon tell.
 bool KeyIsOn(int id);
+// Whether the key shows something that is on or off, beyond what its words say: told to
+// assistive technology as checked or not. PLAY says "Pause" instead.
+bool KeyHoldsState(int id);
 // Repaints the keys whose state changed since the last call, and the speed slider, and tells
 // assistive technology. Cheap: made to be called after every command and timer.
 void RefreshKeyStates();

@@ -23,15 +23,18 @@ constexpr int kMarkLeft = 26;
 constexpr int kMarkTop = 8;
 constexpr int kMarkSize = 52;
 
-void DrawTopBand(Canvas& canvas, const Rect& band) {
-  DrawPanel(canvas, band, false, kPanelPlain);
-  const Rect mark{kMarkLeft, kMarkTop, kMarkLeft + kMarkSize, kMarkTop + kMarkSize};
+void DrawMark(Canvas& canvas, const Rect& mark) {
   DrawPanel(canvas, mark, true, kPanelPlain);
   Pen edge;
   edge.colour = kAccent;
   FrameArea(canvas, mark, edge);
-  DrawIcon(canvas, kIconMark, kMarkLeft + kMarkSize / 2, kMarkTop + kMarkSize / 2, 40,
-           kBrightAccent);
+  DrawIcon(canvas, kIconMark, (mark.left + mark.right) / 2, (mark.top + mark.bottom) / 2,
+           RectWidth(mark) * 10 / 13, kBrightAccent);
+}
+
+void DrawTopBand(Canvas& canvas, const Rect& band) {
+  DrawPanel(canvas, band, false, kPanelPlain);
+  DrawMark(canvas, Rect{kMarkLeft, kMarkTop, kMarkLeft + kMarkSize, kMarkTop + kMarkSize});
   PaintText(canvas, Rect{92, 4, 236, 42}, u"MORVA", FontRole::Title, kMainText,
             platform::kAlignLeft | platform::kAlignMiddle);
   PaintText(canvas, Rect{93, 44, 288, 66}, u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
@@ -39,26 +42,31 @@ void DrawTopBand(Canvas& canvas, const Rect& band) {
   FillArea(canvas, Rect{band.left, band.bottom - 1, band.right, band.bottom}, kPanelLine);
 }
 
-void FrameWell(Canvas& canvas, const Rect& place) {
+// The well that has the keyboard shows it, also where no caret or row does.
+void FrameWell(Canvas& canvas, const Rect& place, bool focused) {
   if (place.left >= place.right) return;
   Pen edge;
-  edge.colour = kWellLine;
+  edge.colour = focused ? kBrightAccent : kWellLine;
   FrameArea(canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
 }
 
 void FrameWells(Canvas& canvas) {
   const Rect gutter = platform::PlaceOf(kViewGutter);
   const Rect editor = platform::PlaceOf(kIdEditor);
-  FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom});
+  const int focused = platform::FocusedId();
+  FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
+            focused == kIdEditor);
   for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog}) {
-    FrameWell(canvas, platform::PlaceOf(id));
+    FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
   for (int id : {kIdInfoPanel, kIdHelpText, kViewToolpath}) {
-    if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id));
+    if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }
 
 }  // namespace
+
+void PaintWindowIcon(Canvas& canvas) { DrawMark(canvas, platform::CanvasArea(canvas)); }
 
 void PaintMainWindow(Canvas& canvas) {
   const LayoutAreas& areas = Areas();

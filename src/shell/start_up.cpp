@@ -49,6 +49,7 @@ constexpr int kHoverMs = 150;
 void OnCommand(int id, int notification) {
   RouteCommand(id, notification);
   RefreshKeyStates();
+  WriteProgramInformation();
 }
 
 void OnSelection(int id) {
@@ -87,6 +88,8 @@ void OnFocusChanged(int id, bool gained) {
     if (h.focusChanged) h.focusChanged(gained);
     return false;
   });
+  // The frame of a well tells that it has the keyboard.
+  platform::Repaint(platform::kMainWindow);
 }
 
 void OnListClick(int id, int row, int x, int y) {
@@ -114,6 +117,8 @@ void OnTimer(int window, int timer) {
     });
   }
   RefreshKeyStates();
+  // Markers and autosaves come by timer and change what the panel tells.
+  if (timer == kTimerText || timer == kTimerAutosave) WriteProgramInformation();
 }
 
 void OnPosted(std::uint32_t message, std::uint64_t first, std::uint64_t second) {
@@ -272,6 +277,7 @@ int StartApplication() {
   FillMainWindow();
   FindDataDirectory();
   platform::DarkTitleBar();
+  platform::SetWindowIcon(PaintWindowIcon);
   platform::ShowMainWindow();
   platform::SetFocusTo(kIdEditor);
   return 0;

@@ -19,6 +19,8 @@ void DrawIcon(platform::Canvas& canvas, int icon, int centreX, int centreY, int 
 int ModeIcon(int mode);
 // Every owner-drawn control and list row.
 void DrawOwnerItem(int id, const platform::DrawState& state, platform::Canvas& canvas);
+// The mark of the top band as the window's icon, over the whole canvas.
+void PaintWindowIcon(platform::Canvas& canvas);
 // Panels and top band of the main window.
 void PaintMainWindow(platform::Canvas& canvas);
 

@@ -186,6 +186,8 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
 
 void DarkTitleBar() {}
 
+void SetWindowIcon(void (*)(Canvas&)) {}
+
 void ShowMainWindow() {
   if (!window.exists || window.shown) return;
   window.shown = true;

@@ -42,6 +42,8 @@ class Button : public PlacedWidget<QPushButton> {
   }
 
  protected:
+  // A key's state follows the application, never the click itself.
+  void nextCheckState() override {}
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     Canvas canvas;
@@ -327,12 +329,24 @@ void SetTextLimit(int id, int units) {
 
 void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
 
+// A push button that is told a state has one from then on, also for assistive technology.
 void SetChecked(int id, bool checked) {
   const Quiet quiet;
   if (QCheckBox* check = CheckOf(id)) check->setChecked(checked);
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr || row->kind != PlacedKind::PushButton) return;
+  auto* button = static_cast<QPushButton*>(row->widget);
+  button->setCheckable(true);
+  button->setChecked(checked);
 }
 
-bool IsChecked(int id) { return CheckOf(id) != nullptr && CheckOf(id)->isChecked(); }
+bool IsChecked(int id) {
+  const Placed* row = FindPlaced(id);
+  if (row == nullptr) return false;
+  if (row->kind == PlacedKind::PushButton)
+    return static_cast<QPushButton*>(row->widget)->isChecked();
+  return CheckOf(id) != nullptr && CheckOf(id)->isChecked();
+}
 
 void SetAccessibleName(int id, std::u16string_view name) {
   Placed* row = FindPlaced(id);

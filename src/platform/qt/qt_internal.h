@@ -77,7 +77,6 @@ inline constexpr int kEditorTop = 4;          // pixels above the first line, as
 const QFont& FontOf(FontRole role);
 // Style, palette and fonts of the whole process.
 void BeginLook();
-QIcon WindowIcon();
 // Palette of a text control.
 void PaintWith(QWidget* widget, Colour text, Colour background);
 

@@ -6,9 +6,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QIcon>
 #include <QPainter>
-#include <QPixmap>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -201,18 +199,6 @@ void BeginLook() {
   QApplication::setFont(FontOf(FontRole::Body));
   QToolTip::setFont(FontOf(FontRole::Small));
   QToolTip::setPalette(DarkPalette());
-}
-
-QIcon WindowIcon() {
-  QPixmap pixmap(64, 64);
-  pixmap.fill(ColourOf(kLookPanel));
-  QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(ColourOf(kLookBright), 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF points[] = {{12, 50}, {12, 16}, {32, 38}, {52, 16}, {52, 50}};
-  painter.drawPolyline(points, 5);
-  painter.end();
-  return QIcon(pixmap);
 }
 
 void PaintWith(QWidget* widget, Colour text, Colour background) {

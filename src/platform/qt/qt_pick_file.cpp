@@ -28,6 +28,7 @@ bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
   // The words name the patterns already.
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setFont(FontOf(FontRole::Body));
+  dialog.resize(880, 560);  // names, sizes and dates without a scroll bar
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   QStringList rows;

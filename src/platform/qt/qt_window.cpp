@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QIcon>
 #include <QImage>
+#include <QPixmap>
 #include <QScreen>
 #include <QWheelEvent>
 #include <algorithm>
@@ -255,7 +256,6 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
   auto* window = new MainWindow(spec.background);
   window->setObjectName(Text(spec.className));
   window->setWindowTitle(Text(spec.title));
-  window->setWindowIcon(WindowIcon());
   window->setMinimumSize(spec.minimumWidth, spec.minimumHeight);
   const QRect place = FirstPlace(spec);
   window->resize(place.size());
@@ -270,6 +270,24 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
 
 // Window managers off Windows choose the title bar themselves.
 void DarkTitleBar() {}
+
+void SetWindowIcon(void (*draw)(Canvas& canvas)) {
+  if (MainWidget() == nullptr || draw == nullptr) return;
+  QIcon icon;
+  // Every size from its own drawing: lines of a small icon stay whole pixels wide.
+  for (const int size : {16, 24, 32, 48, 64, 128}) {
+    QPixmap pixmap(size, size);
+    {
+      QPainter painter(&pixmap);
+      Canvas canvas;
+      canvas.painter = &painter;
+      canvas.area = Rect{0, 0, size, size};
+      draw(canvas);
+    }
+    icon.addPixmap(pixmap);
+  }
+  MainWidget()->setWindowIcon(icon);
+}
 
 void ShowMainWindow() {
   if (MainWidget() != nullptr) MainWidget()->show();
