@@ -225,18 +225,26 @@ int OutputHeight(const LayoutInput& in) {
   return std::clamp(height * 31 / 100, 150, 320);
 }
 
-// Home and Code index: editor and view above, output, information and workflow below.
+// The words beside the output need 180 pixels.
+int HomeOutputHeight(const LayoutInput& in) {
+  const int height = in.height - kStatusHeight - in.topBarHeight;
+  return std::clamp(height * 28 / 100, 182, 280);
+}
+
+// Home and Code index: editor and view above, output, information and workflow below. The row
+// below is only as high as its words need, and the view reaches down to it beside the output's
+// head, so that a small window still shows the part.
 void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
-  const int outputTop = work.bottom - OutputHeight(in);
+  const int outputTop = work.bottom - HomeOutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
   PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
-  PlanView(plan, Rect{split, work.top, work.right, headTop - 7});
+  PlanView(plan, Rect{split, work.top, work.right, outputTop - 7});
   PlanOutputHead(plan, work.left, split - kPad, headTop);
-  const int info = std::clamp(width * 25 / 100, 200, 300);
-  const int help = in.mode == kModeHome ? std::clamp(width * 29 / 100, 220, 340) : 0;
+  const int info = std::clamp(width * 28 / 100, 210, 320);
+  const int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) : 0;
   int right = work.right;
   if (help > 0) {
     Put(plan, kIdHelpText, Rect{right - help, outputTop, right, work.bottom});

@@ -1,6 +1,7 @@
 #include "shell/owner_draw.h"
 
 #include <string>
+#include <string_view>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -41,6 +42,8 @@ void DrawKeyGround(const KeySpec& key, const DrawState& state, bool on, Canvas& 
   Pen edge;
   edge.colour = kQuietLine;
   if (state.enabled) edge.colour = state.hovered || on ? kAccent : kPanelLine;
+  // The green and amber grounds do not change under the finger; the edge does.
+  if (state.enabled && state.pressed) edge.colour = kBrightAccent;
   FrameArea(canvas, area, edge);
   if (on && state.enabled) {
     FillArea(canvas, Rect{area.left + 1, area.bottom - 3, area.right - 1, area.bottom - 1},
@@ -74,6 +77,29 @@ void DrawIconCaption(const KeySpec& key, const Rect& area, const std::u16string&
             platform::kAlignLeft | platform::kAlignMiddle);
 }
 
+bool StartsWith(const std::u16string& text, std::size_t at, std::u16string_view piece) {
+  return text.compare(at, piece.size(), piece) == 0;
+}
+
+// A tab's caption cut in the middle of its title: names of one job differ at their ends, and
+// the marks before and behind the title always stay in sight.
+std::u16string FittedTabCaption(const std::u16string& text, FontRole font, int room) {
+  if (platform::TextWidth(font, text) <= room) return text;
+  std::size_t head = 0;
+  if (StartsWith(text, head, u"> ")) head += 2;
+  if (StartsWith(text, head, u"[C] ")) head += 4;
+  const bool dirty = text.size() >= head + 2 && StartsWith(text, text.size() - 2, u" *");
+  const std::size_t end = text.size() - (dirty ? 2 : 0);
+  std::u16string fitted = text;
+  for (std::size_t keep = end - head; keep > 1;) {
+    --keep;
+    const std::size_t back = keep / 2;
+    fitted = text.substr(0, head + keep - back) + u'\u2026' + text.substr(end - back);
+    if (platform::TextWidth(font, fitted) <= room) break;
+  }
+  return fitted;
+}
+
 int FaceOf(const KeySpec& key) {
   return key.id == kIdPlayToggle && playback.playing ? static_cast<int>(kIconPause) : key.icon;
 }
@@ -94,8 +120,9 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
     return;
   }
   if (key.id >= kIdTabFirst && key.id <= kIdTabLast) {
-    PaintText(canvas, Rect{area.left + 9, area.top, area.right - 7, area.bottom}, text, key.font,
-              colour, platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+    const Rect place{area.left + 9, area.top, area.right - 7, area.bottom};
+    PaintText(canvas, place, FittedTabCaption(text, key.font, RectWidth(place)), key.font, colour,
+              platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
     return;
   }
   PaintText(canvas, Shrunk(area, 2), text, key.font, colour,

@@ -74,6 +74,22 @@ TEST_F(OwnerDraw, PaintsAKeyWhoseStateIsOnAsSelected) {
   EXPECT_FALSE(HasGradient(headless::PaintOf(kIdInch), 0x042D43, 0x033A54));
 }
 
+TEST_F(OwnerDraw, CutsALongTabInTheMiddleOfItsTitle) {
+  const std::u16string title = u"a_program_with_a_name_longer_than_any_tab_17.NC";
+  platform::SetText(kIdTabFirst, u"> [C] " + title + u" *");
+  std::u16string shown;
+  for (const DrawCall& call : CallsNamed(headless::PaintOf(kIdTabFirst), "PaintText")) {
+    shown = call.text;
+  }
+  const platform::Rect place = platform::PlaceOf(kIdTabFirst);
+  EXPECT_LE(platform::TextWidth(platform::FontRole::Small, shown), RectWidth(place) - 16);
+  EXPECT_EQ(shown.substr(0, 7), u"> [C] a");
+  EXPECT_NE(shown.find(u'\u2026'), shown.npos);
+  EXPECT_EQ(shown.substr(shown.size() - 5), u".NC *");
+  platform::SetText(kIdTabFirst, u"> A.NC *");
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdTabFirst), u"> A.NC *", kBrightAccent));
+}
+
 TEST_F(OwnerDraw, DimsADisabledKey) {
   platform::SetEnabled(kIdNew, false);
   const auto calls = headless::PaintOf(kIdNew);
