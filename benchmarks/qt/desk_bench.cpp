@@ -227,29 +227,42 @@ QString ProgramOf(int lines) {
                           : FileOf("long.NC", programs::Lines(lines));
 }
 
-// One key to the end of all painting, with everything that follows a change.
-void TypeToRepaint(benchmark::State& state) {
+void PressInEditor(int key, const QString& text) {
+  QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+  QCoreApplication::sendEvent(platform::WidgetOf(morva::kIdEditor), &event);
+}
+
+// One key to the end of all painting, with everything that follows a change: digits in the
+// middle of the text, or backspaces that shorten what is by far its longest line.
+void TypeToRepaint(benchmark::State& state, bool shorten) {
   const int lines = static_cast<int>(state.range(0));
   OpenOnly(ProgramOf(lines));
   const int at = platform::EditorLineStart(morva::kIdEditor, lines / 2);
   platform::SetEditorSelection(morva::kIdEditor, {at, at});
+  if (shorten) platform::ReplaceSelection(morva::kIdEditor, std::u16string(200, u'8'), true);
   Settle();
   std::vector<double> times;
   PaintCounter paints(EditorSurface());
   for (auto _ : state) {
-    const Spent spent = Measure([&paints] {
-      QKeyEvent key(QEvent::KeyPress, Qt::Key_7, Qt::NoModifier, QStringLiteral("7"));
-      QCoreApplication::sendEvent(platform::WidgetOf(morva::kIdEditor), &key);
+    const Spent spent = Measure([&paints, shorten] {
+      if (shorten) {
+        PressInEditor(Qt::Key_Backspace, QStringLiteral("\b"));
+      } else {
+        PressInEditor(Qt::Key_7, QStringLiteral("7"));
+      }
       paints.Await();
     });
     times.push_back(spent.cpu);
     state.SetIterationTime(spent.cpu * 1e-3);
   }
-  targets::Note(
-      {lines == 1000000 ? "Typed character, 1,000,000 lines" : "Typed character, 100,000 lines",
-       "ms", 0, 5},
-      targets::Median(times));
+  const bool most = lines == 1000000;
+  const char* typed = most ? "Typed character, 1,000,000 lines" : "Typed character, 100,000 lines";
+  const char* taken = most ? "Backspace, 1,000,000 lines" : "Backspace, 100,000 lines";
+  targets::Note({shorten ? taken : typed, "ms", 0, 5}, targets::Median(times));
 }
+
+void TypeCharacter(benchmark::State& state) { TypeToRepaint(state, false); }
+void TypeBackspace(benchmark::State& state) { TypeToRepaint(state, true); }
 
 // What runs 150 ms after the last key, and the scan in it.
 void PauseAfterTyping(benchmark::State& state) {
@@ -262,8 +275,7 @@ void PauseAfterTyping(benchmark::State& state) {
     line = (line + 7919) % kLines;
     const int at = platform::EditorLineStart(morva::kIdEditor, line);
     platform::SetEditorSelection(morva::kIdEditor, {at, at});
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_7, Qt::NoModifier, QStringLiteral("7"));
-    QCoreApplication::sendEvent(platform::WidgetOf(morva::kIdEditor), &key);
+    PressInEditor(Qt::Key_7, QStringLiteral("7"));
     Settle();
     const Spent pause = Measure([] {
       morva::RunTextRefresh();
@@ -353,8 +365,10 @@ void IdleTick(benchmark::State& state) {
 constexpr auto kMs = benchmark::kMillisecond;
 BENCHMARK(OpenMillionLines)->Unit(kMs)->UseManualTime()->Iterations(1);
 BENCHMARK(SwitchTabsOfMillionLines)->Unit(kMs)->UseManualTime()->Iterations(1);
-BENCHMARK(TypeToRepaint)->Arg(1000000)->Unit(kMs)->UseManualTime()->Iterations(100);
-BENCHMARK(TypeToRepaint)->Arg(100000)->Unit(kMs)->UseManualTime()->Iterations(100);
+BENCHMARK(TypeCharacter)->Arg(1000000)->Unit(kMs)->UseManualTime()->Iterations(100);
+BENCHMARK(TypeBackspace)->Arg(1000000)->Unit(kMs)->UseManualTime()->Iterations(100);
+BENCHMARK(TypeCharacter)->Arg(100000)->Unit(kMs)->UseManualTime()->Iterations(100);
+BENCHMARK(TypeBackspace)->Arg(100000)->Unit(kMs)->UseManualTime()->Iterations(100);
 BENCHMARK(PauseAfterTyping)->Unit(kMs)->UseManualTime()->Iterations(50);
 BENCHMARK(PlaybackTick)->Unit(kMs)->UseManualTime()->Iterations(300);
 BENCHMARK(IdleTick)->Unit(benchmark::kMicrosecond);

@@ -18,15 +18,82 @@ namespace platform {
 
 namespace {
 
-// Every line is as high as the gutter's pitch, also one with characters of another face.
+// Every line is as high as the gutter's pitch, also one with characters of another face. A line
+// never wraps.
+//
+// The toolkit's layout looks for the widest line anew, through the whole text, whenever the one
+// it knows becomes narrower. Here that is done in short texts only: in a long one the width
+// stays until the text is replaced, and a key costs the same at any length.
 class EvenLayout : public QPlainTextDocumentLayout {
  public:
   using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
   QRectF blockBoundingRect(const QTextBlock& block) const override {
+    if (block.isValid()) const_cast<EvenLayout*>(this)->Arranged(block);
     QRectF place = QPlainTextDocumentLayout::blockBoundingRect(block);
     if (block.isVisible()) place.setHeight(kEditorLineHeight);
     return place;
   }
+  QSizeF documentSize() const override {
+    return QSizeF(widest_, QPlainTextDocumentLayout::documentSize().height());
+  }
+
+ protected:
+  void documentChanged(int from, int removed, int added) override {
+    const QTextDocument* text = document();
+    const QTextBlock first = text->findBlock(from);
+    const QTextBlock last = text->findBlock(std::max(0, from + removed + added - 1));
+    const bool oneLine = first.isValid() && first == last && text->blockCount() == lines_;
+    lines_ = text->blockCount();
+    if (oneLine) {
+      first.layout()->clearLayout();
+      Arranged(first);
+      if (lines_ <= kShort) FindWidest();
+      Q_EMIT updateBlock(first);
+      return;
+    }
+    if (from == 0 && added >= text->characterCount() - 1) widest_ = 0;
+    QPlainTextDocumentLayout::documentChanged(from, removed, added);
+    if (lines_ <= kShort) FindWidest();
+  }
+
+ private:
+  static constexpr int kShort = 4000;  // lines
+
+  // Lays the line out where it is not, and keeps the greatest width.
+  void Arranged(const QTextBlock& block) {
+    QTextLayout* layout = block.layout();
+    if (layout->lineCount() == 0) {
+      layout->setTextOption(document()->defaultTextOption());
+      layout->beginLayout();
+      QTextLine line = layout->createLine();
+      if (line.isValid()) {
+        line.setLeadingIncluded(true);
+        line.setLineWidth(kUnlimited);
+        line.setPosition(QPointF(document()->documentMargin(), 0));
+      }
+      layout->endLayout();
+    }
+    if (Width(block) <= widest_) return;
+    widest_ = Width(block);
+    Q_EMIT documentSizeChanged(documentSize());
+  }
+  double Width(const QTextBlock& block) const {
+    const QTextLayout* layout = block.layout();
+    if (layout->lineCount() == 0) return 0;
+    return layout->lineAt(0).naturalTextWidth() + 2 * document()->documentMargin();
+  }
+  void FindWidest() {
+    const double before = widest_;
+    widest_ = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+      widest_ = std::max(widest_, Width(block));
+    }
+    if (widest_ != before) Q_EMIT documentSizeChanged(documentSize());
+  }
+
+  static constexpr double kUnlimited = 1 << 24;  // pixels
+  double widest_ = 0;
+  int lines_ = 0;
 };
 
 // One shared format for every run of the same look; a program has a dozen of them.
