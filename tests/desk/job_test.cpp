@@ -187,7 +187,8 @@ class Line : public Job {
 
 TEST_F(Line, SendsWhileXoffHoldsTheLineAndReceivesTheSameBack) {
   QByteArray program = "%\r\nO4321\r\n";
-  for (int i = 0; i < 400; ++i) program += "G01 X" + QByteArray::number(i) + ". F20.\r\n";
+  // More than a pseudo-terminal takes at once, so that the hold comes in mid-program.
+  for (int i = 0; i < 6000; ++i) program += "G01 X" + QByteArray::number(i) + ". F20.\r\n";
   program += "M30\r\n%\r\n";
   WriteAll(Path("long.NC"), program);
   Open(Path("long.NC"));
