@@ -612,12 +612,12 @@ int main(int argc, char** argv) {
     std::perror("control_sim: no pseudo-terminal");
     return 1;
   }
-  std::printf("PORT %s\n", control.path.c_str());
-  std::fflush(stdout);
   if (!options.ini.empty() && !WriteIni(options.ini, control.path)) {
     std::fprintf(stderr, "control_sim: cannot write %s\n", options.ini.c_str());
     return 1;
   }
+  std::printf("PORT %s\n", control.path.c_str());
+  std::fflush(stdout);
   Run(control, options);
   Vanish(control);
   return 0;
