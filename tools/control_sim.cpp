@@ -23,6 +23,8 @@ namespace {
 
 constexpr unsigned char kXon = 0x11;
 constexpr unsigned char kXoff = 0x13;
+constexpr int kClearedMs = 60;             // the far end has opened and cleared the line by then
+constexpr int kTakenWaitMs = 2000;         // a program asked for waits that long for a taken line
 constexpr int kGraceBytes = 64;            // what a sender's driver may hold when XOFF arrives
 constexpr std::int64_t kSettleMs = 100;    // and how long the pseudo-terminal may carry it ...
 constexpr int kSettleTurns = 20;           // ... to a control that a loaded machine lets run
@@ -125,6 +127,9 @@ struct Control {
   std::string outgoing;
   std::size_t outgoingAt = 0;
   bool sending = false;
+  std::string wantedSend;  // asked for, waiting for the line to be taken
+  std::int64_t wantedSinceMs = 0;
+  std::int64_t wantedTakenMs = 0;
   bool stoppedByPeer = false;
   std::uint64_t stops = 0;
   std::int64_t lineHeldSinceMs = 0;
@@ -361,11 +366,24 @@ void SendNoise(Control& c) {
   c.noiseLeft -= count;
 }
 
+// A program asked for goes out once the far end has held the line for a moment: opening it
+// drops what came before. Where nobody takes the line it goes out all the same.
+void SendWhenTaken(Control& c, std::int64_t now) {
+  if (c.wantedSend.empty()) return;
+  if (c.master >= 0 && !LineTaken(c)) c.wantedTakenMs = now;
+  const bool settled = now - c.wantedTakenMs >= kClearedMs;
+  if (!settled && now - c.wantedSinceMs < kTakenWaitMs) return;
+  const std::string path = c.wantedSend;
+  c.wantedSend.clear();
+  BeginSend(c, path);
+}
+
 void RunDue(Control& c, const Options& options) {
   const std::int64_t now = NowMs();
   if (c.held && c.releaseAtMs > 0 && now >= c.releaseAtMs) SendXon(c);
   if (c.closing && now - c.lastByteMs > 200) SaveProgram(c);
   if (c.noiseLeft > 0 && c.master >= 0) SendNoise(c);
+  SendWhenTaken(c, now);
   if (options.send.empty() || c.master < 0) return;
   if (!LineTaken(c)) {
     c.lineHeldSinceMs = 0;
@@ -454,7 +472,8 @@ bool Obey(Control& c, const std::string& line) {
     const std::string bytes = Unescaped(rest);
     (void)PutBytes(c, bytes.data(), bytes.size());
   } else if (word == "send") {
-    BeginSend(c, rest);
+    c.wantedSend = rest;
+    c.wantedSinceMs = c.wantedTakenMs = NowMs();
   } else if (word == "save") {
     c.savePath = rest;
   } else if (word == "silence" || word == "listen") {
@@ -556,6 +575,7 @@ bool ReadOptions(int count, char** words, Control& c, Options& options) {
 // Milliseconds until something may be due; with nothing at hand the loop wakes rarely.
 int WaitMs(const Control& c, const Options& options) {
   if (c.baud > 0 || c.held || c.noiseLeft > 0) return 1;
+  if (!c.wantedSend.empty()) return 10;
   if (c.closing || !options.send.empty()) return 50;
   return 1000;
 }
