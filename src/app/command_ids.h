@@ -185,8 +185,26 @@ inline constexpr int kIdChangeHead = 3230;    // "Change All"
 inline constexpr int kIdChangeHelp = 3231;    // help of PROMPT EACH and DO ALL
 inline constexpr int kIdInlineName = 3240;    // rename box over a feature row
 inline constexpr int kIdImportFirst = 3250;   // import panel, 3250 to 3269
-inline constexpr int kIdReviewFirst = 3270;   // compare review, 3270 to 3299
 inline constexpr int kIdIndexFirst = 3300;    // code index panel, 3300 to 3319
+
+// The compare review, 3270 to 3299.
+inline constexpr int kIdReviewHead = 3270;        // "PROGRAMS (Ctrl / Shift)"
+inline constexpr int kIdReviewPrograms = 3271;    // programs to review
+inline constexpr int kIdReviewSelected = 3272;    // "Review selected"
+inline constexpr int kIdReviewPrevious = 3273;    // "Previous change"
+inline constexpr int kIdReviewNext = 3274;        // "Next change"
+inline constexpr int kIdReviewSwap = 3275;        // "Swap sides"
+inline constexpr int kIdReviewSpaces = 3276;      // "Spaces: exact"
+inline constexpr int kIdReviewTags = 3277;        // "Tags: hidden"
+inline constexpr int kIdReviewLines = 3278;       // "All lines"
+inline constexpr int kIdReviewBack = 3279;        // "Back to program"
+inline constexpr int kIdReviewSummary = 3280;     // "READ-ONLY REVIEW   Added + ..."
+inline constexpr int kIdReviewLeftLabel = 3281;   // "Baseline"
+inline constexpr int kIdReviewLeft = 3282;        // program on the left side
+inline constexpr int kIdReviewRightLabel = 3283;  // "Compared"
+inline constexpr int kIdReviewRight = 3284;       // program on the right side
+inline constexpr int kIdReviewLeftPane = 3285;
+inline constexpr int kIdReviewRightPane = 3286;
 
 // Drawn views.
 inline constexpr int kViewGutter = 20001;    // class "CodeGutter"

@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "platform/control.h"
 #include "platform/window.h"
@@ -45,11 +46,13 @@ std::u16string HintFor(int id) {
 }  // namespace
 
 void HoverTick() {
+  Call(hooks.compareTick);
   const int id = platform::IdUnderPointer();
   if (id == lastId) return;
   lastId = id;
   if (id == 0 || id == platform::kMainWindow) return;
   if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
+  if (id == kIdReviewLeftPane || id == kIdReviewRightPane || id == kIdReviewSummary) return;
   // Standing text and the status line are read where they are; they must not wipe the log.
   if (id == kIdInfoPanel || id == kIdHelpText || id == kIdStatusLine) return;
   const std::u16string text = HintFor(id);

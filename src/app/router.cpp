@@ -53,7 +53,6 @@ const Row* FindRow(int id, int notification) {
 // What is still to come, by id. A row leaves this table when its operation exists.
 const PendingCommand kPending[] = {
     {kIdSetup, kIdSetup, u"DNC setup panel"},
-    {kIdCompare, kIdCompare, u"Compare review"},
     {kIdSetupSecond, kIdSetupSecond, u"DNC setup panel"},
     {kIdCompletion, kIdCompletion, u"Completion list"},
     {kIdWizardCombo, kIdWizardCombo, u"Machining wizard"},
@@ -72,7 +71,6 @@ const PendingCommand kPending[] = {
     {kIdCircularInsert, kIdCircularOrientation, u"Circular pattern"},
     {kIdRectItem, kIdRectItem, u"Rectangular pattern"},
     {kIdRectInsert, kIdRectInsert, u"Rectangular pattern"},
-    {kIdCompareSecond, kIdCompareSecond, u"Compare review"},
     {kIdOldFirst + 1, kIdOldFirst + 5, u"Panels still to come"},
     {kIdOldFirst + 9, kIdOldFirst + 13, u"Panels and surfaces still to come"},
     {kIdIndexText, kIdIndexText, u"Code index"},

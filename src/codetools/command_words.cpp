@@ -301,6 +301,34 @@ std::u16string_view CommandWord(int row) {
   return AllCommandWords().of[row];
 }
 
+int CommandWordsIn(std::u16string_view line, bool& inComment, WordSpan* spans, int capacity) {
+  const WordIndex& index = AllWords();
+  int count = 0;
+  for (std::size_t at = 0; at < line.size() && count < capacity;) {
+    if (line[at] == u'(') inComment = true;
+    if (inComment) {
+      const std::size_t close = line.find(u')', at);
+      if (close == std::u16string_view::npos) break;
+      inComment = false;
+      at = close + 1;
+      continue;
+    }
+    WordPiece piece;
+    if (at == 0 || !Touches(line[at - 1])) piece = WordAt(index, line, at);
+    if (piece.length == 0) {
+      ++at;
+      continue;
+    }
+    // A macro word has no row in the code table.
+    if (FindCodeRow(piece.code) >= 0) {
+      spans[count++] = {static_cast<int>(at), static_cast<int>(piece.length),
+                        piece.code[0] == u'G'};
+    }
+    at += piece.length;
+  }
+  return count;
+}
+
 ConvertedText CodeToWords(std::u16string_view code) {
   ConvertedText words;
   const std::size_t capacity =

@@ -30,4 +30,14 @@ ConvertedText CodeToWords(std::u16string_view code);
 // text holds at most 16,384 units or as many as `words` and 8,192 more.
 ConvertedText WordsToCode(std::u16string_view words);
 
+// Where a word of the code table stands in a line of converted text.
+struct WordSpan {
+  int from = 0;
+  int length = 0;
+  bool ofG = false;  // of a G code, else of an M code
+};
+// The command words of one line outside comments, in order; `inComment` is carried from line
+// to line. The answer is their count, never above `capacity`.
+int CommandWordsIn(std::u16string_view line, bool& inComment, WordSpan* spans, int capacity);
+
 }  // namespace morva

@@ -10,6 +10,7 @@
 #include "codetools/editor_help.h"
 #include "codetools/find_pane.h"
 #include "codetools/renumber.h"
+#include "codetools/review.h"
 #include "codetools/validator.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
@@ -84,6 +85,7 @@ void RegisterCodeToolCommands() {
   };
   RegisterWordsView();
   RegisterFindPane();
+  RegisterReview();
   hooks.caretHelp = [] { ShowHoverHelp(TokenAtCaret().text); };
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);

@@ -68,6 +68,14 @@ Point PointOfPosition(int id, int position);  // top left of the character cell
 // Marks one line with a band behind its text, -1 for none. No undo step, no caret move.
 void MarkEditorLine(int id, int line, Colour band);
 
+// Bands behind whole lines, lines ascending, in place of those there were. They belong to line
+// numbers and do not move with an edit; SetEditorText takes them away.
+struct LineBand {
+  int line = 0;
+  Colour band = 0;
+};
+void SetLineBands(int id, const LineBand* bands, int count);
+
 struct ColourRun {
   int from = 0;    // in the line
   int length = 0;

@@ -174,6 +174,8 @@ bool KeyIsOn(int id) {
     case kIdSurfaceCad:
     case kIdSurfacePlate:
       return app.surface == id - kIdSurfaceCode;
+    case kIdCompareSecond:
+      return app.compareActive;
     case kIdShowFeatures:
       return app.sidebarShowsFeatures;
     case kIdShowIndex:

@@ -57,7 +57,7 @@ constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDi
                                   {kIdMeasure, 36}, {kIdPan, 36},         {kIdFit, 36}};
 constexpr KeyWidth kPathKeys[] = {{kIdPath, 61},    {kIdPlay, 70},   {kIdViewMenu, 60},
                                   {kIdZoomOut, 34}, {kIdZoomIn, 34}, {kIdZoomReset, 70}};
-constexpr KeyWidth kTabBarKeys[] = {{kIdCommandWords, 132}, {kIdCompareSecond, 84}, {kIdClose, 64}};
+constexpr KeyWidth kTabBarKeys[] = {{kIdCommandWords, 132}, {kIdCompareSecond, 96}, {kIdClose, 64}};
 constexpr int kViewKeys[] = {kIdViewRefresh, kIdViewFit,  kIdViewPan,      kIdViewExtents,
                              kIdViewMeasure, kIdViewGrid, kIdViewGridMenu, kIdViewLayers};
 constexpr int kPlayKeys[] = {kIdPlayStart,   kIdPlayPrevious, kIdPlayRewind, kIdPlayToggle,

@@ -54,12 +54,15 @@ void FrameWells(Canvas& canvas) {
   const Rect gutter = platform::PlaceOf(kViewGutter);
   const Rect editor = platform::PlaceOf(kIdEditor);
   const int focused = platform::FocusedId();
-  FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
-            focused == kIdEditor);
-  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog}) {
+  if (platform::IsVisible(kViewGutter)) {
+    FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
+              focused == kIdEditor);
+  }
+  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName}) {
     FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
-  for (int id : {kIdInfoPanel, kIdHelpText, kViewToolpath}) {
+  for (int id : {kIdOutputLog, kIdInfoPanel, kIdHelpText, kViewToolpath, kIdReviewPrograms,
+                 kIdReviewLeftPane, kIdReviewRightPane}) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }

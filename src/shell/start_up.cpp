@@ -12,6 +12,7 @@
 #include "codetools/colours.h"
 #include "codetools/editor_keys.h"
 #include "codetools/find_pane.h"
+#include "codetools/review.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
@@ -293,6 +294,7 @@ void ResetApplication() {
   ResetAutosave();
   ResetInsertion();
   ResetFindPane();
+  ResetReview();
   ResetColours();
   ResetFeatureOperations();
   ResetDocuments();

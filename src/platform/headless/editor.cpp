@@ -212,6 +212,17 @@ int EditorMark(int id, platform::Colour& band) {
   return e->markedLine;
 }
 
+bool EditorBand(int id, int line, platform::Colour& band) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return false;
+  for (const platform::LineBand& each : e->bands) {
+    if (each.line != line) continue;
+    band = each.band;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace headless
 
 namespace platform {
@@ -246,6 +257,7 @@ void SetEditorText(int id, std::u16string_view text) {
   EditorState* e = EditorOf(id);
   if (!e) return;
   headless::SetWholeText(e->text, text);
+  e->bands.clear();
   e->anchor = e->caret = e->firstLine = 0;
   headless::TellChange(id);
 }
@@ -367,6 +379,10 @@ void MarkEditorLine(int id, int line, Colour band) {
   if (!e) return;
   e->markedLine = line;
   e->markBand = band;
+}
+
+void SetLineBands(int id, const LineBand* bands, int count) {
+  if (EditorState* e = EditorOf(id)) e->bands.assign(bands, bands + std::max(0, count));
 }
 
 void SetLineRuns(int id, int line, const ColourRun* runs, int count) {

@@ -129,6 +129,9 @@ std::vector<DrawCall> PaintOf(int id);
 // The line that MarkEditorLine marked and its band; -1 for none.
 int EditorMark(int id, platform::Colour& band);
 
+// The band that SetLineBands laid behind a line; false for none.
+bool EditorBand(int id, int line, platform::Colour& band);
+
 // What SetToolTip gave last.
 std::u16string ToolTipOf(int id);
 

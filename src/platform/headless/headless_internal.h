@@ -70,6 +70,7 @@ struct EditorState {
   int firstLine = 0;
   int markedLine = -1;
   platform::Colour markBand = 0;
+  std::vector<platform::LineBand> bands;
   bool readOnly = false;
   int redrawHolds = 0;
 };

@@ -65,7 +65,12 @@ bool IsCaretKey(int key) { return key >= platform::kKeyUp && key <= platform::kK
 
 void PressInEditor(int id, const platform::KeyEvent& key) {
   if (RunTextShortcut(id, key) || key.alt) return;
-  if (IsCaretKey(key.key)) {
+  const Item* item = Find(id);
+  if (!item || !item->editor) return;
+  if (key.key == platform::kKeyTab && item->editor->readOnly) {
+    // Where nothing can be written Tab is no character.
+    FocusNext(key.shift);
+  } else if (IsCaretKey(key.key)) {
     MoveEditorCaret(id, key);
   } else if (key.key == platform::kKeyDelete || key.key == platform::kKeyBackspace) {
     EraseInEditor(id, key.key == platform::kKeyDelete);

@@ -207,6 +207,10 @@ void MarkEditorLine(int id, int line, Colour band) {
   if (EditorWidget* editor = EditorOf(id)) editor->Mark(line, band);
 }
 
+void SetLineBands(int id, const LineBand* bands, int count) {
+  if (EditorWidget* editor = EditorOf(id)) editor->SetBands(bands, count);
+}
+
 void SetLineRuns(int id, int line, const ColourRun* runs, int count) {
   if (EditorWidget* editor = EditorOf(id)) editor->SetRuns(line, runs, count);
 }

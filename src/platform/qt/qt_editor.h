@@ -36,6 +36,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void Freeze(bool freeze) { frozen_ += freeze ? 1 : (frozen_ > 0 ? -1 : 0); }
   bool Frozen() const { return frozen_ > 0; }
   void Mark(int line, Colour band);
+  void SetBands(const LineBand* bands, int count);
   int FirstLine() const { return firstVisibleBlock().blockNumber(); }
   int PositionAtPoint(int x, int y) const;
   Point PointOf(int position) const;
@@ -47,6 +48,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void inputMethodEvent(QInputMethodEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void insertFromMimeData(const QMimeData* source) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   // Positions that the mirror does not have yet, and how many it has in their place.
@@ -73,7 +75,8 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   int lastCaret_ = 0;
   int holds_ = 0;
   int frozen_ = 0;
-  int runsFrom_ = -1;  // positions whose colours changed and are not painted yet
+  std::vector<LineBand> bands_;  // lines ascending
+  int runsFrom_ = -1;            // positions whose colours changed and are not painted yet
   int runsTo_ = -1;
 };
 

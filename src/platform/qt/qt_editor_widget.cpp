@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QPlainTextDocumentLayout>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -265,6 +266,7 @@ void EditorWidget::SetWhole(std::u16string_view text) {
   const std::uint64_t before = revision_;
   mirror_ = NormalLines(text);
   stale_.clear();
+  bands_.clear();
   // No copy: the document takes its own while it builds the lines.
   document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
                                                 static_cast<qsizetype>(mirror_.size())));
@@ -431,6 +433,32 @@ void EditorWidget::Mark(int line, Colour band) {
   }
   if (marks.isEmpty() && extraSelections().isEmpty()) return;
   setExtraSelections(marks);
+}
+
+void EditorWidget::SetBands(const LineBand* bands, int count) {
+  bands_.assign(bands, bands + std::max(0, count));
+  viewport()->update();
+}
+
+// The bands of the lines in view go under the text; the rest of the table is not touched.
+void EditorWidget::paintEvent(QPaintEvent* event) {
+  if (!bands_.empty()) {
+    QPainter painter(viewport());
+    QTextBlock block = firstVisibleBlock();
+    double top = blockBoundingGeometry(block).translated(contentOffset()).top();
+    auto band = std::lower_bound(bands_.begin(), bands_.end(), block.blockNumber(),
+                                 [](const LineBand& each, int line) { return each.line < line; });
+    while (block.isValid() && top <= event->rect().bottom() && band != bands_.end()) {
+      if (band->line == block.blockNumber()) {
+        painter.fillRect(QRectF(0, top, viewport()->width(), kEditorLineHeight),
+                         ColourOf(band->band));
+        ++band;
+      }
+      top += kEditorLineHeight;
+      block = block.next();
+    }
+  }
+  QPlainTextEdit::paintEvent(event);
 }
 
 int EditorWidget::PositionAtPoint(int x, int y) const {

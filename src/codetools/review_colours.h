@@ -1,0 +1,23 @@
+// Colours of the review panes: the bands of changed rows, and words over them.
+//
+// Bands and text colours are layout formats of read-only editors; no text is touched here.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace morva {
+
+// What a pane shows, line by line.
+struct ReviewPane {
+  const std::int32_t* rows = nullptr;  // indices into the rows of the last comparison
+  std::int32_t count = 0;
+  bool left = false;
+  bool words = false;  // the command words view is on: words of the code table are coloured
+};
+
+// `text` is what the editor `id` shows, a line for each row. Beyond kMaxColouredUnits only the
+// rows' own colours are laid.
+void ColourReviewPane(int id, std::u16string_view text, const ReviewPane& pane);
+
+}  // namespace morva

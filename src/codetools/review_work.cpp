@@ -1,0 +1,262 @@
+#include "codetools/review_work.h"
+
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/panels.h"
+#include "codetools/command_words.h"
+#include "codetools/review_colours.h"
+#include "documents/program_tabs.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+#include "platform/timer.h"
+
+namespace morva {
+
+namespace {
+
+constexpr char16_t kEnterWord[] = u"COMPARE";
+constexpr char16_t kExitWord[] = u"EXIT REVIEW";
+constexpr char16_t kTooFew[] =
+    u"Select two or more programs (Ctrl/Shift click), then Review selected.";
+constexpr char16_t kNoSides[] =
+    u"Select at least two open programs in the list, then Review selected.";
+constexpr int kLinesAbove = 3;  // of the row that a step goes to
+
+CompareOptions options;
+std::int32_t shownRows[kMaxCompareRows];
+std::int32_t shownCount = 0;
+std::int32_t currentRow = -1;  // in shownRows
+bool renderedInWords = false;
+
+// The scroll lock's memory, and its guard against hearing its own scrolling.
+int seenLine[2] = {0, 0};
+bool following = false;
+
+constexpr int kSides[2] = {kIdReviewLeft, kIdReviewRight};
+constexpr int kPanes[2] = {kIdReviewLeftPane, kIdReviewRightPane};
+
+void RememberScroll() {
+  for (int side = 0; side < 2; ++side) seenLine[side] = platform::FirstVisibleLine(kPanes[side]);
+}
+
+void ShowOptionWords() {
+  platform::SetText(kIdReviewSpaces, options.ignoreSpaces ? u"Spaces: ignored" : u"Spaces: exact");
+  platform::SetText(kIdReviewTags, options.showTags ? u"Tags: shown" : u"Tags: hidden");
+  platform::SetText(kIdReviewLines, options.changesOnly ? u"Changes only" : u"All lines");
+  for (const int id : {kIdReviewSpaces, kIdReviewTags, kIdReviewLines}) platform::Repaint(id);
+}
+
+void ClearPanes() {
+  compareResult.rowCount = 0;
+  shownCount = 0;
+  currentRow = -1;
+  following = true;
+  for (const int pane : kPanes) platform::SetEditorText(pane, u"");
+  following = false;
+  RememberScroll();
+}
+
+bool ListIsCurrent() {
+  if (platform::RowCount(kIdReviewPrograms) != app.tabCount) return false;
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (platform::RowText(kIdReviewPrograms, i) != tabs[i].title) return false;
+  }
+  return true;
+}
+
+// The open programs, those that bear a mark chosen.
+void ShowPrograms() {
+  if (!ListIsCurrent()) {
+    platform::ClearRows(kIdReviewPrograms);
+    for (int i = 0; i < app.tabCount; ++i) platform::AddRow(kIdReviewPrograms, tabs[i].title, i);
+  }
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (platform::IsRowSelected(kIdReviewPrograms, i) != tabs[i].compareSelected) {
+      platform::SetRowSelected(kIdReviewPrograms, i, tabs[i].compareSelected);
+    }
+  }
+}
+
+// The tab of a side, null for none.
+const ProgramTab* TabOfSide(int side) {
+  const int row = platform::SelectedRow(kSides[side]);
+  if (row < 0) return nullptr;
+  const std::int64_t tab = platform::RowData(kSides[side], row);
+  return tab >= 0 && tab < app.tabCount ? &tabs[tab] : nullptr;
+}
+
+void ListShownRows() {
+  shownCount = 0;
+  for (std::int32_t i = 0; i < compareResult.rowCount; ++i) {
+    if (IsRowShown(compareResult.rows[i], options)) shownRows[shownCount++] = i;
+  }
+}
+
+// Without memory for its text a pane stays empty.
+void FillPane(int side, std::u16string_view program) {
+  const std::u16string code = ComparePaneText(program, side == 0, options);
+  const ConvertedText words = renderedInWords ? CodeToWords(code) : ConvertedText();
+  const std::u16string_view text = renderedInWords ? words.View() : std::u16string_view(code);
+  platform::HoldEditorRedraw(kPanes[side], true);
+  platform::SetEditorText(kPanes[side], text);
+  ColourReviewPane(kPanes[side], text, {shownRows, shownCount, side == 0, renderedInWords});
+  platform::HoldEditorRedraw(kPanes[side], false);
+}
+
+}  // namespace
+
+void ReviewEnter() {
+  if (app.compareActive || !platform::Exists(kIdReviewPrograms)) return;
+  if (app.surface != kSurfaceCode) Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
+  SyncActiveTab();
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  Call(hooks.hideCompletion);
+  app.compareActive = true;
+  platform::SetText(kIdCompareSecond, kExitWord);
+  ShowOptionWords();
+  ShowPrograms();
+  RelayPanels();
+  ReviewFillSelection();
+  platform::SetFocusTo(kIdReviewPrograms);
+}
+
+void ReviewExit() {
+  if (!app.compareActive) return;
+  const int focused = platform::FocusedId();
+  app.compareActive = false;
+  platform::SetText(kIdCompareSecond, kEnterWord);
+  ClearPanes();
+  for (const int side : kSides) platform::ClearRows(side);
+  RelayPanels();
+  // The keyboard stays where it is, unless that is hidden now.
+  if (focused < kIdReviewHead || focused > kIdReviewRightPane) return;
+  platform::SetFocusTo(app.commandWordsActive ? kIdWordsEditor : kIdEditor);
+}
+
+void ReviewMarkTabs() {
+  if (!app.compareActive) return;
+  const int rows = platform::RowCount(kIdReviewPrograms);
+  for (int i = 0; i < rows && i < app.tabCount; ++i) {
+    tabs[i].compareSelected = platform::IsRowSelected(kIdReviewPrograms, i);
+  }
+  RefreshTabButtons();
+}
+
+void ReviewFillSelection() {
+  if (!app.compareActive) return;
+  for (const int side : kSides) platform::ClearRows(side);
+  int chosen = 0;
+  const int rows = platform::RowCount(kIdReviewPrograms);
+  for (int i = 0; i < rows; ++i) {
+    if (!platform::IsRowSelected(kIdReviewPrograms, i)) continue;
+    const std::u16string title = platform::RowText(kIdReviewPrograms, i);
+    const std::int64_t tab = platform::RowData(kIdReviewPrograms, i);
+    for (const int side : kSides) platform::AddRow(side, title, tab);
+    ++chosen;
+  }
+  if (chosen < 2) {
+    ClearPanes();
+    platform::SetText(kIdReviewSummary, kTooFew);
+    return;
+  }
+  platform::SelectRow(kIdReviewLeft, 0);
+  platform::SelectRow(kIdReviewRight, 1);
+  ReviewCompare();
+}
+
+void ReviewCompare() {
+  if (!app.compareActive) return;
+  const ProgramTab* left = TabOfSide(0);
+  const ProgramTab* right = TabOfSide(1);
+  if (!left || !right) {
+    platform::SetText(kIdReviewSummary, kNoSides);
+    return;
+  }
+  CompareTexts(left->text, right->text, options);
+  ReviewRender();
+}
+
+void ReviewRender() {
+  const ProgramTab* left = TabOfSide(0);
+  const ProgramTab* right = TabOfSide(1);
+  if (!left || !right) return;
+  ListShownRows();
+  renderedInWords = app.commandWordsActive;
+  following = true;
+  FillPane(0, left->text);
+  FillPane(1, right->text);
+  following = false;
+  platform::SetText(kIdReviewSummary, CompareSummary());
+  currentRow = -1;
+  RememberScroll();
+  ShowOptionWords();
+}
+
+void ReviewSwap() {
+  const int left = platform::SelectedRow(kIdReviewLeft);
+  platform::SelectRow(kIdReviewLeft, platform::SelectedRow(kIdReviewRight));
+  platform::SelectRow(kIdReviewRight, left);
+  ReviewCompare();
+}
+
+void ReviewToggle(bool CompareOptions::*option) {
+  options.*option = !(options.*option);
+  ShowOptionWords();
+  ReviewCompare();
+}
+
+void ReviewStep(int direction) {
+  std::int32_t row = currentRow;
+  if (row < 0) row = direction > 0 ? shownCount - 1 : 0;
+  for (std::int32_t i = 0; i < shownCount; ++i) {
+    row = (row + direction + shownCount) % shownCount;
+    if (compareResult.rows[shownRows[row]].type == kRowSame) continue;
+    currentRow = row;
+    following = true;
+    for (const int pane : kPanes) {
+      const int start = platform::EditorLineStart(pane, row);
+      platform::SetEditorSelection(pane, {start, start + platform::EditorLineLength(pane, row)});
+      platform::ScrollToLine(pane, row > kLinesAbove ? row - kLinesAbove : 0);
+    }
+    following = false;
+    RememberScroll();
+    return;
+  }
+}
+
+// Both panes have a row for a row, so the same difference is the same line.
+void ReviewLockScroll() {
+  if (following || !app.compareActive) return;
+  following = true;
+  for (int side = 0; side < 2; ++side) {
+    const int line = platform::FirstVisibleLine(kPanes[side]);
+    if (line == seenLine[side]) continue;
+    platform::ScrollToLine(kPanes[1 - side], line);
+    break;
+  }
+  following = false;
+  RememberScroll();
+}
+
+void ReviewTick() {
+  if (!app.compareActive) return;
+  ShowPrograms();
+  if (renderedInWords != app.commandWordsActive && TabOfSide(0) && TabOfSide(1)) ReviewCompare();
+  ReviewLockScroll();
+}
+
+void ResetReviewWork() {
+  options = CompareOptions();
+  compareResult.rowCount = 0;
+  shownCount = 0;
+  currentRow = -1;
+  renderedInWords = false;
+  seenLine[0] = seenLine[1] = 0;
+  following = false;
+}
+
+}  // namespace morva

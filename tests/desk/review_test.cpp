@@ -1,0 +1,148 @@
+// The compare review on the real window: two programs, their changes, the scroll lock.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QDir>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "desk/desk.h"
+#include "documents/program_tabs.h"
+#include "platform/editor.h"
+#include "platform/window.h"
+
+namespace {
+
+using namespace morva;
+
+class ReviewDesk : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+  }
+  void Open(const char* name, const QByteArray& bytes) {
+    QFile file(home_.filePath(QString::fromLatin1(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    file.close();
+    const int before = app.tabCount;
+    desk::AnswerFile(file.fileName());
+    desk::Click(kIdOpen);
+    ASSERT_TRUE(desk::Until([before]() { return app.tabCount == before + 1; }));
+  }
+  static QByteArray Program(const char* changed) {
+    QByteArray text = "%\nO1234\n(FACE THE BLOCK)\n";
+    for (int i = 0; i < 200; ++i) {
+      if (i == 4 || i == 120) text += changed;
+      text += "G01 X" + QByteArray::number(i) + ". Y1.5 F20.\n";
+    }
+    return text + "M30\n%\n";
+  }
+  static QPlainTextEdit* Pane(int id) { return qobject_cast<QPlainTextEdit*>(desk::WidgetOf(id)); }
+  static void MarkTab(int index) {
+    QTest::mouseClick(desk::WidgetOf(kIdTabFirst + index), Qt::LeftButton, Qt::ControlModifier);
+  }
+  static QColor PixelOf(QPlainTextEdit* pane, int x, int line) {
+    const QImage image = pane->viewport()->grab().toImage();
+    return image.pixelColor(x, (line - platform::FirstVisibleLine(IdOf(pane))) * 20 + 3);
+  }
+  static int IdOf(const QPlainTextEdit* pane) {
+    return pane == Pane(kIdReviewLeftPane) ? kIdReviewLeftPane : kIdReviewRightPane;
+  }
+  // Where MORVA_PICTURES names a folder.
+  static void Picture(const char* name) {
+    const QByteArray folder = qgetenv("MORVA_PICTURES");
+    if (folder.isEmpty()) return;
+    desk::Run(250);
+    desk::Picture(QString::fromLocal8Bit(folder) + QLatin1Char('/') + QString::fromLatin1(name));
+  }
+  QTemporaryDir home_;
+};
+
+TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
+  Open("part.NC", Program("M08\n"));
+  Open("part-rev-b.NC", Program("M09\nG04 P1.\n"));
+  // The markers come a moment after a program does.
+  desk::Run(200);
+  QTest::keyClick(desk::WidgetOf(kIdEditor), Qt::Key_Home, Qt::ControlModifier);
+  MarkTab(1);
+  MarkTab(2);
+  EXPECT_EQ(desk::TextOf(kIdTabFirst + 1), QStringLiteral("[C] part.NC"));
+  desk::Click(kIdCompareSecond);
+  ASSERT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdReviewLeftPane)->isVisible(); }));
+  EXPECT_FALSE(desk::WidgetOf(kIdEditor)->isVisible());
+  EXPECT_EQ(desk::TextOf(kIdCompareSecond), QStringLiteral("EXIT REVIEW"));
+  // M08 to M09 twice, and a dwell more twice.
+  EXPECT_EQ(desk::TextOf(kIdReviewSummary),
+            QStringLiteral("READ-ONLY REVIEW   Added + 2   Removed - 0   Modified ~ 2"));
+  QPlainTextEdit* left = Pane(kIdReviewLeftPane);
+  QPlainTextEdit* right = Pane(kIdReviewRightPane);
+  EXPECT_EQ(left->blockCount(), right->blockCount());
+
+  desk::Click(kIdReviewNext);
+  const QString selected = right->textCursor().selectedText();
+  EXPECT_TRUE(selected.endsWith(QStringLiteral(" ~  M09"))) << selected.toStdString();
+  EXPECT_EQ(left->textCursor().blockNumber(), right->textCursor().blockNumber());
+  const int row = right->textCursor().blockNumber();
+  // Right of the short text nothing covers the row's band; the dwell below has its own.
+  EXPECT_EQ(PixelOf(left, 300, row), QColor(0x45, 0x34, 0x19));
+  EXPECT_EQ(PixelOf(right, 300, row + 1), QColor(0x16, 0x41, 0x31));
+  EXPECT_EQ(PixelOf(left, 300, row - 1), QColor(0x01, 0x0D, 0x15));
+  Picture("review.png");
+
+  desk::Click(kIdReviewNext);
+  desk::Click(kIdReviewNext);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdReviewLeftPane), left->textCursor().blockNumber() - 3);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdReviewRightPane),
+            platform::FirstVisibleLine(kIdReviewLeftPane));
+
+  // The lock, either way, by the panes' own scroll bars.
+  right->verticalScrollBar()->setValue(10);
+  EXPECT_TRUE(desk::Until([]() { return platform::FirstVisibleLine(kIdReviewLeftPane) == 10; }));
+  left->verticalScrollBar()->setValue(77);
+  EXPECT_TRUE(desk::Until([]() { return platform::FirstVisibleLine(kIdReviewRightPane) == 77; }));
+
+  // Typing changes nothing.
+  const QString before = left->toPlainText();
+  desk::TypeInto(kIdReviewLeftPane, QStringLiteral("M00"));
+  EXPECT_EQ(left->toPlainText(), before);
+
+  desk::Click(kIdReviewLines);
+  EXPECT_EQ(desk::TextOf(kIdReviewLines), QStringLiteral("Changes only"));
+  EXPECT_EQ(left->blockCount(), 5);  // four changes and the end
+  Picture("review-changes.png");
+
+  desk::Click(kIdCompareSecond);
+  EXPECT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdEditor)->isVisible(); }));
+  EXPECT_FALSE(left->isVisible());
+  EXPECT_EQ(desk::TextOf(kIdCompareSecond), QStringLiteral("COMPARE"));
+}
+
+TEST_F(ReviewDesk, ChoosesWithTheKeyboardAlone) {
+  Open("a.NC", "G0 X0\nM30\n");
+  Open("b.NC", "G0 X1\nM30\n");
+  desk::Run(200);
+  desk::Key(kIdCompareSecond, Qt::Key_Return);
+  ASSERT_TRUE(desk::Until([]() { return platform::FocusedId() == kIdReviewPrograms; }));
+  EXPECT_EQ(
+      desk::TextOf(kIdReviewSummary),
+      QStringLiteral("Select two or more programs (Ctrl/Shift click), then Review selected."));
+  desk::Key(kIdReviewPrograms, Qt::Key_End);
+  desk::Key(kIdReviewPrograms, Qt::Key_Up, Qt::ShiftModifier);
+  EXPECT_TRUE(tabs[1].compareSelected);
+  EXPECT_TRUE(tabs[2].compareSelected);
+  desk::Key(kIdReviewPrograms, Qt::Key_Return);
+  EXPECT_EQ(desk::TextOf(kIdReviewSummary),
+            QStringLiteral("READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1"));
+  desk::Key(kIdReviewPrograms, Qt::Key_Escape);
+  EXPECT_TRUE(desk::Until([]() { return platform::FocusedId() == kIdEditor; }));
+}
+
+}  // namespace
