@@ -223,6 +223,24 @@ TEST_F(Line, SendsWhileXoffHoldsTheLineAndReceivesTheSameBack) {
   EXPECT_TRUE(back == shown);
 }
 
+// The engine pauses 10 ms behind every 256 bytes, so that the limit takes a minute and a half.
+TEST_F(Line, OpensNothingOfAReceiveOfTwoMebibytes) {
+  QByteArray program;
+  while (program.size() < 2 << 20) program += "G01 X1. Y2. Z3. F20.\r\n";
+  WriteAll(Path("big.NC"), program);
+  const QString before = desk::TextOf(morva::kIdEditor);
+  desk::Click(morva::kIdReceive);
+  ASSERT_TRUE(Log("Receive armed."));
+  Say("send " + Path("big.NC").toLocal8Bit());
+  ASSERT_TRUE(
+      Log("TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive "
+          "limit was reached. Incomplete data was not opened.",
+          200000));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  EXPECT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor), before);
+}
+
 TEST_F(Line, TellsOfACableGoneInMidSend) {
   QByteArray program = "%\r\n";
   for (int i = 0; i < 60000; ++i) program += "G01 X1. Y2. Z3. F20.\r\n";

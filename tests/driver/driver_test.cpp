@@ -104,6 +104,13 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
             "{\"ok\":true,\"value\":\"Dwell P1.\"}");
   EXPECT_EQ(drive::AnswerLine("call WordsToCode \"Dwell P1.\""),
             "{\"ok\":true,\"value\":\"G04 P1.\"}");
+  // The back key by its name and by its caption; two keys of one caption are not guessed at.
+  EXPECT_EQ(drive::AnswerLine("get control \"Back\""), drive::AnswerLine("get control 1700"));
+  EXPECT_EQ(drive::AnswerLine("get control \"\u2190  Home\""),
+            drive::AnswerLine("get control 1700"));
+  EXPECT_EQ(drive::AnswerLine("click \"+\""),
+            "{\"ok\":false,\"error\":\"several have this name: 665 808\"}");
+  EXPECT_EQ(drive::AnswerLine("wait 86400000"), "{\"ok\":true}");
   for (const char* line : {"click",
                            "click 999999999999999999",
                            "click 99999",

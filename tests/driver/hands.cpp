@@ -26,6 +26,17 @@ std::vector<int> VisibleNamed(std::u16string_view name, bool labels) {
   return found;
 }
 
+// Buttons and check boxes by their captions, where the accessible name is another.
+std::vector<int> VisibleCaptioned(std::u16string_view caption) {
+  std::vector<int> found;
+  for (int id : headless::AllIds()) {
+    headless::ControlInfo info;
+    if (!headless::Describe(id, info) || !info.visible || info.text != caption) continue;
+    if (info.kind == u"button" || info.kind == u"check") found.push_back(id);
+  }
+  return found;
+}
+
 struct Held {
   bool left = false;
   bool middle = false;
@@ -104,6 +115,7 @@ bool ReadControl(const Word& word, int& id, std::u16string& error) {
     return known;
   }
   std::vector<int> found = VisibleNamed(word.text, false);
+  if (found.empty()) found = VisibleCaptioned(word.text);
   if (found.empty()) found = VisibleNamed(word.text, true);
   if (found.size() == 1) {
     id = found[0];

@@ -1,0 +1,94 @@
+// Files of any bytes in the real window: they open as text or with their message, soon, and the
+// window goes on working.
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "desk/desk.h"
+#include "documents/program_tabs.h"
+
+namespace {
+
+// Far above what any of these takes on an idle machine, far below what a person calls a hang.
+constexpr int kLongestMs = 30000;
+
+class BadFile : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    ASSERT_TRUE(desk::Until(
+        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+  }
+  QString Write(const char* name, const QByteArray& bytes) const {
+    const QString path = home_.filePath(QString::fromLatin1(name));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    return path;
+  }
+  // Opens the file, lets the pause pass that tags it, asks for its report and its path.
+  void OpensAndWorks(const QString& path) {
+    QElapsedTimer timer;
+    timer.start();
+    desk::AnswerFile(path);
+    desk::Click(morva::kIdOpen);
+    ASSERT_TRUE(desk::Until([]() { return morva::app.tabCount == 2; }, kLongestMs));
+    opened_ = desk::TextOf(morva::kIdEditor);
+    desk::Run(1500);
+    desk::Key(morva::kIdEditor, Qt::Key_F5);
+    EXPECT_TRUE(desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("Validation complete")));
+    desk::Click(morva::kIdPath);
+    desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
+    desk::TypeInto(morva::kIdEditor, QStringLiteral("M9"));
+    EXPECT_TRUE(desk::TextOf(morva::kIdEditor).contains(QStringLiteral("M9")));
+    EXPECT_LT(timer.elapsed(), kLongestMs);
+    RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
+    EXPECT_EQ(desk::BoxesSeen(), 0);
+  }
+  // The file is refused with this box and no tab comes of it.
+  void IsRefused(const QString& path) {
+    desk::AnswerBox(QStringLiteral("OK"));
+    desk::AnswerFile(path);
+    desk::Click(morva::kIdOpen);
+    ASSERT_TRUE(desk::Until([]() { return desk::BoxesSeen() == 1; }, kLongestMs));
+    EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not open the selected file."));
+    EXPECT_EQ(morva::app.tabCount, 1);
+  }
+  QTemporaryDir home_;
+  QString opened_;
+};
+
+TEST_F(BadFile, OfOneLineOfTenMegabytesOpensAndIsEdited) {
+  QByteArray line = "G1";
+  while (line.size() < 10000000) line += " X1.25";
+  OpensAndWorks(Write("line.NC", line));
+  EXPECT_EQ(opened_, QString::fromLatin1(line));
+}
+
+TEST_F(BadFile, OfLoneCarriageReturnsOpensInLines) {
+  OpensAndWorks(Write("cr.NC", "G0 X1\rG0 X2\r\rM30\r"));
+  EXPECT_EQ(opened_, QStringLiteral("G0 X1\nG0 X2\n\nM30\n"));
+}
+
+TEST_F(BadFile, OfInvalidUtf8OpensWithMarksInThePlaceOfTheBytes) {
+  OpensAndWorks(Write("bytes.NC", "(\xff\xfe\xc3\x28 CAF\xe9)\r\nG0 X1\r\n"));
+  EXPECT_EQ(opened_, QStringLiteral("(\ufffd\ufffd\ufffd( CAF\ufffd)\nG0 X1\n"));
+}
+
+TEST_F(BadFile, OfEveryByteValueOpens) {
+  QByteArray bytes = "G0 X1\r\n";
+  for (int i = 0; i < 200000; ++i) bytes += static_cast<char>(i * 7);
+  OpensAndWorks(Write("all.NC", bytes));
+  EXPECT_TRUE(opened_.startsWith(QStringLiteral("G0 X1\n")));
+}
+
+TEST_F(BadFile, AboveThirtyTwoMebibytesIsRefused) {
+  IsRefused(Write("big.NC", QByteArray((32 << 20) + 1, 'G')));
+}
+
+}  // namespace
