@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 #include <sys/file.h>
 
+#include <atomic>
 #include <ctime>
+#include <fstream>
 #include <random>
+#include <thread>
 
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
@@ -50,10 +53,10 @@ using far_end::Simulator;
 using far_end::WaitUntil;
 using morva::transfer;
 
-// From an abort to its message. Four in five come this soon; one that a loaded machine runs late
-// still comes long before any wait of the line ends by itself.
-constexpr int kSoonAbortMs = 150;
-constexpr int kLateAbortMs = 4500;
+// The longest time from an abort to its message. Where other programs keep the processors, one
+// in twenty may be late; it still comes long before any wait of the line ends by itself.
+constexpr int kLongestAbortMs = 150;
+constexpr int kLateEndMs = 4500;
 
 // A program of at least `bytes` bytes with every kind of line; no line is like another.
 std::string BigProgram(std::size_t bytes) {
@@ -364,7 +367,7 @@ TEST_F(LiveTransfer, EndsWithTheProgramAndLeavesThePortFree) {
   ASSERT_TRUE(WaitUntil([&] { return peer.IsTaken(); }, 5000));
   const Clock::time_point start = Clock::now();
   morva::ResetTransfer();
-  EXPECT_LE(Milliseconds(start), kLateAbortMs);
+  EXPECT_LE(Milliseconds(start), kLateEndMs);
   EXPECT_FALSE(platform::WorkerRuns());
   EXPECT_FALSE(peer.IsTaken());
 }
@@ -391,7 +394,7 @@ TEST_F(LiveTransfer, EndsWithTheProgramInAHeldSend) {
   ASSERT_TRUE(platform::WorkerRuns());
   const Clock::time_point start = Clock::now();
   morva::ResetTransfer();
-  EXPECT_LE(Milliseconds(start), kLateAbortMs);
+  EXPECT_LE(Milliseconds(start), kLateEndMs);
   EXPECT_FALSE(platform::WorkerRuns());
   EXPECT_FALSE(peer.IsTaken());
   EXPECT_EQ(flock(peer.slave, LOCK_EX | LOCK_NB), 0);
@@ -417,24 +420,40 @@ TEST_F(LiveTransfer, SaysThatNoThreadOfASendCouldStart) {
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
 }
 
-// 300 aborts, 50 in each state, each on the line that the one before it left.
+// Whether no processor is idle, now or on the average of the last minute.
+bool IsCrowded() {
+  std::ifstream in("/proc/loadavg");
+  double minute = 0;
+  double ignored = 0;
+  int running = 0;
+  in >> minute >> ignored >> ignored >> running;
+  const unsigned processors = std::thread::hardware_concurrency();
+  return running >= static_cast<int>(processors) || minute >= 0.75 * processors;
+}
+
+// 300 aborts in every state, each on the line that the one before it left.
 
 struct Abort : public LiveTransfer {
-  static constexpr std::size_t kTurns = 50;
+  static constexpr std::size_t kTurns = 300;
   Peer peer;
+  std::size_t late = 0;
   std::vector<std::int64_t> times;
 
   void SetUp() override { UsePort(peer.Path()); }
   void TearDown() override {
     ASSERT_EQ(times.size(), kTurns);
     std::sort(times.begin(), times.end());
-    EXPECT_LE(times[kTurns * 4 / 5], kSoonAbortMs);
-    EXPECT_LE(times.back(), kLateAbortMs);
+    EXPECT_LE(late, kTurns / 20);
+    EXPECT_LE(times.back(), kLateEndMs);
     RecordProperty("median_ms", static_cast<int>(times[kTurns / 2]));
     RecordProperty("worst_ms", static_cast<int>(times.back()));
   }
   void AbortNow(std::int32_t wantedState) {
     times.push_back(AbortAndWait());
+    if (times.back() > kLongestAbortMs) {
+      ++late;
+      EXPECT_TRUE(IsCrowded()) << "abort " << times.size() << ": " << times.back() << " ms";
+    }
     EXPECT_EQ(morva::dncState, wantedState);
     peer.Forget();
   }
