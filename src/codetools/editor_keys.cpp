@@ -7,8 +7,9 @@
 #include "app/hooks.h"
 #include "app/router.h"
 #include "codetools/colours.h"
-#include "codetools/editor_help.h"
+#include "codetools/completion_popup.h"
 #include "codetools/find_pane.h"
+#include "codetools/index_panel.h"
 #include "codetools/renumber.h"
 #include "codetools/review.h"
 #include "codetools/validator.h"
@@ -31,7 +32,11 @@ int ShownEditor() { return app.commandWordsActive ? kIdWordsEditor : kIdEditor; 
 
 void Validate(int, int) { ValidateProgram(); }
 void Renumber(int, int) { RenumberProgram(); }
-void EditorScrolled(int, int) { platform::Repaint(kViewGutter); }
+
+void EditorScrolled(int, int) {
+  platform::Repaint(kViewGutter);
+  FollowCompletionScroll();
+}
 
 }  // namespace
 
@@ -82,11 +87,13 @@ void RegisterCodeToolCommands() {
   hooks.colourEditor = [] {
     ColourCodeEditor();
     if (app.commandWordsActive) ColourWordsView();
+    CompletionAfterRefresh();
   };
   RegisterWordsView();
   RegisterFindPane();
   RegisterReview();
-  hooks.caretHelp = [] { ShowHoverHelp(TokenAtCaret().text); };
+  RegisterIndexPanel();
+  RegisterCompletion();
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);

@@ -92,6 +92,7 @@ void SwitchTab(int index) {
   RunAutosave();
   Call(hooks.cancelCadInput);
   if (index < 0 || index >= app.tabCount || index == app.activeTab) return;
+  Call(hooks.hideCompletion);
   StashActiveWorkspace();
   DropEditLink();
   SyncActiveTab();

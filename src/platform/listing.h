@@ -24,6 +24,8 @@ struct ListSpec {
   bool ownerDrawn = true;
   int parent = kMainWindow;
   bool hidden = false;
+  bool takesFocus = true;  // false: the keyboard stays where it is, even at a click
+  int wheelRows = 3;       // rows that one notch of the wheel scrolls
 };
 
 bool MakeList(const ListSpec& spec);

@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hover.h"
+#include "codetools/index_panel.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "shell/icons.h"
@@ -180,6 +181,13 @@ bool KeyIsOn(int id) {
       return app.sidebarShowsFeatures;
     case kIdShowIndex:
       return !app.sidebarShowsFeatures;
+    case kIdIndexAll:
+    case kIdIndexG:
+    case kIdIndexM:
+    case kIdIndexN:
+    case kIdIndexMacro:
+    case kIdIndexText:
+      return IsIndexKeyOn(id);
     case kIdPlay:
     case kIdPlayToggle:
       return playback.playing;

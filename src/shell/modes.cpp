@@ -184,6 +184,7 @@ void SetMode(int mode) {
   if (!ModeExists(mode)) return;
   RememberPlace(mode);
   if (app.compareActive) Call(hooks.leaveCompare);
+  Call(hooks.hideCompletion);
   app.surface = kSurfaceCode;
   app.mode = mode;
   ShowModeWords();

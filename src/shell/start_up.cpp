@@ -10,8 +10,10 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/colours.h"
+#include "codetools/completion_popup.h"
 #include "codetools/editor_keys.h"
 #include "codetools/find_pane.h"
+#include "codetools/index_panel.h"
 #include "codetools/review.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
@@ -188,6 +190,7 @@ bool OnContextMenu(int id, int row, int x, int y) {
 void OnResized(int width, int height) {
   (void)width;
   (void)height;
+  Call(hooks.hideCompletion);
   Layout();
 }
 
@@ -293,7 +296,9 @@ void ResetApplication() {
   ResetSerialProfile();
   ResetAutosave();
   ResetInsertion();
+  ResetCompletion();
   ResetFindPane();
+  ResetIndexPanel();
   ResetReview();
   ResetColours();
   ResetFeatureOperations();

@@ -97,6 +97,7 @@ bool MakeList(const ListSpec& spec) {
   if (!item) return false;
   item->name = spec.accessibleName;
   item->font = spec.font;
+  item->takesFocus = spec.takesFocus;
   item->list.rowHeight = spec.rowHeight;
   item->list.ownerDrawn = spec.ownerDrawn;
   return true;

@@ -108,7 +108,9 @@ bool IsTextItem(const Item& item) {
 
 bool TakesKeyboard(const Item& item) {
   if (item.kind == Kind::Label) return false;
-  return item.kind != Kind::View || item.takesFocus;
+  const bool asked = item.kind == Kind::View || item.kind == Kind::List ||
+                     item.kind == Kind::MultiList || item.kind == Kind::Combo;
+  return !asked || item.takesFocus;
 }
 
 void HoldCtrl(bool held) { ctrlHeld = held; }

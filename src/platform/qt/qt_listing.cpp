@@ -101,13 +101,16 @@ class RowDelegate : public QAbstractItemDelegate {
 class ListBox : public PlacedWidget<QListView> {
  public:
   ListBox(const ListSpec& spec, QWidget* parent)
-      : PlacedWidget<QListView>(spec.id, true, parent), model_(new RowModel(this)) {
+      : PlacedWidget<QListView>(spec.id, true, parent),
+        model_(new RowModel(this)),
+        wheelRows_(spec.wheelRows) {
     setItemDelegate(new RowDelegate(spec.id, spec.rowHeight, spec.ownerDrawn, this));
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
+    if (!spec.takesFocus) setFocusPolicy(Qt::NoFocus);
     setSelectionMode(spec.kind == ListKind::Multi ? QAbstractItemView::ExtendedSelection
                                                   : QAbstractItemView::SingleSelection);
     viewport()->setAttribute(Qt::WA_Hover);
@@ -155,6 +158,16 @@ class ListBox : public PlacedWidget<QListView> {
     if (event->button() != Qt::LeftButton || !indexAt(event->pos()).isValid()) return;
     SendCommand(Id(), kNotifyListDouble);
   }
+  void wheelEvent(QWheelEvent* event) override {
+    const int turned = event->angleDelta().y();
+    if (turned == 0) return QListView::wheelEvent(event);
+    // Fine wheels tell parts of a notch, 120 to each.
+    wheel_ += turned * wheelRows_;
+    const int rows = wheel_ / 120;
+    wheel_ -= rows * 120;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - rows);
+    event->accept();
+  }
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter) {
@@ -181,6 +194,8 @@ class ListBox : public PlacedWidget<QListView> {
 
  private:
   RowModel* model_;
+  int wheelRows_;
+  int wheel_ = 0;
   bool pressing_ = false;
   bool pressed_ = false;
 };
