@@ -1,5 +1,8 @@
 #include "codetools/compare.h"
 
+#include <algorithm>
+#include <new>
+
 #include "library/codetext.h"
 
 namespace morva {
@@ -9,6 +12,7 @@ CompareResult compareResult;
 namespace {
 
 constexpr int kLookahead = 64;
+constexpr std::size_t kRowFrameUnits = 16;   // a number of ten digits, the marker, the line end
 constexpr std::int32_t kHashSlots = 131072;  // twice the lines of both sides, a power of two
 constexpr int kWordBits = 64;
 // Rows of bits for the exact method: lines of the left times words of the right, for every
@@ -359,10 +363,17 @@ std::int32_t ShownRow(std::int32_t index, const CompareOptions& options) {
   return -1;
 }
 
-std::u16string ComparePaneText(std::u16string_view text, bool leftSide,
-                               const CompareOptions& options) {
-  std::u16string out;
-  out.reserve(text.size() + static_cast<std::size_t>(compareResult.rowCount) * 12);
+PaneText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options) {
+  PaneText pane;
+  // Room for the longest number of each row.
+  std::size_t capacity = text.size();
+  capacity += static_cast<std::size_t>(compareResult.rowCount) * kRowFrameUnits;
+  pane.units.reset(new (std::nothrow) char16_t[capacity]);
+  if (!pane.units) return pane;
+  char16_t* out = pane.units.get();
+  const auto write = [&out](std::u16string_view piece) {
+    out = std::copy(piece.begin(), piece.end(), out);
+  };
   for (std::int32_t i = 0; i < compareResult.rowCount; ++i) {
     const CompareRow& row = compareResult.rows[i];
     if (!IsRowShown(row, options)) continue;
@@ -370,14 +381,15 @@ std::u16string ComparePaneText(std::u16string_view text, bool leftSide,
     if (index >= 0) {
       const CompareLine& line =
           leftSide ? compareResult.left.lines[index] : compareResult.right.lines[index];
-      out += IntegerText(line.number);
-      out += RowMarker(row.type);
-      out +=
-          text.substr(static_cast<std::size_t>(line.start), static_cast<std::size_t>(line.length));
+      write(IntegerText(line.number));
+      write(RowMarker(row.type));
+      write(
+          text.substr(static_cast<std::size_t>(line.start), static_cast<std::size_t>(line.length)));
     }
-    out += u"\r\n";
+    write(u"\r\n");
   }
-  return out;
+  pane.length = static_cast<std::size_t>(out - pane.units.get());
+  return pane;
 }
 
 }  // namespace morva

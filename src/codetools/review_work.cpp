@@ -98,9 +98,9 @@ void ListShownRows() {
 
 // Without memory for its text a pane stays empty.
 void FillPane(int side, std::u16string_view program) {
-  const std::u16string code = ComparePaneText(program, side == 0, options);
-  const ConvertedText words = renderedInWords ? CodeToWords(code) : ConvertedText();
-  const std::u16string_view text = renderedInWords ? words.View() : std::u16string_view(code);
+  const PaneText code = ComparePaneText(program, side == 0, options);
+  const ConvertedText words = renderedInWords ? CodeToWords(code.View()) : ConvertedText();
+  const std::u16string_view text = renderedInWords ? words.View() : code.View();
   platform::HoldEditorRedraw(kPanes[side], true);
   platform::SetEditorText(kPanes[side], text);
   ColourReviewPane(kPanes[side], text, {shownRows, shownCount, side == 0, renderedInWords});

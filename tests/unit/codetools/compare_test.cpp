@@ -33,8 +33,8 @@ TEST(Compare, FindsNothingBetweenEqualPrograms) {
   CompareTexts(text, text, options);
   EXPECT_EQ(CompareSummary(), u"READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 0");
   options.changesOnly = true;
-  EXPECT_EQ(ComparePaneText(text, true, options), u"");
-  EXPECT_EQ(ComparePaneText(text, false, options), u"");
+  EXPECT_EQ(ComparePaneText(text, true, options).View(), u"");
+  EXPECT_EQ(ComparePaneText(text, false, options).View(), u"");
 }
 
 TEST(Compare, AnEmptyLeftSideGivesAddedRows) {
@@ -54,8 +54,8 @@ TEST(Compare, HidesMarkerLinesButKeepsTheNumbersOfTheFile) {
   const std::u16string right = u"(MORVA TEXT 7)\r\nG0\r\n(MORVA END 7)\r\nG2\r\n";
   CompareOptions options;
   ExpectRows(Compared(left, right, options), {{0, 0, 0}, {1, 1, 3}});
-  EXPECT_EQ(ComparePaneText(left, true, options), u"2    G0\r\n4 ~  G1\r\n");
-  EXPECT_EQ(ComparePaneText(right, false, options), u"2    G0\r\n4 ~  G2\r\n");
+  EXPECT_EQ(ComparePaneText(left, true, options).View(), u"2    G0\r\n4 ~  G1\r\n");
+  EXPECT_EQ(ComparePaneText(right, false, options).View(), u"2    G0\r\n4 ~  G2\r\n");
   options.showTags = true;
   CompareTexts(left, right, options);
   EXPECT_EQ(CountCompareRows().modified, 3);
@@ -79,8 +79,8 @@ TEST(Compare, TakesEveryLineEndAndNoFinalEmptyLine) {
 TEST(Compare, AlignsThePanesRowByRow) {
   const CompareOptions options;
   CompareTexts(u"A\nB\n", u"B\n", options);
-  EXPECT_EQ(ComparePaneText(u"A\nB\n", true, options), u"1 -  A\r\n2    B\r\n");
-  EXPECT_EQ(ComparePaneText(u"B\n", false, options), u"\r\n1    B\r\n");
+  EXPECT_EQ(ComparePaneText(u"A\nB\n", true, options).View(), u"1 -  A\r\n2    B\r\n");
+  EXPECT_EQ(ComparePaneText(u"B\n", false, options).View(), u"\r\n1    B\r\n");
 }
 
 std::u16string Numbered(int lines, int from = 0) {

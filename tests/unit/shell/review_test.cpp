@@ -2,6 +2,8 @@
 
 #include "codetools/review.h"
 
+#include <cstddef>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,16 @@
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/workbench.h"
+
+// The next array that may fail does, where a test says so.
+namespace {
+int arraysUntilFailure = 0;  // 0: none fails
+}  // namespace
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  if (arraysUntilFailure > 0 && --arraysUntilFailure == 0) return nullptr;
+  return ::operator new[](size);
+}
 
 namespace morva {
 namespace {
@@ -394,6 +406,18 @@ TEST_F(Review, ShowsPlainWordsWhereTheWordsViewIsOn) {
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 5), 0x489AFFu);
   headless::Click(kIdReviewBack);
   EXPECT_TRUE(platform::IsVisible(kIdWordsEditor));
+}
+
+TEST_F(Review, WithoutMemoryForItsTextAPaneStaysEmptyAndTheOtherIsFilled) {
+  Compare(u"A\r\n", u"B\r\n");
+  arraysUntilFailure = 1;
+  headless::Click(kIdReviewSpaces);
+  EXPECT_EQ(arraysUntilFailure, 0);
+  EXPECT_EQ(Left(), u"");
+  EXPECT_EQ(Right(), u"1 ~  B\r\n");
+  EXPECT_EQ(Summary(), u"READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1");
+  headless::Click(kIdReviewSpaces);
+  EXPECT_EQ(Left(), u"1 ~  A\r\n");
 }
 
 TEST_F(Review, NewOpenClosingAndATabClickLeaveIt) {
