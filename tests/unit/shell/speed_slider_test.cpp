@@ -92,6 +92,7 @@ TEST_F(SpeedSlider, SharesTheHintOfThePlaybackBar) {
     HoverTick();
     EXPECT_NE(TextOf(kIdStatusLine), hint);
   }
+  ResetHover();
 }
 
 }  // namespace
