@@ -11,6 +11,7 @@
 #include "platform/listing.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "shell/inline_rename.h"
 #include "shell/layout.h"
 
 namespace morva {
@@ -229,6 +230,7 @@ bool ModeListKey(const platform::KeyEvent& key) {
 }
 
 void RegisterShellCommands() {
+  RegisterInlineRename();
   hooks.layout = Layout;
   hooks.setMode = SetMode;
   hooks.setSurface = SetSurface;

@@ -28,6 +28,7 @@
 #include "platform/message.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "shell/inline_rename.h"
 #include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
@@ -306,6 +307,7 @@ void ResetApplication() {
   ResetSimulator();
   ResetView();
   ResetUnits();
+  ResetInlineRename();
   ResetShell();
   ResetAppState();
 }

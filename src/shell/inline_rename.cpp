@@ -1,0 +1,167 @@
+#include "shell/inline_rename.h"
+
+#include <cstdint>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kHotSpot = 34;  // pixels of the lock at a row's right end, and of the eye before it
+constexpr int kNameMost = 80;
+constexpr std::size_t kBufferUnits = 96;  // what is read back, terminator included
+
+struct Rename {
+  bool open = false;
+  std::int32_t id = 0;
+  std::uint64_t serial = 0;  // the program that the row belongs to
+  std::u16string before;     // as the box showed it first
+};
+Rename box;
+
+bool IsLocked(std::int32_t id) {
+  const ProgramTab* tab = ActiveTab();
+  return tab && IdListHolds(tab->lockedIds, id);
+}
+
+// Over the name part of the row; the two icons stay in sight. False: the row is out of view.
+bool PlaceBox() {
+  const int row = platform::SelectedRow(kIdFeatureList);
+  if (row < 0 || !platform::IsVisible(kIdFeatureList)) return false;
+  const platform::Rect at = platform::RowPlace(kIdFeatureList, row);
+  if (platform::RectHeight(at) <= 0 || platform::RectWidth(at) <= 2 * kHotSpot) return false;
+  const platform::Rect list = platform::PlaceInMainWindow(kIdFeatureList);
+  platform::SetPlace(kIdInlineName, {list.left + at.left, list.top + at.top,
+                                     list.left + at.right - 2 * kHotSpot, list.top + at.bottom});
+  return true;
+}
+
+// The selection may have moved on, as in playback; the name goes to the row it was begun for.
+bool RenameBegun(std::int32_t id, std::u16string_view name) {
+  const std::int32_t selected = SelectedFeatureId();
+  if (selected != id) SelectFeatureRow(id);
+  const bool done = SelectedFeatureId() == id && RenameFeature(name);
+  if (selected != id) SelectFeatureRow(selected);
+  return done;
+}
+
+// A name that was not touched is no edit: a click on a row alone leaves no undo step.
+void FinishRename(bool commit, bool focusBack) {
+  if (!box.open) return;
+  const Rename done = box;
+  box = Rename();
+  const std::u16string name = platform::TextOf(kIdInlineName).substr(0, kBufferUnits - 1);
+  platform::SetVisible(kIdInlineName, false);
+  if (focusBack) platform::SetFocusTo(kIdFeatureList);
+  if (!commit || name == done.before || ActiveSerial() != done.serial) return;
+  if (!RenameBegun(done.id, name)) {
+    ShowStatus(u"Name must be 1\u201380 characters without parentheses.");
+  }
+}
+
+bool BoxKey(const platform::KeyEvent& key) {
+  if (key.ctrl || key.alt) return false;
+  if (key.key != platform::kKeyEnter && key.key != platform::kKeyEscape) return false;
+  FinishRename(key.key == platform::kKeyEnter, true);
+  return true;
+}
+
+void BoxFocus(bool gained) {
+  if (!gained) FinishRename(true, false);
+}
+
+bool ListKey(const platform::KeyEvent& key) {
+  if (key.ctrl || key.alt || key.shift) return false;
+  if (key.key == platform::kKeyF1 + 1) {
+    StartInlineRename();
+    return true;
+  }
+  if (key.key == platform::kKeyDelete) {
+    DeleteFeature();
+    return true;
+  }
+  return false;
+}
+
+void ListClick(int row, int x, int) {
+  if (row < 0 || row != platform::SelectedRow(kIdFeatureList)) return;
+  const int right = platform::RowPlace(kIdFeatureList, row).right;
+  if (x >= right - kHotSpot) {
+    ToggleFeatureLock();
+  } else if (x >= right - 2 * kHotSpot) {
+    ToggleFeatureHide();
+  } else {
+    StartInlineRename();
+  }
+}
+
+void MakeBox() {
+  platform::ControlSpec spec;
+  spec.id = kIdInlineName;
+  spec.kind = platform::ControlKind::EditLine;
+  spec.accessibleName = u"New feature name";
+  spec.hidden = true;
+  platform::MakeControl(spec);
+  platform::SetTextLimit(kIdInlineName, kNameMost);
+  platform::SetColours(kIdInlineName, {kMainText, kOutputBackground, false});
+}
+
+// Comes with every layout, also while the box stands open.
+void FollowRow() {
+  if (box.open && !PlaceBox()) FinishRename(true, false);
+}
+
+}  // namespace
+
+void StartInlineRename() {
+  FinishRename(true, false);
+  const std::int32_t id = SelectedFeatureId();
+  if (id == 0 || IsLocked(id) || !PlaceBox()) return;
+  // The captions show the name of the selected block, or its kind's words.
+  UpdateFeatureCaptions();
+  platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kNameMost));
+  box.open = true;
+  box.id = id;
+  box.serial = ActiveSerial();
+  box.before = platform::TextOf(kIdInlineName);
+  platform::SetVisible(kIdInlineName, true);
+  platform::BringToTop(kIdInlineName);
+  platform::SetFocusTo(kIdInlineName);
+  platform::SelectAllText(kIdInlineName);
+}
+
+bool IsInlineRenaming() { return box.open; }
+
+void RegisterInlineRename() {
+  // No panel of its own place: made with the others and told of every layout.
+  Panel panel;
+  panel.active = [] { return false; };
+  panel.make = MakeBox;
+  panel.hide = FollowRow;
+  RegisterPanel(panel);
+  Handlers list;
+  list.id = kIdFeatureList;
+  list.key = ListKey;
+  list.listClick = ListClick;
+  RegisterHandlers(list);
+  Handlers name;
+  name.id = kIdInlineName;
+  name.key = BoxKey;
+  name.focusChanged = BoxFocus;
+  RegisterHandlers(name);
+}
+
+void ResetInlineRename() { box = Rename(); }
+
+}  // namespace morva

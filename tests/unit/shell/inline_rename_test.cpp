@@ -1,0 +1,202 @@
+// The feature list under the hand, over the whole application.
+
+#include "shell/inline_rename.h"
+
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "platform/listing.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+const std::u16string kTwo =
+    u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\nG0 X1\r\n(MORVA END 1)\r\n"
+    u"(MORVA TEXT 2)\r\n(MORVA NAME Second)\r\nG1 X2\r\n(MORVA END 2)\r\n";
+constexpr char16_t kRefusal[] = u"Name must be 1\u201380 characters without parentheses.";
+
+class InlineRename : public support::Workbench {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::EditorSetAll(kIdEditor, kTwo);
+    headless::Advance(1000);
+  }
+  static void Press(int key) {
+    platform::KeyEvent event;
+    event.key = key;
+    headless::PressKey(event);
+  }
+  static void ClickFromRight(int row, int pixels) {
+    const platform::Rect place = platform::RowPlace(kIdFeatureList, row);
+    ASSERT_TRUE(headless::ClickInRow(kIdFeatureList, row, place.right - pixels));
+  }
+  static std::u16string Row(int row) { return platform::RowText(kIdFeatureList, row); }
+  static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
+  static bool BoxShows() { return platform::IsVisible(kIdInlineName); }
+  static const ProgramTab& Tab() { return tabs[app.activeTab]; }
+};
+
+constexpr int kKeyF2 = platform::kKeyF1 + 1;
+
+TEST_F(InlineRename, AClickOnTheNameShowsTheBoxOverThatRow) {
+  ClickFromRight(1, 69);
+  ASSERT_TRUE(BoxShows());
+  EXPECT_EQ(platform::FocusedId(), kIdInlineName);
+  EXPECT_EQ(platform::TextOf(kIdInlineName), u"Second");
+  const platform::Rect list = platform::PlaceInMainWindow(kIdFeatureList);
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 1);
+  const platform::Rect box = platform::PlaceOf(kIdInlineName);
+  EXPECT_EQ(box.top, list.top + row.top);
+  EXPECT_EQ(box.bottom, list.top + row.bottom);
+  EXPECT_EQ(box.right, list.left + row.right - 68);
+}
+
+TEST_F(InlineRename, EnterCommitsAndTheListHasTheKeyboardAgain) {
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Focus(kIdFeatureList);
+  Press(kKeyF2);
+  ASSERT_TRUE(headless::TypeInto(kIdInlineName, u"Rough face"));
+  Press(platform::kKeyEnter);
+  EXPECT_FALSE(BoxShows());
+  EXPECT_EQ(platform::FocusedId(), kIdFeatureList);
+  EXPECT_EQ(Row(0), u"#1  Rough face");
+  EXPECT_NE(Text().find(u"(MORVA NAME Rough face)\r\nG0 X1"), std::u16string::npos);
+  EXPECT_TRUE(app.editorDirty);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), kTwo);
+}
+
+TEST_F(InlineRename, EscapeChangesNothing) {
+  ClickFromRight(0, 100);
+  headless::TypeInto(kIdInlineName, u"Other");
+  Press(platform::kKeyEscape);
+  EXPECT_FALSE(BoxShows());
+  EXPECT_EQ(platform::FocusedId(), kIdFeatureList);
+  EXPECT_EQ(Text(), kTwo);
+}
+
+TEST_F(InlineRename, LosingTheKeyboardCommits) {
+  ClickFromRight(0, 100);
+  headless::TypeInto(kIdInlineName, u"Other");
+  headless::Focus(kIdEditor);
+  EXPECT_FALSE(BoxShows());
+  EXPECT_EQ(Row(0), u"#1  Other");
+  // The keyboard stays where the user put it.
+  EXPECT_EQ(platform::FocusedId(), kIdEditor);
+}
+
+TEST_F(InlineRename, AClickOnAnotherRowCommitsTheFirstAndGoesOnThere) {
+  ClickFromRight(0, 100);
+  headless::TypeInto(kIdInlineName, u"Other");
+  ClickFromRight(1, 100);
+  EXPECT_EQ(Row(0), u"#1  Other");
+  EXPECT_TRUE(BoxShows());
+  EXPECT_EQ(platform::TextOf(kIdInlineName), u"Second");
+}
+
+TEST_F(InlineRename, AnUntouchedNameLeavesNoEdit) {
+  tabs[0].dirty = false;
+  app.editorDirty = false;
+  ClickFromRight(0, 100);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Text(), kTwo);
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(InlineRename, RefusesWhatIsNoNameInTheStatusLine) {
+  for (const std::u16string& name :
+       {std::u16string(), std::u16string(u"a)b"), std::u16string(u"caf\u00e9")}) {
+    headless::SelectRows(kIdFeatureList, {0});
+    headless::Focus(kIdFeatureList);
+    Press(kKeyF2);
+    headless::TypeInto(kIdInlineName, name);
+    Press(platform::kKeyEnter);
+    EXPECT_EQ(Status(), kRefusal);
+    EXPECT_FALSE(BoxShows());
+    EXPECT_EQ(platform::FocusedId(), kIdFeatureList);
+    EXPECT_EQ(Text(), kTwo);
+    headless::Click(kIdPath);
+  }
+}
+
+TEST_F(InlineRename, TakesEightyCharactersAndNoMore) {
+  ClickFromRight(0, 100);
+  headless::TypeInto(kIdInlineName, std::u16string(81, u'x'));
+  EXPECT_EQ(platform::TextOf(kIdInlineName).size(), 80u);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Row(0), u"#1  " + std::u16string(80, u'x'));
+}
+
+TEST_F(InlineRename, ALockedFeatureShowsNoBox) {
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Click(kIdFeatureLock);
+  ClickFromRight(0, 100);
+  EXPECT_FALSE(BoxShows());
+  headless::Focus(kIdFeatureList);
+  Press(kKeyF2);
+  EXPECT_FALSE(BoxShows());
+}
+
+TEST_F(InlineRename, TheLastThirtyFourPixelsLock) {
+  ClickFromRight(1, 1);
+  EXPECT_EQ(Row(1), u"#2  Second [locked]");
+  ClickFromRight(1, 34);
+  EXPECT_EQ(Row(1), u"#2  Second");
+  EXPECT_FALSE(BoxShows());
+}
+
+TEST_F(InlineRename, TheThirtyFourBeforeThemHide) {
+  ClickFromRight(1, 35);
+  EXPECT_EQ(Row(1), u"#2  Second [hidden]");
+  ClickFromRight(1, 68);
+  EXPECT_EQ(Row(1), u"#2  Second");
+  EXPECT_FALSE(BoxShows());
+  EXPECT_EQ(Tab().hiddenIds[0], 0);
+}
+
+TEST_F(InlineRename, DeleteInTheListAsksAndDeletes) {
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Focus(kIdFeatureList);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  Press(platform::kKeyDelete);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
+  EXPECT_EQ(Row(0), u"#1  Second");
+}
+
+TEST_F(InlineRename, EnterInTheListEditsTheFeature) {
+  headless::SelectRows(kIdFeatureList, {1});
+  headless::Focus(kIdFeatureList);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint),
+            u"User code: edit the selected block directly. Rename below.");
+}
+
+TEST_F(InlineRename, NamesNothingInAProgramThatCameUpMeanwhile) {
+  ClickFromRight(0, 100);
+  headless::TypeInto(kIdInlineName, u"Other");
+  SwitchTab(OpenTab(u"", kTwo, u"received"));
+  headless::Focus(kIdEditor);
+  EXPECT_EQ(Text(), kTwo);
+  EXPECT_FALSE(BoxShows());
+}
+
+TEST_F(InlineRename, TheBoxFollowsItsRowWhenThePanelIsDragged) {
+  ClickFromRight(0, 100);
+  const int before = platform::PlaceOf(kIdInlineName).right;
+  app.leftPanelWidth += 50;
+  headless::Resize(1500, 900);
+  EXPECT_EQ(platform::PlaceOf(kIdInlineName).right, before + 50);
+  EXPECT_TRUE(BoxShows());
+}
+
+TEST_F(InlineRename, TheFourKeysSayWhatTheyDo) {
+  EXPECT_EQ(headless::ToolTipOf(kIdFeatureInclude),
+            u"Include / exclude machining code; keep geometry");
+  EXPECT_EQ(headless::ToolTipOf(kIdFeatureNew), u"Add a new feature");
+  EXPECT_EQ(headless::ToolTipOf(kIdFeatureEdit), u"Edit selected feature settings");
+  EXPECT_EQ(headless::ToolTipOf(kIdFeatureDelete), u"Delete selected feature (Undo restores)");
+}
+
+}  // namespace
+}  // namespace morva
