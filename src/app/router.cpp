@@ -75,7 +75,7 @@ const PendingCommand kPending[] = {
     {kIdQuickShapeFirst, kIdCustomShapes, u"Shape builder"},
     {kIdQuickInsertFirst, kIdQuickInsertLast, u"Quick insert"},
     {kIdWizardKindFirst, kIdWizardKindLast, u"Machining wizard"},
-    {kIdImport, kIdHomeTool, u"Import of operations, tool library"},
+    {kIdHomeTool, kIdHomeTool, u"Tool library"},
     {kIdMachine, kIdMachine, u"DNC setup panel"},
 };
 

@@ -9,6 +9,7 @@
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/find_pane.h"
+#include "codetools/import_panel.h"
 #include "codetools/index_panel.h"
 #include "codetools/renumber.h"
 #include "codetools/review.h"
@@ -94,6 +95,7 @@ void RegisterCodeToolCommands() {
   RegisterReview();
   RegisterIndexPanel();
   RegisterCompletion();
+  RegisterImportPanel();
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);

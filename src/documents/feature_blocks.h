@@ -58,6 +58,8 @@ int AdvanceOffset(OffsetMap& map, std::int32_t index);
 
 // Writes markers into the editor for every record that needs them; guarded against itself.
 void AutoTagBlocks();
+// The text with the markers that AutoTagBlocks would write; scans it.
+std::u16string TaggedText(std::u16string_view text);
 // Rebuilds the feature list's rows from the text; a row's number is its block's id.
 void RefreshFeatureList();
 // Whether the block behind a row of the list was excluded at the last refresh; for drawing.

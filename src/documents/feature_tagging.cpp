@@ -1,5 +1,6 @@
 // What writes markers round foreign text, and the feature list: the two steps of the text
 // refresh that stand between the scan and the user.
+#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -113,6 +114,26 @@ void AutoTagBlocks() {
   platform::Repaint(kViewGutter);
   MarkModified();
   tagging = false;
+}
+
+std::u16string TaggedText(std::u16string_view text) {
+  ScanProgramText(text);
+  std::u16string tagged;
+  std::size_t done = 0;
+  for (int i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    if (!row.needsMarkers) continue;
+    bool ownLine = false;
+    const auto prefixAt = static_cast<std::size_t>(PrefixIndex(text, row.start, ownLine));
+    const auto end = static_cast<std::size_t>(row.end);
+    tagged += text.substr(done, prefixAt - done);
+    tagged += PrefixOf(row, ownLine);
+    tagged += text.substr(prefixAt, end - prefixAt);
+    tagged += u"\r\n(MORVA END " + IntegerText(row.id) + u")";
+    done = end;
+  }
+  tagged += text.substr(std::min(done, text.size()));
+  return tagged;
 }
 
 void RefreshFeatureList() {

@@ -106,11 +106,20 @@ bool IsCovered(const Rect& place) {
   return false;
 }
 
+// The work area holds the editor's place: a panel in it hides one that stands there.
+bool IsUnderWorkPanel(const Panel& panel) {
+  if (panel.spot != PanelSpot::Editor) return false;
+  for (int i = 0; i < PanelCount(); ++i) {
+    if (PanelAt(i).spot == PanelSpot::Work && IsPanelActive(PanelAt(i))) return true;
+  }
+  return false;
+}
+
 void PlacePanels() {
   for (int i = 0; i < PanelCount(); ++i) {
     const Panel& panel = PanelAt(i);
     const Rect area = AreaOf(panel.spot);
-    if (IsPanelActive(panel) && !IsEmpty(area)) {
+    if (IsPanelActive(panel) && !IsEmpty(area) && !IsUnderWorkPanel(panel)) {
       if (panel.place) panel.place(area);
     } else if (panel.hide) {
       panel.hide();

@@ -13,6 +13,7 @@
 #include "codetools/completion_popup.h"
 #include "codetools/editor_keys.h"
 #include "codetools/find_pane.h"
+#include "codetools/import_panel.h"
 #include "codetools/index_panel.h"
 #include "codetools/review.h"
 #include "dnc/serial_profile.h"
@@ -301,6 +302,7 @@ void ResetApplication() {
   ResetFindPane();
   ResetIndexPanel();
   ResetReview();
+  ResetImportPanel();
   ResetColours();
   ResetFeatureOperations();
   ResetDocuments();

@@ -1,0 +1,143 @@
+#include "codetools/import_text.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "library/codetext.h"
+
+namespace morva {
+
+namespace {
+
+constexpr std::u16string_view kText = u"(MORVA TEXT ";
+constexpr std::u16string_view kBegin = u"(MORVA BEGIN ";
+constexpr std::u16string_view kEnd = u"(MORVA END ";
+constexpr std::u16string_view kDisabled = u"(MORVA DISABLED ";
+constexpr std::size_t kNone = std::u16string_view::npos;
+constexpr std::size_t kRoomPerBlock = 1024;
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool IsLineEnd(char16_t c) { return c == u'\r' || c == u'\n'; }
+
+// Behind the integer that a marker bears: blanks and tabs, a sign, digits.
+std::size_t PastNumber(std::u16string_view text, std::size_t at) {
+  while (at < text.size() && (text[at] == u' ' || text[at] == u'\t')) ++at;
+  if (at < text.size() && text[at] == u'-') ++at;
+  while (at < text.size() && IsDigit(text[at])) ++at;
+  return at;
+}
+
+// As the editor holds a text: CR LF for every line end, the first NUL ends it.
+std::u16string EditorLines(std::u16string_view text) {
+  text = text.substr(0, text.find(u'\0'));
+  std::u16string lines;
+  lines.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (!IsLineEnd(text[i])) {
+      lines += text[i];
+      continue;
+    }
+    if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
+    lines += u"\r\n";
+  }
+  return lines;
+}
+
+std::size_t LastFolded(std::u16string_view text, std::u16string_view wanted) {
+  for (std::size_t at = text.size() < wanted.size() ? kNone : text.size() - wanted.size();
+       at != kNone; at = at == 0 ? kNone : at - 1) {
+    if (SameFolded(text.substr(at, wanted.size()), wanted)) return at;
+  }
+  return kNone;
+}
+
+std::u16string EndMarker(std::int64_t id) { return std::u16string(kEnd) + IntegerText(id) + u")"; }
+
+// A line of stored code under its new number; false where that code cannot be had.
+bool AppendDisabledLine(std::u16string_view line, StoredCodeCopy copy, void* context,
+                        std::u16string& text) {
+  const std::size_t past = PastNumber(line, kDisabled.size());
+  if (!IsDigit(line[past - 1])) {
+    text += line;  // bears no number and stands for no code
+    return true;
+  }
+  const std::int32_t fresh = copy(context, ParseInteger(line.substr(kDisabled.size()), 0));
+  if (fresh < 1) return false;
+  text += kDisabled;
+  text += IntegerText(fresh);
+  text += line.substr(past);
+  return true;
+}
+
+// The rest of the opening line and every inner line, up to the closing marker.
+bool AppendInside(std::u16string_view inside, StoredCodeCopy copy, void* context,
+                  std::u16string& text) {
+  std::size_t at = 0;
+  while (at < inside.size()) {
+    std::size_t next = at;
+    while (next < inside.size() && !IsLineEnd(inside[next])) ++next;
+    while (next < inside.size() && IsLineEnd(inside[next])) ++next;
+    const std::u16string_view line = inside.substr(at, next - at);
+    if (at == 0 || !line.starts_with(kDisabled)) {
+      text += line;
+    } else if (!AppendDisabledLine(line, copy, context, text)) {
+      return false;
+    }
+    at = next;
+  }
+  return true;
+}
+
+// Between the id of the opening marker and the closing one. False: it has no markers.
+bool InsideOf(std::u16string_view block, std::u16string_view& inside) {
+  std::size_t opening = 0;
+  if (block.starts_with(kText)) opening = kText.size();
+  if (block.starts_with(kBegin)) opening = kBegin.size();
+  if (opening == 0) return false;
+  const std::size_t from = PastNumber(block, opening);
+  const std::size_t to = LastFolded(block, kEnd);
+  if (to == kNone || to < from) return false;
+  inside = block.substr(from, to - from);
+  return true;
+}
+
+}  // namespace
+
+void LoadImportSource(std::u16string_view text, ImportSource& source) {
+  source.text = TaggedText(EditorLines(text));
+  ScanProgramText(source.text);
+  source.count = features.count;
+  std::copy_n(features.rows, features.count, source.rows);
+}
+
+ImportBuild BuildImportText(const ImportSource& source, const bool (&chosen)[kMaxFeatures],
+                            std::int32_t firstId, StoredCodeCopy copy, void* context,
+                            std::u16string& text) {
+  text.clear();
+  std::u16string built;
+  std::size_t blocks = 0;
+  for (int i = 0; i < source.count; ++i) blocks += chosen[i] ? 1 : 0;
+  built.reserve(source.text.size() + kRoomPerBlock * blocks + 16);
+  std::int64_t id = firstId;
+  for (int i = 0; i < source.count; ++i) {
+    if (!chosen[i]) continue;
+    const FeatureRecord& row = source.rows[i];
+    const std::u16string_view block = std::u16string_view(source.text)
+                                          .substr(static_cast<std::size_t>(row.start),
+                                                  static_cast<std::size_t>(row.end - row.start));
+    std::u16string_view inside;
+    if (!InsideOf(block, inside)) return ImportBuild::Impossible;
+    while (FindFolded(inside, EndMarker(id), 0) != kNone) ++id;
+    if (id < 1 || id > std::numeric_limits<std::int32_t>::max()) return ImportBuild::Impossible;
+    built += row.settings.kind == kKindUserCode ? kText : kBegin;
+    built += IntegerText(id);
+    if (!AppendInside(inside, copy, context, built)) return ImportBuild::StoredCodeMissing;
+    built += EndMarker(id);
+    built += u"\r\n";
+    ++id;
+  }
+  text.swap(built);
+  return ImportBuild::Done;
+}
+
+}  // namespace morva

@@ -1,0 +1,345 @@
+// Import of operations, over the whole application.
+
+#include <algorithm>
+
+#include "codetools/import_panel.h"
+#include "codetools/import_text.h"
+#include "codetools/words_view.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+constexpr int kPrograms = kIdImportFirst + 1;
+constexpr int kBrowse = kIdImportFirst + 2;
+constexpr int kOperations = kIdImportFirst + 3;
+constexpr int kPreview = kIdImportFirst + 4;
+constexpr int kAll = kIdImportFirst + 5;
+constexpr int kNone = kIdImportFirst + 6;
+constexpr int kRun = kIdImportFirst + 7;
+constexpr int kCancel = kIdImportFirst + 8;
+
+constexpr char16_t kDone[] = u"Selected operations imported with new operation IDs.";
+constexpr char16_t kStopped[] =
+    u"Import stopped: disabled-code companion data is missing. No code was inserted.";
+
+std::u16string Number(int n) {
+  const std::string digits = std::to_string(n);
+  return std::u16string(digits.begin(), digits.end());
+}
+
+std::u16string Block(int id, const std::u16string& name, const std::u16string& code) {
+  return u"(MORVA TEXT " + Number(id) + u")\r\n(MORVA NAME " + name + u")\r\n" + code +
+         u"\r\n(MORVA END " + Number(id) + u")\r\n";
+}
+
+std::u16string Blocks(int count) {
+  std::u16string text;
+  for (int i = 1; i <= count; ++i) text += Block(i, u"B", u"M8");
+  return text;
+}
+
+class Import : public support::Workbench {
+ protected:
+  // The source is the first tab, the target a second one that is active.
+  void TwoPrograms(const std::u16string& source, const std::u16string& target) {
+    headless::EditorSetAll(kIdEditor, source);
+    headless::Advance(200);
+    headless::Click(kIdTabNew);
+    headless::EditorSetAll(kIdEditor, target);
+    headless::Advance(200);
+    headless::TakeMenus();
+  }
+  static void OpenPanel() {
+    headless::QueuePick(kIdImport);
+    ASSERT_TRUE(headless::ContextMenu(kIdModeList, 0));
+  }
+  static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
+  static std::u16string Row(int row) { return platform::RowText(kOperations, row); }
+};
+
+const std::u16string kTarget = Block(4, u"Own", u"G0 X1");
+
+TEST_F(Import, OpensFromTheModeListWithEveryProgramButTheTarget) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1") + Block(2, u"Bore", u"G1 X2"), kTarget);
+  OpenPanel();
+  const auto menus = headless::TakeMenus();
+  ASSERT_EQ(menus.size(), 1u);
+  ASSERT_EQ(menus[0].items.size(), 1u);
+  EXPECT_EQ(menus[0].items[0].text, u"Import operations into this project");
+  EXPECT_EQ(platform::TextOf(kIdImportFirst), u"Import operations into the current project");
+  ASSERT_EQ(platform::RowCount(kPrograms), 1);
+  EXPECT_EQ(platform::RowText(kPrograms, 0), u"Untitled-1.NC");
+  ASSERT_EQ(platform::RowCount(kOperations), 2);
+  EXPECT_EQ(Row(0), u"Face \u00B7 operation 1");
+  EXPECT_EQ(Row(1), u"Bore \u00B7 operation 2");
+  EXPECT_TRUE(platform::IsRowSelected(kOperations, 0));
+  EXPECT_TRUE(platform::IsRowSelected(kOperations, 1));
+  EXPECT_EQ(platform::EditorText(kPreview), tabs[0].text);
+  EXPECT_FALSE(platform::IsEnabled(kIdEditor));
+  EXPECT_FALSE(platform::IsVisible(kIdEditor));
+  EXPECT_FALSE(platform::IsVisible(kViewToolpath));
+}
+
+TEST_F(Import, TheOnlyProgramIsNoSourceOfItsOwn) {
+  headless::Advance(200);
+  const std::u16string before = Text();
+  OpenPanel();
+  EXPECT_EQ(platform::RowCount(kPrograms), 0);
+  EXPECT_EQ(platform::EditorText(kPreview),
+            u"(Browse a program file, then select the operations to import.)");
+  EXPECT_FALSE(headless::EditorInsert(kPreview, u"x"));
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), before);
+  EXPECT_TRUE(IsImportOpen());
+}
+
+TEST_F(Import, CopiesTheChosenOperationsBehindTheSelectedFeature) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1") + Block(2, u"Bore", u"G1 X2") + Block(3, u"Tap", u"G84"),
+              kTarget + Block(2, u"Last", u"M9"));
+  headless::SelectRows(kIdFeatureList, {0});
+  OpenPanel();
+  headless::Click(kNone);
+  EXPECT_FALSE(platform::IsRowSelected(kOperations, 1));
+  headless::SelectRows(kOperations, {0, 2});
+  const std::u16string before = Text();
+  headless::Click(kRun);
+  // The largest id of the target is 4, whatever the ids in the source were.
+  const std::u16string wanted =
+      kTarget + Block(5, u"Face", u"G1 X1") + Block(6, u"Tap", u"G84") + Block(2, u"Last", u"M9");
+  EXPECT_EQ(Text(), wanted);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_FALSE(IsImportOpen());
+  EXPECT_TRUE(platform::IsEnabled(kIdEditor));
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 4);
+  EXPECT_TRUE(tabs[1].dirty);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(Import, GoesBehindTheCaretsFeatureAndElseToTheCaret) {
+  const std::u16string target = kTarget + u"\r\n" + Block(2, u"Last", u"M9");
+  TwoPrograms(Block(9, u"Face", u"G1 X1"), target);
+  // The caret in the last block, none selected in the list.
+  const int end = platform::EditorLength(kIdEditor);
+  headless::EditorSelect(kIdEditor, end - 10, end - 10);
+  platform::SelectRow(kIdFeatureList, -1);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), target + Block(5, u"Face", u"G1 X1"));
+  headless::EditorUndo(kIdEditor);
+  // On the empty line between the two blocks: 15 + 17 + 6 + 14 positions lie before it.
+  headless::EditorSelect(kIdEditor, 52, 52);
+  platform::SelectRow(kIdFeatureList, -1);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1") + Block(2, u"Last", u"M9"));
+}
+
+TEST_F(Import, StopsAtOneHundredAndTwentyEight) {
+  TwoPrograms(Blocks(10), Blocks(120));
+  OpenPanel();
+  headless::SelectRows(kOperations, {0, 1, 2, 3, 4, 5, 6, 7, 8});
+  const std::u16string before = Text();
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), u"Import exceeds 128 features; select fewer operations.");
+  EXPECT_EQ(Text(), before);
+  EXPECT_TRUE(IsImportOpen());
+  headless::SelectRows(kOperations, {0, 1, 2, 3, 4, 5, 6, 7});
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 128);
+}
+
+TEST_F(Import, BringsTheStoredCodeOfExcludedOperations) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  headless::Click(kIdTabFirst);
+  headless::Advance(200);
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Click(kIdFeatureInclude);
+  headless::Click(kIdTabFirst + 1);
+  headless::Advance(200);
+  headless::SelectRows(kIdFeatureList, {0});
+  // The target has an entry of its own, so that the number must change.
+  AddDisabledCode(tabs[1].disabledCode, u"M0\r\n");
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget +
+                        u"(MORVA TEXT 5)\r\n(MORVA NAME Face)\r\n(MORVA DISABLED 2)\r\n"
+                        u"(MORVA END 5)\r\n");
+  headless::SelectRows(kIdFeatureList, {1});
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1"));
+}
+
+TEST_F(Import, ABrowsedFileWithoutItsStoredCodeChangesNothing) {
+  WriteFile("other.NC",
+            "(MORVA TEXT 1)\r\nG1 X1\r\n(MORVA END 1)\r\n(MORVA TEXT 2)\r\n(MORVA DISABLED 3)\r\n"
+            "(MORVA END 2)\r\n");
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  headless::TakeFilePicks();
+  headless::QueueFile(Path("other.NC"));
+  headless::Click(kBrowse);
+  const auto picks = headless::TakeFilePicks();
+  ASSERT_EQ(picks.size(), 1u);
+  ASSERT_EQ(picks[0].filters.size(), 2u);
+  EXPECT_EQ(picks[0].filters[0].first, u"NC programs");
+  EXPECT_EQ(picks[0].filters[0].second, u"*.NC;*.TAP;*.GCODE");
+  EXPECT_EQ(picks[0].filters[1].first, u"All files");
+  EXPECT_EQ(Row(0), u"User code \u00B7 operation 1");
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kStopped);
+  EXPECT_EQ(Text(), kTarget);
+  EXPECT_TRUE(IsImportOpen());
+  headless::Click(kCancel);
+  EXPECT_FALSE(IsImportOpen());
+  EXPECT_TRUE(platform::IsEnabled(kIdEditor));
+}
+
+TEST_F(Import, ABrowsedFileBringsItsCompanion) {
+  DisabledCodeEntry* list = nullptr;
+  ASSERT_EQ(AddDisabledCode(list, u"G1 X7\r\n"), 1);
+  std::string bytes;
+  ASSERT_TRUE(WriteDisabledCode(list, bytes));
+  FreeDisabledCode(list);
+  WriteFile("other.NC", "(MORVA TEXT 2)\r\n(MORVA DISABLED 1)\r\n(MORVA END 2)\r\n");
+  WriteFile("other.NC.features", bytes);
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  headless::QueueFile(Path("other.NC"));
+  headless::Click(kBrowse);
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + u"(MORVA TEXT 5)\r\n(MORVA DISABLED 1)\r\n(MORVA END 5)\r\n");
+  ASSERT_NE(tabs[0].disabledCode, nullptr);
+  EXPECT_EQ(tabs[0].disabledCode->text, u"G1 X7\r\n");
+}
+
+TEST_F(Import, NonAsciiCommentsOfAFileComeThroughWhole) {
+  // No markers and bare line feeds: taken as the tagger would leave the program.
+  WriteFile("other.NC",
+            "(Fl\xC3\xA4"
+            "che \xE2\x8C\x80"
+            "8)\nG1 X1\n");
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  headless::QueueFile(Path("other.NC"));
+  headless::Click(kBrowse);
+  EXPECT_EQ(platform::RowCount(kOperations), 1);
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"(Fl\u00E4che \u23008)\r\nG1 X1"));
+}
+
+TEST_F(Import, DoesNothingOnceAnotherProgramIsActive) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  OpenPanel();
+  headless::Click(kIdTabFirst);
+  const std::u16string before = Text();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), before);
+  EXPECT_NE(Status(), kDone);
+}
+
+TEST_F(Import, AMissingSourceTabCountsAsMissingStoredCode) {
+  TwoPrograms(Block(1, u"Face", u"(MORVA DISABLED 1)"), kTarget);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kStopped);
+  EXPECT_EQ(Text(), kTarget);
+}
+
+TEST_F(Import, KeepsTheCommandWordsViewOn) {
+  TwoPrograms(Block(1, u"Face", u"M08"), kTarget);
+  headless::Click(kIdCommandWords);
+  headless::SelectRows(kIdFeatureList, {0});
+  OpenPanel();
+  EXPECT_FALSE(platform::IsVisible(kIdWordsEditor));
+  EXPECT_EQ(platform::EditorText(kPreview).find(u"M08"), std::u16string_view::npos);
+  headless::Click(kRun);
+  EXPECT_TRUE(app.commandWordsActive);
+  EXPECT_TRUE(platform::IsVisible(kIdWordsEditor));
+  EXPECT_NE(platform::EditorText(kIdWordsEditor).find(u"(MORVA TEXT 5)"),
+            std::u16string_view::npos);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"M08"));
+}
+
+TEST_F(Import, AnotherOpenProgramCanBeChosen) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), Block(1, u"Bore", u"G1 X2"));
+  headless::Click(kIdTabNew);
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  EXPECT_EQ(Row(0), u"Face \u00B7 operation 1");
+  headless::SelectRows(kPrograms, {1});
+  EXPECT_EQ(Row(0), u"Bore \u00B7 operation 1");
+  headless::Click(kNone);
+  headless::Click(kAll);
+  headless::Click(kRun);
+  EXPECT_NE(Text().find(Block(5, u"Bore", u"G1 X2")), std::u16string::npos);
+}
+
+TEST_F(Import, NothingChosenDoesNothing) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  OpenPanel();
+  headless::Click(kNone);
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget);
+  EXPECT_TRUE(IsImportOpen());
+}
+
+TEST_F(Import, EscapeInTheListCancels) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  OpenPanel();
+  EXPECT_EQ(platform::FocusedId(), kOperations);
+  platform::KeyEvent key;
+  key.key = platform::kKeyEscape;
+  headless::PressKey(key);
+  EXPECT_FALSE(IsImportOpen());
+  EXPECT_EQ(Text(), kTarget);
+}
+
+std::int32_t NoCopy(void*, std::int32_t) { return 0; }
+
+std::u16string BuiltFrom(std::u16string_view text, std::int32_t firstId) {
+  static ImportSource source;
+  LoadImportSource(text, source);
+  bool chosen[kMaxFeatures];
+  std::fill(chosen, chosen + kMaxFeatures, true);
+  std::u16string built;
+  EXPECT_EQ(BuildImportText(source, chosen, firstId, NoCopy, nullptr, built), ImportBuild::Done);
+  return built;
+}
+
+TEST(ImportText, AGeneratedBlockKeepsItsSettingsAndUserCodeTakesTheTextForm) {
+  FeatureSettings settings;
+  settings.version = 3;
+  settings.kind = kKindShape;
+  const std::u16string shape = SettingsBlockText(7, u"Slot", settings, u"G1 X1\r\n");
+  EXPECT_EQ(BuiltFrom(shape, 3), SettingsBlockText(3, u"Slot", settings, u"G1 X1\r\n") + u"\r\n");
+  settings.kind = kKindUserCode;
+  const std::u16string user = SettingsBlockText(7, u"U", settings, u"G1 X1\r\n");
+  const std::u16string copy = BuiltFrom(user, 3);
+  EXPECT_EQ(copy.substr(0, 14), u"(MORVA TEXT 3)");
+  EXPECT_EQ(copy.substr(14, 30), user.substr(15, 30));
+}
+
+TEST(ImportText, WhatStandsBehindTheIdStays) {
+  EXPECT_EQ(BuiltFrom(u"(MORVA TEXT   12 ) rough\r\nM8\r\n(morva end 12)", 2),
+            u"(MORVA TEXT 2 ) rough\r\nM8\r\n(MORVA END 2)\r\n");
+}
+
+TEST(ImportText, PassesOverAnIdThatWouldCloseTheBlockEarly) {
+  const std::u16string inside = u"(MORVA TEXT 9)\r\n(MORVA END 3)\r\nM8\r\n(MORVA END 9)";
+  EXPECT_EQ(BuiltFrom(inside, 3), u"(MORVA TEXT 4)\r\n(MORVA END 3)\r\nM8\r\n(MORVA END 4)\r\n");
+}
+
+}  // namespace
+}  // namespace morva
