@@ -171,21 +171,24 @@ inline constexpr int kIdInfoPanel = 3208;  // program information
 inline constexpr int kIdHelpText = 3209;   // help text under the panel
 
 // Controls of panels that the routing table does not name.
-inline constexpr int kIdFindText = 3220;      // "Find"
-inline constexpr int kIdReplaceText = 3221;   // "Replace with"
-inline constexpr int kIdRuleList = 3222;      // "Replacement rules"
-inline constexpr int kIdMatchCase = 3223;     // "Match case"
-inline constexpr int kIdWholeToken = 3224;    // "Whole token"
-inline constexpr int kIdFindStatus = 3225;    // the pane's status line
-inline constexpr int kIdFindLabel = 3226;     // "Find"
-inline constexpr int kIdReplaceLabel = 3227;  // "Replace with"
-inline constexpr int kIdRulesLabel = 3228;    // "Replacement rules"
-inline constexpr int kIdFindHelp = 3229;      // help of the rules
-inline constexpr int kIdChangeHead = 3230;    // "Change All"
-inline constexpr int kIdChangeHelp = 3231;    // help of PROMPT EACH and DO ALL
-inline constexpr int kIdInlineName = 3240;    // rename box over a feature row
-inline constexpr int kIdImportFirst = 3250;   // import panel, 3250 to 3269
-inline constexpr int kIdIndexFirst = 3300;    // code index panel, 3300 to 3319
+inline constexpr int kIdFindText = 3220;        // "Find"
+inline constexpr int kIdReplaceText = 3221;     // "Replace with"
+inline constexpr int kIdRuleList = 3222;        // "Replacement rules"
+inline constexpr int kIdMatchCase = 3223;       // "Match case"
+inline constexpr int kIdWholeToken = 3224;      // "Whole token"
+inline constexpr int kIdFindStatus = 3225;      // the pane's status line
+inline constexpr int kIdFindLabel = 3226;       // "Find"
+inline constexpr int kIdReplaceLabel = 3227;    // "Replace with"
+inline constexpr int kIdRulesLabel = 3228;      // "Replacement rules"
+inline constexpr int kIdFindHelp = 3229;        // help of the rules
+inline constexpr int kIdChangeHead = 3230;      // "Change All"
+inline constexpr int kIdChangeHelp = 3231;      // help of PROMPT EACH and DO ALL
+inline constexpr int kIdInlineName = 3240;      // rename box over a feature row
+inline constexpr int kIdImportFirst = 3250;     // import panel, 3250 to 3269
+inline constexpr int kIdIndexDetail = 3300;     // code index panel, 3300 to 3319: "Word"
+inline constexpr int kIdIndexInsertion = 3301;  // "Insertion text"
+inline constexpr int kIdIndexInsert = 3302;     // "INSERT INTO PROGRAM"
+inline constexpr int kIdIndexClear = 3303;      // "CLEAR SEARCH"
 
 // The compare review, 3270 to 3299.
 inline constexpr int kIdReviewHead = 3270;        // "PROGRAMS (Ctrl / Shift)"

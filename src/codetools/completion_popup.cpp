@@ -191,6 +191,8 @@ void DrawRow(const platform::DrawState& state, platform::Canvas& canvas) {
   const Rect& area = state.area;
   const bool selected = state.row == popup.selected;
   platform::FillArea(canvas, area, selected ? kSelectedGround : kPanelBackground);
+  // The list has no frame; its edge sets it off from the text.
+  platform::FillArea(canvas, {area.left, area.top, area.left + 1, area.bottom}, kAccent);
   const CodeRow& row = codeTable[popup.rows[state.row]];
   const unsigned align = platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis;
   using platform::FontRole;
@@ -296,6 +298,8 @@ void RegisterCompletion() {
   panel.spot = PanelSpot::RightBody;
   panel.active = [] { return false; };
   panel.make = MakePopup;
+  // Called at every layout: the list goes with the editor.
+  panel.hide = FollowCompletionScroll;
   RegisterPanel(panel);
   for (const int id : {kIdEditor, kIdWordsEditor}) {
     Handlers handlers;

@@ -25,11 +25,6 @@ using platform::ControlKind;
 using platform::FontRole;
 using platform::Rect;
 
-constexpr int kIdDetail = kIdIndexFirst;         // "Word"
-constexpr int kIdInsertion = kIdIndexFirst + 1;  // "Insertion text"
-constexpr int kIdInsert = kIdIndexFirst + 2;     // "INSERT INTO PROGRAM"
-constexpr int kIdClear = kIdIndexFirst + 3;      // "CLEAR SEARCH"
-
 constexpr int kRefreshMs = 70;
 constexpr int kGap = 4;
 constexpr int kFieldHeight = 28;
@@ -46,14 +41,14 @@ bool descriptionFirst = false;
 constexpr platform::ControlSpec kControls[] = {
     {kIdIndexSearch, ControlKind::EditLine, u"", u"Search codes and descriptions", FontRole::Body,
      platform::kMainWindow, true},
-    {kIdClear, ControlKind::PushButton, u"CLEAR SEARCH", u"", FontRole::Small,
+    {kIdIndexClear, ControlKind::PushButton, u"CLEAR SEARCH", u"", FontRole::Small,
      platform::kMainWindow, true},
     {kIdIndexText, ControlKind::PushButton, u"TEXT", u"Description first", FontRole::Small,
      platform::kMainWindow, true},
-    {kIdDetail, ControlKind::Log, u"", u"Word", FontRole::Small, platform::kMainWindow, true},
-    {kIdInsertion, ControlKind::EditLine, u"", u"Insertion text", FontRole::Body,
+    {kIdIndexDetail, ControlKind::Log, u"", u"Word", FontRole::Small, platform::kMainWindow, true},
+    {kIdIndexInsertion, ControlKind::EditLine, u"", u"Insertion text", FontRole::Body,
      platform::kMainWindow, true},
-    {kIdInsert, ControlKind::PushButton, u"INSERT INTO PROGRAM", u"", FontRole::Small,
+    {kIdIndexInsert, ControlKind::PushButton, u"INSERT INTO PROGRAM", u"", FontRole::Small,
      platform::kMainWindow, true},
 };
 
@@ -154,12 +149,12 @@ void PlacePanel(const Rect& area) {
   const int searchRight = wide ? area.right - kClearWidth - kGap : area.right;
   Put(kIdIndexSearch, {area.left, top, searchRight, top + kFieldHeight});
   if (wide) {
-    Put(kIdClear, {searchRight + kGap, top, area.right, top + kFieldHeight});
+    Put(kIdIndexClear, {searchRight + kGap, top, area.right, top + kFieldHeight});
     top += kFieldHeight + kGap;
     PutKeys(0, 6, {area.left, top, area.right, top + kKeyHeight});
   } else {
     top += kFieldHeight + kGap;
-    Put(kIdClear, {area.left, top, area.right, top + kKeyHeight});
+    Put(kIdIndexClear, {area.left, top, area.right, top + kKeyHeight});
     top += kKeyHeight + kGap;
     PutKeys(0, 4, {area.left, top, area.right, top + kKeyHeight});
     top += kKeyHeight + kGap;
@@ -168,18 +163,18 @@ void PlacePanel(const Rect& area) {
   top += kKeyHeight + kGap;
 
   int foot = area.bottom;
-  Put(kIdInsert, {area.left, foot - kFieldHeight, area.right, foot});
+  Put(kIdIndexInsert, {area.left, foot - kFieldHeight, area.right, foot});
   foot -= kFieldHeight + kGap;
-  Put(kIdInsertion, {area.left, foot - kFieldHeight, area.right, foot});
+  Put(kIdIndexInsertion, {area.left, foot - kFieldHeight, area.right, foot});
   foot -= kFieldHeight + kGap;
   // In a low window the list keeps its rows and the pane scrolls in what is left.
   int detail = kDetailHeight;
   if (foot - detail - kGap - top < kListLeast) detail = foot - kGap - top - kListLeast;
   if (detail > 0) {
-    Put(kIdDetail, {area.left, foot - detail, area.right, foot});
+    Put(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
     foot -= detail + kGap;
   } else {
-    platform::SetVisible(kIdDetail, false);
+    platform::SetVisible(kIdIndexDetail, false);
   }
   Put(kIdIndexList, {area.left, top, area.right, foot});
 }
@@ -204,7 +199,7 @@ void OnShowIndex(int, int) { Call(hooks.setMode, static_cast<int>(kModeCodeIndex
 void OnSearch(int, int) { RebuildCodeList(); }
 void OnSelect(int, int) { ShowCodeSelection(); }
 void OnDouble(int, int) { InsertSelectedCode(); }
-void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdInsertion)); }
+void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdIndexInsertion)); }
 
 void OnCategory(int id, int) {
   codeTab = CodeCategoryOfKey(id);
@@ -237,7 +232,7 @@ bool SearchKey(const platform::KeyEvent& key) {
 
 bool InsertionKey(const platform::KeyEvent& key) {
   if (key.ctrl || key.alt || key.shift || key.key != platform::kKeyEnter) return false;
-  OnInsert(kIdInsert, platform::kNotifyClick);
+  OnInsert(kIdIndexInsert, platform::kNotifyClick);
   return true;
 }
 
@@ -262,8 +257,8 @@ void ShowCodeSelection() {
   const std::int32_t item = SelectedItem();
   CodeEntry entry;
   if (!ReadCodeItem(item, entry)) return;
-  platform::SetText(kIdDetail, CodeDetailText(item));
-  platform::SetText(kIdInsertion, CodeInsertionText(item));
+  platform::SetText(kIdIndexDetail, CodeDetailText(item));
+  platform::SetText(kIdIndexInsertion, CodeInsertionText(item));
 }
 
 void InsertSelectedCode() { InsertAtCursor(CodeDoubleClickText(SelectedItem())); }
@@ -287,7 +282,7 @@ void RegisterIndexPanel() {
   search.key = SearchKey;
   RegisterHandlers(search);
   Handlers insertion;
-  insertion.id = kIdInsertion;
+  insertion.id = kIdIndexInsertion;
   insertion.key = InsertionKey;
   RegisterHandlers(insertion);
   using platform::kNotifyClick;
@@ -297,8 +292,8 @@ void RegisterIndexPanel() {
   RegisterCommand(RouterStage::Notified, kIdIndexList, platform::kNotifyListDouble, OnDouble);
   RegisterCommand(RouterStage::Click, kIdIndexAll, kIdIndexMacro, kNotifyClick, OnCategory);
   RegisterCommand(RouterStage::Click, kIdIndexText, kNotifyClick, OnText);
-  RegisterCommand(RouterStage::Click, kIdInsert, kNotifyClick, OnInsert);
-  RegisterCommand(RouterStage::Click, kIdClear, kNotifyClick, OnClear);
+  RegisterCommand(RouterStage::Click, kIdIndexInsert, kNotifyClick, OnInsert);
+  RegisterCommand(RouterStage::Click, kIdIndexClear, kNotifyClick, OnClear);
 }
 
 void ResetIndexPanel() {

@@ -58,11 +58,9 @@ void FrameWells(Canvas& canvas) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
               focused == kIdEditor);
   }
-  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName}) {
-    FrameWell(canvas, platform::PlaceOf(id), focused == id);
-  }
-  for (int id : {kIdOutputLog, kIdInfoPanel, kIdHelpText, kViewToolpath, kIdReviewPrograms,
-                 kIdReviewLeftPane, kIdReviewRightPane}) {
+  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdIndexSearch, kIdIndexList,
+                 kIdIndexDetail, kIdIndexInsertion, kIdOutputLog, kIdInfoPanel, kIdHelpText,
+                 kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane}) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }

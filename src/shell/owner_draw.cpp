@@ -131,7 +131,10 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
 
 // What bears no row in the table of keys still gets the look.
 void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
-  const KeySpec key{id, u"", u"", u"", FontRole::Body, kPanelPlain, -1, Face::Words};
+  const std::u16string text = platform::TextOf(id);
+  const bool fits = platform::TextWidth(FontRole::Body, text) <= RectWidth(state.area) - 4;
+  const FontRole font = fits ? FontRole::Body : FontRole::Small;
+  const KeySpec key{id, u"", u"", u"", font, kPanelPlain, -1, Face::Words};
   DrawKey(key, state, canvas);
 }
 

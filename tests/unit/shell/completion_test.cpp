@@ -4,6 +4,7 @@
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "shell/layout.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -209,6 +210,14 @@ TEST_F(CompletionList, WritesTheWordInTheWordsView) {
   EXPECT_NE(Text().find(u"G04"), std::u16string::npos);
   headless::Click(kIdCommandWords);
   EXPECT_FALSE(Shown());
+}
+
+TEST_F(CompletionList, GoesWithTheEditorWhenThePanelIsDragged) {
+  Type(u"G");
+  const int before = platform::PlaceOf(kIdCompletion).left;
+  DragSplitter(200);
+  EXPECT_TRUE(Shown());
+  EXPECT_EQ(platform::PlaceOf(kIdCompletion).left, before - 100);
 }
 
 TEST_F(CompletionList, LiesInsideTheEditor) {

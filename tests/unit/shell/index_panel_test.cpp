@@ -12,10 +12,10 @@
 namespace morva {
 namespace {
 
-constexpr int kDetail = kIdIndexFirst;
-constexpr int kInsertion = kIdIndexFirst + 1;
-constexpr int kInsert = kIdIndexFirst + 2;
-constexpr int kClear = kIdIndexFirst + 3;
+constexpr int kDetail = kIdIndexDetail;
+constexpr int kInsertion = kIdIndexInsertion;
+constexpr int kInsert = kIdIndexInsert;
+constexpr int kClear = kIdIndexClear;
 
 class IndexPanel : public support::Workbench {
  protected:
