@@ -119,6 +119,15 @@ std::u16string_view LineOf(int id, int line) {
   return start <= text.size() ? text.substr(start, length) : std::u16string_view();
 }
 
+Token TokenAtPosition(int id, int position) {
+  const int line = platform::EditorLineOf(id, position);
+  const int start = platform::EditorLineStart(id, line);
+  Token token = TokenInLine(LineOf(id, line).substr(0, kLineMost), position - start);
+  token.start += start;
+  token.end += start;
+  return token;
+}
+
 }  // namespace
 
 Token TokenInLine(std::u16string_view line, int place) {
@@ -143,13 +152,11 @@ Token TokenInLine(std::u16string_view line, int place) {
 
 Token TokenAtCaret() {
   const int id = app.commandWordsActive ? kIdWordsEditor : kIdEditor;
-  const int caret = platform::EditorSelection(id).to;
-  const int line = platform::EditorLineOf(id, caret);
-  const int start = platform::EditorLineStart(id, line);
-  Token token = TokenInLine(LineOf(id, line).substr(0, kLineMost), caret - start);
-  token.start += start;
-  token.end += start;
-  return token;
+  return TokenAtPosition(id, platform::EditorSelection(id).to);
+}
+
+Token TokenAtPoint(int id, int x, int y) {
+  return TokenAtPosition(id, platform::PositionAt(id, x, y));
 }
 
 std::u16string HelpForToken(std::u16string_view token) {

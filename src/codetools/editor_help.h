@@ -18,6 +18,9 @@ Token TokenInLine(std::u16string_view line, int place);
 // The token at the shown editor's caret; start and end in editor positions.
 Token TokenAtCaret();
 
+// The token of an editor at a place in its client pixels; start and end in editor positions.
+Token TokenAtPoint(int id, int x, int y);
+
 // What is known of a token: the fixed help, else the code table's row, else the empty text.
 std::u16string HelpForToken(std::u16string_view token);
 // The help to the StatusLine, or its resting words where there is none. Nothing for an empty

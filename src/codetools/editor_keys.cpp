@@ -5,9 +5,11 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
+#include "codetools/editor_help.h"
 #include "codetools/find_pane.h"
 #include "codetools/import_panel.h"
 #include "codetools/index_panel.h"
@@ -37,6 +39,23 @@ void Renumber(int, int) { RenumberProgram(); }
 void EditorScrolled(int, int) {
   platform::Repaint(kViewGutter);
   FollowCompletionScroll();
+}
+
+std::u16string lastHovered;
+
+// The help for the token under the pointer, once for each token that it comes upon.
+bool EditorPointer(int id, const platform::PointerEvent& event) {
+  if (event.action != platform::PointerAction::Move) return false;
+  const Token token = TokenAtPoint(id, event.x, event.y);
+  if (token.text != lastHovered) ShowHoverHelp(token.text);
+  lastHovered = token.text;
+  return false;
+}
+
+bool CodePointer(const platform::PointerEvent& event) { return EditorPointer(kIdEditor, event); }
+
+bool WordsPointer(const platform::PointerEvent& event) {
+  return EditorPointer(kIdWordsEditor, event);
 }
 
 }  // namespace
@@ -96,6 +115,15 @@ void RegisterCodeToolCommands() {
   RegisterIndexPanel();
   RegisterCompletion();
   RegisterImportPanel();
+  lastHovered.clear();
+  Handlers code;
+  code.id = kIdEditor;
+  code.pointer = CodePointer;
+  RegisterHandlers(code);
+  Handlers words;
+  words.id = kIdWordsEditor;
+  words.pointer = WordsPointer;
+  RegisterHandlers(words);
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);

@@ -1,5 +1,6 @@
 #include "codetools/words_view.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -37,6 +38,9 @@ void PutCaretOnLine(int id, int line) {
   platform::ScrollCaretIntoView(id);
 }
 
+bool IsFirstHalf(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+bool IsSecondHalf(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
 // One undoable edit that leaves `wanted`; only what differs is touched, so that a typed
 // character costs no more than itself. False: nothing differed.
 bool ReplaceDifference(int id, std::u16string_view wanted) {
@@ -45,13 +49,16 @@ bool ReplaceDifference(int id, std::u16string_view wanted) {
   const std::size_t least = text.size() < wanted.size() ? text.size() : wanted.size();
   std::size_t front = 0;
   while (front < least && text[front] == wanted[front]) ++front;
-  // A line end is never split.
-  if (front > 0 && text[front - 1] == u'\r') --front;
+  // Neither a line end nor a character of two units is split.
+  if (front > 0 && (text[front - 1] == u'\r' || IsFirstHalf(text[front - 1]))) --front;
   std::size_t back = 0;
   while (back < least - front && text[text.size() - 1 - back] == wanted[wanted.size() - 1 - back]) {
     ++back;
   }
-  if (back > 0 && text[text.size() - back] == u'\n') --back;
+  if (back > 0) {
+    const char16_t c = text[text.size() - back];
+    if (c == u'\n' || IsSecondHalf(c)) --back;
+  }
   int lines = 0;
   for (std::size_t i = 0; i < front; ++i) lines += text[i] == u'\n';
   int inside = 0;
@@ -62,6 +69,55 @@ bool ReplaceDifference(int id, std::u16string_view wanted) {
   const std::u16string middle(wanted.substr(front, wanted.size() - back - front));
   platform::ReplaceRange(id, range, middle);
   return true;
+}
+
+std::u16string LineText(int id, int line) {
+  // A line end is two units of the text and one position.
+  const auto start = static_cast<std::size_t>(platform::EditorLineStart(id, line) + line);
+  const auto length = static_cast<std::size_t>(platform::EditorLineLength(id, line));
+  return std::u16string(platform::EditorText(id).substr(start, length));
+}
+
+// Where the user's caret and the view's top stood, to go on there in the view made anew: a
+// marker that the tagger writes between two typed characters must not move the second one.
+struct ViewPlace {
+  int line = 0;
+  int top = 0;
+  std::size_t column = 0;
+  std::u16string text;  // of the caret's line
+};
+
+ViewPlace PlaceInView() {
+  ViewPlace place;
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  place.line = platform::EditorLineOf(kIdWordsEditor, caret);
+  place.top = platform::FirstVisibleLine(kIdWordsEditor);
+  const int start = platform::EditorLineStart(kIdWordsEditor, place.line);
+  place.column = static_cast<std::size_t>(caret - start);
+  place.text = LineText(kIdWordsEditor, place.line);
+  return place;
+}
+
+// The column of the same place in a line that may have been put into words since: counted from
+// the front where that is unchanged, else from the end; 0 where the line is another.
+std::size_t SameColumn(const ViewPlace& place, const std::u16string& text) {
+  const std::size_t column = std::min(place.column, place.text.size());
+  if (text == place.text) return column;
+  const std::size_t behind = place.text.size() - column;
+  if (column > 0 && behind <= text.size() &&
+      text.compare(text.size() - behind, behind, place.text, column, behind) == 0)
+    return text.size() - behind;
+  return 0;
+}
+
+void ReturnToPlace(const ViewPlace& place, int line) {
+  const int last = platform::EditorLineCount(kIdWordsEditor) - 1;
+  if (line > last) line = last;
+  const int column = static_cast<int>(SameColumn(place, LineText(kIdWordsEditor, line)));
+  const int position = platform::EditorLineStart(kIdWordsEditor, line) + column;
+  platform::SetEditorSelection(kIdWordsEditor, {position, position});
+  platform::ScrollToLine(kIdWordsEditor, std::max(0, place.top + line - place.line));
+  platform::ScrollCaretIntoView(kIdWordsEditor);
 }
 
 // The code from the view. True: the code changed.
@@ -110,9 +166,12 @@ void SyncWordsFromCode() {
   const int line = CaretLineOf(kIdEditor);
   const ConvertedText words = CodeToWords(platform::EditorText(kIdEditor));
   if (!words.units) return;
+  const ViewPlace place = PlaceInView();
   app.insertingText = true;
+  platform::HoldEditorRedraw(kIdWordsEditor, true);
   platform::SetEditorText(kIdWordsEditor, words.View());
-  PutCaretOnLine(kIdWordsEditor, line);
+  ReturnToPlace(place, line);
+  platform::HoldEditorRedraw(kIdWordsEditor, false);
   app.insertingText = false;
 }
 

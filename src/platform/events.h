@@ -68,8 +68,8 @@ struct PointerEvent {
 
 // State of a control or of one list row that the application draws itself.
 struct DrawState {
-  Rect area;           // what to cover
-  int row = -1;        // list row, -1 for a button
+  Rect area;     // what to cover
+  int row = -1;  // list row, -1 for a button
   bool selected = false;
   bool pressed = false;
   bool focused = false;
@@ -95,7 +95,8 @@ struct Events {
   void (*paint)(int view, Canvas& canvas) = nullptr;
   // Draw one owner-drawn control or one list row.
   void (*drawItem)(int id, const DrawState& state, Canvas& canvas) = nullptr;
-  // Pointer on a drawn view or on the bare main window. True: used.
+  // Pointer on a drawn view or on the bare main window. True: used. An editor tells moves without
+  // a button too, and goes on to use them itself.
   bool (*pointer)(int view, const PointerEvent& event) = nullptr;
   // A control or list row is asked for its context menu, at main-window pixels. `row` is the
   // row under the pointer or -1. True: handled, no menu of the toolkit's own.

@@ -225,7 +225,9 @@ bool Focus(int id) {
 bool Pointer(int view, const platform::PointerEvent& event) {
   const Item* item = Find(view);
   if (view != platform::kMainWindow) {
-    if (!item || item->kind != Kind::View || !CanBeUsed(view)) return false;
+    if (!item || !CanBeUsed(view)) return false;
+    const bool over = item->kind == Kind::Editor && event.action == platform::PointerAction::Move;
+    if (item->kind != Kind::View && !over) return false;
   } else if (!platform::Exists(view)) {
     return false;
   }

@@ -154,6 +154,7 @@ EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
   QPalette colours = palette();
   colours.setColor(QPalette::Window, ColourOf(spec.background));
   setPalette(colours);
+  viewport()->setMouseTracking(true);
   connect(text, &QTextDocument::contentsChange, this,
           [this](int from, int removed, int added) { DocumentChanged(from, removed, added); });
   connect(this, &QPlainTextEdit::textChanged, this, [this] {
@@ -368,6 +369,16 @@ void EditorWidget::wheelEvent(QWheelEvent* event) {
   // With Ctrl the toolkit would change the size of the letters.
   if (event->modifiers().testFlag(Qt::ControlModifier)) return;
   QPlainTextEdit::wheelEvent(event);
+}
+
+void EditorWidget::mouseMoveEvent(QMouseEvent* event) {
+  QPlainTextEdit::mouseMoveEvent(event);
+  if (event->buttons() != Qt::NoButton || !Listener().pointer) return;
+  PointerEvent pointer = PointerFrom(*event, PointerAction::Move);
+  const QPoint place = viewport()->mapTo(this, event->pos());
+  pointer.x = place.x();
+  pointer.y = place.y();
+  Listener().pointer(Id(), pointer);
 }
 
 void EditorWidget::insertFromMimeData(const QMimeData* source) {

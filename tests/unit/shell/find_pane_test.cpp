@@ -2,6 +2,8 @@
 
 #include "codetools/find_pane.h"
 
+#include "app/outlets.h"
+#include "codetools/colours.h"
 #include "codetools/find_rules.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
@@ -235,6 +237,172 @@ TEST_F(WordsView, RulesLeaveTheViewAndDoNotReturn) {
   headless::TypeInto(kIdFindText, u"G5");
   headless::Click(1903);
   EXPECT_FALSE(app.commandWordsActive);
+}
+
+int WordsCaret() { return platform::EditorSelection(kIdWordsEditor).to; }
+
+TEST_F(WordsView, MarkersThatComeBetweenTwoCharactersMoveNeither) {
+  headless::Click(kIdCommandWords);
+  const int end = platform::EditorLength(kIdWordsEditor);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u"\nX1 Y");
+  headless::Advance(200);
+  ASSERT_NE(Words().find(u"(MORVA TEXT 2)\r\n(MORVA NAME User code)\r\nX1 Y\r\n(MORVA END 2)"),
+            std::u16string::npos);
+  headless::EditorInsert(kIdWordsEditor, u"2");
+  EXPECT_NE(Words().find(u"\r\nX1 Y2\r\n(MORVA END 2)"), std::u16string::npos);
+  EXPECT_NE(Text().find(u"\r\nX1 Y2\r\n(MORVA END 2)"), std::u16string::npos);
+}
+
+TEST_F(WordsView, TheCaretStaysBehindACodeThatBecomesAWord) {
+  headless::Click(kIdCommandWords);
+  const int end = platform::EditorLength(kIdWordsEditor);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u"\nM30");
+  headless::Advance(200);
+  // The tagger made the view anew, and the code typed into it is a word now.
+  ASSERT_EQ(Words().find(u"M30"), std::u16string::npos);
+  headless::EditorInsert(kIdWordsEditor, u" X9");
+  EXPECT_NE(Text().find(u"\r\nM30 X9\r\n(MORVA END 2)"), std::u16string::npos);
+}
+
+TEST_F(WordsView, ShowsTheProgramOfTheTabAndForgetsTheLastOnesSteps) {
+  headless::Click(kIdCommandWords);
+  headless::EditorInsert(kIdWordsEditor, u" ");
+  NewProgram();
+  headless::Advance(200);
+  ASSERT_EQ(app.activeTab, 1);
+  EXPECT_TRUE(app.commandWordsActive);
+  EXPECT_NE(Words().find(u"Select Inches"), std::u16string::npos) << "template with G20";
+  const std::u16string before = Text();
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), before);
+  SwitchTab(0);
+  EXPECT_NE(Words().find(u"Linear Interpolation Motion"), std::u16string::npos);
+}
+
+TEST_F(WordsView, UndoInTheViewReachesTheCode) {
+  headless::Click(kIdCommandWords);
+  const int end =
+      platform::EditorLineStart(kIdWordsEditor, 1) + platform::EditorLineLength(kIdWordsEditor, 1);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u"7");
+  ASSERT_EQ(Text(), u"(MORVA TEXT 1)\r\nG01 X17\r\nG5\r\n(MORVA END 1)");
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\nG01 X1\r\nG5\r\n(MORVA END 1)");
+}
+
+TEST_F(WordsView, SplitsNoCharacterOfTwoUnits) {
+  headless::EditorSetAll(kIdEditor, u"(MORVA TEXT 1)\r\n(\xD83D\xDE00)\r\n(MORVA END 1)");
+  headless::Advance(200);
+  headless::Click(kIdCommandWords);
+  const int at = platform::EditorLineStart(kIdWordsEditor, 1) + 1;
+  headless::EditorSelect(kIdWordsEditor, at, at + 2);
+  platform::ReplaceSelection(kIdWordsEditor, u"\xD83D\xDE01", true);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(\xD83D\xDE01)\r\n(MORVA END 1)");
+  platform::UndoEditor(kIdEditor);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(\xD83D\xDE00)\r\n(MORVA END 1)");
+}
+
+TEST_F(WordsView, KeepsWhatIsInSightWhenItIsMadeAnew) {
+  std::u16string text = u"(MORVA TEXT 1)\r\n";
+  for (int i = 0; i < 200; ++i) text += u"X1\r\n";
+  headless::EditorSetAll(kIdEditor, text + u"(MORVA END 1)");
+  headless::Advance(200);
+  headless::Click(kIdCommandWords);
+  const int at = platform::EditorLineStart(kIdWordsEditor, 110) + 1;
+  headless::EditorSelect(kIdWordsEditor, at, at);
+  headless::EditorInsert(kIdWordsEditor, u"0");
+  platform::ScrollToLine(kIdWordsEditor, 100);
+  SyncWordsFromCode();
+  EXPECT_EQ(platform::FirstVisibleLine(kIdWordsEditor), 100);
+  EXPECT_EQ(WordsCaret(), at + 1);
+}
+
+TEST_F(WordsView, SavesTheCodeByItsKey) {
+  WriteFile("part.NC", "(MORVA TEXT 1)\r\nG01 X1\r\n(MORVA END 1)\r\n");
+  Open("part.NC");
+  headless::Advance(200);
+  headless::Click(kIdCommandWords);
+  const int end =
+      platform::EditorLineStart(kIdWordsEditor, 1) + platform::EditorLineLength(kIdWordsEditor, 1);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u".5");
+  EXPECT_TRUE(app.editorDirty);
+  platform::KeyEvent save;
+  save.key = 'S';
+  save.ctrl = true;
+  headless::PressKey(save);
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_EQ(ReadFile("part.NC"), "(MORVA TEXT 1)\r\nG01 X1.5\r\n(MORVA END 1)\r\n");
+}
+
+class HoverHelp : public WordsView {
+ protected:
+  // Over the middle of a character's cell.
+  static void Hover(int id, int position) {
+    const platform::Point cell = platform::PointOfPosition(id, position);
+    platform::PointerEvent event;
+    event.x = cell.x + 1;
+    event.y = cell.y + 2;
+    headless::Pointer(id, event);
+  }
+  static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
+};
+
+TEST_F(HoverHelp, TellsOfTheTokenUnderThePointerOnce) {
+  headless::EditorSetAll(kIdEditor, u"(MORVA TEXT 1)\r\nM05 G01 X1\r\n(MORVA END 1)");
+  headless::Advance(200);
+  const int line = platform::EditorLineStart(kIdEditor, 1);
+  Hover(kIdEditor, line + 1);
+  EXPECT_EQ(Status(), u"Spindle stop.");
+  ShowStatus(u"Something else");
+  Hover(kIdEditor, line + 2);
+  EXPECT_EQ(Status(), u"Something else");
+  Hover(kIdEditor, line + 5);
+  EXPECT_EQ(Status().substr(0, 24), u"Feed-limited linear move");
+}
+
+class Colours : public support::Workbench {
+ protected:
+  static int RunsOfLine(int line) {
+    platform::ColourRun runs[8];
+    return platform::LineRuns(kIdEditor, line, runs, 8);
+  }
+  // A program of this many units whose first and last lines hold one word.
+  static void SetProgram(std::size_t units) {
+    std::u16string text = u"G01\r\n";
+    while (text.size() + 100 < units)
+      text += u"-----------------------------------------------\r\n";
+    text += std::u16string(units - text.size() - 5, u'-') + u"\r\nX1.";
+    ASSERT_EQ(text.size(), units);
+    platform::SetEditorText(kIdEditor, text);
+    ColourCodeEditor();
+  }
+};
+
+TEST_F(Colours, AreOnAProgramOf250000UnitsAndNotOnOneMore) {
+  SetProgram(250000);
+  EXPECT_EQ(RunsOfLine(0), 1);
+  EXPECT_EQ(RunsOfLine(platform::EditorLineCount(kIdEditor) - 1), 1);
+  SetProgram(250001);
+  EXPECT_EQ(RunsOfLine(0), 0);
+  EXPECT_EQ(RunsOfLine(platform::EditorLineCount(kIdEditor) - 1), 0);
+}
+
+TEST_F(Colours, LookAtNoMoreOfALineThanTold) {
+  // A word that begins at unit 8,188 ends in sight, one at 8,190 does not stand there.
+  const std::u16string dashes(8188, u'-');
+  platform::SetEditorText(kIdEditor, dashes + u"X1Y2\r\nZ3");
+  ColourCodeEditor();
+  EXPECT_EQ(RunsOfLine(0), 1);
+  EXPECT_EQ(RunsOfLine(1), 1);
+  headless::Click(kIdCommandWords);
+  platform::ColourRun runs[4];
+  platform::SetEditorText(kIdWordsEditor, std::u16string(2100, u'-'));
+  ColourWordsView();
+  ASSERT_EQ(platform::LineRuns(kIdWordsEditor, 0, runs, 4), 1);
+  EXPECT_EQ(runs[0].length, 2046);
 }
 
 }  // namespace
