@@ -21,12 +21,19 @@ using platform::Rect;
 
 constexpr int kFindMost = kFindUnits - 1;
 constexpr int kLabelHeight = 18;
-constexpr int kFieldHeight = 28;
-constexpr int kKeyHeight = 30;
-constexpr int kGap = 6;
-constexpr int kHelpHeight = 52;
-constexpr int kListLeast = 72;
+constexpr int kFieldHeight = 26;
+constexpr int kCheckHeight = 22;
+constexpr int kKeyHeight = 28;
+constexpr int kHeadHeight = 22;
+constexpr int kGap = 4;
+// At the narrowest the pane is 296 wide: the first help takes four lines there, the other three.
+constexpr int kHelpHeight = 76;
+constexpr int kChangeHelpHeight = 56;
+constexpr int kStatusHeight = 36;
+constexpr int kListLeast = 60;
+constexpr int kPromptPercent = 58;  // of the width: its words are the longer
 
+// In the order of the screen from top to bottom, in which they are made and Tab goes.
 constexpr platform::ControlSpec kControls[] = {
     {kIdFindLabel, ControlKind::Label, u"Find", u"", FontRole::Small, platform::kMainWindow, true},
     {kIdFindText, ControlKind::EditLine, u"", u"Find", FontRole::Body, platform::kMainWindow, true},
@@ -40,16 +47,16 @@ constexpr platform::ControlSpec kControls[] = {
      platform::kMainWindow, true},
     {kIdNextMatch, ControlKind::PushButton, u"NEXT MATCH", u"", FontRole::Small,
      platform::kMainWindow, true},
+    {1901, ControlKind::PushButton, u"ADD RULE", u"", FontRole::Small, platform::kMainWindow, true},
     {kIdRulesLabel, ControlKind::Label, u"Replacement rules", u"", FontRole::Small,
      platform::kMainWindow, true},
-    {1901, ControlKind::PushButton, u"ADD RULE", u"", FontRole::Small, platform::kMainWindow, true},
     {1902, ControlKind::PushButton, u"REMOVE RULE", u"", FontRole::Small, platform::kMainWindow,
      true},
+    {1905, ControlKind::PushButton, u"UNDO", u"", FontRole::Small, platform::kMainWindow, true},
     {1903, ControlKind::PushButton, u"PREVIEW MATCHES", u"", FontRole::Small, platform::kMainWindow,
      true},
     {1904, ControlKind::PushButton, u"APPLY RULES", u"", FontRole::Small, platform::kMainWindow,
      true},
-    {1905, ControlKind::PushButton, u"UNDO", u"", FontRole::Small, platform::kMainWindow, true},
     {kIdFindStatus, ControlKind::Label, u"", u"Find status", FontRole::Small, platform::kMainWindow,
      true},
     {kIdFindHelp, ControlKind::Label,
@@ -68,9 +75,20 @@ constexpr platform::ControlSpec kControls[] = {
      true},
 };
 
+void MakeRuleList() {
+  platform::ListSpec list;
+  list.id = kIdRuleList;
+  list.accessibleName = u"Replacement rules";
+  list.font = FontRole::Small;
+  list.ownerDrawn = false;
+  list.hidden = true;
+  platform::MakeList(list);
+}
+
 void MakePane() {
   for (const platform::ControlSpec& spec : kControls) {
     platform::MakeControl(spec);
+    if (spec.id == kIdRulesLabel) MakeRuleList();
     if (spec.kind == ControlKind::Label) {
       const bool head = spec.id == kIdChangeHead || spec.id == kIdRulesLabel;
       platform::SetColours(spec.id, {head ? kBrightAccent : kMainText, kPanelBackground, true});
@@ -83,13 +101,6 @@ void MakePane() {
       platform::SetColours(spec.id, {kMainText, kPanelBackground, true});
     }
   }
-  platform::ListSpec list;
-  list.id = kIdRuleList;
-  list.accessibleName = u"Replacement rules";
-  list.font = FontRole::Small;
-  list.ownerDrawn = false;
-  list.hidden = true;
-  platform::MakeList(list);
 }
 
 // Places things from the top down, a row at a time.
@@ -109,8 +120,8 @@ void PutRow(Column& column, int id, int height, int gap = kGap) {
   column.top += height + gap;
 }
 
-void PutPair(Column& column, int first, int second, int height) {
-  const int middle = (column.left + column.right) / 2;
+void PutPair(Column& column, int first, int second, int height, int percent = 50) {
+  const int middle = column.left + (column.right - column.left) * percent / 100;
   Put(first, {column.left, column.top, middle - kGap / 2, column.top + height});
   Put(second, {middle + kGap / 2, column.top, column.right, column.top + height});
   column.top += height + kGap;
@@ -122,21 +133,21 @@ void PlacePane(const Rect& area) {
   PutRow(column, kIdFindText, kFieldHeight);
   PutRow(column, kIdReplaceLabel, kLabelHeight, 2);
   PutRow(column, kIdReplaceText, kFieldHeight);
-  PutPair(column, kIdMatchCase, kIdWholeToken, 24);
+  PutPair(column, kIdMatchCase, kIdWholeToken, kCheckHeight);
   PutPair(column, kIdNextMatch, 1901, kKeyHeight);
   PutRow(column, kIdRulesLabel, kLabelHeight, 2);
-  const int below = 2 * (kKeyHeight + kGap) + 2 * (kHelpHeight + kGap) + 36 + kGap + 26 + kGap +
-                    kKeyHeight + kGap;
+  const int below = 3 * (kKeyHeight + kGap) + kStatusHeight + kHelpHeight + kHeadHeight +
+                    kChangeHelpHeight + 5 * kGap;
   int list = area.bottom - column.top - below;
   if (list < kListLeast) list = kListLeast;
   PutRow(column, kIdRuleList, list);
   PutPair(column, 1902, 1905, kKeyHeight);
   PutPair(column, 1903, 1904, kKeyHeight);
-  PutRow(column, kIdFindStatus, 36);
+  PutRow(column, kIdFindStatus, kStatusHeight);
   PutRow(column, kIdFindHelp, kHelpHeight);
-  PutRow(column, kIdChangeHead, 26);
-  PutRow(column, kIdChangeHelp, kHelpHeight);
-  PutPair(column, kIdPromptEach, kIdDoAll, kKeyHeight);
+  PutRow(column, kIdChangeHead, kHeadHeight);
+  PutRow(column, kIdChangeHelp, kChangeHelpHeight);
+  PutPair(column, kIdPromptEach, kIdDoAll, kKeyHeight, kPromptPercent);
 }
 
 void HidePane() {

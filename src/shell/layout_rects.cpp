@@ -275,7 +275,8 @@ void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
 
 // A mode with a right panel: the panel takes the view's place.
 void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
-  constexpr int kHelpHeight = 112;
+  // The builders of shapes and patterns have a help text below; other panels go to the foot.
+  const int help = in.mode >= kModeShapes && in.mode <= kModeRectangular ? 112 : 0;
   const int panel =
       std::min(RightPanelWidth(in.mode, in.width), in.width - work.left - kEditorLeast - kPad);
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
@@ -289,9 +290,9 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   Put(plan, kIdOutputLog, plan.areas.output);
   const int left = side.left + 12;
   Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
-  Put(plan, kIdHelpText, Rect{left, side.bottom - 6 - kHelpHeight, in.width - 12, side.bottom - 6});
-  plan.areas.panelBody =
-      Rect{left, side.top + 42, in.width - 12, side.bottom - 6 - kHelpHeight - kPad};
+  const int foot = side.bottom - 6 - help;
+  Put(plan, kIdHelpText, help > 0 ? Rect{left, foot, in.width - 12, side.bottom - 6} : Rect{});
+  plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, help > 0 ? foot - kPad : foot};
   Put(plan, kIdInfoPanel, Rect{});
   Put(plan, kViewToolpath, Rect{});
   Put(plan, kIdSpeedSlider, Rect{});

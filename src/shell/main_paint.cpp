@@ -56,11 +56,12 @@ void FrameWells(Canvas& canvas) {
   const int focused = platform::FocusedId();
   if (platform::IsVisible(kViewGutter)) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
-              focused == kIdEditor);
+              focused == kIdEditor || focused == kIdWordsEditor);
   }
   for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdIndexSearch, kIdIndexList,
                  kIdIndexDetail, kIdIndexInsertion, kIdOutputLog, kIdInfoPanel, kIdHelpText,
-                 kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane}) {
+                 kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane,
+                 kIdFindText, kIdReplaceText, kIdRuleList}) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }

@@ -1,0 +1,148 @@
+// The find pane on the real window: a batch of rules by keys and clicks, the order of Tab, and
+// everything in sight.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "desk/desk.h"
+#include "platform/window.h"
+
+namespace {
+
+constexpr int kAddRule = 1901;
+constexpr int kRemoveRule = 1902;
+constexpr int kPreview = 1903;
+constexpr int kApply = 1904;
+constexpr int kUndo = 1905;
+
+class Find : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    ASSERT_TRUE(desk::Until(
+        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    desk::Key(morva::kIdEditor, Qt::Key_A, Qt::ControlModifier);
+    auto* edit = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(morva::kIdEditor));
+    edit->insertPlainText(QStringLiteral("(MORVA TEXT 1)\n(MORVA NAME A)\nA B\n(MORVA END 1)"));
+    desk::Key(morva::kIdEditor, Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(desk::Until([]() { return desk::WidgetOf(morva::kIdFindText)->hasFocus(); }));
+  }
+  // Into what has the keyboard.
+  static void Press(int key) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(key)); }
+  static void Type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+  static QString Code() { return desk::TextOf(morva::kIdEditor); }
+  QTemporaryDir home_;
+};
+
+TEST_F(Find, SwapsTwoWordsByKeysAndTakesItBackByAClick) {
+  Type(QStringLiteral("A"));
+  Press(Qt::Key_Tab);
+  Type(QStringLiteral("B"));
+  desk::Click(kAddRule);
+  desk::TypeInto(morva::kIdFindText, QString());
+  desk::Key(morva::kIdFindText, Qt::Key_A, Qt::ControlModifier);
+  Type(QStringLiteral("B"));
+  desk::Key(morva::kIdReplaceText, Qt::Key_A, Qt::ControlModifier);
+  Type(QStringLiteral("A"));
+  desk::Key(kAddRule, Qt::Key_Space);
+  EXPECT_EQ(desk::RowsOf(morva::kIdRuleList),
+            QStringList({QStringLiteral("A  \u2192  B"), QStringLiteral("B  \u2192  A")}));
+  const QString before = Code();
+  desk::Click(kPreview);
+  EXPECT_EQ(desk::TextOf(morva::kIdFindStatus),
+            QStringLiteral("2 matches in the active program. Apply Rules performs this batch."));
+  EXPECT_EQ(Code(), before);
+  desk::Click(kApply);
+  EXPECT_EQ(Code(), QStringLiteral("(MORVA TEXT 1)\n(MORVA NAME A)\nB A\n(MORVA END 1)"));
+  desk::Click(kUndo);
+  EXPECT_EQ(Code(), before);
+}
+
+TEST_F(Find, TabGoesDownThePane) {
+  const int order[] = {morva::kIdFindText,
+                       morva::kIdReplaceText,
+                       morva::kIdMatchCase,
+                       morva::kIdWholeToken,
+                       morva::kIdNextMatch,
+                       kAddRule,
+                       morva::kIdRuleList,
+                       kRemoveRule,
+                       kUndo,
+                       kPreview,
+                       kApply,
+                       morva::kIdPromptEach,
+                       morva::kIdDoAll};
+  for (const int id : order) {
+    EXPECT_TRUE(desk::WidgetOf(id)->hasFocus()) << id;
+    Press(Qt::Key_Tab);
+  }
+}
+
+TEST_F(Find, EnterFindsTheNextMatchAndTheFieldKeepsTheKeyboard) {
+  Type(QStringLiteral("a b"));
+  Press(Qt::Key_Return);
+  auto* edit = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(morva::kIdEditor));
+  EXPECT_EQ(edit->textCursor().selectedText(), QStringLiteral("A B"));
+  EXPECT_TRUE(desk::WidgetOf(morva::kIdFindText)->hasFocus());
+}
+
+TEST_F(Find, NothingOfThePaneIsCutOff) {
+  QWidget* window = desk::WidgetOf(platform::kMainWindow);
+  const int all[] = {morva::kIdFindText,
+                     morva::kIdReplaceText,
+                     morva::kIdMatchCase,
+                     morva::kIdWholeToken,
+                     morva::kIdNextMatch,
+                     kAddRule,
+                     morva::kIdRuleList,
+                     kRemoveRule,
+                     kUndo,
+                     kPreview,
+                     kApply,
+                     morva::kIdFindStatus,
+                     morva::kIdFindHelp,
+                     morva::kIdChangeHelp,
+                     morva::kIdPromptEach,
+                     morva::kIdDoAll};
+  desk::Click(kPreview);
+  desk::TypeInto(morva::kIdFindText, QString());
+  desk::Click(kAddRule);  // the longest words of the status
+  const QByteArray pictures = qgetenv("MORVA_PICTURES");
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    window->resize(size);
+    ASSERT_TRUE(desk::Until([=]() { return window->size() == size; }));
+    desk::Run(80);
+    if (!pictures.isEmpty()) {
+      desk::Picture(QDir(QString::fromLocal8Bit(pictures))
+                        .filePath(QStringLiteral("find_%1.png").arg(size.width())));
+    }
+    for (const int id : all) {
+      QWidget* widget = desk::WidgetOf(id);
+      const QRect place(widget->mapTo(window, QPoint(0, 0)), widget->size());
+      EXPECT_TRUE(window->rect().contains(place)) << id;
+      const QWidget* status = desk::WidgetOf(morva::kIdStatusLine);
+      EXPECT_LE(place.bottom(), status->mapTo(window, QPoint(0, 0)).y()) << id;
+      const QFontMetrics metrics(widget->font());
+      if (const auto* label = qobject_cast<QLabel*>(widget)) {
+        const QRect text = metrics.boundingRect(QRect(0, 0, widget->width(), 1000),
+                                                Qt::TextWordWrap, label->text());
+        EXPECT_LE(text.height(), widget->height()) << id;
+      }
+      if (const auto* key = qobject_cast<QAbstractButton*>(widget)) {
+        EXPECT_LE(metrics.horizontalAdvance(key->text()), widget->width() - 8) << id;
+      }
+    }
+  }
+}
+
+}  // namespace
