@@ -185,6 +185,7 @@ inline constexpr int kIdChangeHead = 3230;      // "Change All"
 inline constexpr int kIdChangeHelp = 3231;      // help of PROMPT EACH and DO ALL
 inline constexpr int kIdInlineName = 3240;      // rename box over a feature row
 inline constexpr int kIdImportFirst = 3250;     // import panel, 3250 to 3269
+inline constexpr int kIdImportPreview = 3254;  // the source program
 inline constexpr int kIdIndexDetail = 3300;     // code index panel, 3300 to 3319: "Word"
 inline constexpr int kIdIndexInsertion = 3301;  // "Insertion text"
 inline constexpr int kIdIndexInsert = 3302;     // "INSERT INTO PROGRAM"

@@ -52,6 +52,7 @@ void HoverTick() {
   lastId = id;
   if (id == 0 || id == platform::kMainWindow) return;
   if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
+  if (id == kIdImportPreview) return;
   if (id == kIdReviewLeftPane || id == kIdReviewRightPane || id == kIdReviewSummary) return;
   // Standing text and the status line are read where they are; they must not wipe the log.
   if (id == kIdInfoPanel || id == kIdHelpText || id == kIdStatusLine) return;

@@ -1,0 +1,7 @@
+ÿ%
+O1000 (BRACKET)
+G20 (INCHES)
+T1 M6
+G0 X1. Y2.
+M30
+%
