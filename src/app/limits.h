@@ -8,6 +8,7 @@ namespace morva {
 inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
 inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
 inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block
+inline constexpr int kMaxSketchUndo = 24;        // the oldest step can no longer be undone
 inline constexpr int kMaxDrawings = 8;           // drawings of one program; more makes a damaged .cadmv
 inline constexpr int kMaxPlates = 8;             // plates of one program; more makes a damaged .platemv
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."

@@ -9,6 +9,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "cad/workspace.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/editor_keys.h"
@@ -242,6 +243,7 @@ void JoinRooms() {
   RegisterSimulatorCommands();
   RegisterUnitCommands();
   RegisterTransferCommands();
+  RegisterCad();
   RegisterShellCommands();
   for (const int id : {kIdEditor, kIdWordsEditor}) {
     RegisterCommand(RouterStage::Notified, id, platform::kNotifyEditChange,
@@ -305,6 +307,7 @@ void ResetApplication() {
   ResetImportPanel();
   ResetColours();
   ResetFeatureOperations();
+  ResetCad();
   ResetDocuments();
   ResetSimulator();
   ResetView();

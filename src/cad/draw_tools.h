@@ -1,0 +1,52 @@
+// Draw tools: drag creation, construction by points, typed sizes, polygons and snapping.
+//
+// Positions are in drawing units unless they are called pixels. All geometry ends up as one
+// object appended to the live sketch; a polygon as one line a side.
+#pragma once
+
+#include "platform/events.h"
+
+namespace morva {
+
+// A method of the flyouts, 0x60E to 0x640; 0x636 and 0x637 enter dimension mode.
+void StartMethod(int command);
+// 0 select, 1 to 6 type plus 1.
+void StartDragTool(int tool);
+// Every tool, pick, preview and panel given up, floating boxes hidden; the focus on the canvas.
+void CancelTools();
+// Whether a left press belongs to a construction method or a drag tool.
+bool DrawToolActive();
+
+// Canvas events, in canvas pixels. True: used.
+bool DrawToolPress(const platform::PointerEvent& event);
+bool DrawToolMove(const platform::PointerEvent& event);
+bool DrawToolRelease(const platform::PointerEvent& event);
+void DrawToolCaptureLost();
+bool DrawToolKey(const platform::KeyEvent& key);  // Tab, Enter, Escape
+// The floating number boxes: Enter, Tab and Escape in them. True: used.
+bool SizeBoxKey(const platform::KeyEvent& key);
+// Creates the previewed object with the sizes in the boxes. From the button a failure is told,
+// from the Enter key it is silent.
+bool CommitTypedSize(bool fromButton);
+
+// Moves a position to the best target nearby and sets tools.snapHit and snapAtCentre. Nothing
+// with snap off or `bypass` (Alt) held. `excludeObject` and its group are no targets; -1 for
+// none. With Trim active the position stays where it is.
+void SnapPoint(double& x, double& y, int excludeObject, bool bypass);
+
+// Closed lines of a fresh group. False: refused, the status says why.
+bool CreatePolygon(int sides, double radius, double centreX, double centreY, double startAngle);
+
+// The object that a drag from start to end makes with this tool, defaults included.
+struct SketchObject;
+SketchObject ObjectFromDrag(int tool, double startX, double startY, double endX, double endY);
+// The object of a method from its points. False: degenerate.
+bool ObjectFromPoints(int method, const double* xs, const double* ys, SketchObject& object);
+
+// The popup of a tool key's methods.
+void ShowFlyout(int keyId);
+
+void RegisterDrawTools();
+void ResetDrawTools();
+
+}  // namespace morva

@@ -1,0 +1,31 @@
+// Drawings of a program: up to eight, one of them live, beside the program in its companion.
+#pragma once
+
+#include "documents/feature_settings.h"
+
+namespace morva {
+
+// Eight drawing tabs of the active program.
+void SelectDrawingTab(int index);
+void AddDrawingTab();
+// A two-press toggle: shows the name box, then takes its text.
+void RenameDrawingTab();
+void RefreshDrawingTabs();  // captions and states of the tab keys
+
+// The live sketch into the active drawing of the current program.
+void SaveLiveDrawing();
+// The live sketch from the current program's working copy; an empty one without it. Undo steps
+// and recent operations end here.
+void LoadSketchForProgram();
+
+// The live sketch as a settings record of kind 4, with the cutting fields read as numbers,
+// fallback 0. False: it does not validate.
+bool WriteSketchSettings(FeatureSettings& record);
+// A block's record into the live sketch and the CAD surface up; flags cleared, nothing
+// selected. False: it could not be opened.
+bool OpenSketchBlock(const FeatureSettings& record);
+
+void RegisterDrawings();  // the live model, the settings writer and the builder of kind 4
+void ResetDrawings();
+
+}  // namespace morva

@@ -1,0 +1,228 @@
+#include "cad/outline.h"
+
+#include <cmath>
+
+#include "library/codetext.h"
+#include "library/series_trig.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kCircleSteps = 96;
+constexpr int kCapSteps = 32;
+constexpr double kTwoPi = 6.283185307179586;
+// The caps of a slot keep these two constants; their outlines are compared with older files.
+constexpr double kCapPi = 3.14159265359;
+constexpr double kCapHalfPi = 1.570796326795;
+constexpr double kMarkReach = 0.025;  // a work point's cross, drawing units
+constexpr double kParallel = 1e-12;
+
+// A point of the object's own frame, turned and moved to its anchor.
+struct Frame {
+  double x, y, sine, cosine;
+  void Put(double lx, double ly, double& outX, double& outY) const {
+    outX = x + lx * cosine - ly * sine;
+    outY = y + lx * sine + ly * cosine;
+  }
+};
+
+Frame FrameOf(const SketchObject& object) {
+  return Frame{object.x, object.y, SketchSine(object.angle), SketchCosine(object.angle)};
+}
+
+int BoxCorners(const SketchObject& object, double* xs, double* ys) {
+  const Frame frame = FrameOf(object);
+  const double w = object.size / 2;
+  const double h = object.size2 / 2;
+  frame.Put(-w, -h, xs[0], ys[0]);
+  frame.Put(w, -h, xs[1], ys[1]);
+  frame.Put(w, h, xs[2], ys[2]);
+  frame.Put(-w, h, xs[3], ys[3]);
+  return 4;
+}
+
+int CircleOutline(const SketchObject& object, double* xs, double* ys) {
+  const Frame frame = FrameOf(object);
+  const double r = object.size / 2;
+  for (int i = 0; i <= kCircleSteps; ++i) {
+    const double a = kTwoPi * i / kCircleSteps;
+    frame.Put(r * SeriesCosine(a), r * SeriesSine(a), xs[i], ys[i]);
+  }
+  return kCircleSteps + 1;
+}
+
+int SlotOutline(const SketchObject& object, double* xs, double* ys) {
+  const Frame frame = FrameOf(object);
+  const double r = object.size2 / 2;
+  const double straight = (object.size - object.size2) / 2;
+  const double s = straight > 0 ? straight : 0;
+  int n = 0;
+  for (int i = 0; i <= kCapSteps; ++i) {
+    const double a = -kCapHalfPi + kCapPi * i / kCapSteps;
+    frame.Put(s + r * SeriesCosine(a), r * SeriesSine(a), xs[n], ys[n]);
+    ++n;
+  }
+  for (int i = 0; i <= kCapSteps; ++i) {
+    const double a = kCapHalfPi + kCapPi * i / kCapSteps;
+    frame.Put(-s + r * SeriesCosine(a), r * SeriesSine(a), xs[n], ys[n]);
+    ++n;
+  }
+  xs[n] = xs[0];
+  ys[n] = ys[0];
+  return n + 1;
+}
+
+int MarkOutline(const SketchObject& object, double* xs, double* ys) {
+  const Frame frame = FrameOf(object);
+  frame.Put(-kMarkReach, 0, xs[0], ys[0]);
+  frame.Put(kMarkReach, 0, xs[1], ys[1]);
+  frame.Put(0, 0, xs[2], ys[2]);
+  frame.Put(0, kMarkReach, xs[3], ys[3]);
+  frame.Put(0, -kMarkReach, xs[4], ys[4]);
+  return 5;
+}
+
+}  // namespace
+
+double SketchSine(double degrees) { return SeriesSine(degrees * kRadiansPerDegree); }
+
+double SketchCosine(double degrees) { return SeriesCosine(degrees * kRadiansPerDegree); }
+
+double ExactCosine(double degrees) {
+  double a = degrees;
+  if (!(a > -1e9 && a < 1e9)) return 0;  // no direction is left in such an angle
+  while (a < 0) a += 360;
+  while (a >= 360) a -= 360;
+  if (a == 0) return 1;
+  if (a == 90 || a == 270) return 0;
+  if (a == 180) return -1;
+  return SketchCosine(a);
+}
+
+double SketchRoot(double value) { return value > 0 ? std::sqrt(value) : 0; }
+
+void LineEndPoint(const SketchObject& object, double& x, double& y) {
+  x = object.x + object.size * SketchCosine(object.angle);
+  y = object.y + object.size * SketchSine(object.angle);
+}
+
+int ObjectOutline(const SketchObject& object, double* xs, double* ys) {
+  switch (object.type) {
+    case kTypeLine:
+    case kTypeWorkAxis:
+      xs[0] = object.x;
+      ys[0] = object.y;
+      LineEndPoint(object, xs[1], ys[1]);
+      return 2;
+    case kTypeRectangle:
+      BoxCorners(object, xs, ys);
+      xs[4] = xs[0];
+      ys[4] = ys[0];
+      return 5;
+    case kTypeCircle:
+      return CircleOutline(object, xs, ys);
+    case kTypeSlot:
+      return SlotOutline(object, xs, ys);
+    case kTypeWorkPoint:
+      return MarkOutline(object, xs, ys);
+    default:
+      return 0;
+  }
+}
+
+int ObjectSnapPoints(const SketchObject& object, double* xs, double* ys) {
+  xs[0] = object.x;
+  ys[0] = object.y;
+  switch (object.type) {
+    case kTypeLine:
+    case kTypeWorkAxis:
+      LineEndPoint(object, xs[1], ys[1]);
+      xs[2] = (xs[0] + xs[1]) / 2;
+      ys[2] = (ys[0] + ys[1]) / 2;
+      return 3;
+    case kTypeCircle: {
+      const double r = object.size / 2;
+      for (int i = 0; i < 4; ++i) {
+        xs[i + 1] = object.x + r * SketchCosine(90.0 * i);
+        ys[i + 1] = object.y + r * SketchSine(90.0 * i);
+      }
+      return 5;
+    }
+    case kTypeRectangle:
+    case kTypeSlot:
+      BoxCorners(object, xs + 1, ys + 1);
+      for (int i = 0; i < 4; ++i) {
+        const int next = (i + 1) % 4;
+        xs[5 + i] = (xs[1 + i] + xs[1 + next]) / 2;
+        ys[5 + i] = (ys[1 + i] + ys[1 + next]) / 2;
+      }
+      return 9;
+    case kTypeWorkPoint:
+      return 1;
+    default:
+      return 1;
+  }
+}
+
+double FootOnSegment(double px, double py, double ax, double ay, double bx, double by, double least,
+                     double& fx, double& fy) {
+  const double dx = bx - ax;
+  const double dy = by - ay;
+  const double square = dx * dx + dy * dy;
+  double t = 0;
+  if (square >= least * least && square > 0) {
+    t = ((px - ax) * dx + (py - ay) * dy) / square;
+    if (t < 0) t = 0;
+    if (t > 1) t = 1;
+  }
+  fx = ax + t * dx;
+  fy = ay + t * dy;
+  return t;
+}
+
+bool LineIntersection(double ax, double ay, double adx, double ady, double bx, double by,
+                      double bdx, double bdy, double& t, double& s) {
+  const double determinant = adx * bdy - ady * bdx;
+  if (std::fabs(determinant) < kParallel) return false;
+  const double dx = bx - ax;
+  const double dy = by - ay;
+  t = (dx * bdy - dy * bdx) / determinant;
+  s = (dx * ady - dy * adx) / determinant;
+  return true;
+}
+
+bool TangentPoint(double px, double py, double cx, double cy, double r, double clickX,
+                  double clickY, double& tx, double& ty) {
+  const double vx = px - cx;
+  const double vy = py - cy;
+  const double square = vx * vx + vy * vy;
+  if (square <= r * r + 1e-12) return false;
+  const double k = r * r / square;
+  const double h = r * SketchRoot(square - r * r) / square;
+  // The point on the plus side stands first and wins a tie.
+  const double firstX = cx + k * vx - h * vy;
+  const double firstY = cy + k * vy + h * vx;
+  const double secondX = cx + k * vx + h * vy;
+  const double secondY = cy + k * vy - h * vx;
+  const double first =
+      (firstX - clickX) * (firstX - clickX) + (firstY - clickY) * (firstY - clickY);
+  const double second =
+      (secondX - clickX) * (secondX - clickX) + (secondY - clickY) * (secondY - clickY);
+  const bool takesFirst = first <= second;
+  tx = takesFirst ? firstX : secondX;
+  ty = takesFirst ? firstY : secondY;
+  return true;
+}
+
+void TurnObject(SketchObject& object, double pivotX, double pivotY, double degrees) {
+  const double sine = ExactSine(degrees);
+  const double cosine = ExactCosine(degrees);
+  const double dx = object.x - pivotX;
+  const double dy = object.y - pivotY;
+  object.x = pivotX + dx * cosine - dy * sine;
+  object.y = pivotY + dx * sine + dy * cosine;
+  object.angle += degrees;
+}
+
+}  // namespace morva

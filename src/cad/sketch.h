@@ -1,0 +1,98 @@
+// The live sketch: a flat list of at most 96 objects, its selection and its undo steps.
+//
+// There is one live sketch. Drawings (drawings.h) are copied into and out of it; no operation
+// works on a stored one. Objects are stored by anchor, size and angle; every outline is
+// computed (outline.h). Nothing links objects but an equal group number other than 0.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/limits.h"
+
+namespace morva {
+
+enum SketchType : std::int32_t {
+  kTypeLine = 0,
+  kTypeRectangle = 1,
+  kTypeCircle = 2,
+  kTypeSlot = 3,
+  kTypeWorkPoint = 4,  // construction only, as the axis: no code
+  kTypeWorkAxis = 5,
+};
+
+// Lengths in the sketch's own unit, the angle in degrees counter-clockwise from +X. The item
+// layout of a settings record.
+struct SketchObject {
+  std::int32_t type = 0;
+  std::int32_t group = 0;  // 0: none
+  double x = 0;            // line and axis: start; the others: centre
+  double y = 0;
+  double size = 0;   // length, width, diameter, or a slot from tip to tip
+  double size2 = 0;  // a rectangle's height, a slot's width
+  double angle = 0;  // of a line, axis, rectangle or slot
+};
+
+struct LiveSketch {
+  SketchObject objects[kMaxItems];  // in order of creation, which is the order of cutting
+  std::int32_t objectCount = 0;
+  unsigned char hidden[kMaxItems] = {};  // display only; hidden geometry is cut
+  unsigned char locked[kMaxItems] = {};
+  std::int32_t selected = -1;
+  double thickness = 0;  // of the wireframe; never in the code, never in an undo step
+  bool metric = false;   // the sketch's own unit
+  bool snapOn = true;
+  bool gridOn = true;
+  bool trimPreviewing = false;  // edits run dry: no undo step, no change
+  std::int32_t undoDepth = 0;   // 0 to 24
+};
+extern LiveSketch sketch;
+
+inline constexpr double kSketchLimit = 1000000;  // |coordinate| and sizes stay below
+
+// "Line" ...; "LINE" ...; empty for another number.
+const char16_t* SketchTypeName(std::int32_t type);
+const char16_t* SketchTypeHeading(std::int32_t type);
+
+// One undo step, before a change; also marks the project modified. Nothing in a dry run.
+void PushSketchUndo();
+void SketchUndo();
+
+bool HasSketchSelection();
+// A selection that is not locked. False: nothing changes; for a locked one the status says so.
+bool MayEditSelection();
+// Whether this object is the selected one or shares its non-zero group.
+bool InSelectedPart(int index);
+// The largest group in use plus 1, at least 1.
+std::int32_t NextSketchGroup();
+// At the end, visible and unlocked; no undo step. Its index, or -1 with 96 present.
+int AppendSketchObject(const SketchObject& object);
+// The later ones move down, with their flags and marks; the selection is left to the caller.
+void RemoveSketchObject(int index);
+// The inch or the millimetre value, by the sketch's unit.
+inline double BySketchUnit(double inch, double mm) { return sketch.metric ? mm : inch; }
+
+// Inch (false) or millimetre: converts the sketch and the numeric fields. Nothing when active.
+void SwitchSketchUnits(bool metric);
+
+// List, fields, status line and canvas from the live sketch. Harmless without a window.
+void RefreshSketchPanels();
+// At most 511 units; the same text in another case leaves the line untouched; null clears.
+void SetSketchStatus(const char16_t* text);
+const std::u16string& SketchStatus();
+// A line of "Recent operations", which keeps 40.
+void LogSketchOperation(const char16_t* text);
+
+// A number as the sketch's fields show it: round half up on the absolute value, "-" for any
+// value below 0. `decimals` 0 to 9.
+std::u16string SketchNumber(double value, int decimals);
+// The strict rule of typed sizes: an optional sign, digits and at most one point, at least one
+// digit, under 79 characters, below 1,000,000 in size. False: not a number.
+bool ReadStrictNumber(std::u16string_view text, double& value);
+
+// Commands that this file and drawings.h answer.
+void RegisterSketchCommands();
+void ResetSketch();
+
+}  // namespace morva
