@@ -1,0 +1,7 @@
+#include "cad/canvas.h"
+
+namespace morva {
+void CanvasTimer(int) {}
+void EnterModelView() {}
+void LeaveModelView() {}
+}  // namespace morva

@@ -1,0 +1,5 @@
+#include "cad/canvas.h"
+
+namespace morva {
+void PaintCanvas(platform::Canvas&) {}
+}  // namespace morva
