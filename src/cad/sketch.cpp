@@ -72,6 +72,12 @@ void SketchUndo() {
   const SketchSnapshot& step = steps[--sketch.undoDepth];
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
+  // What hung on the objects that stood there.
+  tools.hoverObject = -1;
+  tools.previewSegmentCount = 0;
+  // The step was pushed and perhaps saved since: going back is a change of its own.
+  MarkModified();
+  ScheduleAutosave();
   RefreshSketchPanels();
   LogSketchOperation(u"Undo");
 }
@@ -127,6 +133,7 @@ void RemoveSketchObject(int index) {
 void ResetSketch() {
   sketch = LiveSketch();
   tools = ToolState();
+  SetSketchStatus(nullptr);
 }
 
 }  // namespace morva

@@ -1,16 +1,99 @@
 // What the live sketch shows in the workspace: operations list, fields, status, recent lines.
 
+#include <cmath>
+#include <cstdint>
+#include <string>
+
 #include "app/command_ids.h"
+#include "app/router.h"
+#include "cad/operations_list.h"
 #include "cad/sketch.h"
+#include "cad/sketch_units.h"
 #include "library/codetext.h"
 #include "platform/control.h"
+#include "platform/events.h"
+#include "platform/listing.h"
 #include "platform/window.h"
 
 namespace morva {
 
 namespace {
+
 std::u16string status;
 constexpr std::size_t kStatusMost = 511;
+constexpr std::int64_t kFaceRow = -1;  // data of the row that stands in an empty list
+constexpr int kSizeDecimals = 3;
+constexpr int kAngleDecimals = 4;
+
+// A group stands in the list once, on its first member.
+bool HasOwnLine(int index) {
+  const std::int32_t group = sketch.objects[index].group;
+  if (group == 0) return true;
+  for (int i = 0; i < index; ++i) {
+    if (sketch.objects[i].group == group) return false;
+  }
+  return true;
+}
+
+std::u16string LineText(int index) {
+  const SketchObject& object = sketch.objects[index];
+  std::u16string text = sketch.locked[index] ? u"[locked] " : u"";
+  text += IntegerText(index + 1);
+  text += u"  ";
+  text += object.group != 0 ? u"Trimmed part" : SketchTypeName(object.type);
+  return text;
+}
+
+void PutLine(int row, const std::u16string& text, std::int64_t data) {
+  if (row >= platform::RowCount(kIdCadOperations)) {
+    platform::AddRow(kIdCadOperations, text, data);
+    return;
+  }
+  if (platform::RowText(kIdCadOperations, row) != text) {
+    platform::SetRowText(kIdCadOperations, row, text);
+  }
+  platform::SetRowData(kIdCadOperations, row, data);
+}
+
+// Rows are rewritten in place where their number stays, so that the list keeps its scrolling.
+void RefreshOperations() {
+  if (!platform::Exists(kIdCadOperations)) return;
+  int lines = 0;
+  for (int i = 0; i < sketch.objectCount; ++i) lines += HasOwnLine(i) ? 1 : 0;
+  platform::HoldListRedraw(kIdCadOperations, true);
+  const int wanted = lines > 0 ? lines : 1;
+  if (platform::RowCount(kIdCadOperations) > wanted) platform::ClearRows(kIdCadOperations);
+  int row = 0;
+  int current = -1;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!HasOwnLine(i)) continue;
+    if (InSelectedPart(i)) current = row;
+    PutLine(row++, LineText(i), i);
+  }
+  if (lines == 0) PutLine(0, u"No geometry yet", kFaceRow);
+  platform::SelectRow(kIdCadOperations, current);
+  platform::HoldListRedraw(kIdCadOperations, false);
+  platform::Repaint(kIdCadOperations);
+}
+
+void ShowSelection() {
+  if (!HasSketchSelection()) {
+    SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
+    return;
+  }
+  const SketchObject& object = sketch.objects[sketch.selected];
+  platform::SetText(kIdCadX, SketchNumber(object.x, kSizeDecimals));
+  platform::SetText(kIdCadY, SketchNumber(object.y, kSizeDecimals));
+  platform::SetText(kIdCadSize, SketchNumber(object.size, kSizeDecimals));
+  platform::SetText(kIdCadSize2, SketchNumber(object.size2, kSizeDecimals));
+  platform::SetText(kIdCadAngle, SketchNumber(object.angle, kAngleDecimals));
+  const std::u16string words = u"Selected: " + std::u16string(SketchTypeName(object.type)) +
+                               u"  \u2022  drag to move; use Dimension to resize.";
+  SetSketchStatus(words.c_str());
+}
+
+void OnUndo(int, int) { SketchUndo(); }
+
 }  // namespace
 
 void SetSketchStatus(const char16_t* text) {
@@ -23,16 +106,70 @@ void SetSketchStatus(const char16_t* text) {
 
 const std::u16string& SketchStatus() { return status; }
 
-void LogSketchOperation(const char16_t*) {}
+void LogSketchOperation(const char16_t* text) {
+  if (!text || !platform::Exists(kIdCadRecent)) return;
+  const int count = platform::RowCount(kIdCadRecent);
+  if (count < kMaxRecentOperations) {
+    platform::AddRow(kIdCadRecent, text);
+    platform::SelectRow(kIdCadRecent, count);
+    return;
+  }
+  // The oldest line goes: every other moves up one place.
+  platform::HoldListRedraw(kIdCadRecent, true);
+  for (int row = 0; row + 1 < count; ++row) {
+    platform::SetRowText(kIdCadRecent, row, platform::RowText(kIdCadRecent, row + 1));
+  }
+  platform::SetRowText(kIdCadRecent, count - 1, text);
+  platform::SelectRow(kIdCadRecent, count - 1);
+  platform::HoldListRedraw(kIdCadRecent, false);
+  platform::Repaint(kIdCadRecent);
+}
 
-void RefreshSketchPanels() { platform::Repaint(kViewCadCanvas); }
+void RefreshSketchPanels() {
+  RefreshOperations();
+  ShowSelection();
+  ShowSketchUnitCaptions();
+  platform::Repaint(kViewCadCanvas);
+}
 
-std::u16string SketchNumber(double value, int decimals) { return FixedText(value, decimals); }
+std::u16string SketchNumber(double value, int decimals) {
+  if (decimals < 7) return FixedText(value, decimals);
+  // The same rule for the three counts that the program's own number text does not have.
+  const std::int64_t scale = decimals == 7 ? 10000000 : decimals == 8 ? 100000000 : 1000000000;
+  const double scaled = std::fabs(value) * static_cast<double>(scale) + 0.5;
+  if (!(scaled < 9.2e18)) return FixedText(value, 6);
+  const auto n = static_cast<std::int64_t>(scaled);
+  std::u16string rest = IntegerText(n % scale);
+  rest.insert(0, static_cast<std::size_t>(decimals > 9 ? 9 : decimals) - rest.size(), u'0');
+  return (value < 0 ? u"-" : u"") + IntegerText(n / scale) + u"." + rest;
+}
 
-bool ReadStrictNumber(std::u16string_view, double&) { return false; }
+bool ReadStrictNumber(std::u16string_view text, double& value) {
+  if (text.size() >= kFieldUnits - 1) return false;
+  std::size_t i = 0;
+  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) ++i;
+  int points = 0;
+  int digits = 0;
+  for (; i < text.size(); ++i) {
+    if (text[i] == u'.') {
+      if (++points > 1) return false;
+    } else if (text[i] >= u'0' && text[i] <= u'9') {
+      ++digits;
+    } else {
+      return false;
+    }
+  }
+  if (digits == 0) return false;
+  const double read = ParseDecimal(text, 0);
+  if (!(std::fabs(read) < kSketchLimit)) return false;
+  value = read;
+  return true;
+}
 
-void SwitchSketchUnits(bool) {}
-
-void RegisterSketchCommands() {}
+void RegisterSketchCommands() {
+  RegisterCommand(RouterStage::Builder, kIdCadUndo, platform::kNotifyClick, OnUndo);
+  RegisterSketchUnits();
+  RegisterOperationsList();
+}
 
 }  // namespace morva

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "app/command_ids.h"
+#include "app/router.h"
 #include "cad/sketch.h"
+#include "cad/sketch_units.h"
+#include "support/stage.h"
 
 namespace morva {
 namespace {
@@ -34,6 +38,35 @@ TEST(SketchLimits, NinetySevenObjectsAreOneTooMany) {
   RemoveSketchObject(3);
   EXPECT_EQ(AppendSketchObject(line), kMaxItems - 1);
   ResetSketch();
+}
+
+using SketchLists = support::Stage;
+
+TEST_F(SketchLists, FortyRecentOperationsAreKeptAndTheOldestGoes) {
+  static_assert(kMaxRecentOperations == 40);
+  platform::ListSpec list;
+  list.id = kIdCadRecent;
+  platform::MakeList(list);
+  for (int i = 0; i < kMaxRecentOperations; ++i) LogSketchOperation(i == 0 ? u"first" : u"next");
+  EXPECT_EQ(platform::RowText(kIdCadRecent, 0), u"first");
+  LogSketchOperation(u"last");
+  EXPECT_EQ(platform::RowCount(kIdCadRecent), 40);
+  EXPECT_EQ(platform::RowText(kIdCadRecent, 0), u"next");
+  EXPECT_EQ(platform::RowText(kIdCadRecent, 39), u"last");
+}
+
+TEST(SketchLimits, OneMoreFieldOfTheUnitSwitchIsRefusedUntilRoomsAreJoinedAnew) {
+  static_assert(kMaxSketchLengthFields == 32);
+  ClearCommands();
+  RegisterSketchUnits();
+  for (int i = 0; i < kMaxSketchLengthFields; ++i) {
+    ASSERT_TRUE(AddSketchLengthField(kIdCadPatternFirst, 3));
+  }
+  EXPECT_FALSE(AddSketchLengthField(kIdCadPatternFirst, 3));
+  RegisterSketchUnits();
+  EXPECT_TRUE(AddSketchLengthField(kIdCadPatternFirst, 3));
+  RegisterSketchUnits();
+  ClearCommands();
 }
 
 }  // namespace

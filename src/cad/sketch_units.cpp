@@ -1,0 +1,123 @@
+#include "cad/sketch_units.h"
+
+#include <cmath>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "app/router.h"
+#include "cad/draw_tools.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "library/codetext.h"
+#include "library/units.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+struct LengthField {
+  int id = 0;
+  int decimals = 0;
+};
+LengthField added[kMaxSketchLengthFields];
+int addedCount = 0;
+
+// The workspace's own fields. Five of the tools keep more decimals; a feed has two.
+constexpr LengthField kOwnFields[] = {
+    {kIdCadPolygonRadius, 5},
+    {kIdCadPolygonX, 5},
+    {kIdCadPolygonY, 5},
+    {kIdCadPivotX, 5},
+    {kIdCadPivotY, 5},
+    {kIdCadX, 3},
+    {kIdCadY, 3},
+    {kIdCadSize, 3},
+    {kIdCadSize2, 3},
+    {kIdCadAmount, 3},
+    {kIdCadDepth, 3},
+    {kIdCadFeed, 2},
+    {kIdCadSafeZ, 3},
+    {kIdCadThicknessValue, 3},
+    {kIdCadCircularX, 3},
+    {kIdCadCircularY, 3},
+    {kIdCadCircularDiameter, 3},
+    {kIdCadSpacingX, 3},
+    {kIdCadSpacingY, 3},
+};
+
+void ConvertField(const LengthField& field, double factor) {
+  const std::u16string text = platform::TextOf(field.id);
+  if (text.empty()) return;
+  platform::SetText(field.id, FixedText(ParseDecimal(text, 0) * factor, field.decimals));
+}
+
+bool StaysInLimit(double factor) {
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    const SketchObject& object = sketch.objects[i];
+    for (const double value : {object.x, object.y, object.size, object.size2}) {
+      if (!(std::fabs(value * factor) < kSketchLimit)) return false;
+    }
+  }
+  return true;
+}
+
+// One undo step for the user's own switch, so that Undo brings back the very numbers.
+void OnUnitKey(int id, int /*notification*/) {
+  const bool metric = id == kIdCadMm;
+  if (metric != sketch.metric) {
+    if (!StaysInLimit(metric ? kMmPerInch : kInchPerMm)) {
+      SetSketchStatus(u"Units unchanged: millimetres would exceed the sketch coordinate limit.");
+      return;
+    }
+    PushSketchUndo();
+  }
+  SwitchSketchUnits(metric);
+}
+
+}  // namespace
+
+bool AddSketchLengthField(int id, int decimals) {
+  if (addedCount == kMaxSketchLengthFields) return false;
+  added[addedCount++] = {id, decimals};
+  return true;
+}
+
+void ShowSketchUnitCaptions() {
+  platform::SetText(kIdCadInch, sketch.metric ? u"INCH" : u"INCH *");
+  platform::SetText(kIdCadMm, sketch.metric ? u"MM *" : u"MM");
+}
+
+void SwitchSketchUnits(bool metric) {
+  if (metric != sketch.metric) {
+    const double factor = metric ? kMmPerInch : kInchPerMm;
+    const double pivotX = tools.pivotX;
+    const double pivotY = tools.pivotY;
+    CancelTools();  // points that were picked are numbers of the old unit
+    tools.pivotX = pivotX * factor;
+    tools.pivotY = pivotY * factor;
+    sketch.thickness *= factor;
+    for (int i = 0; i < sketch.objectCount; ++i) {
+      SketchObject& object = sketch.objects[i];
+      object.x *= factor;
+      object.y *= factor;
+      object.size *= factor;
+      object.size2 *= factor;
+    }
+    sketch.metric = metric;
+    for (const LengthField& field : kOwnFields) ConvertField(field, factor);
+    for (int i = 0; i < addedCount; ++i) ConvertField(added[i], factor);
+  }
+  ShowSketchUnitCaptions();
+  platform::Repaint(kViewCadCanvas);
+}
+
+void RegisterSketchUnits() {
+  addedCount = 0;
+  RegisterCommand(RouterStage::Builder, kIdCadInch, kIdCadMm, platform::kNotifyClick, OnUnitKey);
+}
+
+}  // namespace morva
