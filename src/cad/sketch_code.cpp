@@ -1,9 +1,157 @@
 #include "cad/sketch_code.h"
 
+#include <memory>
+#include <new>
+#include <string_view>
+
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "cad/motion_text.h"
+#include "cad/outline.h"
+#include "cad/sketch.h"
+#include "documents/autosave.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/message.h"
+
 namespace morva {
 
-std::u16string SketchCode(double, double, double) { return {}; }
-void GenerateSketchCode() {}
-void RegisterSketchCode() {}
+namespace {
+
+constexpr char16_t kTitle[] = u"Custom Shape Editor";
+constexpr int kUnitsOfObject = 2200;  // a circle of the largest numbers is half of it
+constexpr int kUnitsBeside = 8192;
+constexpr double kLeastFeed = 1e-6;
+constexpr int kRefreshMs = 60;
+
+// What a Cut Z that is no number means, in either unit; a new drawing starts at another depth.
+constexpr double kNoDepth = -2.5;
+
+// The program text under way. Every piece is written behind the last one, in a room of its
+// own, so that nothing walks the whole text again.
+struct Text {
+  std::unique_ptr<char16_t[]> units;
+  int capacity = 0;
+  int used = 0;
+
+  explicit Text(int wanted)
+      : units(new (std::nothrow) char16_t[static_cast<std::size_t>(wanted)]()) {
+    capacity = units ? wanted : 0;
+  }
+  char16_t* End() const { return units.get() + used; }
+  int Room() const { return capacity - used; }
+  void Close() { used += TextLength(End()); }
+  void Line(const char16_t* text) {
+    AppendLine(End(), Room(), text);
+    Close();
+  }
+  std::u16string_view View() const {
+    return std::u16string_view(units.get(), static_cast<std::size_t>(used));
+  }
+};
+
+struct CuttingData {
+  double depth = 0;
+  double feed = 0;
+  double safeZ = 0;
+};
+
+double FieldNumber(int id, double fallback) {
+  const std::u16string text = platform::TextOf(id);
+  return ParseDecimal(std::u16string_view(text).substr(0, kFieldUnits - 1), fallback);
+}
+
+void PutObject(Text& text, const SketchObject& object, const CuttingData& cut) {
+  switch (object.type) {
+    case kTypeLine: {
+      double endX = 0;
+      double endY = 0;
+      LineEndPoint(object, endX, endY);
+      EmitLine(text.End(), text.Room(), object.x, object.y, endX, endY, cut.depth, cut.feed,
+               cut.safeZ);
+      break;
+    }
+    case kTypeRectangle:
+      EmitClosedShape(text.End(), text.Room(), 2, object.x, object.y, object.size, object.size2,
+                      object.angle, cut.depth, cut.feed, cut.safeZ);
+      break;
+    case kTypeCircle:
+      EmitCircle(text.End(), text.Room(), object.x, object.y, object.size, cut.depth, cut.feed,
+                 cut.safeZ);
+      break;
+    case kTypeSlot:
+      EmitSlot(text.End(), text.Room(), object.x, object.y, object.size, object.size2, object.angle,
+               cut.depth, cut.feed, cut.safeZ);
+      break;
+    default:
+      break;
+  }
+  text.Close();
+}
+
+Text BuildText(const CuttingData& cut) {
+  Text text(sketch.objectCount * kUnitsOfObject + kUnitsBeside);
+  if (!text.units) return text;
+  text.Line(u"");
+  text.Line(u"(CUSTOM SHAPE EDITOR)");
+  text.Line(sketch.metric ? u"G21 (MM)" : u"G20 (INCH)");
+  text.Line(u"G90 G17 G94");
+  AppendLabelNumber(text.End(), text.Room(), u"G00 Z", cut.safeZ, 3);
+  text.Line(u"");
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    const SketchObject& object = sketch.objects[i];
+    if (object.type > kTypeSlot) continue;
+    AppendLabelInteger(text.End(), text.Room(), u"(OBJECT ", i + 1);
+    text.Line(u")");
+    PutObject(text, object, cut);
+  }
+  text.Line(u"(END CUSTOM SHAPE)");
+  return text;
+}
+
+}  // namespace
+
+std::u16string SketchCode(double depth, double feed, double safeZ) {
+  const Text text = BuildText({depth, feed, safeZ});
+  return text.units ? std::u16string(text.View()) : std::u16string();
+}
+
+void GenerateSketchCode() {
+  if (sketch.objectCount < 1) {
+    platform::ShowBox(kTitle, u"Draw at least one object first.", platform::BoxButtons::Ok,
+                      platform::BoxIcon::Information);
+    return;
+  }
+  CuttingData cut;
+  cut.depth = FieldNumber(kIdCadDepth, kNoDepth);
+  cut.feed = FieldNumber(kIdCadFeed, BySketchUnit(10, 250));
+  cut.safeZ = FieldNumber(kIdCadSafeZ, BySketchUnit(0.5, 12.7));
+  if (!(cut.feed > kLeastFeed) || !(cut.safeZ > cut.depth)) {
+    platform::ShowBox(kTitle, u"Enter a positive feed with Safe Z above the cutting depth.",
+                      platform::BoxButtons::Ok, platform::BoxIcon::Warning);
+    return;
+  }
+  const Text text = BuildText(cut);
+  if (!text.units || !InsertFeatureBlock(kKindSketch, text.View())) return;
+  MarkModified();
+  ScheduleAutosave();
+  ArmTextRefresh(kRefreshMs);
+  Call(hooks.rebuildToolpath);
+  AppendOutput(
+      u"Custom Shape Editor geometry inserted into active program. Verify work offset, cutter "
+      u"compensation, stock, and clearances.");
+}
+
+void RegisterSketchCode() {
+  for (const int id : {kIdCadGenerate, kIdCadGenerateItem}) {
+    RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick,
+                    [](int, int) { GenerateSketchCode(); });
+  }
+}
 
 }  // namespace morva

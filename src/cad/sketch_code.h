@@ -1,13 +1,19 @@
 // The live sketch as a flat block of G-code: outline after outline, in order, at one depth.
+//
+// Deliberately plain: no tool change, no spindle, no coolant, no compensation. Hidden and
+// locked objects are cut like the others; work points and axes write nothing, so that a number
+// can be missing from the "(OBJECT n)" comments.
 #pragma once
 
 #include <string>
 
 namespace morva {
 
-// The text for these cutting data, CR LF line ends; empty when memory runs out.
+// The text for these cutting data in the sketch's own unit, CR LF line ends, the first line
+// empty; empty when memory runs out.
 std::u16string SketchCode(double depth, double feed, double safeZ);
-// The "Generate" and "Update" command: checks, destination, insertion, messages.
+// The "Generate" and "Update" command: checks, destination, insertion, messages. The sketch
+// stays as it is.
 void GenerateSketchCode();
 
 void RegisterSketchCode();
