@@ -351,7 +351,7 @@ inline constexpr int kViewCad = 20010;          // class "MorvaCustomShapeWnd", 
 inline constexpr int kViewCadCanvas = 20011;    // class "MorvaCustomShapeCanvas"
 inline constexpr int kViewCadForm = 20012;      // class "MorvaCadForm", the side panels that scroll
 inline constexpr int kViewCadScroll = 20013;    // class "MorvaCadScroll", their scroll bar
-inline constexpr int kViewCadBand = 20014;      // class "MorvaCadBand", caption of the workspace
+inline constexpr int kViewCadSheet = 20014;     // class "MorvaCadSheet", the form that moves in it
 inline constexpr int kViewDestination = 20020;  // class "MorvaDestination", the picker's window
 
 }  // namespace morva

@@ -30,6 +30,10 @@ const Hint kHints[] = {
     {kIdInch, u"Working units: converts builder inputs; existing G-code is not rewritten."},
     {kIdMm, u"Working units: converts builder inputs; existing G-code is not rewritten."},
     {kIdSpeedSlider, kPlaybackHint},
+    {kIdCadOperations,
+     u"Operations: select geometry to edit. Right-click for copy, scale, visibility and locks."},
+    {kIdCadGenerate, u"Generate or update the current sketch in the active program."},
+    {kIdCadScale, u"Scale dimensions around the selected object's anchor."},
     {kIdFeatureList,
      u"Program features: right-click to isolate simulation, hide/show, or lock settings."},
 };
@@ -51,6 +55,7 @@ void HoverTick() {
   if (id == lastId) return;
   lastId = id;
   if (id == 0 || id == platform::kMainWindow) return;
+  if (id == kIdCadStatus || id == kIdCadHint) return;
   if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
   if (id == kIdImportPreview) return;
   if (id == kIdReviewLeftPane || id == kIdReviewRightPane || id == kIdReviewSummary) return;
@@ -59,7 +64,10 @@ void HoverTick() {
   const std::u16string text = HintFor(id);
   if (text.empty()) return;
   ShowStatus(text);
-  if (app.surface == kSurfaceCad) return;
+  if (app.surface == kSurfaceCad) {
+    platform::SetText(kIdCadHint, text);
+    return;
+  }
   platform::SetText(kIdOutputLog, text + u"\r\n");
 }
 

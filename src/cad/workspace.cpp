@@ -1,5 +1,14 @@
 #include "cad/workspace.h"
 
+#include <algorithm>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
@@ -10,17 +19,398 @@
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/sketch_code.h"
+#include "cad/tool_state.h"
+#include "cad/workspace_form.h"
+#include "cad/workspace_strip.h"
+#include "documents/companions.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "platform/canvas.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "platform/menu.h"
+#include "platform/window.h"
 
 namespace morva {
 
-bool CadWindowExists() { return false; }
-void ShowCadWorkspace(const platform::Rect&) {}
-void HideCadWorkspace() {}
-void PlaceCadWorkspace(const platform::Rect&) {}
-void RefreshCadPanel() {}
-void RefreshCadKeys() {}
+using platform::Canvas;
+using platform::ControlKind;
+using platform::FontRole;
+using platform::Rect;
+
+namespace {
+
+constexpr int kPad = 8;
+constexpr int kGap = 4;
+constexpr int kKeyHeight = 30;
+constexpr int kTabHeight = 28;
+constexpr int kTabMost = 130;
+constexpr int kLeftWidth = 214;
+constexpr int kRightWidth = 316;
+constexpr int kLineHeight = 22;  // status and hint
+constexpr int kHeadHeight = 20;
+constexpr int kRecentPercent = 34;  // of the left column's height
+constexpr int kRowHeight = 24;
+
+constexpr char16_t kCadHint[] =
+    u"Wheel: zoom  \u2022  Middle drag: pan  \u2022  Alt: bypass snap  \u2022  F8: snap on / off  "
+    u"\u2022  Tab: type sizes  \u2022  Esc or right click: cancel";
+
+bool made = false;
+
+void MakeStripKeys() {
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) {
+      platform::ControlSpec spec;
+      spec.id = keys[i].id;
+      spec.kind = ControlKind::PushButton;
+      spec.text = keys[i].text;
+      spec.parent = kViewCad;
+      platform::MakeControl(spec);
+      platform::SetToolTip(spec.id, keys[i].tip);
+    }
+  }
+}
+
+void MakeKey(int id, const char16_t* text, const char16_t* name, const char16_t* tip, int parent) {
+  platform::ControlSpec spec;
+  spec.id = id;
+  spec.kind = ControlKind::PushButton;
+  spec.text = text;
+  spec.accessibleName = name;
+  spec.parent = parent;
+  platform::MakeControl(spec);
+  platform::SetToolTip(id, tip);
+}
+
+void MakeLabel(int id, const char16_t* text, FontRole font, platform::Colour colour) {
+  platform::ControlSpec spec;
+  spec.id = id;
+  spec.kind = ControlKind::Label;
+  spec.text = text;
+  spec.font = font;
+  spec.parent = kViewCad;
+  platform::MakeControl(spec);
+  platform::SetColours(id, {colour, kWindowBackground, true});
+}
+
+void MakeDrawingTabs() {
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    MakeKey(kIdDrawingFirst + i, u"", u"", u"Drawing of this program", kViewCad);
+  }
+  MakeKey(kIdDrawingAdd, u"+", u"New drawing", u"New drawing in this program", kViewCad);
+  MakeKey(kIdDrawingRename, u"Rename", u"Rename drawing", u"Name this drawing; press again to keep",
+          kViewCad);
+  platform::ControlSpec name;
+  name.id = kIdCadDrawingName;
+  name.kind = ControlKind::EditLine;
+  name.accessibleName = u"Drawing name";
+  name.parent = kViewCad;
+  name.hidden = true;
+  platform::MakeControl(name);
+  platform::SetColours(name.id, {kMainText, kOutputBackground, false});
+  platform::SetTextLimit(name.id, kDrawingNameUnits - 1);
+}
+
+void MakeLists() {
+  MakeLabel(kIdCadLabelLast, u"Sketch operations", FontRole::Small, kBrightAccent);
+  platform::ListSpec list;
+  list.id = kIdCadOperations;
+  list.accessibleName = u"Sketch operations";
+  list.rowHeight = kRowHeight;
+  list.parent = kViewCad;
+  platform::MakeList(list);
+  platform::SetColours(list.id, {kMainText, kInputBackground, false});
+  MakeLabel(kIdCadLabelLast - 1, u"Recent operations", FontRole::Small, kBrightAccent);
+  list.id = kIdCadRecent;
+  list.accessibleName = u"Recent operations";
+  list.font = FontRole::Small;
+  list.rowHeight = 20;
+  list.ownerDrawn = false;
+  platform::MakeList(list);
+  platform::SetColours(list.id, {kDimText, kInputBackground, false});
+}
+
+void MakeSizeBoxes() {
+  MakeLabel(kIdCadSizeCaption, u"Length / width", FontRole::Small, kBrightAccent);
+  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2}) {
+    platform::ControlSpec box;
+    box.id = id;
+    box.kind = ControlKind::EditLine;
+    box.accessibleName = id == kIdCadSizeBox1 ? u"Size" : u"Second size";
+    box.parent = kViewCad;
+    box.hidden = true;
+    platform::MakeControl(box);
+    platform::SetColours(id, {kMainText, kOutputBackground, false});
+    platform::SetTextLimit(id, kFieldUnits - 1);
+  }
+  MakeKey(kIdCadCreateTyped, u"Create (Enter)", u"", u"Create the object with these sizes",
+          kViewCad);
+  for (const int id : {kIdCadSizeCaption, kIdCadCreateTyped}) platform::SetVisible(id, false);
+}
+
+void OrderTabs() {
+  int ids[160];
+  int count = 0;
+  const auto put = [&ids, &count](int id) {
+    if (count < 160) ids[count++] = id;
+  };
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int keys = 0;
+    const CadKeySpec* specs = CadStripRow(row, keys);
+    for (int i = 0; i < keys; ++i) put(specs[i].id);
+  }
+  put(kIdCadOperations);
+  put(kIdCadRecent);
+  for (int i = kIdDrawingFirst; i <= kIdDrawingLast; ++i) put(i);
+  put(kIdDrawingAdd);
+  put(kIdDrawingRename);
+  put(kIdCadDrawingName);
+  put(kViewCadCanvas);
+  put(kIdCadSizeBox1);
+  put(kIdCadSizeBox2);
+  put(kIdCadCreateTyped);
+  const int* form = nullptr;
+  const int fields = CadFormOrder(form);
+  for (int i = 0; i < fields; ++i) put(form[i]);
+  platform::SetTabOrder(ids, count);
+}
+
+// False: no window could be made.
+bool MakeWorkspace() {
+  platform::ViewSpec view;
+  view.id = kViewCad;
+  view.className = u"MorvaCustomShapeWnd";
+  view.accessibleName = u"CAD workspace";
+  view.background = kWindowBackground;
+  if (!platform::MakeView(view)) return false;
+  made = true;
+  MakeStripKeys();
+  MakeLists();
+  MakeDrawingTabs();
+  view.parent = kViewCad;
+  view.id = kViewCadCanvas;
+  view.className = u"MorvaCustomShapeCanvas";
+  view.accessibleName = u"Drawing";
+  view.takesFocus = true;
+  platform::MakeView(view);
+  view.id = kViewCadForm;
+  view.className = u"MorvaCadForm";
+  view.accessibleName = u"Tool settings";
+  view.background = kPanelBackground;
+  view.takesFocus = false;
+  platform::MakeView(view);
+  view.id = kViewCadScroll;
+  view.className = u"MorvaCadScroll";
+  view.accessibleName = u"Scroll the tool settings";
+  platform::MakeView(view);
+  view.id = kViewCadSheet;
+  view.parent = kViewCadForm;
+  view.className = u"MorvaCadSheet";
+  view.accessibleName = u"Settings";
+  platform::MakeView(view);
+  MakeCadForm();
+  MakeLabel(kIdCadStatus, u"", FontRole::Small, kMainText);
+  MakeLabel(kIdCadHint, kCadHint, FontRole::Small, kDimText);
+  MakeSizeBoxes();
+  OrderTabs();
+  return true;
+}
+
+int PlaceStrip(int width) {
+  int y = kGap;
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    int x = kPad;
+    for (int i = 0; i < count; ++i) {
+      // The units stand at the right edge, apart from the tools.
+      if (keys[i].id == kIdCadInch) x = width - kPad - keys[i].width - kGap - keys[i + 1].width;
+      platform::SetPlace(keys[i].id, Rect{x, y, x + keys[i].width, y + kKeyHeight});
+      x += keys[i].width + kGap;
+    }
+    y += kKeyHeight + kGap;
+  }
+  return y;
+}
+
+int DrawingCount() {
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->cadStore) return 1;
+  return std::clamp(static_cast<int>(tab->cadStore->count), 1, kMaxDrawings);
+}
+
+void PlaceDrawingTabs(int left, int right, int y) {
+  constexpr int kPlus = 30;
+  constexpr int kRename = 72;
+  constexpr int kName = 150;
+  const bool naming = platform::IsVisible(kIdCadDrawingName);
+  const int count = DrawingCount();
+  const int room = right - left - kPlus - kRename - 3 * kGap - (naming ? kName + kGap : 0);
+  const int width = std::min(kTabMost, room / count - kGap);
+  int x = left;
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    const int id = kIdDrawingFirst + i;
+    platform::SetVisible(id, i < count);
+    if (i >= count) continue;
+    platform::SetPlace(id, Rect{x, y, x + width, y + kTabHeight});
+    x += width + kGap;
+  }
+  platform::SetPlace(kIdDrawingAdd, Rect{x, y, x + kPlus, y + kTabHeight});
+  x += kPlus + kGap;
+  platform::SetPlace(kIdDrawingRename, Rect{x, y, x + kRename, y + kTabHeight});
+  x += kRename + kGap;
+  platform::SetPlace(kIdCadDrawingName, Rect{x, y + 1, x + kName, y + kTabHeight - 1});
+}
+
+void PlaceLists(int top, int bottom) {
+  const int left = kPad;
+  const int right = left + kLeftWidth;
+  const int recent = (bottom - top) * kRecentPercent / 100;
+  platform::SetPlace(kIdCadLabelLast, Rect{left, top, right, top + kHeadHeight});
+  const int split = bottom - recent;
+  platform::SetPlace(kIdCadOperations,
+                     Rect{left + 1, top + kHeadHeight + 2, right - 1, split - kPad});
+  platform::SetPlace(kIdCadLabelLast - 1, Rect{left, split, right, split + kHeadHeight});
+  platform::SetPlace(kIdCadRecent, Rect{left + 1, split + kHeadHeight + 2, right - 1, bottom - 1});
+}
+
+void PlaceWorkspace(const Rect& area) {
+  platform::SetPlace(kViewCad, area);
+  const int width = RectWidth(area);
+  const int height = RectHeight(area);
+  const int top = PlaceStrip(width) + kGap;
+  const int bottom = height - 2 * kLineHeight - kGap;
+  PlaceLists(top, bottom);
+  const int left = kPad + kLeftWidth + kPad;
+  const int right = width - kPad - kRightWidth - kPad;
+  PlaceDrawingTabs(left, right, top);
+  platform::SetPlace(kViewCadCanvas, Rect{left, top + kTabHeight + kGap, right, bottom});
+  PlaceCadForm(Rect{right + kPad, top, width - kPad, bottom});
+  platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
+  platform::SetPlace(kIdCadHint, Rect{kPad, bottom + 2 + kLineHeight, width - kPad, height - 2});
+}
+
+void PaintWorkspace(Canvas& canvas) {
+  platform::FillArea(canvas, platform::CanvasArea(canvas), kWindowBackground);
+  const int focused = platform::FocusedId();
+  for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName,
+                       kIdCadSizeBox1, kIdCadSizeBox2}) {
+    if (!platform::IsVisible(id)) continue;
+    const Rect place = platform::PlaceOf(id);
+    platform::Pen edge;
+    edge.colour = focused == id ? kBrightAccent : kPanelLine;
+    platform::FrameArea(
+        canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+  }
+}
+
+struct KeyWords {
+  int id;
+  const char16_t* off;
+  const char16_t* on;
+};
+
+// State in words, so that it does not rest on colour alone.
+constexpr KeyWords kWords[] = {
+    {kIdCadSnap, u"Snap OFF", u"Snap ON"},
+    {kIdCadInch, u"INCH", u"INCH *"},
+    {kIdCadMm, u"MM", u"MM *"},
+};
+
+void RefreshKey(int id) {
+  const bool on = CadKeyIsOn(id);
+  for (const KeyWords& words : kWords) {
+    if (words.id != id) continue;
+    const char16_t* text = on ? words.on : words.off;
+    if (platform::TextOf(id) != text) platform::SetText(id, text);
+  }
+  if (platform::IsChecked(id) != on) {
+    platform::SetChecked(id, on);
+    platform::Repaint(id);
+  }
+}
+
+// Before the program changes: no box may float and no pick may wait for the other drawing.
+void CancelInput() {
+  if (!made) return;
+  ClearTools();
+  RefreshCadTools();
+}
+
+// The pointer, the wheel and the timer of one drawn view.
+void Listen(int id, void (*paint)(Canvas&), bool (*pointer)(const platform::PointerEvent&)) {
+  Handlers handlers;
+  handlers.id = id;
+  handlers.paint = paint;
+  handlers.pointer = pointer;
+  RegisterHandlers(handlers);
+}
+
+}  // namespace
+
+bool CadWindowExists() { return made; }
+
+void ShowCadWorkspace(const Rect& area) {
+  if (!made) {
+    if (!MakeWorkspace()) return;
+    PlaceWorkspace(area);
+    LoadSketchForProgram();
+    SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
+  }
+  PlaceWorkspace(area);
+  platform::SetVisible(kViewCad, true);
+  RefreshDrawingTabs();
+  RefreshCadTools();
+  platform::Repaint(kViewCad);
+}
+
+void HideCadWorkspace() {
+  if (made) platform::SetVisible(kViewCad, false);
+}
+
+void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
+
+void RefreshCadPanel() {
+  if (!made || ShownCadPanel() == tools.panelMode) return;
+  ShowCadPanel(tools.panelMode);
+}
+
+void RefreshCadKeys() {
+  if (!made) return;
+  const char16_t* text = editLink.kind == kKindSketch ? u"Update" : u"Generate";
+  if (platform::TextOf(kIdCadGenerate) != text) platform::SetText(kIdCadGenerate, text);
+}
+
+void RefreshCadTools() {
+  if (!made) return;
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) RefreshKey(keys[i].id);
+  }
+  for (const int id : {kIdCadPickPivot, kIdPickDirection1, kIdPickDirection2}) RefreshKey(id);
+  RefreshCadKeys();
+  RefreshCadPanel();
+}
+
+void CadFocusChanged(int id, bool gained) {
+  if (!made) return;
+  if (gained) ShowCadField(id);
+  platform::Repaint(kViewCad);
+  platform::Repaint(kViewCadSheet);
+}
+
+void OpenCadPattern(int panelMode) {
+  OpenPatternPanel(panelMode);
+  RefreshCadTools();
+}
 
 void RegisterCad() {
+  hooks.refreshBuilderKeys = RefreshCadKeys;
+  hooks.cancelCadInput = CancelInput;
   RegisterSketchCommands();
   RegisterDrawings();
   RegisterCanvas();
@@ -30,6 +420,10 @@ void RegisterCad() {
   RegisterDimensions();
   RegisterPatterns();
   RegisterSketchCode();
+  Listen(kViewCad, PaintWorkspace, nullptr);
+  Listen(kViewCadForm, PaintCadForm, CadFormPointer);
+  Listen(kViewCadSheet, PaintCadSheet, CadFormPointer);
+  Listen(kViewCadScroll, PaintCadScroll, CadScrollPointer);
 }
 
 void ResetCad() {
@@ -42,6 +436,8 @@ void ResetCad() {
   ResetDimensions();
   ResetPatterns();
   ResetSketch();
+  ResetCadForm();
+  made = false;
 }
 
 }  // namespace morva

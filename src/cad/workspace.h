@@ -1,21 +1,39 @@
-// The CAD workspace's window: band, tool strip, lists, side panels that scroll, canvas.
+// The CAD workspace's window: tool strip, drawing tabs, lists, side panels, canvas.
 //
-// Made at first use, kept to the end; hidden while another surface is up.
+// Made at first use, kept to the end; hidden while another surface is up. All controls are made
+// here; what they do belongs to the other files of the room.
 #pragma once
 
+#include "platform/events.h"
 #include "platform/geometry.h"
 
 namespace morva {
 
 bool CadWindowExists();
-// Makes it once and stages the program's drawing, then shows it over the client area.
-void ShowCadWorkspace(const platform::Rect& client);
+// Makes it once and stages the program's drawing, then shows it in `area` of the main window.
+void ShowCadWorkspace(const platform::Rect& area);
 void HideCadWorkspace();
-void PlaceCadWorkspace(const platform::Rect& client);
+// The keyboard on the canvas.
+void FocusCadCanvas();
 // Shows the panel of tools.panelMode and hides the others.
 void RefreshCadPanel();
 // "Generate" or "Update" and the pattern key, by the block under edit.
 void RefreshCadKeys();
+// After any event on the CAD surface: the keys of the tools in hand, captions, panel.
+void RefreshCadTools();
+
+// The right mouse button on the CAD surface, wherever it is: gives up the tool in hand. True:
+// there was one, and the click is used up.
+bool CadRightClick();
+// A context menu is asked for on a control of the surface, at main-window pixels. True: shown.
+bool CadContextMenu(int id, int row, int x, int y);
+// The popup of the selected geometry.
+void ShowCadMenu(int x, int y);
+// A key on any control of the surface, before it gets it. True: used.
+bool CadKey(int id, const platform::KeyEvent& key);
+void CadFocusChanged(int id, bool gained);
+// Opens the pattern panel, 1 circular and 2 rectangular, after the surface came up.
+void OpenCadPattern(int panelMode);
 
 void RegisterCad();  // every file of this room, once at start-up
 void ResetCad();

@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/panels.h"
+#include "cad/workspace.h"
 #include "platform/window.h"
 #include "shell/keys.h"
 #include "shell/layout_rects.h"
@@ -40,6 +41,17 @@ void Show(int id, bool shown) {
   }
   if (shownCount < kMaxPlacements) shownTable[shownCount++] = Shown{id, shown};
   platform::SetVisible(id, shown);
+}
+
+// What this surface does not know at all.
+void HideUnplanned(const LayoutPlan& plan) {
+  for (int i = 0; i < shownCount; ++i) {
+    bool planned = false;
+    for (int k = 0; k < plan.count && !planned; ++k) {
+      planned = plan.placements[k].id == shownTable[i].id;
+    }
+    if (!planned) Show(shownTable[i].id, false);
+  }
 }
 
 bool InGrip(int x) {
@@ -139,6 +151,7 @@ void Layout() {
   in.height = client.bottom;
   in.leftPanelWidth = app.leftPanelWidth;
   in.topBarHeight = app.topBarHeight;
+  in.surface = app.surface;
   in.mode = app.mode;
   in.tabCount = app.tabCount;
   const LayoutPlan plan = PlanLayout(in);
@@ -151,7 +164,13 @@ void Layout() {
     if (!IsEmpty(placement.place)) platform::SetPlace(placement.id, placement.place);
     Show(placement.id, shown);
   }
+  HideUnplanned(plan);
   PlacePanels();
+  if (app.surface == kSurfaceCad) {
+    ShowCadWorkspace(areas.workspace);
+  } else {
+    HideCadWorkspace();
+  }
   RefreshKeyStates();
   platform::Repaint(platform::kMainWindow);
 }

@@ -32,6 +32,7 @@ struct LayoutAreas {
   platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;
   platform::Rect separator;  // the line between mode list and features
+  platform::Rect workspace;  // the CAD or plate workspace, instead of all below the tabs
   platform::Rect status;     // the band under the status line
 };
 const LayoutAreas& Areas();

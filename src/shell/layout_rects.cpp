@@ -15,6 +15,8 @@ namespace {
 constexpr int kPad = 8;     // window edge to content, panel edge to content
 constexpr int kKeyGap = 5;  // between keys of one row
 constexpr int kTopBand = 70;
+constexpr int kWorkspaceBand = 72;       // of the CAD and plate workspaces
+constexpr int kWorkspaceKeysLeft = 330;  // behind their head
 constexpr int kTopKeysLeft = 240;
 constexpr int kTopKeysTop = 10;
 constexpr int kBarKeyHeight = 34;
@@ -300,6 +302,35 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   for (int id : kPlayKeys) Put(plan, id, Rect{});
 }
 
+// The other workspaces: a band with their own head, the keys that hold everywhere, the
+// program tabs, and the rest for the workspace.
+LayoutPlan PlanWorkspace(const LayoutInput& in) {
+  constexpr KeyWidth kKeys[] = {
+      {kIdBack, 44}, {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
+  constexpr KeyWidth kFileKeys[] = {{kIdNew, 64}, {kIdOpen, 72}, {kIdSaveMenu, 82}};
+  LayoutPlan plan;
+  plan.leftPanelWidth = FittedLeftPanel(in.width, in.leftPanelWidth);
+  plan.areas.topBand = Rect{0, 0, in.width, kWorkspaceBand};
+  const int y = (kWorkspaceBand - kBarKeyHeight) / 2;
+  const int behind = PutRow(plan, kWorkspaceKeysLeft, y, kBarKeyHeight, kKeys, kKeyGap);
+  PutRow(plan, behind + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
+  int x = kPad;
+  const int count = std::clamp(in.tabCount, 1, kMaxTabs);
+  constexpr int kPlus = 32;
+  const int width = std::min(kTabMost, (in.width - 2 * kPad - kPlus) / count - kKeyGap);
+  const int tabs = kWorkspaceBand + 4;
+  for (int i = 0; i < count; ++i) {
+    Put(plan, kIdTabFirst + i, Rect{x, tabs, x + width, tabs + kTabHeight});
+    x += width + kKeyGap;
+  }
+  Put(plan, kIdTabNew, Rect{x, tabs, x + kPlus, tabs + kTabHeight});
+  const int foot = in.height - kStatusHeight;
+  plan.areas.workspace = Rect{0, tabs + kTabHeight + 2, in.width, foot};
+  plan.areas.status = Rect{0, foot, in.width, in.height};
+  Put(plan, kIdStatusLine, Rect{12, foot + 3, in.width - 12, in.height - 3});
+  return plan;
+}
+
 }  // namespace
 
 int FittedLeftPanel(int clientWidth, int wanted) {
@@ -314,6 +345,7 @@ int RightPanelWidth(std::int32_t mode, int clientWidth) {
 int SeparatorDepth(int workHeight) { return std::max((workHeight * 48 - 1536) / 100, 210); }
 
 LayoutPlan PlanLayout(const LayoutInput& in) {
+  if (in.surface == kSurfaceCad || in.surface == kSurfacePlate) return PlanWorkspace(in);
   LayoutPlan plan;
   plan.leftPanelWidth = FittedLeftPanel(in.width, in.leftPanelWidth);
   const int foot = in.height - kStatusHeight;

@@ -17,6 +17,7 @@ struct LayoutInput {
   int height = 0;
   int leftPanelWidth = 300;
   int topBarHeight = 132;
+  std::int32_t surface = 0;
   std::int32_t mode = 0;
   int tabCount = 1;
 };

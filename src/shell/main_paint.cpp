@@ -35,9 +35,11 @@ void DrawMark(Canvas& canvas, const Rect& mark) {
 void DrawTopBand(Canvas& canvas, const Rect& band) {
   DrawPanel(canvas, band, false, kPanelPlain);
   DrawMark(canvas, Rect{kMarkLeft, kMarkTop, kMarkLeft + kMarkSize, kMarkTop + kMarkSize});
-  PaintText(canvas, Rect{92, 4, 236, 42}, u"MORVA", FontRole::Title, kMainText,
-            platform::kAlignLeft | platform::kAlignMiddle);
-  PaintText(canvas, Rect{93, 44, 288, 66}, u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
+  const bool cad = app.surface == kSurfaceCad;
+  PaintText(canvas, Rect{92, 4, cad ? 326 : 236, 42}, cad ? u"CAD Workspace" : u"MORVA",
+            FontRole::Title, kMainText, platform::kAlignLeft | platform::kAlignMiddle);
+  PaintText(canvas, Rect{93, 44, 288, 66},
+            cad ? u"MORVA \u2022 v4.20" : u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
             kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
   FillArea(canvas, Rect{band.left, band.bottom - 1, band.right, band.bottom}, kPanelLine);
 }
@@ -75,6 +77,11 @@ void PaintMainWindow(Canvas& canvas) {
   const Rect client = platform::CanvasArea(canvas);
   FillArea(canvas, client, kWindowBackground);
   DrawTopBand(canvas, areas.topBand);
+  if (app.surface != kSurfaceCode) {
+    FillArea(canvas, areas.status, kDarkBand);
+    FillArea(canvas, Rect{0, areas.status.top, client.right, areas.status.top + 1}, kPanelLine);
+    return;
+  }
   FillArea(canvas, Rect{0, areas.topBand.bottom, client.right, app.topBarHeight}, kDarkBand);
   FillArea(canvas, Rect{0, app.topBarHeight - 1, client.right, app.topBarHeight}, kBandLine);
 

@@ -4,6 +4,8 @@
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
 #include "dnc/serial_profile.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
@@ -120,7 +122,7 @@ struct OldRoute {
 constexpr OldRoute kOldRoutes[] = {
     {901, kModeCodeIndex}, {902, kModeMacros},    {903, kModeShapes},      {904, kModeTools},
     {905, kModeWizard},    {906, kModeSimulator}, {907, kModeFind},        {908, kModeHome},
-    {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular},
+    {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular}, {912, kModeCadItem},
 };
 
 void PressOldMode(int id, int) {
@@ -142,6 +144,26 @@ void PressOldEdit(int id, int) {
 
 void RegisterWhereModeExists(int mode, RouterStage stage, int id, CommandHandler handler) {
   if (ModeExists(mode)) RegisterCommand(stage, id, platform::kNotifyClick, handler);
+}
+
+// The compare review and the pending completion belong to the code surface.
+void EnterCad() {
+  if (!returning) {
+    history.surface = app.surface;
+    history.mode = app.mode;
+  }
+  if (app.compareActive) Call(hooks.leaveCompare);
+  app.surface = kSurfaceCad;
+  ShowModeWords();
+  Layout();
+  FocusCadCanvas();
+}
+
+// Both pattern forms are panels of the CAD workspace; Home is the mode to return to.
+void EnterPatternPanel(int mode) {
+  app.mode = kModeHome;
+  SetSurface(kSurfaceCad);
+  OpenCadPattern(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
 }
 
 }  // namespace
@@ -177,12 +199,25 @@ int ModeListRow(int mode) {
   return -1;
 }
 
-bool ModeExists(int mode) { return mode == kModeHome || mode == kModeSimulator || HasPanel(mode); }
+bool ModeExists(int mode) {
+  switch (mode) {
+    case kModeHome:
+    case kModeSimulator:
+    case kModeCadItem:
+    case kModeCircular:
+    case kModeRectangular:
+      return true;
+    default:
+      return HasPanel(mode);
+  }
+}
 
 const BackHistory& History() { return history; }
 
 void SetMode(int mode) {
   if (!ModeExists(mode)) return;
+  if (mode == kModeCadItem) return SetSurface(kSurfaceCad);
+  if (mode == kModeCircular || mode == kModeRectangular) return EnterPatternPanel(mode);
   RememberPlace(mode);
   if (app.compareActive) Call(hooks.leaveCompare);
   Call(hooks.hideCompletion);
@@ -196,16 +231,23 @@ void SetMode(int mode) {
 }
 
 void SetSurface(int surface) {
-  if (surface != kSurfaceCode) return;  // the other workspaces do not exist yet
-  SetMode(app.mode);
+  if (surface != kSurfaceCode && surface != kSurfaceCad) return;  // still to come
+  if (surface == kSurfaceCode) {
+    SetMode(app.mode);
+  } else if (app.surface != surface) {
+    EnterCad();
+  }
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   Call(hooks.hideCompletion);
   Call(hooks.refreshBuilderKeys);
+  platform::Repaint(platform::kMainWindow);
 }
 
 void GoBack() {
   returning = true;
+  const bool wasCode = app.surface == kSurfaceCode;
   SetMode(history.mode);
+  if (!wasCode && app.surface == kSurfaceCode) platform::SetFocusTo(kIdEditor);
   if (history.surface != kSurfaceCode) SetSurface(history.surface);
   returning = false;
 }

@@ -105,7 +105,7 @@ int FaceOf(const KeySpec& key) {
 }
 
 void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
-  const bool on = KeyIsOn(key.id);
+  const bool on = KeyIsOn(key.id) || state.checked;
   DrawKeyGround(key, state, on, canvas);
   Colour colour = kDimText;
   if (state.enabled) colour = on ? kBrightAccent : kMainText;

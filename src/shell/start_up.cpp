@@ -52,8 +52,14 @@ constexpr int kLeastHeight = 800;
 constexpr int kFirstRefreshMs = 80;
 constexpr int kHoverMs = 150;
 
+// Tools, captions and panel of the CAD workspace follow whatever happened on it.
+void AfterCadEvent() {
+  if (app.surface == kSurfaceCad) RefreshCadTools();
+}
+
 void OnCommand(int id, int notification) {
   RouteCommand(id, notification);
+  AfterCadEvent();
   RefreshKeyStates();
   WriteProgramInformation();
 }
@@ -75,6 +81,10 @@ bool OfferToRooms(int id, Offer offer) {
 
 bool OnKey(int id, const platform::KeyEvent& key) {
   if (EditKey(id, key)) return true;
+  if (app.surface == kSurfaceCad && CadKey(id, key)) {
+    AfterCadEvent();
+    return true;
+  }
   if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
   if (id == kViewToolpath) return ToolpathKey(key);
   if (id == kIdSpeedSlider) return SpeedSliderKey(key);
@@ -94,6 +104,7 @@ void OnFocusChanged(int id, bool gained) {
     if (h.focusChanged) h.focusChanged(gained);
     return false;
   });
+  if (app.surface == kSurfaceCad) CadFocusChanged(id, gained);
   // The frame of a well tells that it has the keyboard.
   platform::Repaint(platform::kMainWindow);
 }
@@ -103,6 +114,7 @@ void OnListClick(int id, int row, int x, int y) {
     if (h.listClick) h.listClick(row, x, y);
     return false;
   });
+  AfterCadEvent();
 }
 
 void OnDrawItem(int id, const platform::DrawState& state, platform::Canvas& canvas) {
@@ -162,19 +174,25 @@ bool OnPointer(int id, const platform::PointerEvent& event) {
       return ToolpathPointer(event);
     case kIdSpeedSlider:
       return SpeedSliderPointer(event);
-    default:
-      return OfferToRooms(id,
-                          [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
+    default: {
+      const bool used =
+          OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
+      AfterCadEvent();
+      return used;
+    }
   }
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
+  // The right button first stops what a draw tool is doing.
+  if (CadRightClick()) return true;
   if (OfferToRooms(id, [row, x, y](const Handlers& h) {
         return h.contextMenu && h.contextMenu(row, x, y);
       })) {
     return true;
   }
   if (EditContextMenu(id, x, y)) return true;
+  if (CadContextMenu(id, row, x, y)) return true;
   if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
     ShowTabMenu(id - kIdTabFirst, x, y);
     return true;

@@ -1,0 +1,535 @@
+#include "cad/workspace_form.h"
+
+#include <algorithm>
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "app/palette.h"
+#include "cad/tool_state.h"
+#include "platform/canvas.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
+namespace morva {
+
+using platform::Canvas;
+using platform::ControlKind;
+using platform::FontRole;
+using platform::Pen;
+using platform::Rect;
+
+namespace {
+
+enum class RowKind { Head, Field, Note, Keys, Combo };
+
+struct Key {
+  int id = 0;
+  const char16_t* text = u"";
+  const char16_t* tip = u"";
+};
+
+// A row of the form. `panel` is the tool panel that it belongs to, -1 for what always stands.
+struct Row {
+  int panel;
+  RowKind kind;
+  int id;
+  const char16_t* label;
+  const char16_t* text = u"";  // initial text of a field, rows of a combo parted by "|"
+  int command = 0;             // what Enter does in a field
+  int lines = 1;               // height of a note in lines of the small font
+  Key keys[3] = {};
+};
+
+constexpr int kAlways = -1;
+
+Row Head(int panel, const char16_t* text) { return Row{panel, RowKind::Head, 0, text}; }
+Row Field(int panel, int id, const char16_t* label, const char16_t* text, int command) {
+  return Row{panel, RowKind::Field, id, label, text, command};
+}
+Row Note(int panel, const char16_t* text, int lines) {
+  return Row{panel, RowKind::Note, 0, text, u"", 0, lines};
+}
+Row Keys(int panel, Key a, Key b = {}, Key c = {}) {
+  return Row{panel, RowKind::Keys, 0, u"", u"", 0, 1, {a, b, c}};
+}
+Row Combo(int panel, int id, const char16_t* label, const char16_t* rows) {
+  return Row{panel, RowKind::Combo, id, label, rows};
+}
+
+// In the order of the screen.
+const Row kRows[] = {
+    Head(kPanelCircular, u"CIRCULAR PATTERN"),
+    Field(kPanelCircular, kIdCadQuantity, u"Quantity", u"6", kIdCadQuickCircular),
+    Field(kPanelCircular, kIdCadCircularX, u"Center X", u"0", kIdCadQuickCircular),
+    Field(kPanelCircular, kIdCadCircularY, u"Center Y", u"0", kIdCadQuickCircular),
+    Field(kPanelCircular, kIdCadCircularDiameter, u"Pattern diameter", u"4", kIdCadQuickCircular),
+    Field(kPanelCircular, kIdCadCircularStart, u"Start angle", u"0", kIdCadQuickCircular),
+    Field(kPanelCircular, kIdCadCircularRotation, u"Rotation", u"0", kIdCadQuickCircular),
+    Combo(kPanelCircular, kIdCadCircularOrientation, u"Orientation",
+          u"Orientation: Fixed angle|Radial|Tangential"),
+    Keys(kPanelCircular, {kIdCadQuickCircular, u"Apply circular pattern",
+                          u"Repeat the selected object around the center"}),
+
+    Head(kPanelRectangular, u"RECTANGULAR PATTERN"),
+    Field(kPanelRectangular, kIdCadColumns, u"Columns", u"3", kIdCadQuickGrid),
+    Field(kPanelRectangular, kIdCadRows, u"Rows", u"2", kIdCadQuickGrid),
+    Field(kPanelRectangular, kIdCadSpacingX, u"X spacing", u"1", kIdCadQuickGrid),
+    Field(kPanelRectangular, kIdCadSpacingY, u"Y spacing", u"1", kIdCadQuickGrid),
+    Field(kPanelRectangular, kIdCadGridRotation, u"Rotation", u"0", kIdCadQuickGrid),
+    Keys(kPanelRectangular, {kIdCadQuickGrid, u"Apply rectangular pattern",
+                             u"Repeat the selected object in columns and rows"}),
+
+    Head(kPanelScale, u"SCALE SELECTED OBJECT"),
+    Field(kPanelScale, kIdCadScaleFactor, u"Factor (1 = unchanged)", u"1.25", kIdCadApplyScale),
+    Note(kPanelScale, u"Scales dimensions about the object's anchor. A line keeps its start point.",
+         3),
+    Keys(kPanelScale, {kIdCadApplyScale, u"Apply scale", u"Scale the selected part"}),
+
+    Head(kPanelCutData, u"SKETCH CUTTING DATA"),
+    Field(kPanelCutData, kIdCadDepth, u"Cut Z", u"-0.1", kIdCadGenerate),
+    Field(kPanelCutData, kIdCadFeed, u"Cut feed", u"10", kIdCadGenerate),
+    Field(kPanelCutData, kIdCadSafeZ, u"Safe Z", u"0.5", kIdCadGenerate),
+    Note(kPanelCutData, u"Display hiding does not remove geometry from generated G-code.", 2),
+
+    Head(kPanelPolygon, u"REGULAR POLYGON"),
+    Field(kPanelPolygon, kIdCadPolygonSides, u"Sides (3 - 64)", u"6", kIdCadCreatePolygon),
+    Field(kPanelPolygon, kIdCadPolygonRadius, u"Circumradius", u"1", kIdCadCreatePolygon),
+    Field(kPanelPolygon, kIdCadPolygonX, u"Center X", u"0", kIdCadCreatePolygon),
+    Field(kPanelPolygon, kIdCadPolygonY, u"Center Y", u"0", kIdCadCreatePolygon),
+    Field(kPanelPolygon, kIdCadPolygonAngle, u"Start angle", u"0", kIdCadCreatePolygon),
+    Note(kPanelPolygon, u"Closed line segments. Drag their endpoints to reshape.", 2),
+    Keys(kPanelPolygon,
+         {kIdCadCreatePolygon, u"Create polygon sides", u"Create the polygon from these numbers"}),
+
+    Head(kPanelRevolve, u"REVOLVE / ROTATE (2D)"),
+    Field(kPanelRevolve, kIdCadPivotX, u"Pivot X", u"0", kIdCadApplyRevolve),
+    Field(kPanelRevolve, kIdCadPivotY, u"Pivot Y", u"0", kIdCadApplyRevolve),
+    Field(kPanelRevolve, kIdCadRevolveAngle, u"Angle / step", u"90", kIdCadApplyRevolve),
+    Field(kPanelRevolve, kIdCadRevolveCopies, u"Copies (0 = move)", u"0", kIdCadApplyRevolve),
+    Note(kPanelRevolve,
+         u"Pick a point, circle center, box corner or work-axis origin. Each copy adds the step "
+         u"angle.",
+         3),
+    Keys(kPanelRevolve,
+         {kIdCadPickPivot, u"Pick pivot on drawing", u"Click the pivot on the canvas"}),
+    Keys(kPanelRevolve,
+         {kIdCadApplyRevolve, u"Apply revolve", u"Turn or copy the selected object"}),
+
+    Head(kPanelDimension, u"DIMENSION / MEASURE"),
+    Note(kPanelDimension, u"Click geometry to measure and resize.", 1),
+    Combo(kPanelDimension, kIdCadDimensionPart, u"Dimension",
+          u"Length / width / diameter|Height / slot width|Circle radius"),
+    Field(kPanelDimension, kIdCadDimensionValue, u"Value", u"Click geometry to measure and resize.",
+          kIdCadApplyDimension),
+    Keys(kPanelDimension, {kIdCadApplyDimension, u"Apply dimension (Enter)",
+                           u"Resize the selected object to this value"}),
+    Note(kPanelDimension,
+         u"Click a dimension label to edit it. Length keeps a line's start fixed; shapes resize "
+         u"about their centers. Undo restores the previous size.",
+         4),
+
+    Head(kPanelThickness, u"WIREFRAME THICKNESS"),
+    Field(kPanelThickness, kIdCadThicknessValue, u"Thickness", u"0.5", kIdCadApplyThickness),
+    Note(kPanelThickness,
+         u"Adds a visual thickness to your sketch. Saved with the CAD feature; machining depths "
+         u"and code are unchanged.",
+         4),
+    Keys(kPanelThickness, {kIdCadApplyThickness, u"Preview 3D", u"Show the sketch as a wireframe"},
+         {kIdCadReturnTo2D, u"Return to 2D", u"Back to drawing (Esc)"}),
+
+    Head(kAlways, u"Selected Geometry"),
+    Field(kAlways, kIdCadX, u"X", u"", kIdCadApply),
+    Field(kAlways, kIdCadY, u"Y", u"", kIdCadApply),
+    Field(kAlways, kIdCadSize, u"Length / width / diameter", u"", kIdCadApply),
+    Field(kAlways, kIdCadSize2, u"Height / slot width", u"", kIdCadApply),
+    Field(kAlways, kIdCadAngle, u"Angle", u"", kIdCadApply),
+    Keys(kAlways, {kIdCadApply, u"Apply", u"Write these numbers to the selected object (Enter)"},
+         {kIdCadDuplicate, u"Duplicate", u"A copy beside the selected object"},
+         {kIdCadDelete, u"Delete", u"Delete the selected part (Delete)"}),
+    Keys(kAlways, {kIdCadHide, u"Hide / show", u"Hide or show the selected part"},
+         {kIdCadLock, u"Lock / unlock", u"Keep the selected part from every edit"}),
+    Field(kAlways, kIdCadAmount, u"Trim / extend by", u"0.1", kIdCadExtend),
+    Keys(kAlways, {kIdCadExtend, u"Extend", u"Grow the selected object by the amount"},
+         {kIdCadTrim, u"Trim", u"Shrink the selected object by the amount"},
+         {kIdCadSplit, u"Split", u"Cut the selected line at its midpoint"}),
+    Head(kAlways, u"REUSABLE SHAPE"),
+    Field(kAlways, kIdCadShapeName, u"Name", u"", kIdCadSaveShape),
+    Keys(kAlways, {kIdCadSaveShape, u"Save shape", u"Save this drawing as a reusable shape"},
+         {kIdCadClear, u"Clear all", u"Empty this drawing (Undo restores it)"}),
+};
+constexpr int kRowCount = static_cast<int>(sizeof(kRows) / sizeof(kRows[0]));
+
+constexpr int kEdge = 8;
+constexpr int kRowHeight = 26;
+constexpr int kRowGap = 4;
+constexpr int kHeadHeight = 24;
+constexpr int kHeadAbove = 6;
+constexpr int kNoteLine = 17;
+constexpr int kBarWidth = 16;
+constexpr int kArrow = 16;        // height of a scroll bar's arrow
+constexpr int kLineStep = 36;     // pixels a step of the scroll bar
+constexpr int kPageOverlap = 60;  // pixels that stay in view over a page
+constexpr int kThumbLeast = 28;
+constexpr int kFieldShare = 46;  // percent of the width for the field
+
+struct FormState {
+  int panel = kPanelNone;
+  int top = 0;     // pixels scrolled away
+  int width = 0;   // of the sheet
+  int height = 0;  // of the visible part
+  bool dragging = false;
+  int dragFrom = 0;  // pointer and top where the thumb was taken
+  int dragTop = 0;
+};
+FormState form;
+
+int headTops[kRowCount];  // where the heads stand, -1 hidden; lines are drawn above them
+int order[kRowCount * 3];
+int orderCount = 0;
+
+int LabelOf(int row) { return kIdCadLabelFirst + row; }
+
+bool Shown(const Row& row) { return row.panel == kAlways || row.panel == form.panel; }
+
+void MakeLabel(int row, FontRole font, platform::Colour colour) {
+  platform::ControlSpec spec;
+  spec.id = LabelOf(row);
+  spec.kind = ControlKind::Label;
+  spec.text = kRows[row].label;
+  spec.font = font;
+  spec.parent = kViewCadSheet;
+  spec.hidden = true;
+  platform::MakeControl(spec);
+  platform::SetColours(spec.id, {colour, kPanelBackground, true});
+}
+
+void MakeField(const Row& row) {
+  platform::ControlSpec spec;
+  spec.id = row.id;
+  spec.kind = ControlKind::EditLine;
+  spec.text = row.text;
+  spec.accessibleName = row.label;
+  spec.parent = kViewCadSheet;
+  spec.hidden = true;
+  platform::MakeControl(spec);
+  platform::SetColours(spec.id, {kMainText, kOutputBackground, false});
+  platform::SetTextLimit(spec.id, kFieldUnits - 1);
+}
+
+void MakeCombo(const Row& row) {
+  platform::ListSpec spec;
+  spec.id = row.id;
+  spec.kind = platform::ListKind::Combo;
+  spec.accessibleName = row.label;
+  spec.font = FontRole::Small;
+  spec.ownerDrawn = false;
+  spec.parent = kViewCadSheet;
+  spec.hidden = true;
+  platform::MakeList(spec);
+  std::u16string_view rest = row.text;
+  while (!rest.empty()) {
+    const std::size_t bar = rest.find(u'|');
+    platform::AddRow(row.id, rest.substr(0, bar), platform::RowCount(row.id));
+    if (bar == std::u16string_view::npos) break;
+    rest.remove_prefix(bar + 1);
+  }
+  if (platform::RowCount(row.id) > 0) platform::SelectRow(row.id, 0);
+}
+
+void MakeKeys(const Row& row) {
+  for (const Key& key : row.keys) {
+    if (key.id == 0) continue;
+    platform::ControlSpec spec;
+    spec.id = key.id;
+    spec.kind = ControlKind::PushButton;
+    spec.text = key.text;
+    spec.parent = kViewCadSheet;
+    spec.hidden = true;
+    platform::MakeControl(spec);
+    platform::SetToolTip(key.id, key.tip);
+  }
+}
+
+void Put(int id, const Rect& place) {
+  platform::SetPlace(id, place);
+  platform::SetVisible(id, true);
+}
+
+void HideRow(int index) {
+  const Row& row = kRows[index];
+  if (row.kind != RowKind::Keys) platform::SetVisible(LabelOf(index), false);
+  if (row.id != 0) platform::SetVisible(row.id, false);
+  for (const Key& key : row.keys) {
+    if (key.id != 0) platform::SetVisible(key.id, false);
+  }
+}
+
+int PutKeys(const Row& row, int left, int right, int y) {
+  int count = 0;
+  for (const Key& key : row.keys) count += key.id != 0 ? 1 : 0;
+  const int width = (right - left - (count - 1) * kRowGap) / count;
+  for (int i = 0; i < count; ++i) {
+    const int x = left + i * (width + kRowGap);
+    Put(row.keys[i].id, Rect{x, y, i + 1 == count ? right : x + width, y + kRowHeight});
+  }
+  return y + kRowHeight + kRowGap;
+}
+
+// Places one row at y; the y below it.
+int PutRow(int index, int y) {
+  const Row& row = kRows[index];
+  const int left = kEdge;
+  const int right = form.width - kEdge;
+  switch (row.kind) {
+    case RowKind::Head:
+      headTops[index] = y;
+      y += kHeadAbove;
+      Put(LabelOf(index), Rect{left, y, right, y + kHeadHeight});
+      return y + kHeadHeight + 2;
+    case RowKind::Note:
+      Put(LabelOf(index), Rect{left, y, right, y + row.lines * kNoteLine + 2});
+      return y + row.lines * kNoteLine + 2 + kRowGap;
+    case RowKind::Keys:
+      return PutKeys(row, left, right, y);
+    case RowKind::Combo:
+      platform::SetVisible(LabelOf(index), false);
+      Put(row.id, Rect{left, y, right, y + kRowHeight});
+      return y + kRowHeight + kRowGap;
+    case RowKind::Field:
+      break;
+  }
+  const int split = right - (right - left) * kFieldShare / 100;
+  Put(LabelOf(index), Rect{left, y, split - kRowGap, y + kRowHeight});
+  Put(row.id, Rect{split, y, right, y + kRowHeight});
+  return y + kRowHeight + kRowGap;
+}
+
+void LayOutSheet() {
+  int y = 0;
+  for (int i = 0; i < kRowCount; ++i) {
+    headTops[i] = -1;
+    if (Shown(kRows[i])) {
+      y = PutRow(i, y);
+    } else {
+      HideRow(i);
+    }
+  }
+  platform::Repaint(kViewCadSheet);
+}
+
+int MostTop() { return std::max(0, kFormHeight - form.height); }
+
+void MoveSheet() {
+  platform::SetPlace(kViewCadSheet, Rect{0, -form.top, form.width, kFormHeight - form.top});
+  platform::Repaint(kViewCadScroll);
+}
+
+void ScrollTo(int top) {
+  const int wanted = std::clamp(top, 0, MostTop());
+  if (wanted == form.top) return;
+  form.top = wanted;
+  MoveSheet();
+}
+
+int PageStep() { return std::max(kLineStep, form.height - kPageOverlap); }
+
+// The thumb's top and bottom in the scroll bar's pixels.
+void FindThumb(int& top, int& bottom) {
+  const int track = std::max(1, form.height - 2 * kArrow);
+  int length = track;
+  if (MostTop() > 0) length = std::max(kThumbLeast, track * form.height / kFormHeight);
+  length = std::min(length, track);
+  top = kArrow;
+  if (MostTop() > 0) top += (track - length) * form.top / MostTop();
+  bottom = top + length;
+}
+
+void DragThumb(int y) {
+  const int track = std::max(1, form.height - 2 * kArrow);
+  int top = 0;
+  int bottom = 0;
+  FindThumb(top, bottom);
+  const int room = std::max(1, track - (bottom - top));
+  ScrollTo(form.dragTop + (y - form.dragFrom) * MostTop() / room);
+}
+
+bool PressScroll(int y) {
+  int top = 0;
+  int bottom = 0;
+  FindThumb(top, bottom);
+  if (y < kArrow) {
+    ScrollCadForm(-kLineStep);
+  } else if (y >= form.height - kArrow) {
+    ScrollCadForm(kLineStep);
+  } else if (y < top) {
+    ScrollCadForm(-PageStep());
+  } else if (y >= bottom) {
+    ScrollCadForm(PageStep());
+  } else {
+    form.dragging = true;
+    form.dragFrom = y;
+    form.dragTop = form.top;
+    platform::CapturePointer(kViewCadScroll);
+  }
+  return true;
+}
+
+void PaintArrow(Canvas& canvas, int y, int tip, platform::Colour colour) {
+  const double middle = kBarWidth / 2.0;
+  const platform::PointF points[] = {
+      {middle - 4, y - tip * 2.0}, {middle + 4, y - tip * 2.0}, {middle, y + tip * 2.5}};
+  platform::FillPolygon(canvas, points, 3, colour);
+}
+
+}  // namespace
+
+void MakeCadForm() {
+  orderCount = 0;
+  for (int i = 0; i < kRowCount; ++i) {
+    const Row& row = kRows[i];
+    switch (row.kind) {
+      case RowKind::Head:
+        MakeLabel(i, FontRole::Emphasis, kBrightAccent);
+        break;
+      case RowKind::Note:
+        MakeLabel(i, FontRole::Small, kDimText);
+        break;
+      case RowKind::Field:
+        MakeLabel(i, FontRole::Small, kMainText);
+        MakeField(row);
+        order[orderCount++] = row.id;
+        break;
+      case RowKind::Combo:
+        MakeCombo(row);
+        order[orderCount++] = row.id;
+        break;
+      case RowKind::Keys:
+        MakeKeys(row);
+        for (const Key& key : row.keys) {
+          if (key.id != 0) order[orderCount++] = key.id;
+        }
+        break;
+    }
+  }
+}
+
+void PlaceCadForm(const Rect& area) {
+  form.width = RectWidth(area) - kBarWidth;
+  form.height = RectHeight(area);
+  platform::SetPlace(kViewCadForm, Rect{area.left, area.top, area.right - kBarWidth, area.bottom});
+  platform::SetPlace(kViewCadScroll,
+                     Rect{area.right - kBarWidth, area.top, area.right, area.bottom});
+  form.top = std::min(form.top, MostTop());
+  MoveSheet();
+  LayOutSheet();
+}
+
+void ShowCadPanel(int panelMode) {
+  form.panel = panelMode;
+  form.top = 0;
+  MoveSheet();
+  LayOutSheet();
+}
+
+int ShownCadPanel() { return form.panel; }
+
+void ShowCadField(int id) {
+  const int* ids = nullptr;
+  const int count = CadFormOrder(ids);
+  if (std::find(ids, ids + count, id) == ids + count || !platform::IsVisible(id)) return;
+  const Rect place = platform::PlaceOf(id);
+  if (place.top < form.top + kHeadHeight) ScrollTo(place.top - kHeadHeight - kHeadAbove);
+  if (place.bottom > form.top + form.height) ScrollTo(place.bottom + kRowGap - form.height);
+}
+
+int CadFormTop() { return form.top; }
+
+void ScrollCadForm(int pixels) { ScrollTo(form.top + pixels); }
+
+int CadFieldCommand(int id) {
+  for (const Row& row : kRows) {
+    if (row.id == id) return row.command;
+  }
+  return 0;
+}
+
+int CadFormOrder(const int*& ids) {
+  ids = order;
+  return orderCount;
+}
+
+void ResetCadForm() {
+  form = FormState();
+  orderCount = 0;
+}
+
+void PaintCadForm(Canvas& canvas) {
+  platform::FillArea(canvas, platform::CanvasArea(canvas), kPanelBackground);
+}
+
+void PaintCadSheet(Canvas& canvas) {
+  platform::FillArea(canvas, platform::CanvasArea(canvas), kPanelBackground);
+  for (int i = 0; i < kRowCount; ++i) {
+    if (headTops[i] <= 0) continue;
+    platform::FillArea(canvas, Rect{kEdge, headTops[i], form.width - kEdge, headTops[i] + 1},
+                       kPanelLine);
+  }
+  // The well that has the keyboard shows it.
+  const int focused = platform::FocusedId();
+  for (const Row& row : kRows) {
+    if (row.kind != RowKind::Field && row.kind != RowKind::Combo) continue;
+    if (!Shown(row)) continue;
+    const Rect place = platform::PlaceOf(row.id);
+    Pen edge;
+    edge.colour = focused == row.id ? kBrightAccent : kPanelLine;
+    platform::FrameArea(
+        canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+  }
+}
+
+void PaintCadScroll(Canvas& canvas) {
+  const Rect area = platform::CanvasArea(canvas);
+  platform::FillArea(canvas, area, kDarkBand);
+  if (MostTop() == 0) return;
+  int top = 0;
+  int bottom = 0;
+  FindThumb(top, bottom);
+  platform::FillArea(canvas, Rect{area.left + 3, top, area.right - 3, bottom},
+                     form.dragging ? kAccent : kPanelLine);
+  PaintArrow(canvas, kArrow / 2, -1, form.top > 0 ? kMainText : kPanelLine);
+  PaintArrow(canvas, form.height - kArrow / 2, 1, form.top < MostTop() ? kMainText : kPanelLine);
+}
+
+bool CadFormPointer(const platform::PointerEvent& event) {
+  if (event.action != platform::PointerAction::Wheel) return false;
+  ScrollCadForm(-std::clamp(event.wheel, -100, 100) * kLineStep);
+  return true;
+}
+
+bool CadScrollPointer(const platform::PointerEvent& event) {
+  switch (event.action) {
+    case platform::PointerAction::Press:
+    case platform::PointerAction::DoubleClick:
+      return event.button == platform::PointerButton::Left && PressScroll(event.y);
+    case platform::PointerAction::Move:
+      if (!form.dragging) return false;
+      if (event.leftDown) {
+        DragThumb(event.y);
+        return true;
+      }
+      [[fallthrough]];
+    case platform::PointerAction::Release:
+      if (!form.dragging) return false;
+      form.dragging = false;
+      platform::ReleasePointer();
+      platform::Repaint(kViewCadScroll);
+      return true;
+    case platform::PointerAction::Wheel:
+      return CadFormPointer(event);
+    default:
+      return false;
+  }
+}
+
+}  // namespace morva

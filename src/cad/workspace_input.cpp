@@ -1,0 +1,199 @@
+// Right click, popup and keys of the CAD surface: what reaches the tools from any control.
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "cad/canvas.h"
+#include "cad/draw_tools.h"
+#include "cad/select_drag.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "cad/workspace_form.h"
+#include "documents/program_tabs.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "platform/menu.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+using platform::KeyEvent;
+using platform::MenuItem;
+
+void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
+
+bool ToolInHand() {
+  return tools.dragTool != 0 || tools.geometryTool != kGeometryNone ||
+         tools.constructionMethod != 0 || tools.dimensionMode || tools.sizePanelShown;
+}
+
+// Keys of the program that hold on every surface.
+bool ProgramKey(const KeyEvent& key) {
+  if (!key.ctrl || key.alt || key.shift) return false;
+  switch (key.key) {
+    case 'N':
+      NewProgram();
+      return true;
+    case 'O':
+      OpenProgram();
+      return true;
+    case 'S':
+      SaveProgramCommand();
+      return true;
+    default:
+      return false;
+  }
+}
+
+struct Shortcut {
+  int key;
+  bool ctrl;
+  int command;
+};
+constexpr Shortcut kShortcuts[] = {
+    {'C', true, kIdCadCopy},
+    {'X', true, kIdCadCut},
+    {'V', true, kIdCadPaste},
+    {'Z', true, kIdCadUndo},
+    {platform::kKeyDelete, false, kIdCadDelete},
+};
+
+bool IsCadField(int id) { return CadFieldCommand(id) != 0; }
+
+// Enter in a field does what its panel's key does; Escape leaves the field for the canvas.
+bool FieldKey(int id, const KeyEvent& key) {
+  if (key.ctrl || key.alt) return false;
+  if (key.key == platform::kKeyEnter) {
+    Press(CadFieldCommand(id));
+    return true;
+  }
+  if (key.key != platform::kKeyEscape) return false;
+  FocusCadCanvas();
+  return true;
+}
+
+bool NameKey(const KeyEvent& key) {
+  if (key.key == platform::kKeyEnter) {
+    Press(kIdDrawingRename);
+    return true;
+  }
+  if (key.key != platform::kKeyEscape) return false;
+  // The old name stands.
+  platform::SetVisible(kIdCadDrawingName, false);
+  FocusCadCanvas();
+  return true;
+}
+
+bool SheetKey(const KeyEvent& key) {
+  if (key.key == platform::kKeyPageUp) ScrollCadForm(-kFormHeight / 4);
+  if (key.key == platform::kKeyPageDown) ScrollCadForm(kFormHeight / 4);
+  return key.key == platform::kKeyPageUp || key.key == platform::kKeyPageDown;
+}
+
+bool FlyoutKey(int id, const KeyEvent& key) {
+  if (key.key != platform::kKeyDown || key.ctrl || key.alt) return false;
+  if (id != kIdCadLine && id != kIdCadRectangle && id != kIdCadCircle && id != kIdCadSlot &&
+      id != kIdCadDimension) {
+    return false;
+  }
+  ShowFlyout(id);
+  return true;
+}
+
+}  // namespace
+
+bool CadRightClick() {
+  if (app.surface != kSurfaceCad || !ToolInHand()) return false;
+  CancelTools();
+  RefreshCadTools();
+  FocusCadCanvas();
+  return true;
+}
+
+void ShowCadMenu(int x, int y) {
+  const bool some = HasSketchSelection();
+  const MenuItem items[] = {
+      {kIdCadUndo, u"Undo\tCtrl+Z", false, sketch.undoDepth > 0},
+      {},
+      {kIdCadCut, u"Cut\tCtrl+X", false, some},
+      {kIdCadCopy, u"Copy\tCtrl+C", false, some},
+      {kIdCadPaste, u"Paste\tCtrl+V"},
+      {kIdCadDuplicate, u"Duplicate", false, some},
+      {},
+      {kIdCadScale, u"Scale...", false, some},
+      {kIdCadCircularPanel, u"Circular pattern...", false, some},
+      {kIdCadGridPanel, u"Rectangular pattern...", false, some},
+      {},
+      {kIdCadHide, u"Hide / Show", false, some},
+      {kIdCadLock, u"Lock / Unlock", false, some},
+      {},
+      {kIdCadDelete, u"Delete", false, some},
+      {},
+      {kIdCadSaveShape, u"Save reusable shape\u2026"},
+  };
+  const int picked =
+      platform::ShowPopup(items, static_cast<int>(sizeof(items) / sizeof(items[0])), x, y);
+  if (picked > 0) Press(picked);
+  RefreshCadTools();
+}
+
+bool CadContextMenu(int id, int row, int x, int y) {
+  if (app.surface != kSurfaceCad) return false;
+  if (id == kIdCadOperations) {
+    if (row >= 0) {
+      platform::SelectRow(id, row);
+      RouteCommand(id, platform::kNotifyListSelect);
+    }
+    ShowCadMenu(x, y);
+    return true;
+  }
+  if (id != kViewCadCanvas || canvasView.modelView) return false;
+  const platform::Rect place = platform::PlaceInMainWindow(id);
+  // The keyboard asks at a place of its own; only the pointer points at an object.
+  const bool pointed = canvasView.cursorX == x - place.left && canvasView.cursorY == y - place.top;
+  if (pointed) {
+    double dx = 0;
+    double dy = 0;
+    FromCanvas(x - place.left, y - place.top, dx, dy);
+    const int hit = HitObject(dx, dy);
+    if (hit >= 0 && hit != sketch.selected) {
+      sketch.selected = hit;
+      ClearMultiSelect();
+      RefreshSketchPanels();
+    }
+  }
+  ShowCadMenu(x, y);
+  return true;
+}
+
+bool CadKey(int id, const KeyEvent& key) {
+  if (app.surface != kSurfaceCad || !CadWindowExists()) return false;
+  if (key.key == platform::kKeyF1 + 7 && !key.ctrl && !key.alt) {
+    Press(kIdCadSnap);
+    return true;
+  }
+  if (id == kIdCadSizeBox1 || id == kIdCadSizeBox2) return SizeBoxKey(key);
+  if (id == kIdCadDrawingName) return NameKey(key);
+  if (ProgramKey(key)) return true;
+  if (IsCadField(id)) return FieldKey(id, key) || SheetKey(key);
+  if (platform::IsTextControl(id)) return false;
+  if (FlyoutKey(id, key)) return true;
+  if (id == kViewCadCanvas && CanvasKey(key)) return true;
+  for (const Shortcut& shortcut : kShortcuts) {
+    if (shortcut.key != key.key || shortcut.ctrl != key.ctrl || key.alt || key.shift) continue;
+    Press(shortcut.command);
+    return true;
+  }
+  if (key.key == platform::kKeyEscape && !key.ctrl && !key.alt) {
+    CancelTools();
+    FocusCadCanvas();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace morva

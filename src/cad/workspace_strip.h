@@ -1,0 +1,19 @@
+// The tool strip and the other keys of the CAD workspace, by rows.
+#pragma once
+
+namespace morva {
+
+struct CadKeySpec {
+  int id;
+  const char16_t* text;
+  const char16_t* tip;
+  int width;  // pixels at the least window; wider windows keep it
+};
+
+inline constexpr int kCadStripRows = 2;
+// The keys of a strip row, from left to right.
+const CadKeySpec* CadStripRow(int row, int& count);
+// Whether the key stands for a state that is on now.
+bool CadKeyIsOn(int id);
+
+}  // namespace morva
