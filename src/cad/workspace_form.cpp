@@ -141,7 +141,7 @@ const Row kRows[] = {
     Head(kAlways, u"Selected Geometry"),
     Field(kAlways, kIdCadX, u"X", u"", kIdCadApply),
     Field(kAlways, kIdCadY, u"Y", u"", kIdCadApply),
-    Field(kAlways, kIdCadSize, u"Length / width / diameter", u"", kIdCadApply),
+    Field(kAlways, kIdCadSize, u"Length / width / dia.", u"", kIdCadApply),
     Field(kAlways, kIdCadSize2, u"Height / slot width", u"", kIdCadApply),
     Field(kAlways, kIdCadAngle, u"Angle", u"", kIdCadApply),
     Keys(kAlways, {kIdCadApply, u"Apply", u"Write these numbers to the selected object (Enter)"},

@@ -2,6 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "cad/tool_state.h"
@@ -265,6 +266,11 @@ bool ModeListKey(const platform::KeyEvent& key) {
     const int mode = kModeRows[row].mode;
     if (!ModeExists(mode)) continue;
     platform::SelectRow(kIdModeList, row);
+    if (mode == kModeCadItem || mode == kModePlateItem) {
+      // A whole other workspace: the arrows only pass over it.
+      ShowStatus(u"Enter opens this workspace.");
+      break;
+    }
     SelectInModeList(kIdModeList, platform::kNotifyListSelect);
     break;
   }

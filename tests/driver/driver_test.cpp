@@ -126,7 +126,7 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
                            "key \"Ctrl+\"",
                            "peer send \"\\u0100\"",
                            "port COM1 here",
-                           "get sketch",
+                           "get plate",
                            "printer 1 2 3 4",
                            "select 1212 7",
                            "editor",

@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "cad/tool_state.h"
 #include "dnc/serial_profile.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
@@ -310,6 +311,36 @@ std::string GetTokens(const Words& words) {
   return Good("tokens", list.Done());
 }
 
+std::string GetSketch(const Words&) {
+  Json objects('[');
+  for (int i = 0; i < morva::sketch.objectCount; ++i) {
+    const morva::SketchObject& object = morva::sketch.objects[i];
+    objects.Item(Json('{')
+                     .Number("type", object.type)
+                     .Number("group", object.group)
+                     .Number("x", object.x)
+                     .Number("y", object.y)
+                     .Number("size", object.size)
+                     .Number("size2", object.size2)
+                     .Number("angle", object.angle)
+                     .Flag("hidden", morva::sketch.hidden[i] != 0)
+                     .Flag("locked", morva::sketch.locked[i] != 0)
+                     .Done());
+  }
+  return Json('{')
+      .Flag("ok", true)
+      .Flag("metric", morva::sketch.metric)
+      .Number("selected", morva::sketch.selected)
+      .Raw("objects", objects.Done())
+      .Number("undoDepth", morva::sketch.undoDepth)
+      .Number("dragTool", morva::tools.dragTool)
+      .Number("geometryTool", morva::tools.geometryTool)
+      .Number("constructionMethod", morva::tools.constructionMethod)
+      .Number("panelMode", morva::tools.panelMode)
+      .Text("status", morva::SketchStatus())
+      .Done();
+}
+
 std::string DrawCallJson(const headless::DrawCall& call) {
   Json json('[');
   json.ItemText(platform::FromUtf8(call.name));
@@ -339,7 +370,7 @@ constexpr Look kLooks[] = {
     {u"text", GetText},         {u"words", GetWords},         {u"caret", GetCaret},
     {u"tabs", GetTabs},         {u"features", GetFeatures},   {u"path", GetPath},
     {u"ghost", GetGhost},       {u"play", GetPlay},           {u"view", GetView},
-    {u"sketch", StillToCome},   {u"plate", StillToCome},      {u"skim", StillToCome},
+    {u"sketch", GetSketch},     {u"plate", StillToCome},      {u"skim", StillToCome},
     {u"tools", StillToCome},    {u"macros", StillToCome},     {u"shapes", StillToCome},
     {u"surface", GetSurface},   {u"mode", GetMode},           {u"units", GetUnits},
     {u"dncstate", GetDncState}, {u"boxes", GetBoxes},         {u"menus", GetMenus},

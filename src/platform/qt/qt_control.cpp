@@ -54,6 +54,7 @@ class Button : public PlacedWidget<QPushButton> {
     state.pressed = isDown();
     state.focused = hasFocus();
     state.enabled = isEnabled();
+    state.checked = isChecked();
     state.hovered = underMouse();
     if (Listener().drawItem != nullptr) {
       Listener().drawItem(Id(), state, canvas);
