@@ -105,7 +105,8 @@ int FaceOf(const KeySpec& key) {
 }
 
 void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
-  const bool on = KeyIsOn(key.id) || state.checked;
+  // Keys outside the table carry their state themselves.
+  const bool on = KeyIsOn(key.id) || (state.checked && !KeyOf(key.id));
   DrawKeyGround(key, state, on, canvas);
   Colour colour = kDimText;
   if (state.enabled) colour = on ? kBrightAccent : kMainText;

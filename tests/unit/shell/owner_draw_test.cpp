@@ -133,7 +133,8 @@ TEST_F(OwnerDraw, PaintsModeRowsDimWhenStillToCome) {
   const auto calls = headless::PaintOf(kIdModeList);
   EXPECT_TRUE(Paints(calls, u"Home", kMainText));
   EXPECT_TRUE(Paints(calls, u"Simulator", kMainText));
-  EXPECT_TRUE(Paints(calls, u"CAD", kDimText));
+  EXPECT_TRUE(Paints(calls, u"CAD", kMainText));
+  EXPECT_TRUE(Paints(calls, u"Plate builder", kDimText));
   EXPECT_TRUE(Paints(calls, u"DNC / RS-232", kDimText));
 }
 
