@@ -14,7 +14,7 @@ namespace morva {
 enum class PanelSpot {
   RightBody,  // below the header of the right panel, in modes that have one
   Editor,     // exactly the code editor's place; the gutter stays
-  Work,       // editor, gutter, toolpath view and its bars
+  Work,       // in place of editor and gutter, to the right end; the toolpath view goes
   LeftLower,  // below FEATURES and CODE INDEX: feature list, its keys, name box and hint
 };
 

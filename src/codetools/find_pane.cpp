@@ -1,5 +1,7 @@
 #include "codetools/find_pane.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
@@ -26,6 +28,7 @@ constexpr int kCheckHeight = 22;
 constexpr int kKeyHeight = 28;
 constexpr int kHeadHeight = 22;
 constexpr int kGap = 4;
+constexpr int kTightGap = 2;
 // At the narrowest the pane is 296 wide: the first help takes four lines there, the other three.
 constexpr int kHelpHeight = 76;
 constexpr int kChangeHelpHeight = 56;
@@ -108,6 +111,7 @@ struct Column {
   int left;
   int right;
   int top;
+  int gap;  // between rows
 };
 
 void Put(int id, const Rect& place) {
@@ -115,32 +119,44 @@ void Put(int id, const Rect& place) {
   platform::SetVisible(id, true);
 }
 
-void PutRow(Column& column, int id, int height, int gap = kGap) {
+void PutRow(Column& column, int id, int height) {
   Put(id, {column.left, column.top, column.right, column.top + height});
-  column.top += height + gap;
+  column.top += height + column.gap;
+}
+
+// A label stands close to what it names.
+void PutLabel(Column& column, int id) {
+  Put(id, {column.left, column.top, column.right, column.top + kLabelHeight});
+  column.top += kLabelHeight + kTightGap;
 }
 
 void PutPair(Column& column, int first, int second, int height, int percent = 50) {
   const int middle = column.left + (column.right - column.left) * percent / 100;
   Put(first, {column.left, column.top, middle - kGap / 2, column.top + height});
   Put(second, {middle + kGap / 2, column.top, column.right, column.top + height});
-  column.top += height + kGap;
+  column.top += height + column.gap;
+}
+
+// All rows but the list, with `gap` between them.
+int HeightOfRows(int gap) {
+  const int above = 3 * (kLabelHeight + kTightGap) + 2 * kFieldHeight + kCheckHeight + kKeyHeight;
+  const int below = 3 * kKeyHeight + kStatusHeight + kHelpHeight + kHeadHeight + kChangeHelpHeight;
+  return above + below + 11 * gap;
 }
 
 void PlacePane(const Rect& area) {
-  Column column{area.left, area.right, area.top};
-  PutRow(column, kIdFindLabel, kLabelHeight, 2);
+  // Two rows of tabs take their height from the pane; the rows then stand closer.
+  const int height = area.bottom - area.top;
+  const int gap = height - HeightOfRows(kGap) >= kListLeast ? kGap : kTightGap;
+  Column column{area.left, area.right, area.top, gap};
+  PutLabel(column, kIdFindLabel);
   PutRow(column, kIdFindText, kFieldHeight);
-  PutRow(column, kIdReplaceLabel, kLabelHeight, 2);
+  PutLabel(column, kIdReplaceLabel);
   PutRow(column, kIdReplaceText, kFieldHeight);
   PutPair(column, kIdMatchCase, kIdWholeToken, kCheckHeight);
   PutPair(column, kIdNextMatch, 1901, kKeyHeight);
-  PutRow(column, kIdRulesLabel, kLabelHeight, 2);
-  const int below = 3 * (kKeyHeight + kGap) + kStatusHeight + kHelpHeight + kHeadHeight +
-                    kChangeHelpHeight + 5 * kGap;
-  int list = area.bottom - column.top - below;
-  if (list < kListLeast) list = kListLeast;
-  PutRow(column, kIdRuleList, list);
+  PutLabel(column, kIdRulesLabel);
+  PutRow(column, kIdRuleList, std::max(height - HeightOfRows(gap), kListLeast));
   PutPair(column, 1902, 1905, kKeyHeight);
   PutPair(column, 1903, 1904, kKeyHeight);
   PutRow(column, kIdFindStatus, kStatusHeight);

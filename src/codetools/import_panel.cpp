@@ -112,10 +112,7 @@ void Put(int id, const Rect& place) {
 }
 
 // Lists on the left, the preview on the right, the keys along the foot.
-void PlaceImport(const Rect& work) {
-  // The keys above the output stay free: the panel ends where the editor does.
-  Rect area = work;
-  area.bottom = std::min(work.bottom, platform::PlaceOf(kIdEditor).bottom);
+void PlaceImport(const Rect& area) {
   const int foot = area.bottom - kKeyHeight;
   const int middle = area.left + (area.right - area.left) * 2 / 5;
   int top = area.top;

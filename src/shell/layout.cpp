@@ -81,12 +81,9 @@ Rect Around(const LayoutPlan& plan, const int* ids, int count) {
 
 // The areas that panels may take over, from what the plan put there.
 void FindPanelAreas(const LayoutPlan& plan) {
-  const int work[] = {kIdEditor,     kViewGutter,  kViewToolpath, kIdViewRefresh,
-                      kIdViewLayers, kIdPlayStart, kIdPlayStop,   kIdSpeedSlider};
   const int left[] = {kIdFeatureList, kIdFeatureEdit,   kIdFeatureHide,
                       kIdFeatureName, kIdFeatureRename, kIdFeatureHint};
   areas.editor = PlaceIn(plan, kIdEditor);
-  areas.work = Around(plan, work, static_cast<int>(sizeof(work) / sizeof(work[0])));
   areas.leftLower = Around(plan, left, static_cast<int>(sizeof(left) / sizeof(left[0])));
 }
 
@@ -118,13 +115,16 @@ bool IsCovered(const Rect& place) {
   return false;
 }
 
-// The work area holds the editor's place: a panel in it hides one that stands there.
-bool IsUnderWorkPanel(const Panel& panel) {
-  if (panel.spot != PanelSpot::Editor) return false;
+bool WorkPanelShown() {
   for (int i = 0; i < PanelCount(); ++i) {
     if (PanelAt(i).spot == PanelSpot::Work && IsPanelActive(PanelAt(i))) return true;
   }
   return false;
+}
+
+// The work area holds the editor's place: a panel in it hides one that stands there.
+bool IsUnderWorkPanel(const Panel& panel) {
+  return panel.spot == PanelSpot::Editor && WorkPanelShown();
 }
 
 void PlacePanels() {
@@ -154,6 +154,7 @@ void Layout() {
   in.surface = app.surface;
   in.mode = app.mode;
   in.tabCount = app.tabCount;
+  in.viewAway = WorkPanelShown();
   const LayoutPlan plan = PlanLayout(in);
   app.leftPanelWidth = plan.leftPanelWidth;
   areas = plan.areas;

@@ -27,7 +27,7 @@ struct LayoutAreas {
   platform::Rect workArea;
   platform::Rect rightPanel;
   platform::Rect editor;     // the code editor alone
-  platform::Rect work;       // editor, gutter, view and its bars
+  platform::Rect work;       // from the gutter to the right, down to the editor's lower edge
   platform::Rect leftLower;  // feature list, its keys, name box and hint
   platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;

@@ -188,6 +188,13 @@ int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], int left, int right, int 
   return left + 8 * (width + kGap) - kGap;
 }
 
+void HideView(LayoutPlan& plan) {
+  Put(plan, kViewToolpath, Rect{});
+  Put(plan, kIdSpeedSlider, Rect{});
+  for (int id : kViewKeys) Put(plan, id, Rect{});
+  for (int id : kPlayKeys) Put(plan, id, Rect{});
+}
+
 // The toolpath view with its keys above and the playback bar below. The slider stands beside
 // the playback keys where there is room, else under them.
 void PlanView(LayoutPlan& plan, const Rect& column) {
@@ -208,7 +215,10 @@ void PlanView(LayoutPlan& plan, const Rect& column) {
   Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - 6});
 }
 
-void PlanEditor(LayoutPlan& plan, const Rect& area) {
+// A panel in the work area takes the editor's height to the right end of the area, whether the
+// view reaches further down or not.
+void PlanEditor(LayoutPlan& plan, const Rect& area, int workRight) {
+  plan.areas.work = Rect{area.left, area.top, workRight, area.bottom};
   Put(plan, kViewGutter, Rect{area.left, area.top, area.left + kGutterWidth, area.bottom});
   Put(plan, kIdEditor, Rect{area.left + kGutterWidth, area.top, area.right, area.bottom});
 }
@@ -242,8 +252,12 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int split = work.right - view;
   const int outputTop = work.bottom - HomeOutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
-  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
-  PlanView(plan, Rect{split, work.top, work.right, outputTop - 7});
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7}, work.right);
+  if (in.viewAway) {
+    HideView(plan);
+  } else {
+    PlanView(plan, Rect{split, work.top, work.right, outputTop - 7});
+  }
   PlanOutputHead(plan, work.left, split - kPad, headTop);
   const int info = std::clamp(width * 28 / 100, 210, 320);
   const int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) : 0;
@@ -259,17 +273,23 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   Put(plan, kIdOutputLog, plan.areas.output);
 }
 
-// Simulator: the view takes the whole height at the right, the output lies below the editor.
+// Simulator: the view takes the whole height at the right, the output lies below the editor, and
+// takes the width that a view which is away leaves.
 void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
   const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
-  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7});
-  PlanView(plan, Rect{split, work.top, work.right, work.bottom});
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7}, work.right);
+  if (in.viewAway) {
+    HideView(plan);
+  } else {
+    PlanView(plan, Rect{split, work.top, work.right, work.bottom});
+  }
   PlanOutputHead(plan, work.left, split - kPad, headTop);
-  plan.areas.output = Rect{work.left, outputTop, split - kPad, work.bottom};
+  const int right = in.viewAway ? work.right : split - kPad;
+  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
   Put(plan, kIdInfoPanel, Rect{});
   Put(plan, kIdHelpText, Rect{});
@@ -286,7 +306,7 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int right = side.left - kPad;
   const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
-  PlanEditor(plan, Rect{work.left, work.top, right, headTop - 7});
+  PlanEditor(plan, Rect{work.left, work.top, right, headTop - 7}, right);
   PlanOutputHead(plan, work.left, right, headTop);
   plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
@@ -296,10 +316,7 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   Put(plan, kIdHelpText, help > 0 ? Rect{left, foot, in.width - 12, side.bottom - 6} : Rect{});
   plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, help > 0 ? foot - kPad : foot};
   Put(plan, kIdInfoPanel, Rect{});
-  Put(plan, kViewToolpath, Rect{});
-  Put(plan, kIdSpeedSlider, Rect{});
-  for (int id : kViewKeys) Put(plan, id, Rect{});
-  for (int id : kPlayKeys) Put(plan, id, Rect{});
+  HideView(plan);
 }
 
 // The other workspaces: a band with their own head, the keys that hold everywhere, the

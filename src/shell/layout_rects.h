@@ -20,6 +20,7 @@ struct LayoutInput {
   std::int32_t surface = 0;
   std::int32_t mode = 0;
   int tabCount = 1;
+  bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
 };
 
 struct Placement {

@@ -30,7 +30,8 @@ bool Overlap(const Rect& a, const Rect& b) {
 std::string Words(const LayoutInput& in, int id) {
   return std::to_string(in.width) + " x " + std::to_string(in.height) + ", mode " +
          std::to_string(in.mode) + ", panel " + std::to_string(in.leftPanelWidth) + ", tabs " +
-         std::to_string(in.tabCount) + ", id " + std::to_string(id);
+         std::to_string(in.tabCount) + (in.viewAway ? ", no view" : "") + ", id " +
+         std::to_string(id);
 }
 
 // Every plan of the sizes, modes, panel widths and tab counts that the program meets.
@@ -44,6 +45,8 @@ void ForEveryPlan(Look look) {
             LayoutInput in = Window(width, height, mode);
             in.leftPanelWidth = panel;
             in.tabCount = tabs;
+            look(in, PlanLayout(in));
+            in.viewAway = true;
             look(in, PlanLayout(in));
           }
         }
@@ -170,6 +173,23 @@ TEST(LayoutRects, GiveTheViewTwoFifthsInHomeAndThreeFifthsInTheSimulator) {
   EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.4, 0.01);
   plan = PlanLayout(Window(1920, 1080, kModeSimulator));
   EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.6, 0.01);
+}
+
+// What a panel in the work area covers ends with the editor, above the output's keys.
+TEST(LayoutRects, EndTheWorkAreaAtTheEditorsLowerEdge) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const Rect& work = plan.areas.work;
+    ASSERT_EQ(work.left, PlaceIn(plan, kViewGutter).left) << Words(in, kViewGutter);
+    ASSERT_EQ(work.top, PlaceIn(plan, kIdEditor).top) << Words(in, kIdEditor);
+    ASSERT_EQ(work.bottom, PlaceIn(plan, kIdEditor).bottom) << Words(in, kIdEditor);
+    ASSERT_LT(work.bottom, PlaceIn(plan, kIdPreflight).top) << Words(in, kIdPreflight);
+    for (int i = 0; in.viewAway && i < plan.count; ++i) {
+      const int id = plan.placements[i].id;
+      if (id == kIdEditor || id == kViewGutter) continue;
+      ASSERT_FALSE(!IsEmpty(plan.placements[i].place) && Overlap(work, plan.placements[i].place))
+          << Words(in, id);
+    }
+  });
 }
 
 TEST(LayoutRects, WrapTheTabsBeforeTheyBecomeUnreadable) {

@@ -2,8 +2,10 @@
 
 #include "app/panels.h"
 
+#include <utility>
 #include <vector>
 
+#include "app/router.h"
 #include "platform/window.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
@@ -48,6 +50,98 @@ TEST_F(Panels, AWorkPanelCoversTheEditorAndTheViewAndGivesThemBack) {
   RelayPanels();
   EXPECT_TRUE(platform::IsVisible(kIdEditor));
   EXPECT_TRUE(platform::IsVisible(kViewToolpath));
+}
+
+struct Standing {
+  int id;
+  platform::Rect place;
+};
+
+std::vector<Standing> StandingControls() {
+  std::vector<Standing> standing;
+  for (const int id : headless::AllIds()) {
+    if (id == platform::kMainWindow || !platform::IsVisible(id)) continue;
+    standing.push_back({id, platform::PlaceInMainWindow(id)});
+  }
+  return standing;
+}
+
+bool Cross(const platform::Rect& a, const platform::Rect& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+void ExpectNothingOverAnother(const char* what) {
+  SCOPED_TRACE(what);
+  const std::vector<Standing> standing = StandingControls();
+  ASSERT_GT(standing.size(), 40u);
+  const platform::Rect client = platform::ClientArea(platform::kMainWindow);
+  for (std::size_t i = 0; i < standing.size(); ++i) {
+    const platform::Rect& a = standing[i].place;
+    EXPECT_TRUE(a.left >= 0 && a.top >= 0 && a.right <= client.right && a.bottom <= client.bottom)
+        << standing[i].id;
+    for (std::size_t k = i + 1; k < standing.size(); ++k) {
+      EXPECT_FALSE(Cross(a, standing[k].place)) << standing[i].id << " and " << standing[k].id;
+    }
+  }
+}
+
+// The smallest window is 1200 by 800; a smaller wish is refused by the window.
+TEST_F(Panels, NothingLiesOverAnotherWithAnyOfThemShown) {
+  while (app.tabCount < 2) headless::Click(kIdTabNew);
+  for (const int tabCount : {2, 8}) {
+    while (app.tabCount < tabCount) headless::Click(kIdTabNew);
+    for (const auto& [width, height] :
+         {std::pair(1, 1), std::pair(1200, 800), std::pair(1560, 940), std::pair(1920, 1080)}) {
+      headless::Resize(width, height);
+      for (const int panel : {190, 300, 430}) {
+        DragSplitter(panel);
+        for (const int mode : {int{kModeHome}, int{kModeSimulator}, int{kModeFind}}) {
+          SCOPED_TRACE(testing::Message() << width << " by " << height << ", panel " << panel
+                                          << ", mode " << mode << ", tabs " << tabCount);
+          SetMode(mode);
+          ExpectNothingOverAnother("the code editor");
+          headless::Click(kIdCommandWords);
+          EXPECT_TRUE(platform::IsVisible(kIdWordsEditor));
+          ExpectNothingOverAnother("the words view");
+          headless::Click(kIdCompareSecond);
+          EXPECT_TRUE(platform::IsVisible(kIdReviewRightPane));
+          EXPECT_TRUE(platform::IsVisible(kIdRenumber));
+          ExpectNothingOverAnother("the review");
+          headless::Click(kIdCompareSecond);
+          headless::Click(kIdCommandWords);
+          RouteCommand(kIdImport, 0);
+          EXPECT_TRUE(platform::IsVisible(kIdImportFirst));
+          EXPECT_TRUE(platform::IsVisible(kIdRenumber));
+          ExpectNothingOverAnother("the import panel");
+          headless::Click(kIdImportFirst + 8);
+          ASSERT_TRUE(platform::IsVisible(kIdEditor));
+        }
+      }
+    }
+  }
+}
+
+// Editor, gutter and view come back where they were; the output keys never move in Home.
+TEST_F(Panels, TheOutputKeysStayWhereTheyAreInHome) {
+  const platform::Rect key = platform::PlaceOf(kIdPreflight);
+  const platform::Rect view = platform::PlaceOf(kViewToolpath);
+  headless::Click(kIdCompareSecond);
+  EXPECT_TRUE(platform::SameRect(platform::PlaceOf(kIdPreflight), key));
+  EXPECT_EQ(Areas().work.bottom, platform::PlaceOf(kIdEditor).bottom);
+  EXPECT_LE(Areas().work.bottom, key.top);
+  headless::Click(kIdCompareSecond);
+  EXPECT_TRUE(platform::SameRect(platform::PlaceOf(kViewToolpath), view));
+}
+
+// A view that is away leaves its width to the output.
+TEST_F(Panels, TheOutputTakesTheWidthOfTheViewInTheSimulator) {
+  SetMode(kModeSimulator);
+  const int before = platform::RectWidth(platform::PlaceOf(kIdOutputLog));
+  headless::Click(kIdCompareSecond);
+  EXPECT_EQ(platform::PlaceOf(kIdOutputLog).right, Areas().work.right);
+  EXPECT_GT(platform::RectWidth(platform::PlaceOf(kIdOutputLog)), before);
+  headless::Click(kIdCompareSecond);
+  EXPECT_EQ(platform::RectWidth(platform::PlaceOf(kIdOutputLog)), before);
 }
 
 TEST_F(Panels, AnEditorPanelLeavesTheGutter) {
