@@ -3,21 +3,17 @@
 #include <algorithm>
 #include <limits>
 
+#include "documents/marker_lines.h"
 #include "library/codetext.h"
 
 namespace morva {
 
 namespace {
 
-constexpr std::u16string_view kText = u"(MORVA TEXT ";
-constexpr std::u16string_view kBegin = u"(MORVA BEGIN ";
-constexpr std::u16string_view kEnd = u"(MORVA END ";
-constexpr std::u16string_view kDisabled = u"(MORVA DISABLED ";
 constexpr std::size_t kNone = std::u16string_view::npos;
 constexpr std::size_t kRoomPerBlock = 1024;
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool IsLineEnd(char16_t c) { return c == u'\r' || c == u'\n'; }
 
 // Behind the integer that a marker bears: blanks and tabs, a sign, digits.
 std::size_t PastNumber(std::u16string_view text, std::size_t at) {
@@ -51,19 +47,21 @@ std::size_t LastFolded(std::u16string_view text, std::u16string_view wanted) {
   return kNone;
 }
 
-std::u16string EndMarker(std::int64_t id) { return std::u16string(kEnd) + IntegerText(id) + u")"; }
+std::u16string EndMarker(std::int64_t id) {
+  return std::u16string(kEndMark) + IntegerText(id) + u")";
+}
 
 // A line of stored code under its new number; false where that code cannot be had.
 bool AppendDisabledLine(std::u16string_view line, StoredCodeCopy copy, void* context,
                         std::u16string& text) {
-  const std::size_t past = PastNumber(line, kDisabled.size());
+  const std::size_t past = PastNumber(line, kDisabledMark.size());
   if (!IsDigit(line[past - 1])) {
     text += line;  // bears no number and stands for no code
     return true;
   }
-  const std::int32_t fresh = copy(context, ParseInteger(line.substr(kDisabled.size()), 0));
+  const std::int32_t fresh = copy(context, ParseInteger(line.substr(kDisabledMark.size()), 0));
   if (fresh < 1) return false;
-  text += kDisabled;
+  text += kDisabledMark;
   text += IntegerText(fresh);
   text += line.substr(past);
   return true;
@@ -74,11 +72,9 @@ bool AppendInside(std::u16string_view inside, StoredCodeCopy copy, void* context
                   std::u16string& text) {
   std::size_t at = 0;
   while (at < inside.size()) {
-    std::size_t next = at;
-    while (next < inside.size() && !IsLineEnd(inside[next])) ++next;
-    while (next < inside.size() && IsLineEnd(inside[next])) ++next;
+    const std::size_t next = SkipLineEnds(inside, LineEndFrom(inside, at));
     const std::u16string_view line = inside.substr(at, next - at);
-    if (at == 0 || !line.starts_with(kDisabled)) {
+    if (at == 0 || !line.starts_with(kDisabledMark)) {
       text += line;
     } else if (!AppendDisabledLine(line, copy, context, text)) {
       return false;
@@ -91,11 +87,11 @@ bool AppendInside(std::u16string_view inside, StoredCodeCopy copy, void* context
 // Between the id of the opening marker and the closing one. False: it has no markers.
 bool InsideOf(std::u16string_view block, std::u16string_view& inside) {
   std::size_t opening = 0;
-  if (block.starts_with(kText)) opening = kText.size();
-  if (block.starts_with(kBegin)) opening = kBegin.size();
+  if (block.starts_with(kTextMark)) opening = kTextMark.size();
+  if (block.starts_with(kBeginMark)) opening = kBeginMark.size();
   if (opening == 0) return false;
   const std::size_t from = PastNumber(block, opening);
-  const std::size_t to = LastFolded(block, kEnd);
+  const std::size_t to = LastFolded(block, kEndMark);
   if (to == kNone || to < from) return false;
   inside = block.substr(from, to - from);
   return true;
@@ -129,7 +125,7 @@ ImportBuild BuildImportText(const ImportSource& source, const bool (&chosen)[kMa
     if (!InsideOf(block, inside)) return ImportBuild::Impossible;
     while (FindFolded(inside, EndMarker(id), 0) != kNone) ++id;
     if (id < 1 || id > std::numeric_limits<std::int32_t>::max()) return ImportBuild::Impossible;
-    built += row.settings.kind == kKindUserCode ? kText : kBegin;
+    built += row.settings.kind == kKindUserCode ? kTextMark : kBeginMark;
     built += IntegerText(id);
     if (!AppendInside(inside, copy, context, built)) return ImportBuild::StoredCodeMissing;
     built += EndMarker(id);

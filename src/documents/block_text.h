@@ -12,9 +12,9 @@
 
 namespace morva {
 
-// The NAME line with its line end, or the empty place where it goes: the line behind the
-// block's first one.
-void FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
+// The NAME line with its line end, or the empty place where it goes: right behind the block's
+// first line. False: the block has no second line, so that no name can stand in it.
+bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                   std::int32_t& to);
 // What the hash of a settings block is over: from just past CODE to the next END marker.
 std::u16string_view GeneratedCode(std::u16string_view text, const FeatureRecord& row);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "documents/marker_lines.h"
 #include "library/codetext.h"
 
 namespace morva {
@@ -16,15 +17,6 @@ using std::size_t;
 constexpr size_t kNone = std::u16string_view::npos;
 constexpr std::int32_t kHighestCountedId = 1999999999;  // ids above do not move the next free id
 
-constexpr std::u16string_view kMarkerHead = u"(MORVA ";
-constexpr std::u16string_view kBeginMark = u"(MORVA BEGIN ";
-constexpr std::u16string_view kTextMark = u"(MORVA TEXT ";
-constexpr std::u16string_view kEndMark = u"(MORVA END ";
-constexpr std::u16string_view kNameMark = u"(MORVA NAME ";
-constexpr std::u16string_view kDataMark = u"(MORVA DATA ";
-constexpr std::u16string_view kCodeMark = u"(MORVA CODE)";
-constexpr std::u16string_view kDisabledMark = u"(MORVA DISABLED ";
-
 // What older generators put above their code. The first four are whole labels.
 constexpr std::u16string_view kLegacyLabels[] = {
     u"(CIRCULAR PATTERN)",
@@ -36,8 +28,6 @@ constexpr std::u16string_view kLegacyLabels[] = {
     u"(SHAPE:",
     u"(WIZARD:",
 };
-
-bool IsLineEnd(char16_t c) { return c == u'\r' || c == u'\n'; }
 
 // First `wanted` at or behind `from`, npos for none. Whole programs pass through here several
 // times an operation, so four units are looked at together.
@@ -58,22 +48,8 @@ size_t FindUnit(std::u16string_view text, char16_t wanted, size_t from) {
   return kNone;
 }
 
-bool StartsAt(std::u16string_view text, size_t at, std::u16string_view marker) {
-  return text.size() - at >= marker.size() && text.substr(at, marker.size()) == marker;
-}
-
 bool StartsFolded(std::u16string_view text, size_t at, std::u16string_view marker) {
   return text.size() - at >= marker.size() && SameFolded(text.substr(at, marker.size()), marker);
-}
-
-size_t LineEndFrom(std::u16string_view text, size_t at) {
-  while (at < text.size() && !IsLineEnd(text[at])) ++at;
-  return at;
-}
-
-size_t SkipLineEnds(std::u16string_view text, size_t at) {
-  while (at < text.size() && IsLineEnd(text[at])) ++at;
-  return at;
 }
 
 std::int32_t IdAfter(std::u16string_view text, size_t at, std::u16string_view marker) {
