@@ -184,12 +184,21 @@ inline constexpr int kIdFindHelp = 3229;        // help of the rules
 inline constexpr int kIdChangeHead = 3230;      // "Change All"
 inline constexpr int kIdChangeHelp = 3231;      // help of PROMPT EACH and DO ALL
 inline constexpr int kIdInlineName = 3240;      // rename box over a feature row
-inline constexpr int kIdImportFirst = 3250;     // import panel, 3250 to 3269
-inline constexpr int kIdImportPreview = 3254;   // the source program
 inline constexpr int kIdIndexDetail = 3300;     // code index panel, 3300 to 3319: "Word"
 inline constexpr int kIdIndexInsertion = 3301;  // "Insertion text"
 inline constexpr int kIdIndexInsert = 3302;     // "INSERT INTO PROGRAM"
 inline constexpr int kIdIndexClear = 3303;      // "CLEAR SEARCH"
+
+// The import of operations, 3250 to 3269.
+inline constexpr int kIdImportHead = 3250;        // "Import operations into the current project"
+inline constexpr int kIdImportPrograms = 3251;    // open programs
+inline constexpr int kIdImportBrowse = 3252;      // "Browse NC file…"
+inline constexpr int kIdImportOperations = 3253;  // operations of the source
+inline constexpr int kIdImportPreview = 3254;     // the source program
+inline constexpr int kIdImportAll = 3255;         // "Select all"
+inline constexpr int kIdImportNone = 3256;        // "Unselect all"
+inline constexpr int kIdImportRun = 3257;         // "Import selected"
+inline constexpr int kIdImportCancel = 3258;      // "Cancel"
 
 // The compare review, 3270 to 3299.
 inline constexpr int kIdReviewHead = 3270;        // "PROGRAMS (Ctrl / Shift)"

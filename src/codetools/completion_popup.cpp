@@ -56,8 +56,6 @@ struct Popup {
 };
 Popup popup;
 
-int ShownEditor() { return app.commandWordsActive ? kIdWordsEditor : kIdEditor; }
-
 int CaretOf(int editor) { return platform::EditorSelection(editor).to; }
 
 std::u16string_view LineOf(int editor, int line) {

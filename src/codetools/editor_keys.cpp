@@ -31,8 +31,6 @@ constexpr int kFirstRowTop = 4;
 constexpr int kRowPitch = 20;  // matches the editor's line height
 constexpr int kRightMargin = 8;
 
-int ShownEditor() { return app.commandWordsActive ? kIdWordsEditor : kIdEditor; }
-
 void Validate(int, int) { ValidateProgram(); }
 void Renumber(int, int) { RenumberProgram(); }
 

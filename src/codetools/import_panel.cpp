@@ -35,21 +35,10 @@ using platform::ControlKind;
 using platform::FontRole;
 using platform::Rect;
 
-enum : int {
-  kIdHead = kIdImportFirst,
-  kIdPrograms,
-  kIdBrowse,
-  kIdOperations,
-  kIdPreview,
-  kIdAll,
-  kIdNone,
-  kIdRun,
-  kIdCancel,
-};
-
 constexpr int kGap = 8;
 constexpr int kHeadHeight = 26;
 constexpr int kKeyHeight = 30;
+constexpr int kRefreshMs = 70;
 constexpr char16_t kNoSource[] = u"(Browse a program file, then select the operations to import.)";
 
 // A tab's index moves when another one closes; serials do not.
@@ -63,22 +52,20 @@ struct ImportState {
 ImportState state;
 ImportSource source;
 
-constexpr platform::ControlSpec kControls[] = {
-    {kIdHead, ControlKind::Label, u"Import operations into the current project", u"",
-     FontRole::Emphasis, platform::kMainWindow, true},
-    {kIdBrowse, ControlKind::PushButton, u"Browse NC file\u2026", u"", FontRole::Small,
-     platform::kMainWindow, true},
-    {kIdAll, ControlKind::PushButton, u"Select all", u"", FontRole::Small, platform::kMainWindow,
-     true},
-    {kIdNone, ControlKind::PushButton, u"Unselect all", u"", FontRole::Small, platform::kMainWindow,
-     true},
-    {kIdRun, ControlKind::PushButton, u"Import selected", u"", FontRole::Small,
-     platform::kMainWindow, true},
-    {kIdCancel, ControlKind::PushButton, u"Cancel", u"", FontRole::Small, platform::kMainWindow,
-     true},
+// In the order of the screen, which the keyboard follows.
+constexpr int kOrder[] = {
+    kIdImportPrograms, kIdImportBrowse, kIdImportOperations, kIdImportPreview,
+    kIdImportAll,      kIdImportNone,   kIdImportRun,        kIdImportCancel,
 };
-constexpr int kOrder[] = {kIdPrograms, kIdBrowse, kIdOperations, kIdPreview,
-                          kIdAll,      kIdNone,   kIdRun,        kIdCancel};
+
+void MakeWords(int id, ControlKind kind, FontRole font, const char16_t* text) {
+  platform::MakeControl({id, kind, text, u"", font, platform::kMainWindow, true});
+}
+
+void MakeKey(int id, const char16_t* text, const char16_t* tip) {
+  MakeWords(id, ControlKind::PushButton, FontRole::Small, text);
+  platform::SetToolTip(id, tip);
+}
 
 void MakeImportList(int id, platform::ListKind kind, const char16_t* name) {
   platform::ListSpec list;
@@ -91,19 +78,29 @@ void MakeImportList(int id, platform::ListKind kind, const char16_t* name) {
   platform::MakeList(list);
 }
 
-void MakeImport() {
-  for (const platform::ControlSpec& spec : kControls) platform::MakeControl(spec);
-  platform::SetColours(kIdHead, {kBrightAccent, kPanelBackground, true});
-  MakeImportList(kIdPrograms, platform::ListKind::Single, u"Open programs");
-  MakeImportList(kIdOperations, platform::ListKind::Multi, u"Operations to import");
+void MakePreview() {
   platform::EditorSpec preview;
-  preview.id = kIdPreview;
+  preview.id = kIdImportPreview;
   preview.accessibleName = u"Preview of the source program";
   preview.text = kEditorText;
   preview.background = kOutputBackground;
   preview.hidden = true;
   preview.readOnly = true;
   platform::MakeEditor(preview);
+}
+
+void MakeImport() {
+  MakeWords(kIdImportHead, ControlKind::Label, FontRole::Emphasis,
+            u"Import operations into the current project");
+  platform::SetColours(kIdImportHead, {kBrightAccent, kPanelBackground, true});
+  MakeImportList(kIdImportPrograms, platform::ListKind::Single, u"Open programs");
+  MakeKey(kIdImportBrowse, u"Browse NC file\u2026", u"Take the operations of a file on disk");
+  MakeImportList(kIdImportOperations, platform::ListKind::Multi, u"Operations to import");
+  MakePreview();
+  MakeKey(kIdImportAll, u"Select all", u"Choose every operation");
+  MakeKey(kIdImportNone, u"Unselect all", u"Choose none");
+  MakeKey(kIdImportRun, u"Import selected", u"Copy the chosen operations into the program");
+  MakeKey(kIdImportCancel, u"Cancel", u"Close without importing");
 }
 
 void Put(int id, const Rect& place) {
@@ -116,16 +113,16 @@ void PlaceImport(const Rect& area) {
   const int foot = area.bottom - kKeyHeight;
   const int middle = area.left + (area.right - area.left) * 2 / 5;
   int top = area.top;
-  Put(kIdHead, {area.left, top, area.right, top + kHeadHeight});
+  Put(kIdImportHead, {area.left, top, area.right, top + kHeadHeight});
   top += kHeadHeight + kGap;
-  Put(kIdPreview, {middle + kGap, top, area.right, foot - kGap});
+  Put(kIdImportPreview, {middle + kGap, top, area.right, foot - kGap});
   const int programs = (foot - top) / 4;
-  Put(kIdPrograms, {area.left, top, middle, top + programs});
+  Put(kIdImportPrograms, {area.left, top, middle, top + programs});
   top += programs + kGap;
-  Put(kIdBrowse, {area.left, top, middle, top + kKeyHeight});
+  Put(kIdImportBrowse, {area.left, top, middle, top + kKeyHeight});
   top += kKeyHeight + kGap;
-  Put(kIdOperations, {area.left, top, middle, foot - kGap});
-  const int keys[] = {kIdAll, kIdNone, kIdRun, kIdCancel};
+  Put(kIdImportOperations, {area.left, top, middle, foot - kGap});
+  const int keys[] = {kIdImportAll, kIdImportNone, kIdImportRun, kIdImportCancel};
   const int width = (area.right - area.left - 3 * kGap) / 4;
   int left = area.left;
   for (const int id : keys) {
@@ -135,7 +132,7 @@ void PlaceImport(const Rect& area) {
 }
 
 void HideImport() {
-  platform::SetVisible(kIdHead, false);
+  platform::SetVisible(kIdImportHead, false);
   for (const int id : kOrder) platform::SetVisible(id, false);
 }
 
@@ -143,45 +140,45 @@ bool ImportShown() { return state.open && app.surface == kSurfaceCode && !app.co
 
 void ColourWordsPreview() {
   static platform::ColourRun runs[kMaxLineRuns];
-  const std::u16string_view text = platform::EditorText(kIdPreview);
+  const std::u16string_view text = platform::EditorText(kIdImportPreview);
   std::size_t at = 0;
   for (int line = 0; at <= text.size(); ++line) {
     const std::size_t end = std::min(text.find(u"\r\n", at), text.size());
     const int count = ColourWordsLine(text.substr(at, end - at), runs, kMaxLineRuns);
-    platform::SetLineRuns(kIdPreview, line, runs, count);
+    platform::SetLineRuns(kIdImportPreview, line, runs, count);
     at = end + 2;
   }
 }
 
 void ShowPreview() {
-  platform::HoldEditorRedraw(kIdPreview, true);
+  platform::HoldEditorRedraw(kIdImportPreview, true);
   const ConvertedText words = app.commandWordsActive ? CodeToWords(source.text) : ConvertedText();
   if (words.units) {
-    platform::SetEditorText(kIdPreview, words.View());
+    platform::SetEditorText(kIdImportPreview, words.View());
     if (words.length <= static_cast<std::size_t>(kMaxColouredUnits)) ColourWordsPreview();
   } else {
-    platform::SetEditorText(kIdPreview, source.text);
-    ColourPane(kIdPreview, source.text);
+    platform::SetEditorText(kIdImportPreview, source.text);
+    ColourPane(kIdImportPreview, source.text);
   }
-  platform::SetEditorSelection(kIdPreview, {0, 0});
-  platform::ScrollCaretIntoView(kIdPreview);
-  platform::HoldEditorRedraw(kIdPreview, false);
+  platform::SetEditorSelection(kIdImportPreview, {0, 0});
+  platform::ScrollCaretIntoView(kIdImportPreview);
+  platform::HoldEditorRedraw(kIdImportPreview, false);
 }
 
 void ChooseAll(bool chosen) {
-  for (int i = 0; i < platform::RowCount(kIdOperations); ++i) {
-    platform::SetRowSelected(kIdOperations, i, chosen);
+  for (int i = 0; i < platform::RowCount(kIdImportOperations); ++i) {
+    platform::SetRowSelected(kIdImportOperations, i, chosen);
   }
 }
 
 void LoadSource(std::u16string_view text) {
   LoadImportSource(text, source);
-  platform::ClearRows(kIdOperations);
+  platform::ClearRows(kIdImportOperations);
   for (int i = 0; i < source.count; ++i) {
     const FeatureRecord& row = source.rows[i];
     std::u16string words = row.name[0] ? row.name : KindWords(row.settings.kind);
     words += u" \u00B7 operation " + IntegerText(i + 1);
-    platform::AddRow(kIdOperations, words, i);
+    platform::AddRow(kIdImportOperations, words, i);
   }
   ChooseAll(true);
   ShowPreview();
@@ -190,6 +187,7 @@ void LoadSource(std::u16string_view text) {
 void LoadTab(std::uint64_t serial) {
   const int index = IndexOfSerial(serial);
   if (index < 0) return;
+  if (index == app.activeTab) SyncActiveTab();
   state.sourceTab = serial;
   LoadSource(tabs[index].text);
 }
@@ -198,8 +196,8 @@ void LoadNothing() {
   state.sourceTab = 0;
   source.count = 0;
   source.text.clear();
-  platform::ClearRows(kIdOperations);
-  platform::SetEditorText(kIdPreview, kNoSource);
+  platform::ClearRows(kIdImportOperations);
+  platform::SetEditorText(kIdImportPreview, kNoSource);
 }
 
 void CloseImport() {
@@ -208,12 +206,12 @@ void CloseImport() {
   platform::SetEnabled(kIdEditor, true);
   RelayPanels();
   RefreshFeatureList();
-  platform::SetFocusTo(app.commandWordsActive ? kIdWordsEditor : kIdEditor);
+  platform::SetFocusTo(ShownEditor());
 }
 
 void OnProgram(int, int) {
-  const int row = platform::SelectedRow(kIdPrograms);
-  if (row >= 0) LoadTab(static_cast<std::uint64_t>(platform::RowData(kIdPrograms, row)));
+  const int row = platform::SelectedRow(kIdImportPrograms);
+  if (row >= 0) LoadTab(static_cast<std::uint64_t>(platform::RowData(kIdImportPrograms, row)));
 }
 
 void OnBrowse(int, int) {
@@ -236,7 +234,7 @@ void OnBrowse(int, int) {
   std::string stored;
   if (ReadWholeFile(path + u".features", stored)) ReadDisabledCode(stored, state.browsedStore);
   state.sourceTab = 0;
-  platform::SelectRow(kIdPrograms, -1);
+  platform::SelectRow(kIdImportPrograms, -1);
   LoadSource(DecodeProgram(bytes));
 }
 
@@ -257,23 +255,38 @@ StoredCode StoredCodeOfSource(ProgramTab& target) {
   return {index < 0 ? nullptr : tabs[index].disabledCode, &target};
 }
 
-// The end of the selected feature, else of the caret's, else the caret; an editor position.
-int InsertPosition(std::u16string_view text, std::int32_t selectedId) {
+// Where the operations go, as an editor position.
+struct InsertPlace {
+  int position = 0;
+  bool splitsLine = false;  // more than blanks follows the feature's end on its line
+};
+
+bool OnlyBlanksFollow(std::u16string_view text, std::int32_t index) {
+  const std::u16string_view rest = text.substr(static_cast<std::size_t>(index));
+  const std::u16string_view line = rest.substr(0, rest.find_first_of(u"\r\n"));
+  return line.find_first_not_of(u" \t") == line.npos;
+}
+
+// The end of the selected feature, else of the caret's, else the caret.
+InsertPlace PlaceForImport(std::u16string_view text, std::int32_t selectedId) {
   int row = selectedId != 0 ? FindFeature(selectedId) : -1;
   const int caret = platform::EditorSelection(kIdEditor).to;
   const std::int32_t at = TextIndexOf(text, caret);
   for (int i = 0; row < 0 && i < features.count; ++i) {
     if (features.rows[i].start <= at && at < features.rows[i].end) row = i;
   }
-  return row < 0 ? caret : MapTextOffset(text, features.rows[row].end);
+  if (row < 0) return {caret, false};
+  const std::int32_t end = features.rows[row].end;
+  return {MapTextOffset(text, end), !OnlyBlanksFollow(text, end)};
 }
 
-// On lines of its own, as one undo step. The words view stands aside meanwhile.
-void InsertOperations(int position, const std::u16string& text) {
+// On lines of its own, as one undo step. The words view stands aside meanwhile. Where a block
+// begins on the line that the one before ends on, that line is broken: blocks never nest.
+void InsertOperations(const InsertPlace& place, const std::u16string& text) {
   const bool words = app.commandWordsActive;
   app.commandWordsActive = false;
-  platform::SetEditorSelection(kIdEditor, {position, position});
-  InsertTextAtCaret(u"\r\n" + text, true);
+  platform::SetEditorSelection(kIdEditor, {place.position, place.position});
+  InsertTextAtCaret(u"\r\n" + text, !place.splitsLine);
   app.commandWordsActive = words;
   if (words) Call(hooks.wordsFromEditor);
 }
@@ -296,24 +309,25 @@ bool AskImport(int, int x, int y) {
 
 void OpenImportPanel() {
   if (!ActiveTab()) return;
+  Call(hooks.leaveCompare);
   SyncActiveTab();
   state.open = true;
   state.targetTab = ActiveSerial();
-  platform::ClearRows(kIdPrograms);
+  platform::ClearRows(kIdImportPrograms);
   for (int i = 0; i < app.tabCount; ++i) {
     if (i == app.activeTab) continue;
-    platform::AddRow(kIdPrograms, tabs[i].title, static_cast<std::int64_t>(tabs[i].serial));
+    platform::AddRow(kIdImportPrograms, tabs[i].title, static_cast<std::int64_t>(tabs[i].serial));
   }
-  if (platform::RowCount(kIdPrograms) > 0) {
-    platform::SelectRow(kIdPrograms, 0);
-    LoadTab(static_cast<std::uint64_t>(platform::RowData(kIdPrograms, 0)));
+  if (platform::RowCount(kIdImportPrograms) > 0) {
+    platform::SelectRow(kIdImportPrograms, 0);
+    LoadTab(static_cast<std::uint64_t>(platform::RowData(kIdImportPrograms, 0)));
   } else {
     LoadNothing();
   }
   platform::SetEnabled(kIdEditor, false);
   if (app.surface != kSurfaceCode) Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
   RelayPanels();
-  platform::SetFocusTo(source.count > 0 ? kIdOperations : kIdBrowse);
+  platform::SetFocusTo(source.count > 0 ? kIdImportOperations : kIdImportBrowse);
 }
 
 bool IsImportOpen() { return state.open; }
@@ -322,15 +336,20 @@ void ImportSelected() {
   ProgramTab* target = ActiveTab();
   if (!target || ActiveSerial() != state.targetTab || source.text.empty()) return;
   const std::int32_t selected = SelectedFeatureId();
+  // The caret is that of the words view while it is on. Its text is not copied back: an import
+  // that is refused leaves the program as it was.
+  const int caret = CaretPosition();
+  if (app.commandWordsActive) platform::SetEditorSelection(kIdEditor, {caret, caret});
   AutoTagBlocks();
   const std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);
   const std::int32_t firstId = NextTableId();
-  const int position = InsertPosition(text, selected);
+  const std::int32_t freeId = features.nextId;
+  const InsertPlace place = PlaceForImport(text, selected);
   bool chosen[kMaxFeatures] = {};
   int count = 0;
   for (int i = 0; i < source.count; ++i) {
-    chosen[i] = platform::IsRowSelected(kIdOperations, i);
+    chosen[i] = platform::IsRowSelected(kIdImportOperations, i);
     count += chosen[i] ? 1 : 0;
   }
   if (count == 0) return;
@@ -340,17 +359,22 @@ void ImportSelected() {
   }
   StoredCode stored = StoredCodeOfSource(*target);
   std::u16string operations;
-  const ImportBuild built =
+  ImportBuild built =
       BuildImportText(source, chosen, firstId, CopyDisabledEntry, &stored, operations);
+  if (built == ImportBuild::Impossible) {
+    // Behind the largest number of all there is none; the scan's own are free as well.
+    built = BuildImportText(source, chosen, freeId, CopyDisabledEntry, &stored, operations);
+  }
   if (built == ImportBuild::StoredCodeMissing) {
     ShowStatus(u"Import stopped: disabled-code companion data is missing. No code was inserted.");
   }
   if (built != ImportBuild::Done) return;
-  InsertOperations(position, operations);
+  InsertOperations(place, operations);
   MarkModified();
   RefreshFeatureList();
   Call(hooks.rebuildToolpath);
   ScheduleAutosave();
+  ArmTextRefresh(kRefreshMs);
   CloseImport();
   ShowStatus(u"Selected operations imported with new operation IDs.");
 }
@@ -367,7 +391,7 @@ void RegisterImportPanel() {
   modes.id = kIdModeList;
   modes.contextMenu = AskImport;
   RegisterHandlers(modes);
-  for (const int id : {kIdPrograms, kIdOperations, kIdPreview}) {
+  for (const int id : kOrder) {
     Handlers keys;
     keys.id = id;
     keys.key = CancelKey;
@@ -376,12 +400,12 @@ void RegisterImportPanel() {
   using platform::kNotifyClick;
   const RouterStage click = RouterStage::Click;
   RegisterCommand(click, kIdImport, kNotifyClick, [](int, int) { OpenImportPanel(); });
-  RegisterCommand(RouterStage::Notified, kIdPrograms, platform::kNotifyListSelect, OnProgram);
-  RegisterCommand(click, kIdBrowse, kNotifyClick, OnBrowse);
-  RegisterCommand(click, kIdAll, kNotifyClick, [](int, int) { ChooseAll(true); });
-  RegisterCommand(click, kIdNone, kNotifyClick, [](int, int) { ChooseAll(false); });
-  RegisterCommand(click, kIdRun, kNotifyClick, [](int, int) { ImportSelected(); });
-  RegisterCommand(click, kIdCancel, kNotifyClick, [](int, int) { CloseImport(); });
+  RegisterCommand(RouterStage::Notified, kIdImportPrograms, platform::kNotifyListSelect, OnProgram);
+  RegisterCommand(click, kIdImportBrowse, kNotifyClick, OnBrowse);
+  RegisterCommand(click, kIdImportAll, kNotifyClick, [](int, int) { ChooseAll(true); });
+  RegisterCommand(click, kIdImportNone, kNotifyClick, [](int, int) { ChooseAll(false); });
+  RegisterCommand(click, kIdImportRun, kNotifyClick, [](int, int) { ImportSelected(); });
+  RegisterCommand(click, kIdImportCancel, kNotifyClick, [](int, int) { CloseImport(); });
 }
 
 void ResetImportPanel() {

@@ -73,6 +73,24 @@ void ShowSelection(std::u16string_view text, const FeatureRecord& row) {
   range.to = AdvanceOffset(map, row.end);
   platform::SetEditorSelection(kIdEditor, range);
   platform::ScrollCaretIntoView(kIdEditor);
+  if (ShownEditor() == kIdEditor) return;
+  // The words view has the code's lines, each with other words.
+  const int first = platform::EditorLineOf(kIdEditor, range.from);
+  const int last = platform::EditorLineOf(kIdEditor, range.to);
+  range.from = platform::EditorLineStart(kIdWordsEditor, first);
+  range.to = platform::EditorLineStart(kIdWordsEditor, last) +
+             platform::EditorLineLength(kIdWordsEditor, last);
+  platform::SetEditorSelection(kIdWordsEditor, range);
+  platform::ScrollCaretIntoView(kIdWordsEditor);
+}
+
+// The compare review stands in the editor's place and goes. The keyboard stays where it is, so
+// that the user can walk on in the list.
+void GoToCode() {
+  if (app.surface == kSurfaceCode && !app.compareActive) return;
+  const int focused = platform::FocusedId();
+  Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
+  platform::SetFocusTo(focused);
 }
 
 // The code of a block as it was generated: what stands behind CODE, or the stored text of an
@@ -125,7 +143,10 @@ void OpenBuilder(std::u16string_view text, int row) {
   editLink.id = id;
   editLink.tab = app.activeTab;
   editLink.original = std::u16string(Span(text, features.rows[row].start, features.rows[row].end));
-  if (!opener(record)) return;
+  if (!opener(record)) {
+    DropEditLink();
+    return;
+  }
   Call(hooks.refreshBuilderKeys);
   ShowFeatureHint(u"Editing existing block. Update replaces it; New unlinks.");
 }
@@ -178,7 +199,7 @@ void SelectFeature() {
   UpdateFeatureCaptions();
   const std::int32_t id = SelectedFeatureId();
   if (id == 0) return;
-  if (app.surface != kSurfaceCode) Call(hooks.setSurface, static_cast<int>(kSurfaceCode));
+  GoToCode();
   const std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);
   const int row = FindFeature(id);
@@ -209,7 +230,7 @@ void EditFeature() {
   const std::int32_t kind = features.rows[row].settings.kind;
   if (kind == kKindUserCode || kind == kKindLegacy) {
     SelectFeature();
-    platform::SetFocusTo(kIdEditor);
+    platform::SetFocusTo(ShownEditor());
     ShowFeatureHint(u"User code: edit the selected block directly. Rename below.");
     return;
   }
@@ -249,7 +270,7 @@ void NewUserFeature() {
   RefreshFeatureList();
   SelectFeatureRow(id);
   UpdateFeatureCaptions();
-  platform::SetFocusTo(kIdEditor);
+  platform::SetFocusTo(ShownEditor());
   ScheduleAutosave();
   ShowStatus(u"New user-code feature reserved here. Paste or type at the cursor.");
 }
@@ -271,7 +292,7 @@ bool RenameFeature(std::u16string_view name) {
   if (row < 0) return false;
   std::int32_t from = 0;
   std::int32_t to = 0;
-  FindNameLine(text, features.rows[row], from, to);
+  if (!FindNameLine(text, features.rows[row], from, to)) return false;
   ReplaceSpan(text, from, to, u"(MORVA NAME " + std::u16string(name) + u")\r\n");
   DropEditLink();
   RefreshFeatureList();

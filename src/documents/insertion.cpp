@@ -33,15 +33,8 @@ struct InsertGuard {
 
 // The caret's line: that of the command words view while it stands in the editor's place.
 int CaretLine() {
-  const bool words = app.commandWordsActive && platform::Exists(kIdWordsEditor);
-  const int id = words ? kIdWordsEditor : kIdEditor;
+  const int id = ShownEditor();
   return platform::EditorLineOf(id, platform::EditorSelection(id).to);
-}
-
-int CaretPosition() {
-  if (app.commandWordsActive && platform::Exists(kIdWordsEditor))
-    return platform::EditorLineStart(kIdEditor, CaretLine());
-  return platform::EditorSelection(kIdEditor).to;
 }
 
 std::u16string_view WithoutLineEnds(std::u16string_view text) {
@@ -195,6 +188,11 @@ bool StoreModel(int kind, std::u16string_view code, FeatureSettings& record) {
 }
 
 }  // namespace
+
+int CaretPosition() {
+  if (ShownEditor() == kIdEditor) return platform::EditorSelection(kIdEditor).to;
+  return platform::EditorLineStart(kIdEditor, CaretLine());
+}
 
 void DropEditLink() {
   editLink = EditLink();

@@ -40,6 +40,10 @@ bool InsertFeatureBlock(int kind, std::u16string_view code);
 // line. Undoable; empty text does nothing.
 void InsertTextAtCaret(std::u16string_view text, bool asBlock);
 
+// The user's caret as a position of the code editor: the start of its line while the command
+// words view is on, where the same lines have other words.
+int CaretPosition();
+
 void ResetInsertion();
 
 }  // namespace morva

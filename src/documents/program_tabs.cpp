@@ -111,6 +111,10 @@ void SwitchTab(int index) {
   Call(hooks.layout);
 }
 
+int ShownEditor() {
+  return app.commandWordsActive && platform::Exists(kIdWordsEditor) ? kIdWordsEditor : kIdEditor;
+}
+
 void SyncActiveTab() {
   ProgramTab* tab = ActiveTab();
   if (!tab || !platform::Exists(kIdEditor)) return;

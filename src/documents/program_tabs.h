@@ -44,6 +44,8 @@ ProgramTab* ActiveTab();
 // open.
 int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title);
 void SwitchTab(int index);
+// The editor that the user sees: the code editor's id, or the command words view's.
+int ShownEditor();
 void SyncActiveTab();
 void StashActiveWorkspace();
 void RestoreWorkspace();

@@ -60,10 +60,11 @@ void FrameWells(Canvas& canvas) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
               focused == kIdEditor || focused == kIdWordsEditor);
   }
-  for (int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdIndexSearch, kIdIndexList,
-                 kIdIndexDetail, kIdIndexInsertion, kIdOutputLog, kIdInfoPanel, kIdHelpText,
-                 kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane,
-                 kIdFindText, kIdReplaceText, kIdRuleList}) {
+  for (int id : {kIdModeList,       kIdFeatureList,     kIdFeatureName,      kIdIndexSearch,
+                 kIdIndexList,      kIdIndexDetail,     kIdIndexInsertion,   kIdOutputLog,
+                 kIdInfoPanel,      kIdHelpText,        kViewToolpath,       kIdReviewPrograms,
+                 kIdReviewLeftPane, kIdReviewRightPane, kIdFindText,         kIdReplaceText,
+                 kIdRuleList,       kIdImportPrograms,  kIdImportOperations, kIdImportPreview}) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }

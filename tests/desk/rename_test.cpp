@@ -94,7 +94,7 @@ TEST_F(Rename, TheImportPanelLiesWholeInTheSmallestWindow) {
   QContextMenuEvent ask(QContextMenuEvent::Keyboard, modes->rect().center(),
                         modes->mapToGlobal(modes->rect().center()));
   QApplication::sendEvent(qobject_cast<QAbstractItemView*>(modes)->viewport(), &ask);
-  const int head = morva::kIdImportFirst;
+  const int head = morva::kIdImportHead;
   ASSERT_TRUE(desk::Until([=]() { return desk::WidgetOf(head)->isVisible(); }));
   for (int id = head; id <= head + 8; ++id) {
     QWidget* widget = desk::WidgetOf(id);

@@ -81,6 +81,32 @@ TEST_F(FeatureOps, GivesANameToABlockThatHasNone) {
   EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME Bore)\r\nG0 X1\r\n(MORVA END 1)");
 }
 
+// An empty line between the two markers does not hide the name from the scan, so it must not
+// hide it from the rename either: a second NAME line would cost the block its settings.
+TEST_F(FeatureOps, RenamesAcrossAnEmptyLineWithoutASecondName) {
+  std::u16string block = SettingsBlockText(1, u"Old", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
+  block.insert(block.find(u"(MORVA NAME"), u"\r\n");
+  Load(block);
+  Select(0);
+  ASSERT_TRUE(RenameFeature(u"New"));
+  EXPECT_EQ(Row(0), u"#1  New");
+  block.replace(block.find(u"Old"), 3, u"New");
+  EXPECT_EQ(Text(), block);
+  ASSERT_EQ(features.count, 1);
+  EXPECT_EQ(features.rows[0].settings.kind, kKindShape);
+}
+
+TEST_F(FeatureOps, GivesNoNameToABlockOfOneLine) {
+  const std::u16string text =
+      u"(MORVA TEXT 1) M8 (MORVA END 1)\r\n(MORVA TEXT 2)\r\nM9\r\n(MORVA END 2)";
+  Load(text);
+  Select(0);
+  headless::TypeInto(kIdFeatureName, u"Bore");
+  headless::Click(kIdFeatureRename);
+  EXPECT_EQ(Text(), text);
+  EXPECT_EQ(Hint(), u"Select an unlocked feature. Use 1-80 plain characters without parentheses.");
+}
+
 TEST_F(FeatureOps, DeletesAfterAQuestionAndUndoBringsTheBlockBack) {
   Load(kTwo);
   Select(0);
@@ -163,14 +189,34 @@ TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {
   EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
 }
 
-TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatDoesNoHarm) {
-  Load(kTwo);
-  Select(1);
+TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatIsSavedAndDoesNoHarm) {
+  WriteFile("part.NC", "G0 X1\r\n");
+  Open("part.NC");
+  headless::Advance(900);
+  const std::u16string before = Text();
+  const auto included = [&] {
+    return platform::TextOf(kIdFeatureInclude) == u"Include code: ON" && Text() == before;
+  };
+  Select(0);
   headless::Click(kIdFeatureInclude);
   headless::EditorUndo(kIdEditor);
-  EXPECT_EQ(Text(), kTwo);
-  ASSERT_NE(tabs[app.activeTab].disabledCode, nullptr);
-  EXPECT_EQ(tabs[app.activeTab].disabledCode->text, u"G1 X2\r\n");
+  EXPECT_EQ(Text(), before);
+  ASSERT_NE(ActiveTab()->disabledCode, nullptr);
+  EXPECT_EQ(ActiveTab()->disabledCode->text, u"G0 X1\r\n");
+  headless::Advance(900);
+  // Magic, a count of one, id 1, seven units: "G0 X1" and its line end.
+  const std::string stored("MVC1\1\0\0\0\1\0\0\0\7\0\0\0G\0000\0 \0X\0001\0\r\0\n\0", 30);
+  EXPECT_EQ(ReadFile("part.NC.features"), stored);
+  headless::Click(kIdClose);
+  Open("part.NC");
+  headless::Advance(900);
+  Select(0);
+  EXPECT_TRUE(included());
+  // The next exclusion has a number of its own and finds its own code again.
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"(MORVA DISABLED 2)\r\n"), std::u16string::npos);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_TRUE(included());
 }
 
 TEST_F(FeatureOps, TellsOfMissingStorageAfterTheCompanionIsGone) {
@@ -195,13 +241,25 @@ TEST_F(FeatureOps, TellsOfMissingStorageAfterTheCompanionIsGone) {
 
 TEST_F(FeatureOps, RefusesToEditCopiedBlocksButStillSelectsRenamesAndDeletesTheFirst) {
   const std::u16string block = SettingsBlockText(4, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
-  Load(block + u"\r\n" + block + u"\r\n");
-  ASSERT_EQ(platform::RowCount(kIdFeatureList), 2);
-  Select(1);
-  headless::DoubleClickRow(kIdFeatureList, 1);
-  EXPECT_EQ(Hint(), u"Duplicate IDs: edit copied blocks as text.");
-  EXPECT_TRUE(RenameFeature(u"Copy"));
-  EXPECT_EQ(Row(0), u"#1  Copy");
+  const std::u16string both = block + u"\r\n" + block + u"\r\n";
+  for (const int row : {0, 1}) {
+    Load(both);
+    ASSERT_EQ(platform::RowCount(kIdFeatureList), 2);
+    Select(row);
+    EXPECT_EQ(Hint(), u"Selected block. Edit Settings reopens its builder.");
+    EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 0);
+    headless::DoubleClickRow(kIdFeatureList, row);
+    EXPECT_EQ(Hint(), u"Duplicate IDs: edit copied blocks as text.");
+    // Inclusion wants exactly one block with the number and says nothing.
+    headless::Click(kIdFeatureInclude);
+    EXPECT_EQ(Text(), both);
+    EXPECT_TRUE(RenameFeature(u"Copy"));
+    EXPECT_EQ(Row(0), u"#1  Copy");
+    EXPECT_EQ(Row(1), u"#2  Shape");
+    headless::QueueAnswer(platform::BoxAnswer::Yes);
+    headless::Click(kIdFeatureDelete);
+    EXPECT_EQ(Text(), u"\r\n" + block + u"\r\n");
+  }
 }
 
 TEST_F(FeatureOps, EditsUserCodeInPlace) {
@@ -249,6 +307,53 @@ TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
   EXPECT_TRUE(opened.empty());
 }
 
+// An excluded block without its stored code counts as edited: nobody knows what it was.
+TEST_F(FeatureOps, RefusesAnExcludedBlockWhoseStoredCodeIsMissing) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  Load(SettingsBlockText(1, u"", SlotSettings(u""), u"(MORVA DISABLED 9)\r\n"));
+  Select(0);
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureEdit);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Shape has manual changes");
+  EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(FeatureOps, ABuilderThatDoesNotOpenLeavesNoBlockUnderEdit) {
+  SetBuilderOpener(kKindShape, [](const FeatureSettings&) { return false; });
+  Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n"));
+  Select(0);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(editLink.tab, -1);
+}
+
+TEST_F(FeatureOps, EveryOperationDropsTheBlockUnderEdit) {
+  SetBuilderOpener(kKindShape, Opener);
+  const std::u16string block = SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
+  const auto underEdit = [&] {
+    Load(block);
+    Select(0);
+    headless::Click(kIdFeatureEdit);
+    return editLink.kind == kKindShape;
+  };
+  ASSERT_TRUE(underEdit());
+  RenameFeature(u"Other");
+  EXPECT_EQ(editLink.kind, 0);
+  ASSERT_TRUE(underEdit());
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(editLink.kind, 0);
+  ASSERT_TRUE(underEdit());
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(editLink.kind, 0);
+  ASSERT_TRUE(underEdit());
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(editLink.kind, 0);
+}
+
 TEST_F(FeatureOps, ReopensAnExcludedBlockByItsStoredCode) {
   opened.clear();
   SetBuilderOpener(kKindShape, Opener);
@@ -284,9 +389,100 @@ TEST_F(FeatureOps, RefusesToEditALockedBlockAndLeavesTheRestFree) {
   EXPECT_EQ(Hint(), u"Feature settings are locked. Right-click to unlock.");
   headless::Click(kIdFeatureHide);
   EXPECT_EQ(Row(0), u"#1  First [hidden] [locked]");
+  Select(1);
+  Select(0);
+  EXPECT_EQ(Hint(), u"Selected block. Edit Settings reopens its builder.");
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 0);
   headless::EditorSelect(kIdEditor, 0, 0);
   headless::EditorInsert(kIdEditor, u" ");
   EXPECT_EQ(Text()[0], u' ');
+}
+
+// The row's place of every bad thing in the text: the words are told and the text stays.
+TEST_F(FeatureOps, ADamagedBlockIsListedAsUserCodeWithItsMarkersInside) {
+  std::u16string block = SettingsBlockText(6, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
+  block.replace(block.find(u"(MORVA DATA ") + 12, 1, u"x");
+  Load(block);
+  ASSERT_EQ(platform::RowCount(kIdFeatureList), 1);
+  EXPECT_EQ(Row(0), u"#1  User code");
+  EXPECT_EQ(Text(), u"(MORVA TEXT 7)\r\n(MORVA NAME User code)\r\n" + block + u"\r\n(MORVA END 7)");
+  Select(0);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(Hint(), u"User code: edit the selected block directly. Rename below.");
+}
+
+TEST_F(FeatureOps, SayWhenThereAreMoreSectionsThanTheListHolds) {
+  std::u16string text;
+  for (int i = 0; i < 129; ++i) {
+    const std::string digits = std::to_string(i + 1);
+    const std::u16string id(digits.begin(), digits.end());
+    text += u"(MORVA TEXT " + id + u")\r\nM8\r\n(MORVA END " + id + u")\r\n";
+  }
+  Load(text);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 128);
+  EXPECT_EQ(Hint(), u"Feature browser limit: 128 sections. Split this program to index more.");
+  EXPECT_EQ(Text(), text);
+}
+
+TEST_F(FeatureOps, SelectingARowLeavesTheReviewAndKeepsTheKeyboardInTheList) {
+  Load(kTwo);
+  headless::Click(kIdCompareSecond);
+  ASSERT_TRUE(app.compareActive);
+  ASSERT_TRUE(headless::Focus(kIdFeatureList));
+  platform::KeyEvent down;
+  down.key = platform::kKeyDown;
+  headless::PressKey(down);
+  EXPECT_FALSE(app.compareActive);
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_EQ(platform::FocusedId(), kIdFeatureList);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).to, 15 + 19 + 6 + 13);
+}
+
+// The words view has the same lines; what is selected there is the block's.
+TEST_F(FeatureOps, SelectsAndEditsInTheCommandWordsView) {
+  Load(kTwo);
+  headless::Click(kIdCommandWords);
+  headless::Focus(kIdFeatureList);
+  Select(1);
+  const platform::EditorRange range = platform::EditorSelection(kIdWordsEditor);
+  EXPECT_EQ(platform::EditorLineOf(kIdWordsEditor, range.from), 4);
+  EXPECT_EQ(platform::EditorLineStart(kIdWordsEditor, 4), range.from);
+  EXPECT_EQ(platform::EditorLineOf(kIdWordsEditor, range.to), 7);
+  EXPECT_EQ(range.to, platform::EditorLineStart(kIdWordsEditor, 7) + 13);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
+}
+
+TEST_F(FeatureOps, ReservesANewBlockInTheCommandWordsViewWithTheCaretInside) {
+  Load(kTwo);
+  headless::Click(kIdCommandWords);
+  Select(0);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
+  // Four lines of the first block, the marker and its name lie before it.
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  EXPECT_EQ(platform::EditorLineOf(kIdWordsEditor, caret), 6);
+  headless::EditorInsert(kIdWordsEditor, u"M8");
+  EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 3)"), std::u16string::npos);
+}
+
+TEST_F(FeatureOps, ReservesANewBlockBehindTheCaretsOneOrAtTheCaret) {
+  Load(kTwo);
+  platform::SelectRow(kIdFeatureList, -1);
+  headless::EditorSelect(kIdEditor, 20, 20);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text().find(u"(MORVA TEXT 3)"), Text().find(u"(MORVA END 1)") + 15);
+  const std::u16string apart =
+      u"(MORVA TEXT 1)\r\nM8\r\n(MORVA END 1)\r\n\r\n\r\n(MORVA TEXT 2)\r\nM9\r\n(MORVA END 2)";
+  Load(apart);
+  platform::SelectRow(kIdFeatureList, -1);
+  // 15 + 3 + 14 positions are the first block with its line end, then one empty line.
+  headless::EditorSelect(kIdEditor, 33, 33);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text(),
+            u"(MORVA TEXT 1)\r\nM8\r\n(MORVA END 1)\r\n\r\n"
+            u"\r\n(MORVA TEXT 3)\r\n(MORVA NAME User code)\r\n\r\n(MORVA END 3)\r\n"
+            u"\r\n(MORVA TEXT 2)\r\nM9\r\n(MORVA END 2)");
 }
 
 TEST_F(FeatureOps, HidingABlockTakesItOutOfThePath) {

@@ -14,14 +14,14 @@
 namespace morva {
 namespace {
 
-constexpr int kPrograms = kIdImportFirst + 1;
-constexpr int kBrowse = kIdImportFirst + 2;
-constexpr int kOperations = kIdImportFirst + 3;
-constexpr int kPreview = kIdImportFirst + 4;
-constexpr int kAll = kIdImportFirst + 5;
-constexpr int kNone = kIdImportFirst + 6;
-constexpr int kRun = kIdImportFirst + 7;
-constexpr int kCancel = kIdImportFirst + 8;
+constexpr int kPrograms = kIdImportPrograms;
+constexpr int kBrowse = kIdImportBrowse;
+constexpr int kOperations = kIdImportOperations;
+constexpr int kPreview = kIdImportPreview;
+constexpr int kAll = kIdImportAll;
+constexpr int kNone = kIdImportNone;
+constexpr int kRun = kIdImportRun;
+constexpr int kCancel = kIdImportCancel;
 
 constexpr char16_t kDone[] = u"Selected operations imported with new operation IDs.";
 constexpr char16_t kStopped[] =
@@ -71,7 +71,7 @@ TEST_F(Import, OpensFromTheModeListWithEveryProgramButTheTarget) {
   ASSERT_EQ(menus.size(), 1u);
   ASSERT_EQ(menus[0].items.size(), 1u);
   EXPECT_EQ(menus[0].items[0].text, u"Import operations into this project");
-  EXPECT_EQ(platform::TextOf(kIdImportFirst), u"Import operations into the current project");
+  EXPECT_EQ(platform::TextOf(kIdImportHead), u"Import operations into the current project");
   ASSERT_EQ(platform::RowCount(kPrograms), 1);
   EXPECT_EQ(platform::RowText(kPrograms, 0), u"Untitled-1.NC");
   ASSERT_EQ(platform::RowCount(kOperations), 2);
@@ -304,6 +304,88 @@ TEST_F(Import, EscapeInTheListCancels) {
   headless::PressKey(key);
   EXPECT_FALSE(IsImportOpen());
   EXPECT_EQ(Text(), kTarget);
+}
+
+TEST_F(Import, LeavesTheReviewThatStandsInItsPlace) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  headless::Click(kIdCompareSecond);
+  ASSERT_TRUE(app.compareActive);
+  OpenPanel();
+  EXPECT_FALSE(app.compareActive);
+  EXPECT_TRUE(platform::IsVisible(kOperations));
+  EXPECT_EQ(platform::FocusedId(), kOperations);
+}
+
+TEST_F(Import, EscapeCancelsWhereverTheKeyboardIs) {
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
+  for (int id = kPrograms; id <= kCancel; ++id) {
+    OpenPanel();
+    ASSERT_TRUE(headless::Focus(id)) << id;
+    platform::KeyEvent key;
+    key.key = platform::kKeyEscape;
+    headless::PressKey(key);
+    EXPECT_FALSE(IsImportOpen()) << id;
+  }
+}
+
+// Two blocks on one line: the import goes between them, never into the second.
+TEST_F(Import, BreaksALineOnWhichTheNextBlockBegins) {
+  const std::u16string next = Block(2, u"Last", u"M9");
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget.substr(0, kTarget.size() - 2) + next);
+  headless::SelectRows(kIdFeatureList, {0});
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1") + next);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 3);
+}
+
+TEST_F(Import, GoesToTheCaretOfTheCommandWordsView) {
+  const std::u16string target = kTarget + Block(2, u"Last", u"M9");
+  TwoPrograms(Block(1, u"Face", u"G1 X1"), target);
+  headless::EditorSelect(kIdEditor, platform::EditorLength(kIdEditor), 0);
+  headless::Click(kIdCommandWords);
+  platform::SelectRow(kIdFeatureList, -1);
+  headless::EditorSelect(kIdWordsEditor, 3, 3);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1") + Block(2, u"Last", u"M9"));
+}
+
+// Refused: not even what the words view would write otherwise changes.
+TEST_F(Import, ARefusalUnderTheCommandWordsViewChangesNothing) {
+  TwoPrograms(Block(1, u"Face", u"(MORVA DISABLED 1)"), kTarget);
+  headless::Click(kIdCommandWords);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kStopped);
+  EXPECT_EQ(Text(), kTarget);
+}
+
+// Behind 2,147,483,647 there is no number; the scan's own free ones follow the largest that
+// counts, which is at most 1,999,999,999.
+TEST_F(Import, FindsNumbersWhereTheTargetHasTheLargestOfAll) {
+  const std::u16string target = Block(2147483646, u"Own", u"G0 X1");
+  TwoPrograms(Block(1, u"Face", u"G1 X1") + Block(2, u"Bore", u"G1 X2"), target);
+  headless::SelectRows(kIdFeatureList, {0});
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_EQ(Text(), target + Block(1, u"Face", u"G1 X1") + Block(2, u"Bore", u"G1 X2"));
+}
+
+TEST_F(Import, IsUndoneInOneStepAndSavedByItself) {
+  WriteFile("part.NC", "(MORVA TEXT 4)\r\nM8\r\n(MORVA END 4)\r\n");
+  Open("part.NC");
+  headless::Advance(900);
+  const std::u16string before = Text();
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 2);
+  headless::Advance(900);
+  EXPECT_NE(ReadFile("part.NC").find("(MORVA TEXT 5)"), std::string::npos);
+  EXPECT_FALSE(app.editorDirty);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), before);
 }
 
 std::int32_t NoCopy(void*, std::int32_t) { return 0; }

@@ -110,10 +110,10 @@ TEST_F(Panels, NothingLiesOverAnotherWithAnyOfThemShown) {
           headless::Click(kIdCompareSecond);
           headless::Click(kIdCommandWords);
           RouteCommand(kIdImport, 0);
-          EXPECT_TRUE(platform::IsVisible(kIdImportFirst));
+          EXPECT_TRUE(platform::IsVisible(kIdImportHead));
           EXPECT_TRUE(platform::IsVisible(kIdRenumber));
           ExpectNothingOverAnother("the import panel");
-          headless::Click(kIdImportFirst + 8);
+          headless::Click(kIdImportCancel);
           ASSERT_TRUE(platform::IsVisible(kIdEditor));
         }
       }
