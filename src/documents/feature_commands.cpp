@@ -98,7 +98,6 @@ void RegisterFeatureCommands() {
   RegisterCommand(RouterStage::FeatureSelect, kIdFeatureList, platform::kNotifyListSelect,
                   OnSelect);
   RegisterCommand(RouterStage::FeatureEdit, kIdFeatureEdit, kNotifyClick, OnEdit);
-  RegisterCommand(RouterStage::FeatureEdit, kIdFeatureList, platform::kNotifyListDouble, OnEdit);
   RegisterCommand(RouterStage::FeatureSwitch, kIdFeatureLock, kNotifyClick, OnLockKey);
   RegisterCommand(RouterStage::FeatureSwitch, kIdFeatureHide, kNotifyClick, OnHideKey);
   RegisterCommand(RouterStage::FeatureKeys, kIdFeatureDelete, kNotifyClick, OnDelete);

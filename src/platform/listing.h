@@ -1,7 +1,9 @@
 // List boxes and combos: rows of text with a number behind each.
 //
 // Rows count from 0. Selecting from here sends no notification; the user's selecting sends
-// kNotifyListSelect, kNotifyListDouble or kNotifyComboSelect. List rows are drawn by the
+// kNotifyListSelect, kNotifyListDouble or kNotifyComboSelect; the user's scrolling of a list
+// sends kNotifyVScroll. A double click is told to the list that took its first press, also when
+// something else lies over the row by the second. List rows are drawn by the
 // application through Events::drawItem when `ownerDrawn` is set.
 #pragma once
 

@@ -7,6 +7,7 @@
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
+#include "app/router.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
@@ -30,18 +31,35 @@ struct Rename {
 };
 Rename box;
 
+// What a row's place stands for under the pointer.
+enum class Spot { Name, Eye, Lock };
+Spot lastSpot = Spot::Name;  // of the last click, for the second one of a double click
+
 bool IsLocked(std::int32_t id) {
   const ProgramTab* tab = ActiveTab();
   return tab && IdListHolds(tab->lockedIds, id);
 }
 
-// Over the name part of the row; the two icons stay in sight. False: the row is out of view.
-bool PlaceBox() {
-  const int row = platform::SelectedRow(kIdFeatureList);
+// The row that the name belongs to: rows come and go in a refresh, and playback moves the
+// selection. Of two copies the selected one.
+int RowOfBox() {
+  const int selected = platform::SelectedRow(kIdFeatureList);
+  if (selected >= 0 && platform::RowData(kIdFeatureList, selected) == box.id) return selected;
+  const int count = platform::RowCount(kIdFeatureList);
+  for (int row = 0; row < count; ++row) {
+    if (platform::RowData(kIdFeatureList, row) == box.id) return row;
+  }
+  return -1;
+}
+
+// Over the name part of the row; the two icons stay in sight. False: the row is not wholly in
+// view.
+bool PlaceBox(int row) {
   if (row < 0 || !platform::IsVisible(kIdFeatureList)) return false;
   const platform::Rect at = platform::RowPlace(kIdFeatureList, row);
   if (platform::RectHeight(at) <= 0 || platform::RectWidth(at) <= 2 * kHotSpot) return false;
   const platform::Rect list = platform::PlaceInMainWindow(kIdFeatureList);
+  if (at.top < 0 || list.top + at.bottom > list.bottom) return false;
   platform::SetPlace(kIdInlineName, {list.left + at.left, list.top + at.top,
                                      list.left + at.right - 2 * kHotSpot, list.top + at.bottom});
   return true;
@@ -82,6 +100,7 @@ void BoxFocus(bool gained) {
 }
 
 bool ListKey(const platform::KeyEvent& key) {
+  lastSpot = Spot::Name;
   if (key.ctrl || key.alt || key.shift) return false;
   if (key.key == platform::kKeyF1 + 1) {
     StartInlineRename();
@@ -94,16 +113,19 @@ bool ListKey(const platform::KeyEvent& key) {
   return false;
 }
 
+void Toggle(Spot spot) {
+  if (spot == Spot::Lock) ToggleFeatureLock();
+  if (spot == Spot::Eye) ToggleFeatureHide();
+}
+
 void ListClick(int row, int x, int) {
   if (row < 0 || row != platform::SelectedRow(kIdFeatureList)) return;
   const int right = platform::RowPlace(kIdFeatureList, row).right;
-  if (x >= right - kHotSpot) {
-    ToggleFeatureLock();
-  } else if (x >= right - 2 * kHotSpot) {
-    ToggleFeatureHide();
-  } else {
-    StartInlineRename();
-  }
+  lastSpot = Spot::Name;
+  if (x >= right - 2 * kHotSpot) lastSpot = Spot::Eye;
+  if (x >= right - kHotSpot) lastSpot = Spot::Lock;
+  if (lastSpot == Spot::Name) return StartInlineRename();
+  Toggle(lastSpot);
 }
 
 void MakeBox() {
@@ -117,17 +139,32 @@ void MakeBox() {
   platform::SetColours(kIdInlineName, {kMainText, kOutputBackground, false});
 }
 
-// Comes with every layout, also while the box stands open.
-void FollowRow() {
-  if (box.open && !PlaceBox()) FinishRename(true, false);
+// On the name the first click of the two began a rename, and together they ask for the builder.
+// On an icon they are two clicks.
+void ListDouble(int, int) {
+  if (lastSpot != Spot::Name) return Toggle(lastSpot);
+  FinishRename(false, true);
+  EditFeature();
 }
 
+void ListScrolled(int, int) { FollowRenamedRow(); }
+
 }  // namespace
+
+// Also comes with every layout.
+void FollowRenamedRow() {
+  if (box.open && !PlaceBox(RowOfBox())) {
+    FinishRename(true, platform::FocusedId() == kIdInlineName);
+  }
+}
 
 void StartInlineRename() {
   FinishRename(true, false);
   const std::int32_t id = SelectedFeatureId();
-  if (id == 0 || IsLocked(id) || !PlaceBox()) return;
+  if (id == 0 || IsLocked(id)) return;
+  const int row = platform::SelectedRow(kIdFeatureList);
+  platform::SelectRow(kIdFeatureList, row);  // wholly into view
+  if (!PlaceBox(row)) return;
   // The captions show the name of the selected block, or its kind's words.
   UpdateFeatureCaptions();
   platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kNameMost));
@@ -148,7 +185,7 @@ void RegisterInlineRename() {
   Panel panel;
   panel.active = [] { return false; };
   panel.make = MakeBox;
-  panel.hide = FollowRow;
+  panel.hide = FollowRenamedRow;
   RegisterPanel(panel);
   Handlers list;
   list.id = kIdFeatureList;
@@ -160,8 +197,14 @@ void RegisterInlineRename() {
   name.key = BoxKey;
   name.focusChanged = BoxFocus;
   RegisterHandlers(name);
+  RegisterCommand(RouterStage::FeatureEdit, kIdFeatureList, platform::kNotifyListDouble,
+                  ListDouble);
+  RegisterCommand(RouterStage::Notified, kIdFeatureList, platform::kNotifyVScroll, ListScrolled);
 }
 
-void ResetInlineRename() { box = Rename(); }
+void ResetInlineRename() {
+  box = Rename();
+  lastSpot = Spot::Name;
+}
 
 }  // namespace morva

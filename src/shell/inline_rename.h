@@ -9,6 +9,8 @@ namespace morva {
 // The name box over the selected row; nothing without a selected row or for a locked feature.
 void StartInlineRename();
 bool IsInlineRenaming();
+// The box goes where its row went; a row out of view takes the name as it stands.
+void FollowRenamedRow();
 
 void RegisterInlineRename();
 void ResetInlineRename();

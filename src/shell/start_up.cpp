@@ -137,6 +137,7 @@ void OnTimer(int window, int timer) {
   RefreshKeyStates();
   // Markers and autosaves come by timer and change what the panel tells.
   if (timer == kTimerText || timer == kTimerAutosave) WriteProgramInformation();
+  if (timer == kTimerText) FollowRenamedRow();
 }
 
 void OnPosted(std::uint32_t message, std::uint64_t first, std::uint64_t second) {

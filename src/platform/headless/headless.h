@@ -32,6 +32,7 @@ bool TypeInto(int id, std::u16string_view text);  // replaces an edit's text, wi
 bool SelectRows(int id, const std::vector<int>& rows);
 bool DoubleClickRow(int id, int row);
 bool ClickInRow(int id, int row, int x);  // a left click at x pixels of a list row
+bool WheelRows(int id, int rows);         // the wheel over a list, down where positive
 bool ContextMenu(int id, int row);        // right click on a control or row
 bool Focus(int id);
 bool PressKey(const platform::KeyEvent& key);         // to whatever has the keyboard

@@ -198,6 +198,15 @@ bool EditorInsert(int id, std::u16string_view text) {
 
 bool ClickInRow(int id, int row, int x) { return ClickRow(id, row, x); }
 
+bool WheelRows(int id, int rows) {
+  const Item* item = Find(id);
+  if (!item || !IsListItem(*item) || !CanBeUsed(id)) return false;
+  const int before = platform::TopRow(id);
+  platform::SetTopRow(id, before + rows);
+  if (platform::TopRow(id) != before) SendCommand(id, platform::kNotifyVScroll);
+  return true;
+}
+
 bool DoubleClickRow(int id, int row) {
   if (!ClickRow(id, row, 0)) return false;
   if (Find(id)) SendCommand(id, platform::kNotifyListDouble);

@@ -1,11 +1,14 @@
 // Push buttons, check boxes, labels, edit lines, multi-line edits and logs.
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -114,6 +117,21 @@ class EditLineWidget : public PlacedWidget<QLineEdit> {
       if (Quiet::depth == 0) SendCommand(Id(), kNotifyEditChange);
     });
   }
+
+ protected:
+  void showEvent(QShowEvent* event) override {
+    shown_.start();
+    PlacedWidget<QLineEdit>::showEvent(event);
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    // An edit that came up between the two clicks of a double click did not get the first one.
+    const bool between = shown_.isValid() && shown_.elapsed() < QApplication::doubleClickInterval();
+    if (between && DoubleClickBelow(event->globalPosition().toPoint())) return;
+    PlacedWidget<QLineEdit>::mouseDoubleClickEvent(event);
+  }
+
+ private:
+  QElapsedTimer shown_;
 };
 
 class TextArea : public PlacedWidget<QPlainTextEdit> {

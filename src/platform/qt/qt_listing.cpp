@@ -4,6 +4,7 @@
 #include <QAbstractListModel>
 #include <QComboBox>
 #include <QListView>
+#include <QPointer>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
@@ -98,6 +99,9 @@ class RowDelegate : public QAbstractItemDelegate {
   bool ownerDrawn_;
 };
 
+class ListBox;
+QPointer<ListBox> lastPressed;  // the list that took the last press of the left button
+
 class ListBox : public PlacedWidget<QListView> {
  public:
   ListBox(const ListSpec& spec, QWidget* parent)
@@ -118,6 +122,15 @@ class ListBox : public PlacedWidget<QListView> {
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
       if (Quiet::depth == 0 && !pressing_) SendCommand(Id(), kNotifyListSelect);
     });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+      if (Quiet::depth == 0) SendCommand(Id(), kNotifyVScroll);
+    });
+  }
+  // Whether the point of the screen lies on the row that the last press chose.
+  bool IsOnPressedRow(const QPoint& screen) const {
+    const QPoint at = viewport()->mapFromGlobal(screen);
+    return isVisible() && viewport()->rect().contains(at) && indexAt(at).isValid() &&
+           indexAt(at) == currentIndex();
   }
   RowModel* Rows() { return model_; }
   // Rows that came or went since the last painting have their places.
@@ -137,6 +150,7 @@ class ListBox : public PlacedWidget<QListView> {
     if (event->button() != Qt::LeftButton) return;
     const QPointer<QWidget> self(this);
     const bool row = indexAt(event->pos()).isValid();
+    lastPressed = this;
     pressing_ = true;
     QListView::mousePressEvent(event);
     pressing_ = false;
@@ -257,6 +271,12 @@ bool HasRow(int id, int row) { return row >= 0 && row < RowCount(id); }
 std::size_t At(int row) { return static_cast<std::size_t>(row); }
 
 }  // namespace
+
+bool DoubleClickBelow(const QPoint& screen) {
+  if (lastPressed.isNull() || !lastPressed->IsOnPressedRow(screen)) return false;
+  SendCommand(lastPressed->Id(), kNotifyListDouble);
+  return true;
+}
 
 bool MakeList(const ListSpec& spec) {
   QWidget* parent = ParentWidget(spec.parent);
@@ -390,6 +410,7 @@ int TopRow(int id) {
 void SetTopRow(int id, int row) {
   ListBox* box = BoxOf(id);
   if (box == nullptr) return;
+  const Quiet quiet;
   box->PlaceRows();
   box->verticalScrollBar()->setValue(row);
 }

@@ -2,7 +2,9 @@
 
 #include "shell/inline_rename.h"
 
+#include "app/router.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
 #include "support/workbench.h"
@@ -170,6 +172,106 @@ TEST_F(InlineRename, EnterInTheListEditsTheFeature) {
   Press(platform::kKeyEnter);
   EXPECT_EQ(platform::TextOf(kIdFeatureHint),
             u"User code: edit the selected block directly. Rename below.");
+}
+
+// The settings of a slot whose code is unchanged, so that its builder may open.
+std::u16string SlotBlock(int id) {
+  const std::u16string code = u"G1 X1\r\n";
+  FeatureSettings record;
+  record.version = 3;
+  record.kind = kKindShape;
+  record.a = 6;
+  record.codeHash = CodeHash(code);
+  return SettingsBlockText(id, u"Slot", record, code);
+}
+
+TEST_F(InlineRename, ADoubleClickOnTheNameOpensTheBuilderAndRenamesNothing) {
+  static int opened;
+  opened = 0;
+  SetBuilderOpener(kKindShape, [](const FeatureSettings&) { return ++opened > 0; });
+  const std::u16string text = SlotBlock(1);
+  headless::EditorSetAll(kIdEditor, text);
+  headless::Advance(1000);
+  ASSERT_TRUE(headless::DoubleClickRow(kIdFeatureList, 0));
+  EXPECT_EQ(opened, 1);
+  EXPECT_FALSE(BoxShows());
+  EXPECT_FALSE(IsInlineRenaming());
+  EXPECT_EQ(Text(), text);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint),
+            u"Editing existing block. Update replaces it; New unlinks.");
+}
+
+// Two quick clicks on an icon are two clicks; the builder opens from the name, or by Enter.
+TEST_F(InlineRename, ADoubleClickOnAnIconTogglesTwice) {
+  headless::TakeBoxes();
+  for (const int pixels : {17, 50}) {
+    ClickFromRight(1, pixels);
+    EXPECT_NE(Row(1), u"#2  Second");
+    const std::u16string before = platform::TextOf(kIdFeatureHint);
+    RouteCommand(kIdFeatureList, platform::kNotifyListDouble);
+    EXPECT_EQ(Row(1), u"#2  Second");
+    EXPECT_EQ(platform::TextOf(kIdFeatureHint), before);
+  }
+  headless::Focus(kIdFeatureList);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint),
+            u"User code: edit the selected block directly. Rename below.");
+}
+
+// Thirty blocks of four lines; the list shows fewer rows.
+void LoadThirty() {
+  std::u16string text;
+  for (int i = 1; i <= 30; ++i) {
+    const std::string digits = std::to_string(i);
+    const std::u16string id(digits.begin(), digits.end());
+    text += u"(MORVA TEXT " + id + u")\r\n(MORVA NAME Block " + id + u")\r\nM8\r\n(MORVA END " +
+            id + u")\r\n";
+  }
+  headless::EditorSetAll(kIdEditor, text);
+  headless::Advance(1000);
+  ASSERT_EQ(platform::RowCount(kIdFeatureList), 30);
+}
+
+TEST_F(InlineRename, TheBoxFollowsTheWheel) {
+  LoadThirty();
+  ClickFromRight(4, 100);
+  const int before = platform::PlaceOf(kIdInlineName).top;
+  ASSERT_TRUE(headless::WheelRows(kIdFeatureList, 3));
+  EXPECT_TRUE(BoxShows());
+  EXPECT_EQ(platform::PlaceOf(kIdInlineName).top, before - 3 * 24);
+  EXPECT_EQ(platform::FocusedId(), kIdInlineName);
+}
+
+TEST_F(InlineRename, ARowThatIsScrolledOutOfViewTakesItsNameAlong) {
+  LoadThirty();
+  ClickFromRight(1, 100);
+  headless::TypeInto(kIdInlineName, u"Gone");
+  ASSERT_TRUE(headless::WheelRows(kIdFeatureList, 3));
+  EXPECT_FALSE(BoxShows());
+  EXPECT_EQ(Row(1), u"#2  Gone");
+  EXPECT_EQ(platform::FocusedId(), kIdFeatureList);
+}
+
+// A refresh puts a new row above; the box stays with the one it was opened for.
+TEST_F(InlineRename, TheBoxFollowsItsRowWhenOneComesAboveIt) {
+  ClickFromRight(0, 100);
+  const int before = platform::PlaceOf(kIdInlineName).top;
+  platform::ReplaceRange(kIdEditor, {0, 0}, u"M3\r\n");
+  headless::Advance(200);
+  ASSERT_EQ(platform::RowCount(kIdFeatureList), 3);
+  ASSERT_TRUE(BoxShows());
+  EXPECT_EQ(platform::PlaceOf(kIdInlineName).top, before + 24);
+  headless::TypeInto(kIdInlineName, u"Other");
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Row(1), u"#2  Other");
+}
+
+TEST_F(InlineRename, TheBoxStaysWithItsRowWhenTheSelectionMovesOn) {
+  ClickFromRight(0, 100);
+  const int before = platform::PlaceOf(kIdInlineName).top;
+  platform::SelectRow(kIdFeatureList, 1);
+  headless::Resize(1500, 940);
+  EXPECT_EQ(platform::PlaceOf(kIdInlineName).top, before);
 }
 
 TEST_F(InlineRename, NamesNothingInAProgramThatCameUpMeanwhile) {
