@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "library/codetext.h"
 #include "platform/control.h"
+#include "platform/message.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -33,6 +34,11 @@ void LogOutput(std::u16string_view text) {
 }
 
 void ShowFeatureHint(std::u16string_view text) { platform::SetText(kIdFeatureHint, text); }
+
+bool Confirmed(std::u16string_view title, std::u16string_view question) {
+  return platform::ShowBox(title, question, platform::BoxButtons::YesNo,
+                           platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+}
 
 std::u16string_view BareFileName(std::u16string_view path) {
   const std::size_t at = path.find_last_of(u"/\\");

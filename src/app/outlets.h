@@ -20,6 +20,9 @@ void ShowFeatureHint(std::u16string_view text);
 // Title: window caption and the active tab's button, from activePath and editorDirty.
 void UpdateTitle();
 
+// A question in a message box, with Yes, No and the warning icon. True: Yes.
+bool Confirmed(std::u16string_view title, std::u16string_view question);
+
 // The part of a path behind the last "/" or "\".
 std::u16string_view BareFileName(std::u16string_view path);
 

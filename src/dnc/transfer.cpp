@@ -13,8 +13,6 @@
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
-#include "platform/message.h"
-#include "platform/pick_file.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
 #include "platform/window.h"
@@ -26,11 +24,6 @@ TransferJob transfer;
 namespace {
 
 constexpr const char16_t* kAlreadyActive = u"A transfer is already active.";
-
-bool Confirmed(const char16_t* title, const char16_t* text) {
-  return platform::ShowBox(title, text, platform::BoxButtons::YesNo, platform::BoxIcon::Warning) ==
-         platform::BoxAnswer::Yes;
-}
 
 // The worker reads its job from here on; nothing in it changes until its last message.
 bool StartJob() {
@@ -123,18 +116,8 @@ void SendEditorProgram() {
 
 void SendFileFromDisk() {
   if (!ChooseSerialProfile()) return;
-  static constexpr platform::FileFilter kFilters[] = {
-      {u"Haas programs (*.NC;*.TAP;*.GCODE)", u"*.NC;*.TAP;*.GCODE"},
-      {u"Text (*.TXT)", u"*.TXT"},
-      {u"All files (*.*)", u"*.*"},
-  };
-  platform::PickFileSpec spec;
-  spec.title = u"Select Program to Send";
-  spec.filters = kFilters;
-  spec.filterCount = static_cast<int>(std::size(kFilters));
-  spec.capacity = kPathUnits;
   std::u16string path;
-  if (!platform::PickFileToOpen(spec, path)) return;
+  if (!PickProgramToOpen(u"Select Program to Send", path)) return;
   std::string file;
   if (!ReadWholeFile(path, file)) {
     LogOutput(u"Could not read selected file.");

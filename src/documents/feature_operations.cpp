@@ -304,10 +304,8 @@ void DeleteFeature() {
   const std::int32_t id = SelectedFeatureId();
   if (id == 0 || IsLocked(id)) return;
   const std::uint64_t serial = ActiveSerial();
-  if (platform::ShowBox(u"Delete feature",
-                        u"Delete the selected feature and its machining code? Undo can restore it.",
-                        platform::BoxButtons::YesNo,
-                        platform::BoxIcon::Warning) != platform::BoxAnswer::Yes) {
+  if (!Confirmed(u"Delete feature",
+                 u"Delete the selected feature and its machining code? Undo can restore it.")) {
     return;
   }
   // Another program that came up meanwhile has a block of the same number.

@@ -62,6 +62,8 @@ void CloseProgram();
 void SaveAll();
 void ShowSaveMenu();
 void ShowTabMenu(int index, int x, int y);
+// The dialog for a program file that exists, under this title. False: cancelled.
+bool PickProgramToOpen(const char16_t* title, std::u16string& path);
 
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id);
 // Takes the id out, or puts it in the first free slot; with none free nothing happens.

@@ -126,15 +126,19 @@ void NewProgram() {
   AppendOutput(u"New program opened in a workspace tab.");
 }
 
-void OpenProgram() {
-  Call(hooks.leaveCompare);
+bool PickProgramToOpen(const char16_t* title, std::u16string& path) {
   platform::PickFileSpec spec;
-  spec.title = u"Open Haas Program";
+  spec.title = title;
   spec.filters = kOpenFilters;
   spec.filterCount = static_cast<int>(std::size(kOpenFilters));
   spec.capacity = kPathUnits;
+  return platform::PickFileToOpen(spec, path);
+}
+
+void OpenProgram() {
+  Call(hooks.leaveCompare);
   std::u16string path;
-  if (!platform::PickFileToOpen(spec, path)) return;
+  if (!PickProgramToOpen(u"Open Haas Program", path)) return;
   const int index = OpenFromFile(path);
   if (index < 0) {
     platform::ShowBox(u"Open Error", u"Could not open the selected file.", platform::BoxButtons::Ok,

@@ -221,9 +221,8 @@ bool OnClosing() {
   SyncActiveTab();
   for (int i = 0; i < app.tabCount; ++i) {
     if (!tabs[i].dirty) continue;
-    return platform::ShowBox(
-               u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?",
-               platform::BoxButtons::YesNo, platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+    return Confirmed(u"MORVA",
+                     u"One or more project tabs have unsaved changes. Close MORVA anyway?");
   }
   return true;
 }
