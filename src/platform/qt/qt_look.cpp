@@ -20,7 +20,8 @@ namespace platform {
 
 namespace {
 
-constexpr int kMenuRow = 30;  // pixels
+constexpr int kMenuRow = 30;   // pixels
+constexpr int kHoverMs = 450;  // from the pointer's rest on a key to its tip
 QFont fonts[5];
 
 class DarkStyle : public QProxyStyle {
@@ -38,6 +39,8 @@ class DarkStyle : public QProxyStyle {
         return 0;  // the list opens below its combo
       case SH_ScrollBar_Transient:
         return 0;
+      case SH_ToolTip_WakeUpDelay:
+        return kHoverMs;
       case SH_Widget_Animate:
       case SH_Widget_Animation_Duration:
         return 0;
