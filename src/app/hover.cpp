@@ -51,7 +51,10 @@ std::u16string HintFor(int id) {
 
 void HoverTick() {
   Call(hooks.compareTick);
-  const int id = platform::IdUnderPointer();
+  int id = platform::IdUnderPointer();
+  // The rename box lies over the list and goes again: the list's hint must not wipe what was said
+  // about the name.
+  if (id == kIdInlineName) id = kIdFeatureList;
   if (id == lastId) return;
   lastId = id;
   if (id == 0 || id == platform::kMainWindow) return;

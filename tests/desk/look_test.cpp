@@ -17,6 +17,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/limits.h"
+#include "app/router.h"
 #include "desk/desk.h"
 #include "documents/program_tabs.h"
 #include "platform/canvas.h"
@@ -125,18 +126,49 @@ TEST_F(Look, TellsAssistiveTechnologyWhatIsOn) {
   EXPECT_TRUE(slider->text(QAccessible::Description).contains(QStringLiteral("64x")));
 }
 
+void ExpectNothingOverAnother(const std::vector<Control>& controls) {
+  for (std::size_t i = 0; i < controls.size(); ++i) {
+    for (std::size_t j = i + 1; j < controls.size(); ++j) {
+      if (controls[i].widget->parentWidget() != controls[j].widget->parentWidget()) continue;
+      EXPECT_FALSE(controls[i].widget->geometry().intersects(controls[j].widget->geometry()))
+          << controls[i].id << " and " << controls[j].id;
+    }
+  }
+}
+
+// With the review, the import panel and the words view, each in turn, and with the find pane
+// beside each of them.
+TEST_F(Look, LaysNoPanelOverAControl) {
+  OpenEight();
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    Resize(size.width(), size.height());
+    for (const int mode :
+         {int{morva::kModeHome}, int{morva::kModeSimulator}, int{morva::kModeFind}}) {
+      SCOPED_TRACE(testing::Message()
+                   << size.width() << " by " << size.height() << ", mode " << mode);
+      morva::SetMode(mode);
+      ExpectNothingOverAnother(Visible());
+      desk::Click(morva::kIdCommandWords);
+      EXPECT_TRUE(desk::WidgetOf(morva::kIdWordsEditor)->isVisible());
+      ExpectNothingOverAnother(Visible());
+      desk::Click(morva::kIdCommandWords);
+      desk::Click(morva::kIdCompareSecond);
+      EXPECT_TRUE(desk::WidgetOf(morva::kIdReviewRightPane)->isVisible());
+      EXPECT_TRUE(desk::WidgetOf(morva::kIdRenumber)->isVisible());
+      ExpectNothingOverAnother(Visible());
+      desk::Click(morva::kIdCompareSecond);
+      morva::RouteCommand(morva::kIdImport, 0);
+      EXPECT_TRUE(desk::WidgetOf(morva::kIdImportHead)->isVisible());
+      EXPECT_TRUE(desk::WidgetOf(morva::kIdRenumber)->isVisible());
+      ExpectNothingOverAnother(Visible());
+      desk::Click(morva::kIdImportCancel);
+    }
+  }
+}
+
 TEST_F(Look, LaysNoControlOverAnother) {
   OpenEight();
-  InEveryPlace([]() {
-    const std::vector<Control> controls = Visible();
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-      for (std::size_t j = i + 1; j < controls.size(); ++j) {
-        if (controls[i].widget->parentWidget() != controls[j].widget->parentWidget()) continue;
-        EXPECT_FALSE(controls[i].widget->geometry().intersects(controls[j].widget->geometry()))
-            << controls[i].id << " and " << controls[j].id;
-      }
-    }
-  });
+  InEveryPlace([]() { ExpectNothingOverAnother(Visible()); });
 }
 
 TEST_F(Look, KeepsEveryControlInsideTheWindow) {

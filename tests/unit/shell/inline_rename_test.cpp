@@ -292,6 +292,19 @@ TEST_F(InlineRename, TheBoxFollowsItsRowWhenThePanelIsDragged) {
   EXPECT_TRUE(BoxShows());
 }
 
+TEST_F(InlineRename, ThePointerOverTheRowDoesNotWipeWhatIsSaidAboutTheName) {
+  headless::MovePointerOver(kIdFeatureList);
+  headless::Advance(150);
+  ClickFromRight(0, 100);
+  headless::MovePointerOver(kIdInlineName);
+  headless::Advance(150);
+  headless::TypeInto(kIdInlineName, u"a)b");
+  Press(platform::kKeyEnter);
+  headless::MovePointerOver(kIdFeatureList);
+  headless::Advance(300);
+  EXPECT_EQ(Status(), kRefusal);
+}
+
 TEST_F(InlineRename, TheFourKeysSayWhatTheyDo) {
   EXPECT_EQ(headless::ToolTipOf(kIdFeatureInclude),
             u"Include / exclude machining code; keep geometry");
