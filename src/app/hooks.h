@@ -4,6 +4,14 @@
 // start-up. A null pointer means that the operation does not exist yet; callers use Call.
 #pragma once
 
+#include <cstdint>
+#include <string_view>
+
+namespace platform {
+struct Canvas;
+struct DrawState;
+}  // namespace platform
+
 namespace morva {
 
 struct Hooks {
@@ -22,6 +30,11 @@ struct Hooks {
   void (*setMode)(int mode) = nullptr;
   void (*setSurface)(int surface) = nullptr;
   void (*makeControls)() = nullptr;
+  // shell: one row as every list looks, its text from `left` pixels on; icon_names.h, centred.
+  void (*drawListRow)(const platform::DrawState& state, int left, std::u16string_view text,
+                      std::uint32_t colour, platform::Canvas& canvas) = nullptr;
+  void (*drawIcon)(platform::Canvas& canvas, int icon, int centreX, int centreY, int size,
+                   std::uint32_t colour) = nullptr;
   // codetools: leaves the compare review where it is showing.
   void (*leaveCompare)() = nullptr;
   // codetools: the scroll lock of the compare review, every 150 ms.

@@ -1,53 +1,9 @@
-// Names of the 42 icons that the shell uses.
+// The drawings of the 42 icons.
 #pragma once
 
-namespace morva {
+#include "app/icon_names.h"
 
-enum Icon : int {
-  kIconMark = 0,
-  kIconPlay = 1,
-  kIconPause = 2,
-  kIconRewind = 3,
-  kIconForward = 4,
-  kIconStop = 5,
-  kIconRefresh = 6,
-  kIconFind = 7,
-  kIconCompare = 8,
-  kIconHome = 9,
-  kIconCad = 10,
-  kIconPlate = 11,
-  kIconWizard = 12,
-  kIconShapes = 13,
-  kIconTools = 14,
-  kIconMacros = 15,
-  kIconCodeIndex = 16,
-  kIconSimulator = 17,
-  kIconLink = 18,
-  kIconNew = 19,
-  kIconEdit = 20,
-  kIconEye = 21,
-  kIconLock = 22,
-  kIconDelete = 23,
-  kIconStart = 24,
-  kIconPrevious = 25,
-  kIconNext = 26,
-  kIconEnd = 27,
-  kIconFit = 28,
-  kIconPan = 29,
-  kIconDimensions = 30,
-  kIconMeasure = 31,
-  kIconGrid = 32,
-  kIconGridMenu = 33,
-  kIconLayers = 34,
-  kIconOpen = 35,
-  kIconSave = 36,
-  kIconInclude = 37,
-  kIconSend = 38,
-  kIconReceive = 39,
-  kIconCheck = 40,
-  kIconOrbit = 41,
-};
-inline constexpr int kIconCount = 42;
+namespace morva {
 
 // The drawing of an icon on its grid of 24 units; empty out of 0 to 41. See icons.cpp.
 const char* IconDrawing(int icon);

@@ -16,6 +16,8 @@
 #include "platform/window.h"
 #include "shell/inline_rename.h"
 #include "shell/layout.h"
+#include "shell/owner_draw.h"
+#include "shell/theme.h"
 
 namespace morva {
 
@@ -283,6 +285,8 @@ void RegisterShellCommands() {
   hooks.setMode = SetMode;
   hooks.setSurface = SetSurface;
   hooks.makeControls = MakeMainControls;
+  hooks.drawListRow = DrawListRow;
+  hooks.drawIcon = DrawIcon;
   const int click = platform::kNotifyClick;
   RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListSelect,
                   SelectInModeList);

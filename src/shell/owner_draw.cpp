@@ -216,16 +216,21 @@ void DrawFocusMark(Canvas& canvas, const Rect& area) {
   FrameArea(canvas, Shrunk(area, 2), pen);
 }
 
+void DrawListRow(const DrawState& state, int left, std::u16string_view text, Colour colour,
+                 Canvas& canvas) {
+  const Rect& area = state.area;
+  DrawRowGround(state, state.selected, canvas);
+  PaintText(canvas, Rect{area.left + left, area.top, area.right - 6, area.bottom}, text,
+            FontRole::Body, colour,
+            platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
+  if (state.focused && state.selected) DrawFocusMark(canvas, area);
+}
+
 void DrawOwnerItem(int id, const DrawState& state, Canvas& canvas) {
   if (state.row >= 0) {
     if (id == kIdModeList) return DrawModeRow(state, canvas);
     if (id == kIdFeatureList) return DrawFeatureRow(state, canvas);
-    DrawRowGround(state, state.selected, canvas);
-    PaintText(canvas,
-              Rect{state.area.left + 10, state.area.top, state.area.right - 6, state.area.bottom},
-              platform::RowText(id, state.row), FontRole::Body, kMainText,
-              platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
-    if (state.focused && state.selected) DrawFocusMark(canvas, state.area);
+    DrawListRow(state, 10, platform::RowText(id, state.row), kMainText, canvas);
     return;
   }
   const KeySpec* key = KeyOf(id);
