@@ -1,16 +1,312 @@
 #include "cad/drawings.h"
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/router.h"
+#include "cad/select_drag.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "documents/autosave.h"
+#include "documents/feature_operations.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "library/codetext.h"
+#include "library/units.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
 namespace morva {
 
-void SelectDrawingTab(int) {}
-void AddDrawingTab() {}
-void RenameDrawingTab() {}
-void RefreshDrawingTabs() {}
-void SaveLiveDrawing() {}
-void LoadSketchForProgram() {}
-bool WriteSketchSettings(FeatureSettings&) { return false; }
-bool OpenSketchBlock(const FeatureSettings&) { return false; }
-void RegisterDrawings() {}
-void ResetDrawings() {}
+namespace {
+
+constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays below
+constexpr int kSettingsVersion = 3;
+constexpr int kThicknessValue = 15;  // place in a record's values, behind depth, feed and Safe Z
+constexpr int kCutDecimals = 6;
+
+struct CutData {
+  double depth;
+  double feed;
+  double safeZ;
+};
+constexpr CutData kInchCut{-0.1, 10.0, 0.5};
+constexpr CutData kMmCut{-2.54, 254.0, 12.7};
+
+double FieldNumber(int id) { return ParseDecimal(platform::TextOf(id), 0); }
+
+bool IsSketchRecord(const FeatureSettings& record) {
+  return record.kind == kKindSketch && record.itemCount >= 0 && record.itemCount <= kMaxItems &&
+         ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
+}
+
+void TakeLiveSketch(FeatureSettings& record) {
+  record = FeatureSettings();
+  record.version = kSettingsVersion;
+  record.kind = kKindSketch;
+  record.metric = sketch.metric ? 1 : 0;
+  record.itemCount = sketch.objectCount;
+  record.values[0] = FieldNumber(kIdCadDepth);
+  record.values[1] = FieldNumber(kIdCadFeed);
+  record.values[2] = FieldNumber(kIdCadSafeZ);
+  record.values[kThicknessValue] = sketch.thickness;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    const SketchObject& object = sketch.objects[i];
+    record.items[i] = {object.type, object.group, object.x,    object.y,
+                       object.size, object.size2, object.angle};
+  }
+}
+
+double Storable(double value) { return std::fabs(value) < kRecordLimit ? value : 0; }
+
+// A field that holds no number of this world must not keep the drawing from being stored.
+bool StoreLiveSketch(FeatureSettings& record) {
+  TakeLiveSketch(record);
+  for (double& value : record.values) value = Storable(value);
+  for (int i = 0; i < record.itemCount; ++i) {
+    FeatureItem& item = record.items[i];
+    item.p0 = Storable(item.p0);
+    item.p1 = Storable(item.p1);
+    item.p2 = std::fabs(Storable(item.p2));
+    item.p3 = std::fabs(Storable(item.p3));
+    item.p4 = Storable(item.p4);
+  }
+  return IsSketchRecord(record);
+}
+
+void StoreFlags(unsigned char (&hidden)[kMaxItems], unsigned char (&locked)[kMaxItems]) {
+  std::copy_n(sketch.hidden, kMaxItems, hidden);
+  std::copy_n(sketch.locked, kMaxItems, locked);
+}
+
+void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&locked)[kMaxItems]) {
+  std::copy_n(hidden, kMaxItems, sketch.hidden);
+  std::copy_n(locked, kMaxItems, sketch.locked);
+}
+
+void ShowCutData(const CutData& cut) {
+  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, kCutDecimals));
+  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, kCutDecimals));
+  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, kCutDecimals));
+}
+
+bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
+
+void CloseNameBox() {
+  if (!Renaming()) return;
+  platform::SetVisible(kIdCadDrawingName, false);
+  Call(hooks.layout);
+}
+
+// Whatever a tool, a pick or a drag still held belongs to the sketch that goes.
+void ResetSelection() {
+  ClearTools();
+  ResetSelectDrag();
+  sketch.selected = -1;
+}
+
+// The objects of a record, or none; the flags stand already.
+void LoadObjects(const FeatureSettings* record) {
+  ResetSelection();
+  sketch.undoDepth = 0;
+  sketch.trimPreviewing = false;
+  platform::ClearRows(kIdCadRecent);
+  sketch.objectCount = record ? record->itemCount : 0;
+  sketch.metric = record && record->metric != 0;
+  sketch.thickness = record ? record->values[kThicknessValue] : 0;
+  for (int i = 0; i < kMaxItems; ++i) {
+    const FeatureItem item = record && i < record->itemCount ? record->items[i] : FeatureItem();
+    sketch.objects[i] = {item.type, item.tag, item.p0, item.p1, item.p2, item.p3, item.p4};
+  }
+  sketch.selected = sketch.objectCount > 0 ? 0 : -1;
+  ShowCutData(record ? CutData{record->values[0], record->values[1], record->values[2]} : kInchCut);
+}
+
+void ShowLoaded() {
+  RefreshDrawingTabs();
+  RefreshCadPanel();
+  RefreshSketchPanels();
+}
+
+void LoadModel(const FeatureSettings* record) {
+  LoadObjects(record && IsSketchRecord(*record) ? record : nullptr);
+  platform::SetVisible(kIdCadDrawingName, false);
+  ShowLoaded();
+}
+
+// The set of drawings and the working copy of the active program; null: no program, or no
+// memory, and nothing changed.
+ProgramTab* ProvideDrawings() {
+  ProgramTab* tab = ActiveTab();
+  if (!tab) return nullptr;
+  if (!tab->cadSettings) tab->cadSettings = new (std::nothrow) FeatureSettings();
+  if (!tab->cadSettings) return nullptr;
+  if (tab->cadStore) return tab;
+  tab->cadStore = new (std::nothrow) CadStore();
+  if (!tab->cadStore) return nullptr;
+  tab->cadStore->count = 1;
+  CopyBounded(tab->cadStore->drawings[0].name, kDrawingNameUnits, u"Drawing 1");
+  SaveLiveDrawing();
+  return tab;
+}
+
+void StartDrawing(Drawing& drawing, int number) {
+  drawing = Drawing();
+  const bool metric = UnitsMetric();
+  const CutData& cut = metric ? kMmCut : kInchCut;
+  drawing.settings.version = kSettingsVersion;
+  drawing.settings.kind = kKindSketch;
+  drawing.settings.metric = metric ? 1 : 0;
+  drawing.settings.values[0] = cut.depth;
+  drawing.settings.values[1] = cut.feed;
+  drawing.settings.values[2] = cut.safeZ;
+  CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
+}
+
+void SwitchDrawing(ProgramTab& tab, std::uint32_t index) {
+  CadStore& store = *tab.cadStore;
+  if (index >= store.count || index == store.active) return;
+  // The plate is loaded again below; its live changes are kept first.
+  StashActiveWorkspace();
+  SaveLiveDrawing();
+  store.active = index;
+  const Drawing& target = store.drawings[index];
+  *tab.cadSettings = target.settings;
+  std::copy_n(target.hidden, kMaxItems, tab.sketchHidden);
+  std::copy_n(target.locked, kMaxItems, tab.sketchLocked);
+  DropEditLink();
+  LoadSketchForProgram();
+  const bool plate = liveModels.plateWindowExists && liveModels.plateWindowExists();
+  if (plate && liveModels.loadPlate) liveModels.loadPlate(tab.plateSettings);
+  platform::SetText(kIdCadDrawingName, target.name);
+}
+
+void OnTabKey(int id, int) { SelectDrawingTab(id - kIdDrawingFirst); }
+void OnAdd(int, int) { AddDrawingTab(); }
+void OnRename(int, int) { RenameDrawingTab(); }
+
+}  // namespace
+
+void RefreshDrawingTabs() {
+  const ProgramTab* tab = ActiveTab();
+  const CadStore* store = tab ? tab->cadStore : nullptr;
+  const int count = store ? static_cast<int>(store->count) : 1;
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    const int id = kIdDrawingFirst + i;
+    const bool active = store ? i == static_cast<int>(store->active) : i == 0;
+    if (i < count) platform::SetText(id, store ? store->drawings[i].name : u"Drawing 1");
+    platform::SetChecked(id, active);
+    platform::SetVisible(id, i < count);
+    platform::Repaint(id);
+  }
+}
+
+void SelectDrawingTab(int index) {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  CloseNameBox();
+  if (index >= 0) SwitchDrawing(*tab, static_cast<std::uint32_t>(index));
+}
+
+void AddDrawingTab() {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  CloseNameBox();
+  CadStore& store = *tab->cadStore;
+  if (store.count >= kMaxDrawings) {
+    SetSketchStatus(u"Eight drawings per program. Start another program for more drawings.");
+    return;
+  }
+  MarkModified();
+  ScheduleAutosave();
+  const std::uint32_t index = store.count++;
+  StartDrawing(store.drawings[index], static_cast<int>(store.count));
+  SwitchDrawing(*tab, index);
+  Call(hooks.layout);  // one key more
+}
+
+void RenameDrawingTab() {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
+  if (!Renaming()) {
+    platform::SetTextLimit(kIdCadDrawingName, kDrawingNameUnits - 1);
+    platform::SetText(kIdCadDrawingName, drawing.name);
+    platform::SetVisible(kIdCadDrawingName, true);
+    platform::BringToTop(kIdCadDrawingName);
+    Call(hooks.layout);
+    platform::SetFocusTo(kIdCadDrawingName);
+    platform::SelectAllText(kIdCadDrawingName);
+    return;
+  }
+  CloseNameBox();
+  MarkModified();
+  ScheduleAutosave();
+  const std::u16string name = platform::TextOf(kIdCadDrawingName);
+  if (!name.empty()) CopyBounded(drawing.name, kDrawingNameUnits, name);
+  RefreshDrawingTabs();
+  SetSketchStatus(u"Drawing renamed. Save the program to preserve all CAD tabs.");
+}
+
+void SaveLiveDrawing() {
+  ProgramTab* tab = ActiveTab();
+  if (!tab || (!tab->cadStore && !ProvideDrawings())) return;
+  Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
+  const std::unique_ptr<FeatureSettings> live(new (std::nothrow) FeatureSettings());
+  if (!live || !StoreLiveSketch(*live)) return;
+  drawing.settings = *live;
+  StoreFlags(drawing.hidden, drawing.locked);
+  if (tab->cadSettings) *tab->cadSettings = *live;
+  StoreFlags(tab->sketchHidden, tab->sketchLocked);
+}
+
+void LoadSketchForProgram() {
+  const ProgramTab* tab = ActiveTab();
+  if (tab) LoadFlags(tab->sketchHidden, tab->sketchLocked);
+  LoadModel(tab ? tab->cadSettings : nullptr);
+}
+
+bool WriteSketchSettings(FeatureSettings& record) {
+  TakeLiveSketch(record);
+  return IsSketchRecord(record);
+}
+
+bool OpenSketchBlock(const FeatureSettings& record) {
+  if (!IsSketchRecord(record)) return false;
+  // First: the workspace stages the program's own drawing when it comes up.
+  Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
+  std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
+  std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
+  LoadObjects(&record);
+  sketch.selected = -1;
+  ShowLoaded();
+  return true;
+}
+
+void RegisterDrawings() {
+  liveModels.cadWindowExists = CadWindowExists;
+  liveModels.storeSketch = StoreLiveSketch;
+  liveModels.loadSketch = LoadModel;
+  liveModels.storeSketchFlags = StoreFlags;
+  liveModels.loadSketchFlags = LoadFlags;
+  liveModels.resetSelection = ResetSelection;
+  SetSettingsWriter(kKindSketch, WriteSketchSettings);
+  SetBuilderOpener(kKindSketch, OpenSketchBlock);
+  RegisterCommand(RouterStage::Builder, kIdDrawingFirst, kIdDrawingLast, platform::kNotifyClick,
+                  OnTabKey);
+  RegisterCommand(RouterStage::Builder, kIdDrawingAdd, platform::kNotifyClick, OnAdd);
+  RegisterCommand(RouterStage::Builder, kIdDrawingRename, platform::kNotifyClick, OnRename);
+}
+
+void ResetDrawings() { platform::SetVisible(kIdCadDrawingName, false); }
 
 }  // namespace morva

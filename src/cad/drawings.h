@@ -5,14 +5,16 @@
 
 namespace morva {
 
-// Eight drawing tabs of the active program.
+// Eight drawing tabs of the active program, index 0 to 7. Each is a command: the set of
+// drawings is made at need, and an open name box closes without taking its text.
 void SelectDrawingTab(int index);
 void AddDrawingTab();
 // A two-press toggle: shows the name box, then takes its text.
 void RenameDrawingTab();
 void RefreshDrawingTabs();  // captions and states of the tab keys
 
-// The live sketch into the active drawing of the current program.
+// The live sketch into the active drawing of the current program. A number that no record can
+// hold is stored as 0, so that one bad field never costs the drawing.
 void SaveLiveDrawing();
 // The live sketch from the current program's working copy; an empty one without it. Undo steps
 // and recent operations end here.
@@ -22,7 +24,7 @@ void LoadSketchForProgram();
 // fallback 0. False: it does not validate.
 bool WriteSketchSettings(FeatureSettings& record);
 // A block's record into the live sketch and the CAD surface up; flags cleared, nothing
-// selected. False: it could not be opened.
+// selected. False: it is no record of a sketch, and nothing changed.
 bool OpenSketchBlock(const FeatureSettings& record);
 
 void RegisterDrawings();  // the live model, the settings writer and the builder of kind 4
