@@ -49,7 +49,9 @@ struct KeyEvent {
   bool alt = false;
 };
 
-enum class PointerAction { Press, Release, Move, DoubleClick, Wheel, Leave };
+// Lost: a button of the view is down, or it has the capture, and its release will not be told:
+// another window, a popup or a box took the pointer.
+enum class PointerAction { Press, Release, Move, DoubleClick, Wheel, Leave, Lost };
 enum class PointerButton { None, Left, Middle, Right };
 
 struct PointerEvent {

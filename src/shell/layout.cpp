@@ -206,6 +206,9 @@ bool MainPointer(const platform::PointerEvent& event) {
       dragging = false;
       platform::ReleasePointer();
       return true;
+    case platform::PointerAction::Lost:
+      dragging = false;
+      return false;
     case platform::PointerAction::Leave:
       if (!dragging) ShowGripShape(false);
       return false;

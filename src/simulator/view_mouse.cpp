@@ -221,6 +221,9 @@ bool ToolpathPointer(const PointerEvent& event) {
       // The view lost the pointer in the middle of a drag, to a box or another window.
       if (!event.leftDown && !event.middleDown && !event.rightDown) StopDrag();
       return true;
+    case PointerAction::Lost:
+      StopDrag();
+      return true;
   }
   return false;
 }

@@ -45,10 +45,27 @@ class DrawnWidget : public PlacedWidget<QWidget> {
   }
 
  protected:
+  bool event(QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::WindowDeactivate:
+      case QEvent::WindowBlocked:
+      case QEvent::Hide:
+        LosePointer();
+        break;
+      case QEvent::FocusOut:
+        if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) LosePointer();
+        break;
+      default:
+        break;
+    }
+    return PlacedWidget<QWidget>::event(event);
+  }
   void mousePressEvent(QMouseEvent* event) override {
+    held_ = true;
     TellPointer(Id(), PointerFrom(*event, PointerAction::Press));
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
+    held_ = event->buttons() != Qt::NoButton;
     const QPointer<QWidget> self(this);
     TellPointer(Id(), PointerFrom(*event, PointerAction::Release));
     if (!self.isNull() && captured == Id() && event->buttons() == Qt::NoButton) ReleasePointer();
@@ -58,6 +75,7 @@ class DrawnWidget : public PlacedWidget<QWidget> {
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     // Who makes nothing of a double click sees a second press.
+    held_ = true;
     const QPointer<QWidget> self(this);
     if (TellPointer(Id(), PointerFrom(*event, PointerAction::DoubleClick))) return;
     if (!self.isNull()) TellPointer(Id(), PointerFrom(*event, PointerAction::Press));
@@ -88,7 +106,18 @@ class DrawnWidget : public PlacedWidget<QWidget> {
   Colour Background() const { return background_; }
 
  private:
+  // The release of what is held may go elsewhere: to a popup, a box or another window.
+  void LosePointer() {
+    if (!held_ && captured != Id()) return;
+    held_ = false;
+    if (captured == Id()) ReleasePointer();
+    PointerEvent pointer;
+    pointer.action = PointerAction::Lost;
+    TellPointer(Id(), pointer);
+  }
+
   Colour background_;
+  bool held_ = false;  // a button went down here and is not up yet
   int wheelRest_ = 0;
 };
 
