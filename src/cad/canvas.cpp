@@ -128,22 +128,25 @@ platform::Rect CanvasClient() { return platform::ClientArea(kViewCadCanvas); }
 
 double CanvasScale(int width) { return std::max(BaseScale(width) * canvasView.zoom, kLeastScale); }
 
-platform::Point ToCanvas(double x, double y) {
-  const platform::Rect client = CanvasClient();
-  const int w = platform::RectWidth(client);
-  const int h = platform::RectHeight(client);
-  const double scale = CanvasScale(w);
-  return {WholePixel(x * scale + canvasView.panX) + w / 2,
-          WholePixel(canvasView.panY - y * scale) + h / 2};
+CanvasTransform TransformFor(const platform::Rect& client) {
+  CanvasTransform t;
+  t.scale = CanvasScale(platform::RectWidth(client));
+  t.halfWidth = platform::RectWidth(client) / 2;
+  t.halfHeight = platform::RectHeight(client) / 2;
+  return t;
 }
 
-platform::PointF ToCanvasExact(double x, double y) {
-  const platform::Rect client = CanvasClient();
-  const int w = platform::RectWidth(client);
-  const double scale = CanvasScale(w);
-  return {x * scale + canvasView.panX + w / 2,
-          canvasView.panY - y * scale + platform::RectHeight(client) / 2};
+platform::Point PlaceIn(const CanvasTransform& t, double x, double y) {
+  return {WholePixel(x * t.scale + canvasView.panX) + t.halfWidth,
+          WholePixel(canvasView.panY - y * t.scale) + t.halfHeight};
 }
+
+platform::PointF ExactPlaceIn(const CanvasTransform& t, double x, double y) {
+  return {x * t.scale + canvasView.panX + t.halfWidth,
+          canvasView.panY - y * t.scale + t.halfHeight};
+}
+
+platform::Point ToCanvas(double x, double y) { return PlaceIn(TransformFor(CanvasClient()), x, y); }
 
 void FromCanvas(int px, int py, double& x, double& y) {
   const platform::Rect client = CanvasClient();
@@ -245,7 +248,5 @@ void ShowCursorText(double x, double y) {
   }
   SetSketchStatus(text.c_str());
 }
-
-void ResetCanvas() { canvasView = CanvasView(); }
 
 }  // namespace morva

@@ -4,6 +4,7 @@
 #include "cad/canvas.h"
 #include "cad/outline.h"
 #include "platform/canvas.h"
+#include "platform/events.h"
 #include "platform/geometry.h"
 
 namespace morva {
@@ -20,8 +21,30 @@ struct OutlineOf {
 const OutlineOf& OutlineAt(int index);
 
 platform::Rect CanvasClient();
-// A drawing position as pixels with fractions, for curves; within a pixel of ToCanvas.
-platform::PointF ToCanvasExact(double x, double y);
+
+// The transform for one client area, taken once for many points.
+struct CanvasTransform {
+  double scale = 1;
+  int halfWidth = 0;
+  int halfHeight = 0;
+};
+CanvasTransform TransformFor(const platform::Rect& client);
+platform::Point PlaceIn(const CanvasTransform& t, double x, double y);
+// With fractions, so that curves stay round; within a pixel of PlaceIn.
+platform::PointF ExactPlaceIn(const CanvasTransform& t, double x, double y);
+
 void ZoomAt(int px, int py, int notches);
+
+// A tool is in hand and the pointer inside.
+bool CrosshairShown();
+// Where the last search snapped to, drawing units. False: nowhere.
+bool SnapPlace(double& x, double& y);
+// Any tool that works on the plan; the 3D view ends with it.
+bool AnyToolInHand();
+
+bool ModelPointer(const platform::PointerEvent& event);
+void PaintModel(platform::Canvas& canvas);
+void RegisterModelView();
+void ResetModelView();
 
 }  // namespace morva

@@ -1,17 +1,380 @@
-// Pointer and keys of the canvas: who of the rooms gets them, and in which order.
+// Pointer and keys of the canvas: which of the rooms gets them, and who holds a drag.
+//
+// A press belongs to whoever takes it until the release, the loss of the capture, or a move
+// that tells that the button is up already.
+
+#include <algorithm>
 
 #include "app/command_ids.h"
+#include "app/panels.h"
+#include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/canvas_parts.h"
+#include "cad/dimensions.h"
+#include "cad/draw_tools.h"
+#include "cad/geometry_tools.h"
+#include "cad/select_drag.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "platform/window.h"
 
 namespace morva {
-bool CanvasPointer(const platform::PointerEvent& event) {
-  if (event.action == platform::PointerAction::Wheel) {
-    ZoomAt(event.x, event.y, event.wheel);
-    return true;
+namespace {
+
+using platform::KeyEvent;
+using platform::PointerAction;
+using platform::PointerButton;
+using platform::PointerEvent;
+
+constexpr int kKeyPixels = 20;  // a key's pan step
+
+enum class Holder { Nobody, Pan, DrawTool, Select };
+
+struct Drag {
+  Holder holder = Holder::Nobody;
+  PointerButton button = PointerButton::None;
+  int x = 0;  // the last pixel of a pan
+  int y = 0;
+};
+Drag drag;
+
+double snapX = 0;  // where the last hover would snap to, drawing units
+double snapY = 0;
+
+// The tools in hand when Pan was switched on; another choice of tool ends it.
+struct ToolsInHand {
+  int dragTool = 0, method = 0, geometryTool = 0;
+  bool dimension = false, measure = false;
+};
+ToolsInHand panTools;
+
+ToolsInHand InHand() {
+  return {tools.dragTool, tools.constructionMethod, tools.geometryTool, tools.dimensionMode,
+          tools.measureMode};
+}
+
+bool SameTools(const ToolsInHand& a, const ToolsInHand& b) {
+  return a.dragTool == b.dragTool && a.method == b.method && a.geometryTool == b.geometryTool &&
+         a.dimension == b.dimension && a.measure == b.measure;
+}
+
+void Refresh() { platform::Repaint(kViewCadCanvas); }
+
+void SetPanTool(bool on) {
+  canvasView.panTool = on;
+  panTools = InHand();
+  platform::SetPointerShape(kViewCadCanvas,
+                            on ? platform::PointerShape::Hand : platform::PointerShape::Arrow);
+  Refresh();
+}
+
+void EndPanByTool() {
+  if (canvasView.panTool && !SameTools(panTools, InHand())) SetPanTool(false);
+}
+
+void Hold(Holder holder, const PointerEvent& event) {
+  drag = Drag{holder, event.button, event.x, event.y};
+  platform::CapturePointer(kViewCadCanvas);
+}
+
+// The holder is cleared first: what it is told may press or release in its turn.
+Holder LetGo() {
+  const Holder holder = drag.holder;
+  drag = Drag();
+  if (holder != Holder::Nobody) platform::ReleasePointer();
+  return holder;
+}
+
+void LoseCapture() {
+  const Holder holder = LetGo();
+  if (holder == Holder::DrawTool) DrawToolCaptureLost();
+  if (holder == Holder::Select) SelectCaptureLost();
+  if (holder != Holder::Nobody) Refresh();
+}
+
+bool ButtonDown(const PointerEvent& event) {
+  switch (drag.button) {
+    case PointerButton::Left:
+      return event.leftDown;
+    case PointerButton::Middle:
+      return event.middleDown;
+    case PointerButton::Right:
+      return event.rightDown;
+    case PointerButton::None:
+      break;
   }
   return false;
 }
-bool CanvasKey(const platform::KeyEvent&) { return false; }
-void RegisterCanvas() {}
+
+void PressLeft(const PointerEvent& event) {
+  if (DimensionPress(event)) return;
+  if (DrawToolPress(event)) return Hold(Holder::DrawTool, event);
+  if (DrawToolActive()) return;
+  if (GeometryPress(event)) return;
+  if (SelectPress(event)) Hold(Holder::Select, event);
+}
+
+void Press(const PointerEvent& event) {
+  platform::SetFocusTo(kViewCadCanvas);
+  canvasView.cursorX = event.x;
+  canvasView.cursorY = event.y;
+  if (drag.holder != Holder::Nobody) {
+    // A second button changes nothing while the first is held; without it the release got lost.
+    if (event.button != drag.button) return;
+    LoseCapture();
+  }
+  EndPanByTool();
+  // Numbers of objects may change under the press.
+  tools.hoverObject = -1;
+  tools.previewSegmentCount = 0;
+  const bool pans = event.button == PointerButton::Middle ||
+                    (event.button == PointerButton::Left && canvasView.panTool);
+  if (pans) {
+    Hold(Holder::Pan, event);
+  } else if (event.button == PointerButton::Left) {
+    PressLeft(event);
+  }
+  Refresh();
+}
+
+void PanTo(int x, int y) {
+  canvasView.panX += x - drag.x;
+  canvasView.panY += y - drag.y;
+  drag.x = x;
+  drag.y = y;
+  Refresh();
+}
+
+// What lies under the pointer with no button down: snap, tool preview, edge, cursor text.
+void Hover(const PointerEvent& event) {
+  const int hoverBefore = tools.hoverObject;
+  const int previewBefore = tools.previewSegmentCount;
+  double x = 0;
+  double y = 0;
+  FromCanvas(event.x, event.y, x, y);
+  bool changed = CrosshairShown();
+  if (changed) {
+    snapX = x;
+    snapY = y;
+    SnapPoint(snapX, snapY, -1, event.alt);
+  }
+  const bool draws = DrawToolActive();
+  if (draws) {
+    DrawToolMove(event);
+    changed = true;
+  }
+  tools.hoverObject = draws || canvasView.panTool ? -1 : HitEdge(x, y);
+  if (!draws) GeometryHover(event);
+  changed = changed || tools.hoverObject != hoverBefore || previewBefore != 0 ||
+            tools.previewSegmentCount != 0;
+  ShowCursorText(x, y);
+  if (changed) Refresh();
+}
+
+void MoveOf(const PointerEvent& event) {
+  canvasView.cursorX = event.x;
+  canvasView.cursorY = event.y;
+  EndPanByTool();
+  if (drag.holder != Holder::Nobody && !ButtonDown(event)) LoseCapture();
+  switch (drag.holder) {
+    case Holder::Pan:
+      PanTo(event.x, event.y);
+      return;
+    case Holder::DrawTool:
+      DrawToolMove(event);
+      Refresh();
+      return;
+    case Holder::Select:
+      SelectMove(event);
+      Refresh();
+      return;
+    case Holder::Nobody:
+      break;
+  }
+  if (!event.leftDown && !event.middleDown && !event.rightDown) Hover(event);
+}
+
+void ReleaseOf(const PointerEvent& event) {
+  if (event.button == PointerButton::Right && drag.holder == Holder::Nobody) {
+    CancelTools();
+    if (canvasView.panTool) SetPanTool(false);
+    return;
+  }
+  if (event.button != drag.button) return;
+  if (drag.holder == Holder::Pan) PanTo(event.x, event.y);
+  const Holder holder = LetGo();
+  if (holder == Holder::DrawTool) DrawToolRelease(event);
+  if (holder == Holder::Select) SelectRelease(event);
+  Refresh();
+}
+
+void LeaveOf() {
+  canvasView.cursorX = -1;
+  canvasView.cursorY = -1;
+  tools.hoverObject = -1;
+  tools.previewSegmentCount = 0;
+  Refresh();
+}
+
+struct Shortcut {
+  int key;
+  bool ctrl;
+  int command;
+};
+constexpr Shortcut kShortcuts[] = {
+    {platform::kKeyF1 + 7, false, kIdCadSnap},
+    {'C', true, kIdCadCopy},
+    {'X', true, kIdCadCut},
+    {'V', true, kIdCadPaste},
+    {'Z', true, kIdCadUndo},
+    {platform::kKeyDelete, false, kIdCadDelete},
+    {platform::kKeyEscape, false, kIdCadCancel},
+};
+
+int CommandOf(const KeyEvent& key) {
+  if (key.alt || key.shift) return 0;
+  for (const Shortcut& shortcut : kShortcuts) {
+    if (shortcut.key == key.key && shortcut.ctrl == key.ctrl) return shortcut.command;
+  }
+  return 0;
+}
+
+// Zoom and pan without a pointer, as in the toolpath view.
+bool ViewKey(const KeyEvent& key) {
+  int notches = 0;
+  if (key.key == '+' || key.key == '=' || key.key == platform::kKeyPageUp) notches = 1;
+  if (key.key == '-' || key.key == platform::kKeyPageDown) notches = -1;
+  const platform::Rect client = CanvasClient();
+  if (notches != 0) {
+    ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
+    return true;
+  }
+  if (key.key == platform::kKeyHome && !key.ctrl && !key.shift && !key.alt) {
+    CanvasFit();
+    return true;
+  }
+  if (!key.ctrl || key.shift || key.alt) return false;
+  const int dx = key.key == platform::kKeyLeft ? -1 : key.key == platform::kKeyRight ? 1 : 0;
+  const int dy = key.key == platform::kKeyUp ? -1 : key.key == platform::kKeyDown ? 1 : 0;
+  if (dx == 0 && dy == 0) return false;
+  canvasView.panX += dx * kKeyPixels;
+  canvasView.panY += dy * kKeyPixels;
+  Refresh();
+  return true;
+}
+
+void Reset(const PointerEvent& event) {
+  LoseCapture();
+  if (event.button == PointerButton::Left) {
+    CanvasReset();
+  } else {
+    Press(event);
+  }
+}
+
+void OnFit(int, int) { CanvasFit(); }
+
+void OnGrid(int, int) {
+  sketch.gridOn = !sketch.gridOn;
+  Refresh();
+}
+
+void OnPan(int, int) { SetPanTool(!canvasView.panTool); }
+
+}  // namespace
+
+bool AnyToolInHand() {
+  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode ||
+         tools.measureMode;
+}
+
+bool CrosshairShown() {
+  if (canvasView.panTool || canvasView.modelView || !AnyToolInHand()) return false;
+  return platform::RectHolds(CanvasClient(), canvasView.cursorX, canvasView.cursorY);
+}
+
+bool SnapPlace(double& x, double& y) {
+  if (!tools.snapHit) return false;
+  x = tools.dragActive ? tools.dragEndX : snapX;
+  y = tools.dragActive ? tools.dragEndY : snapY;
+  return true;
+}
+
+bool CanvasPointer(const PointerEvent& event) {
+  if (canvasView.modelView && AnyToolInHand()) LeaveModelView();
+  if (canvasView.modelView) return ModelPointer(event);
+  switch (event.action) {
+    case PointerAction::Press:
+      Press(event);
+      break;
+    case PointerAction::Release:
+      ReleaseOf(event);
+      break;
+    case PointerAction::Move:
+      MoveOf(event);
+      break;
+    case PointerAction::DoubleClick:
+      Reset(event);
+      break;
+    case PointerAction::Wheel:
+      ZoomAt(event.x, event.y, event.wheel);
+      break;
+    case PointerAction::Leave:
+      LeaveOf();
+      break;
+    case PointerAction::Lost:
+      LoseCapture();
+      break;
+  }
+  return true;
+}
+
+bool CanvasKey(const KeyEvent& key) {
+  const bool escape = key.key == platform::kKeyEscape && !key.ctrl && !key.shift && !key.alt;
+  if (canvasView.modelView) {
+    if (escape) LeaveModelView();
+    // No edit of what cannot be seen as it lies.
+    return escape || CommandOf(key) != 0;
+  }
+  if (escape && drag.holder == Holder::Pan) {
+    LoseCapture();
+    return true;
+  }
+  if (DrawToolKey(key) || (escape && SelectEscape())) {
+    Refresh();
+    return true;
+  }
+  if (escape && canvasView.panTool) SetPanTool(false);
+  if (const int command = CommandOf(key)) {
+    RouteCommand(command, platform::kNotifyClick);
+    Refresh();
+    return true;
+  }
+  return ViewKey(key);
+}
+
+void RegisterCanvas() {
+  Handlers handlers;
+  handlers.id = kViewCadCanvas;
+  handlers.paint = PaintCanvas;
+  handlers.pointer = CanvasPointer;
+  handlers.timer = CanvasTimer;
+  RegisterHandlers(handlers);
+  const auto answer = [](int id, CommandHandler handler) {
+    RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick, handler);
+  };
+  answer(kIdCadFit, OnFit);
+  answer(kIdCadGrid, OnGrid);
+  answer(kIdCadPan, OnPan);
+  RegisterModelView();
+}
+
+void ResetCanvas() {
+  canvasView = CanvasView();
+  drag = Drag();
+  panTools = ToolsInHand();
+  snapX = snapY = 0;
+  ResetModelView();
+}
+
 }  // namespace morva
