@@ -180,13 +180,17 @@ std::int32_t SelectedFeatureId() {
   return row < 0 ? 0 : static_cast<std::int32_t>(platform::RowData(kIdFeatureList, row));
 }
 
+void ShowIncluded(bool included) {
+  platform::SetText(kIdFeatureInclude, included ? u"Include code: ON" : u"Include code: OFF");
+}
+
 void UpdateFeatureCaptions() {
   const std::u16string_view text = platform::EditorText(kIdEditor);
   ScanProgramText(text);
   const int row = FindFeature(SelectedFeatureId());
   const bool excluded =
       row >= 0 && HoldsDisabled(text, features.rows[row].start, features.rows[row].end);
-  platform::SetText(kIdFeatureInclude, excluded ? u"Include code: OFF" : u"Include code: ON");
+  ShowIncluded(!excluded);
   if (row < 0) {
     platform::SetText(kIdFeatureName, u"");
     return;

@@ -36,6 +36,8 @@ void ToggleFeatureLock();
 void ShowFeatureMenu(int x, int y);
 // The include key's words and the name box, after a selection.
 void UpdateFeatureCaptions();
+// The include key's words alone.
+void ShowIncluded(bool included);
 
 // The builder that reopens a kind. `record` is the block's settings; for kinds 1 to 3 whose
 // shape lives in the block's own items, `a` is already the library's index. False: it could

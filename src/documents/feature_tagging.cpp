@@ -8,7 +8,9 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -22,6 +24,7 @@ constexpr int kPrefixUnits = 240;  // both lines of a prefix; a longer name is c
 bool tagging = false;
 bool rowExcluded[kMaxFeatures];
 int excludedRows = 0;
+std::uint64_t listedSerial = 0;  // the program whose blocks the list showed last
 
 // Where the markers of one row go, in editor positions of the text before any was written.
 struct TagPlace {
@@ -85,6 +88,19 @@ void WriteMarkers(const FeatureRecord& row, const TagPlace& place,
     if (before > place.suffixAt) *end += suffix;
     if (before >= place.prefixAt) *end += prefix;
   }
+}
+
+// The captions follow the list. The name box is left alone while its block stays selected: the
+// user may be typing in it.
+void FollowSelection(std::int64_t keptId) {
+  const int row = platform::SelectedRow(kIdFeatureList);
+  const std::uint64_t serial = ActiveSerial();
+  if (serial != listedSerial || (row < 0 && keptId != 0)) {
+    UpdateFeatureCaptions();
+  } else {
+    ShowIncluded(!FeatureRowExcluded(row));
+  }
+  listedSerial = serial;
 }
 
 }  // namespace
@@ -159,6 +175,7 @@ void RefreshFeatureList() {
   // Typing refreshes the list; it must not scroll away from what the user looks at.
   platform::SetTopRow(kIdFeatureList, top);
   platform::HoldListRedraw(kIdFeatureList, false);
+  FollowSelection(kept);
   if (features.count == kMaxFeatures) {
     ShowFeatureHint(u"Feature browser limit: 128 sections. Split this program to index more.");
   } else if (features.count == 0) {

@@ -153,9 +153,10 @@ void ListScrolled(int, int) { FollowRenamedRow(); }
 
 // Also comes with every layout.
 void FollowRenamedRow() {
-  if (box.open && !PlaceBox(RowOfBox())) {
-    FinishRename(true, platform::FocusedId() == kIdInlineName);
-  }
+  if (!box.open) return;
+  const bool focused = platform::FocusedId() == kIdInlineName;
+  const bool same = ActiveSerial() == box.serial;
+  if (!same || !PlaceBox(RowOfBox())) FinishRename(same, focused);
 }
 
 void StartInlineRename() {

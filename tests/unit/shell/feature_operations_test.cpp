@@ -219,6 +219,38 @@ TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatIsSavedAndDoesNoHarm) 
   EXPECT_TRUE(included());
 }
 
+// The words of the include key are the block's state, whoever changed it.
+TEST_F(FeatureOps, UndoAndAnotherProgramTakeTheIncludeKeyAlong) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  ASSERT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  headless::EditorUndo(kIdEditor);
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+  headless::Click(kIdFeatureInclude);
+  ASSERT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  SwitchTab(OpenTab(u"", u"(MORVA TEXT 2)\r\n(MORVA NAME Other)\r\nM8\r\n(MORVA END 2)", u"O"));
+  headless::Advance(200);
+  // The block of the same number stays selected; it is another one.
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 0);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Other");
+}
+
+TEST_F(FeatureOps, ARefreshLeavesTheNameThatIsBeingTyped) {
+  Load(kTwo);
+  Select(0);
+  headless::TypeInto(kIdFeatureName, u"Half a na");
+  platform::ReplaceRange(kIdEditor, {0, 0}, u"%\r\n");
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Half a na");
+  // A block that is gone takes its name along.
+  headless::EditorSetAll(kIdEditor, u"%");
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"");
+}
+
 TEST_F(FeatureOps, TellsOfMissingStorageAfterTheCompanionIsGone) {
   WriteFile("part.NC", "G0 X1\r\n");
   Open("part.NC");
