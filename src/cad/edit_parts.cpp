@@ -7,7 +7,9 @@
 namespace morva {
 
 namespace {
-bool Below(double value) { return value > -kSketchLimit && value < kSketchLimit; }
+constexpr double kAngleLimit = 1000000000;  // what a stored drawing can hold
+
+bool Below(double value, double limit = kSketchLimit) { return value > -limit && value < limit; }
 }  // namespace
 
 double PlainDistance(double ax, double ay, double bx, double by) {
@@ -36,7 +38,7 @@ SketchObject RectangleSide(const SketchObject& rectangle, int side) {
 
 bool WithinSketchLimit(const SketchObject& object) {
   return Below(object.x) && Below(object.y) && Below(object.size) && Below(object.size2) &&
-         Below(object.angle);
+         Below(object.angle, kAngleLimit);
 }
 
 void TellSketchLimit() { SetSketchStatus(u"Geometry exceeds the sketch coordinate limit."); }

@@ -11,7 +11,8 @@ void SetLineEnds(SketchObject& line, double ax, double ay, double bx, double by)
 // the next corner to the last bit but for the rounding of a quarter turn.
 SketchObject RectangleSide(const SketchObject& rectangle, int side);
 double PlainDistance(double ax, double ay, double bx, double by);
-// Whether position, sizes and angle are all below 1,000,000 in size. False for no number.
+// Whether position and sizes are below 1,000,000 in size and the angle can be stored. False for
+// no number.
 bool WithinSketchLimit(const SketchObject& object);
 // The status of an edit that would pass that bound.
 void TellSketchLimit();

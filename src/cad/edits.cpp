@@ -1,21 +1,236 @@
 #include "cad/edits.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "cad/clipboard.h"
+#include "cad/edit_parts.h"
+#include "cad/outline.h"
+#include "cad/scale_revolve.h"
+#include "cad/tool_state.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/message.h"
+
 namespace morva {
 
-void ApplyGeometryFields() {}
-void ExtendOrTrim(bool) {}
-void SplitLine() {}
-void DuplicateObject() {}
-void DeleteGeometry() {}
-void CopyGeometry() {}
-void CutGeometry() {}
-void PasteGeometry() {}
-void ToggleGeometryHidden() {}
-void ToggleGeometryLocked() {}
-void ScaleGeometry() {}
-bool Revolve(double, int) { return false; }
-void ClearSketch() {}
-void RegisterEdits() {}
-void ResetEdits() {}
+namespace {
+
+constexpr double kAmountInch = 0.1;  // for a field without a number
+constexpr double kAmountMm = 2.0;
+constexpr double kLeastInch = 0.01;  // what Trim leaves of a size
+constexpr double kLeastMm = 0.25;
+
+bool IsLineOrSlot(const SketchObject& object) {
+  return object.type == kTypeLine || object.type == kTypeSlot;
+}
+
+double Field(int id, double fallback) { return ParseDecimal(platform::TextOf(id), fallback); }
+
+SketchObject& Selected() { return sketch.objects[sketch.selected]; }
+
+SketchObject AppliedObject() {
+  SketchObject object = Selected();
+  object.x = Field(kIdCadX, object.x);
+  object.y = Field(kIdCadY, object.y);
+  object.size = std::fabs(Field(kIdCadSize, object.size));
+  object.size2 = std::fabs(Field(kIdCadSize2, object.size2));
+  object.angle = Field(kIdCadAngle, object.angle);
+  if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
+  if (object.type == kTypeCircle) object.size2 = 0;
+  return object;
+}
+
+SketchObject GrownObject(bool extend) {
+  SketchObject object = Selected();
+  const double typed = std::fabs(Field(kIdCadAmount, BySketchUnit(kAmountInch, kAmountMm)));
+  const double amount = extend ? typed : -typed;
+  if (object.type == kTypeCircle) {
+    object.size += 2 * amount;
+  } else {
+    object.size += amount;
+    if (!IsLineOrSlot(object)) object.size2 += amount;
+  }
+  const double least = BySketchUnit(kLeastInch, kLeastMm);
+  object.size = std::max(object.size, least);
+  const bool hasWidth = object.type == kTypeRectangle || object.type == kTypeSlot;
+  // A second size below 0, which only construction geometry could get, would make the whole
+  // drawing unreadable once it is stored.
+  object.size2 = std::max(object.size2, hasWidth ? least : 0);
+  if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
+  return object;
+}
+
+bool Writable(const SketchObject& object) {
+  if (WithinSketchLimit(object)) return true;
+  TellSketchLimit();
+  return false;
+}
+
+void WriteSelected(const SketchObject& object) {
+  PushSketchUndo();
+  Selected() = object;
+  RefreshSketchPanels();
+}
+
+bool MaySplit() {
+  if (Selected().type != kTypeLine) {
+    platform::ShowBox(u"Custom Shape Editor",
+                      u"CUT/SPLIT currently splits a selected line at its midpoint. Use TRIM on "
+                      u"rectangles, circles, and slots.",
+                      platform::BoxButtons::Ok, platform::BoxIcon::Information);
+    return false;
+  }
+  return sketch.objectCount < kMaxItems;
+}
+
+bool MayDuplicate(SketchObject& copy) {
+  if (sketch.objectCount >= kMaxItems) return false;
+  copy = Selected();
+  ShiftByOffset(copy);
+  return Writable(copy);
+}
+
+// What would refuse is asked before the undo step, so that a refusal leaves none.
+bool MayRun(int id) {
+  SketchObject copy;
+  switch (id) {
+    case kIdCadApply:
+      return Writable(AppliedObject());
+    case kIdCadExtend:
+    case kIdCadTrim:
+      return Writable(GrownObject(id == kIdCadExtend));
+    case kIdCadSplit:
+      return MaySplit();
+    case kIdCadDuplicate:
+      return MayDuplicate(copy);
+    default:
+      return true;
+  }
+}
+
+void OnGeometryButton(int id, int) {
+  if (id == kIdCadClear) {
+    ClearSketch();
+    return;
+  }
+  if (!MayEditSelection() || !MayRun(id)) return;
+  PushSketchUndo();
+  switch (id) {
+    case kIdCadApply:
+      ApplyGeometryFields();
+      break;
+    case kIdCadExtend:
+    case kIdCadTrim:
+      ExtendOrTrim(id == kIdCadExtend);
+      break;
+    case kIdCadSplit:
+      SplitLine();
+      break;
+    case kIdCadDuplicate:
+      DuplicateObject();
+      break;
+    case kIdCadDelete:
+      DeleteGeometry();
+      break;
+    default:
+      break;
+  }
+  LogSketchOperation(id == kIdCadDelete ? u"Deleted geometry" : u"Edited geometry");
+}
+
+void ToggleFlag(unsigned char* flags, const char16_t* line) {
+  if (!HasSketchSelection()) return;
+  PushSketchUndo();
+  const unsigned char value = flags[sketch.selected] ? 0 : 1;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (InSelectedPart(i)) flags[i] = value;
+  }
+  RefreshSketchPanels();
+  LogSketchOperation(line);
+}
+
+void OnFlag(int id, int) {
+  if (id == kIdCadHide) ToggleGeometryHidden();
+  if (id == kIdCadLock) ToggleGeometryLocked();
+}
+
+}  // namespace
+
+void ApplyGeometryFields() {
+  if (!MayEditSelection()) return;
+  const SketchObject object = AppliedObject();
+  if (Writable(object)) WriteSelected(object);
+}
+
+void ExtendOrTrim(bool extend) {
+  if (!MayEditSelection()) return;
+  const SketchObject object = GrownObject(extend);
+  if (!Writable(object)) return;
+  WriteSelected(object);
+  SetSketchStatus(extend ? u"EXTEND applied to selected geometry."
+                         : u"TRIM applied to selected geometry.");
+}
+
+void SplitLine() {
+  if (!MayEditSelection() || !MaySplit()) return;
+  SketchObject& line = Selected();
+  line.size /= 2;
+  SketchObject rest = line;
+  LineEndPoint(line, rest.x, rest.y);
+  AppendSketchObject(rest);
+  RefreshSketchPanels();
+  SetSketchStatus(u"CUT complete: selected line split into two independent segments.");
+}
+
+void DuplicateObject() {
+  SketchObject copy;
+  if (!MayEditSelection() || !MayDuplicate(copy)) return;
+  ClearMultiSelect();
+  sketch.selected = AppendSketchObject(copy);
+  RefreshSketchPanels();
+}
+
+void DeleteGeometry() {
+  unsigned char goes[kMaxItems] = {};
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    goes[i] = !sketch.locked[i] && (InSelectedPart(i) || IsMultiSelected(i)) ? 1 : 0;
+  }
+  for (int i = sketch.objectCount - 1; i >= 0; --i) {
+    if (goes[i]) RemoveSketchObject(i);
+  }
+  sketch.selected = sketch.objectCount - 1;
+  ClearMultiSelect();
+  ForgetIndices();
+  RefreshSketchPanels();
+}
+
+void ToggleGeometryHidden() { ToggleFlag(sketch.hidden, u"Visibility changed"); }
+
+void ToggleGeometryLocked() { ToggleFlag(sketch.locked, u"Lock changed"); }
+
+void ClearSketch() {
+  PushSketchUndo();
+  sketch.objectCount = 0;
+  std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
+  std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
+  ClearMultiSelect();
+  sketch.selected = -1;
+  ForgetIndices();
+  RefreshSketchPanels();
+}
+
+void RegisterEdits() {
+  RegisterCommand(RouterStage::Builder, kIdCadApply, kIdCadClear, platform::kNotifyClick,
+                  OnGeometryButton);
+  RegisterCommand(RouterStage::Builder, kIdCadHide, kIdCadLock, platform::kNotifyClick, OnFlag);
+  RegisterSketchClipboard();
+  RegisterScaleRevolve();
+}
+
+void ResetEdits() { EmptySketchClipboard(); }
 
 }  // namespace morva

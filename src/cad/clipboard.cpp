@@ -1,0 +1,101 @@
+#include "cad/clipboard.h"
+
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "cad/edit_parts.h"
+#include "cad/edits.h"
+#include "cad/tool_state.h"
+#include "platform/events.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kOffsetInch = 0.2;
+constexpr double kOffsetMm = 5.0;
+constexpr double kToMm = 25.4;
+constexpr double kToInch = 0.03937007874015748;
+
+struct Clipboard {
+  SketchObject objects[kMaxItems];
+  int count = 0;
+  bool valid = false;
+  bool metric = false;
+};
+Clipboard clipboard;
+
+bool Store() {
+  if (!HasSketchSelection()) return false;
+  clipboard.count = 0;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (InSelectedPart(i)) clipboard.objects[clipboard.count++] = sketch.objects[i];
+  }
+  clipboard.valid = true;
+  clipboard.metric = sketch.metric;
+  return true;
+}
+
+// As it will be pasted: an inch stays an inch in a drawing of the other unit.
+SketchObject PastedObject(int index, std::int32_t group) {
+  SketchObject object = clipboard.objects[index];
+  if (clipboard.metric != sketch.metric) {
+    const double factor = sketch.metric ? kToMm : kToInch;
+    object.x *= factor;
+    object.y *= factor;
+    object.size *= factor;
+    object.size2 *= factor;
+  }
+  object.group = group;
+  ShiftByOffset(object);
+  return object;
+}
+
+void OnClipboard(int id, int) {
+  if (id == kIdCadCopy) CopyGeometry();
+  if (id == kIdCadCut) CutGeometry();
+  if (id == kIdCadPaste) PasteGeometry();
+}
+
+}  // namespace
+
+void ShiftByOffset(SketchObject& object) {
+  object.x += BySketchUnit(kOffsetInch, kOffsetMm);
+  object.y += BySketchUnit(kOffsetInch, kOffsetMm);
+}
+
+void CopyGeometry() {
+  if (Store()) LogSketchOperation(u"Copied part");
+}
+
+void CutGeometry() {
+  if (!MayEditSelection() || !Store()) return;
+  PushSketchUndo();
+  DeleteGeometry();
+  LogSketchOperation(u"Cut part");
+}
+
+void PasteGeometry() {
+  if (!clipboard.valid || clipboard.count < 1) return;
+  if (sketch.objectCount + clipboard.count > kMaxItems) return;
+  const std::int32_t group = clipboard.count > 1 ? NextSketchGroup() : 0;
+  for (int i = 0; i < clipboard.count; ++i) {
+    if (WithinSketchLimit(PastedObject(i, group))) continue;
+    TellSketchLimit();
+    return;
+  }
+  PushSketchUndo();
+  ClearMultiSelect();
+  sketch.selected = sketch.objectCount;
+  for (int i = 0; i < clipboard.count; ++i) AppendSketchObject(PastedObject(i, group));
+  RefreshSketchPanels();
+  LogSketchOperation(u"Pasted part");
+}
+
+void RegisterSketchClipboard() {
+  RegisterCommand(RouterStage::Builder, kIdCadCopy, kIdCadPaste, platform::kNotifyClick,
+                  OnClipboard);
+}
+
+void EmptySketchClipboard() { clipboard = Clipboard(); }
+
+}  // namespace morva

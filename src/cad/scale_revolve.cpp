@@ -1,0 +1,149 @@
+#include "cad/scale_revolve.h"
+
+#include <cmath>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "cad/edit_parts.h"
+#include "cad/edits.h"
+#include "cad/outline.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kMostFactor = 1000;
+constexpr double kMostDegrees = 36000;
+constexpr int kMostCopies = 95;
+constexpr double kNoAngle = 1e9;  // a field without a number, beyond what is allowed
+constexpr int kPivotDecimals = 4;
+constexpr int kSwitchedDecimals = 5;  // of the pivot's fields after a change of unit
+
+void OpenPanel(int mode, int field) {
+  const double pivotX = tools.pivotX;
+  const double pivotY = tools.pivotY;
+  ClearTools();
+  tools.pivotX = pivotX;
+  tools.pivotY = pivotY;
+  tools.panelMode = mode;
+  RefreshCadPanel();
+  platform::SetFocusTo(field);
+  platform::SelectAllText(field);
+  platform::Repaint(kViewCadCanvas);
+}
+
+// A field that still shows the pivot stands for all of its digits.
+double PivotField(int id, double held) {
+  const std::u16string text = platform::TextOf(id);
+  const bool shown =
+      text == SketchNumber(held, kPivotDecimals) || text == SketchNumber(held, kSwitchedDecimals);
+  return shown ? held : ParseDecimal(text, kSketchLimit);
+}
+
+void ApplyRevolve() {
+  const double x = PivotField(kIdCadPivotX, tools.pivotX);
+  const double y = PivotField(kIdCadPivotY, tools.pivotY);
+  const double angle = ParseDecimal(platform::TextOf(kIdCadRevolveAngle), kNoAngle);
+  const int copies = ParseInteger(platform::TextOf(kIdCadRevolveCopies), -1);
+  const double heldX = tools.pivotX;
+  const double heldY = tools.pivotY;
+  tools.pivotX = x;
+  tools.pivotY = y;
+  if (Revolve(angle, copies)) return;
+  tools.pivotX = heldX;
+  tools.pivotY = heldY;
+}
+
+void OnScale(int id, int) {
+  if (id == kIdCadScale) OpenPanel(kPanelScale, kIdCadScaleFactor);
+  if (id == kIdCadApplyScale) ScaleGeometry();
+}
+
+void OnRevolve(int id, int) {
+  if (id == kIdCadRevolve) OpenPanel(kPanelRevolve, kIdCadRevolveAngle);
+  if (id == kIdCadApplyRevolve) ApplyRevolve();
+}
+
+bool MayRevolve(double angle, int copies) {
+  return HasSketchSelection() && !sketch.locked[sketch.selected] && copies >= 0 &&
+         copies <= kMostCopies && std::fabs(angle) <= kMostDegrees &&
+         sketch.objectCount + copies <= kMaxItems && std::fabs(tools.pivotX) < kSketchLimit &&
+         std::fabs(tools.pivotY) < kSketchLimit;
+}
+
+SketchObject TurnedObject(const SketchObject& source, double degrees) {
+  SketchObject object = source;
+  TurnObject(object, tools.pivotX, tools.pivotY, degrees);
+  return object;
+}
+
+}  // namespace
+
+void SetRevolvePivot(double x, double y) {
+  tools.pivotX = x;
+  tools.pivotY = y;
+  platform::SetText(kIdCadPivotX, SketchNumber(x, kPivotDecimals));
+  platform::SetText(kIdCadPivotY, SketchNumber(y, kPivotDecimals));
+}
+
+void ScaleGeometry() {
+  if (!MayEditSelection()) return;
+  const double factor = ParseDecimal(platform::TextOf(kIdCadScaleFactor), 0);
+  if (!(factor > 0 && factor <= kMostFactor)) {
+    SetSketchStatus(u"Scale factor must be greater than zero and at most 1000.");
+    return;
+  }
+  const SketchObject fixed = sketch.objects[sketch.selected];
+  static SketchObject scaled[kMaxItems];
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    SketchObject& object = scaled[i];
+    object = sketch.objects[i];
+    if (!InSelectedPart(i)) continue;
+    object.x = fixed.x + (object.x - fixed.x) * factor;
+    object.y = fixed.y + (object.y - fixed.y) * factor;
+    object.size *= factor;
+    object.size2 *= factor;
+    if (WithinSketchLimit(object)) continue;
+    TellSketchLimit();
+    return;
+  }
+  PushSketchUndo();
+  for (int i = 0; i < sketch.objectCount; ++i) sketch.objects[i] = scaled[i];
+  RefreshSketchPanels();
+  LogSketchOperation(u"Scaled geometry");
+}
+
+bool Revolve(double angle, int copies) {
+  if (!MayRevolve(angle, copies)) {
+    SetSketchStatus(u"Select unlocked geometry; copies must fit the sketch.");
+    return false;
+  }
+  const SketchObject source = sketch.objects[sketch.selected];
+  for (int k = 1; k <= (copies > 0 ? copies : 1); ++k) {
+    if (WithinSketchLimit(TurnedObject(source, k * angle))) continue;
+    TellSketchLimit();
+    return false;
+  }
+  PushSketchUndo();
+  if (copies == 0) sketch.objects[sketch.selected] = TurnedObject(source, angle);
+  for (int k = 1; k <= copies; ++k) AppendSketchObject(TurnedObject(source, k * angle));
+  RefreshSketchPanels();
+  LogSketchOperation(u"Revolved geometry");
+  return true;
+}
+
+void RegisterScaleRevolve() {
+  RegisterCommand(RouterStage::Builder, kIdCadScale, kIdCadApplyScale, platform::kNotifyClick,
+                  OnScale);
+  RegisterCommand(RouterStage::Builder, kIdCadRevolve, platform::kNotifyClick, OnRevolve);
+  RegisterCommand(RouterStage::Builder, kIdCadApplyRevolve, platform::kNotifyClick, OnRevolve);
+}
+
+}  // namespace morva
