@@ -8,6 +8,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyleOptionButton>
+#include <algorithm>
+#include <cmath>
 #include <thread>
 
 #include "platform/post.h"
@@ -330,6 +333,101 @@ TEST(Posts, ArriveInOrderFromAnotherThreadAlsoInsideAHandlersLoop) {
   EXPECT_TRUE(stand::Until([] { return got.size() == 40000; }));
   sender.join();
   for (std::size_t i = 0; i < got.size(); ++i) ASSERT_EQ(got[i], i);
+}
+
+// How far two colours are apart, by the ratio that legibility is measured with: from 1 for the
+// same to 21 for black on white. Written out from the definition of relative luminance.
+double Luminance(QColor colour) {
+  const auto linear = [](double c) {
+    return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+         0.0722 * linear(colour.blueF());
+}
+
+double Contrast(QColor a, QColor b) {
+  const double first = Luminance(a);
+  const double second = Luminance(b);
+  return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+QImage PictureOf(int id) { return WidgetOf(id)->grab().toImage(); }
+
+// The square of a check box, by its place in the style.
+QRect SquareOf(int id) {
+  QStyleOptionButton option;
+  option.initFrom(WidgetOf(id));
+  return WidgetOf(id)->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, WidgetOf(id));
+}
+
+TEST(CheckWidget, ShowsItsSquareAndItsTickOnADarkPanel) {
+  stand::Open();
+  for (const Colour panel : {0x021726u, 0x010F19u, 0x091627u}) {
+    Make(200, ControlKind::CheckBox, u"Match case");
+    SetColours(200, {0xDEE9F2, panel, true});
+    WidgetOf(200)->parentWidget()->setFocus();
+    const QRect square = SquareOf(200);
+    ASSERT_GE(square.width(), 13);
+    const QImage off = PictureOf(200);
+    const QPoint corners[] = {square.topLeft(), square.topRight(), square.bottomLeft(),
+                              square.bottomRight()};
+    for (const QPoint corner : corners) {
+      EXPECT_GE(Contrast(off.pixelColor(corner), QColor(QRgb(panel))), 3.0);
+    }
+    // What the tick changes: many pixels, and among them some as bright as words.
+    SetChecked(200, true);
+    const QImage on = PictureOf(200);
+    int changed = 0;
+    double brightest = 0;
+    for (int y = square.top() + 1; y < square.bottom(); ++y) {
+      for (int x = square.left() + 1; x < square.right(); ++x) {
+        changed += on.pixel(x, y) != off.pixel(x, y) ? 1 : 0;
+        brightest = std::max(brightest, Contrast(on.pixelColor(x, y), off.pixelColor(x, y)));
+      }
+    }
+    EXPECT_GE(changed, square.width() * square.height() / 2);
+    EXPECT_GE(brightest, 7.0);
+    delete WidgetOf(200);
+  }
+}
+
+TEST(CheckWidget, ShowsThatItHasTheKeyboard) {
+  stand::Open();
+  Make(200, ControlKind::CheckBox, u"Match case");
+  Make(201, ControlKind::EditLine, u"");
+  SetFocusTo(201);
+  const QImage without = PictureOf(200);
+  QTest::keyClick(WidgetOf(201), Qt::Key_Backtab);
+  ASSERT_TRUE(WidgetOf(200)->hasFocus());
+  const QImage with = PictureOf(200);
+  int bright = 0;
+  for (int y = 0; y < with.height(); ++y) {
+    for (int x = 0; x < with.width(); ++x) {
+      bright += with.pixelColor(x, y) == QColor(0x00, 0xD3, 0xF2) ? 1 : 0;
+    }
+  }
+  EXPECT_GE(bright, 100);  // the square's frame and a mark around the words
+  EXPECT_NE(with.pixelColor(SquareOf(200).topLeft()), without.pixelColor(SquareOf(200).topLeft()));
+}
+
+TEST(ComboWidget, IsAsDarkAsAKeyAndMarksTheKeyboard) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 4);
+  SetPlace(400, {20, 20, 220, 48});
+  Make(201, ControlKind::EditLine, u"");
+  SetPlace(201, {20, 100, 220, 120});
+  SetFocusTo(201);
+  const QImage plain = PictureOf(400);
+  // A key's ground runs from 0x031A27 to 0x02111C, its edge is 0x12528B.
+  for (const int y : {2, 14, 25}) {
+    const QColor ground = plain.pixelColor(100, y);
+    EXPECT_LE(ground.green(), 0x1A) << y;
+    EXPECT_GE(ground.green(), 0x11) << y;
+    EXPECT_LE(ground.blue(), 0x27) << y;
+  }
+  EXPECT_EQ(plain.pixelColor(100, 0), QColor(0x12, 0x52, 0x8B));
+  SetFocusTo(400);
+  EXPECT_EQ(PictureOf(400).pixelColor(100, 0), QColor(0x00, 0xD3, 0xF2));
 }
 
 }  // namespace

@@ -6,12 +6,14 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QLinearGradient>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTextLayout>
 #include <QToolTip>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/qt/qt_internal.h"
@@ -22,7 +24,67 @@ namespace {
 
 constexpr int kMenuRow = 30;   // pixels
 constexpr int kHoverMs = 450;  // from the pointer's rest on a key to its tip
+constexpr int kCheckBox = 15;  // pixels, frame included
+// The ground of a key; a combo stands among keys and looks like one.
+constexpr Colour kKeyTop = 0x031A27;
+constexpr Colour kKeyBottom = 0x02111C;
+constexpr Colour kFaint = 0x5C7389;  // what cannot be used
 QFont fonts[5];
+
+// A frame of one pixel just inside the place.
+void DrawFrame(QPainter* painter, const QRect& place, const QColor& line) {
+  painter->setBrush(Qt::NoBrush);
+  painter->setPen(line);
+  painter->drawRect(place.adjusted(0, 0, -1, -1));
+}
+
+Colour MarkColour(const QStyleOption& option, Colour plain) {
+  if (!option.state.testFlag(QStyle::State_Enabled)) return kFaint;
+  const bool near = option.state.testFlag(QStyle::State_MouseOver) ||
+                    option.state.testFlag(QStyle::State_HasFocus);
+  return near ? kLookBright : plain;
+}
+
+// A frame that stands out from every dark ground, full of the accent with a white tick when on.
+void DrawCheckBox(const QStyleOption& option, QPainter* painter) {
+  const int side = std::min({kCheckBox, option.rect.width(), option.rect.height()});
+  QRect box(0, 0, side, side);
+  box.moveCenter(option.rect.center());
+  const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+  const bool on = option.state.testFlag(QStyle::State_On);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing, false);
+  painter->fillRect(box, ColourOf(on && enabled ? kLookAccent : kLookOutput));
+  DrawFrame(painter, box, ColourOf(MarkColour(option, kLookDim)));
+  if (on) {
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->setPen(QPen(enabled ? QColor(Qt::white) : ColourOf(kFaint), 2));
+    const QPointF at = QRectF(box).topLeft();
+    const double unit = side / 15.0;
+    const QPointF tick[] = {at + QPointF(3.5, 7.5) * unit, at + QPointF(6.5, 10.5) * unit,
+                            at + QPointF(11.5, 4.5) * unit};
+    painter->drawPolyline(tick, 3);
+  }
+  painter->restore();
+}
+
+// A combo that cannot be typed into: a key's ground, and an arrow at its right end.
+void DrawCombo(const QStyleOptionComboBox& option, const QRect& arrow, QPainter* painter) {
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing, false);
+  QLinearGradient ground(option.rect.topLeft(), option.rect.bottomLeft());
+  ground.setColorAt(0, ColourOf(kKeyTop));
+  ground.setColorAt(1, ColourOf(kKeyBottom));
+  painter->fillRect(option.rect, ground);
+  DrawFrame(painter, option.rect, ColourOf(MarkColour(option, kLookLine)));
+  painter->setRenderHint(QPainter::Antialiasing, true);
+  painter->setPen(QPen(ColourOf(MarkColour(option, kLookDim)), 1.6));
+  const QPointF middle = QRectF(arrow).center();
+  const QPointF chevron[] = {middle + QPointF(-4, -2), middle + QPointF(0, 2),
+                             middle + QPointF(4, -2)};
+  painter->drawPolyline(chevron, 3);
+  painter->restore();
+}
 
 class DarkStyle : public QProxyStyle {
  public:
@@ -54,6 +116,7 @@ class DarkStyle : public QProxyStyle {
     if (metric == PM_TextCursorWidth) return 2;
     if (metric == PM_MenuPanelWidth) return 1;
     if (metric == PM_MenuVMargin) return 3;
+    if (metric == PM_IndicatorWidth || metric == PM_IndicatorHeight) return kCheckBox;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
@@ -79,12 +142,22 @@ class DarkStyle : public QProxyStyle {
       painter->restore();
       return;
     }
+    if (element == PE_IndicatorCheckBox) return DrawCheckBox(*option, painter);
     if (element == PE_FrameMenu) {
       painter->setPen(ColourOf(kLookLine));
       painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
       return;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override {
+    const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ComboBox && combo != nullptr && !combo->editable) {
+      return DrawCombo(*combo, subControlRect(control, option, SC_ComboBoxArrow, widget), painter);
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
 
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -127,7 +200,7 @@ QPalette DarkPalette() {
   palette.setColor(QPalette::Shadow, Qt::black);
   for (const QPalette::ColorRole role :
        {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText}) {
-    palette.setColor(QPalette::Disabled, role, QColor(0x5C, 0x73, 0x89));
+    palette.setColor(QPalette::Disabled, role, ColourOf(kFaint));
   }
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x12, 0x36, 0x4E));
   return palette;
