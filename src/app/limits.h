@@ -22,6 +22,7 @@ inline constexpr int kMaxCompareCells = 4000000;   // summary "   | large-file a
 inline constexpr int kMaxRules = 24;               // "Enter nonempty Find text. Up to 24 rules can be queued."
 inline constexpr int kFindUnits = 256;             // a find or replacement text with its terminator; typing stops
 inline constexpr int kMaxRuleOutput = 2000000;     // "Replacement exceeds the size limit. No code changed."
+inline constexpr int kMaxChangedUnits = 33554432;  // what DO ALL may write, as much as can be opened again: "Replacement exceeds the size limit. No code changed."
 inline constexpr int kMaxReceivedBytes = 2097152;      // "TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was reached. ..."
 inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
 inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."

@@ -4,7 +4,6 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -183,17 +182,19 @@ void ShowRules() {
   }
 }
 
+// What the status line said belongs to the step before; a refusal must not outlive its reason.
+void RulesChanged() {
+  ShowRules();
+  platform::SetText(kIdFindStatus, u"");
+}
+
 void OnAdd(int, int) {
-  if (AddRule(FindField(), ReplaceField())) {
-    ShowRules();
-    return;
-  }
+  if (AddRule(FindField(), ReplaceField())) return RulesChanged();
   platform::SetText(kIdFindStatus, u"Enter nonempty Find text. Up to 24 rules can be queued.");
 }
 
 void OnRemove(int, int) {
-  const int row = platform::SelectedRow(kIdRuleList);
-  if (RemoveRule(row)) ShowRules();
+  if (RemoveRule(platform::SelectedRow(kIdRuleList))) RulesChanged();
 }
 
 void OnPreview(int, int) { ApplyRules(false); }
@@ -202,10 +203,7 @@ void OnNext(int, int) { NextMatch(); }
 void OnPrompt(int, int) { PromptEach(); }
 void OnAll(int, int) { DoAll(); }
 
-void OnUndo(int, int) {
-  platform::RunEditAction(kIdEditor, platform::EditAction::Undo);
-  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
-}
+void OnUndo(int, int) { UndoInCode(); }
 
 // Enter in the Find field is the next match.
 bool FindFieldKey(const platform::KeyEvent& key) {

@@ -10,6 +10,8 @@ void ApplyRules(bool commit);
 // Asks at every occurrence; replaces every occurrence after one question.
 void PromptEach();
 void DoAll();
+// One step back in the program, whichever change it was.
+void UndoInCode();
 
 void RegisterFindPane();
 void ResetFindPane();

@@ -1,5 +1,9 @@
 #include "codetools/find_rules.h"
 
+#include <algorithm>
+#include <new>
+#include <utility>
+
 #include "library/codetext.h"
 
 namespace morva {
@@ -64,6 +68,44 @@ const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const Read
   return nullptr;
 }
 
+constexpr int kMostPlaces = 8;
+
+// What a change leaves, piece by piece in a block of a given size, with the followed places.
+struct Writing {
+  ChangedText changed;
+  FollowedPlaces places;
+  int order[kMostPlaces] = {};  // by place, so that a piece looks at the next one only
+  int next = 0;
+};
+
+// False: there is no memory.
+bool BeginWriting(Writing& out, std::size_t capacity, FollowedPlaces places) {
+  out.places = places;
+  out.places.count = std::min(places.count, kMostPlaces);
+  for (int i = 0; i < out.places.count; ++i) out.order[i] = i;
+  std::sort(out.order, out.order + out.places.count,
+            [&places](int a, int b) { return places.at[a] < places.at[b]; });
+  out.changed.units.reset(new (std::nothrow) char16_t[capacity]);
+  return out.changed.units != nullptr;
+}
+
+// `piece` stands for the `taken` units of the old text at `from`.
+void WritePiece(Writing& out, std::u16string_view piece, std::size_t from, std::size_t taken) {
+  for (; out.next < out.places.count; ++out.next) {
+    std::size_t& place = out.places.at[out.order[out.next]];
+    if (place >= from + taken) break;
+    place = out.changed.length + std::min(place - from, piece.size());
+  }
+  std::copy(piece.begin(), piece.end(), out.changed.units.get() + out.changed.length);
+  out.changed.length += piece.size();
+}
+
+void EndWriting(Writing& out) {
+  for (; out.next < out.places.count; ++out.next) {
+    out.places.at[out.order[out.next]] = out.changed.length;
+  }
+}
+
 }  // namespace
 
 bool AddRule(std::u16string_view find, std::u16string_view replaceWith) {
@@ -110,36 +152,40 @@ std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string
 }
 
 RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, bool matchCase,
-                 bool wholeToken) {
+                 bool wholeToken, FollowedPlaces places) {
   RuleRun run;
+  run.overLimit = true;
   const ReadyRules ready = MakeReady(rules, count, matchCase);
+  Writing out;
+  if (!BeginWriting(out, kMaxRuleOutput, places)) return run;
   constexpr std::size_t kMost = kMaxRuleOutput;
-  run.text.reserve(text.size() + 4096 < kMost ? text.size() + 4096 : kMost);
   bool atLineStart = true;
   bool protectedLine = false;
-  for (std::size_t at = 0; at < text.size();) {
+  std::size_t kept = 0;  // from here to `at` everything stays as it is
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t length = out.changed.length + (at - kept);
     if (atLineStart) protectedLine = OpensProtectedLine(text, at);
     const ReadyRule* rule =
         protectedLine ? nullptr : FirstMatch(text, at, ready, matchCase, wholeToken);
     if (rule) {
-      if (run.text.size() + rule->replaceWith.size() >= kMost) {
-        run.overLimit = true;
-        return run;
-      }
-      run.text += rule->replaceWith;
+      if (length + rule->replaceWith.size() >= kMost) return run;
+      WritePiece(out, text.substr(kept, at - kept), kept, at - kept);
+      WritePiece(out, rule->replaceWith, at, rule->find.size());
       at += rule->find.size();
+      kept = at;
       ++run.matches;
       atLineStart = false;
       continue;
     }
-    if (run.text.size() >= kMost - 1) {
-      run.overLimit = true;
-      return run;
-    }
+    if (length >= kMost - 1) return run;
     const char16_t c = text[at++];
-    run.text += c;
     atLineStart = c == u'\r' || c == u'\n';
   }
+  WritePiece(out, text.substr(kept), kept, at - kept);
+  EndWriting(out);
+  run.text = std::move(out.changed);
+  run.overLimit = false;
   return run;
 }
 
@@ -152,18 +198,23 @@ std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find
   return count;
 }
 
-std::u16string ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
-                                  std::u16string_view replaceWith) {
-  std::u16string out;
+ChangedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                               std::u16string_view replaceWith, FollowedPlaces places) {
+  const auto count = static_cast<std::size_t>(CountOccurrences(text, find));
+  const std::size_t size = text.size() - count * find.size() + count * replaceWith.size();
+  if (size > kMaxChangedUnits) return {};
+  Writing out;
+  if (!BeginWriting(out, size, places)) return {};
   std::size_t from = 0;
   for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
        at = FindMatch(text, from, find, false, false)) {
-    out += text.substr(from, at - from);
-    out += replaceWith;
+    WritePiece(out, text.substr(from, at - from), from, at - from);
+    WritePiece(out, replaceWith, at, find.size());
     from = at + find.size();
   }
-  out += text.substr(from);
-  return out;
+  WritePiece(out, text.substr(from), from, text.size() - from);
+  EndWriting(out);
+  return std::move(out.changed);
 }
 
 }  // namespace morva

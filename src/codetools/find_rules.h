@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -40,19 +41,36 @@ bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view
 std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
                       bool matchCase, bool wholeToken);
 
+// A text written by a change; without `units` there was no memory for it.
+struct ChangedText {
+  std::unique_ptr<char16_t[]> units;
+  std::size_t length = 0;
+  std::u16string_view View() const { return {units.get(), length}; }
+};
+
+// Places in the text before a change, 0 to its length. The change sets each to where the same
+// place lies behind it: a place inside what was replaced stays as far into the replacement as
+// that goes.
+struct FollowedPlaces {
+  std::size_t* at = nullptr;
+  int count = 0;
+};
+
 struct RuleRun {
-  std::u16string text;
+  ChangedText text;
   std::int32_t matches = 0;
-  bool overLimit = false;  // the output would reach 2,000,000 units; text and count mean nothing
+  // The output would reach 2,000,000 units, or there is no memory for it; nothing else counts.
+  bool overLimit = false;
 };
 // One pass of `rules` over the text: at each place outside marker lines the first rule in the
 // queue that matches wins.
 RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, bool matchCase,
-                 bool wholeToken);
+                 bool wholeToken, FollowedPlaces places = {});
 
 // Every occurrence, any case, no bounds, no protection, from left to right.
 std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find);
-std::u16string ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
-                                  std::u16string_view replaceWith);
+// Without units also where the text would pass kMaxChangedUnits.
+ChangedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                               std::u16string_view replaceWith, FollowedPlaces places = {});
 
 }  // namespace morva

@@ -1,5 +1,9 @@
 #include "codetools/find_work.h"
 
+#include <algorithm>
+#include <string>
+#include <utility>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
@@ -8,6 +12,7 @@
 #include "codetools/find_rules.h"
 #include "codetools/words_view.h"
 #include "documents/autosave.h"
+#include "documents/editor_changes.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
@@ -38,12 +43,82 @@ void SelectText(std::u16string_view text, std::size_t at, std::size_t length) {
   platform::ScrollCaretIntoView(kIdEditor);
 }
 
-// The whole program as one undoable edit.
-void ReplaceProgram(const std::u16string& text) {
-  platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
-  platform::ReplaceSelection(kIdEditor, text, true);
-  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+// The review covers the code, and the code is not to change or be shown behind it.
+void UncoverCode() {
+  if (app.compareActive) Call(hooks.leaveCompare);
 }
+
+// A change is no typing: the completion list does not open on it.
+void ReplaceQuietly(const std::u16string_view text) {
+  completionApplying = true;
+  platform::ReplaceSelection(kIdEditor, text, true);
+  completionApplying = false;
+}
+
+// Where the user is in the program, so that a change of the whole text leaves him there: his
+// caret and the line at the top, and the caret's line and the top one of the words view.
+struct Standing {
+  enum Place { kCaret, kTop, kWordsCaret, kWordsTop, kPlaces };
+  std::size_t at[kPlaces] = {};
+  int wordsColumn = 0;
+  FollowedPlaces Followed() { return {at, kPlaces}; }
+};
+
+std::size_t LineAt(std::u16string_view text, int line) {
+  return static_cast<std::size_t>(TextIndexOf(text, platform::EditorLineStart(kIdEditor, line)));
+}
+
+int PositionOf(std::u16string_view text, std::size_t at) {
+  return MapTextOffset(text, static_cast<std::int32_t>(at));
+}
+
+int LineOfPlace(std::u16string_view text, std::size_t at) {
+  return platform::EditorLineOf(kIdEditor, PositionOf(text, at));
+}
+
+Standing NoteStanding(std::u16string_view text) {
+  Standing standing;
+  standing.at[Standing::kCaret] =
+      static_cast<std::size_t>(TextIndexOf(text, platform::EditorSelection(kIdEditor).to));
+  standing.at[Standing::kTop] = LineAt(text, platform::FirstVisibleLine(kIdEditor));
+  if (!app.commandWordsActive) return standing;
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  const int line = platform::EditorLineOf(kIdWordsEditor, caret);
+  standing.wordsColumn = caret - platform::EditorLineStart(kIdWordsEditor, line);
+  standing.at[Standing::kWordsCaret] = LineAt(text, line);
+  standing.at[Standing::kWordsTop] = LineAt(text, platform::FirstVisibleLine(kIdWordsEditor));
+  return standing;
+}
+
+void ReturnToStanding(std::u16string_view text, const Standing& standing) {
+  const int caret = PositionOf(text, standing.at[Standing::kCaret]);
+  platform::SetEditorSelection(kIdEditor, {caret, caret});
+  platform::ScrollToLine(kIdEditor, LineOfPlace(text, standing.at[Standing::kTop]));
+}
+
+void ReturnInWords(std::u16string_view text, const Standing& standing) {
+  const int line = LineOfPlace(text, standing.at[Standing::kWordsCaret]);
+  const int start = platform::EditorLineStart(kIdWordsEditor, line);
+  const int length = platform::EditorLineLength(kIdWordsEditor, line);
+  const int caret = start + std::min(standing.wordsColumn, length);
+  platform::SetEditorSelection(kIdWordsEditor, {caret, caret});
+  platform::ScrollToLine(kIdWordsEditor, LineOfPlace(text, standing.at[Standing::kWordsTop]));
+}
+
+// The whole program as one undoable edit. The user stays where he was, at the same code.
+void ReplaceProgram(std::u16string_view text, const Standing& standing) {
+  for (const int id : {kIdEditor, kIdWordsEditor}) platform::HoldEditorRedraw(id, true);
+  platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
+  ReplaceQuietly(text);
+  ReturnToStanding(text, standing);
+  if (app.commandWordsActive) {
+    Call(hooks.wordsFromEditor);
+    ReturnInWords(text, standing);
+  }
+  for (const int id : {kIdEditor, kIdWordsEditor}) platform::HoldEditorRedraw(id, false);
+}
+
+void TellOverLimit() { PaneStatus(u"Replacement exceeds the size limit. No code changed."); }
 
 bool RefuseEmptyFind(const std::u16string& find) {
   if (!find.empty()) return false;
@@ -62,29 +137,43 @@ struct Prompted {
   int reviewed = 0;
 };
 
+// Autosave and the refresh of a pause write markers while a question stands open. They take
+// the selection along, so the occurrence is where that is now; npos where it is there no more.
+std::size_t SelectedOccurrence(std::u16string_view text, const std::u16string& find) {
+  const platform::EditorRange range = platform::EditorSelection(kIdEditor);
+  const auto from = static_cast<std::size_t>(TextIndexOf(text, range.from));
+  const auto to = static_cast<std::size_t>(TextIndexOf(text, range.to));
+  return to - from == find.size() && MatchAt(text, from, find, false, false) ? from : kNone;
+}
+
 // One occurrence: shows it, asks, replaces. False: the user stopped.
-bool PromptAt(const std::u16string& text, std::size_t& at, const std::u16string& find,
+bool PromptAt(std::u16string_view text, std::size_t& at, const std::u16string& find,
               const std::u16string& replaceWith, Prompted& prompted) {
   SelectText(text, at, find.size());
   platform::SetFocusTo(kIdEditor);
-  ++prompted.reviewed;
   const std::uint64_t serial = ActiveSerial();
   const platform::BoxAnswer answer = platform::ShowBox(
       u"MORVA Change All",
       Question(u"Change this occurrence?", find, replaceWith) +
           u"\r\n\r\nYES = replace this one\r\nNO = skip this one\r\nCANCEL = stop",
       platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
-  if (answer != platform::BoxAnswer::Yes && answer != platform::BoxAnswer::No) return false;
+  const bool goesOn = answer == platform::BoxAnswer::Yes || answer == platform::BoxAnswer::No;
   // Another program came up meanwhile: nobody was asked about that one.
-  if (ActiveSerial() != serial) return false;
+  if (goesOn && ActiveSerial() != serial) {
+    ++prompted.reviewed;
+    return false;
+  }
+  const std::size_t found = goesOn ? SelectedOccurrence(platform::EditorText(kIdEditor), find) : at;
+  // Somebody else changed the occurrence itself: what stands there now is asked about.
+  if (found == kNone) return true;
+  ++prompted.reviewed;
+  if (!goesOn) return false;
+  at = found;
   if (answer == platform::BoxAnswer::No) {
     at += find.size();
     return true;
   }
-  // A refresh may have run while the box stood open: then the place is looked for again.
-  if (platform::EditorText(kIdEditor) != text) return true;
-  SelectText(text, at, find.size());
-  platform::ReplaceSelection(kIdEditor, replaceWith, true);
+  ReplaceQuietly(replaceWith);
   ++prompted.accepted;
   at += replaceWith.size();
   return true;
@@ -97,8 +186,9 @@ std::u16string FindField() { return platform::TextOf(kIdFindText).substr(0, kFin
 std::u16string ReplaceField() { return platform::TextOf(kIdReplaceText).substr(0, kFindUnits - 1); }
 
 void NextMatch() {
+  UncoverCode();
   SetWordsView(false);
-  const std::u16string text(platform::EditorText(kIdEditor));
+  const std::u16string_view text(platform::EditorText(kIdEditor));
   const std::u16string find = FindField();
   const bool matchCase = platform::IsChecked(kIdMatchCase);
   const bool wholeToken = platform::IsChecked(kIdWholeToken);
@@ -118,6 +208,7 @@ void NextMatch() {
 }
 
 void ApplyRules(bool commit) {
+  if (commit) UncoverCode();
   SetWordsView(false);
   FindRule single;
   const FindRule* rules = ruleQueue.rules;
@@ -128,34 +219,31 @@ void ApplyRules(bool commit) {
     rules = &single;
     count = single.find[0] ? 1 : 0;
   }
-  const RuleRun run =
-      RunRules(platform::EditorText(kIdEditor), rules, count, platform::IsChecked(kIdMatchCase),
-               platform::IsChecked(kIdWholeToken));
-  if (run.overLimit) {
-    PaneStatus(u"Replacement exceeds the size limit. No code changed.");
-    return;
-  }
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  Standing standing = NoteStanding(text);
+  const RuleRun run = RunRules(text, rules, count, platform::IsChecked(kIdMatchCase),
+                               platform::IsChecked(kIdWholeToken), standing.Followed());
+  if (run.overLimit) return TellOverLimit();
   PaneStatus(IntegerText(run.matches) +
              (commit ? u" replacements applied. Undo restores the previous code."
                      : u" matches in the active program. Apply Rules performs this batch."));
   if (!commit || run.matches == 0) return;
-  ReplaceProgram(run.text);
+  ReplaceProgram(run.text.View(), standing);
   MarkModified();
   ArmTextRefresh(kRulesRefreshMs);
 }
 
 void PromptEach() {
+  UncoverCode();
   SetWordsView(false);
   const std::u16string find = FindField();
   const std::u16string replaceWith = ReplaceField();
   if (RefuseEmptyFind(find)) return;
-  // Settled now, so that no marker comes in between two questions.
-  AutoTagBlocks();
   const std::uint64_t serial = ActiveSerial();
   Prompted prompted;
   std::size_t at = 0;
   for (int round = 0; round < kMostPrompts; ++round) {
-    const std::u16string text(platform::EditorText(kIdEditor));
+    const std::u16string_view text = platform::EditorText(kIdEditor);
     at = FindMatch(text, at, find, false, false);
     if (at == kNone || !PromptAt(text, at, find, replaceWith, prompted)) break;
   }
@@ -185,13 +273,24 @@ void DoAll() {
           u"\r\n\r\nMatches:  " + IntegerText(count),
       platform::BoxButtons::YesNo, platform::BoxIcon::Warning);
   if (answer != platform::BoxAnswer::Yes || ActiveSerial() != serial) return;
-  // Counted again: a refresh may have run while the box stood open.
-  const std::u16string text(platform::EditorText(kIdEditor));
+  // Read and counted again: a refresh may have run while the box stood open.
+  const std::u16string_view text = platform::EditorText(kIdEditor);
   const int changed = CountOccurrences(text, find);
-  ReplaceProgram(ReplaceOccurrences(text, find, replaceWith));
+  Standing standing = NoteStanding(text);
+  const ChangedText all = ReplaceOccurrences(text, find, replaceWith, standing.Followed());
+  if (!all.units) return TellOverLimit();
+  UncoverCode();
+  ReplaceProgram(all.View(), standing);
   Call(hooks.rebuildToolpath);
   MarkModified();
   AppendOutput(u"DO ALL complete: " + IntegerText(changed) + u" occurrence(s) changed.");
+}
+
+void UndoInCode() {
+  UncoverCode();
+  platform::RunEditAction(kIdEditor, platform::EditAction::Undo);
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  PaneStatus(u"");
 }
 
 void ResetFindWork() { nextMatchStart = 0; }

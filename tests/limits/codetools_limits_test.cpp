@@ -93,7 +93,7 @@ TEST(CodeToolLimits, WhatRulesMayWrite) {
     // One unit more as it stands, then a second that reaches the limit.
     const RuleRun run = RunRules(text + (one ? u"." : u".."), ruleQueue.rules, 1, true, false);
     EXPECT_EQ(run.overLimit, !one);
-    EXPECT_TRUE(!one || run.text.size() == 1999999u);
+    EXPECT_TRUE(!one || run.text.length == 1999999u);
   }
   ClearRules();
 }

@@ -42,45 +42,45 @@ TEST(MatchAt, AWholeTokenTouchesNoWordCharacter) {
 
 TEST(Rules, DoNotCascade) {
   const RuleRun run = Apply(u"A B", {{u"A", u"B"}, {u"B", u"C"}});
-  EXPECT_EQ(run.text, u"B C");
+  EXPECT_EQ(run.text.View(), u"B C");
   EXPECT_EQ(run.matches, 2);
 }
 
 TEST(Rules, SwapInOnePass) {
-  EXPECT_EQ(Apply(u"ABBA", {{u"A", u"B"}, {u"B", u"A"}}).text, u"BAAB");
+  EXPECT_EQ(Apply(u"ABBA", {{u"A", u"B"}, {u"B", u"A"}}).text.View(), u"BAAB");
 }
 
 TEST(Rules, TheFirstInTheQueueWinsNotTheLongest) {
-  EXPECT_EQ(Apply(u"G01", {{u"G0", u"x"}, {u"G01", u"y"}}).text, u"x1");
+  EXPECT_EQ(Apply(u"G01", {{u"G0", u"x"}, {u"G01", u"y"}}).text.View(), u"x1");
 }
 
 TEST(Rules, WholeTokenLooksAtTheOriginalText) {
-  EXPECT_EQ(Apply(u"G10 G1. G1", {{u"G1", u"G01"}}, false, true).text, u"G10 G01. G01");
+  EXPECT_EQ(Apply(u"G10 G1. G1", {{u"G1", u"G01"}}, false, true).text.View(), u"G10 G01. G01");
   // In the output "G1" would touch a letter; in the text it stood alone.
-  EXPECT_EQ(Apply(u"X.G1", {{u".", u""}, {u"X", u"Y"}, {u"G1", u"G01"}}, false, true).text,
+  EXPECT_EQ(Apply(u"X.G1", {{u".", u""}, {u"X", u"Y"}, {u"G1", u"G01"}}, false, true).text.View(),
             u"Y.G01");
 }
 
 TEST(Rules, AnEmptyReplacementDeletes) {
   const RuleRun run = Apply(u"N10 G0 N20", {{u"N10 ", u""}});
-  EXPECT_EQ(run.text, u"G0 N20");
+  EXPECT_EQ(run.text.View(), u"G0 N20");
   EXPECT_EQ(run.matches, 1);
 }
 
 TEST(Rules, LeaveMarkerLinesAlone) {
   const RuleRun run = Apply(u"(MORVA BEGIN 12)\r\n \t(morva begin 3)\r\nBEGIN\r\n(MORVATED BEGIN)",
                             {{u"BEGIN", u"x"}});
-  EXPECT_EQ(run.text, u"(MORVA BEGIN 12)\r\n \t(morva begin 3)\r\nx\r\n(MORVATED BEGIN)");
+  EXPECT_EQ(run.text.View(), u"(MORVA BEGIN 12)\r\n \t(morva begin 3)\r\nx\r\n(MORVATED BEGIN)");
   EXPECT_EQ(run.matches, 1);
 }
 
 TEST(Rules, AMatchAtALineStartClearsTheLineStart) {
   // What follows the match is no line start, so the marker behind it is not protected.
-  EXPECT_EQ(Apply(u"Q(MORVA BEGIN", {{u"Q", u""}, {u"BEGIN", u"x"}}).text, u"(MORVA x");
+  EXPECT_EQ(Apply(u"Q(MORVA BEGIN", {{u"Q", u""}, {u"BEGIN", u"x"}}).text.View(), u"(MORVA x");
 }
 
 TEST(Rules, AReplacedLineEndOpensNoProtectedLine) {
-  EXPECT_EQ(Apply(u"G0\n(MORVA BEGIN 1)", {{u"\n", u"\n"}, {u"BEGIN", u"x"}}).text,
+  EXPECT_EQ(Apply(u"G0\n(MORVA BEGIN 1)", {{u"\n", u"\n"}, {u"BEGIN", u"x"}}).text.View(),
             u"G0\n(MORVA x 1)");
 }
 
@@ -109,8 +109,8 @@ TEST(DoAll, CountsAndReplacesAnyCaseWithoutProtection) {
   const std::u16string text = u"(MORVA BEGIN 1) begin aaa";
   EXPECT_EQ(CountOccurrences(text, u"BEGIN"), 2);
   EXPECT_EQ(CountOccurrences(text, u"aa"), 1);
-  EXPECT_EQ(ReplaceOccurrences(text, u"begin", u"x"), u"(MORVA x 1) x aaa");
-  EXPECT_EQ(ReplaceOccurrences(u"aaa", u"a", u"aa"), u"aaaaaa");
+  EXPECT_EQ(ReplaceOccurrences(text, u"begin", u"x").View(), u"(MORVA x 1) x aaa");
+  EXPECT_EQ(ReplaceOccurrences(u"aaa", u"a", u"aa").View(), u"aaaaaa");
 }
 
 }  // namespace

@@ -13,13 +13,14 @@
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/workbench.h"
+#include "unit/shell/failing_arrays.h"
 
-// The next array that may fail does, where a test says so.
-namespace {
-int arraysUntilFailure = 0;  // 0: none fails
-}  // namespace
+namespace shell_test {
+int arraysUntilFailure = 0;
+}  // namespace shell_test
 
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  using shell_test::arraysUntilFailure;
   if (arraysUntilFailure > 0 && --arraysUntilFailure == 0) return nullptr;
   return ::operator new[](size);
 }
@@ -410,9 +411,9 @@ TEST_F(Review, ShowsPlainWordsWhereTheWordsViewIsOn) {
 
 TEST_F(Review, WithoutMemoryForItsTextAPaneStaysEmptyAndTheOtherIsFilled) {
   Compare(u"A\r\n", u"B\r\n");
-  arraysUntilFailure = 1;
+  shell_test::arraysUntilFailure = 1;
   headless::Click(kIdReviewSpaces);
-  EXPECT_EQ(arraysUntilFailure, 0);
+  EXPECT_EQ(shell_test::arraysUntilFailure, 0);
   EXPECT_EQ(Left(), u"");
   EXPECT_EQ(Right(), u"1 ~  B\r\n");
   EXPECT_EQ(Summary(), u"READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1");
