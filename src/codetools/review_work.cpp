@@ -31,6 +31,7 @@ std::int32_t shownRows[kMaxCompareRows];
 std::int32_t shownCount = 0;
 std::int32_t currentRow = -1;  // in shownRows
 bool renderedInWords = false;
+std::uint64_t comparedRevision = 0;  // of the code editor, whose program may be on a side
 
 // The scroll lock's memory, and its guard against hearing its own scrolling.
 int seenLine[2] = {0, 0};
@@ -107,6 +108,23 @@ void FillPane(int side, std::u16string_view program) {
   platform::HoldEditorRedraw(kPanes[side], false);
 }
 
+// The code behind the review changed, by a key or by the markers of a pause: what is looked at
+// must be what a send would take.
+void FollowCode() {
+  const std::uint64_t revision = platform::EditorRevision(kIdEditor);
+  if (revision == comparedRevision) return;
+  comparedRevision = revision;
+  const ProgramTab* active = ActiveTab();
+  if (!active || (TabOfSide(0) != active && TabOfSide(1) != active)) return;
+  SyncActiveTab();
+  const int top = platform::FirstVisibleLine(kPanes[0]);
+  ReviewCompare();
+  following = true;
+  for (const int pane : kPanes) platform::ScrollToLine(pane, top);
+  following = false;
+  RememberScroll();
+}
+
 }  // namespace
 
 void ReviewEnter() {
@@ -176,6 +194,7 @@ void ReviewCompare() {
     platform::SetText(kIdReviewSummary, kNoSides);
     return;
   }
+  comparedRevision = platform::EditorRevision(kIdEditor);
   CompareTexts(left->text, right->text, options);
   ReviewRender();
 }
@@ -245,7 +264,10 @@ void ReviewLockScroll() {
 void ReviewTick() {
   if (!app.compareActive) return;
   ShowPrograms();
-  if (renderedInWords != app.commandWordsActive && TabOfSide(0) && TabOfSide(1)) ReviewCompare();
+  if (TabOfSide(0) && TabOfSide(1)) {
+    FollowCode();
+    if (renderedInWords != app.commandWordsActive) ReviewCompare();
+  }
   ReviewLockScroll();
 }
 
@@ -255,6 +277,7 @@ void ResetReviewWork() {
   shownCount = 0;
   currentRow = -1;
   renderedInWords = false;
+  comparedRevision = 0;
   seenLine[0] = seenLine[1] = 0;
   following = false;
 }

@@ -1,7 +1,7 @@
 // The compare review at work: two open programs side by side, read-only.
 //
-// The stored texts of the tabs are compared, not the live editor; entering stores the active
-// one. Entering and leaving change the workspace only.
+// The stored texts of the tabs are compared, not the live editor; the active one is stored on
+// entering and when its code changes behind the review. Entering and leaving change the workspace only.
 #pragma once
 
 #include "codetools/compare.h"
@@ -27,7 +27,7 @@ void ReviewStep(int direction);
 
 // A pane was scrolled: the other one follows.
 void ReviewLockScroll();
-// Every 150 ms: the scroll lock, and tabs or the words view that changed beside the review.
+// Every 150 ms: the scroll lock, and tabs, code or the words view that changed beside the review.
 void ReviewTick();
 void ResetReviewWork();
 
