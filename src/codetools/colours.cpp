@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "codetools/code_palette.h"
 #include "library/codetext.h"
 #include "platform/window.h"
 
@@ -12,13 +13,6 @@ namespace {
 using platform::Colour;
 using platform::ColourRun;
 
-constexpr Colour kComment = 0x86D06A;
-constexpr Colour kPercent = 0x809AB2;
-constexpr Colour kWordsPlain = 0xDEC585;
-constexpr Colour kWordsComment = 0x7591A1;
-constexpr Colour kWordsRapid = 0x64B2FF;
-constexpr Colour kWordsCut = 0x56DFAD;
-
 struct Token {
   Colour colour;
   bool bold;
@@ -26,13 +20,32 @@ struct Token {
 
 // By letter from A; a colour of 0 opens no word.
 constexpr Token kTokens[26] = {
-    {0, false},        {0, false},        {0, false},        {0xE670FF, true},   // A B C D
-    {0, false},        {0x4AD6E2, true},  {0x2CD6DF, true},  {0xE670FF, true},   // E F G H
-    {0xBE84FF, false}, {0xBE84FF, false}, {0xBE84FF, false}, {0xA4B8CE, false},  // I J K L
-    {0x489AFF, true},  {0x809AB2, false}, {0xFFE880, true},  {0xA4B8CE, false},  // M N O P
-    {0xA4B8CE, false}, {0xBE84FF, false}, {0xFFC448, true},  {0xE670FF, true},   // Q R S T
-    {0, false},        {0, false},        {0, false},        {0xFFA448, true},   // U V W X
-    {0xEF87E7, true},  {0x5DC0FF, true},                                         // Y Z
+    {0, false},               // A
+    {0, false},               // B
+    {0, false},               // C
+    {kCodeTool, true},        // D
+    {0, false},               // E
+    {kCodeFeed, true},        // F
+    {kCodeG, true},           // G
+    {kCodeTool, true},        // H
+    {kCodeArc, false},        // I
+    {kCodeArc, false},        // J
+    {kCodeArc, false},        // K
+    {kCodeParameter, false},  // L
+    {kCodeM, true},           // M
+    {kCodeNumber, false},     // N
+    {kCodeProgram, true},     // O
+    {kCodeParameter, false},  // P
+    {kCodeParameter, false},  // Q
+    {kCodeArc, false},        // R
+    {kCodeSpindle, true},     // S
+    {kCodeTool, true},        // T
+    {0, false},               // U
+    {0, false},               // V
+    {0, false},               // W
+    {kCodeX, true},           // X
+    {kCodeY, true},           // Y
+    {kCodeZ, true},           // Z
 };
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
@@ -168,7 +181,7 @@ int ColourLine(std::u16string_view line, bool& inComment, ColourRun* runs, int c
       const std::size_t close = line.find(u')', i);
       const bool closed = close != std::u16string_view::npos;
       const std::size_t end = closed ? close + 1 : line.size();
-      AddRun(list, i, end, kComment, false);
+      AddRun(list, i, end, kCodeComment, false);
       if (closed) inComment = false;
       i = end;
       continue;
@@ -176,7 +189,7 @@ int ColourLine(std::u16string_view line, bool& inComment, ColourRun* runs, int c
     Colour colour = 0;
     bool bold = false;
     if (c == u'%') {
-      AddRun(list, i, i + 1, kPercent, true);
+      AddRun(list, i, i + 1, kCodePercent, true);
     } else if (i + 1 < line.size() && OpensNumber(line[i + 1]) && TokenColour(c, colour, bold)) {
       const std::size_t end = WordEnd(line, i);
       AddRun(list, i, end, colour, bold);

@@ -10,6 +10,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/code_palette.h"
 #include "codetools/command_words.h"
 #include "codetools/completion.h"
 #include "codetools/editor_help.h"
@@ -30,8 +31,6 @@ namespace {
 
 using platform::Rect;
 
-constexpr platform::Colour kRowText = 0xE1EEF8;
-constexpr platform::Colour kSelectedGround = 0x0C3B5A;
 constexpr int kTypedMs = 45;
 constexpr int kAcceptedMs = 70;
 constexpr int kWheelRows = 2;
@@ -188,7 +187,7 @@ void DrawRow(const platform::DrawState& state, platform::Canvas& canvas) {
   if (state.row < 0 || state.row >= popup.count) return;
   const Rect& area = state.area;
   const bool selected = state.row == popup.selected;
-  platform::FillArea(canvas, area, selected ? kSelectedGround : kPanelBackground);
+  platform::FillArea(canvas, area, selected ? kCompletionSelected : kPanelBackground);
   // The list has no frame; its edge sets it off from the text.
   platform::FillArea(canvas, {area.left, area.top, area.left + 1, area.bottom}, kAccent);
   const CodeRow& row = codeTable[popup.rows[state.row]];
@@ -199,9 +198,9 @@ void DrawRow(const platform::DrawState& state, platform::Canvas& canvas) {
                         FontRole::Code, kBrightAccent, align);
   }
   platform::PaintText(canvas, {area.left + kCodeLeft, area.top, area.left + kNameLeft, area.bottom},
-                      row.code, FontRole::Code, kRowText, align);
+                      row.code, FontRole::Code, kCompletionText, align);
   platform::PaintText(canvas, {area.left + kNameLeft, area.top, area.right - 4, area.bottom},
-                      row.name, FontRole::Small, kRowText, align);
+                      row.name, FontRole::Small, kCompletionText, align);
 }
 
 void MakePopup() {
@@ -214,7 +213,7 @@ void MakePopup() {
   list.wheelRows = kWheelRows;
   list.hidden = true;
   platform::MakeList(list);
-  platform::SetColours(kIdCompletion, {kRowText, kPanelBackground, false});
+  platform::SetColours(kIdCompletion, {kCompletionText, kPanelBackground, false});
 }
 
 }  // namespace

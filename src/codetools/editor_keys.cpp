@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/colours.h"
@@ -25,8 +26,6 @@ namespace morva {
 
 namespace {
 
-constexpr platform::Colour kGutterBackground = 0x021726;
-constexpr platform::Colour kGutterText = 0x91AAC4;
 constexpr int kFirstRowTop = 4;
 constexpr int kRowPitch = 20;  // matches the editor's line height
 constexpr int kRightMargin = 8;
@@ -89,14 +88,14 @@ bool EditorKey(int id, const platform::KeyEvent& key) {
 
 void PaintGutter(platform::Canvas& canvas) {
   const platform::Rect area = platform::CanvasArea(canvas);
-  platform::FillArea(canvas, area, kGutterBackground);
+  platform::FillArea(canvas, area, kPanelBackground);
   const int editor = ShownEditor();
   const int lines = platform::EditorLineCount(editor);
   int line = platform::FirstVisibleLine(editor);
   for (int top = area.top + kFirstRowTop; top + kRowPitch <= area.bottom && line < lines;
        top += kRowPitch, ++line) {
     const platform::Rect row{area.left, top, area.right - kRightMargin, top + kRowPitch};
-    platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small, kGutterText,
+    platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small, kDimText,
                         platform::kAlignRight | platform::kAlignMiddle);
   }
 }

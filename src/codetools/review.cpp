@@ -8,6 +8,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/code_palette.h"
 #include "codetools/review_work.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -21,8 +22,6 @@ using platform::ControlKind;
 using platform::FontRole;
 using platform::Rect;
 
-constexpr platform::Colour kPaneText = 0xDEE9F2;
-constexpr platform::Colour kPaneBackground = 0x010D15;
 constexpr int kGap = 6;
 constexpr int kKeyHeight = 30;
 constexpr int kLowKeyHeight = 26;
@@ -82,8 +81,8 @@ void MakePane(int id, const char16_t* name) {
   platform::EditorSpec pane;
   pane.id = id;
   pane.accessibleName = name;
-  pane.text = kPaneText;
-  pane.background = kPaneBackground;
+  pane.text = kReviewText;
+  pane.background = kDarkBand;
   pane.hidden = true;
   pane.readOnly = true;
   platform::MakeEditor(pane);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/limits.h"
+#include "codetools/code_palette.h"
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/compare.h"
@@ -15,17 +16,13 @@ namespace {
 using platform::Colour;
 using platform::ColourRun;
 
-constexpr Colour kPaneText = 0xDEE9F2;
-constexpr Colour kGWord = 0x2CD6DF;
-constexpr Colour kMWord = 0x489AFF;
-
 struct RowColours {
   Colour text;
   Colour band;
 };
-constexpr RowColours kModifiedRow = {0xFFD588, 0x453419};
-constexpr RowColours kLeftOnlyRow = {0xFF9FAC, 0x4B2228};
-constexpr RowColours kRightOnlyRow = {0x8CF2B6, 0x164131};
+constexpr RowColours kModifiedRow = {kReviewModified, kReviewModifiedBand};
+constexpr RowColours kLeftOnlyRow = {kReviewLeftOnly, kReviewLeftOnlyBand};
+constexpr RowColours kRightOnlyRow = {kReviewRightOnly, kReviewRightOnlyBand};
 
 RowColours ColoursOf(std::int32_t type, bool left) {
   if (type == kRowModified) return kModifiedRow;
@@ -55,7 +52,7 @@ int MergeInks(int length) {
     while (end < length && inks[end].colour == inks[i].colour && inks[end].bold == inks[i].bold) {
       ++end;
     }
-    const bool plain = inks[i].colour == kPaneText && !inks[i].bold;
+    const bool plain = inks[i].colour == kReviewText && !inks[i].bold;
     if (!plain) merged[count++] = {i, end - i, inks[i].colour, inks[i].bold};
     i = end;
   }
@@ -78,10 +75,10 @@ int ColourRow(std::u16string_view line, Colour base, bool words, Comments& comme
   }
   const int wordCount = words ? CommandWordsIn(looked, comments.words, spans, kMaxLineRuns) : 0;
   for (int i = 0; i < wordCount; ++i) {
-    InkStretch(spans[i].from, spans[i].length, spans[i].ofG ? kGWord : kMWord, true);
+    InkStretch(spans[i].from, spans[i].length, spans[i].ofG ? kCodeG : kCodeM, true);
   }
   int count = MergeInks(length);
-  if (line.size() > looked.size() && base != kPaneText) {
+  if (line.size() > looked.size() && base != kReviewText) {
     merged[count++] = {length, static_cast<int>(line.size()) - length, base, false};
   }
   return count;
@@ -102,7 +99,8 @@ void ColourReviewPane(int id, std::u16string_view text, const ReviewPane& pane) 
     const CompareRow& row = compareResult.rows[pane.rows[i]];
     // A row without a line on this side is no changed line here, but the other side's gap.
     const bool changed = row.type != kRowSame && (pane.left ? row.left : row.right) >= 0;
-    const RowColours colours = changed ? ColoursOf(row.type, pane.left) : RowColours{kPaneText, 0};
+    const RowColours colours =
+        changed ? ColoursOf(row.type, pane.left) : RowColours{kReviewText, 0};
     if (changed) bands[bandCount++] = {i, colours.band};
     if (coloured) {
       platform::SetLineRuns(id, i, merged, ColourRow(line, colours.text, pane.words, comments));

@@ -10,6 +10,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/code_palette.h"
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "documents/autosave.h"
@@ -22,8 +23,6 @@ namespace morva {
 
 namespace {
 
-constexpr platform::Colour kWordsText = 0xD2E2F0;
-constexpr platform::Colour kWordsBackground = 0x010D15;
 constexpr char16_t kToWords[] = u"G-code \u2192 Text";
 constexpr char16_t kToCode[] = u"Text \u2192 G-code";
 constexpr int kRefreshMs = 60;
@@ -140,7 +139,7 @@ void MakeWordsEditor() {
   spec.id = kIdWordsEditor;
   spec.accessibleName = u"Command words";
   spec.text = kWordsText;
-  spec.background = kWordsBackground;
+  spec.background = kDarkBand;
   spec.hidden = true;
   platform::MakeEditor(spec);
   platform::SetText(kIdCommandWords, kToWords);

@@ -98,5 +98,19 @@ TEST(CodeToolLimits, WhatRulesMayWrite) {
   ClearRules();
 }
 
+// What DO ALL writes has to fit in a file that can be opened again.
+TEST(CodeToolLimits, WhatDoAllMayWrite) {
+  static_assert(kMaxChangedUnits == kMaxReadBytes);
+  std::u16string text(131072, u'A');  // 256 times this is the limit
+  const std::u16string each(255, u'B');
+  for (const bool one : {true, false, true}) {
+    // The further units take it to the limit, or to one more.
+    const std::u16string rest(131072 + (one ? 0 : 1), u'.');
+    const ChangedText changed = ReplaceOccurrences(text + rest, u"A", each);
+    EXPECT_EQ(changed.units != nullptr, one);
+    EXPECT_EQ(changed.length, one ? 33554432u : 0u);
+  }
+}
+
 }  // namespace
 }  // namespace morva

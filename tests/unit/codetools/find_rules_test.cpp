@@ -92,6 +92,30 @@ TEST(Rules, StopBelowTwoMillionUnits) {
   EXPECT_FALSE(Apply(std::u16string(999999, u'a'), {{u"a", u"bb"}}).overLimit);
 }
 
+TEST(Rules, TakeFollowedPlacesAlong) {
+  FindRule rules[2];
+  CopyBounded(rules[0].find, kFindUnits, u"abc");
+  CopyBounded(rules[0].replaceWith, kFindUnits, u"x");
+  CopyBounded(rules[1].find, kFindUnits, u"d");
+  CopyBounded(rules[1].replaceWith, kFindUnits, u"long");
+  // ".abc.d.": before "abc" is 1, inside it 3, behind it 4, before "d" 5, the end 7. Written
+  // is ".x.long.". Given out of order, as a caret and a top line may be.
+  std::size_t at[6] = {7, 1, 3, 0, 4, 5};
+  const RuleRun run = RunRules(u".abc.d.", rules, 2, false, false, {at, 6});
+  EXPECT_EQ(run.text.View(), u".x.long.");
+  const std::size_t wanted[6] = {8, 1, 2, 0, 2, 3};
+  for (int i = 0; i < 6; ++i) EXPECT_EQ(at[i], wanted[i]) << i;
+}
+
+TEST(DoAll, TakesFollowedPlacesAlong) {
+  std::size_t at[3] = {6, 2, 4};
+  const ChangedText changed = ReplaceOccurrences(u"XaXXbX", u"x", u"yyy", {at, 3});
+  EXPECT_EQ(changed.View(), u"yyyayyyyyybyyy");
+  EXPECT_EQ(at[0], 14u);
+  EXPECT_EQ(at[1], 4u);
+  EXPECT_EQ(at[2], 10u);
+}
+
 TEST(RuleQueue, HoldsTwentyFourAndRefusesTheNext) {
   ClearRules();
   EXPECT_FALSE(AddRule(u"", u"x"));
