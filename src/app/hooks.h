@@ -51,6 +51,8 @@ struct Hooks {
   void (*caretHelp)() = nullptr;
   // cad: floating input windows hidden, pick state cleared.
   void (*cancelCadInput)() = nullptr;
+  // cad: what lies under the pointer, 0 for nothing of ours, every 150 ms.
+  void (*cadHover)(int id) = nullptr;
   // plate: a named plate with pending changes is stored.
   void (*storePendingPlate)() = nullptr;
   // builders: captions of the insert keys, after the link to a block under edit changed.

@@ -52,6 +52,7 @@ std::u16string HintFor(int id) {
 void HoverTick() {
   Call(hooks.compareTick);
   int id = platform::IdUnderPointer();
+  Call(hooks.cadHover, id);
   // The rename box lies over the list and goes again: the list's hint must not wipe what was said
   // about the name.
   if (id == kIdInlineName) id = kIdFeatureList;

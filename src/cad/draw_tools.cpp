@@ -1,26 +1,326 @@
 #include "cad/draw_tools.h"
 
-#include "cad/sketch.h"
+#include <algorithm>
+
+#include "app/command_ids.h"
+#include "app/router.h"
+#include "cad/canvas.h"
+#include "cad/dimensions.h"
+#include "cad/draw_parts.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "platform/control.h"
+#include "platform/window.h"
 
 namespace morva {
 
-void StartMethod(int) {}
-void StartDragTool(int) {}
-void CancelTools() {}
-bool DrawToolActive() { return false; }
-bool DrawToolPress(const platform::PointerEvent&) { return false; }
-bool DrawToolMove(const platform::PointerEvent&) { return false; }
-bool DrawToolRelease(const platform::PointerEvent&) { return false; }
-void DrawToolCaptureLost() {}
-bool DrawToolKey(const platform::KeyEvent&) { return false; }
-bool SizeBoxKey(const platform::KeyEvent&) { return false; }
-bool CommitTypedSize(bool) { return false; }
-void SnapPoint(double&, double&, int, bool) {}
-bool CreatePolygon(int, double, double, double, double) { return false; }
-SketchObject ObjectFromDrag(int, double, double, double, double) { return SketchObject(); }
-bool ObjectFromPoints(int, const double*, const double*, SketchObject&) { return false; }
-void ShowFlyout(int) {}
-void RegisterDrawTools() {}
-void ResetDrawTools() {}
+namespace {
+
+constexpr int kSlotTool = kTypeSlot + 1;
+constexpr int kPointTool = kTypeWorkPoint + 1;
+constexpr int kAxisTool = kTypeWorkAxis + 1;
+constexpr const char16_t* kSelecting = u"SELECT mode: click geometry on the canvas.";
+
+// Where the pointer was last, in canvas pixels: the number boxes open beside it.
+int lastX = 0;
+int lastY = 0;
+
+bool IsMethod(int command) {
+  return command == kIdMethodLine || command == kIdMethodLineTangent ||
+         (command >= kIdMethodCircleRadius && command <= kIdMethodCircleOnCircle) ||
+         (command >= kIdMethodRectangle && command <= kIdMethodRectangleThree) ||
+         command == kIdMethodSlotPoints || command == kIdMethodPolygon;
+}
+
+const char16_t* StartText(int command) {
+  switch (command) {
+    case kIdMethodLineTangent:
+      return u"Tangent line: pick its start, then click the desired side of a circle.";
+    case kIdMethodCircleOnLine:
+      return u"Tangent circle: pick a line, then the new center.";
+    case kIdMethodCircleOnCircle:
+      return u"Tangent circle: pick a circle, then the new center.";
+    default:
+      return u"Click construction points on the canvas. Snapping is active; Esc cancels.";
+  }
+}
+
+void LeaveModel() {
+  if (canvasView.modelView) LeaveModelView();
+}
+
+void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
+  FromCanvas(event.x, event.y, x, y);
+  SnapPoint(x, y, -1, event.alt);
+}
+
+void AddWorkPoint(const platform::PointerEvent& event) {
+  double x = 0;
+  double y = 0;
+  SnappedPosition(event, x, y);
+  AppendDrawn(ObjectFromDrag(kPointTool, x, y, x, y), u"Added work point");
+}
+
+void BeginDrag(const platform::PointerEvent& event) {
+  SnappedPosition(event, tools.dragStartX, tools.dragStartY);
+  tools.dragEndX = tools.dragStartX;
+  tools.dragEndY = tools.dragStartY;
+  tools.dragActive = true;
+  platform::CapturePointer(kViewCadCanvas);
+}
+
+void FinishDrag(const platform::PointerEvent& event) {
+  SnappedPosition(event, tools.dragEndX, tools.dragEndY);
+  tools.dragActive = false;
+  platform::ReleasePointer();
+  AppendDrawn(ObjectFromDrag(tools.dragTool, tools.dragStartX, tools.dragStartY, tools.dragEndX,
+                             tools.dragEndY),
+              u"Created geometry");
+  platform::Repaint(kViewCadCanvas);
+}
+
+bool AnyTool() {
+  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode;
+}
+
+void DropGeometryTool() {
+  tools.geometryTool = kGeometryNone;
+  tools.hoverObject = -1;
+  tools.joinSource = -1;
+  tools.previewSegmentCount = 0;
+}
+
+void EndDrag() {
+  if (tools.dragActive) platform::ReleasePointer();
+  tools.dragActive = false;
+}
+
+void EscapeKey() {
+  if (tools.constructionMethod != 0 || tools.dimensionMode) {
+    StopTools(true);
+  } else {
+    EndDrag();
+    DropGeometryTool();
+    tools.dragTool = 0;
+  }
+  SetSketchStatus(kSelecting);
+  ShowToolChange();
+}
+
+void ShowSnapCaption() {
+  const char16_t* caption = sketch.snapOn ? u"Snap ON" : u"Snap OFF";
+  platform::SetText(kIdCadSnap, caption);
+  platform::SetAccessibleName(kIdCadSnap, caption);
+}
+
+// What a left click on a tool key starts.
+void PressToolKey(int id, int) {
+  StopFlyoutRest();
+  switch (id) {
+    case kIdCadSelect:
+      return StartDragTool(0);
+    case kIdCadLine:
+      return StartMethod(kIdMethodLine);
+    case kIdCadRectangle:
+      return StartMethod(kIdMethodRectangle);
+    case kIdCadCircle:
+      return StartMethod(kIdMethodCircleRadius);
+    case kIdCadSlot:
+      return StartMethod(kIdMethodSlotDrag);
+    case kIdCadDimension:
+      return StartMethod(kIdMethodDimension);
+    case kIdCadPolygon:
+      return StartMethod(kIdMethodPolygon);
+    case kIdCadWorkAxis:
+      return StartDragTool(kAxisTool);
+    case kIdCadPoint:
+      return StartDragTool(kPointTool);
+    default:
+      return CancelTools();
+  }
+}
+
+void PressSnap(int, int) {
+  sketch.snapOn = !sketch.snapOn;
+  tools.snapHit = false;
+  tools.snapAtCentre = false;
+  ShowSnapCaption();
+  platform::Repaint(kViewCadCanvas);
+}
+
+}  // namespace
+
+void StopTools(bool keepMarks) {
+  EndDrag();
+  ToolState fresh;
+  fresh.pivotX = tools.pivotX;
+  fresh.pivotY = tools.pivotY;
+  fresh.polygonSides = tools.polygonSides;
+  if (keepMarks) std::copy_n(tools.multiSelect, kMaxItems, fresh.multiSelect);
+  tools = fresh;
+  HideSizeBoxes();
+}
+
+void ShowToolChange() {
+  for (const int id : {kIdCadSelect, kIdCadLine, kIdCadRectangle, kIdCadCircle, kIdCadSlot,
+                       kIdCadDimension, kIdCadPolygon, kIdCadWorkAxis, kIdCadPoint, kIdCadJoin,
+                       kIdCadTrimAt, kIdCadTangent, kIdCadRevolve}) {
+    platform::Repaint(id);
+  }
+  RefreshCadPanel();
+  platform::Repaint(kViewCadCanvas);
+}
+
+void FocusCanvas() {
+  if (platform::IsVisible(kViewCadCanvas)) platform::SetFocusTo(kViewCadCanvas);
+}
+
+bool AppendDrawn(const SketchObject& object, const char16_t* logged) {
+  if (sketch.objectCount >= kMaxItems || !KeepsSketchLimits(object)) return false;
+  PushSketchUndo();
+  sketch.selected = AppendSketchObject(object);
+  RefreshSketchPanels();
+  LogSketchOperation(logged);
+  return true;
+}
+
+void StartMethod(int command) {
+  if (command == kIdMethodDimension || command == kIdMethodMeasure) {
+    EnterDimensionMode(command == kIdMethodMeasure);
+    return;
+  }
+  if (command != kIdMethodSlotDrag && !IsMethod(command)) return;
+  StopTools(false);
+  LeaveModel();
+  if (command == kIdMethodSlotDrag) {
+    tools.dragTool = kSlotTool;
+    SetSketchStatus(u"Drag a slot centerline. Edit length and width in Selected Geometry.");
+  } else {
+    tools.constructionMethod = command;
+    if (command == kIdMethodPolygon) tools.panelMode = kPanelPolygon;
+    CaptionSizeBoxes();
+    SetSketchStatus(StartText(command));
+  }
+  ShowToolChange();
+  FocusCanvas();
+}
+
+void StartDragTool(int tool) {
+  if (tool < 0 || tool > kAxisTool) return;
+  StopTools(tool == 0);
+  if (tool != 0) LeaveModel();
+  tools.dragTool = tool;
+  SetSketchStatus(tool == 0 ? kSelecting : u"DRAW mode: click-drag on canvas to create geometry.");
+  ShowToolChange();
+  FocusCanvas();
+}
+
+void CancelTools() {
+  const bool any = AnyTool();
+  StopTools(true);
+  if (any) SetSketchStatus(kSelecting);
+  ShowToolChange();
+  FocusCanvas();
+}
+
+bool DrawToolActive() { return tools.constructionMethod != 0 || tools.dragTool != 0; }
+
+bool DrawToolPress(const platform::PointerEvent& event) {
+  if (event.button != platform::PointerButton::Left || !DrawToolActive()) return false;
+  lastX = event.x;
+  lastY = event.y;
+  if (tools.constructionMethod != 0) {
+    ConstructionClick(event);
+  } else if (tools.dragTool == kPointTool) {
+    AddWorkPoint(event);
+  } else {
+    BeginDrag(event);
+  }
+  platform::Repaint(kViewCadCanvas);
+  return true;
+}
+
+bool DrawToolMove(const platform::PointerEvent& event) {
+  if (!DrawToolActive()) return false;
+  lastX = event.x;
+  lastY = event.y;
+  if (tools.constructionMethod != 0) {
+    ConstructionMove(event);
+  } else if (tools.dragActive && !event.leftDown) {
+    DrawToolCaptureLost();
+  } else if (tools.dragActive) {
+    SnappedPosition(event, tools.dragEndX, tools.dragEndY);
+  } else {
+    // Only for the mark at the cursor that tells whether a snap is held.
+    double x = 0;
+    double y = 0;
+    SnappedPosition(event, x, y);
+  }
+  platform::Repaint(kViewCadCanvas);
+  return true;
+}
+
+bool DrawToolRelease(const platform::PointerEvent& event) {
+  if (event.button != platform::PointerButton::Left || !tools.dragActive) return false;
+  FinishDrag(event);
+  return true;
+}
+
+void DrawToolCaptureLost() {
+  if (!tools.dragActive) return;
+  EndDrag();
+  platform::Repaint(kViewCadCanvas);
+}
+
+bool DrawToolKey(const platform::KeyEvent& key) {
+  switch (key.key) {
+    case platform::kKeyEscape:
+      if (!AnyTool()) return false;
+      EscapeKey();
+      FocusCanvas();
+      return true;
+    case platform::kKeyTab:
+      if (tools.constructionMethod == 0) return false;
+      // The size of what touches other geometry follows from where it is.
+      if (tools.previewValid && !tools.sizePanelShown &&
+          !IsTangentMethod(tools.constructionMethod)) {
+        OpenSizeBoxes(lastX, lastY);
+      }
+      return true;
+    case platform::kKeyEnter:
+      return tools.sizePanelShown && (CommitTypedSize(false), true);
+    default:
+      return false;
+  }
+}
+
+void RegisterDrawTools() {
+  const int click = platform::kNotifyClick;
+  const RouterStage stage = RouterStage::Builder;
+  RegisterCommand(stage, kIdCadSelect, kIdCadSlot, click, PressToolKey);
+  for (const int id : {kIdCadDimension, kIdCadPolygon, kIdCadWorkAxis, kIdCadPoint, kIdCadCancel}) {
+    RegisterCommand(stage, id, click, PressToolKey);
+  }
+  constexpr int kMethods[][2] = {{kIdMethodLine, kIdMethodLineTangent},
+                                 {kIdMethodCircleRadius, kIdMethodCircleOnCircle},
+                                 {kIdMethodRectangle, kIdMethodRectangleThree},
+                                 {kIdMethodSlotDrag, kIdMethodSlotPoints},
+                                 {kIdMethodDimension, kIdMethodMeasure},
+                                 {kIdMethodPolygon, kIdMethodPolygon}};
+  for (const auto& [first, last] : kMethods) {
+    RegisterCommand(stage, first, last, click, [](int id, int) { StartMethod(id); });
+  }
+  RegisterCommand(stage, kIdCadSnap, click, PressSnap);
+  RegisterCommand(stage, kIdCadCreatePolygon, click, [](int, int) { CreatePolygonFromPanel(); });
+  RegisterCommand(stage, kIdCadCreateTyped, click, [](int, int) { CommitTypedSize(true); });
+  RegisterFlyouts();
+}
+
+void ResetDrawTools() {
+  lastX = 0;
+  lastY = 0;
+  ResetSnap();
+  ResetFlyouts();
+}
 
 }  // namespace morva

@@ -4,6 +4,7 @@
 // object appended to the live sketch; a polygon as one line a side.
 #pragma once
 
+#include "cad/construct.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -36,12 +37,6 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass);
 
 // Closed lines of a fresh group. False: refused, the status says why.
 bool CreatePolygon(int sides, double radius, double centreX, double centreY, double startAngle);
-
-// The object that a drag from start to end makes with this tool, defaults included.
-struct SketchObject;
-SketchObject ObjectFromDrag(int tool, double startX, double startY, double endX, double endY);
-// The object of a method from its points. False: degenerate.
-bool ObjectFromPoints(int method, const double* xs, const double* ys, SketchObject& object);
 
 // The popup of a tool key's methods.
 void ShowFlyout(int keyId);

@@ -1,0 +1,51 @@
+// What the files of the draw tools share; not for other rooms.
+#pragma once
+
+#include "cad/sketch.h"
+#include "platform/events.h"
+
+namespace morva {
+
+// Push, append, select, refresh, log. False, nothing changed: 96 objects, or beyond the limits.
+bool AppendDrawn(const SketchObject& object, const char16_t* logged);
+// Tools, picks and measure state as at start, boxes hidden. The revolve pivot, the sides of the
+// next polygon and, when asked, the marks of the multi-selection stay.
+void StopTools(bool keepMarks);
+// The panel, the canvas and the keys that show which tool is on.
+void ShowToolChange();
+// The canvas has the keyboard, when it can be seen.
+void FocusCanvas();
+
+// A click and a move of a running method, in canvas pixels.
+void ConstructionClick(const platform::PointerEvent& event);
+void ConstructionMove(const platform::PointerEvent& event);
+// The points are given back and the preview ends; the method itself runs on.
+void RestartMethod();
+
+// Sides of the next polygon from the panel's field: 3 to 64, 0 when it holds something else.
+int PolygonSidesField();
+// CreatePolygon without a word.
+bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle);
+inline constexpr int kLeastSides = 3;
+inline constexpr int kMostSides = 64;
+inline constexpr const char16_t* kPolygonRefused =
+    u"Use 3-64 sides, positive radius, and enough room in the sketch.";
+void CreatePolygonFromPanel();
+
+// The floating number boxes. Their caption by the method; their numbers from the preview; shown
+// beside a canvas pixel; hidden.
+void CaptionSizeBoxes();
+void FillSizeBoxes();
+void OpenSizeBoxes(int canvasX, int canvasY);
+void HideSizeBoxes();
+
+// Rest of the pointer on a tool key. A key that was used opens nothing until the pointer has
+// left it.
+void StopFlyoutRest();
+void RegisterFlyouts();
+void ResetFlyouts();
+
+// What the snap search keeps of each object.
+void ResetSnap();
+
+}  // namespace morva

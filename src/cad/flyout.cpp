@@ -1,0 +1,128 @@
+// The popups of the tool keys: every method of a key, by rest of the pointer or the Down key.
+//
+// The hover tick sees the pointer come to a key and starts a one-shot timer of 450 ms; when it
+// fires and the pointer is still there, the popup opens. A key that was used opens nothing until
+// the pointer has left it.
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "cad/draw_parts.h"
+#include "cad/draw_tools.h"
+#include "platform/menu.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kRestMs = 450;
+constexpr int kMostMethods = 5;
+
+struct Flyout {
+  int key;
+  int count;
+  platform::MenuItem items[kMostMethods];
+};
+
+constexpr Flyout kFlyouts[] = {
+    {kIdCadLine,
+     2,
+     {{kIdMethodLine, u"Line \u2014 two points"},
+      {kIdMethodLineTangent, u"Line \u2014 tangent to circle"}}},
+    {kIdCadRectangle,
+     3,
+     {{kIdMethodRectangle, u"Rectangle \u2014 two corners"},
+      {kIdMethodRectangleCentre, u"Rectangle \u2014 center and corner"},
+      {kIdMethodRectangleThree, u"Rectangle \u2014 three points (rotated)"}}},
+    {kIdCadCircle,
+     5,
+     {{kIdMethodCircleRadius, u"Circle \u2014 center and radius"},
+      {kIdMethodCircleDiameter, u"Circle \u2014 two diameter endpoints"},
+      {kIdMethodCircleThree, u"Circle \u2014 three perimeter points"},
+      {kIdMethodCircleOnLine, u"Circle \u2014 tangent to line + center"},
+      {kIdMethodCircleOnCircle, u"Circle \u2014 tangent to circle + center"}}},
+    {kIdCadSlot,
+     2,
+     {{kIdMethodSlotDrag, u"Slot \u2014 drag with preset width"},
+      {kIdMethodSlotPoints, u"Slot \u2014 centerline endpoints + width point"}}},
+    {kIdCadDimension,
+     2,
+     {{kIdMethodDimension, u"Dimension \u2014 edit object size"},
+      {kIdMethodMeasure, u"Measure \u2014 point-to-point distance"}}},
+};
+
+int restingOn = 0;  // the key under the pointer at the last tick
+bool popupOpen = false;
+
+const Flyout* FlyoutOf(int keyId) {
+  for (const Flyout& flyout : kFlyouts) {
+    if (flyout.key == keyId) return &flyout;
+  }
+  return nullptr;
+}
+
+void HoverTick(int under) {
+  if (popupOpen || under == restingOn) return;
+  restingOn = under;
+  StopFlyoutRest();
+  if (FlyoutOf(under)) platform::StartTimer(platform::kMainWindow, kTimerFlyout, kRestMs);
+}
+
+void RestOver() {
+  StopFlyoutRest();
+  // Nothing pops up over a box, or while another program has the keyboard.
+  if (platform::FocusedId() == 0 || platform::IdUnderPointer() != restingOn) return;
+  ShowFlyout(restingOn);
+}
+
+template <int keyId>
+bool KeyOn(const platform::KeyEvent& key) {
+  if (key.key != platform::kKeyDown || key.ctrl || key.alt) return false;
+  ShowFlyout(keyId);
+  return true;
+}
+
+template <int keyId>
+void ListenToKey() {
+  Handlers handlers;
+  handlers.id = keyId;
+  handlers.key = KeyOn<keyId>;
+  RegisterHandlers(handlers);
+}
+
+}  // namespace
+
+void StopFlyoutRest() { platform::StopTimer(platform::kMainWindow, kTimerFlyout); }
+
+void ShowFlyout(int keyId) {
+  const Flyout* flyout = FlyoutOf(keyId);
+  StopFlyoutRest();
+  if (!flyout || popupOpen || !platform::IsVisible(keyId) || !platform::IsEnabled(keyId)) return;
+  const platform::Rect place = platform::PlaceInMainWindow(keyId);
+  popupOpen = true;
+  const int method = platform::ShowPopup(flyout->items, flyout->count, place.left, place.bottom);
+  popupOpen = false;
+  if (method > 0) StartMethod(method);
+}
+
+void RegisterFlyouts() {
+  hooks.cadHover = HoverTick;
+  RegisterTimer(kTimerFlyout, RestOver);
+  ListenToKey<kIdCadLine>();
+  ListenToKey<kIdCadRectangle>();
+  ListenToKey<kIdCadCircle>();
+  ListenToKey<kIdCadSlot>();
+  ListenToKey<kIdCadDimension>();
+}
+
+void ResetFlyouts() {
+  restingOn = 0;
+  popupOpen = false;
+  StopFlyoutRest();
+}
+
+}  // namespace morva

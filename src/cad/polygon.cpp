@@ -1,0 +1,99 @@
+// Regular polygons: a closed run of lines in a group of its own, by two clicks or the panel.
+
+#include "app/command_ids.h"
+#include "cad/draw_parts.h"
+#include "cad/draw_tools.h"
+#include "cad/outline.h"
+#include "cad/tool_state.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kMostStartAngle = 36000;  // degrees
+
+bool ReadField(int id, double& value) { return ReadStrictNumber(platform::TextOf(id), value); }
+
+bool IsWholeSides(double value) {
+  return value >= kLeastSides && value <= kMostSides && value == static_cast<int>(value);
+}
+
+// The lines of a polygon; every one keeps to the sketch's limits. False: one does not.
+bool PolygonLines(int sides, double radius, double centreX, double centreY, double startAngle,
+                  SketchObject* lines) {
+  double xs[kMostSides];
+  double ys[kMostSides];
+  for (int i = 0; i < sides; ++i) {
+    const double angle = startAngle + 360.0 * i / sides;
+    xs[i] = centreX + radius * SketchCosine(angle);
+    ys[i] = centreY + radius * SketchSine(angle);
+  }
+  for (int i = 0; i < sides; ++i) {
+    const int next = (i + 1) % sides;
+    const double dx = xs[next] - xs[i];
+    const double dy = ys[next] - ys[i];
+    SketchObject& line = lines[i];
+    line = SketchObject();
+    line.type = kTypeLine;
+    line.x = xs[i];
+    line.y = ys[i];
+    line.size = SketchRoot(dx * dx + dy * dy);
+    line.angle = AngleDegrees(dy, dx);
+    if (!(line.size > 0) || !KeepsSketchLimits(line)) return false;
+  }
+  return true;
+}
+
+bool Below(double value, double limit) { return value > -limit && value < limit; }
+
+}  // namespace
+
+int PolygonSidesField() {
+  if (!platform::Exists(kIdCadPolygonSides)) return tools.polygonSides;
+  double sides = 0;
+  if (!ReadField(kIdCadPolygonSides, sides) || !IsWholeSides(sides)) return 0;
+  return static_cast<int>(sides);
+}
+
+bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle) {
+  if (sides < kLeastSides || sides > kMostSides) return false;
+  if (!(startAngle >= -kMostStartAngle && startAngle <= kMostStartAngle)) return false;
+  if (!Below(centreX, kSketchLimit) || !Below(centreY, kSketchLimit)) return false;
+  if (!(radius > 0 && radius < kSketchLimit)) return false;
+  if (sketch.objectCount + sides > kMaxItems) return false;
+  SketchObject lines[kMostSides];
+  if (!PolygonLines(sides, radius, centreX, centreY, startAngle, lines)) return false;
+  PushSketchUndo();
+  const std::int32_t group = NextSketchGroup();
+  const int first = sketch.objectCount;
+  for (int i = 0; i < sides; ++i) {
+    lines[i].group = group;
+    AppendSketchObject(lines[i]);
+  }
+  sketch.selected = first;
+  RefreshSketchPanels();
+  LogSketchOperation(u"Created polygon");
+  return true;
+}
+
+bool CreatePolygon(int sides, double radius, double centreX, double centreY, double startAngle) {
+  if (MakePolygon(sides, radius, centreX, centreY, startAngle)) return true;
+  SetSketchStatus(kPolygonRefused);
+  return false;
+}
+
+void CreatePolygonFromPanel() {
+  double radius = 0;
+  double x = 0;
+  double y = 0;
+  double angle = 0;
+  const bool read = ReadField(kIdCadPolygonRadius, radius) && ReadField(kIdCadPolygonX, x) &&
+                    ReadField(kIdCadPolygonY, y) && ReadField(kIdCadPolygonAngle, angle);
+  // What is no number makes no polygon; a radius of 0 is refused with the same words.
+  CreatePolygon(PolygonSidesField(), read ? radius : 0, x, y, angle);
+}
+
+}  // namespace morva

@@ -1,0 +1,153 @@
+// The two floating number boxes: the preview's sizes, typed instead of clicked.
+
+#include <algorithm>
+
+#include "app/command_ids.h"
+#include "cad/construct.h"
+#include "cad/draw_parts.h"
+#include "cad/draw_tools.h"
+#include "cad/tool_state.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kBeside = 16;  // pixels from the cursor
+constexpr int kBelow = 24;
+constexpr int kRoomRight = 240;  // kept free up to the workspace's edges
+constexpr int kRoomBottom = 45;
+constexpr int kBoxWidth = 106;
+constexpr int kBoxHeight = 28;
+constexpr int kPitch = 112;      // from the first box to the second
+constexpr int kHeadHeight = 24;  // caption and key, above the boxes
+
+bool HasTwoSizes() {
+  const std::int32_t type = tools.previewObject.type;
+  return tools.constructionMethod == kIdMethodPolygon || type == kTypeRectangle ||
+         type == kTypeSlot;
+}
+
+platform::Rect Box(int x, int y, int width, int height) {
+  return platform::Rect{x, y, x + width, y + height};
+}
+
+// Where the parent of a control begins, in main-window pixels.
+platform::Point ParentOrigin(int id) {
+  const platform::Rect outer = platform::PlaceInMainWindow(id);
+  const platform::Rect inner = platform::PlaceOf(id);
+  return {outer.left - inner.left, outer.top - inner.top};
+}
+
+void Put(int id, const platform::Rect& place) {
+  platform::SetPlace(id, place);
+  platform::SetVisible(id, true);
+  platform::BringToTop(id);
+}
+
+void FocusBox(int id) {
+  platform::SetFocusTo(id);
+  platform::SelectAllText(id);
+}
+
+bool ReadBox(int id, double& value) { return ReadStrictNumber(platform::TextOf(id), value); }
+
+bool CommitPolygon(double radius) {
+  double sides = 0;
+  if (!ReadBox(kIdCadSizeBox2, sides)) return false;
+  if (!(sides >= kLeastSides && sides <= kMostSides) || sides != static_cast<int>(sides)) {
+    return false;
+  }
+  const SketchObject& shown = tools.previewObject;
+  return MakePolygon(static_cast<int>(sides), radius, shown.x, shown.y, shown.angle);
+}
+
+bool Commit() {
+  const int method = tools.constructionMethod;
+  if (method == 0 || !tools.previewValid || IsTangentMethod(method)) return false;
+  double size = 0;
+  if (!ReadBox(kIdCadSizeBox1, size) || !(size > 0)) return false;
+  if (method == kIdMethodPolygon) return CommitPolygon(size);
+  double size2 = 0;
+  if (HasTwoSizes() && !ReadBox(kIdCadSizeBox2, size2)) return false;
+  SketchObject object = tools.previewObject;
+  return ObjectFromTypedSizes(method, size, size2, tools.pointsX[0], tools.pointsY[0], object) &&
+         AppendDrawn(object, u"Created geometry by construction points");
+}
+
+}  // namespace
+
+void CaptionSizeBoxes() {
+  const int method = tools.constructionMethod;
+  const bool diameter = method >= kIdMethodCircleRadius && method <= kIdMethodCircleThree;
+  platform::SetText(kIdCadSizeCaption, diameter ? u"Diameter" : u"Length / width");
+}
+
+void FillSizeBoxes() {
+  const SketchObject& shown = tools.previewObject;
+  platform::SetText(kIdCadSizeBox1, SketchNumber(shown.size, 4));
+  if (tools.constructionMethod == kIdMethodPolygon) {
+    platform::SetText(kIdCadSizeBox2, IntegerText(static_cast<std::int32_t>(shown.size2)));
+  } else {
+    platform::SetText(kIdCadSizeBox2, HasTwoSizes() ? SketchNumber(shown.size2, 4) : u"");
+  }
+}
+
+void OpenSizeBoxes(int canvasX, int canvasY) {
+  const platform::Rect canvas = platform::PlaceInMainWindow(kViewCadCanvas);
+  const platform::Rect workspace = platform::PlaceInMainWindow(kViewCad);
+  const int mostX = std::max(workspace.left, workspace.right - kRoomRight);
+  const int mostY = std::max(workspace.top, workspace.bottom - kRoomBottom);
+  const platform::Point origin = ParentOrigin(kIdCadSizeBox1);
+  const int x = std::clamp(canvas.left + canvasX + kBeside, workspace.left, mostX) - origin.x;
+  const int y = std::clamp(canvas.top + canvasY + kBelow, workspace.top, mostY) - origin.y;
+  const bool two = HasTwoSizes();
+  FillSizeBoxes();
+  Put(kIdCadSizeCaption, Box(x, y - kHeadHeight, kBoxWidth, kHeadHeight));
+  Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight, kBoxWidth, kHeadHeight));
+  Put(kIdCadSizeBox1, Box(x, y, kBoxWidth, kBoxHeight));
+  if (two) Put(kIdCadSizeBox2, Box(x + kPitch, y, kBoxWidth, kBoxHeight));
+  platform::SetVisible(kIdCadSizeBox2, two);
+  tools.sizePanelShown = true;
+  FocusBox(kIdCadSizeBox1);
+}
+
+void HideSizeBoxes() {
+  tools.sizePanelShown = false;
+  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
+    platform::SetVisible(id, false);
+  }
+}
+
+bool SizeBoxKey(const platform::KeyEvent& key) {
+  switch (key.key) {
+    case platform::kKeyEnter:
+      CommitTypedSize(false);
+      return true;
+    case platform::kKeyEscape:
+      return DrawToolKey(key);
+    case platform::kKeyTab: {
+      const bool inFirst = platform::FocusedId() == kIdCadSizeBox1;
+      FocusBox(inFirst && platform::IsVisible(kIdCadSizeBox2) ? kIdCadSizeBox2 : kIdCadSizeBox1);
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+bool CommitTypedSize(bool fromButton) {
+  if (Commit()) {
+    RestartMethod();
+    FocusCanvas();
+    return true;
+  }
+  if (fromButton) {
+    SetSketchStatus(u"Choose construction points and valid positive dimensions first.");
+  }
+  return false;
+}
+
+}  // namespace morva
