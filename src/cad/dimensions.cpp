@@ -1,13 +1,187 @@
 #include "cad/dimensions.h"
 
+#include "app/command_ids.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "cad/canvas.h"
+#include "cad/draw_parts.h"
+#include "cad/draw_tools.h"
+#include "cad/tool_state.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
 namespace morva {
 
-void EnterDimensionMode(bool) {}
-void ShowDimensionValue() {}
-bool ApplyDimension(int, int, double) { return false; }
-bool DimensionPress(const platform::PointerEvent&) { return false; }
-void PaintDimensions(platform::Canvas&) {}
-void RegisterDimensions() {}
-void ResetDimensions() {}
+namespace {
+
+constexpr const char16_t* kClickGeometry = u"Click geometry to measure and resize.";
+constexpr const char16_t* kParts[] = {u"Length / width / diameter", u"Height / slot width",
+                                      u"Circle radius"};
+
+void ShowPart() {
+  if (platform::RowCount(kIdCadDimensionPart) == 0) {
+    for (const char16_t* part : kParts) platform::AddRow(kIdCadDimensionPart, part);
+  }
+  platform::SelectRow(kIdCadDimensionPart, tools.dimensionPart);
+}
+
+// The last label painted under a pixel, which lies on top: its object, or -1.
+int LabelAt(int x, int y, int& part) {
+  int found = -1;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    for (int k = 0; k < kDimensionLabels; ++k) {
+      if (!platform::RectHolds(DimensionLabel(i, k), x, y)) continue;
+      found = i;
+      part = k;
+    }
+  }
+  return found;
+}
+
+void PickDimension(const platform::PointerEvent& event) {
+  int part = 0;
+  int hit = LabelAt(event.x, event.y, part);
+  if (hit < 0) {
+    double x = 0;
+    double y = 0;
+    FromCanvas(event.x, event.y, x, y);
+    hit = HitObject(x, y);
+  }
+  tools.dimensionPart = part;
+  tools.panelMode = kPanelDimension;
+  sketch.selected = hit;
+  RefreshSketchPanels();
+  ShowToolChange();
+  ShowDimensionValue();
+  if (hit >= 0) {
+    platform::SetFocusTo(kIdCadDimensionValue);
+    platform::SelectAllText(kIdCadDimensionValue);
+  } else {
+    FocusCanvas();
+  }
+}
+
+void PickMeasure(const platform::PointerEvent& event) {
+  FocusCanvas();
+  double x = 0;
+  double y = 0;
+  FromCanvas(event.x, event.y, x, y);
+  SnapPoint(x, y, -1, event.alt);
+  const int place = tools.constructionClicks == 1 ? 1 : 0;
+  tools.pointsX[place] = x;
+  tools.pointsY[place] = y;
+  tools.constructionClicks = place + 1;
+  SetSketchStatus(place == 0
+                      ? u"Measure: click second point."
+                      : u"Reference distance shown. Click to measure another pair; Esc exits.");
+  platform::Repaint(kViewCadCanvas);
+}
+
+void ApplyFromPanel(int, int) {
+  double value = 0;
+  const bool read = ReadStrictNumber(platform::TextOf(kIdCadDimensionValue), value);
+  if (!read || tools.measureMode || !ApplyDimension(sketch.selected, tools.dimensionPart, value)) {
+    SetSketchStatus(
+        u"Choose a supported dimension on unlocked geometry and enter a positive size. Slot "
+        u"length must be at least its width.");
+    return;
+  }
+  ShowDimensionValue();
+}
+
+void ChoosePart(int, int) {
+  const int row = platform::SelectedRow(kIdCadDimensionPart);
+  if (row < 0 || row > 2) return;
+  tools.dimensionPart = row;
+  ShowDimensionValue();
+}
+
+// Escape while the value is being typed ends the mode, as it does on the canvas.
+bool ValueKey(const platform::KeyEvent& key) {
+  return key.key == platform::kKeyEscape && tools.dimensionMode && DrawToolKey(key);
+}
+
+}  // namespace
+
+void EnterDimensionMode(bool measure) {
+  StopTools(false);
+  if (canvasView.modelView) LeaveModelView();
+  tools.dimensionMode = true;
+  tools.measureMode = measure;
+  tools.panelMode = kPanelDimension;
+  SetSketchStatus(
+      measure ? u"Reference measurement: pick two points; this value does not resize geometry."
+              : u"Dimension: click an object or dimension label, change its value, and press "
+                u"Enter.");
+  ShowToolChange();
+  ShowDimensionValue();
+  FocusCanvas();
+}
+
+void ShowDimensionValue() {
+  ShowPart();
+  if (!HasSketchSelection() || sketch.objects[sketch.selected].type == kTypeWorkPoint) {
+    platform::SetText(kIdCadDimensionValue, kClickGeometry);
+    return;
+  }
+  const SketchObject& object = sketch.objects[sketch.selected];
+  double value = object.size;
+  if (tools.dimensionPart == 1) value = object.size2;
+  if (tools.dimensionPart == 2) value = object.size / 2;
+  platform::SetText(kIdCadDimensionValue, SketchNumber(value, 4));
+}
+
+bool ApplyDimension(int index, int part, double value) {
+  if (index < 0 || index >= sketch.objectCount || sketch.locked[index]) return false;
+  if (!(value > 0 && value < kSketchLimit)) return false;
+  SketchObject changed = sketch.objects[index];
+  switch (part) {
+    case 0:
+      if (changed.type == kTypeWorkPoint) return false;
+      changed.size = value;
+      break;
+    case 1:
+      if (changed.type != kTypeRectangle && changed.type != kTypeSlot) return false;
+      changed.size2 = value;
+      break;
+    case 2:
+      if (changed.type != kTypeCircle) return false;
+      changed.size = 2 * value;
+      break;
+    default:
+      return false;
+  }
+  if (!(changed.size < kSketchLimit)) return false;
+  if (changed.type == kTypeSlot && changed.size < changed.size2) return false;
+  PushSketchUndo();
+  sketch.objects[index] = changed;
+  RefreshSketchPanels();
+  LogSketchOperation(u"Changed driving dimension");
+  return true;
+}
+
+bool DimensionPress(const platform::PointerEvent& event) {
+  if (!tools.dimensionMode || event.button != platform::PointerButton::Left) return false;
+  if (tools.measureMode) {
+    PickMeasure(event);
+  } else {
+    PickDimension(event);
+  }
+  return true;
+}
+
+void RegisterDimensions() {
+  RegisterCommand(RouterStage::Builder, kIdCadApplyDimension, platform::kNotifyClick,
+                  ApplyFromPanel);
+  RegisterCommand(RouterStage::Notified, kIdCadDimensionPart, platform::kNotifyListSelect,
+                  ChoosePart);
+  Handlers value;
+  value.id = kIdCadDimensionValue;
+  value.key = ValueKey;
+  RegisterHandlers(value);
+}
+
+void ResetDimensions() { ForgetDimensionLabels(); }
 
 }  // namespace morva

@@ -1,4 +1,7 @@
 // Dimensions: labels that are computed at each paint, driving values, and the reference measure.
+//
+// No dimension is stored: a label shows the size that its object has, and a value that is typed
+// becomes that size. A reference measure shows a distance and never changes anything.
 #pragma once
 
 #include "platform/canvas.h"
@@ -7,13 +10,22 @@
 namespace morva {
 
 void EnterDimensionMode(bool measure);
+// The selected object's size of tools.dimensionPart into the value box, 4 decimals.
 void ShowDimensionValue();
-// The value as the object's size of that part. False: refused, nothing changed, no message.
+// Makes `value`, above 0 and below 1,000,000 in the sketch's unit, the object's size. Part 0 is
+// a length, width or diameter, 1 a rectangle's height or a slot's width, 2 a circle's radius.
+// One undo step. False: refused, nothing changed, no message.
 bool ApplyDimension(int index, int part, double value);
 // A left press with dimension or measure mode on, in canvas pixels. True: used.
 bool DimensionPress(const platform::PointerEvent& event);
 // Labels and their rectangles, and the pair of a reference measure.
 void PaintDimensions(platform::Canvas& canvas);
+
+// Where a label of an object, 0 or 1, stood at the last paint, in canvas pixels; empty when it
+// was not painted.
+inline constexpr int kDimensionLabels = 2;
+platform::Rect DimensionLabel(int index, int label);
+void ForgetDimensionLabels();
 
 void RegisterDimensions();
 void ResetDimensions();
