@@ -16,7 +16,9 @@ std::u16string ProfilePath();
 std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
                            std::u16string_view fallback);
 // Collects changes until the matching EndProfileChange, which rewrites the file once and
-// atomically. False: nothing was written, the file is whole as it was. Nests.
+// atomically. False: nothing was written, the file is whole as it was. Nests. Reads in between
+// see the changes and read the file no more, so that many keys are best read inside the pair;
+// without a change nothing is written.
 void BeginProfileChange();
 void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16string_view value);
 // Takes a whole section out.

@@ -182,11 +182,24 @@ void ChangeEntry(std::vector<Section>& sections, std::string_view name, std::str
 struct Change {
   int depth = 0;
   bool readable = false;
+  bool touched = false;  // something was set or erased
   std::string before;
   std::vector<Section> sections;
 };
 
 Change change;
+
+// As FindEntry, in the sections of the change under way.
+bool FindChanged(std::string_view section, std::string_view key, std::string_view& value) {
+  for (std::size_t i = 1; i < change.sections.size(); ++i) {
+    const Section& each = change.sections[i];
+    if (!SameName(each.name, section)) continue;
+    for (std::size_t row = 1; row < each.lines.size(); ++row) {
+      if (ReadEntry(each.lines[row], key, value)) return true;
+    }
+  }
+  return false;
+}
 
 // False: there is a file and it cannot be read, so that it must not be replaced.
 bool LoadProfile(std::string& bytes) {
@@ -207,14 +220,11 @@ std::u16string ProfilePath() {
 std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
                            std::u16string_view fallback) {
   std::string bytes;
-  if (change.depth > 0) {
-    bytes = Written(change.sections);
-  } else if (!LoadProfile(bytes)) {
-    return std::u16string(fallback);
-  }
   std::string_view value;
-  if (!FindEntry(bytes, ToUtf8(section), ToUtf8(key), value)) return std::u16string(fallback);
-  return FromUtf8(value);
+  const bool found = change.depth > 0 ? FindChanged(ToUtf8(section), ToUtf8(key), value)
+                                      : LoadProfile(bytes) &&
+                                            FindEntry(bytes, ToUtf8(section), ToUtf8(key), value);
+  return found ? FromUtf8(value) : std::u16string(fallback);
 }
 
 void BeginProfileChange() {
@@ -225,12 +235,14 @@ void BeginProfileChange() {
 
 void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
   BeginProfileChange();
+  change.touched = true;
   ChangeEntry(change.sections, ToUtf8(section), ToUtf8(key), ToUtf8(value));
   EndProfileChange();
 }
 
 void EraseProfileSection(std::u16string_view section) {
   BeginProfileChange();
+  change.touched = true;
   const std::string name = ToUtf8(section);
   for (std::size_t i = change.sections.size(); i-- > 1;) {
     if (!SameName(change.sections[i].name, name)) continue;
@@ -242,9 +254,13 @@ void EraseProfileSection(std::u16string_view section) {
 bool EndProfileChange() {
   if (change.depth == 0) return false;
   if (--change.depth > 0) return true;
+  const bool readable = change.readable;
+  if (!change.touched) {
+    change = Change();
+    return readable;
+  }
   const std::string after = Written(change.sections);
   const bool same = after == change.before;
-  const bool readable = change.readable;
   change = Change();
   return readable && (same || WriteFileAtomic(ProfilePath(), after));
 }

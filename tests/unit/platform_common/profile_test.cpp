@@ -190,6 +190,31 @@ TEST_F(ProfileFile, IsNotWrittenWhenNothingChanges) {
   EXPECT_EQ(flushes, 0);
 }
 
+TEST_F(ProfileFile, IsNotWrittenByABracketThatOnlyReads) {
+  // Writing would take the mark off and end the last line.
+  const std::string file = "\xEF\xBB\xBF[S]\nk=1";
+  support::fs::create_directories(File().parent_path());
+  WriteRaw(File(), file);
+  flushes = 0;
+  platform::fileFault = CountFlushes;
+  platform::BeginProfileChange();
+  EXPECT_EQ(platform::ReadProfile(u"s", u"K", u""), u"1");
+  EXPECT_EQ(platform::ReadProfile(u"S", u"other", u"none"), u"none");
+  EXPECT_TRUE(platform::EndProfileChange());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(flushes, 0);
+  EXPECT_EQ(ReadRaw(File()), file);
+}
+
+TEST_F(ProfileFile, ReadsInsideABracketWhatWasSetThere) {
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"S", u"k", u"\"a \"");
+  EXPECT_EQ(platform::ReadProfile(u"s", u"K", u""), u"\"a \"");
+  platform::EraseProfileSection(u"S");
+  EXPECT_EQ(platform::ReadProfile(u"S", u"k", u"gone"), u"gone");
+  EXPECT_TRUE(platform::EndProfileChange());
+}
+
 TEST_F(ProfileFile, RefusesAnEndWithoutABeginning) { EXPECT_FALSE(platform::EndProfileChange()); }
 
 }  // namespace
