@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/router.h"
 #include "cad/operations_list.h"
+#include "cad/save_shape.h"
 #include "cad/sketch.h"
 #include "cad/sketch_units.h"
 #include "library/codetext.h"
@@ -170,6 +171,7 @@ void RegisterSketchCommands() {
   RegisterCommand(RouterStage::Builder, kIdCadUndo, platform::kNotifyClick, OnUndo);
   RegisterSketchUnits();
   RegisterOperationsList();
+  RegisterSaveShape();
 }
 
 }  // namespace morva

@@ -24,6 +24,7 @@
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "library/shapes.h"
 #include "library/units.h"
 #include "platform/events.h"
 #include "platform/listing.h"
@@ -260,6 +261,7 @@ void JoinRooms() {
   RegisterCodeToolCommands();
   RegisterSimulatorCommands();
   RegisterUnitCommands();
+  RegisterShapeLibrary();
   RegisterTransferCommands();
   RegisterCad();
   RegisterShellCommands();
@@ -274,6 +276,8 @@ void JoinRooms() {
 void FillMainWindow() {
   MakeMainControls();
   SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC"));
+  LoadShapeLibrary();
+  RefreshShapeLists();
   RebuildToolpath();
   LoadSerialProfile();
   SetDncState(kDncOffline);
@@ -330,6 +334,7 @@ void ResetApplication() {
   ResetSimulator();
   ResetView();
   ResetUnits();
+  ResetShapeLibrary();
   ResetInlineRename();
   ResetShell();
   ResetAppState();

@@ -6,6 +6,7 @@
 #include "app/router.h"
 #include "cad/sketch.h"
 #include "cad/sketch_units.h"
+#include "library/shapes.h"
 #include "support/stage.h"
 
 namespace morva {
@@ -38,6 +39,28 @@ TEST(SketchLimits, NinetySevenObjectsAreOneTooMany) {
   RemoveSketchObject(3);
   EXPECT_EQ(AppendSketchObject(line), kMaxItems - 1);
   ResetSketch();
+}
+
+TEST(ShapeLimits, TwentyFourShapesOf64ObjectsAndNamesOf71Units) {
+  static_assert(kMaxShapes == 24 && kMaxShapeObjects == 64 && kShapeNameUnits == 72);
+  ResetShapeLibrary();
+  for (int i = 0; i < kMaxShapes; ++i) ASSERT_EQ(AppendShape(std::u16string(72, u'n')), i);
+  EXPECT_EQ(AppendShape(u"one more"), -1);
+  EXPECT_EQ(shapeLibrary.count, 24);
+  EXPECT_EQ(std::u16string(shapeLibrary.shapes[0].name), std::u16string(71, u'n'));
+  --shapeLibrary.count;
+  EXPECT_EQ(AppendShape(u"again"), 23);
+  ResetShapeLibrary();
+}
+
+TEST(ShapeLimits, OneMoreListOfShapesIsRefusedUntilRoomsAreJoinedAnew) {
+  static_assert(kMaxShapeLists == 8);
+  ResetShapeLibrary();
+  for (int i = 0; i < kMaxShapeLists; ++i) ASSERT_TRUE(AddShapeList([] {}));
+  EXPECT_FALSE(AddShapeList([] {}));
+  ResetShapeLibrary();
+  EXPECT_TRUE(AddShapeList([] {}));
+  ResetShapeLibrary();
 }
 
 using SketchLists = support::Stage;

@@ -1,0 +1,233 @@
+#include "library/shapes.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "app/app_state.h"
+#include "documents/feature_operations.h"
+#include "documents/file_text.h"
+#include "library/codetext.h"
+#include "platform/file.h"
+#include "platform/listing.h"
+#include "platform/profile.h"
+
+namespace morva {
+
+ShapeLibrary shapeLibrary;
+
+namespace {
+
+constexpr char16_t kTable[] = u"CustomShapes";
+constexpr int kDecimals = 4;
+constexpr std::size_t kNameBytes = 2 * kShapeNameUnits;  // 144
+constexpr std::size_t kObjectsAt = kNameBytes + 8;       // behind the count and a reserved word
+constexpr std::size_t kObjectBytes = 48;
+static_assert(kObjectsAt + kMaxShapeObjects * kObjectBytes == kShapeMirrorBytes);
+
+void (*fills[kMaxShapeLists])() = {};
+int fillCount = 0;
+
+constexpr ShapeRow kBuiltIn[] = {{u"Square", 0},   {u"Rectangle", 1}, {u"Circle", 2},
+                                 {u"Triangle", 3}, {u"Line", 4},      {u"Diamond / Other", 5},
+                                 {u"Slot", 6}};
+
+std::u16string SectionOf(int index) { return u"SavedShape" + IntegerText(index); }
+
+// The doubles of an object by their keys, with what a missing key counts as.
+struct NumberKey {
+  char16_t letter;
+  double SketchObject::*field;
+  double fallback;
+};
+constexpr NumberKey kNumbers[] = {{u'X', &SketchObject::x, 0},
+                                  {u'Y', &SketchObject::y, 0},
+                                  {u'A', &SketchObject::size, 1.0},
+                                  {u'B', &SketchObject::size2, 0.5},
+                                  {u'R', &SketchObject::angle, 0}};
+
+void LoadShape(int index, SavedShape& shape) {
+  const std::u16string section = SectionOf(index);
+  CopyBounded(shape.name, kShapeNameUnits,
+              platform::ReadProfile(section, u"Name", u"Custom Shape"));
+  const std::int32_t count = ProfileReadInteger(section.c_str(), u"Count", 0);
+  shape.count = count >= 0 && count <= kMaxShapeObjects ? count : 0;
+  for (int i = 0; i < shape.count; ++i) {
+    SketchObject& object = shape.objects[i];
+    const std::u16string number = IntegerText(i);
+    object.type = ProfileReadInteger(section.c_str(), (u"K" + number).c_str(), 0);
+    for (const NumberKey& key : kNumbers) {
+      object.*key.field =
+          ProfileReadDecimal(section.c_str(), (key.letter + number).c_str(), key.fallback);
+    }
+  }
+}
+
+void SaveShape(int index, const SavedShape& shape) {
+  const std::u16string section = SectionOf(index);
+  platform::WriteProfile(section, u"Name", shape.name);
+  platform::WriteProfile(section, u"Count", IntegerText(shape.count));
+  for (int i = 0; i < shape.count; ++i) {
+    const SketchObject& object = shape.objects[i];
+    const std::u16string number = IntegerText(i);
+    platform::WriteProfile(section, u"K" + number, IntegerText(object.type));
+    for (const NumberKey& key : kNumbers) {
+      platform::WriteProfile(section, key.letter + number, FixedText(object.*key.field, kDecimals));
+    }
+  }
+}
+
+void Store32(unsigned char* at, std::int32_t value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  for (int i = 0; i < 4; ++i) at[i] = static_cast<unsigned char>(bits >> (8 * i));
+}
+
+void StoreReal(unsigned char* at, double value) {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  for (int i = 0; i < 8; ++i) at[i] = static_cast<unsigned char>(bits >> (8 * i));
+}
+
+void StoreShape(const SavedShape& shape, unsigned char* at) {
+  for (int i = 0; i < kShapeNameUnits; ++i) {
+    at[2 * i] = static_cast<unsigned char>(shape.name[i] & 0xFF);
+    at[2 * i + 1] = static_cast<unsigned char>(shape.name[i] >> 8);
+  }
+  Store32(at + kNameBytes, shape.count);
+  unsigned char* item = at + kObjectsAt;
+  for (int i = 0; i < shape.count; ++i, item += kObjectBytes) {
+    const SketchObject& object = shape.objects[i];
+    Store32(item, object.type);
+    Store32(item + 4, object.group);
+    StoreReal(item + 8, object.x);
+    StoreReal(item + 16, object.y);
+    StoreReal(item + 24, object.size);
+    StoreReal(item + 32, object.size2);
+    StoreReal(item + 40, object.angle);
+  }
+}
+
+bool SameGeometry(const SketchObject& object, const FeatureItem& item) {
+  return object.type == item.type && object.x == item.p0 && object.y == item.p1 &&
+         object.size == item.p2 && object.size2 == item.p3 && object.angle == item.p4;
+}
+
+bool HoldsItems(const SavedShape& shape, const FeatureSettings& record) {
+  if (shape.count != record.itemCount) return false;
+  for (int i = 0; i < shape.count; ++i) {
+    if (!SameGeometry(shape.objects[i], record.items[i])) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+void LoadShapeLibrary() {
+  shapeLibrary = ShapeLibrary();
+  platform::BeginProfileChange();  // one reading of the file for all keys
+  const std::int32_t count = ProfileReadInteger(kTable, u"Count", 0);
+  shapeLibrary.count = std::clamp(count, 0, kMaxShapes);
+  for (int i = 0; i < shapeLibrary.count; ++i) LoadShape(i, shapeLibrary.shapes[i]);
+  platform::EndProfileChange();
+}
+
+bool SaveShapeLibrary() {
+  platform::BeginProfileChange();
+  platform::WriteProfile(kTable, u"Count", IntegerText(shapeLibrary.count));
+  for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
+  const bool saved = platform::EndProfileChange();
+  if (app.dataDirReady) {
+    const char16_t separator = platform::PathSeparator();
+    std::u16string path = app.dataDir;
+    path += separator;
+    path += u"Shapes";
+    path += separator;
+    path += u"Library.shapes";
+    std::string bytes;
+    WriteShapeMirror(shapeLibrary, bytes);
+    SaveFileAtomic(path, bytes);
+  }
+  return saved;
+}
+
+int FindShape(std::u16string_view name) {
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (SameFolded(shapeLibrary.shapes[i].name, name)) return i;
+  }
+  return -1;
+}
+
+int AppendShape(std::u16string_view name) {
+  if (shapeLibrary.count >= kMaxShapes) return -1;
+  const int index = shapeLibrary.count++;
+  shapeLibrary.shapes[index] = SavedShape();
+  CopyBounded(shapeLibrary.shapes[index].name, kShapeNameUnits, name);
+  return index;
+}
+
+void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes) {
+  bytes.assign(static_cast<std::size_t>(library.count) * kShapeMirrorBytes, '\0');
+  auto* at = reinterpret_cast<unsigned char*>(bytes.data());
+  for (int i = 0; i < library.count; ++i) StoreShape(library.shapes[i], at + i * kShapeMirrorBytes);
+}
+
+int RecoverProjectShape(const FeatureSettings& record) {
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (HoldsItems(shapeLibrary.shapes[i], record)) return i;
+  }
+  if (record.itemCount < 0 || record.itemCount > kMaxShapeObjects) return -1;
+  const int index = AppendShape(u"Recovered project shape");
+  if (index < 0) return -1;
+  SavedShape& shape = shapeLibrary.shapes[index];
+  shape.count = record.itemCount;
+  for (int i = 0; i < shape.count; ++i) {
+    const FeatureItem& item = record.items[i];
+    shape.objects[i] = {item.type, item.tag, item.p0, item.p1, item.p2, item.p3, item.p4};
+  }
+  RefreshShapeLists();
+  return index;
+}
+
+void FillShapeList(int listId, const ShapeRow* builtIn, int count) {
+  const int before = platform::SelectedRow(listId);
+  const std::u16string text = before >= 0 ? platform::RowText(listId, before) : std::u16string();
+  platform::HoldListRedraw(listId, true);
+  platform::ClearRows(listId);
+  for (int i = 0; i < count; ++i) platform::AddRow(listId, builtIn[i].text, builtIn[i].data);
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    platform::AddRow(listId, u"CUSTOM: " + std::u16string(shapeLibrary.shapes[i].name),
+                     kCustomShapeData + i);
+  }
+  for (int row = 0; before >= 0 && row < platform::RowCount(listId); ++row) {
+    if (platform::RowText(listId, row) != text) continue;
+    platform::SelectRow(listId, row);
+    break;
+  }
+  platform::HoldListRedraw(listId, false);
+}
+
+const ShapeRow* BuiltInShapeRows(int& count) {
+  count = static_cast<int>(std::size(kBuiltIn));
+  return kBuiltIn;
+}
+
+bool AddShapeList(void (*fill)()) {
+  if (fillCount == kMaxShapeLists) return false;
+  fills[fillCount++] = fill;
+  return true;
+}
+
+void RefreshShapeLists() {
+  for (int i = 0; i < fillCount; ++i) fills[i]();
+}
+
+void RegisterShapeLibrary() {
+  fillCount = 0;
+  SetShapeRecovery(RecoverProjectShape);
+}
+
+void ResetShapeLibrary() {
+  shapeLibrary = ShapeLibrary();
+  fillCount = 0;
+}
+
+}  // namespace morva
