@@ -46,7 +46,10 @@ void SetChecked(int id, bool checked);
 bool IsChecked(int id);
 void SetAccessibleName(int id, std::u16string_view name);
 std::u16string AccessibleName(int id);
+// Help that shows once the pointer has rested on the control for 450 ms, until it leaves or
+// presses a button.
 void SetToolTip(int id, std::u16string_view text);
+void HideToolTips();
 
 struct ControlColours {
   Colour text = 0;

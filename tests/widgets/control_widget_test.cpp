@@ -8,7 +8,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyleOptionButton>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 #include <thread>
@@ -57,6 +59,33 @@ TEST(ButtonWidget, ClicksOnceByMouseSpaceAndEnter) {
   QTest::keyClick(WidgetOf(101), Qt::Key_Space);
   QTest::keyClick(WidgetOf(101), Qt::Key_Return);
   EXPECT_EQ(stand::Count(101, kNotifyClick), 3);
+}
+
+TEST(ButtonWidget, ShowsItsTipAfter450MillisecondsAtRest) {
+  const QStyle* style = QApplication::style();
+  stand::Open();
+  EXPECT_EQ(style->styleHint(QStyle::SH_ToolTip_WakeUpDelay), 450);
+  // The next control's tip waits as long as the first one's.
+  EXPECT_EQ(style->styleHint(QStyle::SH_ToolTip_FallAsleepDelay), 0);
+  Make(101, ControlKind::PushButton, u"NEW");
+  SetToolTip(101, u"A new program");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(WidgetOf(kMainWindow)));
+  // As the window system tells it: the toolkit shows no tip for a move of another kind.
+  const auto rest = [](int x) {
+    QTest::mouseMove(WidgetOf(kMainWindow)->windowHandle(), QPoint(x, 60));
+  };
+  QElapsedTimer timer;
+  timer.start();
+  rest(100);
+  ASSERT_TRUE(stand::Until([] { return QToolTip::isVisible(); }));
+  EXPECT_GE(timer.elapsed(), 430) << "a coarse timer may be 5 per cent early";
+  EXPECT_EQ(QToolTip::text(), QStringLiteral("A new program"));
+  QTest::mouseClick(WidgetOf(101), Qt::LeftButton);
+  EXPECT_TRUE(stand::Until([] { return !QToolTip::isVisible(); }));
+  rest(110);
+  ASSERT_TRUE(stand::Until([] { return QToolTip::isVisible(); }));
+  HideToolTips();
+  EXPECT_TRUE(stand::Until([] { return !QToolTip::isVisible(); }));
 }
 
 TEST(ButtonWidget, IsDrawnByTheApplicationWithItsState) {

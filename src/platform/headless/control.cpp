@@ -259,6 +259,9 @@ void SetToolTip(int id, std::u16string_view text) {
   if (Item* item = Find(id)) item->tip = text;
 }
 
+// No tip is ever shown here.
+void HideToolTips() {}
+
 void SetColours(int id, const ControlColours& colours) {
   if (Item* item = Find(id)) item->colours = colours;
 }

@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -383,6 +384,8 @@ std::u16string AccessibleName(int id) {
 void SetToolTip(int id, std::u16string_view text) {
   if (Placed* row = FindPlaced(id)) row->widget->setToolTip(Text(text));
 }
+
+void HideToolTips() { QToolTip::hideText(); }
 
 void SetColours(int id, const ControlColours& colours) {
   Placed* row = FindPlaced(id);

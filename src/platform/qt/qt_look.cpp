@@ -106,6 +106,8 @@ class DarkStyle : public QProxyStyle {
       case SH_Widget_Animate:
       case SH_Widget_Animation_Duration:
         return 0;
+      case SH_ToolTip_FallAsleepDelay:
+        return 0;  // the next control's tip waits as long as the first
       default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
