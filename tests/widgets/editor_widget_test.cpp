@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <random>
 
 #include "widgets/stand.h"
@@ -200,6 +201,17 @@ TEST(EditorWidget, EveryLineIsTwentyPixelsHighFromTheGuttersTop) {
     EXPECT_EQ(at.y, 4 + 20 * line);
   }
   EXPECT_EQ(PositionAt(kId, 6, 4 + 20 + 3), 4);
+}
+
+TEST(EditorWidget, ACharacterOfAnotherFaceKeepsItsLineOnTheBaseline) {
+  const QPlainTextEdit* edit = Open(u"one\r\nTool Change \u2014 M06\r\n\u4E2D\u6587\r\nfour");
+  const auto baseline = [edit](int line) {
+    const QTextBlock block = edit->document()->findBlockByNumber(line);
+    PointOfPosition(kId, block.position());  // lays the line out
+    const QTextLine text = block.layout()->lineAt(0);
+    return text.y() + text.ascent();
+  };
+  for (int line = 1; line < 4; ++line) EXPECT_DOUBLE_EQ(baseline(line), baseline(0)) << line;
 }
 
 TEST(EditorWidget, TheFirstLineStaysAtTheTopWhenScrolled) {

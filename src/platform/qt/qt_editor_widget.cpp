@@ -1,6 +1,7 @@
 // The editor widget: lines of one height, the mirror, keys and colours.
 
 #include <QApplication>
+#include <QFontMetricsF>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QPainter>
@@ -70,7 +71,10 @@ class EvenLayout : public QPlainTextDocumentLayout {
       if (line.isValid()) {
         line.setLeadingIncluded(true);
         line.setLineWidth(kUnlimited);
-        line.setPosition(QPointF(document()->documentMargin(), 0));
+        // A character of another face, as the dash in a shared command word, is higher and
+        // would push its line down.
+        const double up = QFontMetricsF(document()->defaultFont()).ascent() - line.ascent();
+        line.setPosition(QPointF(document()->documentMargin(), up));
       }
       layout->endLayout();
     }
@@ -479,7 +483,9 @@ int EditorWidget::PositionAtPoint(int x, int y) const {
 Point EditorWidget::PointOf(int position) const {
   QTextCursor cursor(document());
   cursor.setPosition(std::clamp(position, 0, Length()));
-  const QPoint at = viewport()->mapTo(this, cursorRect(cursor).topLeft());
+  // The caret itself is higher in a line with characters of another face.
+  const double top = blockBoundingGeometry(cursor.block()).translated(contentOffset()).top();
+  const QPoint at = viewport()->mapTo(this, QPoint(cursorRect(cursor).left(), qRound(top)));
   return Point{at.x(), at.y()};
 }
 
