@@ -15,6 +15,7 @@ enum class PanelSpot {
   RightBody,  // below the header of the right panel, in modes that have one
   Editor,     // exactly the code editor's place; the gutter stays
   Work,       // in place of editor and gutter, to the right end; the toolpath view goes
+  Foot,       // beside the output while the code index is the mode and the left panel shows it
   LeftLower,  // below FEATURES and CODE INDEX: feature list, its keys, name box and hint
 };
 

@@ -1,5 +1,6 @@
 #include "codetools/index_panel.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -29,7 +30,8 @@ constexpr int kRefreshMs = 70;
 constexpr int kGap = 4;
 constexpr int kFieldHeight = 28;
 constexpr int kKeyHeight = 26;
-constexpr int kDetailHeight = 54;
+constexpr int kDetailHeight = 88;
+constexpr int kInsertWidth = 168;
 constexpr int kListRow = 20;
 constexpr int kListLeast = 48;
 constexpr int kClearWidth = 124;
@@ -143,6 +145,28 @@ void PutKeys(int first, int last, const Rect& row) {
   }
 }
 
+bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatures; }
+
+// The insertion line and its key stand on the page of the mode, else below the list.
+bool PageShown() { return PanelShown() && app.mode == kModeCodeIndex; }
+
+// The insertion line and its key at the foot of an area, in two rows where it is narrow. The
+// y above them.
+int PutInsertion(const Rect& area, int foot) {
+  int right = area.right;
+  int top = foot - kFieldHeight;
+  if (RectWidth(area) >= kOneRow) {
+    right -= kInsertWidth;
+    Put(kIdIndexInsert, {right, top, area.right, foot});
+    right -= kGap;
+  } else {
+    Put(kIdIndexInsert, {area.left, top, area.right, foot});
+    top -= kFieldHeight + kGap;
+  }
+  Put(kIdIndexInsertion, {area.left, top, right, top + kFieldHeight});
+  return top - kGap;
+}
+
 void PlacePanel(const Rect& area) {
   const bool wide = RectWidth(area) >= kOneRow;
   int top = area.top;
@@ -163,20 +187,24 @@ void PlacePanel(const Rect& area) {
   top += kKeyHeight + kGap;
 
   int foot = area.bottom;
-  Put(kIdIndexInsert, {area.left, foot - kFieldHeight, area.right, foot});
-  foot -= kFieldHeight + kGap;
-  Put(kIdIndexInsertion, {area.left, foot - kFieldHeight, area.right, foot});
-  foot -= kFieldHeight + kGap;
-  // In a low window the list keeps its rows and the pane scrolls in what is left.
-  int detail = kDetailHeight;
-  if (foot - detail - kGap - top < kListLeast) detail = foot - kGap - top - kListLeast;
-  if (detail > 0) {
-    Put(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
-    foot -= detail + kGap;
-  } else {
-    platform::SetVisible(kIdIndexDetail, false);
+  if (!PageShown()) {
+    foot = PutInsertion(area, foot);
+    // In a low window the list keeps its rows and the pane scrolls in what is left.
+    const int detail = std::min(kDetailHeight, foot - kGap - top - kListLeast);
+    if (detail > 0) {
+      Put(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
+      foot -= detail + kGap;
+    } else {
+      platform::SetVisible(kIdIndexDetail, false);
+    }
   }
   Put(kIdIndexList, {area.left, top, area.right, foot});
+}
+
+// The page of the mode: the whole of what is told about a word above what is inserted.
+void PlacePage(const Rect& area) {
+  const int foot = PutInsertion(area, area.bottom);
+  Put(kIdIndexDetail, {area.left, area.top, area.right, foot});
 }
 
 void HidePanel() {
@@ -184,8 +212,6 @@ void HidePanel() {
   for (const CodeCategoryKey& key : codeCategoryKeys) platform::SetVisible(key.id, false);
   platform::SetVisible(kIdIndexList, false);
 }
-
-bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatures; }
 
 // However the mode was reached, the left panel shows the index.
 void EnterPanel() {
@@ -277,6 +303,11 @@ void RegisterIndexPanel() {
   panel.hide = HidePanel;
   panel.enter = EnterPanel;
   RegisterPanel(panel);
+  Panel page;
+  page.spot = PanelSpot::Foot;
+  page.active = PageShown;
+  page.place = PlacePage;
+  RegisterPanel(page);
   Handlers search;
   search.id = kIdIndexSearch;
   search.key = SearchKey;

@@ -93,6 +93,8 @@ Rect AreaOf(PanelSpot spot) {
       return areas.editor;
     case PanelSpot::Work:
       return areas.work;
+    case PanelSpot::Foot:
+      return areas.foot;
     case PanelSpot::LeftLower:
       return areas.leftLower;
     default:
@@ -153,6 +155,7 @@ void Layout() {
   in.topBarHeight = app.topBarHeight;
   in.surface = app.surface;
   in.mode = app.mode;
+  in.indexPage = app.mode == kModeCodeIndex && !app.sidebarShowsFeatures;
   in.tabCount = app.tabCount;
   in.viewAway = WorkPanelShown();
   const LayoutPlan plan = PlanLayout(in);

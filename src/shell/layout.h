@@ -28,6 +28,7 @@ struct LayoutAreas {
   platform::Rect rightPanel;
   platform::Rect editor;     // the code editor alone
   platform::Rect work;       // from the gutter to the right, down to the editor's lower edge
+  platform::Rect foot;       // the code index's page beside the output, empty without it
   platform::Rect leftLower;  // feature list, its keys, name box and hint
   platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;

@@ -243,7 +243,8 @@ int HomeOutputHeight(const LayoutInput& in) {
   return std::clamp(height * 28 / 100, 182, 280);
 }
 
-// Home and Code index: editor and view above, output, information and workflow below. The row
+// Home and Code index: editor and view above, output, information and workflow below, or the
+// index's page instead of the workflow. The row
 // below is only as high as its words need, and the view reaches down to it beside the output's
 // head, so that a small window still shows the part.
 void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
@@ -269,7 +270,13 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
     Put(plan, kIdHelpText, Rect{});
   }
   Put(plan, kIdInfoPanel, Rect{right - info, outputTop, right, work.bottom});
-  plan.areas.output = Rect{work.left, outputTop, right - info - kPad, work.bottom};
+  right -= info + kPad;
+  if (in.indexPage) {
+    const int page = std::clamp(width * 36 / 100, 290, 460);
+    plan.areas.foot = Rect{right - page, outputTop, right, work.bottom};
+    right -= page + kPad;
+  }
+  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
 }
 

@@ -19,6 +19,7 @@ struct LayoutInput {
   int topBarHeight = 132;
   std::int32_t surface = 0;
   std::int32_t mode = 0;
+  bool indexPage = false;  // the code index has its page beside the output
   int tabCount = 1;
   bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
 };

@@ -185,19 +185,53 @@ TEST_F(IndexPanel, TheWordsViewGetsTheWordAndOneBlank) {
   EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
 }
 
+bool LiesIn(int id, const platform::Rect& area) {
+  const platform::Rect place = platform::PlaceOf(id);
+  return platform::IsVisible(id) && place.left >= area.left && place.right <= area.right &&
+         place.top >= area.top && place.bottom <= area.bottom && place.bottom > place.top;
+}
+
 TEST_F(IndexPanel, KeepsItsControlsInItsPlaceAtEveryPanelWidth) {
-  for (const int width : {kLeftPanelLeast, 300, kLeftPanelMost}) {
-    DragSplitter(width);
-    const platform::Rect area = Areas().leftLower;
-    for (const int id :
-         {kIdIndexSearch, kIdIndexList, kIdIndexAll, kIdIndexText, kInsertion, kInsert, kClear}) {
-      const platform::Rect place = platform::PlaceOf(id);
-      EXPECT_TRUE(place.left >= area.left && place.right <= area.right) << id;
-      EXPECT_TRUE(place.top >= area.top && place.bottom <= area.bottom) << id;
-      EXPECT_GT(platform::RectHeight(place), 0) << id;
+  for (const bool page : {true, false}) {
+    // In another mode the index stays in the left panel and has no page beside the output.
+    if (!page) headless::SelectRows(kIdModeList, {0});
+    ASSERT_EQ(app.mode, page ? kModeCodeIndex : kModeHome);
+    for (const int width : {kLeftPanelLeast, 300, kLeftPanelMost}) {
+      DragSplitter(width);
+      const platform::Rect left = Areas().leftLower;
+      for (const int id : {kIdIndexSearch, kIdIndexList, kIdIndexAll, kIdIndexText, kClear})
+        EXPECT_TRUE(LiesIn(id, left)) << id;
+      for (const int id : {kDetail, kInsertion, kInsert})
+        EXPECT_TRUE(LiesIn(id, page ? Areas().foot : left)) << id;
+      EXPECT_GE(platform::RectHeight(platform::PlaceOf(kIdIndexList)), 48);
     }
-    EXPECT_GE(platform::RectHeight(platform::PlaceOf(kIdIndexList)), 48);
   }
+}
+
+TEST_F(IndexPanel, ShowsTheWholeDetailAndTenRowsInTheSmallestWindow) {
+  headless::Resize(1200, 800);
+  const platform::Rect detail = platform::PlaceOf(kDetail);
+  // Five lines of 18 pixels: the name, an empty one and the three of the sentence.
+  EXPECT_GE(platform::RectHeight(detail), 5 * 18 + 8);
+  EXPECT_GE(platform::RectWidth(detail), 290);
+  EXPECT_GE(platform::RectHeight(platform::PlaceOf(kIdIndexList)), 10 * 20);
+  EXPECT_LE(platform::PlaceOf(kIdOutputLog).right, detail.left);
+  EXPECT_LE(detail.right, platform::PlaceOf(kIdInfoPanel).left);
+  EXPECT_LE(detail.bottom, platform::PlaceOf(kInsertion).top);
+}
+
+TEST_F(IndexPanel, GivesItsPageBackToTheOutput) {
+  const platform::Rect before = platform::PlaceOf(kIdOutputLog);
+  headless::Click(kIdShowFeatures);
+  EXPECT_FALSE(platform::IsVisible(kDetail));
+  EXPECT_FALSE(platform::IsVisible(kInsertion));
+  EXPECT_FALSE(platform::IsVisible(kInsert));
+  headless::Click(kIdShowIndex);
+  EXPECT_EQ(platform::PlaceOf(kIdOutputLog).right, before.right);
+  app.sidebarShowsFeatures = true;
+  Layout();
+  EXPECT_FALSE(platform::IsVisible(kDetail));
+  EXPECT_GT(platform::PlaceOf(kIdOutputLog).right, before.right);
 }
 
 }  // namespace

@@ -43,6 +43,7 @@ void ForEveryPlan(Look look) {
         for (int panel : {190, 300, 430}) {
           for (int tabs : {1, 3, 5, 8}) {
             LayoutInput in = Window(width, height, mode);
+            in.indexPage = mode == kModeCodeIndex && tabs != 3;
             in.leftPanelWidth = panel;
             in.tabCount = tabs;
             look(in, PlanLayout(in));
