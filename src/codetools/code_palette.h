@@ -25,7 +25,7 @@ inline constexpr platform::Colour kCodeY = 0xEF87E7;
 inline constexpr platform::Colour kCodeZ = 0x5DC0FF;
 
 // The command words view, a line by what it says.
-inline constexpr platform::Colour kWordsText = 0xD2E2F0;
+inline constexpr platform::Colour kWordsText = kMainText;  // where a line bears no colour
 inline constexpr platform::Colour kWordsPlain = 0xDEC585;
 inline constexpr platform::Colour kWordsComment = 0x7591A1;
 inline constexpr platform::Colour kWordsRapid = 0x64B2FF;

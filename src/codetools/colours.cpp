@@ -234,9 +234,14 @@ void ColourCodeEditor() {
 
 void ColourWordsView() {
   if (!platform::Exists(kIdWordsEditor)) return;
-  ColourLines(
-      kIdWordsEditor, platform::EditorText(kIdWordsEditor), kMaxWordsLine,
-      [](std::u16string_view line) { return ColourWordsLine(line, lineRuns, kMaxLineRuns); });
+  const std::u16string_view text = platform::EditorText(kIdWordsEditor);
+  if (text.size() > static_cast<std::size_t>(kMaxColouredUnits)) {
+    ClearLines(kIdWordsEditor);
+  } else {
+    ColourLines(kIdWordsEditor, text, kMaxWordsLine, [](std::u16string_view line) {
+      return ColourWordsLine(line, lineRuns, kMaxLineRuns);
+    });
+  }
   platform::Repaint(kIdWordsEditor);
 }
 

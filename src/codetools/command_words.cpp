@@ -355,6 +355,18 @@ ConvertedText CodeToWords(std::u16string_view code) {
   return words;
 }
 
+std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t behind) {
+  // A unit on either side that touches a word and makes no other one with the code.
+  const std::size_t front = Touches(before) ? 1 : 0;
+  const std::size_t back = Touches(behind) ? 1 : 0;
+  std::u16string piece(front, u'1');
+  piece += code;
+  piece.append(back, u'#');
+  const ConvertedText words = CodeToWords(piece);
+  if (!words.units) return {};
+  return std::u16string(words.View().substr(front, words.length - front - back));
+}
+
 ConvertedText WordsToCode(std::u16string_view words) {
   ConvertedText code;
   const std::size_t capacity = Allocate(code, std::max<std::size_t>(16384, words.size() + 8192));

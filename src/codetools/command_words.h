@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace morva {
@@ -26,6 +27,10 @@ struct ConvertedText {
 // word is kept apart by a blank from a letter, a digit or "#" beside it. The text holds at
 // most 16,384 units or 18 for each one of the code and 8,192 more; the rest would be cut.
 ConvertedText CodeToWords(std::u16string_view code);
+// The words of a piece of code that is written between these two units, 0 where there is none.
+// A blank keeps a word from a letter, a digit or "#" there, which would make it no word.
+// Empty when there is no memory.
+std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t behind);
 // The longest word wins. A letter, a digit or "#" beside a word keeps it from being one. The
 // text holds at most 16,384 units or as many as `words` and 8,192 more.
 ConvertedText WordsToCode(std::u16string_view words);

@@ -11,9 +11,9 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/code_palette.h"
-#include "codetools/command_words.h"
 #include "codetools/completion.h"
 #include "codetools/editor_help.h"
+#include "codetools/words_view.h"
 #include "documents/autosave.h"
 #include "documents/editor_changes.h"
 #include "documents/program_tabs.h"
@@ -265,8 +265,11 @@ void CompletionAccept() {
   completionApplying = true;
   popup.justInserted = true;
   platform::SetEditorSelection(accepted.editor, {accepted.start, accepted.end});
-  const std::u16string_view word = app.commandWordsActive ? CommandWord(row) : codeTable[row].code;
-  platform::ReplaceSelection(accepted.editor, word.empty() ? codeTable[row].code : word, true);
+  if (app.commandWordsActive) {
+    WriteInWords(codeTable[row].code);
+  } else {
+    platform::ReplaceSelection(accepted.editor, codeTable[row].code, true);
+  }
   HideCompletion();
   platform::SetFocusTo(accepted.editor);
   MarkModified();

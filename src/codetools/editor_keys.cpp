@@ -20,6 +20,7 @@
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
+#include "platform/control.h"
 #include "platform/editor.h"
 
 namespace morva {
@@ -103,7 +104,10 @@ void PaintGutter(platform::Canvas& canvas) {
 void RegisterCodeToolCommands() {
   hooks.colourEditor = [] {
     ColourCodeEditor();
-    if (app.commandWordsActive) ColourWordsView();
+    if (app.commandWordsActive) {
+      ColourWordsView();
+      platform::HideToolTips();
+    }
     CompletionAfterRefresh();
   };
   RegisterWordsView();

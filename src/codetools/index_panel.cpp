@@ -9,7 +9,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "codetools/command_words.h"
+#include "codetools/words_view.h"
 #include "documents/autosave.h"
 #include "documents/editor_changes.h"
 #include "documents/program_tabs.h"
@@ -78,8 +78,7 @@ void InsertAtCursor(const std::u16string& code) {
   // The list of completions must not open on a text that was chosen already.
   completionApplying = true;
   if (app.commandWordsActive) {
-    const ConvertedText words = CodeToWords(code);
-    if (words.units) platform::ReplaceSelection(editor, words.View(), true);
+    WriteInWords(code);
   } else {
     platform::ReplaceSelection(editor, code, true);
   }

@@ -1,7 +1,8 @@
 // The compare review at work: two open programs side by side, read-only.
 //
 // The stored texts of the tabs are compared, not the live editor; the active one is stored on
-// entering and when its code changes behind the review. Entering and leaving change the workspace only.
+// entering and when its code changes behind the review. Entering and leaving change the workspace
+// only.
 #pragma once
 
 #include "codetools/compare.h"

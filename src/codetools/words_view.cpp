@@ -1,6 +1,7 @@
 #include "codetools/words_view.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "app/app_state.h"
@@ -15,6 +16,7 @@
 #include "codetools/command_words.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/timer.h"
@@ -26,6 +28,8 @@ namespace {
 constexpr char16_t kToWords[] = u"G-code \u2192 Text";
 constexpr char16_t kToCode[] = u"Text \u2192 G-code";
 constexpr int kRefreshMs = 60;
+
+std::uint64_t shownProgram = 0;  // the serial of the program that the view's text stands for
 
 int CaretLineOf(int id) { return platform::EditorLineOf(id, platform::EditorSelection(id).to); }
 
@@ -166,10 +170,19 @@ void SyncWordsFromCode() {
   const ConvertedText words = CodeToWords(platform::EditorText(kIdEditor));
   if (!words.units) return;
   const ViewPlace place = PlaceInView();
+  // While the same program is shown the view keeps its history, so that what was done to the
+  // code from elsewhere, as renumbering, is undone here too.
+  const bool goesOn = app.commandWordsActive && shownProgram == ActiveSerial();
+  shownProgram = ActiveSerial();
   app.insertingText = true;
   platform::HoldEditorRedraw(kIdWordsEditor, true);
-  platform::SetEditorText(kIdWordsEditor, words.View());
-  ReturnToPlace(place, line);
+  bool changed = true;
+  if (goesOn) {
+    changed = ReplaceDifference(kIdWordsEditor, words.View());
+  } else {
+    platform::SetEditorText(kIdWordsEditor, words.View());
+  }
+  if (changed || line != place.line) ReturnToPlace(place, line);
   platform::HoldEditorRedraw(kIdWordsEditor, false);
   app.insertingText = false;
 }
@@ -177,6 +190,20 @@ void SyncWordsFromCode() {
 void SyncCodeFromWords() {
   if (!platform::Exists(kIdWordsEditor)) return;
   PullCode();
+}
+
+void WriteInWords(std::u16string_view code) {
+  const std::u16string_view text = platform::EditorText(kIdWordsEditor);
+  const platform::EditorRange range = platform::EditorSelection(kIdWordsEditor);
+  const auto indexOf = [](int position) {
+    return static_cast<std::size_t>(position + platform::EditorLineOf(kIdWordsEditor, position));
+  };
+  const std::size_t from = indexOf(range.from);
+  const std::size_t to = indexOf(range.to);
+  const char16_t before = from > 0 ? text[from - 1] : u'\0';
+  const char16_t behind = to < text.size() ? text[to] : u'\0';
+  const std::u16string words = WordsBetween(before, code, behind);
+  if (!words.empty()) platform::ReplaceSelection(kIdWordsEditor, words, true);
 }
 
 void SetWordsView(bool on) {
@@ -191,6 +218,7 @@ void SetWordsView(bool on) {
   app.commandWordsActive = on;
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   Call(hooks.hideCompletion);
+  platform::HideToolTips();
   platform::SetText(kIdCommandWords, on ? kToCode : kToWords);
   RelayPanels();
   if (on) {

@@ -3,6 +3,8 @@
 // The code editor stays the truth; the view's text is derived and lives only while shown.
 #pragma once
 
+#include <string_view>
+
 namespace morva {
 
 // Switches between the two editors; nothing when already so.
@@ -10,6 +12,9 @@ void SetWordsView(bool on);
 // The view anew from the code, and the code from the view; each keeps the caret's line.
 void SyncWordsFromCode();
 void SyncCodeFromWords();
+
+// The words of `code` over the view's selection as one undoable edit.
+void WriteInWords(std::u16string_view code);
 
 void RegisterWordsView();
 

@@ -236,6 +236,23 @@ TEST(CommandWords, WhatTheListInsertsReadsAsTheRowsWordAndABlank) {
 
 // "G3" goes from 2 units to 33 and a blank, which is 17 for one; no piece grows more, so the
 // bound of 18 never cuts a program.
+TEST(WordsBetween, KeepsAWordFromALetterADigitAndAHash) {
+  EXPECT_EQ(WordsBetween(u'1', u"G04", u'X'), u" Dwell ");
+  EXPECT_EQ(WordsBetween(u'X', u"G43", u'5'), u" Tool Length Compensation + ");
+  EXPECT_EQ(WordsBetween(u'a', u"IF", u'#'), u" Conditional macro expression ");
+  EXPECT_EQ(WordsBetween(u'1', u"O10 ", u'X'), u" Program 10 ");
+  EXPECT_EQ(WordsBetween(u'N', u"#100", 0), u" Macro Variable 100");
+}
+
+TEST(WordsBetween, AddsNothingElsewhere) {
+  EXPECT_EQ(WordsBetween(0, u"G04", 0), u"Dwell");
+  EXPECT_EQ(WordsBetween(u'.', u"G04", u'\r'), u"Dwell");
+  EXPECT_EQ(WordsBetween(u' ', u"G04 ", u'X'), u"Dwell ");
+  EXPECT_EQ(WordsBetween(u'X', u"1.5", u'0'), u"1.5");
+  EXPECT_EQ(WordsBetween(u'G', u"54.1", u'5'), u"54.1");
+  EXPECT_EQ(WordsBetween(u'1', u"", u'1'), u"");
+}
+
 TEST(CommandWords, TheBoundsCutNothingInTheWorstOfPrograms) {
   for (const char16_t* piece : {u"G3", u"G13", u"M21", u"M6", u"#1", u"N1", u"GE", u"G253"}) {
     std::u16string code;

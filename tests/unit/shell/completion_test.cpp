@@ -141,6 +141,14 @@ TEST_F(CompletionList, ClosedItLeavesEnterToTheText) {
   EXPECT_EQ(platform::EditorLineCount(kIdEditor), lines + 1);
 }
 
+TEST_F(CompletionList, ClosedItLeavesTabToTheText) {
+  Type(u"X1");
+  ASSERT_FALSE(Shown());
+  Press(platform::kKeyTab);
+  EXPECT_EQ(Line(1), u"N10 X1\t");
+  EXPECT_EQ(platform::FocusedId(), kIdEditor);
+}
+
 TEST_F(CompletionList, ATypedBlankCloses) {
   Type(u"G");
   Type(u" ");

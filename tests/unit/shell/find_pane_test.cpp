@@ -270,7 +270,6 @@ TEST_F(WordsView, ShowsTheProgramOfTheTabAndForgetsTheLastOnesSteps) {
   headless::Click(kIdCommandWords);
   headless::EditorInsert(kIdWordsEditor, u" ");
   NewProgram();
-  headless::Advance(200);
   ASSERT_EQ(app.activeTab, 1);
   EXPECT_TRUE(app.commandWordsActive);
   EXPECT_NE(Words().find(u"Select Inches"), std::u16string::npos) << "template with G20";

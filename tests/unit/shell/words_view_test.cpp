@@ -1,0 +1,180 @@
+// Daily work with the command words in the code editor's place: checking, renumbering, undo,
+// other programs, insertion, and what the view looks like.
+
+#include "codetools/words_view.h"
+
+#include "codetools/colours.h"
+#include "documents/program_tabs.h"
+#include "platform/window.h"
+#include "simulator/motion_path.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+class WordsAtWork : public support::Workbench {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::EditorSetAll(kIdEditor, kProgram);
+    headless::Advance(1000);
+    headless::Click(kIdCommandWords);
+  }
+  static std::u16string Words() { return std::u16string(platform::EditorText(kIdWordsEditor)); }
+  static void Press(int key, bool alt = false) {
+    platform::KeyEvent event;
+    event.key = key;
+    event.alt = alt;
+    headless::PressKey(event);
+  }
+  // The caret of the view behind so many characters of a line.
+  static void PutCaret(int line, int column) {
+    const int at = platform::EditorLineStart(kIdWordsEditor, line) + column;
+    headless::EditorSelect(kIdWordsEditor, at, at);
+  }
+  static std::u16string Line(int line) {
+    const std::u16string words = Words();
+    const auto start =
+        static_cast<std::size_t>(platform::EditorLineStart(kIdWordsEditor, line) + line);
+    return words.substr(start,
+                        static_cast<std::size_t>(platform::EditorLineLength(kIdWordsEditor, line)));
+  }
+  static constexpr const char16_t* kProgram =
+      u"(MORVA TEXT 1)\r\nO1000\r\nG90 G40 G49\r\nG01 X1. F10.\r\nM30\r\n(MORVA END 1)\r\n";
+  static constexpr const char16_t* kWords =
+      u"(MORVA TEXT 1)\r\nProgram 1000\r\nAbsolute Position Command Cutter Compensation Cancel "
+      u"Tool "
+      u"Length Compensation Cancel\r\nLinear Interpolation Motion X1. F10.\r\nProgram End and "
+      u"Reset\r\n(MORVA END 1)\r\n";
+};
+
+TEST_F(WordsAtWork, F5ValidatesTheCodeThatTheWordsStandFor) {
+  EXPECT_EQ(Words(), kWords);
+  EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
+  Press(platform::kKeyF1 + 4);
+  // The one warning left is the missing percent sign.
+  EXPECT_TRUE(OutputHas(u"WARNING: % delimiters not found"));
+  EXPECT_TRUE(OutputHas(u"Validation complete: 0 error(s), 1 warning(s)."));
+  EXPECT_EQ(Words(), kWords);
+  EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
+}
+
+TEST_F(WordsAtWork, ThePathFollowsWhatIsTypedInWords) {
+  headless::Click(kIdPath);
+  const int before = path.count;
+  PutCaret(3, platform::EditorLineLength(kIdWordsEditor, 3));
+  headless::EditorInsert(kIdWordsEditor, u"\nRapid Motion Positioning Y2.");
+  headless::Click(kIdPath);
+  ASSERT_EQ(path.count, before + 1);
+  EXPECT_EQ(path.points[before].y, 2.0);
+  EXPECT_TRUE(path.points[before].rapid);
+}
+
+TEST_F(WordsAtWork, RenumberingShowsInTheWordsAndIsUndoneThere) {
+  headless::Click(kIdRenumber);
+  EXPECT_EQ(Line(3), u"Sequence 20 Linear Interpolation Motion X1. F10.");
+  headless::Focus(kIdWordsEditor);
+  Press('Z', true);
+  EXPECT_EQ(Words(), kWords);
+  EXPECT_EQ(Text(), kProgram);
+}
+
+TEST_F(WordsAtWork, WhatWasTypedBeforeMarkersCameIsStillUndone) {
+  PutCaret(6, 0);
+  headless::EditorInsert(kIdWordsEditor, u"Dwell");
+  headless::Advance(200);
+  ASSERT_NE(Words().find(u"(MORVA TEXT 2)"), std::u16string::npos);
+  headless::EditorUndo(kIdWordsEditor);
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), kProgram);
+  EXPECT_EQ(Words(), kWords);
+}
+
+TEST_F(WordsAtWork, AnotherProgramStartsWithoutTheStepsOfTheLast) {
+  PutCaret(3, 0);
+  headless::EditorInsert(kIdWordsEditor, u"Dwell ");
+  headless::Click(kIdTabNew);
+  EXPECT_NE(Words().find(u"Select Inches"), std::u16string::npos);
+  EXPECT_FALSE(platform::CanUndoEditor(kIdWordsEditor));
+  headless::Click(kIdTabFirst);
+  EXPECT_EQ(Line(3), u"Dwell Linear Interpolation Motion X1. F10.");
+  EXPECT_FALSE(platform::CanUndoEditor(kIdWordsEditor));
+}
+
+TEST_F(WordsAtWork, ClosingAProgramShowsTheWordsOfTheOneLeft) {
+  headless::Click(kIdTabNew);
+  headless::Advance(1000);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdClose);
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_TRUE(app.commandWordsActive);
+  EXPECT_EQ(Words(), kWords);
+  EXPECT_EQ(Text(), kProgram);
+}
+
+TEST_F(WordsAtWork, ASelectionStandsWhereTheViewWouldComeOutTheSame) {
+  // The code's caret is on the line of the selection's end, as typing leaves it.
+  PutCaret(3, 0);
+  headless::EditorInsert(kIdWordsEditor, u"X");
+  headless::EditorUndo(kIdWordsEditor);
+  const int from = platform::EditorLineStart(kIdWordsEditor, 3);
+  headless::EditorSelect(kIdWordsEditor, from, from + 6);
+  SyncWordsFromCode();
+  EXPECT_EQ(platform::EditorSelection(kIdWordsEditor).from, from);
+  EXPECT_EQ(platform::EditorSelection(kIdWordsEditor).to, from + 6);
+}
+
+TEST_F(WordsAtWork, AnInsertedWordKeepsFromWhatItWouldTouch) {
+  headless::Click(kIdShowIndex);
+  // In front of "X1. F10." the bare code goes in without a blank of its own.
+  PutCaret(3, 28);
+  headless::SelectRows(kIdIndexList, {4});
+  headless::Click(kIdIndexInsert);
+  EXPECT_EQ(Line(3), u"Linear Interpolation Motion Dwell X1. F10.");
+  EXPECT_NE(Text().find(u"\r\nG01 G04 X1. F10.\r\n"), std::u16string::npos);
+  // Behind a digit.
+  PutCaret(1, 12);
+  headless::DoubleClickRow(kIdIndexList, 4);
+  EXPECT_EQ(Line(1), u"Program 1000 Dwell ");
+  EXPECT_NE(Text().find(u"\r\nO1000 G04 \r\n"), std::u16string::npos);
+}
+
+TEST_F(WordsAtWork, NothingComesBetweenWhereNothingTouches) {
+  headless::Click(kIdShowIndex);
+  PutCaret(3, 27);
+  headless::TypeInto(kIdIndexInsertion, u"X5.");
+  headless::Click(kIdIndexInsert);
+  EXPECT_EQ(Line(3), u"Linear Interpolation MotionX5. X1. F10.") << "the user's text as it stands";
+}
+
+TEST_F(WordsAtWork, ACompletedWordKeepsFromWhatItWouldTouch) {
+  PutCaret(3, 32);
+  headless::EditorInsert(kIdWordsEditor, u"dwe");
+  headless::DrainPosts();
+  ASSERT_TRUE(platform::IsVisible(kIdCompletion));
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Line(3), u"Linear Interpolation Motion X1. Dwell F10.");
+  EXPECT_NE(Text().find(u"\r\nG01 X1. G04 F10.\r\n"), std::u16string::npos);
+}
+
+int RunsOfWordsLine(int line) {
+  platform::ColourRun runs[8];
+  return platform::LineRuns(kIdWordsEditor, line, runs, 8);
+}
+
+TEST_F(WordsAtWork, WordsOf250000UnitsBearColoursAndOneMoreDoesNot) {
+  for (const std::size_t units : {250000u, 250001u, 250000u}) {
+    std::u16string text = u"Dwell\r\n";
+    while (text.size() + 100 < units) text += std::u16string(48, u'-') + u"\r\n";
+    text += std::u16string(units - text.size() - 7, u'-') + u"\r\nDwell";
+    ASSERT_EQ(text.size(), units);
+    platform::SetEditorText(kIdWordsEditor, text);
+    ColourWordsView();
+    const int wanted = units == 250000u ? 1 : 0;
+    EXPECT_EQ(RunsOfWordsLine(0), wanted) << units;
+    EXPECT_EQ(RunsOfWordsLine(platform::EditorLineCount(kIdWordsEditor) - 1), wanted) << units;
+  }
+}
+
+}  // namespace
+}  // namespace morva
