@@ -236,7 +236,9 @@ void SetMode(int mode) {
 void SetSurface(int surface) {
   if (surface != kSurfaceCode && surface != kSurfaceCad) return;  // still to come
   if (surface == kSurfaceCode) {
+    const bool came = app.surface != kSurfaceCode;
     SetMode(app.mode);
+    if (came) platform::SetFocusTo(kIdEditor);
   } else if (app.surface != surface) {
     EnterCad();
   }

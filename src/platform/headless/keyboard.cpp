@@ -257,6 +257,13 @@ bool Pointer(int view, const platform::PointerEvent& event) {
   const platform::Events& events = platform::Listener();
   if (events.pointer) events.pointer(target, told);
   if (event.action == platform::PointerAction::Release) platform::ReleasePointer();
+  // The right button asks for the context menu once it is up.
+  if (event.action == platform::PointerAction::Release &&
+      event.button == platform::PointerButton::Right && view != platform::kMainWindow &&
+      Find(view) && events.contextMenu) {
+    const platform::Rect place = platform::PlaceInMainWindow(view);
+    events.contextMenu(view, -1, place.left + event.x, place.top + event.y);
+  }
   HoldCtrl(false);
   return true;
 }
