@@ -93,46 +93,8 @@ constexpr const char* kPhrases[] = {
     "get paint HaasSimView",
     "get paint MorvaDeskWnd",
     "get tokens #",
-    "get sketch",
-    "get paint MorvaCustomShapeCanvas",
-    "click 1201",
-    "mouse MorvaCustomShapeCanvas press # # left",
-    "mouse MorvaCustomShapeCanvas move # #",
-    "mouse MorvaCustomShapeCanvas release # # left",
-    "mouse MorvaCustomShapeCanvas press # # left ctrl",
-    "mouse MorvaCustomShapeCanvas press # # middle",
-    "mouse MorvaCustomShapeCanvas release # # right",
-    "mouse MorvaCustomShapeCanvas double # # left",
-    "mouse MorvaCustomShapeCanvas wheel # # 1",
-    "mouse MorvaCustomShapeCanvas wheel # # -3",
-    "mouse MorvaCadScroll press 8 # left",
-    "mouse MorvaCadForm wheel 10 10 -2",
-    "focus 20011",
-    "key \"F8\"",
-    "key \"Ctrl+C\"",
-    "key \"Ctrl+V\"",
-    "key \"Ctrl+X\"",
-    "select 3400 #",
-    "type ^ \"#\"",
-    "type ^ \"-.5\"",
-    "type ^ \"1e9\"",
-    "click ^",
-    "click ^",
-    "pick ^",
     "close",
 };
-
-// Keys, methods and fields of the CAD workspace.
-constexpr int kCadControls[] = {
-    1000,  1001,  1002,  1003,  1004,  0x3ED, 0x3EE, 0x3EF, 0x3F0, 0x3F1, 0x3F2, 0x3F3, 0x3F4,
-    0x3F5, 0x3F6, 0x3F7, 0x3F8, 1020,  1021,  1022,  1023,  1024,  1025,  1026,  1027,  1028,
-    1029,  1030,  1031,  1032,  1033,  0x4E3, 0x4E4, 0x4E5, 1254,  0x4ED, 0x4EE, 0x4EF, 0x4F0,
-    1500,  0x5DD, 0x5DE, 0x5DF, 0x5E0, 0x5E1, 0x5E4, 1510,  0x5E7, 0x5E8, 0x60C, 0x60E, 0x60F,
-    0x618, 0x619, 0x61A, 0x61B, 0x61C, 0x622, 0x623, 0x624, 0x62C, 0x62D, 0x636, 0x637, 0x640,
-    0x73A, 0x73B, 0x741, 0x742, 0x743, 0xB2E, 0xB2F, 0xB30, 0xB31, 0xBA6, 0xBA7, 0xC21, 0xC23,
-    0xC26, 3404,  3405,  3406,  3407,  3408,  3409,  3410,  3411,  3412,  3413,  3414,  3415,
-    3416,  3419,  3420,  3421,  3422,  3423,  3424,  3425,  3426,  3427,  3428,  3429,  3430,
-    3431,  3434,  3438,  3439,  3440,  3442,  3600,  3601};
 
 constexpr int kControls[] = {101,  103,  104,  105,  106,  108,  109,  110,  111,  112,  200,  300,
                              400,  440,  600,  601,  660,  661,  663,  664,  665,  666,  670,  680,
@@ -200,8 +162,6 @@ std::string PickedLine(Bytes& bytes) {
   for (const char* c = kPhrases[bytes.Next() % std::size(kPhrases)]; *c; ++c) {
     if (*c == '@') {
       line += std::to_string(kControls[bytes.Next() % std::size(kControls)]);
-    } else if (*c == '^') {
-      line += std::to_string(kCadControls[bytes.Next() % std::size(kCadControls)]);
     } else if (*c == '#') {
       line += std::to_string(bytes.Next() * bytes.Next() / 16);
     } else {
