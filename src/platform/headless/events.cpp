@@ -24,6 +24,7 @@ const Events& Listener() { return *listener; }
 namespace headless {
 
 void SendCommand(int id, int notification) {
+  if (TellDialog(id, notification)) return;
   const platform::Events& events = platform::Listener();
   if (events.command) events.command(id, notification);
 }

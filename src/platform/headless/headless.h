@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -62,6 +63,13 @@ void ClearQueues();
 // Runs once while the next box, dialog or popup stands open: timers and messages do not wait
 // for the user to answer. Null: nothing happens meanwhile.
 void WhileOpen(void (*happens)());
+// What the user does in the dialog that stands open, in the order handed in. Then `turn` is
+// asked for more, again and again; where it answers false, or is null, the dialog is cancelled.
+// While one runs nothing outside it takes input, and CloseKey presses its cancel button.
+void InDialog(std::function<void()> act);
+void SetDialogTurn(bool (*turn)());
+int OpenDialog();  // its id, 0 for none
+std::u16string DialogTitle();
 // What Copy and Cut leave and Paste takes.
 void SetClipboard(std::u16string_view text);
 std::u16string ClipboardText();
@@ -113,6 +121,7 @@ struct ControlInfo {
   bool visible = false;
   bool enabled = false;
   bool checked = false;
+  bool behind = false;   // a dialog that runs keeps the user from it
   platform::Rect place;  // in main-window pixels
   platform::ControlColours colours;
 };

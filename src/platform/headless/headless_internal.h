@@ -134,6 +134,15 @@ void ClearPicks();
 
 void SendCommand(int id, int notification);
 
+// Dialogs. Whether one runs that this thing does not lie in; the main window lies in none.
+bool IsBehindDialog(int id);
+// Hands a control's word to the dialog that it lies in. False: it lies in none.
+bool TellDialog(int id, int notification);
+// Enter and Escape in the running dialog. True: used.
+bool PressDialogKey(const platform::KeyEvent& key);
+void CancelDialog();
+void ForgetDialog(int id);
+
 // A kind of call that FailCall may have marked: counts it, true when this one must fail.
 bool FaultFor(std::string_view kind);
 

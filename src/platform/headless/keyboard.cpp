@@ -176,7 +176,9 @@ bool ClickRow(int id, int row, int x) {
 bool PressKey(const platform::KeyEvent& key) {
   const int id = platform::FocusedId();
   HoldCtrl(key.ctrl);
-  const bool handled = OfferKey(id == 0 ? platform::kMainWindow : id, key);
+  // A dialog's keys are its own: nothing behind it hears them.
+  const bool handled =
+      OpenDialog() != 0 ? PressDialogKey(key) : OfferKey(id == 0 ? platform::kMainWindow : id, key);
   if (!handled && id == 0 && key.key == platform::kKeyTab) FocusNext(key.shift);
   if (!handled && id != 0) PressIn(id, key);
   HoldCtrl(false);
@@ -237,7 +239,7 @@ bool Pointer(int view, const platform::PointerEvent& event) {
     if (!item || !CanBeUsed(view)) return false;
     const bool over = item->kind == Kind::Editor && event.action == platform::PointerAction::Move;
     if (item->kind != Kind::View && !over) return false;
-  } else if (!platform::Exists(view)) {
+  } else if (!platform::Exists(view) || OpenDialog() != 0) {
     return false;
   }
   SetPointerOver(view);

@@ -25,6 +25,7 @@ bool Describe(int id, ControlInfo& info) {
   info.visible = platform::IsVisible(id);
   info.enabled = platform::IsEnabled(id);
   info.checked = item->checked;
+  info.behind = IsBehindDialog(id);
   info.place = platform::PlaceInMainWindow(id);
   info.colours = item->colours;
   return true;

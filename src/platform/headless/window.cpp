@@ -98,7 +98,7 @@ const std::vector<std::unique_ptr<Item>>& Items() { return items; }
 
 bool CanBeUsed(int id) {
   const Item* item = Find(id);
-  return item && VisibleWithParents(*item) && EnabledWithParents(*item);
+  return item && !IsBehindDialog(id) && VisibleWithParents(*item) && EnabledWithParents(*item);
 }
 
 bool IsTextItem(const Item& item) {
@@ -135,6 +135,10 @@ void Resize(int width, int height) {
 
 bool CloseKey() {
   if (!window.exists) return false;
+  if (OpenDialog() != 0) {
+    CancelDialog();
+    return false;
+  }
   const platform::Events& events = platform::Listener();
   if (events.closing && !events.closing()) return false;
   window.exists = window.shown = false;
@@ -250,6 +254,7 @@ void Destroy(int id) {
   for (int child : children) Destroy(child);
   if (headless::captured == id) headless::captured = 0;
   if (headless::pointerOver == id) headless::pointerOver = 0;
+  headless::ForgetDialog(id);
   const bool held = headless::focused == id;
   headless::byId.erase(id);
   std::erase_if(headless::items, [id](const auto& item) { return item->id == id; });

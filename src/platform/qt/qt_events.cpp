@@ -102,7 +102,8 @@ PointerEvent PointerFrom(const QMouseEvent& event, PointerAction action) {
 bool KeyBeforeControl(int id, const QKeyEvent& event) {
   const KeyEvent key = KeyFrom(event);
   if (key.key == kKeyNone) return false;
-  if (Listener().key != nullptr && Listener().key(id, key)) return true;
+  const bool heard = Listener().key != nullptr && !LiesInDialog(id);
+  if (heard && Listener().key(id, key)) return true;
   return RunAltRule(id, key);
 }
 
@@ -113,7 +114,9 @@ void AskContextMenu(int id, QWidget* widget, QContextMenuEvent* event, int row,
   if (main == nullptr || Listener().contextMenu == nullptr) return;
   QPoint place = main->mapFromGlobal(event->globalPos());
   if (event->reason() == QContextMenuEvent::Keyboard) {
-    place = widget->mapTo(main, local != nullptr ? *local : widget->rect().center());
+    // Through the screen: a dialog is a window of its own.
+    const QPoint at = local != nullptr ? *local : widget->rect().center();
+    place = main->mapFromGlobal(widget->mapToGlobal(at));
   }
   Listener().contextMenu(id, row, place.x(), place.y());
 }

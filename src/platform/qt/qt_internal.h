@@ -110,7 +110,12 @@ struct Quiet {
   static inline int depth = 0;
 };
 
+// Hands a control's word to the dialog that it lies in. False: it lies in none.
+bool TellDialog(int id, int notification);
+bool LiesInDialog(int id);
+
 inline void SendCommand(int id, int notification) {
+  if (TellDialog(id, notification)) return;
   if (Listener().command != nullptr) Listener().command(id, notification);
 }
 

@@ -1,5 +1,6 @@
-// Message boxes over the main window.
+// Message boxes over the main window, or over the dialog that runs.
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -30,7 +31,8 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
                   BoxIcon icon) {
-  QMessageBox box(MainWidget());
+  QWidget* dialog = QApplication::activeModalWidget();
+  QMessageBox box(dialog != nullptr ? dialog : MainWidget());
   box.setWindowTitle(Text(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(Text(text));
