@@ -20,6 +20,7 @@
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
+#include "documents/destination.h"
 #include "documents/editor_changes.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
@@ -258,6 +259,7 @@ void JoinRooms() {
   ClearPanels();
   RegisterDocumentCommands();
   RegisterFeatureCommands();
+  RegisterDestinationPicker();
   RegisterCodeToolCommands();
   RegisterSimulatorCommands();
   RegisterUnitCommands();

@@ -1,0 +1,281 @@
+#include "documents/destination.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/dialog.h"
+#include "platform/editor.h"
+#include "platform/listing.h"
+#include "platform/message.h"
+
+namespace morva {
+
+namespace {
+
+using platform::ControlKind;
+using platform::FontRole;
+using platform::Rect;
+
+enum : int { kIdProgramCaption = kIdDestinationFirst, kIdPositionCaption };
+
+constexpr Rect kPlace{100, 120, 100 + 540, 120 + 340};
+constexpr Rect kProgramCaptionPlace{20, 14, 520, 36};
+constexpr Rect kProgramPlace{20, 38, 520, 66};
+constexpr Rect kPositionCaptionPlace{20, 80, 520, 102};
+constexpr Rect kPositionPlace{21, 105, 159, 131};
+constexpr Rect kHelpPlace{21, 150, 519, 276};
+constexpr Rect kInsertPlace{200, 292, 390, 324};
+constexpr Rect kCancelPlace{400, 292, 520, 324};
+constexpr platform::Colour kWellLine = 0x0E3A5C;
+
+constexpr int kAccepted = 1;
+// Row data of "+ New project"; no program has this serial.
+constexpr std::uint64_t kNewProject = 0;
+constexpr int kNewProjectPositions = 2;  // before and behind the new program's template
+
+struct Picker {
+  std::uint64_t source = 0;       // the program that the insert started from
+  std::uint64_t destination = 0;  // the chosen one
+  int insertPosition = 0;         // operation number, from 1
+  int lastPosition = 0;
+  bool update = false;  // a block of this kind is under edit in the source
+  int ownPosition = 0;  // that block's number
+};
+Picker picker;
+
+int BlocksIn(std::u16string_view text) {
+  ScanProgramText(text);
+  return features.count;
+}
+
+// Blocks of a program, whether it is on the stage or in the store. The table describes the
+// program on the stage again afterwards.
+int BlockCount(std::uint64_t serial) {
+  const int index = IndexOfSerial(serial);
+  const int stored = index >= 0 && index != app.activeTab ? BlocksIn(tabs[index].text) : 0;
+  const int staged = BlocksIn(platform::EditorText(kIdEditor));
+  return index >= 0 && index == app.activeTab ? staged : stored;
+}
+
+// 1 plus the blocks that end before the caret.
+int PositionByCaret() {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const std::int32_t caret = TextIndexOf(text, CaretPosition());
+  int position = 1;
+  for (int i = 0; i < features.count; ++i) position += features.rows[i].end <= caret ? 1 : 0;
+  return position;
+}
+
+std::uint64_t ChosenProgram() {
+  const int row = platform::SelectedRow(kIdDestinationProgram);
+  return static_cast<std::uint64_t>(platform::RowData(kIdDestinationProgram, row));
+}
+
+int TypedPosition() { return ParseInteger(platform::TextOf(kIdDestinationPosition), 0); }
+
+void RefreshDestinationInfo(bool fromList) {
+  const std::uint64_t chosen = ChosenProgram();
+  const bool update = picker.update && chosen == picker.source;
+  picker.lastPosition = chosen == kNewProject ? kNewProjectPositions : BlockCount(chosen) + 1;
+  if (fromList) {
+    platform::SetText(kIdDestinationPosition,
+                      IntegerText(update ? picker.ownPosition : picker.lastPosition));
+    platform::SetEnabled(kIdDestinationPosition, !update);
+  }
+  std::u16string help = update ? u"Update code in \u201C" : u"Add code to \u201C";
+  const int row = platform::SelectedRow(kIdDestinationProgram);
+  help += chosen == kNewProject ? u"New project" : platform::RowText(kIdDestinationProgram, row);
+  help += u"\u201D at operation " + IntegerText(TypedPosition());
+  help += u"\r\nAvailable positions: 1\u2013" + IntegerText(picker.lastPosition);
+  help += u". Later operations move down.";
+  if (chosen != picker.source) {
+    help += u"\r\nThe source drawing remains in its original project.";
+  }
+  platform::SetText(kIdDestinationHelp, help);
+}
+
+void Accept() {
+  RefreshDestinationInfo(false);
+  const int position = TypedPosition();
+  if (position < 1 || position > picker.lastPosition) {
+    platform::ShowBox(u"Insert code", u"Choose an operation position within the displayed range.",
+                      platform::BoxButtons::Ok, platform::BoxIcon::None);
+    platform::SetFocusTo(kIdDestinationPosition);
+    platform::SelectAllText(kIdDestinationPosition);
+    return;
+  }
+  picker.insertPosition = position;
+  picker.destination = ChosenProgram();
+  platform::EndDialog(kViewDestination, kAccepted);
+}
+
+void OnPickerCommand(int id, int notification) {
+  if (id == kIdDestinationProgram && notification == platform::kNotifyComboSelect) {
+    RefreshDestinationInfo(true);
+  } else if (id == kIdDestinationPosition && notification == platform::kNotifyEditChange) {
+    RefreshDestinationInfo(false);
+  } else if (id == kIdDestinationInsert && notification == platform::kNotifyClick) {
+    Accept();
+  } else if (id == kIdDestinationCancel && notification == platform::kNotifyClick) {
+    platform::EndDialog(kViewDestination, 0);
+  }
+}
+
+void PaintPicker(platform::Canvas& canvas) {
+  const auto frame = [&canvas](int id, platform::Colour idle) {
+    const Rect place = platform::PlaceOf(id);
+    platform::Pen edge;
+    edge.colour = platform::FocusedId() == id ? kBrightAccent : idle;
+    FrameArea(canvas, {place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+  };
+  FillArea(canvas, platform::CanvasArea(canvas), kPanelBackground);
+  frame(kIdDestinationPosition, kWellLine);
+  frame(kIdDestinationHelp, kWellLine);
+  // The button that Enter presses.
+  frame(kIdDestinationInsert, kAccent);
+}
+
+void MakeText(int id, ControlKind kind, const char16_t* text, const char16_t* name,
+              const Rect& place) {
+  platform::ControlSpec spec;
+  spec.id = id;
+  spec.kind = kind;
+  spec.text = text;
+  spec.accessibleName = name;
+  spec.font = FontRole::Body;
+  spec.parent = kViewDestination;
+  platform::MakeControl(spec);
+  platform::SetPlace(id, place);
+}
+
+// In the order of the screen, which is the order of Tab.
+bool MakePicker() {
+  platform::DialogSpec dialog;
+  dialog.id = kViewDestination;
+  dialog.className = u"MorvaDestination";
+  dialog.title = u"Insert code into project";
+  dialog.place = kPlace;
+  dialog.background = kPanelBackground;
+  dialog.defaultButton = kIdDestinationInsert;
+  dialog.cancelButton = kIdDestinationCancel;
+  dialog.command = OnPickerCommand;
+  if (!platform::MakeDialog(dialog)) return false;
+  MakeText(kIdProgramCaption, ControlKind::Label, u"Destination project", u"",
+           kProgramCaptionPlace);
+  platform::ListSpec list;
+  list.id = kIdDestinationProgram;
+  list.kind = platform::ListKind::Combo;
+  list.accessibleName = u"Destination project";
+  list.parent = kViewDestination;
+  platform::MakeList(list);
+  platform::SetPlace(kIdDestinationProgram, kProgramPlace);
+  MakeText(kIdPositionCaption, ControlKind::Label, u"Operation number", u"", kPositionCaptionPlace);
+  MakeText(kIdDestinationPosition, ControlKind::EditLine, u"", u"Operation number", kPositionPlace);
+  MakeText(kIdDestinationHelp, ControlKind::Log, u"", u"Where the code goes", kHelpPlace);
+  MakeText(kIdDestinationInsert, ControlKind::PushButton, u"Insert / update code", u"",
+           kInsertPlace);
+  MakeText(kIdDestinationCancel, ControlKind::PushButton, u"Cancel", u"", kCancelPlace);
+  for (const int id : {kIdProgramCaption, kIdPositionCaption}) {
+    platform::SetColours(id, {kBrightAccent, kPanelBackground, true});
+  }
+  return true;
+}
+
+void FillPicker() {
+  for (int i = 0; i < app.tabCount; ++i) {
+    platform::AddRow(kIdDestinationProgram, tabs[i].title,
+                     static_cast<std::int64_t>(tabs[i].serial));
+  }
+  if (app.tabCount < kMaxTabs) {
+    platform::AddRow(kIdDestinationProgram, u"+ New project",
+                     static_cast<std::int64_t>(kNewProject));
+  }
+  platform::SelectRow(kIdDestinationProgram, app.activeTab);
+  platform::SetText(kIdDestinationPosition, IntegerText(picker.ownPosition));
+  platform::SetEnabled(kIdDestinationPosition, !picker.update);
+  RefreshDestinationInfo(false);
+  platform::SetFocusTo(kIdDestinationProgram);
+}
+
+// The chosen program on the stage. False: it could not be opened, or is gone.
+bool BringUpDestination() {
+  if (picker.destination != kNewProject) return ReturnToTab(picker.destination);
+  const int index = OpenTab(u"", u"", u"New project.NC");
+  if (index < 0) return false;
+  SwitchTab(index);
+  return true;
+}
+
+// The caret at the start of the line where the chosen block begins; behind the last block, or
+// the text, for the position after them.
+Destination PlaceCaret() {
+  const std::u16string text(platform::EditorText(kIdEditor));
+  ScanProgramText(text);
+  const bool before = picker.insertPosition <= features.count;
+  auto at = static_cast<std::int32_t>(text.size());
+  if (before) {
+    at = features.rows[picker.insertPosition - 1].start;
+  } else if (features.count > 0) {
+    at = features.rows[features.count - 1].end;
+  }
+  int position = MapTextOffset(text, at);
+  const int line = platform::EditorLineOf(kIdEditor, position);
+  if (before) position = platform::EditorLineStart(kIdEditor, line);
+  platform::SetEditorSelection(kIdEditor, {position, position});
+  if (app.commandWordsActive && platform::Exists(kIdWordsEditor)) {
+    Call(hooks.wordsFromEditor);
+    const int start = platform::EditorLineStart(kIdWordsEditor, line);
+    platform::SetEditorSelection(kIdWordsEditor, {start, start});
+  }
+  return before ? Destination::Placed : Destination::Caret;
+}
+
+}  // namespace
+
+Destination RunDestinationPicker(int kind) {
+  if (platform::Exists(kViewDestination)) return Destination::Cancelled;
+  picker = Picker();
+  picker.source = ActiveSerial();
+  picker.update = editLink.kind == kind && editLink.tab == app.activeTab;
+  picker.ownPosition = PositionByCaret();
+  if (picker.update && FindFeature(editLink.id) >= 0) {
+    picker.ownPosition = FindFeature(editLink.id) + 1;
+  }
+  const EditLink link = editLink;
+  if (!MakePicker()) return Destination::Cancelled;
+  FillPicker();
+  if (platform::RunDialog(kViewDestination) != kAccepted || !BringUpDestination()) {
+    return Destination::Cancelled;
+  }
+  AutoTagBlocks();
+  if (picker.update && picker.destination == picker.source) {
+    // Another program may have been on the stage meanwhile, which forgets the link.
+    editLink = link;
+    editLink.tab = app.activeTab;
+    return Destination::Caret;
+  }
+  DropEditLink();
+  return PlaceCaret();
+}
+
+void RegisterDestinationPicker() {
+  SetDestinationPicker(RunDestinationPicker);
+  Handlers handlers;
+  handlers.id = kViewDestination;
+  handlers.paint = PaintPicker;
+  RegisterHandlers(handlers);
+}
+
+}  // namespace morva
