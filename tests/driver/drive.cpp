@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -30,6 +31,19 @@ bool (*formerPanelLog)(const char16_t* text) = nullptr;
 bool KeepDncLine(const char16_t* text) {
   dncLog += text;
   return formerPanelLog && formerPanelLog(text);
+}
+
+DialogReader reader;
+// One flag for each line at work, the innermost last: whether a dialog has answered it.
+std::vector<bool> linesAtWork;
+
+bool ReadOn() {
+  if (linesAtWork.empty() || reader.turn == nullptr) return false;
+  if (!linesAtWork.back()) {
+    linesAtWork.back() = true;
+    if (reader.opened) reader.opened();
+  }
+  return reader.turn();
 }
 
 std::string Done(bool done, std::u16string_view error) { return done ? Good() : Bad(error); }
@@ -347,6 +361,7 @@ bool Begin(const Machine& machine) {
   dncLog.clear();
   morva::ResetApplication();
   headless::Reset(machine.home);
+  headless::SetDialogTurn(ReadOn);
   headless::SetExecutableName(machine.executableName);
   if (!machine.hasDocuments) headless::RemoveDocuments();
   if (morva::StartApplication() != 0) return false;
@@ -357,7 +372,9 @@ bool Begin(const Machine& machine) {
 
 void KeepFilesAtHome() { filesAtHome = true; }
 
-std::string AnswerLine(std::string_view line) {
+namespace {
+
+std::string Work(std::string_view line) {
   Words words;
   if (!SplitLine(line, words)) return Bad(u"this line cannot be read");
   if (words.empty() || (!words[0].quoted && words[0].text[0] == u'#')) return Good();
@@ -370,6 +387,18 @@ std::string AnswerLine(std::string_view line) {
     return command.answer(words);
   }
   return Bad(u"unknown command");
+}
+
+}  // namespace
+
+void ReadOnInDialogs(const DialogReader& given) { reader = given; }
+
+std::string AnswerLine(std::string_view line) {
+  linesAtWork.push_back(false);
+  std::string answer = Work(line);
+  if (linesAtWork.back()) answer.clear();
+  linesAtWork.pop_back();
+  return answer;
 }
 
 void End() {

@@ -8,6 +8,24 @@
 #include "driver/drive.h"
 #include "platform/file.h"
 
+namespace {
+
+void Print(const std::string& answer) {
+  std::fwrite(answer.data(), 1, answer.size(), stdout);
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+}
+
+bool AnswerNext() {
+  std::string line;
+  if (!std::getline(std::cin, line)) return false;
+  const std::string answer = drive::AnswerLine(line);
+  if (!answer.empty()) Print(answer);
+  return true;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fputs("morva_drive HOME: HOME is a folder that plays the user's machine\n", stderr);
@@ -22,11 +40,8 @@ int main(int argc, char** argv) {
     std::fputs("the application did not start\n", stderr);
     return 1;
   }
-  for (std::string line; std::getline(std::cin, line);) {
-    const std::string answer = drive::AnswerLine(line);
-    std::fwrite(answer.data(), 1, answer.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
+  drive::ReadOnInDialogs({[] { Print("{\"ok\":true}"); }, AnswerNext});
+  while (AnswerNext()) {
   }
   drive::End();
   return 0;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "cad/sketch.h"
 #include "driver/drive.h"
 #include "driver/json_text.h"
 #include "driver/line_words.h"
@@ -138,6 +139,59 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
     const std::string answer = drive::AnswerLine(line);
     EXPECT_EQ(answer.rfind("{\"ok\":false,\"error\":\"", 0), 0u) << line << ": " << answer;
   }
+  drive::End();
+  std::filesystem::remove_all(home);
+}
+
+// The lines that are still to be read, and what they and the line before them were answered.
+std::vector<std::string> toRead;
+std::vector<std::string> answers;
+
+bool ReadNext() {
+  if (toRead.empty()) return false;
+  const std::string line = toRead.front();
+  toRead.erase(toRead.begin());
+  const std::string answer = drive::AnswerLine(line);
+  if (!answer.empty()) answers.push_back(answer);
+  return true;
+}
+
+TEST(Driver, ReadsOnInADialogUntilItCloses) {
+  const std::filesystem::path home =
+      std::filesystem::temp_directory_path() / ("driver_dialog_" + std::to_string(getpid()));
+  std::filesystem::create_directories(home);
+  drive::Machine machine;
+  machine.home = home.u16string();
+  ASSERT_TRUE(drive::Begin(machine));
+  morva::AppendSketchObject({morva::kTypeLine, 0, 0, 0, 2, 0, 0});
+  answers.clear();
+  drive::ReadOnInDialogs({[] { answers.push_back("{\"ok\":true}"); }, ReadNext});
+  toRead = {"wait 100",
+            "command 1012",
+            "get dialog",
+            "click \"NEW\"",
+            "type \"Operation number\" \"1\"",
+            "close",
+            "get dialog",
+            "command 1012",
+            "click \"Insert / update code\"",
+            "get features",
+            "command 1012",
+            "wait 10"};
+  while (ReadNext()) {
+  }
+  ASSERT_EQ(answers.size(), 12u);
+  EXPECT_EQ(answers[1], "{\"ok\":true}");
+  EXPECT_EQ(answers[2], "{\"ok\":true,\"id\":20020,\"title\":\"Insert code into project\"}");
+  // What lies behind it has no name now.
+  EXPECT_EQ(answers[3].rfind("{\"ok\":false", 0), 0u) << answers[3];
+  EXPECT_EQ(answers[4], "{\"ok\":true}");
+  EXPECT_EQ(answers[5], "{\"ok\":true,\"closed\":false}");
+  EXPECT_EQ(answers[6], "{\"ok\":true,\"id\":0,\"title\":\"\"}");
+  EXPECT_NE(answers[9].find("\"id\":2,"), std::string::npos) << answers[9];
+  // The end of what can be read cancelled the last one.
+  EXPECT_EQ(drive::AnswerLine("get dialog"), answers[6]);
+  drive::ReadOnInDialogs({});
   drive::End();
   std::filesystem::remove_all(home);
 }

@@ -20,7 +20,9 @@ std::vector<int> VisibleNamed(std::u16string_view name, bool labels) {
   std::vector<int> found;
   for (int id : headless::AllIds()) {
     headless::ControlInfo info;
-    if (!headless::Describe(id, info) || !info.visible || info.name != name) continue;
+    if (!headless::Describe(id, info) || !info.visible || info.behind || info.name != name) {
+      continue;
+    }
     if ((info.kind == u"label") == labels) found.push_back(id);
   }
   return found;
@@ -31,7 +33,9 @@ std::vector<int> VisibleCaptioned(std::u16string_view caption) {
   std::vector<int> found;
   for (int id : headless::AllIds()) {
     headless::ControlInfo info;
-    if (!headless::Describe(id, info) || !info.visible || info.text != caption) continue;
+    if (!headless::Describe(id, info) || !info.visible || info.behind || info.text != caption) {
+      continue;
+    }
     if (info.kind == u"button" || info.kind == u"check") found.push_back(id);
   }
   return found;

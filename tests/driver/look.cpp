@@ -50,6 +50,13 @@ std::string GetLayout(const Words&) {
       .Done();
 }
 
+std::string GetDialog(const Words&) {
+  std::string title;
+  AppendQuoted(title, headless::DialogTitle());
+  const std::string id = std::to_string(headless::OpenDialog());
+  return "{\"ok\":true,\"id\":" + id + ",\"title\":" + title + "}";
+}
+
 std::string GetClipboard(const Words&) { return GoodText(headless::ClipboardText()); }
 std::string StillToCome(const Words&) { return Bad(u"this room is still to come"); }
 
@@ -377,6 +384,7 @@ constexpr Look kLooks[] = {
     {u"files", GetFiles},       {u"sent", GetSent},           {u"control", GetControl},
     {u"list", GetList},         {u"controls", GetControls},   {u"tokens", GetTokens},
     {u"paint", GetPaint},       {u"clipboard", GetClipboard}, {u"layout", GetLayout},
+    {u"dialog", GetDialog},
 };
 
 }  // namespace

@@ -26,6 +26,14 @@ constexpr const char* kPhrases[] = {
     "click \"SEND\"",
     "click \"RECEIVE\"",
     "click \"PATH\"",
+    "command 1012 0",
+    "click 2982",
+    "click 2983",
+    "click \"Cancel\"",
+    "type 3601 \"#\"",
+    "select 3600 #",
+    "key \"Esc\"",
+    "get dialog",
     "ctrlclick @",
     "command @ #",
     "type @ \"0.75\"",
@@ -123,6 +131,7 @@ void Expect(bool holds, const char* what, std::string_view line, std::string_vie
 
 std::string Say(std::string_view line) {
   std::string answer = drive::AnswerLine(line);
+  if (answer.empty()) return answer;  // a dialog came up and took the following lines
   Expect(answer.rfind("{\"ok\":", 0) == 0 && answer.back() == '}', "no object", line, answer);
   Expect(answer.find('\n') == answer.npos, "more than one line", line, answer);
   return answer;
@@ -173,6 +182,28 @@ std::string PickedLine(Bytes& bytes) {
 
 }  // namespace
 
+// Where the lines of this run come from: the phrases that the bytes pick, or a text.
+struct Source {
+  Bytes* bytes = nullptr;
+  std::string_view text;
+};
+Source source;
+
+// Says the next line; also what a dialog that stands open is worked with.
+bool SayNext() {
+  if (source.bytes != nullptr) {
+    if (!source.bytes->Any()) return false;
+    Say(PickedLine(*source.bytes));
+    return true;
+  }
+  if (source.text.empty()) return false;
+  const std::size_t end = std::min(source.text.find('\n'), source.text.size());
+  const std::string line(source.text.substr(0, end));
+  source.text.remove_prefix(std::min(end + 1, source.text.size()));
+  Say(line);
+  return true;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::filesystem::path home = NewHome();
@@ -181,15 +212,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   machine.home = home.u16string();
   Expect(drive::Begin(machine), "the application did not start", "", "");
   Bytes bytes(data + 1, size - 1);
+  source = Source();
   if (data[0] % 2 == 1) {
-    while (bytes.Any()) Say(PickedLine(bytes));
+    source.bytes = &bytes;
   } else {
-    std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
-    while (!text.empty()) {
-      const std::size_t end = std::min(text.find('\n'), text.size());
-      Say(text.substr(0, end));
-      text.remove_prefix(std::min(end + 1, text.size()));
-    }
+    source.text = std::string_view(reinterpret_cast<const char*>(data + 1), size - 1);
+  }
+  drive::ReadOnInDialogs({nullptr, SayNext});
+  while (SayNext()) {
   }
   ExpectRest();
   drive::End();

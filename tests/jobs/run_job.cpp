@@ -13,7 +13,7 @@
 //     @executable NAME   the program's file name, before the first driver line
 //     @nodocuments       a machine without a Documents folder, likewise
 //     @close             closes the window without questions; the next driver line starts the
-//                        program again on the same machine
+//                        program again on the same machine. A dialog that is open is cancelled
 // and empty lines and lines that start with "#" are for the reader.
 
 #include <unistd.h>
@@ -140,6 +140,11 @@ void RunExpectation(Job& job, char kind, const std::string& wanted) {
   }
 }
 
+void TakeAnswer(Job& job, const std::string& answer) {
+  job.answer = answer;
+  job.asked = true;
+}
+
 void RunLine(Job& job, const std::string& line) {
   if (line.empty() || line[0] == '#') return;
   const std::string rest = WithHome(line.size() > 2 ? line.substr(2) : "", job.home);
@@ -147,8 +152,9 @@ void RunLine(Job& job, const std::string& line) {
     JudgeAsked(job);
     Start(job);
     job.sent = rest;
-    job.answer = drive::AnswerLine(rest);
-    job.asked = true;
+    const std::string answer = drive::AnswerLine(rest);
+    // Where a dialog came up the line was answered then, and later lines have been read since.
+    if (!answer.empty()) TakeAnswer(job, answer);
   } else if (line[0] == '@') {
     JudgeAsked(job);
     if (!RunMachineLine(job, line)) RunFileLine(job, line);
@@ -157,6 +163,19 @@ void RunLine(Job& job, const std::string& line) {
   } else {
     Fail(job, "this line has no kind: " + line);
   }
+}
+
+// The job that runs; one a process.
+Job* current = nullptr;
+
+// The next line while a dialog stands open. The end of the job cancels it, and so does the
+// end of the program.
+bool RunNextInDialog() {
+  Job& job = *current;
+  if (job.at >= job.lines.size() || job.lines[job.at] == "@close") return false;
+  const std::string line = job.lines[job.at++];
+  RunLine(job, line);
+  return true;
 }
 
 bool Load(Job& job, const char* path) {
@@ -181,8 +200,10 @@ int main(int argc, char** argv) {
   }
   job.home = NewHome();
   if (job.home.empty()) return 2;
+  current = &job;
+  drive::ReadOnInDialogs({[] { TakeAnswer(*current, "{\"ok\":true}"); }, RunNextInDialog});
   while (job.at < job.lines.size()) {
-    const std::string& line = job.lines[job.at++];
+    const std::string line = job.lines[job.at++];
     RunLine(job, line);
   }
   JudgeAsked(job);
