@@ -2,11 +2,13 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
+#include "simulator/view_parts.h"
 
 namespace morva {
 
@@ -80,6 +82,10 @@ void RegisterSimulatorCommands() {
     RegisterCommand(late ? RouterStage::Click : RouterStage::Simulator, key.id, 0, OnSimulatorKey);
   }
   RegisterTimer(kTimerPlay, PlayTick);
+  Handlers ofView;
+  ofView.id = kViewToolpath;
+  ofView.timer = ViewTimer;
+  RegisterHandlers(ofView);
   hooks.rebuildToolpath = RebuildToolpath;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };
   hooks.fitView = [] {

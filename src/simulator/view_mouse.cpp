@@ -45,6 +45,7 @@ bool hoverSearched = false;
 std::uint64_t lastHover = 0;
 
 void Orbit(int dx, int dy) {
+  StopCube(viewCube);
   if (view.topView) {
     // The plan seen from the same side, so that nothing jumps.
     view.topView = false;
@@ -78,9 +79,14 @@ void StopDrag() {
 bool Press(const PointerEvent& event) {
   if (event.button == PointerButton::None) return false;
   platform::SetFocusTo(kViewToolpath);
-  if (drag.button != PointerButton::None) return true;
+  if (drag.button != PointerButton::None || viewCube.ring != CubePart::None) return true;
+  const Rect client = platform::ClientArea(kViewToolpath);
+  if (event.button == PointerButton::Left &&
+      PressCube(viewCube, client, ShownAngles(), event.x, event.y)) {
+    return true;
+  }
   if (event.button == PointerButton::Left && switches.measureMode) {
-    const std::int32_t hit = PickPathPoint(platform::ClientArea(kViewToolpath), event.x, event.y);
+    const std::int32_t hit = PickPathPoint(client, event.x, event.y);
     if (hit >= 0) {
       TakeMeasurePick(hit);
       platform::Repaint(kViewToolpath);
@@ -126,11 +132,30 @@ void ShowPointUnder(int x, int y) {
   ShowStatus(text);
 }
 
+void DragRing(const PointerEvent& event) {
+  if (!event.leftDown) {
+    ReleaseCube(viewCube);
+    return;
+  }
+  ViewAngles angles = ShownAngles();
+  MoveCube(viewCube, platform::ClientArea(kViewToolpath), angles, event.x, event.y);
+  TakeAngles(angles);
+}
+
+void Hover(int x, int y) {
+  if (HoverCube(viewCube, platform::ClientArea(kViewToolpath), ShownAngles(), x, y)) {
+    ShowStatus(kCubeHelp);
+  } else {
+    ShowPointUnder(x, y);
+  }
+}
+
 void Move(const PointerEvent& event) {
+  if (viewCube.ring != CubePart::None) return DragRing(event);
   if (drag.button != PointerButton::None) {
     DragTo(event.x, event.y);
   } else if (!event.leftDown && !event.middleDown && !event.rightDown) {
-    ShowPointUnder(event.x, event.y);
+    Hover(event.x, event.y);
   }
 }
 
@@ -209,6 +234,7 @@ bool ToolpathPointer(const PointerEvent& event) {
     case PointerAction::DoubleClick:
       return Press(event);
     case PointerAction::Release:
+      if (event.button == PointerButton::Left) ReleaseCube(viewCube);
       if (event.button == drag.button) StopDrag();
       return true;
     case PointerAction::Move:
@@ -218,10 +244,13 @@ bool ToolpathPointer(const PointerEvent& event) {
       ZoomByNotches(event.wheel);
       return true;
     case PointerAction::Leave:
+      viewCube.over = CubeHit();
+      platform::Repaint(kViewToolpath);
       // The view lost the pointer in the middle of a drag, to a box or another window.
       if (!event.leftDown && !event.middleDown && !event.rightDown) StopDrag();
       return true;
     case PointerAction::Lost:
+      ReleaseCube(viewCube);
       StopDrag();
       return true;
   }

@@ -47,8 +47,8 @@ constexpr int kHeadReach = 4;  // pixels each way of the middle, 9 in all
 constexpr int kPickReach = 3;
 constexpr int kEdge = 10;  // pixels between read-outs and the view's edge
 // The top right corner belongs to the view cube; read-outs break into lines beside it.
-constexpr int kCornerWidth = 172;
-constexpr int kCornerHeight = 171;
+constexpr int kCornerWidth = kCubeWidth;
+constexpr int kCornerHeight = kCubeHeight;
 constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives up the corner
 constexpr int kMostReadOutLines = 12;
 constexpr int kMostGridLines = 4096;
@@ -389,6 +389,7 @@ void PaintToolpathView(Canvas& canvas) {
   PaintHead(canvas, client);
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
+  PaintCube(canvas, client, viewCube, ShownAngles());
   PaintReadOuts(canvas, client);
   if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kFocusMark, 1));
 }

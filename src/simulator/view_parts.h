@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "library/view_cube.h"
 #include "platform/canvas.h"
 #include "simulator/view.h"
 
@@ -23,6 +24,12 @@ PathSegments VisibleSegments(const platform::Rect& client);
 
 // Points of the main path that are drawn: up to the head while that is in use.
 std::int32_t DrawnPoints();
+
+// The view cube of this view. The plan counts as yaw 0 and elevation 90.
+extern ViewCube viewCube;
+ViewAngles ShownAngles();
+void TakeAngles(const ViewAngles& angles);
+void ViewTimer(int timer);
 
 void ResetViewMouse();
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
 #include "library/codetext.h"
@@ -47,7 +48,15 @@ bool saveFailureTold = false;
 
 void Refresh() { platform::Repaint(kViewToolpath); }
 
+ViewCube CubeOfThisView() {
+  ViewCube cube;
+  cube.view = kViewToolpath;
+  cube.timer = kTimerView;
+  return cube;
+}
+
 void ShowAngles(double yaw, double elevation) {
+  StopCube(viewCube);
   view.topView = false;
   view.yawDegrees = yaw;
   view.elevationDegrees = elevation;
@@ -118,6 +127,8 @@ void TakeLayerPick(int id) {
 
 }  // namespace
 
+ViewCube viewCube = CubeOfThisView();
+
 void ViewFit() {
   view.zoom = 1;
   view.panX = 0;
@@ -131,9 +142,30 @@ void ZoomBy(double factor) {
 }
 
 void SetViewTop() {
+  StopCube(viewCube);
   view.topView = true;
   view.rollDegrees = 0;
   ViewFit();
+}
+
+ViewAngles ShownAngles() {
+  if (view.topView) return {0, 90, view.rollDegrees};
+  return {view.yawDegrees, view.elevationDegrees, view.rollDegrees};
+}
+
+void TakeAngles(const ViewAngles& angles) {
+  view.topView = false;
+  view.yawDegrees = angles.yaw;
+  view.elevationDegrees = angles.elevation;
+  view.rollDegrees = angles.roll;
+}
+
+void ViewTimer(int timer) {
+  if (timer != kTimerView) return;
+  const bool runs = viewCube.running;
+  ViewAngles angles = ShownAngles();
+  TickCube(viewCube, angles);
+  if (runs) TakeAngles(angles);
 }
 
 void SetViewFront() { ShowAngles(0, 0); }
@@ -238,7 +270,9 @@ void ShowLayersMenu() {
 }
 
 void ResetView() {
+  StopCube(viewCube);
   view = ViewState();
+  viewCube = CubeOfThisView();
   gridSettingsRead = false;
   saveFailureTold = false;
   ResetViewMouse();

@@ -12,6 +12,7 @@
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
+#include "simulator/view_parts.h"
 #include "support/stage.h"
 
 namespace morva {
@@ -31,6 +32,9 @@ class ViewTest : public support::Stage {
       return ToolpathPointer(event);
     };
     events.key = [](int, const platform::KeyEvent& key) { return ToolpathKey(key); };
+    events.timer = [](int window, int timer) {
+      if (window == kViewToolpath) ViewTimer(timer);
+    };
     platform::ListenTo(&events);
     platform::ViewSpec spec;
     spec.id = kViewToolpath;
