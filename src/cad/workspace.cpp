@@ -333,6 +333,15 @@ void RefreshKey(int id) {
   }
 }
 
+// Cutting depth, feed and Safe Z.
+void OpenCutData(int, int) {
+  CancelTools();
+  tools.panelMode = kPanelCutData;
+  RefreshCadTools();
+  platform::SetFocusTo(kIdCadDepth);
+  platform::SelectAllText(kIdCadDepth);
+}
+
 // Before the program changes: no box may float and no pick may wait for the other drawing.
 void CancelInput() {
   if (!made) return;
@@ -420,6 +429,7 @@ void RegisterCad() {
   RegisterDimensions();
   RegisterPatterns();
   RegisterSketchCode();
+  RegisterCommand(RouterStage::Builder, kIdCadCutData, platform::kNotifyClick, OpenCutData);
   Listen(kViewCad, PaintWorkspace, nullptr);
   Listen(kViewCadForm, PaintCadForm, CadFormPointer);
   Listen(kViewCadSheet, PaintCadSheet, CadFormPointer);

@@ -83,7 +83,7 @@ const Row kRows[] = {
     Head(kPanelScale, u"SCALE SELECTED OBJECT"),
     Field(kPanelScale, kIdCadScaleFactor, u"Factor (1 = unchanged)", u"1.25", kIdCadApplyScale),
     Note(kPanelScale, u"Scales dimensions about the object's anchor. A line keeps its start point.",
-         3),
+         2),
     Keys(kPanelScale, {kIdCadApplyScale, u"Apply scale", u"Scale the selected part"}),
 
     Head(kPanelCutData, u"SKETCH CUTTING DATA"),
@@ -110,7 +110,7 @@ const Row kRows[] = {
     Note(kPanelRevolve,
          u"Pick a point, circle center, box corner or work-axis origin. Each copy adds the step "
          u"angle.",
-         3),
+         2),
     Keys(kPanelRevolve,
          {kIdCadPickPivot, u"Pick pivot on drawing", u"Click the pivot on the canvas"}),
     Keys(kPanelRevolve,
@@ -127,7 +127,7 @@ const Row kRows[] = {
     Note(kPanelDimension,
          u"Click a dimension label to edit it. Length keeps a line's start fixed; shapes resize "
          u"about their centers. Undo restores the previous size.",
-         4),
+         3),
 
     Head(kPanelThickness, u"WIREFRAME THICKNESS"),
     Field(kPanelThickness, kIdCadThicknessValue, u"Thickness", u"0.5", kIdCadApplyThickness),

@@ -207,6 +207,15 @@ TEST_F(Workspace, TellsItsToolsByWordsAndState) {
   EXPECT_EQ(platform::TextOf(kIdCadMm), u"MM *");
 }
 
+TEST_F(Workspace, CutDataOpensItsPanelWithTheDepthReadyToType) {
+  tools.dragTool = 2;
+  ASSERT_TRUE(headless::Click(kIdCadCutData));
+  EXPECT_EQ(tools.dragTool, 0);
+  EXPECT_EQ(ShownCadPanel(), kPanelCutData);
+  EXPECT_EQ(platform::FocusedId(), kIdCadDepth);
+  EXPECT_EQ(platform::TextOf(kIdCadFeed), u"10.000000");
+}
+
 TEST_F(Workspace, SurvivesItsWindowBeingHidden) {
   SketchObject line;
   line.size = 2;
