@@ -1,0 +1,283 @@
+#include "cad/trim_cuts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "cad/canvas_parts.h"
+#include "cad/edit_parts.h"
+#include "cad/outline.h"
+#include "library/codetext.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kOpenEnd = 1e-8;      // a cut this close to an end of the target is none
+constexpr double kCutterSlack = 1e-8;  // share of its length that a cutter may fall short by
+constexpr double kLeastLength = 1e-9;
+constexpr double kSameAngle = 1e-6;     // degrees
+constexpr double kSamePosition = 1e-7;  // steps of a slot's run
+constexpr double kTouchShare = 1e-9;    // of r^2: a half chord below its root is a touch
+constexpr double kTouchLeast = 1e-12;
+constexpr int kCapPoints = 17;
+
+// A directed straight piece; `length` along its unit direction, or no ends at all.
+struct Piece {
+  double x = 0, y = 0;
+  double ux = 0, uy = 0;
+  double length = 0;
+  bool endless = false;
+};
+
+bool PieceBetween(double ax, double ay, double bx, double by, Piece& piece) {
+  piece.x = ax;
+  piece.y = ay;
+  piece.length = PlainDistance(ax, ay, bx, by);
+  if (piece.length < kLeastLength) return false;
+  piece.ux = (bx - ax) / piece.length;
+  piece.uy = (by - ay) / piece.length;
+  piece.endless = false;
+  return true;
+}
+
+// Whether a place `along` the piece belongs to it.
+bool Holds(const Piece& piece, double along) {
+  return piece.endless ||
+         (along >= -kCutterSlack * piece.length && along <= (1 + kCutterSlack) * piece.length);
+}
+
+// The straight pieces of a line, axis or rectangle; their count, at most 4.
+int PiecesOf(int index, Piece* pieces) {
+  const SketchObject& object = sketch.objects[index];
+  const OutlineOf& outline = OutlineAt(index);
+  int count = 0;
+  if (object.type == kTypeWorkAxis) {
+    Piece& axis = pieces[count++];
+    axis = {object.x, object.y, SketchCosine(object.angle), SketchSine(object.angle), 0, true};
+  } else if (object.type == kTypeLine || object.type == kTypeRectangle) {
+    for (int i = 0; i + 1 < outline.count; ++i) {
+      if (PieceBetween(outline.xs[i], outline.ys[i], outline.xs[i + 1], outline.ys[i + 1],
+                       pieces[count])) {
+        ++count;
+      }
+    }
+  }
+  return count;
+}
+
+// Where the endless line of a piece meets a circle: none, one touching place or two.
+int MeetCircle(const Piece& piece, double cx, double cy, double r, double* along) {
+  const double dx = cx - piece.x;
+  const double dy = cy - piece.y;
+  const double foot = dx * piece.ux + dy * piece.uy;
+  const double off = piece.ux * dy - piece.uy * dx;
+  const double square = r * r - off * off;
+  const double touch = kTouchShare * r * r + kTouchLeast;
+  if (!(square >= -touch)) return 0;
+  along[0] = foot;
+  if (square <= touch) return 1;
+  const double half = SketchRoot(square);
+  along[0] = foot - half;
+  along[1] = foot + half;
+  return 2;
+}
+
+void Add(CutList& cuts, double value) {
+  if (cuts.count < kMaxCuts) cuts.values[cuts.count++] = value;
+}
+
+void AddInside(CutList& cuts, double t) {
+  if (t > kOpenEnd && t < 1 - kOpenEnd) Add(cuts, t);
+}
+
+// A value of a closed scale from 0 to `turn`, unless it is there already.
+void AddOnce(CutList& cuts, double value, double turn, double same) {
+  if (value < 0) value += turn;
+  if (value >= turn) value -= turn;
+  for (int i = 0; i < cuts.count; ++i) {
+    const double apart = std::fabs(cuts.values[i] - value);
+    if (apart <= same || apart >= turn - same) return;
+  }
+  Add(cuts, value);
+}
+
+void Sort(CutList& cuts) { std::sort(cuts.values, cuts.values + cuts.count); }
+
+bool MayCut(int index, int target) { return index != target && !sketch.hidden[index]; }
+
+bool Apart(const OutlineOf& a, const OutlineOf& b) {
+  const double slack = 1e-6 * (1 + std::fabs(a.maxX - a.minX) + std::fabs(a.maxY - a.minY));
+  return a.minX > b.maxX + slack || b.minX > a.maxX + slack || a.minY > b.maxY + slack ||
+         b.minY > a.maxY + slack;
+}
+
+void AddAngle(CutList& cuts, const SketchObject& circle, double x, double y) {
+  AddOnce(cuts, AngleDegrees(y - circle.y, x - circle.x), 360, kSameAngle);
+}
+
+void CircleByCircle(const SketchObject& circle, const SketchObject& other, CutList& cuts) {
+  const double r = circle.size / 2;
+  const double q = other.size / 2;
+  const double apart = PlainDistance(circle.x, circle.y, other.x, other.y);
+  Piece line;
+  if (!PieceBetween(circle.x, circle.y, other.x, other.y, line)) return;
+  const double foot = (r * r - q * q + apart * apart) / (2 * apart);
+  const double square = r * r - foot * foot;
+  const double touch = kTouchShare * r * r + kTouchLeast;
+  if (!(square >= -touch)) return;
+  const double half = square <= touch ? 0 : SketchRoot(square);
+  const double x = circle.x + foot * line.ux;
+  const double y = circle.y + foot * line.uy;
+  AddAngle(cuts, circle, x - half * line.uy, y + half * line.ux);
+  if (half > 0) AddAngle(cuts, circle, x + half * line.uy, y - half * line.ux);
+}
+
+// One step of a slot's run against the cutters' pieces.
+void StepByPiece(const Piece& step, int number, const Piece& piece, CutList& cuts) {
+  double t = 0;
+  double s = 0;
+  if (!LineIntersection(step.x, step.y, step.ux, step.uy, piece.x, piece.y, piece.ux, piece.uy, t,
+                        s)) {
+    return;
+  }
+  if (!Holds(step, t) || !Holds(piece, s)) return;
+  AddOnce(cuts, number + t / step.length, kSlotSteps, kSamePosition);
+}
+
+void StepByCircle(const Piece& step, int number, const SketchObject& circle, CutList& cuts) {
+  double along[2];
+  const int places = MeetCircle(step, circle.x, circle.y, circle.size / 2, along);
+  for (int i = 0; i < places; ++i) {
+    if (!Holds(step, along[i])) continue;
+    AddOnce(cuts, number + along[i] / step.length, kSlotSteps, kSamePosition);
+  }
+}
+
+bool PiecesApart(const Piece& a, const Piece& b) {
+  const double slack = 1e-6 * (a.length + b.length);
+  const double ax = a.x + a.ux * a.length;
+  const double bx = b.x + b.ux * b.length;
+  if (std::min(a.x, ax) > std::max(b.x, bx) + slack) return true;
+  if (std::min(b.x, bx) > std::max(a.x, ax) + slack) return true;
+  const double ay = a.y + a.uy * a.length;
+  const double by = b.y + b.uy * b.length;
+  return std::min(a.y, ay) > std::max(b.y, by) + slack ||
+         std::min(b.y, by) > std::max(a.y, ay) + slack;
+}
+
+int StepsOf(const SlotRun& run, Piece* steps, int* numbers) {
+  int count = 0;
+  for (int i = 0; i < kSlotSteps; ++i) {
+    if (!PieceBetween(run.xs[i], run.ys[i], run.xs[i + 1], run.ys[i + 1], steps[count])) continue;
+    numbers[count++] = i;
+  }
+  return count;
+}
+
+void SlotBySlot(const Piece* steps, const int* numbers, int count, int other, CutList& cuts) {
+  static Piece otherSteps[kSlotSteps];
+  int otherNumbers[kSlotSteps];
+  SlotRun run;
+  SlotRunOf(other, run);
+  const int otherCount = StepsOf(run, otherSteps, otherNumbers);
+  for (int k = 0; k < otherCount; ++k) {
+    for (int i = 0; i < count; ++i) {
+      if (PiecesApart(steps[i], otherSteps[k])) continue;
+      StepByPiece(steps[i], numbers[i], otherSteps[k], cuts);
+    }
+  }
+}
+
+}  // namespace
+
+void CutsOfSegment(int target, double ax, double ay, double bx, double by, CutList& cuts) {
+  cuts.count = 0;
+  Add(cuts, 0);
+  Add(cuts, 1);
+  Piece line;
+  if (!PieceBetween(ax, ay, bx, by, line)) return;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!MayCut(i, target)) continue;
+    const SketchObject& other = sketch.objects[i];
+    if (other.type == kTypeCircle) {
+      double along[2];
+      const int places = MeetCircle(line, other.x, other.y, other.size / 2, along);
+      for (int k = 0; k < places; ++k) AddInside(cuts, along[k] / line.length);
+      continue;
+    }
+    Piece pieces[4];
+    const int count = PiecesOf(i, pieces);
+    for (int k = 0; k < count; ++k) {
+      const Piece& piece = pieces[k];
+      double t = 0;
+      double s = 0;
+      if (LineIntersection(line.x, line.y, line.ux, line.uy, piece.x, piece.y, piece.ux, piece.uy,
+                           t, s) &&
+          Holds(piece, s)) {
+        AddInside(cuts, t / line.length);
+      }
+    }
+  }
+  Sort(cuts);
+}
+
+void CutsOfCircle(int target, CutList& cuts) {
+  cuts.count = 0;
+  const SketchObject& circle = sketch.objects[target];
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!MayCut(i, target)) continue;
+    if (sketch.objects[i].type == kTypeCircle) {
+      CircleByCircle(circle, sketch.objects[i], cuts);
+      continue;
+    }
+    Piece pieces[4];
+    const int count = PiecesOf(i, pieces);
+    for (int k = 0; k < count; ++k) {
+      const Piece& piece = pieces[k];
+      double along[2];
+      const int places = MeetCircle(piece, circle.x, circle.y, circle.size / 2, along);
+      for (int n = 0; n < places; ++n) {
+        if (!Holds(piece, along[n])) continue;
+        AddAngle(cuts, circle, piece.x + along[n] * piece.ux, piece.y + along[n] * piece.uy);
+      }
+    }
+  }
+  Sort(cuts);
+}
+
+void SlotRunOf(int index, SlotRun& run) {
+  const OutlineOf& outline = OutlineAt(index);
+  for (int i = 0; i < kCapPoints; ++i) {
+    run.xs[i] = outline.xs[2 * i];
+    run.ys[i] = outline.ys[2 * i];
+    run.xs[kCapPoints + i] = outline.xs[33 + 2 * i];
+    run.ys[kCapPoints + i] = outline.ys[33 + 2 * i];
+  }
+  run.xs[kSlotSteps] = run.xs[0];
+  run.ys[kSlotSteps] = run.ys[0];
+}
+
+void CutsOfSlot(int target, const SlotRun& run, CutList& cuts) {
+  cuts.count = 0;
+  Piece steps[kSlotSteps];
+  int numbers[kSlotSteps];
+  const int stepCount = StepsOf(run, steps, numbers);
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!MayCut(i, target)) continue;
+    const SketchObject& other = sketch.objects[i];
+    if (other.type != kTypeWorkAxis && Apart(OutlineAt(target), OutlineAt(i))) continue;
+    if (other.type == kTypeSlot) {
+      SlotBySlot(steps, numbers, stepCount, i, cuts);
+      continue;
+    }
+    Piece pieces[4];
+    const int count = PiecesOf(i, pieces);
+    for (int n = 0; n < stepCount; ++n) {
+      if (other.type == kTypeCircle) StepByCircle(steps[n], numbers[n], other, cuts);
+      for (int k = 0; k < count; ++k) StepByPiece(steps[n], numbers[n], pieces[k], cuts);
+    }
+  }
+  Sort(cuts);
+}
+
+}  // namespace morva

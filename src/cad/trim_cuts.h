@@ -1,0 +1,36 @@
+// Where other geometry cuts a line, a circle or a slot. Pure but for the live sketch it reads;
+// nothing here allocates, since the hover preview asks at every movement of the pointer.
+//
+// Cutters are all objects that are not hidden but the target: lines within their length, work
+// axes without end, the four edges of rectangles, circles; slots cut slots only. A circle that
+// merely touches a line, or another circle, meets it in one place.
+#pragma once
+
+#include "cad/sketch.h"
+
+namespace morva {
+
+inline constexpr int kMaxCuts = 194;  // further ones are not looked at
+
+struct CutList {
+  double values[kMaxCuts];
+  int count = 0;
+};
+
+// Parameters along the segment from a to b, 0 and 1 among them, ascending.
+void CutsOfSegment(int target, double ax, double ay, double bx, double by, CutList& cuts);
+// Angles in degrees, 0 to below 360, ascending, each once.
+void CutsOfCircle(int target, CutList& cuts);
+
+// A slot as a closed run of 34 steps: 17 points of each cap, the last of a cap joined to the
+// first of the other.
+inline constexpr int kSlotSteps = 34;
+struct SlotRun {
+  double xs[kSlotSteps + 1];  // the first point again at the end
+  double ys[kSlotSteps + 1];
+};
+void SlotRunOf(int index, SlotRun& run);
+// Positions along the run, 0 to below 34, the whole part being the step; ascending, each once.
+void CutsOfSlot(int target, const SlotRun& run, CutList& cuts);
+
+}  // namespace morva
