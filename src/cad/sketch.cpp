@@ -20,7 +20,11 @@ struct SketchSnapshot {
   std::int32_t selected = -1;
   bool metric = false;
 };
+// A ring: a full stack gives its oldest place to the newest step and moves nothing.
 SketchSnapshot steps[kMaxSketchUndo];
+int oldestStep = 0;
+
+SketchSnapshot& StepAt(int depth) { return steps[(oldestStep + depth) % kMaxSketchUndo]; }
 
 constexpr const char16_t* kTypeNames[] = {u"Line", u"Rectangle",  u"Circle",
                                           u"Slot", u"Work point", u"Work axis"};
@@ -60,16 +64,16 @@ void PushSketchUndo() {
   MarkModified();
   ScheduleAutosave();
   if (sketch.undoDepth >= kMaxSketchUndo) {
-    std::copy(steps + 1, steps + kMaxSketchUndo, steps);
+    oldestStep = (oldestStep + 1) % kMaxSketchUndo;
     sketch.undoDepth = kMaxSketchUndo - 1;
   }
-  TakeStep(steps[sketch.undoDepth++]);
+  TakeStep(StepAt(sketch.undoDepth++));
 }
 
 void SketchUndo() {
   ClearMultiSelect();
   if (sketch.undoDepth < 1) return;
-  const SketchSnapshot& step = steps[--sketch.undoDepth];
+  const SketchSnapshot& step = StepAt(--sketch.undoDepth);
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
   // What hung on the objects that stood there.
