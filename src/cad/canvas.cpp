@@ -198,6 +198,11 @@ void CanvasReset() {
 }
 
 void CanvasFit() {
+  if (canvasView.modelView) {
+    canvasView.zoom = 1;  // at which the model fills its view
+    platform::Repaint(kViewCadCanvas);
+    return;
+  }
   CanvasReset();
   double minX = 0, minY = 0, maxX = 0, maxY = 0;
   if (!VisibleBounds(minX, minY, maxX, maxY)) return;

@@ -236,8 +236,8 @@ void PaintCube(Canvas& canvas, const Rect& client, const ViewCube& cube, const V
   PaintRing(d, kYawRingRadius, angles.yaw, over == CubePart::YawRing);
   PaintRing(d, kOuterRingRadius, cube.outerRolls ? -angles.roll : angles.elevation,
             over == CubePart::OuterRing);
-  PaintRoll(d, 44, 68, over == CubePart::RollLeft);
-  PaintRoll(d, 39, 24, over == CubePart::RollRight);
+  PaintRoll(d, 47, 68, over == CubePart::RollLeft);
+  PaintRoll(d, 37, 24, over == CubePart::RollRight);
   PaintHome(d, client, over == CubePart::Home);
   PaintFaces(d, cube.over);
   PaintArrows(d, over);
