@@ -28,13 +28,9 @@ constexpr int kKinds = kKindUserCode + 1;
 BuilderOpener openers[kKinds];
 int (*recoverShape)(const FeatureSettings& record) = nullptr;
 
-// The code editor is what operations work on; the words view is copied back before and
-// rendered anew behind.
-struct WordsAside {
-  WordsAside() {
-    if (app.commandWordsActive) Call(hooks.editorFromWords);
-  }
-  ~WordsAside() {
+// The code editor is what operations work on; the words view is rendered anew behind.
+struct WordsAnew {
+  ~WordsAnew() {
     if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   }
 };
@@ -64,6 +60,27 @@ std::u16string SettledText() {
   std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);
   return text;
+}
+
+// A stretch of the editor's text that an operation is about to replace.
+struct Stretch {
+  std::u16string text;
+  std::int32_t from = 0;
+  std::int32_t to = 0;
+};
+
+// `find` says where, or false to refuse. The words view is copied back only once that is settled,
+// so that a refusal leaves the program as it is; its words may be other code then, and the
+// stretch is looked for again.
+template <typename Find>
+bool FindStretch(Stretch& stretch, Find find) {
+  stretch.text = SettledText();
+  if (!find(stretch)) return false;
+  if (!app.commandWordsActive) return true;
+  Call(hooks.editorFromWords);
+  stretch.text = std::u16string(platform::EditorText(kIdEditor));
+  ScanProgramText(stretch.text);
+  return find(stretch);
 }
 
 void ShowSelection(std::u16string_view text, const FeatureRecord& row) {
@@ -253,7 +270,8 @@ void NewUserFeature() {
   const std::int32_t selected = SelectedFeatureId();
   std::int32_t id = 0;
   {
-    const WordsAside aside;
+    if (app.commandWordsActive) Call(hooks.editorFromWords);
+    const WordsAnew anew;
     const std::u16string text = SettledText();
     id = NextTableId();
     const std::int32_t at = InsertionIndex(text, selected);
@@ -290,14 +308,15 @@ bool IsFeatureName(std::u16string_view name) {
 bool RenameFeature(std::u16string_view name) {
   const std::int32_t id = SelectedFeatureId();
   if (!IsFeatureName(name) || id == 0 || IsLocked(id)) return false;
-  const WordsAside aside;
-  const std::u16string text = SettledText();
-  const int row = FindFeature(id);
-  if (row < 0) return false;
-  std::int32_t from = 0;
-  std::int32_t to = 0;
-  if (!FindNameLine(text, features.rows[row], from, to)) return false;
-  ReplaceSpan(text, from, to, u"(MORVA NAME " + std::u16string(name) + u")\r\n");
+  Stretch nameLine;
+  const auto find = [id](Stretch& s) {
+    const int row = FindFeature(id);
+    return row >= 0 && FindNameLine(s.text, features.rows[row], s.from, s.to);
+  };
+  if (!FindStretch(nameLine, find)) return false;
+  const WordsAnew anew;
+  ReplaceSpan(nameLine.text, nameLine.from, nameLine.to,
+              u"(MORVA NAME " + std::u16string(name) + u")\r\n");
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
@@ -314,11 +333,17 @@ void DeleteFeature() {
   }
   // Another program that came up meanwhile has a block of the same number.
   if (ActiveSerial() != serial) return;
-  const WordsAside aside;
-  const std::u16string text = SettledText();
-  const int row = FindFeature(id);
-  if (row < 0) return;
-  ReplaceSpan(text, features.rows[row].start, features.rows[row].end, u"");
+  Stretch block;
+  const auto find = [id](Stretch& s) {
+    const int row = FindFeature(id);
+    if (row < 0) return false;
+    s.from = features.rows[row].start;
+    s.to = features.rows[row].end;
+    return true;
+  };
+  if (!FindStretch(block, find)) return;
+  const WordsAnew anew;
+  ReplaceSpan(block.text, block.from, block.to, u"");
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
@@ -329,28 +354,31 @@ void ToggleInclude() {
   const std::int32_t id = SelectedFeatureId();
   ProgramTab* tab = ActiveTab();
   if (id == 0 || !tab || IsLocked(id)) return;
-  const WordsAside aside;
-  const std::u16string text = SettledText();
-  if (CountFeatures(id) != 1) return;
-  std::int32_t from = 0;
-  std::int32_t to = 0;
-  if (!FindIncludeSpan(text, features.rows[FindFeature(id)], from, to)) return;
-  const std::u16string_view code = Span(text, from, to);
+  const DisabledCodeEntry* stored = nullptr;
+  bool excluded = false;
+  Stretch code;
+  const auto find = [&](Stretch& s) {
+    if (CountFeatures(id) != 1) return false;
+    if (!FindIncludeSpan(s.text, features.rows[FindFeature(id)], s.from, s.to)) return false;
+    std::int32_t number = 0;
+    excluded = LeadsDisabled(Span(s.text, s.from, s.to), number);
+    stored = excluded ? FindDisabledCode(tab->disabledCode, number) : nullptr;
+    if (!excluded || stored) return true;
+    ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
+    return false;
+  };
+  if (!FindStretch(code, find)) return;
+  const WordsAnew anew;
   std::u16string replacement;
-  std::int32_t number = 0;
-  if (LeadsDisabled(code, number)) {
-    const DisabledCodeEntry* entry = FindDisabledCode(tab->disabledCode, number);
-    if (!entry) {
-      ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
-      return;
-    }
-    replacement = entry->text;
+  if (excluded) {
+    replacement = stored->text;
   } else {
-    const std::int32_t stored = AddDisabledCode(tab->disabledCode, code);
-    if (stored == 0) return;
-    replacement = u"(MORVA DISABLED " + IntegerText(stored) + u")\r\n";
+    const std::int32_t entry =
+        AddDisabledCode(tab->disabledCode, Span(code.text, code.from, code.to));
+    if (entry == 0) return;
+    replacement = u"(MORVA DISABLED " + IntegerText(entry) + u")\r\n";
   }
-  ReplaceSpan(text, from, to, replacement);
+  ReplaceSpan(code.text, code.from, code.to, replacement);
   AfterEdit(true);
 }
 

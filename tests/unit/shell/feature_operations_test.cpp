@@ -485,6 +485,44 @@ TEST_F(FeatureOps, SelectsAndEditsInTheCommandWordsView) {
   EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
 }
 
+// The view would write G00 for G0; what is refused must not even do that.
+TEST_F(FeatureOps, ARefusalUnderTheCommandWordsViewLeavesTheCodeAsItIs) {
+  const std::u16string text =
+      u"(MORVA TEXT 1)\r\nG0 X1\r\n(MORVA END 1)\r\n(MORVA TEXT 2)\r\n(MORVA DISABLED 9)\r\n"
+      u"(MORVA END 2)\r\n";
+  Load(text);
+  headless::Click(kIdCommandWords);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Hint(), u"Disabled code storage is missing. Restore this program's .features file.");
+  EXPECT_EQ(Text(), text);
+  // What is done is done to the code, and the view shows it.
+  ASSERT_TRUE(RenameFeature(u"Tap"));
+  EXPECT_NE(Text().find(u"(MORVA TEXT 2)\r\n(MORVA NAME Tap)\r\n(MORVA DISABLED 9)"),
+            std::u16string::npos);
+  EXPECT_EQ(platform::EditorText(kIdWordsEditor).find(u"(MORVA NAME Tap)"),
+            platform::EditorText(kIdWordsEditor).find(u"(MORVA TEXT 2)") + 16);
+}
+
+TEST_F(FeatureOps, ExcludesDeletesAndIncludesUnderTheCommandWordsView) {
+  Load(kTwo);
+  headless::Click(kIdCommandWords);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"(MORVA NAME Second)\r\n(MORVA DISABLED 1)\r\n(MORVA END 2)"),
+            std::u16string::npos);
+  EXPECT_NE(platform::EditorText(kIdWordsEditor).find(u"(MORVA DISABLED 1)"),
+            std::u16string_view::npos);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"(MORVA NAME Second)\r\nG01 X2\r\n(MORVA END 2)"), std::u16string::npos);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text().find(u"(MORVA TEXT 2)"), std::u16string::npos);
+  EXPECT_EQ(platform::EditorText(kIdWordsEditor).find(u"(MORVA TEXT 2)"),
+            std::u16string_view::npos);
+  EXPECT_TRUE(app.commandWordsActive);
+}
+
 TEST_F(FeatureOps, ReservesANewBlockInTheCommandWordsViewWithTheCaretInside) {
   Load(kTwo);
   headless::Click(kIdCommandWords);
