@@ -5,6 +5,7 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
@@ -233,6 +234,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code) {
   Call(hooks.layout);
   RefreshFeatureList();
   SelectFeatureRow(id);
+  UpdateFeatureCaptions();
   ShowFeatureHint(update ? u"Feature updated in place. Undo restores the prior block."
                          : u"Feature added. Select it, then Edit Settings.");
   return true;

@@ -238,6 +238,21 @@ TEST_F(FeatureOps, UndoAndAnotherProgramTakeTheIncludeKeyAlong) {
   EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Other");
 }
 
+// Otherwise RENAME would give the new block the name of the one that was selected before it.
+TEST_F(FeatureOps, AnInsertedBlockTakesTheNameBoxAlong) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  SetSettingsWriter(kKindShape, [](FeatureSettings& record) {
+    record = SlotSettings(u"");
+    return true;
+  });
+  ASSERT_TRUE(InsertFeatureBlock(kKindShape, u"G1 X1\r\n"));
+  EXPECT_EQ(SelectedFeatureId(), 3);
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Shape");
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+}
+
 TEST_F(FeatureOps, ARefreshLeavesTheNameThatIsBeingTyped) {
   Load(kTwo);
   Select(0);
