@@ -234,13 +234,13 @@ void ColourCodeEditor() {
 
 void ColourWordsView() {
   if (!platform::Exists(kIdWordsEditor)) return;
-  const std::u16string_view text = platform::EditorText(kIdWordsEditor);
-  if (text.size() > static_cast<std::size_t>(kMaxColouredUnits)) {
+  // The program's own length counts, so that it bears colours in both editors or in neither.
+  if (platform::EditorText(kIdEditor).size() > static_cast<std::size_t>(kMaxColouredUnits)) {
     ClearLines(kIdWordsEditor);
   } else {
-    ColourLines(kIdWordsEditor, text, kMaxWordsLine, [](std::u16string_view line) {
-      return ColourWordsLine(line, lineRuns, kMaxLineRuns);
-    });
+    ColourLines(
+        kIdWordsEditor, platform::EditorText(kIdWordsEditor), kMaxWordsLine,
+        [](std::u16string_view line) { return ColourWordsLine(line, lineRuns, kMaxLineRuns); });
   }
   platform::Repaint(kIdWordsEditor);
 }

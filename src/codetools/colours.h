@@ -10,7 +10,7 @@
 
 namespace morva {
 
-inline constexpr int kMaxColouredUnits = 250000;       // a longer text bears no colours
+inline constexpr int kMaxColouredUnits = 250000;       // a longer program bears no colours
 inline constexpr int kMaxColouredLine = 8190;          // units of a code line that are looked at
 inline constexpr int kMaxWordsLine = 2046;             // units of a words line that are looked at
 inline constexpr int kMaxLineRuns = kMaxColouredLine;  // a run is one unit at least

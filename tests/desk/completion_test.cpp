@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -103,6 +104,20 @@ TEST_F(Completion, TheIndexInsertsFromTheListByEnter) {
   EXPECT_TRUE(TextHas("G04 "));
   EXPECT_TRUE(EditorHasKeyboard());
   EXPECT_FALSE(List()->isVisible());
+}
+
+TEST_F(Completion, TheIndexPageShowsAllOfItsDetailInTheSmallestWindow) {
+  desk::WidgetOf(platform::kMainWindow)->resize(1200, 800);
+  desk::Click(morva::kIdShowIndex);
+  auto* detail = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(morva::kIdIndexDetail));
+  ASSERT_NE(detail, nullptr);
+  // The longest name takes two lines.
+  desk::TypeInto(morva::kIdIndexSearch, QStringLiteral("g65"));
+  ASSERT_TRUE(desk::Until([]() { return desk::RowsOf(morva::kIdIndexList).size() == 2; }));
+  desk::Key(morva::kIdIndexList, Qt::Key_Down);
+  ASSERT_TRUE(desk::TextOf(morva::kIdIndexDetail).startsWith(QStringLiteral("Macro subprogram")));
+  EXPECT_TRUE(desk::Until([detail]() { return detail->verticalScrollBar()->maximum() == 0; }));
+  EXPECT_TRUE(detail->isVisible());
 }
 
 }  // namespace

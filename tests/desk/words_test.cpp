@@ -60,6 +60,45 @@ TEST_F(Words, TheCodeFollowsWhatIsTypedAndTheMarkersMoveNoCaret) {
   EXPECT_FALSE(desk::WidgetOf(morva::kIdWordsEditor)->isVisible());
 }
 
+TEST_F(Words, RenumberingIsUndoneInTheViewByItsKey) {
+  SetProgram(QStringLiteral("(MORVA TEXT 1)\nG01 X1\nM30\n(MORVA END 1)\n"));
+  desk::Click(morva::kIdCommandWords);
+  const QString words = desk::TextOf(morva::kIdWordsEditor);
+  desk::Click(morva::kIdRenumber);
+  EXPECT_TRUE(desk::TextOf(morva::kIdWordsEditor)
+                  .contains(QStringLiteral("\nSequence 20 Program End and Reset\n")));
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(desk::TextOf(morva::kIdWordsEditor), words);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor),
+            QStringLiteral("(MORVA TEXT 1)\nG01 X1\nM30\n(MORVA END 1)\n"));
+}
+
+TEST_F(Words, TheListOfWordsIsWorkedByKeysAndTheViewKeepsTheKeyboard) {
+  SetProgram(QStringLiteral("(MORVA TEXT 1)\n\n(MORVA END 1)\n"));
+  desk::Click(morva::kIdCommandWords);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Home, Qt::ControlModifier);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Down);
+  desk::TypeInto(morva::kIdWordsEditor, QStringLiteral("coolant o"));
+  QWidget* list = desk::WidgetOf(morva::kIdCompletion);
+  ASSERT_TRUE(desk::Until([list]() { return list->isVisible(); }));
+  // Shower coolant, coolant on and off, through the spindle on and off.
+  ASSERT_TRUE(desk::Until([]() { return desk::RowsOf(morva::kIdCompletion).size() == 5; }));
+  EXPECT_EQ(platform::FocusedId(), morva::kIdWordsEditor);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Down);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Down);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Up);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Return);
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(desk::TextOf(morva::kIdWordsEditor),
+            QStringLiteral("(MORVA TEXT 1)\nCoolant On\n(MORVA END 1)\n"));
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor), QStringLiteral("(MORVA TEXT 1)\nM08\n(MORVA END 1)\n"));
+  EXPECT_EQ(platform::FocusedId(), morva::kIdWordsEditor);
+  // Closed, it leaves Enter to the text.
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Return);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor),
+            QStringLiteral("(MORVA TEXT 1)\nM08\n\n(MORVA END 1)\n"));
+}
+
 TEST_F(Words, ColoursMakeNoUndoStepAndKeepThePlace) {
   QString text = QStringLiteral("(MORVA TEXT 1)\n");
   for (int i = 0; i < 400; ++i) text += QStringLiteral("G01 X%1 F20.\n").arg(i);
