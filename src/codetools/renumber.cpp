@@ -1,5 +1,7 @@
 #include "codetools/renumber.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
@@ -50,6 +52,33 @@ void AddLine(std::u16string& out, std::u16string_view line, std::int64_t& counte
   counter += 10;
 }
 
+// Where the user is: a line keeps its index, and what stands behind the caret stays behind it.
+struct Place {
+  int line = 0;
+  int behind = 0;  // units of the line behind the caret
+  int top = 0;     // first visible line
+};
+
+Place ShownPlace() {
+  const int id = app.commandWordsActive ? kIdWordsEditor : kIdEditor;
+  const int caret = platform::EditorSelection(id).to;
+  Place place;
+  place.line = platform::EditorLineOf(id, caret);
+  place.behind = platform::EditorLineStart(id, place.line) +
+                 platform::EditorLineLength(id, place.line) - caret;
+  place.top = platform::FirstVisibleLine(id);
+  return place;
+}
+
+void ReturnTo(const Place& place) {
+  const int line = std::min(place.line, platform::EditorLineCount(kIdEditor) - 1);
+  const int length = platform::EditorLineLength(kIdEditor, line);
+  const int column = std::max(0, length - place.behind);
+  const int position = platform::EditorLineStart(kIdEditor, line) + column;
+  platform::SetEditorSelection(kIdEditor, {position, position});
+  platform::ScrollToLine(kIdEditor, place.top);
+}
+
 }  // namespace
 
 std::u16string RenumberedText(std::u16string_view text) {
@@ -76,13 +105,21 @@ std::u16string RenumberedText(std::u16string_view text) {
 void RenumberProgram() {
   if (!platform::Exists(kIdEditor)) return;
   const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
+  const Place place = ShownPlace();
+  // All that follows a change is done below, once the caret is back in its place.
+  const bool suppressed = app.suppressChange;
+  app.suppressChange = true;
   platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
   platform::ReplaceSelection(kIdEditor, renumbered, true);
+  ReturnTo(place);
+  app.suppressChange = suppressed;
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   Call(hooks.rebuildToolpath);
   MarkModified();
   UpdateTitle();
+  ScheduleAutosave();
   ArmTextRefresh(kRefreshMs);
+  platform::Repaint(kViewGutter);
   AppendOutput(u"Program renumbered N10, N20, N30...");
 }
 

@@ -79,6 +79,21 @@ TEST_F(WordsAtWork, RenumberingShowsInTheWordsAndIsUndoneThere) {
   EXPECT_EQ(Text(), kProgram);
 }
 
+TEST_F(WordsAtWork, RenumberingLeavesTheCaretWhereItIsSeen) {
+  // In the view: behind "Motion", without a key typed there.
+  PutCaret(3, 27);
+  headless::Click(kIdRenumber);
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  EXPECT_EQ(caret, platform::EditorLineStart(kIdWordsEditor, 3) + 12 + 27);
+  // In the code: behind "X1." of "N20 G01 X1. F10.".
+  headless::Click(kIdCommandWords);
+  headless::EditorSelect(kIdEditor, platform::EditorLineStart(kIdEditor, 3) + 11,
+                         platform::EditorLineStart(kIdEditor, 3) + 11);
+  headless::EditorInsert(kIdEditor, u"5");
+  headless::Click(kIdRenumber);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).to, platform::EditorLineStart(kIdEditor, 3) + 12);
+}
+
 TEST_F(WordsAtWork, WhatWasTypedBeforeMarkersCameIsStillUndone) {
   PutCaret(6, 0);
   headless::EditorInsert(kIdWordsEditor, u"Dwell");
