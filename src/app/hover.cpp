@@ -56,9 +56,11 @@ void HoverTick() {
   // The rename box lies over the list and goes again: the list's hint must not wipe what was said
   // about the name.
   if (id == kIdInlineName) id = kIdFeatureList;
-  if (id == lastId) return;
+  // Over another window, as a question of our own, nothing is forgotten: the hint of the key that
+  // asked must not come again and wipe what became of it.
+  if (id == 0 || id == lastId) return;
   lastId = id;
-  if (id == 0 || id == platform::kMainWindow) return;
+  if (id == platform::kMainWindow) return;
   if (id == kIdCadStatus || id == kIdCadHint) return;
   if (id == kIdEditor || id == kIdWordsEditor || id == kIdOutputLog) return;
   if (id == kIdImportPreview) return;

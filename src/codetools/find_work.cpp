@@ -118,6 +118,17 @@ void ReplaceProgram(std::u16string_view text, const Standing& standing) {
   for (const int id : {kIdEditor, kIdWordsEditor}) platform::HoldEditorRedraw(id, false);
 }
 
+// Whether the place in `before` lies between the first and the last difference of two texts. The
+// user stands amid what a step back restored then, and stays; else he is led to it.
+bool IsInsideChange(std::u16string_view before, std::u16string_view after, std::size_t at) {
+  if (before == after) return false;
+  const auto front = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+  const auto back = std::mismatch(before.rbegin(), before.rend(), after.rbegin(), after.rend());
+  const auto first = static_cast<std::size_t>(front.first - before.begin());
+  const auto behind = static_cast<std::size_t>(back.first - before.rbegin());
+  return at >= first && at + behind <= before.size();
+}
+
 void TellOverLimit() { PaneStatus(u"Replacement exceeds the size limit. No code changed."); }
 
 bool RefuseEmptyFind(const std::u16string& find) {
@@ -288,7 +299,19 @@ void DoAll() {
 
 void UndoInCode() {
   UncoverCode();
+  const std::u16string before(platform::EditorText(kIdEditor));
+  const int caret = platform::EditorSelection(kIdEditor).to;
+  const int line = platform::EditorLineOf(kIdEditor, caret);
+  const int column = caret - platform::EditorLineStart(kIdEditor, line);
+  const int top = platform::FirstVisibleLine(kIdEditor);
   platform::RunEditAction(kIdEditor, platform::EditAction::Undo);
+  const auto at = static_cast<std::size_t>(TextIndexOf(before, caret));
+  if (IsInsideChange(before, platform::EditorText(kIdEditor), at)) {
+    const int start = platform::EditorLineStart(kIdEditor, line);
+    const int place = start + std::min(column, platform::EditorLineLength(kIdEditor, line));
+    platform::SetEditorSelection(kIdEditor, {place, place});
+    platform::ScrollToLine(kIdEditor, top);
+  }
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   PaneStatus(u"");
 }

@@ -4,16 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "desk/desk.h"
+#include "platform/control.h"
 #include "platform/window.h"
 
 namespace {
@@ -66,6 +70,62 @@ TEST_F(Find, SwapsTwoWordsByKeysAndTakesItBackByAClick) {
   EXPECT_EQ(Code(), QStringLiteral("(MORVA TEXT 1)\n(MORVA NAME A)\nB A\n(MORVA END 1)"));
   desk::Click(kUndo);
   EXPECT_EQ(Code(), before);
+}
+
+TEST_F(Find, ABatchAndItsUndoLeaveCaretAndViewWhereTheyWere) {
+  auto* edit = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(morva::kIdEditor));
+  QString text = QStringLiteral("(MORVA TEXT 1)\n");
+  for (int i = 0; i < 300; ++i) text += QStringLiteral("G01 X1. Y1.\n");
+  edit->setPlainText(text + QStringLiteral("(MORVA END 1)"));
+  desk::Run(300);
+  QTextCursor caret(edit->document()->findBlockByNumber(150));
+  caret.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, 8);  // before "Y1."
+  edit->setTextCursor(caret);
+  edit->verticalScrollBar()->setValue(141);
+  desk::TypeInto(morva::kIdFindText, QStringLiteral("G01"));
+  desk::TypeInto(morva::kIdReplaceText, QStringLiteral("G1"));
+  desk::Click(kApply);
+  ASSERT_TRUE(Code().contains(QStringLiteral("G1 X1. Y1.")));
+  EXPECT_EQ(edit->textCursor().blockNumber(), 150);
+  EXPECT_EQ(edit->textCursor().positionInBlock(), 7);
+  EXPECT_EQ(edit->verticalScrollBar()->value(), 141);
+  desk::Run(300);
+  desk::Click(kUndo);
+  ASSERT_FALSE(Code().contains(QStringLiteral("G1 X1. Y1.")));
+  EXPECT_EQ(edit->textCursor().blockNumber(), 150);
+  EXPECT_EQ(edit->verticalScrollBar()->value(), 141);
+}
+
+TEST_F(Find, TheMouseAloneQueuesAndAppliesARule) {
+  // By the check box's square and its words alike.
+  QWidget* token = desk::WidgetOf(morva::kIdWholeToken);
+  QTest::mouseClick(token, Qt::LeftButton, Qt::NoModifier, QPoint(8, token->height() / 2));
+  EXPECT_TRUE(platform::IsChecked(morva::kIdWholeToken));
+  QTest::mouseClick(token, Qt::LeftButton, Qt::NoModifier, QPoint(60, token->height() / 2));
+  EXPECT_FALSE(platform::IsChecked(morva::kIdWholeToken));
+  desk::Click(kAddRule);
+  EXPECT_EQ(desk::TextOf(morva::kIdFindStatus),
+            QStringLiteral("Enter nonempty Find text. Up to 24 rules can be queued."));
+  platform::SetText(morva::kIdFindText, u"A");
+  platform::SetText(morva::kIdReplaceText, u"C");
+  desk::Click(kAddRule);
+  EXPECT_EQ(desk::TextOf(morva::kIdFindStatus), QString());
+  desk::Click(kApply);
+  EXPECT_TRUE(Code().contains(QStringLiteral("C B")));
+  auto* rules = qobject_cast<QAbstractItemView*>(desk::WidgetOf(morva::kIdRuleList));
+  QTest::mouseClick(rules->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 8));
+  desk::Click(kRemoveRule);
+  EXPECT_TRUE(desk::RowsOf(morva::kIdRuleList).isEmpty());
+}
+
+TEST_F(Find, StartAsksAtEachByKeysAndTheEditorHasTheKeyboardAfterwards) {
+  Type(QStringLiteral("b"));
+  desk::AnswerBox(QStringLiteral("Yes"));
+  desk::Key(morva::kIdReplaceText, Qt::Key_Q);
+  desk::Key(morva::kIdPromptEach, Qt::Key_Space);
+  EXPECT_TRUE(desk::LastBoxText().contains(QStringLiteral("Find:  b\r\nReplace with:  q")));
+  EXPECT_TRUE(Code().contains(QStringLiteral("A q\n")));
+  EXPECT_TRUE(desk::Until([]() { return desk::WidgetOf(morva::kIdEditor)->hasFocus(); }));
 }
 
 TEST_F(Find, TabGoesDownThePane) {

@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -143,6 +144,65 @@ TEST_F(ReviewDesk, ChoosesWithTheKeyboardAlone) {
             QStringLiteral("READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1"));
   desk::Key(kIdReviewPrograms, Qt::Key_Escape);
   EXPECT_TRUE(desk::Until([]() { return platform::FocusedId() == kIdEditor; }));
+}
+
+TEST_F(ReviewDesk, WheelAndPageKeysTakeBothSidesAlongAndThePlaceSurvivesTheTick) {
+  Open("part.NC", Program("M08\n"));
+  Open("part-rev-b.NC", Program("M09\nG04 P1.\n"));
+  desk::Run(200);
+  MarkTab(1);
+  MarkTab(2);
+  desk::Click(kIdCompareSecond);
+  QPlainTextEdit* left = Pane(kIdReviewLeftPane);
+  QPlainTextEdit* right = Pane(kIdReviewRightPane);
+  ASSERT_TRUE(desk::Until([left]() { return left->isVisible(); }));
+  // Four notches down over the left side, one key over the right one.
+  const QPointF at(60, 60);
+  QWheelEvent wheel(at, left->viewport()->mapToGlobal(at), QPoint(), QPoint(0, -480), Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(left->viewport(), &wheel);
+  const int wheeled = platform::FirstVisibleLine(kIdReviewLeftPane);
+  EXPECT_GE(wheeled, 4);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdReviewRightPane), wheeled);
+  right->setFocus();
+  QTest::keyClick(right, Qt::Key_PageDown);
+  QTest::keyClick(right, Qt::Key_PageDown);
+  const int paged = platform::FirstVisibleLine(kIdReviewRightPane);
+  EXPECT_GT(paged, wheeled);
+  EXPECT_TRUE(
+      desk::Until([paged]() { return platform::FirstVisibleLine(kIdReviewLeftPane) == paged; }));
+  // Three ticks later nothing crept.
+  desk::Run(500);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdReviewLeftPane), paged);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdReviewRightPane), paged);
+}
+
+TEST_F(ReviewDesk, ComparesAThirdProgramChosenByTheCombos) {
+  Open("a.NC", "G0 X1\nM30\n");
+  Open("b.NC", "G0 X2\nM30\n");
+  Open("c.NC", "G0 X1\nM08\nM30\n");
+  desk::Run(200);
+  for (const int tab : {1, 2, 3}) MarkTab(tab);
+  desk::Click(kIdCompareSecond);
+  ASSERT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdReviewLeftPane)->isVisible(); }));
+  EXPECT_EQ(desk::TextOf(kIdReviewSummary),
+            QStringLiteral("READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1"));
+  desk::Key(kIdReviewRight, Qt::Key_Down);
+  EXPECT_EQ(desk::TextOf(kIdReviewSummary),
+            QStringLiteral("READ-ONLY REVIEW   Added + 1   Removed - 0   Modified ~ 0"));
+  desk::Click(kIdReviewSwap);
+  EXPECT_EQ(desk::TextOf(kIdReviewSummary),
+            QStringLiteral("READ-ONLY REVIEW   Added + 0   Removed - 1   Modified ~ 0"));
+  // In words, and back.
+  desk::Click(kIdCommandWords);
+  EXPECT_TRUE(desk::Until(
+      []() { return desk::TextOf(kIdReviewLeftPane).contains(QStringLiteral("Rapid Motion")); }));
+  EXPECT_FALSE(desk::WidgetOf(kIdWordsEditor)->isVisible());
+  Picture("review-words.png");
+  desk::Click(kIdCommandWords);
+  EXPECT_TRUE(desk::Until(
+      []() { return !desk::TextOf(kIdReviewLeftPane).contains(QStringLiteral("Rapid Motion")); }));
+  EXPECT_FALSE(desk::WidgetOf(kIdEditor)->isVisible());
 }
 
 }  // namespace

@@ -76,6 +76,8 @@ TEST_F(FindEdges, ABatchLeavesTheUserAtTheSameCode) {
     EXPECT_EQ(platform::EditorSelection(kIdEditor).from, platform::EditorSelection(kIdEditor).to);
     EXPECT_EQ(platform::FirstVisibleLine(kIdEditor), 141);
     headless::Click(kUndo);
+    EXPECT_EQ(CaretLine(kIdEditor), 150);
+    EXPECT_EQ(platform::FirstVisibleLine(kIdEditor), 141);
   }
 }
 
@@ -87,6 +89,15 @@ TEST_F(FindEdges, ACaretInsideWhatIsReplacedStaysThere) {
   EXPECT_EQ(Text().substr(16, 8), u"G1 X7 Y1");
   EXPECT_EQ(CaretLine(kIdEditor), 1);
   EXPECT_EQ(CaretColumn(kIdEditor), 5);
+}
+
+TEST_F(FindEdges, UndoLeadsToAChangeFarAway) {
+  Program(Repeated(u"X1\r\n", 300));
+  PutCaret(kIdEditor, 10, 2);
+  headless::EditorInsert(kIdEditor, u"7");
+  PutCaret(kIdEditor, 250, 0);
+  headless::Click(kUndo);
+  EXPECT_EQ(CaretLine(kIdEditor), 10);
 }
 
 TEST_F(FindEdges, AWholeBatchIsOneStepForUndo) {
@@ -231,6 +242,23 @@ TEST_F(FindEdges, TheCompletionListStaysAwayFromWhatAChangeWrote) {
   ASSERT_EQ(platform::FocusedId(), kIdEditor);
   headless::Advance(300);
   EXPECT_FALSE(platform::IsVisible(kIdCompletion));
+}
+
+TEST_F(FindEdges, TheOutcomeOfAQuestionStaysInTheLogUnderThePointer) {
+  Program(u"G0 X1\r\n");
+  Fields(u"G0", u"G1");
+  headless::MovePointerOver(kIdPromptEach);
+  headless::Advance(300);
+  ASSERT_EQ(Output(), u"START - PROMPT EACH\r\n");
+  headless::WhileOpen([] {
+    headless::MovePointerOver(0);
+    headless::Advance(300);
+  });
+  Answer(platform::BoxAnswer::Yes, 1);
+  headless::Click(kIdPromptEach);
+  headless::MovePointerOver(kIdPromptEach);
+  headless::Advance(300);
+  EXPECT_TRUE(OutputHas(u"Change All: 1 replacement(s) accepted from 1 occurrence(s) reviewed."));
 }
 
 // The words view.
