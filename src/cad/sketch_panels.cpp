@@ -79,6 +79,10 @@ void RefreshOperations() {
 
 void ShowSelection() {
   if (!HasSketchSelection()) {
+    // Numbers of an object that is gone, perhaps of another drawing, must not stand there.
+    for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
+      platform::SetText(id, u"");
+    }
     SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
     return;
   }

@@ -138,6 +138,18 @@ TEST_F(SketchPanels, SelectedGeometryFieldsHaveThreeDecimalsAndTheAngleFour) {
             u"Selected: Slot  \u2022  drag to move; use Dimension to resize.");
 }
 
+TEST_F(SketchPanels, WithoutASelectionTheFieldsAreEmpty) {
+  Add(kTypeCircle, 1, 2, 3);
+  sketch.selected = 0;
+  RefreshSketchPanels();
+  EXPECT_EQ(TextOf(kIdCadSize), u"3.000");
+  sketch.selected = -1;
+  RefreshSketchPanels();
+  for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
+    EXPECT_EQ(TextOf(id), u"");
+  }
+}
+
 TEST_F(SketchPanels, ChoosingALineSelectsItsObject) {
   Add(kTypeLine, 0, 0, 1);
   Add(kTypeCircle, 3, 4, 1);
