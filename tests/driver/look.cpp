@@ -11,6 +11,7 @@
 #include "documents/program_tabs.h"
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
+#include "library/shapes.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "simulator/motion_path.h"
@@ -318,18 +319,32 @@ std::string GetTokens(const Words& words) {
   return Good("tokens", list.Done());
 }
 
+Json ObjectJson(const morva::SketchObject& object) {
+  return Json('{')
+      .Number("type", object.type)
+      .Number("group", object.group)
+      .Number("x", object.x)
+      .Number("y", object.y)
+      .Number("size", object.size)
+      .Number("size2", object.size2)
+      .Number("angle", object.angle);
+}
+
+std::string GetShapes(const Words&) {
+  Json shapes('[');
+  for (int i = 0; i < morva::shapeLibrary.count; ++i) {
+    const morva::SavedShape& shape = morva::shapeLibrary.shapes[i];
+    Json objects('[');
+    for (int k = 0; k < shape.count; ++k) objects.Item(ObjectJson(shape.objects[k]).Done());
+    shapes.Item(Json('{').Text("name", shape.name).Raw("objects", objects.Done()).Done());
+  }
+  return Good("shapes", shapes.Done());
+}
+
 std::string GetSketch(const Words&) {
   Json objects('[');
   for (int i = 0; i < morva::sketch.objectCount; ++i) {
-    const morva::SketchObject& object = morva::sketch.objects[i];
-    objects.Item(Json('{')
-                     .Number("type", object.type)
-                     .Number("group", object.group)
-                     .Number("x", object.x)
-                     .Number("y", object.y)
-                     .Number("size", object.size)
-                     .Number("size2", object.size2)
-                     .Number("angle", object.angle)
+    objects.Item(ObjectJson(morva::sketch.objects[i])
                      .Flag("hidden", morva::sketch.hidden[i] != 0)
                      .Flag("locked", morva::sketch.locked[i] != 0)
                      .Done());
@@ -378,7 +393,7 @@ constexpr Look kLooks[] = {
     {u"tabs", GetTabs},         {u"features", GetFeatures},   {u"path", GetPath},
     {u"ghost", GetGhost},       {u"play", GetPlay},           {u"view", GetView},
     {u"sketch", GetSketch},     {u"plate", StillToCome},      {u"skim", StillToCome},
-    {u"tools", StillToCome},    {u"macros", StillToCome},     {u"shapes", StillToCome},
+    {u"tools", StillToCome},    {u"macros", StillToCome},     {u"shapes", GetShapes},
     {u"surface", GetSurface},   {u"mode", GetMode},           {u"units", GetUnits},
     {u"dncstate", GetDncState}, {u"boxes", GetBoxes},         {u"menus", GetMenus},
     {u"files", GetFiles},       {u"sent", GetSent},           {u"control", GetControl},
