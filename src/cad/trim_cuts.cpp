@@ -27,6 +27,7 @@ struct Piece {
   double ux = 0, uy = 0;
   double length = 0;
   bool endless = false;
+  double minX = 0, minY = 0, maxX = 0, maxY = 0;  // widened by more than a cutter's slack
 };
 
 bool PieceBetween(double ax, double ay, double bx, double by, Piece& piece) {
@@ -37,6 +38,11 @@ bool PieceBetween(double ax, double ay, double bx, double by, Piece& piece) {
   piece.ux = (bx - ax) / piece.length;
   piece.uy = (by - ay) / piece.length;
   piece.endless = false;
+  const double slack = 1e-6 * piece.length;
+  piece.minX = std::min(ax, bx) - slack;
+  piece.minY = std::min(ay, by) - slack;
+  piece.maxX = std::max(ax, bx) + slack;
+  piece.maxY = std::max(ay, by) + slack;
   return true;
 }
 
@@ -53,7 +59,11 @@ int PiecesOf(int index, Piece* pieces) {
   int count = 0;
   if (object.type == kTypeWorkAxis) {
     Piece& axis = pieces[count++];
-    axis = {object.x, object.y, SketchCosine(object.angle), SketchSine(object.angle), 0, true};
+    axis.x = object.x;
+    axis.y = object.y;
+    axis.ux = SketchCosine(object.angle);
+    axis.uy = SketchSine(object.angle);
+    axis.endless = true;
   } else if (object.type == kTypeLine || object.type == kTypeRectangle) {
     for (int i = 0; i + 1 < outline.count; ++i) {
       if (PieceBetween(outline.xs[i], outline.ys[i], outline.xs[i + 1], outline.ys[i + 1],
@@ -154,15 +164,7 @@ void StepByCircle(const Piece& step, int number, const SketchObject& circle, Cut
 }
 
 bool PiecesApart(const Piece& a, const Piece& b) {
-  const double slack = 1e-6 * (a.length + b.length);
-  const double ax = a.x + a.ux * a.length;
-  const double bx = b.x + b.ux * b.length;
-  if (std::min(a.x, ax) > std::max(b.x, bx) + slack) return true;
-  if (std::min(b.x, bx) > std::max(a.x, ax) + slack) return true;
-  const double ay = a.y + a.uy * a.length;
-  const double by = b.y + b.uy * b.length;
-  return std::min(a.y, ay) > std::max(b.y, by) + slack ||
-         std::min(b.y, by) > std::max(a.y, ay) + slack;
+  return a.minX > b.maxX || b.minX > a.maxX || a.minY > b.maxY || b.minY > a.maxY;
 }
 
 int StepsOf(const SlotRun& run, Piece* steps, int* numbers) {

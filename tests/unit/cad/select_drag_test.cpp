@@ -456,6 +456,46 @@ TEST_F(SelectDrag, StopsAtTheLimitOfCoordinates) {
   EXPECT_LT(Object(0).x, kSketchLimit);
 }
 
+TEST_F(SelectDrag, SnapsAPulledEndToAnotherObject) {
+  Add(kTypeLine, 0.3, 0, 1);
+  Add(kTypeLine, 2.013, 1.007, 1);
+  sketch.snapOn = true;
+  Drag(1.3, 0, 2.05, 1.03);
+  ExpectLine(0, 0.3, 0, 2.013, 1.007);
+  // Its own ends are no targets: the start is not drawn to the end 8 pixels away.
+  sketch.objects[0] = {kTypeLine, 0, -2, -2, 0.3, 0, 0};
+  Drag(-1.7, -2, -1.93, -2);
+  ExpectLine(0, -2, -2, -1.95, -2);  // the raster of 0.05
+}
+
+TEST_F(SelectDrag, SnapsTheAnchorOfWhatMoves) {
+  Add(kTypeLine, 0.3, 0.5, 1);
+  sketch.snapOn = true;
+  Drag(0.8, 0.5, 1.83, 0.52);
+  EXPECT_NEAR(Object(0).x, 1.35, 1e-12);  // 1.33 by the pointer
+  EXPECT_NEAR(Object(0).y, 0.5, 1e-12);
+  platform::PointerEvent event = At(1.85, 0.5);
+  Press(1.85, 0.5);
+  event = At(1.87, 0.53);
+  event.alt = true;
+  SelectMove(event);
+  SelectRelease(event);
+  EXPECT_NEAR(Object(0).x, 1.37, 1e-12);  // Alt held
+  EXPECT_NEAR(Object(0).y, 0.53, 1e-12);
+}
+
+TEST_F(SelectDrag, SnapsToNothingThatMovesAlong) {
+  Add(kTypeLine, 1.5, 1.5, 1);
+  Add(kTypeLine, 1.5, 1.5, 1, 0, 90);  // shares the anchor
+  Click(2, 1.5, true);
+  Click(1.5, 2, true);
+  sketch.snapOn = true;
+  Drag(2, 1.5, 2.06, 1.5);
+  EXPECT_NEAR(Object(0).x, 1.55, 1e-12);
+  EXPECT_NEAR(Object(1).x, 1.55, 1e-12);
+  EXPECT_EQ(sketch.hidden[0] + sketch.hidden[1], 0);
+}
+
 TEST_F(SelectDrag, OffersTheHandlesThatADragTakes) {
   platform::PointF points[9];
   EXPECT_EQ(SelectionHandles(points), 0);
