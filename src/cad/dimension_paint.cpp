@@ -31,6 +31,7 @@ constexpr double kGap = 3;        // between a point and its extension line
 constexpr double kOvershoot = 4;  // of an extension line beyond the dimension line
 constexpr double kTick = 4;       // half of the stroke that ends a dimension line
 constexpr int kPadding = 4;
+constexpr double kClear = 6;       // between what is measured and the text
 constexpr double kFarthest = 1e6;  // pixels; what lies farther out is not drawn
 
 Rect labels[kMaxItems][kDimensionLabels];
@@ -50,7 +51,7 @@ std::u16string ValueText(const char16_t* mark, double value) {
   return mark + SketchNumber(value, 4) + (sketch.metric ? u" mm" : u" in");
 }
 
-// Extension lines, dimension line with a stroke at each end, and the text on a plate in its
+// Extension lines, dimension line with a stroke at each end, and the text on a plate at its
 // middle. The plate's rectangle; empty when nothing was drawn.
 Rect PaintLabel(platform::Canvas& canvas, const PointF& from, const PointF& to, double offset,
                 const std::u16string& text, platform::Colour colour) {
@@ -75,9 +76,14 @@ Rect PaintLabel(platform::Canvas& canvas, const PointF& from, const PointF& to, 
   }
   const int width = platform::TextWidth(FontRole::Small, text) + 2 * kPadding;
   const int height = platform::TextHeight(FontRole::Small) + 2;
+  // A wide text beside an upright edge would cover the edge and its handle: it moves outwards.
+  const double reach = (width * std::fabs(normal.x) + height * std::fabs(normal.y)) / 2 + kClear;
+  const double lack = reach - std::fabs(offset);
+  const PointF middle =
+      Along({(a.x + b.x) / 2, (a.y + b.y) / 2}, normal, lack > 0 ? side * lack : 0);
   Rect plate;
-  plate.left = static_cast<int>(std::lround((a.x + b.x) / 2)) - width / 2;
-  plate.top = static_cast<int>(std::lround((a.y + b.y) / 2)) - height / 2;
+  plate.left = static_cast<int>(std::lround(middle.x)) - width / 2;
+  plate.top = static_cast<int>(std::lround(middle.y)) - height / 2;
   plate.right = plate.left + width;
   plate.bottom = plate.top + height;
   FillArea(canvas, plate, kWindowBackground);

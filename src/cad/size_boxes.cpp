@@ -21,8 +21,9 @@ constexpr int kRoomRight = 240;  // kept free up to the workspace's edges
 constexpr int kRoomBottom = 45;
 constexpr int kBoxWidth = 106;
 constexpr int kBoxHeight = 28;
-constexpr int kPitch = 112;      // from the first box to the second
-constexpr int kHeadHeight = 24;  // caption and key, above the boxes
+constexpr int kPitch = 112;                     // from the first box to the second
+constexpr int kKeyWidth = kRoomRight - kPitch;  // up to the edge
+constexpr int kHeadHeight = 24;                 // of the caption and the key above the boxes
 
 bool HasTwoSizes() {
   const std::int32_t type = tools.previewObject.type;
@@ -106,7 +107,7 @@ void OpenSizeBoxes(int canvasX, int canvasY) {
   const bool two = HasTwoSizes();
   FillSizeBoxes();
   Put(kIdCadSizeCaption, Box(x, y - kHeadHeight, kBoxWidth, kHeadHeight));
-  Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight, kBoxWidth, kHeadHeight));
+  Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight - 2, kKeyWidth, kHeadHeight));
   Put(kIdCadSizeBox1, Box(x, y, kBoxWidth, kBoxHeight));
   if (two) Put(kIdCadSizeBox2, Box(x + kPitch, y, kBoxWidth, kBoxHeight));
   platform::SetVisible(kIdCadSizeBox2, two);

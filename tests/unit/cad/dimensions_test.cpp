@@ -392,7 +392,8 @@ TEST_F(Dimensions, LabelsStandBesideWhatTheyMeasure) {
   EXPECT_NEAR(bottom.x, 520, 1);
   EXPECT_NEAR(bottom.y, 450 + 22, 1);
   const platform::Point right = Middle(DimensionLabel(1, 1));
-  EXPECT_NEAR(right.x, 620 + 26, 1);
+  // The text is 11 times 6 and 8 wide and keeps 6 clear of the edge: farther out than the 26.
+  EXPECT_NEAR(right.x, 620 + 37 + 6, 1);
   EXPECT_NEAR(right.y, 400, 1);
   const platform::Point circle = Middle(DimensionLabel(2, 0));
   EXPECT_NEAR(circle.x, 220, 1);
