@@ -158,10 +158,8 @@ int ObjectSnapPoints(const SketchObject& object, double* xs, double* ys) {
         ys[5 + i] = (ys[1 + i] + ys[1 + next]) / 2;
       }
       return 9;
-    case kTypeWorkPoint:
-      return 1;
     default:
-      return 1;
+      return 1;  // a work point
   }
 }
 

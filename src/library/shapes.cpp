@@ -19,8 +19,8 @@ namespace {
 
 constexpr char16_t kTable[] = u"CustomShapes";
 constexpr int kDecimals = 4;
-constexpr std::size_t kNameBytes = 2 * kShapeNameUnits;  // 144
-constexpr std::size_t kObjectsAt = kNameBytes + 8;       // behind the count and a reserved word
+constexpr std::size_t kNameBytes = std::size_t{2} * kShapeNameUnits;  // 144
+constexpr std::size_t kObjectsAt = kNameBytes + 8;  // behind the count and a reserved word
 constexpr std::size_t kObjectBytes = 48;
 static_assert(kObjectsAt + kMaxShapeObjects * kObjectBytes == kShapeMirrorBytes);
 
@@ -88,9 +88,10 @@ void StoreReal(unsigned char* at, double value) {
 }
 
 void StoreShape(const SavedShape& shape, unsigned char* at) {
-  for (int i = 0; i < kShapeNameUnits; ++i) {
-    at[2 * i] = static_cast<unsigned char>(shape.name[i] & 0xFF);
-    at[2 * i + 1] = static_cast<unsigned char>(shape.name[i] >> 8);
+  unsigned char* unit = at;
+  for (const char16_t c : shape.name) {
+    *unit++ = static_cast<unsigned char>(c & 0xFF);
+    *unit++ = static_cast<unsigned char>(c >> 8);
   }
   Store32(at + kNameBytes, shape.count);
   unsigned char* item = at + kObjectsAt;
@@ -167,7 +168,9 @@ int AppendShape(std::u16string_view name) {
 void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes) {
   bytes.assign(static_cast<std::size_t>(library.count) * kShapeMirrorBytes, '\0');
   auto* at = reinterpret_cast<unsigned char*>(bytes.data());
-  for (int i = 0; i < library.count; ++i) StoreShape(library.shapes[i], at + i * kShapeMirrorBytes);
+  for (int i = 0; i < library.count; ++i, at += kShapeMirrorBytes) {
+    StoreShape(library.shapes[i], at);
+  }
 }
 
 int RecoverProjectShape(const FeatureSettings& record) {
