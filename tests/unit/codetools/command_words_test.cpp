@@ -4,11 +4,13 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "library/code_index.h"
 #include "library/codetext.h"
 #include "support/program_maker.h"
 #include "support/reference_words.h"
+#include "support/stage.h"
 
 namespace morva {
 namespace {
@@ -332,6 +334,22 @@ TEST(CommandWords, AgreeWithTheSlowReadingOfTheirRules) {
     const std::u16string words = Words(code);
     ASSERT_EQ(words, reference::CodeToWords(code)) << seed;
     ASSERT_EQ(Code(words), reference::WordsToCode(words)) << seed;
+  }
+}
+
+// No word may grow into another one over what stands beside it.
+TEST(CommandWords, AnyTwoCodesBesideEachOtherComeBack) {
+  std::vector<std::u16string> codes = {u"N10", u"O5", u"#1", u"X1", u"5", u".",   u"+",
+                                       u"-",   u"G5", u"G1", u"M3", u"[", u"(A)", u"OR"};
+  for (int row = 0; row < kGRows + kMRows; ++row) codes.emplace_back(codeTable[row].code);
+  for (const auto& macro : reference::kMacros) codes.emplace_back(macro[0]);
+  for (const std::u16string& left : codes) {
+    for (const std::u16string& right : codes) {
+      for (const std::u16string_view between : {u"", u" ", u"."}) {
+        const std::u16string code = left + std::u16string(between) + right;
+        ASSERT_TRUE(reference::NothingLost(code, Round(code))) << support::Narrow(code);
+      }
+    }
   }
 }
 
