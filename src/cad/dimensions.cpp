@@ -85,9 +85,7 @@ void ApplyFromPanel(int, int) {
     SetSketchStatus(
         u"Choose a supported dimension on unlocked geometry and enter a positive size. Slot "
         u"length must be at least its width.");
-    return;
   }
-  ShowDimensionValue();
 }
 
 void ChoosePart(int, int) {

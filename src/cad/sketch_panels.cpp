@@ -6,10 +6,12 @@
 
 #include "app/command_ids.h"
 #include "app/router.h"
+#include "cad/dimensions.h"
 #include "cad/operations_list.h"
 #include "cad/save_shape.h"
 #include "cad/sketch.h"
 #include "cad/sketch_units.h"
+#include "cad/tool_state.h"
 #include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/events.h"
@@ -134,6 +136,8 @@ void RefreshSketchPanels() {
   RefreshOperations();
   ShowSelection();
   ShowSketchUnitCaptions();
+  // A value left from another object would be applied to this one.
+  if (tools.dimensionMode) ShowDimensionValue();
   platform::Repaint(kViewCadCanvas);
 }
 

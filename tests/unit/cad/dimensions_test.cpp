@@ -219,6 +219,21 @@ TEST_F(Dimensions, WhileMeasuringApplyIsRefused) {
   EXPECT_EQ(sketch.undoDepth, 0);
 }
 
+TEST_F(Dimensions, TheValueFollowsTheSelectionAndTheUndo) {
+  Put(kTypeLine, 0, 0, 2);
+  Put(kTypeCircle, 0, -2, 1);
+  EnterDimensionMode(false);
+  Choose(0, 0);
+  Apply(u"3");
+  EXPECT_EQ(TextOf(kIdCadDimensionValue), u"3.0000");
+  Type(kIdCadDimensionValue, u"4");
+  SketchUndo();
+  EXPECT_EQ(TextOf(kIdCadDimensionValue), u"2.0000");
+  sketch.selected = 1;
+  RefreshSketchPanels();
+  EXPECT_EQ(TextOf(kIdCadDimensionValue), u"1.0000");
+}
+
 // Clicks.
 
 TEST_F(Dimensions, AClickOnGeometryChoosesItAndItsValue) {
