@@ -109,11 +109,18 @@ TEST_F(DrawTools, SelectKeepsTheMarks) {
   EXPECT_EQ(MultiSelectCount(), 1);
 }
 
-TEST_F(DrawTools, StartingATwoDimensionalToolLeavesTheModel) {
-  // The camera is at rest already, so the view falls back at once.
-  canvasView.modelView = true;
-  StartDragTool(0);
-  EXPECT_TRUE(canvasView.modelView);
+TEST_F(DrawTools, EveryDrawToolLeavesTheModelViewAndSelectDoesNot) {
+  const auto stays = [](void (*start)(int), int what) {
+    canvasView.modelView = true;
+    start(what);
+    return canvasView.modelView;
+  };
+  EXPECT_FALSE(stays(StartMethod, kIdMethodLine));
+  EXPECT_FALSE(stays(StartMethod, kIdMethodSlotDrag));
+  EXPECT_FALSE(stays(StartMethod, kIdMethodDimension));
+  EXPECT_FALSE(stays(StartMethod, kIdMethodMeasure));
+  for (int tool = 1; tool <= 6; ++tool) EXPECT_FALSE(stays(StartDragTool, tool)) << tool;
+  EXPECT_TRUE(stays(StartDragTool, 0));
 }
 
 TEST_F(DrawTools, TheSnapKeySaysItsState) {

@@ -80,6 +80,24 @@ TEST_F(SizeBoxes, TheBoxesStayInsideTheWorkspace) {
   EXPECT_LE(platform::PlaceInMainWindow(kIdCadSizeBox2).right, 1350);
 }
 
+TEST_F(SizeBoxes, TheCaptionAndTheCreateKeyStandAboveThem) {
+  Prepare(kIdMethodRectangle, 0, 0, 1, 1);
+  const platform::Rect first = platform::PlaceInMainWindow(kIdCadSizeBox1);
+  const platform::Rect second = platform::PlaceInMainWindow(kIdCadSizeBox2);
+  const platform::Rect caption = platform::PlaceInMainWindow(kIdCadSizeCaption);
+  const platform::Rect key = platform::PlaceInMainWindow(kIdCadCreateTyped);
+  EXPECT_TRUE(platform::IsVisible(kIdCadSizeCaption));
+  EXPECT_TRUE(platform::IsVisible(kIdCadCreateTyped));
+  EXPECT_EQ(caption.left, first.left);
+  EXPECT_LE(caption.bottom, first.top);
+  EXPECT_EQ(key.left, second.left);
+  EXPECT_LE(key.bottom, second.top);
+  EXPECT_LE(caption.right, key.left);
+  Key(kKeyEscape);
+  EXPECT_FALSE(platform::IsVisible(kIdCadSizeCaption));
+  EXPECT_FALSE(platform::IsVisible(kIdCadCreateTyped));
+}
+
 TEST_F(SizeBoxes, WhileTheyAreOpenMovesLeaveThePreviewAlone) {
   Prepare(kIdMethodLine, 0, 0, 1, 0);
   Move(3, 0);
