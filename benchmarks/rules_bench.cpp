@@ -4,13 +4,15 @@
 // letter is. `sed` is a whole process with its reading and writing; the loop copies the text
 // character by character, which is the least that any pass does.
 #include <benchmark/benchmark.h>
+#include <sys/resource.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "codetools/find_rules.h"
+#include "cpu_time.h"
 #include "programs.h"
 #include "targets.h"
 
@@ -19,10 +21,6 @@ namespace {
 constexpr std::size_t kUnits = 1900000;
 constexpr char kBefore[] = "/rules_bench_before.nc";
 constexpr char kAfter[] = "/rules_bench_after.nc";
-
-double Milliseconds(std::chrono::steady_clock::time_point from) {
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - from).count();
-}
 
 std::string Program() {
   std::string text = programs::Lines(80000);
@@ -56,6 +54,16 @@ std::string SedCommand(const std::string& folder) {
   return command + " " + folder + kBefore + " > " + folder + kAfter;
 }
 
+// Processor time, so that a busy machine does not count; of ended children for the process.
+double ChildMilliseconds() {
+  rusage used;
+  getrusage(RUSAGE_CHILDREN, &used);
+  const auto of = [](const timeval& t) {
+    return static_cast<double>(t.tv_sec) * 1e3 + static_cast<double>(t.tv_usec) / 1e3;
+  };
+  return of(used.ru_utime) + of(used.ru_stime);
+}
+
 // 0: there is no such tool, or it failed.
 double SedMilliseconds(const std::string& program) {
   const char* named = std::getenv("TMPDIR");
@@ -65,21 +73,21 @@ double SedMilliseconds(const std::string& program) {
   const bool written = std::fwrite(program.data(), 1, program.size(), file) == program.size();
   if (std::fclose(file) != 0 || !written) return 0;
   const std::string command = SedCommand(folder);
-  const auto from = std::chrono::steady_clock::now();
+  const double from = ChildMilliseconds();
   const bool ran = std::system(command.c_str()) == 0;
-  const double spent = Milliseconds(from);
+  const double spent = ChildMilliseconds() - from;
   std::remove((folder + kBefore).c_str());
   std::remove((folder + kAfter).c_str());
   return ran ? spent : 0;
 }
 
 double CopyMilliseconds(const std::u16string& text) {
-  const auto from = std::chrono::steady_clock::now();
+  const double from = CpuMilliseconds();
   std::u16string copy;
   copy.reserve(text.size());
   for (const char16_t c : text) copy += c;
   benchmark::DoNotOptimize(copy.data());
-  return Milliseconds(from);
+  return CpuMilliseconds() - from;
 }
 
 void TwentyFourRules(benchmark::State& state) {
@@ -90,10 +98,10 @@ void TwentyFourRules(benchmark::State& state) {
   std::vector<double> copies;
   int matches = 0;
   for (auto step : state) {
-    const auto from = std::chrono::steady_clock::now();
+    const double from = CpuMilliseconds();
     const morva::RuleRun run =
         morva::RunRules(text, morva::ruleQueue.rules, morva::ruleQueue.count, false, false);
-    const double spent = Milliseconds(from);
+    const double spent = CpuMilliseconds() - from;
     if (run.overLimit || run.matches == 0) std::abort();
     matches = run.matches;
     ours.push_back(spent);

@@ -1,6 +1,7 @@
 #include "codetools/find_rules.h"
 
 #include <algorithm>
+#include <bit>
 #include <new>
 #include <utility>
 
@@ -32,38 +33,66 @@ struct ReadyRule {
   std::u16string_view replaceWith;
 };
 
+// A bit for each rule.
+using RuleBits = std::uint32_t;
+static_assert(kMaxRules <= 32);
+
+// The rules that have a unit at one place of their find text, by the unit.
+struct RulesByUnit {
+  RuleBits low[128] = {};
+  RuleBits others = 0;  // of every unit above
+};
+
+RuleBits RulesWith(const RulesByUnit& table, char16_t c) {
+  return c < 128 ? table.low[c] : table.others;
+}
+
 struct ReadyRules {
   ReadyRule rules[kMaxRules];
-  int count = 0;
-  bool first[128] = {};  // units that may begin a match, below 128
-  bool others = false;   // a rule begins with a unit above
+  RulesByUnit first;
+  RulesByUnit second;
+  RuleBits oneUnit = 0;  // rules without a second unit
 };
+
+void AddUnit(RulesByUnit& table, char16_t c, RuleBits rule, bool matchCase) {
+  if (c >= 128) {
+    table.others |= rule;
+    return;
+  }
+  table.low[c] |= rule;
+  if (matchCase) return;
+  const char16_t upper = FoldUpper(c);
+  table.low[upper] |= rule;
+  if (upper >= u'A' && upper <= u'Z') table.low[upper - u'A' + u'a'] |= rule;
+}
 
 ReadyRules MakeReady(const FindRule* rules, int count, bool matchCase) {
   ReadyRules ready;
   for (int i = 0; i < count && i < kMaxRules; ++i) {
     const std::u16string_view find = rules[i].find;
-    ready.rules[ready.count++] = {find, rules[i].replaceWith};
+    ready.rules[i] = {find, rules[i].replaceWith};
     if (find.empty()) continue;
-    if (find[0] >= 128) {
-      ready.others = true;
-      continue;
+    const RuleBits rule = RuleBits{1} << i;
+    AddUnit(ready.first, find[0], rule, matchCase);
+    if (find.size() == 1) {
+      ready.oneUnit |= rule;
+    } else {
+      AddUnit(ready.second, find[1], rule, matchCase);
     }
-    ready.first[find[0]] = true;
-    if (matchCase) continue;
-    const char16_t upper = FoldUpper(find[0]);
-    ready.first[upper] = true;
-    if (upper >= u'A' && upper <= u'Z') ready.first[upper - u'A' + u'a'] = true;
   }
   return ready;
 }
 
 const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const ReadyRules& ready,
                             bool matchCase, bool wholeToken) {
-  const char16_t c = text[at];
-  if (c < 128 ? !ready.first[c] : !ready.others) return nullptr;
-  for (int i = 0; i < ready.count; ++i) {
-    if (MatchAt(text, at, ready.rules[i].find, matchCase, wholeToken)) return &ready.rules[i];
+  RuleBits left = RulesWith(ready.first, text[at]);
+  if (left == 0) return nullptr;
+  RuleBits next = ready.oneUnit;
+  if (at + 1 < text.size()) next |= RulesWith(ready.second, text[at + 1]);
+  // In the order of the queue.
+  for (left &= next; left != 0; left &= left - 1) {
+    const ReadyRule& rule = ready.rules[std::countr_zero(left)];
+    if (MatchAt(text, at, rule.find, matchCase, wholeToken)) return &rule;
   }
   return nullptr;
 }

@@ -54,6 +54,13 @@ TEST(Rules, TheFirstInTheQueueWinsNotTheLongest) {
   EXPECT_EQ(Apply(u"G01", {{u"G0", u"x"}, {u"G01", u"y"}}).text.View(), u"x1");
 }
 
+TEST(Rules, OfOneUnitMatchAtTheVeryEndAndBeforeAnything) {
+  EXPECT_EQ(Apply(u"xaXb\u00E9x", {{u"xa", u"1"}, {u"x", u"2"}, {u"\u00E9", u"3"}}).text.View(),
+            u"12b32");
+  EXPECT_EQ(Apply(u"a\u00E9", {{u"A\u00E9", u"1"}}).text.View(), u"1");
+  EXPECT_EQ(Apply(u"@`", {{u"`", u"1"}, {u"@", u"2"}}).text.View(), u"21");
+}
+
 TEST(Rules, WholeTokenLooksAtTheOriginalText) {
   EXPECT_EQ(Apply(u"G10 G1. G1", {{u"G1", u"G01"}}, false, true).text.View(), u"G10 G01. G01");
   // In the output "G1" would touch a letter; in the text it stood alone.
