@@ -77,6 +77,10 @@ void HoverTick() {
   platform::SetText(kIdOutputLog, text + u"\r\n");
 }
 
+void HoverPressed(int id) {
+  if (id != 0 && platform::IdUnderPointer() == id) lastId = id;
+}
+
 void ResetHover() { lastId = 0; }
 
 }  // namespace morva

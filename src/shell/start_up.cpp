@@ -60,6 +60,7 @@ void AfterCadEvent() {
 }
 
 void OnCommand(int id, int notification) {
+  if (notification == platform::kNotifyClick) HoverPressed(id);
   RouteCommand(id, notification);
   AfterCadEvent();
   RefreshKeyStates();

@@ -4,6 +4,7 @@
 
 #include "app/hooks.h"
 #include "app/limits.h"
+#include "app/outlets.h"
 #include "codetools/find_pane.h"
 #include "codetools/find_rules.h"
 #include "documents/program_tabs.h"
@@ -247,18 +248,24 @@ TEST_F(FindEdges, TheCompletionListStaysAwayFromWhatAChangeWrote) {
 TEST_F(FindEdges, TheOutcomeOfAQuestionStaysInTheLogUnderThePointer) {
   Program(u"G0 X1\r\n");
   Fields(u"G0", u"G1");
-  headless::MovePointerOver(kIdPromptEach);
-  headless::Advance(300);
-  ASSERT_EQ(Output(), u"START - PROMPT EACH\r\n");
-  headless::WhileOpen([] {
-    headless::MovePointerOver(0);
+  // Pressed after a rest on the key, and as soon as the pointer is there.
+  for (const bool rests : {true, false}) {
+    headless::MovePointerOver(kIdEditor);
     headless::Advance(300);
-  });
-  Answer(platform::BoxAnswer::Yes, 1);
-  headless::Click(kIdPromptEach);
-  headless::MovePointerOver(kIdPromptEach);
-  headless::Advance(300);
-  EXPECT_TRUE(OutputHas(u"Change All: 1 replacement(s) accepted from 1 occurrence(s) reviewed."));
+    headless::MovePointerOver(kIdPromptEach);
+    if (rests) headless::Advance(300);
+    EXPECT_EQ(OutputHas(u"START - PROMPT EACH"), rests);
+    headless::WhileOpen([] {
+      headless::MovePointerOver(0);
+      headless::Advance(300);
+    });
+    Answer(platform::BoxAnswer::No, 1);
+    headless::Click(kIdPromptEach);
+    headless::MovePointerOver(kIdPromptEach);
+    headless::Advance(300);
+    EXPECT_TRUE(OutputHas(u"Change All: 0 replacement(s) accepted from 1 occurrence(s) reviewed."));
+    ClearOutput();
+  }
 }
 
 // The words view.
