@@ -271,17 +271,23 @@ bool Inside(const Sheet& sheet, PointF at) {
 // dashes anew and look solid.
 void PaintTrimPreview(const Sheet& sheet) {
   const Pen pen = Dashed(kTrimColour, 2);
+  const bool known = tools.hoverObject >= 0 && tools.hoverObject < sketch.objectCount;
+  const bool curve = known && IsCurve(sketch.objects[tools.hoverObject]);
   PointF chain[kMaxPreviewSegments + 1];
   int count = 0;
   const auto end = [&] {
-    if (count > 1) PaintPolyline(sheet.canvas, chain, count, pen);
+    // On bare ground: the highlight of the whole edge would show between the dashes.
+    if (count > 1) {
+      PaintPolyline(sheet.canvas, chain, count, PenOf(kWindowBackground, 2));
+      PaintPolyline(sheet.canvas, chain, count, pen);
+    }
     count = 0;
   };
   const int segments = std::clamp(tools.previewSegmentCount, 0, kMaxPreviewSegments);
   for (int i = 0; i < segments; ++i) {
     const PreviewSegment& s = tools.previewSegments[i];
-    const PointF from = PlaceOn(sheet, true, s.x0, s.y0);
-    const PointF to = PlaceOn(sheet, true, s.x1, s.y1);
+    const PointF from = PlaceOn(sheet, curve, s.x0, s.y0);
+    const PointF to = PlaceOn(sheet, curve, s.x1, s.y1);
     if (!Inside(sheet, from) || !Inside(sheet, to)) {
       end();
       PaintDashed(sheet, from, to, pen);
@@ -405,7 +411,8 @@ void PaintSizeText(const Sheet& sheet) {
 void PaintSnapMark(const Sheet& sheet) {
   double x = 0;
   double y = 0;
-  if (!SnapPlace(x, y)) return;
+  // Trim cuts where the pointer is, whatever the search found.
+  if (tools.geometryTool == kGeometryTrim || !SnapPlace(x, y)) return;
   const PointF at = PlaceOn(sheet, false, x, y);
   if (!NearClient(sheet, at)) return;
   if (tools.snapAtCentre) {

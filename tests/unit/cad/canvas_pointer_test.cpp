@@ -190,5 +190,131 @@ TEST_F(CanvasPointerTest, ZoomsAndPansByKeyboard) {
   EXPECT_EQ(canvasView.panX, 0);
 }
 
+// The rooms behind the canvas, in the order in which a press is offered to them.
+
+TEST_F(CanvasPointerTest, GivesADragToTheDrawToolUntilTheRelease) {
+  sketch.snapOn = false;
+  StartDragTool(1);
+  Press(520, 300);
+  DragTo(600, 280);
+  EXPECT_TRUE(tools.dragActive);
+  EXPECT_EQ(sketch.objectCount, 0);
+  Release(620, 300);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+  EXPECT_DOUBLE_EQ(sketch.objects[0].size, 1);
+}
+
+TEST_F(CanvasPointerTest, GivesUpADrawToolsDragWithTheCapture) {
+  sketch.snapOn = false;
+  StartDragTool(1);
+  Press(520, 300);
+  DragTo(600, 280);
+  Tell(At(PointerAction::Lost, 0, 0));
+  EXPECT_FALSE(tools.dragActive);
+  Release(620, 300);
+  EXPECT_EQ(sketch.objectCount, 0);
+  // And by a move that tells that the button is up.
+  Press(520, 300);
+  DragTo(600, 280);
+  Hover(610, 280);
+  EXPECT_FALSE(tools.dragActive);
+  EXPECT_EQ(sketch.objectCount, 0);
+  EXPECT_EQ(tools.dragTool, 1);  // the tool stays in hand
+}
+
+TEST_F(CanvasPointerTest, GivesClicksToAConstructionMethodBeforeTheGeometryUnderThem) {
+  sketch.snapOn = false;
+  Put(kTypeLine, 0, 0, 1);
+  StartMethod(kIdMethodLine);
+  Press(570, 300);  // on the line
+  Release(570, 300);
+  EXPECT_EQ(tools.constructionClicks, 1);
+  EXPECT_EQ(sketch.selected, -1);
+  Hover(570, 200);
+  EXPECT_TRUE(tools.previewValid);
+  Press(570, 200);
+  Release(570, 200);
+  ASSERT_EQ(sketch.objectCount, 2);
+  EXPECT_DOUBLE_EQ(sketch.objects[1].size, 1);
+}
+
+TEST_F(CanvasPointerTest, GivesAPressToSelectingWithNoTool) {
+  sketch.snapOn = false;
+  Put(kTypeLine, 0, 0, 1);
+  Press(570, 300);
+  EXPECT_EQ(sketch.selected, 0);
+  DragTo(570, 280);
+  Release(570, 280);
+  EXPECT_NEAR(sketch.objects[0].y, 0.2, 1e-9);
+  EXPECT_EQ(sketch.undoDepth, 1);
+  DragTo(570, 200);  // released
+  EXPECT_NEAR(sketch.objects[0].y, 0.2, 1e-9);
+}
+
+TEST_F(CanvasPointerTest, BandsWhatAPressOnNothingDragsOver) {
+  Put(kTypeLine, 0, 0, 1);
+  Press(500, 250);
+  DragTo(640, 350);
+  platform::Rect band;
+  ASSERT_TRUE(RubberBand(band));
+  const std::vector<headless::DrawCall> calls = Calls("PaintPolyline");
+  ASSERT_EQ(calls.size(), 1u);
+  EXPECT_EQ(calls[0].numbers,
+            (std::vector<double>{500, 250, 640, 250, 640, 350, 500, 350, 500, 250, 1, 1, 0}));
+  Release(640, 350);
+  EXPECT_TRUE(IsMultiSelected(0));
+  EXPECT_TRUE(Calls("PaintPolyline").empty());
+}
+
+TEST_F(CanvasPointerTest, DrawsTheHandlesOfTheSelectedObject) {
+  Put(kTypeLine, 0, 0, 1);
+  sketch.selected = 0;
+  int white = 0;
+  for (const headless::DrawCall& call : Calls("FillArea")) {
+    const bool handle = call.numbers[2] - call.numbers[0] == 5;
+    if (!handle) continue;
+    ++white;
+    // The series may put the end a little short of its pixel.
+    EXPECT_NEAR(call.numbers[0], call.numbers[0] < 570 ? 518 : 618, 1);
+    EXPECT_EQ(call.numbers[1], 298);
+  }
+  EXPECT_EQ(white, 2);
+}
+
+TEST_F(CanvasPointerTest, EscapeTakesADragBack) {
+  RegisterSketchCommands();
+  sketch.snapOn = false;
+  Put(kTypeLine, 0, 0, 1);
+  Press(570, 300);
+  DragTo(570, 200);
+  EXPECT_NEAR(sketch.objects[0].y, 1, 1e-9);
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_EQ(sketch.objects[0].y, 0);
+  DragTo(570, 100);
+  EXPECT_EQ(sketch.objects[0].y, 0);
+}
+
+TEST_F(CanvasPointerTest, ARightReleaseCancelsTheTools) {
+  for (void (*start)() : {+[] { StartMethod(kIdMethodCircleRadius); }, +[] { StartDragTool(3); },
+                          +[] { tools.geometryTool = kGeometryTrim; }}) {
+    start();
+    Press(300, 300, PointerButton::Right);
+    Release(300, 300, PointerButton::Right);
+    EXPECT_EQ(tools.constructionMethod, 0);
+    EXPECT_EQ(tools.dragTool, 0);
+    EXPECT_EQ(tools.geometryTool, kGeometryNone);
+  }
+}
+
+TEST_F(CanvasPointerTest, OffersEscapeToTheToolFirst) {
+  StartMethod(kIdMethodLine);
+  ClearCommands();
+  HearAll({kIdCadCancel});
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_EQ(tools.constructionMethod, 0);
+  EXPECT_TRUE(heard.empty());
+}
+
 }  // namespace
 }  // namespace morva
