@@ -126,7 +126,11 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
               platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
     return;
   }
-  PaintText(canvas, Shrunk(area, 2), text, key.font, colour,
+  // Names of drawings differ at their ends too: "Drawing 1" to "Drawing 8" in narrow keys.
+  const bool drawing = key.id >= kIdDrawingFirst && key.id <= kIdDrawingLast;
+  const Rect place = Shrunk(area, 2);
+  PaintText(canvas, place, drawing ? FittedTabCaption(text, key.font, RectWidth(place)) : text,
+            key.font, colour,
             platform::kAlignCentre | platform::kAlignMiddle | platform::kTextEllipsis);
 }
 

@@ -74,6 +74,22 @@ TEST_F(OwnerDraw, PaintsAKeyWhoseStateIsOnAsSelected) {
   EXPECT_FALSE(HasGradient(headless::PaintOf(kIdInch), 0x042D43, 0x033A54));
 }
 
+TEST_F(OwnerDraw, CutsADrawingsNameInTheMiddleSoThatItsNumberStays) {
+  support::MakeButton(kIdDrawingFirst, u"Drawing 8");
+  platform::SetPlace(kIdDrawingFirst, {0, 0, 50, 28});
+  std::u16string shown;
+  for (const DrawCall& call : CallsNamed(headless::PaintOf(kIdDrawingFirst), "PaintText")) {
+    shown = call.text;
+  }
+  EXPECT_LT(shown.size(), 9u);
+  EXPECT_LE(platform::TextWidth(platform::FontRole::Small, shown), 46);
+  EXPECT_EQ(shown.front(), u'D');
+  EXPECT_NE(shown.find(u'\u2026'), shown.npos);
+  EXPECT_EQ(shown.back(), u'8');
+  platform::SetPlace(kIdDrawingFirst, {0, 0, 200, 28});
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdDrawingFirst), u"Drawing 8", kMainText));
+}
+
 TEST_F(OwnerDraw, CutsALongTabInTheMiddleOfItsTitle) {
   const std::u16string title = u"a_program_with_a_name_longer_than_any_tab_17.NC";
   platform::SetText(kIdTabFirst, u"> [C] " + title + u" *");
