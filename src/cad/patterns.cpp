@@ -1,14 +1,256 @@
 #include "cad/patterns.h"
 
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "app/router.h"
+#include "cad/canvas.h"
+#include "cad/edit_parts.h"
+#include "cad/outline.h"
+#include "cad/pattern_form.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "library/codetext.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
 namespace morva {
 
-void QuickCircularPattern() {}
-void QuickGridPattern() {}
-bool ApplySketchPattern(bool) { return false; }
-void OpenPatternPanel(int) {}
-void PickPatternDirection(int) {}
-bool PatternDirectionClick(double, double) { return false; }
-void RegisterPatterns() {}
-void ResetPatterns() {}
+namespace {
+
+constexpr int kMostQuantity = 120;
+constexpr int kMostLines = 20;  // columns and rows of the quick grid
+constexpr double kLeastDiameter = 1e-6;
+constexpr int kAngleDecimals = 3;
+
+std::u16string_view Fitting(const std::u16string& text) {
+  return std::u16string_view(text).substr(0, kFieldUnits - 1);
+}
+
+double Field(int id, double fallback) {
+  return ParseDecimal(Fitting(platform::TextOf(id)), fallback);
+}
+
+int Count(int id, int fallback, int most) {
+  return std::clamp(ParseInteger(Fitting(platform::TextOf(id)), fallback), 1, most);
+}
+
+SketchObject& Selected() { return sketch.objects[sketch.selected]; }
+
+// What a pattern makes of its source, whole before anything changes.
+struct Instances {
+  SketchObject objects[kMaxItems];
+  int count = 0;
+};
+Instances instances;
+
+bool AllFit() {
+  for (int i = 0; i < instances.count; ++i) {
+    if (WithinSketchLimit(instances.objects[i])) continue;
+    TellSketchLimit();
+    return false;
+  }
+  return true;
+}
+
+// The first instance over the selected object, the others behind the last one.
+void PutInstances() {
+  PushSketchUndo();
+  Selected() = instances.objects[0];
+  for (int i = 1; i < instances.count; ++i) AppendSketchObject(instances.objects[i]);
+  RefreshSketchPanels();
+}
+
+double Diameter() {
+  const double fallback = BySketchUnit(4, 100);
+  const double typed = Field(kIdCadCircularDiameter, fallback);
+  return std::fabs(typed) < kLeastDiameter ? fallback : typed;
+}
+
+void MakeCircle() {
+  const SketchObject source = Selected();
+  // The source is one of the instances, so that a full sketch still takes one.
+  const int room = kMaxItems + 1 - sketch.objectCount;
+  instances.count = std::min(Count(kIdCadQuantity, 6, kMostQuantity), room);
+  const double cx = Field(kIdCadCircularX, 0);
+  const double cy = Field(kIdCadCircularY, 0);
+  const double r = Diameter() / 2;
+  const double start = Field(kIdCadCircularStart, 0);
+  const double rotation = Field(kIdCadCircularRotation, 0);
+  const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
+  for (int i = 0; i < instances.count; ++i) {
+    const double a = i * 360.0 / instances.count + start;
+    SketchObject& object = instances.objects[i];
+    object = source;
+    object.x = cx + r * SketchCosine(a);
+    object.y = cy + r * SketchSine(a);
+    if (orientation == 1) object.angle = a;
+    if (orientation == 2) object.angle = a + 90;
+    object.angle += rotation;
+  }
+}
+
+void MakeGrid() {
+  SketchObject source = Selected();
+  source.angle += Field(kIdCadGridRotation, 0);
+  const int columns = Count(kIdCadColumns, 3, kMostLines);
+  const int rows = Count(kIdCadRows, 2, kMostLines);
+  const double stepX = Field(kIdCadSpacingX, BySketchUnit(1, 25.4));
+  const double stepY = Field(kIdCadSpacingY, BySketchUnit(1, 25.4));
+  const int room = kMaxItems + 1 - sketch.objectCount;
+  instances.count = std::min(columns * rows, room);
+  for (int n = 0; n < instances.count; ++n) {
+    SketchObject& object = instances.objects[n];
+    object = source;
+    object.x = source.x + n % columns * stepX;
+    object.y = source.y + n / columns * stepY;
+  }
+}
+
+int DirectionField(int command) {
+  const bool first = command == kIdPickDirection1 || command == kIdReverseDirection1;
+  return first ? kIdCadDirection1 : kIdCadDirection2;
+}
+
+void ReverseDirection(int field) {
+  const double base = field == kIdCadDirection1 ? 0 : 90;
+  platform::SetText(field, SketchNumber(Field(field, base) + 180, kAngleDecimals));
+}
+
+// The direction of a rectangle's side: the sides at the ends of its width run across it.
+double SideDirection(const SketchObject& box, double x, double y) {
+  const double sine = SketchSine(box.angle);
+  const double cosine = SketchCosine(box.angle);
+  const double lx = (x - box.x) * cosine + (y - box.y) * sine;
+  const double ly = (y - box.y) * cosine - (x - box.x) * sine;
+  const double toEnd = std::fabs(box.size / 2 - std::fabs(lx));
+  const double toLong = std::fabs(box.size2 / 2 - std::fabs(ly));
+  return toEnd < toLong ? box.angle + 90 : box.angle;
+}
+
+// The direction that a click on this object gives. False: it has none.
+bool DirectionOf(const SketchObject& object, double x, double y, double& angle) {
+  switch (object.type) {
+    case kTypeCircle:
+      angle = AngleDegrees(y - object.y, x - object.x) + 90;
+      return true;
+    case kTypeLine:
+    case kTypeWorkAxis:
+      angle = object.angle;
+      return true;
+    case kTypeRectangle:
+      angle = SideDirection(object, x, y);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void OnQuick(int id, int) {
+  if (id == kIdCadQuickCircular) QuickCircularPattern();
+  if (id == kIdCadQuickGrid) QuickGridPattern();
+}
+
+void OnPanel(int id, int) {
+  OpenPatternPanel(id == kIdCadCircularPanel ? kPanelCircular : kPanelRectangular);
+}
+
+void OnForm(int id, int) {
+  if (id == kIdCadPatternSource) TogglePatternSource();
+  if (id == kIdCadCreatePattern) ApplySketchPattern(tools.panelMode == kPanelRectangular);
+}
+
+}  // namespace
+
+void QuickCircularPattern() {
+  if (!MayEditSelection()) return;
+  MakeCircle();
+  if (!AllFit()) return;
+  PutInstances();
+  const std::u16string words = u"Circular pattern created: " + IntegerText(instances.count) +
+                               u" total instances. Selected source became the first pattern "
+                               u"instance.";
+  SetSketchStatus(words.c_str());
+  LogSketchOperation(u"Circular pattern");
+}
+
+void QuickGridPattern() {
+  if (!MayEditSelection()) return;
+  MakeGrid();
+  if (!AllFit()) return;
+  PutInstances();
+  const std::u16string words = u"Rectangular pattern created: " + IntegerText(instances.count) +
+                               u" total instances including the selected source.";
+  SetSketchStatus(words.c_str());
+  LogSketchOperation(u"Rectangular pattern");
+}
+
+void OpenPatternPanel(int panelMode) {
+  if (panelMode != kPanelCircular && panelMode != kPanelRectangular) return;
+  const double pivotX = tools.pivotX;
+  const double pivotY = tools.pivotY;
+  ClearTools();
+  tools.pivotX = pivotX;
+  tools.pivotY = pivotY;
+  tools.panelMode = panelMode;
+  RefreshPatternForm();
+  RefreshCadPanel();
+  const int field = panelMode == kPanelCircular ? kIdCadQuantity : kIdCadColumns;
+  platform::SetFocusTo(field);
+  platform::SelectAllText(field);
+  platform::Repaint(kViewCadCanvas);
+}
+
+void PickPatternDirection(int command) {
+  if (command == kIdReverseDirection1 || command == kIdReverseDirection2) {
+    ReverseDirection(DirectionField(command));
+    return;
+  }
+  if (command != kIdPickDirection1 && command != kIdPickDirection2) return;
+  const double pivotX = tools.pivotX;
+  const double pivotY = tools.pivotY;
+  const std::int32_t panel = tools.panelMode;
+  ClearTools();
+  tools.pivotX = pivotX;
+  tools.pivotY = pivotY;
+  tools.panelMode = panel;
+  tools.geometryTool = command == kIdPickDirection1 ? kGeometryDirection1 : kGeometryDirection2;
+  SetSketchStatus(
+      u"Pick a line, work axis, rectangle edge or circle tangent for this pattern direction.");
+  RefreshCadTools();
+  platform::Repaint(kViewCadCanvas);
+}
+
+bool PatternDirectionClick(double x, double y) {
+  const bool first = tools.geometryTool == kGeometryDirection1;
+  if (!first && tools.geometryTool != kGeometryDirection2) return false;
+  const int hit = HitObject(x, y);
+  double angle = 0;
+  if (hit < 0 || !DirectionOf(sketch.objects[hit], x, y, angle)) return false;
+  platform::SetText(first ? kIdCadDirection1 : kIdCadDirection2,
+                    SketchNumber(angle, kAngleDecimals));
+  tools.geometryTool = kGeometryNone;
+  RefreshCadTools();
+  platform::Repaint(kViewCadCanvas);
+  return true;
+}
+
+void RegisterPatterns() {
+  RegisterCommand(RouterStage::Builder, kIdCadQuickCircular, kIdCadQuickGrid,
+                  platform::kNotifyClick, OnQuick);
+  RegisterCommand(RouterStage::Builder, kIdCadCircularPanel, kIdCadGridPanel,
+                  platform::kNotifyClick, OnPanel);
+  RegisterCommand(RouterStage::Builder, kIdCadPatternSource, kIdCadCreatePattern,
+                  platform::kNotifyClick, OnForm);
+  RegisterCommand(RouterStage::Builder, kIdPickDirection1, kIdReverseDirection2,
+                  platform::kNotifyClick, [](int id, int) { PickPatternDirection(id); });
+  RegisterPatternLengths();
+}
 
 }  // namespace morva

@@ -391,6 +391,7 @@ void RefreshCadKeys() {
   if (!made) return;
   const char16_t* text = editLink.kind == kKindSketch ? u"Update" : u"Generate";
   if (platform::TextOf(kIdCadGenerate) != text) platform::SetText(kIdCadGenerate, text);
+  RefreshPatternForm();
 }
 
 void RefreshCadTools() {

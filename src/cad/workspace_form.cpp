@@ -27,9 +27,11 @@ struct Key {
   int id = 0;
   const char16_t* text = u"";
   const char16_t* tip = u"";
+  const char16_t* name = u"";  // for assistive technology, where the caption says too little
 };
 
-// A row of the form. `panel` is the tool panel that it belongs to, -1 for what always stands.
+// A row of the form. `panel` is the tool panel that it belongs to, kAlways for what always
+// stands and kBothPatterns for what either pattern panel shows.
 struct Row {
   int panel;
   RowKind kind;
@@ -39,13 +41,18 @@ struct Row {
   int command = 0;             // what Enter does in a field
   int lines = 1;               // height of a note in lines of the small font
   Key keys[3] = {};
+  const char16_t* name = u"";  // of a field whose label another one bears as well
 };
 
 constexpr int kAlways = -1;
+constexpr int kBothPatterns = -2;
 
 Row Head(int panel, const char16_t* text) { return Row{panel, RowKind::Head, 0, text}; }
 Row Field(int panel, int id, const char16_t* label, const char16_t* text, int command) {
   return Row{panel, RowKind::Field, id, label, text, command};
+}
+Row Named(int panel, int id, const char16_t* label, const char16_t* text, const char16_t* name) {
+  return Row{panel, RowKind::Field, id, label, text, kIdCadCreatePattern, 1, {}, name};
 }
 Row Note(int panel, const char16_t* text, int lines) {
   return Row{panel, RowKind::Note, 0, text, u"", 0, lines};
@@ -79,6 +86,53 @@ const Row kRows[] = {
     Field(kPanelRectangular, kIdCadGridRotation, u"Rotation", u"0", kIdCadQuickGrid),
     Keys(kPanelRectangular, {kIdCadQuickGrid, u"Apply rectangular pattern",
                              u"Repeat the selected object in columns and rows"}),
+
+    Head(kBothPatterns, u"SKETCH PATTERN"),
+    Keys(kBothPatterns, {kIdCadPatternSource, u"Source: shape library",
+                         u"Repeat a shape of this size, or the selected object"}),
+    Combo(kPanelCircular, kIdCadCircShape, u"Pattern item", u""),
+    Field(kPanelCircular, kIdCadCircSize, u"Size / length", u"0.500", kIdCadCreatePattern),
+    Field(kPanelCircular, kIdCadCircWidth, u"Width", u"0.250", kIdCadCreatePattern),
+    Named(kPanelCircular, kIdCadCircX, u"Center X", u"0.000", u"Pattern center X"),
+    Named(kPanelCircular, kIdCadCircY, u"Center Y", u"0.000", u"Pattern center Y"),
+    Field(kPanelCircular, kIdCadCircDiameter, u"Pattern dia", u"4.000", kIdCadCreatePattern),
+    Named(kPanelCircular, kIdCadCircQuantity, u"Quantity", u"6", u"Pattern quantity"),
+    Field(kPanelCircular, kIdCadCircStart, u"Start angle \u00B0", u"0", kIdCadCreatePattern),
+    Field(kPanelCircular, kIdCadCircRotation, u"Item rotation \u00B0", u"0", kIdCadCreatePattern),
+    Combo(kPanelCircular, kIdCadCircOrientation, u"Item orientation", u""),
+    Field(kPanelCircular, kIdCadCircDepth, u"Z depth", u"-0.100", kIdCadCreatePattern),
+    Field(kPanelCircular, kIdCadCircFeed, u"Feed", u"10.00", kIdCadCreatePattern),
+    Field(kPanelCircular, kIdCadCircSafeZ, u"Safe Z", u"0.500", kIdCadCreatePattern),
+    Combo(kPanelRectangular, kIdCadRectShape, u"Pattern item", u""),
+    Field(kPanelRectangular, kIdCadRectSize, u"Size / length", u"0.500", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectWidth, u"Width", u"0.250", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectRotation, u"Item rotation \u00B0", u"0",
+          kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectX, u"Start X", u"0.000", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectY, u"Start Y", u"0.000", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectColumns, u"Columns X", u"3", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectRows, u"Rows Y", u"2", kIdCadCreatePattern),
+    Named(kPanelRectangular, kIdCadRectSpacingX, u"X spacing", u"1.000", u"Pattern X spacing"),
+    Named(kPanelRectangular, kIdCadRectSpacingY, u"Y spacing", u"1.000", u"Pattern Y spacing"),
+    Field(kPanelRectangular, kIdCadDirection1, u"Direction 1 \u00B0", u"0", kIdCadCreatePattern),
+    Keys(kPanelRectangular,
+         {kIdPickDirection1, u"\u2197 Pick edge",
+          u"Take the direction of the columns from the drawing", u"Pick edge for direction 1"},
+         {kIdReverseDirection1, u"Reverse", u"Turn the direction of the columns round",
+          u"Reverse direction 1"}),
+    Field(kPanelRectangular, kIdCadDirection2, u"Direction 2 \u00B0", u"90", kIdCadCreatePattern),
+    Keys(kPanelRectangular,
+         {kIdPickDirection2, u"\u2197 Pick edge",
+          u"Take the direction of the rows from the drawing", u"Pick edge for direction 2"},
+         {kIdReverseDirection2, u"Reverse", u"Turn the direction of the rows round",
+          u"Reverse direction 2"}),
+    Field(kPanelRectangular, kIdCadRectDepth, u"Z depth", u"-0.100", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectFeed, u"Feed", u"10.00", kIdCadCreatePattern),
+    Field(kPanelRectangular, kIdCadRectSafeZ, u"Safe Z", u"0.500", kIdCadCreatePattern),
+    Keys(kBothPatterns, {kIdCadCreatePattern, u"CREATE SKETCH PATTERN",
+                         u"Lay out the pattern as sketch geometry (Enter)"}),
+    Note(kBothPatterns,
+         u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings.", 3),
 
     Head(kPanelScale, u"SCALE SELECTED OBJECT"),
     Field(kPanelScale, kIdCadScaleFactor, u"Factor (1 = unchanged)", u"1.25", kIdCadApplyScale),
@@ -159,6 +213,8 @@ const Row kRows[] = {
          {kIdCadClear, u"Clear all", u"Empty this drawing (Undo restores it)"}),
 };
 constexpr int kRowCount = static_cast<int>(sizeof(kRows) / sizeof(kRows[0]));
+// Every row has the id of a label; the two last ones are the lists' heads.
+static_assert(kIdCadLabelFirst + kRowCount <= kIdCadLabelLast - 1);
 
 constexpr int kEdge = 8;
 constexpr int kRowHeight = 26;
@@ -190,7 +246,10 @@ int orderCount = 0;
 
 int LabelOf(int row) { return kIdCadLabelFirst + row; }
 
-bool Shown(const Row& row) { return row.panel == kAlways || row.panel == form.panel; }
+bool Shown(const Row& row) {
+  const bool pattern = form.panel == kPanelCircular || form.panel == kPanelRectangular;
+  return row.panel == kAlways || row.panel == form.panel || (row.panel == kBothPatterns && pattern);
+}
 
 void MakeLabel(int row, FontRole font, platform::Colour colour) {
   platform::ControlSpec spec;
@@ -209,7 +268,7 @@ void MakeField(const Row& row) {
   spec.id = row.id;
   spec.kind = ControlKind::EditLine;
   spec.text = row.text;
-  spec.accessibleName = row.label;
+  spec.accessibleName = row.name[0] ? row.name : row.label;
   spec.parent = kViewCadSheet;
   spec.hidden = true;
   platform::MakeControl(spec);
@@ -244,6 +303,7 @@ void MakeKeys(const Row& row) {
     spec.id = key.id;
     spec.kind = ControlKind::PushButton;
     spec.text = key.text;
+    spec.accessibleName = key.name;
     spec.parent = kViewCadSheet;
     spec.hidden = true;
     platform::MakeControl(spec);

@@ -69,13 +69,13 @@ TEST_F(SketchUnits, FieldsConvertAsTextWithTheirDecimals) {
 }
 
 TEST_F(SketchUnits, AFieldOfAnotherFormFollowsOnceItIsAdded) {
-  support::MakeText(kIdCadPatternFirst, platform::ControlKind::EditLine);
-  platform::SetText(kIdCadPatternFirst, u"2");
+  support::MakeText(kIdCadPatternLast, platform::ControlKind::EditLine);
+  platform::SetText(kIdCadPatternLast, u"2");
   SwitchSketchUnits(true);
-  EXPECT_EQ(TextOf(kIdCadPatternFirst), u"2");
-  ASSERT_TRUE(AddSketchLengthField(kIdCadPatternFirst, 3));
+  EXPECT_EQ(TextOf(kIdCadPatternLast), u"2");
+  ASSERT_TRUE(AddSketchLengthField(kIdCadPatternLast, 3));
   SwitchSketchUnits(false);
-  EXPECT_EQ(TextOf(kIdCadPatternFirst), u"0.079");
+  EXPECT_EQ(TextOf(kIdCadPatternLast), u"0.079");
 }
 
 TEST_F(SketchUnits, TheActiveUnitChangesNothingButCaptions) {
