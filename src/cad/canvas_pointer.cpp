@@ -16,6 +16,7 @@
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
+#include "cad/workspace.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -41,35 +42,13 @@ Drag drag;
 double snapX = 0;  // where the last hover would snap to, drawing units
 double snapY = 0;
 
-// The tools in hand when Pan was switched on; another choice of tool ends it.
-struct ToolsInHand {
-  int dragTool = 0, method = 0, geometryTool = 0;
-  bool dimension = false, measure = false;
-};
-ToolsInHand panTools;
-
-ToolsInHand InHand() {
-  return {tools.dragTool, tools.constructionMethod, tools.geometryTool, tools.dimensionMode,
-          tools.measureMode};
-}
-
-bool SameTools(const ToolsInHand& a, const ToolsInHand& b) {
-  return a.dragTool == b.dragTool && a.method == b.method && a.geometryTool == b.geometryTool &&
-         a.dimension == b.dimension && a.measure == b.measure;
-}
-
 void Refresh() { platform::Repaint(kViewCadCanvas); }
 
 void SetPanTool(bool on) {
   canvasView.panTool = on;
-  panTools = InHand();
   platform::SetPointerShape(kViewCadCanvas,
                             on ? platform::PointerShape::Hand : platform::PointerShape::Arrow);
   Refresh();
-}
-
-void EndPanByTool() {
-  if (canvasView.panTool && !SameTools(panTools, InHand())) SetPanTool(false);
 }
 
 void Hold(Holder holder, const PointerEvent& event) {
@@ -123,7 +102,6 @@ void Press(const PointerEvent& event) {
     if (event.button != drag.button) return;
     LoseCapture();
   }
-  EndPanByTool();
   // Numbers of objects may change under the press.
   tools.hoverObject = -1;
   tools.previewSegmentCount = 0;
@@ -174,7 +152,6 @@ void Hover(const PointerEvent& event) {
 void MoveOf(const PointerEvent& event) {
   canvasView.cursorX = event.x;
   canvasView.cursorY = event.y;
-  EndPanByTool();
   if (drag.holder != Holder::Nobody && !ButtonDown(event)) LoseCapture();
   switch (drag.holder) {
     case Holder::Pan:
@@ -197,7 +174,6 @@ void MoveOf(const PointerEvent& event) {
 void ReleaseOf(const PointerEvent& event) {
   if (event.button == PointerButton::Right && drag.holder == Holder::Nobody) {
     CancelTools();
-    if (canvasView.panTool) SetPanTool(false);
     return;
   }
   if (event.button != drag.button) return;
@@ -276,12 +252,22 @@ void OnFit(int, int) { CanvasFit(); }
 
 void OnGrid(int, int) {
   sketch.gridOn = !sketch.gridOn;
+  RefreshCadTools();
   Refresh();
 }
 
-void OnPan(int, int) { SetPanTool(!canvasView.panTool); }
+// The tool in hand stays: a pan between two picks is what the key is for.
+void OnPan(int, int) {
+  LeaveModelView();
+  SetPanTool(!canvasView.panTool);
+  RefreshCadTools();
+}
 
 }  // namespace
+
+void EndPanTool() {
+  if (canvasView.panTool) SetPanTool(false);
+}
 
 bool AnyToolInHand() {
   return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode ||
@@ -344,7 +330,6 @@ bool CanvasKey(const KeyEvent& key) {
     Refresh();
     return true;
   }
-  if (escape && canvasView.panTool) SetPanTool(false);
   if (const int command = CommandOf(key)) {
     RouteCommand(command, platform::kNotifyClick);
     Refresh();
@@ -372,7 +357,6 @@ void RegisterCanvas() {
 void ResetCanvas() {
   canvasView = CanvasView();
   drag = Drag();
-  panTools = ToolsInHand();
   snapX = snapY = 0;
   ResetModelView();
 }

@@ -104,6 +104,7 @@ bool ValueKey(const platform::KeyEvent& key) {
 
 void EnterDimensionMode(bool measure) {
   StopTools(false);
+  EndPanTool();
   if (canvasView.modelView) LeaveModelView();
   tools.dimensionMode = true;
   tools.measureMode = measure;

@@ -46,6 +46,7 @@ const char16_t* StartText(int command) {
 }
 
 void LeaveModel() {
+  EndPanTool();
   if (canvasView.modelView) LeaveModelView();
 }
 
@@ -208,6 +209,7 @@ void StartMethod(int command) {
 void StartDragTool(int tool) {
   if (tool < 0 || tool > kAxisTool) return;
   StopTools(tool == 0);
+  EndPanTool();
   if (tool != 0) LeaveModel();
   tools.dragTool = tool;
   SetSketchStatus(tool == 0 ? kSelecting : u"DRAW mode: click-drag on canvas to create geometry.");
@@ -217,6 +219,7 @@ void StartDragTool(int tool) {
 
 void CancelTools() {
   const bool any = AnyTool();
+  EndPanTool();
   StopTools(true);
   if (any) SetSketchStatus(kSelecting);
   ShowToolChange();

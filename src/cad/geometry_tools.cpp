@@ -202,6 +202,7 @@ void StartGeometryTool(int tool) {
   const std::int32_t panel = tool == kGeometryPivot ? kPanelRevolve : tools.panelMode;
   const double pivotX = tools.pivotX;
   const double pivotY = tools.pivotY;
+  EndPanTool();
   if (canvasView.modelView) LeaveModelView();
   ClearTools();
   tools.pivotX = pivotX;

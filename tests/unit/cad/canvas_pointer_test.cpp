@@ -1,3 +1,5 @@
+#include "cad/dimensions.h"
+#include "cad/geometry_tools.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {
@@ -48,10 +50,32 @@ TEST_F(CanvasPointerTest, PansWithTheLeftButtonWhilePanIsOn) {
 }
 
 TEST_F(CanvasPointerTest, EndsPanWhenAnotherToolIsTaken) {
+  for (void (*take)() : {+[] { StartMethod(kIdMethodCircleRadius); }, +[] { StartDragTool(0); },
+                         +[] { StartDragTool(3); }, +[] { EnterDimensionMode(false); },
+                         +[] { StartGeometryTool(kGeometryTrim); }, +[] { CancelTools(); }}) {
+    RouteCommand(kIdCadPan, platform::kNotifyClick);
+    EXPECT_TRUE(canvasView.panTool);
+    take();
+    EXPECT_FALSE(canvasView.panTool);
+  }
+}
+
+TEST_F(CanvasPointerTest, PansBetweenTwoPicksOfAMethod) {
+  sketch.snapOn = false;
+  StartMethod(kIdMethodLine);
+  Press(520, 300);
+  Release(520, 300);
   RouteCommand(kIdCadPan, platform::kNotifyClick);
-  tools.geometryTool = kGeometryTrim;
-  Hover(10, 10);
-  EXPECT_FALSE(canvasView.panTool);
+  Press(100, 100);
+  DragTo(200, 100);
+  Release(200, 100);
+  EXPECT_EQ(canvasView.panX, 100);
+  EXPECT_EQ(tools.constructionClicks, 1);
+  RouteCommand(kIdCadPan, platform::kNotifyClick);
+  Press(720, 300);  // an inch to the right of the first point, as it lies now
+  Release(720, 300);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_DOUBLE_EQ(sketch.objects[0].size, 1);
 }
 
 TEST_F(CanvasPointerTest, KeepsTheDrawingUnderThePointerWhilePanning) {
