@@ -304,10 +304,16 @@ void PaintTrimPreview(const Sheet& sheet) {
   end();
 }
 
+int SidesOf(const SketchObject& figure) {
+  constexpr int kLeast = 3;
+  constexpr int kMost = kOutlinePoints - 1;
+  if (!(figure.size2 > kLeast)) return kLeast;
+  return figure.size2 < kMost ? static_cast<int>(figure.size2) : kMost;
+}
+
 // The figure of a polygon preview, which holds its radius in `size` and its sides in `size2`.
 int PolygonOutline(const SketchObject& figure, double* xs, double* ys) {
-  const int sides =
-      std::clamp(static_cast<int>(std::min(figure.size2, 1000.0)), 3, kOutlinePoints - 1);
+  const int sides = SidesOf(figure);
   for (int i = 0; i <= sides; ++i) {
     const double angle = figure.angle + 360.0 * (i % sides) / sides;
     xs[i] = figure.x + figure.size * ExactCosine(angle);
@@ -377,7 +383,7 @@ std::u16string SizeText(const SketchObject& object) {
     text = u"Radius / sides ";
     text += SketchNumber(object.size, 4);
     text += u" / ";
-    text += IntegerText(static_cast<std::int64_t>(object.size2));
+    text += IntegerText(SidesOf(object));
     return text;
   }
   text = object.type == kTypeCircle ? u"Diameter " : u"Length / width ";
