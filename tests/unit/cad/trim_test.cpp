@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cad/trim_cuts.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 
@@ -317,6 +318,33 @@ TEST_F(Trim, RefusesACircleThatALineOnlyTouches) {
   Add(kTypeCircle, 0, 0, 2);
   Add(kTypeLine, -2, 1, 4);
   ExpectFault(0, -1);
+}
+
+TEST_F(Trim, TakesAChordTooShortToTellForATouch) {
+  Add(kTypeCircle, 0, 0, 2);
+  Add(kTypeLine, -2, 1 - 1e-10, 4);  // a chord 2.8e-5 long
+  ExpectFault(0, -1);
+  sketch.objects[1].y = 1 - 1e-6;  // 2.8e-3
+  ToolClick(0, -1);
+  EXPECT_EQ(SketchStatus(), kDone);
+}
+
+TEST_F(Trim, TakesAMeetingWithin1e8OfAnEndForNone) {
+  CutList cuts;
+  const double places[] = {5e-9, 1 - 5e-9, 2e-8, 1 - 2e-8};
+  const int counts[] = {2, 2, 3, 3};
+  for (int i = 0; i < 4; ++i) {
+    sketch.objectCount = 0;
+    Add(kTypeLine, places[i], -1, 2, 0, 90);
+    CutsOfSegment(-1, 0, 0, 1, 0, cuts);
+    EXPECT_EQ(cuts.count, counts[i]) << i;
+  }
+}
+
+TEST_F(Trim, CountsAMeetingWhereTwoStepsOfASlotJoinOnce) {
+  Add(kTypeSlot, 0, 0, 4, 2);
+  Add(kTypeLine, 1, 0.5, 1, 0, 90);  // through (1, 1), where cap and flank join
+  ExpectFault(2, 0);
 }
 
 TEST_F(Trim, RefusesACircleThatIsMetOnce) {
