@@ -181,7 +181,7 @@ const Row kRows[] = {
     Note(kPanelDimension,
          u"Click a dimension label to edit it. Length keeps a line's start fixed; shapes resize "
          u"about their centers. Undo restores the previous size.",
-         3),
+         4),
 
     Head(kPanelThickness, u"WIREFRAME THICKNESS"),
     Field(kPanelThickness, kIdCadThicknessValue, u"Thickness", u"0.5", kIdCadApplyThickness),
