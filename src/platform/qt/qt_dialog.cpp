@@ -67,9 +67,11 @@ class DialogWidget : public PlacedWidget<QDialog> {
 
 std::vector<QPointer<DialogWidget>> dialogs;
 
+// One that is gone but not deleted yet may have had the same id.
 DialogWidget* DialogOf(int id) {
+  const Placed* row = FindPlaced(id);
   for (const QPointer<DialogWidget>& dialog : dialogs) {
-    if (!dialog.isNull() && dialog->Id() == id) return dialog;
+    if (row != nullptr && !dialog.isNull() && row->widget == dialog) return dialog;
   }
   return nullptr;
 }
