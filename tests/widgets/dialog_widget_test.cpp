@@ -1,128 +1,162 @@
-// Modal dialogs on real widgets: keys and the close key as the toolkit delivers them.
+// Boxes, popups and file dialogs: what comes back for which answer.
+
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QDialog>
-#include <QTest>
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTimer>
-#include <functional>
-#include <vector>
+#include <iterator>
 
-#include "platform/control.h"
-#include "platform/dialog.h"
-#include "platform/events.h"
-#include "platform/qt/qt_testing.h"
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/menu.h"
+#include "platform/message.h"
+#include "platform/pick_file.h"
+#include "widgets/stand.h"
 
 namespace {
 
-constexpr int kDialog = 9500;
-constexpr int kEdit = 9501;
-constexpr int kLog = 9502;
-constexpr int kAccept = 9503;
-constexpr int kCancel = 9504;
+using namespace platform;
 
-std::vector<int> spoken;
-
-void OnDialog(int id, int notification) {
-  spoken.push_back(id);
-  if (notification != platform::kNotifyClick) return;
-  if (id == kAccept) platform::EndDialog(kDialog, 3);
-  if (id == kCancel) platform::EndDialog(kDialog, 0);
+// Runs `act` on the modal thing of this class as soon as it is shown.
+template <class Widget, class Find>
+void WhenShown(Find find, std::function<void(Widget*)> act) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, qApp, [timer, find, act] {
+    auto* widget = dynamic_cast<Widget*>(find());
+    if (widget == nullptr || !widget->isVisible()) return;
+    timer->stop();
+    timer->deleteLater();
+    act(widget);
+  });
+  timer->start(5);
 }
 
-void MakeIn(int id, platform::ControlKind kind, int top) {
-  platform::ControlSpec spec;
-  spec.id = id;
-  spec.kind = kind;
-  spec.text = u"text";
-  spec.parent = kDialog;
-  ASSERT_TRUE(platform::MakeControl(spec));
-  platform::SetPlace(id, {10, top, 200, top + 30});
+void OnBox(std::function<void(QMessageBox*)> act) {
+  WhenShown<QMessageBox>([] { return QApplication::activeModalWidget(); }, std::move(act));
 }
 
-class DialogWidget : public testing::Test {
- protected:
-  void SetUp() override {
-    spoken.clear();
-    if (!platform::Exists(platform::kMainWindow)) {
-      ASSERT_TRUE(platform::MakeMainWindow({u"Main", u"Main", {0, 0, 1200, 800}, 400, 300, 0}));
-      made_ = true;
-    }
-    platform::DialogSpec spec;
-    spec.id = kDialog;
-    spec.className = u"TestDialog";
-    spec.title = u"A question";
-    spec.place = {100, 120, 640, 460};
-    spec.defaultButton = kAccept;
-    spec.cancelButton = kCancel;
-    spec.command = OnDialog;
-    ASSERT_TRUE(platform::MakeDialog(spec));
-    MakeIn(kEdit, platform::ControlKind::EditLine, 10);
-    MakeIn(kLog, platform::ControlKind::Log, 50);
-    MakeIn(kAccept, platform::ControlKind::PushButton, 90);
-    MakeIn(kCancel, platform::ControlKind::PushButton, 130);
+void OnFiles(std::function<void(QFileDialog*)> act) {
+  WhenShown<QFileDialog>([] { return QApplication::activeModalWidget(); }, std::move(act));
+}
+
+void OnMenu(std::function<void(QMenu*)> act) {
+  WhenShown<QMenu>([] { return QApplication::activePopupWidget(); }, std::move(act));
+}
+
+BoxAnswer Escaped(BoxButtons buttons) {
+  OnBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
+  return ShowBox(u"MORVA", u"words", buttons, BoxIcon::Warning);
+}
+
+TEST(Boxes, EscapeAnswersCancelElseNoElseOk) {
+  stand::Open();
+  EXPECT_EQ(Escaped(BoxButtons::Ok), BoxAnswer::Ok);
+  EXPECT_EQ(Escaped(BoxButtons::YesNo), BoxAnswer::No);
+  EXPECT_EQ(Escaped(BoxButtons::YesNoCancel), BoxAnswer::Cancel);
+}
+
+TEST(Boxes, ShowTitleWordsAndExactlyTheirButtons) {
+  stand::Open();
+  OnBox([](QMessageBox* box) {
+    EXPECT_EQ(box->windowTitle(), QStringLiteral("Save plate shape"));
+    EXPECT_EQ(box->text(), QStringLiteral("a <b> & c\r\nsecond line"));
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    EXPECT_EQ(box->buttons().size(), 3);
+    box->button(QMessageBox::Yes)->click();
+  });
+  EXPECT_EQ(ShowBox(u"Save plate shape", u"a <b> & c\r\nsecond line", BoxButtons::YesNoCancel,
+                    BoxIcon::Question),
+            BoxAnswer::Yes);
+}
+
+TEST(Popups, AnswerTheChosenIdAndZeroForNone) {
+  stand::Open();
+  const MenuItem items[] = {
+      {7, u"Undo\tAlt+Z"}, {0, u""}, {9, u"Grid & axes", true, true}, {11, u"Gone", false, false}};
+  OnMenu([](QMenu* menu) {
+    ASSERT_EQ(menu->actions().size(), 4);
+    EXPECT_TRUE(menu->actions().at(1)->isSeparator());
+    EXPECT_TRUE(menu->actions().at(2)->isChecked());
+    EXPECT_FALSE(menu->actions().at(3)->isEnabled());
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+  });
+  EXPECT_EQ(ShowPopup(items, static_cast<int>(std::size(items)), 40, 40), 9);
+  OnMenu([](QMenu* menu) { QTest::keyClick(menu, Qt::Key_Escape); });
+  EXPECT_EQ(ShowPopup(items, static_cast<int>(std::size(items)), 40, 40), 0);
+}
+
+struct Pick {
+  QTemporaryDir folder;
+  std::u16string initial;
+  PickFileSpec spec;
+  FileFilter filters[2] = {{u"Haas programs (*.NC;*.TAP)", u"*.NC;*.TAP"},
+                           {u"All files (*.*)", u"*.*"}};
+  Pick() {
+    initial = folder.filePath(QStringLiteral("first.NC")).toStdU16String();
+    spec.title = u"Pick";
+    spec.filters = filters;
+    spec.filterCount = 2;
+    spec.initialName = initial.c_str();
+    spec.defaultExtension = u"NC";
   }
-  void TearDown() override {
-    platform::Destroy(kDialog);
-    if (made_) platform::Destroy(platform::kMainWindow);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
-  // Runs the dialog and does this once it stands.
-  static int RunAnd(const std::function<void()>& act) {
-    QTimer::singleShot(0, [act] { act(); });
-    return platform::RunDialog(kDialog);
-  }
-  static void Press(int id, Qt::Key key) { QTest::keyClick(platform::WidgetOf(id), key); }
-  bool made_ = false;
 };
 
-TEST_F(DialogWidget, EndsWithTheCodeOfItsFunctionAndIsGone) {
-  EXPECT_EQ(RunAnd([] { QTest::mouseClick(platform::WidgetOf(kAccept), Qt::LeftButton); }), 3);
-  EXPECT_EQ(spoken, std::vector<int>{kAccept});
-  EXPECT_FALSE(platform::Exists(kDialog));
-  EXPECT_FALSE(platform::Exists(kEdit));
+void Enter(QFileDialog* dialog, const QString& name) {
+  auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  ASSERT_NE(edit, nullptr);
+  edit->setText(name);
+  QTest::keyClick(edit, Qt::Key_Return);
 }
 
-TEST_F(DialogWidget, EnterPressesTheDefaultFromFieldsAndReadOnlyText) {
-  for (const int id : {kEdit, kLog}) {
-    if (!platform::Exists(kDialog)) SetUp();
-    EXPECT_EQ(RunAnd([id] { Press(id, Qt::Key_Return); }), 3) << id;
-  }
-}
-
-TEST_F(DialogWidget, EnterPressesTheButtonThatHasTheKeyboard) {
-  EXPECT_EQ(RunAnd([] { Press(kCancel, Qt::Key_Enter); }), 0);
-  EXPECT_EQ(spoken, std::vector<int>{kCancel});
-}
-
-TEST_F(DialogWidget, EscapeAndTheCloseKeyPressCancel) {
-  for (const int id : {kEdit, kLog, kAccept}) {
-    if (!platform::Exists(kDialog)) SetUp();
-    EXPECT_EQ(RunAnd([id] { Press(id, Qt::Key_Escape); }), 0) << id;
-    EXPECT_EQ(spoken, std::vector<int>{kCancel});
-  }
-  SetUp();
-  EXPECT_EQ(RunAnd([] { platform::WidgetOf(kDialog)->close(); }), 0);
-  EXPECT_EQ(spoken, std::vector<int>{kCancel});
-}
-
-TEST_F(DialogWidget, ShutsTheMainWindowOffWhileItRuns) {
-  RunAnd([] {
-    EXPECT_EQ(QApplication::activeModalWidget(), platform::WidgetOf(kDialog));
-    EXPECT_EQ(platform::WidgetOf(kDialog)->size(), QSize(540, 340));
-    Press(kEdit, Qt::Key_Escape);
+TEST(FileDialogs, SavingAddsTheExtensionToANameWithoutOne) {
+  stand::Open();
+  Pick pick;
+  OnFiles([](QFileDialog* dialog) {
+    EXPECT_EQ(dialog->nameFilters().size(), 2);
+    Enter(dialog, QStringLiteral("part"));
   });
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  std::u16string path;
+  ASSERT_TRUE(PickFileToSave(pick.spec, path));
+  EXPECT_EQ(QString::fromStdU16String(path), pick.folder.filePath(QStringLiteral("part.NC")));
 }
 
-TEST_F(DialogWidget, GivesUpWhenItIsDestroyedMeanwhile) {
-  EXPECT_EQ(RunAnd([] {
-              platform::Destroy(kDialog);
-              QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            }),
-            0);
+TEST(FileDialogs, SavingOverAFileAsksFirst) {
+  stand::Open();
+  Pick pick;
+  QFile file(pick.folder.filePath(QStringLiteral("old.NC")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  static int asked;
+  asked = 0;
+  OnFiles([](QFileDialog* dialog) {
+    OnBox([dialog](QMessageBox* box) {
+      ++asked;
+      box->button(QMessageBox::No)->click();
+      QTimer::singleShot(0, dialog, [dialog] { dialog->reject(); });
+    });
+    Enter(dialog, QStringLiteral("old.NC"));
+  });
+  std::u16string path = u"kept";
+  EXPECT_FALSE(PickFileToSave(pick.spec, path));
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(path, u"kept");
+}
+
+TEST(FileDialogs, APathBeyondTheCapacityCountsAsACancel) {
+  stand::Open();
+  Pick pick;
+  pick.spec.capacity = static_cast<int>(pick.folder.path().size()) + 5;
+  OnFiles([](QFileDialog* dialog) { Enter(dialog, QStringLiteral("longer.NC")); });
+  std::u16string path = u"kept";
+  EXPECT_FALSE(PickFileToSave(pick.spec, path));
+  EXPECT_EQ(path, u"kept");
 }
 
 }  // namespace
