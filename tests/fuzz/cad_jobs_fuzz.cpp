@@ -78,6 +78,13 @@ constexpr const char* kPhrases[] = {
     "click 800",
     "click 1200",
     "click 1201",
+    "click 1033",
+    "click 1012",
+    "click 1012",
+    "click 2982",
+    "click 2983",
+    "type 3601 \"1\"",
+    "select 3600 1",
 };
 
 constexpr int kControls[] = {
@@ -89,7 +96,8 @@ constexpr int kControls[] = {
     0x73A, 0x73B, 0x741, 0x742, 0x743, 0xB2E, 0xB2F, 0xB30, 0xB31, 0xBA6, 0xBA7, 0xC21, 0xC23,
     0xC26, 3404,  3405,  3406,  3407,  3408,  3409,  3410,  3411,  3412,  3413,  3414,  3415,
     3416,  3419,  3420,  3421,  3422,  3423,  3424,  3425,  3426,  3427,  3428,  3429,  3430,
-    3431,  3434,  3438,  3439,  3440,  3442,  3600,  3601};
+    3431,  3434,  3438,  3439,  3440,  3442,  3450,  3451,  3454,  3455,  3458,  3461,  3463,
+    3468,  3470,  3475,  3476,  3477,  3600,  3601};
 
 constexpr const char* kNumbers[] = {"0",    "1",     "2.5",    "-.5", "90",      "6",   "64",
                                     "1e9",  "abc",   "999999", "",    "1000001", "3",   "0.0000001",
@@ -169,6 +177,18 @@ void CheckEnd() {
   Check(morva::sketch.undoDepth == 0, "undo comes to an end");
 }
 
+Bytes* source = nullptr;
+
+// Says the next line; also what a dialog that stands open is worked with.
+bool SayNext() {
+  if (!source->Any()) return false;
+  const std::string line = PickedLine(*source);
+  if (std::getenv("MORVA_SHOW_LINES")) std::fprintf(stderr, "%s\n", line.c_str());
+  drive::AnswerLine(line);
+  CheckSketch();
+  return true;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -179,11 +199,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Check(drive::Begin(machine), "the application starts");
   drive::AnswerLine("click 1201");
   Bytes bytes(data, size < 2000 ? size : 2000);
-  while (bytes.Any()) {
-    const std::string line = PickedLine(bytes);
-    if (std::getenv("MORVA_SHOW_LINES")) std::fprintf(stderr, "%s\n", line.c_str());
-    drive::AnswerLine(line);
-    CheckSketch();
+  source = &bytes;
+  drive::ReadOnInDialogs({nullptr, SayNext});
+  while (SayNext()) {
   }
   CheckEnd();
   drive::End();
