@@ -31,24 +31,6 @@ bool ToolInHand() {
          tools.constructionMethod != 0 || tools.dimensionMode || tools.sizePanelShown;
 }
 
-// Keys of the program that hold on every surface.
-bool ProgramKey(const KeyEvent& key) {
-  if (!key.ctrl || key.alt || key.shift) return false;
-  switch (key.key) {
-    case 'N':
-      NewProgram();
-      return true;
-    case 'O':
-      OpenProgram();
-      return true;
-    case 'S':
-      SaveProgramCommand();
-      return true;
-    default:
-      return false;
-  }
-}
-
 struct Shortcut {
   int key;
   bool ctrl;

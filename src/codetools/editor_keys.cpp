@@ -66,25 +66,9 @@ bool EditorKey(int id, const platform::KeyEvent& key) {
     ValidateProgram();
     return true;
   }
-  switch (key.key) {
-    case 'N':
-      NewProgram();
-      return true;
-    case 'O':
-      OpenProgram();
-      return true;
-    case 'S':
-      SaveProgramCommand();
-      return true;
-    case 'F':
-      RouteCommand(kIdFind, platform::kNotifyClick);
-      return true;
-    case 'W':
-      CloseProgram();
-      return true;
-    default:
-      return false;
-  }
+  if (key.key != 'F') return ProgramKey(key);
+  RouteCommand(kIdFind, platform::kNotifyClick);
+  return true;
 }
 
 void PaintGutter(platform::Canvas& canvas) {

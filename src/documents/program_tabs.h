@@ -13,6 +13,7 @@
 #include "documents/companions.h"
 #include "documents/disabled_code.h"
 #include "documents/feature_settings.h"
+#include "platform/events.h"
 
 namespace morva {
 
@@ -60,6 +61,8 @@ bool SaveProgramCommand();
 bool SaveProgramAs();
 void CloseProgram();
 void SaveAll();
+// Ctrl with N, O, S or W: new, open, save, close. False: another key.
+bool ProgramKey(const platform::KeyEvent& key);
 void ShowSaveMenu();
 void ShowTabMenu(int index, int x, int y);
 // The dialog for a program file that exists, under this title. False: cancelled.

@@ -279,6 +279,26 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
+bool ProgramKey(const platform::KeyEvent& key) {
+  if (!key.ctrl || key.alt || key.shift) return false;
+  switch (key.key) {
+    case 'N':
+      NewProgram();
+      return true;
+    case 'O':
+      OpenProgram();
+      return true;
+    case 'S':
+      SaveProgramCommand();
+      return true;
+    case 'W':
+      CloseProgram();
+      return true;
+    default:
+      return false;
+  }
+}
+
 void RegisterDocumentCommands() {
   hooks.titleChanged = TabTitleChanged;
   hooks.openFirstTab = OpenFirstTab;
