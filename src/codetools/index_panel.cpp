@@ -281,7 +281,12 @@ void RebuildCodeList() {
 void ShowCodeSelection() {
   const std::int32_t item = SelectedItem();
   CodeEntry entry;
-  if (!ReadCodeItem(item, entry)) return;
+  if (!ReadCodeItem(item, entry)) {
+    // A word that is no longer in the list must not be inserted for one that was searched.
+    platform::SetText(kIdIndexDetail, u"No code or description holds these characters.");
+    platform::SetText(kIdIndexInsertion, u"");
+    return;
+  }
   platform::SetText(kIdIndexDetail, CodeDetailText(item));
   platform::SetText(kIdIndexInsertion, CodeInsertionText(item));
 }

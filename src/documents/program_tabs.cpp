@@ -145,7 +145,8 @@ void MarkModified() {
 }
 
 void WriteProgramInformation() {
-  if (app.mode != kModeHome) return;
+  // The code index shows the panel too, beside its own page.
+  if (app.mode != kModeHome && app.mode != kModeCodeIndex) return;
   std::u16string text = u"PROGRAM\r\n\r\nFile: ";
   text += app.activePath[0] ? BareFileName(app.activePath) : u"Unsaved / New";
   text += u"\r\nLines: " + IntegerText(platform::EditorLineCount(kIdEditor));

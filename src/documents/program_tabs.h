@@ -53,7 +53,7 @@ void RestoreWorkspace();
 void RefreshTabButtons();
 // Sets editorDirty and the record's flag and the title; no timer, no autosave.
 void MarkModified();
-void WriteProgramInformation();  // the information panel, in Home mode only
+void WriteProgramInformation();  // the information panel, in the modes that show it
 
 void NewProgram();
 void OpenProgram();

@@ -85,6 +85,28 @@ TEST_F(IndexPanel, SearchFindsNamesAndCodes) {
   EXPECT_EQ(platform::TextOf(kIdIndexSearch), u"");
 }
 
+TEST_F(IndexPanel, LeavesNothingToInsertWhereASearchFindsNothing) {
+  const std::u16string before = Text();
+  Search(u"drill");
+  EXPECT_EQ(platform::TextOf(kInsertion), u"G73");
+  Search(u"zzz");
+  ASSERT_EQ(Rows(), 0);
+  EXPECT_EQ(platform::TextOf(kInsertion), u"");
+  EXPECT_EQ(platform::TextOf(kDetail), u"No code or description holds these characters.");
+  headless::Click(kInsert);
+  EXPECT_EQ(Text(), before);
+  headless::Click(kClear);
+  EXPECT_EQ(platform::TextOf(kInsertion), u"G00");
+}
+
+TEST_F(IndexPanel, KeepsTheProgramInformationBesideItTrue) {
+  EXPECT_NE(platform::TextOf(kIdInfoPanel).find(u"\r\nLines: 4\r\n"), std::u16string::npos);
+  const int line = platform::EditorLineStart(kIdEditor, 1);
+  platform::ReplaceRange(kIdEditor, {line, line}, u"G04\r\nG09\r\n");
+  headless::Advance(1000);
+  EXPECT_NE(platform::TextOf(kIdInfoPanel).find(u"\r\nLines: 6\r\n"), std::u16string::npos);
+}
+
 TEST_F(IndexPanel, SearchesTheMTabInNamesToo) {
   headless::Click(kIdIndexM);
   EXPECT_EQ(Rows(), 87);
