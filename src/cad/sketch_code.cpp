@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <new>
+#include <string>
 #include <string_view>
 
 #include "app/command_ids.h"
@@ -114,6 +115,17 @@ Text BuildText(const CuttingData& cut) {
   return text;
 }
 
+// The log and the feature hint are out of sight here. Without a word a second press would write
+// the same cuts once more, and after an update the key makes a new feature.
+void TellResult(bool update) {
+  const ProgramTab* tab = ActiveTab();
+  std::u16string words = update ? u"Code updated in " : u"Code added to ";
+  words += tab ? std::u16string_view(tab->title) : std::u16string_view(u"the program");
+  words += u". To change it, double-click its feature in the code; Generate adds another.";
+  SetSketchStatus(words.c_str());
+  LogSketchOperation(update ? u"Updated code" : u"Generated code");
+}
+
 }  // namespace
 
 std::u16string SketchCode(double depth, double feed, double safeZ) {
@@ -137,6 +149,7 @@ void GenerateSketchCode() {
     return;
   }
   const Text text = BuildText(cut);
+  const bool update = editLink.kind == kKindSketch;
   if (!text.units || !InsertFeatureBlock(kKindSketch, text.View())) return;
   MarkModified();
   ScheduleAutosave();
@@ -145,6 +158,7 @@ void GenerateSketchCode() {
   AppendOutput(
       u"Custom Shape Editor geometry inserted into active program. Verify work offset, cutter "
       u"compensation, stock, and clearances.");
+  TellResult(update);
 }
 
 void RegisterSketchCode() {

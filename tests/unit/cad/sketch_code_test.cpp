@@ -13,6 +13,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "platform/listing.h"
 #include "simulator/motion_path.h"
 #include "support/stage.h"
 
@@ -251,6 +252,31 @@ TEST_F(SketchCodeTest, InsertsOneBlockOfASketchAndTellsWhatToVerify) {
   EXPECT_EQ(sketch.objectCount, 1);
 }
 
+TEST_F(SketchCodeTest, SaysInTheWorkspaceWhereTheCodeWentAndWhetherItIsNew) {
+  platform::ListSpec recent;
+  recent.id = kIdCadRecent;
+  platform::MakeList(recent);
+  std::u16string_view(u"Bracket.NC").copy(ActiveTab()->title, kTitleUnits - 1);
+  Draw(Line(0, 0, 2, 0));
+  GenerateSketchCode();
+  EXPECT_EQ(SketchStatus(),
+            u"Code added to Bracket.NC. To change it, double-click its feature in the code; "
+            u"Generate adds another.");
+  ASSERT_EQ(platform::RowCount(kIdCadRecent), 1);
+  EXPECT_EQ(platform::RowText(kIdCadRecent, 0), u"Generated code");
+  ScanProgramText(Text());
+  ASSERT_EQ(features.count, 1);
+  editLink.kind = kKindSketch;
+  editLink.id = features.rows[0].id;
+  editLink.tab = app.activeTab;
+  editLink.original =
+      Text().substr(static_cast<std::size_t>(features.rows[0].start),
+                    static_cast<std::size_t>(features.rows[0].end - features.rows[0].start));
+  GenerateSketchCode();
+  EXPECT_EQ(SketchStatus().substr(0, 27), u"Code updated in Bracket.NC.");
+  EXPECT_EQ(platform::RowText(kIdCadRecent, 1), u"Updated code");
+}
+
 TEST_F(SketchCodeTest, IsTheMenuItemsCommandAsWell) {
   Draw(Line(0, 0, 2, 0));
   ASSERT_TRUE(RouteCommand(kIdCadGenerateItem, platform::kNotifyClick));
@@ -263,6 +289,7 @@ TEST_F(SketchCodeTest, RunsNothingOfItsSuccessWhenThePickerIsCancelled) {
   GenerateSketchCode();
   EXPECT_EQ(Text(), u"");
   EXPECT_EQ(platform::TextOf(kIdOutputLog), u"");
+  EXPECT_EQ(SketchStatus().find(u"Code "), std::u16string::npos);
   EXPECT_EQ(rebuilt, 0);
   EXPECT_FALSE(app.editorDirty);
 }
