@@ -91,7 +91,8 @@ double SketchCosine(double degrees) { return SeriesCosine(degrees * kRadiansPerD
 
 double ExactCosine(double degrees) {
   double a = degrees;
-  if (!(a > -1e9 && a < 1e9)) return 0;  // no direction is left in such an angle
+  if (!(a > -1e9 && a < 1e9)) return 0;               // no direction is left in such an angle
+  if (std::fabs(a) > 1000000) a = std::fmod(a, 360);  // no field takes it, a file may hold it
   while (a < 0) a += 360;
   while (a >= 360) a -= 360;
   if (a == 0) return 1;

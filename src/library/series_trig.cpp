@@ -1,5 +1,7 @@
 #include "library/series_trig.h"
 
+#include <cmath>
+
 namespace morva {
 
 namespace {
@@ -9,11 +11,15 @@ constexpr double kTwoPi = 6.283185307179586;
 // Beyond this an angle in doubles says nothing about a direction, and the reduction by whole
 // turns would not end.
 constexpr double kLargest = 2e7;
+// A million degrees, more than any field takes. What a foreign file holds beyond loses its turns
+// at once: millions of single ones for every object would hold the screen for seconds.
+constexpr double kManyTurns = 17453.292519943295;
 }  // namespace
 
 double SeriesSine(double radians) {
   double a = radians;
   if (!(a > -kLargest && a < kLargest)) return 0.0;
+  if (a > kManyTurns || a < -kManyTurns) a = std::fmod(a, kTwoPi);
   while (a > kPi) a -= kTwoPi;
   while (a < -kPi) a += kTwoPi;
   if (a > kHalfPi) {

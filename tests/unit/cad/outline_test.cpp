@@ -184,6 +184,12 @@ TEST(ExactCosine, IsExactAtQuarterTurnsAndTheSeriesElsewhere) {
   EXPECT_NEAR(ExactSine(390), 0.5, 1e-7);
 }
 
+TEST(ExactCosine, TakesOffMillionsOfTurnsAtOnce) {
+  EXPECT_EQ(ExactCosine(360.0 * 2700000 + 90), 0);
+  EXPECT_EQ(ExactCosine(-360.0 * 2700000 - 180), -1);
+  EXPECT_EQ(ExactCosine(360.0 * 2700000 + 60), SketchCosine(60));
+}
+
 TEST(SketchRoot, IsZeroForWhatHasNoRoot) {
   EXPECT_EQ(SketchRoot(4), 2);
   EXPECT_EQ(SketchRoot(0), 0);
