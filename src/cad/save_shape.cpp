@@ -95,7 +95,7 @@ void SaveDrawingAsShape() {
   }
   std::u16string name = platform::TextOf(kIdCadShapeName);
   if (name.empty()) name = u"Custom Shape " + IntegerText(shapeLibrary.count + 1);
-  name.resize(std::min<std::size_t>(name.size(), kShapeNameUnits - 1));
+  name = KeptShapeName(name);
   const int index = ShapeFor(name);
   if (index < 0) {
     platform::ShowBox(kCaption, u"The reusable shape library is full.", platform::BoxButtons::Ok,

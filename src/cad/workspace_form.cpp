@@ -273,7 +273,8 @@ void MakeField(const Row& row) {
   spec.hidden = true;
   platform::MakeControl(spec);
   platform::SetColours(spec.id, {kMainText, kOutputBackground, false});
-  platform::SetTextLimit(spec.id, kFieldUnits - 1);
+  platform::SetTextLimit(spec.id,
+                         row.id == kIdCadShapeName ? kShapeNameUnits - 1 : kFieldUnits - 1);
 }
 
 void MakeCombo(const Row& row) {

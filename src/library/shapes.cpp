@@ -45,10 +45,18 @@ constexpr NumberKey kNumbers[] = {{u'X', &SketchObject::x, 0},
                                   {u'B', &SketchObject::size2, 0.5},
                                   {u'R', &SketchObject::angle, 0}};
 
+// What breaks a line, in the settings file or in a list, or has no face of its own.
+bool IsControl(char16_t c) {
+  return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
+bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c < 0xE000; }
+
 void LoadShape(int index, SavedShape& shape) {
   const std::u16string section = SectionOf(index);
   CopyBounded(shape.name, kShapeNameUnits,
-              platform::ReadProfile(section, u"Name", u"Custom Shape"));
+              KeptShapeName(platform::ReadProfile(section, u"Name", u"Custom Shape")));
   const std::int32_t count = ProfileReadInteger(section.c_str(), u"Count", 0);
   shape.count = count >= 0 && count <= kMaxShapeObjects ? count : 0;
   for (int i = 0; i < shape.count; ++i) {
@@ -150,6 +158,23 @@ bool SaveShapeLibrary() {
   return saved;
 }
 
+std::u16string KeptShapeName(std::u16string_view name) {
+  constexpr std::size_t most = kShapeNameUnits - 1;
+  std::u16string kept;
+  for (std::size_t i = 0; i < name.size() && kept.size() < most; ++i) {
+    const char16_t c = name[i];
+    if (IsHighSurrogate(c) && i + 1 < name.size() && IsLowSurrogate(name[i + 1])) {
+      if (kept.size() + 2 > most) break;
+      kept.append(name.substr(i++, 2));
+    } else if (IsHighSurrogate(c) || IsLowSurrogate(c)) {
+      kept += u'\uFFFD';
+    } else {
+      kept += IsControl(c) ? u' ' : c;
+    }
+  }
+  return kept;
+}
+
 int FindShape(std::u16string_view name) {
   for (int i = 0; i < shapeLibrary.count; ++i) {
     if (SameFolded(shapeLibrary.shapes[i].name, name)) return i;
@@ -161,7 +186,7 @@ int AppendShape(std::u16string_view name) {
   if (shapeLibrary.count >= kMaxShapes) return -1;
   const int index = shapeLibrary.count++;
   shapeLibrary.shapes[index] = SavedShape();
-  CopyBounded(shapeLibrary.shapes[index].name, kShapeNameUnits, name);
+  CopyBounded(shapeLibrary.shapes[index].name, kShapeNameUnits, KeptShapeName(name));
   return index;
 }
 

@@ -34,6 +34,10 @@ void LoadShapeLibrary();
 // no failure. False: the settings file could not be written, the table stands in memory only.
 bool SaveShapeLibrary();
 
+// A name as the library keeps it, so that it comes back from the settings file unit by unit: at
+// most 71 units, whole characters only, a blank for each control character and line break, and
+// U+FFFD for half of a surrogate pair.
+std::u16string KeptShapeName(std::u16string_view name);
 // Index of the shape with this name, case of A to Z ignored; -1 for none.
 int FindShape(std::u16string_view name);
 // An empty record at the end. Its index, -1 when 24 are held.

@@ -139,6 +139,22 @@ TEST_F(SaveShape, ANameIsCutAt71UnitsAndFoundAgainByThem) {
   EXPECT_EQ(std::u16string(Shape(0).name), std::u16string(71, u'n'));
 }
 
+TEST_F(SaveShape, ANameThatWasPastedWithControlCharactersIsToldAsItIsKept) {
+  Add(kTypeCircle, 0, 0, 1);
+  Save(
+      u"ear\t\x01"
+      u"Count=9\u2028");
+  EXPECT_EQ(std::u16string(Shape(0).name), u"ear  Count=9 ");
+  EXPECT_EQ(TextOf(kIdCadStatus),
+            u"Saved reusable shape: ear  Count=9 . It is now available in Shape and Pattern "
+            u"drop-downs.");
+  Save(u"ear\u2029\u2029count=9 ");  // the same name once its breaks are blanks
+  EXPECT_EQ(shapeLibrary.count, 1);
+  LoadShapeLibrary();
+  EXPECT_EQ(std::u16string(Shape(0).name), u"ear  count=9 ");
+  EXPECT_EQ(Shape(0).count, 1);
+}
+
 TEST_F(SaveShape, OfSixtyFiveObjectsSixtyFourAreSaved) {
   for (int i = 0; i < 64; ++i) Add(kTypeCircle, 0, 0, 2);
   Add(kTypeCircle, 1000, 1000, 2);  // outside: it must not move the centre either

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "library/codetext.h"
+#include "platform/profile.h"
 #include "support/stage.h"
 
 namespace morva {
@@ -134,6 +136,97 @@ TEST_F(Shapes, ComeBackWithoutTheirGroups) {
   EXPECT_EQ(shapeLibrary.shapes[0].objects[1].group, 0);
   EXPECT_EQ(shapeLibrary.shapes[0].objects[0].angle, 90);
   EXPECT_EQ(shapeLibrary.shapes[0].objects[1].size, 2);
+}
+
+TEST_F(Shapes, KeepNamesThatLookLikeSettings) {
+  const std::u16string names[] = {u"a=b",
+                                  u"=",
+                                  u"[SavedShape0]",
+                                  u"[",
+                                  u"]x[",
+                                  u"; no comment",
+                                  u"# no comment",
+                                  u"\"",
+                                  u"\"\"",
+                                  u"\"quoted\"",
+                                  u"\"half",
+                                  u"'single'",
+                                  u"  leading",
+                                  u"trailing  ",
+                                  u" ",
+                                  u" \"both\" ",
+                                  u"(ear) (left)",
+                                  u"Count=9",
+                                  u"\u00A0hard blank\u00A0",
+                                  u"\u00D8 25 \u2014 \U0001F529",
+                                  std::u16string(71, u'n')};
+  PutIni("[CustomShapes]\r\nCount=0\r\n[DNC]\r\nPort=COM3\r\n");
+  int count = 0;
+  for (const std::u16string& name : names) {
+    PutShape(name.c_str(), {{kTypeCircle, 0, 0, 0, 1.0 + count, 0, 0}});
+    ++count;
+  }
+  ASSERT_TRUE(SaveShapeLibrary());
+  ResetShapeLibrary();
+  LoadShapeLibrary();
+  ASSERT_EQ(shapeLibrary.count, count);
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(NameOf(i), names[i]) << i;
+    EXPECT_EQ(FindShape(names[i]), i);
+    ASSERT_EQ(shapeLibrary.shapes[i].count, 1) << i;
+    EXPECT_EQ(shapeLibrary.shapes[i].objects[0].size, 1.0 + i) << i;
+  }
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u""), u"COM3");
+}
+
+TEST_F(Shapes, TakeABlankForWhatNoLineCanHold) {
+  EXPECT_EQ(KeptShapeName(u"a\r\nKey=1"), u"a  Key=1");
+  EXPECT_EQ(KeptShapeName(u"tab\there\x7F\u0085\u2028\u2029."), u"tab here    .");
+  EXPECT_EQ(KeptShapeName(std::u16string(1, u'\0') + u"x"), u" x");
+  PutShape(u"one\ntwo", {});
+  PutShape(u"one\nthree", {});
+  ASSERT_TRUE(SaveShapeLibrary());
+  LoadShapeLibrary();
+  EXPECT_EQ(NameOf(0), u"one two");
+  EXPECT_EQ(NameOf(1), u"one three");
+}
+
+TEST_F(Shapes, CutANameBetweenCharactersAndNeverInOne) {
+  const std::u16string bolt = u"\U0001F529";  // two units
+  const std::u16string front(70, u'n');
+  EXPECT_EQ(KeptShapeName(front + bolt), front);
+  EXPECT_EQ(KeptShapeName(front.substr(1) + bolt), front.substr(1) + bolt);
+  EXPECT_EQ(KeptShapeName(bolt.substr(0, 1) + u"x" + bolt.substr(1)), u"\uFFFDx\uFFFD");
+  EXPECT_EQ(KeptShapeName(std::u16string(72, u'n')).size(), 71u);
+  PutShape((front + bolt).c_str(), {});
+  ASSERT_TRUE(SaveShapeLibrary());
+  LoadShapeLibrary();
+  EXPECT_EQ(NameOf(0), front);
+}
+
+TEST_F(Shapes, AnyNameIsKeptOnceAndComesBackUnitByUnit) {
+  std::mt19937 random(8);
+  constexpr std::u16string_view kUnits =
+      u"aZ=[];#\"' \t\r\n\\/%()\u00A0\u00E4\u2028\uFEFF\x01\U0001F529";
+  for (int round = 0; round < 40; ++round) {
+    ResetShapeLibrary();
+    std::vector<std::u16string> kept;
+    for (int i = 0; i < kMaxShapes; ++i) {
+      std::u16string name(1 + random() % 90, u' ');
+      for (char16_t& c : name) c = kUnits[random() % kUnits.size()];
+      PutShape(name.c_str(), {{kTypeLine, 0, 0, 0, 1.0 * i, 0, 0}});
+      kept.push_back(NameOf(i));
+      ASSERT_EQ(KeptShapeName(kept.back()), kept.back());
+      ASSERT_LE(kept.back().size(), 71u);
+    }
+    ASSERT_TRUE(SaveShapeLibrary());
+    LoadShapeLibrary();
+    ASSERT_EQ(shapeLibrary.count, kMaxShapes);
+    for (int i = 0; i < kMaxShapes; ++i) {
+      ASSERT_EQ(NameOf(i), kept[static_cast<std::size_t>(i)]) << round << " " << i;
+      ASSERT_EQ(shapeLibrary.shapes[i].objects[0].size, i);
+    }
+  }
 }
 
 TEST_F(Shapes, AFullLibraryComesBackWhole) {
