@@ -34,11 +34,6 @@ constexpr int kSettingsVersion = 3;
 constexpr int kThicknessValue = 15;  // place in a record's values, behind depth, feed and Safe Z
 constexpr int kCutDecimals = 6;
 
-struct CutData {
-  double depth;
-  double feed;
-  double safeZ;
-};
 constexpr CutData kInchCut{-0.1, 10.0, 0.5};
 constexpr CutData kMmCut{-2.54, 254.0, 12.7};
 
@@ -55,9 +50,10 @@ void TakeLiveSketch(FeatureSettings& record) {
   record.kind = kKindSketch;
   record.metric = sketch.metric ? 1 : 0;
   record.itemCount = sketch.objectCount;
-  record.values[0] = FieldNumber(kIdCadDepth);
-  record.values[1] = FieldNumber(kIdCadFeed);
-  record.values[2] = FieldNumber(kIdCadSafeZ);
+  const CutData cut = ShownCutData();
+  record.values[0] = cut.depth;
+  record.values[1] = cut.feed;
+  record.values[2] = cut.safeZ;
   record.values[kThicknessValue] = sketch.thickness;
   for (int i = 0; i < sketch.objectCount; ++i) {
     const SketchObject& object = sketch.objects[i];
@@ -93,18 +89,24 @@ void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&l
   std::copy_n(locked, kMaxItems, sketch.locked);
 }
 
-void ShowCutData(const CutData& cut) {
-  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, kCutDecimals));
-  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, kCutDecimals));
-  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, kCutDecimals));
-}
-
 bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
 
-void CloseNameBox() {
-  if (!Renaming()) return;
-  platform::SetVisible(kIdCadDrawingName, false);
-  Call(hooks.layout);
+// Until the workspace stands the live sketch and its fields are nobody's.
+bool WorkspaceStands() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
+
+bool SameObject(const SketchObject& a, const FeatureItem& b) {
+  return a.type == b.type && a.group == b.tag && a.x == b.p0 && a.y == b.p1 && a.size == b.p2 &&
+         a.size2 == b.p3 && a.angle == b.p4;
+}
+
+// Whether the live sketch holds geometry that the record does not.
+bool HoldsOther(const FeatureSettings& record) {
+  if (sketch.objectCount == 0) return false;
+  if (sketch.objectCount != record.itemCount || sketch.metric != (record.metric != 0)) return true;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!SameObject(sketch.objects[i], record.items[i])) return true;
+  }
+  return false;
 }
 
 // Whatever a tool, a pick or a drag still held belongs to the sketch that goes.
@@ -117,7 +119,6 @@ void ResetSelection() {
 // The objects of a record, or none; the flags stand already.
 void LoadObjects(const FeatureSettings* record) {
   ResetSelection();
-  sketch.undoDepth = 0;
   sketch.trimPreviewing = false;
   platform::ClearRows(kIdCadRecent);
   sketch.objectCount = record ? record->itemCount : 0;
@@ -138,6 +139,7 @@ void ShowLoaded() {
 }
 
 void LoadModel(const FeatureSettings* record) {
+  DropSketchUndo();
   LoadObjects(record && IsSketchRecord(*record) ? record : nullptr);
   platform::SetVisible(kIdCadDrawingName, false);
   ShowLoaded();
@@ -147,12 +149,16 @@ void LoadModel(const FeatureSettings* record) {
 // memory, and nothing changed.
 ProgramTab* ProvideDrawings() {
   ProgramTab* tab = ActiveTab();
-  if (!tab) return nullptr;
-  if (!tab->cadSettings) tab->cadSettings = new (std::nothrow) FeatureSettings();
-  if (!tab->cadSettings) return nullptr;
-  if (tab->cadStore) return tab;
-  tab->cadStore = new (std::nothrow) CadStore();
-  if (!tab->cadStore) return nullptr;
+  if (!tab || !WorkspaceStands()) return nullptr;
+  if (tab->cadStore && tab->cadSettings) return tab;
+  std::unique_ptr<FeatureSettings> copy;
+  std::unique_ptr<CadStore> store;
+  if (!tab->cadSettings) copy.reset(new (std::nothrow) FeatureSettings());
+  if (!tab->cadStore) store.reset(new (std::nothrow) CadStore());
+  if ((!tab->cadSettings && !copy) || (!tab->cadStore && !store)) return nullptr;
+  if (copy) tab->cadSettings = copy.release();
+  if (!store) return tab;
+  tab->cadStore = store.release();
   tab->cadStore->count = 1;
   CopyBounded(tab->cadStore->drawings[0].name, kDrawingNameUnits, u"Drawing 1");
   SaveLiveDrawing();
@@ -194,7 +200,29 @@ void OnTabKey(int id, int) { SelectDrawingTab(id - kIdDrawingFirst); }
 void OnAdd(int, int) { AddDrawingTab(); }
 void OnRename(int, int) { RenameDrawingTab(); }
 
+// What the user types there belongs to the drawing, as its geometry does.
+void OnCutData(int, int) {
+  MarkModified();
+  ScheduleAutosave();
+}
+
 }  // namespace
+
+CutData ShownCutData() {
+  return {FieldNumber(kIdCadDepth), FieldNumber(kIdCadFeed), FieldNumber(kIdCadSafeZ)};
+}
+
+void ShowCutData(const CutData& cut) {
+  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, kCutDecimals));
+  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, kCutDecimals));
+  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, kCutDecimals));
+}
+
+void CloseDrawingName() {
+  if (!Renaming()) return;
+  platform::SetVisible(kIdCadDrawingName, false);
+  Call(hooks.layout);
+}
 
 void RefreshDrawingTabs() {
   const ProgramTab* tab = ActiveTab();
@@ -213,14 +241,14 @@ void RefreshDrawingTabs() {
 void SelectDrawingTab(int index) {
   ProgramTab* tab = ProvideDrawings();
   if (!tab) return;
-  CloseNameBox();
+  CloseDrawingName();
   if (index >= 0) SwitchDrawing(*tab, static_cast<std::uint32_t>(index));
 }
 
 void AddDrawingTab() {
   ProgramTab* tab = ProvideDrawings();
   if (!tab) return;
-  CloseNameBox();
+  CloseDrawingName();
   CadStore& store = *tab->cadStore;
   if (store.count >= kMaxDrawings) {
     SetSketchStatus(u"Eight drawings per program. Start another program for more drawings.");
@@ -248,7 +276,7 @@ void RenameDrawingTab() {
     platform::SelectAllText(kIdCadDrawingName);
     return;
   }
-  CloseNameBox();
+  CloseDrawingName();
   MarkModified();
   ScheduleAutosave();
   const std::u16string name = platform::TextOf(kIdCadDrawingName);
@@ -258,14 +286,13 @@ void RenameDrawingTab() {
 }
 
 void SaveLiveDrawing() {
-  ProgramTab* tab = ActiveTab();
-  if (!tab || (!tab->cadStore && !ProvideDrawings())) return;
+  static FeatureSettings live;  // so that no memory is asked for, and none can be missing
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab || !StoreLiveSketch(live)) return;
   Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
-  const std::unique_ptr<FeatureSettings> live(new (std::nothrow) FeatureSettings());
-  if (!live || !StoreLiveSketch(*live)) return;
-  drawing.settings = *live;
+  drawing.settings = live;
   StoreFlags(drawing.hidden, drawing.locked);
-  if (tab->cadSettings) *tab->cadSettings = *live;
+  *tab->cadSettings = live;
   StoreFlags(tab->sketchHidden, tab->sketchLocked);
 }
 
@@ -284,11 +311,14 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   if (!IsSketchRecord(record)) return false;
   // First: the workspace stages the program's own drawing when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
+  if (!WorkspaceStands()) return false;
+  DropSketchUndoForBlock(HoldsOther(record));
   std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
   std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
   LoadObjects(&record);
   sketch.selected = -1;
   ShowLoaded();
+  if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
   return true;
 }
 
@@ -305,6 +335,8 @@ void RegisterDrawings() {
                   OnTabKey);
   RegisterCommand(RouterStage::Builder, kIdDrawingAdd, platform::kNotifyClick, OnAdd);
   RegisterCommand(RouterStage::Builder, kIdDrawingRename, platform::kNotifyClick, OnRename);
+  RegisterCommand(RouterStage::Builder, kIdCadDepth, kIdCadSafeZ, platform::kNotifyEditChange,
+                  OnCutData);
 }
 
 void ResetDrawings() { platform::SetVisible(kIdCadDrawingName, false); }

@@ -12,6 +12,16 @@ void AddDrawingTab();
 // A two-press toggle: shows the name box, then takes its text.
 void RenameDrawingTab();
 void RefreshDrawingTabs();  // captions and states of the tab keys
+void CloseDrawingName();    // the name box goes without taking its text
+
+// Cutting depth, feed and Safe Z of the live sketch, in its unit.
+struct CutData {
+  double depth = 0;
+  double feed = 0;
+  double safeZ = 0;
+};
+CutData ShownCutData();  // as the fields read, 0 for what is no number
+void ShowCutData(const CutData& cut);
 
 // The live sketch into the active drawing of the current program. A number that no record can
 // hold is stored as 0, so that one bad field never costs the drawing.
@@ -24,7 +34,8 @@ void LoadSketchForProgram();
 // fallback 0. False: it does not validate.
 bool WriteSketchSettings(FeatureSettings& record);
 // A block's record into the live sketch and the CAD surface up; flags cleared, nothing
-// selected. False: it is no record of a sketch, and nothing changed.
+// selected. A sketch that held other geometry is one Undo away, with its thickness and cutting
+// data. False: it is no record of a sketch or there is no workspace, and nothing changed.
 bool OpenSketchBlock(const FeatureSettings& record);
 
 void RegisterDrawings();  // the live model, the settings writer and the builder of kind 4

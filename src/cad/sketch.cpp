@@ -1,9 +1,12 @@
 #include "cad/sketch.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "cad/drawings.h"
 #include "cad/tool_state.h"
 #include "documents/autosave.h"
+#include "documents/insertion.h"
 #include "documents/program_tabs.h"
 
 namespace morva {
@@ -19,10 +22,15 @@ struct SketchSnapshot {
   std::int32_t objectCount = 0;
   std::int32_t selected = -1;
   bool metric = false;
+  // A whole drawing that a block took the place of, with what ordinary steps leave out.
+  bool former = false;
+  double thickness = 0;
+  CutData cut;
 };
 // A ring: a full stack gives its oldest place to the newest step and moves nothing.
 SketchSnapshot steps[kMaxSketchUndo];
 int oldestStep = 0;
+bool untouchedBlock = false;  // the live sketch is that of a block, as reopened
 
 SketchSnapshot& StepAt(int depth) { return steps[(oldestStep + depth) % kMaxSketchUndo]; }
 
@@ -40,6 +48,7 @@ void TakeStep(SketchSnapshot& step) {
   step.objectCount = sketch.objectCount;
   step.selected = sketch.selected;
   step.metric = sketch.metric;
+  step.former = false;
 }
 
 void PutStep(const SketchSnapshot& step) {
@@ -49,6 +58,28 @@ void PutStep(const SketchSnapshot& step) {
   sketch.objectCount = step.objectCount;
   sketch.selected = step.selected;
   sketch.metric = step.metric;
+}
+
+void PushStep() {
+  if (sketch.undoDepth >= kMaxSketchUndo) {
+    oldestStep = (oldestStep + 1) % kMaxSketchUndo;
+    sketch.undoDepth = kMaxSketchUndo - 1;
+  }
+  TakeStep(StepAt(sketch.undoDepth++));
+}
+
+bool GroupInUse(std::int32_t group) {
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (sketch.objects[i].group == group) return true;
+  }
+  return false;
+}
+
+void PutFormerDrawing(const SketchSnapshot& step) {
+  sketch.thickness = step.thickness;
+  ShowCutData(step.cut);
+  // What is live now is not that block: Update must not replace it.
+  DropEditLink();
 }
 
 }  // namespace
@@ -63,19 +94,41 @@ void PushSketchUndo() {
   if (sketch.trimPreviewing) return;
   MarkModified();
   ScheduleAutosave();
-  if (sketch.undoDepth >= kMaxSketchUndo) {
-    oldestStep = (oldestStep + 1) % kMaxSketchUndo;
-    sketch.undoDepth = kMaxSketchUndo - 1;
+  untouchedBlock = false;
+  PushStep();
+}
+
+void DropSketchUndo() {
+  sketch.undoDepth = 0;
+  untouchedBlock = false;
+}
+
+void DropSketchUndoForBlock(bool keepLive) {
+  int kept = 0;
+  for (int i = 0; i < sketch.undoDepth; ++i) {
+    if (!StepAt(i).former) continue;
+    if (kept != i) StepAt(kept) = StepAt(i);
+    ++kept;
   }
-  TakeStep(StepAt(sketch.undoDepth++));
+  sketch.undoDepth = kept;
+  if (keepLive && !untouchedBlock) {
+    PushStep();
+    SketchSnapshot& step = StepAt(sketch.undoDepth - 1);
+    step.former = true;
+    step.thickness = sketch.thickness;
+    step.cut = ShownCutData();
+  }
+  untouchedBlock = true;
 }
 
 void SketchUndo() {
   ClearMultiSelect();
   if (sketch.undoDepth < 1) return;
   const SketchSnapshot& step = StepAt(--sketch.undoDepth);
+  untouchedBlock = false;
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
+  if (step.former) PutFormerDrawing(step);
   // What hung on the objects that stood there.
   tools.hoverObject = -1;
   tools.previewSegmentCount = 0;
@@ -107,7 +160,11 @@ std::int32_t NextSketchGroup() {
   for (int i = 0; i < sketch.objectCount; ++i) {
     largest = std::max(largest, sketch.objects[i].group);
   }
-  return largest + 1;
+  if (largest < std::numeric_limits<std::int32_t>::max()) return largest + 1;
+  // A file may hold any number. 96 objects leave one of 1 to 97 free.
+  std::int32_t free = 1;
+  while (GroupInUse(free)) ++free;
+  return free;
 }
 
 int AppendSketchObject(const SketchObject& object) {
@@ -136,6 +193,7 @@ void RemoveSketchObject(int index) {
 
 void ResetSketch() {
   sketch = LiveSketch();
+  untouchedBlock = false;
   tools = ToolState();
   SetSketchStatus(nullptr);
 }

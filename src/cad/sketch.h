@@ -38,13 +38,20 @@ const char16_t* SketchTypeHeading(std::int32_t type);
 // One undo step, before a change; also marks the project modified. Nothing in a dry run.
 void PushSketchUndo();
 void SketchUndo();
+// Where another sketch comes in: its steps begin anew.
+void DropSketchUndo();
+// Where a block's sketch takes the place of a drawing: as DropSketchUndo, but drawings that
+// blocks took the place of before stay reachable, and where `keepLive` the live one joins them.
+// Undo brings such a drawing back whole, with thickness and cutting data, and unlinks the block.
+// A block's own sketch, reopened and not changed since, is in the program and never kept.
+void DropSketchUndoForBlock(bool keepLive);
 
 bool HasSketchSelection();
 // A selection that is not locked. False: nothing changes; for a locked one the status says so.
 bool MayEditSelection();
 // Whether this object is the selected one or shares its non-zero group.
 bool InSelectedPart(int index);
-// The largest group in use plus 1, at least 1.
+// The largest group in use plus 1, at least 1; the least free one where no number is larger.
 std::int32_t NextSketchGroup();
 // At the end, visible and unlocked; no undo step. Its index, or -1 with 96 present.
 int AppendSketchObject(const SketchObject& object);

@@ -9,6 +9,7 @@
 #include "cad/draw_tools.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
+#include "cad/workspace.h"
 #include "library/codetext.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -96,7 +97,11 @@ void SwitchSketchUnits(bool metric) {
     const double factor = metric ? kMmPerInch : kInchPerMm;
     const double pivotX = tools.pivotX;
     const double pivotY = tools.pivotY;
+    const std::int32_t panel = tools.panelMode;
     CancelTools();  // points that were picked are numbers of the old unit
+    // A panel of numbers stays, for its numbers are converted; one of a tool went with the tool.
+    if (panel != kPanelPolygon && panel != kPanelDimension) tools.panelMode = panel;
+    RefreshCadPanel();
     tools.pivotX = pivotX * factor;
     tools.pivotY = pivotY * factor;
     sketch.thickness *= factor;

@@ -6,6 +6,7 @@
 #include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/draw_tools.h"
+#include "cad/drawings.h"
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
@@ -59,13 +60,9 @@ bool FieldKey(int id, const KeyEvent& key) {
 }
 
 bool NameKey(const KeyEvent& key) {
-  if (key.key == platform::kKeyEnter) {
-    Press(kIdDrawingRename);
-    return true;
-  }
-  if (key.key != platform::kKeyEscape) return false;
-  // The old name stands.
-  platform::SetVisible(kIdCadDrawingName, false);
+  if (key.key != platform::kKeyEnter && key.key != platform::kKeyEscape) return false;
+  if (key.key == platform::kKeyEnter) Press(kIdDrawingRename);
+  CloseDrawingName();  // after Escape the old name stands
   FocusCadCanvas();
   return true;
 }

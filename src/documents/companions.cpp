@@ -3,6 +3,7 @@
 #include "documents/companions.h"
 
 #include <memory>
+#include <new>
 
 namespace morva {
 namespace {
@@ -73,7 +74,8 @@ void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
 
 bool ReadCadFile(std::string_view bytes, CadStore& store) {
   if (bytes.size() != kCadFileBytes) return false;
-  const auto read = std::make_unique<CadStore>();
+  const std::unique_ptr<CadStore> read(new (std::nothrow) CadStore());
+  if (!read) return false;
   if (!ReadHead(bytes, kMaxDrawings, read->count, read->active)) return false;
   for (std::size_t i = 0; i < kMaxDrawings; ++i) {
     Drawing& drawing = read->drawings[i];
@@ -97,7 +99,8 @@ void WriteCadFile(const CadStore& store, std::string& bytes) {
 
 bool ReadPlateFile(std::string_view bytes, PlateStore& store) {
   if (bytes.size() != kPlateFileBytes) return false;
-  const auto read = std::make_unique<PlateStore>();
+  const std::unique_ptr<PlateStore> read(new (std::nothrow) PlateStore());
+  if (!read) return false;
   if (!ReadHead(bytes, kMaxPlates, read->count, read->active)) return false;
   for (std::size_t i = 0; i < kMaxPlates; ++i) {
     FeatureSettings& plate = read->plates[i];
@@ -121,7 +124,8 @@ void WritePlateFile(const PlateStore& store, std::string& bytes) {
 
 bool ReadOldPlateFile(std::string_view bytes, FeatureSettings& plate) {
   if (bytes.size() != kOldPlateFileBytes) return false;
-  const auto read = std::make_unique<FeatureSettings>();
+  const std::unique_ptr<FeatureSettings> read(new (std::nothrow) FeatureSettings());
+  if (!read) return false;
   ReadSettings(BytesAt(bytes, 0), kSettingsBytes, *read);
   if (!UsableRecord(*read, kKindPlate)) return false;
   DropOldTags(*read);

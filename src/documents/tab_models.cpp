@@ -26,12 +26,12 @@ bool Provide(Record*& record) {
   return record != nullptr;
 }
 
-// A writer that fails half way must not spoil what is stored.
+// A writer that fails half way must not spoil what is stored, nor may memory that runs out
+// leave a record without a kind.
 bool TakeLive(bool (*writer)(FeatureSettings& record), FeatureSettings& record) {
-  if (!writer) return false;
-  const std::unique_ptr<FeatureSettings> live(new (std::nothrow) FeatureSettings());
-  if (!live || !writer(*live)) return false;
-  record = *live;
+  static FeatureSettings live;
+  if (!writer || !writer(live)) return false;
+  record = live;
   return true;
 }
 

@@ -484,6 +484,49 @@ TEST_F(Drawings, APlateIsStoredBeforeItIsLoadedAgain) {
   EXPECT_EQ(calls, (std::vector<int>{1, 77}));
 }
 
+TEST_F(Drawings, BeforeTheWorkspaceStandsNoCommandTouchesTheProgramsDrawings) {
+  Add(kTypeCircle, 1, 2, 3);
+  Cut(u"-0.375", u"12.5", u"0.75");
+  ASSERT_TRUE(SaveProgram(PathOf("Job.NC")));
+  const std::string saved = Raw("Job.NC.cadmv");
+  liveModels.cadWindowExists = [] { return false; };
+  const int index = OpenTab(PathOf("Job.NC"), u"G1\r\n", u"");
+  SwitchTab(index);
+  sketch.objectCount = 0;
+  Cut(u"", u"", u"");
+  app.editorDirty = false;
+  AddDrawingTab();
+  SelectDrawingTab(1);
+  RenameDrawingTab();
+  SaveLiveDrawing();
+  EXPECT_EQ(Store().count, 1u);
+  EXPECT_FALSE(app.editorDirty);
+  ASSERT_TRUE(SaveProgram(PathOf("Job.NC")));
+  EXPECT_EQ(Raw("Job.NC.cadmv"), saved);
+}
+
+TEST_F(Drawings, TypedCuttingDataIsAChangeOfTheProgramAndASetOneIsNot) {
+  for (const int id : {kIdCadDepth, kIdCadFeed, kIdCadSafeZ}) {
+    app.editorDirty = false;
+    platform::SetText(id, u"1.25");
+    EXPECT_FALSE(app.editorDirty) << id;
+    headless::TypeInto(id, u"2.5");
+    EXPECT_TRUE(app.editorDirty) << id;
+    EXPECT_TRUE(tabs[0].dirty) << id;
+  }
+}
+
+TEST_F(Drawings, TypedCuttingDataIsAutosaved) {
+  app.dataDirReady = true;
+  CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
+  RegisterTimer(kTimerAutosave, RunAutosave);
+  headless::TypeInto(kIdCadFeed, u"12.5");
+  headless::Advance(700);
+  const std::string bytes = Raw("Job.NC.cadmv");
+  ASSERT_EQ(bytes.size(), 40712u);
+  EXPECT_EQ(Real(reinterpret_cast<const unsigned char*>(bytes.data()), 8 + 40), 12.5);
+}
+
 TEST_F(Drawings, WithoutAProgramNothingHappens) {
   FreeTabs();
   app.activeTab = -1;

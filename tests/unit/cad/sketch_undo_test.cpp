@@ -239,5 +239,13 @@ TEST_F(SketchUndoSteps, AFreshGroupIsOneAboveTheLargestAndAtLeastOne) {
   EXPECT_EQ(NextSketchGroup(), 6);
 }
 
+TEST_F(SketchUndoSteps, WithTheLargestGroupInUseTheLeastFreeOneIsTaken) {
+  Add(kTypeLine, 0, 0, 1, 0, 0, 2147483647);  // as a file may hold it
+  EXPECT_EQ(NextSketchGroup(), 1);
+  Add(kTypeLine, 0, 0, 1, 0, 0, 1);
+  Add(kTypeLine, 0, 0, 1, 0, 0, 3);
+  EXPECT_EQ(NextSketchGroup(), 2);
+}
+
 }  // namespace
 }  // namespace morva

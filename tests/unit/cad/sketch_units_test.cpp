@@ -101,6 +101,24 @@ TEST_F(SketchUnits, TheKeysSwitchWithOneUndoStepAndWithoutTheApplicationsUnit) {
   EXPECT_EQ(TextOf(kIdCadInch), u"INCH *");
 }
 
+TEST_F(SketchUnits, APanelOfNumbersStaysAndOneOfAToolGoesWithIt) {
+  for (const int panel : {kPanelCircular, kPanelRectangular, kPanelScale, kPanelCutData,
+                          kPanelRevolve, kPanelThickness}) {
+    tools.panelMode = panel;
+    tools.constructionMethod = kIdMethodLine;
+    tools.constructionClicks = 1;
+    SwitchSketchUnits(!sketch.metric);
+    EXPECT_EQ(tools.panelMode, panel);
+    EXPECT_EQ(tools.constructionMethod, 0) << panel;
+    EXPECT_EQ(tools.constructionClicks, 0) << panel;
+  }
+  for (const int panel : {kPanelPolygon, kPanelDimension}) {
+    tools.panelMode = panel;
+    SwitchSketchUnits(!sketch.metric);
+    EXPECT_EQ(tools.panelMode, kPanelNone) << panel;
+  }
+}
+
 TEST_F(SketchUnits, UndoAcrossAUnitChangeRestoresOldNumbersAndTheUnit) {
   Add(kTypeCircle, 0.3, 0.7, 1.1);
   PushSketchUndo();

@@ -1,0 +1,220 @@
+// A block of a sketch that is opened again takes the live sketch's place: what Undo brings back.
+
+#include <gtest/gtest.h>
+
+#include "app/panels.h"
+#include "cad/drawings.h"
+#include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
+#include "unit/cad/cad_stage.h"
+
+namespace morva {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+
+struct ReopenedBlock : cad_test::CadStage {
+  void SetUp() override {
+    CadStage::SetUp();
+    liveModels.cadWindowExists = [] { return true; };
+    OpenTab(u"", u"G1 X1\r\n", u"Job.NC");
+    SwitchTab(0);
+    Cut(u"-0.1", u"10", u"0.5");
+  }
+  static void Cut(const char16_t* depth, const char16_t* feed, const char16_t* safeZ) {
+    platform::SetText(kIdCadDepth, depth);
+    platform::SetText(kIdCadFeed, feed);
+    platform::SetText(kIdCadSafeZ, safeZ);
+  }
+  static Texts CutTexts() { return {TextOf(kIdCadDepth), TextOf(kIdCadFeed), TextOf(kIdCadSafeZ)}; }
+  static void Empty() {
+    while (sketch.objectCount > 0) RemoveSketchObject(0);
+    sketch.selected = -1;
+  }
+  // The live sketch as a block of the program; its row in the list.
+  static int Send(const char16_t* code) {
+    EXPECT_TRUE(InsertFeatureBlock(kKindSketch, code));
+    RefreshFeatureList();
+    return platform::SelectedRow(kIdFeatureList);
+  }
+  static void Reopen(int row) {
+    platform::SelectRow(kIdFeatureList, row);
+    EditFeature();
+  }
+  // A circle of this size, sent, in an inch sketch that is empty afterwards.
+  int SendCircle(double size, const char16_t* code) {
+    Empty();
+    Add(kTypeCircle, 0, 0, size);
+    const int row = Send(code);
+    Empty();
+    return row;
+  }
+};
+
+TEST_F(ReopenedBlock, LeavesTheDrawingThatItReplacedOneUndoAway) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  sketch.metric = true;
+  sketch.thickness = 3;
+  Add(kTypeRectangle, 10, 20, 30, 40, 15, 4);
+  Add(kTypeLine, 1, 2, 3, 0, 45, 4);
+  sketch.hidden[0] = 1;
+  sketch.locked[1] = 1;
+  sketch.selected = 1;
+  Cut(u"-2.5", u"300", u"7.125");
+  PushSketchUndo();
+  app.editorDirty = false;
+  tabs[0].dirty = false;
+  Reopen(row);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].size, 2);
+  EXPECT_FALSE(sketch.metric);
+  EXPECT_EQ(sketch.thickness, 0);
+  EXPECT_EQ(sketch.selected, -1);
+  EXPECT_EQ(sketch.undoDepth, 1);
+  EXPECT_EQ(editLink.kind, kKindSketch);
+  EXPECT_EQ(Rows(kIdCadRecent), Texts{u"Opened a block (Undo: former drawing)"});
+  EXPECT_FALSE(app.editorDirty);  // to look at a block changes nothing
+
+  headless::Click(kIdCadUndo);
+  ASSERT_EQ(sketch.objectCount, 2);
+  EXPECT_EQ(sketch.objects[0].type, kTypeRectangle);
+  EXPECT_EQ(sketch.objects[0].size2, 40);
+  EXPECT_EQ(sketch.objects[1].angle, 45);
+  EXPECT_EQ(sketch.objects[1].group, 4);
+  EXPECT_EQ(sketch.hidden[0], 1);
+  EXPECT_EQ(sketch.locked[1], 1);
+  EXPECT_EQ(sketch.selected, 1);
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(sketch.thickness, 3);
+  EXPECT_EQ(CutTexts(), (Texts{u"-2.500000", u"300.000000", u"7.125000"}));
+  EXPECT_EQ(sketch.undoDepth, 0);
+  EXPECT_TRUE(app.editorDirty);
+}
+
+TEST_F(ReopenedBlock, IsUnlinkedByThatUndoSoThatUpdateCannotReplaceItByTheFormerDrawing) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  Add(kTypeLine, 0, 0, 5);
+  static int refreshed = 0;
+  Reopen(row);
+  hooks.refreshBuilderKeys = [] { ++refreshed; };
+  refreshed = 0;
+  SketchUndo();
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(editLink.id, 0);
+  EXPECT_GT(refreshed, 0);
+  // An undo of an edit of the block's own sketch keeps the link.
+  Reopen(row);
+  PushSketchUndo();
+  sketch.objects[0].size = 9;
+  SketchUndo();
+  EXPECT_EQ(sketch.objects[0].size, 2);
+  EXPECT_EQ(editLink.kind, kKindSketch);
+}
+
+TEST_F(ReopenedBlock, KeepsNoStepForAnEmptySketchOrTheSameGeometry) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  PushSketchUndo();
+  Reopen(row);
+  EXPECT_EQ(sketch.undoDepth, 0);
+  EXPECT_EQ(platform::RowCount(kIdCadRecent), 0);
+  sketch.hidden[0] = 1;
+  PushSketchUndo();
+  Reopen(row);
+  EXPECT_EQ(sketch.undoDepth, 0);
+  EXPECT_EQ(sketch.hidden[0], 0);
+}
+
+TEST_F(ReopenedBlock, AnyNumberThatDiffersIsOtherGeometry) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  Reopen(row);
+  const SketchObject same = sketch.objects[0];
+  for (int what = 0; what < 9; ++what) {
+    LoadSketchForProgram();
+    Empty();
+    sketch.metric = what == 0;
+    SketchObject object = same;
+    if (what == 1) object.type = kTypeSlot;
+    if (what == 2) object.group = 1;
+    if (what == 3) object.x += 1e-9;
+    if (what == 4) object.y += 1e-9;
+    if (what == 5) object.size += 1e-9;
+    if (what == 6) object.size2 += 1e-9;
+    if (what == 7) object.angle += 1e-9;
+    AppendSketchObject(object);
+    if (what == 8) AppendSketchObject(same);
+    Reopen(row);
+    EXPECT_EQ(sketch.undoDepth, 1) << what;
+  }
+}
+
+TEST_F(ReopenedBlock, WalkingThroughManyBlocksKeepsTheDrawingAndNoneOfTheirs) {
+  std::vector<int> rows;
+  for (int i = 0; i < 30; ++i) rows.push_back(SendCircle(1 + i, u"G1 X2\r\n"));
+  Add(kTypeSlot, 7, 7, 7, 1);
+  for (const int row : rows) {
+    Reopen(row);
+    EXPECT_EQ(sketch.undoDepth, 1);
+  }
+  EXPECT_EQ(sketch.objects[0].size, 30);
+  SketchUndo();
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].type, kTypeSlot);
+}
+
+TEST_F(ReopenedBlock, ABlocksSketchThatWasChangedIsADrawingOfItsOwn) {
+  const int first = SendCircle(1, u"G1 X1\r\n");
+  const int second = SendCircle(2, u"G1 X2\r\n");
+  Add(kTypeLine, 0, 0, 5);
+  Reopen(first);
+  for (int i = 0; i < 3; ++i) {
+    PushSketchUndo();
+    Add(kTypeWorkPoint, i, 0, 0);
+  }
+  Reopen(second);
+  EXPECT_EQ(sketch.undoDepth, 2);  // its three edits are no steps any more
+  SketchUndo();
+  EXPECT_EQ(sketch.objectCount, 4);
+  EXPECT_EQ(sketch.objects[0].size, 1);
+  SketchUndo();
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+  SketchUndo();
+  EXPECT_EQ(sketch.objectCount, 1);
+}
+
+TEST_F(ReopenedBlock, WhatUndoBroughtBackIsNoBlocksSketch) {
+  const int first = SendCircle(1, u"G1 X1\r\n");
+  Add(kTypeLine, 0, 0, 5);
+  Reopen(first);
+  SketchUndo();
+  Reopen(first);
+  EXPECT_EQ(sketch.undoDepth, 1);
+  SketchUndo();
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+}
+
+TEST_F(ReopenedBlock, ADrawingThatComesInByItsKeyDropsTheFormerOne) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  Add(kTypeLine, 0, 0, 5);
+  Reopen(row);
+  headless::Click(kIdDrawingAdd);
+  EXPECT_EQ(sketch.undoDepth, 0);
+  Add(kTypeSlot, 1, 1, 2, 1);
+  Reopen(row);
+  EXPECT_EQ(sketch.undoDepth, 1);
+  SketchUndo();
+  EXPECT_EQ(sketch.objects[0].type, kTypeSlot);
+}
+
+TEST_F(ReopenedBlock, NeedsTheWorkspace) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  Add(kTypeLine, 0, 0, 5);
+  liveModels.cadWindowExists = [] { return false; };
+  Reopen(row);
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+  EXPECT_EQ(sketch.undoDepth, 0);
+}
+
+}  // namespace
+}  // namespace morva
