@@ -355,6 +355,7 @@ std::string GetSketch(const Words&) {
       .Number("selected", morva::sketch.selected)
       .Raw("objects", objects.Done())
       .Number("undoDepth", morva::sketch.undoDepth)
+      .Number("thickness", morva::sketch.thickness)
       .Number("dragTool", morva::tools.dragTool)
       .Number("geometryTool", morva::tools.geometryTool)
       .Number("constructionMethod", morva::tools.constructionMethod)
