@@ -4,10 +4,12 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/find_pane.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
@@ -99,8 +101,17 @@ void BoxFocus(bool gained) {
   if (!gained) FinishRename(true, false);
 }
 
+// The question before a delete promises Undo, and the focus stays where it was asked.
+bool UndoKey(const platform::KeyEvent& key) {
+  if (!key.ctrl || key.alt || key.shift || key.key != 'Z') return false;
+  UndoInCode();
+  Call(hooks.rebuildToolpath);  // the delete has drawn the path without the block
+  return true;
+}
+
 bool ListKey(const platform::KeyEvent& key) {
   lastSpot = Spot::Name;
+  if (UndoKey(key)) return true;
   if (key.ctrl || key.alt || key.shift) return false;
   if (key.key == platform::kKeyF1 + 1) {
     StartInlineRename();
@@ -193,6 +204,12 @@ void RegisterInlineRename() {
   list.key = ListKey;
   list.listClick = ListClick;
   RegisterHandlers(list);
+  for (const int id : {kIdFeatureEdit, kIdFeatureNew, kIdFeatureInclude, kIdFeatureDelete}) {
+    Handlers button;
+    button.id = id;
+    button.key = UndoKey;
+    RegisterHandlers(button);
+  }
   Handlers name;
   name.id = kIdInlineName;
   name.key = BoxKey;

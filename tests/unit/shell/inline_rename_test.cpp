@@ -166,6 +166,29 @@ TEST_F(InlineRename, DeleteInTheListAsksAndDeletes) {
   EXPECT_EQ(Row(0), u"#1  Second");
 }
 
+TEST_F(InlineRename, UndoBringsADeletedBlockBackFromTheListAndFromTheKey) {
+  const std::u16string before = Text();
+  platform::KeyEvent undo;
+  undo.key = 'Z';
+  undo.ctrl = true;
+  for (const int from : {kIdFeatureList, kIdFeatureDelete}) {
+    headless::SelectRows(kIdFeatureList, {0});
+    headless::Focus(from);
+    headless::QueueAnswer(platform::BoxAnswer::Yes);
+    if (from == kIdFeatureList) {
+      Press(platform::kKeyDelete);
+    } else {
+      headless::Click(from);
+    }
+    ASSERT_NE(Text(), before);
+    EXPECT_TRUE(headless::PressKey(undo));
+    EXPECT_EQ(Text(), before);
+    headless::Advance(1000);
+    EXPECT_EQ(Text(), before);
+    EXPECT_EQ(platform::RowCount(kIdFeatureList), 2);
+  }
+}
+
 TEST_F(InlineRename, EnterInTheListEditsTheFeature) {
   headless::SelectRows(kIdFeatureList, {1});
   headless::Focus(kIdFeatureList);
