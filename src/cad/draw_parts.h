@@ -42,6 +42,7 @@ void HideSizeBoxes();
 // Rest of the pointer on a tool key. A key that was used opens nothing until the pointer has
 // left it.
 void StopFlyoutRest();
+void KeepFlyoutShut(int keyId);  // it was pressed: no flyout until the pointer has left it
 void RegisterFlyouts();
 void ResetFlyouts();
 

@@ -116,7 +116,7 @@ void ShowSnapCaption() {
 
 // What a left click on a tool key starts.
 void PressToolKey(int id, int) {
-  StopFlyoutRest();
+  KeepFlyoutShut(id);
   switch (id) {
     case kIdCadSelect:
       return StartDragTool(0);

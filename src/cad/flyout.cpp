@@ -98,6 +98,11 @@ void ListenToKey() {
 
 void StopFlyoutRest() { platform::StopTimer(platform::kMainWindow, kTimerFlyout); }
 
+void KeepFlyoutShut(int keyId) {
+  restingOn = keyId;  // a quick hand presses before the first tick has seen the pointer there
+  StopFlyoutRest();
+}
+
 void ShowFlyout(int keyId) {
   const Flyout* flyout = FlyoutOf(keyId);
   StopFlyoutRest();

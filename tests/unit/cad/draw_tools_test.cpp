@@ -857,6 +857,18 @@ TEST_F(Flyouts, AKeyThatWasPressedOpensNothing) {
   EXPECT_EQ(tools.constructionMethod, kIdMethodLine);
 }
 
+TEST_F(Flyouts, AKeyThatWasPressedBeforeTheFirstTickOpensNothingUntilThePointerHasLeft) {
+  headless::MovePointerOver(kIdCadCircle);
+  PressButton(kIdCadCircle);
+  Tick(kIdCadCircle);
+  headless::Advance(1000);
+  EXPECT_EQ(Menus(), 0u);
+  Tick(kViewCadCanvas);
+  Tick(kIdCadCircle);
+  headless::Advance(450);
+  EXPECT_EQ(Menus(), 1u);
+}
+
 TEST_F(Flyouts, NothingOpensWhileTheKeyboardIsElsewhere) {
   platform::SetVisible(kViewCadCanvas, false);  // what had the keyboard is gone
   ASSERT_EQ(platform::FocusedId(), 0);
