@@ -24,11 +24,13 @@ struct Clipboard {
 };
 Clipboard clipboard;
 
-bool Store() {
+// The selected part; without its locked members where they stay in the drawing.
+bool Store(bool lockedToo) {
   if (!HasSketchSelection()) return false;
   clipboard.count = 0;
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (InSelectedPart(i)) clipboard.objects[clipboard.count++] = sketch.objects[i];
+    if (!InSelectedPart(i) || (sketch.locked[i] && !lockedToo)) continue;
+    clipboard.objects[clipboard.count++] = sketch.objects[i];
   }
   clipboard.valid = true;
   clipboard.metric = sketch.metric;
@@ -64,12 +66,14 @@ void ShiftByOffset(SketchObject& object) {
 }
 
 void CopyGeometry() {
-  if (Store()) LogSketchOperation(u"Copied part");
+  if (Store(true)) LogSketchOperation(u"Copied part");
 }
 
 void CutGeometry() {
-  if (!MayEditSelection() || !Store()) return;
+  if (!MayEditSelection() || !Store(false)) return;
   PushSketchUndo();
+  // Marked objects beside the part are not in the clipboard and stay.
+  ClearMultiSelect();
   DeleteGeometry();
   LogSketchOperation(u"Cut part");
 }

@@ -18,7 +18,7 @@ void DuplicateObject();  // the selected object alone
 // The selected part and all marked objects but the locked ones; the last object is selected.
 void DeleteGeometry();
 void CopyGeometry();  // the selected part
-void CutGeometry();
+void CutGeometry();   // what is stored is what goes: the part without its locked members
 void PasteGeometry();
 void ToggleGeometryHidden();  // these two of locked objects as well
 void ToggleGeometryLocked();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "app/command_ids.h"
 #include "cad/canvas.h"
@@ -24,8 +25,8 @@ struct Drag {
   bool active = false;
   bool moved = false;  // the undo step of this drag has been taken
   int index = -1;
-  int count = 0;      // objects at the last step
-  int undoDepth = 0;  // after that undo step
+  int count = 0;                // objects at the last step
+  std::uint32_t undoTurns = 0;  // of the sketch, this drag's own step among them
   int handle = kWholeObject;
   double startX = 0;
   double startY = 0;
@@ -161,7 +162,7 @@ void WriteSides() {
 // Another command may have changed the sketch while the button was down.
 bool StillThere() {
   return sketch.selected == drag.index && sketch.objectCount == drag.count &&
-         (!drag.moved || sketch.undoDepth == drag.undoDepth);
+         sketch.undoTurns == drag.undoTurns;
 }
 
 }  // namespace
@@ -204,6 +205,7 @@ void BeginGeometryDrag(int handle, double x, double y) {
   drag.moved = false;
   drag.index = sketch.selected;
   drag.count = sketch.objectCount;
+  drag.undoTurns = sketch.undoTurns;
   drag.original = sketch.objects[drag.index];
   const bool whole = drag.original.group != 0 || MultiSelectCount() > 1;
   drag.handle = whole ? kWholeObject : handle;
@@ -234,7 +236,7 @@ void DragGeometryTo(double x, double y, bool bypassSnap) {
   if (!drag.moved) {
     PushSketchUndo();
     drag.moved = true;
-    drag.undoDepth = sketch.undoDepth;
+    drag.undoTurns = sketch.undoTurns;
   }
   if (Skews()) {
     WriteSides();

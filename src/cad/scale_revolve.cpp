@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <string_view>
 
 #include "app/command_ids.h"
 #include "app/router.h"
@@ -10,7 +11,6 @@
 #include "cad/outline.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/window.h"
@@ -39,19 +39,33 @@ void OpenPanel(int mode, int field) {
   platform::Repaint(kViewCadCanvas);
 }
 
+// "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
+double StrictNumber(std::u16string_view text, double fallback) {
+  double value = fallback;
+  return ReadStrictNumber(text, value) ? value : fallback;
+}
+
+// Digits alone, -1 for anything else.
+int CopiesField() {
+  const std::u16string text = platform::TextOf(kIdCadRevolveCopies);
+  double value = 0;
+  const bool digits = text.find_first_not_of(u"0123456789") == std::u16string::npos;
+  return digits && ReadStrictNumber(text, value) ? static_cast<int>(value) : -1;
+}
+
 // A field that still shows the pivot stands for all of its digits.
 double PivotField(int id, double held) {
   const std::u16string text = platform::TextOf(id);
   const bool shown =
       text == SketchNumber(held, kPivotDecimals) || text == SketchNumber(held, kSwitchedDecimals);
-  return shown ? held : ParseDecimal(text, kSketchLimit);
+  return shown ? held : StrictNumber(text, kSketchLimit);
 }
 
 void ApplyRevolve() {
   const double x = PivotField(kIdCadPivotX, tools.pivotX);
   const double y = PivotField(kIdCadPivotY, tools.pivotY);
-  const double angle = ParseDecimal(platform::TextOf(kIdCadRevolveAngle), kNoAngle);
-  const int copies = ParseInteger(platform::TextOf(kIdCadRevolveCopies), -1);
+  const double angle = StrictNumber(platform::TextOf(kIdCadRevolveAngle), kNoAngle);
+  const int copies = CopiesField();
   const double heldX = tools.pivotX;
   const double heldY = tools.pivotY;
   tools.pivotX = x;
@@ -95,7 +109,7 @@ void SetRevolvePivot(double x, double y) {
 
 void ScaleGeometry() {
   if (!MayEditSelection()) return;
-  const double factor = ParseDecimal(platform::TextOf(kIdCadScaleFactor), 0);
+  const double factor = StrictNumber(platform::TextOf(kIdCadScaleFactor), 0);
   if (!(factor > 0 && factor <= kMostFactor)) {
     SetSketchStatus(u"Scale factor must be greater than zero and at most 1000.");
     return;

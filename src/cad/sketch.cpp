@@ -61,6 +61,7 @@ void PutStep(const SketchSnapshot& step) {
 }
 
 void PushStep() {
+  ++sketch.undoTurns;
   if (sketch.undoDepth >= kMaxSketchUndo) {
     oldestStep = (oldestStep + 1) % kMaxSketchUndo;
     sketch.undoDepth = kMaxSketchUndo - 1;
@@ -99,6 +100,7 @@ void PushSketchUndo() {
 }
 
 void DropSketchUndo() {
+  ++sketch.undoTurns;
   sketch.undoDepth = 0;
   untouchedBlock = false;
 }
@@ -124,14 +126,17 @@ void DropSketchUndoForBlock(bool keepLive) {
 void SketchUndo() {
   ClearMultiSelect();
   if (sketch.undoDepth < 1) return;
+  ++sketch.undoTurns;
   const SketchSnapshot& step = StepAt(--sketch.undoDepth);
   untouchedBlock = false;
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
   if (step.former) PutFormerDrawing(step);
-  // What hung on the objects that stood there.
+  // What hung on the objects that stood there. Join and Tangent go on with the selection that
+  // came back, which is the line that is shown as theirs.
   tools.hoverObject = -1;
   tools.previewSegmentCount = 0;
+  tools.joinSource = sketch.selected;
   // The step was pushed and perhaps saved since: going back is a change of its own.
   MarkModified();
   ScheduleAutosave();

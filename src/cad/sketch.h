@@ -26,6 +26,7 @@ struct LiveSketch {
   bool gridOn = true;
   bool trimPreviewing = false;  // edits run dry: no undo step, no change
   std::int32_t undoDepth = 0;   // 0 to 24
+  std::uint32_t undoTurns = 0;  // grows with each step taken, dropped or undone; never falls
 };
 extern LiveSketch sketch;
 

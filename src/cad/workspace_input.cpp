@@ -140,8 +140,9 @@ bool CadContextMenu(int id, int row, int x, int y) {
     FromCanvas(x - place.left, y - place.top, dx, dy);
     const int hit = HitObject(dx, dy);
     if (hit >= 0 && hit != sketch.selected) {
+      // As a click does: a marked object keeps the marks, so that Delete takes them all.
       sketch.selected = hit;
-      ClearMultiSelect();
+      if (!IsMultiSelected(hit)) ClearMultiSelect();
       RefreshSketchPanels();
     }
   }

@@ -416,6 +416,51 @@ TEST_F(Edits, CutsThePartAndPastesIt) {
   EXPECT_EQ(Object(1).group, 1);
 }
 
+TEST_F(Edits, CutsNoMarkedObjectThatTheClipboardDoesNotHold) {
+  Add(kTypeLine, 1, 0, 1, 0, 0, 9);
+  Add(kTypeLine, 2, 0, 1);  // marked beside the part
+  Add(kTypeLine, 3, 0, 1, 0, 0, 9);
+  sketch.selected = 0;
+  for (int i = 0; i < 3; ++i) tools.multiSelect[i] = 1;
+  const Picture before = Now();
+  Command(kIdCadCut);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(Object(0).x, 2);
+  EXPECT_EQ(sketch.selected, 0);
+  EXPECT_EQ(MultiSelectCount(), 0);
+  EXPECT_EQ(sketch.undoDepth, 1);
+  SketchUndo();
+  EXPECT_EQ(Now(), before);
+}
+
+TEST_F(Edits, LeavesALockedMemberOfACutPartAndDoesNotStoreIt) {
+  Add(kTypeLine, 1, 0, 1, 0, 0, 9);
+  Add(kTypeLine, 2, 0, 1, 0, 0, 9);
+  Add(kTypeLine, 3, 0, 1, 0, 0, 9);
+  sketch.locked[1] = 1;
+  sketch.selected = 2;
+  Command(kIdCadCut);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(Object(0).x, 2);
+  EXPECT_EQ(sketch.locked[0], 1);
+  Command(kIdCadPaste);
+  ASSERT_EQ(sketch.objectCount, 3);
+  EXPECT_EQ(Object(1).x, 1.2);
+  EXPECT_EQ(Object(2).x, 3.2);
+}
+
+TEST_F(Edits, FindsAFreeGroupWhereTheNumbersAreUsedUp) {
+  Add(kTypeLine, 1, 0, 1, 0, 0, 2147483647);
+  Add(kTypeLine, 2, 0, 1, 0, 0, 2147483647);
+  Add(kTypeLine, 3, 0, 1, 0, 0, 1);
+  sketch.selected = 0;
+  Command(kIdCadCopy);
+  Command(kIdCadPaste);
+  ASSERT_EQ(sketch.objectCount, 5);
+  EXPECT_EQ(Object(3).group, 2);
+  EXPECT_EQ(Object(4).group, 2);
+}
+
 TEST_F(Edits, CutsNoLockedSelectionAndLeavesTheClipboard) {
   Add(kTypeLine, 1, 0, 1);
   Add(kTypeLine, 2, 0, 1);
@@ -519,7 +564,7 @@ TEST_F(Edits, RefusesAScaleFactorOutsideItsRange) {
   Add(kTypeLine, 0, 0, 2);
   sketch.selected = 0;
   const Picture before = Now();
-  for (const char16_t* text : {u"0", u"-1", u"1000.001", u"", u"x"}) {
+  for (const char16_t* text : {u"0", u"-1", u"1000.001", u"", u"x", u"1,5", u"2x", u"1.2.3"}) {
     RefreshSketchPanels();
     Type(kIdCadScaleFactor, text);
     Command(kIdCadApplyScale);
@@ -611,7 +656,9 @@ TEST_F(Edits, RefusesARevolveWithItsOneMessage) {
                                 {u"0", u"0", u"90", u"96"},      {u"0", u"0", u"36000.5", u"1"},
                                 {u"1000000", u"0", u"90", u"1"}, {u"0", u"-1000000", u"90", u"1"},
                                 {u"0", u"0", u"90", u""},        {u"0", u"0", u"90", u"+2"},
-                                {u"0", u"0", u"", u"1"},         {u"", u"0", u"90", u"1"}};
+                                {u"0", u"0", u"", u"1"},         {u"", u"0", u"90", u"1"},
+                                {u"0", u"0", u"22,5", u"1"},     {u"1,5", u"0", u"90", u"1"},
+                                {u"0", u"0", u"90", u"1.5"},     {u"0", u"0", u"90", u"2x"}};
   for (const auto& form : forms) {
     RefreshSketchPanels();
     TypeRevolve(form[0], form[1], form[2], form[3]);

@@ -193,6 +193,24 @@ TEST_F(GeometryTools, ForgetTheSourceWhenItIsDeleted) {
   ExpectFault(3, 0);
 }
 
+TEST_F(GeometryTools, GoOnWithTheLineThatAnUndoBringsBack) {
+  Add(kTypeLine, 3, 0, 2, 0, 180);  // from 3 to 1, goes into the second
+  Add(kTypeLine, -2, 2, 1);         // would be the source by its old number
+  Add(kTypeLine, 0, 0, 2);          // the source
+  Add(kTypeLine, 4, -1, 3, 0, 90);  // x = 4
+  Start(kIdCadJoin, 2);
+  ToolClick(2.6, 0);
+  ASSERT_EQ(sketch.objectCount, 3);
+  SketchUndo();
+  ASSERT_EQ(sketch.objectCount, 4);
+  EXPECT_EQ(sketch.selected, 2);
+  ToolClick(4, 1);
+  ExpectLine(1, -2, 2, -1, 2);
+  ExpectLine(2, 0, 0, 4, 0);
+  ExpectLine(3, 4, 2, 4, 0);
+  EXPECT_EQ(sketch.selected, 2);
+}
+
 TEST_F(GeometryTools, LayALineOnTheSideOfACircleThatIsClicked) {
   // From (0, 0) to the circle of radius 0.6 about (1, 0): the tangent length is 0.8, its points
   // lie at (0.64, +-0.48).

@@ -444,6 +444,31 @@ TEST_F(SelectDrag, LetsGoWhenTheObjectsChangeMeanwhile) {
   EXPECT_EQ(sketch.objectCount, 0);
 }
 
+TEST_F(SelectDrag, LetsGoWhenALockComesBetweenWithAllStepsTaken) {
+  Add(kTypeLine, 0, 0, 2);
+  for (int i = 0; i < 24; ++i) PushSketchUndo();
+  Press(0.5, 0);
+  Move(0.5, 1);
+  Command(kIdCadLock);
+  EXPECT_EQ(sketch.undoDepth, 24);
+  Move(0.5, 2);
+  EXPECT_FALSE(SelectDragging());
+  EXPECT_NEAR(Object(0).y, 1, 1e-12);
+  EXPECT_EQ(sketch.locked[0], 1);
+}
+
+TEST_F(SelectDrag, LetsGoWhenAnotherObjectTakesTheSamePlace) {
+  Add(kTypeLine, 0, 0, 2);
+  Press(0.5, 0);
+  Command(kIdCadCut);
+  Command(kIdCadPaste);  // one object again, the selected one, beside the old place
+  ASSERT_EQ(sketch.objectCount, 1);
+  Move(0.5, 1);
+  Release(0.5, 1);
+  EXPECT_EQ(Object(0).x, 0.2);
+  EXPECT_EQ(Object(0).y, 0.2);
+}
+
 TEST_F(SelectDrag, StopsAtTheLimitOfCoordinates) {
   Add(kTypeLine, 999999.5, 0, 0.4);
   canvasView.panX = -99999950;  // the line's start at the middle of the canvas
