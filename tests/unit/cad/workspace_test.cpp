@@ -182,6 +182,31 @@ TEST_F(Workspace, ARightClickOnAnObjectWithNoToolSelectsItAndShowsItsMenu) {
   EXPECT_EQ(sketch.selected, 0);
 }
 
+TEST_F(Workspace, ARightClickKeepsTheMarksOnAMarkedObjectAndDropsThemOnAnother) {
+  double x = 0;
+  double y = 0;
+  FromCanvas(200, 150, x, y);
+  for (const double aside : {0.0, 2.0, 4.0}) {
+    AppendSketchObject({kTypeLine, 0, x - 0.2 + aside, y, 0.4, 0, 0});
+  }
+  sketch.selected = 1;
+  tools.multiSelect[0] = tools.multiSelect[1] = 1;
+  const auto rightClick = [] {
+    Press(platform::PointerButton::None, platform::PointerAction::Move);
+    Press(platform::PointerButton::Right, platform::PointerAction::Press);
+    Press(platform::PointerButton::Right, platform::PointerAction::Release);
+  };
+  rightClick();
+  EXPECT_EQ(sketch.selected, 0);
+  EXPECT_EQ(MultiSelectCount(), 2);
+  sketch.selected = 1;
+  tools.multiSelect[0] = 0;
+  tools.multiSelect[2] = 1;
+  rightClick();
+  EXPECT_EQ(sketch.selected, 0);
+  EXPECT_EQ(MultiSelectCount(), 0);
+}
+
 TEST_F(Workspace, ShowsItsHintsOnItsOwnLineAndLeavesTheLogAlone) {
   const std::u16string log = Output();
   headless::MovePointerOver(kIdCadScale);
