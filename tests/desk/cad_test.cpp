@@ -1,10 +1,6 @@
 // A bracket from the first line to the updated block, on the real window with pointer and keys.
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <cmath>
@@ -15,7 +11,7 @@
 #include "cad/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
-#include "desk/desk.h"
+#include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "simulator/motion_path.h"
@@ -23,53 +19,11 @@
 
 namespace {
 
-class Bracket : public testing::Test {
+class Bracket : public CadDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-    desk::Click(morva::kIdSurfaceCad);
-    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
-    ASSERT_EQ(QApplication::focusWidget(), Canvas());
-  }
-
-  static QWidget* Canvas() { return desk::WidgetOf(morva::kViewCadCanvas); }
-  static QPoint At(double x, double y) {
-    const platform::Point p = morva::ToCanvas(x, y);
-    return QPoint(p.x, p.y);
-  }
-  static void Move(double x, double y) {
-    QTest::mouseMove(Canvas(), At(x, y));
-    QTest::qWait(5);
-  }
-  static void ClickAt(double x, double y, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    Move(x, y);
-    QTest::mouseClick(Canvas(), Qt::LeftButton, keys, At(x, y));
-  }
-  static void Drag(double x0, double y0, double x1, double y1) {
-    Move(x0, y0);
-    QTest::mousePress(Canvas(), Qt::LeftButton, Qt::NoModifier, At(x0, y0));
-    Move((x0 + x1) / 2, (y0 + y1) / 2);
-    Move(x1, y1);
-    QTest::mouseRelease(Canvas(), Qt::LeftButton, Qt::NoModifier, At(x1, y1));
-  }
-  // Types over what a field holds.
-  static void Fill(int id, const char* text) {
-    desk::WidgetOf(id)->setFocus();
-    desk::Key(id, Qt::Key_A, Qt::ControlModifier);
-    desk::TypeInto(id, QString::fromLatin1(text));
-  }
   static void InsertThroughThePicker(int key) {
     QTimer::singleShot(200, []() { desk::Click(morva::kIdDestinationInsert); });
     desk::Click(key);
-  }
-  void Show(const char* step) {
-    const QByteArray folder = qgetenv("MORVA_PICTURES");
-    if (folder.isEmpty()) return;
-    desk::Run(150);
-    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
   }
 
   void DrawOutline() {
@@ -185,8 +139,6 @@ class Bracket : public testing::Test {
     EXPECT_EQ(wide, 1);
     desk::Key(morva::kViewCadCanvas, Qt::Key_Escape);
   }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(Bracket, IsDrawnDimensionedGeneratedPlayedReopenedAndUpdated) {
