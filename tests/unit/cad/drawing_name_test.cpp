@@ -1,0 +1,58 @@
+// The name box of a drawing in the whole application: its keys and the room it takes.
+
+#include "cad/workspace.h"
+#include "documents/program_tabs.h"
+#include "platform/window.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+class DrawingName : public support::Workbench {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+    for (int i = 1; i < kMaxDrawings; ++i) headless::Click(kIdDrawingAdd);
+  }
+  static int TabWidth() { return RectWidth(platform::PlaceOf(kIdDrawingFirst)); }
+  static void Press(int key) {
+    platform::KeyEvent event;
+    event.key = key;
+    headless::PressKey(event);
+  }
+  static std::u16string Name() { return ActiveTab()->cadStore->drawings[kMaxDrawings - 1].name; }
+};
+
+TEST_F(DrawingName, EscapeKeepsTheOldNameAndGivesTheTabsTheirRoomBack) {
+  const int width = TabWidth();
+  headless::Click(kIdDrawingRename);
+  ASSERT_EQ(platform::FocusedId(), kIdCadDrawingName);
+  EXPECT_LT(TabWidth(), width);
+  headless::TypeInto(kIdCadDrawingName, u"Lost");
+  Press(platform::kKeyEscape);
+  EXPECT_FALSE(platform::IsVisible(kIdCadDrawingName));
+  EXPECT_EQ(TabWidth(), width);
+  EXPECT_EQ(Name(), u"Drawing 8");
+  EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+}
+
+TEST_F(DrawingName, EnterTakesTheNameAndGoesBackToTheCanvas) {
+  const int width = TabWidth();
+  headless::Click(kIdDrawingRename);
+  headless::TypeInto(kIdCadDrawingName, u"Lid");
+  Press(platform::kKeyEnter);
+  EXPECT_FALSE(platform::IsVisible(kIdCadDrawingName));
+  EXPECT_EQ(TabWidth(), width);
+  EXPECT_EQ(Name(), u"Lid");
+  EXPECT_EQ(platform::TextOf(kIdDrawingLast), u"Lid");
+  EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+}
+
+TEST_F(DrawingName, TheBoxOfAShapesNameTakes71UnitsByTyping) {
+  headless::TypeInto(kIdCadShapeName, std::u16string(80, u'n'));
+  EXPECT_EQ(platform::TextOf(kIdCadShapeName), std::u16string(71, u'n'));
+}
+
+}  // namespace
+}  // namespace morva
