@@ -1,20 +1,15 @@
-// The code of drawings: a worked example to the character, and drawings by chance whose code
-// is read back by the toolpath extraction and held against the outlines in plain geometry.
+// The code of drawings: a worked example to the character, and the command around it.
 #include "cad/sketch_code.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <random>
 #include <string>
-#include <vector>
 
 #include "cad/sketch.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
-#include "simulator/motion_path.h"
 #include "support/stage.h"
 
 namespace morva {
@@ -47,7 +42,6 @@ struct SketchCodeTest : support::Stage {
     ResetSketch();
     ResetInsertion();
     FreeTabs();
-    ResetSimulator();
     features.count = 0;
     rebuilt = 0;
     hooks.rebuildToolpath = [] { ++rebuilt; };
@@ -64,7 +58,6 @@ struct SketchCodeTest : support::Stage {
     ResetSketch();
     ResetInsertion();
     FreeTabs();
-    ResetSimulator();
     ResetAppState();
   }
 
@@ -292,201 +285,6 @@ TEST_F(SketchCodeTest, RunsNothingOfItsSuccessWhenThePickerIsCancelled) {
   EXPECT_EQ(SketchStatus().find(u"Code "), std::u16string::npos);
   EXPECT_EQ(rebuilt, 0);
   EXPECT_FALSE(app.editorDirty);
-}
-
-// Drawings by chance. Distances are taken in plain geometry with the library's sine.
-
-struct Place {
-  double x, y;
-};
-
-double ToSegment(Place p, Place a, Place b) {
-  const double dx = b.x - a.x;
-  const double dy = b.y - a.y;
-  const double square = dx * dx + dy * dy;
-  double t = square > 0 ? ((p.x - a.x) * dx + (p.y - a.y) * dy) / square : 0;
-  t = t < 0 ? 0 : t > 1 ? 1 : t;
-  return std::hypot(p.x - a.x - t * dx, p.y - a.y - t * dy);
-}
-
-// A place along the object's own axes, in the drawing.
-Place In(const SketchObject& o, double lx, double ly) {
-  const double a = o.angle * (3.14159265358979323846 / 180);
-  return {o.x + lx * std::cos(a) - ly * std::sin(a), o.y + lx * std::sin(a) + ly * std::cos(a)};
-}
-
-// How far a place lies from the outline.
-double FromOutline(const SketchObject& o, Place p) {
-  if (o.type == kTypeCircle) return std::fabs(std::hypot(p.x - o.x, p.y - o.y) - o.size / 2);
-  if (o.type == kTypeLine) return ToSegment(p, {o.x, o.y}, In(o, o.size, 0));
-  if (o.type == kTypeSlot) {
-    const double s = o.size > o.size2 ? (o.size - o.size2) / 2 : 0;
-    return std::fabs(ToSegment(p, In(o, -s, 0), In(o, s, 0)) - o.size2 / 2);
-  }
-  const double w = o.size / 2;
-  const double h = o.size2 / 2;
-  const Place corners[] = {In(o, -w, -h), In(o, w, -h), In(o, w, h), In(o, -w, h), In(o, -w, -h)};
-  double least = 1e9;
-  for (int i = 0; i < 4; ++i) least = std::min(least, ToSegment(p, corners[i], corners[i + 1]));
-  return least;
-}
-
-// Places along the outline, close together.
-std::vector<Place> Along(const SketchObject& o) {
-  std::vector<Place> places;
-  const int n = 90;
-  for (int i = 0; i <= n; ++i) {
-    const double t = static_cast<double>(i) / n;
-    const double turn = t * 2 * 3.14159265358979323846;
-    const double half = turn / 2 - 3.14159265358979323846 / 2;
-    if (o.type == kTypeLine) places.push_back(In(o, o.size * t, 0));
-    if (o.type == kTypeCircle) {
-      places.push_back(In(o, o.size / 2 * std::cos(turn), o.size / 2 * std::sin(turn)));
-    }
-    for (const double side : {-1.0, 1.0}) {
-      if (o.type == kTypeRectangle) {
-        places.push_back(In(o, o.size * (t - 0.5), side * o.size2 / 2));
-        places.push_back(In(o, side * o.size / 2, o.size2 * (t - 0.5)));
-      }
-      if (o.type == kTypeSlot) {
-        const double s = o.size > o.size2 ? (o.size - o.size2) / 2 : 0;
-        const double r = o.size2 / 2;
-        places.push_back(In(o, s * (2 * t - 1), side * r));
-        places.push_back(In(o, side * (s + r * std::cos(half)), r * std::sin(half)));
-      }
-    }
-  }
-  return places;
-}
-
-struct Cut {
-  Place from, to;
-  bool drawn = true;  // else the extraction only knows that the tool arrived
-};
-
-// The number of the object that each line of the text belongs to.
-std::vector<std::size_t> ObjectsOfLines(std::u16string_view text) {
-  std::vector<std::size_t> objects;
-  std::size_t object = 0;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = text.find(u"\r\n", at);
-    const std::u16string line(text.substr(at, end - at));
-    if (line.rfind(u"(OBJECT ", 0) == 0) object = std::stoul(support::Narrow(line.substr(8)));
-    objects.push_back(object);
-    at = end + 2;
-  }
-  return objects;
-}
-
-// The feed moves in the plane at the cutting depth, by the number of their object.
-std::vector<std::vector<Cut>> CutsOf(std::u16string_view text, double depth) {
-  std::vector<std::vector<Cut>> cuts(kMaxItems + 1);
-  const std::vector<std::size_t> objects = ObjectsOfLines(text);
-  for (int i = 1; i < path.count; ++i) {
-    const MotionPoint& a = path.points[i - 1];
-    const MotionPoint& b = path.points[i];
-    if (b.rapid || b.z != depth || a.z != depth) continue;
-    cuts[objects[static_cast<std::size_t>(b.sourceLine)]].push_back(
-        {{a.x, a.y}, {b.x, b.y}, !b.jump});
-  }
-  return cuts;
-}
-
-SketchObject AnyObject(std::mt19937& chance) {
-  std::uniform_real_distribution<double> place(-40, 40);
-  std::uniform_real_distribution<double> size(0.01, 8);
-  std::uniform_real_distribution<double> turn(-400, 400);
-  SketchObject o;
-  o.type = static_cast<std::int32_t>(chance() % 6);
-  o.x = place(chance);
-  o.y = place(chance);
-  if (o.type != kTypeWorkPoint) o.size = size(chance);
-  if (o.type == kTypeRectangle || o.type == kTypeSlot) o.size2 = size(chance);
-  if (o.type != kTypeCircle && o.type != kTypeWorkPoint) o.angle = turn(chance);
-  return o;
-}
-
-bool HasArcs(const SketchObject& o) { return o.type == kTypeCircle || o.type == kTypeSlot; }
-double ArcRadius(const SketchObject& o) { return (o.type == kTypeSlot ? o.size2 : o.size) / 2; }
-
-// A word is off by up to 0.0005, a place by 0.00071. An arc's centre is as much again away from
-// its start and the radius as much again wrong; chords of a degree add 0.00015 at a radius
-// of 4.
-constexpr double kNear = 0.001;
-constexpr double kNearArc = 0.0023;
-// The extraction draws an arc whose radii at start and end agree within a thousandth and
-// 0.0001. Four roundings of 0.00071 are always within that from this radius on.
-constexpr double kRadiusAlwaysDrawn = 2.75;
-
-struct Findings {
-  int compared = 0;  // objects whose whole outline was held against the cuts
-  double farthestPlace = 0;
-  double farthestEnd = 0;
-};
-
-void ExpectOnOutline(const SketchObject& o, const std::vector<Cut>& cuts, Findings& found) {
-  for (const Cut& cut : cuts) {
-    for (const Place p : {cut.from, cut.to}) {
-      const double away = FromOutline(o, p);
-      found.farthestPlace = std::max(found.farthestPlace, away);
-      ASSERT_LE(away, HasArcs(o) ? kNearArc : kNear);
-    }
-    const Place middle{(cut.from.x + cut.to.x) / 2, (cut.from.y + cut.to.y) / 2};
-    if (cut.drawn) {
-      ASSERT_LE(FromOutline(o, middle), HasArcs(o) ? kNearArc : kNear);
-    }
-  }
-  for (const Place p : {cuts.front().from, cuts.back().to}) {
-    found.farthestEnd = std::max(found.farthestEnd, FromOutline(o, p));
-  }
-}
-
-void ExpectCovered(const SketchObject& o, const std::vector<Cut>& cuts, Findings& found) {
-  bool drawn = true;
-  for (const Cut& cut : cuts) drawn = drawn && cut.drawn;
-  if (HasArcs(o) && ArcRadius(o) >= kRadiusAlwaysDrawn) {
-    ASSERT_TRUE(drawn);
-  }
-  if (!drawn) return;
-  ++found.compared;
-  for (const Place p : Along(o)) {
-    double least = 1e9;
-    for (const Cut& cut : cuts) least = std::min(least, ToSegment(p, cut.from, cut.to));
-    ASSERT_LE(least, HasArcs(o) ? kNearArc : kNear);
-  }
-}
-
-TEST_F(SketchCodeTest, OfAnyDrawingLiesOnItsOutlinesAndCoversThem) {
-  std::mt19937 chance(20260712);
-  Findings found;
-  int cutting = 0;
-  for (int round = 0; round < 120; ++round) {
-    ResetSketch();
-    sketch.metric = round % 2 == 1;
-    const int count = 1 + static_cast<int>(chance() % 24);
-    for (int i = 0; i < count; ++i) Draw(AnyObject(chance));
-    const std::u16string text = Code();
-    features.count = 0;
-    ExtractToolpath(text, sketch.metric);
-    ASSERT_LT(path.count, kMaxMotionPoints);
-    const auto cuts = CutsOf(text, -0.1);
-    for (int i = 0; i < count; ++i) {
-      const SketchObject& o = sketch.objects[i];
-      SCOPED_TRACE(testing::Message() << "round " << round << " object " << i + 1 << " type "
-                                      << o.type << " size " << o.size << " x " << o.size2);
-      const auto& own = cuts[static_cast<std::size_t>(i + 1)];
-      ASSERT_EQ(own.empty(), o.type > kTypeSlot);
-      if (own.empty()) continue;
-      ++cutting;
-      ExpectOnOutline(o, own, found);
-      ExpectCovered(o, own, found);
-      if (HasFatalFailure()) return;
-    }
-  }
-  // Where every object begins and ends no arc's centre is in play.
-  EXPECT_LE(found.farthestEnd, kNear);
-  EXPECT_GT(found.compared, cutting * 2 / 3);
-  RecordProperty("farthestPlace", std::to_string(found.farthestPlace));
 }
 
 }  // namespace
