@@ -1,10 +1,12 @@
 #include "cad/sketch_code.h"
 
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -15,6 +17,7 @@
 #include "documents/autosave.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/events.h"
@@ -149,7 +152,9 @@ void GenerateSketchCode() {
     return;
   }
   const Text text = BuildText(cut);
-  const bool update = editLink.kind == kKindSketch;
+  // In another program the block under edit becomes a new one.
+  const std::uint64_t source = ActiveSerial();
+  const bool linked = editLink.kind == kKindSketch && editLink.tab == app.activeTab;
   if (!text.units || !InsertFeatureBlock(kKindSketch, text.View())) return;
   MarkModified();
   ScheduleAutosave();
@@ -158,7 +163,7 @@ void GenerateSketchCode() {
   AppendOutput(
       u"Custom Shape Editor geometry inserted into active program. Verify work offset, cutter "
       u"compensation, stock, and clearances.");
-  TellResult(update);
+  TellResult(linked && ActiveSerial() == source);
 }
 
 void RegisterSketchCode() {

@@ -476,5 +476,26 @@ TEST_F(DestinationTest, BringsASketchsCodeToItsPlace) {
   EXPECT_EQ(Output(), output);
 }
 
+// An update that goes into another program is a new feature there, and is not told as an update.
+TEST_F(DestinationTest, TellsWhetherASketchsCodeIsNewOrUpdated) {
+  AppendSketchObject({kTypeLine, 0, 0, 0, 2, 0, 0});
+  AcceptAt(u"2");
+  GenerateSketchCode();
+  EXPECT_EQ(SketchStatus().substr(0, 28), u"Code added to Untitled-1.NC.");
+  LinkTo(4);
+  headless::InDialog([] { headless::Click(kIdDestinationInsert); });
+  GenerateSketchCode();
+  EXPECT_EQ(SketchStatus().substr(0, 30), u"Code updated in Untitled-1.NC.");
+  EXPECT_EQ(Ids(), (std::vector<int>{1, 4, 2, 3}));
+  LinkTo(4);
+  AddProgram(u"B.NC", kThree);
+  headless::InDialog([] { headless::SelectRows(kIdDestinationProgram, {1}); });
+  AcceptAt(u"4");
+  GenerateSketchCode();
+  EXPECT_EQ(app.activeTab, 1);
+  EXPECT_EQ(Ids(), (std::vector<int>{1, 2, 3, 4}));
+  EXPECT_EQ(SketchStatus().substr(0, 19), u"Code added to B.NC.");
+}
+
 }  // namespace
 }  // namespace morva
