@@ -140,6 +140,11 @@ class PlacedWidget : public Base {
 
  protected:
   bool event(QEvent* event) override {
+    if (event->type() == QEvent::ContextMenu && !this->isEnabled()) {
+      // What lies around a disabled control is asked: its own class would swallow the request.
+      event->ignore();
+      return false;
+    }
     if (takesKeys_ && event->type() == QEvent::ShortcutOverride) {
       // Every key comes as a plain key press; there are no shortcuts beside the application's.
       event->accept();

@@ -192,7 +192,6 @@ class MainWindow : public DrawnWidget {
   void resizeEvent(QResizeEvent*) override {
     if (Listener().resized != nullptr) Listener().resized(width(), height());
   }
-  void contextMenuEvent(QContextMenuEvent* event) override { event->accept(); }
   void closeEvent(QCloseEvent* event) override {
     if (gone_) return;
     if (Listener().closing != nullptr && !Listener().closing()) {
