@@ -310,7 +310,14 @@ int FocusedId() { return headless::focused; }
 void Repaint(int) {}
 void BringToTop(int) {}
 void SetTabOrder(const int* ids, int count) {
-  headless::tabOrder.assign(ids, ids + std::max(count, 0));
+  // The first keeps its place in what was ordered before; the others come behind it.
+  std::vector<int>& order = headless::tabOrder;
+  if (count < 1) return;
+  const auto moves = [&](int id) { return std::find(ids + 1, ids + count, id) != ids + count; };
+  order.erase(std::remove_if(order.begin(), order.end(), moves), order.end());
+  auto at = std::find(order.begin(), order.end(), ids[0]);
+  if (at == order.end()) at = order.insert(at, ids[0]);
+  order.insert(at + 1, ids + 1, ids + count);
 }
 
 int IdUnderPointer() {
