@@ -23,6 +23,7 @@ void AppendOutput(std::u16string_view text) {
   std::u16string line(text);
   line += u"\r\n";
   platform::AppendText(kIdOutputLog, line);
+  Call(hooks.outputAppended, text);
 }
 
 void ClearOutput() { platform::SetText(kIdOutputLog, u""); }

@@ -44,6 +44,8 @@ bool CanvasKey(const platform::KeyEvent& key);
 void CanvasTimer(int timer);
 void EnterModelView();  // reads and checks the thickness field
 void LeaveModelView();
+// Once: whether the right button's last click gave up a tool, and so asks for no menu.
+bool TakeSpentRightClick();
 // Pan is given up for another tool.
 void EndPanTool();
 // The status line's cursor text for a drawing position.

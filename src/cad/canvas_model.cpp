@@ -299,6 +299,8 @@ void LeaveModelView() {
   canvasView.zoom = planZoom;
   // Who came back by turning to the plan wants to see more than the plan the next time.
   if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
+  // Help for what is gone would mislead.
+  if (SketchStatus() == kCubeHelp) SetSketchStatus(u"SELECT mode: click geometry on the canvas.");
   if (tools.panelMode == kPanelThickness) tools.panelMode = kPanelNone;
   RefreshCadTools();
   Refresh();

@@ -4,6 +4,7 @@
 // that tells that the button is up already.
 
 #include <algorithm>
+#include <utility>
 
 #include "app/command_ids.h"
 #include "app/panels.h"
@@ -38,6 +39,8 @@ struct Drag {
   int y = 0;
 };
 Drag drag;
+
+bool rightSpent = false;  // the last click of the right button gave up a tool
 
 double snapX = 0;  // where the last hover would snap to, drawing units
 double snapY = 0;
@@ -95,6 +98,7 @@ void PressLeft(const PointerEvent& event) {
 
 void Press(const PointerEvent& event) {
   platform::SetFocusTo(kViewCadCanvas);
+  rightSpent = false;
   canvasView.cursorX = event.x;
   canvasView.cursorY = event.y;
   if (drag.holder != Holder::Nobody) {
@@ -173,6 +177,7 @@ void MoveOf(const PointerEvent& event) {
 
 void ReleaseOf(const PointerEvent& event) {
   if (event.button == PointerButton::Right && drag.holder == Holder::Nobody) {
+    rightSpent = AnyToolInHand() || canvasView.panTool;
     CancelTools();
     return;
   }
@@ -269,6 +274,8 @@ void EndPanTool() {
   if (canvasView.panTool) SetPanTool(false);
 }
 
+bool TakeSpentRightClick() { return std::exchange(rightSpent, false); }
+
 bool AnyToolInHand() {
   return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode ||
          tools.measureMode;
@@ -357,6 +364,7 @@ void RegisterCanvas() {
 void ResetCanvas() {
   canvasView = CanvasView();
   drag = Drag();
+  rightSpent = false;
   snapX = snapY = 0;
   ResetModelView();
 }

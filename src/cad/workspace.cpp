@@ -349,6 +349,13 @@ void CancelInput() {
   RefreshCadTools();
 }
 
+// The log lies on the code surface: here its lines stand on the status line as well.
+void ShowLogged(std::u16string_view text) {
+  if (!made || app.surface != kSurfaceCad) return;
+  const std::u16string line(text.substr(0, text.find_first_of(u"\r\n")));
+  if (!line.empty()) SetSketchStatus(line.c_str());
+}
+
 // The pointer, the wheel and the timer of one drawn view.
 void Listen(int id, void (*paint)(Canvas&), bool (*pointer)(const platform::PointerEvent&)) {
   Handlers handlers;
@@ -408,7 +415,8 @@ void RefreshCadTools() {
 
 void CadFocusChanged(int id, bool gained) {
   if (!made) return;
-  if (gained) ShowCadField(id);
+  // A press of the pointer hits what it points at: the form must not move away under it.
+  if (gained && platform::IdUnderPointer() != id) ShowCadField(id);
   platform::Repaint(kViewCad);
   platform::Repaint(kViewCadSheet);
 }
@@ -421,6 +429,7 @@ void OpenCadPattern(int panelMode) {
 void RegisterCad() {
   hooks.refreshBuilderKeys = RefreshCadKeys;
   hooks.cancelCadInput = CancelInput;
+  hooks.outputAppended = ShowLogged;
   RegisterSketchCommands();
   RegisterDrawings();
   RegisterCanvas();

@@ -172,7 +172,7 @@ const Row kRows[] = {
 
     Head(kPanelDimension, u"DIMENSION / MEASURE"),
     Note(kPanelDimension, u"Click geometry to measure and resize.", 1),
-    Combo(kPanelDimension, kIdCadDimensionPart, u"Dimension",
+    Combo(kPanelDimension, kIdCadDimensionPart, u"Dimension to edit",
           u"Length / width / diameter|Height / slot width|Circle radius"),
     Field(kPanelDimension, kIdCadDimensionValue, u"Value", u"Click geometry to measure and resize.",
           kIdCadApplyDimension),
@@ -189,7 +189,9 @@ const Row kRows[] = {
          u"Adds a visual thickness to your sketch. Saved with the CAD feature; machining depths "
          u"and code are unchanged.",
          4),
-    Keys(kPanelThickness, {kIdCadApplyThickness, u"Preview 3D", u"Show the sketch as a wireframe"},
+    Keys(kPanelThickness,
+         {kIdCadApplyThickness, u"Preview 3D", u"Show the sketch as a wireframe",
+          u"Preview 3D with this thickness"},
          {kIdCadReturnTo2D, u"Return to 2D", u"Back to drawing (Esc)"}),
 
     Head(kAlways, u"Selected Geometry"),
@@ -508,6 +510,17 @@ int CadFormTop() { return form.top; }
 
 void ScrollCadForm(int pixels) { ScrollTo(form.top + pixels); }
 
+bool PageCadForm(int id, int pages) {
+  for (const Row& row : kRows) {
+    bool takes = row.kind == RowKind::Field && row.id == id;
+    for (const Key& key : row.keys) takes = takes || (key.id != 0 && key.id == id);
+    if (!takes) continue;
+    ScrollCadForm(pages * PageStep());
+    return true;
+  }
+  return false;
+}
+
 int CadFieldCommand(int id) {
   for (const Row& row : kRows) {
     if (row.id == id) return row.command;
@@ -581,6 +594,7 @@ bool CadScrollPointer(const platform::PointerEvent& event) {
       }
       [[fallthrough]];
     case platform::PointerAction::Release:
+    case platform::PointerAction::Lost:
       if (!form.dragging) return false;
       form.dragging = false;
       platform::ReleasePointer();

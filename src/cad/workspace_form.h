@@ -21,6 +21,9 @@ int ShownCadPanel();
 void ShowCadField(int id);
 int CadFormTop();  // pixels scrolled away
 void ScrollCadForm(int pixels);
+// A page less 60 pixels down, or up where negative, asked for on a field or a key of the form.
+// False: another control, or a combo, which pages through its own rows.
+bool PageCadForm(int id, int pages);
 // What Enter in a field does: the id of its command, 0 for none.
 int CadFieldCommand(int id);
 // Ids of the form's controls in the order of the screen; their count.

@@ -29,7 +29,8 @@ void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
 
 bool ToolInHand() {
   return tools.dragTool != 0 || tools.geometryTool != kGeometryNone ||
-         tools.constructionMethod != 0 || tools.dimensionMode || tools.sizePanelShown;
+         tools.constructionMethod != 0 || tools.dimensionMode || tools.sizePanelShown ||
+         canvasView.panTool;
 }
 
 struct Shortcut {
@@ -67,10 +68,24 @@ bool NameKey(const KeyEvent& key) {
   return true;
 }
 
-bool SheetKey(const KeyEvent& key) {
-  if (key.key == platform::kKeyPageUp) ScrollCadForm(-kFormHeight / 4);
-  if (key.key == platform::kKeyPageDown) ScrollCadForm(kFormHeight / 4);
-  return key.key == platform::kKeyPageUp || key.key == platform::kKeyPageDown;
+// Page Up and Page Down turn the form's pages; any other key but Tab brings back the control
+// that it goes to, so that nobody types unseen.
+bool SheetKey(int id, const KeyEvent& key) {
+  const bool up = key.key == platform::kKeyPageUp;
+  if (up || key.key == platform::kKeyPageDown) return PageCadForm(id, up ? -1 : 1);
+  if (key.key != platform::kKeyTab) ShowCadField(id);
+  return false;
+}
+
+// Nothing is edited that cannot be seen as it lies; Escape returns to the plan at once, whatever
+// has the keyboard.
+bool ModelKey(int id, const KeyEvent& key) {
+  if (!canvasView.modelView || key.ctrl || key.alt) return false;
+  if (key.key == platform::kKeyF1 + 7) return true;
+  if (key.key != platform::kKeyEscape || key.shift || id == kIdCadDrawingName) return false;
+  LeaveModelView();
+  FocusCadCanvas();
+  return true;
 }
 
 bool FlyoutKey(int id, const KeyEvent& key) {
@@ -131,6 +146,7 @@ bool CadContextMenu(int id, int row, int x, int y) {
     return true;
   }
   if (id != kViewCadCanvas || canvasView.modelView) return false;
+  if (TakeSpentRightClick()) return true;
   const platform::Rect place = platform::PlaceInMainWindow(id);
   // The keyboard asks at a place of its own; only the pointer points at an object.
   const bool pointed = canvasView.cursorX == x - place.left && canvasView.cursorY == y - place.top;
@@ -152,6 +168,7 @@ bool CadContextMenu(int id, int row, int x, int y) {
 
 bool CadKey(int id, const KeyEvent& key) {
   if (app.surface != kSurfaceCad || !CadWindowExists()) return false;
+  if (ModelKey(id, key)) return true;
   if (key.key == platform::kKeyF1 + 7 && !key.ctrl && !key.alt) {
     Press(kIdCadSnap);
     return true;
@@ -159,7 +176,8 @@ bool CadKey(int id, const KeyEvent& key) {
   if (id == kIdCadSizeBox1 || id == kIdCadSizeBox2) return SizeBoxKey(key);
   if (id == kIdCadDrawingName) return NameKey(key);
   if (ProgramKey(key)) return true;
-  if (IsCadField(id)) return FieldKey(id, key) || SheetKey(key);
+  if (SheetKey(id, key)) return true;
+  if (IsCadField(id)) return FieldKey(id, key);
   if (platform::IsTextControl(id)) return false;
   if (FlyoutKey(id, key)) return true;
   if (id == kViewCadCanvas && CanvasKey(key)) return true;

@@ -2,14 +2,19 @@
 
 #include "cad/workspace.h"
 
+#include <algorithm>
+#include <iterator>
+#include <set>
 #include <vector>
 
+#include "app/outlets.h"
 #include "cad/canvas.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace_form.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "support/stage.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -250,6 +255,225 @@ TEST_F(Workspace, SurvivesItsWindowBeingHidden) {
   EXPECT_EQ(platform::FocusedId(), kIdEditor);
   ASSERT_TRUE(headless::Click(kIdSurfaceCad));
   EXPECT_EQ(sketch.objectCount, 1);
+}
+
+constexpr int kPanels[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
+
+platform::PointerEvent ScrollEvent(platform::PointerAction action, int y) {
+  platform::PointerEvent event;
+  event.action = action;
+  event.button = action == platform::PointerAction::Move ? platform::PointerButton::None
+                                                         : platform::PointerButton::Left;
+  event.leftDown = action != platform::PointerAction::Release;
+  event.x = 8;
+  event.y = y;
+  return event;
+}
+void Scroll(platform::PointerAction action, int y) {
+  headless::Pointer(kViewCadScroll, ScrollEvent(action, y));
+}
+bool InView(int id) {
+  const Rect form = platform::PlaceInMainWindow(kViewCadForm);
+  const Rect place = platform::PlaceInMainWindow(id);
+  return place.top >= form.top && place.bottom <= form.bottom;
+}
+void PressOf(int id, int key, bool shift = false) {
+  ASSERT_TRUE(headless::Focus(id));
+  headless::PressKey({key, false, shift, false});
+}
+
+TEST_F(Workspace, NamesEveryControlOnceInEveryPanel) {
+  for (const int panel : kPanels) {
+    tools.panelMode = panel;
+    RefreshCadTools();
+    for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadCreateTyped, kIdCadDrawingName}) {
+      platform::SetVisible(id, true);
+    }
+    std::set<std::u16string> names;
+    for (const int id : headless::AllIds()) {
+      headless::ControlInfo info;
+      ASSERT_TRUE(headless::Describe(id, info));
+      if (!info.visible || info.kind == u"label") continue;
+      EXPECT_FALSE(info.name.empty()) << id << " in panel " << panel;
+      EXPECT_TRUE(names.insert(info.name).second)
+          << id << " " << support::Narrow(info.name) << " in panel " << panel;
+    }
+  }
+}
+
+TEST_F(Workspace, TabReachesEveryControlInTheOrderOfTheScreen) {
+  for (const int panel : kPanels) {
+    tools.panelMode = panel;
+    RefreshCadTools();
+    std::set<int> wanted;
+    for (const int id : headless::AllIds()) {
+      headless::ControlInfo info;
+      ASSERT_TRUE(headless::Describe(id, info));
+      const bool takes = info.kind == u"button" || info.kind == u"edit" || info.kind == u"list" ||
+                         info.kind == u"combo" || id == kViewCadCanvas;
+      if (takes && info.visible && info.enabled) wanted.insert(id);
+    }
+    ASSERT_TRUE(headless::Focus(kIdCadSelect));
+    std::vector<int> walked;
+    do {
+      walked.push_back(platform::FocusedId());
+      headless::PressKey({platform::kKeyTab});
+    } while (platform::FocusedId() != kIdCadSelect && walked.size() < 200);
+    EXPECT_EQ(std::set<int>(walked.begin(), walked.end()), wanted) << panel;
+    EXPECT_EQ(walked.size(), wanted.size()) << panel;
+    // Within the strip and within the form every step leads right or down.
+    for (std::size_t i = 1; i < walked.size(); ++i) {
+      const bool strip = platform::PlaceInMainWindow(walked[i - 1]).bottom <
+                             platform::PlaceInMainWindow(kViewCadCanvas).top - 40 &&
+                         i < 30;
+      if (!strip && !(InForm(walked[i - 1]) && InForm(walked[i]))) continue;
+      const Rect from = platform::PlaceOf(walked[i - 1]);
+      const Rect to = platform::PlaceOf(walked[i]);
+      EXPECT_TRUE(to.top > from.top || to.left > from.left)
+          << walked[i - 1] << " to " << walked[i] << " in panel " << panel;
+    }
+  }
+}
+
+TEST_F(Workspace, ScrollsByTheArrowsThePagesAndTheThumbOfItsBar) {
+  using platform::PointerAction;
+  headless::Resize(1200, 800);
+  const int height = platform::ClientArea(kViewCadForm).bottom;
+  const int most = 1360 - height;
+  Scroll(PointerAction::Press, height - 3);
+  EXPECT_EQ(CadFormTop(), 36);
+  Scroll(PointerAction::Press, 3);
+  EXPECT_EQ(CadFormTop(), 0);
+  Scroll(PointerAction::Press, 3);
+  EXPECT_EQ(CadFormTop(), 0);
+  Scroll(PointerAction::Press, height - 20);  // below the thumb
+  EXPECT_EQ(CadFormTop(), height - 60);
+  Scroll(PointerAction::Press, 18);  // above it
+  EXPECT_EQ(CadFormTop(), 0);
+  Scroll(PointerAction::Press, 40);
+  Scroll(PointerAction::Move, 5000);
+  EXPECT_EQ(CadFormTop(), most);
+  Scroll(PointerAction::Move, 40);
+  EXPECT_EQ(CadFormTop(), 0);
+  Scroll(PointerAction::Lost, 0);
+  Scroll(PointerAction::Move, 300);
+  EXPECT_EQ(CadFormTop(), 0);
+}
+
+TEST_F(Workspace, TurnsThePagesOfTheFormByKeysOnFieldsAndKeys) {
+  headless::Resize(1200, 800);
+  const int page = platform::ClientArea(kViewCadForm).bottom - 60;
+  for (const int id : {kIdCadX, kIdCadApply}) {
+    PressOf(id, platform::kKeyPageDown);
+    EXPECT_EQ(CadFormTop(), page) << id;
+    headless::PressKey({platform::kKeyPageUp});
+    EXPECT_EQ(CadFormTop(), 0) << id;
+  }
+  // What is typed is seen.
+  PressOf(kIdCadX, platform::kKeyPageDown);
+  EXPECT_FALSE(InView(kIdCadX));
+  headless::PressKey({'7'});
+  EXPECT_TRUE(InView(kIdCadX));
+  // A combo pages through its own rows, the canvas zooms.
+  tools.panelMode = kPanelCircular;
+  RefreshCadTools();
+  PressOf(kIdCadCircularOrientation, platform::kKeyPageDown);
+  EXPECT_EQ(CadFormTop(), 0);
+}
+
+TEST_F(Workspace, BringsEveryFieldIntoViewEitherWayRound) {
+  headless::Resize(1200, 800);
+  tools.panelMode = kPanelRectangular;
+  RefreshCadTools();
+  for (const bool back : {false, true}) {
+    ASSERT_TRUE(headless::Focus(back ? kIdCadClear : kIdCadColumns));
+    for (int i = 0; i < 30; ++i) {
+      EXPECT_TRUE(InView(platform::FocusedId())) << platform::FocusedId();
+      headless::PressKey({platform::kKeyTab, false, back, false});
+    }
+  }
+}
+
+TEST_F(Workspace, StaysUnderAPressOfThePointer) {
+  headless::Resize(1200, 800);
+  tools.panelMode = kPanelCircular;
+  RefreshCadTools();
+  const int top = platform::PlaceOf(kIdCadQuickCircular).top + 10;
+  ScrollCadForm(top);
+  headless::MovePointerOver(kIdCadQuickCircular);
+  ASSERT_TRUE(headless::Focus(kIdCadQuickCircular));
+  EXPECT_EQ(CadFormTop(), top);
+  headless::MovePointerOver(0);
+  ASSERT_TRUE(headless::Focus(kIdCadCircularX));
+  ASSERT_TRUE(headless::Focus(kIdCadQuickCircular));
+  EXPECT_TRUE(InView(kIdCadQuickCircular));
+}
+
+TEST_F(Workspace, LeavesTheModelViewByEscapeFromEveryControlAndSnapsByNoKeyThere) {
+  for (const int id : {kViewCadCanvas, kIdCadThicknessValue, kIdCadLine, kIdCadOperations}) {
+    ASSERT_TRUE(headless::Click(kIdCadThickness));
+    ASSERT_TRUE(canvasView.modelView);
+    PressOf(id, platform::kKeyF1 + 7);
+    EXPECT_TRUE(sketch.snapOn) << id;
+    EXPECT_TRUE(canvasView.modelView) << id;
+    headless::PressKey({platform::kKeyEscape});
+    EXPECT_FALSE(canvasView.modelView) << id;
+    EXPECT_EQ(platform::FocusedId(), kViewCadCanvas) << id;
+    headless::PressKey({platform::kKeyF1 + 7});
+    EXPECT_FALSE(sketch.snapOn) << id;
+    headless::PressKey({platform::kKeyF1 + 7});
+  }
+}
+
+TEST_F(Workspace, DropsTheCubesHelpWithTheModelView) {
+  ASSERT_TRUE(headless::Click(kIdCadThickness));
+  EXPECT_EQ(SketchStatus().substr(0, 10), u"View cube:");
+  headless::PressKey({platform::kKeyEscape});
+  EXPECT_EQ(SketchStatus(), u"SELECT mode: click geometry on the canvas.");
+}
+
+TEST_F(Workspace, ARightClickOnAnyKindOfControlGivesUpTheToolInHand) {
+  tools.panelMode = kPanelCircular;
+  RefreshCadTools();
+  const int around[] = {kIdCadLabelFirst + 1, kIdCadQuantity,   kIdCadCircularOrientation,
+                        kIdCadStatus,         kIdCadOperations, kIdTabFirst,
+                        kViewCadSheet,        kViewCadScroll,   kIdStatusLine};
+  for (const int id : around) {
+    tools.dragTool = 1;
+    tools.panelMode = kPanelCircular;
+    RefreshCadTools();
+    EXPECT_TRUE(headless::ContextMenu(id, -1)) << id;
+    EXPECT_EQ(tools.dragTool, 0) << id;
+  }
+  tools.dragTool = 1;
+  EXPECT_TRUE(platform::Listener().contextMenu(platform::kMainWindow, -1, 1000, 30));
+  EXPECT_EQ(tools.dragTool, 0);
+  ASSERT_TRUE(headless::Click(kIdCadPan));
+  EXPECT_TRUE(headless::ContextMenu(kIdCadGenerate, -1));
+  EXPECT_FALSE(canvasView.panTool);
+  EXPECT_TRUE(headless::TakeMenus().empty());
+}
+
+TEST_F(Workspace, ARightClickOnTheCanvasIsUsedUpByTheToolThatItEnds) {
+  ASSERT_TRUE(headless::Click(kIdCadLine));
+  for (const std::size_t menus : {0u, 1u, 1u}) {
+    Press(platform::PointerButton::Right, platform::PointerAction::Press);
+    Press(platform::PointerButton::Right, platform::PointerAction::Release);
+    EXPECT_EQ(tools.constructionMethod, 0);
+    EXPECT_EQ(headless::TakeMenus().size(), menus);
+  }
+}
+
+TEST_F(Workspace, TellsOnItsStatusLineWhatTheLogOutOfSightTells) {
+  AppendOutput(u"Saved program.");
+  EXPECT_EQ(SketchStatus(), u"Saved program.");
+  EXPECT_EQ(platform::TextOf(kIdCadStatus), u"Saved program.");
+  LogOutput(u"Transfer complete.");
+  EXPECT_EQ(SketchStatus(), u"Transfer complete.");
+  EXPECT_TRUE(OutputHas(u"Saved program.\r\n"));
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  AppendOutput(u"Seen where it stands.");
+  EXPECT_EQ(SketchStatus(), u"Transfer complete.");
 }
 
 }  // namespace
