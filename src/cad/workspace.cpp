@@ -356,6 +356,19 @@ void ShowLogged(std::u16string_view text) {
   if (!line.empty()) SetSketchStatus(line.c_str());
 }
 
+// The wheel over what floats on the canvas is the canvas's.
+bool WorkspacePointer(const platform::PointerEvent& event) {
+  const Rect canvas = platform::PlaceOf(kViewCadCanvas);
+  if (event.action != platform::PointerAction::Wheel ||
+      !platform::RectHolds(canvas, event.x, event.y)) {
+    return false;
+  }
+  platform::PointerEvent wheel = event;
+  wheel.x -= canvas.left;
+  wheel.y -= canvas.top;
+  return CanvasPointer(wheel);
+}
+
 // The pointer, the wheel and the timer of one drawn view.
 void Listen(int id, void (*paint)(Canvas&), bool (*pointer)(const platform::PointerEvent&)) {
   Handlers handlers;
@@ -440,7 +453,7 @@ void RegisterCad() {
   RegisterPatterns();
   RegisterSketchCode();
   RegisterCommand(RouterStage::Builder, kIdCadCutData, platform::kNotifyClick, OpenCutData);
-  Listen(kViewCad, PaintWorkspace, nullptr);
+  Listen(kViewCad, PaintWorkspace, WorkspacePointer);
   Listen(kViewCadForm, PaintCadForm, CadFormPointer);
   Listen(kViewCadSheet, PaintCadSheet, CadFormPointer);
   Listen(kViewCadScroll, PaintCadScroll, CadScrollPointer);

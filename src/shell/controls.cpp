@@ -1,4 +1,6 @@
 // The main window's controls: one table a kind, made once in the order of the screen.
+#include <iterator>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
@@ -115,6 +117,13 @@ constexpr int kOrder[] = {
     kIdRenumber,      kIdOutputLog,
     kIdInfoPanel,     kIdHelpText,
 };
+// What the other surfaces keep, from left to right.
+constexpr int kBandOrder[] = {
+    kIdBack,         kIdSurfaceCode,  kIdSurfaceCad,   kIdSurfacePlate,
+    kIdNew,          kIdOpen,         kIdSaveMenu,     kIdTabFirst,
+    kIdTabFirst + 1, kIdTabFirst + 2, kIdTabFirst + 3, kIdTabFirst + 4,
+    kIdTabFirst + 5, kIdTabFirst + 6, kIdTabLast,      kIdTabNew,
+};
 
 void MakeKeys() {
   int count = 0;
@@ -168,7 +177,13 @@ void MakeMainControls() {
   platform::SetTextLimit(kIdFeatureName, kFeatureNameMost);
   if (IsPending(kIdFeatureRename)) platform::SetEnabled(kIdFeatureName, false);
   for (int i = 0; i < PanelCount(); ++i) Call(PanelAt(i).make);
-  platform::SetTabOrder(kOrder, static_cast<int>(sizeof(kOrder) / sizeof(kOrder[0])));
+  OrderTabs(kSurfaceCode);
+}
+
+void OrderTabs(int surface) {
+  platform::SetTabOrder(kOrder, static_cast<int>(std::size(kOrder)));
+  if (surface == kSurfaceCode) return;
+  platform::SetTabOrder(kBandOrder, static_cast<int>(std::size(kBandOrder)));
 }
 
 }  // namespace morva

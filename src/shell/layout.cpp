@@ -30,6 +30,7 @@ struct Shown {
 };
 Shown shownTable[kMaxPlacements];
 int shownCount = 0;
+int orderedFor = -1;  // the surface that Tab follows
 
 void Show(int id, bool shown) {
   for (int i = 0; i < shownCount; ++i) {
@@ -170,6 +171,10 @@ void Layout() {
   }
   HideUnplanned(plan);
   PlacePanels();
+  if (orderedFor != app.surface) {
+    orderedFor = app.surface;
+    OrderTabs(app.surface);
+  }
   if (app.surface == kSurfaceCad) {
     ShowCadWorkspace(areas.workspace);
   } else {
@@ -225,6 +230,7 @@ void ResetShell() {
   dragging = false;
   gripShape = false;
   shownCount = 0;
+  orderedFor = -1;
   ResetModes();
   ResetKeyStates();
 }

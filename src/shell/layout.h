@@ -8,6 +8,8 @@ namespace morva {
 
 // Makes every control of the main window once.
 void MakeMainControls();
+// Tab follows the screen of this surface.
+void OrderTabs(int surface);
 // Places and shows everything for surface, mode and window size.
 void Layout();
 // The surfaces and modes.

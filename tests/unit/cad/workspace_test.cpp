@@ -2,7 +2,7 @@
 
 #include "cad/workspace.h"
 
-#include <algorithm>
+#include <initializer_list>
 #include <iterator>
 #include <set>
 #include <vector>
@@ -333,6 +333,44 @@ TEST_F(Workspace, TabReachesEveryControlInTheOrderOfTheScreen) {
           << walked[i - 1] << " to " << walked[i] << " in panel " << panel;
     }
   }
+}
+
+TEST_F(Workspace, ZoomsTheCanvasByTheWheelOverABoxThatFloatsOnIt) {
+  const Rect canvas = platform::PlaceOf(kViewCadCanvas);
+  platform::PointerEvent wheel;
+  wheel.action = platform::PointerAction::Wheel;
+  wheel.wheel = 1;
+  wheel.x = canvas.left + 200;
+  wheel.y = canvas.top + 150;
+  double x = 0;
+  double y = 0;
+  FromCanvas(200, 150, x, y);
+  headless::Pointer(kViewCad, wheel);
+  EXPECT_DOUBLE_EQ(canvasView.zoom, 1.15);
+  double x2 = 0;
+  double y2 = 0;
+  FromCanvas(200, 150, x2, y2);
+  EXPECT_NEAR(x2, x, 1e-9);
+  EXPECT_NEAR(y2, y, 1e-9);
+  wheel.x = canvas.left - 20;
+  headless::Pointer(kViewCad, wheel);
+  EXPECT_DOUBLE_EQ(canvasView.zoom, 1.15);
+}
+
+TEST_F(Workspace, LetsTabFollowTheBandOfEachSurface) {
+  const auto expectWalk = [](std::initializer_list<int> ids) {
+    headless::Focus(*ids.begin());
+    for (const int id : ids) {
+      EXPECT_EQ(platform::FocusedId(), id);
+      headless::PressKey({platform::kKeyTab});
+    }
+  };
+  expectWalk({kIdBack, kIdSurfaceCode, kIdSurfaceCad, kIdNew, kIdOpen, kIdSaveMenu, kIdTabFirst,
+              kIdTabNew, kIdCadSelect, kIdCadLine});
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  expectWalk({kIdInch, kIdMm, kIdBack, kIdSurfaceCode, kIdSurfaceCad});
+  expectWalk({kIdZoomReset, kIdModeList, kIdShowFeatures});
+  expectWalk({kIdTabNew, kIdCommandWords});
 }
 
 TEST_F(Workspace, ScrollsByTheArrowsThePagesAndTheThumbOfItsBar) {
