@@ -231,12 +231,9 @@ class Combo : public PlacedWidget<QComboBox> {
 
  protected:
   void wheelEvent(QWheelEvent* event) override {
-    // Without the keyboard the wheel belongs to what lies around the combo.
-    if (hasFocus()) {
-      QComboBox::wheelEvent(event);
-    } else {
-      event->ignore();
-    }
+    // The wheel belongs to what lies around the combo, which may scroll: a choice made earlier
+    // must not change as it passes by under the pointer.
+    event->ignore();
   }
   void showPopup() override {
     // The popup list is made on first use only.

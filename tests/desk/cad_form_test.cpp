@@ -1,0 +1,74 @@
+// The scrolling form and the right button of the CAD workspace on the real window.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "cad/tool_state.h"
+#include "cad/workspace_form.h"
+#include "desk/desk.h"
+#include "platform/window.h"
+
+namespace {
+
+class CadForm : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    desk::Click(morva::kIdSurfaceCad);
+    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
+  }
+  static void Wheel(QWidget* widget, int notches) {
+    const QPoint at = widget->rect().center();
+    QWheelEvent wheel(at, widget->mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    // Only a wheel from outside goes on to what lies around a control that leaves it alone.
+    QSpontaneKeyEvent::setSpontaneous(&wheel);
+    qApp->notify(widget, &wheel);
+  }
+  static void AskForMenu(QWidget* widget) {
+    const QPoint at = widget->rect().center();
+    QContextMenuEvent ask(QContextMenuEvent::Mouse, at, widget->mapToGlobal(at));
+    QApplication::sendEvent(widget, &ask);
+  }
+
+  QTemporaryDir home_;
+};
+
+TEST_F(CadForm, ScrollsByTheWheelOverWhateverStandsInItAndChangesNoChoice) {
+  desk::Click(morva::kIdCadCircularPanel);
+  auto* combo = qobject_cast<QComboBox*>(desk::WidgetOf(morva::kIdCadCircularOrientation));
+  ASSERT_NE(combo, nullptr);
+  combo->setFocus();
+  const int row = combo->currentIndex();
+  int top = morva::CadFormTop();
+  for (const int id : {static_cast<int>(morva::kIdCadLabelFirst) + 1, morva::kIdCadQuantity,
+                       morva::kIdCadCircularOrientation, morva::kIdCadQuickCircular,
+                       morva::kViewCadSheet, morva::kViewCadScroll}) {
+    Wheel(desk::WidgetOf(id), -1);
+    EXPECT_EQ(morva::CadFormTop(), top + 36) << id;
+    top = morva::CadFormTop();
+  }
+  EXPECT_EQ(combo->currentIndex(), row);
+}
+
+TEST_F(CadForm, AnsweredNowhereARightClickStillGivesUpTheToolInHand) {
+  ASSERT_FALSE(desk::WidgetOf(morva::kIdSurfacePlate)->isEnabled());
+  for (const int id : {static_cast<int>(platform::kMainWindow), morva::kIdSurfacePlate,
+                       morva::kIdCadStatus, morva::kIdCadQuantity}) {
+    desk::Click(morva::kIdCadLine);
+    ASSERT_NE(morva::tools.constructionMethod, 0);
+    AskForMenu(desk::WidgetOf(id));
+    EXPECT_EQ(morva::tools.constructionMethod, 0) << id;
+  }
+}
+
+}  // namespace
