@@ -344,6 +344,20 @@ TEST_F(Patterns, FormTurnsTheLinesOfATriangleWithTheItem) {
   }
 }
 
+// A row behind the six is no shape of the form.
+TEST_F(Patterns, FormOffersTheSixShapesAndMakesNoOther) {
+  constexpr const char16_t* kRows[] = {u"Circle",   u"Square",  u"Rectangle",
+                                       u"Triangle", u"Diamond", u"Slot"};
+  for (const int id : {kIdCadCircShape, kIdCadRectShape}) {
+    id == kIdCadCircShape ? Circular() : Rectangular();
+    ASSERT_EQ(platform::RowCount(id), 6);
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(platform::RowText(id, i), kRows[i]);
+    platform::AddRow(id, u"CUSTOM: Bracket", 1000);
+    headless::SelectRows(id, {6});
+    ExpectRefused(kBadShape);
+  }
+}
+
 TEST_F(Patterns, FormTakesTheWidthForAHeightOfNothing) {
   Circular();
   headless::SelectRows(kIdCadCircShape, {2});
@@ -566,6 +580,29 @@ TEST_F(Patterns, FormRepeatsTheSelectedObjectAloneWithItsGroup) {
   EXPECT_EQ(sketch.selected, 0);
 }
 
+TEST_F(Patterns, FormOfTheSelectionIsOneStepOfUndoAndShowsItsCopies) {
+  Add(kTypeRectangle, 5, 5, 2, 1, 15);
+  Add(kTypeCircle, 1, 1, 1);
+  sketch.selected = 0;
+  sketch.hidden[0] = 1;
+  Rectangular();
+  headless::Click(kIdCadPatternSource);
+  Type(kIdCadRectRotation, u"30");
+  headless::Click(kIdCadCreatePattern);
+  ASSERT_EQ(sketch.objectCount, 7);
+  ExpectAt(0, 0, 0);
+  EXPECT_EQ(Object(0).angle, 45);
+  EXPECT_EQ(Object(6).angle, 45);
+  for (int i = 2; i < 7; ++i) EXPECT_EQ(sketch.hidden[i] + sketch.locked[i], 0) << i;
+  EXPECT_EQ(sketch.undoDepth, 1);
+  headless::Click(kIdCadUndo);
+  ASSERT_EQ(sketch.objectCount, 2);
+  ExpectAt(0, 5, 5);
+  EXPECT_EQ(Object(0).angle, 15);
+  EXPECT_EQ(sketch.selected, 0);
+  EXPECT_EQ(sketch.undoDepth, 0);
+}
+
 TEST_F(Patterns, FormLetsTheSelectedObjectFillAFullSketch) {
   Fill(96);
   sketch.selected = 3;
@@ -687,6 +724,21 @@ TEST_F(Patterns, PickTakesTheDirectionOfWhatIsClicked) {
       EXPECT_EQ(tools.geometryTool, kGeometryNone);
       EXPECT_EQ(tools.panelMode, kPanelRectangular);
     }
+  }
+}
+
+// An upright box: its ends of the width are the long sides, and run upright.
+TEST_F(Patterns, PickTakesTheSideOfATallRectangleThatIsClicked) {
+  Add(kTypeRectangle, 0, 0, 1, 3, 0);
+  const struct {
+    double x, y;
+    const char16_t* text;
+  } kClicks[] = {{0.5, 0.4, u"90.000"}, {-0.5, 1, u"90.000"}, {0.2, 1.5, u"0.000"}};
+  Rectangular();
+  for (const auto& each : kClicks) {
+    headless::Click(kIdPickDirection1);
+    ASSERT_TRUE(PatternDirectionClick(each.x, each.y));
+    EXPECT_EQ(platform::TextOf(kIdCadDirection1), each.text) << each.x;
   }
 }
 
