@@ -55,7 +55,7 @@ struct Handlers {
   void (*timer)(int timer) = nullptr;
 };
 
-inline constexpr int kMaxHandlers = 64;
+inline constexpr int kMaxHandlers = 96;
 bool RegisterHandlers(const Handlers& handlers);
 // The n-th record of an id, null past the last. Several rooms may listen to one id; the first
 // that answers true ends the search.

@@ -198,7 +198,7 @@ void PressKey(int id, int) {
   }
 }
 
-// Escape is the way back from the list and from either pane.
+// Escape is the way back from every control of the review.
 bool LeaveKey(const platform::KeyEvent& key) {
   if (!app.compareActive || key.key != platform::kKeyEscape) return false;
   if (key.ctrl || key.alt || key.shift) return false;
@@ -232,7 +232,8 @@ void RegisterReview() {
     RegisterCommand(RouterStage::Notified, id, platform::kNotifyVScroll,
                     [](int, int) { ReviewLockScroll(); });
   }
-  for (const int id : {kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane}) {
+  for (int id = kIdReviewPrograms; id <= kIdReviewRightPane; ++id) {
+    if (id == kIdReviewSummary || id == kIdReviewLeftLabel || id == kIdReviewRightLabel) continue;
     Handlers handlers;
     handlers.id = id;
     handlers.key = LeaveKey;

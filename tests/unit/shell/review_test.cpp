@@ -163,6 +163,17 @@ TEST_F(Review, TheSecondIdAndTheTabMenuEnterItToo) {
   EXPECT_EQ(platform::FocusedId(), kIdEditor);
 }
 
+TEST_F(Review, EscapeLeavesFromEveryControlThatTakesTheKeyboard) {
+  for (const int id : {kIdReviewPrograms, kIdReviewNext, kIdReviewSpaces, kIdReviewBack,
+                       kIdReviewLeft, kIdReviewRight, kIdReviewRightPane}) {
+    headless::Click(kIdCompareSecond);
+    ASSERT_TRUE(app.compareActive);
+    headless::Focus(id);
+    headless::PressKey({platform::kKeyEscape});
+    EXPECT_FALSE(app.compareActive) << id;
+  }
+}
+
 TEST_F(Review, EntersWithTheMarkedProgramsCompared) {
   Compare(u"G1 X1\r\nG1 X2\r\n", u"G1 X1\r\nG1 X3\r\n");
   EXPECT_FALSE(platform::IsRowSelected(kIdReviewPrograms, 0));
