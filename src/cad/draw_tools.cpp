@@ -127,7 +127,7 @@ void PressToolKey(int id, int) {
     case kIdCadCircle:
       return StartMethod(kIdMethodCircleRadius);
     case kIdCadSlot:
-      return StartMethod(kIdMethodSlotDrag);
+      return StartMethod(kIdMethodSlotPoints);
     case kIdCadDimension:
       return StartMethod(kIdMethodDimension);
     case kIdCadPolygon:

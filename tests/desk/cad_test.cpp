@@ -40,7 +40,11 @@ class Bracket : public CadDesk {
   // Two slots with rounded ends; the width of the first from its field, the second by a copy.
   void DrawSlots() {
     desk::Click(morva::kIdCadSlot);
-    Drag(-2.5, -1, -1.5, -1);
+    ClickAt(-2.4, -1);
+    ClickAt(-1.6, -1);
+    ClickAt(-2, -0.8);
+    EXPECT_NEAR(morva::sketch.objects[1].size, 1.2, 1e-9);
+    EXPECT_NEAR(morva::sketch.objects[1].size2, 0.4, 1e-9);
     ASSERT_EQ(morva::sketch.objectCount, 2);
     Fill(morva::kIdCadSize, "1.25");
     Fill(morva::kIdCadSize2, "0.4");

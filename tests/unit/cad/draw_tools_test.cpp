@@ -29,9 +29,9 @@ TEST_F(DrawTools, ALeftClickOnAToolKeyStartsItsFirstMethod) {
   EXPECT_EQ(tools.constructionMethod, kIdMethodPolygon);
   EXPECT_EQ(tools.panelMode, kPanelPolygon);
   PressButton(kIdCadSlot);
-  EXPECT_EQ(tools.constructionMethod, 0);
+  EXPECT_EQ(tools.constructionMethod, kIdMethodSlotPoints);
   EXPECT_EQ(tools.panelMode, kPanelNone);
-  EXPECT_EQ(tools.dragTool, 4);
+  EXPECT_EQ(tools.dragTool, 0);
   PressButton(kIdCadDimension);
   EXPECT_EQ(tools.dragTool, 0);
   EXPECT_TRUE(tools.dimensionMode);
@@ -168,8 +168,8 @@ TEST_F(DrawTools, AVerticalRectangleDragTakesItsDiagonalAsWidth) {
   ExpectObject(Last(), kTypeRectangle, 0, 0, 2, 2, 0);
 }
 
-TEST_F(DrawTools, TheSlotKeyDragsASlot) {
-  PressButton(kIdCadSlot);
+TEST_F(DrawTools, TheSlotByDragHasAPresetWidth) {
+  StartMethod(kIdMethodSlotDrag);
   Drag(-1, 0, 1, 0);
   ExpectObject(Last(), kTypeSlot, 0, 0, 2, 0.25, 0);
 }
