@@ -80,6 +80,8 @@ void CapturePointer(int view);
 void ReleasePointer();
 // Whether Ctrl is down now, for clicks that mean something else with it.
 bool CtrlHeld();
+// Whether any button of the pointer is down now, wherever it was pressed.
+bool ButtonHeld();
 enum class PointerShape { Arrow, SizeAcross, Cross, Hand };
 void SetPointerShape(int id, PointerShape shape);
 // The place of `id` in main-window pixels.

@@ -45,6 +45,7 @@ bool Pointer(int view, const platform::PointerEvent& event);
 void MovePointerOver(int id);        // for hover hints; 0: outside the window
 void Resize(int width, int height);  // client size, held to the window's minimum
 void HoldCtrl(bool held);            // for the clicks that follow
+void HoldButton(bool held);          // a button of the pointer on a control, until told
 bool CloseKey();                     // false: the window stayed
 bool WindowClosed();
 

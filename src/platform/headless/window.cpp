@@ -34,6 +34,7 @@ int focused = 0;
 int pointerOver = 0;
 int captured = 0;
 bool ctrlHeld = false;
+bool buttonHeld = false;
 
 void ResetWindow() {
   window = MainWindow();
@@ -41,7 +42,7 @@ void ResetWindow() {
   byId.clear();
   tabOrder.clear();
   focused = pointerOver = captured = 0;
-  ctrlHeld = false;
+  ctrlHeld = buttonHeld = false;
 }
 ResetHook hook(1, ResetWindow);
 
@@ -114,6 +115,7 @@ bool TakesKeyboard(const Item& item) {
 }
 
 void HoldCtrl(bool held) { ctrlHeld = held; }
+void HoldButton(bool held) { buttonHeld = held; }
 void SetPointerOver(int id) { pointerOver = id; }
 int CapturedView() { return captured; }
 
@@ -329,6 +331,7 @@ int IdUnderPointer() {
 void CapturePointer(int view) { headless::captured = view; }
 void ReleasePointer() { headless::captured = 0; }
 bool CtrlHeld() { return headless::ctrlHeld; }
+bool ButtonHeld() { return headless::buttonHeld; }
 
 void SetPointerShape(int id, PointerShape shape) {
   if (Item* item = Find(id)) item->shape = shape;

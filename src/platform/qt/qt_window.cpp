@@ -489,6 +489,8 @@ void ReleasePointer() {
 
 bool CtrlHeld() { return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier); }
 
+bool ButtonHeld() { return QGuiApplication::mouseButtons() != Qt::NoButton; }
+
 void SetPointerShape(int id, PointerShape shape) {
   QWidget* widget = WidgetOf(id);
   if (widget == nullptr) return;
