@@ -251,7 +251,7 @@ void ShowCursorText(double x, double y) {
     text += SketchNumber(sketch.objects[under].size, 4);
     if (sketch.locked[under]) text += u" LOCKED";
   }
-  SetSketchStatus(text.c_str());
+  SetPassingStatus(text.c_str());
 }
 
 }  // namespace morva

@@ -8,6 +8,7 @@
 #include "cad/construct.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
+#include "cad/hint_line.h"
 #include "cad/tool_state.h"
 #include "platform/window.h"
 
@@ -15,6 +16,7 @@ namespace morva {
 
 namespace {
 
+constexpr const char16_t* kPickSide = u"Click the desired tangent side of a circle.";
 constexpr const char16_t* kLogged = u"Created geometry by construction points";
 
 bool IsCircleTangent(int method) {
@@ -86,7 +88,7 @@ void ClickTangentCircle(double x, double y) {
 void ClickTangentLine(double x, double y) {
   const int hit = HitObject(x, y);
   if (hit < 0 || sketch.objects[hit].type != kTypeCircle) {
-    SetSketchStatus(u"Click the desired tangent side of a circle.");
+    SetSketchStatus(kPickSide);
     return;
   }
   SketchObject object;
@@ -123,6 +125,7 @@ void ClickPoint(double x, double y) {
     FinishPoints();
   } else if (tools.constructionClicks == 1) {
     SetSketchStatus(u"Pick the second construction point.");
+    if (tools.constructionMethod == kIdMethodLineTangent) KeepPrompt(kPickSide);
   } else {
     SetSketchStatus(u"Pick the third point to set the circle, height or width.");
   }
@@ -160,6 +163,7 @@ void RestartMethod() {
   tools.tangentTarget = -1;
   tools.previewValid = false;
   HideSizeBoxes();
+  KeepPrompt(MethodPrompt(tools.constructionMethod));
   platform::Repaint(kViewCadCanvas);
 }
 

@@ -1,11 +1,11 @@
 #include "cad/dimensions.h"
 
 #include "app/command_ids.h"
-#include "app/panels.h"
 #include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
+#include "cad/hint_line.h"
 #include "cad/tool_state.h"
 #include "platform/control.h"
 #include "platform/listing.h"
@@ -16,6 +16,8 @@ namespace morva {
 namespace {
 
 constexpr const char16_t* kClickGeometry = u"Click geometry to measure and resize.";
+constexpr const char16_t* kDimensionPrompt =
+    u"Dimension: click an object or dimension label, change its value, and press Enter.";
 constexpr const char16_t* kParts[] = {u"Length / width / diameter", u"Height / slot width",
                                       u"Circle radius"};
 
@@ -85,7 +87,9 @@ void ApplyFromPanel(int, int) {
     SetSketchStatus(
         u"Choose a supported dimension on unlocked geometry and enter a positive size. Slot "
         u"length must be at least its width.");
+    return;
   }
+  KeepPrompt(kDimensionPrompt);
 }
 
 void ChoosePart(int, int) {
@@ -93,11 +97,6 @@ void ChoosePart(int, int) {
   if (row < 0 || row > 2) return;
   tools.dimensionPart = row;
   ShowDimensionValue();
-}
-
-// Escape while the value is being typed ends the mode, as it does on the canvas.
-bool ValueKey(const platform::KeyEvent& key) {
-  return key.key == platform::kKeyEscape && tools.dimensionMode && DrawToolKey(key);
 }
 
 }  // namespace
@@ -111,8 +110,7 @@ void EnterDimensionMode(bool measure) {
   tools.panelMode = kPanelDimension;
   SetSketchStatus(
       measure ? u"Reference measurement: pick two points; this value does not resize geometry."
-              : u"Dimension: click an object or dimension label, change its value, and press "
-                u"Enter.");
+              : kDimensionPrompt);
   ShowToolChange();
   ShowDimensionValue();
   FocusCanvas();
@@ -175,10 +173,6 @@ void RegisterDimensions() {
                   ApplyFromPanel);
   RegisterCommand(RouterStage::Notified, kIdCadDimensionPart, platform::kNotifyListSelect,
                   ChoosePart);
-  Handlers value;
-  value.id = kIdCadDimensionValue;
-  value.key = ValueKey;
-  RegisterHandlers(value);
 }
 
 void ResetDimensions() { ForgetDimensionLabels(); }

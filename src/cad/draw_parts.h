@@ -19,6 +19,8 @@ void FocusCanvas();
 // A click and a move of a running method, in canvas pixels.
 void ConstructionClick(const platform::PointerEvent& event);
 void ConstructionMove(const platform::PointerEvent& event);
+// What a method says when it begins.
+const char16_t* MethodPrompt(int command);
 // The points are given back and the preview ends; the method itself runs on.
 void RestartMethod();
 
@@ -37,6 +39,7 @@ void CreatePolygonFromPanel();
 void CaptionSizeBoxes();
 void FillSizeBoxes();
 void OpenSizeBoxes(int canvasX, int canvasY);
+void FocusSizeBoxes();
 void HideSizeBoxes();
 
 // Rest of the pointer on a tool key. A key that was used opens nothing until the pointer has

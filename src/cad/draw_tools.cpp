@@ -7,6 +7,7 @@
 #include "cad/canvas.h"
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
+#include "cad/hint_line.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
 #include "platform/control.h"
@@ -30,19 +31,6 @@ bool IsMethod(int command) {
          (command >= kIdMethodCircleRadius && command <= kIdMethodCircleOnCircle) ||
          (command >= kIdMethodRectangle && command <= kIdMethodRectangleThree) ||
          command == kIdMethodSlotPoints || command == kIdMethodPolygon;
-}
-
-const char16_t* StartText(int command) {
-  switch (command) {
-    case kIdMethodLineTangent:
-      return u"Tangent line: pick its start, then click the desired side of a circle.";
-    case kIdMethodCircleOnLine:
-      return u"Tangent circle: pick a line, then the new center.";
-    case kIdMethodCircleOnCircle:
-      return u"Tangent circle: pick a circle, then the new center.";
-    default:
-      return u"Click construction points on the canvas. Snapping is active; Esc cancels.";
-  }
 }
 
 void LeaveModel() {
@@ -151,6 +139,19 @@ void PressSnap(int, int) {
 
 }  // namespace
 
+const char16_t* MethodPrompt(int command) {
+  switch (command) {
+    case kIdMethodLineTangent:
+      return u"Tangent line: pick its start, then click the desired side of a circle.";
+    case kIdMethodCircleOnLine:
+      return u"Tangent circle: pick a line, then the new center.";
+    case kIdMethodCircleOnCircle:
+      return u"Tangent circle: pick a circle, then the new center.";
+    default:
+      return u"Click construction points on the canvas. Snapping is active; Esc cancels.";
+  }
+}
+
 void StopTools(bool keepMarks) {
   EndDrag();
   ToolState fresh;
@@ -168,7 +169,9 @@ void ShowToolChange() {
                        kIdCadTrimAt, kIdCadTangent, kIdCadRevolve}) {
     platform::Repaint(id);
   }
-  RefreshCadPanel();
+  // A choice of a popup that a timer opened is followed by no other event.
+  RefreshCadTools();
+  RefreshHintLine();
   platform::Repaint(kViewCadCanvas);
 }
 
@@ -200,7 +203,7 @@ void StartMethod(int command) {
     tools.constructionMethod = command;
     if (command == kIdMethodPolygon) tools.panelMode = kPanelPolygon;
     CaptionSizeBoxes();
-    SetSketchStatus(StartText(command));
+    SetSketchStatus(MethodPrompt(command));
   }
   ShowToolChange();
   FocusCanvas();
@@ -283,10 +286,12 @@ bool DrawToolKey(const platform::KeyEvent& key) {
       FocusCanvas();
       return true;
     case platform::kKeyTab:
-      if (tools.constructionMethod == 0) return false;
+      // Backwards it leaves the canvas as ever: no one may be held here.
+      if (tools.constructionMethod == 0 || key.shift || key.ctrl) return false;
       // The size of what touches other geometry follows from where it is.
-      if (tools.previewValid && !tools.sizePanelShown &&
-          !IsTangentMethod(tools.constructionMethod)) {
+      if (tools.sizePanelShown) {
+        FocusSizeBoxes();
+      } else if (tools.previewValid && !IsTangentMethod(tools.constructionMethod)) {
         OpenSizeBoxes(lastX, lastY);
       }
       return true;

@@ -40,6 +40,8 @@ bool CreatePolygon(int sides, double radius, double centreX, double centreY, dou
 
 // The popup of a tool key's methods.
 void ShowFlyout(int keyId);
+// The Down key on a tool key opens its popup. True: used.
+bool FlyoutKey(int keyId, const platform::KeyEvent& key);
 
 void RegisterDrawTools();
 void ResetDrawTools();

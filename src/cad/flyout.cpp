@@ -7,10 +7,10 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "app/panels.h"
 #include "app/router.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
+#include "cad/hint_line.h"
 #include "platform/menu.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -56,6 +56,7 @@ constexpr Flyout kFlyouts[] = {
 };
 
 int restingOn = 0;  // the key under the pointer at the last tick
+int helpedOn = 0;   // the same, other programs' windows apart
 bool popupOpen = false;
 
 const Flyout* FlyoutOf(int keyId) {
@@ -66,6 +67,11 @@ const Flyout* FlyoutOf(int keyId) {
 }
 
 void HoverTick(int under) {
+  // The help of the control that was left must not stay on the line for good.
+  if (under != 0 && under != helpedOn) {
+    helpedOn = under;
+    RestoreHintLine();
+  }
   if (popupOpen || under == restingOn) return;
   restingOn = under;
   StopFlyoutRest();
@@ -74,24 +80,11 @@ void HoverTick(int under) {
 
 void RestOver() {
   StopFlyoutRest();
-  // Nothing pops up over a box, or while another program has the keyboard.
-  if (platform::FocusedId() == 0 || platform::IdUnderPointer() != restingOn) return;
+  // Nothing pops up over a box, while another program has the keyboard, or under a key that is
+  // being pressed: the popup would swallow the release.
+  if (platform::FocusedId() == 0 || platform::ButtonHeld()) return;
+  if (platform::IdUnderPointer() != restingOn) return;
   ShowFlyout(restingOn);
-}
-
-template <int keyId>
-bool KeyOn(const platform::KeyEvent& key) {
-  if (key.key != platform::kKeyDown || key.ctrl || key.alt) return false;
-  ShowFlyout(keyId);
-  return true;
-}
-
-template <int keyId>
-void ListenToKey() {
-  Handlers handlers;
-  handlers.id = keyId;
-  handlers.key = KeyOn<keyId>;
-  RegisterHandlers(handlers);
 }
 
 }  // namespace
@@ -114,18 +107,19 @@ void ShowFlyout(int keyId) {
   if (method > 0) StartMethod(method);
 }
 
+bool FlyoutKey(int keyId, const platform::KeyEvent& key) {
+  if (key.key != platform::kKeyDown || key.ctrl || key.alt || !FlyoutOf(keyId)) return false;
+  ShowFlyout(keyId);
+  return true;
+}
+
 void RegisterFlyouts() {
   hooks.cadHover = HoverTick;
   RegisterTimer(kTimerFlyout, RestOver);
-  ListenToKey<kIdCadLine>();
-  ListenToKey<kIdCadRectangle>();
-  ListenToKey<kIdCadCircle>();
-  ListenToKey<kIdCadSlot>();
-  ListenToKey<kIdCadDimension>();
 }
 
 void ResetFlyouts() {
-  restingOn = 0;
+  restingOn = helpedOn = 0;
   popupOpen = false;
   StopFlyoutRest();
 }

@@ -112,8 +112,10 @@ void OpenSizeBoxes(int canvasX, int canvasY) {
   if (two) Put(kIdCadSizeBox2, Box(x + kPitch, y, kBoxWidth, kBoxHeight));
   platform::SetVisible(kIdCadSizeBox2, two);
   tools.sizePanelShown = true;
-  FocusBox(kIdCadSizeBox1);
+  FocusSizeBoxes();
 }
+
+void FocusSizeBoxes() { FocusBox(kIdCadSizeBox1); }
 
 void HideSizeBoxes() {
   tools.sizePanelShown = false;

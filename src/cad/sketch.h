@@ -67,7 +67,10 @@ void SwitchSketchUnits(bool metric);
 // List, fields, status line and canvas from the live sketch. Harmless without a window.
 void RefreshSketchPanels();
 // At most 511 units; the same text in another case leaves the line untouched; null clears.
+// With a tool in hand the text also stands on the hint line, as what the tool says.
 void SetSketchStatus(const char16_t* text);
+// The same for what is no word of a tool: the cursor, the selection.
+void SetPassingStatus(const char16_t* text);
 const std::u16string& SketchStatus();
 // A line of "Recent operations", which keeps 40.
 void LogSketchOperation(const char16_t* text);

@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/router.h"
 #include "cad/dimensions.h"
+#include "cad/hint_line.h"
 #include "cad/operations_list.h"
 #include "cad/save_shape.h"
 #include "cad/sketch.h"
@@ -85,7 +86,7 @@ void ShowSelection() {
     for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
       platform::SetText(id, u"");
     }
-    SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
+    SetPassingStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
     return;
   }
   const SketchObject& object = sketch.objects[sketch.selected];
@@ -96,7 +97,7 @@ void ShowSelection() {
   platform::SetText(kIdCadAngle, SketchNumber(object.angle, kAngleDecimals));
   const std::u16string words = u"Selected: " + std::u16string(SketchTypeName(object.type)) +
                                u"  \u2022  drag to move; use Dimension to resize.";
-  SetSketchStatus(words.c_str());
+  SetPassingStatus(words.c_str());
 }
 
 void OnUndo(int, int) { SketchUndo(); }
@@ -104,6 +105,11 @@ void OnUndo(int, int) { SketchUndo(); }
 }  // namespace
 
 void SetSketchStatus(const char16_t* text) {
+  SetPassingStatus(text);
+  KeepPrompt(text ? text : u"");
+}
+
+void SetPassingStatus(const char16_t* text) {
   std::u16string wanted(text ? text : u"");
   if (wanted.size() > kStatusMost) wanted.resize(kStatusMost);
   if (SameFolded(wanted, status)) return;

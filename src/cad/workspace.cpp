@@ -15,6 +15,7 @@
 #include "cad/drawings.h"
 #include "cad/edits.h"
 #include "cad/geometry_tools.h"
+#include "cad/hint_line.h"
 #include "cad/patterns.h"
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
@@ -51,10 +52,6 @@ constexpr int kLineHeight = 22;  // status and hint
 constexpr int kHeadHeight = 20;
 constexpr int kRecentPercent = 34;  // of the left column's height
 constexpr int kRowHeight = 24;
-
-constexpr char16_t kCadHint[] =
-    u"Wheel: zoom  \u2022  Middle drag: pan  \u2022  Alt: bypass snap  \u2022  F8: snap on / off  "
-    u"\u2022  Tab: type sizes  \u2022  Esc or right click: cancel";
 
 bool made = false;
 
@@ -424,6 +421,7 @@ void RefreshCadTools() {
   for (const int id : {kIdCadPickPivot, kIdPickDirection1, kIdPickDirection2}) RefreshKey(id);
   RefreshCadKeys();
   RefreshCadPanel();
+  RefreshHintLine();
 }
 
 void CadFocusChanged(int id, bool gained) {
@@ -470,6 +468,7 @@ void ResetCad() {
   ResetPatterns();
   ResetSketch();
   ResetCadForm();
+  ResetHintLine();
   made = false;
 }
 

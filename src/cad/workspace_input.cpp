@@ -53,9 +53,13 @@ bool FieldKey(int id, const KeyEvent& key) {
   if (key.ctrl || key.alt) return false;
   if (key.key == platform::kKeyEnter) {
     Press(CadFieldCommand(id));
+    // The field may show its number anew: the next one takes its place, not a place within it.
+    if (platform::FocusedId() == id) platform::SelectAllText(id);
     return true;
   }
   if (key.key != platform::kKeyEscape) return false;
+  // A click on a dimension brought the keyboard here: Escape ends the mode as on the canvas.
+  if (id == kIdCadDimensionValue && DrawToolKey(key)) return true;
   FocusCadCanvas();
   return true;
 }
@@ -85,16 +89,6 @@ bool ModelKey(int id, const KeyEvent& key) {
   if (key.key != platform::kKeyEscape || key.shift || id == kIdCadDrawingName) return false;
   LeaveModelView();
   FocusCadCanvas();
-  return true;
-}
-
-bool FlyoutKey(int id, const KeyEvent& key) {
-  if (key.key != platform::kKeyDown || key.ctrl || key.alt) return false;
-  if (id != kIdCadLine && id != kIdCadRectangle && id != kIdCadCircle && id != kIdCadSlot &&
-      id != kIdCadDimension) {
-    return false;
-  }
-  ShowFlyout(id);
   return true;
 }
 

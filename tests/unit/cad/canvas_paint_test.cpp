@@ -230,6 +230,22 @@ TEST_F(CanvasPaint, DrawsAConstructionPreviewAsSelected) {
   EXPECT_EQ(Lines(kBright).size(), 4u);
 }
 
+TEST_F(CanvasPaint, DrawsTheObjectOfADragAsSelected) {
+  StartDragTool(kTypeRectangle + 1);
+  Press(420, 350);
+  DragTo(620, 250);
+  const std::vector<Line> lines = Lines(kBright);
+  ASSERT_EQ(lines.size(), 4u);
+  // From corner to corner, to the pixel that places are cut off to.
+  EXPECT_NEAR(lines[0].x0, 420, 1);
+  EXPECT_NEAR(lines[0].y0, 350, 1);
+  EXPECT_NEAR(lines[1].x1, 620, 1);
+  EXPECT_NEAR(lines[1].y1, 250, 1);
+  EXPECT_EQ(sketch.objectCount, 0);
+  Release(620, 250);
+  EXPECT_EQ(sketch.objectCount, 1);
+}
+
 TEST_F(CanvasPaint, DrawsTheWholeFigureOfAPolygonPreview) {
   tools.constructionMethod = kIdMethodPolygon;
   tools.previewValid = true;

@@ -246,6 +246,29 @@ TEST_F(Construct, TheSamePointTwiceIsRefusedByEveryMethod) {
   EXPECT_EQ(object.size, 77);
 }
 
+TEST_F(Construct, TheLeastSideIsAHundredMillionth) {
+  SketchObject object;
+  EXPECT_FALSE(Points(kIdMethodLine, 0, 0, 0.99e-8, 0, object));
+  EXPECT_TRUE(Points(kIdMethodLine, 0, 0, 1.01e-8, 0, object));
+  EXPECT_FALSE(Points(kIdMethodRectangle, 0, 0, 0.99e-8, 1, object));
+  EXPECT_TRUE(Points(kIdMethodRectangle, 0, 0, 1.01e-8, 1, object));
+  EXPECT_FALSE(Points(kIdMethodRectangleCentre, 0, 0, 1, 0.99e-8, object));
+  EXPECT_TRUE(Points(kIdMethodRectangleCentre, 0, 0, 1, 1.01e-8, object));
+  for (const int method : {kIdMethodRectangleThree, kIdMethodSlotPoints}) {
+    EXPECT_FALSE(Points(method, 0, 0, 1, 0, 0.5, -0.99e-8, object)) << method;
+    EXPECT_TRUE(Points(method, 0, 0, 1, 0, 0.5, -1.01e-8, object)) << method;
+  }
+}
+
+TEST_F(Construct, ATangentStartsFartherOutThanTheRimByItsTolerance) {
+  // |v|^2 must be above r^2 + 1e-12; the tangent from there has a length of its root.
+  const SketchObject circle{kTypeCircle, 0, 0, 0, 0.002, 0, 0};
+  SketchObject line;
+  EXPECT_FALSE(LineOnCircle(std::sqrt(1e-6 + 0.9e-12), 0, circle, 0, 1, line));
+  EXPECT_TRUE(LineOnCircle(std::sqrt(1e-6 + 1.1e-12), 0, circle, 0, 1, line));
+  EXPECT_NEAR(line.size, std::sqrt(1.1e-12), 1e-9);
+}
+
 TEST_F(Construct, WhatIsNotMadeOfPointsAloneIsRefused) {
   SketchObject object;
   for (const int method : {kIdMethodLineTangent, kIdMethodCircleOnLine, kIdMethodCircleOnCircle,

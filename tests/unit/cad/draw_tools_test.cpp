@@ -260,6 +260,16 @@ TEST_F(DrawTools, ADragSnapsAtBothEnds) {
   ExpectObject(Last(), kTypeLine, 0, 0, std::hypot(1.05, 0), 0, 0);
 }
 
+TEST_F(DrawTools, ADragSnapsToTheSelectedObjectToo) {
+  sketch.snapOn = true;
+  Put(kTypeLine, 1.013, 1.013, 1);
+  sketch.selected = 0;
+  StartDragTool(1);
+  Drag(2.05, 1.05, 2.05, 2);           // from the end of the selected line
+  EXPECT_NEAR(Last().x, 2.013, 1e-6);  // its end goes by the series
+  EXPECT_NEAR(Last().y, 1.013, 1e-6);
+}
+
 TEST_F(DrawTools, WithSnapOnButAltHeldCoordinatesStayExact) {
   sketch.snapOn = true;
   StartDragTool(1);
@@ -586,6 +596,13 @@ TEST_F(DrawTools, APolygonsFirstGroupIsOne) {
   EXPECT_NEAR(sketch.objects[0].size, std::sqrt(3), 1e-6);
 }
 
+TEST_F(DrawTools, APolygonBesideTheLastGroupNumberTakesAFreeOne) {
+  Put(kTypeLine, 3, 3, 1, 0, 0, 2147483647);
+  Put(kTypeLine, 3, 3, 1, 0, 0, 1);
+  ASSERT_TRUE(CreatePolygon(3, 1, 0, 0, 0));
+  for (int i = 2; i < 5; ++i) EXPECT_EQ(sketch.objects[i].group, 2);
+}
+
 TEST_F(DrawTools, APolygonOf3SidesIsRefusedWith94ObjectsAndTakenWith93) {
   Fill(94);
   EXPECT_FALSE(CreatePolygon(3, 1, 0, 0, 0));
@@ -788,13 +805,20 @@ TEST_F(DrawTools, AFlyoutThatIsLeftOrCannotOpenChangesNothing) {
 }
 
 TEST_F(DrawTools, TheDownKeyOnAToolKeyOpensItsFlyout) {
+  platform::KeyEvent down;
+  down.key = platform::kKeyDown;
   for (const int key : {kIdCadLine, kIdCadRectangle, kIdCadCircle, kIdCadSlot, kIdCadDimension}) {
-    ASSERT_TRUE(headless::Focus(key));
-    platform::KeyEvent down;
-    down.key = platform::kKeyDown;
-    headless::PressKey(down);
+    EXPECT_TRUE(FlyoutKey(key, down));
     EXPECT_EQ(headless::TakeMenus().size(), 1u) << key;
   }
+  EXPECT_FALSE(FlyoutKey(kIdCadSelect, down));
+  EXPECT_FALSE(FlyoutKey(kIdCadPolygon, down));
+  down.alt = true;
+  EXPECT_FALSE(FlyoutKey(kIdCadLine, down));
+  down.alt = false;
+  down.key = platform::kKeyUp;
+  EXPECT_FALSE(FlyoutKey(kIdCadLine, down));
+  EXPECT_TRUE(headless::TakeMenus().empty());
 }
 
 class Flyouts : public DrawStage {
@@ -865,6 +889,22 @@ TEST_F(Flyouts, AKeyThatWasPressedBeforeTheFirstTickOpensNothingUntilThePointerH
   EXPECT_EQ(Menus(), 0u);
   Tick(kViewCadCanvas);
   Tick(kIdCadCircle);
+  headless::Advance(450);
+  EXPECT_EQ(Menus(), 1u);
+}
+
+TEST_F(Flyouts, AKeyThatIsHeldDownOpensNothing) {
+  Tick(kIdCadLine);
+  headless::Advance(300);
+  headless::HoldButton(true);  // down, and not up again before the rest is over
+  headless::Advance(300);
+  EXPECT_EQ(Menus(), 0u);
+  headless::HoldButton(false);
+  Tick(kIdCadLine);
+  headless::Advance(2000);
+  EXPECT_EQ(Menus(), 0u);  // it was used: not before the pointer has left
+  Tick(0);
+  Tick(kIdCadLine);
   headless::Advance(450);
   EXPECT_EQ(Menus(), 1u);
 }

@@ -283,6 +283,48 @@ TEST_F(SizeBoxes, TabGoesBetweenTheBoxes) {
   EXPECT_EQ(platform::FocusedId(), kIdCadSizeBox1);
 }
 
+TEST_F(SizeBoxes, TabBringsTheKeyboardBackToThem) {
+  Prepare(kIdMethodLine, 0, 0, 1, 0);
+  platform::SetFocusTo(kViewCadCanvas);  // as after a pan with the middle button
+  Type(kIdCadSizeBox1, u"7");
+  EXPECT_TRUE(Key(kKeyTab));
+  EXPECT_EQ(platform::FocusedId(), kIdCadSizeBox1);
+  EXPECT_EQ(TextOf(kIdCadSizeBox1), u"7");
+}
+
+TEST_F(SizeBoxes, AnotherMethodHidesThem) {
+  for (const int method : {kIdMethodLine, kIdMethodSlotDrag, kIdMethodDimension}) {
+    Prepare(kIdMethodRectangle, 0, 0, 1, 1);
+    StartMethod(method);
+    EXPECT_FALSE(tools.sizePanelShown) << method;
+    EXPECT_FALSE(platform::IsVisible(kIdCadSizeBox1)) << method;
+    EXPECT_FALSE(platform::IsVisible(kIdCadSizeBox2)) << method;
+    EXPECT_FALSE(tools.previewValid) << method;
+  }
+}
+
+TEST_F(SizeBoxes, AThreePointCircleKeepsItsCentreUnderATypedDiameter) {
+  StartMethod(kIdMethodCircleThree);
+  Click(1, 0);
+  Click(0, 1);
+  Move(-1, 0);
+  Key(kKeyTab);
+  EXPECT_FALSE(platform::IsVisible(kIdCadSizeBox2));
+  EXPECT_TRUE(Enter(u"0.5"));
+  ExpectObject(Last(), kTypeCircle, 0, 0, 0.5, 0, 0);
+}
+
+TEST_F(SizeBoxes, TabBackwardsLeavesTheCanvas) {
+  StartMethod(kIdMethodLine);
+  Click(0, 0);
+  Move(1, 0);
+  platform::KeyEvent back;
+  back.key = kKeyTab;
+  back.shift = true;
+  EXPECT_FALSE(DrawToolKey(back));
+  EXPECT_FALSE(tools.sizePanelShown);
+}
+
 TEST_F(SizeBoxes, EscapeInABoxEndsTheMethod) {
   Prepare(kIdMethodRectangle, 0, 0, 1, 1);
   EXPECT_TRUE(BoxKey(kKeyEscape));

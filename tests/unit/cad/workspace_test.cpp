@@ -222,6 +222,75 @@ TEST_F(Workspace, ShowsItsHintsOnItsOwnLineAndLeavesTheLogAlone) {
   EXPECT_EQ(Output(), log);
 }
 
+TEST_F(Workspace, ShowsItsKeysAgainWhenThePointerLeavesAKey) {
+  const std::u16string standing = platform::TextOf(kIdCadHint);
+  ASSERT_NE(standing.find(u"Alt: bypass snap"), std::u16string::npos);
+  headless::MovePointerOver(kIdCadScale);
+  headless::Advance(200);
+  ASSERT_NE(platform::TextOf(kIdCadHint), standing);
+  headless::MovePointerOver(kViewCadCanvas);
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdCadHint), standing);
+}
+
+TEST_F(Workspace, ShowsTheStepOfAMethodWhileThePointerMoves) {
+  ASSERT_TRUE(headless::Click(kIdCadLine));
+  Press(platform::PointerButton::Left, platform::PointerAction::Press);
+  Press(platform::PointerButton::Left, platform::PointerAction::Release);
+  Press(platform::PointerButton::None, platform::PointerAction::Move);
+  EXPECT_EQ(platform::TextOf(kIdCadStatus).substr(0, 10), u"CAD cursor");
+  EXPECT_EQ(platform::TextOf(kIdCadHint), u"Pick the second construction point.");
+  Press(platform::PointerButton::Right, platform::PointerAction::Press);
+  Press(platform::PointerButton::Right, platform::PointerAction::Release);
+  EXPECT_NE(platform::TextOf(kIdCadHint).find(u"Alt: bypass snap"), std::u16string::npos);
+}
+
+TEST_F(Workspace, OpensTheMethodsOfAKeyByDownAndByRestAndShowsTheKeyInHand) {
+  platform::KeyEvent down;
+  down.key = platform::kKeyDown;
+  ASSERT_TRUE(headless::Focus(kIdCadCircle));
+  headless::QueuePick(kIdMethodCircleThree);
+  headless::PressKey(down);
+  EXPECT_EQ(headless::TakeMenus().size(), 1u);
+  EXPECT_EQ(tools.constructionMethod, kIdMethodCircleThree);
+  EXPECT_TRUE(platform::IsChecked(kIdCadCircle));
+  EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+
+  headless::QueuePick(kIdMethodRectangleCentre);
+  headless::MovePointerOver(kIdCadRectangle);
+  headless::Advance(600);  // the tick that sees it, and 450 from there
+  EXPECT_EQ(headless::TakeMenus().size(), 1u);
+  EXPECT_EQ(tools.constructionMethod, kIdMethodRectangleCentre);
+  EXPECT_TRUE(platform::IsChecked(kIdCadRectangle));
+  EXPECT_FALSE(platform::IsChecked(kIdCadCircle));
+}
+
+TEST_F(Workspace, EscapeInTheDimensionValueEndsTheMode) {
+  ASSERT_TRUE(headless::Click(kIdCadDimension));
+  ASSERT_TRUE(headless::Focus(kIdCadDimensionValue));
+  platform::KeyEvent escape;
+  escape.key = platform::kKeyEscape;
+  headless::PressKey(escape);
+  EXPECT_FALSE(tools.dimensionMode);
+  EXPECT_EQ(ShownCadPanel(), kPanelNone);
+  EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+}
+
+TEST_F(Workspace, EnterLeavesTheFieldsNewNumberSelected) {
+  SketchObject line;
+  line.size = 2;
+  sketch.selected = AppendSketchObject(line);
+  RefreshSketchPanels();
+  platform::KeyEvent enter;
+  enter.key = platform::kKeyEnter;
+  ASSERT_TRUE(headless::Focus(kIdCadSize));
+  ASSERT_TRUE(headless::TypeInto(kIdCadSize, u"3"));
+  headless::PressKey(enter);
+  EXPECT_EQ(sketch.objects[0].size, 3);
+  platform::RunEditAction(kIdCadSize, platform::EditAction::Copy);
+  EXPECT_EQ(headless::ClipboardText(), u"3.000");
+}
+
 TEST_F(Workspace, TellsItsToolsByWordsAndState) {
   EXPECT_TRUE(platform::IsChecked(kIdCadSelect));
   tools.dragTool = 6;

@@ -1,0 +1,44 @@
+#include "cad/hint_line.h"
+
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/palette.h"
+#include "cad/canvas_parts.h"
+#include "platform/control.h"
+
+namespace morva {
+
+namespace {
+
+std::u16string prompt;
+std::u16string wanted = kCadHint;
+
+}  // namespace
+
+void KeepPrompt(std::u16string_view text) {
+  if (!AnyToolInHand()) return;
+  prompt = text;
+  RefreshHintLine();
+}
+
+void RefreshHintLine() {
+  if (!AnyToolInHand()) prompt.clear();
+  const std::u16string text = prompt.empty() ? std::u16string(kCadHint) : prompt;
+  if (text == wanted) return;
+  wanted = text;
+  RestoreHintLine();
+}
+
+void RestoreHintLine() {
+  platform::SetText(kIdCadHint, wanted);
+  platform::SetColours(kIdCadHint,
+                       {prompt.empty() ? kDimText : kMainText, kWindowBackground, true});
+}
+
+void ResetHintLine() {
+  prompt.clear();
+  wanted = kCadHint;
+}
+
+}  // namespace morva
