@@ -1,0 +1,230 @@
+// Draw tools and dimensions on the real window: methods by rest and by Down, sizes by the keyboard
+// alone, tangents, polygons, labels and the measure.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCursor>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
+#include <cmath>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "cad/canvas.h"
+#include "cad/dimensions.h"
+#include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "desk/desk.h"
+#include "platform/window.h"
+
+namespace {
+
+using morva::sketch;
+using morva::tools;
+
+class CadDraw : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    ASSERT_TRUE(desk::Until(
+        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    desk::Click(morva::kIdSurfaceCad);
+    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
+  }
+
+  static QWidget* Canvas() { return desk::WidgetOf(morva::kViewCadCanvas); }
+  static QPoint At(double x, double y) {
+    const platform::Point p = morva::ToCanvas(x, y);
+    return QPoint(p.x, p.y);
+  }
+  static void ClickPixel(QPoint at, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QTest::mouseMove(Canvas(), at);
+    QTest::qWait(5);
+    QTest::mouseClick(Canvas(), Qt::LeftButton, keys, at);
+  }
+  static void ClickAt(double x, double y) { ClickPixel(At(x, y)); }
+  static const morva::SketchObject& Last() { return sketch.objects[sketch.objectCount - 1]; }
+
+  // Types and presses keys into whatever has the keyboard.
+  static void Type(const char* text) {
+    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
+  }
+  static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+
+  // The Down key on a tool key, and the method of its popup.
+  static void Choose(int key, const char* method) {
+    desk::AnswerMenu(QString::fromUtf8(method));
+    desk::Key(key, Qt::Key_Down);
+  }
+  static void PointAt(int id) {
+    QWidget* widget = desk::WidgetOf(id);
+    QCursor::setPos(widget->mapToGlobal(widget->rect().center()));
+  }
+  void Show(const char* step) {
+    const QByteArray folder = qgetenv("MORVA_PICTURES");
+    if (folder.isEmpty()) return;
+    desk::Run(150);
+    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
+  }
+  static QString Status() { return desk::TextOf(morva::kIdCadStatus); }
+  static QString Hint() { return desk::TextOf(morva::kIdCadHint); }
+
+  QTemporaryDir home_;
+};
+
+TEST_F(CadDraw, MethodsAreChosenByRestAndByDownAndDrawByClicks) {
+  const QString standing = Hint();
+  // A rest of the pointer opens the methods of the key; one of them starts.
+  desk::AnswerMenu(QString::fromUtf8("Circle — three perimeter points"));
+  PointAt(morva::kIdCadCircle);
+  ASSERT_TRUE(
+      desk::Until([]() { return tools.constructionMethod == morva::kIdMethodCircleThree; }));
+  EXPECT_EQ(QApplication::focusWidget(), Canvas());
+  ClickAt(1, 0);
+  ClickAt(0, 1);
+  QTest::mouseMove(Canvas(), At(-0.6, 0.4));
+  QTest::qWait(5);
+  EXPECT_TRUE(Status().startsWith(QStringLiteral("CAD cursor")));
+  EXPECT_EQ(Hint(), QStringLiteral("Pick the third point to set the circle, height or width."));
+  Show("draw_1_three_points.png");
+  ClickAt(-1, 0);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_NEAR(Last().x, 0, 1e-9);
+  EXPECT_NEAR(Last().size, 2, 1e-9);
+
+  // From (-2, 0) the tangents of the unit circle are root 3 long, 30 degrees up and down.
+  Choose(morva::kIdCadLine, "Line — tangent to circle");
+  ASSERT_EQ(tools.constructionMethod, morva::kIdMethodLineTangent);
+  ClickAt(-2, 0);
+  EXPECT_EQ(Hint(), QStringLiteral("Click the desired tangent side of a circle."));
+  ClickAt(-0.5, 0.87);
+  ASSERT_EQ(sketch.objectCount, 2);
+  EXPECT_NEAR(Last().size, std::sqrt(3), 1e-6);
+  EXPECT_NEAR(Last().angle, 30, 1e-5);
+  EXPECT_EQ(Last().x, -2);
+
+  // With Alt down the very pixel counts; without it the grid of 0.05.
+  desk::Click(morva::kIdCadLine);
+  const QPoint off = At(2.02, 1.52);
+  double x = 0;
+  double y = 0;
+  morva::FromCanvas(off.x(), off.y(), x, y);
+  ASSERT_GT(std::fabs(x / 0.05 - std::round(x / 0.05)), 0.01);
+  ClickPixel(off, Qt::AltModifier);
+  ClickPixel(At(3, 1.5));
+  ASSERT_EQ(sketch.objectCount, 3);
+  EXPECT_EQ(Last().x, x);
+  EXPECT_EQ(Last().y, y);
+  ClickPixel(At(2.02, -1.52));
+  ClickPixel(At(3, -1.5));
+  EXPECT_NEAR(Last().x, 2, 1e-9);
+  EXPECT_NEAR(Last().y, -1.5, 1e-9);
+
+  // A square by its center and a corner of the polygon.
+  desk::Click(morva::kIdCadPolygon);
+  desk::WidgetOf(morva::kIdCadPolygonSides)->setFocus();
+  desk::Key(morva::kIdCadPolygonSides, Qt::Key_A, Qt::ControlModifier);
+  Type("4");
+  ClickAt(-3, -1.5);
+  QTest::mouseMove(Canvas(), At(-3, -0.7));
+  QTest::qWait(5);
+  Show("draw_2_polygon.png");
+  ClickAt(-3, -0.5);
+  ASSERT_EQ(sketch.objectCount, 8);
+  for (int i = 4; i < 8; ++i) EXPECT_NEAR(sketch.objects[i].size, std::sqrt(2), 1e-6);
+  EXPECT_NEAR(sketch.objects[4].y, -0.5, 1e-6);
+
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(tools.constructionMethod, 0);
+  EXPECT_EQ(Hint(), standing);
+}
+
+TEST_F(CadDraw, AToolKeyThatIsHeldDownOpensNoMethods) {
+  QWidget* key = desk::WidgetOf(morva::kIdCadRectangle);
+  QWindow* window = desk::WidgetOf(platform::kMainWindow)->windowHandle();
+  const QPoint in = key->mapTo(desk::WidgetOf(platform::kMainWindow), key->rect().center());
+  PointAt(morva::kIdCadRectangle);
+  QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, in);
+  QElapsedTimer held;
+  held.start();
+  EXPECT_TRUE(platform::ButtonHeld());
+  bool opened = false;
+  while (held.elapsed() < 1000) {
+    desk::Run(10);
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+      opened = true;
+      popup->close();
+      break;
+    }
+  }
+  EXPECT_FALSE(opened);
+  EXPECT_EQ(tools.constructionMethod, 0);
+  QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, in);
+  EXPECT_FALSE(platform::ButtonHeld());
+  EXPECT_TRUE(desk::Until([]() { return tools.constructionMethod == morva::kIdMethodRectangle; }));
+}
+
+TEST_F(CadDraw, SizesAreTypedByTheKeyboardAloneAndLabelsEditThem) {
+  desk::Click(morva::kIdCadRectangle);
+  ClickAt(-2, -1);
+  QTest::mouseMove(Canvas(), At(0, 1));
+  QTest::qWait(5);
+  Key(Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdCadSizeBox1));
+  Type("2.5");
+  Key(Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdCadSizeBox2));
+  Show("draw_3_typed.png");
+  Type("1.25");
+  Key(Qt::Key_Return);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(Last().size, 2.5);
+  EXPECT_EQ(Last().size2, 1.25);
+  EXPECT_NEAR(Last().x, -0.75, 1e-9);
+  EXPECT_NEAR(Last().y, -0.375, 1e-9);
+  ASSERT_EQ(QApplication::focusWidget(), Canvas());
+
+  // The label of the height takes a new one; the center stays.
+  desk::Click(morva::kIdCadDimension);
+  ASSERT_TRUE(desk::Until([]() { return morva::DimensionLabel(0, 1).right > 0; }));
+  const platform::Rect label = morva::DimensionLabel(0, 1);
+  ClickPixel(QPoint((label.left + label.right) / 2, (label.top + label.bottom) / 2));
+  EXPECT_EQ(tools.dimensionPart, 1);
+  ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdCadDimensionValue));
+  EXPECT_EQ(desk::TextOf(morva::kIdCadDimensionValue), QStringLiteral("1.2500"));
+  Show("draw_4_label.png");
+  Type("3");
+  Key(Qt::Key_Return);
+  EXPECT_EQ(sketch.objects[0].size2, 3);
+  // The next number takes the place of the one that stands there.
+  Type("2");
+  Key(Qt::Key_Return);
+  EXPECT_EQ(sketch.objects[0].size2, 2);
+  EXPECT_EQ(sketch.objects[0].size, 2.5);
+  EXPECT_NEAR(sketch.objects[0].y, -0.375, 1e-9);
+  Key(Qt::Key_Escape);
+  EXPECT_FALSE(tools.dimensionMode);
+  EXPECT_EQ(QApplication::focusWidget(), Canvas());
+
+  // A measure from corner to corner changes nothing: the diagonal of 2.5 by 2.
+  const int steps = sketch.undoDepth;
+  Choose(morva::kIdCadDimension, "Measure");
+  ASSERT_TRUE(tools.measureMode);
+  ClickAt(-2, -1.375);
+  EXPECT_EQ(Hint(), QStringLiteral("Measure: click second point."));
+  ClickAt(0.5, 0.625);
+  EXPECT_EQ(tools.constructionClicks, 2);
+  EXPECT_NEAR(std::hypot(tools.pointsX[1] - tools.pointsX[0], tools.pointsY[1] - tools.pointsY[0]),
+              std::sqrt(10.25), 1e-6);
+  Show("draw_5_measure.png");
+  EXPECT_EQ(sketch.undoDepth, steps);
+  Key(Qt::Key_Escape);
+  EXPECT_FALSE(tools.measureMode);
+}
+
+}  // namespace
