@@ -350,7 +350,7 @@ void CancelInput() {
 void ShowLogged(std::u16string_view text) {
   if (!made || app.surface != kSurfaceCad) return;
   const std::u16string line(text.substr(0, text.find_first_of(u"\r\n")));
-  if (!line.empty()) SetSketchStatus(line.c_str());
+  if (!line.empty()) SetPassingStatus(line.c_str());
 }
 
 // The wheel over what floats on the canvas is the canvas's.
