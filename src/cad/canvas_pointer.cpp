@@ -246,7 +246,8 @@ bool ViewKey(const KeyEvent& key) {
 
 void Reset(const PointerEvent& event) {
   LoseCapture();
-  if (event.button == PointerButton::Left) {
+  // Points picked in quick succession are no double click.
+  if (event.button == PointerButton::Left && !AnyToolInHand()) {
     CanvasReset();
   } else {
     Press(event);

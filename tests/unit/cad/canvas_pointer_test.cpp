@@ -130,6 +130,14 @@ TEST_F(CanvasPointerTest, ResetsTheViewByADoubleClick) {
   EXPECT_EQ(canvasView.zoom, 7);
 }
 
+TEST_F(CanvasPointerTest, TakesAQuickSecondClickAsAPointWhileAToolIsInHand) {
+  canvasView.zoom = 7;
+  tools.constructionMethod = kIdMethodLine;
+  Tell(At(PointerAction::DoubleClick, 200, 200, PointerButton::Left));
+  EXPECT_EQ(canvasView.zoom, 7);
+  EXPECT_EQ(tools.constructionClicks, 1);
+}
+
 TEST_F(CanvasPointerTest, RemembersTheCursorUntilItLeaves) {
   EXPECT_EQ(canvasView.cursorX, -1);
   Hover(12, 34);
