@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/outlets.h"
+#include "cad/workspace.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "shell/keys.h"
@@ -43,6 +44,7 @@ struct MainStage : public support::Stage {
     morva::ResetDocuments();
     morva::ResetSimulator();
     morva::ResetShell();
+    morva::ResetCad();
     events.command = OnCommand;
     events.paint = OnPaint;
     events.pointer = OnPointer;
