@@ -2,8 +2,6 @@
 //
 // After each line the sketch must keep its limits, at the end it must make a record that can be
 // stored, and undoing everything must come to an end.
-#include <unistd.h>
-
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -18,6 +16,7 @@
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "driver/drive.h"
+#include "fuzz/driver_jobs.h"
 #include "fuzz/fuzz.h"
 
 namespace {
@@ -103,41 +102,19 @@ constexpr const char* kNumbers[] = {"0",    "1",     "2.5",    "-.5", "90",     
                                     "1e9",  "abc",   "999999", "",    "1000001", "3",   "0.0000001",
                                     "-360", "36001", "12.7.1", "96",  "4.0001",  "25.4"};
 
-std::filesystem::path NewHome() {
-  const std::filesystem::path memory = "/dev/shm";
-  const bool there = std::filesystem::is_directory(memory);
-  const std::filesystem::path parent = there ? memory : std::filesystem::temp_directory_path();
-  std::string name = (parent / "morva-cad-XXXXXX").string();
-  if (!mkdtemp(name.data())) std::abort();
-  return name;
-}
-
-class Bytes {
- public:
-  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-  bool Any() const { return at_ < size_; }
-  std::size_t Next() { return Any() ? data_[at_++] : 0; }
-
- private:
-  const std::uint8_t* data_;
-  std::size_t size_;
-  std::size_t at_ = 0;
-};
-
-std::string PickedLine(Bytes& bytes) {
-  std::string line;
-  for (const char* c = kPhrases[bytes.Next() % std::size(kPhrases)]; *c; ++c) {
-    if (*c == '^') {
+std::string PickedLine(fuzz::Bytes& bytes) {
+  return fuzz::PickedLine(bytes, kPhrases, [&bytes](char c, std::string& line) {
+    if (c == '^') {
       line += std::to_string(kControls[bytes.Next() % std::size(kControls)]);
-    } else if (*c == '#') {
+    } else if (c == '#') {
       line += std::to_string(bytes.Next() * 5 / 2);
-    } else if (*c == '%') {
+    } else if (c == '%') {
       line += kNumbers[bytes.Next() % std::size(kNumbers)];
     } else {
-      line.push_back(*c);
+      return false;
     }
-  }
-  return line;
+    return true;
+  });
 }
 
 bool Below(double value, double limit) { return std::fabs(value) < limit; }
@@ -177,7 +154,7 @@ void CheckEnd() {
   Check(morva::sketch.undoDepth == 0, "undo comes to an end");
 }
 
-Bytes* source = nullptr;
+fuzz::Bytes* source = nullptr;
 
 // Says the next line; also what a dialog that stands open is worked with.
 bool SayNext() {
@@ -192,13 +169,13 @@ bool SayNext() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::filesystem::path home = NewHome();
+  const std::filesystem::path home = fuzz::NewHome();
   drive::KeepFilesAtHome();
   drive::Machine machine;
   machine.home = home.u16string();
   Check(drive::Begin(machine), "the application starts");
   drive::AnswerLine("click 1201");
-  Bytes bytes(data, size < 2000 ? size : 2000);
+  fuzz::Bytes bytes(data, size < 2000 ? size : 2000);
   source = &bytes;
   drive::ReadOnInDialogs({nullptr, SayNext});
   while (SayNext()) {

@@ -2,8 +2,6 @@
 //
 // The first byte chooses: even, the rest is lines as they stand; odd, every further byte picks
 // a phrase, so that whole jobs come about. Files stay below a folder of this process.
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +11,7 @@
 #include <string_view>
 
 #include "driver/drive.h"
+#include "fuzz/driver_jobs.h"
 #include "platform/thread.h"
 
 namespace {
@@ -112,16 +111,6 @@ constexpr int kControls[] = {101,  103,  104,  105,  106,  108,  109,  110,  111
                              1293, 1294, 1295, 1700, 2930, 2990, 2991, 2992, 3000, 3010, 3013, 3020,
                              3027, 3030, 3157, 3160, 3163, 3165, 3167, 3168, 3202, 3208, 20002};
 
-// In memory where the system has such a folder: every save of the program is flushed.
-std::filesystem::path NewHome() {
-  const std::filesystem::path memory = "/dev/shm";
-  const bool there = std::filesystem::is_directory(memory);
-  const std::filesystem::path parent = there ? memory : std::filesystem::temp_directory_path();
-  std::string name = (parent / "morva-fuzz-XXXXXX").string();
-  if (!mkdtemp(name.data())) std::abort();
-  return name;
-}
-
 void Expect(bool holds, const char* what, std::string_view line, std::string_view answer) {
   if (holds) return;
   std::fprintf(stderr, "%s\n  line:   %.*s\n  answer: %.*s\n", what, static_cast<int>(line.size()),
@@ -154,37 +143,24 @@ void ExpectRest() {
          "not one active program", "get tabs", tabs);
 }
 
-class Bytes {
- public:
-  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-  bool Any() const { return at_ < size_; }
-  std::size_t Next() { return Any() ? data_[at_++] : 0; }
-
- private:
-  const std::uint8_t* data_;
-  std::size_t size_;
-  std::size_t at_ = 0;
-};
-
-std::string PickedLine(Bytes& bytes) {
-  std::string line;
-  for (const char* c = kPhrases[bytes.Next() % std::size(kPhrases)]; *c; ++c) {
-    if (*c == '@') {
+std::string PickedLine(fuzz::Bytes& bytes) {
+  return fuzz::PickedLine(bytes, kPhrases, [&bytes](char c, std::string& line) {
+    if (c == '@') {
       line += std::to_string(kControls[bytes.Next() % std::size(kControls)]);
-    } else if (*c == '#') {
+    } else if (c == '#') {
       line += std::to_string(bytes.Next() * bytes.Next() / 16);
     } else {
-      line.push_back(*c);
+      return false;
     }
-  }
-  return line;
+    return true;
+  });
 }
 
 }  // namespace
 
 // Where the lines of this run come from: the phrases that the bytes pick, or a text.
 struct Source {
-  Bytes* bytes = nullptr;
+  fuzz::Bytes* bytes = nullptr;
   std::string_view text;
 };
 Source source;
@@ -206,12 +182,12 @@ bool SayNext() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
-  const std::filesystem::path home = NewHome();
+  const std::filesystem::path home = fuzz::NewHome();
   drive::KeepFilesAtHome();
   drive::Machine machine;
   machine.home = home.u16string();
   Expect(drive::Begin(machine), "the application did not start", "", "");
-  Bytes bytes(data + 1, size - 1);
+  fuzz::Bytes bytes(data + 1, size - 1);
   source = Source();
   if (data[0] % 2 == 1) {
     source.bytes = &bytes;
