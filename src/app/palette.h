@@ -17,6 +17,7 @@ inline constexpr platform::Colour kDimText = 0x91AAC4;
 inline constexpr platform::Colour kWorkArea = 0x0A192B;
 inline constexpr platform::Colour kSidePanel = 0x091627;
 inline constexpr platform::Colour kPanelLine = 0x12528B;
+inline constexpr platform::Colour kWellLine = 0x0E3A5C;  // around editor, view, fields, logs
 inline constexpr platform::Colour kEditorText = 0xDCE0E6;
 
 }  // namespace morva

@@ -193,18 +193,8 @@ void QuickGridPattern() {
 
 void OpenPatternPanel(int panelMode) {
   if (panelMode != kPanelCircular && panelMode != kPanelRectangular) return;
-  const double pivotX = tools.pivotX;
-  const double pivotY = tools.pivotY;
-  ClearTools();
-  tools.pivotX = pivotX;
-  tools.pivotY = pivotY;
-  tools.panelMode = panelMode;
+  OpenToolPanel(panelMode, panelMode == kPanelCircular ? kIdCadQuantity : kIdCadColumns);
   RefreshPatternForm();
-  RefreshCadPanel();
-  const int field = panelMode == kPanelCircular ? kIdCadQuantity : kIdCadColumns;
-  platform::SetFocusTo(field);
-  platform::SelectAllText(field);
-  platform::Repaint(kViewCadCanvas);
 }
 
 void PickPatternDirection(int command) {

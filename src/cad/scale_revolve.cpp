@@ -26,19 +26,6 @@ constexpr double kNoAngle = 1e9;  // a field without a number, beyond what is al
 constexpr int kPivotDecimals = 4;
 constexpr int kSwitchedDecimals = 5;  // of the pivot's fields after a change of unit
 
-void OpenPanel(int mode, int field) {
-  const double pivotX = tools.pivotX;
-  const double pivotY = tools.pivotY;
-  ClearTools();
-  tools.pivotX = pivotX;
-  tools.pivotY = pivotY;
-  tools.panelMode = mode;
-  RefreshCadPanel();
-  platform::SetFocusTo(field);
-  platform::SelectAllText(field);
-  platform::Repaint(kViewCadCanvas);
-}
-
 // "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
 double StrictNumber(std::u16string_view text, double fallback) {
   double value = fallback;
@@ -76,12 +63,12 @@ void ApplyRevolve() {
 }
 
 void OnScale(int id, int) {
-  if (id == kIdCadScale) OpenPanel(kPanelScale, kIdCadScaleFactor);
+  if (id == kIdCadScale) OpenToolPanel(kPanelScale, kIdCadScaleFactor);
   if (id == kIdCadApplyScale) ScaleGeometry();
 }
 
 void OnRevolve(int id, int) {
-  if (id == kIdCadRevolve) OpenPanel(kPanelRevolve, kIdCadRevolveAngle);
+  if (id == kIdCadRevolve) OpenToolPanel(kPanelRevolve, kIdCadRevolveAngle);
   if (id == kIdCadApplyRevolve) ApplyRevolve();
 }
 

@@ -9,6 +9,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/wells.h"
 #include "cad/canvas.h"
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
@@ -296,11 +297,7 @@ void PaintWorkspace(Canvas& canvas) {
   for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName,
                        kIdCadSizeBox1, kIdCadSizeBox2}) {
     if (!platform::IsVisible(id)) continue;
-    const Rect place = platform::PlaceOf(id);
-    platform::Pen edge;
-    edge.colour = focused == id ? kBrightAccent : kPanelLine;
-    platform::FrameArea(
-        canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+    FrameWell(canvas, platform::PlaceOf(id), focused == id, kPanelLine);
   }
 }
 
@@ -331,13 +328,7 @@ void RefreshKey(int id) {
 }
 
 // Cutting depth, feed and Safe Z.
-void OpenCutData(int, int) {
-  CancelTools();
-  tools.panelMode = kPanelCutData;
-  RefreshCadTools();
-  platform::SetFocusTo(kIdCadDepth);
-  platform::SelectAllText(kIdCadDepth);
-}
+void OpenCutData(int, int) { OpenToolPanel(kPanelCutData, kIdCadDepth); }
 
 // Before the program changes: no box may float and no pick may wait for the other drawing.
 void CancelInput() {
@@ -398,6 +389,20 @@ void HideCadWorkspace() {
 }
 
 void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
+
+void OpenToolPanel(int panelMode, int field) {
+  const double pivotX = tools.pivotX;
+  const double pivotY = tools.pivotY;
+  EndPanTool();
+  ClearTools();
+  tools.pivotX = pivotX;
+  tools.pivotY = pivotY;
+  tools.panelMode = panelMode;
+  RefreshCadTools();
+  platform::SetFocusTo(field);
+  platform::SelectAllText(field);
+  platform::Repaint(kViewCadCanvas);
+}
 
 void RefreshCadPanel() {
   if (!made || ShownCadPanel() == tools.panelMode) return;

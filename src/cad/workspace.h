@@ -15,6 +15,9 @@ void ShowCadWorkspace(const platform::Rect& area);
 void HideCadWorkspace();
 // The keyboard on the canvas.
 void FocusCadCanvas();
+// Gives up the tools in hand, picks and marks, but for the revolve pivot, and shows a panel with
+// `field` ready to type over.
+void OpenToolPanel(int panelMode, int field);
 // Shows the panel of tools.panelMode and hides the others.
 void RefreshCadPanel();
 // "Generate" or "Update" and the pattern key, by the block under edit.

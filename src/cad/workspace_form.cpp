@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/palette.h"
+#include "app/wells.h"
 #include "cad/tool_state.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
@@ -16,7 +17,6 @@ namespace morva {
 using platform::Canvas;
 using platform::ControlKind;
 using platform::FontRole;
-using platform::Pen;
 using platform::Rect;
 
 namespace {
@@ -554,11 +554,7 @@ void PaintCadSheet(Canvas& canvas) {
   for (const Row& row : kRows) {
     if (row.kind != RowKind::Field && row.kind != RowKind::Combo) continue;
     if (!Shown(row)) continue;
-    const Rect place = platform::PlaceOf(row.id);
-    Pen edge;
-    edge.colour = focused == row.id ? kBrightAccent : kPanelLine;
-    platform::FrameArea(
-        canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+    FrameWell(canvas, platform::PlaceOf(row.id), focused == row.id, kPanelLine);
   }
 }
 

@@ -9,6 +9,7 @@
 #include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
+#include "app/wells.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
@@ -37,7 +38,6 @@ constexpr Rect kPositionPlace{21, 105, 159, 131};
 constexpr Rect kHelpPlace{21, 150, 519, 276};
 constexpr Rect kInsertPlace{200, 292, 390, 324};
 constexpr Rect kCancelPlace{400, 292, 520, 324};
-constexpr platform::Colour kWellLine = 0x0E3A5C;
 
 constexpr int kAccepted = 1;
 // Row data of "+ New project"; no program has this serial.
@@ -135,10 +135,7 @@ void OnPickerCommand(int id, int notification) {
 
 void PaintPicker(platform::Canvas& canvas) {
   const auto frame = [&canvas](int id, platform::Colour idle) {
-    const Rect place = platform::PlaceOf(id);
-    platform::Pen edge;
-    edge.colour = platform::FocusedId() == id ? kBrightAccent : idle;
-    FrameArea(canvas, {place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
+    FrameWell(canvas, platform::PlaceOf(id), platform::FocusedId() == id, idle);
   };
   FillArea(canvas, platform::CanvasArea(canvas), kPanelBackground);
   frame(kIdDestinationPosition, kWellLine);

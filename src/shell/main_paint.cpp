@@ -1,6 +1,7 @@
 // What the main window paints itself: bands, panels and the frames around its wells.
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/wells.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "shell/icons.h"
@@ -17,7 +18,6 @@ using platform::Rect;
 
 namespace {
 
-constexpr Colour kWellLine = 0x0E3A5C;  // around editor, view and logs
 constexpr Colour kBandLine = 0x0A2A44;  // between the bands
 constexpr int kMarkLeft = 26;
 constexpr int kMarkTop = 8;
@@ -42,14 +42,6 @@ void DrawTopBand(Canvas& canvas, const Rect& band) {
             cad ? u"MORVA \u2022 v4.20" : u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
             kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
   FillArea(canvas, Rect{band.left, band.bottom - 1, band.right, band.bottom}, kPanelLine);
-}
-
-// The well that has the keyboard shows it, also where no caret or row does.
-void FrameWell(Canvas& canvas, const Rect& place, bool focused) {
-  if (place.left >= place.right) return;
-  Pen edge;
-  edge.colour = focused ? kBrightAccent : kWellLine;
-  FrameArea(canvas, Rect{place.left - 1, place.top - 1, place.right + 1, place.bottom + 1}, edge);
 }
 
 void FrameWells(Canvas& canvas) {

@@ -1,0 +1,14 @@
+// Wells: the lists, fields and views that lie sunk into a ground, each with a thin frame.
+#pragma once
+
+#include "app/palette.h"
+#include "platform/canvas.h"
+
+namespace morva {
+
+// One pixel around `place`: bright where it has the keyboard, else in `idle`. Nothing for an
+// empty place.
+void FrameWell(platform::Canvas& canvas, const platform::Rect& place, bool focused,
+               platform::Colour idle = kWellLine);
+
+}  // namespace morva
