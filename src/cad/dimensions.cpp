@@ -52,6 +52,7 @@ void PickDimension(const platform::PointerEvent& event) {
   }
   tools.dimensionPart = part;
   tools.panelMode = kPanelDimension;
+  ClearMultiSelect();
   sketch.selected = hit;
   RefreshSketchPanels();
   ShowToolChange();

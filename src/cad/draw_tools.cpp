@@ -182,6 +182,7 @@ void FocusCanvas() {
 bool AppendDrawn(const SketchObject& object, const char16_t* logged) {
   if (sketch.objectCount >= kMaxItems || !KeepsSketchLimits(object)) return false;
   PushSketchUndo();
+  ClearMultiSelect();
   sketch.selected = AppendSketchObject(object);
   RefreshSketchPanels();
   LogSketchOperation(logged);

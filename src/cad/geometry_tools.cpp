@@ -124,6 +124,7 @@ bool Join(int second) {
                             : JoinCollinear(first, second);
   if (!joined) return false;
   sketch.selected = tools.joinSource;
+  ClearMultiSelect();
   RecomputeConnectivity();
   return true;
 }

@@ -275,7 +275,9 @@ void PutResults(int count, bool selection) {
   const int firstNew = sketch.objectCount;
   if (selection) sketch.objects[sketch.selected] = results[0];
   for (int i = selection ? 1 : 0; i < count; ++i) AppendSketchObject(results[i]);
-  if (!selection) sketch.selected = firstNew;
+  if (selection) return;
+  ClearMultiSelect();
+  sketch.selected = firstNew;
 }
 
 void PutCutData(const FormValues& values) {

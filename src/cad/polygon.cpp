@@ -67,6 +67,7 @@ bool MakePolygon(int sides, double radius, double centreX, double centreY, doubl
   SketchObject lines[kMostSides];
   if (!PolygonLines(sides, radius, centreX, centreY, startAngle, lines)) return false;
   PushSketchUndo();
+  ClearMultiSelect();
   const std::int32_t group = NextSketchGroup();
   const int first = sketch.objectCount;
   for (int i = 0; i < sides; ++i) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cad/canvas.h"
+#include "cad/operations_list.h"
 #include "cad/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
@@ -508,6 +509,18 @@ TEST_F(Patterns, FormRefusesPlacesBeyondTheSketch) {
   Type(kIdCadRectSpacingY, u"-999999");
   Type(kIdCadRectY, u"-1");
   ExpectRefused(kTooFar);
+}
+
+TEST_F(Patterns, FormMarksNothingButWhatItMade) {
+  Add(kTypeLine, -4, 2, 1);
+  Circular();
+  SelectSketchObject(0);
+  ASSERT_TRUE(headless::Click(kIdCadCreatePattern));
+  ASSERT_EQ(sketch.objectCount, 7);
+  EXPECT_EQ(sketch.selected, 1);
+  ASSERT_TRUE(headless::Click(kIdCadDelete));
+  EXPECT_EQ(sketch.objectCount, 6);
+  EXPECT_EQ(Object(0).type, kTypeLine);
 }
 
 TEST_F(Patterns, FormGridHasExactPlacesAtQuarterTurns) {
