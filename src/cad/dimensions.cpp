@@ -104,8 +104,7 @@ void ChoosePart(int, int) {
 
 void EnterDimensionMode(bool measure) {
   StopTools(false);
-  EndPanTool();
-  if (canvasView.modelView) LeaveModelView();
+  ShowPlan();
   tools.dimensionMode = true;
   tools.measureMode = measure;
   tools.panelMode = kPanelDimension;

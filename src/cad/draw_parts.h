@@ -11,6 +11,8 @@ bool AppendDrawn(const SketchObject& object, const char16_t* logged);
 // Tools, picks and measure state as at start, boxes hidden. The revolve pivot, the sides of the
 // next polygon and, when asked, the marks of the multi-selection stay.
 void StopTools(bool keepMarks);
+// Pan and the 3D view are given up, before a tool that works on the plan.
+void ShowPlan();
 // The panel, the canvas and the keys that show which tool is on.
 void ShowToolChange();
 // The canvas has the keyboard, when it can be seen.

@@ -33,11 +33,6 @@ bool IsMethod(int command) {
          command == kIdMethodSlotPoints || command == kIdMethodPolygon;
 }
 
-void LeaveModel() {
-  EndPanTool();
-  if (canvasView.modelView) LeaveModelView();
-}
-
 void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
   FromCanvas(event.x, event.y, x, y);
   SnapPoint(x, y, -1, event.alt);
@@ -163,12 +158,12 @@ void StopTools(bool keepMarks) {
   HideSizeBoxes();
 }
 
+void ShowPlan() {
+  EndPanTool();
+  LeaveModelView();
+}
+
 void ShowToolChange() {
-  for (const int id : {kIdCadSelect, kIdCadLine, kIdCadRectangle, kIdCadCircle, kIdCadSlot,
-                       kIdCadDimension, kIdCadPolygon, kIdCadWorkAxis, kIdCadPoint, kIdCadJoin,
-                       kIdCadTrimAt, kIdCadTangent, kIdCadRevolve}) {
-    platform::Repaint(id);
-  }
   // A choice of a popup that a timer opened is followed by no other event.
   RefreshCadTools();
   RefreshHintLine();
@@ -196,7 +191,7 @@ void StartMethod(int command) {
   }
   if (command != kIdMethodSlotDrag && !IsMethod(command)) return;
   StopTools(false);
-  LeaveModel();
+  ShowPlan();
   if (command == kIdMethodSlotDrag) {
     tools.dragTool = kSlotTool;
     SetSketchStatus(u"Drag a slot centerline. Edit length and width in Selected Geometry.");
@@ -214,7 +209,7 @@ void StartDragTool(int tool) {
   if (tool < 0 || tool > kAxisTool) return;
   StopTools(tool == 0);
   EndPanTool();
-  if (tool != 0) LeaveModel();
+  if (tool != 0) LeaveModelView();
   tools.dragTool = tool;
   SetSketchStatus(tool == 0 ? kSelecting : u"DRAW mode: click-drag on canvas to create geometry.");
   ShowToolChange();

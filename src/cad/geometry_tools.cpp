@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "app/router.h"
 #include "cad/canvas.h"
+#include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
 #include "cad/outline.h"
@@ -186,7 +187,8 @@ const char16_t* PromptOf(int tool) {
     case kGeometryPivot:
       return u"Click a pivot: point marker, circle center, box corner or work-axis origin.";
     default:
-      return nullptr;
+      return u"Pick a line, work axis, rectangle edge or circle tangent for this pattern "
+             u"direction.";
   }
 }
 
@@ -198,23 +200,17 @@ void StartGeometryTool(int tool) {
     SetSketchStatus(u"Select a line first, then choose Join or Tangent.");
     return;
   }
-  // The panel whose field is picked for stays open, and the pivot that stands in one.
+  // The panel whose field is picked for stays open.
   const bool picks = tool >= kGeometryPivot;
   const std::int32_t panel = tool == kGeometryPivot ? kPanelRevolve : tools.panelMode;
-  const double pivotX = tools.pivotX;
-  const double pivotY = tools.pivotY;
-  EndPanTool();
-  if (canvasView.modelView) LeaveModelView();
-  ClearTools();
-  tools.pivotX = pivotX;
-  tools.pivotY = pivotY;
+  StopTools(false);
+  ShowPlan();
   if (picks) tools.panelMode = panel;
   tools.geometryTool = tool;
   if (needsLine) tools.joinSource = sketch.selected;
-  RefreshCadPanel();
-  if (PromptOf(tool)) SetSketchStatus(PromptOf(tool));
-  platform::SetFocusTo(kViewCadCanvas);
-  platform::Repaint(kViewCadCanvas);
+  SetSketchStatus(PromptOf(tool));
+  ShowToolChange();
+  FocusCanvas();
 }
 
 bool GeometryPress(const platform::PointerEvent& event) {

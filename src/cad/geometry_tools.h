@@ -5,6 +5,8 @@
 
 namespace morva {
 
+// A number of GeometryTool but 0. Join and Tangent go out from the selected line and start only
+// with one; a pick of a pivot or a direction leaves the panel open that it fills.
 void StartGeometryTool(int tool);
 // A left press with a geometry tool active, in canvas pixels. True: used.
 bool GeometryPress(const platform::PointerEvent& event);

@@ -9,6 +9,7 @@
 #include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/edit_parts.h"
+#include "cad/geometry_tools.h"
 #include "cad/outline.h"
 #include "cad/pattern_form.h"
 #include "cad/sketch.h"
@@ -202,19 +203,8 @@ void PickPatternDirection(int command) {
     ReverseDirection(DirectionField(command));
     return;
   }
-  if (command != kIdPickDirection1 && command != kIdPickDirection2) return;
-  const double pivotX = tools.pivotX;
-  const double pivotY = tools.pivotY;
-  const std::int32_t panel = tools.panelMode;
-  ClearTools();
-  tools.pivotX = pivotX;
-  tools.pivotY = pivotY;
-  tools.panelMode = panel;
-  tools.geometryTool = command == kIdPickDirection1 ? kGeometryDirection1 : kGeometryDirection2;
-  SetSketchStatus(
-      u"Pick a line, work axis, rectangle edge or circle tangent for this pattern direction.");
-  RefreshCadTools();
-  platform::Repaint(kViewCadCanvas);
+  if (command == kIdPickDirection1) StartGeometryTool(kGeometryDirection1);
+  if (command == kIdPickDirection2) StartGeometryTool(kGeometryDirection2);
 }
 
 bool PatternDirectionClick(double x, double y) {

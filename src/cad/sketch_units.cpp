@@ -95,15 +95,13 @@ void ShowSketchUnitCaptions() {
 void SwitchSketchUnits(bool metric) {
   if (metric != sketch.metric) {
     const double factor = metric ? kMmPerInch : kInchPerMm;
-    const double pivotX = tools.pivotX;
-    const double pivotY = tools.pivotY;
     const std::int32_t panel = tools.panelMode;
     CancelTools();  // points that were picked are numbers of the old unit
     // A panel of numbers stays, for its numbers are converted; one of a tool went with the tool.
     if (panel != kPanelPolygon && panel != kPanelDimension) tools.panelMode = panel;
     RefreshCadPanel();
-    tools.pivotX = pivotX * factor;
-    tools.pivotY = pivotY * factor;
+    tools.pivotX *= factor;
+    tools.pivotY *= factor;
     sketch.thickness *= factor;
     for (int i = 0; i < sketch.objectCount; ++i) {
       SketchObject& object = sketch.objects[i];

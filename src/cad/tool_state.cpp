@@ -1,7 +1,6 @@
 #include "cad/tool_state.h"
 
-#include "app/command_ids.h"
-#include "platform/window.h"
+#include "cad/draw_parts.h"
 
 namespace morva {
 
@@ -9,9 +8,7 @@ ToolState tools;
 
 void ClearTools() {
   tools = ToolState();
-  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
-    platform::SetVisible(id, false);
-  }
+  HideSizeBoxes();
 }
 
 void ClearMultiSelect() {

@@ -12,6 +12,7 @@
 #include "app/wells.h"
 #include "cad/canvas.h"
 #include "cad/dimensions.h"
+#include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/drawings.h"
 #include "cad/edits.h"
@@ -391,12 +392,8 @@ void HideCadWorkspace() {
 void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
 
 void OpenToolPanel(int panelMode, int field) {
-  const double pivotX = tools.pivotX;
-  const double pivotY = tools.pivotY;
   EndPanTool();
-  ClearTools();
-  tools.pivotX = pivotX;
-  tools.pivotY = pivotY;
+  StopTools(false);
   tools.panelMode = panelMode;
   RefreshCadTools();
   platform::SetFocusTo(field);
