@@ -44,10 +44,11 @@ void OpenSizeBoxes(int canvasX, int canvasY);
 void FocusSizeBoxes();
 void HideSizeBoxes();
 
-// Rest of the pointer on a tool key. A key that was used opens nothing until the pointer has
-// left it.
+// Rest of the pointer on a tool key.
 void StopFlyoutRest();
-void KeepFlyoutShut(int keyId);  // it was pressed: no flyout until the pointer has left it
+// A tool key was pressed, by the pointer or the keyboard: the one under the pointer opens nothing
+// until the pointer has left it.
+void KeepFlyoutShut();
 void RegisterFlyouts();
 void ResetFlyouts();
 

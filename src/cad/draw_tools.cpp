@@ -99,7 +99,7 @@ void ShowSnapCaption() {
 
 // What a left click on a tool key starts.
 void PressToolKey(int id, int) {
-  KeepFlyoutShut(id);
+  KeepFlyoutShut();
   switch (id) {
     case kIdCadSelect:
       return StartDragTool(0);

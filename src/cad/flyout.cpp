@@ -91,8 +91,9 @@ void RestOver() {
 
 void StopFlyoutRest() { platform::StopTimer(platform::kMainWindow, kTimerFlyout); }
 
-void KeepFlyoutShut(int keyId) {
-  restingOn = keyId;  // a quick hand presses before the first tick has seen the pointer there
+void KeepFlyoutShut() {
+  // A quick hand presses before the first tick has seen the pointer there.
+  restingOn = platform::IdUnderPointer();
   StopFlyoutRest();
 }
 

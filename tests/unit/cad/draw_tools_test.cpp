@@ -893,6 +893,15 @@ TEST_F(Flyouts, AKeyThatWasPressedBeforeTheFirstTickOpensNothingUntilThePointerH
   EXPECT_EQ(Menus(), 1u);
 }
 
+TEST_F(Flyouts, AToolGivenUpByTheKeyboardOpensNothingUnderARestingPointer) {
+  Tick(kIdCadLine);
+  PressButton(kIdCadLine);
+  RouteCommand(kIdCadCancel, platform::kNotifyClick);  // what Escape does on the canvas
+  Tick(kIdCadLine);
+  headless::Advance(2000);
+  EXPECT_EQ(Menus(), 0u);
+}
+
 TEST_F(Flyouts, AKeyThatIsHeldDownOpensNothing) {
   Tick(kIdCadLine);
   headless::Advance(300);
