@@ -145,8 +145,11 @@ void Hover(const PointerEvent& event) {
     DrawToolMove(event);
     changed = true;
   }
-  tools.hoverObject = draws || canvasView.panTool ? -1 : HitEdge(x, y);
-  if (!draws) GeometryHover(event);
+  // With pan on a press touches nothing, so that nothing is offered.
+  const bool offers = !draws && !canvasView.panTool;
+  tools.hoverObject = offers ? HitEdge(x, y) : -1;
+  tools.previewSegmentCount = 0;
+  if (offers) GeometryHover(event);
   changed = changed || tools.hoverObject != hoverBefore || previewBefore != 0 ||
             tools.previewSegmentCount != 0;
   ShowCursorText(x, y);

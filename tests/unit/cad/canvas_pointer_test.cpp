@@ -78,6 +78,18 @@ TEST_F(CanvasPointerTest, PansBetweenTwoPicksOfAMethod) {
   EXPECT_DOUBLE_EQ(sketch.objects[0].size, 1);
 }
 
+TEST_F(CanvasPointerTest, OffersNoTrimWhileAPressWouldPan) {
+  Put(kTypeLine, -1, 0, 2);
+  StartGeometryTool(kGeometryTrim);
+  Hover(520, 300);
+  EXPECT_EQ(tools.hoverObject, 0);
+  EXPECT_EQ(tools.previewSegmentCount, 1);
+  RouteCommand(kIdCadPan, platform::kNotifyClick);
+  Hover(521, 300);
+  EXPECT_EQ(tools.hoverObject, -1);
+  EXPECT_EQ(tools.previewSegmentCount, 0);
+}
+
 TEST_F(CanvasPointerTest, KeepsTheDrawingUnderThePointerWhilePanning) {
   double x = 0;
   double y = 0;
