@@ -42,6 +42,10 @@ bool SnapPlace(double& x, double& y);
 // Any tool that works on the plan; the 3D view ends with it.
 bool AnyToolInHand();
 
+// The command of a key that the surface answers wherever the keyboard is but in a field, Escape
+// and F8 among them; 0 for none.
+int SketchShortcut(const platform::KeyEvent& key);
+
 bool ModelPointer(const platform::PointerEvent& event);
 void PaintModel(platform::Canvas& canvas);
 void RegisterModelView();

@@ -215,14 +215,6 @@ constexpr Shortcut kShortcuts[] = {
     {platform::kKeyEscape, false, kIdCadCancel},
 };
 
-int CommandOf(const KeyEvent& key) {
-  if (key.alt || key.shift) return 0;
-  for (const Shortcut& shortcut : kShortcuts) {
-    if (shortcut.key == key.key && shortcut.ctrl == key.ctrl) return shortcut.command;
-  }
-  return 0;
-}
-
 // Zoom and pan without a pointer, as in the toolpath view.
 bool ViewKey(const KeyEvent& key) {
   int notches = 0;
@@ -281,8 +273,7 @@ void EndPanTool() {
 bool TakeSpentRightClick() { return std::exchange(rightSpent, false); }
 
 bool AnyToolInHand() {
-  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode ||
-         tools.measureMode;
+  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode;
 }
 
 bool CrosshairShown() {
@@ -326,12 +317,20 @@ bool CanvasPointer(const PointerEvent& event) {
   return true;
 }
 
+int SketchShortcut(const KeyEvent& key) {
+  if (key.alt || key.shift) return 0;
+  for (const Shortcut& shortcut : kShortcuts) {
+    if (shortcut.key == key.key && shortcut.ctrl == key.ctrl) return shortcut.command;
+  }
+  return 0;
+}
+
 bool CanvasKey(const KeyEvent& key) {
   const bool escape = key.key == platform::kKeyEscape && !key.ctrl && !key.shift && !key.alt;
   if (canvasView.modelView) {
     if (escape) LeaveModelView();
     // No edit of what cannot be seen as it lies.
-    return escape || CommandOf(key) != 0;
+    return escape || SketchShortcut(key) != 0;
   }
   if (escape && drag.holder == Holder::Pan) {
     LoseCapture();
@@ -341,7 +340,7 @@ bool CanvasKey(const KeyEvent& key) {
     Refresh();
     return true;
   }
-  if (const int command = CommandOf(key)) {
+  if (const int command = SketchShortcut(key)) {
     RouteCommand(command, platform::kNotifyClick);
     Refresh();
     return true;

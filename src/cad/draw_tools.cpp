@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/router.h"
 #include "cad/canvas.h"
+#include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
 #include "cad/hint_line.h"
@@ -61,10 +62,6 @@ void FinishDrag(const platform::PointerEvent& event) {
                              tools.dragEndY),
               u"Created geometry");
   platform::Repaint(kViewCadCanvas);
-}
-
-bool AnyTool() {
-  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode;
 }
 
 void DropGeometryTool() {
@@ -217,7 +214,7 @@ void StartDragTool(int tool) {
 }
 
 void CancelTools() {
-  const bool any = AnyTool();
+  const bool any = AnyToolInHand();
   EndPanTool();
   StopTools(true);
   if (any) SetSketchStatus(kSelecting);
@@ -277,7 +274,7 @@ void DrawToolCaptureLost() {
 bool DrawToolKey(const platform::KeyEvent& key) {
   switch (key.key) {
     case platform::kKeyEscape:
-      if (!AnyTool()) return false;
+      if (!AnyToolInHand()) return false;
       EscapeKey();
       FocusCanvas();
       return true;

@@ -5,6 +5,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "cad/canvas.h"
+#include "cad/canvas_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/drawings.h"
 #include "cad/select_drag.h"
@@ -26,25 +27,6 @@ using platform::KeyEvent;
 using platform::MenuItem;
 
 void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
-
-bool ToolInHand() {
-  return tools.dragTool != 0 || tools.geometryTool != kGeometryNone ||
-         tools.constructionMethod != 0 || tools.dimensionMode || tools.sizePanelShown ||
-         canvasView.panTool;
-}
-
-struct Shortcut {
-  int key;
-  bool ctrl;
-  int command;
-};
-constexpr Shortcut kShortcuts[] = {
-    {'C', true, kIdCadCopy},
-    {'X', true, kIdCadCut},
-    {'V', true, kIdCadPaste},
-    {'Z', true, kIdCadUndo},
-    {platform::kKeyDelete, false, kIdCadDelete},
-};
 
 bool IsCadField(int id) { return CadFieldCommand(id) != 0; }
 
@@ -95,7 +77,7 @@ bool ModelKey(int id, const KeyEvent& key) {
 }  // namespace
 
 bool CadRightClick() {
-  if (app.surface != kSurfaceCad || !ToolInHand()) return false;
+  if (app.surface != kSurfaceCad || !(AnyToolInHand() || canvasView.panTool)) return false;
   CancelTools();
   RefreshCadTools();
   FocusCadCanvas();
@@ -175,17 +157,9 @@ bool CadKey(int id, const KeyEvent& key) {
   if (platform::IsTextControl(id)) return false;
   if (FlyoutKey(id, key)) return true;
   if (id == kViewCadCanvas && CanvasKey(key)) return true;
-  for (const Shortcut& shortcut : kShortcuts) {
-    if (shortcut.key != key.key || shortcut.ctrl != key.ctrl || key.alt || key.shift) continue;
-    Press(shortcut.command);
-    return true;
-  }
-  if (key.key == platform::kKeyEscape && !key.ctrl && !key.alt) {
-    CancelTools();
-    FocusCadCanvas();
-    return true;
-  }
-  return false;
+  const int command = SketchShortcut(key);
+  if (command != 0 && !canvasView.modelView) Press(command);
+  return command != 0;
 }
 
 }  // namespace morva

@@ -532,6 +532,23 @@ TEST_F(Workspace, LeavesTheModelViewByEscapeFromEveryControlAndSnapsByNoKeyThere
   }
 }
 
+TEST_F(Workspace, EditsNothingByKeysInTheModelViewWhereverTheKeyboardIs) {
+  PushSketchUndo();
+  sketch.selected = AppendSketchObject({kTypeCircle, 0, 0, 0, 1, 0, 0});
+  ASSERT_TRUE(headless::Click(kIdCadThickness));
+  for (const int id : {kViewCadCanvas, kIdCadLine, kIdCadOperations}) {
+    headless::Focus(id);
+    headless::PressKey({'Z', true});
+    headless::PressKey({platform::kKeyDelete});
+    EXPECT_EQ(sketch.objectCount, 1) << id;
+    EXPECT_TRUE(canvasView.modelView) << id;
+  }
+  ASSERT_TRUE(headless::Click(kIdCadReturnTo2D));
+  headless::Focus(kIdCadLine);
+  headless::PressKey({platform::kKeyDelete});
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
 TEST_F(Workspace, DropsTheCubesHelpWithTheModelView) {
   ASSERT_TRUE(headless::Click(kIdCadThickness));
   EXPECT_EQ(SketchStatus().substr(0, 10), u"View cube:");
