@@ -5,6 +5,7 @@
 #include "cad/edit_parts.h"
 #include "cad/edits.h"
 #include "cad/tool_state.h"
+#include "library/units.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -13,8 +14,6 @@ namespace {
 
 constexpr double kOffsetInch = 0.2;
 constexpr double kOffsetMm = 5.0;
-constexpr double kToMm = 25.4;
-constexpr double kToInch = 0.03937007874015748;
 
 struct Clipboard {
   SketchObject objects[kMaxItems];
@@ -41,11 +40,7 @@ bool Store(bool lockedToo) {
 SketchObject PastedObject(int index, std::int32_t group) {
   SketchObject object = clipboard.objects[index];
   if (clipboard.metric != sketch.metric) {
-    const double factor = sketch.metric ? kToMm : kToInch;
-    object.x *= factor;
-    object.y *= factor;
-    object.size *= factor;
-    object.size2 *= factor;
+    ScaleLengths(object, sketch.metric ? kMmPerInch : kInchPerMm);
   }
   object.group = group;
   ShiftByOffset(object);

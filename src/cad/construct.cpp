@@ -238,7 +238,7 @@ bool LineOnCircle(double startX, double startY, const SketchObject& circle, doub
 
 bool ObjectFromTypedSizes(int method, double size, double size2, double firstX, double firstY,
                           SketchObject& object) {
-  const bool twoSizes = object.type == kTypeRectangle || object.type == kTypeSlot;
+  const bool twoSizes = HasTwoSizes(object);
   if (!(size > 0)) return false;
   if (twoSizes && !(size2 > 0)) return false;
   if (object.type == kTypeSlot && size < size2) return false;

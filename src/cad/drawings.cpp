@@ -56,9 +56,7 @@ void TakeLiveSketch(FeatureSettings& record) {
   record.values[2] = cut.safeZ;
   record.values[kThicknessValue] = sketch.thickness;
   for (int i = 0; i < sketch.objectCount; ++i) {
-    const SketchObject& object = sketch.objects[i];
-    record.items[i] = {object.type, object.group, object.x,    object.y,
-                       object.size, object.size2, object.angle};
+    record.items[i] = ItemOf(sketch.objects[i]);
   }
 }
 
@@ -94,17 +92,14 @@ bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
 // Until the workspace stands the live sketch and its fields are nobody's.
 bool WorkspaceStands() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 
-bool SameObject(const SketchObject& a, const FeatureItem& b) {
-  return a.type == b.type && a.group == b.tag && a.x == b.p0 && a.y == b.p1 && a.size == b.p2 &&
-         a.size2 == b.p3 && a.angle == b.p4;
-}
-
 // Whether the live sketch holds geometry that the record does not.
 bool HoldsOther(const FeatureSettings& record) {
   if (sketch.objectCount == 0) return false;
   if (sketch.objectCount != record.itemCount || sketch.metric != (record.metric != 0)) return true;
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (!SameObject(sketch.objects[i], record.items[i])) return true;
+    const SketchObject stored = ObjectOf(record.items[i]);
+    const SketchObject& live = sketch.objects[i];
+    if (live.group != stored.group || !SameGeometry(live, stored)) return true;
   }
   return false;
 }
@@ -125,8 +120,8 @@ void LoadObjects(const FeatureSettings* record) {
   sketch.metric = record && record->metric != 0;
   sketch.thickness = record ? record->values[kThicknessValue] : 0;
   for (int i = 0; i < kMaxItems; ++i) {
-    const FeatureItem item = record && i < record->itemCount ? record->items[i] : FeatureItem();
-    sketch.objects[i] = {item.type, item.tag, item.p0, item.p1, item.p2, item.p3, item.p4};
+    const bool held = record && i < record->itemCount;
+    sketch.objects[i] = held ? ObjectOf(record->items[i]) : SketchObject();
   }
   sketch.selected = sketch.objectCount > 0 ? 0 : -1;
   ShowCutData(record ? CutData{record->values[0], record->values[1], record->values[2]} : kInchCut);

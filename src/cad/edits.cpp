@@ -56,10 +56,9 @@ SketchObject GrownObject(bool extend) {
   }
   const double least = BySketchUnit(kLeastInch, kLeastMm);
   object.size = std::max(object.size, least);
-  const bool hasWidth = object.type == kTypeRectangle || object.type == kTypeSlot;
   // A second size below 0, which only construction geometry could get, would make the whole
   // drawing unreadable once it is stored.
-  object.size2 = std::max(object.size2, hasWidth ? least : 0);
+  object.size2 = std::max(object.size2, HasTwoSizes(object) ? least : 0);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
   return object;
 }

@@ -39,10 +39,6 @@ Drag drag;
 SketchObject planned[kMaxItems];  // the next state of what moves
 SketchObject sides[kSides];       // and of a rectangle's sides
 
-bool IsLine(const SketchObject& object) {
-  return object.type == kTypeLine || object.type == kTypeWorkAxis;
-}
-
 // What moves along offers no fixed place to snap to.
 void SnapBesideMoving(double& x, double& y, bool bypass) {
   unsigned char hidden[kMaxItems];
@@ -136,7 +132,7 @@ bool PlanHandle(double x, double y, bool bypass) {
   object = drag.original;
   if (object.type == kTypeRectangle) return PlanSkew(x, y, bypass);
   SnapBesideMoving(x, y, bypass);
-  if (IsLine(object)) {
+  if (HasEnds(object)) {
     if (!PlanLine(object, x, y)) return false;
   } else if (object.type == kTypeSlot) {
     PlanSlot(object, x, y);
@@ -190,8 +186,8 @@ bool HandleAt(const SketchObject& object, int px, int py, int& handle) {
     }
     return square(0) < best;
   }
-  const int first = IsLine(object) ? 0 : 1;
-  const int last = IsLine(object) ? 1 : count - 1;
+  const int first = HasEnds(object) ? 0 : 1;
+  const int last = HasEnds(object) ? 1 : count - 1;
   for (int i = first; i <= last; ++i) {
     if (square(i) >= best) continue;
     best = square(i);

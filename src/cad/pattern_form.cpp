@@ -155,11 +155,10 @@ bool SelectionSource(const FormIds& form, Source& source) {
   object.y = 0;
   object.size = SizeField(form.size, kNoLength);
   const double width = SizeField(form.width, kNoWidth);
-  const bool two = object.type == kTypeRectangle || object.type == kTypeSlot;
   if (object.type == kTypeWorkPoint || !(object.size > 0) || !Lies(object.size, kSketchLimit)) {
     return false;
   }
-  if (two) {
+  if (HasTwoSizes(object)) {
     object.size2 = width;
     if (!(width > 0) || !Lies(width, kSketchLimit)) return false;
     if (object.type == kTypeSlot && width > object.size) return false;

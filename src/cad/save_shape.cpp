@@ -58,10 +58,9 @@ void PutObjects(SavedShape& shape) {
       continue;
     }
     SketchObject object = sketch.objects[i];
-    object.x = (object.x - centreX) * factor;
-    object.y = (object.y - centreY) * factor;
-    object.size *= factor;
-    object.size2 *= factor;
+    object.x -= centreX;
+    object.y -= centreY;
+    ScaleLengths(object, factor);
     shape.objects[i] = object;
   }
 }

@@ -217,9 +217,8 @@ int SelectionHandles(platform::PointF* points) {
   double xs[9];
   double ys[9];
   const int count = ObjectSnapPoints(object, xs, ys);
-  const bool isLine = object.type == kTypeLine || object.type == kTypeWorkAxis;
-  const int first = isLine || object.type == kTypeCircle ? 0 : 1;
-  const int last = isLine ? 1 : count - 1;
+  const int first = HasEnds(object) || object.type == kTypeCircle ? 0 : 1;
+  const int last = HasEnds(object) ? 1 : count - 1;
   int n = 0;
   for (int i = first; i <= last; ++i) {
     const platform::Point at = ToCanvas(xs[i], ys[i]);

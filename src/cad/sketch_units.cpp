@@ -103,13 +103,7 @@ void SwitchSketchUnits(bool metric) {
     tools.pivotX *= factor;
     tools.pivotY *= factor;
     sketch.thickness *= factor;
-    for (int i = 0; i < sketch.objectCount; ++i) {
-      SketchObject& object = sketch.objects[i];
-      object.x *= factor;
-      object.y *= factor;
-      object.size *= factor;
-      object.size2 *= factor;
-    }
+    for (int i = 0; i < sketch.objectCount; ++i) ScaleLengths(sketch.objects[i], factor);
     sketch.metric = metric;
     for (const LengthField& field : kOwnFields) ConvertField(field, factor);
     for (int i = 0; i < addedCount; ++i) ConvertField(added[i], factor);

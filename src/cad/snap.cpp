@@ -35,17 +35,11 @@ SnapPoints kept[kMaxItems];
 const SnapPoints& PointsOf(int index) {
   SnapPoints& points = kept[index];
   const SketchObject& now = sketch.objects[index];
-  const SketchObject& then = points.object;
-  if (points.count > 0 && now.type == then.type && now.x == then.x && now.y == then.y &&
-      now.size == then.size && now.size2 == then.size2 && now.angle == then.angle) {
-    return points;
-  }
+  if (points.count > 0 && SameGeometry(now, points.object)) return points;
   points.object = now;
   points.count = ObjectSnapPoints(now, points.xs, points.ys);
   return points;
 }
-
-bool IsLinear(std::int32_t type) { return type == kTypeLine || type == kTypeWorkAxis; }
 
 struct Search {
   double x = 0, y = 0;  // the cursor
@@ -83,7 +77,7 @@ void CollectObjects(Search& search, int excluded) {
 void OfferObjectPoints(Search& search) {
   for (int n = 0; n < search.objectCount; ++n) {
     const SnapPoints& points = PointsOf(search.objects[n]);
-    const bool anchored = !IsLinear(points.object.type);
+    const bool anchored = !HasEnds(points.object);
     for (int k = 0; k < points.count; ++k) {
       Offer(search, points.xs[k], points.ys[k], anchored && k == 0);
     }
@@ -112,7 +106,7 @@ void OfferRim(Search& search, const SketchObject& circle) {
 void OfferEdges(Search& search) {
   for (int n = 0; n < search.objectCount; ++n) {
     const SnapPoints& points = PointsOf(search.objects[n]);
-    if (IsLinear(points.object.type)) {
+    if (HasEnds(points.object)) {
       OfferEdge(search, points.xs[0], points.ys[0], points.xs[1], points.ys[1]);
     } else if (points.object.type == kTypeRectangle) {
       for (int k = 1; k <= 4; ++k) {
@@ -135,7 +129,7 @@ int CollectLines(const Search& search, NearLine* lines) {
   int count = 0;
   for (int n = 0; n < search.objectCount; ++n) {
     const SnapPoints& points = PointsOf(search.objects[n]);
-    if (!IsLinear(points.object.type)) continue;
+    if (!HasEnds(points.object)) continue;
     const double ax = points.xs[0];
     const double ay = points.ys[0];
     const double bx = points.xs[1];

@@ -115,15 +115,10 @@ void StoreShape(const SavedShape& shape, unsigned char* at) {
   }
 }
 
-bool SameGeometry(const SketchObject& object, const FeatureItem& item) {
-  return object.type == item.type && object.x == item.p0 && object.y == item.p1 &&
-         object.size == item.p2 && object.size2 == item.p3 && object.angle == item.p4;
-}
-
 bool HoldsItems(const SavedShape& shape, const FeatureSettings& record) {
   if (shape.count != record.itemCount) return false;
   for (int i = 0; i < shape.count; ++i) {
-    if (!SameGeometry(shape.objects[i], record.items[i])) return false;
+    if (!SameGeometry(shape.objects[i], ObjectOf(record.items[i]))) return false;
   }
   return true;
 }
@@ -207,10 +202,7 @@ int RecoverProjectShape(const FeatureSettings& record) {
   if (index < 0) return -1;
   SavedShape& shape = shapeLibrary.shapes[index];
   shape.count = record.itemCount;
-  for (int i = 0; i < shape.count; ++i) {
-    const FeatureItem& item = record.items[i];
-    shape.objects[i] = {item.type, item.tag, item.p0, item.p1, item.p2, item.p3, item.p4};
-  }
+  for (int i = 0; i < shape.count; ++i) shape.objects[i] = ObjectOf(record.items[i]);
   RefreshShapeLists();
   return index;
 }

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "documents/feature_settings.h"
+
 namespace morva {
 
 enum SketchType : std::int32_t {
@@ -26,5 +28,33 @@ struct SketchObject {
   double angle = 0;  // of a line, axis, rectangle or slot
 };
 static_assert(sizeof(SketchObject) == 48);
+
+// A line or axis, which has two ends.
+inline bool HasEnds(const SketchObject& object) {
+  return object.type == kTypeLine || object.type == kTypeWorkAxis;
+}
+// A rectangle or slot, of which `size2` is a size of its own.
+inline bool HasTwoSizes(const SketchObject& object) {
+  return object.type == kTypeRectangle || object.type == kTypeSlot;
+}
+// The same place, sizes and angle, whatever the group.
+inline bool SameGeometry(const SketchObject& a, const SketchObject& b) {
+  return a.type == b.type && a.x == b.x && a.y == b.y && a.size == b.size && a.size2 == b.size2 &&
+         a.angle == b.angle;
+}
+// Into another unit: everything but the angle.
+inline void ScaleLengths(SketchObject& object, double factor) {
+  object.x *= factor;
+  object.y *= factor;
+  object.size *= factor;
+  object.size2 *= factor;
+}
+// An object and the item of a settings record that holds it.
+inline SketchObject ObjectOf(const FeatureItem& item) {
+  return {item.type, item.tag, item.p0, item.p1, item.p2, item.p3, item.p4};
+}
+inline FeatureItem ItemOf(const SketchObject& object) {
+  return {object.type, object.group, object.x, object.y, object.size, object.size2, object.angle};
+}
 
 }  // namespace morva
