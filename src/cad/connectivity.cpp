@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "cad/canvas_parts.h"
+#include "cad/edit_parts.h"
 #include "cad/geometry_tools.h"
 #include "cad/outline.h"
 #include "cad/sketch.h"
@@ -59,7 +60,7 @@ void PutSegment(Segment& s, double ax, double ay, double bx, double by) {
   s.ay = ay;
   s.bx = bx;
   s.by = by;
-  s.length = SketchRoot((bx - ax) * (bx - ax) + (by - ay) * (by - ay));
+  s.length = PlainDistance(ax, ay, bx, by);
   s.ux = s.length > 0 ? (bx - ax) / s.length : 0;
   s.uy = s.length > 0 ? (by - ay) / s.length : 0;
   const double slack = kWiden + 2 * kPastEnd * s.length;

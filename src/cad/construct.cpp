@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "app/command_ids.h"
+#include "cad/edit_parts.h"
 #include "cad/outline.h"
 #include "cad/tool_state.h"
 #include "library/codetext.h"
@@ -14,17 +15,9 @@ namespace {
 // Three points count as lying on one line below this share of their spread.
 constexpr double kCollinear = 1e-9;
 
-double Length(double dx, double dy) { return SketchRoot(dx * dx + dy * dy); }
-
-bool Within(double value) { return value > -kSketchLimit && value < kSketchLimit; }
-
-SketchObject MakeLine(double x, double y, double dx, double dy) {
+SketchObject MakeLine(double ax, double ay, double bx, double by) {
   SketchObject line;
-  line.type = kTypeLine;
-  line.x = x;
-  line.y = y;
-  line.size = Length(dx, dy);
-  line.angle = AngleDegrees(dy, dx);
+  SetLineEnds(line, ax, ay, bx, by);
   return line;
 }
 
@@ -60,7 +53,7 @@ bool CircleThroughThree(const double* xs, const double* ys, SketchObject& circle
   if (!(std::fabs(d) >= (a + b) * kCollinear)) return false;
   const double ux = (by * a - ay * b) / d;
   const double uy = (ax * b - bx * a) / d;
-  circle = MakeCircle(xs[0] + ux, ys[0] + uy, 2 * Length(ux, uy));
+  circle = MakeCircle(xs[0] + ux, ys[0] + uy, 2 * PlainDistance(0, 0, ux, uy));
   return true;
 }
 
@@ -69,7 +62,7 @@ bool CircleThroughThree(const double* xs, const double* ys, SketchObject& circle
 bool BoxFromThree(int method, const double* xs, const double* ys, SketchObject& box) {
   const double dx = xs[1] - xs[0];
   const double dy = ys[1] - ys[0];
-  const double length = Length(dx, dy);
+  const double length = PlainDistance(xs[0], ys[0], xs[1], ys[1]);
   // The left normal of the side.
   const double nx = -dy / length;
   const double ny = dx / length;
@@ -102,22 +95,18 @@ bool BoxFromCorners(const double* xs, const double* ys, bool fromCentre, SketchO
 
 TangentFault Touching(double x, double y, double radius, SketchObject& object) {
   const SketchObject circle = MakeCircle(x, y, 2 * radius);
-  if (!(circle.size > kLeastSize) || !KeepsSketchLimits(circle)) return TangentFault::Degenerate;
+  if (!(circle.size > kLeastSize) || !WithinSketchLimit(circle)) return TangentFault::Degenerate;
   object = circle;
   return TangentFault::None;
 }
 
 }  // namespace
 
-bool KeepsSketchLimits(const SketchObject& object) {
-  return Within(object.x) && Within(object.y) && Within(object.size) && Within(object.size2);
-}
-
 SketchObject ObjectFromDrag(int tool, double startX, double startY, double endX, double endY) {
   const double least = BySketchUnit(0.04, 1.0);
   const double dx = endX - startX;
   const double dy = endY - startY;
-  double d = Length(dx, dy);
+  double d = PlainDistance(startX, startY, endX, endY);
   if (d < least) d = BySketchUnit(0.4, 10.0);
   const double middleX = (startX + endX) / 2;
   const double middleY = (startY + endY) / 2;
@@ -144,7 +133,7 @@ SketchObject ObjectFromDrag(int tool, double startX, double startY, double endX,
       object.y = startY;
       break;
     default:
-      object = MakeLine(startX, startY, dx, dy);
+      object = MakeLine(startX, startY, endX, endY);
       object.size = d;
       object.type = tool - 1 == kTypeWorkAxis ? kTypeWorkAxis : kTypeLine;
       break;
@@ -167,13 +156,13 @@ bool IsTangentMethod(int method) {
 bool ObjectFromPoints(int method, const double* xs, const double* ys, SketchObject& object) {
   const double dx = xs[1] - xs[0];
   const double dy = ys[1] - ys[0];
-  const double distance = Length(dx, dy);
+  const double distance = PlainDistance(xs[0], ys[0], xs[1], ys[1]);
   if (!(distance >= kLeastSize)) return false;
   SketchObject made;
   bool whole = true;
   switch (method) {
     case kIdMethodLine:
-      made = MakeLine(xs[0], ys[0], dx, dy);
+      made = MakeLine(xs[0], ys[0], xs[1], ys[1]);
       break;
     case kIdMethodCircleRadius:
       made = MakeCircle(xs[0], ys[0], 2 * distance);
@@ -200,7 +189,7 @@ bool ObjectFromPoints(int method, const double* xs, const double* ys, SketchObje
     default:
       return false;
   }
-  if (!whole || !(made.size > kLeastSize) || !KeepsSketchLimits(made)) return false;
+  if (!whole || !(made.size > kLeastSize) || !WithinSketchLimit(made)) return false;
   object = made;
   return true;
 }
@@ -218,7 +207,7 @@ TangentFault CircleOnLine(const SketchObject& line, double centreX, double centr
 
 TangentFault CircleOnCircle(const SketchObject& circle, double centreX, double centreY,
                             SketchObject& object) {
-  const double d = Length(centreX - circle.x, centreY - circle.y);
+  const double d = PlainDistance(centreX, centreY, circle.x, circle.y);
   if (!(d >= kLeastSize)) return TangentFault::Concentric;
   return Touching(centreX, centreY, std::fabs(d - circle.size / 2), object);
 }
@@ -230,8 +219,8 @@ bool LineOnCircle(double startX, double startY, const SketchObject& circle, doub
   if (!TangentPoint(startX, startY, circle.x, circle.y, circle.size / 2, clickX, clickY, x, y)) {
     return false;
   }
-  const SketchObject line = MakeLine(startX, startY, x - startX, y - startY);
-  if (!(line.size > kLeastSize) || !KeepsSketchLimits(line)) return false;
+  const SketchObject line = MakeLine(startX, startY, x, y);
+  if (!(line.size > kLeastSize) || !WithinSketchLimit(line)) return false;
   object = line;
   return true;
 }
@@ -248,7 +237,7 @@ bool ObjectFromTypedSizes(int method, double size, double size2, double firstX, 
   if (method == kIdMethodCircleDiameter) {
     const double dx = object.x - firstX;
     const double dy = object.y - firstY;
-    const double distance = Length(dx, dy);
+    const double distance = PlainDistance(object.x, object.y, firstX, firstY);
     if (!(distance > kLeastSize)) return false;
     made.x = firstX + dx / distance * (size / 2);
     made.y = firstY + dy / distance * (size / 2);
@@ -256,7 +245,7 @@ bool ObjectFromTypedSizes(int method, double size, double size2, double firstX, 
     made.x = firstX + (object.x >= firstX ? size / 2 : -size / 2);
     made.y = firstY + (object.y >= firstY ? size2 / 2 : -size2 / 2);
   }
-  if (!KeepsSketchLimits(made)) return false;
+  if (!WithinSketchLimit(made)) return false;
   object = made;
   return true;
 }

@@ -50,7 +50,4 @@ bool LineOnCircle(double startX, double startY, const SketchObject& circle, doub
 bool ObjectFromTypedSizes(int method, double size, double size2, double firstX, double firstY,
                           SketchObject& object);
 
-// Whether an anchor and sizes keep to the sketch's limits.
-bool KeepsSketchLimits(const SketchObject& object);
-
 }  // namespace morva

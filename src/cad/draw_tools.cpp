@@ -8,6 +8,7 @@
 #include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
+#include "cad/edit_parts.h"
 #include "cad/hint_line.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
@@ -172,7 +173,7 @@ void FocusCanvas() {
 }
 
 bool AppendDrawn(const SketchObject& object, const char16_t* logged) {
-  if (sketch.objectCount >= kMaxItems || !KeepsSketchLimits(object)) return false;
+  if (sketch.objectCount >= kMaxItems || !WithinSketchLimit(object)) return false;
   PushSketchUndo();
   ClearMultiSelect();
   sketch.selected = AppendSketchObject(object);

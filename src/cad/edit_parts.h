@@ -1,4 +1,4 @@
-// What the edits share: lines built from their ends, and the bound of coordinates.
+// What drawing and editing share: lines built from their ends, and the bound of coordinates.
 #pragma once
 
 #include "cad/sketch.h"

@@ -1,11 +1,13 @@
 // Regular polygons: a closed run of lines in a group of its own, by two clicks or the panel.
 
+#include <cmath>
+
 #include "app/command_ids.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
+#include "cad/edit_parts.h"
 #include "cad/outline.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -33,21 +35,13 @@ bool PolygonLines(int sides, double radius, double centreX, double centreY, doub
   }
   for (int i = 0; i < sides; ++i) {
     const int next = (i + 1) % sides;
-    const double dx = xs[next] - xs[i];
-    const double dy = ys[next] - ys[i];
     SketchObject& line = lines[i];
     line = SketchObject();
-    line.type = kTypeLine;
-    line.x = xs[i];
-    line.y = ys[i];
-    line.size = SketchRoot(dx * dx + dy * dy);
-    line.angle = AngleDegrees(dy, dx);
-    if (!(line.size > 0) || !KeepsSketchLimits(line)) return false;
+    SetLineEnds(line, xs[i], ys[i], xs[next], ys[next]);
+    if (!(line.size > 0) || !WithinSketchLimit(line)) return false;
   }
   return true;
 }
-
-bool Below(double value, double limit) { return value > -limit && value < limit; }
 
 }  // namespace
 
@@ -61,7 +55,7 @@ int PolygonSidesField() {
 bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle) {
   if (sides < kLeastSides || sides > kMostSides) return false;
   if (!(startAngle >= -kMostStartAngle && startAngle <= kMostStartAngle)) return false;
-  if (!Below(centreX, kSketchLimit) || !Below(centreY, kSketchLimit)) return false;
+  if (!(std::fabs(centreX) < kSketchLimit && std::fabs(centreY) < kSketchLimit)) return false;
   if (!(radius > 0 && radius < kSketchLimit)) return false;
   if (sketch.objectCount + sides > kMaxItems) return false;
   SketchObject lines[kMostSides];

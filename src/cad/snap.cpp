@@ -9,6 +9,7 @@
 #include "cad/canvas.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
+#include "cad/edit_parts.h"
 #include "cad/outline.h"
 #include "cad/tool_state.h"
 
@@ -97,7 +98,7 @@ void OfferEdge(Search& search, double ax, double ay, double bx, double by) {
 void OfferRim(Search& search, const SketchObject& circle) {
   const double dx = search.x - circle.x;
   const double dy = search.y - circle.y;
-  const double distance = SketchRoot(dx * dx + dy * dy);
+  const double distance = PlainDistance(search.x, search.y, circle.x, circle.y);
   if (distance < kAtCircleCentre) return;
   const double r = circle.size / 2;
   Offer(search, circle.x + dx / distance * r, circle.y + dy / distance * r, false);
