@@ -1,6 +1,7 @@
 #include "codetools/compare.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 #include "library/codetext.h"
@@ -32,6 +33,9 @@ Slot slots[kHashSlots];
 
 std::uint64_t bitRows[kBitWords];
 std::uint64_t matchRow[kMaxCompareLines / kWordBits + 1];
+// The last line of each class, so that a lookahead for a line that comes no more is not begun.
+std::int32_t lastLeft[2 * kMaxCompareLines];
+std::int32_t lastRight[2 * kMaxCompareLines];
 std::int32_t firstOfClass[2 * kMaxCompareLines];
 std::int32_t nextOfClass[kMaxCompareLines];
 CompareRow regrouped[kMaxCompareRows];
@@ -76,13 +80,24 @@ bool SplitSide(std::u16string_view text, bool showTags, CompareSide& side) {
   return false;
 }
 
+// FNV-1a over four units at a time, folded to 32 bits; it stays in memory only.
 std::uint32_t HashLine(std::u16string_view line, bool ignoreSpaces) {
-  std::uint32_t hash = 2166136261u;
-  for (const char16_t c : line) {
-    if (ignoreSpaces && IsBlank(c)) continue;
-    hash = (hash ^ c) * 16777619u;
+  constexpr std::uint64_t kPrime = 0x100000001B3u;
+  std::uint64_t hash = 0xCBF29CE484222325u;
+  std::size_t at = 0;
+  if (!ignoreSpaces) {
+    for (; at + 4 <= line.size(); at += 4) {
+      std::uint64_t four;
+      std::memcpy(&four, line.data() + at, sizeof four);
+      hash = (hash ^ four) * kPrime;
+      hash ^= hash >> 32;
+    }
   }
-  return hash;
+  for (; at < line.size(); ++at) {
+    if (ignoreSpaces && IsBlank(line[at])) continue;
+    hash = (hash ^ line[at]) * kPrime;
+  }
+  return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
 std::int32_t ClassOf(const Texts& texts, std::int32_t side, std::int32_t line,
@@ -204,18 +219,27 @@ void WalkExact(std::int32_t classes) {
   }
 }
 
+void FindLastLines(std::int32_t classes) {
+  std::fill_n(lastLeft, classes, -1);
+  std::fill_n(lastRight, classes, -1);
+  for (std::int32_t i = 0; i < compareResult.left.count; ++i) lastLeft[leftClass[i]] = i;
+  for (std::int32_t j = 0; j < compareResult.right.count; ++j) lastRight[rightClass[j]] = j;
+}
+
 // The first distance from 1 to 64 at which the left line ahead equals right line j (`a`) or
 // the right line ahead equals left line i (`b`), 0 for none.
 void LookAhead(std::int32_t i, std::int32_t j, int& a, int& b) {
   a = 0;
   b = 0;
+  if (lastLeft[rightClass[j]] <= i && lastRight[leftClass[i]] <= j) return;
   for (int k = 1; k <= kLookahead && a == 0 && b == 0; ++k) {
     if (i + k < compareResult.left.count && leftClass[i + k] == rightClass[j]) a = k;
     if (j + k < compareResult.right.count && rightClass[j + k] == leftClass[i]) b = k;
   }
 }
 
-void WalkLookahead() {
+void WalkLookahead(std::int32_t classes) {
+  FindLastLines(classes);
   const std::int32_t n = compareResult.left.count;
   const std::int32_t m = compareResult.right.count;
   std::int32_t i = 0;
@@ -314,7 +338,7 @@ void CompareTexts(std::u16string_view left, std::u16string_view right,
                              (static_cast<std::int64_t>(compareResult.right.count) + 1);
   compareResult.largeFile = cells > kMaxCompareCells;
   if (compareResult.largeFile) {
-    WalkLookahead();
+    WalkLookahead(classes);
   } else {
     WalkExact(classes);
   }
