@@ -133,7 +133,7 @@ void ArmTextRefresh(int milliseconds) {
 void RunTextRefresh() {
   platform::StopTimer(platform::kMainWindow, kTimerText);
   const std::uint64_t before = platform::EditorRevision(kIdEditor);
-  AutoTagBlocks();
+  TagAfterEdit();
   if (platform::EditorRevision(kIdEditor) != before) WriteProgramInformation();
   RefreshFeatureList();
   Call(hooks.colourEditor);

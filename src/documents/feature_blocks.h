@@ -56,8 +56,13 @@ struct OffsetMap {
 };
 int AdvanceOffset(OffsetMap& map, std::int32_t index);
 
-// Writes markers into the editor for every record that needs them; guarded against itself.
+// Writes markers into the editor for every record that needs them, each an undo step; guarded
+// against itself. Markers that an undo took out come back by redo: the text is then the one
+// that the run before left.
 void AutoTagBlocks();
+// The same once the user's hands rest. Markers undone a second time in a row stay out, as long
+// as there is something to redo, so that Undo gets behind them.
+void TagAfterEdit();
 // The text with the markers that AutoTagBlocks would write; scans it.
 std::u16string TaggedText(std::u16string_view text);
 // Rebuilds the feature list's rows from the text; a row's number is its block's id.

@@ -26,6 +26,17 @@ bool rowExcluded[kMaxFeatures];
 int excludedRows = 0;
 std::uint64_t listedSerial = 0;  // the program whose blocks the list showed last
 
+// The text that the last run of the tagging left, so that it is known again when an undo took
+// some of the run's markers out. Each marker is an undo step of its own.
+struct TagRun {
+  std::uint64_t hash = 0;
+  int length = 0;  // in editor positions
+  int steps = 0;
+  bool cameBack = false;  // its markers were taken out once and put back
+  bool leftOut = false;   // and then again: the user wants to go back behind them
+};
+TagRun lastRun;
+
 // Where the markers of one row go, in editor positions of the text before any was written.
 struct TagPlace {
   int prefixAt = 0;
@@ -90,6 +101,84 @@ void WriteMarkers(const FeatureRecord& row, const TagPlace& place,
   }
 }
 
+int WriteAllMarkers(const TagPlace (&places)[kMaxFeatures], platform::EditorRange& selection) {
+  int steps = 0;
+  // From last to first, so that earlier positions stay valid.
+  for (int i = features.count - 1; i >= 0; --i) {
+    if (!features.rows[i].needsMarkers) continue;
+    WriteMarkers(features.rows[i], places[i], selection);
+    steps += 2;
+  }
+  return steps;
+}
+
+// FNV-1a over 16-bit units.
+std::uint64_t TextHash(std::u16string_view text) {
+  std::uint64_t hash = 0xCBF29CE484222325u;
+  for (const char16_t c : text) hash = (hash ^ c) * 0x100000001B3u;
+  return hash;
+}
+
+bool AtLastRun() {
+  return platform::EditorLength(kIdEditor) == lastRun.length &&
+         TextHash(platform::EditorText(kIdEditor)) == lastRun.hash;
+}
+
+// Redoes the part of the last run that was undone. An END line whose BEGIN was undone would be
+// wrapped as a text of its own, and the program would grow by two markers at every undo. False,
+// with the text as it was, where the markers are not what was undone.
+bool PutMarkersBack() {
+  int steps = 0;
+  while (steps < lastRun.steps && platform::RedoEditor(kIdEditor)) {
+    ++steps;
+    if (AtLastRun()) return true;
+  }
+  for (; steps > 0; --steps) platform::UndoEditor(kIdEditor);
+  return false;
+}
+
+// What becomes of the last run after an undo into it: its markers come back once. Undone a
+// second time by the user they all leave, or no undo at the pace of a hand would ever reach
+// what was done before them.
+bool ResumeLastRun(bool byUser) {
+  if (!PutMarkersBack()) return false;
+  if (byUser && lastRun.cameBack) {
+    for (int i = 0; i < lastRun.steps; ++i) platform::UndoEditor(kIdEditor);
+    lastRun.leftOut = true;
+  }
+  lastRun.cameBack = true;
+  return true;
+}
+
+void TagText(bool byUser) {
+  if (tagging || !platform::Exists(kIdEditor)) return;
+  TagPlace places[kMaxFeatures];
+  {
+    const std::u16string_view text = platform::EditorText(kIdEditor);
+    ScanProgramText(text);
+    if (FindTagPlaces(text, places) == 0) return;
+  }
+  if (byUser && lastRun.leftOut && platform::CanRedoEditor(kIdEditor)) return;
+  lastRun.leftOut = false;
+  tagging = true;
+  const bool suppressed = app.suppressChange;
+  app.suppressChange = true;
+  platform::HoldEditorRedraw(kIdEditor, true);
+  platform::EditorRange selection = platform::EditorSelection(kIdEditor);
+  if (!ResumeLastRun(byUser)) {
+    const int steps = WriteAllMarkers(places, selection);
+    platform::SetEditorSelection(kIdEditor, selection);
+    lastRun = {TextHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor), steps};
+  }
+  platform::HoldEditorRedraw(kIdEditor, false);
+  app.suppressChange = suppressed;
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  platform::Repaint(kIdEditor);
+  platform::Repaint(kViewGutter);
+  MarkModified();
+  tagging = false;
+}
+
 // The captions follow the list. The name box is left alone while its block stays selected: the
 // user may be typing in it.
 void FollowSelection(std::int64_t keptId) {
@@ -105,32 +194,9 @@ void FollowSelection(std::int64_t keptId) {
 
 }  // namespace
 
-void AutoTagBlocks() {
-  if (tagging || !platform::Exists(kIdEditor)) return;
-  TagPlace places[kMaxFeatures];
-  {
-    const std::u16string_view text = platform::EditorText(kIdEditor);
-    ScanProgramText(text);
-    if (FindTagPlaces(text, places) == 0) return;
-  }
-  tagging = true;
-  const bool suppressed = app.suppressChange;
-  app.suppressChange = true;
-  platform::HoldEditorRedraw(kIdEditor, true);
-  platform::EditorRange selection = platform::EditorSelection(kIdEditor);
-  // From last to first, so that earlier positions stay valid.
-  for (int i = features.count - 1; i >= 0; --i) {
-    if (features.rows[i].needsMarkers) WriteMarkers(features.rows[i], places[i], selection);
-  }
-  platform::SetEditorSelection(kIdEditor, selection);
-  platform::HoldEditorRedraw(kIdEditor, false);
-  app.suppressChange = suppressed;
-  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
-  platform::Repaint(kIdEditor);
-  platform::Repaint(kViewGutter);
-  MarkModified();
-  tagging = false;
-}
+void AutoTagBlocks() { TagText(false); }
+
+void TagAfterEdit() { TagText(true); }
 
 std::u16string TaggedText(std::u16string_view text) {
   ScanProgramText(text);

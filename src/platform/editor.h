@@ -52,6 +52,7 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text);
 bool UndoEditor(int id);
 bool RedoEditor(int id);
 bool CanUndoEditor(int id);
+bool CanRedoEditor(int id);
 void SetEditorReadOnly(int id, bool readOnly);
 
 int EditorLineCount(int id);  // an empty text has one line

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -141,6 +142,27 @@ TEST_F(Job, UndoTakesTypedTextBackAfterAFailedSave) {
   EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not save the file."));
   EXPECT_TRUE(desk::TextOf(morva::kIdEditor).contains(QStringLiteral("M8 ")));
   EXPECT_TRUE(morva::tabs[morva::app.activeTab].dirty);
+}
+
+TEST_F(Job, UndoAtThePaceOfAHandGetsBehindTheMarkersOfWhatWasPasted) {
+  const QString block = QStringLiteral("(MORVA TEXT 1)\nG0 X0\n(MORVA END 1)");
+  WriteAll(Path("pasted.NC"), block.toLatin1());
+  Open(Path("pasted.NC"));
+  desk::Run(200);
+  ASSERT_EQ(desk::TextOf(morva::kIdEditor), block);
+  desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
+  QGuiApplication::clipboard()->setText(QStringLiteral("\nX1 Y1\nX2"));
+  desk::Key(morva::kIdEditor, Qt::Key_V, Qt::ControlModifier);
+  const QString marked =
+      block + QStringLiteral("\n(MORVA TEXT 2)\n(MORVA NAME User code)\nX1 Y1\nX2\n(MORVA END 2)");
+  ASSERT_TRUE(desk::Until([&]() { return desk::TextOf(morva::kIdEditor) == marked; }));
+  // Back once, whole; then out, whole; then what was pasted.
+  const QString wanted[] = {marked, block + QStringLiteral("\nX1 Y1\nX2"), block};
+  for (const QString& text : wanted) {
+    desk::Key(morva::kIdEditor, Qt::Key_Z, Qt::ControlModifier);
+    desk::Run(200);
+    EXPECT_EQ(desk::TextOf(morva::kIdEditor), text);
+  }
 }
 
 TEST_F(Job, PlaysThePathWithTheSourceLineInStep) {

@@ -304,6 +304,11 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
 bool UndoEditor(int id) { return headless::Step(id, headless::UndoStep); }
 bool RedoEditor(int id) { return headless::Step(id, headless::RedoStep); }
 
+bool CanRedoEditor(int id) {
+  const EditorState* e = EditorOf(id);
+  return e && !e->text.redo.empty();
+}
+
 bool CanUndoEditor(int id) {
   const EditorState* e = EditorOf(id);
   return e && !e->text.undo.empty();

@@ -133,10 +133,14 @@ bool UndoEditor(int id) {
 
 bool RedoEditor(int id) {
   EditorWidget* editor = EditorOf(id);
-  if (editor == nullptr || editor->isReadOnly()) return false;
-  if (!editor->document()->isRedoAvailable()) return false;
+  if (editor == nullptr || editor->isReadOnly() || !CanRedoEditor(id)) return false;
   editor->redo();
   return true;
+}
+
+bool CanRedoEditor(int id) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr && editor->document()->isRedoAvailable();
 }
 
 bool CanUndoEditor(int id) {

@@ -210,6 +210,82 @@ TEST_F(AutoTag, CanBeTakenBackStepByStep) {
   EXPECT_EQ(Text(), UserBlock(1, u"G0"));
 }
 
+TEST_F(AutoTag, PutsAnUndonePrefixBackInsteadOfWrappingItsEnd) {
+  for (const std::u16string& program :
+       {std::u16string(u"G0"), std::u16string(u"(CIRCULAR PATTERN)\r\nG0\r\n\r\nG1"),
+        u"G0\r\n" + UserBlock(7, u"G1") + u"\r\nG2"}) {
+    Load(program);
+    AutoTagBlocks();
+    const std::u16string marked = Text();
+    for (int round = 0; round < 3; ++round) {
+      EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+      EXPECT_NE(Text(), marked);
+      AutoTagBlocks();
+      EXPECT_EQ(Text(), marked);
+    }
+    EXPECT_FALSE(platform::CanRedoEditor(kIdEditor));
+  }
+}
+
+TEST_F(AutoTag, LetsASlowHandUndoWhatStandsBeforeTheMarkers) {
+  const std::u16string block = UserBlock(1, u"G0");
+  const std::u16string pasted = block + u"\r\nX1 Y1";
+  Load(block);
+  platform::ReplaceRange(kIdEditor,
+                         {platform::EditorLength(kIdEditor), platform::EditorLength(kIdEditor)},
+                         u"\r\nX1 Y1");
+  TagAfterEdit();
+  const std::u16string marked = block + u"\r\n" + UserBlock(2, u"X1 Y1");
+  EXPECT_EQ(Text(), marked);
+  // The tick follows every undo. The first one finds the markers back, the second leaves them
+  // out whole, the third takes the pasted line.
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  TagAfterEdit();
+  EXPECT_EQ(Text(), marked);
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  TagAfterEdit();
+  EXPECT_EQ(Text(), pasted);
+  TagAfterEdit();
+  EXPECT_EQ(Text(), pasted);
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  TagAfterEdit();
+  EXPECT_EQ(Text(), block);
+  // And all the way forward again.
+  while (platform::RedoEditor(kIdEditor)) TagAfterEdit();
+  EXPECT_EQ(Text(), marked);
+}
+
+TEST_F(AutoTag, MarksWhatWasLeftOutBeforeAnOperationAndAfterTheNextEdit) {
+  for (const bool edits : {false, true}) {
+    Load(u"G0");
+    TagAfterEdit();
+    for (int round = 0; round < 2; ++round) {
+      EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+      TagAfterEdit();
+    }
+    EXPECT_EQ(Text(), u"G0");
+    if (edits) {
+      platform::ReplaceRange(kIdEditor, {2, 2}, u" X1");
+      TagAfterEdit();
+    } else {
+      AutoTagBlocks();
+    }
+    EXPECT_EQ(Text(), UserBlock(1, edits ? u"G0 X1" : u"G0"));
+  }
+}
+
+TEST_F(AutoTag, TakesAnUndoOfTypingInsideABlockForNothingElse) {
+  Load(u"G0");
+  TagAfterEdit();
+  const std::u16string marked = Text();
+  platform::ReplaceRange(kIdEditor, {40, 40}, u" X1");
+  TagAfterEdit();
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  TagAfterEdit();
+  EXPECT_EQ(Text(), marked);
+  EXPECT_TRUE(platform::CanRedoEditor(kIdEditor));
+}
+
 TEST_F(AutoTag, MarksTheProgramModifiedWithoutATimer) {
   Load(u"G0");
   AutoTagBlocks();
