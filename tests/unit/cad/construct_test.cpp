@@ -199,11 +199,13 @@ TEST_F(Construct, ThreePointsMakeARectangleOnTheSideOfTheThird) {
 
 TEST_F(Construct, TheRectangleOfThreePointsHasTheFirstTwoAsCornersAndReachesTheThird) {
   reference::Dice dice{99};
+  int made = 0;
   for (int i = 0; i < 500; ++i) {
     double p[6];
     for (double& value : p) value = dice.Roll(4001) / 200.0 - 10;
     SketchObject object;
     if (!Points(kIdMethodRectangleThree, p[0], p[1], p[2], p[3], p[4], p[5], object)) continue;
+    ++made;
     double xs[kOutlinePoints];
     double ys[kOutlinePoints];
     ASSERT_EQ(ObjectOutline(object, xs, ys), 5);
@@ -216,6 +218,7 @@ TEST_F(Construct, TheRectangleOfThreePointsHasTheFirstTwoAsCornersAndReachesTheT
     const double cross = (p[2] - p[0]) * (p[5] - p[1]) - (p[3] - p[1]) * (p[4] - p[0]);
     EXPECT_NEAR(object.size2, std::fabs(cross) / object.size, 1e-9 * (1 + object.size2));
   }
+  EXPECT_GT(made, 490);
 }
 
 TEST_F(Construct, ThreePointsMakeASlotWhoseArcCentresAreTheFirstTwo) {

@@ -239,6 +239,18 @@ TEST_F(Dimensions, AClickOnGeometryChoosesItAndItsValue) {
   EXPECT_EQ(platform::FocusedId(), kIdCadDimensionValue);
 }
 
+// The first object of the sketch is one like the others.
+TEST_F(Dimensions, AClickOnTheFirstObjectGivesItsValueTheKeyboardWithTheNumberSelected) {
+  Put(kTypeLine, 0, 0, 2);
+  EnterDimensionMode(false);
+  headless::Focus(kViewCadCanvas);
+  EXPECT_TRUE(Press(1, 0));
+  EXPECT_EQ(sketch.selected, 0);
+  ASSERT_EQ(platform::FocusedId(), kIdCadDimensionValue);
+  headless::PressKey({'7'});
+  EXPECT_EQ(TextOf(kIdCadDimensionValue), u"7");
+}
+
 TEST_F(Dimensions, AClickBesideEverythingChoosesNothing) {
   Put(kTypeLine, 0, 0, 2);
   EnterDimensionMode(false);

@@ -263,6 +263,21 @@ TEST_F(Edits, AnswersTheSplitOfACircleWithTheBoxAndChangesNothing) {
   EXPECT_TRUE(Recent().empty());
 }
 
+TEST_F(Edits, SplitsAndDuplicatesNothingThatItMayNotWhenCalledAlone) {
+  Add(kTypeCircle, 0, 0, 2);
+  Add(kTypeLine, 0, 0, 2);
+  sketch.locked[1] = 1;
+  for (const int selected : {0, 1, -1}) {
+    sketch.selected = selected;
+    const Picture before = Now();
+    SplitLine();
+    EXPECT_EQ(Now(), before) << selected;
+    if (selected != 0) DuplicateObject();
+    EXPECT_EQ(Now(), before) << selected;
+  }
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);  // the circle's
+}
+
 TEST_F(Edits, SplitsAndDuplicatesNothingIntoAFullSketch) {
   for (int i = 0; i < 96; ++i) Add(kTypeLine, 0, 0, 2);
   sketch.selected = 3;

@@ -534,6 +534,8 @@ TEST_F(Patterns, FormGridHasExactPlacesAtQuarterTurns) {
   Type(kIdCadRectRotation, u"30");
   headless::Click(kIdCadCreatePattern);
   ASSERT_EQ(sketch.objectCount, 6);
+  EXPECT_DOUBLE_EQ(Object(0).x, 0.1);
+  EXPECT_DOUBLE_EQ(Object(0).y, 0.2);
   for (int n = 0; n < 6; ++n) {
     EXPECT_EQ(Object(n).x, Object(0).x - n / 3 * 2.5) << n;  // the columns add exact zeros
     EXPECT_EQ(Object(n).y, Object(0).y + n % 3 * 1.5) << n;

@@ -101,6 +101,24 @@ TEST_F(FindEdges, UndoLeadsToAChangeFarAway) {
   EXPECT_EQ(CaretLine(kIdEditor), 10);
 }
 
+// The caret stands amid what comes back, and the column is that of the line and not of the text.
+TEST_F(FindEdges, UndoOfABatchAroundTheCaretLeavesItInItsLineAndColumn) {
+  Program(u"X1 Y1\r\nX1 Y1\r\nX1 Y1\r\n");
+  Fields(u"1", u"2.5");
+  headless::Click(kApply);
+  PutCaret(kIdEditor, 2, 3);
+  headless::Click(kUndo);
+  ASSERT_EQ(CountOccurrences(Text(), u"2.5"), 0);
+  EXPECT_EQ(CaretLine(kIdEditor), 2);
+  EXPECT_EQ(CaretColumn(kIdEditor), 3);
+  // A line that is shorter again holds the caret at its end.
+  headless::Click(kApply);
+  PutCaret(kIdEditor, 2, 8);
+  headless::Click(kUndo);
+  EXPECT_EQ(CaretLine(kIdEditor), 2);
+  EXPECT_EQ(CaretColumn(kIdEditor), 5);
+}
+
 TEST_F(FindEdges, AWholeBatchIsOneStepForUndo) {
   Program(u"X1\r\nX1\r\nX1\r\n");
   const std::u16string before = Text();

@@ -57,6 +57,22 @@ TEST_F(FindPane, NextMatchSelectsAndWrapsOnceRound) {
   EXPECT_EQ(Status(), u"No matching text found.");
 }
 
+TEST_F(FindPane, EnterInTheFindFieldIsTheNextMatchAndOtherKeysAreNot) {
+  Fields(u"x1");
+  headless::Focus(kIdFindText);
+  headless::PressKey({platform::kKeyDown});
+  platform::KeyEvent ctrlEnter;
+  ctrlEnter.key = platform::kKeyEnter;
+  ctrlEnter.ctrl = true;
+  headless::PressKey(ctrlEnter);
+  EXPECT_EQ(Status(), u"");
+  headless::PressKey({platform::kKeyEnter});
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 33);
+  headless::PressKey({platform::kKeyEnter});
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, 40);
+  EXPECT_EQ(platform::FocusedId(), kIdFindText);
+}
+
 TEST_F(FindPane, PreviewCountsAndChangesNothing) {
   tabs[0].dirty = false;
   app.editorDirty = false;

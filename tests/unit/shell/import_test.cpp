@@ -238,6 +238,20 @@ TEST_F(Import, NonAsciiCommentsOfAFileComeThroughWhole) {
   EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"(Fl\u00E4che \u23008)\r\nG1 X1"));
 }
 
+TEST_F(Import, NulsOfABrowsedFileAreFillingAndNothingBehindThemIsLost) {
+  using namespace std::string_literals;
+  WriteFile("other.NC", "\0\0G1 X1\r\n\0(MORVA TEXT 9)\r\nG1 X3\r\n(MORVA END 9)\r\n"s);
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  headless::QueueFile(Path("other.NC"));
+  headless::Click(kBrowse);
+  EXPECT_EQ(platform::RowCount(kOperations), 2);
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"G1 X1") +
+                        u"(MORVA TEXT 6)\r\nG1 X3\r\n(MORVA END 6)\r\n");
+}
+
 TEST_F(Import, DoesNothingOnceAnotherProgramIsActive) {
   TwoPrograms(Block(1, u"Face", u"G1 X1"), kTarget);
   OpenPanel();
