@@ -1,15 +1,12 @@
 // Files of any bytes in the real window: they open as text or with their message, soon, and the
 // window goes on working.
 
-#include <gtest/gtest.h>
-
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "documents/program_tabs.h"
 
 namespace {
@@ -17,20 +14,8 @@ namespace {
 // Far above what any of these takes on an idle machine, far below what a person calls a hang.
 constexpr int kLongestMs = 30000;
 
-class BadFile : public testing::Test {
+class BadFile : public AtDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-  }
-  QString Write(const char* name, const QByteArray& bytes) const {
-    const QString path = home_.filePath(QString::fromLatin1(name));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    return path;
-  }
   // Opens the file, lets the pause pass that tags it, asks for its report and its path.
   void OpensAndWorks(const QString& path) {
     QElapsedTimer timer;
@@ -59,7 +44,6 @@ class BadFile : public testing::Test {
     EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not open the selected file."));
     EXPECT_EQ(morva::app.tabCount, 1);
   }
-  QTemporaryDir home_;
   QString opened_;
 };
 

@@ -1,25 +1,18 @@
 // The drawing workspace on the real window, and a hand on its canvas. For the tests of CAD jobs.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "cad/canvas.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 
-class CadDesk : public testing::Test {
+class CadDesk : public AtDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    AtDesk::SetUp();
     desk::Click(morva::kIdSurfaceCad);
     ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
     ASSERT_EQ(QApplication::focusWidget(), Canvas());
@@ -51,13 +44,4 @@ class CadDesk : public testing::Test {
     desk::Key(id, Qt::Key_A, Qt::ControlModifier);
     desk::TypeInto(id, QString::fromLatin1(text));
   }
-  // A picture into the folder that MORVA_PICTURES names, if it names one.
-  static void Show(const char* step) {
-    const QByteArray folder = qgetenv("MORVA_PICTURES");
-    if (folder.isEmpty()) return;
-    desk::Run(150);
-    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
-  }
-
-  QTemporaryDir home_;
 };

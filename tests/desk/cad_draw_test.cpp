@@ -1,13 +1,9 @@
 // Draw tools and dimensions on the real window: methods by rest and by Down, sizes by the keyboard
 // alone, tangents, polygons, labels and the measure.
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QCursor>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 #include <cmath>
@@ -18,7 +14,7 @@
 #include "cad/dimensions.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
-#include "desk/desk.h"
+#include "desk/cad_desk.h"
 #include "platform/window.h"
 
 namespace {
@@ -26,28 +22,13 @@ namespace {
 using morva::sketch;
 using morva::tools;
 
-class CadDraw : public testing::Test {
+class CadDraw : public CadDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-    desk::Click(morva::kIdSurfaceCad);
-    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
-  }
-
-  static QWidget* Canvas() { return desk::WidgetOf(morva::kViewCadCanvas); }
-  static QPoint At(double x, double y) {
-    const platform::Point p = morva::ToCanvas(x, y);
-    return QPoint(p.x, p.y);
-  }
   static void ClickPixel(QPoint at, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QTest::mouseMove(Canvas(), at);
     QTest::qWait(5);
     QTest::mouseClick(Canvas(), Qt::LeftButton, keys, at);
   }
-  static void ClickAt(double x, double y) { ClickPixel(At(x, y)); }
   static const morva::SketchObject& Last() { return sketch.objects[sketch.objectCount - 1]; }
 
   // Types and presses keys into whatever has the keyboard.
@@ -65,16 +46,8 @@ class CadDraw : public testing::Test {
     QWidget* widget = desk::WidgetOf(id);
     QCursor::setPos(widget->mapToGlobal(widget->rect().center()));
   }
-  void Show(const char* step) {
-    const QByteArray folder = qgetenv("MORVA_PICTURES");
-    if (folder.isEmpty()) return;
-    desk::Run(150);
-    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
-  }
   static QString Status() { return desk::TextOf(morva::kIdCadStatus); }
   static QString Hint() { return desk::TextOf(morva::kIdCadHint); }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(CadDraw, MethodsAreChosenByRestAndByDownAndDrawByClicks) {

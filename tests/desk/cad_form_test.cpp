@@ -1,11 +1,8 @@
 // The scrolling form and the right button of the CAD workspace on the real window.
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -13,19 +10,13 @@
 #include "app/command_ids.h"
 #include "cad/tool_state.h"
 #include "cad/workspace_form.h"
-#include "desk/desk.h"
+#include "desk/cad_desk.h"
 #include "platform/window.h"
 
 namespace {
 
-class CadForm : public testing::Test {
+class CadForm : public CadDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    desk::Click(morva::kIdSurfaceCad);
-    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
-  }
   static void Wheel(QWidget* widget, int notches) {
     const QPoint at = widget->rect().center();
     QWheelEvent wheel(at, widget->mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
@@ -39,8 +30,6 @@ class CadForm : public testing::Test {
     QContextMenuEvent ask(QContextMenuEvent::Mouse, at, widget->mapToGlobal(at));
     QApplication::sendEvent(widget, &ask);
   }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(CadForm, ScrollsByTheWheelOverWhateverStandsInItAndChangesNoChoice) {

@@ -22,7 +22,14 @@ namespace {
 class Bracket : public CadDesk {
  protected:
   static void InsertThroughThePicker(int key) {
-    QTimer::singleShot(200, []() { desk::Click(morva::kIdDestinationInsert); });
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&watch]() {
+      const QWidget* insert = desk::WidgetOf(morva::kIdDestinationInsert);
+      if (!insert || !insert->isVisible()) return;
+      watch.stop();
+      desk::Click(morva::kIdDestinationInsert);
+    });
+    watch.start(10);
     desk::Click(key);
   }
 

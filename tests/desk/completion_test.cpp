@@ -1,28 +1,22 @@
 // The completion list and the code index on the real window.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "platform/window.h"
 
 namespace {
 
-class Completion : public testing::Test {
+class Completion : public AtDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    AtDesk::SetUp();
     desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
     desk::TypeInto(morva::kIdEditor, QStringLiteral("\n"));
   }
@@ -37,8 +31,6 @@ class Completion : public testing::Test {
     return desk::TextOf(morva::kIdEditor).contains(QString::fromLatin1(words));
   }
   static bool EditorHasKeyboard() { return platform::FocusedId() == morva::kIdEditor; }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(Completion, DownAndEnterWriteTheSecondRow) {

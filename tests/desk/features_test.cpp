@@ -1,14 +1,11 @@
 // The feature list and the import panel of the real window: by mouse, by keyboard and by menu.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStyle>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -16,7 +13,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "documents/disabled_code.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
@@ -31,20 +28,13 @@ QByteArray Block(int id, const QByteArray& name, const QByteArray& code) {
          number + ")\n";
 }
 
-class Features : public testing::Test {
+class Features : public AtDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
+    AtDesk::SetUp();
     ASSERT_TRUE(desk::Until([]() { return desk::RowsOf(kIdFeatureList).size() == 1; }));
   }
 
-  QString Write(const char* name, const QByteArray& bytes) {
-    QFile file(home_.filePath(QString::fromLatin1(name)));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  }
   void Open(const char* name, const QByteArray& bytes, int rows) {
     const int before = app.tabCount;
     desk::AnswerFile(Write(name, bytes));
@@ -111,8 +101,6 @@ class Features : public testing::Test {
     }
     return false;
   }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(Features, ADoubleClickOnTheNameEditsAndLeavesNoRenameBox) {

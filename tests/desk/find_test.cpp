@@ -1,22 +1,18 @@
 // The find pane on the real window: a batch of rules by keys and clicks, the order of Tab, and
 // everything in sight.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -28,13 +24,10 @@ constexpr int kPreview = 1903;
 constexpr int kApply = 1904;
 constexpr int kUndo = 1905;
 
-class Find : public testing::Test {
+class Find : public AtDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    AtDesk::SetUp();
     desk::Key(morva::kIdEditor, Qt::Key_A, Qt::ControlModifier);
     auto* edit = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(morva::kIdEditor));
     edit->insertPlainText(QStringLiteral("(MORVA TEXT 1)\n(MORVA NAME A)\nA B\n(MORVA END 1)"));
@@ -45,7 +38,6 @@ class Find : public testing::Test {
   static void Press(int key) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(key)); }
   static void Type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
   static QString Code() { return desk::TextOf(morva::kIdEditor); }
-  QTemporaryDir home_;
 };
 
 TEST_F(Find, SwapsTwoWordsByKeysAndTakesItBackByAClick) {
@@ -177,15 +169,11 @@ TEST_F(Find, NothingOfThePaneIsCutOff) {
   desk::Click(kPreview);
   desk::TypeInto(morva::kIdFindText, QString());
   desk::Click(kAddRule);  // the longest words of the status
-  const QByteArray pictures = qgetenv("MORVA_PICTURES");
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
     window->resize(size);
     ASSERT_TRUE(desk::Until([=]() { return window->size() == size; }));
     desk::Run(80);
-    if (!pictures.isEmpty()) {
-      desk::Picture(QDir(QString::fromLocal8Bit(pictures))
-                        .filePath(QStringLiteral("find_%1.png").arg(size.width())));
-    }
+    Show(size.width() == 1200 ? "find_1200.png" : "find_1560.png");
     for (const int id : all) {
       QWidget* widget = desk::WidgetOf(id);
       const QRect place(widget->mapTo(window, QPoint(0, 0)), widget->size());

@@ -1,7 +1,5 @@
 // Whole jobs on the real window, with pointer and keys.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
@@ -10,11 +8,10 @@
 #include <QFile>
 #include <QProcess>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "dnc/serial_profile.h"
 #include "documents/program_tabs.h"
 #include "platform/posix/serial_pace.h"
@@ -35,15 +32,8 @@ void WriteAll(const QString& path, const QByteArray& bytes) {
   file.write(bytes);
 }
 
-class Job : public testing::Test {
+class Job : public AtDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    // The fresh program gets its first markers a moment after the start.
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-  }
   QString Path(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
   void Open(const QString& path) {
     const int before = morva::app.tabCount;
@@ -51,7 +41,6 @@ class Job : public testing::Test {
     desk::Click(morva::kIdOpen);
     ASSERT_TRUE(desk::Until([before]() { return morva::app.tabCount == before + 1; }));
   }
-  QTemporaryDir home_;
 };
 
 TEST_F(Job, TypingShowsMarkersAndARowAfterAPause) {

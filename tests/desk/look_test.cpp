@@ -1,8 +1,6 @@
 // The look and the handling of the real window: names, places, captions, focus and a job done
 // by keyboard alone.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -10,7 +8,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
-#include <QTemporaryDir>
 #include <QTest>
 #include <set>
 
@@ -18,7 +15,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/router.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "documents/program_tabs.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -37,15 +34,8 @@ struct Control {
   QWidget* widget;
 };
 
-class Look : public testing::Test {
+class Look : public AtDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-  }
-
   static QWidget* Window() { return desk::WidgetOf(platform::kMainWindow); }
 
   static void Resize(int width, int height) {
@@ -85,8 +75,6 @@ class Look : public testing::Test {
     while (morva::app.tabCount < 8) desk::Click(morva::kIdTabNew);
     ASSERT_EQ(morva::app.tabCount, 8);
   }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(Look, GivesEveryVisibleControlAnAccessibleName) {

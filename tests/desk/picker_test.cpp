@@ -1,13 +1,9 @@
 // The destination picker on the real window: keys and pointer while its own loop runs.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -19,7 +15,7 @@
 #include "app/limits.h"
 #include "cad/canvas.h"
 #include "cad/sketch.h"
-#include "desk/desk.h"
+#include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
@@ -29,28 +25,15 @@
 
 namespace {
 
-class PickerAtTheDesk : public testing::Test {
+class PickerAtTheDesk : public CadDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-    desk::Click(morva::kIdSurfaceCad);
-    ASSERT_TRUE(desk::Until([]() { return morva::app.surface == morva::kSurfaceCad; }));
+    CadDesk::SetUp();
     desk::Click(morva::kIdCadLine);
-    ClickCanvas(0, 0);
-    ClickCanvas(2, 0);
+    ClickAt(0, 0);
+    ClickAt(2, 0);
     ASSERT_EQ(morva::sketch.objectCount, 1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-  }
-
-  static void ClickCanvas(double x, double y) {
-    QWidget* canvas = desk::WidgetOf(morva::kViewCadCanvas);
-    const platform::Point p = morva::ToCanvas(x, y);
-    QTest::mouseMove(canvas, QPoint(p.x, p.y));
-    QTest::qWait(5);
-    QTest::mouseClick(canvas, Qt::LeftButton, Qt::NoModifier, QPoint(p.x, p.y));
   }
 
   static bool Stands() {
@@ -87,12 +70,6 @@ class PickerAtTheDesk : public testing::Test {
     if (QGuiApplication::platformName() != QStringLiteral("offscreen")) return;
     desk::WidgetOf(window)->activateWindow();
   }
-  static void Show(const char* step) {
-    const QByteArray folder = qgetenv("MORVA_PICTURES");
-    if (folder.isEmpty()) return;
-    desk::Run(150);
-    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
-  }
 
   // Generate by its key; `act` is what the user does in the picker. It must end it.
   void Generate(const std::function<void()>& act) {
@@ -117,8 +94,6 @@ class PickerAtTheDesk : public testing::Test {
     EXPECT_FALSE(Stands());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(PickerAtTheDesk, TabFollowsTheScreenAndEscapeChangesNothing) {

@@ -1,27 +1,21 @@
 // The feature list of the real window: rename over a row, lock and eye under the pointer, and
 // the import panel at the smallest window.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "platform/window.h"
 
 namespace {
 
-class Rename : public testing::Test {
+class Rename : public AtDesk {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+    AtDesk::SetUp();
     ASSERT_TRUE(desk::Until([]() { return desk::RowsOf(morva::kIdFeatureList).size() == 1; }));
   }
 
@@ -36,8 +30,6 @@ class Rename : public testing::Test {
                       QPoint(row.right() + 1 - pixels, row.center().y()));
   }
   static QLineEdit* Box() { return qobject_cast<QLineEdit*>(desk::WidgetOf(morva::kIdInlineName)); }
-
-  QTemporaryDir home_;
 };
 
 TEST_F(Rename, WorksByKeyboardAndPointerOnTheRealList) {

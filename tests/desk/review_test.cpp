@@ -1,19 +1,15 @@
 // The compare review on the real window: two programs, their changes, the scroll lock.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
-#include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
 #include "platform/window.h"
@@ -22,19 +18,11 @@ namespace {
 
 using namespace morva;
 
-class ReviewDesk : public testing::Test {
+class ReviewDesk : public AtDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-  }
   void Open(const char* name, const QByteArray& bytes) {
-    QFile file(home_.filePath(QString::fromLatin1(name)));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
     const int before = app.tabCount;
-    desk::AnswerFile(file.fileName());
+    desk::AnswerFile(Write(name, bytes));
     desk::Click(kIdOpen);
     ASSERT_TRUE(desk::Until([before]() { return app.tabCount == before + 1; }));
   }
@@ -57,14 +45,6 @@ class ReviewDesk : public testing::Test {
   static int IdOf(const QPlainTextEdit* pane) {
     return pane == Pane(kIdReviewLeftPane) ? kIdReviewLeftPane : kIdReviewRightPane;
   }
-  // Where MORVA_PICTURES names a folder.
-  static void Picture(const char* name) {
-    const QByteArray folder = qgetenv("MORVA_PICTURES");
-    if (folder.isEmpty()) return;
-    desk::Run(250);
-    desk::Picture(QString::fromLocal8Bit(folder) + QLatin1Char('/') + QString::fromLatin1(name));
-  }
-  QTemporaryDir home_;
 };
 
 TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
@@ -96,7 +76,7 @@ TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
   EXPECT_EQ(PixelOf(left, 300, row), QColor(0x45, 0x34, 0x19));
   EXPECT_EQ(PixelOf(right, 300, row + 1), QColor(0x16, 0x41, 0x31));
   EXPECT_EQ(PixelOf(left, 300, row - 1), QColor(0x01, 0x0D, 0x15));
-  Picture("review.png");
+  Show("review.png");
 
   desk::Click(kIdReviewNext);
   desk::Click(kIdReviewNext);
@@ -118,7 +98,7 @@ TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
   desk::Click(kIdReviewLines);
   EXPECT_EQ(desk::TextOf(kIdReviewLines), QStringLiteral("Changes only"));
   EXPECT_EQ(left->blockCount(), 5);  // four changes and the end
-  Picture("review-changes.png");
+  Show("review-changes.png");
 
   desk::Click(kIdCompareSecond);
   EXPECT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdEditor)->isVisible(); }));
@@ -198,7 +178,7 @@ TEST_F(ReviewDesk, ComparesAThirdProgramChosenByTheCombos) {
   EXPECT_TRUE(desk::Until(
       []() { return desk::TextOf(kIdReviewLeftPane).contains(QStringLiteral("Rapid Motion")); }));
   EXPECT_FALSE(desk::WidgetOf(kIdWordsEditor)->isVisible());
-  Picture("review-words.png");
+  Show("review-words.png");
   desk::Click(kIdCommandWords);
   EXPECT_TRUE(desk::Until(
       []() { return !desk::TextOf(kIdReviewLeftPane).contains(QStringLiteral("Rapid Motion")); }));

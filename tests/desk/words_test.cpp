@@ -1,31 +1,22 @@
 // The command words view on the real window: typing in it, and back to the code.
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTextBlock>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "codetools/colours.h"
-#include "desk/desk.h"
+#include "desk/at_desk.h"
 #include "platform/editor.h"
 #include "platform/window.h"
 
 namespace {
 
-class Words : public testing::Test {
+class Words : public AtDesk {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(home_.isValid());
-    desk::Start(home_.path());
-    ASSERT_TRUE(desk::Until(
-        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
-  }
   static QPlainTextEdit* Edit(int id) { return qobject_cast<QPlainTextEdit*>(desk::WidgetOf(id)); }
   static void SetProgram(const QString& text) {
     desk::Key(morva::kIdEditor, Qt::Key_A, Qt::ControlModifier);
@@ -34,7 +25,6 @@ class Words : public testing::Test {
       return desk::TextOf(morva::kIdEditor).startsWith(QStringLiteral("(MORVA TEXT 1)"));
     }));
   }
-  QTemporaryDir home_;
 };
 
 TEST_F(Words, TheCodeFollowsWhatIsTypedAndTheMarkersMoveNoCaret) {

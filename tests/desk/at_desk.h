@@ -1,0 +1,39 @@
+// The workbench at its start on the real window, in a fresh home folder. For desk tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "app/command_ids.h"
+#include "desk/desk.h"
+
+class AtDesk : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(home_.isValid());
+    desk::Start(home_.path());
+    // The fresh program gets its first markers a moment after the start.
+    ASSERT_TRUE(desk::Until(
+        []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
+  }
+
+  // A file of the home folder; its path.
+  QString Write(const char* name, const QByteArray& bytes) const {
+    const QString path = home_.filePath(QString::fromLatin1(name));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    return path;
+  }
+  // A picture into the folder that MORVA_PICTURES names, if it names one.
+  static void Show(const char* step) {
+    const QByteArray folder = qgetenv("MORVA_PICTURES");
+    if (folder.isEmpty()) return;
+    desk::Run(150);
+    desk::Picture(QDir(QString::fromLocal8Bit(folder)).filePath(QString::fromLatin1(step)));
+  }
+
+  QTemporaryDir home_;
+};
