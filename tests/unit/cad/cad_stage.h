@@ -121,4 +121,26 @@ struct CadStage : public support::Stage {
   }
 };
 
+// The workspace's window stands and one clean program is open.
+struct DrawingsStage : public CadStage {
+  void SetUp() override {
+    CadStage::SetUp();
+    morva::liveModels.cadWindowExists = [] { return true; };
+    platform::SetVisible(morva::kIdCadDrawingName, false);
+    morva::OpenTab(u"", u"G1 X1\r\n", u"Job.NC");
+    morva::SwitchTab(0);
+    morva::app.editorDirty = false;
+    morva::tabs[0].dirty = false;
+  }
+  static void Cut(const char16_t* depth, const char16_t* feed, const char16_t* safeZ) {
+    platform::SetText(morva::kIdCadDepth, depth);
+    platform::SetText(morva::kIdCadFeed, feed);
+    platform::SetText(morva::kIdCadSafeZ, safeZ);
+  }
+  static std::vector<std::u16string> CutTexts() {
+    return {platform::TextOf(morva::kIdCadDepth), platform::TextOf(morva::kIdCadFeed),
+            platform::TextOf(morva::kIdCadSafeZ)};
+  }
+};
+
 }  // namespace cad_test

@@ -18,10 +18,6 @@ constexpr platform::Colour kUpper = 0x9CC3E0;
 constexpr platform::Colour kBright = 0x00D3F2;
 constexpr int kTimer = 0x654;
 
-struct Line {
-  double x0, y0, x1, y1;
-};
-
 class CanvasModel : public CanvasTest {
  protected:
   static void Look(double yaw, double pitch, double roll) {
@@ -43,23 +39,6 @@ class CanvasModel : public CanvasTest {
     platform::SetText(kIdCadThicknessValue, text);
   }
   static void Run(int id) { EXPECT_TRUE(RouteCommand(id, platform::kNotifyClick)); }
-  static std::vector<Line> Wires(platform::Colour colour) {
-    std::vector<Line> lines;
-    for (const DrawCall& call : Calls("PaintSegments")) {
-      if (call.colours[0] != colour) continue;
-      const std::vector<double>& n = call.numbers;
-      for (std::size_t i = 0; i + 3 < n.size() - 3; i += 4) {
-        lines.push_back({n[i], n[i + 1], n[i + 2], n[i + 3]});
-      }
-    }
-    return lines;
-  }
-  static void ExpectLine(const Line& line, double x0, double y0, double x1, double y1) {
-    EXPECT_NEAR(line.x0, x0, 1e-3);
-    EXPECT_NEAR(line.y0, y0, 1e-3);
-    EXPECT_NEAR(line.x1, x1, 1e-3);
-    EXPECT_NEAR(line.y1, y1, 1e-3);
-  }
 };
 
 TEST_F(CanvasModel, OpensItsPanelWithTheProposedThickness) {
@@ -261,12 +240,12 @@ TEST_F(CanvasModel, DrawsALineAtBothHeightsWithItsVerticals) {
   Put(kTypeLine, 0, 0, 2);
   sketch.thickness = 0.5;
   Enter(0, 0, 0);  // from the front: 210 pixels a unit, the middle at 1, 0.25
-  const std::vector<Line> lower = Wires(kLower);
+  const std::vector<Line> lower = Lines(kLower);
   ASSERT_EQ(lower.size(), 3u);
   ExpectLine(lower[0], 310, 382.5, 730, 382.5);
   ExpectLine(lower[1], 310, 382.5, 310, 277.5);
   ExpectLine(lower[2], 730, 382.5, 730, 277.5);
-  const std::vector<Line> upper = Wires(kUpper);
+  const std::vector<Line> upper = Lines(kUpper);
   ASSERT_EQ(upper.size(), 1u);
   ExpectLine(upper[0], 310, 277.5, 730, 277.5);
 }
@@ -275,20 +254,20 @@ TEST_F(CanvasModel, MultipliesItsScaleByTheZoom) {
   Put(kTypeLine, 0, 0, 2);
   Enter(0, 0, 0);
   canvasView.zoom = 0.5;
-  ExpectLine(Wires(kUpper)[0], 415, 303.75, 625, 303.75);
+  ExpectLine(Lines(kUpper)[0], 415, 303.75, 625, 303.75);
 }
 
 TEST_F(CanvasModel, StepsThroughTheOutlinesOfCurves) {
   Put(kTypeRectangle, 0, 0, 2, 2);
   Enter(-45, 28, 0);
-  EXPECT_EQ(Wires(kUpper).size(), 4u);
-  EXPECT_EQ(Wires(kLower).size(), 4u + 4);
+  EXPECT_EQ(Lines(kUpper).size(), 4u);
+  EXPECT_EQ(Lines(kLower).size(), 4u + 4);
   sketch.objects[0].type = kTypeCircle;  // 96 sides, a vertical at every eighth point
-  EXPECT_EQ(Wires(kUpper).size(), 96u);
-  EXPECT_EQ(Wires(kLower).size(), 96u + 12);
+  EXPECT_EQ(Lines(kUpper).size(), 96u);
+  EXPECT_EQ(Lines(kLower).size(), 96u + 12);
   sketch.objects[0].type = kTypeSlot;  // 66 sides
-  EXPECT_EQ(Wires(kUpper).size(), 66u);
-  EXPECT_EQ(Wires(kLower).size(), 66u + 9);
+  EXPECT_EQ(Lines(kUpper).size(), 66u);
+  EXPECT_EQ(Lines(kLower).size(), 66u + 9);
 }
 
 TEST_F(CanvasModel, DrawsVisibleCuttingGeometryOnly) {
@@ -298,17 +277,17 @@ TEST_F(CanvasModel, DrawsVisibleCuttingGeometryOnly) {
   Put(kTypeLine, 0, 30, 2);
   sketch.hidden[3] = 1;
   Enter(0, 0, 0);
-  ASSERT_EQ(Wires(kUpper).size(), 1u);
+  ASSERT_EQ(Lines(kUpper).size(), 1u);
   // Neither takes part in the size of the model.
-  EXPECT_NEAR(Wires(kUpper)[0].x0, 310, 1e-3);
+  EXPECT_NEAR(Lines(kUpper)[0].x0, 310, 1e-3);
 }
 
 TEST_F(CanvasModel, DrawsWhatIsSelectedBright) {
   Put(kTypeLine, 0, 0, 2);
   sketch.selected = 0;
   Enter(0, 0, 0);
-  EXPECT_EQ(Wires(kBright).size(), 4u);
-  EXPECT_TRUE(Wires(kUpper).empty());
+  EXPECT_EQ(Lines(kBright).size(), 4u);
+  EXPECT_TRUE(Lines(kUpper).empty());
 }
 
 // A second method: the matrices about Z, X and the view axis, one after the other.
@@ -334,8 +313,8 @@ TEST_F(CanvasModel, ProjectsAsTheMatricesDo) {
       };
       const platform::PointF a = place(1, -2, 0.8);
       const platform::PointF b = place(endX, 0, 0.8);
-      ASSERT_EQ(Wires(kUpper).size(), 1u);
-      const Line line = Wires(kUpper)[0];
+      ASSERT_EQ(Lines(kUpper).size(), 1u);
+      const Line line = Lines(kUpper)[0];
       EXPECT_NEAR(line.x0, a.x, 0.01);
       EXPECT_NEAR(line.y0, a.y, 0.01);
       EXPECT_NEAR(line.x1, b.x, 0.01);
@@ -355,15 +334,15 @@ TEST_F(CanvasModel, DrawsAnEmptySketchAndOneWithoutSize) {
   Enter(-45, 28, 0);
   EXPECT_FALSE(Paint().empty());
   Put(kTypeLine, 3, 3, 0);
-  EXPECT_EQ(Wires(kUpper).size(), 1u);
+  EXPECT_EQ(Lines(kUpper).size(), 1u);
 }
 
 TEST_F(CanvasModel, HoldsAFullSketch) {
   for (int i = 0; i < 96; ++i) Put(kTypeCircle, i, 0, 1);
   Enter(-45, 28, 0);
-  EXPECT_EQ(Wires(kUpper).size(), 96u * 96);
+  EXPECT_EQ(Lines(kUpper).size(), 96u * 96);
   for (unsigned char& mark : tools.multiSelect) mark = 1;
-  EXPECT_EQ(Wires(kBright).size(), 96u * (96 + 96 + 12));
+  EXPECT_EQ(Lines(kBright).size(), 96u * (96 + 96 + 12));
 }
 
 }  // namespace

@@ -19,36 +19,8 @@ constexpr platform::Colour kCursor = 0xDEE9F2;
 
 using headless::DrawCall;
 
-struct Line {
-  double x0, y0, x1, y1;
-};
-
 class CanvasPaint : public CanvasTest {
  protected:
-  static std::vector<DrawCall> In(std::string_view name, platform::Colour colour) {
-    std::vector<DrawCall> found;
-    for (DrawCall& call : Calls(name)) {
-      if (!call.colours.empty() && call.colours[0] == colour) found.push_back(std::move(call));
-    }
-    return found;
-  }
-  // All segments of this colour, in order.
-  static std::vector<Line> Lines(platform::Colour colour) {
-    std::vector<Line> lines;
-    for (const DrawCall& call : In("PaintSegments", colour)) {
-      const std::vector<double>& n = call.numbers;
-      for (std::size_t i = 0; i + 3 < n.size() - 3; i += 4) {
-        lines.push_back({n[i], n[i + 1], n[i + 2], n[i + 3]});
-      }
-    }
-    return lines;
-  }
-  static void ExpectLine(const Line& line, double x0, double y0, double x1, double y1) {
-    EXPECT_NEAR(line.x0, x0, 1e-3);
-    EXPECT_NEAR(line.y0, y0, 1e-3);
-    EXPECT_NEAR(line.x1, x1, 1e-3);
-    EXPECT_NEAR(line.y1, y1, 1e-3);
-  }
   static void StartTrim() {
     tools.geometryTool = kGeometryTrim;
     Hover(400, 200);

@@ -24,15 +24,9 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
 namespace morva {
 namespace {
 
-struct DrawingsMemory : cad_test::CadStage {
+struct DrawingsMemory : cad_test::DrawingsStage {
   void SetUp() override {
-    CadStage::SetUp();
-    liveModels.cadWindowExists = [] { return true; };
-    platform::SetVisible(kIdCadDrawingName, false);
-    OpenTab(u"", u"G1 X1\r\n", u"Job.NC");
-    SwitchTab(0);
-    app.editorDirty = false;
-    tabs[0].dirty = false;
+    DrawingsStage::SetUp();
     Add(kTypeCircle, 1, 2, 3);
     SetSketchStatus(u"before");
     allocationsSeen = 0;

@@ -15,26 +15,9 @@
 namespace morva {
 namespace {
 
-struct Drawings : cad_test::CadStage {
-  void SetUp() override {
-    CadStage::SetUp();
-    liveModels.cadWindowExists = [] { return true; };
-    platform::SetVisible(kIdCadDrawingName, false);
-    OpenTab(u"", u"G1 X1\r\n", u"Job.NC");
-    SwitchTab(0);
-    app.editorDirty = false;
-    tabs[0].dirty = false;
-  }
+struct Drawings : cad_test::DrawingsStage {
   static CadStore& Store() { return *tabs[app.activeTab].cadStore; }
   static std::u16string NameOf(int index) { return Store().drawings[index].name; }
-  static void Cut(const char16_t* depth, const char16_t* feed, const char16_t* safeZ) {
-    platform::SetText(kIdCadDepth, depth);
-    platform::SetText(kIdCadFeed, feed);
-    platform::SetText(kIdCadSafeZ, safeZ);
-  }
-  static std::vector<std::u16string> CutTexts() {
-    return {TextOf(kIdCadDepth), TextOf(kIdCadFeed), TextOf(kIdCadSafeZ)};
-  }
 };
 using Texts = std::vector<std::u16string>;
 

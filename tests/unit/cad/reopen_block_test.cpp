@@ -13,20 +13,11 @@ namespace {
 
 using Texts = std::vector<std::u16string>;
 
-struct ReopenedBlock : cad_test::CadStage {
+struct ReopenedBlock : cad_test::DrawingsStage {
   void SetUp() override {
-    CadStage::SetUp();
-    liveModels.cadWindowExists = [] { return true; };
-    OpenTab(u"", u"G1 X1\r\n", u"Job.NC");
-    SwitchTab(0);
+    DrawingsStage::SetUp();
     Cut(u"-0.1", u"10", u"0.5");
   }
-  static void Cut(const char16_t* depth, const char16_t* feed, const char16_t* safeZ) {
-    platform::SetText(kIdCadDepth, depth);
-    platform::SetText(kIdCadFeed, feed);
-    platform::SetText(kIdCadSafeZ, safeZ);
-  }
-  static Texts CutTexts() { return {TextOf(kIdCadDepth), TextOf(kIdCadFeed), TextOf(kIdCadSafeZ)}; }
   static void Empty() {
     while (sketch.objectCount > 0) RemoveSketchObject(0);
     sketch.selected = -1;
