@@ -658,6 +658,21 @@ TEST_F(Patterns, FormRefusesSelectionsThatCannotBeASource) {
   EXPECT_EQ(sketch.objectCount, 8);
 }
 
+// The sizes come from the selection when it becomes the source, not when it ceases to be.
+TEST_F(Patterns, FormKeepsItsSizesWhenTheSourceGoesBackToTheLibrary) {
+  Add(kTypeSlot, 5, 5, 2, 1.5);
+  sketch.selected = 0;
+  Circular();
+  headless::Click(kIdCadPatternSource);
+  ASSERT_EQ(platform::TextOf(kIdCadCircSize), u"2.000");
+  Type(kIdCadCircSize, u"3");
+  Type(kIdCadCircWidth, u"0.75");
+  headless::Click(kIdCadPatternSource);
+  EXPECT_FALSE(PatternSourceIsSelection(1));
+  EXPECT_EQ(platform::TextOf(kIdCadCircSize), u"3");
+  EXPECT_EQ(platform::TextOf(kIdCadCircWidth), u"0.75");
+}
+
 TEST_F(Patterns, FormRemembersTheSourceOfEachKindAndKeepsItWhileABlockIsOpen) {
   Circular();
   headless::Click(kIdCadPatternSource);

@@ -238,6 +238,25 @@ TEST_F(Import, NonAsciiCommentsOfAFileComeThroughWhole) {
   EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"(Fl\u00E4che \u23008)\r\nG1 X1"));
 }
 
+TEST_F(Import, AMarkerOfExcludedCodeWithoutANumberStandsForNoneAndIsCopied) {
+  DisabledCodeEntry* list = nullptr;
+  ASSERT_EQ(AddDisabledCode(list, u"G1 X7\r\n"), 1);
+  std::string bytes;
+  ASSERT_TRUE(WriteDisabledCode(list, bytes));
+  FreeDisabledCode(list);
+  WriteFile("other.NC", "(MORVA TEXT 2)\r\n(MORVA DISABLED )\r\n(MORVA END 2)\r\n");
+  WriteFile("other.NC.features", bytes);
+  headless::EditorSetAll(kIdEditor, kTarget);
+  headless::Advance(200);
+  OpenPanel();
+  headless::QueueFile(Path("other.NC"));
+  headless::Click(kBrowse);
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_EQ(Text(), kTarget + u"(MORVA TEXT 5)\r\n(MORVA DISABLED )\r\n(MORVA END 5)\r\n");
+  EXPECT_EQ(tabs[0].disabledCode, nullptr);
+}
+
 TEST_F(Import, NulsOfABrowsedFileAreFillingAndNothingBehindThemIsLost) {
   using namespace std::string_literals;
   WriteFile("other.NC", "\0\0G1 X1\r\n\0(MORVA TEXT 9)\r\nG1 X3\r\n(MORVA END 9)\r\n"s);
