@@ -292,6 +292,30 @@ TEST_F(CanvasPaint, RingsTheCursorWhileNoSnapIsHeld) {
   EXPECT_TRUE(In("PaintEllipse", kCursor).empty());
 }
 
+// A frame on an end, a ring on a centre, at the place itself; nothing where no snap is held.
+TEST_F(CanvasPaint, MarksThePlaceThatASnapHolds) {
+  Put(kTypeLine, 1, 1, 2);     // from 620, 200
+  Put(kTypeCircle, -2, 1, 1);  // about 320, 200
+  sketch.snapOn = true;
+  StartMethod(kIdMethodLine);
+  Hover(623, 204);
+  const std::vector<DrawCall> frames = In("FrameArea", kHover);
+  ASSERT_EQ(frames.size(), 1u);
+  EXPECT_EQ(std::vector<double>(frames[0].numbers.begin(), frames[0].numbers.begin() + 4),
+            (std::vector<double>{615, 195, 626, 206}));
+  EXPECT_TRUE(In("PaintEllipse", kHover).empty());
+  Hover(318, 203);
+  const std::vector<DrawCall> rings = In("PaintEllipse", kHover);
+  ASSERT_EQ(rings.size(), 1u);
+  EXPECT_EQ(std::vector<double>(rings[0].numbers.begin(), rings[0].numbers.begin() + 4),
+            (std::vector<double>{320, 200, 5, 5}));
+  EXPECT_TRUE(In("FrameArea", kHover).empty());
+  sketch.snapOn = false;
+  Hover(319, 202);
+  EXPECT_TRUE(In("FrameArea", kHover).empty());
+  EXPECT_TRUE(In("PaintEllipse", kHover).empty());
+}
+
 TEST_F(CanvasPaint, DropsTheCrossWhenThePointerLeaves) {
   StartTrim();
   Tell(At(platform::PointerAction::Leave, 0, 0));

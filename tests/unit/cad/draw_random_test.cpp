@@ -170,6 +170,7 @@ TEST_F(RandomDrawing, KeepsTheSketchSound) {
 }
 
 TEST_F(RandomDrawing, AnUndoGivesBackExactlyWhatWas) {
+  int undone = 0;
   for (std::uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);
     reference::Dice dice{seed * 40503u + 7};
@@ -184,12 +185,17 @@ TEST_F(RandomDrawing, AnUndoGivesBackExactlyWhatWas) {
       const LiveSketch after = sketch;
       const ToolState hand = tools;
       SketchUndo();
+      ++undone;
       ASSERT_EQ(sketch.objectCount, before.objectCount);
       ASSERT_EQ(sketch.selected, before.selected);
       for (int k = 0; k < sketch.objectCount; ++k) {
+        ASSERT_EQ(sketch.objects[k].type, before.objects[k].type);
+        ASSERT_EQ(sketch.objects[k].group, before.objects[k].group);
         ASSERT_EQ(sketch.objects[k].x, before.objects[k].x);
+        ASSERT_EQ(sketch.objects[k].y, before.objects[k].y);
         ASSERT_EQ(sketch.objects[k].size, before.objects[k].size);
         ASSERT_EQ(sketch.objects[k].size2, before.objects[k].size2);
+        ASSERT_EQ(sketch.objects[k].angle, before.objects[k].angle);
         ASSERT_EQ(sketch.hidden[k], before.hidden[k]);
         ASSERT_EQ(sketch.locked[k], before.locked[k]);
       }
@@ -197,6 +203,7 @@ TEST_F(RandomDrawing, AnUndoGivesBackExactlyWhatWas) {
       tools = hand;
     }
   }
+  EXPECT_GT(undone, 300);
 }
 
 }  // namespace
