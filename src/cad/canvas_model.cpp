@@ -98,7 +98,7 @@ double ShownThickness() {
 bool TakeThickness() {
   double value = ShownThickness();
   if (platform::Exists(kIdCadThicknessValue)) {
-    value = ParseDecimal(platform::TextOf(kIdCadThicknessValue), 0);
+    value = SketchField(kIdCadThicknessValue, 0);
   }
   if (!(value > 0 && value < kSketchLimit)) {
     SetSketchStatus(u"Wireframe thickness must be above 0 and below 1000000.");

@@ -83,7 +83,7 @@ void PickMeasure(const platform::PointerEvent& event) {
 
 void ApplyFromPanel(int, int) {
   double value = 0;
-  const bool read = ReadStrictNumber(platform::TextOf(kIdCadDimensionValue), value);
+  const bool read = ReadStrictField(kIdCadDimensionValue, value);
   if (!read || tools.measureMode || !ApplyDimension(sketch.selected, tools.dimensionPart, value)) {
     SetSketchStatus(
         u"Choose a supported dimension on unlocked geometry and enter a positive size. Slot "

@@ -32,12 +32,9 @@ namespace {
 constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays below
 constexpr int kSettingsVersion = 3;
 constexpr int kThicknessValue = 15;  // place in a record's values, behind depth, feed and Safe Z
-constexpr int kCutDecimals = 6;
 
 constexpr CutData kInchCut{-0.1, 10.0, 0.5};
 constexpr CutData kMmCut{-2.54, 254.0, 12.7};
-
-double FieldNumber(int id) { return ParseDecimal(platform::TextOf(id), 0); }
 
 bool IsSketchRecord(const FeatureSettings& record) {
   return record.kind == kKindSketch && record.itemCount >= 0 && record.itemCount <= kMaxItems &&
@@ -204,13 +201,13 @@ void OnCutData(int, int) {
 }  // namespace
 
 CutData ShownCutData() {
-  return {FieldNumber(kIdCadDepth), FieldNumber(kIdCadFeed), FieldNumber(kIdCadSafeZ)};
+  return {SketchField(kIdCadDepth, 0), SketchField(kIdCadFeed, 0), SketchField(kIdCadSafeZ, 0)};
 }
 
-void ShowCutData(const CutData& cut) {
-  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, kCutDecimals));
-  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, kCutDecimals));
-  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, kCutDecimals));
+void ShowCutData(const CutData& cut, int decimals) {
+  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, decimals));
+  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, decimals));
+  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, decimals));
 }
 
 void CloseDrawingName() {

@@ -21,7 +21,7 @@ struct CutData {
   double safeZ = 0;
 };
 CutData ShownCutData();  // as the fields read, 0 for what is no number
-void ShowCutData(const CutData& cut);
+void ShowCutData(const CutData& cut, int decimals = 6);
 
 // The live sketch into the active drawing of the current program. A number that no record can
 // hold is stored as 0, so that one bad field never costs the drawing.

@@ -28,17 +28,15 @@ bool IsLineOrSlot(const SketchObject& object) {
   return object.type == kTypeLine || object.type == kTypeSlot;
 }
 
-double Field(int id, double fallback) { return ParseDecimal(platform::TextOf(id), fallback); }
-
 SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
 SketchObject AppliedObject() {
   SketchObject object = Selected();
-  object.x = Field(kIdCadX, object.x);
-  object.y = Field(kIdCadY, object.y);
-  object.size = std::fabs(Field(kIdCadSize, object.size));
-  object.size2 = std::fabs(Field(kIdCadSize2, object.size2));
-  object.angle = Field(kIdCadAngle, object.angle);
+  object.x = SketchField(kIdCadX, object.x);
+  object.y = SketchField(kIdCadY, object.y);
+  object.size = std::fabs(SketchField(kIdCadSize, object.size));
+  object.size2 = std::fabs(SketchField(kIdCadSize2, object.size2));
+  object.angle = SketchField(kIdCadAngle, object.angle);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
   if (object.type == kTypeCircle) object.size2 = 0;
   return object;
@@ -46,7 +44,7 @@ SketchObject AppliedObject() {
 
 SketchObject GrownObject(bool extend) {
   SketchObject object = Selected();
-  const double typed = std::fabs(Field(kIdCadAmount, BySketchUnit(kAmountInch, kAmountMm)));
+  const double typed = std::fabs(SketchField(kIdCadAmount, BySketchUnit(kAmountInch, kAmountMm)));
   const double amount = extend ? typed : -typed;
   if (object.type == kTypeCircle) {
     object.size += 2 * amount;

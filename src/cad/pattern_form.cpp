@@ -6,6 +6,7 @@
 
 #include "app/command_ids.h"
 #include "app/limits.h"
+#include "cad/drawings.h"
 #include "cad/edit_parts.h"
 #include "cad/motion_text.h"
 #include "cad/outline.h"
@@ -101,16 +102,11 @@ bool Refuse(const char16_t* words) {
   return false;
 }
 
-double SizeField(int id, double fallback) {
-  const std::u16string text = platform::TextOf(id);
-  return ParseDecimal(std::u16string_view(text).substr(0, kFieldUnits - 1), fallback);
-}
-
 bool Lies(double value, double limit) { return std::fabs(value) < limit; }
 
 bool ShapeSource(const FormIds& form, Source& source) {
-  const double width = SizeField(form.size, kNoLength);
-  const double typed = SizeField(form.width, kNoWidth);
+  const double width = SketchField(form.size, kNoLength);
+  const double typed = SketchField(form.width, kNoWidth);
   const double height = typed == 0 ? width : typed;
   if (!(width > 0) || !Lies(width, kSketchLimit) || !Lies(height, kSketchLimit)) return false;
   const int shape = platform::SelectedRow(form.shape);
@@ -153,8 +149,8 @@ bool SelectionSource(const FormIds& form, Source& source) {
   SketchObject object = sketch.objects[sketch.selected];
   object.x = 0;
   object.y = 0;
-  object.size = SizeField(form.size, kNoLength);
-  const double width = SizeField(form.width, kNoWidth);
+  object.size = SketchField(form.size, kNoLength);
+  const double width = SketchField(form.width, kNoWidth);
   if (object.type == kTypeWorkPoint || !(object.size > 0) || !Lies(object.size, kSketchLimit)) {
     return false;
   }
@@ -176,9 +172,7 @@ bool ReadSource(const FormIds& form, bool selection, Source& source) {
   return made || Refuse(u"Choose valid shape dimensions or select unlocked geometry.");
 }
 
-bool ReadField(int id, double& value) {
-  return id == 0 || ReadStrictNumber(platform::TextOf(id), value);
-}
+bool ReadField(int id, double& value) { return id == 0 || ReadStrictField(id, value); }
 
 bool ReadNumbers(const FormIds& form, FormValues& values) {
   double size = 0;
@@ -279,12 +273,6 @@ void PutResults(int count, bool selection) {
   sketch.selected = firstNew;
 }
 
-void PutCutData(const FormValues& values) {
-  platform::SetText(kIdCadDepth, SketchNumber(values.depth, kCutDecimals));
-  platform::SetText(kIdCadFeed, SketchNumber(values.feed, kCutDecimals));
-  platform::SetText(kIdCadSafeZ, SketchNumber(values.safeZ, kCutDecimals));
-}
-
 // A size with all its digits, but no zeros behind the third.
 std::u16string SizeText(double value) {
   std::u16string text = SketchNumber(value, kSizeDecimals);
@@ -321,7 +309,7 @@ bool ApplySketchPattern(bool isRectangular) {
   if (isRectangular && !ReadDirections(values)) return false;
   if (!LayOut(values, source, isRectangular, count)) return false;
   PutResults(count, selection);
-  PutCutData(values);
+  ShowCutData({values.depth, values.feed, values.safeZ}, kCutDecimals);
   RefreshSketchPanels();
   LogSketchOperation(isRectangular ? u"Created rectangular pattern" : u"Created circular pattern");
   SetSketchStatus(

@@ -30,16 +30,10 @@ constexpr int kMostLines = 20;  // columns and rows of the quick grid
 constexpr double kLeastDiameter = 1e-6;
 constexpr int kAngleDecimals = 3;
 
-std::u16string_view Fitting(const std::u16string& text) {
-  return std::u16string_view(text).substr(0, kFieldUnits - 1);
-}
-
-double Field(int id, double fallback) {
-  return ParseDecimal(Fitting(platform::TextOf(id)), fallback);
-}
-
 int Count(int id, int fallback, int most) {
-  return std::clamp(ParseInteger(Fitting(platform::TextOf(id)), fallback), 1, most);
+  const std::u16string text = platform::TextOf(id);
+  const std::u16string_view fitting = std::u16string_view(text).substr(0, kFieldUnits - 1);
+  return std::clamp(ParseInteger(fitting, fallback), 1, most);
 }
 
 SketchObject& Selected() { return sketch.objects[sketch.selected]; }
@@ -70,7 +64,7 @@ void PutInstances() {
 
 double Diameter() {
   const double fallback = BySketchUnit(4, 100);
-  const double typed = Field(kIdCadCircularDiameter, fallback);
+  const double typed = SketchField(kIdCadCircularDiameter, fallback);
   return std::fabs(typed) < kLeastDiameter ? fallback : typed;
 }
 
@@ -79,11 +73,11 @@ void MakeCircle() {
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(Count(kIdCadQuantity, 6, kMostQuantity), room);
-  const double cx = Field(kIdCadCircularX, 0);
-  const double cy = Field(kIdCadCircularY, 0);
+  const double cx = SketchField(kIdCadCircularX, 0);
+  const double cy = SketchField(kIdCadCircularY, 0);
   const double r = Diameter() / 2;
-  const double start = Field(kIdCadCircularStart, 0);
-  const double rotation = Field(kIdCadCircularRotation, 0);
+  const double start = SketchField(kIdCadCircularStart, 0);
+  const double rotation = SketchField(kIdCadCircularRotation, 0);
   const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
   for (int i = 0; i < instances.count; ++i) {
     const double a = i * 360.0 / instances.count + start;
@@ -99,11 +93,11 @@ void MakeCircle() {
 
 void MakeGrid() {
   SketchObject source = Selected();
-  source.angle += Field(kIdCadGridRotation, 0);
+  source.angle += SketchField(kIdCadGridRotation, 0);
   const int columns = Count(kIdCadColumns, 3, kMostLines);
   const int rows = Count(kIdCadRows, 2, kMostLines);
-  const double stepX = Field(kIdCadSpacingX, BySketchUnit(1, 25.4));
-  const double stepY = Field(kIdCadSpacingY, BySketchUnit(1, 25.4));
+  const double stepX = SketchField(kIdCadSpacingX, BySketchUnit(1, 25.4));
+  const double stepY = SketchField(kIdCadSpacingY, BySketchUnit(1, 25.4));
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(columns * rows, room);
   for (int n = 0; n < instances.count; ++n) {
@@ -121,7 +115,7 @@ int DirectionField(int command) {
 
 void ReverseDirection(int field) {
   const double base = field == kIdCadDirection1 ? 0 : 90;
-  platform::SetText(field, SketchNumber(Field(field, base) + 180, kAngleDecimals));
+  platform::SetText(field, SketchNumber(SketchField(field, base) + 180, kAngleDecimals));
 }
 
 // The direction of a rectangle's side: the sides at the ends of its width run across it.

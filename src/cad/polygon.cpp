@@ -17,8 +17,6 @@ namespace {
 
 constexpr double kMostStartAngle = 36000;  // degrees
 
-bool ReadField(int id, double& value) { return ReadStrictNumber(platform::TextOf(id), value); }
-
 bool IsWholeSides(double value) {
   return value >= kLeastSides && value <= kMostSides && value == static_cast<int>(value);
 }
@@ -48,7 +46,7 @@ bool PolygonLines(int sides, double radius, double centreX, double centreY, doub
 int PolygonSidesField() {
   if (!platform::Exists(kIdCadPolygonSides)) return tools.polygonSides;
   double sides = 0;
-  if (!ReadField(kIdCadPolygonSides, sides) || !IsWholeSides(sides)) return 0;
+  if (!ReadStrictField(kIdCadPolygonSides, sides) || !IsWholeSides(sides)) return 0;
   return static_cast<int>(sides);
 }
 
@@ -85,8 +83,9 @@ void CreatePolygonFromPanel() {
   double x = 0;
   double y = 0;
   double angle = 0;
-  const bool read = ReadField(kIdCadPolygonRadius, radius) && ReadField(kIdCadPolygonX, x) &&
-                    ReadField(kIdCadPolygonY, y) && ReadField(kIdCadPolygonAngle, angle);
+  const bool read = ReadStrictField(kIdCadPolygonRadius, radius) &&
+                    ReadStrictField(kIdCadPolygonX, x) && ReadStrictField(kIdCadPolygonY, y) &&
+                    ReadStrictField(kIdCadPolygonAngle, angle);
   // What is no number makes no polygon; a radius of 0 is refused with the same words.
   CreatePolygon(PolygonSidesField(), read ? radius : 0, x, y, angle);
 }

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <string>
-#include <string_view>
 
 #include "app/command_ids.h"
 #include "app/router.h"
@@ -27,9 +26,10 @@ constexpr int kPivotDecimals = 4;
 constexpr int kSwitchedDecimals = 5;  // of the pivot's fields after a change of unit
 
 // "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
-double StrictNumber(std::u16string_view text, double fallback) {
+double StrictField(int id, double fallback) {
   double value = fallback;
-  return ReadStrictNumber(text, value) ? value : fallback;
+  ReadStrictField(id, value);
+  return value;
 }
 
 // Digits alone, -1 for anything else.
@@ -45,13 +45,13 @@ double PivotField(int id, double held) {
   const std::u16string text = platform::TextOf(id);
   const bool shown =
       text == SketchNumber(held, kPivotDecimals) || text == SketchNumber(held, kSwitchedDecimals);
-  return shown ? held : StrictNumber(text, kSketchLimit);
+  return shown ? held : StrictField(id, kSketchLimit);
 }
 
 void ApplyRevolve() {
   const double x = PivotField(kIdCadPivotX, tools.pivotX);
   const double y = PivotField(kIdCadPivotY, tools.pivotY);
-  const double angle = StrictNumber(platform::TextOf(kIdCadRevolveAngle), kNoAngle);
+  const double angle = StrictField(kIdCadRevolveAngle, kNoAngle);
   const int copies = CopiesField();
   const double heldX = tools.pivotX;
   const double heldY = tools.pivotY;
@@ -96,7 +96,7 @@ void SetRevolvePivot(double x, double y) {
 
 void ScaleGeometry() {
   if (!MayEditSelection()) return;
-  const double factor = StrictNumber(platform::TextOf(kIdCadScaleFactor), 0);
+  const double factor = StrictField(kIdCadScaleFactor, 0);
   if (!(factor > 0 && factor <= kMostFactor)) {
     SetSketchStatus(u"Scale factor must be greater than zero and at most 1000.");
     return;

@@ -81,6 +81,10 @@ std::u16string SketchNumber(double value, int decimals);
 // The strict rule of typed sizes: an optional sign, digits and at most one point, at least one
 // digit, under 79 characters, below 1,000,000 in size. False: not a number.
 bool ReadStrictNumber(std::u16string_view text, double& value);
+// The number that a field of the workspace begins with; at most 79 units are read.
+double SketchField(int id, double fallback);
+// A field by the strict rule. False: not a number, `value` stays.
+bool ReadStrictField(int id, double& value);
 
 // Commands that this file and drawings.h answer.
 void RegisterSketchCommands();

@@ -11,6 +11,7 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/router.h"
+#include "cad/drawings.h"
 #include "cad/motion_text.h"
 #include "cad/outline.h"
 #include "cad/sketch.h"
@@ -59,18 +60,7 @@ struct Text {
   }
 };
 
-struct CuttingData {
-  double depth = 0;
-  double feed = 0;
-  double safeZ = 0;
-};
-
-double FieldNumber(int id, double fallback) {
-  const std::u16string text = platform::TextOf(id);
-  return ParseDecimal(std::u16string_view(text).substr(0, kFieldUnits - 1), fallback);
-}
-
-void PutObject(Text& text, const SketchObject& object, const CuttingData& cut) {
+void PutObject(Text& text, const SketchObject& object, const CutData& cut) {
   switch (object.type) {
     case kTypeLine: {
       double endX = 0;
@@ -98,7 +88,7 @@ void PutObject(Text& text, const SketchObject& object, const CuttingData& cut) {
   text.Close();
 }
 
-Text BuildText(const CuttingData& cut) {
+Text BuildText(const CutData& cut) {
   Text text(sketch.objectCount * kUnitsOfObject + kUnitsBeside);
   if (!text.units) return text;
   text.Line(u"");
@@ -142,10 +132,10 @@ void GenerateSketchCode() {
                       platform::BoxIcon::Information);
     return;
   }
-  CuttingData cut;
-  cut.depth = FieldNumber(kIdCadDepth, kNoDepth);
-  cut.feed = FieldNumber(kIdCadFeed, BySketchUnit(10, 250));
-  cut.safeZ = FieldNumber(kIdCadSafeZ, BySketchUnit(0.5, 12.7));
+  CutData cut;
+  cut.depth = SketchField(kIdCadDepth, kNoDepth);
+  cut.feed = SketchField(kIdCadFeed, BySketchUnit(10, 250));
+  cut.safeZ = SketchField(kIdCadSafeZ, BySketchUnit(0.5, 12.7));
   if (!(cut.feed > kLeastFeed) || !(cut.safeZ > cut.depth)) {
     platform::ShowBox(kTitle, u"Enter a positive feed with Safe Z above the cutting depth.",
                       platform::BoxButtons::Ok, platform::BoxIcon::Warning);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/command_ids.h"
 #include "app/router.h"
@@ -179,6 +180,15 @@ bool ReadStrictNumber(std::u16string_view text, double& value) {
   if (!(std::fabs(read) < kSketchLimit)) return false;
   value = read;
   return true;
+}
+
+double SketchField(int id, double fallback) {
+  const std::u16string text = platform::TextOf(id);
+  return ParseDecimal(std::u16string_view(text).substr(0, kFieldUnits - 1), fallback);
+}
+
+bool ReadStrictField(int id, double& value) {
+  return ReadStrictNumber(platform::TextOf(id), value);
 }
 
 void RegisterSketchCommands() {
