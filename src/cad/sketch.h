@@ -76,7 +76,7 @@ const std::u16string& SketchStatus();
 void LogSketchOperation(const char16_t* text);
 
 // A number as the sketch's fields show it: round half up on the absolute value, "-" for any
-// value below 0. `decimals` 0 to 9.
+// value below 0. `decimals` 0 to 6.
 std::u16string SketchNumber(double value, int decimals);
 // The strict rule of typed sizes: an optional sign, digits and at most one point, at least one
 // digit, under 79 characters, below 1,000,000 in size. False: not a number.

@@ -148,17 +148,7 @@ void RefreshSketchPanels() {
   platform::Repaint(kViewCadCanvas);
 }
 
-std::u16string SketchNumber(double value, int decimals) {
-  if (decimals < 7) return FixedText(value, decimals);
-  // The same rule for the three counts that the program's own number text does not have.
-  const std::int64_t scale = decimals == 7 ? 10000000 : decimals == 8 ? 100000000 : 1000000000;
-  const double scaled = std::fabs(value) * static_cast<double>(scale) + 0.5;
-  if (!(scaled < 9.2e18)) return FixedText(value, 6);
-  const auto n = static_cast<std::int64_t>(scaled);
-  std::u16string rest = IntegerText(n % scale);
-  rest.insert(0, static_cast<std::size_t>(decimals > 9 ? 9 : decimals) - rest.size(), u'0');
-  return (value < 0 ? u"-" : u"") + IntegerText(n / scale) + u"." + rest;
-}
+std::u16string SketchNumber(double value, int decimals) { return FixedText(value, decimals); }
 
 bool ReadStrictNumber(std::u16string_view text, double& value) {
   if (text.size() >= kFieldUnits - 1) return false;

@@ -25,12 +25,6 @@ TEST(SketchNumber, KeepsTheMinusOfAValueThatShowsOnlyZeros) {
   EXPECT_EQ(SketchNumber(-0.0, 3), u"0.000");
 }
 
-TEST(SketchNumber, TakesSevenToNineDecimalsByTheSameRule) {
-  EXPECT_EQ(SketchNumber(0.03125, 7), u"0.0312500");
-  EXPECT_EQ(SketchNumber(-3.0000000625, 9), u"-3.000000063");
-  EXPECT_EQ(SketchNumber(0.5, 8), u"0.50000000");
-}
-
 double Strict(std::u16string_view text) {
   double value = -77;
   EXPECT_TRUE(ReadStrictNumber(text, value)) << support::Narrow(text);
