@@ -41,8 +41,8 @@ void CanvasReset();  // zoom 1, no pan
 void PaintCanvas(platform::Canvas& canvas);
 bool CanvasPointer(const platform::PointerEvent& event);
 bool CanvasKey(const platform::KeyEvent& key);
-void CanvasTimer(int timer);
-void EnterModelView();  // reads and checks the thickness field
+void CanvasTimer(int timer);  // a step of the 3D view's turning
+void EnterModelView();        // reads and checks the thickness field
 void LeaveModelView();
 // Once: whether the right button's last click gave up a tool, and so asks for no menu.
 bool TakeSpentRightClick();

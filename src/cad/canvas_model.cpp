@@ -18,7 +18,6 @@
 #include "cad/workspace.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "library/view_cube.h"
 #include "platform/control.h"
 #include "platform/window.h"
@@ -222,18 +221,6 @@ void PaintWires(Canvas& canvas, const ModelProjection& p) {
   paint(brightSegments, bright, kBrightAccent);
 }
 
-void OnModelTick(int timer) {
-  if (timer != kTimerView) return;
-  if (!modelCube.running) {
-    StopCube(modelCube);
-    return;
-  }
-  ViewAngles angles = ModelAngles();
-  const bool ended = TickCube(modelCube, angles);
-  TakeModelAngles(angles);
-  if (ended && IsPlan(angles)) LeaveModelView();
-}
-
 void PressModel(const PointerEvent& event) {
   platform::SetFocusTo(kViewCadCanvas);
   if (event.button != PointerButton::Left || modelCube.ring != CubePart::None) return;
@@ -306,7 +293,13 @@ void LeaveModelView() {
   Refresh();
 }
 
-void CanvasTimer(int timer) { OnModelTick(timer); }
+void CanvasTimer(int timer) {
+  if (timer != kTimerView || !modelCube.running) return;
+  ViewAngles angles = ModelAngles();
+  const bool ended = TickCube(modelCube, angles);
+  TakeModelAngles(angles);
+  if (ended && IsPlan(angles)) LeaveModelView();
+}
 
 bool ModelPointer(const PointerEvent& event) {
   switch (event.action) {

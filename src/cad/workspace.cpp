@@ -57,31 +57,23 @@ constexpr int kRowHeight = 24;
 
 bool made = false;
 
-void MakeStripKeys() {
-  for (int row = 0; row < kCadStripRows; ++row) {
-    int count = 0;
-    const CadKeySpec* keys = CadStripRow(row, count);
-    for (int i = 0; i < count; ++i) {
-      platform::ControlSpec spec;
-      spec.id = keys[i].id;
-      spec.kind = ControlKind::PushButton;
-      spec.text = keys[i].text;
-      spec.parent = kViewCad;
-      platform::MakeControl(spec);
-      platform::SetToolTip(spec.id, keys[i].tip);
-    }
-  }
-}
-
-void MakeKey(int id, const char16_t* text, const char16_t* name, const char16_t* tip, int parent) {
+void MakeKey(int id, const char16_t* text, const char16_t* name, const char16_t* tip) {
   platform::ControlSpec spec;
   spec.id = id;
   spec.kind = ControlKind::PushButton;
   spec.text = text;
   spec.accessibleName = name;
-  spec.parent = parent;
+  spec.parent = kViewCad;
   platform::MakeControl(spec);
   platform::SetToolTip(id, tip);
+}
+
+void MakeStripKeys() {
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) MakeKey(keys[i].id, keys[i].text, u"", keys[i].tip);
+  }
 }
 
 void MakeLabel(int id, const char16_t* text, FontRole font, platform::Colour colour) {
@@ -97,11 +89,11 @@ void MakeLabel(int id, const char16_t* text, FontRole font, platform::Colour col
 
 void MakeDrawingTabs() {
   for (int i = 0; i < kMaxDrawings; ++i) {
-    MakeKey(kIdDrawingFirst + i, u"", u"", u"Drawing of this program", kViewCad);
+    MakeKey(kIdDrawingFirst + i, u"", u"", u"Drawing of this program");
   }
-  MakeKey(kIdDrawingAdd, u"+", u"New drawing", u"New drawing in this program", kViewCad);
-  MakeKey(kIdDrawingRename, u"Rename", u"Rename drawing", u"Name this drawing; press again to keep",
-          kViewCad);
+  MakeKey(kIdDrawingAdd, u"+", u"New drawing", u"New drawing in this program");
+  MakeKey(kIdDrawingRename, u"Rename", u"Rename drawing",
+          u"Name this drawing; press again to keep");
   platform::ControlSpec name;
   name.id = kIdCadDrawingName;
   name.kind = ControlKind::EditLine;
@@ -145,8 +137,7 @@ void MakeSizeBoxes() {
     platform::SetColours(id, {kMainText, kOutputBackground, false});
     platform::SetTextLimit(id, kFieldUnits - 1);
   }
-  MakeKey(kIdCadCreateTyped, u"Create (Enter)", u"", u"Create the object with these sizes",
-          kViewCad);
+  MakeKey(kIdCadCreateTyped, u"Create (Enter)", u"", u"Create the object with these sizes");
   for (const int id : {kIdCadSizeCaption, kIdCadCreateTyped}) platform::SetVisible(id, false);
 }
 
