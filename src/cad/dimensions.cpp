@@ -6,6 +6,7 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/hint_line.h"
+#include "cad/operations_list.h"
 #include "cad/tool_state.h"
 #include "platform/control.h"
 #include "platform/listing.h"
@@ -52,11 +53,8 @@ void PickDimension(const platform::PointerEvent& event) {
   }
   tools.dimensionPart = part;
   tools.panelMode = kPanelDimension;
-  ClearMultiSelect();
-  sketch.selected = hit;
-  RefreshSketchPanels();
+  SelectSketchObject(hit);  // shows the value too
   ShowToolChange();
-  ShowDimensionValue();
   if (hit >= 0) {
     platform::SetFocusTo(kIdCadDimensionValue);
     platform::SelectAllText(kIdCadDimensionValue);

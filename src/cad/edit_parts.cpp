@@ -43,6 +43,17 @@ bool WithinSketchLimit(const SketchObject& object) {
 
 void TellSketchLimit() { SetSketchStatus(u"Geometry exceeds the sketch coordinate limit."); }
 
+void TogglePartFlag(unsigned char* flags, int index, const char16_t* logged) {
+  if (index < 0 || index >= sketch.objectCount) return;
+  PushSketchUndo();
+  const unsigned char value = flags[index] ? 0 : 1;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (SamePart(index, i)) flags[i] = value;
+  }
+  RefreshSketchPanels();
+  LogSketchOperation(logged);
+}
+
 void ForgetIndices() {
   tools.hoverObject = -1;
   tools.joinSource = -1;

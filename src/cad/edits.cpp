@@ -10,7 +10,6 @@
 #include "cad/outline.h"
 #include "cad/scale_revolve.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
@@ -139,17 +138,6 @@ void OnGeometryButton(int id, int) {
   LogSketchOperation(id == kIdCadDelete ? u"Deleted geometry" : u"Edited geometry");
 }
 
-void ToggleFlag(unsigned char* flags, const char16_t* line) {
-  if (!HasSketchSelection()) return;
-  PushSketchUndo();
-  const unsigned char value = flags[sketch.selected] ? 0 : 1;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    if (InSelectedPart(i)) flags[i] = value;
-  }
-  RefreshSketchPanels();
-  LogSketchOperation(line);
-}
-
 void OnFlag(int id, int) {
   if (id == kIdCadHide) ToggleGeometryHidden();
   if (id == kIdCadLock) ToggleGeometryLocked();
@@ -205,9 +193,9 @@ void DeleteGeometry() {
   RefreshSketchPanels();
 }
 
-void ToggleGeometryHidden() { ToggleFlag(sketch.hidden, u"Visibility changed"); }
+void ToggleGeometryHidden() { TogglePartFlag(sketch.hidden, sketch.selected, kVisibilityChanged); }
 
-void ToggleGeometryLocked() { ToggleFlag(sketch.locked, u"Lock changed"); }
+void ToggleGeometryLocked() { TogglePartFlag(sketch.locked, sketch.selected, u"Lock changed"); }
 
 void ClearSketch() {
   PushSketchUndo();

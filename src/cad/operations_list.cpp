@@ -10,7 +10,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "cad/dimensions.h"
+#include "cad/edit_parts.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "platform/listing.h"
@@ -55,7 +55,7 @@ bool OnKey(const platform::KeyEvent& key) {
   PushSketchUndo();
   sketch.hidden[sketch.selected] = sketch.hidden[sketch.selected] ? 0 : 1;
   RefreshSketchPanels();
-  LogSketchOperation(u"Visibility changed");
+  LogSketchOperation(kVisibilityChanged);
   return true;
 }
 
@@ -71,21 +71,9 @@ void SelectSketchObject(int index) {
   sketch.selected = index >= 0 && index < sketch.objectCount ? index : -1;
   for (int i = 0; i < kMaxItems; ++i) tools.multiSelect[i] = InSelectedPart(i) ? 1 : 0;
   RefreshSketchPanels();
-  // A value of another object must not stand there to be applied to this one.
-  if (tools.dimensionMode) ShowDimensionValue();
 }
 
-void ToggleOperationHidden(int index) {
-  if (index < 0 || index >= sketch.objectCount) return;
-  PushSketchUndo();
-  const unsigned char hidden = sketch.hidden[index] ? 0 : 1;
-  const std::int32_t group = sketch.objects[index].group;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    if (i == index || (group != 0 && sketch.objects[i].group == group)) sketch.hidden[i] = hidden;
-  }
-  RefreshSketchPanels();
-  LogSketchOperation(u"Visibility changed");
-}
+void ToggleOperationHidden(int index) { TogglePartFlag(sketch.hidden, index, kVisibilityChanged); }
 
 void DrawOperationRow(const platform::DrawState& state, platform::Canvas& canvas) {
   if (!hooks.drawListRow || !hooks.drawIcon) return;

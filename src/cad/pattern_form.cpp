@@ -16,7 +16,6 @@
 #include "cad/tool_state.h"
 #include "documents/feature_settings.h"
 #include "documents/insertion.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"

@@ -50,11 +50,6 @@ int PickObject(double x, double y, bool lockedToo) {
   return -1;
 }
 
-bool SamePart(int a, int b) {
-  const std::int32_t group = sketch.objects[a].group;
-  return a == b || (group != 0 && sketch.objects[b].group == group);
-}
-
 void MarkPart(int index, unsigned char mark) {
   for (int i = 0; i < sketch.objectCount; ++i) {
     if (SamePart(index, i)) tools.multiSelect[i] = mark;

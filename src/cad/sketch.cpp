@@ -153,11 +153,14 @@ bool MayEditSelection() {
   return false;
 }
 
+bool SamePart(int a, int b) {
+  const std::int32_t group = sketch.objects[a].group;
+  return a == b || (group != 0 && sketch.objects[b].group == group);
+}
+
 bool InSelectedPart(int index) {
   if (!HasSketchSelection() || index < 0 || index >= sketch.objectCount) return false;
-  if (index == sketch.selected) return true;
-  const std::int32_t group = sketch.objects[sketch.selected].group;
-  return group != 0 && sketch.objects[index].group == group;
+  return SamePart(sketch.selected, index);
 }
 
 std::int32_t NextSketchGroup() {

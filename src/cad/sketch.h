@@ -50,7 +50,9 @@ void DropSketchUndoForBlock(bool keepLive);
 bool HasSketchSelection();
 // A selection that is not locked. False: nothing changes; for a locked one the status says so.
 bool MayEditSelection();
-// Whether this object is the selected one or shares its non-zero group.
+// Whether two objects, which must exist, are the same or share a group other than 0.
+bool SamePart(int a, int b);
+// Whether this object belongs to the part of the selected one.
 bool InSelectedPart(int index);
 // The largest group in use plus 1, at least 1; the least free one where no number is larger.
 std::int32_t NextSketchGroup();
