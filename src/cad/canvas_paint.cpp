@@ -37,7 +37,6 @@ constexpr Colour kConstructionColour = 0x8F83C9;
 constexpr Colour kBright = kBrightAccent;
 constexpr Colour kHoverColour = 0xF1BE4C;
 constexpr Colour kTrimColour = 0xFF6B5E;
-constexpr Colour kCursorColour = 0xDEE9F2;
 
 constexpr double kGridInch = 0.4;
 constexpr double kGridMm = 10;
@@ -440,11 +439,11 @@ void PaintCrosshair(const Sheet& sheet) {
                            SegmentOf({x + kCrossFrom, y}, {x + kCrossTo, y}),
                            SegmentOf({x, y - kCrossTo}, {x, y - kCrossFrom}),
                            SegmentOf({x, y + kCrossFrom}, {x, y + kCrossTo})};
-  PaintSegments(sheet.canvas, arms, 4, PenOf(kCursorColour, 1));
+  PaintSegments(sheet.canvas, arms, 4, PenOf(kMainText, 1));
   if (tools.snapHit) {
     PaintSnapMark(sheet);
   } else {
-    PaintEllipse(sheet.canvas, {x, y}, kCursorRing, kCursorRing, Smooth(kCursorColour, 1));
+    PaintEllipse(sheet.canvas, {x, y}, kCursorRing, kCursorRing, Smooth(kMainText, 1));
   }
 }
 
@@ -461,6 +460,7 @@ void PaintSketch(Canvas& canvas) {
   PaintPreview(sheet);
   PaintPicks(sheet);
   PaintSizeText(sheet);
+  PaintSizeBoxes(canvas);
   PaintCrosshair(sheet);
 }
 

@@ -41,6 +41,8 @@ void CreatePolygonFromPanel();
 void CaptionSizeBoxes();
 void FillSizeBoxes();
 void OpenSizeBoxes(int canvasX, int canvasY);
+// Anew for a canvas of another size; nothing while they are hidden.
+void PlaceSizeBoxes();
 void FocusSizeBoxes();
 void HideSizeBoxes();
 

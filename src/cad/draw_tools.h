@@ -5,6 +5,7 @@
 #pragma once
 
 #include "cad/construct.h"
+#include "platform/canvas.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -26,6 +27,8 @@ void DrawToolCaptureLost();
 bool DrawToolKey(const platform::KeyEvent& key);  // Tab, Enter, Escape
 // The floating number boxes: Enter, Tab and Escape in them. True: used.
 bool SizeBoxKey(const platform::KeyEvent& key);
+// The ground below the number boxes and their frames; nothing while they are hidden.
+void PaintSizeBoxes(platform::Canvas& canvas);
 // Creates the previewed object with the sizes in the boxes. From the button a failure is told,
 // from the Enter key it is silent.
 bool CommitTypedSize(bool fromButton);

@@ -3,11 +3,14 @@
 #include <algorithm>
 
 #include "app/command_ids.h"
+#include "app/palette.h"
+#include "app/wells.h"
 #include "cad/construct.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/tool_state.h"
 #include "library/codetext.h"
+#include "platform/canvas.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -17,13 +20,18 @@ namespace {
 
 constexpr int kBeside = 16;  // pixels from the cursor
 constexpr int kBelow = 24;
-constexpr int kRoomRight = 240;  // kept free up to the workspace's edges
+constexpr int kRoomRight = 240;  // of the boxes and the key, up to the canvas's edges
 constexpr int kRoomBottom = 45;
+constexpr int kMargin = 6;  // of the ground below them
+constexpr int kClear = 14;  // from the cursor's mark to that ground
 constexpr int kBoxWidth = 106;
 constexpr int kBoxHeight = 28;
 constexpr int kPitch = 112;                     // from the first box to the second
 constexpr int kKeyWidth = kRoomRight - kPitch;  // up to the edge
 constexpr int kHeadHeight = 24;                 // of the caption and the key above the boxes
+constexpr int kKeyRise = 2;                     // the key stands clear of the second box
+
+platform::Point openedAt;  // canvas pixel of the cursor
 
 bool HasTwoSizes() {
   const std::int32_t type = tools.previewObject.type;
@@ -97,22 +105,61 @@ void FillSizeBoxes() {
 }
 
 void OpenSizeBoxes(int canvasX, int canvasY) {
-  const platform::Rect canvas = platform::PlaceInMainWindow(kViewCadCanvas);
-  const platform::Rect workspace = platform::PlaceInMainWindow(kViewCad);
-  const int mostX = std::max(workspace.left, workspace.right - kRoomRight);
-  const int mostY = std::max(workspace.top, workspace.bottom - kRoomBottom);
-  const platform::Point origin = ParentOrigin(kIdCadSizeBox1);
-  const int x = std::clamp(canvas.left + canvasX + kBeside, workspace.left, mostX) - origin.x;
-  const int y = std::clamp(canvas.top + canvasY + kBelow, workspace.top, mostY) - origin.y;
-  const bool two = HasTwoSizes();
+  openedAt = {canvasX, canvasY};
   FillSizeBoxes();
+  tools.sizePanelShown = true;
+  PlaceSizeBoxes();
+  FocusSizeBoxes();
+}
+
+void PlaceSizeBoxes() {
+  if (!tools.sizePanelShown) return;
+  const platform::Rect canvas = platform::PlaceInMainWindow(kViewCadCanvas);
+  const int leastX = canvas.left + kMargin;
+  const int leastY = canvas.top + kMargin + kHeadHeight + kKeyRise;
+  const int mostX = std::max(leastX, canvas.right - kRoomRight - kMargin);
+  const int mostY = std::max(leastY, canvas.bottom - kRoomBottom);
+  const platform::Point origin = ParentOrigin(kIdCadSizeBox1);
+  const int cursorX = canvas.left + openedAt.x;
+  const int cursorY = canvas.top + openedAt.y;
+  int x = std::clamp(cursorX + kBeside, leastX, mostX);
+  int y = std::clamp(cursorY + kBelow, leastY, mostY);
+  if (x < cursorX + kBeside) {
+    // Where they cannot stand beside the cursor they stand below or above it, not on it.
+    y = cursorY + kClear + kMargin + kHeadHeight + kKeyRise;
+    if (y > mostY) y = cursorY - kClear - kMargin - kBoxHeight;
+    y = std::clamp(y, leastY, mostY);
+  }
+  x -= origin.x;
+  y -= origin.y;
+  const bool two = HasTwoSizes();
   Put(kIdCadSizeCaption, Box(x, y - kHeadHeight, kBoxWidth, kHeadHeight));
-  Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight - 2, kKeyWidth, kHeadHeight));
+  Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight - kKeyRise, kKeyWidth, kHeadHeight));
   Put(kIdCadSizeBox1, Box(x, y, kBoxWidth, kBoxHeight));
   if (two) Put(kIdCadSizeBox2, Box(x + kPitch, y, kBoxWidth, kBoxHeight));
   platform::SetVisible(kIdCadSizeBox2, two);
-  tools.sizePanelShown = true;
-  FocusSizeBoxes();
+}
+
+void PaintSizeBoxes(platform::Canvas& canvas) {
+  if (!tools.sizePanelShown) return;
+  const platform::Rect view = platform::PlaceInMainWindow(kViewCadCanvas);
+  const auto onCanvas = [&view](int id) {
+    const platform::Rect place = platform::PlaceInMainWindow(id);
+    return Box(place.left - view.left, place.top - view.top, platform::RectWidth(place),
+               platform::RectHeight(place));
+  };
+  const platform::Rect first = onCanvas(kIdCadSizeBox1);
+  const platform::Rect key = onCanvas(kIdCadCreateTyped);
+  const platform::Rect ground{first.left - kMargin, key.top - kMargin, key.right + kMargin,
+                              first.bottom + kMargin};
+  FillArea(canvas, ground, kPanelBackground);
+  platform::Pen edge;
+  edge.colour = kPanelLine;
+  FrameArea(canvas, ground, edge);
+  const int focused = platform::FocusedId();
+  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2}) {
+    if (platform::IsVisible(id)) FrameWell(canvas, onCanvas(id), focused == id, kPanelLine);
+  }
 }
 
 void FocusSizeBoxes() { FocusBox(kIdCadSizeBox1); }

@@ -281,13 +281,13 @@ void PlaceWorkspace(const Rect& area) {
   PlaceCadForm(Rect{right + kPad, top, width - kPad, bottom});
   platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
   platform::SetPlace(kIdCadHint, Rect{kPad, bottom + 2 + kLineHeight, width - kPad, height - 2});
+  PlaceSizeBoxes();
 }
 
 void PaintWorkspace(Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), kWindowBackground);
   const int focused = platform::FocusedId();
-  for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName,
-                       kIdCadSizeBox1, kIdCadSizeBox2}) {
+  for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName}) {
     if (!platform::IsVisible(id)) continue;
     FrameWell(canvas, platform::PlaceOf(id), focused == id, kPanelLine);
   }

@@ -1,3 +1,4 @@
+#include "cad/draw_parts.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {
@@ -70,14 +71,82 @@ TEST_F(SizeBoxes, ABoxHasTwoNumbersSideBySide) {
   }
 }
 
-TEST_F(SizeBoxes, TheBoxesStayInsideTheWorkspace) {
+// In main-window pixels, the canvas standing at (100, 50) of 1040 by 600.
+void ExpectBoxesOnTheCanvas() {
+  const platform::Rect canvas = platform::PlaceInMainWindow(kViewCadCanvas);
+  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
+    const platform::Rect place = platform::PlaceInMainWindow(id);
+    EXPECT_GE(place.left, canvas.left) << id;
+    EXPECT_GE(place.top, canvas.top) << id;
+    EXPECT_LE(place.right, canvas.right) << id;
+    EXPECT_LE(place.bottom, canvas.bottom) << id;
+  }
+}
+
+TEST_F(SizeBoxes, TheBoxesStayInsideTheCanvasAndTheWorkspace) {
+  for (const double x : {-5.1, 5.1}) {
+    for (const double y : {-2.9, 2.9}) {
+      SCOPED_TRACE(testing::Message() << x << ", " << y);
+      Prepare(kIdMethodRectangle, 0, 0, x, y);
+      ExpectBoxesOnTheCanvas();
+    }
+  }
   // The workspace ends at 1350, 800; the canvas's right lower corner is brought close to it.
   platform::SetPlace(kViewCadCanvas, {300, 190, 1340, 790});
   Prepare(kIdMethodRectangle, 0, 0, 5.1, -2.9);  // canvas pixel (1030, 590)
+  ExpectBoxesOnTheCanvas();
   const platform::Rect place = platform::PlaceInMainWindow(kIdCadSizeBox1);
-  EXPECT_EQ(place.left, 1350 - 240);
-  EXPECT_EQ(place.top, 800 - 45);
-  EXPECT_LE(platform::PlaceInMainWindow(kIdCadSizeBox2).right, 1350);
+  EXPECT_LE(place.left, 1350 - 240);
+  EXPECT_LE(place.top, 800 - 45);
+}
+
+TEST_F(SizeBoxes, WithoutRoomBesideTheCursorTheBoxesStandBelowOrAboveIt) {
+  const auto clears = [](int x, int y) {
+    bool clear = true;
+    for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
+      const platform::Rect place = platform::PlaceInMainWindow(id);
+      clear = clear && !platform::RectHolds(place, x, y);
+    }
+    return clear;
+  };
+  Prepare(kIdMethodRectangle, 0, 0, 4.5, 0.5);  // canvas pixel (970, 250)
+  EXPECT_TRUE(clears(100 + 970, 50 + 250));
+  EXPECT_GT(platform::PlaceInMainWindow(kIdCadCreateTyped).top, 50 + 250);
+  Prepare(kIdMethodRectangle, 0, 0, 4.5, -2.8);  // canvas pixel (970, 580), the canvas ends at 600
+  EXPECT_TRUE(clears(100 + 970, 50 + 580));
+  EXPECT_LT(platform::PlaceInMainWindow(kIdCadSizeBox1).bottom, 50 + 580);
+}
+
+TEST_F(SizeBoxes, TheBoxesFollowACanvasThatBecomesSmaller) {
+  Prepare(kIdMethodRectangle, 0, 0, 5.1, -2.9);
+  platform::SetPlace(kViewCadCanvas, {100, 50, 700, 400});
+  PlaceSizeBoxes();
+  ExpectBoxesOnTheCanvas();
+}
+
+TEST_F(SizeBoxes, TheBoxesStandOnAGroundOfTheirOwn) {
+  Prepare(kIdMethodRectangle, 0, 0, 1, 1);
+  const platform::Rect canvas = platform::PlaceInMainWindow(kViewCadCanvas);
+  platform::Rect around = platform::PlaceInMainWindow(kIdCadSizeBox1);
+  around.top = platform::PlaceInMainWindow(kIdCadCreateTyped).top;
+  around.right = platform::PlaceInMainWindow(kIdCadCreateTyped).right;
+  static platform::Events painting;
+  painting.paint = [](int, platform::Canvas& on) { PaintSizeBoxes(on); };
+  platform::ListenTo(&painting);
+  const auto painted = [&]() {
+    for (const headless::DrawCall& call : headless::PaintOf(kViewCadCanvas)) {
+      if (call.name != "FillArea") continue;
+      const auto& n = call.numbers;
+      if (n[0] > 0 && n[0] <= around.left - canvas.left && n[1] <= around.top - canvas.top &&
+          n[2] >= around.right - canvas.left && n[3] >= around.bottom - canvas.top) {
+        return true;
+      }
+    }
+    return false;
+  };
+  EXPECT_TRUE(painted());
+  Key(kKeyEscape);
+  EXPECT_FALSE(painted());
 }
 
 TEST_F(SizeBoxes, TheCaptionAndTheCreateKeyStandAboveThem) {
