@@ -232,18 +232,30 @@ int DrawingCount() {
   return std::clamp(static_cast<int>(tab->cadStore->count), 1, kMaxDrawings);
 }
 
+int ActiveDrawing() {
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->cadStore) return 0;
+  return std::clamp(static_cast<int>(tab->cadStore->active), 0, kMaxDrawings - 1);
+}
+
 void PlaceDrawingTabs(int left, int right, int y) {
   constexpr int kPlus = 30;
   constexpr int kRename = 72;
   constexpr int kName = 150;
-  const bool naming = platform::IsVisible(kIdCadDrawingName);
   const int count = DrawingCount();
-  const int room = right - left - kPlus - kRename - 3 * kGap - (naming ? kName + kGap : 0);
+  const int room = right - left - kPlus - kRename - 3 * kGap;
   const int width = std::min(kTabMost, room / count - kGap);
+  const int pitch = width + kGap;
+  // The name stands behind the keys, or where that would squeeze the tabs, in the place of as many
+  // of them as it needs, the one that is being named among them.
+  const bool instead = left + count * pitch + kPlus + kRename + 2 * kGap + kName > right;
+  const int taken = instead ? std::min(count, (kName + kGap + pitch - 1) / pitch) : 0;
+  const int first = std::min(ActiveDrawing(), count - taken);
+  const bool naming = platform::IsVisible(kIdCadDrawingName);
   int x = left;
   for (int i = 0; i < kMaxDrawings; ++i) {
     const int id = kIdDrawingFirst + i;
-    platform::SetVisible(id, i < count);
+    platform::SetVisible(id, i < count && !(naming && i >= first && i < first + taken));
     if (i >= count) continue;
     platform::SetPlace(id, Rect{x, y, x + width, y + kTabHeight});
     x += width + kGap;
@@ -251,8 +263,9 @@ void PlaceDrawingTabs(int left, int right, int y) {
   platform::SetPlace(kIdDrawingAdd, Rect{x, y, x + kPlus, y + kTabHeight});
   x += kPlus + kGap;
   platform::SetPlace(kIdDrawingRename, Rect{x, y, x + kRename, y + kTabHeight});
-  x += kRename + kGap;
-  platform::SetPlace(kIdCadDrawingName, Rect{x, y + 1, x + kName, y + kTabHeight - 1});
+  x = instead ? left + first * pitch + 1 : x + kRename + kGap;
+  const int end = instead ? x + taken * pitch - kGap - 2 : x + kName;
+  platform::SetPlace(kIdCadDrawingName, Rect{x, y + 1, end, y + kTabHeight - 1});
 }
 
 void PlaceLists(int top, int bottom) {
@@ -369,9 +382,9 @@ void ShowCadWorkspace(const Rect& area) {
     LoadSketchForProgram();
     SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
   }
+  RefreshDrawingTabs();
   PlaceWorkspace(area);
   platform::SetVisible(kViewCad, true);
-  RefreshDrawingTabs();
   RefreshCadTools();
   platform::Repaint(kViewCad);
 }

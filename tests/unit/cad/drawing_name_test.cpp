@@ -28,10 +28,20 @@ TEST_F(DrawingName, EscapeKeepsTheOldNameAndGivesTheTabsTheirRoomBack) {
   const int width = TabWidth();
   headless::Click(kIdDrawingRename);
   ASSERT_EQ(platform::FocusedId(), kIdCadDrawingName);
-  EXPECT_LT(TabWidth(), width);
+  // It stands in the place of the last tabs; the others keep their width.
+  EXPECT_EQ(TabWidth(), width);
+  const platform::Rect name = platform::PlaceOf(kIdCadDrawingName);
+  EXPECT_GE(RectWidth(name), 148);
+  EXPECT_LT(name.right, platform::PlaceOf(kIdDrawingAdd).left);
+  EXPECT_FALSE(platform::IsVisible(kIdDrawingLast));
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    const platform::Rect tab = platform::PlaceOf(kIdDrawingFirst + i);
+    EXPECT_EQ(platform::IsVisible(kIdDrawingFirst + i), tab.right <= name.left) << i;
+  }
   headless::TypeInto(kIdCadDrawingName, u"Lost");
   Press(platform::kKeyEscape);
   EXPECT_FALSE(platform::IsVisible(kIdCadDrawingName));
+  EXPECT_TRUE(platform::IsVisible(kIdDrawingLast));
   EXPECT_EQ(TabWidth(), width);
   EXPECT_EQ(Name(), u"Drawing 8");
   EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
