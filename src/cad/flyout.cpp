@@ -56,7 +56,7 @@ constexpr Flyout kFlyouts[] = {
 };
 
 int restingOn = 0;  // the key under the pointer at the last tick
-int helpedOn = 0;   // the same, other programs' windows apart
+int helpedOn = 0;   // what the help on the hint line may belong to
 bool popupOpen = false;
 
 const Flyout* FlyoutOf(int keyId) {
@@ -67,8 +67,9 @@ const Flyout* FlyoutOf(int keyId) {
 }
 
 void HoverTick(int under) {
-  // The help of the control that was left must not stay on the line for good.
-  if (under != 0 && under != helpedOn) {
+  // The help of the control that was left must not stay on the line for good, not even when the
+  // pointer has left the window.
+  if (under != helpedOn) {
     helpedOn = under;
     RestoreHintLine();
   }

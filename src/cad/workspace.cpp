@@ -434,8 +434,11 @@ void CadFocusChanged(int id, bool gained) {
   if (!made) return;
   // A press of the pointer hits what it points at: the form must not move away under it.
   if (gained && platform::IdUnderPointer() != id) ShowCadField(id);
+  // Who works in a control knows it: the line is the tool's again.
+  if (gained) RestoreHintLine();
   platform::Repaint(kViewCad);
   platform::Repaint(kViewCadSheet);
+  if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
 }
 
 void OpenCadPattern(int panelMode) {

@@ -1,6 +1,7 @@
 #include "cad/workspace_form.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "app/command_ids.h"
 #include "app/limits.h"
@@ -39,7 +40,6 @@ struct Row {
   const char16_t* label;
   const char16_t* text = u"";  // initial text of a field, rows of a combo parted by "|"
   int command = 0;             // what Enter does in a field
-  int lines = 1;               // height of a note in lines of the small font
   Key keys[3] = {};
   const char16_t* name = u"";  // of a field whose label another one bears as well
 };
@@ -52,13 +52,15 @@ Row Field(int panel, int id, const char16_t* label, const char16_t* text, int co
   return Row{panel, RowKind::Field, id, label, text, command};
 }
 Row Named(int panel, int id, const char16_t* label, const char16_t* text, const char16_t* name) {
-  return Row{panel, RowKind::Field, id, label, text, kIdCadCreatePattern, 1, {}, name};
+  return Row{panel, RowKind::Field, id, label, text, kIdCadCreatePattern, {}, name};
 }
-Row Note(int panel, const char16_t* text, int lines) {
-  return Row{panel, RowKind::Note, 0, text, u"", 0, lines};
+// A field across the whole form, for words instead of a number.
+Row Wide(int panel, int id, const char16_t* name, const char16_t* text, int command) {
+  return Row{panel, RowKind::Field, id, u"", text, command, {}, name};
 }
+Row Note(int panel, const char16_t* text) { return Row{panel, RowKind::Note, 0, text}; }
 Row Keys(int panel, Key a, Key b = {}, Key c = {}) {
-  return Row{panel, RowKind::Keys, 0, u"", u"", 0, 1, {a, b, c}};
+  return Row{panel, RowKind::Keys, 0, u"", u"", 0, {a, b, c}};
 }
 Row Combo(int panel, int id, const char16_t* label, const char16_t* rows) {
   return Row{panel, RowKind::Combo, id, label, rows};
@@ -132,19 +134,19 @@ const Row kRows[] = {
     Keys(kBothPatterns, {kIdCadCreatePattern, u"CREATE SKETCH PATTERN",
                          u"Lay out the pattern as sketch geometry (Enter)"}),
     Note(kBothPatterns,
-         u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings.", 3),
+         u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings."),
 
     Head(kPanelScale, u"SCALE SELECTED OBJECT"),
     Field(kPanelScale, kIdCadScaleFactor, u"Factor (1 = unchanged)", u"1.25", kIdCadApplyScale),
-    Note(kPanelScale, u"Scales dimensions about the object's anchor. A line keeps its start point.",
-         2),
+    Note(kPanelScale,
+         u"Scales dimensions about the object's anchor. A line keeps its start point."),
     Keys(kPanelScale, {kIdCadApplyScale, u"Apply scale", u"Scale the selected part"}),
 
     Head(kPanelCutData, u"SKETCH CUTTING DATA"),
     Field(kPanelCutData, kIdCadDepth, u"Cut Z", u"-0.1", kIdCadGenerate),
     Field(kPanelCutData, kIdCadFeed, u"Cut feed", u"10", kIdCadGenerate),
     Field(kPanelCutData, kIdCadSafeZ, u"Safe Z", u"0.5", kIdCadGenerate),
-    Note(kPanelCutData, u"Display hiding does not remove geometry from generated G-code.", 2),
+    Note(kPanelCutData, u"Display hiding does not remove geometry from generated G-code."),
 
     Head(kPanelPolygon, u"REGULAR POLYGON"),
     Field(kPanelPolygon, kIdCadPolygonSides, u"Sides (3 - 64)", u"6", kIdCadCreatePolygon),
@@ -152,7 +154,7 @@ const Row kRows[] = {
     Field(kPanelPolygon, kIdCadPolygonX, u"Center X", u"0", kIdCadCreatePolygon),
     Field(kPanelPolygon, kIdCadPolygonY, u"Center Y", u"0", kIdCadCreatePolygon),
     Field(kPanelPolygon, kIdCadPolygonAngle, u"Start angle", u"0", kIdCadCreatePolygon),
-    Note(kPanelPolygon, u"Closed line segments. Drag their endpoints to reshape.", 2),
+    Note(kPanelPolygon, u"Closed line segments. Drag their endpoints to reshape."),
     Keys(kPanelPolygon,
          {kIdCadCreatePolygon, u"Create polygon sides", u"Create the polygon from these numbers"}),
 
@@ -163,32 +165,29 @@ const Row kRows[] = {
     Field(kPanelRevolve, kIdCadRevolveCopies, u"Copies (0 = move)", u"0", kIdCadApplyRevolve),
     Note(kPanelRevolve,
          u"Pick a point, circle center, box corner or work-axis origin. Each copy adds the step "
-         u"angle.",
-         2),
+         u"angle."),
     Keys(kPanelRevolve,
          {kIdCadPickPivot, u"Pick pivot on drawing", u"Click the pivot on the canvas"}),
     Keys(kPanelRevolve,
          {kIdCadApplyRevolve, u"Apply revolve", u"Turn or copy the selected object"}),
 
     Head(kPanelDimension, u"DIMENSION / MEASURE"),
-    Note(kPanelDimension, u"Click geometry to measure and resize.", 1),
+    Note(kPanelDimension, u"Click geometry to measure and resize."),
     Combo(kPanelDimension, kIdCadDimensionPart, u"Dimension to edit",
           u"Length / width / diameter|Height / slot width|Circle radius"),
-    Field(kPanelDimension, kIdCadDimensionValue, u"Value", u"Click geometry to measure and resize.",
-          kIdCadApplyDimension),
+    Wide(kPanelDimension, kIdCadDimensionValue, u"Value", u"Click geometry to measure and resize.",
+         kIdCadApplyDimension),
     Keys(kPanelDimension, {kIdCadApplyDimension, u"Apply dimension (Enter)",
                            u"Resize the selected object to this value"}),
     Note(kPanelDimension,
          u"Click a dimension label to edit it. Length keeps a line's start fixed; shapes resize "
-         u"about their centers. Undo restores the previous size.",
-         4),
+         u"about their centers. Undo restores the previous size."),
 
     Head(kPanelThickness, u"WIREFRAME THICKNESS"),
     Field(kPanelThickness, kIdCadThicknessValue, u"Thickness", u"0.5", kIdCadApplyThickness),
     Note(kPanelThickness,
          u"Adds a visual thickness to your sketch. Saved with the CAD feature; machining depths "
-         u"and code are unchanged.",
-         4),
+         u"and code are unchanged."),
     Keys(kPanelThickness,
          {kIdCadApplyThickness, u"Preview 3D", u"Show the sketch as a wireframe",
           u"Preview 3D with this thickness"},
@@ -223,7 +222,7 @@ constexpr int kRowHeight = 26;
 constexpr int kRowGap = 4;
 constexpr int kHeadHeight = 24;
 constexpr int kHeadAbove = 6;
-constexpr int kNoteLine = 17;
+constexpr int kNoteSlack = 2;  // a label may break a little earlier than its width
 constexpr int kBarWidth = 16;
 constexpr int kArrow = 16;        // height of a scroll bar's arrow
 constexpr int kLineStep = 36;     // pixels a step of the scroll bar
@@ -271,6 +270,7 @@ void MakeField(const Row& row) {
   spec.kind = ControlKind::EditLine;
   spec.text = row.text;
   spec.accessibleName = row.name[0] ? row.name : row.label;
+  if (!row.label[0]) spec.font = FontRole::Small;
   spec.parent = kViewCadSheet;
   spec.hidden = true;
   platform::MakeControl(spec);
@@ -339,6 +339,22 @@ int PutKeys(const Row& row, int left, int right, int y) {
   return y + kRowHeight + kRowGap;
 }
 
+// The lines that a note takes, broken at blanks as the label breaks it.
+int LinesOf(std::u16string_view text, int width) {
+  int lines = 1;
+  std::size_t line = 0;
+  for (std::size_t word = 0; word < text.size();) {
+    const std::size_t end = std::min(text.find(u' ', word), text.size());
+    const int reach = platform::TextWidth(FontRole::Small, text.substr(line, end - line));
+    if (word > line && reach > width - kNoteSlack) {
+      ++lines;
+      line = word;
+    }
+    word = end + 1;
+  }
+  return lines;
+}
+
 // Places one row at y; the y below it.
 int PutRow(int index, int y) {
   const Row& row = kRows[index];
@@ -350,9 +366,12 @@ int PutRow(int index, int y) {
       y += kHeadAbove;
       Put(LabelOf(index), Rect{left, y, right, y + kHeadHeight});
       return y + kHeadHeight + 2;
-    case RowKind::Note:
-      Put(LabelOf(index), Rect{left, y, right, y + row.lines * kNoteLine + 2});
-      return y + row.lines * kNoteLine + 2 + kRowGap;
+    case RowKind::Note: {
+      const int lines = LinesOf(row.label, right - left);
+      const int height = lines * platform::TextHeight(FontRole::Small) + 2;
+      Put(LabelOf(index), Rect{left, y, right, y + height});
+      return y + height + kRowGap;
+    }
     case RowKind::Keys:
       return PutKeys(row, left, right, y);
     case RowKind::Combo:
@@ -362,8 +381,9 @@ int PutRow(int index, int y) {
     case RowKind::Field:
       break;
   }
-  const int split = right - (right - left) * kFieldShare / 100;
-  Put(LabelOf(index), Rect{left, y, split - kRowGap, y + kRowHeight});
+  const bool wide = !row.label[0];
+  const int split = wide ? left : right - (right - left) * kFieldShare / 100;
+  if (!wide) Put(LabelOf(index), Rect{left, y, split - kRowGap, y + kRowHeight});
   Put(row.id, Rect{split, y, right, y + kRowHeight});
   return y + kRowHeight + kRowGap;
 }

@@ -126,10 +126,16 @@ TEST_F(HintLine, ComesBackWhenThePointerLeavesAKeyWithItsHelp) {
   Call(hooks.cadHover, kIdCadScale);
   platform::SetText(kIdCadHint, u"Scale");  // the help of the key
   Call(hooks.cadHover, kIdCadScale);
-  Call(hooks.cadHover, 0);  // over another window: nothing is forgotten
   EXPECT_EQ(Hint(), u"Scale");
   Call(hooks.cadHover, kViewCadCanvas);
   EXPECT_EQ(Hint(), kPoints);
+}
+
+TEST_F(HintLine, ComesBackWhenThePointerLeavesTheWindowFromAKey) {
+  Call(hooks.cadHover, kIdCadScale);
+  platform::SetText(kIdCadHint, u"Scale");
+  Call(hooks.cadHover, 0);  // no control of the window is under it
+  EXPECT_EQ(Hint(), kCadHint);
 }
 
 }  // namespace

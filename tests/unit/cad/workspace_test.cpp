@@ -9,6 +9,7 @@
 
 #include "app/outlets.h"
 #include "cad/canvas.h"
+#include "cad/hint_line.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace_form.h"
@@ -598,6 +599,24 @@ TEST_F(Workspace, TellsOnItsStatusLineWhatTheLogOutOfSightTells) {
   ASSERT_TRUE(headless::Click(kIdSurfaceCode));
   AppendOutput(u"Seen where it stands.");
   EXPECT_EQ(SketchStatus(), u"Transfer complete.");
+}
+
+TEST_F(Workspace, GivesTheHintLineBackWhenAFieldIsWorkedIn) {
+  headless::Focus(kViewCadCanvas);
+  platform::SetText(kIdCadHint, u"0.100");  // the pointer came to the field
+  ASSERT_TRUE(headless::Focus(kIdCadAmount));
+  EXPECT_EQ(platform::TextOf(kIdCadHint), kCadHint);
+}
+
+TEST_F(Workspace, GivesTheDimensionsSentenceTheWholeWidthOfTheForm) {
+  headless::Click(kIdCadDimension);
+  const Rect value = platform::PlaceOf(kIdCadDimensionValue);
+  const Rect part = platform::PlaceOf(kIdCadDimensionPart);
+  EXPECT_EQ(value.left, part.left);
+  EXPECT_EQ(value.right, part.right);
+  const std::u16string words = platform::TextOf(kIdCadDimensionValue);
+  ASSERT_EQ(words, u"Click geometry to measure and resize.");
+  EXPECT_LE(platform::TextWidth(platform::FontRole::Small, words), RectWidth(value));
 }
 
 }  // namespace
