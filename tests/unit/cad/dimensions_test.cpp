@@ -284,13 +284,58 @@ TEST_F(Dimensions, AClickOnALabelChoosesItsPart) {
   EXPECT_EQ(TextOf(kIdCadDimensionValue), u"4.0000");
 }
 
+bool Overlap(const platform::Rect& a, const platform::Rect& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
 TEST_F(Dimensions, OfLabelsOnOneAnotherTheLaterObjectsWins) {
-  Put(kTypeLine, -1, 0, 2);
-  Put(kTypeLine, -1, 0, 2);
+  // Four places there are for one line's label; the fifth lies on the first.
+  for (int i = 0; i < 5; ++i) Put(kTypeLine, -1, 0, 2);
   EnterDimensionMode(false);
   Paint();
-  EXPECT_TRUE(PressLabel(0, 0));
+  for (int i = 0; i < 4; ++i) {
+    for (int k = 0; k < i; ++k) EXPECT_FALSE(Overlap(DimensionLabel(i, 0), DimensionLabel(k, 0)));
+  }
+  EXPECT_TRUE(PressLabel(1, 0));
   EXPECT_EQ(sketch.selected, 1);
+  EXPECT_TRUE(PressLabel(0, 0));
+  EXPECT_EQ(sketch.selected, 4);
+}
+
+TEST_F(Dimensions, LabelsOfNeighboursKeepApartAndOffTheirShapes) {
+  // Circles 30 pixels across and 60 apart; their texts are 74 wide.
+  for (int i = 0; i < 3; ++i) Put(kTypeCircle, 0.6 * i, 0, 0.3);
+  EnterDimensionMode(false);
+  Paint();
+  for (int i = 0; i < 3; ++i) {
+    const platform::Rect label = DimensionLabel(i, 0);
+    ASSERT_GT(label.right, 0);
+    for (int k = 0; k < 3; ++k) {
+      EXPECT_TRUE(k == i || !Overlap(label, DimensionLabel(k, 0))) << i << " on " << k;
+      const int x = 520 + 60 * k;
+      EXPECT_FALSE(Overlap(label, {x - 15, 285, x + 16, 316})) << i << " on circle " << k;
+    }
+  }
+}
+
+TEST_F(Dimensions, AFittedDrawingKeepsItsLabelsInsideTheCanvas) {
+  sketch.metric = true;
+  Put(kTypeRectangle, 100, -50, 1200, 200);
+  Put(kTypeRectangle, 100, -50, 1000, 900);
+  EnterDimensionMode(false);
+  CanvasFit();
+  Paint();
+  const platform::Rect client = platform::ClientArea(kViewCadCanvas);
+  for (int i = 0; i < 2; ++i) {
+    for (int k = 0; k < 2; ++k) {
+      const platform::Rect label = DimensionLabel(i, k);
+      ASSERT_GT(label.right, 0);
+      EXPECT_GE(label.left, client.left);
+      EXPECT_GE(label.top, client.top);
+      EXPECT_LE(label.right, client.right);
+      EXPECT_LE(label.bottom, client.bottom);
+    }
+  }
 }
 
 TEST_F(Dimensions, ALabelThatIsNoLongerPaintedIsNotHit) {
