@@ -30,6 +30,7 @@ constexpr Colour kQuietLine = 0x0B2C44;  // edge of a key that cannot be pressed
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
 constexpr int kModeRowLeast = 200;  // pixels for the longest row in the body font
+constexpr int kNameLeast = 48;      // for a feature name before marks
 
 Rect Shrunk(const Rect& r, int by) {
   return Rect{r.left + by, r.top + by, r.right - by, r.bottom - by};
@@ -187,6 +188,38 @@ FeatureRowState FeatureStateOf(int listRow) {
   return row;
 }
 
+struct RowWords {
+  std::u16string text;
+  FontRole font = FontRole::Body;
+};
+
+// Cut by as many units as need be, with an ellipsis.
+std::u16string Elided(std::u16string text, FontRole font, int width) {
+  if (platform::TextWidth(font, text) <= width) return text;
+  while (!text.empty() && platform::TextWidth(font, text + u"\u2026") > width) text.pop_back();
+  while (!text.empty() && text.back() == u' ') text.pop_back();
+  return text + u"\u2026";
+}
+
+// What a feature's row shows of its text in `width`: in a smaller font where it does not fit, then
+// with the name cut rather than the marks behind it. The icons tell the same as the marks; where
+// both do not fit the name stands.
+RowWords FeatureWords(const std::u16string& text, bool marked, int width) {
+  if (platform::TextWidth(FontRole::Body, text) <= width) return {text, FontRole::Body};
+  if (!marked) return {text, FontRole::Body};
+  if (platform::TextWidth(FontRole::Small, text) <= width) return {text, FontRole::Small};
+  std::size_t marks = text.size();
+  for (const std::u16string_view mark : {u" [locked]", u" [hidden]"}) {
+    const std::u16string_view before = std::u16string_view(text).substr(0, marks);
+    if (before.ends_with(mark)) marks -= mark.size();
+  }
+  const int room = width - platform::TextWidth(FontRole::Small, text.substr(marks));
+  if (room < kNameLeast)
+    return {Elided(text.substr(0, marks), FontRole::Small, width), FontRole::Small};
+  return {Elided(text.substr(0, marks), FontRole::Small, room) + text.substr(marks),
+          FontRole::Small};
+}
+
 void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
   const Rect& area = state.area;
   const FeatureRowState row = FeatureStateOf(state.row);
@@ -194,8 +227,10 @@ void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
   Colour text = kMainText;
   if (row.excluded) text = kDimText;
   if (row.played) text = kBrightAccent;
-  PaintText(canvas, Rect{area.left + 10, area.top, area.right - 66, area.bottom},
-            platform::RowText(kIdFeatureList, state.row), FontRole::Body, text,
+  const Rect place{area.left + 10, area.top, area.right - 66, area.bottom};
+  const RowWords words = FeatureWords(platform::RowText(kIdFeatureList, state.row),
+                                      row.hidden || row.locked, RectWidth(place));
+  PaintText(canvas, place, words.text, words.font, text,
             platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
   const int y = CentreY(area);
   const int eye = area.right - 49;

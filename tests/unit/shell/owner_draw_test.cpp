@@ -285,6 +285,39 @@ TEST_F(OwnerDraw, CutsFeatureWords66PixelsBeforeTheEdge) {
   EXPECT_EQ(texts[0].numbers.at(2), row.right - 66);
 }
 
+TEST_F(OwnerDraw, CutsTheNameOfAFeatureRatherThanItsMarks) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\n(MORVA NAME Finish of the upper pocket)\r\nG0\r\n"
+                          u"(MORVA END 1)\r\n");
+  ToggleListId(1, ActiveTab()->hiddenIds);
+  ToggleListId(1, ActiveTab()->lockedIds);
+  RefreshFeatureList();
+  const std::u16string whole = u"#1  Finish of the upper pocket [hidden] [locked]";
+  ASSERT_EQ(platform::RowText(kIdFeatureList, 0), whole);
+  const std::u16string marks = u" [hidden] [locked]";
+  const auto shownIn = [](int room) {
+    platform::SetPlace(kIdFeatureList, {0, 0, room + 76, 200});
+    const auto texts = CallsNamed(headless::PaintOf(kIdFeatureList), "PaintText");
+    return texts.empty() ? std::u16string() : texts[0].text;
+  };
+  const int wide = platform::TextWidth(platform::FontRole::Body, whole);
+  const int small = platform::TextWidth(platform::FontRole::Small, whole);
+  const int marksWide = platform::TextWidth(platform::FontRole::Small, marks);
+  EXPECT_EQ(shownIn(wide), whole);
+  EXPECT_EQ(shownIn(wide - 1), whole);  // in the smaller font
+  EXPECT_EQ(shownIn(small), whole);
+  const std::u16string cut = shownIn(small - 1);
+  EXPECT_TRUE(cut.ends_with(u"\u2026" + marks));
+  EXPECT_TRUE(cut.starts_with(u"#1  Finish"));
+  EXPECT_LE(platform::TextWidth(platform::FontRole::Small, cut), small - 1);
+  // Where next to nothing is left of the name, the icons alone tell what the marks tell.
+  const std::u16string bare = shownIn(marksWide + 20);
+  EXPECT_TRUE(bare.starts_with(u"#1  Fi"));
+  EXPECT_EQ(bare.back(), u'\u2026');
+  EXPECT_LE(platform::TextWidth(platform::FontRole::Small, bare), marksWide + 20);
+  EXPECT_EQ(platform::RowText(kIdFeatureList, 0), whole);
+}
+
 TEST_F(OwnerDraw, PaintsTheTopBandWithItsNames) {
   const auto calls = headless::PaintOf(platform::kMainWindow);
   EXPECT_TRUE(Paints(calls, u"MORVA", kMainText));
