@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "cad/canvas.h"
 #include "desk/at_desk.h"
+#include "platform/window.h"
 
 class CadDesk : public AtDesk {
  protected:
@@ -38,10 +39,24 @@ class CadDesk : public AtDesk {
     Move(x1, y1);
     QTest::mouseRelease(Canvas(), Qt::LeftButton, Qt::NoModifier, At(x1, y1));
   }
+  static void Resize(int width, int height) {
+    QWidget* window = desk::WidgetOf(platform::kMainWindow);
+    window->resize(width, height);
+    ASSERT_TRUE(
+        desk::Until([=]() { return window->width() == width && window->height() == height; }));
+    desk::Run(50);
+  }
   // Types over what a field holds.
   static void Fill(int id, const char* text) {
     desk::WidgetOf(id)->setFocus();
     desk::Key(id, Qt::Key_A, Qt::ControlModifier);
     desk::TypeInto(id, QString::fromLatin1(text));
+  }
+  // As at any desk, with the window's width in the picture's name.
+  static void Show(const char* step) {
+    QString file = QString::fromLatin1(step);
+    file.replace(QStringLiteral(".png"),
+                 QStringLiteral("_%1.png").arg(desk::WidgetOf(platform::kMainWindow)->width()));
+    AtDesk::Show(file.toLatin1().constData());
   }
 };

@@ -1,4 +1,5 @@
-// A bracket from the first line to the updated block, on the real window with pointer and keys.
+// A bracket from the first line to the updated block, on the real window with pointer and keys, in
+// a wide window and in a small one.
 
 #include <QApplication>
 #include <QTest>
@@ -131,6 +132,8 @@ class Bracket : public CadDesk {
     Show("cad_6_trimmed.png");
   }
 
+  void FromTheFirstLineToTheUpdatedBlock();
+
   // The lower slot by its label: a click on the slot, a value, Enter.
   void Dimension() {
     desk::Click(morva::kIdCadDimension);
@@ -152,7 +155,7 @@ class Bracket : public CadDesk {
   }
 };
 
-TEST_F(Bracket, IsDrawnDimensionedGeneratedPlayedReopenedAndUpdated) {
+void Bracket::FromTheFirstLineToTheUpdatedBlock() {
   DrawOutline();
   DrawSlots();
   DrawBoltCircle();
@@ -205,6 +208,16 @@ TEST_F(Bracket, IsDrawnDimensionedGeneratedPlayedReopenedAndUpdated) {
   EXPECT_FALSE(updated.contains(QStringLiteral("Z-0.250")));
   EXPECT_EQ(updated.count(QStringLiteral("(CUSTOM SHAPE EDITOR)")), 1);
   EXPECT_EQ(morva::features.count, 2);
+}
+
+TEST_F(Bracket, IsDrawnDimensionedGeneratedPlayedReopenedAndUpdated) {
+  Resize(1560, 940);
+  FromTheFirstLineToTheUpdatedBlock();
+}
+
+TEST_F(Bracket, IsDrawnToTheEndInASmallWindowToo) {
+  Resize(1200, 800);
+  FromTheFirstLineToTheUpdatedBlock();
 }
 
 }  // namespace
