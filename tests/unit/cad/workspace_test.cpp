@@ -405,6 +405,17 @@ TEST_F(Workspace, TabReachesEveryControlInTheOrderOfTheScreen) {
   }
 }
 
+TEST_F(Workspace, TabGoesThroughAllEightDrawingsAndOnToTheirKeys) {
+  for (int i = 1; i < 8; ++i) ASSERT_TRUE(headless::Click(kIdDrawingAdd));
+  ASSERT_TRUE(headless::Focus(kIdDrawingFirst));
+  for (int i = 1; i < 8; ++i) {
+    headless::PressKey({platform::kKeyTab});
+    EXPECT_EQ(platform::FocusedId(), kIdDrawingFirst + i);
+  }
+  headless::PressKey({platform::kKeyTab});
+  EXPECT_EQ(platform::FocusedId(), kIdDrawingAdd);
+}
+
 TEST_F(Workspace, ZoomsTheCanvasByTheWheelOverABoxThatFloatsOnIt) {
   const Rect canvas = platform::PlaceOf(kViewCadCanvas);
   platform::PointerEvent wheel;
