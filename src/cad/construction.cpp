@@ -172,8 +172,7 @@ void ConstructionClick(const platform::PointerEvent& event) {
   HideSizeBoxes();
   double x = 0;
   double y = 0;
-  FromCanvas(event.x, event.y, x, y);
-  SnapPoint(x, y, -1, event.alt);
+  SnappedPosition(event, x, y);
   const int method = tools.constructionMethod;
   if (IsCircleTangent(method)) {
     ClickTangentCircle(x, y);
@@ -189,8 +188,7 @@ void ConstructionMove(const platform::PointerEvent& event) {
   if (tools.sizePanelShown) return;  // the sizes are being typed
   double x = 0;
   double y = 0;
-  FromCanvas(event.x, event.y, x, y);
-  SnapPoint(x, y, -1, event.alt);
+  SnappedPosition(event, x, y);
   tools.previewValid = PreviewAt(x, y, tools.previewObject);
   if (tools.previewValid) FillSizeBoxes();
   platform::Repaint(kViewCadCanvas);

@@ -67,8 +67,7 @@ void PickMeasure(const platform::PointerEvent& event) {
   FocusCanvas();
   double x = 0;
   double y = 0;
-  FromCanvas(event.x, event.y, x, y);
-  SnapPoint(x, y, -1, event.alt);
+  SnappedPosition(event, x, y);
   const int place = tools.constructionClicks == 1 ? 1 : 0;
   tools.pointsX[place] = x;
   tools.pointsY[place] = y;

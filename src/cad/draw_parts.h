@@ -8,8 +8,9 @@ namespace morva {
 
 // Push, append, select, refresh, log. False, nothing changed: 96 objects, or beyond the limits.
 bool AppendDrawn(const SketchObject& object, const char16_t* logged);
-// Tools, picks and measure state as at start, boxes hidden. The revolve pivot, the sides of the
-// next polygon and, when asked, the marks of the multi-selection stay.
+// Tools, picks and measure state as at start, boxes hidden; the panel is not redrawn. The revolve
+// pivot and the sides of the next polygon stay, as their fields do, and, when asked, the marks of
+// the multi-selection.
 void StopTools(bool keepMarks);
 // Pan and the 3D view are given up, before a tool that works on the plan.
 void ShowPlan();
@@ -18,6 +19,8 @@ void ShowToolChange();
 // The canvas has the keyboard, when it can be seen.
 void FocusCanvas();
 
+// The drawing position of an event after the snap search, with no object left out.
+void SnappedPosition(const platform::PointerEvent& event, double& x, double& y);
 // A click and a move of a running method, in canvas pixels.
 void ConstructionClick(const platform::PointerEvent& event);
 void ConstructionMove(const platform::PointerEvent& event);

@@ -35,11 +35,6 @@ bool IsMethod(int command) {
          command == kIdMethodSlotPoints || command == kIdMethodPolygon;
 }
 
-void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
-  FromCanvas(event.x, event.y, x, y);
-  SnapPoint(x, y, -1, event.alt);
-}
-
 void AddWorkPoint(const platform::PointerEvent& event) {
   double x = 0;
   double y = 0;
@@ -143,6 +138,11 @@ const char16_t* MethodPrompt(int command) {
     default:
       return u"Click construction points on the canvas. Snapping is active; Esc cancels.";
   }
+}
+
+void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
+  FromCanvas(event.x, event.y, x, y);
+  SnapPoint(x, y, -1, event.alt);
 }
 
 void StopTools(bool keepMarks) {

@@ -10,6 +10,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/router.h"
+#include "cad/draw_parts.h"
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
@@ -103,7 +104,7 @@ bool HoldsOther(const FeatureSettings& record) {
 
 // Whatever a tool, a pick or a drag still held belongs to the sketch that goes.
 void ResetSelection() {
-  ClearTools();
+  StopTools(false);
   ResetSelectDrag();
   sketch.selected = -1;
 }

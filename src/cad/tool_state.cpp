@@ -1,15 +1,8 @@
 #include "cad/tool_state.h"
 
-#include "cad/draw_parts.h"
-
 namespace morva {
 
 ToolState tools;
-
-void ClearTools() {
-  tools = ToolState();
-  HideSizeBoxes();
-}
 
 void ClearMultiSelect() {
   for (unsigned char& mark : tools.multiSelect) mark = 0;

@@ -1,6 +1,7 @@
 // What the CAD tools hold between two events: the tool, its picks, its previews.
 //
-// One record, cleared when a drawing is loaded. The live sketch itself stands in sketch.h.
+// One record; StopTools (draw_parts.h) clears it, and the loading of a drawing does. The live
+// sketch itself stands in sketch.h.
 #pragma once
 
 #include <cstdint>
@@ -68,8 +69,6 @@ struct ToolState {
 };
 extern ToolState tools;
 
-// Every field as at start, the marks too; floating boxes hidden. The panel is not redrawn.
-void ClearTools();
 void ClearMultiSelect();
 bool IsMultiSelected(int index);
 int MultiSelectCount();

@@ -338,7 +338,7 @@ void OpenCutData(int, int) { OpenToolPanel(kPanelCutData, kIdCadDepth); }
 // Before the program changes: no box may float and no pick may wait for the other drawing.
 void CancelInput() {
   if (!made) return;
-  ClearTools();
+  StopTools(false);
   RefreshCadTools();
 }
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "cad/drawings.h"
 #include "edits_stage.h"
 
 namespace morva {
@@ -243,6 +244,19 @@ TEST_F(GeometryTools, RefuseATangentFromInsideAndToOtherShapes) {
   sketch.locked[1] = 1;  // a locked circle is not changed by it
   ToolClick(1, 0.2);
   EXPECT_EQ(SketchStatus(), kDone);
+}
+
+// The cross of the pivot stands where the fields say, in the next drawing as in this one.
+TEST_F(GeometryTools, KeepThePivotWithItsFieldsWhenADrawingIsLoaded) {
+  Add(kTypeCircle, 1.23456, 2, 1);
+  Start(kIdCadPickPivot, -1);
+  ToolClick(1.5, 2);
+  LoadSketchForProgram();
+  EXPECT_EQ(sketch.objectCount, 0);
+  EXPECT_EQ(tools.geometryTool, kGeometryNone);
+  EXPECT_EQ(TextOf(kIdCadPivotX), u"1.2346");
+  EXPECT_EQ(tools.pivotX, 1.23456);
+  EXPECT_EQ(tools.pivotY, 2);
 }
 
 TEST_F(GeometryTools, PickThePivotFromGeometryOrThePlace) {
