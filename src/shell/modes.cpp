@@ -238,7 +238,7 @@ void SetSurface(int surface) {
   if (surface == kSurfaceCode) {
     const bool came = app.surface != kSurfaceCode;
     SetMode(app.mode);
-    if (came) platform::SetFocusTo(kIdEditor);
+    if (came) platform::SetFocusTo(ShownEditor());
   } else if (app.surface != surface) {
     EnterCad();
   }
@@ -252,7 +252,7 @@ void GoBack() {
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;
   SetMode(history.mode);
-  if (!wasCode && app.surface == kSurfaceCode) platform::SetFocusTo(kIdEditor);
+  if (!wasCode && app.surface == kSurfaceCode) platform::SetFocusTo(ShownEditor());
   if (history.surface != kSurfaceCode) SetSurface(history.surface);
   returning = false;
 }

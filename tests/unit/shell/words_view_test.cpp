@@ -59,6 +59,15 @@ TEST_F(WordsAtWork, F5ValidatesTheCodeThatTheWordsStandFor) {
   EXPECT_EQ(platform::FocusedId(), kIdWordsEditor);
 }
 
+TEST_F(WordsAtWork, TheKeyboardComesBackToTheWordsFromTheDrawing) {
+  for (const int way : {kIdSurfaceCode, kIdBack}) {
+    ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+    ASSERT_EQ(platform::FocusedId(), kViewCadCanvas);
+    ASSERT_TRUE(headless::Click(way));
+    EXPECT_EQ(platform::FocusedId(), kIdWordsEditor) << way;
+  }
+}
+
 TEST_F(WordsAtWork, ThePathFollowsWhatIsTypedInWords) {
   headless::Click(kIdPath);
   const int before = path.count;
