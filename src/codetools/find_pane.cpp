@@ -49,16 +49,18 @@ constexpr platform::ControlSpec kControls[] = {
      platform::kMainWindow, true},
     {kIdNextMatch, ControlKind::PushButton, u"NEXT MATCH", u"", FontRole::Small,
      platform::kMainWindow, true},
-    {1901, ControlKind::PushButton, u"ADD RULE", u"", FontRole::Small, platform::kMainWindow, true},
+    {kIdRuleAdd, ControlKind::PushButton, u"ADD RULE", u"", FontRole::Small, platform::kMainWindow,
+     true},
     {kIdRulesLabel, ControlKind::Label, u"Replacement rules", u"", FontRole::Small,
      platform::kMainWindow, true},
-    {1902, ControlKind::PushButton, u"REMOVE RULE", u"", FontRole::Small, platform::kMainWindow,
+    {kIdRuleRemove, ControlKind::PushButton, u"REMOVE RULE", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdRuleUndo, ControlKind::PushButton, u"UNDO", u"", FontRole::Small, platform::kMainWindow,
      true},
-    {1905, ControlKind::PushButton, u"UNDO", u"", FontRole::Small, platform::kMainWindow, true},
-    {1903, ControlKind::PushButton, u"PREVIEW MATCHES", u"", FontRole::Small, platform::kMainWindow,
-     true},
-    {1904, ControlKind::PushButton, u"APPLY RULES", u"", FontRole::Small, platform::kMainWindow,
-     true},
+    {kIdRulePreview, ControlKind::PushButton, u"PREVIEW MATCHES", u"", FontRole::Small,
+     platform::kMainWindow, true},
+    {kIdRuleApply, ControlKind::PushButton, u"APPLY RULES", u"", FontRole::Small,
+     platform::kMainWindow, true},
     {kIdFindStatus, ControlKind::Label, u"", u"Find status", FontRole::Small, platform::kMainWindow,
      true},
     {kIdFindHelp, ControlKind::Label,
@@ -153,11 +155,11 @@ void PlacePane(const Rect& area) {
   PutLabel(column, kIdReplaceLabel);
   PutRow(column, kIdReplaceText, kFieldHeight);
   PutPair(column, kIdMatchCase, kIdWholeToken, kCheckHeight);
-  PutPair(column, kIdNextMatch, 1901, kKeyHeight);
+  PutPair(column, kIdNextMatch, kIdRuleAdd, kKeyHeight);
   PutLabel(column, kIdRulesLabel);
   PutRow(column, kIdRuleList, std::max(height - HeightOfRows(gap), kListLeast));
-  PutPair(column, 1902, 1905, kKeyHeight);
-  PutPair(column, 1903, 1904, kKeyHeight);
+  PutPair(column, kIdRuleRemove, kIdRuleUndo, kKeyHeight);
+  PutPair(column, kIdRulePreview, kIdRuleApply, kKeyHeight);
   PutRow(column, kIdFindStatus, kStatusHeight);
   PutRow(column, kIdFindHelp, kHelpHeight);
   PutRow(column, kIdChangeHead, kHeadHeight);
@@ -228,11 +230,11 @@ void RegisterFindPane() {
   field.key = FindFieldKey;
   RegisterHandlers(field);
   using platform::kNotifyClick;
-  RegisterCommand(RouterStage::Builder, 1901, kNotifyClick, OnAdd);
-  RegisterCommand(RouterStage::Builder, 1902, kNotifyClick, OnRemove);
-  RegisterCommand(RouterStage::Builder, 1903, kNotifyClick, OnPreview);
-  RegisterCommand(RouterStage::Builder, 1904, kNotifyClick, OnApply);
-  RegisterCommand(RouterStage::Builder, 1905, kNotifyClick, OnUndo);
+  RegisterCommand(RouterStage::Builder, kIdRuleAdd, kNotifyClick, OnAdd);
+  RegisterCommand(RouterStage::Builder, kIdRuleRemove, kNotifyClick, OnRemove);
+  RegisterCommand(RouterStage::Builder, kIdRulePreview, kNotifyClick, OnPreview);
+  RegisterCommand(RouterStage::Builder, kIdRuleApply, kNotifyClick, OnApply);
+  RegisterCommand(RouterStage::Builder, kIdRuleUndo, kNotifyClick, OnUndo);
   RegisterCommand(RouterStage::Builder, kIdNextMatch, kNotifyClick, OnNext);
   RegisterCommand(RouterStage::Click, kIdPromptEach, kNotifyClick, OnPrompt);
   RegisterCommand(RouterStage::Click, kIdDoAll, kNotifyClick, OnAll);

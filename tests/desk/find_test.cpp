@@ -18,11 +18,11 @@
 
 namespace {
 
-constexpr int kAddRule = 1901;
-constexpr int kRemoveRule = 1902;
-constexpr int kPreview = 1903;
-constexpr int kApply = 1904;
-constexpr int kUndo = 1905;
+constexpr int kAddRule = kIdRuleAdd;
+constexpr int kRemoveRule = kIdRuleRemove;
+constexpr int kPreview = kIdRulePreview;
+constexpr int kApply = kIdRuleApply;
+constexpr int kUndo = kIdRuleUndo;
 
 class Find : public AtDesk {
  protected:

@@ -15,11 +15,11 @@
 namespace morva {
 namespace {
 
-constexpr int kAdd = 1901;
-constexpr int kRemove = 1902;
-constexpr int kPreview = 1903;
-constexpr int kApply = 1904;
-constexpr int kUndo = 1905;
+constexpr int kAdd = kIdRuleAdd;
+constexpr int kRemove = kIdRuleRemove;
+constexpr int kPreview = kIdRulePreview;
+constexpr int kApply = kIdRuleApply;
+constexpr int kUndo = kIdRuleUndo;
 
 class FindEdges : public support::Workbench {
  protected:

@@ -78,7 +78,7 @@ TEST_F(FindPane, PreviewCountsAndChangesNothing) {
   app.editorDirty = false;
   Fields(u"G1", u"G01");
   headless::Click(kIdWholeToken);
-  headless::Click(1903);
+  headless::Click(kIdRulePreview);
   EXPECT_EQ(Status(), u"1 matches in the active program. Apply Rules performs this batch.");
   EXPECT_EQ(Text(), kProgram);
   EXPECT_FALSE(tabs[0].dirty);
@@ -86,15 +86,15 @@ TEST_F(FindPane, PreviewCountsAndChangesNothing) {
 
 TEST_F(FindPane, AppliesTheQueueAsOneUndoStepAndSparesMarkers) {
   Fields(u"G1", u"G01");
-  headless::Click(1901);
+  headless::Click(kIdRuleAdd);
   Fields(u"TEXT", u"T");
-  headless::Click(1901);
+  headless::Click(kIdRuleAdd);
   EXPECT_EQ(platform::RowText(kIdRuleList, 0), u"G1  \u2192  G01");
   headless::Click(kIdWholeToken);
-  headless::Click(1904);
+  headless::Click(kIdRuleApply);
   EXPECT_EQ(Status(), u"1 replacements applied. Undo restores the previous code.");
   EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME A)\r\nG01 X1\r\nG10 X1\r\n(MORVA END 1)\r\n");
-  headless::Click(1905);
+  headless::Click(kIdRuleUndo);
   EXPECT_EQ(Text(), kProgram);
 }
 
@@ -102,7 +102,7 @@ TEST_F(FindPane, ACommitWithoutAMatchMakesNoUndoStep) {
   headless::EditorInsert(kIdEditor, u"M8");
   const std::u16string text = Text();
   Fields(u"nowhere", u"x");
-  headless::Click(1904);
+  headless::Click(kIdRuleApply);
   EXPECT_EQ(Status(), u"0 replacements applied. Undo restores the previous code.");
   EXPECT_EQ(Text(), text);
   headless::EditorUndo(kIdEditor);
@@ -111,16 +111,16 @@ TEST_F(FindPane, ACommitWithoutAMatchMakesNoUndoStep) {
 
 TEST_F(FindPane, RefusesAnEmptyRuleAndTheTwentyFifth) {
   Fields(u"", u"x");
-  headless::Click(1901);
+  headless::Click(kIdRuleAdd);
   EXPECT_EQ(Status(), u"Enter nonempty Find text. Up to 24 rules can be queued.");
   Fields(u"a", u"b");
-  for (int i = 0; i < 24; ++i) headless::Click(1901);
+  for (int i = 0; i < 24; ++i) headless::Click(kIdRuleAdd);
   EXPECT_EQ(platform::RowCount(kIdRuleList), 24);
-  headless::Click(1901);
+  headless::Click(kIdRuleAdd);
   EXPECT_EQ(platform::RowCount(kIdRuleList), 24);
   EXPECT_EQ(platform::TextOf(kIdFindText), u"a");
   headless::SelectRows(kIdRuleList, {5});
-  headless::Click(1902);
+  headless::Click(kIdRuleRemove);
   EXPECT_EQ(platform::RowCount(kIdRuleList), 23);
 }
 
@@ -251,7 +251,7 @@ TEST_F(WordsView, RulesLeaveTheViewAndDoNotReturn) {
   headless::Click(kIdCommandWords);
   headless::Click(kIdFind);
   headless::TypeInto(kIdFindText, u"G5");
-  headless::Click(1903);
+  headless::Click(kIdRulePreview);
   EXPECT_FALSE(app.commandWordsActive);
 }
 
