@@ -57,14 +57,6 @@ Popup popup;
 
 int CaretOf(int editor) { return platform::EditorSelection(editor).to; }
 
-std::u16string_view LineOf(int editor, int line) {
-  // The whole text counts a line end as two units, a position as one.
-  const std::u16string_view text = platform::EditorText(editor);
-  const auto start = static_cast<std::size_t>(platform::EditorLineStart(editor, line) + line);
-  const auto length = static_cast<std::size_t>(platform::EditorLineLength(editor, line));
-  return start <= text.size() ? text.substr(start, length) : std::u16string_view();
-}
-
 void PlacePopup() {
   const Rect editor = platform::PlaceOf(popup.editor);
   const platform::Point cell = platform::PointOfPosition(popup.editor, popup.caret);
@@ -238,8 +230,8 @@ void CompletionUpdate(bool manual) {
   const int caret = CaretOf(editor);
   const int line = platform::EditorLineOf(editor, caret);
   const int lineStart = platform::EditorLineStart(editor, line);
-  const CompletionRows found =
-      FindCompletions(LineOf(editor, line), caret - lineStart, app.commandWordsActive, manual);
+  const CompletionRows found = FindCompletions(EditorLineText(editor, line), caret - lineStart,
+                                               app.commandWordsActive, manual);
   if (found.count == 0) {
     HideCompletion();
     if (found.settled) ShowHoverHelp(found.token);

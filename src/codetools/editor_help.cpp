@@ -1,8 +1,8 @@
 #include "codetools/editor_help.h"
 
-#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
+#include "documents/program_tabs.h"
 #include "library/code_index.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
@@ -111,24 +111,24 @@ bool IsTokenUnit(char16_t c) {
          c == u'+' || c == u'#';
 }
 
-// The text of one editor line without a copy: EditorText counts a line end as two units.
-std::u16string_view LineOf(int id, int line) {
-  const std::u16string_view text = platform::EditorText(id);
-  const auto start = static_cast<std::size_t>(platform::EditorLineStart(id, line) + line);
-  const auto length = static_cast<std::size_t>(platform::EditorLineLength(id, line));
-  return start <= text.size() ? text.substr(start, length) : std::u16string_view();
-}
-
 Token TokenAtPosition(int id, int position) {
   const int line = platform::EditorLineOf(id, position);
   const int start = platform::EditorLineStart(id, line);
-  Token token = TokenInLine(LineOf(id, line).substr(0, kLineMost), position - start);
+  Token token = TokenInLine(EditorLineText(id, line).substr(0, kLineMost), position - start);
   token.start += start;
   token.end += start;
   return token;
 }
 
 }  // namespace
+
+std::u16string_view EditorLineText(int id, int line) {
+  // The whole text counts a line end as two units, a position as one.
+  const std::u16string_view text = platform::EditorText(id);
+  const auto start = static_cast<std::size_t>(platform::EditorLineStart(id, line) + line);
+  const auto length = static_cast<std::size_t>(platform::EditorLineLength(id, line));
+  return start <= text.size() ? text.substr(start, length) : std::u16string_view();
+}
 
 Token TokenInLine(std::u16string_view line, int place) {
   Token token;
@@ -151,7 +151,7 @@ Token TokenInLine(std::u16string_view line, int place) {
 }
 
 Token TokenAtCaret() {
-  const int id = app.commandWordsActive ? kIdWordsEditor : kIdEditor;
+  const int id = ShownEditor();
   return TokenAtPosition(id, platform::EditorSelection(id).to);
 }
 

@@ -74,7 +74,7 @@ void TellKeyStates() {
 // Plain text over the selection of the editor that is shown. The view gets words for codes.
 void InsertAtCursor(const std::u16string& code) {
   if (code.empty()) return;
-  const int editor = app.commandWordsActive ? kIdWordsEditor : kIdEditor;
+  const int editor = ShownEditor();
   // The list of completions must not open on a text that was chosen already.
   completionApplying = true;
   if (app.commandWordsActive) {

@@ -60,7 +60,7 @@ struct Place {
 };
 
 Place ShownPlace() {
-  const int id = app.commandWordsActive ? kIdWordsEditor : kIdEditor;
+  const int id = ShownEditor();
   const int caret = platform::EditorSelection(id).to;
   Place place;
   place.line = platform::EditorLineOf(id, caret);

@@ -152,7 +152,7 @@ void ReviewExit() {
   RelayPanels();
   // The keyboard stays where it is, unless that is hidden now.
   if (focused < kIdReviewHead || focused > kIdReviewRightPane) return;
-  platform::SetFocusTo(app.commandWordsActive ? kIdWordsEditor : kIdEditor);
+  platform::SetFocusTo(ShownEditor());
 }
 
 void ReviewMarkTabs() {

@@ -14,6 +14,7 @@
 #include "codetools/code_palette.h"
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
+#include "codetools/editor_help.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
@@ -74,13 +75,6 @@ bool ReplaceDifference(int id, std::u16string_view wanted) {
   return true;
 }
 
-std::u16string LineText(int id, int line) {
-  // A line end is two units of the text and one position.
-  const auto start = static_cast<std::size_t>(platform::EditorLineStart(id, line) + line);
-  const auto length = static_cast<std::size_t>(platform::EditorLineLength(id, line));
-  return std::u16string(platform::EditorText(id).substr(start, length));
-}
-
 // Where the user's caret and the view's top stood, to go on there in the view made anew: a
 // marker that the tagger writes between two typed characters must not move the second one.
 struct ViewPlace {
@@ -97,26 +91,24 @@ ViewPlace PlaceInView() {
   place.top = platform::FirstVisibleLine(kIdWordsEditor);
   const int start = platform::EditorLineStart(kIdWordsEditor, place.line);
   place.column = static_cast<std::size_t>(caret - start);
-  place.text = LineText(kIdWordsEditor, place.line);
+  place.text = EditorLineText(kIdWordsEditor, place.line);
   return place;
 }
 
 // The column of the same place in a line that may have been put into words since: counted from
 // the front where that is unchanged, else from the end; 0 where the line is another.
-std::size_t SameColumn(const ViewPlace& place, const std::u16string& text) {
+std::size_t SameColumn(const ViewPlace& place, std::u16string_view text) {
   const std::size_t column = std::min(place.column, place.text.size());
   if (text == place.text) return column;
-  const std::size_t behind = place.text.size() - column;
-  if (column > 0 && behind <= text.size() &&
-      text.compare(text.size() - behind, behind, place.text, column, behind) == 0)
-    return text.size() - behind;
+  const std::u16string_view rest = std::u16string_view(place.text).substr(column);
+  if (column > 0 && text.ends_with(rest)) return text.size() - rest.size();
   return 0;
 }
 
 void ReturnToPlace(const ViewPlace& place, int line) {
   const int last = platform::EditorLineCount(kIdWordsEditor) - 1;
   if (line > last) line = last;
-  const int column = static_cast<int>(SameColumn(place, LineText(kIdWordsEditor, line)));
+  const int column = static_cast<int>(SameColumn(place, EditorLineText(kIdWordsEditor, line)));
   const int position = platform::EditorLineStart(kIdWordsEditor, line) + column;
   platform::SetEditorSelection(kIdWordsEditor, {position, position});
   platform::ScrollToLine(kIdWordsEditor, std::max(0, place.top + line - place.line));
