@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/hooks.h"
+#include "platform/window.h"
 
 namespace morva {
 
@@ -34,6 +35,11 @@ bool HasPanel(int mode) {
     if (panels[i].mode == mode) return true;
   }
   return false;
+}
+
+void ShowAt(int id, const platform::Rect& place) {
+  platform::SetPlace(id, place);
+  platform::SetVisible(id, true);
 }
 
 void RelayPanels() { Call(hooks.layout); }

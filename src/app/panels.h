@@ -38,6 +38,8 @@ const Panel& PanelAt(int index);
 bool IsPanelActive(const Panel& panel);
 // Whether some panel belongs to this mode.
 bool HasPanel(int mode);
+// Places a control of a panel, in pixels of the main window, and shows it.
+void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.
 void RelayPanels();
 

@@ -115,26 +115,21 @@ struct Column {
   int gap;  // between rows
 };
 
-void Put(int id, const Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
-}
-
 void PutRow(Column& column, int id, int height) {
-  Put(id, {column.left, column.top, column.right, column.top + height});
+  ShowAt(id, {column.left, column.top, column.right, column.top + height});
   column.top += height + column.gap;
 }
 
 // A label stands close to what it names.
 void PutLabel(Column& column, int id) {
-  Put(id, {column.left, column.top, column.right, column.top + kLabelHeight});
+  ShowAt(id, {column.left, column.top, column.right, column.top + kLabelHeight});
   column.top += kLabelHeight + kTightGap;
 }
 
 void PutPair(Column& column, int first, int second, int height, int percent = 50) {
   const int middle = column.left + (column.right - column.left) * percent / 100;
-  Put(first, {column.left, column.top, middle - kGap / 2, column.top + height});
-  Put(second, {middle + kGap / 2, column.top, column.right, column.top + height});
+  ShowAt(first, {column.left, column.top, middle - kGap / 2, column.top + height});
+  ShowAt(second, {middle + kGap / 2, column.top, column.right, column.top + height});
   column.top += height + column.gap;
 }
 

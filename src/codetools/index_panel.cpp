@@ -117,11 +117,6 @@ void MakePanel() {
   TellKeyStates();
 }
 
-void Put(int id, const Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
-}
-
 struct KeyWeight {
   int id;
   int weight;
@@ -139,7 +134,7 @@ void PutKeys(int first, int last, const Rect& row) {
   for (int i = first; i < last; ++i) {
     seen += kKeyWeights[i].weight;
     const int right = row.left + width * seen / all + kGap * (i - first);
-    Put(kKeyWeights[i].id, {x, row.top, right, row.bottom});
+    ShowAt(kKeyWeights[i].id, {x, row.top, right, row.bottom});
     x = right + kGap;
   }
 }
@@ -156,13 +151,13 @@ int PutInsertion(const Rect& area, int foot) {
   int top = foot - kFieldHeight;
   if (RectWidth(area) >= kOneRow) {
     right -= kInsertWidth;
-    Put(kIdIndexInsert, {right, top, area.right, foot});
+    ShowAt(kIdIndexInsert, {right, top, area.right, foot});
     right -= kGap;
   } else {
-    Put(kIdIndexInsert, {area.left, top, area.right, foot});
+    ShowAt(kIdIndexInsert, {area.left, top, area.right, foot});
     top -= kFieldHeight + kGap;
   }
-  Put(kIdIndexInsertion, {area.left, top, right, top + kFieldHeight});
+  ShowAt(kIdIndexInsertion, {area.left, top, right, top + kFieldHeight});
   return top - kGap;
 }
 
@@ -170,14 +165,14 @@ void PlacePanel(const Rect& area) {
   const bool wide = RectWidth(area) >= kOneRow;
   int top = area.top;
   const int searchRight = wide ? area.right - kClearWidth - kGap : area.right;
-  Put(kIdIndexSearch, {area.left, top, searchRight, top + kFieldHeight});
+  ShowAt(kIdIndexSearch, {area.left, top, searchRight, top + kFieldHeight});
   if (wide) {
-    Put(kIdIndexClear, {searchRight + kGap, top, area.right, top + kFieldHeight});
+    ShowAt(kIdIndexClear, {searchRight + kGap, top, area.right, top + kFieldHeight});
     top += kFieldHeight + kGap;
     PutKeys(0, 6, {area.left, top, area.right, top + kKeyHeight});
   } else {
     top += kFieldHeight + kGap;
-    Put(kIdIndexClear, {area.left, top, area.right, top + kKeyHeight});
+    ShowAt(kIdIndexClear, {area.left, top, area.right, top + kKeyHeight});
     top += kKeyHeight + kGap;
     PutKeys(0, 4, {area.left, top, area.right, top + kKeyHeight});
     top += kKeyHeight + kGap;
@@ -191,19 +186,19 @@ void PlacePanel(const Rect& area) {
     // In a low window the list keeps its rows and the pane scrolls in what is left.
     const int detail = std::min(kDetailHeight, foot - kGap - top - kListLeast);
     if (detail > 0) {
-      Put(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
+      ShowAt(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
       foot -= detail + kGap;
     } else {
       platform::SetVisible(kIdIndexDetail, false);
     }
   }
-  Put(kIdIndexList, {area.left, top, area.right, foot});
+  ShowAt(kIdIndexList, {area.left, top, area.right, foot});
 }
 
 // The page of the mode: the whole of what is told about a word above what is inserted.
 void PlacePage(const Rect& area) {
   const int foot = PutInsertion(area, area.bottom);
-  Put(kIdIndexDetail, {area.left, area.top, area.right, foot});
+  ShowAt(kIdIndexDetail, {area.left, area.top, area.right, foot});
 }
 
 void HidePanel() {

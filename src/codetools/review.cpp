@@ -116,11 +116,6 @@ void MakeReview() {
   MakePane(kIdReviewRightPane, u"Right program's lines");
 }
 
-void Put(int id, const Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
-}
-
 // The eight keys in rows of four, or lower ones in rows of two where four do not fit. The y
 // below them.
 int PlaceKeys(int left, int right, int top) {
@@ -132,17 +127,17 @@ int PlaceKeys(int left, int right, int top) {
   for (int i = 0; i < 8; ++i) {
     const int column = i % inRow;
     const int y = top + i / inRow * (height + gap);
-    Put(kKeyIds[i],
-        {left + width * column / inRow, y, left + width * (column + 1) / inRow - kGap, y + height});
+    ShowAt(kKeyIds[i], {left + width * column / inRow, y,
+                        left + width * (column + 1) / inRow - kGap, y + height});
   }
   return top + 8 / inRow * (height + gap);
 }
 
 void PlaceSide(const Rect& column, int label, int list, int pane) {
   const int foot = column.top + kSideHeight;
-  Put(label, {column.left, column.top, column.left + kSideLabel, foot});
-  Put(list, {column.left + kSideLabel, column.top, column.right, foot});
-  Put(pane, {column.left, foot + kGap, column.right, column.bottom});
+  ShowAt(label, {column.left, column.top, column.left + kSideLabel, foot});
+  ShowAt(list, {column.left + kSideLabel, column.top, column.right, foot});
+  ShowAt(pane, {column.left, foot + kGap, column.right, column.bottom});
 }
 
 void PlaceReview(const Rect& area) {
@@ -151,9 +146,9 @@ void PlaceReview(const Rect& area) {
   const int below = PlaceKeys(keys, area.right, area.top);
   const bool narrow = (area.right - keys - 3 * kGap) / 4 < kKeyLeast;
   const int foot = below + (narrow ? kSummaryTall : kSummaryShort);
-  Put(kIdReviewHead, {area.left, area.top, area.left + list, area.top + kHeadHeight});
-  Put(kIdReviewPrograms, {area.left, area.top + kHeadHeight + 2, area.left + list, foot});
-  Put(kIdReviewSummary, {keys, below + 2, area.right, foot});
+  ShowAt(kIdReviewHead, {area.left, area.top, area.left + list, area.top + kHeadHeight});
+  ShowAt(kIdReviewPrograms, {area.left, area.top + kHeadHeight + 2, area.left + list, foot});
+  ShowAt(kIdReviewSummary, {keys, below + 2, area.right, foot});
   const int middle = (area.left + area.right) / 2;
   const int top = foot + kGap;
   PlaceSide({area.left, top, middle - kGap / 2, area.bottom}, kIdReviewLeftLabel, kIdReviewLeft,
