@@ -103,30 +103,25 @@ void MakeImport() {
   MakeKey(kIdImportCancel, u"Cancel", u"Close without importing");
 }
 
-void Put(int id, const Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
-}
-
 // Lists on the left, the preview on the right, the keys along the foot.
 void PlaceImport(const Rect& area) {
   const int foot = area.bottom - kKeyHeight;
   const int middle = area.left + (area.right - area.left) * 2 / 5;
   int top = area.top;
-  Put(kIdImportHead, {area.left, top, area.right, top + kHeadHeight});
+  ShowAt(kIdImportHead, {area.left, top, area.right, top + kHeadHeight});
   top += kHeadHeight + kGap;
-  Put(kIdImportPreview, {middle + kGap, top, area.right, foot - kGap});
+  ShowAt(kIdImportPreview, {middle + kGap, top, area.right, foot - kGap});
   const int programs = (foot - top) / 4;
-  Put(kIdImportPrograms, {area.left, top, middle, top + programs});
+  ShowAt(kIdImportPrograms, {area.left, top, middle, top + programs});
   top += programs + kGap;
-  Put(kIdImportBrowse, {area.left, top, middle, top + kKeyHeight});
+  ShowAt(kIdImportBrowse, {area.left, top, middle, top + kKeyHeight});
   top += kKeyHeight + kGap;
-  Put(kIdImportOperations, {area.left, top, middle, foot - kGap});
+  ShowAt(kIdImportOperations, {area.left, top, middle, foot - kGap});
   const int keys[] = {kIdImportAll, kIdImportNone, kIdImportRun, kIdImportCancel};
   const int width = (area.right - area.left - 3 * kGap) / 4;
   int left = area.left;
   for (const int id : keys) {
-    Put(id, {left, foot, left + width, area.bottom});
+    ShowAt(id, {left, foot, left + width, area.bottom});
     left += width + kGap;
   }
 }
@@ -271,10 +266,7 @@ bool OnlyBlanksFollow(std::u16string_view text, std::int32_t index) {
 InsertPlace PlaceForImport(std::u16string_view text, std::int32_t selectedId) {
   int row = selectedId != 0 ? FindFeature(selectedId) : -1;
   const int caret = platform::EditorSelection(kIdEditor).to;
-  const std::int32_t at = TextIndexOf(text, caret);
-  for (int i = 0; row < 0 && i < features.count; ++i) {
-    if (features.rows[i].start <= at && at < features.rows[i].end) row = i;
-  }
+  if (row < 0) row = FeatureAround(TextIndexOf(text, caret));
   if (row < 0) return {caret, false};
   const std::int32_t end = features.rows[row].end;
   return {MapTextOffset(text, end), !OnlyBlanksFollow(text, end)};

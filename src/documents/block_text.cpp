@@ -64,6 +64,10 @@ bool FindIncludeSpan(std::u16string_view text, const FeatureRecord& row, std::in
   return true;
 }
 
+std::u16string DisabledLine(std::int32_t number) {
+  return std::u16string(kDisabledMark) + IntegerText(number) + u")\r\n";
+}
+
 bool LeadsDisabled(std::u16string_view code, std::int32_t& number) {
   if (!StartsAt(code, 0, kDisabledMark)) return false;
   number = ParseInteger(code.substr(kDisabledMark.size()), 0);

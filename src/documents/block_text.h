@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "documents/feature_blocks.h"
@@ -24,6 +25,8 @@ bool DisabledNumber(std::u16string_view text, const FeatureRecord& row, std::int
 // False: the block has no such span.
 bool FindIncludeSpan(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                      std::int32_t& to);
+// The line that stands for stored code, CR LF behind it.
+std::u16string DisabledLine(std::int32_t number);
 // Whether the code begins with a DISABLED line, exact case, and its number.
 bool LeadsDisabled(std::u16string_view code, std::int32_t& number);
 

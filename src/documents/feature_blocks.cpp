@@ -364,6 +364,13 @@ int CountFeatures(std::int32_t id) {
   return count;
 }
 
+int FeatureAround(std::int32_t index) {
+  for (int i = 0; i < features.count; ++i) {
+    if (features.rows[i].start <= index && index < features.rows[i].end) return i;
+  }
+  return -1;
+}
+
 std::int32_t NextTableId() {
   std::int32_t largest = 0;
   for (int i = 0; i < features.count; ++i) largest = std::max(largest, features.rows[i].id);

@@ -40,6 +40,8 @@ bool HoldsDisabled(std::u16string_view text, std::int32_t start, std::int32_t en
 // First row with this id, -1 for none; and how many rows have it.
 int FindFeature(std::int32_t id);
 int CountFeatures(std::int32_t id);
+// First row whose block holds the text index, its start but not its end; -1 for none.
+int FeatureAround(std::int32_t index);
 // One more than the largest id in the table, at least 1; the scan's next free id where the
 // largest is the largest number of all.
 std::int32_t NextTableId();

@@ -179,15 +179,10 @@ void AfterEdit(bool rebuildPath) {
 
 // Where a new block goes, as a text index.
 std::int32_t InsertionIndex(std::u16string_view text, std::int32_t selectedId) {
-  const int selected = selectedId != 0 ? FindFeature(selectedId) : -1;
-  if (selected >= 0) return features.rows[selected].end;
+  int row = selectedId != 0 ? FindFeature(selectedId) : -1;
   const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
-  for (int i = 0; i < features.count; ++i) {
-    if (features.rows[i].start <= caret && caret < features.rows[i].end) {
-      return features.rows[i].end;
-    }
-  }
-  return caret;
+  if (row < 0) row = FeatureAround(caret);
+  return row < 0 ? caret : features.rows[row].end;
 }
 
 }  // namespace
@@ -376,7 +371,7 @@ void ToggleInclude() {
     const std::int32_t entry =
         AddDisabledCode(tab->disabledCode, Span(code.text, code.from, code.to));
     if (entry == 0) return;
-    replacement = u"(MORVA DISABLED " + IntegerText(entry) + u")\r\n";
+    replacement = DisabledLine(entry);
   }
   ReplaceSpan(code.text, code.from, code.to, replacement);
   AfterEdit(true);

@@ -4,8 +4,10 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/marker_lines.h"
 #include "documents/program_tabs.h"
 #include "library/codetext.h"
 #include "platform/editor.h"
@@ -69,20 +71,11 @@ void PutBehindLine(int line, std::u16string_view text) {
 // The first row that starts on the line of `index`, -1 for none.
 int RowOnLine(std::u16string_view text, std::int32_t index) {
   auto from = static_cast<std::size_t>(index);
-  auto to = from;
-  const auto lineEnd = [&](std::size_t at) { return text[at] == u'\r' || text[at] == u'\n'; };
-  while (from > 0 && !lineEnd(from - 1)) --from;
-  while (to < text.size() && !lineEnd(to)) ++to;
+  const std::size_t to = LineEndFrom(text, from);
+  while (from > 0 && !IsLineEnd(text[from - 1])) --from;
   for (int i = 0; i < features.count; ++i) {
     const auto start = static_cast<std::size_t>(features.rows[i].start);
     if (start >= from && start < to) return i;
-  }
-  return -1;
-}
-
-int RowAround(std::int32_t index) {
-  for (int i = 0; i < features.count; ++i) {
-    if (features.rows[i].start <= index && index < features.rows[i].end) return i;
   }
   return -1;
 }
@@ -96,9 +89,8 @@ void PutBeforeRow(std::u16string_view text, int row, const std::u16string& block
     --at;
   }
   const char16_t before = at > 0 ? text[static_cast<std::size_t>(at - 1)] : u'\n';
-  const bool atLineStart = before == u'\n' || before == u'\r';
   const int position = MapTextOffset(text, at);
-  PutText({position, position}, (atLineStart ? u"" : u"\r\n") + block + u"\r\n");
+  PutText({position, position}, (IsLineEnd(before) ? u"" : u"\r\n") + block + u"\r\n");
 }
 
 void PutNewBlock(std::u16string_view text, const std::u16string& block, bool placed) {
@@ -108,7 +100,7 @@ void PutNewBlock(std::u16string_view text, const std::u16string& block, bool pla
     PutBeforeRow(text, onLine, block);
     return;
   }
-  const int around = placed ? -1 : RowAround(caret);
+  const int around = placed ? -1 : FeatureAround(caret);
   if (around < 0) {
     PutBehindLine(CaretLine(), u"\r\n" + block);
     return;
@@ -157,7 +149,7 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
     ProgramTab* tab = ActiveTab();
     const std::int32_t stored = tab ? AddDisabledCode(tab->disabledCode, code) : 0;
     if (stored == 0) return 0;
-    body = u"(MORVA DISABLED " + IntegerText(stored) + u")\r\n";
+    body = DisabledLine(stored);
   }
   OffsetMap map{text};
   platform::EditorRange range;
