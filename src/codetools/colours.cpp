@@ -48,8 +48,6 @@ constexpr Token kTokens[26] = {
     {kCodeZ, true},           // Z
 };
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
 bool OpensNumber(char16_t c) {
   return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || c == u'#' || c == u'[';
 }

@@ -57,7 +57,6 @@ struct CharTable {
 };
 constexpr CharTable kChars;
 
-inline bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 inline bool IsLetter(char16_t c) { return c < 128 && kChars.letter[c]; }
 // What may not stand beside a word.
 inline bool Touches(char16_t c) { return c < 128 && kChars.touches[c]; }

@@ -107,8 +107,8 @@ constexpr std::u16string_view kSequence =
 
 bool IsTokenUnit(char16_t c) {
   const char16_t folded = FoldUpper(c);
-  return (c >= u'0' && c <= u'9') || (folded >= u'A' && folded <= u'Z') || c == u'.' || c == u'-' ||
-         c == u'+' || c == u'#';
+  return IsDigit(c) || (folded >= u'A' && folded <= u'Z') || c == u'.' || c == u'-' || c == u'+' ||
+         c == u'#';
 }
 
 Token TokenAtPosition(int id, int position) {

@@ -18,7 +18,7 @@ constexpr std::size_t kNone = std::u16string_view::npos;
 
 bool IsWordUnit(char16_t c) {
   const char16_t folded = FoldUpper(c);
-  return (folded >= u'A' && folded <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_';
+  return (folded >= u'A' && folded <= u'Z') || IsDigit(c) || c == u'_';
 }
 
 // Whether what stands behind the blanks at a line start makes the line a marker's.

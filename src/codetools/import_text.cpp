@@ -13,8 +13,6 @@ namespace {
 constexpr std::size_t kNone = std::u16string_view::npos;
 constexpr std::size_t kRoomPerBlock = 1024;
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
 // Behind the integer that a marker bears: blanks and tabs, a sign, digits.
 std::size_t PastNumber(std::u16string_view text, std::size_t at) {
   while (at < text.size() && (text[at] == u' ' || text[at] == u'\t')) ++at;

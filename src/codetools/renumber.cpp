@@ -19,17 +19,6 @@ namespace {
 constexpr int kRefreshMs = 50;
 
 bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
-void AddDecimal(std::u16string& out, std::int64_t value) {
-  char16_t reversed[24];
-  int count = 0;
-  do {
-    reversed[count++] = static_cast<char16_t>(u'0' + value % 10);
-    value /= 10;
-  } while (value != 0);
-  while (count > 0) out += reversed[--count];
-}
 
 // The line as it goes out, without its line end; raises the counter where a number is used.
 void AddLine(std::u16string& out, std::u16string_view line, std::int64_t& counter) {
@@ -46,7 +35,7 @@ void AddLine(std::u16string& out, std::u16string_view line, std::int64_t& counte
     while (first < line.size() && IsBlank(line[first])) ++first;
   }
   out += u'N';
-  AddDecimal(out, counter);
+  out += IntegerText(counter);
   out += u' ';
   out += line.substr(first);
   counter += 10;

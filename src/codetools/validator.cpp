@@ -18,8 +18,6 @@ struct Word {
   bool fraction;
 };
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
 // Reads the digits behind the letter at `at`. False: this letter opens no word.
 bool ReadWord(std::u16string_view text, std::size_t at, Word& word) {
   std::size_t i = at + 1;

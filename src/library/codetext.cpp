@@ -8,7 +8,6 @@ namespace morva {
 namespace {
 
 bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 // What FormatFixed prints of a magnitude, without its sign: at most 40 digits, a point and six
 // decimals. Longer than any 64-bit number, so nothing is lost here.

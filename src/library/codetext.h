@@ -34,6 +34,7 @@ void CopyBounded(char16_t* dest, int capacity, std::u16string_view text);
 std::u16string FixedText(double value, int decimals);
 std::u16string IntegerText(std::int64_t value);
 
+inline bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 // Letters A to Z folded, nothing else.
 char16_t FoldUpper(char16_t c);
 bool SameFolded(std::u16string_view a, std::u16string_view b);
