@@ -29,6 +29,8 @@ namespace {
 constexpr Colour kQuietLine = 0x0B2C44;  // edge of a key that cannot be pressed
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
+constexpr char16_t kOnly[] = u"ONLY";  // of the feature that is simulated alone
+constexpr int kOnlyGap = 6;
 constexpr int kModeRowLeast = 200;  // pixels for the longest row in the body font
 constexpr int kNameLeast = 48;      // for a feature name before marks
 
@@ -172,6 +174,7 @@ struct FeatureRowState {
   bool excluded = false;
   bool hidden = false;
   bool locked = false;
+  bool isolated = false;  // the only one that is simulated
 };
 
 // Exclusion is what the last refresh noted: between a change of the text and the next refresh
@@ -184,6 +187,7 @@ FeatureRowState FeatureStateOf(int listRow) {
   if (const ProgramTab* tab = ActiveTab()) {
     row.hidden = IdListHolds(tab->hiddenIds, id);
     row.locked = IdListHolds(tab->lockedIds, id);
+    row.isolated = id != 0 && id == tab->isolatedId;
   }
   return row;
 }
@@ -227,7 +231,14 @@ void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
   Colour text = kMainText;
   if (row.excluded) text = kDimText;
   if (row.played) text = kBrightAccent;
-  const Rect place{area.left + 10, area.top, area.right - 66, area.bottom};
+  Rect place{area.left + 10, area.top, area.right - 66, area.bottom};
+  if (row.isolated) {
+    Rect mark = place;
+    mark.left = mark.right - platform::TextWidth(FontRole::Small, kOnly);
+    PaintText(canvas, mark, kOnly, FontRole::Small, kBrightAccent,
+              platform::kAlignRight | platform::kAlignMiddle);
+    place.right = mark.left - kOnlyGap;
+  }
   const RowWords words = FeatureWords(platform::RowText(kIdFeatureList, state.row),
                                       row.hidden || row.locked, RectWidth(place));
   PaintText(canvas, place, words.text, words.font, text,

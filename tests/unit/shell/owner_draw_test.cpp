@@ -318,6 +318,29 @@ TEST_F(OwnerDraw, CutsTheNameOfAFeatureRatherThanItsMarks) {
   EXPECT_EQ(platform::RowText(kIdFeatureList, 0), whole);
 }
 
+TEST_F(OwnerDraw, MarksTheFeatureThatIsSimulatedAlone) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\nG0\r\n(MORVA END 1)\r\n"
+                          u"(MORVA TEXT 2)\r\nG1\r\n(MORVA END 2)\r\n");
+  RefreshFeatureList();
+  EXPECT_FALSE(Paints(headless::PaintOf(kIdFeatureList), u"ONLY", kBrightAccent));
+  ActiveTab()->isolatedId = 2;
+  const auto texts = CallsNamed(headless::PaintOf(kIdFeatureList), "PaintText");
+  ASSERT_EQ(texts.size(), 3u);
+  // The first row as ever; in the second the mark ends where the words end else, and they end
+  // before it.
+  const platform::Rect row = platform::RowPlace(kIdFeatureList, 1);
+  EXPECT_EQ(texts[0].numbers.at(2), row.right - 66);
+  EXPECT_EQ(texts[1].text, u"ONLY");
+  EXPECT_EQ(texts[1].colours.at(0), kBrightAccent);
+  EXPECT_GE(texts[1].numbers.at(1), row.top);
+  EXPECT_EQ(texts[1].numbers.at(2), row.right - 66);
+  EXPECT_EQ(texts[2].text, platform::RowText(kIdFeatureList, 1));
+  EXPECT_LT(texts[2].numbers.at(2), texts[1].numbers.at(0));
+  ActiveTab()->isolatedId = 0;
+  EXPECT_FALSE(Paints(headless::PaintOf(kIdFeatureList), u"ONLY", kBrightAccent));
+}
+
 TEST_F(OwnerDraw, PaintsTheTopBandWithItsNames) {
   const auto calls = headless::PaintOf(platform::kMainWindow);
   EXPECT_TRUE(Paints(calls, u"MORVA", kMainText));
