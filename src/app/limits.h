@@ -30,7 +30,7 @@ inline constexpr int kMaxChangedUnits = 33554432;  // what DO ALL may write, as 
 inline constexpr int kMaxReceivedBytes = 2097152;      // "TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was reached. ..."
 inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
 inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
-inline constexpr int kMaxDisabledEntries = 10000;      // more in a file makes a damaged .features
+inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code storage is full. No code was changed."; more in a file makes a damaged .features
 inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
 
 inline constexpr int kPathUnits = 520;        // with the terminator; cut

@@ -68,15 +68,20 @@ bool IdsAreUnique(const DisabledCodeEntry* read, const DisabledCodeEntry* presen
 
 }  // namespace
 
-std::int32_t AddDisabledCode(DisabledCodeEntry*& list, std::u16string_view text) {
-  if (text.size() > static_cast<std::size_t>(kMaxDisabledUnits)) return 0;
+std::int32_t NextDisabledNumber(const DisabledCodeEntry* list) {
   std::int32_t largest = 0;
   int count = 0;
   for (const DisabledCodeEntry* e = list; e; e = e->next, ++count)
     largest = std::max(largest, e->id);
   // A file with more entries could not be read again.
   if (count >= kMaxDisabledEntries || largest == std::numeric_limits<std::int32_t>::max()) return 0;
-  DisabledCodeEntry* entry = PutInFront(list, largest + 1);
+  return largest + 1;
+}
+
+std::int32_t AddDisabledCode(DisabledCodeEntry*& list, std::u16string_view text) {
+  const std::int32_t id = NextDisabledNumber(list);
+  if (id == 0 || text.size() > static_cast<std::size_t>(kMaxDisabledUnits)) return 0;
+  DisabledCodeEntry* entry = PutInFront(list, id);
   if (!entry) return 0;
   entry->text = text;
   return entry->id;

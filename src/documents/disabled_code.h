@@ -15,7 +15,11 @@ struct DisabledCodeEntry {
   std::u16string text;  // at most 8,000,000 units
 };
 
-// Adds at the front with the largest id plus 1; that id, or 0 when the text is too long.
+// The id of a further entry, the largest plus 1. 0: the list is full, by its 10,000 entries or by
+// the numbers.
+std::int32_t NextDisabledNumber(const DisabledCodeEntry* list);
+// Adds at the front; the entry's id, or 0 when the list is full, the text has more than 8,000,000
+// units, or there is no memory.
 std::int32_t AddDisabledCode(DisabledCodeEntry*& list, std::u16string_view text);
 const DisabledCodeEntry* FindDisabledCode(const DisabledCodeEntry* list, std::int32_t id);
 void FreeDisabledCode(DisabledCodeEntry*& list);

@@ -83,6 +83,14 @@ bool FindStretch(Stretch& stretch, Find find) {
   return find(stretch);
 }
 
+// Whether the stretch can be taken out of the program.
+bool CanStoreCode(const ProgramTab& tab, const Stretch& code) {
+  if (code.to - code.from > kMaxDisabledUnits) return false;
+  if (NextDisabledNumber(tab.disabledCode) != 0) return true;
+  ShowFeatureHint(u"Disabled code storage is full. No code was changed.");
+  return false;
+}
+
 void ShowSelection(std::u16string_view text, const FeatureRecord& row) {
   OffsetMap map{text};
   platform::EditorRange range;
@@ -357,8 +365,9 @@ void ToggleInclude() {
     if (!FindIncludeSpan(s.text, features.rows[FindFeature(id)], s.from, s.to)) return false;
     std::int32_t number = 0;
     excluded = LeadsDisabled(Span(s.text, s.from, s.to), number);
-    stored = excluded ? FindDisabledCode(tab->disabledCode, number) : nullptr;
-    if (!excluded || stored) return true;
+    if (!excluded) return CanStoreCode(*tab, s);
+    stored = FindDisabledCode(tab->disabledCode, number);
+    if (stored) return true;
     ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
     return false;
   };

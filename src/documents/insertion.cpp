@@ -137,7 +137,7 @@ int RowToUpdate(std::u16string_view text) {
 }
 
 // In place, with the same id and name. An excluded block stays excluded: its new code goes
-// into the tab's list. 0 when that failed.
+// into the tab's list. 0 after the user was told why not.
 std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record,
                          std::u16string_view code) {
   const int row = RowToUpdate(text);
@@ -148,7 +148,13 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   if (HoldsDisabled(text, r.start, r.end)) {
     ProgramTab* tab = ActiveTab();
     const std::int32_t stored = tab ? AddDisabledCode(tab->disabledCode, code) : 0;
-    if (stored == 0) return 0;
+    if (stored == 0) {
+      Refuse(u"Shape update stopped",
+             u"The new code of this excluded shape could not be stored: it is too long, or the "
+             u"storage is full. No code was replaced.",
+             platform::BoxIcon::Warning);
+      return 0;
+    }
     body = DisabledLine(stored);
   }
   OffsetMap map{text};

@@ -489,7 +489,12 @@ TEST_F(InsertBlock, StopsWhenTheExcludedCodeCannotBeKept) {
   Link(kKindSketch, 6);
   EXPECT_FALSE(InsertFeatureBlock(kKindSketch, std::u16string(8000001, u'G')));
   EXPECT_EQ(Text(), old);
-  EXPECT_TRUE(headless::TakeBoxes().empty());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Shape update stopped");
+  EXPECT_EQ(boxes[0].text,
+            u"The new code of this excluded shape could not be stored: it is too long, or the "
+            u"storage is full. No code was replaced.");
   EXPECT_EQ(editLink.id, 6);
 }
 

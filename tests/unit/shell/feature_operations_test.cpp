@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "app/outlets.h"
+#include "codetools/words_view.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
@@ -187,6 +189,22 @@ TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {
   headless::Click(kIdFeatureInclude);
   EXPECT_EQ(Text(), kTwo);
   EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+}
+
+TEST_F(FeatureOps, SaysThatNoFurtherCodeCanBeTakenOut) {
+  Load(kTwo);
+  Select(1);
+  DisabledCodeEntry*& list = ActiveTab()->disabledCode;
+  for (int i = 1; i <= kMaxDisabledEntries; ++i) ASSERT_EQ(AddDisabledCode(list, u""), i);
+  // G0 and G1 would come back from the words as G00 and G01.
+  for (const bool words : {false, true}) {
+    SetWordsView(words);
+    ShowFeatureHint(u"");
+    headless::Click(kIdFeatureInclude);
+    EXPECT_EQ(Text(), kTwo) << words;
+    EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+    EXPECT_EQ(Hint(), u"Disabled code storage is full. No code was changed.");
+  }
 }
 
 TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatIsSavedAndDoesNoHarm) {
