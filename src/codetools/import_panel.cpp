@@ -13,6 +13,7 @@
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/import_text.h"
+#include "codetools/validator.h"
 #include "documents/autosave.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
@@ -250,9 +251,9 @@ StoredCode StoredCodeOfSource(ProgramTab& target) {
   return {index < 0 ? nullptr : tabs[index].disabledCode, &target};
 }
 
-// Where the operations go, as an editor position.
+// Where the operations go.
 struct InsertPlace {
-  int position = 0;
+  std::int32_t index = 0;   // in the text
   bool splitsLine = false;  // more than blanks follows the feature's end on its line
 };
 
@@ -265,20 +266,75 @@ bool OnlyBlanksFollow(std::u16string_view text, std::int32_t index) {
 // The end of the selected feature, else of the caret's, else the caret.
 InsertPlace PlaceForImport(std::u16string_view text, std::int32_t selectedId) {
   int row = selectedId != 0 ? FindFeature(selectedId) : -1;
-  const int caret = platform::EditorSelection(kIdEditor).to;
-  if (row < 0) row = FeatureAround(TextIndexOf(text, caret));
+  const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
+  if (row < 0) row = FeatureAround(caret);
   if (row < 0) return {caret, false};
   const std::int32_t end = features.rows[row].end;
-  return {MapTextOffset(text, end), !OnlyBlanksFollow(text, end)};
+  return {end, !OnlyBlanksFollow(text, end)};
+}
+
+// The program that takes the operations, as it stands now. The feature table is its own.
+struct Target {
+  std::u16string text;
+  InsertPlace place;
+  std::int32_t firstId = 0;
+  std::int32_t freeId = 0;
+};
+
+bool TargetIsActive() {
+  return ActiveTab() && ActiveSerial() == state.targetTab && !source.text.empty();
+}
+
+Target SettledTarget() {
+  const std::int32_t selected = SelectedFeatureId();
+  // The caret is that of the words view while it is on. Its text is not copied back: an import
+  // that is refused leaves the program as it was.
+  const int caret = CaretPosition();
+  if (app.commandWordsActive) platform::SetEditorSelection(kIdEditor, {caret, caret});
+  AutoTagBlocks();
+  Target target;
+  target.text = std::u16string(platform::EditorText(kIdEditor));
+  ScanProgramText(target.text);
+  target.firstId = NextTableId();
+  target.freeId = features.nextId;
+  target.place = PlaceForImport(target.text, selected);
+  return target;
+}
+
+bool HasRoomFor(int operations) {
+  if (features.count + operations <= kMaxFeatures) return true;
+  ShowStatus(u"Import exceeds 128 features; select fewer operations.");
+  return false;
+}
+
+// The units in force where the operations go in, else those of the program further on; 0 where
+// it names none.
+std::int32_t UnitsOfTarget(const Target& target) {
+  const std::u16string_view text = target.text;
+  const std::int32_t before =
+      LastUnitsCode(text.substr(0, static_cast<std::size_t>(target.place.index)));
+  return before != 0 ? before : LastUnitsCode(text);
+}
+
+bool TakesOtherUnits(std::int32_t units) {
+  const bool metric = units == 21;
+  return Confirmed(u"Import operations",
+                   (metric ? u"An operation to import is in inches (G20), but the program is in "
+                             u"millimeters (G21) where it goes in."
+                           : u"An operation to import is in millimeters (G21), but the program is "
+                             u"in inches (G20) where it goes in.") +
+                       std::u16string(u" Nothing is converted, and a units code in an operation "
+                                      u"also holds for the code behind it. Import anyway?"));
 }
 
 // On lines of its own, as one undo step. The words view stands aside meanwhile. Where a block
 // begins on the line that the one before ends on, that line is broken: blocks never nest.
-void InsertOperations(const InsertPlace& place, const std::u16string& text) {
+void InsertOperations(const Target& target, const std::u16string& operations) {
   const bool words = app.commandWordsActive;
   app.commandWordsActive = false;
-  platform::SetEditorSelection(kIdEditor, {place.position, place.position});
-  InsertTextAtCaret(u"\r\n" + text, !place.splitsLine);
+  const int position = MapTextOffset(target.text, target.place.index);
+  platform::SetEditorSelection(kIdEditor, {position, position});
+  InsertTextAtCaret(u"\r\n" + operations, !target.place.splitsLine);
   app.commandWordsActive = words;
   if (words) Call(hooks.wordsFromEditor);
 }
@@ -325,43 +381,36 @@ void OpenImportPanel() {
 bool IsImportOpen() { return state.open; }
 
 void ImportSelected() {
-  ProgramTab* target = ActiveTab();
-  if (!target || ActiveSerial() != state.targetTab || source.text.empty()) return;
-  const std::int32_t selected = SelectedFeatureId();
-  // The caret is that of the words view while it is on. Its text is not copied back: an import
-  // that is refused leaves the program as it was.
-  const int caret = CaretPosition();
-  if (app.commandWordsActive) platform::SetEditorSelection(kIdEditor, {caret, caret});
-  AutoTagBlocks();
-  const std::u16string text(platform::EditorText(kIdEditor));
-  ScanProgramText(text);
-  const std::int32_t firstId = NextTableId();
-  const std::int32_t freeId = features.nextId;
-  const InsertPlace place = PlaceForImport(text, selected);
+  if (!TargetIsActive()) return;
+  Target target = SettledTarget();
   bool chosen[kMaxFeatures] = {};
   int count = 0;
   for (int i = 0; i < source.count; ++i) {
     chosen[i] = platform::IsRowSelected(kIdImportOperations, i);
     count += chosen[i] ? 1 : 0;
   }
-  if (count == 0) return;
-  if (features.count + count > kMaxFeatures) {
-    ShowStatus(u"Import exceeds 128 features; select fewer operations.");
-    return;
+  if (count == 0 || !HasRoomFor(count)) return;
+  const std::int32_t units = UnitsOfTarget(target);
+  const DisabledCodeEntry* theirs = StoredCodeOfSource(*ActiveTab()).from;
+  if (units != 0 && HasOtherUnits(source, chosen, units, theirs)) {
+    if (!TakesOtherUnits(units) || !state.open || !TargetIsActive()) return;
+    // The pause behind the question may have written markers.
+    target = SettledTarget();
+    if (!HasRoomFor(count)) return;
   }
-  StoredCode stored = StoredCodeOfSource(*target);
+  StoredCode stored = StoredCodeOfSource(*ActiveTab());
   std::u16string operations;
   ImportBuild built =
-      BuildImportText(source, chosen, firstId, CopyDisabledEntry, &stored, operations);
+      BuildImportText(source, chosen, target.firstId, CopyDisabledEntry, &stored, operations);
   if (built == ImportBuild::Impossible) {
     // Behind the largest number of all there is none; the scan's own are free as well.
-    built = BuildImportText(source, chosen, freeId, CopyDisabledEntry, &stored, operations);
+    built = BuildImportText(source, chosen, target.freeId, CopyDisabledEntry, &stored, operations);
   }
   if (built == ImportBuild::StoredCodeMissing) {
     ShowStatus(u"Import stopped: disabled-code companion data is missing. No code was inserted.");
   }
   if (built != ImportBuild::Done) return;
-  InsertOperations(place, operations);
+  InsertOperations(target, operations);
   MarkModified();
   RefreshFeatureList();
   Call(hooks.rebuildToolpath);

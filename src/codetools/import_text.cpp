@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "codetools/validator.h"
+#include "documents/block_text.h"
 #include "documents/marker_lines.h"
 #include "library/codetext.h"
 
@@ -102,6 +104,30 @@ void LoadImportSource(std::u16string_view text, ImportSource& source) {
   ScanProgramText(source.text);
   source.count = features.count;
   std::copy_n(features.rows, features.count, source.rows);
+}
+
+bool HasOtherUnits(const ImportSource& source, const bool (&chosen)[kMaxFeatures],
+                   std::int32_t units, const DisabledCodeEntry* stored) {
+  const std::u16string_view text = source.text;
+  std::int32_t current = 0;
+  std::size_t at = 0;
+  for (int i = 0; i < source.count; ++i) {
+    const FeatureRecord& row = source.rows[i];
+    const auto end = static_cast<std::size_t>(row.end);
+    const std::int32_t set = LastUnitsCode(text.substr(at, end - at));
+    if (set != 0) current = set;
+    at = end;
+    if (!chosen[i]) continue;
+    std::int32_t own = 0;
+    std::int32_t number = 0;
+    if (DisabledNumber(text, row, number)) {
+      const DisabledCodeEntry* entry = FindDisabledCode(stored, number);
+      if (entry) own = LastUnitsCode(entry->text);
+    }
+    if (own == 0) own = current;
+    if (own != 0 && own != units) return true;
+  }
+  return false;
 }
 
 ImportBuild BuildImportText(const ImportSource& source, const bool (&chosen)[kMaxFeatures],

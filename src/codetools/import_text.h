@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "app/limits.h"
+#include "documents/disabled_code.h"
 #include "documents/feature_blocks.h"
 
 namespace morva {
@@ -23,6 +24,12 @@ struct ImportSource {
 // Takes a source over as the tagger would leave it in the editor and scans it. The feature
 // table is the source's afterwards.
 void LoadImportSource(std::u16string_view text, ImportSource& source);
+
+// Whether a chosen operation is known to be in other units than `units`, 20 for inches or 21 for
+// millimeters. What counts is the last G20 or G21 in it, in its code in `stored` where it is
+// excluded, else before it; where there is none its units are not known.
+bool HasOtherUnits(const ImportSource& source, const bool (&chosen)[kMaxFeatures],
+                   std::int32_t units, const DisabledCodeEntry* stored);
 
 // Copies the stored code `number` of the source into the target; its new number, 0 where there
 // is none or it cannot be stored.

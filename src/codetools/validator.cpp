@@ -170,6 +170,16 @@ bool FindCodeWord(std::u16string_view text, char16_t letter, std::int32_t value)
   });
 }
 
+std::int32_t LastUnitsCode(std::u16string_view text) {
+  std::int32_t last = 0;
+  WalkWords(text, [&last](const Word& word) {
+    const bool units = word.letter == u'G' && (word.value == 20 || word.value == 21);
+    if (units && !word.fraction) last = word.value;
+    return false;
+  });
+  return last;
+}
+
 std::u16string PreflightReport(std::u16string_view text) {
   Report report;
   Add(report, u"VALIDATION \u2014 classic Haas preflight");

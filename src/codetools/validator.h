@@ -14,6 +14,9 @@ namespace morva {
 // The first NUL ends the text.
 bool FindCodeWord(std::u16string_view text, char16_t letter, std::int32_t value);
 
+// The number of the last G20 or G21 outside comments, as above; 0 where neither stands.
+std::int32_t LastUnitsCode(std::u16string_view text);
+
 // The report for a text, line by line with CR LF, as ValidateProgram appends it.
 std::u16string PreflightReport(std::u16string_view text);
 void ValidateProgram();

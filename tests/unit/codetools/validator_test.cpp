@@ -166,5 +166,13 @@ TEST(Preflight, AgreesWithTheWordFinderOnRandomText) {
   }
 }
 
+TEST(LastUnitsCode, IsTheLastOfTheTwoOutsideComments) {
+  EXPECT_EQ(LastUnitsCode(u"G20 G0 X1\r\ng21 G1"), 21);
+  EXPECT_EQ(LastUnitsCode(u"G21\r\nG 20"), 20);
+  EXPECT_EQ(LastUnitsCode(u"G20 (G21)\r\n; G21\r\nG121 G21.1 X21"), 20);
+  EXPECT_EQ(LastUnitsCode(u"G0 X20 (G20)"), 0);
+  EXPECT_EQ(LastUnitsCode(u""), 0);
+}
+
 }  // namespace
 }  // namespace morva

@@ -54,6 +54,10 @@ class Import : public support::Workbench {
     headless::Advance(200);
     headless::TakeMenus();
   }
+  void Restart() {
+    TearDown();
+    SetUp();
+  }
   static void OpenPanel() {
     headless::QueuePick(kIdImport);
     ASSERT_TRUE(headless::ContextMenu(kIdModeList, 0));
@@ -287,6 +291,111 @@ TEST_F(Import, AMissingSourceTabCountsAsMissingStoredCode) {
   headless::Click(kRun);
   EXPECT_EQ(Status(), kStopped);
   EXPECT_EQ(Text(), kTarget);
+}
+
+// The words of the question, of millimeters into inches or the other way.
+std::u16string UnitsQuestion(bool metricTarget) {
+  const std::u16string inches = u"inches (G20)";
+  const std::u16string metric = u"millimeters (G21)";
+  return u"An operation to import is in " + (metricTarget ? inches : metric) +
+         u", but the program is in " + (metricTarget ? metric : inches) +
+         u" where it goes in. Nothing is converted, and a units code in an operation also holds "
+         u"for the code behind it. Import anyway?";
+}
+
+TEST_F(Import, AsksBeforeItTakesOperationsInOtherUnits) {
+  for (const bool metricTarget : {false, true}) {
+    const std::u16string source = metricTarget ? u"G20" : u"G21";
+    const std::u16string own = metricTarget ? u"G21" : u"G20";
+    // The second operation has no units code of its own and is in those of the first.
+    TwoPrograms(Block(1, u"Head", source) + Block(2, u"Face", u"G1 X1"),
+                Block(4, u"Own", own + u" G0 X1"));
+    const std::u16string before = Text();
+    for (const bool yes : {false, true}) {
+      platform::SelectRow(kIdFeatureList, -1);
+      OpenPanel();
+      headless::Click(kNone);
+      headless::SelectRows(kOperations, {1});
+      headless::TakeBoxes();
+      headless::QueueAnswer(yes ? platform::BoxAnswer::Yes : platform::BoxAnswer::No);
+      headless::Click(kRun);
+      const auto boxes = headless::TakeBoxes();
+      ASSERT_EQ(boxes.size(), 1u);
+      EXPECT_EQ(boxes[0].title, u"Import operations");
+      EXPECT_EQ(boxes[0].text, UnitsQuestion(metricTarget));
+      EXPECT_EQ(Text(), before + (yes ? Block(5, u"Face", u"G1 X1") : u""));
+      EXPECT_NE(IsImportOpen(), yes);
+    }
+    Restart();
+  }
+}
+
+TEST_F(Import, AsksOfTheUnitsOfExcludedCodeToo) {
+  TwoPrograms(Block(1, u"Face", u"G21 G1 X1"), Block(4, u"Own", u"G20 G0 X1"));
+  headless::Click(kIdTabFirst);
+  headless::Advance(200);
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Click(kIdFeatureInclude);
+  ASSERT_EQ(Text(), Block(1, u"Face", u"(MORVA DISABLED 1)"));
+  headless::Click(kIdTabFirst + 1);
+  headless::Advance(200);
+  const std::u16string before = Text();
+  headless::TakeBoxes();
+  OpenPanel();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kRun);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(tabs[1].disabledCode, nullptr);
+}
+
+TEST_F(Import, AsksNothingWhereUnitsAgreeOrAreNotNamed) {
+  const std::u16string inch = Block(1, u"Face", u"G20 X1");
+  // An operation that goes back to the program's units; one with the code in a comment.
+  for (const std::u16string& source :
+       {inch, Block(1, u"Face", u"G1 X1"), Block(1, u"Face", u"G21 X1\r\nG20"),
+        Block(1, u"Face", u"(G21) X1")}) {
+    TwoPrograms(source, Block(4, u"Own", u"G20"));
+    headless::TakeBoxes();
+    OpenPanel();
+    headless::Click(kRun);
+    EXPECT_TRUE(headless::TakeBoxes().empty());
+    EXPECT_EQ(Status(), kDone);
+    Restart();
+  }
+  TwoPrograms(inch, kTarget);
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+// The units in force at the place count, not those that the program ends on.
+TEST_F(Import, TakesTheTargetsUnitsAtThePlace) {
+  TwoPrograms(Block(1, u"Face", u"G21 X1"),
+              Block(4, u"Inch", u"G20 X1") + Block(5, u"Metric", u"G21 X1"));
+  headless::SelectRows(kIdFeatureList, {0});
+  OpenPanel();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kRun);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::Click(kCancel);
+  headless::SelectRows(kIdFeatureList, {1});
+  OpenPanel();
+  headless::Click(kRun);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Status(), kDone);
+}
+
+// A receive may end while the question stands open and bring another program up.
+TEST_F(Import, GoesIntoNoProgramThatCameUpBehindTheQuestion) {
+  TwoPrograms(Block(1, u"Face", u"G21 X1"), Block(4, u"Own", u"G20"));
+  OpenPanel();
+  headless::WhileOpen([] { OpenTab(u"", u"G20\r\n", u"Third.NC"), SwitchTab(2); });
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kRun);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text().find(u"Face"), std::u16string::npos);
+  EXPECT_EQ(tabs[1].text.find(u"Face"), std::u16string::npos);
 }
 
 TEST_F(Import, KeepsTheCommandWordsViewOn) {
