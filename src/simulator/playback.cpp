@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
+#include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -93,11 +94,13 @@ void StepOperation(int step) {
   }
 }
 
-void SelectFeatureRow(std::int32_t id) {
+// The name box follows, or RENAME would give this block the name of the one before.
+void SelectPlayedRow(std::int32_t id) {
   const int rows = platform::RowCount(kIdFeatureList);
   for (int row = 0; row < rows; ++row) {
     if (platform::RowData(kIdFeatureList, row) == id) {
       platform::SelectRow(kIdFeatureList, row);
+      UpdateFeatureCaptions();
       return;
     }
   }
@@ -258,7 +261,7 @@ void HighlightSourceLine(std::int32_t line) {
   const std::int32_t id = row < 0 ? 0 : featureLines.rows[row].id;
   if (id != highlightedFeature) {
     highlightedFeature = id;
-    if (id != 0 && editLink.kind == 0) SelectFeatureRow(id);
+    if (id != 0 && editLink.kind == 0) SelectPlayedRow(id);
     platform::Repaint(kIdFeatureList);
   }
   MarkInEditor(line);

@@ -12,6 +12,7 @@
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
 #include "simulator/motion_path.h"
+#include "simulator/playback.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -269,6 +270,17 @@ TEST_F(FeatureOps, AnInsertedBlockTakesTheNameBoxAlong) {
   EXPECT_EQ(SelectedFeatureId(), 3);
   EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Shape");
   EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+}
+
+TEST_F(FeatureOps, PlaybackTakesTheNameBoxAlong) {
+  Load(kTwo);
+  Select(0);
+  headless::Click(kIdPath);
+  HighlightSourceLine(6);
+  ASSERT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+  EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Second");
+  headless::Click(kIdFeatureRename);
+  EXPECT_EQ(Text(), kTwo);
 }
 
 TEST_F(FeatureOps, ARefreshLeavesTheNameThatIsBeingTyped) {
