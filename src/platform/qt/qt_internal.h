@@ -168,10 +168,10 @@ class PlacedWidget : public Base {
   bool takesKeys_;
 };
 
-// Registers and dresses a new widget: name, font, visibility. False: the widget is deleted.
 // The second click of a double click that went to what came up over a list's row at the first
 // one: told to the list. False: no list was pressed there.
 bool DoubleClickBelow(const QPoint& screen);
+// Registers and dresses a new widget: name, font, visibility. False: the widget is deleted.
 bool Settle(Placed row, const char16_t* accessibleName, const QFont& font, bool hidden);
 // The name that assistive technology reads, from the given name or the caption.
 void RefreshAccessibleName(const Placed& row);
