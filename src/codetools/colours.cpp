@@ -232,18 +232,22 @@ void ColourCodeEditor() {
 
 void ColourWordsView() {
   if (!platform::Exists(kIdWordsEditor)) return;
-  // The program's own length counts, so that it bears colours in both editors or in neither.
-  if (platform::EditorText(kIdEditor).size() > static_cast<std::size_t>(kMaxColouredUnits)) {
-    ClearLines(kIdWordsEditor);
-  } else {
-    ColourLines(
-        kIdWordsEditor, platform::EditorText(kIdWordsEditor), kMaxWordsLine,
-        [](std::u16string_view line) { return ColourWordsLine(line, lineRuns, kMaxLineRuns); });
-  }
+  ColourWordsPane(kIdWordsEditor, platform::EditorText(kIdWordsEditor),
+                  platform::EditorText(kIdEditor).size());
   platform::Repaint(kIdWordsEditor);
 }
 
 void ColourPane(int id, std::u16string_view text) { ColourCode(id, text); }
+
+void ColourWordsPane(int id, std::u16string_view words, std::size_t codeUnits) {
+  if (codeUnits > static_cast<std::size_t>(kMaxColouredUnits)) {
+    ClearLines(id);
+    return;
+  }
+  ColourLines(id, words, kMaxWordsLine, [](std::u16string_view line) {
+    return ColourWordsLine(line, lineRuns, kMaxLineRuns);
+  });
+}
 
 void ResetColours() {
   for (Coloured& row : coloured) row.lines = 0;

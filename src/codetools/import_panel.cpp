@@ -1,6 +1,5 @@
 #include "codetools/import_panel.h"
 
-#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -134,24 +133,12 @@ void HideImport() {
 
 bool ImportShown() { return state.open && app.surface == kSurfaceCode && !app.compareActive; }
 
-void ColourWordsPreview() {
-  static platform::ColourRun runs[kMaxLineRuns];
-  const std::u16string_view text = platform::EditorText(kIdImportPreview);
-  std::size_t at = 0;
-  for (int line = 0; at <= text.size(); ++line) {
-    const std::size_t end = std::min(text.find(u"\r\n", at), text.size());
-    const int count = ColourWordsLine(text.substr(at, end - at), runs, kMaxLineRuns);
-    platform::SetLineRuns(kIdImportPreview, line, runs, count);
-    at = end + 2;
-  }
-}
-
 void ShowPreview() {
   platform::HoldEditorRedraw(kIdImportPreview, true);
   const ConvertedText words = app.commandWordsActive ? CodeToWords(source.text) : ConvertedText();
   if (words.units) {
     platform::SetEditorText(kIdImportPreview, words.View());
-    if (words.length <= static_cast<std::size_t>(kMaxColouredUnits)) ColourWordsPreview();
+    ColourWordsPane(kIdImportPreview, words.View(), source.text.size());
   } else {
     platform::SetEditorText(kIdImportPreview, source.text);
     ColourPane(kIdImportPreview, source.text);

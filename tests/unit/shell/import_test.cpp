@@ -413,6 +413,20 @@ TEST_F(Import, KeepsTheCommandWordsViewOn) {
   EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"M08"));
 }
 
+// 20,000 lines of 5 units give more than 250,000 units of words.
+TEST_F(Import, ThePreviewInWordsBearsColoursWhereTheCodeDoes) {
+  std::u16string code;
+  for (int i = 0; i < 20000; ++i) code += u"G90\r\n";
+  TwoPrograms(Block(1, u"Face", code), kTarget);
+  headless::Click(kIdCommandWords);
+  OpenPanel();
+  ASSERT_GT(platform::EditorText(kPreview).size(), 250000u);
+  platform::ColourRun runs[4];
+  // The third line is the first of the code; a line without a word for its move is all plain.
+  ASSERT_EQ(platform::LineRuns(kPreview, 2, runs, 4), 1);
+  EXPECT_EQ(runs[0].colour, 0xDEC585u);
+}
+
 TEST_F(Import, AnotherOpenProgramCanBeChosen) {
   TwoPrograms(Block(1, u"Face", u"G1 X1"), Block(1, u"Bore", u"G1 X2"));
   headless::Click(kIdTabNew);
