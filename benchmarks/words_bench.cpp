@@ -69,7 +69,7 @@ double SecondsOf(Work work) {
 }
 
 // Conversion and walk take turns, so that both meet the same machine.
-void Run(benchmark::State& state, morva::ConvertedText (*convert)(std::u16string_view),
+void Run(benchmark::State& state, morva::OwnedText (*convert)(std::u16string_view),
          std::u16string_view text) {
   double converted = 0;
   double walked = 0;
@@ -91,7 +91,7 @@ void ToWords(benchmark::State& state, Maker line) {
 }
 
 void ToCode(benchmark::State& state, Maker line) {
-  const morva::ConvertedText words = morva::CodeToWords(Program(line));
+  const morva::OwnedText words = morva::CodeToWords(Program(line));
   Run(state, morva::WordsToCode, words.View());
 }
 

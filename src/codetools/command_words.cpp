@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <new>
 
 #include "library/code_index.h"
 #include "library/codetext.h"
@@ -75,7 +74,7 @@ std::size_t CommentEnd(std::u16string_view text, std::size_t at) {
 
 // The bounded end of a conversion: what does not fit is cut.
 struct Output {
-  ConvertedText& text;
+  OwnedText& text;
   std::size_t capacity;
 
   void Write(std::u16string_view piece) {
@@ -88,12 +87,6 @@ struct Output {
     Write(word);
   }
 };
-
-// 0: there is no memory.
-std::size_t Allocate(ConvertedText& text, std::size_t capacity) {
-  text.units.reset(new (std::nothrow) char16_t[capacity]);
-  return text.units ? capacity : 0;
-}
 
 // The words of all command rows, made once.
 struct CommandWords {
@@ -328,11 +321,10 @@ int CommandWordsIn(std::u16string_view line, bool& inComment, WordSpan* spans, i
   return count;
 }
 
-ConvertedText CodeToWords(std::u16string_view code) {
-  ConvertedText words;
-  const std::size_t capacity =
-      Allocate(words, std::max<std::size_t>(16384, 18 * code.size() + 8192));
-  if (capacity == 0) return words;
+OwnedText CodeToWords(std::u16string_view code) {
+  OwnedText words;
+  const std::size_t capacity = std::max<std::size_t>(16384, 18 * code.size() + 8192);
+  if (!Allocate(words, capacity)) return words;
   Output out{words, capacity};
   std::size_t copied = 0;  // what lies behind it is still to be copied
   for (std::size_t at = 0; at < code.size();) {
@@ -361,15 +353,15 @@ std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t 
   std::u16string piece(front, u'1');
   piece += code;
   piece.append(back, u'#');
-  const ConvertedText words = CodeToWords(piece);
+  const OwnedText words = CodeToWords(piece);
   if (!words.units) return {};
   return std::u16string(words.View().substr(front, words.length - front - back));
 }
 
-ConvertedText WordsToCode(std::u16string_view words) {
-  ConvertedText code;
-  const std::size_t capacity = Allocate(code, std::max<std::size_t>(16384, words.size() + 8192));
-  if (capacity == 0) return code;
+OwnedText WordsToCode(std::u16string_view words) {
+  OwnedText code;
+  const std::size_t capacity = std::max<std::size_t>(16384, words.size() + 8192);
+  if (!Allocate(code, capacity)) return code;
   const WordIndex& index = AllWords();
   Output out{code, capacity};
   std::size_t copied = 0;

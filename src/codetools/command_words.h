@@ -6,9 +6,10 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "codetools/owned_text.h"
 
 namespace morva {
 
@@ -16,24 +17,18 @@ namespace morva {
 // where another row has the same name. Empty for the prefixes N and O and beyond the table.
 std::u16string_view CommandWord(int row);
 
-// A converted text. Without `units` there was no memory for it, and nothing was converted.
-struct ConvertedText {
-  std::unique_ptr<char16_t[]> units;
-  std::size_t length = 0;
-  std::u16string_view View() const { return {units.get(), length}; }
-};
-
 // Comments stay as they are, marker lines among them; a comment goes on over line ends. Each
 // word is kept apart by a blank from a letter, a digit or "#" beside it. The text holds at
-// most 16,384 units or 18 for each one of the code and 8,192 more; the rest would be cut.
-ConvertedText CodeToWords(std::u16string_view code);
+// most 16,384 units or 18 for each one of the code and 8,192 more; the rest would be cut. Without
+// units there was no memory.
+OwnedText CodeToWords(std::u16string_view code);
 // The words of a piece of code that is written between these two units, 0 where there is none.
 // A blank keeps a word from a letter, a digit or "#" there, which would make it no word.
 // Empty when there is no memory.
 std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t behind);
 // The longest word wins. A letter, a digit or "#" beside a word keeps it from being one. The
 // text holds at most 16,384 units or as many as `words` and 8,192 more.
-ConvertedText WordsToCode(std::u16string_view words);
+OwnedText WordsToCode(std::u16string_view words);
 
 // Where a word of the code table stands in a line of converted text.
 struct WordSpan {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 
 #include "library/codetext.h"
 
@@ -387,13 +386,12 @@ std::int32_t ShownRow(std::int32_t index, const CompareOptions& options) {
   return -1;
 }
 
-PaneText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options) {
-  PaneText pane;
+OwnedText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options) {
+  OwnedText pane;
   // Room for the longest number of each row.
   std::size_t capacity = text.size();
   capacity += static_cast<std::size_t>(compareResult.rowCount) * kRowFrameUnits;
-  pane.units.reset(new (std::nothrow) char16_t[capacity]);
-  if (!pane.units) return pane;
+  if (!Allocate(pane, capacity)) return pane;
   char16_t* out = pane.units.get();
   const auto write = [&out](std::u16string_view piece) {
     out = std::copy(piece.begin(), piece.end(), out);

@@ -8,11 +8,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "app/limits.h"
+#include "codetools/owned_text.h"
 
 namespace morva {
 
@@ -71,15 +71,9 @@ struct CompareCounts {
 CompareCounts CountCompareRows();
 // "READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 0" and the flags.
 std::u16string CompareSummary();
-// What a pane shows. Without `units` there was no memory for it.
-struct PaneText {
-  std::unique_ptr<char16_t[]> units;
-  std::size_t length = 0;
-  std::u16string_view View() const { return {units.get(), length}; }
-};
 // One line for each shown row: number, marker, text, CR LF; an empty line where the row has
-// none on this side. `text` is that side's.
-PaneText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options);
+// none on this side. `text` is that side's. Without units there was no memory.
+OwnedText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options);
 // Whether a row is shown, and the row behind the n-th shown one, -1 past the last.
 bool IsRowShown(const CompareRow& row, const CompareOptions& options);
 std::int32_t ShownRow(std::int32_t index, const CompareOptions& options);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <new>
 #include <utility>
 
 #include "library/codetext.h"
@@ -101,7 +100,7 @@ constexpr int kMostPlaces = 8;
 
 // What a change leaves, piece by piece in a block of a given size, with the followed places.
 struct Writing {
-  ChangedText changed;
+  OwnedText changed;
   FollowedPlaces places;
   int order[kMostPlaces] = {};  // by place, so that a piece looks at the next one only
   int next = 0;
@@ -114,8 +113,7 @@ bool BeginWriting(Writing& out, std::size_t capacity, FollowedPlaces places) {
   for (int i = 0; i < out.places.count; ++i) out.order[i] = i;
   std::sort(out.order, out.order + out.places.count,
             [&places](int a, int b) { return places.at[a] < places.at[b]; });
-  out.changed.units.reset(new (std::nothrow) char16_t[capacity]);
-  return out.changed.units != nullptr;
+  return Allocate(out.changed, capacity);
 }
 
 // `piece` stands for the `taken` units of the old text at `from`.
@@ -227,8 +225,8 @@ std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find
   return count;
 }
 
-ChangedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
-                               std::u16string_view replaceWith, FollowedPlaces places) {
+OwnedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                             std::u16string_view replaceWith, FollowedPlaces places) {
   const auto count = static_cast<std::size_t>(CountOccurrences(text, find));
   const std::size_t size = text.size() - count * find.size() + count * replaceWith.size();
   if (size > kMaxChangedUnits) return {};

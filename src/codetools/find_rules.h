@@ -6,11 +6,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "app/limits.h"
+#include "codetools/owned_text.h"
 
 namespace morva {
 
@@ -41,13 +41,6 @@ bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view
 std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
                       bool matchCase, bool wholeToken);
 
-// A text written by a change; without `units` there was no memory for it.
-struct ChangedText {
-  std::unique_ptr<char16_t[]> units;
-  std::size_t length = 0;
-  std::u16string_view View() const { return {units.get(), length}; }
-};
-
 // Places in the text before a change, 0 to its length. The change sets each to where the same
 // place lies behind it: a place inside what was replaced stays as far into the replacement as
 // that goes.
@@ -57,7 +50,7 @@ struct FollowedPlaces {
 };
 
 struct RuleRun {
-  ChangedText text;
+  OwnedText text;
   std::int32_t matches = 0;
   // The output would reach 2,000,000 units, or there is no memory for it; nothing else counts.
   bool overLimit = false;
@@ -70,7 +63,7 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
 // Every occurrence, any case, no bounds, no protection, from left to right.
 std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find);
 // Without units also where the text would pass kMaxChangedUnits.
-ChangedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
-                               std::u16string_view replaceWith, FollowedPlaces places = {});
+OwnedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
+                             std::u16string_view replaceWith, FollowedPlaces places = {});
 
 }  // namespace morva

@@ -288,7 +288,7 @@ void DoAll() {
   const std::u16string_view text = platform::EditorText(kIdEditor);
   const int changed = CountOccurrences(text, find);
   Standing standing = NoteStanding(text);
-  const ChangedText all = ReplaceOccurrences(text, find, replaceWith, standing.Followed());
+  const OwnedText all = ReplaceOccurrences(text, find, replaceWith, standing.Followed());
   if (!all.units) return TellOverLimit();
   UncoverCode();
   ReplaceProgram(all.View(), standing);

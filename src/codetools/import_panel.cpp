@@ -135,7 +135,7 @@ bool ImportShown() { return state.open && app.surface == kSurfaceCode && !app.co
 
 void ShowPreview() {
   platform::HoldEditorRedraw(kIdImportPreview, true);
-  const ConvertedText words = app.commandWordsActive ? CodeToWords(source.text) : ConvertedText();
+  const OwnedText words = app.commandWordsActive ? CodeToWords(source.text) : OwnedText();
   if (words.units) {
     platform::SetEditorText(kIdImportPreview, words.View());
     ColourWordsPane(kIdImportPreview, words.View(), source.text.size());

@@ -117,7 +117,7 @@ void ReturnToPlace(const ViewPlace& place, int line) {
 
 // The code from the view. True: the code changed.
 bool PullCode() {
-  const ConvertedText code = WordsToCode(platform::EditorText(kIdWordsEditor));
+  const OwnedText code = WordsToCode(platform::EditorText(kIdWordsEditor));
   if (!code.units) return false;
   const bool suppressed = app.suppressChange;
   const bool inserting = app.insertingText;
@@ -159,7 +159,7 @@ void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
 void SyncWordsFromCode() {
   if (app.insertingText || !platform::Exists(kIdWordsEditor)) return;
   const int line = CaretLineOf(kIdEditor);
-  const ConvertedText words = CodeToWords(platform::EditorText(kIdEditor));
+  const OwnedText words = CodeToWords(platform::EditorText(kIdEditor));
   if (!words.units) return;
   const ViewPlace place = PlaceInView();
   // While the same program is shown the view keeps its history, so that what was done to the

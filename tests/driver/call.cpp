@@ -77,7 +77,7 @@ std::string CallNormaliseOutputText(const Words& words) {
   return GoodValue(FromBytes(morva::NormaliseOutputText(words[1].text, wrap)));
 }
 
-std::string GoodConversion(const morva::ConvertedText& text) {
+std::string GoodConversion(const morva::OwnedText& text) {
   if (!text.units) return Bad(u"there is no memory for the text");
   return GoodValue(text.View());
 }

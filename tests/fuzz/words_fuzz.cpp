@@ -49,11 +49,11 @@ bool HoldsCodeOnly(std::u16string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::u16string text = TextWithDashes(data, size);
-  const morva::ConvertedText words = morva::CodeToWords(text);
+  const morva::OwnedText words = morva::CodeToWords(text);
   fuzz::Check(words.View() == reference::CodeToWords(text), "the words are those of the rules");
-  const morva::ConvertedText code = morva::WordsToCode(text);
+  const morva::OwnedText code = morva::WordsToCode(text);
   fuzz::Check(code.View() == reference::WordsToCode(text), "the code is that of the rules");
-  const morva::ConvertedText back = morva::WordsToCode(words.View());
+  const morva::OwnedText back = morva::WordsToCode(words.View());
   fuzz::Check(back.View() == reference::WordsToCode(words.View()), "and so it is back from words");
   if (HoldsCodeOnly(text))
     fuzz::Check(reference::NothingLost(text, back.View()), "nothing is lost there and back");

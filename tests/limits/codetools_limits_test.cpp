@@ -106,7 +106,7 @@ TEST(CodeToolLimits, WhatDoAllMayWrite) {
   for (const bool one : {true, false, true}) {
     // The further units take it to the limit, or to one more.
     const std::u16string rest(131072 + (one ? 0 : 1), u'.');
-    const ChangedText changed = ReplaceOccurrences(text + rest, u"A", each);
+    const OwnedText changed = ReplaceOccurrences(text + rest, u"A", each);
     EXPECT_EQ(changed.units != nullptr, one);
     EXPECT_EQ(changed.length, one ? 33554432u : 0u);
   }

@@ -260,7 +260,7 @@ TEST(CommandWords, TheBoundsCutNothingInTheWorstOfPrograms) {
     std::u16string code;
     for (int i = 0; i < 20000; ++i) code += piece;
     code += u" END";
-    const ConvertedText words = CodeToWords(code);
+    const OwnedText words = CodeToWords(code);
     EXPECT_LE(words.length, 18 * code.size() + 8192);
     EXPECT_EQ(words.View().substr(words.length - 14), u"End macro loop");
     EXPECT_TRUE(reference::NothingLost(code, WordsToCode(words.View()).View()));

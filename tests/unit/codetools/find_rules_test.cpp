@@ -116,7 +116,7 @@ TEST(Rules, TakeFollowedPlacesAlong) {
 
 TEST(DoAll, TakesFollowedPlacesAlong) {
   std::size_t at[3] = {6, 2, 4};
-  const ChangedText changed = ReplaceOccurrences(u"XaXXbX", u"x", u"yyy", {at, 3});
+  const OwnedText changed = ReplaceOccurrences(u"XaXXbX", u"x", u"yyy", {at, 3});
   EXPECT_EQ(changed.View(), u"yyyayyyyyybyyy");
   EXPECT_EQ(at[0], 14u);
   EXPECT_EQ(at[1], 4u);
