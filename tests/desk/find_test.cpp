@@ -18,11 +18,11 @@
 
 namespace {
 
-constexpr int kAddRule = kIdRuleAdd;
-constexpr int kRemoveRule = kIdRuleRemove;
-constexpr int kPreview = kIdRulePreview;
-constexpr int kApply = kIdRuleApply;
-constexpr int kUndo = kIdRuleUndo;
+constexpr int kAddRule = morva::kIdRuleAdd;
+constexpr int kRemoveRule = morva::kIdRuleRemove;
+constexpr int kPreview = morva::kIdRulePreview;
+constexpr int kApply = morva::kIdRuleApply;
+constexpr int kUndo = morva::kIdRuleUndo;
 
 class Find : public AtDesk {
  protected:
