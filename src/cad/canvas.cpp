@@ -40,11 +40,6 @@ constexpr double kFarPixel = 1e8;       // what lies farther out stays there, as
 
 OutlineOf outlines[kMaxItems];
 
-bool SameObject(const SketchObject& a, const SketchObject& b) {
-  return a.type == b.type && a.x == b.x && a.y == b.y && a.size == b.size && a.size2 == b.size2 &&
-         a.angle == b.angle;
-}
-
 double BaseScale(int width) {
   return (width - kMargin) / BySketchUnit(kRestWidthInch, kRestWidthMm);
 }
@@ -92,27 +87,14 @@ bool Near(const OutlineOf& outline, double x, double y, double reach) {
          y <= outline.maxY + reach;
 }
 
-bool VisibleBounds(double& minX, double& minY, double& maxX, double& maxY) {
-  bool any = false;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    if (sketch.hidden[i]) continue;
-    const OutlineOf& outline = OutlineAt(i);
-    if (outline.count < 1) continue;
-    minX = any ? std::min(minX, outline.minX) : outline.minX;
-    minY = any ? std::min(minY, outline.minY) : outline.minY;
-    maxX = any ? std::max(maxX, outline.maxX) : outline.maxX;
-    maxY = any ? std::max(maxY, outline.maxY) : outline.maxY;
-    any = true;
-  }
-  return any;
-}
+bool IsVisible(int index) { return !sketch.hidden[index]; }
 
 }  // namespace
 
 const OutlineOf& OutlineAt(int index) {
   OutlineOf& kept = outlines[index];
   const SketchObject& object = sketch.objects[index];
-  if (kept.count >= 0 && SameObject(kept.object, object)) return kept;
+  if (kept.count >= 0 && SameGeometry(kept.object, object)) return kept;
   kept.object = object;
   kept.count = ObjectOutline(object, kept.xs, kept.ys);
   if (kept.count > 0) {
@@ -122,6 +104,21 @@ const OutlineOf& OutlineAt(int index) {
     kept.maxY = *std::max_element(kept.ys, kept.ys + kept.count);
   }
   return kept;
+}
+
+bool BoundsOf(bool (*taken)(int index), Bounds& bounds) {
+  bool any = false;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    if (!taken(i)) continue;
+    const OutlineOf& outline = OutlineAt(i);
+    if (outline.count < 1) continue;
+    bounds.minX = any ? std::min(bounds.minX, outline.minX) : outline.minX;
+    bounds.minY = any ? std::min(bounds.minY, outline.minY) : outline.minY;
+    bounds.maxX = any ? std::max(bounds.maxX, outline.maxX) : outline.maxX;
+    bounds.maxY = any ? std::max(bounds.maxY, outline.maxY) : outline.maxY;
+    any = true;
+  }
+  return any;
 }
 
 platform::Rect CanvasClient() { return platform::ClientArea(kViewCadCanvas); }
@@ -204,20 +201,21 @@ void CanvasFit() {
     return;
   }
   CanvasReset();
-  double minX = 0, minY = 0, maxX = 0, maxY = 0;
-  if (!VisibleBounds(minX, minY, maxX, maxY)) return;
+  Bounds shown;
+  if (!BoundsOf(IsVisible, shown)) return;
   const platform::Rect client = CanvasClient();
   const int width = platform::RectWidth(client);
   const double base = BaseScale(width);
   if (base <= 0) return;  // a client too narrow to show anything
   const double least = BySketchUnit(kFitSpanInch, kFitSpanMm);
-  const double across = std::max(1.0, width - kFitMarginX) / std::max(maxX - minX, least);
-  const double down =
-      std::max(1.0, platform::RectHeight(client) - kFitMarginY) / std::max(maxY - minY, least);
+  const double across =
+      std::max(1.0, width - kFitMarginX) / std::max(shown.maxX - shown.minX, least);
+  const double down = std::max(1.0, platform::RectHeight(client) - kFitMarginY) /
+                      std::max(shown.maxY - shown.minY, least);
   canvasView.zoom = std::clamp(std::min(across, down) / base, kLeastZoom, kMostZoom);
   const double scale = CanvasScale(width);
-  canvasView.panX = -(minX + maxX) / 2 * scale;
-  canvasView.panY = (minY + maxY) / 2 * scale;
+  canvasView.panX = -(shown.minX + shown.maxX) / 2 * scale;
+  canvasView.panY = (shown.minY + shown.maxY) / 2 * scale;
 }
 
 void ZoomAt(int px, int py, int notches) {

@@ -111,28 +111,9 @@ bool TakeThickness() {
   return true;
 }
 
-struct Bounds {
-  double minX = 0, minY = 0, maxX = 0, maxY = 0;
-};
-
 bool IsDrawn(int index) {
   const std::int32_t type = sketch.objects[index].type;
   return !sketch.hidden[index] && type >= kTypeLine && type <= kTypeSlot;
-}
-
-Bounds ModelBounds() {
-  Bounds b;
-  bool any = false;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    if (!IsDrawn(i)) continue;
-    const OutlineOf& o = OutlineAt(i);
-    b.minX = any ? std::min(b.minX, o.minX) : o.minX;
-    b.maxX = any ? std::max(b.maxX, o.maxX) : o.maxX;
-    b.minY = any ? std::min(b.minY, o.minY) : o.minY;
-    b.maxY = any ? std::max(b.maxY, o.maxY) : o.maxY;
-    any = true;
-  }
-  return b;
 }
 
 struct ModelProjection {
@@ -143,7 +124,8 @@ struct ModelProjection {
 };
 
 ModelProjection ProjectionOf(const Rect& client) {
-  const Bounds b = ModelBounds();
+  Bounds b;
+  BoundsOf(IsDrawn, b);
   const double thickness = ShownThickness();
   double size = std::max({b.maxX - b.minX, b.maxY - b.minY, thickness});
   if (size < kLeastSize) size = 1;
@@ -164,11 +146,6 @@ PointF Place(const ModelProjection& p, double x, double y, double z) {
   const double dz = (z - p.z0) * p.scale;
   return {p.middle.x + dx * p.axes.x[0] + dy * p.axes.x[1] + dz * p.axes.x[2],
           p.middle.y + dx * p.axes.y[0] + dy * p.axes.y[1] + dz * p.axes.y[2]};
-}
-
-Segment SegmentOf(PointF from, PointF to) {
-  return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
-          static_cast<float>(to.y)};
 }
 
 int AddOutline(const ModelProjection& p, const OutlineOf& outline, double z, Segment* to) {

@@ -28,6 +28,7 @@ using platform::Pen;
 using platform::PointF;
 using platform::Rect;
 using platform::Segment;
+using platform::SegmentOf;
 
 constexpr Colour kGridColour = 0x0E2536;
 constexpr Colour kAxisX = 0xC4574D;
@@ -83,11 +84,6 @@ Pen Smooth(Colour colour, int width) {
 }
 
 PointF Real(platform::Point p) { return {static_cast<double>(p.x), static_cast<double>(p.y)}; }
-
-Segment SegmentOf(PointF from, PointF to) {
-  return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
-          static_cast<float>(to.y)};
-}
 
 bool IsCurve(const SketchObject& object) {
   return object.type == kTypeCircle || object.type == kTypeSlot;

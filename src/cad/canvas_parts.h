@@ -20,6 +20,13 @@ struct OutlineOf {
 // Of object `index` of the live sketch, which must exist.
 const OutlineOf& OutlineAt(int index);
 
+struct Bounds {
+  double minX = 0, minY = 0, maxX = 0, maxY = 0;  // drawing units
+};
+// Around the outlines of the objects that `taken` takes; false, with nothing changed, where
+// there is none.
+bool BoundsOf(bool (*taken)(int index), Bounds& bounds);
+
 platform::Rect CanvasClient();
 
 // The transform for one client area, taken once for many points.

@@ -33,10 +33,8 @@ constexpr int kKeyRise = 2;                     // the key stands clear of the s
 
 platform::Point openedAt;  // canvas pixel of the cursor
 
-bool HasTwoSizes() {
-  const std::int32_t type = tools.previewObject.type;
-  return tools.constructionMethod == kIdMethodPolygon || type == kTypeRectangle ||
-         type == kTypeSlot;
+bool TakesTwoSizes() {
+  return tools.constructionMethod == kIdMethodPolygon || HasTwoSizes(tools.previewObject);
 }
 
 platform::Rect Box(int x, int y, int width, int height) {
@@ -61,11 +59,9 @@ void FocusBox(int id) {
   platform::SelectAllText(id);
 }
 
-bool ReadBox(int id, double& value) { return ReadStrictNumber(platform::TextOf(id), value); }
-
 bool CommitPolygon(double radius) {
   double sides = 0;
-  if (!ReadBox(kIdCadSizeBox2, sides)) return false;
+  if (!ReadStrictField(kIdCadSizeBox2, sides)) return false;
   if (!(sides >= kLeastSides && sides <= kMostSides) || sides != static_cast<int>(sides)) {
     return false;
   }
@@ -77,10 +73,10 @@ bool Commit() {
   const int method = tools.constructionMethod;
   if (method == 0 || !tools.previewValid || IsTangentMethod(method)) return false;
   double size = 0;
-  if (!ReadBox(kIdCadSizeBox1, size) || !(size > 0)) return false;
+  if (!ReadStrictField(kIdCadSizeBox1, size) || !(size > 0)) return false;
   if (method == kIdMethodPolygon) return CommitPolygon(size);
   double size2 = 0;
-  if (HasTwoSizes() && !ReadBox(kIdCadSizeBox2, size2)) return false;
+  if (TakesTwoSizes() && !ReadStrictField(kIdCadSizeBox2, size2)) return false;
   SketchObject object = tools.previewObject;
   return ObjectFromTypedSizes(method, size, size2, tools.pointsX[0], tools.pointsY[0], object) &&
          AppendDrawn(object, u"Created geometry by construction points");
@@ -100,7 +96,7 @@ void FillSizeBoxes() {
   if (tools.constructionMethod == kIdMethodPolygon) {
     platform::SetText(kIdCadSizeBox2, IntegerText(static_cast<std::int32_t>(shown.size2)));
   } else {
-    platform::SetText(kIdCadSizeBox2, HasTwoSizes() ? SketchNumber(shown.size2, 4) : u"");
+    platform::SetText(kIdCadSizeBox2, TakesTwoSizes() ? SketchNumber(shown.size2, 4) : u"");
   }
 }
 
@@ -132,7 +128,7 @@ void PlaceSizeBoxes() {
   }
   x -= origin.x;
   y -= origin.y;
-  const bool two = HasTwoSizes();
+  const bool two = TakesTwoSizes();
   Put(kIdCadSizeCaption, Box(x, y - kHeadHeight, kBoxWidth, kHeadHeight));
   Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight - kKeyRise, kKeyWidth, kHeadHeight));
   Put(kIdCadSizeBox1, Box(x, y, kBoxWidth, kBoxHeight));

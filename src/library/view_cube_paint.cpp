@@ -111,10 +111,7 @@ void PaintName(const Drawing& d, const CubeFace& face) {
       const double across = (left + (at[0] - '0')) * unit;
       const double up = ((at[1] - '0') - 3) * std::max(unit, 0.062);
       const PointF to = OnFace(d, face, across, up);
-      if (!first) {
-        strokes[count++] = {static_cast<float>(from.x), static_cast<float>(from.y),
-                            static_cast<float>(to.x), static_cast<float>(to.y)};
-      }
+      if (!first) strokes[count++] = SegmentOf(from, to);
       first = false;
       from = to;
       at += 2;
@@ -169,10 +166,8 @@ void PaintRing(const Drawing& d, double radius, double turned, bool lit) {
   Segment ticks[kTicks];
   for (int i = 0; i < kTicks; ++i) {
     const double at = turned + 360.0 * i / kTicks;
-    const PointF from = OnRing(d.middle, radius - kTickReach, at);
-    const PointF to = OnRing(d.middle, radius + kTickReach, at);
-    ticks[i] = {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
-                static_cast<float>(to.y)};
+    ticks[i] = SegmentOf(OnRing(d.middle, radius - kTickReach, at),
+                         OnRing(d.middle, radius + kTickReach, at));
   }
   PaintSegments(d.canvas, ticks, kTicks, Line(colour, 1));
 }

@@ -26,6 +26,10 @@ struct Segment {
   float x1 = 0;
   float y1 = 0;
 };
+inline Segment SegmentOf(PointF from, PointF to) {
+  return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
+          static_cast<float>(to.y)};
+}
 
 enum TextAlign : unsigned {
   kAlignLeft = 0,

@@ -63,11 +63,6 @@ Pen PenOf(Colour colour, int width) {
   return pen;
 }
 
-Segment SegmentOf(PointF from, PointF to) {
-  return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
-          static_cast<float>(to.y)};
-}
-
 // The nearest whole pixel; places far outside stay far outside, and so does what is no number.
 int Pixel(double coordinate) {
   constexpr double kFar = 1e6;
