@@ -4,6 +4,7 @@
 
 #include "app/command_ids.h"
 #include "app/palette.h"
+#include "app/panels.h"
 #include "app/wells.h"
 #include "cad/construct.h"
 #include "cad/draw_parts.h"
@@ -49,8 +50,7 @@ platform::Point ParentOrigin(int id) {
 }
 
 void Put(int id, const platform::Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
+  ShowAt(id, place);
   platform::BringToTop(id);
 }
 

@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/palette.h"
+#include "app/panels.h"
 #include "app/wells.h"
 #include "cad/tool_state.h"
 #include "platform/canvas.h"
@@ -314,11 +315,6 @@ void MakeKeys(const Row& row) {
   }
 }
 
-void Put(int id, const Rect& place) {
-  platform::SetPlace(id, place);
-  platform::SetVisible(id, true);
-}
-
 void HideRow(int index) {
   const Row& row = kRows[index];
   if (row.kind != RowKind::Keys) platform::SetVisible(LabelOf(index), false);
@@ -334,7 +330,7 @@ int PutKeys(const Row& row, int left, int right, int y) {
   const int width = (right - left - (count - 1) * kRowGap) / count;
   for (int i = 0; i < count; ++i) {
     const int x = left + i * (width + kRowGap);
-    Put(row.keys[i].id, Rect{x, y, i + 1 == count ? right : x + width, y + kRowHeight});
+    ShowAt(row.keys[i].id, Rect{x, y, i + 1 == count ? right : x + width, y + kRowHeight});
   }
   return y + kRowHeight + kRowGap;
 }
@@ -364,27 +360,27 @@ int PutRow(int index, int y) {
     case RowKind::Head:
       headTops[index] = y;
       y += kHeadAbove;
-      Put(LabelOf(index), Rect{left, y, right, y + kHeadHeight});
+      ShowAt(LabelOf(index), Rect{left, y, right, y + kHeadHeight});
       return y + kHeadHeight + 2;
     case RowKind::Note: {
       const int lines = LinesOf(row.label, right - left);
       const int height = lines * platform::TextHeight(FontRole::Small) + 2;
-      Put(LabelOf(index), Rect{left, y, right, y + height});
+      ShowAt(LabelOf(index), Rect{left, y, right, y + height});
       return y + height + kRowGap;
     }
     case RowKind::Keys:
       return PutKeys(row, left, right, y);
     case RowKind::Combo:
       platform::SetVisible(LabelOf(index), false);
-      Put(row.id, Rect{left, y, right, y + kRowHeight});
+      ShowAt(row.id, Rect{left, y, right, y + kRowHeight});
       return y + kRowHeight + kRowGap;
     case RowKind::Field:
       break;
   }
   const bool wide = !row.label[0];
   const int split = wide ? left : right - (right - left) * kFieldShare / 100;
-  if (!wide) Put(LabelOf(index), Rect{left, y, split - kRowGap, y + kRowHeight});
-  Put(row.id, Rect{split, y, right, y + kRowHeight});
+  if (!wide) ShowAt(LabelOf(index), Rect{left, y, split - kRowGap, y + kRowHeight});
+  ShowAt(row.id, Rect{split, y, right, y + kRowHeight});
   return y + kRowHeight + kRowGap;
 }
 

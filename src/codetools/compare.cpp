@@ -378,14 +378,6 @@ bool IsRowShown(const CompareRow& row, const CompareOptions& options) {
   return !options.changesOnly || row.type != kRowSame;
 }
 
-std::int32_t ShownRow(std::int32_t index, const CompareOptions& options) {
-  if (index < 0) return -1;
-  for (std::int32_t i = 0; i < compareResult.rowCount; ++i) {
-    if (IsRowShown(compareResult.rows[i], options) && index-- == 0) return i;
-  }
-  return -1;
-}
-
 OwnedText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options) {
   OwnedText pane;
   // Room for the longest number of each row.

@@ -74,8 +74,6 @@ std::u16string CompareSummary();
 // One line for each shown row: number, marker, text, CR LF; an empty line where the row has
 // none on this side. `text` is that side's. Without units there was no memory.
 OwnedText ComparePaneText(std::u16string_view text, bool leftSide, const CompareOptions& options);
-// Whether a row is shown, and the row behind the n-th shown one, -1 past the last.
 bool IsRowShown(const CompareRow& row, const CompareOptions& options);
-std::int32_t ShownRow(std::int32_t index, const CompareOptions& options);
 
 }  // namespace morva

@@ -210,8 +210,6 @@ void MakePopup() {
 
 }  // namespace
 
-bool IsCompletionShown() { return popup.shown; }
-
 void HideCompletion() {
   if (!popup.shown) return;
   const bool justInserted = popup.justInserted;

@@ -9,7 +9,6 @@ void CompletionUpdate(bool manual);
 // Writes the selected row into the text as one undoable edit.
 void CompletionAccept();
 void HideCompletion();
-bool IsCompletionShown();
 // The deferred text refresh is over: an open list keeps to its text and lies on top.
 void CompletionAfterRefresh();
 // The editor scrolled: the list goes with its line, and closes when that leaves the view.
