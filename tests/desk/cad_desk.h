@@ -24,10 +24,7 @@ class CadDesk : public AtDesk {
     const platform::Point p = morva::ToCanvas(x, y);
     return QPoint(p.x, p.y);
   }
-  static void Move(double x, double y) {
-    QTest::mouseMove(Canvas(), At(x, y));
-    QTest::qWait(5);
-  }
+  static void Move(double x, double y) { desk::MovePointer(Canvas(), At(x, y)); }
   static void ClickAt(double x, double y, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     Move(x, y);
     QTest::mouseClick(Canvas(), Qt::LeftButton, keys, At(x, y));

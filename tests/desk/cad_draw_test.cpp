@@ -25,8 +25,7 @@ using morva::tools;
 class CadDraw : public CadDesk {
  protected:
   static void ClickPixel(QPoint at, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    QTest::mouseMove(Canvas(), at);
-    QTest::qWait(5);
+    desk::MovePointer(Canvas(), at);
     QTest::mouseClick(Canvas(), Qt::LeftButton, keys, at);
   }
   static const morva::SketchObject& Last() { return sketch.objects[sketch.objectCount - 1]; }
@@ -60,8 +59,7 @@ TEST_F(CadDraw, MethodsAreChosenByRestAndByDownAndDrawByClicks) {
   EXPECT_EQ(QApplication::focusWidget(), Canvas());
   ClickAt(1, 0);
   ClickAt(0, 1);
-  QTest::mouseMove(Canvas(), At(-0.6, 0.4));
-  QTest::qWait(5);
+  Move(-0.6, 0.4);
   EXPECT_TRUE(Status().startsWith(QStringLiteral("CAD cursor")));
   EXPECT_EQ(Hint(), QStringLiteral("Pick the third point to set the circle, height or width."));
   Show("draw_1_three_points.png");
@@ -104,8 +102,7 @@ TEST_F(CadDraw, MethodsAreChosenByRestAndByDownAndDrawByClicks) {
   desk::Key(morva::kIdCadPolygonSides, Qt::Key_A, Qt::ControlModifier);
   Type("4");
   ClickAt(-3, -1.5);
-  QTest::mouseMove(Canvas(), At(-3, -0.7));
-  QTest::qWait(5);
+  Move(-3, -0.7);
   Show("draw_2_polygon.png");
   ClickAt(-3, -0.5);
   ASSERT_EQ(sketch.objectCount, 8);
@@ -145,8 +142,7 @@ TEST_F(CadDraw, AToolKeyThatIsHeldDownOpensNoMethods) {
 TEST_F(CadDraw, SizesAreTypedByTheKeyboardAloneAndLabelsEditThem) {
   desk::Click(morva::kIdCadRectangle);
   ClickAt(-2, -1);
-  QTest::mouseMove(Canvas(), At(0, 1));
-  QTest::qWait(5);
+  Move(0, 1);
   Key(Qt::Key_Tab);
   ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdCadSizeBox1));
   Type("2.5");

@@ -167,8 +167,7 @@ TEST_F(CadLook, KeepsNumberBoxesOnTheCanvasInEveryCorner) {
         ClickAt(0, 0);
         const QPoint at((corner & 1) != 0 ? Canvas()->width() - 12 : 12,
                         (corner & 2) != 0 ? Canvas()->height() - 12 : 12);
-        QTest::mouseMove(Canvas(), at);
-        QTest::qWait(5);
+        desk::MovePointer(Canvas(), at);
         desk::Key(morva::kViewCadCanvas, Qt::Key_Tab);
         ASSERT_TRUE(desk::WidgetOf(morva::kIdCadSizeBox2)->isVisible());
         for (const int id : {morva::kIdCadSizeBox1, morva::kIdCadSizeBox2, morva::kIdCadSizeCaption,

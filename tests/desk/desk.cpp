@@ -79,6 +79,37 @@ bool Until(const std::function<bool()>& state, int milliseconds) {
 
 void Run(int milliseconds) { QTest::qWait(milliseconds); }
 
+namespace {
+
+// Sees the moves of the pointer before anything else does.
+class MoveWatch : public QObject {
+ public:
+  explicit MoveWatch(const QPoint& target) : target_(target) { qApp->installEventFilter(this); }
+  bool Arrived() const { return arrived_; }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::MouseMove) {
+      const QPoint at = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+      arrived_ = arrived_ || at == target_;
+    }
+    return false;
+  }
+
+ private:
+  QPoint target_;
+  bool arrived_ = false;
+};
+
+}  // namespace
+
+void MovePointer(QWidget* widget, const QPoint& at) {
+  const QPoint target = widget->mapToGlobal(at);
+  const bool there = QCursor::pos() == target;
+  const MoveWatch watch(target);
+  QTest::mouseMove(widget, at);
+  if (!there && !Until([&watch]() { return watch.Arrived(); })) qFatal("the pointer did not move");
+  QTest::qWait(5);
+}
+
 void Click(int id) {
   QWidget* widget = WidgetOf(id);
   if (!widget) qFatal("no control with id %d", id);

@@ -19,6 +19,9 @@ bool Until(const std::function<bool()>& state, int milliseconds = 5000);
 // Lets the application run for a while, for pictures and pauses between keys.
 void Run(int milliseconds);
 
+// Moves the pointer to a place of the widget and waits until the application was told: the
+// display server answers when it likes.
+void MovePointer(QWidget* widget, const QPoint& at);
 void Click(int id);
 void TypeInto(int id, const QString& text);
 void Key(int id, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
