@@ -12,6 +12,8 @@ bool AppendDrawn(const SketchObject& object, const char16_t* logged);
 // pivot and the sides of the next polygon stay, as their fields do, and, when asked, the marks of
 // the multi-selection.
 void StopTools(bool keepMarks);
+// Pan too, and the status line tells of selecting where a tool was in hand.
+void GiveUpTools(bool keepMarks);
 // Pan and the 3D view are given up, before a tool that works on the plan.
 void ShowPlan();
 // The panel, the canvas and the keys that show which tool is on.

@@ -214,11 +214,15 @@ void StartDragTool(int tool) {
   FocusCanvas();
 }
 
-void CancelTools() {
+void GiveUpTools(bool keepMarks) {
   const bool any = AnyToolInHand();
   EndPanTool();
-  StopTools(true);
+  StopTools(keepMarks);
   if (any) SetSketchStatus(kSelecting);
+}
+
+void CancelTools() {
+  GiveUpTools(true);
   ShowToolChange();
   FocusCanvas();
 }

@@ -396,8 +396,7 @@ void HideCadWorkspace() {
 void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
 
 void OpenToolPanel(int panelMode, int field) {
-  EndPanTool();
-  StopTools(false);
+  GiveUpTools(false);
   tools.panelMode = panelMode;
   RefreshCadTools();
   platform::SetFocusTo(field);

@@ -316,6 +316,15 @@ TEST_F(Workspace, CutDataOpensItsPanelWithTheDepthReadyToType) {
   EXPECT_EQ(platform::TextOf(kIdCadFeed), u"10.000000");
 }
 
+TEST_F(Workspace, AskingForAPanelTellsNoMoreOfTheToolThatItEnds) {
+  for (const int key : {kIdCadScale, kIdCadRevolve, kIdCadCutData}) {
+    ASSERT_TRUE(headless::Click(kIdCadDimension));
+    EXPECT_EQ(SketchStatus().substr(0, 10), u"Dimension:");
+    ASSERT_TRUE(headless::Click(key));
+    EXPECT_EQ(SketchStatus(), u"SELECT mode: click geometry on the canvas.");
+  }
+}
+
 TEST_F(Workspace, SurvivesItsWindowBeingHidden) {
   SketchObject line;
   line.size = 2;
