@@ -95,7 +95,8 @@ bool SaveProgram(std::u16string_view path) {
   // Without an editor there is no text, and an empty file must not replace a program.
   if (!platform::Exists(kIdEditor)) return false;
   const std::u16string program(path);
-  AutoTagBlocks();
+  // Markers that are being undone stay out: a save comes in the middle of it by itself.
+  TagAfterEdit();
   ProgramTab* tab = ActiveTab();
   if (tab && !SaveExcludedCode(program, *tab)) return false;
   if (!SaveFileAtomic(program, NormaliseOutputText(platform::EditorText(kIdEditor), false))) {
