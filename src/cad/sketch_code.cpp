@@ -119,6 +119,15 @@ void TellResult(bool update) {
   LogSketchOperation(update ? u"Updated code" : u"Generated code");
 }
 
+// A field that is not wholly a number was read as far as it goes or replaced; the person at the
+// machine has to know.
+void TellReading(int id, const char16_t* caption, double used, int decimals) {
+  double value = 0;
+  if (ReadStrictField(id, value)) return;
+  AppendOutput(caption + (u" is not a number: " + SketchNumber(used, decimals)) +
+               u" was used. Check the code before you run it.");
+}
+
 }  // namespace
 
 std::u16string SketchCode(double depth, double feed, double safeZ) {
@@ -154,6 +163,10 @@ void GenerateSketchCode() {
       u"Custom Shape Editor geometry inserted into active program. Verify work offset, cutter "
       u"compensation, stock, and clearances.");
   TellResult(linked && ActiveSerial() == source);
+  // Last, so that it stays on the status line too.
+  TellReading(kIdCadSafeZ, u"Safe Z", cut.safeZ, 3);
+  TellReading(kIdCadFeed, u"Cut feed", cut.feed, 2);
+  TellReading(kIdCadDepth, u"Cut Z", cut.depth, 3);
 }
 
 void RegisterSketchCode() {

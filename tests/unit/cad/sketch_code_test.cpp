@@ -227,6 +227,18 @@ TEST_F(SketchCodeTest, TakesTheMillimetreFallbacksWithTheSameDepth) {
   EXPECT_TRUE(Holds(Text(), u"G01 Z-2.500 F250.00\r\n"));
 }
 
+TEST_F(SketchCodeTest, SaysWhichCuttingFieldsWereNoNumbersAndWhatWasUsed) {
+  Draw(Line(0, 0, 2, 0));
+  Fields(u"-0,25", u"10.5", u"");
+  GenerateSketchCode();
+  const std::u16string log = platform::TextOf(kIdOutputLog);
+  EXPECT_TRUE(
+      Holds(log, u"Cut Z is not a number: 0.000 was used. Check the code before you run it.\r\n"));
+  EXPECT_TRUE(
+      Holds(log, u"Safe Z is not a number: 0.500 was used. Check the code before you run it.\r\n"));
+  EXPECT_FALSE(Holds(log, u"Cut feed is not"));
+}
+
 TEST_F(SketchCodeTest, InsertsOneBlockOfASketchAndTellsWhatToVerify) {
   Draw(Line(0, 0, 2, 0));
   Fields(u"-0.125", u"7.5", u"0.25");
