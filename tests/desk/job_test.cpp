@@ -14,6 +14,7 @@
 #include "desk/at_desk.h"
 #include "dnc/serial_profile.h"
 #include "documents/program_tabs.h"
+#include "platform/editor.h"
 #include "platform/posix/serial_pace.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
@@ -151,7 +152,25 @@ TEST_F(Job, UndoAtThePaceOfAHandGetsBehindTheMarkersOfWhatWasPasted) {
     desk::Key(morva::kIdEditor, Qt::Key_Z, Qt::ControlModifier);
     desk::Run(200);
     EXPECT_EQ(desk::TextOf(morva::kIdEditor), text);
+    // Nor does the save that follows by itself bring them back.
+    EXPECT_TRUE(desk::Until([]() { return !morva::app.editorDirty; }));
+    EXPECT_EQ(desk::TextOf(morva::kIdEditor), text);
   }
+}
+
+TEST_F(Job, CtrlEndShowsAnEmptyLastLine) {
+  QByteArray program;
+  for (int i = 0; i < 200; ++i) program += "G1 X" + QByteArray::number(i) + "\n";
+  WriteAll(Path("long.NC"), program);
+  Open(Path("long.NC"));
+  desk::Run(200);
+  EXPECT_EQ(platform::FirstVisibleLine(morva::kIdEditor), 0);
+  desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
+  const int last = platform::EditorLineCount(morva::kIdEditor) - 1;
+  ASSERT_EQ(platform::EditorLineLength(morva::kIdEditor, last), 0);
+  EXPECT_GT(
+      platform::FirstVisibleLine(morva::kIdEditor) + platform::VisibleLineCount(morva::kIdEditor),
+      last);
 }
 
 TEST_F(Job, PlaysThePathWithTheSourceLineInStep) {

@@ -33,6 +33,8 @@ class EvenLayout : public QPlainTextDocumentLayout {
     if (block.isValid()) const_cast<EvenLayout*>(this)->Arranged(block);
     QRectF place = QPlainTextDocumentLayout::blockBoundingRect(block);
     if (block.isVisible()) place.setHeight(kEditorLineHeight);
+    // The toolkit scrolls to no line whose place is empty.
+    place.setWidth(std::max(1.0, place.width()));
     return place;
   }
   QSizeF documentSize() const override {
