@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
@@ -74,6 +75,17 @@ void Settle() {
   QCoreApplication::processEvents();
 }
 
+// What the display server does not show yet is not painted either.
+void AwaitShown(const QWidget& widget) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!widget.windowHandle()->isExposed()) {
+    if (clock.elapsed() > 60000) std::abort();
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  }
+  Settle();
+}
+
 // Counts what a widget really paints: a frame that never came must not look fast.
 class PaintCounter : public QObject {
  public:
@@ -126,7 +138,7 @@ void Stand() {
   if (platform::Exists(platform::kMainWindow)) return;
   platform::SetExecutablePathForTests(folder->filePath(QStringLiteral("bin/MORVA")));
   if (morva::StartApplication() != 0) std::abort();
-  Settle();
+  AwaitShown(*platform::WidgetOf(platform::kMainWindow));
   morva::app.dataDirReady = false;  // no autosave in between
 }
 
@@ -158,7 +170,7 @@ Spent OpenBare(const QString& path) {
   edit->setLineWrapMode(QPlainTextEdit::NoWrap);
   edit->resize(700, 660);
   edit->show();
-  Settle();
+  AwaitShown(*edit);
   PaintCounter paints(edit->viewport());
   return Measure([&] {
     QFile file(path);
