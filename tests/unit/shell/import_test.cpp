@@ -43,6 +43,8 @@ std::u16string Blocks(int count) {
   return text;
 }
 
+const std::u16string kTarget = Block(4, u"Own", u"G0 X1");
+
 class Import : public support::Workbench {
  protected:
   // The source is the first tab, the target a second one that is active.
@@ -62,11 +64,26 @@ class Import : public support::Workbench {
     headless::QueuePick(kIdImport);
     ASSERT_TRUE(headless::ContextMenu(kIdModeList, 0));
   }
+  // The companion of other.NC: "G1 X7" under the number 1.
+  void WriteCompanion() {
+    DisabledCodeEntry* list = nullptr;
+    ASSERT_EQ(AddDisabledCode(list, u"G1 X7\r\n"), 1);
+    std::string bytes;
+    ASSERT_TRUE(WriteDisabledCode(list, bytes));
+    FreeDisabledCode(list);
+    WriteFile("other.NC.features", bytes);
+  }
+  // The panel over the program kTarget, with other.NC chosen as the source.
+  void BrowseOther() {
+    headless::EditorSetAll(kIdEditor, kTarget);
+    headless::Advance(200);
+    OpenPanel();
+    headless::QueueFile(Path("other.NC"));
+    headless::Click(kBrowse);
+  }
   static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
   static std::u16string Row(int row) { return platform::RowText(kOperations, row); }
 };
-
-const std::u16string kTarget = Block(4, u"Own", u"G0 X1");
 
 TEST_F(Import, OpensFromTheModeListWithEveryProgramButTheTarget) {
   TwoPrograms(Block(1, u"Face", u"G1 X1") + Block(2, u"Bore", u"G1 X2"), kTarget);
@@ -208,18 +225,9 @@ TEST_F(Import, ABrowsedFileWithoutItsStoredCodeChangesNothing) {
 }
 
 TEST_F(Import, ABrowsedFileBringsItsCompanion) {
-  DisabledCodeEntry* list = nullptr;
-  ASSERT_EQ(AddDisabledCode(list, u"G1 X7\r\n"), 1);
-  std::string bytes;
-  ASSERT_TRUE(WriteDisabledCode(list, bytes));
-  FreeDisabledCode(list);
   WriteFile("other.NC", "(MORVA TEXT 2)\r\n(MORVA DISABLED 1)\r\n(MORVA END 2)\r\n");
-  WriteFile("other.NC.features", bytes);
-  headless::EditorSetAll(kIdEditor, kTarget);
-  headless::Advance(200);
-  OpenPanel();
-  headless::QueueFile(Path("other.NC"));
-  headless::Click(kBrowse);
+  WriteCompanion();
+  BrowseOther();
   headless::Click(kRun);
   EXPECT_EQ(Text(), kTarget + u"(MORVA TEXT 5)\r\n(MORVA DISABLED 1)\r\n(MORVA END 5)\r\n");
   ASSERT_NE(tabs[0].disabledCode, nullptr);
@@ -232,29 +240,16 @@ TEST_F(Import, NonAsciiCommentsOfAFileComeThroughWhole) {
             "(Fl\xC3\xA4"
             "che \xE2\x8C\x80"
             "8)\nG1 X1\n");
-  headless::EditorSetAll(kIdEditor, kTarget);
-  headless::Advance(200);
-  OpenPanel();
-  headless::QueueFile(Path("other.NC"));
-  headless::Click(kBrowse);
+  BrowseOther();
   EXPECT_EQ(platform::RowCount(kOperations), 1);
   headless::Click(kRun);
   EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"(Fl\u00E4che \u23008)\r\nG1 X1"));
 }
 
 TEST_F(Import, AMarkerOfExcludedCodeWithoutANumberStandsForNoneAndIsCopied) {
-  DisabledCodeEntry* list = nullptr;
-  ASSERT_EQ(AddDisabledCode(list, u"G1 X7\r\n"), 1);
-  std::string bytes;
-  ASSERT_TRUE(WriteDisabledCode(list, bytes));
-  FreeDisabledCode(list);
   WriteFile("other.NC", "(MORVA TEXT 2)\r\n(MORVA DISABLED )\r\n(MORVA END 2)\r\n");
-  WriteFile("other.NC.features", bytes);
-  headless::EditorSetAll(kIdEditor, kTarget);
-  headless::Advance(200);
-  OpenPanel();
-  headless::QueueFile(Path("other.NC"));
-  headless::Click(kBrowse);
+  WriteCompanion();
+  BrowseOther();
   headless::Click(kRun);
   EXPECT_EQ(Status(), kDone);
   EXPECT_EQ(Text(), kTarget + u"(MORVA TEXT 5)\r\n(MORVA DISABLED )\r\n(MORVA END 5)\r\n");
@@ -264,11 +259,7 @@ TEST_F(Import, AMarkerOfExcludedCodeWithoutANumberStandsForNoneAndIsCopied) {
 TEST_F(Import, NulsOfABrowsedFileAreFillingAndNothingBehindThemIsLost) {
   using namespace std::string_literals;
   WriteFile("other.NC", "\0\0G1 X1\r\n\0(MORVA TEXT 9)\r\nG1 X3\r\n(MORVA END 9)\r\n"s);
-  headless::EditorSetAll(kIdEditor, kTarget);
-  headless::Advance(200);
-  OpenPanel();
-  headless::QueueFile(Path("other.NC"));
-  headless::Click(kBrowse);
+  BrowseOther();
   EXPECT_EQ(platform::RowCount(kOperations), 2);
   headless::Click(kRun);
   EXPECT_EQ(Text(), kTarget + Block(5, u"User code", u"G1 X1") +
