@@ -6,7 +6,7 @@
 #include "cad/sketch.h"
 #include "cad/sketch_code.h"
 #include "cpu_time.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "targets.h"
 
 namespace {

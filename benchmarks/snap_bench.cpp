@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "cad/draw_tools.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/tool_state.h"
 #include "cpu_time.h"
 #include "sketch_scene.h"

@@ -13,7 +13,7 @@
 
 #include "cad/canvas.h"
 #include "cad/geometry_tools.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cpu_time.h"

@@ -20,7 +20,7 @@
 #include "cad/canvas.h"
 #include "cad/draw_tools.h"
 #include "cad/geometry_tools.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "platform/canvas.h"

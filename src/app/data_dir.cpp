@@ -4,7 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/outlets.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "platform/file.h"
 
 namespace morva {

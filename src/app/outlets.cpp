@@ -5,7 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "platform/control.h"
 #include "platform/message.h"
 #include "platform/window.h"

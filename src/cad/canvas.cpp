@@ -11,8 +11,8 @@
 #include "cad/canvas_parts.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

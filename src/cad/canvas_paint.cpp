@@ -11,12 +11,12 @@
 #include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
-#include "cad/outline.h"
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
+#include "library/outline.h"
 #include "platform/canvas.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

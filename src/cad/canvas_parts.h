@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cad/canvas.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "platform/geometry.h"

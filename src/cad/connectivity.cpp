@@ -12,8 +12,8 @@
 #include "cad/canvas_parts.h"
 #include "cad/edit_parts.h"
 #include "cad/geometry_tools.h"
-#include "cad/outline.h"
 #include "cad/sketch.h"
+#include "library/outline.h"
 
 namespace morva {
 

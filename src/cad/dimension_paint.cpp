@@ -8,9 +8,9 @@
 #include "cad/canvas.h"
 #include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
-#include "cad/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
+#include "library/outline.h"
 #include "platform/canvas.h"
 
 namespace morva {

@@ -19,12 +19,12 @@
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

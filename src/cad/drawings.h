@@ -2,6 +2,7 @@
 #pragma once
 
 #include "documents/feature_settings.h"
+#include "library/motion_text.h"
 
 namespace morva {
 
@@ -15,11 +16,6 @@ void RefreshDrawingTabs();  // captions and states of the tab keys
 void CloseDrawingName();    // the name box goes without taking its text
 
 // Cutting depth, feed and Safe Z of the live sketch, in its unit.
-struct CutData {
-  double depth = 0;
-  double feed = 0;
-  double safeZ = 0;
-};
 CutData ShownCutData();  // as the fields read, 0 for what is no number
 void ShowCutData(const CutData& cut, int decimals = 6);
 

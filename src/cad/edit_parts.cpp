@@ -1,8 +1,8 @@
 #include "cad/edit_parts.h"
 
-#include "cad/outline.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
+#include "library/outline.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -8,8 +8,8 @@
 #include "cad/canvas.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
 #include "cad/tool_state.h"
+#include "library/outline.h"
 #include "platform/window.h"
 
 namespace morva {

@@ -9,15 +9,15 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
 #include "cad/patterns.h"
 #include "cad/scale_revolve.h"
 #include "cad/tool_state.h"
 #include "cad/trim.h"
 #include "cad/workspace.h"
-#include "library/codetext.h"
+#include "library/outline.h"
 #include "platform/events.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

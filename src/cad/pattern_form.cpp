@@ -8,14 +8,15 @@
 #include "app/limits.h"
 #include "cad/drawings.h"
 #include "cad/edit_parts.h"
-#include "cad/motion_text.h"
-#include "cad/outline.h"
 #include "cad/patterns.h"
 #include "cad/sketch.h"
 #include "cad/sketch_units.h"
 #include "cad/tool_state.h"
 #include "documents/feature_settings.h"
 #include "documents/insertion.h"
+#include "library/item_places.h"
+#include "library/motion_text.h"
+#include "library/outline.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"
@@ -23,16 +24,6 @@
 namespace morva {
 
 namespace {
-
-enum Shape {
-  kShapeCircle = 0,
-  kShapeSquare,
-  kShapeRectangle,
-  kShapeTriangle,
-  kShapeDiamond,
-  kShapeSlot
-};
-enum Orientation { kFixedAngle = 0, kRadial, kTangential };
 
 constexpr const char16_t* kShapes[] = {u"Circle",   u"Square",  u"Rectangle",
                                        u"Triangle", u"Diamond", u"Slot"};
@@ -108,25 +99,25 @@ bool ShapeSource(const FormIds& form, Source& source) {
   const double typed = SketchField(form.width, kNoWidth);
   const double height = typed == 0 ? width : typed;
   if (!(width > 0) || !Lies(width, kSketchLimit) || !Lies(height, kSketchLimit)) return false;
-  const int shape = platform::SelectedRow(form.shape);
+  const auto shape = static_cast<ItemShape>(platform::SelectedRow(form.shape));
   SketchObject& object = source.objects[0];
   source.count = 1;
   object.size = width;
   switch (shape) {
-    case kShapeCircle:
+    case ItemShape::Circle:
       object.type = kTypeCircle;
       return true;
-    case kShapeSquare:
-    case kShapeRectangle:
+    case ItemShape::Square:
+    case ItemShape::Rectangle:
       object.type = kTypeRectangle;
-      object.size2 = shape == kShapeSquare ? width : height;
+      object.size2 = shape == ItemShape::Square ? width : height;
       return object.size2 > 0;
-    case kShapeSlot:
+    case ItemShape::Slot:
       object.type = kTypeSlot;
       object.size2 = height;
       return height > 0;
-    case kShapeTriangle:
-    case kShapeDiamond:
+    case ItemShape::Triangle:
+    case ItemShape::Diamond:
       break;
     default:
       return false;
@@ -216,30 +207,22 @@ bool ReadDirections(FormValues& values) {
   return true;
 }
 
-// Where an item's centre lies and how far it is turned.
-struct Place {
-  double x = 0, y = 0, turn = 0;
-};
-
-Place CirclePlace(const FormValues& values, int item) {
-  const double a = item * 360.0 / values.counts[0] + values.start;
-  const double r = values.lengths[0] / 2;
-  Place place{values.x + r * SketchCosine(a), values.y + r * SketchSine(a), values.rotation};
-  const int orientation = platform::SelectedRow(kIdCadCircOrientation);
-  if (orientation == kRadial) place.turn = values.rotation + a;
-  if (orientation == kTangential) place.turn = values.rotation + a + 90;
+// Where an item's centre lies and how far it is turned, in `angle`.
+ItemPlace CirclePlace(const FormValues& values, int item) {
+  ItemPlace place =
+      PlaceOnCircle({values.x, values.y, values.lengths[0], values.start, values.counts[0]}, item);
+  const auto orientation = static_cast<Orientation>(platform::SelectedRow(kIdCadCircOrientation));
+  place.angle = ItemTurn(orientation, values.rotation, place.angle);
   return place;
 }
 
-Place GridPlace(const FormValues& values, int item) {
+ItemPlace GridPlace(const FormValues& values, int item) {
   const int columns = static_cast<int>(values.counts[0]);
-  const double along1 = item % columns * values.lengths[0];
-  const double along2 = item / columns * values.lengths[1];
-  return {values.x + along1 * ExactCosine(values.directions[0]) +
-              along2 * ExactCosine(values.directions[1]),
-          values.y + along1 * ExactSine(values.directions[0]) +
-              along2 * ExactSine(values.directions[1]),
-          values.rotation};
+  ItemPlace place = PlaceInGrid({values.x, values.y, columns, values.lengths[0], values.lengths[1],
+                                 values.directions[0], values.directions[1]},
+                                item);
+  place.angle = values.rotation;
+  return place;
 }
 
 // Every object of every item. False: one would leave the sketch.
@@ -247,13 +230,13 @@ bool LayOut(const FormValues& values, const Source& source, bool rectangular, in
   const int items = static_cast<int>(values.counts[0] * values.counts[1]);
   count = 0;
   for (int item = 0; item < items; ++item) {
-    const Place place = rectangular ? GridPlace(values, item) : CirclePlace(values, item);
+    const ItemPlace place = rectangular ? GridPlace(values, item) : CirclePlace(values, item);
     for (int i = 0; i < source.count; ++i) {
       SketchObject& object = results[count++];
       object = source.objects[i];
-      RotatePoint(place.x, place.y, source.objects[i].x, source.objects[i].y, place.turn, object.x,
+      RotatePoint(place.x, place.y, source.objects[i].x, source.objects[i].y, place.angle, object.x,
                   object.y);
-      object.angle += place.turn;
+      object.angle += place.angle;
       if (!WithinSketchLimit(object)) {
         return Refuse(u"Pattern extent exceeds the sketch coordinate limit.");
       }
@@ -333,8 +316,8 @@ void TogglePatternSource() {
 }
 
 void RefreshPatternForm() {
-  for (const FormIds& form : kForms) FillList(form.shape, kShapes, 6, kShapeCircle);
-  FillList(kIdCadCircOrientation, kOrientations, 3, kRadial);
+  for (const FormIds& form : kForms) FillList(form.shape, kShapes, 6, 0);
+  FillList(kIdCadCircOrientation, kOrientations, 3, static_cast<int>(Orientation::Radial));
   platform::SetText(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode)
                                              ? u"Source: selected geometry"
                                              : u"Source: shape library");

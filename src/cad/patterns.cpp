@@ -10,16 +10,17 @@
 #include "cad/canvas.h"
 #include "cad/edit_parts.h"
 #include "cad/geometry_tools.h"
-#include "cad/outline.h"
 #include "cad/pattern_form.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
-#include "library/codetext.h"
+#include "library/item_places.h"
+#include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -73,20 +74,22 @@ void MakeCircle() {
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(Count(kIdCadQuantity, 6, kMostQuantity), room);
-  const double cx = SketchField(kIdCadCircularX, 0);
-  const double cy = SketchField(kIdCadCircularY, 0);
-  const double r = Diameter() / 2;
-  const double start = SketchField(kIdCadCircularStart, 0);
+  CirclePlaces circle;
+  circle.x = SketchField(kIdCadCircularX, 0);
+  circle.y = SketchField(kIdCadCircularY, 0);
+  circle.diameter = Diameter();
+  circle.start = SketchField(kIdCadCircularStart, 0);
+  circle.quantity = instances.count;
   const double rotation = SketchField(kIdCadCircularRotation, 0);
   const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
   for (int i = 0; i < instances.count; ++i) {
-    const double a = i * 360.0 / instances.count + start;
+    const ItemPlace place = PlaceOnCircle(circle, i);
     SketchObject& object = instances.objects[i];
     object = source;
-    object.x = cx + r * SketchCosine(a);
-    object.y = cy + r * SketchSine(a);
-    if (orientation == 1) object.angle = a;
-    if (orientation == 2) object.angle = a + 90;
+    object.x = place.x;
+    object.y = place.y;
+    if (orientation == 1) object.angle = place.angle;
+    if (orientation == 2) object.angle = place.angle + 90;
     object.angle += rotation;
   }
 }
@@ -94,17 +97,21 @@ void MakeCircle() {
 void MakeGrid() {
   SketchObject source = Selected();
   source.angle += SketchField(kIdCadGridRotation, 0);
-  const int columns = Count(kIdCadColumns, 3, kMostLines);
+  GridPlaces grid;
+  grid.x = source.x;
+  grid.y = source.y;
+  grid.columns = Count(kIdCadColumns, 3, kMostLines);
+  grid.stepX = SketchField(kIdCadSpacingX, BySketchUnit(1, 25.4));
+  grid.stepY = SketchField(kIdCadSpacingY, BySketchUnit(1, 25.4));
   const int rows = Count(kIdCadRows, 2, kMostLines);
-  const double stepX = SketchField(kIdCadSpacingX, BySketchUnit(1, 25.4));
-  const double stepY = SketchField(kIdCadSpacingY, BySketchUnit(1, 25.4));
   const int room = kMaxItems + 1 - sketch.objectCount;
-  instances.count = std::min(columns * rows, room);
+  instances.count = std::min(grid.columns * rows, room);
   for (int n = 0; n < instances.count; ++n) {
+    const ItemPlace place = PlaceInGrid(grid, n);
     SketchObject& object = instances.objects[n];
     object = source;
-    object.x = source.x + n % columns * stepX;
-    object.y = source.y + n / columns * stepY;
+    object.x = place.x;
+    object.y = place.y;
   }
 }
 

@@ -6,8 +6,8 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
 #include "cad/tool_state.h"
+#include "library/outline.h"
 #include "platform/control.h"
 #include "platform/window.h"
 

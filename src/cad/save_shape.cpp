@@ -5,14 +5,14 @@
 
 #include "app/command_ids.h"
 #include "app/router.h"
-#include "cad/outline.h"
 #include "cad/sketch.h"
-#include "library/codetext.h"
+#include "library/outline.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 

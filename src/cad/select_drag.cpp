@@ -5,8 +5,8 @@
 #include "app/command_ids.h"
 #include "cad/canvas.h"
 #include "cad/geometry_drag.h"
-#include "cad/outline.h"
 #include "cad/tool_state.h"
+#include "library/outline.h"
 #include "platform/window.h"
 
 namespace morva {

@@ -10,10 +10,10 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

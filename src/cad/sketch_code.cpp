@@ -1,10 +1,8 @@
 #include "cad/sketch_code.h"
 
 #include <cstdint>
-#include <memory>
-#include <new>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -12,17 +10,17 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "cad/drawings.h"
-#include "cad/motion_text.h"
-#include "cad/outline.h"
 #include "cad/sketch.h"
 #include "documents/autosave.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
+#include "library/motion_text.h"
+#include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -37,75 +35,49 @@ constexpr int kRefreshMs = 60;
 // What a Cut Z that is no number means, in either unit; a new drawing starts at another depth.
 constexpr double kNoDepth = -2.5;
 
-// The program text under way. Every piece is written behind the last one, in a room of its
-// own, so that nothing walks the whole text again.
-struct Text {
-  std::unique_ptr<char16_t[]> units;
-  int capacity = 0;
-  int used = 0;
-
-  explicit Text(int wanted)
-      : units(new (std::nothrow) char16_t[static_cast<std::size_t>(wanted)]()) {
-    capacity = units ? wanted : 0;
-  }
-  char16_t* End() const { return units.get() + used; }
-  int Room() const { return capacity - used; }
-  void Close() { used += TextLength(End()); }
-  void Line(const char16_t* text) {
-    AppendLine(End(), Room(), text);
-    Close();
-  }
-  std::u16string_view View() const {
-    return std::u16string_view(units.get(), static_cast<std::size_t>(used));
-  }
-};
-
-void PutObject(Text& text, const SketchObject& object, const CutData& cut) {
+void PutObject(CodeWriter& out, const SketchObject& object, const CutData& cut) {
+  const ClosedShape item{ItemShape::Rectangle, object.x,     object.y,
+                         object.size,          object.size2, object.angle};
   switch (object.type) {
     case kTypeLine: {
       double endX = 0;
       double endY = 0;
       LineEndPoint(object, endX, endY);
-      EmitLine(text.End(), text.Room(), object.x, object.y, endX, endY, cut.depth, cut.feed,
-               cut.safeZ);
+      EmitLine(out, object.x, object.y, endX, endY, cut);
       break;
     }
     case kTypeRectangle:
-      EmitClosedShape(text.End(), text.Room(), 2, object.x, object.y, object.size, object.size2,
-                      object.angle, cut.depth, cut.feed, cut.safeZ);
+      EmitClosedShape(out, item, cut);
       break;
     case kTypeCircle:
-      EmitCircle(text.End(), text.Room(), object.x, object.y, object.size, cut.depth, cut.feed,
-                 cut.safeZ);
+      EmitCircle(out, item, cut);
       break;
     case kTypeSlot:
-      EmitSlot(text.End(), text.Room(), object.x, object.y, object.size, object.size2, object.angle,
-               cut.depth, cut.feed, cut.safeZ);
+      EmitSlot(out, item, cut);
       break;
     default:
       break;
   }
-  text.Close();
 }
 
-Text BuildText(const CutData& cut) {
-  Text text(sketch.objectCount * kUnitsOfObject + kUnitsBeside);
-  if (!text.units) return text;
-  text.Line(u"");
-  text.Line(u"(CUSTOM SHAPE EDITOR)");
-  text.Line(sketch.metric ? u"G21 (MM)" : u"G20 (INCH)");
-  text.Line(u"G90 G17 G94");
-  AppendLabelNumber(text.End(), text.Room(), u"G00 Z", cut.safeZ, 3);
-  text.Line(u"");
+std::u16string BuildText(const CutData& cut) {
+  CodeWriter out;
+  out.most = static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
+  Line(out, u"");
+  Line(out, u"(CUSTOM SHAPE EDITOR)");
+  Line(out, sketch.metric ? u"G21 (MM)" : u"G20 (INCH)");
+  Line(out, u"G90 G17 G94");
+  Put(out, u"G00 Z", cut.safeZ, 3);
+  Line(out, u"");
   for (int i = 0; i < sketch.objectCount; ++i) {
     const SketchObject& object = sketch.objects[i];
     if (object.type > kTypeSlot) continue;
-    AppendLabelInteger(text.End(), text.Room(), u"(OBJECT ", i + 1);
-    text.Line(u")");
-    PutObject(text, object, cut);
+    PutInteger(out, u"(OBJECT ", i + 1);
+    Line(out, u")");
+    PutObject(out, object, cut);
   }
-  text.Line(u"(END CUSTOM SHAPE)");
-  return text;
+  Line(out, u"(END CUSTOM SHAPE)");
+  return std::move(out.text);
 }
 
 // The log and the feature hint are out of sight here. Without a word a second press would write
@@ -131,8 +103,7 @@ void TellReading(int id, const char16_t* caption, double used, int decimals) {
 }  // namespace
 
 std::u16string SketchCode(double depth, double feed, double safeZ) {
-  const Text text = BuildText({depth, feed, safeZ});
-  return text.units ? std::u16string(text.View()) : std::u16string();
+  return BuildText({depth, feed, safeZ});
 }
 
 void GenerateSketchCode() {
@@ -150,11 +121,11 @@ void GenerateSketchCode() {
                       platform::BoxButtons::Ok, platform::BoxIcon::Warning);
     return;
   }
-  const Text text = BuildText(cut);
+  const std::u16string text = BuildText(cut);
   // In another program the block under edit becomes a new one.
   const std::uint64_t source = ActiveSerial();
   const bool linked = editLink.kind == kKindSketch && editLink.tab == app.activeTab;
-  if (!text.units || !InsertFeatureBlock(kKindSketch, text.View())) return;
+  if (!InsertFeatureBlock(kKindSketch, text)) return;
   MarkModified();
   ScheduleAutosave();
   ArmTextRefresh(kRefreshMs);

@@ -14,11 +14,11 @@
 #include "cad/sketch.h"
 #include "cad/sketch_units.h"
 #include "cad/tool_state.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -10,11 +10,11 @@
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
-#include "library/codetext.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

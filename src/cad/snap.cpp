@@ -10,8 +10,8 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
 #include "cad/tool_state.h"
+#include "library/outline.h"
 
 namespace morva {
 

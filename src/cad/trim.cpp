@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
 #include "cad/tool_state.h"
 #include "cad/trim_cuts.h"
-#include "library/codetext.h"
+#include "library/outline.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -5,8 +5,8 @@
 
 #include "cad/canvas_parts.h"
 #include "cad/edit_parts.h"
-#include "cad/outline.h"
-#include "library/codetext.h"
+#include "library/outline.h"
+#include "text/codetext.h"
 
 namespace morva {
 

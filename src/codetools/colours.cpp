@@ -3,8 +3,8 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "codetools/code_palette.h"
-#include "library/codetext.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

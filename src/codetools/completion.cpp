@@ -4,7 +4,7 @@
 
 #include "codetools/editor_help.h"
 #include "library/code_index.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

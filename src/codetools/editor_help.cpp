@@ -4,8 +4,8 @@
 #include "app/outlets.h"
 #include "documents/program_tabs.h"
 #include "library/code_index.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
+#include "text/codetext.h"
 
 namespace morva {
 

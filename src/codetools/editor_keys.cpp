@@ -19,9 +19,9 @@
 #include "codetools/validator.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -4,7 +4,7 @@
 #include <bit>
 #include <utility>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

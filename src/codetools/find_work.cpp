@@ -16,10 +16,10 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -20,12 +20,12 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "platform/menu.h"
 #include "platform/pick_file.h"
+#include "text/codetext.h"
 
 namespace morva {
 

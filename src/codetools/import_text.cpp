@@ -6,7 +6,7 @@
 #include "codetools/validator.h"
 #include "documents/block_text.h"
 #include "documents/marker_lines.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

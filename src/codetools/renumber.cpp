@@ -8,9 +8,9 @@
 #include "app/outlets.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -2,9 +2,9 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

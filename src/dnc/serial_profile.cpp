@@ -5,10 +5,10 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/profile.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -11,11 +11,11 @@
 #include "documents/autosave.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -17,12 +17,12 @@
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_models.h"
-#include "library/codetext.h"
 #include "platform/clock.h"
 #include "platform/editor.h"
 #include "platform/file.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

@@ -1,7 +1,7 @@
 #include "documents/block_text.h"
 
 #include "documents/marker_lines.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

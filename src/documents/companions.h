@@ -14,9 +14,9 @@ namespace morva {
 
 inline constexpr int kDrawingNameUnits = 64;
 inline constexpr int kDrawingSlotBytes = kSettingsBytes + 2 * kMaxItems + 2 * kDrawingNameUnits;
-inline constexpr int kCadFileBytes = 8 + kMaxDrawings * kDrawingSlotBytes;     // 40,712
-inline constexpr int kPlateFileBytes = 8 + kMaxPlates * kSettingsBytes;        // 38,152
-inline constexpr int kOldPlateFileBytes = kSettingsBytes;                      // 4768
+inline constexpr int kCadFileBytes = 8 + kMaxDrawings * kDrawingSlotBytes;  // 40,712
+inline constexpr int kPlateFileBytes = 8 + kMaxPlates * kSettingsBytes;     // 38,152
+inline constexpr int kOldPlateFileBytes = kSettingsBytes;                   // 4768
 static_assert(kDrawingSlotBytes == 5088 && kCadFileBytes == 40712 && kPlateFileBytes == 38152);
 
 struct Drawing {

@@ -13,12 +13,12 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/dialog.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 

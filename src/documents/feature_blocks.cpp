@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "documents/marker_lines.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -62,8 +62,8 @@ int AdvanceOffset(OffsetMap& map, std::int32_t index);
 // against itself. Markers that an undo took out come back by redo: the text is then the one
 // that the run before left.
 void AutoTagBlocks();
-// The same once the user's hands rest, and before a save. Markers undone a second time in a row stay out, as long
-// as there is something to redo, so that Undo gets behind them.
+// The same once the user's hands rest, and before a save. Markers undone a second time in a row
+// stay out, as long as there is something to redo, so that Undo gets behind them.
 void TagAfterEdit();
 // The text with the markers that AutoTagBlocks would write; scans it.
 std::u16string TaggedText(std::u16string_view text);

@@ -12,11 +12,11 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 

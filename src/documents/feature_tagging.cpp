@@ -11,9 +11,9 @@
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
+#include "text/codetext.h"
 
 namespace morva {
 

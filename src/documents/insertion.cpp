@@ -9,9 +9,9 @@
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "platform/editor.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -13,11 +13,11 @@
 #include "documents/insertion.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -14,11 +14,11 @@
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
 #include "platform/menu.h"
 #include "platform/message.h"
 #include "platform/pick_file.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "app/app_state.h"
 #include "documents/file_text.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

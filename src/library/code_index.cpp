@@ -1,7 +1,7 @@
 #include "library/code_index.h"
 
 #include "app/command_ids.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -2,7 +2,7 @@
 #include <cstdint>
 
 #include "library/code_index.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 

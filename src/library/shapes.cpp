@@ -4,12 +4,13 @@
 #include <cstring>
 
 #include "app/app_state.h"
+#include "app/profile_keys.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
-#include "library/codetext.h"
 #include "platform/file.h"
 #include "platform/listing.h"
 #include "platform/profile.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "library/codetext.h"
-#include "library/series_trig.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "text/codetext.h"
+#include "text/series_trig.h"
 
 namespace morva {
 namespace {

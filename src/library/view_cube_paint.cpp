@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "app/palette.h"
-#include "library/series_trig.h"
 #include "library/view_cube.h"
+#include "text/series_trig.h"
 
 namespace morva {
 namespace {

@@ -9,7 +9,6 @@
 #include "app/command_ids.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -18,6 +17,7 @@
 #include "simulator/motion_run.h"
 #include "simulator/playback.h"
 #include "simulator/stock_envelope.h"
+#include "text/codetext.h"
 
 namespace morva {
 

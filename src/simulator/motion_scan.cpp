@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <limits>
 
-#include "library/codetext.h"
 #include "library/units.h"
 #include "simulator/motion_path.h"
 #include "simulator/motion_run.h"
+#include "text/codetext.h"
 
 namespace morva {
 

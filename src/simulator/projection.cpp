@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
-#include "library/series_trig.h"
 #include "platform/geometry.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "text/series_trig.h"
 
 namespace morva {
 namespace {

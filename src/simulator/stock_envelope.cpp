@@ -6,9 +6,9 @@
 
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
-#include "library/series_trig.h"
 #include "library/units.h"
 #include "simulator/motion_path.h"
+#include "text/series_trig.h"
 
 namespace morva {
 

@@ -6,13 +6,13 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "library/codetext.h"
 #include "library/units.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

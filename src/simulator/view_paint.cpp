@@ -10,13 +10,13 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "library/codetext.h"
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

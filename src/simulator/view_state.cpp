@@ -6,7 +6,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "library/codetext.h"
+#include "app/profile_keys.h"
 #include "library/units.h"
 #include "platform/menu.h"
 #include "platform/profile.h"
@@ -14,6 +14,7 @@
 #include "simulator/playback.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "text/codetext.h"
 
 namespace morva {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/select_drag.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"

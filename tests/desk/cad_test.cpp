@@ -9,7 +9,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "cad/canvas.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "desk/cad_desk.h"

@@ -5,7 +5,7 @@
 #include "documents/file_text.h"
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace drive {
 namespace {

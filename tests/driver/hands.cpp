@@ -6,7 +6,7 @@
 #include "app/command_ids.h"
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "platform/headless/headless.h"
 #include "platform/window.h"
 

@@ -13,7 +13,7 @@
 #include "app/app_state.h"
 #include "dnc/serial_profile.h"
 #include "fuzz/fuzz.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/posix/serial_line.h"

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace reference {
 

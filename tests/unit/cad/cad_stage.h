@@ -12,7 +12,7 @@
 #include "documents/autosave.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "library/units.h"
 #include "support/stage.h"
 

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "app/command_ids.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/tool_state.h"
 #include "support/program_maker.h"
 

@@ -1,6 +1,6 @@
 #include "cad/dimensions.h"
 
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

@@ -10,7 +10,7 @@
 #include "cad/canvas.h"
 #include "cad/edits.h"
 #include "cad/geometry_tools.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/select_drag.h"
 #include "cad_stage.h"
 

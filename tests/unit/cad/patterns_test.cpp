@@ -7,7 +7,7 @@
 
 #include "cad/canvas.h"
 #include "cad/operations_list.h"
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"

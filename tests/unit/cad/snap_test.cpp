@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "cad/outline.h"
+#include "library/outline.h"
 #include "support/program_maker.h"
 #include "unit/cad/draw_stage.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "library/code_index.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "support/program_maker.h"
 #include "support/reference_words.h"
 #include "support/stage.h"

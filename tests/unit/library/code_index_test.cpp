@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "library/codetext.h"
 #include "platform/profile.h"
 #include "support/stage.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

@@ -12,7 +12,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "support/workbench.h"
 
 namespace morva {

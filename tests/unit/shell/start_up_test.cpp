@@ -8,7 +8,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "documents/program_tabs.h"
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "platform/clock.h"
 #include "platform/timer.h"
 #include "platform/window.h"

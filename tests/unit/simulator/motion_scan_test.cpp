@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 #include "simulator/motion_path.h"
 #include "support/program_maker.h"
 #include "support/reference_path.h"

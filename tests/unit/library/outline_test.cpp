@@ -2,7 +2,7 @@
 // turned ones are compared with a rotation by complex numbers and the library's own sine, the
 // series being good to 6e-8.
 
-#include "cad/outline.h"
+#include "library/outline.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 // Sine and cosine are the program's own series, so that the points here are those of the code.
 #pragma once
 
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 

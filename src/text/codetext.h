@@ -2,7 +2,7 @@
 //
 // No locale, no library formatter, no exponent notation. Buffers are zero-terminated 16-bit
 // text with a capacity counted in units, terminator included; what does not fit is cut
-// silently. Nothing here includes any other room, so every room may use it.
+// silently.
 #pragma once
 
 #include <cstdint>
@@ -44,12 +44,5 @@ std::size_t FindFolded(std::u16string_view text, std::u16string_view wanted, std
 // Direction of the vector (x, y) in degrees, -180 to 180; 0 for the zero vector. The arc
 // tangent is the odd-power series through the 31st power after folding to 22.5 degrees.
 double AngleDegrees(double y, double x);
-
-// Keys of the settings file. A default passes through its own text first, so a decimal
-// default is rounded at 4 decimals.
-std::int32_t ProfileReadInteger(const char16_t* section, const char16_t* key,
-                                std::int32_t fallback);
-double ProfileReadDecimal(const char16_t* section, const char16_t* key, double fallback);
-void ProfileWriteDecimal(const char16_t* section, const char16_t* key, double value);
 
 }  // namespace morva

@@ -1,5 +1,10 @@
-#include "library/codetext.h"
+#include "app/profile_keys.h"
+
+#include <string>
+#include <string_view>
+
 #include "platform/profile.h"
+#include "text/codetext.h"
 
 namespace morva {
 

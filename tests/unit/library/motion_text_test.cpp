@@ -1,37 +1,46 @@
 // Expected lines are worked out by hand from the corners and centres.
-#include "cad/motion_text.h"
+#include "library/motion_text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
 
-constexpr int kRoom = 4000;
+constexpr CutData kCut{-0.1, 10, 0.5};
+constexpr CutData kSlowCut{-0.1, 8, 0.5};
 
-// What one emitter writes into an empty buffer.
+// What one emitter writes into an empty text.
 template <typename Emit>
 std::u16string Written(Emit emit) {
-  std::u16string buffer(kRoom, u'\0');
-  emit(buffer.data(), kRoom);
-  return buffer.c_str();
+  CodeWriter out;
+  out.most = 4000;
+  emit(out);
+  EXPECT_FALSE(out.full);
+  return out.text;
+}
+
+ClosedShape Circle(double x, double y, double diameter) {
+  return {ItemShape::Circle, x, y, diameter, 0, 0};
 }
 
 std::u16string Motion(const char16_t* word, double x, double y, double feed, bool withFeed) {
-  return Written([&](char16_t* b, int n) { EmitMotion(b, n, word, x, y, feed, withFeed); });
+  return Written([&](CodeWriter& out) { EmitMotion(out, word, x, y, feed, withFeed); });
 }
 
 std::u16string Shape(int kind, double x, double y, double w, double h, double angle) {
-  return Written(
-      [&](char16_t* b, int n) { EmitClosedShape(b, n, kind, x, y, w, h, angle, -0.1, 10, 0.5); });
+  return Written([&](CodeWriter& out) {
+    EmitClosedShape(out, {static_cast<ItemShape>(kind), x, y, w, h, angle}, kCut);
+  });
 }
 
 std::u16string Slot(double length, double width, double angle) {
-  return Written(
-      [&](char16_t* b, int n) { EmitSlot(b, n, 0, 0, length, width, angle, -0.1, 10, 0.5); });
+  return Written([&](CodeWriter& out) {
+    EmitSlot(out, {ItemShape::Slot, 0, 0, length, width, angle}, kCut);
+  });
 }
 
 TEST(MotionLine, HasThreeDecimalsForPlacesAndOneForTheFeed) {
@@ -48,31 +57,34 @@ TEST(MotionLine, KeepsTheMinusOfAValueThatRoundsToZero) {
   EXPECT_EQ(Motion(u"G00", -0.0, 0.0004, 0, false), u"G00 X0.000 Y0.000\r\n");
 }
 
-TEST(MotionLine, StandsBehindWhatTheBufferHoldsAlready) {
-  char16_t buffer[64] = u"G90\r\n";
-  EmitMotion(buffer, 64, u"G00", 1, 2, 0, false);
-  EXPECT_EQ(std::u16string(buffer), u"G90\r\nG00 X1.000 Y2.000\r\n");
+TEST(MotionLine, StandsBehindWhatTheTextHoldsAlready) {
+  CodeWriter out{u"G90\r\n", 64};
+  EmitMotion(out, u"G00", 1, 2, 0, false);
+  EXPECT_EQ(out.text, u"G90\r\nG00 X1.000 Y2.000\r\n");
 }
 
 TEST(MotionLine, IsCutAtTheCapacityAndNotOneUnitLater) {
   const std::u16string whole = u"G00 X1.000 Y2.000\r\n";
-  for (int capacity = 1; capacity <= static_cast<int>(whole.size()) + 2; ++capacity) {
-    std::u16string buffer(64, u'#');
-    buffer[0] = 0;
-    EmitMotion(buffer.data(), capacity, u"G00", 1, 2, 0, false);
-    const auto kept = std::min(whole.size(), static_cast<std::size_t>(capacity - 1));
-    EXPECT_EQ(std::u16string(buffer.c_str()), whole.substr(0, kept)) << capacity;
-    EXPECT_EQ(buffer[static_cast<std::size_t>(capacity)], u'#') << capacity;
+  for (std::size_t most = 0; most <= whole.size() + 2; ++most) {
+    CodeWriter out{u"", most};
+    EmitMotion(out, u"G00", 1, 2, 0, false);
+    EXPECT_EQ(out.text, whole.substr(0, most)) << most;
+    EXPECT_EQ(out.full, most < whole.size()) << most;
   }
 }
 
-TEST(MotionLine, LeavesABufferWithoutRoomOrWithoutAnEndAlone) {
-  char16_t full[4] = {u'a', u'b', u'c', u'd'};
-  EmitMotion(full, 4, u"G00", 1, 2, 0, false);
-  EXPECT_EQ(std::u16string(full, 4), u"abcd");
-  EmitMotion(full, 0, u"G00", 1, 2, 0, false);
-  EmitMotion(nullptr, 10, u"G00", 1, 2, 0, false);
-  EXPECT_EQ(std::u16string(full, 4), u"abcd");
+TEST(MotionLine, LeavesATextWithoutRoomAlone) {
+  CodeWriter out{u"abcd", 4};
+  EmitMotion(out, u"G00", 1, 2, 0, false);
+  EXPECT_EQ(out.text, u"abcd");
+  out.most = 2;
+  EmitMotion(out, u"G00", 1, 2, 0, false);
+  EXPECT_EQ(out.text, u"abcd");
+}
+
+TEST(MotionLine, IsKeptUpTo219Units) {
+  const std::u16string word(300, u'G');
+  EXPECT_EQ(Motion(word.c_str(), 1, 2, 0, false), word.substr(0, 219));
 }
 
 TEST(MotionLine, HoldsTheLargestCoordinates) {
@@ -136,7 +148,7 @@ TEST(ClosedShape, RunsADiamondClockwiseFromTheTop) {
 TEST(ClosedShape, HandsCirclesAndSlotsOn) {
   EXPECT_EQ(Shape(5, 0, 0, 2, 1, 0), Slot(2, 1, 0));
   EXPECT_EQ(Shape(0, 0, 0, 2, 1, 0),
-            Written([](char16_t* b, int n) { EmitCircle(b, n, 0, 0, 2, -0.1, 10, 0.5); }));
+            Written([](CodeWriter& out) { EmitCircle(out, Circle(0, 0, 2), kCut); }));
 }
 
 TEST(ClosedShape, WritesNothingForAnotherKind) {
@@ -146,7 +158,7 @@ TEST(ClosedShape, WritesNothingForAnotherKind) {
 
 TEST(CircleText, IsSixteenClockwiseArcsWithTheFeedOnTheFirst) {
   const std::u16string text =
-      Written([](char16_t* b, int n) { EmitCircle(b, n, 0, 0, 2, -0.1, 8, 0.5); });
+      Written([](CodeWriter& out) { EmitCircle(out, Circle(0, 0, 2), kSlowCut); });
   EXPECT_EQ(text.find(u"G00 X1.000 Y0.000\r\nG01 Z-0.100 F8.00\r\n"
                       u"G02 X0.924 Y-0.383 I-1.000 J0.000 F8.00\r\n"
                       u"G02 X0.707 Y-0.707 I-0.924 J0.383\r\n"),
@@ -165,7 +177,7 @@ TEST(CircleText, IsSixteenClockwiseArcsWithTheFeedOnTheFirst) {
 // 38268.343.
 TEST(CircleText, TakesItsPointsFromSevenDecimals) {
   const std::u16string text =
-      Written([](char16_t* b, int n) { EmitCircle(b, n, 0, 0, 200000, -0.1, 8, 0.5); });
+      Written([](CodeWriter& out) { EmitCircle(out, Circle(0, 0, 200000), kSlowCut); });
   EXPECT_NE(text.find(u"G02 X92387.950 Y-38268.340 "), text.npos);
 }
 
@@ -173,14 +185,14 @@ TEST(CircleText, TakesItsPointsFromSevenDecimals) {
 // and be written -0.001.
 TEST(CircleText, CountsTheCentreFromTheUnroundedStart) {
   const std::u16string text =
-      Written([](char16_t* b, int n) { EmitCircle(b, n, 0.00025, 0, 0.0005, -0.1, 8, 0.5); });
+      Written([](CodeWriter& out) { EmitCircle(out, Circle(0.00025, 0, 0.0005), kSlowCut); });
   EXPECT_EQ(text.find(u"G00 X0.001 Y0.000\r\n"), 0u);
   EXPECT_NE(text.find(u" I-0.000 J0.000 F8.00\r\n"), text.npos);
 }
 
 TEST(CircleText, IsNothingForADiameterOfZeroOrLess) {
   for (const double diameter : {0.0, -1.0}) {
-    EXPECT_EQ(Written([&](char16_t* b, int n) { EmitCircle(b, n, 0, 0, diameter, -0.1, 8, 0.5); }),
+    EXPECT_EQ(Written([&](CodeWriter& out) { EmitCircle(out, Circle(0, 0, diameter), kSlowCut); }),
               u"");
   }
 }
@@ -213,7 +225,9 @@ TEST(SlotText, IsNothingForAWidthOfNothing) {
 }
 
 TEST(LineText, IsRapidPlungeFeedRetract) {
-  EXPECT_EQ(Written([](char16_t* b, int n) { EmitLine(b, n, 0, 0, 2, 1, -0.125, 7.25, 0.5); }),
+  EXPECT_EQ(Written([](CodeWriter& out) {
+              EmitLine(out, 0, 0, 2, 1, {-0.125, 7.25, 0.5});
+            }),
             u"G00 X0.000 Y0.000\r\nG01 Z-0.125 F7.25\r\nG01 X2.000 Y1.000 F7.3\r\nG00 Z0.500\r\n");
 }
 

@@ -1,9 +1,9 @@
-#include "cad/outline.h"
+#include "library/outline.h"
 
 #include <cmath>
 
-#include "library/codetext.h"
-#include "library/series_trig.h"
+#include "text/codetext.h"
+#include "text/series_trig.h"
 
 namespace morva {
 

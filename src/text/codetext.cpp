@@ -1,4 +1,4 @@
-#include "library/codetext.h"
+#include "text/codetext.h"
 
 #include <cmath>
 #include <limits>

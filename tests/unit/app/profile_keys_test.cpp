@@ -1,9 +1,10 @@
 // Values of the settings file as the rooms read and write them.
+#include "app/profile_keys.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "library/codetext.h"
 #include "platform/profile.h"
 #include "support/stage.h"
 

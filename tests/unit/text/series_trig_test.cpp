@@ -1,4 +1,4 @@
-#include "library/series_trig.h"
+#include "text/series_trig.h"
 
 #include <gtest/gtest.h>
 
