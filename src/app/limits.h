@@ -50,6 +50,7 @@ inline constexpr int kMaxTimerHandlers = 16;    // as above
 inline constexpr int kMaxMessageHandlers = 16;  // as above
 inline constexpr int kMaxUnitForms = 8;         // as above
 inline constexpr int kMaxPlacements = 96;       // as above: what one layout places
+inline constexpr int kMaxCommands = 640;        // as above: rows of what commands say about themselves
 inline constexpr int kLeftPanelLeast = 190;   // the splitter stops
 inline constexpr int kLeftPanelMost = 430;    // the splitter stops
 
