@@ -10,6 +10,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/wells.h"
+#include "cad/cad_commands.h"
 #include "cad/canvas.h"
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
@@ -446,6 +447,7 @@ void OpenCadPattern(int panelMode) {
 }
 
 void RegisterCad() {
+  AddCommands(CadCommands());
   hooks.refreshBuilderKeys = RefreshCadKeys;
   hooks.cancelCadInput = CancelInput;
   hooks.outputAppended = ShowLogged;

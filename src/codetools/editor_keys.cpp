@@ -8,6 +8,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/codetools_commands.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/editor_help.h"
@@ -86,6 +87,7 @@ void PaintGutter(platform::Canvas& canvas) {
 }
 
 void RegisterCodeToolCommands() {
+  AddCommands(CodeToolCommands());
   hooks.colourEditor = [] {
     ColourCodeEditor();
     if (app.commandWordsActive) {

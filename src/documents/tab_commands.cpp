@@ -10,6 +10,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "documents/autosave.h"
+#include "documents/document_commands.h"
 #include "documents/editor_changes.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
@@ -257,13 +258,13 @@ void SaveAsFromMenu(int, int) {
 
 void OpenFirstTab() { SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC")); }
 
-struct Command {
+struct Answer {
   int first;
   int last;
   CommandHandler handler;
 };
 
-constexpr Command kCommands[] = {
+constexpr Answer kAnswers[] = {
     {kIdNew, kIdNew, [](int, int) { NewProgram(); }},
     {kIdOpen, kIdOpen, [](int, int) { OpenProgram(); }},
     {kIdSaveMenu, kIdSaveMenu, [](int, int) { ShowSaveMenu(); }},
@@ -300,9 +301,10 @@ bool ProgramKey(const platform::KeyEvent& key) {
 }
 
 void RegisterDocumentCommands() {
+  AddCommands(DocumentCommands());
   hooks.titleChanged = TabTitleChanged;
   hooks.openFirstTab = OpenFirstTab;
-  for (const Command& row : kCommands) {
+  for (const Answer& row : kAnswers) {
     RegisterCommand(RouterStage::Click, row.first, row.last, 0, row.handler);
   }
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/data_dir.h"
 #include "app/edit_menu.h"
 #include "app/hooks.h"
@@ -258,6 +259,7 @@ const platform::Events& EventRecord() {
 void JoinRooms() {
   ClearCommands();
   ClearPanels();
+  ResetCommandWords();
   RegisterDocumentCommands();
   RegisterFeatureCommands();
   RegisterDestinationPicker();
@@ -319,6 +321,7 @@ int StartApplication() {
 void ResetApplication() {
   ClearCommands();
   ClearPanels();
+  ResetCommandWords();
   hooks = Hooks();
   ResetHover();
   ResetTransfer();

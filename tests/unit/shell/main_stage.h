@@ -15,6 +15,7 @@
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
 #include "support/stage.h"
+#include "support/words.h"
 
 namespace shell_test {
 
@@ -58,6 +59,7 @@ struct MainStage : public support::Stage {
     window.minimumWidth = 1200;
     window.minimumHeight = 800;
     platform::MakeMainWindow(window);
+    support::HandInWords();
     morva::RegisterShellCommands();
     morva::MakeMainControls();
     morva::OpenTab(u"", u"", u"Untitled-1.NC");
