@@ -2,6 +2,8 @@
 
 #include "app/app_state.h"
 #include "app/hooks.h"
+#include "app/join_table.h"
+#include "app/stop.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -9,19 +11,15 @@ namespace morva {
 namespace {
 
 Panel panels[kMaxPanels];
-int panelCount = 0;
+JoinTable panelFill{u"panels", kMaxPanels};
 Handlers handlerTable[kMaxHandlers];
-int handlerCount = 0;
+JoinTable handlerFill{u"control handlers", kMaxHandlers};
 
 }  // namespace
 
-bool RegisterPanel(const Panel& panel) {
-  if (panelCount >= kMaxPanels) return false;
-  panels[panelCount++] = panel;
-  return true;
-}
+void RegisterPanel(const Panel& panel) { panels[NextRow(panelFill)] = panel; }
 
-int PanelCount() { return panelCount; }
+int PanelCount() { return panelFill.count; }
 
 const Panel& PanelAt(int index) { return panels[index]; }
 
@@ -31,7 +29,7 @@ bool IsPanelActive(const Panel& panel) {
 }
 
 bool HasPanel(int mode) {
-  for (int i = 0; i < panelCount; ++i) {
+  for (int i = 0; i < panelFill.count; ++i) {
     if (panels[i].mode == mode) return true;
   }
   return false;
@@ -44,22 +42,21 @@ void ShowAt(int id, const platform::Rect& place) {
 
 void RelayPanels() { Call(hooks.layout); }
 
-bool RegisterHandlers(const Handlers& handlers) {
-  if (handlerCount >= kMaxHandlers) return false;
-  handlerTable[handlerCount++] = handlers;
-  return true;
+void RegisterHandlers(const Handlers& handlers) {
+  if (handlers.id == 0) StopProgram(u"MORVA cannot start. A control handler has no id.");
+  handlerTable[NextRow(handlerFill)] = handlers;
 }
 
 const Handlers* HandlersOf(int id, int n) {
-  for (int i = 0; i < handlerCount; ++i) {
+  for (int i = 0; i < handlerFill.count; ++i) {
     if (handlerTable[i].id == id && n-- == 0) return &handlerTable[i];
   }
   return nullptr;
 }
 
 void ClearPanels() {
-  panelCount = 0;
-  handlerCount = 0;
+  panelFill.count = 0;
+  handlerFill.count = 0;
 }
 
 }  // namespace morva

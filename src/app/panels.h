@@ -30,8 +30,8 @@ struct Panel {
 };
 
 inline constexpr int kMaxPanels = 24;
-// False: the table is full.
-bool RegisterPanel(const Panel& panel);
+// A full table stops the program with words.
+void RegisterPanel(const Panel& panel);
 int PanelCount();
 const Panel& PanelAt(int index);
 // Whether a panel is to be shown now.
@@ -58,7 +58,8 @@ struct Handlers {
 };
 
 inline constexpr int kMaxHandlers = 96;
-bool RegisterHandlers(const Handlers& handlers);
+// A full table and an id of 0 stop the program with words.
+void RegisterHandlers(const Handlers& handlers);
 // The n-th record of an id, null past the last. Several rooms may listen to one id; the first
 // that answers true ends the search.
 const Handlers* HandlersOf(int id, int n);

@@ -1,8 +1,11 @@
 #include "app/router.h"
 
 #include "app/command_ids.h"
+#include "app/join_table.h"
 #include "app/limits.h"
+#include "app/stop.h"
 #include "platform/events.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -17,21 +20,26 @@ struct Row {
 };
 
 Row rows[kMaxCommandHandlers];
-int rowCount = 0;
+JoinTable rowFill{u"command handlers", kMaxCommandHandlers};
 
 struct TimerRow {
   int timer;
   void (*handler)();
 };
 TimerRow timerRows[kMaxTimerHandlers];
-int timerCount = 0;
+JoinTable timerFill{u"timer handlers", kMaxTimerHandlers};
 
 struct MessageRow {
   unsigned message;
   void (*handler)(unsigned long long, unsigned long long);
 };
 MessageRow messageRows[kMaxMessageHandlers];
-int messageCount = 0;
+JoinTable messageFill{u"message handlers", kMaxMessageHandlers};
+
+[[noreturn]] void StopAt(std::u16string_view what, int number, std::u16string_view why) {
+  StopProgram(u"MORVA cannot start. The " + std::u16string(what) + u" " + IntegerText(number) +
+              u" " + std::u16string(why) + u".");
+}
 
 bool Fits(const Row& row, int id, int notification) {
   if (id < row.firstId || id > row.lastId) return false;
@@ -41,7 +49,7 @@ bool Fits(const Row& row, int id, int notification) {
 
 const Row* FindRow(int id, int notification) {
   for (int stage = 0; stage < kRouterStages; ++stage) {
-    for (int i = 0; i < rowCount; ++i) {
+    for (int i = 0; i < rowFill.count; ++i) {
       if (static_cast<int>(rows[i].stage) == stage && Fits(rows[i], id, notification)) {
         return &rows[i];
       }
@@ -82,17 +90,23 @@ const PendingCommand kPending[] = {
 
 }  // namespace
 
-bool RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
+void RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
                      CommandHandler handler) {
-  if (rowCount >= kMaxCommandHandlers || !handler) return false;
-  rows[rowCount++] = Row{stage, firstId, lastId, notification, handler};
-  return true;
+  if (!handler || lastId < firstId) StopAt(u"command", firstId, u"has no handler or no id");
+  for (int i = 0; i < rowFill.count; ++i) {
+    const Row& row = rows[i];
+    if (row.stage == stage && row.notification == notification && row.firstId <= lastId &&
+        firstId <= row.lastId) {
+      StopAt(u"command", firstId, u"has a handler in this stage already");
+    }
+  }
+  rows[NextRow(rowFill)] = Row{stage, firstId, lastId, notification, handler};
 }
 
 void ClearCommands() {
-  rowCount = 0;
-  timerCount = 0;
-  messageCount = 0;
+  rowFill.count = 0;
+  timerFill.count = 0;
+  messageFill.count = 0;
 }
 
 bool RouteCommand(int id, int notification) {
@@ -119,21 +133,26 @@ bool IsPending(int id) {
   return false;
 }
 
-bool RegisterTimer(int timer, void (*handler)()) {
-  if (timerCount >= kMaxTimerHandlers || !handler) return false;
-  timerRows[timerCount++] = TimerRow{timer, handler};
-  return true;
+void RegisterTimer(int timer, void (*handler)()) {
+  if (!handler) StopAt(u"timer", timer, u"has no handler");
+  for (int i = 0; i < timerFill.count; ++i) {
+    if (timerRows[i].timer == timer) StopAt(u"timer", timer, u"has a handler already");
+  }
+  timerRows[NextRow(timerFill)] = TimerRow{timer, handler};
 }
 
-bool RegisterMessage(unsigned message,
+void RegisterMessage(unsigned message,
                      void (*handler)(unsigned long long first, unsigned long long second)) {
-  if (messageCount >= kMaxMessageHandlers || !handler) return false;
-  messageRows[messageCount++] = MessageRow{message, handler};
-  return true;
+  const int number = static_cast<int>(message);
+  if (!handler) StopAt(u"message", number, u"has no handler");
+  for (int i = 0; i < messageFill.count; ++i) {
+    if (messageRows[i].message == message) StopAt(u"message", number, u"has a handler already");
+  }
+  messageRows[NextRow(messageFill)] = MessageRow{message, handler};
 }
 
 void RouteTimer(int timer) {
-  for (int i = 0; i < timerCount; ++i) {
+  for (int i = 0; i < timerFill.count; ++i) {
     if (timerRows[i].timer == timer) {
       timerRows[i].handler();
       return;
@@ -142,7 +161,7 @@ void RouteTimer(int timer) {
 }
 
 void RouteMessage(unsigned message, unsigned long long first, unsigned long long second) {
-  for (int i = 0; i < messageCount; ++i) {
+  for (int i = 0; i < messageFill.count; ++i) {
     if (messageRows[i].message == message) {
       messageRows[i].handler(first, second);
       return;

@@ -8,16 +8,16 @@
 namespace morva {
 
 enum class RouterStage {
-  HomeToolCombo,   // 2930 with a combo selection
-  Builder,         // notification 0: rules, wizard cards, shape keys, plate and CAD commands
-  Surface,         // notification 0: 1200 to 1202, 1210, 1211, 1216
-  FeatureSelect,   // 1212 with a list selection
-  FeatureEdit,     // 1213 clicked, 1212 double-clicked
-  FeatureSwitch,   // 2991, 2992, 2990
-  FeatureKeys,     // 1276, 1275, 1214
-  Notified,        // all other ids with a notification other than 0
-  Simulator,       // notification 0: playback, view, units
-  Click,           // notification 0: the remaining ids
+  HomeToolCombo,  // 2930 with a combo selection
+  Builder,        // notification 0: rules, wizard cards, shape keys, plate and CAD commands
+  Surface,        // notification 0: 1200 to 1202, 1210, 1211, 1216
+  FeatureSelect,  // 1212 with a list selection
+  FeatureEdit,    // 1213 clicked, 1212 double-clicked
+  FeatureSwitch,  // 2991, 2992, 2990
+  FeatureKeys,    // 1276, 1275, 1214
+  Notified,       // all other ids with a notification other than 0
+  Simulator,      // notification 0: playback, view, units
+  Click,          // notification 0: the remaining ids
 };
 inline constexpr int kRouterStages = 10;
 
@@ -26,11 +26,12 @@ inline constexpr int kNotifyBelowThree = -2;
 
 using CommandHandler = void (*)(int id, int notification);
 
-// `notification` is one code or kNotifyBelowThree. False: the table is full.
-bool RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
+// `notification` is one code or kNotifyBelowThree. A full table, a null handler, a range that is
+// upside down and ids that the same stage has taken already stop the program with words.
+void RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
                      CommandHandler handler);
-inline bool RegisterCommand(RouterStage stage, int id, int notification, CommandHandler handler) {
-  return RegisterCommand(stage, id, id, notification, handler);
+inline void RegisterCommand(RouterStage stage, int id, int notification, CommandHandler handler) {
+  RegisterCommand(stage, id, id, notification, handler);
 }
 void ClearCommands();
 
@@ -48,10 +49,11 @@ struct PendingCommand {
 const PendingCommand* PendingCommands(int& count);
 bool IsPending(int id);
 
-// What fires on the main window's timers and posted messages, besides commands.
-bool RegisterTimer(int timer, void (*handler)());
-bool RegisterMessage(unsigned message, void (*handler)(unsigned long long first,
-                                                       unsigned long long second));
+// What fires on the main window's timers and posted messages, besides commands. One handler
+// each; a second one, a null handler and a full table stop the program with words.
+void RegisterTimer(int timer, void (*handler)());
+void RegisterMessage(unsigned message,
+                     void (*handler)(unsigned long long first, unsigned long long second));
 void RouteTimer(int timer);
 void RouteMessage(unsigned message, unsigned long long first, unsigned long long second);
 

@@ -1,11 +1,15 @@
 #include "cad/sketch_units.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/router.h"
+#include "app/stop.h"
 #include "cad/draw_tools.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
@@ -25,7 +29,7 @@ struct LengthField {
   int decimals = 0;
 };
 LengthField added[kMaxSketchLengthFields];
-int addedCount = 0;
+JoinTable addedFill{u"fields of the sketch's unit switch", kMaxSketchLengthFields};
 
 // The workspace's own fields. Five of the tools keep more decimals; a feed has two.
 constexpr LengthField kOwnFields[] = {
@@ -81,10 +85,15 @@ void OnUnitKey(int id, int /*notification*/) {
 
 }  // namespace
 
-bool AddSketchLengthField(int id, int decimals) {
-  if (addedCount == kMaxSketchLengthFields) return false;
-  added[addedCount++] = {id, decimals};
-  return true;
+void AddSketchLengthField(int id, int decimals) {
+  const auto same = [id](const LengthField& field) { return field.id == id; };
+  if (std::any_of(std::begin(kOwnFields), std::end(kOwnFields), same) ||
+      std::any_of(added, added + addedFill.count, same)) {
+    // Converted twice it would be off by 25.4.
+    StopProgram(u"MORVA cannot start. The unit switch of the sketch has field " + IntegerText(id) +
+                u" twice.");
+  }
+  added[NextRow(addedFill)] = {id, decimals};
 }
 
 void ShowSketchUnitCaptions() {
@@ -106,14 +115,14 @@ void SwitchSketchUnits(bool metric) {
     for (int i = 0; i < sketch.objectCount; ++i) ScaleLengths(sketch.objects[i], factor);
     sketch.metric = metric;
     for (const LengthField& field : kOwnFields) ConvertField(field, factor);
-    for (int i = 0; i < addedCount; ++i) ConvertField(added[i], factor);
+    for (int i = 0; i < addedFill.count; ++i) ConvertField(added[i], factor);
   }
   ShowSketchUnitCaptions();
   platform::Repaint(kViewCadCanvas);
 }
 
 void RegisterSketchUnits() {
-  addedCount = 0;
+  addedFill.count = 0;
   RegisterCommand(RouterStage::Builder, kIdCadInch, kIdCadMm, platform::kNotifyClick, OnUnitKey);
 }
 

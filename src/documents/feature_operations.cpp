@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/stop.h"
 #include "documents/autosave.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
@@ -404,7 +405,10 @@ void ToggleFeatureHide() {
 }
 
 void SetBuilderOpener(int kind, BuilderOpener opener) {
-  if (kind >= 0 && kind < kKinds) openers[kind] = opener;
+  if (kind < kKindShape || kind >= kKinds) {
+    StopProgram(u"MORVA cannot start. A builder has the unknown kind " + IntegerText(kind) + u".");
+  }
+  openers[kind] = opener;
 }
 
 void SetShapeRecovery(int (*recover)(const FeatureSettings& record)) { recoverShape = recover; }

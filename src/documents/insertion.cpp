@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/stop.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
@@ -199,7 +200,11 @@ void DropEditLink() {
 }
 
 void SetSettingsWriter(int kind, SettingsWriter writer) {
-  if (kind >= 0 && kind < kKinds) writers[kind] = writer;
+  if (kind < kKindShape || kind >= kKinds) {
+    StopProgram(u"MORVA cannot start. A settings writer has the unknown kind " + IntegerText(kind) +
+                u".");
+  }
+  writers[kind] = writer;
 }
 
 void SetDestinationPicker(DestinationPicker chosen) { picker = chosen; }

@@ -24,6 +24,7 @@ extern EditLink editLink;
 void DropEditLink();
 
 // The room that owns a kind writes its live model. False: the model cannot be stored.
+// An unknown kind stops the program with words; a second writer takes the place of the first.
 using SettingsWriter = bool (*)(FeatureSettings& record);
 void SetSettingsWriter(int kind, SettingsWriter writer);
 

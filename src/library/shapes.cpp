@@ -4,7 +4,9 @@
 #include <cstring>
 
 #include "app/app_state.h"
+#include "app/join_table.h"
 #include "app/profile_keys.h"
+#include "app/stop.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
 #include "platform/file.h"
@@ -26,7 +28,7 @@ constexpr std::size_t kObjectBytes = 48;
 static_assert(kObjectsAt + kMaxShapeObjects * kObjectBytes == kShapeMirrorBytes);
 
 void (*fills[kMaxShapeLists])() = {};
-int fillCount = 0;
+JoinTable listFill{u"lists of shapes", kMaxShapeLists};
 
 constexpr ShapeRow kBuiltIn[] = {{u"Square", 0},   {u"Rectangle", 1}, {u"Circle", 2},
                                  {u"Triangle", 3}, {u"Line", 4},      {u"Diamond / Other", 5},
@@ -231,24 +233,23 @@ const ShapeRow* BuiltInShapeRows(int& count) {
   return kBuiltIn;
 }
 
-bool AddShapeList(void (*fill)()) {
-  if (fillCount == kMaxShapeLists) return false;
-  fills[fillCount++] = fill;
-  return true;
+void AddShapeList(void (*fill)()) {
+  if (!fill) StopProgram(u"MORVA cannot start. A list of shapes has nothing that fills it.");
+  fills[NextRow(listFill)] = fill;
 }
 
 void RefreshShapeLists() {
-  for (int i = 0; i < fillCount; ++i) fills[i]();
+  for (int i = 0; i < listFill.count; ++i) fills[i]();
 }
 
 void RegisterShapeLibrary() {
-  fillCount = 0;
+  listFill.count = 0;
   SetShapeRecovery(RecoverProjectShape);
 }
 
 void ResetShapeLibrary() {
   shapeLibrary = ShapeLibrary();
-  fillCount = 0;
+  listFill.count = 0;
 }
 
 }  // namespace morva

@@ -61,8 +61,9 @@ inline constexpr std::int64_t kCustomShapeData = 1000;
 void FillShapeList(int listId, const ShapeRow* builtIn, int count);
 // The seven shapes of the Shape Builder, data 0 to 6.
 const ShapeRow* BuiltInShapeRows(int& count);
-// A form registers how its list is filled; RefreshShapeLists runs them all. False: full.
-bool AddShapeList(void (*fill)());
+// A form registers how its list is filled; RefreshShapeLists runs them all. A full table
+// and a null `fill` stop the program with words.
+void AddShapeList(void (*fill)());
 void RefreshShapeLists();
 
 void RegisterShapeLibrary();  // once, when rooms are joined

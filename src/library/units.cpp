@@ -3,9 +3,11 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "app/router.h"
+#include "app/stop.h"
 #include "platform/control.h"
 
 namespace morva {
@@ -17,7 +19,7 @@ struct UnitForm {
   void (*captions)() = nullptr;
 };
 UnitForm forms[kMaxUnitForms];
-int formCount = 0;
+JoinTable formFill{u"forms of the unit switch", kMaxUnitForms};
 
 void OnUnitKey(int id, int /*notification*/) { SetUnits(id == kIdMm); }
 
@@ -28,7 +30,7 @@ bool UnitsMetric() { return app.unitsMetric; }
 void ShowUnitCaptions() {
   platform::SetText(kIdInch, app.unitsMetric ? u"INCH" : u"INCH *");
   platform::SetText(kIdMm, app.unitsMetric ? u"MM *" : u"MM");
-  for (int i = 0; i < formCount; ++i) {
+  for (int i = 0; i < formFill.count; ++i) {
     if (forms[i].captions) forms[i].captions();
   }
 }
@@ -38,7 +40,7 @@ void SetUnits(bool metric) {
     ShowUnitCaptions();
     return;
   }
-  for (int i = 0; i < formCount; ++i) {
+  for (int i = 0; i < formFill.count; ++i) {
     if (forms[i].convert) forms[i].convert(metric, metric ? kMmPerInch : kInchPerMm);
   }
   app.unitsMetric = metric;
@@ -49,14 +51,15 @@ void SetUnits(bool metric) {
                     : u"Units switched to INCH (G20). Tool inputs converted.");
 }
 
-bool RegisterUnitForm(void (*convert)(bool metric, double factor), void (*captions)()) {
-  if (formCount == kMaxUnitForms) return false;
-  forms[formCount++] = {convert, captions};
-  return true;
+void RegisterUnitForm(void (*convert)(bool metric, double factor), void (*captions)()) {
+  if (!convert && !captions) {
+    StopProgram(u"MORVA cannot start. A form of the unit switch has nothing to convert.");
+  }
+  forms[NextRow(formFill)] = {convert, captions};
 }
 
 void ResetUnits() {
-  formCount = 0;
+  formFill.count = 0;
   app.unitsMetric = false;
 }
 

@@ -16,8 +16,10 @@ void SetUnits(bool metric);
 // "INCH *" and "MM", or "INCH" and "MM *", on every pair of unit keys that exists.
 void ShowUnitCaptions();
 
-// A form that SetUnits converts registers here; `convert` gets the new unit and the factor.
-bool RegisterUnitForm(void (*convert)(bool metric, double factor), void (*captions)());
+// A form that SetUnits converts registers here; `convert` gets the new unit and the factor,
+// `captions` follows any change of the captions; either may be null. A full table stops the
+// program with words.
+void RegisterUnitForm(void (*convert)(bool metric, double factor), void (*captions)());
 void ResetUnits();
 void RegisterUnitCommands();
 

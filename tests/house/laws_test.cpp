@@ -3,56 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
-#include <vector>
+
+#include "house/sources.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-const fs::path kSource = MORVA_SOURCE_DIR;
-const fs::path kBinary = MORVA_BINARY_DIR;
-
-std::string ReadText(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::vector<fs::path> SourcesBelow(const fs::path& folder) {
-  std::vector<fs::path> found;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    const std::string extension = entry.path().extension().string();
-    if (extension == ".h" || extension == ".cpp") found.push_back(entry.path());
-  }
-  return found;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::stringstream in(text);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
-bool Below(const fs::path& path, const char* folder) {
-  const std::string relative = fs::relative(path, kSource).generic_string();
-  return relative.rfind(std::string(folder) + "/", 0) == 0;
-}
-
-// The text between quotes or angle brackets of an include line, empty for other lines.
-std::string Included(const std::string& line) {
-  if (line.rfind("#include", 0) != 0) return "";
-  const std::size_t from = line.find_first_of("<\"");
-  const std::size_t to = line.find_last_of(">\"");
-  if (from == std::string::npos || to <= from) return "";
-  return line.substr(from + 1, to - from - 1);
-}
+using namespace house;
 
 bool IsToolkitHeader(const std::string& name) {
   const std::size_t slash = name.find_last_of('/');
@@ -162,6 +120,24 @@ TEST(House, ThrowsNothingAndDerivesNothingInTheCore) {
       }
     }
   }
+}
+
+// A registration that finds its table full stops the program; nobody can overlook an answer that
+// is not there.
+TEST(House, RegistersWithoutAnAnswer) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform")) continue;
+    for (const std::string& line : Lines(CodeOf(ReadText(path)))) {
+      EXPECT_EQ(line.find("bool Register"), std::string::npos) << path << ": " << line;
+    }
+  }
+}
+
+TEST(House, TellsCodeFromWords) {
+  EXPECT_EQ(CodeOf("a // b\nc"), "a     \nc");
+  EXPECT_EQ(CodeOf("a /* b\nc */ d"), "a     \n     d");
+  EXPECT_EQ(CodeOf("f(\"x\\\"y\", 'z', 1'000);"), "f(      ,    , 1'000);");
+  EXPECT_EQ(CodeOf("c == '\\'' || d"), "c ==      || d");
 }
 
 }  // namespace

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/command_ids.h"
-#include "app/router.h"
 #include "cad/sketch.h"
-#include "cad/sketch_units.h"
 #include "library/shapes.h"
 #include "support/stage.h"
 
@@ -53,16 +51,6 @@ TEST(ShapeLimits, TwentyFourShapesOf64ObjectsAndNamesOf71Units) {
   ResetShapeLibrary();
 }
 
-TEST(ShapeLimits, OneMoreListOfShapesIsRefusedUntilRoomsAreJoinedAnew) {
-  static_assert(kMaxShapeLists == 8);
-  ResetShapeLibrary();
-  for (int i = 0; i < kMaxShapeLists; ++i) ASSERT_TRUE(AddShapeList([] {}));
-  EXPECT_FALSE(AddShapeList([] {}));
-  ResetShapeLibrary();
-  EXPECT_TRUE(AddShapeList([] {}));
-  ResetShapeLibrary();
-}
-
 using SketchLists = support::Stage;
 
 TEST_F(SketchLists, FortyRecentOperationsAreKeptAndTheOldestGoes) {
@@ -76,20 +64,6 @@ TEST_F(SketchLists, FortyRecentOperationsAreKeptAndTheOldestGoes) {
   EXPECT_EQ(platform::RowCount(kIdCadRecent), 40);
   EXPECT_EQ(platform::RowText(kIdCadRecent, 0), u"next");
   EXPECT_EQ(platform::RowText(kIdCadRecent, 39), u"last");
-}
-
-TEST(SketchLimits, OneMoreFieldOfTheUnitSwitchIsRefusedUntilRoomsAreJoinedAnew) {
-  static_assert(kMaxSketchLengthFields == 32);
-  ClearCommands();
-  RegisterSketchUnits();
-  for (int i = 0; i < kMaxSketchLengthFields; ++i) {
-    ASSERT_TRUE(AddSketchLengthField(kIdCadPatternFirst, 3));
-  }
-  EXPECT_FALSE(AddSketchLengthField(kIdCadPatternFirst, 3));
-  RegisterSketchUnits();
-  EXPECT_TRUE(AddSketchLengthField(kIdCadPatternFirst, 3));
-  RegisterSketchUnits();
-  ClearCommands();
 }
 
 }  // namespace

@@ -16,7 +16,6 @@
 #include <vector>
 
 #include "app/outlets.h"
-#include "app/router.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/companions.h"
@@ -24,7 +23,6 @@
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
-#include "library/units.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/layout.h"
@@ -448,34 +446,6 @@ TEST_F(Limits, TheNameOfAPort) {
     LoadSerialProfile();
     EXPECT_EQ(std::u16string(serialProfile.port),
               std::u16string(static_cast<std::size_t>(std::min(length, 31)), u'p'));
-  }
-}
-
-TEST_F(Limits, HandlersOfTheRouter) {
-  static_assert(kMaxCommandHandlers == 256);
-  static_assert(kMaxTimerHandlers == 16 && kMaxMessageHandlers == 16);
-  for (int round = 0; round < 2; ++round) {
-    ClearCommands();
-    for (int i = 0; i < kMaxCommandHandlers; ++i) {
-      ASSERT_TRUE(RegisterCommand(RouterStage::Click, 30000 + i, 0, [](int, int) {}));
-    }
-    EXPECT_FALSE(RegisterCommand(RouterStage::Click, 40000, 0, [](int, int) {}));
-    EXPECT_FALSE(RouteCommand(40000, 0));
-    EXPECT_TRUE(RouteCommand(30255, 0));
-    for (int i = 0; i < kMaxTimerHandlers; ++i) ASSERT_TRUE(RegisterTimer(100 + i, [] {}));
-    EXPECT_FALSE(RegisterTimer(200, [] {}));
-    const auto hear = [](unsigned long long, unsigned long long) {};
-    for (unsigned i = 0; i < kMaxMessageHandlers; ++i) ASSERT_TRUE(RegisterMessage(100 + i, hear));
-    EXPECT_FALSE(RegisterMessage(200, hear));
-  }
-}
-
-TEST_F(Limits, FormsOfTheUnitSwitch) {
-  static_assert(kMaxUnitForms == 8);
-  for (int round = 0; round < 2; ++round) {
-    ResetUnits();
-    for (int i = 0; i < kMaxUnitForms; ++i) EXPECT_TRUE(RegisterUnitForm(nullptr, nullptr));
-    EXPECT_FALSE(RegisterUnitForm(nullptr, nullptr));
   }
 }
 

@@ -20,6 +20,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -115,6 +116,7 @@ struct Stage : public ::testing::Test {
     morva::ResetAppState();
     morva::hooks = morva::Hooks();
     morva::ClearCommands();
+    morva::ClearPanels();
     MakeStageControls();
   }
   ~Stage() override {
@@ -123,6 +125,7 @@ struct Stage : public ::testing::Test {
     platform::ListenTo(&kNobody);
     morva::hooks = morva::Hooks();
     morva::ClearCommands();
+    morva::ClearPanels();
     headless::Reset(home);
     std::error_code ignored;
     fs::remove_all(folder, ignored);

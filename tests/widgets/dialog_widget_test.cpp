@@ -16,6 +16,7 @@
 #include "platform/menu.h"
 #include "platform/message.h"
 #include "platform/pick_file.h"
+#include "platform/process.h"
 #include "widgets/stand.h"
 
 namespace {
@@ -58,6 +59,21 @@ TEST(Boxes, EscapeAnswersCancelElseNoElseOk) {
   EXPECT_EQ(Escaped(BoxButtons::Ok), BoxAnswer::Ok);
   EXPECT_EQ(Escaped(BoxButtons::YesNo), BoxAnswer::No);
   EXPECT_EQ(Escaped(BoxButtons::YesNoCancel), BoxAnswer::Cancel);
+}
+
+// In a process of its own, which ends once the box is answered.
+TEST(BoxesDeathTest, AStopTellsItsWordsTwiceAndEndsTheProcess) {
+  testing::GTEST_FLAG(death_test_style) = "threadsafe";
+  const auto stop = [] {
+    stand::Open();
+    OnBox([](QMessageBox* box) {
+      std::fprintf(stderr, "%s/%s", qPrintable(box->windowTitle()), qPrintable(box->text()));
+      box->button(QMessageBox::Ok)->click();
+    });
+    StopProcess(u"MORVA", u"The table is full.", 3);
+  };
+  EXPECT_EXIT(stop(), testing::ExitedWithCode(3),
+              "The table is full\\.(.|\n)*MORVA/The table is full\\.");
 }
 
 TEST(Boxes, ShowTitleWordsAndExactlyTheirButtons) {

@@ -5,8 +5,11 @@
 #include <QSerialPortInfo>
 #include <QStandardPaths>
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 #include "platform/file.h"
+#include "platform/message.h"
 #include "platform/process.h"
 #include "platform/qt/qt_internal.h"
 #include "platform/qt/qt_testing.h"
@@ -64,6 +67,14 @@ void EndProcess() {
   EndPosts();
   delete application;
   application = nullptr;
+}
+
+void StopProcess(std::u16string_view title, std::u16string_view words, int exitCode) {
+  // The box may stand for hours; the words must be readable before.
+  std::fprintf(stderr, "%s\n", ToUtf8(words).c_str());
+  std::fflush(nullptr);
+  if (application != nullptr) ShowBox(title, words, BoxButtons::Ok, BoxIcon::Error);
+  std::_Exit(exitCode);
 }
 
 void SetExecutablePathForTests(const QString& path) { executableForTests = Text16(path); }

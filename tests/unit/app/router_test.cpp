@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/command_ids.h"
-#include "app/limits.h"
+#include "app/stop.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -31,8 +31,8 @@ class Router : public testing::Test {
 };
 
 TEST_F(Router, AsksTheEarlierStageFirstWhateverTheOrderOfRegistration) {
-  ASSERT_TRUE(RegisterCommand(RouterStage::Click, 661, 0, Late));
-  ASSERT_TRUE(RegisterCommand(RouterStage::Simulator, 661, 0, Early));
+  RegisterCommand(RouterStage::Click, 661, 0, Late);
+  RegisterCommand(RouterStage::Simulator, 661, 0, Early);
   EXPECT_EQ(StageOf(661, 0), static_cast<int>(RouterStage::Simulator));
   EXPECT_TRUE(RouteCommand(661, 0));
   EXPECT_EQ(asked, std::vector<std::string>{"early"});
@@ -68,14 +68,24 @@ TEST_F(Router, AnswersNothingToAnUnknownId) {
   EXPECT_EQ(StageOf(12345, 0), -1);
 }
 
-TEST_F(Router, RefusesOneHandlerMoreThanItsTableHolds) {
-  for (int i = 0; i < kMaxCommandHandlers; ++i) {
-    ASSERT_TRUE(RegisterCommand(RouterStage::Click, 30000 + i, 0, Early));
-  }
-  EXPECT_FALSE(RegisterCommand(RouterStage::Click, 40000, 0, Early));
-  EXPECT_TRUE(RouteCommand(30000 + kMaxCommandHandlers - 1, 0));
-  ClearCommands();
-  EXPECT_TRUE(RegisterCommand(RouterStage::Click, 40000, 0, Early));
+TEST_F(Router, StopsTheProgramAtARowThatMakesNoSense) {
+  const auto stops = testing::ExitedWithCode(kStopExitCode);
+  EXPECT_EXIT(RegisterCommand(RouterStage::Click, 661, 0, nullptr), stops,
+              "command 661 has no handler");
+  EXPECT_EXIT(RegisterCommand(RouterStage::Click, 662, 661, 0, Early), stops,
+              "command 662 has no handler or no id");
+  RegisterCommand(RouterStage::Click, 800, 807, 0, Early);
+  EXPECT_EXIT(RegisterCommand(RouterStage::Click, 807, 0, Late), stops,
+              "command 807 has a handler in this stage already");
+  RegisterCommand(RouterStage::Click, 808, 0, Late);
+  RegisterCommand(RouterStage::Simulator, 807, 0, Late);
+  RegisterCommand(RouterStage::Click, 807, 1, Late);
+  EXPECT_EXIT(RegisterTimer(3, nullptr), stops, "timer 3 has no handler");
+  RegisterTimer(3, Timer);
+  EXPECT_EXIT(RegisterTimer(3, Timer), stops, "timer 3 has a handler already");
+  EXPECT_EXIT(RegisterMessage(9, nullptr), stops, "message 9 has no handler");
+  RegisterMessage(9, Message);
+  EXPECT_EXIT(RegisterMessage(9, Message), stops, "message 9 has a handler already");
 }
 
 TEST_F(Router, HandsTimersAndMessagesToTheirOwner) {

@@ -73,7 +73,7 @@ TEST_F(SketchUnits, AFieldOfAnotherFormFollowsOnceItIsAdded) {
   platform::SetText(kIdCadPatternLast, u"2");
   SwitchSketchUnits(true);
   EXPECT_EQ(TextOf(kIdCadPatternLast), u"2");
-  ASSERT_TRUE(AddSketchLengthField(kIdCadPatternLast, 3));
+  AddSketchLengthField(kIdCadPatternLast, 3);
   SwitchSketchUnits(false);
   EXPECT_EQ(TextOf(kIdCadPatternLast), u"0.079");
 }

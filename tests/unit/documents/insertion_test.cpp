@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "app/stop.h"
 #include "unit/documents/block_builder.h"
 #include "unit/documents/blocks_stage.h"
 
@@ -308,6 +309,13 @@ TEST_F(InsertBlock, RefusesAModelThatCannotBeStored) {
   refused(0);
   refused(8);
   refused(-1);
+}
+
+TEST_F(InsertBlock, AWriterOfAnUnknownKindStopsTheProgram) {
+  for (const int kind : {-1, 0, 8}) {
+    EXPECT_EXIT(SetSettingsWriter(kind, WriteNothing), testing::ExitedWithCode(kStopExitCode),
+                "settings writer has the unknown kind");
+  }
 }
 
 int picked = 0;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/outlets.h"
+#include "app/stop.h"
 #include "codetools/words_view.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
@@ -351,6 +352,13 @@ std::vector<FeatureSettings> opened;
 bool Opener(const FeatureSettings& record) {
   opened.push_back(record);
   return true;
+}
+
+TEST_F(FeatureOps, ABuilderOfAnUnknownKindStopsTheProgram) {
+  for (const int kind : {-1, 0, 8}) {
+    EXPECT_EXIT(SetBuilderOpener(kind, Opener), testing::ExitedWithCode(kStopExitCode),
+                "builder has the unknown kind");
+  }
 }
 
 TEST_F(FeatureOps, ReopensABlockWhoseCodeWasOnlyReformatted) {

@@ -5,14 +5,13 @@
 #include "app/data_dir.h"
 #include "app/hover.h"
 #include "app/outlets.h"
-#include "app/panels.h"
 #include "app/router.h"
 #include "documents/program_tabs.h"
-#include "text/codetext.h"
 #include "platform/clock.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -42,15 +41,6 @@ TEST_F(StartUp, WrapsTheTemplateWithinEightyMilliseconds) {
   EXPECT_EQ(Text().substr(0, 48), u"(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\n(FILE: U");
   EXPECT_TRUE(tabs[0].dirty);
   EXPECT_EQ(platform::RowText(kIdFeatureList, 0), u"#1  User code");
-}
-
-// A room that found a table full would simply not be heard.
-TEST_F(StartUp, LeavesRoomInEveryTableThatTheRoomsRegisterIn) {
-  EXPECT_TRUE(RegisterCommand(RouterStage::Click, 29999, 0, [](int, int) {}));
-  EXPECT_TRUE(RegisterTimer(29999, [] {}));
-  EXPECT_TRUE(RegisterMessage(29999, [](unsigned long long, unsigned long long) {}));
-  EXPECT_TRUE(RegisterHandlers(Handlers()));
-  EXPECT_TRUE(RegisterPanel(Panel()));
 }
 
 TEST_F(StartUp, ReplacesTheCreationTitleAtTheFirstUpdate) {

@@ -1,0 +1,133 @@
+// The tables that rooms fill when they are joined: how full the whole application leaves them,
+// and what one row too many does.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "app/commands.h"
+#include "app/join_table.h"
+#include "app/limits.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "app/stop.h"
+#include "cad/sketch_units.h"
+#include "library/shapes.h"
+#include "library/units.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+struct JoinTables : support::Workbench {};
+
+const JoinTable* TableOf(std::u16string_view what) {
+  const JoinTable* table = FirstJoinTable();
+  while (table && table->what != what) table = table->next;
+  return table;
+}
+
+void Nothing() {}
+
+TEST_F(JoinTables, HaveHeadroomAfterAFullStart) {
+  for (const char16_t* what : {u"command handlers", u"timer handlers", u"message handlers",
+                               u"panels", u"control handlers"}) {
+    EXPECT_NE(TableOf(what), nullptr) << platform::ToUtf8(what);
+  }
+  for (const JoinTable* table = FirstJoinTable(); table; table = table->next) {
+    const std::string what = platform::ToUtf8(table->what);
+    std::printf("  %-36s %4d of %4d, %4d free\n", what.c_str(), table->count, table->most,
+                table->most - table->count);
+    EXPECT_LT(table->count, table->most) << what;
+  }
+}
+
+// Fills what is left of a table with add(0), add(1) and so on: the last row fits, one more stops
+// the program with words that name the table and its limit, and an emptied table takes rows again.
+template <typename Add>
+void StopsBeyond(int most, const char16_t* what, Add add, void (*clear)()) {
+  clear();
+  for (int i = 0; i < most; ++i) add(i);
+  const JoinTable* table = TableOf(what);
+  ASSERT_NE(table, nullptr);
+  EXPECT_EQ(table->count, most);
+  EXPECT_EXIT(add(most), testing::ExitedWithCode(3),
+              "MORVA cannot start. Its table of " + platform::ToUtf8(what) + " is full: it holds " +
+                  std::to_string(most) + "\\.");
+  clear();
+  add(0);
+  EXPECT_EQ(table->count, 1);
+  clear();
+}
+
+TEST(JoinTablesDeathTest, HandlersOfTheRouter) {
+  static_assert(kMaxCommandHandlers == 256);
+  static_assert(kMaxTimerHandlers == 16 && kMaxMessageHandlers == 16);
+  const auto command = [](int i) {
+    RegisterCommand(RouterStage::Click, 30000 + i, 0, [](int, int) {});
+  };
+  StopsBeyond(kMaxCommandHandlers, u"command handlers", command, ClearCommands);
+  const auto timer = [](int i) { RegisterTimer(100 + i, Nothing); };
+  StopsBeyond(kMaxTimerHandlers, u"timer handlers", timer, ClearCommands);
+  const auto message = [](int i) {
+    RegisterMessage(100u + static_cast<unsigned>(i), [](unsigned long long, unsigned long long) {});
+  };
+  StopsBeyond(kMaxMessageHandlers, u"message handlers", message, ClearCommands);
+}
+
+TEST(JoinTablesDeathTest, PanelsAndTheirHandlers) {
+  static_assert(kMaxPanels == 24 && kMaxHandlers == 96);
+  StopsBeyond(
+      kMaxPanels, u"panels", [](int) { RegisterPanel(Panel()); }, ClearPanels);
+  const auto listen = [](int i) {
+    Handlers handlers;
+    handlers.id = 100 + i;
+    RegisterHandlers(handlers);
+  };
+  StopsBeyond(kMaxHandlers, u"control handlers", listen, ClearPanels);
+}
+
+TEST(JoinTablesDeathTest, WordsOfCommands) {
+  static_assert(kMaxCommands == 640);
+  static Command rows[kMaxCommands + 1];
+  const auto add = [](int i) {
+    rows[i].id = 1 + i;
+    AddCommands({&rows[i], 1});
+  };
+  StopsBeyond(kMaxCommands, u"commands", add, ResetCommandWords);
+  add(5);
+  static Command other = rows[5];
+  EXPECT_EXIT(AddCommands({&other, 1}), testing::ExitedWithCode(3), "Command 6 comes twice");
+  ResetCommandWords();
+}
+
+TEST(JoinTablesDeathTest, FormsOfTheUnitSwitch) {
+  static_assert(kMaxUnitForms == 8);
+  const auto add = [](int) { RegisterUnitForm(nullptr, Nothing); };
+  StopsBeyond(kMaxUnitForms, u"forms of the unit switch", add, ResetUnits);
+}
+
+TEST(JoinTablesDeathTest, ListsOfShapes) {
+  static_assert(kMaxShapeLists == 8);
+  StopsBeyond(
+      kMaxShapeLists, u"lists of shapes", [](int) { AddShapeList(Nothing); }, ResetShapeLibrary);
+  EXPECT_EXIT(AddShapeList(nullptr), testing::ExitedWithCode(3), "nothing that fills it");
+}
+
+TEST(JoinTablesDeathTest, FieldsOfTheSketchsUnitSwitch) {
+  static_assert(kMaxSketchLengthFields == 32);
+  const auto anew = [] {
+    ClearCommands();
+    RegisterSketchUnits();
+  };
+  const auto add = [](int i) { AddSketchLengthField(30000 + i, 3); };
+  StopsBeyond(kMaxSketchLengthFields, u"fields of the sketch's unit switch", add, anew);
+  add(7);
+  EXPECT_EXIT(add(7), testing::ExitedWithCode(3), "has field 30007 twice");
+  EXPECT_EXIT(AddSketchLengthField(kIdCadX, 3), testing::ExitedWithCode(3), "twice");
+  anew();
+  ClearCommands();
+}
+
+}  // namespace
+}  // namespace morva
