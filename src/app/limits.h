@@ -51,6 +51,11 @@ inline constexpr int kMaxMessageHandlers = 16;  // as above
 inline constexpr int kMaxUnitForms = 8;         // as above
 inline constexpr int kMaxPlacements = 96;       // as above: what one layout places
 inline constexpr int kMaxCommands = 640;        // as above: rows of what commands say about themselves
+inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a picture: 400 features of 64 objects with their crosses and fills; "Picture full. Not everything is shown."
+inline constexpr int kMaxPicturePoints = 131072; // corners of its paths; as above
+inline constexpr int kMaxPictureArcs = 32768;    // circles, ellipses and single arcs; as above
+inline constexpr int kMaxPictureLabels = 1400;   // 900 of dimensions, 400 of features and the rest; as above
+inline constexpr int kPictureLabelUnits = 32;    // with the terminator; cut, with "…" at the end
 inline constexpr int kLeftPanelLeast = 190;   // the splitter stops
 inline constexpr int kLeftPanelMost = 430;    // the splitter stops
 

@@ -20,4 +20,21 @@ inline constexpr platform::Colour kPanelLine = 0x12528B;
 inline constexpr platform::Colour kWellLine = 0x0E3A5C;  // around editor, view, fields, logs
 inline constexpr platform::Colour kEditorText = 0xDCE0E6;
 
+// What builders draw: fills first, then lines.
+inline constexpr platform::Colour kPictureGround = kWindowBackground;
+inline constexpr platform::Colour kPictureFace = 0x123048;
+inline constexpr platform::Colour kPictureOpening = kPictureGround;
+inline constexpr platform::Colour kPicturePocket = 0x0B2233;
+inline constexpr platform::Colour kPictureShadeDark = 0x1B3E57;
+inline constexpr platform::Colour kPictureShadeMid = 0x3B6C8E;
+inline constexpr platform::Colour kPictureShadeLight = 0x86AFCB;
+inline constexpr platform::Colour kPictureStock = 0x96A7BD;
+inline constexpr platform::Colour kPictureConstruction = 0x8F83C9;
+inline constexpr platform::Colour kPictureHidden = 0x35506A;
+inline constexpr platform::Colour kPictureOutline = 0x9CC3E0;
+inline constexpr platform::Colour kPictureFeature = 0x48D3B8;
+inline constexpr platform::Colour kPictureBlind = 0x5B9BE6;
+inline constexpr platform::Colour kPictureDimension = 0xB4C6D8;
+inline constexpr platform::Colour kPictureSelected = 0xF1BE4C;
+
 }  // namespace morva
