@@ -267,10 +267,11 @@ inline PicturePoint OffView(const PictureView& view, double pixelX, double pixel
 // made of lines. False, with nothing painted, for an unsound view, and on paper for a picture
 // that is not complete; on the screen such a picture says so.
 //
-// Labels do not overlap where that can be avoided. In the order of the records each takes the
-// first place that is free: a plain label its side, the other sides, then the same farther out; a
-// dimension's label its line, places along it, then the next row. Without a free one it stands at
-// its usual place. A label that was moved stands where it was put. All are held inside the area.
+// Labels do not overlap where that can be avoided. Those that were moved stand where they were
+// put. Then each dimension, then each plain label takes the first place that is free: a plain
+// label its side, the other sides, then the same farther out; a dimension's label its line, places
+// along it, then the next row. Without a free one it stands at its usual place. All are held
+// inside the area, and a line leads to a plain label that stands far from its place.
 bool PaintPicture(platform::Canvas& canvas, Picture& picture, const PictureView& view);
 
 inline constexpr int kPictureReach = 6;  // pixels
