@@ -49,14 +49,6 @@ struct Hooks {
   void (*hideCompletion)() = nullptr;
   // codetools: help for the word at the caret.
   void (*caretHelp)() = nullptr;
-  // cad: floating input windows hidden, pick state cleared.
-  void (*cancelCadInput)() = nullptr;
-  // cad: what lies under the pointer, 0 for nothing of ours, every 150 ms.
-  void (*cadHover)(int id) = nullptr;
-  // cad: a line went into the output log, which may be out of sight.
-  void (*outputAppended)(std::u16string_view text) = nullptr;
-  // plate: a named plate with pending changes is stored.
-  void (*storePendingPlate)() = nullptr;
   // builders: captions of the insert keys, after the link to a block under edit changed.
   void (*refreshBuilderKeys)() = nullptr;
   // dnc: a log box of the setup panel that takes DNC events; false when it does not exist.

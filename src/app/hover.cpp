@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/surfaces.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -52,7 +52,7 @@ std::u16string HintFor(int id) {
 void HoverTick() {
   Call(hooks.compareTick);
   int id = platform::IdUnderPointer();
-  Call(hooks.cadHover, id);
+  TellPointerOver(id);
   // The rename box lies over the list and goes again: the list's hint must not wipe what was said
   // about the name.
   if (id == kIdInlineName) id = kIdFeatureList;
@@ -70,8 +70,9 @@ void HoverTick() {
   const std::u16string text = HintFor(id);
   if (text.empty()) return;
   ShowStatus(text);
-  if (app.surface == kSurfaceCad) {
-    platform::SetText(kIdCadHint, text);
+  const Surface* up = SurfaceUp();
+  if (up && up->hintLabel != 0) {
+    platform::SetText(up->hintLabel, text);
     return;
   }
   platform::SetText(kIdOutputLog, text + u"\r\n");

@@ -49,6 +49,7 @@ inline constexpr int kMaxCommandHandlers = 256; // one more stops the start: "MO
 inline constexpr int kMaxTimerHandlers = 16;    // as above
 inline constexpr int kMaxMessageHandlers = 16;  // as above
 inline constexpr int kMaxUnitForms = 8;         // as above
+inline constexpr int kMaxSurfaces = 4;          // as above: workspaces beside the code surface
 inline constexpr int kMaxPlacements = 96;       // as above: what one layout places
 inline constexpr int kMaxCommands = 640;        // as above: rows of what commands say about themselves
 inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a picture: 400 features of 64 objects with their crosses and fills; "Picture full. Not everything is shown."

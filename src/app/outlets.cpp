@@ -5,10 +5,11 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "text/codetext.h"
+#include "app/surfaces.h"
 #include "platform/control.h"
 #include "platform/message.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -23,7 +24,7 @@ void AppendOutput(std::u16string_view text) {
   std::u16string line(text);
   line += u"\r\n";
   platform::AppendText(kIdOutputLog, line);
-  Call(hooks.outputAppended, text);
+  TellSurfaceLogged(text);
 }
 
 void ClearOutput() { platform::SetText(kIdOutputLog, u""); }

@@ -51,7 +51,8 @@ void PlaceSizeBoxes();
 void FocusSizeBoxes();
 void HideSizeBoxes();
 
-// Rest of the pointer on a tool key.
+// Rest of the pointer on a tool key. Where the pointer is, every 150 ms; 0 for nothing of ours.
+void FlyoutPointerOver(int under);
 void StopFlyoutRest();
 // A tool key was pressed, by the pointer or the keyboard: the one under the pointer opens nothing
 // until the pointer has left it.

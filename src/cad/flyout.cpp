@@ -6,7 +6,6 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/router.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
@@ -66,19 +65,6 @@ const Flyout* FlyoutOf(int keyId) {
   return nullptr;
 }
 
-void HoverTick(int under) {
-  // The help of the control that was left must not stay on the line for good, not even when the
-  // pointer has left the window.
-  if (under != helpedOn) {
-    helpedOn = under;
-    RestoreHintLine();
-  }
-  if (popupOpen || under == restingOn) return;
-  restingOn = under;
-  StopFlyoutRest();
-  if (FlyoutOf(under)) platform::StartTimer(platform::kMainWindow, kTimerFlyout, kRestMs);
-}
-
 void RestOver() {
   StopFlyoutRest();
   // Nothing pops up over a box, while another program has the keyboard, or under a key that is
@@ -91,6 +77,19 @@ void RestOver() {
 }  // namespace
 
 void StopFlyoutRest() { platform::StopTimer(platform::kMainWindow, kTimerFlyout); }
+
+void FlyoutPointerOver(int under) {
+  // The help of the control that was left must not stay on the line for good, not even when the
+  // pointer has left the window.
+  if (under != helpedOn) {
+    helpedOn = under;
+    RestoreHintLine();
+  }
+  if (popupOpen || under == restingOn) return;
+  restingOn = under;
+  StopFlyoutRest();
+  if (FlyoutOf(under)) platform::StartTimer(platform::kMainWindow, kTimerFlyout, kRestMs);
+}
 
 void KeepFlyoutShut() {
   // A quick hand presses before the first tick has seen the pointer there.
@@ -115,10 +114,7 @@ bool FlyoutKey(int keyId, const platform::KeyEvent& key) {
   return true;
 }
 
-void RegisterFlyouts() {
-  hooks.cadHover = HoverTick;
-  RegisterTimer(kTimerFlyout, RestOver);
-}
+void RegisterFlyouts() { RegisterTimer(kTimerFlyout, RestOver); }
 
 void ResetFlyouts() {
   restingOn = helpedOn = 0;

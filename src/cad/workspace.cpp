@@ -9,6 +9,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/surfaces.h"
 #include "app/wells.h"
 #include "cad/cad_commands.h"
 #include "cad/canvas.h"
@@ -345,9 +346,15 @@ void CancelInput() {
 
 // The log lies on the code surface: here its lines stand on the status line as well.
 void ShowLogged(std::u16string_view text) {
-  if (!made || app.surface != kSurfaceCad) return;
+  if (!made) return;
   const std::u16string line(text.substr(0, text.find_first_of(u"\r\n")));
   if (!line.empty()) SetPassingStatus(line.c_str());
+}
+
+// Both pattern forms are panels of the workspace.
+void OpenPatternPage(int mode) {
+  OpenPatternPanel(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
+  RefreshCadTools();
 }
 
 // The wheel over what floats on the canvas is the canvas's.
@@ -441,16 +448,36 @@ void CadFocusChanged(int id, bool gained) {
   if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
 }
 
-void OpenCadPattern(int panelMode) {
-  OpenPatternPanel(panelMode);
-  RefreshCadTools();
+void RegisterCadSurface() {
+  static constexpr int kPages[] = {kModeCircular, kModeRectangular};
+  Surface surface;
+  surface.surface = kSurfaceCad;
+  surface.button = kIdSurfaceCad;
+  surface.row = kModeCadItem;
+  surface.pages = kPages;
+  surface.title = u"CAD Workspace";
+  surface.subtitle = u"MORVA \u2022 v4.20";
+  surface.hintLabel = kIdCadHint;
+  surface.returns = true;
+  surface.show = ShowCadWorkspace;
+  surface.hide = HideCadWorkspace;
+  surface.enter = FocusCadCanvas;
+  surface.openPage = OpenPatternPage;
+  surface.key = CadKey;
+  surface.rightClick = CadRightClick;
+  surface.contextMenu = CadContextMenu;
+  surface.focusChanged = CadFocusChanged;
+  surface.settled = RefreshCadTools;
+  surface.logged = ShowLogged;
+  surface.cancelInput = CancelInput;
+  surface.pointerOver = FlyoutPointerOver;
+  RegisterSurface(surface);
 }
 
 void RegisterCad() {
   AddCommands(CadCommands());
   hooks.refreshBuilderKeys = RefreshCadKeys;
-  hooks.cancelCadInput = CancelInput;
-  hooks.outputAppended = ShowLogged;
+  RegisterCadSurface();
   RegisterSketchCommands();
   RegisterDrawings();
   RegisterCanvas();

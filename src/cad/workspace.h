@@ -25,8 +25,8 @@ void RefreshCadKeys();
 // After any event on the CAD surface: the keys of the tools in hand, captions, panel.
 void RefreshCadTools();
 
-// The right mouse button on the CAD surface, wherever it is: gives up the tool in hand. True:
-// there was one, and the click is used up.
+// What the surface is told while it is up. The right mouse button, wherever it is: gives up the
+// tool in hand. True: there was one, and the click is used up.
 bool CadRightClick();
 // A context menu is asked for on a control of the surface, at main-window pixels. True: shown.
 bool CadContextMenu(int id, int row, int x, int y);
@@ -35,10 +35,9 @@ void ShowCadMenu(int x, int y);
 // A key on any control of the surface, before it gets it. True: used.
 bool CadKey(int id, const platform::KeyEvent& key);
 void CadFocusChanged(int id, bool gained);
-// Opens the pattern panel, 1 circular and 2 rectangular, after the surface came up.
-void OpenCadPattern(int panelMode);
 
-void RegisterCad();  // every file of this room, once at start-up
+void RegisterCad();         // every file of this room, once at start-up
+void RegisterCadSurface();  // the part of it that makes the workspace a surface
 void ResetCad();
 
 }  // namespace morva

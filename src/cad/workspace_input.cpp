@@ -1,6 +1,5 @@
 // Right click, popup and keys of the CAD surface: what reaches the tools from any control.
 
-#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
 #include "app/router.h"
@@ -77,7 +76,7 @@ bool ModelKey(int id, const KeyEvent& key) {
 }  // namespace
 
 bool CadRightClick() {
-  if (app.surface != kSurfaceCad || !(AnyToolInHand() || canvasView.panTool)) return false;
+  if (!AnyToolInHand() && !canvasView.panTool) return false;
   CancelTools();
   RefreshCadTools();
   FocusCadCanvas();
@@ -112,7 +111,6 @@ void ShowCadMenu(int x, int y) {
 }
 
 bool CadContextMenu(int id, int row, int x, int y) {
-  if (app.surface != kSurfaceCad) return false;
   if (id == kIdCadOperations) {
     if (row >= 0) {
       platform::SelectRow(id, row);
@@ -143,7 +141,7 @@ bool CadContextMenu(int id, int row, int x, int y) {
 }
 
 bool CadKey(int id, const KeyEvent& key) {
-  if (app.surface != kSurfaceCad || !CadWindowExists()) return false;
+  if (!CadWindowExists()) return false;
   if (ModelKey(id, key)) return true;
   if (key.key == platform::kKeyF1 + 7 && !key.ctrl && !key.alt) {
     Press(kIdCadSnap);

@@ -12,6 +12,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/surfaces.h"
 #include "documents/disabled_code.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
@@ -115,7 +116,8 @@ void RunAutosave() {
   platform::StopTimer(platform::kMainWindow, kTimerAutosave);
   if (!app.dataDirReady || running || !ActiveTab() || !app.editorDirty) return;
   running = true;
-  if (app.surface == kSurfacePlate) Call(hooks.storePendingPlate);
+  const Surface* up = SurfaceUp();
+  if (up) Call(up->storePending);
   if (SaveActive(*ActiveTab())) {
     app.editorDirty = false;
     ActiveTab()->dirty = false;

@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/surfaces.h"
 #include "documents/autosave.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
@@ -90,7 +91,7 @@ int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_v
 
 void SwitchTab(int index) {
   RunAutosave();
-  Call(hooks.cancelCadInput);
+  CancelSurfaceInput();
   if (index < 0 || index >= app.tabCount || index == app.activeTab) return;
   Call(hooks.hideCompletion);
   StashActiveWorkspace();

@@ -2,9 +2,10 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/limits.h"
 #include "app/panels.h"
-#include "cad/workspace.h"
+#include "app/surfaces.h"
 #include "platform/window.h"
 #include "shell/keys.h"
 #include "shell/layout_rects.h"
@@ -142,6 +143,16 @@ void PlacePanels() {
   }
 }
 
+// At most one workspace is shown, in the place of all below the tabs.
+void PlaceSurfaces() {
+  for (int i = 0; i < SurfaceCount(); ++i) {
+    const Surface& surface = SurfaceAt(i);
+    if (surface.surface != app.surface) Call(surface.hide);
+  }
+  const Surface* up = SurfaceUp();
+  if (up && up->show) up->show(areas.workspace);
+}
+
 }  // namespace
 
 const LayoutAreas& Areas() { return areas; }
@@ -175,11 +186,7 @@ void Layout() {
     orderedFor = app.surface;
     OrderTabs(app.surface);
   }
-  if (app.surface == kSurfaceCad) {
-    ShowCadWorkspace(areas.workspace);
-  } else {
-    HideCadWorkspace();
-  }
+  PlaceSurfaces();
   RefreshKeyStates();
   platform::Repaint(platform::kMainWindow);
 }

@@ -369,7 +369,7 @@ int RightPanelWidth(std::int32_t mode, int clientWidth) {
 int SeparatorDepth(int workHeight) { return std::max((workHeight * 48 - 1536) / 100, 210); }
 
 LayoutPlan PlanLayout(const LayoutInput& in) {
-  if (in.surface == kSurfaceCad || in.surface == kSurfacePlate) return PlanWorkspace(in);
+  if (in.surface != kSurfaceCode) return PlanWorkspace(in);
   LayoutPlan plan;
   plan.leftPanelWidth = FittedLeftPanel(in.width, in.leftPanelWidth);
   const int foot = in.height - kStatusHeight;

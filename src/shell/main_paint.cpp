@@ -1,6 +1,7 @@
 // What the main window paints itself: bands, panels and the frames around its wells.
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/surfaces.h"
 #include "app/wells.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -35,12 +36,11 @@ void DrawMark(Canvas& canvas, const Rect& mark) {
 void DrawTopBand(Canvas& canvas, const Rect& band) {
   DrawPanel(canvas, band, false, kPanelPlain);
   DrawMark(canvas, Rect{kMarkLeft, kMarkTop, kMarkLeft + kMarkSize, kMarkTop + kMarkSize});
-  const bool cad = app.surface == kSurfaceCad;
-  PaintText(canvas, Rect{92, 4, cad ? 326 : 236, 42}, cad ? u"CAD Workspace" : u"MORVA",
-            FontRole::Title, kMainText, platform::kAlignLeft | platform::kAlignMiddle);
-  PaintText(canvas, Rect{93, 44, 288, 66},
-            cad ? u"MORVA \u2022 v4.20" : u"CNC EDITOR  \u2022  v4.20", FontRole::Body,
-            kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
+  const Surface* up = SurfaceUp();
+  PaintText(canvas, Rect{92, 4, up ? 326 : 236, 42}, up ? up->title : u"MORVA", FontRole::Title,
+            kMainText, platform::kAlignLeft | platform::kAlignMiddle);
+  PaintText(canvas, Rect{93, 44, 288, 66}, up ? up->subtitle : u"CNC EDITOR  \u2022  v4.20",
+            FontRole::Body, kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
   FillArea(canvas, Rect{band.left, band.bottom - 1, band.right, band.bottom}, kPanelLine);
 }
 

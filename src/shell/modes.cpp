@@ -5,8 +5,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "cad/tool_state.h"
-#include "cad/workspace.h"
+#include "app/surfaces.h"
 #include "dnc/serial_profile.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
@@ -100,12 +99,10 @@ void SelectInModeList(int, int) {
     platform::SelectRow(kIdModeList, ModeListRow(app.mode));
     return;
   }
-  if (mode == kModeCadItem) return SetSurface(kSurfaceCad);
-  if (mode == kModePlateItem) return SetSurface(kSurfacePlate);
   SetMode(mode);
 }
 
-void PressSurface(int id, int) { SetSurface(id - kIdSurfaceCode); }
+void PressCode(int, int) { SetSurface(kSurfaceCode); }
 
 void PressFeatures(int, int) {
   app.sidebarShowsFeatures = true;
@@ -126,6 +123,7 @@ constexpr OldRoute kOldRoutes[] = {
     {901, kModeCodeIndex}, {902, kModeMacros},    {903, kModeShapes},      {904, kModeTools},
     {905, kModeWizard},    {906, kModeSimulator}, {907, kModeFind},        {908, kModeHome},
     {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular}, {912, kModeCadItem},
+    {913, kModePlateItem},
 };
 
 void PressOldMode(int id, int) {
@@ -149,24 +147,67 @@ void RegisterWhereModeExists(int mode, RouterStage stage, int id, CommandHandler
   if (ModeExists(mode)) RegisterCommand(stage, id, platform::kNotifyClick, handler);
 }
 
+// Whether the surface that is up, if it is another one, lets this one come.
+bool MayBringUp(int surface) {
+  const Surface* up = SurfaceUp();
+  return !up || up->surface == surface || !up->mayLeave || up->mayLeave();
+}
+
+// The number of the surface that is up, told to the one that was.
+void TakeSurface(int surface) {
+  const Surface* former = SurfaceUp();
+  app.surface = surface;
+  if (former && former->surface != surface) Call(former->left);
+}
+
+void ShowMode(int mode) {
+  RememberPlace(mode);
+  if (app.compareActive) Call(hooks.leaveCompare);
+  Call(hooks.hideCompletion);
+  app.mode = mode;
+  TakeSurface(kSurfaceCode);
+  ShowModeWords();
+  FillModePanel();
+  Layout();
+  EnterPanels();
+  platform::Repaint(platform::kMainWindow);
+}
+
 // The compare review and the pending completion belong to the code surface.
-void EnterCad() {
-  if (!returning) {
+void EnterSurface(const Surface& surface) {
+  if (!returning && surface.returns) {
     history.surface = app.surface;
     history.mode = app.mode;
   }
   if (app.compareActive) Call(hooks.leaveCompare);
-  app.surface = kSurfaceCad;
+  TakeSurface(surface.surface);
   ShowModeWords();
   Layout();
-  FocusCadCanvas();
+  Call(surface.enter);
 }
 
-// Both pattern forms are panels of the CAD workspace; Home is the mode to return to.
-void EnterPatternPanel(int mode) {
+// Without a question, where the surface exists.
+void BringUp(int surface) {
+  const bool came = app.surface != surface;
+  const Surface* record = SurfaceOf(surface);
+  if (surface == kSurfaceCode) {
+    ShowMode(app.mode);
+    if (came) platform::SetFocusTo(ShownEditor());
+  } else if (came && record) {
+    EnterSurface(*record);
+  }
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  Call(hooks.hideCompletion);
+  Call(hooks.refreshBuilderKeys);
+  platform::Repaint(platform::kMainWindow);
+}
+
+// A mode that is a page of a surface: Home is the mode to return to.
+void OpenPage(const Surface& surface, int mode) {
+  if (!MayBringUp(surface.surface)) return;
   app.mode = kModeHome;
-  SetSurface(kSurfaceCad);
-  OpenCadPattern(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
+  BringUp(surface.surface);
+  Call(surface.openPage, mode);
 }
 
 }  // namespace
@@ -206,12 +247,9 @@ bool ModeExists(int mode) {
   switch (mode) {
     case kModeHome:
     case kModeSimulator:
-    case kModeCadItem:
-    case kModeCircular:
-    case kModeRectangular:
       return true;
     default:
-      return HasPanel(mode);
+      return HasPanel(mode) || SurfaceOfMode(mode);
   }
 }
 
@@ -219,41 +257,26 @@ const BackHistory& History() { return history; }
 
 void SetMode(int mode) {
   if (!ModeExists(mode)) return;
-  if (mode == kModeCadItem) return SetSurface(kSurfaceCad);
-  if (mode == kModeCircular || mode == kModeRectangular) return EnterPatternPanel(mode);
-  RememberPlace(mode);
-  if (app.compareActive) Call(hooks.leaveCompare);
-  Call(hooks.hideCompletion);
-  app.surface = kSurfaceCode;
-  app.mode = mode;
-  ShowModeWords();
-  FillModePanel();
-  Layout();
-  EnterPanels();
-  platform::Repaint(platform::kMainWindow);
+  const Surface* surface = SurfaceOfMode(mode);
+  if (surface && mode == surface->row) return SetSurface(surface->surface);
+  if (surface) return OpenPage(*surface, mode);
+  if (MayBringUp(kSurfaceCode)) ShowMode(mode);
 }
 
 void SetSurface(int surface) {
-  if (surface != kSurfaceCode && surface != kSurfaceCad) return;  // still to come
-  if (surface == kSurfaceCode) {
-    const bool came = app.surface != kSurfaceCode;
-    SetMode(app.mode);
-    if (came) platform::SetFocusTo(ShownEditor());
-  } else if (app.surface != surface) {
-    EnterCad();
-  }
-  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
-  Call(hooks.hideCompletion);
-  Call(hooks.refreshBuilderKeys);
-  platform::Repaint(platform::kMainWindow);
+  if (surface != kSurfaceCode && !SurfaceOf(surface)) return;  // still to come
+  if (MayBringUp(surface)) BringUp(surface);
 }
 
 void GoBack() {
+  const Surface* up = SurfaceUp();
+  if (up && up->back && up->back()) return;
+  if (!MayBringUp(history.surface)) return;
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;
-  SetMode(history.mode);
-  if (!wasCode && app.surface == kSurfaceCode) platform::SetFocusTo(ShownEditor());
-  if (history.surface != kSurfaceCode) SetSurface(history.surface);
+  ShowMode(history.mode);
+  if (!wasCode) platform::SetFocusTo(ShownEditor());
+  if (history.surface != kSurfaceCode) BringUp(history.surface);
   returning = false;
 }
 
@@ -270,7 +293,7 @@ bool ModeListKey(const platform::KeyEvent& key) {
     const int mode = kModeRows[row].mode;
     if (!ModeExists(mode)) continue;
     platform::SelectRow(kIdModeList, row);
-    if (mode == kModeCadItem || mode == kModePlateItem) {
+    if (SurfaceOfMode(mode)) {
       // A whole other workspace: the arrows only pass over it.
       ShowStatus(u"Enter opens this workspace.");
       break;
@@ -294,13 +317,7 @@ void RegisterShellCommands() {
                   SelectInModeList);
   RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListDouble,
                   SelectInModeList);
-  RegisterCommand(RouterStage::Surface, kIdSurfaceCode, click, PressSurface);
-  if (ModeExists(kModeCadItem)) {
-    RegisterCommand(RouterStage::Surface, kIdSurfaceCad, click, PressSurface);
-  }
-  if (ModeExists(kModePlateItem)) {
-    RegisterCommand(RouterStage::Surface, kIdSurfacePlate, click, PressSurface);
-  }
+  RegisterCommand(RouterStage::Surface, kIdSurfaceCode, click, PressCode);
   RegisterCommand(RouterStage::Surface, kIdShowFeatures, click, PressFeatures);
   RegisterWhereModeExists(kModeDnc, RouterStage::FeatureSwitch, kIdMachine, PressDnc);
   for (int id : {kIdSetup, kIdSetupSecond, kIdOpenDncSetup}) {

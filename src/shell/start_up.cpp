@@ -10,6 +10,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/surfaces.h"
 #include "cad/workspace.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
@@ -55,15 +56,10 @@ constexpr int kLeastHeight = 800;
 constexpr int kFirstRefreshMs = 80;
 constexpr int kHoverMs = 150;
 
-// Tools, captions and panel of the CAD workspace follow whatever happened on it.
-void AfterCadEvent() {
-  if (app.surface == kSurfaceCad) RefreshCadTools();
-}
-
 void OnCommand(int id, int notification) {
   if (notification == platform::kNotifyClick) HoverPressed(id);
   RouteCommand(id, notification);
-  AfterCadEvent();
+  SettleSurface();
   RefreshKeyStates();
   WriteProgramInformation();
 }
@@ -85,8 +81,9 @@ bool OfferToRooms(int id, Offer offer) {
 
 bool OnKey(int id, const platform::KeyEvent& key) {
   if (EditKey(id, key)) return true;
-  if (app.surface == kSurfaceCad && CadKey(id, key)) {
-    AfterCadEvent();
+  const Surface* up = SurfaceUp();
+  if (up && up->key && up->key(id, key)) {
+    SettleSurface();
     return true;
   }
   if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
@@ -108,7 +105,8 @@ void OnFocusChanged(int id, bool gained) {
     if (h.focusChanged) h.focusChanged(gained);
     return false;
   });
-  if (app.surface == kSurfaceCad) CadFocusChanged(id, gained);
+  const Surface* up = SurfaceUp();
+  if (up) Call(up->focusChanged, id, gained);
   // The frame of a well tells that it has the keyboard.
   platform::Repaint(platform::kMainWindow);
 }
@@ -118,7 +116,7 @@ void OnListClick(int id, int row, int x, int y) {
     if (h.listClick) h.listClick(row, x, y);
     return false;
   });
-  AfterCadEvent();
+  SettleSurface();
 }
 
 void OnDrawItem(int id, const platform::DrawState& state, platform::Canvas& canvas) {
@@ -182,22 +180,24 @@ bool OnPointer(int id, const platform::PointerEvent& event) {
     default: {
       const bool used =
           OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
-      AfterCadEvent();
+      SettleSurface();
       return used;
     }
   }
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
-  // The right button first stops what a draw tool is doing.
-  if (CadRightClick()) return true;
+  // The right button first stops what a tool is doing.
+  const Surface* up = SurfaceUp();
+  if (up && Call(up->rightClick)) return true;
   if (OfferToRooms(id, [row, x, y](const Handlers& h) {
         return h.contextMenu && h.contextMenu(row, x, y);
       })) {
     return true;
   }
   if (EditContextMenu(id, x, y)) return true;
-  if (CadContextMenu(id, row, x, y)) return true;
+  up = SurfaceUp();
+  if (up && Call(up->contextMenu, id, row, x, y)) return true;
   if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
     ShowTabMenu(id - kIdTabFirst, x, y);
     return true;
@@ -259,6 +259,7 @@ const platform::Events& EventRecord() {
 void JoinRooms() {
   ClearCommands();
   ClearPanels();
+  ClearSurfaces();
   ResetCommandWords();
   RegisterDocumentCommands();
   RegisterFeatureCommands();
@@ -321,6 +322,7 @@ int StartApplication() {
 void ResetApplication() {
   ClearCommands();
   ClearPanels();
+  ClearSurfaces();
   ResetCommandWords();
   hooks = Hooks();
   ResetHover();

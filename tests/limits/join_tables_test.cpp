@@ -11,6 +11,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/stop.h"
+#include "app/surfaces.h"
 #include "cad/sketch_units.h"
 #include "library/shapes.h"
 #include "library/units.h"
@@ -31,7 +32,7 @@ void Nothing() {}
 
 TEST_F(JoinTables, HaveHeadroomAfterAFullStart) {
   for (const char16_t* what : {u"command handlers", u"timer handlers", u"message handlers",
-                               u"panels", u"control handlers"}) {
+                               u"panels", u"control handlers", u"surfaces"}) {
     EXPECT_NE(TableOf(what), nullptr) << platform::ToUtf8(what);
   }
   for (const JoinTable* table = FirstJoinTable(); table; table = table->next) {
@@ -85,6 +86,20 @@ TEST(JoinTablesDeathTest, PanelsAndTheirHandlers) {
     RegisterHandlers(handlers);
   };
   StopsBeyond(kMaxHandlers, u"control handlers", listen, ClearPanels);
+}
+
+TEST(JoinTablesDeathTest, SurfacesBesideTheCodeSurface) {
+  static_assert(kMaxSurfaces == 4);
+  const auto add = [](int i) {
+    Surface surface;
+    surface.surface = 1 + i;
+    RegisterSurface(surface);
+  };
+  StopsBeyond(kMaxSurfaces, u"surfaces", add, ClearSurfaces);
+  add(1);
+  EXPECT_EXIT(add(1), testing::ExitedWithCode(3), "Surface 2 comes twice");
+  EXPECT_EXIT(add(-1), testing::ExitedWithCode(3), "A surface has no number");
+  ClearSurfaces();
 }
 
 TEST(JoinTablesDeathTest, WordsOfCommands) {

@@ -22,6 +22,7 @@
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/surfaces.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/events.h"
@@ -117,6 +118,7 @@ struct Stage : public ::testing::Test {
     morva::hooks = morva::Hooks();
     morva::ClearCommands();
     morva::ClearPanels();
+    morva::ClearSurfaces();
     MakeStageControls();
   }
   ~Stage() override {
@@ -126,6 +128,7 @@ struct Stage : public ::testing::Test {
     morva::hooks = morva::Hooks();
     morva::ClearCommands();
     morva::ClearPanels();
+    morva::ClearSurfaces();
     headless::Reset(home);
     std::error_code ignored;
     fs::remove_all(folder, ignored);

@@ -827,7 +827,7 @@ class Flyouts : public DrawStage {
   // What the hover tick tells every 150 ms.
   static void Tick(int under) {
     headless::MovePointerOver(under);
-    Call(hooks.cadHover, under);
+    TellPointerOver(under);
   }
   static std::size_t Menus() { return headless::TakeMenus().size(); }
 };

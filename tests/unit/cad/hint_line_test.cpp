@@ -1,6 +1,6 @@
 #include "cad/hint_line.h"
 
-#include "app/hooks.h"
+#include "app/surfaces.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {
@@ -123,18 +123,18 @@ TEST_F(HintLine, IsLeftAloneByWhatNoToolSays) {
 
 TEST_F(HintLine, ComesBackWhenThePointerLeavesAKeyWithItsHelp) {
   StartMethod(kIdMethodLine);
-  Call(hooks.cadHover, kIdCadScale);
+  TellPointerOver(kIdCadScale);
   platform::SetText(kIdCadHint, u"Scale");  // the help of the key
-  Call(hooks.cadHover, kIdCadScale);
+  TellPointerOver(kIdCadScale);
   EXPECT_EQ(Hint(), u"Scale");
-  Call(hooks.cadHover, kViewCadCanvas);
+  TellPointerOver(kViewCadCanvas);
   EXPECT_EQ(Hint(), kPoints);
 }
 
 TEST_F(HintLine, ComesBackWhenThePointerLeavesTheWindowFromAKey) {
-  Call(hooks.cadHover, kIdCadScale);
+  TellPointerOver(kIdCadScale);
   platform::SetText(kIdCadHint, u"Scale");
-  Call(hooks.cadHover, 0);  // no control of the window is under it
+  TellPointerOver(0);  // no control of the window is under it
   EXPECT_EQ(Hint(), kCadHint);
 }
 

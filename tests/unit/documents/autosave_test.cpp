@@ -176,10 +176,18 @@ TEST_F(Autosave, LosesNothingWhenItFailsOnLeavingATab) {
   EXPECT_NE(Raw("a.NC").find("typed"), std::string::npos);
 }
 
+// The plate workspace, which stores its plate so.
+void StorePlateBy(void (*store)()) {
+  morva::Surface plate;
+  plate.surface = morva::kSurfacePlate;
+  plate.storePending = store;
+  morva::RegisterSurface(plate);
+}
+
 TEST_F(Autosave, StoresAPendingPlateFirstOnThePlateSurfaceOnly) {
   static int stored;
   stored = 0;
-  morva::hooks.storePendingPlate = [] { ++stored; };
+  StorePlateBy([] { ++stored; });
   TypeProgram(u"a");
   morva::RunAutosave();
   EXPECT_EQ(stored, 0);
@@ -193,12 +201,12 @@ TEST_F(Autosave, HoldsBackANestedAutosave) {
   static int stored;
   stored = 0;
   app.surface = morva::kSurfacePlate;
-  morva::hooks.storePendingPlate = [] {
+  StorePlateBy([] {
     ++stored;
     morva::ScheduleAutosave();
     EXPECT_FALSE(AutosaveArmed());
     morva::RunAutosave();
-  };
+  });
   TypeProgram(u"a");
   morva::RunAutosave();
   EXPECT_EQ(stored, 1);

@@ -273,6 +273,14 @@ TEST_F(OfflineTabs, ForgetsTheUndoHistoryAtASwitch) {
 // The order of the hooks during a switch, as one line of words.
 std::string trail;
 
+// A workspace whose pick or box waits.
+void HearCancel() {
+  morva::Surface cad;
+  cad.surface = morva::kSurfaceCad;
+  cad.cancelInput = [] { trail += "cancel "; };
+  morva::RegisterSurface(cad);
+}
+
 // Whether the first program's record holds what the editor held.
 bool Synced() { return tabs[0].text == u"G0"; }
 
@@ -284,7 +292,7 @@ TEST_F(Tabs, SwitchesInOrder) {
   app.commandWordsActive = true;
   morva::editLink.kind = 1;
   trail.clear();
-  morva::hooks.cancelCadInput = [] { trail += "cancel "; };
+  HearCancel();
   morva::hooks.refreshBuilderKeys = [] { trail += Synced() ? "late keys " : "keys "; };
   morva::hooks.wordsFromEditor = [] { trail += Text() == u"G1" ? "words " : "early "; };
   morva::hooks.rebuildToolpath = [] { trail += "path "; };
@@ -313,11 +321,11 @@ TEST_F(Tabs, SwitchesInOrder) {
 }
 
 TEST_F(Tabs, AutosavesAndCancelsInputEvenForTheActiveOrABadIndex) {
+  HearCancel();
   for (const int index : {0, -1, 1, 99}) {
     TypeProgram(u"G" + Wide(std::to_string(index + 2)));
     EXPECT_TRUE(app.editorDirty);
     trail.clear();
-    morva::hooks.cancelCadInput = [] { trail += "cancel "; };
     morva::hooks.layout = [] { trail += "layout "; };
     morva::SwitchTab(index);
     EXPECT_EQ(trail, "cancel ");

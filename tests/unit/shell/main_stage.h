@@ -60,6 +60,7 @@ struct MainStage : public support::Stage {
     window.minimumHeight = 800;
     platform::MakeMainWindow(window);
     support::HandInWords();
+    morva::RegisterCadSurface();
     morva::RegisterShellCommands();
     morva::MakeMainControls();
     morva::OpenTab(u"", u"", u"Untitled-1.NC");
