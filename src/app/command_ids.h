@@ -384,6 +384,9 @@ inline constexpr int kIdDestinationHelp = 3602;
 inline constexpr int kIdDestinationFirst = 3603;  // the picker's captions, 3603 to 3609
 inline constexpr int kIdDestinationLast = 3609;
 
+// Labels of forms take the ids from here on, one for each row.
+inline constexpr int kIdFormLabelFirst = 30000;
+
 // Drawn views.
 inline constexpr int kViewGutter = 20001;       // class "CodeGutter"
 inline constexpr int kViewToolpath = 20002;     // class "HaasSimView"

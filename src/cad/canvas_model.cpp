@@ -18,6 +18,7 @@
 #include "cad/workspace.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
+#include "forms/form.h"
 #include "library/view_cube.h"
 #include "platform/control.h"
 #include "platform/window.h"
@@ -97,7 +98,7 @@ double ShownThickness() {
 bool TakeThickness() {
   double value = ShownThickness();
   if (platform::Exists(kIdCadThicknessValue)) {
-    value = SketchField(kIdCadThicknessValue, 0);
+    value = FieldNumber(kIdCadThicknessValue, 0);
   }
   if (!(value > 0 && value < kSketchLimit)) {
     SetSketchStatus(u"Wireframe thickness must be above 0 and below 1000000.");

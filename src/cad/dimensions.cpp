@@ -8,6 +8,7 @@
 #include "cad/hint_line.h"
 #include "cad/operations_list.h"
 #include "cad/tool_state.h"
+#include "forms/form.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"

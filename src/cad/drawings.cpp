@@ -19,6 +19,7 @@
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "forms/form.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/events.h"
@@ -202,7 +203,7 @@ void OnCutData(int, int) {
 }  // namespace
 
 CutData ShownCutData() {
-  return {SketchField(kIdCadDepth, 0), SketchField(kIdCadFeed, 0), SketchField(kIdCadSafeZ, 0)};
+  return {FieldNumber(kIdCadDepth, 0), FieldNumber(kIdCadFeed, 0), FieldNumber(kIdCadSafeZ, 0)};
 }
 
 void ShowCutData(const CutData& cut, int decimals) {
@@ -322,8 +323,6 @@ void RegisterDrawings() {
   liveModels.storeSketchFlags = StoreFlags;
   liveModels.loadSketchFlags = LoadFlags;
   liveModels.resetSelection = ResetSelection;
-  SetSettingsWriter(kKindSketch, WriteSketchSettings);
-  SetBuilderOpener(kKindSketch, OpenSketchBlock);
   RegisterCommand(RouterStage::Builder, kIdDrawingFirst, kIdDrawingLast, platform::kNotifyClick,
                   OnTabKey);
   RegisterCommand(RouterStage::Builder, kIdDrawingAdd, platform::kNotifyClick, OnAdd);

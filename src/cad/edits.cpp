@@ -9,6 +9,7 @@
 #include "cad/edit_parts.h"
 #include "cad/scale_revolve.h"
 #include "cad/tool_state.h"
+#include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"
@@ -18,8 +19,6 @@ namespace morva {
 
 namespace {
 
-constexpr double kAmountInch = 0.1;  // for a field without a number
-constexpr double kAmountMm = 2.0;
 constexpr double kLeastInch = 0.01;  // what Trim leaves of a size
 constexpr double kLeastMm = 0.25;
 
@@ -31,11 +30,11 @@ SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
 SketchObject AppliedObject() {
   SketchObject object = Selected();
-  object.x = SketchField(kIdCadX, object.x);
-  object.y = SketchField(kIdCadY, object.y);
-  object.size = std::fabs(SketchField(kIdCadSize, object.size));
-  object.size2 = std::fabs(SketchField(kIdCadSize2, object.size2));
-  object.angle = SketchField(kIdCadAngle, object.angle);
+  object.x = FieldNumber(kIdCadX, object.x);
+  object.y = FieldNumber(kIdCadY, object.y);
+  object.size = std::fabs(FieldNumber(kIdCadSize, object.size));
+  object.size2 = std::fabs(FieldNumber(kIdCadSize2, object.size2));
+  object.angle = FieldNumber(kIdCadAngle, object.angle);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
   if (object.type == kTypeCircle) object.size2 = 0;
   return object;
@@ -43,7 +42,7 @@ SketchObject AppliedObject() {
 
 SketchObject GrownObject(bool extend) {
   SketchObject object = Selected();
-  const double typed = std::fabs(SketchField(kIdCadAmount, BySketchUnit(kAmountInch, kAmountMm)));
+  const double typed = std::fabs(FieldNumber(kIdCadAmount));
   const double amount = extend ? typed : -typed;
   if (object.type == kTypeCircle) {
     object.size += 2 * amount;

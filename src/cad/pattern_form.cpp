@@ -1,5 +1,3 @@
-#include "cad/pattern_form.h"
-
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -10,10 +8,11 @@
 #include "cad/edit_parts.h"
 #include "cad/patterns.h"
 #include "cad/sketch.h"
-#include "cad/sketch_units.h"
 #include "cad/tool_state.h"
+#include "cad/workspace_form.h"
 #include "documents/feature_settings.h"
 #include "documents/insertion.h"
+#include "forms/form.h"
 #include "library/item_places.h"
 #include "library/motion_text.h"
 #include "library/outline.h"
@@ -25,59 +24,33 @@ namespace morva {
 
 namespace {
 
-constexpr const char16_t* kShapes[] = {u"Circle",   u"Square",  u"Rectangle",
-                                       u"Triangle", u"Diamond", u"Slot"};
-constexpr const char16_t* kOrientations[] = {u"Fixed angle", u"Radial", u"Tangential"};
-
 constexpr int kCutDecimals = 4;
 constexpr int kSizeDecimals = 6;   // of sizes taken over from an object,
 constexpr int kLeastDecimals = 3;  // without zeros behind these
-constexpr double kNoLength = 0.5;  // what a size or a width that is no number counts as until
-constexpr double kNoWidth = 0.25;  // the fields are looked at one by one
 
 // Whether the form of the circular and of the rectangular kind takes the selected object.
 bool fromSelection[2];
 
-// The numbers of a form, by their fields. A field of 0 is none of this kind.
-struct FormIds {
-  int shape, size, width, rotation, x, y, depth, feed, safeZ;
-  int counts[2];
-  int lengths[2];  // the pattern diameter; the two spacings
-  int start;
-};
-constexpr FormIds kForms[2] = {
-    {kIdCadCircShape,
-     kIdCadCircSize,
-     kIdCadCircWidth,
-     kIdCadCircRotation,
-     kIdCadCircX,
-     kIdCadCircY,
-     kIdCadCircDepth,
-     kIdCadCircFeed,
-     kIdCadCircSafeZ,
-     {kIdCadCircQuantity, 0},
-     {kIdCadCircDiameter, 0},
-     kIdCadCircStart},
-    {kIdCadRectShape,
-     kIdCadRectSize,
-     kIdCadRectWidth,
-     kIdCadRectRotation,
-     kIdCadRectX,
-     kIdCadRectY,
-     kIdCadRectDepth,
-     kIdCadRectFeed,
-     kIdCadRectSafeZ,
-     {kIdCadRectColumns, kIdCadRectRows},
-     {kIdCadRectSpacingX, kIdCadRectSpacingY},
-     0},
+// What the circular or the rectangular form reads.
+struct Numbers {
+  bool rectangular = false;
+  FormValues fields;
+  double counts[2] = {1, 1};
+  double directions[2] = {0, 90};
+  double operator[](int place) const { return fields.numbers[place]; }
 };
 
-struct FormValues {
-  double rotation = 0, x = 0, y = 0, depth = 0, feed = 0, safeZ = 0, start = 0;
-  double counts[2] = {1, 1};
-  double lengths[2] = {0, 0};
-  double directions[2] = {0, 90};
+CutData CutOf(const Numbers& n) {
+  return n.rectangular ? CutData{n[kGridDepth], n[kGridFeed], n[kGridSafeZ]}
+                       : CutData{n[kCircleDepth], n[kCircleFeed], n[kCircleSafeZ]};
+}
+
+// The fields of an item's size and width and its list, by the kind of the pattern.
+struct ItemFields {
+  int shape, size, width;
 };
+constexpr ItemFields kItemFields[2] = {{kIdCadCircShape, kIdCadCircSize, kIdCadCircWidth},
+                                       {kIdCadRectShape, kIdCadRectSize, kIdCadRectWidth}};
 
 // Objects about the item's own centre, at most the lines of a diamond.
 struct Source {
@@ -94,9 +67,9 @@ bool Refuse(const char16_t* words) {
 
 bool Lies(double value, double limit) { return std::fabs(value) < limit; }
 
-bool ShapeSource(const FormIds& form, Source& source) {
-  const double width = SketchField(form.size, kNoLength);
-  const double typed = SketchField(form.width, kNoWidth);
+bool ShapeSource(const ItemFields& form, Source& source) {
+  const double width = FieldNumber(form.size);
+  const double typed = FieldNumber(form.width);
   const double height = typed == 0 ? width : typed;
   if (!(width > 0) || !Lies(width, kSketchLimit) || !Lies(height, kSketchLimit)) return false;
   const auto shape = static_cast<ItemShape>(platform::SelectedRow(form.shape));
@@ -135,12 +108,12 @@ bool ShapeSource(const FormIds& form, Source& source) {
 }
 
 // The selected object alone, whatever its group, with the sizes of the form.
-bool SelectionSource(const FormIds& form, Source& source) {
+bool SelectionSource(const ItemFields& form, Source& source) {
   SketchObject object = sketch.objects[sketch.selected];
   object.x = 0;
   object.y = 0;
-  object.size = SketchField(form.size, kNoLength);
-  const double width = SketchField(form.width, kNoWidth);
+  object.size = FieldNumber(form.size);
+  const double width = FieldNumber(form.width);
   if (object.type == kTypeWorkPoint || !(object.size > 0) || !Lies(object.size, kSketchLimit)) {
     return false;
   }
@@ -154,7 +127,7 @@ bool SelectionSource(const FormIds& form, Source& source) {
   return true;
 }
 
-bool ReadSource(const FormIds& form, bool selection, Source& source) {
+bool ReadSource(const ItemFields& form, bool selection, Source& source) {
   // A locked selection says so itself.
   if (selection && HasSketchSelection() && !MayEditSelection()) return false;
   const bool made =
@@ -162,24 +135,22 @@ bool ReadSource(const FormIds& form, bool selection, Source& source) {
   return made || Refuse(u"Choose valid shape dimensions or select unlocked geometry.");
 }
 
-bool ReadField(int id, double& value) { return id == 0 || ReadStrictField(id, value); }
-
-bool ReadNumbers(const FormIds& form, FormValues& values) {
-  double size = 0;
-  double width = 0;
-  const bool read = ReadField(form.size, size) && ReadField(form.width, width) &&
-                    ReadField(form.rotation, values.rotation) && ReadField(form.x, values.x) &&
-                    ReadField(form.y, values.y) && ReadField(form.depth, values.depth) &&
-                    ReadField(form.feed, values.feed) && ReadField(form.safeZ, values.safeZ) &&
-                    ReadField(form.start, values.start) &&
-                    ReadField(form.counts[0], values.counts[0]) &&
-                    ReadField(form.counts[1], values.counts[1]) &&
-                    ReadField(form.lengths[0], values.lengths[0]) &&
-                    ReadField(form.lengths[1], values.lengths[1]);
-  return read || Refuse(u"Pattern fields require finite numeric values.");
+bool ReadNumbers(Numbers& values) {
+  int refused = 0;
+  const int page = values.rectangular ? kPanelRectangular : kPanelCircular;
+  if (!ReadForm(kCadForm, page, Reading::Strict, values.fields, refused)) {
+    return Refuse(u"Pattern fields require finite numeric values.");
+  }
+  if (values.rectangular) {
+    values.counts[0] = values[kGridColumns];
+    values.counts[1] = values[kGridRows];
+  } else {
+    values.counts[0] = values[kCircleQuantity];
+  }
+  return true;
 }
 
-bool CountsFit(const FormValues& values, const Source& source, bool selection) {
+bool CountsFit(const Numbers& values, const Source& source, bool selection) {
   for (const double count : values.counts) {
     if (!(count > 0) || count != std::floor(count)) {
       return Refuse(u"Use positive whole-number pattern quantities.");
@@ -196,7 +167,7 @@ bool CountsFit(const FormValues& values, const Source& source, bool selection) {
   return true;
 }
 
-bool ReadDirections(FormValues& values) {
+bool ReadDirections(Numbers& values) {
   for (int i = 0; i < 2; ++i) {
     const int id = i == 0 ? kIdCadDirection1 : kIdCadDirection2;
     const std::u16string text = platform::TextOf(id);
@@ -208,29 +179,30 @@ bool ReadDirections(FormValues& values) {
 }
 
 // Where an item's centre lies and how far it is turned, in `angle`.
-ItemPlace CirclePlace(const FormValues& values, int item) {
-  ItemPlace place =
-      PlaceOnCircle({values.x, values.y, values.lengths[0], values.start, values.counts[0]}, item);
-  const auto orientation = static_cast<Orientation>(platform::SelectedRow(kIdCadCircOrientation));
-  place.angle = ItemTurn(orientation, values.rotation, place.angle);
+ItemPlace CirclePlace(const Numbers& n, int item) {
+  ItemPlace place = PlaceOnCircle(
+      {n[kCircleX], n[kCircleY], n[kCircleDiameter], n[kCircleStart], n.counts[0]}, item);
+  const auto orientation = static_cast<Orientation>(n.fields.choices[kPatternOrientation]);
+  place.angle = ItemTurn(orientation, n[kCircleTurn], place.angle);
   return place;
 }
 
-ItemPlace GridPlace(const FormValues& values, int item) {
-  const int columns = static_cast<int>(values.counts[0]);
-  ItemPlace place = PlaceInGrid({values.x, values.y, columns, values.lengths[0], values.lengths[1],
-                                 values.directions[0], values.directions[1]},
-                                item);
-  place.angle = values.rotation;
+ItemPlace GridPlace(const Numbers& n, int item) {
+  const GridPlaces grid{n[kGridX],      n[kGridY],     static_cast<int>(n.counts[0]),
+                        n[kGridStepX],  n[kGridStepY], n.directions[0],
+                        n.directions[1]};
+  ItemPlace place = PlaceInGrid(grid, item);
+  place.angle = n[kGridTurn];
   return place;
 }
 
 // Every object of every item. False: one would leave the sketch.
-bool LayOut(const FormValues& values, const Source& source, bool rectangular, int& count) {
+bool LayOut(const Numbers& values, const Source& source, int& count) {
   const int items = static_cast<int>(values.counts[0] * values.counts[1]);
   count = 0;
   for (int item = 0; item < items; ++item) {
-    const ItemPlace place = rectangular ? GridPlace(values, item) : CirclePlace(values, item);
+    const ItemPlace place =
+        values.rectangular ? GridPlace(values, item) : CirclePlace(values, item);
     for (int i = 0; i < source.count; ++i) {
       SketchObject& object = results[count++];
       object = source.objects[i];
@@ -262,12 +234,6 @@ std::u16string SizeText(double value) {
   return text;
 }
 
-void FillList(int id, const char16_t* const* rows, int count, int chosen) {
-  if (!platform::Exists(id) || platform::RowCount(id) > 0) return;
-  for (int i = 0; i < count; ++i) platform::AddRow(id, rows[i], i);
-  platform::SelectRow(id, chosen);
-}
-
 bool PatternBlockIsOpen() {
   return editLink.kind == kKindCircular || editLink.kind == kKindRectangular;
 }
@@ -275,23 +241,25 @@ bool PatternBlockIsOpen() {
 }  // namespace
 
 bool ApplySketchPattern(bool isRectangular) {
-  const FormIds& form = kForms[isRectangular ? 1 : 0];
+  const ItemFields& form = kItemFields[isRectangular ? 1 : 0];
   const bool selection = fromSelection[isRectangular ? 1 : 0];
   Source source;
-  FormValues values;
+  Numbers values;
+  values.rectangular = isRectangular;
   int count = 0;
-  if (!ReadSource(form, selection, source) || !ReadNumbers(form, values) ||
+  if (!ReadSource(form, selection, source) || !ReadNumbers(values) ||
       !CountsFit(values, source, selection)) {
     return false;
   }
-  if (!(values.feed > 0) || !(values.safeZ > values.depth) ||
-      (!isRectangular && !(values.lengths[0] > 0))) {
+  const CutData cut = CutOf(values);
+  if (!(cut.feed > 0) || !(cut.safeZ > cut.depth) ||
+      (!isRectangular && !(values[kCircleDiameter] > 0))) {
     return Refuse(u"Use positive feed and pattern diameter; Safe Z must be above cut Z.");
   }
   if (isRectangular && !ReadDirections(values)) return false;
-  if (!LayOut(values, source, isRectangular, count)) return false;
+  if (!LayOut(values, source, count)) return false;
   PutResults(count, selection);
-  ShowCutData({values.depth, values.feed, values.safeZ}, kCutDecimals);
+  ShowCutData(cut, kCutDecimals);
   RefreshSketchPanels();
   LogSketchOperation(isRectangular ? u"Created rectangular pattern" : u"Created circular pattern");
   SetSketchStatus(
@@ -309,31 +277,19 @@ void TogglePatternSource() {
   fromSelection[kind] = !fromSelection[kind];
   if (fromSelection[kind] && HasSketchSelection()) {
     const SketchObject& object = sketch.objects[sketch.selected];
-    platform::SetText(kForms[kind].size, SizeText(object.size));
-    platform::SetText(kForms[kind].width, SizeText(object.size2));
+    platform::SetText(kItemFields[kind].size, SizeText(object.size));
+    platform::SetText(kItemFields[kind].width, SizeText(object.size2));
   }
   RefreshPatternForm();
 }
 
 void RefreshPatternForm() {
-  for (const FormIds& form : kForms) FillList(form.shape, kShapes, 6, 0);
-  FillList(kIdCadCircOrientation, kOrientations, 3, static_cast<int>(Orientation::Radial));
   platform::SetText(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode)
                                              ? u"Source: selected geometry"
                                              : u"Source: shape library");
   platform::SetEnabled(kIdCadPatternSource, editLink.kind == 0);
   platform::SetText(kIdCadCreatePattern,
                     PatternBlockIsOpen() ? u"UPDATE PATTERN FEATURE" : u"CREATE SKETCH PATTERN");
-}
-
-void RegisterPatternLengths() {
-  for (const int id :
-       {kIdCadCircSize, kIdCadCircWidth, kIdCadCircX, kIdCadCircY, kIdCadCircDiameter,
-        kIdCadCircDepth, kIdCadCircSafeZ, kIdCadRectSize, kIdCadRectWidth, kIdCadRectX, kIdCadRectY,
-        kIdCadRectSpacingX, kIdCadRectSpacingY, kIdCadRectDepth, kIdCadRectSafeZ}) {
-    AddSketchLengthField(id, 3);
-  }
-  for (const int id : {kIdCadCircFeed, kIdCadRectFeed}) AddSketchLengthField(id, 2);
 }
 
 void ResetPatterns() { fromSelection[0] = fromSelection[1] = false; }

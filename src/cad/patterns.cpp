@@ -10,10 +10,10 @@
 #include "cad/canvas.h"
 #include "cad/edit_parts.h"
 #include "cad/geometry_tools.h"
-#include "cad/pattern_form.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
+#include "forms/form.h"
 #include "library/item_places.h"
 #include "library/outline.h"
 #include "platform/control.h"
@@ -31,11 +31,7 @@ constexpr int kMostLines = 20;  // columns and rows of the quick grid
 constexpr double kLeastDiameter = 1e-6;
 constexpr int kAngleDecimals = 3;
 
-int Count(int id, int fallback, int most) {
-  const std::u16string text = platform::TextOf(id);
-  const std::u16string_view fitting = std::u16string_view(text).substr(0, kFieldUnits - 1);
-  return std::clamp(ParseInteger(fitting, fallback), 1, most);
-}
+int Count(int id, int most) { return std::clamp(FieldCount(id), 1, most); }
 
 SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
@@ -64,23 +60,22 @@ void PutInstances() {
 }
 
 double Diameter() {
-  const double fallback = BySketchUnit(4, 100);
-  const double typed = SketchField(kIdCadCircularDiameter, fallback);
-  return std::fabs(typed) < kLeastDiameter ? fallback : typed;
+  const double typed = FieldNumber(kIdCadCircularDiameter);
+  return std::fabs(typed) < kLeastDiameter ? FieldFallback(kIdCadCircularDiameter) : typed;
 }
 
 void MakeCircle() {
   const SketchObject source = Selected();
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
-  instances.count = std::min(Count(kIdCadQuantity, 6, kMostQuantity), room);
+  instances.count = std::min(Count(kIdCadQuantity, kMostQuantity), room);
   CirclePlaces circle;
-  circle.x = SketchField(kIdCadCircularX, 0);
-  circle.y = SketchField(kIdCadCircularY, 0);
+  circle.x = FieldNumber(kIdCadCircularX);
+  circle.y = FieldNumber(kIdCadCircularY);
   circle.diameter = Diameter();
-  circle.start = SketchField(kIdCadCircularStart, 0);
+  circle.start = FieldNumber(kIdCadCircularStart);
   circle.quantity = instances.count;
-  const double rotation = SketchField(kIdCadCircularRotation, 0);
+  const double rotation = FieldNumber(kIdCadCircularRotation);
   const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
   for (int i = 0; i < instances.count; ++i) {
     const ItemPlace place = PlaceOnCircle(circle, i);
@@ -96,14 +91,14 @@ void MakeCircle() {
 
 void MakeGrid() {
   SketchObject source = Selected();
-  source.angle += SketchField(kIdCadGridRotation, 0);
+  source.angle += FieldNumber(kIdCadGridRotation);
   GridPlaces grid;
   grid.x = source.x;
   grid.y = source.y;
-  grid.columns = Count(kIdCadColumns, 3, kMostLines);
-  grid.stepX = SketchField(kIdCadSpacingX, BySketchUnit(1, 25.4));
-  grid.stepY = SketchField(kIdCadSpacingY, BySketchUnit(1, 25.4));
-  const int rows = Count(kIdCadRows, 2, kMostLines);
+  grid.columns = Count(kIdCadColumns, kMostLines);
+  grid.stepX = FieldNumber(kIdCadSpacingX);
+  grid.stepY = FieldNumber(kIdCadSpacingY);
+  const int rows = Count(kIdCadRows, kMostLines);
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(grid.columns * rows, room);
   for (int n = 0; n < instances.count; ++n) {
@@ -121,8 +116,7 @@ int DirectionField(int command) {
 }
 
 void ReverseDirection(int field) {
-  const double base = field == kIdCadDirection1 ? 0 : 90;
-  platform::SetText(field, SketchNumber(SketchField(field, base) + 180, kAngleDecimals));
+  platform::SetText(field, SketchNumber(FieldNumber(field) + 180, kAngleDecimals));
 }
 
 // The direction of a rectangle's side: the sides at the ends of its width run across it.
@@ -231,7 +225,6 @@ void RegisterPatterns() {
                   platform::kNotifyClick, OnForm);
   RegisterCommand(RouterStage::Builder, kIdPickDirection1, kIdReverseDirection2,
                   platform::kNotifyClick, [](int id, int) { PickPatternDirection(id); });
-  RegisterPatternLengths();
 }
 
 }  // namespace morva

@@ -7,6 +7,7 @@
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
 #include "cad/tool_state.h"
+#include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
 #include "platform/window.h"

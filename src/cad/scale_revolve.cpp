@@ -9,6 +9,7 @@
 #include "cad/edits.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
+#include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"

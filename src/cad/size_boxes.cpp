@@ -10,6 +10,7 @@
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/tool_state.h"
+#include "forms/form.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
 #include "platform/window.h"

@@ -11,6 +11,7 @@
 
 #include "app/limits.h"
 #include "library/sketch_object.h"
+#include "text/strict_number.h"
 
 namespace morva {
 
@@ -30,7 +31,7 @@ struct LiveSketch {
 };
 extern LiveSketch sketch;
 
-inline constexpr double kSketchLimit = 1000000;  // |coordinate| and sizes stay below
+inline constexpr double kSketchLimit = kStrictLimit;  // |coordinate| and sizes stay below
 
 // "Line" ...; "LINE" ...; empty for another number.
 const char16_t* SketchTypeName(std::int32_t type);
@@ -80,14 +81,6 @@ void LogSketchOperation(const char16_t* text);
 // A number as the sketch's fields show it: round half up on the absolute value, "-" for any
 // value below 0. `decimals` 0 to 6.
 std::u16string SketchNumber(double value, int decimals);
-// The strict rule of typed sizes: an optional sign, digits and at most one point, at least one
-// digit, under 79 characters, below 1,000,000 in size. False: not a number.
-bool ReadStrictNumber(std::u16string_view text, double& value);
-// The number that a field of the workspace begins with; at most 79 units are read.
-double SketchField(int id, double fallback);
-// A field by the strict rule. False: not a number, `value` stays.
-bool ReadStrictField(int id, double& value);
-
 // Commands that this file and drawings.h answer.
 void RegisterSketchCommands();
 void ResetSketch();

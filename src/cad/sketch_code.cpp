@@ -11,10 +11,15 @@
 #include "app/router.h"
 #include "cad/drawings.h"
 #include "cad/sketch.h"
+#include "cad/tool_state.h"
+#include "cad/workspace.h"
+#include "cad/workspace_form.h"
 #include "documents/autosave.h"
+#include "documents/builder.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
+#include "forms/form.h"
 #include "library/motion_text.h"
 #include "library/outline.h"
 #include "platform/control.h"
@@ -26,14 +31,9 @@ namespace morva {
 
 namespace {
 
-constexpr char16_t kTitle[] = u"Custom Shape Editor";
 constexpr int kUnitsOfObject = 2200;  // a circle of the largest numbers is half of it
 constexpr int kUnitsBeside = 8192;
 constexpr double kLeastFeed = 1e-6;
-constexpr int kRefreshMs = 60;
-
-// What a Cut Z that is no number means, in either unit; a new drawing starts at another depth.
-constexpr double kNoDepth = -2.5;
 
 void PutObject(CodeWriter& out, const SketchObject& object, const CutData& cut) {
   const ClosedShape item{ItemShape::Rectangle, object.x,     object.y,
@@ -60,12 +60,31 @@ void PutObject(CodeWriter& out, const SketchObject& object, const CutData& cut) 
   }
 }
 
-std::u16string BuildText(const CutData& cut) {
-  CodeWriter out;
-  out.most = static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
+CutData CutOf(const FormValues& values) {
+  return {values.numbers[kSketchDepth], values.numbers[kSketchFeed], values.numbers[kSketchSafeZ]};
+}
+
+std::size_t RoomForCode(const FormValues& /*values*/) {
+  return static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
+}
+
+bool Check(const FormValues& values, int /*unread*/, Refusal& refusal) {
+  refusal.title = u"Custom Shape Editor";
+  if (sketch.objectCount < 1) {
+    refusal.words = u"Draw at least one object first.";
+    refusal.icon = platform::BoxIcon::Information;
+    return false;
+  }
+  const CutData cut = CutOf(values);
+  refusal.words = u"Enter a positive feed with Safe Z above the cutting depth.";
+  return cut.feed > kLeastFeed && cut.safeZ > cut.depth;
+}
+
+void Write(const FormValues& values, CodeWriter& out) {
+  const CutData cut = CutOf(values);
   Line(out, u"");
   Line(out, u"(CUSTOM SHAPE EDITOR)");
-  Line(out, sketch.metric ? u"G21 (MM)" : u"G20 (INCH)");
+  Line(out, values.metric ? u"G21 (MM)" : u"G20 (INCH)");
   Line(out, u"G90 G17 G94");
   Put(out, u"G00 Z", cut.safeZ, 3);
   Line(out, u"");
@@ -77,7 +96,6 @@ std::u16string BuildText(const CutData& cut) {
     PutObject(out, object, cut);
   }
   Line(out, u"(END CUSTOM SHAPE)");
-  return std::move(out.text);
 }
 
 // The log and the feature hint are out of sight here. Without a word a second press would write
@@ -100,51 +118,56 @@ void TellReading(int id, const char16_t* caption, double used, int decimals) {
                u" was used. Check the code before you run it.");
 }
 
-}  // namespace
-
-std::u16string SketchCode(double depth, double feed, double safeZ) {
-  return BuildText({depth, feed, safeZ});
-}
-
-void GenerateSketchCode() {
-  if (sketch.objectCount < 1) {
-    platform::ShowBox(kTitle, u"Draw at least one object first.", platform::BoxButtons::Ok,
-                      platform::BoxIcon::Information);
-    return;
-  }
-  CutData cut;
-  cut.depth = SketchField(kIdCadDepth, kNoDepth);
-  cut.feed = SketchField(kIdCadFeed, BySketchUnit(10, 250));
-  cut.safeZ = SketchField(kIdCadSafeZ, BySketchUnit(0.5, 12.7));
-  if (!(cut.feed > kLeastFeed) || !(cut.safeZ > cut.depth)) {
-    platform::ShowBox(kTitle, u"Enter a positive feed with Safe Z above the cutting depth.",
-                      platform::BoxButtons::Ok, platform::BoxIcon::Warning);
-    return;
-  }
-  const std::u16string text = BuildText(cut);
-  // In another program the block under edit becomes a new one.
-  const std::uint64_t source = ActiveSerial();
-  const bool linked = editLink.kind == kKindSketch && editLink.tab == app.activeTab;
-  if (!InsertFeatureBlock(kKindSketch, text)) return;
-  MarkModified();
-  ScheduleAutosave();
-  ArmTextRefresh(kRefreshMs);
-  Call(hooks.rebuildToolpath);
-  AppendOutput(
-      u"Custom Shape Editor geometry inserted into active program. Verify work offset, cutter "
-      u"compensation, stock, and clearances.");
-  TellResult(linked && ActiveSerial() == source);
+void AfterInsertion(const FormValues& values, bool updated) {
+  TellResult(updated);
   // Last, so that it stays on the status line too.
+  const CutData cut = CutOf(values);
   TellReading(kIdCadSafeZ, u"Safe Z", cut.safeZ, 3);
   TellReading(kIdCadFeed, u"Cut feed", cut.feed, 2);
   TellReading(kIdCadDepth, u"Cut Z", cut.depth, 3);
 }
 
+int CutDataPage() { return kPanelCutData; }
+
+constexpr Builder kSketchBuilder{
+    .kind = kKindSketch,
+    .form = &kCadForm,
+    .page = CutDataPage,
+    .insertKey = kIdCadGenerate,
+    .insertWords = u"Generate",
+    .updateWords = u"Update",
+    .logged =
+        u"Custom Shape Editor geometry inserted into active program. Verify work offset, "
+        u"cutter compensation, stock, and clearances.",
+    .check = Check,
+    .write = Write,
+    .room = RoomForCode,
+    .storeItems = WriteSketchSettings,
+    .loadItems = OpenSketchBlock,
+    .inserted = AfterInsertion,
+    .linked = RefreshCadKeys,
+};
+
+}  // namespace
+
+std::u16string SketchCode(double depth, double feed, double safeZ) {
+  FormValues values;
+  values.metric = sketch.metric;
+  values.numbers[kSketchDepth] = depth;
+  values.numbers[kSketchFeed] = feed;
+  values.numbers[kSketchSafeZ] = safeZ;
+  CodeWriter out;
+  out.most = RoomForCode(values);
+  Write(values, out);
+  return std::move(out.text);
+}
+
+void GenerateSketchCode() { InsertFromBuilder(kSketchBuilder); }
+
 void RegisterSketchCode() {
-  for (const int id : {kIdCadGenerate, kIdCadGenerateItem}) {
-    RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick,
-                    [](int, int) { GenerateSketchCode(); });
-  }
+  RegisterBuilder<kSketchBuilder>();
+  RegisterCommand(RouterStage::Builder, kIdCadGenerateItem, platform::kNotifyClick,
+                  [](int, int) { GenerateSketchCode(); });
 }
 
 }  // namespace morva

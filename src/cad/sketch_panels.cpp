@@ -150,37 +150,6 @@ void RefreshSketchPanels() {
 
 std::u16string SketchNumber(double value, int decimals) { return FixedText(value, decimals); }
 
-bool ReadStrictNumber(std::u16string_view text, double& value) {
-  if (text.size() >= kFieldUnits - 1) return false;
-  std::size_t i = 0;
-  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) ++i;
-  int points = 0;
-  int digits = 0;
-  for (; i < text.size(); ++i) {
-    if (text[i] == u'.') {
-      if (++points > 1) return false;
-    } else if (text[i] >= u'0' && text[i] <= u'9') {
-      ++digits;
-    } else {
-      return false;
-    }
-  }
-  if (digits == 0) return false;
-  const double read = ParseDecimal(text, 0);
-  if (!(std::fabs(read) < kSketchLimit)) return false;
-  value = read;
-  return true;
-}
-
-double SketchField(int id, double fallback) {
-  const std::u16string text = platform::TextOf(id);
-  return ParseDecimal(std::u16string_view(text).substr(0, kFieldUnits - 1), fallback);
-}
-
-bool ReadStrictField(int id, double& value) {
-  return ReadStrictNumber(platform::TextOf(id), value);
-}
-
 void RegisterSketchCommands() {
   RegisterCommand(RouterStage::Builder, kIdCadUndo, platform::kNotifyClick, OnUndo);
   RegisterSketchUnits();

@@ -6,59 +6,21 @@
 #include <string>
 
 #include "app/command_ids.h"
-#include "app/join_table.h"
-#include "app/limits.h"
 #include "app/router.h"
 #include "app/stop.h"
 #include "cad/draw_tools.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
+#include "forms/form.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/window.h"
-#include "text/codetext.h"
 
 namespace morva {
 
 namespace {
-
-struct LengthField {
-  int id = 0;
-  int decimals = 0;
-};
-LengthField added[kMaxSketchLengthFields];
-JoinTable addedFill{u"fields of the sketch's unit switch", kMaxSketchLengthFields};
-
-// The workspace's own fields. Five of the tools keep more decimals; a feed has two.
-constexpr LengthField kOwnFields[] = {
-    {kIdCadPolygonRadius, 5},
-    {kIdCadPolygonX, 5},
-    {kIdCadPolygonY, 5},
-    {kIdCadPivotX, 5},
-    {kIdCadPivotY, 5},
-    {kIdCadX, 3},
-    {kIdCadY, 3},
-    {kIdCadSize, 3},
-    {kIdCadSize2, 3},
-    {kIdCadAmount, 3},
-    {kIdCadDepth, 3},
-    {kIdCadFeed, 2},
-    {kIdCadSafeZ, 3},
-    {kIdCadThicknessValue, 3},
-    {kIdCadCircularX, 3},
-    {kIdCadCircularY, 3},
-    {kIdCadCircularDiameter, 3},
-    {kIdCadSpacingX, 3},
-    {kIdCadSpacingY, 3},
-};
-
-void ConvertField(const LengthField& field, double factor) {
-  const std::u16string text = platform::TextOf(field.id);
-  if (text.empty()) return;
-  platform::SetText(field.id, FixedText(ParseDecimal(text, 0) * factor, field.decimals));
-}
 
 bool StaysInLimit(double factor) {
   for (int i = 0; i < sketch.objectCount; ++i) {
@@ -85,16 +47,7 @@ void OnUnitKey(int id, int /*notification*/) {
 
 }  // namespace
 
-void AddSketchLengthField(int id, int decimals) {
-  const auto same = [id](const LengthField& field) { return field.id == id; };
-  if (std::any_of(std::begin(kOwnFields), std::end(kOwnFields), same) ||
-      std::any_of(added, added + addedFill.count, same)) {
-    // Converted twice it would be off by 25.4.
-    StopProgram(u"MORVA cannot start. The unit switch of the sketch has field " + IntegerText(id) +
-                u" twice.");
-  }
-  added[NextRow(addedFill)] = {id, decimals};
-}
+bool SketchIsMetric() { return sketch.metric; }
 
 void ShowSketchUnitCaptions() {
   platform::SetText(kIdCadInch, sketch.metric ? u"INCH" : u"INCH *");
@@ -114,15 +67,13 @@ void SwitchSketchUnits(bool metric) {
     sketch.thickness *= factor;
     for (int i = 0; i < sketch.objectCount; ++i) ScaleLengths(sketch.objects[i], factor);
     sketch.metric = metric;
-    for (const LengthField& field : kOwnFields) ConvertField(field, factor);
-    for (int i = 0; i < addedFill.count; ++i) ConvertField(added[i], factor);
+    ConvertForms(SketchIsMetric, factor);
   }
   ShowSketchUnitCaptions();
   platform::Repaint(kViewCadCanvas);
 }
 
 void RegisterSketchUnits() {
-  addedFill.count = 0;
   RegisterCommand(RouterStage::Builder, kIdCadInch, kIdCadMm, platform::kNotifyClick, OnUnitKey);
 }
 

@@ -144,10 +144,10 @@ void MakeSizeBoxes() {
 }
 
 void OrderTabs() {
-  int ids[160];
+  int ids[kMaxTabStops];
   int count = 0;
   const auto put = [&ids, &count](int id) {
-    if (count < 160) ids[count++] = id;
+    if (count < kMaxTabStops) ids[count++] = id;
   };
   for (int row = 0; row < kCadStripRows; ++row) {
     int keys = 0;
@@ -188,22 +188,7 @@ bool MakeWorkspace() {
   view.accessibleName = u"Drawing";
   view.takesFocus = true;
   platform::MakeView(view);
-  view.id = kViewCadForm;
-  view.className = u"MorvaCadForm";
-  view.accessibleName = u"Tool settings";
-  view.background = kPanelBackground;
-  view.takesFocus = false;
-  platform::MakeView(view);
-  view.id = kViewCadScroll;
-  view.className = u"MorvaCadScroll";
-  view.accessibleName = u"Scroll the tool settings";
-  platform::MakeView(view);
-  view.id = kViewCadSheet;
-  view.parent = kViewCadForm;
-  view.className = u"MorvaCadSheet";
-  view.accessibleName = u"Settings";
-  platform::MakeView(view);
-  MakeCadForm();
+  MakeForm(kCadForm);
   MakeLabel(kIdCadStatus, u"", FontRole::Small, kMainText);
   MakeLabel(kIdCadHint, kCadHint, FontRole::Small, kDimText);
   MakeSizeBoxes();
@@ -419,8 +404,6 @@ void RefreshCadPanel() {
 
 void RefreshCadKeys() {
   if (!made) return;
-  const char16_t* text = editLink.kind == kKindSketch ? u"Update" : u"Generate";
-  if (platform::TextOf(kIdCadGenerate) != text) platform::SetText(kIdCadGenerate, text);
   RefreshPatternForm();
 }
 
@@ -437,10 +420,8 @@ void RefreshCadTools() {
   RefreshHintLine();
 }
 
-void CadFocusChanged(int id, bool gained) {
+void CadFocusChanged(int /*id*/, bool gained) {
   if (!made) return;
-  // A press of the pointer hits what it points at: the form must not move away under it.
-  if (gained && platform::IdUnderPointer() != id) ShowCadField(id);
   // Who works in a control knows it: the line is the tool's again.
   if (gained) RestoreHintLine();
   platform::Repaint(kViewCad);
@@ -476,7 +457,6 @@ void RegisterCadSurface() {
 
 void RegisterCad() {
   AddCommands(CadCommands());
-  hooks.refreshBuilderKeys = RefreshCadKeys;
   RegisterCadSurface();
   RegisterSketchCommands();
   RegisterDrawings();
@@ -489,9 +469,7 @@ void RegisterCad() {
   RegisterSketchCode();
   RegisterCommand(RouterStage::Builder, kIdCadCutData, platform::kNotifyClick, OpenCutData);
   Listen(kViewCad, PaintWorkspace, WorkspacePointer);
-  Listen(kViewCadForm, PaintCadForm, CadFormPointer);
-  Listen(kViewCadSheet, PaintCadSheet, CadFormPointer);
-  Listen(kViewCadScroll, PaintCadScroll, CadScrollPointer);
+  RegisterCadForm();
 }
 
 void ResetCad() {

@@ -27,18 +27,11 @@ using platform::MenuItem;
 
 void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
 
-bool IsCadField(int id) { return CadFieldCommand(id) != 0; }
+bool IsCadField(int id) { return FieldCommand(id) != 0; }
 
-// Enter in a field does what its panel's key does; Escape leaves the field for the canvas.
+// Escape leaves the field for the canvas.
 bool FieldKey(int id, const KeyEvent& key) {
-  if (key.ctrl || key.alt) return false;
-  if (key.key == platform::kKeyEnter) {
-    Press(CadFieldCommand(id));
-    // The field may show its number anew: the next one takes its place, not a place within it.
-    if (platform::FocusedId() == id) platform::SelectAllText(id);
-    return true;
-  }
-  if (key.key != platform::kKeyEscape) return false;
+  if (key.key != platform::kKeyEscape || key.ctrl || key.alt) return false;
   // A click on a dimension brought the keyboard here: Escape ends the mode as on the canvas.
   if (id == kIdCadDimensionValue && DrawToolKey(key)) return true;
   FocusCadCanvas();
@@ -53,12 +46,11 @@ bool NameKey(const KeyEvent& key) {
   return true;
 }
 
-// Page Up and Page Down turn the form's pages; any other key but Tab brings back the control
-// that it goes to, so that nobody types unseen.
+// Any key but Tab brings back the control that it goes to, so that nobody types unseen. Enter and
+// the page keys are the form's.
 bool SheetKey(int id, const KeyEvent& key) {
-  const bool up = key.key == platform::kKeyPageUp;
-  if (up || key.key == platform::kKeyPageDown) return PageCadForm(id, up ? -1 : 1);
-  if (key.key != platform::kKeyTab) ShowCadField(id);
+  if (FormKey(id, key)) return true;
+  if (key.key != platform::kKeyTab) ShowFormControl(id);
   return false;
 }
 

@@ -10,6 +10,8 @@ constexpr char16_t kCategory[] = u"Category";
 
 constexpr Command kCommands[] = {
     // Find and replace. The captions say all.
+    {kIdMatchCase, u"Match case"},
+    {kIdWholeToken, u"Whole token"},
     {kIdNextMatch, u"NEXT MATCH"},
     {kIdRuleAdd, u"ADD RULE"},
     {kIdRuleRemove, u"REMOVE RULE"},

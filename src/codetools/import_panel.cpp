@@ -6,7 +6,6 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
-#include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/colours.h"
@@ -20,6 +19,7 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
+#include "forms/form.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -31,13 +31,12 @@ namespace morva {
 
 namespace {
 
-using platform::ControlKind;
-using platform::FontRole;
 using platform::Rect;
 
 constexpr int kGap = 8;
 constexpr int kHeadHeight = 26;
 constexpr int kKeyHeight = 30;
+constexpr int kListLeast = 48;
 constexpr int kRefreshMs = 70;
 constexpr char16_t kNoSource[] = u"(Browse a program file, then select the operations to import.)";
 
@@ -52,84 +51,46 @@ struct ImportState {
 ImportState state;
 ImportSource source;
 
-// In the order of the screen, which the keyboard follows.
-constexpr int kOrder[] = {
-    kIdImportPrograms, kIdImportBrowse, kIdImportOperations, kIdImportPreview,
-    kIdImportAll,      kIdImportNone,   kIdImportRun,        kIdImportCancel,
-};
-
-void MakeWords(int id, ControlKind kind, FontRole font, const char16_t* text) {
-  platform::MakeControl({id, kind, text, u"", font, platform::kMainWindow, true});
-}
-
-void MakeKey(int id, const char16_t* text, const char16_t* tip) {
-  MakeWords(id, ControlKind::PushButton, FontRole::Small, text);
-  platform::SetToolTip(id, tip);
-}
-
-void MakeImportList(int id, platform::ListKind kind, const char16_t* name) {
-  platform::ListSpec list;
-  list.id = id;
-  list.kind = kind;
-  list.accessibleName = name;
-  list.font = FontRole::Small;
-  list.ownerDrawn = false;
-  list.hidden = true;
-  platform::MakeList(list);
-}
-
-void MakePreview() {
-  platform::EditorSpec preview;
-  preview.id = kIdImportPreview;
-  preview.accessibleName = u"Preview of the source program";
-  preview.text = kEditorText;
-  preview.background = kOutputBackground;
-  preview.hidden = true;
-  preview.readOnly = true;
-  platform::MakeEditor(preview);
-}
-
-void MakeImport() {
-  MakeWords(kIdImportHead, ControlKind::Label, FontRole::Emphasis,
-            u"Import operations into the current project");
-  platform::SetColours(kIdImportHead, {kBrightAccent, kPanelBackground, true});
-  MakeImportList(kIdImportPrograms, platform::ListKind::Single, u"Open programs");
-  MakeKey(kIdImportBrowse, u"Browse NC file\u2026", u"Take the operations of a file on disk");
-  MakeImportList(kIdImportOperations, platform::ListKind::Multi, u"Operations to import");
-  MakePreview();
-  MakeKey(kIdImportAll, u"Select all", u"Choose every operation");
-  MakeKey(kIdImportNone, u"Unselect all", u"Choose none");
-  MakeKey(kIdImportRun, u"Import selected", u"Copy the chosen operations into the program");
-  MakeKey(kIdImportCancel, u"Cancel", u"Close without importing");
-}
-
 // Lists on the left, the preview on the right, the keys along the foot.
+enum ImportPage : int { kTop, kLeft, kRight, kFoot };
+
+// clang-format off
+constexpr FormRow kRows[] = {
+    {.kind = RowKind::Head, .id = kIdImportHead,
+     .label = u"Import operations into the current project", .pages = PageBit(kTop)},
+    {.kind = RowKind::List, .id = kIdImportPrograms, .name = u"Open programs",
+     .pages = PageBit(kLeft), .least = kListLeast, .percent = 25},
+    {.kind = RowKind::Keys, .pages = PageBit(kLeft), .keys = {kIdImportBrowse}},
+    {.kind = RowKind::Multi, .id = kIdImportOperations, .name = u"Operations to import",
+     .pages = PageBit(kLeft), .least = kListLeast},
+    {.kind = RowKind::Preview, .id = kIdImportPreview, .name = u"Preview of the source program",
+     .pages = PageBit(kRight), .least = kListLeast},
+    {.kind = RowKind::Keys, .pages = PageBit(kFoot),
+     .keys = {kIdImportAll, kIdImportNone, kIdImportRun, kIdImportCancel}},
+};
+// clang-format on
+constexpr FormLook kLook{.gap = kGap,
+                         .keyGap = kGap,
+                         .tightGap = kGap,
+                         .keyHeight = kKeyHeight,
+                         .headHeight = kHeadHeight,
+                         .labels = Labels::None};
+constexpr Form kImportForm{.look = &kLook, .rows = kRows, .escape = kIdImportCancel};
+
+void MakeImport() { MakeForm(kImportForm); }
+
 void PlaceImport(const Rect& area) {
+  const int top = area.top + kHeadHeight + kGap;
   const int foot = area.bottom - kKeyHeight;
-  const int middle = area.left + (area.right - area.left) * 2 / 5;
-  int top = area.top;
-  ShowAt(kIdImportHead, {area.left, top, area.right, top + kHeadHeight});
-  top += kHeadHeight + kGap;
-  ShowAt(kIdImportPreview, {middle + kGap, top, area.right, foot - kGap});
-  const int programs = (foot - top) / 4;
-  ShowAt(kIdImportPrograms, {area.left, top, middle, top + programs});
-  top += programs + kGap;
-  ShowAt(kIdImportBrowse, {area.left, top, middle, top + kKeyHeight});
-  top += kKeyHeight + kGap;
-  ShowAt(kIdImportOperations, {area.left, top, middle, foot - kGap});
-  const int keys[] = {kIdImportAll, kIdImportNone, kIdImportRun, kIdImportCancel};
-  const int width = (area.right - area.left - 3 * kGap) / 4;
-  int left = area.left;
-  for (const int id : keys) {
-    ShowAt(id, {left, foot, left + width, area.bottom});
-    left += width + kGap;
-  }
+  const int middle = area.left + RectWidth(area) * 2 / 5;
+  const FormPart parts[] = {{{area.left, area.top, area.right, top}, kTop},
+                            {{area.left, top, middle, foot - kGap}, kLeft},
+                            {{middle + kGap, top, area.right, foot - kGap}, kRight},
+                            {{area.left, foot, area.right, area.bottom}, kFoot}};
+  PlaceForm(kImportForm, parts);
 }
 
-void HideImport() {
-  platform::SetVisible(kIdImportHead, false);
-  for (const int id : kOrder) platform::SetVisible(id, false);
-}
+void HideImport() { HideForm(kImportForm); }
 
 bool ImportShown() { return state.open && app.surface == kSurfaceCode && !app.compareActive; }
 
@@ -326,12 +287,6 @@ void InsertOperations(const Target& target, const std::u16string& operations) {
   if (words) Call(hooks.wordsFromEditor);
 }
 
-bool CancelKey(const platform::KeyEvent& key) {
-  if (key.key != platform::kKeyEscape || key.ctrl || key.alt) return false;
-  CloseImport();
-  return true;
-}
-
 bool AskImport(int, int x, int y) {
   const platform::MenuItem item{kIdImport, u"Import operations into this project"};
   if (platform::ShowPopup(&item, 1, x, y) == kIdImport) {
@@ -419,12 +374,7 @@ void RegisterImportPanel() {
   modes.id = kIdModeList;
   modes.contextMenu = AskImport;
   RegisterHandlers(modes);
-  for (const int id : kOrder) {
-    Handlers keys;
-    keys.id = id;
-    keys.key = CancelKey;
-    RegisterHandlers(keys);
-  }
+  RegisterForm(kImportForm);
   using platform::kNotifyClick;
   const RouterStage click = RouterStage::Click;
   RegisterCommand(click, kIdImport, kNotifyClick, [](int, int) { OpenImportPanel(); });

@@ -1,18 +1,17 @@
 #include "codetools/index_panel.h"
 
-#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/words_view.h"
 #include "documents/autosave.h"
 #include "documents/editor_changes.h"
 #include "documents/program_tabs.h"
+#include "forms/form.h"
 #include "library/code_index.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -22,37 +21,52 @@ namespace morva {
 
 namespace {
 
-using platform::ControlKind;
-using platform::FontRole;
 using platform::Rect;
 
 constexpr int kRefreshMs = 70;
-constexpr int kGap = 4;
-constexpr int kFieldHeight = 28;
-constexpr int kKeyHeight = 26;
-constexpr int kDetailHeight = 88;
-constexpr int kInsertWidth = 168;
-constexpr int kListRow = 20;
-constexpr int kListLeast = 48;
-constexpr int kClearWidth = 124;
 constexpr int kOneRow = 250;  // pixels from which the six keys stand in one row
 
 std::int32_t codeTab = kCodesAll;
 bool descriptionFirst = false;
 
-constexpr platform::ControlSpec kControls[] = {
-    {kIdIndexSearch, ControlKind::EditLine, u"", u"Search codes and descriptions", FontRole::Body,
-     platform::kMainWindow, true},
-    {kIdIndexClear, ControlKind::PushButton, u"CLEAR SEARCH", u"", FontRole::Small,
-     platform::kMainWindow, true},
-    {kIdIndexText, ControlKind::PushButton, u"TEXT", u"Description first", FontRole::Small,
-     platform::kMainWindow, true},
-    {kIdIndexDetail, ControlKind::Log, u"", u"Word", FontRole::Small, platform::kMainWindow, true},
-    {kIdIndexInsertion, ControlKind::EditLine, u"", u"Insertion text", FontRole::Body,
-     platform::kMainWindow, true},
-    {kIdIndexInsert, ControlKind::PushButton, u"INSERT INTO PROGRAM", u"", FontRole::Small,
-     platform::kMainWindow, true},
+// The list in the left panel, with the insertion line below it or not, and the page beside the
+// output; each in a wide and in a narrow area.
+enum IndexPage : int { kWide, kWideList, kNarrow, kNarrowList, kWideFoot, kNarrowFoot };
+constexpr unsigned kWideHead = PageBit(kWide) | PageBit(kWideList);
+constexpr unsigned kNarrowHead = PageBit(kNarrow) | PageBit(kNarrowList);
+constexpr unsigned kWideEnd = PageBit(kWide) | PageBit(kWideFoot);
+constexpr unsigned kNarrowEnd = PageBit(kNarrow) | PageBit(kNarrowFoot);
+
+// clang-format off
+constexpr FormRow kRows[] = {
+    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = u"Search codes and descriptions",
+     .pages = kWideHead, .limit = kCodeSearchUnits - 1, .keys = {kIdIndexClear}, .shares = {124}},
+    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = u"Search codes and descriptions",
+     .pages = kNarrowHead, .limit = kCodeSearchUnits - 1},
+    {.kind = RowKind::Keys, .pages = kNarrowHead, .keys = {kIdIndexClear}},
+    {.kind = RowKind::Keys, .pages = kWideHead,
+     .keys = {kIdIndexAll, kIdIndexG, kIdIndexM, kIdIndexN, kIdIndexMacro, kIdIndexText},
+     .shares = {38, 30, 30, 30, 62, 56}},
+    {.kind = RowKind::Keys, .pages = kNarrowHead,
+     .keys = {kIdIndexAll, kIdIndexG, kIdIndexM, kIdIndexN}, .shares = {38, 30, 30, 30}},
+    {.kind = RowKind::Keys, .pages = kNarrowHead, .keys = {kIdIndexMacro, kIdIndexText},
+     .shares = {62, 56}},
+    {.kind = RowKind::List, .id = kIdIndexList, .name = u"Code index",
+     .pages = kWideHead | kNarrowHead, .least = 48},
+    // In a low window the list keeps its rows and the pane scrolls in what is left.
+    {.kind = RowKind::Log, .id = kIdIndexDetail, .name = u"Word",
+     .pages = PageBit(kWide) | PageBit(kNarrow), .height = 88, .yields = true},
+    {.kind = RowKind::Log, .id = kIdIndexDetail, .name = u"Word",
+     .pages = PageBit(kWideFoot) | PageBit(kNarrowFoot), .least = 48},
+    {.kind = RowKind::Words, .id = kIdIndexInsertion, .name = u"Insertion text",
+     .pages = kWideEnd, .limit = 0, .keys = {kIdIndexInsert}, .shares = {168}},
+    {.kind = RowKind::Words, .id = kIdIndexInsertion, .name = u"Insertion text",
+     .pages = kNarrowEnd, .limit = 0},
+    {.kind = RowKind::Keys, .pages = kNarrowEnd, .keys = {kIdIndexInsert}, .height = 28},
 };
+// clang-format on
+constexpr FormLook kLook{.fieldHeight = 28, .listRowHeight = 20, .labels = Labels::None};
+constexpr Form kIndexForm{.look = &kLook, .rows = kRows};
 
 // The item data of the selected row, -1 for none.
 std::int32_t SelectedItem() {
@@ -90,53 +104,9 @@ void InsertAtCursor(const std::u16string& code) {
 }
 
 void MakePanel() {
-  for (const platform::ControlSpec& spec : kControls) {
-    platform::MakeControl(spec);
-    if (spec.kind == ControlKind::PushButton) continue;
-    platform::SetColours(spec.id, {kMainText, kOutputBackground, false});
-  }
-  platform::SetTextLimit(kIdIndexSearch, kCodeSearchUnits - 1);
-  for (const CodeCategoryKey& key : codeCategoryKeys) {
-    platform::ControlSpec spec;
-    spec.id = key.id;
-    spec.kind = ControlKind::PushButton;
-    spec.text = key.caption;
-    spec.font = FontRole::Small;
-    spec.hidden = true;
-    platform::MakeControl(spec);
-  }
-  platform::ListSpec list;
-  list.id = kIdIndexList;
-  list.accessibleName = u"Code index";
-  list.font = FontRole::Small;
-  list.rowHeight = kListRow;
-  list.ownerDrawn = false;
-  list.hidden = true;
-  platform::MakeList(list);
+  MakeForm(kIndexForm);
   RebuildCodeList();
   TellKeyStates();
-}
-
-struct KeyWeight {
-  int id;
-  int weight;
-};
-constexpr KeyWeight kKeyWeights[] = {{kIdIndexAll, 38}, {kIdIndexG, 30},     {kIdIndexM, 30},
-                                     {kIdIndexN, 30},   {kIdIndexMacro, 62}, {kIdIndexText, 56}};
-
-// Keys `first` to `last` in one row, as wide as their captions ask.
-void PutKeys(int first, int last, const Rect& row) {
-  int all = 0;
-  for (int i = first; i < last; ++i) all += kKeyWeights[i].weight;
-  const int width = RectWidth(row) - kGap * (last - first - 1);
-  int x = row.left;
-  int seen = 0;
-  for (int i = first; i < last; ++i) {
-    seen += kKeyWeights[i].weight;
-    const int right = row.left + width * seen / all + kGap * (i - first);
-    ShowAt(kKeyWeights[i].id, {x, row.top, right, row.bottom});
-    x = right + kGap;
-  }
 }
 
 bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatures; }
@@ -144,68 +114,34 @@ bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatu
 // The insertion line and its key stand on the page of the mode, else below the list.
 bool PageShown() { return PanelShown() && app.mode == kModeCodeIndex; }
 
-// The insertion line and its key at the foot of an area, in two rows where it is narrow. The
-// y above them.
-int PutInsertion(const Rect& area, int foot) {
-  int right = area.right;
-  int top = foot - kFieldHeight;
-  if (RectWidth(area) >= kOneRow) {
-    right -= kInsertWidth;
-    ShowAt(kIdIndexInsert, {right, top, area.right, foot});
-    right -= kGap;
-  } else {
-    ShowAt(kIdIndexInsert, {area.left, top, area.right, foot});
-    top -= kFieldHeight + kGap;
+// Where the list and the page of the mode lie; the page is empty unless it is shown.
+Rect listArea;
+Rect footArea;
+
+void PlaceBoth() {
+  const bool wide = RectWidth(listArea) >= kOneRow;
+  const bool footWide = RectWidth(footArea) >= kOneRow;
+  if (!PageShown()) {
+    PlaceForm(kIndexForm, listArea, wide ? kWide : kNarrow);
+    return;
   }
-  ShowAt(kIdIndexInsertion, {area.left, top, right, top + kFieldHeight});
-  return top - kGap;
+  const FormPart parts[] = {{listArea, wide ? kWideList : kNarrowList},
+                            {footArea, footWide ? kWideFoot : kNarrowFoot}};
+  PlaceForm(kIndexForm, parts);
 }
 
 void PlacePanel(const Rect& area) {
-  const bool wide = RectWidth(area) >= kOneRow;
-  int top = area.top;
-  const int searchRight = wide ? area.right - kClearWidth - kGap : area.right;
-  ShowAt(kIdIndexSearch, {area.left, top, searchRight, top + kFieldHeight});
-  if (wide) {
-    ShowAt(kIdIndexClear, {searchRight + kGap, top, area.right, top + kFieldHeight});
-    top += kFieldHeight + kGap;
-    PutKeys(0, 6, {area.left, top, area.right, top + kKeyHeight});
-  } else {
-    top += kFieldHeight + kGap;
-    ShowAt(kIdIndexClear, {area.left, top, area.right, top + kKeyHeight});
-    top += kKeyHeight + kGap;
-    PutKeys(0, 4, {area.left, top, area.right, top + kKeyHeight});
-    top += kKeyHeight + kGap;
-    PutKeys(4, 6, {area.left, top, area.right, top + kKeyHeight});
-  }
-  top += kKeyHeight + kGap;
-
-  int foot = area.bottom;
-  if (!PageShown()) {
-    foot = PutInsertion(area, foot);
-    // In a low window the list keeps its rows and the pane scrolls in what is left.
-    const int detail = std::min(kDetailHeight, foot - kGap - top - kListLeast);
-    if (detail > 0) {
-      ShowAt(kIdIndexDetail, {area.left, foot - detail, area.right, foot});
-      foot -= detail + kGap;
-    } else {
-      platform::SetVisible(kIdIndexDetail, false);
-    }
-  }
-  ShowAt(kIdIndexList, {area.left, top, area.right, foot});
+  listArea = area;
+  PlaceBoth();
 }
 
 // The page of the mode: the whole of what is told about a word above what is inserted.
 void PlacePage(const Rect& area) {
-  const int foot = PutInsertion(area, area.bottom);
-  ShowAt(kIdIndexDetail, {area.left, area.top, area.right, foot});
+  footArea = area;
+  PlaceBoth();
 }
 
-void HidePanel() {
-  for (const platform::ControlSpec& spec : kControls) platform::SetVisible(spec.id, false);
-  for (const CodeCategoryKey& key : codeCategoryKeys) platform::SetVisible(key.id, false);
-  platform::SetVisible(kIdIndexList, false);
-}
+void HidePanel() { HideForm(kIndexForm); }
 
 // However the mode was reached, the left panel shows the index.
 void EnterPanel() {
@@ -307,6 +243,7 @@ void RegisterIndexPanel() {
   page.active = PageShown;
   page.place = PlacePage;
   RegisterPanel(page);
+  RegisterForm(kIndexForm);
   Handlers search;
   search.id = kIdIndexSearch;
   search.key = SearchKey;

@@ -13,6 +13,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
+#include "forms/form.h"
 #include "platform/control.h"
 #include "platform/dialog.h"
 #include "platform/editor.h"
@@ -24,20 +25,37 @@ namespace morva {
 
 namespace {
 
-using platform::ControlKind;
 using platform::FontRole;
 using platform::Rect;
 
-enum : int { kIdProgramCaption = kIdDestinationFirst, kIdPositionCaption };
-
 constexpr Rect kPlace{100, 120, 100 + 540, 120 + 340};
-constexpr Rect kProgramCaptionPlace{20, 14, 520, 36};
-constexpr Rect kProgramPlace{20, 38, 520, 66};
-constexpr Rect kPositionCaptionPlace{20, 80, 520, 102};
-constexpr Rect kPositionPlace{21, 105, 159, 131};
-constexpr Rect kHelpPlace{21, 150, 519, 276};
-constexpr Rect kInsertPlace{200, 292, 390, 324};
-constexpr Rect kCancelPlace{400, 292, 520, 324};
+
+// clang-format off
+constexpr FormRow kRows[] = {
+    {.kind = RowKind::Choice, .id = kIdDestinationProgram, .label = u"Destination project"},
+    {.kind = RowKind::Count, .id = kIdDestinationPosition, .label = u"Operation number",
+     .limit = 0, .width = 140},
+    {.kind = RowKind::Log, .id = kIdDestinationHelp, .name = u"Where the code goes",
+     .height = 128, .above = 3},
+    {.kind = RowKind::Keys, .keys = {kIdDestinationInsert, kIdDestinationCancel},
+     .shares = {190, 120}, .above = 1},
+};
+// clang-format on
+constexpr FormLook kLook{.edge = 20,
+                         .top = 14,
+                         .gap = 14,
+                         .keyGap = 10,
+                         .inset = 1,
+                         .fieldHeight = 28,
+                         .keyHeight = 32,
+                         .labelHeight = 22,
+                         .framesChoices = false,
+                         .keysAtEnd = true,
+                         .labelFont = FontRole::Body,
+                         .keyFont = FontRole::Body,
+                         .listFont = FontRole::Body,
+                         .labelColour = kBrightAccent};
+constexpr Form kPickerForm{.look = &kLook, .parent = kViewDestination, .rows = kRows};
 
 constexpr int kAccepted = 1;
 // Row data of "+ New project"; no program has this serial.
@@ -134,30 +152,13 @@ void OnPickerCommand(int id, int notification) {
 }
 
 void PaintPicker(platform::Canvas& canvas) {
-  const auto frame = [&canvas](int id, platform::Colour idle) {
-    FrameWell(canvas, platform::PlaceOf(id), platform::FocusedId() == id, idle);
-  };
   FillArea(canvas, platform::CanvasArea(canvas), kPanelBackground);
-  frame(kIdDestinationPosition, kWellLine);
-  frame(kIdDestinationHelp, kWellLine);
+  PaintForms(canvas, kViewDestination);
   // The button that Enter presses.
-  frame(kIdDestinationInsert, kAccent);
+  FrameWell(canvas, platform::PlaceOf(kIdDestinationInsert),
+            platform::FocusedId() == kIdDestinationInsert, kAccent);
 }
 
-void MakeText(int id, ControlKind kind, const char16_t* text, const char16_t* name,
-              const Rect& place) {
-  platform::ControlSpec spec;
-  spec.id = id;
-  spec.kind = kind;
-  spec.text = text;
-  spec.accessibleName = name;
-  spec.font = FontRole::Body;
-  spec.parent = kViewDestination;
-  platform::MakeControl(spec);
-  platform::SetPlace(id, place);
-}
-
-// In the order of the screen, which is the order of Tab.
 bool MakePicker() {
   platform::DialogSpec dialog;
   dialog.id = kViewDestination;
@@ -169,24 +170,7 @@ bool MakePicker() {
   dialog.cancelButton = kIdDestinationCancel;
   dialog.command = OnPickerCommand;
   if (!platform::MakeDialog(dialog)) return false;
-  MakeText(kIdProgramCaption, ControlKind::Label, u"Destination project", u"",
-           kProgramCaptionPlace);
-  platform::ListSpec list;
-  list.id = kIdDestinationProgram;
-  list.kind = platform::ListKind::Combo;
-  list.accessibleName = u"Destination project";
-  list.parent = kViewDestination;
-  platform::MakeList(list);
-  platform::SetPlace(kIdDestinationProgram, kProgramPlace);
-  MakeText(kIdPositionCaption, ControlKind::Label, u"Operation number", u"", kPositionCaptionPlace);
-  MakeText(kIdDestinationPosition, ControlKind::EditLine, u"", u"Operation number", kPositionPlace);
-  MakeText(kIdDestinationHelp, ControlKind::Log, u"", u"Where the code goes", kHelpPlace);
-  MakeText(kIdDestinationInsert, ControlKind::PushButton, u"Insert / update code", u"",
-           kInsertPlace);
-  MakeText(kIdDestinationCancel, ControlKind::PushButton, u"Cancel", u"", kCancelPlace);
-  for (const int id : {kIdProgramCaption, kIdPositionCaption}) {
-    platform::SetColours(id, {kBrightAccent, kPanelBackground, true});
-  }
+  PlaceForm(kPickerForm, {0, 0, RectWidth(kPlace), RectHeight(kPlace)});
   return true;
 }
 
@@ -269,6 +253,7 @@ Destination RunDestinationPicker(int kind) {
 
 void RegisterDestinationPicker() {
   SetDestinationPicker(RunDestinationPicker);
+  RegisterForm(kPickerForm);
   Handlers handlers;
   handlers.id = kViewDestination;
   handlers.paint = PaintPicker;

@@ -13,6 +13,7 @@ namespace morva {
 
 inline constexpr int kSettingsHeadBytes = 160;
 inline constexpr int kItemBytes = 48;
+inline constexpr int kSettingsValues = 16;
 inline constexpr int kSettingsBytes = kSettingsHeadBytes + kMaxItems * kItemBytes;  // 4768
 
 enum FeatureKind : std::int32_t {
@@ -45,7 +46,7 @@ struct FeatureSettings {
   std::int32_t c = 0;
   std::int32_t itemCount = 0;
   std::uint32_t codeHash = 0;
-  double values[16] = {};
+  double values[kSettingsValues] = {};
   FeatureItem items[kMaxItems];
 };
 static_assert(sizeof(FeatureItem) == kItemBytes);

@@ -3,6 +3,7 @@
 #include "app/command_ids.h"
 #include "app/surfaces.h"
 #include "app/wells.h"
+#include "forms/form.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "shell/icons.h"
@@ -52,13 +53,12 @@ void FrameWells(Canvas& canvas) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
               focused == kIdEditor || focused == kIdWordsEditor);
   }
-  for (int id : {kIdModeList,       kIdFeatureList,     kIdFeatureName,      kIdIndexSearch,
-                 kIdIndexList,      kIdIndexDetail,     kIdIndexInsertion,   kIdOutputLog,
-                 kIdInfoPanel,      kIdHelpText,        kViewToolpath,       kIdReviewPrograms,
-                 kIdReviewLeftPane, kIdReviewRightPane, kIdFindText,         kIdReplaceText,
-                 kIdRuleList,       kIdImportPrograms,  kIdImportOperations, kIdImportPreview}) {
+  for (int id :
+       {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog, kIdInfoPanel, kIdHelpText,
+        kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane}) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
+  PaintForms(canvas, platform::kMainWindow);
 }
 
 }  // namespace

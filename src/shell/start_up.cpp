@@ -22,11 +22,13 @@
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
+#include "documents/builder.h"
 #include "documents/destination.h"
 #include "documents/editor_changes.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "forms/form.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/events.h"
@@ -87,6 +89,7 @@ bool OnKey(int id, const platform::KeyEvent& key) {
     return true;
   }
   if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
+  if (FormKey(id, key)) return true;
   if (id == kViewToolpath) return ToolpathKey(key);
   if (id == kIdSpeedSlider) return SpeedSliderKey(key);
   if (id == kIdModeList) return ModeListKey(key);
@@ -105,6 +108,7 @@ void OnFocusChanged(int id, bool gained) {
     if (h.focusChanged) h.focusChanged(gained);
     return false;
   });
+  FormFocusChanged(id, gained);
   const Surface* up = SurfaceUp();
   if (up) Call(up->focusChanged, id, gained);
   // The frame of a well tells that it has the keyboard.

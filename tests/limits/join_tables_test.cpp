@@ -12,9 +12,10 @@
 #include "app/router.h"
 #include "app/stop.h"
 #include "app/surfaces.h"
-#include "cad/sketch_units.h"
+#include "documents/builder.h"
+#include "forms/form.h"
+#include "forms/sheet.h"
 #include "library/shapes.h"
-#include "library/units.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -116,10 +117,41 @@ TEST(JoinTablesDeathTest, WordsOfCommands) {
   ResetCommandWords();
 }
 
-TEST(JoinTablesDeathTest, FormsOfTheUnitSwitch) {
-  static_assert(kMaxUnitForms == 8);
-  const auto add = [](int) { RegisterUnitForm(nullptr, Nothing); };
-  StopsBeyond(kMaxUnitForms, u"forms of the unit switch", add, ResetUnits);
+TEST(JoinTablesDeathTest, FormsAndTheirRows) {
+  static_assert(kMaxForms == 32 && kMaxFormRows == 1024);
+  static Form forms[kMaxForms + 1];
+  StopsBeyond(
+      kMaxForms, u"forms", [](int i) { RegisterForm(forms[i]); }, ResetForms);
+  static FormRow row;
+  static FormRow rows[kMaxFormRows];
+  static Form one{.rows = {&row, 1}};
+  static Form all{.rows = rows};
+  RegisterForm(all);
+  EXPECT_EXIT(RegisterForm(one), testing::ExitedWithCode(3), "rows of forms is full");
+  ResetForms();
+}
+
+TEST(JoinTablesDeathTest, GroundsOfFormsThatScroll) {
+  static_assert(kMaxSheets == 8);
+  static Sheet sheets[kMaxSheets + 1];
+  const auto add = [](int i) { ScrollSheet(sheets[i], 0); };
+  StopsBeyond(kMaxSheets, u"sheets of forms", add, ResetSheets);
+}
+
+TEST(JoinTablesDeathTest, Builders) {
+  static_assert(kMaxBuilders == 16 && kMaxBuilderText == 131072);
+  static Form form;
+  static Builder builders[kMaxBuilders + 1];
+  const auto add = [](int i) {
+    builders[i].form = &form;
+    builders[i].insertKey = 50000 + i;
+    JoinBuilder(builders[i], {});
+  };
+  StopsBeyond(kMaxBuilders, u"builders", add, [] {
+    ResetBuilders();
+    ResetForms();
+    ClearCommands();
+  });
 }
 
 TEST(JoinTablesDeathTest, ListsOfShapes) {
@@ -127,21 +159,6 @@ TEST(JoinTablesDeathTest, ListsOfShapes) {
   StopsBeyond(
       kMaxShapeLists, u"lists of shapes", [](int) { AddShapeList(Nothing); }, ResetShapeLibrary);
   EXPECT_EXIT(AddShapeList(nullptr), testing::ExitedWithCode(3), "nothing that fills it");
-}
-
-TEST(JoinTablesDeathTest, FieldsOfTheSketchsUnitSwitch) {
-  static_assert(kMaxSketchLengthFields == 32);
-  const auto anew = [] {
-    ClearCommands();
-    RegisterSketchUnits();
-  };
-  const auto add = [](int i) { AddSketchLengthField(30000 + i, 3); };
-  StopsBeyond(kMaxSketchLengthFields, u"fields of the sketch's unit switch", add, anew);
-  add(7);
-  EXPECT_EXIT(add(7), testing::ExitedWithCode(3), "has field 30007 twice");
-  EXPECT_EXIT(AddSketchLengthField(kIdCadX, 3), testing::ExitedWithCode(3), "twice");
-  anew();
-  ClearCommands();
 }
 
 }  // namespace

@@ -68,16 +68,6 @@ TEST_F(SketchUnits, FieldsConvertAsTextWithTheirDecimals) {
   EXPECT_EQ(TextOf(kIdCadQuantity), u"6");
 }
 
-TEST_F(SketchUnits, AFieldOfAnotherFormFollowsOnceItIsAdded) {
-  support::MakeText(kIdCadPatternLast, platform::ControlKind::EditLine);
-  platform::SetText(kIdCadPatternLast, u"2");
-  SwitchSketchUnits(true);
-  EXPECT_EQ(TextOf(kIdCadPatternLast), u"2");
-  AddSketchLengthField(kIdCadPatternLast, 3);
-  SwitchSketchUnits(false);
-  EXPECT_EQ(TextOf(kIdCadPatternLast), u"0.079");
-}
-
 TEST_F(SketchUnits, TheActiveUnitChangesNothingButCaptions) {
   Add(kTypeLine, 1, 1, 1);
   headless::Click(kIdCadInch);

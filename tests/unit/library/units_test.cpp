@@ -2,17 +2,22 @@
 
 #include "app/command_ids.h"
 #include "app/router.h"
-#include "app/stop.h"
+#include "forms/form.h"
 #include "support/stage.h"
 
 namespace morva {
 namespace {
 
-int conversions = 0;
-double lastFactor = 0;
-bool metricSeen = false;
-bool activeSeen = false;
-int captionCalls = 0;
+enum : int { kIdLength = 41001, kIdFeed, kIdPitch, kIdCount };
+
+constexpr FormRow kRows[] = {
+    {.id = kIdLength, .label = u"Length", .follows = Follows::Length},
+    {.id = kIdFeed, .label = u"Feed", .follows = Follows::Length, .decimals = 2},
+    {.id = kIdPitch, .label = u"TPI", .follows = Follows::Thread},
+    {.id = kIdCount, .label = u"Count"},
+};
+constexpr Form kForm{.rows = kRows, .metric = UnitsMetric};
+
 bool rebuiltMetric[4];
 int rebuilds = 0;
 
@@ -20,18 +25,18 @@ class Units : public support::Stage {
  protected:
   Units() {
     ResetUnits();
-    conversions = captionCalls = rebuilds = 0;
+    rebuilds = 0;
+    ResetForms();
+    RegisterForm(kForm);
+    MakeForm(kForm);
+    platform::SetText(kIdLength, u"2");
     support::MakeButton(kIdInch, u"INCH *");
     support::MakeButton(kIdMm, u"MM");
   }
-  ~Units() override { ResetUnits(); }
-  static void Convert(bool metric, double factor) {
-    ++conversions;
-    lastFactor = factor;
-    metricSeen = metric;
-    activeSeen = UnitsMetric();
+  ~Units() override {
+    ResetUnits();
+    ResetForms();
   }
-  static void Captions() { ++captionCalls; }
   static void Rebuild() { rebuiltMetric[rebuilds++] = UnitsMetric(); }
 };
 
@@ -61,30 +66,34 @@ TEST_F(Units, SwitchingMovesTheStarAndTellsTheUser) {
 }
 
 TEST_F(Units, TheActiveUnitConvertsNothingAndSaysNothing) {
-  RegisterUnitForm(Convert, Captions);
   platform::SetText(kIdInch, u"?");
   SetUnits(false);
-  EXPECT_EQ(conversions, 0);
-  EXPECT_EQ(captionCalls, 1);
+  EXPECT_EQ(TextOf(kIdLength), u"2");
   EXPECT_EQ(TextOf(kIdInch), u"INCH *");
   EXPECT_EQ(TextOf(kIdStatusLine), u"");
 }
 
-TEST_F(Units, FormsAreConvertedBeforeTheFlagTurns) {
-  RegisterUnitForm(Convert, nullptr);
+// 25.4 / 20 = 1.27 both ways; 12 * 25.4 = 304.8.
+TEST_F(Units, FieldsFollowAsTheirRowsSay) {
+  platform::SetText(kIdFeed, u"12.0");
+  platform::SetText(kIdPitch, u"20");
+  platform::SetText(kIdCount, u"4");
   SetUnits(true);
-  EXPECT_EQ(conversions, 1);
-  EXPECT_EQ(lastFactor, 25.4);
-  EXPECT_TRUE(metricSeen);
-  EXPECT_FALSE(activeSeen);
+  EXPECT_EQ(TextOf(kIdLength), u"50.800");
+  EXPECT_EQ(TextOf(kIdFeed), u"304.80");
+  EXPECT_EQ(TextOf(kIdPitch), u"1.270");
+  EXPECT_EQ(TextOf(kIdCount), u"4");
   SetUnits(false);
-  EXPECT_EQ(lastFactor, 0.03937007874015748);
-  EXPECT_FALSE(metricSeen);
+  EXPECT_EQ(TextOf(kIdLength), u"2.000");
+  EXPECT_EQ(TextOf(kIdPitch), u"20.000");
 }
 
-TEST_F(Units, AFormWithNothingToConvertStopsTheProgram) {
-  EXPECT_EXIT(RegisterUnitForm(nullptr, nullptr), testing::ExitedWithCode(kStopExitCode),
-              "form of the unit switch has nothing to convert");
+TEST_F(Units, EmptyStaysEmptyAndWordsBecomeNothing) {
+  platform::SetText(kIdLength, u"");
+  platform::SetText(kIdFeed, u"abc");
+  SetUnits(true);
+  EXPECT_EQ(TextOf(kIdLength), u"");
+  EXPECT_EQ(TextOf(kIdFeed), u"0.00");
 }
 
 TEST_F(Units, KeysOfTheMainWindowSwitch) {

@@ -1,0 +1,190 @@
+#include "documents/builder.h"
+
+#include <algorithm>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/hooks.h"
+#include "app/join_table.h"
+#include "app/outlets.h"
+#include "app/palette.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "documents/autosave.h"
+#include "documents/feature_operations.h"
+#include "documents/insertion.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kSettingsVersion = 3;
+constexpr int kRecordDecimals = 6;  // of numbers that come from a record
+
+static_assert(kMaxFormNumbers == kSettingsValues);
+
+const Builder* builders[kMaxBuilders];
+JoinTable builderFill{u"builders", kMaxBuilders};
+
+int PageOf(const Builder& builder) { return builder.page ? builder.page() : 0; }
+
+// What the form says. The row that could not be read, -1 for none.
+int ReadBuilder(const Builder& builder, Reading reading, FormValues& values) {
+  int refused = -1;
+  ReadForm(*builder.form, PageOf(builder), reading, values, refused);
+  return refused;
+}
+
+void Refuse(const Refusal& refusal) {
+  if (refusal.words[0]) {
+    platform::ShowBox(refusal.title, refusal.words, platform::BoxButtons::Ok, refusal.icon);
+  }
+  if (refusal.field == 0) return;
+  platform::SetFocusTo(refusal.field);
+  platform::SelectAllText(refusal.field);
+}
+
+bool Passes(const Builder& builder, const FormValues& values, int unread) {
+  Refusal refusal;
+  if (builder.check ? builder.check(values, unread, refusal) : unread < 0) return true;
+  Refuse(refusal);
+  return false;
+}
+
+bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
+  if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code);
+  InsertTextAtCaret(code, true);
+  return true;
+}
+
+void ShowCaptions() {
+  for (int i = 0; i < builderFill.count; ++i) {
+    const Builder& builder = *builders[i];
+    const bool update = builder.kind != 0 && editLink.kind == builder.kind;
+    const char16_t* words = update ? builder.updateWords : builder.insertWords;
+    if (platform::Exists(builder.insertKey) && platform::TextOf(builder.insertKey) != words) {
+      platform::SetText(builder.insertKey, words);
+    }
+    Call(builder.linked);
+  }
+}
+
+void OnInsertKey(int id, int) {
+  for (int i = 0; i < builderFill.count; ++i) {
+    if (builders[i]->insertKey == id) {
+      InsertFromBuilder(*builders[i]);
+      return;
+    }
+  }
+}
+
+void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
+  Panel panel;
+  panel.spot = PanelSpot::RightBody;
+  panel.mode = builder.mode;
+  panel.make = calls.make;
+  panel.place = calls.place;
+  panel.hide = calls.hide;
+  RegisterPanel(panel);
+}
+
+void JoinViews(const Builder& builder, const BuilderCalls& calls) {
+  for (const FormRow& row : builder.form->rows) {
+    if (row.kind != RowKind::View) continue;
+    Handlers view;
+    view.id = row.id;
+    view.paint = calls.paint;
+    RegisterHandlers(view);
+  }
+}
+
+}  // namespace
+
+void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
+  // Rooms are joined anew after a reset, which clears the other tables.
+  const auto end = builders + builderFill.count;
+  if (std::find(builders, end, &builder) == end) builders[NextRow(builderFill)] = &builder;
+  hooks.refreshBuilderKeys = ShowCaptions;
+  RegisterForm(*builder.form);
+  RegisterCommand(RouterStage::Builder, builder.insertKey, platform::kNotifyClick, OnInsertKey);
+  if (builder.kind != 0) {
+    SetSettingsWriter(builder.kind, calls.store);
+    SetBuilderOpener(builder.kind, calls.open);
+  }
+  if (builder.mode >= 0) JoinPanel(builder, calls);
+  if (builder.draw) JoinViews(builder, calls);
+}
+
+bool InsertFromBuilder(const Builder& builder) {
+  FormValues values;
+  const int unread = ReadBuilder(builder, builder.reading, values);
+  if (!Passes(builder, values, unread)) return false;
+  CodeWriter out;
+  out.most = builder.room ? builder.room(values) : kMaxBuilderText;
+  builder.write(values, out);
+  // In another program the block under edit becomes a new one.
+  const std::uint64_t source = ActiveSerial();
+  const bool linked =
+      builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
+  if (!PutIntoProgram(builder, out.text)) return false;
+  MarkModified();
+  ScheduleAutosave();
+  ArmTextRefresh(builder.refreshMs);
+  Call(hooks.rebuildToolpath);
+  if (builder.logged[0]) AppendOutput(builder.logged);
+  if (builder.inserted) builder.inserted(values, linked && ActiveSerial() == source);
+  return true;
+}
+
+bool StoreBuilder(const Builder& builder, FeatureSettings& record) {
+  FormValues values;
+  ReadBuilder(builder, Reading::Lax, values);
+  record = FeatureSettings();
+  record.version = kSettingsVersion;
+  record.kind = builder.kind;
+  record.metric = values.metric ? 1 : 0;
+  record.a = values.choices[0];
+  record.b = values.choices[1];
+  record.c = values.choices[2];
+  for (int i = 0; i < kSettingsValues; ++i) record.values[i] = values.numbers[i];
+  return !builder.storeItems || builder.storeItems(record);
+}
+
+bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
+  if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
+  if (builder.loadItems && !builder.loadItems(record)) return false;
+  FormValues values;
+  values.metric = record.metric != 0;
+  const std::int32_t choices[] = {record.a, record.b, record.c};
+  for (int i = 0; i < 3; ++i) values.choices[i] = choices[i];
+  for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
+  ShowForm(*builder.form, PageOf(builder), values, kRecordDecimals);
+  return true;
+}
+
+void PlaceBuilder(const Builder& builder, const platform::Rect& area) {
+  PlaceForm(*builder.form, area, PageOf(builder));
+}
+
+void PaintBuilder(const Builder& builder, platform::Canvas& canvas) {
+  static Picture picture;
+  const platform::Rect area = platform::CanvasArea(canvas);
+  platform::FillArea(canvas, area, kOutputBackground);
+  FormValues values;
+  ReadBuilder(builder, Reading::Lax, values);
+  ClearPicture(picture, values.metric);
+  builder.draw(values, picture);
+  PaintPicture(canvas, picture, FitPicture(picture, area));
+}
+
+const Builder* BuilderAt(int index) {
+  return index < builderFill.count ? builders[index] : nullptr;
+}
+
+void ResetBuilders() { builderFill.count = 0; }
+
+}  // namespace morva

@@ -1,0 +1,195 @@
+#include "forms/form.h"
+
+#include <cstddef>
+
+#include "app/command_ids.h"
+#include "app/join_table.h"
+#include "app/router.h"
+#include "forms/form_table.h"
+#include "forms/sheet.h"
+#include "platform/control.h"
+
+namespace morva {
+
+namespace {
+
+FormEntry entries[kMaxForms];
+JoinTable entryFill{u"forms", kMaxForms};
+RowState states[kMaxFormRows];
+JoinTable rowFill{u"rows of forms", kMaxFormRows};
+
+bool Holds(const FormRow& row, int id) {
+  if (row.id == id) return true;
+  for (const int key : row.keys) {
+    if (key == id) return true;
+  }
+  return false;
+}
+
+// Enter and the page keys are for what is typed into and for keys, not for lists.
+bool TakesPageKeys(const FormRow& row, int id) { return IsField(row.kind) || row.id != id; }
+
+}  // namespace
+
+void RegisterForm(const Form& form) {
+  if (EntryOf(form)) return;
+  entries[NextRow(entryFill)] = {&form, rowFill.count};
+  for (std::size_t i = 0; i < form.rows.size(); ++i) states[NextRow(rowFill)] = RowState();
+}
+
+const Form* FormAt(int index) { return index < entryFill.count ? entries[index].form : nullptr; }
+
+void ResetForm(const Form& form) {
+  const FormEntry* entry = EntryOf(form);
+  if (!entry) return;
+  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+    StateOf(*entry, static_cast<int>(i)) = RowState();
+  }
+  if (form.sheet) ResetSheet(*form.sheet);
+}
+
+void ResetForms() {
+  entryFill.count = 0;
+  rowFill.count = 0;
+  for (RowState& state : states) state = RowState();
+  ResetSheets();
+}
+
+FormEntry* EntryOf(const Form& form) {
+  for (int i = 0; i < entryFill.count; ++i) {
+    if (entries[i].form == &form) return &entries[i];
+  }
+  return nullptr;
+}
+
+FormEntry* EntryAt(int index) { return index < entryFill.count ? &entries[index] : nullptr; }
+
+RowState& StateOf(const FormEntry& entry, int row) { return states[entry.firstRow + row]; }
+
+int GroundOf(const Form& form) { return form.sheet ? form.sheet->paper.id : form.parent; }
+
+int LabelId(const FormEntry& entry, int row) {
+  const Form& form = *entry.form;
+  const FormRow& r = form.rows[static_cast<std::size_t>(row)];
+  if ((r.kind == RowKind::Head || r.kind == RowKind::Note) && r.id != 0) return r.id;
+  return form.firstLabel != 0 ? form.firstLabel + row : kIdFormLabelFirst + entry.firstRow + row;
+}
+
+bool HasLabel(const Form& form, const FormRow& row) {
+  if (row.wide || !row.label[0] || form.look->labels == Labels::None) return false;
+  switch (row.kind) {
+    case RowKind::Choice:
+      return form.look->choiceLabels;
+    case RowKind::Number:
+    case RowKind::Count:
+    case RowKind::Words:
+      return true;
+    case RowKind::List:
+    case RowKind::Multi:
+    case RowKind::Log:
+    case RowKind::View:
+      return form.look->labels == Labels::Above;
+    default:
+      return false;
+  }
+}
+
+bool IsRowShown(const Form& form, int row) {
+  const FormEntry* entry = EntryOf(form);
+  return entry && StateOf(*entry, row).shown;
+}
+
+int RowOfControl(const Form& form, int id) {
+  int found = -1;
+  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+    if (!Holds(form.rows[i], id)) continue;
+    const int row = static_cast<int>(i);
+    if (IsRowShown(form, row)) return row;
+    if (found < 0) found = row;
+  }
+  return found;
+}
+
+bool FindControl(int id, const FormEntry*& entry, int& row) {
+  if (id == 0) return false;
+  entry = nullptr;
+  for (int i = 0; i < entryFill.count; ++i) {
+    const int found = RowOfControl(*entries[i].form, id);
+    if (found < 0) continue;
+    const bool shown = StateOf(entries[i], found).shown;
+    if (entry && !shown) continue;
+    entry = &entries[i];
+    row = found;
+    if (shown) return true;
+  }
+  return entry != nullptr;
+}
+
+int FormOrder(const Form& form, int* ids, int capacity) {
+  int count = 0;
+  const auto put = [&](int id) {
+    for (int i = 0; i < count; ++i) {
+      if (ids[i] == id) return;
+    }
+    if (id != 0 && count < capacity) ids[count++] = id;
+  };
+  for (const FormRow& row : form.rows) {
+    if (row.kind != RowKind::Head && row.kind != RowKind::Note) put(row.id);
+    for (const int key : row.keys) put(key);
+  }
+  return count;
+}
+
+int FieldCommand(int id) {
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return 0;
+  const FormRow& r = entry->form->rows[static_cast<std::size_t>(row)];
+  return r.id == id ? r.enter : 0;
+}
+
+bool FormKey(int id, const platform::KeyEvent& key) {
+  if (key.ctrl || key.alt) return false;
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return false;
+  const Form& form = *entry->form;
+  const FormRow& r = form.rows[static_cast<std::size_t>(row)];
+  const bool down = key.key == platform::kKeyPageDown;
+  if ((down || key.key == platform::kKeyPageUp) && form.sheet && TakesPageKeys(r, id)) {
+    PageSheet(*form.sheet, down ? 1 : -1);
+    return true;
+  }
+  if (key.key == platform::kKeyEnter && r.id == id && r.enter != 0) {
+    const bool selects = form.look->selectsAfterEnter;
+    RouteCommand(r.enter, platform::kNotifyClick);
+    // The field may show its number anew: the next one takes its place, not a place within it.
+    if (selects && platform::FocusedId() == id) platform::SelectAllText(id);
+    return true;
+  }
+  if (key.key == platform::kKeyEscape && form.escape != 0) {
+    RouteCommand(form.escape, platform::kNotifyClick);
+    return true;
+  }
+  return false;
+}
+
+void FormFocusChanged(int id, bool gained) {
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return;
+  const Form& form = *entry->form;
+  if (!form.sheet) return;
+  // A press of the pointer hits what it points at: the form must not move away under it.
+  if (gained && platform::IdUnderPointer() != id) ShowFormControl(id);
+  platform::Repaint(form.sheet->paper.id);
+}
+
+void ShowFormControl(int id) {
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row) || !entry->form->sheet || !platform::IsVisible(id)) return;
+  ShowOnSheet(*entry->form->sheet, platform::PlaceOf(id));
+}
+
+}  // namespace morva

@@ -1,0 +1,165 @@
+// Forms: a panel of named fields as one table. A row says what a field is called, what it starts
+// with, how it is read, which unit it follows, and which number of a block's record it is.
+//
+// A room owns its table; this room makes, places, hides, reads, converts and paints. No room
+// makes a form's control itself. Keys and check boxes are named by their commands
+// (app/commands.h), which know their words.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "app/limits.h"
+#include "forms/form_look.h"
+#include "platform/canvas.h"
+#include "platform/events.h"
+#include "platform/geometry.h"
+#include "platform/window.h"
+
+namespace morva {
+
+struct Sheet;  // forms/sheet.h
+
+enum class RowKind : unsigned char {
+  Head,     // words above a group of rows
+  Note,     // help in small print
+  Number,   // a decimal number
+  Count,    // a whole number
+  Words,    // text as typed
+  Choice,   // a drop-down list
+  Checks,   // check boxes side by side
+  Keys,     // push buttons side by side
+  List,     // one row at a time
+  Multi,    // a list of which several rows can be chosen
+  Log,      // several lines that are read only
+  Preview,  // an editor that is read only
+  View,     // a drawn view
+};
+
+// Which unit a number follows. A feed a minute follows the length unit as well.
+enum class Follows : unsigned char {
+  Nothing,
+  Length,
+  Thread
+};  // Thread: threads an inch, or pitch
+
+// What a text without a number counts as, in the form's unit.
+struct Fallback {
+  double inch = 0;
+  double mm = 0;
+  constexpr Fallback() = default;
+  constexpr Fallback(double both) : inch(both), mm(both) {}  // NOLINT: the usual case
+  constexpr Fallback(double inches, double millimetres) : inch(inches), mm(millimetres) {}
+};
+
+// How numbers are read: what a text begins with, by ParseDecimal and ParseInteger, or nothing but a
+// number, by ReadStrictNumber.
+enum class Reading : unsigned char { Lax, Strict };
+
+inline constexpr unsigned kEveryPage = ~0u;
+constexpr unsigned PageBit(int page) { return 1u << page; }
+
+struct FormRow {
+  RowKind kind = RowKind::Number;
+  int id = 0;                   // of the control; a Head or Note may go without
+  const char16_t* label = u"";  // Head and Note: the words
+  const char16_t* name = u"";   // for assistive technology, where the label says too little
+  const char16_t* start = u"";  // in inch; a View: its class name
+  Fallback fallback = {};
+  Follows follows = Follows::Nothing;
+  int decimals = 3;             // after a conversion, 0 to 6
+  int value = -1;               // place in FormValues::numbers and in a record's values
+  int choice = -1;              // place in FormValues::choices: a, b, c of a record
+  int words = -1;               // place in FormValues::words
+  unsigned pages = kEveryPage;  // a bit a page
+  int enter = 0;                // command of Enter, 0 for none
+  int limit = kFieldUnits - 1;  // units that can be typed
+  std::span<const char16_t* const> rows = {};  // of a Choice whose rows are fixed
+  int chosen = 0;                              // of those, at the start
+  int keys[kMaxRowKeys] = {};      // Keys, Checks; of a field: the keys at its right end
+  short shares[kMaxRowKeys] = {};  // widths of these in proportion; 0: all alike
+  short height = 0;                // pixels; 0: as the look says
+  short above = 0;                 // more pixels above the row
+  short width = 0;                 // of the field; 0: what is there
+  short least = 0;                 // above 0: the row takes the height that others leave
+  short percent = 0;               // of the height, where two rows share what is left
+  bool yields = false;             // gives up height before a filling row loses its least
+  bool wide = false;               // a field across the form, without its label
+};
+
+struct Form {
+  const FormLook* look = &kSheetLook;
+  const Sheet* sheet = nullptr;  // scrolls; null: stands on `parent` itself
+  int parent = platform::kMainWindow;
+  std::span<const FormRow> rows = {};  // in the order of the screen, which Tab follows
+  bool (*metric)() = nullptr;          // whose unit the fields are in; null: no unit
+  int escape = 0;                      // command of Escape on any control; 0: none
+  int firstLabel = 0;                  // ids of labels from here on; 0: from the common range
+};
+
+struct FormValues {
+  double numbers[kMaxFormNumbers] = {};
+  std::int32_t choices[3] = {};
+  std::u16string words[kMaxFormWords];
+  bool metric = false;
+};
+
+// Makes nothing yet. A full table stops the program.
+void RegisterForm(const Form& form);
+// Every registered form, for tests that hold for all; null past the last.
+const Form* FormAt(int index);
+// What is shown and scrolled of one form as at its start; of all, and none registered.
+void ResetForm(const Form& form);
+void ResetForms();
+
+// Makes the controls, hidden, unless they stand already.
+void MakeForm(const Form& form);
+// Places and shows the rows of `page` in `area`, in the parent's pixels, and hides the others. A
+// form on a sheet takes the sheet's place, its scroll bar included. The y below the last row.
+int PlaceForm(const Form& form, const platform::Rect& area, int page = 0);
+// Several pages at once, each in an area of its own.
+struct FormPart {
+  platform::Rect area;
+  int page = 0;
+};
+void PlaceForm(const Form& form, std::span<const FormPart> parts);
+void HideForm(const Form& form);
+bool IsRowShown(const Form& form, int row);
+
+// The first row of a control that is shown, else its first row at all; -1 for none.
+int RowOfControl(const Form& form, int id);
+// Ids of the form's controls in the order of the screen, each once; how many were written.
+int FormOrder(const Form& form, int* ids, int capacity);
+
+// Start texts of a page's fields, in the form's unit.
+void StartForm(const Form& form, int page = 0);
+// False: row `refused` holds no number by the strict rule, or one that is not whole where a
+// count is wanted; the rows behind it are not read. The lax rule never refuses.
+bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused);
+void ShowForm(const Form& form, int page, const FormValues& values, int decimals);
+// The number that a field begins with, else its row's fallback. At most 79 units are read.
+double FieldNumber(int id);
+double FieldFallback(int id);
+// As FieldNumber, with a fallback of the caller's.
+double FieldNumber(int id, double fallback);
+std::int32_t FieldCount(int id);
+// By the strict rule. False: not a number, `value` stays.
+bool ReadStrictField(int id, double& value);
+// Every field that follows this unit, on every form: its text times the factor. Empty stays
+// empty, what is no number becomes 0.
+void ConvertForms(bool (*metric)(), double factor);
+
+// Wells of the fields and lines above the heads that stand on this parent or paper.
+void PaintForms(platform::Canvas& canvas, int parent);
+// Enter, Escape, Page Up and Page Down on a control of a form. True: used.
+bool FormKey(int id, const platform::KeyEvent& key);
+// The command of Enter in this field, 0 for none.
+int FieldCommand(int id);
+// Keeps the control that got the keyboard in sight and its frame up to date.
+void FormFocusChanged(int id, bool gained);
+// Scrolls a control of a sheet into sight. Nothing for one that is hidden.
+void ShowFormControl(int id);
+
+}  // namespace morva

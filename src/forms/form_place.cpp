@@ -1,0 +1,314 @@
+// Placing a form's rows from the top down, and hiding what is not on the page.
+
+#include <algorithm>
+#include <cstddef>
+
+#include "app/panels.h"
+#include "forms/form_table.h"
+#include "forms/sheet.h"
+#include "platform/canvas.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+using platform::FontRole;
+using platform::Rect;
+
+constexpr int kNoteSlack = 2;  // a label may break a little earlier than its width
+constexpr int kNoteBelow = 2;
+
+// The rows of one page: what they need, and what is left for those that fill.
+struct Page {
+  const FormEntry* entry = nullptr;
+  int page = 0;
+  int left = 0;
+  int right = 0;
+  int gap = 0;
+  int height = 0;
+  int fill = 0;   // height of a filling row that has no percentage
+  int spare = 0;  // what a yielding row gives up
+};
+
+const FormRow& RowAt(const Page& page, int index) {
+  return page.entry->form->rows[static_cast<std::size_t>(index)];
+}
+int RowsOf(const FormEntry& entry) { return static_cast<int>(entry.form->rows.size()); }
+
+// The lines that a note takes, broken at blanks as the label breaks it.
+int LinesOf(std::u16string_view text, FontRole font, int width) {
+  int lines = 1;
+  std::size_t line = 0;
+  for (std::size_t word = 0; word < text.size();) {
+    const std::size_t end = std::min(text.find(u' ', word), text.size());
+    const int reach = platform::TextWidth(font, text.substr(line, end - line));
+    if (word > line && reach > width - kNoteSlack) {
+      ++lines;
+      line = word;
+    }
+    word = end + 1;
+  }
+  return lines;
+}
+
+bool LabelAbove(const Form& form, const FormRow& row) {
+  return HasLabel(form, row) && form.look->labels == Labels::Above;
+}
+
+bool Fills(const FormRow& row) { return row.least > 0; }
+
+int ControlHeight(const Page& page, const FormRow& row) {
+  const FormLook& look = *page.entry->form->look;
+  if (row.height > 0) return row.height;
+  switch (row.kind) {
+    case RowKind::Head:
+      return look.headHeight;
+    case RowKind::Note:
+      return LinesOf(row.label, look.labelFont, page.right - page.left) *
+                 platform::TextHeight(look.labelFont) +
+             kNoteBelow;
+    case RowKind::Keys:
+      return look.keyHeight;
+    case RowKind::Checks:
+      return look.checkHeight;
+    default:
+      return look.fieldHeight;
+  }
+}
+
+int AboveControl(const Page& page, const FormRow& row) {
+  const FormLook& look = *page.entry->form->look;
+  int above = row.above;
+  if (row.kind == RowKind::Head) above += look.headAbove;
+  if (LabelAbove(*page.entry->form, row)) above += look.labelHeight + look.labelGap;
+  return above;
+}
+
+int GapBelow(const Page& page, const FormRow& row) {
+  const FormLook& look = *page.entry->form->look;
+  return row.kind == RowKind::Head && look.headGap >= 0 ? look.headGap : page.gap;
+}
+
+// Everything but the filling rows, without the gap behind the last one.
+int FixedHeight(const Page& page) {
+  int height = 0;
+  int behind = 0;
+  for (int i = 0; i < RowsOf(*page.entry); ++i) {
+    const FormRow& row = RowAt(page, i);
+    if (!OnPage(row, page.page)) continue;
+    height += behind + AboveControl(page, row);
+    if (!Fills(row)) height += ControlHeight(page, row);
+    behind = GapBelow(page, row);
+  }
+  return height;
+}
+
+int PercentOfHeight(const Page& page, int percent) {
+  return (page.height + page.entry->form->look->gap) * percent / 100;
+}
+
+// Shares out the height that is left. Where it is too little the rows stand closer, then the
+// yielding one gives up what it has.
+void Fit(Page& page) {
+  const FormLook& look = *page.entry->form->look;
+  int least = 0;
+  int shared = 0;
+  for (int i = 0; i < RowsOf(*page.entry); ++i) {
+    const FormRow& row = RowAt(page, i);
+    if (!OnPage(row, page.page) || !Fills(row)) continue;
+    least = std::max(least, static_cast<int>(row.least));
+    shared += row.percent > 0 ? PercentOfHeight(page, row.percent) : 0;
+  }
+  page.gap = look.gap;
+  if (least == 0) return;
+  int left = page.height - FixedHeight(page) - shared;
+  if (left < least) {
+    page.gap = look.tightGap;
+    left = page.height - FixedHeight(page) - shared;
+  }
+  page.spare = std::max(least - left, 0);
+  page.fill = std::max(left, least);
+}
+
+int RowHeight(const Page& page, const FormRow& row) {
+  if (!Fills(row)) return ControlHeight(page, row) - (row.yields ? page.spare : 0);
+  return row.percent > 0 ? PercentOfHeight(page, row.percent) : page.fill;
+}
+
+// Keys or check boxes side by side.
+void PutSideBySide(const Page& page, const FormRow& row, int top, int bottom) {
+  const FormLook& look = *page.entry->form->look;
+  const int count = KeyCount(row);
+  int all = 0;
+  for (int i = 0; i < count; ++i) all += row.shares[i] > 0 ? row.shares[i] : 1;
+  int left = page.left;
+  int width = page.right - page.left - look.keyGap * (count - 1);
+  if (look.keysAtEnd) {
+    width = all;
+    left = page.right - all - look.keyGap * (count - 1);
+  }
+  int x = left;
+  int seen = 0;
+  for (int i = 0; i < count; ++i) {
+    seen += row.shares[i] > 0 ? row.shares[i] : 1;
+    const int right = left + width * seen / all + look.keyGap * i;
+    ShowAt(row.keys[i], Rect{x, top, right, bottom});
+    x = right + look.keyGap;
+  }
+}
+
+// The keys at a field's right end; the x that is left for the field.
+int PutKeysAtEnd(const FormLook& look, const FormRow& row, int right, int top, int bottom) {
+  for (int i = KeyCount(row) - 1; i >= 0; --i) {
+    ShowAt(row.keys[i], Rect{right - row.shares[i], top, right, bottom});
+    right -= row.shares[i] + look.keyGap;
+  }
+  return right;
+}
+
+void PutControl(const Page& page, int index, const FormRow& row, int top, int bottom) {
+  const Form& form = *page.entry->form;
+  const FormLook& look = *form.look;
+  int left = page.left;
+  if (HasLabel(form, row)) {
+    const int label = LabelId(*page.entry, index);
+    if (look.labels == Labels::Above) {
+      const int foot = top - look.labelGap;
+      ShowAt(label, Rect{page.left, foot - look.labelHeight, page.right, foot});
+    } else {
+      left = page.right - (page.right - page.left) * look.fieldPercent / 100;
+      ShowAt(label, Rect{page.left, top, left - look.gap, bottom});
+    }
+  }
+  int right = PutKeysAtEnd(look, row, page.right, top, bottom);
+  if (row.width > 0) right = std::min(right, left + row.width);
+  const bool framed = row.kind != RowKind::Choice || look.framesChoices;
+  const int inset = framed ? look.inset : 0;
+  ShowAt(row.id, Rect{left + inset, top + inset, right - inset, bottom - inset});
+}
+
+// Places one row at y. The y below it, without a gap.
+int PutRow(const Page& page, int index, int y) {
+  const FormRow& row = RowAt(page, index);
+  RowState& state = StateOf(*page.entry, index);
+  const int height = RowHeight(page, row);
+  state.shown = height > 0;
+  if (!state.shown) return y;
+  state.top = y;
+  const int top = y + AboveControl(page, row);
+  const int bottom = top + height;
+  switch (row.kind) {
+    case RowKind::Head:
+    case RowKind::Note:
+      ShowAt(LabelId(*page.entry, index), Rect{page.left, top, page.right, bottom});
+      break;
+    case RowKind::Keys:
+    case RowKind::Checks:
+      PutSideBySide(page, row, top, bottom);
+      break;
+    default:
+      PutControl(page, index, row, top, bottom);
+      break;
+  }
+  return bottom;
+}
+
+// The y below the last row and its gap.
+int PutPage(const FormEntry& entry, const FormPart& part) {
+  const FormLook& look = *entry.form->look;
+  Page page;
+  page.entry = &entry;
+  page.page = part.page;
+  page.left = part.area.left + look.edge;
+  page.right = part.area.right - look.edge;
+  page.height = part.area.bottom - part.area.top - look.top;
+  Fit(page);
+  int y = part.area.top + look.top;
+  for (int i = 0; i < RowsOf(entry); ++i) {
+    const FormRow& row = RowAt(page, i);
+    if (!OnPage(row, part.page)) continue;
+    const int below = PutRow(page, i, y);
+    if (below > y) y = below + GapBelow(page, row);
+  }
+  return y;
+}
+
+bool IsControlShown(const FormEntry& entry, int id) {
+  for (int i = 0; i < RowsOf(entry); ++i) {
+    if (!StateOf(entry, i).shown) continue;
+    const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
+    if (row.id == id) return true;
+    for (const int key : row.keys) {
+      if (key == id) return true;
+    }
+  }
+  return false;
+}
+
+void HideUnlessShown(const FormEntry& entry, int id) {
+  if (id != 0 && !IsControlShown(entry, id)) platform::SetVisible(id, false);
+}
+
+// Hides the controls of every row that is not shown; one control may belong to several rows.
+void HideRest(const FormEntry& entry) {
+  for (int i = 0; i < RowsOf(entry); ++i) {
+    if (StateOf(entry, i).shown) continue;
+    StateOf(entry, i).top = -1;
+    const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
+    const bool words = row.kind == RowKind::Head || row.kind == RowKind::Note;
+    if (words || HasLabel(*entry.form, row)) platform::SetVisible(LabelId(entry, i), false);
+    if (!words) HideUnlessShown(entry, row.id);
+    for (const int key : row.keys) HideUnlessShown(entry, key);
+  }
+}
+
+void MarkPages(const FormEntry& entry, std::span<const FormPart> parts) {
+  for (int i = 0; i < RowsOf(entry); ++i) {
+    const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
+    bool shown = false;
+    for (const FormPart& part : parts) shown = shown || OnPage(row, part.page);
+    StateOf(entry, i).shown = shown;
+  }
+}
+
+}  // namespace
+
+void PlaceForm(const Form& form, std::span<const FormPart> parts) {
+  const FormEntry* entry = EntryOf(form);
+  if (!entry) return;
+  MakeForm(form);
+  MarkPages(*entry, parts);
+  HideRest(*entry);
+  for (const FormPart& part : parts) PutPage(*entry, part);
+  HideRest(*entry);  // a row that had to give up all its height
+}
+
+int PlaceForm(const Form& form, const Rect& area, int page) {
+  const FormEntry* entry = EntryOf(form);
+  if (!entry) return area.top;
+  MakeForm(form);
+  FormPart part{area, page};
+  if (form.sheet) {
+    PlaceSheet(*form.sheet, area);
+    part.area = SheetPaper(*form.sheet);
+  }
+  MarkPages(*entry, std::span(&part, 1));
+  HideRest(*entry);
+  const int below = PutPage(*entry, part);
+  HideRest(*entry);
+  if (!form.sheet) return below;
+  SetSheetContent(*form.sheet, below);
+  platform::Repaint(form.sheet->paper.id);
+  return area.bottom;
+}
+
+void HideForm(const Form& form) {
+  const FormEntry* entry = EntryOf(form);
+  if (!entry) return;
+  MarkPages(*entry, {});
+  HideRest(*entry);
+  if (form.sheet) HideSheet(*form.sheet);
+}
+
+}  // namespace morva

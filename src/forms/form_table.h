@@ -1,0 +1,42 @@
+// What the files of this room share: the registered forms and what is shown of each.
+#pragma once
+
+#include "forms/form.h"
+
+namespace morva {
+
+struct FormEntry {
+  const Form* form = nullptr;
+  int firstRow = 0;  // of its rows in the tables below
+};
+
+// Null for a form that nobody registered.
+FormEntry* EntryOf(const Form& form);
+// The n-th entry, null past the last.
+FormEntry* EntryAt(int index);
+
+struct RowState {
+  bool shown = false;
+  int top = -1;  // pixels of the row on its parent while it is shown
+};
+RowState& StateOf(const FormEntry& entry, int row);
+
+// The view that the form's controls stand on.
+int GroundOf(const Form& form);
+// Id of a row's label, or of the Head or Note itself.
+int LabelId(const FormEntry& entry, int row);
+inline bool IsField(RowKind kind) {
+  return kind == RowKind::Number || kind == RowKind::Count || kind == RowKind::Words;
+}
+// Whether the row's words stand in a label of their own beside or above its control.
+bool HasLabel(const Form& form, const FormRow& row);
+inline bool OnPage(const FormRow& row, int page) { return (row.pages & PageBit(page)) != 0; }
+inline int KeyCount(const FormRow& row) {
+  int count = 0;
+  while (count < kMaxRowKeys && row.keys[count] != 0) ++count;
+  return count;
+}
+// The form and row of a control: a row that is shown before one that is not. False: none.
+bool FindControl(int id, const FormEntry*& entry, int& row);
+
+}  // namespace morva

@@ -1,0 +1,135 @@
+// What the fields say: read, shown, started and converted.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "forms/form_table.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "text/codetext.h"
+#include "text/length_units.h"
+#include "text/strict_number.h"
+
+namespace morva {
+
+namespace {
+
+// What a field's text counts, at most as much as a field can hold.
+std::u16string FieldText(int id) {
+  std::u16string text = platform::TextOf(id);
+  if (text.size() > kFieldUnits - 1) text.resize(kFieldUnits - 1);
+  return text;
+}
+
+bool IsMetric(const Form& form) { return form.metric && form.metric(); }
+
+double FallbackOf(const Form& form, const FormRow& row) {
+  return IsMetric(form) ? row.fallback.mm : row.fallback.inch;
+}
+
+bool IsNumber(const FormRow& row) {
+  return row.kind == RowKind::Number || row.kind == RowKind::Count;
+}
+
+double Converted(const FormRow& row, double value, double factor) {
+  if (row.follows != Follows::Thread) return value * factor;
+  return value != 0 ? kMmPerInch / value : 0;
+}
+
+void ConvertField(const FormRow& row, std::u16string_view text, double factor) {
+  if (text.empty()) return;
+  platform::SetText(row.id, FixedText(Converted(row, ParseDecimal(text, 0), factor), row.decimals));
+}
+
+bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& value) {
+  const std::u16string text = FieldText(row.id);
+  if (reading == Reading::Strict) {
+    if (!ReadStrictNumber(platform::TextOf(row.id), value)) return false;
+    return row.kind == RowKind::Number || value == static_cast<double>(static_cast<int>(value));
+  }
+  const double fallback = FallbackOf(form, row);
+  value = row.kind == RowKind::Number ? ParseDecimal(text, fallback)
+                                      : ParseInteger(text, static_cast<int>(fallback));
+  return true;
+}
+
+}  // namespace
+
+void StartForm(const Form& form, int page) {
+  const bool metric = IsMetric(form);
+  for (const FormRow& row : form.rows) {
+    if (!OnPage(row, page)) continue;
+    if (row.kind == RowKind::Choice && !row.rows.empty()) platform::SelectRow(row.id, row.chosen);
+    if (!IsField(row.kind)) continue;
+    platform::SetText(row.id, row.start);
+    if (metric && row.follows != Follows::Nothing) {
+      ConvertField(row, row.start, kMmPerInch);
+    }
+  }
+}
+
+bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused) {
+  values.metric = IsMetric(form);
+  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+    const FormRow& row = form.rows[i];
+    if (!OnPage(row, page)) continue;
+    if (row.kind == RowKind::Choice && row.choice >= 0) {
+      values.choices[row.choice] = platform::SelectedRow(row.id);
+    }
+    if (row.words >= 0) values.words[row.words] = platform::TextOf(row.id);
+    if (!IsNumber(row) || row.value < 0) continue;
+    if (!ReadNumber(form, row, reading, values.numbers[row.value])) {
+      refused = static_cast<int>(i);
+      return false;
+    }
+  }
+  return true;
+}
+
+void ShowForm(const Form& form, int page, const FormValues& values, int decimals) {
+  for (const FormRow& row : form.rows) {
+    if (!OnPage(row, page)) continue;
+    if (row.kind == RowKind::Choice && row.choice >= 0) {
+      platform::SelectRow(row.id, values.choices[row.choice]);
+    }
+    if (row.words >= 0) platform::SetText(row.id, values.words[row.words]);
+    if (!IsNumber(row) || row.value < 0) continue;
+    const int digits = row.kind == RowKind::Count ? 0 : decimals;
+    platform::SetText(row.id, FixedText(values.numbers[row.value], digits));
+  }
+}
+
+double FieldFallback(int id) {
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return 0;
+  return FallbackOf(*entry->form, entry->form->rows[static_cast<std::size_t>(row)]);
+}
+
+double FieldNumber(int id) { return FieldNumber(id, FieldFallback(id)); }
+
+double FieldNumber(int id, double fallback) { return ParseDecimal(FieldText(id), fallback); }
+
+std::int32_t FieldCount(int id) {
+  return ParseInteger(FieldText(id), static_cast<std::int32_t>(FieldFallback(id)));
+}
+
+bool ReadStrictField(int id, double& value) {
+  return ReadStrictNumber(platform::TextOf(id), value);
+}
+
+void ConvertForms(bool (*metric)(), double factor) {
+  for (int n = 0; const Form* form = FormAt(n); ++n) {
+    if (!metric || form->metric != metric) continue;
+    for (std::size_t i = 0; i < form->rows.size(); ++i) {
+      const FormRow& row = form->rows[i];
+      // A control of several rows is converted once, as the row that is shown says.
+      if (row.follows == Follows::Nothing || row.id == 0) continue;
+      if (RowOfControl(*form, row.id) != static_cast<int>(i)) continue;
+      ConvertField(row, platform::TextOf(row.id), factor);
+    }
+  }
+}
+
+}  // namespace morva

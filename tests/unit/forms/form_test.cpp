@@ -1,0 +1,316 @@
+// A form of the test's own: made, placed, read, shown, converted and worked by keys.
+#include "forms/form.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "app/commands.h"
+#include "app/router.h"
+#include "forms/sheet.h"
+#include "platform/canvas.h"
+#include "platform/control.h"
+#include "platform/headless/headless.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+#include "support/stage.h"
+
+namespace platform {
+
+bool operator==(const Rect& a, const Rect& b) { return SameRect(a, b); }
+void PrintTo(const Rect& r, std::ostream* out) {
+  *out << r.left << " " << r.top << " " << r.right << " " << r.bottom;
+}
+
+}  // namespace platform
+
+namespace morva {
+namespace {
+
+using platform::Rect;
+
+enum : int {
+  kHead = 41000,
+  kSize,
+  kCount,
+  kName,
+  kItem,
+  kNote,
+  kList,
+  kLog,
+  kFirstKey,
+  kSecondKey,
+  kEndKey,
+  kEscape,
+  kFrame,
+  kPaper,
+  kBar,
+};
+
+constexpr Command kCommands[] = {{kFirstKey, u"First", u"Does the first thing", u"First key"},
+                                 {kSecondKey, u"Second"},
+                                 {kEndKey, u"End"}};
+constexpr const char16_t* kItems[] = {u"Circle", u"Square"};
+
+// Page 0 is short, page 1 has the list, page 2 the same size field under another label.
+// clang-format off
+constexpr FormRow kRows[] = {
+    {.kind = RowKind::Head, .id = kHead, .label = u"HEAD", .pages = PageBit(0)},
+    {.id = kSize, .label = u"Size", .start = u"0.5", .fallback = {0.25, 6}, .follows = Follows::Length,
+     .value = 0, .pages = PageBit(0), .enter = kFirstKey},
+    {.id = kSize, .label = u"Radius", .start = u"1", .fallback = 0.25, .follows = Follows::Length,
+     .value = 1, .pages = PageBit(2)},
+    {.kind = RowKind::Count, .id = kCount, .label = u"Count", .start = u"6", .fallback = 6, .value = 2,
+     .pages = PageBit(0)},
+    {.kind = RowKind::Words, .id = kName, .label = u"Name", .words = 0, .pages = PageBit(0),
+     .limit = 5, .keys = {kEndKey}, .shares = {60}},
+    {.kind = RowKind::Choice, .id = kItem, .label = u"Item", .choice = 1, .pages = PageBit(0),
+     .rows = kItems, .chosen = 1},
+    {.kind = RowKind::Note, .id = kNote, .label = u"A note of a few words", .pages = PageBit(0)},
+    {.kind = RowKind::List, .id = kList, .label = u"Rows", .pages = PageBit(1), .least = 60},
+    {.kind = RowKind::Log, .id = kLog, .name = u"Help", .pages = PageBit(1), .height = 50,
+     .yields = true},
+    {.kind = RowKind::Keys, .keys = {kFirstKey, kSecondKey}, .shares = {60, 40}},
+};
+// clang-format on
+
+bool metric = false;
+bool IsMetric() { return metric; }
+int pressed = 0;
+
+constexpr FormLook kLook{};
+constexpr Form kForm{.look = &kLook, .rows = kRows, .metric = IsMetric, .escape = kEscape};
+constexpr Sheet kSheet{.frame = {kFrame, u"TestFrame", u"Frame"},
+                       .paper = {kPaper, u"TestPaper", u"Paper"},
+                       .bar = {kBar, u"TestBar", u"Bar"}};
+constexpr Form kScrolling{.sheet = &kSheet, .rows = kRows, .metric = IsMetric};
+
+struct FormStage : support::Stage {
+  void SetUp() override {
+    ClearCommands();
+    ClearPanels();
+    ResetForms();
+    ResetCommandWords();
+    AddCommands(kCommands);
+    metric = false;
+    pressed = 0;
+    RegisterForm(kForm);
+    for (const int id : {kFirstKey, kEscape}) {
+      RegisterCommand(RouterStage::Click, id, platform::kNotifyClick,
+                      [](int key, int) { pressed = key; });
+    }
+  }
+  void TearDown() override {
+    ResetForms();
+    ResetCommandWords();
+    ClearPanels();
+    ClearCommands();
+  }
+  static Rect PlaceOf(int id) { return platform::PlaceOf(id); }
+};
+
+TEST_F(FormStage, MakesEveryControlOnceAndHidden) {
+  MakeForm(kForm);
+  MakeForm(kForm);
+  for (const int id :
+       {kHead, kSize, kCount, kName, kItem, kNote, kList, kLog, kFirstKey, kEndKey}) {
+    EXPECT_TRUE(platform::Exists(id)) << id;
+    EXPECT_FALSE(platform::IsVisible(id)) << id;
+  }
+  EXPECT_EQ(platform::TextOf(kFirstKey), u"First");
+  EXPECT_EQ(platform::AccessibleName(kFirstKey), u"First key");
+  EXPECT_EQ(platform::AccessibleName(kSize), u"Size");
+  EXPECT_EQ(platform::RowText(kItem, 1), u"Square");
+  EXPECT_EQ(platform::SelectedRow(kItem), 1);
+}
+
+// By the look: label 18 and 2 below it, fields 26, keys 26, 4 between rows.
+TEST_F(FormStage, PlacesRowsFromTheTopDown) {
+  EXPECT_EQ(PlaceForm(kForm, {10, 100, 210, 600}, 2), 180);
+  EXPECT_TRUE(platform::IsVisible(kSize));
+  EXPECT_EQ(PlaceOf(kSize), (Rect{10, 120, 210, 146}));
+  // The label of the row that is shown has the next id behind that of the other row.
+  // Both keys: 200 wide less the gap of 4, 60 to 40.
+  EXPECT_EQ(PlaceOf(kFirstKey), (Rect{10, 150, 127, 176}));
+  EXPECT_EQ(PlaceOf(kSecondKey), (Rect{131, 150, 210, 176}));
+  EXPECT_FALSE(platform::IsVisible(kCount));
+}
+
+TEST_F(FormStage, PutsAKeyAtTheEndOfItsField) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  const Rect field = PlaceOf(kName);
+  EXPECT_EQ(PlaceOf(kEndKey), (Rect{140, field.top, 200, field.bottom}));
+  EXPECT_EQ(field.right, 136);
+}
+
+// 400 high: the list has 400 less 20 for its label, 50 and 26 of the others and two gaps of 4.
+TEST_F(FormStage, GivesAListWhatTheOthersLeave) {
+  PlaceForm(kForm, {0, 0, 200, 400}, 1);
+  EXPECT_EQ(PlaceOf(kList), (Rect{0, 20, 200, 316}));
+  EXPECT_EQ(PlaceOf(kLog), (Rect{0, 320, 200, 370}));
+  EXPECT_EQ(PlaceOf(kSecondKey).bottom, 400);
+}
+
+// 144 high: 40 are left for a list that wants 60, so the log gives up 20 of its 50.
+TEST_F(FormStage, LetsAYieldingRowShrinkAndGo) {
+  PlaceForm(kForm, {0, 0, 200, 144}, 1);
+  EXPECT_EQ(PlaceOf(kList), (Rect{0, 20, 200, 80}));
+  EXPECT_EQ(PlaceOf(kLog), (Rect{0, 84, 200, 114}));
+  PlaceForm(kForm, {0, 0, 200, 110}, 1);
+  EXPECT_FALSE(platform::IsVisible(kLog));
+  EXPECT_EQ(PlaceOf(kList), (Rect{0, 20, 200, 80}));
+  EXPECT_EQ(PlaceOf(kFirstKey).top, 84);
+}
+
+TEST_F(FormStage, HidesWhatIsNotOnThePage) {
+  PlaceForm(kForm, {0, 0, 200, 400}, 0);
+  PlaceForm(kForm, {0, 0, 200, 400}, 1);
+  for (const int id : {kHead, kSize, kCount, kName, kItem, kNote, kEndKey}) {
+    EXPECT_FALSE(platform::IsVisible(id)) << id;
+  }
+  EXPECT_TRUE(platform::IsVisible(kFirstKey));
+  HideForm(kForm);
+  EXPECT_FALSE(platform::IsVisible(kFirstKey));
+  EXPECT_FALSE(platform::IsVisible(kList));
+}
+
+TEST_F(FormStage, ReadsLaxNumbersWithTheFallbackOfTheUnit) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  platform::SetText(kSize, u"2.5x");
+  platform::SetText(kCount, u"abc");
+  platform::SetText(kName, u"A b");
+  platform::SelectRow(kItem, 0);
+  FormValues values;
+  int refused = -1;
+  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values, refused));
+  EXPECT_EQ(values.numbers[0], 2.5);
+  EXPECT_EQ(values.numbers[2], 6);
+  EXPECT_EQ(values.choices[1], 0);
+  EXPECT_EQ(values.words[0], u"A b");
+  EXPECT_FALSE(values.metric);
+  platform::SetText(kSize, u"");
+  metric = true;
+  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values, refused));
+  EXPECT_EQ(values.numbers[0], 6);
+  EXPECT_TRUE(values.metric);
+}
+
+TEST_F(FormStage, RefusesByTheStrictRuleAndSaysWhichRow) {
+  MakeForm(kForm);
+  FormValues values;
+  int refused = -1;
+  platform::SetText(kSize, u"0,75");
+  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(refused, 1);
+  platform::SetText(kSize, u"0.75");
+  platform::SetText(kCount, u"2.5");
+  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(refused, 3);
+  platform::SetText(kCount, u"2");
+  EXPECT_TRUE(ReadForm(kForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(values.numbers[2], 2);
+}
+
+TEST_F(FormStage, ShowsWhatItRead) {
+  MakeForm(kForm);
+  FormValues values;
+  values.numbers[0] = 0.375;
+  values.numbers[2] = 12;
+  values.choices[1] = 1;
+  values.words[0] = u"abc";
+  ShowForm(kForm, 0, values, 4);
+  EXPECT_EQ(platform::TextOf(kSize), u"0.3750");
+  EXPECT_EQ(platform::TextOf(kCount), u"12");
+  EXPECT_EQ(platform::TextOf(kName), u"abc");
+  EXPECT_EQ(platform::SelectedRow(kItem), 1);
+}
+
+TEST_F(FormStage, StartsAPageInItsUnit) {
+  MakeForm(kForm);
+  StartForm(kForm, 0);
+  EXPECT_EQ(platform::TextOf(kSize), u"0.5");
+  metric = true;
+  StartForm(kForm, 2);
+  EXPECT_EQ(platform::TextOf(kSize), u"25.400");
+  EXPECT_EQ(platform::TextOf(kCount), u"6");
+}
+
+// The size field belongs to two rows and is converted once.
+TEST_F(FormStage, ConvertsAControlOfSeveralRowsOnce) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 2);
+  platform::SetText(kSize, u"2");
+  ConvertForms(IsMetric, 25.4);
+  EXPECT_EQ(platform::TextOf(kSize), u"50.800");
+  ConvertForms(nullptr, 25.4);
+  EXPECT_EQ(platform::TextOf(kSize), u"50.800");
+}
+
+TEST_F(FormStage, AnswersEnterAndEscape) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  platform::KeyEvent enter;
+  enter.key = platform::kKeyEnter;
+  EXPECT_TRUE(FormKey(kSize, enter));
+  EXPECT_EQ(pressed, kFirstKey);
+  EXPECT_FALSE(FormKey(kCount, enter));
+  platform::KeyEvent escape;
+  escape.key = platform::kKeyEscape;
+  EXPECT_TRUE(FormKey(kEndKey, escape));
+  EXPECT_EQ(pressed, kEscape);
+  escape.ctrl = true;
+  EXPECT_FALSE(FormKey(kEndKey, escape));
+  EXPECT_FALSE(FormKey(12345, enter));
+}
+
+// Four wells on the page: two numbers, the name and the list of items.
+TEST_F(FormStage, FramesItsWellsAndTheOneWithTheKeyboardBright) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  platform::SetFocusTo(kCount);
+  static platform::Events events;
+  events.paint = [](int id, platform::Canvas& canvas) { PaintForms(canvas, id); };
+  platform::ListenTo(&events);
+  int wells = 0;
+  int bright = 0;
+  for (const headless::DrawCall& call : headless::PaintOf(platform::kMainWindow)) {
+    if (call.name != "FrameArea") continue;
+    ++wells;
+    bright += call.colours.at(0) == kBrightAccent ? 1 : 0;
+  }
+  EXPECT_EQ(wells, 4);
+  EXPECT_EQ(bright, 1);
+}
+
+TEST_F(FormStage, OrdersItsControlsAsTheyStandAndEachOnce) {
+  int ids[16];
+  const int count = FormOrder(kForm, ids, 16);
+  const int expected[] = {kSize, kCount, kName, kEndKey, kItem, kList, kLog, kFirstKey, kSecondKey};
+  ASSERT_EQ(count, 9);
+  for (int i = 0; i < count; ++i) EXPECT_EQ(ids[i], expected[i]) << i;
+  EXPECT_EQ(FormOrder(kForm, ids, 3), 3);
+}
+
+TEST_F(FormStage, ScrollsASheetByWheelPagesAndFocus) {
+  ResetForms();
+  RegisterForm(kScrolling);
+  RegisterSheet<kSheet>();
+  PlaceForm(kScrolling, {0, 0, 216, 100}, 0);
+  EXPECT_EQ(platform::PlaceOf(kFrame), (Rect{0, 0, 200, 100}));
+  EXPECT_EQ(platform::PlaceOf(kBar), (Rect{200, 0, 216, 100}));
+  // A sheet without a height of its own is as high as its rows.
+  const int height = SheetPaper(kSheet).bottom;
+  EXPECT_GT(height, 150);
+  platform::PointerEvent wheel;
+  wheel.action = platform::PointerAction::Wheel;
+  wheel.wheel = -1;
+  EXPECT_TRUE(SheetWheel(kSheet, wheel));
+  EXPECT_EQ(SheetTop(kSheet), 36);
+  platform::KeyEvent page;
+  page.key = platform::kKeyPageUp;
+  EXPECT_TRUE(FormKey(kSize, page));
+  EXPECT_EQ(SheetTop(kSheet), 0);
+  FormFocusChanged(kFirstKey, true);
+  EXPECT_GT(SheetTop(kSheet), 0);
+  EXPECT_LE(SheetTop(kSheet), height - 100);
+}
+
+}  // namespace
+}  // namespace morva
