@@ -105,7 +105,7 @@ bool TakeThickness() {
     return false;
   }
   if (value != sketch.thickness) {
-    sketch.thickness = value;
+    SetSketchThickness(value);
     MarkModified();
     ScheduleAutosave();
   }
@@ -223,7 +223,7 @@ void MoveModel(const PointerEvent& event) {
 void OnPreview(int, int) {
   if (tools.panelMode != kPanelThickness) {
     CancelTools();
-    tools.panelMode = kPanelThickness;
+    SetPanelMode(kPanelThickness);
     platform::SetText(kIdCadThicknessValue, SketchNumber(ShownThickness(), kThicknessDecimals));
     RefreshCadPanel();
   }
@@ -241,7 +241,7 @@ void EnterModelView() {
   if (canvasView.modelView) return Refresh();
   const std::int32_t panel = tools.panelMode;
   CancelTools();
-  tools.panelMode = panel;
+  SetPanelMode(panel);
   canvasView.modelView = true;
   canvasView.panTool = false;
   planZoom = canvasView.zoom;
@@ -266,7 +266,7 @@ void LeaveModelView() {
   if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
   // Help for what is gone would mislead.
   if (SketchStatus() == kCubeHelp) SetSketchStatus(u"SELECT mode: click geometry on the canvas.");
-  if (tools.panelMode == kPanelThickness) tools.panelMode = kPanelNone;
+  if (tools.panelMode == kPanelThickness) SetPanelMode(kPanelNone);
   RefreshCadTools();
   Refresh();
 }

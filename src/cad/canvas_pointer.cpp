@@ -107,8 +107,7 @@ void Press(const PointerEvent& event) {
     LoseCapture();
   }
   // Numbers of objects may change under the press.
-  tools.hoverObject = -1;
-  tools.previewSegmentCount = 0;
+  ForgetHover();
   const bool pans = event.button == PointerButton::Middle ||
                     (event.button == PointerButton::Left && canvasView.panTool);
   if (pans) {
@@ -147,8 +146,8 @@ void Hover(const PointerEvent& event) {
   }
   // With pan on a press touches nothing, so that nothing is offered.
   const bool offers = !draws && !canvasView.panTool;
-  tools.hoverObject = offers ? HitEdge(x, y) : -1;
-  tools.previewSegmentCount = 0;
+  SetHover(offers ? HitEdge(x, y) : -1);
+  ClearPreviewSegments();
   if (offers) GeometryHover(event);
   changed = changed || tools.hoverObject != hoverBefore || previewBefore != 0 ||
             tools.previewSegmentCount != 0;
@@ -195,8 +194,7 @@ void ReleaseOf(const PointerEvent& event) {
 void LeaveOf() {
   canvasView.cursorX = -1;
   canvasView.cursorY = -1;
-  tools.hoverObject = -1;
-  tools.previewSegmentCount = 0;
+  ForgetHover();
   Refresh();
 }
 
@@ -252,7 +250,7 @@ void Reset(const PointerEvent& event) {
 void OnFit(int, int) { CanvasFit(); }
 
 void OnGrid(int, int) {
-  sketch.gridOn = !sketch.gridOn;
+  SetSketchGrid(!sketch.gridOn);
   RefreshCadTools();
   Refresh();
 }

@@ -84,7 +84,7 @@ void PasteGeometry() {
   }
   PushSketchUndo();
   ClearMultiSelect();
-  sketch.selected = sketch.objectCount;
+  SetSelected(sketch.objectCount);
   for (int i = 0; i < clipboard.count; ++i) AppendSketchObject(PastedObject(i, group));
   RefreshSketchPanels();
   LogSketchOperation(u"Pasted part");

@@ -150,7 +150,7 @@ void RecomputeConnectivity() {
   for (int i = 0; i < sketch.objectCount; ++i) {
     waits[i] = !sketch.hidden[i] && !sketch.locked[i];
     if (waits[i]) {
-      sketch.objects[i].group = 0;
+      UngroupSketchObject(i);
       PutChain(i);
     } else {
       largest = std::max<std::int64_t>(largest, sketch.objects[i].group);

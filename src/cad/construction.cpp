@@ -65,8 +65,7 @@ void PickTarget(double x, double y) {
     SetSketchStatus(u"Pick the required line or circle first.");
     return;
   }
-  tools.tangentTarget = hit;
-  tools.constructionClicks = 1;
+  PickTangentTarget(hit);
   SetSketchStatus(u"Click the new circle center; radius will meet the selected geometry.");
 }
 
@@ -101,7 +100,7 @@ void ClickTangentLine(double x, double y) {
 
 void FinishPoints() {
   const int method = tools.constructionMethod;
-  if (method == kIdMethodPolygon) tools.polygonSides = PolygonSidesField();
+  if (method == kIdMethodPolygon) SetPolygonSides(PolygonSidesField());
   SketchObject object;
   if (!ObjectFromPoints(method, tools.pointsX, tools.pointsY, object)) {
     RestartMethod();
@@ -118,9 +117,7 @@ void FinishPoints() {
 
 void ClickPoint(double x, double y) {
   const int needed = PointsOfMethod(tools.constructionMethod);
-  tools.pointsX[tools.constructionClicks] = x;
-  tools.pointsY[tools.constructionClicks] = y;
-  ++tools.constructionClicks;
+  PickPoint(tools.constructionClicks, x, y);
   if (tools.constructionClicks >= needed) {
     FinishPoints();
   } else if (tools.constructionClicks == 1) {
@@ -146,7 +143,7 @@ bool PreviewAt(double x, double y, SketchObject& object) {
            LineOnCircle(tools.pointsX[0], tools.pointsY[0], sketch.objects[hit], x, y, object);
   }
   if (method == kIdMethodPolygon) {
-    tools.polygonSides = PolygonSidesField();
+    SetPolygonSides(PolygonSidesField());
     if (tools.polygonSides == 0) return false;
   }
   double xs[3] = {tools.pointsX[0], tools.pointsX[1], 0};
@@ -159,9 +156,7 @@ bool PreviewAt(double x, double y, SketchObject& object) {
 }  // namespace
 
 void RestartMethod() {
-  tools.constructionClicks = 0;
-  tools.tangentTarget = -1;
-  tools.previewValid = false;
+  ForgetPicks();
   HideSizeBoxes();
   KeepPrompt(MethodPrompt(tools.constructionMethod));
   platform::Repaint(kViewCadCanvas);
@@ -189,7 +184,8 @@ void ConstructionMove(const platform::PointerEvent& event) {
   double x = 0;
   double y = 0;
   SnappedPosition(event, x, y);
-  tools.previewValid = PreviewAt(x, y, tools.previewObject);
+  SketchObject object = tools.previewObject;
+  SetPreview(PreviewAt(x, y, object), object);
   if (tools.previewValid) FillSizeBoxes();
   platform::Repaint(kViewCadCanvas);
 }

@@ -52,8 +52,8 @@ void PickDimension(const platform::PointerEvent& event) {
     FromCanvas(event.x, event.y, x, y);
     hit = HitObject(x, y);
   }
-  tools.dimensionPart = part;
-  tools.panelMode = kPanelDimension;
+  SetDimensionPart(part);
+  SetPanelMode(kPanelDimension);
   SelectSketchObject(hit);  // shows the value too
   ShowToolChange();
   if (hit >= 0) {
@@ -70,9 +70,7 @@ void PickMeasure(const platform::PointerEvent& event) {
   double y = 0;
   SnappedPosition(event, x, y);
   const int place = tools.constructionClicks == 1 ? 1 : 0;
-  tools.pointsX[place] = x;
-  tools.pointsY[place] = y;
-  tools.constructionClicks = place + 1;
+  PickPoint(place, x, y);
   SetSketchStatus(place == 0
                       ? u"Measure: click second point."
                       : u"Reference distance shown. Click to measure another pair; Esc exits.");
@@ -94,7 +92,7 @@ void ApplyFromPanel(int, int) {
 void ChoosePart(int, int) {
   const int row = platform::SelectedRow(kIdCadDimensionPart);
   if (row < 0 || row > 2) return;
-  tools.dimensionPart = row;
+  SetDimensionPart(row);
   ShowDimensionValue();
 }
 
@@ -103,9 +101,8 @@ void ChoosePart(int, int) {
 void EnterDimensionMode(bool measure) {
   StopTools(false);
   ShowPlan();
-  tools.dimensionMode = true;
-  tools.measureMode = measure;
-  tools.panelMode = kPanelDimension;
+  SetDimensionMode(measure);
+  SetPanelMode(kPanelDimension);
   SetSketchStatus(
       measure ? u"Reference measurement: pick two points; this value does not resize geometry."
               : kDimensionPrompt);
@@ -150,7 +147,7 @@ bool ApplyDimension(int index, int part, double value) {
   if (!(changed.size < kSketchLimit)) return false;
   if (changed.type == kTypeSlot && changed.size < changed.size2) return false;
   PushSketchUndo();
-  sketch.objects[index] = changed;
+  PutSketchObject(index, changed);
   RefreshSketchPanels();
   LogSketchOperation(u"Changed driving dimension");
   return true;

@@ -43,16 +43,23 @@ void AddWorkPoint(const platform::PointerEvent& event) {
 }
 
 void BeginDrag(const platform::PointerEvent& event) {
-  SnappedPosition(event, tools.dragStartX, tools.dragStartY);
-  tools.dragEndX = tools.dragStartX;
-  tools.dragEndY = tools.dragStartY;
-  tools.dragActive = true;
+  double x = 0;
+  double y = 0;
+  SnappedPosition(event, x, y);
+  StartToolDrag(x, y);
   platform::CapturePointer(kViewCadCanvas);
 }
 
+void MoveDrag(const platform::PointerEvent& event) {
+  double x = 0;
+  double y = 0;
+  SnappedPosition(event, x, y);
+  MoveToolDrag(x, y);
+}
+
 void FinishDrag(const platform::PointerEvent& event) {
-  SnappedPosition(event, tools.dragEndX, tools.dragEndY);
-  tools.dragActive = false;
+  MoveDrag(event);
+  EndToolDrag();
   platform::ReleasePointer();
   AppendDrawn(ObjectFromDrag(tools.dragTool, tools.dragStartX, tools.dragStartY, tools.dragEndX,
                              tools.dragEndY),
@@ -61,15 +68,15 @@ void FinishDrag(const platform::PointerEvent& event) {
 }
 
 void DropGeometryTool() {
-  tools.geometryTool = kGeometryNone;
-  tools.hoverObject = -1;
-  tools.joinSource = -1;
-  tools.previewSegmentCount = 0;
+  SetGeometryTool(kGeometryNone);
+  SetHover(-1);
+  SetJoinSource(-1);
+  ClearPreviewSegments();
 }
 
 void EndDrag() {
   if (tools.dragActive) platform::ReleasePointer();
-  tools.dragActive = false;
+  EndToolDrag();
 }
 
 void EscapeKey() {
@@ -78,7 +85,7 @@ void EscapeKey() {
   } else {
     EndDrag();
     DropGeometryTool();
-    tools.dragTool = 0;
+    SetDragTool(0);
   }
   SetSketchStatus(kSelecting);
   ShowToolChange();
@@ -118,9 +125,8 @@ void PressToolKey(int id, int) {
 }
 
 void PressSnap(int, int) {
-  sketch.snapOn = !sketch.snapOn;
-  tools.snapHit = false;
-  tools.snapAtCentre = false;
+  SetSketchSnap(!sketch.snapOn);
+  SetSnapResult(false, false);
   ShowSnapCaption();
   platform::Repaint(kViewCadCanvas);
 }
@@ -147,12 +153,7 @@ void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) 
 
 void StopTools(bool keepMarks) {
   EndDrag();
-  ToolState fresh;
-  fresh.pivotX = tools.pivotX;
-  fresh.pivotY = tools.pivotY;
-  fresh.polygonSides = tools.polygonSides;
-  if (keepMarks) std::copy_n(tools.multiSelect, kMaxItems, fresh.multiSelect);
-  tools = fresh;
+  ClearTools(keepMarks);
   HideSizeBoxes();
 }
 
@@ -176,7 +177,7 @@ bool AppendDrawn(const SketchObject& object, const char16_t* logged) {
   if (sketch.objectCount >= kMaxItems || !WithinSketchLimit(object)) return false;
   PushSketchUndo();
   ClearMultiSelect();
-  sketch.selected = AppendSketchObject(object);
+  SetSelected(AppendSketchObject(object));
   RefreshSketchPanels();
   LogSketchOperation(logged);
   return true;
@@ -191,11 +192,11 @@ void StartMethod(int command) {
   StopTools(false);
   ShowPlan();
   if (command == kIdMethodSlotDrag) {
-    tools.dragTool = kSlotTool;
+    SetDragTool(kSlotTool);
     SetSketchStatus(u"Drag a slot centerline. Edit length and width in Selected Geometry.");
   } else {
-    tools.constructionMethod = command;
-    if (command == kIdMethodPolygon) tools.panelMode = kPanelPolygon;
+    SetMethod(command);
+    if (command == kIdMethodPolygon) SetPanelMode(kPanelPolygon);
     CaptionSizeBoxes();
     SetSketchStatus(MethodPrompt(command));
   }
@@ -208,7 +209,7 @@ void StartDragTool(int tool) {
   StopTools(tool == 0);
   EndPanTool();
   if (tool != 0) LeaveModelView();
-  tools.dragTool = tool;
+  SetDragTool(tool);
   SetSketchStatus(tool == 0 ? kSelecting : u"DRAW mode: click-drag on canvas to create geometry.");
   ShowToolChange();
   FocusCanvas();
@@ -253,7 +254,7 @@ bool DrawToolMove(const platform::PointerEvent& event) {
   } else if (tools.dragActive && !event.leftDown) {
     DrawToolCaptureLost();
   } else if (tools.dragActive) {
-    SnappedPosition(event, tools.dragEndX, tools.dragEndY);
+    MoveDrag(event);
   } else {
     // Only for the mark at the cursor that tells whether a snap is held.
     double x = 0;

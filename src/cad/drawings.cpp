@@ -76,16 +76,6 @@ bool StoreLiveSketch(FeatureSettings& record) {
   return IsSketchRecord(record);
 }
 
-void StoreFlags(unsigned char (&hidden)[kMaxItems], unsigned char (&locked)[kMaxItems]) {
-  std::copy_n(sketch.hidden, kMaxItems, hidden);
-  std::copy_n(sketch.locked, kMaxItems, locked);
-}
-
-void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&locked)[kMaxItems]) {
-  std::copy_n(hidden, kMaxItems, sketch.hidden);
-  std::copy_n(locked, kMaxItems, sketch.locked);
-}
-
 bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
 
 // Until the workspace stands the live sketch and its fields are nobody's.
@@ -107,22 +97,20 @@ bool HoldsOther(const FeatureSettings& record) {
 void ResetSelection() {
   StopTools(false);
   ResetSelectDrag();
-  sketch.selected = -1;
+  SetSelected(-1);
 }
 
 // The objects of a record, or none; the flags stand already.
 void LoadObjects(const FeatureSettings* record) {
   ResetSelection();
-  sketch.trimPreviewing = false;
+  SetTrimPreview(false);
   platform::ClearRows(kIdCadRecent);
-  sketch.objectCount = record ? record->itemCount : 0;
-  sketch.metric = record && record->metric != 0;
-  sketch.thickness = record ? record->values[kThicknessValue] : 0;
-  for (int i = 0; i < kMaxItems; ++i) {
-    const bool held = record && i < record->itemCount;
-    sketch.objects[i] = held ? ObjectOf(record->items[i]) : SketchObject();
-  }
-  sketch.selected = sketch.objectCount > 0 ? 0 : -1;
+  SketchObject objects[kMaxItems];
+  const int count = record ? record->itemCount : 0;
+  for (int i = 0; i < count; ++i) objects[i] = ObjectOf(record->items[i]);
+  ReplaceSketch(objects, count, record && record->metric != 0,
+                record ? record->values[kThicknessValue] : 0);
+  if (count > 0) SetSelected(0);
   ShowCutData(record ? CutData{record->values[0], record->values[1], record->values[2]} : kInchCut);
 }
 
@@ -307,10 +295,9 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
   if (!WorkspaceStands()) return false;
   DropSketchUndoForBlock(HoldsOther(record));
-  std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
-  std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
+  ClearFlags();
   LoadObjects(&record);
-  sketch.selected = -1;
+  SetSelected(-1);
   ShowLoaded();
   if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
   return true;

@@ -43,22 +43,22 @@ bool WithinSketchLimit(const SketchObject& object) {
 
 void TellSketchLimit() { SetSketchStatus(u"Geometry exceeds the sketch coordinate limit."); }
 
-void TogglePartFlag(unsigned char* flags, int index, const char16_t* logged) {
+void TogglePartFlag(ObjectFlag flag, int index, const char16_t* logged) {
   if (index < 0 || index >= sketch.objectCount) return;
   PushSketchUndo();
-  const unsigned char value = flags[index] ? 0 : 1;
+  const bool on = !HasFlag(flag, index);
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (SamePart(index, i)) flags[i] = value;
+    if (SamePart(index, i)) SetFlag(flag, i, on);
   }
   RefreshSketchPanels();
   LogSketchOperation(logged);
 }
 
 void ForgetIndices() {
-  tools.hoverObject = -1;
-  tools.joinSource = -1;
-  tools.tangentTarget = -1;
-  tools.previewSegmentCount = 0;
+  SetHover(-1);
+  SetJoinSource(-1);
+  ForgetTangentTarget();
+  ClearPreviewSegments();
 }
 
 }  // namespace morva

@@ -16,9 +16,9 @@ double PlainDistance(double ax, double ay, double bx, double by);
 bool WithinSketchLimit(const SketchObject& object);
 // The status of an edit that would pass that bound.
 void TellSketchLimit();
-// Gives an object's part the other value of the object's flag in `flags`, sketch.hidden or
-// sketch.locked: one undo step and the log line. Nothing without such an object.
-void TogglePartFlag(unsigned char* flags, int index, const char16_t* logged);
+// Gives an object's part the other value of the object's flag: one undo step and the log line.
+// Nothing without such an object.
+void TogglePartFlag(ObjectFlag flag, int index, const char16_t* logged);
 inline constexpr const char16_t* kVisibilityChanged = u"Visibility changed";
 // Marks of what lies under the pointer, which hold indices, given up after objects moved up.
 void ForgetIndices();

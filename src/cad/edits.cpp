@@ -26,7 +26,7 @@ bool IsLineOrSlot(const SketchObject& object) {
   return object.type == kTypeLine || object.type == kTypeSlot;
 }
 
-SketchObject& Selected() { return sketch.objects[sketch.selected]; }
+const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
 SketchObject AppliedObject() {
   SketchObject object = Selected();
@@ -67,7 +67,7 @@ bool Writable(const SketchObject& object) {
 
 void WriteSelected(const SketchObject& object) {
   PushSketchUndo();
-  Selected() = object;
+  PutSketchObject(sketch.selected, object);
   RefreshSketchPanels();
 }
 
@@ -161,8 +161,9 @@ void ExtendOrTrim(bool extend) {
 
 void SplitLine() {
   if (!MayEditSelection() || !MaySplit()) return;
-  SketchObject& line = Selected();
+  SketchObject line = Selected();
   line.size /= 2;
+  PutSketchObject(sketch.selected, line);
   SketchObject rest = line;
   LineEndPoint(line, rest.x, rest.y);
   AppendSketchObject(rest);
@@ -174,7 +175,7 @@ void DuplicateObject() {
   SketchObject copy;
   if (!MayEditSelection() || !MayDuplicate(copy)) return;
   ClearMultiSelect();
-  sketch.selected = AppendSketchObject(copy);
+  SetSelected(AppendSketchObject(copy));
   RefreshSketchPanels();
 }
 
@@ -186,23 +187,25 @@ void DeleteGeometry() {
   for (int i = sketch.objectCount - 1; i >= 0; --i) {
     if (goes[i]) RemoveSketchObject(i);
   }
-  sketch.selected = sketch.objectCount - 1;
+  SetSelected(sketch.objectCount - 1);
   ClearMultiSelect();
   ForgetIndices();
   RefreshSketchPanels();
 }
 
-void ToggleGeometryHidden() { TogglePartFlag(sketch.hidden, sketch.selected, kVisibilityChanged); }
+void ToggleGeometryHidden() {
+  TogglePartFlag(ObjectFlag::Hidden, sketch.selected, kVisibilityChanged);
+}
 
-void ToggleGeometryLocked() { TogglePartFlag(sketch.locked, sketch.selected, u"Lock changed"); }
+void ToggleGeometryLocked() {
+  TogglePartFlag(ObjectFlag::Locked, sketch.selected, u"Lock changed");
+}
 
 void ClearSketch() {
   PushSketchUndo();
-  sketch.objectCount = 0;
-  std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
-  std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
+  ReplaceSketch(nullptr, 0, sketch.metric, sketch.thickness);
+  ClearFlags();
   ClearMultiSelect();
-  sketch.selected = -1;
   ForgetIndices();
   RefreshSketchPanels();
 }

@@ -42,12 +42,13 @@ SketchObject sides[kSides];       // and of a rectangle's sides
 // What moves along offers no fixed place to snap to.
 void SnapBesideMoving(double& x, double& y, bool bypass) {
   unsigned char hidden[kMaxItems];
-  std::copy_n(sketch.hidden, kMaxItems, hidden);
+  unsigned char locked[kMaxItems];
+  StoreFlags(hidden, locked);
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (drag.moving[i]) sketch.hidden[i] = 1;
+    if (drag.moving[i]) SetFlag(ObjectFlag::Hidden, i, true);
   }
   SnapPoint(x, y, drag.index, bypass);
-  std::copy_n(hidden, kMaxItems, sketch.hidden);
+  LoadFlags(hidden, locked);
 }
 
 bool PlanWhole(double x, double y, bool bypass) {
@@ -151,8 +152,8 @@ void WriteSides() {
     for (int i = 1; i < kSides; ++i) drag.moving[AppendSketchObject(sides[i])] = 1;
     drag.count = sketch.objectCount;
   }
-  sketch.objects[drag.index] = sides[0];
-  for (int i = 1; i < kSides; ++i) sketch.objects[drag.skewFirst + i - 1] = sides[i];
+  PutSketchObject(drag.index, sides[0]);
+  for (int i = 1; i < kSides; ++i) PutSketchObject(drag.skewFirst + i - 1, sides[i]);
 }
 
 // Another command may have changed the sketch while the button was down.
@@ -238,7 +239,7 @@ void DragGeometryTo(double x, double y, bool bypassSnap) {
     WriteSides();
   } else {
     for (int i = 0; i < sketch.objectCount; ++i) {
-      if (whole ? drag.moving[i] != 0 : i == drag.index) sketch.objects[i] = planned[i];
+      if (whole ? drag.moving[i] != 0 : i == drag.index) PutSketchObject(i, planned[i]);
     }
   }
   platform::Repaint(kViewCadCanvas);

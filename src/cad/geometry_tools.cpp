@@ -79,8 +79,8 @@ bool JoinAtPoint(int first, int second, double x, double y) {
   const SketchObject other = LineTo(sketch.objects[second], x, y);
   if (!WithinSketchLimit(one) || !WithinSketchLimit(other)) return false;
   PushSketchUndo();
-  sketch.objects[first] = one;
-  sketch.objects[second] = other;
+  PutSketchObject(first, one);
+  PutSketchObject(second, other);
   return true;
 }
 
@@ -106,10 +106,10 @@ bool JoinCollinear(int first, int second) {
   line.size = std::max(length, high) - from;
   if (!WithinSketchLimit(line)) return false;
   PushSketchUndo();
-  sketch.objects[first] = line;
+  PutSketchObject(first, line);
   RemoveSketchObject(second);
-  tools.hoverObject = -1;
-  tools.joinSource = second < first ? first - 1 : first;
+  SetHover(-1);
+  SetJoinSource(second < first ? first - 1 : first);
   return true;
 }
 
@@ -124,7 +124,7 @@ bool Join(int second) {
   const bool joined = meets ? JoinAtPoint(first, second, a.x + t * a.ux, a.y + t * a.uy)
                             : JoinCollinear(first, second);
   if (!joined) return false;
-  sketch.selected = tools.joinSource;
+  SetSelected(tools.joinSource);
   ClearMultiSelect();
   RecomputeConnectivity();
   return true;
@@ -143,14 +143,13 @@ bool Tangent(int target, double x, double y) {
   SetLineEnds(line, line.x, line.y, tx, ty);
   if (!WithinSketchLimit(line)) return false;
   PushSketchUndo();
-  sketch.objects[tools.joinSource] = line;
+  PutSketchObject(tools.joinSource, line);
   return true;
 }
 
 bool Trim(double x, double y) {
   if (!TrimObject(HitEdge(x, y), x, y)) return false;
-  tools.hoverObject = -1;
-  tools.previewSegmentCount = 0;
+  ForgetHover();
   ClearMultiSelect();
   RecomputeConnectivity();
   return true;
@@ -205,9 +204,9 @@ void StartGeometryTool(int tool) {
   const std::int32_t panel = tool == kGeometryPivot ? kPanelRevolve : tools.panelMode;
   StopTools(false);
   ShowPlan();
-  if (picks) tools.panelMode = panel;
-  tools.geometryTool = tool;
-  if (needsLine) tools.joinSource = sketch.selected;
+  if (picks) SetPanelMode(panel);
+  SetGeometryTool(tool);
+  if (needsLine) SetJoinSource(sketch.selected);
   SetSketchStatus(PromptOf(tool));
   ShowToolChange();
   FocusCanvas();
@@ -251,10 +250,10 @@ void GeometryHover(const platform::PointerEvent& event) {
   double x = 0;
   double y = 0;
   FromCanvas(event.x, event.y, x, y);
-  tools.hoverObject = HitEdge(x, y);
-  sketch.trimPreviewing = true;
+  SetHover(HitEdge(x, y));
+  SetTrimPreview(true);
   TrimObject(tools.hoverObject, x, y);
-  sketch.trimPreviewing = false;
+  SetTrimPreview(false);
   platform::Repaint(kViewCadCanvas);
 }
 
@@ -263,6 +262,6 @@ void RegisterGeometryTools() {
   RegisterCommand(RouterStage::Builder, kIdCadPickPivot, platform::kNotifyClick, OnTool);
 }
 
-void ResetGeometryTools() { sketch.trimPreviewing = false; }
+void ResetGeometryTools() { SetTrimPreview(false); }
 
 }  // namespace morva

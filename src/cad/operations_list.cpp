@@ -53,7 +53,7 @@ bool OnKey(const platform::KeyEvent& key) {
   if (!HasSketchSelection()) return false;
   // The selected object alone, whatever its group.
   PushSketchUndo();
-  sketch.hidden[sketch.selected] = sketch.hidden[sketch.selected] ? 0 : 1;
+  SetFlag(ObjectFlag::Hidden, sketch.selected, !sketch.hidden[sketch.selected]);
   RefreshSketchPanels();
   LogSketchOperation(kVisibilityChanged);
   return true;
@@ -68,12 +68,14 @@ int OperationObject(int row) {
 }
 
 void SelectSketchObject(int index) {
-  sketch.selected = index >= 0 && index < sketch.objectCount ? index : -1;
-  for (int i = 0; i < kMaxItems; ++i) tools.multiSelect[i] = InSelectedPart(i) ? 1 : 0;
+  SetSelected(index >= 0 && index < sketch.objectCount ? index : -1);
+  for (int i = 0; i < kMaxItems; ++i) SetMark(i, InSelectedPart(i));
   RefreshSketchPanels();
 }
 
-void ToggleOperationHidden(int index) { TogglePartFlag(sketch.hidden, index, kVisibilityChanged); }
+void ToggleOperationHidden(int index) {
+  TogglePartFlag(ObjectFlag::Hidden, index, kVisibilityChanged);
+}
 
 void DrawOperationRow(const platform::DrawState& state, platform::Canvas& canvas) {
   if (!hooks.drawListRow || !hooks.drawIcon) return;

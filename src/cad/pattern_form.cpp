@@ -220,11 +220,11 @@ bool LayOut(const Numbers& values, const Source& source, int& count) {
 void PutResults(int count, bool selection) {
   PushSketchUndo();
   const int firstNew = sketch.objectCount;
-  if (selection) sketch.objects[sketch.selected] = results[0];
+  if (selection) PutSketchObject(sketch.selected, results[0]);
   for (int i = selection ? 1 : 0; i < count; ++i) AppendSketchObject(results[i]);
   if (selection) return;
   ClearMultiSelect();
-  sketch.selected = firstNew;
+  SetSelected(firstNew);
 }
 
 // A size with all its digits, but no zeros behind the third.

@@ -33,7 +33,7 @@ constexpr int kAngleDecimals = 3;
 
 int Count(int id, int most) { return std::clamp(FieldCount(id), 1, most); }
 
-SketchObject& Selected() { return sketch.objects[sketch.selected]; }
+const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
 // What a pattern makes of its source, whole before anything changes.
 struct Instances {
@@ -54,7 +54,7 @@ bool AllFit() {
 // The first instance over the selected object, the others behind the last one.
 void PutInstances() {
   PushSketchUndo();
-  Selected() = instances.objects[0];
+  PutSketchObject(sketch.selected, instances.objects[0]);
   for (int i = 1; i < instances.count; ++i) AppendSketchObject(instances.objects[i]);
   RefreshSketchPanels();
 }
@@ -210,7 +210,7 @@ bool PatternDirectionClick(double x, double y) {
   if (hit < 0 || !DirectionOf(sketch.objects[hit], x, y, angle)) return false;
   platform::SetText(first ? kIdCadDirection1 : kIdCadDirection2,
                     SketchNumber(angle, kAngleDecimals));
-  tools.geometryTool = kGeometryNone;
+  SetGeometryTool(kGeometryNone);
   RefreshCadTools();
   platform::Repaint(kViewCadCanvas);
   return true;

@@ -67,7 +67,7 @@ bool MakePolygon(int sides, double radius, double centreX, double centreY, doubl
     lines[i].group = group;
     AppendSketchObject(lines[i]);
   }
-  sketch.selected = first;
+  SetSelected(first);
   RefreshSketchPanels();
   LogSketchOperation(u"Created polygon");
   return true;

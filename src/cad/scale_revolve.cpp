@@ -56,11 +56,9 @@ void ApplyRevolve() {
   const int copies = CopiesField();
   const double heldX = tools.pivotX;
   const double heldY = tools.pivotY;
-  tools.pivotX = x;
-  tools.pivotY = y;
+  SetPivot(x, y);
   if (Revolve(angle, copies)) return;
-  tools.pivotX = heldX;
-  tools.pivotY = heldY;
+  SetPivot(heldX, heldY);
 }
 
 void OnScale(int id, int) {
@@ -89,8 +87,7 @@ SketchObject TurnedObject(const SketchObject& source, double degrees) {
 }  // namespace
 
 void SetRevolvePivot(double x, double y) {
-  tools.pivotX = x;
-  tools.pivotY = y;
+  SetPivot(x, y);
   platform::SetText(kIdCadPivotX, SketchNumber(x, kPivotDecimals));
   platform::SetText(kIdCadPivotY, SketchNumber(y, kPivotDecimals));
 }
@@ -117,7 +114,7 @@ void ScaleGeometry() {
     return;
   }
   PushSketchUndo();
-  for (int i = 0; i < sketch.objectCount; ++i) sketch.objects[i] = scaled[i];
+  for (int i = 0; i < sketch.objectCount; ++i) PutSketchObject(i, scaled[i]);
   RefreshSketchPanels();
   LogSketchOperation(u"Scaled geometry");
 }
@@ -134,7 +131,7 @@ bool Revolve(double angle, int copies) {
     return false;
   }
   PushSketchUndo();
-  if (copies == 0) sketch.objects[sketch.selected] = TurnedObject(source, angle);
+  if (copies == 0) PutSketchObject(sketch.selected, TurnedObject(source, angle));
   for (int k = 1; k <= copies; ++k) AppendSketchObject(TurnedObject(source, k * angle));
   RefreshSketchPanels();
   LogSketchOperation(u"Revolved geometry");

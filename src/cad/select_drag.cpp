@@ -52,7 +52,7 @@ int PickObject(double x, double y, bool lockedToo) {
 
 void MarkPart(int index, unsigned char mark) {
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (SamePart(index, i)) tools.multiSelect[i] = mark;
+    if (SamePart(index, i)) SetMark(i, mark != 0);
   }
 }
 
@@ -69,9 +69,9 @@ void PressWithCtrl(const platform::PointerEvent& event, double x, double y) {
     return;
   }
   MarkPart(hit, tools.multiSelect[hit] ? 0 : 1);
-  sketch.selected = -1;
+  SetSelected(-1);
   for (int i = 0; i < sketch.objectCount; ++i) {
-    if (tools.multiSelect[i]) sketch.selected = i;
+    if (tools.multiSelect[i]) SetSelected(i);
   }
   RefreshSketchPanels();
 }
@@ -88,7 +88,7 @@ void PressPlain(const platform::PointerEvent& event, double x, double y) {
   }
   if (hit < 0) {
     ClearMultiSelect();
-    sketch.selected = -1;
+    SetSelected(-1);
     RefreshSketchPanels();
     StartBand(event);
     return;
@@ -97,7 +97,7 @@ void PressPlain(const platform::PointerEvent& event, double x, double y) {
     ClearMultiSelect();
     MarkPart(hit, 1);
   }
-  sketch.selected = hit;
+  SetSelected(hit);
   RefreshSketchPanels();
   if (!MayEditSelection()) return;
   BeginGeometryDrag(handle, x, y);
@@ -126,8 +126,8 @@ void SelectInBand() {
   for (int i = 0; i < sketch.objectCount; ++i) {
     if (sketch.hidden[i] || sketch.locked[i]) continue;
     if (!OutlineInside(sketch.objects[i], left, bottom, right, top)) continue;
-    tools.multiSelect[i] = 1;
-    sketch.selected = i;
+    SetMark(i, true);
+    SetSelected(i);
   }
   RefreshSketchPanels();
 }

@@ -104,7 +104,7 @@ void FillSizeBoxes() {
 void OpenSizeBoxes(int canvasX, int canvasY) {
   openedAt = {canvasX, canvasY};
   FillSizeBoxes();
-  tools.sizePanelShown = true;
+  SetSizePanelShown(true);
   PlaceSizeBoxes();
   FocusSizeBoxes();
 }
@@ -162,7 +162,7 @@ void PaintSizeBoxes(platform::Canvas& canvas) {
 void FocusSizeBoxes() { FocusBox(kIdCadSizeBox1); }
 
 void HideSizeBoxes() {
-  tools.sizePanelShown = false;
+  SetSizePanelShown(false);
   for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
     platform::SetVisible(id, false);
   }

@@ -39,6 +39,10 @@ constexpr const char16_t* kTypeNames[] = {u"Line", u"Rectangle",  u"Circle",
 constexpr const char16_t* kTypeHeadings[] = {u"LINE", u"RECTANGLE",  u"CIRCLE",
                                              u"SLOT", u"WORK POINT", u"WORK AXIS"};
 
+unsigned char* FlagsOf(ObjectFlag flag) {
+  return flag == ObjectFlag::Hidden ? sketch.hidden : sketch.locked;
+}
+
 bool IsType(std::int32_t type) { return type >= kTypeLine && type <= kTypeWorkAxis; }
 
 void TakeStep(SketchSnapshot& step) {
@@ -134,9 +138,8 @@ void SketchUndo() {
   if (step.former) PutFormerDrawing(step);
   // What hung on the objects that stood there. Join and Tangent go on with the selection that
   // came back, which is the line that is shown as theirs.
-  tools.hoverObject = -1;
-  tools.previewSegmentCount = 0;
-  tools.joinSource = sketch.selected;
+  ForgetHover();
+  SetJoinSource(sketch.selected);
   // The step was pushed and perhaps saved since: going back is a change of its own.
   MarkModified();
   ScheduleAutosave();
@@ -175,13 +178,58 @@ std::int32_t NextSketchGroup() {
   return free;
 }
 
+void SetSelected(std::int32_t index) { sketch.selected = index; }
+
+void PutSketchObject(int index, const SketchObject& object) {
+  if (index >= 0 && index < sketch.objectCount) sketch.objects[index] = object;
+}
+
+void UngroupSketchObject(int index) {
+  if (index >= 0 && index < sketch.objectCount) sketch.objects[index].group = 0;
+}
+
+void SetSketchUnit(bool metric) { sketch.metric = metric; }
+void SetSketchThickness(double thickness) { sketch.thickness = thickness; }
+void SetSketchSnap(bool on) { sketch.snapOn = on; }
+void SetSketchGrid(bool on) { sketch.gridOn = on; }
+void SetTrimPreview(bool on) { sketch.trimPreviewing = on; }
+
+void ReplaceSketch(const SketchObject* objects, int count, bool metric, double thickness) {
+  sketch.objectCount = std::clamp(count, 0, kMaxItems);
+  sketch.metric = metric;
+  sketch.thickness = thickness;
+  sketch.selected = -1;
+  for (int i = 0; i < kMaxItems; ++i) {
+    sketch.objects[i] = i < sketch.objectCount ? objects[i] : SketchObject();
+  }
+}
+
+bool HasFlag(ObjectFlag flag, int index) { return FlagsOf(flag)[index] != 0; }
+
+void SetFlag(ObjectFlag flag, int index, bool on) { FlagsOf(flag)[index] = on ? 1 : 0; }
+
+void ClearFlags() {
+  std::fill_n(sketch.hidden, kMaxItems, static_cast<unsigned char>(0));
+  std::fill_n(sketch.locked, kMaxItems, static_cast<unsigned char>(0));
+}
+
+void StoreFlags(unsigned char (&hidden)[kMaxItems], unsigned char (&locked)[kMaxItems]) {
+  std::copy_n(sketch.hidden, kMaxItems, hidden);
+  std::copy_n(sketch.locked, kMaxItems, locked);
+}
+
+void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&locked)[kMaxItems]) {
+  std::copy_n(hidden, kMaxItems, sketch.hidden);
+  std::copy_n(locked, kMaxItems, sketch.locked);
+}
+
 int AppendSketchObject(const SketchObject& object) {
   if (sketch.objectCount >= kMaxItems) return -1;
   const int index = sketch.objectCount++;
   sketch.objects[index] = object;
   sketch.hidden[index] = 0;
   sketch.locked[index] = 0;
-  tools.multiSelect[index] = 0;
+  SetMark(index, false);
   return index;
 }
 
@@ -191,18 +239,18 @@ void RemoveSketchObject(int index) {
     sketch.objects[i] = sketch.objects[i + 1];
     sketch.hidden[i] = sketch.hidden[i + 1];
     sketch.locked[i] = sketch.locked[i + 1];
-    tools.multiSelect[i] = tools.multiSelect[i + 1];
+    SetMark(i, tools.multiSelect[i + 1] != 0);
   }
   --sketch.objectCount;
   sketch.hidden[sketch.objectCount] = 0;
   sketch.locked[sketch.objectCount] = 0;
-  tools.multiSelect[sketch.objectCount] = 0;
+  SetMark(sketch.objectCount, false);
 }
 
 void ResetSketch() {
   sketch = LiveSketch();
   untouchedBlock = false;
-  tools = ToolState();
+  ResetToolState();
   SetSketchStatus(nullptr);
 }
 

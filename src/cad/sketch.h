@@ -1,5 +1,7 @@
 // The live sketch: a flat list of at most 96 objects, its selection and its undo steps.
 //
+// Everybody reads the record; only the functions here, of sketch.cpp, write it.
+//
 // There is one live sketch. Drawings (drawings.h) are copied into and out of it; no operation
 // works on a stored one. Objects are stored by anchor, size and angle; every outline is
 // computed (outline.h). Nothing links objects but an equal group number other than 0.
@@ -57,6 +59,28 @@ bool SamePart(int a, int b);
 bool InSelectedPart(int index);
 // The largest group in use plus 1, at least 1; the least free one where no number is larger.
 std::int32_t NextSketchGroup();
+// -1, or an index without an object: none.
+void SetSelected(std::int32_t index);
+// In place of the object that stands there, its flags kept; no undo step.
+void PutSketchObject(int index, const SketchObject& object);
+// A member of a part that stands alone from now on.
+void UngroupSketchObject(int index);
+// The unit of the numbers as they stand: nothing is converted.
+void SetSketchUnit(bool metric);
+void SetSketchThickness(double thickness);
+void SetSketchSnap(bool on);
+void SetSketchGrid(bool on);
+// Edits run dry until it ends.
+void SetTrimPreview(bool on);
+// Objects, unit and thickness of another drawing, nothing selected; the flags stay.
+void ReplaceSketch(const SketchObject* objects, int count, bool metric, double thickness);
+
+enum class ObjectFlag { Hidden, Locked };
+bool HasFlag(ObjectFlag flag, int index);
+void SetFlag(ObjectFlag flag, int index, bool on);
+void ClearFlags();
+void StoreFlags(unsigned char (&hidden)[kMaxItems], unsigned char (&locked)[kMaxItems]);
+void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&locked)[kMaxItems]);
 // At the end, visible and unlocked; no undo step. Its index, or -1 with 96 present.
 int AppendSketchObject(const SketchObject& object);
 // The later ones move down, with their flags and marks; the selection is left to the caller.

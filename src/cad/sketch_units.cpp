@@ -60,13 +60,16 @@ void SwitchSketchUnits(bool metric) {
     const std::int32_t panel = tools.panelMode;
     CancelTools();  // points that were picked are numbers of the old unit
     // A panel of numbers stays, for its numbers are converted; one of a tool went with the tool.
-    if (panel != kPanelPolygon && panel != kPanelDimension) tools.panelMode = panel;
+    if (panel != kPanelPolygon && panel != kPanelDimension) SetPanelMode(panel);
     RefreshCadPanel();
-    tools.pivotX *= factor;
-    tools.pivotY *= factor;
-    sketch.thickness *= factor;
-    for (int i = 0; i < sketch.objectCount; ++i) ScaleLengths(sketch.objects[i], factor);
-    sketch.metric = metric;
+    SetPivot(tools.pivotX * factor, tools.pivotY * factor);
+    SetSketchThickness(sketch.thickness * factor);
+    for (int i = 0; i < sketch.objectCount; ++i) {
+      SketchObject object = sketch.objects[i];
+      ScaleLengths(object, factor);
+      PutSketchObject(i, object);
+    }
+    SetSketchUnit(metric);
     ConvertForms(SketchIsMetric, factor);
   }
   ShowSketchUnitCaptions();

@@ -172,8 +172,7 @@ double OnGrid(double value, double grid) {
 }  // namespace
 
 void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
-  tools.snapHit = false;
-  tools.snapAtCentre = false;
+  SetSnapResult(false, false);
   if (!sketch.snapOn || bypass) return;
   Search search;
   search.x = x;
@@ -190,8 +189,7 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
     Offer(search, OnGrid(x, grid), OnGrid(y, grid), false);
   }
   if (!search.found) return;
-  tools.snapHit = true;
-  tools.snapAtCentre = search.atCentre;
+  SetSnapResult(true, search.atCentre);
   if (tools.geometryTool == kGeometryTrim) return;  // a trim cuts where the user pointed
   x = search.foundX;
   y = search.foundY;

@@ -69,6 +69,42 @@ struct ToolState {
 };
 extern ToolState tools;
 
+// Everybody reads the record; only the functions here, of tool_state.cpp, write it.
+void ResetToolState();
+// Every tool given up; the pivot and the sides of a polygon stay, the marks where `keepMarks`.
+void ClearTools(bool keepMarks);
+
+void SetPanelMode(std::int32_t mode);
+void SetDragTool(std::int32_t tool);
+void SetGeometryTool(std::int32_t tool);
+void SetMethod(std::int32_t command);
+void SetDimensionMode(bool measure);  // on; StopTools ends it
+void SetDimensionPart(std::int32_t part);
+void SetSizePanelShown(bool shown);
+void SetPolygonSides(std::int32_t sides);
+void SetPivot(double x, double y);
+void SetJoinSource(std::int32_t line);
+
+// A point picked for the method in hand, number `place` from 0; further ones are forgotten.
+void PickPoint(int place, double x, double y);
+// The object that a tangent method starts from counts as the first pick.
+void PickTangentTarget(std::int32_t object);
+void ForgetTangentTarget();
+void ForgetPicks();  // the points, the tangent target and the preview
+void SetPreview(bool valid, const SketchObject& object);
+
+void StartToolDrag(double x, double y);
+void MoveToolDrag(double x, double y);
+void EndToolDrag();
+void SetSnapResult(bool hit, bool atCentre);
+
+// The edge under the pointer, -1 for none.
+void SetHover(std::int32_t object);
+void ForgetHover();  // and what a trim would remove
+void ClearPreviewSegments();
+void AddPreviewSegment(const PreviewSegment& segment);  // a full table drops it
+
+void SetMark(int index, bool marked);
 void ClearMultiSelect();
 bool IsMultiSelected(int index);
 int MultiSelectCount();

@@ -41,8 +41,8 @@ void AddPiece(const SketchObject& piece) {
 }
 
 void Preview(double ax, double ay, double bx, double by) {
-  if (!sketch.trimPreviewing || tools.previewSegmentCount >= kMaxPreviewSegments) return;
-  tools.previewSegments[tools.previewSegmentCount++] = {ax, ay, bx, by};
+  if (!sketch.trimPreviewing) return;
+  AddPreviewSegment({ax, ay, bx, by});
 }
 
 bool PlanLine(const SketchObject& line, int target, double x, double y) {
@@ -217,13 +217,13 @@ void Carry(int index, bool keeps) {
   PushSketchUndo();
   int first = 0;
   if (keeps) {
-    sketch.objects[index] = plan.pieces[first++];
+    PutSketchObject(index, plan.pieces[first++]);
   } else {
     RemoveSketchObject(index);
     if (sketch.selected == index) {
-      sketch.selected = -1;
+      SetSelected(-1);
     } else if (sketch.selected > index) {
-      --sketch.selected;
+      SetSelected(sketch.selected - 1);
     }
   }
   for (int i = first; i < plan.count; ++i) AppendSketchObject(plan.pieces[i]);
@@ -232,7 +232,7 @@ void Carry(int index, bool keeps) {
 }  // namespace
 
 bool TrimObject(int index, double x, double y) {
-  tools.previewSegmentCount = 0;
+  ClearPreviewSegments();
   if (index < 0 || index >= sketch.objectCount || sketch.locked[index]) return false;
   const SketchObject target = sketch.objects[index];
   plan.count = 0;
@@ -259,7 +259,7 @@ bool TrimObject(int index, double x, double y) {
       break;
   }
   if (!planned || plan.tooMany || sketch.objectCount - 1 + plan.count > kMaxItems) {
-    tools.previewSegmentCount = 0;
+    ClearPreviewSegments();
     return false;
   }
   if (!sketch.trimPreviewing) Carry(index, keeps);

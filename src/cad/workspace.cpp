@@ -390,7 +390,7 @@ void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
 
 void OpenToolPanel(int panelMode, int field) {
   GiveUpTools(false);
-  tools.panelMode = panelMode;
+  SetPanelMode(panelMode);
   RefreshCadTools();
   platform::SetFocusTo(field);
   platform::SelectAllText(field);

@@ -123,7 +123,7 @@ bool CadContextMenu(int id, int row, int x, int y) {
     const int hit = HitObject(dx, dy);
     if (hit >= 0 && hit != sketch.selected) {
       // As a click does: a marked object keeps the marks, so that Delete takes them all.
-      sketch.selected = hit;
+      SetSelected(hit);
       if (!IsMultiSelected(hit)) ClearMultiSelect();
       RefreshSketchPanels();
     }
