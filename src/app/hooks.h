@@ -47,8 +47,6 @@ struct Hooks {
   // codetools: completion list refreshed; hidden and reset.
   void (*refreshCompletion)() = nullptr;
   void (*hideCompletion)() = nullptr;
-  // codetools: help for the word at the caret.
-  void (*caretHelp)() = nullptr;
   // builders: captions of the insert keys, after the link to a block under edit changed.
   void (*refreshBuilderKeys)() = nullptr;
   // dnc: a log box of the setup panel that takes DNC events; false when it does not exist.

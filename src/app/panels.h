@@ -43,7 +43,8 @@ void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.
 void RelayPanels();
 
-// Events of one control or view of a room; null pointers stay with the shell.
+// Events of one control or view of a room, the main window among them; null pointers: nobody
+// listens.
 struct Handlers {
   int id = 0;
   void (*paint)(platform::Canvas& canvas) = nullptr;
@@ -51,6 +52,7 @@ struct Handlers {
   bool (*pointer)(const platform::PointerEvent& event) = nullptr;
   bool (*key)(const platform::KeyEvent& key) = nullptr;
   void (*typed)(char16_t character) = nullptr;
+  void (*selection)() = nullptr;  // caret or selection of an editor moved
   bool (*contextMenu)(int row, int x, int y) = nullptr;
   void (*listClick)(int row, int x, int y) = nullptr;
   void (*focusChanged)(bool gained) = nullptr;

@@ -45,7 +45,7 @@ struct Surface {
   // After the controls' own menus, at main-window pixels; `row` is -1 outside of rows.
   bool (*contextMenu)(int id, int row, int x, int y) = nullptr;
   void (*focusChanged)(int id, bool gained) = nullptr;
-  // After a command, a used key, a list click or a pointer event, whoever handled it.
+  // After a command, a key that it used, a list click or a pointer event, whoever handled it.
   void (*settled)() = nullptr;
   void (*logged)(std::u16string_view text) = nullptr;  // a line went into the output log
   void (*storePending)() = nullptr;                    // an autosave begins

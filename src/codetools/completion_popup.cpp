@@ -24,6 +24,7 @@
 #include "platform/listing.h"
 #include "platform/post.h"
 #include "platform/timer.h"
+#include "platform/window.h"
 
 namespace morva {
 
@@ -166,6 +167,13 @@ void EditorFocus(bool gained) {
   if (!gained) HideCompletion();
 }
 
+// Help for the word at the caret.
+void FollowCaret() {
+  ShowHoverHelp(TokenAtCaret().text);
+  CaretMoved();
+  platform::Repaint(kViewGutter);
+}
+
 void OnSelect(int, int) { SelectCompletion(platform::SelectedRow(kIdCompletion)); }
 void OnDouble(int, int) { CompletionAccept(); }
 
@@ -296,6 +304,7 @@ void RegisterCompletion() {
     handlers.id = id;
     handlers.key = EditorOffersKey;
     handlers.typed = EditorTyped;
+    handlers.selection = FollowCaret;
     handlers.focusChanged = EditorFocus;
     RegisterHandlers(handlers);
   }
@@ -308,10 +317,6 @@ void RegisterCompletion() {
   RegisterCommand(RouterStage::Notified, kIdCompletion, platform::kNotifyListDouble, OnDouble);
   hooks.refreshCompletion = [] { CompletionUpdate(false); };
   hooks.hideCompletion = HideCompletion;
-  hooks.caretHelp = [] {
-    ShowHoverHelp(TokenAtCaret().text);
-    CaretMoved();
-  };
 }
 
 void ResetCompletion() { popup = Popup(); }

@@ -51,10 +51,15 @@ bool EditorPointer(int id, const platform::PointerEvent& event) {
   return false;
 }
 
-bool CodePointer(const platform::PointerEvent& event) { return EditorPointer(kIdEditor, event); }
-
-bool WordsPointer(const platform::PointerEvent& event) {
-  return EditorPointer(kIdWordsEditor, event);
+// The pointer and the keys of one of the two editors. Completion has registered before and sees
+// a key first.
+template <int id>
+void ListenToEditor() {
+  Handlers handlers;
+  handlers.id = id;
+  handlers.pointer = [](const platform::PointerEvent& event) { return EditorPointer(id, event); };
+  handlers.key = [](const platform::KeyEvent& key) { return EditorKey(id, key); };
+  RegisterHandlers(handlers);
 }
 
 }  // namespace
@@ -103,14 +108,12 @@ void RegisterCodeToolCommands() {
   RegisterCompletion();
   RegisterImportPanel();
   lastHovered.clear();
-  Handlers code;
-  code.id = kIdEditor;
-  code.pointer = CodePointer;
-  RegisterHandlers(code);
-  Handlers words;
-  words.id = kIdWordsEditor;
-  words.pointer = WordsPointer;
-  RegisterHandlers(words);
+  ListenToEditor<kIdEditor>();
+  ListenToEditor<kIdWordsEditor>();
+  Handlers gutter;
+  gutter.id = kViewGutter;
+  gutter.paint = PaintGutter;
+  RegisterHandlers(gutter);
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);

@@ -3,6 +3,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
@@ -10,6 +11,7 @@
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/events.h"
+#include "platform/listing.h"
 #include "platform/menu.h"
 
 namespace morva {
@@ -66,6 +68,16 @@ void OnVisibility(int id, int) {
                      : u"Visibility changes viewing only, never machine code.");
 }
 
+// The menu is that of the row under the pointer, which becomes the selected one.
+bool ListMenu(int row, int x, int y) {
+  if (row >= 0 && row != platform::SelectedRow(kIdFeatureList)) {
+    platform::SelectRow(kIdFeatureList, row);
+    UpdateFeatureCaptions();
+  }
+  ShowFeatureMenu(x, y);
+  return true;
+}
+
 }  // namespace
 
 void ShowFeatureMenu(int x, int y) {
@@ -103,6 +115,10 @@ void RegisterFeatureCommands() {
   RegisterCommand(RouterStage::FeatureKeys, kIdFeatureDelete, kNotifyClick, OnDelete);
   RegisterCommand(RouterStage::FeatureKeys, kIdFeatureInclude, kNotifyClick, OnInclude);
   RegisterCommand(RouterStage::FeatureKeys, kIdFeatureNew, kNotifyClick, OnNew);
+  Handlers list;
+  list.id = kIdFeatureList;
+  list.contextMenu = ListMenu;
+  RegisterHandlers(list);
   RegisterCommand(RouterStage::Click, kIdFeatureIsolate, kIdFeatureShowAll, kNotifyClick,
                   OnVisibility);
 }

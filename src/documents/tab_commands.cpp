@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "documents/autosave.h"
 #include "documents/document_commands.h"
@@ -278,6 +279,23 @@ constexpr Answer kAnswers[] = {
     {kIdComparePopup, kIdComparePopup, [](int, int) { RouteCommand(kIdCompare, 0); }},
 };
 
+template <int index>
+void ListenToTab() {
+  Handlers handlers;
+  handlers.id = kIdTabFirst + index;
+  handlers.contextMenu = [](int, int x, int y) {
+    if (index >= app.tabCount) return false;
+    ShowTabMenu(index, x, y);
+    return true;
+  };
+  RegisterHandlers(handlers);
+}
+
+template <int... indices>
+void ListenToTabs(std::integer_sequence<int, indices...>) {
+  (ListenToTab<indices>(), ...);
+}
+
 }  // namespace
 
 bool ProgramKey(const platform::KeyEvent& key) {
@@ -307,6 +325,7 @@ void RegisterDocumentCommands() {
   for (const Answer& row : kAnswers) {
     RegisterCommand(RouterStage::Click, row.first, row.last, 0, row.handler);
   }
+  ListenToTabs(std::make_integer_sequence<int, kMaxTabs>());
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);
   RegisterTimer(kTimerText, RunTextRefresh);
   RegisterTimer(kTimerAutosave, RunAutosave);

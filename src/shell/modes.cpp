@@ -16,6 +16,7 @@
 #include "shell/inline_rename.h"
 #include "shell/layout.h"
 #include "shell/owner_draw.h"
+#include "shell/speed_slider.h"
 #include "shell/theme.h"
 
 namespace morva {
@@ -304,8 +305,26 @@ bool ModeListKey(const platform::KeyEvent& key) {
   return true;
 }
 
+namespace {
+
+void ListenToWindow() {
+  Handlers window;
+  window.id = platform::kMainWindow;
+  window.paint = PaintMainWindow;
+  window.pointer = MainPointer;
+  RegisterHandlers(window);
+  Handlers list;
+  list.id = kIdModeList;
+  list.key = ModeListKey;
+  RegisterHandlers(list);
+}
+
+}  // namespace
+
 void RegisterShellCommands() {
   RegisterInlineRename();
+  RegisterSpeedSlider();
+  ListenToWindow();
   hooks.layout = Layout;
   hooks.setMode = SetMode;
   hooks.setSurface = SetSurface;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/command_ids.h"
+#include "app/panels.h"
 #include "platform/window.h"
 #include "shell/theme.h"
 #include "simulator/playback.h"
@@ -96,6 +97,15 @@ bool SpeedSliderKey(const platform::KeyEvent& key) {
     default:
       return false;
   }
+}
+
+void RegisterSpeedSlider() {
+  Handlers handlers;
+  handlers.id = kIdSpeedSlider;
+  handlers.paint = PaintSpeedSlider;
+  handlers.pointer = SpeedSliderPointer;
+  handlers.key = SpeedSliderKey;
+  RegisterHandlers(handlers);
 }
 
 }  // namespace morva

@@ -20,4 +20,6 @@ bool SpeedSliderPointer(const platform::PointerEvent& event);
 // Arrow keys one step, Home and End the ends. True: handled.
 bool SpeedSliderKey(const platform::KeyEvent& key);
 
+void RegisterSpeedSlider();
+
 }  // namespace morva

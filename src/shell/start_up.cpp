@@ -32,7 +32,6 @@
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/events.h"
-#include "platform/listing.h"
 #include "platform/message.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -40,7 +39,6 @@
 #include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
-#include "shell/speed_slider.h"
 #include "shell/theme.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
@@ -66,12 +64,6 @@ void OnCommand(int id, int notification) {
   WriteProgramInformation();
 }
 
-void OnSelection(int id) {
-  if (id != kIdEditor && id != kIdWordsEditor) return;
-  Call(hooks.caretHelp);
-  platform::Repaint(kViewGutter);
-}
-
 // Offers an event to the rooms that listen to this id, until one answers true.
 template <typename Offer>
 bool OfferToRooms(int id, Offer offer) {
@@ -89,11 +81,14 @@ bool OnKey(int id, const platform::KeyEvent& key) {
     return true;
   }
   if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
-  if (FormKey(id, key)) return true;
-  if (id == kViewToolpath) return ToolpathKey(key);
-  if (id == kIdSpeedSlider) return SpeedSliderKey(key);
-  if (id == kIdModeList) return ModeListKey(key);
-  return EditorKey(id, key);
+  return FormKey(id, key);
+}
+
+void OnSelection(int id) {
+  OfferToRooms(id, [](const Handlers& h) {
+    Call(h.selection);
+    return false;
+  });
 }
 
 void OnTyped(int id, char16_t character) {
@@ -151,43 +146,17 @@ void OnPosted(std::uint32_t message, std::uint64_t first, std::uint64_t second) 
 }
 
 void OnPaint(int id, platform::Canvas& canvas) {
-  switch (id) {
-    case platform::kMainWindow:
-      PaintMainWindow(canvas);
-      break;
-    case kViewGutter:
-      PaintGutter(canvas);
-      break;
-    case kViewToolpath:
-      PaintToolpathView(canvas);
-      break;
-    case kIdSpeedSlider:
-      PaintSpeedSlider(canvas);
-      break;
-    default:
-      OfferToRooms(id, [&canvas](const Handlers& h) {
-        if (h.paint) h.paint(canvas);
-        return h.paint != nullptr;
-      });
-      break;
-  }
+  OfferToRooms(id, [&canvas](const Handlers& h) {
+    if (h.paint) h.paint(canvas);
+    return h.paint != nullptr;
+  });
 }
 
 bool OnPointer(int id, const platform::PointerEvent& event) {
-  switch (id) {
-    case platform::kMainWindow:
-      return MainPointer(event);
-    case kViewToolpath:
-      return ToolpathPointer(event);
-    case kIdSpeedSlider:
-      return SpeedSliderPointer(event);
-    default: {
-      const bool used =
-          OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
-      SettleSurface();
-      return used;
-    }
-  }
+  const bool used =
+      OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
+  SettleSurface();
+  return used;
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
@@ -201,20 +170,7 @@ bool OnContextMenu(int id, int row, int x, int y) {
   }
   if (EditContextMenu(id, x, y)) return true;
   up = SurfaceUp();
-  if (up && Call(up->contextMenu, id, row, x, y)) return true;
-  if (id >= kIdTabFirst && id < kIdTabFirst + app.tabCount) {
-    ShowTabMenu(id - kIdTabFirst, x, y);
-    return true;
-  }
-  if (id == kIdFeatureList) {
-    if (row >= 0 && row != platform::SelectedRow(id)) {
-      platform::SelectRow(id, row);
-      UpdateFeatureCaptions();
-    }
-    ShowFeatureMenu(x, y);
-    return true;
-  }
-  return false;
+  return up && Call(up->contextMenu, id, row, x, y);
 }
 
 void OnResized(int width, int height) {

@@ -84,6 +84,9 @@ void RegisterSimulatorCommands() {
   RegisterTimer(kTimerPlay, PlayTick);
   Handlers ofView;
   ofView.id = kViewToolpath;
+  ofView.paint = PaintToolpathView;
+  ofView.pointer = ToolpathPointer;
+  ofView.key = ToolpathKey;
   ofView.timer = ViewTimer;
   RegisterHandlers(ofView);
   hooks.rebuildToolpath = RebuildToolpath;
