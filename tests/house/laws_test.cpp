@@ -92,6 +92,22 @@ TEST(House, PointsItsArrowsDown) {
   }
 }
 
+// The shell knows a workspace by the record that it registers; only the joining of rooms names it.
+TEST(House, NamesAWorkspaceInTheShellOnlyWhereItJoins) {
+  int joined = 0;
+  for (const fs::path& path : SourcesBelow(kSource / "src" / "shell")) {
+    for (const std::string& line : Lines(ReadText(path))) {
+      const std::string name = Included(line);
+      for (const char* room : {"cad/", "plate/", "skim/"}) {
+        if (name.rfind(room, 0) != 0) continue;
+        ++joined;
+        EXPECT_EQ(path.filename(), "start_up.cpp") << path << ": " << line;
+      }
+    }
+  }
+  EXPECT_GT(joined, 0);
+}
+
 TEST(House, IncludesNoPlatformImplementationFromTheRooms) {
   for (const fs::path& path : SourcesBelow(kSource / "src")) {
     if (Below(path, "src/platform")) continue;
