@@ -1,70 +1,112 @@
 // Every capacity of the program, one line each with what the user sees when it is full.
 //
-// A limit is part of the design and is never raised silently.
+// A limit is part of the design and is never raised silently. A count that a user, a file or a
+// room can drive to its bound is called kMax... and stands here; a text is called k...Units and
+// counts its terminator. The most or least of a measure (a zoom, an angle, a width) bounds no
+// table and stays with its file under a name of its own.
 #pragma once
 
 namespace morva {
 
+// Programs and their blocks.
 inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
 inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
+inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
 inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block
+inline constexpr int kMaxIdList = 128;           // hidden or locked ids of a tab; toggling one more does nothing
+inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code storage is full. No code was changed."; more in a file makes a damaged .features
+inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
+inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
+inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
+inline constexpr int kMaxProgramHomes = 1000;    // folders that an autosave tries for a new program: "Autosave failed: project directory unavailable."
+
+// The CAD workspace.
 inline constexpr int kMaxSketchUndo = 24;        // the oldest step can no longer be undone
 inline constexpr int kMaxRecentOperations = 40;  // lines of "Recent operations"; the oldest goes
-inline constexpr int kMaxShapes = 24;            // box "The reusable shape library is full."
-inline constexpr int kMaxShapeObjects = 64;      // objects of a saved shape; the drawing's further ones are left out
-inline constexpr int kShapeNameUnits = 72;       // with the terminator; cut
-inline constexpr int kMaxShapeLists = 8;         // lists that hold shapes; one more stops the start
 inline constexpr int kMaxDrawings = 8;           // drawings of one program: "Eight drawings per program. ..."; more makes a damaged .cadmv
 inline constexpr int kMaxPlates = 8;             // plates of one program; more makes a damaged .platemv
-inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
-inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
-inline constexpr int kMaxIdList = 128;           // hidden or locked ids of a tab; toggling one more does nothing
+inline constexpr int kMaxShapes = 24;            // box "The reusable shape library is full."
+inline constexpr int kMaxShapeObjects = 64;      // objects of a saved shape; the drawing's further ones are left out
+inline constexpr int kMaxCuts = 194;             // places where others cut a line, circle or slot; a trim does not look at further ones
+inline constexpr int kMaxPreviewSegments = 200;  // lines of a trim's preview; further ones are not shown. A circle has 96
+inline constexpr int kMaxPolygonSides = 64;      // "Use 3-64 sides, ..."
+inline constexpr int kMaxRevolveCopies = 95;     // a revolve with more is refused
+inline constexpr int kMaxQuickQuantity = 120;    // of the quick circular pattern; a higher number counts as this
+inline constexpr int kMaxQuickLines = 20;        // columns, and rows, of the quick grid; a higher number counts as this
+
+// The code tools.
 inline constexpr int kMaxCompareLines = 32768;     // summary "   | LIMIT: first 32768 lines only"
 inline constexpr int kMaxCompareRows = 65536;      // holds every line of both sides
 inline constexpr int kMaxCompareCells = 4000000;   // summary "   | large-file alignment (64-line lookahead)"
 inline constexpr int kMaxRules = 24;               // "Enter nonempty Find text. Up to 24 rules can be queued."
-inline constexpr int kFindUnits = 256;             // a find or replacement text with its terminator; typing stops
 inline constexpr int kMaxRuleOutput = 2000000;     // "Replacement exceeds the size limit. No code changed."
 inline constexpr int kMaxChangedUnits = 33554432;  // what DO ALL may write, as much as can be opened again: "Replacement exceeds the size limit. No code changed."
-inline constexpr int kMaxReceivedBytes = 2097152;      // "TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was reached. ..."
-inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
-inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
-inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code storage is full. No code was changed."; more in a file makes a damaged .features
-inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
+inline constexpr int kMaxFollowedPlaces = 8;       // places that a change of the whole program keeps; the caret would jump for further ones. Four are asked for
+inline constexpr int kMaxPrompts = 10000;          // occurrences that one Change All asks about; it ends with its summary
+inline constexpr int kMaxCompletions = 128;        // rows of the completion list; further codes come up as more is typed
+inline constexpr int kMaxColouredUnits = 250000;   // a longer program bears no colours
+inline constexpr int kMaxColouredLine = 8190;      // units of a code line that bear colours
+inline constexpr int kMaxWordsLine = 2046;         // units of a words line that bear colours
+inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of a line, each of a unit at least
 
-inline constexpr int kPathUnits = 520;        // with the terminator; cut
-inline constexpr int kTitleUnits = 96;        // cut
-inline constexpr int kFeatureNameUnits = 96;  // cut
-inline constexpr int kStatusUnits = 1024;     // cut
-inline constexpr int kWindowTitleUnits = 700; // cut
-inline constexpr int kCaptionFileUnits = 301; // file name inside the window title, with the terminator; cut
-inline constexpr int kTabLabelUnits = 128;    // cut
-inline constexpr int kFieldUnits = 80;        // a numeric field's text; cut
-inline constexpr int kSavePathUnits = 500;    // a longer path fails the save: "Could not save the file."
-inline constexpr int kCompanionPathUnits = 600; // path with its suffix
-inline constexpr int kMaxComPorts = 64;       // ports above are not found by the scan
-inline constexpr int kPortNameUnits = 32;     // cut
-inline constexpr int kMaxCommandHandlers = 256; // one more stops the start: "MORVA cannot start. ..."
-inline constexpr int kMaxTimerHandlers = 16;    // as above
-inline constexpr int kMaxMessageHandlers = 16;  // as above
-inline constexpr int kMaxSurfaces = 4;          // as above: workspaces beside the code surface
-inline constexpr int kMaxPlacements = 96;       // as above: what one layout places
-inline constexpr int kMaxCommands = 640;        // as above: rows of what commands say about themselves
-inline constexpr int kMaxForms = 32;            // as above: forms of named fields
-inline constexpr int kMaxFormRows = 1024;       // as above: rows of all forms together
-inline constexpr int kMaxRowKeys = 6;           // keys side by side in a row of a form
-inline constexpr int kMaxFormNumbers = 16;      // numbers of one form, as many as a record holds
-inline constexpr int kMaxBuilders = 16;         // a programming error
-inline constexpr int kMaxBuilderText = 131072;  // units of a builder's code unless it asks for more; what is beyond is left out
-inline constexpr int kMaxFormWords = 8;         // texts that a form reads as typed
-inline constexpr int kMaxTabStops = 160;        // as above: controls of a surface that Tab reaches
-inline constexpr int kMaxSheets = 8;            // as above: forms that scroll
+// The toolpath.
+inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
+inline constexpr int kMaxReadOutLines = 12;      // lines that a read-out breaks into; the rest is not shown
+inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction; further ones are not drawn
+
+// Pictures of the builders.
 inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a picture: 400 features of 64 objects with their crosses and fills; "Picture full. Not everything is shown."
 inline constexpr int kMaxPicturePoints = 131072; // corners of its paths; as above
 inline constexpr int kMaxPictureArcs = 32768;    // circles, ellipses and single arcs; as above
 inline constexpr int kMaxPictureLabels = 1400;   // 900 of dimensions, 400 of features and the rest; as above
-inline constexpr int kPictureLabelUnits = 32;    // with the terminator; cut, with "…" at the end
-inline constexpr int kLeftPanelLeast = 190;   // the splitter stops
-inline constexpr int kLeftPanelMost = 430;    // the splitter stops
+inline constexpr int kMaxBuilderText = 131072;   // units of a builder's code unless it asks for more; what is beyond is left out
+inline constexpr int kMaxArcChords = 4096;       // of one arc, enough up to a radius of half a million pixels; a larger one shows corners
+
+// Transfers.
+inline constexpr int kMaxReceivedBytes = 2097152; // "TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was reached. ..."
+inline constexpr int kMaxComPorts = 64;           // ports above are not found by the scan
+
+// What rooms register when they are joined. One more than a table holds ends the start: box
+// "MORVA cannot start. Its table of ... is full: it holds ....", exit code 3.
+inline constexpr int kMaxCommandHandlers = 256;
+inline constexpr int kMaxTimerHandlers = 16;
+inline constexpr int kMaxMessageHandlers = 16;
+inline constexpr int kMaxPanels = 24;
+inline constexpr int kMaxHandlers = 96;           // of single controls and views
+inline constexpr int kMaxCommands = 640;          // rows of what commands say about themselves
+inline constexpr int kMaxShapeLists = 8;          // lists that hold shapes
+inline constexpr int kMaxSurfaces = 4;            // workspaces beside the code surface
+inline constexpr int kMaxForms = 32;              // forms of named fields
+inline constexpr int kMaxFormRows = 1024;         // rows of all forms together
+inline constexpr int kMaxSheets = 8;              // forms that scroll
+inline constexpr int kMaxBuilders = 16;
+
+// What a table of the program itself holds; a test keeps room in each.
+inline constexpr int kMaxRowKeys = 6;             // keys side by side in a row of a form
+inline constexpr int kMaxFormNumbers = 16;        // numbers of one form, as many as a record holds
+inline constexpr int kMaxFormWords = 8;           // texts that a form reads as typed
+inline constexpr int kMaxPlacements = 96;         // what one layout places; a further control would not move
+inline constexpr int kMaxTabStops = 160;          // controls of a surface that Tab reaches; it would skip the further ones
+
+// Texts.
+inline constexpr int kPathUnits = 520;        // cut
+inline constexpr int kTitleUnits = 96;        // cut
+inline constexpr int kFeatureNameUnits = 96;  // cut
+inline constexpr int kStatusUnits = 1024;     // cut
+inline constexpr int kWindowTitleUnits = 700; // cut
+inline constexpr int kCaptionFileUnits = 301; // file name inside the window title; cut
+inline constexpr int kTabLabelUnits = 128;    // cut
+inline constexpr int kFieldUnits = 80;        // a numeric field's text; cut
+inline constexpr int kSavePathUnits = 500;    // a longer path fails the save: "Could not save the file."
+inline constexpr int kCompanionPathUnits = 600; // path with its suffix
+inline constexpr int kPortNameUnits = 32;     // cut
+inline constexpr int kShapeNameUnits = 72;    // cut
+inline constexpr int kPictureLabelUnits = 32; // cut, with "…" at the end
+inline constexpr int kFindUnits = 256;        // a find or replacement text; typing stops
+inline constexpr int kMotionLineUnits = 220;  // a line of generated motion; cut
+
+// The splitter stops.
+inline constexpr int kLeftPanelLeast = 190;
+inline constexpr int kLeftPanelMost = 430;
 
 }  // namespace morva

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
+#include "app/limits.h"
 #include "app/stop.h"
 #include "platform/window.h"
 

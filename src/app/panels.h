@@ -29,7 +29,6 @@ struct Panel {
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
 };
 
-inline constexpr int kMaxPanels = 24;
 // A full table stops the program with words.
 void RegisterPanel(const Panel& panel);
 int PanelCount();
@@ -59,7 +58,6 @@ struct Handlers {
   void (*timer)(int timer) = nullptr;
 };
 
-inline constexpr int kMaxHandlers = 96;
 // A full table and an id of 0 stop the program with words.
 void RegisterHandlers(const Handlers& handlers);
 // The n-th record of an id, null past the last. Several rooms may listen to one id; the first

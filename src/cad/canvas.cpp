@@ -223,8 +223,8 @@ void ZoomAt(int px, int py, int notches) {
   double x = 0;
   double y = 0;
   FromCanvas(px, py, x, y);
-  const int count = std::abs(std::clamp(notches, -kMostNotches, kMostNotches));
-  for (int i = 0; i < count; ++i) {
+  const int steps = std::abs(std::clamp(notches, -kMostNotches, kMostNotches));
+  for (int i = 0; i < steps; ++i) {
     const double factor = notches > 0 ? kWheelIn : kWheelOut;
     canvasView.zoom = std::clamp(canvasView.zoom * factor, kLeastZoom, kMostZoom);
   }

@@ -301,9 +301,9 @@ void PaintTrimPreview(const Sheet& sheet) {
 
 int SidesOf(const SketchObject& figure) {
   constexpr int kLeast = 3;
-  constexpr int kMost = kOutlinePoints - 1;
+  constexpr int kRoom = kOutlinePoints - 1;
   if (!(figure.size2 > kLeast)) return kLeast;
-  return figure.size2 < kMost ? static_cast<int>(figure.size2) : kMost;
+  return figure.size2 < kRoom ? static_cast<int>(figure.size2) : kRoom;
 }
 
 // The figure of a polygon preview, which holds its radius in `size` and its sides in `size2`.

@@ -36,7 +36,6 @@ int PolygonSidesField();
 // CreatePolygon without a word.
 bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle);
 inline constexpr int kLeastSides = 3;
-inline constexpr int kMostSides = 64;
 inline constexpr const char16_t* kPolygonRefused =
     u"Use 3-64 sides, positive radius, and enough room in the sketch.";
 void CreatePolygonFromPanel();

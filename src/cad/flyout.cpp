@@ -19,12 +19,12 @@ namespace morva {
 namespace {
 
 constexpr int kRestMs = 450;
-constexpr int kMostMethods = 5;
+constexpr int kFlyoutMethods = 5;
 
 struct Flyout {
   int key;
   int count;
-  platform::MenuItem items[kMostMethods];
+  platform::MenuItem items[kFlyoutMethods];
 };
 
 constexpr Flyout kFlyouts[] = {

@@ -26,8 +26,6 @@ namespace morva {
 
 namespace {
 
-constexpr int kMostQuantity = 120;
-constexpr int kMostLines = 20;  // columns and rows of the quick grid
 constexpr double kLeastDiameter = 1e-6;
 constexpr int kAngleDecimals = 3;
 
@@ -68,7 +66,7 @@ void MakeCircle() {
   const SketchObject source = Selected();
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
-  instances.count = std::min(Count(kIdCadQuantity, kMostQuantity), room);
+  instances.count = std::min(Count(kIdCadQuantity, kMaxQuickQuantity), room);
   CirclePlaces circle;
   circle.x = FieldNumber(kIdCadCircularX);
   circle.y = FieldNumber(kIdCadCircularY);
@@ -95,10 +93,10 @@ void MakeGrid() {
   GridPlaces grid;
   grid.x = source.x;
   grid.y = source.y;
-  grid.columns = Count(kIdCadColumns, kMostLines);
+  grid.columns = Count(kIdCadColumns, kMaxQuickLines);
   grid.stepX = FieldNumber(kIdCadSpacingX);
   grid.stepY = FieldNumber(kIdCadSpacingY);
-  const int rows = Count(kIdCadRows, kMostLines);
+  const int rows = Count(kIdCadRows, kMaxQuickLines);
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(grid.columns * rows, room);
   for (int n = 0; n < instances.count; ++n) {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/edit_parts.h"
@@ -19,14 +20,14 @@ namespace {
 constexpr double kMostStartAngle = 36000;  // degrees
 
 bool IsWholeSides(double value) {
-  return value >= kLeastSides && value <= kMostSides && value == static_cast<int>(value);
+  return value >= kLeastSides && value <= kMaxPolygonSides && value == static_cast<int>(value);
 }
 
 // The lines of a polygon; every one keeps to the sketch's limits. False: one does not.
 bool PolygonLines(int sides, double radius, double centreX, double centreY, double startAngle,
                   SketchObject* lines) {
-  double xs[kMostSides];
-  double ys[kMostSides];
+  double xs[kMaxPolygonSides];
+  double ys[kMaxPolygonSides];
   for (int i = 0; i < sides; ++i) {
     const double angle = startAngle + 360.0 * i / sides;
     xs[i] = centreX + radius * SketchCosine(angle);
@@ -52,12 +53,12 @@ int PolygonSidesField() {
 }
 
 bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle) {
-  if (sides < kLeastSides || sides > kMostSides) return false;
+  if (sides < kLeastSides || sides > kMaxPolygonSides) return false;
   if (!(startAngle >= -kMostStartAngle && startAngle <= kMostStartAngle)) return false;
   if (!(std::fabs(centreX) < kSketchLimit && std::fabs(centreY) < kSketchLimit)) return false;
   if (!(radius > 0 && radius < kSketchLimit)) return false;
   if (sketch.objectCount + sides > kMaxItems) return false;
-  SketchObject lines[kMostSides];
+  SketchObject lines[kMaxPolygonSides];
   if (!PolygonLines(sides, radius, centreX, centreY, startAngle, lines)) return false;
   PushSketchUndo();
   ClearMultiSelect();

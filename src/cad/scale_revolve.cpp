@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "app/router.h"
 #include "cad/edit_parts.h"
 #include "cad/edits.h"
@@ -21,7 +22,6 @@ namespace {
 
 constexpr double kMostFactor = 1000;
 constexpr double kMostDegrees = 36000;
-constexpr int kMostCopies = 95;
 constexpr double kNoAngle = 1e9;  // a field without a number, beyond what is allowed
 constexpr int kPivotDecimals = 4;
 constexpr int kSwitchedDecimals = 5;  // of the pivot's fields after a change of unit
@@ -73,7 +73,7 @@ void OnRevolve(int id, int) {
 
 bool MayRevolve(double angle, int copies) {
   return HasSketchSelection() && !sketch.locked[sketch.selected] && copies >= 0 &&
-         copies <= kMostCopies && std::fabs(angle) <= kMostDegrees &&
+         copies <= kMaxRevolveCopies && std::fabs(angle) <= kMostDegrees &&
          sketch.objectCount + copies <= kMaxItems && std::fabs(tools.pivotX) < kSketchLimit &&
          std::fabs(tools.pivotY) < kSketchLimit;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/wells.h"
@@ -63,7 +64,7 @@ void FocusBox(int id) {
 bool CommitPolygon(double radius) {
   double sides = 0;
   if (!ReadStrictField(kIdCadSizeBox2, sides)) return false;
-  if (!(sides >= kLeastSides && sides <= kMostSides) || sides != static_cast<int>(sides)) {
+  if (!(sides >= kLeastSides && sides <= kMaxPolygonSides) || sides != static_cast<int>(sides)) {
     return false;
   }
   const SketchObject& shown = tools.previewObject;

@@ -18,7 +18,7 @@ namespace morva {
 namespace {
 
 constexpr double kReach = 10;  // pixels
-constexpr int kMostPoints = 9;
+constexpr int kPointsOfObject = 9;
 constexpr double kShortEdge = 1e-6;  // a segment below it has no nearest point
 constexpr double kAtCircleCentre = 1e-9;
 constexpr double kGridInch = 0.05;
@@ -28,8 +28,8 @@ constexpr double kGridMm = 1.0;
 struct SnapPoints {
   SketchObject object;
   int count = 0;  // 0: nothing kept yet
-  double xs[kMostPoints] = {};
-  double ys[kMostPoints] = {};
+  double xs[kPointsOfObject] = {};
+  double ys[kPointsOfObject] = {};
 };
 SnapPoints kept[kMaxItems];
 

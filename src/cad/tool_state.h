@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "app/limits.h"
 #include "cad/sketch.h"
 
 namespace morva {
@@ -35,7 +36,6 @@ enum PanelMode : std::int32_t {
 struct PreviewSegment {
   double x0 = 0, y0 = 0, x1 = 0, y1 = 0;  // drawing units
 };
-inline constexpr int kMaxPreviewSegments = 200;
 
 struct ToolState {
   std::int32_t dragTool = 0;  // 0 select; 1 to 6: type plus 1

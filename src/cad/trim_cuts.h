@@ -6,11 +6,10 @@
 // merely touches a line, or another circle, meets it in one place.
 #pragma once
 
+#include "app/limits.h"
 #include "cad/sketch.h"
 
 namespace morva {
-
-inline constexpr int kMaxCuts = 194;  // further ones are not looked at
 
 struct CutList {
   double values[kMaxCuts];

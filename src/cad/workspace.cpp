@@ -6,6 +6,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "codetools/code_palette.h"
 #include "platform/window.h"
 #include "text/codetext.h"

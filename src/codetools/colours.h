@@ -10,11 +10,6 @@
 
 namespace morva {
 
-inline constexpr int kMaxColouredUnits = 250000;       // a longer program bears no colours
-inline constexpr int kMaxColouredLine = 8190;          // units of a code line that are looked at
-inline constexpr int kMaxWordsLine = 2046;             // units of a words line that are looked at
-inline constexpr int kMaxLineRuns = kMaxColouredLine;  // a run is one unit at least
-
 // The coloured stretches of one line in order, `inComment` carried from line to line. How many
 // were written; what does not fit in `capacity` is left in the base colour.
 int ColourLine(std::u16string_view line, bool& inComment, platform::ColourRun* runs, int capacity);

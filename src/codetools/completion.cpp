@@ -32,13 +32,13 @@ bool IsFilterUnit(char16_t c) {
 }
 
 void AddRowsThatBegin(CompletionRows& found, std::u16string_view token) {
-  for (std::int32_t i = 0; i < kCodeRows && found.count < kMostCompletions; ++i) {
+  for (std::int32_t i = 0; i < kCodeRows && found.count < kMaxCompletions; ++i) {
     if (codeTable[i].code.substr(0, token.size()) == token) found.rows[found.count++] = i;
   }
 }
 
 void AddRowsThatHold(CompletionRows& found, std::u16string_view filter) {
-  for (std::int32_t i = 0; i < kCodeRows && found.count < kMostCompletions; ++i) {
+  for (std::int32_t i = 0; i < kCodeRows && found.count < kMaxCompletions; ++i) {
     if (FindFolded(codeTable[i].name, filter, 0) != std::u16string_view::npos) {
       found.rows[found.count++] = i;
     }

@@ -7,16 +7,16 @@
 #include <string>
 #include <string_view>
 
+#include "app/limits.h"
 #include "platform/geometry.h"
 
 namespace morva {
 
-inline constexpr int kMostCompletions = 128;
 inline constexpr int kCompletionPitch = 24;  // pixels from row to row
 
 struct CompletionRows {
   std::int32_t count = 0;  // 0: the list is closed
-  std::int32_t rows[kMostCompletions] = {};
+  std::int32_t rows[kMaxCompletions] = {};
   int start = 0;  // what an accepted row replaces, in the line
   int end = 0;
   // A full code that no other code goes on from: the list is closed and its help is due.

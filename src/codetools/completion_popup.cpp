@@ -42,7 +42,7 @@ constexpr int kNameLeft = 82;
 struct Popup {
   bool shown = false;
   std::int32_t count = 0;
-  std::int32_t rows[kMostCompletions] = {};
+  std::int32_t rows[kMaxCompletions] = {};
   std::int32_t selected = 0;
   int editor = 0;
   int start = 0;  // editor positions that an accepted row replaces

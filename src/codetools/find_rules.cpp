@@ -4,6 +4,7 @@
 #include <bit>
 #include <utility>
 
+#include "app/limits.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -96,20 +97,18 @@ const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const Read
   return nullptr;
 }
 
-constexpr int kMostPlaces = 8;
-
 // What a change leaves, piece by piece in a block of a given size, with the followed places.
 struct Writing {
   OwnedText changed;
   FollowedPlaces places;
-  int order[kMostPlaces] = {};  // by place, so that a piece looks at the next one only
+  int order[kMaxFollowedPlaces] = {};  // by place, so that a piece looks at the next one only
   int next = 0;
 };
 
 // False: there is no memory.
 bool BeginWriting(Writing& out, std::size_t capacity, FollowedPlaces places) {
   out.places = places;
-  out.places.count = std::min(places.count, kMostPlaces);
+  out.places.count = std::min(places.count, kMaxFollowedPlaces);
   for (int i = 0; i < out.places.count; ++i) out.order[i] = i;
   std::sort(out.order, out.order + out.places.count,
             [&places](int a, int b) { return places.at[a] < places.at[b]; });
@@ -185,7 +184,7 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
   const ReadyRules ready = MakeReady(rules, count, matchCase);
   Writing out;
   if (!BeginWriting(out, kMaxRuleOutput, places)) return run;
-  constexpr std::size_t kMost = kMaxRuleOutput;
+  constexpr std::size_t kRoom = kMaxRuleOutput;
   bool atLineStart = true;
   bool protectedLine = false;
   std::size_t kept = 0;  // from here to `at` everything stays as it is
@@ -196,7 +195,7 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
     const ReadyRule* rule =
         protectedLine ? nullptr : FirstMatch(text, at, ready, matchCase, wholeToken);
     if (rule) {
-      if (length + rule->replaceWith.size() >= kMost) return run;
+      if (length + rule->replaceWith.size() >= kRoom) return run;
       WritePiece(out, text.substr(kept, at - kept), kept, at - kept);
       WritePiece(out, rule->replaceWith, at, rule->find.size());
       at += rule->find.size();
@@ -205,7 +204,7 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
       atLineStart = false;
       continue;
     }
-    if (length >= kMost - 1) return run;
+    if (length >= kRoom - 1) return run;
     const char16_t c = text[at++];
     atLineStart = c == u'\r' || c == u'\n';
   }

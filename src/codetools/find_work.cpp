@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "codetools/find_pane.h"
 #include "codetools/find_rules.h"
@@ -25,7 +26,6 @@ namespace morva {
 
 namespace {
 
-constexpr int kMostPrompts = 10000;
 constexpr int kRulesRefreshMs = 60;
 constexpr int kPromptRefreshMs = 80;
 constexpr std::size_t kNone = std::u16string_view::npos;
@@ -253,7 +253,7 @@ void PromptEach() {
   const std::uint64_t serial = ActiveSerial();
   Prompted prompted;
   std::size_t at = 0;
-  for (int round = 0; round < kMostPrompts; ++round) {
+  for (int round = 0; round < kMaxPrompts; ++round) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     at = FindMatch(text, at, find, false, false);
     if (at == kNone || !PromptAt(text, at, find, replaceWith, prompted)) break;

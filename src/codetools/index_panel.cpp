@@ -196,9 +196,9 @@ bool InsertionKey(const platform::KeyEvent& key) {
 
 void RebuildCodeList() {
   if (!platform::Exists(kIdIndexList)) return;
-  static std::int32_t items[kMostCodeItems];
+  static std::int32_t items[kCodeItems];
   const std::u16string search = platform::TextOf(kIdIndexSearch);
-  const int count = CodeListItems(codeTab, search, items, kMostCodeItems);
+  const int count = CodeListItems(codeTab, search, items, kCodeItems);
   platform::HoldListRedraw(kIdIndexList, true);
   platform::ClearRows(kIdIndexList);
   for (int i = 0; i < count; ++i) {

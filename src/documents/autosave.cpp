@@ -11,6 +11,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/surfaces.h"
 #include "documents/disabled_code.h"
@@ -29,7 +30,6 @@ namespace morva {
 namespace {
 
 constexpr int kAutosaveMilliseconds = 700;
-constexpr int kMostHomes = 1000;  // folders tried for a new program
 constexpr char16_t kWriteFailed[] = u"Autosave failed. Changes remain unsaved; use Save As.";
 constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavailable.";
 
@@ -60,7 +60,7 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
   projects += u"Projects";
   projects += separator;
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
-  for (int tries = 0; tries < kMostHomes; ++tries, ++tick) {
+  for (int tries = 0; tries < kMaxProgramHomes; ++tries, ++tick) {
     const std::u16string folder = projects + name + u"-" + IntegerText(tick);
     if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) break;
     const std::u16string file = folder + separator + name;

@@ -132,15 +132,15 @@ bool AddBoxMark(Picture& picture, MarkKind kind, const PictureBox& box, Ink ink,
 }
 
 void CutWords(std::u16string_view words, char16_t (&kept)[kPictureLabelUnits]) {
-  constexpr std::size_t kMost = kPictureLabelUnits - 1;
-  std::size_t count = std::min(words.size(), kMost);
-  if (words.size() > kMost) {
+  constexpr std::size_t kRoom = kPictureLabelUnits - 1;
+  std::size_t count = std::min(words.size(), kRoom);
+  if (words.size() > kRoom) {
     --count;
     const bool half = (words[count - 1] & 0xFC00) == 0xD800;  // of a pair of units
     if (half) --count;
   }
   for (std::size_t i = 0; i < count; ++i) kept[i] = words[i] < u' ' ? u' ' : words[i];
-  if (words.size() > kMost) kept[count++] = kCutMark;
+  if (words.size() > kRoom) kept[count++] = kCutMark;
   kept[count] = 0;
 }
 

@@ -14,7 +14,6 @@ using platform::PointF;
 
 constexpr double kLeastBulge = 1e-9;  // a side with less is straight
 constexpr double kLeastRadius = 0.5;  // pixels; a smaller arc gets no fewer chords
-constexpr int kMostChords = 4096;     // of one arc: enough up to a radius of half a million pixels
 constexpr double kDegree = std::numbers::pi / 180;
 
 // Chords that keep within `error` pixels of an arc: the height of a chord over an angle d is at
@@ -25,7 +24,7 @@ int ChordCount(const ArcPiece& piece, const PictureView& view) {
       std::max({piece.radiusX * view.scaleX, piece.radiusY * view.scaleY, kLeastRadius});
   const double step = std::sqrt(8 * error / radius);
   const double count = std::ceil(std::fabs(piece.sweep) * kDegree / step);
-  return static_cast<int>(std::clamp(count, 1.0, static_cast<double>(kMostChords)));
+  return static_cast<int>(std::clamp(count, 1.0, static_cast<double>(kMaxArcChords)));
 }
 
 void Append(Chain& chain, const PointF& point, bool curved) {

@@ -42,7 +42,7 @@ int CodeCategoryOfKey(int id);
 
 inline constexpr int kCodeSearchUnits = 100;  // with the terminator; the search line takes no more
 inline constexpr int kCodeRowUnits = 340;     // with the terminator; a longer row is cut
-inline constexpr int kMostCodeItems = kCodeRows + kMacroWordRows;
+inline constexpr int kCodeItems = kCodeRows + kMacroWordRows;
 
 // Item data of the list's rows: an index into codeTable, or one of these and an index into
 // macroWordTable or the number of an N word, 10 to 990 in tens.

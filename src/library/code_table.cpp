@@ -228,7 +228,7 @@ namespace {
 
 inline constexpr int kRowN = kGRows + kMRows;
 inline constexpr int kRowO = kRowN + 1;
-inline constexpr int kMostNumber = 300;  // M300 is the highest
+inline constexpr int kLastNumber = 300;  // M300 is the highest
 
 constexpr int NumberOf(std::u16string_view code) {
   int number = 0;
@@ -241,8 +241,8 @@ constexpr int NumberOf(std::u16string_view code) {
 
 // Row + 1 by number, 0 for none: one table for G and one for M.
 struct RowsByNumber {
-  std::uint8_t g[kMostNumber + 1] = {};
-  std::uint8_t m[kMostNumber + 1] = {};
+  std::uint8_t g[kLastNumber + 1] = {};
+  std::uint8_t m[kLastNumber + 1] = {};
   constexpr RowsByNumber() {
     for (int i = 0; i < kRowN; ++i) {
       std::uint8_t* rows = i < kGRows ? g : m;
@@ -260,7 +260,7 @@ int FindCodeRow(std::u16string_view code) {
   if (code.size() == 1) return letter == u'N' ? kRowN : letter == u'O' ? kRowO : -1;
   if (letter != u'G' && letter != u'M') return -1;
   const int number = NumberOf(code);
-  if (number < 0 || number > kMostNumber) return -1;
+  if (number < 0 || number > kLastNumber) return -1;
   const int row = (letter == u'G' ? kRowsByNumber.g : kRowsByNumber.m)[number] - 1;
   // The number alone would take "G1" and "G001" for "G01".
   return row >= 0 && codeTable[row].code.size() == code.size() ? row : -1;

@@ -2,13 +2,13 @@
 
 #include <cmath>
 
+#include "app/limits.h"
 #include "text/series_trig.h"
 
 namespace morva {
 
 namespace {
 
-constexpr std::size_t kMostOfLine = 219;
 constexpr double kLeastSize = 1e-6;
 constexpr int kArcs = 16;
 constexpr int kPointDecimals = 3;
@@ -78,7 +78,8 @@ void EmitMotion(CodeWriter& out, std::u16string_view word, double x, double y, d
   Put(out, u" Y", y, kPointDecimals);
   if (withFeed) Put(out, u" F", feed, kCutFeedDecimals);
   Line(out, u"");
-  if (out.text.size() > start + kMostOfLine) out.text.resize(start + kMostOfLine);
+  const std::size_t most = start + kMotionLineUnits - 1;
+  if (out.text.size() > most) out.text.resize(most);
 }
 
 void EmitLine(CodeWriter& out, double x, double y, double endX, double endY, const CutData& cut) {

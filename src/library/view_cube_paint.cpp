@@ -27,7 +27,7 @@ constexpr Colour kLetterColour = 0xFFFFFF;
 constexpr double kSeen = 0.02;  // of the depth; less is a face seen edge on
 constexpr double kTickReach = 3;
 constexpr int kTicks = 12;
-constexpr int kMostStrokes = 96;
+constexpr int kNameStrokes = 96;
 
 // Letters of the faces as strokes over a grid of 4 by 6, y upwards: pairs of digits, a blank
 // between strokes. They lie in the plane of their face and turn with it.
@@ -96,13 +96,13 @@ void PaintName(const Drawing& d, const CubeFace& face) {
   // A letter is 4 wide and 1.6 apart from the next; short names are not blown up.
   const double wide = length * 5.6 - 1.6;
   const double unit = std::min(1.7 / wide, 0.075);
-  Segment strokes[kMostStrokes];
+  Segment strokes[kNameStrokes];
   int count = 0;
   for (int i = 0; i < length; ++i) {
     const double left = -wide / 2 + i * 5.6;
     bool first = true;
     PointF from;
-    for (const char* at = StrokesOf(face.name[i]); *at != 0 && count < kMostStrokes;) {
+    for (const char* at = StrokesOf(face.name[i]); *at != 0 && count < kNameStrokes;) {
       if (*at == ' ') {
         first = true;
         ++at;

@@ -123,7 +123,7 @@ constexpr const char* kDrawings[kIconCount] = {
     "o 12 12 9.5 3.8 o 12 12 3.8 9.5 d 12 12 1.6",
 };
 
-constexpr int kMostPoints = 24;
+constexpr int kPartPoints = 24;
 
 bool ReadUnits(const char*& at, double& value) {
   while (*at == ' ') ++at;
@@ -149,9 +149,9 @@ void DrawPart(platform::Canvas& canvas, char kind, const double* units, int coun
     FillEllipse(canvas, {x(units[0]), y(units[1])}, units[2] * scale, units[2] * scale, pen.colour);
     return;
   }
-  platform::PointF points[kMostPoints + 1];
+  platform::PointF points[kPartPoints + 1];
   int n = 0;
-  for (int i = 0; i + 1 < count && n < kMostPoints; i += 2) {
+  for (int i = 0; i + 1 < count && n < kPartPoints; i += 2) {
     points[n++] = {x(units[i]), y(units[i + 1])};
   }
   if (kind == 'f') {
@@ -182,10 +182,10 @@ void DrawIcon(platform::Canvas& canvas, int icon, int centreX, int centreY, int 
     while (*at == ' ') ++at;
     if (*at == 0) break;
     const char kind = *at++;
-    double units[2 * kMostPoints];
+    double units[2 * kPartPoints];
     int count = 0;
     double value = 0;
-    while (count < 2 * kMostPoints && ReadUnits(at, value)) units[count++] = value;
+    while (count < 2 * kPartPoints && ReadUnits(at, value)) units[count++] = value;
     DrawPart(canvas, kind, units, count, left, top, scale, pen);
   }
 }

@@ -10,6 +10,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -50,11 +51,9 @@ constexpr int kEdge = 10;  // pixels between read-outs and the view's edge
 constexpr int kCornerWidth = kCubeWidth;
 constexpr int kCornerHeight = kCubeHeight;
 constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives up the corner
-constexpr int kMostReadOutLines = 12;
-constexpr int kMostGridLines = 4096;
 
 Segment ghostSegments[kMaxMotionPoints];
-Segment gridSegments[2 * kMostGridLines];
+Segment gridSegments[2 * kMaxGridLines];
 
 Pen PenOf(Colour colour, int width) {
   Pen pen;
@@ -102,7 +101,7 @@ GridSteps StepsBetween(double low, double high, double spacing) {
   GridSteps steps;
   steps.first = std::ceil(low / spacing);
   const double count = std::floor(high / spacing) - steps.first + 1;
-  steps.count = static_cast<int>(std::clamp(count, 0.0, double{kMostGridLines}));
+  steps.count = static_cast<int>(std::clamp(count, 0.0, double{kMaxGridLines}));
   return steps;
 }
 
@@ -267,7 +266,7 @@ int ReadOutRoom(const Rect& client, int top) {
 // A read-out in lines. Its parts stand two blanks or more apart and are never cut: a number
 // that ends in dots would be worse than none.
 struct ReadOutLines {
-  std::u16string_view lines[kMostReadOutLines];
+  std::u16string_view lines[kMaxReadOutLines];
   int count = 0;
 };
 
@@ -275,7 +274,7 @@ ReadOutLines BreakReadOut(std::u16string_view text, const Rect& client, int top)
   constexpr std::u16string_view kGap = u"  ";
   const int height = platform::TextHeight(FontRole::Small);
   ReadOutLines broken;
-  while (!text.empty() && broken.count < kMostReadOutLines) {
+  while (!text.empty() && broken.count < kMaxReadOutLines) {
     const int room = ReadOutRoom(client, top + broken.count * height);
     std::size_t taken = std::min(text.find(kGap), text.size());
     while (taken < text.size()) {

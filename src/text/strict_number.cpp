@@ -9,12 +9,12 @@ namespace morva {
 
 namespace {
 
-constexpr std::size_t kMostCharacters = 78;
+constexpr std::size_t kNumberUnits = 78;  // a longer text is no number
 
 }  // namespace
 
 bool ReadStrictNumber(std::u16string_view text, double& value) {
-  if (text.size() > kMostCharacters) return false;
+  if (text.size() > kNumberUnits) return false;
   std::size_t i = 0;
   if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) ++i;
   int points = 0;

@@ -9,9 +9,13 @@
 #include <sys/ioctl.h>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
 
 #include "far_end.h"
 #include "platform/clock.h"
+#include "platform/limits.h"
 #include "platform/posix/serial_pace.h"
 #include "platform/posix/serial_settings.h"
 #include "platform/serial.h"
@@ -326,6 +330,29 @@ TEST_F(Line, EndsAWriteAfterFiveSecondsInWhichNothingWasTaken) {
   EXPECT_LT(Milliseconds(start), 15000);
   EXPECT_GT(written, 0u);
   EXPECT_LT(written, much.size());
+}
+
+// Each line belongs to the thread that opened it.
+TEST_F(Line, IsOneOfEightThatMayBeOpenAtATime) {
+  static_assert(platform::kMaxOpenLines == 8);
+  std::atomic<int> open = 0;
+  std::atomic<bool> over = false;
+  std::vector<std::thread> others;
+  for (int i = 0; i < 8; ++i) {
+    others.emplace_back([&] {
+      Peer each;
+      SerialProblem none = SerialProblem::None;
+      EXPECT_TRUE(platform::OpenSerial(each.Settings(), none));
+      ++open;
+      WaitUntil([&] { return over.load(); }, 20000);
+      platform::CloseSerial();
+    });
+  }
+  EXPECT_TRUE(WaitUntil([&] { return open == 8; }, 20000));
+  EXPECT_FALSE(Open());
+  over = true;
+  for (std::thread& other : others) other.join();
+  EXPECT_TRUE(Open());
 }
 
 TEST_F(Line, EndsEveryWaitAtOnceWhenWoken) {

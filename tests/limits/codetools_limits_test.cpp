@@ -1,11 +1,16 @@
-// The limits of the code tools: lines and cells of a compare, rules and what they may write.
+// The limits of the code tools: lines and cells of a compare, rules and what they may write,
+// questions, completions and colours.
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "app/limits.h"
+#include "codetools/colours.h"
 #include "codetools/compare.h"
+#include "codetools/completion.h"
 #include "codetools/find_rules.h"
+#include "support/workbench.h"
 
 namespace morva {
 namespace {
@@ -109,6 +114,96 @@ TEST(CodeToolLimits, WhatDoAllMayWrite) {
     const OwnedText changed = ReplaceOccurrences(text + rest, u"A", each);
     EXPECT_EQ(changed.units != nullptr, one);
     EXPECT_EQ(changed.length, one ? 33554432u : 0u);
+  }
+}
+
+// Every place stands behind a letter that becomes two. The ninth is left where it was.
+TEST(CodeToolLimits, PlacesThatAChangeKeeps) {
+  static_assert(kMaxFollowedPlaces == 8);
+  for (const int count : {8, 9, 8}) {
+    std::size_t at[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    ReplaceOccurrences(u"AAAAAAAAAA", u"A", u"BB", {at, count});
+    for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(at[i], 2 * (i + 1));
+    EXPECT_EQ(at[8], 9u);
+  }
+}
+
+TEST(CodeToolLimits, RowsOfTheCompletionList) {
+  static_assert(kMaxCompletions == 128);
+  const CompletionRows found = FindCompletions(u"X1. ", 4, false, true);
+  EXPECT_EQ(found.count, 128);
+  EXPECT_EQ(found.rows[127], 127);
+  // The second of the rows behind them, M24, as soon as it is asked for by its letter.
+  EXPECT_EQ(FindCompletions(u"M", 1, false, false).count, 87);
+}
+
+TEST(CodeToolLimits, ColouredUnitsOfALine) {
+  static_assert(kMaxColouredLine == 8190 && kMaxLineRuns == kMaxColouredLine);
+  const std::u16string line(static_cast<std::size_t>(kMaxColouredLine), u'%');
+  std::vector<platform::ColourRun> runs(static_cast<std::size_t>(kMaxLineRuns));
+  bool inComment = false;
+  EXPECT_EQ(ColourLine(line, inComment, runs.data(), kMaxLineRuns), kMaxColouredLine);
+}
+
+class CodeToolsAtWork : public support::Workbench {
+ protected:
+  static int RunsOfLine(int line) {
+    platform::ColourRun runs[8];
+    return platform::LineRuns(kIdEditor, line, runs, 8);
+  }
+  // A program of this many units whose first and last lines hold one word.
+  static void SetProgram(std::size_t units) {
+    std::u16string text = u"G01\r\n";
+    while (text.size() + 100 < units)
+      text += u"-----------------------------------------------\r\n";
+    text += std::u16string(units - text.size() - 5, u'-') + u"\r\nX1.";
+    ASSERT_EQ(text.size(), units);
+    platform::SetEditorText(kIdEditor, text);
+    ColourCodeEditor();
+  }
+};
+
+TEST_F(CodeToolsAtWork, ColouredUnitsOfAProgram) {
+  static_assert(kMaxColouredUnits == 250000);
+  for (const std::size_t units : {250000u, 250001u, 250000u}) {
+    SetProgram(units);
+    const int wanted = units == 250000u ? 1 : 0;
+    EXPECT_EQ(RunsOfLine(0), wanted);
+    EXPECT_EQ(RunsOfLine(platform::EditorLineCount(kIdEditor) - 1), wanted);
+  }
+}
+
+TEST_F(CodeToolsAtWork, ColouredUnitsOfALineOfCodeAndOfWords) {
+  static_assert(kMaxColouredLine == 8190 && kMaxWordsLine == 2046);
+  // A word that begins at unit 8,188 ends in sight, one at 8,190 does not stand there.
+  const std::u16string dashes(8188, u'-');
+  platform::SetEditorText(kIdEditor, dashes + u"X1Y2\r\nZ3");
+  ColourCodeEditor();
+  EXPECT_EQ(RunsOfLine(0), 1);
+  EXPECT_EQ(RunsOfLine(1), 1);
+  headless::Click(kIdCommandWords);
+  platform::ColourRun runs[4];
+  for (const int length : {2045, 2046, 2047, 2100}) {
+    platform::SetEditorText(kIdWordsEditor, std::u16string(static_cast<std::size_t>(length), u'-'));
+    ColourWordsView();
+    ASSERT_EQ(platform::LineRuns(kIdWordsEditor, 0, runs, 4), 1);
+    EXPECT_EQ(runs[0].length, std::min(length, 2046));
+  }
+}
+
+TEST_F(CodeToolsAtWork, QuestionsOfOneChangeAll) {
+  static_assert(kMaxPrompts == 10000);
+  headless::EditorSetAll(kIdEditor, std::u16string(10001, u'A') + u"\r\n");
+  headless::Click(kIdFind);
+  headless::TypeInto(kIdFindText, u"A");
+  for (const int asked : {10000, 9999}) {
+    headless::TakeBoxes();
+    for (int i = 0; i < asked; ++i) headless::QueueAnswer(platform::BoxAnswer::No);
+    headless::Click(kIdPromptEach);
+    // The most cautious answer ends the second round.
+    EXPECT_EQ(headless::TakeBoxes().size(), 10000u);
+    EXPECT_TRUE(
+        OutputHas(u"Change All: 0 replacement(s) accepted from 10000 occurrence(s) reviewed."));
   }
 }
 

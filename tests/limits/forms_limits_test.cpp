@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "app/limits.h"
 #include "forms/picture.h"
+#include "forms/picture_parts.h"
 
 namespace morva {
 namespace {
@@ -93,6 +95,24 @@ TEST(PictureLimits, WordsOfALabelHave31UnitsAndLongerOnesShowThatTheyAreCut) {
   EXPECT_EQ(kept(std::u16string(29, u'w') + u"\U0001F529" + u"ww"),
             std::u16string(29, u'w') + u'\u2026');
   EXPECT_FALSE(picture.full);
+}
+
+// A chord stays within a fifth of a pixel: 2 pi / sqrt(8 * 0.2 / radius) chords, up to the limit.
+TEST(PictureLimits, AnArcHas4096Chords) {
+  static_assert(kMaxArcChords == 4096);
+  const struct {
+    double radius;
+    std::size_t chords;
+  } kCases[] = {{670000, 4066}, {679900, 4096}, {700000, 4096}, {1e8, 4096}};
+  PictureView view;
+  view.scaleX = view.scaleY = 1;
+  for (const auto& each : kCases) {
+    Picture picture;
+    ASSERT_TRUE(AddCircle(picture, {0, 0}, each.radius, Ink::Feature));
+    Chain chain;
+    ChainOf(picture, picture.marks[0], view, chain);
+    EXPECT_EQ(chain.points.size(), each.chords + 1) << each.radius;
+  }
 }
 
 }  // namespace

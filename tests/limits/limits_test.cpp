@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -18,17 +20,24 @@
 #include "app/outlets.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
+#include "documents/autosave.h"
 #include "documents/companions.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "library/motion_text.h"
+#include "platform/clock.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/layout.h"
 #include "shell/layout_rects.h"
 #include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
 #include "support/workbench.h"
+#include "text/code_writer.h"
 
 namespace morva {
 namespace {
@@ -239,6 +248,55 @@ TEST_F(Limits, PointsOfThePath) {
   EXPECT_FALSE(ViewShows(u"path shown to line"));
 }
 
+// The longest read-out has five parts, so that the narrowest view shows them all.
+TEST_F(Limits, LinesOfAReadOut) {
+  static_assert(kMaxReadOutLines == 12);
+  headless::EditorSetAll(kIdEditor, u"G0 X12.5 Y3.25 Z1.5\r\n");
+  headless::Click(kIdPath);
+  switches.showExtents = true;
+  measure.a = 0;
+  measure.b = path.count - 1;
+  pathFullAtLine = 32766;
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 24, 100 + 255});
+  for (const char16_t* part :
+       {u"PATH EXTENTS (in)", u"X 12.5000", u"Y 3.2500", u"Z 1.5000", u"MEASURE", u"dX 12.5000",
+        u"dY 3.2500", u"dZ 1.5000", u"distance", u"XY grid Z0", u"path shown to line"}) {
+    EXPECT_TRUE(ViewShows(part)) << platform::ToUtf8(part);
+  }
+}
+
+// The finest grid is a twelfth of the larger span, halved six times: never full.
+TEST_F(Limits, LinesOfTheGrid) {
+  static_assert(kMaxGridLines == 4096);
+  for (const char16_t* move : {u"G0 X2.4 Y2.4", u"G0 X2.41", u"G0 X6", u"G0 Y0.6 X0.1"}) {
+    headless::EditorSetAll(kIdEditor, move);
+    headless::Click(kIdPath);
+    view.gridScale = -6;
+    const double span = path.points[1].x > path.points[1].y ? path.points[1].x : path.points[1].y;
+    EXPECT_GE(GridSpacing() * 12 * 64, span * 0.999);
+    EXPECT_LT(span / GridSpacing() + 3, kMaxGridLines / 4);
+  }
+}
+
+TEST_F(Limits, HomesOfAProgramNeverSaved) {
+  static_assert(kMaxProgramHomes == 1000);
+  const std::filesystem::path projects = home_ / "Documents/MORVA/Projects";
+  const std::uint64_t now = platform::TickMilliseconds();
+  for (std::uint64_t tick = now; tick < now + 1000; ++tick) {
+    const auto folder = projects / ("Untitled-1.NC-" + std::to_string(tick));
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder / "Untitled-1.NC") << "G0";
+  }
+  app.editorDirty = true;
+  RunAutosave();
+  EXPECT_EQ(Status(), u"Autosave failed: project directory unavailable.");
+  EXPECT_EQ(app.activePath[0], 0);
+  const auto last = projects / ("Untitled-1.NC-" + std::to_string(now + 999));
+  std::filesystem::remove(last / "Untitled-1.NC");
+  RunAutosave();
+  EXPECT_EQ(platform::ToUtf8(app.activePath), (last / "Untitled-1.NC").string());
+}
+
 TEST_F(Limits, GhostPointsOfExcludedCode) {
   AddDisabledCode(ActiveTab()->disabledCode, Moves(20000));
   AddDisabledCode(ActiveTab()->disabledCode, Moves(20000));
@@ -393,6 +451,18 @@ TEST_F(Limits, NamesOfFeatures) {
 }
 
 // The suffixes count: with ".features" a path of 491 units is the longest that can be saved.
+TEST_F(Limits, ALineOfMotion) {
+  static_assert(kMotionLineUnits == 220);
+  for (const std::size_t length : {218u, 219u, 220u, 400u}) {
+    const std::u16string word(length, u'G');
+    CodeWriter out;
+    out.most = 1000;
+    EmitMotion(out, word, 1, 2, 0, false);
+    EXPECT_EQ(out.text.size(), 219u);
+    EXPECT_EQ(out.text.substr(0, 218), std::u16string(218, u'G'));
+  }
+}
+
 TEST_F(Limits, PathsThatCanBeSaved) {
   static_assert(kSavePathUnits == 500 && kCompanionPathUnits == 600);
   static_assert(kSavePathUnits + 9 < kCompanionPathUnits && kPathUnits < kCompanionPathUnits);

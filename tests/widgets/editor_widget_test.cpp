@@ -10,6 +10,7 @@
 #include <QTextLayout>
 #include <random>
 
+#include "platform/limits.h"
 #include "widgets/stand.h"
 
 namespace {
@@ -103,6 +104,18 @@ TEST(EditorWidget, MirrorEqualsTheDocumentThroughRandomEdits) {
     ASSERT_EQ(Text(), FromDocument(edit)) << "after edit " << i;
   }
   EXPECT_EQ(Text(), FromDocument(edit));
+}
+
+// Changes at places apart, without a read between them: the last ones are kept as one.
+TEST(EditorWidget, MirrorCatchesUpWithMoreChangesThanItKeepsApart) {
+  static_assert(platform::kMaxStretches == 16);
+  std::u16string program;
+  for (int i = 0; i < 40; ++i) program += u"G0 X0\r\n";
+  for (const int changes : {15, 16, 17, 18, 40}) {
+    const QPlainTextEdit* edit = Open(program);
+    for (int i = 0; i < changes; ++i) ReplaceRange(kId, {i * 7, i * 7 + 1}, u"N");
+    EXPECT_EQ(Text(), FromDocument(edit)) << changes;
+  }
 }
 
 TEST(EditorWidget, PositionsCountALineEndAsOne) {

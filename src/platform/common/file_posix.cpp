@@ -12,12 +12,12 @@
 
 #include "platform/common/faults.h"
 #include "platform/file.h"
+#include "platform/limits.h"
 
 namespace platform {
 namespace {
 
 // As many links as the kernel itself would follow.
-constexpr int kMostLinks = 40;
 constexpr mode_t kAccessBits = 0777;
 
 // A path with a NUL in it would silently name another file.
@@ -171,7 +171,7 @@ std::u16string LinkTarget(std::u16string_view path) {
   std::string native;
   if (!NativePath(path, native)) return std::u16string(path);
   bool followed = false;
-  for (int links = 0; links < kMostLinks; ++links) {
+  for (int links = 0; links < kMaxLinks; ++links) {
     std::string found(4096, '\0');
     const ssize_t length = readlink(native.c_str(), found.data(), found.size());
     if (length <= 0) {

@@ -12,11 +12,11 @@
 
 #include "platform/atomic_file.h"
 #include "platform/file.h"
+#include "platform/limits.h"
 
 namespace platform {
 namespace {
 
-constexpr std::size_t kMostProfileBytes = 33554432;
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
 char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
@@ -205,7 +205,7 @@ bool FindChanged(std::string_view section, std::string_view key, std::string_vie
 bool LoadProfile(std::string& bytes) {
   const std::u16string path = ProfilePath();
   if (path.empty()) return false;
-  return ReadBytes(path, kMostProfileBytes, bytes) == ReadAnswer::Read || !FileExists(path);
+  return ReadBytes(path, kMaxProfileBytes, bytes) == ReadAnswer::Read || !FileExists(path);
 }
 
 }  // namespace

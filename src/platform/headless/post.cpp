@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "platform/headless/headless_internal.h"
+#include "platform/limits.h"
 
 namespace headless {
 namespace {
@@ -36,9 +37,8 @@ bool TakeMessage(Message& message) {
 
 void DrainPosts() {
   // A handler that posts to itself for ever must not stop the run.
-  constexpr int kMostAtOnce = 1000000;
   Message message;
-  for (int i = 0; i < kMostAtOnce && TakeMessage(message); ++i) {
+  for (int i = 0; i < platform::kMaxPostsAtOnce && TakeMessage(message); ++i) {
     const platform::Events& events = platform::Listener();
     if (events.posted) events.posted(message.number, message.first, message.second);
   }

@@ -18,6 +18,7 @@
 #include <cerrno>
 #include <mutex>
 
+#include "platform/limits.h"
 #include "platform/posix/serial_line.h"
 #include "platform/posix/serial_names.h"
 #include "platform/posix/serial_pace.h"
@@ -37,7 +38,6 @@ constexpr std::int64_t kReadTotal = 100 * kMillisecond;
 constexpr std::int64_t kRetry = kMillisecond;  // a full driver that says it is ready
 // A pseudo-terminal does not always tell that its far end made room.
 constexpr std::int64_t kLookAgain = 10 * kMillisecond;
-constexpr int kMaxLines = 8;  // open at the same time, for WakeSerial
 
 struct Line {
   int fd = -1;
@@ -57,7 +57,7 @@ struct Line {
 thread_local Line line;
 
 std::mutex wakeGate;
-int wakes[kMaxLines] = {-1, -1, -1, -1, -1, -1, -1, -1};
+int wakes[kMaxOpenLines] = {-1, -1, -1, -1, -1, -1, -1, -1};
 
 std::int64_t Now() {
   timespec now = {};

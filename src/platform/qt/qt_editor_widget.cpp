@@ -14,6 +14,7 @@
 #include <unordered_map>
 
 #include "platform/control.h"
+#include "platform/limits.h"
 #include "platform/qt/qt_editor.h"
 
 namespace platform {
@@ -197,7 +198,6 @@ void EditorWidget::DocumentChanged(int from, int removed, int added) {
 
 // Takes every stretch that the change touches into one; those behind it move along.
 void EditorWidget::NoteStretch(int from, int removed, int added) {
-  constexpr std::size_t kMost = 16;
   Stretch whole{from, from + removed, 0};
   int held = 0;
   int mirrored = 0;
@@ -222,7 +222,7 @@ void EditorWidget::NoteStretch(int from, int removed, int added) {
   whole.to += added - removed;
   kept.insert(kept.begin() + static_cast<std::ptrdiff_t>(place), whole);
   stale_ = std::move(kept);
-  if (stale_.size() <= kMost) return;
+  if (stale_.size() <= kMaxStretches) return;
   // Edits without a read in between, all over the text: one stretch around the last two.
   const Stretch last = stale_.back();
   stale_.pop_back();

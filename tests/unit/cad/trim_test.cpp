@@ -249,18 +249,6 @@ TEST_F(Trim, TrimsALineInAFullSketchOnlyWhereNoPieceIsAdded) {
   ExpectLine(95, 3, 0, 4, 0);
 }
 
-TEST_F(Trim, LooksAtNoMoreThan194PlacesOnALine) {
-  // Squares on a corner, each with two corners on the line, where two edges meet: four places a
-  // square. With the two ends the list is full after 48 of them.
-  Add(kTypeLine, 0, 0, 10);
-  const double side = 0.02 * std::sqrt(2.0);
-  for (int i = 1; i <= 95; ++i) Add(kTypeRectangle, 0.1 * i, 0, side, side, 45);
-  ASSERT_EQ(sketch.objectCount, 96);
-  ASSERT_TRUE(TrimObject(0, 9.9, 0));
-  EXPECT_EQ(sketch.objectCount, 96);
-  ExpectLine(0, 0, 0, 4.82, 0);  // the right corner of the 48th square
-}
-
 // A circle of diameter 2 about 0, 0 and the line y = 0.6 meet at 36.8699 and 143.1301 degrees.
 TEST_F(Trim, RebuildsTheRestOfACircleAsLinesOfAboutTenDegrees) {
   Add(kTypeCircle, 0, 0, 2);

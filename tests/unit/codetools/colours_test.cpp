@@ -88,13 +88,6 @@ TEST(ColourLine, StopsAtItsCapacity) {
   EXPECT_EQ(ColourLine(u"X1Y2Z3", inComment, runs, 2), 2);
 }
 
-TEST(ColourLine, HasRoomForEveryRunOfTheLongestLine) {
-  const std::u16string line(static_cast<std::size_t>(kMaxColouredLine), u'%');
-  std::vector<platform::ColourRun> runs(static_cast<std::size_t>(kMaxLineRuns));
-  bool inComment = false;
-  EXPECT_EQ(ColourLine(line, inComment, runs.data(), kMaxLineRuns), kMaxColouredLine);
-}
-
 TEST(ColourWordsLine, ColoursALineByWhatItSaysAndItsAxesApart) {
   EXPECT_EQ(Words(u"Rapid Motion Positioning X1."),
             (Wanted{{0, 25, 0x64B2FF, false}, {25, 3, 0xFFA448, true}}));

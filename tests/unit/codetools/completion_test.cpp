@@ -59,14 +59,6 @@ TEST(Completion, TheWholeTokenIsReplaced) {
   EXPECT_EQ(found.end, 6);
 }
 
-TEST(Completion, ARequestOnNothingListsTheFirst128Rows) {
-  const CompletionRows found = AtEnd(u"X1. ", false, true);
-  EXPECT_EQ(found.count, 128);
-  EXPECT_EQ(found.rows[127], 127);
-  EXPECT_EQ(found.start, 4);
-  EXPECT_EQ(found.end, 4);
-}
-
 TEST(Completion, ARequestKeepsAFullCodeOpen) { EXPECT_EQ(AtEnd(u"G01", false, true).count, 1); }
 
 TEST(Completion, ARequestFiltersByTheToken) { EXPECT_EQ(AtEnd(u"X1", false, true).count, 0); }

@@ -12,8 +12,8 @@ namespace morva {
 namespace {
 
 std::vector<std::int32_t> Items(int category, std::u16string_view search = u"") {
-  std::vector<std::int32_t> items(kMostCodeItems);
-  const int count = CodeListItems(category, search, items.data(), kMostCodeItems);
+  std::vector<std::int32_t> items(kCodeItems);
+  const int count = CodeListItems(category, search, items.data(), kCodeItems);
   items.resize(static_cast<std::size_t>(count));
   return items;
 }

@@ -11,6 +11,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/common/faults.h"
+#include "platform/limits.h"
 #include "support/stage.h"
 
 namespace {
@@ -121,6 +122,18 @@ TEST_F(Files, GivesNothingForLinksInACircle) {
   fs::create_symlink("b", folder / "a");
   fs::create_symlink("a", folder / "b");
   EXPECT_EQ(platform::LinkTarget(Path("a")), u"");
+}
+
+TEST_F(Files, FollowsAsManyLinksAsTheLimitIncludingTheLook) {
+  // The last of the 40 looks finds that the file itself is no link.
+  static_assert(platform::kMaxLinks == 40);
+  WriteRaw(folder / "0", "x");
+  for (int i = 1; i <= 41; ++i) {
+    fs::create_symlink(std::to_string(i - 1), folder / std::to_string(i));
+  }
+  EXPECT_EQ(platform::LinkTarget(Path("39")), Path("0"));
+  EXPECT_EQ(platform::LinkTarget(Path("40")), u"");
+  EXPECT_EQ(platform::LinkTarget(Path("38")), Path("0"));
 }
 
 TEST_F(AtomicFile, WritesNothingThroughALinkToANameThatIsNoUtf8) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/common/faults.h"
+#include "platform/limits.h"
 #include "support/stage.h"
 
 namespace {
@@ -177,6 +178,22 @@ TEST_F(ProfileFile, IsNotReplacedWhenItCannotBeRead) {
   EXPECT_FALSE(platform::EndProfileChange());
   platform::fileFault = nullptr;
   EXPECT_EQ(ReadRaw(File()), "[DNC]\r\nPort=COM1\r\n[Tool0]\r\nName=x\r\n");
+}
+
+TEST_F(ProfileFile, IsNotReplacedWhenItIsTooLong) {
+  static_assert(platform::kMaxProfileBytes == 33554432);
+  std::string bytes = "[DNC]\r\nPort=COM1\r\n";
+  bytes.resize(platform::kMaxProfileBytes + 1, '\n');
+  WriteRaw(File(), bytes);
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_FALSE(platform::EndProfileChange());
+  EXPECT_EQ(support::fs::file_size(File()), platform::kMaxProfileBytes + 1);
+  support::fs::resize_file(File(), platform::kMaxProfileBytes);
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"DNC", u"Port", u"COM2");
+  EXPECT_TRUE(platform::EndProfileChange());
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u""), u"COM2");
 }
 
 TEST_F(ProfileFile, IsNotWrittenWhenNothingChanges) {

@@ -2,6 +2,7 @@
 
 #include "machine_for_test.h"
 #include "platform/clock.h"
+#include "platform/limits.h"
 #include "platform/post.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
@@ -51,6 +52,21 @@ TEST_F(Time, PostsWaitForTheirTurnAndKeepTheirOrder) {
   headless::DrainPosts();
   EXPECT_EQ(heard, (Lines{"post 7 1", "post 8 2"}));
   EXPECT_EQ(platform::TickMilliseconds(), 0u);
+}
+
+void PostAgain(std::uint32_t message, std::uint64_t first, std::uint64_t) {
+  platform::PostToMain(message, first + 1, 0);
+  heard.assign(1, std::to_string(first));
+}
+
+TEST_F(Time, ADrainEndsThoughAHandlerPostsForEver) {
+  static_assert(platform::kMaxPostsAtOnce == 1000000);
+  static platform::Events endless;
+  endless.posted = PostAgain;
+  platform::ListenTo(&endless);
+  platform::PostToMain(7, 1, 0);
+  headless::DrainPosts();
+  EXPECT_EQ(heard, Lines{"1000000"});
 }
 
 void SleepTwice() {

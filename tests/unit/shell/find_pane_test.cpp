@@ -378,47 +378,5 @@ TEST_F(HoverHelp, TellsOfTheTokenUnderThePointerOnce) {
   EXPECT_EQ(Status().substr(0, 24), u"Feed-limited linear move");
 }
 
-class Colours : public support::Workbench {
- protected:
-  static int RunsOfLine(int line) {
-    platform::ColourRun runs[8];
-    return platform::LineRuns(kIdEditor, line, runs, 8);
-  }
-  // A program of this many units whose first and last lines hold one word.
-  static void SetProgram(std::size_t units) {
-    std::u16string text = u"G01\r\n";
-    while (text.size() + 100 < units)
-      text += u"-----------------------------------------------\r\n";
-    text += std::u16string(units - text.size() - 5, u'-') + u"\r\nX1.";
-    ASSERT_EQ(text.size(), units);
-    platform::SetEditorText(kIdEditor, text);
-    ColourCodeEditor();
-  }
-};
-
-TEST_F(Colours, AreOnAProgramOf250000UnitsAndNotOnOneMore) {
-  SetProgram(250000);
-  EXPECT_EQ(RunsOfLine(0), 1);
-  EXPECT_EQ(RunsOfLine(platform::EditorLineCount(kIdEditor) - 1), 1);
-  SetProgram(250001);
-  EXPECT_EQ(RunsOfLine(0), 0);
-  EXPECT_EQ(RunsOfLine(platform::EditorLineCount(kIdEditor) - 1), 0);
-}
-
-TEST_F(Colours, LookAtNoMoreOfALineThanTold) {
-  // A word that begins at unit 8,188 ends in sight, one at 8,190 does not stand there.
-  const std::u16string dashes(8188, u'-');
-  platform::SetEditorText(kIdEditor, dashes + u"X1Y2\r\nZ3");
-  ColourCodeEditor();
-  EXPECT_EQ(RunsOfLine(0), 1);
-  EXPECT_EQ(RunsOfLine(1), 1);
-  headless::Click(kIdCommandWords);
-  platform::ColourRun runs[4];
-  platform::SetEditorText(kIdWordsEditor, std::u16string(2100, u'-'));
-  ColourWordsView();
-  ASSERT_EQ(platform::LineRuns(kIdWordsEditor, 0, runs, 4), 1);
-  EXPECT_EQ(runs[0].length, 2046);
-}
-
 }  // namespace
 }  // namespace morva
