@@ -174,6 +174,21 @@ bool FormKey(int id, const platform::KeyEvent& key) {
   return false;
 }
 
+void FormNotified(int id, int notification) {
+  if (notification != platform::kNotifyEditChange && notification != platform::kNotifyComboSelect &&
+      notification != platform::kNotifyListSelect) {
+    return;
+  }
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return;
+  const Form& form = *entry->form;
+  for (const FormRow& r : form.rows) {
+    if (r.kind == RowKind::View) platform::Repaint(r.id);
+  }
+  if (form.changed) form.changed(id);
+}
+
 void FormFocusChanged(int id, bool gained) {
   const FormEntry* entry = nullptr;
   int row = 0;

@@ -95,6 +95,7 @@ struct Form {
   int parent = platform::kMainWindow;
   std::span<const FormRow> rows = {};  // in the order of the screen, which Tab follows
   bool (*metric)() = nullptr;          // whose unit the fields are in; null: no unit
+  void (*changed)(int id) = nullptr;   // the user changed what a control says
   int escape = 0;                      // command of Escape on any control; 0: none
   int firstLabel = 0;                  // ids of labels from here on; 0: from the common range
 };
@@ -155,6 +156,8 @@ void ConvertForms(bool (*metric)(), double factor);
 void PaintForms(platform::Canvas& canvas, int parent);
 // Enter, Escape, Page Up and Page Down on a control of a form. True: used.
 bool FormKey(int id, const platform::KeyEvent& key);
+// The user changed what a control says: the form's views are painted anew, its room is told.
+void FormNotified(int id, int notification);
 // The command of Enter in this field, 0 for none.
 int FieldCommand(int id);
 // Keeps the control that got the keyboard in sight and its frame up to date.

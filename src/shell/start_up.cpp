@@ -59,6 +59,7 @@ constexpr int kHoverMs = 150;
 void OnCommand(int id, int notification) {
   if (notification == platform::kNotifyClick) HoverPressed(id);
   RouteCommand(id, notification);
+  FormNotified(id, notification);
   SettleSurface();
   RefreshKeyStates();
   WriteProgramInformation();
