@@ -21,30 +21,31 @@
 
 namespace morva {
 
-MotionPath path;
-MotionPath ghostPath;
-std::uint32_t pathGeneration = 0;
-std::int32_t pathFullAtLine = -1;
+namespace {
+MotionPoint programPoints[kMaxMotionPoints];
+MotionPoint ghostPoints[kMaxMotionPoints];
+}  // namespace
+
+MotionPath path{programPoints};
+MotionPath ghostPath{ghostPoints};
 MotionRun motionRun;
 
 namespace {
 
 constexpr std::u16string_view kDisabledMarker = u"(MORVA DISABLED ";
 
-// One run into the main table, from the start state: at the origin, absolute, rapid, tool 0.
-void RunExtraction(std::u16string_view text, bool metric, bool ghost) {
-  ++pathGeneration;
-  path.count = 0;
-  pathFullAtLine = -1;
+// One run behind the points that stand in the table already, from the start state: at the
+// origin, absolute, rapid, tool 0. With `arrives` no line leads into its first point.
+void Run(MotionPath& out, std::u16string_view text, const ExtractOptions& options, bool arrives) {
+  ++out.generation;
   motionRun = MotionRun{};
-  motionRun.ghost = ghost;
-  if (!ghost) {
-    IndexFeatureLines(text);
-    motionRun.filtered = StartLineFilter();
-  }
+  motionRun.out = &out;
+  motionRun.first = out.count;
+  motionRun.filtered = options.filtered && StartLineFilter();
+  motionRun.jump = arrives;
   AddMotionPoint(0.0, 0.0, 0.0, true, 0);
-  ScanMotion(text, metric);
-  ResetPlayback();
+  ScanMotion(text, options.metric);
+  motionRun = MotionRun{};
 }
 
 // The stored code behind a feature's DISABLED line, null for none.
@@ -60,18 +61,8 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
                           ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
 }
 
-// Appends the main table to the ghosts. Each block stands alone: no line leads into it.
-void KeepGhost() {
-  const std::int32_t room = kMaxMotionPoints - ghostPath.count;
-  const std::int32_t taken = std::min(path.count, room);
-  MotionPoint* const first = ghostPath.points + ghostPath.count;
-  std::copy_n(path.points, taken, first);
-  if (taken > 0) first->jump = true;
-  ghostPath.count += taken;
-}
-
 void RebuildGhosts(std::u16string_view text) {
-  ghostPath.count = 0;
+  EmptyPath(ghostPath);
   const ProgramTab* tab = ActiveTab();
   if (!tab || !tab->disabledCode) return;
   for (std::int32_t i = 0; i < features.count; ++i) {
@@ -79,8 +70,8 @@ void RebuildGhosts(std::u16string_view text) {
     if (IdListHolds(tab->hiddenIds, row.id)) continue;
     const DisabledCodeEntry* stored = StoredCode(*tab, row, text);
     if (!stored) continue;
-    RunExtraction(stored->text, UnitsMetric(), true);
-    KeepGhost();
+    // Each block stands alone.
+    Run(ghostPath, stored->text, {.metric = UnitsMetric()}, true);
   }
 }
 
@@ -91,19 +82,20 @@ void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourc
     motionRun.jump = true;
     return;
   }
-  if (path.count >= kMaxMotionPoints) {
-    if (pathFullAtLine < 0) pathFullAtLine = sourceLine;
+  MotionPath& out = *motionRun.out;
+  if (out.count >= kMaxMotionPoints) {
+    if (out.fullAtLine < 0) out.fullAtLine = sourceLine;
     return;
   }
-  if (path.count > 0) {
+  if (out.count > motionRun.first) {
     constexpr double kSame = 1e-6;
-    const MotionPoint& last = path.points[path.count - 1];
+    const MotionPoint& last = out.points[out.count - 1];
     if (std::fabs(x - last.x) <= kSame && std::fabs(y - last.y) <= kSame &&
         std::fabs(z - last.z) <= kSame) {
       return;
     }
   }
-  MotionPoint& point = path.points[path.count++];
+  MotionPoint& point = out.points[out.count++];
   point.x = x;
   point.y = y;
   point.z = z;
@@ -114,7 +106,23 @@ void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourc
   motionRun.jump = false;
 }
 
-void ExtractToolpath(std::u16string_view text, bool metric) { RunExtraction(text, metric, false); }
+void EmptyPath(MotionPath& out) {
+  ++out.generation;
+  out.count = 0;
+  out.fullAtLine = -1;
+}
+
+void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions& options) {
+  out.count = 0;
+  out.fullAtLine = -1;
+  Run(out, text, options, false);
+}
+
+void ExtractToolpath(std::u16string_view text, bool metric) {
+  IndexFeatureLines(text);
+  ExtractInto(path, text, {.metric = metric, .filtered = true});
+  ResetPlayback();
+}
 
 void RebuildToolpath() {
   HaltPlayback();
@@ -131,24 +139,17 @@ void RebuildToolpath() {
   platform::Repaint(kViewToolpath);
 }
 
-const PathBounds& Bounds() {
-  static PathBounds bounds;
-  static std::uint32_t generation = 0;
-  static std::int32_t mainCount = -1;
-  static std::int32_t ghostCount = -1;
-  if (generation == pathGeneration && mainCount == path.count && ghostCount == ghostPath.count) {
-    return bounds;
-  }
-  generation = pathGeneration;
-  mainCount = path.count;
-  ghostCount = ghostPath.count;
+const PathBounds& BoundsOf(MotionPath& of) {
+  PathBounds& bounds = of.bounds;
+  if (of.boundsGeneration == of.generation && of.boundsCount == of.count) return bounds;
+  of.boundsGeneration = of.generation;
+  of.boundsCount = of.count;
   bounds = PathBounds{};
-  const MotionPath& table = path.count > 0 ? path : ghostPath;
-  if (table.count == 0) return bounds;
-  const MotionPoint& first = table.points[0];
+  if (of.count == 0) return bounds;
+  const MotionPoint& first = of.points[0];
   bounds = {first.x, first.x, first.y, first.y, first.z, first.z};
-  for (std::int32_t i = 1; i < table.count; ++i) {
-    const MotionPoint& p = table.points[i];
+  for (std::int32_t i = 1; i < of.count; ++i) {
+    const MotionPoint& p = of.points[i];
     bounds.minX = std::min(bounds.minX, p.x);
     bounds.maxX = std::max(bounds.maxX, p.x);
     bounds.minY = std::min(bounds.minY, p.y);
@@ -159,15 +160,15 @@ const PathBounds& Bounds() {
   return bounds;
 }
 
+const PathBounds& Bounds() { return BoundsOf(path.count > 0 ? path : ghostPath); }
+
 void ResetSimulator() {
-  path.count = 0;
-  ghostPath.count = 0;
+  // Generations go on counting, so that nothing derived from older points can be taken for
+  // current.
+  EmptyPath(path);
+  EmptyPath(ghostPath);
   featureLines.count = 0;
   stockEnvelope = StockEnvelope{};
-  // The generation goes on counting, so that nothing derived from older points can be taken
-  // for current.
-  ++pathGeneration;
-  pathFullAtLine = -1;
   motionRun = MotionRun{};
   ResetPlayback();
   playback = Playback{};

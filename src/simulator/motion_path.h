@@ -22,9 +22,22 @@ struct MotionPoint {
   std::int32_t tool = 0;        // number in force, 0 before the first T word
 };
 
+struct PathBounds {
+  double minX = 0, maxX = 0, minY = 0, maxY = 0, minZ = 0, maxZ = 0;
+};
+
+// One path. Its table of points stands apart and belongs to it alone, so a record is never
+// copied.
 struct MotionPath {
-  std::int32_t count = 0;
-  MotionPoint points[kMaxMotionPoints];
+  MotionPoint* const points;     // room for kMaxMotionPoints, 40 bytes each
+  std::int32_t count = 0;        // points in the table
+  std::int32_t fullAtLine = -1;  // 0-based line that found the table full, -1 when all fitted
+  std::uint32_t generation = 0;  // grows by one at every run into the table
+
+  // What BoundsOf has found, and the points that it is good for.
+  PathBounds bounds = {};
+  std::uint32_t boundsGeneration = 0;
+  std::int32_t boundsCount = -1;
 };
 
 struct FeatureLines {
@@ -47,26 +60,43 @@ struct StockEnvelope {
   double thickness = 0;
 };
 
-extern MotionPath path;       // the main path
-extern MotionPath ghostPath;  // code of excluded blocks
+extern MotionPath path;       // of the program
+extern MotionPath ghostPath;  // code of the program's excluded blocks
 extern FeatureLineIndex featureLines;
-extern StockEnvelope stockEnvelope;
-extern std::uint32_t pathGeneration;  // grows by one at every extraction
-// The 0-based line of the first point that found the table full, -1 when all fitted.
-extern std::int32_t pathFullAtLine;
+extern StockEnvelope stockEnvelope;  // of the program
 
-// Reads the active editor and refreshes both tables and the envelope.
-void RebuildToolpath();
-// Fills the main table from `text` (the first NUL ends it) and sets the play head to its end.
-// The feature line index is made from the feature table, which must describe `text`.
+// Those of the program's path.
+inline std::uint32_t& pathGeneration = path.generation;
+inline std::int32_t& pathFullAtLine = path.fullAtLine;
+
+struct ExtractOptions {
+  // Points are in millimetres, else in inches. A program that names no unit is in that one.
+  bool metric = false;
+  // Leaves out what the active tab isolates away or hides. The feature line index must describe
+  // the text.
+  bool filtered = false;
+};
+
+// Leaves no point in a path.
+void EmptyPath(MotionPath& out);
+
+// Fills a path from `text` (the first NUL ends it); the points that it had are gone. Nothing else
+// changes: no play head, no picks, no other path.
+void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions& options);
+
+// Fills the program's path, puts the play head to its end and clears the picks. The feature table
+// must describe `text`.
 void ExtractToolpath(std::u16string_view text, bool metric);
-// The one place where points enter a table.
+
+// Reads the active editor and refreshes the program's path, its ghosts and its envelope.
+void RebuildToolpath();
+
+// The one place where points enter a table: that of the run under way, else the program's.
 void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourceLine);
 
-struct PathBounds {
-  double minX = 0, maxX = 0, minY = 0, maxY = 0, minZ = 0, maxZ = 0;
-};
-// Over the main path; over the ghost path where that is empty; zeros where both are. Cached.
+// Over all points of a path, zeros where it has none. Cached in the record.
+const PathBounds& BoundsOf(MotionPath& of);
+// Over the program's path; where that is empty, over its ghosts.
 const PathBounds& Bounds();
 
 // First row of the index that holds the line, -1 for none.

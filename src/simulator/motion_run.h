@@ -6,13 +6,16 @@
 #include <cstdint>
 #include <string_view>
 
+#include "simulator/motion_path.h"
+
 namespace morva {
 
 struct MotionRun {
-  bool ghost = false;     // stored code of an excluded block: no feature filter
-  bool filtered = false;  // the active tab isolates or hides something
-  bool jump = false;      // the next point stored is an arrival, not a path
-  std::int32_t tool = 0;  // in force, 0 before the first T word
+  MotionPath* out = &path;
+  std::int32_t first = 0;  // points of earlier runs that stand before this one's
+  bool filtered = false;   // the active tab isolates or hides something
+  bool jump = false;       // the next point stored is an arrival, not a path
+  std::int32_t tool = 0;   // in force, 0 before the first T word
 };
 extern MotionRun motionRun;
 

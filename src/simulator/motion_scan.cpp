@@ -225,7 +225,7 @@ inline std::int32_t ToolNumber(double value) {
 }
 
 // Once a point has found the table full nothing can enter it any more.
-inline bool TableClosed() { return pathFullAtLine >= 0; }
+inline bool TableClosed() { return motionRun.out->fullAtLine >= 0; }
 
 void AddArrival(double x, double y, double z, std::int32_t line) {
   motionRun.jump = true;
