@@ -10,6 +10,7 @@
 #include "platform/window.h"
 #include "shell/icons.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 
 namespace morva {
@@ -190,7 +191,7 @@ bool KeyIsOn(int id) {
       return IsIndexKeyOn(id);
     case kIdPlay:
     case kIdPlayToggle:
-      return playback.playing;
+      return ShownPath().play.playing;
     case kIdPan:
     case kIdViewPan:
       return switches.panMode;
@@ -239,8 +240,9 @@ void RefreshKeyStates() {
     platform::SetToolTip(kKeys[i].id, kKeys[i].tip + std::u16string(on ? u"  (on)" : u""));
     platform::Repaint(kKeys[i].id);
   }
-  if (shownSpeed == playback.speedIndex) return;
-  shownSpeed = playback.speedIndex;
+  const int speed = ShownPath().play.speedIndex;
+  if (shownSpeed == speed) return;
+  shownSpeed = speed;
   platform::SetToolTip(kIdSpeedSlider, std::u16string(u"Simulation speed: ") +
                                            SpeedWord(shownSpeed) +
                                            u". Drag left to slow down, right to speed up.");

@@ -13,7 +13,7 @@
 #include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/theme.h"
-#include "simulator/playback.h"
+#include "simulator/shown_path.h"
 
 namespace morva {
 
@@ -104,7 +104,8 @@ std::u16string FittedTabCaption(const std::u16string& text, FontRole font, int r
 }
 
 int FaceOf(const KeySpec& key) {
-  return key.id == kIdPlayToggle && playback.playing ? static_cast<int>(kIconPause) : key.icon;
+  return key.id == kIdPlayToggle && ShownPath().play.playing ? static_cast<int>(kIconPause)
+                                                             : key.icon;
 }
 
 void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {

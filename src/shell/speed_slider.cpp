@@ -7,6 +7,7 @@
 #include "platform/window.h"
 #include "shell/theme.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 
 namespace morva {
 
@@ -19,10 +20,12 @@ namespace {
 constexpr int kTrackLeft = 8;
 constexpr int kHalf = kSliderTrack / 2;
 
+int ShownSpeed() { return ShownPath().play.speedIndex; }
+
 // A press tells the speed even where it is the one that holds already; a drag only changes.
 void Choose(int index, bool tell = false) {
   const int wanted = std::clamp(index, 0, kSpeedCount - 1);
-  if (tell || wanted != playback.speedIndex) SetPlaySpeed(wanted);
+  if (tell || wanted != ShownSpeed()) SetPlaySpeed(wanted);
   platform::Repaint(kIdSpeedSlider);
 }
 
@@ -49,16 +52,15 @@ void PaintSpeedSlider(Canvas& canvas) {
              i == 3 ? kDimText : kPanelLine);
   }
   FillArea(canvas, Rect{kTrackLeft, middle - 2, right, middle + 2}, kPanelLine);
-  const int thumb = kTrackLeft + ThumbPlace(playback.speedIndex);
+  const int thumb = kTrackLeft + ThumbPlace(ShownSpeed());
   FillArea(canvas, Rect{kTrackLeft, middle - 2, thumb, middle + 2}, kAccent);
   const Rect knob{thumb - 5, middle - 9, thumb + 6, middle + 9};
   DrawPanel(canvas, knob, true, kPanelPlain);
   platform::Pen edge;
   edge.colour = kBrightAccent;
   FrameArea(canvas, knob, edge);
-  PaintText(canvas, Rect{right + 11, area.top, area.right, area.bottom},
-            SpeedWord(playback.speedIndex), FontRole::Small, kMainText,
-            platform::kAlignLeft | platform::kAlignMiddle);
+  PaintText(canvas, Rect{right + 11, area.top, area.right, area.bottom}, SpeedWord(ShownSpeed()),
+            FontRole::Small, kMainText, platform::kAlignLeft | platform::kAlignMiddle);
   if (platform::FocusedId() == kIdSpeedSlider) {
     edge.width = 1;
     FrameArea(canvas, area, edge);
@@ -70,7 +72,7 @@ bool SpeedSliderPointer(const platform::PointerEvent& event) {
   const bool press =
       event.action == PointerAction::Press && event.button == platform::PointerButton::Left;
   if (event.action == PointerAction::Wheel) {
-    Choose(playback.speedIndex + event.wheel);
+    Choose(ShownSpeed() + event.wheel);
     return true;
   }
   if (!press && !(event.action == PointerAction::Move && event.leftDown)) return false;
@@ -82,11 +84,11 @@ bool SpeedSliderKey(const platform::KeyEvent& key) {
   switch (key.key) {
     case platform::kKeyLeft:
     case platform::kKeyDown:
-      Choose(playback.speedIndex - 1);
+      Choose(ShownSpeed() - 1);
       return true;
     case platform::kKeyRight:
     case platform::kKeyUp:
-      Choose(playback.speedIndex + 1);
+      Choose(ShownSpeed() + 1);
       return true;
     case platform::kKeyHome:
       Choose(0);

@@ -16,6 +16,7 @@
 #include "simulator/feature_lines.h"
 #include "simulator/motion_run.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/stock_envelope.h"
 #include "text/codetext.h"
 
@@ -118,17 +119,24 @@ void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions
   Run(out, text, options, false);
 }
 
+void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric) {
+  const bool filtered = owner == PathOwner::Program;
+  if (filtered) IndexFeatureLines(text);
+  ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
+  ResetPlayback(owner);
+  if (owner == ShownOwner()) platform::Repaint(kViewToolpath);
+}
+
 void ExtractToolpath(std::u16string_view text, bool metric) {
-  IndexFeatureLines(text);
-  ExtractInto(path, text, {.metric = metric, .filtered = true});
-  ResetPlayback();
+  ExtractPathOf(PathOwner::Program, text, metric);
 }
 
 void RebuildToolpath() {
-  HaltPlayback();
+  HaltPlayback(PathOwner::Program);
   playback.headInUse = false;
   ForgetHighlight();
-  platform::SetText(kIdPlay, u"PLAY");
+  // The key tells of the path that is shown.
+  if (ShownOwner() == PathOwner::Program) platform::SetText(kIdPlay, u"PLAY");
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanProgramText(text);
@@ -160,18 +168,18 @@ const PathBounds& BoundsOf(MotionPath& of) {
   return bounds;
 }
 
-const PathBounds& Bounds() { return BoundsOf(path.count > 0 ? path : ghostPath); }
+const PathBounds& Bounds() {
+  const OwnedPath& shown = ShownPath();
+  return BoundsOf(shown.path.count == 0 && shown.ghosts ? *shown.ghosts : shown.path);
+}
 
 void ResetSimulator() {
   // Generations go on counting, so that nothing derived from older points can be taken for
   // current.
-  EmptyPath(path);
   EmptyPath(ghostPath);
   featureLines.count = 0;
-  stockEnvelope = StockEnvelope{};
   motionRun = MotionRun{};
-  ResetPlayback();
-  playback = Playback{};
+  ResetOwnedPaths();
   switches = ViewSwitches{};
   ForgetHighlight();
 }

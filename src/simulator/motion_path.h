@@ -40,6 +40,13 @@ struct MotionPath {
   std::int32_t boundsCount = -1;
 };
 
+// Whose path it is. Each owner has a table of its own; shown_path.h tells which one the view
+// shows.
+enum class PathOwner : unsigned char {
+  Program,  // the program in the editor
+  Builder,  // the builder that is open: its example, or a preview of its code
+};
+
 struct FeatureLines {
   std::int32_t firstLine = 0;
   std::int32_t lastLine = 0;
@@ -84,11 +91,15 @@ void EmptyPath(MotionPath& out);
 // changes: no play head, no picks, no other path.
 void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions& options);
 
-// Fills the program's path, puts the play head to its end and clears the picks. The feature table
-// must describe `text`.
+// Fills the owner's path, puts its play head to the end and clears its picks. Isolating and
+// hiding leave lines out of the program's path alone; for that one the feature table must
+// describe `text`.
+void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric);
+// The same for the program's path.
 void ExtractToolpath(std::u16string_view text, bool metric);
 
-// Reads the active editor and refreshes the program's path, its ghosts and its envelope.
+// Reads the active editor and refreshes the program's path, its ghosts and its envelope. The
+// path of another owner goes on undisturbed where that is shown.
 void RebuildToolpath();
 
 // The one place where points enter a table: that of the run under way, else the program's.
@@ -96,7 +107,7 @@ void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourc
 
 // Over all points of a path, zeros where it has none. Cached in the record.
 const PathBounds& BoundsOf(MotionPath& of);
-// Over the program's path; where that is empty, over its ghosts.
+// Over the path that the view shows; where that is empty, over its ghosts.
 const PathBounds& Bounds();
 
 // First row of the index that holds the line, -1 for none.

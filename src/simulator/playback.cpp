@@ -15,6 +15,7 @@
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
+#include "simulator/shown_path.h"
 
 namespace morva {
 
@@ -40,19 +41,25 @@ constexpr Speed kSpeeds[kSpeedCount] = {
 std::int32_t highlightedFeature = 0;
 
 // The first point, or nothing on an empty path.
-std::int32_t HeadAtFirst() { return path.count > 0 ? 1 : 0; }
+std::int32_t HeadAtFirst(const OwnedPath& shown) { return shown.path.count > 0 ? 1 : 0; }
 
 void StartPlayTimer() {
   platform::StartTimer(platform::kMainWindow, kTimerPlay, kTickMilliseconds);
 }
 
+// Lines, features and operations are those of the program; other paths have none in the editor.
+bool ProgramIsShown() { return ShownOwner() == PathOwner::Program; }
+
 // Every command of the player begins here.
-void BeginCommand() {
-  playback.segmentFraction = 0.0;
-  if (path.count < 2) RebuildToolpath();
-  playback.headInUse = true;
+const OwnedPath& BeginCommand() {
+  const OwnedPath& shown = ShownPath();
+  shown.play.segmentFraction = 0.0;
+  if (shown.path.count < 2 && ProgramIsShown()) RebuildToolpath();
+  shown.play.headInUse = true;
+  return shown;
 }
 
+// The program's head shows its line.
 void FollowHead() {
   if (playback.playHead > 0 && playback.playHead <= path.count) {
     HighlightSourceLine(path.points[playback.playHead - 1].sourceLine);
@@ -60,14 +67,14 @@ void FollowHead() {
 }
 
 // A halted head at a new place, with its line shown.
-void JumpTo(std::int32_t head) {
-  HaltPlayback();
-  playback.playHead = std::clamp(head, HeadAtFirst(), path.count);
-  FollowHead();
+void JumpTo(const OwnedPath& shown, std::int32_t head) {
+  HaltPlayback(ShownOwner());
+  shown.play.playHead = std::clamp(head, HeadAtFirst(shown), shown.path.count);
+  if (ProgramIsShown()) FollowHead();
   platform::Repaint(kViewToolpath);
 }
 
-// The 1-based position of the first point at or past a line, 0 for none.
+// The 1-based position of the program's first point at or past a line, 0 for none.
 std::int32_t HeadAtLine(std::int32_t line) {
   for (std::int32_t i = 0; i < path.count; ++i) {
     if (path.points[i].sourceLine >= line) return i + 1;
@@ -76,21 +83,25 @@ std::int32_t HeadAtLine(std::int32_t line) {
 }
 
 void StepOperation(int step) {
-  BeginCommand();
-  if (path.count == 0) {
-    JumpTo(0);
+  const OwnedPath& shown = BeginCommand();
+  const std::int32_t count = shown.path.count;
+  if (count == 0) {
+    JumpTo(shown, 0);
     return;
   }
-  const std::int32_t at = std::clamp(playback.playHead, 1, path.count);
+  const std::int32_t at = std::clamp(shown.play.playHead, 1, count);
+  const std::int32_t operations = ProgramIsShown() ? featureLines.count : 0;
+  const std::int32_t row =
+      operations > 0 ? FeatureRowOfLine(shown.path.points[at - 1].sourceLine) : -1;
   // From outside all features a step back ends at the first point, a step on at feature 0.
-  const std::int32_t target = FeatureRowOfLine(path.points[at - 1].sourceLine) + step;
+  const std::int32_t target = row + step;
   if (target < 0) {
-    JumpTo(1);
-  } else if (target >= featureLines.count) {
-    JumpTo(path.count);
+    JumpTo(shown, 1);
+  } else if (target >= operations) {
+    JumpTo(shown, count);
   } else {
     const std::int32_t head = HeadAtLine(featureLines.rows[target].firstLine);
-    JumpTo(head > 0 ? head : step < 0 ? 1 : path.count);
+    JumpTo(shown, head > 0 ? head : step < 0 ? 1 : count);
   }
 }
 
@@ -134,64 +145,65 @@ double SpeedFactor(int index) { return kSpeeds[std::clamp(index, 0, kSpeedCount 
 
 const char16_t* SpeedWord(int index) { return kSpeeds[std::clamp(index, 0, kSpeedCount - 1)].word; }
 
-void HaltPlayback() {
-  playback.playing = false;
-  platform::StopTimer(platform::kMainWindow, kTimerPlay);
+// The timer runs for the path that is shown.
+void HaltPlayback(PathOwner owner) {
+  OwnedBy(owner).play.playing = false;
+  if (owner == ShownOwner()) platform::StopTimer(platform::kMainWindow, kTimerPlay);
 }
 
-void ResetPlayback() {
-  HaltPlayback();
-  playback.headInUse = false;
-  playback.playHead = path.count;
-  playback.segmentFraction = 0.0;
-  measure = MeasurePicks{};
+void ResetPlayback(PathOwner owner) {
+  const OwnedPath& owned = OwnedBy(owner);
+  HaltPlayback(owner);
+  owned.play.headInUse = false;
+  owned.play.playHead = owned.path.count;
+  owned.play.segmentFraction = 0.0;
+  owned.picks = MeasurePicks{};
 }
 
 void PlayPause() {
-  BeginCommand();
-  playback.playing = !playback.playing;
-  if (playback.playing) {
-    if (playback.playHead >= path.count) playback.playHead = HeadAtFirst();
+  const OwnedPath& shown = BeginCommand();
+  Playback& play = shown.play;
+  play.playing = !play.playing;
+  if (play.playing) {
+    if (play.playHead >= shown.path.count) play.playHead = HeadAtFirst(shown);
     StartPlayTimer();
   } else {
-    HaltPlayback();
+    HaltPlayback(ShownOwner());
   }
-  platform::SetText(kIdPlay, playback.playing ? u"Pause" : u"Play");
+  platform::SetText(kIdPlay, play.playing ? u"Pause" : u"Play");
   platform::Repaint(kViewToolpath);
 }
 
 void Rewind() {
   constexpr std::int32_t kPointsBack = 10;
-  BeginCommand();
-  HaltPlayback();
-  playback.playHead =
-      std::min(std::max(playback.playHead, kPointsBack + 1) - kPointsBack, path.count);
+  const OwnedPath& shown = BeginCommand();
+  HaltPlayback(ShownOwner());
+  const std::int32_t back = std::max(shown.play.playHead, kPointsBack + 1) - kPointsBack;
+  shown.play.playHead = std::min(back, shown.path.count);
   platform::Repaint(kViewToolpath);
 }
 
 void FastForward() {
-  BeginCommand();
-  if (playback.playHead >= path.count) playback.playHead = HeadAtFirst();
-  playback.playing = true;
-  SetPlaySpeed(std::max(playback.speedIndex, 3) + 1);
+  const OwnedPath& shown = BeginCommand();
+  Playback& play = shown.play;
+  if (play.playHead >= shown.path.count) play.playHead = HeadAtFirst(shown);
+  play.playing = true;
+  SetPlaySpeed(std::max(play.speedIndex, 3) + 1);
   platform::Repaint(kViewToolpath);
 }
 
 void StopPlayback() {
-  BeginCommand();
-  HaltPlayback();
-  playback.playHead = HeadAtFirst();
+  const OwnedPath& shown = BeginCommand();
+  HaltPlayback(ShownOwner());
+  shown.play.playHead = HeadAtFirst(shown);
   platform::Repaint(kViewToolpath);
 }
 
-void GoToStart() {
-  BeginCommand();
-  JumpTo(1);
-}
+void GoToStart() { JumpTo(BeginCommand(), 1); }
 
 void GoToEnd() {
-  BeginCommand();
-  JumpTo(path.count);
+  const OwnedPath& shown = BeginCommand();
+  JumpTo(shown, shown.path.count);
 }
 
 void PreviousOperation() { StepOperation(-1); }
@@ -199,38 +211,46 @@ void PreviousOperation() { StepOperation(-1); }
 void NextOperation() { StepOperation(1); }
 
 void SetPlaySpeed(int index) {
-  playback.speedIndex = std::clamp(index, 0, kSpeedCount - 1);
-  if (playback.playing) StartPlayTimer();
+  Playback& play = ShownPath().play;
+  play.speedIndex = std::clamp(index, 0, kSpeedCount - 1);
+  if (play.playing) StartPlayTimer();
   std::u16string text = u"Simulation speed: ";
-  text += SpeedWord(playback.speedIndex);
+  text += SpeedWord(play.speedIndex);
   text += u". Drag left to slow down, right to speed up.";
   ShowStatus(text);
 }
 
 void PlayTick() {
-  if (!playback.playing) {
-    HaltPlayback();
+  const OwnedPath& shown = ShownPath();
+  Playback& play = shown.play;
+  if (!play.playing) {
+    HaltPlayback(ShownOwner());
     return;
   }
-  playback.playHead = std::clamp(playback.playHead, HeadAtFirst(), path.count);
-  playback.segmentFraction +=
-      SpeedFactor(playback.speedIndex) * kTickMilliseconds / kPointMilliseconds;
-  while (playback.segmentFraction >= 1.0 && playback.playHead < path.count) {
-    playback.segmentFraction -= 1.0;
-    ++playback.playHead;
-    FollowHead();
+  const bool inEditor = ProgramIsShown();
+  const std::int32_t& count = shown.path.count;
+  play.playHead = std::clamp(play.playHead, HeadAtFirst(shown), count);
+  play.segmentFraction += SpeedFactor(play.speedIndex) * kTickMilliseconds / kPointMilliseconds;
+  while (play.segmentFraction >= 1.0 && play.playHead < count) {
+    play.segmentFraction -= 1.0;
+    ++play.playHead;
+    if (inEditor) FollowHead();
   }
-  if (playback.playHead >= path.count) {
-    playback.segmentFraction = 0.0;
-    HaltPlayback();
+  if (play.playHead >= count) {
+    play.segmentFraction = 0.0;
+    if (play.loops && count > 1) {
+      play.playHead = 1;
+    } else {
+      HaltPlayback(ShownOwner());
+    }
   }
-  playback.headInUse = true;
+  play.headInUse = true;
   platform::Repaint(kViewToolpath);
 }
 
 void ToggleMeasure() {
   switches.measureMode = !switches.measureMode;
-  measure = MeasurePicks{};
+  for (const OwnedPath& owned : OwnedPaths()) owned.picks = MeasurePicks{};
   platform::Repaint(kViewToolpath);
 }
 
@@ -245,12 +265,14 @@ void TogglePan() {
 }
 
 void TakeMeasurePick(std::int32_t point) {
-  if (point < 0 || point >= path.count) return;
-  if (measure.a < 0 || measure.b >= 0) {
-    measure.a = point;
-    measure.b = -1;
+  const OwnedPath& shown = ShownPath();
+  if (point < 0 || point >= shown.path.count) return;
+  MeasurePicks& picks = shown.picks;
+  if (picks.a < 0 || picks.b >= 0) {
+    picks.a = point;
+    picks.b = -1;
   } else {
-    measure.b = point;
+    picks.b = point;
   }
   platform::Repaint(kViewToolpath);
 }

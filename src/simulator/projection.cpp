@@ -7,6 +7,7 @@
 
 #include "platform/geometry.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "text/series_trig.h"
@@ -38,6 +39,7 @@ std::uint32_t projectionSerial = 0;
 
 PointF projected[kMaxMotionPoints];
 std::uint32_t projectedSerial = 0;
+PathOwner projectedOwner = PathOwner::Program;
 std::uint32_t projectedGeneration = 0;
 std::int32_t projectedCount = -1;
 
@@ -55,8 +57,8 @@ bool SameKey(const ProjectionKey& a, const ProjectionKey& b) {
 }
 
 // Screen directions of the axes before scaling; screen y grows downwards.
-void SetAxes(Projection& p) {
-  if (view.topView) {
+void SetAxes(Projection& p, const ViewState& shown) {
+  if (shown.topView) {
     p.ux = 1;
     p.uy = 0;
     p.uz = 0;
@@ -64,10 +66,10 @@ void SetAxes(Projection& p) {
     p.vy = -1;
     p.vz = 0;
   } else {
-    const double sinYaw = SeriesSine(view.yawDegrees * kRadiansPerDegree);
-    const double cosYaw = SeriesCosine(view.yawDegrees * kRadiansPerDegree);
-    const double sinTilt = SeriesSine(view.elevationDegrees * kRadiansPerDegree);
-    const double cosTilt = SeriesCosine(view.elevationDegrees * kRadiansPerDegree);
+    const double sinYaw = SeriesSine(shown.yawDegrees * kRadiansPerDegree);
+    const double cosYaw = SeriesCosine(shown.yawDegrees * kRadiansPerDegree);
+    const double sinTilt = SeriesSine(shown.elevationDegrees * kRadiansPerDegree);
+    const double cosTilt = SeriesCosine(shown.elevationDegrees * kRadiansPerDegree);
     p.ux = cosYaw;
     p.uy = -sinYaw;
     p.uz = 0;
@@ -75,9 +77,9 @@ void SetAxes(Projection& p) {
     p.vy = -cosYaw * sinTilt;
     p.vz = -cosTilt;
   }
-  if (view.rollDegrees == 0) return;
-  const double sinRoll = SeriesSine(view.rollDegrees * kRadiansPerDegree);
-  const double cosRoll = SeriesCosine(view.rollDegrees * kRadiansPerDegree);
+  if (shown.rollDegrees == 0) return;
+  const double sinRoll = SeriesSine(shown.rollDegrees * kRadiansPerDegree);
+  const double cosRoll = SeriesCosine(shown.rollDegrees * kRadiansPerDegree);
   const Projection q = p;
   p.ux = q.ux * cosRoll - q.vx * sinRoll;
   p.uy = q.uy * cosRoll - q.vy * sinRoll;
@@ -108,14 +110,15 @@ double FittedScale(const Projection& p, const PathBounds& b, const Rect& client)
   return kFill * std::min(width / UsableSpan(maxU - minU), height / UsableSpan(maxV - minV));
 }
 
-void ProjectPath(const Projection& p) {
+void ProjectPath(const Projection& p, const MotionPath& of) {
   // Taken out of the records, so that the loop keeps them in registers.
   const double ux = p.ux, uy = p.uy, uz = p.uz, vx = p.vx, vy = p.vy, vz = p.vz;
   const double x0 = p.centreX, y0 = p.centreY, z0 = p.centreZ;
   const double originX = p.originX, originY = p.originY;
-  const std::int32_t count = path.count;
+  const MotionPoint* const points = of.points;
+  const std::int32_t count = of.count;
   for (std::int32_t i = 0; i < count; ++i) {
-    const MotionPoint& point = path.points[i];
+    const MotionPoint& point = points[i];
     const double dx = point.x - x0;
     const double dy = point.y - y0;
     const double dz = point.z - z0;
@@ -127,9 +130,10 @@ void ProjectPath(const Projection& p) {
 }  // namespace
 
 const Projection& ProjectionFor(const Rect& client) {
-  const ProjectionKey key{view.zoom,        view.yawDegrees, view.elevationDegrees,
-                          view.rollDegrees, view.panX,       view.panY,
-                          view.topView,     client,          Bounds()};
+  const ViewState& shown = ShownPath().view;
+  const ProjectionKey key{shown.zoom,        shown.yawDegrees, shown.elevationDegrees,
+                          shown.rollDegrees, shown.panX,       shown.panY,
+                          shown.topView,     client,           Bounds()};
   if (projectionKnown && SameKey(key, known)) return projection;
   known = key;
   projectionKnown = true;
@@ -139,16 +143,16 @@ const Projection& ProjectionFor(const Rect& client) {
   p.centreX = (b.minX + b.maxX) / 2;
   p.centreY = (b.minY + b.maxY) / 2;
   p.centreZ = (b.minZ + b.maxZ) / 2;
-  SetAxes(p);
-  p.scale = view.zoom * FittedScale(p, b, client);
+  SetAxes(p, shown);
+  p.scale = shown.zoom * FittedScale(p, b, client);
   p.ux *= p.scale;
   p.uy *= p.scale;
   p.uz *= p.scale;
   p.vx *= p.scale;
   p.vy *= p.scale;
   p.vz *= p.scale;
-  p.originX = view.panX + (client.left + client.right) / 2.0;
-  p.originY = view.panY + (client.top + client.bottom - kBottomBars) / 2.0;
+  p.originX = shown.panX + (client.left + client.right) / 2.0;
+  p.originY = shown.panY + (client.top + client.bottom - kBottomBars) / 2.0;
   return p;
 }
 
@@ -162,23 +166,27 @@ PointF Project(const Projection& p, double x, double y, double z) {
 
 const PointF* ProjectedPoints(const Rect& client) {
   const Projection& p = ProjectionFor(client);
-  if (projectedSerial != projectionSerial || projectedGeneration != pathGeneration ||
-      projectedCount != path.count) {
-    ProjectPath(p);
+  const MotionPath& shown = ShownPath().path;
+  if (projectedSerial != projectionSerial || projectedOwner != ShownOwner() ||
+      projectedGeneration != shown.generation || projectedCount != shown.count) {
+    ProjectPath(p, shown);
     projectedSerial = projectionSerial;
-    projectedGeneration = pathGeneration;
-    projectedCount = path.count;
+    projectedOwner = ShownOwner();
+    projectedGeneration = shown.generation;
+    projectedCount = shown.count;
   }
   return projected;
 }
 
 std::int32_t DrawnPoints() {
-  if (!playback.headInUse) return path.count;
-  return std::clamp(playback.playHead, 0, path.count);
+  const OwnedPath& shown = ShownPath();
+  if (!shown.play.headInUse) return shown.path.count;
+  return std::clamp(shown.play.playHead, 0, shown.path.count);
 }
 
 PathSegments VisibleSegments(const Rect& client) {
   const PointF* points = ProjectedPoints(client);
+  const MotionPoint* const ends = ShownPath().path.points;
   const std::int32_t count = DrawnPoints();
   const bool showRapids = switches.showRapids;
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
@@ -186,7 +194,7 @@ PathSegments VisibleSegments(const Rect& client) {
   Segment* feed = segments;
   Segment* rapid = segments + kMaxMotionPoints;
   for (std::int32_t i = 1; i < count; ++i) {
-    const MotionPoint& to = path.points[i];
+    const MotionPoint& to = ends[i];
     if (to.jump || (to.rapid && !showRapids)) continue;
     Segment& segment = to.rapid ? *--rapid : *feed++;
     segment.x0 = static_cast<float>(points[i - 1].x);

@@ -7,6 +7,7 @@
 #include "platform/window.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 
@@ -92,7 +93,7 @@ void RegisterSimulatorCommands() {
   hooks.rebuildToolpath = RebuildToolpath;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };
   hooks.fitView = [] {
-    ViewFit();
+    ViewFitOf(PathOwner::Program);
     platform::Repaint(kViewToolpath);
   };
 }

@@ -1,6 +1,7 @@
 // The toolpath view: projection, mouse, grid and drawing.
 //
-// A parallel projection fitted to the path's bounds. Nothing here changes the program.
+// A parallel projection fitted to the path's bounds. Nothing here changes the program. What is
+// said of path and view means those that are shown (shown_path.h).
 #pragma once
 
 #include <cstdint>
@@ -19,11 +20,12 @@ struct ViewState {
   double panX = 0;  // pixels
   double panY = 0;
   bool topView = false;
+  // The grid is one for all paths: of these fields only those of `view` count.
   bool gridOn = true;
   std::int32_t gridColour = 0;  // 0 to 5
   std::int32_t gridScale = 0;   // -6 to 6, power of 2 on the automatic spacing
 };
-extern ViewState view;
+extern ViewState view;  // of the program's path
 
 // The projection for a client area, derived from view and bounds; cached.
 struct Projection {
@@ -36,7 +38,9 @@ struct Projection {
 const Projection& ProjectionFor(const platform::Rect& client);
 platform::PointF Project(const Projection& p, double x, double y, double z);
 
+// Zoom 1 and no pan; the angles stay. Of the owner that is shown, or of a given one.
 void ViewFit();
+void ViewFitOf(PathOwner owner);
 void ZoomBy(double factor);
 void SetViewTop();
 void SetViewFront();

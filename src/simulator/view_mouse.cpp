@@ -10,6 +10,7 @@
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "text/codetext.h"
@@ -46,21 +47,23 @@ std::uint64_t lastHover = 0;
 
 void Orbit(int dx, int dy) {
   StopCube(viewCube);
-  if (view.topView) {
+  ViewState& shown = ShownPath().view;
+  if (shown.topView) {
     // The plan seen from the same side, so that nothing jumps.
-    view.topView = false;
-    view.yawDegrees = 0;
-    view.elevationDegrees = 90;
+    shown.topView = false;
+    shown.yawDegrees = 0;
+    shown.elevationDegrees = 90;
   }
-  view.yawDegrees += dx * kYawPerPixel;
-  view.elevationDegrees =
-      std::clamp(view.elevationDegrees + dy * kElevationPerPixel, -kMostElevation, kMostElevation);
+  shown.yawDegrees += dx * kYawPerPixel;
+  shown.elevationDegrees =
+      std::clamp(shown.elevationDegrees + dy * kElevationPerPixel, -kMostElevation, kMostElevation);
   platform::Repaint(kViewToolpath);
 }
 
 void Pan(int dx, int dy) {
-  view.panX += dx;
-  view.panY += dy;
+  ViewState& shown = ShownPath().view;
+  shown.panX += dx;
+  shown.panY += dy;
   platform::Repaint(kViewToolpath);
 }
 
@@ -121,7 +124,7 @@ void ShowPointUnder(int x, int y) {
   lastHover = now;
   const std::int32_t hit = PickPathPoint(platform::ClientArea(kViewToolpath), x, y);
   if (hit < 0) return;
-  const MotionPoint& point = path.points[hit];
+  const MotionPoint& point = ShownPath().path.points[hit];
   char16_t text[200] = u"Toolpath point";
   AppendLabelNumber(text, 200, u"  X ", point.x, 4);
   AppendLabelNumber(text, 200, u"  Y ", point.y, 4);
@@ -180,7 +183,8 @@ bool ModifiedKey(const KeyEvent& key) {
 // The keyboard's pick is the point at the head, which the playback keys move.
 bool PickAtHead() {
   if (!switches.measureMode) return false;
-  const std::int32_t point = std::min(playback.playHead, path.count) - 1;
+  const OwnedPath& shown = ShownPath();
+  const std::int32_t point = std::min(shown.play.playHead, shown.path.count) - 1;
   if (point >= 0) TakeMeasurePick(point);
   platform::Repaint(kViewToolpath);
   return true;
@@ -216,7 +220,8 @@ std::int32_t PickPathPoint(const Rect& client, int x, int y) {
   const PointF* points = ProjectedPoints(client);
   double nearest = kPickReach;
   std::int32_t found = -1;
-  for (std::int32_t i = 0; i < path.count; ++i) {
+  const std::int32_t count = ShownPath().path.count;
+  for (std::int32_t i = 0; i < count; ++i) {
     const double dx = points[i].x - x;
     const double dy = points[i].y - y;
     const double distance = dx * dx + dy * dy;
@@ -269,6 +274,12 @@ bool ToolpathKey(const KeyEvent& key) {
   }
   if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
   return PlainKey(key.key);
+}
+
+void LetGoOfView() {
+  StopCube(viewCube);
+  ReleaseCube(viewCube);
+  StopDrag();
 }
 
 void ResetViewMouse() {

@@ -15,6 +15,7 @@
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "text/codetext.h"
@@ -129,7 +130,7 @@ void PaintGrid(Canvas& canvas, const Projection& p) {
 }
 
 void PaintStock(Canvas& canvas, const Projection& p) {
-  const StockEnvelope& s = stockEnvelope;
+  const StockEnvelope& s = ShownPath().stock;
   if (!s.shown) return;
   PointF corners[8];
   for (int i = 0; i < 8; ++i) {
@@ -163,11 +164,12 @@ void PaintStock(Canvas& canvas, const Projection& p) {
 }
 
 void PaintGhost(Canvas& canvas, const Projection& p) {
-  if (ghostPath.count < 2) return;
+  const MotionPath* const ghosts = ShownPath().ghosts;
+  if (!ghosts || ghosts->count < 2) return;
   int count = 0;
-  const MotionPoint* points = ghostPath.points;
+  const MotionPoint* const points = ghosts->points;
   PointF from = Project(p, points[0].x, points[0].y, points[0].z);
-  for (std::int32_t i = 1; i < ghostPath.count; ++i) {
+  for (std::int32_t i = 1; i < ghosts->count; ++i) {
     const PointF to = Project(p, points[i].x, points[i].y, points[i].z);
     if (!points[i].rapid && !points[i].jump) ghostSegments[count++] = SegmentOf(from, to);
     from = to;
@@ -188,16 +190,18 @@ void PaintPath(Canvas& canvas, const Rect& client) {
 
 // The head, and the piece of segment that leads to it while playing.
 void PaintHead(Canvas& canvas, const Rect& client) {
-  const std::int32_t head = std::clamp(playback.playHead, 0, path.count);
+  const MotionPath& shown = ShownPath().path;
+  const Playback& play = ShownPath().play;
+  const std::int32_t head = std::clamp(play.playHead, 0, shown.count);
   if (head < 1) return;
   const PointF* points = ProjectedPoints(client);
   PointF at = points[head - 1];
-  if (head < path.count && !path.points[head].jump) {
-    const MotionPoint& next = path.points[head];
+  if (head < shown.count && !shown.points[head].jump) {
+    const MotionPoint& next = shown.points[head];
     const PointF from = at;
-    at.x += (points[head].x - from.x) * playback.segmentFraction;
-    at.y += (points[head].y - from.y) * playback.segmentFraction;
-    if (playback.playing && (switches.showRapids || !next.rapid)) {
+    at.x += (points[head].x - from.x) * play.segmentFraction;
+    at.y += (points[head].y - from.y) * play.segmentFraction;
+    if (play.playing && (switches.showRapids || !next.rapid)) {
       const Segment partial = SegmentOf(from, at);
       PaintSegments(canvas, &partial, 1,
                     next.rapid ? PenOf(kRapidColour, kRapidWidth) : PenOf(kFeedColour, kFeedWidth));
@@ -222,7 +226,7 @@ void MoveOff(Rect& plate, const Rect& other) {
 // Three edges of the bounding box that meet in its lowest corner. The spans stand on top of
 // all three lines, and beside each other where the edges are short.
 void PaintDimensions(Canvas& canvas, const Projection& p) {
-  if (!switches.showExtents || path.count == 0) return;
+  if (!switches.showExtents || ShownPath().path.count == 0) return;
   const PathBounds& b = Bounds();
   const PointF corner = Project(p, b.minX, b.minY, b.minZ);
   const PointF ends[3] = {Project(p, b.maxX, b.minY, b.minZ), Project(p, b.minX, b.maxY, b.minZ),
@@ -243,17 +247,18 @@ void PaintDimensions(Canvas& canvas, const Projection& p) {
   }
 }
 
-bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < path.count; }
+bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < ShownPath().path.count; }
 
 void PaintMeasure(Canvas& canvas, const Rect& client) {
   const PointF* points = ProjectedPoints(client);
-  if (ValidPick(measure.a) && ValidPick(measure.b)) {
+  const MeasurePicks& picks = ShownPath().picks;
+  if (ValidPick(picks.a) && ValidPick(picks.b)) {
     Pen pen = PenOf(kMeasureColour, 1);
     pen.smooth = true;
-    PaintLine(canvas, points[measure.a], points[measure.b], pen);
+    PaintLine(canvas, points[picks.a], points[picks.b], pen);
   }
-  if (ValidPick(measure.a)) FillAround(canvas, points[measure.a], kPickReach, kMeasureColour);
-  if (ValidPick(measure.b)) FillAround(canvas, points[measure.b], kPickReach, kMeasureColour);
+  if (ValidPick(picks.a)) FillAround(canvas, points[picks.a], kPickReach, kMeasureColour);
+  if (ValidPick(picks.b)) FillAround(canvas, points[picks.b], kPickReach, kMeasureColour);
 }
 
 // The width that a line of a read-out has when its top lies at `top`.
@@ -303,7 +308,7 @@ void PaintReadOut(Canvas& canvas, const Rect& client, int top, const ReadOutLine
 }
 
 bool ExtentsText(char16_t (&text)[200]) {
-  if (!switches.showExtents || path.count == 0) return false;
+  if (!switches.showExtents || ShownPath().path.count == 0) return false;
   const PathBounds& b = Bounds();
   CopyBounded(text, 200, UnitsMetric() ? u"PATH EXTENTS (mm)" : u"PATH EXTENTS (in)");
   AppendLabelNumber(text, 200, u"   X ", b.maxX - b.minX, 4);
@@ -313,9 +318,10 @@ bool ExtentsText(char16_t (&text)[200]) {
 }
 
 bool MeasureText(char16_t (&text)[200]) {
-  if (!ValidPick(measure.a) || !ValidPick(measure.b)) return false;
-  const MotionPoint& a = path.points[measure.a];
-  const MotionPoint& b = path.points[measure.b];
+  const MeasurePicks& picks = ShownPath().picks;
+  if (!ValidPick(picks.a) || !ValidPick(picks.b)) return false;
+  const MotionPoint& a = ShownPath().path.points[picks.a];
+  const MotionPoint& b = ShownPath().path.points[picks.b];
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
   const double dz = b.z - a.z;
@@ -335,10 +341,11 @@ bool BottomText(char16_t (&text)[200]) {
     AppendLabelNumber(text, 200, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
     AppendBounded(text, 200, UnitsMetric() ? u" mm" : u" in");
   }
-  if (pathFullAtLine >= 0) {
+  const MotionPath& shown = ShownPath().path;
+  if (shown.fullAtLine >= 0) {
     if (!view.gridOn) AppendBounded(text, 200, u"Grid off");
     // The last line of which something stands in the table.
-    const std::int32_t last = path.count > 0 ? path.points[path.count - 1].sourceLine : -1;
+    const std::int32_t last = shown.count > 0 ? shown.points[shown.count - 1].sourceLine : -1;
     AppendLabelInteger(text, 200, u"  /  path shown to line ", last + 1);
   }
   return text[0] != 0;
@@ -363,7 +370,7 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
   }
   int bottom = client.bottom - kEdge;
   if (BottomText(text)) {
-    const Colour colour = pathFullAtLine >= 0 ? kDimensionColour : kQuietText;
+    const Colour colour = ShownPath().path.fullAtLine >= 0 ? kDimensionColour : kQuietText;
     bottom = PaintFoot(canvas, client, bottom, text, colour) - kBetween;
   }
   if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kText);

@@ -9,10 +9,10 @@
 
 namespace morva {
 
-// The points of the main path on the screen, one each; kept until path or projection change.
+// The points of the shown path on the screen, one each; kept until path or projection change.
 const platform::PointF* ProjectedPoints(const platform::Rect& client);
 
-// The segments of the main path that are drawn now, in two runs of one buffer. The pointers
+// The segments of the shown path that are drawn now, in two runs of one buffer. The pointers
 // hold until the next call.
 struct PathSegments {
   const platform::Segment* feeds = nullptr;
@@ -22,7 +22,7 @@ struct PathSegments {
 };
 PathSegments VisibleSegments(const platform::Rect& client);
 
-// Points of the main path that are drawn: up to the head while that is in use.
+// Points of the shown path that are drawn: up to the head while that is in use.
 std::int32_t DrawnPoints();
 
 // The view cube of this view. The plan counts as yaw 0 and elevation 90.
@@ -31,6 +31,8 @@ ViewAngles ShownAngles();
 void TakeAngles(const ViewAngles& angles);
 void ViewTimer(int timer);
 
+// Ends what the pointer and the cube have under way, with the angles and the pan where they are.
+void LetGoOfView();
 void ResetViewMouse();
 
 }  // namespace morva

@@ -12,6 +12,7 @@
 #include "platform/profile.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "text/codetext.h"
@@ -58,10 +59,7 @@ ViewCube CubeOfThisView() {
 
 void ShowAngles(double yaw, double elevation) {
   StopCube(viewCube);
-  view.topView = false;
-  view.yawDegrees = yaw;
-  view.elevationDegrees = elevation;
-  view.rollDegrees = 0;
+  TakeAngles({yaw, elevation, 0});
   ViewFit();
 }
 
@@ -130,35 +128,42 @@ void TakeLayerPick(int id) {
 
 ViewCube viewCube = CubeOfThisView();
 
-void ViewFit() {
-  view.zoom = 1;
-  view.panX = 0;
-  view.panY = 0;
+void ViewFit() { ViewFitOf(ShownOwner()); }
+
+void ViewFitOf(PathOwner owner) {
+  ViewState& fitted = OwnedBy(owner).view;
+  fitted.zoom = 1;
+  fitted.panX = 0;
+  fitted.panY = 0;
   Refresh();
 }
 
 void ZoomBy(double factor) {
-  view.zoom = std::clamp(view.zoom * factor, kLeastZoom, kMostZoom);
+  ViewState& shown = ShownPath().view;
+  shown.zoom = std::clamp(shown.zoom * factor, kLeastZoom, kMostZoom);
   Refresh();
 }
 
 void SetViewTop() {
   StopCube(viewCube);
-  view.topView = true;
-  view.rollDegrees = 0;
+  ViewState& shown = ShownPath().view;
+  shown.topView = true;
+  shown.rollDegrees = 0;
   ViewFit();
 }
 
 ViewAngles ShownAngles() {
-  if (view.topView) return {0, 90, view.rollDegrees};
-  return {view.yawDegrees, view.elevationDegrees, view.rollDegrees};
+  const ViewState& shown = ShownPath().view;
+  if (shown.topView) return {0, 90, shown.rollDegrees};
+  return {shown.yawDegrees, shown.elevationDegrees, shown.rollDegrees};
 }
 
 void TakeAngles(const ViewAngles& angles) {
-  view.topView = false;
-  view.yawDegrees = angles.yaw;
-  view.elevationDegrees = angles.elevation;
-  view.rollDegrees = angles.roll;
+  ViewState& shown = ShownPath().view;
+  shown.topView = false;
+  shown.yawDegrees = angles.yaw;
+  shown.elevationDegrees = angles.elevation;
+  shown.rollDegrees = angles.roll;
 }
 
 void ViewTimer(int timer) {
@@ -272,7 +277,7 @@ void ShowLayersMenu() {
 
 void ResetView() {
   StopCube(viewCube);
-  view = ViewState();
+  for (const OwnedPath& owned : OwnedPaths()) owned.view = ViewState();
   viewCube = CubeOfThisView();
   gridSettingsRead = false;
   saveFailureTold = false;

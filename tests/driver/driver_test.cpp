@@ -9,6 +9,7 @@
 #include "driver/drive.h"
 #include "driver/json_text.h"
 #include "driver/line_words.h"
+#include "simulator/shown_path.h"
 
 namespace {
 
@@ -139,6 +140,35 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
     const std::string answer = drive::AnswerLine(line);
     EXPECT_EQ(answer.rfind("{\"ok\":false,\"error\":\"", 0), 0u) << line << ": " << answer;
   }
+  drive::End();
+  std::filesystem::remove_all(home);
+}
+
+TEST(Driver, LooksAtThePathThatIsShown) {
+  const std::filesystem::path home =
+      std::filesystem::temp_directory_path() / ("driver_path_" + std::to_string(getpid()));
+  std::filesystem::create_directories(home);
+  drive::Machine machine;
+  machine.home = home.u16string();
+  ASSERT_TRUE(drive::Begin(machine));
+  const std::string path = drive::AnswerLine("get path");
+  const std::string play = drive::AnswerLine("get play");
+  const std::string view = drive::AnswerLine("get view");
+  EXPECT_EQ(path, "{\"ok\":true,\"path\":[[0,0,0,true,0,false,0]]}");
+  morva::OwnedBy(morva::PathOwner::Builder).view.zoom = 0.5;
+  morva::ExtractPathOf(morva::PathOwner::Builder, u"G1 X1 T4\r\n", false);
+  morva::ShowPathOf(morva::PathOwner::Builder);
+  morva::SetPlaySpeed(2);
+  EXPECT_EQ(drive::AnswerLine("get path"),
+            "{\"ok\":true,\"path\":[[0,0,0,true,0,false,0],[1,0,0,false,0,false,4]]}");
+  EXPECT_EQ(drive::AnswerLine("get play"),
+            "{\"ok\":true,\"playing\":false,\"headInUse\":false,\"playHead\":2,"
+            "\"segmentFraction\":0,\"speedIndex\":2}");
+  EXPECT_EQ(drive::AnswerLine("get view").rfind("{\"ok\":true,\"zoom\":0.5,", 0), 0u);
+  morva::ShowPathOf(morva::PathOwner::Program);
+  EXPECT_EQ(drive::AnswerLine("get path"), path);
+  EXPECT_EQ(drive::AnswerLine("get play"), play);
+  EXPECT_EQ(drive::AnswerLine("get view"), view);
   drive::End();
   std::filesystem::remove_all(home);
 }

@@ -16,6 +16,7 @@
 #include "platform/headless/headless.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 
 namespace drive {
@@ -126,30 +127,32 @@ std::string PathJson(const morva::MotionPath& path) {
   return list.Done();
 }
 
-std::string GetPath(const Words&) { return Good("path", PathJson(morva::path)); }
+std::string GetPath(const Words&) { return Good("path", PathJson(morva::ShownPath().path)); }
 std::string GetGhost(const Words&) { return Good("ghost", PathJson(morva::ghostPath)); }
 
 std::string GetPlay(const Words&) {
+  const morva::Playback& play = morva::ShownPath().play;
   return Json('{')
       .Flag("ok", true)
-      .Flag("playing", morva::playback.playing)
-      .Flag("headInUse", morva::playback.headInUse)
-      .Number("playHead", morva::playback.playHead)
-      .Number("segmentFraction", morva::playback.segmentFraction)
-      .Number("speedIndex", morva::playback.speedIndex)
+      .Flag("playing", play.playing)
+      .Flag("headInUse", play.headInUse)
+      .Number("playHead", play.playHead)
+      .Number("segmentFraction", play.segmentFraction)
+      .Number("speedIndex", play.speedIndex)
       .Done();
 }
 
 std::string GetView(const Words&) {
+  const morva::ViewState& shown = morva::ShownPath().view;
   return Json('{')
       .Flag("ok", true)
-      .Number("zoom", morva::view.zoom)
-      .Number("yaw", morva::view.yawDegrees)
-      .Number("elevation", morva::view.elevationDegrees)
-      .Number("roll", morva::view.rollDegrees)
-      .Number("panX", morva::view.panX)
-      .Number("panY", morva::view.panY)
-      .Flag("topView", morva::view.topView)
+      .Number("zoom", shown.zoom)
+      .Number("yaw", shown.yawDegrees)
+      .Number("elevation", shown.elevationDegrees)
+      .Number("roll", shown.rollDegrees)
+      .Number("panX", shown.panX)
+      .Number("panY", shown.panY)
+      .Flag("topView", shown.topView)
       .Number("gridSpacing", morva::GridSpacing())
       .Done();
 }

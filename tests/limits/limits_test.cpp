@@ -34,6 +34,7 @@
 #include "shell/layout_rects.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "support/workbench.h"
@@ -245,6 +246,25 @@ TEST_F(Limits, PointsOfThePath) {
   EXPECT_EQ(path.count, 32767);
   AddMotionPoint(9, 9, 9, false, 0);
   EXPECT_EQ(path.count, 32768);
+  EXPECT_FALSE(ViewShows(u"path shown to line"));
+}
+
+TEST_F(Limits, OwnersOfAPath) {
+  static_assert(kMaxPathOwners == 2);
+  ASSERT_EQ(OwnedPaths().size(), 2u);
+  headless::EditorSetAll(kIdEditor, Moves(3));
+  headless::Click(kIdPath);
+  // One table is full, the next one beside it is not, and both take the last point.
+  ExtractPathOf(PathOwner::Builder, Moves(kMaxMotionPoints), false);
+  EXPECT_EQ(OwnedBy(PathOwner::Builder).path.count, 32768);
+  EXPECT_EQ(path.count, 4);
+  EXPECT_FALSE(ViewShows(u"path shown to line"));
+  ShowPathOf(PathOwner::Builder);
+  EXPECT_TRUE(ViewShows(u"path shown to line 32767"));
+  headless::EditorSetAll(kIdEditor, Moves(kMaxMotionPoints - 1));
+  headless::Click(kIdPath);
+  EXPECT_EQ(path.count, 32768);
+  ShowPathOf(PathOwner::Program);
   EXPECT_FALSE(ViewShows(u"path shown to line"));
 }
 

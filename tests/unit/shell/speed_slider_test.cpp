@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/hover.h"
+#include "simulator/shown_path.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {
@@ -44,6 +45,18 @@ TEST_F(SpeedSlider, FollowsPointerAndKeys) {
   headless::PressKey({platform::kKeyDown});
   EXPECT_EQ(playback.speedIndex, 0);
   EXPECT_TRUE(Paints(headless::PaintOf(kIdSpeedSlider), u"0.125x", kMainText));
+}
+
+TEST_F(SpeedSlider, ShowsAndSetsTheSpeedOfThePathThatIsShown) {
+  SetPlaySpeed(5);
+  ShowPathOf(PathOwner::Builder);
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdSpeedSlider), u"1x", kMainText));
+  ASSERT_TRUE(headless::Focus(kIdSpeedSlider));
+  headless::PressKey({platform::kKeyLeft});
+  EXPECT_EQ(OwnedBy(PathOwner::Builder).play.speedIndex, 2);
+  EXPECT_EQ(playback.speedIndex, 5);
+  ShowPathOf(PathOwner::Program);
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdSpeedSlider), u"4x", kMainText));
 }
 
 TEST_F(SpeedSlider, APressTellsTheSpeedADragOnlyChangesOfIt) {
