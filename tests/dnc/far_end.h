@@ -22,6 +22,7 @@
 
 #include "platform/file.h"
 #include "platform/serial.h"
+#include "support/places.h"
 
 namespace far_end {
 
@@ -180,7 +181,7 @@ class Simulator {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, in[0], 0);
     posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-    options.insert(options.begin(), MORVA_BINARY_DIR "/bin/control_sim");
+    options.insert(options.begin(), support::BinaryDir() + std::string("/bin/control_sim"));
     std::vector<char*> words;
     for (std::string& option : options) words.push_back(option.data());
     words.push_back(nullptr);

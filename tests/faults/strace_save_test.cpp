@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "documents/file_text.h"
+#include "support/places.h"
 #include "support/program_stage.h"
 
 namespace {
@@ -46,6 +47,9 @@ struct Cut : public ::testing::Test {
     }
     return names;
   }
+  static std::string SaveOnce(const fs::path& program) {
+    return support::BinaryDir() + ("/bin/save_once " + program.string() + " 5000");
+  }
   // One save with this injection. What came of it stands in `log` and in `programs`.
   int Save(const std::string& inject) const {
     fs::remove_all(programs);
@@ -54,8 +58,7 @@ struct Cut : public ::testing::Test {
     // Another mode than a new file has, so that it must be set.
     fs::permissions(programs / "a.NC", fs::perms(0640));
     return Run("strace -f -y -o " + log.string() + " -e 'inject=" + inject + "' " +
-               MORVA_BINARY_DIR "/bin/save_once " + (programs / "a.NC").string() +
-               " 5000 2>/dev/null");
+               SaveOnce(programs / "a.NC") + " 2>/dev/null");
   }
   // The calls that were refused, one line each; a call is counted under each of its names.
   std::vector<std::string> Refused() const {
@@ -147,7 +150,7 @@ TEST_F(Cut, KilledAtAnyCallLeavesOneOfTheTwoFilesWhole) {
 TEST_F(Cut, SavesWhenNothingIsInTheWay) {
   fs::create_directory(programs);
   support::WriteRaw(programs / "a.NC", kOld);
-  EXPECT_EQ(Run(MORVA_BINARY_DIR "/bin/save_once " + (programs / "a.NC").string() + " 5000"), 0);
+  EXPECT_EQ(Run(SaveOnce(programs / "a.NC")), 0);
   EXPECT_EQ(support::ReadRaw(programs / "a.NC"), kNew);
 }
 

@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "fuzz/fuzz.h"
+#include "support/places.h"
 
 extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__((weak));
 
@@ -188,7 +189,7 @@ void Change(Bytes& input, const std::vector<Bytes>& corpus, Random& random) {
 // 0 when all inputs passed; does not come back from one that failed.
 int RunAll(const std::string& target, long runs, bool limited) {
   const std::vector<Bytes> corpus =
-      ReadCorpus(fs::path(MORVA_SOURCE_DIR) / "tests/fuzz/corpus" / target);
+      ReadCorpus(fs::path(support::SourceDir()) / "tests/fuzz/corpus" / target);
   for (const Bytes& input : corpus) RunOne(input);
   const auto end = std::chrono::steady_clock::now() + kWallTime;
   Random random;

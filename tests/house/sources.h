@@ -7,12 +7,14 @@
 #include <string>
 #include <vector>
 
+#include "support/places.h"
+
 namespace house {
 
 namespace fs = std::filesystem;
 
-inline const fs::path kSource = MORVA_SOURCE_DIR;
-inline const fs::path kBinary = MORVA_BINARY_DIR;
+inline const fs::path kSource = support::SourceDir();
+inline const fs::path kBinary = support::BinaryDir();
 
 inline std::string ReadText(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);

@@ -37,6 +37,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "support/places.h"
 #include "support/workbench.h"
 #include "text/code_writer.h"
 
@@ -585,7 +586,7 @@ void AddNames(const std::string& text, const std::string& lead, std::set<std::st
 }
 
 std::string SourceText(const std::string& name) {
-  std::ifstream in(std::string(MORVA_SOURCE_DIR) + "/" + name, std::ios::binary);
+  std::ifstream in(std::filesystem::path(support::SourceDir()) / name, std::ios::binary);
   std::stringstream text;
   text << in.rdbuf();
   return text.str();
@@ -595,7 +596,7 @@ TEST(EveryLimit, HasATestHere) {
   std::set<std::string> limits;
   AddNames(SourceText("src/app/limits.h"), "constexpr int ", limits);
   std::set<std::string> tested;
-  const std::filesystem::path folder = std::filesystem::path(MORVA_SOURCE_DIR) / "tests/limits";
+  const std::filesystem::path folder = std::filesystem::path(support::SourceDir()) / "tests/limits";
   for (const auto& file : std::filesystem::directory_iterator(folder)) {
     AddNames(SourceText("tests/limits/" + file.path().filename().string()), "", tested);
   }

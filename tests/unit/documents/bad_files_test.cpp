@@ -17,6 +17,7 @@
 #include "codetools/validator.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
+#include "support/places.h"
 #include "support/program_stage.h"
 
 namespace morva {
@@ -32,7 +33,7 @@ struct Case {
 
 std::vector<Case> CasesOf(const std::string& ending) {
   std::vector<Case> cases;
-  const fs::path folder = fs::path(MORVA_SOURCE_DIR) / "tests/bad";
+  const fs::path folder = fs::path(support::SourceDir()) / "tests/bad";
   for (const std::string& name : support::NamesIn(folder)) {
     if (!name.ends_with(ending)) continue;
     const std::string whole = support::ReadRaw(folder / name);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "simulator/motion_path.h"
+#include "support/places.h"
 #include "unit/simulator/simulator_fixture.h"
 
 namespace morva {
@@ -108,7 +109,8 @@ using PathGolden = SimulatorTest;
 TEST_F(PathGolden, ProgramsGiveThePointsWorkedOutByHand) {
   int cases = 0;
   bool failedBefore = HasFailure();
-  for (const auto& entry : fs::directory_iterator(MORVA_SOURCE_DIR "/tests/golden/path")) {
+  for (const auto& entry :
+       fs::directory_iterator(fs::path(support::SourceDir()) / "tests/golden/path")) {
     if (!entry.is_directory()) continue;
     ++cases;
     CheckCase(entry.path());
