@@ -1,5 +1,7 @@
 #include "app/panels.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
@@ -34,6 +36,14 @@ bool HasPanel(int mode) {
     if (panels[i].mode == mode) return true;
   }
   return false;
+}
+
+int HeightAboveView(int mode) {
+  int height = 0;
+  for (int i = 0; i < panelFill.count; ++i) {
+    if (panels[i].mode == mode) height = std::max(height, panels[i].heightAboveView);
+  }
+  return height;
 }
 
 void ShowAt(int id, const platform::Rect& place) {

@@ -27,6 +27,10 @@ struct Panel {
   void (*place)(const platform::Rect& area) = nullptr;  // places and shows them
   void (*hide)() = nullptr;
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
+  // Of a panel in the right body whose mode shows the toolpath view as well, with narrow bars. The
+  // view stands beside the panel where the window is wide enough, else below it. Below, the panel
+  // keeps this height in pixels as long as the view has its least; 0: the mode has no view.
+  int heightAboveView = 0;
 };
 
 // A full table stops the program with words.
@@ -37,6 +41,8 @@ const Panel& PanelAt(int index);
 bool IsPanelActive(const Panel& panel);
 // Whether some panel belongs to this mode.
 bool HasPanel(int mode);
+// Panel::heightAboveView of the mode's panel, 0 without one.
+int HeightAboveView(int mode);
 // Places a control of a panel, in pixels of the main window, and shows it.
 void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.

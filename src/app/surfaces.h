@@ -24,6 +24,7 @@ struct Surface {
   const char16_t* subtitle = u"";  // below the head
   int hintLabel = 0;               // label for the help of a key, 0: the output log takes it
   bool returns = false;            // the back key leads to where it was entered from
+  bool withView = false;           // the toolpath view stands beside it, with narrow bars
 
   // Coming and going. `show` makes the surface at first use, places it in `area` of the main
   // window and shows it; it comes again at every layout. `hide` comes also before the first show.

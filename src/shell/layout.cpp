@@ -170,6 +170,9 @@ void Layout() {
   in.indexPage = app.mode == kModeCodeIndex && !app.sidebarShowsFeatures;
   in.tabCount = app.tabCount;
   in.viewAway = WorkPanelShown();
+  in.heightAboveView = HeightAboveView(app.mode);
+  const Surface* up = SurfaceUp();
+  in.viewBesideSurface = up && up->withView;
   const LayoutPlan plan = PlanLayout(in);
   app.leftPanelWidth = plan.leftPanelWidth;
   areas = plan.areas;

@@ -60,6 +60,27 @@ constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDi
 constexpr KeyWidth kPathKeys[] = {{kIdPath, 61},    {kIdPlay, 70},   {kIdViewMenu, 60},
                                   {kIdZoomOut, 34}, {kIdZoomIn, 34}, {kIdZoomReset, 70}};
 constexpr KeyWidth kTabBarKeys[] = {{kIdCommandWords, 132}, {kIdCompareSecond, 96}, {kIdClose, 64}};
+
+// The keys above and below the toolpath view. The narrow bars stand in the lower part of a right
+// panel and beside a form: smaller keys, and of the playback keys only six.
+struct ViewBars {
+  int keyWidth;  // at most
+  int keyHeight;
+  int gap;          // between keys of a row
+  int apart;        // between a bar and the view
+  bool operations;  // with the keys to the previous and the next operation
+};
+constexpr ViewBars kWideBars{38, 30, 4, 6, true};
+constexpr ViewBars kNarrowBars{22, 24, 2, 4, false};
+constexpr int kSliderHeight = 26;
+constexpr int kSliderGap = 5;      // above a slider of its own row
+constexpr int kSliderBeside = 12;  // from the playback keys to a slider in their row
+constexpr int kSliderLeast = 280;  // width of that
+constexpr int kBesideLeast = 300;  // a view narrower than this goes below the panel
+constexpr int kBelowLeast = 200;   // height of a view below the panel
+constexpr int kPanelToView = 8;    // from the panel to the bar of the view below it
+constexpr int kNarrowBarsHeight =  // with a slider in a row of its own
+    2 * (kNarrowBars.keyHeight + kNarrowBars.apart) + kSliderGap + kSliderHeight;
 constexpr int kViewKeys[] = {kIdViewRefresh, kIdViewFit,  kIdViewPan,      kIdViewExtents,
                              kIdViewMeasure, kIdViewGrid, kIdViewGridMenu, kIdViewLayers};
 constexpr int kPlayKeys[] = {kIdPlayStart,   kIdPlayPrevious, kIdPlayRewind, kIdPlayToggle,
@@ -178,14 +199,22 @@ int PlanTabBar(LayoutPlan& plan, const LayoutInput& in, int left, int right) {
   return top + rows * kTabHeight + (rows - 1) * kGap + 6;
 }
 
-int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], int left, int right, int y) {
-  constexpr int kGap = 4;
-  const int width = std::min(38, (right - left - 7 * kGap) / 8);
-  for (int i = 0; i < 8; ++i) {
-    const int x = left + i * (width + kGap);
-    Put(plan, ids[i], Rect{x, y, x + width, y + kTabHeight});
+bool IsOperationKey(int id) { return id == kIdPlayPrevious || id == kIdPlayNext; }
+
+// Keys of one size from the left, less wide where the column is narrow. The x behind the last.
+int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], const Rect& column, int y,
+                const ViewBars& bars) {
+  const int width = std::min(bars.keyWidth, (RectWidth(column) - 7 * bars.gap) / 8);
+  int x = column.left;
+  for (const int id : ids) {
+    if (IsOperationKey(id) && !bars.operations) {
+      Put(plan, id, Rect{});
+      continue;
+    }
+    Put(plan, id, Rect{x, y, x + width, y + bars.keyHeight});
+    x += width + bars.gap;
   }
-  return left + 8 * (width + kGap) - kGap;
+  return x - bars.gap;
 }
 
 void HideView(LayoutPlan& plan) {
@@ -197,22 +226,26 @@ void HideView(LayoutPlan& plan) {
 
 // The toolpath view with its keys above and the playback bar below. The slider stands beside
 // the playback keys where there is room, else under them.
-void PlanView(LayoutPlan& plan, const Rect& column) {
-  constexpr int kSliderHeight = 26;
-  constexpr int kSliderLeast = 280;
-  PutEvenKeys(plan, kViewKeys, column.left, column.right, column.top);
-  const int top = column.top + kTabHeight + 6;
-  const bool beside = RectWidth(column) >= 8 * 38 + 7 * 4 + 12 + kSliderLeast;
+void PlanView(LayoutPlan& plan, const Rect& column, const ViewBars& bars) {
+  PutEvenKeys(plan, kViewKeys, column, column.top, bars);
+  const int top = column.top + bars.keyHeight + bars.apart;
+  const int keys = bars.operations ? 8 : 6;
+  const int keysWidth = keys * (bars.keyWidth + bars.gap) - bars.gap;
+  const bool beside = RectWidth(column) >= keysWidth + kSliderBeside + kSliderLeast;
   int foot = column.bottom;
   if (!beside) {
     Put(plan, kIdSpeedSlider, Rect{column.left, foot - kSliderHeight, column.right, foot});
-    foot -= kSliderHeight + 5;
+    foot -= kSliderHeight + kSliderGap;
   }
-  const int y = foot - kTabHeight;
-  const int behind = PutEvenKeys(plan, kPlayKeys, column.left, column.right, y);
-  if (beside)
-    Put(plan, kIdSpeedSlider, Rect{behind + 12, y + 2, column.right, y + 2 + kSliderHeight});
-  Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - 6});
+  const int y = foot - bars.keyHeight;
+  const int behind = PutEvenKeys(plan, kPlayKeys, column, y, bars);
+  if (beside) {
+    const int height = std::min(kSliderHeight, bars.keyHeight);
+    const int sliderTop = y + (bars.keyHeight - height) / 2;
+    Put(plan, kIdSpeedSlider,
+        Rect{behind + kSliderBeside, sliderTop, column.right, sliderTop + height});
+  }
+  Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - bars.apart});
 }
 
 // A panel in the work area takes the editor's height to the right end of the area, whether the
@@ -257,7 +290,7 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   if (in.viewAway) {
     HideView(plan);
   } else {
-    PlanView(plan, Rect{split, work.top, work.right, outputTop - 7});
+    PlanView(plan, Rect{split, work.top, work.right, outputTop - 7}, kWideBars);
   }
   PlanOutputHead(plan, work.left, split - kPad, headTop);
   const int info = std::clamp(width * 28 / 100, 210, 320);
@@ -292,7 +325,7 @@ void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   if (in.viewAway) {
     HideView(plan);
   } else {
-    PlanView(plan, Rect{split, work.top, work.right, work.bottom});
+    PlanView(plan, Rect{split, work.top, work.right, work.bottom}, kWideBars);
   }
   PlanOutputHead(plan, work.left, split - kPad, headTop);
   const int right = in.viewAway ? work.right : split - kPad;
@@ -302,7 +335,23 @@ void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   Put(plan, kIdHelpText, Rect{});
 }
 
-// A mode with a right panel: the panel takes the view's place.
+// The width of a view between the editor and a right panel; 0: there is no room for one.
+int WidthBesidePanel(const LayoutInput& in, int workWidth) {
+  if (in.heightAboveView == 0 || in.viewAway) return 0;
+  const int width = std::min(workWidth * 2 / 5, workWidth - kPad - kGutterWidth - kEditorLeast);
+  return width >= kBesideLeast ? width : 0;
+}
+
+// The view in the lower part of a right panel, whose own controls keep the upper one.
+void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
+  Rect& body = plan.areas.panelBody;
+  const int most = RectHeight(body) - kPanelToView - kNarrowBarsHeight - kBelowLeast;
+  const int kept = body.top + std::min(in.heightAboveView, most);
+  PlanView(plan, Rect{body.left, kept + kPanelToView, body.right, body.bottom}, kNarrowBars);
+  body.bottom = kept;
+}
+
+// A mode with a right panel: the panel takes the view's place, unless the mode shows the view too.
 void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   // The builders of shapes and patterns have a help text below; other panels go to the foot.
   const int help = in.mode >= kModeShapes && in.mode <= kModeRectangular ? 112 : 0;
@@ -313,7 +362,9 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int right = side.left - kPad;
   const int outputTop = work.bottom - OutputHeight(in);
   const int headTop = outputTop - kHeadRow - 5;
-  PlanEditor(plan, Rect{work.left, work.top, right, headTop - 7}, right);
+  const int view = WidthBesidePanel(in, right - work.left);
+  const int split = view > 0 ? right - view - kPad : right;
+  PlanEditor(plan, Rect{work.left, work.top, split, headTop - 7}, right);
   PlanOutputHead(plan, work.left, right, headTop);
   plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
@@ -323,11 +374,17 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   Put(plan, kIdHelpText, help > 0 ? Rect{left, foot, in.width - 12, side.bottom - 6} : Rect{});
   plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, help > 0 ? foot - kPad : foot};
   Put(plan, kIdInfoPanel, Rect{});
-  HideView(plan);
+  if (view > 0) {
+    PlanView(plan, Rect{right - view, work.top, right, headTop - 7}, kNarrowBars);
+  } else if (in.heightAboveView > 0) {
+    PlanViewBelow(plan, in);
+  } else {
+    HideView(plan);
+  }
 }
 
 // The other workspaces: a band with their own head, the keys that hold everywhere, the
-// program tabs, and the rest for the workspace.
+// program tabs, and the rest for the workspace, less the view where it shows one.
 LayoutPlan PlanWorkspace(const LayoutInput& in) {
   constexpr KeyWidth kKeys[] = {
       {kIdBack, 44}, {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
@@ -350,6 +407,13 @@ LayoutPlan PlanWorkspace(const LayoutInput& in) {
   Put(plan, kIdTabNew, Rect{x, tabs, x + kPlus, tabs + kTabHeight});
   const int foot = in.height - kStatusHeight;
   plan.areas.workspace = Rect{0, tabs + kTabHeight + 2, in.width, foot};
+  if (in.viewBesideSurface) {
+    Rect& area = plan.areas.workspace;
+    const int right = in.width - kPad;
+    const int split = right - in.width * 2 / 5;
+    PlanView(plan, Rect{split, area.top + 4, right, foot - 6}, kNarrowBars);
+    area.right = split - kPad;
+  }
   plan.areas.status = Rect{0, foot, in.width, in.height};
   Put(plan, kIdStatusLine, Rect{12, foot + 3, in.width - 12, in.height - 3});
   return plan;

@@ -22,6 +22,10 @@ struct LayoutInput {
   bool indexPage = false;  // the code index has its page beside the output
   int tabCount = 1;
   bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
+  // Of a mode with a right panel that shows the view as well: what its panel keeps of its height
+  // where the view stands below it. 0: no view.
+  int heightAboveView = 0;
+  bool viewBesideSurface = false;  // the surface shows the view as well
 };
 
 struct Placement {

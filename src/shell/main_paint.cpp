@@ -61,6 +61,11 @@ void FrameWells(Canvas& canvas) {
   PaintForms(canvas, platform::kMainWindow);
 }
 
+// The view beside a workspace.
+void FrameView(Canvas& canvas) {
+  FrameWell(canvas, platform::PlaceOf(kViewToolpath), platform::FocusedId() == kViewToolpath);
+}
+
 }  // namespace
 
 void PaintWindowIcon(Canvas& canvas) { DrawMark(canvas, platform::CanvasArea(canvas)); }
@@ -71,6 +76,7 @@ void PaintMainWindow(Canvas& canvas) {
   FillArea(canvas, client, kWindowBackground);
   DrawTopBand(canvas, areas.topBand);
   if (app.surface != kSurfaceCode) {
+    if (platform::IsVisible(kViewToolpath)) FrameView(canvas);
     FillArea(canvas, areas.status, kDarkBand);
     FillArea(canvas, Rect{0, areas.status.top, client.right, areas.status.top + 1}, kPanelLine);
     return;

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -30,8 +32,8 @@ bool Overlap(const Rect& a, const Rect& b) {
 std::string Words(const LayoutInput& in, int id) {
   return std::to_string(in.width) + " x " + std::to_string(in.height) + ", mode " +
          std::to_string(in.mode) + ", panel " + std::to_string(in.leftPanelWidth) + ", tabs " +
-         std::to_string(in.tabCount) + (in.viewAway ? ", no view" : "") + ", id " +
-         std::to_string(id);
+         std::to_string(in.tabCount) + (in.viewAway ? ", no view" : "") +
+         (in.heightAboveView > 0 ? ", view with the panel" : "") + ", id " + std::to_string(id);
 }
 
 // Every plan of the sizes, modes, panel widths and tab counts that the program meets.
@@ -48,6 +50,10 @@ void ForEveryPlan(Look look) {
             in.tabCount = tabs;
             look(in, PlanLayout(in));
             in.viewAway = true;
+            look(in, PlanLayout(in));
+            in.heightAboveView = 300;
+            look(in, PlanLayout(in));
+            in.viewAway = false;
             look(in, PlanLayout(in));
           }
         }
@@ -191,6 +197,116 @@ TEST(LayoutRects, EndTheWorkAreaAtTheEditorsLowerEdge) {
           << Words(in, id);
     }
   });
+}
+
+// The wizard's mode, whose panel asks for the view and for 300 pixels above it.
+LayoutInput WithView(int width, int height) {
+  LayoutInput in = Window(width, height, kModeWizard);
+  in.heightAboveView = 300;
+  return in;
+}
+
+constexpr int kNarrowViewKeys[] = {kIdViewRefresh, kIdViewFit,  kIdViewPan,      kIdViewExtents,
+                                   kIdViewMeasure, kIdViewGrid, kIdViewGridMenu, kIdViewLayers};
+constexpr int kNarrowPlayKeys[] = {kIdPlayStart,   kIdPlayRewind, kIdPlayToggle,
+                                   kIdPlayForward, kIdPlayEnd,    kIdPlayStop};
+
+TEST(LayoutRects, GiveNarrowBarsToAViewWithAPanel) {
+  for (const LayoutInput& in : {WithView(1200, 800), WithView(1560, 940), WithView(1920, 1080)}) {
+    const LayoutPlan plan = PlanLayout(in);
+    const Rect view = PlaceIn(plan, kViewToolpath);
+    for (const auto keys :
+         {std::span<const int>(kNarrowViewKeys), std::span<const int>(kNarrowPlayKeys)}) {
+      for (std::size_t i = 0; i < keys.size(); ++i) {
+        const Rect key = PlaceIn(plan, keys[i]);
+        EXPECT_EQ(key.left, view.left + 24 * static_cast<int>(i)) << Words(in, keys[i]);
+        EXPECT_EQ(RectHeight(key), 24) << Words(in, keys[i]);
+      }
+    }
+    EXPECT_TRUE(IsEmpty(PlaceIn(plan, kIdPlayPrevious)));
+    EXPECT_TRUE(IsEmpty(PlaceIn(plan, kIdPlayNext)));
+    EXPECT_FALSE(IsEmpty(PlaceIn(plan, kIdSpeedSlider)));
+    EXPECT_GE(RectHeight(view), 200);
+  }
+}
+
+TEST(LayoutRects, StandTheViewBelowThePanelOnASmallWindow) {
+  const LayoutInput in = WithView(1200, 800);
+  const LayoutPlan plan = PlanLayout(in);
+  const Rect& form = plan.areas.panelBody;
+  const Rect view = PlaceIn(plan, kViewToolpath);
+  EXPECT_EQ(view.left, form.left);
+  EXPECT_EQ(view.right, form.right);
+  EXPECT_EQ(view.left, plan.areas.rightPanel.left + 12);
+  EXPECT_GT(PlaceIn(plan, kIdViewRefresh).top, form.bottom);
+  EXPECT_GE(RectWidth(form), 300);
+  EXPECT_GE(RectHeight(form), 240);
+  EXPECT_EQ(RectHeight(view), 200);  // its least: the panel asked for more than there is
+  LayoutInput high = WithView(1200, 1080);
+  EXPECT_EQ(RectHeight(PlanLayout(high).areas.panelBody), 300);
+  EXPECT_GT(RectHeight(PlaceIn(PlanLayout(high), kViewToolpath)), 400);
+}
+
+TEST(LayoutRects, StandTheViewBesideThePanelWhereThereIsRoom) {
+  for (const LayoutInput& in : {WithView(1560, 940), WithView(1920, 1080)}) {
+    const LayoutPlan plan = PlanLayout(in);
+    const Rect view = PlaceIn(plan, kViewToolpath);
+    const Rect editor = PlaceIn(plan, kIdEditor);
+    LayoutInput without = in;
+    without.heightAboveView = 0;
+    const LayoutPlan bare = PlanLayout(without);
+    EXPECT_EQ(RectHeight(plan.areas.panelBody), RectHeight(bare.areas.panelBody));
+    EXPECT_EQ(RectWidth(plan.areas.rightPanel), 350);
+    EXPECT_LE(view.right, plan.areas.rightPanel.left);
+    EXPECT_GE(view.left, editor.right);
+    EXPECT_GE(RectWidth(view), 300);
+    EXPECT_GE(RectWidth(editor), 420);
+    EXPECT_EQ(RectWidth(PlaceIn(plan, kIdOutputLog)), RectWidth(PlaceIn(bare, kIdOutputLog)));
+  }
+  LayoutInput wide = WithView(1560, 940);
+  wide.leftPanelWidth = 430;  // takes the room
+  EXPECT_GE(PlaceIn(PlanLayout(wide), kViewToolpath).left, 1560 - 350);
+  LayoutInput away = WithView(1560, 940);
+  away.viewAway = true;  // a panel in the work area takes it
+  EXPECT_GE(PlaceIn(PlanLayout(away), kViewToolpath).left, 1560 - 350);
+}
+
+// The panel's own controls stand in an area that no placed thing reaches into.
+TEST(LayoutRects, LeaveTheBodyOfARightPanelToIt) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const Rect& body = plan.areas.panelBody;
+    if (IsEmpty(body)) return;
+    for (int i = 0; i < plan.count; ++i) {
+      ASSERT_FALSE(!IsEmpty(plan.placements[i].place) && Overlap(body, plan.placements[i].place))
+          << Words(in, plan.placements[i].id);
+    }
+    ASSERT_GE(RectWidth(body), 300) << Words(in, 0);
+    ASSERT_GE(RectHeight(body), in.heightAboveView > 0 ? 100 : 200) << Words(in, 0);
+  });
+}
+
+TEST(LayoutRects, StandTheViewBesideASurfaceThatShowsIt) {
+  for (const auto& [width, height] : {std::pair(1200, 800), {1560, 940}, {1920, 1080}}) {
+    LayoutInput in = Window(width, height);
+    in.surface = kSurfaceSkim;
+    EXPECT_TRUE(IsEmpty(PlaceIn(PlanLayout(in), kViewToolpath)));
+    EXPECT_EQ(PlanLayout(in).areas.workspace.right, width);
+    in.viewBesideSurface = true;
+    const LayoutPlan plan = PlanLayout(in);
+    const Rect& area = plan.areas.workspace;
+    const Rect view = PlaceIn(plan, kViewToolpath);
+    EXPECT_GE(RectWidth(area), 650) << width;
+    EXPECT_GE(RectWidth(view), 450) << width;
+    EXPECT_GE(RectHeight(view), 400) << height;
+    for (int i = 0; i < plan.count; ++i) {
+      const Rect& place = plan.placements[i].place;
+      if (IsEmpty(place)) continue;
+      EXPECT_FALSE(Overlap(area, place)) << plan.placements[i].id;
+      EXPECT_TRUE(place.right <= width && place.bottom <= height) << plan.placements[i].id;
+    }
+    EXPECT_TRUE(IsEmpty(PlaceIn(plan, kIdPlayNext)));
+    EXPECT_FALSE(IsEmpty(PlaceIn(plan, kIdPlayStop)));
+  }
 }
 
 TEST(LayoutRects, WrapTheTabsBeforeTheyBecomeUnreadable) {

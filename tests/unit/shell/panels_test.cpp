@@ -183,6 +183,55 @@ TEST_F(Panels, AModeExistsOnceAPanelBelongsToIt) {
   SetMode(kModeHome);
 }
 
+constexpr int kViewMadeUp = 20900;
+
+// A panel of the wizard's mode that fills its area and asks for the toolpath view.
+void RegisterPanelWithView() {
+  platform::ViewSpec form;
+  form.id = kViewMadeUp;
+  form.className = u"MadeUp";
+  platform::MakeView(form);
+  Panel panel;
+  panel.mode = kModeWizard;
+  panel.heightAboveView = 300;
+  panel.place = [](const platform::Rect& area) { ShowAt(kViewMadeUp, area); };
+  panel.hide = [] { platform::SetVisible(kViewMadeUp, false); };
+  RegisterPanel(panel);
+}
+
+TEST_F(Panels, AModesPanelMayShowTheToolpathViewWithItself) {
+  RegisterPanelWithView();
+  const struct {
+    int width, height;
+    bool beside;
+  } sizes[] = {{1200, 800, false}, {1560, 940, true}, {1920, 1080, true}};
+  for (const auto& size : sizes) {
+    SCOPED_TRACE(testing::Message() << size.width << " by " << size.height);
+    headless::Resize(size.width, size.height);
+    SetMode(kModeWizard);
+    ExpectNothingOverAnother("the code editor");
+    const platform::Rect form = platform::PlaceOf(kViewMadeUp);
+    const platform::Rect view = platform::PlaceOf(kViewToolpath);
+    EXPECT_GE(platform::RectWidth(form), 300);
+    EXPECT_GE(platform::RectHeight(form), 240);
+    EXPECT_GE(platform::RectHeight(view), 200);
+    EXPECT_EQ(view.right < form.left, size.beside);
+    for (const int id : {kIdPlayStart, kIdPlayRewind, kIdPlayToggle, kIdPlayForward, kIdPlayEnd,
+                         kIdPlayStop, kIdViewRefresh, kIdViewLayers, kIdSpeedSlider}) {
+      EXPECT_TRUE(platform::IsVisible(id)) << id;
+    }
+    EXPECT_FALSE(platform::IsVisible(kIdPlayPrevious));
+    EXPECT_FALSE(platform::IsVisible(kIdPlayNext));
+    headless::Click(kIdCompareSecond);  // takes the editor's place and that of a view beside it
+    ExpectNothingOverAnother("the review");
+    EXPECT_TRUE(platform::IsVisible(kViewToolpath));
+    headless::Click(kIdCompareSecond);
+    SetMode(kModeHome);
+    EXPECT_TRUE(platform::IsVisible(kIdPlayPrevious));
+    EXPECT_FALSE(platform::IsVisible(kViewMadeUp));
+  }
+}
+
 TEST_F(Panels, RoomsHearTheEventsOfTheirIds) {
   Handlers first;
   first.id = kIdEditor;

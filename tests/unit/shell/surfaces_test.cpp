@@ -307,6 +307,25 @@ TEST_F(Surfaces, AreToldOfAnAutosaveWhileTheyAreUpAndOfANewProgramAlways) {
 
 TEST_F(Surfaces, AreFoundByNoModeThatIsNoMode) { EXPECT_EQ(SurfaceOfMode(-1), nullptr); }
 
+TEST_F(Surfaces, MayShowTheToolpathViewBesideThemselves) {
+  Surface skim;
+  skim.surface = kSurfaceSkim;
+  skim.withView = true;
+  skim.show = Show;
+  skim.hide = [] { platform::SetVisible(kViewMadeUp, false); };
+  RegisterSurface(skim);
+  SetSurface(kSurfaceSkim);
+  EXPECT_TRUE(platform::IsVisible(kViewToolpath));
+  EXPECT_LT(last.right, platform::PlaceOf(kViewToolpath).left);
+  EXPECT_TRUE(platform::IsVisible(kIdPlayStop));
+  EXPECT_FALSE(platform::IsVisible(kIdPlayNext));
+  SetSurface(kSurfacePlate);
+  EXPECT_FALSE(platform::IsVisible(kViewToolpath));
+  EXPECT_EQ(last.right, 1560);
+  SetSurface(kSurfaceCode);
+  EXPECT_TRUE(platform::IsVisible(kIdPlayNext));
+}
+
 TEST_F(Surfaces, ComeUpByTheirNumberOnlyOnceTheyAreRegistered) {
   SetSurface(kSurfaceSkim);
   EXPECT_EQ(app.surface, kSurfaceCode);
