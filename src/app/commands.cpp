@@ -1,6 +1,7 @@
 #include "app/commands.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "app/join_table.h"
 #include "app/limits.h"
@@ -13,34 +14,87 @@ namespace morva {
 
 namespace {
 
+constexpr std::size_t kHoverTextMost = 279;
+
 const Command* table[kMaxCommands];  // by id
 JoinTable fill{u"commands", kMaxCommands};
 
-bool IdBelow(const Command* row, int id) { return row->id < id; }
+// A static row stands for an id that no room knows.
+constexpr Command kNobody;
+
+const Command& RowOf(int id) {
+  const Command* row = CommandOf(id);
+  return row ? *row : kNobody;
+}
+
+int LastOf(const Command& row) { return std::max(row.id, row.last); }
+
+bool IdBelow(int id, const Command* row) { return id < row->id; }
 
 }  // namespace
 
 void AddCommands(std::span<const Command> rows) {
   for (const Command& row : rows) {
-    const Command** at = std::lower_bound(table, table + fill.count, row.id, IdBelow);
-    const bool taken = at != table + fill.count && (*at)->id == row.id;
-    if (taken && *at == &row) continue;
-    if (taken) {
-      StopProgram(u"MORVA cannot start. Command " + IntegerText(row.id) + u" comes twice.");
+    const Command** end = table + fill.count;
+    const Command** at = std::upper_bound(table, end, row.id, IdBelow);
+    if (at != table && at[-1] == &row) continue;
+    const bool below = at != table && LastOf(*at[-1]) >= row.id;
+    const bool above = at != end && LastOf(row) >= (*at)->id;
+    if (below || above) {
+      StopProgram(u"MORVA cannot start. Command " + IntegerText(below ? row.id : (*at)->id) +
+                  u" comes twice.");
     }
-    const Command** end = table + NextRow(fill);
+    NextRow(fill);
     std::copy_backward(at, end, end + 1);
     *at = &row;
   }
 }
 
+void ResetCommandWords() { fill.count = 0; }
+
 const Command* CommandOf(int id) {
-  const Command** end = table + fill.count;
-  const Command** at = std::lower_bound(table, end, id, IdBelow);
-  return at != end && (*at)->id == id ? *at : nullptr;
+  const Command** at = std::upper_bound(table, table + fill.count, id, IdBelow);
+  if (at == table) return nullptr;
+  const Command* row = at[-1];
+  return id <= LastOf(*row) ? row : nullptr;
 }
 
-void ResetCommandWords() { fill.count = 0; }
+std::span<const Command* const> AllCommands() {
+  return {table, static_cast<std::size_t>(fill.count)};
+}
+
+bool IsPending(int id) { return RowOf(id).pending[0] != 0; }
+
+const char16_t* WordsOf(int id, bool on) {
+  const Command& row = RowOf(id);
+  return on && row.wordsOn[0] ? row.wordsOn : row.words;
+}
+
+const char16_t* HelpOf(int id) {
+  const Command& row = RowOf(id);
+  return row.help[0] || row.icon == kNoIcon ? row.help : row.words;
+}
+
+std::u16string HintOf(int id) {
+  const Command& row = RowOf(id);
+  if (row.hintWords[0]) return row.hintWords;
+  if (row.hint == Hint::Quiet) return {};
+  if (row.hint == Hint::Help) return HelpOf(id);
+  return platform::TextOf(id).substr(0, kHoverTextMost);
+}
+
+int CommandOfChord(ChordPlace place, const platform::KeyEvent& key) {
+  if (place == ChordPlace::Nowhere) return 0;
+  for (const Command* row : AllCommands()) {
+    if (row->chord.place == place && SameKey(row->chord.key, key)) return row->id;
+  }
+  return 0;
+}
+
+bool RouteChord(ChordPlace place, const platform::KeyEvent& key) {
+  const int id = CommandOfChord(place, key);
+  return id != 0 && RouteCommand(id, platform::kNotifyClick);
+}
 
 bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden) {
   const Command* row = CommandOf(id);
@@ -54,9 +108,20 @@ bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden) {
   spec.parent = parent;
   spec.hidden = hidden;
   if (!platform::MakeControl(spec)) return false;
-  if (row->help[0]) platform::SetToolTip(id, row->help);
+  if (HelpOf(id)[0]) platform::SetToolTip(id, HelpOf(id));
   if (IsPending(id)) platform::SetEnabled(id, false);
   return true;
+}
+
+void ShowWords(int id, bool on) {
+  if (!CommandOf(id)) return;
+  const std::u16string_view words = WordsOf(id, on);
+  if (platform::TextOf(id) != words) platform::SetText(id, words);
+}
+
+void TellState(int id, bool on) {
+  platform::SetToolTip(id, HelpOf(id) + std::u16string(on ? u"  (on)" : u""));
+  platform::Repaint(id);
 }
 
 }  // namespace morva

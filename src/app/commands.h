@@ -6,29 +6,82 @@
 #pragma once
 
 #include <span>
+#include <string>
 
+#include "app/chords.h"
 #include "platform/window.h"
 
 namespace morva {
 
+// What the status line says while the pointer rests on a control.
+enum class Hint : unsigned char {
+  Words,  // what is written on it just now
+  Help,   // its tool tip
+  Quiet,  // nothing: it is read where it is
+};
+
+inline constexpr int kNoIcon = -1;
+
 struct Command {
   int id = 0;
-  const char16_t* words = u"";  // the caption
-  const char16_t* help = u"";   // tool tip; empty: none
-  const char16_t* name = u"";   // for assistive technology, where the caption says too little
+  const char16_t* words = u"";      // the caption
+  const char16_t* help = u"";       // tool tip; empty: none, or the words where an icon hides them
+  const char16_t* name = u"";       // for assistive technology, where the caption says too little
+  const char16_t* wordsOn = u"";    // the caption while its state is on; empty: the same
+  const char16_t* menuWords = u"";  // in a context menu; empty: the caption
+  Hint hint = Hint::Words;
+  const char16_t* hintWords = u"";  // a hint of its own, instead of `hint`
+  int icon = kNoIcon;               // icon_names.h
+  Chord chord = {};
+  const char16_t* pending = u"";  // what is still to come; empty: the command exists
+  int last = 0;                   // of a range of ids that say the same; 0: one id
+  int over = 0;                   // the control that this one lies over and whose hint it gives
 };
 
 // Keeps a view of the rows, which must last as long as the program. The same row handed in again
 // counts once. Another row of an id that stands there, or more than kMaxCommands rows, stop the
 // program with words.
 void AddCommands(std::span<const Command> rows);
+void ResetCommandWords();
 // Null where no room knows the id.
 const Command* CommandOf(int id);
-void ResetCommandWords();
+// Every row, by id.
+std::span<const Command* const> AllCommands();
+
+// Whether the id is still to come: its key is dim and nobody answers it.
+bool IsPending(int id);
+// The caption of an id while its state is on or off; empty where no room knows it.
+const char16_t* WordsOf(int id, bool on = false);
+// The tool tip; empty for none.
+const char16_t* HelpOf(int id);
+// What is said while the pointer rests on a control; empty for nothing.
+std::u16string HintOf(int id);
+// The command whose chord the key is at this place, 0 for none.
+int CommandOfChord(ChordPlace place, const platform::KeyEvent& key);
+// Runs the command whose chord the key is at this place. False: there is none, or nobody took it.
+bool RouteChord(ChordPlace place, const platform::KeyEvent& key);
 
 // Makes the push button of a command in `parent`: caption, accessible name and tool tip of its
 // row, disabled while the command is still to come. It gets no place. False: no row has the id,
 // or the system made no button.
 bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden);
+// Writes the caption of the state on the command's button, where it is another one.
+void ShowWords(int id, bool on);
+// Adds "  (on)" to the tool tip of a button whose state is on, which is what a screen reader
+// gives for a description, and draws the button anew.
+void TellState(int id, bool on);
+
+struct MenuRow {
+  int id = 0;  // 0 is a separator
+  bool enabled = true;
+  bool checked = false;
+  bool on = false;  // the state that picks the caption
+};
+// The text of a command's item in a context menu: its words, and behind a tab its chord unless
+// the words are the key's name.
+std::u16string MenuText(int id, bool on = false);
+// Shows a popup of commands with its top left corner at main-window pixels. The chosen id, 0 for
+// none, -1 when no menu could be made.
+int ShowCommandMenu(std::span<const MenuRow> rows, int x, int y);
 
 }  // namespace morva

@@ -2,57 +2,61 @@
 
 #include "app/command_ids.h"
 #include "platform/control.h"
-#include "platform/menu.h"
 
 namespace morva {
 
-bool EditKey(int id, const platform::KeyEvent& key) {
-  if (!key.alt || key.ctrl || !platform::IsTextControl(id)) return false;
-  switch (key.key) {
-    case 'C':
-      platform::RunEditAction(id, platform::EditAction::Copy);
+namespace {
+
+using platform::EditAction;
+
+constexpr Command kCommands[] = {
+    {.id = kIdEditUndo, .words = u"Undo", .chord = AltKey(ChordPlace::Texts, 'Z')},
+    {.id = kIdEditCut, .words = u"Cut", .chord = CtrlKey(ChordPlace::Toolkit, 'X')},
+    {.id = kIdEditCopy, .words = u"Copy", .chord = AltKey(ChordPlace::Texts, 'C')},
+    {.id = kIdEditPaste, .words = u"Paste", .chord = AltKey(ChordPlace::Texts, 'V')},
+    {.id = kIdEditSelectAll, .words = u"Select All", .chord = CtrlKey(ChordPlace::Toolkit, 'A')},
+};
+
+// False: no command of the menu.
+bool RunOn(int control, int command) {
+  switch (command) {
+    case kIdEditUndo:
+      platform::RunEditAction(control, EditAction::Undo);
       return true;
-    case 'V':
-      platform::RunEditAction(id, platform::EditAction::Paste);
+    case kIdEditCut:
+      platform::RunEditAction(control, EditAction::Cut);
       return true;
-    case 'Z':
-      platform::RunEditAction(id, platform::EditAction::Undo);
+    case kIdEditCopy:
+      platform::RunEditAction(control, EditAction::Copy);
+      return true;
+    case kIdEditPaste:
+      platform::RunEditAction(control, EditAction::Paste);
+      return true;
+    case kIdEditSelectAll:
+      platform::RunEditAction(control, EditAction::SelectAll);
       return true;
     default:
       return false;
   }
 }
 
+}  // namespace
+
+std::span<const Command> EditCommands() { return kCommands; }
+
+bool EditKey(int id, const platform::KeyEvent& key) {
+  if (!platform::IsTextControl(id)) return false;
+  platform::KeyEvent unshifted = key;  // Shift makes no difference
+  unshifted.shift = false;
+  return RunOn(id, CommandOfChord(ChordPlace::Texts, unshifted));
+}
+
 bool EditContextMenu(int id, int x, int y) {
   if (!platform::IsTextControl(id)) return false;
-  const platform::MenuItem items[] = {
-      {kIdEditUndo, u"Undo\tAlt+Z"},
-      {},
-      {kIdEditCut, u"Cut\tCtrl+X"},
-      {kIdEditCopy, u"Copy\tAlt+C"},
-      {kIdEditPaste, u"Paste\tAlt+V"},
-      {},
-      {kIdEditSelectAll, u"Select All\tCtrl+A"},
+  constexpr MenuRow kRows[] = {
+      {kIdEditUndo}, {}, {kIdEditCut}, {kIdEditCopy}, {kIdEditPaste}, {}, {kIdEditSelectAll},
   };
-  switch (platform::ShowPopup(items, 7, x, y)) {
-    case kIdEditUndo:
-      platform::RunEditAction(id, platform::EditAction::Undo);
-      break;
-    case kIdEditCut:
-      platform::RunEditAction(id, platform::EditAction::Cut);
-      break;
-    case kIdEditCopy:
-      platform::RunEditAction(id, platform::EditAction::Copy);
-      break;
-    case kIdEditPaste:
-      platform::RunEditAction(id, platform::EditAction::Paste);
-      break;
-    case kIdEditSelectAll:
-      platform::RunEditAction(id, platform::EditAction::SelectAll);
-      break;
-    default:
-      break;
-  }
+  RunOn(id, ShowCommandMenu(kRows, x, y));
   return true;
 }
 

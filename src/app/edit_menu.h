@@ -1,10 +1,14 @@
 // Alt+C, Alt+V, Alt+Z and the context menu of every text control.
 #pragma once
 
+#include <span>
+
+#include "app/commands.h"
 #include "platform/events.h"
 
 namespace morva {
 
+std::span<const Command> EditCommands();
 // True: the key was one of the three on a text control.
 bool EditKey(int id, const platform::KeyEvent& key);
 // The popup at main-window pixels; true for a text control.

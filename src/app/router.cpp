@@ -1,6 +1,5 @@
 #include "app/router.h"
 
-#include "app/command_ids.h"
 #include "app/join_table.h"
 #include "app/limits.h"
 #include "app/stop.h"
@@ -58,36 +57,6 @@ const Row* FindRow(int id, int notification) {
   return nullptr;
 }
 
-// What is still to come, by id. A row leaves this table when its operation exists.
-const PendingCommand kPending[] = {
-    {kIdSetup, kIdSetup, u"DNC setup panel"},
-    {kIdSetupSecond, kIdSetupSecond, u"DNC setup panel"},
-    {kIdWizardCombo, kIdWizardCombo, u"Machining wizard"},
-    {kIdWizardInsert, kIdWizardInsert, u"Machining wizard"},
-    {kIdToolList, kIdToolInsert, u"Tool library"},
-    {kIdMacroCombo, kIdMacroCombo, u"Macro library"},
-    {kIdMacroInsert, kIdMacroInsert, u"Macro library"},
-    {kIdShapeCombo, kIdShapeCombo, u"Shape builder"},
-    {kIdShapeInsert, kIdShapeInsert, u"Shape builder"},
-    {kIdBuilderInch, kIdBuilderMm, u"Units of the builders"},
-    {kIdOpenDncSetup, kIdOpenDncSetup, u"DNC setup panel"},
-    {kIdMacroList, kIdMacroList, u"Macro library"},
-    {kIdMacroFirst, kIdMacroLast, u"Macro library"},
-    {kIdCircularItem, kIdCircularItem, u"Circular pattern"},
-    {kIdCircularInsert, kIdCircularOrientation, u"Circular pattern"},
-    {kIdRectItem, kIdRectItem, u"Rectangular pattern"},
-    {kIdRectInsert, kIdRectInsert, u"Rectangular pattern"},
-    {kIdOldFirst + 2, kIdOldFirst + 5, u"Panels still to come"},
-    {kIdOldFirst + 10, kIdOldFirst + 10, u"Slot builder"},
-    {kIdOldFirst + 13, kIdOldFirst + 13, u"Plate workspace"},
-    {kIdSurfacePlate, kIdSurfacePlate, u"Plate workspace"},
-    {kIdQuickShapeFirst, kIdCustomShapes, u"Shape builder"},
-    {kIdQuickInsertFirst, kIdQuickInsertLast, u"Quick insert"},
-    {kIdWizardKindFirst, kIdWizardKindLast, u"Machining wizard"},
-    {kIdHomeTool, kIdHomeTool, u"Tool library"},
-    {kIdMachine, kIdMachine, u"DNC setup panel"},
-};
-
 }  // namespace
 
 void RegisterCommand(RouterStage stage, int firstId, int lastId, int notification,
@@ -119,18 +88,6 @@ bool RouteCommand(int id, int notification) {
 int StageOf(int id, int notification) {
   const Row* row = FindRow(id, notification);
   return row ? static_cast<int>(row->stage) : -1;
-}
-
-const PendingCommand* PendingCommands(int& count) {
-  count = static_cast<int>(sizeof(kPending) / sizeof(kPending[0]));
-  return kPending;
-}
-
-bool IsPending(int id) {
-  for (const PendingCommand& pending : kPending) {
-    if (id >= pending.firstId && id <= pending.lastId) return true;
-  }
-  return false;
 }
 
 void RegisterTimer(int timer, void (*handler)()) {

@@ -2,7 +2,7 @@
 //
 // It owns no logic. Rooms register handlers at start-up; the router tries the stages in the
 // order of the enumeration, and the first handler of a stage that fits ends the search. An id
-// whose operation does not exist yet stands in PendingCommands and answers nothing.
+// whose operation does not exist yet answers nothing; its row in app/commands.h says what comes.
 #pragma once
 
 namespace morva {
@@ -39,15 +39,6 @@ void ClearCommands();
 bool RouteCommand(int id, int notification);
 // The stage that would take it, or -1; runs nothing.
 int StageOf(int id, int notification);
-
-struct PendingCommand {
-  int firstId;
-  int lastId;
-  const char16_t* what;  // what is still to come
-};
-// The one list of what is still to come.
-const PendingCommand* PendingCommands(int& count);
-bool IsPending(int id);
 
 // What fires on the main window's timers and posted messages, besides commands. One handler
 // each; a second one, a null handler and a full table stop the program with words.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "cad/canvas.h"
@@ -198,21 +199,6 @@ void LeaveOf() {
   Refresh();
 }
 
-struct Shortcut {
-  int key;
-  bool ctrl;
-  int command;
-};
-constexpr Shortcut kShortcuts[] = {
-    {platform::kKeyF1 + 7, false, kIdCadSnap},
-    {'C', true, kIdCadCopy},
-    {'X', true, kIdCadCut},
-    {'V', true, kIdCadPaste},
-    {'Z', true, kIdCadUndo},
-    {platform::kKeyDelete, false, kIdCadDelete},
-    {platform::kKeyEscape, false, kIdCadCancel},
-};
-
 // Zoom and pan without a pointer, as in the toolpath view.
 bool ViewKey(const KeyEvent& key) {
   int notches = 0;
@@ -223,10 +209,7 @@ bool ViewKey(const KeyEvent& key) {
     ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
     return true;
   }
-  if (key.key == platform::kKeyHome && !key.ctrl && !key.shift && !key.alt) {
-    CanvasFit();
-    return true;
-  }
+  if (RouteChord(ChordPlace::Canvas, key)) return true;
   if (!key.ctrl || key.shift || key.alt) return false;
   const int dx = key.key == platform::kKeyLeft ? -1 : key.key == platform::kKeyRight ? 1 : 0;
   const int dy = key.key == platform::kKeyUp ? -1 : key.key == platform::kKeyDown ? 1 : 0;
@@ -316,11 +299,8 @@ bool CanvasPointer(const PointerEvent& event) {
 }
 
 int SketchShortcut(const KeyEvent& key) {
-  if (key.alt || key.shift) return 0;
-  for (const Shortcut& shortcut : kShortcuts) {
-    if (shortcut.key == key.key && shortcut.ctrl == key.ctrl) return shortcut.command;
-  }
-  return 0;
+  const int command = CommandOfChord(ChordPlace::Drawing, key);
+  return command != 0 ? command : CommandOfChord(ChordPlace::Workspace, key);
 }
 
 bool CanvasKey(const KeyEvent& key) {

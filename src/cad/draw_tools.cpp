@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/canvas_parts.h"
@@ -92,9 +93,8 @@ void EscapeKey() {
 }
 
 void ShowSnapCaption() {
-  const char16_t* caption = sketch.snapOn ? u"Snap ON" : u"Snap OFF";
-  platform::SetText(kIdCadSnap, caption);
-  platform::SetAccessibleName(kIdCadSnap, caption);
+  ShowWords(kIdCadSnap, sketch.snapOn);
+  platform::SetAccessibleName(kIdCadSnap, WordsOf(kIdCadSnap, sketch.snapOn));
 }
 
 // What a left click on a tool key starts.

@@ -6,11 +6,11 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/router.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
 #include "cad/hint_line.h"
-#include "platform/menu.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 
@@ -24,34 +24,23 @@ constexpr int kFlyoutMethods = 5;
 struct Flyout {
   int key;
   int count;
-  platform::MenuItem items[kFlyoutMethods];
+  MenuRow methods[kFlyoutMethods];
 };
 
 constexpr Flyout kFlyouts[] = {
-    {kIdCadLine,
-     2,
-     {{kIdMethodLine, u"Line \u2014 two points"},
-      {kIdMethodLineTangent, u"Line \u2014 tangent to circle"}}},
+    {kIdCadLine, 2, {{kIdMethodLine}, {kIdMethodLineTangent}}},
     {kIdCadRectangle,
      3,
-     {{kIdMethodRectangle, u"Rectangle \u2014 two corners"},
-      {kIdMethodRectangleCentre, u"Rectangle \u2014 center and corner"},
-      {kIdMethodRectangleThree, u"Rectangle \u2014 three points (rotated)"}}},
+     {{kIdMethodRectangle}, {kIdMethodRectangleCentre}, {kIdMethodRectangleThree}}},
     {kIdCadCircle,
      5,
-     {{kIdMethodCircleRadius, u"Circle \u2014 center and radius"},
-      {kIdMethodCircleDiameter, u"Circle \u2014 two diameter endpoints"},
-      {kIdMethodCircleThree, u"Circle \u2014 three perimeter points"},
-      {kIdMethodCircleOnLine, u"Circle \u2014 tangent to line + center"},
-      {kIdMethodCircleOnCircle, u"Circle \u2014 tangent to circle + center"}}},
-    {kIdCadSlot,
-     2,
-     {{kIdMethodSlotDrag, u"Slot \u2014 drag with preset width"},
-      {kIdMethodSlotPoints, u"Slot \u2014 centerline endpoints + width point"}}},
-    {kIdCadDimension,
-     2,
-     {{kIdMethodDimension, u"Dimension \u2014 edit object size"},
-      {kIdMethodMeasure, u"Measure \u2014 point-to-point distance"}}},
+     {{kIdMethodCircleRadius},
+      {kIdMethodCircleDiameter},
+      {kIdMethodCircleThree},
+      {kIdMethodCircleOnLine},
+      {kIdMethodCircleOnCircle}}},
+    {kIdCadSlot, 2, {{kIdMethodSlotDrag}, {kIdMethodSlotPoints}}},
+    {kIdCadDimension, 2, {{kIdMethodDimension}, {kIdMethodMeasure}}},
 };
 
 int restingOn = 0;  // the key under the pointer at the last tick
@@ -103,7 +92,9 @@ void ShowFlyout(int keyId) {
   if (!flyout || popupOpen || !platform::IsVisible(keyId) || !platform::IsEnabled(keyId)) return;
   const platform::Rect place = platform::PlaceInMainWindow(keyId);
   popupOpen = true;
-  const int method = platform::ShowPopup(flyout->items, flyout->count, place.left, place.bottom);
+  const int method =
+      ShowCommandMenu(std::span(flyout->methods, static_cast<std::size_t>(flyout->count)),
+                      place.left, place.bottom);
   popupOpen = false;
   if (method > 0) StartMethod(method);
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/limits.h"
 #include "cad/drawings.h"
 #include "cad/edit_parts.h"
@@ -284,12 +285,9 @@ void TogglePatternSource() {
 }
 
 void RefreshPatternForm() {
-  platform::SetText(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode)
-                                             ? u"Source: selected geometry"
-                                             : u"Source: shape library");
+  ShowWords(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode));
   platform::SetEnabled(kIdCadPatternSource, editLink.kind == 0);
-  platform::SetText(kIdCadCreatePattern,
-                    PatternBlockIsOpen() ? u"UPDATE PATTERN FEATURE" : u"CREATE SKETCH PATTERN");
+  ShowWords(kIdCadCreatePattern, PatternBlockIsOpen());
 }
 
 void ResetPatterns() { fromSelection[0] = fromSelection[1] = false; }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/router.h"
 #include "app/stop.h"
 #include "cad/draw_tools.h"
@@ -50,8 +51,8 @@ void OnUnitKey(int id, int /*notification*/) {
 bool SketchIsMetric() { return sketch.metric; }
 
 void ShowSketchUnitCaptions() {
-  platform::SetText(kIdCadInch, sketch.metric ? u"INCH" : u"INCH *");
-  platform::SetText(kIdCadMm, sketch.metric ? u"MM *" : u"MM");
+  ShowWords(kIdCadInch, !sketch.metric);
+  ShowWords(kIdCadMm, sketch.metric);
 }
 
 void SwitchSketchUnits(bool metric) {

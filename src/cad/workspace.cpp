@@ -60,22 +60,13 @@ constexpr int kRowHeight = 24;
 
 bool made = false;
 
-void MakeKey(int id, const char16_t* text, const char16_t* name, const char16_t* tip) {
-  platform::ControlSpec spec;
-  spec.id = id;
-  spec.kind = ControlKind::PushButton;
-  spec.text = text;
-  spec.accessibleName = name;
-  spec.parent = kViewCad;
-  platform::MakeControl(spec);
-  platform::SetToolTip(id, tip);
-}
+void MakeKey(int id) { MakeCommandKey(id, kViewCad, FontRole::Body, false); }
 
 void MakeStripKeys() {
   for (int row = 0; row < kCadStripRows; ++row) {
     int count = 0;
     const CadKeySpec* keys = CadStripRow(row, count);
-    for (int i = 0; i < count; ++i) MakeKey(keys[i].id, keys[i].text, u"", keys[i].tip);
+    for (int i = 0; i < count; ++i) MakeKey(keys[i].id);
   }
 }
 
@@ -91,12 +82,9 @@ void MakeLabel(int id, const char16_t* text, FontRole font, platform::Colour col
 }
 
 void MakeDrawingTabs() {
-  for (int i = 0; i < kMaxDrawings; ++i) {
-    MakeKey(kIdDrawingFirst + i, u"", u"", u"Drawing of this program");
-  }
-  MakeKey(kIdDrawingAdd, u"+", u"New drawing", u"New drawing in this program");
-  MakeKey(kIdDrawingRename, u"Rename", u"Rename drawing",
-          u"Name this drawing; press again to keep");
+  for (int i = 0; i < kMaxDrawings; ++i) MakeKey(kIdDrawingFirst + i);
+  MakeKey(kIdDrawingAdd);
+  MakeKey(kIdDrawingRename);
   platform::ControlSpec name;
   name.id = kIdCadDrawingName;
   name.kind = ControlKind::EditLine;
@@ -140,7 +128,7 @@ void MakeSizeBoxes() {
     platform::SetColours(id, {kMainText, kOutputBackground, false});
     platform::SetTextLimit(id, kFieldUnits - 1);
   }
-  MakeKey(kIdCadCreateTyped, u"Create (Enter)", u"", u"Create the object with these sizes");
+  MakeKey(kIdCadCreateTyped);
   for (const int id : {kIdCadSizeCaption, kIdCadCreateTyped}) platform::SetVisible(id, false);
 }
 
@@ -294,26 +282,10 @@ void PaintWorkspace(Canvas& canvas) {
   }
 }
 
-struct KeyWords {
-  int id;
-  const char16_t* off;
-  const char16_t* on;
-};
-
-// State in words, so that it does not rest on colour alone.
-constexpr KeyWords kWords[] = {
-    {kIdCadSnap, u"Snap OFF", u"Snap ON"},
-    {kIdCadInch, u"INCH", u"INCH *"},
-    {kIdCadMm, u"MM", u"MM *"},
-};
-
+// The caption says the state too, so that it does not rest on colour alone.
 void RefreshKey(int id) {
   const bool on = CadKeyIsOn(id);
-  for (const KeyWords& words : kWords) {
-    if (words.id != id) continue;
-    const char16_t* text = on ? words.on : words.off;
-    if (platform::TextOf(id) != text) platform::SetText(id, text);
-  }
+  ShowWords(id, on);
   if (platform::IsChecked(id) != on) {
     platform::SetChecked(id, on);
     platform::Repaint(id);

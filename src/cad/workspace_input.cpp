@@ -1,6 +1,7 @@
 // Right click, popup and keys of the CAD surface: what reaches the tools from any control.
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/outlets.h"
 #include "app/router.h"
 #include "cad/canvas.h"
@@ -15,7 +16,6 @@
 #include "documents/program_tabs.h"
 #include "platform/control.h"
 #include "platform/listing.h"
-#include "platform/menu.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -23,7 +23,6 @@ namespace morva {
 namespace {
 
 using platform::KeyEvent;
-using platform::MenuItem;
 
 void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
 
@@ -54,11 +53,18 @@ bool SheetKey(int id, const KeyEvent& key) {
   return false;
 }
 
+// The command of a chord that holds on every control of the workspace; Shift makes no difference.
+int WorkspaceCommand(const KeyEvent& key) {
+  KeyEvent unshifted = key;
+  unshifted.shift = false;
+  return CommandOfChord(ChordPlace::Workspace, unshifted);
+}
+
 // Nothing is edited that cannot be seen as it lies; Escape returns to the plan at once, whatever
 // has the keyboard.
 bool ModelKey(int id, const KeyEvent& key) {
   if (!canvasView.modelView || key.ctrl || key.alt) return false;
-  if (key.key == platform::kKeyF1 + 7) return true;
+  if (WorkspaceCommand(key) != 0) return true;
   if (key.key != platform::kKeyEscape || key.shift || id == kIdCadDrawingName) return false;
   LeaveModelView();
   FocusCadCanvas();
@@ -77,27 +83,26 @@ bool CadRightClick() {
 
 void ShowCadMenu(int x, int y) {
   const bool some = HasSketchSelection();
-  const MenuItem items[] = {
-      {kIdCadUndo, u"Undo\tCtrl+Z", false, sketch.undoDepth > 0},
+  const MenuRow rows[] = {
+      {kIdCadUndo, sketch.undoDepth > 0},
       {},
-      {kIdCadCut, u"Cut\tCtrl+X", false, some},
-      {kIdCadCopy, u"Copy\tCtrl+C", false, some},
-      {kIdCadPaste, u"Paste\tCtrl+V"},
-      {kIdCadDuplicate, u"Duplicate", false, some},
+      {kIdCadCut, some},
+      {kIdCadCopy, some},
+      {kIdCadPaste},
+      {kIdCadDuplicate, some},
       {},
-      {kIdCadScale, u"Scale...", false, some},
-      {kIdCadCircularPanel, u"Circular pattern...", false, some},
-      {kIdCadGridPanel, u"Rectangular pattern...", false, some},
+      {kIdCadScale, some},
+      {kIdCadCircularPanel, some},
+      {kIdCadGridPanel, some},
       {},
-      {kIdCadHide, u"Hide / Show", false, some},
-      {kIdCadLock, u"Lock / Unlock", false, some},
+      {kIdCadHide, some},
+      {kIdCadLock, some},
       {},
-      {kIdCadDelete, u"Delete", false, some},
+      {kIdCadDelete, some},
       {},
-      {kIdCadSaveShape, u"Save reusable shape\u2026"},
+      {kIdCadSaveShape},
   };
-  const int picked =
-      platform::ShowPopup(items, static_cast<int>(sizeof(items) / sizeof(items[0])), x, y);
+  const int picked = ShowCommandMenu(rows, x, y);
   if (picked > 0) Press(picked);
   RefreshCadTools();
 }
@@ -135,8 +140,8 @@ bool CadContextMenu(int id, int row, int x, int y) {
 bool CadKey(int id, const KeyEvent& key) {
   if (!CadWindowExists()) return false;
   if (ModelKey(id, key)) return true;
-  if (key.key == platform::kKeyF1 + 7 && !key.ctrl && !key.alt) {
-    Press(kIdCadSnap);
+  if (const int command = WorkspaceCommand(key)) {
+    Press(command);
     return true;
   }
   if (id == kIdCadSizeBox1 || id == kIdCadSizeBox2) return SizeBoxKey(key);

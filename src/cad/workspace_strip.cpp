@@ -10,40 +10,17 @@ namespace morva {
 namespace {
 
 constexpr CadKeySpec kFirst[] = {
-    {kIdCadSelect, u"Select", u"Select, move and reshape geometry", 60},
-    {kIdCadLine, u"Line", u"Line by two points (Down: more ways)", 50},
-    {kIdCadRectangle, u"Rectangle", u"Rectangle by two corners (Down: more ways)", 84},
-    {kIdCadCircle, u"Circle", u"Circle by center and radius (Down: more ways)", 60},
-    {kIdCadSlot, u"Slot", u"Slot by its centerline (Down: more ways)", 48},
-    {kIdCadCircularPanel, u"Circular", u"Circular pattern of the selected object", 74},
-    {kIdCadGridPanel, u"Grid array", u"Rectangular pattern of the selected object", 86},
-    {kIdCadCopy, u"Copy", u"Copy the selected part (Ctrl+C)", 54},
-    {kIdCadCut, u"Cut", u"Cut the selected part (Ctrl+X)", 46},
-    {kIdCadPaste, u"Paste", u"Paste beside the original (Ctrl+V)", 56},
-    {kIdCadScale, u"Scale", u"Scale dimensions around the selected object's anchor.", 56},
-    {kIdCadUndo, u"Undo", u"Undo the last change (Ctrl+Z)", 54},
-    {kIdCadCutData, u"Cut data", u"Cutting depth, feed and Safe Z", 76},
-    {kIdCadGenerate, u"Generate", u"Generate or update the current sketch in the active program.",
-     90},
-    {kIdCadInch, u"INCH *", u"Drawing units: inch", 66},
-    {kIdCadMm, u"MM", u"Drawing units: millimeter", 56},
+    {kIdCadSelect, 60},  {kIdCadLine, 50},          {kIdCadRectangle, 84}, {kIdCadCircle, 60},
+    {kIdCadSlot, 48},    {kIdCadCircularPanel, 74}, {kIdCadGridPanel, 86}, {kIdCadCopy, 54},
+    {kIdCadCut, 46},     {kIdCadPaste, 56},         {kIdCadScale, 56},     {kIdCadUndo, 54},
+    {kIdCadCutData, 76}, {kIdCadGenerate, 90},      {kIdCadInch, 66},      {kIdCadMm, 56},
 };
 
 constexpr CadKeySpec kSecond[] = {
-    {kIdCadSnap, u"Snap ON", u"Snap to geometry and grid (F8; hold Alt to bypass)", 78},
-    {kIdCadPolygon, u"Polygon", u"Regular polygon of closed lines", 76},
-    {kIdCadRevolve, u"Revolve", u"Turn or copy the selected object around a pivot", 74},
-    {kIdCadJoin, u"Join", u"Let the selected line and another meet", 48},
-    {kIdCadTrimAt, u"Trim at", u"Remove the section under the pointer", 66},
-    {kIdCadTangent, u"Tangent", u"Let the selected line touch a circle", 76},
-    {kIdCadWorkAxis, u"Work axis", u"Construction axis; never cut", 84},
-    {kIdCadPoint, u"Point", u"Construction point; never cut", 54},
-    {kIdCadCancel, u"Cancel", u"Give up the tool in hand (Esc)", 64},
-    {kIdCadDimension, u"Dimension", u"Change sizes by their labels (Down: measure)", 92},
-    {kIdCadPan, u"Pan", u"Left button moves the drawing; the middle one always does", 48},
-    {kIdCadFit, u"Fit", u"Show the whole drawing", 42},
-    {kIdCadGrid, u"Grid", u"Grid on or off", 50},
-    {kIdCadThickness, u"Preview 3D", u"Wireframe with a thickness", 92},
+    {kIdCadSnap, 78},   {kIdCadPolygon, 76},   {kIdCadRevolve, 74},  {kIdCadJoin, 48},
+    {kIdCadTrimAt, 66}, {kIdCadTangent, 76},   {kIdCadWorkAxis, 84}, {kIdCadPoint, 54},
+    {kIdCadCancel, 64}, {kIdCadDimension, 92}, {kIdCadPan, 48},      {kIdCadFit, 42},
+    {kIdCadGrid, 50},   {kIdCadThickness, 92},
 };
 
 }  // namespace

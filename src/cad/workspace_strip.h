@@ -5,8 +5,6 @@ namespace morva {
 
 struct CadKeySpec {
   int id;
-  const char16_t* text;
-  const char16_t* tip;
   int width;  // pixels at the least window; wider windows keep it
 };
 

@@ -9,6 +9,19 @@ namespace {
 constexpr char16_t kCategory[] = u"Category";
 
 constexpr Command kCommands[] = {
+    // The program as a whole.
+    {.id = kIdPreflight,
+     .words = u"RUN PROGRAM PREFLIGHT",
+     .help = u"Check the program (F5)",
+     .chord = PlainKey(ChordPlace::Editors, platform::kKeyF1 + 4)},
+    {kIdRenumber, u"RENUMBER", u"Number the program's lines N10, N20, ..."},
+    {kIdCommandWords, u"COMMAND WORDS", u"Show the program in plain words"},
+    {.id = kIdWordsEditor, .hint = Hint::Quiet},
+    {.id = kIdFind,
+     .words = u"FIND",
+     .help = u"Find and replace (Ctrl+F)",
+     .chord = CtrlKey(ChordPlace::Editors, 'F')},
+
     // Find and replace. The captions say all.
     {kIdMatchCase, u"Match case"},
     {kIdWholeToken, u"Whole token"},
@@ -22,6 +35,7 @@ constexpr Command kCommands[] = {
     {kIdDoAll, u"DO ALL"},
 
     // The code index.
+    {kIdShowIndex, u"CODE INDEX", u"Show the index of codes"},
     {kIdIndexClear, u"CLEAR SEARCH"},
     {kIdIndexAll, u"All", kCategory},
     {kIdIndexG, u"G", kCategory},
@@ -31,7 +45,37 @@ constexpr Command kCommands[] = {
     {kIdIndexText, u"TEXT", u"Description first", u"Description first"},
     {kIdIndexInsert, u"INSERT INTO PROGRAM"},
 
+    // The compare review.
+    {.id = kIdCompareSecond,
+     .words = u"COMPARE",
+     .help = u"Compare two open programs",
+     .wordsOn = u"EXIT REVIEW"},
+    {kIdReviewSelected, u"Review selected", u"Compare the programs that are chosen in the list"},
+    {kIdReviewPrevious, u"Previous change", u"Go to the change above"},
+    {kIdReviewNext, u"Next change", u"Go to the change below"},
+    {kIdReviewSwap, u"Swap sides", u"Make the other program the baseline"},
+    {.id = kIdReviewSpaces,
+     .words = u"Spaces: exact",
+     .help = u"Whether blanks and tabs count as changes",
+     .wordsOn = u"Spaces: ignored"},
+    {.id = kIdReviewTags,
+     .words = u"Tags: hidden",
+     .help = u"Whether the marker lines of features take part",
+     .wordsOn = u"Tags: shown"},
+    {.id = kIdReviewLines,
+     .words = u"All lines",
+     .help = u"Whether equal lines are shown",
+     .wordsOn = u"Changes only"},
+    {.id = kIdReviewBack,
+     .words = u"Back to program",
+     .help = u"Leave the review",
+     .chord = PlainKey(ChordPlace::Review, platform::kKeyEscape)},
+    {.id = kIdReviewSummary, .hint = Hint::Quiet},
+    {.id = kIdReviewLeftPane, .hint = Hint::Quiet, .last = kIdReviewRightPane},
+
     // The import of operations.
+    {kIdImport, u"Import operations into this project"},
+    {.id = kIdImportPreview, .hint = Hint::Quiet},
     {kIdImportBrowse, u"Browse NC file\u2026", u"Take the operations of a file on disk"},
     {kIdImportAll, u"Select all", u"Choose every operation"},
     {kIdImportNone, u"Unselect all", u"Choose none"},

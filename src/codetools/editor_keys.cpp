@@ -66,15 +66,7 @@ void ListenToEditor() {
 
 bool EditorKey(int id, const platform::KeyEvent& key) {
   if (id != kIdEditor && id != kIdWordsEditor) return false;
-  if (key.alt || key.shift) return false;
-  if (!key.ctrl) {
-    if (key.key != platform::kKeyF1 + 4) return false;
-    ValidateProgram();
-    return true;
-  }
-  if (key.key != 'F') return ProgramKey(key);
-  RouteCommand(kIdFind, platform::kNotifyClick);
-  return true;
+  return RouteChord(ChordPlace::Editors, key) || ProgramKey(key);
 }
 
 void PaintGutter(platform::Canvas& canvas) {

@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -37,32 +38,18 @@ constexpr int kSideLabel = 68;
 
 constexpr int kMain = platform::kMainWindow;
 
-struct Word {
-  int id;
-  ControlKind kind;
-  const char16_t* text;
-  const char16_t* tip;
-};
-
 // In the order of the keyboard.
-constexpr Word kWords[] = {
-    {kIdReviewSelected, ControlKind::PushButton, u"Review selected",
-     u"Compare the programs that are chosen in the list"},
-    {kIdReviewPrevious, ControlKind::PushButton, u"Previous change", u"Go to the change above"},
-    {kIdReviewNext, ControlKind::PushButton, u"Next change", u"Go to the change below"},
-    {kIdReviewSwap, ControlKind::PushButton, u"Swap sides", u"Make the other program the baseline"},
-    {kIdReviewSpaces, ControlKind::PushButton, u"Spaces: exact",
-     u"Whether blanks and tabs count as changes"},
-    {kIdReviewTags, ControlKind::PushButton, u"Tags: hidden",
-     u"Whether the marker lines of features take part"},
-    {kIdReviewLines, ControlKind::PushButton, u"All lines", u"Whether equal lines are shown"},
-    {kIdReviewBack, ControlKind::PushButton, u"Back to program", u"Leave the review"},
-    {kIdReviewSummary, ControlKind::Label, u"", u""},
-    {kIdReviewLeftLabel, ControlKind::Label, u"Baseline", u""},
-    {kIdReviewRightLabel, ControlKind::Label, u"Compared", u""},
-};
 constexpr int kKeyIds[] = {kIdReviewSelected, kIdReviewPrevious, kIdReviewNext,  kIdReviewSwap,
                            kIdReviewSpaces,   kIdReviewTags,     kIdReviewLines, kIdReviewBack};
+struct Label {
+  int id;
+  const char16_t* text;
+};
+constexpr Label kLabels[] = {
+    {kIdReviewSummary, u""},
+    {kIdReviewLeftLabel, u"Baseline"},
+    {kIdReviewRightLabel, u"Compared"},
+};
 constexpr int kOthers[] = {kIdReviewHead,  kIdReviewPrograms, kIdReviewLeft,
                            kIdReviewRight, kIdReviewLeftPane, kIdReviewRightPane};
 
@@ -101,14 +88,12 @@ void MakeReview() {
   programs.ownerDrawn = false;
   programs.hidden = true;
   platform::MakeList(programs);
-  for (const Word& word : kWords) {
-    const bool summary = word.id == kIdReviewSummary;
-    platform::MakeControl({word.id, word.kind, word.text, summary ? u"Review summary" : u"",
-                           FontRole::Small, kMain, true});
-    if (word.kind == ControlKind::PushButton) platform::SetToolTip(word.id, word.tip);
-    if (word.kind == ControlKind::Label) {
-      platform::SetColours(word.id, {summary ? kMainText : kDimText, kPanelBackground, true});
-    }
+  for (const int id : kKeyIds) MakeCommandKey(id, kMain, FontRole::Small, true);
+  for (const Label& label : kLabels) {
+    const bool summary = label.id == kIdReviewSummary;
+    platform::MakeControl({label.id, ControlKind::Label, label.text,
+                           summary ? u"Review summary" : u"", FontRole::Small, kMain, true});
+    platform::SetColours(label.id, {summary ? kMainText : kDimText, kPanelBackground, true});
   }
   MakeSide(kIdReviewLeft, u"Left program, the baseline");
   MakeSide(kIdReviewRight, u"Right program");
@@ -158,7 +143,8 @@ void PlaceReview(const Rect& area) {
 }
 
 void HideReview() {
-  for (const Word& word : kWords) platform::SetVisible(word.id, false);
+  for (const int id : kKeyIds) platform::SetVisible(id, false);
+  for (const Label& label : kLabels) platform::SetVisible(label.id, false);
   for (const int id : kOthers) platform::SetVisible(id, false);
 }
 
@@ -195,10 +181,7 @@ void PressKey(int id, int) {
 
 // Escape is the way back from every control of the review.
 bool LeaveKey(const platform::KeyEvent& key) {
-  if (!app.compareActive || key.key != platform::kKeyEscape) return false;
-  if (key.ctrl || key.alt || key.shift) return false;
-  ReviewExit();
-  return true;
+  return app.compareActive && RouteChord(ChordPlace::Review, key);
 }
 
 }  // namespace

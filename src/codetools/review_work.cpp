@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "codetools/command_words.h"
@@ -18,8 +19,6 @@ namespace morva {
 
 namespace {
 
-constexpr char16_t kEnterWord[] = u"COMPARE";
-constexpr char16_t kExitWord[] = u"EXIT REVIEW";
 constexpr char16_t kTooFew[] =
     u"Select two or more programs (Ctrl/Shift click), then Review selected.";
 constexpr char16_t kNoSides[] =
@@ -45,9 +44,9 @@ void RememberScroll() {
 }
 
 void ShowOptionWords() {
-  platform::SetText(kIdReviewSpaces, options.ignoreSpaces ? u"Spaces: ignored" : u"Spaces: exact");
-  platform::SetText(kIdReviewTags, options.showTags ? u"Tags: shown" : u"Tags: hidden");
-  platform::SetText(kIdReviewLines, options.changesOnly ? u"Changes only" : u"All lines");
+  ShowWords(kIdReviewSpaces, options.ignoreSpaces);
+  ShowWords(kIdReviewTags, options.showTags);
+  ShowWords(kIdReviewLines, options.changesOnly);
   for (const int id : {kIdReviewSpaces, kIdReviewTags, kIdReviewLines}) platform::Repaint(id);
 }
 
@@ -134,7 +133,7 @@ void ReviewEnter() {
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   Call(hooks.hideCompletion);
   app.compareActive = true;
-  platform::SetText(kIdCompareSecond, kExitWord);
+  ShowWords(kIdCompareSecond, true);
   ShowOptionWords();
   ShowPrograms();
   RelayPanels();
@@ -146,7 +145,7 @@ void ReviewExit() {
   if (!app.compareActive) return;
   const int focused = platform::FocusedId();
   app.compareActive = false;
-  platform::SetText(kIdCompareSecond, kEnterWord);
+  ShowWords(kIdCompareSecond, false);
   ClearPanes();
   for (const int side : kSides) platform::ClearRows(side);
   RelayPanels();

@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "app/outlets.h"
 #include "app/router.h"
+#include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_worker.h"
 #include "documents/autosave.h"
@@ -192,6 +193,7 @@ void OpenReceivedProgram() {
 }
 
 void RegisterTransferCommands() {
+  AddCommands(DncCommands());
   RegisterCommand(RouterStage::Click, kIdSend, 0, [](int, int) { SendEditorProgram(); });
   RegisterCommand(RouterStage::Click, kIdReceive, 0, [](int, int) { ReceiveProgram(); });
   RegisterMessage(kMessageTransferFailed, OnTransferFailed);

@@ -1,6 +1,7 @@
 // The feature list's keys, menu items and popup, as the router asks for them.
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
@@ -12,7 +13,6 @@
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
-#include "platform/menu.h"
 
 namespace morva {
 
@@ -86,20 +86,20 @@ void ShowFeatureMenu(int x, int y) {
   if (!tab || id == 0) return;
   const bool hidden = IdListHolds(tab->hiddenIds, id);
   const bool locked = IdListHolds(tab->lockedIds, id);
-  const platform::MenuItem items[] = {
-      {kIdFeatureEdit, u"Edit feature"},
-      {kIdFeatureInclude, u"Toggle code inclusion"},
+  const MenuRow rows[] = {
+      {kIdFeatureEdit},
+      {kIdFeatureInclude},
       {},
-      {kIdFeatureIsolate, u"Simulate only this feature"},
-      {kIdFeatureAll, u"Simulate all visible features"},
+      {kIdFeatureIsolate},
+      {kIdFeatureAll},
       {},
-      {kIdFeatureHideItem, hidden ? u"Show feature" : u"Hide feature"},
-      {kIdFeatureShowAll, u"Show all features"},
+      {.id = kIdFeatureHideItem, .on = hidden},
+      {kIdFeatureShowAll},
       {},
-      {kIdFeatureLockItem, locked ? u"Unlock settings" : u"Lock settings"},
+      {.id = kIdFeatureLockItem, .on = locked},
   };
   const std::uint64_t serial = ActiveSerial();
-  const int chosen = platform::ShowPopup(items, 10, x, y);
+  const int chosen = ShowCommandMenu(rows, x, y);
   // The list behind the menu may be another program's by now.
   if (chosen > 0 && ActiveSerial() == serial) RouteCommand(chosen, platform::kNotifyClick);
 }

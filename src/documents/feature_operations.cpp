@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/stop.h"
@@ -201,9 +202,7 @@ std::int32_t SelectedFeatureId() {
   return row < 0 ? 0 : static_cast<std::int32_t>(platform::RowData(kIdFeatureList, row));
 }
 
-void ShowIncluded(bool included) {
-  platform::SetText(kIdFeatureInclude, included ? u"Include code: ON" : u"Include code: OFF");
-}
+void ShowIncluded(bool included) { ShowWords(kIdFeatureInclude, !included); }
 
 void UpdateFeatureCaptions() {
   const std::u16string_view text = platform::EditorText(kIdEditor);

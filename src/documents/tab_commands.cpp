@@ -110,9 +110,10 @@ bool SettleChanges() {
 
 // The popup of a menu over the active program; what is picked is done to that program, also
 // when another one came up meanwhile. -1 when no menu could be made.
-int PickForActiveTab(const platform::MenuItem* items, int count, int x, int y) {
+template <typename ShowMenu>
+int PickForActiveTab(ShowMenu show) {
   const std::uint64_t serial = ActiveSerial();
-  const int picked = platform::ShowPopup(items, count, x, y);
+  const int picked = show();
   if (picked > 0 && ReturnToTab(serial)) RouteCommand(picked, 0);
   return picked;
 }
@@ -211,29 +212,29 @@ void SaveAll() {
 }
 
 void ShowSaveMenu() {
+  const Command* save = CommandOf(kIdSave);
+  std::u16string saveText = WordsOf(kIdSave);
+  if (save) saveText += u"        " + ChordWords(save->chord);
   const platform::MenuItem items[] = {
-      {kIdSave, u"Save        Ctrl+S"},
-      {kIdSaveAs, u"Save As\u2026"},
-      {kIdSaveAll, u"Save All"},
+      {kIdSave, saveText.c_str()},
+      {kIdSaveAs, WordsOf(kIdSaveAs)},
+      {kIdSaveAll, WordsOf(kIdSaveAll)},
   };
   const platform::Rect place = platform::PlaceInMainWindow(kIdSaveMenu);
-  const int count = static_cast<int>(std::size(items));
-  if (PickForActiveTab(items, count, place.left, place.bottom) < 0) SaveProgramCommand();
+  const int picked = PickForActiveTab([&] {
+    return platform::ShowPopup(items, static_cast<int>(std::size(items)), place.left, place.bottom);
+  });
+  if (picked < 0) SaveProgramCommand();
 }
 
 void ShowTabMenu(int index, int x, int y) {
   if (index < 0 || index >= app.tabCount) return;
   Call(hooks.leaveCompare);
   SwitchTab(index);
-  const platform::MenuItem items[] = {
-      {kIdSave, u"Save\tCtrl+S"},
-      {kIdSaveAs, u"Save as..."},
-      {0},
-      {kIdComparePopup, u"Compare programs..."},
-      {0},
-      {kIdClosePopup, u"Close program"},
+  constexpr MenuRow kRows[] = {
+      {kIdSave}, {kIdSaveAs}, {}, {kIdComparePopup}, {}, {kIdClosePopup},
   };
-  PickForActiveTab(items, static_cast<int>(std::size(items)), x, y);
+  PickForActiveTab([&] { return ShowCommandMenu(kRows, x, y); });
 }
 
 namespace {
@@ -298,25 +299,7 @@ void ListenToTabs(std::integer_sequence<int, indices...>) {
 
 }  // namespace
 
-bool ProgramKey(const platform::KeyEvent& key) {
-  if (!key.ctrl || key.alt || key.shift) return false;
-  switch (key.key) {
-    case 'N':
-      NewProgram();
-      return true;
-    case 'O':
-      OpenProgram();
-      return true;
-    case 'S':
-      SaveProgramCommand();
-      return true;
-    case 'W':
-      CloseProgram();
-      return true;
-    default:
-      return false;
-  }
-}
+bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(ChordPlace::Programs, key); }
 
 void RegisterDocumentCommands() {
   AddCommands(DocumentCommands());

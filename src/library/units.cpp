@@ -6,7 +6,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "forms/form.h"
-#include "platform/control.h"
+#include "library/unit_commands.h"
 
 namespace morva {
 
@@ -19,8 +19,8 @@ void OnUnitKey(int id, int /*notification*/) { SetUnits(id == kIdMm); }
 bool UnitsMetric() { return app.unitsMetric; }
 
 void ShowUnitCaptions() {
-  platform::SetText(kIdInch, app.unitsMetric ? u"INCH" : u"INCH *");
-  platform::SetText(kIdMm, app.unitsMetric ? u"MM *" : u"MM");
+  ShowWords(kIdInch, !app.unitsMetric);
+  ShowWords(kIdMm, app.unitsMetric);
 }
 
 void SetUnits(bool metric) {
@@ -40,6 +40,7 @@ void SetUnits(bool metric) {
 void ResetUnits() { app.unitsMetric = false; }
 
 void RegisterUnitCommands() {
+  AddCommands(UnitCommands());
   RegisterCommand(RouterStage::Simulator, kIdInch, kIdMm, 0, OnUnitKey);
 }
 

@@ -3,9 +3,9 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/panels.h"
-#include "app/router.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -127,18 +127,12 @@ constexpr int kBandOrder[] = {
 
 void MakeKeys() {
   int count = 0;
-  const KeySpec* keys = Keys(count);
+  const KeyLook* keys = Keys(count);
   for (int i = 0; i < count; ++i) {
-    platform::ControlSpec spec;
-    spec.id = keys[i].id;
-    spec.kind = ControlKind::PushButton;
-    spec.text = keys[i].text;
-    spec.accessibleName = keys[i].name;
-    spec.font = keys[i].font;
-    platform::MakeControl(spec);
-    platform::SetToolTip(spec.id, keys[i].tip);
-    if (KeyHoldsState(spec.id)) platform::SetChecked(spec.id, false);
-    if (IsPending(spec.id)) platform::SetEnabled(spec.id, false);
+    const int id = keys[i].id;
+    MakeCommandKey(id, platform::kMainWindow, keys[i].font, false);
+    ShowWords(id, KeyIsOn(id));
+    if (KeyHoldsState(id)) platform::SetChecked(id, false);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/palette.h"
@@ -117,11 +118,7 @@ bool ListKey(const platform::KeyEvent& key) {
     StartInlineRename();
     return true;
   }
-  if (key.key == platform::kKeyDelete) {
-    DeleteFeature();
-    return true;
-  }
-  return false;
+  return RouteChord(ChordPlace::Features, key);
 }
 
 void Toggle(Spot spot) {

@@ -1,7 +1,5 @@
-// The table of the main window's push buttons: words, hint, font and face of each.
-//
-// A key's text is what a hover shows. Where the face is an icon, the text is the hint and the
-// accessible name tells the key from its neighbours.
+// The table of the main window's push buttons: font, ground and face of each. What they say stands
+// in the rooms' tables of commands.
 #pragma once
 
 #include "platform/geometry.h"
@@ -11,25 +9,21 @@ namespace morva {
 
 enum class Face {
   Words,
-  Icon,          // the icon alone; the words are the hint
+  Icon,          // the icon of its command alone; the words are the hint
   IconAndWords,  // the icon alone where both do not fit
   Fallback,      // words, and the icon only where they do not fit
 };
 
-struct KeySpec {
+struct KeyLook {
   int id;
-  const char16_t* text;
-  const char16_t* name;  // accessible name, empty: the text
-  const char16_t* tip;
   platform::FontRole font;
-  PanelStyle style;
-  int icon;  // -1: none
-  Face face;
+  PanelStyle style = kPanelPlain;
+  Face face = Face::Words;
 };
 
-const KeySpec* Keys(int& count);
+const KeyLook* Keys(int& count);
 // Null when the id is no key of the main window.
-const KeySpec* KeyOf(int id);
+const KeyLook* KeyOf(int id);
 // Whether the key stands for a state that is on just now, as its words or its icon tell.
 bool KeyIsOn(int id);
 // Whether the key shows something that is on or off, beyond what its words say: told to

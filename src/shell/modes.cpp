@@ -1,6 +1,7 @@
 #include "shell/modes.h"
 
 #include "app/command_ids.h"
+#include "app/edit_menu.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
@@ -16,6 +17,7 @@
 #include "shell/inline_rename.h"
 #include "shell/layout.h"
 #include "shell/owner_draw.h"
+#include "shell/shell_commands.h"
 #include "shell/speed_slider.h"
 #include "shell/theme.h"
 
@@ -66,7 +68,7 @@ void ShowModeWords() {
   platform::SetText(kIdPanelHead, ModeHeader(app.mode));
   platform::SetText(kIdHelpText, ModeHelp(app.mode));
   const bool home = app.mode == kModeHome && app.surface == kSurfaceCode;
-  platform::SetText(kIdBack, home ? u"\u2190  Home" : u"\u2190");
+  ShowWords(kIdBack, !home);
 }
 
 void FillModePanel() {
@@ -322,6 +324,8 @@ void ListenToWindow() {
 }  // namespace
 
 void RegisterShellCommands() {
+  AddCommands(EditCommands());
+  AddCommands(ShellCommands());
   RegisterInlineRename();
   RegisterSpeedSlider();
   ListenToWindow();

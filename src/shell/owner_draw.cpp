@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "platform/control.h"
@@ -38,7 +39,7 @@ Rect Shrunk(const Rect& r, int by) {
   return Rect{r.left + by, r.top + by, r.right - by, r.bottom - by};
 }
 
-void DrawKeyGround(const KeySpec& key, const DrawState& state, bool on, Canvas& canvas) {
+void DrawKeyGround(const KeyLook& key, const DrawState& state, bool on, Canvas& canvas) {
   const Rect& area = state.area;
   DrawPanel(canvas, area, state.enabled && (state.pressed || on),
             state.enabled ? key.style : kPanelPlain);
@@ -55,25 +56,31 @@ void DrawKeyGround(const KeySpec& key, const DrawState& state, bool on, Canvas& 
   if (state.focused) DrawFocusMark(canvas, area);
 }
 
+int IconOf(int id) {
+  if (id == kIdPlayToggle && playback.playing) return kIconPause;
+  const Command* row = CommandOf(id);
+  return row ? row->icon : kNoIcon;
+}
+
 int CentreX(const Rect& r) { return (r.left + r.right) / 2; }
 int CentreY(const Rect& r) { return (r.top + r.bottom) / 2; }
 
 // Icon and caption as one centred group; the icon alone where the caption does not fit, so
 // that a narrow panel cuts no word.
-void DrawIconCaption(const KeySpec& key, const Rect& area, const std::u16string& text,
+void DrawIconCaption(const KeyLook& key, const Rect& area, const std::u16string& text,
                      Colour colour, Canvas& canvas) {
   const int gap = 5;
   const int room = RectWidth(area) - 8;
   const int words = platform::TextWidth(key.font, text);
   if (words > room) {
-    DrawIcon(canvas, key.icon, CentreX(area), CentreY(area), kKeyIcon, colour);
+    DrawIcon(canvas, IconOf(key.id), CentreX(area), CentreY(area), kKeyIcon, colour);
     return;
   }
   int x = area.left + (RectWidth(area) - words) / 2;
   if (key.face == Face::IconAndWords && kKeyIcon + gap + words + 4 <= room) {
     // The icons of a column of keys stand under each other.
     x = area.left + 9;
-    DrawIcon(canvas, key.icon, x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
+    DrawIcon(canvas, IconOf(key.id), x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
     x += kKeyIcon + gap;
   }
   PaintText(canvas, Rect{x, area.top, area.right - 2, area.bottom}, text, key.font, colour,
@@ -103,12 +110,7 @@ std::u16string FittedTabCaption(const std::u16string& text, FontRole font, int r
   return fitted;
 }
 
-int FaceOf(const KeySpec& key) {
-  return key.id == kIdPlayToggle && ShownPath().play.playing ? static_cast<int>(kIconPause)
-                                                             : key.icon;
-}
-
-void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
+void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
   // Keys outside the table carry their state themselves.
   const bool on = KeyIsOn(key.id) || (state.checked && !KeyOf(key.id));
   DrawKeyGround(key, state, on, canvas);
@@ -116,7 +118,7 @@ void DrawKey(const KeySpec& key, const DrawState& state, Canvas& canvas) {
   if (state.enabled) colour = on ? kBrightAccent : kMainText;
   const Rect& area = state.area;
   if (key.face == Face::Icon) {
-    DrawIcon(canvas, FaceOf(key), CentreX(area), CentreY(area), kFaceIcon, colour);
+    DrawIcon(canvas, IconOf(key.id), CentreX(area), CentreY(area), kFaceIcon, colour);
     return;
   }
   const std::u16string text = platform::TextOf(key.id);
@@ -143,7 +145,7 @@ void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
   const std::u16string text = platform::TextOf(id);
   const bool fits = platform::TextWidth(FontRole::Body, text) <= RectWidth(state.area) - 4;
   const FontRole font = fits ? FontRole::Body : FontRole::Small;
-  const KeySpec key{id, u"", u"", u"", font, kPanelPlain, -1, Face::Words};
+  const KeyLook key{id, font};
   DrawKey(key, state, canvas);
 }
 
@@ -284,7 +286,7 @@ void DrawOwnerItem(int id, const DrawState& state, Canvas& canvas) {
     DrawListRow(state, 10, platform::RowText(id, state.row), kMainText, canvas);
     return;
   }
-  const KeySpec* key = KeyOf(id);
+  const KeyLook* key = KeyOf(id);
   if (key) return DrawKey(*key, state, canvas);
   DrawPlainKey(id, state, canvas);
 }

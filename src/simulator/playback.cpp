@@ -145,6 +145,11 @@ double SpeedFactor(int index) { return kSpeeds[std::clamp(index, 0, kSpeedCount 
 
 const char16_t* SpeedWord(int index) { return kSpeeds[std::clamp(index, 0, kSpeedCount - 1)].word; }
 
+std::u16string SpeedHelp() {
+  return std::u16string(u"Simulation speed: ") + SpeedWord(ShownPath().play.speedIndex) +
+         u". Drag left to slow down, right to speed up.";
+}
+
 // The timer runs for the path that is shown.
 void HaltPlayback(PathOwner owner) {
   OwnedBy(owner).play.playing = false;
@@ -214,10 +219,7 @@ void SetPlaySpeed(int index) {
   Playback& play = ShownPath().play;
   play.speedIndex = std::clamp(index, 0, kSpeedCount - 1);
   if (play.playing) StartPlayTimer();
-  std::u16string text = u"Simulation speed: ";
-  text += SpeedWord(play.speedIndex);
-  text += u". Drag left to slow down, right to speed up.";
-  ShowStatus(text);
+  ShowStatus(SpeedHelp());
 }
 
 void PlayTick() {

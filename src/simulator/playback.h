@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "simulator/motion_path.h"
 
@@ -41,6 +42,8 @@ extern MeasurePicks measure;  // of the program's path
 inline constexpr int kSpeedCount = 10;
 double SpeedFactor(int index);  // index clamped to 0 to 9
 const char16_t* SpeedWord(int index);
+// The speed that holds and how the slider changes it: tool tip and status line.
+std::u16string SpeedHelp();
 
 void PlayPause();
 void Rewind();

@@ -9,6 +9,7 @@
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
+#include "simulator/view_commands.h"
 #include "simulator/view_parts.h"
 
 namespace morva {
@@ -77,6 +78,7 @@ void OnSimulatorKey(int id, int /*notification*/) {
 }  // namespace
 
 void RegisterSimulatorCommands() {
+  AddCommands(SimulatorCommands());
   for (const Key& key : kKeys) {
     // These three are asked last, with the keys of the other rooms.
     const bool late = key.id == kIdPath || key.id == kIdZoomOut || key.id == kIdZoomIn;

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/outlets.h"
 #include "library/units.h"
 #include "platform/clock.h"
@@ -190,30 +191,6 @@ bool PickAtHead() {
   return true;
 }
 
-bool PlainKey(int key) {
-  switch (key) {
-    case platform::kKeySpace:
-      PlayPause();
-      return true;
-    case platform::kKeyHome:
-      GoToStart();
-      return true;
-    case platform::kKeyEnd:
-      GoToEnd();
-      return true;
-    case platform::kKeyLeft:
-      PreviousOperation();
-      return true;
-    case platform::kKeyRight:
-      NextOperation();
-      return true;
-    case platform::kKeyEnter:
-      return PickAtHead();
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 std::int32_t PickPathPoint(const Rect& client, int x, int y) {
@@ -273,7 +250,8 @@ bool ToolpathKey(const KeyEvent& key) {
     return true;
   }
   if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
-  return PlainKey(key.key);
+  if (key.key == platform::kKeyEnter) return PickAtHead();
+  return RouteChord(ChordPlace::Toolpath, key);
 }
 
 void LetGoOfView() {

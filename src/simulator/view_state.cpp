@@ -1,14 +1,14 @@
 // State of the toolpath view: the named views, zoom, grid settings and the three menus.
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/outlets.h"
 #include "app/profile_keys.h"
 #include "library/units.h"
-#include "platform/menu.h"
 #include "platform/profile.h"
 #include "platform/window.h"
 #include "simulator/playback.h"
@@ -24,7 +24,6 @@ ViewState view;
 namespace {
 
 using platform::Colour;
-using platform::MenuItem;
 
 constexpr char16_t kSection[] = u"Simulator";
 constexpr double kLeastZoom = 0.05;
@@ -36,14 +35,9 @@ constexpr double kNoSpan = 0.0001;  // display units
 constexpr double kEmptySpanInch = 4;
 constexpr double kEmptySpanMm = 100;
 
-struct GridColourRow {
-  const char16_t* name;
-  Colour colour;
-};
-constexpr GridColourRow kGridColourRows[kGridColours] = {
-    {u"Slate blue", 0x344A60}, {u"Teal", 0x286973},   {u"Green", 0x436F48},
-    {u"Amber", 0x79562B},      {u"Violet", 0x634478}, {u"Neutral gray", 0x686C72},
-};
+// In the order of their ids.
+constexpr Colour kGridColourRows[kGridColours] = {0x344A60, 0x286973, 0x436F48,
+                                                  0x79562B, 0x634478, 0x686C72};
 
 bool gridSettingsRead = false;
 bool saveFailureTold = false;
@@ -64,13 +58,13 @@ void ShowAngles(double yaw, double elevation) {
 }
 
 // Menus open below their key; without one, in the corner of the view.
-int ShowMenuAt(int key, const MenuItem* items, int count) {
+int ShowMenuAt(int key, std::span<const MenuRow> rows) {
   if (platform::IsVisible(key)) {
     const platform::Rect place = platform::PlaceInMainWindow(key);
-    return platform::ShowPopup(items, count, place.left, place.bottom);
+    return ShowCommandMenu(rows, place.left, place.bottom);
   }
   const platform::Rect place = platform::PlaceInMainWindow(kViewToolpath);
-  return platform::ShowPopup(items, count, place.left, place.top);
+  return ShowCommandMenu(rows, place.left, place.top);
 }
 
 // The power of ten at or below `value`, which is above 0.
@@ -215,7 +209,7 @@ void SaveGridSettings() {
 
 Colour GridColour(bool toned) {
   const int row = std::clamp(view.gridColour, 0, kGridColours - 1);
-  const Colour colour = kGridColourRows[row].colour;
+  const Colour colour = kGridColourRows[row];
   if (!toned) return colour;
   // Half-way to the background of the window, red 1, green 15, blue 25.
   return platform::Rgb((platform::RedOf(colour) * 50 + 50) / 100,
@@ -224,13 +218,8 @@ Colour GridColour(bool toned) {
 }
 
 void ShowViewMenu() {
-  const MenuItem items[] = {
-      {kIdViewTop, u"Top (XY)"},
-      {kIdViewFront, u"Front (XZ)"},
-      {kIdViewRight, u"Right (YZ)"},
-      {kIdViewIsometric, u"Isometric"},
-  };
-  switch (ShowMenuAt(kIdViewMenu, items, static_cast<int>(std::size(items)))) {
+  constexpr MenuRow kRows[] = {{kIdViewTop}, {kIdViewFront}, {kIdViewRight}, {kIdViewIsometric}};
+  switch (ShowMenuAt(kIdViewMenu, kRows)) {
     case kIdViewTop:
       return SetViewTop();
     case kIdViewFront:
@@ -246,32 +235,29 @@ void ShowViewMenu() {
 
 void ShowGridMenu() {
   LoadGridSettings();
-  MenuItem items[kGridColours + 4];
-  int count = 0;
+  MenuRow rows[kGridColours + 4];
   for (int i = 0; i < kGridColours; ++i) {
-    items[count++] = {kIdGridColourFirst + i, kGridColourRows[i].name, view.gridColour == i};
+    rows[i] = {.id = kIdGridColourFirst + i, .checked = view.gridColour == i};
   }
-  items[count++] = {};
-  items[count++] = {kIdGridAutomatic, u"Grid spacing: automatic", view.gridScale == 0};
-  items[count++] = {kIdGridHalf, u"Grid spacing: half (finer)"};
-  items[count++] = {kIdGridDouble, u"Grid spacing: double (coarser)"};
-  if (!TakeGridPick(ShowMenuAt(kIdViewGridMenu, items, count))) return;
+  // Behind a line.
+  rows[kGridColours + 1] = {.id = kIdGridAutomatic, .checked = view.gridScale == 0};
+  rows[kGridColours + 2] = {.id = kIdGridHalf};
+  rows[kGridColours + 3] = {.id = kIdGridDouble};
+  if (!TakeGridPick(ShowMenuAt(kIdViewGridMenu, rows))) return;
   SaveGridSettings();
   Refresh();
 }
 
 void ShowLayersMenu() {
-  const MenuItem items[] = {
-      {kIdLayerRapids, switches.showRapids ? u"Hide rapid moves" : u"Show rapid moves"},
-      {kIdLayerOverlap, switches.showOverlap ? u"Hide coverage overlap" : u"Show coverage overlap"},
-      {kIdLayerDrawing, switches.showDrawingPaths ? u"Hide drawing paths" : u"Show drawing paths"},
-      {kIdLayerCutSurface,
-       switches.showCutSurface ? u"Hide cut surface" : u"Show cut surface (approximate)"},
-      {kIdLayerClean, u"Clean path view"},
-      {kIdLayerSkimDepth, switches.skimCurrentDepthOnly ? u"Skim: show all depth levels"
-                                                        : u"Skim: show current depth only"},
+  const MenuRow rows[] = {
+      {.id = kIdLayerRapids, .on = switches.showRapids},
+      {.id = kIdLayerOverlap, .on = switches.showOverlap},
+      {.id = kIdLayerDrawing, .on = switches.showDrawingPaths},
+      {.id = kIdLayerCutSurface, .on = switches.showCutSurface},
+      {.id = kIdLayerClean},
+      {.id = kIdLayerSkimDepth, .on = switches.skimCurrentDepthOnly},
   };
-  TakeLayerPick(ShowMenuAt(kIdViewLayers, items, static_cast<int>(std::size(items))));
+  TakeLayerPick(ShowMenuAt(kIdViewLayers, rows));
   Refresh();
 }
 

@@ -13,6 +13,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/limits.h"
 #include "app/router.h"
 #include "desk/at_desk.h"
@@ -174,7 +175,7 @@ TEST_F(Look, KeepsEveryControlInsideTheWindow) {
 TEST_F(Look, CutsNoCaptionOfAKeyThatShowsItsWords) {
   const auto fits = []() {
     for (const Control& control : Visible()) {
-      const morva::KeySpec* key = morva::KeyOf(control.id);
+      const morva::KeyLook* key = morva::KeyOf(control.id);
       if (!key || key->face == morva::Face::Icon) continue;
       if (key->id >= morva::kIdTabFirst && key->id <= morva::kIdTabLast) continue;
       const auto* button = qobject_cast<QAbstractButton*>(control.widget);
@@ -186,7 +187,7 @@ TEST_F(Look, CutsNoCaptionOfAKeyThatShowsItsWords) {
       if (key->face == morva::Face::Words) {
         EXPECT_LE(words + 4, control.widget->width()) << button->text().toStdString();
       } else {
-        EXPECT_GE(key->icon, 0) << button->text().toStdString();
+        EXPECT_GE(morva::CommandOf(key->id)->icon, 0) << button->text().toStdString();
       }
     }
   };

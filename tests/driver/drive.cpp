@@ -6,6 +6,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/router.h"
 #include "driver/drive_internal.h"

@@ -30,6 +30,7 @@
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "support/words.h"
 
 namespace support {
 
@@ -119,6 +120,7 @@ struct Stage : public ::testing::Test {
     morva::ClearCommands();
     morva::ClearPanels();
     morva::ClearSurfaces();
+    HandInWords();
     MakeStageControls();
   }
   ~Stage() override {

@@ -11,11 +11,33 @@ namespace {
 constexpr int kIdCut = 41001;
 constexpr int kIdTurn = 41002;
 constexpr int kIdBare = 41003;
+constexpr int kIdLater = 41004;
+constexpr int kIdEye = 41005;
+constexpr int kIdLabel = 41006;
+constexpr int kIdRowFirst = 41010;
+constexpr int kIdRowLast = 41017;
 constexpr Command kRows[] = {
-    {kIdTurn, u"TURN", u"Turn it round"},
-    {kIdCut, u"CUT", u"Cut it off", u"Cut the part off"},
+    {.id = kIdTurn,
+     .words = u"TURN",
+     .help = u"Turn it round",
+     .wordsOn = u"TURNED",
+     .hint = Hint::Help,
+     .chord = CtrlKey(ChordPlace::Drawing, 'T')},
+    {.id = kIdCut,
+     .words = u"CUT",
+     .help = u"Cut it off",
+     .name = u"Cut the part off",
+     .menuWords = u"Cut...",
+     .hintWords = u"Cut it where it is thin.",
+     .chord = PlainKey(ChordPlace::Drawing, platform::kKeyDelete)},
     {kIdBare, u"BARE"},
+    {.id = kIdLater, .words = u"LATER", .help = u"Later perhaps", .pending = u"Later"},
+    {.id = kIdEye, .words = u"Look at it", .icon = 21},
+    {.id = kIdLabel, .hint = Hint::Quiet},
+    {.id = kIdRowFirst, .help = u"One of eight", .last = kIdRowLast},
 };
+
+platform::KeyEvent Pressed(int key, bool ctrl = false) { return {key, ctrl}; }
 
 struct Commands : public support::Stage {
   Commands() { ResetCommandWords(); }
@@ -28,7 +50,7 @@ TEST_F(Commands, AreFoundByIdWhateverTheirOrder) {
   AddCommands(kRows);
   for (const Command& row : kRows) EXPECT_EQ(CommandOf(row.id), &row);
   EXPECT_EQ(CommandOf(kIdCut - 1), nullptr);
-  EXPECT_EQ(CommandOf(kIdBare + 1), nullptr);
+  EXPECT_EQ(CommandOf(kIdRowLast + 1), nullptr);
 }
 
 TEST_F(Commands, CountOnceWhenARoomJoinsAgain) {
@@ -64,10 +86,120 @@ TEST_F(Commands, MakeNoKeyWithoutARow) {
 }
 
 TEST_F(Commands, DimAKeyThatIsStillToCome) {
-  constexpr Command kPending[] = {{kIdToolAdd, u"+ ADD TOOL"}};
-  AddCommands(kPending);
-  ASSERT_TRUE(MakeCommandKey(kIdToolAdd, platform::kMainWindow, platform::FontRole::Body, false));
-  EXPECT_FALSE(platform::IsEnabled(kIdToolAdd));
+  AddCommands(kRows);
+  ASSERT_TRUE(MakeCommandKey(kIdLater, platform::kMainWindow, platform::FontRole::Body, false));
+  EXPECT_FALSE(platform::IsEnabled(kIdLater));
+  EXPECT_TRUE(IsPending(kIdLater));
+  EXPECT_FALSE(IsPending(kIdCut));
+  EXPECT_FALSE(IsPending(kIdCut - 1));
+}
+
+TEST_F(Commands, ShareARowWithinARangeOfIds) {
+  AddCommands(kRows);
+  for (int id = kIdRowFirst; id <= kIdRowLast; ++id)
+    EXPECT_EQ(std::u16string(HelpOf(id)), u"One of eight");
+  EXPECT_EQ(CommandOf(kIdRowFirst - 1), nullptr);
+  EXPECT_EQ(CommandOf(kIdRowLast + 1), nullptr);
+}
+
+TEST_F(Commands, TakeTheWordsForATipWhereAnIconHidesThem) {
+  AddCommands(kRows);
+  EXPECT_EQ(std::u16string(HelpOf(kIdEye)), u"Look at it");
+  EXPECT_EQ(std::u16string(HelpOf(kIdBare)), u"");
+}
+
+TEST_F(Commands, ChangeTheCaptionWithTheirState) {
+  AddCommands(kRows);
+  MakeCommandKey(kIdTurn, platform::kMainWindow, platform::FontRole::Body, false);
+  ShowWords(kIdTurn, true);
+  EXPECT_EQ(platform::TextOf(kIdTurn), u"TURNED");
+  TellState(kIdTurn, true);
+  EXPECT_EQ(headless::ToolTipOf(kIdTurn), u"Turn it round  (on)");
+  ShowWords(kIdTurn, false);
+  TellState(kIdTurn, false);
+  EXPECT_EQ(platform::TextOf(kIdTurn), u"TURN");
+  EXPECT_EQ(headless::ToolTipOf(kIdTurn), u"Turn it round");
+  // One caption for both states.
+  EXPECT_EQ(std::u16string(WordsOf(kIdBare, true)), u"BARE");
+}
+
+TEST_F(Commands, HintAtWhatIsWrittenOrWhatTheRowSays) {
+  AddCommands(kRows);
+  for (const int id : {kIdTurn, kIdCut, kIdBare, kIdEye}) {
+    MakeCommandKey(id, platform::kMainWindow, platform::FontRole::Body, false);
+  }
+  EXPECT_EQ(HintOf(kIdTurn), u"Turn it round");
+  EXPECT_EQ(HintOf(kIdCut), u"Cut it where it is thin.");
+  platform::SetText(kIdBare, std::u16string(300, u'x'));
+  EXPECT_EQ(HintOf(kIdBare), std::u16string(279, u'x'));
+  platform::SetText(kIdOutputLog, u"Ready.");
+  EXPECT_EQ(HintOf(kIdOutputLog), u"Ready.");
+  EXPECT_EQ(HintOf(kIdLabel), u"");
+}
+
+TEST_F(Commands, AreFoundByTheirChordWhereItHolds) {
+  AddCommands(kRows);
+  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, Pressed('T', true)), kIdTurn);
+  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, Pressed('T')), 0);
+  EXPECT_EQ(CommandOfChord(ChordPlace::Editors, Pressed('T', true)), 0);
+  platform::KeyEvent shifted = Pressed('T', true);
+  shifted.shift = true;
+  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, shifted), 0);
+  // Rows without a chord are no rows of some place.
+  EXPECT_EQ(CommandOfChord(ChordPlace::Nowhere, platform::KeyEvent()), 0);
+}
+
+TEST_F(Commands, RunByTheirChord) {
+  AddCommands(kRows);
+  EXPECT_FALSE(RouteChord(ChordPlace::Drawing, Pressed('T', true)));
+  static int routed;
+  routed = 0;
+  RegisterCommand(RouterStage::Click, kIdTurn, 0, [](int id, int) { routed = id; });
+  EXPECT_TRUE(RouteChord(ChordPlace::Drawing, Pressed('T', true)));
+  EXPECT_EQ(routed, kIdTurn);
+}
+
+TEST_F(Commands, PutTheChordBehindATabInAMenu) {
+  AddCommands(kRows);
+  EXPECT_EQ(MenuText(kIdTurn), u"TURN\tCtrl+T");
+  EXPECT_EQ(MenuText(kIdTurn, true), u"TURNED\tCtrl+T");
+  EXPECT_EQ(MenuText(kIdCut), u"Cut...\tDelete");
+  EXPECT_EQ(MenuText(kIdBare), u"BARE");
+  EXPECT_EQ(MenuText(kIdCut - 1), u"");
+  // The name of the key is not said twice.
+  constexpr Command kDelete[] = {{.id = kIdCut + 100,
+                                  .words = u"Delete",
+                                  .chord = PlainKey(ChordPlace::Drawing, platform::kKeyDelete)}};
+  AddCommands(kDelete);
+  EXPECT_EQ(MenuText(kIdCut + 100), u"Delete");
+}
+
+TEST_F(Commands, AreChosenFromAMenu) {
+  AddCommands(kRows);
+  headless::QueuePick(kIdBare);
+  constexpr MenuRow kMenu[] = {
+      {kIdCut, false}, {}, {.id = kIdBare, .checked = true}, {.id = kIdTurn, .on = true}};
+  EXPECT_EQ(ShowCommandMenu(kMenu, 10, 20), kIdBare);
+  const std::vector<headless::MenuRecord> menus = headless::TakeMenus();
+  ASSERT_EQ(menus.size(), 1u);
+  ASSERT_EQ(menus[0].items.size(), 4u);
+  EXPECT_EQ(menus[0].items[0].text, u"Cut...\tDelete");
+  EXPECT_FALSE(menus[0].items[0].enabled);
+  EXPECT_EQ(menus[0].items[1].id, 0);
+  EXPECT_TRUE(menus[0].items[2].checked);
+  EXPECT_EQ(menus[0].items[3].text, u"TURNED\tCtrl+T");
+  EXPECT_EQ(ShowCommandMenu(kMenu, 10, 20), 0);  // nothing picked
+}
+
+TEST(ChordWords, NameTheKeysAsTheyStandOnThem) {
+  EXPECT_EQ(ChordWords(Chord()), u"");
+  EXPECT_EQ(ChordWords(CtrlKey(ChordPlace::Drawing, 'Z')), u"Ctrl+Z");
+  EXPECT_EQ(ChordWords(AltKey(ChordPlace::Texts, 'C')), u"Alt+C");
+  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Editors, platform::kKeyF1 + 4)), u"F5");
+  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Editors, platform::kKeyF1 + 11)), u"F12");
+  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Review, platform::kKeyEscape)), u"Esc");
+  const Chord all{ChordPlace::Editors, {platform::kKeyPageUp, true, true, true}};
+  EXPECT_EQ(ChordWords(all), u"Ctrl+Alt+Shift+Page Up");
 }
 
 }  // namespace

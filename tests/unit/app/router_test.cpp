@@ -98,17 +98,5 @@ TEST_F(Router, HandsTimersAndMessagesToTheirOwner) {
   EXPECT_EQ(asked, (std::vector<std::string>{"timer", "128,4410"}));
 }
 
-TEST_F(Router, NamesWhatIsStillToCome) {
-  int count = 0;
-  const PendingCommand* pending = PendingCommands(count);
-  ASSERT_GT(count, 0);
-  for (int i = 0; i < count; ++i) {
-    EXPECT_LE(pending[i].firstId, pending[i].lastId);
-    EXPECT_NE(pending[i].what[0], 0);
-  }
-  EXPECT_TRUE(IsPending(kIdToolAdd));
-  EXPECT_FALSE(IsPending(kIdNew));
-}
-
 }  // namespace
 }  // namespace morva

@@ -176,7 +176,7 @@ TEST_F(MainWindow, HasEveryKeyWithItsCaption) {
 
 TEST_F(MainWindow, DisablesExactlyTheKeysStillToCome) {
   int count = 0;
-  const KeySpec* keys = Keys(count);
+  const KeyLook* keys = Keys(count);
   for (int i = 0; i < count; ++i) {
     EXPECT_EQ(platform::IsEnabled(keys[i].id), !IsPending(keys[i].id)) << keys[i].id;
   }

@@ -15,7 +15,6 @@
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
 #include "support/stage.h"
-#include "support/words.h"
 
 namespace shell_test {
 
@@ -59,7 +58,6 @@ struct MainStage : public support::Stage {
     window.minimumWidth = 1200;
     window.minimumHeight = 800;
     platform::MakeMainWindow(window);
-    support::HandInWords();
     morva::RegisterCadSurface();
     morva::RegisterShellCommands();
     morva::MakeMainControls();

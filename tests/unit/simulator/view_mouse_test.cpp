@@ -252,6 +252,7 @@ TEST_F(ViewMouse, DoesNotReadOutDuringADrag) {
 }
 
 TEST_F(ViewMouse, PlaysAndStepsFromTheKeyboard) {
+  RegisterSimulatorCommands();
   for (int i = 0; i < 5; ++i) Feed(i, 0, 0);
   EXPECT_TRUE(Key(platform::kKeyHome));
   EXPECT_EQ(playback.playHead, 1);
@@ -264,6 +265,7 @@ TEST_F(ViewMouse, PlaysAndStepsFromTheKeyboard) {
 }
 
 TEST_F(ViewMouse, StepsByOperationWithLeftAndRight) {
+  RegisterSimulatorCommands();
   for (int i = 0; i < 6; ++i) Feed(i, 0, 0);
   featureLines.count = 2;
   featureLines.rows[0] = {1, 2, 7};

@@ -1,0 +1,63 @@
+#include "shell/shell_commands.h"
+
+#include "app/command_ids.h"
+
+namespace morva {
+
+namespace {
+
+// A row of what is still to come moves to the room that brings the operation, and loses its
+// `pending` there.
+constexpr char16_t kWizard[] = u"Machining wizard";
+constexpr char16_t kTools[] = u"Tool library";
+constexpr char16_t kMacros[] = u"Macro library";
+constexpr char16_t kShapes[] = u"Shape builder";
+constexpr char16_t kCircular[] = u"Circular pattern";
+constexpr char16_t kRectangular[] = u"Rectangular pattern";
+constexpr char16_t kPlate[] = u"Plate workspace";
+
+constexpr Command kCommands[] = {
+    {.id = kIdBack,
+     .words = u"\u2190  Home",
+     .help = u"Back to where you were",
+     .name = u"Back",
+     .wordsOn = u"\u2190"},  // while the user is somewhere else
+    {kIdSurfaceCode, u"Code", u"Program workspace"},
+    {kIdSurfaceCad, u"CAD", u"CAD workspace"},
+    {.id = kIdSurfacePlate, .words = u"Plate", .help = u"Plate builder", .pending = kPlate},
+    {kIdShowFeatures, u"FEATURES", u"Show the program's features"},
+    {.id = kIdInlineName, .over = kIdFeatureList},
+
+    // Standing text and the status line are read where they are; they must not wipe the log.
+    {.id = kIdStatusLine, .hint = Hint::Quiet},
+    {.id = kIdOutputLog, .hint = Hint::Quiet},
+    {.id = kIdInfoPanel, .hint = Hint::Quiet, .last = kIdHelpText},
+
+    {.id = kIdWizardCombo, .pending = kWizard},
+    {.id = kIdWizardInsert, .pending = kWizard},
+    {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
+    {.id = kIdToolList, .pending = kTools, .last = kIdToolInsert},
+    {.id = kIdHomeTool, .pending = kTools},
+    {.id = kIdMacroCombo, .pending = kMacros},
+    {.id = kIdMacroInsert, .pending = kMacros},
+    {.id = kIdMacroList, .pending = kMacros},
+    {.id = kIdMacroFirst, .pending = kMacros, .last = kIdMacroLast},
+    {.id = kIdShapeCombo, .pending = kShapes},
+    {.id = kIdShapeInsert, .pending = kShapes},
+    {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdCustomShapes},
+    {.id = kIdQuickInsertFirst, .pending = u"Quick insert", .last = kIdQuickInsertLast},
+    {.id = kIdBuilderInch, .pending = u"Units of the builders", .last = kIdBuilderMm},
+    {.id = kIdCircularItem, .pending = kCircular},
+    {.id = kIdCircularInsert, .pending = kCircular, .last = kIdCircularOrientation},
+    {.id = kIdRectItem, .pending = kRectangular},
+    {.id = kIdRectInsert, .pending = kRectangular},
+    {.id = kIdOldFirst + 2, .pending = u"Panels still to come", .last = kIdOldFirst + 5},
+    {.id = kIdOldFirst + 10, .pending = u"Slot builder"},
+    {.id = kIdOldFirst + 13, .pending = kPlate},
+};
+
+}  // namespace
+
+std::span<const Command> ShellCommands() { return kCommands; }
+
+}  // namespace morva

@@ -1,0 +1,106 @@
+#include "simulator/view_commands.h"
+
+#include "app/command_ids.h"
+#include "app/icon_names.h"
+
+namespace morva {
+
+namespace {
+
+// The playback bar speaks with one voice: its keys and its slider share this hint.
+constexpr char16_t kPlayback[] =
+    u"Playback: start | previous operation | rewind | play/pause | fast forward | next operation "
+    u"| end | stop. Slider: slower / faster simulation (0.125x\u201364x); center = 1x.";
+
+// A key of the playback bar: an icon, so that its words are the hint.
+constexpr Command PlayKey(int id, const char16_t* help, const char16_t* name, int icon) {
+  return {.id = id, .words = kPlayback, .help = help, .name = name, .icon = icon};
+}
+
+constexpr Command PlayKey(int id, const char16_t* help, int icon, int key = platform::kKeyNone) {
+  Command row = PlayKey(id, help, help, icon);
+  if (key != platform::kKeyNone) row.chord = PlainKey(ChordPlace::Toolpath, key);
+  return row;
+}
+
+// A key of the view's tools: an icon, its words are hint and tool tip.
+constexpr Command ViewKey(int id, const char16_t* words, int icon) {
+  return {.id = id, .words = words, .icon = icon};
+}
+
+// The keys of the bar at the top: an icon, and a sentence besides its name.
+constexpr Command BarKey(int id, const char16_t* words, const char16_t* help, int icon) {
+  return {.id = id, .words = words, .help = help, .hint = Hint::Help, .icon = icon};
+}
+
+constexpr Command kCommands[] = {
+    BarKey(kIdRewind, u"Rewind", u"Rewind ten toolpath points; playback pauses.", kIconRewind),
+    BarKey(kIdFastForward, u"Fast forward", u"Fast forward through the visible toolpath.",
+           kIconForward),
+    BarKey(kIdDimensions, u"Dimensions",
+           u"Dimensions: display X/Y/Z extents of the visible toolpath.", kIconDimensions),
+    BarKey(kIdMeasure, u"Measure",
+           u"Measure: choose two displayed endpoints for distance and X/Y/Z differences.",
+           kIconMeasure),
+    BarKey(kIdPan, u"Pan",
+           u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans.", kIconPan),
+    BarKey(kIdFit, u"Fit", u"Fit the visible toolpath and reset pan/zoom.", kIconFit),
+    {kIdPath, u"PATH", u"Rebuild the toolpath from the program"},
+    {kIdPlay, u"PLAY", u"Play or pause the toolpath"},
+    {kIdViewMenu, u"VIEW", u"Top, front, right and isometric views"},
+    {kIdZoomOut, u"-", u"Zoom out", u"Zoom out"},
+    {kIdZoomIn, u"+", u"Zoom in", u"Zoom in"},
+    {kIdZoomReset, u"RESET", u"Reset zoom and pan"},
+
+    ViewKey(kIdViewRefresh, u"Refresh toolpath", kIconRefresh),
+    ViewKey(kIdViewFit, u"Fit toolpath to view", kIconFit),
+    ViewKey(kIdViewPan, u"Toggle pan / orbit; middle or Shift-drag pans", kIconPan),
+    ViewKey(kIdViewExtents, u"Show path dimensions", kIconDimensions),
+    ViewKey(kIdViewMeasure, u"Measure between two path points", kIconMeasure),
+    ViewKey(kIdViewGrid, u"Toggle world grid", kIconGrid),
+    ViewKey(kIdViewGridMenu, u"Grid settings: spacing and color", kIconGridMenu),
+    ViewKey(kIdViewLayers,
+            u"Preview layers: rapid moves, overlap, context and approximate cut surface",
+            kIconLayers),
+
+    PlayKey(kIdPlayStart, u"Go to start", kIconStart, platform::kKeyHome),
+    PlayKey(kIdPlayPrevious, u"Previous operation", kIconPrevious, platform::kKeyLeft),
+    PlayKey(kIdPlayRewind, u"Rewind ten points", kIconRewind),
+    PlayKey(kIdPlayToggle, u"Play / pause", kIconPlay, platform::kKeySpace),
+    PlayKey(kIdPlayForward, u"Fast forward", u"Play faster", kIconForward),
+    PlayKey(kIdPlayNext, u"Next operation", kIconNext, platform::kKeyRight),
+    PlayKey(kIdPlayEnd, u"Go to end", kIconEnd, platform::kKeyEnd),
+    PlayKey(kIdPlayStop, u"Stop", kIconStop),
+    {.id = kIdSpeedSlider, .hintWords = kPlayback},
+
+    // The menus of the view.
+    {kIdViewTop, u"Top (XY)"},
+    {kIdViewFront, u"Front (XZ)"},
+    {kIdViewRight, u"Right (YZ)"},
+    {kIdViewIsometric, u"Isometric"},
+    {kIdGridColourFirst, u"Slate blue"},
+    {kIdGridColourFirst + 1, u"Teal"},
+    {kIdGridColourFirst + 2, u"Green"},
+    {kIdGridColourFirst + 3, u"Amber"},
+    {kIdGridColourFirst + 4, u"Violet"},
+    {kIdGridColourLast, u"Neutral gray"},
+    {kIdGridAutomatic, u"Grid spacing: automatic"},
+    {kIdGridHalf, u"Grid spacing: half (finer)"},
+    {kIdGridDouble, u"Grid spacing: double (coarser)"},
+    {.id = kIdLayerRapids, .words = u"Show rapid moves", .wordsOn = u"Hide rapid moves"},
+    {.id = kIdLayerOverlap, .words = u"Show coverage overlap", .wordsOn = u"Hide coverage overlap"},
+    {.id = kIdLayerDrawing, .words = u"Show drawing paths", .wordsOn = u"Hide drawing paths"},
+    {.id = kIdLayerCutSurface,
+     .words = u"Show cut surface (approximate)",
+     .wordsOn = u"Hide cut surface"},
+    {kIdLayerClean, u"Clean path view"},
+    {.id = kIdLayerSkimDepth,
+     .words = u"Skim: show current depth only",
+     .wordsOn = u"Skim: show all depth levels"},
+};
+
+}  // namespace
+
+std::span<const Command> SimulatorCommands() { return kCommands; }
+
+}  // namespace morva
