@@ -13,7 +13,7 @@ constexpr Command kCommands[] = {
     {kIdReceive, u"RECEIVE", u"Receive a program from the control"},
     {.id = kIdSetup, .words = u"SETUP", .help = u"DNC setup", .pending = kSetupPanel},
     {.id = kIdSetupSecond, .pending = kSetupPanel},
-    {.id = kIdOpenDncSetup, .pending = kSetupPanel},
+    {.id = kIdOpenDncSetup, .words = u"OPEN DNC SETUP WIZARD", .pending = kSetupPanel},
     {.id = kIdMachine,
      .words = u"Machine: Haas VF-3  \u25BE",
      .help = u"DNC setup of this machine",

@@ -12,6 +12,7 @@ constexpr char16_t kWizard[] = u"Machining wizard";
 constexpr char16_t kTools[] = u"Tool library";
 constexpr char16_t kMacros[] = u"Macro library";
 constexpr char16_t kShapes[] = u"Shape builder";
+constexpr char16_t kBuilderUnits[] = u"Units of the builders";
 constexpr char16_t kCircular[] = u"Circular pattern";
 constexpr char16_t kRectangular[] = u"Rectangular pattern";
 constexpr char16_t kPlate[] = u"Plate workspace";
@@ -34,23 +35,30 @@ constexpr Command kCommands[] = {
     {.id = kIdInfoPanel, .hint = Hint::Quiet, .last = kIdHelpText},
 
     {.id = kIdWizardCombo, .pending = kWizard},
-    {.id = kIdWizardInsert, .pending = kWizard},
+    {.id = kIdWizardInsert, .words = u"INSERT GENERATED CODE", .pending = kWizard},
     {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
-    {.id = kIdToolList, .pending = kTools, .last = kIdToolInsert},
+    {.id = kIdToolList, .pending = kTools},
+    {.id = kIdToolAdd, .words = u"+ ADD TOOL", .pending = kTools},
+    {.id = kIdToolEdit, .words = u"EDIT TOOL", .pending = kTools},
+    {.id = kIdToolDelete, .words = u"DELETE", .pending = kTools},
+    {.id = kIdToolInsert, .words = u"INSERT CODE", .pending = kTools},
     {.id = kIdHomeTool, .pending = kTools},
     {.id = kIdMacroCombo, .pending = kMacros},
-    {.id = kIdMacroInsert, .pending = kMacros},
+    {.id = kIdMacroInsert, .words = u"INSERT BUILT-IN MACRO", .pending = kMacros},
     {.id = kIdMacroList, .pending = kMacros},
     {.id = kIdMacroFirst, .pending = kMacros, .last = kIdMacroLast},
     {.id = kIdShapeCombo, .pending = kShapes},
-    {.id = kIdShapeInsert, .pending = kShapes},
-    {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdCustomShapes},
+    {.id = kIdShapeInsert, .words = u"INSERT SHAPE G-CODE", .pending = kShapes},
+    {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
+    {.id = kIdCustomShapes, .words = u"Custom shapes", .pending = kShapes},
     {.id = kIdQuickInsertFirst, .pending = u"Quick insert", .last = kIdQuickInsertLast},
-    {.id = kIdBuilderInch, .pending = u"Units of the builders", .last = kIdBuilderMm},
+    {.id = kIdBuilderInch, .words = u"INCH", .wordsOn = u"INCH *", .pending = kBuilderUnits},
+    {.id = kIdBuilderMm, .words = u"MM", .wordsOn = u"MM *", .pending = kBuilderUnits},
     {.id = kIdCircularItem, .pending = kCircular},
-    {.id = kIdCircularInsert, .pending = kCircular, .last = kIdCircularOrientation},
+    {.id = kIdCircularInsert, .words = u"INSERT CIRCULAR PATTERN", .pending = kCircular},
+    {.id = kIdCircularOrientation, .pending = kCircular},
     {.id = kIdRectItem, .pending = kRectangular},
-    {.id = kIdRectInsert, .pending = kRectangular},
+    {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
     {.id = kIdOldFirst + 2, .pending = u"Panels still to come", .last = kIdOldFirst + 5},
     {.id = kIdOldFirst + 10, .pending = u"Slot builder"},
     {.id = kIdOldFirst + 13, .pending = kPlate},
