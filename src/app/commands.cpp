@@ -31,6 +31,23 @@ int LastOf(const Command& row) { return std::max(row.id, row.last); }
 
 bool IdBelow(int id, const Command* row) { return id < row->id; }
 
+bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole font, bool hidden) {
+  const Command* row = CommandOf(id);
+  if (!row) return false;
+  platform::ControlSpec spec;
+  spec.id = id;
+  spec.kind = kind;
+  spec.text = row->words;
+  spec.accessibleName = row->name;
+  spec.font = font;
+  spec.parent = parent;
+  spec.hidden = hidden;
+  if (!platform::MakeControl(spec)) return false;
+  if (HelpOf(id)[0]) platform::SetToolTip(id, HelpOf(id));
+  if (IsPending(id)) platform::SetEnabled(id, false);
+  return true;
+}
+
 }  // namespace
 
 void AddCommands(std::span<const Command> rows) {
@@ -97,24 +114,15 @@ bool RouteChord(ChordPlace place, const platform::KeyEvent& key) {
 }
 
 bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden) {
-  const Command* row = CommandOf(id);
-  if (!row) return false;
-  platform::ControlSpec spec;
-  spec.id = id;
-  spec.kind = platform::ControlKind::PushButton;
-  spec.text = row->words;
-  spec.accessibleName = row->name;
-  spec.font = font;
-  spec.parent = parent;
-  spec.hidden = hidden;
-  if (!platform::MakeControl(spec)) return false;
-  if (HelpOf(id)[0]) platform::SetToolTip(id, HelpOf(id));
-  if (IsPending(id)) platform::SetEnabled(id, false);
-  return true;
+  return MakeOf(id, platform::ControlKind::PushButton, parent, font, hidden);
+}
+
+bool MakeCommandCheck(int id, int parent, platform::FontRole font, bool hidden) {
+  return MakeOf(id, platform::ControlKind::CheckBox, parent, font, hidden);
 }
 
 void ShowWords(int id, bool on) {
-  if (!CommandOf(id)) return;
+  if (!CommandOf(id) || !platform::Exists(id)) return;
   const std::u16string_view words = WordsOf(id, on);
   if (platform::TextOf(id) != words) platform::SetText(id, words);
 }

@@ -65,7 +65,9 @@ bool RouteChord(ChordPlace place, const platform::KeyEvent& key);
 // row, disabled while the command is still to come. It gets no place. False: no row has the id,
 // or the system made no button.
 bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden);
-// Writes the caption of the state on the command's button, where it is another one.
+// A check box in the same way.
+bool MakeCommandCheck(int id, int parent, platform::FontRole font, bool hidden);
+// Writes the caption of the state on the command's button, where it stands and says another one.
 void ShowWords(int id, bool on);
 // Adds "  (on)" to the tool tip of a button whose state is on, which is what a screen reader
 // gives for a description, and draws the button anew.

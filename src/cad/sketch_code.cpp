@@ -134,8 +134,6 @@ constexpr Builder kSketchBuilder{
     .form = &kCadForm,
     .page = CutDataPage,
     .insertKey = kIdCadGenerate,
-    .insertWords = u"Generate",
-    .updateWords = u"Update",
     .logged =
         u"Custom Shape Editor geometry inserted into active program. Verify work offset, "
         u"cutter compensation, stock, and clearances.",

@@ -285,7 +285,7 @@ void PaintWorkspace(Canvas& canvas) {
 // The caption says the state too, so that it does not rest on colour alone.
 void RefreshKey(int id) {
   const bool on = CadKeyIsOn(id);
-  ShowWords(id, on);
+  if (id != kIdCadGenerate) ShowWords(id, on);  // that caption follows the block under edit
   if (platform::IsChecked(id) != on) {
     platform::SetChecked(id, on);
     platform::Repaint(id);

@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
@@ -23,7 +24,6 @@
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
-#include "platform/menu.h"
 #include "platform/pick_file.h"
 #include "text/codetext.h"
 
@@ -288,10 +288,9 @@ void InsertOperations(const Target& target, const std::u16string& operations) {
 }
 
 bool AskImport(int, int x, int y) {
-  const platform::MenuItem item{kIdImport, u"Import operations into this project"};
-  if (platform::ShowPopup(&item, 1, x, y) == kIdImport) {
-    RouteCommand(kIdImport, platform::kNotifyClick);
-  }
+  constexpr MenuRow kRow{kIdImport};
+  const int picked = ShowCommandMenu({&kRow, 1}, x, y);
+  if (picked > 0) RouteCommand(picked, platform::kNotifyClick);
   return true;
 }
 

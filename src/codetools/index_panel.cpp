@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -76,13 +77,8 @@ std::int32_t SelectedItem() {
 
 // What the keys stand for, told to assistive technology besides the line under the key.
 void TellKeyStates() {
-  for (const CodeCategoryKey& key : codeCategoryKeys) {
-    platform::SetToolTip(key.id, IsIndexKeyOn(key.id) ? u"Category  (on)" : u"Category");
-    platform::Repaint(key.id);
-  }
-  platform::SetToolTip(kIdIndexText,
-                       descriptionFirst ? u"Description first  (on)" : u"Description first");
-  platform::Repaint(kIdIndexText);
+  for (const CodeCategoryKey& key : codeCategoryKeys) TellState(key.id, IsIndexKeyOn(key.id));
+  TellState(kIdIndexText, descriptionFirst);
 }
 
 // Plain text over the selection of the editor that is shown. The view gets words for codes.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
 #include "app/outlets.h"
@@ -65,10 +66,7 @@ void ShowCaptions() {
   for (int i = 0; i < builderFill.count; ++i) {
     const Builder& builder = *builders[i];
     const bool update = builder.kind != 0 && editLink.kind == builder.kind;
-    const char16_t* words = update ? builder.updateWords : builder.insertWords;
-    if (platform::Exists(builder.insertKey) && platform::TextOf(builder.insertKey) != words) {
-      platform::SetText(builder.insertKey, words);
-    }
+    ShowWords(builder.insertKey, update);
     Call(builder.linked);
   }
 }

@@ -31,11 +31,9 @@ struct Builder {
   int (*page)() = nullptr;         // the form's page that is up; null: page 0
   int mode = -1;                   // the right panel that shows the form; -1: the room shows it
   Reading reading = Reading::Lax;  // of its numbers
-  int insertKey = 0;               // a command
-  const char16_t* insertWords = u"";
-  const char16_t* updateWords = u"";  // while a block of this kind is under edit
-  const char16_t* logged = u"";       // in the output log after an insertion
-  int refreshMs = 60;                 // until the text is looked at
+  int insertKey = 0;               // a command; its other caption says that a block is under edit
+  const char16_t* logged = u"";    // in the output log after an insertion
+  int refreshMs = 60;              // until the text is looked at
   // Pure. False: `refusal` says why. `unread` is the row that holds no number by the strict rule,
   // -1 for none. Null: everything is taken.
   bool (*check)(const FormValues& values, int unread, Refusal& refusal) = nullptr;

@@ -98,18 +98,8 @@ void MakeView(const Form& form, const FormRow& row) {
 
 void MakeChecks(const Form& form, const FormRow& row) {
   for (int i = 0; i < KeyCount(row); ++i) {
-    const Command* command = CommandOf(row.keys[i]);
-    platform::ControlSpec spec;
-    spec.id = row.keys[i];
-    spec.kind = ControlKind::CheckBox;
-    spec.text = command ? command->words : u"";
-    spec.accessibleName = command ? command->name : u"";
-    spec.font = form.look->labelFont;
-    spec.parent = GroundOf(form);
-    spec.hidden = true;
-    platform::MakeControl(spec);
-    platform::SetColours(spec.id, {kMainText, kPanelBackground, true});
-    if (command && command->help[0]) platform::SetToolTip(spec.id, command->help);
+    MakeCommandCheck(row.keys[i], GroundOf(form), form.look->labelFont, true);
+    platform::SetColours(row.keys[i], {kMainText, kPanelBackground, true});
   }
 }
 

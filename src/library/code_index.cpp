@@ -45,11 +45,8 @@ void AddNumbers(ItemList& list) {
 }  // namespace
 
 const CodeCategoryKey codeCategoryKeys[kCodeCategories] = {
-    {kIdIndexAll, kCodesAll, u"All"},
-    {kIdIndexG, kCodesG, u"G"},
-    {kIdIndexM, kCodesM, u"M"},
-    {kIdIndexN, kCodesN, u"N"},
-    {kIdIndexMacro, kCodesMacro, u"Macro"},
+    {kIdIndexAll, kCodesAll}, {kIdIndexG, kCodesG},         {kIdIndexM, kCodesM},
+    {kIdIndexN, kCodesN},     {kIdIndexMacro, kCodesMacro},
 };
 
 int CodeCategoryOfKey(int id) {

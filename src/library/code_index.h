@@ -33,7 +33,6 @@ inline constexpr int kCodeCategories = 5;
 struct CodeCategoryKey {
   int id;
   CodeCategory category;
-  const char16_t* caption;
 };
 // In their order on screen, which is not that of their ids.
 extern const CodeCategoryKey codeCategoryKeys[kCodeCategories];
