@@ -1,0 +1,149 @@
+// The laws about words: what commands say stands once, in the rows of their rooms.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/commands.h"
+#include "house/sources.h"
+#include "platform/file.h"
+#include "support/workbench.h"
+
+namespace {
+
+using namespace house;
+
+constexpr int kSentenceLeast = 4;  // words
+
+int WordsIn(std::string_view text) {
+  int words = 0;
+  bool inside = false;
+  for (const char c : text) {
+    words += c != ' ' && !inside ? 1 : 0;
+    inside = c != ' ';
+  }
+  return words;
+}
+
+// The UTF-8 of \u and four hexadecimal digits, and of the plain escapes.
+std::string Unescaped(std::string_view literal) {
+  std::u16string text;
+  const std::u16string units = platform::FromUtf8(literal);
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    if (units[i] != u'\\' || i + 1 >= units.size()) {
+      text += units[i];
+      continue;
+    }
+    const char16_t escape = units[++i];
+    if (escape == u'u' && i + 4 < units.size()) {
+      const std::string digits = platform::ToUtf8(units.substr(i + 1, 4));
+      text += static_cast<char16_t>(std::stoi(digits, nullptr, 16));
+      i += 4;
+    } else {
+      text += escape == u'n' ? u'\n' : escape == u'r' ? u'\r' : escape == u't' ? u'\t' : escape;
+    }
+  }
+  return platform::ToUtf8(text);
+}
+
+// The index behind a literal that begins at `from` with the mark that ends it.
+std::size_t BehindLiteral(const std::string& source, std::size_t from) {
+  std::size_t i = from + 1;
+  while (i < source.size() && source[i] != source[from]) i += source[i] == '\\' ? 2 : 1;
+  return std::min(i + 1, source.size());
+}
+
+// Every string of a source, those that follow each other put together; comments left out.
+std::vector<std::string> StringsOf(const std::string& source) {
+  const std::string code = CodeOf(source);  // literals and comments are blanks in it
+  std::vector<std::string> strings;
+  std::size_t last = std::string::npos;  // behind the last string
+  for (std::size_t i = 0; i < source.size();) {
+    const bool blank = code[i] == ' ';
+    if (blank && source.compare(i, 2, "//") == 0) {
+      i = std::min(source.find('\n', i), source.size());
+    } else if (blank && source[i] == '\'') {
+      i = BehindLiteral(source, i);
+    } else if (blank && source[i] == '"') {
+      const std::size_t end = BehindLiteral(source, i);
+      // Only the prefix of the next piece stands between two pieces of one string.
+      const bool follows = last != std::string::npos && code.find_first_not_of(" \nu", last) >= i;
+      if (!follows) strings.emplace_back();
+      strings.back() += Unescaped(std::string_view(source).substr(i + 1, end - i - 2));
+      i = last = end;
+    } else {
+      ++i;
+    }
+  }
+  return strings;
+}
+
+TEST(Strings, AreFoundWithTheirPiecesAndEscapes) {
+  const std::vector<std::string> found = StringsOf(
+      "// \"no\"\nf(u\"one \" // and\n  u\"two\", 'x', '\\'', \"th\\u00B0ree\");\ng(\"a\\\"b\");");
+  EXPECT_EQ(found, (std::vector<std::string>{"one two", "th\u00B0ree", "a\"b"}));
+}
+
+struct Words : support::Workbench {};
+
+// Tip, hint and caption sentences of every command, as they stand in the table.
+std::set<std::string> SentencesOfCommands() {
+  std::set<std::string> sentences;
+  for (const morva::Command* row : morva::AllCommands()) {
+    for (const char16_t* text :
+         {row->words, row->help, row->name, row->wordsOn, row->menuWords, row->hintWords}) {
+      const std::string sentence = platform::ToUtf8(text);
+      if (WordsIn(sentence) >= kSentenceLeast) sentences.insert(sentence);
+    }
+  }
+  return sentences;
+}
+
+TEST_F(Words, OfACommandStandOnceInTheSources) {
+  const std::set<std::string> sentences = SentencesOfCommands();
+  ASSERT_GT(sentences.size(), 80u);
+  std::map<std::string, std::vector<std::string>> places;
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    for (const std::string& text : StringsOf(ReadText(path))) {
+      if (sentences.count(text)) places[text].push_back(NameInSource(path));
+    }
+  }
+  for (const std::string& sentence : sentences) {
+    std::string where;
+    for (const std::string& place : places[sentence]) where += place + " ";
+    EXPECT_EQ(places[sentence].size(), 1u) << "\"" << sentence << "\" stands in " << where;
+  }
+}
+
+// Whoever gives a key a tip of its own goes around the table.
+TEST(House, GivesToolTipsOnlyFromTheRowsOfCommands) {
+  // The speed slider's tip tells the speed; it is no key.
+  const std::set<std::string> allowed = {"app/commands.cpp", "shell/keys.cpp"};
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform") || allowed.count(NameInSource(path))) continue;
+    EXPECT_EQ(CodeOf(ReadText(path)).find("SetToolTip"), std::string::npos) << path;
+  }
+}
+
+TEST(House, MakesPushButtonsOnlyFromTheRowsOfCommands) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform") || NameInSource(path) == "app/commands.cpp") continue;
+    EXPECT_EQ(CodeOf(ReadText(path)).find("PushButton"), std::string::npos) << path;
+  }
+}
+
+TEST(House, QuotesNoCaptionBesideAnId) {
+  const std::string ids = ReadText(kSource / "src/app/command_ids.h");
+  ASSERT_GT(Lines(ids).size(), 300u);
+  for (const std::string& line : Lines(ids)) {
+    EXPECT_EQ(line.find('"'), std::string::npos) << line;
+    EXPECT_EQ(line.find("0x"), std::string::npos) << line;
+  }
+}
+
+}  // namespace
