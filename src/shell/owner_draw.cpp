@@ -57,7 +57,7 @@ void DrawKeyGround(const KeyLook& key, const DrawState& state, bool on, Canvas& 
 }
 
 int IconOf(int id) {
-  if (id == kIdPlayToggle && playback.playing) return kIconPause;
+  if (id == kIdPlayToggle && ShownPath().play.playing) return kIconPause;
   const Command* row = CommandOf(id);
   return row ? row->icon : kNoIcon;
 }
