@@ -13,9 +13,11 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QToolTip>
+#include <QValidator>
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "platform/common/line_ends.h"
 #include "platform/control.h"
 #include "platform/qt/qt_internal.h"
 
@@ -24,17 +26,6 @@ namespace platform {
 namespace {
 
 constexpr int kNoLimit = 32767;  // what an edit line takes without a limit of its own
-
-// Lines that end in CR LF, as everything above the seam counts them.
-std::u16string WithCrLf(const QString& text) {
-  std::u16string out;
-  out.reserve(static_cast<std::size_t>(text.size()));
-  for (const QChar c : text) {
-    if (c == u'\n') out.push_back(u'\r');
-    out.push_back(c.unicode());
-  }
-  return out;
-}
 
 class Button : public PlacedWidget<QPushButton> {
  public:
@@ -81,6 +72,17 @@ class Check : public PlacedWidget<QCheckBox> {
   Check(int id, QWidget* parent) : PlacedWidget<QCheckBox>(id, true, parent) {
     connect(this, &QCheckBox::clicked, this, [this] { SendCommand(Id(), kNotifyClick); });
   }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    // Some desktops let Enter press a check box; here it is the dialog's.
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter) {
+      event->ignore();
+      return;
+    }
+    PlacedWidget<QCheckBox>::keyPressEvent(event);
+  }
 };
 
 // A label of one line is centred in its height and ends in an ellipsis where it must; a
@@ -111,15 +113,57 @@ class LabelWidget : public PlacedWidget<QLabel> {
   }
 };
 
+// Keeps line ends out of an edit line, by whatever way they come.
+class OneLine : public QValidator {
+ public:
+  using QValidator::QValidator;
+  State validate(QString& text, int& caret) const override {
+    const std::u16string line = WithoutLineEnds(Text16(text));
+    if (static_cast<qsizetype>(line.size()) == text.size()) return Acceptable;
+    const std::u16string front = WithoutLineEnds(Text16(text.left(caret)));
+    caret = static_cast<int>(front.size());
+    text = Text(line);
+    return Acceptable;
+  }
+};
+
+bool IsRedoKey(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Y && event.modifiers() == Qt::ControlModifier;
+}
+
 class EditLineWidget : public PlacedWidget<QLineEdit> {
  public:
   EditLineWidget(int id, QWidget* parent) : PlacedWidget<QLineEdit>(id, true, parent) {
+    setValidator(new OneLine(this));
     connect(this, &QLineEdit::textChanged, this, [this] {
       if (Quiet::depth == 0) SendCommand(Id(), kNotifyEditChange);
     });
   }
 
+  // One step of its own, also where line ends are left out.
+  void PasteLine() {
+    const QString held = QGuiApplication::clipboard()->text();
+    const QString line = Text(WithoutLineEnds(Text16(held)));
+    if (line.isEmpty()) return;
+    if (line == held) {
+      paste();
+      return;
+    }
+    EndStep();
+    insert(line);
+    EndStep();
+  }
+
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Paste)) {
+      PasteLine();
+    } else if (IsRedoKey(*event)) {
+      redo();
+    } else {
+      PlacedWidget<QLineEdit>::keyPressEvent(event);
+    }
+  }
   void showEvent(QShowEvent* event) override {
     shown_.start();
     PlacedWidget<QLineEdit>::showEvent(event);
@@ -132,6 +176,14 @@ class EditLineWidget : public PlacedWidget<QLineEdit> {
   }
 
  private:
+  // The toolkit begins a new step where the caret moves.
+  void EndStep() {
+    if (hasSelectedText() || text().isEmpty()) return;
+    const int caret = cursorPosition();
+    setCursorPosition(caret > 0 ? 0 : 1);
+    setCursorPosition(caret);
+  }
+
   QElapsedTimer shown_;
 };
 
@@ -154,16 +206,29 @@ class TextArea : public PlacedWidget<QPlainTextEdit> {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    const bool enters = !event->text().isEmpty() &&
-                        (event->text().at(0).isPrint() || event->key() == Qt::Key_Return ||
-                         event->key() == Qt::Key_Enter);
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool enters = enter || (!event->text().isEmpty() && event->text().at(0).isPrint());
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-    if (enters && plain && Room() <= 0) return;
-    QPlainTextEdit::keyPressEvent(event);
+    if (enters && plain && Room() < (enter ? 2 : 1)) return;
+    if (IsRedoKey(*event) && !isReadOnly()) {
+      redo();
+    } else if (enter && plain && !isReadOnly()) {
+      // Also with Shift, which the toolkit would make a soft line end.
+      QKeyEvent line(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+      QPlainTextEdit::keyPressEvent(&line);
+      event->accept();
+    } else {
+      QPlainTextEdit::keyPressEvent(event);
+    }
+  }
+  QMimeData* createMimeDataFromSelection() const override {
+    return PlainMimeData(textCursor().selectedText());
   }
   void insertFromMimeData(const QMimeData* source) override {
     if (!source->hasText() || isReadOnly()) return;
-    insertPlainText(source->text().left(std::max(0, Room())));
+    const std::u16string text = WithCrLf(Text16(source->text()));
+    const std::u16string_view fitting = FittingUnits(text, Room());
+    if (!fitting.empty()) insertPlainText(Text(fitting));
   }
   void wheelEvent(QWheelEvent* event) override {
     // With Ctrl the toolkit would change the size of the letters.
@@ -208,6 +273,11 @@ QString Caption(std::u16string_view text) {
   return caption;
 }
 
+bool HasCaption(PlacedKind kind) {
+  return kind == PlacedKind::PushButton || kind == PlacedKind::CheckBox ||
+         kind == PlacedKind::Label;
+}
+
 void PlaceCaption(Placed& row, std::u16string_view text) {
   if (row.text == text) return;
   row.text = text;
@@ -223,10 +293,11 @@ void PlaceCaption(Placed& row, std::u16string_view text) {
 
 void PlaceLineText(EditLineWidget* line, int limit, std::u16string_view text) {
   const Quiet quiet;
+  const std::u16string held = WithoutLineEnds(text);
   // The limit binds what is typed, never what the program sets.
-  const int length = static_cast<int>(text.size());
+  const int length = static_cast<int>(held.size());
   line->setMaxLength(std::max(limit > 0 ? limit : kNoLimit, length));
-  line->setText(Text(text));
+  line->setText(Text(held));
   line->setCursorPosition(0);
 }
 
@@ -282,6 +353,20 @@ void RunOn(Widget* widget, EditAction action) {
 
 }  // namespace
 
+std::u16string TextOfDocument(const QTextDocument& document) {
+  std::u16string text = Text16(document.toRawText());
+  std::replace(text.begin(), text.end(), u'\u2029', u'\n');
+  return WithCrLf(text);
+}
+
+QMimeData* PlainMimeData(const QString& selected) {
+  QString text = selected;
+  text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+  auto* data = new QMimeData;
+  data->setText(text);
+  return data;
+}
+
 void RefreshAccessibleName(const Placed& row) {
   const QString name = Text(row.name.empty() ? row.text : row.name);
   if (row.widget->accessibleName() != name) row.widget->setAccessibleName(name);
@@ -310,8 +395,8 @@ void SetText(int id, std::u16string_view text) {
     PlaceLineText(line, row->textLimit, text);
   } else if (TextArea* area = AreaOf(id)) {
     const Quiet quiet;
-    area->setPlainText(Text(text));
-  } else {
+    area->setPlainText(Text(WithCrLf(text)));
+  } else if (HasCaption(row->kind)) {
     PlaceCaption(*row, text);
   }
 }
@@ -320,7 +405,7 @@ std::u16string TextOf(int id) {
   const Placed* row = FindPlaced(id);
   if (row == nullptr) return {};
   if (const EditLineWidget* line = LineOf(id)) return Text16(line->text());
-  if (const TextArea* area = AreaOf(id)) return WithCrLf(area->toPlainText());
+  if (const TextArea* area = AreaOf(id)) return TextOfDocument(*area->document());
   if (row->kind == PlacedKind::Editor) return EditorTextCopy(id);
   return row->text;
 }
@@ -329,9 +414,18 @@ void AppendText(int id, std::u16string_view text) {
   TextArea* area = AreaOf(id);
   if (area == nullptr) return;
   const Quiet quiet;
+  const QTextCursor kept = area->textCursor();
+  const int anchor = kept.anchor();
+  const int caret = kept.position();
   QTextCursor end(area->document());
   end.movePosition(QTextCursor::End);
-  end.insertText(Text(text));
+  end.insertText(Text(WithCrLf(text)));
+  // The toolkit carries a caret at the end along.
+  if (area->textCursor().anchor() != anchor || area->textCursor().position() != caret) {
+    end.setPosition(anchor);
+    end.setPosition(caret, QTextCursor::KeepAnchor);
+    area->setTextCursor(end);
+  }
   if (!area->IsLog()) area->document()->clearUndoRedoStacks();
   area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
 }
@@ -412,6 +506,8 @@ void RunEditAction(int id, EditAction action) {
   if (EditLineWidget* line = LineOf(id)) {
     if (action == EditAction::Delete) {
       line->del();
+    } else if (action == EditAction::Paste) {
+      line->PasteLine();
     } else {
       RunOn(line, action);
     }

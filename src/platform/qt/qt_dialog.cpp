@@ -43,8 +43,9 @@ class DialogWidget : public PlacedWidget<QDialog> {
     const bool plain =
         !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     if (enter && plain) {
-      if (!event->isAutoRepeat() && IsEnabled(spec.defaultButton)) {
-        Tell(spec.defaultButton, kNotifyClick);
+      const int button = spec.defaultButton;
+      if (!event->isAutoRepeat() && IsEnabled(button) && IsVisible(button)) {
+        Tell(button, kNotifyClick);
       }
       return;
     }

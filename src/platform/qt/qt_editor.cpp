@@ -91,14 +91,14 @@ void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
   QTextCursor cursor = editor->textCursor();
   const int start = cursor.selectionStart();
   const int before = editor->Length() - (cursor.selectionEnd() - start);
+  editor->KeepTells();
   editor->Replace(cursor, text);
-  editor = EditorOf(id);
-  if (editor == nullptr) return;
   if (!undoable) editor->document()->clearUndoRedoStacks();
   const int end = start + editor->Length() - before;
   if (editor->textCursor().position() != end || editor->textCursor().hasSelection()) {
     editor->Select(end, end);
   }
+  editor->TellKept();
 }
 
 void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
@@ -113,15 +113,15 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   const int anchor = editor->textCursor().anchor();
   const int caret = editor->textCursor().position();
   const int top = editor->verticalScrollBar()->value();
+  editor->KeepTells();
   editor->Replace(cursor, text);
-  editor = EditorOf(id);
-  if (editor == nullptr) return;
   const int end = to + editor->Length() - length;
   const int newAnchor = Moved(anchor, from, to, end);
   const int newCaret = Moved(caret, from, to, end);
   const QTextCursor now = editor->textCursor();
   if (now.anchor() != newAnchor || now.position() != newCaret) editor->Select(newAnchor, newCaret);
   editor->verticalScrollBar()->setValue(top);
+  editor->TellKept();
 }
 
 bool UndoEditor(int id) {
@@ -185,12 +185,19 @@ int FirstVisibleLine(int id) {
 }
 
 int VisibleLineCount(int id) {
-  const EditorWidget* editor = EditorOf(id);
-  return editor != nullptr ? std::max(1, editor->viewport()->height() / kEditorLineHeight) : 0;
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return 0;
+  CatchUpSize(editor);
+  return std::max(1, editor->viewport()->height() / kEditorLineHeight);
 }
 
 void ScrollToLine(int id, int line) {
-  if (EditorWidget* editor = EditorOf(id)) editor->verticalScrollBar()->setValue(line);
+  EditorWidget* editor = EditorOf(id);
+  if (editor == nullptr) return;
+  // The scroll bar of a hidden editor would go on to where the last line is the first.
+  const int last = EditorLineCount(id) - VisibleLineCount(id);
+  const int most = editor->isVisible() ? line : std::max(0, last);
+  editor->verticalScrollBar()->setValue(std::min(line, most));
 }
 
 void ScrollCaretIntoView(int id) {

@@ -18,10 +18,6 @@
 
 namespace platform {
 
-// Text with CR LF for every line end, and nothing that the toolkit's document takes for a
-// line end or frame of its own.
-std::u16string NormalLines(std::u16string_view text);
-
 class EditorWidget : public PlacedWidget<QPlainTextEdit> {
  public:
   EditorWidget(const EditorSpec& spec, QWidget* parent);
@@ -35,6 +31,9 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void Hold(bool hold);
   void Freeze(bool freeze) { frozen_ += freeze ? 1 : (frozen_ > 0 ? -1 : 0); }
   bool Frozen() const { return frozen_ > 0; }
+  // While kept, changes and moves are not told; at the end what is new is, the selection first.
+  void KeepTells() { keeping_ = true; }
+  void TellKept();
   void Mark(int line, Colour band);
   void SetBands(const LineBand* bands, int count);
   int FirstLine() const { return firstVisibleBlock().blockNumber(); }
@@ -46,6 +45,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  QMimeData* createMimeDataFromSelection() const override;
   void wheelEvent(QWheelEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void insertFromMimeData(const QMimeData* source) override;
@@ -62,6 +62,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void DocumentChanged(int from, int removed, int added);
   void NoteStretch(int from, int removed, int added);
   void CopyStretch(const Stretch& stretch);
+  void TellChange();
   void TellSelection();
   void TellTyped(const QString& characters);
   void FlushRuns();
@@ -72,6 +73,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   int knownLength_ = 0;         // positions after the last change
   bool settingWhole_ = false;
   bool textChanged_ = false;
+  bool keeping_ = false;
   int lastAnchor_ = 0;
   int lastCaret_ = 0;
   int holds_ = 0;

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "platform/common/line_ends.h"
 #include "platform/control.h"
 #include "platform/limits.h"
 #include "platform/qt/qt_editor.h"
@@ -115,35 +116,7 @@ const QTextCharFormat& FormatFor(Colour colour, bool bold) {
   return format;
 }
 
-// Characters that the document would take for a line end or the edge of a frame.
-bool IsForeign(char16_t c) {
-  return c == 0x2028 || c == 0x2029 || c == 0xFDD0 || c == 0xFDD1 || c == 0;
-}
-
 }  // namespace
-
-std::u16string NormalLines(std::u16string_view text) {
-  std::u16string out;
-  out.reserve(text.size() + text.size() / 16);
-  std::size_t plain = 0;
-  const auto flush = [&](std::size_t end) { out.append(text, plain, end - plain); };
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t c = text[i];
-    if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
-      ++i;
-    } else if (c == u'\r' || c == u'\n') {
-      flush(i);
-      out.append(u"\r\n");
-      plain = i + 1;
-    } else if (IsForeign(c)) {
-      flush(i);
-      out.push_back(u'\uFFFD');
-      plain = i + 1;
-    }
-  }
-  flush(text.size());
-  return out;
-}
 
 EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
     : PlacedWidget<QPlainTextEdit>(spec.id, true, parent) {
@@ -162,12 +135,11 @@ EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
   colours.setColor(QPalette::Window, ColourOf(spec.background));
   setPalette(colours);
   viewport()->setMouseTracking(true);
+  text->clearUndoRedoStacks();
   connect(text, &QTextDocument::contentsChange, this,
           [this](int from, int removed, int added) { DocumentChanged(from, removed, added); });
   connect(this, &QPlainTextEdit::textChanged, this, [this] {
-    if (!textChanged_ || settingWhole_) return;
-    textChanged_ = false;
-    SendCommand(Id(), kNotifyEditChange);
+    if (!settingWhole_ && !keeping_) TellChange();
   });
   connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { TellSelection(); });
   connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
@@ -263,7 +235,7 @@ std::u16string_view EditorWidget::Mirror() {
   stale_.clear();
   const int units = Length() + document()->blockCount() - 1;
   if (mirror_.size() != static_cast<std::size_t>(units)) {
-    mirror_ = NormalLines(Text16(document()->toPlainText()));
+    mirror_ = TextOfDocument(*document());
   }
   return mirror_;
 }
@@ -271,7 +243,7 @@ std::u16string_view EditorWidget::Mirror() {
 void EditorWidget::SetWhole(std::u16string_view text) {
   settingWhole_ = true;
   const std::uint64_t before = revision_;
-  mirror_ = NormalLines(text);
+  mirror_ = WithCrLf(text);
   stale_.clear();
   bands_.clear();
   // No copy: the document takes its own while it builds the lines.
@@ -301,17 +273,32 @@ void EditorWidget::Select(int anchor, int caret) {
 }
 
 void EditorWidget::Replace(QTextCursor cursor, std::u16string_view text) {
-  const std::u16string normal = NormalLines(text);
+  const std::u16string normal = WithCrLf(text);
   cursor.beginEditBlock();
   cursor.removeSelectedText();
   cursor.insertText(Text(normal));
   cursor.endEditBlock();
+  // What is typed next is a step of its own: the toolkit adds nothing to a step after this.
+  document()->setModified(false);
   if (Frozen()) document()->clearUndoRedoStacks();
+}
+
+void EditorWidget::TellChange() {
+  if (!textChanged_) return;
+  textChanged_ = false;
+  SendCommand(Id(), kNotifyEditChange);
+}
+
+void EditorWidget::TellKept() {
+  keeping_ = false;
+  const QPointer<QWidget> self(this);
+  TellSelection();
+  if (!self.isNull()) TellChange();
 }
 
 void EditorWidget::TellSelection() {
   const QTextCursor cursor = textCursor();
-  if (settingWhole_) return;
+  if (settingWhole_ || keeping_) return;
   if (cursor.anchor() == lastAnchor_ && cursor.position() == lastCaret_) return;
   lastAnchor_ = cursor.anchor();
   lastCaret_ = cursor.position();
@@ -385,6 +372,10 @@ void EditorWidget::mouseMoveEvent(QMouseEvent* event) {
   pointer.x = place.x();
   pointer.y = place.y();
   Listener().pointer(Id(), pointer);
+}
+
+QMimeData* EditorWidget::createMimeDataFromSelection() const {
+  return PlainMimeData(textCursor().selectedText());
 }
 
 void EditorWidget::insertFromMimeData(const QMimeData* source) {

@@ -1,5 +1,6 @@
 // The application's record of listeners, and keys and pointers as it names them.
 
+#include <QApplication>
 #include <QMouseEvent>
 
 #include "platform/control.h"
@@ -99,12 +100,18 @@ PointerEvent PointerFrom(const QMouseEvent& event, PointerAction action) {
   return pointer;
 }
 
+QWidget* KeyboardHolder() { return QApplication::focusWidget(); }
+
 bool KeyBeforeControl(int id, const QKeyEvent& event) {
   const KeyEvent key = KeyFrom(event);
-  if (key.key == kKeyNone) return false;
-  const bool heard = Listener().key != nullptr && !LiesInDialog(id);
-  if (heard && Listener().key(id, key)) return true;
-  return RunAltRule(id, key);
+  if (key.key != kKeyNone) {
+    const bool heard = Listener().key != nullptr && !LiesInDialog(id);
+    if (heard && Listener().key(id, key)) return true;
+    if (RunAltRule(id, key)) return true;
+  }
+  // A key with Alt that means nothing here must not leave its letter in a text.
+  const bool character = !event.text().isEmpty() && event.text().at(0).isPrint();
+  return key.alt && !key.ctrl && character && IsTextControl(id);
 }
 
 void AskContextMenu(int id, QWidget* widget, QContextMenuEvent* event, int row,

@@ -8,10 +8,12 @@
 #include <QContextMenuEvent>
 #include <QFont>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QPalette>
 #include <QPointer>
 #include <QString>
+#include <QTextDocument>
 #include <QWidget>
 #include <cstdint>
 #include <string>
@@ -46,6 +48,7 @@ struct Placed {
   std::u16string className;
   std::u16string text;  // caption of a button, check box or label
   std::u16string name;  // accessible name where one was given
+  unsigned order = 0;   // of making
   int textLimit = 0;    // 0 for none
 };
 
@@ -121,8 +124,11 @@ inline void SendCommand(int id, int notification) {
 
 KeyEvent KeyFrom(const QKeyEvent& event);
 PointerEvent PointerFrom(const QMouseEvent& event, PointerAction action);
+// The widget that has the keyboard, or null. A key that it left over goes on to what lies
+// around it, which must not offer it to the application once more.
+QWidget* KeyboardHolder();
 // Offers a key to the application, then to the rule of Alt+C, Alt+V and Alt+Z in text
-// controls. True: used up.
+// controls. True: used up, as every character with Alt is in a text control.
 bool KeyBeforeControl(int id, const QKeyEvent& event);
 // Asks the application for a context menu. `row` and `local` stand for a list's row and, for
 // the keyboard's request, its place in the widget.
@@ -150,7 +156,9 @@ class PlacedWidget : public Base {
       event->accept();
       return true;
     }
-    if (takesKeys_ && event->type() == QEvent::KeyPress) {
+    const QWidget* holder = KeyboardHolder();
+    const bool leftOver = holder != this && this->isAncestorOf(holder);
+    if (takesKeys_ && event->type() == QEvent::KeyPress && !leftOver) {
       const QPointer<QWidget> self(this);
       if (KeyBeforeControl(id_, *static_cast<QKeyEvent*>(event)) || self.isNull()) {
         event->accept();
@@ -173,6 +181,11 @@ class PlacedWidget : public Base {
 bool DoubleClickBelow(const QPoint& screen);
 // Registers and dresses a new widget: name, font, visibility. False: the widget is deleted.
 bool Settle(Placed row, const char16_t* accessibleName, const QFont& font, bool hidden);
+// Gives a hidden area its size at once; the toolkit would wait until it is shown.
+void CatchUpSize(QWidget* widget);
+// The text of a document with CR LF, and of its selection for other programs.
+std::u16string TextOfDocument(const QTextDocument& document);
+QMimeData* PlainMimeData(const QString& selected);
 // The name that assistive technology reads, from the given name or the caption.
 void RefreshAccessibleName(const Placed& row);
 

@@ -134,7 +134,10 @@ class ListBox : public PlacedWidget<QListView> {
   }
   RowModel* Rows() { return model_; }
   // Rows that came or went since the last painting have their places.
-  void PlaceRows() { executeDelayedItemsLayout(); }
+  void PlaceRows() {
+    CatchUpSize(this);
+    executeDelayedItemsLayout();
+  }
 
  protected:
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -194,6 +197,11 @@ class ListBox : public PlacedWidget<QListView> {
       return;
     }
     QListView::keyPressEvent(event);
+  }
+  void updateGeometries() override {
+    // Rows that came or went and a new size may move the top row: that is not the user's doing.
+    const Quiet quiet;
+    QListView::updateGeometries();
   }
   void contextMenuEvent(QContextMenuEvent* event) override {
     if (event->reason() != QContextMenuEvent::Keyboard) {
@@ -371,6 +379,7 @@ void SelectRow(int id, int row) {
       box->selectionModel()->clear();
       return;
     }
+    box->PlaceRows();
     const QModelIndex index = box->Rows()->index(row);
     box->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     box->scrollTo(index);

@@ -9,6 +9,8 @@
 namespace platform {
 
 int ShowPopup(const MenuItem* items, int count, int x, int y) {
+  // The toolkit would show an empty frame and wait.
+  if (count <= 0) return 0;
   QWidget* main = MainWidget();
   QMenu menu(main);
   menu.setFont(FontOf(FontRole::Body));

@@ -23,6 +23,12 @@ int argumentCount = 0;
 QApplication* application = nullptr;
 std::u16string executableForTests;
 
+// The main window itself never has the keyboard.
+void TellFocus(int id, bool gained) {
+  if (id == 0 || id == kMainWindow || Listener().focusChanged == nullptr) return;
+  Listener().focusChanged(id, gained);
+}
+
 // The toolkit knows the adapter's own description where the system's list is mute.
 bool NameAdapter(const char16_t* device, char16_t* words, int capacity) {
   const QSerialPortInfo info(Text(device));
@@ -53,9 +59,9 @@ void BeginProcess(int argc, char** argv) {
                    [](QWidget* old, QWidget* now) {
                      const int lost = IdOfWidget(old);
                      const int gained = IdOfWidget(now);
-                     if (lost == gained || Listener().focusChanged == nullptr) return;
-                     if (lost != 0) Listener().focusChanged(lost, false);
-                     if (gained != 0) Listener().focusChanged(gained, true);
+                     if (lost == gained) return;
+                     TellFocus(lost, false);
+                     TellFocus(gained, true);
                    });
 }
 

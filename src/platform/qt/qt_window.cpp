@@ -1,5 +1,6 @@
 // The main window, the drawn views and the table of placed things.
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -23,6 +24,7 @@ namespace {
 
 std::unordered_map<int, Placed> placedThings;
 std::unordered_map<const QWidget*, int> idsOfWidgets;
+unsigned made = 0;
 int captured = 0;
 bool loopRuns = false;
 bool quitAsked = false;
@@ -165,18 +167,12 @@ class ViewWidget : public DrawnWidget {
 
 class MainWindow : public DrawnWidget {
  public:
-  explicit MainWindow(Colour background) : DrawnWidget(kMainWindow, false, background, nullptr) {}
+  explicit MainWindow(Colour background) : DrawnWidget(kMainWindow, true, background, nullptr) {
+    // It hears the keys that nobody else gets, and never has the keyboard.
+    setFocusPolicy(Qt::NoFocus);
+  }
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    // Keys that a control left over come by here as well; only those that no control has seen
-    // are the window's.
-    const QWidget* holder = QApplication::focusWidget();
-    if (holder == nullptr || holder == this) {
-      if (KeyBeforeControl(kMainWindow, *event)) return;
-    }
-    event->ignore();
-  }
   void paintEvent(QPaintEvent* event) override {
     QPainter painter(this);
     painter.setClipRegion(event->region());
@@ -236,6 +232,7 @@ Placed* FindPlaced(int id) {
 bool AddPlaced(Placed row) {
   if (FindPlaced(row.id) != nullptr) return false;
   idsOfWidgets[row.widget] = row.id;
+  row.order = ++made;
   const int id = row.id;
   placedThings.emplace(id, std::move(row));
   return true;
@@ -251,6 +248,8 @@ int IdOfWidget(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
     const auto found = idsOfWidgets.find(widget);
     if (found != idsOfWidgets.end()) return found->second;
+    // The popup of a combo is the combo's; a box over the main window is not the main window's.
+    if (widget->windowType() == Qt::Dialog) return 0;
   }
   return 0;
 }
@@ -272,6 +271,7 @@ bool Settle(Placed row, const char16_t* accessibleName, const QFont& font, bool 
     return false;
   }
   widget->setFont(font);
+  if (!widget->isWindow()) widget->setGeometry(0, 0, 0, 0);
   widget->setVisible(!hidden);
   RefreshAccessibleName(row);
   return AddPlaced(std::move(row));
@@ -372,10 +372,12 @@ bool MakeView(const ViewSpec& spec) {
 }
 
 int ViewByClass(std::u16string_view className) {
+  const Placed* first = nullptr;
   for (const auto& [id, row] : placedThings) {
-    if (!row.className.empty() && row.className == className) return id;
+    if (row.className.empty() || row.className != className) continue;
+    if (first == nullptr || row.order < first->order) first = &row;
   }
-  return 0;
+  return first != nullptr ? first->id : 0;
 }
 
 std::u16string_view ClassOf(int id) {
@@ -388,34 +390,67 @@ std::u16string_view ClassOf(int id) {
 bool Exists(int id) { return FindPlaced(id) != nullptr; }
 
 void Destroy(int id) {
-  QWidget* widget = WidgetOf(id);
-  if (widget == nullptr) return;
+  const QPointer<QWidget> widget(WidgetOf(id));
+  if (widget.isNull()) return;
   if (captured != 0) ReleasePointer();
+  // While its id still stands for it: the keyboard and a pressed button are told as lost.
+  SetVisible(id, false);
+  if (widget.isNull() || WidgetOf(id) != widget) return;
   // The ids are free at once; the widget itself may be in the middle of an event.
   std::vector<int> lost;
   for (const auto& [other, row] : placedThings) {
     if (row.widget == widget || widget->isAncestorOf(row.widget)) lost.push_back(other);
   }
   for (const int other : lost) ForgetPlaced(other, WidgetOf(other));
-  widget->hide();
   widget->deleteLater();
 }
 
 void SetPlace(int id, const Rect& place) {
   QWidget* widget = WidgetOf(id);
-  if (widget == nullptr) return;
-  const QRect wanted = RectOf(place);
+  if (widget == nullptr || widget->isWindow()) return;
+  const QRect wanted(place.left, place.top, std::max(0, RectWidth(place)),
+                     std::max(0, RectHeight(place)));
   if (widget->geometry() != wanted) widget->setGeometry(wanted);
 }
 
 Rect PlaceOf(int id) {
   const QWidget* widget = WidgetOf(id);
-  return widget != nullptr ? RectFrom(widget->geometry()) : Rect{};
+  if (widget == nullptr) return Rect{};
+  return widget->isWindow() ? PlaceInMainWindow(id) : RectFrom(widget->geometry());
 }
+
+namespace {
+
+bool CanHoldKeyboard(const QWidget* widget, const QWidget* window) {
+  return widget->focusPolicy() != Qt::NoFocus && widget->isEnabled() &&
+         widget->isVisibleTo(window) && widget->window() == window;
+}
+
+// Hands the keyboard on from a holder that went out of sight or use. The toolkit leaves it with
+// an editor, for which Tab is a character, and where nobody else takes it.
+void HandKeyboardOn(QWidget* holder) {
+  if (holder == nullptr || (holder->isVisible() && holder->isEnabled())) return;
+  QWidget* now = QApplication::focusWidget();
+  if (now != nullptr && now != holder) return;
+  const QWidget* window = holder->window();
+  for (QWidget* next = holder->nextInFocusChain(); next != holder;
+       next = next->nextInFocusChain()) {
+    const bool byTab = (next->focusPolicy() & Qt::TabFocus) != 0;
+    if (!byTab || IdOfWidget(next) == 0 || !CanHoldKeyboard(next, window)) continue;
+    next->setFocus(Qt::TabFocusReason);
+    return;
+  }
+  holder->clearFocus();
+}
+
+}  // namespace
 
 void SetVisible(int id, bool visible) {
   QWidget* widget = WidgetOf(id);
-  if (widget != nullptr && widget->isHidden() == visible) widget->setVisible(visible);
+  if (widget == nullptr || widget->isHidden() != visible) return;
+  const QPointer<QWidget> holder(QApplication::focusWidget());
+  widget->setVisible(visible);
+  HandKeyboardOn(holder);
 }
 
 // Before the main window is shown a child counts as visible when nothing else hides it, so
@@ -427,13 +462,23 @@ bool IsVisible(int id) {
 }
 
 void SetEnabled(int id, bool enabled) {
-  if (WidgetOf(id) != nullptr) WidgetOf(id)->setEnabled(enabled);
+  QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return;
+  const QPointer<QWidget> holder(QApplication::focusWidget());
+  widget->setEnabled(enabled);
+  HandKeyboardOn(holder);
 }
 
 bool IsEnabled(int id) { return WidgetOf(id) != nullptr && WidgetOf(id)->isEnabled(); }
 
 void SetFocusTo(int id) {
-  if (WidgetOf(id) != nullptr) WidgetOf(id)->setFocus(Qt::OtherFocusReason);
+  QWidget* widget = WidgetOf(id);
+  if (widget == nullptr) return;
+  if (id == kMainWindow) {
+    if (QWidget* holder = widget->focusWidget()) holder->clearFocus();
+  } else if (CanHoldKeyboard(widget, widget->window())) {
+    widget->setFocus(Qt::OtherFocusReason);
+  }
 }
 
 int FocusedId() {
@@ -442,7 +487,16 @@ int FocusedId() {
   if (widget == nullptr && MainWidget() != nullptr && !MainWidget()->isVisible()) {
     widget = MainWidget()->focusWidget();
   }
-  return IdOfWidget(widget);
+  const int id = IdOfWidget(widget);
+  return id != kMainWindow ? id : 0;
+}
+
+void CatchUpSize(QWidget* widget) {
+  if (!widget->testAttribute(Qt::WA_PendingResizeEvent)) return;
+  widget->setAttribute(Qt::WA_PendingResizeEvent, false);
+  QResizeEvent event(widget->size(), QSize());
+  QCoreApplication::sendEvent(widget, &event);
+  if (const auto* area = qobject_cast<QAbstractScrollArea*>(widget)) CatchUpSize(area->viewport());
 }
 
 void Repaint(int id) {
@@ -504,7 +558,9 @@ void SetPointerShape(int id, PointerShape shape) {
 Rect PlaceInMainWindow(int id) {
   const QWidget* widget = WidgetOf(id);
   if (widget == nullptr || MainWidget() == nullptr) return Rect{};
-  return RectFrom(QRect(widget->mapTo(MainWidget(), QPoint(0, 0)), widget->size()));
+  // Through the screen: a dialog is a window of its own.
+  const QPoint at = MainWidget()->mapFromGlobal(widget->mapToGlobal(QPoint(0, 0)));
+  return RectFrom(QRect(at, widget->size()));
 }
 
 }  // namespace platform
