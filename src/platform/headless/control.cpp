@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/common/line_ends.h"
 #include "platform/headless/headless_internal.h"
 
 namespace headless {
@@ -35,29 +36,20 @@ Kind KindOf(platform::ControlKind kind) {
 
 bool IsPlainText(const Item& item) { return IsTextItem(item) && item.kind != Kind::Editor; }
 
+bool HasCaption(const Item& item) {
+  return item.kind == Kind::Button || item.kind == Kind::Check || item.kind == Kind::Label;
+}
+
 // What a control of this kind can hold of the text.
 std::u16string Fitting(const Item& item, std::u16string_view text) {
   if (item.kind == Kind::MultiEdit || item.kind == Kind::Log) return WithCrLf(text);
-  std::u16string out(text);
-  if (item.kind == Kind::Edit) {
-    std::erase_if(out, [](char16_t c) { return c == u'\r' || c == u'\n'; });
-  }
-  return out;
+  if (item.kind == Kind::Edit) return platform::WithoutLineEnds(text);
+  return std::u16string(text);
 }
 
 void PlaceText(Item& item, std::u16string text) {
   item.text = std::move(text);
   item.edit = EditState();
-  item.edit.anchor = item.edit.caret = static_cast<int>(item.text.size());
-}
-
-// Steps over a CR LF as one character.
-int StepInText(const std::u16string& text, int at, bool forward) {
-  const int length = static_cast<int>(text.size());
-  const int next = std::clamp(at + (forward ? 1 : -1), 0, length);
-  const bool inside = next > 0 && next < length && text[static_cast<std::size_t>(next)] == u'\n' &&
-                      text[static_cast<std::size_t>(next) - 1] == u'\r';
-  return inside ? next + (forward ? 1 : -1) : next;
 }
 
 bool SwapStep(Item& item, std::vector<EditState::Step>& from, std::vector<EditState::Step>& to) {
@@ -66,6 +58,7 @@ bool SwapStep(Item& item, std::vector<EditState::Step>& from, std::vector<EditSt
   item.text = std::move(from.back().text);
   item.edit.anchor = item.edit.caret =
       std::min(from.back().caret, static_cast<int>(item.text.size()));
+  item.edit.run = EditRun::None;
   from.pop_back();
   return true;
 }
@@ -93,6 +86,7 @@ bool RunEditStep(Item& item, platform::EditAction action) {
     case EditAction::SelectAll:
       item.edit.anchor = 0;
       item.edit.caret = static_cast<int>(item.text.size());
+      item.edit.run = EditRun::None;
       return false;
     case EditAction::Copy:
       if (s.from != s.to) clipboard = SelectedText(item);
@@ -104,17 +98,14 @@ bool RunEditStep(Item& item, platform::EditAction action) {
     case EditAction::Cut:
       if (readOnly || s.from == s.to) return false;
       clipboard = SelectedText(item);
-      ReplaceInEdit(item, s.from, s.to, u"");
-      return true;
+      return ReplaceInEdit(item, s.from, s.to, u"", EditRun::None);
     case EditAction::Paste:
       if (readOnly || clipboard.empty()) return false;
-      ReplaceInEdit(item, s.from, s.to, clipboard);
-      return true;
+      return ReplaceInEdit(item, s.from, s.to, clipboard, EditRun::None);
     case EditAction::Delete: {
-      const int to = s.from == s.to ? StepInText(item.text, s.to, true) : s.to;
-      if (readOnly || s.from == to) return false;
-      ReplaceInEdit(item, s.from, to, u"");
-      return true;
+      if (readOnly) return false;
+      if (s.from != s.to) return ReplaceInEdit(item, s.from, s.to, u"", EditRun::None);
+      return ReplaceInEdit(item, s.from, StepInText(item.text, s.to, true), u"", EditRun::Delete);
     }
   }
   return false;
@@ -123,22 +114,27 @@ bool RunEditStep(Item& item, platform::EditAction action) {
 }  // namespace
 
 std::u16string& Clipboard() { return clipboard; }
-void SetClipboard(std::u16string_view text) { clipboard = WithCrLf(text); }
+void SetClipboard(std::u16string_view text) { clipboard = text; }
 std::u16string ClipboardText() { return clipboard; }
 
-void ReplaceInEdit(Item& item, int from, int to, std::u16string_view text) {
+bool ReplaceInEdit(Item& item, int from, int to, std::u16string_view text, EditRun run) {
   const auto at = static_cast<std::size_t>(from);
   const auto count = static_cast<std::size_t>(to - from);
   std::u16string fitting = Fitting(item, text);
   if (item.limit > 0) {
-    const std::size_t kept = item.text.size() - count;
-    const auto limit = static_cast<std::size_t>(item.limit);
-    fitting.resize(std::min(fitting.size(), limit > kept ? limit - kept : 0));
+    const int kept = static_cast<int>(item.text.size() - count);
+    fitting.resize(platform::FittingUnits(fitting, item.limit - kept).size());
   }
-  item.edit.undo.push_back({item.text, item.edit.caret});
-  item.edit.redo.clear();
+  if (fitting.empty() && (count == 0 || !text.empty())) return false;
+  EditState& edit = item.edit;
+  const bool goesOn = run != EditRun::None && run == edit.run && edit.anchor == edit.caret;
+  if (!goesOn) edit.undo.push_back({item.text, edit.caret});
+  edit.redo.clear();
   item.text.replace(at, count, fitting);
-  item.edit.anchor = item.edit.caret = from + static_cast<int>(fitting.size());
+  edit.anchor = edit.caret = from + static_cast<int>(fitting.size());
+  edit.column = -1;
+  edit.run = run;
+  return true;
 }
 
 void EditKeyAction(int id, platform::EditAction action) {
@@ -147,22 +143,13 @@ void EditKeyAction(int id, platform::EditAction action) {
   if (RunEditStep(*item, action)) SendCommand(id, platform::kNotifyEditChange);
 }
 
-void MoveEditCaret(Item& item, const platform::KeyEvent& key) {
-  EditState& edit = item.edit;
-  if (key.key == platform::kKeyLeft) edit.caret = StepInText(item.text, edit.caret, false);
-  if (key.key == platform::kKeyRight) edit.caret = StepInText(item.text, edit.caret, true);
-  if (key.key == platform::kKeyHome) edit.caret = 0;
-  if (key.key == platform::kKeyEnd) edit.caret = static_cast<int>(item.text.size());
-  if (!key.shift) edit.anchor = edit.caret;
-}
-
 bool EraseBeforeCaret(int id) {
   Item* item = Find(id);
   if (!item || !IsPlainText(*item) || item->kind == Kind::Log) return false;
   Selected s = SelectionOf(*item);
+  const EditRun run = s.from == s.to ? EditRun::Backspace : EditRun::None;
   if (s.from == s.to) s.from = StepInText(item->text, s.from, false);
-  if (s.from == s.to) return false;
-  ReplaceInEdit(*item, s.from, s.to, u"");
+  if (!ReplaceInEdit(*item, s.from, s.to, u"", run)) return false;
   SendCommand(id, platform::kNotifyEditChange);
   return true;
 }
@@ -174,8 +161,10 @@ bool TypeInto(int id, std::u16string_view text) {
   platform::SetFocusTo(id);
   Item* edit = Find(id);
   if (!edit) return true;
-  ReplaceInEdit(*edit, 0, static_cast<int>(edit->text.size()), text);
-  SendCommand(id, platform::kNotifyEditChange);
+  const int length = static_cast<int>(edit->text.size());
+  if (ReplaceInEdit(*edit, 0, length, text, EditRun::None)) {
+    SendCommand(id, platform::kNotifyEditChange);
+  }
   return true;
 }
 
@@ -209,7 +198,7 @@ bool MakeControl(const ControlSpec& spec) {
 
 void SetText(int id, std::u16string_view text) {
   Item* item = Find(id);
-  if (item && item->kind != headless::Kind::Editor) {
+  if (item && (headless::HasCaption(*item) || headless::IsPlainText(*item))) {
     headless::PlaceText(*item, headless::Fitting(*item, text));
   }
 }
@@ -225,9 +214,10 @@ void AppendText(int id, std::u16string_view text) {
   if (!item || (item->kind != headless::Kind::Log && item->kind != headless::Kind::MultiEdit)) {
     return;
   }
-  item->text += headless::WithCrLf(text);
-  item->edit = headless::EditState();
-  item->edit.anchor = item->edit.caret = static_cast<int>(item->text.size());
+  item->text += WithCrLf(text);
+  item->edit.undo.clear();
+  item->edit.redo.clear();
+  item->edit.run = headless::EditRun::None;
 }
 
 void SetTextLimit(int id, int units) {
@@ -237,7 +227,10 @@ void SetTextLimit(int id, int units) {
 void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
 
 void SetChecked(int id, bool checked) {
-  if (Item* item = Find(id)) item->checked = checked;
+  Item* item = Find(id);
+  const bool stateful =
+      item && (item->kind == headless::Kind::Button || item->kind == headless::Kind::Check);
+  if (stateful) item->checked = checked;
 }
 
 bool IsChecked(int id) {
@@ -252,7 +245,7 @@ void SetAccessibleName(int id, std::u16string_view name) {
 std::u16string AccessibleName(int id) {
   const Item* item = Find(id);
   if (!item) return {};
-  return item->name.empty() ? item->text : item->name;
+  return item->name.empty() && headless::HasCaption(*item) ? item->text : item->name;
 }
 
 void SetToolTip(int id, std::u16string_view text) {

@@ -15,6 +15,7 @@ namespace {
 
 struct Dialog {
   platform::DialogSpec spec;
+  int holder = 0;  // who is to get the keyboard when it runs
   bool running = false;
   bool ended = false;
   int code = 0;
@@ -78,6 +79,8 @@ bool StillRuns(int id) {
 
 }  // namespace
 
+bool IsWindow(const Item& item) { return DialogOf(item.id) != nullptr; }
+
 int OpenDialog() {
   const Dialog* dialog = TopDialog();
   return dialog ? dialog->spec.id : 0;
@@ -118,11 +121,23 @@ bool PressDialogKey(const platform::KeyEvent& key) {
     return true;
   }
   if (key.key != platform::kKeyEnter) return false;
+  // A button, a row and a text of several lines have an Enter of their own.
   const Item* focused = Find(platform::FocusedId());
-  if (focused && focused->kind == Kind::Button) return false;
+  const bool own = focused && (focused->kind == Kind::Button || focused->kind == Kind::List ||
+                               focused->kind == Kind::MultiList ||
+                               focused->kind == Kind::MultiEdit || focused->editor);
+  if (own) return false;
   const int button = dialog->spec.defaultButton;
   if (CanBeUsed(button)) Tell(*dialog, button, platform::kNotifyClick);
   return true;
+}
+
+void KeepForDialog(int id) {
+  const Item* item = Find(id);
+  if (!item || !item->visible || !platform::IsEnabled(id)) return;
+  for (Dialog& dialog : dialogs) {
+    if (!dialog.running && LiesIn(id, dialog.spec.id)) dialog.holder = id;
+  }
 }
 
 void ForgetDialog(int id) {
@@ -141,7 +156,9 @@ bool MakeDialog(const DialogSpec& spec) {
   item->name = spec.title;
   item->background = spec.background;
   item->place = spec.place;
-  headless::dialogs.push_back({spec});
+  headless::Dialog dialog;
+  dialog.spec = spec;
+  headless::dialogs.push_back(dialog);
   return true;
 }
 
@@ -149,13 +166,16 @@ int RunDialog(int id) {
   headless::Dialog* dialog = headless::DialogOf(id);
   if (!dialog || dialog->running) return 0;
   const int before = FocusedId();
+  const int holder = dialog->holder;
+  headless::StandOpen();
+  SetFocusTo(kMainWindow);
+  dialog = headless::DialogOf(id);
+  if (!dialog) return 0;
   dialog->running = true;
   SetVisible(id, true);
-  if (headless::IsBehindDialog(FocusedId())) {
-    SetFocusTo(kMainWindow);
-    headless::FocusNext(false);
-  }
-  headless::StandOpen();
+  SetFocusTo(holder);
+  if (FocusedId() == 0) headless::FocusNext(false, false);
+  headless::HappenMeanwhile();
   while (headless::StillRuns(id)) headless::TakeTurn(id);
   dialog = headless::DialogOf(id);
   const int code = dialog ? dialog->code : 0;

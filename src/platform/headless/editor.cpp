@@ -34,6 +34,7 @@ void MoveSelection(int id, int anchor, int caret) {
   if (!e || (e->anchor == anchor && e->caret == caret)) return;
   e->anchor = anchor;
   e->caret = caret;
+  e->column = -1;
   EndTypingRun(e->text);
   TellSelection(id);
 }
@@ -56,7 +57,6 @@ void ScrollTo(int id, int line) {
 void KeepPositionsInside(EditorState& e) {
   e.anchor = Clamped(e, e.anchor);
   e.caret = Clamped(e, e.caret);
-  e.firstLine = std::min(e.firstLine, LineCount(e) - 1);
 }
 
 // Where a position lies after `from` to `to` were replaced by a text that ends at `end`.
@@ -66,6 +66,11 @@ int Moved(int position, int from, int to, int end) {
   return std::min(position, end);
 }
 
+struct Ends {
+  int anchor;
+  int caret;
+};
+
 struct Ordered {
   int from;
   int to;
@@ -74,34 +79,65 @@ Ordered SelectionOf(const EditorState& e) {
   return {std::min(e.anchor, e.caret), std::max(e.anchor, e.caret)};
 }
 
-// Replaces the selection, caret behind it; the notifications are the caller's.
-void PutOverSelection(EditorState& e, std::u16string_view text, HistoryUse use) {
-  const Ordered s = SelectionOf(e);
-  e.anchor = e.caret = ReplacePositions(e.text, s.from, s.to, text, use);
-  KeepPositionsInside(e);
-}
-
-void TellChange(int id) {
+// Tells a change: first the selection, where it is no longer `before`, then the text.
+void TellChange(int id, const Ends& before) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  const bool moved = e->anchor != before.anchor || e->caret != before.caret;
+  if (moved) e->column = -1;
+  FillEditor(id);
+  if (moved) TellSelection(id);
   SendCommand(id, platform::kNotifyEditChange);
-  TellSelection(id);
 }
 
-// A change by the user: heard, then the caret comes into view.
-void TellUserChange(int id, char16_t character) {
+// Replaces the selection, caret behind it, and tells it. False: nothing replaced nothing.
+bool PutOverSelection(int id, std::u16string_view text, HistoryUse use) {
+  EditorState* e = EditorOf(id);
+  if (!e) return false;
+  const Ends before{e->anchor, e->caret};
+  const Ordered s = SelectionOf(*e);
+  if (s.from == s.to && text.empty()) {
+    if (use == HistoryUse::Empty) EmptyHistory(e->text);
+    return false;
+  }
+  e->anchor = e->caret = ReplacePositions(e->text, s.from, s.to, text, use);
+  KeepPositionsInside(*e);
+  TellChange(id, before);
+  return true;
+}
+
+// What a key did is told as a character, 0 for none, and the caret comes into view.
+void TellTyped(int id, char16_t character) {
   const platform::Events& events = platform::Listener();
-  if (events.typed) events.typed(id, character);
-  TellChange(id);
+  if (EditorOf(id) && events.typed) events.typed(id, character);
   platform::ScrollCaretIntoView(id);
 }
 
 bool Step(int id, bool (*step)(EditorText&, int&)) {
   EditorState* e = EditorOf(id);
   if (!e || e->readOnly) return false;
+  const Ends before{e->anchor, e->caret};
   int caret = 0;
   if (!step(e->text, caret)) return false;
   e->anchor = e->caret = caret;
   KeepPositionsInside(*e);
-  TellChange(id);
+  TellChange(id, before);
+  platform::ScrollCaretIntoView(id);
+  return true;
+}
+
+// Replaces the selection, or what lies beside the caret, by nothing. False: there is nothing.
+bool EraseAtCaret(int id, bool forward) {
+  EditorState* e = EditorOf(id);
+  if (!e || e->readOnly) return false;
+  if (e->anchor != e->caret) return PutOverSelection(id, u"", HistoryUse::Step);
+  const int other = Clamped(*e, e->caret + (forward ? 1 : -1));
+  if (other == e->caret) return false;
+  const Ends before{e->anchor, e->caret};
+  const int from = std::min(other, e->caret);
+  e->anchor = e->caret =
+      ReplacePositions(e->text, from, std::max(other, e->caret), u"", HistoryUse::Step);
+  TellChange(id, before);
   return true;
 }
 
@@ -118,11 +154,13 @@ int PositionInLine(const EditorState& e, int line, int column) {
 
 int CaretAfterKey(int id, const EditorState& e, const platform::KeyEvent& key) {
   const int line = LineOfPosition(e.text, e.caret);
-  const int column = e.caret - LineStartPosition(e.text, line);
+  const int column = e.column >= 0 ? e.column : e.caret - LineStartPosition(e.text, line);
   switch (key.key) {
     case platform::kKeyLeft:
+      if (!key.shift && e.anchor != e.caret) return SelectionOf(e).from;
       return Clamped(e, e.caret - 1);
     case platform::kKeyRight:
+      if (!key.shift && e.anchor != e.caret) return SelectionOf(e).to;
       return Clamped(e, e.caret + 1);
     case platform::kKeyUp:
       return line > 0 ? PositionInLine(e, line - 1, column) : e.caret;
@@ -149,37 +187,44 @@ bool TypeCharacter(int id, char16_t character) {
   if (e) {
     if (e->readOnly) return false;
     const char16_t typed = character == u'\r' ? u'\n' : character;
-    PutOverSelection(*e, std::u16string_view(&typed, 1), HistoryUse::Typing);
-    TellUserChange(id, typed);
+    PutOverSelection(id, std::u16string_view(&typed, 1), HistoryUse::Typing);
+    TellTyped(id, typed);
     return true;
   }
   Item* item = Find(id);
   if (!item || !IsTextItem(*item) || item->kind == Kind::Log) return false;
   const int from = std::min(item->edit.anchor, item->edit.caret);
   const int to = std::max(item->edit.anchor, item->edit.caret);
-  ReplaceInEdit(*item, from, to, std::u16string_view(&character, 1));
-  SendCommand(id, platform::kNotifyEditChange);
+  const std::u16string_view typed(&character, 1);
+  if (ReplaceInEdit(*item, from, to, typed, EditRun::Typing)) {
+    SendCommand(id, platform::kNotifyEditChange);
+  }
   return true;
 }
 
 void EraseInEditor(int id, bool forward) {
-  EditorState* e = EditorOf(id);
-  if (!e || e->readOnly) return;
-  if (e->anchor == e->caret) {
-    const int other = Clamped(*e, e->caret + (forward ? 1 : -1));
-    if (other == e->caret) return;
-    e->anchor = other;
-  }
-  PutOverSelection(*e, u"", HistoryUse::Step);
-  TellUserChange(id, 0);
+  if (EraseAtCaret(id, forward)) TellTyped(id, 0);
 }
 
+void TellEditingKey(int id) { TellTyped(id, 0); }
+
 void MoveEditorCaret(int id, const platform::KeyEvent& key) {
-  const EditorState* e = EditorOf(id);
+  EditorState* e = EditorOf(id);
   if (!e) return;
+  const bool vertical = key.key == platform::kKeyUp || key.key == platform::kKeyDown;
+  const int line = LineOfPosition(e->text, e->caret);
+  const int column = e->column >= 0 ? e->column : e->caret - LineStartPosition(e->text, line);
   const int caret = CaretAfterKey(id, *e, key);
   MoveSelection(id, key.shift ? e->anchor : caret, caret);
+  e = EditorOf(id);
+  if (!e) return;
+  e->column = vertical ? column : -1;
   platform::ScrollCaretIntoView(id);
+}
+
+void FillEditor(int id) {
+  const EditorState* e = EditorOf(id);
+  if (e) ScrollTo(id, e->firstLine);
 }
 
 bool EditorSelect(int id, int from, int to) {
@@ -198,8 +243,7 @@ bool EditorSetAll(int id, std::u16string_view text) {
   if (!e) return true;
   e->anchor = 0;
   e->caret = TextLengthInPositions(e->text);
-  PutOverSelection(*e, text, HistoryUse::Step);
-  TellUserChange(id, 0);
+  if (PutOverSelection(id, text, HistoryUse::Step)) TellTyped(id, 0);
   return true;
 }
 
@@ -256,10 +300,14 @@ std::uint64_t EditorRevision(int id) {
 void SetEditorText(int id, std::u16string_view text) {
   EditorState* e = EditorOf(id);
   if (!e) return;
+  const bool scrolled = e->firstLine != 0;
   headless::SetWholeText(e->text, text);
   e->bands.clear();
   e->anchor = e->caret = e->firstLine = 0;
-  headless::TellChange(id);
+  e->column = -1;
+  if (scrolled) headless::SendCommand(id, kNotifyVScroll);
+  headless::SendCommand(id, kNotifyEditChange);
+  if (headless::EditorOf(id)) headless::TellSelection(id);
 }
 
 int EditorLength(int id) {
@@ -278,13 +326,11 @@ void SetEditorSelection(int id, EditorRange range) {
   const EditorState* e = EditorOf(id);
   if (!e) return;
   headless::MoveSelection(id, headless::Clamped(*e, range.from), headless::Clamped(*e, range.to));
+  ScrollCaretIntoView(id);
 }
 
 void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
-  EditorState* e = EditorOf(id);
-  if (!e) return;
-  headless::PutOverSelection(*e, text, undoable ? HistoryUse::Step : HistoryUse::Empty);
-  headless::TellChange(id);
+  headless::PutOverSelection(id, text, undoable ? HistoryUse::Step : HistoryUse::Empty);
 }
 
 void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
@@ -294,11 +340,13 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   const int b = headless::Clamped(*e, range.to);
   const int from = std::min(a, b);
   const int to = std::max(a, b);
+  if (from == to && text.empty()) return;
+  const headless::Ends before{e->anchor, e->caret};
   const int end = headless::ReplacePositions(e->text, from, to, text, HistoryUse::Step);
   e->anchor = headless::Moved(e->anchor, from, to, end);
   e->caret = headless::Moved(e->caret, from, to, end);
   headless::KeepPositionsInside(*e);
-  headless::TellChange(id);
+  headless::TellChange(id, before);
 }
 
 bool UndoEditor(int id) { return headless::Step(id, headless::UndoStep); }
@@ -410,7 +458,8 @@ void HoldEditorRedraw(int id, bool hold) {
 }
 
 void FreezeEditorUndo(int id, bool freeze) {
-  if (EditorState* e = EditorOf(id)) e->text.frozen = freeze;
+  EditorState* e = EditorOf(id);
+  if (e) e->text.frozen = std::max(0, e->text.frozen + (freeze ? 1 : -1));
 }
 
 }  // namespace platform
@@ -439,15 +488,16 @@ bool RunEditorAction(int id, platform::EditAction action) {
     case EditAction::Cut:
       if (e->readOnly || s.from == s.to) break;
       Clipboard() = SelectedText(*e);
-      EraseInEditor(id, true);
+      EraseAtCaret(id, true);
+      platform::ScrollCaretIntoView(id);
       break;
     case EditAction::Paste:
       if (e->readOnly || Clipboard().empty()) break;
-      PutOverSelection(*e, Clipboard(), HistoryUse::Step);
-      TellUserChange(id, 0);
+      PutOverSelection(id, Clipboard(), HistoryUse::Step);
+      platform::ScrollCaretIntoView(id);
       break;
     case EditAction::Delete:
-      EraseInEditor(id, true);
+      EraseAtCaret(id, true);
       break;
   }
   return true;

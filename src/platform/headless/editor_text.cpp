@@ -6,30 +6,6 @@
 
 namespace headless {
 
-namespace {
-
-// What no editor can hold: NUL, and what toolkits take for line ends or the edges of a frame.
-bool IsForeign(char16_t c) {
-  return c == 0 || c == 0x2028 || c == 0x2029 || c == 0xFDD0 || c == 0xFDD1;
-}
-
-}  // namespace
-
-std::u16string WithCrLf(std::u16string_view text) {
-  std::u16string out;
-  out.reserve(text.size() + text.size() / 16);
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t c = text[i];
-    if (c != u'\r' && c != u'\n') {
-      out.push_back(IsForeign(c) ? char16_t{0xFFFD} : c);
-      continue;
-    }
-    out.append(u"\r\n");
-    if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-  }
-  return out;
-}
-
 int PositionOfIndex(const EditorText& t, std::size_t index) {
   const auto after = std::upper_bound(t.starts.begin(), t.starts.end(), index);
   const auto line = static_cast<std::size_t>(after - t.starts.begin()) - 1;
@@ -130,9 +106,8 @@ int ReplacePositions(EditorText& t, int from, int to, std::u16string_view text, 
   const std::u16string inserted = WithCrLf(text);
   const std::size_t at = IndexOfPosition(t, from);
   const std::size_t removed = IndexOfPosition(t, to) - at;
-  if (use == HistoryUse::Empty || t.frozen) {
-    t.undo.clear();
-    t.redo.clear();
+  if (use == HistoryUse::Empty || t.frozen > 0) {
+    EmptyHistory(t);
   } else if (use == HistoryUse::Typing && Extends(t, at, removed, inserted)) {
     t.undo.back().inserted += inserted;
     t.redo.clear();
@@ -143,6 +118,11 @@ int ReplacePositions(EditorText& t, int from, int to, std::u16string_view text, 
   }
   Splice(t, at, removed, inserted);
   return PositionOfIndex(t, at + inserted.size());
+}
+
+void EmptyHistory(EditorText& t) {
+  t.undo.clear();
+  t.redo.clear();
 }
 
 void EndTypingRun(EditorText& t) {

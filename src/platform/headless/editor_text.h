@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/common/line_ends.h"
 #include "platform/editor.h"
 
 namespace headless {
@@ -29,11 +30,10 @@ struct EditorText {
   std::vector<TextChange> undo;
   std::vector<TextChange> redo;
   std::uint64_t revision = 0;
-  bool frozen = false;
+  int frozen = 0;  // above 0 changes leave no step
 };
 
-// LF, CR and CR LF become CR LF.
-std::u16string WithCrLf(std::u16string_view text);
+using platform::WithCrLf;
 
 int TextLengthInPositions(const EditorText& t);
 int LineOfPosition(const EditorText& t, int position);
@@ -48,6 +48,7 @@ enum class HistoryUse { Step, Typing, Empty };
 // Replaces positions `from` to `to`, which must lie in the text. The position behind the new
 // text is the answer.
 int ReplacePositions(EditorText& t, int from, int to, std::u16string_view text, HistoryUse use);
+void EmptyHistory(EditorText& t);
 // The next typed character starts a step of its own.
 void EndTypingRun(EditorText& t);
 // One step; false without any. `caret` becomes the position behind what came back.

@@ -42,11 +42,18 @@ bool EditorSelect(int id, int from, int to);
 bool EditorSetAll(int id, std::u16string_view text);  // select all and type over it
 bool EditorUndo(int id);
 bool Pointer(int view, const platform::PointerEvent& event);
-void MovePointerOver(int id);        // for hover hints; 0: outside the window
-void Resize(int width, int height);  // client size, held to the window's minimum
-void HoldCtrl(bool held);            // for the clicks that follow
-void HoldButton(bool held);          // a button of the pointer on a control, until told
-bool CloseKey();                     // false: the window stayed
+// The pointer at main-window pixels: what lies there on the screen gets it. Buttons stay down
+// from press to release, and tie the pointer to what they went down on.
+void Mouse(const platform::PointerEvent& event);
+// What lies topmost there, kMainWindow for the bare window, 0 outside.
+int IdAt(int x, int y);
+bool Wheel(int id, int notches);          // positive forward; false: nothing to scroll there
+void TypeText(std::u16string_view text);  // key by key, to whatever has the keyboard
+void MovePointerOver(int id);             // for hover hints; 0: outside the window
+void Resize(int width, int height);       // client size, held to the window's minimum
+void HoldCtrl(bool held);                 // for the clicks that follow
+void HoldButton(bool held);               // a button of the pointer on a control, until told
+bool CloseKey();                          // false: the window stayed
 bool WindowClosed();
 
 // Time and messages: fires due timers in order and lets the worker run up to now + ms.

@@ -42,6 +42,9 @@ struct ListRow {
   bool selected = false;
 };
 
+// What the next key of the same kind goes on with, so that both are one step of the history.
+enum class EditRun { None, Typing, Backspace, Delete };
+
 // Text, selection and history of an edit line, a multi-line edit or a log.
 struct EditState {
   struct Step {
@@ -50,6 +53,8 @@ struct EditState {
   };
   int anchor = 0;
   int caret = 0;
+  int column = -1;  // where Up and Down go to in a longer line; -1: that of the caret
+  EditRun run = EditRun::None;
   std::vector<Step> undo;
   std::vector<Step> redo;
 };
@@ -57,8 +62,10 @@ struct EditState {
 struct ListState {
   std::vector<ListRow> rows;
   int current = -1;
+  int anchor = -1;  // where a stretch of rows begins
   int top = 0;
   int rowHeight = 24;
+  int wheelRows = 3;
   bool ownerDrawn = true;
 };
 
@@ -67,6 +74,7 @@ struct EditorState {
   EditorText text;
   int anchor = 0;  // positions
   int caret = 0;
+  int column = -1;  // as in EditState
   int firstLine = 0;
   int markedLine = -1;
   platform::Colour markBand = 0;
@@ -90,7 +98,8 @@ struct Item {
   bool checked = false;
   bool pressed = false;
   bool takesFocus = false;
-  int limit = 0;  // units that can be typed; 0: no limit
+  int limit = 0;        // units that can be typed; 0: no limit
+  unsigned height = 0;  // among the children of a parent the greatest lies on top
   platform::ControlColours colours;
   platform::Colour background = 0;
   platform::PointerShape shape = platform::PointerShape::Arrow;
@@ -102,33 +111,59 @@ struct Item {
 
 // The thing with this id, null for none. Any call into the application may destroy it.
 Item* Find(int id);
-// A new thing of this kind under `id`; null when the id is taken or the call is told to fail.
+// A new thing of this kind under `id`; null when the id is taken, there is no such parent or the
+// call is told to fail.
 Item* NewItem(int id, Kind kind, int parent, bool hidden);
 const std::vector<std::unique_ptr<Item>>& Items();
 // Visible with all its parents and enabled with all its parents.
 bool CanBeUsed(int id);
 bool IsTextItem(const Item& item);
+bool IsWindow(const Item& item);  // a dialog, which lies in no parent's pixels
 bool TakesKeyboard(const Item& item);
 
-// The user's own part of a change: edits of a text control below Events::key.
-void ReplaceInEdit(Item& item, int from, int to, std::u16string_view text);
+// The user's own part of a change: edits of a text control below Events::key. False: nothing
+// changed, as nothing more fits.
+bool ReplaceInEdit(Item& item, int from, int to, std::u16string_view text, EditRun run);
 void EditKeyAction(int id, platform::EditAction action);
 bool EraseBeforeCaret(int id);                              // in an edit
 bool RunEditorAction(int id, platform::EditAction action);  // false: no editor
 bool TypeCharacter(int id, char16_t character);             // into an edit or an editor
 void EraseInEditor(int id, bool forward);
+void TellEditingKey(int id);  // an editor's text was changed by a key that is no character
 void MoveEditorCaret(int id, const platform::KeyEvent& key);
 void MoveEditCaret(Item& item, const platform::KeyEvent& key);
+// Steps over a CR LF as one character.
+int StepInText(const std::u16string& text, int at, bool forward);
+// The keyboard goes to the next thing that takes it; false: there is none. An edit line that
+// Tab comes to has all of its text selected.
+bool FocusNext(bool backwards, bool byTab = true);
 // Selects one row as a key or click does, with the notification; other rows lose theirs.
-// The keyboard goes to the next thing that takes it; false: there is none.
-bool FocusNext(bool backwards);
 bool ChooseRow(int id, int row);
+// The same with all rows from the anchor on, in a list of several.
+void StretchRows(int id, int row);
+void ChooseAllRows(int id);
+int RowsInView(const Item& item);
+// The row behind the current one, and round, that begins with a typed character; -1 for none.
+int RowBeginningWith(const Item& item, char16_t character);
+// A press of the left button on a row: the keyboard, the selection, the notification.
+void PressRow(int id, int row, bool ctrl, bool shift);
 std::u16string& Clipboard();
 void SetPointerOver(int id);
 int CapturedView();
+// The view that a button went down on, until it is up; 0 for none.
+void HoldView(int view);
+// Tells that view that its release will not come.
+void LosePointer();
+// Keeps the view of an editor, and the top row of a list, within its lines or rows.
+void FillEditor(int id);
+void FillList(Item& item);
 
-// Lets happen what WhileOpen asked for; every modal call begins with it.
+// A modal call begins: the pointer is taken from a view that held it.
 void StandOpen();
+// Lets happen what WhileOpen asked for.
+void HappenMeanwhile();
+// Both for a box of the system's, which has the keyboard meanwhile.
+void StandWithKeyboard();
 void ClearAnswers();
 void ClearPicks();
 
@@ -140,6 +175,8 @@ bool IsBehindDialog(int id);
 bool TellDialog(int id, int notification);
 // Enter and Escape in the running dialog. True: used.
 bool PressDialogKey(const platform::KeyEvent& key);
+// Keeps who gets the keyboard once the dialog runs that the thing lies in.
+void KeepForDialog(int id);
 void CancelDialog();
 void ForgetDialog(int id);
 

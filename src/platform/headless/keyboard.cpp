@@ -1,5 +1,6 @@
 // The user's keyboard, pointer and mouse on lists and views.
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/headless/headless_internal.h"
@@ -42,20 +43,35 @@ platform::KeyEvent KeyOf(char16_t c) {
 // Alt+C, Alt+V and Alt+Z work beside the control's own Ctrl keys.
 bool RunTextShortcut(int id, const platform::KeyEvent& key) {
   using platform::EditAction;
-  if (key.ctrl == key.alt) return false;
   struct Shortcut {
     int key;
-    bool alsoAlt;
+    bool ctrl;
+    bool shift;
+    bool alt;
     EditAction action;
   };
   constexpr Shortcut kShortcuts[] = {
-      {'C', true, EditAction::Copy},       {'V', true, EditAction::Paste},
-      {'Z', true, EditAction::Undo},       {'X', false, EditAction::Cut},
-      {'A', false, EditAction::SelectAll}, {'Y', false, EditAction::Redo},
+      {'C', true, false, false, EditAction::Copy},
+      {'C', false, false, true, EditAction::Copy},
+      {'V', true, false, false, EditAction::Paste},
+      {'V', false, false, true, EditAction::Paste},
+      {'Z', true, false, false, EditAction::Undo},
+      {'Z', false, false, true, EditAction::Undo},
+      {'X', true, false, false, EditAction::Cut},
+      {'A', true, false, false, EditAction::SelectAll},
+      {'Y', true, false, false, EditAction::Redo},
+      {'Z', true, true, false, EditAction::Redo},
+      {platform::kKeyDelete, false, true, false, EditAction::Cut},
   };
   for (const Shortcut& each : kShortcuts) {
-    if (each.key != key.key || (key.alt && !each.alsoAlt)) continue;
+    if (each.key != key.key || each.ctrl != key.ctrl || each.shift != key.shift ||
+        each.alt != key.alt) {
+      continue;
+    }
+    const std::uint64_t before = platform::EditorRevision(id);
     platform::RunEditAction(id, each.action);
+    // The keys with Alt are the application's, and no keys of the editor.
+    if (!key.alt && platform::EditorRevision(id) != before) TellEditingKey(id);
     return true;
   }
   return false;
@@ -67,7 +83,7 @@ void PressInEditor(int id, const platform::KeyEvent& key) {
   if (RunTextShortcut(id, key) || key.alt) return;
   const Item* item = Find(id);
   if (!item || !item->editor) return;
-  if (key.key == platform::kKeyTab && item->editor->readOnly) {
+  if (key.key == platform::kKeyTab && (item->editor->readOnly || key.shift || key.ctrl)) {
     // Where nothing can be written Tab is no character.
     FocusNext(key.shift);
   } else if (IsCaretKey(key.key)) {
@@ -106,31 +122,66 @@ void PressInEdit(int id, const platform::KeyEvent& key) {
   }
 }
 
+// The row that a key goes to; -1 for none.
+int RowAfterKey(const Item& item, const platform::KeyEvent& key) {
+  const int count = static_cast<int>(item.list.rows.size());
+  const int current = item.list.current;
+  switch (key.key) {
+    case platform::kKeyDown:
+      return std::min(current + 1, count - 1);
+    case platform::kKeyUp:
+      return std::max(current - 1, 0);
+    case platform::kKeyHome:
+      return 0;
+    case platform::kKeyEnd:
+      return count - 1;
+    case platform::kKeyPageDown:
+      return item.kind == Kind::Combo ? -1 : std::min(current + RowsInView(item), count - 1);
+    case platform::kKeyPageUp:
+      return item.kind == Kind::Combo ? -1 : std::max(current - RowsInView(item), 0);
+    default:
+      return key.ctrl || key.alt ? -1 : RowBeginningWith(item, CharacterOf(key));
+  }
+}
+
 void PressInList(int id, const platform::KeyEvent& key) {
   const Item* item = Find(id);
   if (!item) return;
-  const int count = static_cast<int>(item->list.rows.size());
-  const int current = item->list.current;
-  int row = -1;
-  if (key.key == platform::kKeyDown) row = current + 1;
-  if (key.key == platform::kKeyUp) row = current - 1;
-  if (key.key == platform::kKeyHome) row = 0;
-  if (key.key == platform::kKeyEnd) row = count - 1;
   if (key.key == platform::kKeyTab) {
     FocusNext(key.shift);
-  } else if (key.key == platform::kKeyEnter && item->kind != Kind::Combo && current >= 0) {
-    SendCommand(id, platform::kNotifyListDouble);
-  } else if (row >= 0 && row < count && row != current) {
+    return;
+  }
+  if (key.key == platform::kKeyEnter) {
+    const bool told = item->kind != Kind::Combo && item->list.current >= 0;
+    if (told) SendCommand(id, platform::kNotifyListDouble);
+    return;
+  }
+  if (key.key == 'A' && key.ctrl && !key.alt) {
+    ChooseAllRows(id);
+    return;
+  }
+  const int row = RowAfterKey(*item, key);
+  if (row < 0 || row == item->list.current) return;
+  if (key.shift && item->kind == Kind::MultiList) {
+    StretchRows(id, row);
+  } else {
     ChooseRow(id, row);
   }
 }
 
 void PressElsewhere(int id, Kind kind, const platform::KeyEvent& key) {
   const bool button = kind == Kind::Button || kind == Kind::Check;
+  const bool plain = !key.ctrl && !key.alt;
+  const bool back = key.key == platform::kKeyLeft || key.key == platform::kKeyUp;
+  const bool on = key.key == platform::kKeyRight || key.key == platform::kKeyDown;
+  // Enter presses a button only: with a check box it is the dialog's.
+  const bool presses =
+      key.key == platform::kKeySpace || (key.key == platform::kKeyEnter && kind == Kind::Button);
   if (key.key == platform::kKeyTab) {
     FocusNext(key.shift);
-  } else if (button && !key.ctrl && !key.alt &&
-             (key.key == platform::kKeySpace || key.key == platform::kKeyEnter)) {
+  } else if (button && (back || on)) {
+    FocusNext(back);
+  } else if (button && plain && presses) {
     Click(id);
   }
 }
@@ -198,7 +249,31 @@ bool EditorInsert(int id, std::u16string_view text) {
   return true;
 }
 
+void TypeText(std::u16string_view text) {
+  for (const char16_t c : text) {
+    const int id = platform::FocusedId();
+    const platform::KeyEvent key = KeyOf(c);
+    if (key.key != platform::kKeyNone) {
+      PressKey(key);
+    } else {
+      const bool heard = c < 0x7F && OpenDialog() == 0 && OfferKey(id, {c, false, false, false});
+      if (!heard) TypeCharacter(id, c);
+    }
+  }
+}
+
 bool ClickInRow(int id, int row, int x) { return ClickRow(id, row, x); }
+
+bool Wheel(int id, int notches) {
+  constexpr int kEditorLines = 3;
+  const Item* item = Find(id);
+  if (!item || !CanBeUsed(id)) return false;
+  if (item->editor) {
+    platform::ScrollToLine(id, platform::FirstVisibleLine(id) - notches * kEditorLines);
+    return true;
+  }
+  return WheelRows(id, -notches * item->list.wheelRows);
+}
 
 bool WheelRows(int id, int rows) {
   const Item* item = Find(id);
@@ -244,6 +319,10 @@ bool Pointer(int view, const platform::PointerEvent& event) {
   }
   SetPointerOver(view);
   HoldCtrl(event.ctrl);
+  using platform::PointerAction;
+  const bool down =
+      event.action == PointerAction::Press || event.action == PointerAction::DoubleClick;
+  if (down || event.action == PointerAction::Release) HoldView(down ? view : 0);
   platform::PointerEvent told = event;
   int target = view;
   if (CapturedView() != 0 && CapturedView() != view) {
@@ -257,7 +336,12 @@ bool Pointer(int view, const platform::PointerEvent& event) {
     platform::SetFocusTo(view);
   }
   const platform::Events& events = platform::Listener();
-  if (events.pointer) events.pointer(target, told);
+  const bool used = events.pointer && events.pointer(target, told);
+  if (event.action == platform::PointerAction::DoubleClick && !used && Find(target)) {
+    // Who makes nothing of a double click sees a second press.
+    told.action = platform::PointerAction::Press;
+    if (events.pointer) events.pointer(target, told);
+  }
   if (event.action == platform::PointerAction::Release) platform::ReleasePointer();
   // The right button asks for the context menu once it is up.
   if (event.action == platform::PointerAction::Release &&

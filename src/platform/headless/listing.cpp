@@ -28,32 +28,83 @@ ListRow* RowOf(int id, int row) {
 void SelectOnly(ListState& list, int row) {
   for (ListRow& each : list.rows) each.selected = false;
   const bool valid = row >= 0 && row < static_cast<int>(list.rows.size());
-  list.current = valid ? row : -1;
+  list.current = list.anchor = valid ? row : -1;
   if (valid) list.rows[static_cast<std::size_t>(row)].selected = true;
 }
+
+// Combos have no rows in view.
+void ShowRow(Item& item, int row) {
+  ListState& list = item.list;
+  if (item.kind == Kind::Combo) return;
+  if (row < list.top) list.top = row;
+  if (row >= list.top + RowsInView(item)) list.top = row - RowsInView(item) + 1;
+}
+
+// The user's choice is told, and then that the rows went along.
+void TellChoice(int id, int row) {
+  SendCommand(id, platform::kNotifyListSelect);
+  Item* item = ListOf(id);
+  if (!item || !RowOf(id, row)) return;
+  const int before = item->list.top;
+  ShowRow(*item, row);
+  if (item->list.top != before) SendCommand(id, platform::kNotifyVScroll);
+}
+
+char16_t Small(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+
+}  // namespace
 
 int RowsInView(const Item& item) {
   return std::max(1, platform::RectHeight(item.place) / std::max(1, item.list.rowHeight));
 }
 
-void ShowRow(Item& item, int row) {
-  ListState& list = item.list;
-  if (row < list.top) list.top = row;
-  if (row >= list.top + RowsInView(item)) list.top = row - RowsInView(item) + 1;
+void FillList(Item& item) {
+  const int last = static_cast<int>(item.list.rows.size()) - RowsInView(item);
+  item.list.top = std::clamp(item.list.top, 0, std::max(0, last));
 }
 
-}  // namespace
+int RowBeginningWith(const Item& item, char16_t character) {
+  const std::vector<ListRow>& rows = item.list.rows;
+  const std::size_t count = rows.size();
+  if (character <= u' ' || count == 0) return -1;
+  for (std::size_t step = 1; step <= count; ++step) {
+    const std::size_t row = (static_cast<std::size_t>(item.list.current + 1) + step - 1) % count;
+    const std::u16string& text = rows[row].text;
+    if (!text.empty() && Small(text[0]) == Small(character)) return static_cast<int>(row);
+  }
+  return -1;
+}
+
+void StretchRows(int id, int row) {
+  Item* item = ListOf(id);
+  if (!item || !RowOf(id, row)) return;
+  ListState& list = item->list;
+  if (list.anchor < 0) list.anchor = row;
+  const int from = std::min(list.anchor, row);
+  const int to = std::max(list.anchor, row);
+  for (int i = 0; i < static_cast<int>(list.rows.size()); ++i) {
+    list.rows[static_cast<std::size_t>(i)].selected = i >= from && i <= to;
+  }
+  list.current = row;
+  TellChoice(id, row);
+}
+
+void ChooseAllRows(int id) {
+  Item* item = ListOf(id);
+  if (!item || item->kind != Kind::MultiList) return;
+  for (ListRow& row : item->list.rows) row.selected = true;
+  SendCommand(id, platform::kNotifyListSelect);
+}
 
 bool ChooseRow(int id, int row) {
   Item* item = ListOf(id);
   if (!item || !RowOf(id, row)) return false;
   const bool same = item->list.current == row;
   SelectOnly(item->list, row);
-  ShowRow(*item, row);
-  if (item->kind == Kind::Combo) {
-    if (!same) SendCommand(id, platform::kNotifyComboSelect);
-  } else {
-    SendCommand(id, platform::kNotifyListSelect);
+  if (item->kind != Kind::Combo) {
+    TellChoice(id, row);
+  } else if (!same) {
+    SendCommand(id, platform::kNotifyComboSelect);
   }
   return true;
 }
@@ -80,6 +131,23 @@ bool SelectRows(int id, const std::vector<int>& rows) {
   return true;
 }
 
+void PressRow(int id, int row, bool ctrl, bool shift) {
+  platform::SetFocusTo(id);
+  Item* item = ListOf(id);
+  if (!item || !RowOf(id, row)) return;
+  ListState& list = item->list;
+  if (item->kind == Kind::MultiList && ctrl) {
+    ListRow& each = list.rows[static_cast<std::size_t>(row)];
+    each.selected = !each.selected;
+    list.current = list.anchor = row;
+    SendCommand(id, platform::kNotifyListSelect);
+  } else if (item->kind == Kind::MultiList && shift) {
+    StretchRows(id, row);
+  } else {
+    ChooseRow(id, row);
+  }
+}
+
 }  // namespace headless
 
 namespace platform {
@@ -100,6 +168,7 @@ bool MakeList(const ListSpec& spec) {
   item->takesFocus = spec.takesFocus;
   item->list.rowHeight = spec.rowHeight;
   item->list.ownerDrawn = spec.ownerDrawn;
+  item->list.wheelRows = spec.wheelRows;
   return true;
 }
 
@@ -114,7 +183,7 @@ void ClearRows(int id) {
   Item* item = ListOf(id);
   if (!item) return;
   item->list.rows.clear();
-  item->list.current = -1;
+  item->list.current = item->list.anchor = -1;
   item->list.top = 0;
 }
 
@@ -163,7 +232,7 @@ void SetRowSelected(int id, int row, bool selected) {
   ListRow* r = RowOf(id, row);
   if (!r || item->kind != headless::Kind::MultiList) return;
   r->selected = selected;
-  if (selected) item->list.current = row;
+  if (selected) item->list.current = item->list.anchor = row;
 }
 
 int TopRow(int id) {
@@ -173,9 +242,9 @@ int TopRow(int id) {
 
 void SetTopRow(int id, int row) {
   Item* item = ListOf(id);
-  if (!item) return;
-  const int last = std::max(0, RowCount(id) - headless::RowsInView(*item));
-  item->list.top = std::clamp(row, 0, last);
+  if (!item || item->kind == headless::Kind::Combo) return;
+  item->list.top = row;
+  headless::FillList(*item);
 }
 
 Rect RowPlace(int id, int row) {

@@ -31,7 +31,9 @@ namespace platform {
 
 int ShowPopup(const MenuItem* items, int count, int, int) {
   if (headless::FaultFor("popup")) return -1;
+  if (count <= 0) return 0;
   headless::StandOpen();
+  headless::HappenMeanwhile();
   int wanted = 0;
   if (!headless::picks.empty()) {
     wanted = headless::picks.front();

@@ -44,8 +44,18 @@ platform::BoxAnswer MostCautious(platform::BoxButtons buttons) {
 
 void WhileOpen(void (*happens)()) { meanwhile = happens; }
 
-void StandOpen() {
+void HappenMeanwhile() {
   if (void (*happens)() = std::exchange(meanwhile, nullptr)) happens();
+}
+
+void StandOpen() { LosePointer(); }
+
+void StandWithKeyboard() {
+  StandOpen();
+  const int holder = platform::FocusedId();
+  platform::SetFocusTo(platform::kMainWindow);
+  HappenMeanwhile();
+  platform::SetFocusTo(holder);
 }
 
 void QueueAnswer(platform::BoxAnswer answer) { answers.push_back(answer); }
@@ -58,7 +68,7 @@ namespace platform {
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
                   BoxIcon icon) {
-  headless::StandOpen();
+  headless::StandWithKeyboard();
   BoxAnswer answer = headless::MostCautious(buttons);
   if (!headless::answers.empty()) {
     // A button that this box does not have cannot be pressed: the answer is spent all the same.

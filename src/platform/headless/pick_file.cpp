@@ -27,7 +27,7 @@ bool HasExtension(std::u16string_view path) {
 }
 
 bool Pick(const platform::PickFileSpec& spec, bool save, std::u16string& path) {
-  StandOpen();
+  StandWithKeyboard();
   std::u16string wanted;
   if (!paths.empty()) {
     wanted = std::move(paths.front());

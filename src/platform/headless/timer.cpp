@@ -54,7 +54,8 @@ void FireNextTimer() {
   Timer* timer = EarliestTimer();
   if (!timer) return;
   const Timer fired = *timer;
-  timer->due += timer->period;
+  // Ticks that were missed are not made up.
+  timer->due = std::max(timer->due, platform::TickMilliseconds()) + timer->period;
   timer->order = nextOrder++;
   const platform::Events& events = platform::Listener();
   if (events.timer) events.timer(fired.window, fired.number);

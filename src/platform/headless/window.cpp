@@ -29,10 +29,12 @@ MainWindow window;
 
 std::vector<std::unique_ptr<Item>> items;
 std::unordered_map<int, Item*> byId;
-std::vector<int> tabOrder;
+std::vector<int> chain;  // every id in the order of Tab
+unsigned heights = 0;
 int focused = 0;
 int pointerOver = 0;
 int captured = 0;
+int held = 0;  // the view that a button went down on
 bool ctrlHeld = false;
 bool buttonHeld = false;
 
@@ -40,8 +42,9 @@ void ResetWindow() {
   window = MainWindow();
   items.clear();
   byId.clear();
-  tabOrder.clear();
-  focused = pointerOver = captured = 0;
+  chain.clear();
+  focused = pointerOver = captured = held = 0;
+  heights = 0;
   ctrlHeld = buttonHeld = false;
 }
 ResetHook hook(1, ResetWindow);
@@ -51,16 +54,23 @@ void TellFocus(int id, bool gained) {
   if (id != 0 && events.focusChanged) events.focusChanged(id, gained);
 }
 
+// An edit line that loses the keyboard forgets its selection.
+void Deselect(int id) {
+  Item* item = Find(id);
+  if (item && item->kind == Kind::Edit) item->edit.anchor = item->edit.caret;
+}
+
 void MoveFocus(int id) {
   if (focused == id) return;
   const int former = std::exchange(focused, id);
+  Deselect(former);
   TellFocus(former, false);
   if (focused == id) TellFocus(id, true);
 }
 
-// A thing that went out of sight or use cannot keep the keyboard.
+// A thing that went out of sight or use hands the keyboard on to the next.
 void DropUselessFocus() {
-  if (focused != 0 && !CanBeUsed(focused)) MoveFocus(0);
+  if (focused != 0 && !CanBeUsed(focused) && !FocusNext(false)) MoveFocus(0);
 }
 
 bool EnabledWithParents(const Item& item) {
@@ -84,14 +94,17 @@ Item* Find(int id) {
 
 Item* NewItem(int id, Kind kind, int parent, bool hidden) {
   if (FaultFor("control") || id == platform::kMainWindow || Find(id)) return nullptr;
+  if (parent != platform::kMainWindow && !Find(parent)) return nullptr;
   auto item = std::make_unique<Item>();
   item->id = id;
   item->kind = kind;
   item->parent = parent;
   item->visible = !hidden;
+  item->height = ++heights;
   Item* made = item.get();
   items.push_back(std::move(item));
   byId[id] = made;
+  chain.push_back(id);
   return made;
 }
 
@@ -118,6 +131,17 @@ void HoldCtrl(bool held) { ctrlHeld = held; }
 void HoldButton(bool held) { buttonHeld = held; }
 void SetPointerOver(int id) { pointerOver = id; }
 int CapturedView() { return captured; }
+void HoldView(int view) { held = view; }
+
+void LosePointer() {
+  const int view = captured != 0 ? captured : held;
+  captured = held = 0;
+  if (view == 0) return;
+  platform::PointerEvent lost;
+  lost.action = platform::PointerAction::Lost;
+  const platform::Events& events = platform::Listener();
+  if (events.pointer) events.pointer(view, lost);
+}
 
 std::vector<int> AllIds() {
   std::vector<int> ids;
@@ -148,25 +172,23 @@ bool CloseKey() {
   if (events.destroyed) events.destroyed();
   items.clear();
   byId.clear();
-  focused = pointerOver = captured = 0;
+  chain.clear();
+  focused = pointerOver = captured = held = 0;
   return true;
 }
 
 bool WindowClosed() { return window.closed; }
 
-bool FocusNext(bool backwards) {
-  std::vector<int> ring;
-  for (int id : tabOrder) {
-    if (Find(id)) ring.push_back(id);
-  }
-  for (const auto& item : items) {
-    if (std::find(ring.begin(), ring.end(), item->id) == ring.end()) ring.push_back(item->id);
-  }
+bool FocusNext(bool backwards, bool byTab) {
+  std::vector<int> ring = chain;
   if (backwards) std::reverse(ring.begin(), ring.end());
   const auto here = std::find(ring.begin(), ring.end(), focused);
-  std::rotate(ring.begin(), here == ring.end() ? ring.begin() : here + 1, ring.end());
+  if (here != ring.end()) std::rotate(ring.begin(), here + 1, ring.end());
   for (int id : ring) {
     if (id == focused || !TakesKeyboard(*Find(id)) || !CanBeUsed(id)) continue;
+    const Item* item = Find(id);
+    const bool selects = byTab && item->kind == Kind::Edit && item->edit.anchor == item->edit.caret;
+    if (selects) platform::SelectAllText(id);
     MoveFocus(id);
     return true;
   }
@@ -232,6 +254,7 @@ bool MakeView(const ViewSpec& spec) {
 }
 
 int ViewByClass(std::u16string_view className) {
+  if (className.empty()) return 0;
   if (window.exists && window.className == className) return kMainWindow;
   for (const auto& item : headless::items) {
     if (item->kind == headless::Kind::View && item->className == className) return item->id;
@@ -248,23 +271,31 @@ std::u16string_view ClassOf(int id) {
 bool Exists(int id) { return id == kMainWindow ? window.exists : Find(id) != nullptr; }
 
 void Destroy(int id) {
+  // While its id still stands for it: the keyboard and a pressed button are told as lost.
+  SetVisible(id, false);
   if (!Find(id)) return;
   std::vector<int> children;
   for (const auto& item : headless::items) {
     if (item->parent == id) children.push_back(item->id);
   }
   for (int child : children) Destroy(child);
-  if (headless::captured == id) headless::captured = 0;
   if (headless::pointerOver == id) headless::pointerOver = 0;
   headless::ForgetDialog(id);
-  const bool held = headless::focused == id;
   headless::byId.erase(id);
+  std::erase(headless::chain, id);
   std::erase_if(headless::items, [id](const auto& item) { return item->id == id; });
-  if (held) headless::focused = 0;
+  if (headless::focused == id) headless::focused = 0;
 }
 
 void SetPlace(int id, const Rect& place) {
-  if (Item* item = Find(id)) item->place = place;
+  Item* item = Find(id);
+  if (!item || headless::IsWindow(*item)) return;
+  const Rect wanted{place.left, place.top, std::max(place.left, place.right),
+                    std::max(place.top, place.bottom)};
+  if (SameRect(item->place, wanted)) return;
+  item->place = wanted;
+  headless::FillList(*item);
+  headless::FillEditor(id);
 }
 
 Rect PlaceOf(int id) {
@@ -277,6 +308,8 @@ void SetVisible(int id, bool visible) {
   Item* item = Find(id);
   if (!item || item->visible == visible) return;
   item->visible = visible;
+  const int held = headless::captured != 0 ? headless::captured : headless::held;
+  if (held != 0 && held != kMainWindow && !IsVisible(held)) headless::LosePointer();
   headless::DropUselessFocus();
 }
 
@@ -303,23 +336,31 @@ void SetFocusTo(int id) {
   const Item* item = Find(id);
   if (id == kMainWindow) {
     headless::MoveFocus(0);
-  } else if (item && headless::TakesKeyboard(*item) && headless::CanBeUsed(id)) {
-    headless::MoveFocus(id);
+  } else if (item && headless::TakesKeyboard(*item)) {
+    if (headless::CanBeUsed(id)) {
+      headless::MoveFocus(id);
+    } else {
+      headless::KeepForDialog(id);
+    }
   }
 }
 
 int FocusedId() { return headless::focused; }
 void Repaint(int) {}
-void BringToTop(int) {}
+void BringToTop(int id) {
+  if (Item* item = Find(id)) item->height = ++headless::heights;
+}
 void SetTabOrder(const int* ids, int count) {
-  // The first keeps its place in what was ordered before; the others come behind it.
-  std::vector<int>& order = headless::tabOrder;
-  if (count < 1) return;
-  const auto moves = [&](int id) { return std::find(ids + 1, ids + count, id) != ids + count; };
-  order.erase(std::remove_if(order.begin(), order.end(), moves), order.end());
-  auto at = std::find(order.begin(), order.end(), ids[0]);
-  if (at == order.end()) at = order.insert(at, ids[0]);
-  order.insert(at + 1, ids + 1, ids + count);
+  std::vector<int>& chain = headless::chain;
+  int before = 0;
+  for (int i = 0; i < count; ++i) {
+    if (!Find(ids[i])) continue;
+    if (before != 0 && before != ids[i]) {
+      std::erase(chain, ids[i]);
+      chain.insert(std::find(chain.begin(), chain.end(), before) + 1, ids[i]);
+    }
+    before = ids[i];
+  }
 }
 
 int IdUnderPointer() {
@@ -328,7 +369,9 @@ int IdUnderPointer() {
              : 0;
 }
 
-void CapturePointer(int view) { headless::captured = view; }
+void CapturePointer(int view) {
+  if (Exists(view)) headless::captured = view;
+}
 void ReleasePointer() { headless::captured = 0; }
 bool CtrlHeld() { return headless::ctrlHeld; }
 bool ButtonHeld() { return headless::buttonHeld; }
