@@ -4,6 +4,12 @@
 // accessibility are the toolkit's. Buttons and lists are drawn by the application
 // (Events::drawItem). Setting a text or a state from here sends no notification, except
 // where a function says so.
+//
+// Under the user's keys: a run of typed characters, or of one erasing key, is one step of the
+// undo history, and a paste is one. A character with Alt is not written. An edit line that Tab
+// comes to has all of its text selected, and forgets its selection with the keyboard. Space
+// presses a button or turns a check box over, Enter presses a button only, and the arrows hand
+// the keyboard on as Tab does. How far a key goes by words or pages is the toolkit's own.
 #pragma once
 
 #include <string>
@@ -27,21 +33,29 @@ struct ControlSpec {
   int id = 0;
   ControlKind kind = ControlKind::Label;
   const char16_t* text = u"";
-  const char16_t* accessibleName = u"";  // empty: the text stands for it
+  const char16_t* accessibleName = u"";  // empty: the caption stands for it; an edit has none
   FontRole font = FontRole::Body;
   int parent = kMainWindow;
   bool hidden = false;
 };
 
+// False: the id is taken, or there is no such parent.
 bool MakeControl(const ControlSpec& spec);
 
+// The caret goes to the front and the undo history is emptied. LF, CR and CR LF are line ends
+// alike; an edit line leaves them out, also when it is made or pasted into. What is no control
+// of this header has no text: it is ignored.
 void SetText(int id, std::u16string_view text);
+// Line ends of a multi-line edit, a log or an editor are CR LF.
 std::u16string TextOf(int id);
-// Adds at the end of a log or multi-line edit, no undo step, end scrolled into view.
+// Adds at the end of a log or multi-line edit and scrolls the end into view. Caret and selection
+// stay where they are; the undo history is emptied.
 void AppendText(int id, std::u16string_view text);
-// At most `units` 16-bit units can be typed.
+// At most `units` 16-bit units can be typed or pasted, a line end counting two; 0 and below: no
+// limit. What goes beyond is left out and not told. The program's texts are never cut.
 void SetTextLimit(int id, int units);
 void SelectAllText(int id);
+// Of push buttons and check boxes; a click turns over a check box only, before it is told.
 void SetChecked(int id, bool checked);
 bool IsChecked(int id);
 void SetAccessibleName(int id, std::u16string_view name);
@@ -61,7 +75,9 @@ void SetColours(int id, const ControlColours& colours);
 enum class EditAction { Undo, Redo, Cut, Copy, Paste, SelectAll, Delete };
 // True when the id is an edit line, a multi-line edit, a log or an editor.
 bool IsTextControl(int id);
-// Runs the action on a text control, as its own key would.
+// Runs the action on a text control, as its own key would, hidden or not. kNotifyEditChange is
+// sent where the text changed, Events::typed never. Pasting nothing leaves the selection. On the
+// clipboard line ends are as the system has them.
 void RunEditAction(int id, EditAction action);
 
 }  // namespace platform

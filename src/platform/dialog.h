@@ -4,8 +4,10 @@
 // main window takes no input, but timers and posted messages go on, so that whatever was
 // looked up before may be gone behind it. Its controls speak to the dialog's own function and
 // to nobody else: neither Events::command nor Events::key hears them. Enter presses the
-// default button unless another button has the keyboard; Escape and the window's close key
-// press the cancel button.
+// default button unless another button, a list's row, a multi-line edit or an editor has the
+// keyboard; Escape and the window's close key press the cancel button. A default button that is
+// hidden or disabled is not pressed. The keyboard is with the first control, or where SetFocusTo
+// wanted it, and Tab stays inside.
 #pragma once
 
 #include "platform/geometry.h"
@@ -30,7 +32,8 @@ bool MakeDialog(const DialogSpec& spec);
 // Shows it and returns when it has been ended, with the code of EndDialog; 0 when it went away
 // in any other way or does not exist. The dialog and its controls are gone then.
 int RunDialog(int id);
-// Ends it; RunDialog returns `code` once what is under way has come back to it.
+// Ends it; RunDialog returns `code` once what is under way has come back to it. The first code
+// counts; one that was ended before it runs is not shown.
 void EndDialog(int id, int code);
 
 }  // namespace platform

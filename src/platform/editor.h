@@ -4,8 +4,13 @@
 // a line end being CR LF, two units. An editor position counts a line end as one. Every
 // function here that takes or gives a position means editor positions.
 //
-// Changes by the user and by ReplaceSelection send kNotifyEditChange; SetEditorText sends it
-// too. The application's guards decide what a notification means.
+// Every change of the text sends kNotifyEditChange, also SetEditorText. The application's guards
+// decide what a notification means. A key that changes the text is told in this order:
+// Events::key, Events::selection where the caret or selection is another one, kNotifyEditChange,
+// Events::typed. Whoever hears of a change finds the new text and the final selection.
+//
+// A run of typed characters within a line is one undo step; a paste and a replacement are each
+// one of their own. A character with Alt is not written.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +38,9 @@ bool MakeEditor(const EditorSpec& spec);
 std::u16string_view EditorText(int id);
 // Grows by one at every change of the text.
 std::uint64_t EditorRevision(int id);
-// Replaces everything; LF, CR and CR LF are line ends alike. The undo history starts anew.
+// Replaces everything; LF, CR and CR LF are line ends alike, and U+FFFD stands for NUL, U+2028,
+// U+2029, U+FDD0 and U+FDD1. The undo history starts anew, caret and view are at the front.
+// Sends kNotifyEditChange, then Events::selection, also for the same text.
 void SetEditorText(int id, std::u16string_view text);
 int EditorLength(int id);  // in positions
 
@@ -41,14 +48,17 @@ struct EditorRange {
   int from = 0;
   int to = 0;
 };
-EditorRange EditorSelection(int id);
-void SetEditorSelection(int id, EditorRange range);  // clamped; the caret goes to `to`
+EditorRange EditorSelection(int id);  // `from` is not behind `to`
+// Clamped; the caret goes to `to` and comes into view.
+void SetEditorSelection(int id, EditorRange range);
 // Replaces the selection as one undo step; the caret ends behind the text. With `undoable`
-// false the history is emptied.
+// false the history is emptied. Where nothing replaces nothing, nothing is told.
 void ReplaceSelection(int id, std::u16string_view text, bool undoable);
 // Replaces `from` to `to` as one undo step and leaves selection and scrolling as the edit
 // moves them.
 void ReplaceRange(int id, EditorRange range, std::u16string_view text);
+// One step; the caret ends behind what came back, in view. False: there is none, or the editor
+// is read-only.
 bool UndoEditor(int id);
 bool RedoEditor(int id);
 bool CanUndoEditor(int id);
@@ -60,10 +70,13 @@ int EditorLineStart(int id, int line);
 int EditorLineLength(int id, int line);  // without its line end
 int EditorLineOf(int id, int position);
 int FirstVisibleLine(int id);
-int VisibleLineCount(int id);
-void ScrollToLine(int id, int line);  // becomes the first visible one where possible
+int VisibleLineCount(int id);  // whole lines, 20 pixels each; also of a hidden editor
+// Becomes the first visible one where possible: the last line stays at the lower edge. Scrolling
+// sends kNotifyVScroll, whoever scrolls.
+void ScrollToLine(int id, int line);
 void ScrollCaretIntoView(int id);
-int PositionAt(int id, int x, int y);        // client pixels of the editor
+// Client pixels of the editor. Beside a line its end, below the text a place in the last line.
+int PositionAt(int id, int x, int y);
 Point PointOfPosition(int id, int position);  // top left of the character cell
 
 // Marks one line with a band behind its text, -1 for none. No undo step, no caret move.
@@ -78,15 +91,17 @@ struct LineBand {
 void SetLineBands(int id, const LineBand* bands, int count);
 
 struct ColourRun {
-  int from = 0;    // in the line
+  int from = 0;  // in the line
   int length = 0;
   Colour colour = 0;
   bool bold = false;
 };
-// Colours of one line, replacing those it had. A layout format: no undo step, no caret move.
+// Colours of one line, replacing those it had. A layout format: no undo step, no caret move. An
+// edit keeps the colours of other lines; those of the lines it touches are to be set again.
 void SetLineRuns(int id, int line, const ColourRun* runs, int count);
 int LineRuns(int id, int line, ColourRun* runs, int capacity);
-void HoldEditorRedraw(int id, bool hold);   // nests
+void HoldEditorRedraw(int id, bool hold);  // nests
+// While it is frozen a replacement empties the history and leaves no step; nests.
 void FreezeEditorUndo(int id, bool freeze);
 
 }  // namespace platform

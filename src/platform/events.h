@@ -21,8 +21,9 @@ inline constexpr int kNotifyEditChange = 768;  // edit or editor: the text chang
 inline constexpr int kNotifyHScroll = 1537;
 inline constexpr int kNotifyVScroll = 1538;
 
-// Keys as the application names them: letters and digits by their upper-case character,
-// everything else by these values.
+// Keys as the application names them: letters and digits by their upper-case character, other
+// printable ones by theirs, everything else by these values. Other characters have no name and are
+// not offered to Events::key.
 enum Key : int {
   kKeyNone = 0,
   kKeyEnter = 0x100,
@@ -85,9 +86,11 @@ struct Events {
   void (*command)(int id, int notification) = nullptr;
   // Caret or selection of an editor moved.
   void (*selection)(int id) = nullptr;
-  // A key before an editor, edit line or list sees it. True: handled, the control gets nothing.
+  // A key before the thing that has the keyboard sees it, or the main window's where nothing has;
+  // told once. True: handled, the control gets nothing.
   bool (*key)(int id, const KeyEvent& key) = nullptr;
-  // A character typed into an editor, after it was taken; 0 for none (a key that edits).
+  // A character typed into an editor, after it was taken and told as a change; 0 for none (a key
+  // that edits).
   void (*typed)(int id, char16_t character) = nullptr;
   // A timer of window `window` fired.
   void (*timer)(int window, int timer) = nullptr;
@@ -97,11 +100,13 @@ struct Events {
   void (*paint)(int view, Canvas& canvas) = nullptr;
   // Draw one owner-drawn control or one list row.
   void (*drawItem)(int id, const DrawState& state, Canvas& canvas) = nullptr;
-  // Pointer on a drawn view or on the bare main window. True: used. An editor tells moves without
-  // a button too, and goes on to use them itself.
+  // Pointer on a drawn view or on the bare main window. True: used; a double click that is not
+  // used comes again as a press. A label hands presses, and what does not scroll the wheel, to
+  // the view around it. An editor tells moves without a button too, and goes on to use them itself.
   bool (*pointer)(int view, const PointerEvent& event) = nullptr;
-  // A control or list row is asked for its context menu, at main-window pixels. `row` is the
-  // row under the pointer or -1. True: handled, no menu of the toolkit's own.
+  // A control or list row is asked for its context menu, at main-window pixels, when the right
+  // button goes down or comes up, as the system has it. `row` is the row under the pointer or
+  // -1. True: handled, no menu of the toolkit's own.
   bool (*contextMenu)(int id, int row, int x, int y) = nullptr;
   // A press of the left button in a list, on release, at list pixels.
   void (*listClick)(int id, int row, int x, int y) = nullptr;

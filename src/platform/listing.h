@@ -1,10 +1,12 @@
 // List boxes and combos: rows of text with a number behind each.
 //
-// Rows count from 0. Selecting from here sends no notification; the user's selecting sends
-// kNotifyListSelect, kNotifyListDouble or kNotifyComboSelect; the user's scrolling of a list
-// sends kNotifyVScroll. A double click is told to the list that took its first press, also when
-// something else lies over the row by the second. List rows are drawn by the
-// application through Events::drawItem when `ownerDrawn` is set.
+// Rows count from 0. Selecting and scrolling from here sends no notification; the user's
+// selecting sends kNotifyListSelect, kNotifyListDouble or kNotifyComboSelect; the user's scrolling
+// of a list sends kNotifyVScroll, behind the selection that it follows. A click is told as
+// kNotifyListSelect, also on the chosen row, then as Events::listClick; a choice in a combo only
+// where it is another one. A letter goes to the next row that begins with it. A double click is
+// told to the list that took its first press, also when something else lies over the row by the
+// second. List rows are drawn by the application through Events::drawItem when `ownerDrawn` is set.
 #pragma once
 
 #include <cstdint>
@@ -40,12 +42,15 @@ std::u16string RowText(int id, int row);
 std::int64_t RowData(int id, int row);
 void SetRowData(int id, int row, std::int64_t data);
 int SelectedRow(int id);  // the current row, -1 for none
+// And no other; it comes into view. A row that does not exist: none.
 void SelectRow(int id, int row);
 bool IsRowSelected(int id, int row);
 void SetRowSelected(int id, int row, bool selected);  // several rows: ListKind::Multi only
+// 0 of a combo. The row set is kept within the rows.
 int TopRow(int id);
 void SetTopRow(int id, int row);
-// The rectangle of a row in list pixels, empty when it is not in view.
+// The rectangle of a row in list pixels, empty when it is not in view. Top and places are those
+// of the size that was set last, also of a hidden list.
 Rect RowPlace(int id, int row);
 void HoldListRedraw(int id, bool hold);
 

@@ -2,7 +2,12 @@
 //
 // Controls (control.h), lists (listing.h), editors (editor.h) and drawn views all live in one
 // space of ids; the functions "of a placed thing" below work on any of them. An id that does
-// not exist is ignored by setters and answered with zero, false or nothing by getters.
+// not exist, or is of another kind than the function is for, is ignored by setters and answered
+// with zero, false or nothing by getters (-1 for a row).
+//
+// Who has the keyboard loses it when it is hidden, disabled or destroyed: it goes on to the next
+// in the order of Tab that takes it. Events::focusChanged tells who lost it, then who has it. A
+// box, a file dialog or a dialog takes it and gives it back.
 #pragma once
 
 #include <string>
@@ -36,7 +41,8 @@ void SetWindowTitle(std::u16string_view title);
 std::u16string WindowTitle();
 // Client width and height of the main window or of a view, in `right` and `bottom`.
 Rect ClientArea(int id);
-// Asks to close, as the close key does.
+// Asks to close, as the close key does: at once, or when what is under way has come back to the
+// loop. Once Events::destroyed is told nothing more is.
 void RequestClose();
 // Ends the loop; RunLoop returns `code`.
 void QuitLoop(int code);
@@ -53,29 +59,38 @@ struct ViewSpec {
 
 // A drawn view: a child that paints itself through Events::paint.
 bool MakeView(const ViewSpec& spec);
-// The id of the view with this class name, 0 for none. The main window answers too.
+// The id of the view with this class name, the first made of several, 0 for none and for an
+// empty name. The main window and dialogs answer too.
 int ViewByClass(std::u16string_view className);
 std::u16string_view ClassOf(int id);
 
 // Of a placed thing.
 bool Exists(int id);
+// With all that lies in it; may be called inside the thing's own notification. The ids are free
+// at once.
 void Destroy(int id);
-void SetPlace(int id, const Rect& place);  // parent's client pixels; does nothing when equal
-Rect PlaceOf(int id);
+// In the parent's client pixels; does nothing when equal. An inverted rectangle is an empty one
+// at its left and top. The main window and dialogs stay where they are.
+void SetPlace(int id, const Rect& place);
+Rect PlaceOf(int id);  // empty until it is set; in main-window pixels of windows
 void SetVisible(int id, bool visible);
 bool IsVisible(int id);  // itself and every parent
 void SetEnabled(int id, bool enabled);
 bool IsEnabled(int id);
+// Nothing happens when it is hidden, disabled or takes no keyboard. In a dialog that does not run
+// yet it is kept for then. The main window never has it: it gives the keyboard to nobody.
 void SetFocusTo(int id);
-int FocusedId();  // 0 when nothing of ours has the keyboard
+int FocusedId();  // 0 when nothing of ours has the keyboard, as while a box stands
 void Repaint(int id);
-void BringToTop(int id);
-// Tab order follows the order of the ids given here.
+void BringToTop(int id);  // of its parent's children, which lie in the order of their making
+// Tab goes from each to the next one given here, otherwise in the order of making; what is
+// hidden, disabled or unknown is passed by.
 void SetTabOrder(const int* ids, int count);
 
 // Pointer. The thing of ours under the pointer (0: none, or another program's window).
 int IdUnderPointer();
-// All moves go to this view until ReleasePointer or the button is up.
+// All moves go to this view until ReleasePointer or the button is up. A button that is down ties
+// the pointer to the view where it went down in any case.
 void CapturePointer(int view);
 void ReleasePointer();
 // Whether Ctrl is down now, for clicks that mean something else with it.
