@@ -433,6 +433,8 @@ void HandKeyboardOn(QWidget* holder) {
   QWidget* now = QApplication::focusWidget();
   if (now != nullptr && now != holder) return;
   const QWidget* window = holder->window();
+  // A window that goes gives the keyboard to another by itself.
+  if (!window->isVisible()) return;
   for (QWidget* next = holder->nextInFocusChain(); next != holder;
        next = next->nextInFocusChain()) {
     const bool byTab = (next->focusPolicy() & Qt::TabFocus) != 0;

@@ -23,7 +23,10 @@ using Builders = support::Workbench;
 enum : int { kDepth = 41000, kFeed, kWidth, kHoles, kSide, kPicture, kInsert };
 enum Number : int { kDepthNumber, kFeedNumber, kWidthNumber, kHolesNumber };
 
-constexpr Command kCommands[] = {{kInsert, u"INSERT GROOVE", u"Write the groove into the program"}};
+constexpr Command kCommands[] = {{.id = kInsert,
+                                  .words = u"INSERT GROOVE",
+                                  .help = u"Write the groove into the program",
+                                  .wordsOn = u"UPDATE GROOVE"}};
 constexpr const char16_t* kSides[] = {u"Left", u"Right"};
 // clang-format off
 constexpr FormRow kRows[] = {
@@ -68,8 +71,6 @@ constexpr Builder kBuilder{.kind = kKindShape,
                            .form = &kForm,
                            .mode = kModeShapes,
                            .insertKey = kInsert,
-                           .insertWords = u"INSERT GROOVE",
-                           .updateWords = u"UPDATE GROOVE",
                            .logged = u"Groove inserted.",
                            .check = Check,
                            .write = Write,

@@ -38,7 +38,9 @@ Kept Keep(PathOwner owner) {
   Kept kept;
   kept.path = BytesOf(owned.path);
   kept.points.resize(sizeof(MotionPoint) * static_cast<std::size_t>(owned.path.count));
-  std::memcpy(kept.points.data(), owned.path.points, kept.points.size());
+  if (!kept.points.empty()) {
+    std::memcpy(kept.points.data(), owned.path.points, kept.points.size());
+  }
   kept.play = BytesOf(owned.play);
   kept.picks = BytesOf(owned.picks);
   kept.view = BytesOf(owned.view);
