@@ -21,7 +21,7 @@
 #include "app/command_ids.h"
 #include "codetools/colours.h"
 #include "codetools/words_view.h"
-#include "documents/autosave.h"
+#include "documents/text_refresh.h"
 #include "platform/editor.h"
 #include "platform/process.h"
 #include "platform/qt/qt_testing.h"

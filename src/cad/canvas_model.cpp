@@ -16,8 +16,7 @@
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
-#include "documents/autosave.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "forms/form.h"
 #include "library/view_cube.h"
 #include "platform/control.h"
@@ -106,8 +105,7 @@ bool TakeThickness() {
   }
   if (value != sketch.thickness) {
     SetSketchThickness(value);
-    MarkModified();
-    ScheduleAutosave();
+    ProgramChanged({.autosave = true});
   }
   return true;
 }

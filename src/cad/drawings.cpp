@@ -15,10 +15,11 @@
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "cad/workspace.h"
-#include "documents/autosave.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
+#include "documents/tab_models.h"
+#include "documents/tab_table.h"
 #include "forms/form.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -183,10 +184,7 @@ void OnAdd(int, int) { AddDrawingTab(); }
 void OnRename(int, int) { RenameDrawingTab(); }
 
 // What the user types there belongs to the drawing, as its geometry does.
-void OnCutData(int, int) {
-  MarkModified();
-  ScheduleAutosave();
-}
+void OnCutData(int, int) { ProgramChanged({.autosave = true}); }
 
 }  // namespace
 
@@ -236,8 +234,7 @@ void AddDrawingTab() {
     SetSketchStatus(u"Eight drawings per program. Start another program for more drawings.");
     return;
   }
-  MarkModified();
-  ScheduleAutosave();
+  ProgramChanged({.autosave = true});
   const std::uint32_t index = store.count++;
   StartDrawing(store.drawings[index], static_cast<int>(store.count));
   SwitchDrawing(*tab, index);
@@ -259,8 +256,7 @@ void RenameDrawingTab() {
     return;
   }
   CloseDrawingName();
-  MarkModified();
-  ScheduleAutosave();
+  ProgramChanged({.autosave = true});
   const std::u16string name = platform::TextOf(kIdCadDrawingName);
   if (!name.empty()) CopyBounded(drawing.name, kDrawingNameUnits, name);
   RefreshDrawingTabs();

@@ -5,9 +5,8 @@
 
 #include "cad/drawings.h"
 #include "cad/tool_state.h"
-#include "documents/autosave.h"
 #include "documents/insertion.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 
 namespace morva {
 
@@ -97,8 +96,7 @@ const char16_t* SketchTypeHeading(std::int32_t type) {
 
 void PushSketchUndo() {
   if (sketch.trimPreviewing) return;
-  MarkModified();
-  ScheduleAutosave();
+  ProgramChanged({.autosave = true});
   untouchedBlock = false;
   PushStep();
 }
@@ -141,8 +139,7 @@ void SketchUndo() {
   ForgetHover();
   SetJoinSource(sketch.selected);
   // The step was pushed and perhaps saved since: going back is a change of its own.
-  MarkModified();
-  ScheduleAutosave();
+  ProgramChanged({.autosave = true});
   RefreshSketchPanels();
   LogSketchOperation(u"Undo");
 }

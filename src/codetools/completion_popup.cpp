@@ -14,9 +14,9 @@
 #include "codetools/completion.h"
 #include "codetools/editor_help.h"
 #include "codetools/words_view.h"
-#include "documents/autosave.h"
 #include "documents/editor_changes.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
+#include "documents/tab_table.h"
 #include "library/code_index.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
@@ -270,8 +270,7 @@ void CompletionAccept() {
   }
   HideCompletion();
   platform::SetFocusTo(accepted.editor);
-  MarkModified();
-  ArmTextRefresh(kAcceptedMs);
+  ProgramChanged({.refreshMs = kAcceptedMs});
   ShowStatus(InsertedStatus(row));
   completionApplying = false;
 }

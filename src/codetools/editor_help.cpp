@@ -2,7 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/code_index.h"
 #include "platform/editor.h"
 #include "text/codetext.h"

@@ -12,10 +12,9 @@
 #include "codetools/find_pane.h"
 #include "codetools/find_rules.h"
 #include "codetools/words_view.h"
-#include "documents/autosave.h"
 #include "documents/editor_changes.h"
 #include "documents/feature_blocks.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -240,8 +239,7 @@ void ApplyRules(bool commit) {
                      : u" matches in the active program. Apply Rules performs this batch."));
   if (!commit || run.matches == 0) return;
   ReplaceProgram(run.text.View(), standing);
-  MarkModified();
-  ArmTextRefresh(kRulesRefreshMs);
+  ProgramChanged({.refreshMs = kRulesRefreshMs});
 }
 
 void PromptEach() {
@@ -259,8 +257,7 @@ void PromptEach() {
     if (at == kNone || !PromptAt(text, at, find, replaceWith, prompted)) break;
   }
   if (prompted.accepted > 0 && ActiveSerial() == serial) {
-    MarkModified();
-    ArmTextRefresh(kPromptRefreshMs);
+    ProgramChanged({.refreshMs = kPromptRefreshMs});
   }
   AppendOutput(u"Change All: " + IntegerText(prompted.accepted) +
                u" replacement(s) accepted from " + IntegerText(prompted.reviewed) +
@@ -292,9 +289,9 @@ void DoAll() {
   if (!all.units) return TellOverLimit();
   UncoverCode();
   ReplaceProgram(all.View(), standing);
-  Call(hooks.rebuildToolpath);
-  MarkModified();
-  AppendOutput(u"DO ALL complete: " + IntegerText(changed) + u" occurrence(s) changed.");
+  const std::u16string told =
+      u"DO ALL complete: " + IntegerText(changed) + u" occurrence(s) changed.";
+  ProgramChanged({.rebuildPath = true, .logged = told});
 }
 
 void UndoInCode() {

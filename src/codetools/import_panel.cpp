@@ -13,12 +13,11 @@
 #include "codetools/command_words.h"
 #include "codetools/import_text.h"
 #include "codetools/validator.h"
-#include "documents/autosave.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
 #include "platform/control.h"
@@ -352,11 +351,8 @@ void ImportSelected() {
   }
   if (built != ImportBuild::Done) return;
   InsertOperations(target, operations);
-  MarkModified();
   RefreshFeatureList();
-  Call(hooks.rebuildToolpath);
-  ScheduleAutosave();
-  ArmTextRefresh(kRefreshMs);
+  ProgramChanged({.autosave = true, .refreshMs = kRefreshMs, .rebuildPath = true});
   CloseImport();
   ShowStatus(u"Selected operations imported with new operation IDs.");
 }

@@ -9,9 +9,10 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/words_view.h"
-#include "documents/autosave.h"
 #include "documents/editor_changes.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
+#include "documents/program_information.h"
+#include "documents/tab_table.h"
 #include "forms/form.h"
 #include "library/code_index.h"
 #include "platform/control.h"
@@ -94,9 +95,8 @@ void InsertAtCursor(const std::u16string& code) {
   }
   completionApplying = false;
   platform::SetFocusTo(editor);
-  MarkModified();
+  ProgramChanged({.refreshMs = kRefreshMs});
   WriteProgramInformation();
-  ArmTextRefresh(kRefreshMs);
 }
 
 void MakePanel() {

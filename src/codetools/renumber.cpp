@@ -5,9 +5,8 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "app/outlets.h"
-#include "documents/autosave.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
+#include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/window.h"
 #include "text/codetext.h"
@@ -103,13 +102,11 @@ void RenumberProgram() {
   ReturnTo(place);
   app.suppressChange = suppressed;
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
-  Call(hooks.rebuildToolpath);
-  MarkModified();
-  UpdateTitle();
-  ScheduleAutosave();
-  ArmTextRefresh(kRefreshMs);
   platform::Repaint(kViewGutter);
-  AppendOutput(u"Program renumbered N10, N20, N30...");
+  ProgramChanged({.autosave = true,
+                  .refreshMs = kRefreshMs,
+                  .rebuildPath = true,
+                  .logged = u"Program renumbered N10, N20, N30..."});
 }
 
 }  // namespace morva

@@ -9,7 +9,7 @@
 #include "app/panels.h"
 #include "codetools/command_words.h"
 #include "codetools/review_colours.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"

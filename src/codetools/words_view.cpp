@@ -15,8 +15,7 @@
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/editor_help.h"
-#include "documents/autosave.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -225,11 +224,7 @@ void SetWordsView(bool on) {
         u"the selected command.");
   }
   // The text is another than the file's, so it is dirty like any other change.
-  if (changed) {
-    MarkModified();
-    ScheduleAutosave();
-    ArmTextRefresh(kRefreshMs);
-  }
+  if (changed) ProgramChanged({.autosave = true, .refreshMs = kRefreshMs});
   const int shown = on ? kIdWordsEditor : kIdEditor;
   platform::SetFocusTo(shown);
   PutCaretOnLine(shown, line);

@@ -9,8 +9,8 @@
 #include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_worker.h"
-#include "documents/autosave.h"
 #include "documents/file_text.h"
+#include "documents/program_changed.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
 #include "platform/serial.h"
@@ -186,10 +186,7 @@ void OpenReceivedProgram() {
   const int tab = OpenTab(u"", text, u"RECEIVED_RS232.NC");
   if (tab < 0) return;
   SwitchTab(tab);
-  MarkModified();
-  UpdateTitle();
-  ArmTextRefresh(80);
-  AppendOutput(u"Received RS-232 program opened in a new tab.");
+  ProgramChanged({.refreshMs = 80, .logged = u"Received RS-232 program opened in a new tab."});
 }
 
 void RegisterTransferCommands() {

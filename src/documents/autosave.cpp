@@ -17,8 +17,9 @@
 #include "documents/disabled_code.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
-#include "documents/program_tabs.h"
+#include "documents/program_information.h"
 #include "documents/tab_models.h"
+#include "documents/tab_table.h"
 #include "platform/clock.h"
 #include "platform/editor.h"
 #include "platform/file.h"
@@ -127,21 +128,6 @@ void RunAutosave() {
     ShowStatus(u"Project autosaved.");
   }
   running = false;
-}
-
-void ArmTextRefresh(int milliseconds) {
-  platform::StartTimer(platform::kMainWindow, kTimerText, milliseconds);
-}
-
-void RunTextRefresh() {
-  platform::StopTimer(platform::kMainWindow, kTimerText);
-  const std::uint64_t before = platform::EditorRevision(kIdEditor);
-  TagAfterEdit();
-  if (platform::EditorRevision(kIdEditor) != before) WriteProgramInformation();
-  RefreshFeatureList();
-  Call(hooks.colourEditor);
-  // The list floats above the editor, and colouring may have brought the editor forward.
-  if (platform::IsVisible(kIdCompletion)) platform::BringToTop(kIdCompletion);
 }
 
 void ResetAutosave() { running = false; }

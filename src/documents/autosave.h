@@ -12,10 +12,6 @@ bool SaveProgram(std::u16string_view path);
 void ScheduleAutosave();
 // Saves the active program over its own file, or into a home of its own under "Projects".
 void RunAutosave();
-// Arms the deferred text refresh (timer 1).
-void ArmTextRefresh(int milliseconds);
-// Timer 1: tags, feature list, colours.
-void RunTextRefresh();
 void ResetAutosave();
 
 }  // namespace morva

@@ -7,14 +7,12 @@
 #include "app/commands.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
-#include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "documents/autosave.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/window.h"
@@ -129,11 +127,10 @@ bool InsertFromBuilder(const Builder& builder) {
   const bool linked =
       builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
   if (!PutIntoProgram(builder, out.text)) return false;
-  MarkModified();
-  ScheduleAutosave();
-  ArmTextRefresh(builder.refreshMs);
-  Call(hooks.rebuildToolpath);
-  if (builder.logged[0]) AppendOutput(builder.logged);
+  ProgramChanged({.autosave = true,
+                  .refreshMs = builder.refreshMs,
+                  .rebuildPath = true,
+                  .logged = builder.logged});
   if (builder.inserted) builder.inserted(values, linked && ActiveSerial() == source);
   return true;
 }

@@ -5,9 +5,8 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "app/outlets.h"
-#include "documents/autosave.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
+#include "documents/program_information.h"
 #include "platform/post.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -22,9 +21,7 @@ constexpr int kRefreshMilliseconds = 150;
 constexpr int kCompletionMilliseconds = 60;
 
 void FollowChange() {
-  MarkModified();
-  ScheduleAutosave();
-  ArmTextRefresh(kRefreshMilliseconds);
+  ProgramChanged({.autosave = true, .refreshMs = kRefreshMilliseconds});
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   if (!completionApplying) {
     platform::StartTimer(platform::kMainWindow, kTimerCompletion, kCompletionMilliseconds);

@@ -8,7 +8,6 @@
 #include "app/router.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
-#include "documents/program_tabs.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/events.h"

@@ -8,11 +8,10 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/stop.h"
-#include "documents/autosave.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
-#include "documents/program_tabs.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -178,15 +177,6 @@ void OpenBuilder(std::u16string_view text, int row) {
   ShowFeatureHint(u"Editing existing block. Update replaces it; New unlinks.");
 }
 
-// What every change of a block's text leaves behind.
-void AfterEdit(bool rebuildPath) {
-  DropEditLink();
-  MarkModified();
-  RefreshFeatureList();
-  UpdateFeatureCaptions();
-  if (rebuildPath) Call(hooks.rebuildToolpath);
-}
-
 // Where a new block goes, as a text index.
 std::int32_t InsertionIndex(std::u16string_view text, std::int32_t selectedId) {
   int row = selectedId != 0 ? FindFeature(selectedId) : -1;
@@ -288,7 +278,7 @@ void NewUserFeature() {
     platform::ScrollCaretIntoView(kIdEditor);
   }
   DropEditLink();
-  MarkModified();
+  ProgramChanged({.autosave = true});
   Call(hooks.setMode, static_cast<int>(kModeHome));
   app.sidebarShowsFeatures = true;
   Call(hooks.layout);
@@ -296,7 +286,6 @@ void NewUserFeature() {
   SelectFeatureRow(id);
   UpdateFeatureCaptions();
   platform::SetFocusTo(ShownEditor());
-  ScheduleAutosave();
   ShowStatus(u"New user-code feature reserved here. Paste or type at the cursor.");
 }
 
@@ -383,7 +372,10 @@ void ToggleInclude() {
     replacement = DisabledLine(entry);
   }
   ReplaceSpan(code.text, code.from, code.to, replacement);
-  AfterEdit(true);
+  DropEditLink();
+  RefreshFeatureList();
+  UpdateFeatureCaptions();
+  ProgramChanged({.rebuildPath = true});
 }
 
 void ToggleFeatureLock() {

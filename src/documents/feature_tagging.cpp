@@ -9,7 +9,6 @@
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
-#include "documents/program_tabs.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/listing.h"

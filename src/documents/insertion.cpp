@@ -9,7 +9,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 #include "text/codetext.h"

@@ -9,6 +9,7 @@
 
 #include "app/app_state.h"
 #include "documents/file_text.h"
+#include "documents/tab_table.h"
 #include "text/codetext.h"
 
 namespace morva {

@@ -4,7 +4,9 @@
 
 #include <string_view>
 
-#include "documents/program_tabs.h"
+#include "app/limits.h"
+#include "documents/feature_settings.h"
+#include "documents/tab_table.h"
 
 namespace morva {
 
@@ -15,5 +17,25 @@ void ReadCompanions(std::u16string_view path, ProgramTab& tab);
 bool SaveModels(std::u16string_view path, ProgramTab& tab);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
+
+// What the CAD and plate rooms do for the store; null until those rooms exist.
+struct LiveModels {
+  bool (*cadWindowExists)() = nullptr;
+  bool (*plateWindowExists)() = nullptr;
+  bool (*storeSketch)(FeatureSettings& record) = nullptr;       // live sketch, kind 4
+  void (*loadSketch)(const FeatureSettings* record) = nullptr;  // null: an empty sketch
+  void (*storeSketchFlags)(unsigned char (&hidden)[kMaxItems],
+                           unsigned char (&locked)[kMaxItems]) = nullptr;
+  void (*loadSketchFlags)(const unsigned char (&hidden)[kMaxItems],
+                          const unsigned char (&locked)[kMaxItems]) = nullptr;
+  void (*resetSelection)() = nullptr;
+  bool (*storePlate)(FeatureSettings& record) = nullptr;
+  void (*loadPlate)(const FeatureSettings* record) = nullptr;
+};
+extern LiveModels liveModels;
+
+// The live models into the active record, and out of it.
+void StashActiveWorkspace();
+void RestoreWorkspace();
 
 }  // namespace morva

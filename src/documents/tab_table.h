@@ -1,23 +1,60 @@
-// What the tab commands do to the table behind the public operations of program_tabs.h.
+// The table of open programs: eight ProgramTab records, and which of them is on the stage.
+//
+// The table holds what the open programs were when they last left the stage; the stage (the
+// one code editor, activePath, editorDirty, the feature table, the live models) holds the
+// active one. Nothing reads the table for the active program's text.
 #pragma once
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+
+#include "app/limits.h"
+#include "documents/companions.h"
+#include "documents/disabled_code.h"
+#include "documents/feature_settings.h"
 
 namespace morva {
 
-// OpenTab for a text that may be kept as it is; it holds no NUL.
-int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_view title);
-// Frees the record and moves the later ones down; no tab is active afterwards.
-void RemoveTab(int index);
+struct ProgramTab {
+  char16_t path[kPathUnits] = {};  // empty for a program never saved
+  char16_t title[kTitleUnits] = {};
+  std::u16string text;  // as last stored; stale while the tab is active
+  bool dirty = false;
+  bool compareSelected = false;
+  FeatureSettings* cadSettings = nullptr;    // the sketch as last stored, kind 4
+  FeatureSettings* plateSettings = nullptr;  // the plate as last stored, kind 5
+  CadStore* cadStore = nullptr;              // all drawings
+  PlateStore* plateStore = nullptr;          // all named plates
+  DisabledCodeEntry* disabledCode = nullptr;
+  unsigned char sketchHidden[kMaxItems] = {};
+  unsigned char sketchLocked[kMaxItems] = {};
+  std::int32_t hiddenIds[kMaxIdList] = {};  // 0 is a free slot
+  std::int32_t lockedIds[kMaxIdList] = {};
+  std::int32_t isolatedId = 0;
+  std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
+};
+
+extern ProgramTab tabs[kMaxTabs];
+// The active record, null when no tab is active.
+ProgramTab* ActiveTab();
 // Where the record with this serial stands now, -1 when it is gone. A dialog may let other
 // commands run, so that an index from before it says nothing.
 int IndexOfSerial(std::uint64_t serial);
 std::uint64_t ActiveSerial();  // 0 when no tab is active
-// Puts the program that a dialog was about back on the stage. False: it is gone.
-bool ReturnToTab(std::uint64_t serial);
+
+// The editor that the user sees: the code editor's id, or the command words view's.
+int ShownEditor();
+// Copies the stage's text, path and dirty mark into the active record.
+void SyncActiveTab();
+// Words and visibility of the eight tab buttons.
+void RefreshTabButtons();
 // The title's hook: the active record's dirty mark and its button follow editorDirty.
 void TabTitleChanged();
+// Sets editorDirty and the record's flag and the title; no timer, no autosave.
+void MarkModified();
+
+bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id);
+// Takes the id out, or puts it in the first free slot; with none free nothing happens.
+void ToggleListId(std::int32_t id, std::int32_t (&list)[kMaxIdList]);
 
 }  // namespace morva

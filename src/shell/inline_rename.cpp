@@ -13,7 +13,6 @@
 #include "codetools/find_pane.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
-#include "documents/program_tabs.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/listing.h"

@@ -7,7 +7,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/feature_blocks.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "shell/icons.h"

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "documents/feature_blocks.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "simulator/motion_path.h"
 #include "simulator/motion_run.h"
 

@@ -8,7 +8,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "documents/feature_blocks.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/editor.h"

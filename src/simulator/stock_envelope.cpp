@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "documents/feature_blocks.h"
-#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "library/units.h"
 #include "simulator/motion_path.h"
 #include "text/series_trig.h"

@@ -9,6 +9,7 @@
 
 #include "documents/disabled_code.h"
 #include "documents/file_text.h"
+#include "documents/tab_models.h"
 #include "platform/common/faults.h"
 #include "platform/profile.h"
 #include "support/program_stage.h"

@@ -12,9 +12,10 @@
 #include "documents/autosave.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
-#include "text/codetext.h"
+#include "documents/tab_models.h"
 #include "library/units.h"
 #include "support/stage.h"
+#include "text/codetext.h"
 
 namespace cad_test {
 

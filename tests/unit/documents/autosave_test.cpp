@@ -8,6 +8,8 @@
 
 #include "documents/disabled_code.h"
 #include "documents/file_text.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_models.h"
 #include "platform/timer.h"
 #include "support/program_stage.h"
 

@@ -12,6 +12,8 @@
 #include "documents/editor_changes.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
+#include "documents/tab_models.h"
+#include "documents/text_refresh.h"
 #include "platform/timer.h"
 #include "support/program_stage.h"
 
