@@ -9,7 +9,6 @@
 #include "app/hooks.h"
 #include "app/limits.h"
 #include "app/outlets.h"
-#include "codetools/find_pane.h"
 #include "codetools/find_rules.h"
 #include "codetools/words_view.h"
 #include "documents/editor_changes.h"

@@ -8,7 +8,6 @@
 #include "app/router.h"
 #include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
-#include "dnc/transfer_worker.h"
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
@@ -19,8 +18,6 @@
 #include "text/codetext.h"
 
 namespace morva {
-
-TransferJob transfer;
 
 namespace {
 

@@ -4,27 +4,12 @@
 // and reports by four posted messages; `active` alone says that a transfer runs.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "dnc/transfer_worker.h"
+
 namespace morva {
-
-struct TransferJob {
-  bool active = false;
-  std::string sendBuffer;
-  bool isReceive = false;
-  std::string receivedData;  // written by the worker before it posts
-  std::atomic<std::int32_t> abortRequested{0};
-};
-extern TransferJob transfer;
-
-inline constexpr int kSendChunk = 128;    // bytes per write
-inline constexpr int kReceiveRead = 256;  // bytes per read
-inline constexpr int kFirstDataWaitMs = 60000;
-inline constexpr int kIdleEndMs = 2000;
-inline constexpr int kReceivePauseMs = 10;
 
 void SendEditorProgram();
 void SendFileFromDisk();

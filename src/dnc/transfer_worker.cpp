@@ -7,12 +7,12 @@
 
 #include "app/app_state.h"
 #include "app/limits.h"
-#include "dnc/transfer.h"
 #include "platform/clock.h"
 #include "platform/post.h"
 
 namespace morva {
 
+TransferJob transfer;
 WorkerRecord worker;
 
 namespace {

@@ -4,11 +4,29 @@
 // posts its last message, and after that message it touches neither again.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
+#include <string>
 
 #include "platform/serial.h"
 
 namespace morva {
+
+struct TransferJob {
+  bool active = false;
+  std::string sendBuffer;
+  bool isReceive = false;
+  std::string receivedData;  // written by the worker before it posts
+  std::atomic<std::int32_t> abortRequested{0};
+};
+extern TransferJob transfer;
+
+inline constexpr int kSendChunk = 128;    // bytes per write
+inline constexpr int kReceiveRead = 256;  // bytes per read
+inline constexpr int kFirstDataWaitMs = 60000;
+inline constexpr int kIdleEndMs = 2000;
+inline constexpr int kReceivePauseMs = 10;
 
 struct WorkerRecord {
   platform::SerialSettings settings;  // the profile as it was at the start

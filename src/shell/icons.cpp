@@ -9,9 +9,6 @@
 
 #include <algorithm>
 
-#include "platform/canvas.h"
-#include "shell/theme.h"
-
 namespace morva {
 
 namespace {

@@ -10,7 +10,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "codetools/find_pane.h"
+#include "codetools/find_work.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"

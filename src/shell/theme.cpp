@@ -1,7 +1,7 @@
 #include "shell/theme.h"
 
 #include "app/app_state.h"
-#include "shell/icons.h"
+#include "app/icon_names.h"
 
 namespace morva {
 

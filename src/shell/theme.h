@@ -1,4 +1,4 @@
-// The dark look: palette, panel gradients, icons and owner drawing.
+// The dark look: palette, panel gradients and owner drawing.
 //
 // Drawing is a pure function from a control's state to canvas calls.
 #pragma once
@@ -13,9 +13,6 @@ enum PanelStyle { kPanelPlain = 0, kPanelGreen = 1, kPanelAmber = 2, kPanelDeep 
 
 void DrawPanel(platform::Canvas& canvas, const platform::Rect& area, bool selected,
                PanelStyle style);
-// One of the 42 icons, ids 0 to 41, `size` pixels high.
-void DrawIcon(platform::Canvas& canvas, int icon, int centreX, int centreY, int size,
-              platform::Colour colour);
 int ModeIcon(int mode);
 // Every owner-drawn control and list row.
 void DrawOwnerItem(int id, const platform::DrawState& state, platform::Canvas& canvas);

@@ -1,7 +1,5 @@
 // The records of a picture: what may be added, and how much of it.
 
-#include "forms/picture.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>

@@ -1,11 +1,10 @@
-#include "forms/form.h"
+#include "forms/form_table.h"
 
 #include <cstddef>
 
 #include "app/command_ids.h"
 #include "app/join_table.h"
 #include "app/router.h"
-#include "forms/form_table.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
 
