@@ -21,6 +21,7 @@
 
 #include "cpu_time.h"
 #include "simulator/motion_path.h"
+#include "simulator/toolpath.h"
 #include "targets.h"
 
 namespace {

@@ -15,9 +15,11 @@
 
 #include "platform/common/segment_raster.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
 
 namespace {
 

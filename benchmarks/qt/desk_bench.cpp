@@ -35,7 +35,9 @@
 #include "shell/start_up.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 #include "simulator/view.h"
+#include "simulator/view_switches.h"
 
 namespace {
 
@@ -323,7 +325,7 @@ void PlaybackTick(benchmark::State& state) {
     times.push_back(spent.cpu);
     state.SetIterationTime(spent.cpu * 1e-3);
   }
-  morva::HaltPlayback();
+  morva::HaltPlayback(morva::PathOwner::Program);
   targets::Note({"Playback tick at 64x, 100,000 lines", "ms", 0, 16}, targets::Median(times));
 }
 

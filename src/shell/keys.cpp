@@ -11,7 +11,7 @@
 #include "shell/icons.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
-#include "simulator/view.h"
+#include "simulator/view_switches.h"
 
 namespace morva {
 

@@ -8,8 +8,6 @@
 #include "app/surfaces.h"
 #include "platform/window.h"
 #include "shell/keys.h"
-#include "shell/layout_rects.h"
-#include "shell/modes.h"
 
 namespace morva {
 
@@ -235,14 +233,12 @@ bool MainPointer(const platform::PointerEvent& event) {
   }
 }
 
-void ResetShell() {
+void ResetLayout() {
   areas = LayoutAreas();
   dragging = false;
   gripShape = false;
   shownCount = 0;
   orderedFor = -1;
-  ResetModes();
-  ResetKeyStates();
 }
 
 }  // namespace morva

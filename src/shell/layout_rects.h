@@ -8,7 +8,6 @@
 
 #include "app/limits.h"
 #include "platform/geometry.h"
-#include "shell/layout.h"
 
 namespace morva {
 
@@ -28,6 +27,22 @@ struct LayoutInput {
   bool viewBesideSurface = false;  // the surface shows the view as well
 };
 
+// Areas that the main window paints itself.
+struct LayoutAreas {
+  platform::Rect topBand;
+  platform::Rect leftPanel;
+  platform::Rect workArea;
+  platform::Rect rightPanel;
+  platform::Rect editor;     // the code editor alone
+  platform::Rect work;       // from the gutter to the right, down to the editor's lower edge
+  platform::Rect foot;       // the code index's page beside the output, empty without it
+  platform::Rect leftLower;  // feature list, its keys, name box and hint
+  platform::Rect panelBody;  // where a right panel's own controls go
+  platform::Rect output;
+  platform::Rect separator;  // the line between mode list and features
+  platform::Rect workspace;  // the CAD or plate workspace, instead of all below the tabs
+  platform::Rect status;     // the band under the status line
+};
 struct Placement {
   int id = 0;
   platform::Rect place;

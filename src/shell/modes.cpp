@@ -1,26 +1,19 @@
 #include "shell/modes.h"
 
 #include "app/command_ids.h"
-#include "app/edit_menu.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
-#include "app/router.h"
 #include "app/surfaces.h"
 #include "dnc/serial_profile.h"
-#include "documents/feature_blocks.h"
 #include "documents/program_information.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/timer.h"
 #include "platform/window.h"
-#include "shell/inline_rename.h"
 #include "shell/layout.h"
-#include "shell/owner_draw.h"
-#include "shell/shell_commands.h"
-#include "shell/speed_slider.h"
-#include "shell/theme.h"
 
 namespace morva {
 
@@ -93,62 +86,6 @@ void EnterPanels() {
   for (int i = 0; i < PanelCount(); ++i) {
     if (PanelAt(i).mode == app.mode) Call(PanelAt(i).enter);
   }
-}
-
-void SelectInModeList(int, int) {
-  const int row = platform::SelectedRow(kIdModeList);
-  if (row < 0) return;
-  const int mode = static_cast<int>(platform::RowData(kIdModeList, row));
-  if (!ModeExists(mode)) {
-    platform::SelectRow(kIdModeList, ModeListRow(app.mode));
-    return;
-  }
-  SetMode(mode);
-}
-
-void PressCode(int, int) { SetSurface(kSurfaceCode); }
-
-void PressFeatures(int, int) {
-  app.sidebarShowsFeatures = true;
-  RefreshFeatureList();
-  SetMode(kModeHome);
-}
-
-void PressBack(int, int) { GoBack(); }
-void PressDnc(int, int) { SetMode(kModeDnc); }
-void PressFind(int, int) { SetMode(kModeFind); }
-
-// The second route: modes by number, the window, the clipboard of whatever has the keyboard.
-struct OldRoute {
-  int id;
-  int mode;
-};
-constexpr OldRoute kOldRoutes[] = {
-    {901, kModeCodeIndex}, {902, kModeMacros},    {903, kModeShapes},      {904, kModeTools},
-    {905, kModeWizard},    {906, kModeSimulator}, {907, kModeFind},        {908, kModeHome},
-    {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular}, {912, kModeCadItem},
-    {913, kModePlateItem},
-};
-
-void PressOldMode(int id, int) {
-  for (const OldRoute& route : kOldRoutes) {
-    if (route.id == id) return SetMode(route.mode);
-  }
-}
-
-void PressOldClose(int, int) { platform::RequestClose(); }
-
-void PressOldEdit(int id, int) {
-  const int focused = platform::FocusedId();
-  if (!platform::IsTextControl(focused)) return;
-  platform::EditAction action = platform::EditAction::Undo;
-  if (id == 915) action = platform::EditAction::Copy;
-  if (id == 916) action = platform::EditAction::Paste;
-  platform::RunEditAction(focused, action);
-}
-
-void RegisterWhereModeExists(int mode, RouterStage stage, int id, CommandHandler handler) {
-  if (ModeExists(mode)) RegisterCommand(stage, id, platform::kNotifyClick, handler);
 }
 
 // Whether the surface that is up, if it is another one, lets this one come.
@@ -284,6 +221,17 @@ void GoBack() {
   returning = false;
 }
 
+void TakeListedMode() {
+  const int row = platform::SelectedRow(kIdModeList);
+  if (row < 0) return;
+  const int mode = static_cast<int>(platform::RowData(kIdModeList, row));
+  if (!ModeExists(mode)) {
+    platform::SelectRow(kIdModeList, ModeListRow(app.mode));
+    return;
+  }
+  SetMode(mode);
+}
+
 bool ModeListKey(const platform::KeyEvent& key) {
   if (key.ctrl || key.alt || key.shift) return false;
   int row = platform::SelectedRow(kIdModeList);
@@ -302,60 +250,10 @@ bool ModeListKey(const platform::KeyEvent& key) {
       ShowStatus(u"Enter opens this workspace.");
       break;
     }
-    SelectInModeList(kIdModeList, platform::kNotifyListSelect);
+    TakeListedMode();
     break;
   }
   return true;
-}
-
-namespace {
-
-void ListenToWindow() {
-  Handlers window;
-  window.id = platform::kMainWindow;
-  window.paint = PaintMainWindow;
-  window.pointer = MainPointer;
-  RegisterHandlers(window);
-  Handlers list;
-  list.id = kIdModeList;
-  list.key = ModeListKey;
-  RegisterHandlers(list);
-}
-
-}  // namespace
-
-void RegisterShellCommands() {
-  AddCommands(EditCommands());
-  AddCommands(ShellCommands());
-  RegisterInlineRename();
-  RegisterSpeedSlider();
-  ListenToWindow();
-  hooks.layout = Layout;
-  hooks.setMode = SetMode;
-  hooks.setSurface = SetSurface;
-  hooks.makeControls = MakeMainControls;
-  hooks.drawListRow = DrawListRow;
-  hooks.drawIcon = DrawIcon;
-  const int click = platform::kNotifyClick;
-  RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListSelect,
-                  SelectInModeList);
-  RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListDouble,
-                  SelectInModeList);
-  RegisterCommand(RouterStage::Surface, kIdSurfaceCode, click, PressCode);
-  RegisterCommand(RouterStage::Surface, kIdShowFeatures, click, PressFeatures);
-  RegisterWhereModeExists(kModeDnc, RouterStage::FeatureSwitch, kIdMachine, PressDnc);
-  for (int id : {kIdSetup, kIdSetupSecond, kIdOpenDncSetup}) {
-    RegisterWhereModeExists(kModeDnc, RouterStage::Click, id, PressDnc);
-  }
-  for (int id : {kIdFind, kIdFindSecond}) {
-    RegisterWhereModeExists(kModeFind, RouterStage::Click, id, PressFind);
-  }
-  RegisterCommand(RouterStage::Click, kIdBack, click, PressBack);
-  RegisterCommand(RouterStage::Click, kIdOldFirst, click, PressOldClose);
-  for (const OldRoute& route : kOldRoutes) {
-    RegisterWhereModeExists(route.mode, RouterStage::Click, route.id, PressOldMode);
-  }
-  RegisterCommand(RouterStage::Click, kIdOldLast - 2, kIdOldLast, click, PressOldEdit);
 }
 
 void ResetModes() {

@@ -20,9 +20,19 @@ const char16_t* ModeHelp(int mode);
 // The list row of a mode, -1 for none.
 int ModeListRow(int mode);
 
+// Goes to the mode of the selected row; a row still to come is not taken.
+void TakeListedMode();
 // Arrow keys, Home and End in the mode list pass over rows still to come, which would
 // otherwise bar the way. True: handled.
 bool ModeListKey(const platform::KeyEvent& key);
+
+// What the user chose: a mode of the Code surface, or another surface. Nothing happens where it is
+// still to come, or where the surface that is up does not let it go.
+void SetMode(int mode);
+void SetSurface(int surface);
+void GoBack();
+// Whether a mode's panel exists already; a row for a mode still to come is drawn dim.
+bool ModeExists(int mode);
 
 // One level of history: where the back key goes.
 struct BackHistory {

@@ -12,8 +12,9 @@
 #include "platform/listing.h"
 #include "shell/icons.h"
 #include "shell/keys.h"
-#include "shell/layout.h"
+#include "shell/modes.h"
 #include "shell/theme.h"
+#include "simulator/line_highlight.h"
 #include "simulator/shown_path.h"
 
 namespace morva {

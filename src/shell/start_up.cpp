@@ -41,9 +41,10 @@
 #include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
+#include "shell/shell_registry.h"
 #include "shell/theme.h"
-#include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/toolpath.h"
 #include "simulator/view.h"
 
 namespace morva {

@@ -7,8 +7,6 @@
 
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
-#include "simulator/motion_path.h"
-#include "simulator/motion_run.h"
 
 namespace morva {
 
@@ -98,6 +96,8 @@ void IndexFeatureLines(std::u16string_view text) {
   }
 }
 
+void EmptyFeatureLines() { featureLines.count = 0; }
+
 int FeatureRowOfLine(std::int32_t line) {
   for (std::int32_t i = 0; i < featureLines.count; ++i) {
     const FeatureLines& row = featureLines.rows[i];
@@ -118,7 +118,7 @@ bool StartLineFilter() {
 }
 
 bool LineIsDropped(std::int32_t line) {
-  if (!motionRun.filtered || !filter.tab) return false;
+  if (!filter.tab) return false;
   if (line >= filter.from && line <= filter.to) return filter.dropped;
   const int row = FeatureRowOfLine(line);
   // The answer holds up to the row's end, or until a row that is asked before it begins.

@@ -1,10 +1,9 @@
-// The extraction in progress: what the point table and the line scanner share.
+// The extraction in progress, and the one way of its points into a table.
 //
 // Internal to this room's extraction. A record is good for one run only.
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 #include "simulator/motion_path.h"
 
@@ -19,11 +18,10 @@ struct MotionRun {
 };
 extern MotionRun motionRun;
 
-// Whether the feature filter drops the points of a line. Lines are asked in rising order
-// mostly, so the answer is kept for as long as it holds.
-bool LineIsDropped(std::int32_t line);
+// Whether the filter of the run under way drops the points of a line.
+bool RunDropsLine(std::int32_t line);
 
-// Walks the text line by line and adds its points. Linear in the text, allocates nothing.
-void ScanMotion(std::u16string_view text, bool metric);
+// The one place where points enter a table: that of the run under way, else the program's.
+void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourceLine);
 
 }  // namespace morva

@@ -1,14 +1,10 @@
-// The line interpreter: one pass over the text, a table of character classes, numbers parsed
-// where they stand.
-//
-// A word acts at once, a line acts at its end. Numbers must equal ParseDecimal's to the last
-// bit, so fractions are summed digit by digit from the same places.
+#include "simulator/motion_scan.h"
+
 #include <cmath>
 #include <cstddef>
 #include <limits>
 
 #include "library/units.h"
-#include "simulator/motion_path.h"
 #include "simulator/motion_run.h"
 #include "text/codetext.h"
 
@@ -243,7 +239,7 @@ struct Target {
                               std::int32_t line) {
   constexpr double kTurn = 6.283185307179586;
   constexpr double kChord = 0.0174532925199433;
-  if (LineIsDropped(line)) {
+  if (RunDropsLine(line)) {
     motionRun.jump = true;
     return;
   }

@@ -7,28 +7,20 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "documents/feature_operations.h"
-#include "documents/insertion.h"
 #include "platform/control.h"
-#include "platform/editor.h"
-#include "platform/listing.h"
 #include "platform/timer.h"
 #include "platform/window.h"
-#include "simulator/motion_path.h"
+#include "simulator/feature_lines.h"
+#include "simulator/line_highlight.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 
 namespace morva {
-
-Playback playback;
-ViewSwitches switches;
-MeasurePicks measure;
 
 namespace {
 
 constexpr int kTickMilliseconds = 16;
 constexpr double kPointMilliseconds = 240.0;  // a segment at 1x takes fifteen ticks
-constexpr platform::Colour kLineBand = platform::Rgb(0x0A, 0x3A, 0x52);
-
 struct Speed {
   double factor;
   const char16_t* word;
@@ -37,8 +29,6 @@ constexpr Speed kSpeeds[kSpeedCount] = {
     {0.125, u"0.125x"}, {0.25, u"0.25x"}, {0.5, u"0.5x"}, {1.0, u"1x"},   {2.0, u"2x"},
     {4.0, u"4x"},       {8.0, u"8x"},     {16.0, u"16x"}, {32.0, u"32x"}, {64.0, u"64x"},
 };
-
-std::int32_t highlightedFeature = 0;
 
 // The first point, or nothing on an empty path.
 std::int32_t HeadAtFirst(const OwnedPath& shown) { return shown.path.count > 0 ? 1 : 0; }
@@ -105,40 +95,6 @@ void StepOperation(int step) {
   }
 }
 
-// The name box follows, or RENAME would give this block the name of the one before.
-void SelectPlayedRow(std::int32_t id) {
-  const int rows = platform::RowCount(kIdFeatureList);
-  for (int row = 0; row < rows; ++row) {
-    if (platform::RowData(kIdFeatureList, row) == id) {
-      platform::SelectRow(kIdFeatureList, row);
-      UpdateFeatureCaptions();
-      return;
-    }
-  }
-}
-
-// The text may have become shorter than the path remembers it.
-void MarkInEditor(std::int32_t line) {
-  if (line >= platform::EditorLineCount(kIdEditor)) {
-    platform::MarkEditorLine(kIdEditor, -1, kLineBand);
-    return;
-  }
-  platform::MarkEditorLine(kIdEditor, line, kLineBand);
-  const int top = platform::FirstVisibleLine(kIdEditor);
-  const int shown = platform::VisibleLineCount(kIdEditor);
-  if (line >= top && line < top + shown) return;
-  platform::ScrollToLine(kIdEditor, std::max(0, line - shown / 2));
-  platform::Repaint(kViewGutter);
-}
-
-void SelectInWords(std::int32_t line) {
-  if (!app.commandWordsActive || line >= platform::EditorLineCount(kIdWordsEditor)) return;
-  const int from = platform::EditorLineStart(kIdWordsEditor, line);
-  const int to = from + platform::EditorLineLength(kIdWordsEditor, line);
-  platform::SetEditorSelection(kIdWordsEditor, {from, to});
-  platform::ScrollCaretIntoView(kIdWordsEditor);
-}
-
 }  // namespace
 
 double SpeedFactor(int index) { return kSpeeds[std::clamp(index, 0, kSpeedCount - 1)].factor; }
@@ -148,21 +104,6 @@ const char16_t* SpeedWord(int index) { return kSpeeds[std::clamp(index, 0, kSpee
 std::u16string SpeedHelp() {
   return std::u16string(u"Simulation speed: ") + SpeedWord(ShownPath().play.speedIndex) +
          u". Drag left to slow down, right to speed up.";
-}
-
-// The timer runs for the path that is shown.
-void HaltPlayback(PathOwner owner) {
-  OwnedBy(owner).play.playing = false;
-  if (owner == ShownOwner()) platform::StopTimer(platform::kMainWindow, kTimerPlay);
-}
-
-void ResetPlayback(PathOwner owner) {
-  const OwnedPath& owned = OwnedBy(owner);
-  HaltPlayback(owner);
-  owned.play.headInUse = false;
-  owned.play.playHead = owned.path.count;
-  owned.play.segmentFraction = 0.0;
-  owned.picks = MeasurePicks{};
 }
 
 void PlayPause() {
@@ -250,22 +191,6 @@ void PlayTick() {
   platform::Repaint(kViewToolpath);
 }
 
-void ToggleMeasure() {
-  switches.measureMode = !switches.measureMode;
-  for (const OwnedPath& owned : OwnedPaths()) owned.picks = MeasurePicks{};
-  platform::Repaint(kViewToolpath);
-}
-
-void ToggleExtents() {
-  switches.showExtents = !switches.showExtents;
-  platform::Repaint(kViewToolpath);
-}
-
-void TogglePan() {
-  switches.panMode = !switches.panMode;
-  platform::Repaint(kViewToolpath);
-}
-
 void TakeMeasurePick(std::int32_t point) {
   const OwnedPath& shown = ShownPath();
   if (point < 0 || point >= shown.path.count) return;
@@ -277,28 +202,6 @@ void TakeMeasurePick(std::int32_t point) {
     picks.b = point;
   }
   platform::Repaint(kViewToolpath);
-}
-
-void HighlightSourceLine(std::int32_t line) {
-  if (line < 0) return;
-  const int row = FeatureRowOfLine(line);
-  const std::int32_t id = row < 0 ? 0 : featureLines.rows[row].id;
-  if (id != highlightedFeature) {
-    highlightedFeature = id;
-    if (id != 0 && editLink.kind == 0) SelectPlayedRow(id);
-    platform::Repaint(kIdFeatureList);
-  }
-  MarkInEditor(line);
-  SelectInWords(line);
-}
-
-std::int32_t HighlightedFeature() { return highlightedFeature; }
-
-void ForgetHighlight() {
-  platform::MarkEditorLine(kIdEditor, -1, kLineBand);
-  if (highlightedFeature == 0) return;
-  highlightedFeature = 0;
-  platform::Repaint(kIdFeatureList);
 }
 
 }  // namespace morva

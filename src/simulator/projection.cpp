@@ -10,6 +10,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
 #include "text/series_trig.h"
 
 namespace morva {

@@ -3,12 +3,15 @@
 #include <cstddef>
 #include <iterator>
 
-#include "app/command_ids.h"
-#include "platform/control.h"
+#include "app/app_state.h"
+#include "platform/timer.h"
 #include "platform/window.h"
-#include "simulator/view_parts.h"
 
 namespace morva {
+
+Playback playback;
+MeasurePicks measure;
+ViewState view;
 
 namespace {
 
@@ -39,14 +42,27 @@ PathOwner ShownOwner() { return shownOwner; }
 
 const OwnedPath& ShownPath() { return OwnedBy(shownOwner); }
 
-void ShowPathOf(PathOwner owner) {
-  if (owner == shownOwner) return;
-  HaltPlayback(shownOwner);
-  LetGoOfView();
-  shownOwner = owner;
-  platform::SetText(kIdPlay, u"PLAY");
-  platform::Repaint(kViewToolpath);
+const PathBounds& Bounds() {
+  const OwnedPath& shown = ShownPath();
+  return BoundsOf(shown.path.count == 0 && shown.ghosts ? *shown.ghosts : shown.path);
 }
+
+// The timer runs for the path that is shown.
+void HaltPlayback(PathOwner owner) {
+  OwnedBy(owner).play.playing = false;
+  if (owner == ShownOwner()) platform::StopTimer(platform::kMainWindow, kTimerPlay);
+}
+
+void ResetPlayback(PathOwner owner) {
+  const OwnedPath& owned = OwnedBy(owner);
+  HaltPlayback(owner);
+  owned.play.headInUse = false;
+  owned.play.playHead = owned.path.count;
+  owned.play.segmentFraction = 0.0;
+  owned.picks = MeasurePicks{};
+}
+
+void SetShownOwner(PathOwner owner) { shownOwner = owner; }
 
 void ResetOwnedPaths() {
   HaltPlayback(shownOwner);

@@ -7,13 +7,50 @@
 // What is set for all paths is no part of it: the layers and modes in `switches`, and the grid.
 #pragma once
 
+#include <cstdint>
 #include <span>
 
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
-#include "simulator/view.h"
+#include "simulator/stock_envelope.h"
 
 namespace morva {
+
+// Whose path it is. Each owner has a table of its own.
+enum class PathOwner : unsigned char {
+  Program,  // the program in the editor
+  Builder,  // the builder that is open: its example, or a preview of its code
+};
+
+struct Playback {
+  bool playing = false;
+  bool headInUse = false;       // draw only up to playHead
+  std::int32_t playHead = 0;    // points drawn: 0 to playHead - 1
+  double segmentFraction = 0;   // 0 to 1 along the next segment
+  std::int32_t speedIndex = 3;  // 0 to 9
+  bool loops = false;           // at the end it begins again
+};
+extern Playback playback;  // of the program's path
+
+struct MeasurePicks {
+  std::int32_t a = -1;
+  std::int32_t b = -1;
+};
+extern MeasurePicks measure;  // of the program's path
+
+struct ViewState {
+  double zoom = 1;  // 0.05 to 50
+  double yawDegrees = -45;
+  double elevationDegrees = 28;  // orbit holds it to -89 to 89
+  double rollDegrees = 0;
+  double panX = 0;  // pixels
+  double panY = 0;
+  bool topView = false;
+  // The grid is one for all paths: of these fields only those of `view` count.
+  bool gridOn = true;
+  std::int32_t gridColour = 0;  // 0 to 5
+  std::int32_t gridScale = 0;   // -6 to 6, power of 2 on the automatic spacing
+};
+extern ViewState view;  // of the program's path
 
 struct OwnedPath {
   MotionPath& path;
@@ -31,10 +68,17 @@ std::span<const OwnedPath> OwnedPaths();  // in the order of PathOwner
 PathOwner ShownOwner();
 const OwnedPath& ShownPath();
 
-// From now on the view shows the owner's path, with its head, speed, angles, zoom and stock.
-// Only the path that is shown plays: the one that is left halts where its head stands. A turn of
-// the view that is under way ends where it is. Nothing happens where the owner is shown already.
-void ShowPathOf(PathOwner owner);
+// Over the path that the view shows; where that is empty, over its ghosts.
+const PathBounds& Bounds();
+
+// Playing ends where the head stands; key and picks stay.
+void HaltPlayback(PathOwner owner);
+// After an extraction: head at the end and not in use, nothing playing, picks cleared.
+void ResetPlayback(PathOwner owner);
+
+// The other owner's path is the one that is shown. Nothing else changes: ShowPathOf of toolpath.h
+// also ends what is under way.
+void SetShownOwner(PathOwner owner);
 
 // Empty paths, start values for play and picks, no stock; the program is shown. Views stay.
 void ResetOwnedPaths();

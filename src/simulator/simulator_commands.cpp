@@ -5,12 +5,14 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "platform/window.h"
-#include "simulator/motion_path.h"
+#include "simulator/line_highlight.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 #include "simulator/view.h"
 #include "simulator/view_commands.h"
 #include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
 
 namespace morva {
 

@@ -7,7 +7,6 @@
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
-#include "simulator/motion_path.h"
 #include "text/series_trig.h"
 
 namespace morva {

@@ -3,6 +3,17 @@
 
 namespace morva {
 
+// Stock around the part, display units.
+struct StockEnvelope {
+  bool shown = false;
+  double minX = 0, maxX = 0, minY = 0, maxY = 0;
+  double top = 0;
+  double bottom = 0;
+  double thickness = 0;
+};
+
+extern StockEnvelope stockEnvelope;  // of the program
+
 // Sets `stockEnvelope` from the feature table, in display units; not shown where no sketch
 // or plate gives one. Hidden features are passed over.
 void FindStockEnvelope();

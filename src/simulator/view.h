@@ -8,24 +8,9 @@
 
 #include "platform/canvas.h"
 #include "platform/events.h"
-#include "simulator/motion_path.h"
+#include "simulator/shown_path.h"
 
 namespace morva {
-
-struct ViewState {
-  double zoom = 1;  // 0.05 to 50
-  double yawDegrees = -45;
-  double elevationDegrees = 28;  // orbit holds it to -89 to 89
-  double rollDegrees = 0;
-  double panX = 0;  // pixels
-  double panY = 0;
-  bool topView = false;
-  // The grid is one for all paths: of these fields only those of `view` count.
-  bool gridOn = true;
-  std::int32_t gridColour = 0;  // 0 to 5
-  std::int32_t gridScale = 0;   // -6 to 6, power of 2 on the automatic spacing
-};
-extern ViewState view;  // of the program's path
 
 // The projection for a client area, derived from view and bounds; cached.
 struct Projection {

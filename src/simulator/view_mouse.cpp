@@ -14,6 +14,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
 #include "text/codetext.h"
 
 namespace morva {

@@ -11,15 +11,13 @@
 #include "library/units.h"
 #include "platform/profile.h"
 #include "platform/window.h"
-#include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
 #include "text/codetext.h"
 
 namespace morva {
-
-ViewState view;
 
 namespace {
 
@@ -88,34 +86,6 @@ bool TakeGridPick(int id) {
     view.gridScale = std::min(view.gridScale + 1, kMostGridScale);
   }
   return view.gridColour != before.gridColour || view.gridScale != before.gridScale;
-}
-
-void TakeLayerPick(int id) {
-  switch (id) {
-    case kIdLayerRapids:
-      switches.showRapids = !switches.showRapids;
-      break;
-    case kIdLayerOverlap:
-      switches.showOverlap = !switches.showOverlap;
-      break;
-    case kIdLayerDrawing:
-      switches.showDrawingPaths = !switches.showDrawingPaths;
-      break;
-    case kIdLayerCutSurface:
-      switches.showCutSurface = !switches.showCutSurface;
-      break;
-    case kIdLayerClean:
-      switches.showRapids = false;
-      switches.showOverlap = false;
-      switches.showCutSurface = false;
-      switches.showDrawingPaths = true;
-      break;
-    case kIdLayerSkimDepth:
-      switches.skimCurrentDepthOnly = !switches.skimCurrentDepthOnly;
-      break;
-    default:
-      break;
-  }
 }
 
 }  // namespace

@@ -9,14 +9,14 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "cad/canvas.h"
-#include "library/outline.h"
 #include "cad/sketch.h"
 #include "cad/tool_state.h"
 #include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
+#include "library/outline.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
+#include "simulator/shown_path.h"
 
 namespace {
 

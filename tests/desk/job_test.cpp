@@ -18,7 +18,7 @@
 #include "platform/posix/serial_pace.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
+#include "simulator/shown_path.h"
 
 namespace {
 

@@ -25,6 +25,7 @@
 #include "shell/modes.h"
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
+#include "simulator/shown_path.h"
 
 namespace {
 

@@ -9,7 +9,9 @@
 #include "driver/drive.h"
 #include "driver/json_text.h"
 #include "driver/line_words.h"
+#include "simulator/playback.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 
 namespace {
 

@@ -15,7 +15,6 @@
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 

@@ -4,6 +4,7 @@
 
 #include "fuzz/fuzz.h"
 #include "simulator/motion_path.h"
+#include "simulator/toolpath.h"
 #include "support/reference_path.h"
 
 namespace {

@@ -11,11 +11,11 @@
 #include <cstdio>
 
 #include "app/command_ids.h"
+#include "desk/desk.h"
 #include "documents/file_text.h"
 #include "platform/qt/qt_testing.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
-#include "desk/desk.h"
+#include "simulator/shown_path.h"
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include "cad/sketch_code.h"
 #include "documents/feature_blocks.h"
 #include "simulator/motion_path.h"
+#include "simulator/toolpath.h"
 #include "support/stage.h"
 
 namespace morva {

@@ -12,7 +12,7 @@
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/listing.h"
-#include "shell/layout.h"
+#include "shell/modes.h"
 #include "support/workbench.h"
 
 namespace morva {

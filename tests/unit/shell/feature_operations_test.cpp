@@ -12,8 +12,8 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
+#include "simulator/line_highlight.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
 #include "support/workbench.h"
 
 namespace morva {

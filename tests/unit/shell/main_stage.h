@@ -10,10 +10,12 @@
 #include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
+#include "shell/shell_registry.h"
 #include "shell/speed_slider.h"
 #include "shell/theme.h"
-#include "simulator/motion_path.h"
-#include "simulator/playback.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
+#include "simulator/view_switches.h"
 #include "support/stage.h"
 
 namespace shell_test {

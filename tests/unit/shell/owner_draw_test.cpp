@@ -2,6 +2,10 @@
 
 #include "documents/feature_blocks.h"
 #include "shell/icons.h"
+#include "simulator/line_highlight.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
+#include "simulator/view_switches.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {

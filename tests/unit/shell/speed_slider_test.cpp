@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "app/hover.h"
+#include "simulator/playback.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 #include "unit/shell/main_stage.h"
 
 namespace morva {

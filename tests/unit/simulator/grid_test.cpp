@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
+#include "simulator/view.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

@@ -9,7 +9,10 @@
 #include "platform/editor.h"
 #include "platform/window.h"
 #include "simulator/feature_lines.h"
+#include "simulator/motion_run.h"
+#include "simulator/shown_path.h"
 #include "simulator/stock_envelope.h"
+#include "simulator/toolpath.h"
 #include "unit/simulator/simulator_fixture.h"
 
 namespace morva {

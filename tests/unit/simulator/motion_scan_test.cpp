@@ -3,10 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "text/codetext.h"
 #include "simulator/motion_path.h"
+#include "simulator/toolpath.h"
 #include "support/program_maker.h"
 #include "support/reference_path.h"
+#include "text/codetext.h"
 #include "unit/simulator/simulator_fixture.h"
 
 namespace morva {

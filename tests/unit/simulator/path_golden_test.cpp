@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "simulator/motion_path.h"
+#include "simulator/toolpath.h"
 #include "support/places.h"
 #include "unit/simulator/simulator_fixture.h"
 

@@ -12,7 +12,11 @@
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "simulator/feature_lines.h"
+#include "simulator/line_highlight.h"
 #include "simulator/motion_path.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
+#include "simulator/view_switches.h"
 #include "unit/simulator/simulator_fixture.h"
 
 namespace morva {

@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+#include "simulator/motion_path.h"
+#include "simulator/shown_path.h"
+#include "simulator/view.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

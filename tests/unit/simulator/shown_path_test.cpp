@@ -13,6 +13,15 @@
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/timer.h"
+#include "simulator/extract.h"
+#include "simulator/feature_lines.h"
+#include "simulator/line_highlight.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/stock_envelope.h"
+#include "simulator/toolpath.h"
+#include "simulator/view.h"
+#include "simulator/view_switches.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

@@ -11,7 +11,7 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "simulator/motion_path.h"
-#include "simulator/playback.h"
+#include "simulator/toolpath.h"
 #include "support/stage.h"
 
 namespace morva {

@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "simulator/feature_lines.h"
+#include "simulator/motion_path.h"
+#include "simulator/playback.h"
+#include "simulator/shown_path.h"
+#include "simulator/view.h"
+#include "simulator/view_switches.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

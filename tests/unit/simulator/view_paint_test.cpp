@@ -2,6 +2,12 @@
 
 #include <cmath>
 
+#include "simulator/motion_path.h"
+#include "simulator/shown_path.h"
+#include "simulator/stock_envelope.h"
+#include "simulator/toolpath.h"
+#include "simulator/view.h"
+#include "simulator/view_switches.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

@@ -3,6 +3,9 @@
 
 #include <cmath>
 
+#include "simulator/shown_path.h"
+#include "simulator/view.h"
+#include "simulator/view_switches.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {

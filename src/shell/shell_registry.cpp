@@ -1,0 +1,125 @@
+#include "shell/shell_registry.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/edit_menu.h"
+#include "app/hooks.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "documents/feature_blocks.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+#include "shell/icons.h"
+#include "shell/inline_rename.h"
+#include "shell/keys.h"
+#include "shell/layout.h"
+#include "shell/modes.h"
+#include "shell/owner_draw.h"
+#include "shell/shell_commands.h"
+#include "shell/speed_slider.h"
+#include "shell/theme.h"
+
+namespace morva {
+
+namespace {
+
+void PickMode(int, int) { TakeListedMode(); }
+void PressCode(int, int) { SetSurface(kSurfaceCode); }
+
+void PressFeatures(int, int) {
+  app.sidebarShowsFeatures = true;
+  RefreshFeatureList();
+  SetMode(kModeHome);
+}
+
+void PressBack(int, int) { GoBack(); }
+void PressDnc(int, int) { SetMode(kModeDnc); }
+void PressFind(int, int) { SetMode(kModeFind); }
+
+// The second route: modes by number, the window, the clipboard of whatever has the keyboard.
+struct OldRoute {
+  int id;
+  int mode;
+};
+constexpr OldRoute kOldRoutes[] = {
+    {901, kModeCodeIndex}, {902, kModeMacros},    {903, kModeShapes},      {904, kModeTools},
+    {905, kModeWizard},    {906, kModeSimulator}, {907, kModeFind},        {908, kModeHome},
+    {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular}, {912, kModeCadItem},
+    {913, kModePlateItem},
+};
+
+void PressOldMode(int id, int) {
+  for (const OldRoute& route : kOldRoutes) {
+    if (route.id == id) return SetMode(route.mode);
+  }
+}
+
+void PressOldClose(int, int) { platform::RequestClose(); }
+
+void PressOldEdit(int id, int) {
+  const int focused = platform::FocusedId();
+  if (!platform::IsTextControl(focused)) return;
+  platform::EditAction action = platform::EditAction::Undo;
+  if (id == 915) action = platform::EditAction::Copy;
+  if (id == 916) action = platform::EditAction::Paste;
+  platform::RunEditAction(focused, action);
+}
+
+void RegisterWhereModeExists(int mode, RouterStage stage, int id, CommandHandler handler) {
+  if (ModeExists(mode)) RegisterCommand(stage, id, platform::kNotifyClick, handler);
+}
+
+void ListenToWindow() {
+  Handlers window;
+  window.id = platform::kMainWindow;
+  window.paint = PaintMainWindow;
+  window.pointer = MainPointer;
+  RegisterHandlers(window);
+  Handlers list;
+  list.id = kIdModeList;
+  list.key = ModeListKey;
+  RegisterHandlers(list);
+}
+
+}  // namespace
+
+void RegisterShellCommands() {
+  AddCommands(EditCommands());
+  AddCommands(ShellCommands());
+  RegisterInlineRename();
+  RegisterSpeedSlider();
+  ListenToWindow();
+  hooks.layout = Layout;
+  hooks.setMode = SetMode;
+  hooks.setSurface = SetSurface;
+  hooks.makeControls = MakeMainControls;
+  hooks.drawListRow = DrawListRow;
+  hooks.drawIcon = DrawIcon;
+  const int click = platform::kNotifyClick;
+  RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListSelect, PickMode);
+  RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListDouble, PickMode);
+  RegisterCommand(RouterStage::Surface, kIdSurfaceCode, click, PressCode);
+  RegisterCommand(RouterStage::Surface, kIdShowFeatures, click, PressFeatures);
+  RegisterWhereModeExists(kModeDnc, RouterStage::FeatureSwitch, kIdMachine, PressDnc);
+  for (int id : {kIdSetup, kIdSetupSecond, kIdOpenDncSetup}) {
+    RegisterWhereModeExists(kModeDnc, RouterStage::Click, id, PressDnc);
+  }
+  for (int id : {kIdFind, kIdFindSecond}) {
+    RegisterWhereModeExists(kModeFind, RouterStage::Click, id, PressFind);
+  }
+  RegisterCommand(RouterStage::Click, kIdBack, click, PressBack);
+  RegisterCommand(RouterStage::Click, kIdOldFirst, click, PressOldClose);
+  for (const OldRoute& route : kOldRoutes) {
+    RegisterWhereModeExists(route.mode, RouterStage::Click, route.id, PressOldMode);
+  }
+  RegisterCommand(RouterStage::Click, kIdOldLast - 2, kIdOldLast, click, PressOldEdit);
+}
+
+void ResetShell() {
+  ResetLayout();
+  ResetModes();
+  ResetKeyStates();
+}
+
+}  // namespace morva

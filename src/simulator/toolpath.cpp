@@ -1,0 +1,104 @@
+#include "simulator/toolpath.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "app/command_ids.h"
+#include "documents/feature_blocks.h"
+#include "documents/tab_table.h"
+#include "library/units.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/window.h"
+#include "simulator/extract.h"
+#include "simulator/feature_lines.h"
+#include "simulator/line_highlight.h"
+#include "simulator/motion_run.h"
+#include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+constexpr std::u16string_view kDisabledMarker = u"(MORVA DISABLED ";
+
+// The stored code behind a feature's DISABLED line, null for none.
+const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& row,
+                                    std::u16string_view text) {
+  const std::size_t start = static_cast<std::size_t>(std::max(row.start, 0));
+  const std::size_t end = std::min(static_cast<std::size_t>(std::max(row.end, 0)), text.size());
+  if (start >= end) return nullptr;
+  const std::u16string_view span = text.substr(start, end - start);
+  const std::size_t found = FindFolded(span, kDisabledMarker, 0);
+  if (found == std::u16string_view::npos) return nullptr;
+  return FindDisabledCode(tab.disabledCode,
+                          ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
+}
+
+void RebuildGhosts(std::u16string_view text) {
+  EmptyPath(ghostPath);
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->disabledCode) return;
+  for (std::int32_t i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    if (IdListHolds(tab->hiddenIds, row.id)) continue;
+    const DisabledCodeEntry* stored = StoredCode(*tab, row, text);
+    if (!stored) continue;
+    // Each block stands alone.
+    ExtractBehind(ghostPath, stored->text, {.metric = UnitsMetric()});
+  }
+}
+
+}  // namespace
+
+void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric) {
+  const bool filtered = owner == PathOwner::Program;
+  if (filtered) IndexFeatureLines(text);
+  ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
+  ResetPlayback(owner);
+  if (owner == ShownOwner()) platform::Repaint(kViewToolpath);
+}
+
+void ExtractToolpath(std::u16string_view text, bool metric) {
+  ExtractPathOf(PathOwner::Program, text, metric);
+}
+
+void RebuildToolpath() {
+  HaltPlayback(PathOwner::Program);
+  playback.headInUse = false;
+  ForgetHighlight();
+  // The key tells of the path that is shown.
+  if (ShownOwner() == PathOwner::Program) platform::SetText(kIdPlay, u"PLAY");
+  if (platform::Exists(kIdEditor)) {
+    const std::u16string_view text = platform::EditorText(kIdEditor);
+    ScanProgramText(text);
+    RebuildGhosts(text);
+    ExtractToolpath(text, UnitsMetric());
+  }
+  FindStockEnvelope();
+  platform::Repaint(kViewToolpath);
+}
+
+void ShowPathOf(PathOwner owner) {
+  if (owner == ShownOwner()) return;
+  HaltPlayback(ShownOwner());
+  LetGoOfView();
+  SetShownOwner(owner);
+  platform::SetText(kIdPlay, u"PLAY");
+  platform::Repaint(kViewToolpath);
+}
+
+void ResetSimulator() {
+  // Generations go on counting, so that nothing derived from older points can be taken for
+  // current.
+  EmptyPath(ghostPath);
+  EmptyFeatureLines();
+  motionRun = MotionRun{};
+  ResetOwnedPaths();
+  ResetSwitches();
+  ForgetHighlight();
+}
+
+}  // namespace morva

@@ -1,0 +1,29 @@
+// The path of an owner out of program text, and the program's out of the active editor.
+#pragma once
+
+#include <string_view>
+
+#include "simulator/shown_path.h"
+
+namespace morva {
+
+// Fills the owner's path, puts its play head to the end and clears its picks. Isolating and
+// hiding leave lines out of the program's path alone; for that one the feature table must
+// describe `text`.
+void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric);
+// The same for the program's path.
+void ExtractToolpath(std::u16string_view text, bool metric);
+
+// Reads the active editor and refreshes the program's path, its ghosts and its envelope. The
+// path of another owner goes on undisturbed where that is shown.
+void RebuildToolpath();
+
+// From now on the view shows the owner's path, with its head, speed, angles, zoom and stock.
+// Only the path that is shown plays: the one that is left halts where its head stands. A turn of
+// the view that is under way ends where it is. Nothing happens where the owner is shown already.
+void ShowPathOf(PathOwner owner);
+
+// Every path empty, the program's shown, switches as at the start. Generations go on counting.
+void ResetSimulator();
+
+}  // namespace morva

@@ -1,0 +1,57 @@
+#include "simulator/view_switches.h"
+
+#include "app/command_ids.h"
+#include "platform/window.h"
+#include "simulator/shown_path.h"
+
+namespace morva {
+
+ViewSwitches switches;
+
+void TakeLayerPick(int id) {
+  switch (id) {
+    case kIdLayerRapids:
+      switches.showRapids = !switches.showRapids;
+      break;
+    case kIdLayerOverlap:
+      switches.showOverlap = !switches.showOverlap;
+      break;
+    case kIdLayerDrawing:
+      switches.showDrawingPaths = !switches.showDrawingPaths;
+      break;
+    case kIdLayerCutSurface:
+      switches.showCutSurface = !switches.showCutSurface;
+      break;
+    case kIdLayerClean:
+      switches.showRapids = false;
+      switches.showOverlap = false;
+      switches.showCutSurface = false;
+      switches.showDrawingPaths = true;
+      break;
+    case kIdLayerSkimDepth:
+      switches.skimCurrentDepthOnly = !switches.skimCurrentDepthOnly;
+      break;
+    default:
+      break;
+  }
+}
+
+void ToggleMeasure() {
+  switches.measureMode = !switches.measureMode;
+  for (const OwnedPath& owned : OwnedPaths()) owned.picks = MeasurePicks{};
+  platform::Repaint(kViewToolpath);
+}
+
+void ToggleExtents() {
+  switches.showExtents = !switches.showExtents;
+  platform::Repaint(kViewToolpath);
+}
+
+void TogglePan() {
+  switches.panMode = !switches.panMode;
+  platform::Repaint(kViewToolpath);
+}
+
+void ResetSwitches() { switches = ViewSwitches{}; }
+
+}  // namespace morva
