@@ -234,7 +234,7 @@ Destination RunDestinationPicker(int kind) {
   if (picker.update && FindFeature(editLink.id) >= 0) {
     picker.ownPosition = FindFeature(editLink.id) + 1;
   }
-  const EditLink link = editLink;
+  EditLink link = editLink;
   if (!MakePicker()) return Destination::Cancelled;
   FillPicker();
   if (platform::RunDialog(kViewDestination) != kAccepted || !BringUpDestination()) {
@@ -243,8 +243,8 @@ Destination RunDestinationPicker(int kind) {
   AutoTagBlocks();
   if (picker.update && picker.destination == picker.source) {
     // Another program may have been on the stage meanwhile, which forgets the link.
-    editLink = link;
-    editLink.tab = app.activeTab;
+    link.tab = app.activeTab;
+    SetEditLink(link);
     return Destination::Caret;
   }
   DropEditLink();

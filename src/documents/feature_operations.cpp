@@ -9,8 +9,8 @@
 #include "app/outlets.h"
 #include "app/stop.h"
 #include "documents/block_text.h"
+#include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
-#include "documents/insertion.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -165,10 +165,8 @@ void OpenBuilder(std::u16string_view text, int row) {
     return;
   }
   DropEditLink();
-  editLink.kind = record.kind;
-  editLink.id = id;
-  editLink.tab = app.activeTab;
-  editLink.original = std::u16string(Span(text, features.rows[row].start, features.rows[row].end));
+  const std::u16string_view block = Span(text, features.rows[row].start, features.rows[row].end);
+  SetEditLink({record.kind, id, app.activeTab, std::u16string(block)});
   if (!opener(record)) {
     DropEditLink();
     return;

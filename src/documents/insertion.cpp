@@ -16,8 +16,6 @@
 
 namespace morva {
 
-EditLink editLink;
-
 namespace {
 
 constexpr int kKinds = kKindUserCode + 1;
@@ -194,11 +192,6 @@ int CaretPosition() {
   return platform::EditorLineStart(kIdEditor, CaretLine());
 }
 
-void DropEditLink() {
-  editLink = EditLink();
-  Call(hooks.refreshBuilderKeys);
-}
-
 void SetSettingsWriter(int kind, SettingsWriter writer) {
   if (kind < kKindShape || kind >= kKinds) {
     StopProgram(u"MORVA cannot start. A settings writer has the unknown kind " + IntegerText(kind) +
@@ -256,7 +249,7 @@ void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
 }
 
 void ResetInsertion() {
-  editLink = EditLink();
+  SetEditLink({});
   for (SettingsWriter& writer : writers) writer = nullptr;
   picker = nullptr;
 }

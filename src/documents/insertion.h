@@ -4,24 +4,13 @@
 // settings writer can serialise. Markers, ids and hash are written here and nowhere else.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "documents/edit_link.h"
 #include "documents/feature_settings.h"
 
 namespace morva {
-
-// The link to a block under edit; one for the application.
-struct EditLink {
-  std::int32_t kind = 0;  // 0: no link
-  std::int32_t id = 0;
-  std::int32_t tab = -1;
-  std::u16string original;  // the block's text when it was opened for edit
-};
-extern EditLink editLink;
-// Forgets the link and tells the builders.
-void DropEditLink();
 
 // The room that owns a kind writes its live model. False: the model cannot be stored.
 // An unknown kind stops the program with words; a second writer takes the place of the first.

@@ -4,8 +4,8 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "documents/edit_link.h"
 #include "documents/feature_operations.h"
-#include "documents/insertion.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "platform/window.h"
