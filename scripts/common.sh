@@ -70,6 +70,17 @@ virtual_display() {
     sleep 0.1
   done
   export DISPLAY=":$(cat "$display_folder/number")"
-  openbox >"$display_folder/openbox.log" 2>&1 &
+  openbox --startup "touch '$display_folder/managed'" >"$display_folder/openbox.log" 2>&1 &
   display_processes="$display_processes $!"
+  # A window that is shown before the manager runs never becomes active.
+  tries=0
+  until [ -e "$display_folder/managed" ]; do
+    tries=$((tries + 1))
+    if [ $tries -gt 300 ]; then
+      cat "$display_folder/openbox.log" >&2
+      echo "No window manager could be started." >&2
+      exit 1
+    fi
+    sleep 0.1
+  done
 }
