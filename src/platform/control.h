@@ -52,7 +52,8 @@ std::u16string TextOf(int id);
 // stay where they are; the undo history is emptied.
 void AppendText(int id, std::u16string_view text);
 // At most `units` 16-bit units can be typed or pasted, a line end counting two; 0 and below: no
-// limit. What goes beyond is left out and not told. The program's texts are never cut.
+// limit, for an edit line 32767. What goes beyond is left out and not told. The program's texts are
+// never cut.
 void SetTextLimit(int id, int units);
 void SelectAllText(int id);
 // Of push buttons and check boxes; a click turns over a check box only, before it is told.

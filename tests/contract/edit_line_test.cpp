@@ -174,6 +174,13 @@ TEST_F(EditLine, HasNoLimitAtZeroAndBelow) {
   EXPECT_EQ(TextOf(1), u"1234");
 }
 
+TEST_F(EditLine, TakesThirtyTwoThousandUnitsWithoutALimit) {
+  Start(u"");
+  hands::CopyElsewhere(std::u16string(40000, u'x'));
+  RunEditAction(1, EditAction::Paste);
+  EXPECT_EQ(TextOf(1).size(), 32767u);
+}
+
 TEST_F(EditLine, SelectsAllAndTypesOverIt) {
   Start(u"abc");
   platform::SelectAllText(1);
@@ -255,6 +262,18 @@ TEST_F(EditLine, TakesARunOfTypedCharactersBackAtOnce) {
   EXPECT_EQ(TextOf(1), u"abc");
   RunEditAction(1, EditAction::Redo);
   EXPECT_EQ(TextOf(1), u"xyzabc");
+}
+
+TEST_F(EditLine, PutsTheCaretWhereAnUndoOrRedoChangedTheText) {
+  Start(u"abc");
+  Press(platform::kKeyRight);
+  hands::Type(u"xy");
+  Press(platform::kKeyEnd);
+  RunEditAction(1, EditAction::Undo);
+  hands::Type(u"|");
+  EXPECT_EQ(TextOf(1), u"a|bc");
+  RunEditAction(1, EditAction::Undo);
+  EXPECT_EQ(TextOf(1), u"abc");
 }
 
 TEST_F(EditLine, EndsARunOfTypingWhereTheCaretIsMoved) {

@@ -33,7 +33,9 @@ namespace {
 
 using platform::WidgetOf;
 
-constexpr int kDeadline = 10000;  // ms
+// Looks at a state until it is given up: some seconds, and more on a machine that is busy or has
+// stopped this program meanwhile.
+constexpr int kMostLooks = 5000;
 
 QString Text(std::u16string_view text) {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
@@ -95,13 +97,15 @@ QWindow* KeyWindow() {
   return QGuiApplication::focusWindow();
 }
 
-// Looks every few milliseconds until `serve` has done its work or the deadline is over.
+QObject* watches = nullptr;  // of the question that is asked
+
+// Looks every few milliseconds until `serve` has done its work or the question is over.
 void Watch(const std::function<bool()>& serve) {
-  auto* timer = new QTimer(qApp);
-  auto waited = std::make_shared<QElapsedTimer>();
-  waited->start();
-  QObject::connect(timer, &QTimer::timeout, qApp, [timer, waited, serve] {
-    if (!serve() && waited->elapsed() < kDeadline) return;
+  if (watches == nullptr) watches = new QObject;
+  auto* timer = new QTimer(watches);
+  auto looks = std::make_shared<int>(0);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, looks, serve] {
+    if (!serve() && ++*looks < kMostLooks) return;
     timer->stop();
     timer->deleteLater();
   });
@@ -158,6 +162,8 @@ void Open() {
 }
 
 void Close() {
+  delete watches;
+  watches = nullptr;
   platform::Destroy(platform::kMainWindow);
   Settle();
 }
@@ -180,24 +186,21 @@ void Pass(int milliseconds) {
 }
 
 bool Until(const std::function<bool()>& state) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!state()) {
-    if (clock.elapsed() > kDeadline) return false;
+  for (int looks = 0; looks < kMostLooks; ++looks) {
+    if (state()) return true;
     Pass(1);
   }
-  return true;
+  return state();
 }
 
 void Press(const platform::KeyEvent& key) {
   // Letters come with their text, as they do from a keyboard.
   QString text;
-  const bool character = key.key >= platform::kKeySpace ? key.key == platform::kKeySpace
-                                                        : key.key > ' ' && key.key < 0x7F;
-  if (character && !key.ctrl) {
-    const QChar c = key.key == platform::kKeySpace ? QChar(u' ') : QChar(key.key);
+  if (key.key > ' ' && key.key < 0x7F && !key.ctrl) {
+    const QChar c(key.key);
     text = key.shift ? c : c.toLower();
   }
+  if (key.key == platform::kKeySpace) text = QStringLiteral(" ");
   if (key.key == platform::kKeyTab) text = QStringLiteral("\t");
   if (key.key == platform::kKeyEnter) text = QStringLiteral("\r");
   QTest::sendKeyEvent(QTest::Click, KeyWindow(), KeyOf(key), text,
@@ -360,9 +363,8 @@ std::u16string TipOver(int id) {
   // From beside it: a pointer that stands there already does not come to rest.
   MoveTo(id, widget->width() / 2 - 5, widget->height() / 2);
   MoveTo(id, widget->width() / 2, widget->height() / 2);
-  QElapsedTimer clock;
-  clock.start();
-  while (!QToolTip::isVisible() && clock.elapsed() < 900) Pass(5);
+  // A tip shows after 450 ms.
+  for (int waited = 0; waited < 900 && !QToolTip::isVisible(); waited += 5) Pass(5);
   return QToolTip::isVisible() ? QToolTip::text().toStdU16String() : std::u16string();
 }
 

@@ -241,6 +241,28 @@ TEST_F(TextArea, UndoesTypingAndPasting) {
   EXPECT_EQ(TextOf(1), u"ab");
 }
 
+TEST_F(TextArea, TakesAPasteBackAlone) {
+  Start(u"");
+  hands::Type(u"ab");
+  hands::CopyElsewhere(u"12");
+  RunEditAction(1, EditAction::Paste);
+  hands::Type(u"c");
+  EXPECT_EQ(TextOf(1), u"ab12c");
+  RunEditAction(1, EditAction::Undo);
+  EXPECT_EQ(TextOf(1), u"ab12");
+  RunEditAction(1, EditAction::Undo);
+  EXPECT_EQ(TextOf(1), u"ab");
+}
+
+TEST_F(TextArea, EndsARunOfTypingAtALineEnd) {
+  Start(u"");
+  hands::Type(u"ab\ncd");
+  RunEditAction(1, EditAction::Undo);
+  EXPECT_EQ(TextOf(1), u"ab\r\n");
+  RunEditAction(1, EditAction::Undo);
+  EXPECT_EQ(TextOf(1), u"ab");
+}
+
 TEST_F(TextArea, UndoesByItsKeys) {
   Start(u"");
   hands::Type(u"x");

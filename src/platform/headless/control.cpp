@@ -11,6 +11,8 @@
 namespace headless {
 namespace {
 
+constexpr int kMostUnits = 32767;  // of an edit line without a limit of its own
+
 std::u16string clipboard;
 
 void ResetClipboard() { clipboard.clear(); }
@@ -121,9 +123,10 @@ bool ReplaceInEdit(Item& item, int from, int to, std::u16string_view text, EditR
   const auto at = static_cast<std::size_t>(from);
   const auto count = static_cast<std::size_t>(to - from);
   std::u16string fitting = Fitting(item, text);
-  if (item.limit > 0) {
+  const int ownLimit = item.kind == Kind::Edit ? kMostUnits : 0;
+  if (const int limit = item.limit > 0 ? item.limit : ownLimit) {
     const int kept = static_cast<int>(item.text.size() - count);
-    fitting.resize(platform::FittingUnits(fitting, item.limit - kept).size());
+    fitting.resize(platform::FittingUnits(fitting, limit - kept).size());
   }
   if (fitting.empty() && (count == 0 || !text.empty())) return false;
   EditState& edit = item.edit;

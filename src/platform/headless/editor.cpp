@@ -196,7 +196,8 @@ bool TypeCharacter(int id, char16_t character) {
   const int from = std::min(item->edit.anchor, item->edit.caret);
   const int to = std::max(item->edit.anchor, item->edit.caret);
   const std::u16string_view typed(&character, 1);
-  if (ReplaceInEdit(*item, from, to, typed, EditRun::Typing)) {
+  const EditRun run = character == u'\n' ? EditRun::None : EditRun::Typing;
+  if (ReplaceInEdit(*item, from, to, typed, run)) {
     SendCommand(id, platform::kNotifyEditChange);
   }
   return true;

@@ -228,7 +228,14 @@ class TextArea : public PlacedWidget<QPlainTextEdit> {
     if (!source->hasText() || isReadOnly()) return;
     const std::u16string text = WithCrLf(Text16(source->text()));
     const std::u16string_view fitting = FittingUnits(text, Room());
-    if (!fitting.empty()) insertPlainText(Text(fitting));
+    if (fitting.empty()) return;
+    // One step of its own: the toolkit joins it neither to what was typed before nor after.
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.insertText(Text(fitting));
+    cursor.endEditBlock();
+    document()->setModified(false);
+    ensureCursorVisible();
   }
   void wheelEvent(QWheelEvent* event) override {
     // With Ctrl the toolkit would change the size of the letters.
