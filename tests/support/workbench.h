@@ -29,10 +29,22 @@ class Workbench : public testing::Test {
     ASSERT_EQ(morva::StartApplication(), 0);
   }
   void TearDown() override {
+    ExpectNames();
     headless::CloseKey();
     morva::ResetApplication();
     headless::Reset(platform::FromUtf8(home_.string()));
     std::filesystem::remove_all(home_);
+  }
+  // Whatever the test opened: what the user writes into or chooses from bears a name for
+  // assistive technology.
+  static void ExpectNames() {
+    for (const int id : headless::AllIds()) {
+      headless::ControlInfo info;
+      if (!headless::Describe(id, info) || info.kind == u"label" || info.kind == u"view") continue;
+      // The keys of tabs that are not open have no words either.
+      const bool key = info.kind == u"button" && !info.visible;
+      EXPECT_TRUE(key || !info.name.empty()) << id << " has no name";
+    }
   }
   std::u16string Path(const std::string& name) const {
     return platform::FromUtf8((home_ / name).string());
