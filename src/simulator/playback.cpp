@@ -7,7 +7,6 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "platform/control.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "simulator/feature_lines.h"
@@ -116,7 +115,7 @@ void PlayPause() {
   } else {
     HaltPlayback(ShownOwner());
   }
-  platform::SetText(kIdPlay, play.playing ? u"Pause" : u"Play");
+  ShowPlayWords(!play.playing);
   platform::Repaint(kViewToolpath);
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
@@ -22,6 +23,7 @@ namespace morva {
 
 namespace {
 
+constexpr char16_t kPausedWords[] = u"Play";  // of the play key, until the path is drawn anew
 constexpr std::u16string_view kDisabledMarker = u"(MORVA DISABLED ";
 
 // The stored code behind a feature's DISABLED line, null for none.
@@ -70,7 +72,7 @@ void RebuildToolpath() {
   playback.headInUse = false;
   ForgetHighlight();
   // The key tells of the path that is shown.
-  if (ShownOwner() == PathOwner::Program) platform::SetText(kIdPlay, u"PLAY");
+  if (ShownOwner() == PathOwner::Program) ShowPlayWords();
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanProgramText(text);
@@ -81,12 +83,16 @@ void RebuildToolpath() {
   platform::Repaint(kViewToolpath);
 }
 
+void ShowPlayWords(bool paused) {
+  platform::SetText(kIdPlay, paused ? kPausedWords : WordsOf(kIdPlay, ShownPath().play.playing));
+}
+
 void ShowPathOf(PathOwner owner) {
   if (owner == ShownOwner()) return;
   HaltPlayback(ShownOwner());
   LetGoOfView();
   SetShownOwner(owner);
-  platform::SetText(kIdPlay, u"PLAY");
+  ShowPlayWords();
   platform::Repaint(kViewToolpath);
 }
 

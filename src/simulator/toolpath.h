@@ -23,6 +23,9 @@ void RebuildToolpath();
 // the view that is under way ends where it is. Nothing happens where the owner is shown already.
 void ShowPathOf(PathOwner owner);
 
+// Writes on the play key what a press leads to. The user's own pause has a caption of its own.
+void ShowPlayWords(bool paused = false);
+
 // Every path empty, the program's shown, switches as at the start. Generations go on counting.
 void ResetSimulator();
 

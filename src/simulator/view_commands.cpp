@@ -46,7 +46,10 @@ constexpr Command kCommands[] = {
            u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans.", kIconPan),
     BarKey(kIdFit, u"Fit", u"Fit the visible toolpath and reset pan/zoom.", kIconFit),
     {kIdPath, u"PATH", u"Rebuild the toolpath from the program"},
-    {kIdPlay, u"PLAY", u"Play or pause the toolpath"},
+    {.id = kIdPlay,
+     .words = u"PLAY",
+     .help = u"Play or pause the toolpath",
+     .wordsOn = u"Pause"},  // while it plays
     {kIdViewMenu, u"VIEW", u"Top, front, right and isometric views"},
     {kIdZoomOut, u"-", u"Zoom out", u"Zoom out"},
     {kIdZoomIn, u"+", u"Zoom in", u"Zoom in"},
