@@ -15,6 +15,7 @@ namespace morva {
 namespace {
 
 constexpr std::size_t kHoverTextMost = 279;
+constexpr std::u16string_view kChordMark = u"{}";
 
 const Command* table[kMaxCommands];  // by id
 JoinTable fill{u"commands", kMaxCommands};
@@ -43,7 +44,7 @@ bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole f
   spec.parent = parent;
   spec.hidden = hidden;
   if (!platform::MakeControl(spec)) return false;
-  if (HelpOf(id)[0]) platform::SetToolTip(id, HelpOf(id));
+  if (const std::u16string help = HelpOf(id); !help.empty()) platform::SetToolTip(id, help);
   if (IsPending(id)) platform::SetEnabled(id, false);
   return true;
 }
@@ -87,9 +88,13 @@ const char16_t* WordsOf(int id, bool on) {
   return on && row.wordsOn[0] ? row.wordsOn : row.words;
 }
 
-const char16_t* HelpOf(int id) {
+std::u16string HelpOf(int id) {
   const Command& row = RowOf(id);
-  return row.help[0] || row.icon == kNoIcon ? row.help : row.words;
+  std::u16string help = row.help[0] || row.icon == kNoIcon ? row.help : row.words;
+  const std::size_t at = help.find(kChordMark);
+  if (at == help.npos) return help;
+  const Command& named = row.chordOf != 0 ? RowOf(row.chordOf) : row;
+  return help.replace(at, kChordMark.size(), ChordWords(named.chord));
 }
 
 std::u16string HintOf(int id) {
@@ -128,7 +133,7 @@ void ShowWords(int id, bool on) {
 }
 
 void TellState(int id, bool on) {
-  platform::SetToolTip(id, HelpOf(id) + std::u16string(on ? u"  (on)" : u""));
+  platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u""));
   platform::Repaint(id);
 }
 

@@ -24,8 +24,9 @@ inline constexpr int kNoIcon = -1;
 
 struct Command {
   int id = 0;
-  const char16_t* words = u"";      // the caption
-  const char16_t* help = u"";       // tool tip; empty: none, or the words where an icon hides them
+  const char16_t* words = u"";  // the caption
+  // The tool tip; empty: none, or the words where an icon hides them. {} stands for a chord.
+  const char16_t* help = u"";
   const char16_t* name = u"";       // for assistive technology, where the caption says too little
   const char16_t* wordsOn = u"";    // the caption while its state is on; empty: the same
   const char16_t* menuWords = u"";  // in a context menu; empty: the caption
@@ -33,6 +34,7 @@ struct Command {
   const char16_t* hintWords = u"";  // a hint of its own, instead of `hint`
   int icon = kNoIcon;               // icon_names.h
   Chord chord = {};
+  int chordOf = 0;                // whose chord the tip names; 0: its own
   const char16_t* pending = u"";  // what is still to come; empty: the command exists
   int last = 0;                   // of a range of ids that say the same; 0: one id
   int over = 0;                   // the control that this one lies over and whose hint it gives
@@ -52,8 +54,8 @@ std::span<const Command* const> AllCommands();
 bool IsPending(int id);
 // The caption of an id while its state is on or off; empty where no room knows it.
 const char16_t* WordsOf(int id, bool on = false);
-// The tool tip; empty for none.
-const char16_t* HelpOf(int id);
+// The tool tip with its chord; empty for none.
+std::u16string HelpOf(int id);
 // What is said while the pointer rests on a control; empty for nothing.
 std::u16string HintOf(int id);
 // The command whose chord the key is at this place, 0 for none.
@@ -79,11 +81,16 @@ struct MenuRow {
   bool checked = false;
   bool on = false;  // the state that picks the caption
 };
-// The text of a command's item in a context menu: its words, and behind a tab its chord unless
-// the words are the key's name.
-std::u16string MenuText(int id, bool on = false);
+enum class MenuStyle : unsigned char {
+  Items,     // menu words, and the chord behind a tab
+  Captions,  // captions, and the chord behind eight blanks
+};
+// The text of a command's item in a menu: its words, and its chord unless the words are the key's
+// name.
+std::u16string MenuText(int id, bool on = false, MenuStyle style = MenuStyle::Items);
 // Shows a popup of commands with its top left corner at main-window pixels. The chosen id, 0 for
 // none, -1 when no menu could be made.
-int ShowCommandMenu(std::span<const MenuRow> rows, int x, int y);
+int ShowCommandMenu(std::span<const MenuRow> rows, int x, int y,
+                    MenuStyle style = MenuStyle::Items);
 
 }  // namespace morva

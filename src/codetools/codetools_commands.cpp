@@ -12,14 +12,14 @@ constexpr Command kCommands[] = {
     // The program as a whole.
     {.id = kIdPreflight,
      .words = u"RUN PROGRAM PREFLIGHT",
-     .help = u"Check the program (F5)",
+     .help = u"Check the program ({})",
      .chord = PlainKey(ChordPlace::Editors, platform::kKeyF1 + 4)},
     {kIdRenumber, u"RENUMBER", u"Number the program's lines N10, N20, ..."},
     {kIdCommandWords, u"COMMAND WORDS", u"Show the program in plain words"},
     {.id = kIdWordsEditor, .hint = Hint::Quiet},
     {.id = kIdFind,
      .words = u"FIND",
-     .help = u"Find and replace (Ctrl+F)",
+     .help = u"Find and replace ({})",
      .chord = CtrlKey(ChordPlace::Editors, 'F')},
 
     // Find and replace. The captions say all.

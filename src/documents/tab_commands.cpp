@@ -18,7 +18,6 @@
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
-#include "platform/menu.h"
 #include "platform/message.h"
 #include "platform/pick_file.h"
 #include "platform/window.h"
@@ -214,18 +213,10 @@ void SaveAll() {
 }
 
 void ShowSaveMenu() {
-  const Command* save = CommandOf(kIdSave);
-  std::u16string saveText = WordsOf(kIdSave);
-  if (save) saveText += u"        " + ChordWords(save->chord);
-  const platform::MenuItem items[] = {
-      {kIdSave, saveText.c_str()},
-      {kIdSaveAs, WordsOf(kIdSaveAs)},
-      {kIdSaveAll, WordsOf(kIdSaveAll)},
-  };
+  constexpr MenuRow kRows[] = {{kIdSave}, {kIdSaveAs}, {kIdSaveAll}};
   const platform::Rect place = platform::PlaceInMainWindow(kIdSaveMenu);
-  const int picked = PickForActiveTab([&] {
-    return platform::ShowPopup(items, static_cast<int>(std::size(items)), place.left, place.bottom);
-  });
+  const int picked = PickForActiveTab(
+      [&] { return ShowCommandMenu(kRows, place.left, place.bottom, MenuStyle::Captions); });
   if (picked < 0) SaveProgramCommand();
 }
 

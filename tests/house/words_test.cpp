@@ -137,6 +137,13 @@ TEST(House, MakesPushButtonsOnlyFromTheRowsOfCommands) {
   }
 }
 
+TEST(House, ShowsMenusOnlyOfRowsOfCommands) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (Below(path, "src/platform") || NameInSource(path) == "app/command_menu.cpp") continue;
+    EXPECT_EQ(CodeOf(ReadText(path)).find("platform::ShowPopup"), std::string::npos) << path;
+  }
+}
+
 TEST(House, QuotesNoCaptionBesideAnId) {
   const std::string ids = ReadText(kSource / "src/app/command_ids.h");
   ASSERT_GT(Lines(ids).size(), 300u);

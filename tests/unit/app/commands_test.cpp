@@ -174,6 +174,23 @@ TEST_F(Commands, PutTheChordBehindATabInAMenu) {
   EXPECT_EQ(MenuText(kIdCut + 100), u"Delete");
 }
 
+TEST_F(Commands, SayTheirCaptionsInAMenuThatAsksForThem) {
+  AddCommands(kRows);
+  EXPECT_EQ(MenuText(kIdTurn, false, MenuStyle::Captions), u"TURN        Ctrl+T");
+  EXPECT_EQ(MenuText(kIdCut, false, MenuStyle::Captions),
+            std::u16string(WordsOf(kIdCut)) + u"        Delete");
+}
+
+TEST_F(Commands, NameAChordInTheTipWhereItsMarkStands) {
+  constexpr Command kTips[] = {{.id = 31000,
+                                .help = u"Halve it ({}; twice: quarters)",
+                                .chord = AltKey(ChordPlace::Drawing, 'H')},
+                               {.id = 31001, .help = u"More ({})", .chordOf = 31000}};
+  AddCommands(kTips);
+  EXPECT_EQ(HelpOf(31000), u"Halve it (Alt+H; twice: quarters)");
+  EXPECT_EQ(HelpOf(31001), u"More (Alt+H)");
+}
+
 TEST_F(Commands, AreChosenFromAMenu) {
   AddCommands(kRows);
   headless::QueuePick(kIdBare);
