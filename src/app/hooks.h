@@ -37,8 +37,6 @@ struct Hooks {
                    std::uint32_t colour) = nullptr;
   // codetools: leaves the compare review where it is showing.
   void (*leaveCompare)() = nullptr;
-  // codetools: the scroll lock of the compare review, every 150 ms.
-  void (*compareTick)() = nullptr;
   // codetools: the colouring pass of the deferred text refresh.
   void (*colourEditor)() = nullptr;
   // codetools: the command words view, rebuilt from the code editor, and copied back into it.

@@ -4,7 +4,6 @@
 
 #include "app/command_ids.h"
 #include "app/commands.h"
-#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/surfaces.h"
 #include "platform/control.h"
@@ -19,13 +18,12 @@ int lastId = 0;
 }  // namespace
 
 void HoverTick() {
-  Call(hooks.compareTick);
   int id = platform::IdUnderPointer();
   TellPointerOver(id);
   // A box that comes and goes over a list: the list's hint must not wipe what was said about it.
   if (const Command* row = CommandOf(id); row && row->over != 0) id = row->over;
-  // Over another window, as a question of our own, nothing is forgotten: the hint of the key that
-  // asked must not come again and wipe what became of it.
+  // Over another window the last control is remembered. Otherwise the key that opened the box
+  // would show its hint again over the answer.
   if (id == 0 || id == lastId) return;
   lastId = id;
   if (id == platform::kMainWindow) return;

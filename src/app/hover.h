@@ -5,8 +5,8 @@ namespace morva {
 
 // One tick of timer 12. The log doubles as the help area: a hint replaces its whole content.
 void HoverTick();
-// A key was pressed: where the pointer rests on it, its hint comes no more, because what the
-// press leads to is told in the same place.
+// Suppresses the hint of the key under the pointer after a press; its result stands in the same
+// place.
 void HoverPressed(int id);
 void ResetHover();
 

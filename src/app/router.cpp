@@ -93,7 +93,8 @@ int StageOf(int id, int notification) {
 void RegisterTimer(int timer, void (*handler)()) {
   if (!handler) StopAt(u"timer", timer, u"has no handler");
   for (int i = 0; i < timerFill.count; ++i) {
-    if (timerRows[i].timer == timer) StopAt(u"timer", timer, u"has a handler already");
+    const bool same = timerRows[i].timer == timer && timerRows[i].handler == handler;
+    if (same) StopAt(u"timer", timer, u"has this handler already");
   }
   timerRows[NextRow(timerFill)] = TimerRow{timer, handler};
 }
@@ -110,10 +111,7 @@ void RegisterMessage(unsigned message,
 
 void RouteTimer(int timer) {
   for (int i = 0; i < timerFill.count; ++i) {
-    if (timerRows[i].timer == timer) {
-      timerRows[i].handler();
-      return;
-    }
+    if (timerRows[i].timer == timer) timerRows[i].handler();
   }
 }
 

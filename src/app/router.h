@@ -40,8 +40,9 @@ bool RouteCommand(int id, int notification);
 // The stage that would take it, or -1; runs nothing.
 int StageOf(int id, int notification);
 
-// What fires on the main window's timers and posted messages, besides commands. One handler
-// each; a second one, a null handler and a full table stop the program with words.
+// What fires on the main window's timers and posted messages, besides commands. Several rooms may
+// listen to a timer, in the order of their registration; a message has one handler. The same
+// handler twice, a null handler and a full table stop the program with words.
 void RegisterTimer(int timer, void (*handler)());
 void RegisterMessage(unsigned message,
                      void (*handler)(unsigned long long first, unsigned long long second));

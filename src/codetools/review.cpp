@@ -218,7 +218,7 @@ void RegisterReview() {
     RegisterHandlers(handlers);
   }
   hooks.leaveCompare = ReviewExit;
-  hooks.compareTick = ReviewTick;
+  RegisterTimer(kTimerHover, ReviewTick);
 }
 
 void ResetReview() { ResetReviewWork(); }

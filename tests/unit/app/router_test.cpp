@@ -82,7 +82,7 @@ TEST_F(Router, StopsTheProgramAtARowThatMakesNoSense) {
   RegisterCommand(RouterStage::Click, 807, 1, Late);
   EXPECT_EXIT(RegisterTimer(3, nullptr), stops, "timer 3 has no handler");
   RegisterTimer(3, Timer);
-  EXPECT_EXIT(RegisterTimer(3, Timer), stops, "timer 3 has a handler already");
+  EXPECT_EXIT(RegisterTimer(3, Timer), stops, "timer 3 has this handler already");
   EXPECT_EXIT(RegisterMessage(9, nullptr), stops, "message 9 has no handler");
   RegisterMessage(9, Message);
   EXPECT_EXIT(RegisterMessage(9, Message), stops, "message 9 has a handler already");
