@@ -48,8 +48,6 @@ constexpr double kFill = 0.7;        // of the height, for the larger model size
 constexpr double kLeastSize = 1e-6;  // a model without size is drawn as one of 1
 constexpr int kVerticalStep = 8;     // outline points from one vertical of a curve to the next
 constexpr int kCaptionTop = 12;
-constexpr Colour kLowerColour = 0x4A6C86;
-constexpr Colour kUpperColour = 0x9CC3E0;
 constexpr const char16_t* kCaption =
     u"MODEL VIEW \u2014 use the cube; select a draw tool to sketch on XY";
 
@@ -192,8 +190,8 @@ void PaintWires(Canvas& canvas, const ModelProjection& p) {
     pen.colour = colour;
     if (count > 0) PaintSegments(canvas, segments, count, pen);
   };
-  paint(lowerSegments, lower, kLowerColour);
-  paint(upperSegments, upper, kUpperColour);
+  paint(lowerSegments, lower, kCadModelLower);
+  paint(upperSegments, upper, kCadModelUpper);
   paint(brightSegments, bright, kBrightAccent);
 }
 

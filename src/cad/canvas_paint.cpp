@@ -30,14 +30,7 @@ using platform::Rect;
 using platform::Segment;
 using platform::SegmentOf;
 
-constexpr Colour kGridColour = 0x0E2536;
-constexpr Colour kAxisX = 0xC4574D;
-constexpr Colour kAxisY = 0x4FA765;
-constexpr Colour kObjectColour = 0x86AAC6;
-constexpr Colour kConstructionColour = 0x8F83C9;
 constexpr Colour kBright = kBrightAccent;
-constexpr Colour kHoverColour = 0xF1BE4C;
-constexpr Colour kTrimColour = 0xFF6B5E;
 
 constexpr double kGridInch = 0.4;
 constexpr double kGridMm = 10;
@@ -158,7 +151,7 @@ void PaintGrid(const Sheet& sheet) {
     outlineSegments[count++] =
         SegmentOf(PlaceOn(sheet, false, -reach, at), PlaceOn(sheet, false, reach, at));
   }
-  PaintSegments(sheet.canvas, outlineSegments, count, PenOf(kGridColour, 1));
+  PaintSegments(sheet.canvas, outlineSegments, count, PenOf(kCadGrid, 1));
 }
 
 void PaintAxes(const Sheet& sheet) {
@@ -168,8 +161,8 @@ void PaintAxes(const Sheet& sheet) {
                                    {static_cast<double>(client.right), origin.y});
   const Segment down = SegmentOf({origin.x, static_cast<double>(client.top)},
                                  {origin.x, static_cast<double>(client.bottom)});
-  PaintSegments(sheet.canvas, &across, 1, PenOf(kAxisX, 1));
-  PaintSegments(sheet.canvas, &down, 1, PenOf(kAxisY, 1));
+  PaintSegments(sheet.canvas, &across, 1, PenOf(kCadAxisX, 1));
+  PaintSegments(sheet.canvas, &down, 1, PenOf(kCadAxisY, 1));
   if (!platform::RectHolds(client, static_cast<int>(origin.x), static_cast<int>(origin.y))) return;
   FillEllipse(sheet.canvas, origin, kOriginRadius, kOriginRadius, kMainText);
 }
@@ -218,11 +211,10 @@ void PaintObjects(const Sheet& sheet, Colour colour, int width, const Wanted& wa
 bool IsConstruction(int index) { return sketch.objects[index].type >= kTypeWorkPoint; }
 
 void PaintAllObjects(const Sheet& sheet) {
-  PaintObjects(sheet, kConstructionColour, 1,
-               [](int i) { return IsConstruction(i) && !IsBright(i); });
-  PaintObjects(sheet, kObjectColour, 1, [](int i) { return !IsConstruction(i) && !IsBright(i); });
+  PaintObjects(sheet, kCadConstruction, 1, [](int i) { return IsConstruction(i) && !IsBright(i); });
+  PaintObjects(sheet, kCadObject, 1, [](int i) { return !IsConstruction(i) && !IsBright(i); });
   PaintObjects(sheet, kBright, 2, IsBright);
-  PaintObjects(sheet, kHoverColour, 2,
+  PaintObjects(sheet, kCadHover, 2,
                [](int i) { return i == tools.hoverObject || i == tools.tangentTarget; });
 }
 
@@ -265,7 +257,7 @@ bool Inside(const Sheet& sheet, PointF at) {
 // Segments that follow each other make one line, or every chord of an arc would begin its
 // dashes anew and look solid.
 void PaintTrimPreview(const Sheet& sheet) {
-  const Pen pen = Dashed(kTrimColour, 2);
+  const Pen pen = Dashed(kCadTrim, 2);
   const bool known = tools.hoverObject >= 0 && tools.hoverObject < sketch.objectCount;
   const bool curve = known && IsCurve(sketch.objects[tools.hoverObject]);
   PointF chain[kMaxPreviewSegments + 1];
@@ -361,13 +353,13 @@ void PaintPicks(const Sheet& sheet) {
       tools.constructionMethod == 0 || picksObject ? 0 : std::clamp(tools.constructionClicks, 0, 3);
   for (int i = 0; i < picked; ++i) {
     PaintCross(sheet, PlaceOn(sheet, false, tools.pointsX[i], tools.pointsY[i]), kMarkReach,
-               kHoverColour);
+               kCadHover);
   }
   if (tools.panelMode == kPanelRevolve || tools.geometryTool == kGeometryPivot) {
     const PointF pivot = PlaceOn(sheet, false, tools.pivotX, tools.pivotY);
-    PaintCross(sheet, pivot, kMarkReach + 3, kHoverColour);
+    PaintCross(sheet, pivot, kMarkReach + 3, kCadHover);
     if (NearClient(sheet, pivot)) {
-      PaintEllipse(sheet.canvas, pivot, kMarkReach, kMarkReach, Smooth(kHoverColour, 1));
+      PaintEllipse(sheet.canvas, pivot, kMarkReach, kMarkReach, Smooth(kCadHover, 1));
     }
   }
 }
@@ -417,14 +409,14 @@ void PaintSnapMark(const Sheet& sheet) {
   const PointF at = PlaceOn(sheet, false, x, y);
   if (!NearClient(sheet, at)) return;
   if (tools.snapAtCentre) {
-    PaintEllipse(sheet.canvas, at, kSnapReach, kSnapReach, Smooth(kHoverColour, 2));
+    PaintEllipse(sheet.canvas, at, kSnapReach, kSnapReach, Smooth(kCadHover, 2));
     return;
   }
   const int px = static_cast<int>(at.x);
   const int py = static_cast<int>(at.y);
   FrameArea(sheet.canvas,
             {px - kSnapReach, py - kSnapReach, px + kSnapReach + 1, py + kSnapReach + 1},
-            PenOf(kHoverColour, 2));
+            PenOf(kCadHover, 2));
 }
 
 void PaintCrosshair(const Sheet& sheet) {

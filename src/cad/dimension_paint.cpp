@@ -21,8 +21,6 @@ using platform::FontRole;
 using platform::PointF;
 using platform::Rect;
 
-constexpr platform::Colour kLabelColour = 0xF1BE4C;
-constexpr platform::Colour kMeasureColour = 0xFFFFFF;
 // Pixels from the measured points to the dimension line, to the left of their direction on the
 // screen below 0: above a line that runs to the right.
 constexpr double kLengthOffset = -22;
@@ -60,7 +58,7 @@ struct Label {
   PointF from, to;  // what is measured
   double offset = 0;
   std::u16string text;
-  platform::Colour colour = kLabelColour;
+  platform::Colour colour = kCadDimension;
   Rect* kept = nullptr;  // where its rectangle is told
   double behind = 0;     // pixels that the shape reaches to the other side
   Rect plate;
@@ -71,7 +69,7 @@ int queued = 0;
 void AddLabel(const PointF& from, const PointF& to, double offset, const std::u16string& text,
               Rect* kept, double behind = 0) {
   if (!Drawable(from) || !Drawable(to)) return;
-  queue[queued++] = {from, to, offset, text, kLabelColour, kept, behind, Rect{}};
+  queue[queued++] = {from, to, offset, text, kCadDimension, kept, behind, Rect{}};
 }
 
 double Length(const Label& label) {
@@ -235,7 +233,7 @@ void PaintPick(platform::Canvas& canvas, const PointF& at) {
   if (!Drawable(at)) return;
   const int x = static_cast<int>(at.x);
   const int y = static_cast<int>(at.y);
-  FillArea(canvas, Rect{x - 3, y - 3, x + 4, y + 4}, kMeasureColour);
+  FillArea(canvas, Rect{x - 3, y - 3, x + 4, y + 4}, kCadMeasure);
 }
 
 void PaintMeasure(platform::Canvas& canvas) {
@@ -253,7 +251,7 @@ void PaintMeasure(platform::Canvas& canvas) {
                      picks[1],
                      kMeasureOffset,
                      ValueText(u"REF ", SketchRoot(dx * dx + dy * dy)),
-                     kMeasureColour,
+                     kCadMeasure,
                      nullptr,
                      0,
                      Rect{}};

@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/limits.h"
-#include "codetools/code_palette.h"
+#include "app/palette.h"
 #include "platform/window.h"
 #include "text/codetext.h"
 

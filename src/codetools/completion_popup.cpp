@@ -10,7 +10,6 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "codetools/code_palette.h"
 #include "codetools/completion.h"
 #include "codetools/editor_help.h"
 #include "codetools/words_view.h"

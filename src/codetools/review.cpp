@@ -9,7 +9,6 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "codetools/code_palette.h"
 #include "codetools/review_work.h"
 #include "platform/control.h"
 #include "platform/editor.h"

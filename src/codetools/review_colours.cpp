@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "app/limits.h"
-#include "codetools/code_palette.h"
+#include "app/palette.h"
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/compare.h"

@@ -11,7 +11,6 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "codetools/code_palette.h"
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/editor_help.h"

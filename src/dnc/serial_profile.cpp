@@ -5,6 +5,7 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
+#include "app/palette.h"
 #include "platform/control.h"
 #include "platform/profile.h"
 #include "platform/window.h"
@@ -213,14 +214,14 @@ const char16_t* DncStateWord(std::int32_t state) {
 std::uint32_t DncStateColour(std::int32_t state) {
   switch (state) {
     case kDncConnected:
-      return platform::Rgb(0x22, 0xFF, 0x6E);
+      return kDncConnectedText;
     case kDncTransferring:
-      return platform::Rgb(0xFF, 0xBE, 0x50);
+      return kDncTransferText;
     case kDncError:
     case kDncConnectionFailed:
-      return platform::Rgb(0xFF, 0x64, 0x73);
+      return kDncFailedText;
     default:
-      return platform::Rgb(0x91, 0xAA, 0xC4);
+      return kDncOfflineText;
   }
 }
 

@@ -36,7 +36,6 @@ constexpr InkStyle kStyles[] = {
 };
 static_assert(std::size(kStyles) == kInks);
 
-constexpr Colour kPaperInk = 0x000000;
 constexpr double kGapPerDash = 2 / 3.0;
 constexpr double kLongestDashed = 1e10;  // pixels; beyond it numbers are too coarse for dashes
 // Smooth edges cost several times as much as plain ones. Pictures with few lines are smooth.

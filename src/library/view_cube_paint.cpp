@@ -17,13 +17,6 @@ using platform::PointF;
 using platform::Rect;
 using platform::Segment;
 
-constexpr Colour kRingColour = 0x24506E;
-constexpr Colour kKeyColour = 0x91AAC4;
-constexpr Colour kFaceDark = 0x14364E;   // a face seen at a slant
-constexpr Colour kFaceLight = 0x2C6187;  // a face seen straight on
-constexpr Colour kEdgeColour = 0x7FB2D4;
-constexpr Colour kCellColour = 0x0089B2;
-constexpr Colour kLetterColour = 0xFFFFFF;
 constexpr double kSeen = 0.02;  // of the depth; less is a face seen edge on
 constexpr double kTickReach = 3;
 constexpr int kTicks = 12;
@@ -77,9 +70,9 @@ Colour Shade(double seen) {
   const auto mix = [seen](unsigned dark, unsigned light) {
     return static_cast<unsigned>(dark + (static_cast<double>(light) - dark) * seen + 0.5);
   };
-  return platform::Rgb(mix(platform::RedOf(kFaceDark), platform::RedOf(kFaceLight)),
-                       mix(platform::GreenOf(kFaceDark), platform::GreenOf(kFaceLight)),
-                       mix(platform::BlueOf(kFaceDark), platform::BlueOf(kFaceLight)));
+  return platform::Rgb(mix(platform::RedOf(kCubeFaceSlant), platform::RedOf(kCubeFaceStraight)),
+                       mix(platform::GreenOf(kCubeFaceSlant), platform::GreenOf(kCubeFaceStraight)),
+                       mix(platform::BlueOf(kCubeFaceSlant), platform::BlueOf(kCubeFaceStraight)));
 }
 
 const char* StrokesOf(char letter) {
@@ -117,7 +110,7 @@ void PaintName(const Drawing& d, const CubeFace& face) {
       at += 2;
     }
   }
-  PaintSegments(d.canvas, strokes, count, Line(kLetterColour, 1));
+  PaintSegments(d.canvas, strokes, count, Line(kCubeLetter, 1));
 }
 
 // The cell of a face that looks in the direction of `over`, if it has one.
@@ -135,7 +128,7 @@ void PaintCell(const Drawing& d, const CubeFace& face, const CubeHit& over) {
   const auto high = [](double cell) { return cell < 0 ? -0.52 : cell > 0 ? 1 : 0.52; };
   const PointF corners[4] = {OnFace(d, face, low(u), low(v)), OnFace(d, face, high(u), low(v)),
                              OnFace(d, face, high(u), high(v)), OnFace(d, face, low(u), high(v))};
-  PaintPolygon(d.canvas, corners, 4, kCellColour, Line(kCellColour, 1));
+  PaintPolygon(d.canvas, corners, 4, kCubeCell, Line(kCubeCell, 1));
 }
 
 void PaintFaces(const Drawing& d, const CubeHit& over) {
@@ -145,7 +138,7 @@ void PaintFaces(const Drawing& d, const CubeHit& over) {
     if (seen < kSeen) continue;
     const PointF corners[4] = {OnFace(d, face, -1, -1), OnFace(d, face, 1, -1),
                                OnFace(d, face, 1, 1), OnFace(d, face, -1, 1)};
-    const Pen edge = Line(kEdgeColour, 1);
+    const Pen edge = Line(kCubeEdge, 1);
     PaintPolygon(d.canvas, corners, 4, Shade(std::min(seen, 1.0)), edge);
     PaintCell(d, face, over);
     const PointF closed[5] = {corners[0], corners[1], corners[2], corners[3], corners[0]};
@@ -161,7 +154,7 @@ PointF OnRing(PointF middle, double radius, double degrees) {
 
 // A ring with ticks that turn with its angle.
 void PaintRing(const Drawing& d, double radius, double turned, bool lit) {
-  const Colour colour = lit ? kBrightAccent : kRingColour;
+  const Colour colour = lit ? kBrightAccent : kCubeRing;
   PaintEllipse(d.canvas, d.middle, radius, radius, Line(colour, lit ? 2 : 1));
   Segment ticks[kTicks];
   for (int i = 0; i < kTicks; ++i) {
@@ -185,7 +178,7 @@ constexpr Arrow kArrows[] = {
 
 void PaintArrows(const Drawing& d, CubePart over) {
   for (const Arrow& arrow : kArrows) {
-    const Colour colour = over == arrow.part ? kBrightAccent : kKeyColour;
+    const Colour colour = over == arrow.part ? kBrightAccent : kCubeKey;
     PointF corners[3];
     for (int i = 0; i < 3; ++i) {
       corners[i] = {d.middle.x + arrow.x[i], d.middle.y + arrow.y[i]};
@@ -202,7 +195,7 @@ void PaintRoll(const Drawing& d, double from, double to, bool lit) {
   for (int i = 0; i <= kSteps; ++i) {
     points[i] = OnRing(d.middle, kOuterRingRadius, from + (to - from) * i / kSteps);
   }
-  const Colour colour = lit ? kBrightAccent : kKeyColour;
+  const Colour colour = lit ? kBrightAccent : kCubeKey;
   PaintPolyline(d.canvas, points, kSteps + 1, Line(colour, 3));
   const double onwards = to > from ? 8 : -8;
   const PointF head[3] = {OnRing(d.middle, kOuterRingRadius, to + onwards),
@@ -214,7 +207,7 @@ void PaintRoll(const Drawing& d, double from, double to, bool lit) {
 void PaintHome(const Drawing& d, const Rect& client, bool lit) {
   const double x = client.right - 138;
   const double y = client.top + 18;
-  const Colour colour = lit ? kBrightAccent : kKeyColour;
+  const Colour colour = lit ? kBrightAccent : kCubeKey;
   const PointF house[7] = {{x, y - 9},     {x + 10, y}, {x + 7, y}, {x + 7, y + 8},
                            {x - 7, y + 8}, {x - 7, y},  {x - 10, y}};
   PaintPolygon(d.canvas, house, 7, kPanelBackground, Line(colour, 2));

@@ -1,6 +1,7 @@
 // What the main window paints itself: bands, panels and the frames around its wells.
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/palette.h"
 #include "app/surfaces.h"
 #include "app/wells.h"
 #include "forms/form.h"
@@ -20,7 +21,6 @@ using platform::Rect;
 
 namespace {
 
-constexpr Colour kBandLine = 0x0A2A44;  // between the bands
 constexpr int kMarkLeft = 26;
 constexpr int kMarkTop = 8;
 constexpr int kMarkSize = 52;

@@ -6,6 +6,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/palette.h"
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -28,7 +29,6 @@ using platform::Rect;
 
 namespace {
 
-constexpr Colour kQuietLine = 0x0B2C44;  // edge of a key that cannot be pressed
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
 constexpr char16_t kOnly[] = u"ONLY";  // of the feature that is simulated alone
@@ -45,7 +45,7 @@ void DrawKeyGround(const KeyLook& key, const DrawState& state, bool on, Canvas& 
   DrawPanel(canvas, area, state.enabled && (state.pressed || on),
             state.enabled ? key.style : kPanelPlain);
   Pen edge;
-  edge.colour = kQuietLine;
+  edge.colour = kQuietKeyLine;
   if (state.enabled) edge.colour = state.hovered || on ? kAccent : kPanelLine;
   // The green and amber grounds do not change under the finger; the edge does.
   if (state.enabled && state.pressed) edge.colour = kBrightAccent;

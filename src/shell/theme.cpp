@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/icon_names.h"
+#include "app/palette.h"
 
 namespace morva {
 
@@ -15,10 +16,10 @@ struct PanelColours {
 };
 
 constexpr PanelColours kPanels[] = {
-    {0x031A27, 0x02111C, 0x042D43, 0x033A54},
-    {0x032217, 0x044428, 0x032217, 0x044428},
-    {0x241A09, 0x352206, 0x241A09, 0x352206},
-    {0x031E2F, 0x01121F, 0x031E2F, 0x01121F},
+    {kPlainTop, kPlainBottom, kPlainOnTop, kPlainOnBottom},
+    {kGreenTop, kGreenBottom, kGreenTop, kGreenBottom},
+    {kAmberTop, kAmberBottom, kAmberTop, kAmberBottom},
+    {kDeepTop, kDeepBottom, kDeepTop, kDeepBottom},
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/palette.h"
 #include "documents/edit_link.h"
 #include "documents/feature_operations.h"
 #include "platform/editor.h"
@@ -14,8 +15,6 @@
 namespace morva {
 
 namespace {
-
-constexpr platform::Colour kLineBand = platform::Rgb(0x0A, 0x3A, 0x52);
 
 std::int32_t highlightedFeature = 0;
 
@@ -34,10 +33,10 @@ void SelectPlayedRow(std::int32_t id) {
 // The text may have become shorter than the path remembers it.
 void MarkInEditor(std::int32_t line) {
   if (line >= platform::EditorLineCount(kIdEditor)) {
-    platform::MarkEditorLine(kIdEditor, -1, kLineBand);
+    platform::MarkEditorLine(kIdEditor, -1, kPlayedLineBand);
     return;
   }
-  platform::MarkEditorLine(kIdEditor, line, kLineBand);
+  platform::MarkEditorLine(kIdEditor, line, kPlayedLineBand);
   const int top = platform::FirstVisibleLine(kIdEditor);
   const int shown = platform::VisibleLineCount(kIdEditor);
   if (line >= top && line < top + shown) return;
@@ -71,7 +70,7 @@ void HighlightSourceLine(std::int32_t line) {
 std::int32_t HighlightedFeature() { return highlightedFeature; }
 
 void ForgetHighlight() {
-  platform::MarkEditorLine(kIdEditor, -1, kLineBand);
+  platform::MarkEditorLine(kIdEditor, -1, kPlayedLineBand);
   if (highlightedFeature == 0) return;
   highlightedFeature = 0;
   platform::Repaint(kIdFeatureList);

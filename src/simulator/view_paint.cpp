@@ -11,6 +11,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/limits.h"
+#include "app/palette.h"
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -32,17 +33,6 @@ using platform::PointF;
 using platform::Rect;
 using platform::Segment;
 
-constexpr Colour kBackground = 0x010F19;
-constexpr Colour kText = 0xDEE9F2;
-constexpr Colour kQuietText = 0x91AAC4;
-constexpr Colour kFocusMark = 0x00D3F2;
-constexpr Colour kFeedColour = 0x48D3B8;
-constexpr Colour kRapidColour = 0x4889D2;
-constexpr Colour kGhostColour = 0x4A5B6C;
-constexpr Colour kStockColour = 0x96A7BD;
-constexpr Colour kDimensionColour = 0xF1BE4C;
-constexpr Colour kHeadColour = 0xFFCB48;
-constexpr Colour kMeasureColour = 0xFFFFFF;
 constexpr int kFeedWidth = 2;
 constexpr int kRapidWidth = 1;
 constexpr int kStockWidth = 2;
@@ -89,7 +79,7 @@ Rect PlateAround(PointF at, std::u16string_view text) {
 // Text on a plate of the background, so that no line runs through it.
 void TextOn(Canvas& canvas, const Rect& plate, std::u16string_view text, Colour colour,
             unsigned align) {
-  FillArea(canvas, plate, kBackground);
+  FillArea(canvas, plate, kPathGround);
   PaintText(canvas, plate, text, FontRole::Small, colour, align | platform::kAlignTop);
 }
 
@@ -146,7 +136,7 @@ void PaintStock(Canvas& canvas, const Projection& p) {
       if (!(i & bit)) edges[count++] = SegmentOf(corners[i], corners[i | bit]);
     }
   }
-  PaintSegments(canvas, edges, count, PenOf(kStockColour, kStockWidth));
+  PaintSegments(canvas, edges, count, PenOf(kPathStock, kStockWidth));
   char16_t label[160] = u"STOCK ENVELOPE  ";
   AppendLabelNumber(label, 160, u"", s.maxX - s.minX, 4);
   AppendLabelNumber(label, 160, u" x ", s.maxY - s.minY, 4);
@@ -161,7 +151,7 @@ void PaintStock(Canvas& canvas, const Projection& p) {
   const int most = client.right - 2 - RectWidth(plate);
   const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
   plate = {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
-  TextOn(canvas, plate, label, kStockColour, platform::kAlignCentre);
+  TextOn(canvas, plate, label, kPathStock, platform::kAlignCentre);
 }
 
 void PaintGhost(Canvas& canvas, const Projection& p) {
@@ -175,17 +165,17 @@ void PaintGhost(Canvas& canvas, const Projection& p) {
     if (!points[i].rapid && !points[i].jump) ghostSegments[count++] = SegmentOf(from, to);
     from = to;
   }
-  PaintSegments(canvas, ghostSegments, count, PenOf(kGhostColour, kRapidWidth));
+  PaintSegments(canvas, ghostSegments, count, PenOf(kPathGhost, kRapidWidth));
 }
 
 // Rapids first, so that cuts lie on top of them.
 void PaintPath(Canvas& canvas, const Rect& client) {
   const PathSegments visible = VisibleSegments(client);
   if (visible.rapidCount > 0) {
-    PaintSegments(canvas, visible.rapids, visible.rapidCount, PenOf(kRapidColour, kRapidWidth));
+    PaintSegments(canvas, visible.rapids, visible.rapidCount, PenOf(kPathRapid, kRapidWidth));
   }
   if (visible.feedCount > 0) {
-    PaintSegments(canvas, visible.feeds, visible.feedCount, PenOf(kFeedColour, kFeedWidth));
+    PaintSegments(canvas, visible.feeds, visible.feedCount, PenOf(kPathFeed, kFeedWidth));
   }
 }
 
@@ -205,10 +195,10 @@ void PaintHead(Canvas& canvas, const Rect& client) {
     if (play.playing && (switches.showRapids || !next.rapid)) {
       const Segment partial = SegmentOf(from, at);
       PaintSegments(canvas, &partial, 1,
-                    next.rapid ? PenOf(kRapidColour, kRapidWidth) : PenOf(kFeedColour, kFeedWidth));
+                    next.rapid ? PenOf(kPathRapid, kRapidWidth) : PenOf(kPathFeed, kFeedWidth));
     }
   }
-  FillAround(canvas, at, kHeadReach, kHeadColour);
+  FillAround(canvas, at, kHeadReach, kPathHead);
 }
 
 // Moves a plate the shortest way out of another one that it covers.
@@ -233,7 +223,7 @@ void PaintDimensions(Canvas& canvas, const Projection& p) {
   const PointF ends[3] = {Project(p, b.maxX, b.minY, b.minZ), Project(p, b.minX, b.maxY, b.minZ),
                           Project(p, b.minX, b.minY, b.maxZ)};
   const double spans[3] = {b.maxX - b.minX, b.maxY - b.minY, b.maxZ - b.minZ};
-  Pen pen = PenOf(kDimensionColour, 1);
+  Pen pen = PenOf(kPathDimension, 1);
   pen.smooth = true;
   for (const PointF& end : ends) PaintLine(canvas, corner, end, pen);
   Rect plates[3];
@@ -244,7 +234,7 @@ void PaintDimensions(Canvas& canvas, const Projection& p) {
     plate = PlateAround({(corner.x + ends[i].x) / 2, (corner.y + ends[i].y) / 2}, text);
     // Off the one it may meet the other, so the earlier ones are asked twice.
     for (int k = 0; k < 2 * i; ++k) MoveOff(plate, plates[k % i]);
-    TextOn(canvas, plate, text, kDimensionColour, platform::kAlignCentre);
+    TextOn(canvas, plate, text, kPathDimension, platform::kAlignCentre);
   }
 }
 
@@ -254,12 +244,12 @@ void PaintMeasure(Canvas& canvas, const Rect& client) {
   const PointF* points = ProjectedPoints(client);
   const MeasurePicks& picks = ShownPath().picks;
   if (ValidPick(picks.a) && ValidPick(picks.b)) {
-    Pen pen = PenOf(kMeasureColour, 1);
+    Pen pen = PenOf(kPathMeasure, 1);
     pen.smooth = true;
     PaintLine(canvas, points[picks.a], points[picks.b], pen);
   }
-  if (ValidPick(picks.a)) FillAround(canvas, points[picks.a], kPickReach, kMeasureColour);
-  if (ValidPick(picks.b)) FillAround(canvas, points[picks.b], kPickReach, kMeasureColour);
+  if (ValidPick(picks.a)) FillAround(canvas, points[picks.a], kPickReach, kPathMeasure);
+  if (ValidPick(picks.b)) FillAround(canvas, points[picks.b], kPickReach, kPathMeasure);
 }
 
 // The width that a line of a read-out has when its top lies at `top`.
@@ -367,14 +357,14 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
   char16_t text[200];
   if (ExtentsText(text)) {
     const int top = client.top + kEdge;
-    PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kDimensionColour);
+    PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kPathDimension);
   }
   int bottom = client.bottom - kEdge;
   if (BottomText(text)) {
-    const Colour colour = ShownPath().path.fullAtLine >= 0 ? kDimensionColour : kQuietText;
+    const Colour colour = ShownPath().path.fullAtLine >= 0 ? kPathDimension : kPathQuietText;
     bottom = PaintFoot(canvas, client, bottom, text, colour) - kBetween;
   }
-  if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kText);
+  if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kPathText);
 }
 
 }  // namespace
@@ -382,7 +372,7 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
 void PaintToolpathView(Canvas& canvas) {
   LoadGridSettings();
   const Rect client = CanvasArea(canvas);
-  FillArea(canvas, client, kBackground);
+  FillArea(canvas, client, kPathGround);
   const Projection& p = ProjectionFor(client);
   PaintGrid(canvas, p);
   PaintStock(canvas, p);
@@ -393,7 +383,7 @@ void PaintToolpathView(Canvas& canvas) {
   PaintMeasure(canvas, client);
   PaintCube(canvas, client, viewCube, ShownAngles());
   PaintReadOuts(canvas, client);
-  if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kFocusMark, 1));
+  if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kBrightAccent, 1));
 }
 
 }  // namespace morva

@@ -1,12 +1,14 @@
 // State of the toolpath view: the named views, zoom, grid settings and the three menus.
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/outlets.h"
+#include "app/palette.h"
 #include "app/profile_keys.h"
 #include "library/units.h"
 #include "platform/profile.h"
@@ -26,16 +28,12 @@ using platform::Colour;
 constexpr char16_t kSection[] = u"Simulator";
 constexpr double kLeastZoom = 0.05;
 constexpr double kMostZoom = 50;
-constexpr int kGridColours = 6;
+constexpr int kGridColours = static_cast<int>(std::size(kPathGrid));
 constexpr int kMostGridScale = 6;
 constexpr double kGridCells = 12;   // raw cells along the larger span
 constexpr double kNoSpan = 0.0001;  // display units
 constexpr double kEmptySpanInch = 4;
 constexpr double kEmptySpanMm = 100;
-
-// In the order of their ids.
-constexpr Colour kGridColourRows[kGridColours] = {0x344A60, 0x286973, 0x436F48,
-                                                  0x79562B, 0x634478, 0x686C72};
 
 bool gridSettingsRead = false;
 bool saveFailureTold = false;
@@ -179,7 +177,7 @@ void SaveGridSettings() {
 
 Colour GridColour(bool toned) {
   const int row = std::clamp(view.gridColour, 0, kGridColours - 1);
-  const Colour colour = kGridColourRows[row];
+  const Colour colour = kPathGrid[row];
   if (!toned) return colour;
   // Half-way to the background of the window, red 1, green 15, blue 25.
   return platform::Rgb((platform::RedOf(colour) * 50 + 50) / 100,

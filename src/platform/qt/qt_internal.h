@@ -83,6 +83,8 @@ void BeginLook();
 // Palette of a text control.
 void PaintWith(QWidget* widget, Colour text, Colour background);
 
+// The palette of the rooms again, for what the toolkit paints by itself: this room stands below
+// them and cannot include it.
 inline constexpr Colour kLookWindow = 0x010F19;
 inline constexpr Colour kLookPanel = 0x021726;
 inline constexpr Colour kLookInput = 0x031929;
