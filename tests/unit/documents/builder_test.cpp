@@ -13,79 +13,18 @@
 #include "platform/canvas.h"
 #include "platform/listing.h"
 #include "shell/modes.h"
+#include "support/groove.h"
 #include "support/workbench.h"
 
 namespace morva {
 namespace {
 
-using Builders = support::Workbench;
+using namespace support::groove;  // NOLINT: its names are this test's subject
 
-enum : int { kDepth = 41000, kFeed, kWidth, kHoles, kSide, kPicture, kInsert };
-enum Number : int { kDepthNumber, kFeedNumber, kWidthNumber, kHolesNumber };
-
-constexpr Command kCommands[] = {{.id = kInsert,
-                                  .words = u"INSERT GROOVE",
-                                  .help = u"Write the groove into the program",
-                                  .wordsOn = u"UPDATE GROOVE"}};
-constexpr const char16_t* kSides[] = {u"Left", u"Right"};
-// clang-format off
-constexpr FormRow kRows[] = {
-    {.kind = RowKind::Choice, .id = kSide, .label = u"Side", .choice = 0, .rows = kSides},
-    {.id = kWidth, .label = u"Width", .start = u"2.000", .fallback = 1, .follows = Follows::Length,
-     .value = kWidthNumber, .enter = kInsert},
-    {.kind = RowKind::Count, .id = kHoles, .label = u"Holes", .start = u"2", .fallback = 1,
-     .value = kHolesNumber},
-    {.id = kDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
-     .follows = Follows::Length, .value = kDepthNumber},
-    {.id = kFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = Follows::Length,
-     .decimals = 2, .value = kFeedNumber},
-    {.kind = RowKind::View, .id = kPicture, .name = u"Groove", .start = u"GroovePicture",
-     .least = 120},
-    {.kind = RowKind::Keys, .keys = {kInsert}},
-};
-// clang-format on
-constexpr FormLook kLook{};
-constexpr Form kForm{.look = &kLook, .rows = kRows, .metric = UnitsMetric};
-
-double Reach(const FormValues& v) {
-  return v.choices[0] == 0 ? -v.numbers[kWidthNumber] : v.numbers[kWidthNumber];
-}
-bool Check(const FormValues& v, int, Refusal& refusal) {
-  refusal = {u"Groove", u"Enter a positive feed.", platform::BoxIcon::Warning, kFeed};
-  return v.numbers[kFeedNumber] > 0;
-}
-void Write(const FormValues& v, CodeWriter& out) {
-  Line(out, u"");
-  Line(out, u"(GROOVE)");
-  Put(out, u"G01 X", Reach(v), 3);
-  Put(out, u" F", v.numbers[kFeedNumber], 1);
-  Line(out, u"");
-  PutInteger(out, u"(HOLES ", static_cast<int>(v.numbers[kHolesNumber]));
-  Line(out, u")");
-}
-void Draw(const FormValues& v, Picture& picture) {
-  AddLine(picture, {0, 0}, {Reach(v), 0}, Ink::Feature);
-}
-// A kind that has no builder yet lends its place in the tables.
-constexpr Builder kBuilder{.kind = kKindShape,
-                           .form = &kForm,
-                           .mode = kModeShapes,
-                           .insertKey = kInsert,
-                           .logged = u"Groove inserted.",
-                           .check = Check,
-                           .write = Write,
-                           .draw = Draw};
-
-struct MadeUpBuilder : Builders {
+struct MadeUpBuilder : support::Workbench {
   void SetUp() override {
-    Builders::SetUp();
-    AddCommands(kCommands);
-    RegisterBuilder<kBuilder>();
-    for (int i = 0; i < PanelCount(); ++i) {
-      if (PanelAt(i).mode == kModeShapes) PanelAt(i).make();
-    }
-    SetMode(kModeShapes);
-    StartForm(kForm);
+    support::Workbench::SetUp();
+    Join();
   }
 };
 
@@ -102,7 +41,7 @@ TEST_F(MadeUpBuilder, StandsInThePanelOfItsMode) {
 TEST_F(MadeUpBuilder, WritesABlockAndTellsAboutIt) {
   platform::SetText(kWidth, u"3");
   headless::Click(kInsert);
-  EXPECT_NE(Text().find(u"(GROOVE)\r\nG01 X-3.000 F10.0\r\n(HOLES 2)\r\n"), std::u16string::npos);
+  EXPECT_NE(Text().find(u"G01 X-3.000 F10.0\r\n(HOLES 2)\r\n"), std::u16string::npos);
   EXPECT_TRUE(OutputHas(u"Groove inserted."));
   EXPECT_TRUE(app.editorDirty);
 }

@@ -1,0 +1,56 @@
+// A golden case of a builder: a folder that says what stands in the fields and what comes of it.
+//
+// fields.txt holds lines "name = text", carried out from the top once the form is up; "#" begins a
+// comment line. A name is a row's label, its accessible name or its id. Four names are special:
+//
+//     builder = INSERT GROOVE   the words on the builder's key; the first line of all
+//     press = MM                a click on the key with these words, or this id
+//     item = 0 0 1 2 2.5 0 90   an item of the record: type, tag, five numbers; before the fields
+//     picture = more            the picture shows more than the code cuts
+//
+// Beside it stand program.nc, the code with CR LF, and picture.txt where the builder draws. Or
+// refusal.txt: the title and the words of the box, a line each.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "documents/builder.h"
+
+namespace golden {
+
+struct Setting {
+  std::u16string name;
+  std::u16string text;
+};
+
+struct BuilderCase {
+  std::u16string builder;
+  std::vector<Setting> settings;
+  bool pictureShowsMore = false;
+};
+
+// Names of the folders of cases that hold this file, sorted.
+std::vector<std::string> CasesWith(std::string_view file);
+std::filesystem::path CaseFolder(const std::string& name);
+// Text of a file of a case, empty where there is none.
+std::u16string CaseText(const std::string& name, std::string_view file);
+// Leaves the text beside the file as FILE.new.
+void LeaveNew(const std::string& name, std::string_view file, std::u16string_view text);
+// What cannot be read is a failure of the running test.
+BuilderCase ReadCase(const std::string& name);
+
+// The builder with these words on its key, null where none is registered.
+const morva::Builder* BuilderOfWords(std::u16string_view words);
+// Brings the form up and carries the settings out. A name that the form does not have is a
+// failure of the running test.
+void SetUpCase(const BuilderCase& wanted, const morva::Builder& builder);
+
+int PageOf(const morva::Builder& builder);
+// What the form says; `unread` is the row that holds no number, -1 for none.
+morva::FormValues ValuesOf(const morva::Builder& builder, int& unread);
+std::u16string CodeOf(const morva::Builder& builder, const morva::FormValues& values);
+
+}  // namespace golden
