@@ -292,6 +292,9 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   if (form.sheet) {
     PlaceSheet(*form.sheet, area);
     part.area = SheetPaper(*form.sheet);
+    // A row that takes what is left takes it of the part in sight: a paper that is as high as its
+    // rows has nothing left.
+    if (form.sheet->height == 0) part.area.bottom = RectHeight(area);
   }
   MarkPages(*entry, std::span(&part, 1));
   HideRest(*entry);

@@ -288,6 +288,22 @@ TEST_F(FormStage, OrdersItsControlsAsTheyStandAndEachOnce) {
   EXPECT_EQ(FormOrder(kForm, ids, 3), 3);
 }
 
+TEST_F(FormStage, GivesARowOfASheetWhatIsLeftInSightAndNeverLessThanItsLeast) {
+  ResetForms();
+  RegisterForm(kScrolling);
+  RegisterSheet<kSheet>();
+  const auto listHeight = [](int height) {
+    PlaceForm(kScrolling, {0, 0, 216, height}, 1);
+    return platform::RectHeight(platform::PlaceOf(kList));
+  };
+  const int most = listHeight(400);
+  EXPECT_GT(most, 200);
+  EXPECT_EQ(listHeight(300), most - 100);
+  EXPECT_EQ(listHeight(60), 60);
+  EXPECT_GT(SheetPaper(kSheet).bottom, 60);
+  EXPECT_EQ(listHeight(400), most);
+}
+
 TEST_F(FormStage, ScrollsASheetByWheelPagesAndFocus) {
   ResetForms();
   RegisterForm(kScrolling);
