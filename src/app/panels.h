@@ -29,7 +29,8 @@ struct Panel {
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
   // Of a panel in the right body whose mode shows the toolpath view as well, with narrow bars. The
   // view stands beside the panel where the window is wide enough, else below it. Below, the panel
-  // keeps this height in pixels as long as the view has its least; 0: the mode has no view.
+  // keeps this height in pixels as long as the view has its least; 0: the mode has no view. In the
+  // smallest window about 250 pixels are left, so a higher form stands on a sheet and scrolls.
   int heightAboveView = 0;
 };
 

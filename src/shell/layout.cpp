@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/limits.h"
+#include "app/palette.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
 #include "platform/window.h"
@@ -154,6 +155,12 @@ void PlaceSurfaces() {
 }  // namespace
 
 const LayoutAreas& Areas() { return areas; }
+
+platform::Colour GroundUnder(const Rect& place) {
+  const Rect& side = areas.rightPanel;
+  if (app.surface != kSurfaceCode || side.left >= side.right) return kWindowBackground;
+  return place.left >= side.left && place.top >= side.top ? kSidePanel : kWorkArea;
+}
 
 void Layout() {
   const Rect client = platform::ClientArea(platform::kMainWindow);

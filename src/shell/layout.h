@@ -1,6 +1,7 @@
 // The main window's controls and their places: one routine for every state.
 #pragma once
 
+#include "platform/canvas.h"
 #include "platform/events.h"
 #include "shell/layout_rects.h"
 
@@ -18,6 +19,8 @@ void DragSplitter(int x);
 bool MainPointer(const platform::PointerEvent& event);
 // Of the last layout.
 const LayoutAreas& Areas();
+// The colour that the main window has under a control at this place.
+platform::Colour GroundUnder(const platform::Rect& place);
 void ResetLayout();
 
 }  // namespace morva

@@ -31,6 +31,7 @@ namespace {
 
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
+constexpr int kIconClear = 3;          // pixels from an icon to the edge of its key
 constexpr char16_t kOnly[] = u"ONLY";  // of the feature that is simulated alone
 constexpr int kOnlyGap = 6;
 constexpr int kModeRowLeast = 200;  // pixels for the longest row in the body font
@@ -119,7 +120,9 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
   if (state.enabled) colour = on ? kBrightAccent : kMainText;
   const Rect& area = state.area;
   if (key.face == Face::Icon) {
-    DrawIcon(canvas, IconOf(key.id), CentreX(area), CentreY(area), kFaceIcon, colour);
+    // In a key of a narrow bar the icon keeps clear of the edge.
+    const int size = std::min(kFaceIcon, RectWidth(area) - 2 * kIconClear);
+    DrawIcon(canvas, IconOf(key.id), CentreX(area), CentreY(area), size, colour);
     return;
   }
   const std::u16string text = platform::TextOf(key.id);

@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/panels.h"
 #include "platform/window.h"
+#include "shell/layout.h"
 #include "shell/theme.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
@@ -42,7 +43,7 @@ int ThumbPlace(int index) {
 
 void PaintSpeedSlider(Canvas& canvas) {
   const Rect area = platform::CanvasArea(canvas);
-  FillArea(canvas, area, kWindowBackground);
+  FillArea(canvas, area, GroundUnder(platform::PlaceOf(kIdSpeedSlider)));
   const int middle = (area.top + area.bottom) / 2;
   const int right = kTrackLeft + kSliderTrack;
   for (int i = 0; i < kSpeedCount; ++i) {

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/palette.h"
 #include "app/router.h"
 #include "app/stop.h"
 #include "platform/window.h"
@@ -216,6 +217,9 @@ TEST_F(Panels, AModesPanelMayShowTheToolpathViewWithItself) {
     EXPECT_GE(platform::RectHeight(form), 240);
     EXPECT_GE(platform::RectHeight(view), 200);
     EXPECT_EQ(view.right < form.left, size.beside);
+    // The slider lies on the ground of the work area, or on that of the panel.
+    EXPECT_EQ(headless::PaintOf(kIdSpeedSlider).at(0).colours.at(0),
+              size.beside ? kWorkArea : kSidePanel);
     for (const int id : {kIdPlayStart, kIdPlayRewind, kIdPlayToggle, kIdPlayForward, kIdPlayEnd,
                          kIdPlayStop, kIdViewRefresh, kIdViewLayers, kIdSpeedSlider}) {
       EXPECT_TRUE(platform::IsVisible(id)) << id;
