@@ -10,7 +10,7 @@
 #include <string>
 
 #include "app/app_state.h"
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
 #include "cpu_time.h"
 #include "documents/program_tabs.h"
 #include "library/shapes.h"

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
 #include "cad/sketch_code.h"
 #include "cpu_time.h"
-#include "text/codetext.h"
 #include "targets.h"
+#include "text/codetext.h"
 
 namespace {
 

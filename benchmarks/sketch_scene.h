@@ -6,7 +6,7 @@
 
 #include "app/command_ids.h"
 #include "cad/canvas.h"
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
 #include "platform/headless/headless.h"
 #include "platform/window.h"
 

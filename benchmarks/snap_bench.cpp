@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "cad/draw_tools.h"
-#include "library/outline.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/snap.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "cpu_time.h"
+#include "library/outline.h"
 #include "sketch_scene.h"
 #include "targets.h"
 

@@ -11,12 +11,12 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "cad/canvas.h"
+#include "cad/geometry/connectivity.h"
 #include "cad/geometry_tools.h"
-#include "library/outline.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "cpu_time.h"
+#include "library/outline.h"
 #include "sketch_scene.h"
 #include "targets.h"
 

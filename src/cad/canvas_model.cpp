@@ -4,7 +4,6 @@
 // code. Only the view cube answers the pointer here.
 
 #include <algorithm>
-#include <string>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -13,9 +12,12 @@
 #include "cad/canvas.h"
 #include "cad/canvas_parts.h"
 #include "cad/draw_tools.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
-#include "cad/workspace.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/outlines.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "documents/program_changed.h"
 #include "forms/form.h"
 #include "library/view_cube.h"
@@ -195,6 +197,22 @@ void PaintWires(Canvas& canvas, const ModelProjection& p) {
   paint(brightSegments, bright, kBrightAccent);
 }
 
+void LeaveView() {
+  if (!canvasView.modelView) return;
+  StopCube(modelCube);
+  ReleaseCube(modelCube);
+  modelCube.over = CubeHit();
+  canvasView.modelView = false;
+  canvasView.zoom = planZoom;
+  // Who came back by turning to the plan wants to see more than the plan the next time.
+  if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
+  // Help for what is gone would mislead.
+  if (SketchStatus() == kCubeHelp) SetSketchStatus(u"SELECT mode: click geometry on the canvas.");
+  if (tools.panelMode == kPanelThickness) SetPanelMode(kPanelNone);
+  RefreshCadTools();
+  Refresh();
+}
+
 void PressModel(const PointerEvent& event) {
   platform::SetFocusTo(kViewCadCanvas);
   if (event.button != PointerButton::Left || modelCube.ring != CubePart::None) return;
@@ -251,22 +269,6 @@ void EnterModelView() {
   Refresh();
 }
 
-void LeaveModelView() {
-  if (!canvasView.modelView) return;
-  StopCube(modelCube);
-  ReleaseCube(modelCube);
-  modelCube.over = CubeHit();
-  canvasView.modelView = false;
-  canvasView.zoom = planZoom;
-  // Who came back by turning to the plan wants to see more than the plan the next time.
-  if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
-  // Help for what is gone would mislead.
-  if (SketchStatus() == kCubeHelp) SetSketchStatus(u"SELECT mode: click geometry on the canvas.");
-  if (tools.panelMode == kPanelThickness) SetPanelMode(kPanelNone);
-  RefreshCadTools();
-  Refresh();
-}
-
 void CanvasTimer(int timer) {
   if (timer != kTimerView || !modelCube.running) return;
   ViewAngles angles = ModelAngles();
@@ -311,6 +313,7 @@ void PaintModel(Canvas& canvas) {
 }
 
 void RegisterModelView() {
+  cadHooks.leaveModelView = LeaveView;
   const auto answer = [](int id, CommandHandler handler) {
     RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick, handler);
   };

@@ -3,7 +3,6 @@
 // A press belongs to whoever takes it until the release, the loss of the capture, or a move
 // that tells that the button is up already.
 
-#include <algorithm>
 #include <utility>
 
 #include "app/command_ids.h"
@@ -14,12 +13,17 @@
 #include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/hits.h"
+#include "cad/geometry/snap.h"
 #include "cad/geometry_tools.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/select_drag.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
-#include "cad/workspace.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -47,13 +51,6 @@ double snapX = 0;  // where the last hover would snap to, drawing units
 double snapY = 0;
 
 void Refresh() { platform::Repaint(kViewCadCanvas); }
-
-void SetPanTool(bool on) {
-  canvasView.panTool = on;
-  platform::SetPointerShape(kViewCadCanvas,
-                            on ? platform::PointerShape::Hand : platform::PointerShape::Arrow);
-  Refresh();
-}
 
 void Hold(Holder holder, const PointerEvent& event) {
   drag = Drag{holder, event.button, event.x, event.y};
@@ -247,15 +244,24 @@ void OnPan(int, int) {
 
 }  // namespace
 
-void EndPanTool() {
-  if (canvasView.panTool) SetPanTool(false);
+void ShowCursorText(double x, double y) {
+  std::u16string text = u"CAD cursor  X ";
+  text += SketchNumber(x, 4);
+  text += u"  Y ";
+  text += SketchNumber(y, 4);
+  text += sketch.metric ? u" mm" : u" in";
+  const int under = HitObject(x, y);
+  if (under >= 0) {
+    text += u"  Object ";
+    text += IntegerText(under + 1);
+    text += u"  size ";
+    text += SketchNumber(sketch.objects[under].size, 4);
+    if (sketch.locked[under]) text += u" LOCKED";
+  }
+  SetPassingStatus(text.c_str());
 }
 
 bool TakeSpentRightClick() { return std::exchange(rightSpent, false); }
-
-bool AnyToolInHand() {
-  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode;
-}
 
 bool CrosshairShown() {
   if (canvasView.panTool || canvasView.modelView || !AnyToolInHand()) return false;

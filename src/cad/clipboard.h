@@ -3,7 +3,7 @@
 // It outlives drawings and programs, so that geometry can be carried from one to another.
 #pragma once
 
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 

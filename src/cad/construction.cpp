@@ -4,12 +4,15 @@
 // anything else is asked of them, picks of geometry too.
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
-#include "cad/construct.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
-#include "cad/hint_line.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/construct.h"
+#include "cad/geometry/hits.h"
+#include "cad/geometry/snap.h"
+#include "cad/model/hint_line.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "platform/window.h"
 
 namespace morva {

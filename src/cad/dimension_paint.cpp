@@ -5,11 +5,12 @@
 #include <string>
 
 #include "app/palette.h"
-#include "cad/canvas.h"
-#include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/outlines.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
 #include "platform/canvas.h"
 

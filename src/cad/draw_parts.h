@@ -1,7 +1,7 @@
 // What the files of the draw tools share; not for other rooms.
 #pragma once
 
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -21,8 +21,6 @@ void ShowToolChange();
 // The canvas has the keyboard, when it can be seen.
 void FocusCanvas();
 
-// The drawing position of an event after the snap search, with no object left out.
-void SnappedPosition(const platform::PointerEvent& event, double& x, double& y);
 // A click and a move of a running method, in canvas pixels.
 void ConstructionClick(const platform::PointerEvent& event);
 void ConstructionMove(const platform::PointerEvent& event);
@@ -58,8 +56,5 @@ void StopFlyoutRest();
 void KeepFlyoutShut();
 void RegisterFlyouts();
 void ResetFlyouts();
-
-// What the snap search keeps of each object.
-void ResetSnap();
 
 }  // namespace morva

@@ -1,18 +1,19 @@
 #include "cad/draw_tools.h"
 
-#include <algorithm>
-
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/router.h"
-#include "cad/canvas.h"
-#include "cad/canvas_parts.h"
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
-#include "cad/edit_parts.h"
-#include "cad/hint_line.h"
-#include "cad/tool_state.h"
-#include "cad/workspace.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/construct.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/snap.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/hint_line.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -146,11 +147,6 @@ const char16_t* MethodPrompt(int command) {
   }
 }
 
-void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
-  FromCanvas(event.x, event.y, x, y);
-  SnapPoint(x, y, -1, event.alt);
-}
-
 void StopTools(bool keepMarks) {
   EndDrag();
   ClearTools(keepMarks);
@@ -227,8 +223,6 @@ void CancelTools() {
   ShowToolChange();
   FocusCanvas();
 }
-
-bool DrawToolActive() { return tools.constructionMethod != 0 || tools.dragTool != 0; }
 
 bool DrawToolPress(const platform::PointerEvent& event) {
   if (event.button != platform::PointerButton::Left || !DrawToolActive()) return false;

@@ -1,10 +1,9 @@
-// Draw tools: drag creation, construction by points, typed sizes, polygons and snapping.
+// Draw tools: drag creation, construction by points, typed sizes, polygons.
 //
 // Positions are in drawing units unless they are called pixels. All geometry ends up as one
 // object appended to the live sketch; a polygon as one line a side.
 #pragma once
 
-#include "cad/construct.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 
@@ -16,8 +15,6 @@ void StartMethod(int command);
 void StartDragTool(int tool);
 // Every tool, pick, preview and panel given up, floating boxes hidden; the focus on the canvas.
 void CancelTools();
-// Whether a left press belongs to a construction method or a drag tool.
-bool DrawToolActive();
 
 // Canvas events, in canvas pixels. True: used.
 bool DrawToolPress(const platform::PointerEvent& event);
@@ -32,11 +29,6 @@ void PaintSizeBoxes(platform::Canvas& canvas);
 // Creates the previewed object with the sizes in the boxes. From the button a failure is told,
 // from the Enter key it is silent.
 bool CommitTypedSize(bool fromButton);
-
-// Moves a position to the best target nearby and sets tools.snapHit and snapAtCentre. Nothing
-// with snap off or `bypass` (Alt) held. `excludeObject` and its group are no targets; -1 for
-// none. With Trim active the position stays where it is.
-void SnapPoint(double& x, double& y, int excludeObject, bool bypass);
 
 // Closed lines of a fresh group. False: refused, the status says why.
 bool CreatePolygon(int sides, double radius, double centreX, double centreY, double startAngle);

@@ -10,7 +10,7 @@
 #include "app/router.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
-#include "cad/hint_line.h"
+#include "cad/model/hint_line.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 

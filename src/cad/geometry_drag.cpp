@@ -5,10 +5,12 @@
 #include <cstdint>
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
-#include "cad/draw_tools.h"
-#include "cad/edit_parts.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/snap.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "library/outline.h"
 #include "platform/window.h"
 

@@ -4,7 +4,7 @@
 // not add up. The first movement takes the drag's one undo step.
 #pragma once
 
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 

@@ -5,19 +5,22 @@
 
 #include "app/command_ids.h"
 #include "app/router.h"
-#include "cad/canvas.h"
 #include "cad/draw_parts.h"
-#include "cad/draw_tools.h"
-#include "cad/edit_parts.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/connectivity.h"
+#include "cad/geometry/hits.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/snap.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/patterns.h"
 #include "cad/scale_revolve.h"
-#include "cad/tool_state.h"
 #include "cad/trim.h"
-#include "cad/workspace.h"
 #include "library/outline.h"
 #include "platform/events.h"
 #include "platform/window.h"
-#include "text/codetext.h"
 
 namespace morva {
 

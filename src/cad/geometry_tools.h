@@ -1,4 +1,4 @@
-// Click tools on geometry: Join, Trim and Tangent, and the connectivity that they restore.
+// Click tools on geometry: Join, Trim and Tangent, and the picks of a pivot or a direction.
 #pragma once
 
 #include "platform/events.h"
@@ -12,8 +12,6 @@ void StartGeometryTool(int tool);
 bool GeometryPress(const platform::PointerEvent& event);
 // The hover preview of Trim. Changes no geometry.
 void GeometryHover(const platform::PointerEvent& event);
-// Group numbers of all visible, unlocked objects anew: touching outlines make one part.
-void RecomputeConnectivity();
 
 void RegisterGeometryTools();
 void ResetGeometryTools();

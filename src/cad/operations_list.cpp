@@ -11,8 +11,10 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "cad/edit_parts.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "platform/listing.h"
 
 namespace morva {

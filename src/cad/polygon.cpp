@@ -6,11 +6,13 @@
 #include "app/limits.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
-#include "cad/edit_parts.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "forms/form.h"
 #include "library/outline.h"
-#include "platform/control.h"
 #include "platform/window.h"
 
 namespace morva {

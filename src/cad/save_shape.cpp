@@ -5,7 +5,8 @@
 
 #include "app/command_ids.h"
 #include "app/router.h"
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "library/outline.h"
 #include "library/shapes.h"
 #include "library/units.h"

@@ -8,13 +8,16 @@
 #include "app/router.h"
 #include "cad/edit_parts.h"
 #include "cad/edits.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/workspace.h"
 #include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"
-#include "platform/window.h"
 
 namespace morva {
 

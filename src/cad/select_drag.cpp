@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/hits.h"
 #include "cad/geometry_drag.h"
-#include "cad/tool_state.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
 #include "platform/window.h"
 

@@ -1,17 +1,16 @@
 #include "cad/sketch_code.h"
 
-#include <cstdint>
 #include <string>
 #include <utility>
 
-#include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/router.h"
-#include "cad/drawings.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_record.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/workspace.h"
 #include "cad/workspace_form.h"
 #include "documents/builder.h"
@@ -19,10 +18,8 @@
 #include "forms/form.h"
 #include "library/motion_text.h"
 #include "library/outline.h"
-#include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
-#include "text/codetext.h"
 
 namespace morva {
 

@@ -1,19 +1,18 @@
-// What the live sketch shows in the workspace: operations list, fields, status, recent lines.
+#include "cad/sketch_panels.h"
 
-#include <cmath>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "app/command_ids.h"
 #include "app/router.h"
 #include "cad/dimensions.h"
-#include "cad/hint_line.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/operations_list.h"
 #include "cad/save_shape.h"
-#include "cad/sketch.h"
 #include "cad/sketch_units.h"
-#include "cad/tool_state.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
@@ -24,8 +23,6 @@ namespace morva {
 
 namespace {
 
-std::u16string status;
-constexpr std::size_t kStatusMost = 511;
 constexpr std::int64_t kFaceRow = -1;  // data of the row that stands in an empty list
 constexpr int kSizeDecimals = 3;
 constexpr int kAngleDecimals = 4;
@@ -101,45 +98,7 @@ void ShowSelection() {
   SetPassingStatus(words.c_str());
 }
 
-void OnUndo(int, int) { SketchUndo(); }
-
-}  // namespace
-
-void SetSketchStatus(const char16_t* text) {
-  SetPassingStatus(text);
-  KeepPrompt(text ? text : u"");
-}
-
-void SetPassingStatus(const char16_t* text) {
-  std::u16string wanted(text ? text : u"");
-  if (wanted.size() > kStatusMost) wanted.resize(kStatusMost);
-  if (SameFolded(wanted, status)) return;
-  status = wanted;
-  platform::SetText(kIdCadStatus, status);
-}
-
-const std::u16string& SketchStatus() { return status; }
-
-void LogSketchOperation(const char16_t* text) {
-  if (!text || !platform::Exists(kIdCadRecent)) return;
-  const int count = platform::RowCount(kIdCadRecent);
-  if (count < kMaxRecentOperations) {
-    platform::AddRow(kIdCadRecent, text);
-    platform::SelectRow(kIdCadRecent, count);
-    return;
-  }
-  // The oldest line goes: every other moves up one place.
-  platform::HoldListRedraw(kIdCadRecent, true);
-  for (int row = 0; row + 1 < count; ++row) {
-    platform::SetRowText(kIdCadRecent, row, platform::RowText(kIdCadRecent, row + 1));
-  }
-  platform::SetRowText(kIdCadRecent, count - 1, text);
-  platform::SelectRow(kIdCadRecent, count - 1);
-  platform::HoldListRedraw(kIdCadRecent, false);
-  platform::Repaint(kIdCadRecent);
-}
-
-void RefreshSketchPanels() {
+void RefreshPanels() {
   RefreshOperations();
   ShowSelection();
   ShowSketchUnitCaptions();
@@ -148,9 +107,12 @@ void RefreshSketchPanels() {
   platform::Repaint(kViewCadCanvas);
 }
 
-std::u16string SketchNumber(double value, int decimals) { return FixedText(value, decimals); }
+void OnUndo(int, int) { SketchUndo(); }
+
+}  // namespace
 
 void RegisterSketchCommands() {
+  cadHooks.refreshSketchPanels = RefreshPanels;
   RegisterCommand(RouterStage::Builder, kIdCadUndo, platform::kNotifyClick, OnUndo);
   RegisterSketchUnits();
   RegisterOperationsList();

@@ -1,21 +1,17 @@
 #include "cad/sketch_units.h"
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
-#include <string>
 
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/router.h"
-#include "app/stop.h"
 #include "cad/draw_tools.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
-#include "cad/workspace.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "forms/form.h"
 #include "library/units.h"
-#include "platform/control.h"
 #include "platform/events.h"
 #include "platform/window.h"
 
@@ -23,39 +19,7 @@ namespace morva {
 
 namespace {
 
-bool StaysInLimit(double factor) {
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    const SketchObject& object = sketch.objects[i];
-    for (const double value : {object.x, object.y, object.size, object.size2}) {
-      if (!(std::fabs(value * factor) < kSketchLimit)) return false;
-    }
-  }
-  return true;
-}
-
-// One undo step for the user's own switch, so that Undo brings back the very numbers.
-void OnUnitKey(int id, int /*notification*/) {
-  const bool metric = id == kIdCadMm;
-  if (metric != sketch.metric) {
-    if (!StaysInLimit(metric ? kMmPerInch : kInchPerMm)) {
-      SetSketchStatus(u"Units unchanged: millimetres would exceed the sketch coordinate limit.");
-      return;
-    }
-    PushSketchUndo();
-  }
-  SwitchSketchUnits(metric);
-}
-
-}  // namespace
-
-bool SketchIsMetric() { return sketch.metric; }
-
-void ShowSketchUnitCaptions() {
-  ShowWords(kIdCadInch, !sketch.metric);
-  ShowWords(kIdCadMm, sketch.metric);
-}
-
-void SwitchSketchUnits(bool metric) {
+void SwitchUnits(bool metric) {
   if (metric != sketch.metric) {
     const double factor = metric ? kMmPerInch : kInchPerMm;
     const std::int32_t panel = tools.panelMode;
@@ -77,7 +41,40 @@ void SwitchSketchUnits(bool metric) {
   platform::Repaint(kViewCadCanvas);
 }
 
+bool StaysInLimit(double factor) {
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    const SketchObject& object = sketch.objects[i];
+    for (const double value : {object.x, object.y, object.size, object.size2}) {
+      if (!(std::fabs(value * factor) < kSketchLimit)) return false;
+    }
+  }
+  return true;
+}
+
+// One undo step for the user's own switch, so that Undo brings back the very numbers.
+void OnUnitKey(int id, int /*notification*/) {
+  const bool metric = id == kIdCadMm;
+  if (metric != sketch.metric) {
+    if (!StaysInLimit(metric ? kMmPerInch : kInchPerMm)) {
+      SetSketchStatus(u"Units unchanged: millimetres would exceed the sketch coordinate limit.");
+      return;
+    }
+    PushSketchUndo();
+  }
+  SwitchUnits(metric);
+}
+
+}  // namespace
+
+bool SketchIsMetric() { return sketch.metric; }
+
+void ShowSketchUnitCaptions() {
+  ShowWords(kIdCadInch, !sketch.metric);
+  ShowWords(kIdCadMm, sketch.metric);
+}
+
 void RegisterSketchUnits() {
+  cadHooks.switchSketchUnits = SwitchUnits;
   RegisterCommand(RouterStage::Builder, kIdCadInch, kIdCadMm, platform::kNotifyClick, OnUnitKey);
 }
 

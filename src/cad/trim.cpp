@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "cad/edit_parts.h"
-#include "cad/tool_state.h"
-#include "cad/trim_cuts.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/trim_cuts.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
 #include "text/codetext.h"
 

@@ -5,7 +5,6 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -17,23 +16,28 @@
 #include "cad/dimensions.h"
 #include "cad/draw_parts.h"
 #include "cad/draw_tools.h"
-#include "cad/drawings.h"
 #include "cad/edits.h"
 #include "cad/geometry_tools.h"
-#include "cad/hint_line.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/cut_data.h"
+#include "cad/model/drawings.h"
+#include "cad/model/hint_line.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "cad/panel/drawing_tabs.h"
 #include "cad/patterns.h"
 #include "cad/select_drag.h"
-#include "cad/sketch.h"
 #include "cad/sketch_code.h"
-#include "cad/tool_state.h"
+#include "cad/sketch_panels.h"
 #include "cad/workspace_form.h"
 #include "cad/workspace_strip.h"
 #include "documents/companions.h"
+#include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
 #include "platform/listing.h"
-#include "platform/menu.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -291,6 +295,24 @@ void RefreshKey(int id) {
   }
 }
 
+void RefreshPanel() {
+  if (!made || ShownCadPanel() == tools.panelMode) return;
+  ShowCadPanel(tools.panelMode);
+}
+
+void RefreshTools() {
+  if (!made) return;
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) RefreshKey(keys[i].id);
+  }
+  for (const int id : {kIdCadPickPivot, kIdPickDirection1, kIdPickDirection2}) RefreshKey(id);
+  RefreshCadKeys();
+  RefreshPanel();
+  RefreshHintLine();
+}
+
 // Cutting depth, feed and Safe Z.
 void OpenCutData(int, int) { OpenToolPanel(kPanelCutData, kIdCadDepth); }
 
@@ -340,6 +362,11 @@ void Listen(int id, void (*paint)(Canvas&), bool (*pointer)(const platform::Poin
 
 bool CadWindowExists() { return made; }
 
+void RefreshCadKeys() {
+  if (!made) return;
+  RefreshPatternForm();
+}
+
 void ShowCadWorkspace(const Rect& area) {
   if (!made) {
     if (!MakeWorkspace()) return;
@@ -369,29 +396,6 @@ void OpenToolPanel(int panelMode, int field) {
   platform::Repaint(kViewCadCanvas);
 }
 
-void RefreshCadPanel() {
-  if (!made || ShownCadPanel() == tools.panelMode) return;
-  ShowCadPanel(tools.panelMode);
-}
-
-void RefreshCadKeys() {
-  if (!made) return;
-  RefreshPatternForm();
-}
-
-void RefreshCadTools() {
-  if (!made) return;
-  for (int row = 0; row < kCadStripRows; ++row) {
-    int count = 0;
-    const CadKeySpec* keys = CadStripRow(row, count);
-    for (int i = 0; i < count; ++i) RefreshKey(keys[i].id);
-  }
-  for (const int id : {kIdCadPickPivot, kIdPickDirection1, kIdPickDirection2}) RefreshKey(id);
-  RefreshCadKeys();
-  RefreshCadPanel();
-  RefreshHintLine();
-}
-
 void CadFocusChanged(int /*id*/, bool gained) {
   if (!made) return;
   // Who works in a control knows it: the line is the tool's again.
@@ -402,6 +406,8 @@ void CadFocusChanged(int /*id*/, bool gained) {
 }
 
 void RegisterCadSurface() {
+  cadHooks.refreshCadPanel = RefreshPanel;
+  cadHooks.refreshCadTools = RefreshTools;
   static constexpr int kPages[] = {kModeCircular, kModeRectangular};
   Surface surface;
   surface.surface = kSurfaceCad;
@@ -431,7 +437,14 @@ void RegisterCad() {
   AddCommands(CadCommands());
   RegisterCadSurface();
   RegisterSketchCommands();
+  liveModels.cadWindowExists = CadWindowExists;
+  cadHooks.dropTools = [] {
+    StopTools(false);
+    ResetSelectDrag();
+  };
   RegisterDrawings();
+  RegisterCutData();
+  RegisterDrawingTabs();
   RegisterCanvas();
   RegisterDrawTools();
   RegisterEdits();
@@ -445,7 +458,7 @@ void RegisterCad() {
 }
 
 void ResetCad() {
-  ResetDrawings();
+  ResetDrawingTabs();
   ResetCanvas();
   ResetDrawTools();
   ResetSelectDrag();
@@ -456,6 +469,7 @@ void ResetCad() {
   ResetSketch();
   ResetCadForm();
   ResetHintLine();
+  cadHooks = CadHooks();
   made = false;
 }
 

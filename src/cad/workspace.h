@@ -18,12 +18,8 @@ void FocusCadCanvas();
 // Gives up the tools in hand, picks and marks, but for the revolve pivot, and shows a panel with
 // `field` ready to type over.
 void OpenToolPanel(int panelMode, int field);
-// Shows the panel of tools.panelMode and hides the others.
-void RefreshCadPanel();
 // "Generate" or "Update" and the pattern key, by the block under edit.
 void RefreshCadKeys();
-// After any event on the CAD surface: the keys of the tools in hand, captions, panel.
-void RefreshCadTools();
 
 // What the surface is told while it is up. The right mouse button, wherever it is: gives up the
 // tool in hand. True: there was one, and the click is used up.

@@ -4,10 +4,9 @@
 
 #include "app/command_ids.h"
 #include "app/limits.h"
+#include "cad/model/tool_state.h"
 #include "cad/sketch_units.h"
-#include "cad/tool_state.h"
 #include "library/units.h"
-#include "platform/window.h"
 
 namespace morva {
 

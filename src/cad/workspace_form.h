@@ -4,6 +4,7 @@
 // below it. A page of the form is a PanelMode.
 #pragma once
 
+#include "cad/model/sketch_words.h"
 #include "forms/form.h"
 #include "forms/sheet.h"
 

@@ -1,9 +1,9 @@
 #include "cad/workspace_strip.h"
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 
 namespace morva {
 

@@ -6,7 +6,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "cad/canvas.h"
+#include "cad/geometry/canvas_view.h"
 #include "desk/at_desk.h"
 #include "platform/window.h"
 

@@ -6,11 +6,13 @@
 #include <cmath>
 #include <vector>
 
-#include "library/outline.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "cad/select_drag.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
 #include "desk/cad_desk.h"
+#include "library/outline.h"
 
 namespace {
 

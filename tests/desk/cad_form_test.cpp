@@ -8,7 +8,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "cad/tool_state.h"
+#include "cad/model/tool_state.h"
 #include "cad/workspace_form.h"
 #include "desk/cad_desk.h"
 #include "platform/window.h"

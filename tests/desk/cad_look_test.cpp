@@ -13,8 +13,9 @@
 
 #include "app/router.h"
 #include "cad/dimensions.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "cad/workspace_form.h"
 #include "desk/cad_desk.h"
 #include "platform/canvas.h"

@@ -8,9 +8,8 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "cad/canvas.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"

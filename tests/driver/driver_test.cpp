@@ -5,7 +5,8 @@
 
 #include <filesystem>
 
-#include "cad/sketch.h"
+#include "cad/edits.h"
+#include "cad/model/sketch.h"
 #include "driver/drive.h"
 #include "driver/json_text.h"
 #include "driver/line_words.h"

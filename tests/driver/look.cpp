@@ -5,7 +5,9 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "cad/tool_state.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "dnc/serial_profile.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"

@@ -11,10 +11,10 @@
 #include <string_view>
 
 #include "app/app_state.h"
-#include "cad/canvas.h"
-#include "cad/drawings.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_record.h"
+#include "cad/model/tool_state.h"
 #include "driver/drive.h"
 #include "fuzz/driver_jobs.h"
 #include "fuzz/fuzz.h"

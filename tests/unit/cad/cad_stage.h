@@ -5,9 +5,7 @@
 #include <vector>
 
 #include "app/panels.h"
-#include "cad/operations_list.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/sketch.h"
 #include "cad/workspace.h"
 #include "documents/autosave.h"
 #include "documents/insertion.h"

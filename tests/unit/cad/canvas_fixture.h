@@ -12,10 +12,8 @@
 #include "app/panels.h"
 #include "cad/canvas.h"
 #include "cad/draw_tools.h"
-#include "cad/edits.h"
+#include "cad/model/sketch.h"
 #include "cad/select_drag.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
 #include "platform/headless/headless.h"
 #include "support/stage.h"
 

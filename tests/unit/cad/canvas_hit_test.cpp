@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cad/canvas.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/hits.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {

@@ -1,5 +1,13 @@
+#include "cad/canvas.h"
 #include "cad/dimensions.h"
+#include "cad/draw_tools.h"
+#include "cad/geometry/canvas_view.h"
 #include "cad/geometry_tools.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "cad/select_drag.h"
+#include "cad/sketch_panels.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {

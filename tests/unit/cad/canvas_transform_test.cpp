@@ -2,6 +2,8 @@
 // test says otherwise.
 #include <cmath>
 
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {

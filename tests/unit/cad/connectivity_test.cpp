@@ -1,9 +1,12 @@
 // Group numbers from outlines that touch: single cases by hand, and random sketches beside a
 // plain loop over all pairs of segments.
 
+#include "cad/geometry/connectivity.h"
+
 #include <cmath>
 #include <utility>
 
+#include "cad/model/sketch.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

@@ -1,4 +1,4 @@
-#include "cad/construct.h"
+#include "cad/geometry/construct.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,9 @@
 #include <limits>
 
 #include "app/command_ids.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
-#include "cad/tool_state.h"
 #include "support/program_maker.h"
 
 // Expected values are worked out by hand, or by a second way that the test names. The library's

@@ -1,5 +1,11 @@
 // Random presses, moves, releases and keys over random sketches: what must hold always holds.
 
+#include "cad/dimensions.h"
+#include "cad/draw_tools.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
+#include "cad/workspace.h"
 #include "support/program_maker.h"
 #include "unit/cad/draw_stage.h"
 

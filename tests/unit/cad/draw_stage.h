@@ -11,11 +11,10 @@
 
 #include "app/command_ids.h"
 #include "app/panels.h"
-#include "cad/canvas.h"
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "cad/workspace.h"
 #include "documents/program_tabs.h"
 #include "platform/headless/headless.h"

@@ -1,5 +1,9 @@
 #include "cad/draw_tools.h"
 
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

@@ -1,6 +1,5 @@
 // The name box of a drawing in the whole application: its keys and the room it takes.
 
-#include "cad/workspace.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "support/workbench.h"

@@ -6,7 +6,9 @@
 #include <new>
 #include <string>
 
-#include "cad/drawings.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "documents/companions.h"
 #include "unit/cad/cad_stage.h"
 

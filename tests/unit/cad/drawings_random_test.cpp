@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "cad/drawings.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch.h"
+#include "cad/panel/drawing_tabs.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

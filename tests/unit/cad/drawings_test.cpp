@@ -1,12 +1,17 @@
 // Drawings of a program: their keys, the record they are kept in, and the companion file.
 
-#include "cad/drawings.h"
+#include "cad/model/drawings.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <memory>
 
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_record.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "cad/panel/drawing_tabs.h"
 #include "documents/companions.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"

@@ -7,12 +7,11 @@
 #include <vector>
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
-#include "cad/edits.h"
 #include "cad/geometry_tools.h"
-#include "library/outline.h"
+#include "cad/model/sketch.h"
 #include "cad/select_drag.h"
 #include "cad_stage.h"
+#include "library/outline.h"
 
 namespace cad_test {
 

@@ -1,8 +1,14 @@
 // The edits by their commands, as keys and menus run them. Expected numbers are worked out by
 // hand.
 
+#include "cad/edits.h"
+
 #include <cmath>
 
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

@@ -1,6 +1,12 @@
-#include "cad/hint_line.h"
+#include "cad/model/hint_line.h"
 
 #include "app/surfaces.h"
+#include "cad/canvas.h"
+#include "cad/dimensions.h"
+#include "cad/draw_tools.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

@@ -3,7 +3,11 @@
 
 #include <cmath>
 
-#include "cad/drawings.h"
+#include "cad/geometry_tools.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "edits_stage.h"
 
 namespace morva {

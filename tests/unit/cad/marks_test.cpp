@@ -3,7 +3,10 @@
 
 #include "cad/dimensions.h"
 #include "cad/draw_tools.h"
-#include "cad/patterns.h"
+#include "cad/geometry_tools.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
+#include "cad/operations_list.h"
 #include "edits_stage.h"
 
 namespace morva {

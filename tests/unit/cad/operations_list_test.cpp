@@ -7,6 +7,8 @@
 #include "app/hooks.h"
 #include "app/icon_names.h"
 #include "app/palette.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
 #include "shell/owner_draw.h"
 #include "shell/theme.h"
 #include "unit/cad/cad_stage.h"

@@ -1,17 +1,19 @@
 // Sketch patterns in the whole workspace: fields are typed and keys clicked as the user does.
 // Expected places are worked out by hand or with the library's sine.
+
 #include "cad/patterns.h"
 
 #include <cmath>
 #include <vector>
 
-#include "cad/canvas.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/operations_list.h"
-#include "library/outline.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
 #include "cad/workspace.h"
 #include "documents/insertion.h"
+#include "library/outline.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/workbench.h"

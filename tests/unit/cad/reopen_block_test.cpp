@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "app/panels.h"
-#include "cad/drawings.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "unit/cad/cad_stage.h"

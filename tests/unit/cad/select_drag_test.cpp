@@ -1,7 +1,12 @@
 // Selecting and dragging by the pointer. Expected places are worked out by hand: a drag of n
 // hundredths of an inch is one of n pixels.
 
-#include "cad/draw_tools.h"
+#include "cad/select_drag.h"
+
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "edits_stage.h"
 
 namespace morva {

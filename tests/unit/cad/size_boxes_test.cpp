@@ -1,4 +1,7 @@
 #include "cad/draw_parts.h"
+#include "cad/draw_tools.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

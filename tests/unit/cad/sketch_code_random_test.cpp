@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
 #include "cad/sketch_code.h"
 #include "documents/feature_blocks.h"
 #include "simulator/motion_path.h"

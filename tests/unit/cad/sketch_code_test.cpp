@@ -1,11 +1,13 @@
 // The code of drawings: a worked example to the character, and the command around it.
+
 #include "cad/sketch_code.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"

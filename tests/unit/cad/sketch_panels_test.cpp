@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "cad/operations_list.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

@@ -6,6 +6,10 @@
 #include <random>
 #include <vector>
 
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

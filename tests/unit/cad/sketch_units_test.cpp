@@ -1,9 +1,10 @@
 // The sketch's own unit switch. Factors are 25.4 and the double next to 1/25.4.
 
-#include "cad/sketch_units.h"
-
 #include <gtest/gtest.h>
 
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

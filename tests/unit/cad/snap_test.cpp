@@ -1,8 +1,13 @@
 // The snap search, by hand-made sketches and against a plain second search.
 
+#include "cad/geometry/snap.h"
+
 #include <algorithm>
 #include <limits>
 
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
 #include "support/program_maker.h"
 #include "unit/cad/draw_stage.h"

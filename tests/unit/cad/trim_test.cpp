@@ -6,7 +6,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "cad/trim_cuts.h"
+#include "cad/geometry/trim_cuts.h"
+#include "cad/geometry_tools.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

@@ -1,17 +1,17 @@
 // The CAD workspace's window in the whole application: places, panels, right click, keys.
 
-#include "cad/workspace.h"
-
 #include <initializer_list>
 #include <iterator>
 #include <set>
 #include <vector>
 
 #include "app/outlets.h"
-#include "cad/canvas.h"
-#include "cad/hint_line.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/hint_line.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
 #include "cad/workspace_form.h"
 #include "platform/listing.h"
 #include "platform/window.h"

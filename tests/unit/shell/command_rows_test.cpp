@@ -11,8 +11,6 @@
 #include "app/commands.h"
 #include "app/hooks.h"
 #include "app/router.h"
-#include "cad/sketch.h"
-#include "cad/tool_state.h"
 #include "documents/destination.h"
 #include "platform/listing.h"
 #include "support/workbench.h"

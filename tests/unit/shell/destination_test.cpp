@@ -7,13 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "cad/sketch_code.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
-#include "text/codetext.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

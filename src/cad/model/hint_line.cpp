@@ -1,10 +1,10 @@
-#include "cad/hint_line.h"
+#include "cad/model/hint_line.h"
 
 #include <string>
 
 #include "app/command_ids.h"
 #include "app/palette.h"
-#include "cad/canvas_parts.h"
+#include "cad/model/tool_state.h"
 #include "platform/control.h"
 
 namespace morva {

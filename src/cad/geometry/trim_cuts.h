@@ -7,7 +7,6 @@
 #pragma once
 
 #include "app/limits.h"
-#include "cad/sketch.h"
 
 namespace morva {
 

@@ -1,10 +1,11 @@
-#include "cad/trim_cuts.h"
+#include "cad/geometry/trim_cuts.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "cad/canvas_parts.h"
-#include "cad/edit_parts.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/outlines.h"
+#include "cad/model/sketch.h"
 #include "library/outline.h"
 #include "text/codetext.h"
 

@@ -1,13 +1,13 @@
 // What the CAD tools hold between two events: the tool, its picks, its previews.
 //
-// One record; StopTools (draw_parts.h) clears it, and the loading of a drawing does. The live
+// One record; StopTools (tool_change.h) clears it, and the loading of a drawing does. The live
 // sketch itself stands in sketch.h.
 #pragma once
 
 #include <cstdint>
 
 #include "app/limits.h"
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 
@@ -106,7 +106,10 @@ void AddPreviewSegment(const PreviewSegment& segment);  // a full table drops it
 
 void SetMark(int index, bool marked);
 void ClearMultiSelect();
-bool IsMultiSelected(int index);
-int MultiSelectCount();
+
+// A construction method or a drag tool is in hand: a left press belongs to it.
+bool DrawToolActive();
+// Any tool that works on the plan; the 3D view ends with it.
+bool AnyToolInHand();
 
 }  // namespace morva

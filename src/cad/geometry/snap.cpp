@@ -1,17 +1,16 @@
-// The snap search: origin, object points, edges, intersections, grid, in this order.
-//
-// It runs at each move of the pointer, so what needs trigonometry is kept for each object and
-// made anew only when the object itself has changed.
+#include "cad/geometry/snap.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "cad/canvas.h"
-#include "cad/draw_parts.h"
-#include "cad/draw_tools.h"
-#include "cad/edit_parts.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
+
+// It runs at each move of the pointer, so what needs trigonometry is kept for each object and
+// made anew only when the object itself has changed.
 
 namespace morva {
 
@@ -193,6 +192,11 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
   if (tools.geometryTool == kGeometryTrim) return;  // a trim cuts where the user pointed
   x = search.foundX;
   y = search.foundY;
+}
+
+void SnappedPosition(const platform::PointerEvent& event, double& x, double& y) {
+  FromCanvas(event.x, event.y, x, y);
+  SnapPoint(x, y, -1, event.alt);
 }
 
 void ResetSnap() {

@@ -5,7 +5,7 @@
 // as a whole: the object handed in keeps its fields.
 #pragma once
 
-#include "cad/sketch.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 

@@ -1,19 +1,18 @@
-// Connectivity: which outlines touch, and the group numbers that follow from it.
-//
-// Every segment of one outline against every segment of another says whether two objects touch.
-// Boxes around outlines, runs of eight segments and single segments, each widened by more than
-// the tolerances, leave out only what cannot touch, so that the answer is the plain one.
+#include "cad/geometry/connectivity.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
-#include "cad/canvas_parts.h"
-#include "cad/edit_parts.h"
-#include "cad/geometry_tools.h"
-#include "cad/sketch.h"
+#include "cad/geometry/lines.h"
+#include "cad/geometry/outlines.h"
+#include "cad/model/sketch.h"
 #include "library/outline.h"
+
+// Every segment of one outline against every segment of another says whether two objects touch.
+// Boxes around outlines, runs of eight segments and single segments, each widened by more than
+// the tolerances, leave out only what cannot touch, so that the answer is the plain one.
 
 namespace morva {
 

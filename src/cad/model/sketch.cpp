@@ -1,11 +1,13 @@
-#include "cad/sketch.h"
+#include "cad/model/sketch.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "cad/drawings.h"
-#include "cad/tool_state.h"
-#include "documents/insertion.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/cut_data.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "documents/edit_link.h"
 #include "documents/program_changed.h"
 
 namespace morva {
@@ -173,6 +175,16 @@ std::int32_t NextSketchGroup() {
   std::int32_t free = 1;
   while (GroupInUse(free)) ++free;
   return free;
+}
+
+bool IsMultiSelected(int index) {
+  return index >= 0 && index < sketch.objectCount && tools.multiSelect[index] != 0;
+}
+
+int MultiSelectCount() {
+  int count = 0;
+  for (int i = 0; i < sketch.objectCount; ++i) count += tools.multiSelect[i] != 0 ? 1 : 0;
+  return count;
 }
 
 void SetSelected(std::int32_t index) { sketch.selected = index; }

@@ -1,4 +1,4 @@
-#include "cad/tool_state.h"
+#include "cad/model/tool_state.h"
 
 #include <algorithm>
 
@@ -102,14 +102,10 @@ void ClearMultiSelect() {
   for (unsigned char& mark : tools.multiSelect) mark = 0;
 }
 
-bool IsMultiSelected(int index) {
-  return index >= 0 && index < sketch.objectCount && tools.multiSelect[index] != 0;
-}
+bool DrawToolActive() { return tools.constructionMethod != 0 || tools.dragTool != 0; }
 
-int MultiSelectCount() {
-  int count = 0;
-  for (int i = 0; i < sketch.objectCount; ++i) count += tools.multiSelect[i] != 0 ? 1 : 0;
-  return count;
+bool AnyToolInHand() {
+  return DrawToolActive() || tools.geometryTool != kGeometryNone || tools.dimensionMode;
 }
 
 }  // namespace morva

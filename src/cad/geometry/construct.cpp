@@ -1,10 +1,11 @@
-#include "cad/construct.h"
+#include "cad/geometry/construct.h"
 
 #include <cmath>
 
 #include "app/command_ids.h"
-#include "cad/edit_parts.h"
-#include "cad/tool_state.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
 #include "library/outline.h"
 #include "text/codetext.h"
 

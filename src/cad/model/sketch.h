@@ -8,8 +8,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <string_view>
 
 #include "app/limits.h"
 #include "library/sketch_object.h"
@@ -59,6 +57,9 @@ bool SamePart(int a, int b);
 bool InSelectedPart(int index);
 // The largest group in use plus 1, at least 1; the least free one where no number is larger.
 std::int32_t NextSketchGroup();
+// Marks of the multi-selection (tool_state.h) on objects that exist.
+bool IsMultiSelected(int index);
+int MultiSelectCount();
 // -1, or an index without an object: none.
 void SetSelected(std::int32_t index);
 // In place of the object that stands there, its flags kept; no undo step.
@@ -88,25 +89,6 @@ void RemoveSketchObject(int index);
 // The inch or the millimetre value, by the sketch's unit.
 inline double BySketchUnit(double inch, double mm) { return sketch.metric ? mm : inch; }
 
-// Inch (false) or millimetre: converts the sketch and the numeric fields. Nothing when active.
-void SwitchSketchUnits(bool metric);
-
-// List, fields, status line and canvas from the live sketch. Harmless without a window.
-void RefreshSketchPanels();
-// At most 511 units; the same text in another case leaves the line untouched; null clears.
-// With a tool in hand the text also stands on the hint line, as what the tool says.
-void SetSketchStatus(const char16_t* text);
-// The same for what is no word of a tool: the cursor, the selection.
-void SetPassingStatus(const char16_t* text);
-const std::u16string& SketchStatus();
-// A line of "Recent operations", which keeps 40.
-void LogSketchOperation(const char16_t* text);
-
-// A number as the sketch's fields show it: round half up on the absolute value, "-" for any
-// value below 0. `decimals` 0 to 6.
-std::u16string SketchNumber(double value, int decimals);
-// Commands that this file and drawings.h answer.
-void RegisterSketchCommands();
 void ResetSketch();
 
 }  // namespace morva

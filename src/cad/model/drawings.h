@@ -1,0 +1,32 @@
+// Drawings of a program: up to eight, one of them live, beside the program in its companion.
+#pragma once
+
+#include <cstdint>
+
+#include "documents/feature_settings.h"
+#include "documents/tab_table.h"
+
+namespace morva {
+
+// The set of drawings and the working copy of the active program, made at need; null: no program,
+// no workspace or no memory, and nothing changed.
+ProgramTab* ProvideDrawings();
+// An empty drawing in the unit in force, with its cutting data and the name "Drawing `number`".
+void StartDrawing(Drawing& drawing, int number);
+// The live sketch is stored and that of drawing `index` comes in; nothing for the active one.
+void SwitchDrawing(ProgramTab& tab, std::uint32_t index);
+
+// The live sketch into the active drawing of the current program. A number that no record can
+// hold is stored as 0, so that one bad field never costs the drawing.
+void SaveLiveDrawing();
+// The live sketch from the current program's working copy; an empty one without it. Undo steps
+// and recent operations end here.
+void LoadSketchForProgram();
+// A block's record into the live sketch and the CAD surface up; flags cleared, nothing
+// selected. A sketch that held other geometry is one Undo away, with its thickness and cutting
+// data. False: it is no record of a sketch or there is no workspace, and nothing changed.
+bool OpenSketchBlock(const FeatureSettings& record);
+
+void RegisterDrawings();  // the live model of the documents
+
+}  // namespace morva

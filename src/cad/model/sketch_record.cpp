@@ -1,0 +1,69 @@
+#include "cad/model/sketch_record.h"
+
+#include <cmath>
+
+#include "cad/model/cut_data.h"
+#include "cad/model/sketch.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays below
+
+void TakeLiveSketch(FeatureSettings& record) {
+  record = FeatureSettings();
+  record.version = kSketchVersion;
+  record.kind = kKindSketch;
+  record.metric = sketch.metric ? 1 : 0;
+  record.itemCount = sketch.objectCount;
+  const CutData cut = ShownCutData();
+  record.values[0] = cut.depth;
+  record.values[1] = cut.feed;
+  record.values[2] = cut.safeZ;
+  record.values[kThicknessValue] = sketch.thickness;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    record.items[i] = ItemOf(sketch.objects[i]);
+  }
+}
+
+double Storable(double value) { return std::fabs(value) < kRecordLimit ? value : 0; }
+
+}  // namespace
+
+bool IsSketchRecord(const FeatureSettings& record) {
+  return record.kind == kKindSketch && record.itemCount >= 0 && record.itemCount <= kMaxItems &&
+         ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
+}
+
+bool WriteSketchSettings(FeatureSettings& record) {
+  TakeLiveSketch(record);
+  return IsSketchRecord(record);
+}
+
+bool StoreLiveSketch(FeatureSettings& record) {
+  TakeLiveSketch(record);
+  for (double& value : record.values) value = Storable(value);
+  for (int i = 0; i < record.itemCount; ++i) {
+    FeatureItem& item = record.items[i];
+    item.p0 = Storable(item.p0);
+    item.p1 = Storable(item.p1);
+    item.p2 = std::fabs(Storable(item.p2));
+    item.p3 = std::fabs(Storable(item.p3));
+    item.p4 = Storable(item.p4);
+  }
+  return IsSketchRecord(record);
+}
+
+bool SketchDiffersFrom(const FeatureSettings& record) {
+  if (sketch.objectCount == 0) return false;
+  if (sketch.objectCount != record.itemCount || sketch.metric != (record.metric != 0)) return true;
+  for (int i = 0; i < sketch.objectCount; ++i) {
+    const SketchObject stored = ObjectOf(record.items[i]);
+    const SketchObject& live = sketch.objects[i];
+    if (live.group != stored.group || !SameGeometry(live, stored)) return true;
+  }
+  return false;
+}
+
+}  // namespace morva

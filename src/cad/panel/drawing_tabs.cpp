@@ -1,0 +1,107 @@
+#include "cad/panel/drawing_tabs.h"
+
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/router.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/drawings.h"
+#include "cad/model/sketch_words.h"
+#include "documents/program_changed.h"
+#include "documents/tab_table.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/window.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
+
+void RefreshTabs() {
+  const ProgramTab* tab = ActiveTab();
+  const CadStore* store = tab ? tab->cadStore : nullptr;
+  const int count = store ? static_cast<int>(store->count) : 1;
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    const int id = kIdDrawingFirst + i;
+    const bool active = store ? i == static_cast<int>(store->active) : i == 0;
+    if (i < count) platform::SetText(id, store ? store->drawings[i].name : u"Drawing 1");
+    platform::SetChecked(id, active);
+    platform::SetVisible(id, i < count);
+    platform::Repaint(id);
+  }
+}
+
+void OnTabKey(int id, int) { SelectDrawingTab(id - kIdDrawingFirst); }
+
+void OnAdd(int, int) { AddDrawingTab(); }
+
+void OnRename(int, int) { RenameDrawingTab(); }
+
+}  // namespace
+
+void CloseDrawingName() {
+  if (!Renaming()) return;
+  platform::SetVisible(kIdCadDrawingName, false);
+  Call(hooks.layout);
+}
+
+void SelectDrawingTab(int index) {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  CloseDrawingName();
+  if (index >= 0) SwitchDrawing(*tab, static_cast<std::uint32_t>(index));
+}
+
+void AddDrawingTab() {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  CloseDrawingName();
+  CadStore& store = *tab->cadStore;
+  if (store.count >= kMaxDrawings) {
+    SetSketchStatus(u"Eight drawings per program. Start another program for more drawings.");
+    return;
+  }
+  ProgramChanged({.autosave = true});
+  const std::uint32_t index = store.count++;
+  StartDrawing(store.drawings[index], static_cast<int>(store.count));
+  SwitchDrawing(*tab, index);
+  Call(hooks.layout);  // one key more
+}
+
+void RenameDrawingTab() {
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab) return;
+  Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
+  if (!Renaming()) {
+    platform::SetTextLimit(kIdCadDrawingName, kDrawingNameUnits - 1);
+    platform::SetText(kIdCadDrawingName, drawing.name);
+    platform::SetVisible(kIdCadDrawingName, true);
+    platform::BringToTop(kIdCadDrawingName);
+    Call(hooks.layout);
+    platform::SetFocusTo(kIdCadDrawingName);
+    platform::SelectAllText(kIdCadDrawingName);
+    return;
+  }
+  CloseDrawingName();
+  ProgramChanged({.autosave = true});
+  const std::u16string name = platform::TextOf(kIdCadDrawingName);
+  if (!name.empty()) CopyBounded(drawing.name, kDrawingNameUnits, name);
+  RefreshDrawingTabs();
+  SetSketchStatus(u"Drawing renamed. Save the program to preserve all CAD tabs.");
+}
+
+void RegisterDrawingTabs() {
+  cadHooks.refreshDrawingTabs = RefreshTabs;
+  RegisterCommand(RouterStage::Builder, kIdDrawingFirst, kIdDrawingLast, platform::kNotifyClick,
+                  OnTabKey);
+  RegisterCommand(RouterStage::Builder, kIdDrawingAdd, platform::kNotifyClick, OnAdd);
+  RegisterCommand(RouterStage::Builder, kIdDrawingRename, platform::kNotifyClick, OnRename);
+}
+
+void ResetDrawingTabs() { platform::SetVisible(kIdCadDrawingName, false); }
+
+}  // namespace morva
