@@ -9,10 +9,10 @@
 #include <cmath>
 #include <vector>
 
-#include "cad/draw_tools.h"
 #include "cad/geometry/snap.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/draw_tools.h"
 #include "cpu_time.h"
 #include "library/outline.h"
 #include "sketch_scene.h"

@@ -12,9 +12,9 @@
 #include <cstdlib>
 
 #include "cad/geometry/connectivity.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/geometry_tools.h"
 #include "cpu_time.h"
 #include "library/outline.h"
 #include "sketch_scene.h"

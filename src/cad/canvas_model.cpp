@@ -11,13 +11,13 @@
 #include "app/router.h"
 #include "cad/canvas.h"
 #include "cad/canvas_parts.h"
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/outlines.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/tool_change.h"
 #include "documents/program_changed.h"
 #include "forms/form.h"
 #include "library/view_cube.h"
@@ -207,7 +207,7 @@ void LeaveView() {
   // Who came back by turning to the plan wants to see more than the plan the next time.
   if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
   // Help for what is gone would mislead.
-  if (SketchStatus() == kCubeHelp) SetSketchStatus(u"SELECT mode: click geometry on the canvas.");
+  if (SketchStatus() == kCubeHelp) SetSketchStatus(kSelecting);
   if (tools.panelMode == kPanelThickness) SetPanelMode(kPanelNone);
   RefreshCadTools();
   Refresh();

@@ -10,11 +10,10 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "cad/edit_parts.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
-#include "cad/model/tool_state.h"
+#include "cad/tools/edit_parts.h"
 #include "platform/listing.h"
 
 namespace morva {
@@ -67,12 +66,6 @@ int OperationObject(int row) {
   if (row < 0 || row >= platform::RowCount(kIdCadOperations)) return -1;
   const std::int64_t data = platform::RowData(kIdCadOperations, row);
   return data >= 0 && data < sketch.objectCount ? static_cast<int>(data) : -1;
-}
-
-void SelectSketchObject(int index) {
-  SetSelected(index >= 0 && index < sketch.objectCount ? index : -1);
-  for (int i = 0; i < kMaxItems; ++i) SetMark(i, InSelectedPart(i));
-  RefreshSketchPanels();
 }
 
 void ToggleOperationHidden(int index) {

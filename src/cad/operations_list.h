@@ -8,9 +8,6 @@ namespace morva {
 
 // The object of a list row, -1 for none.
 int OperationObject(int row);
-// The object becomes the selection, the marks it and its group; fields, status and canvas
-// follow. -1 for none.
-void SelectSketchObject(int index);
 // Shows or hides the object and its group; one undo step.
 void ToggleOperationHidden(int index);
 // One row: the eye at its left end, struck through for a hidden object; or the empty face.

@@ -13,11 +13,6 @@
 #include "app/wells.h"
 #include "cad/cad_commands.h"
 #include "cad/canvas.h"
-#include "cad/dimensions.h"
-#include "cad/draw_parts.h"
-#include "cad/draw_tools.h"
-#include "cad/edits.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
@@ -26,10 +21,19 @@
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/drawing_tabs.h"
-#include "cad/patterns.h"
-#include "cad/select_drag.h"
+#include "cad/panel/pattern_form.h"
 #include "cad/sketch_code.h"
 #include "cad/sketch_panels.h"
+#include "cad/tools/dimensions.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/edits.h"
+#include "cad/tools/flyout.h"
+#include "cad/tools/geometry_tools.h"
+#include "cad/tools/patterns.h"
+#include "cad/tools/select_drag.h"
+#include "cad/tools/size_boxes.h"
+#include "cad/tools/tool_change.h"
+#include "cad/tools/tool_keys.h"
 #include "cad/workspace_form.h"
 #include "cad/workspace_strip.h"
 #include "documents/companions.h"
@@ -387,15 +391,6 @@ void HideCadWorkspace() {
 
 void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
 
-void OpenToolPanel(int panelMode, int field) {
-  GiveUpTools(false);
-  SetPanelMode(panelMode);
-  RefreshCadTools();
-  platform::SetFocusTo(field);
-  platform::SelectAllText(field);
-  platform::Repaint(kViewCadCanvas);
-}
-
 void CadFocusChanged(int /*id*/, bool gained) {
   if (!made) return;
   // Who works in a control knows it: the line is the tool's again.
@@ -446,11 +441,12 @@ void RegisterCad() {
   RegisterCutData();
   RegisterDrawingTabs();
   RegisterCanvas();
-  RegisterDrawTools();
+  RegisterToolKeys();
   RegisterEdits();
   RegisterGeometryTools();
   RegisterDimensions();
   RegisterPatterns();
+  RegisterPatternForm();
   RegisterSketchCode();
   RegisterCommand(RouterStage::Builder, kIdCadCutData, platform::kNotifyClick, OpenCutData);
   Listen(kViewCad, PaintWorkspace, WorkspacePointer);
@@ -461,11 +457,12 @@ void ResetCad() {
   ResetDrawingTabs();
   ResetCanvas();
   ResetDrawTools();
+  ResetFlyouts();
   ResetSelectDrag();
   ResetEdits();
   ResetGeometryTools();
   ResetDimensions();
-  ResetPatterns();
+  ResetPatternForm();
   ResetSketch();
   ResetCadForm();
   ResetHintLine();

@@ -15,9 +15,6 @@ void ShowCadWorkspace(const platform::Rect& area);
 void HideCadWorkspace();
 // The keyboard on the canvas.
 void FocusCadCanvas();
-// Gives up the tools in hand, picks and marks, but for the revolve pivot, and shows a panel with
-// `field` ready to type over.
-void OpenToolPanel(int panelMode, int field);
 // "Generate" or "Update" and the pattern key, by the block under edit.
 void RefreshCadKeys();
 

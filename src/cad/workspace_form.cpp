@@ -5,7 +5,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "cad/model/tool_state.h"
-#include "cad/sketch_units.h"
+#include "cad/tools/sketch_units.h"
 #include "library/units.h"
 
 namespace morva {

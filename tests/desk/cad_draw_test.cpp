@@ -10,10 +10,10 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "cad/dimensions.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/dimension_paint.h"
 #include "desk/cad_desk.h"
 #include "platform/window.h"
 

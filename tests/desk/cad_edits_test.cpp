@@ -10,7 +10,7 @@
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
-#include "cad/select_drag.h"
+#include "cad/tools/select_drag.h"
 #include "desk/cad_desk.h"
 #include "library/outline.h"
 

@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "cad/edits.h"
 #include "cad/model/sketch.h"
+#include "cad/tools/edits.h"
 #include "driver/drive.h"
 #include "driver/json_text.h"
 #include "driver/line_words.h"

@@ -11,9 +11,9 @@
 #include "app/command_ids.h"
 #include "app/panels.h"
 #include "cad/canvas.h"
-#include "cad/draw_tools.h"
 #include "cad/model/sketch.h"
-#include "cad/select_drag.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/select_drag.h"
 #include "platform/headless/headless.h"
 #include "support/stage.h"
 

@@ -3,12 +3,12 @@
 #include <cmath>
 
 #include "cad/canvas.h"
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/draw_tools.h"
 #include "platform/control.h"
 #include "platform/timer.h"
 #include "unit/cad/canvas_fixture.h"

@@ -2,10 +2,10 @@
 // 520, 300.
 #include <cmath>
 
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/draw_tools.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {

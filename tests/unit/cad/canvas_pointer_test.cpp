@@ -1,13 +1,14 @@
 #include "cad/canvas.h"
-#include "cad/dimensions.h"
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/select_drag.h"
 #include "cad/sketch_panels.h"
+#include "cad/tools/dimensions.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/geometry_tools.h"
+#include "cad/tools/select_drag.h"
+#include "cad/tools/tool_change.h"
 #include "unit/cad/canvas_fixture.h"
 
 namespace morva {

@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/draw_tools.h"
 #include "library/outline.h"
 #include "support/program_maker.h"
 

@@ -1,11 +1,13 @@
-#include "cad/dimensions.h"
+#include "cad/tools/dimensions.h"
 
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/dimension_paint.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/tool_change.h"
 #include "library/outline.h"
 #include "unit/cad/draw_stage.h"
 

@@ -1,10 +1,12 @@
 // Random presses, moves, releases and keys over random sketches: what must hold always holds.
 
-#include "cad/dimensions.h"
-#include "cad/draw_tools.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/dimensions.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/size_boxes.h"
+#include "cad/tools/tool_change.h"
 #include "cad/workspace.h"
 #include "support/program_maker.h"
 #include "unit/cad/draw_stage.h"

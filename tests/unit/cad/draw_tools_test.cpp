@@ -1,9 +1,12 @@
-#include "cad/draw_tools.h"
+#include "cad/tools/draw_tools.h"
 
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/flyout.h"
+#include "cad/tools/polygon.h"
+#include "cad/tools/tool_change.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

@@ -5,14 +5,14 @@
 #include <map>
 #include <string>
 
-#include "cad/edits.h"
 #include "cad/geometry/canvas_view.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/select_drag.h"
+#include "cad/tools/edits.h"
+#include "cad/tools/geometry_tools.h"
+#include "cad/tools/select_drag.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "app/command_ids.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/sketch.h"
-#include "cad/select_drag.h"
+#include "cad/tools/geometry_tools.h"
+#include "cad/tools/select_drag.h"
 #include "cad_stage.h"
 #include "library/outline.h"
 

@@ -1,7 +1,7 @@
 // The edits by their commands, as keys and menus run them. Expected numbers are worked out by
 // hand.
 
-#include "cad/edits.h"
+#include "cad/tools/edits.h"
 
 #include <cmath>
 
@@ -9,6 +9,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/scale_revolve.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

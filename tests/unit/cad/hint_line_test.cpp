@@ -2,11 +2,13 @@
 
 #include "app/surfaces.h"
 #include "cad/canvas.h"
-#include "cad/dimensions.h"
-#include "cad/draw_tools.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
+#include "cad/tools/dimensions.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/size_boxes.h"
+#include "cad/tools/tool_change.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

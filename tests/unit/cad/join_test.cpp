@@ -3,11 +3,11 @@
 
 #include <cmath>
 
-#include "cad/geometry_tools.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/geometry_tools.h"
 #include "edits_stage.h"
 
 namespace morva {

@@ -1,12 +1,13 @@
 // Marks of a selection that was left: what is new, or chosen by another way than a click on the
 // canvas, is alone what the next Delete takes.
 
-#include "cad/dimensions.h"
-#include "cad/draw_tools.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
-#include "cad/operations_list.h"
+#include "cad/tools/dimensions.h"
+#include "cad/tools/draw_tools.h"
+#include "cad/tools/edit_parts.h"
+#include "cad/tools/geometry_tools.h"
+#include "cad/tools/polygon.h"
 #include "edits_stage.h"
 
 namespace morva {

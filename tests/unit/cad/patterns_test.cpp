@@ -1,8 +1,6 @@
 // Sketch patterns in the whole workspace: fields are typed and keys clicked as the user does.
 // Expected places are worked out by hand or with the library's sine.
 
-#include "cad/patterns.h"
-
 #include <cmath>
 #include <vector>
 
@@ -10,7 +8,9 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/operations_list.h"
+#include "cad/panel/pattern_form.h"
+#include "cad/tools/edit_parts.h"
+#include "cad/tools/pattern_direction.h"
 #include "cad/workspace.h"
 #include "documents/insertion.h"
 #include "library/outline.h"

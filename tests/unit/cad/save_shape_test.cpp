@@ -1,6 +1,6 @@
 // A drawing saved as a reusable shape. Extents and stored numbers are worked out by hand.
 
-#include "cad/save_shape.h"
+#include "cad/tools/save_shape.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Selecting and dragging by the pointer. Expected places are worked out by hand: a drag of n
 // hundredths of an inch is one of n pixels.
 
-#include "cad/select_drag.h"
+#include "cad/tools/select_drag.h"
 
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"

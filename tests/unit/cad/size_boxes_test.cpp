@@ -1,7 +1,8 @@
-#include "cad/draw_parts.h"
-#include "cad/draw_tools.h"
+#include "cad/tools/size_boxes.h"
+
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/draw_tools.h"
 #include "unit/cad/draw_stage.h"
 
 namespace morva {

@@ -1,16 +1,16 @@
 // Trim at a click, case by case with remainders worked out by hand, its limits, and random
 // sketches whose remainders are measured against the outlines that were there before.
 
-#include "cad/trim.h"
+#include "cad/tools/trim.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "cad/geometry/trim_cuts.h"
-#include "cad/geometry_tools.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/geometry_tools.h"
 #include "edits_stage.h"
 #include "support/program_maker.h"
 

@@ -1,0 +1,321 @@
+#include "cad/panel/pattern_form.h"
+
+#include <cmath>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/commands.h"
+#include "app/limits.h"
+#include "app/router.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/cut_data.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/model/tool_state.h"
+#include "cad/tools/tool_change.h"
+#include "cad/workspace_form.h"
+#include "documents/edit_link.h"
+#include "documents/feature_settings.h"
+#include "forms/form.h"
+#include "library/item_places.h"
+#include "library/motion_text.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kCutDecimals = 4;
+constexpr int kSizeDecimals = 6;   // of sizes taken over from an object,
+constexpr int kLeastDecimals = 3;  // without zeros behind these
+
+// Whether the form of the circular and of the rectangular kind takes the selected object.
+bool fromSelection[2];
+
+// What the circular or the rectangular form reads.
+struct Numbers {
+  bool rectangular = false;
+  FormValues fields;
+  double counts[2] = {1, 1};
+  double directions[2] = {0, 90};
+  double operator[](int place) const { return fields.numbers[place]; }
+};
+
+CutData CutOf(const Numbers& n) {
+  return n.rectangular ? CutData{n[kGridDepth], n[kGridFeed], n[kGridSafeZ]}
+                       : CutData{n[kCircleDepth], n[kCircleFeed], n[kCircleSafeZ]};
+}
+
+// The fields of an item's size and width and its list, by the kind of the pattern.
+struct ItemFields {
+  int shape, size, width;
+};
+constexpr ItemFields kItemFields[2] = {{kIdCadCircShape, kIdCadCircSize, kIdCadCircWidth},
+                                       {kIdCadRectShape, kIdCadRectSize, kIdCadRectWidth}};
+
+// Objects about the item's own centre, at most the lines of a diamond.
+struct Source {
+  SketchObject objects[4];
+  int count = 0;
+};
+
+SketchObject results[kMaxItems + 1];
+
+bool Refuse(const char16_t* words) {
+  SetSketchStatus(words);
+  return false;
+}
+
+bool Lies(double value, double limit) { return std::fabs(value) < limit; }
+
+bool ShapeSource(const ItemFields& form, Source& source) {
+  const double width = FieldNumber(form.size);
+  const double typed = FieldNumber(form.width);
+  const double height = typed == 0 ? width : typed;
+  if (!(width > 0) || !Lies(width, kSketchLimit) || !Lies(height, kSketchLimit)) return false;
+  const auto shape = static_cast<ItemShape>(platform::SelectedRow(form.shape));
+  SketchObject& object = source.objects[0];
+  source.count = 1;
+  object.size = width;
+  switch (shape) {
+    case ItemShape::Circle:
+      object.type = kTypeCircle;
+      return true;
+    case ItemShape::Square:
+    case ItemShape::Rectangle:
+      object.type = kTypeRectangle;
+      object.size2 = shape == ItemShape::Square ? width : height;
+      return object.size2 > 0;
+    case ItemShape::Slot:
+      object.type = kTypeSlot;
+      object.size2 = height;
+      return height > 0;
+    case ItemShape::Triangle:
+    case ItemShape::Diamond:
+      break;
+    default:
+      return false;
+  }
+  if (!(height > 0)) return false;
+  double xs[4];
+  double ys[4];
+  source.count = ShapeCorners(shape, width, height, xs, ys);
+  for (int i = 0; i < source.count; ++i) {
+    const int next = (i + 1) % source.count;
+    source.objects[i].type = kTypeLine;
+    SetLineEnds(source.objects[i], xs[i], ys[i], xs[next], ys[next]);
+  }
+  return true;
+}
+
+// The selected object alone, whatever its group, with the sizes of the form.
+bool SelectionSource(const ItemFields& form, Source& source) {
+  SketchObject object = sketch.objects[sketch.selected];
+  object.x = 0;
+  object.y = 0;
+  object.size = FieldNumber(form.size);
+  const double width = FieldNumber(form.width);
+  if (object.type == kTypeWorkPoint || !(object.size > 0) || !Lies(object.size, kSketchLimit)) {
+    return false;
+  }
+  if (HasTwoSizes(object)) {
+    object.size2 = width;
+    if (!(width > 0) || !Lies(width, kSketchLimit)) return false;
+    if (object.type == kTypeSlot && width > object.size) return false;
+  }
+  source.objects[0] = object;
+  source.count = 1;
+  return true;
+}
+
+bool ReadSource(const ItemFields& form, bool selection, Source& source) {
+  // A locked selection says so itself.
+  if (selection && HasSketchSelection() && !MayEditSelection()) return false;
+  const bool made =
+      selection ? HasSketchSelection() && SelectionSource(form, source) : ShapeSource(form, source);
+  return made || Refuse(u"Choose valid shape dimensions or select unlocked geometry.");
+}
+
+bool ReadNumbers(Numbers& values) {
+  int refused = 0;
+  const int page = values.rectangular ? kPanelRectangular : kPanelCircular;
+  if (!ReadForm(kCadForm, page, Reading::Strict, values.fields, refused)) {
+    return Refuse(u"Pattern fields require finite numeric values.");
+  }
+  if (values.rectangular) {
+    values.counts[0] = values[kGridColumns];
+    values.counts[1] = values[kGridRows];
+  } else {
+    values.counts[0] = values[kCircleQuantity];
+  }
+  return true;
+}
+
+bool CountsFit(const Numbers& values, const Source& source, bool selection) {
+  for (const double count : values.counts) {
+    if (!(count > 0) || count != std::floor(count)) {
+      return Refuse(u"Use positive whole-number pattern quantities.");
+    }
+  }
+  // The selected object's own place is one of those that the pattern fills.
+  const int room = kMaxItems - sketch.objectCount + (selection ? 1 : 0);
+  const double wanted = source.count * values.counts[0] * values.counts[1];
+  if (values.counts[0] > kMaxItems || values.counts[1] > kMaxItems || wanted > room) {
+    return Refuse(
+        u"Pattern exceeds the sketch's 96 geometry objects. Reduce the count; no partial pattern "
+        u"was created.");
+  }
+  return true;
+}
+
+bool ReadDirections(Numbers& values) {
+  for (int i = 0; i < 2; ++i) {
+    const int id = i == 0 ? kIdCadDirection1 : kIdCadDirection2;
+    const std::u16string text = platform::TextOf(id);
+    if (!text.empty() && !ReadStrictNumber(text, values.directions[i])) {
+      return Refuse(u"Enter numeric direction angles.");
+    }
+  }
+  return true;
+}
+
+// Where an item's centre lies and how far it is turned, in `angle`.
+ItemPlace CirclePlace(const Numbers& n, int item) {
+  ItemPlace place = PlaceOnCircle(
+      {n[kCircleX], n[kCircleY], n[kCircleDiameter], n[kCircleStart], n.counts[0]}, item);
+  const auto orientation = static_cast<Orientation>(n.fields.choices[kPatternOrientation]);
+  place.angle = ItemTurn(orientation, n[kCircleTurn], place.angle);
+  return place;
+}
+
+ItemPlace GridPlace(const Numbers& n, int item) {
+  const GridPlaces grid{n[kGridX],      n[kGridY],     static_cast<int>(n.counts[0]),
+                        n[kGridStepX],  n[kGridStepY], n.directions[0],
+                        n.directions[1]};
+  ItemPlace place = PlaceInGrid(grid, item);
+  place.angle = n[kGridTurn];
+  return place;
+}
+
+// Every object of every item. False: one would leave the sketch.
+bool LayOut(const Numbers& values, const Source& source, int& count) {
+  const int items = static_cast<int>(values.counts[0] * values.counts[1]);
+  count = 0;
+  for (int item = 0; item < items; ++item) {
+    const ItemPlace place =
+        values.rectangular ? GridPlace(values, item) : CirclePlace(values, item);
+    for (int i = 0; i < source.count; ++i) {
+      SketchObject& object = results[count++];
+      object = source.objects[i];
+      RotatePoint(place.x, place.y, source.objects[i].x, source.objects[i].y, place.angle, object.x,
+                  object.y);
+      object.angle += place.angle;
+      if (!WithinSketchLimit(object)) {
+        return Refuse(u"Pattern extent exceeds the sketch coordinate limit.");
+      }
+    }
+  }
+  return true;
+}
+
+void PutResults(int count, bool selection) {
+  PushSketchUndo();
+  const int firstNew = sketch.objectCount;
+  if (selection) PutSketchObject(sketch.selected, results[0]);
+  for (int i = selection ? 1 : 0; i < count; ++i) AppendSketchObject(results[i]);
+  if (selection) return;
+  ClearMultiSelect();
+  SetSelected(firstNew);
+}
+
+// A size with all its digits, but no zeros behind the third.
+std::u16string SizeText(double value) {
+  std::u16string text = SketchNumber(value, kSizeDecimals);
+  for (int i = kSizeDecimals; i > kLeastDecimals && text.back() == u'0'; --i) text.pop_back();
+  return text;
+}
+
+bool PatternBlockIsOpen() {
+  return editLink.kind == kKindCircular || editLink.kind == kKindRectangular;
+}
+
+void OnPanel(int id, int) {
+  OpenPatternPanel(id == kIdCadCircularPanel ? kPanelCircular : kPanelRectangular);
+}
+
+void OnForm(int id, int) {
+  if (id == kIdCadPatternSource) TogglePatternSource();
+  if (id == kIdCadCreatePattern) ApplySketchPattern(tools.panelMode == kPanelRectangular);
+}
+
+}  // namespace
+
+bool ApplySketchPattern(bool isRectangular) {
+  const ItemFields& form = kItemFields[isRectangular ? 1 : 0];
+  const bool selection = fromSelection[isRectangular ? 1 : 0];
+  Source source;
+  Numbers values;
+  values.rectangular = isRectangular;
+  int count = 0;
+  if (!ReadSource(form, selection, source) || !ReadNumbers(values) ||
+      !CountsFit(values, source, selection)) {
+    return false;
+  }
+  const CutData cut = CutOf(values);
+  if (!(cut.feed > 0) || !(cut.safeZ > cut.depth) ||
+      (!isRectangular && !(values[kCircleDiameter] > 0))) {
+    return Refuse(u"Use positive feed and pattern diameter; Safe Z must be above cut Z.");
+  }
+  if (isRectangular && !ReadDirections(values)) return false;
+  if (!LayOut(values, source, count)) return false;
+  PutResults(count, selection);
+  ShowCutData(cut, kCutDecimals);
+  RefreshSketchPanels();
+  LogSketchOperation(isRectangular ? u"Created rectangular pattern" : u"Created circular pattern");
+  SetSketchStatus(
+      u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings.");
+  return true;
+}
+
+void OpenPatternPanel(int panelMode) {
+  if (panelMode != kPanelCircular && panelMode != kPanelRectangular) return;
+  OpenToolPanel(panelMode, panelMode == kPanelCircular ? kIdCadQuantity : kIdCadColumns);
+  RefreshPatternForm();
+}
+
+bool PatternSourceIsSelection(int panelMode) {
+  return fromSelection[panelMode == kPanelRectangular ? 1 : 0];
+}
+
+void TogglePatternSource() {
+  if (editLink.kind != 0) return;
+  const int kind = tools.panelMode == kPanelRectangular ? 1 : 0;
+  fromSelection[kind] = !fromSelection[kind];
+  if (fromSelection[kind] && HasSketchSelection()) {
+    const SketchObject& object = sketch.objects[sketch.selected];
+    platform::SetText(kItemFields[kind].size, SizeText(object.size));
+    platform::SetText(kItemFields[kind].width, SizeText(object.size2));
+  }
+  RefreshPatternForm();
+}
+
+void RefreshPatternForm() {
+  ShowWords(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode));
+  platform::SetEnabled(kIdCadPatternSource, editLink.kind == 0);
+  ShowWords(kIdCadCreatePattern, PatternBlockIsOpen());
+}
+
+void RegisterPatternForm() {
+  RegisterCommand(RouterStage::Builder, kIdCadCircularPanel, kIdCadGridPanel,
+                  platform::kNotifyClick, OnPanel);
+  RegisterCommand(RouterStage::Builder, kIdCadPatternSource, kIdCadCreatePattern,
+                  platform::kNotifyClick, OnForm);
+}
+
+void ResetPatternForm() { fromSelection[0] = fromSelection[1] = false; }
+
+}  // namespace morva

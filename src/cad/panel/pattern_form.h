@@ -1,0 +1,22 @@
+// The full form of a pattern. It lays out a shape or the selected object as plain sketch objects
+// and refuses what does not fit whole.
+#pragma once
+
+namespace morva {
+
+// False: refused, the status says why and nothing changed.
+bool ApplySketchPattern(bool isRectangular);
+// Opens the panel, 1 circular and 2 rectangular.
+void OpenPatternPanel(int panelMode);
+
+// Whether the form of this panel mode repeats the selected object rather than a shape.
+bool PatternSourceIsSelection(int panelMode);
+// The other source for the shown panel; the selected object's sizes go into the form.
+void TogglePatternSource();
+// Rows of the form's lists, captions and states of its two keys.
+void RefreshPatternForm();
+
+void RegisterPatternForm();
+void ResetPatternForm();
+
+}  // namespace morva

@@ -1,0 +1,141 @@
+#include "cad/tools/patterns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "app/router.h"
+#include "cad/geometry/lines.h"
+#include "cad/model/cad_hooks.h"
+#include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
+#include "cad/tools/edit_parts.h"
+#include "forms/form.h"
+#include "library/item_places.h"
+#include "platform/events.h"
+#include "platform/listing.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kLeastDiameter = 1e-6;
+
+int Count(int id, int most) { return std::clamp(FieldCount(id), 1, most); }
+
+const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
+
+// What a pattern makes of its source, whole before anything changes.
+struct Instances {
+  SketchObject objects[kMaxItems];
+  int count = 0;
+};
+Instances instances;
+
+bool AllFit() {
+  for (int i = 0; i < instances.count; ++i) {
+    if (WithinSketchLimit(instances.objects[i])) continue;
+    TellSketchLimit();
+    return false;
+  }
+  return true;
+}
+
+// The first instance over the selected object, the others behind the last one.
+void PutInstances() {
+  PushSketchUndo();
+  PutSketchObject(sketch.selected, instances.objects[0]);
+  for (int i = 1; i < instances.count; ++i) AppendSketchObject(instances.objects[i]);
+  RefreshSketchPanels();
+}
+
+double Diameter() {
+  const double typed = FieldNumber(kIdCadCircularDiameter);
+  return std::fabs(typed) < kLeastDiameter ? FieldFallback(kIdCadCircularDiameter) : typed;
+}
+
+void MakeCircle() {
+  const SketchObject source = Selected();
+  // The source is one of the instances, so that a full sketch still takes one.
+  const int room = kMaxItems + 1 - sketch.objectCount;
+  instances.count = std::min(Count(kIdCadQuantity, kMaxQuickQuantity), room);
+  CirclePlaces circle;
+  circle.x = FieldNumber(kIdCadCircularX);
+  circle.y = FieldNumber(kIdCadCircularY);
+  circle.diameter = Diameter();
+  circle.start = FieldNumber(kIdCadCircularStart);
+  circle.quantity = instances.count;
+  const double rotation = FieldNumber(kIdCadCircularRotation);
+  const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
+  for (int i = 0; i < instances.count; ++i) {
+    const ItemPlace place = PlaceOnCircle(circle, i);
+    SketchObject& object = instances.objects[i];
+    object = source;
+    object.x = place.x;
+    object.y = place.y;
+    if (orientation == 1) object.angle = place.angle;
+    if (orientation == 2) object.angle = place.angle + 90;
+    object.angle += rotation;
+  }
+}
+
+void MakeGrid() {
+  SketchObject source = Selected();
+  source.angle += FieldNumber(kIdCadGridRotation);
+  GridPlaces grid;
+  grid.x = source.x;
+  grid.y = source.y;
+  grid.columns = Count(kIdCadColumns, kMaxQuickLines);
+  grid.stepX = FieldNumber(kIdCadSpacingX);
+  grid.stepY = FieldNumber(kIdCadSpacingY);
+  const int rows = Count(kIdCadRows, kMaxQuickLines);
+  const int room = kMaxItems + 1 - sketch.objectCount;
+  instances.count = std::min(grid.columns * rows, room);
+  for (int n = 0; n < instances.count; ++n) {
+    const ItemPlace place = PlaceInGrid(grid, n);
+    SketchObject& object = instances.objects[n];
+    object = source;
+    object.x = place.x;
+    object.y = place.y;
+  }
+}
+
+void OnQuick(int id, int) {
+  if (id == kIdCadQuickCircular) QuickCircularPattern();
+  if (id == kIdCadQuickGrid) QuickGridPattern();
+}
+
+}  // namespace
+
+void QuickCircularPattern() {
+  if (!MayEditSelection()) return;
+  MakeCircle();
+  if (!AllFit()) return;
+  PutInstances();
+  const std::u16string words = u"Circular pattern created: " + IntegerText(instances.count) +
+                               u" total instances. Selected source became the first pattern "
+                               u"instance.";
+  SetSketchStatus(words.c_str());
+  LogSketchOperation(u"Circular pattern");
+}
+
+void QuickGridPattern() {
+  if (!MayEditSelection()) return;
+  MakeGrid();
+  if (!AllFit()) return;
+  PutInstances();
+  const std::u16string words = u"Rectangular pattern created: " + IntegerText(instances.count) +
+                               u" total instances including the selected source.";
+  SetSketchStatus(words.c_str());
+  LogSketchOperation(u"Rectangular pattern");
+}
+
+void RegisterPatterns() {
+  RegisterCommand(RouterStage::Builder, kIdCadQuickCircular, kIdCadQuickGrid,
+                  platform::kNotifyClick, OnQuick);
+}
+
+}  // namespace morva
