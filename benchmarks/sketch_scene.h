@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "app/command_ids.h"
-#include "cad/canvas.h"
+#include "cad/canvas/canvas.h"
 #include "cad/model/sketch.h"
 #include "platform/headless/headless.h"
 #include "platform/window.h"

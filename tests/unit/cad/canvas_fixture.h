@@ -10,7 +10,10 @@
 
 #include "app/command_ids.h"
 #include "app/panels.h"
-#include "cad/canvas.h"
+#include "cad/canvas/canvas.h"
+#include "cad/canvas/canvas_model.h"
+#include "cad/canvas/canvas_paint.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/model/sketch.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/select_drag.h"

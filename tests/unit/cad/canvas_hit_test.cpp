@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "cad/canvas.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/model/sketch.h"

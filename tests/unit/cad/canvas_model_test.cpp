@@ -1,8 +1,10 @@
 // The 3D view of the canvas of 1040 by 600 pixels: the model's middle lies at 520, 330, its
 // larger size takes 420 pixels; the cube's middle lies at 956, 76.
+#include "cad/canvas/canvas_model.h"
+
 #include <cmath>
 
-#include "cad/canvas.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"

@@ -1,4 +1,5 @@
-#include "cad/canvas.h"
+#include "cad/canvas/canvas_pointer.h"
+
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"

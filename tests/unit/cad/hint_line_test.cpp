@@ -1,7 +1,7 @@
 #include "cad/model/hint_line.h"
 
 #include "app/surfaces.h"
-#include "cad/canvas.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"

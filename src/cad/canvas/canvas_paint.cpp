@@ -1,5 +1,4 @@
-// Painting of the sketch in 2D: grid, axes, objects, selection, previews and what marks the
-// cursor. A pure function of the records, in the order of PaintSketch at the end.
+#include "cad/canvas/canvas_paint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,8 +6,8 @@
 
 #include "app/command_ids.h"
 #include "app/palette.h"
-#include "cad/canvas.h"
-#include "cad/canvas_parts.h"
+#include "cad/canvas/canvas_model.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/construct.h"
 #include "cad/geometry/outlines.h"

@@ -1,7 +1,4 @@
-// The 3D view of the canvas: a wireframe of the sketch with a visual thickness.
-//
-// It changes nothing but `thickness`, which is saved with the drawing and never reaches the
-// code. Only the view cube answers the pointer here.
+#include "cad/canvas/canvas_model.h"
 
 #include <algorithm>
 
@@ -9,8 +6,6 @@
 #include "app/command_ids.h"
 #include "app/palette.h"
 #include "app/router.h"
-#include "cad/canvas.h"
-#include "cad/canvas_parts.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/outlines.h"
 #include "cad/model/cad_hooks.h"

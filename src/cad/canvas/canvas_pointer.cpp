@@ -1,7 +1,4 @@
-// Pointer and keys of the canvas: which of the rooms gets them, and who holds a drag.
-//
-// A press belongs to whoever takes it until the release, the loss of the capture, or a move
-// that tells that the button is up already.
+#include "cad/canvas/canvas_pointer.h"
 
 #include <utility>
 
@@ -9,8 +6,7 @@
 #include "app/commands.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "cad/canvas.h"
-#include "cad/canvas_parts.h"
+#include "cad/canvas/canvas_model.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/geometry/snap.h"
@@ -333,28 +329,19 @@ bool CanvasKey(const KeyEvent& key) {
   return ViewKey(key);
 }
 
-void RegisterCanvas() {
-  Handlers handlers;
-  handlers.id = kViewCadCanvas;
-  handlers.paint = PaintCanvas;
-  handlers.pointer = CanvasPointer;
-  handlers.timer = CanvasTimer;
-  RegisterHandlers(handlers);
+void RegisterCanvasKeys() {
   const auto answer = [](int id, CommandHandler handler) {
     RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick, handler);
   };
   answer(kIdCadFit, OnFit);
   answer(kIdCadGrid, OnGrid);
   answer(kIdCadPan, OnPan);
-  RegisterModelView();
 }
 
-void ResetCanvas() {
-  canvasView = CanvasView();
+void ResetCanvasPointer() {
   drag = Drag();
   rightSpent = false;
   snapX = snapY = 0;
-  ResetModelView();
 }
 
 }  // namespace morva
