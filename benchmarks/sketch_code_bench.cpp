@@ -4,7 +4,7 @@
 #include <string>
 
 #include "cad/model/sketch.h"
-#include "cad/sketch_code.h"
+#include "cad/panel/sketch_code.h"
 #include "cpu_time.h"
 #include "targets.h"
 #include "text/codetext.h"

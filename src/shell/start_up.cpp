@@ -11,7 +11,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/surfaces.h"
-#include "cad/workspace.h"
+#include "cad/panel/cad_room.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/editor_keys.h"

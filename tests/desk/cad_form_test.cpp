@@ -9,7 +9,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "cad/model/tool_state.h"
-#include "cad/workspace_form.h"
+#include "cad/panel/workspace_form.h"
 #include "desk/cad_desk.h"
 #include "platform/window.h"
 

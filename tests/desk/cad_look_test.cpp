@@ -15,8 +15,8 @@
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/panel/workspace_form.h"
 #include "cad/tools/dimension_paint.h"
-#include "cad/workspace_form.h"
 #include "desk/cad_desk.h"
 #include "platform/canvas.h"
 

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "app/limits.h"
-#include "cad/workspace_form.h"
+#include "cad/panel/workspace_form.h"
 #include "forms/form.h"
 #include "support/workbench.h"
 

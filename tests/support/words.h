@@ -3,7 +3,7 @@
 
 #include "app/commands.h"
 #include "app/edit_menu.h"
-#include "cad/cad_commands.h"
+#include "cad/panel/cad_commands.h"
 #include "codetools/codetools_commands.h"
 #include "dnc/dnc_commands.h"
 #include "documents/document_commands.h"

@@ -10,7 +10,7 @@ namespace morva {
 
 struct CadHooks {
   void (*switchSketchUnits)(bool metric) = nullptr;  // tools/sketch_units
-  void (*dropTools)() = nullptr;                     // panel/cad_room
+  void (*dropTools)() = nullptr;                     // tools/select_drag
   void (*leaveModelView)() = nullptr;                // canvas/canvas_model
   void (*refreshSketchPanels)() = nullptr;           // panel/sketch_panels
   void (*refreshDrawingTabs)() = nullptr;            // panel/drawing_tabs

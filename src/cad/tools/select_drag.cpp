@@ -9,6 +9,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
 #include "cad/tools/geometry_drag.h"
+#include "cad/tools/tool_change.h"
 #include "library/outline.h"
 #include "platform/window.h"
 
@@ -223,6 +224,13 @@ int SelectionHandles(platform::PointF* points) {
     points[n++] = {static_cast<double>(at.x), static_cast<double>(at.y)};
   }
   return n;
+}
+
+void RegisterSelectDrag() {
+  cadHooks.dropTools = [] {
+    StopTools(false);
+    ResetSelectDrag();
+  };
 }
 
 void ResetSelectDrag() {

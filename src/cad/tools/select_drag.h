@@ -20,6 +20,7 @@ bool RubberBand(platform::Rect& band);
 // The pixel places of the selected object's handles; their count, 0 to 9.
 int SelectionHandles(platform::PointF* points);
 
+void RegisterSelectDrag();
 void ResetSelectDrag();
 
 }  // namespace morva

@@ -6,7 +6,7 @@
 
 #include "app/panels.h"
 #include "cad/model/sketch.h"
-#include "cad/workspace.h"
+#include "cad/panel/cad_room.h"
 #include "documents/autosave.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"

@@ -1,5 +1,6 @@
 // The 3D view of the canvas of 1040 by 600 pixels: the model's middle lies at 520, 330, its
 // larger size takes 420 pixels; the cube's middle lies at 956, 76.
+
 #include "cad/canvas/canvas_model.h"
 
 #include <cmath>

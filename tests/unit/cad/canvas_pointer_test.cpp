@@ -4,7 +4,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/sketch_panels.h"
+#include "cad/panel/sketch_panels.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/geometry_tools.h"

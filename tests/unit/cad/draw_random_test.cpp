@@ -3,11 +3,11 @@
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
+#include "cad/panel/cad_room.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/size_boxes.h"
 #include "cad/tools/tool_change.h"
-#include "cad/workspace.h"
 #include "support/program_maker.h"
 #include "unit/cad/draw_stage.h"
 

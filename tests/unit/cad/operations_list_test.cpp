@@ -1,6 +1,6 @@
 // How the list "Sketch operations" looks. Places are those of a row of 200 by 24 pixels.
 
-#include "cad/operations_list.h"
+#include "cad/panel/operations_list.h"
 
 #include <gtest/gtest.h>
 

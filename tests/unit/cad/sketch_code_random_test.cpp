@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "cad/model/sketch.h"
-#include "cad/sketch_code.h"
+#include "cad/panel/sketch_code.h"
 #include "documents/feature_blocks.h"
 #include "simulator/motion_path.h"
 #include "simulator/toolpath.h"

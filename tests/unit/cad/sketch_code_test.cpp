@@ -1,6 +1,6 @@
 // The code of drawings: a worked example to the character, and the command around it.
 
-#include "cad/sketch_code.h"
+#include "cad/panel/sketch_code.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/operations_list.h"
+#include "cad/panel/operations_list.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

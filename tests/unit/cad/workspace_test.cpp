@@ -12,7 +12,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/workspace_form.h"
+#include "cad/panel/workspace_form.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/stage.h"

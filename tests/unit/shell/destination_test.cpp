@@ -9,7 +9,7 @@
 
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
-#include "cad/sketch_code.h"
+#include "cad/panel/sketch_code.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"

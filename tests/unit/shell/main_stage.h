@@ -4,7 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "app/outlets.h"
-#include "cad/workspace.h"
+#include "cad/panel/cad_room.h"
+#include "cad/panel/cad_surface.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "shell/keys.h"

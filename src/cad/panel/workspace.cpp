@@ -1,42 +1,25 @@
-#include "cad/workspace.h"
+#include "cad/panel/workspace.h"
 
 #include <algorithm>
-#include <string>
 
-#include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "app/surfaces.h"
 #include "app/wells.h"
-#include "cad/cad_commands.h"
-#include "cad/canvas/canvas.h"
 #include "cad/canvas/canvas_pointer.h"
 #include "cad/model/cad_hooks.h"
-#include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
 #include "cad/model/hint_line.h"
-#include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/panel/drawing_tabs.h"
 #include "cad/panel/pattern_form.h"
-#include "cad/sketch_code.h"
-#include "cad/sketch_panels.h"
-#include "cad/tools/dimensions.h"
-#include "cad/tools/draw_tools.h"
-#include "cad/tools/edits.h"
-#include "cad/tools/flyout.h"
-#include "cad/tools/geometry_tools.h"
-#include "cad/tools/patterns.h"
-#include "cad/tools/select_drag.h"
+#include "cad/panel/workspace_form.h"
+#include "cad/panel/workspace_strip.h"
 #include "cad/tools/size_boxes.h"
 #include "cad/tools/tool_change.h"
-#include "cad/tools/tool_keys.h"
-#include "cad/workspace_form.h"
-#include "cad/workspace_strip.h"
 #include "documents/companions.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
@@ -321,26 +304,6 @@ void RefreshTools() {
 // Cutting depth, feed and Safe Z.
 void OpenCutData(int, int) { OpenToolPanel(kPanelCutData, kIdCadDepth); }
 
-// Before the program changes: no box may float and no pick may wait for the other drawing.
-void CancelInput() {
-  if (!made) return;
-  StopTools(false);
-  RefreshCadTools();
-}
-
-// The log lies on the code surface: here its lines stand on the status line as well.
-void ShowLogged(std::u16string_view text) {
-  if (!made) return;
-  const std::u16string line(text.substr(0, text.find_first_of(u"\r\n")));
-  if (!line.empty()) SetPassingStatus(line.c_str());
-}
-
-// Both pattern forms are panels of the workspace.
-void OpenPatternPage(int mode) {
-  OpenPatternPanel(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
-  RefreshCadTools();
-}
-
 // The wheel over what floats on the canvas is the canvas's.
 bool WorkspacePointer(const platform::PointerEvent& event) {
   const Rect canvas = platform::PlaceOf(kViewCadCanvas);
@@ -352,15 +315,6 @@ bool WorkspacePointer(const platform::PointerEvent& event) {
   wheel.x -= canvas.left;
   wheel.y -= canvas.top;
   return CanvasPointer(wheel);
-}
-
-// The pointer, the wheel and the timer of one drawn view.
-void Listen(int id, void (*paint)(Canvas&), bool (*pointer)(const platform::PointerEvent&)) {
-  Handlers handlers;
-  handlers.id = id;
-  handlers.paint = paint;
-  handlers.pointer = pointer;
-  RegisterHandlers(handlers);
 }
 
 }  // namespace
@@ -390,85 +344,17 @@ void HideCadWorkspace() {
   if (made) platform::SetVisible(kViewCad, false);
 }
 
-void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
-
-void CadFocusChanged(int /*id*/, bool gained) {
-  if (!made) return;
-  // Who works in a control knows it: the line is the tool's again.
-  if (gained) RestoreHintLine();
-  platform::Repaint(kViewCad);
-  platform::Repaint(kViewCadSheet);
-  if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
-}
-
-void RegisterCadSurface() {
+void RegisterWorkspace() {
   cadHooks.refreshCadPanel = RefreshPanel;
   cadHooks.refreshCadTools = RefreshTools;
-  static constexpr int kPages[] = {kModeCircular, kModeRectangular};
-  Surface surface;
-  surface.surface = kSurfaceCad;
-  surface.button = kIdSurfaceCad;
-  surface.row = kModeCadItem;
-  surface.pages = kPages;
-  surface.title = u"CAD Workspace";
-  surface.subtitle = u"MORVA \u2022 v4.20";
-  surface.hintLabel = kIdCadHint;
-  surface.returns = true;
-  surface.show = ShowCadWorkspace;
-  surface.hide = HideCadWorkspace;
-  surface.enter = FocusCadCanvas;
-  surface.openPage = OpenPatternPage;
-  surface.key = CadKey;
-  surface.rightClick = CadRightClick;
-  surface.contextMenu = CadContextMenu;
-  surface.focusChanged = CadFocusChanged;
-  surface.settled = RefreshCadTools;
-  surface.logged = ShowLogged;
-  surface.cancelInput = CancelInput;
-  surface.pointerOver = FlyoutPointerOver;
-  RegisterSurface(surface);
-}
-
-void RegisterCad() {
-  AddCommands(CadCommands());
-  RegisterCadSurface();
-  RegisterSketchCommands();
-  liveModels.cadWindowExists = CadWindowExists;
-  cadHooks.dropTools = [] {
-    StopTools(false);
-    ResetSelectDrag();
-  };
-  RegisterDrawings();
-  RegisterCutData();
-  RegisterDrawingTabs();
-  RegisterCanvas();
-  RegisterToolKeys();
-  RegisterEdits();
-  RegisterGeometryTools();
-  RegisterDimensions();
-  RegisterPatterns();
-  RegisterPatternForm();
-  RegisterSketchCode();
   RegisterCommand(RouterStage::Builder, kIdCadCutData, platform::kNotifyClick, OpenCutData);
-  Listen(kViewCad, PaintWorkspace, WorkspacePointer);
-  RegisterCadForm();
+  Handlers handlers;
+  handlers.id = kViewCad;
+  handlers.paint = PaintWorkspace;
+  handlers.pointer = WorkspacePointer;
+  RegisterHandlers(handlers);
 }
 
-void ResetCad() {
-  ResetDrawingTabs();
-  ResetCanvas();
-  ResetDrawTools();
-  ResetFlyouts();
-  ResetSelectDrag();
-  ResetEdits();
-  ResetGeometryTools();
-  ResetDimensions();
-  ResetPatternForm();
-  ResetSketch();
-  ResetCadForm();
-  ResetHintLine();
-  cadHooks = CadHooks();
-  made = false;
-}
+void ResetWorkspace() { made = false; }
 
 }  // namespace morva

@@ -1,4 +1,4 @@
-#include "cad/workspace_strip.h"
+#include "cad/panel/workspace_strip.h"
 
 #include "app/command_ids.h"
 #include "cad/geometry/canvas_view.h"

@@ -1,4 +1,4 @@
-#include "cad/sketch_code.h"
+#include "cad/panel/sketch_code.h"
 
 #include <string>
 #include <utility>
@@ -11,8 +11,8 @@
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/workspace.h"
-#include "cad/workspace_form.h"
+#include "cad/panel/workspace.h"
+#include "cad/panel/workspace_form.h"
 #include "documents/builder.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"

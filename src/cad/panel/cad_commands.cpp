@@ -1,4 +1,4 @@
-#include "cad/cad_commands.h"
+#include "cad/panel/cad_commands.h"
 
 #include "app/command_ids.h"
 

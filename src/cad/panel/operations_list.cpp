@@ -1,4 +1,4 @@
-#include "cad/operations_list.h"
+#include "cad/panel/operations_list.h"
 
 #include <cstdint>
 #include <string>

@@ -1,20 +1,28 @@
-// Right click, popup and keys of the CAD surface: what reaches the tools from any control.
+#include "cad/panel/cad_surface.h"
 
+#include <string>
+#include <string_view>
+
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/router.h"
+#include "app/surfaces.h"
 #include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/model/cad_hooks.h"
+#include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
+#include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/drawing_tabs.h"
+#include "cad/panel/pattern_form.h"
+#include "cad/panel/workspace.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/flyout.h"
 #include "cad/tools/size_boxes.h"
 #include "cad/tools/tool_change.h"
-#include "cad/workspace.h"
 #include "documents/program_tabs.h"
 #include "forms/form.h"
 #include "platform/control.h"
@@ -61,6 +69,26 @@ int WorkspaceCommand(const KeyEvent& key) {
   KeyEvent unshifted = key;
   unshifted.shift = false;
   return CommandOfChord(ChordPlace::Workspace, unshifted);
+}
+
+// Before the program changes: no box may float and no pick may wait for the other drawing.
+void CancelInput() {
+  if (!CadWindowExists()) return;
+  StopTools(false);
+  RefreshCadTools();
+}
+
+// The log lies on the code surface: here its lines stand on the status line as well.
+void ShowLogged(std::u16string_view text) {
+  if (!CadWindowExists()) return;
+  const std::u16string line(text.substr(0, text.find_first_of(u"\r\n")));
+  if (!line.empty()) SetPassingStatus(line.c_str());
+}
+
+// Both pattern forms are panels of the workspace.
+void OpenPatternPage(int mode) {
+  OpenPatternPanel(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
+  RefreshCadTools();
 }
 
 // Nothing is edited that cannot be seen as it lies; Escape returns to the plan at once, whatever
@@ -158,6 +186,44 @@ bool CadKey(int id, const KeyEvent& key) {
   const int command = SketchShortcut(key);
   if (command != 0 && !canvasView.modelView) Press(command);
   return command != 0;
+}
+
+void CadFocusChanged(int /*id*/, bool gained) {
+  if (!CadWindowExists()) return;
+  // Who works in a control knows it: the line is the tool's again.
+  if (gained) RestoreHintLine();
+  platform::Repaint(kViewCad);
+  platform::Repaint(kViewCadSheet);
+  if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
+}
+
+void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
+
+void RegisterCadSurface() {
+  RegisterWorkspace();
+  static constexpr int kPages[] = {kModeCircular, kModeRectangular};
+  Surface surface;
+  surface.surface = kSurfaceCad;
+  surface.button = kIdSurfaceCad;
+  surface.row = kModeCadItem;
+  surface.pages = kPages;
+  surface.title = u"CAD Workspace";
+  surface.subtitle = u"MORVA \u2022 v4.20";
+  surface.hintLabel = kIdCadHint;
+  surface.returns = true;
+  surface.show = ShowCadWorkspace;
+  surface.hide = HideCadWorkspace;
+  surface.enter = FocusCadCanvas;
+  surface.openPage = OpenPatternPage;
+  surface.key = CadKey;
+  surface.rightClick = CadRightClick;
+  surface.contextMenu = CadContextMenu;
+  surface.focusChanged = CadFocusChanged;
+  surface.settled = RefreshCadTools;
+  surface.logged = ShowLogged;
+  surface.cancelInput = CancelInput;
+  surface.pointerOver = FlyoutPointerOver;
+  RegisterSurface(surface);
 }
 
 }  // namespace morva

@@ -1,4 +1,4 @@
-#include "cad/workspace_form.h"
+#include "cad/panel/workspace_form.h"
 
 #include <iterator>
 

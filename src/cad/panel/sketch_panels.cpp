@@ -1,4 +1,4 @@
-#include "cad/sketch_panels.h"
+#include "cad/panel/sketch_panels.h"
 
 #include <cstdint>
 #include <string>
@@ -9,7 +9,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/operations_list.h"
+#include "cad/panel/operations_list.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/save_shape.h"
 #include "cad/tools/sketch_units.h"
