@@ -36,6 +36,7 @@ using platform::WidgetOf;
 // Looks at a state until it is given up: some seconds, and more on a machine that is busy or has
 // stopped this program meanwhile.
 constexpr int kMostLooks = 5000;
+constexpr int kLooksAtADialog = 20;  // before it is answered
 
 QString Text(std::u16string_view text) {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
@@ -348,9 +349,13 @@ void PickFromMenu(int itemId) {
 }
 
 void InDialog(int dialog, const std::function<void()>& act) {
-  Watch([dialog, act] {
+  auto looks = std::make_shared<int>(0);
+  Watch([dialog, act, looks] {
     const QWidget* widget = WidgetOf(dialog);
     if (!Stands(widget) || !widget->isActiveWindow()) return false;
+    // Nobody answers within a few milliseconds. A dialog that is gone while the window manager is
+    // still busy with showing it leaves the toolkit without an active window.
+    if (++*looks < kLooksAtADialog) return false;
     act();
     if (platform::Exists(dialog)) Press({platform::kKeyEscape, false, false, false});
     platform::EndDialog(dialog, 0);
