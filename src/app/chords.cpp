@@ -37,7 +37,7 @@ bool SameKey(const platform::KeyEvent& a, const platform::KeyEvent& b) {
 }
 
 std::u16string ChordWords(const Chord& chord) {
-  if (chord.place == ChordPlace::Nowhere) return {};
+  if (!chord.place) return {};
   std::u16string words;
   if (chord.key.ctrl) words += u"Ctrl+";
   if (chord.key.alt) words += u"Alt+";

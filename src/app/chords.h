@@ -10,28 +10,20 @@
 
 namespace morva {
 
-enum class ChordPlace : unsigned char {
-  Nowhere,
-  Programs,   // the editors, and the CAD workspace but its size boxes and the name of a drawing
-  Editors,    // the code editor and the words view
-  Features,   // the feature list
-  Review,     // any control of the compare review
-  Toolpath,   // the toolpath view
-  Workspace,  // any control of the CAD workspace
-  Drawing,    // those of the CAD workspace that take no text
-  Canvas,     // the drawing itself
-  Texts,      // any text control
-  Toolkit,    // any text control, which knows these keys of its own
-};
+// A place belongs to a room, which says what it is beside its name. Its address tells it from the
+// others.
+struct ChordPlace {};
 
 struct Chord {
-  ChordPlace place = ChordPlace::Nowhere;
+  const ChordPlace* place = nullptr;  // null: nowhere
   platform::KeyEvent key = {};
 };
 
-constexpr Chord PlainKey(ChordPlace place, int key) { return {place, {key}}; }
-constexpr Chord CtrlKey(ChordPlace place, int key) { return {place, {key, true}}; }
-constexpr Chord AltKey(ChordPlace place, int key) { return {place, {key, false, false, true}}; }
+constexpr Chord PlainKey(const ChordPlace& place, int key) { return {&place, {key}}; }
+constexpr Chord CtrlKey(const ChordPlace& place, int key) { return {&place, {key, true}}; }
+constexpr Chord AltKey(const ChordPlace& place, int key) {
+  return {&place, {key, false, false, true}};
+}
 
 bool SameKey(const platform::KeyEvent& a, const platform::KeyEvent& b);
 // "Ctrl+Z", "F8", "Esc"; empty for no chord.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <string_view>
+#include <vector>
 
+#include "app/hooks.h"
 #include "app/join_table.h"
 #include "app/limits.h"
 #include "app/router.h"
@@ -19,6 +21,8 @@ constexpr std::u16string_view kChordMark = u"{}";
 
 const Command* table[kMaxCommands];  // by id
 JoinTable fill{u"commands", kMaxCommands};
+
+std::vector<int> shownOn;  // ids of the keys that show a state as on
 
 // A static row stands for an id that no room knows.
 constexpr Command kNobody;
@@ -44,9 +48,25 @@ bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole f
   spec.parent = parent;
   spec.hidden = hidden;
   if (!platform::MakeControl(spec)) return false;
+  std::erase(shownOn, id);
   if (const std::u16string help = HelpOf(id); !help.empty()) platform::SetToolTip(id, help);
   if (IsPending(id)) platform::SetEnabled(id, false);
   return true;
+}
+
+void RefreshState(const Command& row, int id) {
+  if (!platform::Exists(id)) return;
+  const bool on = row.on(id);
+  if (row.told & kToldInWords) ShowWords(id, on);
+  if (on == (std::ranges::count(shownOn, id) > 0)) return;
+  if (on) {
+    shownOn.push_back(id);
+  } else {
+    std::erase(shownOn, id);
+  }
+  if (row.told & kToldChecked) platform::SetChecked(id, on);
+  if (row.told & kToldInTip) platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u""));
+  platform::Repaint(id);
 }
 
 }  // namespace
@@ -68,7 +88,10 @@ void AddCommands(std::span<const Command> rows) {
   }
 }
 
-void ResetCommandWords() { fill.count = 0; }
+void ResetCommandWords() {
+  fill.count = 0;
+  shownOn.clear();
+}
 
 const Command* CommandOf(int id) {
   const Command** at = std::upper_bound(table, table + fill.count, id, IdBelow);
@@ -105,15 +128,14 @@ std::u16string HintOf(int id) {
   return platform::TextOf(id).substr(0, kHoverTextMost);
 }
 
-int CommandOfChord(ChordPlace place, const platform::KeyEvent& key) {
-  if (place == ChordPlace::Nowhere) return 0;
+int CommandOfChord(const ChordPlace& place, const platform::KeyEvent& key) {
   for (const Command* row : AllCommands()) {
-    if (row->chord.place == place && SameKey(row->chord.key, key)) return row->id;
+    if (row->chord.place == &place && SameKey(row->chord.key, key)) return row->id;
   }
   return 0;
 }
 
-bool RouteChord(ChordPlace place, const platform::KeyEvent& key) {
+bool RouteChord(const ChordPlace& place, const platform::KeyEvent& key) {
   const int id = CommandOfChord(place, key);
   return id != 0 && RouteCommand(id, platform::kNotifyClick);
 }
@@ -132,9 +154,16 @@ void ShowWords(int id, bool on) {
   if (platform::TextOf(id) != words) platform::SetText(id, words);
 }
 
-void TellState(int id, bool on) {
-  platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u""));
-  platform::Repaint(id);
+bool HasState(int id) { return RowOf(id).on != nullptr; }
+
+bool IsOn(int id) { return Call(RowOf(id).on, id); }
+
+void RefreshKeyStates() {
+  for (int i = 0; i < fill.count; ++i) {
+    const Command& row = *table[i];
+    if (!row.on) continue;
+    for (int id = row.id; id <= LastOf(row); ++id) RefreshState(row, id);
+  }
 }
 
 }  // namespace morva

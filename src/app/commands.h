@@ -20,6 +20,13 @@ enum class Hint : unsigned char {
   Quiet,  // nothing: it is read where it is
 };
 
+// How a key tells its state besides its look.
+enum Told : unsigned char {
+  kToldChecked = 1,  // as checked or not, to assistive technology
+  kToldInTip = 2,  // by "  (on)" behind the tool tip, which a screen reader gives for a description
+  kToldInWords = 4,  // by its caption, which changes with every refresh
+};
+
 inline constexpr int kNoIcon = -1;
 
 struct Command {
@@ -33,6 +40,10 @@ struct Command {
   Hint hint = Hint::Words;
   const char16_t* hintWords = u"";  // a hint of its own, instead of `hint`
   int icon = kNoIcon;               // icon_names.h
+  int iconOn = kNoIcon;             // while its state is on; none: the same
+  bool (*on)(int id) = nullptr;     // whether its state is on; null: it has no state
+  unsigned told = 0;                // Told, of its state
+  bool cutInside = false;  // a caption too long is cut in the middle, as names differ at their ends
   Chord chord = {};
   int chordOf = 0;                // whose chord the tip names; 0: its own
   const char16_t* pending = u"";  // what is still to come; empty: the command exists
@@ -59,9 +70,9 @@ std::u16string HelpOf(int id);
 // What is said while the pointer rests on a control; empty for nothing.
 std::u16string HintOf(int id);
 // The command whose chord the key is at this place, 0 for none.
-int CommandOfChord(ChordPlace place, const platform::KeyEvent& key);
+int CommandOfChord(const ChordPlace& place, const platform::KeyEvent& key);
 // Runs the command whose chord the key is at this place. False: there is none, or nobody took it.
-bool RouteChord(ChordPlace place, const platform::KeyEvent& key);
+bool RouteChord(const ChordPlace& place, const platform::KeyEvent& key);
 
 // Makes the push button of a command in `parent`: caption, accessible name and tool tip of its
 // row, disabled while the command is still to come. It gets no place. False: no row has the id,
@@ -71,9 +82,12 @@ bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden);
 bool MakeCommandCheck(int id, int parent, platform::FontRole font, bool hidden);
 // Writes the caption of the state on the command's button, where it stands and says another one.
 void ShowWords(int id, bool on);
-// Adds "  (on)" to the tool tip of a button whose state is on, which is what a screen reader
-// gives for a description, and draws the button anew.
-void TellState(int id, bool on);
+// Whether a command has a state, and whether that is on.
+bool HasState(int id);
+bool IsOn(int id);
+// Tells the states that changed since the last call, and draws their keys anew. Cheap: made to be
+// called after every command and timer.
+void RefreshKeyStates();
 
 struct MenuRow {
   int id = 0;  // 0 is a separator

@@ -10,11 +10,11 @@ namespace {
 using platform::EditAction;
 
 constexpr Command kCommands[] = {
-    {.id = kIdEditUndo, .words = u"Undo", .chord = AltKey(ChordPlace::Texts, 'Z')},
-    {.id = kIdEditCut, .words = u"Cut", .chord = CtrlKey(ChordPlace::Toolkit, 'X')},
-    {.id = kIdEditCopy, .words = u"Copy", .chord = AltKey(ChordPlace::Texts, 'C')},
-    {.id = kIdEditPaste, .words = u"Paste", .chord = AltKey(ChordPlace::Texts, 'V')},
-    {.id = kIdEditSelectAll, .words = u"Select All", .chord = CtrlKey(ChordPlace::Toolkit, 'A')},
+    {.id = kIdEditUndo, .words = u"Undo", .chord = AltKey(kTextChords, 'Z')},
+    {.id = kIdEditCut, .words = u"Cut", .chord = CtrlKey(kToolkitChords, 'X')},
+    {.id = kIdEditCopy, .words = u"Copy", .chord = AltKey(kTextChords, 'C')},
+    {.id = kIdEditPaste, .words = u"Paste", .chord = AltKey(kTextChords, 'V')},
+    {.id = kIdEditSelectAll, .words = u"Select All", .chord = CtrlKey(kToolkitChords, 'A')},
 };
 
 // False: no command of the menu.
@@ -48,7 +48,7 @@ bool EditKey(int id, const platform::KeyEvent& key) {
   if (!platform::IsTextControl(id)) return false;
   platform::KeyEvent unshifted = key;  // Shift makes no difference
   unshifted.shift = false;
-  return RunOn(id, CommandOfChord(ChordPlace::Texts, unshifted));
+  return RunOn(id, CommandOfChord(kTextChords, unshifted));
 }
 
 bool EditContextMenu(int id, int x, int y) {

@@ -8,6 +8,10 @@
 
 namespace morva {
 
+// Where chords of this room hold.
+inline constexpr ChordPlace kTextChords{};     // any text control
+inline constexpr ChordPlace kToolkitChords{};  // the same, where the toolkit knows these keys
+
 std::span<const Command> EditCommands();
 // True: the key was one of the three on a text control.
 bool EditKey(int id, const platform::KeyEvent& key);

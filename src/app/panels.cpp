@@ -18,6 +18,13 @@ JoinTable panelFill{u"panels", kMaxPanels};
 Handlers handlerTable[kMaxHandlers];
 JoinTable handlerFill{u"control handlers", kMaxHandlers};
 
+// Whether what is asked holds for an active panel.
+template <typename Ask>
+bool HoldsForActive(Ask ask) {
+  return std::any_of(panels, panels + panelFill.count,
+                     [&ask](const Panel& panel) { return ask(panel) && IsPanelActive(panel); });
+}
+
 }  // namespace
 
 void RegisterPanel(const Panel& panel) { panels[NextRow(panelFill)] = panel; }
@@ -38,12 +45,20 @@ bool HasPanel(int mode) {
   return false;
 }
 
-int HeightAboveView(int mode) {
+bool IsPanelAt(PanelSpot spot) {
+  return HoldsForActive([spot](const Panel& panel) { return panel.spot == spot; });
+}
+
+int HeightAboveView() {
   int height = 0;
   for (int i = 0; i < panelFill.count; ++i) {
-    if (panels[i].mode == mode) height = std::max(height, panels[i].heightAboveView);
+    if (IsPanelActive(panels[i])) height = std::max(height, panels[i].heightAboveView);
   }
   return height;
+}
+
+bool IsHelpBelow() {
+  return HoldsForActive([](const Panel& panel) { return panel.helpBelow; });
 }
 
 void ShowAt(int id, const platform::Rect& place) {

@@ -5,6 +5,8 @@
 // in its area.
 #pragma once
 
+#include <span>
+
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
@@ -28,10 +30,14 @@ struct Panel {
   void (*hide)() = nullptr;
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
   // Of a panel in the right body whose mode shows the toolpath view as well, with narrow bars. The
-  // view stands beside the panel where the window is wide enough, else below it. Below, the panel
-  // keeps this height in pixels as long as the view has its least; 0: the mode has no view. In the
-  // smallest window about 250 pixels are left, so a higher form stands on a sheet and scrolls.
+  // view stands beside the panel where the window is wide enough, else below it and keeps its
+  // least. Pixels that the panel keeps when the view stands below it; 0: no view. In the smallest
+  // window about 250 pixels are left, so a higher form stands on a sheet and scrolls.
   int heightAboveView = 0;
+  bool helpBelow = false;           // the mode's help text stands below a panel in the right body
+  std::span<const int> wells = {};  // controls that the main window frames as wells
+  // Writes the ids of its controls in the order of Tab; how many. Null: it leaves them as made.
+  int (*tabStops)(int* ids, int capacity) = nullptr;
 };
 
 // A full table stops the program with words.
@@ -42,8 +48,11 @@ const Panel& PanelAt(int index);
 bool IsPanelActive(const Panel& panel);
 // Whether some panel belongs to this mode.
 bool HasPanel(int mode);
-// Panel::heightAboveView of the mode's panel, 0 without one.
-int HeightAboveView(int mode);
+// Whether an active panel stands at this spot.
+bool IsPanelAt(PanelSpot spot);
+// Panel::heightAboveView and Panel::helpBelow of the active panels.
+int HeightAboveView();
+bool IsHelpBelow();
 // Places a control of a panel, in pixels of the main window, and shows it.
 void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
 #include "app/limits.h"
@@ -56,6 +57,11 @@ const Surface* SurfaceOfMode(int mode) {
     if (mode == surface.row || std::ranges::count(surface.pages, mode) > 0) return &surface;
   }
   return nullptr;
+}
+
+bool IsSurfaceKeyOn(int id) {
+  const Surface* up = SurfaceUp();
+  return id == (up ? up->button : kIdSurfaceCode);
 }
 
 void ClearSurfaces() { fill.count = 0; }

@@ -69,6 +69,9 @@ const Surface* SurfaceUp();
 const Surface* SurfaceOfMode(int mode);
 void ClearSurfaces();
 
+// Whether the key stands for what is up: the code surface's own, or that of a record.
+bool IsSurfaceKeyOn(int id);
+
 // To the surface that is up.
 void SettleSurface();
 void TellSurfaceLogged(std::u16string_view text);

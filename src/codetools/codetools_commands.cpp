@@ -1,26 +1,33 @@
 #include "codetools/codetools_commands.h"
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
+#include "codetools/index_panel.h"
 
 namespace morva {
 
 namespace {
 
-constexpr char16_t kCategory[] = u"Category";
+// A key that chooses what the list of the index shows, or how.
+constexpr Command Choice(int id, const char16_t* words, const char16_t* help = u"Category",
+                         const char16_t* name = u"") {
+  return {
+      .id = id, .words = words, .help = help, .name = name, .on = IsIndexKeyOn, .told = kToldInTip};
+}
 
 constexpr Command kCommands[] = {
     // The program as a whole.
     {.id = kIdPreflight,
      .words = u"RUN PROGRAM PREFLIGHT",
      .help = u"Check the program ({})",
-     .chord = PlainKey(ChordPlace::Editors, platform::kKeyF1 + 4)},
+     .chord = PlainKey(kEditorChords, platform::kKeyF1 + 4)},
     {kIdRenumber, u"RENUMBER", u"Number the program's lines N10, N20, ..."},
     {kIdCommandWords, u"COMMAND WORDS", u"Show the program in plain words"},
     {.id = kIdWordsEditor, .hint = Hint::Quiet},
     {.id = kIdFind,
      .words = u"FIND",
      .help = u"Find and replace ({})",
-     .chord = CtrlKey(ChordPlace::Editors, 'F')},
+     .chord = CtrlKey(kEditorChords, 'F')},
 
     // Find and replace. The captions say all.
     {kIdMatchCase, u"Match case"},
@@ -35,21 +42,27 @@ constexpr Command kCommands[] = {
     {kIdDoAll, u"DO ALL"},
 
     // The code index.
-    {kIdShowIndex, u"CODE INDEX", u"Show the index of codes"},
+    {.id = kIdShowIndex,
+     .words = u"CODE INDEX",
+     .help = u"Show the index of codes",
+     .on = [](int) { return !app.sidebarShowsFeatures; },
+     .told = kToldChecked | kToldInTip},
     {kIdIndexClear, u"CLEAR SEARCH"},
-    {kIdIndexAll, u"All", kCategory},
-    {kIdIndexG, u"G", kCategory},
-    {kIdIndexM, u"M", kCategory},
-    {kIdIndexN, u"N", kCategory},
-    {kIdIndexMacro, u"Macro", kCategory},
-    {kIdIndexText, u"TEXT", u"Description first", u"Description first"},
+    Choice(kIdIndexAll, u"All"),
+    Choice(kIdIndexG, u"G"),
+    Choice(kIdIndexM, u"M"),
+    Choice(kIdIndexN, u"N"),
+    Choice(kIdIndexMacro, u"Macro"),
+    Choice(kIdIndexText, u"TEXT", u"Description first", u"Description first"),
     {kIdIndexInsert, u"INSERT INTO PROGRAM"},
 
     // The compare review.
     {.id = kIdCompareSecond,
      .words = u"COMPARE",
      .help = u"Compare two open programs",
-     .wordsOn = u"EXIT REVIEW"},
+     .wordsOn = u"EXIT REVIEW",
+     .on = [](int) { return app.compareActive; },
+     .told = kToldInTip},
     {kIdReviewSelected, u"Review selected", u"Compare the programs that are chosen in the list"},
     {kIdReviewPrevious, u"Previous change", u"Go to the change above"},
     {kIdReviewNext, u"Next change", u"Go to the change below"},
@@ -69,7 +82,7 @@ constexpr Command kCommands[] = {
     {.id = kIdReviewBack,
      .words = u"Back to program",
      .help = u"Leave the review",
-     .chord = PlainKey(ChordPlace::Review, platform::kKeyEscape)},
+     .chord = PlainKey(kReviewChords, platform::kKeyEscape)},
     {.id = kIdReviewSummary, .hint = Hint::Quiet},
     {.id = kIdReviewLeftPane, .hint = Hint::Quiet, .last = kIdReviewRightPane},
 

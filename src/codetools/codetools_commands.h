@@ -7,6 +7,10 @@
 
 namespace morva {
 
+// Where chords of this room hold.
+inline constexpr ChordPlace kEditorChords{};  // the code editor and the words view
+inline constexpr ChordPlace kReviewChords{};  // any control of the compare review
+
 std::span<const Command> CodeToolCommands();
 
 }  // namespace morva

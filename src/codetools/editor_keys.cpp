@@ -66,7 +66,7 @@ void ListenToEditor() {
 
 bool EditorKey(int id, const platform::KeyEvent& key) {
   if (id != kIdEditor && id != kIdWordsEditor) return false;
-  return RouteChord(ChordPlace::Editors, key) || ProgramKey(key);
+  return RouteChord(kEditorChords, key) || ProgramKey(key);
 }
 
 void PaintGutter(platform::Canvas& canvas) {

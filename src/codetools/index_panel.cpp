@@ -76,13 +76,8 @@ std::int32_t SelectedItem() {
   return row < 0 ? -1 : static_cast<std::int32_t>(platform::RowData(kIdIndexList, row));
 }
 
-// What the keys stand for, told to assistive technology besides the line under the key.
-void TellKeyStates() {
-  for (const CodeCategoryKey& key : codeCategoryKeys) TellState(key.id, IsIndexKeyOn(key.id));
-  TellState(kIdIndexText, descriptionFirst);
-}
-
-// Plain text over the selection of the editor that is shown. The view gets words for codes.
+// Plain text over the selection of the editor that is shown. The words view receives words instead
+// of code.
 void InsertAtCursor(const std::u16string& code) {
   if (code.empty()) return;
   const int editor = ShownEditor();
@@ -102,7 +97,7 @@ void InsertAtCursor(const std::u16string& code) {
 void MakePanel() {
   MakeForm(kIndexForm);
   RebuildCodeList();
-  TellKeyStates();
+  RefreshKeyStates();
 }
 
 bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatures; }
@@ -155,13 +150,13 @@ void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdIndexInsertion)); }
 
 void OnCategory(int id, int) {
   codeTab = CodeCategoryOfKey(id);
-  TellKeyStates();
+  RefreshKeyStates();
   RebuildCodeList();
 }
 
 void OnText(int, int) {
   descriptionFirst = !descriptionFirst;
-  TellKeyStates();
+  RefreshKeyStates();
   RebuildCodeList();
 }
 
@@ -233,6 +228,7 @@ void RegisterIndexPanel() {
   panel.place = PlacePanel;
   panel.hide = HidePanel;
   panel.enter = EnterPanel;
+  panel.tabStops = [](int* ids, int capacity) { return FormOrder(kIndexForm, ids, capacity); };
   RegisterPanel(panel);
   Panel page;
   page.spot = PanelSpot::Foot;

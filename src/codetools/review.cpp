@@ -4,11 +4,11 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/codetools_commands.h"
 #include "codetools/review_work.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -180,18 +180,20 @@ void PressKey(int id, int) {
 
 // Escape is the way back from every control of the review.
 bool LeaveKey(const platform::KeyEvent& key) {
-  return app.compareActive && RouteChord(ChordPlace::Review, key);
+  return app.compareActive && RouteChord(kReviewChords, key);
 }
 
 }  // namespace
 
 void RegisterReview() {
+  static constexpr int kWells[] = {kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane};
   Panel panel;
   panel.spot = PanelSpot::Work;
   panel.active = ReviewShown;
   panel.make = MakeReview;
   panel.place = PlaceReview;
   panel.hide = HideReview;
+  panel.wells = kWells;
   RegisterPanel(panel);
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Click, kIdCompare, kNotifyClick, PressCompare);

@@ -236,6 +236,10 @@ void RegisterWordsView() {
   panel.make = MakeWordsEditor;
   panel.place = PlaceWordsEditor;
   panel.hide = HideWordsEditor;
+  panel.tabStops = [](int* ids, int capacity) {
+    if (capacity > 0) ids[0] = kIdWordsEditor;
+    return std::min(capacity, 1);
+  };
   RegisterPanel(panel);
   RegisterCommand(RouterStage::Click, kIdCommandWords, platform::kNotifyClick, ToggleWords);
   hooks.wordsFromEditor = SyncWordsFromCode;

@@ -85,6 +85,7 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   panel.make = calls.make;
   panel.place = calls.place;
   panel.hide = calls.hide;
+  panel.helpBelow = builder.helpBelow;
   RegisterPanel(panel);
 }
 

@@ -30,6 +30,7 @@ struct Builder {
   const Form* form = nullptr;
   int (*page)() = nullptr;         // the form's page that is up; null: page 0
   int mode = -1;                   // the right panel that shows the form; -1: the room shows it
+  bool helpBelow = false;          // the mode's help text stands below the form
   Reading reading = Reading::Lax;  // of its numbers
   int insertKey = 0;               // a command; its other caption says that a block is under edit
   const char16_t* logged = u"";    // in the output log after an insertion

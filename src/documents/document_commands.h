@@ -7,6 +7,12 @@
 
 namespace morva {
 
+// Where chords of this room hold.
+// The editors, and the CAD workspace but its size boxes and the name of a drawing.
+inline constexpr ChordPlace kProgramChords{};
+inline constexpr ChordPlace kFeatureListChords{};  // the feature list
+inline constexpr ChordPlace kFeatureChords{};      // it and the keys that change features
+
 std::span<const Command> DocumentCommands();
 
 }  // namespace morva

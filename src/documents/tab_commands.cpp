@@ -292,7 +292,7 @@ void ListenToTabs(std::integer_sequence<int, indices...>) {
 
 }  // namespace
 
-bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(ChordPlace::Programs, key); }
+bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(kProgramChords, key); }
 
 void RegisterDocumentCommands() {
   AddCommands(DocumentCommands());
@@ -300,6 +300,10 @@ void RegisterDocumentCommands() {
   hooks.openFirstTab = OpenFirstTab;
   for (const Answer& row : kAnswers) {
     RegisterCommand(RouterStage::Click, row.first, row.last, 0, row.handler);
+  }
+  for (const int id : {kIdEditor, kIdWordsEditor}) {
+    RegisterCommand(RouterStage::Notified, id, platform::kNotifyEditChange,
+                    [](int editor, int) { EditorChanged(editor); });
   }
   ListenToTabs(std::make_integer_sequence<int, kMaxTabs>());
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);

@@ -1,5 +1,6 @@
 #include "library/unit_commands.h"
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 
 namespace morva {
@@ -14,12 +15,16 @@ constexpr Command kCommands[] = {
      .words = u"INCH",
      .help = u"Working units: inch",
      .wordsOn = u"INCH *",
-     .hintWords = kHint},
+     .hintWords = kHint,
+     .on = [](int) { return !app.unitsMetric; },
+     .told = kToldChecked | kToldInTip},
     {.id = kIdMm,
      .words = u"MM",
      .help = u"Working units: millimeter",
      .wordsOn = u"MM *",
-     .hintWords = kHint},
+     .hintWords = kHint,
+     .on = [](int) { return app.unitsMetric; },
+     .told = kToldChecked | kToldInTip},
 };
 
 }  // namespace

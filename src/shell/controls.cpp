@@ -1,5 +1,5 @@
 // The main window's controls: one table a kind, made once in the order of the screen.
-#include <iterator>
+#include <span>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -27,9 +27,9 @@ constexpr int kFeatureRowHeight = 24;
 constexpr int kFeatureNameMost = 80;  // characters
 
 constexpr platform::ControlSpec kTexts[] = {
-    {kIdDncState, ControlKind::Label, u"DNC: OFFLINE", u"", FontRole::Small},
-    {kIdDncPort, ControlKind::Label, u"PORT  --", u"", FontRole::Small},
-    {kIdDncBaud, ControlKind::Label, u"BAUD  9600", u"", FontRole::Small},
+    {kIdDncState, ControlKind::Label, u"", u"", FontRole::Small},
+    {kIdDncPort, ControlKind::Label, u"", u"", FontRole::Small},
+    {kIdDncBaud, ControlKind::Label, u"", u"", FontRole::Small},
     {kIdPanelHead, ControlKind::Label, u"PROGRAM", u"", FontRole::Emphasis},
     {kIdFeatureName, ControlKind::EditLine, u"", u"Feature name", FontRole::Body},
     {kIdFeatureHint, ControlKind::Label, u"All program features appear here.", u"",
@@ -70,69 +70,22 @@ constexpr platform::ViewSpec kViews[] = {
     {kIdSpeedSlider, u"MorvaSpeed", u"Simulation speed", kWindowBackground, true},
 };
 
-// As the eye goes: bar, left panel, tabs, editor, view, output.
-constexpr int kOrder[] = {
-    kIdNew,           kIdOpen,
-    kIdSaveMenu,      kIdFind,
-    kIdSend,          kIdReceive,
-    kIdSetup,         kIdMachine,
-    kIdInch,          kIdMm,
-    kIdBack,          kIdSurfaceCode,
-    kIdSurfaceCad,    kIdSurfacePlate,
-    kIdRewind,        kIdFastForward,
-    kIdDimensions,    kIdMeasure,
-    kIdPan,           kIdFit,
-    kIdPath,          kIdPlay,
-    kIdViewMenu,      kIdZoomOut,
-    kIdZoomIn,        kIdZoomReset,
-    kIdModeList,      kIdShowFeatures,
-    kIdShowIndex,     kIdFeatureList,
-    kIdInlineName,    kIdFeatureEdit,
-    kIdFeatureNew,    kIdFeatureInclude,
-    kIdFeatureDelete, kIdFeatureLock,
-    kIdFeatureHide,   kIdFeatureName,
-    kIdFeatureRename, kIdIndexSearch,
-    kIdIndexClear,    kIdIndexAll,
-    kIdIndexG,        kIdIndexM,
-    kIdIndexN,        kIdIndexMacro,
-    kIdIndexText,     kIdIndexList,
-    kIdIndexDetail,   kIdIndexInsertion,
-    kIdIndexInsert,   kIdTabFirst,
-    kIdTabFirst + 1,  kIdTabFirst + 2,
-    kIdTabFirst + 3,  kIdTabFirst + 4,
-    kIdTabFirst + 5,  kIdTabFirst + 6,
-    kIdTabLast,       kIdTabNew,
-    kIdCommandWords,  kIdCompareSecond,
-    kIdClose,         kIdEditor,
-    kIdWordsEditor,   kIdViewRefresh,
-    kIdViewFit,       kIdViewPan,
-    kIdViewExtents,   kIdViewMeasure,
-    kIdViewGrid,      kIdViewGridMenu,
-    kIdViewLayers,    kViewToolpath,
-    kIdPlayStart,     kIdPlayPrevious,
-    kIdPlayRewind,    kIdPlayToggle,
-    kIdPlayForward,   kIdPlayNext,
-    kIdPlayEnd,       kIdPlayStop,
-    kIdSpeedSlider,   kIdPreflight,
-    kIdRenumber,      kIdOutputLog,
-    kIdInfoPanel,     kIdHelpText,
-};
-// What the other surfaces keep, from left to right.
-constexpr int kBandOrder[] = {
-    kIdBack,         kIdSurfaceCode,  kIdSurfaceCad,   kIdSurfacePlate,
-    kIdNew,          kIdOpen,         kIdSaveMenu,     kIdTabFirst,
-    kIdTabFirst + 1, kIdTabFirst + 2, kIdTabFirst + 3, kIdTabFirst + 4,
-    kIdTabFirst + 5, kIdTabFirst + 6, kIdTabLast,      kIdTabNew,
-};
+// Standing text and the line numbers take no keyboard.
+bool TakesKeyboard(int id) {
+  for (const platform::ControlSpec& spec : kTexts) {
+    if (spec.id == id) return spec.kind != ControlKind::Label;
+  }
+  return id != kViewGutter;
+}
 
 void MakeKeys() {
-  int count = 0;
-  const KeyLook* keys = Keys(count);
-  for (int i = 0; i < count; ++i) {
-    const int id = keys[i].id;
-    MakeCommandKey(id, platform::kMainWindow, keys[i].font, false);
-    ShowWords(id, KeyIsOn(id));
-    if (KeyHoldsState(id)) platform::SetChecked(id, false);
+  for (const KeyLook& key : Keys()) {
+    for (int id = key.id; id <= LastOf(key); ++id) {
+      MakeCommandKey(id, platform::kMainWindow, key.font, false);
+      ShowWords(id, IsOn(id));
+      const Command* row = CommandOf(id);
+      if (row && row->on && (row->told & kToldChecked)) platform::SetChecked(id, false);
+    }
   }
 }
 
@@ -171,13 +124,27 @@ void MakeMainControls() {
   platform::SetTextLimit(kIdFeatureName, kFeatureNameMost);
   if (IsPending(kIdFeatureRename)) platform::SetEnabled(kIdFeatureName, false);
   for (int i = 0; i < PanelCount(); ++i) Call(PanelAt(i).make);
-  OrderTabs(kSurfaceCode);
 }
 
-void OrderTabs(int surface) {
-  platform::SetTabOrder(kOrder, static_cast<int>(std::size(kOrder)));
-  if (surface == kSurfaceCode) return;
-  platform::SetTabOrder(kBandOrder, static_cast<int>(std::size(kBandOrder)));
+void OrderTabs(const LayoutPlan& plan) {
+  int stops[kMaxTabStops];
+  int count = 0;
+  const auto put = [&](int id) {
+    if (count < kMaxTabStops) stops[count++] = id;
+  };
+  const auto join = [&](PanelSpot spot) {
+    for (int i = 0; i < PanelCount(); ++i) {
+      const Panel& panel = PanelAt(i);
+      if (panel.spot == spot) count += Call(panel.tabStops, stops + count, kMaxTabStops - count);
+    }
+  };
+  for (const Placement& placement : std::span(plan.placements, plan.count)) {
+    if (TakesKeyboard(placement.id)) put(placement.id);
+    if (placement.id == kIdFeatureList) put(kIdInlineName);
+    if (placement.id == kIdFeatureRename) join(PanelSpot::LeftLower);
+    if (placement.id == kIdEditor) join(PanelSpot::Editor);
+  }
+  platform::SetTabOrder(stops, count);
 }
 
 }  // namespace morva

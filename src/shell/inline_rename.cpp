@@ -4,13 +4,13 @@
 #include <string>
 
 #include "app/command_ids.h"
-#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/find_work.h"
+#include "documents/document_commands.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
@@ -102,22 +102,16 @@ void BoxFocus(bool gained) {
 }
 
 // The question before a delete promises Undo, and the focus stays where it was asked.
-bool UndoKey(const platform::KeyEvent& key) {
-  if (!key.ctrl || key.alt || key.shift || key.key != 'Z') return false;
+void UndoFeature(int, int) {
   UndoInCode();
   Call(hooks.rebuildToolpath);  // the delete has drawn the path without the block
-  return true;
 }
+
+bool FeatureKey(const platform::KeyEvent& key) { return RouteChord(kFeatureChords, key); }
 
 bool ListKey(const platform::KeyEvent& key) {
   lastSpot = Spot::Name;
-  if (UndoKey(key)) return true;
-  if (key.ctrl || key.alt || key.shift) return false;
-  if (key.key == platform::kKeyF1 + 1) {
-    StartInlineRename();
-    return true;
-  }
-  return RouteChord(ChordPlace::Features, key);
+  return FeatureKey(key) || RouteChord(kFeatureListChords, key);
 }
 
 void Toggle(Spot spot) {
@@ -203,7 +197,7 @@ void RegisterInlineRename() {
   for (const int id : {kIdFeatureEdit, kIdFeatureNew, kIdFeatureInclude, kIdFeatureDelete}) {
     Handlers button;
     button.id = id;
-    button.key = UndoKey;
+    button.key = FeatureKey;
     RegisterHandlers(button);
   }
   Handlers name;
@@ -211,6 +205,9 @@ void RegisterInlineRename() {
   name.key = BoxKey;
   name.focusChanged = BoxFocus;
   RegisterHandlers(name);
+  RegisterCommand(RouterStage::FeatureEdit, kIdInlineName, platform::kNotifyClick,
+                  [](int, int) { StartInlineRename(); });
+  RegisterCommand(RouterStage::FeatureKeys, kIdFeatureUndo, platform::kNotifyClick, UndoFeature);
   RegisterCommand(RouterStage::FeatureEdit, kIdFeatureList, platform::kNotifyListDouble,
                   ListDouble);
   RegisterCommand(RouterStage::Notified, kIdFeatureList, platform::kNotifyVScroll, ListScrolled);

@@ -2,6 +2,9 @@
 // in the rooms' tables of commands.
 #pragma once
 
+#include <algorithm>
+#include <span>
+
 #include "platform/geometry.h"
 #include "shell/theme.h"
 
@@ -9,29 +12,23 @@ namespace morva {
 
 enum class Face {
   Words,
+  Tab,           // words from the left
   Icon,          // the icon of its command alone; the words are the hint
   IconAndWords,  // the icon alone where both do not fit
   Fallback,      // words, and the icon only where they do not fit
 };
 
 struct KeyLook {
-  int id;
-  platform::FontRole font;
+  int id = 0;
+  platform::FontRole font = platform::FontRole::Body;
   PanelStyle style = kPanelPlain;
   Face face = Face::Words;
+  int last = 0;  // of a range of ids that look the same; 0: one id
 };
 
-const KeyLook* Keys(int& count);
-// Null when the id is no key of the main window.
-const KeyLook* KeyOf(int id);
-// Whether the key stands for a state that is on just now, as its words or its icon tell.
-bool KeyIsOn(int id);
-// Whether the key shows something that is on or off, beyond what its words say: told to
-// assistive technology as checked or not. PLAY says "Pause" instead.
-bool KeyHoldsState(int id);
-// Repaints the keys whose state changed since the last call, and the speed slider, and tells
-// assistive technology. Cheap: made to be called after every command and timer.
-void RefreshKeyStates();
-void ResetKeyStates();
+std::span<const KeyLook> Keys();  // in the order in which they are made
+inline int LastOf(const KeyLook& key) { return std::max(key.id, key.last); }
+// The look of one key; its id is 0 when the id is no key of the main window.
+KeyLook KeyOf(int id);
 
 }  // namespace morva

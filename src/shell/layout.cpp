@@ -2,13 +2,13 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
 #include "platform/window.h"
-#include "shell/keys.h"
 
 namespace morva {
 
@@ -118,16 +118,9 @@ bool IsCovered(const Rect& place) {
   return false;
 }
 
-bool WorkPanelShown() {
-  for (int i = 0; i < PanelCount(); ++i) {
-    if (PanelAt(i).spot == PanelSpot::Work && IsPanelActive(PanelAt(i))) return true;
-  }
-  return false;
-}
-
 // The work area holds the editor's place: a panel in it hides one that stands there.
 bool IsUnderWorkPanel(const Panel& panel) {
-  return panel.spot == PanelSpot::Editor && WorkPanelShown();
+  return panel.spot == PanelSpot::Editor && IsPanelAt(PanelSpot::Work);
 }
 
 void PlacePanels() {
@@ -172,10 +165,11 @@ void Layout() {
   in.topBarHeight = app.topBarHeight;
   in.surface = app.surface;
   in.mode = app.mode;
-  in.indexPage = app.mode == kModeCodeIndex && !app.sidebarShowsFeatures;
+  in.footPanel = IsPanelAt(PanelSpot::Foot);
   in.tabCount = app.tabCount;
-  in.viewAway = WorkPanelShown();
-  in.heightAboveView = HeightAboveView(app.mode);
+  in.viewAway = IsPanelAt(PanelSpot::Work);
+  in.heightAboveView = HeightAboveView();
+  in.helpBelow = IsHelpBelow();
   const Surface* up = SurfaceUp();
   in.viewBesideSurface = up && up->withView;
   const LayoutPlan plan = PlanLayout(in);
@@ -192,7 +186,7 @@ void Layout() {
   PlacePanels();
   if (orderedFor != app.surface) {
     orderedFor = app.surface;
-    OrderTabs(app.surface);
+    OrderTabs(plan);
   }
   PlaceSurfaces();
   RefreshKeyStates();

@@ -9,8 +9,8 @@ namespace morva {
 
 // Makes every control of the main window once.
 void MakeMainControls();
-// Tab follows the screen of this surface.
-void OrderTabs(int surface);
+// Tab follows the plan of the surface that is up, and in it the panels that hand in their stops.
+void OrderTabs(const LayoutPlan& plan);
 // Places and shows everything for surface, mode and window size.
 void Layout();
 // The splitter: drags are clamped to 190 to 430.

@@ -1,6 +1,7 @@
 #include "shell/layout_rects.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int kPad = 8;     // window edge to content, panel edge to content
 constexpr int kKeyGap = 5;  // between keys of one row
 constexpr int kTopBand = 70;
-constexpr int kWorkspaceBand = 72;       // of the CAD and plate workspaces
+constexpr int kWorkspaceBand = 72;       // while another surface is up
 constexpr int kWorkspaceKeysLeft = 346;  // behind their head
 constexpr int kTopKeysLeft = 240;
 constexpr int kTopKeysTop = 10;
@@ -29,6 +30,7 @@ constexpr int kEditorLeast = 420;
 constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
 constexpr int kSmallKey = 28;          // height of keys inside panels
 constexpr int kHeadRow = 26;
+constexpr int kHelpHeight = 112;  // of the help text below a right panel
 
 void Put(LayoutPlan& plan, int id, const Rect& place) {
   if (plan.count >= kMaxPlacements) return;
@@ -53,8 +55,8 @@ constexpr KeyWidth kTopKeys[] = {{kIdNew, 64},   {kIdOpen, 72},    {kIdSaveMenu,
                                  {kIdFind, 64},  {kIdSend, 86},    {kIdReceive, 98},
                                  {kIdSetup, 72}, {kIdMachine, 186}};
 constexpr KeyWidth kUnitKeys[] = {{kIdInch, 66}, {kIdMm, 60}};
-constexpr KeyWidth kSurfaceKeys[] = {
-    {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
+constexpr int kSurfaceKeyWidths[] = {64, 56, 64};
+static_assert(std::size(kSurfaceKeyWidths) == kIdSurfaceLast - kIdSurfaceCode + 1);
 constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDimensions, 36},
                                   {kIdMeasure, 36}, {kIdPan, 36},         {kIdFit, 36}};
 constexpr KeyWidth kPathKeys[] = {{kIdPath, 61},    {kIdPlay, 70},   {kIdViewMenu, 60},
@@ -102,6 +104,16 @@ int PutRow(LayoutPlan& plan, int x, int y, int height, const KeyWidth (&keys)[N]
   return PutRow(plan, x, y, height, keys, N, gap);
 }
 
+// The keys that bring surfaces up, those still to come among them; the x behind the last gap.
+int PutSurfaceKeys(LayoutPlan& plan, int x, int y) {
+  int id = kIdSurfaceCode;
+  for (const int width : kSurfaceKeyWidths) {
+    const KeyWidth key{id++, width};
+    x = PutRow(plan, x, y, kBarKeyHeight, &key, 1, kKeyGap);
+  }
+  return x;
+}
+
 bool HasRightPanel(std::int32_t mode) { return RightPanelWidth(mode, 1200) > 0; }
 
 // Everything above the work area: the top band with the program and link keys, and the bar
@@ -121,26 +133,25 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
   const int y = kTopBand + (in.topBarHeight - kTopBand - kBarKeyHeight) / 2;
   Put(plan, kIdBack, Rect{12, y, 108, y + kBarKeyHeight});
   if (!HasRightPanel(in.mode)) Put(plan, kIdPanelHead, Rect{120, y, 300, y + kBarKeyHeight});
-  PutRow(plan, 312, y, kBarKeyHeight, kSurfaceKeys, kKeyGap);
+  PutSurfaceKeys(plan, 312, y);
   const int paths = right - RowWidth(kPathKeys, kKeyGap);
-  PutRow(plan, paths, y, kBarKeyHeight, kPathKeys, kKeyGap);
   const int tools = paths - 16 - RowWidth(kToolKeys, 4);
   PutRow(plan, tools, y, kBarKeyHeight, kToolKeys, 4);
+  PutRow(plan, paths, y, kBarKeyHeight, kPathKeys, kKeyGap);
 }
 
-// Six keys in two columns; the last row ends at `bottom`. The top of the first row.
-int PlanFeatureKeys(LayoutPlan& plan, int left, int right, int bottom) {
+// Six keys in two columns.
+constexpr int kFeatureKeysHeight = 3 * kSmallKey + 2 * 4;
+void PlanFeatureKeys(LayoutPlan& plan, int left, int right, int top) {
   constexpr int kKeys[] = {kIdFeatureEdit,   kIdFeatureNew,  kIdFeatureInclude,
                            kIdFeatureDelete, kIdFeatureLock, kIdFeatureHide};
   const int half = (right - left - kKeyGap) / 2;
-  const int top = bottom - 3 * kSmallKey - 2 * 4;
   for (int i = 0; i < 6; ++i) {
     const int y = top + i / 2 * (kSmallKey + 4);
     const bool second = i % 2 == 1;
     Put(plan, kKeys[i],
         Rect{second ? right - half : left, y, second ? right : left + half, y + kSmallKey});
   }
-  return top;
 }
 
 void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
@@ -158,13 +169,14 @@ void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
   Put(plan, kIdShowIndex, Rect{right - half, y, right, y + kSmallKey + 2});
   y += kSmallKey + 2 + 6;
 
-  int foot = bottom - 5;
-  Put(plan, kIdFeatureHint, Rect{left, foot - 38, right, foot});
-  foot -= 38 + 4;
-  Put(plan, kIdFeatureName, Rect{left, foot - kSmallKey, right - 76 - kKeyGap, foot});
-  Put(plan, kIdFeatureRename, Rect{right - 76, foot - kSmallKey, right, foot});
-  foot = PlanFeatureKeys(plan, left, right, foot - kSmallKey - 6) - 6;
-  Put(plan, kIdFeatureList, Rect{left, y, right, foot});
+  const int hint = bottom - 5 - 38;
+  const int name = hint - 4 - kSmallKey;
+  const int keys = name - 6 - kFeatureKeysHeight;
+  Put(plan, kIdFeatureList, Rect{left, y, right, keys - 6});
+  PlanFeatureKeys(plan, left, right, keys);
+  Put(plan, kIdFeatureName, Rect{left, name, right - 76 - kKeyGap, name + kSmallKey});
+  Put(plan, kIdFeatureRename, Rect{right - 76, name, right, name + kSmallKey});
+  Put(plan, kIdFeatureHint, Rect{left, hint, right, hint + 38});
 }
 
 // The tab bar: up to eight tabs and "+", in two rows when one would make them unreadable, and
@@ -172,7 +184,6 @@ void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
 int PlanTabBar(LayoutPlan& plan, const LayoutInput& in, int left, int right) {
   const int top = in.topBarHeight + 5;
   const int keys = right - RowWidth(kTabBarKeys, kKeyGap);
-  PutRow(plan, keys, top, kTabHeight, kTabBarKeys, kKeyGap);
   constexpr int kPlus = 32;
   constexpr int kGap = 4;
   const int count = std::clamp(in.tabCount, 1, kMaxTabs);
@@ -196,6 +207,7 @@ int PlanTabBar(LayoutPlan& plan, const LayoutInput& in, int left, int right) {
     x += width + kGap;
   }
   Put(plan, kIdTabNew, Rect{x, y, x + kPlus, y + kTabHeight});
+  PutRow(plan, keys, top, kTabHeight, kTabBarKeys, kKeyGap);
   return top + rows * kTabHeight + (rows - 1) * kGap + 6;
 }
 
@@ -218,10 +230,10 @@ int PutEvenKeys(LayoutPlan& plan, const int (&ids)[8], const Rect& column, int y
 }
 
 void HideView(LayoutPlan& plan) {
-  Put(plan, kViewToolpath, Rect{});
-  Put(plan, kIdSpeedSlider, Rect{});
   for (int id : kViewKeys) Put(plan, id, Rect{});
+  Put(plan, kViewToolpath, Rect{});
   for (int id : kPlayKeys) Put(plan, id, Rect{});
+  Put(plan, kIdSpeedSlider, Rect{});
 }
 
 // The toolpath view with its keys above and the playback bar below. The slider stands beside
@@ -232,20 +244,18 @@ void PlanView(LayoutPlan& plan, const Rect& column, const ViewBars& bars) {
   const int keys = bars.operations ? 8 : 6;
   const int keysWidth = keys * (bars.keyWidth + bars.gap) - bars.gap;
   const bool beside = RectWidth(column) >= keysWidth + kSliderBeside + kSliderLeast;
-  int foot = column.bottom;
-  if (!beside) {
-    Put(plan, kIdSpeedSlider, Rect{column.left, foot - kSliderHeight, column.right, foot});
-    foot -= kSliderHeight + kSliderGap;
-  }
-  const int y = foot - bars.keyHeight;
+  const int under = beside ? 0 : kSliderHeight + kSliderGap;
+  const int y = column.bottom - under - bars.keyHeight;
+  Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - bars.apart});
   const int behind = PutEvenKeys(plan, kPlayKeys, column, y, bars);
+  Rect slider{column.left, column.bottom - kSliderHeight, column.right, column.bottom};
   if (beside) {
     const int height = std::min(kSliderHeight, bars.keyHeight);
-    const int sliderTop = y + (bars.keyHeight - height) / 2;
-    Put(plan, kIdSpeedSlider,
-        Rect{behind + kSliderBeside, sliderTop, column.right, sliderTop + height});
+    slider.left = behind + kSliderBeside;
+    slider.top = y + (bars.keyHeight - height) / 2;
+    slider.bottom = slider.top + height;
   }
-  Put(plan, kViewToolpath, Rect{column.left, top, column.right, y - bars.apart});
+  Put(plan, kIdSpeedSlider, slider);
 }
 
 // A panel in the work area takes the editor's height to the right end of the area, whether the
@@ -276,10 +286,8 @@ int HomeOutputHeight(const LayoutInput& in) {
   return std::clamp(height * 28 / 100, 182, 280);
 }
 
-// Home and Code index: editor and view above, output, information and workflow below, or the
-// index's page instead of the workflow. The row
-// below is only as high as its words need, and the view reaches down to it beside the output's
-// head, so that a small window still shows the part.
+// Home: workflow below. Code index: its page instead. The view reaches down beside the output's
+// head.
 void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
@@ -295,26 +303,21 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   PlanOutputHead(plan, work.left, split - kPad, headTop);
   const int info = std::clamp(width * 28 / 100, 210, 320);
   const int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) : 0;
-  int right = work.right;
-  if (help > 0) {
-    Put(plan, kIdHelpText, Rect{right - help, outputTop, right, work.bottom});
-    right -= help + kPad;
-  } else {
-    Put(plan, kIdHelpText, Rect{});
-  }
-  Put(plan, kIdInfoPanel, Rect{right - info, outputTop, right, work.bottom});
-  right -= info + kPad;
-  if (in.indexPage) {
+  const int infoRight = work.right - (help > 0 ? help + kPad : 0);
+  int right = infoRight - info - kPad;
+  if (in.footPanel) {
     const int page = std::clamp(width * 36 / 100, 290, 460);
     plan.areas.foot = Rect{right - page, outputTop, right, work.bottom};
     right -= page + kPad;
   }
   plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
+  Put(plan, kIdInfoPanel, Rect{infoRight - info, outputTop, infoRight, work.bottom});
+  Put(plan, kIdHelpText, Rect{work.right - help, outputTop, work.right, work.bottom});
 }
 
-// Simulator: the view takes the whole height at the right, the output lies below the editor, and
-// takes the width that a view which is away leaves.
+// Simulator: the view takes the whole height at the right, the output lies below the editor. If
+// the view is away, the output takes its width.
 void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
@@ -353,8 +356,7 @@ void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
 
 // A mode with a right panel: the panel takes the view's place, unless the mode shows the view too.
 void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
-  // The builders of shapes and patterns have a help text below; other panels go to the foot.
-  const int help = in.mode >= kModeShapes && in.mode <= kModeRectangular ? 112 : 0;
+  const int help = in.helpBelow ? kHelpHeight : 0;
   const int panel =
       std::min(RightPanelWidth(in.mode, in.width), in.width - work.left - kEditorLeast - kPad);
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
@@ -364,16 +366,11 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int headTop = outputTop - kHeadRow - 5;
   const int view = WidthBesidePanel(in, right - work.left);
   const int split = view > 0 ? right - view - kPad : right;
-  PlanEditor(plan, Rect{work.left, work.top, split, headTop - 7}, right);
-  PlanOutputHead(plan, work.left, right, headTop);
-  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
-  Put(plan, kIdOutputLog, plan.areas.output);
   const int left = side.left + 12;
-  Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
   const int foot = side.bottom - 6 - help;
-  Put(plan, kIdHelpText, help > 0 ? Rect{left, foot, in.width - 12, side.bottom - 6} : Rect{});
   plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, help > 0 ? foot - kPad : foot};
-  Put(plan, kIdInfoPanel, Rect{});
+  Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
+  PlanEditor(plan, Rect{work.left, work.top, split, headTop - 7}, right);
   if (view > 0) {
     PlanView(plan, Rect{right - view, work.top, right, headTop - 7}, kNarrowBars);
   } else if (in.heightAboveView > 0) {
@@ -381,28 +378,33 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   } else {
     HideView(plan);
   }
+  PlanOutputHead(plan, work.left, right, headTop);
+  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
+  Put(plan, kIdOutputLog, plan.areas.output);
+  Put(plan, kIdInfoPanel, Rect{});
+  Put(plan, kIdHelpText, Rect{left, foot, in.width - 12, foot + help});
 }
 
 // The other workspaces: a band with their own head, the keys that hold everywhere, the
 // program tabs, and the rest for the workspace, less the view where it shows one.
 LayoutPlan PlanWorkspace(const LayoutInput& in) {
-  constexpr KeyWidth kKeys[] = {
-      {kIdBack, 44}, {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
+  constexpr KeyWidth kBackKey[] = {{kIdBack, 44}};
   constexpr KeyWidth kFileKeys[] = {{kIdNew, 64}, {kIdOpen, 72}, {kIdSaveMenu, 82}};
   LayoutPlan plan;
   plan.leftPanelWidth = FittedLeftPanel(in.width, in.leftPanelWidth);
   plan.areas.topBand = Rect{0, 0, in.width, kWorkspaceBand};
   const int y = (kWorkspaceBand - kBarKeyHeight) / 2;
-  const int behind = PutRow(plan, kWorkspaceKeysLeft, y, kBarKeyHeight, kKeys, kKeyGap);
-  PutRow(plan, behind + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
+  const int keys = PutRow(plan, kWorkspaceKeysLeft, y, kBarKeyHeight, kBackKey, kKeyGap);
+  PutRow(plan, PutSurfaceKeys(plan, keys, y) + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
   int x = kPad;
   const int count = std::clamp(in.tabCount, 1, kMaxTabs);
   constexpr int kPlus = 32;
   const int width = std::min(kTabMost, (in.width - 2 * kPad - kPlus) / count - kKeyGap);
   const int tabs = kWorkspaceBand + 4;
-  for (int i = 0; i < count; ++i) {
-    Put(plan, kIdTabFirst + i, Rect{x, tabs, x + width, tabs + kTabHeight});
-    x += width + kKeyGap;
+  for (int i = 0; i < kMaxTabs; ++i) {
+    const bool shown = i < count;
+    Put(plan, kIdTabFirst + i, shown ? Rect{x, tabs, x + width, tabs + kTabHeight} : Rect{});
+    if (shown) x += width + kKeyGap;
   }
   Put(plan, kIdTabNew, Rect{x, tabs, x + kPlus, tabs + kTabHeight});
   const int foot = in.height - kStatusHeight;

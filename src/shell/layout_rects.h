@@ -1,7 +1,8 @@
 // The main window's layout as a pure function: where everything lies for a size and a state.
 //
 // Nothing here knows a control beyond its id. A thing with an empty rectangle is hidden; no
-// two places of one plan overlap, and all lie inside the client area from 1200 by 760 up.
+// two places of one plan overlap, and all lie inside the client area from 1200 by 760 up. They
+// stand in the order of the eye, which Tab follows.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +19,12 @@ struct LayoutInput {
   int topBarHeight = 132;
   std::int32_t surface = 0;
   std::int32_t mode = 0;
-  bool indexPage = false;  // the code index has its page beside the output
+  bool footPanel = false;  // a panel stands beside the output
   int tabCount = 1;
   bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
-  // Of a mode with a right panel that shows the view as well: what its panel keeps of its height
-  // where the view stands below it. 0: no view.
+  // Pixels that the panel keeps when the view stands below it; 0: no view.
   int heightAboveView = 0;
+  bool helpBelow = false;          // the help text stands below a right panel
   bool viewBesideSurface = false;  // the surface shows the view as well
 };
 
@@ -35,12 +36,12 @@ struct LayoutAreas {
   platform::Rect rightPanel;
   platform::Rect editor;     // the code editor alone
   platform::Rect work;       // from the gutter to the right, down to the editor's lower edge
-  platform::Rect foot;       // the code index's page beside the output, empty without it
+  platform::Rect foot;       // of a panel beside the output, empty without one
   platform::Rect leftLower;  // feature list, its keys, name box and hint
   platform::Rect panelBody;  // where a right panel's own controls go
   platform::Rect output;
   platform::Rect separator;  // the line between mode list and features
-  platform::Rect workspace;  // the CAD or plate workspace, instead of all below the tabs
+  platform::Rect workspace;  // the surface that is up, instead of all below the tabs
   platform::Rect status;     // the band under the status line
 };
 struct Placement {

@@ -2,6 +2,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/palette.h"
+#include "app/panels.h"
 #include "app/surfaces.h"
 #include "app/wells.h"
 #include "forms/form.h"
@@ -53,10 +54,15 @@ void FrameWells(Canvas& canvas) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
               focused == kIdEditor || focused == kIdWordsEditor);
   }
-  for (int id :
-       {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog, kIdInfoPanel, kIdHelpText,
-        kViewToolpath, kIdReviewPrograms, kIdReviewLeftPane, kIdReviewRightPane}) {
+  const auto frame = [&canvas, focused](int id) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);
+  };
+  for (const int id : {kIdModeList, kIdFeatureList, kIdFeatureName, kIdOutputLog, kIdInfoPanel,
+                       kIdHelpText, kViewToolpath}) {
+    frame(id);
+  }
+  for (int i = 0; i < PanelCount(); ++i) {
+    for (const int id : PanelAt(i).wells) frame(id);
   }
   PaintForms(canvas, platform::kMainWindow);
 }

@@ -6,7 +6,6 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
-#include "dnc/serial_profile.h"
 #include "documents/program_information.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -74,9 +73,6 @@ void FillModePanel() {
     case kModeSimulator:
       Call(hooks.rebuildToolpath);
       break;
-    case kModeDnc:
-      SetDncState(dncState);
-      break;
     default:
       break;
   }
@@ -94,7 +90,7 @@ bool MayBringUp(int surface) {
   return !up || up->surface == surface || !up->mayLeave || up->mayLeave();
 }
 
-// The number of the surface that is up, told to the one that was.
+// Makes `surface` the current one and tells the former that it was left.
 void TakeSurface(int surface) {
   const Surface* former = SurfaceUp();
   app.surface = surface;

@@ -16,7 +16,6 @@
 #include "shell/modes.h"
 #include "shell/theme.h"
 #include "simulator/line_highlight.h"
-#include "simulator/shown_path.h"
 
 namespace morva {
 
@@ -59,9 +58,9 @@ void DrawKeyGround(const KeyLook& key, const DrawState& state, bool on, Canvas& 
 }
 
 int IconOf(int id) {
-  if (id == kIdPlayToggle && ShownPath().play.playing) return kIconPause;
   const Command* row = CommandOf(id);
-  return row ? row->icon : kNoIcon;
+  if (!row) return kNoIcon;
+  return row->iconOn != kNoIcon && IsOn(id) ? row->iconOn : row->icon;
 }
 
 int CentreX(const Rect& r) { return (r.left + r.right) / 2; }
@@ -113,8 +112,7 @@ std::u16string FittedTabCaption(const std::u16string& text, FontRole font, int r
 }
 
 void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
-  // Keys outside the table carry their state themselves.
-  const bool on = KeyIsOn(key.id) || (state.checked && !KeyOf(key.id));
+  const bool on = HasState(key.id) ? IsOn(key.id) : state.checked;
   DrawKeyGround(key, state, on, canvas);
   Colour colour = kDimText;
   if (state.enabled) colour = on ? kBrightAccent : kMainText;
@@ -126,25 +124,22 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
     return;
   }
   const std::u16string text = platform::TextOf(key.id);
-  if (key.face != Face::Words) {
+  if (key.face != Face::Words && key.face != Face::Tab) {
     DrawIconCaption(key, area, text, colour, canvas);
     return;
   }
-  if (key.id >= kIdTabFirst && key.id <= kIdTabLast) {
-    const Rect place{area.left + 9, area.top, area.right - 7, area.bottom};
-    PaintText(canvas, place, FittedTabCaption(text, key.font, RectWidth(place)), key.font, colour,
-              platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
-    return;
-  }
-  // Names of drawings differ at their ends too: "Drawing 1" to "Drawing 8" in narrow keys.
-  const bool drawing = key.id >= kIdDrawingFirst && key.id <= kIdDrawingLast;
-  const Rect place = Shrunk(area, 2);
-  PaintText(canvas, place, drawing ? FittedTabCaption(text, key.font, RectWidth(place)) : text,
+  const bool tab = key.face == Face::Tab;
+  const Rect place =
+      tab ? Rect{area.left + 9, area.top, area.right - 7, area.bottom} : Shrunk(area, 2);
+  const Command* row = CommandOf(key.id);
+  const bool cutInside = row && row->cutInside;
+  PaintText(canvas, place, cutInside ? FittedTabCaption(text, key.font, RectWidth(place)) : text,
             key.font, colour,
-            platform::kAlignCentre | platform::kAlignMiddle | platform::kTextEllipsis);
+            (tab ? platform::kAlignLeft : platform::kAlignCentre) | platform::kAlignMiddle |
+                platform::kTextEllipsis);
 }
 
-// What bears no row in the table of keys still gets the look.
+// Draws keys that have no row in the table of keys.
 void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
   const std::u16string text = platform::TextOf(id);
   const bool fits = platform::TextWidth(FontRole::Body, text) <= RectWidth(state.area) - 4;
@@ -290,8 +285,8 @@ void DrawOwnerItem(int id, const DrawState& state, Canvas& canvas) {
     DrawListRow(state, 10, platform::RowText(id, state.row), kMainText, canvas);
     return;
   }
-  const KeyLook* key = KeyOf(id);
-  if (key) return DrawKey(*key, state, canvas);
+  const KeyLook key = KeyOf(id);
+  if (key.id != 0) return DrawKey(key, state, canvas);
   DrawPlainKey(id, state, canvas);
 }
 

@@ -1,6 +1,9 @@
 #include "shell/shell_commands.h"
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/surfaces.h"
+#include "documents/document_commands.h"
 
 namespace morva {
 
@@ -23,11 +26,26 @@ constexpr Command kCommands[] = {
      .help = u"Back to where you were",
      .name = u"Back",
      .wordsOn = u"\u2190"},  // while the user is somewhere else
-    {kIdSurfaceCode, u"Code", u"Program workspace"},
-    {kIdSurfaceCad, u"CAD", u"CAD workspace"},
-    {.id = kIdSurfacePlate, .words = u"Plate", .help = u"Plate builder", .pending = kPlate},
-    {kIdShowFeatures, u"FEATURES", u"Show the program's features"},
-    {.id = kIdInlineName, .over = kIdFeatureList},
+    {.id = kIdSurfaceCode,
+     .words = u"Code",
+     .help = u"Program workspace",
+     .on = IsSurfaceKeyOn,
+     .told = kToldChecked | kToldInTip},
+    {.id = kIdSurfacePlate,
+     .words = u"Plate",
+     .help = u"Plate builder",
+     .on = IsSurfaceKeyOn,
+     .told = kToldChecked | kToldInTip,
+     .pending = kPlate},
+    {.id = kIdShowFeatures,
+     .words = u"FEATURES",
+     .help = u"Show the program's features",
+     .on = [](int) { return app.sidebarShowsFeatures; },
+     .told = kToldChecked | kToldInTip},
+    {.id = kIdInlineName,
+     .chord = PlainKey(kFeatureListChords, platform::kKeyF1 + 1),
+     .over = kIdFeatureList},
+    {.id = kIdFeatureUndo, .words = u"Undo", .chord = CtrlKey(kFeatureChords, 'Z')},
 
     // Standing text and the status line are read where they are; they must not wipe the log.
     {.id = kIdStatusLine, .hint = Hint::Quiet},
@@ -59,9 +77,9 @@ constexpr Command kCommands[] = {
     {.id = kIdCircularOrientation, .pending = kCircular},
     {.id = kIdRectItem, .pending = kRectangular},
     {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
-    {.id = kIdOldFirst + 2, .pending = u"Panels still to come", .last = kIdOldFirst + 5},
-    {.id = kIdOldFirst + 10, .pending = u"Slot builder"},
-    {.id = kIdOldFirst + 13, .pending = kPlate},
+    {.id = kIdOldModeFirst + 1, .pending = u"Panels still to come", .last = kIdOldModeFirst + 4},
+    {.id = kIdOldModeFirst + 9, .pending = u"Slot builder"},
+    {.id = kIdOldModeLast, .pending = kPlate},
 };
 
 }  // namespace

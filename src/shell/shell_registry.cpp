@@ -1,5 +1,7 @@
 #include "shell/shell_registry.h"
 
+#include <iterator>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/edit_menu.h"
@@ -12,7 +14,6 @@
 #include "platform/window.h"
 #include "shell/icons.h"
 #include "shell/inline_rename.h"
-#include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
 #include "shell/owner_draw.h"
@@ -38,22 +39,13 @@ void PressDnc(int, int) { SetMode(kModeDnc); }
 void PressFind(int, int) { SetMode(kModeFind); }
 
 // The second route: modes by number, the window, the clipboard of whatever has the keyboard.
-struct OldRoute {
-  int id;
-  int mode;
-};
-constexpr OldRoute kOldRoutes[] = {
-    {901, kModeCodeIndex}, {902, kModeMacros},    {903, kModeShapes},      {904, kModeTools},
-    {905, kModeWizard},    {906, kModeSimulator}, {907, kModeFind},        {908, kModeHome},
-    {909, kModeCircular},  {910, kModeSlot},      {911, kModeRectangular}, {912, kModeCadItem},
-    {913, kModePlateItem},
-};
+constexpr int kOldModes[] = {kModeCodeIndex, kModeMacros,    kModeShapes,      kModeTools,
+                             kModeWizard,    kModeSimulator, kModeFind,        kModeHome,
+                             kModeCircular,  kModeSlot,      kModeRectangular, kModeCadItem,
+                             kModePlateItem};
+static_assert(std::size(kOldModes) == kIdOldModeLast - kIdOldModeFirst + 1);
 
-void PressOldMode(int id, int) {
-  for (const OldRoute& route : kOldRoutes) {
-    if (route.id == id) return SetMode(route.mode);
-  }
-}
+void PressOldMode(int id, int) { SetMode(kOldModes[id - kIdOldModeFirst]); }
 
 void PressOldClose(int, int) { platform::RequestClose(); }
 
@@ -61,8 +53,8 @@ void PressOldEdit(int id, int) {
   const int focused = platform::FocusedId();
   if (!platform::IsTextControl(focused)) return;
   platform::EditAction action = platform::EditAction::Undo;
-  if (id == 915) action = platform::EditAction::Copy;
-  if (id == 916) action = platform::EditAction::Paste;
+  if (id == kIdOldCopy) action = platform::EditAction::Copy;
+  if (id == kIdOldPaste) action = platform::EditAction::Paste;
   platform::RunEditAction(focused, action);
 }
 
@@ -109,17 +101,17 @@ void RegisterShellCommands() {
     RegisterWhereModeExists(kModeFind, RouterStage::Click, id, PressFind);
   }
   RegisterCommand(RouterStage::Click, kIdBack, click, PressBack);
-  RegisterCommand(RouterStage::Click, kIdOldFirst, click, PressOldClose);
-  for (const OldRoute& route : kOldRoutes) {
-    RegisterWhereModeExists(route.mode, RouterStage::Click, route.id, PressOldMode);
+  RegisterCommand(RouterStage::Click, kIdOldClose, click, PressOldClose);
+  for (int id = kIdOldModeFirst; id <= kIdOldModeLast; ++id) {
+    RegisterWhereModeExists(kOldModes[id - kIdOldModeFirst], RouterStage::Click, id, PressOldMode);
   }
-  RegisterCommand(RouterStage::Click, kIdOldLast - 2, kIdOldLast, click, PressOldEdit);
+  RegisterCommand(RouterStage::Click, kIdOldUndo, kIdOldPaste, click, PressOldEdit);
 }
 
 void ResetShell() {
   ResetLayout();
   ResetModes();
-  ResetKeyStates();
+  ResetSpeedSlider();
 }
 
 }  // namespace morva

@@ -4,6 +4,7 @@
 
 #include "app/command_ids.h"
 #include "app/panels.h"
+#include "platform/control.h"
 #include "platform/window.h"
 #include "shell/layout.h"
 #include "shell/theme.h"
@@ -20,6 +21,8 @@ namespace {
 
 constexpr int kTrackLeft = 8;
 constexpr int kHalf = kSliderTrack / 2;
+
+int toldSpeed = -1;  // in the tool tip
 
 int ShownSpeed() { return ShownPath().play.speedIndex; }
 
@@ -101,6 +104,15 @@ bool SpeedSliderKey(const platform::KeyEvent& key) {
       return false;
   }
 }
+
+void RefreshSpeedSlider() {
+  if (toldSpeed == ShownSpeed()) return;
+  toldSpeed = ShownSpeed();
+  platform::SetToolTip(kIdSpeedSlider, SpeedHelp());
+  platform::Repaint(kIdSpeedSlider);
+}
+
+void ResetSpeedSlider() { toldSpeed = -1; }
 
 void RegisterSpeedSlider() {
   Handlers handlers;

@@ -21,5 +21,8 @@ bool SpeedSliderPointer(const platform::PointerEvent& event);
 bool SpeedSliderKey(const platform::KeyEvent& key);
 
 void RegisterSpeedSlider();
+// The slider anew where the speed changed since the last call, and its tool tip.
+void RefreshSpeedSlider();
+void ResetSpeedSlider();
 
 }  // namespace morva

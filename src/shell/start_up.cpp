@@ -24,7 +24,6 @@
 #include "documents/autosave.h"
 #include "documents/builder.h"
 #include "documents/destination.h"
-#include "documents/editor_changes.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_information.h"
@@ -38,10 +37,10 @@
 #include "platform/timer.h"
 #include "platform/window.h"
 #include "shell/inline_rename.h"
-#include "shell/keys.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
 #include "shell/shell_registry.h"
+#include "shell/speed_slider.h"
 #include "shell/theme.h"
 #include "simulator/playback.h"
 #include "simulator/toolpath.h"
@@ -65,6 +64,7 @@ void OnCommand(int id, int notification) {
   FormNotified(id, notification);
   SettleSurface();
   RefreshKeyStates();
+  RefreshSpeedSlider();
   WriteProgramInformation();
 }
 
@@ -140,6 +140,7 @@ void OnTimer(int window, int timer) {
     });
   }
   RefreshKeyStates();
+  RefreshSpeedSlider();
   // Markers and autosaves come by timer and change what the panel tells.
   if (timer == kTimerText || timer == kTimerAutosave) WriteProgramInformation();
   if (timer == kTimerText) FollowRenamedRow();
@@ -235,10 +236,6 @@ void JoinRooms() {
   RegisterTransferCommands();
   RegisterCad();
   RegisterShellCommands();
-  for (const int id : {kIdEditor, kIdWordsEditor}) {
-    RegisterCommand(RouterStage::Notified, id, platform::kNotifyEditChange,
-                    [](int editor, int) { EditorChanged(editor); });
-  }
   RegisterTimer(kTimerHover, HoverTick);
 }
 
@@ -253,6 +250,7 @@ void FillMainWindow() {
   SetDncState(kDncOffline);
   SetMode(kModeHome);
   Layout();
+  RefreshSpeedSlider();
   ArmTextRefresh(kFirstRefreshMs);
   platform::StartTimer(platform::kMainWindow, kTimerHover, kHoverMs);
 }

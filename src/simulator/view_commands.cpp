@@ -2,10 +2,17 @@
 
 #include "app/command_ids.h"
 #include "app/icon_names.h"
+#include "simulator/shown_path.h"
+#include "simulator/view_switches.h"
 
 namespace morva {
 
 namespace {
+
+bool Playing(int) { return ShownPath().play.playing; }
+bool Panning(int) { return switches.panMode; }
+bool ExtentsShown(int) { return switches.showExtents; }
+bool Measuring(int) { return switches.measureMode; }
 
 // The playback bar speaks with one voice: its keys and its slider share this hint.
 constexpr char16_t kPlayback[] =
@@ -19,18 +26,22 @@ constexpr Command PlayKey(int id, const char16_t* help, const char16_t* name, in
 
 constexpr Command PlayKey(int id, const char16_t* help, int icon, int key = platform::kKeyNone) {
   Command row = PlayKey(id, help, help, icon);
-  if (key != platform::kKeyNone) row.chord = PlainKey(ChordPlace::Toolpath, key);
+  if (key != platform::kKeyNone) row.chord = PlainKey(kToolpathChords, key);
   return row;
 }
 
 // A key of the view's tools: an icon, its words are hint and tool tip.
-constexpr Command ViewKey(int id, const char16_t* words, int icon) {
-  return {.id = id, .words = words, .icon = icon};
+constexpr Command ViewKey(int id, const char16_t* words, int icon, bool (*on)(int) = nullptr) {
+  return {.id = id, .words = words, .icon = icon, .on = on, .told = kToldChecked | kToldInTip};
 }
 
 // The keys of the bar at the top: an icon, and a sentence besides its name.
-constexpr Command BarKey(int id, const char16_t* words, const char16_t* help, int icon) {
-  return {.id = id, .words = words, .help = help, .hint = Hint::Help, .icon = icon};
+constexpr Command BarKey(int id, const char16_t* words, const char16_t* help, int icon,
+                         bool (*on)(int) = nullptr) {
+  Command row = ViewKey(id, words, icon, on);
+  row.help = help;
+  row.hint = Hint::Help;
+  return row;
 }
 
 constexpr Command kCommands[] = {
@@ -38,18 +49,22 @@ constexpr Command kCommands[] = {
     BarKey(kIdFastForward, u"Fast forward", u"Fast forward through the visible toolpath.",
            kIconForward),
     BarKey(kIdDimensions, u"Dimensions",
-           u"Dimensions: display X/Y/Z extents of the visible toolpath.", kIconDimensions),
+           u"Dimensions: display X/Y/Z extents of the visible toolpath.", kIconDimensions,
+           ExtentsShown),
     BarKey(kIdMeasure, u"Measure",
            u"Measure: choose two displayed endpoints for distance and X/Y/Z differences.",
-           kIconMeasure),
+           kIconMeasure, Measuring),
     BarKey(kIdPan, u"Pan",
-           u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans.", kIconPan),
+           u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans.", kIconPan,
+           Panning),
     BarKey(kIdFit, u"Fit", u"Fit the visible toolpath and reset pan/zoom.", kIconFit),
     {kIdPath, u"PATH", u"Rebuild the toolpath from the program"},
     {.id = kIdPlay,
      .words = u"PLAY",
      .help = u"Play or pause the toolpath",
-     .wordsOn = u"Pause"},  // while it plays
+     .wordsOn = u"Pause",  // while it plays
+     .on = Playing,
+     .told = kToldInTip},
     {kIdViewMenu, u"VIEW", u"Top, front, right and isometric views"},
     {kIdZoomOut, u"-", u"Zoom out", u"Zoom out"},
     {kIdZoomIn, u"+", u"Zoom in", u"Zoom in"},
@@ -57,10 +72,10 @@ constexpr Command kCommands[] = {
 
     ViewKey(kIdViewRefresh, u"Refresh toolpath", kIconRefresh),
     ViewKey(kIdViewFit, u"Fit toolpath to view", kIconFit),
-    ViewKey(kIdViewPan, u"Toggle pan / orbit; middle or Shift-drag pans", kIconPan),
-    ViewKey(kIdViewExtents, u"Show path dimensions", kIconDimensions),
-    ViewKey(kIdViewMeasure, u"Measure between two path points", kIconMeasure),
-    ViewKey(kIdViewGrid, u"Toggle world grid", kIconGrid),
+    ViewKey(kIdViewPan, u"Toggle pan / orbit; middle or Shift-drag pans", kIconPan, Panning),
+    ViewKey(kIdViewExtents, u"Show path dimensions", kIconDimensions, ExtentsShown),
+    ViewKey(kIdViewMeasure, u"Measure between two path points", kIconMeasure, Measuring),
+    ViewKey(kIdViewGrid, u"Toggle world grid", kIconGrid, [](int) { return view.gridOn; }),
     ViewKey(kIdViewGridMenu, u"Grid settings: spacing and color", kIconGridMenu),
     ViewKey(kIdViewLayers,
             u"Preview layers: rapid moves, overlap, context and approximate cut surface",
@@ -69,7 +84,15 @@ constexpr Command kCommands[] = {
     PlayKey(kIdPlayStart, u"Go to start", kIconStart, platform::kKeyHome),
     PlayKey(kIdPlayPrevious, u"Previous operation", kIconPrevious, platform::kKeyLeft),
     PlayKey(kIdPlayRewind, u"Rewind ten points", kIconRewind),
-    PlayKey(kIdPlayToggle, u"Play / pause", kIconPlay, platform::kKeySpace),
+    {.id = kIdPlayToggle,
+     .words = kPlayback,
+     .help = u"Play / pause",
+     .name = u"Play / pause",
+     .icon = kIconPlay,
+     .iconOn = kIconPause,
+     .on = Playing,
+     .told = kToldInTip,
+     .chord = PlainKey(kToolpathChords, platform::kKeySpace)},
     PlayKey(kIdPlayForward, u"Fast forward", u"Play faster", kIconForward),
     PlayKey(kIdPlayNext, u"Next operation", kIconNext, platform::kKeyRight),
     PlayKey(kIdPlayEnd, u"Go to end", kIconEnd, platform::kKeyEnd),

@@ -7,6 +7,9 @@
 
 namespace morva {
 
+// Where chords of this room hold.
+inline constexpr ChordPlace kToolpathChords{};  // the toolpath view
+
 std::span<const Command> SimulatorCommands();
 
 }  // namespace morva

@@ -5,7 +5,6 @@
 #include <cstdint>
 
 #include "app/command_ids.h"
-#include "app/commands.h"
 #include "app/outlets.h"
 #include "library/units.h"
 #include "platform/clock.h"
@@ -13,6 +12,7 @@
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
+#include "simulator/view_commands.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
 #include "text/codetext.h"
@@ -252,7 +252,7 @@ bool ToolpathKey(const KeyEvent& key) {
   }
   if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
   if (key.key == platform::kKeyEnter) return PickAtHead();
-  return RouteChord(ChordPlace::Toolpath, key);
+  return RouteChord(kToolpathChords, key);
 }
 
 void LetGoOfView() {

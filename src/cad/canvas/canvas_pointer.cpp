@@ -10,6 +10,7 @@
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/geometry/snap.h"
+#include "cad/model/cad_chords.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
@@ -203,7 +204,7 @@ bool ViewKey(const KeyEvent& key) {
     ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
     return true;
   }
-  if (RouteChord(ChordPlace::Canvas, key)) return true;
+  if (RouteChord(kCanvasChords, key)) return true;
   if (!key.ctrl || key.shift || key.alt) return false;
   const int dx = key.key == platform::kKeyLeft ? -1 : key.key == platform::kKeyRight ? 1 : 0;
   const int dy = key.key == platform::kKeyUp ? -1 : key.key == platform::kKeyDown ? 1 : 0;
@@ -302,8 +303,8 @@ bool CanvasPointer(const PointerEvent& event) {
 }
 
 int SketchShortcut(const KeyEvent& key) {
-  const int command = CommandOfChord(ChordPlace::Drawing, key);
-  return command != 0 ? command : CommandOfChord(ChordPlace::Workspace, key);
+  const int command = CommandOfChord(kDrawingChords, key);
+  return command != 0 ? command : CommandOfChord(kCadChords, key);
 }
 
 bool CanvasKey(const KeyEvent& key) {

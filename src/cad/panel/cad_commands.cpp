@@ -1,12 +1,20 @@
 #include "cad/panel/cad_commands.h"
 
 #include "app/command_ids.h"
+#include "app/surfaces.h"
+#include "cad/model/cad_chords.h"
 
 namespace morva {
 
 namespace {
 
 constexpr Command kCommands[] = {
+    {.id = kIdSurfaceCad,
+     .words = u"CAD",
+     .help = u"CAD workspace",
+     .on = IsSurfaceKeyOn,
+     .told = kToldChecked | kToldInTip},
+
     // The tool strip.
     {kIdCadSelect, u"Select", u"Select, move and reshape geometry"},
     {kIdCadLine, u"Line", u"Line by two points (Down: more ways)"},
@@ -24,15 +32,15 @@ constexpr Command kCommands[] = {
     {.id = kIdCadCopy,
      .words = u"Copy",
      .help = u"Copy the selected part ({})",
-     .chord = CtrlKey(ChordPlace::Drawing, 'C')},
+     .chord = CtrlKey(kDrawingChords, 'C')},
     {.id = kIdCadCut,
      .words = u"Cut",
      .help = u"Cut the selected part ({})",
-     .chord = CtrlKey(ChordPlace::Drawing, 'X')},
+     .chord = CtrlKey(kDrawingChords, 'X')},
     {.id = kIdCadPaste,
      .words = u"Paste",
      .help = u"Paste beside the original ({})",
-     .chord = CtrlKey(ChordPlace::Drawing, 'V')},
+     .chord = CtrlKey(kDrawingChords, 'V')},
     {.id = kIdCadScale,
      .words = u"Scale",
      .help = u"Scale dimensions around the selected object's anchor.",
@@ -41,7 +49,7 @@ constexpr Command kCommands[] = {
     {.id = kIdCadUndo,
      .words = u"Undo",
      .help = u"Undo the last change ({})",
-     .chord = CtrlKey(ChordPlace::Drawing, 'Z')},
+     .chord = CtrlKey(kDrawingChords, 'Z')},
     {kIdCadCutData, u"Cut data", u"Cutting depth, feed and Safe Z"},
     {.id = kIdCadGenerate,
      .words = u"Generate",
@@ -54,7 +62,7 @@ constexpr Command kCommands[] = {
      .words = u"Snap OFF",
      .help = u"Snap to geometry and grid ({}; hold Alt to bypass)",
      .wordsOn = u"Snap ON",
-     .chord = PlainKey(ChordPlace::Workspace, platform::kKeyF1 + 7)},
+     .chord = PlainKey(kCadChords, platform::kKeyF1 + 7)},
     {kIdCadPolygon, u"Polygon", u"Regular polygon of closed lines"},
     {kIdCadRevolve, u"Revolve", u"Turn or copy the selected object around a pivot"},
     {kIdCadJoin, u"Join", u"Let the selected line and another meet"},
@@ -65,13 +73,13 @@ constexpr Command kCommands[] = {
     {.id = kIdCadCancel,
      .words = u"Cancel",
      .help = u"Give up the tool in hand ({})",
-     .chord = PlainKey(ChordPlace::Drawing, platform::kKeyEscape)},
+     .chord = PlainKey(kDrawingChords, platform::kKeyEscape)},
     {kIdCadDimension, u"Dimension", u"Change sizes by their labels (Down: measure)"},
     {kIdCadPan, u"Pan", u"Left button moves the drawing; the middle one always does"},
     {.id = kIdCadFit,
      .words = u"Fit",
      .help = u"Show the whole drawing",
-     .chord = PlainKey(ChordPlace::Canvas, platform::kKeyHome)},
+     .chord = PlainKey(kCanvasChords, platform::kKeyHome)},
     {kIdCadGrid, u"Grid", u"Grid on or off"},
     {kIdCadThickness, u"Preview 3D", u"Wireframe with a thickness"},
 
@@ -92,7 +100,10 @@ constexpr Command kCommands[] = {
     {kIdMethodMeasure, u"Measure \u2014 point-to-point distance"},
 
     // Drawings, lists, and what floats over the canvas.
-    {.id = kIdDrawingFirst, .help = u"Drawing of this program", .last = kIdDrawingLast},
+    {.id = kIdDrawingFirst,
+     .help = u"Drawing of this program",
+     .cutInside = true,  // "Drawing 1" to "Drawing 8" in narrow keys
+     .last = kIdDrawingLast},
     {kIdDrawingAdd, u"+", u"New drawing in this program", u"New drawing"},
     {kIdDrawingRename, u"Rename", u"Name this drawing; press again to keep", u"Rename drawing"},
     {kIdCadCreateTyped, u"Create (Enter)", u"Create the object with these sizes"},
@@ -140,7 +151,7 @@ constexpr Command kCommands[] = {
     {.id = kIdCadDelete,
      .words = u"Delete",
      .help = u"Delete the selected part ({})",
-     .chord = PlainKey(ChordPlace::Drawing, platform::kKeyDelete)},
+     .chord = PlainKey(kDrawingChords, platform::kKeyDelete)},
     {.id = kIdCadHide,
      .words = u"Hide / show",
      .help = u"Hide or show the selected part",

@@ -11,6 +11,7 @@
 #include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
+#include "cad/model/cad_chords.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
@@ -68,7 +69,7 @@ bool SheetKey(int id, const KeyEvent& key) {
 int WorkspaceCommand(const KeyEvent& key) {
   KeyEvent unshifted = key;
   unshifted.shift = false;
-  return CommandOfChord(ChordPlace::Workspace, unshifted);
+  return CommandOfChord(kCadChords, unshifted);
 }
 
 // Before the program changes: no box may float and no pick may wait for the other drawing.

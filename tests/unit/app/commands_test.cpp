@@ -8,6 +8,10 @@
 namespace morva {
 namespace {
 
+constexpr ChordPlace kDrawingChords;
+constexpr ChordPlace kEditorChords;
+constexpr ChordPlace kTextChords;
+constexpr ChordPlace kReviewChords;
 constexpr int kIdCut = 41001;
 constexpr int kIdTurn = 41002;
 constexpr int kIdBare = 41003;
@@ -22,14 +26,14 @@ constexpr Command kRows[] = {
      .help = u"Turn it round",
      .wordsOn = u"TURNED",
      .hint = Hint::Help,
-     .chord = CtrlKey(ChordPlace::Drawing, 'T')},
+     .chord = CtrlKey(kDrawingChords, 'T')},
     {.id = kIdCut,
      .words = u"CUT",
      .help = u"Cut it off",
      .name = u"Cut the part off",
      .menuWords = u"Cut...",
      .hintWords = u"Cut it where it is thin.",
-     .chord = PlainKey(ChordPlace::Drawing, platform::kKeyDelete)},
+     .chord = PlainKey(kDrawingChords, platform::kKeyDelete)},
     {kIdBare, u"BARE"},
     {.id = kIdLater, .words = u"LATER", .help = u"Later perhaps", .pending = u"Later"},
     {.id = kIdEye, .words = u"Look at it", .icon = 21},
@@ -113,12 +117,8 @@ TEST_F(Commands, ChangeTheCaptionWithTheirState) {
   MakeCommandKey(kIdTurn, platform::kMainWindow, platform::FontRole::Body, false);
   ShowWords(kIdTurn, true);
   EXPECT_EQ(platform::TextOf(kIdTurn), u"TURNED");
-  TellState(kIdTurn, true);
-  EXPECT_EQ(headless::ToolTipOf(kIdTurn), u"Turn it round  (on)");
   ShowWords(kIdTurn, false);
-  TellState(kIdTurn, false);
   EXPECT_EQ(platform::TextOf(kIdTurn), u"TURN");
-  EXPECT_EQ(headless::ToolTipOf(kIdTurn), u"Turn it round");
   // One caption for both states.
   EXPECT_EQ(std::u16string(WordsOf(kIdBare, true)), u"BARE");
 }
@@ -139,23 +139,64 @@ TEST_F(Commands, HintAtWhatIsWrittenOrWhatTheRowSays) {
 
 TEST_F(Commands, AreFoundByTheirChordWhereItHolds) {
   AddCommands(kRows);
-  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, Pressed('T', true)), kIdTurn);
-  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, Pressed('T')), 0);
-  EXPECT_EQ(CommandOfChord(ChordPlace::Editors, Pressed('T', true)), 0);
+  EXPECT_EQ(CommandOfChord(kDrawingChords, Pressed('T', true)), kIdTurn);
+  EXPECT_EQ(CommandOfChord(kDrawingChords, Pressed('T')), 0);
+  EXPECT_EQ(CommandOfChord(kEditorChords, Pressed('T', true)), 0);
   platform::KeyEvent shifted = Pressed('T', true);
   shifted.shift = true;
-  EXPECT_EQ(CommandOfChord(ChordPlace::Drawing, shifted), 0);
+  EXPECT_EQ(CommandOfChord(kDrawingChords, shifted), 0);
   // Rows without a chord are no rows of some place.
-  EXPECT_EQ(CommandOfChord(ChordPlace::Nowhere, platform::KeyEvent()), 0);
+  EXPECT_EQ(CommandOfChord(kDrawingChords, platform::KeyEvent()), 0);
+}
+
+TEST_F(Commands, TellTheirStateAsTheirRowSays) {
+  static bool lit;
+  lit = false;
+  constexpr auto kLit = [](int) { return lit; };
+  constexpr Command kLamps[] = {{.id = 41100,
+                                 .words = u"DARK",
+                                 .help = u"Lamp",
+                                 .wordsOn = u"LIT",
+                                 .on = kLit,
+                                 .told = kToldInTip},
+                                {.id = 41101,
+                                 .words = u"DARK",
+                                 .help = u"Lamp",
+                                 .wordsOn = u"LIT",
+                                 .on = kLit,
+                                 .told = kToldChecked | kToldInWords},
+                                {.id = 41102, .words = u"NEITHER"}};
+  AddCommands(kLamps);
+  EXPECT_TRUE(HasState(41100));
+  EXPECT_FALSE(HasState(41102));
+  EXPECT_FALSE(IsOn(41102));
+  RefreshKeyStates();  // before there is a key
+  for (const Command& row : kLamps) {
+    MakeCommandKey(row.id, platform::kMainWindow, platform::FontRole::Body, false);
+  }
+  lit = true;
+  RefreshKeyStates();
+  EXPECT_TRUE(IsOn(41100));
+  EXPECT_EQ(headless::ToolTipOf(41100), u"Lamp  (on)");
+  EXPECT_EQ(platform::TextOf(41100), u"DARK");
+  EXPECT_FALSE(platform::IsChecked(41100));
+  EXPECT_EQ(headless::ToolTipOf(41101), u"Lamp");
+  EXPECT_EQ(platform::TextOf(41101), u"LIT");
+  EXPECT_TRUE(platform::IsChecked(41101));
+  lit = false;
+  RefreshKeyStates();
+  EXPECT_EQ(headless::ToolTipOf(41100), u"Lamp");
+  EXPECT_EQ(platform::TextOf(41101), u"DARK");
+  EXPECT_FALSE(platform::IsChecked(41101));
 }
 
 TEST_F(Commands, RunByTheirChord) {
   AddCommands(kRows);
-  EXPECT_FALSE(RouteChord(ChordPlace::Drawing, Pressed('T', true)));
+  EXPECT_FALSE(RouteChord(kDrawingChords, Pressed('T', true)));
   static int routed;
   routed = 0;
   RegisterCommand(RouterStage::Click, kIdTurn, 0, [](int id, int) { routed = id; });
-  EXPECT_TRUE(RouteChord(ChordPlace::Drawing, Pressed('T', true)));
+  EXPECT_TRUE(RouteChord(kDrawingChords, Pressed('T', true)));
   EXPECT_EQ(routed, kIdTurn);
 }
 
@@ -169,7 +210,7 @@ TEST_F(Commands, PutTheChordBehindATabInAMenu) {
   // The name of the key is not said twice.
   constexpr Command kDelete[] = {{.id = kIdCut + 100,
                                   .words = u"Delete",
-                                  .chord = PlainKey(ChordPlace::Drawing, platform::kKeyDelete)}};
+                                  .chord = PlainKey(kDrawingChords, platform::kKeyDelete)}};
   AddCommands(kDelete);
   EXPECT_EQ(MenuText(kIdCut + 100), u"Delete");
 }
@@ -184,7 +225,7 @@ TEST_F(Commands, SayTheirCaptionsInAMenuThatAsksForThem) {
 TEST_F(Commands, NameAChordInTheTipWhereItsMarkStands) {
   constexpr Command kTips[] = {{.id = 31000,
                                 .help = u"Halve it ({}; twice: quarters)",
-                                .chord = AltKey(ChordPlace::Drawing, 'H')},
+                                .chord = AltKey(kDrawingChords, 'H')},
                                {.id = 31001, .help = u"More ({})", .chordOf = 31000}};
   AddCommands(kTips);
   EXPECT_EQ(HelpOf(31000), u"Halve it (Alt+H; twice: quarters)");
@@ -210,12 +251,12 @@ TEST_F(Commands, AreChosenFromAMenu) {
 
 TEST(ChordWords, NameTheKeysAsTheyStandOnThem) {
   EXPECT_EQ(ChordWords(Chord()), u"");
-  EXPECT_EQ(ChordWords(CtrlKey(ChordPlace::Drawing, 'Z')), u"Ctrl+Z");
-  EXPECT_EQ(ChordWords(AltKey(ChordPlace::Texts, 'C')), u"Alt+C");
-  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Editors, platform::kKeyF1 + 4)), u"F5");
-  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Editors, platform::kKeyF1 + 11)), u"F12");
-  EXPECT_EQ(ChordWords(PlainKey(ChordPlace::Review, platform::kKeyEscape)), u"Esc");
-  const Chord all{ChordPlace::Editors, {platform::kKeyPageUp, true, true, true}};
+  EXPECT_EQ(ChordWords(CtrlKey(kDrawingChords, 'Z')), u"Ctrl+Z");
+  EXPECT_EQ(ChordWords(AltKey(kTextChords, 'C')), u"Alt+C");
+  EXPECT_EQ(ChordWords(PlainKey(kEditorChords, platform::kKeyF1 + 4)), u"F5");
+  EXPECT_EQ(ChordWords(PlainKey(kEditorChords, platform::kKeyF1 + 11)), u"F12");
+  EXPECT_EQ(ChordWords(PlainKey(kReviewChords, platform::kKeyEscape)), u"Esc");
+  const Chord all{&kEditorChords, {platform::kKeyPageUp, true, true, true}};
   EXPECT_EQ(ChordWords(all), u"Ctrl+Alt+Shift+Page Up");
 }
 

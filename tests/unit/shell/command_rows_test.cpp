@@ -9,10 +9,15 @@
 #include <vector>
 
 #include "app/commands.h"
+#include "app/edit_menu.h"
 #include "app/hooks.h"
 #include "app/router.h"
+#include "cad/model/cad_chords.h"
+#include "codetools/codetools_commands.h"
 #include "documents/destination.h"
+#include "documents/document_commands.h"
 #include "platform/listing.h"
+#include "simulator/view_commands.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -144,31 +149,28 @@ TEST_F(CommandRows, HoldNoFieldThatAnotherContradicts) {
 // Chords.
 
 // Whether a control can lie in both places.
-bool Overlap(ChordPlace a, ChordPlace b) {
+bool Overlap(const ChordPlace* a, const ChordPlace* b) {
   if (a == b) return true;
-  const auto in = [a, b](ChordPlace wanted, std::initializer_list<ChordPlace> others) {
-    for (const ChordPlace other : others) {
-      if ((a == wanted && b == other) || (b == wanted && a == other)) return true;
+  const auto in = [a, b](const ChordPlace& wanted,
+                         std::initializer_list<const ChordPlace*> others) {
+    for (const ChordPlace* other : others) {
+      if ((a == &wanted && b == other) || (b == &wanted && a == other)) return true;
     }
     return false;
   };
-  return in(ChordPlace::Editors,
-            {ChordPlace::Programs, ChordPlace::Texts, ChordPlace::Toolkit, ChordPlace::Review}) ||
-         in(ChordPlace::Texts, {ChordPlace::Programs, ChordPlace::Toolkit, ChordPlace::Workspace,
-                                ChordPlace::Review}) ||
-         in(ChordPlace::Toolkit,
-            {ChordPlace::Programs, ChordPlace::Workspace, ChordPlace::Review}) ||
-         in(ChordPlace::Programs,
-            {ChordPlace::Workspace, ChordPlace::Drawing, ChordPlace::Canvas}) ||
-         in(ChordPlace::Workspace, {ChordPlace::Drawing, ChordPlace::Canvas}) ||
-         in(ChordPlace::Drawing, {ChordPlace::Canvas});
+  return in(kEditorChords, {&kProgramChords, &kTextChords, &kToolkitChords, &kReviewChords}) ||
+         in(kTextChords, {&kProgramChords, &kToolkitChords, &kCadChords, &kReviewChords}) ||
+         in(kToolkitChords, {&kProgramChords, &kCadChords, &kReviewChords}) ||
+         in(kProgramChords, {&kCadChords, &kDrawingChords, &kCanvasChords}) ||
+         in(kCadChords, {&kDrawingChords, &kCanvasChords}) ||
+         in(kDrawingChords, {&kCanvasChords}) || in(kFeatureListChords, {&kFeatureChords});
 }
 
 TEST_F(CommandRows, ShareNoChordAtOnePlace) {
   int chords = 0;
   const auto rows = AllCommands();
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i]->chord.place == ChordPlace::Nowhere) continue;
+    if (!rows[i]->chord.place) continue;
     ++chords;
     for (std::size_t k = i + 1; k < rows.size(); ++k) {
       if (!Overlap(rows[i]->chord.place, rows[k]->chord.place)) continue;
@@ -184,48 +186,42 @@ std::vector<int> routed;
 void Record(int id, int) { routed.push_back(id); }
 
 // Brings up the place of a chord and gives it the keyboard.
-void GoTo(ChordPlace place) {
-  switch (place) {
-    case ChordPlace::Features:
-      ASSERT_TRUE(headless::Focus(kIdFeatureList));
-      break;
-    case ChordPlace::Review:
-      if (!app.compareActive) headless::Click(kIdCompareSecond);
-      ASSERT_TRUE(headless::Focus(kIdReviewPrograms));
-      break;
-    case ChordPlace::Toolpath:
-      ASSERT_TRUE(headless::Focus(kViewToolpath));
-      break;
-    case ChordPlace::Workspace:
-    case ChordPlace::Drawing:
-    case ChordPlace::Canvas:
-      Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
-      ASSERT_TRUE(headless::Focus(kViewCadCanvas));
-      break;
-    default:
-      ASSERT_TRUE(headless::Focus(kIdEditor));
-      break;
+void GoTo(const ChordPlace& place) {
+  const auto in = [&place](std::initializer_list<const ChordPlace*> places) {
+    return std::find(places.begin(), places.end(), &place) != places.end();
+  };
+  const bool drawing = in({&kCadChords, &kDrawingChords, &kCanvasChords});
+  Call(hooks.setSurface, static_cast<int>(drawing ? kSurfaceCad : kSurfaceCode));
+  if (drawing) {
+    ASSERT_TRUE(headless::Focus(kViewCadCanvas));
+  } else if (in({&kFeatureListChords, &kFeatureChords})) {
+    ASSERT_TRUE(headless::Focus(kIdFeatureList));
+  } else if (in({&kReviewChords})) {
+    if (!app.compareActive) headless::Click(kIdCompareSecond);
+    ASSERT_TRUE(headless::Focus(kIdReviewPrograms));
+  } else if (in({&kToolpathChords})) {
+    ASSERT_TRUE(headless::Focus(kViewToolpath));
+  } else {
+    ASSERT_TRUE(headless::Focus(kIdEditor));
   }
 }
 
 bool BelongsToText(const Command& row) {
-  return row.chord.place == ChordPlace::Texts || row.chord.place == ChordPlace::Toolkit;
+  return row.chord.place == &kTextChords || row.chord.place == &kToolkitChords;
 }
 
 TEST_F(CommandRows, RunTheirCommandWhenTheChordIsPressed) {
   // The recorder stands before every other handler of these ids.
   std::vector<const Command*> rows;
   for (const Command* row : AllCommands()) {
-    if (row->chord.place == ChordPlace::Nowhere || BelongsToText(*row)) continue;
+    if (!row->chord.place || BelongsToText(*row)) continue;
     rows.push_back(row);
     RegisterCommand(RouterStage::HomeToolCombo, row->id, platform::kNotifyClick, Record);
   }
-  std::sort(rows.begin(), rows.end(),
-            [](const Command* a, const Command* b) { return a->chord.place < b->chord.place; });
   ASSERT_GE(rows.size(), 15u);
   for (const Command* row : rows) {
     SCOPED_TRACE(platform::ToUtf8(ChordWords(row->chord)) + " of " + std::to_string(row->id));
-    GoTo(row->chord.place);
+    GoTo(*row->chord.place);
     routed.clear();
     headless::PressKey(row->chord.key);
     EXPECT_EQ(routed, std::vector<int>{row->id});
@@ -235,9 +231,9 @@ TEST_F(CommandRows, RunTheirCommandWhenTheChordIsPressed) {
 
 TEST_F(CommandRows, RunTheProgramsChordsFromTheDrawingToo) {
   for (const Command* row : AllCommands()) {
-    if (row->chord.place != ChordPlace::Programs) continue;
+    if (row->chord.place != &kProgramChords) continue;
     RegisterCommand(RouterStage::HomeToolCombo, row->id, platform::kNotifyClick, Record);
-    GoTo(ChordPlace::Drawing);
+    GoTo(kDrawingChords);
     routed.clear();
     headless::PressKey(row->chord.key);
     EXPECT_EQ(routed, std::vector<int>{row->id});

@@ -60,7 +60,7 @@ TEST_F(IndexPanel, TakesTheFeaturesPlaceInModeThree) {
 
 TEST_F(IndexPanel, TheSecondRouteAndTheModeListOpenItToo) {
   headless::Click(kIdShowFeatures);
-  RouteCommand(kIdOldFirst + 1, platform::kNotifyClick);
+  RouteCommand(kIdOldModeFirst, platform::kNotifyClick);
   EXPECT_TRUE(platform::IsVisible(kIdIndexList));
   headless::Click(kIdShowFeatures);
   headless::SelectRows(kIdModeList, {7});

@@ -45,7 +45,8 @@ void ForEveryPlan(Look look) {
         for (int panel : {190, 300, 430}) {
           for (int tabs : {1, 3, 5, 8}) {
             LayoutInput in = Window(width, height, mode);
-            in.indexPage = mode == kModeCodeIndex && tabs != 3;
+            in.helpBelow = mode >= kModeShapes && mode <= kModeRectangular;
+            in.footPanel = mode == kModeCodeIndex && tabs != 3;
             in.leftPanelWidth = panel;
             in.tabCount = tabs;
             look(in, PlanLayout(in));

@@ -84,12 +84,12 @@ TEST_F(SpeedSlider, APressTellsTheSpeedADragOnlyChangesOfIt) {
 }
 
 TEST_F(SpeedSlider, TellsItsSpeedToWhoDoesNotSeeIt) {
-  RefreshKeyStates();
+  RefreshSpeedSlider();
   EXPECT_EQ(platform::AccessibleName(kIdSpeedSlider), u"Simulation speed");
   EXPECT_EQ(headless::ToolTipOf(kIdSpeedSlider),
             u"Simulation speed: 1x. Drag left to slow down, right to speed up.");
   SetPlaySpeed(0);
-  RefreshKeyStates();
+  RefreshSpeedSlider();
   EXPECT_EQ(headless::ToolTipOf(kIdSpeedSlider),
             u"Simulation speed: 0.125x. Drag left to slow down, right to speed up.");
 }

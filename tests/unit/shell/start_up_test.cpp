@@ -33,6 +33,8 @@ TEST_F(StartUp, ShowsOneFreshTabInTheHomeModeOfTheCodeSurface) {
   EXPECT_TRUE(platform::IsVisible(kIdEditor));
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Ready  \u2022  F5 Validate");
   EXPECT_EQ(platform::TextOf(kIdDncState), u"DNC: OFFLINE");
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  --");
+  EXPECT_EQ(platform::TextOf(kIdDncBaud), u"BAUD  9600");
 }
 
 TEST_F(StartUp, WrapsTheTemplateWithinEightyMilliseconds) {
