@@ -7,6 +7,8 @@
 
 namespace morva {
 
+inline constexpr char16_t kReadyWords[] = u"Ready  \u2022  F5 Validate";  // before the first event
+
 // StatusLine: one sentence, the last event. A text that equals the shown one but for the case
 // of A to Z changes nothing; longer than 1023 units is cut.
 void ShowStatus(std::u16string_view text);

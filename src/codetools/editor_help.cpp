@@ -179,7 +179,7 @@ std::u16string HelpForToken(std::u16string_view token) {
 void ShowHoverHelp(std::u16string_view token) {
   if (token.empty()) return;
   const std::u16string help = HelpForToken(token);
-  ShowStatus(help.empty() ? u"Ready  \u2022  F5 Validate" : help);
+  ShowStatus(help.empty() ? kReadyWords : help);
 }
 
 }  // namespace morva

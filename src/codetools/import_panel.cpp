@@ -169,7 +169,7 @@ void OnBrowse(int, int) {
   if (!platform::PickFileToOpen(spec, path)) return;
   std::string bytes;
   if (!ReadWholeFile(path, bytes)) {
-    ShowStatus(u"Could not open the selected file.");
+    ShowStatus(kOpenFailed);
     return;
   }
   FreeDisabledCode(state.browsedStore);

@@ -39,11 +39,13 @@ constexpr unsigned kNarrowHead = PageBit(kNarrow) | PageBit(kNarrowList);
 constexpr unsigned kWideEnd = PageBit(kWide) | PageBit(kWideFoot);
 constexpr unsigned kNarrowEnd = PageBit(kNarrow) | PageBit(kNarrowFoot);
 
+constexpr char16_t kSearchName[] = u"Search codes and descriptions";
+
 // clang-format off
 constexpr FormRow kRows[] = {
-    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = u"Search codes and descriptions",
+    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = kSearchName,
      .pages = kWideHead, .limit = kCodeSearchUnits - 1, .keys = {kIdIndexClear}, .shares = {124}},
-    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = u"Search codes and descriptions",
+    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = kSearchName,
      .pages = kNarrowHead, .limit = kCodeSearchUnits - 1},
     {.kind = RowKind::Keys, .pages = kNarrowHead, .keys = {kIdIndexClear}},
     {.kind = RowKind::Keys, .pages = kWideHead,

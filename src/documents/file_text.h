@@ -7,6 +7,8 @@
 
 namespace morva {
 
+inline constexpr char16_t kOpenFailed[] = u"Could not open the selected file.";
+
 // The whole file, at most 32 MiB (33,554,432 bytes). False: unreadable or larger.
 bool ReadWholeFile(std::u16string_view path, std::string& bytes);
 // Writes beside the target, flushes, puts the new file in place in one step, flushes the

@@ -145,7 +145,7 @@ void OpenProgram() {
   if (!PickProgramToOpen(u"Open Haas Program", path)) return;
   const int index = OpenFromFile(path);
   if (index < 0) {
-    platform::ShowBox(u"Open Error", u"Could not open the selected file.", platform::BoxButtons::Ok,
+    platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
     return;
   }

@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/panels.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -41,7 +42,7 @@ constexpr platform::ControlSpec kTexts[] = {
      u"Output and validation", FontRole::Small},
     {kIdInfoPanel, ControlKind::Log, u"", u"Program information", FontRole::Small},
     {kIdHelpText, ControlKind::Log, u"", u"Quick workflow", FontRole::Small},
-    {kIdStatusLine, ControlKind::Label, u"Ready  \u2022  F5 Validate", u"", FontRole::Small},
+    {kIdStatusLine, ControlKind::Label, kReadyWords, u"", FontRole::Small},
 };
 
 struct TextColours {
