@@ -1,4 +1,4 @@
-// The laws about words: what commands say stands once, in the rows of their rooms.
+// The laws about words: a sentence stands once, and what commands say in the rows of their rooms.
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/commands.h"
 #include "house/sources.h"
 #include "platform/file.h"
-#include "support/workbench.h"
 
 namespace {
 
@@ -89,34 +87,21 @@ TEST(Strings, AreFoundWithTheirPiecesAndEscapes) {
   EXPECT_EQ(found, (std::vector<std::string>{"one two", "th\u00B0ree", "a\"b"}));
 }
 
-struct Words : support::Workbench {};
-
-// Tip, hint and caption sentences of every command, as they stand in the table.
-std::set<std::string> SentencesOfCommands() {
-  std::set<std::string> sentences;
-  for (const morva::Command* row : morva::AllCommands()) {
-    for (const char16_t* text :
-         {row->words, row->help, row->name, row->wordsOn, row->menuWords, row->hintWords}) {
-      const std::string sentence = platform::ToUtf8(text);
-      if (WordsIn(sentence) >= kSentenceLeast) sentences.insert(sentence);
-    }
-  }
-  return sentences;
-}
-
-TEST_F(Words, OfACommandStandOnceInTheSources) {
-  const std::set<std::string> sentences = SentencesOfCommands();
-  ASSERT_GT(sentences.size(), 80u);
+// Captions, tips, help in forms, what the status line, boxes and logs say. The table of codes names
+// several codes alike.
+TEST(Sentences, StandOnceInTheSources) {
   std::map<std::string, std::vector<std::string>> places;
   for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    if (NameInSource(path) == "library/code_table.cpp") continue;
     for (const std::string& text : StringsOf(ReadText(path))) {
-      if (sentences.count(text)) places[text].push_back(NameInSource(path));
+      if (WordsIn(text) >= kSentenceLeast) places[text].push_back(NameInSource(path));
     }
   }
-  for (const std::string& sentence : sentences) {
+  EXPECT_GT(places.size(), 400u);
+  for (const auto& [sentence, files] : places) {
     std::string where;
-    for (const std::string& place : places[sentence]) where += place + " ";
-    EXPECT_EQ(places[sentence].size(), 1u) << "\"" << sentence << "\" stands in " << where;
+    for (const std::string& file : files) where += file + " ";
+    EXPECT_EQ(files.size(), 1u) << "\"" << sentence << "\" stands in " << where;
   }
 }
 

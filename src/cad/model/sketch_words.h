@@ -5,6 +5,9 @@
 
 namespace morva {
 
+inline constexpr char16_t kNothingSelected[] =
+    u"No object selected. Choose a draw tool, then click-drag on the canvas.";
+
 // At most 511 units; the same text in another case leaves the line untouched; null clears.
 // With a tool in hand the text also stands on the hint line, as what the tool says.
 void SetSketchStatus(const char16_t* text);

@@ -276,8 +276,7 @@ bool ApplySketchPattern(bool isRectangular) {
   ShowCutData(cut, kCutDecimals);
   RefreshSketchPanels();
   LogSketchOperation(isRectangular ? u"Created rectangular pattern" : u"Created circular pattern");
-  SetSketchStatus(
-      u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings.");
+  SetSketchStatus(kPatternNote);
   return true;
 }
 

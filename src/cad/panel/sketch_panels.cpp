@@ -84,7 +84,7 @@ void ShowSelection() {
     for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
       platform::SetText(id, u"");
     }
-    SetPassingStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
+    SetPassingStatus(kNothingSelected);
     return;
   }
   const SketchObject& object = sketch.objects[sketch.selected];

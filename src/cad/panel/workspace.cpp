@@ -273,16 +273,6 @@ void PaintWorkspace(Canvas& canvas) {
   }
 }
 
-// The caption says the state too, so that it does not rest on colour alone.
-void RefreshKey(int id) {
-  const bool on = CadKeyIsOn(id);
-  if (id != kIdCadGenerate) ShowWords(id, on);  // that caption follows the block under edit
-  if (platform::IsChecked(id) != on) {
-    platform::SetChecked(id, on);
-    platform::Repaint(id);
-  }
-}
-
 void RefreshPanel() {
   if (!made || ShownCadPanel() == tools.panelMode) return;
   ShowCadPanel(tools.panelMode);
@@ -290,12 +280,7 @@ void RefreshPanel() {
 
 void RefreshTools() {
   if (!made) return;
-  for (int row = 0; row < kCadStripRows; ++row) {
-    int count = 0;
-    const CadKeySpec* keys = CadStripRow(row, count);
-    for (int i = 0; i < count; ++i) RefreshKey(keys[i].id);
-  }
-  for (const int id : {kIdCadPickPivot, kIdPickDirection1, kIdPickDirection2}) RefreshKey(id);
+  RefreshKeyStates();
   RefreshCadKeys();
   RefreshPanel();
   RefreshHintLine();
@@ -331,7 +316,7 @@ void ShowCadWorkspace(const Rect& area) {
     if (!MakeWorkspace()) return;
     PlaceWorkspace(area);
     LoadSketchForProgram();
-    SetSketchStatus(u"No object selected. Choose a draw tool, then click-drag on the canvas.");
+    SetSketchStatus(kNothingSelected);
   }
   RefreshDrawingTabs();
   PlaceWorkspace(area);

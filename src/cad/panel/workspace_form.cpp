@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/dimensions.h"
 #include "cad/tools/sketch_units.h"
 #include "library/units.h"
 
@@ -23,8 +24,6 @@ constexpr const char16_t* kQuickOrientations[] = {u"Orientation: Fixed angle", u
 constexpr const char16_t* kItems[] = {u"Circle",   u"Square",  u"Rectangle",
                                       u"Triangle", u"Diamond", u"Slot"};
 constexpr const char16_t* kOrientations[] = {u"Fixed angle", u"Radial", u"Tangential"};
-constexpr const char16_t* kDimensionParts[] = {u"Length / width / diameter", u"Height / slot width",
-                                               u"Circle radius"};
 
 constexpr FormRow Head(unsigned pages, const char16_t* words) {
   return {.kind = RowKind::Head, .label = words, .pages = pages};
@@ -133,8 +132,7 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadRectSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
      .follows = kLength, .value = kGridSafeZ, .pages = kRectangular, .enter = kIdCadCreatePattern},
     Keys(kPatterns, kIdCadCreatePattern),
-    Note(kPatterns,
-     u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings."),
+    Note(kPatterns, kPatternNote),
 
     Head(Page(kPanelScale), u"SCALE SELECTED OBJECT"),
     {.id = kIdCadScaleFactor, .label = u"Factor (1 = unchanged)", .start = u"1.25",
@@ -183,12 +181,12 @@ constexpr FormRow kRows[] = {
     Keys(Page(kPanelRevolve), kIdCadApplyRevolve),
 
     Head(Page(kPanelDimension), u"DIMENSION / MEASURE"),
-    Note(Page(kPanelDimension), u"Click geometry to measure and resize."),
+    Note(Page(kPanelDimension), kClickGeometry),
     {.kind = RowKind::Choice, .id = kIdCadDimensionPart, .label = u"Dimension to edit",
      .pages = Page(kPanelDimension), .rows = kDimensionParts},
     // Wide, because it holds words until something is picked.
     {.kind = RowKind::Words, .id = kIdCadDimensionValue, .name = u"Value",
-     .start = u"Click geometry to measure and resize.", .pages = Page(kPanelDimension),
+     .start = kClickGeometry, .pages = Page(kPanelDimension),
      .enter = kIdCadApplyDimension, .wide = true},
     Keys(Page(kPanelDimension), kIdCadApplyDimension),
     Note(Page(kPanelDimension),
@@ -207,7 +205,7 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadX, .label = u"X", .follows = kLength, .enter = kIdCadApply},
     {.id = kIdCadY, .label = u"Y", .follows = kLength, .enter = kIdCadApply},
     {.id = kIdCadSize, .label = u"Length / width / dia.", .follows = kLength, .enter = kIdCadApply},
-    {.id = kIdCadSize2, .label = u"Height / slot width", .follows = kLength, .enter = kIdCadApply},
+    {.id = kIdCadSize2, .label = kDimensionParts[1], .follows = kLength, .enter = kIdCadApply},
     {.id = kIdCadAngle, .label = u"Angle", .enter = kIdCadApply},
     Keys(kEveryPage, kIdCadApply, kIdCadDuplicate, kIdCadDelete),
     Keys(kEveryPage, kIdCadHide, kIdCadLock),

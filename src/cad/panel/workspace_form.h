@@ -10,6 +10,9 @@
 
 namespace morva {
 
+inline constexpr char16_t kPatternNote[] =
+    u"Pattern is editable sketch geometry. Generate uses the pattern cutting settings.";
+
 inline constexpr int kFormHeight = 1360;  // pixels, whatever is shown in it
 
 extern const Sheet kCadSheet;

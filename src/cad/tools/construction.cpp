@@ -19,7 +19,6 @@ namespace morva {
 namespace {
 
 constexpr const char16_t* kPickSide = u"Click the desired tangent side of a circle.";
-constexpr const char16_t* kLogged = u"Created geometry by construction points";
 
 bool IsCircleTangent(int method) {
   return method == kIdMethodCircleOnLine || method == kIdMethodCircleOnCircle;
@@ -54,7 +53,7 @@ const char16_t* FaultText(TangentFault fault) {
 
 void Create(const SketchObject& object) {
   const bool room = sketch.objectCount < kMaxItems;
-  const bool made = AppendDrawn(object, kLogged);
+  const bool made = AppendDrawn(object, kDrawnByPoints);
   RestartMethod();
   if (!made && !room) {
     SetSketchStatus(u"The sketch holds 96 objects. Delete geometry before adding more.");

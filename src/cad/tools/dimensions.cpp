@@ -22,15 +22,12 @@ namespace morva {
 
 namespace {
 
-constexpr const char16_t* kClickGeometry = u"Click geometry to measure and resize.";
 constexpr const char16_t* kDimensionPrompt =
     u"Dimension: click an object or dimension label, change its value, and press Enter.";
-constexpr const char16_t* kParts[] = {u"Length / width / diameter", u"Height / slot width",
-                                      u"Circle radius"};
 
 void ShowPart() {
   if (platform::RowCount(kIdCadDimensionPart) == 0) {
-    for (const char16_t* part : kParts) platform::AddRow(kIdCadDimensionPart, part);
+    for (const char16_t* part : kDimensionParts) platform::AddRow(kIdCadDimensionPart, part);
   }
   platform::SelectRow(kIdCadDimensionPart, tools.dimensionPart);
 }

@@ -83,7 +83,7 @@ bool Commit() {
   if (TakesTwoSizes() && !ReadStrictField(kIdCadSizeBox2, size2)) return false;
   SketchObject object = tools.previewObject;
   return ObjectFromTypedSizes(method, size, size2, tools.pointsX[0], tools.pointsY[0], object) &&
-         AppendDrawn(object, u"Created geometry by construction points");
+         AppendDrawn(object, kDrawnByPoints);
 }
 
 }  // namespace

@@ -6,6 +6,9 @@
 
 namespace morva {
 
+// What the log says of an object that was drawn by points or by typed sizes.
+inline constexpr char16_t kDrawnByPoints[] = u"Created geometry by construction points";
+
 void CaptionSizeBoxes();  // by the method in hand
 void FillSizeBoxes();     // with the numbers of the preview
 // Shows them beside a canvas pixel.
