@@ -6,17 +6,14 @@
 
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
+#include "library/outline.h"
 #include "library/units.h"
-#include "text/series_trig.h"
 
 namespace morva {
 
 StockEnvelope stockEnvelope;
 
 namespace {
-
-// Items of a drawing: p0 and p1 the anchor, p2 and p3 the sizes, p4 the angle in degrees.
-enum ItemType : std::int32_t { kLine = 0, kRectangle = 1, kCircle = 2, kSlot = 3, kWorkPoint = 4 };
 
 // Places in a record's numbers.
 inline constexpr int kSketchThickness = 15;
@@ -40,75 +37,17 @@ void Include(Extent& box, double x, double y) {
   box.maxY = std::max(box.maxY, y);
 }
 
-// An item's outline in its own frame is turned by its angle and moved to its anchor.
-struct Placement {
-  double x = 0;
-  double y = 0;
-  double cosine = 1;
-  double sine = 0;
-};
-
-void IncludePlaced(Extent& box, const Placement& at, double u, double v) {
-  Include(box, at.x + u * at.cosine - v * at.sine, at.y + u * at.sine + v * at.cosine);
-}
-
-void IncludeCircle(Extent& box, const Placement& at, double radius) {
-  constexpr int kSteps = 96;
-  constexpr double kStep = 6.283185307179586 / kSteps;
-  for (int i = 0; i <= kSteps; ++i) {
-    IncludePlaced(box, at, radius * SeriesCosine(i * kStep), radius * SeriesSine(i * kStep));
-  }
-}
-
-void IncludeSlot(Extent& box, const Placement& at, double length, double width) {
-  constexpr int kSteps = 32;  // of a half turn
-  constexpr double kHalfTurn = 3.14159265359;
-  constexpr double kQuarterTurn = 1.570796326795;
-  const double radius = width / 2.0;
-  const double half = std::max(0.0, (length - width) / 2.0);
-  for (int cap = 0; cap < 2; ++cap) {
-    const double from = cap == 0 ? -kQuarterTurn : kQuarterTurn;
-    for (int i = 0; i <= kSteps; ++i) {
-      const double angle = from + kHalfTurn * i / kSteps;
-      IncludePlaced(box, at, (cap == 0 ? half : -half) + radius * SeriesCosine(angle),
-                    radius * SeriesSine(angle));
-    }
-  }
-}
-
-void IncludeItem(Extent& box, const FeatureItem& item) {
-  const double angle = item.p4 * kRadiansPerDegree;
-  const Placement at = {item.p0, item.p1, SeriesCosine(angle), SeriesSine(angle)};
-  const double halfX = item.p2 / 2.0;
-  const double halfY = item.p3 / 2.0;
-  switch (item.type) {
-    case kLine:
-      IncludePlaced(box, at, 0.0, 0.0);
-      IncludePlaced(box, at, item.p2, 0.0);
-      break;
-    case kRectangle:
-      IncludePlaced(box, at, -halfX, -halfY);
-      IncludePlaced(box, at, halfX, -halfY);
-      IncludePlaced(box, at, halfX, halfY);
-      IncludePlaced(box, at, -halfX, halfY);
-      break;
-    case kCircle:
-      IncludeCircle(box, at, halfX);
-      break;
-    case kSlot:
-      IncludeSlot(box, at, item.p2, item.p3);
-      break;
-    default:
-      break;
-  }
-}
-
 bool SketchEnvelope(const FeatureSettings& settings, double scale, StockEnvelope& envelope) {
   const double thickness = settings.values[kSketchThickness];
   if (settings.itemCount < 1 || !(thickness > 0.0)) return false;
   Extent box;
+  double xs[kOutlinePoints];
+  double ys[kOutlinePoints];
   for (std::int32_t i = 0; i < std::min(settings.itemCount, kMaxItems); ++i) {
-    if (settings.items[i].type < kWorkPoint) IncludeItem(box, settings.items[i]);
+    const SketchObject object = ObjectOf(settings.items[i]);
+    if (object.type > kTypeSlot) continue;
+    const int count = ObjectOutline(object, xs, ys);
+    for (int k = 0; k < count; ++k) Include(box, xs[k], ys[k]);
   }
   if (!box.any || !(box.maxX > box.minX) || !(box.maxY > box.minY)) return false;
   envelope.minX = box.minX * scale;
