@@ -25,13 +25,6 @@ namespace {
 constexpr const char16_t* kDimensionPrompt =
     u"Dimension: click an object or dimension label, change its value, and press Enter.";
 
-void ShowPart() {
-  if (platform::RowCount(kIdCadDimensionPart) == 0) {
-    for (const char16_t* part : kDimensionParts) platform::AddRow(kIdCadDimensionPart, part);
-  }
-  platform::SelectRow(kIdCadDimensionPart, tools.dimensionPart);
-}
-
 // The last label painted under a pixel, which lies on top: its object, or -1.
 int LabelAt(int x, int y, int& part) {
   int found = -1;
@@ -114,7 +107,7 @@ void EnterDimensionMode(bool measure) {
 }
 
 void ShowDimensionValue() {
-  ShowPart();
+  platform::SelectRow(kIdCadDimensionPart, tools.dimensionPart);
   if (!HasSketchSelection() || sketch.objects[sketch.selected].type == kTypeWorkPoint) {
     platform::SetText(kIdCadDimensionValue, kClickGeometry);
     return;

@@ -67,16 +67,6 @@ TEST_F(Dimensions, EscapeAndCancelEndTheMode) {
   EXPECT_FALSE(tools.measureMode);
 }
 
-TEST_F(Dimensions, TheListHasTheThreeParts) {
-  EnterDimensionMode(false);
-  ASSERT_EQ(platform::RowCount(kIdCadDimensionPart), 3);
-  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 0), u"Length / width / diameter");
-  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 1), u"Height / slot width");
-  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 2), u"Circle radius");
-  EnterDimensionMode(false);
-  EXPECT_EQ(platform::RowCount(kIdCadDimensionPart), 3);
-}
-
 TEST_F(Dimensions, TheValueIsThatOfTheChosenPart) {
   Put(kTypeSlot, 0, 0, 3, 1.25);
   Put(kTypeCircle, 3, 3, 1.5);

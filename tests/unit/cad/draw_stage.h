@@ -89,6 +89,7 @@ class DrawStage : public support::Stage {
       platform::MakeList(list);
       platform::SetPlace(id, {0, 0, 200, 400});
     }
+    for (const char16_t* part : kDimensionParts) platform::AddRow(kIdCadDimensionPart, part);
   }
   static void MakeView(int id, const char16_t* className, const platform::Rect& place) {
     platform::ViewSpec spec;

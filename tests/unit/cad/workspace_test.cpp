@@ -266,6 +266,16 @@ TEST_F(Workspace, OpensTheMethodsOfAKeyByDownAndByRestAndShowsTheKeyInHand) {
   EXPECT_FALSE(platform::IsChecked(kIdCadCircle));
 }
 
+TEST_F(Workspace, OffersTheThreeSizesOfADimensionOnceHoweverOftenItIsOpened) {
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_TRUE(headless::Click(kIdCadDimension));
+    ASSERT_EQ(platform::RowCount(kIdCadDimensionPart), 3);
+  }
+  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 0), u"Length / width / diameter");
+  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 1), u"Height / slot width");
+  EXPECT_EQ(platform::RowText(kIdCadDimensionPart, 2), u"Circle radius");
+}
+
 TEST_F(Workspace, EscapeInTheDimensionValueEndsTheMode) {
   ASSERT_TRUE(headless::Click(kIdCadDimension));
   ASSERT_TRUE(headless::Focus(kIdCadDimensionValue));
