@@ -149,7 +149,7 @@ void RecomputeConnectivity() {
   for (int i = 0; i < sketch.objectCount; ++i) {
     waits[i] = !sketch.hidden[i] && !sketch.locked[i];
     if (waits[i]) {
-      UngroupSketchObject(i);
+      SetSketchGroup(i, 0);
       PutChain(i);
     } else {
       largest = std::max<std::int64_t>(largest, sketch.objects[i].group);
@@ -170,7 +170,7 @@ void RecomputeConnectivity() {
     if (count < 2) continue;
     const std::int32_t group = FreeGroup(largest + 1);
     largest = group;
-    for (int i = 0; i < count; ++i) sketch.objects[reached[i]].group = group;
+    for (int i = 0; i < count; ++i) SetSketchGroup(reached[i], group);
   }
 }
 

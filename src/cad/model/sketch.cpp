@@ -136,8 +136,8 @@ void SketchUndo() {
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
   if (step.former) PutFormerDrawing(step);
-  // What hung on the objects that stood there. Join and Tangent go on with the selection that
-  // came back, which is the line that is shown as theirs.
+  // Marks, picks and previews hold indices of the former objects, so they end. Join and Tangent
+  // go on with the selection of the step.
   ForgetHover();
   SetJoinSource(sketch.selected);
   // The step was pushed and perhaps saved since: going back is a change of its own.
@@ -193,8 +193,8 @@ void PutSketchObject(int index, const SketchObject& object) {
   if (index >= 0 && index < sketch.objectCount) sketch.objects[index] = object;
 }
 
-void UngroupSketchObject(int index) {
-  if (index >= 0 && index < sketch.objectCount) sketch.objects[index].group = 0;
+void SetSketchGroup(int index, std::int32_t group) {
+  if (index >= 0 && index < sketch.objectCount) sketch.objects[index].group = group;
 }
 
 void SetSketchUnit(bool metric) { sketch.metric = metric; }

@@ -42,10 +42,10 @@ void PushSketchUndo();
 void SketchUndo();
 // Where another sketch comes in: its steps begin anew.
 void DropSketchUndo();
-// Where a block's sketch takes the place of a drawing: as DropSketchUndo, but drawings that
-// blocks took the place of before stay reachable, and where `keepLive` the live one joins them.
-// Undo brings such a drawing back whole, with thickness and cutting data, and unlinks the block.
-// A block's own sketch, reopened and not changed since, is in the program and never kept.
+// Where a block's sketch takes the place of a drawing: as DropSketchUndo, but drawings whose place
+// blocks took before stay reachable. With `keepLive` the live one joins them.
+// Undo brings such a drawing back whole, with thickness and cutting data. It unlinks the block.
+// A block's own sketch that was reopened and not changed since is never kept: the program has it.
 void DropSketchUndoForBlock(bool keepLive);
 
 bool HasSketchSelection();
@@ -64,8 +64,8 @@ int MultiSelectCount();
 void SetSelected(std::int32_t index);
 // In place of the object that stands there, its flags kept; no undo step.
 void PutSketchObject(int index, const SketchObject& object);
-// A member of a part that stands alone from now on.
-void UngroupSketchObject(int index);
+// The object joins the part of this number; 0: it stands alone. No undo step.
+void SetSketchGroup(int index, std::int32_t group);
 // The unit of the numbers as they stand: nothing is converted.
 void SetSketchUnit(bool metric);
 void SetSketchThickness(double thickness);
