@@ -81,7 +81,7 @@ void StopDrag() {
   platform::ReleasePointer();
 }
 
-bool Press(const PointerEvent& event) {
+bool PressView(const PointerEvent& event) {
   if (event.button == PointerButton::None) return false;
   platform::SetFocusTo(kViewToolpath);
   if (drag.button != PointerButton::None || viewCube.ring != CubePart::None) return true;
@@ -215,7 +215,7 @@ bool ToolpathPointer(const PointerEvent& event) {
   switch (event.action) {
     case PointerAction::Press:
     case PointerAction::DoubleClick:
-      return Press(event);
+      return PressView(event);
     case PointerAction::Release:
       if (event.button == PointerButton::Left) ReleaseCube(viewCube);
       if (event.button == drag.button) StopDrag();

@@ -199,9 +199,9 @@ void LeaveView() {
   modelCube.over = CubeHit();
   canvasView.modelView = false;
   canvasView.zoom = planZoom;
-  // Who came back by turning to the plan wants to see more than the plan the next time.
+  // After turning back to the plan, the next opening starts from a tilted view.
   if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
-  // Help for what is gone would mislead.
+  // The cube's help ends with the 3D view.
   if (SketchStatus() == kCubeHelp) SetSketchStatus(kSelecting);
   if (tools.panelMode == kPanelThickness) SetPanelMode(kPanelNone);
   RefreshCadTools();

@@ -86,7 +86,7 @@ bool IsCurve(const SketchObject& object) {
 }
 
 PointF PlaceOn(const Sheet& sheet, bool curve, double x, double y) {
-  return curve ? ExactPlaceIn(sheet.transform, x, y) : Real(PlaceIn(sheet.transform, x, y));
+  return curve ? ExactPixelOf(sheet.transform, x, y) : Real(PixelOf(sheet.transform, x, y));
 }
 
 int AddOutline(const Sheet& sheet, bool curve, const double* xs, const double* ys, int points,

@@ -92,7 +92,7 @@ void PressLeft(const PointerEvent& event) {
   if (SelectPress(event)) Hold(Holder::Select, event);
 }
 
-void Press(const PointerEvent& event) {
+void PressCanvas(const PointerEvent& event) {
   platform::SetFocusTo(kViewCadCanvas);
   rightSpent = false;
   canvasView.cursorX = event.x;
@@ -215,13 +215,13 @@ bool ViewKey(const KeyEvent& key) {
   return true;
 }
 
-void Reset(const PointerEvent& event) {
+void ResetOrPress(const PointerEvent& event) {
   LoseCapture();
   // Points picked in quick succession are no double click.
   if (event.button == PointerButton::Left && !AnyToolInHand()) {
     CanvasReset();
   } else {
-    Press(event);
+    PressCanvas(event);
   }
 }
 
@@ -278,7 +278,7 @@ bool CanvasPointer(const PointerEvent& event) {
   if (canvasView.modelView) return ModelPointer(event);
   switch (event.action) {
     case PointerAction::Press:
-      Press(event);
+      PressCanvas(event);
       break;
     case PointerAction::Release:
       ReleaseOf(event);
@@ -287,7 +287,7 @@ bool CanvasPointer(const PointerEvent& event) {
       MoveOf(event);
       break;
     case PointerAction::DoubleClick:
-      Reset(event);
+      ResetOrPress(event);
       break;
     case PointerAction::Wheel:
       ZoomAt(event.x, event.y, event.wheel);

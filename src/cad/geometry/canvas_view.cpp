@@ -56,17 +56,17 @@ CanvasTransform TransformFor(const platform::Rect& client) {
   return t;
 }
 
-platform::Point PlaceIn(const CanvasTransform& t, double x, double y) {
+platform::Point PixelOf(const CanvasTransform& t, double x, double y) {
   return {WholePixel(x * t.scale + canvasView.panX) + t.halfWidth,
           WholePixel(canvasView.panY - y * t.scale) + t.halfHeight};
 }
 
-platform::PointF ExactPlaceIn(const CanvasTransform& t, double x, double y) {
+platform::PointF ExactPixelOf(const CanvasTransform& t, double x, double y) {
   return {x * t.scale + canvasView.panX + t.halfWidth,
           canvasView.panY - y * t.scale + t.halfHeight};
 }
 
-platform::Point ToCanvas(double x, double y) { return PlaceIn(TransformFor(CanvasClient()), x, y); }
+platform::Point ToCanvas(double x, double y) { return PixelOf(TransformFor(CanvasClient()), x, y); }
 
 void FromCanvas(int px, int py, double& x, double& y) {
   const platform::Rect client = CanvasClient();

@@ -38,9 +38,9 @@ struct CanvasTransform {
   int halfHeight = 0;
 };
 CanvasTransform TransformFor(const platform::Rect& client);
-platform::Point PlaceIn(const CanvasTransform& t, double x, double y);
-// With fractions, so that curves stay round; within a pixel of PlaceIn.
-platform::PointF ExactPlaceIn(const CanvasTransform& t, double x, double y);
+platform::Point PixelOf(const CanvasTransform& t, double x, double y);
+// With fractions, so that curves stay round; within a pixel of PixelOf.
+platform::PointF ExactPixelOf(const CanvasTransform& t, double x, double y);
 
 void CanvasFit();
 void CanvasReset();  // zoom 1, no pan

@@ -27,10 +27,10 @@ namespace {
 constexpr CutData kInchCut{-0.1, 10.0, 0.5};
 constexpr CutData kMmCut{-2.54, 254.0, 12.7};
 
-// Until the workspace stands the live sketch and its fields are nobody's.
+// Before the workspace is made, the live sketch belongs to no program.
 bool WorkspaceStands() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 
-// Whatever a tool, a pick or a drag still held belongs to the sketch that goes.
+// Ends the tool, the pick and the drag of the sketch that is replaced.
 void ResetSelection() {
   DropTools();
   SetSelected(-1);

@@ -16,8 +16,8 @@ void StartDrawing(Drawing& drawing, int number);
 // The live sketch is stored and that of drawing `index` comes in; nothing for the active one.
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index);
 
-// The live sketch into the active drawing of the current program. A number that no record can
-// hold is stored as 0, so that one bad field never costs the drawing.
+// The live sketch into the active drawing of the current program. A number that a record cannot
+// hold is stored as 0. One bad field must not cost the drawing.
 void SaveLiveDrawing();
 // The live sketch from the current program's working copy; an empty one without it. Undo steps
 // and recent operations end here.
@@ -27,6 +27,6 @@ void LoadSketchForProgram();
 // data. False: it is no record of a sketch or there is no workspace, and nothing changed.
 bool OpenSketchBlock(const FeatureSettings& record);
 
-void RegisterDrawings();  // the live model of the documents
+void RegisterDrawings();  // how documents store and load the live sketch
 
 }  // namespace morva

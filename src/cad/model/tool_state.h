@@ -1,7 +1,7 @@
 // What the CAD tools hold between two events: the tool, its picks, its previews.
 //
-// One record; StopTools (tool_change.h) clears it, and the loading of a drawing does. The live
-// sketch itself stands in sketch.h.
+// One record. StopTools (tool_change.h) and the loading of a drawing clear it. The live sketch
+// itself stands in sketch.h.
 #pragma once
 
 #include <cstdint>
@@ -71,7 +71,8 @@ extern ToolState tools;
 
 // Everybody reads the record; only the functions here, of tool_state.cpp, write it.
 void ResetToolState();
-// Every tool given up; the pivot and the sides of a polygon stay, the marks where `keepMarks`.
+// Every tool given up. The pivot and the sides of a polygon stay. The marks stay only with
+// `keepMarks`.
 void ClearTools(bool keepMarks);
 
 void SetPanelMode(std::int32_t mode);

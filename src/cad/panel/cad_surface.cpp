@@ -36,7 +36,7 @@ namespace {
 
 using platform::KeyEvent;
 
-void Press(int id) { RouteCommand(id, platform::kNotifyClick); }
+void RunCommand(int id) { RouteCommand(id, platform::kNotifyClick); }
 
 bool IsCadField(int id) { return FieldCommand(id) != 0; }
 
@@ -51,7 +51,7 @@ bool FieldKey(int id, const KeyEvent& key) {
 
 bool NameKey(const KeyEvent& key) {
   if (key.key != platform::kKeyEnter && key.key != platform::kKeyEscape) return false;
-  if (key.key == platform::kKeyEnter) Press(kIdDrawingRename);
+  if (key.key == platform::kKeyEnter) RunCommand(kIdDrawingRename);
   CloseDrawingName();  // after Escape the old name stands
   FocusCadCanvas();
   return true;
@@ -135,7 +135,7 @@ void ShowCadMenu(int x, int y) {
       {kIdCadSaveShape},
   };
   const int picked = ShowCommandMenu(rows, x, y);
-  if (picked > 0) Press(picked);
+  if (picked > 0) RunCommand(picked);
   RefreshCadTools();
 }
 
@@ -173,7 +173,7 @@ bool CadKey(int id, const KeyEvent& key) {
   if (!CadWindowExists()) return false;
   if (ModelKey(id, key)) return true;
   if (const int command = WorkspaceCommand(key)) {
-    Press(command);
+    RunCommand(command);
     return true;
   }
   if (id == kIdCadSizeBox1 || id == kIdCadSizeBox2) return SizeBoxKey(key);
@@ -185,13 +185,13 @@ bool CadKey(int id, const KeyEvent& key) {
   if (FlyoutKey(id, key)) return true;
   if (id == kViewCadCanvas && CanvasKey(key)) return true;
   const int command = SketchShortcut(key);
-  if (command != 0 && !canvasView.modelView) Press(command);
+  if (command != 0 && !canvasView.modelView) RunCommand(command);
   return command != 0;
 }
 
 void CadFocusChanged(int /*id*/, bool gained) {
   if (!CadWindowExists()) return;
-  // Who works in a control knows it: the line is the tool's again.
+  // Once a control has the keyboard, its help is not needed: the line shows the tool again.
   if (gained) RestoreHintLine();
   platform::Repaint(kViewCad);
   platform::Repaint(kViewCadSheet);

@@ -70,13 +70,14 @@ bool Refuse(const char16_t* words) {
   return false;
 }
 
-bool Lies(double value, double limit) { return std::fabs(value) < limit; }
+bool IsWithin(double value, double limit) { return std::fabs(value) < limit; }
 
 bool ShapeSource(const ItemFields& form, Source& source) {
   const double width = FieldNumber(form.size);
   const double typed = FieldNumber(form.width);
   const double height = typed == 0 ? width : typed;
-  if (!(width > 0) || !Lies(width, kSketchLimit) || !Lies(height, kSketchLimit)) return false;
+  if (!(width > 0) || !IsWithin(width, kSketchLimit) || !IsWithin(height, kSketchLimit))
+    return false;
   const auto shape = static_cast<ItemShape>(platform::SelectedRow(form.shape));
   SketchObject& object = source.objects[0];
   source.count = 1;
@@ -119,12 +120,12 @@ bool SelectionSource(const ItemFields& form, Source& source) {
   object.y = 0;
   object.size = FieldNumber(form.size);
   const double width = FieldNumber(form.width);
-  if (object.type == kTypeWorkPoint || !(object.size > 0) || !Lies(object.size, kSketchLimit)) {
+  if (object.type == kTypeWorkPoint || !(object.size > 0) || !IsWithin(object.size, kSketchLimit)) {
     return false;
   }
   if (HasTwoSizes(object)) {
     object.size2 = width;
-    if (!(width > 0) || !Lies(width, kSketchLimit)) return false;
+    if (!(width > 0) || !IsWithin(width, kSketchLimit)) return false;
     if (object.type == kTypeSlot && width > object.size) return false;
   }
   source.objects[0] = object;

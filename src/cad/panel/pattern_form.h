@@ -13,7 +13,7 @@ void OpenPatternPanel(int panelMode);
 bool PatternSourceIsSelection(int panelMode);
 // The other source for the shown panel; the selected object's sizes go into the form.
 void TogglePatternSource();
-// Rows of the form's lists, captions and states of its two keys.
+// Captions and states of its two keys.
 void RefreshPatternForm();
 
 void RegisterPatternForm();

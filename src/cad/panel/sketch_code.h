@@ -10,7 +10,7 @@
 namespace morva {
 
 // The text for these cutting data in the sketch's own unit, CR LF line ends, the first line
-// empty; empty when memory runs out.
+// empty.
 std::u16string SketchCode(double depth, double feed, double safeZ);
 // The "Generate" and "Update" command: checks, destination, insertion, messages. The sketch
 // stays as it is.

@@ -213,8 +213,8 @@ void PlaceDrawingTabs(int left, int right, int y) {
   const int room = right - left - kPlus - kRename - 3 * kGap;
   const int width = std::min(kTabMost, room / count - kGap);
   const int pitch = width + kGap;
-  // The name stands behind the keys, or where that would squeeze the tabs, in the place of as many
-  // of them as it needs, the one that is being named among them.
+  // The name box stands behind the keys. Where it does not fit, it covers the active tab and as
+  // many of its neighbours as it needs.
   const bool instead = left + count * pitch + kPlus + kRename + 2 * kGap + kName > right;
   const int taken = instead ? std::min(count, (kName + kGap + pitch - 1) / pitch) : 0;
   const int first = std::min(ActiveDrawing(), count - taken);
@@ -289,7 +289,7 @@ void RefreshTools() {
 // Cutting depth, feed and Safe Z.
 void OpenCutData(int, int) { OpenToolPanel(kPanelCutData, kIdCadDepth); }
 
-// The wheel over what floats on the canvas is the canvas's.
+// A wheel turn over the size boxes zooms the canvas below them.
 bool WorkspacePointer(const platform::PointerEvent& event) {
   const Rect canvas = platform::PlaceOf(kViewCadCanvas);
   if (event.action != platform::PointerAction::Wheel ||

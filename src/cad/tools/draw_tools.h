@@ -14,7 +14,7 @@ inline constexpr int kSlotTool = kTypeSlot + 1;
 inline constexpr int kPointTool = kTypeWorkPoint + 1;
 inline constexpr int kAxisTool = kTypeWorkAxis + 1;
 
-// A method of the flyouts, 0x60E to 0x640; 0x636 and 0x637 enter dimension mode.
+// A method of the flyouts, 1550 to 1600; 1590 and 1591 enter dimension mode.
 void StartMethod(int command);
 // 0 select, 1 to 6 type plus 1.
 void StartDragTool(int tool);

@@ -80,7 +80,7 @@ void FlyoutPointerOver(int under) {
 }
 
 void KeepFlyoutShut() {
-  // A quick hand presses before the first tick has seen the pointer there.
+  // A press can come before the first hover tick.
   restingOn = platform::IdUnderPointer();
   StopFlyoutRest();
 }

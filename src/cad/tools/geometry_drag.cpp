@@ -41,7 +41,7 @@ Drag drag;
 SketchObject planned[kMaxItems];  // the next state of what moves
 SketchObject sides[kSides];       // and of a rectangle's sides
 
-// What moves along offers no fixed place to snap to.
+// Geometry that moves with the drag is no snap target.
 void SnapBesideMoving(double& x, double& y, bool bypass) {
   unsigned char hidden[kMaxItems];
   unsigned char locked[kMaxItems];

@@ -8,7 +8,7 @@ namespace morva {
 // A number of GeometryTool but 0. Join and Tangent go out from the selected line and start only
 // with one; a pick of a pivot or a direction leaves the panel open that it fills.
 void StartGeometryTool(int tool);
-// The direction picks of a pattern, 0xB2E to 0xB31.
+// The direction picks of a pattern, 2862 to 2865.
 void PickPatternDirection(int command);
 // A left press with a geometry tool active, in canvas pixels. True: used.
 bool GeometryPress(const platform::PointerEvent& event);

@@ -69,15 +69,16 @@ void MakeCircle() {
   circle.start = FieldNumber(kIdCadCircularStart);
   circle.quantity = instances.count;
   const double rotation = FieldNumber(kIdCadCircularRotation);
-  const int orientation = platform::SelectedRow(kIdCadCircularOrientation);
+  const auto orientation =
+      static_cast<Orientation>(platform::SelectedRow(kIdCadCircularOrientation));
   for (int i = 0; i < instances.count; ++i) {
     const ItemPlace place = PlaceOnCircle(circle, i);
     SketchObject& object = instances.objects[i];
     object = source;
     object.x = place.x;
     object.y = place.y;
-    if (orientation == 1) object.angle = place.angle;
-    if (orientation == 2) object.angle = place.angle + 90;
+    if (orientation == Orientation::Radial) object.angle = place.angle;
+    if (orientation == Orientation::Tangential) object.angle = place.angle + 90;
     object.angle += rotation;
   }
 }

@@ -5,11 +5,13 @@ namespace morva {
 
 inline constexpr const char16_t* kSelecting = u"SELECT mode: click geometry on the canvas.";
 
-// Tools, picks and measure state as at start, boxes hidden; the panel is not redrawn. The revolve
-// pivot and the sides of the next polygon stay, as their fields do, and, when asked, the marks of
-// the multi-selection.
+// Ends the tools; the panel is not redrawn.
+// Cleared: tool, method, picks, previews, the edge under the pointer, panel mode, dimension and
+// measure mode, the drag of a creation, the size boxes.
+// What stays: the revolve pivot and the sides of the next polygon, as their fields do.
+// The marks of the multi-selection stay only with `keepMarks`.
 void StopTools(bool keepMarks);
-// Pan too, and the status line tells of selecting where a tool was in hand.
+// Also ends Pan. If a tool was in hand, the status line says that clicks select now.
 void GiveUpTools(bool keepMarks);
 // Every tool, pick, preview and panel given up, floating boxes hidden; the focus on the canvas.
 void CancelTools();
