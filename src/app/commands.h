@@ -38,11 +38,11 @@ struct Command {
   const char16_t* wordsOn = u"";    // the caption while its state is on; empty: the same
   const char16_t* menuWords = u"";  // in a context menu; empty: the caption
   Hint hint = Hint::Words;
-  const char16_t* hintWords = u"";  // a hint of its own, instead of `hint`
-  int icon = kNoIcon;               // icon_names.h
-  int iconOn = kNoIcon;             // while its state is on; none: the same
-  bool (*on)(int id) = nullptr;     // whether its state is on; null: it has no state
-  unsigned told = 0;                // Told, of its state
+  const char16_t* hintWords = u"";            // a hint of its own, instead of `hint`
+  int icon = kNoIcon;                         // icon_names.h
+  int iconOn = kNoIcon;                       // while its state is on; none: the same
+  bool (*on)(int id) = nullptr;               // whether its state is on; null: it has no state
+  unsigned told = kToldChecked | kToldInTip;  // of its state
   bool cutInside = false;  // a caption too long is cut in the middle, as names differ at their ends
   Chord chord = {};
   int chordOf = 0;                // whose chord the tip names; 0: its own

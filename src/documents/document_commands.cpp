@@ -28,7 +28,6 @@ constexpr Command kCommands[] = {
     {.id = kIdTabFirst,
      .help = u"Ctrl+click chooses for comparison",
      .on = [](int id) { return app.activeTab == id - kIdTabFirst; },
-     .told = kToldChecked | kToldInTip,
      .cutInside = true,
      .last = kIdTabLast},
     {kIdTabNew, u"+", u"New program in a tab", u"New program tab"},

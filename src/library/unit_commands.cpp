@@ -17,14 +17,14 @@ constexpr Command kCommands[] = {
      .wordsOn = u"INCH *",
      .hintWords = kHint,
      .on = [](int) { return !app.unitsMetric; },
-     .told = kToldChecked | kToldInTip},
+     .told = kToldChecked | kToldInTip | kToldInWords},
     {.id = kIdMm,
      .words = u"MM",
      .help = u"Working units: millimeter",
      .wordsOn = u"MM *",
      .hintWords = kHint,
      .on = [](int) { return app.unitsMetric; },
-     .told = kToldChecked | kToldInTip},
+     .told = kToldChecked | kToldInTip | kToldInWords},
 };
 
 }  // namespace

@@ -18,19 +18,11 @@ void OnUnitKey(int id, int /*notification*/) { SetUnits(id == kIdMm); }
 
 bool UnitsMetric() { return app.unitsMetric; }
 
-void ShowUnitCaptions() {
-  ShowWords(kIdInch, !app.unitsMetric);
-  ShowWords(kIdMm, app.unitsMetric);
-}
-
 void SetUnits(bool metric) {
-  if (metric == app.unitsMetric) {
-    ShowUnitCaptions();
-    return;
-  }
+  if (metric == app.unitsMetric) return RefreshKeyStates();
   ConvertForms(UnitsMetric, metric ? kMmPerInch : kInchPerMm);
   app.unitsMetric = metric;
-  ShowUnitCaptions();
+  RefreshKeyStates();
   // Its points are in display units; left alone, its inches would be read out as millimetres.
   Call(hooks.rebuildToolpath);
   ShowStatus(metric ? u"Units switched to MM (G21). Tool inputs converted."

@@ -12,8 +12,6 @@ bool UnitsMetric();
 // Converts the fields of every form in this unit, then switches and has the path drawn anew. To the
 // active unit: captions only, no conversion and no message.
 void SetUnits(bool metric);
-// "INCH *" and "MM", or "INCH" and "MM *", on the pair of unit keys.
-void ShowUnitCaptions();
 
 void ResetUnits();
 void RegisterUnitCommands();

@@ -32,7 +32,7 @@ constexpr Command PlayKey(int id, const char16_t* help, int icon, int key = plat
 
 // A key of the view's tools: an icon, its words are hint and tool tip.
 constexpr Command ViewKey(int id, const char16_t* words, int icon, bool (*on)(int) = nullptr) {
-  return {.id = id, .words = words, .icon = icon, .on = on, .told = kToldChecked | kToldInTip};
+  return {.id = id, .words = words, .icon = icon, .on = on};
 }
 
 // The keys of the bar at the top: an icon, and a sentence besides its name.

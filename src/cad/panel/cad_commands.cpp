@@ -17,11 +17,7 @@ constexpr Command Tool(int id, const char16_t* words, const char16_t* help,
 }
 
 constexpr Command kCommands[] = {
-    {.id = kIdSurfaceCad,
-     .words = u"CAD",
-     .help = u"CAD workspace",
-     .on = IsSurfaceKeyOn,
-     .told = kToldChecked | kToldInTip},
+    {.id = kIdSurfaceCad, .words = u"CAD", .help = u"CAD workspace", .on = IsSurfaceKeyOn},
 
     // The tool strip.
     Tool(kIdCadSelect, u"Select", u"Select, move and reshape geometry"),

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/router.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
@@ -101,7 +102,7 @@ void ShowSelection() {
 void RefreshPanels() {
   RefreshOperations();
   ShowSelection();
-  ShowSketchUnitCaptions();
+  RefreshKeyStates();
   // A value left from another object would be applied to this one.
   if (tools.dimensionMode) ShowDimensionValue();
   platform::Repaint(kViewCadCanvas);

@@ -37,7 +37,7 @@ void SwitchUnits(bool metric) {
     SetSketchUnit(metric);
     ConvertForms(SketchIsMetric, factor);
   }
-  ShowSketchUnitCaptions();
+  RefreshKeyStates();
   platform::Repaint(kViewCadCanvas);
 }
 
@@ -67,11 +67,6 @@ void OnUnitKey(int id, int /*notification*/) {
 }  // namespace
 
 bool SketchIsMetric() { return sketch.metric; }
-
-void ShowSketchUnitCaptions() {
-  ShowWords(kIdCadInch, !sketch.metric);
-  ShowWords(kIdCadMm, sketch.metric);
-}
 
 void RegisterSketchUnits() {
   cadHooks.switchSketchUnits = SwitchUnits;

@@ -5,8 +5,6 @@ namespace morva {
 
 // The unit of the live sketch, which the fields of the workspace follow.
 bool SketchIsMetric();
-// "INCH *" and "MM", or "INCH" and "MM *", on the sketch's pair of unit keys.
-void ShowSketchUnitCaptions();
 
 void RegisterSketchUnits();
 
