@@ -236,6 +236,39 @@ TEST_F(Panels, AModesPanelMayShowTheToolpathViewWithItself) {
   }
 }
 
+TEST_F(Panels, OneThatIsNotActiveKeepsNoHeightAndNoHelp) {
+  static bool active;
+  active = true;
+  Panel panel;
+  panel.mode = kModeWizard;
+  panel.active = [] { return active; };
+  panel.heightAboveView = 300;
+  panel.helpBelow = true;
+  RegisterPanel(panel);
+  SetMode(kModeWizard);
+  EXPECT_EQ(HeightAboveView(), 300);
+  EXPECT_TRUE(IsHelpBelow());
+  EXPECT_TRUE(platform::IsVisible(kIdHelpText));
+  active = false;
+  Layout();
+  EXPECT_EQ(HeightAboveView(), 0);
+  EXPECT_FALSE(IsHelpBelow());
+  EXPECT_FALSE(platform::IsVisible(kViewToolpath));
+  EXPECT_FALSE(platform::IsVisible(kIdHelpText));
+}
+
+// Controls in the way of the eye, whatever the order in which they are made.
+TEST_F(Panels, HandInTheStopsOfTab) {
+  SetMode(kModeCodeIndex);
+  headless::Focus(kIdIndexSearch);
+  for (const int id :
+       {kIdIndexClear, kIdIndexAll, kIdIndexG, kIdIndexM, kIdIndexN, kIdIndexMacro, kIdIndexText,
+        kIdIndexList, kIdIndexDetail, kIdIndexInsertion, kIdIndexInsert, kIdTabFirst}) {
+    headless::PressKey({platform::kKeyTab});
+    EXPECT_EQ(platform::FocusedId(), id);
+  }
+}
+
 TEST_F(Panels, RoomsHearTheEventsOfTheirIds) {
   Handlers first;
   first.id = kIdEditor;
