@@ -69,7 +69,7 @@ void MakeProgram() {
     point.rapid = step < 2;
   }
   morva::path.count = kCount;
-  ++morva::pathGeneration;
+  ++morva::path.generation;
   morva::playback.headInUse = false;
   morva::switches.showRapids = true;
   morva::SetViewIsometric();

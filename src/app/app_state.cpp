@@ -9,4 +9,6 @@ Hooks hooks;
 
 void ResetAppState() { app = AppState(); }
 
+void ShowFeaturesInSidebar(bool shows) { app.sidebarShowsFeatures = shows; }
+
 }  // namespace morva

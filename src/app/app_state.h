@@ -45,20 +45,23 @@ struct AppState {
   std::int32_t mode = kModeHome;
   bool compareActive = false;
   bool commandWordsActive = false;
-  bool dataDirReady = false;          // data directory and its four sub-directories exist
+  bool dataDirReady = false;  // data directory and its four sub-directories exist
   char16_t dataDir[kPathUnits] = {};
   char16_t activePath[kPathUnits] = {};
   bool editorDirty = false;
-  bool suppressChange = false;        // the program itself sets the text
-  bool insertingText = false;         // the program inserts, or the two editors synchronise
+  bool suppressChange = false;  // the program itself sets the text
+  bool insertingText = false;   // the program inserts, or the two editors synchronise
   char16_t statusText[kStatusUnits] = {};
-  bool unitsMetric = false;           // UnitsMetric: false inch, true millimetre
+  bool unitsMetric = false;  // UnitsMetric: false inch, true millimetre
 };
 
 extern AppState app;
 
 // Every field as at process start.
 void ResetAppState();
+
+// The left panel shows the features, else the code index.
+void ShowFeaturesInSidebar(bool shows);
 
 // Timers of the main window.
 inline constexpr int kTimerText = 1;         // deferred text refresh, one shot

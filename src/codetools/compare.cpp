@@ -325,6 +325,8 @@ bool CompareLinesEqual(std::u16string_view a, std::u16string_view b, bool ignore
   }
 }
 
+void EmptyCompare() { compareResult.rowCount = 0; }
+
 void CompareTexts(std::u16string_view left, std::u16string_view right,
                   const CompareOptions& options) {
   compareResult.rowCount = 0;

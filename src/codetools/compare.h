@@ -58,6 +58,9 @@ struct CompareResult {
 // The last comparison.
 extern CompareResult compareResult;
 
+// Leaves no row in the result.
+void EmptyCompare();
+
 bool CompareLinesEqual(std::u16string_view a, std::u16string_view b, bool ignoreSpaces);
 // Fills the result. The views need to stand during the call only.
 void CompareTexts(std::u16string_view left, std::u16string_view right,

@@ -259,7 +259,7 @@ void CompletionAccept() {
   if (!popup.shown || !BringUpToDate()) return;
   const Popup accepted = popup;
   const std::int32_t row = accepted.rows[accepted.selected];
-  completionApplying = true;
+  const ApplyingCompletion quiet;
   popup.justInserted = true;
   platform::SetEditorSelection(accepted.editor, {accepted.start, accepted.end});
   if (app.commandWordsActive) {
@@ -271,7 +271,6 @@ void CompletionAccept() {
   platform::SetFocusTo(accepted.editor);
   ProgramChanged({.refreshMs = kAcceptedMs});
   ShowStatus(InsertedStatus(row));
-  completionApplying = false;
 }
 
 void CompletionAfterRefresh() {

@@ -48,9 +48,8 @@ void UncoverCode() {
 
 // A change is no typing: the completion list does not open on it.
 void ReplaceQuietly(const std::u16string_view text) {
-  completionApplying = true;
+  const ApplyingCompletion quiet;
   platform::ReplaceSelection(kIdEditor, text, true);
-  completionApplying = false;
 }
 
 // Where the user is in the program, so that a change of the whole text leaves him there: his

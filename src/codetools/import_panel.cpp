@@ -13,11 +13,13 @@
 #include "codetools/command_words.h"
 #include "codetools/import_text.h"
 #include "codetools/validator.h"
+#include "codetools/words_view.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
+#include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
 #include "platform/control.h"
@@ -189,7 +191,7 @@ struct StoredCode {
 std::int32_t CopyDisabledEntry(void* context, std::int32_t number) {
   const StoredCode& stored = *static_cast<StoredCode*>(context);
   const DisabledCodeEntry* entry = FindDisabledCode(stored.from, number);
-  return entry ? AddDisabledCode(stored.target->disabledCode, entry->text) : 0;
+  return entry ? KeepExcludedCode(*stored.target, entry->text) : 0;
 }
 
 StoredCode StoredCodeOfSource(ProgramTab& target) {
@@ -277,13 +279,13 @@ bool TakesOtherUnits(std::int32_t units) {
 // On lines of its own, as one undo step. The words view stands aside meanwhile. Where a block
 // begins on the line that the one before ends on, that line is broken: blocks never nest.
 void InsertOperations(const Target& target, const std::u16string& operations) {
-  const bool words = app.commandWordsActive;
-  app.commandWordsActive = false;
-  const int position = MapTextOffset(target.text, target.place.index);
-  platform::SetEditorSelection(kIdEditor, {position, position});
-  InsertTextAtCaret(u"\r\n" + operations, !target.place.splitsLine);
-  app.commandWordsActive = words;
-  if (words) Call(hooks.wordsFromEditor);
+  {
+    const WordsAside aside;
+    const int position = MapTextOffset(target.text, target.place.index);
+    platform::SetEditorSelection(kIdEditor, {position, position});
+    InsertTextAtCaret(u"\r\n" + operations, !target.place.splitsLine);
+  }
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
 }
 
 bool AskImport(int, int x, int y) {

@@ -84,13 +84,14 @@ void InsertAtCursor(const std::u16string& code) {
   if (code.empty()) return;
   const int editor = ShownEditor();
   // The list of completions must not open on a text that was chosen already.
-  completionApplying = true;
-  if (app.commandWordsActive) {
-    WriteInWords(code);
-  } else {
-    platform::ReplaceSelection(editor, code, true);
+  {
+    const ApplyingCompletion quiet;
+    if (app.commandWordsActive) {
+      WriteInWords(code);
+    } else {
+      platform::ReplaceSelection(editor, code, true);
+    }
   }
-  completionApplying = false;
   platform::SetFocusTo(editor);
   ProgramChanged({.refreshMs = kRefreshMs});
   WriteProgramInformation();
@@ -138,7 +139,7 @@ void HidePanel() { HideForm(kIndexForm); }
 
 // However the mode was reached, the left panel shows the index.
 void EnterPanel() {
-  app.sidebarShowsFeatures = false;
+  ShowFeaturesInSidebar(false);
   RebuildCodeList();
   RelayPanels();
   platform::SetFocusTo(kIdIndexSearch);

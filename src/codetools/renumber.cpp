@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "documents/program_changed.h"
@@ -95,12 +96,12 @@ void RenumberProgram() {
   const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
   const Place place = ShownPlace();
   // All that follows a change is done below, once the caret is back in its place.
-  const bool suppressed = app.suppressChange;
-  app.suppressChange = true;
-  platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
-  platform::ReplaceSelection(kIdEditor, renumbered, true);
-  ReturnTo(place);
-  app.suppressChange = suppressed;
+  {
+    const SuppressChanges suppressed;
+    platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
+    platform::ReplaceSelection(kIdEditor, renumbered, true);
+    ReturnTo(place);
+  }
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   platform::Repaint(kViewGutter);
   ProgramChanged({.autosave = true,

@@ -51,7 +51,7 @@ void ShowOptionWords() {
 }
 
 void ClearPanes() {
-  compareResult.rowCount = 0;
+  EmptyCompare();
   shownCount = 0;
   currentRow = -1;
   following = true;
@@ -158,7 +158,7 @@ void ReviewMarkTabs() {
   if (!app.compareActive) return;
   const int rows = platform::RowCount(kIdReviewPrograms);
   for (int i = 0; i < rows && i < app.tabCount; ++i) {
-    tabs[i].compareSelected = platform::IsRowSelected(kIdReviewPrograms, i);
+    SelectForCompare(i, platform::IsRowSelected(kIdReviewPrograms, i));
   }
   RefreshTabButtons();
 }
@@ -272,7 +272,7 @@ void ReviewTick() {
 
 void ResetReviewWork() {
   options = CompareOptions();
-  compareResult.rowCount = 0;
+  EmptyCompare();
   shownCount = 0;
   currentRow = -1;
   renderedInWords = false;

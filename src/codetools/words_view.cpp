@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -117,13 +118,12 @@ void ReturnToPlace(const ViewPlace& place, int line) {
 bool PullCode() {
   const OwnedText code = WordsToCode(platform::EditorText(kIdWordsEditor));
   if (!code.units) return false;
-  const bool suppressed = app.suppressChange;
-  const bool inserting = app.insertingText;
-  app.suppressChange = true;
-  app.insertingText = true;
-  const bool changed = ReplaceDifference(kIdEditor, code.View());
-  app.suppressChange = suppressed;
-  app.insertingText = inserting;
+  bool changed = false;
+  {
+    const SuppressChanges suppressed;
+    const InsertingText inserting;
+    changed = ReplaceDifference(kIdEditor, code.View());
+  }
   PutCaretOnLine(kIdEditor, CaretLineOf(kIdWordsEditor));
   return changed;
 }
@@ -154,6 +154,9 @@ void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
 
 }  // namespace
 
+WordsAside::WordsAside() : before_(app.commandWordsActive) { app.commandWordsActive = false; }
+WordsAside::~WordsAside() { app.commandWordsActive = before_; }
+
 void SyncWordsFromCode() {
   if (app.insertingText || !platform::Exists(kIdWordsEditor)) return;
   const int line = CaretLineOf(kIdEditor);
@@ -164,7 +167,7 @@ void SyncWordsFromCode() {
   // code from elsewhere, as renumbering, is undone here too.
   const bool goesOn = app.commandWordsActive && shownProgram == ActiveSerial();
   shownProgram = ActiveSerial();
-  app.insertingText = true;
+  const InsertingText inserting;
   platform::HoldEditorRedraw(kIdWordsEditor, true);
   bool changed = true;
   if (goesOn) {
@@ -174,7 +177,6 @@ void SyncWordsFromCode() {
   }
   if (changed || line != place.line) ReturnToPlace(place, line);
   platform::HoldEditorRedraw(kIdWordsEditor, false);
-  app.insertingText = false;
 }
 
 void SyncCodeFromWords() {

@@ -16,6 +16,19 @@ void SyncCodeFromWords();
 // The words of `code` over the view's selection as one undoable edit.
 void WriteInWords(std::u16string_view code);
 
+// While one of these stands, the view stands aside: what goes into the code does not pass through
+// it and is not brought into it.
+class WordsAside {
+ public:
+  WordsAside();
+  ~WordsAside();
+  WordsAside(const WordsAside&) = delete;
+  WordsAside& operator=(const WordsAside&) = delete;
+
+ private:
+  bool before_;
+};
+
 void RegisterWordsView();
 
 }  // namespace morva

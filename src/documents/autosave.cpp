@@ -71,7 +71,7 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
 }
 
 // Saves the active program where it belongs. False: the user was told why.
-bool SaveActive(ProgramTab& tab) {
+bool SaveActive(const ProgramTab& tab) {
   if (app.activePath[0]) {
     if (SaveProgram(app.activePath)) return true;
     ShowStatus(kWriteFailed);
@@ -86,8 +86,7 @@ bool SaveActive(ProgramTab& tab) {
     ShowStatus(kWriteFailed);
     return false;
   }
-  CopyBounded(app.activePath, kPathUnits, file);
-  CopyBounded(tab.path, kPathUnits, file);
+  NameActiveProgram(file);
   return true;
 }
 
@@ -120,8 +119,7 @@ void RunAutosave() {
   const Surface* up = SurfaceUp();
   if (up) Call(up->storePending);
   if (SaveActive(*ActiveTab())) {
-    app.editorDirty = false;
-    ActiveTab()->dirty = false;
+    MarkSaved();
     SyncActiveTab();
     UpdateTitle();
     WriteProgramInformation();

@@ -32,6 +32,11 @@ void FollowChange() {
 
 }  // namespace
 
+ApplyingCompletion::ApplyingCompletion() : before_(completionApplying) {
+  completionApplying = true;
+}
+ApplyingCompletion::~ApplyingCompletion() { completionApplying = before_; }
+
 void EditorChanged(int id) {
   if (app.insertingText) return;
   if (id == kIdEditor) {

@@ -320,6 +320,11 @@ void FillGaps(std::u16string_view text) {
 
 }  // namespace
 
+void ResetFeatures() {
+  features.count = 0;
+  features.nextId = 1;
+}
+
 void ScanProgramText(std::u16string_view whole) {
   const std::u16string_view text = whole.substr(0, FindUnit(whole, 0, 0));
   features.count = 0;

@@ -31,6 +31,8 @@ struct FeatureTable {
 // Always describes the text it was last scanned from.
 extern FeatureTable features;
 
+// An empty table, as before any program.
+void ResetFeatures();
 // Fills the table; the first NUL ends the text. A pure function of the text.
 void ScanProgramText(std::u16string_view text);
 // FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.

@@ -7,6 +7,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_marks.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -41,25 +42,24 @@ void ShowVisibility(std::u16string_view hint) {
 }
 
 void OnVisibility(int id, int) {
-  ProgramTab* tab = ActiveTab();
+  const ProgramTab* tab = ActiveTab();
   const std::int32_t feature = SelectedFeatureId();
   if (!tab || feature == 0) return;
   switch (id) {
     case kIdFeatureIsolate:
-      tab->isolatedId = feature;
+      IsolateFeature(feature);
       break;
     case kIdFeatureAll:
-      tab->isolatedId = 0;
+      IsolateFeature(0);
       break;
     case kIdFeatureHideItem:
-      ToggleListId(feature, tab->hiddenIds);
+      ToggleFeatureHidden(feature);
       break;
     case kIdFeatureShowAll:
-      for (std::int32_t& hidden : tab->hiddenIds) hidden = 0;
-      tab->isolatedId = 0;
+      ShowAllFeatures();
       break;
     default:
-      ToggleListId(feature, tab->lockedIds);
+      ToggleFeatureLocked(feature);
       break;
   }
   ShowVisibility(id == kIdFeatureLockItem

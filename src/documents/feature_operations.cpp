@@ -11,7 +11,9 @@
 #include "documents/block_text.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_marks.h"
 #include "documents/program_changed.h"
+#include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -278,7 +280,7 @@ void NewUserFeature() {
   DropEditLink();
   ProgramChanged({.autosave = true});
   Call(hooks.setMode, static_cast<int>(kModeHome));
-  app.sidebarShowsFeatures = true;
+  ShowFeaturesInSidebar(true);
   Call(hooks.layout);
   RefreshFeatureList();
   SelectFeatureRow(id);
@@ -364,8 +366,7 @@ void ToggleInclude() {
   if (excluded) {
     replacement = stored->text;
   } else {
-    const std::int32_t entry =
-        AddDisabledCode(tab->disabledCode, Span(code.text, code.from, code.to));
+    const std::int32_t entry = KeepExcludedCode(*tab, Span(code.text, code.from, code.to));
     if (entry == 0) return;
     replacement = DisabledLine(entry);
   }
@@ -377,18 +378,16 @@ void ToggleInclude() {
 }
 
 void ToggleFeatureLock() {
-  ProgramTab* tab = ActiveTab();
   const std::int32_t id = SelectedFeatureId();
-  if (!tab || id == 0) return;
-  ToggleListId(id, tab->lockedIds);
+  if (!ActiveTab() || id == 0) return;
+  ToggleFeatureLocked(id);
   RefreshFeatureList();
 }
 
 void ToggleFeatureHide() {
-  ProgramTab* tab = ActiveTab();
   const std::int32_t id = SelectedFeatureId();
-  if (!tab || id == 0) return;
-  ToggleListId(id, tab->hiddenIds);
+  if (!ActiveTab() || id == 0) return;
+  ToggleFeatureHidden(id);
   RefreshFeatureList();
   Call(hooks.rebuildToolpath);
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -160,17 +161,18 @@ void TagText(bool byUser) {
   if (byUser && lastRun.leftOut && platform::CanRedoEditor(kIdEditor)) return;
   lastRun.leftOut = false;
   tagging = true;
-  const bool suppressed = app.suppressChange;
-  app.suppressChange = true;
-  platform::HoldEditorRedraw(kIdEditor, true);
-  platform::EditorRange selection = platform::EditorSelection(kIdEditor);
-  if (!ResumeLastRun(byUser)) {
-    const int steps = WriteAllMarkers(places, selection);
-    platform::SetEditorSelection(kIdEditor, selection);
-    lastRun = {TextHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor), steps};
+  {
+    const SuppressChanges suppressed;
+    platform::HoldEditorRedraw(kIdEditor, true);
+    platform::EditorRange selection = platform::EditorSelection(kIdEditor);
+    if (!ResumeLastRun(byUser)) {
+      const int steps = WriteAllMarkers(places, selection);
+      platform::SetEditorSelection(kIdEditor, selection);
+      lastRun = {TextHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor),
+                 steps};
+    }
+    platform::HoldEditorRedraw(kIdEditor, false);
   }
-  platform::HoldEditorRedraw(kIdEditor, false);
-  app.suppressChange = suppressed;
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   platform::Repaint(kIdEditor);
   platform::Repaint(kViewGutter);

@@ -1,6 +1,7 @@
 #include "documents/insertion.h"
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -9,6 +10,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
+#include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/message.h"
@@ -26,13 +28,6 @@ void Refuse(const char16_t* caption, const char16_t* words, platform::BoxIcon ic
   platform::ShowBox(caption, words, platform::BoxButtons::Ok, icon);
 }
 
-// The editor's changes are the program's own while one of these stands.
-struct InsertGuard {
-  bool before = app.insertingText;
-  InsertGuard() { app.insertingText = true; }
-  ~InsertGuard() { app.insertingText = before; }
-};
-
 // The caret's line: that of the command words view while it stands in the editor's place.
 int CaretLine() {
   const int id = ShownEditor();
@@ -47,7 +42,7 @@ std::u16string_view WithoutLineEnds(std::u16string_view text) {
 
 // Over `range` as one undo step, the caret behind it.
 void PutText(platform::EditorRange range, std::u16string_view text) {
-  const InsertGuard guard;
+  const InsertingText guard;
   platform::SetEditorSelection(kIdEditor, range);
   platform::ReplaceSelection(kIdEditor, text, true);
   platform::ScrollCaretIntoView(kIdEditor);
@@ -146,7 +141,7 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   std::u16string body(code);
   if (HoldsDisabled(text, r.start, r.end)) {
     ProgramTab* tab = ActiveTab();
-    const std::int32_t stored = tab ? AddDisabledCode(tab->disabledCode, code) : 0;
+    const std::int32_t stored = tab ? KeepExcludedCode(*tab, code) : 0;
     if (stored == 0) {
       Refuse(u"Shape update stopped",
              u"The new code of this excluded shape could not be stored: it is too long, or the "
@@ -226,7 +221,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code) {
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   DropEditLink();
   MarkModified();
-  app.sidebarShowsFeatures = true;
+  ShowFeaturesInSidebar(true);
   Call(hooks.layout);
   RefreshFeatureList();
   SelectFeatureRow(id);

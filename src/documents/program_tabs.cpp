@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -37,10 +38,8 @@ std::u16string TemplateText(std::u16string_view title) {
 
 // Puts the active record's text into the editor. It is no change of the program.
 void StageText(const ProgramTab& tab) {
-  const bool suppressed = app.suppressChange;
-  app.suppressChange = true;
+  const SuppressChanges suppressed;
   platform::SetEditorText(kIdEditor, tab.text);
-  app.suppressChange = suppressed;
 }
 
 }  // namespace
@@ -83,8 +82,7 @@ void SwitchTab(int index) {
   RestoreWorkspace();
   const ProgramTab& tab = tabs[index];
   StageText(tab);
-  CopyBounded(app.activePath, kPathUnits, tab.path);
-  app.editorDirty = tab.dirty;
+  StageFile(tab.path, tab.dirty);
   UpdateTitle();
   RefreshTabButtons();
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
@@ -119,9 +117,8 @@ void ResetDocuments() {
   FreeTabs();
   ResetAutosave();
   ResetInsertion();
-  features.count = 0;
-  features.nextId = 1;
-  liveModels = LiveModels();
+  ResetFeatures();
+  ResetLiveModels();
 }
 
 }  // namespace morva

@@ -44,8 +44,7 @@ void TellSaveFailed() {
 }
 
 void TellSaved() {
-  app.editorDirty = false;
-  if (ProgramTab* tab = ActiveTab()) tab->dirty = false;
+  MarkSaved();
   UpdateTitle();
   WriteProgramInformation();
   AppendOutput(u"Saved program.");
@@ -172,12 +171,7 @@ bool SaveProgramAs() {
     TellSaveFailed();
     return false;
   }
-  CopyBounded(app.activePath, kPathUnits, path);
-  if (ProgramTab* tab = ActiveTab()) {
-    const std::u16string_view name = BareFileName(path);
-    CopyBounded(tab->path, kPathUnits, path);
-    CopyBounded(tab->title, kTitleUnits, name.empty() ? u"Program.NC" : name);
-  }
+  NameActiveProgram(path);
   TellSaved();
   TellOpenTwice();
   return true;
@@ -236,7 +230,7 @@ void ClickTab(int id, int) {
   const int index = id - kIdTabFirst;
   if (index >= app.tabCount) return;
   if (platform::CtrlHeld()) {
-    tabs[index].compareSelected = !tabs[index].compareSelected;
+    SelectForCompare(index, !tabs[index].compareSelected);
     RefreshTabButtons();
     ShowStatus(u"Compare selection changed. Ctrl+click another tab, then press COMPARE.");
     return;

@@ -113,6 +113,10 @@ bool SaveModels(std::u16string_view path, ProgramTab& tab) {
   return SaveFileAtomic(program + u".platemv", bytes);
 }
 
+std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code) {
+  return AddDisabledCode(tab.disabledCode, code);
+}
+
 void FreeTab(ProgramTab& tab) {
   FreeDisabledCode(tab.disabledCode);
   delete tab.plateStore;
@@ -121,6 +125,8 @@ void FreeTab(ProgramTab& tab) {
   delete tab.plateSettings;
   tab = ProgramTab();
 }
+
+void ResetLiveModels() { liveModels = LiveModels(); }
 
 void StashActiveWorkspace() {
   ProgramTab* tab = ActiveTab();

@@ -2,6 +2,7 @@
 // the live models of the CAD and plate workspaces.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "app/limits.h"
@@ -15,6 +16,8 @@ namespace morva {
 void ReadCompanions(std::u16string_view path, ProgramTab& tab);
 // Writes ".cadmv" where there are drawings and ".platemv" where there are plates.
 bool SaveModels(std::u16string_view path, ProgramTab& tab);
+// Keeps the code of an excluded block in the record, as AddDisabledCode does.
+std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
 
@@ -32,7 +35,8 @@ struct LiveModels {
   bool (*storePlate)(FeatureSettings& record) = nullptr;
   void (*loadPlate)(const FeatureSettings* record) = nullptr;
 };
-extern LiveModels liveModels;
+extern LiveModels liveModels;  // each field is set by the room that does it
+void ResetLiveModels();
 
 // The live models into the active record, and out of it.
 void StashActiveWorkspace();

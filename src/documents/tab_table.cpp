@@ -72,11 +72,32 @@ void TabTitleChanged() {
   LabelTabButton(app.activeTab);
 }
 
+void StageFile(std::u16string_view path, bool dirty) {
+  CopyBounded(app.activePath, kPathUnits, path);
+  app.editorDirty = dirty;
+}
+
+void NameActiveProgram(std::u16string_view path) {
+  CopyBounded(app.activePath, kPathUnits, path);
+  ProgramTab* tab = ActiveTab();
+  if (!tab) return;
+  const std::u16string_view name = BareFileName(path);
+  CopyBounded(tab->path, kPathUnits, path);
+  CopyBounded(tab->title, kTitleUnits, name.empty() ? u"Program.NC" : name);
+}
+
+void MarkSaved() {
+  app.editorDirty = false;
+  if (ProgramTab* tab = ActiveTab()) tab->dirty = false;
+}
+
 void MarkModified() {
   app.editorDirty = true;
   if (ProgramTab* tab = ActiveTab()) tab->dirty = true;
   UpdateTitle();
 }
+
+void SelectForCompare(int index, bool selected) { tabs[index].compareSelected = selected; }
 
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id) {
   for (const std::int32_t held : list) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/limits.h"
 #include "documents/companions.h"
@@ -50,8 +51,17 @@ void SyncActiveTab();
 void RefreshTabButtons();
 // The title's hook: the active record's dirty mark and its button follow editorDirty.
 void TabTitleChanged();
+// The path and the dirty mark of the program that comes onto the stage; no title.
+void StageFile(std::u16string_view path, bool dirty);
+// The active program has a file, or another one: the stage's path, the record's path and title.
+void NameActiveProgram(std::u16string_view path);
+// Takes the dirty mark off the stage and the record; no title.
+void MarkSaved();
 // Sets editorDirty and the record's flag and the title; no timer, no autosave.
 void MarkModified();
+
+// Whether COMPARE takes the program of a tab, 0 to tabCount - 1; its button is not written anew.
+void SelectForCompare(int index, bool selected);
 
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id);
 // Takes the id out, or puts it in the first free slot; with none free nothing happens.

@@ -188,6 +188,13 @@ int AppendShape(std::u16string_view name) {
   return index;
 }
 
+int PutShape(const SavedShape& shape) {
+  int index = FindShape(shape.name);
+  if (index < 0) index = AppendShape(shape.name);
+  if (index >= 0) shapeLibrary.shapes[index] = shape;
+  return index;
+}
+
 void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes) {
   bytes.assign(static_cast<std::size_t>(library.count) * kShapeMirrorBytes, '\0');
   auto* at = reinterpret_cast<unsigned char*>(bytes.data());

@@ -43,6 +43,10 @@ int FindShape(std::u16string_view name);
 // An empty record at the end. Its index, -1 when 24 are held.
 int AppendShape(std::u16string_view name);
 
+// The shape under its name: in place of the one that bears it, spelled as given now, or at the end.
+// Its index, -1 when 24 others are held.
+int PutShape(const SavedShape& shape);
+
 // The bytes of the mirror: 3224 for each shape, little-endian.
 inline constexpr int kShapeMirrorBytes = 3224;
 void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes);

@@ -29,7 +29,7 @@ void PickMode(int, int) { TakeListedMode(); }
 void PressCode(int, int) { SetSurface(kSurfaceCode); }
 
 void PressFeatures(int, int) {
-  app.sidebarShowsFeatures = true;
+  ShowFeaturesInSidebar(true);
   RefreshFeatureList();
   SetMode(kModeHome);
 }

@@ -19,7 +19,7 @@ void Run(MotionPath& out, std::u16string_view text, const ExtractOptions& option
   motionRun.jump = arrives;
   AddMotionPoint(0.0, 0.0, 0.0, true, 0);
   ScanMotion(text, options.metric);
-  motionRun = MotionRun{};
+  EndMotionRun();
 }
 
 }  // namespace

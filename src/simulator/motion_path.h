@@ -40,8 +40,8 @@ extern MotionPath path;       // of the program
 extern MotionPath ghostPath;  // code of the program's excluded blocks
 
 // Those of the program's path.
-inline std::uint32_t& pathGeneration = path.generation;
-inline std::int32_t& pathFullAtLine = path.fullAtLine;
+inline const std::uint32_t& pathGeneration = path.generation;
+inline const std::int32_t& pathFullAtLine = path.fullAtLine;
 
 // Leaves no point in a path.
 void EmptyPath(MotionPath& out);

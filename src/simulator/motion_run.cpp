@@ -8,6 +8,8 @@ namespace morva {
 
 MotionRun motionRun;
 
+void EndMotionRun() { motionRun = MotionRun{}; }
+
 bool RunDropsLine(std::int32_t line) { return motionRun.filtered && LineIsDropped(line); }
 
 void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourceLine) {

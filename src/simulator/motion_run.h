@@ -17,6 +17,8 @@ struct MotionRun {
   std::int32_t tool = 0;   // in force, 0 before the first T word
 };
 extern MotionRun motionRun;
+// No run is under way.
+void EndMotionRun();
 
 // Whether the filter of the run under way drops the points of a line.
 bool RunDropsLine(std::int32_t line);

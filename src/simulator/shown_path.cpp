@@ -53,10 +53,12 @@ void HaltPlayback(PathOwner owner) {
   if (owner == ShownOwner()) platform::StopTimer(platform::kMainWindow, kTimerPlay);
 }
 
+void ForgetHead(PathOwner owner) { OwnedBy(owner).play.headInUse = false; }
+
 void ResetPlayback(PathOwner owner) {
   const OwnedPath& owned = OwnedBy(owner);
   HaltPlayback(owner);
-  owned.play.headInUse = false;
+  ForgetHead(owner);
   owned.play.playHead = owned.path.count;
   owned.play.segmentFraction = 0.0;
   owned.picks = MeasurePicks{};

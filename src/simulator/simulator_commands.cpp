@@ -23,13 +23,6 @@ void RefreshAndFit() {
   ViewFit();
 }
 
-void ToggleGrid() {
-  LoadGridSettings();
-  view.gridOn = !view.gridOn;
-  SaveGridSettings();
-  platform::Repaint(kViewToolpath);
-}
-
 void ZoomKeyOut() { ZoomBy(0.89); }
 void ZoomKeyIn() { ZoomBy(1.12); }
 

@@ -69,7 +69,7 @@ void ExtractToolpath(std::u16string_view text, bool metric) {
 
 void RebuildToolpath() {
   HaltPlayback(PathOwner::Program);
-  playback.headInUse = false;
+  ForgetHead(PathOwner::Program);
   ForgetHighlight();
   // The key tells of the path that is shown.
   if (ShownOwner() == PathOwner::Program) ShowPlayWords();
@@ -101,7 +101,7 @@ void ResetSimulator() {
   // current.
   EmptyPath(ghostPath);
   EmptyFeatureLines();
-  motionRun = MotionRun{};
+  EndMotionRun();
   ResetOwnedPaths();
   ResetSwitches();
   ForgetHighlight();

@@ -33,6 +33,7 @@ void SetViewRight();
 void SetViewIsometric();
 double GridSpacing();     // display units
 void LoadGridSettings();  // once, at the first draw
+void ToggleGrid();
 void SaveGridSettings();  // at each change of them
 platform::Colour GridColour(bool toned);
 

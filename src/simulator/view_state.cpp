@@ -216,6 +216,13 @@ void ShowGridMenu() {
   Refresh();
 }
 
+void ToggleGrid() {
+  LoadGridSettings();
+  view.gridOn = !view.gridOn;
+  SaveGridSettings();
+  platform::Repaint(kViewToolpath);
+}
+
 void ShowLayersMenu() {
   const MenuRow rows[] = {
       {.id = kIdLayerRapids, .on = switches.showRapids},

@@ -280,7 +280,7 @@ TEST_F(Limits, LinesOfAReadOut) {
   switches.showExtents = true;
   measure.a = 0;
   measure.b = path.count - 1;
-  pathFullAtLine = 32766;
+  path.fullAtLine = 32766;
   platform::SetPlace(kViewToolpath, {700, 100, 700 + 24, 100 + 255});
   for (const char16_t* part :
        {u"PATH EXTENTS (in)", u"X 12.5000", u"Y 3.2500", u"Z 1.5000", u"MEASURE", u"dX 12.5000",

@@ -37,15 +37,6 @@ int BoundingPoints(const SketchObject& object, double* xs, double* ys) {
   return 2;
 }
 
-// The record for this name: the one that bears it, or a new one. -1: 24 are held.
-int ShapeFor(std::u16string_view name) {
-  const int same = FindShape(name);
-  if (same < 0) return AppendShape(name);
-  // The old spelling goes with the old geometry.
-  CopyBounded(shapeLibrary.shapes[same].name, kShapeNameUnits, name);
-  return same;
-}
-
 void PutObjects(SavedShape& shape) {
   shape.count = std::min<std::int32_t>(sketch.objectCount, kMaxShapeObjects);
   Extents extents;
@@ -96,13 +87,14 @@ void SaveDrawingAsShape() {
   std::u16string name = platform::TextOf(kIdCadShapeName);
   if (name.empty()) name = u"Custom Shape " + IntegerText(shapeLibrary.count + 1);
   name = KeptShapeName(name);
-  const int index = ShapeFor(name);
-  if (index < 0) {
+  SavedShape shape;
+  CopyBounded(shape.name, kShapeNameUnits, name);
+  PutObjects(shape);
+  if (PutShape(shape) < 0) {
     platform::ShowBox(kCaption, u"The reusable shape library is full.", platform::BoxButtons::Ok,
                       platform::BoxIcon::Warning);
     return;
   }
-  PutObjects(shapeLibrary.shapes[index]);
   const bool saved = SaveShapeLibrary();
   RefreshShapeLists();
   if (!saved) {

@@ -61,7 +61,7 @@ class ViewTest : public support::Stage {
     point.z = z;
     point.sourceLine = path.count;
     ++path.count;
-    ++pathGeneration;
+    ++path.generation;
     playback.playHead = path.count;
     return point;
   }

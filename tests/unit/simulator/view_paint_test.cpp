@@ -162,7 +162,7 @@ TEST_F(ViewPaint, DrawsExcludedCodeBeforeThePath) {
   ghostPath.points[0].jump = true;
   ghostPath.points[1].rapid = true;
   ghostPath.points[2].jump = true;
-  ++pathGeneration;
+  ++path.generation;
   switches.showRapids = true;  // rapids of excluded code never show
   const std::vector<DrawCall> calls = Paint();
   std::size_t ghost = 0;
@@ -185,7 +185,7 @@ TEST_F(ViewPaint, FitsTheGhostPathWhenThereIsNoOther) {
   ghostPath.points[0] = MotionPoint();
   ghostPath.points[1] = MotionPoint();
   ghostPath.points[1].x = 4;
-  ++pathGeneration;
+  ++path.generation;
   SetViewTop();
   ExpectPlace(At(4, 0, 0), 593, 329);
 }
@@ -265,7 +265,7 @@ TEST_F(ViewPaint, BreaksReadOutsThatANarrowViewCannotHold) {
   Feed(118.25, -72.5, 12.125);
   measure.a = 0;
   measure.b = 1;
-  pathFullAtLine = 32766;
+  path.fullAtLine = 32766;
   SetViewTop();
   const std::vector<DrawCall> calls = Paint();
   EXPECT_EQ(Joined(calls, 0xDEE9F2),
@@ -375,7 +375,7 @@ TEST_F(ViewPaint, StaysOnThePaperWithStockAndExcludedCodeBeyondAllMeasure) {
   ghostPath.count = 2;
   ghostPath.points[0] = ghostPath.points[1] = MotionPoint();
   ghostPath.points[1].x = 1e62;
-  ++pathGeneration;
+  ++path.generation;
   for (void (*show)() : {SetViewTop, SetViewFront, SetViewRight, SetViewIsometric}) {
     show();
     for (const DrawCall& call : Paint()) {

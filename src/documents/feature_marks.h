@@ -1,0 +1,16 @@
+// What the active program's record holds of its features: hidden, locked, simulated alone.
+// Nothing happens where no program is active.
+#pragma once
+
+#include <cstdint>
+
+namespace morva {
+
+// Only this feature is simulated; 0 lifts it.
+void IsolateFeature(std::int32_t id);
+void ToggleFeatureHidden(std::int32_t id);
+void ToggleFeatureLocked(std::int32_t id);
+// Nothing is hidden and nothing stands alone.
+void ShowAllFeatures();
+
+}  // namespace morva
