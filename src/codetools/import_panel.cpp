@@ -185,19 +185,19 @@ void OnBrowse(int, int) {
 
 struct StoredCode {
   const DisabledCodeEntry* from;
-  ProgramTab* target;
+  ProgramTab* into;
 };
 
 std::int32_t CopyDisabledEntry(void* context, std::int32_t number) {
   const StoredCode& stored = *static_cast<StoredCode*>(context);
   const DisabledCodeEntry* entry = FindDisabledCode(stored.from, number);
-  return entry ? KeepExcludedCode(*stored.target, entry->text) : 0;
+  return entry ? KeepExcludedCode(*stored.into, entry->text) : 0;
 }
 
-StoredCode StoredCodeOfSource(ProgramTab& target) {
-  if (state.sourceTab == 0) return {state.browsedStore, &target};
+StoredCode StoredCodeOfSource(ProgramTab& into) {
+  if (state.sourceTab == 0) return {state.browsedStore, &into};
   const int index = IndexOfSerial(state.sourceTab);
-  return {index < 0 ? nullptr : tabs[index].disabledCode, &target};
+  return {index < 0 ? nullptr : tabs[index].disabledCode, &into};
 }
 
 // Where the operations go.

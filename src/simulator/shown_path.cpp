@@ -53,6 +53,10 @@ void HaltPlayback(PathOwner owner) {
   if (owner == ShownOwner()) platform::StopTimer(platform::kMainWindow, kTimerPlay);
 }
 
+void ForgetMeasurePicks() {
+  for (const OwnedPath& owned : kOwned) owned.picks = MeasurePicks{};
+}
+
 void ForgetHead(PathOwner owner) { OwnedBy(owner).play.headInUse = false; }
 
 void ResetPlayback(PathOwner owner) {

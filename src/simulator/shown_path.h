@@ -73,6 +73,8 @@ const PathBounds& Bounds();
 
 // Playing ends where the head stands; key and picks stay.
 void HaltPlayback(PathOwner owner);
+// Clears the picks of every path.
+void ForgetMeasurePicks();
 // The path is drawn whole, wherever its head stands.
 void ForgetHead(PathOwner owner);
 // After an extraction: head at the end and not in use, nothing playing, picks cleared.

@@ -38,7 +38,7 @@ void TakeLayerPick(int id) {
 
 void ToggleMeasure() {
   switches.measureMode = !switches.measureMode;
-  for (const OwnedPath& owned : OwnedPaths()) owned.picks = MeasurePicks{};
+  ForgetMeasurePicks();
   platform::Repaint(kViewToolpath);
 }
 

@@ -21,7 +21,7 @@ void RegisterCanvas() {
 }
 
 void ResetCanvas() {
-  canvasView = CanvasView();
+  ResetCanvasView();
   ResetCanvasPointer();
   ResetModelView();
 }

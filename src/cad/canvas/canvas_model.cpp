@@ -198,7 +198,7 @@ void LeaveView() {
   ReleaseCube(modelCube);
   modelCube.over = CubeHit();
   canvasView.modelView = false;
-  canvasView.zoom = planZoom;
+  SetCanvasZoom(planZoom);
   // After turning back to the plan, the next opening starts from a tilted view.
   if (IsPlan(ModelAngles())) canvasView.modelViewTouched = false;
   // The cube's help ends with the 3D view.
@@ -254,7 +254,7 @@ void EnterModelView() {
   canvasView.modelView = true;
   canvasView.panTool = false;
   planZoom = canvasView.zoom;
-  canvasView.zoom = 1;  // the whole model, however near the plan was looked at
+  SetCanvasZoom(1);  // the whole model, however near the plan was looked at
   if (!canvasView.modelViewTouched) {
     TakeModelAngles(kPlan);
     AnimateCube(modelCube, kPlan, kFirstLook);

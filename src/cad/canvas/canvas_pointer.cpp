@@ -115,8 +115,7 @@ void PressCanvas(const PointerEvent& event) {
 }
 
 void PanTo(int x, int y) {
-  canvasView.panX += x - drag.x;
-  canvasView.panY += y - drag.y;
+  PanCanvas(x - drag.x, y - drag.y);
   drag.x = x;
   drag.y = y;
   Refresh();
@@ -209,8 +208,7 @@ bool ViewKey(const KeyEvent& key) {
   const int dx = key.key == platform::kKeyLeft ? -1 : key.key == platform::kKeyRight ? 1 : 0;
   const int dy = key.key == platform::kKeyUp ? -1 : key.key == platform::kKeyDown ? 1 : 0;
   if (dx == 0 && dy == 0) return false;
-  canvasView.panX += dx * kKeyPixels;
-  canvasView.panY += dy * kKeyPixels;
+  PanCanvas(dx * kKeyPixels, dy * kKeyPixels);
   Refresh();
   return true;
 }

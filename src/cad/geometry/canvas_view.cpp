@@ -112,6 +112,15 @@ void CanvasFit() {
   canvasView.panY = (shown.minY + shown.maxY) / 2 * scale;
 }
 
+void SetCanvasZoom(double zoom) { canvasView.zoom = zoom; }
+
+void PanCanvas(double dx, double dy) {
+  canvasView.panX += dx;
+  canvasView.panY += dy;
+}
+
+void ResetCanvasView() { canvasView = CanvasView(); }
+
 void ZoomAt(int px, int py, int notches) {
   if (notches == 0) return;
   double x = 0;

@@ -44,10 +44,13 @@ platform::PointF ExactPixelOf(const CanvasTransform& t, double x, double y);
 
 void CanvasFit();
 void CanvasReset();  // zoom 1, no pan
+void SetCanvasZoom(double zoom);
+void PanCanvas(double dx, double dy);  // pixels
 void ZoomAt(int px, int py, int notches);
 // The left button pans while it is on, and the pointer shows a hand.
 void SetPanTool(bool on);
 // Pan is given up for another tool.
 void EndPanTool();
+void ResetCanvasView();
 
 }  // namespace morva

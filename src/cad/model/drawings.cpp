@@ -96,6 +96,17 @@ void StartDrawing(Drawing& drawing, int number) {
   CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
 }
 
+std::uint32_t AddDrawing(ProgramTab& tab) {
+  CadStore& store = *tab.cadStore;
+  const std::uint32_t index = store.count++;
+  StartDrawing(store.drawings[index], static_cast<int>(store.count));
+  return index;
+}
+
+void NameActiveDrawing(ProgramTab& tab, std::u16string_view name) {
+  CopyBounded(tab.cadStore->drawings[tab.cadStore->active].name, kDrawingNameUnits, name);
+}
+
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index) {
   CadStore& store = *tab.cadStore;
   if (index >= store.count || index == store.active) return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "documents/feature_settings.h"
 #include "documents/tab_table.h"
@@ -13,6 +14,9 @@ namespace morva {
 ProgramTab* ProvideDrawings();
 // An empty drawing in the unit in force, with its cutting data and the name "Drawing `number`".
 void StartDrawing(Drawing& drawing, int number);
+// A further one behind the others, started as above; the drawings have room for it. Its index.
+std::uint32_t AddDrawing(ProgramTab& tab);
+void NameActiveDrawing(ProgramTab& tab, std::u16string_view name);
 // The live sketch is stored and that of drawing `index` comes in; nothing for the active one.
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index);
 

@@ -60,22 +60,19 @@ void AddDrawingTab() {
   ProgramTab* tab = ProvideDrawings();
   if (!tab) return;
   CloseDrawingName();
-  CadStore& store = *tab->cadStore;
-  if (store.count >= kMaxDrawings) {
+  if (tab->cadStore->count >= kMaxDrawings) {
     SetSketchStatus(u"Eight drawings per program. Start another program for more drawings.");
     return;
   }
   ProgramChanged({.autosave = true});
-  const std::uint32_t index = store.count++;
-  StartDrawing(store.drawings[index], static_cast<int>(store.count));
-  SwitchDrawing(*tab, index);
+  SwitchDrawing(*tab, AddDrawing(*tab));
   Call(hooks.layout);  // one key more
 }
 
 void RenameDrawingTab() {
   ProgramTab* tab = ProvideDrawings();
   if (!tab) return;
-  Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
+  const Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
   if (!Renaming()) {
     platform::SetTextLimit(kIdCadDrawingName, kDrawingNameUnits - 1);
     platform::SetText(kIdCadDrawingName, drawing.name);
@@ -89,7 +86,7 @@ void RenameDrawingTab() {
   CloseDrawingName();
   ProgramChanged({.autosave = true});
   const std::u16string name = platform::TextOf(kIdCadDrawingName);
-  if (!name.empty()) CopyBounded(drawing.name, kDrawingNameUnits, name);
+  if (!name.empty()) NameActiveDrawing(*tab, name);
   RefreshDrawingTabs();
   SetSketchStatus(u"Drawing renamed. Save the program to preserve all CAD tabs.");
 }

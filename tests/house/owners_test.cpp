@@ -1,0 +1,290 @@
+// A table of the program is written only by its owner; everybody else reads it, or asks the owner.
+//
+// A table is what a header of the rooms offers as `extern` and not const. The check reads the code
+// of each file that can see the table (writes.h tells what counts as a write). Rows that are
+// reached through a pointer or a reference are followed by their type.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "house/sources.h"
+#include "house/writes.h"
+
+namespace {
+
+using namespace house;
+
+using Files = std::set<std::string>;
+
+struct Table {
+  const char* name;
+  Files owners = {};  // room and file; they write all of it
+  // Fields that another file writes, and no further one.
+  std::map<std::string, Files> fields = {};
+  const char* row = "";     // type of a row that pointers and references lead to
+  const char* member = "";  // its name in an OwnedPath
+  // Each room sets fields of its own: every field is written by one file.
+  bool shared = false;
+};
+
+const std::vector<Table>& Tables() {
+  static const std::vector<Table> kTables = {
+      {.name = "app",
+       .owners = {"app/app_state.cpp"},
+       .fields = {{"activeTab", {"documents/program_tabs.cpp"}},
+                  {"tabCount", {"documents/program_tabs.cpp"}},
+                  {"activePath", {"documents/tab_table.cpp"}},
+                  {"editorDirty", {"documents/tab_table.cpp"}},
+                  {"leftPanelWidth", {"shell/layout.cpp"}},
+                  {"surface", {"shell/modes.cpp"}},
+                  {"mode", {"shell/modes.cpp"}},
+                  {"compareActive", {"codetools/review_work.cpp"}},
+                  {"commandWordsActive", {"codetools/words_view.cpp"}},
+                  {"dataDir", {"app/data_dir.cpp"}},
+                  {"dataDirReady", {"app/data_dir.cpp"}},
+                  {"suppressChange", {"app/change_guard.cpp"}},
+                  {"insertingText", {"app/change_guard.cpp"}},
+                  {"statusText", {"app/outlets.cpp"}},
+                  {"unitsMetric", {"library/units.cpp"}}}},
+      {.name = "hooks", .owners = {"shell/start_up.cpp"}, .shared = true},
+      {.name = "tabs",
+       .owners = {"documents/program_tabs.cpp", "documents/tab_table.cpp"},
+       .fields = {{"cadSettings", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
+                  {"plateSettings", {"documents/tab_models.cpp"}},
+                  {"plateStore", {"documents/tab_models.cpp"}},
+                  {"cadStore", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
+                  {"disabledCode", {"documents/tab_models.cpp"}},
+                  {"sketchHidden", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
+                  {"sketchLocked", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
+                  {"hiddenIds", {"documents/feature_marks.cpp"}},
+                  {"lockedIds", {"documents/feature_marks.cpp"}},
+                  {"isolatedId", {"documents/feature_marks.cpp"}}},
+       .row = "ProgramTab"},
+      {.name = "features", .owners = {"documents/feature_blocks.cpp"}, .row = "FeatureRecord"},
+      {.name = "editLink", .owners = {"documents/edit_link.cpp"}},
+      {.name = "liveModels", .owners = {"documents/tab_models.cpp"}, .shared = true},
+      {.name = "completionApplying", .owners = {"documents/editor_changes.cpp"}},
+      {.name = "shapeLibrary", .owners = {"library/shapes.cpp"}},
+      {.name = "sketch", .owners = {"cad/sketch.cpp"}},
+      {.name = "tools", .owners = {"cad/tool_state.cpp"}},
+      {.name = "canvasView",
+       .owners = {"cad/canvas_view.cpp"},
+       .fields = {{"modelView", {"cad/canvas_model.cpp"}},
+                  {"modelYaw", {"cad/canvas_model.cpp"}},
+                  {"modelPitch", {"cad/canvas_model.cpp"}},
+                  {"modelRoll", {"cad/canvas_model.cpp"}},
+                  {"modelViewTouched", {"cad/canvas_model.cpp"}},
+                  {"panTool", {"cad/canvas_model.cpp"}},
+                  {"cursorX", {"cad/canvas_pointer.cpp"}},
+                  {"cursorY", {"cad/canvas_pointer.cpp"}}}},
+      {.name = "serialProfile", .owners = {"dnc/serial_profile.cpp"}},
+      {.name = "dncState", .owners = {"dnc/serial_profile.cpp"}},
+      {.name = "setupPanel", .owners = {"dnc/serial_profile.cpp"}},
+      // The window's side fills in the job, the worker's side what came of it.
+      {.name = "transfer",
+       .owners = {"dnc/transfer.cpp"},
+       .fields = {{"receivedData", {"dnc/transfer_worker.cpp"}}}},
+      {.name = "worker",
+       .owners = {"dnc/transfer.cpp"},
+       .fields = {{"problem", {"dnc/transfer_worker.cpp"}},
+                  {"lineErrors", {"dnc/transfer_worker.cpp"}}}},
+      {.name = "ruleQueue", .owners = {"codetools/find_rules.cpp"}},
+      {.name = "compareResult", .owners = {"codetools/compare.cpp"}},
+      // The run under way writes into a path, an extraction empties one.
+      {.name = "path",
+       .owners = {"simulator/motion_path.cpp", "simulator/motion_run.cpp", "simulator/motion_run.h",
+                  "simulator/extract.cpp"},
+       .row = "MotionPath",
+       .member = "path"},
+      // Written by the functions that work on any path.
+      {.name = "ghostPath", .owners = {"simulator/shown_path.cpp"}},
+      {.name = "motionRun",
+       .owners = {"simulator/motion_run.cpp", "simulator/motion_scan.cpp",
+                  "simulator/extract.cpp"}},
+      {.name = "featureLines", .owners = {"simulator/feature_lines.cpp"}},
+      {.name = "stockEnvelope",
+       .owners = {"simulator/stock_envelope.cpp", "simulator/shown_path.cpp"},
+       .member = "stock"},
+      {.name = "switches", .owners = {"simulator/view_switches.cpp"}},
+      {.name = "playback",
+       .owners = {"simulator/playback.cpp", "simulator/shown_path.cpp"},
+       .row = "Playback",
+       .member = "play"},
+      {.name = "measure",
+       .owners = {"simulator/playback.cpp", "simulator/shown_path.cpp"},
+       .row = "MeasurePicks",
+       .member = "picks"},
+      {.name = "view",
+       .owners = {"simulator/view_state.cpp", "simulator/view_mouse.cpp"},
+       .row = "ViewState",
+       .member = "view"},
+      {.name = "viewCube", .owners = {"simulator/view_state.cpp", "simulator/view_mouse.cpp"}},
+      // Set for tests alone.
+      {.name = "fileFault", .owners = {"platform/machine.cpp"}},
+      {.name = "pacePseudoTerminals"},
+  };
+  return kTables;
+}
+
+struct Source {
+  std::string name;   // "cad/sketch.cpp"
+  std::string owner;  // room and file, without folders between
+  std::string code;
+  std::set<std::string> includes;
+};
+
+std::string WithoutFolders(const std::string& name) {
+  return name.substr(0, name.find('/')) + name.substr(name.rfind('/'));
+}
+
+const std::vector<Source>& Sources() {
+  static const std::vector<Source> kSources = [] {
+    std::vector<Source> sources;
+    for (const fs::path& path : SourcesBelow(kSource / "src")) {
+      const std::string name = NameInSource(path);
+      if (name.find('/') == std::string::npos) continue;
+      const std::string text = ReadText(path);
+      Source source{name, WithoutFolders(name), CodeOf(text), {}};
+      for (const std::string& line : Lines(text)) {
+        if (!Included(line).empty()) source.includes.insert(Included(line));
+      }
+      sources.push_back(std::move(source));
+    }
+    return sources;
+  }();
+  return kSources;
+}
+
+// The header that offers each table, by the table's name.
+std::map<std::string, std::string> OfferedTables() {
+  static const std::regex kRecord("^extern (?!const )[\\w:<>]+ (\\w+)(\\[\\w+\\])?;");
+  static const std::regex kFunction("^extern (?!const )[\\w:]+ \\(\\*(\\w+)\\)");
+  std::map<std::string, std::string> offered;
+  for (const Source& source : Sources()) {
+    for (const std::string& line : Lines(source.code)) {
+      if (line.rfind("extern ", 0) != 0) continue;
+      std::smatch match;
+      if (!std::regex_search(line, match, kRecord) && !std::regex_search(line, match, kFunction)) {
+        EXPECT_EQ(line.rfind("extern const ", 0), 0u) << source.name << ": " << line;
+        continue;
+      }
+      EXPECT_TRUE(offered.emplace(match[1], source.name).second)
+          << "A second table is called " << match[1];
+    }
+  }
+  return offered;
+}
+
+// Everything that a source sees through its includes.
+std::map<std::string, std::set<std::string>> Seen() {
+  std::map<std::string, const Source*> byName;
+  for (const Source& source : Sources()) byName[source.name] = &source;
+  std::map<std::string, std::set<std::string>> seen;
+  for (const Source& source : Sources()) {
+    std::set<std::string>& names = seen[source.name];
+    std::vector<std::string> open = {source.name};
+    while (!open.empty()) {
+      const std::string name = open.back();
+      open.pop_back();
+      if (!byName.count(name) || !names.insert(name).second) continue;
+      open.insert(open.end(), byName[name]->includes.begin(), byName[name]->includes.end());
+    }
+  }
+  return seen;
+}
+
+std::vector<Write> WritesIn(const Source& source, const Table& table,
+                            const ChangingParameters& known) {
+  std::vector<Write> writes = WritesTo(table.name, source.code, known);
+  const auto add = [&](const std::string& name, bool wholeToo) {
+    for (const Write& write : WritesTo(name, source.code, known)) {
+      // A handle that is set to another row writes nothing.
+      if (wholeToo || !write.field.empty()) writes.push_back(write);
+    }
+  };
+  const std::string row = table.row;
+  if (!row.empty()) {
+    for (const std::string& name : HandlesOf(row, source.code)) {
+      if (name != table.name) add(name, false);
+    }
+  }
+  const std::string member = table.member;
+  if (!member.empty()) {
+    std::set<std::string> paths = HandlesOf("OwnedPath", source.code, true);
+    paths.insert("ShownPath()");
+    for (const std::string& path : paths) add(path + "." + member, true);
+  }
+  return writes;
+}
+
+bool MayWrite(const Table& table, const std::string& file, const std::string& field) {
+  if (table.owners.count(file)) return true;
+  const auto found = table.fields.find(field);
+  return found != table.fields.end() && found->second.count(file) > 0;
+}
+
+ChangingParameters KnownParameters() {
+  std::set<std::string> handles;
+  for (const Table& table : Tables()) {
+    if (*table.row) handles.insert(table.row);
+  }
+  ChangingParameters known = {{"copy_n", {2}}, {"copy", {2}}, {"fill_n", {0}}, {"memcpy", {0}}};
+  for (const Source& source : Sources()) LearnParameters(source.code, handles, known);
+  return known;
+}
+
+TEST(Owners, AreKnownForEveryTable) {
+  std::set<std::string> known;
+  for (const Table& table : Tables()) known.insert(table.name);
+  const std::map<std::string, std::string> offered = OfferedTables();
+  for (const auto& [name, header] : offered) {
+    EXPECT_TRUE(known.count(name)) << name << " of " << header << " has no owner";
+  }
+  for (const std::string& name : known) EXPECT_TRUE(offered.count(name)) << name;
+}
+
+TEST(Owners, AloneWriteTheirTables) {
+  const ChangingParameters known = KnownParameters();
+  const std::map<std::string, std::string> offered = OfferedTables();
+  const std::map<std::string, std::set<std::string>> seen = Seen();
+  for (const Table& table : Tables()) {
+    const auto header = offered.find(table.name);
+    if (header == offered.end()) continue;
+    std::map<std::string, Files> writers;  // by field
+    for (const Source& source : Sources()) {
+      if (!seen.at(source.name).count(header->second)) continue;
+      for (const Write& write : WritesIn(source, table, known)) {
+        writers[write.field].insert(source.owner);
+        EXPECT_TRUE(table.shared || MayWrite(table, source.owner, write.field))
+            << source.name << ":" << write.line << " writes " << table.name << "." << write.field;
+      }
+    }
+    Files seenWriting;
+    for (const auto& [field, files] : writers) {
+      seenWriting.insert(files.begin(), files.end());
+      if (table.shared && !field.empty()) {
+        EXPECT_EQ(files.size(), 1u) << table.name << "." << field;
+      }
+    }
+    // Who writes no more is no owner any more.
+    for (const std::string& file : table.owners) {
+      EXPECT_TRUE(seenWriting.count(file)) << file << " does not write " << table.name;
+    }
+    for (const auto& [field, files] : table.fields) {
+      for (const std::string& file : files) {
+        EXPECT_TRUE(writers[field].count(file))
+            << file << " does not write " << table.name << "." << field;
+      }
+    }
+    if (table.shared) {
+      for (const std::string& file : writers[""]) EXPECT_TRUE(table.owners.count(file)) << file;
+    }
+  }
+}
+
+}  // namespace
