@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "forms/picture_parts.h"
+#include "text/series_trig.h"
 
 namespace morva {
 
@@ -14,7 +14,6 @@ using platform::PointF;
 
 constexpr double kLeastBulge = 1e-9;  // a side with less is straight
 constexpr double kLeastRadius = 0.5;  // pixels; a smaller arc gets no fewer chords
-constexpr double kDegree = std::numbers::pi / 180;
 
 // Chords that keep within `error` pixels of an arc: the height of a chord over an angle d is at
 // most r d d / 8.
@@ -23,7 +22,7 @@ int ChordCount(const ArcPiece& piece, const PictureView& view) {
   const double radius =
       std::max({piece.radiusX * view.scaleX, piece.radiusY * view.scaleY, kLeastRadius});
   const double step = std::sqrt(8 * error / radius);
-  const double count = std::ceil(std::fabs(piece.sweep) * kDegree / step);
+  const double count = std::ceil(std::fabs(piece.sweep) * kRadiansPerDegree / step);
   return static_cast<int>(std::clamp(count, 1.0, static_cast<double>(kMaxArcChords)));
 }
 
@@ -40,7 +39,7 @@ PointF PlaceOn(const ArcPiece& piece, const PictureView& view, double x, double 
 void AppendArc(const ArcPiece& piece, const PictureView& view, Chain& chain) {
   const int count = ChordCount(piece, view);
   // One turn of the direction for each chord costs less than a sine and a cosine for each.
-  const double turn = piece.sweep * kDegree / count;
+  const double turn = piece.sweep * kRadiansPerDegree / count;
   const double c = std::cos(turn);
   const double s = std::sin(turn);
   double x = CosineOf(piece.start);
@@ -77,11 +76,9 @@ void TakeInPiece(const ArcPiece& piece, PictureBounds& bounds, bool& any) {
 }  // namespace
 
 double CosineOf(double degrees) {
-  const double turned = std::fmod(std::fabs(degrees), 360);
-  if (turned == 0) return 1;
-  if (turned == 90 || turned == 270) return 0;
-  if (turned == 180) return -1;
-  return std::cos(turned * kDegree);
+  double exact = 0;
+  if (QuarterCosine(degrees, exact)) return exact;
+  return std::cos(std::fmod(std::fabs(degrees), 360) * kRadiansPerDegree);
 }
 
 bool PieceOfSide(const PicturePoint& from, const PicturePoint& to, ArcPiece& piece) {
@@ -94,8 +91,8 @@ bool PieceOfSide(const PicturePoint& from, const PicturePoint& to, ArcPiece& pie
   piece.x = (from.x + to.x) / 2 - dy * lift;
   piece.y = (from.y + to.y) / 2 + dx * lift;
   piece.radiusX = piece.radiusY = chord * (1 + b * b) / (4 * std::fabs(b));
-  piece.start = std::atan2(from.y - piece.y, from.x - piece.x) / kDegree;
-  piece.sweep = 4 * std::atan(b) / kDegree;
+  piece.start = std::atan2(from.y - piece.y, from.x - piece.x) / kRadiansPerDegree;
+  piece.sweep = 4 * std::atan(b) / kRadiansPerDegree;
   return true;
 }
 

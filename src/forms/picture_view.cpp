@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "forms/picture_parts.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -15,10 +16,9 @@ constexpr double kMargin = 14;           // pixels around the marks
 constexpr double kLabelMargin = 4;       // pixels around the labels
 constexpr double kMostMargin = 1 / 3.0;  // of the area's side
 constexpr int kFitPasses = 2;
-constexpr double kScreenDots = 96;     // per inch, of a picture without a size
-constexpr double kMillimetres = 25.4;  // in an inch
-constexpr double kLeastSize = 1e-9;    // drawing units; less is a point
-constexpr double kCrossInch = 0.04;    // from the middle of a cross to its ends
+constexpr double kScreenDots = 96;   // per inch, of a picture without a size
+constexpr double kLeastSize = 1e-9;  // drawing units; less is a point
+constexpr double kCrossInch = 0.04;  // from the middle of a cross to its ends
 constexpr double kDashInch = 0.06;
 constexpr int kFineDots = 300;  // per inch, from which the pen is 2 pixels wide
 
@@ -63,7 +63,7 @@ PictureView FitBetween(const Picture& picture, const PictureBounds& bounds, cons
   const double upright = ScaleFor(bounds.maxY - bounds.minY, bottom - top);
   double scale = std::min(across, upright);
   if (across == 0 || upright == 0) scale = std::max(across, upright);
-  if (scale == 0) scale = picture.metric ? kScreenDots / kMillimetres : kScreenDots;
+  if (scale == 0) scale = picture.metric ? kScreenDots / kMmPerInch : kScreenDots;
   view.scaleX = view.scaleY = scale;
   view.originX = (left + right) / 2;
   view.originY = (top + bottom) / 2;
@@ -96,7 +96,7 @@ bool IsUsable(const PaperFigures& paper) {
   return paper.width >= 1 && paper.height >= 1 && paper.dpiX >= 1 && paper.dpiY >= 1;
 }
 
-double PaperScale(int dots, bool metric) { return metric ? dots / kMillimetres : dots; }
+double PaperScale(int dots, bool metric) { return metric ? dots / kMmPerInch : dots; }
 
 }  // namespace
 

@@ -95,10 +95,8 @@ double ExactCosine(double degrees) {
   if (std::fabs(a) > 1000000) a = std::fmod(a, 360);  // no field takes it, a file may hold it
   while (a < 0) a += 360;
   while (a >= 360) a -= 360;
-  if (a == 0) return 1;
-  if (a == 90 || a == 270) return 0;
-  if (a == 180) return -1;
-  return SketchCosine(a);
+  double exact = 0;
+  return QuarterCosine(a, exact) ? exact : SketchCosine(a);
 }
 
 double SketchRoot(double value) { return value > 0 ? std::sqrt(value) : 0; }

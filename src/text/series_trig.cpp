@@ -35,4 +35,11 @@ double SeriesSine(double radians) {
 
 double SeriesCosine(double radians) { return SeriesSine(radians + kHalfPi); }
 
+bool QuarterCosine(double degrees, double& cosine) {
+  const double turned = std::fmod(std::fabs(degrees), 360);
+  if (std::fmod(turned, 90) != 0) return false;
+  cosine = turned == 0 ? 1 : turned == 180 ? -1 : 0;
+  return true;
+}
+
 }  // namespace morva

@@ -37,6 +37,20 @@ TEST(SeriesTrig, MillionsOfTurnsAreTakenOffAtOnceAndNotAddedUpToAnError) {
   }
 }
 
+TEST(QuarterCosine, IsExactAtQuarterTurnsOfAnySignAndNumberAndNothingBetween) {
+  const double kCosines[] = {1, 0, -1, 0};
+  for (int quarter = -400; quarter <= 400; ++quarter) {
+    double cosine = 7;
+    ASSERT_TRUE(QuarterCosine(90.0 * quarter, cosine)) << quarter;
+    EXPECT_EQ(cosine, kCosines[(quarter + 400) % 4]) << quarter;
+  }
+  double cosine = 7;
+  for (const double none : {89.999999999, 45.0, -270.0001, 1e-300, std::nan(""), HUGE_VAL}) {
+    EXPECT_FALSE(QuarterCosine(none, cosine)) << none;
+  }
+  EXPECT_EQ(cosine, 7);
+}
+
 TEST(SeriesTrig, WhatIsNoAngleGivesZero) {
   EXPECT_EQ(SeriesSine(1e300), 0.0);
   EXPECT_EQ(SeriesSine(std::nan("")), 0.0);
