@@ -21,7 +21,6 @@ namespace morva {
 
 namespace {
 
-constexpr int kSettingsVersion = 3;
 constexpr int kRecordDecimals = 6;  // of numbers that come from a record
 
 static_assert(kMaxFormNumbers == kSettingsValues);

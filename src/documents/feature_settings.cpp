@@ -7,6 +7,7 @@ namespace morva {
 
 namespace {
 
+constexpr std::int32_t kTagVersion = 3;       // the first with tags in its items
 constexpr double kValueBound = 1000000000.0;  // exclusive, for every stored number
 
 std::uint32_t LoadUnsigned(const unsigned char* bytes) {
@@ -68,7 +69,7 @@ bool ValidKind(const FeatureSettings& s) {
     case kKindPlate: {
       if (static_cast<std::uint32_t>(s.a) > 3 || b > 3 || static_cast<std::uint32_t>(s.c) > 2)
         return false;
-      const double placed = s.values[14];
+      const double placed = s.values[kPlatePlaced];
       if (!(placed >= 0.0 && placed <= s.itemCount && placed == std::floor(placed))) return false;
       return s.a != 3 || (s.itemCount > 0 && placed <= 64.0);
     }
@@ -86,7 +87,7 @@ bool ValidItem(const FeatureItem& item, std::int32_t version) {
 }  // namespace
 
 bool ValidateSettings(const FeatureSettings& record, std::size_t length) {
-  if (record.version < 1 || record.version > 3) return false;
+  if (record.version < 1 || record.version > kSettingsVersion) return false;
   if (record.kind < kKindShape || record.kind > kKindUserCode) return false;
   if (record.metric != 0 && record.metric != 1) return false;
   if (static_cast<std::uint32_t>(record.itemCount) > static_cast<std::uint32_t>(kMaxItems))
@@ -107,7 +108,7 @@ void WriteSettings(const FeatureSettings& record, unsigned char* bytes) {
                                record.b,       record.c,    record.itemCount};
   for (int i = 0; i < 7; ++i) StoreUnsigned(bytes + 4 * i, static_cast<std::uint32_t>(head[i]));
   StoreUnsigned(bytes + 28, record.codeHash);
-  for (int i = 0; i < 16; ++i) StoreDouble(bytes + 32 + 8 * i, record.values[i]);
+  for (int i = 0; i < kSettingsValues; ++i) StoreDouble(bytes + 32 + 8 * i, record.values[i]);
   for (int i = 0; i < kMaxItems; ++i) {
     unsigned char* at = bytes + kSettingsHeadBytes + kItemBytes * i;
     const FeatureItem item = i < record.itemCount ? record.items[i] : FeatureItem();
@@ -148,7 +149,7 @@ void ReadSettings(const unsigned char* bytes, std::size_t length, FeatureSetting
 }
 
 void DropOldTags(FeatureSettings& record) {
-  if (record.version >= 3) return;
+  if (record.version >= kTagVersion) return;
   for (FeatureItem& item : record.items) item.tag = 0;
 }
 

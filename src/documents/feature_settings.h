@@ -14,6 +14,7 @@ namespace morva {
 inline constexpr int kSettingsHeadBytes = 160;
 inline constexpr int kItemBytes = 48;
 inline constexpr int kSettingsValues = 16;
+inline constexpr std::int32_t kSettingsVersion = 3;  // as written; 1 and 2 are still read
 inline constexpr int kSettingsBytes = kSettingsHeadBytes + kMaxItems * kItemBytes;  // 4768
 
 enum FeatureKind : std::int32_t {
@@ -26,6 +27,12 @@ enum FeatureKind : std::int32_t {
   kKindSkim = 6,
   kKindUserCode = 7,
 };
+
+// Places in a record's values that others than the builder of the kind read.
+inline constexpr int kSketchThickness = 15;
+inline constexpr int kPlateDepth = 10;
+inline constexpr int kPlateThickness = 13;
+inline constexpr int kPlatePlaced = 14;  // items that were placed one by one, a whole number
 
 struct FeatureItem {
   std::int32_t type = 0;  // 0 to 3 in version 1, 0 to 5 in versions 2 and 3

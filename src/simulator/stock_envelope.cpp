@@ -15,11 +15,7 @@ StockEnvelope stockEnvelope;
 
 namespace {
 
-// Places in a record's numbers.
-inline constexpr int kSketchThickness = 15;
-inline constexpr int kPlateDepth = 10;
-inline constexpr int kPlateThickness = 13;
-inline constexpr std::int32_t kRoundPlate = 1;
+constexpr std::int32_t kRoundPlate = 1;  // choice a of a plate
 
 struct Extent {
   bool any = false;

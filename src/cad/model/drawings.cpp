@@ -45,7 +45,7 @@ void LoadObjects(const FeatureSettings* record) {
   const int count = record ? record->itemCount : 0;
   for (int i = 0; i < count; ++i) objects[i] = ObjectOf(record->items[i]);
   ReplaceSketch(objects, count, record && record->metric != 0,
-                record ? record->values[kThicknessValue] : 0);
+                record ? record->values[kSketchThickness] : 0);
   if (count > 0) SetSelected(0);
   ShowCutData(record ? CutData{record->values[0], record->values[1], record->values[2]} : kInchCut);
 }
@@ -87,7 +87,7 @@ void StartDrawing(Drawing& drawing, int number) {
   drawing = Drawing();
   const bool metric = UnitsMetric();
   const CutData& cut = metric ? kMmCut : kInchCut;
-  drawing.settings.version = kSketchVersion;
+  drawing.settings.version = kSettingsVersion;
   drawing.settings.kind = kKindSketch;
   drawing.settings.metric = metric ? 1 : 0;
   drawing.settings.values[0] = cut.depth;

@@ -13,7 +13,7 @@ constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays b
 
 void TakeLiveSketch(FeatureSettings& record) {
   record = FeatureSettings();
-  record.version = kSketchVersion;
+  record.version = kSettingsVersion;
   record.kind = kKindSketch;
   record.metric = sketch.metric ? 1 : 0;
   record.itemCount = sketch.objectCount;
@@ -21,7 +21,7 @@ void TakeLiveSketch(FeatureSettings& record) {
   record.values[0] = cut.depth;
   record.values[1] = cut.feed;
   record.values[2] = cut.safeZ;
-  record.values[kThicknessValue] = sketch.thickness;
+  record.values[kSketchThickness] = sketch.thickness;
   for (int i = 0; i < sketch.objectCount; ++i) {
     record.items[i] = ItemOf(sketch.objects[i]);
   }

@@ -5,10 +5,6 @@
 
 namespace morva {
 
-inline constexpr int kSketchVersion = 3;
-// Place of the thickness in a record's values, behind depth, feed and Safe Z.
-inline constexpr int kThicknessValue = 15;
-
 bool IsSketchRecord(const FeatureSettings& record);
 // The live sketch with the cutting fields read as numbers, fallback 0. False: it does not validate.
 bool WriteSketchSettings(FeatureSettings& record);
