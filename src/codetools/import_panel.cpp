@@ -76,7 +76,10 @@ constexpr FormLook kLook{.gap = kGap,
                          .keyHeight = kKeyHeight,
                          .headHeight = kHeadHeight,
                          .labels = Labels::None};
-constexpr Form kImportForm{.look = &kLook, .rows = kRows, .escape = kIdImportCancel};
+
+void Changed(int id);
+constexpr Form kImportForm{
+    .look = &kLook, .rows = kRows, .changed = Changed, .escape = kIdImportCancel};
 
 void MakeImport() { MakeForm(kImportForm); }
 
@@ -154,7 +157,8 @@ void CloseImport() {
   platform::SetFocusTo(ShownEditor());
 }
 
-void OnProgram(int, int) {
+void Changed(int id) {
+  if (id != kIdImportPrograms) return;
   const int row = platform::SelectedRow(kIdImportPrograms);
   if (row >= 0) LoadTab(static_cast<std::uint64_t>(platform::RowData(kIdImportPrograms, row)));
 }
@@ -375,7 +379,6 @@ void RegisterImportPanel() {
   using platform::kNotifyClick;
   const RouterStage click = RouterStage::Click;
   RegisterCommand(click, kIdImport, kNotifyClick, [](int, int) { OpenImportPanel(); });
-  RegisterCommand(RouterStage::Notified, kIdImportPrograms, platform::kNotifyListSelect, OnProgram);
   RegisterCommand(click, kIdImportBrowse, kNotifyClick, OnBrowse);
   RegisterCommand(click, kIdImportAll, kNotifyClick, [](int, int) { ChooseAll(true); });
   RegisterCommand(click, kIdImportNone, kNotifyClick, [](int, int) { ChooseAll(false); });

@@ -38,15 +38,13 @@ constexpr unsigned kWideHead = PageBit(kWide) | PageBit(kWideList);
 constexpr unsigned kNarrowHead = PageBit(kNarrow) | PageBit(kNarrowList);
 constexpr unsigned kWideEnd = PageBit(kWide) | PageBit(kWideFoot);
 constexpr unsigned kNarrowEnd = PageBit(kNarrow) | PageBit(kNarrowFoot);
-
-constexpr char16_t kSearchName[] = u"Search codes and descriptions";
+constexpr unsigned kFoot = PageBit(kWideFoot) | PageBit(kNarrowFoot);
 
 // clang-format off
 constexpr FormRow kRows[] = {
-    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = kSearchName,
-     .pages = kWideHead, .limit = kCodeSearchUnits - 1, .keys = {kIdIndexClear}, .shares = {124}},
-    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = kSearchName,
-     .pages = kNarrowHead, .limit = kCodeSearchUnits - 1},
+    {.kind = RowKind::Words, .id = kIdIndexSearch, .name = u"Search codes and descriptions",
+     .pages = kWideHead | kNarrowHead, .limit = kCodeSearchUnits - 1, .keys = {kIdIndexClear},
+     .keyPages = kWideHead, .shares = {124}},
     {.kind = RowKind::Keys, .pages = kNarrowHead, .keys = {kIdIndexClear}},
     {.kind = RowKind::Keys, .pages = kWideHead,
      .keys = {kIdIndexAll, kIdIndexG, kIdIndexM, kIdIndexN, kIdIndexMacro, kIdIndexText},
@@ -58,19 +56,22 @@ constexpr FormRow kRows[] = {
     {.kind = RowKind::List, .id = kIdIndexList, .name = u"Code index",
      .pages = kWideHead | kNarrowHead, .least = 48},
     // In a low window the list keeps its rows and the pane scrolls in what is left.
-    {.kind = RowKind::Log, .id = kIdIndexDetail, .name = u"Word",
-     .pages = PageBit(kWide) | PageBit(kNarrow), .height = 88, .yields = true},
-    {.kind = RowKind::Log, .id = kIdIndexDetail, .name = u"Word",
-     .pages = PageBit(kWideFoot) | PageBit(kNarrowFoot), .least = 48},
+    {.kind = RowKind::Log, .id = kIdIndexDetail, .name = u"Word", .pages = kWideEnd | kNarrowEnd,
+     .height = 88, .least = 48, .fillPages = kFoot, .yields = true},
     {.kind = RowKind::Words, .id = kIdIndexInsertion, .name = u"Insertion text",
-     .pages = kWideEnd, .limit = 0, .keys = {kIdIndexInsert}, .shares = {168}},
-    {.kind = RowKind::Words, .id = kIdIndexInsertion, .name = u"Insertion text",
-     .pages = kNarrowEnd, .limit = 0},
+     .pages = kWideEnd | kNarrowEnd, .enter = kIdIndexInsert, .limit = 0, .keys = {kIdIndexInsert},
+     .keyPages = kWideEnd, .shares = {168}},
     {.kind = RowKind::Keys, .pages = kNarrowEnd, .keys = {kIdIndexInsert}, .height = 28},
 };
 // clang-format on
 constexpr FormLook kLook{.fieldHeight = 28, .listRowHeight = 20, .labels = Labels::None};
-constexpr Form kIndexForm{.look = &kLook, .rows = kRows};
+
+void Changed(int id) {
+  if (id == kIdIndexSearch) RebuildCodeList();
+  if (id == kIdIndexList) ShowCodeSelection();
+}
+
+constexpr Form kIndexForm{.look = &kLook, .rows = kRows, .changed = Changed};
 
 // The item data of the selected row, -1 for none.
 std::int32_t SelectedItem() {
@@ -146,8 +147,6 @@ void EnterPanel() {
 }
 
 void OnShowIndex(int, int) { Call(hooks.setMode, static_cast<int>(kModeCodeIndex)); }
-void OnSearch(int, int) { RebuildCodeList(); }
-void OnSelect(int, int) { ShowCodeSelection(); }
 void OnDouble(int, int) { InsertSelectedCode(); }
 void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdIndexInsertion)); }
 
@@ -177,12 +176,6 @@ bool SearchKey(const platform::KeyEvent& key) {
   }
   if (key.key != platform::kKeyEnter) return false;
   InsertSelectedCode();
-  return true;
-}
-
-bool InsertionKey(const platform::KeyEvent& key) {
-  if (key.ctrl || key.alt || key.shift || key.key != platform::kKeyEnter) return false;
-  OnInsert(kIdIndexInsert, platform::kNotifyClick);
   return true;
 }
 
@@ -243,14 +236,8 @@ void RegisterIndexPanel() {
   search.id = kIdIndexSearch;
   search.key = SearchKey;
   RegisterHandlers(search);
-  Handlers insertion;
-  insertion.id = kIdIndexInsertion;
-  insertion.key = InsertionKey;
-  RegisterHandlers(insertion);
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Surface, kIdShowIndex, kNotifyClick, OnShowIndex);
-  RegisterCommand(RouterStage::Notified, kIdIndexSearch, platform::kNotifyEditChange, OnSearch);
-  RegisterCommand(RouterStage::Notified, kIdIndexList, platform::kNotifyListSelect, OnSelect);
   RegisterCommand(RouterStage::Notified, kIdIndexList, platform::kNotifyListDouble, OnDouble);
   RegisterCommand(RouterStage::Click, kIdIndexAll, kIdIndexMacro, kNotifyClick, OnCategory);
   RegisterCommand(RouterStage::Click, kIdIndexText, kNotifyClick, OnText);

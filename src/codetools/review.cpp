@@ -35,6 +35,8 @@ constexpr int kSummaryTall = 60;
 constexpr int kSideHeight = 28;
 constexpr int kSideLabel = 68;
 
+// No form: eight keys that break into rows of four or two, beside a list that grows with them, and
+// two columns of a list and a pane below. The rows of a form say none of that.
 constexpr int kMain = platform::kMainWindow;
 
 // In the order of the keyboard.

@@ -55,7 +55,10 @@ constexpr FormLook kLook{.edge = 20,
                          .keyFont = FontRole::Body,
                          .listFont = FontRole::Body,
                          .labelColour = kBrightAccent};
-constexpr Form kPickerForm{.look = &kLook, .parent = kViewDestination, .rows = kRows};
+
+void Changed(int id);
+constexpr Form kPickerForm{
+    .look = &kLook, .parent = kViewDestination, .rows = kRows, .changed = Changed};
 
 constexpr int kAccepted = 1;
 // Row data of "+ New project"; no program has this serial.
@@ -139,12 +142,11 @@ void Accept() {
   platform::EndDialog(kViewDestination, kAccepted);
 }
 
+void Changed(int id) { RefreshDestinationInfo(id == kIdDestinationProgram); }
+
 void OnPickerCommand(int id, int notification) {
-  if (id == kIdDestinationProgram && notification == platform::kNotifyComboSelect) {
-    RefreshDestinationInfo(true);
-  } else if (id == kIdDestinationPosition && notification == platform::kNotifyEditChange) {
-    RefreshDestinationInfo(false);
-  } else if (id == kIdDestinationInsert && notification == platform::kNotifyClick) {
+  FormNotified(id, notification);
+  if (id == kIdDestinationInsert && notification == platform::kNotifyClick) {
     Accept();
   } else if (id == kIdDestinationCancel && notification == platform::kNotifyClick) {
     platform::EndDialog(kViewDestination, 0);

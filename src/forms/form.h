@@ -1,8 +1,8 @@
 // Forms: a panel of named fields as one table. A row says what a field is called, what it starts
 // with, how it is read, which unit it follows, and which number of a block's record it is.
 //
-// A room owns its table; this room makes, places, hides, reads, converts and paints. No room
-// makes a form's control itself. Keys and check boxes are named by their commands
+// A room owns its table; this room makes, places, hides, reads, converts and paints, so no room
+// makes a control of its form itself. Keys and check boxes are named by their commands
 // (app/commands.h), which know their words.
 #pragma once
 
@@ -63,10 +63,13 @@ constexpr unsigned PageBit(int page) { return 1u << page; }
 
 struct FormRow {
   RowKind kind = RowKind::Number;
-  int id = 0;                   // of the control; a Head or Note may go without
-  const char16_t* label = u"";  // Head and Note: the words
-  const char16_t* name = u"";   // for assistive technology, where the label says too little
-  const char16_t* start = u"";  // in inch; a View: its class name
+  int id = 0;                       // of the control; a Head or Note may go without
+  const char16_t* label = u"";      // Head and Note: the words
+  const char16_t* name = u"";       // for assistive technology, where the label says too little
+  const char16_t* className = u"";  // of a View
+  // Text of a field when it is made: in inch, converted where the form's unit is then millimetres.
+  // A room that changes its unit without ConvertForms keeps the texts, as sketches do.
+  const char16_t* start = u"";
   Fallback fallback = {};
   Follows follows = Follows::Nothing;
   int decimals = 3;             // after a conversion, 0 to 6
@@ -74,19 +77,23 @@ struct FormRow {
   int choice = -1;              // place in FormValues::choices: a, b, c of a record
   int words = -1;               // place in FormValues::words
   unsigned pages = kEveryPage;  // a bit a page
-  int enter = 0;                // command of Enter, 0 for none
-  int limit = kFieldUnits - 1;  // units that can be typed
+  int enter = 0;                // command of Enter, with Shift as without; 0 for none
+  int limit = kFieldUnits - 1;  // units that can be typed; 0: as many as the control takes
   std::span<const char16_t* const> rows = {};  // of a Choice whose rows are fixed
   int chosen = 0;                              // of those, at the start
   int keys[kMaxRowKeys] = {};      // Keys, Checks; of a field: the keys at its right end
-  short shares[kMaxRowKeys] = {};  // widths of these in proportion; 0: all alike
-  short height = 0;                // pixels; 0: as the look says
-  short above = 0;                 // more pixels above the row
-  short width = 0;                 // of the field; 0: what is there
-  short least = 0;                 // above 0: the row takes the height that others leave
-  short percent = 0;               // of the height, where two rows share what is left
-  bool yields = false;             // gives up height before a filling row loses its least
-  bool wide = false;               // a field across the form, without its label
+  unsigned keyPages = kEveryPage;  // of the row's pages, those with the keys
+  // Widths of these: parts of the row, 0 counting as 1; of a field's keys, and of all keys where
+  // the look says keysAtEnd, pixels.
+  short shares[kMaxRowKeys] = {};
+  short height = 0;                 // pixels; 0: as the look says
+  short above = 0;                  // more pixels above the row
+  short width = 0;                  // of the field; 0: what is there
+  short least = 0;                  // above 0: the row takes the height that others leave
+  unsigned fillPages = kEveryPage;  // of the row's pages, those where `least` counts
+  short percent = 0;                // of the height, where two rows share what is left
+  bool yields = false;              // gives up height before a filling row loses its least
+  bool wide = false;                // a field across the form, without its label
 };
 
 struct Form {
@@ -95,9 +102,13 @@ struct Form {
   int parent = platform::kMainWindow;
   std::span<const FormRow> rows = {};  // in the order of the screen, which Tab follows
   bool (*metric)() = nullptr;          // whose unit the fields are in; null: no unit
-  void (*changed)(int id) = nullptr;   // the user changed what a control says
-  int escape = 0;                      // command of Escape on any control; 0: none
-  int firstLabel = 0;                  // ids of labels from here on; 0: from the common range
+  // Switches that unit and converts what is in it, for a block of the other unit. Null: who opens
+  // the block does that.
+  void (*takeUnit)(bool metric) = nullptr;
+  // The user changed what a field says, or chose in a list.
+  void (*changed)(int id) = nullptr;
+  int escape = 0;      // command of Escape on any control; 0: none
+  int firstLabel = 0;  // ids of labels from here on; 0: from the common range
 };
 
 struct FormValues {
@@ -134,11 +145,11 @@ int RowOfControl(const Form& form, int id);
 // Ids of the form's controls in the order of the screen, each once; how many were written.
 int FormOrder(const Form& form, int* ids, int capacity);
 
-// Start texts of a page's fields, in the form's unit.
-void StartForm(const Form& form, int page = 0);
 // False: row `refused` holds no number by the strict rule, or one that is not whole where a
 // count is wanted; the rows behind it are not read. The lax rule never refuses.
 bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused);
+// Writes the page's numbers, choices and words into its controls, in the unit that the form has:
+// counts without a fraction, other numbers with `decimals`, 0 to 6, whatever their rows say.
 void ShowForm(const Form& form, int page, const FormValues& values, int decimals);
 // The number that a field begins with, else its row's fallback. At most 79 units are read.
 double FieldNumber(int id);

@@ -1,8 +1,10 @@
 // Making a form's controls, each once and hidden.
 
 #include <cstddef>
+#include <string>
 
 #include "app/commands.h"
+#include "app/wells.h"
 #include "forms/form_table.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
@@ -40,16 +42,17 @@ void MakeLabel(const FormEntry& entry, int index) {
 }
 
 void MakeField(const Form& form, const FormRow& row) {
+  const std::u16string start = StartText(form, row);
   platform::ControlSpec spec;
   spec.id = row.id;
   spec.kind = row.kind == RowKind::Log ? ControlKind::Log : ControlKind::EditLine;
-  spec.text = row.start;
+  spec.text = start.c_str();
   spec.accessibleName = NameOf(row);
   spec.font = row.wide || row.kind == RowKind::Log ? form.look->listFont : form.look->fieldFont;
   spec.parent = GroundOf(form);
   spec.hidden = true;
   platform::MakeControl(spec);
-  platform::SetColours(spec.id, {kMainText, kOutputBackground, false});
+  platform::SetColours(spec.id, kWellColours);
   if (row.kind != RowKind::Log && row.limit > 0) platform::SetTextLimit(spec.id, row.limit);
 }
 
@@ -87,7 +90,7 @@ void MakePreview(const Form& form, const FormRow& row) {
 void MakeView(const Form& form, const FormRow& row) {
   platform::ViewSpec spec;
   spec.id = row.id;
-  spec.className = row.start;
+  spec.className = row.className;
   spec.accessibleName = NameOf(row);
   spec.background = kOutputBackground;
   spec.takesFocus = true;

@@ -56,7 +56,9 @@ bool LabelAbove(const Form& form, const FormRow& row) {
   return HasLabel(form, row) && form.look->labels == Labels::Above;
 }
 
-bool Fills(const FormRow& row) { return row.least > 0; }
+bool Fills(const Page& page, const FormRow& row) {
+  return row.least > 0 && (row.fillPages & PageBit(page.page)) != 0;
+}
 
 int ControlHeight(const Page& page, const FormRow& row) {
   const FormLook& look = *page.entry->form->look;
@@ -98,7 +100,7 @@ int FixedHeight(const Page& page) {
     const FormRow& row = RowAt(page, i);
     if (!OnPage(row, page.page)) continue;
     height += behind + AboveControl(page, row);
-    if (!Fills(row)) height += ControlHeight(page, row);
+    if (!Fills(page, row)) height += ControlHeight(page, row);
     behind = GapBelow(page, row);
   }
   return height;
@@ -116,7 +118,7 @@ void Fit(Page& page) {
   int shared = 0;
   for (int i = 0; i < RowsOf(*page.entry); ++i) {
     const FormRow& row = RowAt(page, i);
-    if (!OnPage(row, page.page) || !Fills(row)) continue;
+    if (!OnPage(row, page.page) || !Fills(page, row)) continue;
     least = std::max(least, static_cast<int>(row.least));
     shared += row.percent > 0 ? PercentOfHeight(page, row.percent) : 0;
   }
@@ -132,7 +134,7 @@ void Fit(Page& page) {
 }
 
 int RowHeight(const Page& page, const FormRow& row) {
-  if (!Fills(row)) return ControlHeight(page, row) - (row.yields ? page.spare : 0);
+  if (!Fills(page, row)) return ControlHeight(page, row) - (row.yields ? page.spare : 0);
   return row.percent > 0 ? PercentOfHeight(page, row.percent) : page.fill;
 }
 
@@ -181,7 +183,8 @@ void PutControl(const Page& page, int index, const FormRow& row, int top, int bo
       ShowAt(label, Rect{page.left, top, left - look.gap, bottom});
     }
   }
-  int right = PutKeysAtEnd(look, row, page.right, top, bottom);
+  int right = page.right;
+  if (HasKeys(row, page.page)) right = PutKeysAtEnd(look, row, right, top, bottom);
   if (row.width > 0) right = std::min(right, left + row.width);
   const bool framed = row.kind != RowKind::Choice || look.framesChoices;
   const int inset = framed ? look.inset : 0;
@@ -240,7 +243,7 @@ bool IsControlShown(const FormEntry& entry, int id) {
     const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
     if (row.id == id) return true;
     for (const int key : row.keys) {
-      if (key == id) return true;
+      if (key == id && StateOf(entry, i).keys) return true;
     }
   }
   return false;
@@ -253,22 +256,28 @@ void HideUnlessShown(const FormEntry& entry, int id) {
 // Hides the controls of every row that is not shown; one control may belong to several rows.
 void HideRest(const FormEntry& entry) {
   for (int i = 0; i < RowsOf(entry); ++i) {
-    if (StateOf(entry, i).shown) continue;
-    StateOf(entry, i).top = -1;
+    RowState& state = StateOf(entry, i);
     const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
+    for (const int key : row.keys) {
+      if (!state.shown || !state.keys) HideUnlessShown(entry, key);
+    }
+    if (state.shown) continue;
+    state.top = -1;
     const bool words = row.kind == RowKind::Head || row.kind == RowKind::Note;
     if (words || HasLabel(*entry.form, row)) platform::SetVisible(LabelId(entry, i), false);
     if (!words) HideUnlessShown(entry, row.id);
-    for (const int key : row.keys) HideUnlessShown(entry, key);
   }
 }
 
 void MarkPages(const FormEntry& entry, std::span<const FormPart> parts) {
   for (int i = 0; i < RowsOf(entry); ++i) {
     const FormRow& row = entry.form->rows[static_cast<std::size_t>(i)];
-    bool shown = false;
-    for (const FormPart& part : parts) shown = shown || OnPage(row, part.page);
-    StateOf(entry, i).shown = shown;
+    RowState& state = StateOf(entry, i);
+    state.shown = state.keys = false;
+    for (const FormPart& part : parts) {
+      state.shown = state.shown || OnPage(row, part.page);
+      state.keys = state.keys || HasKeys(row, part.page);
+    }
   }
 }
 

@@ -17,7 +17,8 @@ FormEntry* EntryAt(int index);
 
 struct RowState {
   bool shown = false;
-  int top = -1;  // pixels of the row on its parent while it is shown
+  bool keys = false;  // its keys are shown with it
+  int top = -1;       // pixels of the row on its parent while it is shown
 };
 RowState& StateOf(const FormEntry& entry, int row);
 
@@ -28,9 +29,14 @@ int LabelId(const FormEntry& entry, int row);
 inline bool IsField(RowKind kind) {
   return kind == RowKind::Number || kind == RowKind::Count || kind == RowKind::Words;
 }
+// What a field says when it is made, in the form's unit.
+std::u16string StartText(const Form& form, const FormRow& row);
 // Whether the row's words stand in a label of their own beside or above its control.
 bool HasLabel(const Form& form, const FormRow& row);
 inline bool OnPage(const FormRow& row, int page) { return (row.pages & PageBit(page)) != 0; }
+inline bool HasKeys(const FormRow& row, int page) {
+  return OnPage(row, page) && (row.keyPages & PageBit(page)) != 0;
+}
 inline int KeyCount(const FormRow& row) {
   int count = 0;
   while (count < kMaxRowKeys && row.keys[count] != 0) ++count;

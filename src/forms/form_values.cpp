@@ -37,9 +37,9 @@ double Converted(const FormRow& row, double value, double factor) {
   return value != 0 ? kMmPerInch / value : 0;
 }
 
-void ConvertField(const FormRow& row, std::u16string_view text, double factor) {
-  if (text.empty()) return;
-  platform::SetText(row.id, FixedText(Converted(row, ParseDecimal(text, 0), factor), row.decimals));
+std::u16string ConvertedText(const FormRow& row, std::u16string_view text, double factor) {
+  if (text.empty()) return {};
+  return FixedText(Converted(row, ParseDecimal(text, 0), factor), row.decimals);
 }
 
 bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& value) {
@@ -56,17 +56,9 @@ bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& v
 
 }  // namespace
 
-void StartForm(const Form& form, int page) {
-  const bool metric = IsMetric(form);
-  for (const FormRow& row : form.rows) {
-    if (!OnPage(row, page)) continue;
-    if (row.kind == RowKind::Choice && !row.rows.empty()) platform::SelectRow(row.id, row.chosen);
-    if (!IsField(row.kind)) continue;
-    platform::SetText(row.id, row.start);
-    if (metric && row.follows != Follows::Nothing) {
-      ConvertField(row, row.start, kMmPerInch);
-    }
-  }
+std::u16string StartText(const Form& form, const FormRow& row) {
+  if (row.follows == Follows::Nothing || !IsMetric(form)) return row.start;
+  return ConvertedText(row, row.start, kMmPerInch);
 }
 
 bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused) {
@@ -127,7 +119,8 @@ void ConvertForms(bool (*metric)(), double factor) {
       // A control of several rows is converted once, as the row that is shown says.
       if (row.follows == Follows::Nothing || row.id == 0) continue;
       if (RowOfControl(*form, row.id) != static_cast<int>(i)) continue;
-      ConvertField(row, platform::TextOf(row.id), factor);
+      const std::u16string text = platform::TextOf(row.id);
+      if (!text.empty()) platform::SetText(row.id, ConvertedText(row, text, factor));
     }
   }
 }

@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
+#include "app/wells.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -55,11 +56,11 @@ constexpr TextColours kColours[] = {
     {kIdDncBaud, {kBrightAccent, kPanelBackground, true}},
     {kIdPanelHead, {kBrightAccent, kPanelBackground, true}},
     {kIdOutputHead, {kBrightAccent, kPanelBackground, true}},
-    {kIdFeatureName, {kMainText, kOutputBackground, false}},
+    {kIdFeatureName, kWellColours},
     {kIdFeatureHint, {kMainText, kWindowBackground, true}},
-    {kIdOutputLog, {kMainText, kOutputBackground, false}},
-    {kIdInfoPanel, {kMainText, kOutputBackground, false}},
-    {kIdHelpText, {kMainText, kOutputBackground, false}},
+    {kIdOutputLog, kWellColours},
+    {kIdInfoPanel, kWellColours},
+    {kIdHelpText, kWellColours},
     {kIdStatusLine, {kMainText, kWindowBackground, true}},
     {kIdModeList, {kMainText, kInputBackground, false}},
     {kIdFeatureList, {kMainText, kInputBackground, false}},

@@ -9,6 +9,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/wells.h"
 #include "codetools/find_work.h"
 #include "documents/document_commands.h"
 #include "documents/feature_blocks.h"
@@ -137,7 +138,7 @@ void MakeBox() {
   spec.hidden = true;
   platform::MakeControl(spec);
   platform::SetTextLimit(kIdInlineName, kNameMost);
-  platform::SetColours(kIdInlineName, {kMainText, kOutputBackground, false});
+  platform::SetColours(kIdInlineName, kWellColours);
 }
 
 // On the name the first click of the two began a rename, and together they ask for the builder.

@@ -125,6 +125,40 @@ void ExpectSame(const std::vector<double>& again, const std::vector<double>& fie
   }
 }
 
+// A number of up to five digits and six decimals, as a user could type it.
+std::string RandomNumber(std::mt19937& random, bool whole) {
+  std::uniform_int_distribution<int> front(0, 99999);
+  std::uniform_int_distribution<int> decimals(0, 6);
+  std::uniform_int_distribution<int> digit('0', '9');
+  std::string text = std::to_string(front(random));
+  if (whole) return text;
+  if (random() % 2 == 0) text.insert(0, 1, '-');
+  const int count = decimals(random);
+  if (count > 0) text += '.';
+  for (int i = 0; i < count; ++i) text += static_cast<char>(digit(random));
+  return text;
+}
+
+// Fills the page with random values and tells what its numbers are, by the C library's reading.
+void FillForm(const Builder& builder, std::mt19937& random, FormValues& typed) {
+  const unsigned page = morva::PageBit(PageOf(builder));
+  std::set<int> places;
+  for (const FormRow& row : builder.form->rows) {
+    if ((row.pages & page) == 0) continue;
+    if (row.kind == RowKind::Choice && row.choice >= 0) {
+      const int chosen =
+          static_cast<int>(random() % static_cast<unsigned>(platform::RowCount(row.id)));
+      platform::SelectRow(row.id, chosen);
+      typed.choices[row.choice] = chosen;
+    }
+    if ((row.kind != RowKind::Number && row.kind != RowKind::Count) || row.value < 0) continue;
+    EXPECT_TRUE(places.insert(row.value).second) << "two fields in place " << row.value;
+    const std::string text = RandomNumber(random, row.kind == RowKind::Count);
+    platform::SetText(row.id, platform::FromUtf8(text));
+    typed.numbers[row.value] = std::strtod(text.c_str(), nullptr);
+  }
+}
+
 TEST_P(ProgramCases, ReopenWithTheirFieldsAndUpdateInPlace) {
   const std::vector<double> fields = FieldsOf(*builder);
   ASSERT_TRUE(headless::Click(builder->insertKey));
@@ -133,7 +167,9 @@ TEST_P(ProgramCases, ReopenWithTheirFieldsAndUpdateInPlace) {
   if (builder->kind == 0) return;
   const int row = platform::SelectedRow(morva::kIdFeatureList);
   ASSERT_GE(row, 0);
-  morva::StartForm(*builder->form, PageOf(*builder));
+  std::mt19937 random(20260403);
+  FormValues other;
+  FillForm(*builder, random, other);
   morva::Call(morva::hooks.setSurface, static_cast<int>(morva::kSurfaceCode));
   morva::SetMode(morva::kModeHome);
   ASSERT_TRUE(headless::SelectRows(morva::kIdFeatureList, {row}));
@@ -202,40 +238,6 @@ TEST_F(Builders, HaveCasesOfTheirCodeAndOfWhatTheyRefuse) {
     EXPECT_TRUE(!builder->check || refusals.count(words) == 1) << platform::ToUtf8(words);
   }
   EXPECT_GE(count, 1);
-}
-
-// A number of up to five digits and six decimals, as a user could type it.
-std::string RandomNumber(std::mt19937& random, bool whole) {
-  std::uniform_int_distribution<int> front(0, 99999);
-  std::uniform_int_distribution<int> decimals(0, 6);
-  std::uniform_int_distribution<int> digit('0', '9');
-  std::string text = std::to_string(front(random));
-  if (whole) return text;
-  if (random() % 2 == 0) text.insert(0, 1, '-');
-  const int count = decimals(random);
-  if (count > 0) text += '.';
-  for (int i = 0; i < count; ++i) text += static_cast<char>(digit(random));
-  return text;
-}
-
-// Fills the page with random values and tells what its numbers are, by the C library's reading.
-void FillForm(const Builder& builder, std::mt19937& random, FormValues& typed) {
-  const unsigned page = morva::PageBit(PageOf(builder));
-  std::set<int> places;
-  for (const FormRow& row : builder.form->rows) {
-    if ((row.pages & page) == 0) continue;
-    if (row.kind == RowKind::Choice && row.choice >= 0) {
-      const int chosen =
-          static_cast<int>(random() % static_cast<unsigned>(platform::RowCount(row.id)));
-      platform::SelectRow(row.id, chosen);
-      typed.choices[row.choice] = chosen;
-    }
-    if ((row.kind != RowKind::Number && row.kind != RowKind::Count) || row.value < 0) continue;
-    EXPECT_TRUE(places.insert(row.value).second) << "two fields in place " << row.value;
-    const std::string text = RandomNumber(random, row.kind == RowKind::Count);
-    platform::SetText(row.id, platform::FromUtf8(text));
-    typed.numbers[row.value] = std::strtod(text.c_str(), nullptr);
-  }
 }
 
 void ExpectRecordToStay(const Builder& builder, std::mt19937& random) {

@@ -30,7 +30,7 @@ inline constexpr FormRow kRows[] = {
      .follows = Follows::Length, .value = kDepthNumber},
     {.id = kFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = Follows::Length,
      .decimals = 2, .value = kFeedNumber},
-    {.kind = RowKind::View, .id = kPicture, .name = u"Groove", .start = u"GroovePicture",
+    {.kind = RowKind::View, .id = kPicture, .name = u"Groove", .className = u"GroovePicture",
      .least = 120},
     {.kind = RowKind::Keys, .keys = {kInsert}},
 };
@@ -80,7 +80,6 @@ inline void Join() {
     if (PanelAt(i).mode == kModeShapes) PanelAt(i).make();
   }
   SetMode(kModeShapes);
-  StartForm(kForm);
 }
 
 }  // namespace support::groove

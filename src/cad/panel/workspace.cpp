@@ -83,7 +83,7 @@ void MakeDrawingTabs() {
   name.parent = kViewCad;
   name.hidden = true;
   platform::MakeControl(name);
-  platform::SetColours(name.id, {kMainText, kOutputBackground, false});
+  platform::SetColours(name.id, kWellColours);
   platform::SetTextLimit(name.id, kDrawingNameUnits - 1);
 }
 
@@ -116,7 +116,7 @@ void MakeSizeBoxes() {
     box.parent = kViewCad;
     box.hidden = true;
     platform::MakeControl(box);
-    platform::SetColours(id, {kMainText, kOutputBackground, false});
+    platform::SetColours(id, kWellColours);
     platform::SetTextLimit(id, kFieldUnits - 1);
   }
   MakeKey(kIdCadCreateTyped);

@@ -113,7 +113,6 @@ TEST_F(EveryForm, GivesBackItsTextsAfterASwitchToMillimetresAndBack) {
   OnEveryPage([&](const Form& form, int page) {
     if (!form.metric) return;
     PlaceForm(form, Rect{0, 0, 326, 840}, page);
-    StartForm(form, page);
     ConvertForms(form.metric, 25.4);
     ConvertForms(form.metric, 1 / 25.4);
     for (std::size_t i = 0; i < form.rows.size(); ++i) {

@@ -38,6 +38,7 @@ enum : int {
   kNote,
   kList,
   kLog,
+  kLow,
   kFirstKey,
   kSecondKey,
   kEndKey,
@@ -62,14 +63,17 @@ constexpr FormRow kRows[] = {
      .value = 1, .pages = PageBit(2)},
     {.kind = RowKind::Count, .id = kCount, .label = u"Count", .start = u"6", .fallback = 6, .value = 2,
      .pages = PageBit(0)},
-    {.kind = RowKind::Words, .id = kName, .label = u"Name", .words = 0, .pages = PageBit(0),
-     .limit = 5, .keys = {kEndKey}, .shares = {60}},
+    {.kind = RowKind::Words, .id = kName, .label = u"Name", .words = 0,
+     .pages = PageBit(0) | PageBit(3), .limit = 5, .keys = {kEndKey}, .keyPages = PageBit(0),
+     .shares = {60}},
     {.kind = RowKind::Choice, .id = kItem, .label = u"Item", .choice = 1, .pages = PageBit(0),
      .rows = kItems, .chosen = 1},
     {.kind = RowKind::Note, .id = kNote, .label = u"A note of a few words", .pages = PageBit(0)},
     {.kind = RowKind::List, .id = kList, .label = u"Rows", .pages = PageBit(1), .least = 60},
     {.kind = RowKind::Log, .id = kLog, .name = u"Help", .pages = PageBit(1), .height = 50,
      .yields = true},
+    {.kind = RowKind::List, .id = kLow, .name = u"Low", .pages = PageBit(3) | PageBit(4),
+     .height = 40, .least = 60, .fillPages = PageBit(4)},
     {.kind = RowKind::Keys, .keys = {kFirstKey, kSecondKey}, .shares = {60, 40}},
 };
 // clang-format on
@@ -141,6 +145,19 @@ TEST_F(FormStage, PutsAKeyAtTheEndOfItsField) {
   const Rect field = PlaceOf(kName);
   EXPECT_EQ(PlaceOf(kEndKey), (Rect{140, field.top, 200, field.bottom}));
   EXPECT_EQ(field.right, 136);
+}
+
+// Page 3 has the name without its key and the list at its height, page 4 the list as high as it
+// can be: 300 less the keys' 26 and a gap of 4.
+TEST_F(FormStage, LetsARowHaveItsKeysOrFillOnSomePagesOnly) {
+  PlaceForm(kForm, {0, 0, 200, 300}, 0);
+  EXPECT_TRUE(platform::IsVisible(kEndKey));
+  PlaceForm(kForm, {0, 0, 200, 300}, 3);
+  EXPECT_FALSE(platform::IsVisible(kEndKey));
+  EXPECT_EQ(PlaceOf(kName).right, 200);
+  EXPECT_EQ(platform::RectHeight(PlaceOf(kLow)), 40);
+  PlaceForm(kForm, {0, 0, 200, 300}, 4);
+  EXPECT_EQ(PlaceOf(kLow), (Rect{0, 0, 200, 270}));
 }
 
 // 400 high: the list has 400 less 20 for its label, 50 and 26 of the others and two gaps of 4.
@@ -225,14 +242,15 @@ TEST_F(FormStage, ShowsWhatItRead) {
   EXPECT_EQ(platform::SelectedRow(kItem), 1);
 }
 
-TEST_F(FormStage, StartsAPageInItsUnit) {
-  MakeForm(kForm);
-  StartForm(kForm, 0);
-  EXPECT_EQ(platform::TextOf(kSize), u"0.5");
+TEST_F(FormStage, StartsInTheUnitThatItIsMadeIn) {
   metric = true;
-  StartForm(kForm, 2);
-  EXPECT_EQ(platform::TextOf(kSize), u"25.400");
+  MakeForm(kForm);
+  EXPECT_EQ(platform::TextOf(kSize), u"12.700");
   EXPECT_EQ(platform::TextOf(kCount), u"6");
+  // What is typed stays when the form is brought up again.
+  platform::SetText(kSize, u"3");
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  EXPECT_EQ(platform::TextOf(kSize), u"3");
 }
 
 // The size field belongs to two rows and is converted once.
@@ -249,6 +267,10 @@ TEST_F(FormStage, AnswersEnterAndEscape) {
   PlaceForm(kForm, {0, 0, 200, 600}, 0);
   platform::KeyEvent enter;
   enter.key = platform::kKeyEnter;
+  EXPECT_TRUE(FormKey(kSize, enter));
+  EXPECT_EQ(pressed, kFirstKey);
+  pressed = 0;
+  enter.shift = true;
   EXPECT_TRUE(FormKey(kSize, enter));
   EXPECT_EQ(pressed, kFirstKey);
   EXPECT_FALSE(FormKey(kCount, enter));
@@ -282,8 +304,9 @@ TEST_F(FormStage, FramesItsWellsAndTheOneWithTheKeyboardBright) {
 TEST_F(FormStage, OrdersItsControlsAsTheyStandAndEachOnce) {
   int ids[16];
   const int count = FormOrder(kForm, ids, 16);
-  const int expected[] = {kSize, kCount, kName, kEndKey, kItem, kList, kLog, kFirstKey, kSecondKey};
-  ASSERT_EQ(count, 9);
+  const int expected[] = {kSize, kCount, kName, kEndKey,   kItem,
+                          kList, kLog,   kLow,  kFirstKey, kSecondKey};
+  ASSERT_EQ(count, 10);
   for (int i = 0; i < count; ++i) EXPECT_EQ(ids[i], expected[i]) << i;
   EXPECT_EQ(FormOrder(kForm, ids, 3), 3);
 }
