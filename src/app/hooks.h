@@ -17,8 +17,6 @@ namespace morva {
 struct Hooks {
   // documents: copies editorDirty into the active record, relabels its tab button.
   void (*titleChanged)() = nullptr;
-  // documents
-  void (*openFirstTab)() = nullptr;
   // simulator
   void (*rebuildToolpath)() = nullptr;
   // simulator: zoom 1, no pan, repainted.
@@ -29,7 +27,6 @@ struct Hooks {
   void (*layout)() = nullptr;
   void (*setMode)(int mode) = nullptr;
   void (*setSurface)(int surface) = nullptr;
-  void (*makeControls)() = nullptr;
   // shell: one row as every list looks, its text from `left` pixels on; icon_names.h, centred.
   void (*drawListRow)(const platform::DrawState& state, int left, std::u16string_view text,
                       std::uint32_t colour, platform::Canvas& canvas) = nullptr;
@@ -45,8 +42,6 @@ struct Hooks {
   // codetools: completion list refreshed; hidden and reset.
   void (*refreshCompletion)() = nullptr;
   void (*hideCompletion)() = nullptr;
-  // builders: captions of the insert keys, after the link to a block under edit changed.
-  void (*refreshBuilderKeys)() = nullptr;
   // dnc: a log box of the setup panel that takes DNC events; false when it does not exist.
   bool (*setupPanelLog)(const char16_t* text) = nullptr;
 };

@@ -60,7 +60,7 @@ inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a p
 inline constexpr int kMaxPicturePoints = 131072; // corners of its paths; as above
 inline constexpr int kMaxPictureArcs = 32768;    // circles, ellipses and single arcs; as above
 inline constexpr int kMaxPictureLabels = 1400;   // 900 of dimensions, 400 of features and the rest; as above
-inline constexpr int kMaxBuilderText = 131072;   // units of a builder's code unless it asks for more; what is beyond is left out
+inline constexpr int kMaxBuilderText = 131072;   // units of a builder's code unless it asks for more: "The code is larger than 131072 characters. Nothing was inserted."
 inline constexpr int kMaxArcChords = 4096;       // of one arc, enough up to a radius of half a million pixels; a larger one shows corners
 
 // Transfers.

@@ -1,12 +1,9 @@
 #include "documents/builder.h"
 
-#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
-#include "app/commands.h"
 #include "app/hooks.h"
-#include "app/join_table.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -16,6 +13,7 @@
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -24,9 +22,6 @@ namespace {
 constexpr int kRecordDecimals = 6;  // of numbers that come from a record
 
 static_assert(kMaxFormNumbers == kSettingsValues);
-
-const Builder* builders[kMaxBuilders];
-JoinTable builderFill{u"builders", kMaxBuilders};
 
 int PageOf(const Builder& builder) { return builder.page ? builder.page() : 0; }
 
@@ -37,9 +32,10 @@ int ReadBuilder(const Builder& builder, Reading reading, FormValues& values) {
   return refused;
 }
 
-void Refuse(const Refusal& refusal) {
+void Refuse(const Builder& builder, const Refusal& refusal) {
   if (refusal.words[0]) {
-    platform::ShowBox(refusal.title, refusal.words, platform::BoxButtons::Ok, refusal.icon);
+    const char16_t* title = refusal.title[0] ? refusal.title : builder.title;
+    platform::ShowBox(title, refusal.words, platform::BoxButtons::Ok, refusal.icon);
   }
   if (refusal.field == 0) return;
   platform::SetFocusTo(refusal.field);
@@ -49,31 +45,31 @@ void Refuse(const Refusal& refusal) {
 bool Passes(const Builder& builder, const FormValues& values, int unread) {
   Refusal refusal;
   if (builder.check ? builder.check(values, unread, refusal) : unread < 0) return true;
-  Refuse(refusal);
+  Refuse(builder, refusal);
+  return false;
+}
+
+// A part of a program must not stand for the whole.
+bool IsWhole(const Builder& builder, const CodeWriter& out) {
+  if (!out.full) return true;
+  const std::u16string words = u"The code is larger than " +
+                               IntegerText(static_cast<std::int64_t>(out.most)) +
+                               u" characters. Nothing was inserted.";
+  Refuse(builder, {.words = words.c_str()});
   return false;
 }
 
 bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
-  if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code);
+  if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code, builder.asksWhere);
   InsertTextAtCaret(code, true);
   return true;
 }
 
-void ShowCaptions() {
-  for (int i = 0; i < builderFill.count; ++i) {
-    const Builder& builder = *builders[i];
-    const bool update = builder.kind != 0 && editLink.kind == builder.kind;
-    ShowWords(builder.insertKey, update);
-    Call(builder.linked);
-  }
-}
-
 void OnInsertKey(int id, int) {
-  for (int i = 0; i < builderFill.count; ++i) {
-    if (builders[i]->insertKey == id) {
-      InsertFromBuilder(*builders[i]);
-      return;
-    }
+  for (int i = 0; const Builder* builder = BuilderAt(i); ++i) {
+    if (builder->insertKey != id) continue;
+    InsertFromBuilder(*builder);
+    return;
   }
 }
 
@@ -82,6 +78,7 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   panel.spot = PanelSpot::RightBody;
   panel.mode = builder.mode;
   panel.make = calls.make;
+  panel.heightAboveView = builder.heightAboveView;
   panel.place = calls.place;
   panel.hide = calls.hide;
   panel.helpBelow = builder.helpBelow;
@@ -94,17 +91,34 @@ void JoinViews(const Builder& builder, const BuilderCalls& calls) {
     Handlers view;
     view.id = row.id;
     view.paint = calls.paint;
+    if (builder.pressed) view.pointer = calls.pointer;
     RegisterHandlers(view);
   }
+}
+
+Picture picture;  // of the builder that was drawn last
+
+// What the fields say now, fitted into the area.
+PictureView DrawBuilder(const Builder& builder, const platform::Rect& area) {
+  FormValues values;
+  ReadBuilder(builder, Reading::Lax, values);
+  ClearPicture(picture, values.metric);
+  builder.draw(values, picture);
+  return FitPicture(picture, area);
+}
+
+// The view that shows the picture, 0 for none.
+int PictureOf(const Form& form) {
+  for (const FormRow& row : form.rows) {
+    if (row.kind == RowKind::View && platform::IsVisible(row.id)) return row.id;
+  }
+  return 0;
 }
 
 }  // namespace
 
 void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
-  // Rooms are joined anew after a reset, which clears the other tables.
-  const auto end = builders + builderFill.count;
-  if (std::find(builders, end, &builder) == end) builders[NextRow(builderFill)] = &builder;
-  hooks.refreshBuilderKeys = ShowCaptions;
+  AddBuilder(builder);
   RegisterForm(*builder.form);
   RegisterCommand(RouterStage::Builder, builder.insertKey, platform::kNotifyClick, OnInsertKey);
   if (builder.kind != 0) {
@@ -122,7 +136,8 @@ bool InsertFromBuilder(const Builder& builder) {
   CodeWriter out;
   out.most = builder.room ? builder.room(values) : kMaxBuilderText;
   builder.write(values, out);
-  // In another program the block under edit becomes a new one.
+  if (!IsWhole(builder, out)) return false;
+  // If the picker chose another program, the block is new, not an update.
   const std::uint64_t source = ActiveSerial();
   const bool linked =
       builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
@@ -154,6 +169,7 @@ bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
   if (builder.loadItems && !builder.loadItems(record)) return false;
   FormValues values;
   values.metric = record.metric != 0;
+  if (builder.form->takeUnit) builder.form->takeUnit(values.metric);
   const std::int32_t choices[] = {record.a, record.b, record.c};
   for (int i = 0; i < 3; ++i) values.choices[i] = choices[i];
   for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
@@ -166,20 +182,23 @@ void PlaceBuilder(const Builder& builder, const platform::Rect& area) {
 }
 
 void PaintBuilder(const Builder& builder, platform::Canvas& canvas) {
-  static Picture picture;
   const platform::Rect area = platform::CanvasArea(canvas);
   platform::FillArea(canvas, area, kOutputBackground);
-  FormValues values;
-  ReadBuilder(builder, Reading::Lax, values);
-  ClearPicture(picture, values.metric);
-  builder.draw(values, picture);
-  PaintPicture(canvas, picture, FitPicture(picture, area));
+  const PictureView view = DrawBuilder(builder, area);
+  PaintPicture(canvas, picture, view);
 }
 
-const Builder* BuilderAt(int index) {
-  return index < builderFill.count ? builders[index] : nullptr;
+bool PressBuilder(const Builder& builder, const platform::PointerEvent& event) {
+  if (event.action != platform::PointerAction::Press ||
+      event.button != platform::PointerButton::Left) {
+    return false;
+  }
+  const int id = PictureOf(*builder.form);
+  const platform::Rect place = platform::PlaceOf(id);
+  const PictureView view = DrawBuilder(builder, {0, 0, RectWidth(place), RectHeight(place)});
+  builder.pressed(PartAt(picture, view, event.x, event.y));
+  platform::Repaint(id);
+  return true;
 }
-
-void ResetBuilders() { builderFill.count = 0; }
 
 }  // namespace morva

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/hooks.h"
+#include "documents/builder_table.h"
 
 namespace morva {
 
@@ -12,7 +12,7 @@ void SetEditLink(EditLink link) { editLink = std::move(link); }
 
 void DropEditLink() {
   editLink = EditLink();
-  Call(hooks.refreshBuilderKeys);
+  ShowBuilderKeys(0);
 }
 
 }  // namespace morva

@@ -9,6 +9,7 @@
 #include "app/outlets.h"
 #include "app/stop.h"
 #include "documents/block_text.h"
+#include "documents/builder_table.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_marks.h"
@@ -173,7 +174,7 @@ void OpenBuilder(std::u16string_view text, int row) {
     DropEditLink();
     return;
   }
-  Call(hooks.refreshBuilderKeys);
+  ShowBuilderKeys(record.kind);
   ShowFeatureHint(u"Editing existing block. Update replaces it; New unlinks.");
 }
 

@@ -197,7 +197,7 @@ void SetSettingsWriter(int kind, SettingsWriter writer) {
 
 void SetDestinationPicker(DestinationPicker chosen) { picker = chosen; }
 
-bool InsertFeatureBlock(int kind, std::u16string_view code) {
+bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   AutoTagBlocks();
   FeatureSettings record;
   if (!StoreModel(kind, code, record)) {
@@ -208,7 +208,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code) {
     return false;
   }
   Destination destination = Destination::Caret;
-  if ((kind == kKindSketch || kind == kKindPlate) && picker) destination = picker(kind);
+  if (asksWhere && picker) destination = picker(kind);
   if (destination == Destination::Cancelled) return false;
   AutoTagBlocks();
   if (app.commandWordsActive) Call(hooks.editorFromWords);

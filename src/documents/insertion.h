@@ -17,15 +17,15 @@ namespace morva {
 using SettingsWriter = bool (*)(FeatureSettings& record);
 void SetSettingsWriter(int kind, SettingsWriter writer);
 
-// Where a block of kind 4 or 5 goes. `placed` is set when the caret stands where the block
-// must go, so that it is not moved out of a surrounding block.
+// Where the user wants a block. Placed: the caret stands where the block must go, so that it is
+// not moved out of a surrounding block.
 enum class Destination { Cancelled, Caret, Placed };
 using DestinationPicker = Destination (*)(int kind);
 void SetDestinationPicker(DestinationPicker picker);  // null: the caret is accepted
 
-// The block with this code at the caret, or in place of the block under edit. False: nothing
-// changed, and the user was told why.
-bool InsertFeatureBlock(int kind, std::u16string_view code);
+// The block with this code at the caret, or in place of the block under edit; with `asksWhere`
+// where the picker says. False: nothing changed, and the user was told why.
+bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
 // line. Undoable; empty text does nothing.
 void InsertTextAtCaret(std::u16string_view text, bool asBlock);

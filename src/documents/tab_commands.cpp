@@ -245,8 +245,6 @@ void SaveAsFromMenu(int, int) {
   WriteProgramInformation();
 }
 
-void OpenFirstTab() { SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC")); }
-
 struct Answer {
   int first;
   int last;
@@ -291,7 +289,6 @@ bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(kProgramChord
 void RegisterDocumentCommands() {
   AddCommands(DocumentCommands());
   hooks.titleChanged = TabTitleChanged;
-  hooks.openFirstTab = OpenFirstTab;
   for (const Answer& row : kAnswers) {
     RegisterCommand(RouterStage::Click, row.first, row.last, 0, row.handler);
   }

@@ -6,6 +6,8 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
+#include "documents/builder_table.h"
+#include "documents/edit_link.h"
 #include "documents/program_information.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -135,7 +137,7 @@ void BringUp(int surface) {
   }
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   Call(hooks.hideCompletion);
-  Call(hooks.refreshBuilderKeys);
+  ShowBuilderKeys(editLink.kind);
   platform::Repaint(platform::kMainWindow);
 }
 

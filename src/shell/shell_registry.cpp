@@ -85,7 +85,6 @@ void RegisterShellCommands() {
   hooks.layout = Layout;
   hooks.setMode = SetMode;
   hooks.setSurface = SetSurface;
-  hooks.makeControls = MakeMainControls;
   hooks.drawListRow = DrawListRow;
   hooks.drawIcon = DrawIcon;
   const int click = platform::kNotifyClick;

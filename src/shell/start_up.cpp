@@ -22,7 +22,7 @@
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
-#include "documents/builder.h"
+#include "documents/builder_table.h"
 #include "documents/destination.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
@@ -226,6 +226,8 @@ void JoinRooms() {
   ClearPanels();
   ClearSurfaces();
   ResetCommandWords();
+  ResetForms();
+  ResetBuilders();
   RegisterDocumentCommands();
   RegisterFeatureCommands();
   RegisterDestinationPicker();
@@ -307,6 +309,8 @@ void ResetApplication() {
   ResetShapeLibrary();
   ResetInlineRename();
   ResetShell();
+  ResetForms();
+  ResetBuilders();
   ResetAppState();
 }
 

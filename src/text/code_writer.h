@@ -1,7 +1,8 @@
 // The program text under way: bounded, line ends CR LF, numbers as FormatFixed writes them.
 //
 // A piece that does not fit is kept up to the last unit that has room, and everything behind it
-// is left out. `full` then stands, so that the writer of a program can tell it once, at the end.
+// is left out. `full` then stands, so that who puts it into a program can refuse it, once, at the
+// end.
 #pragma once
 
 #include <cstddef>

@@ -37,7 +37,6 @@ constexpr double kShownAgain = 5e-7;  // a record's numbers come into the form w
 
 struct Builders : support::Workbench {
   void SetUp() override {
-    morva::ResetBuilders();
     support::Workbench::SetUp();
     // A builder that asks where its block goes is told: at the caret.
     morva::SetDestinationPicker(nullptr);
@@ -265,6 +264,30 @@ TEST_F(Builders, KeepRandomValuesThroughRecordAndForm) {
     ASSERT_TRUE(morva::StoreBuilder(*builder, record));
     ASSERT_TRUE(morva::OpenBuilder(*builder, record));
     for (int i = 0; i < 200 && !HasFailure(); ++i) ExpectRecordToStay(*builder, random);
+  }
+}
+
+// A record in millimetres must not come back as so many inches, nor the other way round.
+TEST_F(Builders, OpenARecordInItsUnit) {
+  std::mt19937 random(1);
+  support::groove::Join();
+  for (int n = 0; const Builder* builder = morva::BuilderAt(n); ++n) {
+    if (builder->kind == 0 || !builder->form->metric) continue;
+    SCOPED_TRACE(platform::ToUtf8(morva::WordsOf(builder->insertKey)));
+    FeatureSettings record;
+    ASSERT_TRUE(morva::StoreBuilder(*builder, record));
+    ASSERT_TRUE(morva::OpenBuilder(*builder, record));
+    FormValues typed;
+    FillForm(*builder, random, typed);
+    ASSERT_TRUE(morva::StoreBuilder(*builder, record));
+    for (const int metric : {1, 0, 1}) {
+      record.metric = metric;
+      ASSERT_TRUE(morva::OpenBuilder(*builder, record));
+      EXPECT_EQ(builder->form->metric(), metric != 0);
+      std::vector<unsigned char> bytes(morva::kSettingsBytes);
+      morva::WriteSettings(record, bytes.data());
+      EXPECT_EQ(BytesOf(*builder), bytes);
+    }
   }
 }
 

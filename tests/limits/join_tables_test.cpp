@@ -12,7 +12,7 @@
 #include "app/router.h"
 #include "app/stop.h"
 #include "app/surfaces.h"
-#include "documents/builder.h"
+#include "documents/builder_table.h"
 #include "forms/form.h"
 #include "forms/sheet.h"
 #include "library/shapes.h"
@@ -140,18 +140,9 @@ TEST(JoinTablesDeathTest, GroundsOfFormsThatScroll) {
 
 TEST(JoinTablesDeathTest, Builders) {
   static_assert(kMaxBuilders == 16 && kMaxBuilderText == 131072);
-  static Form form;
   static Builder builders[kMaxBuilders + 1];
-  const auto add = [](int i) {
-    builders[i].form = &form;
-    builders[i].insertKey = 50000 + i;
-    JoinBuilder(builders[i], {});
-  };
-  StopsBeyond(kMaxBuilders, u"builders", add, [] {
-    ResetBuilders();
-    ResetForms();
-    ClearCommands();
-  });
+  StopsBeyond(
+      kMaxBuilders, u"builders", [](int i) { AddBuilder(builders[i]); }, ResetBuilders);
 }
 
 TEST(JoinTablesDeathTest, ListsOfShapes) {

@@ -36,13 +36,15 @@ inline constexpr FormRow kRows[] = {
 };
 // clang-format on
 inline constexpr FormLook kLook{};
-inline constexpr Form kForm{.look = &kLook, .rows = kRows, .metric = UnitsMetric};
+inline constexpr Form kForm{
+    .look = &kLook, .rows = kRows, .metric = UnitsMetric, .takeUnit = SetUnits};
 
 inline double Reach(const FormValues& v) {
   return v.choices[0] == 0 ? -v.numbers[kWidthNumber] : v.numbers[kWidthNumber];
 }
 inline bool Check(const FormValues& v, int, Refusal& refusal) {
-  refusal = {u"Groove", u"Enter a positive feed.", platform::BoxIcon::Warning, kFeed};
+  refusal.words = u"Enter a positive feed.";
+  refusal.field = kFeed;
   return v.numbers[kFeedNumber] > 0;
 }
 inline void Write(const FormValues& v, CodeWriter& out) {
@@ -64,8 +66,10 @@ inline void Draw(const FormValues& v, Picture& picture) {
 }
 // A kind and a mode that have no builder yet lend it their places in the tables.
 inline constexpr Builder kBuilder{.kind = kKindShape,
+                                  .title = u"Groove",
                                   .form = &kForm,
                                   .mode = kModeShapes,
+                                  .heightAboveView = 400,
                                   .insertKey = kInsert,
                                   .logged = u"Groove inserted.",
                                   .check = Check,

@@ -46,7 +46,7 @@ struct ProgramStage : public Stage {
     morva::RegisterDocumentCommands();
     platform::ListenTo(&ProgramEvents());
     if (dataDirectory) morva::FindDataDirectory();
-    morva::Call(morva::hooks.openFirstTab);
+    morva::SwitchTab(morva::OpenTab(u"", u"", u"Untitled-1.NC"));
     headless::TakeBoxes();
   }
   ~ProgramStage() override { morva::ResetDocuments(); }

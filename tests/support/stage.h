@@ -23,6 +23,8 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/surfaces.h"
+#include "documents/builder_table.h"
+#include "forms/form.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/events.h"
@@ -120,6 +122,8 @@ struct Stage : public ::testing::Test {
     morva::ClearCommands();
     morva::ClearPanels();
     morva::ClearSurfaces();
+    morva::ResetForms();
+    morva::ResetBuilders();
     HandInWords();
     MakeStageControls();
   }
@@ -131,6 +135,8 @@ struct Stage : public ::testing::Test {
     morva::ClearCommands();
     morva::ClearPanels();
     morva::ClearSurfaces();
+    morva::ResetForms();
+    morva::ResetBuilders();
     headless::Reset(home);
     std::error_code ignored;
     fs::remove_all(folder, ignored);

@@ -63,7 +63,6 @@ std::size_t RoomForCode(const FormValues& /*values*/) {
 }
 
 bool Check(const FormValues& values, int /*unread*/, Refusal& refusal) {
-  refusal.title = u"Custom Shape Editor";
   if (sketch.objectCount < 1) {
     refusal.words = u"Draw at least one object first.";
     refusal.icon = platform::BoxIcon::Information;
@@ -125,9 +124,11 @@ int CutDataPage() { return kPanelCutData; }
 
 constexpr Builder kSketchBuilder{
     .kind = kKindSketch,
+    .title = u"Custom Shape Editor",
     .form = &kCadForm,
     .page = CutDataPage,
     .insertKey = kIdCadGenerate,
+    .asksWhere = true,
     .logged =
         u"Custom Shape Editor geometry inserted into active program. Verify work offset, "
         u"cutter compensation, stock, and clearances.",

@@ -5,6 +5,7 @@
 #include "app/panels.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
+#include "documents/builder_table.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "unit/cad/cad_stage.h"
@@ -88,7 +89,8 @@ TEST_F(ReopenedBlock, IsUnlinkedByThatUndoSoThatUpdateCannotReplaceItByTheFormer
   Add(kTypeLine, 0, 0, 5);
   static int refreshed = 0;
   Reopen(row);
-  hooks.refreshBuilderKeys = [] { ++refreshed; };
+  static const Builder listening{.linked = [] { ++refreshed; }};
+  AddBuilder(listening);
   refreshed = 0;
   SketchUndo();
   EXPECT_EQ(editLink.kind, 0);

@@ -53,6 +53,7 @@ TEST_F(MadeUpBuilder, RefusesAndChangesNothing) {
   headless::Click(kInsert);
   const auto boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Groove");
   EXPECT_EQ(boxes[0].text, u"Enter a positive feed.");
   EXPECT_EQ(Text(), before);
   EXPECT_EQ(platform::FocusedId(), kFeed);
@@ -98,6 +99,64 @@ TEST_F(MadeUpBuilder, KeepsItsRecordThroughTheForm) {
   }
 }
 
+TEST_F(MadeUpBuilder, MayShowTheToolpathViewWithItsPanel) {
+  ASSERT_TRUE(platform::IsVisible(kViewToolpath));
+  const platform::Rect view = platform::PlaceOf(kViewToolpath);
+  for (const int id : {kSide, kWidth, kHoles, kDepth, kFeed, kPicture, kInsert}) {
+    const platform::Rect place = platform::PlaceOf(id);
+    EXPECT_TRUE(place.bottom <= view.top || place.left >= view.right) << id;
+  }
+}
+
+constexpr int kOtherKey = kInsert + 1;
+constexpr int kLevelPart = 5;
+int pressedPart = 0;
+// One level line, which lies in the middle of the view.
+void DrawLevel(const FormValues&, Picture& picture) {
+  AddLine(picture, {0, 0}, {2, 0}, Ink::Feature, kLevelPart);
+}
+constexpr Builder kPressedBuilder{.form = &kForm,
+                                  .insertKey = kOtherKey,
+                                  .write = Write,
+                                  .draw = DrawLevel,
+                                  .pressed = [](int part) { pressedPart = part; }};
+
+TEST_F(MadeUpBuilder, TellsWhichPartOfItsPictureWasPressed) {
+  RegisterBuilder<kPressedBuilder>();
+  const platform::Rect place = platform::PlaceOf(kPicture);
+  platform::PointerEvent press;
+  press.action = platform::PointerAction::Press;
+  press.button = platform::PointerButton::Right;
+  press.x = platform::RectWidth(place) / 2;
+  press.y = platform::RectHeight(place) / 2;
+  pressedPart = 0;
+  headless::Pointer(kPicture, press);
+  EXPECT_EQ(pressedPart, 0);
+  press.button = platform::PointerButton::Left;
+  headless::Pointer(kPicture, press);
+  EXPECT_EQ(pressedPart, kLevelPart);
+  press.y = 2;
+  headless::Pointer(kPicture, press);
+  EXPECT_EQ(pressedPart, kNoPart);
+}
+
+// A record in millimetres must not come back as so many inches.
+TEST_F(MadeUpBuilder, ReopensABlockOfTheOtherUnitInTheUnitOfTheBlock) {
+  SetUnits(true);
+  platform::SetText(kWidth, u"50");
+  platform::SetText(kFeed, u"300");
+  headless::Click(kInsert);
+  EXPECT_NE(Text().find(u"G01 X-50.000 F300.0"), std::u16string::npos);
+  SetUnits(false);
+  headless::Click(kIdFeatureEdit);
+  EXPECT_TRUE(UnitsMetric());
+  EXPECT_EQ(platform::TextOf(kWidth), u"50.000000");
+  headless::Click(kInsert);
+  EXPECT_NE(Text().find(u"G01 X-50.000 F300.0"), std::u16string::npos);
+  EXPECT_NE(Text().find(u"(GROOVE)\r\nG21"), std::u16string::npos);
+  EXPECT_EQ(Text().find(u"(GROOVE)\r\nG20"), std::u16string::npos);
+}
+
 TEST_F(MadeUpBuilder, DrawsWhatTheFieldsSay) {
   std::vector<double> lines[2];
   for (int i = 0; i < 2; ++i) {
@@ -118,6 +177,35 @@ TEST_F(MadeUpBuilder, FollowsTheUnitOfTheApplication) {
   FeatureSettings record;
   StoreBuilder(kBuilder, record);
   EXPECT_EQ(record.metric, 1);
+}
+
+TEST_F(MadeUpBuilder, IsGoneOnceRoomsAreJoinedAnew) {
+  ResetApplication();
+  headless::Reset(platform::FromUtf8(home_.string()));
+  ASSERT_EQ(StartApplication(), 0);
+  for (int i = 0; const Builder* builder = BuilderAt(i); ++i) EXPECT_NE(builder, &kBuilder);
+  for (int i = 0; const Form* form = FormAt(i); ++i) EXPECT_NE(form, &kForm);
+}
+
+// Plain text of as many units as the field says.
+void WriteMuch(const FormValues& v, CodeWriter& out) {
+  Put(out, std::u16string(static_cast<std::size_t>(v.numbers[kWidthNumber]), u'G'));
+}
+constexpr Builder kLongBuilder{.title = u"Groove", .form = &kForm, .write = WriteMuch};
+
+TEST_F(MadeUpBuilder, RefusesCodeThatFindsNoRoomInsteadOfCuttingIt) {
+  const std::u16string before = Text();
+  platform::SetText(kWidth, u"131073");
+  headless::TakeBoxes();
+  EXPECT_FALSE(InsertFromBuilder(kLongBuilder));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Groove");
+  EXPECT_EQ(boxes[0].text, u"The code is larger than 131072 characters. Nothing was inserted.");
+  EXPECT_EQ(Text(), before);
+  platform::SetText(kWidth, u"131072");
+  EXPECT_TRUE(InsertFromBuilder(kLongBuilder));
+  EXPECT_NE(Text().find(std::u16string(131072, u'G')), std::u16string::npos);
 }
 
 }  // namespace

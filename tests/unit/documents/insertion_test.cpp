@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/stop.h"
+#include "documents/builder_table.h"
 #include "unit/documents/block_builder.h"
 #include "unit/documents/blocks_stage.h"
 
@@ -324,13 +325,13 @@ Destination PickCancel(int kind) {
   return Destination::Cancelled;
 }
 
-TEST_F(InsertBlock, AsksForADestinationForSketchesAndPlatesOnly) {
+TEST_F(InsertBlock, AsksForADestinationWhereItIsToldTo) {
   SetDestinationPicker(PickCancel);
   picked = 0;
-  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
   EXPECT_EQ(picked, 0);
   const std::u16string before = Text();
-  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(picked, kKindSketch);
   EXPECT_EQ(Text(), before);
   EXPECT_TRUE(headless::TakeBoxes().empty());
@@ -340,7 +341,7 @@ TEST_F(InsertBlock, RefusesUnstorableSettingsBeforeThePicker) {
   SetDestinationPicker(PickCancel);
   SetSettingsWriter(kKindSketch, WriteNothing);
   picked = 0;
-  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(picked, 0);
 }
 
@@ -352,7 +353,7 @@ TEST_F(InsertBlock, GoesInAtTheStartOfThePickedBlocksLine) {
     CaretAt(u"(MORVA TEXT 2)");
     return Destination::Placed;
   });
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), u"%\r\n" + first + u"\r\n" + GeneratedBlock(3, kKindSketch) + u"\r\n" + second +
                         u"\r\n%");
   EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
@@ -365,7 +366,7 @@ TEST_F(InsertBlock, GoesInBehindTheLastBlockAtTheLastPosition) {
     CaretAt(u"(MORVA END 1)");
     return Destination::Placed;
   });
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), u"%\r\n" + first + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n%");
 }
 
@@ -377,7 +378,7 @@ TEST_F(InsertBlock, StartsALineWhereThePickedBlockFollowsAnotherDirectly) {
     CaretAt(u"(MORVA END 1)");
     return Destination::Placed;
   });
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(3, kKindSketch) + u"\r\n" + second);
 }
 
@@ -385,7 +386,7 @@ TEST_F(InsertBlock, AcceptsTheCaretWithoutAPicker) {
   const std::u16string first = UserBlock(1, u"G0");
   Load(first + u"\r\n%");
   Caret(0);
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n%");
 }
 
@@ -416,8 +417,9 @@ TEST_F(InsertBlock, UpdatesInPlaceAndKeepsIdAndName) {
   Link(kKindSketch, 6);
   static int keysRefreshed;
   keysRefreshed = 0;
-  hooks.refreshBuilderKeys = [] { ++keysRefreshed; };
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  static const Builder listening{.linked = [] { ++keysRefreshed; }};
+  AddBuilder(listening);
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), before + GeneratedBlock(6, kKindSketch, u"Pocket (deep") + behind);
   EXPECT_EQ(Hint(), u"Feature updated in place. Undo restores the prior block.");
   EXPECT_EQ(editLink.kind, 0);
@@ -445,7 +447,7 @@ TEST_F(InsertBlock, RefusesToUpdateALockedBlock) {
   Load(old);
   Link(kKindSketch, 6);
   tabs[0].lockedIds[3] = 6;
-  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
   const headless::BoxRecord box = Box();
   EXPECT_EQ(box.title, u"Shape locked");
   EXPECT_EQ(box.text, u"Unlock this shape in the browser before updating it.");
@@ -457,7 +459,7 @@ TEST_F(InsertBlock, StopsAnUpdateWhoseBlockIsNoLongerTheOneThatWasOpened) {
   const std::u16string old = SketchBlock(6, u"G1");
   const auto refused = [&](const std::u16string& now) {
     Load(now);
-    EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode));
+    EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
     EXPECT_EQ(Text(), now);
     const headless::BoxRecord box = Box();
     EXPECT_EQ(box.title, u"Shape update stopped");
@@ -482,7 +484,7 @@ TEST_F(InsertBlock, KeepsAnExcludedBlockExcludedOnAnUpdate) {
   Load(SketchBlock(6, u"(MORVA DISABLED 1)"));
   ASSERT_EQ(AddDisabledCode(tabs[0].disabledCode, u"G1"), 1);
   Link(kKindSketch, 6);
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(Text(), GeneratedBlock(6, kKindSketch, u"", u"(MORVA DISABLED 2)\r\n"));
   const DisabledCodeEntry* stored = FindDisabledCode(tabs[0].disabledCode, 2);
   ASSERT_NE(stored, nullptr);
@@ -495,7 +497,7 @@ TEST_F(InsertBlock, StopsWhenTheExcludedCodeCannotBeKept) {
   const std::u16string old = SketchBlock(6, u"(MORVA DISABLED 1)");
   Load(old);
   Link(kKindSketch, 6);
-  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, std::u16string(8000001, u'G')));
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, std::u16string(8000001, u'G'), true));
   EXPECT_EQ(Text(), old);
   const auto boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
@@ -520,7 +522,8 @@ TEST_F(InsertBlock, CopiesTheCommandWordsBackAndShowsThemAnew) {
 TEST_F(InsertBlock, DropsTheLinkAndTellsTheBuilders) {
   static int told;
   told = 0;
-  hooks.refreshBuilderKeys = [] { told += editLink.kind == 0 ? 1 : 100; };
+  static const Builder listening{.linked = [] { told += editLink.kind == 0 ? 1 : 100; }};
+  AddBuilder(listening);
   editLink.kind = 4;
   editLink.id = 3;
   DropEditLink();

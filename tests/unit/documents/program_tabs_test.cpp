@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/outlets.h"
+#include "documents/builder_table.h"
 #include "documents/editor_changes.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
@@ -295,7 +296,9 @@ TEST_F(Tabs, SwitchesInOrder) {
   morva::editLink.kind = 1;
   trail.clear();
   HearCancel();
-  morva::hooks.refreshBuilderKeys = [] { trail += Synced() ? "late keys " : "keys "; };
+  static const morva::Builder listening{
+      .linked = [] { trail += Synced() ? "late keys " : "keys "; }};
+  morva::AddBuilder(listening);
   morva::hooks.wordsFromEditor = [] { trail += Text() == u"G1" ? "words " : "early "; };
   morva::hooks.rebuildToolpath = [] { trail += "path "; };
   morva::hooks.layout = [] { trail += "layout "; };

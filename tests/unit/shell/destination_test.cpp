@@ -47,7 +47,7 @@ struct DestinationTest : support::Workbench {
     const std::u16string text = Text();
     Caret(MapTextOffset(text, static_cast<std::int32_t>(text.find(words))));
   }
-  static bool Insert() { return InsertFeatureBlock(kKindSketch, kCode); }
+  static bool Insert() { return InsertFeatureBlock(kKindSketch, kCode, true); }
   static std::u16string Position() { return platform::TextOf(kIdDestinationPosition); }
   static std::u16string Help() { return platform::TextOf(kIdDestinationHelp); }
   static std::vector<std::u16string> Choices() {
@@ -314,7 +314,7 @@ TEST_F(DestinationTest, KeepsThePositionOfAnUpdateAndDoesNotAllowChangingIt) {
     EXPECT_EQ(Help().find(u"Update code in \u201CUntitled-1.NC\u201D at operation 2\r\n"), 0u);
     headless::Click(kIdDestinationInsert);
   });
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n"));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n", true));
   EXPECT_EQ(Ids(), (std::vector<int>{1, 4, 2, 3}));
   EXPECT_EQ(Text().find(u"(CUT)"), std::u16string::npos);
   EXPECT_NE(Text().find(u"(OTHER)"), std::u16string::npos);
@@ -336,7 +336,7 @@ TEST_F(DestinationTest, PutsAnUpdateIntoAnotherProgramAsANewBlock) {
     EXPECT_TRUE(platform::IsEnabled(kIdDestinationPosition));
   });
   AcceptAt(u"1");
-  ASSERT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n"));
+  ASSERT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n", true));
   EXPECT_EQ(app.activeTab, 1);
   EXPECT_EQ(Ids(), (std::vector<int>{4, 1, 2, 3}));
   EXPECT_EQ(editLink.kind, 0);
@@ -379,7 +379,7 @@ TEST_F(DestinationTest, UpdatesTheBlockThoughAnotherProgramCameUpMeanwhile) {
   LinkTo(4);
   headless::InDialog([] { SwitchTab(OpenTab(u"", u"(RECEIVED)", u"Received.NC")); });
   headless::InDialog([] { headless::Click(kIdDestinationInsert); });
-  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n"));
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\n(OTHER)\r\n", true));
   EXPECT_EQ(app.activeTab, 0);
   EXPECT_EQ(Ids(), (std::vector<int>{1, 4, 2, 3}));
   EXPECT_NE(Text().find(u"(OTHER)"), std::u16string::npos);

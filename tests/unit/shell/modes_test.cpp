@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "documents/builder_table.h"
 #include "platform/timer.h"
 #include "unit/shell/main_stage.h"
 
@@ -89,7 +90,8 @@ TEST_F(Modes, SetTheCodeSurfaceWithTheCompletionListAway) {
   static int keys;
   hidden = keys = 0;
   hooks.hideCompletion = [] { ++hidden; };
-  hooks.refreshBuilderKeys = [] { ++keys; };
+  static const Builder listening{.linked = [] { ++keys; }};
+  AddBuilder(listening);
   platform::StartTimer(platform::kMainWindow, kTimerCompletion, 60);
   SetSurface(kSurfaceCode);
   EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, kTimerCompletion));

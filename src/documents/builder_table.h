@@ -1,0 +1,69 @@
+// Builders: fields in, program text out, and back. A builder is a form and a few pure functions.
+//
+// The record says what is particular to one builder. What is done with it stands in builder.h.
+#pragma once
+
+#include <cstddef>
+
+#include "forms/form.h"
+#include "platform/message.h"
+
+namespace morva {
+
+struct CodeWriter;
+struct FeatureSettings;
+struct Picture;
+
+// Why nothing is inserted. Without words no box comes.
+struct Refusal {
+  const char16_t* title = u"";  // empty: the builder's
+  const char16_t* words = u"";
+  platform::BoxIcon icon = platform::BoxIcon::Warning;
+  int field = 0;  // gets the keyboard, 0: the keyboard stays
+};
+
+struct Builder {
+  int kind = 0;                 // FeatureKind; 0: plain text behind the caret's line
+  const char16_t* title = u"";  // of boxes that say why nothing is inserted
+  const Form* form = nullptr;
+  int (*page)() = nullptr;         // the form's page that is up; null: page 0
+  int mode = -1;                   // the right panel that shows the form; -1: the room shows it
+  bool helpBelow = false;          // the mode's help text stands below the form
+  int heightAboveView = 0;         // of that panel, as app/panels.h says
+  Reading reading = Reading::Lax;  // of its numbers
+  int insertKey = 0;               // a command; its other caption says that a block is under edit
+  bool asksWhere = false;          // the user chooses program and operation number first
+  const char16_t* logged = u"";    // in the output log after an insertion
+  int refreshMs = 60;              // until the text is looked at
+  // Pure. False: `refusal` says why. `unread` is the row that holds no number by the strict rule,
+  // -1 for none. Null: what could be read is taken.
+  bool (*check)(const FormValues& values, int unread, Refusal& refusal) = nullptr;
+  // Pure. The block's code; it begins with a line end of its own.
+  void (*write)(const FormValues& values, CodeWriter& out) = nullptr;
+  // Pure. What the code cuts, drawn from the same places. Null: no picture.
+  void (*draw)(const FormValues& values, Picture& picture) = nullptr;
+  // The left button went down on this part of the picture; kNoPart: on none. The picture is drawn
+  // anew behind it. Null: it takes no click.
+  void (*pressed)(int part) = nullptr;
+  // Units that the code may have; larger code is refused with words. Null: kMaxBuilderText.
+  std::size_t (*room)(const FormValues& values) = nullptr;
+  // What the record holds beside the form's numbers and choices: items, numbers without a field.
+  // The record to store has the form's values already and may get others in their place. False: it
+  // cannot be stored, or is no record of this builder. Null: the form is all.
+  bool (*storeItems)(FeatureSettings& record) = nullptr;
+  bool (*loadItems)(const FeatureSettings& record) = nullptr;
+  // After an insertion, or an update in place. Null: nothing more.
+  void (*inserted)(const FormValues& values, bool updated) = nullptr;
+  // The link to a block under edit changed. Null: only the key's caption follows.
+  void (*linked)() = nullptr;
+};
+
+// Called by JoinBuilder. A full table stops the program with words.
+void AddBuilder(const Builder& builder);
+// The n-th builder, null past the last.
+const Builder* BuilderAt(int index);
+void ResetBuilders();
+// Captions of the builders' keys while a block of this kind is under edit, 0: none.
+void ShowBuilderKeys(int kind);
+
+}  // namespace morva
