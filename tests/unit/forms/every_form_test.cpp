@@ -1,127 +1,290 @@
-// What holds for every form of the program, on the whole application.
+// What holds for every form of the program, on the whole application: each is brought up as the
+// user brings it up, and stands where its panel puts it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <map>
+#include <random>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "app/panels.h"
+#include "app/router.h"
+#include "documents/builder_table.h"
+#include "documents/destination.h"
 #include "forms/form.h"
 #include "forms/form_table.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
 #include "platform/window.h"
+#include "shell/layout.h"
+#include "shell/modes.h"
 #include "support/workbench.h"
-#include "text/codetext.h"
-#include "text/strict_number.h"
 
 namespace morva {
 namespace {
 
 using platform::Rect;
 
+constexpr int kToolPanels[] = {kIdCadCircularPanel, kIdCadGridPanel, kIdCadScale,
+                               kIdCadCutData,       kIdCadPolygon,   kIdCadRevolve,
+                               kIdCadDimension,     kIdCadThickness};
+constexpr std::pair<int, int> kWindows[] = {{1200, 800}, {1560, 940}, {1920, 1080}};
+
+// A control or a label of a form that is shown.
+struct Piece {
+  int id = 0;
+  bool label = false;
+};
+
 struct EveryForm : support::Workbench {
-  // Every page of every form, placed as high and as narrow as a side panel is.
-  template <typename Look>
-  void OnEveryPage(Look look) {
-    for (int n = 0; const Form* form = FormAt(n); ++n) {
-      if (form->parent == kViewDestination) continue;  // stands only while its dialog does
-      if (form->sheet) headless::Click(kIdSurfaceCad);
-      for (int page = 0; page < 12; ++page) {
-        bool used = false;
-        for (const FormRow& row : form->rows) used = used || (row.pages & PageBit(page)) != 0;
-        if (!used) continue;
-        SCOPED_TRACE(testing::Message() << "form " << n << " page " << page);
-        look(*form, page);
-      }
+  using Look = std::function<void(const Form&, const std::vector<Piece>&)>;
+  std::set<std::pair<const Form*, int>> seen;  // rows
+
+  // What is shown of a form, in the order of its rows; each piece once.
+  std::vector<Piece> PiecesOf(const FormEntry& entry) {
+    const Form& form = *entry.form;
+    std::vector<Piece> pieces;
+    const auto put = [&pieces](int id, bool label) {
+      const auto same = [id](const Piece& piece) { return piece.id == id; };
+      if (id == 0 || !platform::IsVisible(id)) return false;
+      if (std::none_of(pieces.begin(), pieces.end(), same)) pieces.push_back({id, label});
+      return true;
+    };
+    for (int i = 0; i < static_cast<int>(form.rows.size()); ++i) {
+      const FormRow& row = form.rows[static_cast<std::size_t>(i)];
+      if (!IsRowShown(form, i)) continue;
+      const bool words = row.kind == RowKind::Head || row.kind == RowKind::Note;
+      bool any = false;
+      if (words || HasLabel(form, row)) any = put(LabelId(entry, i), true);
+      if (!words) any = put(row.id, false) || any;
+      for (const int key : row.keys) any = put(key, false) || any;
+      if (any) seen.insert({&form, i});
+    }
+    return pieces;
+  }
+  void LookAround(const char* where, const Look& look) {
+    for (int n = 0; const FormEntry* entry = EntryAt(n); ++n) {
+      // A dialog keeps the user from what stands behind it.
+      const int dialog = headless::OpenDialog();
+      if (dialog != 0 && entry->form->parent != dialog) continue;
+      const std::vector<Piece> pieces = PiecesOf(*entry);
+      if (pieces.empty()) continue;
+      SCOPED_TRACE(testing::Message() << "form " << n << ", " << where);
+      look(*entry->form, pieces);
     }
   }
-  static std::vector<int> ShownControls(const Form& form) {
-    int ids[kMaxTabStops];
-    std::vector<int> shown;
-    const int count = FormOrder(form, ids, kMaxTabStops);
-    for (int i = 0; i < count; ++i) {
-      const int row = RowOfControl(form, ids[i]);
-      if (row >= 0 && IsRowShown(form, row)) shown.push_back(ids[i]);
+  void LookAtCodeSurface(const Look& look) {
+    for (int n = 0; const Builder* builder = BuilderAt(n); ++n) {
+      if (builder->mode < 0) continue;
+      SetMode(builder->mode);
+      LookAround("builder", look);
     }
-    return shown;
+    SetMode(kModeFind);
+    LookAround("find", look);
+    for (const int width : {kLeftPanelLeast, kLeftPanelMost}) {
+      app.leftPanelWidth = width;
+      SetMode(kModeHome);
+      SetMode(kModeCodeIndex);
+      LookAround("page of the index", look);
+      SetMode(kModeHome);
+      app.sidebarShowsFeatures = false;
+      Layout();
+      LookAround("index", look);
+    }
+    RouteCommand(kIdImport, platform::kNotifyClick);
+    LookAround("import", look);
+    headless::Click(kIdImportCancel);
+    headless::InDialog([&] {
+      LookAround("picker", look);
+      headless::Click(kIdDestinationCancel);
+    });
+    RunDestinationPicker(kKindSketch);
+  }
+  // Every form on every page, as the program shows it.
+  void OnEveryForm(const Look& look) {
+    headless::Click(kIdSurfaceCode);
+    LookAtCodeSurface(look);
+    headless::Click(kIdSurfaceCad);
+    LookAround("no tool", look);
+    for (const int panel : kToolPanels) {
+      RouteCommand(panel, platform::kNotifyClick);
+      LookAround("tool panel", look);
+    }
   }
 };
+
+// The area of the form's ground, in pixels of its controls.
+Rect GroundArea(const Form& form) {
+  return form.sheet ? SheetPaper(*form.sheet) : platform::ClientArea(form.parent);
+}
 
 bool Overlap(const Rect& a, const Rect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
-TEST_F(EveryForm, PlacesItsRowsWithoutOverlapAndInsideTheWidth) {
-  for (const Rect area : {Rect{0, 0, 296, 700}, Rect{0, 0, 326, 840}, Rect{0, 0, 460, 980}}) {
-    OnEveryPage([&](const Form& form, int page) {
-      PlaceForm(form, area, page);
-      const std::vector<int> ids = ShownControls(form);
-      for (std::size_t i = 0; i < ids.size(); ++i) {
-        const Rect place = platform::PlaceOf(ids[i]);
-        EXPECT_LT(place.left, place.right) << ids[i];
-        EXPECT_LT(place.top, place.bottom) << ids[i];
-        EXPECT_GE(place.left, area.left) << ids[i];
-        EXPECT_LE(place.right, area.right) << ids[i];
-        for (std::size_t k = i + 1; k < ids.size(); ++k) {
-          EXPECT_FALSE(Overlap(place, platform::PlaceOf(ids[k]))) << ids[i] << " " << ids[k];
+// Below what came before, or in a column to its right.
+bool Follow(const Rect& before, const Rect& place) {
+  return place.top >= before.bottom || place.left >= before.right;
+}
+
+bool IsNumber(const FormRow& row) {
+  return row.kind == RowKind::Number || row.kind == RowKind::Count;
+}
+
+TEST_F(EveryForm, PlacesItsControlsAndLabelsWithoutOverlapOnItsGround) {
+  for (const auto& [width, height] : kWindows) {
+    SCOPED_TRACE(testing::Message() << width << " by " << height);
+    headless::Resize(width, height);
+    seen.clear();
+    OnEveryForm([](const Form& form, const std::vector<Piece>& pieces) {
+      const Rect ground = GroundArea(form);
+      for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const Rect place = platform::PlaceOf(pieces[i].id);
+        EXPECT_LT(place.left, place.right) << pieces[i].id;
+        EXPECT_LT(place.top, place.bottom) << pieces[i].id;
+        EXPECT_GE(place.left, ground.left) << pieces[i].id;
+        EXPECT_GE(place.top, ground.top) << pieces[i].id;
+        EXPECT_LE(place.right, ground.right) << pieces[i].id;
+        EXPECT_LE(place.bottom, ground.bottom) << pieces[i].id;
+        for (std::size_t k = i + 1; k < pieces.size(); ++k) {
+          EXPECT_FALSE(Overlap(place, platform::PlaceOf(pieces[k].id)))
+              << pieces[i].id << " " << pieces[k].id;
         }
       }
     });
+    // No row of any form was left out.
+    for (int n = 0; const Form* form = FormAt(n); ++n) {
+      for (int i = 0; i < static_cast<int>(form->rows.size()); ++i) {
+        EXPECT_TRUE(seen.count({form, i})) << "form " << n << " row " << i;
+      }
+    }
   }
 }
 
-TEST_F(EveryForm, HasItsTabOrderInTheOrderOfTheScreen) {
-  OnEveryPage([&](const Form& form, int page) {
-    PlaceForm(form, Rect{0, 0, 326, 840}, page);
-    const std::vector<int> ids = ShownControls(form);
-    for (std::size_t i = 1; i < ids.size(); ++i) {
-      const Rect before = platform::PlaceOf(ids[i - 1]);
-      const Rect place = platform::PlaceOf(ids[i]);
-      const bool below = place.top >= before.bottom;
-      const bool beside = place.top == before.top && place.left >= before.right;
-      EXPECT_TRUE(below || beside) << ids[i - 1] << " " << ids[i];
+TEST_F(EveryForm, IsWalkedByTabInTheOrderOfTheScreen) {
+  OnEveryForm([](const Form&, const std::vector<Piece>& pieces) {
+    std::set<int> wanted;
+    for (const Piece& piece : pieces) {
+      if (!piece.label && platform::IsEnabled(piece.id)) wanted.insert(piece.id);
+    }
+    ASSERT_FALSE(wanted.empty());
+    // Once around, from the first control of the form that takes the keyboard.
+    const auto first = std::find_if(pieces.begin(), pieces.end(), [&](const Piece& piece) {
+      return wanted.count(piece.id) != 0 && headless::Focus(piece.id);
+    });
+    ASSERT_NE(first, pieces.end());
+    std::vector<int> walked;
+    for (int steps = 0; steps < 2 * kMaxTabStops; ++steps) {
+      const int id = platform::FocusedId();
+      if (!walked.empty() && id == walked.front()) break;
+      if (wanted.count(id)) walked.push_back(id);
+      platform::KeyEvent tab;
+      tab.key = platform::kKeyTab;
+      headless::PressKey(tab);
+    }
+    EXPECT_EQ(walked.size(), wanted.size());
+    for (std::size_t i = 1; i < walked.size(); ++i) {
+      EXPECT_TRUE(Follow(platform::PlaceOf(walked[i - 1]), platform::PlaceOf(walked[i])))
+          << walked[i - 1] << " " << walked[i];
     }
   });
 }
 
 TEST_F(EveryForm, NamesEachControlAndNoTwoAlike) {
-  OnEveryPage([&](const Form& form, int page) {
-    PlaceForm(form, Rect{0, 0, 326, 840}, page);
+  OnEveryForm([](const Form&, const std::vector<Piece>& pieces) {
     std::map<std::u16string, int> names;
-    for (const int id : ShownControls(form)) {
-      std::u16string name = platform::AccessibleName(id);
-      if (name.empty()) name = platform::TextOf(id);
-      EXPECT_FALSE(name.empty()) << id;
-      EXPECT_EQ(names.count(name), 0u) << id << " and " << names[name];
-      names[name] = id;
+    for (const Piece& piece : pieces) {
+      if (piece.label) continue;
+      const std::u16string name = platform::AccessibleName(piece.id);
+      EXPECT_FALSE(name.empty()) << piece.id;
+      EXPECT_EQ(names.count(name), 0u) << piece.id << " and " << names[name];
+      names[name] = piece.id;
     }
   });
 }
 
-TEST_F(EveryForm, StartsEachNumberWithANumber) {
-  for (int n = 0; const Form* form = FormAt(n); ++n) {
-    for (const FormRow& row : form->rows) {
-      if (row.kind != RowKind::Number && row.kind != RowKind::Count) continue;
-      if (!row.start[0]) continue;
-      double value = 0;
-      EXPECT_TRUE(ReadStrictNumber(row.start, value)) << n << " " << row.id;
-    }
+// Calls with every number field that is shown, once a control.
+template <typename See>
+void EachNumber(const Form& form, const std::vector<Piece>& pieces, See see) {
+  for (const Piece& piece : pieces) {
+    const int row = piece.label ? -1 : RowOfControl(form, piece.id);
+    if (row < 0 || !IsNumber(form.rows[static_cast<std::size_t>(row)])) continue;
+    see(piece.id, form.rows[static_cast<std::size_t>(row)]);
   }
 }
 
-TEST_F(EveryForm, GivesBackItsTextsAfterASwitchToMillimetresAndBack) {
-  OnEveryPage([&](const Form& form, int page) {
-    if (!form.metric) return;
-    PlaceForm(form, Rect{0, 0, 326, 840}, page);
-    ConvertForms(form.metric, 25.4);
-    ConvertForms(form.metric, 1 / 25.4);
-    for (std::size_t i = 0; i < form.rows.size(); ++i) {
-      const FormRow& row = form.rows[i];
-      if (!OnPage(row, page) || row.follows == Follows::Nothing || !row.start[0]) continue;
-      EXPECT_EQ(platform::TextOf(row.id), FixedText(ParseDecimal(row.start, 0), row.decimals))
-          << row.id;
-    }
+// A number with as many decimals as the row shows, as text. Small enough to be read as it is.
+std::string SeededText(const FormRow& row, std::mt19937& seed) {
+  const int decimals = row.kind == RowKind::Count ? 0 : row.decimals;
+  const int most = row.kind == RowKind::Count ? 99 : 999;
+  std::string text = seed() % 2 && row.kind != RowKind::Count ? "-" : "";
+  text += std::to_string(seed() % static_cast<unsigned>(most) + 1);
+  if (decimals > 0) text += '.';
+  for (int i = 0; i < decimals; ++i) text += static_cast<char>('0' + seed() % 10);
+  return text;
+}
+
+TEST_F(EveryForm, StartsEachNumberWithANumberOrEmpty) {
+  int numbers = 0;
+  OnEveryForm([&numbers](const Form& form, const std::vector<Piece>& pieces) {
+    EachNumber(form, pieces, [&](int id, const FormRow& row) {
+      ++numbers;
+      const std::string start = platform::ToUtf8(row.start);
+      char* end = nullptr;
+      std::strtod(start.c_str(), &end);
+      EXPECT_EQ(*end, '\0') << id << " " << start;
+      // Without a number the field counts as its fallback.
+      platform::SetText(id, u"");
+      EXPECT_EQ(FieldNumber(id), form.metric && form.metric() ? row.fallback.mm : row.fallback.inch)
+          << id;
+    });
   });
+  EXPECT_GT(numbers, 40);
+}
+
+TEST_F(EveryForm, ReadsBackWhatIsTyped) {
+  std::mt19937 seed(20260722);
+  OnEveryForm([&seed](const Form& form, const std::vector<Piece>& pieces) {
+    EachNumber(form, pieces, [&](int id, const FormRow& row) {
+      for (int i = 0; i < 20; ++i) {
+        const std::string text = SeededText(row, seed);
+        platform::SetText(id, platform::FromUtf8(text));
+        const double expected = std::strtod(text.c_str(), nullptr);
+        double strict = 0;
+        EXPECT_TRUE(ReadStrictField(id, strict)) << id << " " << text;
+        EXPECT_NEAR(strict, expected, 1e-9) << id << " " << text;
+        EXPECT_NEAR(FieldNumber(id), expected, 1e-9) << id << " " << text;
+        if (row.kind == RowKind::Count) {
+          EXPECT_EQ(FieldCount(id), expected) << id << " " << text;
+        }
+      }
+    });
+  });
+}
+
+// A millimetre text has the decimals of the inch text and is 25.4 times finer, so nothing is lost.
+TEST_F(EveryForm, GivesBackItsTextsAfterASwitchToMillimetresAndBack) {
+  std::mt19937 seed(7);
+  int converted = 0;
+  OnEveryForm([&](const Form& form, const std::vector<Piece>& pieces) {
+    if (!form.metric) return;
+    std::map<int, std::u16string> texts;
+    EachNumber(form, pieces, [&](int id, const FormRow& row) {
+      if (row.follows == Follows::Length) texts[id] = platform::FromUtf8(SeededText(row, seed));
+    });
+    for (const auto& [id, text] : texts) platform::SetText(id, text);
+    ConvertForms(form.metric, 25.4);
+    for (const auto& [id, text] : texts) EXPECT_NE(platform::TextOf(id), text) << id;
+    ConvertForms(form.metric, 1 / 25.4);
+    for (const auto& [id, text] : texts) EXPECT_EQ(platform::TextOf(id), text) << id;
+    converted += static_cast<int>(texts.size());
+  });
+  EXPECT_GT(converted, 20);
 }
 
 }  // namespace
