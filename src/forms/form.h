@@ -92,6 +92,7 @@ struct FormRow {
   short least = 0;                  // above 0: the row takes the height that others leave
   unsigned fillPages = kEveryPage;  // of the row's pages, those where `least` counts
   short percent = 0;                // of the height, where two rows share what is left
+  bool optional = false;            // a number: no text counts as the fallback by any rule
   bool yields = false;              // gives up height before a filling row loses its least
   bool wide = false;                // a field across the form, without its label
 };
@@ -154,6 +155,8 @@ void ShowForm(const Form& form, int page, const FormValues& values, int decimals
 // The number that a field begins with, else its row's fallback. At most 79 units are read.
 double FieldNumber(int id);
 double FieldFallback(int id);
+// A number with the decimals of the field's row, as a conversion writes it.
+std::u16string NumberText(int id, double value);
 // As FieldNumber, with a fallback of the caller's.
 double FieldNumber(int id, double fallback);
 std::int32_t FieldCount(int id);

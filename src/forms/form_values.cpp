@@ -44,7 +44,7 @@ std::u16string ConvertedText(const FormRow& row, std::u16string_view text, doubl
 
 bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& value) {
   const std::u16string text = FieldText(row.id);
-  if (reading == Reading::Strict) {
+  if (reading == Reading::Strict && !(row.optional && text.empty())) {
     if (!ReadStrictNumber(platform::TextOf(row.id), value)) return false;
     return row.kind == RowKind::Number || value == static_cast<double>(static_cast<int>(value));
   }
@@ -97,6 +97,13 @@ double FieldFallback(int id) {
   int row = 0;
   if (!FindControl(id, entry, row)) return 0;
   return FallbackOf(*entry->form, entry->form->rows[static_cast<std::size_t>(row)]);
+}
+
+std::u16string NumberText(int id, double value) {
+  const FormEntry* entry = nullptr;
+  int row = 0;
+  if (!FindControl(id, entry, row)) return u"";
+  return FixedText(value, entry->form->rows[static_cast<std::size_t>(row)].decimals);
 }
 
 double FieldNumber(int id) { return FieldNumber(id, FieldFallback(id)); }

@@ -46,6 +46,7 @@ enum : int {
   kFrame,
   kPaper,
   kBar,
+  kTurn,
 };
 
 constexpr Command kCommands[] = {{kFirstKey, u"First", u"Does the first thing", u"First key"},
@@ -210,6 +211,32 @@ TEST_F(FormStage, ReadsLaxNumbersWithTheFallbackOfTheUnit) {
   ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values, refused));
   EXPECT_EQ(values.numbers[0], 6);
   EXPECT_TRUE(values.metric);
+}
+
+constexpr FormRow kTurnRows[] = {
+    {.id = kTurn, .fallback = 90, .decimals = 4, .value = 3, .optional = true}};
+constexpr Form kTurnForm{.rows = kTurnRows};
+
+TEST_F(FormStage, TakesTheFallbackForAnOptionalNumberThatIsLeftOut) {
+  RegisterForm(kTurnForm);
+  MakeForm(kTurnForm);
+  FormValues values;
+  int refused = -1;
+  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(values.numbers[3], 90);
+  platform::SetText(kTurn, u"45.5");
+  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(values.numbers[3], 45.5);
+  platform::SetText(kTurn, u"45x");
+  EXPECT_FALSE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
+  EXPECT_EQ(refused, 0);
+}
+
+TEST_F(FormStage, WritesANumberWithTheDecimalsOfItsField) {
+  RegisterForm(kTurnForm);
+  EXPECT_EQ(NumberText(kTurn, 1.23456), u"1.2346");
+  EXPECT_EQ(NumberText(kSize, 1.23456), u"1.235");
+  EXPECT_EQ(NumberText(kFrame, 1), u"");
 }
 
 TEST_F(FormStage, RefusesByTheStrictRuleAndSaysWhichRow) {
