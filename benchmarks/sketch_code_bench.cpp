@@ -23,7 +23,7 @@ void BM_SketchCode(benchmark::State& state) {
   for (auto _ : state) {
     const double start = CpuMilliseconds();
     for (int i = 0; i < kRounds; ++i) {
-      benchmark::DoNotOptimize(morva::SketchCode(-0.1, 10, 0.5));
+      benchmark::DoNotOptimize(morva::SketchCode({-0.1, 10, 0.5}));
     }
     const double code = (CpuMilliseconds() - start) / kRounds;
     const double middle = CpuMilliseconds();
@@ -35,7 +35,7 @@ void BM_SketchCode(benchmark::State& state) {
     const double numbers = (CpuMilliseconds() - middle) / kRounds;
     targets::Note({"G-code of 96 circles", "ms", 0, 1, 0, "its numbers alone"}, code, numbers);
   }
-  state.counters["units"] = static_cast<double>(morva::SketchCode(-0.1, 10, 0.5).size());
+  state.counters["units"] = static_cast<double>(morva::SketchCode({-0.1, 10, 0.5}).size());
 }
 BENCHMARK(BM_SketchCode)->Unit(benchmark::kMillisecond);
 

@@ -1,5 +1,7 @@
 // The scrolling form and the right button of the CAD workspace on the real window.
 
+#include "cad/model/cad_form.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -9,7 +11,6 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "cad/model/tool_state.h"
-#include "cad/panel/workspace_form.h"
 #include "desk/cad_desk.h"
 #include "platform/window.h"
 
@@ -38,13 +39,13 @@ TEST_F(CadForm, ScrollsByTheWheelOverWhateverStandsInItAndChangesNoChoice) {
   ASSERT_NE(combo, nullptr);
   combo->setFocus();
   const int row = combo->currentIndex();
-  int top = morva::CadFormTop();
+  int top = morva::SheetTop(morva::kCadSheet);
   for (const int id : {static_cast<int>(morva::kIdCadLabelFirst) + 1, morva::kIdCadQuantity,
                        morva::kIdCadCircularOrientation, morva::kIdCadQuickCircular,
                        morva::kViewCadSheet, morva::kViewCadScroll}) {
     Wheel(desk::WidgetOf(id), -1);
-    EXPECT_EQ(morva::CadFormTop(), top + 36) << id;
-    top = morva::CadFormTop();
+    EXPECT_EQ(morva::SheetTop(morva::kCadSheet), top + 36) << id;
+    top = morva::SheetTop(morva::kCadSheet);
   }
   EXPECT_EQ(combo->currentIndex(), row);
 }

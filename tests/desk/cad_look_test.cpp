@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "app/router.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
-#include "cad/panel/workspace_form.h"
 #include "cad/tools/dimension_paint.h"
 #include "desk/cad_desk.h"
 #include "platform/canvas.h"
@@ -125,9 +125,9 @@ TEST_F(CadLook, CutsNoWordOfAnyPanelAndLaysNothingOverAnother) {
       ExpectWordsFit();
       ExpectNothingOverAnother();
       ShowAs("panel", name);
-      morva::ScrollCadForm(500);
-      if (morva::CadFormTop() > 400) ShowAs("scrolled", name);
-      morva::ScrollCadForm(-2000);
+      morva::ScrollSheet(morva::kCadSheet, 500);
+      if (morva::SheetTop(morva::kCadSheet) > 400) ShowAs("scrolled", name);
+      morva::ScrollSheet(morva::kCadSheet, -2000);
     });
   };
   look("none");

@@ -146,7 +146,8 @@ void CheckSketch() {
 // A drawing can always be stored, and every step back leads somewhere.
 void CheckEnd() {
   morva::FeatureSettings record;
-  Check(morva::WriteSketchSettings(record), "the drawing makes a record");
+  morva::StartSketchRecord(record, morva::sketch.metric);
+  Check(morva::StoreSketchItems(record), "the drawing makes a record");
   for (int i = 0; i < 40; ++i) {
     morva::SketchUndo();
     CheckSketch();

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "app/limits.h"
-#include "cad/panel/workspace_form.h"
+#include "cad/model/cad_form.h"
 #include "forms/form.h"
 #include "support/workbench.h"
 
@@ -45,8 +45,9 @@ TEST_F(FormRowLimits, RowsHaveRoomForTheirKeysAndTexts) {
 
 TEST_F(FormRowLimits, TabReachesEveryControlOfTheCadSurface) {
   static_assert(kMaxTabStops == 160);
-  const int* ids = nullptr;
-  EXPECT_LT(CadFormOrder(ids), kMaxTabStops - 60);  // keys and lists of the surface come before
+  int ids[kMaxTabStops];
+  // Keys and lists of the surface come before.
+  EXPECT_LT(FormOrder(kCadForm, ids, kMaxTabStops), kMaxTabStops - 60);
 }
 
 }  // namespace

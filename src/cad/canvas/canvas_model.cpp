@@ -33,9 +33,6 @@ using platform::PointF;
 using platform::Rect;
 using platform::Segment;
 
-constexpr double kThicknessInch = 0.5;  // what the panel proposes
-constexpr double kThicknessMm = 12.7;
-constexpr int kThicknessDecimals = 3;
 constexpr ViewAngles kPlan{0, 90, 0};
 constexpr ViewAngles kFirstLook{-45, 28, 0};
 constexpr double kSameAngle = 0.001;  // degrees
@@ -84,8 +81,9 @@ bool IsPlan(const ViewAngles& angles) {
          near(angles.roll, kPlan.roll);
 }
 
+// Without one of its own the sketch shows what the panel proposes.
 double ShownThickness() {
-  return sketch.thickness > 0 ? sketch.thickness : BySketchUnit(kThicknessInch, kThicknessMm);
+  return sketch.thickness > 0 ? sketch.thickness : FieldFallback(kIdCadThicknessValue);
 }
 
 // The panel's number. False: there is none above 0, and the status says so.
@@ -233,7 +231,7 @@ void OnPreview(int, int) {
   if (tools.panelMode != kPanelThickness) {
     CancelTools();
     SetPanelMode(kPanelThickness);
-    platform::SetText(kIdCadThicknessValue, SketchNumber(ShownThickness(), kThicknessDecimals));
+    platform::SetText(kIdCadThicknessValue, NumberText(kIdCadThicknessValue, ShownThickness()));
     RefreshCadPanel();
   }
   EnterModelView();

@@ -1,4 +1,4 @@
-// What a lower folder of this room asks of a higher one.
+// What a lower folder of this room, or the sketch below its fields, asks of a higher place.
 //
 // The owner of an operation sets its pointer when the room is joined. Until then, and in tests that
 // join a part of the room, the operation does nothing. Callers use the functions below the record.
@@ -8,14 +8,17 @@
 
 namespace morva {
 
+struct CutData;
+
 struct CadHooks {
-  void (*switchSketchUnits)(bool metric) = nullptr;  // tools/sketch_units
-  void (*dropTools)() = nullptr;                     // tools/select_drag
-  void (*leaveModelView)() = nullptr;                // canvas/canvas_model
-  void (*refreshSketchPanels)() = nullptr;           // panel/sketch_panels
-  void (*refreshDrawingTabs)() = nullptr;            // panel/drawing_tabs
-  void (*refreshCadPanel)() = nullptr;               // panel/workspace
-  void (*refreshCadTools)() = nullptr;               // panel/workspace
+  void (*showCutData)(const CutData& cut) = nullptr;  // model/drawings
+  void (*switchSketchUnits)(bool metric) = nullptr;   // tools/sketch_units
+  void (*dropTools)() = nullptr;                      // tools/select_drag
+  void (*leaveModelView)() = nullptr;                 // canvas/canvas_model
+  void (*refreshSketchPanels)() = nullptr;            // panel/sketch_panels
+  void (*refreshDrawingTabs)() = nullptr;             // panel/drawing_tabs
+  void (*refreshCadPanel)() = nullptr;                // panel/workspace
+  void (*refreshCadTools)() = nullptr;                // panel/workspace
 };
 inline CadHooks cadHooks;
 

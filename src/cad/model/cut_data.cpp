@@ -1,35 +1,47 @@
 #include "cad/model/cut_data.h"
 
-#include "app/command_ids.h"
-#include "app/router.h"
-#include "cad/model/sketch_words.h"
-#include "documents/program_changed.h"
-#include "forms/form.h"
-#include "platform/control.h"
-#include "platform/events.h"
+#include "cad/model/cad_form.h"
+#include "text/codetext.h"
+#include "text/length_units.h"
 
 namespace morva {
 
 namespace {
 
-// What the user types there belongs to the drawing, as its geometry does.
-void OnCutData(int, int) { ProgramChanged({.autosave = true}); }
+template <typename NumberOf>
+CutData FromFields(NumberOf numberOf) {
+  FormValues values;
+  for (const FormRow& row : kCadForm.rows) {
+    if (IsCutField(row)) values.numbers[row.value] = numberOf(row);
+  }
+  return CutDataOf(values.numbers);
+}
 
 }  // namespace
 
+CutData CutDataOf(const double* numbers) {
+  return {numbers[kSketchDepth], numbers[kSketchFeed], numbers[kSketchSafeZ]};
+}
+
+void PutCutData(const CutData& cut, double* numbers) {
+  numbers[kSketchDepth] = cut.depth;
+  numbers[kSketchFeed] = cut.feed;
+  numbers[kSketchSafeZ] = cut.safeZ;
+}
+
+CutData StartCutData(bool metric) {
+  const double factor = metric ? kMmPerInch : 1;
+  return FromFields([factor](const FormRow& row) { return ParseDecimal(row.start, 0) * factor; });
+}
+
 CutData ShownCutData() {
-  return {FieldNumber(kIdCadDepth, 0), FieldNumber(kIdCadFeed, 0), FieldNumber(kIdCadSafeZ, 0)};
+  return FromFields([](const FormRow& row) { return FieldNumber(row.id, 0); });
 }
 
 void ShowCutData(const CutData& cut, int decimals) {
-  platform::SetText(kIdCadDepth, SketchNumber(cut.depth, decimals));
-  platform::SetText(kIdCadFeed, SketchNumber(cut.feed, decimals));
-  platform::SetText(kIdCadSafeZ, SketchNumber(cut.safeZ, decimals));
-}
-
-void RegisterCutData() {
-  RegisterCommand(RouterStage::Builder, kIdCadDepth, kIdCadSafeZ, platform::kNotifyEditChange,
-                  OnCutData);
+  FormValues values;
+  PutCutData(cut, values.numbers);
+  ShowForm(kCadForm, kPanelCutData, values, decimals);
 }
 
 }  // namespace morva

@@ -5,9 +5,12 @@
 
 namespace morva {
 
-CutData ShownCutData();  // as the fields read, 0 for what is no number
-void ShowCutData(const CutData& cut, int decimals = 6);
+// From and to their places in FormValues and in a record.
+CutData CutDataOf(const double* numbers);
+void PutCutData(const CutData& cut, double* numbers);
 
-void RegisterCutData();
+CutData StartCutData(bool metric);  // of a new drawing: what the fields start with
+CutData ShownCutData();             // as the fields read, 0 for what is no number
+void ShowCutData(const CutData& cut, int decimals = 6);
 
 }  // namespace morva

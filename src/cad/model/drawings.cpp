@@ -24,9 +24,6 @@ namespace morva {
 
 namespace {
 
-constexpr CutData kInchCut{-0.1, 10.0, 0.5};
-constexpr CutData kMmCut{-2.54, 254.0, 12.7};
-
 // Before the workspace is made, the live sketch belongs to no program.
 bool WorkspaceStands() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 
@@ -36,18 +33,14 @@ void ResetSelection() {
   SetSelected(-1);
 }
 
-// The objects of a record, or none; the flags stand already.
-void LoadObjects(const FeatureSettings* record) {
+// Objects, unit and thickness of a record; the flags stand already.
+void LoadItems(const FeatureSettings& record) {
   ResetSelection();
   SetTrimPreview(false);
   platform::ClearRows(kIdCadRecent);
   SketchObject objects[kMaxItems];
-  const int count = record ? record->itemCount : 0;
-  for (int i = 0; i < count; ++i) objects[i] = ObjectOf(record->items[i]);
-  ReplaceSketch(objects, count, record && record->metric != 0,
-                record ? record->values[kSketchThickness] : 0);
-  if (count > 0) SetSelected(0);
-  ShowCutData(record ? CutData{record->values[0], record->values[1], record->values[2]} : kInchCut);
+  for (int i = 0; i < record.itemCount; ++i) objects[i] = ObjectOf(record.items[i]);
+  ReplaceSketch(objects, record.itemCount, record.metric != 0, record.values[kSketchThickness]);
 }
 
 void ShowLoaded() {
@@ -57,8 +50,13 @@ void ShowLoaded() {
 }
 
 void LoadModel(const FeatureSettings* record) {
+  static FeatureSettings none;
+  StartSketchRecord(none, false);
+  const FeatureSettings& loaded = record && IsSketchRecord(*record) ? *record : none;
   DropSketchUndo();
-  LoadObjects(record && IsSketchRecord(*record) ? record : nullptr);
+  LoadItems(loaded);
+  if (loaded.itemCount > 0) SetSelected(0);
+  ShowCutData(CutDataOf(loaded.values));
   platform::SetVisible(kIdCadDrawingName, false);
   ShowLoaded();
 }
@@ -85,14 +83,7 @@ ProgramTab* ProvideDrawings() {
 
 void StartDrawing(Drawing& drawing, int number) {
   drawing = Drawing();
-  const bool metric = UnitsMetric();
-  const CutData& cut = metric ? kMmCut : kInchCut;
-  drawing.settings.version = kSettingsVersion;
-  drawing.settings.kind = kKindSketch;
-  drawing.settings.metric = metric ? 1 : 0;
-  drawing.settings.values[0] = cut.depth;
-  drawing.settings.values[1] = cut.feed;
-  drawing.settings.values[2] = cut.safeZ;
+  StartSketchRecord(drawing.settings, UnitsMetric());
   CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
 }
 
@@ -147,16 +138,16 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   // First: the workspace stages the program's own drawing when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
   if (!WorkspaceStands()) return false;
-  DropSketchUndoForBlock(SketchDiffersFrom(record));
+  DropSketchUndoForBlock(SketchDiffersFrom(record), ShownCutData());
   ClearFlags();
-  LoadObjects(&record);
-  SetSelected(-1);
+  LoadItems(record);
   ShowLoaded();
   if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
   return true;
 }
 
 void RegisterDrawings() {
+  cadHooks.showCutData = [](const CutData& cut) { ShowCutData(cut); };
   liveModels.storeSketch = StoreLiveSketch;
   liveModels.loadSketch = LoadModel;
   liveModels.storeSketchFlags = StoreFlags;

@@ -26,9 +26,9 @@ void SaveLiveDrawing();
 // The live sketch from the current program's working copy; an empty one without it. Undo steps
 // and recent operations end here.
 void LoadSketchForProgram();
-// A block's record into the live sketch and the CAD surface up; flags cleared, nothing
-// selected. A sketch that held other geometry is one Undo away, with its thickness and cutting
-// data. False: it is no record of a sketch or there is no workspace, and nothing changed.
+// A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
+// nothing selected. A sketch that held other geometry is one Undo away, with its thickness and
+// cutting data. False: it is no record of a sketch or there is no workspace, and nothing changed.
 bool OpenSketchBlock(const FeatureSettings& record);
 
 void RegisterDrawings();  // how documents store and load the live sketch

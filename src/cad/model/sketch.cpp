@@ -4,11 +4,11 @@
 #include <limits>
 
 #include "cad/model/cad_hooks.h"
-#include "cad/model/cut_data.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "documents/edit_link.h"
 #include "documents/program_changed.h"
+#include "library/motion_text.h"
 
 namespace morva {
 
@@ -83,7 +83,7 @@ bool GroupInUse(std::int32_t group) {
 
 void PutFormerDrawing(const SketchSnapshot& step) {
   sketch.thickness = step.thickness;
-  ShowCutData(step.cut);
+  Call(cadHooks.showCutData, step.cut);
   // What is live now is not that block: Update must not replace it.
   DropEditLink();
 }
@@ -109,7 +109,7 @@ void DropSketchUndo() {
   untouchedBlock = false;
 }
 
-void DropSketchUndoForBlock(bool keepLive) {
+void DropSketchUndoForBlock(bool keepLive, const CutData& cut) {
   int kept = 0;
   for (int i = 0; i < sketch.undoDepth; ++i) {
     if (!StepAt(i).former) continue;
@@ -122,7 +122,7 @@ void DropSketchUndoForBlock(bool keepLive) {
     SketchSnapshot& step = StepAt(sketch.undoDepth - 1);
     step.former = true;
     step.thickness = sketch.thickness;
-    step.cut = ShownCutData();
+    step.cut = cut;
   }
   untouchedBlock = true;
 }

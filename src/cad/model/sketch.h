@@ -15,6 +15,8 @@
 
 namespace morva {
 
+struct CutData;
+
 struct LiveSketch {
   SketchObject objects[kMaxItems];  // in order of creation, which is the order of cutting
   std::int32_t objectCount = 0;
@@ -43,10 +45,11 @@ void SketchUndo();
 // Where another sketch comes in: its steps begin anew.
 void DropSketchUndo();
 // Where a block's sketch takes the place of a drawing: as DropSketchUndo, but drawings whose place
-// blocks took before stay reachable. With `keepLive` the live one joins them.
-// Undo brings such a drawing back whole, with thickness and cutting data. It unlinks the block.
-// A block's own sketch that was reopened and not changed since is never kept: the program has it.
-void DropSketchUndoForBlock(bool keepLive);
+// blocks took before stay reachable. With `keepLive` the live one joins them, with these cutting
+// data. Undo brings such a drawing back whole, with thickness and cutting data. It unlinks the
+// block. A block's own sketch that was reopened and not changed since is never kept: the program
+// has it.
+void DropSketchUndoForBlock(bool keepLive, const CutData& cut);
 
 bool HasSketchSelection();
 // A selection that is not locked. False: nothing changes; for a locked one the status says so.
@@ -86,6 +89,8 @@ void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&l
 int AppendSketchObject(const SketchObject& object);
 // The later ones move down, with their flags and marks; the selection is left to the caller.
 void RemoveSketchObject(int index);
+// The unit of the live sketch, which the fields of the workspace follow.
+inline bool SketchIsMetric() { return sketch.metric; }
 // The inch or the millimetre value, by the sketch's unit.
 inline double BySketchUnit(double inch, double mm) { return sketch.metric ? mm : inch; }
 

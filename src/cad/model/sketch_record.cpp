@@ -11,22 +11,6 @@ namespace {
 
 constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays below
 
-void TakeLiveSketch(FeatureSettings& record) {
-  record = FeatureSettings();
-  record.version = kSettingsVersion;
-  record.kind = kKindSketch;
-  record.metric = sketch.metric ? 1 : 0;
-  record.itemCount = sketch.objectCount;
-  const CutData cut = ShownCutData();
-  record.values[0] = cut.depth;
-  record.values[1] = cut.feed;
-  record.values[2] = cut.safeZ;
-  record.values[kSketchThickness] = sketch.thickness;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    record.items[i] = ItemOf(sketch.objects[i]);
-  }
-}
-
 double Storable(double value) { return std::fabs(value) < kRecordLimit ? value : 0; }
 
 }  // namespace
@@ -36,13 +20,25 @@ bool IsSketchRecord(const FeatureSettings& record) {
          ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
 }
 
-bool WriteSketchSettings(FeatureSettings& record) {
-  TakeLiveSketch(record);
+void StartSketchRecord(FeatureSettings& record, bool metric) {
+  record = FeatureSettings();
+  record.version = kSettingsVersion;
+  record.kind = kKindSketch;
+  record.metric = metric ? 1 : 0;
+  PutCutData(StartCutData(metric), record.values);
+}
+
+bool StoreSketchItems(FeatureSettings& record) {
+  PutCutData(ShownCutData(), record.values);
+  record.values[kSketchThickness] = sketch.thickness;
+  record.itemCount = sketch.objectCount;
+  for (int i = 0; i < sketch.objectCount; ++i) record.items[i] = ItemOf(sketch.objects[i]);
   return IsSketchRecord(record);
 }
 
 bool StoreLiveSketch(FeatureSettings& record) {
-  TakeLiveSketch(record);
+  StartSketchRecord(record, sketch.metric);
+  StoreSketchItems(record);
   for (double& value : record.values) value = Storable(value);
   for (int i = 0; i < record.itemCount; ++i) {
     FeatureItem& item = record.items[i];

@@ -6,10 +6,13 @@
 namespace morva {
 
 bool IsSketchRecord(const FeatureSettings& record);
-// The live sketch with the cutting fields read as numbers, fallback 0. False: it does not validate.
-bool WriteSketchSettings(FeatureSettings& record);
-// The same, but a number that no record can hold is stored as 0: one bad field must not keep the
-// drawing from being stored.
+// The record of a new drawing: no objects, the cutting data that fields start with.
+void StartSketchRecord(FeatureSettings& record, bool metric);
+// Objects, thickness and cutting data of the live sketch into a record that has its head. What is
+// no number counts as 0, whatever the code took for it. False: the record does not validate.
+bool StoreSketchItems(FeatureSettings& record);
+// The whole record. A number that a record cannot hold is stored as 0. One bad field must not cost
+// the drawing.
 bool StoreLiveSketch(FeatureSettings& record);
 // Whether the live sketch holds geometry that the record does not.
 bool SketchDiffersFrom(const FeatureSettings& record);

@@ -3,7 +3,6 @@
 #include "app/commands.h"
 #include "cad/canvas/canvas.h"
 #include "cad/model/cad_hooks.h"
-#include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
@@ -14,7 +13,6 @@
 #include "cad/panel/sketch_code.h"
 #include "cad/panel/sketch_panels.h"
 #include "cad/panel/workspace.h"
-#include "cad/panel/workspace_form.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/edits.h"
@@ -33,7 +31,6 @@ void RegisterCad() {
   RegisterSketchCommands();
   liveModels.cadWindowExists = CadWindowExists;
   RegisterDrawings();
-  RegisterCutData();
   RegisterDrawingTabs();
   RegisterCanvas();
   RegisterToolKeys();
@@ -44,7 +41,6 @@ void RegisterCad() {
   RegisterPatterns();
   RegisterPatternForm();
   RegisterSketchCode();
-  RegisterCadForm();
 }
 
 void ResetCad() {
@@ -58,7 +54,6 @@ void ResetCad() {
   ResetDimensions();
   ResetPatternForm();
   ResetSketch();
-  ResetCadForm();
   ResetHintLine();
   cadHooks = CadHooks();
   ResetWorkspace();

@@ -8,12 +8,12 @@
 #include "app/limits.h"
 #include "app/router.h"
 #include "cad/geometry/lines.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/cut_data.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/panel/workspace_form.h"
 #include "cad/tools/tool_change.h"
 #include "documents/edit_link.h"
 #include "documents/feature_settings.h"
@@ -37,25 +37,17 @@ constexpr int kLeastDecimals = 3;  // without zeros behind these
 bool fromSelection[2];
 
 // What the circular or the rectangular form reads.
-struct Numbers {
+struct Pattern {
   bool rectangular = false;
   FormValues fields;
   double counts[2] = {1, 1};
-  double directions[2] = {0, 90};
   double operator[](int place) const { return fields.numbers[place]; }
 };
 
-CutData CutOf(const Numbers& n) {
+CutData CutOf(const Pattern& n) {
   return n.rectangular ? CutData{n[kGridDepth], n[kGridFeed], n[kGridSafeZ]}
                        : CutData{n[kCircleDepth], n[kCircleFeed], n[kCircleSafeZ]};
 }
-
-// The fields of an item's size and width and its list, by the kind of the pattern.
-struct ItemFields {
-  int shape, size, width;
-};
-constexpr ItemFields kItemFields[2] = {{kIdCadCircShape, kIdCadCircSize, kIdCadCircWidth},
-                                       {kIdCadRectShape, kIdCadRectSize, kIdCadRectWidth}};
 
 // Objects about the item's own centre, at most the lines of a diamond.
 struct Source {
@@ -72,13 +64,13 @@ bool Refuse(const char16_t* words) {
 
 bool IsWithin(double value, double limit) { return std::fabs(value) < limit; }
 
-bool ShapeSource(const ItemFields& form, Source& source) {
-  const double width = FieldNumber(form.size);
-  const double typed = FieldNumber(form.width);
+bool ShapeSource(const Pattern& n, Source& source) {
+  const double width = n[kPatternSize];
+  const double typed = n[kPatternWidth];
   const double height = typed == 0 ? width : typed;
   if (!(width > 0) || !IsWithin(width, kSketchLimit) || !IsWithin(height, kSketchLimit))
     return false;
-  const auto shape = static_cast<ItemShape>(platform::SelectedRow(form.shape));
+  const auto shape = static_cast<ItemShape>(n.fields.choices[kPatternItem]);
   SketchObject& object = source.objects[0];
   source.count = 1;
   object.size = width;
@@ -114,12 +106,12 @@ bool ShapeSource(const ItemFields& form, Source& source) {
 }
 
 // The selected object alone, whatever its group, with the sizes of the form.
-bool SelectionSource(const ItemFields& form, Source& source) {
+bool SelectionSource(const Pattern& n, Source& source) {
   SketchObject object = sketch.objects[sketch.selected];
   object.x = 0;
   object.y = 0;
-  object.size = FieldNumber(form.size);
-  const double width = FieldNumber(form.width);
+  object.size = n[kPatternSize];
+  const double width = n[kPatternWidth];
   if (object.type == kTypeWorkPoint || !(object.size > 0) || !IsWithin(object.size, kSketchLimit)) {
     return false;
   }
@@ -133,30 +125,32 @@ bool SelectionSource(const ItemFields& form, Source& source) {
   return true;
 }
 
-bool ReadSource(const ItemFields& form, bool selection, Source& source) {
+bool ReadFields(Pattern& n, Reading reading) {
+  int refused = 0;
+  const int page = n.rectangular ? kReadGrid : kReadCircle;
+  return ReadForm(kCadForm, page, reading, n.fields, refused);
+}
+
+// The item's sizes are read as far as their texts are numbers.
+bool ReadSource(Pattern& n, bool selection, Source& source) {
   // A locked selection says so itself.
   if (selection && HasSketchSelection() && !MayEditSelection()) return false;
+  ReadFields(n, Reading::Lax);
   const bool made =
-      selection ? HasSketchSelection() && SelectionSource(form, source) : ShapeSource(form, source);
+      selection ? HasSketchSelection() && SelectionSource(n, source) : ShapeSource(n, source);
   return made || Refuse(u"Choose valid shape dimensions or select unlocked geometry.");
 }
 
-bool ReadNumbers(Numbers& values) {
-  int refused = 0;
-  const int page = values.rectangular ? kPanelRectangular : kPanelCircular;
-  if (!ReadForm(kCadForm, page, Reading::Strict, values.fields, refused)) {
+bool ReadNumbers(Pattern& n) {
+  if (!ReadFields(n, Reading::Strict)) {
     return Refuse(u"Pattern fields require finite numeric values.");
   }
-  if (values.rectangular) {
-    values.counts[0] = values[kGridColumns];
-    values.counts[1] = values[kGridRows];
-  } else {
-    values.counts[0] = values[kCircleQuantity];
-  }
+  n.counts[0] = n.rectangular ? n[kGridColumns] : n[kCircleQuantity];
+  if (n.rectangular) n.counts[1] = n[kGridRows];
   return true;
 }
 
-bool CountsFit(const Numbers& values, const Source& source, bool selection) {
+bool CountsFit(const Pattern& values, const Source& source, bool selection) {
   for (const double count : values.counts) {
     if (!(count > 0) || count != std::floor(count)) {
       return Refuse(u"Use positive whole-number pattern quantities.");
@@ -173,19 +167,14 @@ bool CountsFit(const Numbers& values, const Source& source, bool selection) {
   return true;
 }
 
-bool ReadDirections(Numbers& values) {
-  for (int i = 0; i < 2; ++i) {
-    const int id = i == 0 ? kIdCadDirection1 : kIdCadDirection2;
-    const std::u16string text = platform::TextOf(id);
-    if (!text.empty() && !ReadStrictNumber(text, values.directions[i])) {
-      return Refuse(u"Enter numeric direction angles.");
-    }
-  }
-  return true;
+bool ReadDirections(Pattern& n) {
+  int refused = 0;
+  return ReadForm(kCadForm, kReadDirections, Reading::Strict, n.fields, refused) ||
+         Refuse(u"Enter numeric direction angles.");
 }
 
 // Where an item's centre lies and how far it is turned, in `angle`.
-ItemPlace CirclePlace(const Numbers& n, int item) {
+ItemPlace CirclePlace(const Pattern& n, int item) {
   ItemPlace place = PlaceOnCircle(
       {n[kCircleX], n[kCircleY], n[kCircleDiameter], n[kCircleStart], n.counts[0]}, item);
   const auto orientation = static_cast<Orientation>(n.fields.choices[kPatternOrientation]);
@@ -193,17 +182,17 @@ ItemPlace CirclePlace(const Numbers& n, int item) {
   return place;
 }
 
-ItemPlace GridPlace(const Numbers& n, int item) {
-  const GridPlaces grid{n[kGridX],      n[kGridY],     static_cast<int>(n.counts[0]),
-                        n[kGridStepX],  n[kGridStepY], n.directions[0],
-                        n.directions[1]};
+ItemPlace GridPlace(const Pattern& n, int item) {
+  const GridPlaces grid{n[kGridX],         n[kGridY],     static_cast<int>(n.counts[0]),
+                        n[kGridStepX],     n[kGridStepY], n[kGridDirectionX],
+                        n[kGridDirectionY]};
   ItemPlace place = PlaceInGrid(grid, item);
   place.angle = n[kGridTurn];
   return place;
 }
 
 // Every object of every item. False: one would leave the sketch.
-bool LayOut(const Numbers& values, const Source& source, int& count) {
+bool LayOut(const Pattern& values, const Source& source, int& count) {
   const int items = static_cast<int>(values.counts[0] * values.counts[1]);
   count = 0;
   for (int item = 0; item < items; ++item) {
@@ -256,13 +245,12 @@ void OnForm(int id, int) {
 }  // namespace
 
 bool ApplySketchPattern(bool isRectangular) {
-  const ItemFields& form = kItemFields[isRectangular ? 1 : 0];
   const bool selection = fromSelection[isRectangular ? 1 : 0];
   Source source;
-  Numbers values;
+  Pattern values;
   values.rectangular = isRectangular;
   int count = 0;
-  if (!ReadSource(form, selection, source) || !ReadNumbers(values) ||
+  if (!ReadSource(values, selection, source) || !ReadNumbers(values) ||
       !CountsFit(values, source, selection)) {
     return false;
   }
@@ -297,8 +285,9 @@ void TogglePatternSource() {
   fromSelection[kind] = !fromSelection[kind];
   if (fromSelection[kind] && HasSketchSelection()) {
     const SketchObject& object = sketch.objects[sketch.selected];
-    platform::SetText(kItemFields[kind].size, SizeText(object.size));
-    platform::SetText(kItemFields[kind].width, SizeText(object.size2));
+    const bool grid = kind != 0;
+    platform::SetText(grid ? kIdCadRectSize : kIdCadCircSize, SizeText(object.size));
+    platform::SetText(grid ? kIdCadRectWidth : kIdCadCircWidth, SizeText(object.size2));
   }
   RefreshPatternForm();
 }

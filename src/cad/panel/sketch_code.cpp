@@ -1,18 +1,20 @@
 #include "cad/panel/sketch_code.h"
 
+#include <cstddef>
 #include <string>
 #include <utility>
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
 #include "app/router.h"
+#include "cad/model/cad_form.h"
+#include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/workspace.h"
-#include "cad/panel/workspace_form.h"
 #include "documents/builder.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
@@ -54,10 +56,6 @@ void PutObject(CodeWriter& out, const SketchObject& object, const CutData& cut) 
   }
 }
 
-CutData CutOf(const FormValues& values) {
-  return {values.numbers[kSketchDepth], values.numbers[kSketchFeed], values.numbers[kSketchSafeZ]};
-}
-
 std::size_t RoomForCode(const FormValues& /*values*/) {
   return static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
 }
@@ -68,13 +66,13 @@ bool Check(const FormValues& values, int /*unread*/, Refusal& refusal) {
     refusal.icon = platform::BoxIcon::Information;
     return false;
   }
-  const CutData cut = CutOf(values);
+  const CutData cut = CutDataOf(values.numbers);
   refusal.words = u"Enter a positive feed with Safe Z above the cutting depth.";
   return cut.feed > kLeastFeed && cut.safeZ > cut.depth;
 }
 
 void Write(const FormValues& values, CodeWriter& out) {
-  const CutData cut = CutOf(values);
+  const CutData cut = CutDataOf(values.numbers);
   Line(out, u"");
   Line(out, u"(CUSTOM SHAPE EDITOR)");
   Line(out, values.metric ? u"G21 (MM)" : u"G20 (INCH)");
@@ -104,20 +102,20 @@ void TellResult(bool update) {
 
 // A field that is not wholly a number was read as far as it goes or replaced; the person at the
 // machine has to know.
-void TellReading(int id, const char16_t* caption, double used, int decimals) {
+void TellReading(const FormRow& row, double used) {
   double value = 0;
-  if (ReadStrictField(id, value)) return;
-  AppendOutput(caption + (u" is not a number: " + SketchNumber(used, decimals)) +
+  if (ReadStrictField(row.id, value)) return;
+  AppendOutput(row.label + (u" is not a number: " + SketchNumber(used, row.decimals)) +
                u" was used. Check the code before you run it.");
 }
 
 void AfterInsertion(const FormValues& values, bool updated) {
   TellResult(updated);
-  // Last, so that it stays on the status line too.
-  const CutData cut = CutOf(values);
-  TellReading(kIdCadSafeZ, u"Safe Z", cut.safeZ, 3);
-  TellReading(kIdCadFeed, u"Cut feed", cut.feed, 2);
-  TellReading(kIdCadDepth, u"Cut Z", cut.depth, 3);
+  // Last, so that it stays on the status line too; there the first field stays longest.
+  for (std::size_t i = kCadForm.rows.size(); i-- > 0;) {
+    const FormRow& row = kCadForm.rows[i];
+    if (IsCutField(row)) TellReading(row, values.numbers[row.value]);
+  }
 }
 
 int CutDataPage() { return kPanelCutData; }
@@ -135,7 +133,7 @@ constexpr Builder kSketchBuilder{
     .check = Check,
     .write = Write,
     .room = RoomForCode,
-    .storeItems = WriteSketchSettings,
+    .storeItems = StoreSketchItems,
     .loadItems = OpenSketchBlock,
     .inserted = AfterInsertion,
     .linked = RefreshCadKeys,
@@ -143,12 +141,10 @@ constexpr Builder kSketchBuilder{
 
 }  // namespace
 
-std::u16string SketchCode(double depth, double feed, double safeZ) {
+std::u16string SketchCode(const CutData& cut) {
   FormValues values;
   values.metric = sketch.metric;
-  values.numbers[kSketchDepth] = depth;
-  values.numbers[kSketchFeed] = feed;
-  values.numbers[kSketchSafeZ] = safeZ;
+  PutCutData(cut, values.numbers);
   CodeWriter out;
   out.most = RoomForCode(values);
   Write(values, out);

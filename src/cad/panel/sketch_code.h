@@ -7,11 +7,13 @@
 
 #include <string>
 
+#include "library/motion_text.h"
+
 namespace morva {
 
 // The text for these cutting data in the sketch's own unit, CR LF line ends, the first line
 // empty.
-std::u16string SketchCode(double depth, double feed, double safeZ);
+std::u16string SketchCode(const CutData& cut);
 // The "Generate" and "Update" command: checks, destination, insertion, messages. The sketch
 // stays as it is.
 void GenerateSketchCode();

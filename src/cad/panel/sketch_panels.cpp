@@ -12,8 +12,10 @@
 #include "cad/model/tool_state.h"
 #include "cad/panel/operations_list.h"
 #include "cad/tools/dimensions.h"
+#include "cad/tools/edits.h"
 #include "cad/tools/save_shape.h"
 #include "cad/tools/sketch_units.h"
+#include "forms/form.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
@@ -25,8 +27,6 @@ namespace morva {
 namespace {
 
 constexpr std::int64_t kFaceRow = -1;  // data of the row that stands in an empty list
-constexpr int kSizeDecimals = 3;
-constexpr int kAngleDecimals = 4;
 
 // A group stands in the list once, on its first member.
 bool HasOwnLine(int index) {
@@ -82,18 +82,14 @@ void RefreshOperations() {
 void ShowSelection() {
   if (!HasSketchSelection()) {
     // Numbers of an object that is gone, perhaps of another drawing, must not stand there.
-    for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
-      platform::SetText(id, u"");
-    }
+    for (const GeometryField& field : kGeometryFields) platform::SetText(field.id, u"");
     SetPassingStatus(kNothingSelected);
     return;
   }
   const SketchObject& object = sketch.objects[sketch.selected];
-  platform::SetText(kIdCadX, SketchNumber(object.x, kSizeDecimals));
-  platform::SetText(kIdCadY, SketchNumber(object.y, kSizeDecimals));
-  platform::SetText(kIdCadSize, SketchNumber(object.size, kSizeDecimals));
-  platform::SetText(kIdCadSize2, SketchNumber(object.size2, kSizeDecimals));
-  platform::SetText(kIdCadAngle, SketchNumber(object.angle, kAngleDecimals));
+  for (const GeometryField& field : kGeometryFields) {
+    platform::SetText(field.id, NumberText(field.id, object.*field.number));
+  }
   const std::u16string words = u"Selected: " + std::u16string(SketchTypeName(object.type)) +
                                u"  \u2022  drag to move; use Dimension to resize.";
   SetPassingStatus(words.c_str());

@@ -10,13 +10,13 @@
 #include "app/router.h"
 #include "app/wells.h"
 #include "cad/canvas/canvas_pointer.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/drawings.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/pattern_form.h"
-#include "cad/panel/workspace_form.h"
 #include "cad/panel/workspace_strip.h"
 #include "cad/tools/size_boxes.h"
 #include "cad/tools/tool_change.h"
@@ -50,6 +50,8 @@ constexpr int kRecentPercent = 34;  // of the left column's height
 constexpr int kRowHeight = 24;
 
 bool made = false;
+int shownPanel = kPanelNone;
+Rect formPlace;
 
 void MakeKey(int id) { MakeCommandKey(id, kViewCad, FontRole::Body, false); }
 
@@ -144,9 +146,7 @@ void OrderTabs() {
   put(kIdCadSizeBox1);
   put(kIdCadSizeBox2);
   put(kIdCadCreateTyped);
-  const int* form = nullptr;
-  const int fields = CadFormOrder(form);
-  for (int i = 0; i < fields; ++i) put(form[i]);
+  count += FormOrder(kCadForm, ids + count, kMaxTabStops - count);
   platform::SetTabOrder(ids, count);
 }
 
@@ -258,7 +258,8 @@ void PlaceWorkspace(const Rect& area) {
   const int right = width - kPad - kRightWidth - kPad;
   PlaceDrawingTabs(left, right, top);
   platform::SetPlace(kViewCadCanvas, Rect{left, top + kTabHeight + kGap, right, bottom});
-  PlaceCadForm(Rect{right + kPad, top, width - kPad, bottom});
+  formPlace = Rect{right + kPad, top, width - kPad, bottom};
+  PlaceForm(kCadForm, formPlace, shownPanel);
   platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
   platform::SetPlace(kIdCadHint, Rect{kPad, bottom + 2 + kLineHeight, width - kPad, height - 2});
   PlaceSizeBoxes();
@@ -274,8 +275,10 @@ void PaintWorkspace(Canvas& canvas) {
 }
 
 void RefreshPanel() {
-  if (!made || ShownCadPanel() == tools.panelMode) return;
-  ShowCadPanel(tools.panelMode);
+  if (!made || shownPanel == tools.panelMode) return;
+  shownPanel = tools.panelMode;
+  ScrollSheetToTop(kCadSheet);
+  PlaceForm(kCadForm, formPlace, shownPanel);
 }
 
 void RefreshTools() {
@@ -305,6 +308,8 @@ bool WorkspacePointer(const platform::PointerEvent& event) {
 }  // namespace
 
 bool CadWindowExists() { return made; }
+
+int ShownCadPanel() { return shownPanel; }
 
 void RefreshCadKeys() {
   if (!made) return;
@@ -338,8 +343,15 @@ void RegisterWorkspace() {
   handlers.paint = PaintWorkspace;
   handlers.pointer = WorkspacePointer;
   RegisterHandlers(handlers);
+  RegisterForm(kCadForm);
+  RegisterSheet<kCadSheet>();
 }
 
-void ResetWorkspace() { made = false; }
+void ResetWorkspace() {
+  made = false;
+  shownPanel = kPanelNone;
+  formPlace = Rect();
+  ResetForm(kCadForm);
+}
 
 }  // namespace morva

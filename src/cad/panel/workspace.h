@@ -12,10 +12,11 @@ bool CadWindowExists();
 // Makes it once and stages the program's drawing, then shows it in `area` of the main window.
 void ShowCadWorkspace(const platform::Rect& area);
 void HideCadWorkspace();
+int ShownCadPanel();  // a PanelMode
 // The keys of the pattern form, by the block under edit; nothing before the window is made.
 void RefreshCadKeys();
 
-void RegisterWorkspace();  // the hooks that it answers, its handlers, the key of the cutting data
+void RegisterWorkspace();  // its hooks, handlers and form, the key of the cutting data
 void ResetWorkspace();
 
 }  // namespace morva

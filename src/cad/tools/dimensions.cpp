@@ -5,6 +5,7 @@
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/geometry/snap.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"

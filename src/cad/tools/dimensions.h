@@ -8,11 +8,6 @@
 
 namespace morva {
 
-inline constexpr char16_t kClickGeometry[] = u"Click geometry to measure and resize.";
-// The sizes of an object that can be edited.
-inline constexpr const char16_t* kDimensionParts[] = {u"Length / width / diameter",
-                                                      u"Height / slot width", u"Circle radius"};
-
 void EnterDimensionMode(bool measure);
 // The selected object's size of tools.dimensionPart into the value box, 4 decimals.
 void ShowDimensionValue();

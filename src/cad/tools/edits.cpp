@@ -33,11 +33,12 @@ const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
 SketchObject AppliedObject() {
   SketchObject object = Selected();
-  object.x = FieldNumber(kIdCadX, object.x);
-  object.y = FieldNumber(kIdCadY, object.y);
-  object.size = std::fabs(FieldNumber(kIdCadSize, object.size));
-  object.size2 = std::fabs(FieldNumber(kIdCadSize2, object.size2));
-  object.angle = FieldNumber(kIdCadAngle, object.angle);
+  for (const GeometryField& field : kGeometryFields) {
+    double& number = object.*field.number;
+    number = FieldNumber(field.id, number);
+  }
+  object.size = std::fabs(object.size);
+  object.size2 = std::fabs(object.size2);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
   if (object.type == kTypeCircle) object.size2 = 0;
   return object;

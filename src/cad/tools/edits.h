@@ -6,7 +6,21 @@
 // and Delete take none. Everything else here takes exactly one.
 #pragma once
 
+#include "app/command_ids.h"
+#include "library/sketch_object.h"
+
 namespace morva {
+
+// The fields of "Selected Geometry", each with the number of the object that it shows.
+struct GeometryField {
+  int id = 0;
+  double SketchObject::*number = nullptr;
+};
+inline constexpr GeometryField kGeometryFields[] = {{kIdCadX, &SketchObject::x},
+                                                    {kIdCadY, &SketchObject::y},
+                                                    {kIdCadSize, &SketchObject::size},
+                                                    {kIdCadSize2, &SketchObject::size2},
+                                                    {kIdCadAngle, &SketchObject::angle}};
 
 // The five fields as the object's numbers; a field without a number leaves its own.
 void ApplyGeometryFields();

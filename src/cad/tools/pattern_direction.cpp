@@ -18,8 +18,6 @@ namespace morva {
 
 namespace {
 
-constexpr int kAngleDecimals = 3;
-
 // The direction of a rectangle's side: the sides at the ends of its width run across it.
 double SideDirection(const SketchObject& box, double x, double y) {
   const double sine = SketchSine(box.angle);
@@ -57,8 +55,8 @@ bool PatternDirectionClick(double x, double y) {
   const int hit = HitObject(x, y);
   double angle = 0;
   if (hit < 0 || !DirectionOf(sketch.objects[hit], x, y, angle)) return false;
-  platform::SetText(first ? kIdCadDirection1 : kIdCadDirection2,
-                    SketchNumber(angle, kAngleDecimals));
+  const int field = first ? kIdCadDirection1 : kIdCadDirection2;
+  platform::SetText(field, NumberText(field, angle));
   SetGeometryTool(kGeometryNone);
   RefreshCadTools();
   platform::Repaint(kViewCadCanvas);
@@ -67,7 +65,7 @@ bool PatternDirectionClick(double x, double y) {
 
 void ReversePatternDirection(int command) {
   const int field = command == kIdReverseDirection1 ? kIdCadDirection1 : kIdCadDirection2;
-  platform::SetText(field, SketchNumber(FieldNumber(field) + 180, kAngleDecimals));
+  platform::SetText(field, NumberText(field, FieldNumber(field) + 180));
 }
 
 }  // namespace morva

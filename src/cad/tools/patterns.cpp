@@ -8,14 +8,13 @@
 #include "app/limits.h"
 #include "app/router.h"
 #include "cad/geometry/lines.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/tools/edit_parts.h"
-#include "forms/form.h"
 #include "library/item_places.h"
 #include "platform/events.h"
-#include "platform/listing.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -24,7 +23,14 @@ namespace {
 
 constexpr double kLeastDiameter = 1e-6;
 
-int Count(int id, int most) { return std::clamp(FieldCount(id), 1, most); }
+int Count(double typed, int most) { return std::clamp(static_cast<int>(typed), 1, most); }
+
+FormValues Fields(int page) {
+  FormValues values;
+  int refused = 0;
+  ReadForm(kCadForm, page, Reading::Lax, values, refused);
+  return values;
+}
 
 const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
@@ -52,25 +58,20 @@ void PutInstances() {
   RefreshSketchPanels();
 }
 
-double Diameter() {
-  const double typed = FieldNumber(kIdCadCircularDiameter);
+double Diameter(double typed) {
   return std::fabs(typed) < kLeastDiameter ? FieldFallback(kIdCadCircularDiameter) : typed;
 }
 
 void MakeCircle() {
   const SketchObject source = Selected();
+  const FormValues values = Fields(kReadQuickCircle);
+  const double* n = values.numbers;
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
-  instances.count = std::min(Count(kIdCadQuantity, kMaxQuickQuantity), room);
-  CirclePlaces circle;
-  circle.x = FieldNumber(kIdCadCircularX);
-  circle.y = FieldNumber(kIdCadCircularY);
-  circle.diameter = Diameter();
-  circle.start = FieldNumber(kIdCadCircularStart);
-  circle.quantity = instances.count;
-  const double rotation = FieldNumber(kIdCadCircularRotation);
-  const auto orientation =
-      static_cast<Orientation>(platform::SelectedRow(kIdCadCircularOrientation));
+  instances.count = std::min(Count(n[kQuickQuantity], kMaxQuickQuantity), room);
+  const CirclePlaces circle{n[kQuickX], n[kQuickY], Diameter(n[kQuickDiameter]), n[kQuickStart],
+                            static_cast<double>(instances.count)};
+  const auto orientation = static_cast<Orientation>(values.choices[kPatternOrientation]);
   for (int i = 0; i < instances.count; ++i) {
     const ItemPlace place = PlaceOnCircle(circle, i);
     SketchObject& object = instances.objects[i];
@@ -79,25 +80,23 @@ void MakeCircle() {
     object.y = place.y;
     if (orientation == Orientation::Radial) object.angle = place.angle;
     if (orientation == Orientation::Tangential) object.angle = place.angle + 90;
-    object.angle += rotation;
+    object.angle += n[kQuickTurn];
   }
 }
 
 void MakeGrid() {
   SketchObject source = Selected();
-  source.angle += FieldNumber(kIdCadGridRotation);
-  GridPlaces grid;
-  grid.x = source.x;
-  grid.y = source.y;
-  grid.columns = Count(kIdCadColumns, kMaxQuickLines);
-  grid.stepX = FieldNumber(kIdCadSpacingX);
-  grid.stepY = FieldNumber(kIdCadSpacingY);
-  const int rows = Count(kIdCadRows, kMaxQuickLines);
+  const FormValues values = Fields(kReadQuickGrid);
+  const double* n = values.numbers;
+  source.angle += n[kQuickGridTurn];
+  const GridPlaces grid{source.x, source.y, Count(n[kQuickColumns], kMaxQuickLines), n[kQuickStepX],
+                        n[kQuickStepY]};
+  const int rows = Count(n[kQuickRows], kMaxQuickLines);
   const int room = kMaxItems + 1 - sketch.objectCount;
   instances.count = std::min(grid.columns * rows, room);
-  for (int n = 0; n < instances.count; ++n) {
-    const ItemPlace place = PlaceInGrid(grid, n);
-    SketchObject& object = instances.objects[n];
+  for (int i = 0; i < instances.count; ++i) {
+    const ItemPlace place = PlaceInGrid(grid, i);
+    SketchObject& object = instances.objects[i];
     object = source;
     object.x = place.x;
     object.y = place.y;

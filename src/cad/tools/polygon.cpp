@@ -5,11 +5,11 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "cad/geometry/lines.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "forms/form.h"
 #include "library/outline.h"
 #include "platform/window.h"
 
@@ -21,8 +21,11 @@ constexpr double kMostStartAngle = 36000;  // degrees
 constexpr const char16_t* kPolygonRefused =
     u"Use 3-64 sides, positive radius, and enough room in the sketch.";
 
-bool IsWholeSides(double value) {
-  return value >= kLeastSides && value <= kMaxPolygonSides && value == static_cast<int>(value);
+// 0 for a number of sides that no polygon has.
+int SidesOf(double value) {
+  const bool whole =
+      value >= kLeastSides && value <= kMaxPolygonSides && value == static_cast<int>(value);
+  return whole ? static_cast<int>(value) : 0;
 }
 
 // The lines of a polygon; every one keeps to the sketch's limits. False: one does not.
@@ -50,8 +53,7 @@ bool PolygonLines(int sides, double radius, double centreX, double centreY, doub
 int PolygonSidesField() {
   if (!platform::Exists(kIdCadPolygonSides)) return tools.polygonSides;
   double sides = 0;
-  if (!ReadStrictField(kIdCadPolygonSides, sides) || !IsWholeSides(sides)) return 0;
-  return static_cast<int>(sides);
+  return ReadStrictField(kIdCadPolygonSides, sides) ? SidesOf(sides) : 0;
 }
 
 bool MakePolygon(int sides, double radius, double centreX, double centreY, double startAngle) {
@@ -83,15 +85,13 @@ bool CreatePolygon(int sides, double radius, double centreX, double centreY, dou
 }
 
 void CreatePolygonFromPanel() {
-  double radius = 0;
-  double x = 0;
-  double y = 0;
-  double angle = 0;
-  const bool read = ReadStrictField(kIdCadPolygonRadius, radius) &&
-                    ReadStrictField(kIdCadPolygonX, x) && ReadStrictField(kIdCadPolygonY, y) &&
-                    ReadStrictField(kIdCadPolygonAngle, angle);
-  // What is no number makes no polygon; a radius of 0 is refused with the same words.
-  CreatePolygon(PolygonSidesField(), read ? radius : 0, x, y, angle);
+  FormValues values;
+  int refused = 0;
+  // What is no number makes no polygon; no sides are refused with the same words.
+  const bool read = ReadForm(kCadForm, kPanelPolygon, Reading::Strict, values, refused);
+  const double* n = values.numbers;
+  CreatePolygon(read ? SidesOf(n[kPolygonSides]) : 0, n[kPolygonRadius], n[kPolygonX], n[kPolygonY],
+                n[kPolygonAngle]);
 }
 
 }  // namespace morva

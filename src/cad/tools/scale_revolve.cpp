@@ -7,13 +7,13 @@
 #include "app/limits.h"
 #include "app/router.h"
 #include "cad/geometry/lines.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/tools/edit_parts.h"
 #include "cad/tools/tool_change.h"
-#include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
 #include "platform/events.h"
@@ -24,42 +24,34 @@ namespace {
 
 constexpr double kMostFactor = 1000;
 constexpr double kMostDegrees = 36000;
-constexpr double kNoAngle = 1e9;  // a field without a number, beyond what is allowed
+constexpr double kNoAngle = 1e9;  // where a field has no number: beyond what is allowed
 constexpr int kPivotDecimals = 4;
-constexpr int kSwitchedDecimals = 5;  // of the pivot's fields after a change of unit
-
-// "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
-double StrictField(int id, double fallback) {
-  double value = fallback;
-  ReadStrictField(id, value);
-  return value;
-}
 
 // Digits alone, -1 for anything else.
-int CopiesField() {
+int CopiesOf(double value) {
   const std::u16string text = platform::TextOf(kIdCadRevolveCopies);
-  double value = 0;
   const bool digits = text.find_first_not_of(u"0123456789") == std::u16string::npos;
-  return digits && ReadStrictNumber(text, value) ? static_cast<int>(value) : -1;
+  return digits ? static_cast<int>(value) : -1;
 }
 
-// A field that still shows the pivot stands for all of its digits.
-double PivotField(int id, double held) {
+// A field that still shows the pivot, also after a change of unit, stands for all of its digits.
+double PivotOf(int id, double held, double typed) {
   const std::u16string text = platform::TextOf(id);
-  const bool shown =
-      text == SketchNumber(held, kPivotDecimals) || text == SketchNumber(held, kSwitchedDecimals);
-  return shown ? held : StrictField(id, kSketchLimit);
+  const bool shown = text == SketchNumber(held, kPivotDecimals) || text == NumberText(id, held);
+  return shown ? held : typed;
 }
 
 void ApplyRevolve() {
-  const double x = PivotField(kIdCadPivotX, tools.pivotX);
-  const double y = PivotField(kIdCadPivotY, tools.pivotY);
-  const double angle = StrictField(kIdCadRevolveAngle, kNoAngle);
-  const int copies = CopiesField();
+  FormValues values;
+  int refused = 0;
+  // "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
+  const bool read = ReadForm(kCadForm, kPanelRevolve, Reading::Strict, values, refused);
+  const double* n = values.numbers;
   const double heldX = tools.pivotX;
   const double heldY = tools.pivotY;
-  SetPivot(x, y);
-  if (Revolve(angle, copies)) return;
+  SetPivot(PivotOf(kIdCadPivotX, heldX, n[kRevolvePivotX]),
+           PivotOf(kIdCadPivotY, heldY, n[kRevolvePivotY]));
+  if (Revolve(read ? n[kRevolveAngle] : kNoAngle, CopiesOf(n[kRevolveCopies]))) return;
   SetPivot(heldX, heldY);
 }
 
@@ -96,7 +88,8 @@ void SetRevolvePivot(double x, double y) {
 
 void ScaleGeometry() {
   if (!MayEditSelection()) return;
-  const double factor = StrictField(kIdCadScaleFactor, 0);
+  double factor = 0;
+  ReadStrictField(kIdCadScaleFactor, factor);
   if (!(factor > 0 && factor <= kMostFactor)) {
     SetSketchStatus(u"Scale factor must be greater than zero and at most 1000.");
     return;

@@ -66,8 +66,6 @@ void OnUnitKey(int id, int /*notification*/) {
 
 }  // namespace
 
-bool SketchIsMetric() { return sketch.metric; }
-
 void RegisterSketchUnits() {
   cadHooks.switchSketchUnits = SwitchUnits;
   RegisterCommand(RouterStage::Builder, kIdCadInch, kIdCadMm, platform::kNotifyClick, OnUnitKey);

@@ -3,9 +3,6 @@
 
 namespace morva {
 
-// The unit of the live sketch, which the fields of the workspace follow.
-bool SketchIsMetric();
-
 void RegisterSketchUnits();
 
 }  // namespace morva

@@ -11,13 +11,17 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_models.h"
+#include "forms/form.h"
 #include "library/units.h"
 #include "support/stage.h"
 #include "text/codetext.h"
 
 namespace cad_test {
 
-inline void OnCommand(int id, int notification) { morva::RouteCommand(id, notification); }
+inline void OnCommand(int id, int notification) {
+  morva::RouteCommand(id, notification);
+  morva::FormNotified(id, notification);
+}
 inline bool OnKey(int id, const platform::KeyEvent& key) {
   for (int n = 0; const morva::Handlers* handlers = morva::HandlersOf(id, n); ++n) {
     if (handlers->key && handlers->key(key)) return true;

@@ -14,6 +14,7 @@
 #include "cad/canvas/canvas_model.h"
 #include "cad/canvas/canvas_paint.h"
 #include "cad/canvas/canvas_pointer.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/sketch.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/select_drag.h"
@@ -52,6 +53,7 @@ class CanvasTest : public support::Stage {
     platform::MakeView(spec);
     Size(1040, 600);
     platform::SetVisible(kViewCadCanvas, true);
+    RegisterForm(kCadForm);
     RegisterCanvas();
   }
   ~CanvasTest() override {

@@ -11,6 +11,7 @@
 
 #include "app/command_ids.h"
 #include "app/panels.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/panel/cad_room.h"

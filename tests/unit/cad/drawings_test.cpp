@@ -222,7 +222,7 @@ TEST_F(Drawings, TheRecordHasItsFieldsAtTheirPlaces) {
   sketch.thickness = 0.125;
   Cut(u"-0.5", u"20", u"0.25");
   FeatureSettings record;
-  ASSERT_TRUE(WriteSketchSettings(record));
+  ASSERT_TRUE(StoreLiveSketch(record));
   unsigned char bytes[kSettingsBytes];
   WriteSettings(record, bytes);
   EXPECT_EQ(Word(bytes, 0), 3u);  // version
@@ -247,7 +247,7 @@ TEST_F(Drawings, TheRecordHasItsFieldsAtTheirPlaces) {
 TEST_F(Drawings, AnEmptyOrWordyCuttingFieldIsStoredAsZero) {
   Cut(u"", u"fast", u"0.5");
   FeatureSettings record;
-  ASSERT_TRUE(WriteSketchSettings(record));
+  ASSERT_TRUE(StoreLiveSketch(record));
   EXPECT_EQ(record.values[0], 0);
   EXPECT_EQ(record.values[1], 0);
   EXPECT_EQ(record.values[2], 0.5);
@@ -257,7 +257,8 @@ TEST_F(Drawings, ACuttingFieldBeyondEveryRecordDoesNotCostTheDrawing) {
   Add(kTypeCircle, 1, 2, 3);
   Cut(u"-0.5", u"1000000000", u"0.25");
   FeatureSettings record;
-  EXPECT_FALSE(WriteSketchSettings(record));  // what an insertion refuses
+  StartSketchRecord(record, false);
+  EXPECT_FALSE(StoreSketchItems(record));  // what an insertion refuses
   headless::Click(kIdDrawingAdd);
   headless::Click(kIdDrawingFirst);
   ASSERT_EQ(sketch.objectCount, 1);
@@ -441,7 +442,7 @@ TEST_F(Drawings, ARecordThatDoesNotValidateLeavesTheSketchAlone) {
   sketch.locked[0] = 1;
   PushSketchUndo();
   FeatureSettings record;
-  ASSERT_TRUE(WriteSketchSettings(record));
+  ASSERT_TRUE(StoreLiveSketch(record));
   for (int fault = 0; fault < 4; ++fault) {
     FeatureSettings bad = record;
     if (fault == 0) bad.kind = kKindPlate;

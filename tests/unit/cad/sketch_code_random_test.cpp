@@ -378,7 +378,7 @@ TEST_F(SketchCodeByChance, HasEveryWordOfEveryObjectInItsOrder) {
   for (int round = 0; round < 400; ++round) {
     DrawAny(chance, round % 2 == 1);
     SCOPED_TRACE(round);
-    ExpectWords(Lines(SketchCode(-0.1, 10, 0.5)));
+    ExpectWords(Lines(SketchCode({-0.1, 10, 0.5})));
     if (HasFailure()) return;
   }
 }
@@ -389,7 +389,7 @@ TEST_F(SketchCodeByChance, ReadBackLiesOnTheOutlinesAndCoversThem) {
   int cutting = 0;
   for (int round = 0; round < 120; ++round) {
     DrawAny(chance, round % 2 == 1);
-    const std::u16string text = SketchCode(-0.1, 10, 0.5);
+    const std::u16string text = SketchCode({-0.1, 10, 0.5});
     const std::vector<std::string> lines = Lines(text);
     ExtractToolpath(text, sketch.metric);
     ASSERT_LT(path.count, kMaxMotionPoints);

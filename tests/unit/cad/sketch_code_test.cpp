@@ -24,19 +24,6 @@ SketchObject Circle(double x, double y, double diameter) {
   return {kTypeCircle, 0, x, y, diameter, 0, 0};
 }
 
-// The live sketch as a record, without its cutting data.
-bool WriteSketch(FeatureSettings& record) {
-  record.version = 3;
-  record.kind = kKindSketch;
-  record.metric = sketch.metric ? 1 : 0;
-  record.itemCount = sketch.objectCount;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    const SketchObject& o = sketch.objects[i];
-    record.items[i] = {o.type, o.group, o.x, o.y, o.size, o.size2, o.angle};
-  }
-  return true;
-}
-
 int rebuilt = 0;
 
 struct SketchCodeTest : support::Stage {
@@ -47,7 +34,6 @@ struct SketchCodeTest : support::Stage {
     features.count = 0;
     rebuilt = 0;
     hooks.rebuildToolpath = [] { ++rebuilt; };
-    SetSettingsWriter(kKindSketch, WriteSketch);
     RegisterSketchCode();
     for (const int id : {kIdCadDepth, kIdCadFeed, kIdCadSafeZ}) {
       support::MakeText(id, platform::ControlKind::EditLine);
@@ -69,7 +55,7 @@ struct SketchCodeTest : support::Stage {
     platform::SetText(kIdCadSafeZ, safeZ);
   }
   static void Draw(const SketchObject& object) { AppendSketchObject(object); }
-  static std::u16string Code() { return SketchCode(-0.1, 10, 0.5); }
+  static std::u16string Code() { return SketchCode({-0.1, 10, 0.5}); }
   // The one box that this command showed.
   static headless::BoxRecord Refusal() {
     GenerateSketchCode();
@@ -249,14 +235,30 @@ TEST_F(SketchCodeTest, InsertsOneBlockOfASketchAndTellsWhatToVerify) {
   ASSERT_EQ(features.count, 1);
   EXPECT_EQ(features.rows[0].settings.kind, kKindSketch);
   EXPECT_EQ(features.rows[0].settings.itemCount, 1);
-  EXPECT_EQ(features.rows[0].settings.codeHash, CodeHash(SketchCode(-0.125, 7.5, 0.25)));
-  EXPECT_TRUE(Holds(Text(), SketchCode(-0.125, 7.5, 0.25)));
+  EXPECT_EQ(features.rows[0].settings.codeHash, CodeHash(SketchCode({-0.125, 7.5, 0.25})));
+  EXPECT_TRUE(Holds(Text(), SketchCode({-0.125, 7.5, 0.25})));
   EXPECT_TRUE(Holds(platform::TextOf(kIdOutputLog),
                     u"Custom Shape Editor geometry inserted into active program. Verify work "
                     u"offset, cutter compensation, stock, and clearances.\r\n"));
   EXPECT_TRUE(app.editorDirty);
   EXPECT_EQ(rebuilt, 1);
   EXPECT_EQ(sketch.objectCount, 1);
+}
+
+TEST_F(SketchCodeTest, CutsByTheFallbackOfAnEmptyFieldAndKeepsZeroInTheBlock) {
+  Draw(Line(0, 0, 2, 0));
+  SetSketchThickness(0.75);
+  Fields(u"", u"7.5", u"0.25");
+  GenerateSketchCode();
+  ScanProgramText(Text());
+  ASSERT_EQ(features.count, 1);
+  EXPECT_TRUE(Holds(Text(), SketchCode({-2.5, 7.5, 0.25})));
+  const FeatureSettings& stored = features.rows[0].settings;
+  EXPECT_EQ(stored.values[0], 0);
+  EXPECT_EQ(stored.values[1], 7.5);
+  EXPECT_EQ(stored.values[2], 0.25);
+  for (int i = 3; i < 15; ++i) EXPECT_EQ(stored.values[i], 0) << i;
+  EXPECT_EQ(stored.values[15], 0.75);
 }
 
 TEST_F(SketchCodeTest, SaysInTheWorkspaceWhereTheCodeWentAndWhetherItIsNew) {

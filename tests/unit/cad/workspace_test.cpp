@@ -1,5 +1,7 @@
 // The CAD workspace's window in the whole application: places, panels, right click, keys.
 
+#include "cad/panel/workspace.h"
+
 #include <initializer_list>
 #include <iterator>
 #include <set>
@@ -7,12 +9,12 @@
 
 #include "app/outlets.h"
 #include "cad/geometry/canvas_view.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "cad/panel/workspace_form.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/stage.h"
@@ -51,8 +53,8 @@ class Workspace : public support::Workbench {
   }
   // Of the form, which scrolls: only what lies in its view counts against the rest.
   static bool InForm(int id) {
-    const int* ids = nullptr;
-    const int count = CadFormOrder(ids);
+    int ids[kMaxTabStops];
+    const int count = FormOrder(kCadForm, ids, kMaxTabStops);
     for (int i = 0; i < count; ++i) {
       if (ids[i] == id) return true;
     }
@@ -112,8 +114,8 @@ TEST_F(Workspace, OverlapsNowhereInAnyPanelAtAnySize) {
 
 TEST_F(Workspace, FitsEveryPanelIntoTheFormThatScrolls) {
   headless::Resize(1200, 800);
-  const int* ids = nullptr;
-  const int count = CadFormOrder(ids);
+  int ids[kMaxTabStops];
+  const int count = FormOrder(kCadForm, ids, kMaxTabStops);
   for (const int panel : {0, 1, 2, 3, 4, 5, 6, 7, 9}) {
     tools.panelMode = panel;
     RefreshCadTools();
@@ -126,23 +128,23 @@ TEST_F(Workspace, FitsEveryPanelIntoTheFormThatScrolls) {
 
 TEST_F(Workspace, ScrollsTheFormByLinesAndToAFieldThatGetsTheKeyboard) {
   headless::Resize(1200, 800);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   platform::PointerEvent wheel;
   wheel.action = platform::PointerAction::Wheel;
   wheel.wheel = -1;
   headless::Pointer(kViewCadForm, wheel);
-  EXPECT_EQ(CadFormTop(), 36);
+  EXPECT_EQ(SheetTop(kCadSheet), 36);
   wheel.wheel = 5;
   headless::Pointer(kViewCadForm, wheel);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   wheel.wheel = -100;
   headless::Pointer(kViewCadForm, wheel);
-  const int end = CadFormTop();
+  const int end = SheetTop(kCadSheet);
   EXPECT_EQ(end, kFormHeight - platform::ClientArea(kViewCadForm).bottom);
   ASSERT_TRUE(headless::Focus(kIdCadX));
-  EXPECT_LT(CadFormTop(), end);
+  EXPECT_LT(SheetTop(kCadSheet), end);
   const Rect place = platform::PlaceOf(kIdCadX);
-  EXPECT_GE(place.top, CadFormTop());
+  EXPECT_GE(place.top, SheetTop(kCadSheet));
 }
 
 TEST_F(Workspace, ARightClickAnywhereGivesUpTheToolInHand) {
@@ -479,23 +481,23 @@ TEST_F(Workspace, ScrollsByTheArrowsThePagesAndTheThumbOfItsBar) {
   const int height = platform::ClientArea(kViewCadForm).bottom;
   const int most = 1360 - height;
   Scroll(PointerAction::Press, height - 3);
-  EXPECT_EQ(CadFormTop(), 36);
+  EXPECT_EQ(SheetTop(kCadSheet), 36);
   Scroll(PointerAction::Press, 3);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   Scroll(PointerAction::Press, 3);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   Scroll(PointerAction::Press, height - 20);  // below the thumb
-  EXPECT_EQ(CadFormTop(), height - 60);
+  EXPECT_EQ(SheetTop(kCadSheet), height - 60);
   Scroll(PointerAction::Press, 18);  // above it
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   Scroll(PointerAction::Press, 40);
   Scroll(PointerAction::Move, 5000);
-  EXPECT_EQ(CadFormTop(), most);
+  EXPECT_EQ(SheetTop(kCadSheet), most);
   Scroll(PointerAction::Move, 40);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
   Scroll(PointerAction::Lost, 0);
   Scroll(PointerAction::Move, 300);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
 }
 
 TEST_F(Workspace, TurnsThePagesOfTheFormByKeysOnFieldsAndKeys) {
@@ -503,9 +505,9 @@ TEST_F(Workspace, TurnsThePagesOfTheFormByKeysOnFieldsAndKeys) {
   const int page = platform::ClientArea(kViewCadForm).bottom - 60;
   for (const int id : {kIdCadX, kIdCadApply}) {
     PressOf(id, platform::kKeyPageDown);
-    EXPECT_EQ(CadFormTop(), page) << id;
+    EXPECT_EQ(SheetTop(kCadSheet), page) << id;
     headless::PressKey({platform::kKeyPageUp});
-    EXPECT_EQ(CadFormTop(), 0) << id;
+    EXPECT_EQ(SheetTop(kCadSheet), 0) << id;
   }
   // What is typed is seen.
   PressOf(kIdCadX, platform::kKeyPageDown);
@@ -516,7 +518,7 @@ TEST_F(Workspace, TurnsThePagesOfTheFormByKeysOnFieldsAndKeys) {
   tools.panelMode = kPanelCircular;
   RefreshCadTools();
   PressOf(kIdCadCircularOrientation, platform::kKeyPageDown);
-  EXPECT_EQ(CadFormTop(), 0);
+  EXPECT_EQ(SheetTop(kCadSheet), 0);
 }
 
 TEST_F(Workspace, BringsEveryFieldIntoViewEitherWayRound) {
@@ -537,10 +539,10 @@ TEST_F(Workspace, StaysUnderAPressOfThePointer) {
   tools.panelMode = kPanelCircular;
   RefreshCadTools();
   const int top = platform::PlaceOf(kIdCadQuickCircular).top + 10;
-  ScrollCadForm(top);
+  ScrollSheet(kCadSheet, top);
   headless::MovePointerOver(kIdCadQuickCircular);
   ASSERT_TRUE(headless::Focus(kIdCadQuickCircular));
-  EXPECT_EQ(CadFormTop(), top);
+  EXPECT_EQ(SheetTop(kCadSheet), top);
   headless::MovePointerOver(0);
   ASSERT_TRUE(headless::Focus(kIdCadCircularX));
   ASSERT_TRUE(headless::Focus(kIdCadQuickCircular));

@@ -1,12 +1,11 @@
-#include "cad/panel/workspace_form.h"
+#include "cad/model/cad_form.h"
 
 #include <iterator>
 
 #include "app/command_ids.h"
 #include "app/limits.h"
-#include "cad/model/tool_state.h"
-#include "cad/tools/dimensions.h"
-#include "cad/tools/sketch_units.h"
+#include "cad/model/sketch.h"
+#include "documents/program_changed.h"
 #include "library/units.h"
 
 namespace morva {
@@ -17,6 +16,11 @@ constexpr unsigned Page(PanelMode mode) { return PageBit(mode); }
 constexpr unsigned kCircular = Page(kPanelCircular);
 constexpr unsigned kRectangular = Page(kPanelRectangular);
 constexpr unsigned kPatterns = kCircular | kRectangular;
+constexpr unsigned kQuickCircle = kCircular | PageBit(kReadQuickCircle);
+constexpr unsigned kQuickGrid = kRectangular | PageBit(kReadQuickGrid);
+constexpr unsigned kCircle = kCircular | PageBit(kReadCircle);
+constexpr unsigned kGrid = kRectangular | PageBit(kReadGrid);
+constexpr unsigned kDirections = kRectangular | PageBit(kReadDirections);
 constexpr Follows kLength = Follows::Length;
 
 constexpr const char16_t* kQuickOrientations[] = {u"Orientation: Fixed angle", u"Radial",
@@ -35,102 +39,106 @@ constexpr FormRow Keys(unsigned pages, int first, int second = 0, int third = 0)
   return {.kind = RowKind::Keys, .pages = pages, .keys = {first, second, third}};
 }
 
-// In the order of the screen.
+// In the order of the screen. The selected geometry has no places in FormValues: a field of it
+// without a number counts as what the object has.
 // clang-format off
 constexpr FormRow kRows[] = {
     Head(kCircular, u"CIRCULAR PATTERN"),
     {.kind = RowKind::Count, .id = kIdCadQuantity, .label = u"Quantity", .start = u"6",
-     .fallback = 6, .pages = kCircular, .enter = kIdCadQuickCircular},
+     .fallback = 6, .value = kQuickQuantity, .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularX, .label = u"Center X", .start = u"0", .follows = kLength,
-     .pages = kCircular, .enter = kIdCadQuickCircular},
+     .value = kQuickX, .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularY, .label = u"Center Y", .start = u"0", .follows = kLength,
-     .pages = kCircular, .enter = kIdCadQuickCircular},
+     .value = kQuickY, .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularDiameter, .label = u"Pattern diameter", .start = u"4",
-     .fallback = {4, 100}, .follows = kLength, .pages = kCircular, .enter = kIdCadQuickCircular},
-    {.id = kIdCadCircularStart, .label = u"Start angle", .start = u"0", .pages = kCircular,
+     .fallback = {4, 100}, .follows = kLength, .value = kQuickDiameter, .pages = kQuickCircle,
      .enter = kIdCadQuickCircular},
-    {.id = kIdCadCircularRotation, .label = u"Rotation", .start = u"0", .pages = kCircular,
-     .enter = kIdCadQuickCircular},
+    {.id = kIdCadCircularStart, .label = u"Start angle", .start = u"0", .value = kQuickStart,
+     .pages = kQuickCircle, .enter = kIdCadQuickCircular},
+    {.id = kIdCadCircularRotation, .label = u"Rotation", .start = u"0", .value = kQuickTurn,
+     .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.kind = RowKind::Choice, .id = kIdCadCircularOrientation, .label = u"Orientation",
-     .pages = kCircular, .rows = kQuickOrientations},
+     .choice = kPatternOrientation, .pages = kQuickCircle, .rows = kQuickOrientations},
     Keys(kCircular, kIdCadQuickCircular),
 
     Head(kRectangular, u"RECTANGULAR PATTERN"),
     {.kind = RowKind::Count, .id = kIdCadColumns, .label = u"Columns", .start = u"3", .fallback = 3,
-     .pages = kRectangular, .enter = kIdCadQuickGrid},
+     .value = kQuickColumns, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     {.kind = RowKind::Count, .id = kIdCadRows, .label = u"Rows", .start = u"2", .fallback = 2,
-     .pages = kRectangular, .enter = kIdCadQuickGrid},
+     .value = kQuickRows, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     {.id = kIdCadSpacingX, .label = u"X spacing", .start = u"1", .fallback = {1, kMmPerInch},
-     .follows = kLength, .pages = kRectangular, .enter = kIdCadQuickGrid},
+     .follows = kLength, .value = kQuickStepX, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     {.id = kIdCadSpacingY, .label = u"Y spacing", .start = u"1", .fallback = {1, kMmPerInch},
-     .follows = kLength, .pages = kRectangular, .enter = kIdCadQuickGrid},
-    {.id = kIdCadGridRotation, .label = u"Rotation", .start = u"0", .pages = kRectangular,
-     .enter = kIdCadQuickGrid},
+     .follows = kLength, .value = kQuickStepY, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
+    {.id = kIdCadGridRotation, .label = u"Rotation", .start = u"0", .value = kQuickGridTurn,
+     .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     Keys(kRectangular, kIdCadQuickGrid),
 
     Head(kPatterns, u"SKETCH PATTERN"),
     Keys(kPatterns, kIdCadPatternSource),
     {.kind = RowKind::Choice, .id = kIdCadCircShape, .label = u"Pattern item",
-     .choice = kPatternItem, .pages = kCircular, .rows = kItems},
+     .choice = kPatternItem, .pages = kCircle, .rows = kItems},
     {.id = kIdCadCircSize, .label = u"Size / length", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kCircleSize, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kPatternSize, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircWidth, .label = u"Width", .start = u"0.250", .fallback = 0.25,
-     .follows = kLength, .value = kCircleWidth, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kPatternWidth, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircX, .label = u"Center X", .name = u"Pattern center X", .start = u"0.000",
-     .follows = kLength, .value = kCircleX, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kCircleX, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircY, .label = u"Center Y", .name = u"Pattern center Y", .start = u"0.000",
-     .follows = kLength, .value = kCircleY, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kCircleY, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircDiameter, .label = u"Pattern dia", .start = u"4.000", .fallback = 4,
-     .follows = kLength, .value = kCircleDiameter, .pages = kCircular,
+     .follows = kLength, .value = kCircleDiameter, .pages = kCircle,
      .enter = kIdCadCreatePattern},
     {.id = kIdCadCircQuantity, .label = u"Quantity", .name = u"Pattern quantity", .start = u"6",
-     .fallback = 6, .value = kCircleQuantity, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .fallback = 6, .value = kCircleQuantity, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircStart, .label = u"Start angle \u00B0", .start = u"0", .value = kCircleStart,
-     .pages = kCircular, .enter = kIdCadCreatePattern},
+     .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircRotation, .label = u"Item rotation \u00B0", .start = u"0",
-     .value = kCircleTurn, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .value = kCircleTurn, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.kind = RowKind::Choice, .id = kIdCadCircOrientation, .label = u"Item orientation",
-     .choice = kPatternOrientation, .pages = kCircular, .rows = kOrientations, .chosen = 1},
+     .choice = kPatternOrientation, .pages = kCircle, .rows = kOrientations, .chosen = 1},
     {.id = kIdCadCircDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
-     .follows = kLength, .value = kCircleDepth, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kCircleDepth, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = kLength,
-     .decimals = 2, .value = kCircleFeed, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .decimals = 2, .value = kCircleFeed, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kCircleSafeZ, .pages = kCircular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kCircleSafeZ, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.kind = RowKind::Choice, .id = kIdCadRectShape, .label = u"Pattern item",
-     .choice = kPatternItem, .pages = kRectangular, .rows = kItems},
+     .choice = kPatternItem, .pages = kGrid, .rows = kItems},
     {.id = kIdCadRectSize, .label = u"Size / length", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kGridSize, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kPatternSize, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectWidth, .label = u"Width", .start = u"0.250", .fallback = 0.25,
-     .follows = kLength, .value = kGridWidth, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kPatternWidth, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectRotation, .label = u"Item rotation \u00B0", .start = u"0", .value = kGridTurn,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectX, .label = u"Start X", .start = u"0.000", .follows = kLength, .value = kGridX,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectY, .label = u"Start Y", .start = u"0.000", .follows = kLength, .value = kGridY,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectColumns, .label = u"Columns X", .start = u"3", .fallback = 1,
-     .value = kGridColumns, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .value = kGridColumns, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectRows, .label = u"Rows Y", .start = u"2", .fallback = 1, .value = kGridRows,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectSpacingX, .label = u"X spacing", .name = u"Pattern X spacing",
      .start = u"1.000", .fallback = 1, .follows = kLength, .value = kGridStepX,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectSpacingY, .label = u"Y spacing", .name = u"Pattern Y spacing",
      .start = u"1.000", .fallback = 1, .follows = kLength, .value = kGridStepY,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
-    {.id = kIdCadDirection1, .label = u"Direction 1 \u00B0", .start = u"0", .pages = kRectangular,
-     .enter = kIdCadCreatePattern},
+     .pages = kGrid, .enter = kIdCadCreatePattern},
+    {.id = kIdCadDirection1, .label = u"Direction 1 \u00B0", .start = u"0",
+     .value = kGridDirectionX, .pages = kDirections, .enter = kIdCadCreatePattern,
+     .optional = true},
     Keys(kRectangular, kIdPickDirection1, kIdReverseDirection1),
     {.id = kIdCadDirection2, .label = u"Direction 2 \u00B0", .start = u"90", .fallback = 90,
-     .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .value = kGridDirectionY, .pages = kDirections, .enter = kIdCadCreatePattern,
+     .optional = true},
     Keys(kRectangular, kIdPickDirection2, kIdReverseDirection2),
     {.id = kIdCadRectDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
-     .follows = kLength, .value = kGridDepth, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kGridDepth, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = kLength,
-     .decimals = 2, .value = kGridFeed, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .decimals = 2, .value = kGridFeed, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kGridSafeZ, .pages = kRectangular, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kGridSafeZ, .pages = kGrid, .enter = kIdCadCreatePattern},
     Keys(kPatterns, kIdCadCreatePattern),
     Note(kPatterns, kPatternNote),
 
@@ -146,34 +154,37 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadDepth, .label = u"Cut Z", .start = u"-0.1", .fallback = -2.5, .follows = kLength,
      .value = kSketchDepth, .pages = Page(kPanelCutData), .enter = kIdCadGenerate},
     {.id = kIdCadFeed, .label = u"Cut feed", .start = u"10", .fallback = {10, 250},
-     .follows = kLength, .decimals = 2, .value = kSketchFeed, .pages = Page(kPanelCutData), .enter = kIdCadGenerate},
+     .follows = kLength, .decimals = 2, .value = kSketchFeed, .pages = Page(kPanelCutData),
+     .enter = kIdCadGenerate},
     {.id = kIdCadSafeZ, .label = u"Safe Z", .start = u"0.5", .fallback = {0.5, 12.7},
-     .follows = kLength, .value = kSketchSafeZ, .pages = Page(kPanelCutData), .enter = kIdCadGenerate},
+     .follows = kLength, .value = kSketchSafeZ, .pages = Page(kPanelCutData),
+     .enter = kIdCadGenerate},
     Note(Page(kPanelCutData), u"Display hiding does not remove geometry from generated G-code."),
 
     Head(Page(kPanelPolygon), u"REGULAR POLYGON"),
     {.id = kIdCadPolygonSides, .label = u"Sides (3 - 64)", .start = u"6",
-     .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
+     .value = kPolygonSides, .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
     {.id = kIdCadPolygonRadius, .label = u"Circumradius", .start = u"1", .follows = kLength,
-     .decimals = 5, .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
-    {.id = kIdCadPolygonX, .label = u"Center X", .start = u"0", .follows = kLength, .decimals = 5,
-     .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
-    {.id = kIdCadPolygonY, .label = u"Center Y", .start = u"0", .follows = kLength, .decimals = 5,
-     .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
-    {.id = kIdCadPolygonAngle, .label = u"Start angle", .start = u"0", .pages = Page(kPanelPolygon),
+     .decimals = 5, .value = kPolygonRadius, .pages = Page(kPanelPolygon),
      .enter = kIdCadCreatePolygon},
+    {.id = kIdCadPolygonX, .label = u"Center X", .start = u"0", .follows = kLength, .decimals = 5,
+     .value = kPolygonX, .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
+    {.id = kIdCadPolygonY, .label = u"Center Y", .start = u"0", .follows = kLength, .decimals = 5,
+     .value = kPolygonY, .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
+    {.id = kIdCadPolygonAngle, .label = u"Start angle", .start = u"0", .value = kPolygonAngle,
+     .pages = Page(kPanelPolygon), .enter = kIdCadCreatePolygon},
     Note(Page(kPanelPolygon), u"Closed line segments. Drag their endpoints to reshape."),
     Keys(Page(kPanelPolygon), kIdCadCreatePolygon),
 
     Head(Page(kPanelRevolve), u"REVOLVE / ROTATE (2D)"),
     {.id = kIdCadPivotX, .label = u"Pivot X", .start = u"0", .follows = kLength, .decimals = 5,
-     .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
+     .value = kRevolvePivotX, .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
     {.id = kIdCadPivotY, .label = u"Pivot Y", .start = u"0", .follows = kLength, .decimals = 5,
-     .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
+     .value = kRevolvePivotY, .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
     {.id = kIdCadRevolveAngle, .label = u"Angle / step", .start = u"90",
-     .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
+     .value = kRevolveAngle, .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
     {.id = kIdCadRevolveCopies, .label = u"Copies (0 = move)", .start = u"0",
-     .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
+     .value = kRevolveCopies, .pages = Page(kPanelRevolve), .enter = kIdCadApplyRevolve},
     Note(Page(kPanelRevolve),
      u"Pick a point, circle center, box corner or work-axis origin. Each copy adds the step "
      u"angle."),
@@ -194,8 +205,8 @@ constexpr FormRow kRows[] = {
      u"about their centers. Undo restores the previous size."),
 
     Head(Page(kPanelThickness), u"WIREFRAME THICKNESS"),
-    {.id = kIdCadThicknessValue, .label = u"Thickness", .start = u"0.5", .follows = kLength,
-     .pages = Page(kPanelThickness), .enter = kIdCadApplyThickness},
+    {.id = kIdCadThicknessValue, .label = u"Thickness", .start = u"0.5", .fallback = {0.5, 12.7},
+     .follows = kLength, .pages = Page(kPanelThickness), .enter = kIdCadApplyThickness},
     Note(Page(kPanelThickness),
      u"Adds a visual thickness to your sketch. Saved with the CAD feature; machining depths "
      u"and code are unchanged."),
@@ -206,7 +217,7 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadY, .label = u"Y", .follows = kLength, .enter = kIdCadApply},
     {.id = kIdCadSize, .label = u"Length / width / dia.", .follows = kLength, .enter = kIdCadApply},
     {.id = kIdCadSize2, .label = kDimensionParts[1], .follows = kLength, .enter = kIdCadApply},
-    {.id = kIdCadAngle, .label = u"Angle", .enter = kIdCadApply},
+    {.id = kIdCadAngle, .label = u"Angle", .decimals = 4, .enter = kIdCadApply},
     Keys(kEveryPage, kIdCadApply, kIdCadDuplicate, kIdCadDelete),
     Keys(kEveryPage, kIdCadHide, kIdCadLock),
     {.id = kIdCadAmount, .label = u"Trim / extend by", .start = u"0.1", .fallback = {0.1, 2},
@@ -218,11 +229,13 @@ constexpr FormRow kRows[] = {
     Keys(kEveryPage, kIdCadSaveShape, kIdCadClear),
 };
 // clang-format on
-// Every row has the id of a label; the two last ones are the lists' heads.
-static_assert(kIdCadLabelFirst + static_cast<int>(std::size(kRows)) <= kIdCadLabelLast - 1);
+// Every row has the id of a label.
+static_assert(kIdCadLabelFirst + static_cast<int>(std::size(kRows)) <= kIdCadLabelLast + 1);
 
-int shownPanel = kPanelNone;
-platform::Rect placed;
+// What the user types as cutting data belongs to the drawing, as its geometry does.
+void OnTyped(int id) {
+  if (IsCutField(kRows[RowOfControl(kCadForm, id)])) ProgramChanged({.autosave = true});
+}
 
 }  // namespace
 
@@ -238,41 +251,8 @@ constexpr Form kCadForm{
     .sheet = &kCadSheet,
     .rows = kRows,
     .metric = SketchIsMetric,
+    .changed = OnTyped,
     .firstLabel = kIdCadLabelFirst,
 };
-
-void PlaceCadForm(const platform::Rect& area) {
-  placed = area;
-  PlaceForm(kCadForm, placed, shownPanel);
-}
-
-void ShowCadPanel(int panelMode) {
-  shownPanel = panelMode;
-  ScrollSheetToTop(kCadSheet);
-  PlaceForm(kCadForm, placed, shownPanel);
-}
-
-int ShownCadPanel() { return shownPanel; }
-
-int CadFormOrder(const int*& ids) {
-  static int order[kMaxTabStops];
-  ids = order;
-  return FormOrder(kCadForm, order, kMaxTabStops);
-}
-
-int CadFormTop() { return SheetTop(kCadSheet); }
-
-void ScrollCadForm(int pixels) { ScrollSheet(kCadSheet, pixels); }
-
-void RegisterCadForm() {
-  RegisterForm(kCadForm);
-  RegisterSheet<kCadSheet>();
-}
-
-void ResetCadForm() {
-  ResetForm(kCadForm);
-  shownPanel = kPanelNone;
-  placed = platform::Rect();
-}
 
 }  // namespace morva
