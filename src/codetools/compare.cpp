@@ -372,7 +372,9 @@ std::u16string CompareSummary() {
                         u"   Removed - " + IntegerText(counts.removed) + u"   Modified ~ " +
                         IntegerText(counts.modified);
   if (compareResult.largeFile) text += u"   | large-file alignment (64-line lookahead)";
-  if (compareResult.truncated) text += u"   | LIMIT: first 32768 lines only";
+  if (compareResult.truncated) {
+    text += u"   | LIMIT: first " + IntegerText(kMaxCompareLines) + u" lines only";
+  }
   return text;
 }
 

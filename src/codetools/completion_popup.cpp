@@ -34,7 +34,6 @@ using platform::Rect;
 constexpr int kTypedMs = 45;
 constexpr int kAcceptedMs = 70;
 constexpr int kWheelRows = 2;
-constexpr int kLineHeight = 20;  // of the editor's font
 constexpr int kCodeLeft = 22;
 constexpr int kNameLeft = 82;
 
@@ -61,7 +60,8 @@ void PlacePopup() {
   const Rect editor = platform::PlaceOf(popup.editor);
   const platform::Point cell = platform::PointOfPosition(popup.editor, popup.caret);
   const platform::Point caret{editor.left + cell.x, editor.top + cell.y};
-  platform::SetPlace(kIdCompletion, CompletionPlace(editor, caret, kLineHeight, popup.count));
+  platform::SetPlace(kIdCompletion,
+                     CompletionPlace(editor, caret, platform::kEditorLineHeight, popup.count));
 }
 
 void ShowPopup() {

@@ -28,8 +28,6 @@ namespace morva {
 
 namespace {
 
-constexpr int kFirstRowTop = 4;
-constexpr int kRowPitch = 20;  // matches the editor's line height
 constexpr int kRightMargin = 8;
 
 void Validate(int, int) { ValidateProgram(); }
@@ -75,9 +73,11 @@ void PaintGutter(platform::Canvas& canvas) {
   const int editor = ShownEditor();
   const int lines = platform::EditorLineCount(editor);
   int line = platform::FirstVisibleLine(editor);
-  for (int top = area.top + kFirstRowTop; top + kRowPitch <= area.bottom && line < lines;
-       top += kRowPitch, ++line) {
-    const platform::Rect row{area.left, top, area.right - kRightMargin, top + kRowPitch};
+  for (int top = area.top + platform::kEditorTop;
+       top + platform::kEditorLineHeight <= area.bottom && line < lines;
+       top += platform::kEditorLineHeight, ++line) {
+    const platform::Rect row{area.left, top, area.right - kRightMargin,
+                             top + platform::kEditorLineHeight};
     platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small, kDimText,
                         platform::kAlignRight | platform::kAlignMiddle);
   }

@@ -26,10 +26,7 @@ namespace morva {
 
 namespace {
 
-constexpr std::size_t kNameMost = 80;
-constexpr int kKinds = kKindUserCode + 1;
-
-BuilderOpener openers[kKinds];
+BuilderOpener openers[kFeatureKinds];
 int (*recoverShape)(const FeatureSettings& record) = nullptr;
 
 // The code editor is what operations work on; the words view is rendered anew behind.
@@ -291,7 +288,7 @@ void NewUserFeature() {
 }
 
 bool IsFeatureName(std::u16string_view name) {
-  if (name.empty() || name.size() > kNameMost) return false;
+  if (name.empty() || name.size() > kFeatureNameMost) return false;
   for (const char16_t c : name) {
     if (c < 32 || c > 126 || c == u'(' || c == u')') return false;
   }
@@ -394,7 +391,7 @@ void ToggleFeatureHide() {
 }
 
 void SetBuilderOpener(int kind, BuilderOpener opener) {
-  if (kind < kKindShape || kind >= kKinds) {
+  if (kind < kKindShape || kind >= kFeatureKinds) {
     StopProgram(u"MORVA cannot start. A builder has the unknown kind " + IntegerText(kind) + u".");
   }
   openers[kind] = opener;

@@ -28,6 +28,8 @@ enum FeatureKind : std::int32_t {
   kKindUserCode = 7,
 };
 
+inline constexpr int kFeatureKinds = kKindUserCode + 1;  // for tables by kind
+
 // Places in a record's values that others than the builder of the kind read.
 inline constexpr int kSketchThickness = 15;
 inline constexpr int kPlateDepth = 10;

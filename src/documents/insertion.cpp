@@ -20,8 +20,7 @@ namespace morva {
 
 namespace {
 
-constexpr int kKinds = kKindUserCode + 1;
-SettingsWriter writers[kKinds];
+SettingsWriter writers[kFeatureKinds];
 DestinationPicker picker = nullptr;
 
 void Refuse(const char16_t* caption, const char16_t* words, platform::BoxIcon icon) {
@@ -174,7 +173,8 @@ std::int32_t AddBlock(std::u16string_view text, const FeatureSettings& record,
 
 // The live model of a kind as a record that the scan will accept again.
 bool StoreModel(int kind, std::u16string_view code, FeatureSettings& record) {
-  if (kind < kKindShape || kind >= kKinds || !writers[kind] || !writers[kind](record)) return false;
+  if (kind < kKindShape || kind >= kFeatureKinds || !writers[kind] || !writers[kind](record))
+    return false;
   record.codeHash = CodeHash(code);
   return record.kind == kind && static_cast<std::uint32_t>(record.itemCount) <= kMaxItems &&
          ValidateSettings(record, static_cast<std::size_t>(SettingsLength(record)));
@@ -188,7 +188,7 @@ int CaretPosition() {
 }
 
 void SetSettingsWriter(int kind, SettingsWriter writer) {
-  if (kind < kKindShape || kind >= kKinds) {
+  if (kind < kKindShape || kind >= kFeatureKinds) {
     StopProgram(u"MORVA cannot start. A settings writer has the unknown kind " + IntegerText(kind) +
                 u".");
   }

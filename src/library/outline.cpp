@@ -11,7 +11,6 @@ namespace {
 
 constexpr int kCircleSteps = 96;
 constexpr int kCapSteps = 32;
-constexpr double kTwoPi = 6.283185307179586;
 // The caps of a slot keep these two constants; their outlines are compared with older files.
 constexpr double kCapPi = 3.14159265359;
 constexpr double kCapHalfPi = 1.570796326795;

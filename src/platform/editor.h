@@ -20,6 +20,9 @@
 
 namespace platform {
 
+inline constexpr int kEditorLineHeight = 20;  // pixels, also the gutter's pitch
+inline constexpr int kEditorTop = 4;          // pixels above the first line, as in the gutter
+
 struct EditorSpec {
   int id = 0;
   const char16_t* accessibleName = u"";
@@ -70,7 +73,7 @@ int EditorLineStart(int id, int line);
 int EditorLineLength(int id, int line);  // without its line end
 int EditorLineOf(int id, int position);
 int FirstVisibleLine(int id);
-int VisibleLineCount(int id);  // whole lines, 20 pixels each; also of a hidden editor
+int VisibleLineCount(int id);  // whole lines of kEditorLineHeight; also of a hidden editor
 // Becomes the first visible one where possible: the last line stays at the lower edge. Scrolling
 // sends kNotifyVScroll, whoever scrolls.
 void ScrollToLine(int id, int line);

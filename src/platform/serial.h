@@ -14,17 +14,17 @@ namespace platform {
 
 struct SerialSettings {
   char16_t port[32] = {};
-  std::int32_t baud = 9600;     // bits per second
-  std::int32_t dataBits = 7;    // 5 to 8
-  std::int32_t parity = 2;      // 0 none, 1 odd, 2 even
-  std::int32_t stopBits = 2;    // 0 one, 2 two; 1 means one and a half and is refused
-  std::int32_t flow = 1;        // 1 XON/XOFF, 2 RTS/CTS, anything else none
+  std::int32_t baud = 9600;   // bits per second
+  std::int32_t dataBits = 7;  // 5 to 8
+  std::int32_t parity = 2;    // 0 none, 1 odd, 2 even
+  std::int32_t stopBits = 2;  // 0 one, 2 two; 1 means one and a half and is refused
+  std::int32_t flow = 1;      // 1 XON/XOFF, 2 RTS/CTS, anything else none
 };
 
 struct SerialName {
-  char16_t name[32] = {};    // "COM33"
-  char16_t device[64] = {};  // "ttyUSB0"
-  char16_t adapter[96] = {}; // "FT232R USB UART", empty when nobody tells
+  char16_t name[32] = {};     // "COM33"
+  char16_t device[64] = {};   // "ttyUSB0"
+  char16_t adapter[96] = {};  // "FT232R USB UART", empty when nobody tells
 };
 
 // Present ports of COM1 to COM64 in rising order, at most `capacity`; how many there are.
@@ -35,11 +35,20 @@ void SetAdapterNamer(bool (*namer)(const char16_t* device, char16_t* words, int 
 
 enum class SerialProblem {
   None,
-  Missing,   // no such port
-  Busy,      // held by another
-  Rights,    // it exists and may not be opened by this user
-  Refused,   // the driver did not take a setting
+  Missing,  // no such port
+  Busy,     // held by another
+  Rights,   // it exists and may not be opened by this user
+  Refused,  // the driver did not take a setting
 };
+
+// How long a call waits, in milliseconds.
+inline constexpr int kReadGapMs = 50;       // between two bytes of a read
+inline constexpr int kReadTotalMs = 100;    // a read in all
+inline constexpr int kWriteStallMs = 5000;  // with not a byte taken
+
+// DC1 and DC3 of XON/XOFF.
+inline constexpr unsigned char kXon = 0x11;
+inline constexpr unsigned char kXoff = 0x13;
 
 // Opens and configures. False: closed again, `problem` tells why.
 bool OpenSerial(const SerialSettings& settings, SerialProblem& problem);

@@ -23,7 +23,6 @@ namespace morva {
 namespace {
 
 constexpr int kHotSpot = 34;  // pixels of the lock at a row's right end, and of the eye before it
-constexpr int kNameMost = 80;
 constexpr std::size_t kBufferUnits = 96;  // what is read back, terminator included
 
 struct Rename {
@@ -137,7 +136,7 @@ void MakeBox() {
   spec.accessibleName = u"New feature name";
   spec.hidden = true;
   platform::MakeControl(spec);
-  platform::SetTextLimit(kIdInlineName, kNameMost);
+  platform::SetTextLimit(kIdInlineName, kFeatureNameMost);
   platform::SetColours(kIdInlineName, kWellColours);
 }
 
@@ -170,7 +169,7 @@ void StartInlineRename() {
   if (!PlaceBox(row)) return;
   // The captions show the name of the selected block, or its kind's words.
   UpdateFeatureCaptions();
-  platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kNameMost));
+  platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kFeatureNameMost));
   box.open = true;
   box.id = id;
   box.serial = ActiveSerial();

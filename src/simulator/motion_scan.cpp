@@ -7,6 +7,7 @@
 #include "library/units.h"
 #include "simulator/motion_run.h"
 #include "text/codetext.h"
+#include "text/series_trig.h"
 
 namespace morva {
 
@@ -237,7 +238,6 @@ struct Target {
 // A true arc in the XY plane as chords of at most one degree; helices run along Z.
 [[gnu::noinline]] void AddArc(const Modal& m, const LineWords& words, const Target& target,
                               std::int32_t line) {
-  constexpr double kTurn = 6.283185307179586;
   constexpr double kChord = 0.0174532925199433;
   if (RunDropsLine(line)) {
     motionRun.jump = true;
@@ -258,9 +258,9 @@ struct Target {
   const double start = std::atan2(sy, sx);
   double sweep = std::atan2(ey, ex) - start;
   if (m.motion == 2) {
-    while (!(sweep < -1e-10)) sweep -= kTurn;
+    while (!(sweep < -1e-10)) sweep -= kTwoPi;
   } else {
-    while (!(sweep > 1e-10)) sweep += kTurn;
+    while (!(sweep > 1e-10)) sweep += kTwoPi;
   }
   const int chords = static_cast<int>(std::fabs(sweep) / kChord) + 1;
   for (int i = 1; i < chords && !TableClosed(); ++i) {

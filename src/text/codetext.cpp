@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "text/series_trig.h"
+
 namespace morva {
 
 namespace {
@@ -197,7 +199,6 @@ std::size_t FindFolded(std::u16string_view text, std::u16string_view wanted, std
 }
 
 double AngleDegrees(double y, double x) {
-  constexpr double kPi = 3.14159265358979323846;
   if (x == 0.0) return y > 0.0 ? 90.0 : y < 0.0 ? -90.0 : 0.0;
   const double ax = std::fabs(x);
   const double ay = std::fabs(y);

@@ -5,9 +5,6 @@
 namespace morva {
 
 namespace {
-constexpr double kPi = 3.141592653589793;
-constexpr double kHalfPi = 1.5707963267948966;
-constexpr double kTwoPi = 6.283185307179586;
 // Beyond this an angle in doubles says nothing about a direction, and the reduction by whole
 // turns would not end.
 constexpr double kLargest = 2e7;

@@ -7,6 +7,9 @@
 
 namespace morva {
 
+inline constexpr double kPi = 3.141592653589793;
+inline constexpr double kHalfPi = 1.5707963267948966;
+inline constexpr double kTwoPi = 6.283185307179586;
 inline constexpr double kRadiansPerDegree = 0.017453292519943295;
 
 double SeriesSine(double radians);

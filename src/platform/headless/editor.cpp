@@ -10,7 +10,6 @@
 namespace headless {
 namespace {
 
-constexpr int kLineHeight = 20;
 constexpr int kCellWidth = 9;
 
 EditorState* EditorOf(int id) {
@@ -41,7 +40,7 @@ void MoveSelection(int id, int anchor, int caret) {
 
 int LinesInView(int id) {
   const Item* item = Find(id);
-  return item ? std::max(1, platform::RectHeight(item->place) / kLineHeight) : 1;
+  return item ? std::max(1, platform::RectHeight(item->place) / platform::kEditorLineHeight) : 1;
 }
 
 void ScrollTo(int id, int line) {
@@ -414,7 +413,7 @@ void ScrollCaretIntoView(int id) {
 int PositionAt(int id, int x, int y) {
   const EditorState* e = EditorOf(id);
   if (!e) return 0;
-  const int line = e->firstLine + std::max(0, y) / headless::kLineHeight;
+  const int line = e->firstLine + std::max(0, y) / kEditorLineHeight;
   const int column = (std::max(0, x) + headless::kCellWidth / 2) / headless::kCellWidth;
   return headless::PositionInLine(*e, line, column);
 }
@@ -425,7 +424,7 @@ Point PointOfPosition(int id, int position) {
   const int at = headless::Clamped(*e, position);
   const int line = headless::LineOfPosition(e->text, at);
   const int column = at - headless::LineStartPosition(e->text, line);
-  return {column * headless::kCellWidth, (line - e->firstLine) * headless::kLineHeight};
+  return {column * headless::kCellWidth, (line - e->firstLine) * kEditorLineHeight};
 }
 
 void MarkEditorLine(int id, int line, Colour band) {

@@ -18,11 +18,6 @@
 namespace headless {
 namespace {
 
-constexpr std::uint64_t kBetweenBytesMs = 50;
-constexpr std::uint64_t kReadMs = 100;
-constexpr std::uint64_t kWriteStallMs = 5000;
-constexpr unsigned char kXon = 0x11;
-constexpr unsigned char kXoff = 0x13;
 constexpr int kListedPorts = 64;  // COM1 to COM64
 
 struct Port {
@@ -107,9 +102,9 @@ unsigned char Masked(unsigned char byte) {
 void TakeBackChannel() {
   for (const Arrived& each : line.incoming) {
     const auto plain = static_cast<unsigned char>(each.byte & 0x7F);
-    if (line.settings.flow == 1 && plain == kXon) {
+    if (line.settings.flow == 1 && plain == platform::kXon) {
       line.stopped = false;
-    } else if (line.settings.flow == 1 && plain == kXoff) {
+    } else if (line.settings.flow == 1 && plain == platform::kXoff) {
       line.stopped = true;
     } else {
       ++line.backChannel;
@@ -216,7 +211,7 @@ std::u16string SerialGroup(const SerialSettings&) { return {}; }
 
 bool ReadSerial(void* bytes, std::size_t capacity, std::size_t& got) {
   auto* out = static_cast<unsigned char*>(bytes);
-  const std::uint64_t last = headless::VirtualNow() + headless::kReadMs;
+  const std::uint64_t last = headless::VirtualNow() + kReadTotalMs;
   std::uint64_t end = last;
   got = 0;
   for (;;) {
@@ -224,14 +219,14 @@ bool ReadSerial(void* bytes, std::size_t capacity, std::size_t& got) {
     const std::size_t more = headless::TakeIncoming(out + got, capacity - got);
     got += more;
     const std::uint64_t now = headless::VirtualNow();
-    if (more > 0) end = std::min(last, now + headless::kBetweenBytesMs);
+    if (more > 0) end = std::min(last, now + kReadGapMs);
     if (got == capacity || line.woken || now >= end) return true;
     headless::WaitOnLine(end);
   }
 }
 
 bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
-  const std::uint64_t end = headless::VirtualNow() + headless::kWriteStallMs;
+  const std::uint64_t end = headless::VirtualNow() + kWriteStallMs;
   written = 0;
   for (;;) {
     if (headless::Gone()) return false;

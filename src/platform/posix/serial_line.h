@@ -6,10 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/serial.h"
+
 namespace platform {
 
-inline constexpr unsigned char kXon = 0x11;
-inline constexpr unsigned char kXoff = 0x13;
 // What may wait in the driver. An adapter does not stop what it already holds, and a control
 // with a small buffer must not be overrun.
 inline constexpr int kDriverBytes = 64;

@@ -32,9 +32,9 @@ std::atomic<bool> pacePseudoTerminals{false};
 namespace {
 
 constexpr std::int64_t kMillisecond = 1000000;
-constexpr std::int64_t kStall = 5000 * kMillisecond;
-constexpr std::int64_t kReadInterval = 50 * kMillisecond;
-constexpr std::int64_t kReadTotal = 100 * kMillisecond;
+constexpr std::int64_t kStall = kWriteStallMs * kMillisecond;
+constexpr std::int64_t kReadInterval = kReadGapMs * kMillisecond;
+constexpr std::int64_t kReadTotal = kReadTotalMs * kMillisecond;
 constexpr std::int64_t kRetry = kMillisecond;  // a full driver that says it is ready
 // A pseudo-terminal does not always tell that its far end made room.
 constexpr std::int64_t kLookAgain = 10 * kMillisecond;

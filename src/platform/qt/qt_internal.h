@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "platform/canvas.h"
+#include "platform/editor.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
 #include "platform/window.h"
@@ -72,9 +73,6 @@ inline QRect RectOf(const Rect& r) { return QRect(r.left, r.top, RectWidth(r), R
 inline Rect RectFrom(const QRect& r) {
   return Rect{r.left(), r.top(), r.left() + r.width(), r.top() + r.height()};
 }
-
-inline constexpr int kEditorLineHeight = 20;  // pixels, also the gutter's pitch
-inline constexpr int kEditorTop = 4;          // pixels above the first line, as in the gutter
 
 // Fonts by role, made once by BeginLook.
 const QFont& FontOf(FontRole role);
