@@ -27,7 +27,7 @@ constexpr const char16_t* kAlreadyActive = u"A transfer is already active.";
 bool StartJob() {
   worker = WorkerRecord{};
   worker.settings = SettingsOf(serialProfile);
-  transfer.active = platform::StartWorker(RunTransfer);
+  transfer.active = platform::StartWorker(platform::Worker::Transfer, RunTransfer);
   return transfer.active;
 }
 
@@ -197,7 +197,7 @@ void RegisterTransferCommands() {
 }
 
 void ResetTransfer() {
-  if (platform::WorkerRuns()) {
+  if (platform::WorkerRuns(platform::Worker::Transfer)) {
     RequestAbort();
     platform::EndWorkers();
   }

@@ -3,15 +3,33 @@
 
 #include <string_view>
 
+#include "platform/file.h"
+
 namespace platform {
 
-// Writes a new file beside the target, flushes it, puts it in the target's place and flushes
-// the folder. Mode and owner of an existing target stay; a symbolic link is written through.
-// The new file is named after the target, ".tmp-" and the low 32 bits of the tick in decimal.
+enum class WriteAnswer { Written, Failed, Changed };
+
+struct AtomicWrite {
+  std::u16string_view path;
+  std::string_view bytes;
+  // A file that belongs to another one: it gets mode and owner of that one, and a link that
+  // stands under its name is replaced, never followed. Empty: a file of its own, whose mode and
+  // owner stay and which is written through a link.
+  std::u16string_view companionOf = {};
+  // What the target has to look like just before it is replaced; null: whatever is there.
+  const FileFigures* expected = nullptr;
+};
+
+// Writes a new file in the target's folder, flushes it, puts it in the target's place and
+// flushes the folder. The new file's name is short: ".tmp-", the low 32 bits of the tick in
+// decimal, and where that name is taken "-" and a number.
 //
-// False: no stray file is left, and the target is whole as it was. The one exception is a
-// folder that could not be flushed: then the new content is in place and may not outlast a
-// power cut, so that the caller's work still counts as unsaved.
+// Failed and Changed: no stray file is left, and the target is whole as it was. The one
+// exception is a folder that could not be flushed: then the new content is in place and may
+// not outlast a power cut, so that the caller's work still counts as unsaved. `written` gets
+// the figures of the new file, when there is one.
+WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written);
+// The same for a file of its own. False: Failed.
 bool WriteFileAtomic(std::u16string_view path, std::string_view bytes);
 
 }  // namespace platform

@@ -116,6 +116,11 @@ struct Events {
   void (*resized)(int width, int height) = nullptr;
   // The user closes the main window. False: it stays.
   bool (*closing)() = nullptr;
+  // The application came to the front again, behind another program.
+  void (*activated)() = nullptr;
+  // The system asks the process to end. Nobody is there to answer questions; the loop ends
+  // behind it.
+  void (*terminated)() = nullptr;
   // The main window is gone; called once, last.
   void (*destroyed)() = nullptr;
 };

@@ -25,6 +25,19 @@ int NewFile(std::u16string_view path);
 std::int64_t WriteBytes(int handle, const void* bytes, std::size_t count);
 // The size the system reports for the open file, -1 on an error.
 std::int64_t SizeOfFile(int handle);
+// What tells one state of a file from another, and one file from another. A link is followed.
+struct FileFigures {
+  bool exists = false;
+  std::uint64_t device = 0;
+  std::uint64_t node = 0;  // with `device` the file itself, whatever name leads to it
+  std::uint64_t size = 0;
+  std::int64_t changed = 0;  // the last change of its bytes, nanoseconds of the system's clock
+  bool operator==(const FileFigures&) const = default;
+};
+FileFigures FiguresOf(std::u16string_view path);
+FileFigures FiguresOfOpened(int handle);
+// Both exist and are one file: the same name, a link or another hard link.
+bool IsSameFile(const FileFigures& one, const FileFigures& other);
 // Everything written is on the medium.
 bool FlushFile(int handle);
 bool ShutFile(int handle);
@@ -32,6 +45,8 @@ bool ShutFile(int handle);
 // given is left. False: the mode could not be set, or `target` is no plain file or one that
 // this user may not write, and must not be replaced.
 bool CopyAccess(std::u16string_view temporary, std::u16string_view target);
+// Nothing stands under the name, or a plain file that this user may write, or a link.
+bool MayReplace(std::u16string_view path);
 // Puts `temporary` in the place of `target` in one step.
 bool RenameOver(std::u16string_view temporary, std::u16string_view target);
 bool EraseFile(std::u16string_view path);

@@ -131,6 +131,8 @@ QMessageBox::StandardButton ButtonFor(platform::BoxAnswer answer) {
       return QMessageBox::No;
     case platform::BoxAnswer::Cancel:
       return QMessageBox::Cancel;
+    case platform::BoxAnswer::Other:
+      return QMessageBox::Retry;
     default:
       return QMessageBox::Ok;
   }

@@ -318,6 +318,22 @@ TEST_F(Boxes, AnswerWithTheButtonThatIsPressed) {
   }
 }
 
+TEST_F(Boxes, AnswerWithOneOfFourWays) {
+  constexpr platform::BoxCaptions kCaptions{u"Write over it", u"Load again", u"Save as...",
+                                            u"Leave"};
+  const auto ask = [&] {
+    return platform::ShowBox(u"contract", u"words", BoxButtons::YesNoOtherCancel, BoxIcon::Question,
+                             kCaptions);
+  };
+  for (const BoxAnswer answer :
+       {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Other, BoxAnswer::Cancel}) {
+    hands::AnswerBox(answer);
+    EXPECT_EQ(ask(), answer);
+  }
+  hands::EscapeFromBox();
+  EXPECT_EQ(ask(), BoxAnswer::Cancel);
+}
+
 TEST_F(Boxes, AnswerEscapeWithCancelElseNoElseOk) {
   hands::EscapeFromBox();
   EXPECT_EQ(Show(BoxButtons::YesNoCancel), BoxAnswer::Cancel);

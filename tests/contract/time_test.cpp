@@ -6,6 +6,7 @@
 #include "platform/clock.h"
 #include "platform/post.h"
 #include "platform/timer.h"
+#include "platform/wait.h"
 
 namespace contract {
 namespace {
@@ -42,6 +43,19 @@ TEST_F(Time, RepeatsATimerUntilItIsStopped) {
   Forget();
   hands::Pass(30);
   EXPECT_EQ(Told("timer"), Lines{});
+}
+
+TEST_F(Time, GoesOnWithTimersAndPostsWhileSomebodyWaits) {
+  StartTimer(kWindow, 1, 5);
+  EXPECT_TRUE(platform::WaitUntil([] { return Told("timer").size() >= 3; }, 5000));
+  platform::PostToMain(7, 1, 0);
+  EXPECT_TRUE(platform::WaitUntil([] { return WasTold("posted 7 1"); }, 5000));
+}
+
+TEST_F(Time, WaitsNoLongerThanItIsTold) {
+  const std::uint64_t start = platform::TickMilliseconds();
+  EXPECT_FALSE(platform::WaitUntil([] { return false; }, 30));
+  EXPECT_GE(platform::TickMilliseconds() - start, 29u);
 }
 
 TEST_F(Time, FiresTheTimerThatIsDueFirst) {

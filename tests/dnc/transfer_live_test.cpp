@@ -368,7 +368,7 @@ TEST_F(LiveTransfer, EndsWithTheProgramAndLeavesThePortFree) {
   const Clock::time_point start = Clock::now();
   morva::ResetTransfer();
   EXPECT_LE(Milliseconds(start), kLateEndMs);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_FALSE(peer.IsTaken());
 }
 
@@ -391,11 +391,11 @@ TEST_F(LiveTransfer, EndsWithTheProgramInAHeldSend) {
   ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 0; }, 5000));
   peer.Send("\x13");
   ASSERT_TRUE(peer.WaitQuiet(50, 5000));
-  ASSERT_TRUE(platform::WorkerRuns());
+  ASSERT_TRUE(platform::WorkerRuns(platform::Worker::Transfer));
   const Clock::time_point start = Clock::now();
   morva::ResetTransfer();
   EXPECT_LE(Milliseconds(start), kLateEndMs);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_FALSE(peer.IsTaken());
   EXPECT_EQ(flock(peer.slave, LOCK_EX | LOCK_NB), 0);
 }

@@ -39,23 +39,24 @@ struct Worker : public ::testing::Test {
 TEST_F(Worker, RunsOnAThreadOfItsOwn) {
   static std::thread::id here;
   here = std::this_thread::get_id();
-  ASSERT_TRUE(platform::StartWorker([] { elsewhere = std::this_thread::get_id() != here; }));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer,
+                                    [] { elsewhere = std::this_thread::get_id() != here; }));
   platform::EndWorkers();
   EXPECT_TRUE(elsewhere);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
 }
 
 // The one before may still be on its way out when the next transfer starts.
 TEST_F(Worker, StartsWhileTheOneBeforeIsStillOnItsWayOut) {
-  ASSERT_TRUE(platform::StartWorker(WaitForTheTest));
-  ASSERT_TRUE(platform::StartWorker(WaitForTheTest));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WaitForTheTest));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WaitForTheTest));
   EXPECT_TRUE(WaitUntil([] { return begun == 2; }, 20000));
-  EXPECT_TRUE(platform::WorkerRuns());
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_EQ(ended, 0);
   letGo = true;
   platform::EndWorkers();
   EXPECT_EQ(ended, 2);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
 }
 
 TEST_F(Worker, TellsThatNoThreadCouldBeStarted) {
@@ -65,9 +66,9 @@ TEST_F(Worker, TellsThatNoThreadCouldBeStarted) {
     watch.plan.failFrom = 1;
     watch.plan.failCalls = 1;
     watch.plan.error = EAGAIN;
-    EXPECT_FALSE(platform::StartWorker(WaitForTheTest));
+    EXPECT_FALSE(platform::StartWorker(platform::Worker::Transfer, WaitForTheTest));
   }
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   platform::EndWorkers();  // does not wait for one that never was
   EXPECT_EQ(begun, 0);
 }

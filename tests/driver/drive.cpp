@@ -208,13 +208,14 @@ std::string AnswerAnswer(const Words& words) {
   constexpr NamedAnswer kAnswers[] = {{u"yes", platform::BoxAnswer::Yes},
                                       {u"no", platform::BoxAnswer::No},
                                       {u"cancel", platform::BoxAnswer::Cancel},
-                                      {u"ok", platform::BoxAnswer::Ok}};
+                                      {u"ok", platform::BoxAnswer::Ok},
+                                      {u"other", platform::BoxAnswer::Other}};
   for (const NamedAnswer& each : kAnswers) {
     if (words.size() != 1 || words[0].text != each.name) continue;
     headless::QueueAnswer(each.answer);
     return Good();
   }
-  return Usage(u"answer yes|no|cancel|ok");
+  return Usage(u"answer yes|no|cancel|ok|other");
 }
 
 std::string AnswerFile(const Words& words) {
@@ -292,6 +293,25 @@ std::string AnswerFail(const Words& words) {
   return Good();
 }
 
+std::string AnswerDisk(const Words& words) {
+  std::int64_t ms = 0;
+  if (words.size() != 1 || !ReadInteger(words[0], 0, kMostWaitMs, ms)) return Usage(u"disk MS");
+  headless::SetFlushTime(static_cast<int>(ms));
+  return Good();
+}
+
+std::string AnswerFront(const Words& words) {
+  if (!words.empty()) return Usage(u"front");
+  headless::ComeToFront();
+  return Good();
+}
+
+std::string AnswerTerminate(const Words& words) {
+  if (!words.empty()) return Usage(u"terminate");
+  headless::Terminate();
+  return Good();
+}
+
 std::string AnswerPrinter(const Words&) { return Bad(u"printing is still to come"); }
 
 struct Command {
@@ -323,6 +343,9 @@ constexpr Command kCommands[] = {
     {u"port", AnswerPort},
     {u"peer", AnswerPeer},
     {u"fail", AnswerFail},
+    {u"disk", AnswerDisk},
+    {u"front", AnswerFront},
+    {u"terminate", AnswerTerminate},
     {u"get", AnswerGet},
     {u"call", AnswerCall},
 };

@@ -159,8 +159,8 @@ std::string GetView(const Words&) {
 }
 
 const char16_t* ButtonsWord(platform::BoxButtons buttons) {
-  if (buttons == platform::BoxButtons::YesNo) return u"yesno";
-  return buttons == platform::BoxButtons::Ok ? u"ok" : u"yesnocancel";
+  constexpr const char16_t* kWords[] = {u"ok", u"yesno", u"yesnocancel", u"yesnoothercancel"};
+  return kWords[static_cast<int>(buttons)];
 }
 
 const char16_t* IconWord(platform::BoxIcon icon) {
@@ -169,7 +169,7 @@ const char16_t* IconWord(platform::BoxIcon icon) {
 }
 
 const char16_t* AnswerWord(platform::BoxAnswer answer) {
-  constexpr const char16_t* kWords[] = {u"ok", u"yes", u"no", u"cancel"};
+  constexpr const char16_t* kWords[] = {u"ok", u"yes", u"no", u"cancel", u"other"};
   return kWords[static_cast<int>(answer)];
 }
 

@@ -131,7 +131,7 @@ void ExpectRest() {
   constexpr std::string_view kActive = "\"active\":true";
   if (drive::AnswerLine("wait 1000").find("closed") != std::string::npos) return;
   // A receive may still wait for its first byte, and then opens a program.
-  if (platform::WorkerRuns()) Say("wait 70000");
+  if (platform::WorkerRuns(platform::Worker::Transfer)) Say("wait 70000");
   Say("wait 1000");
   const std::string text = Say("get text");
   const std::string tabs = Say("get tabs");

@@ -14,12 +14,30 @@
 namespace platform {
 namespace {
 
-std::u16string TemporaryName(std::u16string_view target) {
-  const std::string tick = std::to_string(static_cast<std::uint32_t>(TickMilliseconds()));
-  std::u16string name(target);
-  name += u".tmp-";
-  name.append(tick.begin(), tick.end());
-  return name;
+// Names that are taken may be what other programs, or a cut save, left in the folder.
+constexpr int kNameTries = 100;
+
+std::u16string Digits(std::uint32_t number) {
+  const std::string digits = std::to_string(number);
+  return std::u16string(digits.begin(), digits.end());
+}
+
+std::u16string FolderOf(std::u16string_view path) {
+  const std::size_t end = path.rfind(PathSeparator());
+  return std::u16string(path.substr(0, end == path.npos ? 0 : end + 1));
+}
+
+// Opens a new file beside the target; its name comes back. -1: none could be made.
+int NewFileBeside(std::u16string_view target, std::u16string& name) {
+  const std::u16string first =
+      FolderOf(target) + u".tmp-" + Digits(static_cast<std::uint32_t>(TickMilliseconds()));
+  name = first;
+  int handle = NewFile(name);
+  for (std::uint32_t i = 1; handle < 0 && i < kNameTries && FileExists(name); ++i) {
+    name = first + u"-" + Digits(i);
+    handle = NewFile(name);
+  }
+  return handle;
 }
 
 bool WriteAll(int handle, std::string_view bytes) {
@@ -31,23 +49,43 @@ bool WriteAll(int handle, std::string_view bytes) {
   return true;
 }
 
+// A companion takes its mode from its program, and must not take the place of what is none.
+bool GiveAccess(const AtomicWrite& write, std::u16string_view temporary,
+                std::u16string_view target) {
+  if (write.companionOf.empty()) return CopyAccess(temporary, target);
+  return MayReplace(target) && CopyAccess(temporary, write.companionOf);
+}
+
+bool FillFile(int handle, std::string_view bytes, FileFigures& written) {
+  const bool good = WriteAll(handle, bytes) && FlushFile(handle) &&
+                    SizeOfFile(handle) == static_cast<std::int64_t>(bytes.size());
+  written = FiguresOfOpened(handle);
+  return good && written.exists;
+}
+
 }  // namespace
 
-bool WriteFileAtomic(std::u16string_view path, std::string_view bytes) {
-  const std::u16string target = LinkTarget(path);
-  if (target.empty()) return false;
-  const std::u16string temporary = TemporaryName(target);
-  const int handle = NewFile(temporary);
-  if (handle < 0) return false;
+WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written) {
+  const std::u16string target =
+      write.companionOf.empty() ? LinkTarget(write.path) : std::u16string(write.path);
+  if (target.empty()) return WriteAnswer::Failed;
+  std::u16string temporary;
+  const int handle = NewFileBeside(target, temporary);
+  if (handle < 0) return WriteAnswer::Failed;
   // Access comes first, so that nobody who may not read the old file can read the new one.
-  bool good = CopyAccess(temporary, target) && WriteAll(handle, bytes) && FlushFile(handle) &&
-              SizeOfFile(handle) == static_cast<std::int64_t>(bytes.size());
+  bool good = GiveAccess(write, temporary, target) && FillFile(handle, write.bytes, written);
   good = ShutFile(handle) && good;
-  if (!good || !RenameOver(temporary, target)) {
+  const bool changed = good && write.expected && !(FiguresOf(target) == *write.expected);
+  if (changed || !good || !RenameOver(temporary, target)) {
     EraseFile(temporary);
-    return false;
+    return changed ? WriteAnswer::Changed : WriteAnswer::Failed;
   }
-  return FlushFolderOf(target);
+  return FlushFolderOf(target) ? WriteAnswer::Written : WriteAnswer::Failed;
+}
+
+bool WriteFileAtomic(std::u16string_view path, std::string_view bytes) {
+  FileFigures written;
+  return WriteAtomic({.path = path, .bytes = bytes}, written) == WriteAnswer::Written;
 }
 
 }  // namespace platform

@@ -57,6 +57,21 @@ ReadAnswer ReadOpened(int handle, std::size_t limit, std::string& bytes) {
   return ReadAnswer::Read;
 }
 
+FileFigures FiguresFrom(const struct stat& about) {
+  constexpr std::int64_t kNanoseconds = 1000000000;
+  FileFigures figures;
+  figures.exists = true;
+  figures.device = about.st_dev;
+  figures.node = about.st_ino;
+  figures.size = static_cast<std::uint64_t>(about.st_size);
+  figures.changed = about.st_mtim.tv_sec * kNanoseconds + about.st_mtim.tv_nsec;
+  return figures;
+}
+
+bool IsPlainAndWritable(const char* path, const struct stat& about) {
+  return S_ISREG(about.st_mode) && faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) == 0;
+}
+
 bool Sync(int handle) {
   for (;;) {
     if (fsync(handle) == 0) return true;
@@ -102,6 +117,22 @@ std::int64_t WriteBytes(int handle, const void* bytes, std::size_t count) {
   }
 }
 
+FileFigures FiguresOf(std::u16string_view path) {
+  std::string native;
+  struct stat about;
+  if (!NativePath(path, native) || stat(native.c_str(), &about) != 0) return FileFigures();
+  return FiguresFrom(about);
+}
+
+FileFigures FiguresOfOpened(int handle) {
+  struct stat about;
+  return fstat(handle, &about) == 0 ? FiguresFrom(about) : FileFigures();
+}
+
+bool IsSameFile(const FileFigures& one, const FileFigures& other) {
+  return one.exists && other.exists && one.device == other.device && one.node == other.node;
+}
+
 std::int64_t SizeOfFile(int handle) {
   struct stat about;
   if (FaultDue("size") || fstat(handle, &about) != 0) return -1;
@@ -121,9 +152,7 @@ bool CopyAccess(std::u16string_view temporary, std::u16string_view target) {
   if (!NativePath(target, from) || !NativePath(temporary, to) || FaultDue("access")) return false;
   struct stat old;
   if (stat(from.c_str(), &old) != 0) return errno == ENOENT;
-  if (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, from.c_str(), W_OK, AT_EACCESS) != 0) {
-    return false;
-  }
+  if (!IsPlainAndWritable(from.c_str(), old)) return false;
   struct stat fresh;
   if (stat(to.c_str(), &fresh) != 0) return false;
   // Owner before mode: a change of owner may take mode bits away. A user who may not give the
@@ -135,6 +164,14 @@ bool CopyAccess(std::u16string_view temporary, std::u16string_view target) {
   }
   if ((fresh.st_mode & kAccessBits) == (old.st_mode & kAccessBits)) return true;
   return chmod(to.c_str(), old.st_mode & kAccessBits) == 0;
+}
+
+bool MayReplace(std::u16string_view path) {
+  std::string native;
+  if (!NativePath(path, native)) return false;
+  struct stat about;
+  if (lstat(native.c_str(), &about) != 0) return errno == ENOENT;
+  return S_ISLNK(about.st_mode) || IsPlainAndWritable(native.c_str(), about);
 }
 
 bool RenameOver(std::u16string_view temporary, std::u16string_view target) {

@@ -7,24 +7,31 @@
 
 namespace headless {
 
-void Advance(int milliseconds) {
-  const std::uint64_t target =
-      VirtualNow() + static_cast<std::uint64_t>(milliseconds > 0 ? milliseconds : 0);
+bool TakeTurn(std::uint64_t target) {
+  std::uint64_t timer = 0;
+  std::uint64_t worker = 0;
+  const bool timerDue = NextTimerDue(timer) && timer <= target;
+  const bool workerDue = NextWorkerDue(worker) && worker <= target;
+  if (!timerDue && !workerDue) return false;
+  if (timerDue && (!workerDue || timer <= worker)) {
+    MoveClockTo(timer);
+    FireNextTimer();
+  } else {
+    MoveClockTo(worker);
+    RunWorker();
+  }
   DrainPosts();
-  for (;;) {
-    std::uint64_t timer = 0;
-    std::uint64_t worker = 0;
-    const bool timerDue = NextTimerDue(timer) && timer <= target;
-    const bool workerDue = NextWorkerDue(worker) && worker <= target;
-    if (!timerDue && !workerDue) break;
-    if (timerDue && (!workerDue || timer <= worker)) {
-      MoveClockTo(timer);
-      FireNextTimer();
-    } else {
-      MoveClockTo(worker);
-      RunWorker();
-    }
-    DrainPosts();
+  return true;
+}
+
+std::uint64_t After(int milliseconds) {
+  return VirtualNow() + static_cast<std::uint64_t>(milliseconds > 0 ? milliseconds : 0);
+}
+
+void Advance(int milliseconds) {
+  const std::uint64_t target = After(milliseconds);
+  DrainPosts();
+  while (TakeTurn(target)) {
   }
   MoveClockTo(target);
 }

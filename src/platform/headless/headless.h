@@ -25,6 +25,7 @@ namespace headless {
 // The executable is HOME/bin/MORVA, Documents is HOME/Documents; both folders are made.
 void Reset(std::u16string_view home);
 void SetExecutableName(std::u16string_view name);  // instead of "MORVA"
+void SetFlushTime(int milliseconds);               // each flush of a file takes that long
 void RemoveDocuments();                            // the system has no Documents folder
 
 // What the user does. False: no such thing, or it is hidden or disabled.
@@ -55,6 +56,8 @@ void HoldCtrl(bool held);                 // for the clicks that follow
 void HoldButton(bool held);               // a button of the pointer on a control, until told
 bool CloseKey();                          // false: the window stayed
 bool WindowClosed();
+void ComeToFront();  // from another program back to this one
+void Terminate();    // the system's signal to end
 
 // Time and messages: fires due timers in order and lets the worker run up to now + ms.
 void Advance(int milliseconds);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/clock.h"
 #include "platform/common/faults.h"
 #include "platform/file.h"
 #include "platform/headless/headless_internal.h"
@@ -15,6 +16,7 @@ struct Machine {
   std::u16string home;
   std::u16string executableName = u"MORVA";
   bool hasDocuments = true;
+  int flushMs = 0;
 };
 Machine machine;
 
@@ -28,6 +30,12 @@ std::vector<ArmedFault>& ArmedFaults() {
 }
 
 ResetHook* firstHook = nullptr;
+
+// A disk that takes its time does so before a flush can fail.
+bool MeetCall(std::string_view kind) {
+  if (kind == "flush" && machine.flushMs > 0) platform::SleepMilliseconds(machine.flushMs);
+  return FaultFor(kind);
+}
 
 std::u16string Joined(std::u16string_view folder, std::u16string_view name) {
   std::u16string path(folder);
@@ -61,8 +69,13 @@ void SetExecutableName(std::u16string_view name) { machine.executableName = name
 
 void RemoveDocuments() { machine.hasDocuments = false; }
 
+void SetFlushTime(int milliseconds) {
+  machine.flushMs = milliseconds;
+  platform::fileFault = &MeetCall;
+}
+
 void FailCall(std::string_view kind, int n) {
-  platform::fileFault = &FaultFor;
+  platform::fileFault = &MeetCall;
   for (ArmedFault& fault : ArmedFaults()) {
     if (fault.kind == kind) {
       fault.remaining = n;

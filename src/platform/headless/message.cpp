@@ -29,14 +29,23 @@ bool Offers(platform::BoxButtons buttons, platform::BoxAnswer answer) {
     case platform::BoxButtons::YesNo:
       return answer == BoxAnswer::Yes || answer == BoxAnswer::No;
     case platform::BoxButtons::YesNoCancel:
+      return answer != BoxAnswer::Ok && answer != BoxAnswer::Other;
+    case platform::BoxButtons::YesNoOtherCancel:
       return answer != BoxAnswer::Ok;
   }
   return false;
 }
 
 platform::BoxAnswer MostCautious(platform::BoxButtons buttons) {
-  if (buttons == platform::BoxButtons::YesNoCancel) return platform::BoxAnswer::Cancel;
-  if (buttons == platform::BoxButtons::YesNo) return platform::BoxAnswer::No;
+  switch (buttons) {
+    case platform::BoxButtons::Ok:
+      break;
+    case platform::BoxButtons::YesNo:
+      return platform::BoxAnswer::No;
+    case platform::BoxButtons::YesNoCancel:
+    case platform::BoxButtons::YesNoOtherCancel:
+      return platform::BoxAnswer::Cancel;
+  }
   return platform::BoxAnswer::Ok;
 }
 
@@ -67,7 +76,7 @@ std::vector<BoxRecord> TakeBoxes() { return std::exchange(records, {}); }
 namespace platform {
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
-                  BoxIcon icon) {
+                  BoxIcon icon, const BoxCaptions&) {
   headless::StandWithKeyboard();
   BoxAnswer answer = headless::MostCautious(buttons);
   if (!headless::answers.empty()) {

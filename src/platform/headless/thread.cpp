@@ -1,4 +1,4 @@
-// The one worker: a real thread that runs only when it holds the baton.
+// The workers: real threads that run only while they hold the baton.
 
 #include "platform/thread.h"
 
@@ -24,9 +24,13 @@ struct Baton {
   std::uint64_t wakeAt = 0;
 };
 
-// Shared with the thread, so that a worker that is left behind keeps its own.
-std::shared_ptr<Baton> baton;
+// One baton for each kind of worker. Shared with the thread, so that a worker that is left
+// behind keeps its own.
+constexpr int kWorkers = 2;
+std::shared_ptr<Baton> batons[kWorkers];
 thread_local Baton* mine = nullptr;
+
+std::shared_ptr<Baton>& BatonOf(platform::Worker kind) { return batons[static_cast<int>(kind)]; }
 
 // A worker that does not end although nothing holds it back is left behind after this long,
 // in real time.
@@ -34,14 +38,14 @@ constexpr std::chrono::seconds kPatience{10};
 // A worker that goes on for longer in virtual time is told to finish.
 constexpr std::uint64_t kLongestJobMs = 600000;
 
-bool Alive() {
+bool Alive(const std::shared_ptr<Baton>& baton) {
   if (!baton) return false;
   const std::lock_guard<std::mutex> lock(baton->guard);
   return baton->alive;
 }
 
-void FinishWorker() {
-  if (!Alive()) return;
+void Finish(std::shared_ptr<Baton>& baton) {
+  if (!Alive(baton)) return;
   std::unique_lock<std::mutex> lock(baton->guard);
   baton->mustFinish = true;
   baton->workersTurn = true;
@@ -51,7 +55,32 @@ void FinishWorker() {
   lock.unlock();
   baton.reset();
 }
-ResetHook hook(0, FinishWorker);
+
+void FinishWorkers() {
+  for (std::shared_ptr<Baton>& baton : batons) Finish(baton);
+}
+ResetHook hook(0, FinishWorkers);
+
+void HandBatonTo(const std::shared_ptr<Baton>& held) {
+  std::unique_lock<std::mutex> lock(held->guard);
+  held->workersTurn = true;
+  held->turned.notify_all();
+  held->turned.wait(lock, [&held] { return !held->workersTurn; });
+}
+
+std::uint64_t WakeOf(const std::shared_ptr<Baton>& baton) {
+  const std::lock_guard<std::mutex> lock(baton->guard);
+  return baton->wakeAt;
+}
+
+// The worker that goes on first; null where none runs.
+std::shared_ptr<Baton> NextBaton() {
+  std::shared_ptr<Baton> next;
+  for (const std::shared_ptr<Baton>& baton : batons) {
+    if (Alive(baton) && (!next || WakeOf(baton) < WakeOf(next))) next = baton;
+  }
+  return next;
+}
 
 void RunThread(const std::shared_ptr<Baton>& shared, void (*work)()) {
   mine = shared.get();
@@ -90,40 +119,39 @@ void WaitInWorker(std::uint64_t moment, bool onTheLine) {
 }
 
 void PokeWorker() {
+  const std::shared_ptr<Baton>& baton = BatonOf(platform::Worker::Transfer);
   if (!baton || mine) return;
   const std::lock_guard<std::mutex> lock(baton->guard);
   if (baton->onTheLine) baton->wakeAt = VirtualNow();
 }
 
 bool NextWorkerDue(std::uint64_t& due) {
-  if (!Alive()) return false;
-  const std::lock_guard<std::mutex> lock(baton->guard);
-  due = baton->wakeAt;
+  const std::shared_ptr<Baton> next = NextBaton();
+  if (!next) return false;
+  due = WakeOf(next);
   return true;
 }
 
 void RunWorker() {
-  if (!Alive()) return;
-  const std::shared_ptr<Baton> held = baton;
-  std::unique_lock<std::mutex> lock(held->guard);
-  held->workersTurn = true;
-  held->turned.notify_all();
-  held->turned.wait(lock, [&held] { return !held->workersTurn; });
+  if (const std::shared_ptr<Baton> next = NextBaton()) HandBatonTo(next);
 }
 
 }  // namespace headless
 
 namespace platform {
 
-bool StartWorker(void (*work)()) {
-  if (headless::FaultFor("worker") || headless::Alive()) return false;
-  headless::baton = std::make_shared<headless::Baton>();
-  headless::baton->wakeAt = headless::VirtualNow();
-  std::thread(headless::RunThread, headless::baton, work).detach();
+bool StartWorker(Worker kind, void (*work)()) {
+  std::shared_ptr<headless::Baton>& baton = headless::BatonOf(kind);
+  if (headless::FaultFor("worker") || headless::Alive(baton)) return false;
+  baton = std::make_shared<headless::Baton>();
+  baton->wakeAt = headless::VirtualNow();
+  std::thread(headless::RunThread, baton, work).detach();
+  // A disk that answers at once leaves nothing to wait for.
+  if (kind == Worker::Saver) headless::HandBatonTo(baton);
   return true;
 }
 
-bool WorkerRuns() { return headless::Alive(); }
+bool WorkerRuns(Worker kind) { return headless::Alive(headless::BatonOf(kind)); }
 
 // Time passes for the worker alone; no timer fires meanwhile.
 void EndWorkers() {
@@ -133,7 +161,7 @@ void EndWorkers() {
     headless::MoveClockTo(due);
     headless::RunWorker();
   }
-  headless::FinishWorker();
+  headless::FinishWorkers();
 }
 
 }  // namespace platform

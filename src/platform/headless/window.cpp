@@ -179,6 +179,17 @@ bool CloseKey() {
 
 bool WindowClosed() { return window.closed; }
 
+void ComeToFront() {
+  const platform::Events& events = platform::Listener();
+  if (window.exists && events.activated) events.activated();
+}
+
+void Terminate() {
+  const platform::Events& events = platform::Listener();
+  if (events.terminated) events.terminated();
+  platform::QuitLoop(0);
+}
+
 bool FocusNext(bool backwards, bool byTab) {
   std::vector<int> ring = chain;
   if (backwards) std::reverse(ring.begin(), ring.end());

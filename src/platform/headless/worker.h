@@ -1,7 +1,7 @@
-// The baton between the user's thread and the one worker, and the virtual clock both read.
+// The baton between the user's thread and each worker, and the virtual clock that all read.
 //
-// Exactly one of the two runs at any moment. The worker runs only while the clock is being
-// moved and hands the baton back whenever it sleeps or waits on the line, so that a job of a
+// Exactly one thread runs at any moment. A worker runs only while the clock is being
+// moved, the saver from its start on too, and hands the baton back whenever it sleeps or waits on the line, so that a job of a
 // minute takes no time and always takes the same turns.
 #pragma once
 
@@ -22,9 +22,15 @@ bool WorkerMustFinish();
 // Something happened on the line: a worker that waits there looks again.
 void PokeWorker();
 
-// When the worker goes on; false without one.
+// When the first of the workers goes on; false without one.
 bool NextWorkerDue(std::uint64_t& due);
-// Gives it the baton until it waits or ends.
+// Gives that one the baton until it waits or ends.
 void RunWorker();
+
+// This many virtual milliseconds from now.
+std::uint64_t After(int milliseconds);
+// The next turn up to `target`, of a timer before that of a worker due at the same moment; what it
+// posted is handed out. False: there is none.
+bool TakeTurn(std::uint64_t target);
 
 }  // namespace headless

@@ -12,39 +12,45 @@ namespace {
 // already, is still on its way out.
 std::mutex gate;
 std::condition_variable allOut;
-int running = 0;
+int running[2] = {};  // by kind
 
+int& RunningOf(Worker kind) { return running[static_cast<int>(kind)]; }
+bool AnyRuns() { return RunningOf(Worker::Transfer) > 0 || RunningOf(Worker::Saver) > 0; }
+
+template <Worker kind>
 void* RunWork(void* work) {
   reinterpret_cast<void (*)()>(work)();
   const std::lock_guard<std::mutex> hold(gate);
-  if (--running == 0) allOut.notify_all();
+  --RunningOf(kind);
+  if (!AnyRuns()) allOut.notify_all();
   return nullptr;
 }
 
 }  // namespace
 
 // The system's own call, because the library's thread ends the program where none can start.
-bool StartWorker(void (*work)()) {
+bool StartWorker(Worker kind, void (*work)()) {
   pthread_attr_t detached;
   if (pthread_attr_init(&detached) != 0) return false;
   pthread_attr_setdetachstate(&detached, PTHREAD_CREATE_DETACHED);
   const std::lock_guard<std::mutex> hold(gate);
   pthread_t thread;
-  const bool started =
-      pthread_create(&thread, &detached, RunWork, reinterpret_cast<void*>(work)) == 0;
-  if (started) ++running;
+  void* (*const run)(void*) =
+      kind == Worker::Saver ? RunWork<Worker::Saver> : RunWork<Worker::Transfer>;
+  const bool started = pthread_create(&thread, &detached, run, reinterpret_cast<void*>(work)) == 0;
+  if (started) ++RunningOf(kind);
   pthread_attr_destroy(&detached);
   return started;
 }
 
-bool WorkerRuns() {
+bool WorkerRuns(Worker kind) {
   const std::lock_guard<std::mutex> hold(gate);
-  return running > 0;
+  return RunningOf(kind) > 0;
 }
 
 void EndWorkers() {
   std::unique_lock<std::mutex> hold(gate);
-  while (running > 0) allOut.wait(hold);
+  while (AnyRuns()) allOut.wait(hold);
 }
 
 }  // namespace platform

@@ -27,10 +27,17 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
   return QMessageBox::NoIcon;
 }
 
+constexpr QMessageBox::StandardButton kOther = QMessageBox::Retry;
+
+void Caption(const QMessageBox& box, QMessageBox::StandardButton button, const char16_t* words) {
+  QAbstractButton* key = box.button(button);
+  if (key != nullptr && words != nullptr) key->setText(Text(words));
+}
+
 }  // namespace
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
-                  BoxIcon icon) {
+                  BoxIcon icon, const BoxCaptions& captions) {
   QWidget* dialog = QApplication::activeModalWidget();
   QMessageBox box(dialog != nullptr ? dialog : MainWidget());
   box.setWindowTitle(Text(title));
@@ -54,7 +61,16 @@ BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButton
       box.setEscapeButton(QMessageBox::Cancel);
       box.setDefaultButton(QMessageBox::Yes);
       break;
+    case BoxButtons::YesNoOtherCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | kOther | QMessageBox::Cancel);
+      box.setEscapeButton(QMessageBox::Cancel);
+      box.setDefaultButton(QMessageBox::Cancel);
+      break;
   }
+  Caption(box, QMessageBox::Yes, captions.yes);
+  Caption(box, QMessageBox::No, captions.no);
+  Caption(box, kOther, captions.other);
+  Caption(box, QMessageBox::Cancel, captions.cancel);
   switch (box.exec()) {
     case QMessageBox::Yes:
       return BoxAnswer::Yes;
@@ -62,6 +78,8 @@ BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButton
       return BoxAnswer::No;
     case QMessageBox::Cancel:
       return BoxAnswer::Cancel;
+    case kOther:
+      return BoxAnswer::Other;
     default:
       break;
   }

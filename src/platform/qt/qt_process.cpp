@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QSerialPortInfo>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdio>
@@ -10,10 +11,12 @@
 
 #include "platform/file.h"
 #include "platform/message.h"
+#include "platform/posix/termination.h"
 #include "platform/process.h"
 #include "platform/qt/qt_internal.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/serial.h"
+#include "platform/window.h"
 
 namespace platform {
 
@@ -27,6 +30,23 @@ std::u16string executableForTests;
 void TellFocus(int id, bool gained) {
   if (id == 0 || id == kMainWindow || Listener().focusChanged == nullptr) return;
   Listener().focusChanged(id, gained);
+}
+
+// Boxes of the application's own do not take it from the front.
+void TellActivated(Qt::ApplicationState state) {
+  if (state == Qt::ApplicationActive && Listener().activated != nullptr) Listener().activated();
+}
+
+// The wish comes once; a second signal meanwhile changes nothing.
+void ListenForTermination() {
+  const int pipe = WatchTermination();
+  if (pipe < 0) return;
+  auto* wish = new QSocketNotifier(pipe, QSocketNotifier::Read, application);
+  QObject::connect(wish, &QSocketNotifier::activated, wish, [wish] {
+    wish->setEnabled(false);
+    if (Listener().terminated != nullptr) Listener().terminated();
+    QuitLoop(0);
+  });
 }
 
 // The toolkit knows the adapter's own description where the system's list is mute.
@@ -55,6 +75,9 @@ void BeginProcess(int argc, char** argv) {
   BeginLook();
   BeginPosts();
   SetAdapterNamer(NameAdapter);
+  ListenForTermination();
+  QObject::connect(application, &QGuiApplication::applicationStateChanged, application,
+                   TellActivated);
   QObject::connect(application, &QApplication::focusChanged, application,
                    [](QWidget* old, QWidget* now) {
                      const int lost = IdOfWidget(old);

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/atomic_file.h"
+#include "platform/clock.h"
 #include "platform/common/faults.h"
 #include "platform/limits.h"
 #include "support/stage.h"
@@ -30,7 +31,7 @@ struct Files : public ::testing::Test {
     std::error_code ignored;
     fs::remove_all(folder, ignored);
   }
-  std::u16string Path(const char* name) const { return Wide((folder / name).string()); }
+  std::u16string Path(const std::string& name) const { return Wide((folder / name).string()); }
 };
 
 struct AtomicFile : public Files {};
@@ -267,6 +268,111 @@ TEST_F(AtomicFile, SaysSoWhenTheFolderCouldNotBeFlushed) {
   EXPECT_FALSE(platform::WriteFileAtomic(Path("p.NC"), "new"));
   EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
   EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
+}
+
+TEST_F(AtomicFile, WritesUnderANameOf255Bytes) {
+  const std::string name = std::string(252, 'n') + ".NC";
+  EXPECT_TRUE(platform::WriteFileAtomic(Path(name), "new"));
+  EXPECT_TRUE(platform::WriteFileAtomic(Path(name), "newer"));
+  EXPECT_EQ(ReadRaw(folder / name), "newer");
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{name});
+}
+
+platform::WriteAnswer WriteCompanion(const std::u16string& path, const std::u16string& program) {
+  platform::FileFigures written;
+  return platform::WriteAtomic({.path = path, .bytes = "new", .companionOf = program}, written);
+}
+
+TEST_F(AtomicFile, ReplacesTheLinkThatStandsInACompanionsPlace) {
+  fs::create_directory(folder / "outside");
+  WriteRaw(folder / "outside" / "secret", "secret");
+  WriteRaw(folder / "p.NC", "program");
+  fs::create_symlink("outside/secret", folder / "p.NC.cadmv");
+  EXPECT_EQ(WriteCompanion(Path("p.NC.cadmv"), Path("p.NC")), platform::WriteAnswer::Written);
+  EXPECT_FALSE(fs::is_symlink(folder / "p.NC.cadmv"));
+  EXPECT_EQ(ReadRaw(folder / "p.NC.cadmv"), "new");
+  EXPECT_EQ(ReadRaw(folder / "outside" / "secret"), "secret");
+  EXPECT_EQ(NamesIn(folder / "outside"), std::vector<std::string>{"secret"});
+}
+
+TEST_F(AtomicFile, GivesACompanionTheModeOfItsProgram) {
+  WriteRaw(folder / "p.NC", "program");
+  ASSERT_EQ(chmod((folder / "p.NC").c_str(), 0600), 0);
+  WriteRaw(folder / "p.NC.cadmv", "old");
+  ASSERT_EQ(chmod((folder / "p.NC.cadmv").c_str(), 0644), 0);
+  EXPECT_EQ(WriteCompanion(Path("p.NC.cadmv"), Path("p.NC")), platform::WriteAnswer::Written);
+  EXPECT_EQ(WriteCompanion(Path("p.NC.features"), Path("p.NC")), platform::WriteAnswer::Written);
+  EXPECT_EQ(ModeOf(folder / "p.NC.cadmv"), 0600u);
+  EXPECT_EQ(ModeOf(folder / "p.NC.features"), 0600u);
+}
+
+TEST_F(AtomicFile, PutsACompanionInThePlaceOfNeitherAFolderNorAPipe) {
+  WriteRaw(folder / "p.NC", "program");
+  fs::create_directory(folder / "d");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(WriteCompanion(Path("d"), Path("p.NC")), platform::WriteAnswer::Failed);
+  EXPECT_EQ(WriteCompanion(Path("pipe"), Path("p.NC")), platform::WriteAnswer::Failed);
+  EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"d", "p.NC", "pipe"}));
+}
+
+TEST_F(AtomicFile, ReplacesOnlyTheStateThatIsExpected) {
+  WriteRaw(folder / "p.NC", "old");
+  const platform::FileFigures known = platform::FiguresOf(Path("p.NC"));
+  platform::FileFigures written;
+  WriteRaw(folder / "p.NC", "from elsewhere");
+  const std::u16string path = Path("p.NC");
+  EXPECT_EQ(platform::WriteAtomic({.path = path, .bytes = "mine", .expected = &known}, written),
+            platform::WriteAnswer::Changed);
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "from elsewhere");
+  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
+  const platform::FileFigures now = platform::FiguresOf(path);
+  EXPECT_EQ(platform::WriteAtomic({.path = path, .bytes = "mine", .expected = &now}, written),
+            platform::WriteAnswer::Written);
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "mine");
+}
+
+TEST_F(AtomicFile, TellsTheFiguresOfWhatItWrote) {
+  platform::FileFigures written;
+  const std::u16string path = Path("p.NC");
+  ASSERT_EQ(platform::WriteAtomic({.path = path, .bytes = "twelve bytes"}, written),
+            platform::WriteAnswer::Written);
+  EXPECT_EQ(written.size, 12u);
+  EXPECT_EQ(written, platform::FiguresOf(path));
+}
+
+TEST_F(AtomicFile, TakesAnotherNameWhereAStrayFileHasTheFirst) {
+  static std::string seen;
+  static fs::path inside;
+  inside = folder;
+  const auto occupy = [](std::string_view kind) {
+    if (kind != "new" || !seen.empty()) return false;
+    // The name is made of the tick; the files of this and the next second take it away.
+    const std::uint64_t now = platform::TickMilliseconds();
+    for (std::uint64_t tick = now; tick < now + 1000; ++tick) {
+      WriteRaw(inside / (".tmp-" + std::to_string(static_cast<std::uint32_t>(tick))), "stray");
+    }
+    seen = "occupied";
+    return true;
+  };
+  platform::fileFault = occupy;
+  const bool saved = platform::WriteFileAtomic(Path("p.NC"), "new");
+  platform::fileFault = nullptr;
+  seen.clear();
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
+}
+
+TEST_F(AtomicFile, KnowsOneFileByAllOfItsNames) {
+  WriteRaw(folder / "p.NC", "x");
+  WriteRaw(folder / "other.NC", "x");
+  fs::create_symlink("p.NC", folder / "link.NC");
+  fs::create_hard_link(folder / "p.NC", folder / "hard.NC");
+  const platform::FileFigures program = platform::FiguresOf(Path("p.NC"));
+  EXPECT_TRUE(platform::IsSameFile(program, platform::FiguresOf(Path("link.NC"))));
+  EXPECT_TRUE(platform::IsSameFile(program, platform::FiguresOf(Path("hard.NC"))));
+  EXPECT_FALSE(platform::IsSameFile(program, platform::FiguresOf(Path("other.NC"))));
+  const platform::FileFigures none = platform::FiguresOf(Path("none"));
+  EXPECT_FALSE(platform::IsSameFile(none, none));
 }
 
 }  // namespace

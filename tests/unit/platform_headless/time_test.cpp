@@ -7,6 +7,7 @@
 #include "platform/serial.h"
 #include "platform/thread.h"
 #include "platform/timer.h"
+#include "platform/wait.h"
 
 namespace {
 
@@ -78,24 +79,67 @@ void SleepTwice() {
 }
 
 TEST_F(Time, TheWorkerRunsOnlyWhileTimeIsLetPass) {
-  ASSERT_TRUE(platform::StartWorker(SleepTwice));
-  EXPECT_FALSE(platform::StartWorker(SleepTwice));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
+  EXPECT_FALSE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
   headless::DrainPosts();
   EXPECT_TRUE(heard.empty());
   platform::StartTimer(1, 5, 100);
   headless::Advance(150);
   // At 100 both are due: the timer is first.
   EXPECT_EQ(heard, (Lines{"post 1 0", "timer 5", "post 2 100"}));
-  EXPECT_TRUE(platform::WorkerRuns());
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Transfer));
   headless::Advance(50);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_EQ(heard.back(), "post 3 200");
 }
 
+int saverTurns = 0;
+void WriteSlowly() {
+  ++saverTurns;
+  platform::SleepMilliseconds(300);
+  ++saverTurns;
+}
+
+TEST_F(Time, TheSaverRunsAtOnceUntilItHasToWait) {
+  saverTurns = 0;
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Saver, WriteSlowly));
+  EXPECT_EQ(saverTurns, 1);
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Saver));
+  EXPECT_FALSE(platform::StartWorker(platform::Worker::Saver, WriteSlowly));
+  headless::Advance(299);
+  EXPECT_EQ(saverTurns, 1);
+  headless::Advance(1);
+  EXPECT_EQ(saverTurns, 2);
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Saver));
+}
+
+TEST_F(Time, SaverAndTransferTakeTheirTurnsBesideEachOther) {
+  saverTurns = 0;
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Saver, WriteSlowly));
+  headless::Advance(150);
+  EXPECT_EQ(heard, (Lines{"post 1 0", "post 2 100"}));
+  EXPECT_EQ(saverTurns, 1);
+  headless::Advance(150);
+  EXPECT_EQ(heard.back(), "post 3 200");
+  EXPECT_EQ(saverTurns, 2);
+}
+
+TEST_F(Time, WaitUntilLetsTimersAndWorkersGoOn) {
+  saverTurns = 0;
+  platform::StartTimer(1, 3, 100);
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Saver, WriteSlowly));
+  EXPECT_TRUE(platform::WaitUntil([] { return saverTurns == 2; }, 1000));
+  EXPECT_EQ(platform::TickMilliseconds(), 300u);
+  EXPECT_EQ(heard.size(), 3u);
+  EXPECT_FALSE(platform::WaitUntil([] { return false; }, 50));
+  EXPECT_EQ(platform::TickMilliseconds(), 350u);
+}
+
 TEST_F(Time, EndWorkersLetsTheWorkerComeToItsEnd) {
-  ASSERT_TRUE(platform::StartWorker(SleepTwice));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
   platform::EndWorkers();
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   headless::DrainPosts();
   EXPECT_EQ(heard.back(), "post 3 200");
 }
@@ -105,17 +149,17 @@ void SleepForEver() {
 }
 
 TEST_F(Time, ResetEndsAWorkerThatWouldSleepForAnHour) {
-  ASSERT_TRUE(platform::StartWorker(SleepForEver));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepForEver));
   headless::Advance(50);
   headless::Reset(home_.u16string());
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_EQ(platform::TickMilliseconds(), 0u);
 }
 
 TEST_F(Time, AWorkerCanBeToldNotToStart) {
   headless::FailCall("worker", 1);
-  EXPECT_FALSE(platform::StartWorker(SleepTwice));
-  EXPECT_TRUE(platform::StartWorker(SleepTwice));
+  EXPECT_FALSE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
+  EXPECT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
 }
 
 platform::SerialSettings Settings(std::u16string_view port) {
@@ -184,7 +228,7 @@ void ReadThreeTimes() {
 TEST_F(Cable, AReadReturnsOnAFullBufferAfterAGapOrAfterTheWholeTime) {
   taken.clear();
   moments.clear();
-  ASSERT_TRUE(platform::StartWorker(ReadThreeTimes));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, ReadThreeTimes));
   headless::PeerSend("12345678AB");
   headless::Advance(20);
   headless::Advance(500);
@@ -196,7 +240,7 @@ TEST_F(Cable, AReadReturnsOnAFullBufferAfterAGapOrAfterTheWholeTime) {
 TEST_F(Cable, BytesThatComeDuringTheWaitJoinTheRead) {
   taken.clear();
   moments.clear();
-  ASSERT_TRUE(platform::StartWorker(ReadThreeTimes));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, ReadThreeTimes));
   headless::Advance(80);
   headless::PeerSend("A");
   headless::Advance(300);
@@ -206,18 +250,18 @@ TEST_F(Cable, BytesThatComeDuringTheWaitJoinTheRead) {
 
 TEST_F(Cable, AnUnpluggedCableFailsTheReadThatWaits) {
   taken.clear();
-  ASSERT_TRUE(platform::StartWorker(ReadThreeTimes));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, ReadThreeTimes));
   headless::Advance(30);
   headless::PeerUnplug();
   headless::Advance(0);
-  EXPECT_FALSE(platform::WorkerRuns());
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
   EXPECT_EQ(taken, "");
 }
 
 TEST_F(Cable, WakingEndsTheWaitAtOnce) {
   taken.clear();
   moments.clear();
-  ASSERT_TRUE(platform::StartWorker(ReadThreeTimes));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, ReadThreeTimes));
   headless::Advance(30);
   platform::WakeSerial();
   headless::Advance(0);
@@ -239,7 +283,7 @@ void WriteOnce() {
 TEST_F(Cable, AStallWithinTheTimeOutOnlyDelays) {
   moments.clear();
   headless::PeerStall(4999);
-  ASSERT_TRUE(platform::StartWorker(WriteOnce));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WriteOnce));
   headless::Advance(6000);
   EXPECT_TRUE(wrote);
   EXPECT_EQ(written, 4u);
@@ -251,7 +295,7 @@ TEST_F(Cable, AStallWithinTheTimeOutOnlyDelays) {
 TEST_F(Cable, ALongerStallIsAWriteOfNothing) {
   moments.clear();
   headless::PeerStall(8000);
-  ASSERT_TRUE(platform::StartWorker(WriteOnce));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WriteOnce));
   headless::Advance(6000);
   EXPECT_TRUE(wrote);
   EXPECT_EQ(written, 0u);
@@ -261,7 +305,7 @@ TEST_F(Cable, ALongerStallIsAWriteOfNothing) {
 
 TEST_F(Cable, XoffAmongTheBytesThatComeBackStopsTheLineUntilXon) {
   moments.clear();
-  ASSERT_TRUE(platform::StartWorker(WriteOnce));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WriteOnce));
   headless::PeerSend("\x93?");  // XOFF with the eighth bit, and noise
   headless::Advance(1000);
   EXPECT_TRUE(moments.empty());
@@ -282,7 +326,7 @@ TEST_F(Cable, SevenDataBitsAreMasked) {
 
 TEST_F(Cable, NoWriteSucceedsAfterResetIsUnderWay) {
   headless::PeerStall(100000);
-  ASSERT_TRUE(platform::StartWorker(WriteOnce));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, WriteOnce));
   headless::Advance(10);
   wrote = true;
   headless::Reset(home_.u16string());
