@@ -77,6 +77,7 @@ inline constexpr std::uint32_t kMessageTransferFailed = 0x8014;
 inline constexpr std::uint32_t kMessageReceiveDone = 0x8015;
 inline constexpr std::uint32_t kMessageSendProgress = 0x8016;
 inline constexpr std::uint32_t kMessageSendDone = 0x8017;
+inline constexpr std::uint32_t kMessageSaved = 0x8018;
 inline constexpr std::uint32_t kMessageCompletion = 0x8028;
 inline constexpr std::uint32_t kMessageShapeChanged = 0x8029;
 

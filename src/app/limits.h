@@ -98,6 +98,7 @@ inline constexpr int kWindowTitleUnits = 700; // cut
 inline constexpr int kCaptionFileUnits = 301; // file name inside the window title; cut
 inline constexpr int kTabLabelUnits = 128;    // cut
 inline constexpr int kFieldUnits = 80;        // a numeric field's text; cut
+inline constexpr int kMaxNameBytes = 255;      // a longer name of a companion is shortened
 inline constexpr int kSavePathUnits = 500;    // a longer path fails the save: "Could not save the file."
 inline constexpr int kCompanionPathUnits = 600; // path with its suffix
 inline constexpr int kPortNameUnits = 32;     // cut

@@ -1,10 +1,8 @@
-// Saving a program with its companions, and the autosave.
-//
-// The stored code of excluded blocks goes out before the text that refers to it, so that a cut
-// between two files leaves entries too many and none too few.
+// The autosave: after a pause, and at the latest some seconds after the first change.
 
 #include "documents/autosave.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -14,12 +12,9 @@
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "app/surfaces.h"
-#include "documents/disabled_code.h"
-#include "documents/feature_blocks.h"
-#include "documents/file_text.h"
-#include "documents/program_information.h"
-#include "documents/tab_models.h"
-#include "documents/tab_table.h"
+#include "documents/file_names.h"
+#include "documents/save_state.h"
+#include "documents/saving.h"
 #include "platform/clock.h"
 #include "platform/editor.h"
 #include "platform/file.h"
@@ -31,99 +26,67 @@ namespace morva {
 namespace {
 
 constexpr int kAutosaveMilliseconds = 700;
-constexpr char16_t kWriteFailed[] = u"Autosave failed. Changes remain unsaved; use Save As.";
+// Who types without a pause waits no longer than this.
+constexpr std::uint64_t kLongestUnsavedMs = 5000;
 constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavailable.";
 
 bool running = false;
-
-bool SaveExcludedCode(const std::u16string& program, const ProgramTab& tab) {
-  std::string bytes;
-  return WriteDisabledCode(tab.disabledCode, bytes) &&
-         SaveFileAtomic(program + u".features", bytes);
-}
-
-std::u16string CleanedTitle(std::u16string_view title) {
-  std::u16string name(title);
-  for (char16_t& unit : name) {
-    if (std::u16string_view(u"\"*/:<>?\\|").find(unit) != std::u16string_view::npos) unit = u'_';
-  }
-  return name;
-}
 
 // Makes the folder of a program that was never saved; its file there, or an empty text. The
 // ticks begin anew with the system and two programs may bear one title, so that a home which
 // holds a program already is passed over: nothing that was autosaved is ever replaced.
 std::u16string MakeProgramHome(const ProgramTab& tab) {
   const std::u16string name = CleanedTitle(tab.title);
-  const char16_t separator = platform::PathSeparator();
-  std::u16string projects = app.dataDir;
-  projects += separator;
-  projects += u"Projects";
-  projects += separator;
+  const std::u16string folders = PathInData(u"Projects", name) + u"-";
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kMaxProgramHomes; ++tries, ++tick) {
-    const std::u16string folder = projects + name + u"-" + IntegerText(tick);
+    const std::u16string folder = folders + IntegerText(tick);
     if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) break;
-    const std::u16string file = folder + separator + name;
+    const std::u16string file = folder + platform::PathSeparator() + name;
     if (!platform::FileExists(file)) return file;
   }
   return std::u16string();
 }
 
-// Saves the active program where it belongs. False: the user was told why.
-bool SaveActive(const ProgramTab& tab) {
-  if (app.activePath[0]) {
-    if (SaveProgram(app.activePath)) return true;
-    ShowStatus(kWriteFailed);
-    return false;
-  }
-  const std::u16string file = MakeProgramHome(tab);
-  if (file.empty()) {
-    ShowStatus(kFolderFailed);
-    return false;
-  }
-  if (!SaveProgram(file)) {
-    ShowStatus(kWriteFailed);
-    return false;
-  }
-  NameActiveProgram(file);
-  return true;
+// Where the active program belongs; its home is made where it has none. Empty: the user was
+// told that there is none.
+std::u16string PathOf(ProgramTab& tab) {
+  if (app.activePath[0]) return app.activePath;
+  if (tab.save.home.empty()) KeepHome(tab, MakeProgramHome(tab));
+  if (tab.save.home.empty()) ShowStatus(kFolderFailed);
+  return tab.save.home;
 }
 
 }  // namespace
 
-bool SaveProgram(std::u16string_view path) {
-  // Without an editor there is no text, and an empty file must not replace a program.
-  if (!platform::Exists(kIdEditor)) return false;
-  const std::u16string program(path);
-  // Markers that are being undone stay out: a save comes in the middle of it by itself.
-  TagAfterEdit();
-  ProgramTab* tab = ActiveTab();
-  if (tab && !SaveExcludedCode(program, *tab)) return false;
-  if (!SaveFileAtomic(program, NormaliseOutputText(platform::EditorText(kIdEditor), false))) {
-    return false;
-  }
-  StashActiveWorkspace();
-  return !tab || SaveModels(program, *tab);
-}
-
 void ScheduleAutosave() {
-  if (!app.dataDirReady || running || !ActiveTab()) return;
-  platform::StartTimer(platform::kMainWindow, kTimerAutosave, kAutosaveMilliseconds);
+  const ProgramTab* tab = ActiveTab();
+  if (!app.dataDirReady || running || !tab) return;
+  int pause = kAutosaveMilliseconds;
+  if (tab->save.unsavedSince != 0) {
+    const std::uint64_t passed = platform::TickMilliseconds() -
+                                 std::min(platform::TickMilliseconds(), tab->save.unsavedSince);
+    const std::uint64_t left = kLongestUnsavedMs - std::min(kLongestUnsavedMs, passed);
+    pause = std::min(pause, static_cast<int>(left));
+  }
+  platform::StartTimer(platform::kMainWindow, kTimerAutosave, pause);
 }
 
 void RunAutosave() {
   platform::StopTimer(platform::kMainWindow, kTimerAutosave);
-  if (!app.dataDirReady || running || !ActiveTab() || !app.editorDirty) return;
+  ProgramTab* tab = ActiveTab();
+  if (!app.dataDirReady || running || !tab || !IsTouched(*tab)) return;
+  if (tab->save.userChanges <= tab->save.handedChanges) return;
+  // The old file must not get what was typed since the program was saved under another name.
+  if (tab->save.takingPath && tab->save.home.empty()) return ScheduleAutosave();
   running = true;
   const Surface* up = SurfaceUp();
   if (up) Call(up->storePending);
-  if (SaveActive(*ActiveTab())) {
-    MarkSaved();
-    SyncActiveTab();
-    UpdateTitle();
-    WriteProgramInformation();
-    ShowStatus(u"Project autosaved.");
+  const AutosaveHold hold = HoldOf(*tab);
+  if (hold != AutosaveHold::None) {
+    TellHeld(*tab, hold);
+  } else if (const std::u16string path = PathOf(*tab); !path.empty()) {
+    SaveProgram(path);
   }
   running = false;
 }

@@ -1,16 +1,13 @@
-// Saving a program with its companions, and the autosave after each pause.
+// The autosave after each pause.
 #pragma once
-
-#include <string_view>
 
 namespace morva {
 
-// Tags, then writes ".features", the program, ".cadmv" and ".platemv" in this order, each
-// atomically. False at the first failure; files already written stay.
-bool SaveProgram(std::u16string_view path);
-// Arms the autosave 700 ms from now, where the data directory is ready.
+// Arms the autosave 700 ms from now, and at the latest 5 s after the first change that no save
+// has taken, where the data directory is ready.
 void ScheduleAutosave();
-// Saves the active program over its own file, or into a home of its own under "Projects".
+// Saves the active program over its own file, or into a home of its own under "Projects". One
+// that the user has not touched is left alone, and one that a question must be asked about.
 void RunAutosave();
 void ResetAutosave();
 

@@ -5,6 +5,9 @@
 #include <memory>
 #include <new>
 
+#include "app/limits.h"
+#include "platform/file.h"
+
 namespace morva {
 namespace {
 
@@ -70,7 +73,33 @@ void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
   }
 }
 
+std::u16string HashOfName(std::string_view name) {
+  std::uint32_t hash = 0x811C9DC5u;  // FNV-1a, 32 bits
+  for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193u;
+  std::u16string digits;
+  for (int shift = 28; shift >= 0; shift -= 4) digits += u"0123456789abcdef"[hash >> shift & 15];
+  return digits;
+}
+
 }  // namespace
+
+std::u16string CompanionPath(std::u16string_view program, std::u16string_view suffix) {
+  const std::size_t separator = program.rfind(platform::PathSeparator());
+  const std::size_t nameAt = separator == program.npos ? 0 : separator + 1;
+  std::u16string name(program.substr(nameAt));
+  const std::string whole = platform::ToUtf8(name);
+  if (whole.size() + suffix.size() > kMaxNameBytes) {
+    const std::u16string end = u"~" + HashOfName(whole) + std::u16string(suffix);
+    while (platform::ToUtf8(name).size() + end.size() > kMaxNameBytes) {
+      const bool pair = name.size() > 1 && name.back() >= 0xDC00 && name.back() <= 0xDFFF;
+      name.resize(name.size() - (pair ? 2 : 1));
+    }
+    name += end;
+  } else {
+    name += suffix;
+  }
+  return std::u16string(program.substr(0, nameAt)) + name;
+}
 
 bool ReadCadFile(std::string_view bytes, CadStore& store) {
   if (bytes.size() != kCadFileBytes) return false;

@@ -38,6 +38,11 @@ struct PlateStore {
   FeatureSettings plates[kMaxPlates];  // kind 5
 };
 
+// Where a companion of this program stands: the program's path and the suffix. Where that would
+// be a name of more than 255 bytes, the end of the program's name gives way to "~" and the hash
+// of the whole name in eight hexadecimal digits.
+std::u16string CompanionPath(std::u16string_view program, std::u16string_view suffix);
+
 // False: not one of ours, `store` untouched.
 bool ReadCadFile(std::string_view bytes, CadStore& store);
 void WriteCadFile(const CadStore& store, std::string& bytes);

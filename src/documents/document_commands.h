@@ -15,4 +15,7 @@ inline constexpr ChordPlace kFeatureChords{};      // it and the keys that chang
 
 std::span<const Command> DocumentCommands();
 
+// Joins the saves to the writer of files and to their questions.
+void RegisterSaveCommands();
+
 }  // namespace morva

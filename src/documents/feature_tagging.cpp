@@ -10,7 +10,9 @@
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/save_state.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "text/codetext.h"
@@ -20,6 +22,7 @@ namespace morva {
 namespace {
 
 constexpr int kPrefixUnits = 240;  // both lines of a prefix; a longer name is cut
+constexpr int kSuffixUnits = 32;
 
 bool tagging = false;
 bool rowExcluded[kMaxFeatures];
@@ -153,10 +156,16 @@ bool ResumeLastRun(bool byUser) {
 void TagText(bool byUser) {
   if (tagging || !platform::Exists(kIdEditor)) return;
   TagPlace places[kMaxFeatures];
+  int wanted = 0;
   {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanProgramText(text);
-    if (FindTagPlaces(text, places) == 0) return;
+    wanted = FindTagPlaces(text, places);
+    if (wanted == 0) return;
+  }
+  if (!HasRoomFor(static_cast<std::size_t>(wanted) * (kPrefixUnits + kSuffixUnits))) {
+    ShowStatus(u"No markers were set: the program would become too large to be opened again.");
+    return;
   }
   if (byUser && lastRun.leftOut && platform::CanRedoEditor(kIdEditor)) return;
   lastRun.leftOut = false;
@@ -176,7 +185,7 @@ void TagText(bool byUser) {
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   platform::Repaint(kIdEditor);
   platform::Repaint(kViewGutter);
-  MarkModified();
+  MarkTagged();
   tagging = false;
 }
 

@@ -129,6 +129,28 @@ std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
   return std::move(writer.out);
 }
 
+OutputFigures MeasureOutput(std::u16string_view text) {
+  OutputFigures figures;
+  int line = 1;
+  char16_t before = 0;
+  char16_t last = 0;
+  for (const char16_t unit : text) {
+    const bool behindReturn = unit == u'\n' && before == u'\r';
+    before = unit;
+    if (unit == u'\0' || behindReturn) continue;
+    last = unit;
+    const bool lineEnd = unit == u'\r' || unit == u'\n';
+    figures.bytes += lineEnd ? 2 : 1;
+    line += lineEnd;
+    const bool secondOfPair = unit >= 0xDC00 && unit <= 0xDFFF;
+    if (unit <= 127 || secondOfPair) continue;
+    ++figures.lost;
+    if (figures.firstLostLine == 0) figures.firstLostLine = line;
+  }
+  if (figures.bytes > 0 && last != u'\r' && last != u'\n') figures.bytes += 2;
+  return figures;
+}
+
 std::u16string DecodeProgram(std::string_view bytes) {
   std::u16string text = platform::FromUtf8(bytes);
   if (text.empty()) text = DecodeCodePage(bytes);

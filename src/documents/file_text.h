@@ -19,6 +19,13 @@ bool SaveFileAtomic(std::u16string_view path, std::string_view bytes);
 // line end. With `wrap` a "%" line at the start and at the end where the text has none (for the
 // line to the control); without, an empty text gives no bytes.
 std::string NormaliseOutputText(std::u16string_view text, bool wrap);
+// How many bytes NormaliseOutputText makes of a text, without `wrap`, and what they would lose.
+struct OutputFigures {
+  std::size_t bytes = 0;
+  int lost = 0;           // characters above 127, a pair of surrogates counted as one
+  int firstLostLine = 0;  // counted from 1; 0: none is lost
+};
+OutputFigures MeasureOutput(std::u16string_view text);
 // A program file as text: UTF-8, and where that gives nothing the one-byte code page. NULs are
 // left out.
 std::u16string DecodeProgram(std::string_view bytes);

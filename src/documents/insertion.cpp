@@ -10,8 +10,10 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
+#include "documents/save_state.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 #include "text/codetext.h"
@@ -207,6 +209,11 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
            platform::BoxIcon::Warning);
     return false;
   }
+  // Every byte of the record takes two digits, every line of them its brackets.
+  if (!HasRoomFor(code.size() + 4 * kSettingsBytes)) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
   Destination destination = Destination::Caret;
   if (asksWhere && picker) destination = picker(kind);
   if (destination == Destination::Cancelled) return false;
@@ -233,6 +240,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
 
 void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
   if (text.empty() || !platform::Exists(kIdEditor)) return;
+  if (!HasRoomFor(text.size())) return TellNoRoom(u"Insert");
   const int line = CaretLine();
   if (app.commandWordsActive) Call(hooks.editorFromWords);
   if (asBlock) {

@@ -3,6 +3,7 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/autosave.h"
+#include "documents/save_state.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
 

@@ -11,9 +11,11 @@
 #include "app/outlets.h"
 #include "app/surfaces.h"
 #include "documents/autosave.h"
+#include "documents/disk_watch.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
 #include "documents/program_information.h"
+#include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
@@ -90,6 +92,7 @@ void SwitchTab(int index) {
   WriteProgramInformation();
   Call(hooks.rebuildToolpath);
   Call(hooks.layout);
+  WatchDisk();
 }
 
 void RemoveTab(int index) {
@@ -114,6 +117,7 @@ void FreeTabs() {
 }
 
 void ResetDocuments() {
+  ResetSaver();
   FreeTabs();
   ResetAutosave();
   ResetInsertion();

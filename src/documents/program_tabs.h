@@ -24,8 +24,11 @@ void RemoveTab(int index);
 
 void NewProgram();
 void OpenProgram();
+// These ask what has to be asked. False: cancelled, or failed already.
 bool SaveProgramCommand();
 bool SaveProgramAs();
+// Saves by the command and waits for the disk. True: the file holds the program as it is.
+bool SaveAndWait();
 void CloseProgram();
 void SaveAll();
 // Ctrl with N, O, S or W: new, open, save, close. False: another key.

@@ -11,11 +11,14 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "documents/autosave.h"
+#include "documents/disk_watch.h"
 #include "documents/document_commands.h"
 #include "documents/editor_changes.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
 #include "documents/program_tabs.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
 #include "platform/message.h"
@@ -31,37 +34,6 @@ constexpr platform::FileFilter kOpenFilters[] = {
     {u"Text (*.TXT)", u"*.TXT"},
     {u"All files (*.*)", u"*.*"},
 };
-constexpr platform::FileFilter kSaveFilters[] = {
-    {u"Haas programs (*.NC;*.TAP)", u"*.NC;*.TAP"},
-    {u"G-code (*.GCODE)", u"*.GCODE"},
-    {u"Text (*.TXT)", u"*.TXT"},
-    {u"All files (*.*)", u"*.*"},
-};
-
-void TellSaveFailed() {
-  platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
-                    platform::BoxIcon::Error);
-}
-
-void TellSaved() {
-  MarkSaved();
-  UpdateTitle();
-  WriteProgramInformation();
-  AppendOutput(u"Saved program.");
-}
-
-bool PickSavePath(std::u16string& path) {
-  const std::u16string initial = app.activePath[0] ? app.activePath : u"O1000.NC";
-  platform::PickFileSpec spec;
-  spec.title = u"Save Haas Program";
-  spec.filters = kSaveFilters;
-  spec.filterCount = static_cast<int>(std::size(kSaveFilters));
-  spec.initialName = initial.c_str();
-  spec.defaultExtension = u"NC";
-  spec.capacity = kPathUnits;
-  return platform::PickFileToSave(spec, path);
-}
-
 // Whether anything but filling stands behind a file's first NUL.
 bool HoldsMoreBehindNul(const std::string& bytes) {
   const std::size_t nul = bytes.find('\0');
@@ -83,19 +55,22 @@ int OpenWithoutNuls(std::u16string_view path, std::u16string text) {
 
 int OpenFromFile(const std::u16string& path) {
   std::string bytes;
-  if (!ReadWholeFile(path, bytes)) return -1;
+  DiskState state;
+  if (!ReadWithState(path, bytes, state)) return -1;
   if (HoldsMoreBehindNul(bytes)) return OpenWithoutNuls(path, DecodeProgram(bytes));
   bytes.resize(std::min(bytes.find('\0'), bytes.size()));
-  return OpenOwnedTab(path, DecodeProgram(bytes), u"Program.NC");
+  const int index = OpenOwnedTab(path, DecodeProgram(bytes), u"Program.NC");
+  if (index >= 0) NoteDisk(tabs[index], state);
+  return index;
 }
 
-// Two tabs on one file are allowed, but each save and autosave takes the other's place.
-void TellOpenTwice() {
-  for (int i = 0; i < app.tabCount; ++i) {
-    if (i == app.activeTab || std::u16string_view(tabs[i].path) != app.activePath) continue;
-    AppendOutput(u"This file is open in another tab as well; each save replaces the other's text.");
-    return;
-  }
+// True: the file is open already, and its tab is shown now.
+bool ShowOpenFile(const std::u16string& path) {
+  const int index = TabOfFile(path);
+  if (index < 0) return false;
+  SwitchTab(index);
+  ShowStatus(u"This file is open already; its tab is shown.");
+  return true;
 }
 
 // Asks about the active program and saves it where that is wanted. False: it stays open.
@@ -105,7 +80,7 @@ bool SettleChanges() {
       platform::ShowBox(u"Close Program", u"Save changes before closing this program?",
                         platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
   if (answer == platform::BoxAnswer::Cancel || !ReturnToTab(serial)) return false;
-  return answer == platform::BoxAnswer::No || (SaveProgramCommand() && ReturnToTab(serial));
+  return answer == platform::BoxAnswer::No || (SaveAndWait() && ReturnToTab(serial));
 }
 
 // The popup of a menu over the active program; what is picked is done to that program, also
@@ -142,6 +117,9 @@ void OpenProgram() {
   Call(hooks.leaveCompare);
   std::u16string path;
   if (!PickProgramToOpen(u"Open Haas Program", path)) return;
+  // A program whose file is still being written is read when it is whole.
+  WaitForSaves();
+  if (ShowOpenFile(path)) return;
   const int index = OpenFromFile(path);
   if (index < 0) {
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
@@ -150,37 +128,13 @@ void OpenProgram() {
   }
   SwitchTab(index);
   AppendOutput(u"Opened program in a new workspace tab.");
-  if (app.activePath[0]) TellOpenTwice();
-}
-
-bool SaveProgramCommand() {
-  if (!app.activePath[0]) return SaveProgramAs();
-  if (!SaveProgram(app.activePath)) {
-    TellSaveFailed();
-    return false;
-  }
-  TellSaved();
-  return true;
-}
-
-bool SaveProgramAs() {
-  const std::uint64_t serial = ActiveSerial();
-  std::u16string path;
-  if (!PickSavePath(path) || !ReturnToTab(serial)) return false;
-  if (!SaveProgram(path)) {
-    TellSaveFailed();
-    return false;
-  }
-  NameActiveProgram(path);
-  TellSaved();
-  TellOpenTwice();
-  return true;
 }
 
 void CloseProgram() {
   if (!ActiveTab()) return;
   Call(hooks.leaveCompare);
-  if (app.editorDirty && !SettleChanges()) return;
+  WaitForSaves();
+  if (IsTouched(*ActiveTab()) && !SettleChanges()) return;
   const int closed = app.activeTab;
   RemoveTab(closed);
   if (app.tabCount == 0) OpenTab(u"", u"", u"Untitled-1.NC");
@@ -197,7 +151,7 @@ void SaveAll() {
   for (int i = 0; complete && i < app.tabCount; ++i) {
     if (!tabs[i].dirty) continue;
     SwitchTab(i);
-    complete = SaveProgramCommand();
+    complete = SaveAndWait();
     if (complete) SyncActiveTab();
   }
   const int index = IndexOfSerial(before);
@@ -297,6 +251,7 @@ void RegisterDocumentCommands() {
                     [](int editor, int) { EditorChanged(editor); });
   }
   ListenToTabs(std::make_integer_sequence<int, kMaxTabs>());
+  RegisterSaveCommands();
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);
   RegisterTimer(kTimerText, RunTextRefresh);
   RegisterTimer(kTimerAutosave, RunAutosave);

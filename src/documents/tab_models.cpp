@@ -89,28 +89,26 @@ void TakePlates(const std::string& bytes, ProgramTab& tab) {
 }  // namespace
 
 void ReadCompanions(std::u16string_view path, ProgramTab& tab) {
-  const std::u16string program(path);
   std::string bytes;
-  if (ReadWholeFile(program + u".cadmv", bytes)) TakeDrawings(bytes, tab);
-  if (ReadWholeFile(program + u".platemv", bytes)) TakePlates(bytes, tab);
-  if (ReadWholeFile(program + u".features", bytes)) ReadDisabledCode(bytes, tab.disabledCode);
+  if (ReadWholeFile(CompanionPath(path, u".cadmv"), bytes)) TakeDrawings(bytes, tab);
+  if (ReadWholeFile(CompanionPath(path, u".platemv"), bytes)) TakePlates(bytes, tab);
+  if (ReadWholeFile(CompanionPath(path, u".features"), bytes))
+    ReadDisabledCode(bytes, tab.disabledCode);
 }
 
-bool SaveModels(std::u16string_view path, ProgramTab& tab) {
-  const std::u16string program(path);
-  std::string bytes;
+void AddModelFiles(std::u16string_view path, ProgramTab& tab, std::vector<SaveFile>& files) {
   if (tab.cadStore) {
-    WriteCadFile(*tab.cadStore, bytes);
-    if (!SaveFileAtomic(program + u".cadmv", bytes)) return false;
+    files.push_back({CompanionPath(path, u".cadmv"), {}});
+    WriteCadFile(*tab.cadStore, files.back().bytes);
   }
-  if (!tab.plateSettings) return true;
+  if (!tab.plateSettings) return;
   if (PlateWindowExists()) StorePlate(tab);
+  files.push_back({CompanionPath(path, u".platemv"), {}});
   if (tab.plateStore) {
-    WritePlateFile(*tab.plateStore, bytes);
+    WritePlateFile(*tab.plateStore, files.back().bytes);
   } else {
-    WriteOldPlateFile(*tab.plateSettings, bytes);
+    WriteOldPlateFile(*tab.plateSettings, files.back().bytes);
   }
-  return SaveFileAtomic(program + u".platemv", bytes);
 }
 
 std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "app/limits.h"
 #include "documents/feature_settings.h"
@@ -14,10 +15,10 @@ namespace morva {
 // Reads ".cadmv", ".platemv" and ".features" beside the program, in this order. What is
 // missing or damaged is left out without a word.
 void ReadCompanions(std::u16string_view path, ProgramTab& tab);
-// Writes ".cadmv" where there are drawings and ".platemv" where there are plates.
-bool SaveModels(std::u16string_view path, ProgramTab& tab);
 // Keeps the code of an excluded block in the record, as AddDisabledCode does.
 std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code);
+// Appends ".cadmv" where there are drawings and ".platemv" where there are plates.
+void AddModelFiles(std::u16string_view path, ProgramTab& tab, std::vector<SaveFile>& files);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
 

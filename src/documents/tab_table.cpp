@@ -40,6 +40,11 @@ int IndexOfSerial(std::uint64_t serial) {
   return -1;
 }
 
+ProgramTab* TabOfSerial(std::uint64_t serial) {
+  const int index = IndexOfSerial(serial);
+  return index >= 0 ? &tabs[index] : nullptr;
+}
+
 std::uint64_t ActiveSerial() {
   const ProgramTab* tab = ActiveTab();
   return tab ? tab->serial : 0;
@@ -77,28 +82,21 @@ void StageFile(std::u16string_view path, bool dirty) {
   app.editorDirty = dirty;
 }
 
-void NameActiveProgram(std::u16string_view path) {
-  CopyBounded(app.activePath, kPathUnits, path);
-  ProgramTab* tab = ActiveTab();
-  if (!tab) return;
+void NameProgram(ProgramTab& tab, std::u16string_view path, bool title) {
   const std::u16string_view name = BareFileName(path);
-  CopyBounded(tab->path, kPathUnits, path);
-  CopyBounded(tab->title, kTitleUnits, name.empty() ? u"Program.NC" : name);
+  CopyBounded(tab.path, kPathUnits, path);
+  if (title) CopyBounded(tab.title, kTitleUnits, name.empty() ? u"Program.NC" : name);
+  if (&tab == ActiveTab()) CopyBounded(app.activePath, kPathUnits, path);
 }
 
-void MarkSaved() {
-  app.editorDirty = false;
-  if (ProgramTab* tab = ActiveTab()) tab->dirty = false;
-}
-
-void MarkModified() {
-  app.editorDirty = true;
-  if (ProgramTab* tab = ActiveTab()) tab->dirty = true;
+void SetDirtyMark(ProgramTab* tab, bool dirty) {
+  if (tab) tab->dirty = dirty;
+  if (tab != ActiveTab()) return RefreshTabButtons();
+  app.editorDirty = dirty;
   UpdateTitle();
 }
 
 void SelectForCompare(int index, bool selected) { tabs[index].compareSelected = selected; }
-
 bool IdListHolds(const std::int32_t (&list)[kMaxIdList], std::int32_t id) {
   for (const std::int32_t held : list) {
     if (id != 0 && held == id) return true;

@@ -13,8 +13,30 @@
 #include "documents/companions.h"
 #include "documents/disabled_code.h"
 #include "documents/feature_settings.h"
+#include "documents/saver.h"
 
 namespace morva {
+
+// Why the autosave leaves a program alone.
+enum class AutosaveHold { None, ChangedOnDisk, Loss, TooLarge };
+
+// How a program stands to its file; save_state.h writes it.
+struct SaveState {
+  // Changes are counted: all of them, markers among them; at the user's last one; those that
+  // the file holds.
+  std::uint32_t changes = 0;
+  std::uint32_t userChanges = 0;
+  std::uint32_t savedChanges = 0;
+  std::uint32_t handedChanges = 0;   // those that a save under way holds
+  std::uint64_t unsavedSince = 0;    // the tick of the first change that no save has taken; 0: none
+  DiskState disk;                    // of the file at `path`, as last read or written
+  bool changedOnDisk = false;        // by another program; nothing is written there unasked
+  platform::FileFigures askedAbout;  // the state of the file that loading was offered for
+  bool lossAccepted = false;         // the user knows which characters the file cannot hold
+  AutosaveHold held = AutosaveHold::None;
+  bool takingPath = false;  // a save under way gives the program another path
+  std::u16string home;      // where the first autosave goes, while it is under way
+};
 
 struct ProgramTab {
   char16_t path[kPathUnits] = {};  // empty for a program never saved
@@ -33,6 +55,7 @@ struct ProgramTab {
   std::int32_t lockedIds[kMaxIdList] = {};
   std::int32_t isolatedId = 0;
   std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
+  SaveState save;
 };
 
 extern ProgramTab tabs[kMaxTabs];
@@ -41,6 +64,7 @@ ProgramTab* ActiveTab();
 // Where the record with this serial stands now, -1 when it is gone. A dialog may let other
 // commands run, so that an index from before it says nothing.
 int IndexOfSerial(std::uint64_t serial);
+ProgramTab* TabOfSerial(std::uint64_t serial);  // null when it is gone
 std::uint64_t ActiveSerial();  // 0 when no tab is active
 
 // The editor that the user sees: the code editor's id, or the command words view's.
@@ -53,12 +77,11 @@ void RefreshTabButtons();
 void TabTitleChanged();
 // The path and the dirty mark of the program that comes onto the stage; no title.
 void StageFile(std::u16string_view path, bool dirty);
-// The active program has a file, or another one: the stage's path, the record's path and title.
-void NameActiveProgram(std::u16string_view path);
-// Takes the dirty mark off the stage and the record; no title.
-void MarkSaved();
-// Sets editorDirty and the record's flag and the title; no timer, no autosave.
-void MarkModified();
+// A program has a file, or another one. With `title` the record is called after it too.
+void NameProgram(ProgramTab& tab, std::u16string_view path, bool title);
+// The dirty mark of a program, in its record and, where it is active, on the stage and in the
+// titles. Null: the stage alone.
+void SetDirtyMark(ProgramTab* tab, bool dirty);
 
 // Whether COMPARE takes the program of a tab, 0 to tabCount - 1; its button is not written anew.
 void SelectForCompare(int index, bool selected);

@@ -24,10 +24,14 @@
 #include "documents/autosave.h"
 #include "documents/builder_table.h"
 #include "documents/destination.h"
+#include "documents/disk_watch.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_information.h"
 #include "documents/program_tabs.h"
+#include "documents/recovery.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
 #include "documents/text_refresh.h"
 #include "forms/form.h"
 #include "library/shapes.h"
@@ -187,14 +191,33 @@ void OnResized(int width, int height) {
 
 bool OnClosing() {
   RunAutosave();
+  if (!WaitForSaves()) {
+    return Confirmed(u"MORVA",
+                     u"The disk does not answer; a save is still under way. Close MORVA "
+                     u"anyway?");
+  }
   SyncActiveTab();
   for (int i = 0; i < app.tabCount; ++i) {
-    if (!tabs[i].dirty) continue;
+    if (!IsTouched(tabs[i])) continue;
     return Confirmed(u"MORVA",
                      u"One or more project tabs have unsaved changes. Close MORVA anyway?");
   }
   return true;
 }
+
+// Nobody is there to answer. What may not go into its own file unasked is kept in the data
+// directory.
+void OnTerminated() {
+  RunAutosave();
+  WaitForSaves();
+  SyncActiveTab();
+  for (int i = 0; i < app.tabCount; ++i) {
+    std::u16string kept;
+    if (IsTouched(tabs[i])) KeepInRecovery(tabs[i].title, tabs[i].text, kept);
+  }
+}
+
+void OnActivated() { WatchDisk(); }
 
 void OnDestroyed() {
   FreeTabs();
@@ -217,6 +240,8 @@ const platform::Events& EventRecord() {
   events.contextMenu = OnContextMenu;
   events.resized = OnResized;
   events.closing = OnClosing;
+  events.activated = OnActivated;
+  events.terminated = OnTerminated;
   events.destroyed = OnDestroyed;
   return events;
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "desk/desk.h"
 
@@ -26,6 +27,23 @@ class AtDesk : public testing::Test {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     return path;
+  }
+  QString Path(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
+  static QByteArray ReadAll(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  static void WriteAll(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  // By the OPEN key, in a tab of its own.
+  static void Open(const QString& path) {
+    const int before = morva::app.tabCount;
+    desk::AnswerFile(path);
+    desk::Click(morva::kIdOpen);
+    ASSERT_TRUE(desk::Until([before]() { return morva::app.tabCount == before + 1; }));
   }
   // A picture into the folder that MORVA_PICTURES names, if it names one.
   static void Show(const char* step) {

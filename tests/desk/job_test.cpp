@@ -22,27 +22,7 @@
 
 namespace {
 
-QByteArray ReadAll(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void WriteAll(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(bytes);
-}
-
-class Job : public AtDesk {
- protected:
-  QString Path(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
-  void Open(const QString& path) {
-    const int before = morva::app.tabCount;
-    desk::AnswerFile(path);
-    desk::Click(morva::kIdOpen);
-    ASSERT_TRUE(desk::Until([before]() { return morva::app.tabCount == before + 1; }));
-  }
-};
+using Job = AtDesk;
 
 TEST_F(Job, TypingShowsMarkersAndARowAfterAPause) {
   desk::Key(morva::kIdEditor, Qt::Key_End, Qt::ControlModifier);
@@ -129,7 +109,8 @@ TEST_F(Job, UndoTakesTypedTextBackAfterAFailedSave) {
   desk::TypeInto(morva::kIdEditor, QStringLiteral("M8 "));
   desk::AnswerBox(QStringLiteral("OK"));
   desk::Key(morva::kIdEditor, Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not save the file."));
+  EXPECT_TRUE(desk::Until(
+      []() { return desk::LastBoxText() == QStringLiteral("Could not save the file."); }));
   EXPECT_TRUE(desk::TextOf(morva::kIdEditor).contains(QStringLiteral("M8 ")));
   EXPECT_TRUE(morva::tabs[morva::app.activeTab].dirty);
 }

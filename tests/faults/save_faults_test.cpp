@@ -9,6 +9,9 @@
 
 #include "documents/disabled_code.h"
 #include "documents/file_text.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
+#include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "platform/common/faults.h"
 #include "platform/profile.h"
@@ -76,8 +79,14 @@ struct SaveFaults : public support::OfflineProgramStage {
     for (const std::string& name : names) files.push_back(Raw(name));
     return files;
   }
+  // As if the program had just been opened from its file.
+  static void TakeState() {
+    std::string bytes;
+    EXPECT_TRUE(morva::ReadWithState(tabs[1].path, bytes, tabs[1].save.disk));
+  }
   void PutBack() const {
     for (std::size_t i = 0; i < names.size(); ++i) Put(names[i], oldFiles[i]);
+    TakeState();
   }
   std::vector<std::string> ProgramFiles() const {
     std::vector<std::string> found = support::NamesIn(folder);
@@ -109,7 +118,7 @@ TEST_F(SaveFaults, LeaveEveryFileWholeAndTheMarkOn) {
     int n = 0;
     do {
       PutBack();
-      app.editorDirty = tabs[1].dirty = true;
+      morva::MarkModified();
       const std::string where = kind + std::string(" ") + std::to_string(++n);
       Arm(kind, n);
       const bool saved = morva::SaveProgramCommand();
@@ -153,6 +162,8 @@ TEST_F(AutosaveFaults, LoseNothingOnATabSwitch) {
     if (std::string(kind) == "short") continue;
     for (int n = 1; n <= 3; ++n) {
       Put("a.NC", "G0 X1\r\n");
+      std::string bytes;
+      ASSERT_TRUE(morva::ReadWithState(tabs[1].path, bytes, tabs[1].save.disk));
       const std::u16string typed = u"(typed " + support::Wide(kind) + u")";
       TypeProgram(typed);
       Arm(kind, n);

@@ -26,6 +26,7 @@
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "documents/save_state.h"
 #include "library/motion_text.h"
 #include "platform/clock.h"
 #include "platform/listing.h"
@@ -311,7 +312,7 @@ TEST_F(Limits, HomesOfAProgramNeverSaved) {
     std::filesystem::create_directory(folder);
     std::ofstream(folder / "Untitled-1.NC") << "G0";
   }
-  app.editorDirty = true;
+  MarkModified();
   RunAutosave();
   EXPECT_EQ(Status(), u"Autosave failed: project directory unavailable.");
   EXPECT_EQ(app.activePath[0], 0);
@@ -485,6 +486,21 @@ TEST_F(Limits, ALineOfMotion) {
     EXPECT_EQ(out.text.size(), 219u);
     EXPECT_EQ(out.text.substr(0, 218), std::u16string(218, u'G'));
   }
+}
+
+TEST_F(Limits, BytesOfACompanionsName) {
+  static_assert(kMaxNameBytes == 255);
+  const std::u16string longest(255 - 9, u'n');
+  EXPECT_EQ(CompanionPath(longest, u".features"), longest + u".features");
+  EXPECT_EQ(CompanionPath(longest + u"n", u".features").size(), 255u);
+  // The longest name that a file system takes is opened and saved.
+  const std::string name = std::string(252, 'n') + ".NC";
+  WriteFile(name, "G0\r\n");
+  Open(name);
+  headless::EditorSetAll(kIdEditor, u"G1\r\n");
+  EXPECT_TRUE(SaveProgramCommand());
+  EXPECT_EQ(Boxes(), Lines());
+  EXPECT_NE(ReadFile(name).find("G1"), std::string::npos);
 }
 
 TEST_F(Limits, PathsThatCanBeSaved) {

@@ -10,6 +10,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "documents/companions.h"
+#include "documents/saving.h"
 #include "unit/cad/cad_stage.h"
 
 namespace {

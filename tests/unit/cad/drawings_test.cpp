@@ -13,6 +13,7 @@
 #include "cad/model/tool_state.h"
 #include "cad/panel/drawing_tabs.h"
 #include "documents/companions.h"
+#include "documents/saving.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "unit/cad/cad_stage.h"
@@ -401,6 +402,7 @@ TEST_F(Drawings, AnAutosaveKeepsTheDrawingAfterAnUndoToo) {
   app.dataDirReady = true;
   CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
   RegisterTimer(kTimerAutosave, RunAutosave);
+  RegisterSaving(nullptr);
   PushSketchUndo();
   Add(kTypeCircle, 1, 2, 3);
   headless::Advance(700);

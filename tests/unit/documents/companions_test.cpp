@@ -210,4 +210,33 @@ TEST(PlateFile, LeavesTheRecordUntouchedWhenItFails) {
   EXPECT_EQ(plate->version, 42);
 }
 
+TEST(CompanionPath, IsTheProgramsPathAndTheSuffix) {
+  EXPECT_EQ(morva::CompanionPath(u"/shop/a.NC", u".cadmv"), u"/shop/a.NC.cadmv");
+  const std::u16string most = u"/shop/" + std::u16string(255 - 6, u'n');
+  EXPECT_EQ(morva::CompanionPath(most, u".cadmv"), most + u".cadmv");
+}
+
+TEST(CompanionPath, StaysWithin255BytesAndTellsLongNamesApart) {
+  const std::u16string one = morva::CompanionPath(u"/shop/" + std::u16string(250, u'n'), u".cadmv");
+  const std::u16string other =
+      morva::CompanionPath(u"/shop/" + std::u16string(249, u'n') + u"m", u".cadmv");
+  EXPECT_EQ(one.size(), 6u + 255u);
+  EXPECT_EQ(other.size(), 6u + 255u);
+  EXPECT_NE(one, other);
+  EXPECT_EQ(one.substr(0, 6 + 240), u"/shop/" + std::u16string(240, u'n'));
+  EXPECT_EQ(one.substr(6 + 240, 1), u"~");
+  EXPECT_EQ(one.substr(6 + 240 + 9), u".cadmv");
+}
+
+TEST(CompanionPath, CutsNoCharacterInHalf) {
+  // 62 characters of four bytes and two of one: 250 bytes.
+  std::u16string name;
+  for (int i = 0; i < 62; ++i) name += u"\U0001F600";
+  const std::u16string path = morva::CompanionPath(name + u"ab", u".platemv");
+  // 255 - 17 bytes leave room for 59 of them.
+  std::u16string kept;
+  for (int i = 0; i < 59; ++i) kept += u"\U0001F600";
+  EXPECT_EQ(path.substr(0, kept.size() + 1), kept + u"~");
+}
+
 }  // namespace

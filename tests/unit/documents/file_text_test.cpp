@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 #include "platform/common/faults.h"
@@ -53,6 +54,26 @@ TEST(OutputText, LooksPastBlanksForThePercentLines) {
   EXPECT_EQ(NormaliseOutputText(u" \t\r\n%\r\nG0\r\n% \r\n\r\n", true),
             " \t\r\n%\r\nG0\r\n% \r\n\r\n");
   EXPECT_EQ(NormaliseOutputText(u" \r\n\t", true), "%\r\n \r\n\t\r\n%\r\n");
+}
+
+TEST(OutputMeasure, TellsHowManyBytesAreMade) {
+  std::mt19937 random(9);
+  constexpr char16_t kUnits[] = {u'\r', u'\n', u'\0', u'G', u' ', 0x00E9, 0xD83D, 0xDE00};
+  for (int round = 0; round < 2000; ++round) {
+    std::u16string text;
+    for (auto i = random() % 20; i > 0; --i) text += kUnits[random() % std::size(kUnits)];
+    ASSERT_EQ(morva::MeasureOutput(text).bytes, NormaliseOutputText(text, false).size());
+  }
+}
+
+TEST(OutputMeasure, CountsTheCharactersThatAreLostAndTellsTheFirstLine) {
+  const morva::OutputFigures none = morva::MeasureOutput(u"G0\r\nG1 (~)\r\n");
+  EXPECT_EQ(none.lost, 0);
+  EXPECT_EQ(none.firstLostLine, 0);
+  const morva::OutputFigures some =
+      morva::MeasureOutput(u"G0\rG1\n(\u00D8 5 \U0001F600)\r\n\u00E9");
+  EXPECT_EQ(some.lost, 3);
+  EXPECT_EQ(some.firstLostLine, 3);
 }
 
 TEST(OutputText, LeavesNulsOutAndLosesNothingBehindThem) {
@@ -176,14 +197,14 @@ bool WatchRename(std::string_view kind) {
   return false;
 }
 
-TEST_F(SavedFile, IsWrittenBesideUnderTheTargetsNameAndTheTick) {
+TEST_F(SavedFile, IsWrittenBesideUnderAShortNameWithTheTick) {
   watched = folder;
   temporarySeen.clear();
   headless::Advance(1234);
   platform::fileFault = WatchRename;
   EXPECT_TRUE(morva::SaveFileAtomic(PathOf("a.NC"), "x"));
   platform::fileFault = nullptr;
-  EXPECT_EQ(temporarySeen, u"a.NC.tmp-1234");
+  EXPECT_EQ(temporarySeen, u".tmp-1234");
 }
 
 }  // namespace

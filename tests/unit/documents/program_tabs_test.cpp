@@ -471,22 +471,38 @@ TEST_F(OfflineTabs, SavesUnderTheChosenNameTheProgramThatTheDialogWasAbout) {
   EXPECT_EQ(Titles(), (std::vector<std::u16string>{u"mine.NC", u"received"}));
 }
 
-TEST_F(Tabs, TellsThatAFileIsOpenInAnotherTab) {
+TEST_F(Tabs, ShowsTheTabOfAFileThatIsOpenAlready) {
   Put("a.NC", "A\r\n");
   Put("b.NC", "B\r\n");
+  support::fs::create_symlink("a.NC", folder / "link.NC");
+  support::fs::create_hard_link(folder / "a.NC", folder / "hard.NC");
   OpenFile("a.NC");
   OpenFile("b.NC");
-  constexpr char16_t kTwice[] =
-      u"This file is open in another tab as well; each save replaces the other's text.";
-  EXPECT_EQ(Output().find(kTwice), std::u16string::npos);
+  for (const char* name : {"a.NC", "link.NC", "hard.NC"}) {
+    morva::SwitchTab(2);
+    OpenFile(name);
+    EXPECT_EQ(app.tabCount, 3) << name;
+    EXPECT_EQ(app.activeTab, 1) << name;
+    EXPECT_EQ(Status(), u"This file is open already; its tab is shown.") << name;
+    morva::ShowStatus(u"");
+  }
+}
+
+TEST_F(Tabs, SavesUnderNoNameThatIsOpenInAnotherTab) {
+  Put("a.NC", "A\r\n");
+  Put("b.NC", "B\r\n");
+  support::fs::create_symlink("a.NC", folder / "link.NC");
   OpenFile("a.NC");
-  EXPECT_EQ(app.tabCount, 4);
-  EXPECT_NE(Output().find(kTwice), std::u16string::npos);
-  platform::SetText(3202, u"");
-  morva::SwitchTab(2);
-  headless::QueueFile(PathOf("a.NC"));
-  EXPECT_TRUE(morva::SaveProgramAs());
-  EXPECT_NE(Output().find(kTwice), std::u16string::npos);
+  OpenFile("b.NC");
+  for (const char* name : {"a.NC", "link.NC"}) {
+    headless::QueueFile(PathOf(name));
+    EXPECT_FALSE(morva::SaveProgramAs());
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].text,
+              u"This file is open in another tab. Close it there, or choose another name.");
+  }
+  EXPECT_EQ(Raw("a.NC"), "A\r\n");
 }
 
 TEST_F(OfflineTabs, LeavesTheCompareReviewBeforeItOpensMakesOrClosesAProgram) {

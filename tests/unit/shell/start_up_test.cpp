@@ -129,6 +129,7 @@ TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
   headless::Click(kIdNew);
   headless::Advance(1000);
   tabs[0].dirty = true;
+  tabs[0].save.userChanges = ++tabs[0].save.changes;
   headless::QueueAnswer(platform::BoxAnswer::No);
   EXPECT_FALSE(headless::CloseKey());
   const auto boxes = headless::TakeBoxes();

@@ -11,6 +11,7 @@
 #include "app/router.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
+#include "documents/save_state.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/layout.h"

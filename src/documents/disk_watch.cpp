@@ -1,0 +1,93 @@
+#include "documents/disk_watch.h"
+
+#include <string>
+#include <utility>
+
+#include "app/app_state.h"
+#include "app/change_guard.h"
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/disabled_code.h"
+#include "documents/file_text.h"
+#include "documents/program_information.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
+#include "documents/saving.h"
+#include "documents/tab_models.h"
+#include "documents/text_refresh.h"
+#include "platform/editor.h"
+#include "platform/message.h"
+#include "platform/window.h"
+
+namespace morva {
+namespace {
+
+constexpr int kRefreshMs = 60;
+
+// The text of a program is replaced from outside; its change is no change of the user's.
+void ReplaceText(std::u16string_view text) {
+  const SuppressChanges guard;
+  platform::SetEditorSelection(kIdEditor, {0, platform::EditorLength(kIdEditor)});
+  platform::ReplaceSelection(kIdEditor, text, true);
+  platform::SetEditorSelection(kIdEditor, {0, 0});
+}
+
+bool AskForLoading() {
+  std::u16string text(BareFileName(app.activePath));
+  text += u" was changed on disk by another program.\r\n\r\nLoad it again?";
+  return platform::ShowBox(u"Changed on Disk", text, platform::BoxButtons::YesNo,
+                           platform::BoxIcon::Question) == platform::BoxAnswer::Yes;
+}
+
+}  // namespace
+
+int TabOfFile(std::u16string_view path) {
+  const platform::FileFigures file = platform::FiguresOf(path);
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (!tabs[i].path[0]) continue;
+    if (std::u16string_view(tabs[i].path) == path) return i;
+    if (platform::IsSameFile(file, platform::FiguresOf(tabs[i].path))) return i;
+  }
+  return -1;
+}
+
+void WatchDisk() {
+  ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->path[0] || !tab->save.disk.figures.exists || IsBeingSaved(tab->path)) return;
+  if (DiskHoldsStill(*tab)) return;
+  if (IsTouched(*tab)) {
+    TellHeld(*tab, AutosaveHold::ChangedOnDisk);
+    return;
+  }
+  if (!OfferLoading(*tab)) return;
+  const std::uint64_t serial = tab->serial;
+  if (AskForLoading() && ActiveSerial() == serial) LoadAgain();
+}
+
+bool LoadAgain() {
+  ProgramTab* tab = ActiveTab();
+  if (!tab) return false;
+  std::string bytes;
+  DiskState state;
+  if (!ReadWithState(tab->path, bytes, state)) {
+    platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
+                      platform::BoxIcon::Error);
+    return false;
+  }
+  const std::uint64_t serial = tab->serial;
+  ReplaceText(DecodeProgram(bytes));
+  if (ActiveSerial() != serial) return false;
+  ReadCompanions(tab->path, *tab);
+  RestoreWorkspace();
+  NoteLoaded(*tab, state);
+  SyncActiveTab();
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  ArmTextRefresh(kRefreshMs);
+  WriteProgramInformation();
+  Call(hooks.rebuildToolpath);
+  AppendOutput(u"Loaded again from disk.");
+  return true;
+}
+
+}  // namespace morva

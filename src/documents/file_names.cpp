@@ -1,0 +1,25 @@
+#include "documents/file_names.h"
+
+#include "app/app_state.h"
+#include "platform/file.h"
+
+namespace morva {
+
+std::u16string CleanedTitle(std::u16string_view title) {
+  std::u16string name(title);
+  for (char16_t& unit : name) {
+    if (std::u16string_view(u"\"*/:<>?\\|").find(unit) != std::u16string_view::npos) unit = u'_';
+  }
+  return name;
+}
+
+std::u16string PathInData(std::u16string_view folder, std::u16string_view name) {
+  std::u16string path = app.dataDir;
+  path += platform::PathSeparator();
+  path += folder;
+  path += platform::PathSeparator();
+  path += name;
+  return path;
+}
+
+}  // namespace morva

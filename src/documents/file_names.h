@@ -1,0 +1,14 @@
+// Names of files that the program makes by itself.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace morva {
+
+// A title as a file's name: characters that some system does not allow become "_".
+std::u16string CleanedTitle(std::u16string_view title);
+// A path in a folder of the data directory: "Projects", "Recovery".
+std::u16string PathInData(std::u16string_view folder, std::u16string_view name);
+
+}  // namespace morva

@@ -1,0 +1,75 @@
+#include "documents/save_state.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/clock.h"
+
+namespace morva {
+
+bool IsTouched(const ProgramTab& tab) { return tab.save.userChanges > tab.save.savedChanges; }
+
+void MarkModified() {
+  if (ProgramTab* tab = ActiveTab()) {
+    tab->save.userChanges = tab->save.changes + 1;
+    // 0 says that nothing waits.
+    if (tab->save.unsavedSince == 0) tab->save.unsavedSince = platform::TickMilliseconds() | 1;
+  }
+  MarkTagged();
+}
+
+void MarkTagged() {
+  ProgramTab* tab = ActiveTab();
+  if (tab) ++tab->save.changes;
+  SetDirtyMark(tab, true);
+}
+
+void NoteHandedOver(ProgramTab& tab, bool takesPath) {
+  tab.save.unsavedSince = 0;
+  tab.save.handedChanges = tab.save.changes;
+  tab.save.takingPath = tab.save.takingPath || takesPath;
+}
+
+void NoteSaveFailed(ProgramTab& tab) {
+  tab.save.handedChanges = tab.save.savedChanges;
+  tab.save.takingPath = false;
+}
+
+void NoteSaved(ProgramTab& tab, std::uint32_t changes) {
+  SaveState& save = tab.save;
+  save.savedChanges = std::max(save.savedChanges, changes);
+  save.changedOnDisk = false;
+  save.takingPath = false;
+  save.held = AutosaveHold::None;
+  save.home.clear();
+  SetDirtyMark(&tab, save.changes > save.savedChanges);
+}
+
+void NoteLoaded(ProgramTab& tab, const DiskState& disk) {
+  tab.save.disk = disk;
+  NoteSaved(tab, ++tab.save.changes);
+}
+
+void NoteDisk(ProgramTab& tab, const DiskState& disk) { tab.save.disk = disk; }
+
+bool DiskHoldsStill(ProgramTab& tab) {
+  if (!HoldsStill(tab.path, tab.save.disk)) tab.save.changedOnDisk = true;
+  return !tab.save.changedOnDisk;
+}
+
+void NoteChangedOnDisk(ProgramTab& tab) { tab.save.changedOnDisk = true; }
+
+bool OfferLoading(ProgramTab& tab) {
+  const platform::FileFigures now = platform::FiguresOf(tab.path);
+  return !(std::exchange(tab.save.askedAbout, now) == now);
+}
+
+void AcceptLoss(ProgramTab& tab) { tab.save.lossAccepted = true; }
+
+bool NoteHeld(ProgramTab& tab, AutosaveHold reason) {
+  return std::exchange(tab.save.held, reason) != reason;
+}
+
+void KeepHome(ProgramTab& tab, std::u16string_view home) { tab.save.home = home; }
+
+}  // namespace morva

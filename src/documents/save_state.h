@@ -1,0 +1,43 @@
+// What is known of a program's way into its file: changes by count, the state of the disk, what
+// keeps the autosave from writing.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "documents/tab_table.h"
+
+namespace morva {
+
+// Whether the user has changed the program since it was read or written. Markers alone are no
+// change of the user's; they show the dirty mark and go into the file with the next save.
+bool IsTouched(const ProgramTab& tab);
+
+// The user, or what he asked for, changed the active program: the counts and the dirty mark; no
+// timer, no autosave.
+void MarkModified();
+// The same for markers, which nobody asked for.
+void MarkTagged();
+// A save holds the program as it is now. With `takesPath` it gives the program another path.
+void NoteHandedOver(ProgramTab& tab, bool takesPath);
+// The save has failed, so that what it held is still to be saved.
+void NoteSaveFailed(ProgramTab& tab);
+// The file holds the program as it was at this count of changes: nothing holds the autosave, and
+// the dirty mark follows.
+void NoteSaved(ProgramTab& tab, std::uint32_t changes);
+// The program is what the file holds, as it was read: no change of the user's is left.
+void NoteLoaded(ProgramTab& tab, const DiskState& disk);
+void NoteDisk(ProgramTab& tab, const DiskState& disk);
+// Whether the file still holds what is known of it. A difference stays noted until the program is
+// saved or loaded.
+bool DiskHoldsStill(ProgramTab& tab);
+void NoteChangedOnDisk(ProgramTab& tab);
+// True once for each state of the file: loading it again is to be offered.
+bool OfferLoading(ProgramTab& tab);
+void AcceptLoss(ProgramTab& tab);
+// True where this is another reason than the last one.
+bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
+void KeepHome(ProgramTab& tab, std::u16string_view home);
+
+}  // namespace morva

@@ -1,0 +1,225 @@
+#include "documents/saver.h"
+
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <utility>
+
+#include "app/app_state.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "documents/file_text.h"
+#include "platform/atomic_file.h"
+#include "platform/post.h"
+#include "platform/thread.h"
+#include "platform/wait.h"
+
+namespace morva {
+namespace {
+
+constexpr int kLongestWaitMs = 30000;
+constexpr int kReadTries = 3;
+
+// Between the two threads, under the guard.
+std::mutex guard;
+std::deque<SaveJob> waiting;
+std::deque<SaveResult> finished;
+std::u16string underWay;  // the program that is being written
+bool working = false;
+
+std::uint64_t lastTicket = 0;
+void (*listener)(const SaveResult& result) = nullptr;
+
+platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
+                               platform::FileFigures& written) {
+  platform::AtomicWrite write{.path = file.path, .bytes = file.bytes};
+  const bool program = file.path == job.program;
+  if (!program) write.companionOf = job.program;
+  if (program && job.checked && job.known.figures.exists) write.expected = &job.known.figures;
+  return platform::WriteAtomic(write, written);
+}
+
+SaveAnswer WriteAll(SaveJob& job, DiskState& now) {
+  // Before the first of the files, as the companions must fit the program that they stand by.
+  if (job.checked && !HoldsStill(job.program, job.known)) return SaveAnswer::Changed;
+  if (job.checked && !platform::FileExists(job.program)) job.checked = false;
+  for (const SaveFile& file : job.files) {
+    if (file.path.size() > kSavePathUnits) return SaveAnswer::Failed;
+    platform::FileFigures written;
+    const platform::WriteAnswer answer = WriteOne(job, file, written);
+    // The new file may be in place although its folder could not be flushed.
+    if (file.path == job.program && platform::FiguresOf(file.path) == written) {
+      now = {written, HashBytes(file.bytes)};
+    }
+    if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
+    if (answer == platform::WriteAnswer::Failed) return SaveAnswer::Failed;
+  }
+  return SaveAnswer::Saved;
+}
+
+SaveResult Write(SaveJob& job) {
+  SaveResult result;
+  result.ticket = job.ticket;
+  result.serial = job.serial;
+  result.changes = job.changes;
+  result.byUser = job.byUser;
+  result.takesPath = job.takesPath;
+  result.program = job.program;
+  result.answer = WriteAll(job, result.now);
+  return result;
+}
+
+// The next job, or the end of the work; both under one lock, so that no job is left behind.
+bool TakeJob(SaveJob& job) {
+  const std::lock_guard<std::mutex> lock(guard);
+  working = !waiting.empty();
+  underWay.clear();
+  if (!working) return false;
+  job = std::move(waiting.front());
+  waiting.pop_front();
+  underWay = job.program;
+  return true;
+}
+
+// Jobs of the program that were made before this result was known expect what is on disk now.
+void Keep(SaveResult result) {
+  const std::lock_guard<std::mutex> lock(guard);
+  if (result.now.figures.exists) {
+    for (SaveJob& later : waiting) {
+      if (later.program == result.program) later.known = result.now;
+    }
+  }
+  finished.push_back(std::move(result));
+}
+
+void WriteThemAll() {
+  SaveJob job;
+  while (TakeJob(job)) {
+    Keep(Write(job));
+    platform::PostToMain(kMessageSaved, 0, 0);
+  }
+}
+
+bool TakeResult(SaveResult& result) {
+  const std::lock_guard<std::mutex> lock(guard);
+  if (finished.empty()) return false;
+  result = std::move(finished.front());
+  finished.pop_front();
+  return true;
+}
+
+void TellResults() {
+  SaveResult result;
+  while (TakeResult(result)) {
+    if (listener) listener(result);
+  }
+}
+
+bool AllTold() {
+  const std::lock_guard<std::mutex> lock(guard);
+  return !working && waiting.empty() && finished.empty();
+}
+
+// Nobody may hand out messages while somebody waits.
+bool ToldByNow() {
+  TellResults();
+  return AllTold();
+}
+
+// Puts the job behind the others; true where a worker has to be started for it.
+bool Queue(SaveJob job) {
+  const std::lock_guard<std::mutex> lock(guard);
+  for (const SaveResult& untold : finished) {
+    if (untold.program == job.program && untold.now.figures.exists) job.known = untold.now;
+  }
+  for (auto older = waiting.begin(); older != waiting.end();) {
+    if (older->serial != job.serial || older->program != job.program) {
+      ++older;
+      continue;
+    }
+    job.byUser = job.byUser || older->byUser;
+    older = waiting.erase(older);
+  }
+  waiting.push_back(std::move(job));
+  return !std::exchange(working, true);
+}
+
+}  // namespace
+
+std::uint64_t HashBytes(std::string_view bytes) {
+  constexpr std::uint64_t kPrime = 0x100000001B3u;
+  std::uint64_t hash = 0xCBF29CE484222325u;
+  for (; bytes.size() >= 8; bytes.remove_prefix(8)) {
+    std::uint64_t word;
+    std::memcpy(&word, bytes.data(), 8);
+    hash = (hash ^ word) * kPrime;
+    // A product carries only upwards; the upper half has to come down again.
+    hash ^= hash >> 32;
+  }
+  for (const char byte : bytes) hash = (hash ^ static_cast<unsigned char>(byte)) * kPrime;
+  return hash;
+}
+
+bool HoldsStill(std::u16string_view path, DiskState& known) {
+  const platform::FileFigures now = platform::FiguresOf(path);
+  if (!now.exists || now == known.figures) return true;
+  if (now.size != known.figures.size) return false;
+  std::string bytes;
+  if (!ReadWholeFile(path, bytes) || HashBytes(bytes) != known.hash) return false;
+  known.figures = now;
+  return true;
+}
+
+bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& state) {
+  for (int tries = 0; tries < kReadTries; ++tries) {
+    const platform::FileFigures before = platform::FiguresOf(path);
+    if (!ReadWholeFile(path, bytes)) return false;
+    state = {before, HashBytes(bytes)};
+    if (platform::FiguresOf(path) == before) break;
+  }
+  return true;
+}
+
+std::uint64_t HandOverSave(SaveJob job) {
+  const std::uint64_t ticket = job.ticket = ++lastTicket;
+  if (Queue(std::move(job)) && !platform::StartWorker(platform::Worker::Saver, WriteThemAll)) {
+    WriteThemAll();
+  }
+  TellResults();
+  return ticket;
+}
+
+void SetSaveListener(void (*told)(const SaveResult& result)) { listener = told; }
+
+bool SavesUnderWay() { return !AllTold(); }
+
+bool IsBeingSaved(std::u16string_view program) {
+  const std::lock_guard<std::mutex> lock(guard);
+  if (working && underWay == program) return true;
+  for (const SaveJob& job : waiting) {
+    if (job.program == program) return true;
+  }
+  return false;
+}
+
+bool WaitForSaves() {
+  if (ToldByNow()) return true;
+  ShowStatus(u"Waiting for the disk. A save is under way.");
+  return platform::WaitUntil(ToldByNow, kLongestWaitMs);
+}
+
+void RegisterSaver() {
+  RegisterMessage(kMessageSaved, [](unsigned long long, unsigned long long) { TellResults(); });
+}
+
+void ResetSaver() {
+  platform::EndWorkers();
+  const std::lock_guard<std::mutex> lock(guard);
+  waiting.clear();
+  finished.clear();
+  underWay.clear();
+  working = false;
+  listener = nullptr;
+}
+
+}  // namespace morva

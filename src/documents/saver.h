@@ -1,0 +1,79 @@
+// The writer of files: the window's thread makes the bytes, one worker writes them, in order.
+//
+// A save under way is never touched. Of those that wait, the newest of a program replaces the
+// older ones. What became of a save comes back by a message, to the window's thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/file.h"
+
+namespace morva {
+
+// What stood on disk when a program was read or last written.
+struct DiskState {
+  platform::FileFigures figures;
+  std::uint64_t hash = 0;  // of the bytes, by HashBytes
+};
+
+// FNV-1a over words of eight bytes, the rest byte by byte: for telling texts apart, not for safety.
+std::uint64_t HashBytes(std::string_view bytes);
+// Whether the file still holds what `known` tells. A file of another time and the same bytes
+// does; `known` then takes its figures. One that is gone holds nothing that could be lost, and
+// counts as unchanged.
+bool HoldsStill(std::u16string_view path, DiskState& known);
+
+// Reads a file and what tells its state. A file that changes meanwhile is read again, some times.
+// False: it cannot be read.
+bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& state);
+
+struct SaveFile {
+  std::u16string path;
+  std::string bytes;
+};
+
+struct SaveJob {
+  std::uint64_t ticket = 0;   // given by HandOverSave
+  std::uint64_t serial = 0;   // of the program's tab
+  std::uint32_t changes = 0;  // the tab's count of changes that the bytes hold
+  bool byUser = false;        // asked for by the user, not by the autosave
+  bool takesPath = false;     // the tab goes over to `program` when it is saved
+  std::u16string program;
+  std::vector<SaveFile> files;  // in the order of writing; but for `program` all are companions
+  bool checked = false;         // the program must still hold what `known` tells
+  DiskState known;
+};
+
+enum class SaveAnswer { Saved, Failed, Changed };
+
+struct SaveResult {
+  std::uint64_t ticket = 0;
+  std::uint64_t serial = 0;
+  std::uint32_t changes = 0;
+  bool byUser = false;
+  bool takesPath = false;
+  std::u16string program;
+  SaveAnswer answer = SaveAnswer::Failed;
+  DiskState now;  // of the program, where it was saved
+};
+
+// The worker starts at once where it rests. A job of the same program that still waits is
+// dropped, and what the user asked for in it goes over to this one. Where no thread can be
+// started the files are written before the call returns. Answers the job's ticket.
+std::uint64_t HandOverSave(SaveJob job);
+// A result that is there already is told within HandOverSave, else by kMessageSaved.
+void SetSaveListener(void (*told)(const SaveResult& result));
+bool SavesUnderWay();
+// Whether this program is being written, or waits for it.
+bool IsBeingSaved(std::u16string_view program);
+// Waits until all is written and told, with words on the status line. False: the disk has not
+// answered for 30 s.
+bool WaitForSaves();
+
+void RegisterSaver();
+void ResetSaver();
+
+}  // namespace morva

@@ -1,0 +1,28 @@
+// The way of a program into its file: what goes out, and what is told behind it.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "documents/tab_table.h"
+
+namespace morva {
+
+// Tags the active program, then hands ".features", the program, ".cadmv" and ".platemv" to the
+// writer of files, in this order. Asks nothing. Where the path is the program's own, a file that
+// another program has changed is left as it is. What became of it is told when it is known: with
+// `byUser` by the log or a box, else on the status line. False: nothing was handed over, or it
+// failed already.
+bool SaveProgram(std::u16string_view path, bool byUser = false);
+// The same for the user, without the look at what stands on disk.
+bool SaveProgramOver(std::u16string_view path);
+
+// Why the autosave has to leave the active program alone: a question is still to be answered.
+AutosaveHold HoldOf(const ProgramTab& tab);
+// Says once why the autosave leaves the program alone.
+void TellHeld(ProgramTab& tab, AutosaveHold reason);
+
+// `askAboutChanged` is called when a save that the user asked for found another program's file.
+void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial));
+
+}  // namespace morva

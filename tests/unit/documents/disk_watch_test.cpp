@@ -1,0 +1,418 @@
+// Files that change beneath the programs, and texts that a file cannot hold.
+
+#include "documents/disk_watch.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "documents/autosave.h"
+#include "documents/file_text.h"
+#include "documents/insertion.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
+#include "documents/saving.h"
+#include "platform/clock.h"
+#include "platform/common/faults.h"
+#include "support/program_stage.h"
+
+namespace {
+
+using morva::app;
+using morva::tabs;
+using platform::BoxAnswer;
+
+constexpr char16_t kNotSaved[] =
+    u"Changed on disk by another program. Not saved; use Save or Open again.";
+
+struct Disk : public support::ProgramStage {
+  ~Disk() override { platform::fileFault = nullptr; }
+  // A program of two lines, opened, its markers set.
+  void OpenProgram() const {
+    Put("a.NC", "G0 X1\r\n");
+    OpenFile("a.NC");
+    headless::Advance(2000);
+    headless::TakeBoxes();
+  }
+  // Another program writes the file; the time of the file is another one for certain.
+  void WriteElsewhere(std::string_view text) const {
+    const auto before = support::fs::last_write_time(folder / "a.NC");
+    Put("a.NC", text);
+    support::fs::last_write_time(folder / "a.NC", before + std::chrono::seconds(2));
+  }
+  static std::vector<std::u16string> BoxTitles() {
+    std::vector<std::u16string> titles;
+    for (const headless::BoxRecord& box : headless::TakeBoxes()) titles.push_back(box.title);
+    return titles;
+  }
+};
+
+using Titles = std::vector<std::u16string>;
+const Titles kAsked = {u"Changed on Disk"};
+
+TEST_F(Disk, LeavesAProgramAloneThatNobodyTouched) {
+  OpenProgram();
+  // The markers show the mark, and nothing writes them by itself.
+  EXPECT_TRUE(app.editorDirty);
+  const auto time = support::fs::last_write_time(folder / "a.NC");
+  headless::Advance(60000);
+  morva::SwitchTab(0);
+  morva::SwitchTab(1);
+  morva::RunAutosave();
+  morva::CloseProgram();
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  EXPECT_EQ(support::fs::last_write_time(folder / "a.NC"), time);
+  EXPECT_EQ(support::NamesIn(folder), (std::vector<std::string>{"Documents", "a.NC", "bin"}));
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+TEST_F(Disk, WritesTheMarkersWithTheUsersFirstChangeAndWithSave) {
+  OpenProgram();
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_NE(Raw("a.NC").find("(MORVA "), std::string::npos);
+  EXPECT_FALSE(app.editorDirty);
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+}
+
+TEST_F(Disk, AutosavesNothingOverAFileThatChangedAndSaysSoOnce) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  EXPECT_EQ(Status(), kNotSaved);
+  EXPECT_TRUE(app.editorDirty);
+  morva::ShowStatus(u"");
+  TypeProgram(u"G0 X3");
+  headless::Advance(700);
+  EXPECT_EQ(Status(), u"");
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+}
+
+TEST_F(Disk, SaveAsksBeforeItWritesOverAFileThatChanged) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  EXPECT_EQ(BoxTitles(), kAsked);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(BoxTitles(), kAsked);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+  // The question is settled.
+  TypeProgram(u"G0 X4");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+TEST_F(Disk, SaveOffersAnotherNameForTheTextOfAFileThatChanged) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::QueueAnswer(BoxAnswer::Other);
+  headless::QueueFile(PathOf("mine.NC"));
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  EXPECT_NE(Raw("mine.NC").find("G0 X2"), std::string::npos);
+  EXPECT_EQ(std::u16string(tabs[1].path), PathOf("mine.NC"));
+}
+
+TEST_F(Disk, LoadsAFileAgainAsOneUndoStep) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  const std::u16string mine = Text();
+  headless::QueueAnswer(BoxAnswer::No);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  EXPECT_EQ(Text(), u"G0 X9\r\n");
+  EXPECT_FALSE(morva::IsTouched(tabs[1]));
+  EXPECT_TRUE(headless::EditorUndo(morva::kIdEditor));
+  EXPECT_EQ(Text(), mine);
+}
+
+TEST_F(Disk, OffersAnUntouchedProgramForLoadingWhenTheWindowComesToTheFront) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), kAsked);
+  EXPECT_EQ(Text(), u"G0 X9\r\n");
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+TEST_F(Disk, AsksOnceAboutOneStateOfAFile) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::No);
+  morva::WatchDisk();
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), kAsked);
+  WriteElsewhere("G0 X10\r\n");
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), kAsked);
+  // What was refused is still another program's.
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_EQ(Raw("a.NC"), "G0 X10\r\n");
+}
+
+TEST_F(Disk, SaysOnceThatATouchedProgramStandsOverAChangedFile) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  WriteElsewhere("G0 X9\r\n");
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), Titles());
+  EXPECT_EQ(Status(), kNotSaved);
+}
+
+TEST_F(Disk, TakesAFileThatWasOnlyTouchedForTheSame) {
+  OpenProgram();
+  WriteElsewhere("G0 X1\r\n");
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), Titles());
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+}
+
+TEST_F(Disk, WritesAFileAnewThatSomebodyRemoved) {
+  OpenProgram();
+  support::fs::remove(folder / "a.NC");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+TEST_F(Disk, NoticesAFileThatWasReplacedByAnotherOne) {
+  OpenProgram();
+  Put("fresh", "G0 X9\r\n");
+  support::fs::rename(folder / "fresh", folder / "a.NC");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  EXPECT_EQ(Status(), kNotSaved);
+}
+
+TEST_F(Disk, LooksAtAFileWhenItsTabComesToTheFront) {
+  OpenProgram();
+  morva::SwitchTab(0);
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::SwitchTab(1);
+  EXPECT_EQ(BoxTitles(), kAsked);
+  EXPECT_EQ(Text(), u"G0 X9\r\n");
+}
+
+// --- Characters that the file cannot hold.
+
+TEST_F(Disk, AsksOnceBeforeCharactersAreLost) {
+  OpenProgram();
+  TypeProgram(u"G0\r\n(\u00D8 5 \u00E9)");
+  headless::QueueAnswer(BoxAnswer::No);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"a.NC holds characters that the file cannot hold: 2, the first in line 2. Each is "
+            u"written as \"?\".\r\n\r\nSave it so?");
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  TypeProgram(u"G0\r\n(\u00D8 6)");
+  headless::Advance(700);
+  EXPECT_NE(Raw("a.NC").find("(? 6)"), std::string::npos);
+}
+
+TEST_F(Disk, AutosavesNothingThatWouldLoseCharactersUnasked) {
+  OpenProgram();
+  TypeProgram(u"(\u00D8 5)");
+  headless::Advance(700);
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  EXPECT_EQ(Status(), u"Not autosaved: the file cannot hold some of the characters. Use Save.");
+  morva::ShowStatus(u"");
+  TypeProgram(u"(\u00D8 55)");
+  headless::Advance(700);
+  EXPECT_EQ(Status(), u"");
+  // Without the character nothing is lost.
+  TypeProgram(u"(D 5)");
+  headless::Advance(700);
+  EXPECT_NE(Raw("a.NC").find("(D 5)"), std::string::npos);
+}
+
+// --- Texts that grow beyond what can be opened.
+
+TEST_F(Disk, WritesNoFileUnaskedThatCouldNotBeOpenedAgain) {
+  // With LF a file of the greatest size; with CR LF it is larger.
+  std::string text(33554429, 'G');
+  for (std::size_t i = 99; i < text.size(); i += 100) text[i] = '\n';
+  Put("a.NC", text + "\n");
+  OpenFile("a.NC");
+  ASSERT_EQ(app.tabCount, 2);
+  headless::EditorInsert(morva::kIdEditor, u"1");
+  morva::RunAutosave();
+  EXPECT_EQ(Raw("a.NC").size(), 33554430u);
+  EXPECT_EQ(Status(), u"Not autosaved: the file would be too large to be opened again. Use Save.");
+  headless::QueueAnswer(BoxAnswer::No);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"33554432"), std::u16string::npos);
+  EXPECT_EQ(Raw("a.NC").size(), 33554430u);
+}
+
+TEST_F(Disk, MakesNoTextThatCouldNotBeOpenedAgain) {
+  std::string text(33554432 - 100, 'G');
+  for (std::size_t i = 98; i + 1 < text.size(); i += 100) text.replace(i, 2, "\r\n");
+  Put("a.NC", text);
+  OpenFile("a.NC");
+  headless::Advance(1000);
+  // Not even markers find room.
+  EXPECT_EQ(Text().find(u"(MORVA"), std::u16string::npos);
+  const std::u16string before = Text();
+  headless::TakeBoxes();
+  morva::InsertTextAtCaret(std::u16string(200, u'X'), true);
+  EXPECT_EQ(BoxTitles(), Titles{u"Insert"});
+  EXPECT_EQ(Text(), before);
+  morva::InsertTextAtCaret(u"G4", true);
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+// --- The pace of the autosave, and a disk that takes its time.
+
+TEST_F(Disk, SavesSteadyTypingWithinFiveSeconds) {
+  OpenProgram();
+  const std::uint64_t start = platform::TickMilliseconds();
+  int keys = 0;
+  while (Raw("a.NC") == "G0 X1\r\n" && keys < 100) {
+    headless::EditorInsert(morva::kIdEditor, u"1");
+    headless::Advance(400);
+    ++keys;
+  }
+  EXPECT_LE(platform::TickMilliseconds() - start, 5000u + 400u);
+  EXPECT_GE(platform::TickMilliseconds() - start, 4000u);
+}
+
+bool SlowFlush(std::string_view kind) {
+  if (kind == "flush") platform::SleepMilliseconds(300);
+  return false;
+}
+
+TEST_F(Disk, TellsASaveWhenItIsTrue) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  const std::uint64_t start = platform::TickMilliseconds();
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  // The window's thread has not waited; nothing is told yet.
+  EXPECT_EQ(platform::TickMilliseconds(), start);
+  EXPECT_TRUE(morva::SavesUnderWay());
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_EQ(Output().find(u"Saved program."), std::u16string::npos);
+  headless::Advance(2000);
+  EXPECT_FALSE(morva::SavesUnderWay());
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_NE(Output().find(u"Saved program."), std::u16string::npos);
+}
+
+TEST_F(Disk, KeepsTheMarkOnWhatWasTypedWhileASaveWasUnderWay) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  morva::SaveProgramCommand();
+  headless::EditorInsert(morva::kIdEditor, u"5");
+  headless::Advance(650);
+  EXPECT_TRUE(app.editorDirty);
+  headless::Advance(5000);
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_NE(Raw("a.NC").find("5"), std::string::npos);
+}
+
+TEST_F(Disk, WritesOfThoseThatWaitOnlyTheNewest) {
+  OpenProgram();
+  static int programs;
+  programs = 0;
+  platform::fileFault = [](std::string_view kind) {
+    if (kind == "new") ++programs;
+    return SlowFlush(kind);
+  };
+  for (const char16_t* text : {u"G0 X2", u"G0 X3", u"G0 X4"}) {
+    TypeProgram(text);
+    EXPECT_TRUE(morva::SaveProgramCommand());
+  }
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(programs, 4);  // the stored code and the program, twice
+  EXPECT_NE(Raw("a.NC").find("G0 X4"), std::string::npos);
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(Disk, WaitsForTheDiskBeforeAProgramIsClosed) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  morva::SaveProgramCommand();
+  morva::CloseProgram();
+  EXPECT_EQ(BoxTitles(), Titles());
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+}
+
+TEST_F(Disk, HandsAProgramOverBeforeItsTabIsLeft) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  morva::SwitchTab(0);
+  TypeProgram(u"G0 X7");
+  headless::Advance(5000);
+  EXPECT_NE(Raw("a.NC").find("G0 X2"), std::string::npos);
+  EXPECT_EQ(Raw("a.NC").find("G0 X7"), std::string::npos);
+  EXPECT_FALSE(tabs[1].dirty);
+}
+
+TEST_F(Disk, GoesOnUnderTheNewNameWhileTheSaveAsIsUnderWay) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  headless::QueueFile(PathOf("b.NC"));
+  EXPECT_TRUE(morva::SaveProgramAs());
+  TypeProgram(u"G0 X3");
+  headless::Advance(5000);
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  EXPECT_NE(Raw("b.NC").find("G0 X3"), std::string::npos);
+  EXPECT_EQ(std::u16string(tabs[1].title), u"b.NC");
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(Disk, MakesOneHomeForAProgramThatIsSavedTwiceOnASlowDisk) {
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  TypeProgram(u"G0 X3");
+  headless::Advance(5000);
+  EXPECT_EQ(support::NamesIn(folder / "Documents/MORVA/Projects").size(), 1u);
+  std::string bytes;
+  ASSERT_TRUE(morva::ReadWholeFile(app.activePath, bytes));
+  EXPECT_NE(bytes.find("G0 X3"), std::string::npos);
+}
+
+// --- Long names.
+
+TEST_F(Disk, SavesAProgramWhoseNameHas255Bytes) {
+  const std::string name = std::string(252, 'n') + ".NC";
+  Put(name, "G0 X1\r\n");
+  OpenFile(name);
+  ASSERT_EQ(app.tabCount, 2);
+  TypeProgram(u"G0 X2");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_NE(Raw(name).find("G0 X2"), std::string::npos);
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+}  // namespace
