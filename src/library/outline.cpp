@@ -7,6 +7,8 @@
 
 namespace morva {
 
+using platform::PointF;
+
 namespace {
 
 constexpr int kCircleSteps = 96;
@@ -16,6 +18,10 @@ constexpr double kCapPi = 3.14159265359;
 constexpr double kCapHalfPi = 1.570796326795;
 constexpr double kMarkReach = 0.025;  // a work point's cross, drawing units
 constexpr double kParallel = 1e-12;
+
+double SquareBetween(PointF a, PointF b) {
+  return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
+}
 
 // A point of the object's own frame, turned and moved to its anchor.
 struct Frame {
@@ -161,53 +167,43 @@ int ObjectSnapPoints(const SketchObject& object, double* xs, double* ys) {
   }
 }
 
-double FootOnSegment(double px, double py, double ax, double ay, double bx, double by, double least,
-                     double& fx, double& fy) {
-  const double dx = bx - ax;
-  const double dy = by - ay;
+SegmentFoot FootOnSegment(PointF from, PointF a, PointF b, double least) {
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
   const double square = dx * dx + dy * dy;
-  double t = 0;
+  SegmentFoot foot;
   if (square >= least * least && square > 0) {
-    t = ((px - ax) * dx + (py - ay) * dy) / square;
-    if (t < 0) t = 0;
-    if (t > 1) t = 1;
+    const double t = ((from.x - a.x) * dx + (from.y - a.y) * dy) / square;
+    foot.along = t < 0 ? 0 : t > 1 ? 1 : t;
   }
-  fx = ax + t * dx;
-  fy = ay + t * dy;
-  return t;
+  foot.x = a.x + foot.along * dx;
+  foot.y = a.y + foot.along * dy;
+  foot.square = SquareBetween(from, {foot.x, foot.y});
+  return foot;
 }
 
-bool LineIntersection(double ax, double ay, double adx, double ady, double bx, double by,
-                      double bdx, double bdy, double& t, double& s) {
-  const double determinant = adx * bdy - ady * bdx;
+bool LineIntersection(const Ray& a, const Ray& b, double& alongA, double& alongB) {
+  const double determinant = a.dx * b.dy - a.dy * b.dx;
   if (std::fabs(determinant) < kParallel) return false;
-  const double dx = bx - ax;
-  const double dy = by - ay;
-  t = (dx * bdy - dy * bdx) / determinant;
-  s = (dx * ady - dy * adx) / determinant;
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  alongA = (dx * b.dy - dy * b.dx) / determinant;
+  alongB = (dx * a.dy - dy * a.dx) / determinant;
   return true;
 }
 
-bool TangentPoint(double px, double py, double cx, double cy, double r, double clickX,
-                  double clickY, double& tx, double& ty) {
-  const double vx = px - cx;
-  const double vy = py - cy;
+bool TangentPoint(PointF from, const SketchObject& circle, PointF click, PointF& touch) {
+  const double r = circle.size / 2;
+  const double vx = from.x - circle.x;
+  const double vy = from.y - circle.y;
   const double square = vx * vx + vy * vy;
   if (square <= r * r + 1e-12) return false;
   const double k = r * r / square;
   const double h = r * SketchRoot(square - r * r) / square;
   // The point on the plus side stands first and wins a tie.
-  const double firstX = cx + k * vx - h * vy;
-  const double firstY = cy + k * vy + h * vx;
-  const double secondX = cx + k * vx + h * vy;
-  const double secondY = cy + k * vy - h * vx;
-  const double first =
-      (firstX - clickX) * (firstX - clickX) + (firstY - clickY) * (firstY - clickY);
-  const double second =
-      (secondX - clickX) * (secondX - clickX) + (secondY - clickY) * (secondY - clickY);
-  const bool takesFirst = first <= second;
-  tx = takesFirst ? firstX : secondX;
-  ty = takesFirst ? firstY : secondY;
+  const PointF first{circle.x + k * vx - h * vy, circle.y + k * vy + h * vx};
+  const PointF second{circle.x + k * vx + h * vy, circle.y + k * vy - h * vx};
+  touch = SquareBetween(first, click) <= SquareBetween(second, click) ? first : second;
   return true;
 }
 

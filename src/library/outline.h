@@ -4,6 +4,7 @@
 #pragma once
 
 #include "library/sketch_object.h"
+#include "platform/geometry.h"
 
 namespace morva {
 
@@ -24,18 +25,27 @@ double ExactCosine(double degrees);
 inline double ExactSine(double degrees) { return ExactCosine(90 - degrees); }
 double SketchRoot(double value);  // 0 for an argument of 0 or less
 
-// The foot of (px, py) on the segment, held to its ends; a segment shorter than `least` gives
-// its start. The parameter 0 to 1.
-double FootOnSegment(double px, double py, double ax, double ay, double bx, double by, double least,
-                     double& fx, double& fy);
-// Two lines through their start points along their directions. False: parallel, determinant
-// of the directions below 1e-12 in size. t and s run along each direction vector as given.
-bool LineIntersection(double ax, double ay, double adx, double ady, double bx, double by,
-                      double bdx, double bdy, double& t, double& s);
-// The two tangent points of the lines from P to the circle (cx, cy, r), the one nearer to the
-// click. False: P is not outside (|P-C|^2 at most r^2 + 1e-12).
-bool TangentPoint(double px, double py, double cx, double cy, double r, double clickX,
-                  double clickY, double& tx, double& ty);
+// The point of a segment nearest to another one.
+struct SegmentFoot {
+  double x = 0, y = 0;
+  double along = 0;   // 0 to 1, from a to b
+  double square = 0;  // of its distance
+};
+// A segment shorter than `least` gives its start.
+SegmentFoot FootOnSegment(platform::PointF from, platform::PointF a, platform::PointF b,
+                          double least);
+// A line through a point along a vector of any length.
+struct Ray {
+  double x = 0, y = 0;
+  double dx = 0, dy = 0;
+};
+// Where two lines meet, counted in the vectors as given. False: parallel, determinant of the
+// vectors below 1e-12 in size.
+bool LineIntersection(const Ray& a, const Ray& b, double& alongA, double& alongB);
+// Of the two points where lines from `from` touch the circle, the one nearer to the click. False:
+// `from` is not outside: the square of its distance is at most r^2 + 1e-12.
+bool TangentPoint(platform::PointF from, const SketchObject& circle, platform::PointF click,
+                  platform::PointF& touch);
 // Turns an object about a pivot: its anchor moves, `degrees` is added to its angle.
 void TurnObject(SketchObject& object, double pivotX, double pivotY, double degrees);
 

@@ -215,12 +215,9 @@ TangentFault CircleOnCircle(const SketchObject& circle, double centreX, double c
 
 bool LineOnCircle(double startX, double startY, const SketchObject& circle, double clickX,
                   double clickY, SketchObject& object) {
-  double x = 0;
-  double y = 0;
-  if (!TangentPoint(startX, startY, circle.x, circle.y, circle.size / 2, clickX, clickY, x, y)) {
-    return false;
-  }
-  const SketchObject line = MakeLine(startX, startY, x, y);
+  platform::PointF touch;
+  if (!TangentPoint({startX, startY}, circle, {clickX, clickY}, touch)) return false;
+  const SketchObject line = MakeLine(startX, startY, touch.x, touch.y);
   if (!(line.size > kLeastSize) || !WithinSketchLimit(line)) return false;
   object = line;
   return true;

@@ -15,13 +15,6 @@ constexpr double kObjectReach = 8;  // pixels
 constexpr double kEdgeReach = 10;
 constexpr double kShortSegment = 1e-8;  // drawing units
 
-double SquareToSegment(double px, double py, double ax, double ay, double bx, double by) {
-  double fx = 0;
-  double fy = 0;
-  FootOnSegment(px, py, ax, ay, bx, by, kShortSegment, fx, fy);
-  return (px - fx) * (px - fx) + (py - fy) * (py - fy);
-}
-
 bool HitsObject(const SketchObject& object, double x, double y, double tolerance) {
   const double dx = x - object.x;
   const double dy = y - object.y;
@@ -36,7 +29,8 @@ bool HitsObject(const SketchObject& object, double x, double y, double tolerance
   switch (object.type) {
     case kTypeLine:
     case kTypeWorkAxis:
-      return SketchRoot(SquareToSegment(u, v, 0, 0, object.size, 0)) <= tolerance;
+      return SketchRoot(FootOnSegment({u, v}, {0, 0}, {object.size, 0}, kShortSegment).square) <=
+             tolerance;
     case kTypeRectangle:
     case kTypeSlot:
       return std::fabs(u) <= object.size / 2 + tolerance &&
@@ -72,8 +66,9 @@ int HitEdge(double x, double y) {
     const OutlineOf& outline = OutlineAt(i);
     if (!Near(outline, x, y, tolerance)) continue;
     for (int k = 0; k + 1 < outline.count; ++k) {
-      const double square =
-          SquareToSegment(x, y, outline.xs[k], outline.ys[k], outline.xs[k + 1], outline.ys[k + 1]);
+      const double square = FootOnSegment({x, y}, {outline.xs[k], outline.ys[k]},
+                                          {outline.xs[k + 1], outline.ys[k + 1]}, kShortSegment)
+                                .square;
       if (square < best || (found < 0 && square == best)) {
         best = square;
         found = i;

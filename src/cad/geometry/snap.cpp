@@ -88,10 +88,8 @@ void OfferEdge(Search& search, double ax, double ay, double bx, double by) {
   const double dx = bx - ax;
   const double dy = by - ay;
   if (dx * dx + dy * dy < kShortEdge * kShortEdge) return;
-  double footX = 0;
-  double footY = 0;
-  FootOnSegment(search.x, search.y, ax, ay, bx, by, kShortEdge, footX, footY);
-  Offer(search, footX, footY, false);
+  const SegmentFoot foot = FootOnSegment({search.x, search.y}, {ax, ay}, {bx, by}, kShortEdge);
+  Offer(search, foot.x, foot.y, false);
 }
 
 void OfferRim(Search& search, const SketchObject& circle) {
@@ -120,8 +118,8 @@ void OfferEdges(Search& search) {
 }
 
 struct NearLine {
-  double x, y, dx, dy;
-  bool endless;  // a work axis
+  Ray ray;
+  bool endless = false;  // a work axis
 };
 
 // Work axes, and the lines whose box, widened by the reach, holds the cursor.
@@ -139,7 +137,7 @@ int CollectLines(const Search& search, NearLine* lines) {
                       search.x <= std::max(ax, bx) + search.reach &&
                       search.y >= std::min(ay, by) - search.reach &&
                       search.y <= std::max(ay, by) + search.reach;
-    if (endless || near) lines[count++] = NearLine{ax, ay, bx - ax, by - ay, endless};
+    if (endless || near) lines[count++] = NearLine{{ax, ay, bx - ax, by - ay}, endless};
   }
   return count;
 }
@@ -155,9 +153,9 @@ void OfferIntersections(Search& search) {
       const NearLine& b = lines[k];
       double t = 0;
       double s = 0;
-      if (!LineIntersection(a.x, a.y, a.dx, a.dy, b.x, b.y, b.dx, b.dy, t, s)) continue;
+      if (!LineIntersection(a.ray, b.ray, t, s)) continue;
       if (!OnLine(a, t) || !OnLine(b, s)) continue;
-      Offer(search, a.x + t * a.dx, a.y + t * a.dy, false);
+      Offer(search, a.ray.x + t * a.ray.dx, a.ray.y + t * a.ray.dy, false);
     }
   }
 }

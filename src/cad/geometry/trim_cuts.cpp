@@ -31,6 +31,8 @@ struct Piece {
   double minX = 0, minY = 0, maxX = 0, maxY = 0;  // widened by more than a cutter's slack
 };
 
+Ray RayOf(const Piece& piece) { return {piece.x, piece.y, piece.ux, piece.uy}; }
+
 bool PieceBetween(double ax, double ay, double bx, double by, Piece& piece) {
   piece.x = ax;
   piece.y = ay;
@@ -147,10 +149,7 @@ void CircleByCircle(const SketchObject& circle, const SketchObject& other, CutLi
 void StepByPiece(const Piece& step, int number, const Piece& piece, CutList& cuts) {
   double t = 0;
   double s = 0;
-  if (!LineIntersection(step.x, step.y, step.ux, step.uy, piece.x, piece.y, piece.ux, piece.uy, t,
-                        s)) {
-    return;
-  }
+  if (!LineIntersection(RayOf(step), RayOf(piece), t, s)) return;
   if (!Holds(step, t) || !Holds(piece, s)) return;
   AddOnce(cuts, number + t / step.length, kSlotSteps, kSamePosition);
 }
@@ -214,11 +213,8 @@ void CutsOfSegment(int target, double ax, double ay, double bx, double by, CutLi
       const Piece& piece = pieces[k];
       double t = 0;
       double s = 0;
-      if (LineIntersection(line.x, line.y, line.ux, line.uy, piece.x, piece.y, piece.ux, piece.uy,
-                           t, s) &&
-          Holds(piece, s)) {
-        AddInside(cuts, t / line.length);
-      }
+      const bool meets = LineIntersection(RayOf(line), RayOf(piece), t, s) && Holds(piece, s);
+      if (meets) AddInside(cuts, t / line.length);
     }
   }
   Sort(cuts);

@@ -123,7 +123,7 @@ bool Join(int second) {
   const Line b = LineOf(sketch.objects[second]);
   double t = 0;
   double s = 0;
-  const bool meets = LineIntersection(a.x, a.y, a.ux, a.uy, b.x, b.y, b.ux, b.uy, t, s);
+  const bool meets = LineIntersection({a.x, a.y, a.ux, a.uy}, {b.x, b.y, b.ux, b.uy}, t, s);
   const bool joined = meets ? JoinAtPoint(first, second, a.x + t * a.ux, a.y + t * a.uy)
                             : JoinCollinear(first, second);
   if (!joined) return false;
@@ -138,12 +138,9 @@ bool Tangent(int target, double x, double y) {
   const SketchObject& circle = sketch.objects[target];
   if (circle.type != kTypeCircle) return false;
   SketchObject line = sketch.objects[tools.joinSource];
-  double tx = 0;
-  double ty = 0;
-  if (!TangentPoint(line.x, line.y, circle.x, circle.y, circle.size / 2, x, y, tx, ty)) {
-    return false;
-  }
-  SetLineEnds(line, line.x, line.y, tx, ty);
+  platform::PointF touch;
+  if (!TangentPoint({line.x, line.y}, circle, {x, y}, touch)) return false;
+  SetLineEnds(line, line.x, line.y, touch.x, touch.y);
   if (!WithinSketchLimit(line)) return false;
   PushSketchUndo();
   PutSketchObject(tools.joinSource, line);

@@ -33,10 +33,9 @@ bool OnOutline(const SketchObject& object, double x, double y) {
   const int count = ObjectOutline(object, xs, ys);
   const double reach = CanvasTolerance(kPickReach);
   for (int i = 0; i + 1 < count; ++i) {
-    double fx = 0;
-    double fy = 0;
-    FootOnSegment(x, y, xs[i], ys[i], xs[i + 1], ys[i + 1], kShortSegment, fx, fy);
-    if ((x - fx) * (x - fx) + (y - fy) * (y - fy) <= reach * reach) return true;
+    const SegmentFoot foot =
+        FootOnSegment({x, y}, {xs[i], ys[i]}, {xs[i + 1], ys[i + 1]}, kShortSegment);
+    if (foot.square <= reach * reach) return true;
   }
   return false;
 }

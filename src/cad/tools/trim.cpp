@@ -54,9 +54,7 @@ bool PlanLine(const SketchObject& line, int target, double x, double y) {
   const double dy = endY - line.y;
   if (PlainDistance(line.x, line.y, endX, endY) < kLeastLength) return false;
   CutsOfSegment(target, line.x, line.y, endX, endY, cuts);
-  double fx = 0;
-  double fy = 0;
-  const double click = FootOnSegment(x, y, line.x, line.y, endX, endY, kLeastLength, fx, fy);
+  const double click = FootOnSegment({x, y}, {line.x, line.y}, {endX, endY}, kLeastLength).along;
   int from = 0;
   while (from + 2 < cuts.count && cuts.values[from + 1] <= click + kHoldsBy) ++from;
   const double a = cuts.values[from];
@@ -83,10 +81,8 @@ int NearestSide(const SketchObject& rectangle, double x, double y) {
   int nearest = 0;
   double best = 0;
   for (int i = 0; i < kSides; ++i) {
-    double fx = 0;
-    double fy = 0;
-    FootOnSegment(x, y, xs[i], ys[i], xs[i + 1], ys[i + 1], kLeastLength, fx, fy);
-    const double square = (x - fx) * (x - fx) + (y - fy) * (y - fy);
+    const double square =
+        FootOnSegment({x, y}, {xs[i], ys[i]}, {xs[i + 1], ys[i + 1]}, kLeastLength).square;
     if (i > 0 && square >= best) continue;
     nearest = i;
     best = square;
@@ -163,14 +159,11 @@ double PositionOnRun(double x, double y) {
   double position = 0;
   double best = 0;
   for (int i = 0; i < kSlotSteps; ++i) {
-    double fx = 0;
-    double fy = 0;
-    const double t = FootOnSegment(x, y, run.xs[i], run.ys[i], run.xs[i + 1], run.ys[i + 1],
-                                   kLeastLength, fx, fy);
-    const double square = (x - fx) * (x - fx) + (y - fy) * (y - fy);
-    if (i > 0 && square >= best) continue;
-    best = square;
-    position = i + t;
+    const SegmentFoot foot =
+        FootOnSegment({x, y}, {run.xs[i], run.ys[i]}, {run.xs[i + 1], run.ys[i + 1]}, kLeastLength);
+    if (i > 0 && foot.square >= best) continue;
+    best = foot.square;
+    position = i + foot.along;
   }
   return position < kSlotSteps ? position : position - kSlotSteps;
 }

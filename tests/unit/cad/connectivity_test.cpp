@@ -111,11 +111,9 @@ bool PlainTouch(const SketchObject& a, const SketchObject& b) {
       if (lengthA == 0 || lengthB == 0) continue;
       double t = 0;
       double s = 0;
-      if (!LineIntersection(ax[i], ay[i], (ax[i + 1] - ax[i]) / lengthA,
-                            (ay[i + 1] - ay[i]) / lengthA, bx[k], by[k],
-                            (bx[k + 1] - bx[k]) / lengthB, (by[k + 1] - by[k]) / lengthB, t, s)) {
-        continue;
-      }
+      const Ray rayA{ax[i], ay[i], (ax[i + 1] - ax[i]) / lengthA, (ay[i + 1] - ay[i]) / lengthA};
+      const Ray rayB{bx[k], by[k], (bx[k + 1] - bx[k]) / lengthB, (by[k + 1] - by[k]) / lengthB};
+      if (!LineIntersection(rayA, rayB, t, s)) continue;
       t /= lengthA;
       s /= lengthB;
       if (t >= -0.000001 && t <= 1.000001 && s >= -0.000001 && s <= 1.000001) return true;

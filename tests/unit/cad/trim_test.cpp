@@ -515,10 +515,9 @@ Polyline RunOf(const SketchObject& object) {
 double Distance(const Polyline& run, double x, double y) {
   double best = 1e9;
   for (std::size_t i = 0; i + 1 < run.xs.size(); ++i) {
-    double fx = 0;
-    double fy = 0;
-    FootOnSegment(x, y, run.xs[i], run.ys[i], run.xs[i + 1], run.ys[i + 1], 1e-12, fx, fy);
-    best = std::min(best, std::hypot(x - fx, y - fy));
+    const SegmentFoot foot =
+        FootOnSegment({x, y}, {run.xs[i], run.ys[i]}, {run.xs[i + 1], run.ys[i + 1]}, 1e-12);
+    best = std::min(best, std::hypot(x - foot.x, y - foot.y));
   }
   return best;
 }

@@ -198,44 +198,50 @@ TEST(SketchRoot, IsZeroForWhatHasNoRoot) {
 }
 
 TEST(FootOnSegment, IsHeldToTheEndsAndGivesTheStartOfAShortOne) {
-  double fx = 0;
-  double fy = 0;
-  EXPECT_EQ(FootOnSegment(3, 4, 0, 0, 10, 0, 1e-8, fx, fy), 0.3);
-  EXPECT_EQ(fx, 3);
-  EXPECT_EQ(fy, 0);
-  EXPECT_EQ(FootOnSegment(-3, 4, 0, 0, 10, 0, 1e-8, fx, fy), 0);
-  EXPECT_EQ(fx, 0);
-  EXPECT_EQ(FootOnSegment(13, 4, 0, 0, 10, 0, 1e-8, fx, fy), 1);
-  EXPECT_EQ(fx, 10);
-  EXPECT_EQ(FootOnSegment(5, 5, 1, 2, 1 + 1e-9, 2, 1e-8, fx, fy), 0);
-  EXPECT_EQ(fx, 1);
-  EXPECT_EQ(fy, 2);
+  const platform::PointF a{0, 0};
+  const platform::PointF b{10, 0};
+  SegmentFoot foot = FootOnSegment({3, 4}, a, b, 1e-8);
+  EXPECT_EQ(foot.along, 0.3);
+  EXPECT_EQ(foot.x, 3);
+  EXPECT_EQ(foot.y, 0);
+  EXPECT_EQ(foot.square, 16);
+  foot = FootOnSegment({-3, 4}, a, b, 1e-8);
+  EXPECT_EQ(foot.along, 0);
+  EXPECT_EQ(foot.x, 0);
+  EXPECT_EQ(foot.square, 25);
+  foot = FootOnSegment({13, 4}, a, b, 1e-8);
+  EXPECT_EQ(foot.along, 1);
+  EXPECT_EQ(foot.x, 10);
+  foot = FootOnSegment({5, 5}, {1, 2}, {1 + 1e-9, 2}, 1e-8);
+  EXPECT_EQ(foot.along, 0);
+  EXPECT_EQ(foot.x, 1);
+  EXPECT_EQ(foot.y, 2);
 }
 
 TEST(LineIntersection, GivesTheParametersAlongBothDirections) {
   double t = 0;
   double s = 0;
   // y = 0 from the origin along (2, 0), and x = 3 from (3, -4) along (0, 8).
-  ASSERT_TRUE(LineIntersection(0, 0, 2, 0, 3, -4, 0, 8, t, s));
+  ASSERT_TRUE(LineIntersection({0, 0, 2, 0}, {3, -4, 0, 8}, t, s));
   EXPECT_EQ(t, 1.5);
   EXPECT_EQ(s, 0.5);
-  EXPECT_FALSE(LineIntersection(0, 0, 1, 1, 5, 0, 2, 2, t, s));
+  EXPECT_FALSE(LineIntersection({0, 0, 1, 1}, {5, 0, 2, 2}, t, s));
   // The determinant is the bound: 1e-12 still counts as crossing, half of it as parallel.
-  EXPECT_TRUE(LineIntersection(0, 0, 1, 0, 0, 1, 1, 1e-12, t, s));
-  EXPECT_FALSE(LineIntersection(0, 0, 1, 0, 0, 1, 1, 5e-13, t, s));
+  EXPECT_TRUE(LineIntersection({0, 0, 1, 0}, {0, 1, 1, 1e-12}, t, s));
+  EXPECT_FALSE(LineIntersection({0, 0, 1, 0}, {0, 1, 1, 5e-13}, t, s));
 }
 
 TEST(TangentPoint, LiesOnTheCircleWithARightAngleAtIt) {
-  double tx = 0;
-  double ty = 0;
+  const SketchObject unit{kTypeCircle, 0, 0, 0, 2, 0, 0};
+  platform::PointF touch;
   // From (5, 0) to the unit circle: x = 1/5, y = root of 24/25.
-  ASSERT_TRUE(TangentPoint(5, 0, 0, 0, 1, 0, 10, tx, ty));
-  EXPECT_NEAR(tx, 0.2, 1e-12);
-  EXPECT_NEAR(ty, 0.9797958971132712, 1e-12);
-  ASSERT_TRUE(TangentPoint(5, 0, 0, 0, 1, 0, -10, tx, ty));
-  EXPECT_NEAR(ty, -0.9797958971132712, 1e-12);
-  EXPECT_FALSE(TangentPoint(1, 0, 0, 0, 1, 0, 10, tx, ty));
-  EXPECT_FALSE(TangentPoint(0.5, 0, 0, 0, 1, 0, 10, tx, ty));
+  ASSERT_TRUE(TangentPoint({5, 0}, unit, {0, 10}, touch));
+  EXPECT_NEAR(touch.x, 0.2, 1e-12);
+  EXPECT_NEAR(touch.y, 0.9797958971132712, 1e-12);
+  ASSERT_TRUE(TangentPoint({5, 0}, unit, {0, -10}, touch));
+  EXPECT_NEAR(touch.y, -0.9797958971132712, 1e-12);
+  EXPECT_FALSE(TangentPoint({1, 0}, unit, {0, 10}, touch));
+  EXPECT_FALSE(TangentPoint({0.5, 0}, unit, {0, 10}, touch));
 }
 
 TEST(TurnObject, MovesTheAnchorAboutThePivotAndAddsTheAngleUnreduced) {
