@@ -47,7 +47,7 @@ constexpr int kRightWidth = 304;
 constexpr int kLineHeight = 22;  // status and hint
 constexpr int kHeadHeight = 20;
 constexpr int kRecentPercent = 34;  // of the left column's height
-constexpr int kRowHeight = 24;
+constexpr int kRecentRow = 20;
 
 bool made = false;
 int shownPanel = kPanelNone;
@@ -63,66 +63,62 @@ void MakeStripKeys() {
   }
 }
 
-void MakeLabel(int id, const char16_t* text, FontRole font, platform::Colour colour) {
+void MakeLabel(int id, const char16_t* text, platform::Colour colour) {
   platform::ControlSpec spec;
   spec.id = id;
-  spec.kind = ControlKind::Label;
   spec.text = text;
-  spec.font = font;
+  spec.font = FontRole::Small;
   spec.parent = kViewCad;
   platform::MakeControl(spec);
   platform::SetColours(id, {colour, kWindowBackground, true});
+}
+
+// The boxes lie over other controls, at places that follow these or the pointer; a form has its
+// rows below each other on a ground of their own.
+void MakeBox(int id, const char16_t* name, int limit) {
+  platform::ControlSpec spec;
+  spec.id = id;
+  spec.kind = ControlKind::EditLine;
+  spec.accessibleName = name;
+  spec.parent = kViewCad;
+  spec.hidden = true;
+  platform::MakeControl(spec);
+  platform::SetColours(id, kWellColours);
+  platform::SetTextLimit(id, limit);
 }
 
 void MakeDrawingTabs() {
   for (int i = 0; i < kMaxDrawings; ++i) MakeKey(kIdDrawingFirst + i);
   MakeKey(kIdDrawingAdd);
   MakeKey(kIdDrawingRename);
-  platform::ControlSpec name;
-  name.id = kIdCadDrawingName;
-  name.kind = ControlKind::EditLine;
-  name.accessibleName = u"Drawing name";
-  name.parent = kViewCad;
-  name.hidden = true;
-  platform::MakeControl(name);
-  platform::SetColours(name.id, kWellColours);
-  platform::SetTextLimit(name.id, kDrawingNameUnits - 1);
+  MakeBox(kIdCadDrawingName, u"Drawing name", kDrawingNameUnits - 1);
 }
 
-void MakeLists() {
-  MakeLabel(kIdCadLabelLast, u"Sketch operations", FontRole::Small, kBrightAccent);
-  platform::ListSpec list;
-  list.id = kIdCadOperations;
-  list.accessibleName = u"Sketch operations";
-  list.rowHeight = kRowHeight;
+void MakeList(platform::ListSpec list, int head, platform::Colour colour) {
+  MakeLabel(head, list.accessibleName, kBrightAccent);
   list.parent = kViewCad;
   platform::MakeList(list);
-  platform::SetColours(list.id, {kMainText, kInputBackground, false});
-  MakeLabel(kIdCadLabelLast - 1, u"Recent operations", FontRole::Small, kBrightAccent);
-  list.id = kIdCadRecent;
-  list.accessibleName = u"Recent operations";
-  list.font = FontRole::Small;
-  list.rowHeight = 20;
-  list.ownerDrawn = false;
-  platform::MakeList(list);
-  platform::SetColours(list.id, {kDimText, kInputBackground, false});
+  platform::SetColours(list.id, {colour, kInputBackground, false});
+}
+
+// No form has lists like these: the room draws the rows of one, the other is in small print.
+void MakeLists() {
+  MakeList({.id = kIdCadOperations, .accessibleName = u"Sketch operations"}, kIdCadOperationsHead,
+           kMainText);
+  MakeList({.id = kIdCadRecent,
+            .accessibleName = u"Recent operations",
+            .font = FontRole::Small,
+            .rowHeight = kRecentRow,
+            .ownerDrawn = false},
+           kIdCadRecentHead, kDimText);
 }
 
 void MakeSizeBoxes() {
-  MakeLabel(kIdCadSizeCaption, u"Length / width", FontRole::Small, kBrightAccent);
-  for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2}) {
-    platform::ControlSpec box;
-    box.id = id;
-    box.kind = ControlKind::EditLine;
-    box.accessibleName = id == kIdCadSizeBox1 ? u"Size" : u"Second size";
-    box.parent = kViewCad;
-    box.hidden = true;
-    platform::MakeControl(box);
-    platform::SetColours(id, kWellColours);
-    platform::SetTextLimit(id, kFieldUnits - 1);
-  }
+  MakeLabel(kIdCadSizeCaption, u"Length / width", kBrightAccent);
+  MakeBox(kIdCadSizeBox1, u"Size", kFieldUnits - 1);
+  MakeBox(kIdCadSizeBox2, u"Second size", kFieldUnits - 1);
   MakeKey(kIdCadCreateTyped);
-  for (const int id : {kIdCadSizeCaption, kIdCadCreateTyped}) platform::SetVisible(id, false);
+  HideSizeBoxes();
 }
 
 void OrderTabs() {
@@ -169,8 +165,8 @@ bool MakeWorkspace() {
   view.takesFocus = true;
   platform::MakeView(view);
   MakeForm(kCadForm);
-  MakeLabel(kIdCadStatus, u"", FontRole::Small, kMainText);
-  MakeLabel(kIdCadHint, kCadHint, FontRole::Small, kDimText);
+  MakeLabel(kIdCadStatus, u"", kMainText);
+  MakeLabel(kIdCadHint, kCadHint, kDimText);
   MakeSizeBoxes();
   OrderTabs();
   return true;
@@ -239,11 +235,11 @@ void PlaceLists(int top, int bottom) {
   const int left = kPad;
   const int right = left + kLeftWidth;
   const int recent = (bottom - top) * kRecentPercent / 100;
-  platform::SetPlace(kIdCadLabelLast, Rect{left, top, right, top + kHeadHeight});
+  platform::SetPlace(kIdCadOperationsHead, Rect{left, top, right, top + kHeadHeight});
   const int split = bottom - recent;
   platform::SetPlace(kIdCadOperations,
                      Rect{left + 1, top + kHeadHeight + 2, right - 1, split - kPad});
-  platform::SetPlace(kIdCadLabelLast - 1, Rect{left, split, right, split + kHeadHeight});
+  platform::SetPlace(kIdCadRecentHead, Rect{left, split, right, split + kHeadHeight});
   platform::SetPlace(kIdCadRecent, Rect{left + 1, split + kHeadHeight + 2, right - 1, bottom - 1});
 }
 

@@ -1,7 +1,8 @@
 // The CAD workspace's window: tool strip, drawing tabs, lists, side panels, canvas.
 //
-// Made at first use, kept to the end; hidden while another surface is up. All controls are made
-// here; what they do belongs to the other files of the room.
+// Made at first use, kept to the end; hidden while another surface is up. Its form makes the
+// controls of the panels; the others are made here. What they do belongs to the other files of the
+// room.
 #pragma once
 
 #include "platform/geometry.h"

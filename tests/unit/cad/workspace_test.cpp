@@ -58,7 +58,7 @@ class Workspace : public support::Workbench {
     for (int i = 0; i < count; ++i) {
       if (ids[i] == id) return true;
     }
-    return id >= kIdCadLabelFirst && id < kIdCadLabelLast - 1;
+    return id >= kIdCadLabelFirst && id <= kIdCadLabelLast;
   }
   static void ExpectNothingOverlaps(int panel) {
     const std::vector<Seen> seen = SeenControls();
