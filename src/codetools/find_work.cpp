@@ -15,6 +15,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/message.h"
@@ -236,6 +237,7 @@ void ApplyRules(bool commit) {
              (commit ? u" replacements applied. Undo restores the previous code."
                      : u" matches in the active program. Apply Rules performs this batch."));
   if (!commit || run.matches == 0) return;
+  if (!FitsAsProgram(run.text.View())) return TellOverLimit();
   ReplaceProgram(run.text.View(), standing);
   ProgramChanged({.refreshMs = kRulesRefreshMs});
 }
@@ -284,7 +286,7 @@ void DoAll() {
   const int changed = CountOccurrences(text, find);
   Standing standing = NoteStanding(text);
   const OwnedText all = ReplaceOccurrences(text, find, replaceWith, standing.Followed());
-  if (!all.units) return TellOverLimit();
+  if (!all.units || !FitsAsProgram(all.View())) return TellOverLimit();
   UncoverCode();
   ReplaceProgram(all.View(), standing);
   const std::u16string told =

@@ -6,8 +6,10 @@
 #include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/editor.h"
 #include "platform/window.h"
 #include "text/codetext.h"
@@ -94,6 +96,11 @@ std::u16string RenumberedText(std::u16string_view text) {
 void RenumberProgram() {
   if (!platform::Exists(kIdEditor)) return;
   const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
+  if (renumbered == platform::EditorText(kIdEditor)) {
+    AppendOutput(u"Program is numbered N10, N20, N30... already.");
+    return;
+  }
+  if (!FitsAsProgram(renumbered)) return TellNoRoom(u"Renumber");
   const Place place = ShownPlace();
   // All that follows a change is done below, once the caret is back in its place.
   {
