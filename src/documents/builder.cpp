@@ -165,14 +165,18 @@ bool StoreBuilder(const Builder& builder, FeatureSettings& record) {
 }
 
 bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
-  if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
-  if (builder.loadItems && !builder.loadItems(record)) return false;
   FormValues values;
   values.metric = record.metric != 0;
+  // The unit comes first: it converts what the room and the fields hold.
   if (builder.form->takeUnit) builder.form->takeUnit(values.metric);
+  if (builder.loadItems && !builder.loadItems(record)) return false;
+  if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
   const std::int32_t choices[] = {record.a, record.b, record.c};
   for (int i = 0; i < 3; ++i) values.choices[i] = choices[i];
   for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
+  // A list may choose the page, which must stand before its numbers are shown.
+  ShowChoices(*builder.form, values);
+  if (builder.page) RelayPanels();
   ShowForm(*builder.form, PageOf(builder), values, kRecordDecimals);
   return true;
 }

@@ -32,14 +32,16 @@ bool IsNumber(const FormRow& row) {
   return row.kind == RowKind::Number || row.kind == RowKind::Count;
 }
 
-double Converted(const FormRow& row, double value, double factor) {
-  if (row.follows != Follows::Thread) return value * factor;
-  return value != 0 ? kMmPerInch / value : 0;
-}
+// Threads an inch and the pitch turn into each other by one division. What is no thread stays as
+// it was typed, for `check` to refuse.
+constexpr double kLeastThread = 0.000001;
 
 std::u16string ConvertedText(const FormRow& row, std::u16string_view text, double factor) {
   if (text.empty()) return {};
-  return FixedText(Converted(row, ParseDecimal(text, 0), factor), row.decimals);
+  const double value = ParseDecimal(text, 0);
+  if (row.follows != Follows::Thread) return FixedText(value * factor, row.decimals);
+  if (!(value > kLeastThread)) return std::u16string(text);
+  return FixedText(kMmPerInch / value, row.decimals);
 }
 
 bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& value) {
@@ -77,6 +79,14 @@ bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, i
     }
   }
   return true;
+}
+
+void ShowChoices(const Form& form, const FormValues& values) {
+  for (const FormRow& row : form.rows) {
+    if (row.kind == RowKind::Choice && row.choice >= 0) {
+      platform::SelectRow(row.id, values.choices[row.choice]);
+    }
+  }
 }
 
 void ShowForm(const Form& form, int page, const FormValues& values, int decimals) {

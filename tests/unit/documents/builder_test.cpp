@@ -108,6 +108,44 @@ TEST_F(MadeUpBuilder, MayShowTheToolpathViewWithItsPanel) {
   }
 }
 
+// A builder whose list says which page its form shows; both pages have a number in place 1.
+enum : int { kPagedKind = kInsert + 10, kPagedFirst, kPagedSecond, kPagedKey };
+constexpr Command kPagedCommands[] = {
+    {.id = kPagedKey, .words = u"INSERT PAGED", .help = u"For tests", .wordsOn = u"UPDATE PAGED"}};
+constexpr FormRow kPagedRows[] = {
+    {.kind = RowKind::Choice, .id = kPagedKind, .label = u"Kind", .choice = 0, .rows = kSides},
+    {.id = kPagedFirst, .label = u"First", .start = u"1", .value = 1, .pages = 1},
+    {.id = kPagedSecond, .label = u"Second", .start = u"2", .value = 1, .pages = 2},
+    {.kind = RowKind::Keys, .keys = {kPagedKey}},
+};
+constexpr Form kPagedForm{.look = &kLook, .rows = kPagedRows, .metric = UnitsMetric};
+constexpr Builder kPagedBuilder{
+    .kind = kKindRectangular,
+    .title = u"Paged",
+    .form = &kPagedForm,
+    .page = [] { return platform::SelectedRow(kPagedKind) == 1 ? 1 : 0; },
+    .mode = kModeSlot,
+    .insertKey = kPagedKey,
+    .write = Write};
+
+TEST_F(MadeUpBuilder, OpensTheRecordOnThePageThatItsListChooses) {
+  AddCommands(kPagedCommands);
+  RegisterBuilder<kPagedBuilder>();
+  for (int i = 0; i < PanelCount(); ++i) {
+    if (PanelAt(i).mode == kModeSlot) PanelAt(i).make();
+  }
+  SetMode(kModeSlot);
+  ASSERT_TRUE(platform::IsVisible(kPagedFirst));
+  FeatureSettings record;
+  record.a = 1;
+  record.values[1] = 7;
+  ASSERT_TRUE(OpenBuilder(kPagedBuilder, record));
+  EXPECT_EQ(platform::TextOf(kPagedSecond), u"7.000000");
+  EXPECT_EQ(platform::TextOf(kPagedFirst), u"1");
+  EXPECT_TRUE(platform::IsVisible(kPagedSecond));
+  EXPECT_FALSE(platform::IsVisible(kPagedFirst));
+}
+
 constexpr int kOtherKey = kInsert + 1;
 constexpr int kLevelPart = 5;
 int pressedPart = 0;

@@ -53,6 +53,21 @@ TEST_F(Units, SwitchingDrawsThePathAnewInTheNewUnit) {
 
 TEST_F(Units, StartInInch) { EXPECT_FALSE(UnitsMetric()); }
 
+TEST_F(Units, TurnThreadsAnInchIntoThePitchAndLeaveWhatIsNoThread) {
+  const struct {
+    const char16_t* typed;
+    const char16_t* after;
+  } kCases[] = {{u"20", u"1.270"}, {u"13", u"1.954"}, {u"", u""},
+                {u"0", u"0"},      {u"-20", u"-20"},  {u"0.0000005", u"0.0000005"},
+                {u"abc", u"abc"}};
+  for (const auto& each : kCases) {
+    SetUnits(false);
+    platform::SetText(kIdPitch, each.typed);
+    SetUnits(true);
+    EXPECT_EQ(TextOf(kIdPitch), each.after) << platform::ToUtf8(each.typed);
+  }
+}
+
 TEST_F(Units, SwitchingMovesTheStarAndTellsTheUser) {
   SetUnits(true);
   EXPECT_TRUE(UnitsMetric());
