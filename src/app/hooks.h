@@ -19,6 +19,10 @@ struct Hooks {
   void (*titleChanged)() = nullptr;
   // simulator
   void (*rebuildToolpath)() = nullptr;
+  // simulator: the program's text changed; its path may lag behind from now on.
+  void (*textChanged)() = nullptr;
+  // simulator: tagging put lines into the text, whose editor revision was `before`.
+  void (*textTagged)(std::uint64_t before) = nullptr;
   // simulator: zoom 1, no pan, repainted.
   void (*fitView)() = nullptr;
   // simulator: makes a program line current in the feature list and the editors.

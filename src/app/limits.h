@@ -52,7 +52,7 @@ inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of 
 // The toolpath.
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
 inline constexpr int kMaxPathOwners = 2;         // paths that the view can show, 1.3 MB each; an owner without a row does not compile
-inline constexpr int kMaxReadOutLines = 12;      // lines that a read-out breaks into; the rest is not shown
+inline constexpr int kMaxReadOutLines = 16;      // lines that a read-out breaks into; the rest is not shown
 inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction; further ones are not drawn
 
 // Pictures of the builders.

@@ -170,6 +170,7 @@ void TagText(bool byUser) {
   if (byUser && lastRun.leftOut && platform::CanRedoEditor(kIdEditor)) return;
   lastRun.leftOut = false;
   tagging = true;
+  const std::uint64_t before = platform::EditorRevision(kIdEditor);
   {
     const SuppressChanges suppressed;
     platform::HoldEditorRedraw(kIdEditor, true);
@@ -187,6 +188,7 @@ void TagText(bool byUser) {
   platform::Repaint(kViewGutter);
   MarkTagged();
   tagging = false;
+  if (platform::EditorRevision(kIdEditor) != before) Call(hooks.textTagged, before);
 }
 
 // The captions follow the list. The name box is left alone while its block stays selected: the

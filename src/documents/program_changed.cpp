@@ -11,6 +11,7 @@ namespace morva {
 
 void ProgramChanged(const ProgramChange& change) {
   MarkModified();
+  Call(hooks.textChanged);
   if (change.autosave) ScheduleAutosave();
   if (change.refreshMs > 0) ArmTextRefresh(change.refreshMs);
   if (change.rebuildPath) Call(hooks.rebuildToolpath);

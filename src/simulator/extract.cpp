@@ -27,6 +27,7 @@ void Run(MotionPath& out, std::u16string_view text, const ExtractOptions& option
 void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions& options) {
   out.count = 0;
   out.fullAtLine = -1;
+  out.notes = PathNotes{};
   Run(out, text, options, false);
 }
 

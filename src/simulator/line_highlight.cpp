@@ -67,6 +67,11 @@ void HighlightSourceLine(std::int32_t line) {
   SelectInWords(line);
 }
 
+void MoveHighlight(std::int32_t line) {
+  if (line >= platform::EditorLineCount(kIdEditor)) line = -1;
+  platform::MarkEditorLine(kIdEditor, line, kPlayedLineBand);
+}
+
 std::int32_t HighlightedFeature() { return highlightedFeature; }
 
 void ForgetHighlight() {

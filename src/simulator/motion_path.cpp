@@ -16,6 +16,7 @@ void EmptyPath(MotionPath& out) {
   ++out.generation;
   out.count = 0;
   out.fullAtLine = -1;
+  out.notes = PathNotes{};
 }
 
 const PathBounds& BoundsOf(MotionPath& of) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "app/limits.h"
+#include "simulator/path_notes.h"
 
 namespace morva {
 
@@ -29,6 +30,7 @@ struct MotionPath {
   std::int32_t count = 0;        // points in the table
   std::int32_t fullAtLine = -1;  // 0-based line that found the table full, -1 when all fitted
   std::uint32_t generation = 0;  // grows by one at every run into the table
+  PathNotes notes = {};          // lines of the text that are not shown as they run
 
   // What BoundsOf has found, and the points that it is good for.
   PathBounds bounds = {};

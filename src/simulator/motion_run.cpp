@@ -12,6 +12,8 @@ void EndMotionRun() { motionRun = MotionRun{}; }
 
 bool RunDropsLine(std::int32_t line) { return motionRun.filtered && LineIsDropped(line); }
 
+void NoteRunLine(PathNote kind, std::int32_t line) { NoteLine(motionRun.out->notes, kind, line); }
+
 void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourceLine) {
   if (RunDropsLine(sourceLine)) {
     motionRun.jump = true;

@@ -23,6 +23,9 @@ void EndMotionRun();
 // Whether the filter of the run under way drops the points of a line.
 bool RunDropsLine(std::int32_t line);
 
+// Counts a line in the notes of the path under way.
+void NoteRunLine(PathNote kind, std::int32_t line);
+
 // The one place where points enter a table: that of the run under way, else the program's.
 void AddMotionPoint(double x, double y, double z, bool rapid, std::int32_t sourceLine);
 

@@ -48,6 +48,15 @@ const OwnedPath& BeginCommand() {
   return shown;
 }
 
+// Play begins with the text as it stands. A path that lagged behind is built anew and played
+// from its start, because what stood at the head may be elsewhere now.
+void BeginPlay(const OwnedPath& shown) {
+  if (ProgramIsShown() && PathIsStale()) RebuildToolpath();
+  shown.play.headInUse = true;
+  if (shown.play.playHead >= shown.path.count) shown.play.playHead = HeadAtFirst(shown);
+  shown.play.playing = true;
+}
+
 // The program's head shows its line.
 void FollowHead() {
   if (playback.playHead > 0 && playback.playHead <= path.count) {
@@ -108,9 +117,8 @@ std::u16string SpeedHelp() {
 void PlayPause() {
   const OwnedPath& shown = BeginCommand();
   Playback& play = shown.play;
-  play.playing = !play.playing;
-  if (play.playing) {
-    if (play.playHead >= shown.path.count) play.playHead = HeadAtFirst(shown);
+  if (!play.playing) {
+    BeginPlay(shown);
     StartPlayTimer();
   } else {
     HaltPlayback(ShownOwner());
@@ -131,8 +139,8 @@ void Rewind() {
 void FastForward() {
   const OwnedPath& shown = BeginCommand();
   Playback& play = shown.play;
+  if (!play.playing) BeginPlay(shown);
   if (play.playHead >= shown.path.count) play.playHead = HeadAtFirst(shown);
-  play.playing = true;
   SetPlaySpeed(std::max(play.speedIndex, 3) + 1);
   platform::Repaint(kViewToolpath);
 }

@@ -1,5 +1,6 @@
 #include "simulator/shown_path.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 
@@ -66,6 +67,15 @@ void ResetPlayback(PathOwner owner) {
   owned.play.playHead = owned.path.count;
   owned.play.segmentFraction = 0.0;
   owned.picks = MeasurePicks{};
+}
+
+void SettlePlayback(PathOwner owner, bool keepPicks) {
+  const OwnedPath& owned = OwnedBy(owner);
+  Playback& play = owned.play;
+  const std::int32_t count = owned.path.count;
+  play.playHead = play.headInUse ? std::min(play.playHead, count) : count;
+  if (play.playHead >= count) play.segmentFraction = 0.0;
+  if (!keepPicks) owned.picks = MeasurePicks{};
 }
 
 void SetShownOwner(PathOwner owner) { shownOwner = owner; }

@@ -80,6 +80,10 @@ void ForgetHead(PathOwner owner);
 // After an extraction: head at the end and not in use, nothing playing, picks cleared.
 void ResetPlayback(PathOwner owner);
 
+// After the same text was read again: play goes on, the head stays within the path, or at its end
+// where it is not in use. Picks are cleared unless `keepPicks`.
+void SettlePlayback(PathOwner owner, bool keepPicks);
+
 // The other owner's path is the one that is shown. Nothing else changes: ShowPathOf of toolpath.h
 // also ends what is under way.
 void SetShownOwner(PathOwner owner);

@@ -88,6 +88,8 @@ void RegisterSimulatorCommands() {
   ofView.timer = ViewTimer;
   RegisterHandlers(ofView);
   hooks.rebuildToolpath = RebuildToolpath;
+  hooks.textChanged = ShowStalePath;
+  hooks.textTagged = FollowTag;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };
   hooks.fitView = [] {
     ViewFitOf(PathOwner::Program);

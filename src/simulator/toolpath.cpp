@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "app/command_ids.h"
 #include "app/commands.h"
@@ -23,6 +24,11 @@ namespace morva {
 
 namespace {
 
+// The editor's text that the program's path was read from; false: it came from elsewhere.
+bool readFromEditor = false;
+std::uint64_t readRevision = 0;
+bool staleShown = false;  // at the last look
+
 constexpr char16_t kPausedWords[] = u"Play";  // of the play key, until the path is drawn anew
 constexpr std::u16string_view kDisabledMarker = u"(MORVA DISABLED ";
 
@@ -39,6 +45,9 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
                           ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
 }
 
+// What the view's read-out has no room for.
+void TellNotes() { platform::SetToolTip(kViewToolpath, PathNotesTip(ShownPath().path.notes)); }
+
 void RebuildGhosts(std::u16string_view text) {
   EmptyPath(ghostPath);
   const ProgramTab* tab = ActiveTab();
@@ -53,14 +62,38 @@ void RebuildGhosts(std::u16string_view text) {
   }
 }
 
+void Extract(PathOwner owner, std::u16string_view text, bool metric) {
+  const bool filtered = owner == PathOwner::Program;
+  if (filtered) {
+    readFromEditor = false;
+    IndexFeatureLines(text);
+  }
+  ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
+  if (owner != ShownOwner()) return;
+  TellNotes();
+  platform::Repaint(kViewToolpath);
+}
+
+// Reads the editor: ghosts, path, stock, and which text they belong to. Play is left as it is.
+void ReadEditor() {
+  if (platform::Exists(kIdEditor)) {
+    const std::u16string_view text = platform::EditorText(kIdEditor);
+    ScanProgramText(text);
+    RebuildGhosts(text);
+    Extract(PathOwner::Program, text, UnitsMetric());
+    readFromEditor = true;
+    readRevision = platform::EditorRevision(kIdEditor);
+    staleShown = false;
+  }
+  FindStockEnvelope();
+  platform::Repaint(kViewToolpath);
+}
+
 }  // namespace
 
 void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric) {
-  const bool filtered = owner == PathOwner::Program;
-  if (filtered) IndexFeatureLines(text);
-  ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
+  Extract(owner, text, metric);
   ResetPlayback(owner);
-  if (owner == ShownOwner()) platform::Repaint(kViewToolpath);
 }
 
 void ExtractToolpath(std::u16string_view text, bool metric) {
@@ -73,13 +106,28 @@ void RebuildToolpath() {
   ForgetHighlight();
   // The key tells of the path that is shown.
   if (ShownOwner() == PathOwner::Program) ShowPlayWords();
-  if (platform::Exists(kIdEditor)) {
-    const std::u16string_view text = platform::EditorText(kIdEditor);
-    ScanProgramText(text);
-    RebuildGhosts(text);
-    ExtractToolpath(text, UnitsMetric());
+  ReadEditor();
+  if (readFromEditor) ResetPlayback(PathOwner::Program);
+}
+
+void FollowTag(std::uint64_t revisionBefore) {
+  if (!readFromEditor) return;
+  const bool sameMoves = readRevision == revisionBefore;
+  ReadEditor();
+  SettlePlayback(PathOwner::Program, sameMoves);
+  if (playback.headInUse && playback.playHead > 0) {
+    MoveHighlight(path.points[playback.playHead - 1].sourceLine);
   }
-  FindStockEnvelope();
+}
+
+bool PathIsStale() {
+  return readFromEditor && platform::Exists(kIdEditor) &&
+         platform::EditorRevision(kIdEditor) != readRevision;
+}
+
+void ShowStalePath() {
+  if (PathIsStale() == staleShown) return;
+  staleShown = !staleShown;
   platform::Repaint(kViewToolpath);
 }
 
@@ -93,6 +141,7 @@ void ShowPathOf(PathOwner owner) {
   LetGoOfView();
   SetShownOwner(owner);
   ShowPlayWords();
+  TellNotes();
   platform::Repaint(kViewToolpath);
 }
 
@@ -105,6 +154,9 @@ void ResetSimulator() {
   ResetOwnedPaths();
   ResetSwitches();
   ForgetHighlight();
+  readFromEditor = false;
+  staleShown = false;
+  TellNotes();
 }
 
 }  // namespace morva

@@ -1,6 +1,7 @@
 // The path of an owner out of program text, and the program's out of the active editor.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "simulator/shown_path.h"
@@ -17,6 +18,16 @@ void ExtractToolpath(std::u16string_view text, bool metric);
 // Reads the active editor and refreshes the program's path, its ghosts and its envelope. The
 // path of another owner goes on undisturbed where that is shown.
 void RebuildToolpath();
+
+// The text was tagged: lines moved, moves did not. The program's path is read again, and its head,
+// play and view go on where they stood. Picks go on too where the path was that of the text as
+// it stood at `revisionBefore`, the editor's revision before the tag.
+void FollowTag(std::uint64_t revisionBefore);
+
+// Whether the editor's text is another one than the program's path was read from.
+bool PathIsStale();
+// The text changed: the view says so where it does not yet.
+void ShowStalePath();
 
 // From now on the view shows the owner's path, with its head, speed, angles, zoom and stock.
 // Only the path that is shown plays: the one that is left halts where its head stands. A turn of

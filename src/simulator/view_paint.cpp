@@ -15,8 +15,10 @@
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
+#include "simulator/path_notes.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
@@ -324,26 +326,33 @@ bool MeasureText(char16_t (&text)[200]) {
   return true;
 }
 
-// Grid and, when the path table was full, how far the picture goes: nothing is left out
-// unseen.
-bool BottomText(char16_t (&text)[200]) {
-  text[0] = 0;
-  if (view.gridOn) {
-    AppendLabelNumber(text, 200, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
-    AppendBounded(text, 200, UnitsMetric() ? u" mm" : u" in");
-  }
+// How the path differs from the program: nothing is stale or left out unseen.
+std::u16string WarningWords() {
   const MotionPath& shown = ShownPath().path;
+  std::u16string words;
+  if (ShownOwner() == PathOwner::Program && PathIsStale()) {
+    words += u"  /  text changed, press PATH";
+  }
   if (shown.fullAtLine >= 0) {
-    if (!view.gridOn) AppendBounded(text, 200, u"Grid off");
     // The last line of which something stands in the table.
     const std::int32_t last = shown.count > 0 ? shown.points[shown.count - 1].sourceLine : -1;
-    AppendLabelInteger(text, 200, u"  /  path shown to line ", last + 1);
+    words += u"  /  path shown to line " + IntegerText(last + 1);
   }
-  return text[0] != 0;
+  return words + PathNotesWords(shown.notes);
+}
+
+// Grid and warnings.
+std::u16string BottomWords(const std::u16string& warnings) {
+  if (!view.gridOn) return warnings.empty() ? warnings : u"Grid off" + warnings;
+  char16_t grid[80] = {};
+  AppendLabelNumber(grid, 80, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
+  AppendBounded(grid, 80, UnitsMetric() ? u" mm" : u" in");
+  return grid + warnings;
 }
 
 // A read-out at the foot of the view; the y of its top.
-int PaintFoot(Canvas& canvas, const Rect& client, int bottom, const char16_t* text, Colour colour) {
+int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_view text,
+              Colour colour) {
   const ReadOutLines lines = BreakReadOut(text, client, client.top + kCornerHeight);
   const int top = bottom - lines.count * platform::TextHeight(FontRole::Small);
   PaintReadOut(canvas, client, top, lines, colour);
@@ -360,9 +369,11 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
     PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kPathDimension);
   }
   int bottom = client.bottom - kEdge;
-  if (BottomText(text)) {
-    const Colour colour = ShownPath().path.fullAtLine >= 0 ? kPathDimension : kPathQuietText;
-    bottom = PaintFoot(canvas, client, bottom, text, colour) - kBetween;
+  const std::u16string warnings = WarningWords();
+  const std::u16string words = BottomWords(warnings);
+  if (!words.empty()) {
+    const Colour colour = warnings.empty() ? kPathQuietText : kPathDimension;
+    bottom = PaintFoot(canvas, client, bottom, words, colour) - kBetween;
   }
   if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kPathText);
 }

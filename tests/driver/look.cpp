@@ -255,6 +255,13 @@ std::string GetControl(const Words& words) {
   return AddControl(json, info).Done();
 }
 
+std::string GetTip(const Words& words) {
+  headless::ControlInfo info;
+  std::u16string error;
+  if (!Described(words, info, error)) return Bad(error);
+  return GoodText(headless::ToolTipOf(info.id));
+}
+
 std::string GetList(const Words& words) {
   headless::ControlInfo info;
   std::u16string error;
@@ -392,19 +399,25 @@ struct Look {
   std::string (*answer)(const Words& words);
 };
 constexpr Look kLooks[] = {
-    {u"title", GetTitle},       {u"status", GetStatus},       {u"hint", GetHint},
-    {u"output", GetOutput},     {u"dnclog", GetDncLog},       {u"infopanel", GetInfoPanel},
-    {u"text", GetText},         {u"words", GetWords},         {u"caret", GetCaret},
-    {u"tabs", GetTabs},         {u"features", GetFeatures},   {u"path", GetPath},
-    {u"ghost", GetGhost},       {u"play", GetPlay},           {u"view", GetView},
-    {u"sketch", GetSketch},     {u"plate", StillToCome},      {u"skim", StillToCome},
-    {u"tools", StillToCome},    {u"macros", StillToCome},     {u"shapes", GetShapes},
-    {u"surface", GetSurface},   {u"mode", GetMode},           {u"units", GetUnits},
-    {u"dncstate", GetDncState}, {u"boxes", GetBoxes},         {u"menus", GetMenus},
-    {u"files", GetFiles},       {u"sent", GetSent},           {u"control", GetControl},
-    {u"list", GetList},         {u"controls", GetControls},   {u"tokens", GetTokens},
-    {u"paint", GetPaint},       {u"clipboard", GetClipboard}, {u"layout", GetLayout},
-    {u"dialog", GetDialog},
+    {u"title", GetTitle},         {u"status", GetStatus},
+    {u"hint", GetHint},           {u"output", GetOutput},
+    {u"dnclog", GetDncLog},       {u"infopanel", GetInfoPanel},
+    {u"text", GetText},           {u"words", GetWords},
+    {u"caret", GetCaret},         {u"tabs", GetTabs},
+    {u"features", GetFeatures},   {u"path", GetPath},
+    {u"ghost", GetGhost},         {u"play", GetPlay},
+    {u"view", GetView},           {u"sketch", GetSketch},
+    {u"plate", StillToCome},      {u"skim", StillToCome},
+    {u"tools", StillToCome},      {u"macros", StillToCome},
+    {u"shapes", GetShapes},       {u"surface", GetSurface},
+    {u"mode", GetMode},           {u"units", GetUnits},
+    {u"dncstate", GetDncState},   {u"boxes", GetBoxes},
+    {u"menus", GetMenus},         {u"files", GetFiles},
+    {u"sent", GetSent},           {u"control", GetControl},
+    {u"list", GetList},           {u"controls", GetControls},
+    {u"tokens", GetTokens},       {u"paint", GetPaint},
+    {u"clipboard", GetClipboard}, {u"layout", GetLayout},
+    {u"dialog", GetDialog},       {u"tip", GetTip},
 };
 
 }  // namespace

@@ -273,19 +273,22 @@ TEST_F(Limits, OwnersOfAPath) {
   EXPECT_FALSE(ViewShows(u"path shown to line"));
 }
 
-// The longest read-out has five parts, so that the narrowest view shows them all.
+// The longest read-out has thirteen parts, a dash among each two; the narrowest view shows all.
 TEST_F(Limits, LinesOfAReadOut) {
-  static_assert(kMaxReadOutLines == 12);
-  headless::EditorSetAll(kIdEditor, u"G0 X12.5 Y3.25 Z1.5\r\n");
+  static_assert(kMaxReadOutLines == 16);
+  headless::EditorSetAll(kIdEditor, u"G28\r\nM30\r\n/G0 X12.5 Y3.25 Z1.5\r\n");
   headless::Click(kIdPath);
+  platform::ReplaceSelection(kIdEditor, u"G1 X1", true);
   switches.showExtents = true;
   measure.a = 0;
   measure.b = path.count - 1;
   path.fullAtLine = 32766;
-  platform::SetPlace(kViewToolpath, {700, 100, 700 + 24, 100 + 255});
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 24, 100 + 455});
   for (const char16_t* part :
        {u"PATH EXTENTS (in)", u"X 12.5000", u"Y 3.2500", u"Z 1.5000", u"MEASURE", u"dX 12.5000",
-        u"dY 3.2500", u"dZ 1.5000", u"distance", u"XY grid Z0", u"path shown to line"}) {
+        u"dY 3.2500", u"dZ 1.5000", u"distance", u"XY grid Z0", u"spacing",
+        u"text changed, press PATH", u"path shown to line", u"1 lines not shown, first 1",
+        u"1 lines behind M30, first 3", u"1 lines with /, first 3"}) {
     EXPECT_TRUE(ViewShows(part)) << platform::ToUtf8(part);
   }
 }

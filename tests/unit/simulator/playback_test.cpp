@@ -120,6 +120,19 @@ TEST_F(PlaybackTest, At64TheFractionCarriesFourPointsATick) {
   EXPECT_EQ(playback.playHead, 18);
 }
 
+TEST_F(PlaybackTest, ATickThatLandsExactlyOnAPointReachesIt) {
+  MakePath(20);
+  PutHead(1);
+  playback.speedIndex = 6;  // 8 * 16 / 240 of a segment a tick
+  PlayPause();
+  playback.segmentFraction = 1.0 - SpeedFactor(6) * 16 / 240;
+  ASSERT_EQ(playback.segmentFraction + SpeedFactor(6) * 16 / 240, 1.0);
+  PlayTick();
+  EXPECT_EQ(playback.playHead, 2);
+  EXPECT_EQ(playback.segmentFraction, 0.0);
+  EXPECT_EQ(MarkedLine(), 0);
+}
+
 TEST_F(PlaybackTest, TheTimerDrivesTheHeadToTheEndAndStops) {
   MakePath(4);
   RegisterTimer(kTimerPlay, PlayTick);

@@ -1,0 +1,101 @@
+#include "simulator/path_notes.h"
+
+#include <iterator>
+
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+struct Group {
+  const char16_t* words;  // behind the number of lines
+  const char16_t* tip;
+};
+constexpr Group kGroups[] = {
+    {u"not shown", u"Not shown"},
+    {u"behind M30", u"Drawn, but behind the program's end"},
+    {u"with /", u"Drawn, but left out with block delete"},
+};
+
+struct Kind {
+  PathNote note;
+  int group;
+  const char16_t* tip;
+};
+constexpr Kind kKinds[] = {
+    {PathNote::Macros, 0, u"macros and #"},
+    {PathNote::Brackets, 0, u"[ ]"},
+    {PathNote::Blanks, 0, u"blank between letter and number"},
+    {PathNote::Calls, 0, u"M97 and M98"},
+    {PathNote::Pockets, 0, u"G12, G13, G150 and kin"},
+    {PathNote::Home, 0, u"G28, G30 and G53"},
+    {PathNote::Cycles, 0, u"canned cycles"},
+    {PathNote::RArcs, 0, u"R arcs"},
+    {PathNote::OtherPlanes, 0, u"arcs in G18 or G19"},
+    {PathNote::BadArcs, 0, u"arcs without a centre that fits"},
+    {PathNote::Rotary, 0, u"A, B and C"},
+    {PathNote::BehindEnd, 1, u"lines behind M30"},
+    {PathNote::BlockDelete, 2, u"lines with /"},
+};
+static_assert(std::size(kKinds) == kPathNotes);
+static_assert([] {
+  for (int i = 0; i < kPathNotes; ++i) {
+    if (kKinds[i].note != static_cast<PathNote>(i)) return false;
+  }
+  return true;
+}());
+
+PathNotes::Row SumOf(const PathNotes& notes, int group) {
+  PathNotes::Row sum;
+  for (int i = 0; i < kPathNotes; ++i) {
+    const PathNotes::Row& row = notes.rows[i];
+    if (kKinds[i].group != group || row.lines == 0) continue;
+    sum.lines += row.lines;
+    if (sum.first < 0 || row.first < sum.first) sum.first = row.first;
+  }
+  return sum;
+}
+
+std::u16string TipOf(const PathNotes& notes, int group) {
+  std::u16string tip;
+  for (int i = 0; i < kPathNotes; ++i) {
+    if (kKinds[i].group != group || notes.rows[i].lines == 0) continue;
+    tip += tip.empty() ? u": " : u", ";
+    tip += kKinds[i].tip;
+    tip += u" " + IntegerText(notes.rows[i].lines);
+  }
+  return tip.empty() ? tip : kGroups[group].tip + tip;
+}
+
+}  // namespace
+
+void NoteLine(PathNotes& notes, PathNote kind, std::int32_t line) {
+  PathNotes::Row& row = notes.rows[static_cast<int>(kind)];
+  if (row.lines++ == 0) row.first = line;
+}
+
+std::u16string PathNotesWords(const PathNotes& notes) {
+  std::u16string words;
+  for (int group = 0; group < static_cast<int>(std::size(kGroups)); ++group) {
+    const PathNotes::Row sum = SumOf(notes, group);
+    if (sum.lines == 0) continue;
+    words += u"  /  " + IntegerText(sum.lines) + u" lines ";
+    words += kGroups[group].words;
+    words += u", first " + IntegerText(sum.first + 1);
+  }
+  return words;
+}
+
+std::u16string PathNotesTip(const PathNotes& notes) {
+  std::u16string tip;
+  for (int group = 0; group < static_cast<int>(std::size(kGroups)); ++group) {
+    const std::u16string line = TipOf(notes, group);
+    if (line.empty()) continue;
+    if (!tip.empty()) tip += u"\n";
+    tip += line;
+  }
+  return tip;
+}
+
+}  // namespace morva
