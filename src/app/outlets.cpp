@@ -42,6 +42,11 @@ bool Confirmed(std::u16string_view title, std::u16string_view question) {
                            platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
 }
 
+bool ConfirmedNoFirst(std::u16string_view title, std::u16string_view question) {
+  return platform::ShowBox(title, question, platform::BoxButtons::NoYes,
+                           platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+}
+
 std::u16string_view BareFileName(std::u16string_view path) {
   const std::size_t at = path.find_last_of(u"/\\");
   return at == std::u16string_view::npos ? path : path.substr(at + 1);

@@ -24,6 +24,8 @@ void UpdateTitle();
 
 // A question in a message box, with Yes, No and the warning icon. True: Yes.
 bool Confirmed(std::u16string_view title, std::u16string_view question);
+// The same with No under Enter.
+bool ConfirmedNoFirst(std::u16string_view title, std::u16string_view question);
 
 // The part of a path behind the last "/" or "\".
 std::u16string_view BareFileName(std::u16string_view path);

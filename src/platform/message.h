@@ -5,7 +5,8 @@
 
 namespace platform {
 
-enum class BoxButtons { Ok, YesNo, YesNoCancel, YesNoOtherCancel };
+// NoYes is YesNo with No under Enter, for what a hasty key must not do.
+enum class BoxButtons { Ok, YesNo, YesNoCancel, YesNoOtherCancel, NoYes };
 enum class BoxIcon { None, Information, Warning, Error, Question };
 enum class BoxAnswer { Ok, Yes, No, Cancel, Other };
 

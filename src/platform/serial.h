@@ -62,6 +62,9 @@ bool ReadSerial(void* bytes, std::size_t capacity, std::size_t& got);
 bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written);
 // Waits as long as bytes keep leaving. False: the port is gone, or bytes stayed.
 bool DrainSerial();
+// Bytes that WriteSerial has taken and that have not left, as far as the system tells; of a port
+// that is gone what was known last.
+std::size_t SerialUnsent();
 // Drops what is queued, releases a stopped line, closes. Never blocks for long.
 void CloseSerial();
 // Any thread: ends the wait of a read, write or drain under way or about to begin, until the

@@ -96,7 +96,7 @@ TEST_F(Line, RefusesValuesThatNameNoLine) {
       {&platform::SerialSettings::baud, -5},    {&platform::SerialSettings::baud, 0},
       {&platform::SerialSettings::stopBits, 1}, {&platform::SerialSettings::stopBits, 3},
       {&platform::SerialSettings::dataBits, 4}, {&platform::SerialSettings::dataBits, 9},
-      {&platform::SerialSettings::parity, 5}};
+      {&platform::SerialSettings::parity, 5},   {&platform::SerialSettings::parity, 130}};
   for (const Case& each : cases) {
     settings = peer.Settings();
     settings.*each.field = each.value;

@@ -359,6 +359,7 @@ TEST_F(Calls, CloseOnlyBehindAnEmptiedQueue) {
   const std::int64_t start = watch.plan.now;
   EXPECT_FALSE(platform::DrainSerial());
   EXPECT_EQ((watch.plan.now - start) / kMs, 5000);
+  EXPECT_EQ(platform::SerialUnsent(), 3u);
   watch.plan.seen.clear();
   platform::CloseSerial();
   const std::vector<std::string>& seen = watch.plan.seen;
@@ -378,8 +379,10 @@ TEST_F(Calls, DrainAsLongAsBytesKeepLeaving) {
   static std::int64_t start = 0;
   start = watch.plan.now;
   watch.plan.queued = [] { return 4 - (system_calls::Mine().now - start) / (4900 * kMs); };
+  EXPECT_EQ(platform::SerialUnsent(), 4u);
   EXPECT_TRUE(platform::DrainSerial());
   EXPECT_EQ((watch.plan.now - start) / kMs, 19600);
+  EXPECT_EQ(platform::SerialUnsent(), 0u);
   watch.plan.seen.clear();
   platform::CloseSerial();
   const std::vector<std::string>& seen = watch.plan.seen;

@@ -21,6 +21,7 @@ namespace {
 
 constexpr std::int64_t kMostId = 100000;
 constexpr std::int64_t kMostWaitMs = 3600000;
+constexpr std::int64_t kMostPortBuffer = 65536;  // bytes
 constexpr std::int64_t kLongestWaitMs = 2147483647;
 constexpr std::int64_t kMostPixels = 16000;
 
@@ -278,10 +279,13 @@ std::string AnswerPeer(const Words& words) {
     headless::PeerSend(bytes);
   } else if (what == u"stall" && words.size() == 2 && ReadInteger(words[1], 0, kMostWaitMs, ms)) {
     headless::PeerStall(static_cast<int>(ms));
+  } else if (what == u"buffer" && words.size() == 2 &&
+             ReadInteger(words[1], 0, kMostPortBuffer, ms)) {
+    headless::SetPortBuffer(static_cast<std::size_t>(ms));
   } else if (what == u"unplug" && words.size() == 1) {
     headless::PeerUnplug();
   } else {
-    return Usage(u"peer send \"bytes\", peer stall MS or peer unplug");
+    return Usage(u"peer send \"bytes\", peer stall MS, peer buffer BYTES or peer unplug");
   }
   return Good();
 }

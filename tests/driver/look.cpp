@@ -159,7 +159,8 @@ std::string GetView(const Words&) {
 }
 
 const char16_t* ButtonsWord(platform::BoxButtons buttons) {
-  constexpr const char16_t* kWords[] = {u"ok", u"yesno", u"yesnocancel", u"yesnoothercancel"};
+  constexpr const char16_t* kWords[] = {u"ok", u"yesno", u"yesnocancel", u"yesnoothercancel",
+                                        u"noyes"};
   return kWords[static_cast<int>(buttons)];
 }
 

@@ -119,6 +119,8 @@ enum class PortState { Absent, Present, Busy };
 void SetPort(std::u16string_view name, PortState state);
 void PeerSend(std::string_view bytes);
 void PeerStall(int milliseconds);  // XOFF for that long from now
+// Bytes that the port takes from a sender while the peer holds the line; 0 at the start.
+void SetPortBuffer(std::size_t bytes);
 void PeerUnplug();
 std::string TakeSent();  // bytes the application wrote, since the last take
 

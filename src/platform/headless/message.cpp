@@ -27,6 +27,7 @@ bool Offers(platform::BoxButtons buttons, platform::BoxAnswer answer) {
     case platform::BoxButtons::Ok:
       return answer == BoxAnswer::Ok;
     case platform::BoxButtons::YesNo:
+    case platform::BoxButtons::NoYes:
       return answer == BoxAnswer::Yes || answer == BoxAnswer::No;
     case platform::BoxButtons::YesNoCancel:
       return answer != BoxAnswer::Ok && answer != BoxAnswer::Other;
@@ -41,6 +42,7 @@ platform::BoxAnswer MostCautious(platform::BoxButtons buttons) {
     case platform::BoxButtons::Ok:
       break;
     case platform::BoxButtons::YesNo:
+    case platform::BoxButtons::NoYes:
       return platform::BoxAnswer::No;
     case platform::BoxButtons::YesNoCancel:
     case platform::BoxButtons::YesNoOtherCancel:

@@ -40,6 +40,8 @@ struct Line {
   bool stopped = false;  // by an XOFF among the peer's bytes
   std::uint64_t stalledUntil = 0;
   std::deque<Arrived> incoming;
+  std::size_t buffer = 0;  // bytes that the port takes while the peer holds it
+  std::string pending;     // those
   std::string sent;
   std::size_t backChannel = 0;
 };
@@ -120,6 +122,11 @@ bool HeldByPeer() {
   return line.stopped || (listens && VirtualNow() < line.stalledUntil);
 }
 
+void LetPendingGo() {
+  line.sent += line.pending;
+  line.pending.clear();
+}
+
 std::size_t TakeIncoming(unsigned char* to, std::size_t capacity) {
   std::size_t count = 0;
   while (count < capacity && !line.incoming.empty()) {
@@ -154,6 +161,8 @@ void PeerStall(int milliseconds) {
   line.stalledUntil = VirtualNow() + static_cast<std::uint64_t>(std::max(0, milliseconds));
   PokeWorker();
 }
+
+void SetPortBuffer(std::size_t bytes) { line.buffer = bytes; }
 
 void PeerUnplug() {
   line.unplugged = true;
@@ -232,11 +241,14 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
     if (headless::Gone()) return false;
     headless::TakeBackChannel();
     if (line.woken) return true;
-    if (!headless::HeldByPeer()) {
-      line.sent.append(static_cast<const char*>(bytes), count);
-      written = count;
-      return true;
-    }
+    const std::size_t left = count - written;
+    const bool held = headless::HeldByPeer();
+    const std::size_t room = line.buffer - std::min(line.buffer, line.pending.size());
+    const std::size_t taken = held ? std::min(left, room) : left;
+    line.pending.append(static_cast<const char*>(bytes) + written, taken);
+    written += taken;
+    if (!held) headless::LetPendingGo();
+    if (written == count) return true;
     const std::uint64_t now = headless::VirtualNow();
     if (now >= end) return true;
     const bool stalled = now < line.stalledUntil;
@@ -244,11 +256,25 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   }
 }
 
-// What was accepted has left at once.
-bool DrainSerial() { return !headless::Gone(); }
+bool DrainSerial() {
+  const std::uint64_t end = headless::VirtualNow() + kWriteStallMs;
+  for (;;) {
+    if (headless::Gone()) return false;
+    headless::TakeBackChannel();
+    if (!headless::HeldByPeer()) headless::LetPendingGo();
+    if (line.pending.empty()) return true;
+    const std::uint64_t now = headless::VirtualNow();
+    if (line.woken || now >= end) return false;
+    const bool stalled = now < line.stalledUntil;
+    headless::WaitOnLine(stalled ? std::min(end, line.stalledUntil) : end);
+  }
+}
+
+std::size_t SerialUnsent() { return line.pending.size(); }
 
 void CloseSerial() {
   line.open = false;
+  line.pending.clear();
   line.openPort.clear();
 }
 

@@ -48,6 +48,8 @@ struct Line {
   bool stoppedPeer = false;    // our XOFF is out and no XON since
   bool stalled = false;        // the last write ended because nothing was taken any more
   std::int64_t lastTaken = 0;  // when the driver last took a byte
+  std::int64_t unsent = 0;     // bytes of ours that the driver held when it was asked last
+  bool gone = false;
   LineRate rate;
   BackChannel back;
   MarkDecoder marks;
@@ -156,6 +158,12 @@ std::int64_t Waiting(const Line& l, std::int64_t now) {
   return backlog > queued ? backlog : queued;
 }
 
+// The end of a port that is gone: what it held then stays unsent.
+bool Lost(Line& l) {
+  l.gone = true;
+  return false;
+}
+
 // What may go down now, and how long to wait for the line or for more.
 struct Allowance {
   std::size_t bytes = 0;
@@ -166,7 +174,7 @@ Allowance AllowanceOf(const Line& l, std::size_t left, std::int64_t now, std::in
   Allowance allowed;
   allowed.wait = std::max<std::int64_t>(0, l.lastTaken + kStall - now);
   if (l.back.stopped) return allowed;
-  const std::int64_t room = kDriverBytes - Waiting(l, now);
+  const std::int64_t room = kDriverBytes - l.unsent;
   const int wanted = PieceWanted(l.rate, left);
   if (room < wanted) {
     const std::int64_t refill = std::max(kRetry, (wanted - room) * l.rate.byteNs);
@@ -339,17 +347,18 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   while (written < count) {
     const std::int64_t now = Now();
     const std::size_t left = count - written;
+    if (!l.back.stopped) l.unsent = Waiting(l, now);
     const Allowance allowed = AllowanceOf(l, left, now, retryAt);
     const Ready ready = WaitForLine(l, allowed.bytes > 0, allowed.wait);
     if (ready.woken) return true;
-    if (ready.gone) return false;
-    if (ready.input && !TakeBackChannel(l)) return false;
+    if (ready.gone || (ready.input && !TakeBackChannel(l))) return Lost(l);
     if (!l.back.stopped && allowed.bytes > 0 && ready.output) {
       const ssize_t taken = write(l.fd, in + written, std::min(left, allowed.bytes));
-      if (taken < 0 && errno != EAGAIN && errno != EINTR) return false;
+      if (taken < 0 && errno != EAGAIN && errno != EINTR) return Lost(l);
       if (taken > 0) {
         l.emptied = false;
         l.lastTaken = Now();
+        l.unsent += taken;
         AddToLine(l.rate, l.lastTaken, taken);
         written += static_cast<std::size_t>(taken);
         continue;
@@ -371,7 +380,7 @@ bool DrainSerial() {
   std::int64_t least = kDriverBytes + 1;
   while (true) {
     const std::int64_t now = Now();
-    const std::int64_t waiting = Waiting(l, now);
+    const std::int64_t waiting = l.unsent = Waiting(l, now);
     if (waiting == 0) {
       l.emptied = true;
       return true;
@@ -385,9 +394,15 @@ bool DrainSerial() {
     if (wait < kRetry) wait = kRetry;
     if (wait > 100 * kMillisecond) wait = 100 * kMillisecond;
     const Ready ready = WaitForLine(l, false, wait);
-    if (ready.woken || ready.gone) return false;
-    if (ready.input && !TakeBackChannel(l)) return false;
+    if (ready.woken) return false;
+    if (ready.gone || (ready.input && !TakeBackChannel(l))) return Lost(l);
   }
+}
+
+std::size_t SerialUnsent() {
+  Line& l = line;
+  if (l.fd >= 0 && !l.gone) l.unsent = Waiting(l, Now());
+  return static_cast<std::size_t>(l.unsent);
 }
 
 void CloseSerial() {

@@ -56,6 +56,11 @@ BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButton
       box.setEscapeButton(QMessageBox::No);
       box.setDefaultButton(QMessageBox::Yes);
       break;
+    case BoxButtons::NoYes:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      box.setEscapeButton(QMessageBox::No);
+      box.setDefaultButton(QMessageBox::No);
+      break;
     case BoxButtons::YesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
       box.setEscapeButton(QMessageBox::Cancel);
@@ -83,7 +88,7 @@ BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButton
     default:
       break;
   }
-  if (buttons == BoxButtons::YesNo) return BoxAnswer::No;
+  if (buttons == BoxButtons::YesNo || buttons == BoxButtons::NoYes) return BoxAnswer::No;
   return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 
