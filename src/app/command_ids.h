@@ -194,10 +194,13 @@ inline constexpr int kIdChangeHead = 3230;
 inline constexpr int kIdChangeHelp = 3231;   // help of the keys below it
 inline constexpr int kIdInlineName = 3240;   // rename box over a feature row; its command opens it
 inline constexpr int kIdFeatureUndo = 3241;  // undo where features are changed
-inline constexpr int kIdIndexDetail = 3300;  // code index panel, 3300 to 3319
+inline constexpr int kIdIndexDetail = 3300;  // code index panel, 3300 to 3309
 inline constexpr int kIdIndexInsertion = 3301;
 inline constexpr int kIdIndexInsert = 3302;
 inline constexpr int kIdIndexClear = 3303;
+
+// The transfer, 3313 to 3319.
+inline constexpr int kIdAbortTransfer = 3313;
 
 // The import of operations, 3250 to 3269.
 inline constexpr int kIdImportHead = 3250;
@@ -399,7 +402,8 @@ inline constexpr int kIdFormLabelFirst = 30000;
 // Drawn views.
 inline constexpr int kViewGutter = 20001;  // line numbers
 inline constexpr int kViewToolpath = 20002;
-inline constexpr int kViewCad = 20010;  // the CAD workspace
+inline constexpr int kViewTransfer = 20003;  // the bar of a transfer
+inline constexpr int kViewCad = 20010;       // the CAD workspace
 inline constexpr int kViewCadCanvas = 20011;
 inline constexpr int kViewCadForm = 20012;      // the side panels that scroll
 inline constexpr int kViewCadScroll = 20013;    // their scroll bar

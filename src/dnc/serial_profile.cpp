@@ -22,6 +22,8 @@ namespace {
 constexpr const char16_t* kSection = u"DNC";
 constexpr int kPortReadUnits = 80;  // of the value in the file, with the terminator
 
+// What was open last time that the port could be opened.
+SerialProfile openedProfile;
 // Whether `serialProfile.port` is the beginning of a longer name in the file.
 bool portCut = false;
 
@@ -70,6 +72,7 @@ bool TryPort() {
   platform::SerialProblem problem = platform::SerialProblem::None;
   if (platform::OpenSerial(settings, problem)) {
     platform::CloseSerial();
+    openedProfile = serialProfile;
     return true;
   }
   LogOpenProblem(settings, problem);
@@ -86,6 +89,9 @@ bool ChooseFromPanel() {
   portCut = false;
   return true;
 }
+
+// Whether the profile of this moment is the one that was opened.
+bool IsStillWanted() { return ChooseSerialProfile() && serialProfile == openedProfile; }
 
 }  // namespace
 
@@ -147,7 +153,7 @@ void ScanComPorts() {
 }
 
 bool AutoConnect() {
-  if (dncState == kDncConnected) return true;
+  if (dncState == kDncConnected && IsStillWanted()) return true;
   LogOutput(u"Auto-connect: attempting serial connection...");
   if (!ChooseSerialProfile()) {
     SetDncState(kDncConnectionFailed);
@@ -253,6 +259,7 @@ void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialPr
 
 void ResetSerialProfile() {
   serialProfile = SerialProfile{};
+  openedProfile = SerialProfile{};
   portCut = false;
   dncState = kDncOffline;
   setupPanel = SetupPanel{};

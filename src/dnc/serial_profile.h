@@ -18,6 +18,7 @@ struct SerialProfile {
   std::int32_t parity = 2;
   std::int32_t stopBits = 2;
   std::int32_t flow = 1;
+  bool operator==(const SerialProfile&) const = default;
 };
 extern SerialProfile serialProfile;
 
@@ -33,7 +34,7 @@ extern std::int32_t dncState;
 bool LoadSerialProfile();  // true when a port is named after loading
 void SaveSerialProfile();
 bool ChooseSerialProfile();  // true when a port is settled
-bool AutoConnect();          // true when the port could be opened just now
+bool AutoConnect();          // true when the port could be opened, now or earlier with this profile
 void CheckPort();
 void ScanComPorts();
 void SetDncState(std::int32_t state);

@@ -1,5 +1,8 @@
 #include "dnc/transfer.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "app/app_state.h"
@@ -8,9 +11,12 @@
 #include "app/router.h"
 #include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
+#include "dnc/transfer_show.h"
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
+#include "documents/recovery.h"
+#include "documents/saver.h"
 #include "platform/editor.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
@@ -22,18 +28,80 @@ namespace morva {
 namespace {
 
 constexpr const char16_t* kAlreadyActive = u"A transfer is already active.";
+constexpr const char16_t* kReceivedTitle = u"RECEIVED_RS232.NC";
+constexpr const char16_t* kNotStarted = u"DNC transfer error — the transfer could not be started.";
+constexpr unsigned char kRubout = 0x7F;  // DEL, filling on paper tape
+
+std::u16string Number(unsigned long long value) {
+  return IntegerText(static_cast<std::int64_t>(value));
+}
+
+// True: the user was told that the line is in use.
+bool RefusedAsActive() {
+  if (!transfer.active) return false;
+  LogOutput(kAlreadyActive);
+  ShowStatus(kAlreadyActive);
+  return true;
+}
+
+// NULs, rubouts, blanks and line ends hold no program.
+bool IsFillingOnly(std::string_view bytes) {
+  return std::ranges::all_of(bytes, [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte <= ' ' || byte == kRubout;
+  });
+}
+
+// What is being saved and what is sent are the same program: first the one, then the other.
+bool SavesAreDone() {
+  if (WaitForSaves()) return true;
+  const char16_t* words = u"Not sent: the disk does not answer, and a save is still under way.";
+  LogOutput(words);
+  ShowStatus(words);
+  return false;
+}
+
+// What a question about sending this text has to say about its characters; empty: nothing.
+std::u16string LossWords(std::u16string_view text) {
+  const OutputFigures figures = MeasureOutput(text);
+  if (figures.lost == 0) return {};
+  std::u16string words = IntegerText(figures.lost);
+  words += figures.lost == 1 ? u" character" : u" characters, the first";
+  words += u" in line " + IntegerText(figures.firstLostLine);
+  words += figures.lost == 1 ? u", cannot go over the line and is sent as \"?\".\n\n"
+                             : u", cannot go over the line. Each is sent as \"?\".\n\n";
+  return words;
+}
 
 // The worker reads its job from here on; nothing in it changes until its last message.
 bool StartJob() {
   worker = WorkerRecord{};
   worker.settings = SettingsOf(serialProfile);
   transfer.active = platform::StartWorker(platform::Worker::Transfer, RunTransfer);
+  if (transfer.active) ShowTransferBegun();
   return transfer.active;
 }
 
 void EndJob() {
   transfer.active = false;
   std::string().swap(transfer.sendBuffer);
+  ShowTransferEnded();
+}
+
+// A received program that no tab can take. The words for the status line.
+std::u16string KeepReceived() {
+  std::u16string text = DecodeCodePage(transfer.receivedData);
+  std::erase(text, u'\0');
+  std::u16string path;
+  if (!KeepInRecovery(kReceivedTitle, text, path)) {
+    LogOutput(
+        u"The received program could not be kept in a file. Close a program, then press "
+        u"RECEIVE: it opens what was received.");
+    return u"DNC receive complete — close a program, then press RECEIVE to open it.";
+  }
+  std::string().swap(transfer.receivedData);
+  LogOutput(u"Eight programs are open. The received program was kept in " + path);
+  return u"DNC receive complete — eight programs are open; kept in " + path;
 }
 
 // At the end of a receive: a damaged byte stays in the data, so the user must know.
@@ -45,38 +113,44 @@ void LogLineErrors() {
   LogOutput(line);
 }
 
-void OnTransferFailed(unsigned long long, unsigned long long) {
+void OnTransferFailed(unsigned long long reason, unsigned long long left) {
+  const std::size_t total = transfer.sendBuffer.size();
   EndJob();
   LogOutput(
       u"TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive limit was "
       u"reached. Incomplete data was not opened.");
   LogOpenProblem(worker.settings, worker.problem);
   LogLineErrors();
+  if (reason == kFailedWrite && total > 0) {
+    LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
+  }
   SetDncState(kDncError);
   ShowStatus(u"DNC transfer error — check COM port, cable, and matching settings.");
 }
 
 void OnReceiveDone(unsigned long long count, unsigned long long) {
   EndJob();
-  if (count == 0) {
+  if (count == 0 || IsFillingOnly(transfer.receivedData)) {
+    std::string().swap(transfer.receivedData);
     LogOutput(u"Receive ended with no data.");
     SetDncState(kDncError);
     ShowStatus(u"DNC receive error / timeout — no program data received.");
     return;
   }
-  OpenReceivedProgram();
+  const std::u16string words = OpenReceivedProgram();
   LogLineErrors();
   SetDncState(kDncConnected);
-  ShowStatus(u"DNC receive complete — program opened in a new tab.");
+  ShowStatus(words);
+}
+
+void OnReceiveProgress(unsigned long long count, unsigned long long) {
+  ShowTransferred(count);
+  ShowStatus(u"DNC receiving: " + Number(count) + u" bytes");
 }
 
 void OnSendProgress(unsigned long long sent, unsigned long long total) {
-  std::u16string text = u"DNC transferring: ";
-  text += IntegerText(static_cast<std::int64_t>(sent));
-  text += u" / ";
-  text += IntegerText(static_cast<std::int64_t>(total));
-  text += u" bytes";
-  ShowStatus(text);
+  ShowTransferred(sent);
+  ShowStatus(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
 }
 
 void OnSendDone(unsigned long long, unsigned long long) {
@@ -95,64 +169,74 @@ void OnSendDone(unsigned long long, unsigned long long) {
 
 }  // namespace
 
+bool TransferRuns() { return transfer.active; }
+
 void SendEditorProgram() {
+  if (RefusedAsActive()) return;
+  NoteKeyboardOfPress();
+  if (!SavesAreDone()) return;
   if (!AutoConnect() || !platform::Exists(kIdEditor)) return;
   // Taken before the question, so that the program which is confirmed is the one that goes
   // out, whatever comes up in the editor while the box stands.
-  std::string bytes = NormaliseOutputText(platform::EditorText(kIdEditor), true);
-  if (!Confirmed(u"Confirm RS-232 Transmission",
-                 u"Before transmitting:\n\n"
-                 u"• Match the Haas RS-232 settings to this wizard.\n"
-                 u"• Put the control in the intended RECV RS-232 or DNC state.\n"
-                 u"• Verify the correct program and work area.\n\n"
-                 u"The editor will wrap the program with % lines if needed.\n\n"
-                 u"Send now?")) {
-    return;
-  }
+  const std::u16string text(platform::EditorText(kIdEditor));
+  std::string bytes = NormaliseOutputText(text, true);
+  std::u16string question =
+      u"Before transmitting:\n\n"
+      u"• Match the Haas RS-232 settings to this wizard.\n"
+      u"• Put the control in the intended RECV RS-232 or DNC state.\n"
+      u"• Verify the correct program and work area.\n\n"
+      u"The editor will wrap the program with % lines if needed.\n\n";
+  question += LossWords(text) + u"Send now?";
+  if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
 }
 
 void SendFileFromDisk() {
+  if (RefusedAsActive()) return;
+  NoteKeyboardOfPress();
   if (!ChooseSerialProfile()) return;
   std::u16string path;
   if (!PickProgramToOpen(u"Select Program to Send", path)) return;
+  if (!SavesAreDone()) return;
   std::string file;
   if (!ReadWholeFile(path, file)) {
     LogOutput(u"Could not read selected file.");
     return;
   }
-  std::string bytes = NormaliseOutputText(DecodeCodePage(file), true);
-  if (!Confirmed(u"Confirm File Transfer",
-                 u"Verify the Haas control is ready to receive and all serial settings match.\n\n"
-                 u"Send the selected file?")) {
-    return;
-  }
+  const std::u16string text = DecodeCodePage(file);
+  std::string bytes = NormaliseOutputText(text, true);
+  std::u16string question =
+      u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
+  question += LossWords(text) + u"Send the selected file?";
+  if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
 }
 
 void StartSend(std::string bytes, std::u16string_view message) {
-  if (transfer.active) {
-    LogOutput(kAlreadyActive);
-    return;
-  }
+  if (RefusedAsActive()) return;
   transfer.sendBuffer = std::move(bytes);
   transfer.isReceive = false;
   transfer.abortRequested = 0;
   LogOutput(message);
   SetDncState(kDncTransferring);
+  ShowStatus(u"DNC transferring: 0 / " + Number(transfer.sendBuffer.size()) + u" bytes");
   if (StartJob()) return;
   LogOutput(u"Could not start transfer thread.");
   EndJob();
   SetDncState(kDncError);
+  ShowStatus(kNotStarted);
 }
 
 void ReceiveProgram() {
-  if (!AutoConnect()) {
-    SetDncState(kDncConnectionFailed);
+  if (RefusedAsActive()) return;
+  NoteKeyboardOfPress();
+  if (!RoomForTab()) return;
+  if (!transfer.receivedData.empty()) {
+    ShowStatus(OpenReceivedProgram());
     return;
   }
-  if (transfer.active) {
-    LogOutput(kAlreadyActive);
+  if (!AutoConnect()) {
+    SetDncState(kDncConnectionFailed);
     return;
   }
   transfer.isReceive = true;
@@ -162,7 +246,10 @@ void ReceiveProgram() {
       u"Receive armed. Send the program from the Haas now. Waiting up to 60 seconds for first "
       u"data; capture ends after ~2 seconds idle.");
   SetDncState(kDncTransferring);
-  if (!StartJob()) SetDncState(kDncError);
+  ShowStatus(u"DNC receive armed — send the program from the control within 60 seconds.");
+  if (StartJob()) return;
+  SetDncState(kDncError);
+  ShowStatus(kNotStarted);
 }
 
 void RequestAbort() {
@@ -176,14 +263,23 @@ void AbortTransfer() {
   RequestAbort();
 }
 
-void OpenReceivedProgram() {
-  if (transfer.receivedData.empty()) return;
-  const std::u16string text = DecodeCodePage(transfer.receivedData);
+std::u16string OpenReceivedProgram() {
+  if (transfer.receivedData.empty()) return {};
+  if (app.tabCount >= kMaxTabs) return KeepReceived();
+  const int tab = OpenTab(u"", DecodeCodePage(transfer.receivedData), kReceivedTitle);
+  if (tab < 0) return KeepReceived();
   std::string().swap(transfer.receivedData);
-  const int tab = OpenTab(u"", text, u"RECEIVED_RS232.NC");
-  if (tab < 0) return;
   SwitchTab(tab);
   ProgramChanged({.refreshMs = 80, .logged = u"Received RS-232 program opened in a new tab."});
+  return u"DNC receive complete — program opened in a new tab.";
+}
+
+void EndTransferForGood() {
+  if (!transfer.active) return;
+  RequestAbort();
+  platform::EndWorkers();
+  transfer.active = false;
+  if (!IsFillingOnly(transfer.receivedData)) KeepReceived();
 }
 
 void RegisterTransferCommands() {
@@ -192,6 +288,9 @@ void RegisterTransferCommands() {
   RegisterCommand(RouterStage::Click, kIdReceive, 0, [](int, int) { ReceiveProgram(); });
   RegisterMessage(kMessageTransferFailed, OnTransferFailed);
   RegisterMessage(kMessageReceiveDone, OnReceiveDone);
+  RegisterCommand(RouterStage::Click, kIdAbortTransfer, 0, [](int, int) { AbortTransfer(); });
+  RegisterTransferBar();
+  RegisterMessage(kMessageReceiveProgress, OnReceiveProgress);
   RegisterMessage(kMessageSendProgress, OnSendProgress);
   RegisterMessage(kMessageSendDone, OnSendDone);
 }
@@ -207,6 +306,7 @@ void ResetTransfer() {
   std::string().swap(transfer.sendBuffer);
   std::string().swap(transfer.receivedData);
   worker = WorkerRecord{};
+  ResetTransferBar();
 }
 
 }  // namespace morva

@@ -11,6 +11,7 @@
 
 namespace morva {
 
+bool TransferRuns();
 void SendEditorProgram();
 void SendFileFromDisk();
 void ReceiveProgram();
@@ -19,7 +20,13 @@ void StartSend(std::string bytes, std::u16string_view message);
 void RequestAbort();
 // The key of the setup panel: "Abort requested..." and the flag.
 void AbortTransfer();
-void OpenReceivedProgram();
+// In a new tab; where eight are open meanwhile, into a file of the folder "Recovery". A text that
+// can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words for the
+// status line; empty: nothing had been received.
+std::u16string OpenReceivedProgram();
+// Ends what runs when the window goes: the abort, and the wait for the worker. A program that had
+// come whole is kept in "Recovery".
+void EndTransferForGood();
 
 void RegisterTransferCommands();
 void ResetTransfer();

@@ -19,10 +19,13 @@ namespace {
 
 bool AbortWanted() { return transfer.abortRequested.load() != 0; }
 
-void Fail(TransferFailure reason) {
+// `left`: the bytes of a send that left the port.
+void Fail(TransferFailure reason, std::size_t left) {
   platform::CloseSerial();
-  platform::PostToMain(kMessageTransferFailed, reason, 0);
+  platform::PostToMain(kMessageTransferFailed, reason, left);
 }
+
+std::size_t LeftOf(std::size_t sent) { return sent - std::min(sent, platform::SerialUnsent()); }
 
 void RunSend() {
   const std::size_t total = transfer.sendBuffer.size();
@@ -35,14 +38,17 @@ void RunSend() {
     // A write that the abort woke with nothing taken is no stall of the far end.
     if (there && written == 0 && AbortWanted()) break;
     if (!there || written == 0) {
-      Fail(kFailedWrite);
+      Fail(kFailedWrite, LeftOf(sent + written));
       return;
     }
     sent += written;
     platform::PostToMain(kMessageSendProgress, sent, total);
   }
-  // Whether the last bytes left is not asked: only the control can tell what arrived.
-  (void)platform::DrainSerial();
+  // What the port has taken has not left yet. Only the control can tell what arrived.
+  if (!platform::DrainSerial() && !AbortWanted()) {
+    Fail(kFailedWrite, LeftOf(sent));
+    return;
+  }
   platform::CloseSerial();
   platform::PostToMain(kMessageSendDone, sent, total);
 }
@@ -63,6 +69,7 @@ bool Capture(char* buffer, std::size_t& used) {
       const std::size_t kept = std::min<std::size_t>(got, kMaxReceivedBytes - used);
       std::copy_n(bytes, kept, buffer + used);
       used += kept;
+      platform::PostToMain(kMessageReceiveProgress, used, 0);
     }
     const std::uint64_t now = platform::TickMilliseconds();
     if (gotData && now - lastData > kIdleEndMs) break;
@@ -76,7 +83,7 @@ bool Capture(char* buffer, std::size_t& used) {
 void RunReceive() {
   const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kMaxReceivedBytes]);
   if (!buffer) {
-    Fail(kFailedMemory);
+    Fail(kFailedMemory, 0);
     return;
   }
   std::size_t used = 0;
@@ -84,7 +91,7 @@ void RunReceive() {
   worker.lineErrors = platform::SerialLineErrors();
   // The largest program is one byte below the limit; partial data is never kept.
   if (!there || used == kMaxReceivedBytes || AbortWanted()) {
-    Fail(kFailedReceive);
+    Fail(kFailedReceive, 0);
     return;
   }
   platform::CloseSerial();

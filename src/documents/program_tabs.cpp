@@ -46,12 +46,15 @@ void StageText(const ProgramTab& tab) {
 
 }  // namespace
 
+bool RoomForTab() {
+  if (app.tabCount < kMaxTabs) return true;
+  platform::ShowBox(u"MORVA Tabs", u"The workspace supports up to 8 open programs in this build.",
+                    platform::BoxButtons::Ok, platform::BoxIcon::Warning);
+  return false;
+}
+
 int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_view title) {
-  if (app.tabCount >= kMaxTabs) {
-    platform::ShowBox(u"MORVA Tabs", u"The workspace supports up to 8 open programs in this build.",
-                      platform::BoxButtons::Ok, platform::BoxIcon::Warning);
-    return -1;
-  }
+  if (!RoomForTab()) return -1;
   const int index = app.tabCount;
   ProgramTab& tab = tabs[index];
   tab = ProgramTab();

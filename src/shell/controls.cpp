@@ -70,14 +70,15 @@ constexpr platform::ViewSpec kViews[] = {
     {kViewGutter, u"CodeGutter", u"Line numbers", kPanelBackground, false},
     {kViewToolpath, u"HaasSimView", u"Toolpath", kPanelBackground, true},
     {kIdSpeedSlider, u"MorvaSpeed", u"Simulation speed", kWindowBackground, true},
+    {kViewTransfer, u"MorvaTransfer", u"Transfer", kInputBackground, false},
 };
 
-// Standing text and the line numbers take no keyboard.
+// Standing text, the line numbers and the bar of a transfer take no keyboard.
 bool TakesKeyboard(int id) {
   for (const platform::ControlSpec& spec : kTexts) {
     if (spec.id == id) return spec.kind != ControlKind::Label;
   }
-  return id != kViewGutter;
+  return id != kViewGutter && id != kViewTransfer;
 }
 
 void MakeKeys() {

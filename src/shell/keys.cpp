@@ -20,6 +20,7 @@ constexpr KeyLook kKeys[] = {
     {kIdFind, kBody},
     {kIdSend, kBody, kPanelAmber},
     {kIdReceive, kBody, kPanelAmber},
+    {kIdAbortTransfer, kBody, kPanelAmber},
     {kIdSetup, kBody},
     {kIdMachine, kBody},
     {kIdInch, kBody},

@@ -8,6 +8,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
+#include "dnc/transfer.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -167,6 +168,7 @@ void Layout() {
   in.mode = app.mode;
   in.footPanel = IsPanelAt(PanelSpot::Foot);
   in.tabCount = app.tabCount;
+  in.transferRuns = TransferRuns();
   in.viewAway = IsPanelAt(PanelSpot::Work);
   in.heightAboveView = HeightAboveView();
   in.helpBelow = IsHelpBelow();

@@ -21,6 +21,11 @@ constexpr int kWorkspaceKeysLeft = 346;  // behind their head
 constexpr int kTopKeysLeft = 240;
 constexpr int kTopKeysTop = 10;
 constexpr int kBarKeyHeight = 34;
+constexpr int kTransferTop = 46;  // below the keys of the top band
+constexpr int kTransferHeight = 22;
+constexpr int kTransferLeft = 846;  // behind the port that is named by a path of 31 characters
+constexpr int kTransferBarMost = 360;
+constexpr int kAbortWidth = 76;
 constexpr int kStatusHeight = 28;
 constexpr int kTabHeight = 30;
 constexpr int kTabLeast = 112;  // narrower tabs wrap into a second row
@@ -116,11 +121,27 @@ int PutSurfaceKeys(LayoutPlan& plan, int x, int y) {
 
 bool HasRightPanel(std::int32_t mode) { return RightPanelWidth(mode, 1200) > 0; }
 
+// The bar of a transfer and the key that aborts it, at the right end of the top band. Both are
+// planned at rest too, without a place, so that Tab knows them.
+void PutTransfer(LayoutPlan& plan, const LayoutInput& in, int left, int top) {
+  if (!in.transferRuns) {
+    Put(plan, kIdAbortTransfer, Rect{});
+    Put(plan, kViewTransfer, Rect{});
+    return;
+  }
+  const int right = in.width - kPad;
+  const int key = right - kAbortWidth;
+  const int bar = std::max(left, key - kKeyGap - kTransferBarMost);
+  Put(plan, kIdAbortTransfer, Rect{key, top, right, top + kTransferHeight});
+  Put(plan, kViewTransfer, Rect{bar, top, key - kKeyGap, top + kTransferHeight});
+}
+
 // Everything above the work area: the top band with the program and link keys, and the bar
 // with surfaces and simulator tools.
 void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
   plan.areas.topBand = Rect{0, 0, in.width, kTopBand};
   PutRow(plan, kTopKeysLeft, kTopKeysTop, kBarKeyHeight, kTopKeys, kKeyGap);
+  PutTransfer(plan, in, kTransferLeft, kTransferTop);
   const int right = in.width - kPad;
   PutRow(plan, right - RowWidth(kUnitKeys, kKeyGap), kTopKeysTop, kBarKeyHeight, kUnitKeys,
          kKeyGap);
@@ -128,7 +149,7 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
   // long and stands last.
   Put(plan, kIdDncState, Rect{290, 47, 470, 67});
   Put(plan, kIdDncBaud, Rect{478, 47, 586, 67});
-  Put(plan, kIdDncPort, Rect{594, 47, 900, 67});
+  Put(plan, kIdDncPort, Rect{594, 47, in.transferRuns ? kTransferLeft - kPad : 900, 67});
 
   const int y = kTopBand + (in.topBarHeight - kTopBand - kBarKeyHeight) / 2;
   Put(plan, kIdBack, Rect{12, y, 108, y + kBarKeyHeight});
@@ -395,7 +416,9 @@ LayoutPlan PlanWorkspace(const LayoutInput& in) {
   plan.areas.topBand = Rect{0, 0, in.width, kWorkspaceBand};
   const int y = (kWorkspaceBand - kBarKeyHeight) / 2;
   const int keys = PutRow(plan, kWorkspaceKeysLeft, y, kBarKeyHeight, kBackKey, kKeyGap);
-  PutRow(plan, PutSurfaceKeys(plan, keys, y) + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
+  const int behind =
+      PutRow(plan, PutSurfaceKeys(plan, keys, y) + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
+  PutTransfer(plan, in, behind + kPad, (kWorkspaceBand - kTransferHeight) / 2);
   int x = kPad;
   const int count = std::clamp(in.tabCount, 1, kMaxTabs);
   constexpr int kPlus = 32;

@@ -25,6 +25,7 @@ struct LayoutInput {
   // Pixels that the panel keeps when the view stands below it; 0: no view.
   int heightAboveView = 0;
   bool helpBelow = false;          // the help text stands below a right panel
+  bool transferRuns = false;       // its bar and the abort key stand in the top band
   bool viewBesideSurface = false;  // the surface shows the view as well
 };
 

@@ -1,5 +1,10 @@
 #include "shell/start_up.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <string>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
@@ -21,6 +26,7 @@
 #include "codetools/review.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
+#include "dnc/transfer_worker.h"
 #include "documents/autosave.h"
 #include "documents/builder_table.h"
 #include "documents/destination.h"
@@ -189,25 +195,49 @@ void OnResized(int width, int height) {
   Layout();
 }
 
+bool HasUnsavedTab() {
+  SyncActiveTab();
+  return std::ranges::any_of(std::span(tabs, static_cast<std::size_t>(app.tabCount)), IsTouched);
+}
+
+bool MayLoseUnsaved() {
+  return !HasUnsavedTab() ||
+         Confirmed(u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?");
+}
+
+// One question about all that would be lost. What comes whole while it stands is lost by no
+// answer to it: a program that was received meanwhile is asked about like any other.
+bool MayEndTransfer() {
+  const bool receives = transfer.isReceive;
+  std::u16string question = receives ? u"A program is being received. Abort it and close MORVA?"
+                                     : u"A program is being sent. Abort it and close MORVA?";
+  question += receives ? u"\n\nWhat has arrived so far is dropped."
+                       : u"\n\nThe control keeps what has arrived so far: a part of a program.";
+  const bool unsaved = HasUnsavedTab();
+  if (unsaved) question += u"\n\nUnsaved changes of one or more project tabs are lost too.";
+  if (!ConfirmedNoFirst(u"DNC Transfer", question)) return false;
+  const bool cameWhole = receives && !transfer.active;
+  EndTransferForGood();
+  return !cameWhole || MayLoseUnsaved();
+}
+
 bool OnClosing() {
   RunAutosave();
   if (!WaitForSaves()) {
-    return Confirmed(u"MORVA",
-                     u"The disk does not answer; a save is still under way. Close MORVA "
-                     u"anyway?");
+    if (!Confirmed(u"MORVA",
+                   u"The disk does not answer; a save is still under way. Close MORVA "
+                   u"anyway?")) {
+      return false;
+    }
+    return !TransferRuns() || MayEndTransfer();
   }
-  SyncActiveTab();
-  for (int i = 0; i < app.tabCount; ++i) {
-    if (!IsTouched(tabs[i])) continue;
-    return Confirmed(u"MORVA",
-                     u"One or more project tabs have unsaved changes. Close MORVA anyway?");
-  }
-  return true;
+  return TransferRuns() ? MayEndTransfer() : MayLoseUnsaved();
 }
 
 // Nobody is there to answer. What may not go into its own file unasked is kept in the data
 // directory.
 void OnTerminated() {
+  EndTransferForGood();
   RunAutosave();
   WaitForSaves();
   SyncActiveTab();

@@ -386,4 +386,14 @@ TEST_F(SerialProfileTest, ShowsStatePortAndRateInTheTopBar) {
   EXPECT_EQ(morva::DncStateColour(5), 0x91AAC4u);
 }
 
+// 130 is 2 with its highest bit set; cut to seven bits it would be even parity.
+TEST_F(SerialProfileTest, RefusesParity130) {
+  PutIni("[DNC]\r\nPort=COM1\r\nParity=130\r\n");
+  headless::SetPort(u"COM1", headless::PortState::Present);
+  ASSERT_TRUE(morva::LoadSerialProfile());
+  EXPECT_EQ(morva::SettingsOf(morva::serialProfile).parity, 130);
+  EXPECT_FALSE(morva::AutoConnect());
+  EXPECT_EQ(morva::dncState, morva::kDncConnectionFailed);
+}
+
 }  // namespace

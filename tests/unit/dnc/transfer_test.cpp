@@ -7,11 +7,13 @@
 
 #include <filesystem>
 
+#include "app/data_dir.h"
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
 #include "platform/clock.h"
+#include "platform/thread.h"
 #include "platform/timer.h"
 
 namespace {
@@ -59,6 +61,20 @@ struct TransferTest : public DncStage {
     morva::RouteCommand(morva::kIdSend, 0);
   }
   static void Receive() { morva::RouteCommand(morva::kIdReceive, 0); }
+
+  void UseDataFolder() {
+    std::filesystem::create_directory(folder / "Documents");
+    morva::FindDataDirectory();
+    ASSERT_TRUE(morva::app.dataDirReady);
+  }
+  static std::vector<std::filesystem::path> RecoveryFiles() {
+    std::vector<std::filesystem::path> files;
+    const std::filesystem::path recovery(std::u16string(morva::app.dataDir) + u"/Recovery");
+    for (const auto& entry : std::filesystem::directory_iterator(recovery)) {
+      files.push_back(entry.path());
+    }
+    return files;
+  }
 };
 
 TEST_F(TransferTest, SendsTheEditorsProgramWrappedInPercentLines) {
@@ -124,6 +140,19 @@ TEST_F(TransferTest, AsksBeforeItSendsWithTheseWords) {
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
 }
 
+TEST_F(TransferTest, NamesTheCharactersThatASendWouldLose) {
+  Send(u"G0\n(\u00E9)\n(\u2014 \u00E9)", BoxAnswer::No);
+  Send(u"G0\n(\u00E9)", BoxAnswer::No);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_TRUE(boxes[0].text.ends_with(
+      u"% lines if needed.\n\n3 characters, the first in line 2, cannot go over the line. Each is "
+      u"sent as \"?\".\n\nSend now?"));
+  EXPECT_TRUE(boxes[1].text.ends_with(
+      u"% lines if needed.\n\n1 character in line 2, cannot go over the line and is sent as "
+      u"\"?\".\n\nSend now?"));
+}
+
 TEST_F(TransferTest, DoesNotAskWhenThePortCannotBeOpened) {
   headless::SetPort(u"COM1", PortState::Busy);
   Send(u"G0");
@@ -149,10 +178,71 @@ TEST_F(TransferTest, FailsASendWhoseFarEndTakesNothingForFiveSeconds) {
   Advance(2);
   EXPECT_FALSE(transfer.active);
   EXPECT_EQ(headless::TakeSent(), "");
-  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(Log(),
+            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(State(), u"DNC: ERROR");
   EXPECT_EQ(Status(), kErrorStatus);
   EXPECT_EQ(statusLines, Lines{kErrorStatus});
+}
+
+// The port takes all ten bytes, and none of them leaves it.
+TEST_F(TransferTest, FailsASendWhoseLastBytesStayInThePort) {
+  headless::SetPortBuffer(4096);
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(10);
+  EXPECT_EQ(Status(), u"DNC transferring: 10 / 10 bytes");
+  Advance(4980);
+  EXPECT_TRUE(transfer.active);
+  Advance(20);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(headless::TakeSent(), "");
+  EXPECT_EQ(Log(),
+            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(Status(), kErrorStatus);
+}
+
+// The port has taken 100 of the 308 bytes when the cable goes; none of them has left.
+TEST_F(TransferTest, CountsOnlyBytesThatLeftThePortBeforeTheCableWent) {
+  headless::SetPortBuffer(100);
+  Send(std::u16string(300, u'X'));
+  headless::PeerSend("\x13");
+  Advance(10);
+  headless::PeerUnplug();
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "");
+  EXPECT_EQ(Log().back(), u"0 of 308 bytes had left the port.");
+}
+
+TEST_F(TransferTest, TellsHowManyBytesOfAFailedSendHadLeft) {
+  transfer.sendBuffer = std::string(308, 'X');
+  morva::RouteMessage(morva::kMessageTransferFailed, morva::kFailedWrite, 208);
+  EXPECT_EQ(Log(), (Lines{kError, u"208 of 308 bytes had left the port."}));
+}
+
+TEST_F(TransferTest, IsCompleteOnlyWhenThePortIsEmpty) {
+  headless::SetPortBuffer(4096);
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(4000);
+  EXPECT_EQ(State(), u"DNC: TRANSFERRING");
+  headless::PeerSend("\x11");
+  Advance(0);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0\r\n%\r\n");
+  EXPECT_EQ(Log().back(), kSendDone);
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+}
+
+TEST_F(TransferTest, AbortsASendThatWaitsForItsLastBytes) {
+  headless::SetPortBuffer(4096);
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(1000);
+  morva::AbortTransfer();
+  Advance(0);
+  EXPECT_EQ(Log().back(), u"Transfer aborted by operator.");
+  EXPECT_EQ(State(), u"DNC: OFFLINE");
 }
 
 TEST_F(TransferTest, GoesOnWhenTheFarEndLetsGoInTime) {
@@ -169,7 +259,8 @@ TEST_F(TransferTest, FailsASendWhoseCableIsGone) {
   Send(u"G0");
   headless::PeerUnplug();
   Advance(10);
-  EXPECT_EQ(Log().back(), kError);
+  EXPECT_EQ(Log(),
+            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(morva::dncState, morva::kDncError);
   EXPECT_TRUE(transfer.sendBuffer.empty());
 }
@@ -197,6 +288,7 @@ TEST_F(TransferTest, SetsTheStateThatItsLastMessageMeansWhateverIsShown) {
       morva::SetDncState(shown);
       transfer.active = true;
       transfer.sendBuffer = "rest";
+      transfer.receivedData = row.to == morva::kDncConnected && row.first == 2 ? "O1" : "";
       transfer.abortRequested = row.aborted;
       morva::RouteMessage(row.message, row.first, 10);
       EXPECT_EQ(morva::dncState, row.to) << row.message << " " << row.first;
@@ -287,15 +379,18 @@ TEST_F(TransferTest, SaysNothingWhenTheThreadOfAReceiveCouldNotStart) {
   EXPECT_FALSE(transfer.active);
 }
 
-TEST_F(TransferTest, ShowsAFailedConnectionForASendDuringATransferAndThenItsEnd) {
+TEST_F(TransferTest, RefusesASendAndAReceiveWhileATransferRuns) {
   Send(u"G0");
   headless::PeerSend("\x13");
   Advance(100);
   Log();
   headless::TakeBoxes();
   Send(u"G1");
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
-  EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
+  EXPECT_EQ(Log(), Lines{u"A transfer is already active."});
+  Receive();
+  EXPECT_EQ(Log(), Lines{u"A transfer is already active."});
+  EXPECT_EQ(Status(), u"A transfer is already active.");
+  EXPECT_EQ(State(), u"DNC: TRANSFERRING");
   EXPECT_TRUE(headless::TakeBoxes().empty());
   EXPECT_TRUE(transfer.active);
   headless::PeerSend("\x11");
@@ -336,8 +431,9 @@ TEST_F(TransferTest, SendsAFileFromDiskInItsCodePage) {
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].title, u"Confirm File Transfer");
   EXPECT_EQ(boxes[0].text,
-            u"Verify the Haas control is ready to receive and all serial settings match.\n\nSend "
-            u"the selected file?");
+            u"Verify the Haas control is ready to receive and all serial settings match.\n\n2 "
+            u"characters, the first in line 1, cannot go over the line. Each is sent as "
+            u"\"?\".\n\nSend the selected file?");
   EXPECT_EQ(boxes[0].icon, platform::BoxIcon::Warning);
   // No auto-connect before a file: the worker's open is the first.
   EXPECT_EQ(Log(), Lines{u"Sending selected file..."});
@@ -438,6 +534,22 @@ TEST_F(TransferTest, EndsAReceiveAfterMoreThanTwoSecondsOfSilence) {
   EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
 }
 
+// A woken line reads without waiting, so that the looks come every 10 ms: one of them exactly
+// 2000 ms behind the last byte.
+TEST_F(TransferTest, GoesOnReceivingAfterExactlyTwoSecondsOfSilence) {
+  Receive();
+  Advance(0);
+  headless::PeerSend("A");
+  Advance(60);  // counted at 50, when the read ended
+  platform::WakeSerial();
+  Advance(1990);
+  EXPECT_TRUE(transfer.active);
+  Advance(9);
+  EXPECT_TRUE(transfer.active);
+  Advance(1);
+  EXPECT_FALSE(transfer.active);
+}
+
 TEST_F(TransferTest, WaitsMoreThanSixtySecondsForTheFirstByte) {
   Receive();
   Advance(59999);
@@ -528,22 +640,143 @@ TEST_F(TransferTest, SetsAFailedConnectionForAReceiveWithoutAPort) {
   EXPECT_FALSE(transfer.active);
 }
 
-TEST_F(TransferTest, LosesAReceivedProgramWhenEightTabsAreOpen) {
+TEST_F(TransferTest, RefusesAReceiveAtThePressWhileEightTabsAreOpen) {
   for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
   ASSERT_EQ(morva::app.tabCount, morva::kMaxTabs);
   headless::TakeBoxes();
   Log();
   Receive();
-  Advance(0);
-  headless::PeerSend("O1");
-  Advance(2200);
-  EXPECT_FALSE(transfer.active);
   const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"MORVA Tabs");
   EXPECT_EQ(boxes[0].text, u"The workspace supports up to 8 open programs in this build.");
-  EXPECT_EQ(morva::app.tabCount, morva::kMaxTabs);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Log(), Lines());
+  EXPECT_EQ(morva::dncState, morva::kDncOffline);
+}
+
+TEST_F(TransferTest, KeepsAReceivedProgramInAFileWhenTheTabsFillUpMeanwhile) {
+  UseDataFolder();
+  Receive();
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  Log();
+  headless::PeerSend(std::string("O1\0 M30\r\n", 10));
+  Advance(2200);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  const std::vector<std::filesystem::path> kept = RecoveryFiles();
+  ASSERT_EQ(kept.size(), 1u);
+  EXPECT_EQ(Raw(std::filesystem::relative(kept[0], folder).string()), "O1 M30\r\n");
+  EXPECT_EQ(Status(),
+            u"DNC receive complete — eight programs are open; kept in " + kept[0].u16string());
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
   EXPECT_TRUE(transfer.receivedData.empty());
-  for (const std::u16string& line : Log()) EXPECT_NE(line, kOpened);
+}
+
+TEST_F(TransferTest, HoldsAReceivedProgramThatNoFileTakesUntilThereIsATab) {
+  Receive();  // no data folder
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  headless::PeerSend("O1\r\nM30\r\n");
+  Advance(2200);
+  EXPECT_EQ(Status(), u"DNC receive complete — close a program, then press RECEIVE to open it.");
+  Receive();
+  EXPECT_EQ(morva::app.tabCount, morva::kMaxTabs);
+  morva::RemoveTab(0);
+  Receive();
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(std::u16string(morva::tabs[morva::app.tabCount - 1].title), u"RECEIVED_RS232.NC");
+  EXPECT_NE(Text().find(u"O1\r\nM30"), std::u16string::npos);
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, TakesAReceiveOfFillingsForAnEmptyOne) {
+  for (const std::string_view filling :
+       {std::string_view("\0\0\0", 3), std::string_view("  \t\r\n"),
+        std::string_view("\x7F\0 ", 3)}) {
+    Receive();
+    Advance(0);
+    headless::PeerSend(filling);
+    Advance(2300);
+    EXPECT_FALSE(transfer.active);
+    EXPECT_EQ(morva::app.tabCount, 0);
+    EXPECT_EQ(Log().back(), u"Receive ended with no data.");
+    EXPECT_EQ(Status(), u"DNC receive error / timeout — no program data received.");
+    EXPECT_EQ(State(), u"DNC: ERROR");
+    EXPECT_TRUE(transfer.receivedData.empty());
+  }
+}
+
+TEST_F(TransferTest, TellsWhatAReceiveIsDoing) {
+  Receive();
+  EXPECT_EQ(Status(), u"DNC receive armed — send the program from the control within 60 seconds.");
+  Advance(0);
+  headless::PeerSend("O1\r\n");
+  Advance(50);
+  EXPECT_EQ(Status(), u"DNC receiving: 4 bytes");
+  Advance(2300);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
+}
+
+TEST_F(TransferTest, TellsFromTheFirstMomentThatItSends) {
+  Send(u"G0");
+  EXPECT_EQ(Status(), u"DNC transferring: 0 / 10 bytes");
+}
+
+TEST_F(TransferTest, TellsATransferThatCouldNotBeStarted) {
+  headless::FailCall("worker", 1);
+  Send(u"G0");
+  EXPECT_EQ(Status(), u"DNC transfer error — the transfer could not be started.");
+  headless::FailCall("worker", 1);
+  Receive();
+  EXPECT_EQ(Status(), u"DNC transfer error — the transfer could not be started.");
+}
+
+TEST_F(TransferTest, TakesAPortAndARateChangedInTheFileAtTheNextTransfer) {
+  headless::SetPort(u"COM5", PortState::Present);
+  PutIni("[DNC]\r\nPort=COM1\r\nBaud=9600\r\n");
+  Send(u"G0");
+  Advance(10);
+  ASSERT_EQ(State(), u"DNC: CONNECTED");
+  PutIni("[DNC]\r\nPort=COM5\r\nBaud=19200\r\n");
+  Log();
+  Send(u"G0");
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending}));
+  EXPECT_EQ(std::u16string(morva::worker.settings.port), u"COM5");
+  EXPECT_EQ(morva::worker.settings.baud, 19200);
+  EXPECT_EQ(TextOf(morva::kIdDncPort), u"PORT  COM5");
+  EXPECT_EQ(TextOf(morva::kIdDncBaud), u"BAUD  19200");
+  Advance(10);
+  // The same once more opens nothing anew.
+  Send(u"G0");
+  EXPECT_EQ(Log(), (Lines{kSendDone, kSending}));
+  Advance(10);
+  PutIni("[DNC]\r\nPort=COM9\r\n");
+  Log();
+  Send(u"G0");
+  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
+  EXPECT_FALSE(transfer.active);
+}
+
+TEST_F(TransferTest, KeepsAProgramThatCameWholeWhenTheWindowGoes) {
+  UseDataFolder();
+  transfer.active = true;
+  transfer.isReceive = true;
+  transfer.receivedData = "O1\r\n";  // the worker's message has not been told yet
+  morva::EndTransferForGood();
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(RecoveryFiles().size(), 1u);
+}
+
+TEST_F(TransferTest, DropsAPartOfAProgramWhenTheWindowGoes) {
+  UseDataFolder();
+  Receive();
+  Advance(0);
+  headless::PeerSend("O1");
+  Advance(100);
+  morva::EndTransferForGood();
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
+  EXPECT_TRUE(RecoveryFiles().empty());
 }
 
 TEST_F(TransferTest, OpensNothingWithoutReceivedData) {

@@ -56,6 +56,8 @@ void ForEveryPlan(Look look) {
             look(in, PlanLayout(in));
             in.viewAway = false;
             look(in, PlanLayout(in));
+            in.transferRuns = true;
+            look(in, PlanLayout(in));
           }
         }
       }
@@ -119,6 +121,30 @@ TEST(LayoutRects, KeepTheTrackOfTheSpeedSliderWhole) {
       ASSERT_GE(RectWidth(slider), 272) << Words(in, kIdSpeedSlider);
     }
   });
+}
+
+TEST(LayoutRects, ShowABarOf250PixelsAndTheAbortKeyWhileATransferRuns) {
+  for (const int width : {1200, 1560}) {
+    for (const std::int32_t surface : {kSurfaceCode, kSurfaceCad}) {
+      LayoutInput in = Window(width, 800);
+      in.surface = surface;
+      EXPECT_TRUE(IsEmpty(PlaceIn(PlanLayout(in), kIdAbortTransfer)));
+      EXPECT_TRUE(IsEmpty(PlaceIn(PlanLayout(in), kViewTransfer)));
+      in.transferRuns = true;
+      const LayoutPlan plan = PlanLayout(in);
+      const Rect key = PlaceIn(plan, kIdAbortTransfer);
+      EXPECT_EQ(key.right, width - 8);
+      EXPECT_EQ(RectWidth(key), 76);
+      EXPECT_LT(key.bottom, plan.areas.topBand.bottom);
+      const Rect bar = PlaceIn(plan, kViewTransfer);
+      EXPECT_GE(RectWidth(bar), 250);
+      EXPECT_EQ(bar.right, key.left - 5);
+      for (int i = 0; i < plan.count; ++i) {
+        if (plan.placements[i].id == kViewTransfer || IsEmpty(plan.placements[i].place)) continue;
+        EXPECT_FALSE(Overlap(bar, plan.placements[i].place)) << plan.placements[i].id;
+      }
+    }
+  }
 }
 
 TEST(LayoutRects, LeaveTheGripOfThePanelEdgeBare) {

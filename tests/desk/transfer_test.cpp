@@ -1,0 +1,138 @@
+// A transfer on the real window: its bar and abort key in the top band, the keyboard, the question
+// of a close. The far end is the control simulator, which holds the line.
+
+#include "dnc/transfer.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "desk/at_desk.h"
+#include "dnc/serial_profile.h"
+#include "platform/control.h"
+#include "platform/posix/serial_pace.h"
+#include "platform/window.h"
+
+namespace {
+
+constexpr int kHeldAt = 8000;  // bytes that the control takes before it holds the line
+
+class Transfer : public AtDesk {
+ protected:
+  void SetUp() override {
+    AtDesk::SetUp();
+    WriteAll(desk::SettingsFile(), "[DNC]\r\nBaud=115200\r\n");
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.start(
+        QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
+        {QStringLiteral("--ini"), desk::SettingsFile(), QStringLiteral("--hold-after"),
+         QString::number(kHeldAt), QStringLiteral("--hold-ms"), QStringLiteral("60000")});
+    ASSERT_TRUE(desk::Until([this]() {
+      heard_ += process_.readAllStandardOutput();
+      return heard_.contains("PORT ");
+    }));
+    QByteArray program = "%\r\nO4321\r\n";
+    for (int i = 0; i < 6000; ++i) program += "G01 X" + QByteArray::number(i) + ". F20.\r\n";
+    WriteAll(Path("long.NC"), program + "M30\r\n%\r\n");
+    Open(Path("long.NC"));
+    desk::Run(300);
+    platform::pacePseudoTerminals = true;
+  }
+  void TearDown() override {
+    platform::pacePseudoTerminals = false;
+    if (morva::TransferRuns()) morva::RequestAbort();
+    desk::Until([]() { return !morva::TransferRuns(); });
+    process_.write("quit\n");
+    if (!process_.waitForFinished(3000)) process_.kill();
+  }
+  // Presses SEND and waits until the control holds the line in the midst of the program.
+  static void SendUntilHeld() {
+    desk::AnswerBox(QStringLiteral("Yes"));
+    desk::Click(morva::kIdSend);
+    ASSERT_TRUE(desk::Until([]() { return morva::TransferRuns(); }));
+    ASSERT_TRUE(desk::Until([]() { return BytesTold() >= kHeldAt; }));
+  }
+  // What the bar tells assistive technology.
+  static int BytesTold() {
+    const QStringList words =
+        QString::fromStdU16String(platform::AccessibleName(morva::kViewTransfer)).split(u' ');
+    return words.value(0) == QStringLiteral("Sending:") ? words.value(1).toInt() : -1;
+  }
+  static void Resize(int width, int height) {
+    QWidget* window = desk::WidgetOf(platform::kMainWindow);
+    window->resize(width, height);
+    ASSERT_TRUE(
+        desk::Until([=]() { return window->width() == width && window->height() == height; }));
+  }
+  static bool IsShown(int id) { return desk::WidgetOf(id)->isVisible(); }
+
+  QProcess process_;
+  QByteArray heard_;
+};
+
+TEST_F(Transfer, ShowsItsBarAndTheAbortKeyAndDimsSendAndReceive) {
+  EXPECT_FALSE(IsShown(morva::kIdAbortTransfer));
+  EXPECT_FALSE(IsShown(morva::kViewTransfer));
+  SendUntilHeld();
+  EXPECT_FALSE(desk::WidgetOf(morva::kIdSend)->isEnabled());
+  EXPECT_FALSE(desk::WidgetOf(morva::kIdReceive)->isEnabled());
+  // Never on to some other key, such as the one that switches the units.
+  EXPECT_TRUE(desk::Until([]() { return platform::FocusedId() == morva::kIdAbortTransfer; }));
+  EXPECT_TRUE(IsShown(morva::kIdAbortTransfer));
+  EXPECT_TRUE(IsShown(morva::kViewTransfer));
+  EXPECT_EQ(desk::WidgetOf(morva::kIdAbortTransfer)->accessibleName(),
+            QStringLiteral("Abort transfer"));
+  Resize(1200, 800);
+  Show("transfer-1200x800.png");
+  Resize(1560, 940);
+  Show("transfer-1560x940.png");
+  desk::Click(morva::kIdSurfaceCad);
+  EXPECT_TRUE(desk::Until([]() { return IsShown(morva::kIdAbortTransfer); }));
+  Show("transfer-drawing-1560x940.png");
+  Resize(1200, 800);
+  Show("transfer-drawing-1200x800.png");
+  desk::Click(morva::kIdAbortTransfer);
+  ASSERT_TRUE(desk::Until([]() { return !morva::TransferRuns(); }));
+  EXPECT_EQ(desk::TextOf(morva::kIdStatusLine), QStringLiteral("DNC transfer aborted."));
+  EXPECT_FALSE(IsShown(morva::kIdAbortTransfer));
+  EXPECT_FALSE(IsShown(morva::kViewTransfer));
+}
+
+TEST_F(Transfer, IsReachedAndAbortedByTheKeyboardAlone) {
+  SendUntilHeld();
+  platform::SetFocusTo(morva::kIdFind);
+  ASSERT_EQ(platform::FocusedId(), morva::kIdFind);
+  desk::Key(morva::kIdFind, Qt::Key_Tab);
+  ASSERT_EQ(platform::FocusedId(), morva::kIdAbortTransfer);
+  desk::Key(morva::kIdAbortTransfer, Qt::Key_Space);
+  EXPECT_TRUE(desk::Until([]() { return morva::dncState == morva::kDncOffline; }));
+}
+
+// Enter takes what stands first: the window stays, and the transfer goes on.
+TEST_F(Transfer, IsNotEndedByAHastyEnterAtTheClose) {
+  SendUntilHeld();
+  QString words;
+  QString pressed;
+  QTimer eyes;
+  QObject::connect(&eyes, &QTimer::timeout, [&]() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !words.isEmpty()) return;
+    words = box->text();
+    pressed = box->defaultButton() ? box->defaultButton()->text() : QString();
+    QTest::keyClick(box, Qt::Key_Return);
+  });
+  eyes.start(20);
+  desk::CloseWindow();
+  ASSERT_TRUE(desk::Until([&]() { return !words.isEmpty(); }));
+  EXPECT_TRUE(words.startsWith(QStringLiteral("A program is being sent. Abort it and close")));
+  EXPECT_EQ(pressed.remove(QLatin1Char('&')), QStringLiteral("No"));
+  desk::Run(50);
+  EXPECT_TRUE(IsShown(platform::kMainWindow));
+  EXPECT_TRUE(morva::TransferRuns());
+}
+
+}  // namespace
