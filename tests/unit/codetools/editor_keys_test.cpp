@@ -180,10 +180,19 @@ TEST_F(CodeTools, RenumberInOneUndoStepWithAllThatFollows) {
   EXPECT_EQ(Text().find(u"(MORVA"), std::u16string::npos);
   EXPECT_TRUE(platform::UndoEditor(kIdEditor));
   EXPECT_EQ(Text(), u"%\r\nG0\r\nG1");
-  EXPECT_TRUE(platform::RedoEditor(kIdEditor));
   RenumberProgram();
   headless::Advance(51);
   EXPECT_NE(Text().find(u"(MORVA"), std::u16string::npos);
+}
+
+TEST_F(CodeTools, RenumberIsNoUndoStepWhereItChangesNothing) {
+  Load(u"%\r\nN10 G0\r\nN20 G1\r\n");
+  app.editorDirty = tabs[0].dirty = false;
+  AppendOutput(u"before");
+  RenumberProgram();
+  EXPECT_EQ(Output(), u"before\r\nProgram is numbered N10, N20, N30... already.\r\n");
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_FALSE(platform::UndoEditor(kIdEditor));
 }
 
 TEST_F(CodeTools, RenumberShowsTheCommandWordsAnew) {
