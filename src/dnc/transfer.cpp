@@ -274,12 +274,18 @@ std::u16string OpenReceivedProgram() {
   return u"DNC receive complete — program opened in a new tab.";
 }
 
-void EndTransferForGood() {
-  if (!transfer.active) return;
-  RequestAbort();
-  platform::EndWorkers();
-  transfer.active = false;
+bool KeepHeldProgram() {
   if (!IsFillingOnly(transfer.receivedData)) KeepReceived();
+  return IsFillingOnly(transfer.receivedData);
+}
+
+void EndTransferForGood() {
+  if (transfer.active) {
+    RequestAbort();
+    platform::EndWorkers();
+    transfer.active = false;
+  }
+  KeepHeldProgram();
 }
 
 void RegisterTransferCommands() {

@@ -24,8 +24,11 @@ void AbortTransfer();
 // can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words for the
 // status line; empty: nothing had been received.
 std::u16string OpenReceivedProgram();
+// Tries once more to keep a program in "Recovery" that was received and is in no tab. False: no
+// file takes it either. For moments at which no transfer runs.
+bool KeepHeldProgram();
 // Ends what runs when the window goes: the abort, and the wait for the worker. A program that had
-// come whole is kept in "Recovery".
+// come whole, now or earlier, is kept in "Recovery".
 void EndTransferForGood();
 
 void RegisterTransferCommands();

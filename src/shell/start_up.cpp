@@ -221,6 +221,14 @@ bool MayEndTransfer() {
   return !cameWhole || MayLoseUnsaved();
 }
 
+// A program that was received while no tab was free and no file took it.
+bool MayLoseReceived() {
+  return KeepHeldProgram() ||
+         ConfirmedNoFirst(u"DNC Transfer",
+                          u"A received program is in no tab, and no file could be written for it. "
+                          u"Close MORVA and lose it?");
+}
+
 bool OnClosing() {
   RunAutosave();
   if (!WaitForSaves()) {
@@ -229,9 +237,9 @@ bool OnClosing() {
                    u"anyway?")) {
       return false;
     }
-    return !TransferRuns() || MayEndTransfer();
+    return (!TransferRuns() || MayEndTransfer()) && MayLoseReceived();
   }
-  return TransferRuns() ? MayEndTransfer() : MayLoseUnsaved();
+  return (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) && MayLoseReceived();
 }
 
 // Nobody is there to answer. What may not go into its own file unasked is kept in the data

@@ -768,6 +768,18 @@ TEST_F(TransferTest, KeepsAProgramThatCameWholeWhenTheWindowGoes) {
   EXPECT_EQ(RecoveryFiles().size(), 1u);
 }
 
+TEST_F(TransferTest, KeepsAProgramThatNoFileTookEarlierWhenTheWindowGoes) {
+  transfer.receivedData = "O1\r\n";
+  morva::EndTransferForGood();
+  EXPECT_EQ(transfer.receivedData, "O1\r\n");  // no data folder
+  EXPECT_FALSE(morva::KeepHeldProgram());
+  UseDataFolder();
+  morva::EndTransferForGood();
+  EXPECT_EQ(RecoveryFiles().size(), 1u);
+  EXPECT_TRUE(morva::KeepHeldProgram());
+  EXPECT_EQ(RecoveryFiles().size(), 1u);
+}
+
 TEST_F(TransferTest, DropsAPartOfAProgramWhenTheWindowGoes) {
   UseDataFolder();
   Receive();

@@ -141,6 +141,27 @@ TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
   EXPECT_TRUE(headless::CloseKey());
 }
 
+TEST_F(CloseFlow, AsksBeforeAReceivedProgramIsLostThatNoTabAndNoFileTook) {
+  headless::RemoveDocuments();
+  FindDataDirectory();
+  headless::SetPort(u"COM1", headless::PortState::Present);
+  headless::Click(kIdReceive);
+  while (app.tabCount < kMaxTabs) headless::Click(kIdNew);
+  headless::PeerSend("O1\r\nM30\r\n");
+  headless::Advance(3000);
+  ASSERT_EQ(platform::TextOf(kIdStatusLine),
+            u"DNC receive complete \u2014 close a program, then press RECEIVE to open it.");
+  headless::TakeBoxes();
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"A received program is in no tab, and no file could be written for it. Close MORVA "
+            u"and lose it?");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(headless::CloseKey());
+}
+
 TEST_F(Outlets, RepeatingAStatusInOtherCaseLeavesTheControlUntouched) {
   ShowStatus(u"Saved here");
   platform::SetText(kIdStatusLine, u"touched");
