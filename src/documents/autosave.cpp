@@ -77,6 +77,8 @@ void RunAutosave() {
   ProgramTab* tab = ActiveTab();
   if (!app.dataDirReady || running || !tab || !IsTouched(*tab)) return;
   if (tab->save.userChanges <= tab->save.handedChanges) return;
+  // Whatever comes of it, it is not tried again at every key.
+  NoteTried(*tab);
   // The old file must not get what was typed since the program was saved under another name.
   if (tab->save.takingPath && tab->save.home.empty()) return ScheduleAutosave();
   running = true;

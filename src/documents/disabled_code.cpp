@@ -147,4 +147,24 @@ bool ReadDisabledCode(std::string_view bytes, DisabledCodeEntry*& list) {
   return true;
 }
 
+bool ReplaceDisabledCode(std::string_view bytes, DisabledCodeEntry*& list) {
+  DisabledCodeEntry* read = nullptr;
+  if (!ReadDisabledCode(bytes, read)) return false;
+  DisabledCodeEntry** end = &read;
+  while (*end) end = &(*end)->next;
+  while (list) {
+    DisabledCodeEntry* entry = list;
+    list = entry->next;
+    entry->next = nullptr;
+    if (FindDisabledCode(read, entry->id)) {
+      delete entry;
+    } else {
+      *end = entry;
+      end = &entry->next;
+    }
+  }
+  list = read;
+  return true;
+}
+
 }  // namespace morva

@@ -27,6 +27,9 @@ void FreeDisabledCode(DisabledCodeEntry*& list);
 // The ".features" image: "MVC1", count, then id, length, UTF-16LE text for each entry.
 // False: more than 64,000,000 bytes, `bytes` empty.
 bool WriteDisabledCode(const DisabledCodeEntry* list, std::string& bytes);
+// Puts the entries of an image in the place of the list. What the list held under other ids stays
+// behind them, for an Undo that brings such a block back. False: damaged, `list` as it was.
+bool ReplaceDisabledCode(std::string_view bytes, DisabledCodeEntry*& list);
 // Parses whole before anything is kept. False: damaged, `list` as it was. Reading prepends.
 bool ReadDisabledCode(std::string_view bytes, DisabledCodeEntry*& list);
 

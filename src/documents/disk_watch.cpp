@@ -1,16 +1,15 @@
 #include "documents/disk_watch.h"
 
 #include <string>
-#include <utility>
 
 #include "app/app_state.h"
 #include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
-#include "documents/disabled_code.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
+#include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
@@ -69,15 +68,23 @@ bool LoadAgain() {
   ProgramTab* tab = ActiveTab();
   if (!tab) return false;
   std::string bytes;
+  std::u16string text;
   DiskState state;
-  if (!ReadWithState(tab->path, bytes, state)) {
+  // A file that holds NULs between its lines must not become the program that is saved over it.
+  if (!ReadWithState(tab->path, bytes, state) || !TakeProgram(bytes, text)) {
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
     return false;
   }
-  const std::uint64_t serial = tab->serial;
-  ReplaceText(DecodeProgram(bytes));
-  if (ActiveSerial() != serial) return false;
+  std::u16string words = u"Loaded again from disk.";
+  // Undo brings the text back, and neither drawings nor excluded code.
+  SyncActiveTab();
+  StashActiveWorkspace();
+  std::u16string kept;
+  if (IsTouched(*tab) && KeepProgramInRecovery(*tab, kept)) {
+    words += u" Your version is kept in " + kept;
+  }
+  ReplaceText(text);
   ReadCompanions(tab->path, *tab);
   RestoreWorkspace();
   NoteLoaded(*tab, state);
@@ -86,7 +93,7 @@ bool LoadAgain() {
   ArmTextRefresh(kRefreshMs);
   WriteProgramInformation();
   Call(hooks.rebuildToolpath);
-  AppendOutput(u"Loaded again from disk.");
+  AppendOutput(words);
   return true;
 }
 

@@ -1,4 +1,4 @@
-// Programs whose files other programs change.
+// Notices that another program changed an open file, and offers to load it again.
 #pragma once
 
 #include <string_view>
@@ -7,13 +7,14 @@ namespace morva {
 
 // The tab that shows this file, by this path or by another name or link of the same file; -1.
 int TabOfFile(std::u16string_view path);
-// Looks at the active program's file. Has another program changed it, a program that the user
-// has not touched is offered for loading again; else the status line says once that it is not
-// saved. One state of a file is asked about once.
+// Looks whether another program has changed the active program's file. If so, and the user has
+// not touched the program, a box offers to load it again, once for each state of the file. A
+// program that the user has touched is left as it is; the status line says once that it is not
+// saved.
 void WatchDisk();
 // Puts the file in the place of the active program's text, as one undo step, and its companions
-// in the place of the drawings, plates and excluded code. False: it cannot be read; the user was
-// told.
+// in the place of drawings, plates and excluded code. What the user had changed is kept in
+// "Recovery", and the log tells where. False: the file cannot be read; the user was told.
 bool LoadAgain();
 
 }  // namespace morva

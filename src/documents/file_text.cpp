@@ -151,6 +151,16 @@ OutputFigures MeasureOutput(std::u16string_view text) {
   return figures;
 }
 
+bool TakeProgram(std::string& bytes, std::u16string& text) {
+  const std::size_t nul = bytes.find('\0');
+  const bool whole =
+      nul == bytes.npos ||
+      bytes.find_first_not_of(std::string_view("\0\t\n\r \x1A", 6), nul) == bytes.npos;
+  if (whole && nul != bytes.npos) bytes.resize(nul);
+  text = DecodeProgram(bytes);
+  return whole;
+}
+
 std::u16string DecodeProgram(std::string_view bytes) {
   std::u16string text = platform::FromUtf8(bytes);
   if (text.empty()) text = DecodeCodePage(bytes);

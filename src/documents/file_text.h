@@ -26,6 +26,9 @@ struct OutputFigures {
   int firstLostLine = 0;  // counted from 1; 0: none is lost
 };
 OutputFigures MeasureOutput(std::u16string_view text);
+// The text of a program file, what fills its end left out. False: NULs stand between its lines,
+// so that it may be no text; `text` is then all of it without them.
+bool TakeProgram(std::string& bytes, std::u16string& text);
 // A program file as text: UTF-8, and where that gives nothing the one-byte code page. NULs are
 // left out.
 std::u16string DecodeProgram(std::string_view bytes);

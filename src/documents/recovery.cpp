@@ -1,10 +1,13 @@
 #include "documents/recovery.h"
 
 #include <cstdint>
+#include <utility>
 
 #include "app/app_state.h"
 #include "documents/file_names.h"
 #include "documents/file_text.h"
+#include "documents/saver.h"
+#include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/file.h"
 #include "text/codetext.h"
@@ -14,18 +17,34 @@ namespace {
 
 constexpr int kNameTries = 1000;
 
-}  // namespace
-
-bool KeepInRecovery(std::u16string_view title, std::u16string_view text, std::u16string& path) {
-  if (!app.dataDirReady) return false;
+// A path that is free, empty for none.
+std::u16string FreePath(std::u16string_view title) {
+  if (!app.dataDirReady) return {};
   const std::u16string name = CleanedTitle(title);
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kNameTries; ++tries, ++tick) {
-    path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + u".NC");
-    if (platform::FileExists(path)) continue;
-    return SaveFileAtomic(path, platform::ToUtf8(text));
+    std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + u".NC");
+    if (!platform::FileExists(path)) return path;
   }
-  return false;
+  return {};
+}
+
+}  // namespace
+
+bool KeepInRecovery(std::u16string_view title, std::u16string_view text, std::u16string& path) {
+  path = FreePath(title);
+  return !path.empty() && SaveFileAtomic(path, platform::ToUtf8(text));
+}
+
+bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
+  path = FreePath(tab.title);
+  SaveJob job;
+  job.program = path;
+  if (path.empty() || !AddProgramFiles(path, platform::ToUtf8(tab.text), tab, job.files)) {
+    return false;
+  }
+  HandOverSave(std::move(job));
+  return true;
 }
 
 }  // namespace morva

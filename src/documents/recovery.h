@@ -1,12 +1,17 @@
-// The folder "Recovery" of the data directory: texts that could be kept nowhere else.
+// The folder "Recovery" of the data directory: what could be kept nowhere else.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "documents/tab_table.h"
+
 namespace morva {
 
 // Writes the text as UTF-8 under the title and the tick. False: it could not be written.
 bool KeepInRecovery(std::u16string_view title, std::u16string_view text, std::u16string& path);
+// Hands a whole program, as its record holds it, to the writer of files: text, excluded code,
+// drawings and plates. False: there is no data directory, or no name is free there.
+bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path);
 
 }  // namespace morva

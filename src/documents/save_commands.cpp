@@ -45,7 +45,7 @@ bool AskAboutSize(const OutputFigures& figures) {
   return Confirmed(u"Save", text);
 }
 
-// Asks what the text itself makes necessary. False: it is not to be saved.
+// Asks about characters that would be lost and about the size. False: do not save.
 bool SettleText() {
   const std::uint64_t serial = ActiveSerial();
   const OutputFigures figures = MeasureOutput(platform::EditorText(kIdEditor));
@@ -63,14 +63,14 @@ bool ChangedBeneath(ProgramTab& tab) {
   return !DiskHoldsStill(tab);
 }
 
-// The file that another program has changed: what becomes of it is the user's to say.
+// Asks what to do with a file that another program has changed, and does it.
 bool SettleChangedFile() {
   const std::uint64_t serial = ActiveSerial();
   std::u16string text(BareFileName(app.activePath));
   text +=
       u" was changed on disk by another program since it was opened or last saved.\r\n\r\n"
-      u"Write over that file, load it again in place of your text (one Undo brings yours back), "
-      u"or save yours under another name?";
+      u"Write over that file, load it again in place of yours (one Undo brings your text back; a "
+      u"copy of all goes into \"Recovery\"), or save yours under another name?";
   const platform::BoxAnswer answer = platform::ShowBox(
       u"Changed on Disk", text, platform::BoxButtons::YesNoOtherCancel, platform::BoxIcon::Warning,
       {u"Write over it", u"Load again", u"Save as...", u"Cancel"});

@@ -24,8 +24,10 @@ void MarkTagged() {
   SetDirtyMark(tab, true);
 }
 
+void NoteTried(ProgramTab& tab) { tab.save.unsavedSince = 0; }
+
 void NoteHandedOver(ProgramTab& tab, bool takesPath) {
-  tab.save.unsavedSince = 0;
+  NoteTried(tab);
   tab.save.handedChanges = tab.save.changes;
   tab.save.takingPath = tab.save.takingPath || takesPath;
 }

@@ -1,5 +1,5 @@
-// What is known of a program's way into its file: changes by count, the state of the disk, what
-// keeps the autosave from writing.
+// The save state of a program: its changes and those that the file holds, what the file held when
+// it was last seen, why the autosave waits.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +21,8 @@ void MarkModified();
 void MarkTagged();
 // A save holds the program as it is now. With `takesPath` it gives the program another path.
 void NoteHandedOver(ProgramTab& tab, bool takesPath);
+// The autosave has been tried: the five seconds begin anew with the next change.
+void NoteTried(ProgramTab& tab);
 // The save has failed, so that what it held is still to be saved.
 void NoteSaveFailed(ProgramTab& tab);
 // The file holds the program as it was at this count of changes: nothing holds the autosave, and
@@ -33,10 +35,10 @@ void NoteDisk(ProgramTab& tab, const DiskState& disk);
 // saved or loaded.
 bool DiskHoldsStill(ProgramTab& tab);
 void NoteChangedOnDisk(ProgramTab& tab);
-// True once for each state of the file: loading it again is to be offered.
+// True the first time for each state of the file: offer to load it again.
 bool OfferLoading(ProgramTab& tab);
 void AcceptLoss(ProgramTab& tab);
-// True where this is another reason than the last one.
+// Keeps the reason. True: it is another one than before, so that it must be told.
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
 void KeepHome(ProgramTab& tab, std::u16string_view home);
 

@@ -81,7 +81,7 @@ bool TakeJob(SaveJob& job) {
   return true;
 }
 
-// Jobs of the program that were made before this result was known expect what is on disk now.
+// Waiting jobs of this program now expect the bytes that were just written.
 void Keep(SaveResult result) {
   const std::lock_guard<std::mutex> lock(guard);
   if (result.now.figures.exists) {
@@ -120,7 +120,7 @@ bool AllTold() {
   return !working && waiting.empty() && finished.empty();
 }
 
-// Nobody may hand out messages while somebody waits.
+// Messages may not be handed out during a wait, so that results are told here.
 bool ToldByNow() {
   TellResults();
   return AllTold();
@@ -138,6 +138,8 @@ bool Queue(SaveJob job) {
       continue;
     }
     job.byUser = job.byUser || older->byUser;
+    // The user has said that the file may be written over.
+    job.checked = job.checked && older->checked;
     older = waiting.erase(older);
   }
   waiting.push_back(std::move(job));

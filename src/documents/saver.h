@@ -40,7 +40,7 @@ struct SaveJob {
   std::uint64_t serial = 0;   // of the program's tab
   std::uint32_t changes = 0;  // the tab's count of changes that the bytes hold
   bool byUser = false;        // asked for by the user, not by the autosave
-  bool takesPath = false;     // the tab goes over to `program` when it is saved
+  bool takesPath = false;     // behind the save, `program` is the tab's path
   std::u16string program;
   std::vector<SaveFile> files;  // in the order of writing; but for `program` all are companions
   bool checked = false;         // the program must still hold what `known` tells
@@ -60,8 +60,8 @@ struct SaveResult {
   DiskState now;  // of the program, where it was saved
 };
 
-// The worker starts at once where it rests. A job of the same program that still waits is
-// dropped, and what the user asked for in it goes over to this one. Where no thread can be
+// Starts the worker if it is idle. Replaces a waiting job of the same program: `byUser` stays set
+// if either had it, `checked` only if both had it. Where no thread can be
 // started the files are written before the call returns. Answers the job's ticket.
 std::uint64_t HandOverSave(SaveJob job);
 // A result that is there already is told within HandOverSave, else by kMessageSaved.

@@ -1,8 +1,3 @@
-// Saving a program with its companions.
-//
-// The stored code of excluded blocks goes out before the text that refers to it, so that a cut
-// between two files leaves entries too many and none too few.
-
 #include "documents/saving.h"
 
 #include <string>
@@ -11,7 +6,6 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "documents/disabled_code.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
@@ -40,48 +34,50 @@ void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
 bool MakeJob(std::u16string_view path, SaveJob& job) {
   // Without an editor there is no text, and an empty file must not replace a program.
   if (!platform::Exists(kIdEditor)) return false;
-  // Markers that are being undone stay out: a save comes in the middle of it by itself.
+  // An autosave may come during an undo; it must not put the markers back.
   TagAfterEdit();
   job.program = path;
-  ProgramTab* tab = ActiveTab();
-  if (tab) {
-    job.files.push_back({CompanionPath(path, u".features"), {}});
-    if (!WriteDisabledCode(tab->disabledCode, job.files.back().bytes)) return false;
-  }
-  job.files.push_back({job.program, NormaliseOutputText(platform::EditorText(kIdEditor), false)});
+  std::string bytes = NormaliseOutputText(platform::EditorText(kIdEditor), false);
   StashActiveWorkspace();
-  if (!tab) return true;
-  AddModelFiles(path, *tab, job.files);
+  const ProgramTab* tab = ActiveTab();
+  if (!tab) {
+    job.files.push_back({job.program, std::move(bytes)});
+    return true;
+  }
   job.serial = tab->serial;
   job.changes = tab->save.changes;
-  return true;
+  return AddProgramFiles(path, std::move(bytes), *tab, job.files);
 }
 
-void TellFailed(bool byUser) {
+// What concerns a program that is not on the stage is told with its title.
+void TellAutosave(const ProgramTab* tab, std::u16string_view words) {
+  std::u16string told;
+  if (tab && tab != ActiveTab()) told = std::u16string(tab->title) + u": ";
+  ShowStatus(told.append(words));
+}
+
+void TellFailed(const ProgramTab* tab, bool byUser) {
   if (byUser) {
     platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
   } else {
-    ShowStatus(kWriteFailed);
+    TellAutosave(tab, kWriteFailed);
   }
 }
 
 bool HandOver(std::u16string_view path, bool byUser, bool checked) {
   SaveJob job;
   if (!MakeJob(path, job)) {
-    TellFailed(byUser);
+    TellFailed(ActiveTab(), byUser);
     return false;
   }
   job.byUser = byUser;
-  const ProgramTab* tab = ActiveTab();
-  if (checked && tab && std::u16string_view(tab->path) == path && tab->save.disk.figures.exists) {
-    job.checked = true;
+  if (ProgramTab* tab = ActiveTab()) {
+    job.takesPath = std::u16string_view(tab->path) != path;
+    job.checked = checked && !job.takesPath && tab->save.disk.figures.exists;
     job.known = tab->save.disk;
+    NoteHandedOver(*tab, job.takesPath);
   }
-  if (tab && std::u16string_view(tab->path) != path) {
-    job.takesPath = true;
-  }
-  if (ProgramTab* active = ActiveTab()) NoteHandedOver(*active, job.takesPath);
   const std::uint64_t ticket = HandOverSave(std::move(job));
   return lastFailed != ticket;
 }
@@ -111,19 +107,19 @@ void OnSaved(const SaveResult& result) {
   if (result.answer != SaveAnswer::Saved) lastFailed = result.ticket;
   ProgramTab* const found = TabOfSerial(result.serial);
   if (!found) {
-    if (result.answer != SaveAnswer::Saved) TellFailed(result.byUser);
+    if (result.answer != SaveAnswer::Saved) TellFailed(nullptr, result.byUser);
     return;
   }
   ProgramTab& tab = *found;
   if (result.answer != SaveAnswer::Saved) NoteSaveFailed(tab);
-  // A companion may have failed behind the program.
+  // The program was written even if a later companion failed.
   if (result.now.figures.exists) NoteDisk(tab, result.now);
   switch (result.answer) {
     case SaveAnswer::Saved:
       FollowSaved(tab, result);
       break;
     case SaveAnswer::Failed:
-      TellFailed(result.byUser);
+      TellFailed(found, result.byUser);
       break;
     case SaveAnswer::Changed:
       FollowChanged(tab, result);
@@ -145,7 +141,7 @@ AutosaveHold HoldOf(const ProgramTab& tab) {
 }
 
 void TellHeld(ProgramTab& tab, AutosaveHold reason) {
-  if (NoteHeld(tab, reason)) ShowStatus(kHoldWords[static_cast<int>(reason)]);
+  if (NoteHeld(tab, reason)) TellAutosave(&tab, kHoldWords[static_cast<int>(reason)]);
 }
 
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial)) {

@@ -1,4 +1,4 @@
-// The way of a program into its file: what goes out, and what is told behind it.
+// Saving: which files are written, and what the user is told about it.
 #pragma once
 
 #include <cstdint>

@@ -34,12 +34,6 @@ constexpr platform::FileFilter kOpenFilters[] = {
     {u"Text (*.TXT)", u"*.TXT"},
     {u"All files (*.*)", u"*.*"},
 };
-// Whether anything but filling stands behind a file's first NUL.
-bool HoldsMoreBehindNul(const std::string& bytes) {
-  const std::size_t nul = bytes.find('\0');
-  return nul != bytes.npos &&
-         bytes.find_first_not_of(std::string_view("\0\t\n\r \x1A", 6), nul) != bytes.npos;
-}
 
 // NULs are left out of every text. A file that holds them between its lines may be no text at
 // all, so that it is opened as a program without a path and no save can replace it.
@@ -57,9 +51,9 @@ int OpenFromFile(const std::u16string& path) {
   std::string bytes;
   DiskState state;
   if (!ReadWithState(path, bytes, state)) return -1;
-  if (HoldsMoreBehindNul(bytes)) return OpenWithoutNuls(path, DecodeProgram(bytes));
-  bytes.resize(std::min(bytes.find('\0'), bytes.size()));
-  const int index = OpenOwnedTab(path, DecodeProgram(bytes), u"Program.NC");
+  std::u16string text;
+  if (!TakeProgram(bytes, text)) return OpenWithoutNuls(path, std::move(text));
+  const int index = OpenOwnedTab(path, std::move(text), u"Program.NC");
   if (index >= 0) NoteDisk(tabs[index], state);
   return index;
 }
@@ -133,8 +127,10 @@ void OpenProgram() {
 void CloseProgram() {
   if (!ActiveTab()) return;
   Call(hooks.leaveCompare);
+  const std::uint64_t serial = ActiveSerial();
   WaitForSaves();
-  if (IsTouched(*ActiveTab()) && !SettleChanges()) return;
+  // Another program may have come up while the disk was waited for.
+  if (!ReturnToTab(serial) || (IsTouched(*ActiveTab()) && !SettleChanges())) return;
   const int closed = app.activeTab;
   RemoveTab(closed);
   if (app.tabCount == 0) OpenTab(u"", u"", u"Untitled-1.NC");

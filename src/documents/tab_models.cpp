@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "documents/file_text.h"
@@ -82,7 +83,23 @@ void TakePlates(const std::string& bytes, ProgramTab& tab) {
     if (Provide(tab.plateStore)) *tab.plateStore = *store;
     if (Provide(tab.plateSettings)) *tab.plateSettings = store->plates[store->active];
   } else if (ReadOldPlateFile(bytes, *plate)) {
+    delete tab.plateStore;
+    tab.plateStore = nullptr;
     if (Provide(tab.plateSettings)) *tab.plateSettings = *plate;
+  }
+}
+
+void AddModelFiles(std::u16string_view path, const ProgramTab& tab, std::vector<SaveFile>& files) {
+  if (tab.cadStore) {
+    files.push_back({CompanionPath(path, u".cadmv"), {}});
+    WriteCadFile(*tab.cadStore, files.back().bytes);
+  }
+  if (!tab.plateSettings) return;
+  files.push_back({CompanionPath(path, u".platemv"), {}});
+  if (tab.plateStore) {
+    WritePlateFile(*tab.plateStore, files.back().bytes);
+  } else {
+    WriteOldPlateFile(*tab.plateSettings, files.back().bytes);
   }
 }
 
@@ -93,22 +110,16 @@ void ReadCompanions(std::u16string_view path, ProgramTab& tab) {
   if (ReadWholeFile(CompanionPath(path, u".cadmv"), bytes)) TakeDrawings(bytes, tab);
   if (ReadWholeFile(CompanionPath(path, u".platemv"), bytes)) TakePlates(bytes, tab);
   if (ReadWholeFile(CompanionPath(path, u".features"), bytes))
-    ReadDisabledCode(bytes, tab.disabledCode);
+    ReplaceDisabledCode(bytes, tab.disabledCode);
 }
 
-void AddModelFiles(std::u16string_view path, ProgramTab& tab, std::vector<SaveFile>& files) {
-  if (tab.cadStore) {
-    files.push_back({CompanionPath(path, u".cadmv"), {}});
-    WriteCadFile(*tab.cadStore, files.back().bytes);
-  }
-  if (!tab.plateSettings) return;
-  if (PlateWindowExists()) StorePlate(tab);
-  files.push_back({CompanionPath(path, u".platemv"), {}});
-  if (tab.plateStore) {
-    WritePlateFile(*tab.plateStore, files.back().bytes);
-  } else {
-    WriteOldPlateFile(*tab.plateSettings, files.back().bytes);
-  }
+bool AddProgramFiles(std::u16string_view path, std::string bytes, const ProgramTab& tab,
+                     std::vector<SaveFile>& files) {
+  files.push_back({CompanionPath(path, u".features"), {}});
+  if (!WriteDisabledCode(tab.disabledCode, files.back().bytes)) return false;
+  files.push_back({std::u16string(path), std::move(bytes)});
+  AddModelFiles(path, tab, files);
+  return true;
 }
 
 std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code) {

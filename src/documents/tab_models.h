@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,13 +13,18 @@
 
 namespace morva {
 
-// Reads ".cadmv", ".platemv" and ".features" beside the program, in this order. What is
-// missing or damaged is left out without a word.
+// Reads ".cadmv", ".platemv" and ".features" beside the program, in this order, in the place of
+// what the record holds. What is missing or damaged is left out without a word.
 void ReadCompanions(std::u16string_view path, ProgramTab& tab);
 // Keeps the code of an excluded block in the record, as AddDisabledCode does.
 std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code);
-// Appends ".cadmv" where there are drawings and ".platemv" where there are plates.
-void AddModelFiles(std::u16string_view path, ProgramTab& tab, std::vector<SaveFile>& files);
+// Appends ".features", the program with these bytes, ".cadmv" where there are drawings and
+// ".platemv" where there are plates, all as the record holds them, in the order in which they are
+// to be written: the stored code of excluded blocks goes out before the text that refers to it, so
+// that a cut between two files leaves entries too many and none too few. False: the stored code
+// is more than its file may hold.
+bool AddProgramFiles(std::u16string_view path, std::string bytes, const ProgramTab& tab,
+                     std::vector<SaveFile>& files);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
 

@@ -22,13 +22,11 @@ enum class AutosaveHold { None, ChangedOnDisk, Loss, TooLarge };
 
 // How a program stands to its file; save_state.h writes it.
 struct SaveState {
-  // Changes are counted: all of them, markers among them; at the user's last one; those that
-  // the file holds.
-  std::uint32_t changes = 0;
-  std::uint32_t userChanges = 0;
-  std::uint32_t savedChanges = 0;
+  std::uint32_t changes = 0;         // counts all changes, those of markers among them
+  std::uint32_t userChanges = 0;     // the count at the user's last change
+  std::uint32_t savedChanges = 0;    // the count that the file holds
   std::uint32_t handedChanges = 0;   // those that a save under way holds
-  std::uint64_t unsavedSince = 0;    // the tick of the first change that no save has taken; 0: none
+  std::uint64_t unsavedSince = 0;    // the tick of the first change since the last try; 0: none
   DiskState disk;                    // of the file at `path`, as last read or written
   bool changedOnDisk = false;        // by another program; nothing is written there unasked
   platform::FileFigures askedAbout;  // the state of the file that loading was offered for
@@ -65,7 +63,7 @@ ProgramTab* ActiveTab();
 // commands run, so that an index from before it says nothing.
 int IndexOfSerial(std::uint64_t serial);
 ProgramTab* TabOfSerial(std::uint64_t serial);  // null when it is gone
-std::uint64_t ActiveSerial();  // 0 when no tab is active
+std::uint64_t ActiveSerial();                   // 0 when no tab is active
 
 // The editor that the user sees: the code editor's id, or the command words view's.
 int ShownEditor();

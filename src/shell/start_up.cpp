@@ -38,6 +38,7 @@
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/tab_models.h"
 #include "documents/text_refresh.h"
 #include "forms/form.h"
 #include "library/shapes.h"
@@ -249,10 +250,12 @@ void OnTerminated() {
   RunAutosave();
   WaitForSaves();
   SyncActiveTab();
+  StashActiveWorkspace();
   for (int i = 0; i < app.tabCount; ++i) {
     std::u16string kept;
-    if (IsTouched(tabs[i])) KeepInRecovery(tabs[i].title, tabs[i].text, kept);
+    if (IsTouched(tabs[i])) KeepProgramInRecovery(tabs[i], kept);
   }
+  WaitForSaves();
 }
 
 void OnActivated() { WatchDisk(); }

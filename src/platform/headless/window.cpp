@@ -181,7 +181,7 @@ bool WindowClosed() { return window.closed; }
 
 void ComeToFront() {
   const platform::Events& events = platform::Listener();
-  if (window.exists && events.activated) events.activated();
+  if (window.exists && OpenDialog() == 0 && events.activated) events.activated();
 }
 
 void Terminate() {

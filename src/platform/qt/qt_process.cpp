@@ -32,9 +32,12 @@ void TellFocus(int id, bool gained) {
   Listener().focusChanged(id, gained);
 }
 
-// Boxes of the application's own do not take it from the front.
+// Boxes of the application's own do not take it from the front. While one stands, its question
+// comes first.
 void TellActivated(Qt::ApplicationState state) {
-  if (state == Qt::ApplicationActive && Listener().activated != nullptr) Listener().activated();
+  const bool asks = QApplication::activeModalWidget() || QApplication::activePopupWidget();
+  if (state != Qt::ApplicationActive || asks || Listener().activated == nullptr) return;
+  Listener().activated();
 }
 
 // The wish comes once; a second signal meanwhile changes nothing.
@@ -77,7 +80,7 @@ void BeginProcess(int argc, char** argv) {
   SetAdapterNamer(NameAdapter);
   ListenForTermination();
   QObject::connect(application, &QGuiApplication::applicationStateChanged, application,
-                   TellActivated);
+                   TellActivated, Qt::QueuedConnection);
   QObject::connect(application, &QApplication::focusChanged, application,
                    [](QWidget* old, QWidget* now) {
                      const int lost = IdOfWidget(old);

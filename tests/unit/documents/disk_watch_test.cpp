@@ -8,13 +8,17 @@
 #include <string>
 
 #include "documents/autosave.h"
+#include "documents/disabled_code.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
+#include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/common/faults.h"
+#include "platform/post.h"
+#include "platform/timer.h"
 #include "support/program_stage.h"
 
 namespace {
@@ -133,6 +137,47 @@ TEST_F(Disk, LoadsAFileAgainAsOneUndoStep) {
   EXPECT_FALSE(morva::IsTouched(tabs[1]));
   EXPECT_TRUE(headless::EditorUndo(morva::kIdEditor));
   EXPECT_EQ(Text(), mine);
+}
+
+TEST_F(Disk, KeepsTheUsersVersionWithAllItsFilesBeforeItLoadsAnother) {
+  OpenProgram();
+  morva::KeepExcludedCode(tabs[1], u"G1 mine");
+  TypeProgram(u"G0 X2");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  // The other one excluded a block too, under the same number, and another one.
+  morva::DisabledCodeEntry* theirs = nullptr;
+  morva::AddDisabledCode(theirs, u"G1 theirs");
+  morva::AddDisabledCode(theirs, u"G1 second");
+  std::string image;
+  ASSERT_TRUE(morva::WriteDisabledCode(theirs, image));
+  morva::FreeDisabledCode(theirs);
+  Put("a.NC.features", image);
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X3");
+  headless::QueueAnswer(BoxAnswer::No);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  ASSERT_NE(morva::FindDisabledCode(tabs[1].disabledCode, 2), nullptr);
+  EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 1)->text, u"G1 theirs");
+  EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 2)->text, u"G1 second");
+  const support::fs::path recovery = folder / "Documents/MORVA/Recovery";
+  const std::vector<std::string> kept = support::NamesIn(recovery);
+  ASSERT_EQ(kept.size(), 2u);
+  EXPECT_NE(support::ReadRaw(recovery / kept[0]).find("G0 X3"), std::string::npos);
+  morva::DisabledCodeEntry* mine = nullptr;
+  ASSERT_TRUE(morva::ReadDisabledCode(support::ReadRaw(recovery / kept[1]), mine));
+  EXPECT_EQ(morva::FindDisabledCode(mine, 1)->text, u"G1 mine");
+  morva::FreeDisabledCode(mine);
+  EXPECT_NE(Output().find(support::Wide(kept[0])), std::u16string::npos);
+}
+
+TEST_F(Disk, LoadsNoFileAgainThatHoldsNulsBetweenItsLines) {
+  OpenProgram();
+  const std::u16string before = Text();
+  WriteElsewhere(std::string_view("G0\0X9\r\n", 8));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), (Titles{u"Changed on Disk", u"Open Error"}));
+  EXPECT_EQ(Text(), before);
 }
 
 TEST_F(Disk, OffersAnUntouchedProgramForLoadingWhenTheWindowComesToTheFront) {
@@ -400,6 +445,66 @@ TEST_F(Disk, MakesOneHomeForAProgramThatIsSavedTwiceOnASlowDisk) {
   std::string bytes;
   ASSERT_TRUE(morva::ReadWholeFile(app.activePath, bytes));
   EXPECT_NE(bytes.find("G0 X3"), std::string::npos);
+}
+
+TEST_F(Disk, WritesOverAnotherProgramsFileAlsoWhenAnAutosaveComesBehindTheAnswer) {
+  OpenProgram();
+  platform::fileFault = SlowFlush;
+  // A save of another program keeps the writer busy, so that the next ones wait.
+  morva::SwitchTab(0);
+  TypeProgram(u"G0 X7");
+  morva::RunAutosave();
+  morva::SwitchTab(1);
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  TypeProgram(u"G0 X3");
+  EXPECT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_NE(Raw("a.NC").find("G0 X3"), std::string::npos);
+  EXPECT_EQ(BoxTitles(), kAsked);
+}
+
+TEST_F(Disk, TriesAProgramThatIsHeldBackNotAtEveryKey) {
+  OpenProgram();
+  TypeProgram(u"(\u00D8 5)");
+  for (int key = 0; key < 20; ++key) {
+    headless::EditorInsert(morva::kIdEditor, u"1");
+    headless::Advance(400);
+  }
+  headless::EditorInsert(morva::kIdEditor, u"1");
+  headless::Advance(100);
+  EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, morva::kTimerAutosave));
+}
+
+TEST_F(Disk, ClosesTheProgramThatTheKeyWasPressedFor) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  morva::SaveProgramCommand();
+  // Another program comes up while the disk is waited for.
+  constexpr std::uint32_t kComesUp = 0x9001;
+  morva::RegisterMessage(kComesUp,
+                         [](unsigned long long, unsigned long long) { morva::SwitchTab(0); });
+  platform::PostToMain(kComesUp, 0, 0);
+  morva::CloseProgram();
+  ASSERT_EQ(app.tabCount, 1);
+  EXPECT_EQ(std::u16string(tabs[0].title), u"Untitled-1.NC");
+}
+
+TEST_F(Disk, NamesAProgramThatIsNotOnTheStage) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  // The save is under way when its tab is left, and fails behind it.
+  platform::fileFault = [](std::string_view kind) {
+    SlowFlush(kind);
+    return kind == "rename";
+  };
+  morva::SwitchTab(0);
+  headless::Advance(2000);
+  EXPECT_EQ(Status(), u"a.NC: Autosave failed. Changes remain unsaved; use Save As.");
+  EXPECT_TRUE(tabs[1].dirty);
 }
 
 // --- Long names.
