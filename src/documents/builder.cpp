@@ -175,7 +175,7 @@ bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
   for (int i = 0; i < 3; ++i) values.choices[i] = choices[i];
   for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
   // A list may choose the page, which must stand before its numbers are shown.
-  ShowChoices(*builder.form, values);
+  ShowChoices(*builder.form, PageOf(builder), values);
   if (builder.page) RelayPanels();
   ShowForm(*builder.form, PageOf(builder), values, kRecordDecimals);
   return true;

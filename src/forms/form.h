@@ -149,9 +149,9 @@ int FormOrder(const Form& form, int* ids, int capacity);
 // False: row `refused` holds no number by the strict rule, or one that is not whole where a
 // count is wanted; the rows behind it are not read. The lax rule never refuses.
 bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused);
-// Selects the rows of every list of the form, whatever page it is on: one of them may say which
-// page comes up.
-void ShowChoices(const Form& form, const FormValues& values);
+// Selects the rows of the page's lists, one of which may say which page comes up. Lists of other
+// pages stay: a page may belong to something else than the record that is shown.
+void ShowChoices(const Form& form, int page, const FormValues& values);
 // Writes the page's numbers, choices and words into its controls, in the unit that the form has:
 // counts without a fraction, other numbers with `decimals`, 0 to 6, whatever their rows say.
 void ShowForm(const Form& form, int page, const FormValues& values, int decimals);

@@ -81,20 +81,18 @@ bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, i
   return true;
 }
 
-void ShowChoices(const Form& form, const FormValues& values) {
+void ShowChoices(const Form& form, int page, const FormValues& values) {
   for (const FormRow& row : form.rows) {
-    if (row.kind == RowKind::Choice && row.choice >= 0) {
+    if (OnPage(row, page) && row.kind == RowKind::Choice && row.choice >= 0) {
       platform::SelectRow(row.id, values.choices[row.choice]);
     }
   }
 }
 
 void ShowForm(const Form& form, int page, const FormValues& values, int decimals) {
+  ShowChoices(form, page, values);
   for (const FormRow& row : form.rows) {
     if (!OnPage(row, page)) continue;
-    if (row.kind == RowKind::Choice && row.choice >= 0) {
-      platform::SelectRow(row.id, values.choices[row.choice]);
-    }
     if (row.words >= 0) platform::SetText(row.id, values.words[row.words]);
     if (!IsNumber(row) || row.value < 0) continue;
     const int digits = row.kind == RowKind::Count ? 0 : decimals;

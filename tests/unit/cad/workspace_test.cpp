@@ -15,6 +15,8 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "documents/feature_operations.h"
+#include "documents/insertion.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/stage.h"
@@ -580,6 +582,19 @@ TEST_F(Workspace, EditsNothingByKeysInTheModelViewWhereverTheKeyboardIs) {
   headless::Focus(kIdCadLine);
   headless::PressKey({platform::kKeyDelete});
   EXPECT_EQ(sketch.objectCount, 0);
+}
+
+// The pattern forms stand in the same form as the cutting data, and no block of a sketch holds
+// them.
+TEST_F(Workspace, LeavesTheListsOfThePatternsAsChosenWhenABlockOpens) {
+  AppendSketchObject({kTypeCircle, 0, 0, 0, 1, 0, 0});
+  ASSERT_TRUE(InsertFeatureBlock(kKindSketch, u"G1 X1\r\n"));
+  constexpr int kLists[] = {kIdCadCircularOrientation, kIdCadCircShape, kIdCadCircOrientation,
+                            kIdCadRectShape};
+  for (const int list : kLists) platform::SelectRow(list, 2);
+  EditFeature();
+  ASSERT_EQ(editLink.kind, kKindSketch);
+  for (const int list : kLists) EXPECT_EQ(platform::SelectedRow(list), 2) << list;
 }
 
 TEST_F(Workspace, DropsTheCubesHelpWithTheModelView) {
