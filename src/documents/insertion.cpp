@@ -209,15 +209,16 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
            platform::BoxIcon::Warning);
     return false;
   }
-  // Every byte of the record takes two digits, every line of them its brackets.
-  if (!HasRoomFor(code.size() + 4 * kSettingsBytes)) {
-    TellNoRoom(u"Insert");
-    return false;
-  }
   Destination destination = Destination::Caret;
   if (asksWhere && picker) destination = picker(kind);
   if (destination == Destination::Cancelled) return false;
   AutoTagBlocks();
+  // The program that was picked must have the room. Every byte of the record takes two digits,
+  // every line of them its brackets.
+  if (!HasRoomFor(code.size() + 4 * kSettingsBytes)) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
   if (app.commandWordsActive) Call(hooks.editorFromWords);
   const std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);

@@ -345,6 +345,19 @@ TEST_F(InsertBlock, RefusesUnstorableSettingsBeforeThePicker) {
   EXPECT_EQ(picked, 0);
 }
 
+TEST_F(InsertBlock, RefusesAPickedProgramWithoutRoomForIt) {
+  static const std::u16string full(kMaxReadBytes - 100, u'G');
+  SetDestinationPicker([](int) {
+    Load(full);
+    return Destination::Caret;
+  });
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"larger than 33554432 bytes"), std::u16string::npos);
+  EXPECT_TRUE(Text() == full);
+}
+
 TEST_F(InsertBlock, GoesInAtTheStartOfThePickedBlocksLine) {
   const std::u16string first = UserBlock(1, u"G0");
   const std::u16string second = UserBlock(2, u"G1");
