@@ -111,14 +111,6 @@ void FormatFixed(double value, int decimals, char16_t* dest, int capacity) {
   dest[count] = 0;
 }
 
-int TextLength(const char16_t* text) {
-  int n = 0;
-  if (text) {
-    while (text[n]) ++n;
-  }
-  return n;
-}
-
 void AppendBounded(char16_t* dest, int capacity, const char16_t* text) {
   if (!dest) return;
   int length = 0;

@@ -22,7 +22,6 @@ std::int32_t ParseInteger(std::u16string_view text, std::int32_t fallback);
 // A value below zero keeps its "-" even where it rounds to zero.
 void FormatFixed(double value, int decimals, char16_t* dest, int capacity);
 
-int TextLength(const char16_t* text);
 void AppendBounded(char16_t* dest, int capacity, const char16_t* text);
 void AppendLine(char16_t* dest, int capacity, const char16_t* text);
 void AppendLabelNumber(char16_t* dest, int capacity, const char16_t* label, double value,

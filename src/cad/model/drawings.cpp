@@ -61,6 +61,12 @@ void LoadModel(const FeatureSettings* record) {
   ShowLoaded();
 }
 
+void StartDrawing(Drawing& drawing, int number) {
+  drawing = Drawing();
+  StartSketchRecord(drawing.settings, UnitsMetric());
+  CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
+}
+
 }  // namespace
 
 ProgramTab* ProvideDrawings() {
@@ -79,12 +85,6 @@ ProgramTab* ProvideDrawings() {
   CopyBounded(tab->cadStore->drawings[0].name, kDrawingNameUnits, u"Drawing 1");
   SaveLiveDrawing();
   return tab;
-}
-
-void StartDrawing(Drawing& drawing, int number) {
-  drawing = Drawing();
-  StartSketchRecord(drawing.settings, UnitsMetric());
-  CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
 }
 
 std::uint32_t AddDrawing(ProgramTab& tab) {

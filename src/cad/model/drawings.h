@@ -12,9 +12,8 @@ namespace morva {
 // The set of drawings and the working copy of the active program, made at need; null: no program,
 // no workspace or no memory, and nothing changed.
 ProgramTab* ProvideDrawings();
-// An empty drawing in the unit in force, with its cutting data and the name "Drawing `number`".
-void StartDrawing(Drawing& drawing, int number);
-// A further one behind the others, started as above; the drawings have room for it. Its index.
+// An empty drawing behind the others, in the unit in force, with the cutting data of that unit and
+// the name "Drawing " and its number. The drawings have room for it. Its index.
 std::uint32_t AddDrawing(ProgramTab& tab);
 void NameActiveDrawing(ProgramTab& tab, std::u16string_view name);
 // The live sketch is stored and that of drawing `index` comes in; nothing for the active one.

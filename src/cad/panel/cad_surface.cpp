@@ -27,6 +27,7 @@
 #include "documents/program_tabs.h"
 #include "forms/form.h"
 #include "platform/control.h"
+#include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 
@@ -35,6 +36,8 @@ namespace morva {
 namespace {
 
 using platform::KeyEvent;
+
+void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
 
 void RunCommand(int id) { RouteCommand(id, platform::kNotifyClick); }
 
@@ -103,8 +106,8 @@ bool ModelKey(int id, const KeyEvent& key) {
   return true;
 }
 
-}  // namespace
-
+// The right mouse button, wherever it is, gives up the tool in hand. True: there was one, and the
+// click is used up.
 bool CadRightClick() {
   if (!AnyToolInHand() && !canvasView.panTool) return false;
   CancelTools();
@@ -113,6 +116,7 @@ bool CadRightClick() {
   return true;
 }
 
+// The popup of the selected geometry.
 void ShowCadMenu(int x, int y) {
   const bool some = HasSketchSelection();
   const MenuRow rows[] = {
@@ -139,6 +143,7 @@ void ShowCadMenu(int x, int y) {
   RefreshCadTools();
 }
 
+// A context menu is asked for on a control of the surface, at main-window pixels. True: shown.
 bool CadContextMenu(int id, int row, int x, int y) {
   if (id == kIdCadOperations) {
     if (row >= 0) {
@@ -169,6 +174,7 @@ bool CadContextMenu(int id, int row, int x, int y) {
   return true;
 }
 
+// A key on any control of the surface, before it gets it. True: used.
 bool CadKey(int id, const KeyEvent& key) {
   if (!CadWindowExists()) return false;
   if (ModelKey(id, key)) return true;
@@ -198,7 +204,7 @@ void CadFocusChanged(int /*id*/, bool gained) {
   if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
 }
 
-void FocusCadCanvas() { platform::SetFocusTo(kViewCadCanvas); }
+}  // namespace
 
 void RegisterCadSurface() {
   RegisterWorkspace();

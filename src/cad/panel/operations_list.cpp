@@ -46,7 +46,8 @@ void OnSelect(int, int) {
 
 void OnClick(int row, int x, int) {
   const int index = OperationObject(row);
-  if (index >= 0 && x >= 0 && x < kHideSpot) ToggleOperationHidden(index);
+  if (index < 0 || x < 0 || x >= kHideSpot) return;
+  TogglePartFlag(ObjectFlag::Hidden, index, kVisibilityChanged);
 }
 
 bool OnKey(const platform::KeyEvent& key) {
@@ -66,10 +67,6 @@ int OperationObject(int row) {
   if (row < 0 || row >= platform::RowCount(kIdCadOperations)) return -1;
   const std::int64_t data = platform::RowData(kIdCadOperations, row);
   return data >= 0 && data < sketch.objectCount ? static_cast<int>(data) : -1;
-}
-
-void ToggleOperationHidden(int index) {
-  TogglePartFlag(ObjectFlag::Hidden, index, kVisibilityChanged);
 }
 
 void DrawOperationRow(const platform::DrawState& state, platform::Canvas& canvas) {

@@ -8,8 +8,6 @@ namespace morva {
 
 // The object of a list row, -1 for none.
 int OperationObject(int row);
-// Shows or hides the object and its group; one undo step.
-void ToggleOperationHidden(int index);
 // One row: the eye at its left end, struck through for a hidden object; or the empty face.
 void DrawOperationRow(const platform::DrawState& state, platform::Canvas& canvas);
 

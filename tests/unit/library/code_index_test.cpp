@@ -293,9 +293,9 @@ TEST(CodeIndex, EveryRowOfTheListsFitsItsBuffers) {
       CodeEntry entry;
       ASSERT_TRUE(ReadCodeItem(item, entry));
       // The longest code is that of the comparisons, 17 units.
-      EXPECT_LE(TextLength(entry.code), 17);
-      EXPECT_EQ(CodeRowText(item, false).size(),
-                static_cast<std::size_t>(TextLength(entry.code)) + 4 + entry.name.size());
+      const std::u16string_view code = entry.code;
+      EXPECT_LE(code.size(), 17u);
+      EXPECT_EQ(CodeRowText(item, false).size(), code.size() + 4 + entry.name.size());
     }
   }
 }
