@@ -1,6 +1,6 @@
 // Edit lines: text, caret, limits, undo and what is told.
 
-#include "contract/contract.h"
+#include "contract/text_stages.h"
 
 namespace contract {
 namespace {
@@ -11,16 +11,11 @@ using platform::RunEditAction;
 using platform::SetText;
 using platform::TextOf;
 
-class EditLine : public Contract {
+class EditLine : public TypedText {
  protected:
   void SetUp() override {
     Contract::SetUp();
     Make(1, ControlKind::EditLine);
-  }
-  void Start(const char16_t* text) {
-    SetText(1, text);
-    platform::SetFocusTo(1);
-    Forget();
   }
 };
 
@@ -64,14 +59,6 @@ TEST_F(EditLine, TakesSignsAndLettersOutsideAscii) {
   Start(u"");
   hands::Type(u"-1.5(\u00B0");
   EXPECT_EQ(TextOf(1), u"-1.5(\u00B0");
-}
-
-TEST_F(EditLine, WritesNothingWithCtrlOrAlt) {
-  Start(u"");
-  PressCtrl('B');
-  PressAlt('B');
-  EXPECT_EQ(TextOf(1), u"");
-  EXPECT_EQ(Told("command"), Lines{});
 }
 
 TEST_F(EditLine, WritesNothingAtEnterAndEscape) {
@@ -137,17 +124,6 @@ TEST_F(EditLine, PastesAsMuchAsTheLimitLeaves) {
   hands::CopyElsewhere(u"2\r\n345678");
   RunEditAction(1, EditAction::Paste);
   EXPECT_EQ(TextOf(1), u"1234");
-}
-
-TEST_F(EditLine, TakesATextBeyondItsLimitFromTheProgram) {
-  Start(u"");
-  platform::SetTextLimit(1, 3);
-  SetText(1, u"longer");
-  EXPECT_EQ(TextOf(1), u"longer");
-  hands::Type(u"7");
-  EXPECT_EQ(TextOf(1), u"longer");
-  Press(platform::kKeyDelete);
-  EXPECT_EQ(TextOf(1), u"onger");
 }
 
 TEST_F(EditLine, KeepsATextThatALaterLimitIsTooSmallFor) {
@@ -232,20 +208,6 @@ TEST_F(EditLine, SelectsWithShift) {
   EXPECT_EQ(Marked(1), u"||");
 }
 
-TEST_F(EditLine, LeavesASelectionAtTheEndThatTheArrowPointsTo) {
-  Start(u"abcd");
-  Press(platform::kKeyRight);
-  PressShift(platform::kKeyRight);
-  PressShift(platform::kKeyRight);
-  Press(platform::kKeyLeft);
-  EXPECT_EQ(Marked(1), u"a|bcd");
-  Start(u"abcd");
-  PressShift(platform::kKeyRight);
-  PressShift(platform::kKeyRight);
-  Press(platform::kKeyRight);
-  EXPECT_EQ(Marked(1), u"ab|cd");
-}
-
 TEST_F(EditLine, StaysWhereItIsAtUpAndDown) {
   Start(u"abc");
   Press(platform::kKeyRight);
@@ -285,24 +247,6 @@ TEST_F(EditLine, EndsARunOfTypingWhereTheCaretIsMoved) {
   EXPECT_EQ(TextOf(1), u"xabc");
   RunEditAction(1, EditAction::Undo);
   EXPECT_EQ(TextOf(1), u"abc");
-}
-
-TEST_F(EditLine, TakesAPasteBackAlone) {
-  Start(u"");
-  hands::Type(u"ab");
-  hands::CopyElsewhere(u"12");
-  RunEditAction(1, EditAction::Paste);
-  RunEditAction(1, EditAction::Paste);
-  hands::Type(u"c");
-  EXPECT_EQ(TextOf(1), u"ab1212c");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"ab1212");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"ab12");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"ab");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"");
 }
 
 TEST_F(EditLine, TakesARunOfErasingBackAtOnce) {
@@ -346,19 +290,6 @@ TEST_F(EditLine, HasNothingToUndoInATextThatTheProgramSets) {
   SetText(1, u"abc");
   RunEditAction(1, EditAction::Undo);
   EXPECT_EQ(TextOf(1), u"abc");
-}
-
-TEST_F(EditLine, UndoesByItsKeys) {
-  Start(u"");
-  hands::Type(u"x");
-  PressCtrl('Z');
-  EXPECT_EQ(TextOf(1), u"");
-  PressCtrl('Y');
-  EXPECT_EQ(TextOf(1), u"x");
-  PressAlt('Z');
-  EXPECT_EQ(TextOf(1), u"");
-  hands::Press({'Z', true, true, false});
-  EXPECT_EQ(TextOf(1), u"x");
 }
 
 TEST_F(EditLine, TakesNoKeyThatTheApplicationTook) {

@@ -1,6 +1,6 @@
 // The code editors: text, positions, selection, replacing and what is told in which order.
 
-#include "contract/contract.h"
+#include "contract/text_stages.h"
 
 namespace contract {
 namespace {
@@ -13,20 +13,7 @@ using platform::ReplaceSelection;
 using platform::SetEditorSelection;
 using platform::SetEditorText;
 
-constexpr int kId = 300;
-
-class Editor : public Contract {
- protected:
-  static std::u16string Text() { return std::u16string(EditorText(kId)); }
-  static std::string Selection() {
-    const EditorRange range = EditorSelection(kId);
-    return std::to_string(range.from) + " " + std::to_string(range.to);
-  }
-  static void Select(int from, int to) {
-    SetEditorSelection(kId, {from, to});
-    Forget();
-  }
-};
+class Editor : public CodeEditor {};
 
 TEST_F(Editor, HandsOutCrLfWhateverLineEndsItGets) {
   MakeEditor(kId, u"a\r\nb\nc\rd\r\n");

@@ -1,6 +1,6 @@
 // The code editors' history: what is one step, what empties it, where the caret is afterwards.
 
-#include "contract/contract.h"
+#include "contract/text_stages.h"
 
 namespace contract {
 namespace {
@@ -12,20 +12,7 @@ using platform::ReplaceRange;
 using platform::ReplaceSelection;
 using platform::UndoEditor;
 
-constexpr int kId = 300;
-
-class EditorUndo : public Contract {
- protected:
-  static std::u16string Text() { return std::u16string(platform::EditorText(kId)); }
-  static std::string Selection() {
-    const platform::EditorRange range = platform::EditorSelection(kId);
-    return std::to_string(range.from) + " " + std::to_string(range.to);
-  }
-  static void Select(int from, int to) {
-    platform::SetEditorSelection(kId, {from, to});
-    Forget();
-  }
-};
+class EditorUndo : public CodeEditor {};
 
 TEST_F(EditorUndo, TakesARunOfTypedCharactersBackAtOnce) {
   MakeEditor(kId, u"ab");

@@ -1,6 +1,6 @@
 // The code editors' view: first line, scrolling, the caret in view, places of positions.
 
-#include "contract/contract.h"
+#include "contract/text_stages.h"
 
 namespace contract {
 namespace {
@@ -10,10 +10,9 @@ using platform::PointOfPosition;
 using platform::PositionAt;
 using platform::ScrollToLine;
 
-constexpr int kId = 300;
 constexpr int kLines = 40;
 
-class EditorView : public Contract {
+class EditorView : public CodeEditor {
  protected:
   // Lines of two characters: line n begins at position 3 n.
   void SetUp() override {

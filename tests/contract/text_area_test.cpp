@@ -1,6 +1,6 @@
 // Multi-line edits and logs: lines, caret, limits, appending, undo and what is told.
 
-#include "contract/contract.h"
+#include "contract/text_stages.h"
 
 namespace contract {
 namespace {
@@ -12,17 +12,12 @@ using platform::RunEditAction;
 using platform::SetText;
 using platform::TextOf;
 
-class TextArea : public Contract {
+class TextArea : public TypedText {
  protected:
   void SetUp() override {
     Contract::SetUp();
     Make(1, ControlKind::MultiEdit);
     Make(2, ControlKind::Log);
-  }
-  void Start(const char16_t* text) {
-    SetText(1, text);
-    platform::SetFocusTo(1);
-    Forget();
   }
 };
 
@@ -180,12 +175,6 @@ TEST_F(TextArea, TellsNothingAtItsLimit) {
   EXPECT_EQ(Told("command"), Lines{});
 }
 
-TEST_F(TextArea, TakesATextBeyondItsLimitFromTheProgram) {
-  platform::SetTextLimit(1, 3);
-  SetText(1, u"longer");
-  EXPECT_EQ(TextOf(1), u"longer");
-}
-
 TEST_F(TextArea, WalksByCharactersOverALineEndAsOne) {
   Start(u"a\nb");
   Press(platform::kKeyRight);
@@ -210,15 +199,6 @@ TEST_F(TextArea, WalksByLines) {
   EXPECT_EQ(Marked(1), u"||abc\r\nd|\r\nefg|");
 }
 
-TEST_F(TextArea, LeavesASelectionAtTheEndThatTheArrowPointsTo) {
-  Start(u"abcd");
-  Press(platform::kKeyRight);
-  PressShift(platform::kKeyRight);
-  PressShift(platform::kKeyRight);
-  Press(platform::kKeyLeft);
-  EXPECT_EQ(Marked(1), u"a|bcd");
-}
-
 TEST_F(TextArea, IsLeftByTabAndShiftTab) {
   Start(u"a");
   Press(platform::kKeyTab);
@@ -241,19 +221,6 @@ TEST_F(TextArea, UndoesTypingAndPasting) {
   EXPECT_EQ(TextOf(1), u"ab");
 }
 
-TEST_F(TextArea, TakesAPasteBackAlone) {
-  Start(u"");
-  hands::Type(u"ab");
-  hands::CopyElsewhere(u"12");
-  RunEditAction(1, EditAction::Paste);
-  hands::Type(u"c");
-  EXPECT_EQ(TextOf(1), u"ab12c");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"ab12");
-  RunEditAction(1, EditAction::Undo);
-  EXPECT_EQ(TextOf(1), u"ab");
-}
-
 TEST_F(TextArea, EndsARunOfTypingAtALineEnd) {
   Start(u"");
   hands::Type(u"ab\ncd");
@@ -261,26 +228,6 @@ TEST_F(TextArea, EndsARunOfTypingAtALineEnd) {
   EXPECT_EQ(TextOf(1), u"ab\r\n");
   RunEditAction(1, EditAction::Undo);
   EXPECT_EQ(TextOf(1), u"ab");
-}
-
-TEST_F(TextArea, UndoesByItsKeys) {
-  Start(u"");
-  hands::Type(u"x");
-  PressCtrl('Z');
-  EXPECT_EQ(TextOf(1), u"");
-  PressCtrl('Y');
-  EXPECT_EQ(TextOf(1), u"x");
-  PressAlt('Z');
-  EXPECT_EQ(TextOf(1), u"");
-  hands::Press({'Z', true, true, false});
-  EXPECT_EQ(TextOf(1), u"x");
-}
-
-TEST_F(TextArea, WritesNothingWithCtrlOrAlt) {
-  Start(u"");
-  PressCtrl('B');
-  PressAlt('B');
-  EXPECT_EQ(TextOf(1), u"");
 }
 
 TEST_F(TextArea, TakesNothingFromTheUserAsALog) {
