@@ -20,6 +20,10 @@ struct Chord {
 };
 
 constexpr Chord PlainKey(const ChordPlace& place, int key) { return {&place, {key}}; }
+// F1 to F12.
+constexpr Chord FunctionKey(const ChordPlace& place, int number) {
+  return PlainKey(place, platform::kKeyF1 + number - 1);
+}
 constexpr Chord CtrlKey(const ChordPlace& place, int key) { return {&place, {key, true}}; }
 constexpr Chord AltKey(const ChordPlace& place, int key) {
   return {&place, {key, false, false, true}};

@@ -20,7 +20,7 @@ constexpr Command kCommands[] = {
     {.id = kIdPreflight,
      .words = u"RUN PROGRAM PREFLIGHT",
      .help = u"Check the program ({})",
-     .chord = PlainKey(kEditorChords, platform::kKeyF1 + 4)},
+     .chord = FunctionKey(kEditorChords, 5)},
     {kIdRenumber, u"RENUMBER", u"Number the program's lines N10, N20, ..."},
     {kIdCommandWords, u"COMMAND WORDS", u"Show the program in plain words"},
     {.id = kIdWordsEditor, .hint = Hint::Quiet},

@@ -4,7 +4,6 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -101,7 +100,6 @@ void InsertAtCursor(const std::u16string& code) {
 void MakePanel() {
   MakeForm(kIndexForm);
   RebuildCodeList();
-  RefreshKeyStates();
 }
 
 bool PanelShown() { return app.surface == kSurfaceCode && !app.sidebarShowsFeatures; }
@@ -152,13 +150,11 @@ void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdIndexInsertion)); }
 
 void OnCategory(int id, int) {
   codeTab = CodeCategoryOfKey(id);
-  RefreshKeyStates();
   RebuildCodeList();
 }
 
 void OnText(int, int) {
   descriptionFirst = !descriptionFirst;
-  RefreshKeyStates();
   RebuildCodeList();
 }
 

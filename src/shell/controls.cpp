@@ -8,6 +8,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/wells.h"
+#include "documents/feature_operations.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -26,7 +27,6 @@ namespace {
 
 constexpr int kModeRowHeight = 26;
 constexpr int kFeatureRowHeight = 24;
-constexpr int kFeatureNameMost = 80;  // characters
 
 constexpr platform::ControlSpec kTexts[] = {
     {kIdDncState, ControlKind::Label, u"", u"", FontRole::Small},

@@ -36,9 +36,7 @@ constexpr Command kCommands[] = {
      .words = u"FEATURES",
      .help = u"Show the program's features",
      .on = [](int) { return app.sidebarShowsFeatures; }},
-    {.id = kIdInlineName,
-     .chord = PlainKey(kFeatureListChords, platform::kKeyF1 + 1),
-     .over = kIdFeatureList},
+    {.id = kIdInlineName, .chord = FunctionKey(kFeatureListChords, 2), .over = kIdFeatureList},
     {.id = kIdFeatureUndo, .words = u"Undo", .chord = CtrlKey(kFeatureChords, 'Z')},
 
     // Standing text and the status line are read where they are; they must not wipe the log.

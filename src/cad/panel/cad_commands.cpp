@@ -84,7 +84,7 @@ constexpr Command kCommands[] = {
      .wordsOn = u"Snap ON",
      .on = CadKeyIsOn,
      .told = kToldChecked | kToldInWords,
-     .chord = PlainKey(kCadChords, platform::kKeyF1 + 7)},
+     .chord = FunctionKey(kCadChords, 8)},
     Tool(kIdCadPolygon, u"Polygon", u"Regular polygon of closed lines"),
     Tool(kIdCadRevolve, u"Revolve", u"Turn or copy the selected object around a pivot"),
     Tool(kIdCadJoin, u"Join", u"Let the selected line and another meet"),
