@@ -206,6 +206,11 @@ bool MayLoseUnsaved() {
          Confirmed(u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?");
 }
 
+// For a question about something else; empty where nothing is unsaved.
+const char16_t* UnsavedToo() {
+  return HasUnsavedTab() ? u"\n\nUnsaved changes of one or more project tabs are lost too." : u"";
+}
+
 // One question about all that would be lost. What comes whole while it stands is lost by no
 // answer to it: a program that was received meanwhile is asked about like any other.
 bool MayEndTransfer() {
@@ -214,8 +219,7 @@ bool MayEndTransfer() {
                                      : u"A program is being sent. Abort it and close MORVA?";
   question += receives ? u"\n\nWhat has arrived so far is dropped."
                        : u"\n\nThe control keeps what has arrived so far: a part of a program.";
-  const bool unsaved = HasUnsavedTab();
-  if (unsaved) question += u"\n\nUnsaved changes of one or more project tabs are lost too.";
+  question += UnsavedToo();
   if (!ConfirmedNoFirst(u"DNC Transfer", question)) return false;
   const bool cameWhole = receives && !transfer.active;
   EndTransferForGood();
@@ -233,12 +237,12 @@ bool MayLoseReceived() {
 bool OnClosing() {
   RunAutosave();
   if (!WaitForSaves()) {
-    if (!Confirmed(u"MORVA",
-                   u"The disk does not answer; a save is still under way. Close MORVA "
-                   u"anyway?")) {
-      return false;
-    }
-    return (!TransferRuns() || MayEndTransfer()) && MayLoseReceived();
+    std::u16string question =
+        u"The disk does not answer; a save is still under way. Close MORVA anyway?";
+    // The question about a transfer, which comes next, tells it then.
+    if (!TransferRuns()) question += UnsavedToo();
+    return Confirmed(u"MORVA", question) && (!TransferRuns() || MayEndTransfer()) &&
+           MayLoseReceived();
   }
   return (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) && MayLoseReceived();
 }

@@ -162,6 +162,19 @@ TEST_F(CloseFlow, AsksBeforeAReceivedProgramIsLostThatNoTabAndNoFileTook) {
   EXPECT_TRUE(headless::CloseKey());
 }
 
+TEST_F(CloseFlow, TellsOfUnsavedChangesWhereTheDiskDoesNotAnswer) {
+  headless::Advance(1000);
+  headless::SetFlushTime(60000);
+  headless::EditorInsert(kIdEditor, u"G0 X1");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"The disk does not answer; a save is still under way. Close MORVA anyway?\n\n"
+            u"Unsaved changes of one or more project tabs are lost too.");
+}
+
 TEST_F(Outlets, RepeatingAStatusInOtherCaseLeavesTheControlUntouched) {
   ShowStatus(u"Saved here");
   platform::SetText(kIdStatusLine, u"touched");
