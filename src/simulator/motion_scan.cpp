@@ -3,6 +3,8 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 
 #include "library/units.h"
@@ -124,9 +126,8 @@ struct Modal {
   int plane = 17;
   bool absolute = true;
   bool displayMetric = false;
-  bool unknownCycle = false;  // a cycle is in force that the path does not know
-  bool ended = false;         // M30 or M02 stood on an earlier line
-  double scale = 1.0;         // program units to display units
+  unsigned standing = 0;  // what the next line has seen before it begins, of kStanding
+  double scale = 1.0;     // program units to display units
   double x = 0.0;
   double y = 0.0;
   double z = 0.0;
@@ -134,9 +135,8 @@ struct Modal {
 
 struct LineWords {
   double value[kWordSlots];
-  unsigned present = 0;  // bit of each class
-  unsigned seen = 0;     // bits of notes and of kSeen...: what makes the line worth a second look
-  bool noMotion = false;
+  unsigned present;  // bit of each class
+  unsigned seen;     // bits of notes and of kSeen...: what makes the line worth a second look
 };
 
 constexpr unsigned Bit(CharClass c) { return 1u << c; }
@@ -151,7 +151,12 @@ enum Seen : unsigned {
   kSeenRotary = kSeenEnd << 4,
   kSeenK = kSeenEnd << 5,
   kSeenBlankG = kSeenEnd << 6,  // a G word that a blank takes apart
+  kSeenNoMotion = kSeenEnd << 7,
+  kSeenUnknownCycle = kSeenEnd << 8,  // a cycle is in force that the path does not know
+  kSeenEnded = kSeenEnd << 9,         // M30 or M02 stood on an earlier line
 };
+// What holds for the lines that follow, too.
+inline constexpr unsigned kStanding = kSeenUnknownCycle | kSeenEnded;
 inline constexpr unsigned kNotShown =
     Bit(PathNote::BehindEnd) - 1;  // all kinds of lines that are not drawn
 inline constexpr unsigned kAxisBits = Bit(kX) | Bit(kY) | Bit(kZ);
@@ -178,104 +183,98 @@ inline unsigned DigitOf(char16_t c) { return static_cast<unsigned>(c) - u'0'; }
   return q;
 }
 
+constexpr double kSigns[] = {1.0, -1.0};  // of a number without and with minus
+
 // The number straight behind a letter. False: there is none, and only the letter is stepped
-// over. A second point ends the number; the rest steps over by itself.
+// over. A second point ends the number; the rest steps over by itself. No branch asks for the
+// sign, because signs come in no order that a processor could foresee.
 template <bool kBounded>
 inline bool TakeNumber(const char16_t*& p, const char16_t* end, double& value) {
   // Below 16 digits an integer converts to the very double that multiplying by ten gives.
   constexpr std::ptrdiff_t kExactDigits = 15;
-  const char16_t* q = p;
-  char16_t c = Peek<kBounded>(q, end);
-  const bool negative = c == u'-';
-  const bool sign = negative || c == u'+';
-  if (sign) c = Peek<kBounded>(++q, end);
-  const char16_t* const digits = q;
-  std::int64_t whole = 0;
-  while (DigitOf(c) <= 9) {
-    if (q - digits == kExactDigits) {
-      p = TakeLongNumber(p, end, value);
-      return true;
-    }
-    whole = whole * 10 + static_cast<std::int64_t>(DigitOf(c));
-    c = Peek<kBounded>(++q, end);
+  char16_t c = Peek<kBounded>(p, end);
+  bool negative = c == u'-';
+  const char16_t* const digits = p + (negative | (c == u'+'));
+  const char16_t* q = digits;
+  std::uint64_t whole = 0;  // wraps where the digits are too many
+  unsigned digit;
+  while ((digit = DigitOf(c = Peek<kBounded>(q, end))) <= 9) {
+    whole = whole * 10 + digit;
+    ++q;
   }
-  std::ptrdiff_t count = q - digits;
-  double sum = static_cast<double>(whole);
+  if (q - digits > kExactDigits) {
+    p = TakeLongNumber(p, end, value);
+    return true;
+  }
+  double sum = static_cast<double>(static_cast<std::int64_t>(whole));
   if (c == u'.') {
-    c = Peek<kBounded>(++q, end);
-    int place = 0;
-    while (DigitOf(c) <= 9) {
-      if (place == kFastFraction) {
+    const auto* row = kFraction.of;
+    for (++q; (digit = DigitOf(Peek<kBounded>(q, end))) <= 9; ++q) {
+      if (row == std::end(kFraction.of)) {
         p = TakeLongNumber(p, end, value);
         return true;
       }
-      sum += kFraction.of[place++][DigitOf(c)];
-      c = Peek<kBounded>(++q, end);
+      sum += (*row++)[digit];
     }
-    count += place;
-  } else if (count == 0 && !sign) {
-    return false;
+    // A lone point, or sign, counts as 0, which has no sign.
+    if (q == digits + 1) negative = false;
+  } else if (q == digits) {
+    const bool sign = q != p;
+    p = q;
+    value = 0.0;
+    return sign;
   }
   p = q;
-  value = count == 0 ? 0.0 : negative ? -sum : sum;  // a lone sign or point counts as 0
+  value = sum * kSigns[negative];
   return true;
 }
 
-inline void TakeG(Modal& m, LineWords& words, double value) {
+// Answers what the line has seen by then.
+inline unsigned TakeG(Modal& m, double value, unsigned seen) {
   if (!(value >= 0.0 && value < 100.0)) {
-    if (value == kGeneralPocket) words.seen |= Bit(PathNote::Pockets);
-    return;
+    return value == kGeneralPocket ? seen | Bit(PathNote::Pockets) : seen;
   }
   const int code = static_cast<int>(value);
   const bool cycle = value >= 81.0 && value <= 89.0;
-  if (static_cast<double>(code) != value && !cycle) return;
+  if (static_cast<double>(code) != value && !cycle) return seen;
   switch (kGCodes.of[code]) {
     case kNothing:
-      break;
+      return seen;
     case kMotion:
       m.motion = code;
-      m.unknownCycle = false;
-      break;
+      return seen & ~kSeenUnknownCycle;
     case kAbsolute:
       m.absolute = true;
-      break;
+      return seen;
     case kIncremental:
       m.absolute = false;
-      break;
+      return seen;
     case kInch:
       m.scale = m.displayMetric ? kMmPerInch : 1.0;
-      break;
+      return seen;
     case kMetric:
       m.scale = m.displayMetric ? 1.0 : kInchPerMm;
-      break;
+      return seen;
     case kPlane:
       m.plane = code;
-      break;
+      return seen;
     case kNoMotion:
-      words.noMotion = true;
-      break;
+      return seen | kSeenNoMotion;
     case kHome:
-      words.noMotion = true;
-      words.seen |= Bit(PathNote::Home);
-      break;
+      return seen | kSeenNoMotion | Bit(PathNote::Home);
     case kMachine:
-      words.noMotion = true;
-      words.seen |= kSeenMachine;
-      break;
+      return seen | kSeenNoMotion | kSeenMachine;
     case kCancelCycle:
       m.motion = 0;
-      m.unknownCycle = false;
-      break;
+      return seen & ~kSeenUnknownCycle;
     case kUnknownCycle:
-      m.unknownCycle = true;
-      break;
+      return seen | kSeenUnknownCycle;
     case kPocket:
-      words.seen |= Bit(PathNote::Pockets);
-      break;
+      return seen | Bit(PathNote::Pockets);
     case kMacro:
-      words.seen |= Bit(PathNote::Macros);
-      break;
+      return seen | Bit(PathNote::Macros);
   }
+  return seen;
 }
 
 inline std::int32_t ToolNumber(double value) {
@@ -302,9 +301,23 @@ struct Target {
 struct ArcCentre {
   double x;
   double y;
-  double radius;
+  double start;  // squares of the distances of start and end
+  double end;
   bool fits;  // start and end are about as far from it
 };
+
+// Whether the distances with these squares differ by less than 0.0001 and a thousandth of the
+// first. Roots are taken only where the squares leave it open: within kSure of each other they
+// surely fit, beyond kWide and 0.0001 they surely do not.
+inline bool Fits(double start, double end) {
+  constexpr double kSure = 0.0019;
+  constexpr double kWide = 0.01;
+  if (std::fabs(start - end) < start * kSure) return true;
+  if (std::fabs(start - end) > start * kWide + 0.0001) return false;
+  const double rStart = std::sqrt(start);
+  const double rEnd = std::sqrt(end);
+  return rStart > 0.0 && !(std::fabs(rStart - rEnd) >= rStart * 0.001 + 0.0001);
+}
 
 inline ArcCentre CentreOf(const Modal& m, const LineWords& words, const Target& target) {
   const double cx = m.x + ((words.present & Bit(kI)) ? words.value[kI] * m.scale : 0.0);
@@ -313,10 +326,9 @@ inline ArcCentre CentreOf(const Modal& m, const LineWords& words, const Target& 
   const double sy = m.y - cy;
   const double ex = target.x - cx;
   const double ey = target.y - cy;
-  const double rStart = std::sqrt(sx * sx + sy * sy);
-  const double rEnd = std::sqrt(ex * ex + ey * ey);
-  const bool fits = rStart > 0.0 && !(std::fabs(rStart - rEnd) >= rStart * 0.001 + 0.0001);
-  return {cx, cy, rStart, fits};
+  const double start = sx * sx + sy * sy;
+  const double end = ex * ex + ey * ey;
+  return {cx, cy, start, end, Fits(start, end)};
 }
 
 // A true arc in the XY plane as chords of at most one degree; helices run along Z.
@@ -338,12 +350,12 @@ inline ArcCentre CentreOf(const Modal& m, const LineWords& words, const Target& 
   } else {
     while (!(sweep > 1e-10)) sweep += kTwoPi;
   }
+  const double radius = std::sqrt(centre.start);
   const int chords = static_cast<int>(std::fabs(sweep) / kChord) + 1;
   for (int i = 1; i < chords && !TableClosed(); ++i) {
     const double angle = start + sweep * i / chords;
-    AddMotionPoint(centre.x + centre.radius * std::cos(angle),
-                   centre.y + centre.radius * std::sin(angle), m.z + (target.z - m.z) * i / chords,
-                   false, line);
+    AddMotionPoint(centre.x + radius * std::cos(angle), centre.y + radius * std::sin(angle),
+                   m.z + (target.z - m.z) * i / chords, false, line);
   }
   if (!TableClosed()) AddMotionPoint(target.x, target.y, target.z, false, line);
 }
@@ -361,9 +373,10 @@ inline unsigned ArrivalNote(const Modal& m, const LineWords& words) {
   return Bit((words.present & Bit(kR)) ? PathNote::RArcs : PathNote::BadArcs);
 }
 
-// What a whole line does, by its end state.
-inline void EndLine(Modal& m, LineWords& words, std::int32_t line) {
-  if (words.noMotion) {
+// What a whole line does, by its end state. A call for every line would cost a fortieth of the
+// time.
+[[gnu::always_inline]] inline void EndLine(Modal& m, LineWords& words, std::int32_t line) {
+  if (words.seen & kSeenNoMotion) {
     motionRun.jump = true;
     return;
   }
@@ -395,16 +408,19 @@ inline void EndLine(Modal& m, LineWords& words, std::int32_t line) {
 unsigned KindsOf(const Modal& m, const LineWords& words) {
   constexpr unsigned kMissed =
       Bit(PathNote::Macros) | Bit(PathNote::Brackets) | Bit(PathNote::Blanks);
+  constexpr unsigned kDepends =
+      kSeenMachine | kSeenRotary | kSeenK | kSeenBlankG | kSeenNoMotion | kSeenUnknownCycle;
+  unsigned kinds = words.seen & kNotShown;
+  if (!(words.seen & kDepends)) return kinds;
   const bool axis = (words.present & kAxisBits) != 0;
   const bool rotary = (words.seen & kSeenRotary) != 0;
-  unsigned kinds = words.seen & kNotShown;
   const bool places = axis || rotary || (kinds & kMissed) != 0;
   if (places && (words.seen & kSeenMachine)) kinds |= Bit(PathNote::Home);
-  if (words.noMotion) {
+  if (words.seen & kSeenNoMotion) {
     return kinds & Bit(PathNote::Home) ? kinds : kinds & Bit(PathNote::Calls);
   }
   if (places && (words.seen & kSeenBlankG)) kinds |= Bit(PathNote::Blanks);
-  if (axis && m.unknownCycle) kinds |= Bit(PathNote::Cycles);
+  if (axis && (words.seen & kSeenUnknownCycle)) kinds |= Bit(PathNote::Cycles);
   if (!axis && rotary) kinds |= Bit(PathNote::Rotary);
   // A whole turn in another plane may name K alone.
   const bool otherArc = (m.motion == 2 || m.motion == 3) && m.plane != 17;
@@ -412,17 +428,23 @@ unsigned KindsOf(const Modal& m, const LineWords& words) {
   return kinds;
 }
 
+// Whether the line draws something, or is an arc that does not fit.
+bool Draws(const Modal& m, const LineWords& words) {
+  const bool arc = (m.motion == 2 || m.motion == 3) && (words.present & kCentreBits);
+  return !(words.seen & kSeenNoMotion) && (arc || (words.present & kAxisBits) != 0);
+}
+
 // Counts a line that is not shown as it runs. What the filter drops is left out on purpose.
-[[gnu::noinline]] void NoteWhatIsMissing(Modal& m, const LineWords& words, std::int32_t line) {
-  const bool ended = m.ended;
-  if (words.seen & kSeenEnd) m.ended = true;
+[[gnu::noinline]] void NoteWhatIsMissing(const Modal& m, const LineWords& words,
+                                         std::int32_t line) {
   if (RunDropsLine(line)) return;
   const unsigned kinds = KindsOf(m, words);
-  const bool arc = (m.motion == 2 || m.motion == 3) && (words.present & kCentreBits);
-  const bool drawn = !words.noMotion && (arc || (words.present & kAxisBits) != 0);
-  if (kinds == 0 && !drawn) return;
-  if (kinds != 0) NoteRunLine(static_cast<PathNote>(std::countr_zero(kinds)), line);
-  if (ended) NoteRunLine(PathNote::BehindEnd, line);
+  if (kinds != 0) {
+    NoteRunLine(static_cast<PathNote>(std::countr_zero(kinds)), line);
+  } else if (!Draws(m, words)) {
+    return;
+  }
+  if (words.seen & kSeenEnded) NoteRunLine(PathNote::BehindEnd, line);
   if (words.seen & kSeenSlash) NoteRunLine(PathNote::BlockDelete, line);
 }
 
@@ -454,7 +476,7 @@ bool Follows(const LinePlace& place, std::u16string_view capitals) {
 }
 
 // A letter that no number follows directly: what of a move is lost by that.
-[[gnu::noinline]] unsigned SeenAtBareLetter(const LinePlace& place) {
+[[gnu::noinline, gnu::cold]] unsigned SeenAtBareLetter(const LinePlace& place) {
   const char16_t letter = FoldUpper(*place.at);
   if (letter == u'I' && place.at - place.first >= 2 && Follows(place, u"LE") &&
       FoldUpper(place.at[-1]) == u'H' && FoldUpper(place.at[-2]) == u'W') {
@@ -484,67 +506,77 @@ bool StandsForNumber(LinePlace place) {
          BeginsWord(place);
 }
 
-// What acts on no path, from `place` on; answers where the scan goes on.
-[[gnu::noinline]] const char16_t* TakeRare(unsigned kind, const LinePlace& place,
-                                           LineWords& words) {
+struct Rare {
+  const char16_t* next;  // where the scan goes on
+  unsigned seen;         // what the line has seen by then
+};
+
+// What acts on no path, from `place` on.
+[[gnu::noinline, gnu::cold]] Rare TakeRare(unsigned kind, const LinePlace& place, unsigned seen) {
   const char16_t* p = place.at + 1;
   double value = 0;
   switch (kind) {
     case kHash:
     case kBracket:
-      words.seen |= kSeenExpression;
+      seen |= kSeenExpression;
       if (StandsForNumber(place)) {
-        words.seen |= Bit(kind == kHash ? PathNote::Macros : PathNote::Brackets);
+        seen |= Bit(kind == kHash ? PathNote::Macros : PathNote::Brackets);
       }
-      return p;
+      break;
     case kSlash:
       // Behind "#" or "[" it divides.
-      if (!(words.seen & kSeenExpression)) words.seen |= kSeenSlash;
-      return p;
+      if (!(seen & kSeenExpression)) seen |= kSeenSlash;
+      break;
     case kM:
       while (p < place.end && IsBlank(*p)) ++p;
-      if (!TakeNumber<true>(p, place.end, value) || !BeginsWord(place)) return p;
-      if (value == 30.0 || value == 2.0) words.seen |= kSeenEnd;
-      if (value == 97.0 || value == 98.0) words.seen |= Bit(PathNote::Calls);
-      return p;
+      if (!TakeNumber<true>(p, place.end, value) || !BeginsWord(place)) break;
+      if (value == 30.0 || value == 2.0) seen |= kSeenEnd;
+      if (value == 97.0 || value == 98.0) seen |= Bit(PathNote::Calls);
+      break;
     default:  // kK, kRotary
       if (!TakeNumber<true>(p, place.end, value)) {
-        words.seen |= SeenAtBareLetter(place);
+        seen |= SeenAtBareLetter(place);
       } else if (BeginsWord(place)) {
-        words.seen |= kind == kK ? kSeenK : kSeenRotary;
+        seen |= kind == kK ? kSeenK : kSeenRotary;
       }
-      return p;
+      break;
   }
+  return {p, seen};
 }
 
-// Words of one line from `p` on. Stops on the line end, or on what ends the text.
+// Words of one line from `p` on. Stops on the line end, or on what ends the text. What the rare
+// functions see comes back by value, so that the masks of the line can stay in registers.
 template <bool kBounded>
 inline const char16_t* ScanWords(const char16_t* p, const char16_t* end, Modal& m,
                                  LineWords& words) {
   const char16_t* const first = p;
+  unsigned present = 0;
+  unsigned seen = m.standing;
   for (;;) {
-    unsigned kind;
-    while ((kind = ClassOf(Peek<kBounded>(p, end))) == kStep) ++p;
+    unsigned kind = ClassOf(Peek<kBounded>(p, end));
+    while (kind == kStep) kind = ClassOf(Peek<kBounded>(++p, end));
     if (kind <= kT) {
       double value;
       ++p;
       if (!TakeNumber<kBounded>(p, end, value)) {
-        if (kind != kT) words.seen |= SeenAtBareLetter({first, p - 1, end});
+        if (kind != kT) seen |= SeenAtBareLetter({first, p - 1, end});
         continue;
       }
       if (kind < kWordSlots) {
         words.value[kind] = value;
-        words.present |= 1u << kind;
+        present |= 1u << kind;
       } else if (kind == kG) {
-        TakeG(m, words, value);
+        seen = TakeG(m, value, seen);
       } else {
         motionRun.tool = ToolNumber(value);
       }
       continue;
     }
-    if (kind >= kReturn) return p;
+    if (kind >= kReturn) break;
     if (kind < kOpen) {
-      p = TakeRare(kind, {first, p, end}, words);
+      const Rare rare = TakeRare(kind, {first, p, end}, seen);
+      p = rare.next;
+      seen = rare.seen;
       continue;
     }
     // A comment ends at its first ")" and, like ";", never beyond the line.
@@ -554,6 +586,9 @@ inline const char16_t* ScanWords(const char16_t* p, const char16_t* end, Modal& 
       c = Peek<kBounded>(++p, end);
     } while (c != u'\r' && c != u'\n' && c != 0 && !(parenthesis && c == u')'));
   }
+  words.present = present;
+  words.seen = seen;
+  return p;
 }
 
 // Lines up to `end`. False: a NUL ended the text.
@@ -563,7 +598,9 @@ bool ScanLines(const char16_t* p, const char16_t* end, Modal& m, std::int32_t& l
     LineWords words;
     p = ScanWords<kBounded>(p, end, m, words);
     EndLine(m, words, line);
-    if (words.seen != 0 || m.ended || m.unknownCycle) NoteWhatIsMissing(m, words, line);
+    if (words.seen != 0) NoteWhatIsMissing(m, words, line);
+    m.standing = words.seen & kStanding;
+    if (words.seen & kSeenEnd) m.standing |= kSeenEnded;
     ++line;
     if (p == end || *p == 0) return false;
     p += *p == u'\r' && p + 1 != end && p[1] == u'\n' ? 2 : 1;
