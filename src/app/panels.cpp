@@ -6,6 +6,7 @@
 #include "app/hooks.h"
 #include "app/join_table.h"
 #include "app/limits.h"
+#include "app/mode_table.h"
 #include "app/stop.h"
 #include "platform/window.h"
 
@@ -27,7 +28,10 @@ bool HoldsForActive(Ask ask) {
 
 }  // namespace
 
-void RegisterPanel(const Panel& panel) { panels[NextRow(panelFill)] = panel; }
+void RegisterPanel(const Panel& panel) {
+  panels[NextRow(panelFill)] = panel;
+  if (panel.row) RegisterMode(*panel.row);
+}
 
 int PanelCount() { return panelFill.count; }
 
@@ -83,6 +87,7 @@ const Handlers* HandlersOf(int id, int n) {
 void ClearPanels() {
   panelFill.count = 0;
   handlerFill.count = 0;
+  ClearModes();
 }
 
 }  // namespace morva

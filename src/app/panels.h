@@ -13,6 +13,8 @@
 
 namespace morva {
 
+struct ModeRow;
+
 enum class PanelSpot {
   RightBody,  // below the header of the right panel, in modes that have one
   Editor,     // exactly the code editor's place; the gutter stays
@@ -23,9 +25,10 @@ enum class PanelSpot {
 
 struct Panel {
   PanelSpot spot = PanelSpot::RightBody;
-  int mode = -1;               // the mode this panel belongs to, -1 for none
-  bool (*active)() = nullptr;  // null: active while its mode is shown
-  void (*make)() = nullptr;    // makes the controls, hidden
+  int mode = -1;                 // the mode this panel belongs to, -1 for none
+  const ModeRow* row = nullptr;  // what the window says of the mode; null: another one hands it in
+  bool (*active)() = nullptr;    // null: active while its mode is shown
+  void (*make)() = nullptr;      // makes the controls, hidden
   void (*place)(const platform::Rect& area) = nullptr;  // places and shows them
   void (*hide)() = nullptr;
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
@@ -80,6 +83,7 @@ void RegisterHandlers(const Handlers& handlers);
 // that answers true ends the search.
 const Handlers* HandlersOf(int id, int n);
 
+// The rows of the modes go with them.
 void ClearPanels();
 
 }  // namespace morva

@@ -33,6 +33,7 @@ void RegisterSurface(const Surface& surface) {
     StopProgram(u"MORVA cannot start. Surface " + IntegerText(surface.surface) + u" comes twice.");
   }
   table[NextRow(fill)] = surface;
+  for (const ModeRow& row : surface.modes) RegisterMode(row);
   if (surface.button == 0) return;
   RegisterCommand(RouterStage::Surface, surface.button, platform::kNotifyClick, PressSurface);
 }

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "app/app_state.h"
+#include "app/mode_table.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
 
@@ -18,6 +19,8 @@ namespace morva {
 struct Surface {
   int surface = kSurfaceCode;      // WorkspaceSurface, not 0
   int button = 0;                  // id of the key that brings it up, 0 for none
+  int buttonWidth = 64;            // pixels of that key
+  std::span<const ModeRow> modes;  // what the window says of its row and its pages
   int row = -1;                    // its row in the mode list, as a WorkspaceMode; -1 for none
   std::span<const int> pages;      // modes that open a page of it; the mode then is Home
   const char16_t* title = u"";     // the head of its band

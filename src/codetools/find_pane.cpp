@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/find_rules.h"
@@ -89,10 +90,23 @@ void OnUndo(int, int) { UndoInCode(); }
 
 }  // namespace
 
+namespace {
+constexpr ModeKey kModeKeys[] = {{kIdFind}, {kIdFindSecond}, {kIdOldModeFirst + 6}};
+}  // namespace
+
+const ModeRow kFindMode = {.mode = kModeFind,
+                           .place = 9,
+                           .words = u"Find and replace",
+                           .header = u"FIND / REPLACE",
+                           .icon = kIconFind,
+                           .remembers = true,
+                           .keys = kModeKeys};
+
 void RegisterFindPane() {
   Panel panel;
   panel.spot = PanelSpot::RightBody;
   panel.mode = kModeFind;
+  panel.row = &kFindMode;
   panel.make = MakePane;
   panel.place = PlacePane;
   panel.hide = HidePane;

@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/words_view.h"
@@ -211,10 +212,25 @@ bool IsIndexKeyOn(int id) {
   return id == kIdIndexText ? descriptionFirst : CodeCategoryOfKey(id) == codeTab;
 }
 
+namespace {
+constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst}};
+}  // namespace
+
+const ModeRow kCodeIndexMode = {.mode = kModeCodeIndex,
+                                .place = 8,
+                                .words = u"Code index",
+                                .header = u"PROGRAM",
+                                .icon = kIconCodeIndex,
+                                .remembers = true,
+                                .wide = true,
+                                .keys = kModeKeys,
+                                .fill = WriteProgramInformation};
+
 void RegisterIndexPanel() {
   Panel panel;
   panel.spot = PanelSpot::LeftLower;
   panel.mode = kModeCodeIndex;
+  panel.row = &kCodeIndexMode;
   panel.active = PanelShown;
   panel.make = MakePanel;
   panel.place = PlacePanel;

@@ -3,7 +3,11 @@
 // The words themselves and every text shown for them come from the library's code index.
 #pragma once
 
+#include "app/mode_table.h"
+
 namespace morva {
+
+extern const ModeRow kCodeIndexMode;
 
 // The list anew from category and search, its first row selected.
 void RebuildCodeList();

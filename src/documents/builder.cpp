@@ -77,6 +77,7 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   Panel panel;
   panel.spot = PanelSpot::RightBody;
   panel.mode = builder.mode;
+  panel.row = builder.row;
   panel.make = calls.make;
   panel.heightAboveView = builder.heightAboveView;
   panel.place = calls.place;

@@ -12,6 +12,7 @@ namespace morva {
 
 struct CodeWriter;
 struct FeatureSettings;
+struct ModeRow;
 struct Picture;
 
 // Why nothing is inserted. Without words no box comes.
@@ -28,6 +29,7 @@ struct Builder {
   const Form* form = nullptr;
   int (*page)() = nullptr;         // the form's page that is up; null: page 0
   int mode = -1;                   // the right panel that shows the form; -1: the room shows it
+  const ModeRow* row = nullptr;    // what the window says of that mode, as app/panels.h says
   bool helpBelow = false;          // the mode's help text stands below the form
   int heightAboveView = 0;         // of that panel, as app/panels.h says
   Reading reading = Reading::Lax;  // of its numbers

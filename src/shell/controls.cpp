@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/mode_table.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/wells.h"
@@ -98,7 +99,9 @@ void MakeLists() {
   modes.accessibleName = u"Workspaces and panels";
   modes.rowHeight = kModeRowHeight;
   platform::MakeList(modes);
-  for (const ModeRow& row : kModeRows) platform::AddRow(kIdModeList, row.words, row.mode);
+  for (int n = 0; const ModeRow* row = ListedMode(n); ++n) {
+    platform::AddRow(kIdModeList, row->words, row->mode);
+  }
   platform::ListSpec rows;
   rows.id = kIdFeatureList;
   rows.accessibleName = u"Program features";

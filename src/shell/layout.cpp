@@ -1,15 +1,20 @@
 #include "shell/layout.h"
 
+#include <cstddef>
+#include <span>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
 #include "app/limits.h"
+#include "app/mode_table.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
 #include "dnc/transfer.h"
 #include "platform/window.h"
+#include "shell/coming.h"
 
 namespace morva {
 
@@ -156,6 +161,33 @@ platform::Colour GroundUnder(const Rect& place) {
   return place.left >= side.left && place.top >= side.top ? kSidePanel : kWorkArea;
 }
 
+namespace {
+
+// Pixels of a key that brings a surface up, 0 where no surface has it, or will have it.
+int SurfaceKeyWidth(int id) {
+  constexpr int kCodeWidth = 64;
+  if (id == kIdSurfaceCode) return kCodeWidth;
+  for (int i = 0; i < SurfaceCount(); ++i) {
+    if (SurfaceAt(i).button == id) return SurfaceAt(i).buttonWidth;
+  }
+  for (const KeyWidth& key : ComingSurfaceKeys()) {
+    if (key.id == id) return key.width;
+  }
+  return 0;
+}
+
+// In the order of their ids; how many.
+std::size_t FindSurfaceKeys(KeyWidth* keys) {
+  std::size_t count = 0;
+  for (int id = kIdSurfaceCode; id <= kIdSurfaceLast; ++id) {
+    const int width = SurfaceKeyWidth(id);
+    if (width > 0) keys[count++] = {id, width};
+  }
+  return count;
+}
+
+}  // namespace
+
 void Layout() {
   const Rect client = platform::ClientArea(platform::kMainWindow);
   if (client.right <= 0 || client.bottom <= 0) return;
@@ -166,6 +198,9 @@ void Layout() {
   in.topBarHeight = app.topBarHeight;
   in.surface = app.surface;
   in.mode = app.mode;
+  in.rightPanel = !ModeOf(app.mode).wide;
+  KeyWidth surfaceKeys[kIdSurfaceLast - kIdSurfaceCode + 1];
+  in.surfaceKeys = std::span(surfaceKeys, FindSurfaceKeys(surfaceKeys));
   in.footPanel = IsPanelAt(PanelSpot::Foot);
   in.tabCount = app.tabCount;
   in.transferRuns = TransferRuns();

@@ -42,11 +42,6 @@ void Put(LayoutPlan& plan, int id, const Rect& place) {
   plan.placements[plan.count++] = Placement{id, IsEmpty(place) ? Rect{} : place};
 }
 
-struct KeyWidth {
-  int id;
-  int width;
-};
-
 // A row of keys to the right from `x`; the x behind the last gap.
 int PutRow(LayoutPlan& plan, int x, int y, int height, const KeyWidth* keys, int count, int gap) {
   for (int i = 0; i < count; ++i) {
@@ -60,8 +55,6 @@ constexpr KeyWidth kTopKeys[] = {{kIdNew, 64},   {kIdOpen, 72},    {kIdSaveMenu,
                                  {kIdFind, 64},  {kIdSend, 86},    {kIdReceive, 98},
                                  {kIdSetup, 72}, {kIdMachine, 186}};
 constexpr KeyWidth kUnitKeys[] = {{kIdInch, 66}, {kIdMm, 60}};
-constexpr int kSurfaceKeyWidths[] = {64, 56, 64};
-static_assert(std::size(kSurfaceKeyWidths) == kIdSurfaceLast - kIdSurfaceCode + 1);
 constexpr KeyWidth kToolKeys[] = {{kIdRewind, 36},  {kIdFastForward, 36}, {kIdDimensions, 36},
                                   {kIdMeasure, 36}, {kIdPan, 36},         {kIdFit, 36}};
 constexpr KeyWidth kPathKeys[] = {{kIdPath, 61},    {kIdPlay, 70},   {kIdViewMenu, 60},
@@ -109,17 +102,11 @@ int PutRow(LayoutPlan& plan, int x, int y, int height, const KeyWidth (&keys)[N]
   return PutRow(plan, x, y, height, keys, N, gap);
 }
 
-// The keys that bring surfaces up, those still to come among them; the x behind the last gap.
-int PutSurfaceKeys(LayoutPlan& plan, int x, int y) {
-  int id = kIdSurfaceCode;
-  for (const int width : kSurfaceKeyWidths) {
-    const KeyWidth key{id++, width};
-    x = PutRow(plan, x, y, kBarKeyHeight, &key, 1, kKeyGap);
-  }
-  return x;
+// The x behind the last gap.
+int PutSurfaceKeys(LayoutPlan& plan, const LayoutInput& in, int x, int y) {
+  const int count = static_cast<int>(in.surfaceKeys.size());
+  return PutRow(plan, x, y, kBarKeyHeight, in.surfaceKeys.data(), count, kKeyGap);
 }
-
-bool HasRightPanel(std::int32_t mode) { return RightPanelWidth(mode, 1200) > 0; }
 
 // The bar of a transfer and the key that aborts it, at the right end of the top band. Both are
 // planned at rest too, without a place, so that Tab knows them.
@@ -153,8 +140,8 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
 
   const int y = kTopBand + (in.topBarHeight - kTopBand - kBarKeyHeight) / 2;
   Put(plan, kIdBack, Rect{12, y, 108, y + kBarKeyHeight});
-  if (!HasRightPanel(in.mode)) Put(plan, kIdPanelHead, Rect{120, y, 300, y + kBarKeyHeight});
-  PutSurfaceKeys(plan, 312, y);
+  if (!in.rightPanel) Put(plan, kIdPanelHead, Rect{120, y, 300, y + kBarKeyHeight});
+  PutSurfaceKeys(plan, in, 312, y);
   const int paths = right - RowWidth(kPathKeys, kKeyGap);
   const int tools = paths - 16 - RowWidth(kToolKeys, 4);
   PutRow(plan, tools, y, kBarKeyHeight, kToolKeys, 4);
@@ -378,8 +365,7 @@ void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
 // A mode with a right panel: the panel takes the view's place, unless the mode shows the view too.
 void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int help = in.helpBelow ? kHelpHeight : 0;
-  const int panel =
-      std::min(RightPanelWidth(in.mode, in.width), in.width - work.left - kEditorLeast - kPad);
+  const int panel = std::min(RightPanelWidth(in.width), in.width - work.left - kEditorLeast - kPad);
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
   plan.areas.rightPanel = side;
   const int right = side.left - kPad;
@@ -417,7 +403,7 @@ LayoutPlan PlanWorkspace(const LayoutInput& in) {
   const int y = (kWorkspaceBand - kBarKeyHeight) / 2;
   const int keys = PutRow(plan, kWorkspaceKeysLeft, y, kBarKeyHeight, kBackKey, kKeyGap);
   const int behind =
-      PutRow(plan, PutSurfaceKeys(plan, keys, y) + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
+      PutRow(plan, PutSurfaceKeys(plan, in, keys, y) + 16, y, kBarKeyHeight, kFileKeys, kKeyGap);
   PutTransfer(plan, in, behind + kPad, (kWorkspaceBand - kTransferHeight) / 2);
   int x = kPad;
   const int count = std::clamp(in.tabCount, 1, kMaxTabs);
@@ -450,10 +436,7 @@ int FittedLeftPanel(int clientWidth, int wanted) {
   return std::max(std::min(wanted, clientWidth - kLeastPanelSpace), kLeftPanelLeast);
 }
 
-int RightPanelWidth(std::int32_t mode, int clientWidth) {
-  if (mode == kModeHome || mode == kModeCodeIndex || mode == kModeSimulator) return 0;
-  return clientWidth < 1180 ? 320 : 350;
-}
+int RightPanelWidth(int clientWidth) { return clientWidth < 1180 ? 320 : 350; }
 
 int SeparatorDepth(int workHeight) { return std::max((workHeight * 48 - 1536) / 100, 210); }
 
@@ -469,7 +452,7 @@ LayoutPlan PlanLayout(const LayoutInput& in) {
   const int top = PlanTabBar(plan, in, left, right);
   plan.areas.workArea = Rect{plan.leftPanelWidth, in.topBarHeight, in.width, foot};
   const Rect work{left, top, right, foot - 6};
-  if (HasRightPanel(in.mode)) {
+  if (in.rightPanel) {
     PlanPanelMode(plan, in, work);
   } else if (in.mode == kModeSimulator) {
     PlanSimulator(plan, in, work);

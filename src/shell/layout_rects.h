@@ -6,11 +6,17 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "app/limits.h"
 #include "platform/geometry.h"
 
 namespace morva {
+
+struct KeyWidth {
+  int id;
+  int width;  // pixels
+};
 
 struct LayoutInput {
   int width = 0;  // client pixels
@@ -19,7 +25,9 @@ struct LayoutInput {
   int topBarHeight = 132;
   std::int32_t surface = 0;
   std::int32_t mode = 0;
-  bool footPanel = false;  // a panel stands beside the output
+  bool rightPanel = false;                // the mode has one
+  std::span<const KeyWidth> surfaceKeys;  // that bring surfaces up, from left to right
+  bool footPanel = false;                 // a panel stands beside the output
   int tabCount = 1;
   bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
   // Pixels that the panel keeps when the view stands below it; 0: no view.
@@ -61,8 +69,8 @@ inline bool IsEmpty(const platform::Rect& r) { return r.left >= r.right || r.top
 
 // At most the client width minus 760, and never below 190.
 int FittedLeftPanel(int clientWidth, int wanted);
-// 0 in Home, Code index and Simulator, else 350, or 320 below 1180 pixels.
-int RightPanelWidth(std::int32_t mode, int clientWidth);
+// 350, or 320 below 1180 pixels.
+int RightPanelWidth(int clientWidth);
 // How far the line between mode list and features lies below the panel's top.
 int SeparatorDepth(int workHeight);
 

@@ -5,6 +5,7 @@
 #include "app/panels.h"
 #include "app/surfaces.h"
 #include "app/wells.h"
+#include "documents/tab_table.h"
 #include "forms/form.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
@@ -52,7 +53,7 @@ void FrameWells(Canvas& canvas) {
   const int focused = platform::FocusedId();
   if (platform::IsVisible(kViewGutter)) {
     FrameWell(canvas, Rect{gutter.left, gutter.top, editor.right, editor.bottom},
-              focused == kIdEditor || focused == kIdWordsEditor);
+              focused == ShownEditor());
   }
   const auto frame = [&canvas, focused](int id) {
     if (platform::IsVisible(id)) FrameWell(canvas, platform::PlaceOf(id), focused == id);

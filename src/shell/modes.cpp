@@ -3,6 +3,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/mode_table.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
@@ -18,66 +19,51 @@
 
 namespace morva {
 
-const ModeRow kModeRows[kModeRowCount] = {
-    {kModeHome, u"Home"},
-    {kModeCadItem, u"CAD"},
-    {kModePlateItem, u"Plate builder"},
-    {kModeWizard, u"Machining wizard"},
-    {kModeShapes, u"Shapes and slots"},
-    {kModeTools, u"Tool library"},
-    {kModeMacros, u"Macro library"},
-    {kModeCodeIndex, u"Code index"},
-    {kModeFind, u"Find and replace"},
-    {kModeSimulator, u"Simulator"},
-    {kModeDnc, u"DNC / RS-232"},
-};
-
 namespace {
 
-constexpr const char16_t* kHeaders[] = {
-    u"PROGRAM",        u"MACHINING WIZARD", u"TOOL LIBRARY",
-    u"PROGRAM",        u"MACRO LIBRARY",    u"SHAPES / SLOTS",
-    u"SLOT BUILDER",   u"CIRCULAR PATTERN", u"RECTANGULAR PATTERN",
-    u"TOOLPATH",       u"DNC / RS-232",     u"DIAGNOSTICS",
-    u"FIND / REPLACE",
+constexpr ModeKey kHomeKeys[] = {{kIdOldModeFirst + 7}};
+constexpr ModeKey kSimulatorKeys[] = {{kIdOldModeFirst + 5}};
+constexpr ModeRow kModes[] = {
+    {.mode = kModeHome,
+     .place = 1,
+     .words = u"Home",
+     .header = u"PROGRAM",
+     .help = u"QUICK WORKFLOW\r\n\r\n1. Open or create a program.\r\n2. Use COMMAND WORDS for an "
+             u"editable plain-language project.\r\n3. Press F5 to run preflight.\r\n4. Refresh "
+             u"PATH for a basic preview; verify motion at the control.",
+     .icon = kIconHome,
+     .wide = true,
+     .bare = true,
+     .keys = kHomeKeys,
+     .fill = WriteProgramInformation},
+    {.mode = kModeSimulator,
+     .place = 10,
+     .words = u"Simulator",
+     .header = u"TOOLPATH",
+     .icon = kIconSimulator,
+     .remembers = true,
+     .wide = true,
+     .bare = true,
+     .keys = kSimulatorKeys,
+     .fill = [] { Call(hooks.rebuildToolpath); }},
 };
-
-constexpr const char16_t* kBuilderHelp =
-    u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
-    u"compensation, workholding, and clearances before machining.";
 
 BackHistory history;
 bool returning = false;  // a return must not overwrite where it came from
 
 // Remembers where the user stands before a change of mode that the back key undoes.
 void RememberPlace(int mode) {
-  const bool counts = mode == kModeWizard || mode == kModeTools || mode == kModeCodeIndex ||
-                      mode == kModeSimulator || mode == kModeDnc || mode == kModeFind;
-  if (!counts || mode == app.mode || returning) return;
+  if (!ModeOf(mode).remembers || mode == app.mode || returning) return;
   history.surface = app.surface;
   history.mode = app.mode;
 }
 
 void ShowModeWords() {
   platform::SelectRow(kIdModeList, ModeListRow(app.mode));
-  platform::SetText(kIdPanelHead, ModeHeader(app.mode));
-  platform::SetText(kIdHelpText, ModeHelp(app.mode));
+  platform::SetText(kIdPanelHead, ModeOf(app.mode).header);
+  platform::SetText(kIdHelpText, ModeOf(app.mode).help);
   const bool home = app.mode == kModeHome && app.surface == kSurfaceCode;
   ShowWords(kIdBack, !home);
-}
-
-void FillModePanel() {
-  switch (app.mode) {
-    case kModeHome:
-    case kModeCodeIndex:
-      WriteProgramInformation();
-      break;
-    case kModeSimulator:
-      Call(hooks.rebuildToolpath);
-      break;
-    default:
-      break;
-  }
 }
 
 void EnterPanels() {
@@ -106,7 +92,7 @@ void ShowMode(int mode) {
   app.mode = mode;
   TakeSurface(kSurfaceCode);
   ShowModeWords();
-  FillModePanel();
+  Call(ModeOf(app.mode).fill);
   Layout();
   EnterPanels();
   platform::Repaint(platform::kMainWindow);
@@ -151,46 +137,18 @@ void OpenPage(const Surface& surface, int mode) {
 
 }  // namespace
 
-const char16_t* ModeHeader(int mode) {
-  return mode >= kModeHome && mode <= kModeFind ? kHeaders[mode] : u"";
-}
-
-const char16_t* ModeHelp(int mode) {
-  switch (mode) {
-    case kModeHome:
-      return u"QUICK WORKFLOW\r\n\r\n1. Open or create a program.\r\n2. Use COMMAND WORDS for an "
-             u"editable plain-language project.\r\n3. Press F5 to run preflight.\r\n4. Refresh "
-             u"PATH for a basic preview; verify motion at the control.";
-    case kModeShapes:
-    case kModeSlot:
-      return kBuilderHelp;
-    case kModeCircular:
-      return u"CIRCULAR PATTERN\r\n\r\nPreview quantity, diameter, orientation, rotation, depth, "
-             u"and safe Z before inserting editable G-code.";
-    case kModeRectangular:
-      return u"RECTANGULAR PATTERN\r\n\r\nPreview and verify row/column count, spacing, rotation, "
-             u"depth, and safe Z before inserting editable G-code.";
-    default:
-      return u"";
-  }
+void RegisterShellModes() {
+  for (const ModeRow& row : kModes) RegisterMode(row);
 }
 
 int ModeListRow(int mode) {
-  for (int row = 0; row < kModeRowCount; ++row) {
-    if (kModeRows[row].mode == mode) return row;
+  for (int row = 0; const ModeRow* listed = ListedMode(row); ++row) {
+    if (listed->mode == mode) return row;
   }
   return -1;
 }
 
-bool ModeExists(int mode) {
-  switch (mode) {
-    case kModeHome:
-    case kModeSimulator:
-      return true;
-    default:
-      return HasPanel(mode) || SurfaceOfMode(mode);
-  }
-}
+bool ModeExists(int mode) { return ModeOf(mode).bare || HasPanel(mode) || SurfaceOfMode(mode); }
 
 const BackHistory& History() { return history; }
 
@@ -232,15 +190,16 @@ void TakeListedMode() {
 
 bool ModeListKey(const platform::KeyEvent& key) {
   if (key.ctrl || key.alt || key.shift) return false;
+  const int rows = platform::RowCount(kIdModeList);
   int row = platform::SelectedRow(kIdModeList);
   int step = 0;
   if (key.key == platform::kKeyDown) step = 1;
   if (key.key == platform::kKeyUp) step = -1;
   if (key.key == platform::kKeyHome) row = -1, step = 1;
-  if (key.key == platform::kKeyEnd) row = kModeRowCount, step = -1;
+  if (key.key == platform::kKeyEnd) row = rows, step = -1;
   if (step == 0) return false;
-  for (row += step; row >= 0 && row < kModeRowCount; row += step) {
-    const int mode = kModeRows[row].mode;
+  for (row += step; row >= 0 && row < rows; row += step) {
+    const int mode = static_cast<int>(platform::RowData(kIdModeList, row));
     if (!ModeExists(mode)) continue;
     platform::SelectRow(kIdModeList, row);
     if (SurfaceOfMode(mode)) {

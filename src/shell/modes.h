@@ -1,4 +1,4 @@
-// The modes of the Code surface: their words, their rows in the left list, their help.
+// The modes of the Code surface: the list at the left, the mode that is up, the way back.
 #pragma once
 
 #include "app/app_state.h"
@@ -6,17 +6,9 @@
 
 namespace morva {
 
-struct ModeRow {
-  int mode;  // the row's item data
-  const char16_t* words;
-};
-inline constexpr int kModeRowCount = 11;
-extern const ModeRow kModeRows[kModeRowCount];
+// Hands in the rows of the modes that the shell shows without a panel or a surface.
+void RegisterShellModes();
 
-// Words of the header; empty out of 0 to 12.
-const char16_t* ModeHeader(int mode);
-// Help under the panel; empty where a mode has none.
-const char16_t* ModeHelp(int mode);
 // The list row of a mode, -1 for none.
 int ModeListRow(int mode);
 

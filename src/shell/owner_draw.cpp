@@ -6,6 +6,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/mode_table.h"
 #include "app/palette.h"
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
@@ -161,7 +162,7 @@ void DrawModeRow(const DrawState& state, Canvas& canvas) {
   const Rect& area = state.area;
   const int mode = static_cast<int>(platform::RowData(kIdModeList, state.row));
   const Colour colour = ModeExists(mode) ? kMainText : kDimText;
-  DrawIcon(canvas, ModeIcon(mode), area.left + 26, CentreY(area), 23, colour);
+  DrawIcon(canvas, ModeOf(mode).icon, area.left + 26, CentreY(area), 23, colour);
   const std::u16string words = platform::RowText(kIdModeList, state.row);
   const Rect place{area.left + 63, area.top, area.right - 3, area.bottom};
   // A panel dragged narrow shows all rows in the smaller font rather than cut.

@@ -1,17 +1,17 @@
 #include "shell/shell_registry.h"
 
-#include <iterator>
-
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/edit_menu.h"
 #include "app/hooks.h"
+#include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "documents/feature_blocks.h"
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "shell/coming.h"
 #include "shell/icons.h"
 #include "shell/inline_rename.h"
 #include "shell/layout.h"
@@ -35,18 +35,17 @@ void PressFeatures(int, int) {
 }
 
 void PressBack(int, int) { GoBack(); }
-void PressDnc(int, int) { SetMode(kModeDnc); }
-void PressFind(int, int) { SetMode(kModeFind); }
 
-// The second route: modes by number, the window, the clipboard of whatever has the keyboard.
-constexpr int kOldModes[] = {kModeCodeIndex, kModeMacros,    kModeShapes,      kModeTools,
-                             kModeWizard,    kModeSimulator, kModeFind,        kModeHome,
-                             kModeCircular,  kModeSlot,      kModeRectangular, kModeCadItem,
-                             kModePlateItem};
-static_assert(std::size(kOldModes) == kIdOldModeLast - kIdOldModeFirst + 1);
+// A key that its mode's row names.
+void PressModeKey(int id, int) {
+  for (int i = 0; i < ModeCount(); ++i) {
+    for (const ModeKey& key : ModeAt(i).keys) {
+      if (key.id == id) return SetMode(ModeAt(i).mode);
+    }
+  }
+}
 
-void PressOldMode(int id, int) { SetMode(kOldModes[id - kIdOldModeFirst]); }
-
+// The second route beside the modes': the window, the clipboard of whatever has the keyboard.
 void PressOldClose(int, int) { platform::RequestClose(); }
 
 void PressOldEdit(int id, int) {
@@ -58,8 +57,14 @@ void PressOldEdit(int id, int) {
   platform::RunEditAction(focused, action);
 }
 
-void RegisterWhereModeExists(int mode, RouterStage stage, int id, CommandHandler handler) {
-  if (ModeExists(mode)) RegisterCommand(stage, id, platform::kNotifyClick, handler);
+// Keys of a mode still to come do nothing.
+void RegisterModeKeys() {
+  for (int i = 0; i < ModeCount(); ++i) {
+    if (!ModeExists(ModeAt(i).mode)) continue;
+    for (const ModeKey& key : ModeAt(i).keys) {
+      RegisterCommand(key.stage, key.id, platform::kNotifyClick, PressModeKey);
+    }
+  }
 }
 
 void ListenToWindow() {
@@ -79,6 +84,9 @@ void ListenToWindow() {
 void RegisterShellCommands() {
   AddCommands(EditCommands());
   AddCommands(ShellCommands());
+  AddCommands(ComingCommands());
+  RegisterShellModes();
+  RegisterComingModes();
   RegisterInlineRename();
   RegisterSpeedSlider();
   ListenToWindow();
@@ -92,18 +100,9 @@ void RegisterShellCommands() {
   RegisterCommand(RouterStage::Notified, kIdModeList, platform::kNotifyListDouble, PickMode);
   RegisterCommand(RouterStage::Surface, kIdSurfaceCode, click, PressCode);
   RegisterCommand(RouterStage::Surface, kIdShowFeatures, click, PressFeatures);
-  RegisterWhereModeExists(kModeDnc, RouterStage::FeatureSwitch, kIdMachine, PressDnc);
-  for (int id : {kIdSetup, kIdSetupSecond, kIdOpenDncSetup}) {
-    RegisterWhereModeExists(kModeDnc, RouterStage::Click, id, PressDnc);
-  }
-  for (int id : {kIdFind, kIdFindSecond}) {
-    RegisterWhereModeExists(kModeFind, RouterStage::Click, id, PressFind);
-  }
+  RegisterModeKeys();
   RegisterCommand(RouterStage::Click, kIdBack, click, PressBack);
   RegisterCommand(RouterStage::Click, kIdOldClose, click, PressOldClose);
-  for (int id = kIdOldModeFirst; id <= kIdOldModeLast; ++id) {
-    RegisterWhereModeExists(kOldModes[id - kIdOldModeFirst], RouterStage::Click, id, PressOldMode);
-  }
   RegisterCommand(RouterStage::Click, kIdOldUndo, kIdOldPaste, click, PressOldEdit);
 }
 

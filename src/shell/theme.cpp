@@ -1,7 +1,5 @@
 #include "shell/theme.h"
 
-#include "app/app_state.h"
-#include "app/icon_names.h"
 #include "app/palette.h"
 
 namespace morva {
@@ -29,33 +27,6 @@ void DrawPanel(platform::Canvas& canvas, const platform::Rect& area, bool select
   const PanelColours& colours = kPanels[style];
   FillGradient(canvas, area, selected ? colours.selectedTop : colours.top,
                selected ? colours.selectedBottom : colours.bottom);
-}
-
-int ModeIcon(int mode) {
-  switch (mode) {
-    case kModeHome:
-      return kIconHome;
-    case kModeWizard:
-      return kIconWizard;
-    case kModeTools:
-      return kIconTools;
-    case kModeCodeIndex:
-      return kIconCodeIndex;
-    case kModeMacros:
-      return kIconMacros;
-    case kModeShapes:
-      return kIconShapes;
-    case kModeSimulator:
-      return kIconSimulator;
-    case kModeFind:
-      return kIconFind;
-    case kModeCadItem:
-      return kIconCad;
-    case kModePlateItem:
-      return kIconPlate;
-    default:
-      return kIconLink;
-  }
 }
 
 }  // namespace morva

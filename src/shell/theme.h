@@ -13,7 +13,6 @@ enum PanelStyle { kPanelPlain = 0, kPanelGreen = 1, kPanelAmber = 2, kPanelDeep 
 
 void DrawPanel(platform::Canvas& canvas, const platform::Rect& area, bool selected,
                PanelStyle style);
-int ModeIcon(int mode);
 // Every owner-drawn control and list row.
 void DrawOwnerItem(int id, const platform::DrawState& state, platform::Canvas& canvas);
 // The mark of the top band as the window's icon, over the whole canvas.

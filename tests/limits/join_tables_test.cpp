@@ -8,6 +8,7 @@
 #include "app/commands.h"
 #include "app/join_table.h"
 #include "app/limits.h"
+#include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/stop.h"
@@ -101,6 +102,23 @@ TEST(JoinTablesDeathTest, SurfacesBesideTheCodeSurface) {
   EXPECT_EXIT(add(1), testing::ExitedWithCode(3), "Surface 2 comes twice");
   EXPECT_EXIT(add(-1), testing::ExitedWithCode(3), "A surface has no number");
   ClearSurfaces();
+}
+
+TEST(JoinTablesDeathTest, RowsOfModes) {
+  static_assert(kMaxModes == 24);
+  const auto add = [](int i) { RegisterMode({.mode = i}); };
+  StopsBeyond(kMaxModes, u"modes", add, ClearModes);
+  add(5);
+  EXPECT_EXIT(add(5), testing::ExitedWithCode(3), "Mode 5 comes twice");
+  EXPECT_EXIT(add(-1), testing::ExitedWithCode(3), "A mode has no number");
+  RegisterMode({.mode = 5, .words = u"To come", .coming = true});
+  EXPECT_EQ(std::u16string(ModeOf(5).words), u"");
+  ClearModes();
+  RegisterMode({.mode = 5, .words = u"To come", .coming = true});
+  RegisterMode({.mode = 5, .words = u"Here"});
+  EXPECT_EQ(std::u16string(ModeOf(5).words), u"Here");
+  EXPECT_EQ(ModeCount(), 1);
+  ClearModes();
 }
 
 TEST(JoinTablesDeathTest, WordsOfCommands) {

@@ -568,7 +568,13 @@ TEST_F(Limits, PlacesOfALayout) {
   in.width = 1560;
   in.height = 905;
   in.tabCount = kMaxTabs;
+  static constexpr KeyWidth kKeys[] = {
+      {kIdSurfaceCode, 64}, {kIdSurfaceCad, 64}, {kIdSurfacePlate, 64}};
+  in.surfaceKeys = kKeys;
   for (in.mode = kModeHome; in.mode <= kModeFind; ++in.mode) {
+    in.rightPanel = !in.rightPanel;
+    EXPECT_LT(PlanLayout(in).count, kMaxPlacements) << in.mode;
+    in.rightPanel = !in.rightPanel;
     EXPECT_LT(PlanLayout(in).count, kMaxPlacements) << in.mode;
   }
 }

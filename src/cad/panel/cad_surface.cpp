@@ -6,6 +6,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/mode_table.h"
 #include "app/router.h"
 #include "app/surfaces.h"
 #include "cad/canvas/canvas_pointer.h"
@@ -204,14 +205,33 @@ void CadFocusChanged(int /*id*/, bool gained) {
   if (tools.sizePanelShown) platform::Repaint(kViewCadCanvas);
 }
 
+constexpr ModeKey kItemKeys[] = {{kIdOldModeFirst + 11}};
+constexpr ModeKey kCircularKeys[] = {{kIdOldModeFirst + 8}};
+constexpr ModeKey kRectangularKeys[] = {{kIdOldModeFirst + 10}};
+constexpr ModeRow kModes[] = {
+    {.mode = kModeCadItem, .place = 2, .words = u"CAD", .icon = kIconCad, .keys = kItemKeys},
+    {.mode = kModeCircular,
+     .header = u"CIRCULAR PATTERN",
+     .help = u"CIRCULAR PATTERN\r\n\r\nPreview quantity, diameter, orientation, rotation, depth, "
+             u"and safe Z before inserting editable G-code.",
+     .keys = kCircularKeys},
+    {.mode = kModeRectangular,
+     .header = u"RECTANGULAR PATTERN",
+     .help = u"RECTANGULAR PATTERN\r\n\r\nPreview and verify row/column count, spacing, rotation, "
+             u"depth, and safe Z before inserting editable G-code.",
+     .keys = kRectangularKeys},
+};
+constexpr int kPages[] = {kModeCircular, kModeRectangular};
+
 }  // namespace
 
 void RegisterCadSurface() {
   RegisterWorkspace();
-  static constexpr int kPages[] = {kModeCircular, kModeRectangular};
   Surface surface;
   surface.surface = kSurfaceCad;
   surface.button = kIdSurfaceCad;
+  surface.buttonWidth = 56;
+  surface.modes = kModes;
   surface.row = kModeCadItem;
   surface.pages = kPages;
   surface.title = u"CAD Workspace";

@@ -7,9 +7,6 @@
 #include <sstream>
 #include <string>
 
-#include "app/app_state.h"
-#include "shell/theme.h"
-
 namespace morva {
 namespace {
 
@@ -52,20 +49,6 @@ TEST(Icons, StayOnTheGridAndAreWellFormed) {
       }
     }
   }
-}
-
-TEST(Icons, StandForTheModesAsTold) {
-  EXPECT_EQ(ModeIcon(kModeHome), 9);
-  EXPECT_EQ(ModeIcon(kModeWizard), 12);
-  EXPECT_EQ(ModeIcon(kModeTools), 14);
-  EXPECT_EQ(ModeIcon(kModeCodeIndex), 16);
-  EXPECT_EQ(ModeIcon(kModeMacros), 15);
-  EXPECT_EQ(ModeIcon(kModeShapes), 13);
-  for (int mode : {6, 7, 8, 10, 11, 15, -1, 99}) EXPECT_EQ(ModeIcon(mode), 18) << mode;
-  EXPECT_EQ(ModeIcon(kModeSimulator), 17);
-  EXPECT_EQ(ModeIcon(kModeFind), 7);
-  EXPECT_EQ(ModeIcon(kModeCadItem), 10);
-  EXPECT_EQ(ModeIcon(kModePlateItem), 11);
 }
 
 }  // namespace

@@ -22,6 +22,10 @@ LayoutInput Window(int width, int height, std::int32_t mode = kModeHome) {
   in.width = width;
   in.height = height;
   in.mode = mode;
+  in.rightPanel = mode != kModeHome && mode != kModeCodeIndex && mode != kModeSimulator;
+  static constexpr KeyWidth kKeys[] = {
+      {kIdSurfaceCode, 64}, {kIdSurfaceCad, 56}, {kIdSurfacePlate, 64}};
+  in.surfaceKeys = kKeys;
   return in;
 }
 
@@ -183,10 +187,10 @@ TEST(LayoutRects, HoldTheLeftPanelTo190OnAWindowOf900) {
 }
 
 TEST(LayoutRects, GiveARightPanelToEveryModeButThree) {
+  EXPECT_EQ(RightPanelWidth(1180), 350);
+  EXPECT_EQ(RightPanelWidth(1179), 320);
   for (std::int32_t mode = kModeHome; mode <= kModeFind; ++mode) {
     const bool none = mode == kModeHome || mode == kModeCodeIndex || mode == kModeSimulator;
-    EXPECT_EQ(RightPanelWidth(mode, 1180), none ? 0 : 350) << mode;
-    EXPECT_EQ(RightPanelWidth(mode, 1179), none ? 0 : 320) << mode;
     const LayoutPlan plan = PlanLayout(Window(1560, 940, mode));
     EXPECT_EQ(RectWidth(plan.areas.rightPanel), none ? 0 : 350) << mode;
     EXPECT_EQ(IsEmpty(PlaceIn(plan, kViewToolpath)), !none) << mode;

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include "app/mode_table.h"
 #include "app/outlets.h"
 #include "cad/panel/cad_room.h"
 #include "cad/panel/cad_surface.h"
+#include "codetools/find_pane.h"
+#include "codetools/index_panel.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "shell/keys.h"
@@ -62,6 +65,11 @@ struct MainStage : public support::Stage {
     window.minimumHeight = 800;
     platform::MakeMainWindow(window);
     morva::RegisterCadSurface();
+    // In words alone, as long as their panels are not there.
+    for (morva::ModeRow row : {morva::kFindMode, morva::kCodeIndexMode}) {
+      row.coming = true;
+      morva::RegisterMode(row);
+    }
     morva::RegisterShellCommands();
     morva::MakeMainControls();
     morva::OpenTab(u"", u"", u"Untitled-1.NC");

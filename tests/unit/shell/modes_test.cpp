@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+#include "app/icon_names.h"
+#include "app/mode_table.h"
+#include "app/panels.h"
 #include "documents/builder_table.h"
 #include "platform/timer.h"
 #include "unit/shell/main_stage.h"
@@ -30,12 +33,12 @@ TEST_F(Modes, ListElevenRowsInTheirOrder) {
 }
 
 TEST_F(Modes, HeadCodeIndexAsHome) {
-  EXPECT_STREQ(std::string(support::Narrow(ModeHeader(kModeCodeIndex))).c_str(), "PROGRAM");
-  EXPECT_EQ(std::u16string(ModeHeader(kModeHome)), u"PROGRAM");
-  EXPECT_EQ(std::u16string(ModeHeader(kModeSimulator)), u"TOOLPATH");
-  EXPECT_EQ(std::u16string(ModeHeader(kModeFind)), u"FIND / REPLACE");
-  EXPECT_EQ(std::u16string(ModeHeader(13)), u"");
-  EXPECT_EQ(std::u16string(ModeHeader(-1)), u"");
+  EXPECT_STREQ(std::string(support::Narrow(ModeOf(kModeCodeIndex).header)).c_str(), "PROGRAM");
+  EXPECT_EQ(std::u16string(ModeOf(kModeHome).header), u"PROGRAM");
+  EXPECT_EQ(std::u16string(ModeOf(kModeSimulator).header), u"TOOLPATH");
+  EXPECT_EQ(std::u16string(ModeOf(kModeFind).header), u"FIND / REPLACE");
+  EXPECT_EQ(std::u16string(ModeOf(13).header), u"");
+  EXPECT_EQ(std::u16string(ModeOf(-1).header), u"");
 }
 
 TEST_F(Modes, HaveTheirHeadersAndTheirHelp) {
@@ -54,18 +57,60 @@ TEST_F(Modes, HaveTheirHeadersAndTheirHelp) {
                                      u"FIND / REPLACE",
                                      u"",
                                      u""};
-  for (int mode = 0; mode < 15; ++mode) EXPECT_EQ(std::u16string(ModeHeader(mode)), headers[mode]);
+  for (int mode = 0; mode < 15; ++mode)
+    EXPECT_EQ(std::u16string(ModeOf(mode).header), headers[mode]);
   const std::u16string builders =
       u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
       u"compensation, workholding, and clearances before machining.";
-  EXPECT_EQ(ModeHelp(kModeShapes), builders);
-  EXPECT_EQ(ModeHelp(kModeSlot), builders);
-  EXPECT_EQ(std::u16string(ModeHelp(kModeCircular)),
+  EXPECT_EQ(ModeOf(kModeShapes).help, builders);
+  EXPECT_EQ(ModeOf(kModeSlot).help, builders);
+  EXPECT_EQ(std::u16string(ModeOf(kModeCircular).help),
             u"CIRCULAR PATTERN\r\n\r\nPreview quantity, diameter, orientation, rotation, depth, "
             u"and safe Z before inserting editable G-code.");
-  EXPECT_EQ(std::u16string(ModeHelp(kModeRectangular)),
+  EXPECT_EQ(std::u16string(ModeOf(kModeRectangular).help),
             u"RECTANGULAR PATTERN\r\n\r\nPreview and verify row/column count, spacing, rotation, "
             u"depth, and safe Z before inserting editable G-code.");
+}
+
+TEST_F(Modes, HaveTheirIcons) {
+  EXPECT_EQ(ModeOf(kModeHome).icon, 9);
+  EXPECT_EQ(ModeOf(kModeWizard).icon, 12);
+  EXPECT_EQ(ModeOf(kModeTools).icon, 14);
+  EXPECT_EQ(ModeOf(kModeCodeIndex).icon, 16);
+  EXPECT_EQ(ModeOf(kModeMacros).icon, 15);
+  EXPECT_EQ(ModeOf(kModeShapes).icon, 13);
+  for (int mode : {6, 7, 8, 10, 11, 15, -1, 99}) EXPECT_EQ(ModeOf(mode).icon, 18) << mode;
+  EXPECT_EQ(ModeOf(kModeSimulator).icon, 17);
+  EXPECT_EQ(ModeOf(kModeFind).icon, 7);
+  EXPECT_EQ(ModeOf(kModeCadItem).icon, 10);
+  EXPECT_EQ(ModeOf(kModePlateItem).icon, 11);
+}
+
+// A made-up builder on the wizard's mode: its row stands in the list in place of the words of what
+// was to come, and its command goes there.
+TEST_F(Modes, AreWhatTheRowOfTheirRoomSays) {
+  static constexpr ModeKey kKeys[] = {{kIdOldModeFirst + 4}};
+  static const ModeRow kRow{.mode = kModeWizard,
+                            .place = 4,
+                            .words = u"Made up",
+                            .header = u"MADE-UP BUILDER",
+                            .help = u"Help of the builder.",
+                            .icon = kIconLayers,
+                            .keys = kKeys};
+  Panel panel;
+  panel.mode = kModeWizard;
+  panel.row = &kRow;
+  RegisterPanel(panel);
+  ASSERT_NE(ListedMode(3), nullptr);
+  EXPECT_EQ(std::u16string(ListedMode(3)->words), u"Made up");
+  EXPECT_EQ(ModeListRow(kModeWizard), 3);
+  SetMode(kModeSimulator);
+  SetMode(kModeWizard);
+  EXPECT_EQ(app.mode, kModeWizard);
+  EXPECT_EQ(platform::TextOf(kIdPanelHead), u"MADE-UP BUILDER");
+  EXPECT_EQ(platform::TextOf(kIdHelpText), u"Help of the builder.");
+  // The back key leads where the simulator came from: this row is not remembered.
+  EXPECT_EQ(History().mode, kModeHome);
 }
 
 TEST_F(Modes, DoWhatEachOneNeedsOnEntering) {

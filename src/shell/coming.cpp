@@ -1,0 +1,129 @@
+#include "shell/coming.h"
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/mode_table.h"
+#include "app/surfaces.h"
+
+namespace morva {
+
+namespace {
+
+constexpr char16_t kWizard[] = u"Machining wizard";
+constexpr char16_t kTools[] = u"Tool library";
+constexpr char16_t kMacros[] = u"Macro library";
+constexpr char16_t kShapes[] = u"Shape builder";
+constexpr char16_t kBuilderUnits[] = u"Units of the builders";
+constexpr char16_t kCircular[] = u"Circular pattern";
+constexpr char16_t kRectangular[] = u"Rectangular pattern";
+constexpr char16_t kPlate[] = u"Plate workspace";
+
+// A row moves to the room that brings the operation, and loses its `pending` there.
+constexpr Command kCommands[] = {
+    {.id = kIdSurfacePlate,
+     .words = u"Plate",
+     .help = u"Plate builder",
+     .on = IsSurfaceKeyOn,
+     .pending = kPlate},
+    {.id = kIdWizardCombo, .pending = kWizard},
+    {.id = kIdWizardInsert, .words = u"INSERT GENERATED CODE", .pending = kWizard},
+    {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
+    {.id = kIdToolList, .pending = kTools},
+    {.id = kIdToolAdd, .words = u"+ ADD TOOL", .pending = kTools},
+    {.id = kIdToolEdit, .words = u"EDIT TOOL", .pending = kTools},
+    {.id = kIdToolDelete, .words = u"DELETE", .pending = kTools},
+    {.id = kIdToolInsert, .words = u"INSERT CODE", .pending = kTools},
+    {.id = kIdHomeTool, .pending = kTools},
+    {.id = kIdMacroCombo, .pending = kMacros},
+    {.id = kIdMacroInsert, .words = u"INSERT BUILT-IN MACRO", .pending = kMacros},
+    {.id = kIdMacroList, .pending = kMacros},
+    {.id = kIdMacroFirst, .pending = kMacros, .last = kIdMacroLast},
+    {.id = kIdShapeCombo, .pending = kShapes},
+    {.id = kIdShapeInsert, .words = u"INSERT SHAPE G-CODE", .pending = kShapes},
+    {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
+    {.id = kIdCustomShapes, .words = u"Custom shapes", .pending = kShapes},
+    {.id = kIdQuickInsertFirst, .pending = u"Quick insert", .last = kIdQuickInsertLast},
+    {.id = kIdBuilderInch, .words = u"INCH", .wordsOn = u"INCH *", .pending = kBuilderUnits},
+    {.id = kIdBuilderMm, .words = u"MM", .wordsOn = u"MM *", .pending = kBuilderUnits},
+    {.id = kIdCircularItem, .pending = kCircular},
+    {.id = kIdCircularInsert, .words = u"INSERT CIRCULAR PATTERN", .pending = kCircular},
+    {.id = kIdCircularOrientation, .pending = kCircular},
+    {.id = kIdRectItem, .pending = kRectangular},
+    {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
+    {.id = kIdOldModeFirst + 1, .pending = u"Panels still to come", .last = kIdOldModeFirst + 4},
+    {.id = kIdOldModeFirst + 9, .pending = u"Slot builder"},
+    {.id = kIdOldModeLast, .pending = kPlate},
+};
+
+constexpr KeyWidth kSurfaceKeys[] = {{kIdSurfacePlate, 64}};
+
+constexpr const char16_t* kBuilderHelp =
+    u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
+    u"compensation, workholding, and clearances before machining.";
+
+constexpr ModeKey kMacroKeys[] = {{kIdOldModeFirst + 1}};
+constexpr ModeKey kShapeKeys[] = {{kIdOldModeFirst + 2}};
+constexpr ModeKey kToolKeys[] = {{kIdOldModeFirst + 3}};
+constexpr ModeKey kWizardKeys[] = {{kIdOldModeFirst + 4}};
+constexpr ModeKey kSlotKeys[] = {{kIdOldModeFirst + 9}};
+constexpr ModeKey kPlateKeys[] = {{kIdOldModeFirst + 12}};
+constexpr ModeKey kDncKeys[] = {
+    {kIdMachine, RouterStage::FeatureSwitch}, {kIdSetup}, {kIdSetupSecond}, {kIdOpenDncSetup}};
+
+constexpr ModeRow kModes[] = {
+    {.mode = kModePlateItem,
+     .place = 3,
+     .words = u"Plate builder",
+     .icon = kIconPlate,
+     .keys = kPlateKeys},
+    {.mode = kModeWizard,
+     .place = 4,
+     .words = u"Machining wizard",
+     .header = u"MACHINING WIZARD",
+     .icon = kIconWizard,
+     .remembers = true,
+     .keys = kWizardKeys},
+    {.mode = kModeShapes,
+     .place = 5,
+     .words = u"Shapes and slots",
+     .header = u"SHAPES / SLOTS",
+     .help = kBuilderHelp,
+     .icon = kIconShapes,
+     .keys = kShapeKeys},
+    {.mode = kModeSlot, .header = u"SLOT BUILDER", .help = kBuilderHelp, .keys = kSlotKeys},
+    {.mode = kModeTools,
+     .place = 6,
+     .words = u"Tool library",
+     .header = u"TOOL LIBRARY",
+     .icon = kIconTools,
+     .remembers = true,
+     .keys = kToolKeys},
+    {.mode = kModeMacros,
+     .place = 7,
+     .words = u"Macro library",
+     .header = u"MACRO LIBRARY",
+     .icon = kIconMacros,
+     .keys = kMacroKeys},
+    {.mode = kModeDnc,
+     .place = 11,
+     .words = u"DNC / RS-232",
+     .header = u"DNC / RS-232",
+     .remembers = true,
+     .keys = kDncKeys},
+    {.mode = kModeDiagnostics, .header = u"DIAGNOSTICS"},
+};
+
+}  // namespace
+
+void RegisterComingModes() {
+  for (ModeRow row : kModes) {
+    row.coming = true;
+    RegisterMode(row);
+  }
+}
+
+std::span<const Command> ComingCommands() { return kCommands; }
+
+std::span<const KeyWidth> ComingSurfaceKeys() { return kSurfaceKeys; }
+
+}  // namespace morva
