@@ -36,6 +36,7 @@ int LastOf(const Command& row) { return std::max(row.id, row.last); }
 
 bool IdBelow(int id, const Command* row) { return id < row->id; }
 
+// No form: this makes the keys of all, and those of forms too.
 bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole font, bool hidden) {
   const Command* row = CommandOf(id);
   if (!row) return false;

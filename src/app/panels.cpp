@@ -65,6 +65,7 @@ bool IsHelpBelow() {
   return HoldsForActive([](const Panel& panel) { return panel.helpBelow; });
 }
 
+// No form: this shows what a panel has made itself.
 void ShowAt(int id, const platform::Rect& place) {
   platform::SetPlace(id, place);
   platform::SetVisible(id, true);

@@ -202,6 +202,7 @@ void DrawRow(const platform::DrawState& state, platform::Canvas& canvas) {
                       row.name, FontRole::Small, kCompletionText, align);
 }
 
+// No form: the list floats beside the caret and never takes the keyboard.
 void MakePopup() {
   platform::ListSpec list;
   list.id = kIdCompletion;

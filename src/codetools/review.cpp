@@ -54,6 +54,7 @@ constexpr Label kLabels[] = {
 constexpr int kOthers[] = {kIdReviewHead,  kIdReviewPrograms, kIdReviewLeft,
                            kIdReviewRight, kIdReviewLeftPane, kIdReviewRightPane};
 
+// No form: it has editors and lists side by side, a form has its rows below each other.
 void MakeSide(int id, const char16_t* name) {
   platform::ListSpec side;
   side.id = id;

@@ -128,6 +128,7 @@ bool PullCode() {
   return changed;
 }
 
+// No form: it is an editor and takes the place of the code editor.
 void MakeWordsEditor() {
   platform::EditorSpec spec;
   spec.id = kIdWordsEditor;

@@ -194,6 +194,7 @@ void CheckPort() {
 void SetDncState(std::int32_t state) {
   dncState = state;
   platform::SetText(kIdDncState, DncStateWord(state));
+  // No form: the word stands in the top band, and its colour says the state.
   platform::ControlColours colours;
   colours.text = DncStateColour(state);
   colours.transparent = true;

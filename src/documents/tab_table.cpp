@@ -63,6 +63,7 @@ void SyncActiveTab() {
   if (app.activePath[0]) CopyBounded(tab->title, kTitleUnits, BareFileName(app.activePath));
 }
 
+// No form: there are as many tabs as programs are open.
 void RefreshTabButtons() {
   for (int i = 0; i < kMaxTabs; ++i) {
     if (i < app.tabCount) LabelTabButton(i);

@@ -29,6 +29,7 @@ namespace {
 constexpr int kModeRowHeight = 26;
 constexpr int kFeatureRowHeight = 24;
 
+// No form: these stand all over the window, where its layout puts them.
 constexpr platform::ControlSpec kTexts[] = {
     {kIdDncState, ControlKind::Label, u"", u"", FontRole::Small},
     {kIdDncPort, ControlKind::Label, u"", u"", FontRole::Small},

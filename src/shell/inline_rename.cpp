@@ -129,6 +129,7 @@ void ListClick(int row, int x, int) {
   Toggle(lastSpot);
 }
 
+// No form: the box lies over a row of the feature list while a name is typed.
 void MakeBox() {
   platform::ControlSpec spec;
   spec.id = kIdInlineName;

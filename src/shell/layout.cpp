@@ -38,6 +38,7 @@ Shown shownTable[kMaxPlacements];
 int shownCount = 0;
 int orderedFor = -1;  // the surface that Tab follows
 
+// No form: the window shows and hides whatever its plan names.
 void Show(int id, bool shown) {
   for (int i = 0; i < shownCount; ++i) {
     if (shownTable[i].id != id) continue;

@@ -57,6 +57,7 @@ void LoadModel(const FeatureSettings* record) {
   LoadItems(loaded);
   if (loaded.itemCount > 0) SetSelected(0);
   ShowCutData(CutDataOf(loaded.values));
+  // No form: the box lies over the tab whose drawing goes.
   platform::SetVisible(kIdCadDrawingName, false);
   ShowLoaded();
 }

@@ -30,6 +30,7 @@ void RefreshHintLine() {
   RestoreHintLine();
 }
 
+// No form: the line stands below the canvas; a prompt is brighter than the hint.
 void RestoreHintLine() {
   platform::SetText(kIdCadHint, wanted);
   platform::SetColours(kIdCadHint,

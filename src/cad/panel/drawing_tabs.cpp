@@ -25,6 +25,7 @@ void RefreshTabs() {
   const ProgramTab* tab = ActiveTab();
   const CadStore* store = tab ? tab->cadStore : nullptr;
   const int count = store ? static_cast<int>(store->count) : 1;
+  // No form: there are as many tabs as the program has drawings.
   for (int i = 0; i < kMaxDrawings; ++i) {
     const int id = kIdDrawingFirst + i;
     const bool active = store ? i == static_cast<int>(store->active) : i == 0;

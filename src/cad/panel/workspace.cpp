@@ -73,8 +73,8 @@ void MakeLabel(int id, const char16_t* text, platform::Colour colour) {
   platform::SetColours(id, {colour, kWindowBackground, true});
 }
 
-// The boxes lie over other controls, at places that follow these or the pointer; a form has its
-// rows below each other on a ground of their own.
+// No form: the boxes lie over other controls, at places that follow these or the pointer; a form
+// has its rows below each other on a ground of their own.
 void MakeBox(int id, const char16_t* name, int limit) {
   platform::ControlSpec spec;
   spec.id = id;
@@ -101,7 +101,7 @@ void MakeList(platform::ListSpec list, int head, platform::Colour colour) {
   platform::SetColours(list.id, {colour, kInputBackground, false});
 }
 
-// No form has lists like these: the room draws the rows of one, the other is in small print.
+// Nor has a form lists like these: the room draws the rows of one, the other is in small print.
 void MakeLists() {
   MakeList({.id = kIdCadOperations, .accessibleName = u"Sketch operations"}, kIdCadOperationsHead,
            kMainText);

@@ -137,6 +137,7 @@ void PlaceSizeBoxes() {
   Put(kIdCadCreateTyped, Box(x + kPitch, y - kHeadHeight - kKeyRise, kKeyWidth, kHeadHeight));
   Put(kIdCadSizeBox1, Box(x, y, kBoxWidth, kBoxHeight));
   if (two) Put(kIdCadSizeBox2, Box(x + kPitch, y, kBoxWidth, kBoxHeight));
+  // No form: the boxes follow the pointer over the canvas.
   platform::SetVisible(kIdCadSizeBox2, two);
 }
 

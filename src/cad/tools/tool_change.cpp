@@ -27,6 +27,7 @@ void EndDrag() {
   EndToolDrag();
 }
 
+// No form: the boxes stand over the canvas only while a tool takes sizes.
 void HideSizeBoxes() {
   SetSizePanelShown(false);
   for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2, kIdCadSizeCaption, kIdCadCreateTyped}) {
