@@ -18,9 +18,17 @@ using namespace house;
 using Heights = std::map<std::string, int>;
 using Includes = std::map<std::string, std::set<std::string>>;  // module to modules
 
-// Folders of a room by height; a file includes its own folder and lower ones.
+// Folders of a room by height; a file includes its own folder and lower ones, but no other of the
+// same height. A workspace to come has those of the one that stands; the builders have what they
+// share and a folder each.
+const Heights kWorkspace = {
+    {"model", 0}, {"geometry", 1}, {"tools", 2}, {"canvas", 3}, {"panel", 4}};
 const std::map<std::string, Heights> kInnerRooms = {
-    {"cad", {{"model", 0}, {"geometry", 1}, {"tools", 2}, {"canvas", 3}, {"panel", 4}}}};
+    {"cad", kWorkspace},
+    {"plate", kWorkspace},
+    {"skim", kWorkspace},
+    {"builders",
+     {{"common", 0}, {"wizard", 1}, {"shapes", 1}, {"slots", 1}, {"tools", 1}, {"macros", 1}}}};
 
 // The folder of "cad/model/sketch.h" inside its room; empty for a file that lies in no folder.
 std::string InnerFolder(const std::string& name) {
@@ -32,7 +40,8 @@ std::string InnerFolder(const std::string& name) {
 bool PointsDown(const Heights& heights, const std::string& name, const std::string& included) {
   const auto own = heights.find(InnerFolder(name));
   const auto other = heights.find(InnerFolder(included));
-  return own != heights.end() && other != heights.end() && other->second <= own->second;
+  if (own == heights.end() || other == heights.end()) return false;
+  return other->first == own->first || other->second < own->second;
 }
 
 std::string ModuleOf(const std::string& name) { return name.substr(0, name.rfind('.')); }
@@ -88,10 +97,14 @@ TEST(IncludeLaw, TellsAnArrowUpFromOneDown) {
   EXPECT_FALSE(PointsDown(cad, "cad/tools/trim.cpp", "cad/canvas/canvas.h"));
   EXPECT_FALSE(PointsDown(cad, "cad/tools/trim.cpp", "cad/sketch.h"));
   EXPECT_FALSE(PointsDown(cad, "cad/attic/old.cpp", "cad/model/sketch.h"));
+  const Heights& builders = kInnerRooms.at("builders");
+  EXPECT_TRUE(PointsDown(builders, "builders/slots/slot.cpp", "builders/common/cut.h"));
+  EXPECT_FALSE(PointsDown(builders, "builders/slots/slot.cpp", "builders/wizard/wizard.h"));
 }
 
 TEST(IncludeLaw, InnerRoomsPointTheirArrowsDown) {
   for (const auto& [room, heights] : kInnerRooms) {
+    if (!fs::exists(kSource / "src" / room)) continue;  // still to come
     int arrows = 0;
     for (const fs::path& path : SourcesBelow(kSource / "src" / room)) {
       const std::string name = NameInSource(path);
@@ -103,7 +116,18 @@ TEST(IncludeLaw, InnerRoomsPointTheirArrowsDown) {
         EXPECT_TRUE(PointsDown(heights, name, included)) << name << ": " << line;
       }
     }
-    EXPECT_GT(arrows, 100) << room;
+    EXPECT_GT(arrows, room == "cad" ? 100 : 0) << room;
+  }
+}
+
+// Every room that has folders has them by height. The implementations of the platforms see each
+// other no more than they need; that is a law of its own.
+TEST(IncludeLaw, KnowsTheFoldersOfEveryRoom) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    const std::string name = NameInSource(path);
+    const std::string room = name.substr(0, name.find('/'));
+    if (InnerFolder(name).empty() || room == "platform") continue;
+    EXPECT_TRUE(kInnerRooms.count(room)) << name;
   }
 }
 

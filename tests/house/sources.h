@@ -44,9 +44,17 @@ inline bool Below(const fs::path& path, const char* folder) {
   return relative.rfind(std::string(folder) + "/", 0) == 0;
 }
 
+// Whether a line includes something, with blanks before or behind the "#" too.
+inline bool IsInclude(const std::string& line) {
+  std::size_t at = line.find_first_not_of(" \t");
+  if (at == std::string::npos || line[at] != '#') return false;
+  at = line.find_first_not_of(" \t", at + 1);
+  return at != std::string::npos && line.compare(at, 7, "include") == 0;
+}
+
 // The text between quotes or angle brackets of an include line, empty for other lines.
 inline std::string Included(const std::string& line) {
-  if (line.rfind("#include", 0) != 0) return "";
+  if (!IsInclude(line)) return "";
   const std::size_t from = line.find_first_of("<\"");
   const std::size_t to = line.find_last_of(">\"");
   if (from == std::string::npos || to <= from) return "";

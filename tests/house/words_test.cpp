@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -124,10 +125,37 @@ TEST(House, MakesPushButtonsOnlyFromTheRowsOfCommands) {
   }
 }
 
+// A whole namespace that is taken over hides whose function a bare name is; a name alone may be
+// taken over, but not that of the menu.
+bool ShowsAMenu(const std::string& code) {
+  static const std::regex kNamed(R"(\bplatform\s*::\s*ShowPopup\b)");
+  return std::regex_search(code, kNamed);
+}
+bool TakesANamespaceOver(const std::string& code) {
+  static const std::regex kTaken(R"(\busing\s+namespace\b|\bnamespace\s+\w+\s*=)");
+  return std::regex_search(code, kTaken);
+}
+
+TEST(House, TellsAMenuAndANamespaceTakenOver) {
+  EXPECT_TRUE(ShowsAMenu("return platform::ShowPopup(items, 3, x, y);"));
+  EXPECT_TRUE(ShowsAMenu("using platform::ShowPopup;"));
+  EXPECT_TRUE(ShowsAMenu("const auto show = &platform ::ShowPopup;"));
+  EXPECT_FALSE(ShowsAMenu("void ShowPopup() {}"));
+  EXPECT_TRUE(TakesANamespaceOver("using namespace platform;\nShowPopup(items, 3, x, y);"));
+  EXPECT_TRUE(TakesANamespaceOver("namespace p = platform;"));
+  EXPECT_FALSE(TakesANamespaceOver("using platform::Rect;\nnamespace morva {"));
+}
+
+TEST(House, TakesNoNamespaceOver) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    EXPECT_FALSE(TakesANamespaceOver(CodeOf(ReadText(path)))) << path;
+  }
+}
+
 TEST(House, ShowsMenusOnlyOfRowsOfCommands) {
   for (const fs::path& path : SourcesBelow(kSource / "src")) {
     if (Below(path, "src/platform") || NameInSource(path) == "app/command_menu.cpp") continue;
-    EXPECT_EQ(CodeOf(ReadText(path)).find("platform::ShowPopup"), std::string::npos) << path;
+    EXPECT_FALSE(ShowsAMenu(CodeOf(ReadText(path)))) << path;
   }
 }
 
