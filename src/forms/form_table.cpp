@@ -54,14 +54,14 @@ void ResetForms() {
   ResetSheets();
 }
 
-FormEntry* EntryOf(const Form& form) {
+const FormEntry* EntryOf(const Form& form) {
   for (int i = 0; i < entryFill.count; ++i) {
     if (entries[i].form == &form) return &entries[i];
   }
   return nullptr;
 }
 
-FormEntry* EntryAt(int index) { return index < entryFill.count ? &entries[index] : nullptr; }
+const FormEntry* EntryAt(int index) { return index < entryFill.count ? &entries[index] : nullptr; }
 
 RowState& StateOf(const FormEntry& entry, int row) { return states[entry.firstRow + row]; }
 

@@ -11,9 +11,9 @@ struct FormEntry {
 };
 
 // Null for a form that nobody registered.
-FormEntry* EntryOf(const Form& form);
+const FormEntry* EntryOf(const Form& form);
 // The n-th entry, null past the last.
-FormEntry* EntryAt(int index);
+const FormEntry* EntryAt(int index);
 
 struct RowState {
   bool shown = false;

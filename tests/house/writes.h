@@ -18,6 +18,9 @@ struct Write {
 // For the name of a function the places of those parameters that it may change.
 using ChangingParameters = std::map<std::string, std::set<int>>;
 
+// Those of the standard library.
+ChangingParameters StandardParameters();
+
 // Adds the functions that this code declares or defines. `handles` are types whose references and
 // pointers are followed into the function itself, so that handing one over is no write.
 void LearnParameters(const std::string& code, const std::set<std::string>& handles,

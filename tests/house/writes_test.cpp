@@ -51,7 +51,14 @@ std::size_t BehindBracket(const std::string& code, std::size_t at) {
   return at;
 }
 
-// What stands behind a name: indices and members, up to the first call.
+// Member functions that hand out what they hold.
+bool IsDoor(const std::string& name) {
+  static const std::set<std::string> kNames = {"at",    "back", "begin",  "data", "end",
+                                               "front", "get",  "rbegin", "rend"};
+  return kNames.count(name) > 0;
+}
+
+// What stands behind a name: indices and members, up to the first call that is no door.
 struct Chain {
   std::size_t end = 0;
   std::string field;
@@ -70,6 +77,10 @@ Chain ChainAt(const std::string& code, std::size_t at) {
     if (member.empty()) break;
     const std::size_t behind = at + dot + member.size();
     if (behind < code.size() && code[behind] == '(') {
+      if (IsDoor(member)) {
+        at = BehindBracket(code, behind);
+        continue;
+      }
       chain.call = member;
       break;
     }
@@ -145,7 +156,10 @@ bool IsDeclared(const std::string& code, std::size_t at) {
 bool IsChangedByCall(const std::string& code, std::size_t at, std::size_t end,
                      const ChangingParameters& known) {
   const std::size_t next = BehindBlanks(code, end);
-  if (next >= code.size() || (code[next] != ',' && code[next] != ')')) return false;
+  // A place that is counted on from the argument is changed as well.
+  if (next >= code.size() || std::string(",)+-").find(code[next]) == std::string::npos) {
+    return false;
+  }
   std::size_t before = BeforeBlanks(code, at);
   if (before > 0 && code[before - 1] == '*') before = BeforeBlanks(code, before - 1);
   if (before == 0 || (code[before - 1] != '(' && code[before - 1] != ',')) return false;
@@ -159,7 +173,8 @@ bool IsChangedByCall(const std::string& code, std::size_t at, std::size_t end,
     if (c != '(' && c != '[' && c != '{') continue;
     if (depth-- > 0) continue;
     if (c != '(') return false;
-    const std::string function = WordBefore(code, i);
+    std::string function = WordBefore(code, i);
+    if (EndsWith(code, i - function.size(), "ranges::")) function = "ranges::" + function;
     if (function == "move" || function == "swap") return true;
     const auto found = known.find(function);
     return found != known.end() && found->second.count(place) > 0;
@@ -180,8 +195,20 @@ bool IsWrite(const std::string& code, std::size_t at, const Chain& chain,
     const bool returned = HasWord(statement, "return") && InConstFunction(code, at);
     return !isConst && !returned;
   }
-  // Type& row = table[i]; for (Type& row : table)
-  static const std::regex kBound("[\\w>]&\\s+\\w+\\s*[=:]\\s*$");
+  // Type* row = table + i;
+  static const std::regex kPointer("[\\w>]\\*\\s*(const\\s+)?\\w+\\s*=\\s*(std::\\w+\\()?$");
+  static const std::regex kConstPointer("\\bconst\\b[^*]*\\*");
+  if (std::regex_search(statement, kPointer)) return !std::regex_search(statement, kConstPointer);
+  // auto row = table + i;
+  static const std::regex kAuto("\\bauto\\s+\\w+\\s*=\\s*$");
+  const std::size_t next = BehindBlanks(code, chain.end);
+  if (chain.field.empty() && next < code.size() && code[next] == '+' &&
+      std::regex_search(statement, kAuto)) {
+    return true;
+  }
+  // Type& row = table[i]; auto& [a, b] = table[i]; for (Type& row : std::span(table, count))
+  static const std::regex kBound(
+      "[\\w>]&&?\\s*(\\w+|\\[[^\\]]*\\])\\s*[=:]\\s*(std::\\w+(<[^>]*>)?\\()?$");
   if (statement.find('&') != std::string::npos && std::regex_search(statement, kBound)) {
     return !isConst;
   }
@@ -215,6 +242,25 @@ bool IsChangingParameter(const std::string& text, const std::set<std::string>& h
 }
 
 }  // namespace
+
+ChangingParameters StandardParameters() {
+  ChangingParameters known = {{"copy", {2}},      {"copy_backward", {2}}, {"copy_if", {2}},
+                              {"copy_n", {2}},    {"erase", {0}},         {"erase_if", {0}},
+                              {"exchange", {0}},  {"fill_n", {0}},        {"generate_n", {0}},
+                              {"getline", {1}},   {"memcpy", {0}},        {"memmove", {0}},
+                              {"memset", {0}},    {"move_backward", {2}}, {"ranges::copy", {1}},
+                              {"transform", {2}}, {"swap_ranges", {0, 2}}};
+  for (const char* name :
+       {"fill",        "generate",     "inplace_merge", "iota",       "make_heap",
+        "nth_element", "partial_sort", "partition",     "pop_heap",   "push_heap",
+        "remove",      "remove_if",    "replace",       "replace_if", "reverse",
+        "rotate",      "shuffle",      "sort",          "sort_heap",  "stable_partition",
+        "stable_sort", "unique"}) {
+    known[name] = {0, 1};
+    known[std::string("ranges::") + name] = {0};
+  }
+  return known;
+}
 
 void LearnParameters(const std::string& code, const std::set<std::string>& handles,
                      ChangingParameters& known) {
@@ -274,7 +320,7 @@ std::set<std::string> HandlesOf(const std::string& type, const std::string& code
 namespace {
 
 std::vector<std::string> FieldsWritten(const std::string& code) {
-  ChangingParameters known;
+  ChangingParameters known = StandardParameters();
   LearnParameters(
       "void Fill(int& out, const int& in); void Put(int count, char16_t* to);"
       "void Free(Row& row); void Copy(char (&list)[8], std::string_view text);",
@@ -303,6 +349,15 @@ TEST(Writes, AreFoundAsChangingCalls) {
   EXPECT_EQ(FieldsWritten("Put(f(1, 2), table.name);"), Fields{"name"});
   EXPECT_EQ(FieldsWritten("Copy(table.list, text);"), Fields{"list"});
   EXPECT_EQ(FieldsWritten("x = std::move(table[i]);"), Fields{""});
+  EXPECT_EQ(FieldsWritten("old = std::exchange(table.count, 3);"), Fields{"count"});
+  EXPECT_EQ(FieldsWritten("std::fill(table.rows, table.rows + 3, Row());"),
+            (Fields{"rows", "rows"}));
+  EXPECT_EQ(FieldsWritten("std::sort(table.begin(), table.end());"), (Fields{"", ""}));
+  EXPECT_EQ(FieldsWritten("std::ranges::sort(table.rows);"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("std::memset(table.rows + i, 0, 8);"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("std::erase_if(table.rows, IsOld);"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("table.rows.back().x = 1;"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("table.at(i).x = 1;"), Fields{"x"});
 }
 
 TEST(Writes, AreFoundThroughReferencesAndAddresses) {
@@ -310,6 +365,13 @@ TEST(Writes, AreFoundThroughReferencesAndAddresses) {
   EXPECT_EQ(FieldsWritten("for (Row& row : table) Use(row);"), Fields{""});
   EXPECT_EQ(FieldsWritten("Row* row = &table.rows[i];"), Fields{"rows"});
   EXPECT_EQ(FieldsWritten("Row* Find() {\n  return &table.rows[0];\n}"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("Row* row = table + i;"), Fields{""});
+  EXPECT_EQ(FieldsWritten("auto* row = table;"), Fields{""});
+  EXPECT_EQ(FieldsWritten("Row* const row = std::begin(table);"), Fields{""});
+  EXPECT_EQ(FieldsWritten("auto row = table + i;"), Fields{""});
+  EXPECT_EQ(FieldsWritten("auto& [a, b] = table.rows[i];"), Fields{"rows"});
+  EXPECT_EQ(FieldsWritten("for (auto&& [a, b] : table) a = b;"), Fields{""});
+  EXPECT_EQ(FieldsWritten("for (Row& row : std::span(table, 3)) Use(row);"), Fields{""});
 }
 
 TEST(Writes, AreNotSeenWhereATableIsRead) {
@@ -320,6 +382,12 @@ TEST(Writes, AreNotSeenWhereATableIsRead) {
            "const Row& row = table.rows[i];",
            "for (const Row& row : table) Use(row);",
            "const Row* row = &table.rows[i];",
+           "const Row* row = table + i;",
+           "const auto& [a, b] = table.rows[i];",
+           "for (const Row& row : std::span(table, 3)) Use(row);",
+           "std::copy(table.begin(), table.end(), out);",
+           "x = std::max(table.count, 3);",
+           "x = table.rows.back().x;",
            "const Row* Find() {\n  return &table.rows[0];\n}",
            "Fill(out, table.count);",
            "Free(table.rows[i]);",
