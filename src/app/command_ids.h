@@ -178,6 +178,7 @@ inline constexpr int kIdDncBaud = 3206;
 inline constexpr int kIdPanelHead = 3207;  // the mode's header
 inline constexpr int kIdInfoPanel = 3208;  // program information
 inline constexpr int kIdHelpText = 3209;   // help text under the panel
+inline constexpr int kIdOutputHelp = 3210;  // help for the control under the pointer, over the log
 
 // Controls of panels that the routing table does not name.
 inline constexpr int kIdFindText = 3220;  // find pane, 3220 to 3231

@@ -126,6 +126,8 @@ std::u16string HintOf(int id) {
   if (row.hintWords[0]) return row.hintWords;
   if (row.hint == Hint::Quiet) return {};
   if (row.hint == Hint::Help) return HelpOf(id);
+  // What a field holds is no help.
+  if (platform::IsTextControl(id)) return {};
   return platform::TextOf(id).substr(0, kHoverTextMost);
 }
 

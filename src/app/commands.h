@@ -15,7 +15,7 @@ namespace morva {
 
 // What the status line says while the pointer rests on a control.
 enum class Hint : unsigned char {
-  Words,  // what is written on it just now
+  Words,  // what is written on it just now; nothing for a field, whose words are its value
   Help,   // its tool tip
   Quiet,  // nothing: it is read where it is
 };

@@ -13,21 +13,70 @@
 
 namespace morva {
 
+namespace {
+
+struct Help {
+  bool shown = false;
+  unsigned movesAtTold = 0;  // platform::PointerMoves when something was told last
+};
+Help help;
+
+// What is told now must be seen: help under a pointer that stays where it is does not cover it.
+void BringForward() {
+  HideHelp();
+  help.movesAtTold = platform::PointerMoves();
+}
+
+}  // namespace
+
 void ShowStatus(std::u16string_view text) {
+  BringForward();
   // A repeated event must not flicker.
   if (SameFolded(text, app.statusText)) return;
   CopyBounded(app.statusText, kStatusUnits, text);
   platform::SetText(kIdStatusLine, app.statusText);
 }
 
+bool ShowHelp(std::u16string_view text) {
+  if (platform::PointerMoves() == help.movesAtTold) return false;
+  help.shown = true;
+  platform::SetText(kIdStatusLine, text);
+  const Surface* up = SurfaceUp();
+  if (up && up->hintLabel != 0) {
+    platform::SetText(up->hintLabel, text);
+    return true;
+  }
+  if (!platform::IsVisible(kIdOutputLog)) return true;
+  platform::SetText(kIdOutputHelp, text);
+  platform::SetPlace(kIdOutputHelp, platform::PlaceOf(kIdOutputLog));
+  platform::BringToTop(kIdOutputHelp);
+  platform::SetVisible(kIdOutputHelp, true);
+  return true;
+}
+
+void HideHelp() {
+  if (!help.shown) return;
+  help.shown = false;
+  platform::SetText(kIdStatusLine, app.statusText[0] ? app.statusText : kReadyWords);
+  platform::SetVisible(kIdOutputHelp, false);
+}
+
+bool IsHelpShown() { return help.shown; }
+
+void ResetHelp() { help = Help(); }
+
 void AppendOutput(std::u16string_view text) {
   std::u16string line(text);
   line += u"\r\n";
+  BringForward();
   platform::AppendText(kIdOutputLog, line);
   TellSurfaceLogged(text);
 }
 
-void ClearOutput() { platform::SetText(kIdOutputLog, u""); }
+void ClearOutput() {
+  BringForward();
+  platform::SetText(kIdOutputLog, u"");
+}
 
 void LogOutput(std::u16string_view text) {
   std::u16string line(text);

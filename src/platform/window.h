@@ -89,6 +89,9 @@ void SetTabOrder(const int* ids, int count);
 
 // Pointer. The thing of ours under the pointer (0: none, or another program's window).
 int IdUnderPointer();
+// A number that is another one than at the last call when the user has moved the pointer since, and
+// the same one when only the things below it came, went or moved.
+unsigned PointerMoves();
 // All moves go to this view until ReleasePointer or the button is up. A button that is down ties
 // the pointer to the view where it went down in any case.
 void CapturePointer(int view);

@@ -45,6 +45,7 @@ constexpr platform::ControlSpec kTexts[] = {
      u"Output and validation", FontRole::Small},
     {kIdInfoPanel, ControlKind::Log, u"", u"Program information", FontRole::Small},
     {kIdHelpText, ControlKind::Log, u"", u"Quick workflow", FontRole::Small},
+    {kIdOutputHelp, ControlKind::Label, u"", u"", FontRole::Small, platform::kMainWindow, true},
     {kIdStatusLine, ControlKind::Label, kReadyWords, u"", FontRole::Small},
 };
 
@@ -61,6 +62,7 @@ constexpr TextColours kColours[] = {
     {kIdFeatureName, kWellColours},
     {kIdFeatureHint, {kMainText, kWindowBackground, true}},
     {kIdOutputLog, kWellColours},
+    {kIdOutputHelp, kWellColours},
     {kIdInfoPanel, kWellColours},
     {kIdHelpText, kWellColours},
     {kIdStatusLine, {kMainText, kWindowBackground, true}},

@@ -9,6 +9,7 @@
 #include "app/hooks.h"
 #include "app/limits.h"
 #include "app/mode_table.h"
+#include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/surfaces.h"
@@ -192,6 +193,7 @@ std::size_t FindSurfaceKeys(KeyWidth* keys) {
 void Layout() {
   const Rect client = platform::ClientArea(platform::kMainWindow);
   if (client.right <= 0 || client.bottom <= 0) return;
+  HideHelp();  // it lies over a control that may move
   LayoutInput in;
   in.width = client.right;
   in.height = client.bottom;

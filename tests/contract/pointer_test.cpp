@@ -210,6 +210,40 @@ TEST_F(Pointer, KnowsWhatLiesUnderIt) {
   EXPECT_TRUE(comes(0));
 }
 
+TEST_F(Pointer, HasMovedOnlyWhereTheUserMovedIt) {
+  Make(1, ControlKind::PushButton, u"b", kView);
+  platform::SetPlace(1, {10, 10, 60, 40});
+  const auto comes = [](int id) { return hands::Until([id] { return IdUnderPointer() == id; }); };
+  const unsigned before = platform::PointerMoves();
+  hands::PointTo(kView, 35, 25);
+  ASSERT_TRUE(comes(1));
+  const unsigned there = platform::PointerMoves();
+  EXPECT_NE(there, before);
+  EXPECT_EQ(platform::PointerMoves(), there);
+  hands::PointTo(kView, 150, 150);
+  ASSERT_TRUE(comes(kView));
+  EXPECT_NE(platform::PointerMoves(), there);
+}
+
+TEST_F(Pointer, HasNotMovedWhereThingsComeAndGoUnderIt) {
+  Make(1, ControlKind::PushButton, u"b", kView);
+  platform::SetPlace(1, {10, 10, 60, 40});
+  const auto comes = [](int id) { return hands::Until([id] { return IdUnderPointer() == id; }); };
+  hands::PointTo(kView, 35, 25);
+  ASSERT_TRUE(comes(1));
+  const unsigned there = platform::PointerMoves();
+  platform::SetVisible(1, false);
+  EXPECT_TRUE(comes(kView));
+  EXPECT_EQ(platform::PointerMoves(), there);
+  platform::SetVisible(1, true);
+  EXPECT_TRUE(comes(1));
+  platform::Destroy(1);
+  EXPECT_TRUE(comes(kView));
+  platform::SetVisible(kView, false);
+  EXPECT_TRUE(comes(platform::kMainWindow));
+  EXPECT_EQ(platform::PointerMoves(), there);
+}
+
 TEST_F(Pointer, KnowsWhetherAButtonOrCtrlIsDown) {
   std::vector<bool> held;
   listening.pointer = [&held](int, const platform::PointerEvent& event) {

@@ -99,6 +99,25 @@ TEST_F(Transfer, ShowsItsBarAndTheAbortKeyAndDimsSendAndReceive) {
   EXPECT_FALSE(IsShown(morva::kViewTransfer));
 }
 
+// What lies below the key comes under a pointer that nobody moves.
+TEST_F(Transfer, KeepsItsLastWordsUnderThePointerThatAbortedIt) {
+  Resize(1200, 800);
+  SendFirstBytes();
+  QWidget* key = desk::WidgetOf(morva::kIdAbortTransfer);
+  desk::MovePointer(key, key->rect().center());
+  ASSERT_TRUE(desk::Until([]() { return platform::IdUnderPointer() == morva::kIdAbortTransfer; }));
+  desk::Click(morva::kIdAbortTransfer);
+  ASSERT_TRUE(desk::Until([]() { return !morva::TransferRuns(); }));
+  ASSERT_TRUE(desk::Until([]() { return platform::IdUnderPointer() != morva::kIdAbortTransfer; }));
+  int ticks = 0;
+  QTimer clock;
+  QObject::connect(&clock, &QTimer::timeout, [&ticks]() { ++ticks; });
+  clock.start(150);
+  ASSERT_TRUE(desk::Until([&ticks]() { return ticks >= 5; }));
+  EXPECT_EQ(desk::TextOf(morva::kIdStatusLine), QStringLiteral("DNC transfer aborted."));
+  EXPECT_FALSE(IsShown(morva::kIdOutputHelp));
+}
+
 TEST_F(Transfer, IsReachedAndAbortedByTheKeyboardAlone) {
   SendFirstBytes();
   platform::SetFocusTo(morva::kIdFind);

@@ -34,7 +34,11 @@ std::string ControlText(int id) { return GoodText(platform::TextOf(id)); }
 std::string GetTitle(const Words&) { return GoodText(platform::WindowTitle()); }
 std::string GetStatus(const Words&) { return ControlText(morva::kIdStatusLine); }
 std::string GetHint(const Words&) { return ControlText(morva::kIdFeatureHint); }
-std::string GetOutput(const Words&) { return ControlText(morva::kIdOutputLog); }
+// The help for the control under the pointer lies over the log.
+std::string GetOutput(const Words&) {
+  if (!platform::IsVisible(morva::kIdOutputHelp)) return ControlText(morva::kIdOutputLog);
+  return GoodText(platform::TextOf(morva::kIdOutputHelp) + u"\r\n");
+}
 std::string GetInfoPanel(const Words&) { return ControlText(morva::kIdInfoPanel); }
 std::string GetText(const Words&) { return ControlText(morva::kIdEditor); }
 std::string GetDncLog(const Words&) { return GoodText(DncLog()); }

@@ -50,11 +50,13 @@ void Mouse(const platform::PointerEvent& event);
 int IdAt(int x, int y);
 bool Wheel(int id, int notches);          // positive forward; false: nothing to scroll there
 void TypeText(std::u16string_view text);  // key by key, to whatever has the keyboard
-void MovePointerOver(int id);             // for hover hints; 0: outside the window
-void Resize(int width, int height);       // client size, held to the window's minimum
-void HoldCtrl(bool held);                 // for the clicks that follow
-void HoldButton(bool held);               // a button of the pointer on a control, until told
-bool CloseKey();                          // false: the window stayed
+// The pointer comes to rest in the middle of a thing, 0: outside the window. Where the thing goes
+// away what lies there is under it.
+void MovePointerOver(int id);
+void Resize(int width, int height);  // client size, held to the window's minimum
+void HoldCtrl(bool held);            // for the clicks that follow
+void HoldButton(bool held);          // a button of the pointer on a control, until told
+bool CloseKey();                     // false: the window stayed
 bool WindowClosed();
 void ComeToFront();  // from another program back to this one
 void Terminate();    // the system's signal to end

@@ -148,7 +148,8 @@ int RowBeginningWith(const Item& item, char16_t character);
 // A press of the left button on a row: the keyboard, the selection, the notification.
 void PressRow(int id, int row, bool ctrl, bool shift);
 std::u16string& Clipboard();
-void SetPointerOver(int id);
+// The pointer comes to a thing, at main-window pixels.
+void SetPointerOver(int id, int x, int y);
 int CapturedView();
 // The view that a button went down on, until it is up; 0 for none.
 void HoldView(int view);

@@ -317,7 +317,8 @@ bool Pointer(int view, const platform::PointerEvent& event) {
   } else if (!platform::Exists(view) || OpenDialog() != 0) {
     return false;
   }
-  SetPointerOver(view);
+  const platform::Rect around = platform::PlaceInMainWindow(view);
+  SetPointerOver(view, around.left + event.x, around.top + event.y);
   HoldCtrl(event.ctrl);
   using platform::PointerAction;
   const bool down =
@@ -356,7 +357,8 @@ bool Pointer(int view, const platform::PointerEvent& event) {
 
 void MovePointerOver(int id) {
   const int former = platform::IdUnderPointer();
-  SetPointerOver(id);
+  const platform::Rect place = platform::PlaceInMainWindow(id);
+  SetPointerOver(id, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
   const Item* left = Find(former);
   if (former == id || !left || left->kind != Kind::View) return;
   platform::PointerEvent leave;

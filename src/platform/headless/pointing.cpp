@@ -156,6 +156,7 @@ int IdAt(int x, int y) {
 void Mouse(const PointerEvent& event) {
   PointerEvent told = event;
   const int here = IdAt(event.x, event.y);
+  SetPointerOver(here, event.x, event.y);
   if (event.action == PointerAction::Wheel) return TurnWheel(here, event);
   const bool down =
       event.action == PointerAction::Press || event.action == PointerAction::DoubleClick;

@@ -32,18 +32,28 @@ std::unordered_map<int, Item*> byId;
 std::vector<int> chain;  // every id in the order of Tab
 unsigned heights = 0;
 int focused = 0;
-int pointerOver = 0;
 int captured = 0;
 int held = 0;  // the view that a button went down on
 bool ctrlHeld = false;
 bool buttonHeld = false;
+
+// Where the pointer stands. What was named to it lies under it as long as it is shown; then what
+// lies at its place does.
+struct PointerPlace {
+  int over = 0;
+  int x = -1;  // main-window pixels
+  int y = -1;
+  unsigned moves = 0;
+};
+PointerPlace pointer;
 
 void ResetWindow() {
   window = MainWindow();
   items.clear();
   byId.clear();
   chain.clear();
-  focused = pointerOver = captured = held = 0;
+  focused = captured = held = 0;
+  pointer = PointerPlace{.moves = pointer.moves};
   heights = 0;
   ctrlHeld = buttonHeld = false;
 }
@@ -129,7 +139,14 @@ bool TakesKeyboard(const Item& item) {
 
 void HoldCtrl(bool held) { ctrlHeld = held; }
 void HoldButton(bool held) { buttonHeld = held; }
-void SetPointerOver(int id) { pointerOver = id; }
+
+void SetPointerOver(int id, int x, int y) {
+  if (id != pointer.over || x != pointer.x || y != pointer.y) ++pointer.moves;
+  pointer.over = id;
+  pointer.x = x;
+  pointer.y = y;
+}
+
 int CapturedView() { return captured; }
 void HoldView(int view) { held = view; }
 
@@ -173,7 +190,8 @@ bool CloseKey() {
   items.clear();
   byId.clear();
   chain.clear();
-  focused = pointerOver = captured = held = 0;
+  focused = captured = held = 0;
+  pointer = PointerPlace{.moves = pointer.moves};
   return true;
 }
 
@@ -290,7 +308,6 @@ void Destroy(int id) {
     if (item->parent == id) children.push_back(item->id);
   }
   for (int child : children) Destroy(child);
-  if (headless::pointerOver == id) headless::pointerOver = 0;
   headless::ForgetDialog(id);
   headless::byId.erase(id);
   std::erase(headless::chain, id);
@@ -375,10 +392,12 @@ void SetTabOrder(const int* ids, int count) {
 }
 
 int IdUnderPointer() {
-  return headless::pointerOver == kMainWindow || IsVisible(headless::pointerOver)
-             ? headless::pointerOver
-             : 0;
+  const headless::PointerPlace& pointer = headless::pointer;
+  if (pointer.over == 0 || pointer.over == kMainWindow) return pointer.over;
+  return IsVisible(pointer.over) ? pointer.over : headless::IdAt(pointer.x, pointer.y);
 }
+
+unsigned PointerMoves() { return headless::pointer.moves; }
 
 void CapturePointer(int view) {
   if (Exists(view)) headless::captured = view;

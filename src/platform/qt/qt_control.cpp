@@ -86,8 +86,10 @@ class Check : public PlacedWidget<QCheckBox> {
 };
 
 // A label of one line is centred in its height and ends in an ellipsis where it must; a
-// higher one breaks at blanks from the top.
+// higher one breaks at blanks from the top. On a ground of its own it keeps a margin.
 class LabelWidget : public PlacedWidget<QLabel> {
+  static constexpr int kGroundMargin = 4;
+
  public:
   LabelWidget(int id, QWidget* parent) : PlacedWidget<QLabel>(id, false, parent) {
     setTextFormat(Qt::PlainText);
@@ -105,7 +107,9 @@ class LabelWidget : public PlacedWidget<QLabel> {
     const QFontMetrics metrics = fontMetrics();
     const bool one = height() < 2 * metrics.lineSpacing();
     if (!one) {
-      painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+      const int margin = colours.transparent ? 0 : kGroundMargin;
+      const QRect inner = rect().adjusted(margin, margin, -margin, -margin);
+      painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
       return;
     }
     const QString words = metrics.elidedText(text(), Qt::ElideRight, width());

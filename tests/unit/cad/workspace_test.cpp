@@ -220,7 +220,7 @@ TEST_F(Workspace, ARightClickKeepsTheMarksOnAMarkedObjectAndDropsThemOnAnother) 
 TEST_F(Workspace, ShowsItsHintsOnItsOwnLineAndLeavesTheLogAlone) {
   const std::u16string log = Output();
   headless::MovePointerOver(kIdCadScale);
-  headless::Advance(200);
+  headless::Advance(300);
   EXPECT_EQ(platform::TextOf(kIdCadHint), u"Scale dimensions around the selected object's anchor.");
   EXPECT_EQ(platform::TextOf(kIdStatusLine),
             u"Scale dimensions around the selected object's anchor.");
@@ -231,7 +231,7 @@ TEST_F(Workspace, ShowsItsKeysAgainWhenThePointerLeavesAKey) {
   const std::u16string standing = platform::TextOf(kIdCadHint);
   ASSERT_NE(standing.find(u"Alt: bypass snap"), std::u16string::npos);
   headless::MovePointerOver(kIdCadScale);
-  headless::Advance(200);
+  headless::Advance(300);
   ASSERT_NE(platform::TextOf(kIdCadHint), standing);
   headless::MovePointerOver(kViewCadCanvas);
   headless::Advance(200);

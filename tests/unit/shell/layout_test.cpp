@@ -207,11 +207,14 @@ TEST_F(MainWindow, KeepsTheLogWhenThePointerRestsOnStandingText) {
   for (int id : {kIdInfoPanel, kIdHelpText, kIdStatusLine}) {
     headless::MovePointerOver(id);
     HoverTick();
+    HoverTick();
+    EXPECT_FALSE(platform::IsVisible(kIdOutputHelp)) << id;
     EXPECT_EQ(platform::TextOf(kIdOutputLog), log) << id;
   }
   headless::MovePointerOver(kIdNew);
   HoverTick();
-  EXPECT_EQ(platform::TextOf(kIdOutputLog), u"NEW\r\n");
+  HoverTick();
+  EXPECT_EQ(platform::TextOf(kIdOutputHelp), u"NEW");
   ResetHover();
 }
 

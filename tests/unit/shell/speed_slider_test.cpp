@@ -95,12 +95,14 @@ TEST_F(SpeedSlider, TellsItsSpeedToWhoDoesNotSeeIt) {
 }
 
 TEST_F(SpeedSlider, SharesTheHintOfThePlaybackBar) {
+  ResetHover();
   const std::u16string hint =
       u"Playback: start | previous operation | rewind | play/pause | fast forward | next "
       u"operation | end | stop. Slider: slower / faster simulation (0.125x\u201364x); center = "
       u"1x.";
   for (int id = kIdPlayStart; id <= kIdSpeedSlider; ++id) {
     headless::MovePointerOver(id);
+    HoverTick();
     HoverTick();
     EXPECT_EQ(TextOf(kIdStatusLine), hint) << id;
     headless::MovePointerOver(kIdNew);

@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "shell/modes.h"
 #include "support/workbench.h"
 #include "text/codetext.h"
 
@@ -20,7 +21,6 @@ namespace {
 using StartUp = support::Workbench;
 using CloseFlow = support::Workbench;
 using Outlets = support::Workbench;
-using Hover = support::Workbench;
 
 TEST_F(StartUp, ShowsOneFreshTabInTheHomeModeOfTheCodeSurface) {
   EXPECT_EQ(app.tabCount, 1);
@@ -206,41 +206,202 @@ TEST_F(Outlets, ShowsFileNameAndDirtyMarkInTheTitle) {
   EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0  \u2014  O1000.NC  \u2022");
 }
 
-TEST_F(Hover, ReplacesTheLogByTheHintOfTheControlUnderThePointer) {
-  headless::MovePointerOver(kIdFeatureList);
-  headless::Advance(150);
+// Two ticks of the hover timer: a rest.
+constexpr int kRest = 300;
+
+class Hover : public support::Workbench {
+ protected:
+  static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
+  // The help that lies over the log; empty for none.
+  static std::u16string HelpOverLog() {
+    return platform::IsVisible(kIdOutputHelp) ? platform::TextOf(kIdOutputHelp) : u"";
+  }
+  static void RestOn(int id) {
+    headless::MovePointerOver(id);
+    headless::Advance(kRest);
+  }
+};
+
+TEST_F(Hover, LaysTheHintOfTheControlUnderThePointerOverTheLog) {
+  const std::u16string log = Output();
+  RestOn(kIdFeatureList);
   const std::u16string hint =
       u"Program features: right-click to isolate simulation, hide/show, or lock settings.";
-  EXPECT_EQ(platform::TextOf(kIdStatusLine), hint);
-  EXPECT_EQ(Output(), hint + u"\r\n");
+  EXPECT_EQ(Status(), hint);
+  EXPECT_EQ(HelpOverLog(), hint);
+  EXPECT_TRUE(
+      platform::SameRect(platform::PlaceOf(kIdOutputHelp), platform::PlaceOf(kIdOutputLog)));
+  EXPECT_EQ(Output(), log);
 }
 
-TEST_F(Hover, LeavesTheLogAloneOverEditorAndLog) {
-  const std::u16string before = Output();
-  headless::MovePointerOver(kIdEditor);
-  headless::Advance(300);
-  headless::MovePointerOver(kIdOutputLog);
-  headless::Advance(300);
-  EXPECT_EQ(Output(), before);
+TEST_F(Hover, SaysNothingOverEditorAndLog) {
+  const std::u16string before = Status();
+  for (const int id : {kIdEditor, kIdOutputLog}) {
+    RestOn(id);
+    EXPECT_EQ(Status(), before);
+    EXPECT_EQ(HelpOverLog(), u"");
+  }
 }
 
 TEST_F(Hover, SpeaksOnceForEachControl) {
-  headless::MovePointerOver(kIdNew);
-  headless::Advance(150);
-  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"NEW");
+  RestOn(kIdNew);
+  EXPECT_EQ(Status(), u"NEW");
   ShowStatus(u"something else");
   headless::Advance(600);
-  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"something else");
+  EXPECT_EQ(Status(), u"something else");
 }
 
-TEST_F(Hover, Takes279CharactersOfAControlsTextAfter150Milliseconds) {
+TEST_F(Hover, Takes279CharactersOfAControlsText) {
   platform::SetText(kIdFeatureHint, std::u16string(400, u'x'));
+  RestOn(kIdFeatureHint);
+  EXPECT_EQ(Status(), std::u16string(279, u'x'));
+  EXPECT_EQ(HelpOverLog(), std::u16string(279, u'x'));
+}
+
+TEST_F(Hover, ComesAtTheSecondTickOnTheSameControl) {
+  ShowStatus(u"Told.");
   headless::Advance(149 - static_cast<int>(platform::TickMilliseconds() % 150));
-  headless::MovePointerOver(kIdFeatureHint);
-  EXPECT_NE(platform::TextOf(kIdStatusLine)[0], u'x');
+  headless::MovePointerOver(kIdNew);
+  headless::Advance(150);
+  EXPECT_EQ(Status(), u"Told.");
   headless::Advance(1);
-  EXPECT_EQ(platform::TextOf(kIdStatusLine), std::u16string(279, u'x'));
-  EXPECT_EQ(Output(), std::u16string(279, u'x') + u"\r\n");
+  EXPECT_EQ(Status(), u"NEW");
+}
+
+TEST_F(Hover, APointerThatPassesCoversNothing) {
+  ShowStatus(u"Told.");
+  for (const int id : {kIdNew, kIdOpen, kIdSaveMenu, kIdFeatureList, kIdEditor}) {
+    headless::MovePointerOver(id);
+    headless::Advance(150);
+    EXPECT_EQ(Status(), u"Told.") << id;
+    EXPECT_EQ(HelpOverLog(), u"") << id;
+  }
+}
+
+TEST_F(Hover, WhatWasToldIsBackWhenThePointerLeaves) {
+  AppendOutput(u"A report.");
+  const std::u16string log = Output();
+  // To what says nothing, to the bare window, out of the window.
+  for (const int id : {kIdEditor, platform::kMainWindow, 0}) {
+    ShowStatus(u"Told.");
+    RestOn(kIdNew);
+    ASSERT_EQ(Status(), u"NEW");
+    headless::MovePointerOver(id);
+    headless::Advance(150);
+    EXPECT_EQ(Status(), u"Told.") << id;
+    EXPECT_EQ(HelpOverLog(), u"") << id;
+    EXPECT_EQ(Output(), log) << id;
+    RestOn(kIdEditor);
+  }
+}
+
+TEST_F(Hover, TheFirstWordsAreBackWhenThePointerLeaves) {
+  const std::u16string before = Status();
+  RestOn(kIdNew);
+  ASSERT_EQ(Status(), u"NEW");
+  RestOn(kIdEditor);
+  EXPECT_EQ(Status(), before);
+}
+
+TEST_F(Hover, FromHelpToHelpTheNextComesAtOnce) {
+  ShowStatus(u"Told.");
+  RestOn(kIdNew);
+  headless::MovePointerOver(kIdOpen);
+  headless::Advance(150);
+  EXPECT_EQ(Status(), u"OPEN");
+  EXPECT_EQ(HelpOverLog(), u"OPEN");
+  RestOn(kIdEditor);
+  EXPECT_EQ(Status(), u"Told.");
+}
+
+TEST_F(Hover, WhatIsToldWhileHelpStandsTakesItsPlaceAndStays) {
+  ShowStatus(u"Old.");
+  RestOn(kIdNew);
+  ShowStatus(u"New.");
+  EXPECT_EQ(Status(), u"New.");
+  EXPECT_EQ(HelpOverLog(), u"");
+  headless::Advance(600);
+  EXPECT_EQ(Status(), u"New.");
+  // The pointer passes other keys.
+  for (const int id : {kIdOpen, kIdSaveMenu, 0}) {
+    headless::MovePointerOver(id);
+    headless::Advance(150);
+    EXPECT_EQ(Status(), u"New.") << id;
+  }
+}
+
+TEST_F(Hover, TheSameWordsToldAgainAreTold) {
+  ShowStatus(u"Told.");
+  RestOn(kIdNew);
+  ShowStatus(u"Told.");
+  EXPECT_EQ(Status(), u"Told.");
+  headless::Advance(600);
+  EXPECT_EQ(Status(), u"Told.");
+}
+
+TEST_F(Hover, ALineForTheLogBringsTheLogBack) {
+  RestOn(kIdNew);
+  ASSERT_EQ(HelpOverLog(), u"NEW");
+  AppendOutput(u"Done.");
+  EXPECT_EQ(HelpOverLog(), u"");
+  RestOn(kIdOpen);
+  ASSERT_EQ(HelpOverLog(), u"OPEN");
+  ClearOutput();
+  EXPECT_EQ(HelpOverLog(), u"");
+  EXPECT_EQ(Output(), u"");
+}
+
+TEST_F(Hover, WhatIsToldIsNotCoveredBeforeThePointerMovesAgain) {
+  headless::MovePointerOver(kIdNew);
+  headless::Advance(150);
+  ShowStatus(u"Told.");
+  headless::Advance(600);
+  EXPECT_EQ(Status(), u"Told.");
+  RestOn(kIdOpen);
+  EXPECT_EQ(Status(), u"OPEN");
+}
+
+TEST_F(Hover, AControlThatComesUnderAPointerAtRestSaysNothing) {
+  ShowStatus(u"Told.");
+  // One key lies over another and goes, as the abort key does at the end of a transfer.
+  const platform::Rect place = platform::PlaceOf(kIdNew);
+  platform::SetPlace(kIdPath, place);
+  platform::BringToTop(kIdPath);
+  RestOn(kIdPath);
+  ASSERT_EQ(Status(), u"PATH");
+  platform::SetVisible(kIdPath, false);
+  ASSERT_EQ(platform::IdUnderPointer(), kIdNew);
+  headless::Advance(150);
+  EXPECT_EQ(Status(), u"Told.");
+  EXPECT_EQ(HelpOverLog(), u"");
+  headless::Advance(600);
+  EXPECT_EQ(Status(), u"Told.");
+  // The hand moves on it.
+  RestOn(kIdNew);
+  EXPECT_EQ(Status(), u"NEW");
+}
+
+TEST_F(Hover, AFieldDoesNotSayWhatItHolds) {
+  ShowStatus(u"Told.");
+  platform::SetEnabled(kIdFeatureName, true);
+  ASSERT_TRUE(headless::TypeInto(kIdFeatureName, u"Pocket 1"));
+  RestOn(kIdFeatureName);
+  EXPECT_EQ(Status(), u"Told.");
+  EXPECT_EQ(HelpOverLog(), u"");
+}
+
+TEST_F(Hover, TheHelpGoesWithTheLayoutThatItLiesIn) {
+  ShowStatus(u"Told.");
+  RestOn(kIdNew);
+  ASSERT_TRUE(platform::IsVisible(kIdOutputHelp));
+  headless::Resize(1300, 850);
+  EXPECT_FALSE(platform::IsVisible(kIdOutputHelp));
+  EXPECT_EQ(Status(), u"Told.");
+  RestOn(kIdOpen);
+  EXPECT_TRUE(
+      platform::SameRect(platform::PlaceOf(kIdOutputHelp), platform::PlaceOf(kIdOutputLog)));
+  SetSurface(kSurfaceCad);
+  EXPECT_FALSE(platform::IsVisible(kIdOutputHelp));
 }
 
 using Keys = support::Workbench;

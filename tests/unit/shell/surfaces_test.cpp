@@ -288,6 +288,7 @@ TEST_F(Surfaces, TakeTheHelpOfAKeyOnTheirOwnLabel) {
   headless::MovePointerOver(kIdMadeUpField);
   headless::Advance(150);
   EXPECT_TRUE(Heard(Told(), "over 29001"));
+  headless::Advance(150);
   EXPECT_EQ(platform::TextOf(kIdMadeUpHint), u"Bore");
   EXPECT_EQ(Output(), log);
 }
