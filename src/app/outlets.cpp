@@ -47,6 +47,7 @@ bool ShowHelp(std::u16string_view text) {
     return true;
   }
   if (!platform::IsVisible(kIdOutputLog)) return true;
+  // No form: the help lies over the log for as long as the pointer rests.
   platform::SetText(kIdOutputHelp, text);
   platform::SetPlace(kIdOutputHelp, platform::PlaceOf(kIdOutputLog));
   platform::BringToTop(kIdOutputHelp);
