@@ -410,5 +410,8 @@ inline constexpr int kViewCadForm = 20012;      // the side panels that scroll
 inline constexpr int kViewCadScroll = 20013;    // their scroll bar
 inline constexpr int kViewCadSheet = 20014;     // the form that moves in it
 inline constexpr int kViewDestination = 20020;  // window of the question where code goes
+inline constexpr int kViewBuilder = 20030;      // the builders' forms, which scroll
+inline constexpr int kViewBuilderPaper = 20031;
+inline constexpr int kViewBuilderBar = 20032;
 
 }  // namespace morva

@@ -85,7 +85,8 @@ inline constexpr int kMaxBuilders = 16;
 
 // What a table of the program itself holds; a test keeps room in each.
 inline constexpr int kMaxRowKeys = 6;             // keys side by side in a row of a form
-inline constexpr int kMaxFormNumbers = 16;        // numbers of one form, as many as a record holds
+inline constexpr int kMaxFormNumbers = 32;        // numbers that a form reads at once; a record holds 16 of them
+inline constexpr int kMaxFormChoices = 8;         // lists that a form reads at once; a record holds 3 of them
 inline constexpr int kMaxFormWords = 8;           // texts that a form reads as typed
 inline constexpr int kMaxPlacements = 96;         // what one layout places; a further control would not move
 inline constexpr int kMaxTabStops = 160;          // controls of a surface that Tab reaches; it would skip the further ones

@@ -7,6 +7,7 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/stop.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
@@ -20,16 +21,16 @@ namespace morva {
 namespace {
 
 constexpr int kRecordDecimals = 6;  // of numbers that come from a record
+// Pixels that a form keeps above the toolpath view; where there is less, it scrolls.
+constexpr int kHeightAboveView = 400;
 
-static_assert(kMaxFormNumbers == kSettingsValues);
+static_assert(kMaxFormNumbers >= kSettingsValues && kMaxFormChoices >= kSettingsChoices);
 
-int PageOf(const Builder& builder) { return builder.page ? builder.page() : 0; }
-
-// What the form says. The row that could not be read, -1 for none.
-int ReadBuilder(const Builder& builder, Reading reading, FormValues& values) {
-  int refused = -1;
-  ReadForm(*builder.form, PageOf(builder), reading, values, refused);
-  return refused;
+// What the form says.
+FormValues ReadBuilder(const Builder& builder, const Reading& reading) {
+  FormValues values;
+  ReadForm(*builder.form, ReadPage(builder), reading, values);
+  return values;
 }
 
 void Refuse(const Builder& builder, const Refusal& refusal) {
@@ -42,9 +43,11 @@ void Refuse(const Builder& builder, const Refusal& refusal) {
   platform::SelectAllText(refusal.field);
 }
 
-bool Passes(const Builder& builder, const FormValues& values, int unread) {
+bool Passes(const Builder& builder, const FormValues& values) {
   Refusal refusal;
-  if (builder.check ? builder.check(values, unread, refusal) : unread < 0) return true;
+  const int unread = values.refused;
+  if (unread >= 0) refusal.field = builder.form->rows[static_cast<std::size_t>(unread)].id;
+  if (builder.check ? builder.check(values, refusal) : unread < 0) return true;
   Refuse(builder, refusal);
   return false;
 }
@@ -74,12 +77,17 @@ void OnInsertKey(int id, int) {
 }
 
 void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
+  for (int i = 0; i < PanelCount(); ++i) {
+    const Panel& other = PanelAt(i);
+    if (other.spot != PanelSpot::RightBody || other.mode != builder.mode) continue;
+    StopProgram(u"MORVA cannot start. Mode " + IntegerText(builder.mode) + u" has two panels.");
+  }
   Panel panel;
   panel.spot = PanelSpot::RightBody;
   panel.mode = builder.mode;
   panel.row = builder.row;
   panel.make = calls.make;
-  panel.heightAboveView = builder.heightAboveView;
+  panel.heightAboveView = builder.showsPath ? kHeightAboveView : 0;
   panel.place = calls.place;
   panel.hide = calls.hide;
   panel.helpBelow = builder.helpBelow;
@@ -101,8 +109,7 @@ Picture picture;  // of the builder that was drawn last
 
 // What the fields say now, fitted into the area.
 PictureView DrawBuilder(const Builder& builder, const platform::Rect& area) {
-  FormValues values;
-  ReadBuilder(builder, Reading::Lax, values);
+  const FormValues values = ReadBuilder(builder, Reading::Lax);
   ClearPicture(picture, values.metric);
   builder.draw(values, picture);
   return FitPicture(picture, area);
@@ -118,9 +125,14 @@ int PictureOf(const Form& form) {
 
 }  // namespace
 
+int ReadPage(const Builder& builder) {
+  return builder.readPage >= 0 ? builder.readPage : PageOf(*builder.form);
+}
+
 void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
   AddBuilder(builder);
   RegisterForm(*builder.form);
+  if (builder.form->sheet == &kBuilderSheet) RegisterSheet<kBuilderSheet>();
   RegisterCommand(RouterStage::Builder, builder.insertKey, platform::kNotifyClick, OnInsertKey);
   if (builder.kind != 0) {
     SetSettingsWriter(builder.kind, calls.store);
@@ -131,9 +143,8 @@ void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
 }
 
 bool InsertFromBuilder(const Builder& builder) {
-  FormValues values;
-  const int unread = ReadBuilder(builder, builder.reading, values);
-  if (!Passes(builder, values, unread)) return false;
+  const FormValues values = ReadBuilder(builder, builder.reading);
+  if (!Passes(builder, values)) return false;
   CodeWriter out;
   out.most = builder.room ? builder.room(values) : kMaxBuilderText;
   builder.write(values, out);
@@ -152,8 +163,7 @@ bool InsertFromBuilder(const Builder& builder) {
 }
 
 bool StoreBuilder(const Builder& builder, FeatureSettings& record) {
-  FormValues values;
-  ReadBuilder(builder, Reading::Lax, values);
+  const FormValues values = ReadBuilder(builder, Reading::Lax);
   record = FeatureSettings();
   record.version = kSettingsVersion;
   record.kind = builder.kind;
@@ -173,17 +183,17 @@ bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
   if (builder.loadItems && !builder.loadItems(record)) return false;
   if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
   const std::int32_t choices[] = {record.a, record.b, record.c};
-  for (int i = 0; i < 3; ++i) values.choices[i] = choices[i];
+  for (int i = 0; i < kSettingsChoices; ++i) values.choices[i] = choices[i];
   for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
   // A list may choose the page, which must stand before its numbers are shown.
-  ShowChoices(*builder.form, PageOf(builder), values);
-  if (builder.page) RelayPanels();
-  ShowForm(*builder.form, PageOf(builder), values, kRecordDecimals);
+  ShowChoices(*builder.form, ReadPage(builder), values);
+  if (builder.mode >= 0) RelayPanels();
+  ShowForm(*builder.form, ReadPage(builder), values, kRecordDecimals);
   return true;
 }
 
 void PlaceBuilder(const Builder& builder, const platform::Rect& area) {
-  PlaceForm(*builder.form, area, PageOf(builder));
+  PlaceForm(*builder.form, area);
 }
 
 void PaintBuilder(const Builder& builder, platform::Canvas& canvas) {

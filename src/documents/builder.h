@@ -1,18 +1,31 @@
 // What is done for every builder: the panel, the command of its key, insertion or update with its
 // boxes, the record of the block and its reopening in its unit, the live picture and clicks on it,
 // and what follows a change of the program.
+//
+// A builder's file includes this header for forms, pictures and the writer as well.
 #pragma once
 
+#include "app/command_ids.h"
 #include "documents/builder_table.h"
 #include "documents/feature_settings.h"
 #include "forms/form.h"
 #include "forms/picture.h"
+#include "forms/sheet.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
+#include "platform/window.h"
 #include "text/code_writer.h"
 
 namespace morva {
+
+// The ground of the forms in the right panel. It scrolls and is shared: one of them is up at a
+// time.
+inline constexpr Sheet kBuilderSheet{
+    .frame = {kViewBuilder, u"MorvaBuilder", u"Builder"},
+    .paper = {kViewBuilderPaper, u"MorvaBuilderPaper", u"Fields"},
+    .bar = {kViewBuilderBar, u"MorvaBuilderBar", u"Scroll the builder's fields"},
+    .parent = platform::kMainWindow};
 
 // The calls that the tables of other rooms keep for one builder.
 struct BuilderCalls {
@@ -26,6 +39,8 @@ struct BuilderCalls {
 };
 void JoinBuilder(const Builder& builder, const BuilderCalls& calls);
 
+// The page of its form that a builder reads and stores.
+int ReadPage(const Builder& builder);
 // The command of the builder's key. False: nothing changed, and the user was told why.
 bool InsertFromBuilder(const Builder& builder);
 // The form's numbers and choices and the builder's items as a record. False: they cannot be stored.

@@ -1,4 +1,5 @@
-// Builders: fields in, program text out, and back. A builder is a form and a few pure functions.
+// Builders: fields in, program text out, and back. A builder is a form and a few functions that
+// change nothing: they read the form's values, and where a room has a model of its own, that.
 //
 // The record says what is particular to one builder. What is done with it stands in builder.h.
 #pragma once
@@ -27,22 +28,23 @@ struct Builder {
   int kind = 0;                 // FeatureKind; 0: plain text behind the caret's line
   const char16_t* title = u"";  // of boxes that say why nothing is inserted
   const Form* form = nullptr;
-  int (*page)() = nullptr;         // the form's page that is up; null: page 0
-  int mode = -1;                   // the right panel that shows the form; -1: the room shows it
-  const ModeRow* row = nullptr;    // what the window says of that mode, as app/panels.h says
-  bool helpBelow = false;          // the mode's help text stands below the form
-  int heightAboveView = 0;         // of that panel, as app/panels.h says
+  int readPage = -1;             // the form's page that is read and stored; -1: the one that is up
+  int mode = -1;                 // the right panel that shows the form; -1: the room shows it
+  const ModeRow* row = nullptr;  // what the window says of that mode, as app/panels.h says
+  bool helpBelow = false;        // the mode's help text stands below the form
+  bool showsPath = false;        // the toolpath view stands beside or below the form
   Reading reading = Reading::Lax;  // of its numbers
   int insertKey = 0;               // a command; its other caption says that a block is under edit
   bool asksWhere = false;          // the user chooses program and operation number first
   const char16_t* logged = u"";    // in the output log after an insertion
   int refreshMs = 60;              // until the text is looked at
-  // Pure. False: `refusal` says why. `unread` is the row that holds no number by the strict rule,
-  // -1 for none. Null: what could be read is taken.
-  bool (*check)(const FormValues& values, int unread, Refusal& refusal) = nullptr;
-  // Pure. The block's code; it begins with a line end of its own.
+  // False: `refusal` says why. A number that the strict rule refuses stands in values.refused and
+  // values.misread, and its field in refusal.field. Null: what could be read is taken.
+  bool (*check)(const FormValues& values, Refusal& refusal) = nullptr;
+  // The block's code; it begins with a line end of its own. Only what passed `check` comes here.
   void (*write)(const FormValues& values, CodeWriter& out) = nullptr;
-  // Pure. What the code cuts, drawn from the same places. Null: no picture.
+  // What the code cuts, drawn from the same places, while the fields are typed: `check` was not
+  // asked, so every number may come, and a count may be huge or negative. Null: no picture.
   void (*draw)(const FormValues& values, Picture& picture) = nullptr;
   // The left button went down on this part of the picture; kNoPart: on none. The picture is drawn
   // anew behind it. Null: it takes no click.

@@ -394,6 +394,9 @@ void SetBuilderOpener(int kind, BuilderOpener opener) {
   if (kind < kKindShape || kind >= kFeatureKinds) {
     StopProgram(u"MORVA cannot start. A builder has the unknown kind " + IntegerText(kind) + u".");
   }
+  if (opener && openers[kind] && openers[kind] != opener) {
+    StopProgram(u"MORVA cannot start. Two builders have kind " + IntegerText(kind) + u".");
+  }
   openers[kind] = opener;
 }
 

@@ -42,7 +42,8 @@ void ShowIncluded(bool included);
 
 // The builder that reopens a kind. `record` is the block's settings; for kinds 1 to 3 whose
 // shape lives in the block's own items, `a` is already the library's index. False: it could
-// not be opened. An unknown kind stops the program with words.
+// not be opened. An unknown kind stops the program with words, and so does one
+// that has another builder. Null gives the kind back.
 using BuilderOpener = bool (*)(const FeatureSettings& record);
 void SetBuilderOpener(int kind, BuilderOpener opener);
 // The shape library's half of recovering a project shape: its index for the record's items,

@@ -14,6 +14,7 @@ namespace morva {
 inline constexpr int kSettingsHeadBytes = 160;
 inline constexpr int kItemBytes = 48;
 inline constexpr int kSettingsValues = 16;
+inline constexpr int kSettingsChoices = 3;  // a, b and c
 inline constexpr std::int32_t kSettingsVersion = 3;  // as written; 1 and 2 are still read
 inline constexpr int kSettingsBytes = kSettingsHeadBytes + kMaxItems * kItemBytes;  // 4768
 

@@ -194,6 +194,9 @@ void SetSettingsWriter(int kind, SettingsWriter writer) {
     StopProgram(u"MORVA cannot start. A settings writer has the unknown kind " + IntegerText(kind) +
                 u".");
   }
+  if (writer && writers[kind] && writers[kind] != writer) {
+    StopProgram(u"MORVA cannot start. Two settings writers have kind " + IntegerText(kind) + u".");
+  }
   writers[kind] = writer;
 }
 

@@ -13,7 +13,8 @@
 namespace morva {
 
 // The room that owns a kind writes its live model. False: the model cannot be stored.
-// An unknown kind stops the program with words; a second writer takes the place of the first.
+// An unknown kind stops the program with words, and so does one that has another writer. Null gives
+// the kind back.
 using SettingsWriter = bool (*)(FeatureSettings& record);
 void SetSettingsWriter(int kind, SettingsWriter writer);
 

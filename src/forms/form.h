@@ -17,6 +17,7 @@
 #include "platform/events.h"
 #include "platform/geometry.h"
 #include "platform/window.h"
+#include "text/strict_number.h"
 
 namespace morva {
 
@@ -55,9 +56,17 @@ struct Fallback {
 };
 
 // How numbers are read: what a text begins with, by ParseDecimal and ParseInteger, or nothing but a
-// number, by ReadStrictNumber.
-enum class Reading : unsigned char { Lax, Strict };
+// number, by ReadStrict and its rule. A count by the strict rule is a whole number.
+struct Reading {
+  bool strict = false;
+  StrictRule rule = {};
+  static const Reading Lax;
+  static const Reading Strict;
+};
+inline constexpr Reading Reading::Lax{};
+inline constexpr Reading Reading::Strict{.strict = true};
 
+// Pages are 0 to 31. Those that share a control must not share a row of it.
 inline constexpr unsigned kEveryPage = ~0u;
 constexpr unsigned PageBit(int page) { return 1u << page; }
 
@@ -65,22 +74,28 @@ struct FormRow {
   RowKind kind = RowKind::Number;
   int id = 0;                       // of the control; a Head or Note may go without
   const char16_t* label = u"";      // Head and Note: the words
+  const char16_t* labelMm = u"";    // in millimetres, where the label names its unit
   const char16_t* name = u"";       // for assistive technology, where the label says too little
   const char16_t* className = u"";  // of a View
-  // Text of a field when it is made: in inch, converted where the form's unit is then millimetres.
-  // A room that changes its unit without ConvertForms keeps the texts, as sketches do.
+  // Text of a field when it is made or started: in inch, converted where the form's unit is then
+  // millimetres. A room that changes its unit without ConvertForms keeps the texts, as sketches do.
   const char16_t* start = u"";
+  const char16_t* startMm = u"";  // in millimetres, where it is not `start` converted
+  bool filled = false;            // its room writes what it says: it starts empty
   Fallback fallback = {};
   Follows follows = Follows::Nothing;
   int decimals = 3;             // after a conversion, 0 to 6
-  int value = -1;               // place in FormValues::numbers and in a record's values
-  int choice = -1;              // place in FormValues::choices: a, b, c of a record
+  int value = -1;               // place in FormValues::numbers; the first 16 go into a record
+  int choice = -1;              // place in FormValues::choices; the first 3 are a, b, c of a record
   int words = -1;               // place in FormValues::words
   unsigned pages = kEveryPage;  // a bit a page
   int enter = 0;                // command of Enter, with Shift as without; 0 for none
   int limit = kFieldUnits - 1;  // units that can be typed; 0: as many as the control takes
   std::span<const char16_t* const> rows = {};  // of a Choice whose rows are fixed
   int chosen = 0;                              // of those, at the start
+  // Of a Choice on every page: above 0 its rows are the form's pages, and rows behind the last of
+  // so many pages share it. Who chooses in it gets the page with its start texts.
+  int picks = 0;
   int keys[kMaxRowKeys] = {};      // Keys, Checks; of a field: the keys at its right end
   unsigned keyPages = kEveryPage;  // of the row's pages, those with the keys
   // Widths of these: parts of the row, 0 counting as 1; of a field's keys, and of all keys where
@@ -102,7 +117,9 @@ struct Form {
   const Sheet* sheet = nullptr;  // scrolls; null: stands on `parent` itself
   int parent = platform::kMainWindow;
   std::span<const FormRow> rows = {};  // in the order of the screen, which Tab follows
-  bool (*metric)() = nullptr;          // whose unit the fields are in; null: no unit
+  // The page that is up. Null: a list that picks it says so, else it is the one placed last.
+  int (*page)() = nullptr;
+  bool (*metric)() = nullptr;  // whose unit the fields are in; null: no unit
   // Switches that unit and converts what is in it, for a block of the other unit. Null: who opens
   // the block does that.
   void (*takeUnit)(bool metric) = nullptr;
@@ -114,12 +131,17 @@ struct Form {
 
 struct FormValues {
   double numbers[kMaxFormNumbers] = {};
-  std::int32_t choices[3] = {};
+  // What was typed and is no number by the strict rule, by place; a lax form took a part of it, or
+  // the fallback.
+  Misread misread[kMaxFormNumbers] = {};
+  int refused = -1;  // the row that ended a strict reading
+  std::int32_t choices[kMaxFormChoices] = {};
   std::u16string words[kMaxFormWords];
   bool metric = false;
 };
 
-// Makes nothing yet. A full table stops the program.
+// Makes nothing yet. The program stops with words where the table is full, a control stands on
+// another form already, or on two rows of one page.
 void RegisterForm(const Form& form);
 // Every registered form, for tests that hold for all; null past the last.
 const Form* FormAt(int index);
@@ -129,9 +151,12 @@ void ResetForms();
 
 // Makes the controls, hidden, unless they stand already.
 void MakeForm(const Form& form);
+// The page that is up, also while the form is hidden.
+int PageOf(const Form& form);
 // Places and shows the rows of `page` in `area`, in the parent's pixels, and hides the others. A
 // form on a sheet takes the sheet's place, its scroll bar included. The y below the last row.
-int PlaceForm(const Form& form, const platform::Rect& area, int page = 0);
+int PlaceForm(const Form& form, const platform::Rect& area, int page);
+int PlaceForm(const Form& form, const platform::Rect& area);  // the page that is up
 // Several pages at once, each in an area of its own.
 struct FormPart {
   platform::Rect area;
@@ -141,20 +166,24 @@ void PlaceForm(const Form& form, std::span<const FormPart> parts);
 void HideForm(const Form& form);
 bool IsRowShown(const Form& form, int row);
 
-// The first row of a control that is shown, else its first row at all; -1 for none.
+// The row of a control on the page that is up, else one that is shown, else its first; -1: none.
 int RowOfControl(const Form& form, int id);
 // Ids of the form's controls in the order of the screen, each once; how many were written.
 int FormOrder(const Form& form, int* ids, int capacity);
 
-// False: row `refused` holds no number by the strict rule, or one that is not whole where a
-// count is wanted; the rows behind it are not read. The lax rule never refuses.
-bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused);
+// The page's fields with their start texts, its lists with the row that they start with; a list
+// that picks the page stays.
+void StartForm(const Form& form, int page);
+// False: the row `refused` holds no number by the strict rule; the rows behind it are not read.
+// The lax rule never refuses.
+bool ReadForm(const Form& form, int page, const Reading& reading, FormValues& values);
 // Selects the rows of the page's lists, one of which may say which page comes up. Lists of other
 // pages stay: a page may belong to something else than the record that is shown.
 void ShowChoices(const Form& form, int page, const FormValues& values);
 // Writes the page's numbers, choices and words into its controls, in the unit that the form has:
-// counts without a fraction, other numbers with `decimals`, 0 to 6, whatever their rows say.
-void ShowForm(const Form& form, int page, const FormValues& values, int decimals);
+// counts without a fraction, other numbers with `decimals`, 0 to 6, or as their rows say.
+inline constexpr int kRowDecimals = -1;
+void ShowForm(const Form& form, int page, const FormValues& values, int decimals = kRowDecimals);
 // The number that a field begins with, else its row's fallback. At most 79 units are read.
 double FieldNumber(int id);
 double FieldFallback(int id);
@@ -166,7 +195,7 @@ std::int32_t FieldCount(int id);
 // By the strict rule. False: not a number, `value` stays.
 bool ReadStrictField(int id, double& value);
 // Every field that follows this unit, on every form: its text times the factor. Empty stays
-// empty, what is no number becomes 0.
+// empty, what is no number becomes 0. Labels that name the unit follow.
 void ConvertForms(bool (*metric)(), double factor);
 
 // Wells of the fields and lines above the heads that stand on this parent or paper.

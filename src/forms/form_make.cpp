@@ -18,8 +18,6 @@ namespace {
 using platform::ControlKind;
 using platform::FontRole;
 
-const char16_t* NameOf(const FormRow& row) { return row.name[0] ? row.name : row.label; }
-
 void MakeLabel(const FormEntry& entry, int index) {
   const Form& form = *entry.form;
   const FormRow& row = form.rows[static_cast<std::size_t>(index)];
@@ -30,7 +28,7 @@ void MakeLabel(const FormEntry& entry, int index) {
   spec.id = LabelId(entry, index);
   if (platform::Exists(spec.id)) return;
   spec.kind = ControlKind::Label;
-  spec.text = row.label;
+  spec.text = LabelOf(row, IsMetric(form));
   spec.accessibleName = row.kind == RowKind::Note ? row.name : u"";
   spec.font = head ? FontRole::Emphasis : look.labelFont;
   spec.parent = GroundOf(form);
@@ -47,7 +45,7 @@ void MakeField(const Form& form, const FormRow& row) {
   spec.id = row.id;
   spec.kind = row.kind == RowKind::Log ? ControlKind::Log : ControlKind::EditLine;
   spec.text = start.c_str();
-  spec.accessibleName = NameOf(row);
+  spec.accessibleName = NameOf(row, IsMetric(form));
   spec.font = row.wide || row.kind == RowKind::Log ? form.look->listFont : form.look->fieldFont;
   spec.parent = GroundOf(form);
   spec.hidden = true;
@@ -62,7 +60,7 @@ void MakeRows(const Form& form, const FormRow& row) {
   spec.kind = platform::ListKind::Combo;
   if (row.kind == RowKind::List) spec.kind = platform::ListKind::Single;
   if (row.kind == RowKind::Multi) spec.kind = platform::ListKind::Multi;
-  spec.accessibleName = NameOf(row);
+  spec.accessibleName = NameOf(row, IsMetric(form));
   spec.font = form.look->listFont;
   spec.rowHeight = form.look->listRowHeight;
   spec.ownerDrawn = false;
@@ -78,7 +76,7 @@ void MakeRows(const Form& form, const FormRow& row) {
 void MakePreview(const Form& form, const FormRow& row) {
   platform::EditorSpec spec;
   spec.id = row.id;
-  spec.accessibleName = NameOf(row);
+  spec.accessibleName = NameOf(row, IsMetric(form));
   spec.text = kEditorText;
   spec.background = kOutputBackground;
   spec.parent = GroundOf(form);
@@ -91,7 +89,7 @@ void MakeView(const Form& form, const FormRow& row) {
   platform::ViewSpec spec;
   spec.id = row.id;
   spec.className = row.className;
-  spec.accessibleName = NameOf(row);
+  spec.accessibleName = NameOf(row, IsMetric(form));
   spec.background = kOutputBackground;
   spec.takesFocus = true;
   spec.parent = GroundOf(form);
@@ -137,7 +135,8 @@ void MakeControlOf(const Form& form, const FormRow& row) {
 
 void MakeForm(const Form& form) {
   const FormEntry* entry = EntryOf(form);
-  if (!entry || (form.sheet && !MakeSheet(*form.sheet))) return;
+  if (!entry) return;
+  if (form.sheet) MakeSheet(*form.sheet);
   for (std::size_t i = 0; i < form.rows.size(); ++i) {
     const FormRow& row = form.rows[i];
     const bool words = row.kind == RowKind::Head || row.kind == RowKind::Note;

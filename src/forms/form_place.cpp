@@ -7,6 +7,7 @@
 #include "forms/form_table.h"
 #include "forms/sheet.h"
 #include "platform/canvas.h"
+#include "platform/control.h"
 #include "platform/window.h"
 
 namespace morva {
@@ -169,6 +170,12 @@ int PutKeysAtEnd(const FormLook& look, const FormRow& row, int right, int top, i
   return right;
 }
 
+// One control may stand on several rows: it is called as the row that is shown says.
+void NameControl(const Form& form, const FormRow& row) {
+  const char16_t* name = NameOf(row, IsMetric(form));
+  if (platform::AccessibleName(row.id) != name) platform::SetAccessibleName(row.id, name);
+}
+
 void PutControl(const Page& page, int index, const FormRow& row, int top, int bottom) {
   const Form& form = *page.entry->form;
   const FormLook& look = *form.look;
@@ -189,6 +196,7 @@ void PutControl(const Page& page, int index, const FormRow& row, int top, int bo
   const bool framed = row.kind != RowKind::Choice || look.framesChoices;
   const int inset = framed ? look.inset : 0;
   ShowAt(row.id, Rect{left + inset, top + inset, right - inset, bottom - inset});
+  NameControl(form, row);
 }
 
 // Places one row at y. The y below it, without a gap.
@@ -217,8 +225,8 @@ int PutRow(const Page& page, int index, int y) {
   return bottom;
 }
 
-// The y below the last row and its gap.
-int PutPage(const FormEntry& entry, const FormPart& part) {
+// The y below the last row and its gap; `foot` is that without the gap.
+int PutPage(const FormEntry& entry, const FormPart& part, int& foot) {
   const FormLook& look = *entry.form->look;
   Page page;
   page.entry = &entry;
@@ -228,11 +236,14 @@ int PutPage(const FormEntry& entry, const FormPart& part) {
   page.height = part.area.bottom - part.area.top - look.top;
   Fit(page);
   int y = part.area.top + look.top;
+  foot = y;
   for (int i = 0; i < RowsOf(entry); ++i) {
     const FormRow& row = RowAt(page, i);
     if (!OnPage(row, part.page)) continue;
     const int below = PutRow(page, i, y);
-    if (below > y) y = below + GapBelow(page, row);
+    if (below <= y) continue;
+    foot = below;
+    y = below + GapBelow(page, row);
   }
   return y;
 }
@@ -284,22 +295,29 @@ void MarkPages(const FormEntry& entry, std::span<const FormPart> parts) {
 }  // namespace
 
 void PlaceForm(const Form& form, std::span<const FormPart> parts) {
-  const FormEntry* entry = EntryOf(form);
+  FormEntry* entry = EntryOf(form);
   if (!entry) return;
   MakeForm(form);
   MarkPages(*entry, parts);
   HideRest(*entry);
-  for (const FormPart& part : parts) PutPage(*entry, part);
+  for (const FormPart& part : parts) {
+    int foot = 0;
+    entry->page = part.page;
+    PutPage(*entry, part, foot);
+  }
   HideRest(*entry);  // a row that had to give up all its height
 }
 
+int PlaceForm(const Form& form, const Rect& area) { return PlaceForm(form, area, PageOf(form)); }
+
 int PlaceForm(const Form& form, const Rect& area, int page) {
-  const FormEntry* entry = EntryOf(form);
+  FormEntry* entry = EntryOf(form);
   if (!entry) return area.top;
   MakeForm(form);
+  entry->page = page;
   FormPart part{area, page};
   if (form.sheet) {
-    PlaceSheet(*form.sheet, area);
+    PlaceSheet(*form.sheet, form, area);
     part.area = SheetPaper(*form.sheet);
     // A row that takes what is left takes it of the part in sight: a paper that is as high as its
     // rows has nothing left.
@@ -307,10 +325,11 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   }
   MarkPages(*entry, std::span(&part, 1));
   HideRest(*entry);
-  const int below = PutPage(*entry, part);
+  int foot = 0;
+  const int below = PutPage(*entry, part, foot);
   HideRest(*entry);
   if (!form.sheet) return below;
-  SetSheetContent(*form.sheet, below);
+  SetSheetContent(*form.sheet, foot);
   platform::Repaint(form.sheet->paper.id);
   return area.bottom;
 }
@@ -320,7 +339,7 @@ void HideForm(const Form& form) {
   if (!entry) return;
   MarkPages(*entry, {});
   HideRest(*entry);
-  if (form.sheet) HideSheet(*form.sheet);
+  if (form.sheet) HideSheet(*form.sheet, form);
 }
 
 }  // namespace morva

@@ -1,12 +1,18 @@
 #include "forms/form_table.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 
 #include "app/command_ids.h"
 #include "app/join_table.h"
+#include "app/panels.h"
 #include "app/router.h"
+#include "app/stop.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
+#include "platform/listing.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -25,6 +31,44 @@ bool Holds(const FormRow& row, int id) {
   return false;
 }
 
+// The pages where the row shows this control.
+unsigned PagesWith(const FormRow& row, int id) {
+  if (row.id == id) return row.pages;
+  return Holds(row, id) ? row.pages & row.keyPages : 0;
+}
+
+void Stop(int id, const char16_t* where) {
+  StopProgram(u"MORVA cannot start. Control " + IntegerText(id) + where);
+}
+
+// One control must not be asked for by two forms, nor by two rows that are up at once.
+void CheckControl(const Form& form, std::size_t row, int id) {
+  if (id == 0) return;
+  for (int i = 0; i < entryFill.count; ++i) {
+    if (RowOfControl(*entries[i].form, id) >= 0) Stop(id, u" stands on two forms.");
+  }
+  for (std::size_t i = 0; i < row; ++i) {
+    if ((PagesWith(form.rows[i], id) & PagesWith(form.rows[row], id)) != 0) {
+      Stop(id, u" stands on two rows of one page.");
+    }
+  }
+}
+
+void CheckControls(const Form& form) {
+  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+    CheckControl(form, i, form.rows[i].id);
+    for (const int key : form.rows[i].keys) CheckControl(form, i, key);
+  }
+}
+
+// The page that a list picks, -1 for a form without such a list.
+int PickedPage(const Form& form) {
+  for (const FormRow& row : form.rows) {
+    if (row.picks > 0) return std::clamp(platform::SelectedRow(row.id), 0, row.picks - 1);
+  }
+  return -1;
+}
+
 // Enter and the page keys are for what is typed into and for keys, not for lists.
 bool TakesPageKeys(const FormRow& row, int id) { return IsField(row.kind) || row.id != id; }
 
@@ -32,6 +76,7 @@ bool TakesPageKeys(const FormRow& row, int id) { return IsField(row.kind) || row
 
 void RegisterForm(const Form& form) {
   if (EntryOf(form)) return;
+  CheckControls(form);
   entries[NextRow(entryFill)] = {&form, rowFill.count};
   for (std::size_t i = 0; i < form.rows.size(); ++i) states[NextRow(rowFill)] = RowState();
 }
@@ -98,15 +143,28 @@ bool IsRowShown(const Form& form, int row) {
   return entry && StateOf(*entry, row).shown;
 }
 
+int PageOf(const Form& form) {
+  if (form.page) return form.page();
+  const int picked = PickedPage(form);
+  if (picked >= 0) return picked;
+  const FormEntry* entry = EntryOf(form);
+  return entry ? entry->page : 0;
+}
+
 int RowOfControl(const Form& form, int id) {
-  int found = -1;
-  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+  int first = -1;
+  int shown = -1;
+  int up = -1;
+  int page = -1;
+  for (std::size_t i = form.rows.size(); i-- > 0;) {
     if (!Holds(form.rows[i], id)) continue;
-    const int row = static_cast<int>(i);
-    if (IsRowShown(form, row)) return row;
-    if (found < 0) found = row;
+    if (page < 0) page = PageOf(form);
+    first = static_cast<int>(i);
+    if (IsRowShown(form, first)) shown = first;
+    if ((PagesWith(form.rows[i], id) & PageBit(page)) != 0) up = first;
   }
-  return found;
+  if (up >= 0) return up;
+  return shown >= 0 ? shown : first;
 }
 
 bool FindControl(int id, const FormEntry*& entry, int& row) {
@@ -182,6 +240,11 @@ void FormNotified(int id, int notification) {
   int row = 0;
   if (!FindControl(id, entry, row)) return;
   const Form& form = *entry->form;
+  const FormRow& said = form.rows[static_cast<std::size_t>(row)];
+  if (said.id == id && said.picks > 0) {
+    StartForm(form, PageOf(form));
+    RelayPanels();
+  }
   for (const FormRow& r : form.rows) {
     if (r.kind == RowKind::View) platform::Repaint(r.id);
   }

@@ -8,6 +8,7 @@ namespace morva {
 struct FormEntry {
   const Form* form = nullptr;
   int firstRow = 0;  // of its rows in the tables below
+  int page = 0;      // placed last
 };
 
 // Null for a form that nobody registered.
@@ -29,6 +30,10 @@ int LabelId(const FormEntry& entry, int row);
 inline bool IsField(RowKind kind) {
   return kind == RowKind::Number || kind == RowKind::Count || kind == RowKind::Words;
 }
+bool IsMetric(const Form& form);
+// The row's label, and its name for assistive technology, in one unit.
+const char16_t* LabelOf(const FormRow& row, bool metric);
+const char16_t* NameOf(const FormRow& row, bool metric);
 // What a field says when it is made, in the form's unit.
 std::u16string StartText(const Form& form, const FormRow& row);
 // Whether the row's words stand in a label of their own beside or above its control.

@@ -22,8 +22,6 @@ std::u16string FieldText(int id) {
   return text;
 }
 
-bool IsMetric(const Form& form) { return form.metric && form.metric(); }
-
 double FallbackOf(const Form& form, const FormRow& row) {
   return IsMetric(form) ? row.fallback.mm : row.fallback.inch;
 }
@@ -44,11 +42,24 @@ std::u16string ConvertedText(const FormRow& row, std::u16string_view text, doubl
   return FixedText(kMmPerInch / value, row.decimals);
 }
 
-bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& value) {
+// What a field says by the rule. `value` is the number, if it is one.
+Misread ReadRow(const FormRow& row, const StrictRule& rule, double& value) {
+  const Misread why = ReadStrict(platform::TextOf(row.id), rule, value);
+  if (why == Misread::Empty && row.optional) return Misread::None;
+  const bool whole = value == static_cast<double>(static_cast<int>(value));
+  return why == Misread::None && row.kind == RowKind::Count && !whole ? Misread::NotWhole : why;
+}
+
+// False: it is no number by the strict rule.
+bool ReadNumber(const Form& form, const FormRow& row, const Reading& reading, FormValues& values) {
   const std::u16string text = FieldText(row.id);
-  if (reading == Reading::Strict && !(row.optional && text.empty())) {
-    if (!ReadStrictNumber(platform::TextOf(row.id), value)) return false;
-    return row.kind == RowKind::Number || value == static_cast<double>(static_cast<int>(value));
+  double& value = values.numbers[row.value];
+  double strict = value;
+  const Misread why = ReadRow(row, reading.rule, strict);
+  values.misread[row.value] = why;
+  if (reading.strict && !(row.optional && text.empty())) {
+    value = strict;
+    return why == Misread::None;
   }
   const double fallback = FallbackOf(form, row);
   value = row.kind == RowKind::Number ? ParseDecimal(text, fallback)
@@ -56,15 +67,51 @@ bool ReadNumber(const Form& form, const FormRow& row, Reading reading, double& v
   return true;
 }
 
+// Words that name their unit, after it changed.
+void ShowUnitWords(const FormEntry& entry, bool metric) {
+  const Form& form = *entry.form;
+  for (std::size_t i = 0; i < form.rows.size(); ++i) {
+    const FormRow& row = form.rows[i];
+    if (!row.labelMm[0]) continue;
+    const int index = static_cast<int>(i);
+    platform::SetText(LabelId(entry, index), LabelOf(row, metric));
+    if (RowOfControl(form, row.id) == index) {
+      platform::SetAccessibleName(row.id, NameOf(row, metric));
+    }
+  }
+}
+
 }  // namespace
 
+bool IsMetric(const Form& form) { return form.metric && form.metric(); }
+
+const char16_t* LabelOf(const FormRow& row, bool metric) {
+  return metric && row.labelMm[0] ? row.labelMm : row.label;
+}
+
+const char16_t* NameOf(const FormRow& row, bool metric) {
+  return row.name[0] ? row.name : LabelOf(row, metric);
+}
+
 std::u16string StartText(const Form& form, const FormRow& row) {
+  if (IsMetric(form) && row.startMm[0]) return row.startMm;
   if (row.follows == Follows::Nothing || !IsMetric(form)) return row.start;
   return ConvertedText(row, row.start, kMmPerInch);
 }
 
-bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, int& refused) {
+void StartForm(const Form& form, int page) {
+  for (const FormRow& row : form.rows) {
+    if (!OnPage(row, page) || row.filled) continue;
+    if (IsField(row.kind)) platform::SetText(row.id, StartText(form, row));
+    if (row.kind == RowKind::Choice && !row.rows.empty() && row.picks == 0) {
+      platform::SelectRow(row.id, row.chosen);
+    }
+  }
+}
+
+bool ReadForm(const Form& form, int page, const Reading& reading, FormValues& values) {
   values.metric = IsMetric(form);
+  values.refused = -1;
   for (std::size_t i = 0; i < form.rows.size(); ++i) {
     const FormRow& row = form.rows[i];
     if (!OnPage(row, page)) continue;
@@ -73,8 +120,8 @@ bool ReadForm(const Form& form, int page, Reading reading, FormValues& values, i
     }
     if (row.words >= 0) values.words[row.words] = platform::TextOf(row.id);
     if (!IsNumber(row) || row.value < 0) continue;
-    if (!ReadNumber(form, row, reading, values.numbers[row.value])) {
-      refused = static_cast<int>(i);
+    if (!ReadNumber(form, row, reading, values)) {
+      values.refused = static_cast<int>(i);
       return false;
     }
   }
@@ -95,7 +142,8 @@ void ShowForm(const Form& form, int page, const FormValues& values, int decimals
     if (!OnPage(row, page)) continue;
     if (row.words >= 0) platform::SetText(row.id, values.words[row.words]);
     if (!IsNumber(row) || row.value < 0) continue;
-    const int digits = row.kind == RowKind::Count ? 0 : decimals;
+    int digits = decimals == kRowDecimals ? row.decimals : decimals;
+    if (row.kind == RowKind::Count) digits = 0;
     platform::SetText(row.id, FixedText(values.numbers[row.value], digits));
   }
 }
@@ -127,11 +175,13 @@ bool ReadStrictField(int id, double& value) {
 }
 
 void ConvertForms(bool (*metric)(), double factor) {
-  for (int n = 0; const Form* form = FormAt(n); ++n) {
+  for (int n = 0; const FormEntry* entry = EntryAt(n); ++n) {
+    const Form* form = entry->form;
     if (!metric || form->metric != metric) continue;
+    ShowUnitWords(*entry, factor > 1);
     for (std::size_t i = 0; i < form->rows.size(); ++i) {
       const FormRow& row = form->rows[i];
-      // A control of several rows is converted once, as the row that is shown says.
+      // A control of several rows is converted once, as the row of the page that is up says.
       if (row.follows == Follows::Nothing || row.id == 0) continue;
       if (RowOfControl(*form, row.id) != static_cast<int>(i)) continue;
       const std::u16string text = platform::TextOf(row.id);

@@ -1,10 +1,12 @@
 #include "forms/sheet.h"
 
 #include <algorithm>
+#include <string>
 
 #include "app/join_table.h"
 #include "app/limits.h"
 #include "app/palette.h"
+#include "app/stop.h"
 #include "forms/form.h"
 
 namespace morva {
@@ -25,10 +27,12 @@ constexpr int kMostNotches = 100;
 
 struct SheetState {
   const Sheet* sheet = nullptr;
-  int top = 0;      // pixels scrolled away
-  int width = 0;    // of the paper
-  int height = 0;   // of the visible part
-  int content = 0;  // of the rows
+  const Form* form = nullptr;  // that is up on it
+  bool joined = false;         // its views are heard
+  int top = 0;                 // pixels scrolled away
+  int width = 0;               // of the paper
+  int height = 0;              // of the visible part
+  int content = 0;             // of the rows
   bool dragging = false;
   int dragFrom = 0;  // pointer and top where the thumb was taken
   int dragTop = 0;
@@ -115,26 +119,42 @@ void PaintArrow(Canvas& canvas, int y, int tip, platform::Colour colour) {
   platform::FillPolygon(canvas, points, 3, colour);
 }
 
-bool MakeOne(const SheetView& view, int parent) {
-  if (platform::Exists(view.id)) return true;
+void Stop(const Sheet& sheet, const char16_t* why) {
+  StopProgram(u"MORVA cannot start. The sheet " + std::u16string(sheet.frame.className) + why);
+}
+
+void MakeOne(const SheetView& view, int parent) {
+  if (platform::Exists(view.id)) return;
   platform::ViewSpec spec;
   spec.id = view.id;
   spec.className = view.className;
   spec.accessibleName = view.name;
   spec.background = kPanelBackground;
   spec.parent = parent;
-  return platform::MakeView(spec);
+  platform::MakeView(spec);
 }
 
 }  // namespace
 
-bool MakeSheet(const Sheet& sheet) {
-  return MakeOne(sheet.frame, sheet.parent) && MakeOne(sheet.bar, sheet.parent) &&
-         MakeOne(sheet.paper, sheet.frame.id);
+bool JoinSheet(const Sheet& sheet) {
+  SheetState& state = StateOf(sheet);
+  const bool first = !state.joined;
+  state.joined = true;
+  return first;
 }
 
-void PlaceSheet(const Sheet& sheet, const Rect& area) {
+void MakeSheet(const Sheet& sheet) {
+  if (!StateOf(sheet).joined) Stop(sheet, u" is not registered.");
+  if (!platform::Exists(sheet.parent)) Stop(sheet, u" has no parent.");
+  MakeOne(sheet.frame, sheet.parent);
+  MakeOne(sheet.bar, sheet.parent);
+  MakeOne(sheet.paper, sheet.frame.id);
+}
+
+void PlaceSheet(const Sheet& sheet, const Form& form, const Rect& area) {
   SheetState& state = StateOf(sheet);
+  if (state.form != &form) state.top = 0;
+  state.form = &form;
   state.width = RectWidth(area) - kSheetBar;
   state.height = RectHeight(area);
   platform::SetPlace(sheet.frame.id,
@@ -147,7 +167,8 @@ void PlaceSheet(const Sheet& sheet, const Rect& area) {
   MovePaper(state);
 }
 
-void HideSheet(const Sheet& sheet) {
+void HideSheet(const Sheet& sheet, const Form& form) {
+  if (StateOf(sheet).form != &form) return;
   for (const int id : {sheet.frame.id, sheet.bar.id}) platform::SetVisible(id, false);
 }
 
@@ -193,8 +214,10 @@ void ShowOnSheet(const Sheet& sheet, const Rect& place) {
 
 void ResetSheet(const Sheet& sheet) {
   SheetState& state = StateOf(sheet);
+  const bool joined = state.joined;
   state = SheetState();
   state.sheet = &sheet;
+  state.joined = joined;
 }
 
 void ResetSheets() { stateFill.count = 0; }

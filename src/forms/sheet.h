@@ -1,4 +1,5 @@
 // Sheets: the ground of a form that scrolls. A frame shows part of a paper, a bar scrolls it.
+// Several forms may share one, of which one is up at a time.
 #pragma once
 
 #include "app/panels.h"
@@ -8,6 +9,8 @@
 #include "platform/window.h"
 
 namespace morva {
+
+struct Form;  // forms/form.h
 
 struct SheetView {
   int id = 0;
@@ -19,17 +22,20 @@ struct Sheet {
   SheetView frame;
   SheetView paper;  // a child of the frame; the form's controls stand on it
   SheetView bar;
-  int parent = platform::kMainWindow;
+  int parent = 0;  // the view that the frame and the bar stand on
   int height = 0;  // pixels of the paper, whatever is shown on it; 0: as high as its rows
 };
 
 inline constexpr int kSheetBar = 16;  // pixels, width of the scroll bar
 
-// Makes the three views unless they stand already. False: they could not be made.
-bool MakeSheet(const Sheet& sheet);
-// In the parent's pixels, the scroll bar included; the scrolling is kept where it can be.
-void PlaceSheet(const Sheet& sheet, const platform::Rect& area);
-void HideSheet(const Sheet& sheet);
+// Makes the three views unless they stand already. The program stops with words where the sheet
+// was not registered or has no parent.
+void MakeSheet(const Sheet& sheet);
+// In the parent's pixels, the scroll bar included. A form that was up keeps its scrolling where it
+// can be, another one begins at its top.
+void PlaceSheet(const Sheet& sheet, const Form& form, const platform::Rect& area);
+// Nothing while another form is up on it.
+void HideSheet(const Sheet& sheet, const Form& form);
 // How high the rows on it are; looked at where the sheet has no height of its own.
 void SetSheetContent(const Sheet& sheet, int pixels);
 platform::Rect SheetPaper(const Sheet& sheet);  // width and height of the paper
@@ -49,9 +55,12 @@ void PaintSheetBar(const Sheet& sheet, platform::Canvas& canvas);
 bool SheetWheel(const Sheet& sheet, const platform::PointerEvent& event);
 bool SheetBarPointer(const Sheet& sheet, const platform::PointerEvent& event);
 
-// Joins the three views to the events of the window, once at start-up.
+// False: the sheet is registered already.
+bool JoinSheet(const Sheet& sheet);
+// Joins the three views to the events of the window, at start-up; a second call does nothing.
 template <const Sheet& sheet>
 void RegisterSheet() {
+  if (!JoinSheet(sheet)) return;
   Handlers frame;
   frame.id = sheet.frame.id;
   frame.paint = PaintSheetFrame;

@@ -7,32 +7,33 @@
 
 namespace morva {
 
-namespace {
-
-constexpr std::size_t kNumberUnits = 78;  // a longer text is no number
-
-}  // namespace
-
-bool ReadStrictNumber(std::u16string_view text, double& value) {
-  if (text.size() > kNumberUnits) return false;
-  std::size_t i = 0;
-  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) ++i;
+Misread ReadStrict(std::u16string_view text, const StrictRule& rule, double& value) {
+  if (rule.blanksBehind) {
+    while (!text.empty() && text.back() == u' ') text.remove_suffix(1);
+  }
+  if (text.empty()) return Misread::Empty;
+  if (text.size() > rule.units) return Misread::TooLong;
+  std::size_t i = text[0] == u'+' || text[0] == u'-' ? 1 : 0;
   int points = 0;
   int digits = 0;
   for (; i < text.size(); ++i) {
     if (text[i] == u'.') {
-      if (++points > 1) return false;
+      if (++points > 1) return Misread::NoNumber;
     } else if (IsDigit(text[i])) {
       ++digits;
     } else {
-      return false;
+      return Misread::NoNumber;
     }
   }
-  if (digits == 0) return false;
+  if (digits == 0) return Misread::NoNumber;
   const double read = ParseDecimal(text, 0);
-  if (!(std::fabs(read) < kStrictLimit)) return false;
+  if (!(std::fabs(read) < rule.below)) return Misread::TooLarge;
   value = read;
-  return true;
+  return Misread::None;
+}
+
+bool ReadStrictNumber(std::u16string_view text, double& value) {
+  return ReadStrict(text, {}, value) == Misread::None;
 }
 
 }  // namespace morva

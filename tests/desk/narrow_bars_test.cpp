@@ -23,13 +23,19 @@ namespace groove = support::groove;
 using platform::Rect;
 
 constexpr int kLastId = 4000;  // no control of the program's has a greater one
-constexpr int kFields[] = {groove::kSide, groove::kWidth,   groove::kHoles, groove::kDepth,
-                           groove::kFeed, groove::kPicture, groove::kInsert};
+constexpr int kFields[] = {groove::kSide,
+                           groove::kFirst + groove::kWidth,
+                           groove::kFirst + groove::kHoles,
+                           groove::kFirst + groove::kDepth,
+                           groove::kFirst + groove::kFeed,
+                           groove::kPicture,
+                           groove::kInsert};
 // The form is higher than what a small window leaves it, so it scrolls.
 enum : int { kFrame = 41020, kPaper, kBar };
 constexpr morva::Sheet kSheet{.frame = {kFrame, u"MadeUpFrame", u"Groove"},
                               .paper = {kPaper, u"MadeUpPaper", u"Groove"},
-                              .bar = {kBar, u"MadeUpBar", u"Scroll the groove"}};
+                              .bar = {kBar, u"MadeUpBar", u"Scroll the groove"},
+                              .parent = platform::kMainWindow};
 constexpr morva::FormLook kLook{.edge = 2};
 constexpr morva::Form kForm{.look = &kLook,
                             .sheet = &kSheet,

@@ -112,7 +112,7 @@ bool SetRow(const FormRow& row, const Setting& setting) {
 }
 
 void SetField(const Builder& builder, const Setting& setting) {
-  const unsigned page = morva::PageBit(PageOf(builder));
+  const unsigned page = morva::PageBit(morva::ReadPage(builder));
   for (const FormRow& row : builder.form->rows) {
     if ((row.pages & page) != 0 && SetRow(row, setting)) return;
   }
@@ -191,12 +191,9 @@ void SetUpCase(const BuilderCase& wanted, const Builder& builder) {
   EXPECT_TRUE(items.empty()) << "items stand before fields";
 }
 
-int PageOf(const Builder& builder) { return builder.page ? builder.page() : 0; }
-
-morva::FormValues ValuesOf(const Builder& builder, int& unread) {
+morva::FormValues ValuesOf(const Builder& builder) {
   morva::FormValues values;
-  unread = -1;
-  morva::ReadForm(*builder.form, PageOf(builder), builder.reading, values, unread);
+  morva::ReadForm(*builder.form, morva::ReadPage(builder), builder.reading, values);
   return values;
 }
 

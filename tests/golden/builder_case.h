@@ -48,9 +48,8 @@ const morva::Builder* BuilderOfWords(std::u16string_view words);
 // failure of the running test.
 void SetUpCase(const BuilderCase& wanted, const morva::Builder& builder);
 
-int PageOf(const morva::Builder& builder);
-// What the form says; `unread` is the row that holds no number, -1 for none.
-morva::FormValues ValuesOf(const morva::Builder& builder, int& unread);
+// What the form says.
+morva::FormValues ValuesOf(const morva::Builder& builder);
 std::u16string CodeOf(const morva::Builder& builder, const morva::FormValues& values);
 
 }  // namespace golden

@@ -75,11 +75,10 @@ morva::Picture& PictureOf(const Builder& builder, const FormValues& values) {
 }
 
 TEST_P(ProgramCases, WriteTheirCodeAndDrawTheirPicture) {
-  int unread = -1;
-  const FormValues values = ValuesOf(*builder, unread);
+  const FormValues values = ValuesOf(*builder);
   morva::Refusal refusal;
   if (builder->check) {
-    EXPECT_TRUE(builder->check(values, unread, refusal)) << platform::ToUtf8(refusal.words);
+    EXPECT_TRUE(builder->check(values, refusal)) << platform::ToUtf8(refusal.words);
   }
   ExpectFile("program.nc", CodeOf(*builder, values));
   if (builder->draw) {
@@ -93,8 +92,7 @@ TEST_P(ProgramCases, CutWhatTheyDraw) {
   if (!builder->draw) return;
   static std::vector<morva::MotionPoint> points(morva::kMaxMotionPoints);
   static morva::MotionPath path{points.data()};
-  int unread = -1;
-  const FormValues values = ValuesOf(*builder, unread);
+  const FormValues values = ValuesOf(*builder);
   morva::ExtractInto(path, CodeOf(*builder, values), {.metric = values.metric});
   ASSERT_LT(path.fullAtLine, 0);
   for (const std::string& difference :
@@ -106,7 +104,7 @@ TEST_P(ProgramCases, CutWhatTheyDraw) {
 // What the fields of the page that is up say: numbers as they count, lists by their row.
 std::vector<double> FieldsOf(const Builder& builder) {
   std::vector<double> fields;
-  const unsigned page = morva::PageBit(PageOf(builder));
+  const unsigned page = morva::PageBit(morva::ReadPage(builder));
   for (const FormRow& row : builder.form->rows) {
     if ((row.pages & page) == 0) continue;
     if (row.kind == RowKind::Choice) fields.push_back(platform::SelectedRow(row.id));
@@ -140,7 +138,7 @@ std::string RandomNumber(std::mt19937& random, bool whole) {
 
 // Fills the page with random values and tells what its numbers are, by the C library's reading.
 void FillForm(const Builder& builder, std::mt19937& random, FormValues& typed) {
-  const unsigned page = morva::PageBit(PageOf(builder));
+  const unsigned page = morva::PageBit(morva::ReadPage(builder));
   std::set<int> places;
   for (const FormRow& row : builder.form->rows) {
     if ((row.pages & page) == 0) continue;

@@ -28,7 +28,8 @@ TEST_F(FormRowLimits, FormsAndTheirRowsHaveRoom) {
 }
 
 TEST_F(FormRowLimits, RowsHaveRoomForTheirKeysAndTexts) {
-  static_assert(kMaxRowKeys == 6 && kMaxFormWords == 8 && kMaxFormNumbers == 16);
+  static_assert(kMaxRowKeys == 6 && kMaxFormWords == 8 && kMaxFormNumbers == 32 &&
+                kMaxFormChoices == 8);
   for (int n = 0; const Form* form = FormAt(n); ++n) {
     for (const FormRow& row : form->rows) {
       EXPECT_LT(row.words, kMaxFormWords);

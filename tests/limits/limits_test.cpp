@@ -41,6 +41,7 @@
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
+#include "support/kinds.h"
 #include "support/places.h"
 #include "support/workbench.h"
 #include "text/code_writer.h"
@@ -141,7 +142,7 @@ TEST_F(Limits, FeaturesFoundInTheText) {
 }
 
 TEST_F(Limits, FeaturesInserted) {
-  SetSettingsWriter(kKindShape, [](FeatureSettings& record) {
+  support::TakeKind(kKindShape, [](FeatureSettings& record) {
     record.version = 3;
     record.kind = kKindShape;
     return true;

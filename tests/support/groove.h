@@ -6,13 +6,17 @@
 #include "documents/builder.h"
 #include "library/units.h"
 #include "shell/modes.h"
+#include "support/kinds.h"
 
 namespace support::groove {
 
 using namespace morva;  // NOLINT: as a builder of the program is written
 
-enum : int { kDepth = 41000, kFeed, kWidth, kHoles, kSide, kPicture, kInsert };
-enum Number : int { kDepthNumber, kFeedNumber, kWidthNumber, kHolesNumber };
+// Ids of the list, the picture and the key; a number's id is kFirst and its place.
+inline constexpr int kFirst = 41000, kSide = 41010, kPicture = 41011, kInsert = 41012;
+// No mode of the program, so that no panel of the program stands in the way.
+inline constexpr int kMode = 90;
+enum Number : int { kDepth, kFeed, kWidth, kHoles };
 
 inline constexpr Command kCommands[] = {{.id = kInsert,
                                          .words = u"INSERT GROOVE",
@@ -22,68 +26,71 @@ inline constexpr const char16_t* kSides[] = {u"Left", u"Right"};
 // clang-format off
 inline constexpr FormRow kRows[] = {
     {.kind = RowKind::Choice, .id = kSide, .label = u"Side", .choice = 0, .rows = kSides},
-    {.id = kWidth, .label = u"Width", .start = u"2.000", .fallback = 1, .follows = Follows::Length,
-     .value = kWidthNumber, .enter = kInsert},
-    {.kind = RowKind::Count, .id = kHoles, .label = u"Holes", .start = u"2", .fallback = 1,
-     .value = kHolesNumber},
-    {.id = kDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
-     .follows = Follows::Length, .value = kDepthNumber},
-    {.id = kFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = Follows::Length,
-     .decimals = 2, .value = kFeedNumber},
+    {.id = kFirst + kWidth, .label = u"Width", .start = u"2.000", .fallback = 1,
+     .follows = Follows::Length, .value = kWidth, .enter = kInsert},
+    {.kind = RowKind::Count, .id = kFirst + kHoles, .label = u"Holes", .start = u"2",
+     .fallback = 1, .value = kHoles},
+    {.id = kFirst + kDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
+     .follows = Follows::Length, .value = kDepth},
+    {.id = kFirst + kFeed, .label = u"Feed", .start = u"10.00", .fallback = 10,
+     .follows = Follows::Length, .decimals = 2, .value = kFeed},
     {.kind = RowKind::View, .id = kPicture, .name = u"Groove", .className = u"GroovePicture",
      .least = 120},
     {.kind = RowKind::Keys, .keys = {kInsert}},
 };
 // clang-format on
-inline constexpr FormLook kLook{};
 inline constexpr Form kForm{
-    .look = &kLook, .rows = kRows, .metric = UnitsMetric, .takeUnit = SetUnits};
+    .sheet = &kBuilderSheet, .rows = kRows, .metric = UnitsMetric, .takeUnit = SetUnits};
 
 inline double Reach(const FormValues& v) {
-  return v.choices[0] == 0 ? -v.numbers[kWidthNumber] : v.numbers[kWidthNumber];
+  return v.choices[0] == 0 ? -v.numbers[kWidth] : v.numbers[kWidth];
 }
-inline bool Check(const FormValues& v, int, Refusal& refusal) {
+inline bool Check(const FormValues& v, Refusal& refusal) {
   refusal.words = u"Enter a positive feed.";
-  refusal.field = kFeed;
-  return v.numbers[kFeedNumber] > 0;
+  refusal.field = kFirst + kFeed;
+  return v.numbers[kFeed] > 0;
 }
 inline void Write(const FormValues& v, CodeWriter& out) {
   Line(out, u"");
   Line(out, u"(GROOVE)");
   Line(out, v.metric ? u"G21 (MM)" : u"G20 (INCH)");
   Line(out, u"G00 X0.000 Y0.000");
-  Put(out, u"G01 Z", v.numbers[kDepthNumber], 3);
-  Put(out, u" F", v.numbers[kFeedNumber], 1);
+  Put(out, u"G01 Z", v.numbers[kDepth], 3);
+  Put(out, u" F", v.numbers[kFeed], 1);
   Line(out, u"");
   Put(out, u"G01 X", Reach(v), 3);
-  Put(out, u" F", v.numbers[kFeedNumber], 1);
+  Put(out, u" F", v.numbers[kFeed], 1);
   Line(out, u"");
-  PutInteger(out, u"(HOLES ", static_cast<int>(v.numbers[kHolesNumber]));
+  PutInteger(out, u"(HOLES ", static_cast<int>(v.numbers[kHoles]));
   Line(out, u")");
 }
 inline void Draw(const FormValues& v, Picture& picture) {
   AddLine(picture, {0, 0}, {Reach(v), 0}, Ink::Feature);
 }
-// A kind and a mode that have no builder yet lend it their places in the tables.
 inline constexpr Builder kBuilder{.kind = kKindShape,
                                   .title = u"Groove",
                                   .form = &kForm,
-                                  .mode = kModeShapes,
-                                  .heightAboveView = 400,
+                                  .mode = kMode,
+                                  .showsPath = true,
                                   .insertKey = kInsert,
                                   .logged = u"Groove inserted.",
                                   .check = Check,
                                   .write = Write,
                                   .draw = Draw};
 
-// Joins it to the application that has started, and brings its panel up.
-inline void Join() {
-  AddCommands(kCommands);
-  RegisterBuilder<kBuilder>();
+// What is below stands in tests alone: a builder of the program is joined at start-up.
+
+// Joins a builder to the application that has started, and brings its panel up.
+template <const Builder& builder>
+void JoinLate(std::span<const Command> commands) {
+  AddCommands(commands);
+  FreeKind(builder.kind);
+  RegisterBuilder<builder>();
   for (int i = 0; i < PanelCount(); ++i) {
-    if (PanelAt(i).mode == kModeShapes) PanelAt(i).make();
+    if (PanelAt(i).mode == builder.mode) PanelAt(i).make();
   }
-  SetMode(kModeShapes);
+  SetMode(builder.mode);
 }
+inline void Join() { JoinLate<kBuilder>(kCommands); }
 
 }  // namespace support::groove

@@ -7,9 +7,9 @@
 #include "app/data_dir.h"
 #include "app/outlets.h"
 #include "documents/autosave.h"
-#include "documents/saving.h"
 #include "documents/editor_changes.h"
 #include "documents/program_tabs.h"
+#include "documents/saving.h"
 #include "support/stage.h"
 
 namespace support {

@@ -125,10 +125,9 @@ bool SelectionSource(const Pattern& n, Source& source) {
   return true;
 }
 
-bool ReadFields(Pattern& n, Reading reading) {
-  int refused = 0;
+bool ReadFields(Pattern& n, const Reading& reading) {
   const int page = n.rectangular ? kReadGrid : kReadCircle;
-  return ReadForm(kCadForm, page, reading, n.fields, refused);
+  return ReadForm(kCadForm, page, reading, n.fields);
 }
 
 // The item's sizes are read as far as their texts are numbers.
@@ -168,8 +167,7 @@ bool CountsFit(const Pattern& values, const Source& source, bool selection) {
 }
 
 bool ReadDirections(Pattern& n) {
-  int refused = 0;
-  return ReadForm(kCadForm, kReadDirections, Reading::Strict, n.fields, refused) ||
+  return ReadForm(kCadForm, kReadDirections, Reading::Strict, n.fields) ||
          Refuse(u"Enter numeric direction angles.");
 }
 

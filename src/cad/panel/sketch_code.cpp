@@ -60,7 +60,7 @@ std::size_t RoomForCode(const FormValues& /*values*/) {
   return static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
 }
 
-bool Check(const FormValues& values, int /*unread*/, Refusal& refusal) {
+bool Check(const FormValues& values, Refusal& refusal) {
   if (sketch.objectCount < 1) {
     refusal.words = u"Draw at least one object first.";
     refusal.icon = platform::BoxIcon::Information;
@@ -102,10 +102,10 @@ void TellResult(bool update) {
 
 // A field that is not wholly a number was read as far as it goes or replaced; the person at the
 // machine has to know.
-void TellReading(const FormRow& row, double used) {
-  double value = 0;
-  if (ReadStrictField(row.id, value)) return;
-  AppendOutput(row.label + (u" is not a number: " + SketchNumber(used, row.decimals)) +
+void TellReading(const FormRow& row, const FormValues& values) {
+  if (values.misread[row.value] == Misread::None) return;
+  AppendOutput(row.label +
+               (u" is not a number: " + SketchNumber(values.numbers[row.value], row.decimals)) +
                u" was used. Check the code before you run it.");
 }
 
@@ -114,17 +114,15 @@ void AfterInsertion(const FormValues& values, bool updated) {
   // Last, so that it stays on the status line too; there the first field stays longest.
   for (std::size_t i = kCadForm.rows.size(); i-- > 0;) {
     const FormRow& row = kCadForm.rows[i];
-    if (IsCutField(row)) TellReading(row, values.numbers[row.value]);
+    if (IsCutField(row)) TellReading(row, values);
   }
 }
-
-int CutDataPage() { return kPanelCutData; }
 
 constexpr Builder kSketchBuilder{
     .kind = kKindSketch,
     .title = u"Custom Shape Editor",
     .form = &kCadForm,
-    .page = CutDataPage,
+    .readPage = kPanelCutData,
     .insertKey = kIdCadGenerate,
     .asksWhere = true,
     .logged =

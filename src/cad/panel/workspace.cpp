@@ -255,7 +255,7 @@ void PlaceWorkspace(const Rect& area) {
   PlaceDrawingTabs(left, right, top);
   platform::SetPlace(kViewCadCanvas, Rect{left, top + kTabHeight + kGap, right, bottom});
   formPlace = Rect{right + kPad, top, width - kPad, bottom};
-  PlaceForm(kCadForm, formPlace, shownPanel);
+  PlaceForm(kCadForm, formPlace);
   platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
   platform::SetPlace(kIdCadHint, Rect{kPad, bottom + 2 + kLineHeight, width - kPad, height - 2});
   PlaceSizeBoxes();
@@ -274,7 +274,7 @@ void RefreshPanel() {
   if (!made || shownPanel == tools.panelMode) return;
   shownPanel = tools.panelMode;
   ScrollSheetToTop(kCadSheet);
-  PlaceForm(kCadForm, formPlace, shownPanel);
+  PlaceForm(kCadForm, formPlace);
 }
 
 void RefreshTools() {

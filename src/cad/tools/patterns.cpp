@@ -27,8 +27,7 @@ int Count(double typed, int most) { return std::clamp(static_cast<int>(typed), 1
 
 FormValues Fields(int page) {
   FormValues values;
-  int refused = 0;
-  ReadForm(kCadForm, page, Reading::Lax, values, refused);
+  ReadForm(kCadForm, page, Reading::Lax, values);
   return values;
 }
 

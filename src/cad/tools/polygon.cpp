@@ -86,9 +86,8 @@ bool CreatePolygon(int sides, double radius, double centreX, double centreY, dou
 
 void CreatePolygonFromPanel() {
   FormValues values;
-  int refused = 0;
   // What is no number makes no polygon; no sides are refused with the same words.
-  const bool read = ReadForm(kCadForm, kPanelPolygon, Reading::Strict, values, refused);
+  const bool read = ReadForm(kCadForm, kPanelPolygon, Reading::Strict, values);
   const double* n = values.numbers;
   CreatePolygon(read ? SidesOf(n[kPolygonSides]) : 0, n[kPolygonRadius], n[kPolygonX], n[kPolygonY],
                 n[kPolygonAngle]);

@@ -43,9 +43,8 @@ double PivotOf(int id, double held, double typed) {
 
 void ApplyRevolve() {
   FormValues values;
-  int refused = 0;
   // "1,5" is no number here, nor "90x": half of what was typed would move the geometry.
-  const bool read = ReadForm(kCadForm, kPanelRevolve, Reading::Strict, values, refused);
+  const bool read = ReadForm(kCadForm, kPanelRevolve, Reading::Strict, values);
   const double* n = values.numbers;
   const double heldX = tools.pivotX;
   const double heldY = tools.pivotY;

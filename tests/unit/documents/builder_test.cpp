@@ -6,6 +6,7 @@
 
 #include "app/commands.h"
 #include "app/panels.h"
+#include "app/stop.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
@@ -13,12 +14,15 @@
 #include "platform/canvas.h"
 #include "platform/listing.h"
 #include "shell/modes.h"
+#include "support/bores.h"
 #include "support/groove.h"
+#include "support/kinds.h"
 #include "support/workbench.h"
 
 namespace morva {
 namespace {
 
+using support::FreeKind;
 using namespace support::groove;  // NOLINT: its names are this test's subject
 
 struct MadeUpBuilder : support::Workbench {
@@ -29,17 +33,18 @@ struct MadeUpBuilder : support::Workbench {
 };
 
 TEST_F(MadeUpBuilder, StandsInThePanelOfItsMode) {
-  EXPECT_EQ(app.mode, kModeShapes);
-  for (const int id : {kSide, kWidth, kHoles, kDepth, kFeed, kPicture, kInsert}) {
+  EXPECT_EQ(app.mode, kMode);
+  for (const int id : {kSide, kFirst + kWidth, kFirst + kHoles, kFirst + kDepth, kFirst + kFeed,
+                       kPicture, kInsert}) {
     EXPECT_TRUE(platform::IsVisible(id)) << id;
   }
   EXPECT_EQ(platform::TextOf(kInsert), u"INSERT GROOVE");
   SetMode(kModeHome);
-  EXPECT_FALSE(platform::IsVisible(kWidth));
+  EXPECT_FALSE(platform::IsVisible(kFirst + kWidth));
 }
 
 TEST_F(MadeUpBuilder, WritesABlockAndTellsAboutIt) {
-  platform::SetText(kWidth, u"3");
+  platform::SetText(kFirst + kWidth, u"3");
   headless::Click(kInsert);
   EXPECT_NE(Text().find(u"G01 X-3.000 F10.0\r\n(HOLES 2)\r\n"), std::u16string::npos);
   EXPECT_TRUE(OutputHas(u"Groove inserted."));
@@ -48,7 +53,7 @@ TEST_F(MadeUpBuilder, WritesABlockAndTellsAboutIt) {
 
 TEST_F(MadeUpBuilder, RefusesAndChangesNothing) {
   const std::u16string before = Text();
-  platform::SetText(kFeed, u"-1");
+  platform::SetText(kFirst + kFeed, u"-1");
   headless::TakeBoxes();
   headless::Click(kInsert);
   const auto boxes = headless::TakeBoxes();
@@ -56,24 +61,24 @@ TEST_F(MadeUpBuilder, RefusesAndChangesNothing) {
   EXPECT_EQ(boxes[0].title, u"Groove");
   EXPECT_EQ(boxes[0].text, u"Enter a positive feed.");
   EXPECT_EQ(Text(), before);
-  EXPECT_EQ(platform::FocusedId(), kFeed);
+  EXPECT_EQ(platform::FocusedId(), kFirst + kFeed);
 }
 
 TEST_F(MadeUpBuilder, ReopensItsBlockAndUpdatesItInPlace) {
   platform::SelectRow(kSide, 1);
-  platform::SetText(kWidth, u"1.25");
-  platform::SetText(kHoles, u"7");
+  platform::SetText(kFirst + kWidth, u"1.25");
+  platform::SetText(kFirst + kHoles, u"7");
   headless::Click(kInsert);
   SetMode(kModeHome);
-  platform::SetText(kWidth, u"9");
+  platform::SetText(kFirst + kWidth, u"9");
   platform::SelectRow(kSide, 0);
   headless::Click(kIdFeatureEdit);
-  EXPECT_EQ(app.mode, kModeShapes);
-  EXPECT_EQ(platform::TextOf(kWidth), u"1.250000");
-  EXPECT_EQ(platform::TextOf(kHoles), u"7");
+  EXPECT_EQ(app.mode, kMode);
+  EXPECT_EQ(platform::TextOf(kFirst + kWidth), u"1.250000");
+  EXPECT_EQ(platform::TextOf(kFirst + kHoles), u"7");
   EXPECT_EQ(platform::SelectedRow(kSide), 1);
   EXPECT_EQ(platform::TextOf(kInsert), u"UPDATE GROOVE");
-  platform::SetText(kWidth, u"4");
+  platform::SetText(kFirst + kWidth, u"4");
   headless::Click(kInsert);
   EXPECT_NE(Text().find(u"G01 X4.000 F10.0"), std::u16string::npos);
   EXPECT_EQ(Text().find(u"G01 X1.250"), std::u16string::npos);
@@ -83,7 +88,7 @@ TEST_F(MadeUpBuilder, ReopensItsBlockAndUpdatesItInPlace) {
 // Fields to record to fields to record: the same bytes.
 TEST_F(MadeUpBuilder, KeepsItsRecordThroughTheForm) {
   for (const char16_t* width : {u"0.375", u"2", u"123456.789", u"-0.000001", u"0.1"}) {
-    platform::SetText(kWidth, width);
+    platform::SetText(kFirst + kWidth, width);
     FeatureSettings first;
     ASSERT_TRUE(StoreBuilder(kBuilder, first));
     ASSERT_TRUE(OpenBuilder(kBuilder, first));
@@ -102,48 +107,71 @@ TEST_F(MadeUpBuilder, KeepsItsRecordThroughTheForm) {
 TEST_F(MadeUpBuilder, MayShowTheToolpathViewWithItsPanel) {
   ASSERT_TRUE(platform::IsVisible(kViewToolpath));
   const platform::Rect view = platform::PlaceOf(kViewToolpath);
-  for (const int id : {kSide, kWidth, kHoles, kDepth, kFeed, kPicture, kInsert}) {
-    const platform::Rect place = platform::PlaceOf(id);
-    EXPECT_TRUE(place.bottom <= view.top || place.left >= view.right) << id;
+  const platform::Rect form = platform::PlaceOf(kViewBuilder);
+  EXPECT_TRUE(form.bottom <= view.top || form.left >= view.right);
+  for (const int id : {kSide, kFirst + kWidth, kFirst + kHoles, kFirst + kDepth, kFirst + kFeed,
+                       kPicture, kInsert}) {
+    ShowFormControl(id);
+    const platform::Rect place = platform::PlaceInMainWindow(id);
+    EXPECT_GE(place.top, form.top) << id;
+    EXPECT_LE(place.bottom, form.bottom) << id;
   }
 }
 
-// A builder whose list says which page its form shows; both pages have a number in place 1.
-enum : int { kPagedKind = kInsert + 10, kPagedFirst, kPagedSecond, kPagedKey };
-constexpr Command kPagedCommands[] = {
-    {.id = kPagedKey, .words = u"INSERT PAGED", .help = u"For tests", .wordsOn = u"UPDATE PAGED"}};
-constexpr FormRow kPagedRows[] = {
-    {.kind = RowKind::Choice, .id = kPagedKind, .label = u"Kind", .choice = 0, .rows = kSides},
-    {.id = kPagedFirst, .label = u"First", .start = u"1", .value = 1, .pages = 1},
-    {.id = kPagedSecond, .label = u"Second", .start = u"2", .value = 1, .pages = 2},
-    {.kind = RowKind::Keys, .keys = {kPagedKey}},
-};
-constexpr Form kPagedForm{.look = &kLook, .rows = kPagedRows, .metric = UnitsMetric};
-constexpr Builder kPagedBuilder{
-    .kind = kKindRectangular,
-    .title = u"Paged",
-    .form = &kPagedForm,
-    .page = [] { return platform::SelectedRow(kPagedKind) == 1 ? 1 : 0; },
-    .mode = kModeSlot,
-    .insertKey = kPagedKey,
-    .write = Write};
-
+// The page comes up first, as the record's list says, then its numbers.
 TEST_F(MadeUpBuilder, OpensTheRecordOnThePageThatItsListChooses) {
-  AddCommands(kPagedCommands);
-  RegisterBuilder<kPagedBuilder>();
-  for (int i = 0; i < PanelCount(); ++i) {
-    if (PanelAt(i).mode == kModeSlot) PanelAt(i).make();
-  }
-  SetMode(kModeSlot);
-  ASSERT_TRUE(platform::IsVisible(kPagedFirst));
+  support::bores::Join();
+  const int feed = support::bores::kFirst + support::bores::kFeed;
+  const int count = support::bores::kFirst + support::bores::kNinth;
+  ASSERT_TRUE(platform::IsVisible(feed));
+  EXPECT_EQ(platform::AccessibleName(count), u"X max");
   FeatureSettings record;
-  record.a = 1;
-  record.values[1] = 7;
-  ASSERT_TRUE(OpenBuilder(kPagedBuilder, record));
-  EXPECT_EQ(platform::TextOf(kPagedSecond), u"7.000000");
-  EXPECT_EQ(platform::TextOf(kPagedFirst), u"1");
-  EXPECT_TRUE(platform::IsVisible(kPagedSecond));
-  EXPECT_FALSE(platform::IsVisible(kPagedFirst));
+  record.a = support::bores::kTap;
+  record.values[support::bores::kFeed] = 16;
+  record.values[support::bores::kNinth] = 7;
+  ASSERT_TRUE(OpenBuilder(support::bores::kBuilder, record));
+  EXPECT_EQ(platform::TextOf(feed), u"16.000000");
+  EXPECT_EQ(platform::TextOf(count), u"7");
+  EXPECT_EQ(platform::AccessibleName(feed), u"TPI");
+  EXPECT_EQ(platform::AccessibleName(count), u"Hole count");
+}
+
+// Its list shows "Tap": 20 threads an inch are a pitch of 1.27 mm, and a count follows no unit.
+TEST_F(MadeUpBuilder, ConvertsTheHiddenPageThatItsListShows) {
+  support::bores::Join();
+  ASSERT_TRUE(headless::SelectRows(support::bores::kOperation, {support::bores::kTap}));
+  EXPECT_EQ(platform::TextOf(support::bores::kFirst + support::bores::kFeed), u"20");
+  SetMode(kModeHome);
+  SetUnits(true);
+  EXPECT_EQ(platform::TextOf(support::bores::kFirst + support::bores::kFeed), u"1.270");
+  EXPECT_EQ(platform::TextOf(support::bores::kFirst + support::bores::kNinth), u"4");
+  EXPECT_EQ(platform::AccessibleName(support::bores::kFirst + support::bores::kFeed), u"Pitch mm");
+  EXPECT_EQ(FieldFallback(support::bores::kFirst + support::bores::kFeed), 1.27);
+}
+
+TEST_F(MadeUpBuilder, StartsThePageThatTheUserPicksInTheUnitOfTheForm) {
+  support::bores::Join();
+  SetUnits(true);
+  const int feed = support::bores::kFirst + support::bores::kFeed;
+  platform::SetText(feed, u"77");
+  ASSERT_TRUE(headless::SelectRows(support::bores::kOperation, {support::bores::kDrill}));
+  EXPECT_EQ(platform::TextOf(feed), u"203.20");
+  EXPECT_EQ(platform::TextOf(support::bores::kFirst + support::bores::kDepth), u"-12.5");
+  EXPECT_EQ(platform::AccessibleName(feed), u"Drill feed");
+}
+
+TEST(BuildersDeathTest, StopAtAModeThatHasAPanelAlready) {
+  ClearPanels();
+  ResetForms();
+  RegisterBuilder<support::bores::kBuilder>();
+  static constexpr Builder kSecond{
+      .form = &kForm, .mode = support::bores::kMode, .insertKey = kInsert, .write = Write};
+  EXPECT_EXIT(RegisterBuilder<kSecond>(), testing::ExitedWithCode(kStopExitCode),
+              "Mode 91 has two panels");
+  ClearPanels();
+  ResetForms();
+  ResetBuilders();
+  FreeKind(kKindRectangular);
 }
 
 constexpr int kOtherKey = kInsert + 1;
@@ -181,14 +209,14 @@ TEST_F(MadeUpBuilder, TellsWhichPartOfItsPictureWasPressed) {
 // A record in millimetres must not come back as so many inches.
 TEST_F(MadeUpBuilder, ReopensABlockOfTheOtherUnitInTheUnitOfTheBlock) {
   SetUnits(true);
-  platform::SetText(kWidth, u"50");
-  platform::SetText(kFeed, u"300");
+  platform::SetText(kFirst + kWidth, u"50");
+  platform::SetText(kFirst + kFeed, u"300");
   headless::Click(kInsert);
   EXPECT_NE(Text().find(u"G01 X-50.000 F300.0"), std::u16string::npos);
   SetUnits(false);
   headless::Click(kIdFeatureEdit);
   EXPECT_TRUE(UnitsMetric());
-  EXPECT_EQ(platform::TextOf(kWidth), u"50.000000");
+  EXPECT_EQ(platform::TextOf(kFirst + kWidth), u"50.000000");
   headless::Click(kInsert);
   EXPECT_NE(Text().find(u"G01 X-50.000 F300.0"), std::u16string::npos);
   EXPECT_NE(Text().find(u"(GROOVE)\r\nG21"), std::u16string::npos);
@@ -209,9 +237,9 @@ TEST_F(MadeUpBuilder, DrawsWhatTheFieldsSay) {
 
 TEST_F(MadeUpBuilder, FollowsTheUnitOfTheApplication) {
   SetUnits(true);
-  EXPECT_EQ(platform::TextOf(kWidth), u"50.800");
-  EXPECT_EQ(platform::TextOf(kFeed), u"254.00");
-  EXPECT_EQ(platform::TextOf(kHoles), u"2");
+  EXPECT_EQ(platform::TextOf(kFirst + kWidth), u"50.800");
+  EXPECT_EQ(platform::TextOf(kFirst + kFeed), u"254.00");
+  EXPECT_EQ(platform::TextOf(kFirst + kHoles), u"2");
   FeatureSettings record;
   StoreBuilder(kBuilder, record);
   EXPECT_EQ(record.metric, 1);
@@ -227,13 +255,13 @@ TEST_F(MadeUpBuilder, IsGoneOnceRoomsAreJoinedAnew) {
 
 // Plain text of as many units as the field says.
 void WriteMuch(const FormValues& v, CodeWriter& out) {
-  Put(out, std::u16string(static_cast<std::size_t>(v.numbers[kWidthNumber]), u'G'));
+  Put(out, std::u16string(static_cast<std::size_t>(v.numbers[kWidth]), u'G'));
 }
 constexpr Builder kLongBuilder{.title = u"Groove", .form = &kForm, .write = WriteMuch};
 
 TEST_F(MadeUpBuilder, RefusesCodeThatFindsNoRoomInsteadOfCuttingIt) {
   const std::u16string before = Text();
-  platform::SetText(kWidth, u"131073");
+  platform::SetText(kFirst + kWidth, u"131073");
   headless::TakeBoxes();
   EXPECT_FALSE(InsertFromBuilder(kLongBuilder));
   const auto boxes = headless::TakeBoxes();
@@ -241,7 +269,7 @@ TEST_F(MadeUpBuilder, RefusesCodeThatFindsNoRoomInsteadOfCuttingIt) {
   EXPECT_EQ(boxes[0].title, u"Groove");
   EXPECT_EQ(boxes[0].text, u"The code is larger than 131072 characters. Nothing was inserted.");
   EXPECT_EQ(Text(), before);
-  platform::SetText(kWidth, u"131072");
+  platform::SetText(kFirst + kWidth, u"131072");
   EXPECT_TRUE(InsertFromBuilder(kLongBuilder));
   EXPECT_NE(Text().find(std::u16string(131072, u'G')), std::u16string::npos);
 }

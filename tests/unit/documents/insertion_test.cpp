@@ -7,6 +7,7 @@
 
 #include "app/stop.h"
 #include "documents/builder_table.h"
+#include "support/kinds.h"
 #include "unit/documents/block_builder.h"
 #include "unit/documents/blocks_stage.h"
 
@@ -59,9 +60,9 @@ struct InsertText : BlocksStage {
 
 struct InsertBlock : BlocksStage {
   InsertBlock() {
-    SetSettingsWriter(kKindShape, WriteShape);
-    SetSettingsWriter(kKindCircular, WriteCircular);
-    SetSettingsWriter(kKindSketch, WriteSketch);
+    support::TakeKind(kKindShape, WriteShape);
+    support::TakeKind(kKindCircular, WriteCircular);
+    support::TakeKind(kKindSketch, WriteSketch);
   }
   static headless::BoxRecord Box() {
     const auto boxes = headless::TakeBoxes();
@@ -300,11 +301,11 @@ TEST_F(InsertBlock, RefusesAModelThatCannotBeStored) {
     EXPECT_EQ(box.icon, platform::BoxIcon::Warning);
     EXPECT_EQ(box.buttons, platform::BoxButtons::Ok);
   };
-  SetSettingsWriter(kKindShape, WriteNothing);
+  support::TakeKind(kKindShape, WriteNothing);
   refused(kKindShape);
-  SetSettingsWriter(kKindShape, WriteDamaged);
+  support::TakeKind(kKindShape, WriteDamaged);
   refused(kKindShape);
-  SetSettingsWriter(kKindShape, WriteSketch);  // another kind than asked for
+  support::TakeKind(kKindShape, WriteSketch);  // another kind than asked for
   refused(kKindShape);
   refused(kKindSkim);  // nobody writes this kind
   refused(0);
@@ -317,6 +318,12 @@ TEST_F(InsertBlock, AWriterOfAnUnknownKindStopsTheProgram) {
     EXPECT_EXIT(SetSettingsWriter(kind, WriteNothing), testing::ExitedWithCode(kStopExitCode),
                 "settings writer has the unknown kind");
   }
+}
+
+TEST_F(InsertBlock, ASecondWriterOfAKindStopsTheProgram) {
+  SetSettingsWriter(kKindShape, WriteShape);  // the same once more
+  EXPECT_EXIT(SetSettingsWriter(kKindShape, WriteNothing), testing::ExitedWithCode(kStopExitCode),
+              "Two settings writers have kind 1");
 }
 
 int picked = 0;
@@ -339,7 +346,7 @@ TEST_F(InsertBlock, AsksForADestinationWhereItIsToldTo) {
 
 TEST_F(InsertBlock, RefusesUnstorableSettingsBeforeThePicker) {
   SetDestinationPicker(PickCancel);
-  SetSettingsWriter(kKindSketch, WriteNothing);
+  support::TakeKind(kKindSketch, WriteNothing);
   picked = 0;
   EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
   EXPECT_EQ(picked, 0);

@@ -7,6 +7,7 @@
 
 #include "app/commands.h"
 #include "app/router.h"
+#include "app/stop.h"
 #include "forms/sheet.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
@@ -87,7 +88,8 @@ constexpr FormLook kLook{};
 constexpr Form kForm{.look = &kLook, .rows = kRows, .metric = IsMetric, .escape = kEscape};
 constexpr Sheet kSheet{.frame = {kFrame, u"TestFrame", u"Frame"},
                        .paper = {kPaper, u"TestPaper", u"Paper"},
-                       .bar = {kBar, u"TestBar", u"Bar"}};
+                       .bar = {kBar, u"TestBar", u"Bar"},
+                       .parent = platform::kMainWindow};
 constexpr Form kScrolling{.sheet = &kSheet, .rows = kRows, .metric = IsMetric};
 
 struct FormStage : support::Stage {
@@ -199,8 +201,7 @@ TEST_F(FormStage, ReadsLaxNumbersWithTheFallbackOfTheUnit) {
   platform::SetText(kName, u"A b");
   platform::SelectRow(kItem, 0);
   FormValues values;
-  int refused = -1;
-  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values, refused));
+  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values));
   EXPECT_EQ(values.numbers[0], 2.5);
   EXPECT_EQ(values.numbers[2], 6);
   EXPECT_EQ(values.choices[1], 0);
@@ -208,7 +209,7 @@ TEST_F(FormStage, ReadsLaxNumbersWithTheFallbackOfTheUnit) {
   EXPECT_FALSE(values.metric);
   platform::SetText(kSize, u"");
   metric = true;
-  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values, refused));
+  ASSERT_TRUE(ReadForm(kForm, 0, Reading::Lax, values));
   EXPECT_EQ(values.numbers[0], 6);
   EXPECT_TRUE(values.metric);
 }
@@ -221,15 +222,14 @@ TEST_F(FormStage, TakesTheFallbackForAnOptionalNumberThatIsLeftOut) {
   RegisterForm(kTurnForm);
   MakeForm(kTurnForm);
   FormValues values;
-  int refused = -1;
-  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
+  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values));
   EXPECT_EQ(values.numbers[3], 90);
   platform::SetText(kTurn, u"45.5");
-  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
+  EXPECT_TRUE(ReadForm(kTurnForm, 0, Reading::Strict, values));
   EXPECT_EQ(values.numbers[3], 45.5);
   platform::SetText(kTurn, u"45x");
-  EXPECT_FALSE(ReadForm(kTurnForm, 0, Reading::Strict, values, refused));
-  EXPECT_EQ(refused, 0);
+  EXPECT_FALSE(ReadForm(kTurnForm, 0, Reading::Strict, values));
+  EXPECT_EQ(values.refused, 0);
 }
 
 TEST_F(FormStage, WritesANumberWithTheDecimalsOfItsField) {
@@ -242,16 +242,15 @@ TEST_F(FormStage, WritesANumberWithTheDecimalsOfItsField) {
 TEST_F(FormStage, RefusesByTheStrictRuleAndSaysWhichRow) {
   MakeForm(kForm);
   FormValues values;
-  int refused = -1;
   platform::SetText(kSize, u"0,75");
-  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values, refused));
-  EXPECT_EQ(refused, 1);
+  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values));
+  EXPECT_EQ(values.refused, 1);
   platform::SetText(kSize, u"0.75");
   platform::SetText(kCount, u"2.5");
-  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values, refused));
-  EXPECT_EQ(refused, 3);
+  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values));
+  EXPECT_EQ(values.refused, 3);
   platform::SetText(kCount, u"2");
-  EXPECT_TRUE(ReadForm(kForm, 0, Reading::Strict, values, refused));
+  EXPECT_TRUE(ReadForm(kForm, 0, Reading::Strict, values));
   EXPECT_EQ(values.numbers[2], 2);
 }
 
@@ -278,6 +277,107 @@ TEST_F(FormStage, StartsInTheUnitThatItIsMadeIn) {
   platform::SetText(kSize, u"3");
   PlaceForm(kForm, {0, 0, 200, 600}, 0);
   EXPECT_EQ(platform::TextOf(kSize), u"3");
+}
+
+// Page 2 calls the same control by another name and starts it with another text.
+TEST_F(FormStage, CallsAControlOfSeveralRowsAsTheRowThatIsShown) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  EXPECT_EQ(platform::AccessibleName(kSize), u"Size");
+  PlaceForm(kForm, {0, 0, 200, 600}, 2);
+  EXPECT_EQ(platform::AccessibleName(kSize), u"Radius");
+  PlaceForm(kForm, {0, 0, 200, 600}, 0);
+  EXPECT_EQ(platform::AccessibleName(kSize), u"Size");
+}
+
+TEST_F(FormStage, StartsAPageWithItsTextsInItsUnit) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 2);
+  platform::SetText(kSize, u"7");
+  platform::SetText(kCount, u"9");
+  StartForm(kForm, 2);
+  EXPECT_EQ(platform::TextOf(kSize), u"1");
+  EXPECT_EQ(platform::TextOf(kCount), u"9");  // on another page
+  metric = true;
+  platform::SelectRow(kItem, 0);
+  StartForm(kForm, 0);
+  EXPECT_EQ(platform::TextOf(kSize), u"12.700");
+  EXPECT_EQ(platform::TextOf(kCount), u"6");
+  EXPECT_EQ(platform::SelectedRow(kItem), 1);
+}
+
+constexpr FormRow kPagedRows[] = {
+    {.id = kSize,
+     .label = u"Feed",
+     .start = u"10",
+     .fallback = 10,
+     .follows = Follows::Length,
+     .decimals = 2,
+     .value = 0,
+     .pages = PageBit(0)},
+    {.id = kSize,
+     .label = u"TPI",
+     .labelMm = u"Pitch",
+     .start = u"20",
+     .fallback = 20,
+     .follows = Follows::Thread,
+     .value = 0,
+     .pages = PageBit(1)},
+};
+int pageUp = 0;
+constexpr Form kPagedForm{
+    .look = &kLook, .rows = kPagedRows, .page = [] { return pageUp; }, .metric = IsMetric};
+
+// By hand: 8 threads an inch are a pitch of 3.175 mm; 8 inches a minute are 203.20 mm.
+TEST_F(FormStage, ConvertsAHiddenControlByTheRowOfThePageThatIsUp) {
+  ResetForms();
+  RegisterForm(kPagedForm);
+  for (const int page : {0, 1}) {
+    pageUp = page;
+    PlaceForm(kPagedForm, {0, 0, 200, 600});
+    HideForm(kPagedForm);
+    platform::SetText(kSize, u"8");
+    ConvertForms(IsMetric, 25.4);
+    EXPECT_EQ(platform::TextOf(kSize), page == 0 ? u"203.20" : u"3.175");
+    EXPECT_EQ(RowOfControl(kPagedForm, kSize), page);
+    EXPECT_EQ(FieldFallback(kSize), page == 0 ? 10 : 20);
+    EXPECT_EQ(NumberText(kSize, 1), page == 0 ? u"1.00" : u"1.000");
+  }
+  // The words follow the unit, which a conversion by less than 1 leaves again.
+  EXPECT_EQ(platform::AccessibleName(kSize), u"Pitch");
+  ConvertForms(IsMetric, 1 / 25.4);
+  EXPECT_EQ(platform::AccessibleName(kSize), u"TPI");
+}
+
+TEST_F(FormStage, SaysWhyAFieldIsNoNumber) {
+  MakeForm(kForm);
+  FormValues values;
+  platform::SetText(kSize, u"0,75");
+  platform::SetText(kCount, u"2.5");
+  EXPECT_TRUE(ReadForm(kForm, 0, Reading::Lax, values));
+  EXPECT_EQ(values.refused, -1);
+  EXPECT_EQ(values.misread[0], Misread::NoNumber);
+  EXPECT_EQ(values.misread[2], Misread::NotWhole);
+  platform::SetText(kSize, u"");
+  platform::SetText(kCount, u"2");
+  EXPECT_FALSE(ReadForm(kForm, 0, Reading::Strict, values));
+  EXPECT_EQ(values.refused, 1);
+  EXPECT_EQ(values.misread[0], Misread::Empty);
+  constexpr Reading blanks{.strict = true, .rule = {.below = 10, .blanksBehind = true}};
+  platform::SetText(kSize, u"9.5 ");
+  EXPECT_TRUE(ReadForm(kForm, 0, blanks, values));
+  EXPECT_EQ(values.numbers[0], 9.5);
+  EXPECT_EQ(values.misread[0], Misread::None);
+  platform::SetText(kSize, u"10");
+  EXPECT_FALSE(ReadForm(kForm, 0, blanks, values));
+  EXPECT_EQ(values.misread[0], Misread::TooLarge);
+}
+
+TEST_F(FormStage, ShowsNumbersWithTheDecimalsOfTheirRows) {
+  RegisterForm(kTurnForm);
+  MakeForm(kTurnForm);
+  FormValues values;
+  values.numbers[3] = 1.23456;
+  ShowForm(kTurnForm, 0, values);
+  EXPECT_EQ(platform::TextOf(kTurn), u"1.2346");
 }
 
 // The size field belongs to two rows and is converted once.
@@ -376,6 +476,68 @@ TEST_F(FormStage, ScrollsASheetByWheelPagesAndFocus) {
   FormFocusChanged(kFirstKey, true);
   EXPECT_GT(SheetTop(kSheet), 0);
   EXPECT_LE(SheetTop(kSheet), height - 100);
+}
+
+constexpr FormRow kTwice[] = {{.id = kTurn, .pages = PageBit(0)},
+                              {.id = kTurn, .pages = PageBit(0) | PageBit(1)}};
+constexpr Form kTwiceForm{.rows = kTwice};
+constexpr FormRow kKeyTwice[] = {{.kind = RowKind::Keys, .keys = {kFirstKey}}};
+constexpr Form kKeyTwiceForm{.rows = kKeyTwice};
+constexpr Sheet kLostSheet{.frame = {kFrame, u"LostFrame", u"Frame"},
+                           .paper = {kPaper, u"LostPaper", u"Paper"},
+                           .bar = {kBar, u"LostBar", u"Bar"}};
+constexpr Form kLostForm{.sheet = &kLostSheet, .rows = kTurnRows};
+
+using FormStageDeathTest = FormStage;
+
+TEST_F(FormStageDeathTest, StopsAtAControlThatIsTaken) {
+  EXPECT_EXIT(RegisterForm(kTwiceForm), testing::ExitedWithCode(kStopExitCode),
+              "Control 41016 stands on two rows of one page");
+  EXPECT_EXIT(RegisterForm(kKeyTwiceForm), testing::ExitedWithCode(kStopExitCode),
+              "Control 41009 stands on two forms");
+}
+
+TEST_F(FormStageDeathTest, StopsAtASheetThatNobodyHearsOrThatStandsNowhere) {
+  RegisterForm(kLostForm);
+  EXPECT_EXIT(MakeForm(kLostForm), testing::ExitedWithCode(kStopExitCode),
+              "The sheet LostFrame is not registered");
+  RegisterSheet<kLostSheet>();
+  EXPECT_EXIT(MakeForm(kLostForm), testing::ExitedWithCode(kStopExitCode),
+              "The sheet LostFrame has no parent");
+}
+
+// Of two forms on one sheet one is up: it begins at its top and hides the other's frame with it.
+TEST_F(FormStage, SharesASheetWithAnotherForm) {
+  ResetForms();
+  static constexpr Form second{.sheet = &kSheet, .rows = kTurnRows};
+  RegisterForm(kScrolling);
+  RegisterForm(second);
+  RegisterSheet<kSheet>();
+  PlaceForm(kScrolling, {0, 0, 216, 100}, 0);
+  ScrollSheet(kSheet, 40);
+  ASSERT_EQ(SheetTop(kSheet), 40);
+  HideForm(second);
+  EXPECT_TRUE(platform::IsVisible(kFrame));
+  PlaceForm(kScrolling, {0, 0, 216, 100}, 0);
+  EXPECT_EQ(SheetTop(kSheet), 40);
+  PlaceForm(second, {0, 0, 216, 100});
+  HideForm(kScrolling);
+  EXPECT_TRUE(platform::IsVisible(kFrame));
+  EXPECT_TRUE(platform::IsVisible(kTurn));
+  EXPECT_FALSE(platform::IsVisible(kCount));
+  EXPECT_EQ(SheetTop(kSheet), 0);
+  HideForm(second);
+  EXPECT_FALSE(platform::IsVisible(kFrame));
+}
+
+// A row that takes what is left takes all of it, so nothing is left to scroll.
+TEST_F(FormStage, LeavesNothingToScrollWhereARowFillsTheSheet) {
+  ResetForms();
+  RegisterForm(kScrolling);
+  RegisterSheet<kSheet>();
+  PlaceForm(kScrolling, {0, 0, 216, 400}, 1);
+  ScrollSheet(kSheet, 40);
+  EXPECT_EQ(SheetTop(kSheet), 0);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
+#include "support/kinds.h"
 #include "support/workbench.h"
 #include "text/codetext.h"
 
@@ -35,7 +36,7 @@ struct DestinationTest : support::Workbench {
   void SetUp() override {
     Workbench::SetUp();
     headless::Advance(200);  // the template is tagged
-    SetSettingsWriter(kKindSketch, WriteModel);
+    support::TakeKind(kKindSketch, WriteModel);
     platform::SetEditorText(kIdEditor, kThree);
     Caret(0);
     opened = false;

@@ -14,6 +14,7 @@
 #include "platform/listing.h"
 #include "simulator/line_highlight.h"
 #include "simulator/motion_path.h"
+#include "support/kinds.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -263,7 +264,7 @@ TEST_F(FeatureOps, AnInsertedBlockTakesTheNameBoxAlong) {
   Load(kTwo);
   Select(1);
   headless::Click(kIdFeatureInclude);
-  SetSettingsWriter(kKindShape, [](FeatureSettings& record) {
+  support::TakeKind(kKindShape, [](FeatureSettings& record) {
     record = SlotSettings(u"");
     return true;
   });
@@ -361,9 +362,17 @@ TEST_F(FeatureOps, ABuilderOfAnUnknownKindStopsTheProgram) {
   }
 }
 
+TEST_F(FeatureOps, ASecondBuilderOfAKindStopsTheProgram) {
+  const BuilderOpener other = [](const FeatureSettings&) { return false; };
+  support::TakeKind(kKindShape, Opener);
+  SetBuilderOpener(kKindShape, Opener);  // the same once more
+  EXPECT_EXIT(SetBuilderOpener(kKindShape, other), testing::ExitedWithCode(kStopExitCode),
+              "Two builders have kind 1");
+}
+
 TEST_F(FeatureOps, ReopensABlockWhoseCodeWasOnlyReformatted) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   const std::u16string code = u"G1 X1 Y2\r\n";
   Load(SettingsBlockText(1, u"", SlotSettings(code), u"G1  X1Y2\r\n\r\n"));
   Select(0);
@@ -377,7 +386,7 @@ TEST_F(FeatureOps, ReopensABlockWhoseCodeWasOnlyReformatted) {
 
 TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X2\r\n"));
   Select(0);
   headless::TakeBoxes();
@@ -395,7 +404,7 @@ TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
 // An excluded block without its stored code counts as edited: nobody knows what it was.
 TEST_F(FeatureOps, RefusesAnExcludedBlockWhoseStoredCodeIsMissing) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   Load(SettingsBlockText(1, u"", SlotSettings(u""), u"(MORVA DISABLED 9)\r\n"));
   Select(0);
   headless::TakeBoxes();
@@ -407,7 +416,7 @@ TEST_F(FeatureOps, RefusesAnExcludedBlockWhoseStoredCodeIsMissing) {
 }
 
 TEST_F(FeatureOps, ABuilderThatDoesNotOpenLeavesNoBlockUnderEdit) {
-  SetBuilderOpener(kKindShape, [](const FeatureSettings&) { return false; });
+  support::TakeKind(kKindShape, [](const FeatureSettings&) { return false; });
   Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n"));
   Select(0);
   headless::Click(kIdFeatureEdit);
@@ -416,7 +425,7 @@ TEST_F(FeatureOps, ABuilderThatDoesNotOpenLeavesNoBlockUnderEdit) {
 }
 
 TEST_F(FeatureOps, EveryOperationDropsTheBlockUnderEdit) {
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   const std::u16string block = SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
   const auto underEdit = [&] {
     Load(block);
@@ -441,7 +450,7 @@ TEST_F(FeatureOps, EveryOperationDropsTheBlockUnderEdit) {
 
 TEST_F(FeatureOps, ReopensAnExcludedBlockByItsStoredCode) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   Load(SettingsBlockText(1, u"", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n"));
   Select(0);
   headless::Click(kIdFeatureInclude);
@@ -451,7 +460,7 @@ TEST_F(FeatureOps, ReopensAnExcludedBlockByItsStoredCode) {
 
 TEST_F(FeatureOps, RestoresAProjectShapeOrSaysThatTheLibraryIsFull) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   FeatureSettings record = SlotSettings(u"G1 X1\r\n");
   record.a = -1;
   record.itemCount = 1;

@@ -7,6 +7,7 @@
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
+#include "support/kinds.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -211,7 +212,7 @@ std::u16string SlotBlock(int id) {
 TEST_F(InlineRename, ADoubleClickOnTheNameOpensTheBuilderAndRenamesNothing) {
   static int opened;
   opened = 0;
-  SetBuilderOpener(kKindShape, [](const FeatureSettings&) { return ++opened > 0; });
+  support::TakeKind(kKindShape, [](const FeatureSettings&) { return ++opened > 0; });
   const std::u16string text = SlotBlock(1);
   headless::EditorSetAll(kIdEditor, text);
   headless::Advance(1000);
