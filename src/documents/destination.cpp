@@ -34,7 +34,7 @@ constexpr Rect kPlace{100, 120, 100 + 540, 120 + 340};
 constexpr FormRow kRows[] = {
     {.kind = RowKind::Choice, .id = kIdDestinationProgram, .label = u"Destination project"},
     {.kind = RowKind::Count, .id = kIdDestinationPosition, .label = u"Operation number",
-     .limit = 0, .width = 140},
+     .filled = true, .limit = 0, .width = 140},
     {.kind = RowKind::Log, .id = kIdDestinationHelp, .name = u"Where the code goes",
      .height = 128, .above = 3},
     {.kind = RowKind::Keys, .keys = {kIdDestinationInsert, kIdDestinationCancel},

@@ -6,6 +6,7 @@
 
 #include "app/command_ids.h"
 #include "app/join_table.h"
+#include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/stop.h"
@@ -256,6 +257,8 @@ void FormFocusChanged(int id, bool gained) {
   int row = 0;
   if (!FindControl(id, entry, row)) return;
   const Form& form = *entry->form;
+  const FormRow& r = form.rows[static_cast<std::size_t>(row)];
+  if (gained && r.id == id && r.help[0]) ShowStatus(r.help);
   if (!form.sheet) return;
   // A press of the pointer hits what it points at: the form must not move away under it.
   if (gained && platform::IdUnderPointer() != id) ShowFormControl(id);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -48,6 +49,12 @@ bool TakeLine(const std::string& line, BuilderCase& read) {
   } else if (name == "picture") {
     read.pictureShowsMore = text == "more";
     return read.pictureShowsMore;
+  } else if (name == "blocks") {
+    read.blocks = std::atoi(text.c_str());
+    return read.blocks > 0;
+  } else if (name == "picker") {
+    read.cancelsPicker = text == "cancel";
+    return read.cancelsPicker;
   } else {
     read.settings.push_back({platform::FromUtf8(name), platform::FromUtf8(text)});
   }

@@ -1,15 +1,27 @@
 // A golden case of a builder: a folder that says what stands in the fields and what comes of it.
 //
 // fields.txt holds lines "name = text", carried out from the top once the form is up; "#" begins a
-// comment line. A name is a row's label, its accessible name or its id. Four names are special:
+// comment line. A name is a row's label, its accessible name or its id. Six names are special:
 //
 //     builder = INSERT GROOVE   the words on the builder's key; the first line of all
 //     press = MM                a click on the key with these words, or this id
 //     item = 0 0 1 2 2.5 0 90   an item of the record: type, tag, five numbers; before the fields
 //     picture = more            the picture shows more than the code cuts
+//     blocks = 128              the program has so many blocks already
+//     picker = cancel           the user cancels the question where the block goes
 //
 // Beside it stand program.nc, the code with CR LF, and picture.txt where the builder draws. Or
-// refusal.txt: the title and the words of the box, a line each.
+// refusal.txt: the title and the words of the box, a line each; empty where no box comes.
+//
+// picture.txt begins with "picture inch" or "picture mm" and has a line a mark, in its order, with
+// 4 decimals: kind, ink, places, then what the kind needs.
+//
+//     path feature 0.0000,0.0000 -3.0000,0.0000     corners, also of a loop or a fill
+//     arc construction 1.0000,2.0000 radius 0.5000  a whole circle about this centre
+//     arc feature 0.0000,0.0000 radius 2.0000 from 0.0000 by 90.0000
+//     cross blind 1.0000,2.0000                     a drilled hole
+//
+// The inks are those of forms/picture.h in small letters. FILE.new is left where a file differs.
 #pragma once
 
 #include <filesystem>
@@ -30,6 +42,8 @@ struct BuilderCase {
   std::u16string builder;
   std::vector<Setting> settings;
   bool pictureShowsMore = false;
+  int blocks = 0;
+  bool cancelsPicker = false;
 };
 
 // Names of the folders of cases that hold this file, sorted.

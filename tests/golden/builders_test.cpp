@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <set>
 #include <string>
@@ -21,6 +22,8 @@
 #include "platform/window.h"
 #include "shell/modes.h"
 #include "simulator/extract.h"
+#include "support/bores.h"
+#include "support/careful.h"
 #include "support/groove.h"
 #include "support/workbench.h"
 
@@ -43,12 +46,19 @@ struct Builders : support::Workbench {
   }
 };
 
+// Builders that only tests know.
+void JoinMadeUp(std::u16string_view words) {
+  if (words == support::groove::kCommands[0].words) support::groove::Join();
+  if (words == support::careful::kCommands[0].words) support::careful::Join();
+}
+
+morva::Destination CancelPicker(int) { return morva::Destination::Cancelled; }
+
 struct BuilderCases : Builders, testing::WithParamInterface<std::string> {
   void SetUp() override {
     Builders::SetUp();
     wanted = ReadCase(GetParam());
-    // Only a test knows the groove.
-    if (wanted.builder == support::groove::kCommands[0].words) support::groove::Join();
+    JoinMadeUp(wanted.builder);
     builder = BuilderOfWords(wanted.builder);
     ASSERT_NE(builder, nullptr) << "no builder has this key: " << platform::ToUtf8(wanted.builder);
     SetUpCase(wanted, *builder);
@@ -178,41 +188,74 @@ TEST_P(ProgramCases, ReopenWithTheirFieldsAndUpdateInPlace) {
   EXPECT_TRUE(headless::TakeBoxes().empty());
 }
 
+// The record as bytes; none where it cannot be stored.
 std::vector<unsigned char> BytesOf(const Builder& builder) {
   FeatureSettings record;
-  EXPECT_TRUE(morva::StoreBuilder(builder, record));
+  if (!morva::StoreBuilder(builder, record)) return {};
   std::vector<unsigned char> bytes(morva::kSettingsBytes);
   morva::WriteSettings(record, bytes.data());
   return bytes;
 }
 
+std::u16string Blocks(int count) {
+  std::u16string text;
+  for (int i = 1; i <= count; ++i) {
+    const std::u16string id = platform::FromUtf8(std::to_string(i));
+    text += u"(MORVA TEXT " + id + u")\r\nG1\r\n(MORVA END " + id + u")\r\n";
+  }
+  return text;
+}
+
+// What a refusal must leave as it was.
+struct Untouched {
+  std::u16string text, title, output;
+  std::uint64_t revision = 0;
+  std::vector<double> fields;
+  std::vector<unsigned char> record;
+  morva::EditLink link;
+};
+
 TEST_P(RefusalCases, TellWhyAndTouchNothing) {
+  if (wanted.blocks > 0) platform::SetEditorText(morva::kIdEditor, Blocks(wanted.blocks));
+  headless::Advance(1000);  // what waits for the text is done
+  if (wanted.cancelsPicker) morva::SetDestinationPicker(CancelPicker);
   const std::u16string first = Text();
-  platform::SetEditorSelection(morva::kIdEditor, {0, 0});
+  // A step within the first block, so that no block comes of it.
+  const int place = platform::EditorLineStart(morva::kIdEditor, 1);
+  platform::SetEditorSelection(morva::kIdEditor, {place, place});
   platform::ReplaceSelection(morva::kIdEditor, u"(A STEP)", true);
+  headless::Advance(1000);
   morva::app.editorDirty = false;
   morva::ActiveTab()->dirty = false;
-  const std::u16string before = Text();
-  const std::uint64_t revision = platform::EditorRevision(morva::kIdEditor);
-  const std::u16string title = platform::WindowTitle();
-  const std::u16string output = Output();
-  const std::vector<unsigned char> record = BytesOf(*builder);
+  const auto look = [this] {
+    return Untouched{Text(),
+                     platform::WindowTitle(),
+                     Output(),
+                     platform::EditorRevision(morva::kIdEditor),
+                     FieldsOf(*builder),
+                     BytesOf(*builder),
+                     morva::editLink};
+  };
+  const Untouched before = look();
   headless::TakeBoxes();
   ASSERT_TRUE(headless::Click(builder->insertKey));
-  const auto boxes = headless::TakeBoxes();
-  ASSERT_EQ(boxes.size(), 1u);
-  ExpectFile("refusal.txt", boxes[0].title + u"\n" + boxes[0].text + u"\n");
-  EXPECT_EQ(Text(), before);
-  EXPECT_EQ(platform::EditorRevision(morva::kIdEditor), revision);
+  std::u16string told;
+  for (const auto& box : headless::TakeBoxes()) told += box.title + u"\n" + box.text + u"\n";
+  ExpectFile("refusal.txt", told);
+  const Untouched after = look();
+  EXPECT_EQ(after.text, before.text);
+  EXPECT_EQ(after.revision, before.revision);
   EXPECT_FALSE(morva::app.editorDirty || morva::ActiveTab()->dirty);
-  EXPECT_EQ(platform::WindowTitle(), title);
-  EXPECT_EQ(Output(), output);
-  EXPECT_EQ(BytesOf(*builder), record);
+  EXPECT_EQ(after.title, before.title);
+  EXPECT_EQ(after.output, before.output);
+  EXPECT_EQ(after.fields, before.fields);
+  EXPECT_EQ(after.record, before.record);
+  EXPECT_EQ(after.link.kind, before.link.kind);
   // The step that was there is the one that goes back and comes again.
   EXPECT_TRUE(platform::UndoEditor(morva::kIdEditor));
   EXPECT_EQ(Text(), first);
   EXPECT_TRUE(platform::RedoEditor(morva::kIdEditor));
-  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(Text(), before.text);
 }
 
 std::string NameOf(const testing::TestParamInfo<std::string>& info) { return info.param; }
@@ -223,6 +266,47 @@ std::set<std::u16string> BuildersWith(std::string_view file) {
   std::set<std::u16string> words;
   for (const std::string& name : CasesWith(file)) words.insert(ReadCase(name).builder);
   return words;
+}
+
+TEST(BuilderFolders, EachSayWhatComesOfTheirFields) {
+  const std::vector<std::string> programs = CasesWith("program.nc");
+  const std::vector<std::string> refusals = CasesWith("refusal.txt");
+  std::set<std::string> said(programs.begin(), programs.end());
+  for (const std::string& name : refusals) {
+    EXPECT_TRUE(said.insert(name).second) << name << " is both a program and a refusal";
+  }
+  for (const auto& entry : std::filesystem::directory_iterator(CaseFolder(""))) {
+    const std::string name = entry.path().filename().string();
+    EXPECT_EQ(said.count(name), 1u) << name << " has neither program.nc nor refusal.txt";
+    EXPECT_TRUE(std::filesystem::exists(entry.path() / "fields.txt")) << name;
+  }
+}
+
+// What is typed must be stored, or it is gone when the block is opened again. Rows that stand on
+// every page of a form that is read by a page of its own belong to something else.
+TEST_F(Builders, HaveAPlaceInTheRecordForEveryRow) {
+  support::groove::Join();
+  support::careful::Join();
+  support::bores::Join();
+  for (int n = 0; const Builder* builder = morva::BuilderAt(n); ++n) {
+    SCOPED_TRACE(platform::ToUtf8(morva::WordsOf(builder->insertKey)));
+    for (const FormRow& row : builder->form->rows) {
+      const bool other =
+          builder->readPage >= 0 &&
+          ((row.pages & morva::PageBit(builder->readPage)) == 0 || row.pages == morva::kEveryPage);
+      if (other || row.filled) continue;
+      const std::string label = platform::ToUtf8(row.label);
+      const bool mayHoldMore = builder->kind == 0 || builder->storeItems;
+      if (row.kind == RowKind::Number || row.kind == RowKind::Count) {
+        EXPECT_GE(row.value, 0) << label << " has no place in the record";
+        EXPECT_TRUE(mayHoldMore || row.value < morva::kSettingsValues) << label;
+      }
+      if (row.kind == RowKind::Choice) {
+        EXPECT_GE(row.choice, 0) << label << " has no place in the record";
+        EXPECT_TRUE(mayHoldMore || row.choice < morva::kSettingsChoices) << label;
+      }
+    }
+  }
 }
 
 TEST_F(Builders, HaveCasesOfTheirCodeAndOfWhatTheyRefuse) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <map>
@@ -12,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/commands.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "documents/builder_table.h"
@@ -19,10 +21,13 @@
 #include "forms/form.h"
 #include "forms/form_table.h"
 #include "forms/sheet.h"
+#include "library/units.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
+#include "support/bores.h"
+#include "support/groove.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -42,6 +47,13 @@ struct Piece {
 };
 
 struct EveryForm : support::Workbench {
+  void SetUp() override {
+    support::Workbench::SetUp();
+    // Builders of the tests' own, one of them with pages that share their controls.
+    support::groove::Join();
+    support::bores::Join();
+    SetMode(kModeHome);
+  }
   using Look = std::function<void(const Form&, const std::vector<Piece>&)>;
   std::set<std::pair<const Form*, int>> seen;  // rows
 
@@ -82,7 +94,17 @@ struct EveryForm : support::Workbench {
     for (int n = 0; const Builder* builder = BuilderAt(n); ++n) {
       if (builder->mode < 0) continue;
       SetMode(builder->mode);
-      LookAround("builder", look);
+      int list = 0;
+      int pages = 1;
+      for (const FormRow& row : builder->form->rows) {
+        if (row.picks > 0) list = row.id;
+        pages = std::max(pages, row.picks);
+      }
+      // The first page last, so that it comes up with its own start.
+      for (int page = pages - 1; page >= 0; --page) {
+        if (list != 0) headless::SelectRows(list, {page});
+        LookAround("page of a builder", look);
+      }
     }
     SetMode(kModeFind);
     LookAround("find", look);
@@ -166,6 +188,40 @@ TEST_F(EveryForm, PlacesItsControlsAndLabelsWithoutOverlapOnItsGround) {
   }
 }
 
+// The toolpath view with its two rows of keys.
+std::vector<int> ViewPieces() {
+  std::vector<int> pieces;
+  for (const int id : headless::AllIds()) {
+    const bool key = (id >= kIdViewRefresh && id <= kIdViewLayers) ||
+                     (id >= kIdPlayStart && id <= kIdPlayStop) || id == kIdSpeedSlider;
+    if ((key || id == kViewToolpath) && platform::IsVisible(id)) pieces.push_back(id);
+  }
+  return pieces;
+}
+
+TEST_F(EveryForm, LeavesTheToolpathViewFree) {
+  int met = 0;
+  for (const auto& [width, height] : kWindows) {
+    SCOPED_TRACE(testing::Message() << width << " by " << height);
+    headless::Resize(width, height);
+    OnEveryForm([&met](const Form& form, const std::vector<Piece>& pieces) {
+      if (headless::OpenDialog() != 0) return;  // it lies over everything
+      // What scrolls is seen in the frame alone.
+      std::vector<int> ids;
+      for (const Piece& piece : pieces) ids.push_back(piece.id);
+      if (form.sheet) ids = {form.sheet->frame.id, form.sheet->bar.id};
+      for (const int view : ViewPieces()) {
+        const Rect taken = platform::PlaceInMainWindow(view);
+        for (const int id : ids) {
+          EXPECT_FALSE(Overlap(platform::PlaceInMainWindow(id), taken)) << id << " " << view;
+          ++met;
+        }
+      }
+    });
+  }
+  EXPECT_GT(met, 100);
+}
+
 TEST_F(EveryForm, IsWalkedByTabInTheOrderOfTheScreen) {
   OnEveryForm([](const Form&, const std::vector<Piece>& pieces) {
     std::set<int> wanted;
@@ -195,17 +251,49 @@ TEST_F(EveryForm, IsWalkedByTabInTheOrderOfTheScreen) {
   });
 }
 
-TEST_F(EveryForm, NamesEachControlAndNoTwoAlike) {
+bool TakesKeyboard(std::u16string_view kind) {
+  return kind != u"label" && kind != u"view" && kind != u"log";
+}
+
+TEST_F(EveryForm, NamesEachControlAndNoTwoAlikeInTheWindow) {
   OnEveryForm([](const Form&, const std::vector<Piece>& pieces) {
-    std::map<std::u16string, int> names;
     for (const Piece& piece : pieces) {
-      if (piece.label) continue;
-      const std::u16string name = platform::AccessibleName(piece.id);
-      EXPECT_FALSE(name.empty()) << piece.id;
-      EXPECT_EQ(names.count(name), 0u) << piece.id << " and " << names[name];
-      names[name] = piece.id;
+      EXPECT_TRUE(piece.label || !platform::AccessibleName(piece.id).empty()) << piece.id;
+    }
+    std::map<std::u16string, int> names;
+    for (const int id : headless::AllIds()) {
+      headless::ControlInfo info;
+      if (!headless::Describe(id, info) || !info.visible || info.behind) continue;
+      if (!TakesKeyboard(info.kind)) continue;
+      EXPECT_EQ(names.count(info.name), 0u)
+          << id << " and " << names[info.name] << ": " << platform::ToUtf8(info.name);
+      names[info.name] = id;
     }
   });
+}
+
+// The panels of builders stand alone, so each field says what it is for. What the drawing surface
+// has is told by its hint line.
+TEST_F(EveryForm, HelpsWithEveryFieldOfABuilder) {
+  int fields = 0;
+  for (int n = 0; const Builder* builder = BuilderAt(n); ++n) {
+    EXPECT_FALSE(HelpOf(builder->insertKey).empty()) << builder->insertKey;
+    if (builder->mode < 0) continue;
+    for (const FormRow& row : builder->form->rows) {
+      if (!IsField(row.kind) && row.kind != RowKind::Choice) continue;
+      EXPECT_NE(row.help[0], 0) << platform::ToUtf8(row.label) << " has no help";
+      ++fields;
+    }
+  }
+  EXPECT_GT(fields, 10);
+}
+
+TEST_F(EveryForm, HelpsWithTheFieldThatGetsTheKeyboard) {
+  SetMode(support::groove::kMode);
+  constexpr int kField = support::groove::kFirst + support::groove::kWidth;
+  ASSERT_TRUE(headless::Focus(kField));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
+  EXPECT_EQ(headless::ToolTipOf(kField), u"How far the groove reaches along X");
 }
 
 // Calls with every number field that is shown, once a control.
@@ -229,22 +317,75 @@ std::string SeededText(const FormRow& row, std::mt19937& seed) {
   return text;
 }
 
-TEST_F(EveryForm, StartsEachNumberWithANumberOrEmpty) {
+// A start text by the C library's arithmetic, in the unit that is asked for.
+std::string StartBySecondMethod(const FormRow& row, bool metric) {
+  const std::string inch = platform::ToUtf8(row.start);
+  if (!metric || (row.follows == Follows::Nothing && !row.startMm[0])) return inch;
+  if (row.startMm[0]) return platform::ToUtf8(row.startMm);
+  const double value = std::strtod(inch.c_str(), nullptr);
+  char text[kFieldUnits];
+  std::snprintf(text, sizeof text, "%.*f", row.decimals,
+                row.follows == Follows::Thread ? 25.4 / value : value * 25.4);
+  return text;
+}
+
+// Shown from the drawing, with decimals of its own.
+bool IsOfDrawing(int id) {
+  return id == kIdCadDepth || id == kIdCadFeed || id == kIdCadSafeZ || id == kIdCadThicknessValue;
+}
+
+bool IsMetricNow(const Form& form) { return form.metric && form.metric(); }
+
+TEST_F(EveryForm, StartsEachNumberWithItsTextInEitherUnit) {
+  for (const bool metric : {false, true}) {
+    SCOPED_TRACE(metric ? "millimetres" : "inch");
+    int numbers = 0;
+    headless::Click(kIdSurfaceCad);
+    headless::Click(metric ? kIdCadMm : kIdCadInch);
+    SetUnits(metric);
+    OnEveryForm([&](const Form& form, const std::vector<Piece>& pieces) {
+      EachNumber(form, pieces, [&](int id, const FormRow& row) {
+        EXPECT_EQ(row.filled, row.start[0] == 0) << id;
+        if (row.filled) return;
+        ++numbers;
+        const std::string start = platform::ToUtf8(row.start);
+        char* end = nullptr;
+        std::strtod(start.c_str(), &end);
+        EXPECT_TRUE(!start.empty() && *end == '\0') << id << " starts with \"" << start << '"';
+        ASSERT_TRUE(!form.metric || IsMetricNow(form) == metric);
+        const std::string wanted = StartBySecondMethod(row, IsMetricNow(form));
+        const std::string text = platform::ToUtf8(platform::TextOf(id));
+        if (IsOfDrawing(id)) {
+          EXPECT_EQ(std::strtod(text.c_str(), nullptr), std::strtod(wanted.c_str(), nullptr)) << id;
+        } else {
+          EXPECT_EQ(text, wanted) << id;
+        }
+        // Without a number the field counts as its fallback.
+        platform::SetText(id, u"");
+        EXPECT_EQ(FieldNumber(id), IsMetricNow(form) ? row.fallback.mm : row.fallback.inch) << id;
+        platform::SetText(id, platform::FromUtf8(wanted));
+      });
+    });
+    EXPECT_GT(numbers, 60);
+  }
+}
+
+TEST_F(EveryForm, StartsItsPageAnew) {
   int numbers = 0;
   OnEveryForm([&numbers](const Form& form, const std::vector<Piece>& pieces) {
+    std::map<int, std::u16string> texts;
     EachNumber(form, pieces, [&](int id, const FormRow& row) {
-      ++numbers;
-      const std::string start = platform::ToUtf8(row.start);
-      char* end = nullptr;
-      std::strtod(start.c_str(), &end);
-      EXPECT_EQ(*end, '\0') << id << " " << start;
-      // Without a number the field counts as its fallback.
-      platform::SetText(id, u"");
-      EXPECT_EQ(FieldNumber(id), form.metric && form.metric() ? row.fallback.mm : row.fallback.inch)
-          << id;
+      if (row.filled || IsOfDrawing(id)) return;
+      texts[id] = platform::TextOf(id);
+      platform::SetText(id, u"17");
     });
+    StartForm(form, PageOf(form));
+    for (const auto& [id, text] : texts) {
+      EXPECT_EQ(platform::TextOf(id), text) << id;
+    }
+    numbers += static_cast<int>(texts.size());
   });
-  EXPECT_GT(numbers, 40);
+  EXPECT_GT(numbers, 60);
 }
 
 TEST_F(EveryForm, ReadsBackWhatIsTyped) {
@@ -270,13 +411,23 @@ TEST_F(EveryForm, ReadsBackWhatIsTyped) {
 // A millimetre text has the decimals of the inch text and is 25.4 times finer, so nothing is lost.
 TEST_F(EveryForm, GivesBackItsTextsAfterASwitchToMillimetresAndBack) {
   std::mt19937 seed(7);
+  constexpr const char16_t* kThreads[] = {u"20.000", u"8.000", u"40.000", u"4.000", u"10.000"};
   int converted = 0;
+  int threads = 0;
   OnEveryForm([&](const Form& form, const std::vector<Piece>& pieces) {
     if (!form.metric) return;
     std::map<int, std::u16string> texts;
     EachNumber(form, pieces, [&](int id, const FormRow& row) {
       if (row.follows == Follows::Length) texts[id] = platform::FromUtf8(SeededText(row, seed));
     });
+    // Threads an inch and pitches that have three decimals.
+    EachNumber(form, pieces, [&](int id, const FormRow& row) {
+      if (row.follows == Follows::Thread) texts[id] = kThreads[seed() % std::size(kThreads)];
+    });
+    threads += static_cast<int>(std::count_if(texts.begin(), texts.end(), [&](const auto& field) {
+      const int row = RowOfControl(form, field.first);
+      return form.rows[static_cast<std::size_t>(row)].follows == Follows::Thread;
+    }));
     for (const auto& [id, text] : texts) platform::SetText(id, text);
     ConvertForms(form.metric, 25.4);
     for (const auto& [id, text] : texts) EXPECT_NE(platform::TextOf(id), text) << id;
@@ -285,6 +436,7 @@ TEST_F(EveryForm, GivesBackItsTextsAfterASwitchToMillimetresAndBack) {
     converted += static_cast<int>(texts.size());
   });
   EXPECT_GT(converted, 20);
+  EXPECT_GE(threads, 1);
 }
 
 }  // namespace
