@@ -72,12 +72,11 @@ constexpr unsigned PageBit(int page) { return 1u << page; }
 
 struct FormRow {
   RowKind kind = RowKind::Number;
-  int id = 0;                     // of the control; a Head or Note may go without
-  const char16_t* label = u"";    // Head and Note: the words
-  const char16_t* labelMm = u"";  // in millimetres, where the label names its unit
-  const char16_t* name = u"";     // for assistive technology, where the label says too little
-  // What the field is for: its tool tip, and on the status line once it gets the keyboard.
-  const char16_t* help = u"";
+  int id = 0;                       // of the control; a Head or Note may go without
+  const char16_t* label = u"";      // Head and Note: the words
+  const char16_t* labelMm = u"";    // in millimetres, where the label names its unit
+  const char16_t* name = u"";       // for assistive technology, where the label says too little
+  const char16_t* help = u"";       // on the status line once the field gets the keyboard
   const char16_t* className = u"";  // of a View
   // Text of a field when it is made or started: in inch, converted where the form's unit is then
   // millimetres. A room that changes its unit without ConvertForms keeps the texts, as sketches do.

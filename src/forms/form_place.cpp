@@ -174,7 +174,6 @@ int PutKeysAtEnd(const FormLook& look, const FormRow& row, int right, int top, i
 void NameControl(const Form& form, const FormRow& row) {
   const char16_t* name = NameOf(row, IsMetric(form));
   if (platform::AccessibleName(row.id) != name) platform::SetAccessibleName(row.id, name);
-  if (row.help[0]) platform::SetToolTip(row.id, row.help);
 }
 
 void PutControl(const Page& page, int index, const FormRow& row, int top, int bottom) {

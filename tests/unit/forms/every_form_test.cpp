@@ -293,7 +293,6 @@ TEST_F(EveryForm, HelpsWithTheFieldThatGetsTheKeyboard) {
   constexpr int kField = support::groove::kFirst + support::groove::kWidth;
   ASSERT_TRUE(headless::Focus(kField));
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
-  EXPECT_EQ(headless::ToolTipOf(kField), u"How far the groove reaches along X");
 }
 
 // Calls with every number field that is shown, once a control.
