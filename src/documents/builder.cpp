@@ -80,7 +80,7 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   for (int i = 0; i < PanelCount(); ++i) {
     const Panel& other = PanelAt(i);
     if (other.spot != PanelSpot::RightBody || other.mode != builder.mode) continue;
-    StopProgram(u"MORVA cannot start. Mode " + IntegerText(builder.mode) + u" has two panels.");
+    StopProgram(u"MORVA cannot start. Two panels stand in mode " + IntegerText(builder.mode) + u".");
   }
   Panel panel;
   panel.spot = PanelSpot::RightBody;

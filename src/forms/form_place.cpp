@@ -295,14 +295,14 @@ void MarkPages(const FormEntry& entry, std::span<const FormPart> parts) {
 }  // namespace
 
 void PlaceForm(const Form& form, std::span<const FormPart> parts) {
-  FormEntry* entry = EntryOf(form);
+  const FormEntry* entry = EntryOf(form);
   if (!entry) return;
   MakeForm(form);
   MarkPages(*entry, parts);
   HideRest(*entry);
   for (const FormPart& part : parts) {
     int foot = 0;
-    entry->page = part.page;
+    SetPlacedPage(*entry, part.page);
     PutPage(*entry, part, foot);
   }
   HideRest(*entry);  // a row that had to give up all its height
@@ -311,10 +311,10 @@ void PlaceForm(const Form& form, std::span<const FormPart> parts) {
 int PlaceForm(const Form& form, const Rect& area) { return PlaceForm(form, area, PageOf(form)); }
 
 int PlaceForm(const Form& form, const Rect& area, int page) {
-  FormEntry* entry = EntryOf(form);
+  const FormEntry* entry = EntryOf(form);
   if (!entry) return area.top;
   MakeForm(form);
-  entry->page = page;
+  SetPlacedPage(*entry, page);
   FormPart part{area, page};
   if (form.sheet) {
     PlaceSheet(*form.sheet, form, area);

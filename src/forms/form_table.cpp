@@ -109,6 +109,8 @@ const FormEntry* EntryOf(const Form& form) {
 
 const FormEntry* EntryAt(int index) { return index < entryFill.count ? &entries[index] : nullptr; }
 
+void SetPlacedPage(const FormEntry& entry, int page) { entries[&entry - entries].page = page; }
+
 RowState& StateOf(const FormEntry& entry, int row) { return states[entry.firstRow + row]; }
 
 int GroundOf(const Form& form) { return form.sheet ? form.sheet->paper.id : form.parent; }

@@ -13,6 +13,8 @@ struct FormEntry {
 
 // Null for a form that nobody registered.
 const FormEntry* EntryOf(const Form& form);
+// Notes the page that was placed last.
+void SetPlacedPage(const FormEntry& entry, int page);
 // The n-th entry, null past the last.
 const FormEntry* EntryAt(int index);
 

@@ -167,7 +167,7 @@ TEST(BuildersDeathTest, StopAtAModeThatHasAPanelAlready) {
   static constexpr Builder kSecond{
       .form = &kForm, .mode = support::bores::kMode, .insertKey = kInsert, .write = Write};
   EXPECT_EXIT(RegisterBuilder<kSecond>(), testing::ExitedWithCode(kStopExitCode),
-              "Mode 91 has two panels");
+              "Two panels stand in mode 91");
   ClearPanels();
   ResetForms();
   ResetBuilders();
