@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -80,7 +81,8 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   for (int i = 0; i < PanelCount(); ++i) {
     const Panel& other = PanelAt(i);
     if (other.spot != PanelSpot::RightBody || other.mode != builder.mode) continue;
-    StopProgram(u"MORVA cannot start. Two panels stand in mode " + IntegerText(builder.mode) + u".");
+    StopProgram(u"MORVA cannot start. Two panels stand in mode " + IntegerText(builder.mode) +
+                u".");
   }
   Panel panel;
   panel.spot = PanelSpot::RightBody;
@@ -131,6 +133,7 @@ int ReadPage(const Builder& builder) {
 
 void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
   AddBuilder(builder);
+  AddCommands(builder.commands);
   RegisterForm(*builder.form);
   if (builder.form->sheet == &kBuilderSheet) RegisterSheet<kBuilderSheet>();
   RegisterCommand(RouterStage::Builder, builder.insertKey, platform::kNotifyClick, OnInsertKey);

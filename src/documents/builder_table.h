@@ -5,7 +5,9 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 
+#include "app/commands.h"
 #include "forms/form.h"
 #include "platform/message.h"
 
@@ -35,9 +37,10 @@ struct Builder {
   bool showsPath = false;        // the toolpath view stands beside or below the form
   Reading reading = Reading::Lax;  // of its numbers
   int insertKey = 0;               // a command; its other caption says that a block is under edit
-  bool asksWhere = false;          // the user chooses program and operation number first
-  const char16_t* logged = u"";    // in the output log after an insertion
-  int refreshMs = 60;              // until the text is looked at
+  std::span<const Command> commands = {};  // words of its keys, where no table of the room has them
+  bool asksWhere = false;                  // the user chooses program and operation number first
+  const char16_t* logged = u"";            // in the output log after an insertion
+  int refreshMs = 60;                      // until the text is looked at
   // False: `refusal` says why. A number that the strict rule refuses stands in values.refused and
   // values.misread, and its field in refusal.field. Null: what could be read is taken.
   bool (*check)(const FormValues& values, Refusal& refusal) = nullptr;

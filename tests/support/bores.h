@@ -63,9 +63,10 @@ inline constexpr Builder kBuilder{.kind = kKindRectangular,
                                   .form = &kForm,
                                   .mode = kMode,
                                   .insertKey = kInsert,
+                                  .commands = kCommands,
                                   .logged = u"Bores inserted.",
                                   .write = Write};
 
-inline void Join() { groove::JoinLate<kBuilder>(kCommands); }
+inline void Join() { groove::JoinLate<kBuilder>(); }
 
 }  // namespace support::bores

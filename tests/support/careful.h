@@ -57,12 +57,13 @@ inline constexpr Builder kBuilder{
     .mode = kMode,
     .reading = Reading::Strict,
     .insertKey = kInsert,
+    .commands = kCommands,
     .asksWhere = true,
     .check = Check,
     .write = Write,
     .room = [](const FormValues&) { return kRoom; },
     .storeItems = [](FeatureSettings& record) { return record.values[kHoles] != kUnstored; }};
 
-inline void Join() { groove::JoinLate<kBuilder>(kCommands); }
+inline void Join() { groove::JoinLate<kBuilder>(); }
 
 }  // namespace support::careful

@@ -1,7 +1,6 @@
 // The smallest builder: a groove along X, five fields and a drop-down list. Made up for tests.
 #pragma once
 
-#include "app/commands.h"
 #include "app/panels.h"
 #include "documents/builder.h"
 #include "library/units.h"
@@ -75,17 +74,17 @@ inline constexpr Builder kBuilder{.kind = kKindShape,
                                   .mode = kMode,
                                   .showsPath = true,
                                   .insertKey = kInsert,
+                                  .commands = kCommands,
                                   .logged = u"Groove inserted.",
                                   .check = Check,
                                   .write = Write,
                                   .draw = Draw};
 
-// What is below stands in tests alone: a builder of the program is joined at start-up.
+// What is below stands in tests alone: JoinRooms joins a builder of the program.
 
 // Joins a builder to the application that has started, and brings its panel up.
 template <const Builder& builder>
-void JoinLate(std::span<const Command> commands) {
-  AddCommands(commands);
+void JoinLate() {
   FreeKind(builder.kind);
   RegisterBuilder<builder>();
   for (int i = 0; i < PanelCount(); ++i) {
@@ -93,6 +92,6 @@ void JoinLate(std::span<const Command> commands) {
   }
   SetMode(builder.mode);
 }
-inline void Join() { JoinLate<kBuilder>(kCommands); }
+inline void Join() { JoinLate<kBuilder>(); }
 
 }  // namespace support::groove
