@@ -139,5 +139,20 @@ TEST_F(SketchUnits, ASketchThatWouldReachTheCoordinateLimitStaysInInches) {
             u"Units unchanged: millimetres would exceed the sketch coordinate limit.");
 }
 
+// 39,370.0788 inches are 1,000,000.0 mm: each number of an object is held to the limit.
+TEST_F(SketchUnits, EachNumberOfAnObjectKeepsTheSketchInInches) {
+  Add(kTypeSlot, 1, 1, 1, 1);
+  SketchObject& slot = sketch.objects[0];
+  for (double* number : {&slot.x, &slot.y, &slot.size, &slot.size2}) {
+    *number = 39371;
+    headless::Click(kIdCadMm);
+    EXPECT_FALSE(sketch.metric) << number - &slot.x;
+    EXPECT_EQ(sketch.undoDepth, 0);
+    *number = 1;
+  }
+  headless::Click(kIdCadMm);
+  EXPECT_TRUE(sketch.metric);
+}
+
 }  // namespace
 }  // namespace morva

@@ -333,6 +333,19 @@ TEST_F(Trim, TakesAMeetingWithin1e8OfAnEndForNone) {
   }
 }
 
+// A line of 100 that is cut 0.05 from either end: both rests are a two-thousandth of it.
+TEST_F(Trim, KeepsARestShorterThanAThousandthOfTheLine) {
+  Add(kTypeLine, 0, 0, 100);
+  Add(kTypeLine, 0.05, -1, 2, 0, 90);
+  Add(kTypeLine, 99.95, -1, 2, 0, 90);
+  ToolClick(50, 0);
+  ASSERT_EQ(sketch.objectCount, 4);
+  // The sine that sketches use lets an upright line lean by some 1e-7.
+  ExpectLine(0, 0, 0, 0.05, 0, 1e-5);
+  ExpectLine(3, 99.95, 0, 100, 0, 1e-5);
+  ExpectDone();
+}
+
 TEST_F(Trim, CountsAMeetingWhereTwoStepsOfASlotJoinOnce) {
   Add(kTypeSlot, 0, 0, 4, 2);
   Add(kTypeLine, 1, 0.5, 1, 0, 90);  // through (1, 1), where cap and flank join

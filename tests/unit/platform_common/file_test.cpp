@@ -168,6 +168,18 @@ TEST_F(AtomicFile, KeepsTheModeOfTheOldFile) {
   EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
 }
 
+// A folder that a whole workshop shares may hold files that everybody may write.
+TEST_F(AtomicFile, KeepsEachBitOfAccess) {
+  WriteRaw(folder / "p.NC", "old");
+  for (mode_t bit = 01; bit <= 0400; bit <<= 1) {
+    // The user who saves must be able to read and write.
+    const mode_t mode = 0600 | bit;
+    ASSERT_EQ(chmod((folder / "p.NC").c_str(), mode), 0);
+    EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "new"));
+    EXPECT_EQ(ModeOf(folder / "p.NC"), mode);
+  }
+}
+
 TEST_F(AtomicFile, KeepsTheOwnerOfTheOldFile) {
   if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give a file away";
   WriteRaw(folder / "p.NC", "old");

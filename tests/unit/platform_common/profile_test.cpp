@@ -95,6 +95,12 @@ TEST(ProfileText, LetsNoValueMakeALineOfItsOwn) {
   EXPECT_EQ(ChangeInProfile(u"", u"S", u"k", u"a\r\n[T]\r\nx=1"), u"[S]\r\nk=a\r\n");
 }
 
+// Other programs take a NUL for the end of the text and would see none of the lines behind it.
+TEST(ProfileText, EndsAValueAtANul) {
+  EXPECT_EQ(ChangeInProfile(u"[S]\r\nz=1\r\n", u"S", u"k", std::u16string_view(u"a\0b", 3)),
+            u"[S]\r\nz=1\r\nk=a\r\n");
+}
+
 TEST(ProfileText, ChangesTheLineThatReadingFindsAmongDoubles) {
   const std::u16string file =
       ChangeInProfile(u"[S]\r\na=1\r\n[S]\r\nk=1\r\nk=2\r\n", u"S", u"k", u"3");
