@@ -117,11 +117,13 @@ void SaveSerialProfile() {
   for (const NumberKey& row : kNumberKeys) {
     platform::WriteProfile(kSection, row.key, IntegerText(serialProfile.*row.field));
   }
-  if (platform::EndProfileChange()) {
-    LogOutput(u"DNC profile saved beside MORVA.exe.");
-  } else {
-    ShowStatus(u"MORVA.ini could not be written — settings last for this run only.");
-  }
+  platform::EndProfileChange([](bool saved) {
+    if (saved) {
+      LogOutput(u"DNC profile saved beside MORVA.exe.");
+    } else {
+      ShowStatus(u"MORVA.ini could not be written — settings last for this run only.");
+    }
+  });
   RefreshReadOuts();
 }
 

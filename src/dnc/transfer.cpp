@@ -88,21 +88,58 @@ void EndJob() {
   ShowTransferEnded();
 }
 
+// A received program on its way into a file of "Recovery".
+struct Keeping {
+  bool underWay = false;
+  std::u16string words;  // for the status line
+};
+Keeping keeping;
+
+// What the log and the status line say first.
+bool TabsAreFull() { return app.tabCount >= kMaxTabs; }
+
+void TellNotKept() {
+  LogOutput(
+      u"The received program could not be kept in a file. Close a program, then press "
+      u"RECEIVE: it opens what was received.");
+  keeping.words = u"DNC receive complete — close a program, then press RECEIVE to open it.";
+}
+
+void TellKept(const std::u16string& path) {
+  LogOutput((TabsAreFull() ? u"Eight programs are open. The received program was kept in "
+                           : u"The received program was kept in ") +
+            path);
+  keeping.words = (TabsAreFull() ? u"DNC receive complete — eight programs are open; kept in "
+                                 : u"DNC receive complete — kept in ") +
+                  path;
+}
+
+void OnKept(const SaveResult& result) {
+  keeping.underWay = false;
+  if (result.answer == SaveAnswer::Saved) {
+    std::string().swap(transfer.receivedData);
+    TellKept(result.program);
+  } else {
+    TellNotKept();
+  }
+  ShowStatus(keeping.words);
+}
+
 // A received program that no tab can take. The words for the status line.
 std::u16string KeepReceived() {
+  if (keeping.underWay) return keeping.words;
   std::u16string text = DecodeCodePage(transfer.receivedData);
   std::erase(text, u'\0');
-  std::u16string path;
-  if (!KeepInRecovery(kReceivedTitle, text, path)) {
-    LogOutput(
-        u"The received program could not be kept in a file. Close a program, then press "
-        u"RECEIVE: it opens what was received.");
-    return u"DNC receive complete — close a program, then press RECEIVE to open it.";
+  keeping.underWay = true;
+  keeping.words = u"DNC receive complete — the program is being kept in a file.";
+  if (!KeepInRecovery(kReceivedTitle, text, OnKept)) {
+    keeping.underWay = false;
+    TellNotKept();
   }
-  std::string().swap(transfer.receivedData);
-  LogOutput(u"Eight programs are open. The received program was kept in " + path);
-  return u"DNC receive complete — eight programs are open; kept in " + path;
+  return keeping.words;
 }
+
+bool HoldsProgram() { return !IsFillingOnly(transfer.receivedData); }
 
 // At the end of a receive: a damaged byte stays in the data, so the user must know.
 void LogLineErrors() {
@@ -231,6 +268,8 @@ void ReceiveProgram() {
   if (RefusedAsActive()) return;
   NoteKeyboardOfPress();
   if (!RoomForTab()) return;
+  // What is being kept is opened once more only where it could not be kept.
+  if (keeping.underWay && !WaitForSaves()) return;
   if (!transfer.receivedData.empty()) {
     ShowStatus(OpenReceivedProgram());
     return;
@@ -265,7 +304,7 @@ void AbortTransfer() {
 
 std::u16string OpenReceivedProgram() {
   if (transfer.receivedData.empty()) return {};
-  if (app.tabCount >= kMaxTabs) return KeepReceived();
+  if (TabsAreFull()) return KeepReceived();
   const int tab = OpenTab(u"", DecodeCodePage(transfer.receivedData), kReceivedTitle);
   if (tab < 0) return KeepReceived();
   std::string().swap(transfer.receivedData);
@@ -275,17 +314,19 @@ std::u16string OpenReceivedProgram() {
 }
 
 bool KeepHeldProgram() {
-  if (!IsFillingOnly(transfer.receivedData)) KeepReceived();
-  return IsFillingOnly(transfer.receivedData);
+  if (!HoldsProgram()) return true;
+  KeepReceived();
+  WaitForSaves();
+  return !HoldsProgram();
 }
 
 void EndTransferForGood() {
   if (transfer.active) {
     RequestAbort();
-    platform::EndWorkers();
+    platform::EndWorker(platform::Worker::Transfer);
     transfer.active = false;
   }
-  KeepHeldProgram();
+  if (HoldsProgram()) KeepReceived();
 }
 
 void RegisterTransferCommands() {
@@ -304,7 +345,7 @@ void RegisterTransferCommands() {
 void ResetTransfer() {
   if (platform::WorkerRuns(platform::Worker::Transfer)) {
     RequestAbort();
-    platform::EndWorkers();
+    platform::EndWorker(platform::Worker::Transfer);
   }
   transfer.active = false;
   transfer.isReceive = false;
@@ -312,6 +353,7 @@ void ResetTransfer() {
   std::string().swap(transfer.sendBuffer);
   std::string().swap(transfer.receivedData);
   worker = WorkerRecord{};
+  keeping = Keeping();
   ResetTransferBar();
 }
 

@@ -20,15 +20,15 @@ void StartSend(std::string bytes, std::u16string_view message);
 void RequestAbort();
 // The key of the setup panel: "Abort requested..." and the flag.
 void AbortTransfer();
-// In a new tab; where eight are open meanwhile, into a file of the folder "Recovery". A text that
-// can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words for the
-// status line; empty: nothing had been received.
+// In a new tab; where eight are open meanwhile, by the writer of files into the folder "Recovery". A
+// text that can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words
+// for the status line; empty: nothing had been received.
 std::u16string OpenReceivedProgram();
-// Tries once more to keep a program in "Recovery" that was received and is in no tab. False: no
-// file takes it either. For moments at which no transfer runs.
+// Tries once more to keep a program in "Recovery" that was received and is in no tab, and waits for
+// the disk. False: no file takes it either. For moments at which no transfer runs.
 bool KeepHeldProgram();
 // Ends what runs when the window goes: the abort, and the wait for the worker. A program that had
-// come whole, now or earlier, is kept in "Recovery".
+// come whole, now or earlier, is on its way into "Recovery" then; WaitForSaves waits for it.
 void EndTransferForGood();
 
 void RegisterTransferCommands();

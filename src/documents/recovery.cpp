@@ -5,8 +5,6 @@
 
 #include "app/app_state.h"
 #include "documents/file_names.h"
-#include "documents/file_text.h"
-#include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/file.h"
@@ -24,16 +22,23 @@ std::u16string FreePath(std::u16string_view title) {
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kNameTries; ++tries, ++tick) {
     std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + u".NC");
-    if (!platform::FileExists(path)) return path;
+    // What was handed over in the same millisecond may not stand there yet.
+    if (!platform::FileExists(path) && !IsBeingSaved(path)) return path;
   }
   return {};
 }
 
 }  // namespace
 
-bool KeepInRecovery(std::u16string_view title, std::u16string_view text, std::u16string& path) {
-  path = FreePath(title);
-  return !path.empty() && SaveFileAtomic(path, platform::ToUtf8(text));
+bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
+                    void (*told)(const SaveResult& result)) {
+  SaveJob job;
+  job.program = FreePath(title);
+  if (job.program.empty()) return false;
+  job.files.push_back({job.program, platform::ToUtf8(text)});
+  job.told = told;
+  HandOverSave(std::move(job));
+  return true;
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {

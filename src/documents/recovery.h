@@ -4,12 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "documents/saver.h"
 #include "documents/tab_table.h"
 
 namespace morva {
 
-// Writes the text as UTF-8 under the title and the tick. False: it could not be written.
-bool KeepInRecovery(std::u16string_view title, std::u16string_view text, std::u16string& path);
+// Hands the text, as UTF-8, to the writer of files, under the title and the tick; `told` hears what
+// became of it. False: there is no data directory, or no name is free there.
+bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
+                    void (*told)(const SaveResult& result));
 // Hands a whole program, as its record holds it, to the writer of files: text, excluded code,
 // drawings and plates. False: there is no data directory, or no name is free there.
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path);

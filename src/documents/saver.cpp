@@ -11,6 +11,7 @@
 #include "documents/file_text.h"
 #include "platform/atomic_file.h"
 #include "platform/post.h"
+#include "platform/profile.h"
 #include "platform/thread.h"
 #include "platform/wait.h"
 
@@ -44,7 +45,6 @@ SaveAnswer WriteAll(SaveJob& job, DiskState& now) {
   if (job.checked && !HoldsStill(job.program, job.known)) return SaveAnswer::Changed;
   if (job.checked && !platform::FileExists(job.program)) job.checked = false;
   for (const SaveFile& file : job.files) {
-    if (file.path.size() > kSavePathUnits) return SaveAnswer::Failed;
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
     // The new file may be in place although its folder could not be flushed.
@@ -65,6 +65,7 @@ SaveResult Write(SaveJob& job) {
   result.byUser = job.byUser;
   result.takesPath = job.takesPath;
   result.program = job.program;
+  result.told = job.told;
   result.answer = WriteAll(job, result.now);
   return result;
 }
@@ -111,7 +112,11 @@ bool TakeResult(SaveResult& result) {
 void TellResults() {
   SaveResult result;
   while (TakeResult(result)) {
-    if (listener) listener(result);
+    if (result.told) {
+      result.told(result);
+    } else if (listener) {
+      listener(result);
+    }
   }
 }
 
@@ -144,6 +149,18 @@ bool Queue(SaveJob job) {
   }
   waiting.push_back(std::move(job));
   return !std::exchange(working, true);
+}
+
+// A disk that takes its time must not hold the window for a switch of the view either.
+void WriteSettings(std::u16string path, std::string bytes, std::uint32_t change) {
+  SaveJob job;
+  job.program = path;
+  job.changes = change;
+  job.files.push_back({std::move(path), std::move(bytes)});
+  job.told = [](const SaveResult& result) {
+    platform::ProfileWritten(result.changes, result.answer == SaveAnswer::Saved);
+  };
+  HandOverSave(std::move(job));
 }
 
 }  // namespace
@@ -211,11 +228,13 @@ bool WaitForSaves() {
 }
 
 void RegisterSaver() {
+  platform::SetProfileWriter(WriteSettings);
   RegisterMessage(kMessageSaved, [](unsigned long long, unsigned long long) { TellResults(); });
 }
 
 void ResetSaver() {
-  platform::EndWorkers();
+  platform::SetProfileWriter(nullptr);
+  platform::EndWorker(platform::Worker::Saver);
   const std::lock_guard<std::mutex> lock(guard);
   waiting.clear();
   finished.clear();

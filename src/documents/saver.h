@@ -1,4 +1,5 @@
-// The writer of files: the window's thread makes the bytes, one worker writes them, in order.
+// The writer of files: the window's thread makes the bytes, one worker writes them, in order. It
+// writes programs and what belongs to them, the settings file and what else the rooms hand over.
 //
 // A save under way is never touched. Of those that wait, the newest of a program replaces the
 // older ones. What became of a save comes back by a message, to the window's thread.
@@ -35,9 +36,12 @@ struct SaveFile {
   std::string bytes;
 };
 
+enum class SaveAnswer { Saved, Failed, Changed };
+struct SaveResult;
+
 struct SaveJob {
   std::uint64_t ticket = 0;   // given by HandOverSave
-  std::uint64_t serial = 0;   // of the program's tab
+  std::uint64_t serial = 0;   // of the program's tab; 0: a file of no tab
   std::uint32_t changes = 0;  // the tab's count of changes that the bytes hold
   bool byUser = false;        // asked for by the user, not by the autosave
   bool takesPath = false;     // behind the save, `program` is the tab's path
@@ -45,9 +49,9 @@ struct SaveJob {
   std::vector<SaveFile> files;  // in the order of writing; but for `program` all are companions
   bool checked = false;         // the program must still hold what `known` tells
   DiskState known;
+  // Who hears what became of it, on the window's thread; null: the listener.
+  void (*told)(const SaveResult& result) = nullptr;
 };
-
-enum class SaveAnswer { Saved, Failed, Changed };
 
 struct SaveResult {
   std::uint64_t ticket = 0;
@@ -58,6 +62,7 @@ struct SaveResult {
   std::u16string program;
   SaveAnswer answer = SaveAnswer::Failed;
   DiskState now;  // of the program, where it was saved
+  void (*told)(const SaveResult& result) = nullptr;
 };
 
 // Starts the worker if it is idle. Replaces a waiting job of the same program: `byUser` stays set

@@ -1,10 +1,12 @@
 #include "documents/saving.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
@@ -31,9 +33,7 @@ constexpr const char16_t* kHoldWords[] = {
 std::uint64_t lastFailed = 0;  // ticket
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
 
-bool MakeJob(std::u16string_view path, SaveJob& job) {
-  // Without an editor there is no text, and an empty file must not replace a program.
-  if (!platform::Exists(kIdEditor)) return false;
+bool FillJob(std::u16string_view path, SaveJob& job) {
   // An autosave may come during an undo; it must not put the markers back.
   TagAfterEdit();
   job.program = path;
@@ -47,6 +47,13 @@ bool MakeJob(std::u16string_view path, SaveJob& job) {
   job.serial = tab->serial;
   job.changes = tab->save.changes;
   return AddProgramFiles(path, std::move(bytes), *tab, job.files);
+}
+
+bool MakeJob(std::u16string_view path, SaveJob& job) {
+  // Without an editor there is no text, and an empty file must not replace a program.
+  if (!platform::Exists(kIdEditor) || !FillJob(path, job)) return false;
+  return std::ranges::all_of(
+      job.files, [](const SaveFile& file) { return file.path.size() <= kSavePathUnits; });
 }
 
 // What concerns a program that is not on the stage is told with its title.

@@ -8,7 +8,7 @@
 #include "app/profile_keys.h"
 #include "app/stop.h"
 #include "documents/feature_operations.h"
-#include "documents/file_text.h"
+#include "documents/saver.h"
 #include "platform/file.h"
 #include "platform/listing.h"
 #include "platform/profile.h"
@@ -137,11 +137,11 @@ void LoadShapeLibrary() {
   platform::EndProfileChange();
 }
 
-bool SaveShapeLibrary() {
+bool SaveShapeLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(shapeLibrary.count));
   for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
-  const bool saved = platform::EndProfileChange();
+  const bool saved = platform::EndProfileChange(told);
   if (app.dataDirReady) {
     const char16_t separator = platform::PathSeparator();
     std::u16string path = app.dataDir;
@@ -149,9 +149,12 @@ bool SaveShapeLibrary() {
     path += u"Shapes";
     path += separator;
     path += u"Library.shapes";
-    std::string bytes;
-    WriteShapeMirror(shapeLibrary, bytes);
-    SaveFileAtomic(path, bytes);
+    SaveJob job;
+    job.program = path;
+    job.files.push_back({path, {}});
+    job.told = [](const SaveResult&) {};
+    WriteShapeMirror(shapeLibrary, job.files.back().bytes);
+    HandOverSave(std::move(job));
   }
   return saved;
 }

@@ -31,8 +31,9 @@ extern ShapeLibrary shapeLibrary;
 // count is below 0 or above 64 loads empty and stays listed.
 void LoadShapeLibrary();
 // Rewrites the keys, then the mirror where the data directory is ready; a mirror that fails is
-// no failure. False: the settings file could not be written, the table stands in memory only.
-bool SaveShapeLibrary();
+// no failure. `told` hears, now or when it is written, whether the settings file holds the table;
+// where it does not, the table stands in memory only. False: that is known already.
+bool SaveShapeLibrary(void (*told)(bool saved) = nullptr);
 
 // A name as the library keeps it, so that it comes back from the settings file unit by unit: at
 // most 71 units, whole characters only, a blank for each control character and line break, and

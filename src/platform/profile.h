@@ -5,6 +5,7 @@
 // takes LF for a line end. Unknown sections, keys and other lines stay as they are.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,14 +17,26 @@ std::u16string ProfilePath();
 std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
                            std::u16string_view fallback);
 // Collects changes until the matching EndProfileChange, which rewrites the file once and
-// atomically. False: nothing was written, the file is whole as it was. Nests. Reads in between
-// see the changes and read the file no more, so that many keys are best read inside the pair;
-// without a change nothing is written.
+// atomically. Nests. Reads in between see the changes and read the file no more, so that many keys
+// are best read inside the pair; without a change nothing is written.
+//
+// `told` hears what became of the change, once, now or when the file is written. Until then
+// reading sees the change. EndProfileChange is false where it is known already that nothing was
+// written; the file is then whole as it was.
+using ProfileTold = void (*)(bool saved);
 void BeginProfileChange();
 void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16string_view value);
 // Takes a whole section out.
 void EraseProfileSection(std::u16string_view section);
-bool EndProfileChange();
+bool EndProfileChange(ProfileTold told = nullptr);
+
+// Who writes the file instead of EndProfileChange, and answers with ProfileWritten and the number
+// of the change, now or later, on the same thread. Of the changes that wait it may leave out all
+// but the newest, which holds the others. Null: EndProfileChange writes. Changes that are under
+// way are forgotten.
+using ProfileWriter = void (*)(std::u16string path, std::string bytes, std::uint32_t change);
+void SetProfileWriter(ProfileWriter writer);
+void ProfileWritten(std::uint32_t change, bool written);
 
 // The pure halves, for tests and fuzzing.
 bool FindInProfile(std::u16string_view file, std::u16string_view section, std::u16string_view key,

@@ -10,6 +10,8 @@ enum class Worker { Transfer, Saver };
 bool StartWorker(Worker kind, void (*work)());
 // Whether a worker of this kind is still inside its function.
 bool WorkerRuns(Worker kind);
+// Waits until no worker of this kind runs; the other one goes on meanwhile.
+void EndWorker(Worker kind);
 // Waits until no worker of any kind runs. Used by tests and at process end.
 void EndWorkers();
 

@@ -170,9 +170,11 @@ void SaveGridSettings() {
   platform::WriteProfile(kSection, u"Grid", view.gridOn ? u"1" : u"0");
   platform::WriteProfile(kSection, u"GridColor", IntegerText(view.gridColour));
   platform::WriteProfile(kSection, u"GridScale", IntegerText(view.gridScale));
-  if (platform::EndProfileChange() || saveFailureTold) return;
-  saveFailureTold = true;
-  ShowStatus(u"The settings file could not be written. Grid settings hold for this run only.");
+  platform::EndProfileChange([](bool saved) {
+    if (saved || saveFailureTold) return;
+    saveFailureTold = true;
+    ShowStatus(u"The settings file could not be written. Grid settings hold for this run only.");
+  });
 }
 
 Colour GridColour(bool toned) {

@@ -59,6 +59,19 @@ TEST_F(Worker, StartsWhileTheOneBeforeIsStillOnItsWayOut) {
   EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
 }
 
+// A disk that does not answer must not keep the window from closing behind an aborted transfer.
+TEST_F(Worker, IsWaitedForWithoutTheOtherKind) {
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Saver, WaitForTheTest));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, [] { elsewhere = true; }));
+  platform::EndWorker(platform::Worker::Transfer);
+  EXPECT_TRUE(elsewhere);
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Saver));
+  EXPECT_EQ(ended, 0);
+  letGo = true;
+  platform::EndWorker(platform::Worker::Saver);
+  EXPECT_EQ(ended, 1);
+}
+
 TEST_F(Worker, TellsThatNoThreadCouldBeStarted) {
   {
     const system_calls::Watch watch;

@@ -57,6 +57,19 @@ void PutObjects(SavedShape& shape) {
   }
 }
 
+// The name of the shape that was saved last; the disk's answer comes later.
+std::u16string savedName;
+
+void TellSaved(bool saved) {
+  if (!saved) {
+    SetSketchStatus(u"MORVA.ini could not be written \u2014 the shape lasts for this run only.");
+    return;
+  }
+  const std::u16string words = u"Saved reusable shape: " + savedName +
+                               u". It is now available in Shape and Pattern drop-downs.";
+  SetSketchStatus(words.c_str());
+}
+
 }  // namespace
 
 bool ObjectExtents(const SketchObject* objects, int count, Extents& extents) {
@@ -95,15 +108,9 @@ void SaveDrawingAsShape() {
                       platform::BoxIcon::Warning);
     return;
   }
-  const bool saved = SaveShapeLibrary();
+  savedName = name;
+  SaveShapeLibrary(TellSaved);
   RefreshShapeLists();
-  if (!saved) {
-    SetSketchStatus(u"MORVA.ini could not be written \u2014 the shape lasts for this run only.");
-    return;
-  }
-  const std::u16string words =
-      u"Saved reusable shape: " + name + u". It is now available in Shape and Pattern drop-downs.";
-  SetSketchStatus(words.c_str());
 }
 
 void RegisterSaveShape() {

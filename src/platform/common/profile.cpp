@@ -183,11 +183,36 @@ struct Change {
   int depth = 0;
   bool readable = false;
   bool touched = false;  // something was set or erased
+  std::vector<ProfileTold> told;
   std::string before;
   std::vector<Section> sections;
 };
 
 Change change;
+
+// Changes that the writer has and has not answered for. Reading sees the last of them.
+struct Handed {
+  std::string bytes;
+  bool there = false;
+  bool lastSaved = false;  // the newest change, where it is not there
+  std::uint32_t last = 0;  // number of the newest change
+  std::vector<std::pair<std::uint32_t, ProfileTold>> told;
+};
+
+Handed handed;
+ProfileWriter writer = nullptr;
+
+void ExpectAnswer(std::uint32_t number, const std::vector<ProfileTold>& told) {
+  for (const ProfileTold each : told) handed.told.emplace_back(number, each);
+}
+
+void HandOver(std::string bytes, const std::vector<ProfileTold>& told) {
+  handed.bytes = bytes;
+  handed.there = true;
+  const std::uint32_t number = ++handed.last;
+  ExpectAnswer(number, told);
+  writer(ProfilePath(), std::move(bytes), number);
+}
 
 // As FindEntry, in the sections of the change under way.
 bool FindChanged(std::string_view section, std::string_view key, std::string_view& value) {
@@ -205,6 +230,10 @@ bool FindChanged(std::string_view section, std::string_view key, std::string_vie
 bool LoadProfile(std::string& bytes) {
   const std::u16string path = ProfilePath();
   if (path.empty()) return false;
+  if (handed.there) {
+    bytes = handed.bytes;
+    return true;
+  }
   return ReadBytes(path, kMaxProfileBytes, bytes) == ReadAnswer::Read || !FileExists(path);
 }
 
@@ -251,18 +280,46 @@ void EraseProfileSection(std::u16string_view section) {
   EndProfileChange();
 }
 
-bool EndProfileChange() {
+bool EndProfileChange(ProfileTold told) {
   if (change.depth == 0) return false;
+  if (told) change.told.push_back(told);
   if (--change.depth > 0) return true;
-  const bool readable = change.readable;
-  if (!change.touched) {
-    change = Change();
-    return readable;
+  const Change ended = std::exchange(change, Change());
+  const std::string after = ended.touched ? Written(ended.sections) : ended.before;
+  const bool same = after == ended.before;
+  bool saved = ended.readable;
+  if (saved && same && handed.there) {
+    ExpectAnswer(handed.last, ended.told);
+    return true;
   }
-  const std::string after = Written(change.sections);
-  const bool same = after == change.before;
-  change = Change();
-  return readable && (same || WriteFileAtomic(ProfilePath(), after));
+  if (saved && !same && writer) {
+    HandOver(after, ended.told);
+    return handed.there || handed.lastSaved;
+  }
+  if (saved && !same) saved = WriteFileAtomic(ProfilePath(), after);
+  for (const ProfileTold each : ended.told) each(saved);
+  return saved;
+}
+
+void SetProfileWriter(ProfileWriter to) {
+  writer = to;
+  handed = Handed();
+}
+
+void ProfileWritten(std::uint32_t number, bool written) {
+  if (number == handed.last) {
+    handed.there = false;
+    handed.lastSaved = written;
+  }
+  std::vector<std::pair<std::uint32_t, ProfileTold>> waiting;
+  for (const auto& [of, told] : std::exchange(handed.told, {})) {
+    if (of <= number) {
+      told(written);
+    } else {
+      waiting.emplace_back(of, told);
+    }
+  }
+  handed.told.insert(handed.told.begin(), waiting.begin(), waiting.end());
 }
 
 bool FindInProfile(std::u16string_view file, std::u16string_view section, std::u16string_view key,

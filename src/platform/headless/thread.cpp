@@ -153,15 +153,20 @@ bool StartWorker(Worker kind, void (*work)()) {
 
 bool WorkerRuns(Worker kind) { return headless::Alive(headless::BatonOf(kind)); }
 
-// Time passes for the worker alone; no timer fires meanwhile.
-void EndWorkers() {
+// Time passes for the workers alone; no timer fires meanwhile.
+void EndWorker(Worker kind) {
   std::uint64_t due = 0;
   const std::uint64_t last = headless::VirtualNow() + headless::kLongestJobMs;
-  while (headless::NextWorkerDue(due) && due <= last) {
+  while (WorkerRuns(kind) && headless::NextWorkerDue(due) && due <= last) {
     headless::MoveClockTo(due);
     headless::RunWorker();
   }
-  headless::FinishWorkers();
+  headless::Finish(headless::BatonOf(kind));
+}
+
+void EndWorkers() {
+  EndWorker(Worker::Transfer);
+  EndWorker(Worker::Saver);
 }
 
 }  // namespace platform

@@ -11,18 +11,17 @@ namespace {
 // A new worker may start while the one before it, whose last message has been handled
 // already, is still on its way out.
 std::mutex gate;
-std::condition_variable allOut;
+std::condition_variable oneOut;
 int running[2] = {};  // by kind
 
 int& RunningOf(Worker kind) { return running[static_cast<int>(kind)]; }
-bool AnyRuns() { return RunningOf(Worker::Transfer) > 0 || RunningOf(Worker::Saver) > 0; }
 
 template <Worker kind>
 void* RunWork(void* work) {
   reinterpret_cast<void (*)()>(work)();
   const std::lock_guard<std::mutex> hold(gate);
   --RunningOf(kind);
-  if (!AnyRuns()) allOut.notify_all();
+  oneOut.notify_all();
   return nullptr;
 }
 
@@ -48,9 +47,15 @@ bool WorkerRuns(Worker kind) {
   return RunningOf(kind) > 0;
 }
 
-void EndWorkers() {
+void EndWorker(Worker kind) {
   std::unique_lock<std::mutex> hold(gate);
-  while (AnyRuns()) allOut.wait(hold);
+  while (RunningOf(kind) > 0) oneOut.wait(hold);
+}
+
+// None starts another one, so that one after the other is enough.
+void EndWorkers() {
+  EndWorker(Worker::Transfer);
+  EndWorker(Worker::Saver);
 }
 
 }  // namespace platform

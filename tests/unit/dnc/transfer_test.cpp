@@ -12,6 +12,7 @@
 #include "dnc_stage.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
+#include "documents/saver.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "platform/timer.h"
@@ -673,6 +674,58 @@ TEST_F(TransferTest, KeepsAReceivedProgramInAFileWhenTheTabsFillUpMeanwhile) {
   EXPECT_TRUE(transfer.receivedData.empty());
 }
 
+// The disk takes 300 ms a flush; the window does not wait, and "kept" is told when it is true.
+TEST_F(TransferTest, KeepsAReceivedProgramWhileTheWindowGoesOn) {
+  UseDataFolder();
+  morva::RegisterSaver();
+  Receive();
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  Log();
+  headless::SetFlushTime(300);
+  headless::PeerSend("O1\r\n");
+  Advance(2200);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(Status(), u"DNC receive complete — the program is being kept in a file.");
+  EXPECT_EQ(Log(), Lines());
+  EXPECT_EQ(transfer.receivedData, "O1\r\n");
+  Advance(300);
+  ASSERT_EQ(RecoveryFiles().size(), 1u);
+  const std::u16string path = RecoveryFiles()[0].u16string();
+  EXPECT_EQ(Status(), u"DNC receive complete — eight programs are open; kept in " + path);
+  EXPECT_EQ(Log(), Lines{u"Eight programs are open. The received program was kept in " + path});
+  EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, HoldsAReceivedProgramThatADiskRefusesLater) {
+  UseDataFolder();
+  morva::RegisterSaver();
+  Receive();
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  headless::SetFlushTime(300);
+  headless::FailCall("flush", 1);
+  headless::PeerSend("O1\r\n");
+  Advance(2500);
+  EXPECT_TRUE(RecoveryFiles().empty());
+  EXPECT_EQ(Status(), u"DNC receive complete — close a program, then press RECEIVE to open it.");
+  EXPECT_EQ(transfer.receivedData, "O1\r\n");
+}
+
+// RECEIVE while the last program is on its way to the disk: nothing is opened that is kept too.
+TEST_F(TransferTest, ReceivesAnewOnlyWhenTheLastProgramIsKept) {
+  UseDataFolder();
+  morva::RegisterSaver();
+  Receive();
+  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  headless::SetFlushTime(300);
+  headless::PeerSend("O1\r\n");
+  Advance(2200);
+  morva::RemoveTab(0);
+  Receive();
+  EXPECT_EQ(RecoveryFiles().size(), 1u);
+  EXPECT_TRUE(transfer.active);
+  EXPECT_EQ(morva::app.tabCount, morva::kMaxTabs - 1);
+}
+
 TEST_F(TransferTest, HoldsAReceivedProgramThatNoFileTakesUntilThereIsATab) {
   Receive();  // no data folder
   for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
@@ -765,7 +818,25 @@ TEST_F(TransferTest, KeepsAProgramThatCameWholeWhenTheWindowGoes) {
   transfer.receivedData = "O1\r\n";  // the worker's message has not been told yet
   morva::EndTransferForGood();
   EXPECT_FALSE(transfer.active);
-  EXPECT_EQ(RecoveryFiles().size(), 1u);
+  ASSERT_EQ(RecoveryFiles().size(), 1u);
+  // Nobody has eight programs open here.
+  EXPECT_EQ(Log(), Lines{u"The received program was kept in " + RecoveryFiles()[0].u16string()});
+}
+
+// A disk that does not answer must not keep the window from closing behind an aborted transfer.
+TEST_F(TransferTest, EndsForGoodWithoutWaitingForTheDisk) {
+  Receive();
+  Advance(100);
+  headless::SetFlushTime(60000);
+  morva::SaveJob job;
+  job.program = PathOf("other.NC");
+  job.files.push_back({job.program, "G0"});
+  morva::HandOverSave(job);
+  const std::uint64_t start = platform::TickMilliseconds();
+  morva::EndTransferForGood();
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Saver));
+  EXPECT_LT(platform::TickMilliseconds() - start, 1000u);
 }
 
 TEST_F(TransferTest, KeepsAProgramThatNoFileTookEarlierWhenTheWindowGoes) {

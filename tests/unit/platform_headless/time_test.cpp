@@ -136,6 +136,18 @@ TEST_F(Time, WaitUntilLetsTimersAndWorkersGoOn) {
   EXPECT_EQ(platform::TickMilliseconds(), 350u);
 }
 
+TEST_F(Time, EndWorkerWaitsForNoOtherKind) {
+  saverTurns = 0;
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Saver, WriteSlowly));
+  ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
+  platform::EndWorker(platform::Worker::Transfer);
+  EXPECT_EQ(platform::TickMilliseconds(), 200u);
+  EXPECT_FALSE(platform::WorkerRuns(platform::Worker::Transfer));
+  EXPECT_TRUE(platform::WorkerRuns(platform::Worker::Saver));
+  platform::EndWorker(platform::Worker::Saver);
+  EXPECT_EQ(saverTurns, 2);
+}
+
 TEST_F(Time, EndWorkersLetsTheWorkerComeToItsEnd) {
   ASSERT_TRUE(platform::StartWorker(platform::Worker::Transfer, SleepTwice));
   platform::EndWorkers();

@@ -1,0 +1,112 @@
+// Files that belong to no tab, and a disk that takes 300 ms for each flush of a file.
+
+#include "documents/saver.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "documents/recovery.h"
+#include "documents/tab_models.h"
+#include "library/shapes.h"
+#include "platform/clock.h"
+#include "platform/profile.h"
+#include "platform/thread.h"
+#include "support/program_stage.h"
+
+namespace {
+
+using morva::app;
+
+std::vector<bool> told;
+void Tell(bool saved) { told.push_back(saved); }
+
+struct Saver : public support::ProgramStage {
+  Saver() { told.clear(); }
+  std::string Settings() const { return Raw("bin/MORVA.ini"); }
+  static void SetPort(std::u16string_view port) {
+    platform::BeginProfileChange();
+    platform::WriteProfile(u"DNC", u"Port", port);
+    EXPECT_TRUE(platform::EndProfileChange(Tell));
+  }
+};
+
+TEST_F(Saver, WritesTheSettingsFileWhileTheWindowGoesOn) {
+  Put("bin/MORVA.ini", "[DNC]\r\nPort=COM1\r\n");
+  headless::SetFlushTime(300);
+  const std::uint64_t start = platform::TickMilliseconds();
+  SetPort(u"COM2");
+  EXPECT_EQ(platform::TickMilliseconds(), start);
+  EXPECT_TRUE(told.empty());
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM1\r\n");
+  // What was set is read although it is not written yet.
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u""), u"COM2");
+  headless::Advance(300);
+  EXPECT_EQ(told, std::vector<bool>{true});
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM2\r\n");
+}
+
+TEST_F(Saver, WritesOfTheSettingsThatWaitOnlyTheNewestAndTellsAll) {
+  headless::SetFlushTime(300);
+  SetPort(u"COM1");
+  SetPort(u"COM2");
+  platform::WriteProfile(u"DNC", u"Baud", u"9600");
+  SetPort(u"COM3");
+  headless::Advance(300);
+  EXPECT_EQ(told, std::vector<bool>{true});
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM1\r\n");
+  headless::Advance(300);
+  EXPECT_EQ(told, (std::vector<bool>{true, true, true}));
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM3\r\nBaud=9600\r\n");
+  EXPECT_FALSE(morva::SavesUnderWay());
+}
+
+TEST_F(Saver, TellsWhenTheSettingsCouldNotBeWritten) {
+  Put("bin/MORVA.ini", "[DNC]\r\nPort=COM1\r\n");
+  headless::SetFlushTime(300);
+  headless::FailCall("rename", 1);
+  SetPort(u"COM2");
+  // The same once more is no change to what is under way, and hears the same.
+  SetPort(u"COM2");
+  headless::Advance(1000);
+  EXPECT_EQ(told, (std::vector<bool>{false, false}));
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM1\r\n");
+  EXPECT_EQ(platform::ReadProfile(u"DNC", u"Port", u""), u"COM1");
+}
+
+TEST_F(Saver, WritesTheSettingsAtOnceWhereNoThreadStarts) {
+  headless::FailCall("worker", 1);
+  SetPort(u"COM2");
+  EXPECT_EQ(told, std::vector<bool>{true});
+  EXPECT_EQ(Settings(), "[DNC]\r\nPort=COM2\r\n");
+}
+
+TEST_F(Saver, WritesTheShapeLibraryAndItsMirrorWhileTheWindowGoesOn) {
+  headless::SetFlushTime(300);
+  morva::shapeLibrary = morva::ShapeLibrary();
+  ASSERT_EQ(morva::AppendShape(u"Bracket"), 0);
+  const std::uint64_t start = platform::TickMilliseconds();
+  EXPECT_TRUE(morva::SaveShapeLibrary(Tell));
+  EXPECT_EQ(platform::TickMilliseconds(), start);
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(told, std::vector<bool>{true});
+  EXPECT_NE(Settings().find("Name=Bracket"), std::string::npos);
+  EXPECT_EQ(Raw("Documents/MORVA/Shapes/Library.shapes").size(), 3224u);
+}
+
+// Two programs of one title in one millisecond, neither of them written yet.
+TEST_F(Saver, GivesEachProgramThatIsKeptAFileOfItsOwn) {
+  headless::SetFlushTime(300);
+  std::u16string first;
+  std::u16string second;
+  ASSERT_GE(app.tabCount, 1);
+  EXPECT_TRUE(morva::KeepProgramInRecovery(morva::tabs[0], first));
+  EXPECT_TRUE(morva::KeepProgramInRecovery(morva::tabs[0], second));
+  EXPECT_NE(first, second);
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_TRUE(platform::FileExists(first));
+  EXPECT_TRUE(platform::FileExists(second));
+}
+
+}  // namespace
