@@ -5,8 +5,9 @@
 //   <target> FILE...      these files only, to see a failure again
 //
 // The inputs run in a child process, so that any kind of failure is seen; the input that
-// failed is left beside the program. The canary target must fail: it shows that a failure
-// would be noticed.
+// failed is left beside the program. Memory that nobody holds any more at the end is a failure of
+// the whole run; only the sanitizer's variant sees it. The canary targets must fail: they show
+// that a failure would be noticed.
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,6 +26,7 @@
 #include "support/places.h"
 
 extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__((weak));
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
 
 namespace {
 
@@ -211,15 +213,35 @@ bool IsCount(std::string_view argument) {
   return argument.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+// The child ends without the checks of a process's end.
+bool LeaksMemory() {
+  return __lsan_do_recoverable_leak_check && __lsan_do_recoverable_leak_check() != 0;
+}
+
+int RunInputs(int argc, char** argv, const std::string& target) {
+  if (argc < 2) return RunAll(target, kRuns, true);
+  if (IsCount(argv[1])) return RunAll(target, std::strtol(argv[1], nullptr, 10), false);
+  for (int i = 1; i < argc; ++i) RunOne(ReadFile(argv[i]));
+  return 0;
+}
+
 int Child(int argc, char** argv, const std::string& target) {
   for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP}) {
     std::signal(signal, OnSignal);
   }
   if (__sanitizer_set_death_callback) __sanitizer_set_death_callback(KeepInput);
-  if (argc < 2) return RunAll(target, kRuns, true);
-  if (IsCount(argv[1])) return RunAll(target, std::strtol(argv[1], nullptr, 10), false);
-  for (int i = 1; i < argc; ++i) RunOne(ReadFile(argv[i]));
-  return 0;
+  const int result = RunInputs(argc, argv, target);
+  if (!LeaksMemory()) return result;
+  std::printf("%s: memory was lost; run single inputs to see which of them does it\n",
+              target.c_str());
+  return 1;
+}
+
+// Whether a canary was caught; that of memory can be caught by the sanitizer alone.
+int TellCanary(const std::string& target, bool caught) {
+  const bool unseen = target == "leak_canary_fuzz" && !__lsan_do_recoverable_leak_check;
+  std::printf("the canary %s\n", caught ? "was caught" : unseen ? "cannot be seen" : "got away");
+  return caught || unseen ? 0 : 1;
 }
 
 }  // namespace
@@ -245,11 +267,8 @@ int main(int argc, char** argv) {
   int status = 0;
   waitpid(child, &status, 0);
   const bool failed = !WIFEXITED(status) || WEXITSTATUS(status) != 0;
-  if (target == "canary_fuzz") {
-    const bool caught = failed && fs::exists(kept);
-    std::printf("the canary %s\n", caught ? "was caught" : "got away");
-    return caught ? 0 : 1;
-  }
+  if (target == "canary_fuzz") return TellCanary(target, failed && fs::exists(kept));
+  if (target == "leak_canary_fuzz") return TellCanary(target, failed);
   if (failed) std::printf("%s failed; its input is %s\n", target.c_str(), kept.c_str());
   return failed ? 1 : 0;
 }
