@@ -47,12 +47,10 @@ SaveAnswer WriteAll(SaveJob& job, DiskState& now) {
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
-    // The new file may be in place although its folder could not be flushed.
-    if (file.path == job.program && platform::FiguresOf(file.path) == written) {
-      now = {written, HashBytes(file.bytes)};
-    }
     if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
     if (answer == platform::WriteAnswer::Failed) return SaveAnswer::Failed;
+    if (file.path == job.program) now = {written, HashBytes(file.bytes)};
+    if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
   }
   return SaveAnswer::Saved;
 }

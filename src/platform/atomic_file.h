@@ -7,7 +7,7 @@
 
 namespace platform {
 
-enum class WriteAnswer { Written, Failed, Changed };
+enum class WriteAnswer { Written, Failed, Changed, NotFlushed };
 
 struct AtomicWrite {
   std::u16string_view path;
@@ -24,12 +24,12 @@ struct AtomicWrite {
 // flushes the folder. The new file's name is short: ".tmp-", the low 32 bits of the tick in
 // decimal, and where that name is taken "-" and a number.
 //
-// Failed and Changed: no stray file is left, and the target is whole as it was. The one
-// exception is a folder that could not be flushed: then the new content is in place and may
-// not outlast a power cut, so that the caller's work still counts as unsaved. `written` gets
-// the figures of the new file, when there is one.
+// Failed and Changed: no stray file is left, and the target is whole as it was. NotFlushed: the
+// new content is in place, but its folder could not be flushed, so that it may not outlast a power
+// cut and the caller's work still counts as unsaved. `written` gets the figures of the new file,
+// when there is one.
 WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written);
-// The same for a file of its own. False: Failed.
+// The same for a file of its own. False: Failed or NotFlushed.
 bool WriteFileAtomic(std::u16string_view path, std::string_view bytes);
 
 }  // namespace platform

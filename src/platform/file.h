@@ -28,6 +28,7 @@ std::int64_t SizeOfFile(int handle);
 // What tells one state of a file from another, and one file from another. A link is followed.
 struct FileFigures {
   bool exists = false;
+  bool unknown = false;  // whether there is a file could not be told; nothing else is set then
   std::uint64_t device = 0;
   std::uint64_t node = 0;  // with `device` the file itself, whatever name leads to it
   std::uint64_t size = 0;
@@ -50,6 +51,7 @@ bool MayReplace(std::u16string_view path);
 // Puts `temporary` in the place of `target` in one step.
 bool RenameOver(std::u16string_view temporary, std::u16string_view target);
 bool EraseFile(std::u16string_view path);
+// False only where nothing stands for certain: what could not be told must not be replaced.
 bool FileExists(std::u16string_view path);
 // The folder that holds `path` is on the medium.
 bool FlushFolderOf(std::u16string_view path);

@@ -75,12 +75,17 @@ WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written) {
   // Access comes first, so that nobody who may not read the old file can read the new one.
   bool good = GiveAccess(write, temporary, target) && FillFile(handle, write.bytes, written);
   good = ShutFile(handle) && good;
-  const bool changed = good && write.expected && !(FiguresOf(target) == *write.expected);
+  bool changed = false;
+  if (good && write.expected) {
+    const FileFigures now = FiguresOf(target);
+    good = !now.unknown;
+    changed = good && !(now == *write.expected);
+  }
   if (changed || !good || !RenameOver(temporary, target)) {
     EraseFile(temporary);
     return changed ? WriteAnswer::Changed : WriteAnswer::Failed;
   }
-  return FlushFolderOf(target) ? WriteAnswer::Written : WriteAnswer::Failed;
+  return FlushFolderOf(target) ? WriteAnswer::Written : WriteAnswer::NotFlushed;
 }
 
 bool WriteFileAtomic(std::u16string_view path, std::string_view bytes) {

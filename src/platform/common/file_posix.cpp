@@ -68,6 +68,11 @@ FileFigures FiguresFrom(const struct stat& about) {
   return figures;
 }
 
+// A disk that fails, or a folder that may not be looked into, says nothing about its files.
+bool SaysNothingIsThere(int error) {
+  return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
+}
+
 bool IsPlainAndWritable(const char* path, const struct stat& about) {
   return S_ISREG(about.st_mode) && faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) == 0;
 }
@@ -120,8 +125,11 @@ std::int64_t WriteBytes(int handle, const void* bytes, std::size_t count) {
 FileFigures FiguresOf(std::u16string_view path) {
   std::string native;
   struct stat about;
-  if (!NativePath(path, native) || stat(native.c_str(), &about) != 0) return FileFigures();
-  return FiguresFrom(about);
+  if (!NativePath(path, native)) return FileFigures();
+  if (stat(native.c_str(), &about) == 0) return FiguresFrom(about);
+  FileFigures none;
+  none.unknown = !SaysNothingIsThere(errno);
+  return none;
 }
 
 FileFigures FiguresOfOpened(int handle) {
@@ -189,7 +197,8 @@ bool EraseFile(std::u16string_view path) {
 bool FileExists(std::u16string_view path) {
   std::string native;
   struct stat about;
-  return NativePath(path, native) && stat(native.c_str(), &about) == 0;
+  if (!NativePath(path, native)) return false;
+  return stat(native.c_str(), &about) == 0 || !SaysNothingIsThere(errno);
 }
 
 bool FlushFolderOf(std::u16string_view path) {
