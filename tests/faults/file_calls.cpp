@@ -62,6 +62,8 @@ Deed Meet(Call call) {
   if (plan->deed == Deed::Fail) {
     errno = plan->error;
     plan->eraseFailed = plan->eraseFailed || call == Call::Erase;
+    const bool puts = call == Call::Write || call == Call::Flush || call == Call::Rename;
+    plan->mustTell = plan->mustTell || (puts && plan->error != EINTR);
   }
   return plan->deed;
 }
@@ -96,6 +98,7 @@ void Start(int at, Deed deed) {
   plan->at = at;
   plan->deed = deed;
   plan->met = false;
+  plan->mustTell = false;
   plan->eraseFailed = false;
   plan->active = true;
 }
@@ -155,6 +158,8 @@ int __wrap_fsync(int handle) { return Fails(Call::Flush) ? -1 : __real_fsync(han
 int __wrap_close(int handle) {
   const bool fails = Fails(Call::Close);
   const int error = errno;
+  const bool written = (fcntl(handle, F_GETFL) & O_ACCMODE) == O_WRONLY;
+  if (fails && written && error != EINTR) file_calls::plan->mustTell = true;
   const int closed = __real_close(handle);
   if (!fails) return closed;
   errno = error;

@@ -51,6 +51,9 @@ struct Plan {
   bool onward = false;
   int quarters = 0;  // of the bytes that are taken: 0 to 3; 0 is one byte
   bool met = false;
+  // Whether a call has failed without which a file is not safely on the disk: a write, a flush, a
+  // rename, the close of a file that was written.
+  bool mustTell = false;
   // Whether a call that erases has failed, so that a file may lie about.
   bool eraseFailed = false;
 };

@@ -343,6 +343,9 @@ void DoRun(const Run& run, const Files& before, const Files& after) {
   const Call call = file_calls::plan->calls[run.at - 1];
   const bool harmless = run.deed == Deed::Short || file_calls::IsHarmless(call, run.error);
   if (harmless && !saved) Violation("a call that can be taken up again failed the save");
+  if (saved && file_calls::plan->mustTell && work.unheeded.empty()) {
+    Violation("saved although the disk refused it");
+  }
   if (OpenHandles() != handles) Violation("a handle stays open");
   const int strays = file_calls::plan->eraseFailed ? 1 : 0;
   CheckFiles(work, before, after, saved ? Wanted::Told : Wanted::Nothing, strays);
