@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -61,7 +62,7 @@ bool PickFileToSave(const PickFileSpec&, std::u16string& path) {
 
 namespace {
 
-constexpr int kRounds = 5;
+constexpr int kRounds = 3;
 constexpr int kMostMs = 100;
 constexpr std::size_t kLargest = std::size_t{32} << 20;
 
@@ -149,14 +150,18 @@ void Type() {
 void Measure(const char* subject, void (*prepare)(), void (*act)()) {
   for (int round = 0; round < kRounds; ++round) {
     prepare();
-    targets::Note({subject, "ms", 0, kMostMs}, LongestStop(act));
+    const double longest = LongestStop(act);
+    targets::Note({subject, "ms", 0, kMostMs}, longest);
+    std::printf("%s: %.1f ms\n", subject, longest);
+    std::fflush(stdout);
     Settle();
   }
 }
 
 void Save() { morva::SaveProgramCommand(); }
 void SaveAs() {
-  nextFile = folder->filePath(QStringLiteral("other.NC"));
+  // Two tabs on one file are refused.
+  nextFile = folder->filePath(QStringLiteral("other-%1.NC").arg(morva::app.activeTab));
   morva::SaveProgramAs();
 }
 void Autosave() { morva::RunAutosave(); }
@@ -194,6 +199,6 @@ int main(int argc, char** argv) {
   MeasureProgram(true);
   Measure("Stop by a received program that is kept", Receive, [] { morva::OpenReceivedProgram(); });
   platform::EndProcess();
-  targets::Rows();
-  std::_Exit((targets::Print(), std::fflush(nullptr), 0));
+  folder.reset();
+  return 0;
 }
