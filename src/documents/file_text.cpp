@@ -134,7 +134,17 @@ OutputFigures MeasureOutput(std::u16string_view text) {
   int line = 1;
   char16_t before = 0;
   char16_t last = 0;
-  for (const char16_t unit : text) {
+  const char16_t* at = text.data();
+  const char16_t* const end = at + text.size();
+  while (at != end) {
+    const int plain = end - at >= 4 ? PlainOfFour(at) : 0;
+    if (plain > 0) {
+      figures.bytes += static_cast<std::size_t>(plain);
+      at += plain;
+      before = last = at[-1];
+      continue;
+    }
+    const char16_t unit = *at++;
     const bool behindReturn = unit == u'\n' && before == u'\r';
     before = unit;
     if (unit == u'\0' || behindReturn) continue;
