@@ -20,8 +20,8 @@ void StartSend(std::string bytes, std::u16string_view message);
 void RequestAbort();
 // The key of the setup panel: "Abort requested..." and the flag.
 void AbortTransfer();
-// In a new tab; where eight are open meanwhile, by the writer of files into the folder "Recovery". A
-// text that can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words
+// In a new tab; where eight are open meanwhile, by the writer of files into the folder "Recovery".
+// A text that can be kept nowhere stays here, and the next ReceiveProgram opens it first. The words
 // for the status line; empty: nothing had been received.
 std::u16string OpenReceivedProgram();
 // Tries once more to keep a program in "Recovery" that was received and is in no tab, and waits for
