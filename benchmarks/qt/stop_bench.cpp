@@ -157,7 +157,10 @@ void Type() {
   platform::SetEditorSelection(morva::kIdEditor, {end, end});
   platform::ReplaceSelection(morva::kIdEditor, u"(A)\r\n", true);
   morva::MarkModified();
-  QCoreApplication::processEvents();
+  // List and path follow 150 ms behind the last key, the autosave 700 ms.
+  QElapsedTimer pause;
+  pause.start();
+  while (pause.elapsed() < 500) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
 void Measure(const char* subject, void (*prepare)(), void (*act)()) {
