@@ -2,7 +2,7 @@
 // boxes, the record of the block and its reopening in its unit, the live picture and clicks on it,
 // and what follows a change of the program.
 //
-// A builder's file includes this header for forms, pictures and the writer as well.
+// A builder's file includes this header for modes, forms, pictures and the writer as well.
 #pragma once
 
 #include "app/command_ids.h"

@@ -7,7 +7,9 @@
 #include <cstddef>
 #include <span>
 
+#include "app/app_state.h"
 #include "app/commands.h"
+#include "app/mode_table.h"
 #include "forms/form.h"
 #include "platform/message.h"
 
@@ -15,7 +17,6 @@ namespace morva {
 
 struct CodeWriter;
 struct FeatureSettings;
-struct ModeRow;
 struct Picture;
 
 // Why nothing is inserted. Without words no box comes.
