@@ -47,6 +47,7 @@ inline constexpr int kMaxCompletions = 128;        // rows of the completion lis
 inline constexpr int kMaxColouredUnits = 250000;   // a longer program bears no colours
 inline constexpr int kMaxColouredLine = 8190;      // units of a code line that bear colours
 inline constexpr int kMaxWordsLine = 2046;         // units of a words line that bear colours
+inline constexpr int kMaxEarlierWordsUnits = 16777216;  // kept of programs as the words view showed them before a change from elsewhere; an Undo further back brings G1 back as G01
 inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of a line, each of a unit at least
 
 // The toolpath.

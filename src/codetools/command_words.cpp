@@ -72,6 +72,41 @@ std::size_t CommentEnd(std::u16string_view text, std::size_t at) {
   return close == std::u16string_view::npos ? text.size() : close + 1;
 }
 
+constexpr std::u16string_view kPrint = u"DPRNT";
+
+// Whether a print command stands at `at`, up to its "["; `open` is the place of that.
+bool IsPrintAt(std::u16string_view text, std::size_t at, std::size_t& open) {
+  if (at > 0 && IsLetter(text[at - 1])) return false;
+  if (!SameFolded(text.substr(at, kPrint.size()), kPrint)) return false;
+  open = at + kPrint.size();
+  while (open < text.size() && (text[open] == u' ' || text[open] == u'\t')) ++open;
+  return open < text.size() && text[open] == u'[';
+}
+
+// Behind what is text and no code at `at`, outside comments: the rest of the line from ";" on, a
+// print command with its brackets. `at` itself where code stands.
+std::size_t PlainTextEnd(std::u16string_view text, std::size_t at) {
+  std::size_t end = at;
+  const bool print = Upper(text[at]) == u'D' && IsPrintAt(text, at, end);
+  if (!print && text[at] != u';') return at;
+  int depth = 0;
+  for (; end < text.size() && text[end] != u'\r' && text[end] != u'\n'; ++end) {
+    if (!print) continue;
+    if (text[end] == u'[') ++depth;
+    if (text[end] == u']' && --depth == 0) return end + 1;
+  }
+  return end;
+}
+
+// Whether a conversion leaves what PlainTextEnd finds alone.
+enum class PlainText { IsCode, Stays };
+
+// Behind what no conversion touches at `at`, else `at` itself.
+std::size_t UntouchedEnd(std::u16string_view text, std::size_t at, PlainText plain) {
+  if (text[at] == u'(') return CommentEnd(text, at);
+  return plain == PlainText::Stays ? PlainTextEnd(text, at) : at;
+}
+
 // The bounded end of a conversion: what does not fit is cut.
 struct Output {
   OwnedText& text;
@@ -286,6 +321,57 @@ WordPiece WordPieceAt(const WordIndex& index, std::u16string_view words, std::si
   return piece;
 }
 
+std::size_t RoomForWords(std::size_t code) {
+  return std::max<std::size_t>(16384, 18 * code + 8192);
+}
+std::size_t RoomForCode(std::size_t words) { return std::max<std::size_t>(16384, words + 8192); }
+
+// The words of `code`, of which the part in front of `from` stands as it is.
+void PutWords(Output out, std::u16string_view code, std::size_t from, PlainText plain) {
+  std::size_t copied = 0;  // what lies behind it is still to be copied
+  for (std::size_t at = from; at < code.size();) {
+    const std::size_t untouched = UntouchedEnd(code, at, plain);
+    if (untouched > at) {
+      at = untouched;
+      continue;
+    }
+    const CodePiece piece = PieceAt(code, at);
+    if (piece.length == 0) {
+      ++at;
+      continue;
+    }
+    out.Write(code.substr(copied, at - copied));
+    at += piece.length;
+    copied = at;
+    WritePiece(out, piece, code.substr(at));
+  }
+  out.Write(code.substr(copied));
+}
+
+// The code of `words`, of which the part in front of `from` stands as it is.
+void PutCode(Output out, std::u16string_view words, std::size_t from, PlainText plain) {
+  const WordIndex& index = AllWords();
+  std::size_t copied = 0;
+  for (std::size_t at = from; at < words.size();) {
+    const std::size_t untouched = UntouchedEnd(words, at, plain);
+    if (untouched > at) {
+      at = untouched;
+      continue;
+    }
+    const WordPiece piece = WordPieceAt(index, words, at);
+    if (piece.length == 0) {
+      ++at;
+      continue;
+    }
+    out.Write(words.substr(copied, at - copied));
+    out.Write(piece.code);
+    out.Write(piece.number);
+    at += piece.length;
+    copied = at;
+  }
+  out.Write(words.substr(copied));
+}
+
 }  // namespace
 
 std::u16string_view CommandWord(int row) {
@@ -323,26 +409,8 @@ int CommandWordsIn(std::u16string_view line, bool& inComment, WordSpan* spans, i
 
 OwnedText CodeToWords(std::u16string_view code) {
   OwnedText words;
-  const std::size_t capacity = std::max<std::size_t>(16384, 18 * code.size() + 8192);
-  if (!Allocate(words, capacity)) return words;
-  Output out{words, capacity};
-  std::size_t copied = 0;  // what lies behind it is still to be copied
-  for (std::size_t at = 0; at < code.size();) {
-    if (code[at] == u'(') {
-      at = CommentEnd(code, at);
-      continue;
-    }
-    const CodePiece piece = PieceAt(code, at);
-    if (piece.length == 0) {
-      ++at;
-      continue;
-    }
-    out.Write(code.substr(copied, at - copied));
-    at += piece.length;
-    copied = at;
-    WritePiece(out, piece, code.substr(at));
-  }
-  out.Write(code.substr(copied));
+  const std::size_t capacity = RoomForWords(code.size());
+  if (Allocate(words, capacity)) PutWords({words, capacity}, code, 0, PlainText::IsCode);
   return words;
 }
 
@@ -360,29 +428,47 @@ std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t 
 
 OwnedText WordsToCode(std::u16string_view words) {
   OwnedText code;
-  const std::size_t capacity = std::max<std::size_t>(16384, words.size() + 8192);
-  if (!Allocate(code, capacity)) return code;
-  const WordIndex& index = AllWords();
-  Output out{code, capacity};
-  std::size_t copied = 0;
-  for (std::size_t at = 0; at < words.size();) {
-    if (words[at] == u'(') {
-      at = CommentEnd(words, at);
-      continue;
-    }
-    const WordPiece piece = WordPieceAt(index, words, at);
-    if (piece.length == 0) {
-      ++at;
-      continue;
-    }
-    out.Write(words.substr(copied, at - copied));
-    out.Write(piece.code);
-    out.Write(piece.number);
-    at += piece.length;
-    copied = at;
-  }
-  out.Write(words.substr(copied));
+  const std::size_t capacity = RoomForCode(words.size());
+  if (Allocate(code, capacity)) PutCode({code, capacity}, words, 0, PlainText::IsCode);
   return code;
+}
+
+OwnedText CodeToShownWords(std::u16string_view code) {
+  OwnedText words;
+  const std::size_t capacity = RoomForWords(code.size());
+  if (Allocate(words, capacity)) PutWords({words, capacity}, code, 0, PlainText::Stays);
+  return words;
+}
+
+std::u16string ShownWordsOfLine(std::u16string_view code, bool inComment) {
+  OwnedText words;
+  const std::size_t capacity = RoomForWords(code.size());
+  if (!Allocate(words, capacity)) return std::u16string(code);
+  PutWords({words, capacity}, code, inComment ? CommentEnd(code, 0) : 0, PlainText::Stays);
+  return std::u16string(words.View());
+}
+
+std::u16string CodeOfShownLine(std::u16string_view words, bool inComment) {
+  OwnedText code;
+  const std::size_t capacity = RoomForCode(words.size());
+  if (!Allocate(code, capacity)) return std::u16string(words);
+  PutCode({code, capacity}, words, inComment ? CommentEnd(words, 0) : 0, PlainText::Stays);
+  return std::u16string(code.View());
+}
+
+bool LeavesCommentOpen(std::u16string_view code, bool inComment) {
+  for (std::size_t at = 0; at < code.size();) {
+    inComment = inComment || code[at] == u'(';
+    if (inComment) {
+      const std::size_t close = code.find(u')', at);
+      if (close == std::u16string_view::npos) return true;
+      inComment = false;
+      at = close + 1;
+      continue;
+    }
+    at = std::max(at + 1, PlainTextEnd(code, at));
+  }
+  return inComment;
 }
 
 }  // namespace morva

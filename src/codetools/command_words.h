@@ -30,6 +30,15 @@ std::u16string WordsBetween(char16_t before, std::u16string_view code, char16_t 
 // text holds at most 16,384 units or as many as `words` and 8,192 more.
 OwnedText WordsToCode(std::u16string_view words);
 
+// The same two ways as the words view goes them: what stands behind ";" up to the line's end, and
+// in the brackets of DPRNT[...], is text that no control reads as code, and stays as it is.
+OwnedText CodeToShownWords(std::u16string_view code);
+// One line each, without its line end; `inComment` says whether a comment of a line above is open.
+std::u16string ShownWordsOfLine(std::u16string_view code, bool inComment);
+std::u16string CodeOfShownLine(std::u16string_view words, bool inComment);
+// Whether a comment is open behind `code`, as it was in front of it or because of it.
+bool LeavesCommentOpen(std::u16string_view code, bool inComment);
+
 // Where a word of the code table stands in a line of converted text.
 struct WordSpan {
   int from = 0;

@@ -100,7 +100,7 @@ bool ImportShown() { return state.open && app.surface == kSurfaceCode && !app.co
 
 void ShowPreview() {
   platform::HoldEditorRedraw(kIdImportPreview, true);
-  const OwnedText words = app.commandWordsActive ? CodeToWords(source.text) : OwnedText();
+  const OwnedText words = app.commandWordsActive ? CodeToShownWords(source.text) : OwnedText();
   if (words.units) {
     platform::SetEditorText(kIdImportPreview, words.View());
     ColourWordsPane(kIdImportPreview, words.View(), source.text.size());

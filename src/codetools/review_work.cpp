@@ -99,7 +99,7 @@ void ListShownRows() {
 // Without memory for its text a pane stays empty.
 void FillPane(int side, std::u16string_view program) {
   const OwnedText code = ComparePaneText(program, side == 0, options);
-  const OwnedText words = renderedInWords ? CodeToWords(code.View()) : OwnedText();
+  const OwnedText words = renderedInWords ? CodeToShownWords(code.View()) : OwnedText();
   const std::u16string_view text = renderedInWords ? words.View() : code.View();
   platform::HoldEditorRedraw(kPanes[side], true);
   platform::SetEditorText(kPanes[side], text);

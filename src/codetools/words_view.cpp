@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -15,7 +18,7 @@
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/editor_help.h"
-#include "documents/program_changed.h"
+#include "codetools/words_pair.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -27,9 +30,17 @@ namespace {
 
 constexpr char16_t kToWords[] = u"G-code \u2192 Text";
 constexpr char16_t kToCode[] = u"Text \u2192 G-code";
-constexpr int kRefreshMs = 60;
 
-std::uint64_t shownProgram = 0;  // the serial of the program that the view's text stands for
+// What the view stands for.
+struct Shown {
+  std::uint64_t program = 0;  // the serial of the program; 0: none
+  WordsPair pair;
+  std::uint64_t codeRevision = 0;  // of the code editor, as the pair has its text
+  // The pairs from before the code was changed from elsewhere, oldest first: an undo in the view
+  // comes back to their words, and with them to their code.
+  std::vector<WordsPair> earlier;
+};
+Shown shown;
 
 int CaretLineOf(int id) { return platform::EditorLineOf(id, platform::EditorSelection(id).to); }
 
@@ -44,34 +55,42 @@ void PutCaretOnLine(int id, int line) {
 bool IsFirstHalf(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool IsSecondHalf(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-// One undoable edit that leaves `wanted`; only what differs is touched, so that a typed
-// character costs no more than itself. False: nothing differed.
-bool ReplaceDifference(int id, std::u16string_view wanted) {
-  const std::u16string_view text = platform::EditorText(id);
-  if (text == wanted) return false;
-  const std::size_t least = text.size() < wanted.size() ? text.size() : wanted.size();
+// One undoable edit that puts `wanted` in the place of `present`, which stands at the text index
+// `index` in the line `line`; only what differs is touched, so that a typed character costs no
+// more than itself. False: nothing differed.
+bool ReplaceDifference(int id, std::size_t index, int line, std::u16string_view present,
+                       std::u16string_view wanted) {
+  if (present == wanted) return false;
+  const std::size_t least = std::min(present.size(), wanted.size());
   std::size_t front = 0;
-  while (front < least && text[front] == wanted[front]) ++front;
+  while (front < least && present[front] == wanted[front]) ++front;
   // Neither a line end nor a character of two units is split.
-  if (front > 0 && (text[front - 1] == u'\r' || IsFirstHalf(text[front - 1]))) --front;
+  if (front > 0 && (present[front - 1] == u'\r' || IsFirstHalf(present[front - 1]))) --front;
   std::size_t back = 0;
-  while (back < least - front && text[text.size() - 1 - back] == wanted[wanted.size() - 1 - back]) {
+  while (back < least - front &&
+         present[present.size() - 1 - back] == wanted[wanted.size() - 1 - back]) {
     ++back;
   }
   if (back > 0) {
-    const char16_t c = text[text.size() - back];
+    const char16_t c = present[present.size() - back];
     if (c == u'\n' || IsSecondHalf(c)) --back;
   }
-  int lines = 0;
-  for (std::size_t i = 0; i < front; ++i) lines += text[i] == u'\n';
-  int inside = 0;
-  for (std::size_t i = front; i < text.size() - back; ++i) inside += text[i] == u'\n';
+  const auto endsIn = [&](std::size_t from, std::size_t to) {
+    int ends = 0;
+    for (std::size_t i = from; i < to; ++i) ends += present[i] == u'\n';
+    return ends;
+  };
+  const std::size_t behind = present.size() - back;
   platform::EditorRange range;
-  range.from = static_cast<int>(front) - lines;
-  range.to = static_cast<int>(text.size() - back) - lines - inside;
+  range.from = static_cast<int>(index + front) - line - endsIn(0, front);
+  range.to = range.from + static_cast<int>(behind - front) - endsIn(front, behind);
   const std::u16string middle(wanted.substr(front, wanted.size() - back - front));
   platform::ReplaceRange(id, range, middle);
   return true;
+}
+
+bool ReplaceText(int id, std::u16string_view wanted) {
+  return ReplaceDifference(id, 0, 0, std::u16string(platform::EditorText(id)), wanted);
 }
 
 // Where the user's caret and the view's top stood, to go on there in the view made anew: a
@@ -114,18 +133,54 @@ void ReturnToPlace(const ViewPlace& place, int line) {
   platform::ScrollCaretIntoView(kIdWordsEditor);
 }
 
-// The code from the view. True: the code changed.
-bool PullCode() {
-  const OwnedText code = WordsToCode(platform::EditorText(kIdWordsEditor));
-  if (!code.units) return false;
-  bool changed = false;
-  {
-    const SuppressChanges suppressed;
-    const InsertingText inserting;
-    changed = ReplaceDifference(kIdEditor, code.View());
+std::size_t Units(const WordsPair& pair) {
+  std::size_t units = pair.code.size() + pair.words.size();
+  for (const ReplacedLines& r : pair.replaced) units += r.code.size() + r.words.size();
+  return units;
+}
+
+// The pair as it is now becomes an earlier one. The oldest go where there are too many.
+void KeepEarlier() {
+  std::erase_if(shown.earlier, [](const WordsPair& p) { return p.words == shown.pair.words; });
+  shown.earlier.push_back(std::move(shown.pair));
+  std::size_t units = 0;
+  for (const WordsPair& pair : shown.earlier) units += Units(pair);
+  while (units > static_cast<std::size_t>(kMaxEarlierWordsUnits)) {
+    units -= Units(shown.earlier.front());
+    shown.earlier.erase(shown.earlier.begin());
   }
-  PutCaretOnLine(kIdEditor, CaretLineOf(kIdWordsEditor));
-  return changed;
+}
+
+// The text index of the view's caret.
+std::size_t CaretIndex() {
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  return static_cast<std::size_t>(caret + platform::EditorLineOf(kIdWordsEditor, caret));
+}
+
+// The code of the view's words goes into the code editor, which holds that of the pair.
+void PutCode(std::u16string_view words) {
+  const SuppressChanges suppressed;
+  const InsertingText inserting;
+  const auto earlier = std::find_if(shown.earlier.begin(), shown.earlier.end(),
+                                    [&](const WordsPair& p) { return p.words == words; });
+  if (earlier != shown.earlier.end()) {
+    std::swap(shown.pair, *earlier);
+    ReplaceText(kIdEditor, shown.pair.code);
+  } else {
+    const CodeChange change = TakeWords(shown.pair, words, CaretIndex());
+    ReplaceDifference(kIdEditor, change.from, static_cast<int>(change.line), change.before,
+                      change.after);
+  }
+  shown.codeRevision = platform::EditorRevision(kIdEditor);
+}
+
+// Whether the pair has the code that stands in the code editor.
+bool HasStandingCode() {
+  const std::uint64_t revision = platform::EditorRevision(kIdEditor);
+  if (shown.codeRevision == revision) return true;
+  if (platform::EditorText(kIdEditor) != shown.pair.code) return false;
+  shown.codeRevision = revision;
+  return true;
 }
 
 // No form: it is an editor and takes the place of the code editor.
@@ -161,28 +216,42 @@ WordsAside::~WordsAside() { app.commandWordsActive = before_; }
 void SyncWordsFromCode() {
   if (app.insertingText || !platform::Exists(kIdWordsEditor)) return;
   const int line = CaretLineOf(kIdEditor);
-  const OwnedText words = CodeToWords(platform::EditorText(kIdEditor));
-  if (!words.units) return;
-  const ViewPlace place = PlaceInView();
   // While the same program is shown the view keeps its history, so that what was done to the
   // code from elsewhere, as renumbering, is undone here too.
-  const bool goesOn = app.commandWordsActive && shownProgram == ActiveSerial();
-  shownProgram = ActiveSerial();
+  const bool goesOn = app.commandWordsActive && shown.program == ActiveSerial();
+  WordsPair made;
+  if (!MakeWordsPair(platform::EditorText(kIdEditor), made)) return;
+  const ViewPlace place = PlaceInView();
   const InsertingText inserting;
   platform::HoldEditorRedraw(kIdWordsEditor, true);
   bool changed = true;
   if (goesOn) {
-    changed = ReplaceDifference(kIdWordsEditor, words.View());
+    changed = ReplaceText(kIdWordsEditor, made.words);
+    if (changed) KeepEarlier();
+    std::erase_if(shown.earlier, [&](const WordsPair& p) { return p.words == made.words; });
   } else {
-    platform::SetEditorText(kIdWordsEditor, words.View());
+    platform::SetEditorText(kIdWordsEditor, made.words);
+    shown.earlier.clear();
   }
+  // The lines that were changed in the view are known as long as nothing else has changed.
+  if (!goesOn || changed || made.code != shown.pair.code) shown.pair = std::move(made);
+  shown.program = ActiveSerial();
+  shown.codeRevision = platform::EditorRevision(kIdEditor);
   if (changed || line != place.line) ReturnToPlace(place, line);
   platform::HoldEditorRedraw(kIdWordsEditor, false);
 }
 
 void SyncCodeFromWords() {
-  if (!platform::Exists(kIdWordsEditor)) return;
-  PullCode();
+  if (!app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
+  // The words of another program are none of this one's.
+  if (shown.program != ActiveSerial()) return;
+  const std::u16string words(platform::EditorText(kIdWordsEditor));
+  if (words != shown.pair.words) {
+    // The code is the truth, also where it was changed and nobody told.
+    if (!HasStandingCode()) return SyncWordsFromCode();
+    PutCode(words);
+  }
+  PutCaretOnLine(kIdEditor, CaretLineOf(kIdWordsEditor));
 }
 
 void WriteInWords(std::u16string_view code) {
@@ -202,11 +271,11 @@ void WriteInWords(std::u16string_view code) {
 void SetWordsView(bool on) {
   if (on == app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
   const int line = CaretLineOf(on ? kIdEditor : kIdWordsEditor);
-  bool changed = false;
   if (on) {
     SyncWordsFromCode();
   } else {
-    changed = PullCode();
+    SyncCodeFromWords();
+    shown = Shown();
   }
   app.commandWordsActive = on;
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
@@ -225,8 +294,6 @@ void SetWordsView(bool on) {
         u"G-CODE editor enabled \u2014 type G or M to open command completion; Enter/Tab accepts "
         u"the selected command.");
   }
-  // The text is another than the file's, so it is dirty like any other change.
-  if (changed) ProgramChanged({.autosave = true, .refreshMs = kRefreshMs});
   const int shown = on ? kIdWordsEditor : kIdEditor;
   platform::SetFocusTo(shown);
   PutCaretOnLine(shown, line);

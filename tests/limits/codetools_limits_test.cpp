@@ -1,5 +1,5 @@
 // The limits of the code tools: lines and cells of a compare, rules and what they may write,
-// questions, completions and colours.
+// questions, completions, colours and what the words view keeps.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -188,6 +188,26 @@ TEST_F(CodeToolsAtWork, ColouredUnitsOfALineOfCodeAndOfWords) {
     ColourWordsView();
     ASSERT_EQ(platform::LineRuns(kIdWordsEditor, 0, runs, 4), 1);
     EXPECT_EQ(runs[0].length, std::min(length, 2046));
+  }
+}
+
+// Two programs with their words together: "g1(...)" has 4 units beside its comment and 29 in words,
+// "N1 g1(...)" has 7 and 40.
+TEST_F(CodeToolsAtWork, UnitsOfEarlierWords) {
+  static_assert(kMaxEarlierWordsUnits == 16777216);
+  for (const bool within : {true, false}) {
+    const std::u16string line =
+        u"g1(" + std::u16string((16777216 - 80) / 4 + (within ? 0 : 1), u'-') + u")";
+    platform::SetEditorText(kIdEditor, line);
+    headless::Click(kIdCommandWords);
+    for (const char16_t* number : {u"N1 ", u"N2 "}) {
+      platform::ReplaceRange(kIdEditor, {0, platform::EditorLength(kIdEditor)}, number + line);
+    }
+    platform::UndoEditor(kIdWordsEditor);
+    EXPECT_TRUE(Text() == u"N1 " + line);
+    platform::UndoEditor(kIdWordsEditor);
+    EXPECT_EQ(Text().substr(0, 4), within ? u"g1(-" : u"G01(");
+    headless::Click(kIdCommandWords);
   }
 }
 

@@ -3,7 +3,11 @@
 
 #include "codetools/words_view.h"
 
+#include "app/change_guard.h"
+#include "app/hooks.h"
 #include "codetools/colours.h"
+#include "documents/feature_blocks.h"
+#include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
@@ -179,6 +183,135 @@ TEST_F(WordsAtWork, ACompletedWordKeepsFromWhatItWouldTouch) {
   Press(platform::kKeyEnter);
   EXPECT_EQ(Line(3), u"Linear Interpolation Motion X1. Dwell F10.");
   EXPECT_NE(Text().find(u"\r\nG01 X1. G04 F10.\r\n"), std::u16string::npos);
+}
+
+// What nobody touches in the view keeps its code to the character.
+class UntouchedWords : public WordsAtWork {
+ protected:
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::EditorSetAll(kIdEditor, kLoose);
+    headless::Advance(1000);
+    ASSERT_EQ(Text(), kLoose);
+    headless::Click(kIdCommandWords);
+  }
+  static constexpr const char16_t* kLoose =
+      u"(MORVA TEXT 1)\r\no1\r\nG1X1 ; M6 then G1\r\nT1M6\r\nDPRNT[G1*X#1[44]]\r\nm8\r\n"
+      u"(MORVA END 1)\r\n";
+  static std::u16string With(std::u16string_view before, std::u16string_view after) {
+    std::u16string text = kLoose;
+    return text.replace(text.find(before), before.size(), after);
+  }
+  static void TypeBehind(std::u16string_view words, std::u16string_view text) {
+    const std::u16string view = Words();
+    const auto at = static_cast<std::int32_t>(view.find(words) + words.size());
+    const int position = MapTextOffset(view, at);
+    headless::EditorSelect(kIdWordsEditor, position, position);
+    headless::EditorInsert(kIdWordsEditor, text);
+  }
+};
+
+TEST_F(UntouchedWords, LookingAndLeavingMakesNoChangeNoUndoStepAndNoDirtyMark) {
+  WriteFile("part.NC", "g1x1 ;M6\nM8\n");
+  Open("part.NC");
+  headless::Advance(2000);
+  const std::u16string before = Text();
+  const bool dirty = app.editorDirty;
+  headless::Click(kIdCommandWords);
+  headless::Advance(2000);
+  headless::Click(kIdCommandWords);
+  headless::Advance(2000);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(app.editorDirty, dirty);
+  headless::Click(kIdClose);
+  EXPECT_EQ(ReadFile("part.NC"), "g1x1 ;M6\nM8\n");
+}
+
+TEST_F(UntouchedWords, AnEditedLineAloneIsConverted) {
+  TypeBehind(u"T1 Tool Change \u2014 Command M06", u" Dwell P1");
+  EXPECT_EQ(Text(), With(u"T1M6", u"T1 M06 G04 P1"));
+  headless::Click(kIdCommandWords);
+  EXPECT_EQ(Text(), With(u"T1M6", u"T1 M06 G04 P1"));
+}
+
+TEST_F(UntouchedWords, TextThatIsNoCodeStandsInTheViewAsItIs) {
+  EXPECT_NE(Words().find(u"Linear Interpolation Motion X1 ; M6 then G1\r\n"), std::u16string::npos);
+  EXPECT_NE(Words().find(u"\r\nDPRNT[G1*X#1[44]]\r\n"), std::u16string::npos);
+}
+
+TEST_F(UntouchedWords, UndoBringsTheCodeBackThatStoodThere) {
+  TypeBehind(u"Motion X1", u"5");
+  ASSERT_EQ(Text(), With(u"G1X1", u"G01 X15"));
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), kLoose);
+}
+
+TEST_F(UntouchedWords, UndoBehindARenumberingBringsTheCodeBackThatStoodThere) {
+  TypeBehind(u"Motion X1", u"5");
+  const std::u16string edited = Text();
+  headless::Click(kIdRenumber);
+  ASSERT_NE(Text(), edited);
+  ASSERT_NE(Text().find(u"N20 T1M6\r\n"), std::u16string::npos);
+  const std::u16string renumbered = Text();
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), edited);
+  platform::RedoEditor(kIdWordsEditor);
+  EXPECT_EQ(Text(), renumbered);
+  headless::EditorUndo(kIdWordsEditor);
+  headless::EditorUndo(kIdWordsEditor);
+  EXPECT_EQ(Text(), kLoose);
+}
+
+TEST_F(UntouchedWords, UndoBehindMarkersBringsTheCodeBackThatStoodThere) {
+  TypeBehind(u"Motion X1", u"5");
+  TypeBehind(u"(MORVA END 1)", u"\r\nDwell");
+  headless::Advance(200);
+  ASSERT_NE(Text().find(u"(MORVA TEXT 2)"), std::u16string::npos);
+  while (platform::UndoEditor(kIdWordsEditor)) {
+  }
+  EXPECT_EQ(Text(), kLoose);
+}
+
+TEST_F(UntouchedWords, ABlockInsertedMeanwhileStandsBesideThemAsItWasWritten) {
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text().find(kLoose), 0u);
+  EXPECT_NE(Text().find(u"(MORVA TEXT 2)"), std::u16string::npos);
+  InsertTextAtCaret(u"G1X9\r\nm9", false);
+  EXPECT_NE(Text().find(u"G1X9\r\nm9"), std::u16string::npos);
+  EXPECT_EQ(Text().find(kLoose), 0u);
+}
+
+TEST_F(UntouchedWords, TheWordsOfAnotherProgramNeverReachThisOne) {
+  TypeBehind(u"Motion X1", u"5");
+  headless::Click(kIdTabNew);
+  const std::u16string other = Text();
+  Call(hooks.editorFromWords);
+  EXPECT_EQ(Text(), other);
+  headless::Click(kIdTabFirst);
+  EXPECT_EQ(Text(), With(u"G1X1", u"G01 X15"));
+  headless::Click(kIdCommandWords);
+  EXPECT_EQ(Text(), With(u"G1X1", u"G01 X15"));
+}
+
+// A change of the code that nobody told the view of stands: the code is the truth.
+TEST_F(UntouchedWords, CodeThatWasChangedBehindTheViewIsNotOverwritten) {
+  {
+    const SuppressChanges quiet;
+    platform::ReplaceRange(kIdEditor, {0, 0}, u"%\r\n");
+  }
+  TypeBehind(u"Motion X1", u"5");
+  EXPECT_EQ(Text(), u"%\r\n" + std::u16string(kLoose));
+  EXPECT_EQ(Words().substr(0, 3), u"%\r\n");
+  TypeBehind(u"Motion X1", u"5");
+  EXPECT_EQ(Text(), u"%\r\n" + With(u"G1X1", u"G01 X15"));
+}
+
+TEST_F(UntouchedWords, WhatIsSavedBesideAnEditIsTheCodeAsItWas) {
+  WriteFile("part.NC", "(MORVA TEXT 1)\r\ng1x1\r\nM8\r\n(MORVA END 1)\r\n");
+  Open("part.NC");
+  TypeBehind(u"Coolant On", u" Dwell P2");
+  headless::Advance(2000);
+  EXPECT_EQ(ReadFile("part.NC"), "(MORVA TEXT 1)\r\ng1x1\r\nM08 G04 P2\r\n(MORVA END 1)\r\n");
 }
 
 int RunsOfWordsLine(int line) {
