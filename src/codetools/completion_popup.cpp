@@ -48,6 +48,9 @@ struct Popup {
   int caret = 0;
   std::uint64_t revision = 0;  // of the text that the rows were found for
   bool manual = false;         // the user asked for the list
+  // The user asked for the list, or went through it, and has typed nothing since: Enter takes a
+  // row then. Else it breaks the line, or M8 would become M80.
+  bool chosen = false;
   // Set by an insertion, cleared by the next typed character: the list does not open on its
   // own text.
   bool justInserted = false;
@@ -120,6 +123,24 @@ void CaretMoved() {
   if (caret < popup.start || caret > popup.end) HideCompletion();
 }
 
+bool ChooseWithKeys(int row) {
+  popup.chosen = true;
+  SelectCompletion(row);
+  return true;
+}
+
+bool AcceptWithKeys() {
+  if (!BringUpToDate()) return false;
+  CompletionAccept();
+  return true;
+}
+
+// The refresh of the character typed just before would open it again.
+void CloseForGood() {
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  HideCompletion();
+}
+
 bool EditorOffersKey(const platform::KeyEvent& key) {
   if (key.alt || key.shift) return false;
   if (key.ctrl) {
@@ -130,20 +151,17 @@ bool EditorOffersKey(const platform::KeyEvent& key) {
   if (!popup.shown) return false;
   switch (key.key) {
     case platform::kKeyDown:
-      SelectCompletion(popup.selected + 1);
-      return true;
+      return ChooseWithKeys(popup.selected + 1);
     case platform::kKeyUp:
-      SelectCompletion(popup.selected - 1);
-      return true;
+      return ChooseWithKeys(popup.selected - 1);
     case platform::kKeyEnter:
+      if (popup.chosen) return AcceptWithKeys();
+      CloseForGood();
+      return false;
     case platform::kKeyTab:
-      if (!BringUpToDate()) return false;
-      CompletionAccept();
-      return true;
+      return AcceptWithKeys();
     case platform::kKeyEscape:
-      // The refresh of the character typed just before would open it again.
-      platform::StopTimer(platform::kMainWindow, kTimerCompletion);
-      HideCompletion();
+      CloseForGood();
       return true;
     default:
       return false;
@@ -153,6 +171,7 @@ bool EditorOffersKey(const platform::KeyEvent& key) {
 // An accepting Enter or Tab ends as a key and never comes here as a character.
 void EditorTyped(char16_t character) {
   popup.justInserted = false;
+  popup.chosen = false;
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   if (character == u'\t' || character == u'\n' || character == u'\r') {
     HideCompletion();
@@ -250,7 +269,11 @@ void CompletionUpdate(bool manual) {
   popup.revision = platform::EditorRevision(editor);
   popup.manual = manual;
   // The same rows once more: the text moved below an open list, the choice stays.
-  if (!SameRows(found)) popup.selected = 0;
+  if (!SameRows(found)) {
+    popup.selected = 0;
+    popup.chosen = false;
+  }
+  popup.chosen = popup.chosen || manual;
   popup.count = found.count;
   for (int i = 0; i < found.count; ++i) popup.rows[i] = found.rows[i];
   ShowPopup();

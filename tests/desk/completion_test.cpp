@@ -44,6 +44,32 @@ TEST_F(Completion, DownAndEnterWriteTheSecondRow) {
   EXPECT_TRUE(EditorHasKeyboard());
 }
 
+TEST_F(Completion, EnterBreaksTheLineBehindACodeThatNobodyChose) {
+  ASSERT_TRUE(Opens("M8"));
+  desk::Key(morva::kIdEditor, Qt::Key_Return);
+  EXPECT_FALSE(List()->isVisible());
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("M5"));
+  desk::Key(morva::kIdEditor, Qt::Key_Return);
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("X1"));
+  EXPECT_TRUE(TextHas("\nM8\nM5\nX1"));
+  desk::Run(200);
+  EXPECT_FALSE(List()->isVisible());
+  EXPECT_TRUE(EditorHasKeyboard());
+}
+
+TEST_F(Completion, EnterWritesTheRowOfAListThatWasAskedForOrGoneThrough) {
+  ASSERT_TRUE(Opens("M8"));
+  desk::Key(morva::kIdEditor, Qt::Key_Up);
+  desk::Key(morva::kIdEditor, Qt::Key_Return);
+  EXPECT_TRUE(TextHas("\nM80"));
+  desk::TypeInto(morva::kIdEditor, QStringLiteral("\nG2"));
+  desk::Key(morva::kIdEditor, Qt::Key_Space, Qt::ControlModifier);
+  ASSERT_TRUE(List()->isVisible());
+  desk::Key(morva::kIdEditor, Qt::Key_Return);
+  EXPECT_TRUE(TextHas("\nM80\nG20"));
+  EXPECT_FALSE(List()->isVisible());
+}
+
 TEST_F(Completion, TabWritesACodeAndNoTab) {
   ASSERT_TRUE(Opens("M0"));
   desk::Key(morva::kIdEditor, Qt::Key_Tab);

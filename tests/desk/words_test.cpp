@@ -89,6 +89,51 @@ TEST_F(Words, TheListOfWordsIsWorkedByKeysAndTheViewKeepsTheKeyboard) {
             QStringLiteral("(MORVA TEXT 1)\nM08\n\n(MORVA END 1)\n"));
 }
 
+TEST_F(Words, EnterBreaksALineThatNobodyCompletedAndTabCompletesIt) {
+  SetProgram(QStringLiteral("(MORVA TEXT 1)\ng1x1\n(MORVA END 1)\n"));
+  desk::Click(morva::kIdCommandWords);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Home, Qt::ControlModifier);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Down);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_End);
+  desk::TypeInto(morva::kIdWordsEditor, QStringLiteral("\nM8"));
+  QWidget* list = desk::WidgetOf(morva::kIdCompletion);
+  ASSERT_TRUE(desk::Until([list]() { return list->isVisible(); }));
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Return);
+  EXPECT_FALSE(list->isVisible());
+  desk::TypeInto(morva::kIdWordsEditor, QStringLiteral("coolant of"));
+  ASSERT_TRUE(desk::Until([list]() { return list->isVisible(); }));
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Tab);
+  EXPECT_EQ(desk::TextOf(morva::kIdWordsEditor),
+            QStringLiteral("(MORVA TEXT 1)\nLinear Interpolation Motion x1\nM8\nCoolant Off\n"
+                           "(MORVA END 1)\n"));
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor),
+            QStringLiteral("(MORVA TEXT 1)\ng1x1\nM8\nM09\n(MORVA END 1)\n"));
+}
+
+TEST_F(Words, LookingAndLeavingChangesNothingAndOneEditOneLine) {
+  const QString code =
+      QStringLiteral("(MORVA TEXT 1)\ng1x1 ; M6\nDPRNT[G1*#1[44]]\nT1M6\n(MORVA END 1)\n");
+  SetProgram(code);
+  desk::Run(300);
+  const auto revision = platform::EditorRevision(morva::kIdEditor);
+  desk::Click(morva::kIdCommandWords);
+  desk::Run(300);
+  desk::Click(morva::kIdCommandWords);
+  desk::Run(300);
+  EXPECT_EQ(platform::EditorRevision(morva::kIdEditor), revision);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor), code);
+  desk::Click(morva::kIdCommandWords);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Home, Qt::ControlModifier);
+  for (int i = 0; i < 3; ++i) desk::Key(morva::kIdWordsEditor, Qt::Key_Down);
+  desk::Key(morva::kIdWordsEditor, Qt::Key_End);
+  desk::TypeInto(morva::kIdWordsEditor, QStringLiteral(" X2"));
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Escape);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor),
+            QString(code).replace(QStringLiteral("T1M6"), QStringLiteral("T1 M06 X2")));
+  desk::Key(morva::kIdWordsEditor, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(desk::TextOf(morva::kIdEditor), code);
+}
+
 TEST_F(Words, ColoursMakeNoUndoStepAndKeepThePlace) {
   QString text = QStringLiteral("(MORVA TEXT 1)\n");
   for (int i = 0; i < 400; ++i) text += QStringLiteral("G01 X%1 F20.\n").arg(i);

@@ -85,6 +85,63 @@ TEST_F(CompletionList, EnterWritesTheChosenCodeWithoutABlank) {
   EXPECT_EQ(Line(1), u"N10 g0");
 }
 
+// "M8" lists M80 and on; a machinist types it and Enter.
+TEST_F(CompletionList, EnterBreaksTheLineBehindACodeThatNobodyChose) {
+  for (const char16_t* code : {u"M8", u"M5", u"M3", u"M9", u"M6", u"G1", u"G2", u"m8", u"G"}) {
+    headless::EditorSetAll(kIdEditor, kProgram);
+    headless::Advance(1000);
+    PutCaret(1);
+    Type(code);
+    ASSERT_TRUE(Shown()) << Row(0).size();
+    Press(platform::kKeyEnter);
+    EXPECT_FALSE(Shown());
+    headless::Advance(300);
+    EXPECT_FALSE(Shown());
+    EXPECT_EQ(Line(1), u"N10 " + std::u16string(code));
+    EXPECT_EQ(Line(2), u"");
+    Type(u"X1");
+    EXPECT_EQ(Line(2), u"X1");
+  }
+}
+
+TEST_F(CompletionList, EnterBreaksTheLineAlsoBeforeTheListHasFollowedTheLastKey) {
+  Type(u"M");
+  headless::EditorInsert(kIdEditor, u"8");
+  Press(platform::kKeyEnter);
+  headless::Advance(300);
+  EXPECT_EQ(Line(1), u"N10 M8");
+  EXPECT_FALSE(Shown());
+}
+
+TEST_F(CompletionList, WhoTypesOnHasChosenNothing) {
+  Type(u"M");
+  Press(platform::kKeyDown);
+  Type(u"8");
+  ASSERT_TRUE(Shown());
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Line(1), u"N10 M8");
+  PutCaret(2);
+  Press(platform::kKeySpace, true);
+  Type(u"M8");
+  ASSERT_TRUE(Shown());
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Line(2), u"M8");
+}
+
+TEST_F(CompletionList, EnterTakesTheRowOfAListThatWasAskedFor) {
+  Type(u"M8");
+  Press(platform::kKeySpace, true);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Line(1), u"N10 M80");
+}
+
+TEST_F(CompletionList, EnterTakesTheFirstRowWhereTheUserCameBackToIt) {
+  Type(u"M8");
+  Press(platform::kKeyUp);
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Line(1), u"N10 M80");
+}
+
 TEST_F(CompletionList, TabAcceptsToo) {
   Type(u"M0");
   Press(platform::kKeyTab);
@@ -94,7 +151,7 @@ TEST_F(CompletionList, TabAcceptsToo) {
 TEST_F(CompletionList, DoesNotOpenOnItsOwnText) {
   Type(u"G10");
   ASSERT_TRUE(Shown());
-  Press(platform::kKeyEnter);
+  Press(platform::kKeyTab);
   headless::Advance(300);
   EXPECT_FALSE(Shown());
   Type(u"0");
@@ -212,12 +269,36 @@ TEST_F(CompletionList, WritesTheWordInTheWordsView) {
   headless::DrainPosts();
   ASSERT_TRUE(Shown());
   EXPECT_EQ(Row(0), u">  G04     Dwell");
-  Press(platform::kKeyEnter);
+  Press(platform::kKeyTab);
   EXPECT_EQ(std::u16string(platform::EditorText(kIdWordsEditor)).find(u"dwe"),
             std::u16string::npos);
   EXPECT_NE(Text().find(u"G04"), std::u16string::npos);
   headless::Click(kIdCommandWords);
   EXPECT_FALSE(Shown());
+}
+
+TEST_F(CompletionList, EnterBreaksALineOfTheWordsThatNobodyCompleted) {
+  headless::Click(kIdCommandWords);
+  const int end =
+      platform::EditorLineStart(kIdWordsEditor, 1) + platform::EditorLineLength(kIdWordsEditor, 1);
+  headless::EditorSelect(kIdWordsEditor, end, end);
+  headless::EditorInsert(kIdWordsEditor, u"coolant o");
+  headless::DrainPosts();
+  ASSERT_TRUE(Shown());
+  Press(platform::kKeyEnter);
+  EXPECT_FALSE(Shown());
+  EXPECT_NE(Text().find(u"\r\nN10 coolant o\r\n\r\n(MORVA END 1)"), std::u16string::npos);
+  headless::EditorInsert(kIdWordsEditor, u"M8");
+  headless::DrainPosts();
+  Press(platform::kKeyEnter);
+  EXPECT_NE(Text().find(u"\r\nM8\r\n\r\n(MORVA END 1)"), std::u16string::npos);
+  headless::EditorInsert(kIdWordsEditor, u"coolant o");
+  headless::DrainPosts();
+  Press(platform::kKeyDown);
+  Press(platform::kKeyDown);
+  Press(platform::kKeyUp);
+  Press(platform::kKeyEnter);
+  EXPECT_NE(Text().find(u"\r\nM08\r\n(MORVA END 1)"), std::u16string::npos);
 }
 
 TEST_F(CompletionList, GoesWithTheEditorWhenThePanelIsDragged) {

@@ -180,7 +180,7 @@ TEST_F(WordsAtWork, ACompletedWordKeepsFromWhatItWouldTouch) {
   headless::EditorInsert(kIdWordsEditor, u"dwe");
   headless::DrainPosts();
   ASSERT_TRUE(platform::IsVisible(kIdCompletion));
-  Press(platform::kKeyEnter);
+  Press(platform::kKeyTab);
   EXPECT_EQ(Line(3), u"Linear Interpolation Motion X1. Dwell F10.");
   EXPECT_NE(Text().find(u"\r\nG01 X1. G04 F10.\r\n"), std::u16string::npos);
 }
