@@ -570,5 +570,31 @@ TEST(ImportText, PassesOverAnIdThatWouldCloseTheBlockEarly) {
   EXPECT_EQ(BuiltFrom(inside, 3), u"(MORVA TEXT 4)\r\n(MORVA END 3)\r\nM8\r\n(MORVA END 4)\r\n");
 }
 
+TEST(ImportText, PassesOverSuccessiveIdsThatWouldCloseTheBlockEarly) {
+  const std::u16string strays =
+      u"(MORVA END 5)\r\nM8\r\n(morva end 3)\r\n(MORVA END 4)\r\n(MORVA END 07)\r\n";
+  EXPECT_EQ(BuiltFrom(u"(MORVA TEXT 9)\r\n" + strays + u"(MORVA END 9)", 3),
+            u"(MORVA TEXT 6)\r\n" + strays + u"(MORVA END 6)\r\n");
+  // The ids of the blocks behind it count on.
+  EXPECT_EQ(BuiltFrom(u"(MORVA TEXT 1)\r\nM9\r\n(MORVA END 1)\r\n(MORVA TEXT 9)\r\n" + strays +
+                          u"(MORVA END 9)\r\n(MORVA TEXT 2)\r\nM0\r\n(MORVA END 2)",
+                      4),
+            u"(MORVA TEXT 4)\r\nM9\r\n(MORVA END 4)\r\n(MORVA TEXT 6)\r\n" + strays +
+                u"(MORVA END 6)\r\n(MORVA TEXT 7)\r\nM0\r\n(MORVA END 7)\r\n");
+}
+
+// The target knows the blocks again and its tagger finds nothing to wrap.
+TEST_F(Import, BlocksWithStrayEndsOfSuccessiveIdsCloseWhereTheyShould) {
+  const std::u16string strays = u"(MORVA END 5)\r\nM8\r\n(MORVA END 6)\r\nM9\r\n(MORVA END 7)";
+  TwoPrograms(Block(1, u"Face", strays) + Block(2, u"Bore", u"G1 X1"), kTarget);
+  OpenPanel();
+  headless::Click(kRun);
+  const std::u16string wanted = kTarget + Block(8, u"Face", strays) + Block(9, u"Bore", u"G1 X1");
+  EXPECT_EQ(Text(), wanted);
+  headless::Advance(1000);
+  EXPECT_EQ(Text(), wanted);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 3);
+}
+
 }  // namespace
 }  // namespace morva
