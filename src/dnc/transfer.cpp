@@ -12,6 +12,8 @@
 #include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_show.h"
+#include "documents/block_text.h"
+#include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
@@ -71,6 +73,24 @@ std::u16string LossWords(std::u16string_view text) {
   words += figures.lost == 1 ? u", cannot go over the line and is sent as \"?\".\n\n"
                              : u", cannot go over the line. Each is sent as \"?\".\n\n";
   return words;
+}
+
+// What a question about sending this program has to say about blocks that are taken out of it and
+// have code of their own all the same; empty: nothing.
+std::u16string LiveCodeWords(std::u16string_view text) {
+  ScanProgramText(text);
+  int count = 0;
+  int first = 0;
+  for (int i = 0; i < features.count; ++i) {
+    if (InclusionOf(text, features.rows[i]) != Inclusion::OffHasCode) continue;
+    if (count++ == 0) first = i + 1;
+  }
+  if (count == 0) return {};
+  std::u16string words = count == 1 ? u"Feature #" : IntegerText(count) + u" features, the first #";
+  words += IntegerText(first);
+  words += count == 1 ? u" is excluded but has code of its own."
+                      : u", are excluded but have code of their own.";
+  return words + u" That code is sent.\n\n";
 }
 
 // The worker reads its job from here on; nothing in it changes until its last message.
@@ -223,7 +243,7 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question += LossWords(text) + u"Send now?";
+  question += LiveCodeWords(text) + LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
 }

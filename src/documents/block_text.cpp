@@ -9,6 +9,15 @@ namespace {
 
 constexpr std::size_t kNone = std::u16string_view::npos;
 
+bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
+bool IsBlankOrLineEnd(char16_t c) { return IsBlank(c) || IsLineEnd(c); }
+
+// Behind the ")" of a comment, or at the end of its line where it has none.
+std::size_t PastComment(std::u16string_view text, std::size_t at) {
+  while (at < text.size() && text[at] != u')' && !IsLineEnd(text[at])) ++at;
+  return at < text.size() && text[at] == u')' ? at + 1 : at;
+}
+
 std::size_t CodeStart(std::u16string_view text, const FeatureRecord& row) {
   const auto start = static_cast<std::size_t>(row.start);
   if (row.settings.kind == kKindUserCode) {
@@ -29,9 +38,8 @@ bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32
   // The scan takes the name from behind the whole run of line ends; so must whoever replaces it.
   const std::size_t named = SkipLineEnds(text, end);
   const bool found = StartsAt(text, named, kNameMark);
-  const std::size_t at = found ? named : PastLineEnd(text, end);
-  from = static_cast<std::int32_t>(at);
-  to = static_cast<std::int32_t>(found ? PastLineEnd(text, LineEndFrom(text, at)) : at);
+  from = static_cast<std::int32_t>(named);
+  to = static_cast<std::int32_t>(found ? PastLineEnd(text, LineEndFrom(text, named)) : named);
   return true;
 }
 
@@ -68,10 +76,55 @@ std::u16string DisabledLine(std::int32_t number) {
   return std::u16string(kDisabledMark) + IntegerText(number) + u")\r\n";
 }
 
-bool LeadsDisabled(std::u16string_view code, std::int32_t& number) {
-  if (!StartsAt(code, 0, kDisabledMark)) return false;
-  number = ParseInteger(code.substr(kDisabledMark.size()), 0);
+Inclusion InclusionOf(std::u16string_view text, const FeatureRecord& row) {
+  if (!HoldsDisabled(text, row.start, row.end)) return Inclusion::On;
+  std::int32_t from = 0;
+  std::int32_t to = 0;
+  if (!FindIncludeSpan(text, row, from, to)) return Inclusion::Off;
+  // Up to the block's own END, the last one in it. What stands behind another is not swapped, and
+  // the control gets it.
+  const std::u16string_view block = text.substr(0, static_cast<std::size_t>(row.end));
+  const std::u16string_view code = block.substr(0, block.rfind(u'('));
+  for (auto at = static_cast<std::size_t>(from); at < code.size();) {
+    if (IsBlankOrLineEnd(code[at])) {
+      ++at;
+    } else if (SameFolded(code.substr(at, kDisabledMark.size()), kDisabledMark)) {
+      at = PastComment(code, at);
+    } else {
+      return Inclusion::OffHasCode;
+    }
+  }
+  return Inclusion::Off;
+}
+
+bool FindDisabledMarker(std::u16string_view text, std::int32_t from, std::int32_t to,
+                        DisabledMarker& marker) {
+  const auto start = static_cast<std::size_t>(from);
+  const std::u16string_view code = text.substr(0, static_cast<std::size_t>(to));
+  const std::size_t at = code.find(kDisabledMark, start);
+  if (at == kNone) return false;
+  marker.number = ParseInteger(code.substr(at + kDisabledMark.size()), 0);
+  std::size_t first = at;
+  while (first > start && IsBlank(code[first - 1])) --first;
+  marker.behindCode = first > start && !IsLineEnd(code[first - 1]);
+  const std::size_t past = PastComment(code, at);
+  std::size_t last = past;
+  while (last < code.size() && IsBlank(code[last])) ++last;
+  const bool alone = last == code.size() || IsLineEnd(code[last]);
+  // Blanks go with a line that holds nothing else, and stay with what stands beside the marker.
+  marker.from = static_cast<std::int32_t>(marker.behindCode ? at : first);
+  marker.to = static_cast<std::int32_t>(alone ? PastLineEnd(code, last) : past);
+  const auto behind = static_cast<std::size_t>(marker.to);
+  marker.inFrontOfCode = behind < code.size() && !IsLineEnd(code[behind]);
   return true;
+}
+
+std::u16string CodeForMarker(const DisabledMarker& marker, std::u16string_view stored) {
+  std::u16string code(marker.behindCode ? u"\r\n" : u"");
+  code += stored;
+  const bool ended = !stored.empty() && IsLineEnd(stored.back());
+  if (marker.inFrontOfCode && !ended) code += u"\r\n";
+  return code;
 }
 
 }  // namespace morva

@@ -2,7 +2,8 @@
 //
 // Pure functions of the text and a row of the table that describes it. All places are text
 // indices. The tests for an excluded block differ from each other and are kept apart: by any
-// occurrence for what is shown, by the first thing behind the code start for what is swapped.
+// occurrence in any case for what is shown, by the first marker in exact case behind the code
+// start for what is swapped.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +14,9 @@
 
 namespace morva {
 
-// The NAME line with its line end, or the empty place where it goes: right behind the block's
-// first line. False: the block has no second line, so that no name can stand in it.
+// The NAME line with its line end, or the empty place where it goes: in front of the next line by
+// the scan, which passes over blank lines. False: the block has no second line, so that no name
+// can stand in it.
 bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                   std::int32_t& to);
 // What the hash of a settings block is over: from just past CODE to the next END marker.
@@ -27,7 +29,23 @@ bool FindIncludeSpan(std::u16string_view text, const FeatureRecord& row, std::in
                      std::int32_t& to);
 // The line that stands for stored code, CR LF behind it.
 std::u16string DisabledLine(std::int32_t number);
-// Whether the code begins with a DISABLED line, exact case, and its number.
-bool LeadsDisabled(std::u16string_view code, std::int32_t& number);
+// Whether a block's code is in the program. OffHasCode: it is taken out, and the block holds more
+// than the line that stands for it, which the control gets.
+enum class Inclusion { On, Off, OffHasCode };
+Inclusion InclusionOf(std::u16string_view text, const FeatureRecord& row);
+
+// The first DISABLED marker in a span of code, exact case.
+struct DisabledMarker {
+  std::int32_t number = 0;
+  std::int32_t from = 0;  // what including replaces: the whole line where nothing else is on it
+  std::int32_t to = 0;
+  bool behindCode = false;     // something stands in front of it on its line
+  bool inFrontOfCode = false;  // something stands behind it on its line, or right behind its line
+};
+// Looks from `from` to `to`. False: there is none.
+bool FindDisabledMarker(std::u16string_view text, std::int32_t from, std::int32_t to,
+                        DisabledMarker& marker);
+// The stored code as it goes into the marker's place, on lines of its own.
+std::u16string CodeForMarker(const DisabledMarker& marker, std::u16string_view stored);
 
 }  // namespace morva

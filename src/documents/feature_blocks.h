@@ -71,8 +71,12 @@ void TagAfterEdit();
 std::u16string TaggedText(std::u16string_view text);
 // Rebuilds the feature list's rows from the text; a row's number is its block's id.
 void RefreshFeatureList();
-// Whether the block behind a row of the list was excluded at the last refresh; for drawing.
+// In a row whose block is excluded and has code of its own.
+inline constexpr std::u16string_view kHasCodeMark = u" [has code]";
+// Whether the block behind a row of the list was excluded at the last refresh, and whether it held
+// code of its own all the same; for drawing.
 bool FeatureRowExcluded(int row);
+bool FeatureRowHasLiveCode(int row);
 // Selects the first row with this id, none where no row has it.
 void SelectFeatureRow(std::int32_t id);
 

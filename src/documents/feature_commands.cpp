@@ -27,8 +27,15 @@ void OnLockKey(int, int) { ToggleFeatureLock(); }
 void OnHideKey(int, int) { ToggleFeatureHide(); }
 
 void OnRename(int, int) {
-  if (RenameFeature(platform::TextOf(kIdFeatureName))) return;
-  ShowFeatureHint(u"Select an unlocked feature. Use 1-80 plain characters without parentheses.");
+  switch (RenameFeature(platform::TextOf(kIdFeatureName))) {
+    case RenameAnswer::Done:
+      return;
+    case RenameAnswer::OneLine:
+      return ShowFeatureHint(kOneLineWords);
+    case RenameAnswer::Refused:
+      ShowFeatureHint(
+          u"Select an unlocked feature. Use 1-80 plain characters without parentheses.");
+  }
 }
 
 // Back to the program with the whole path in view, so that the change can be seen.

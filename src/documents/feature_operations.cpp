@@ -26,6 +26,9 @@ namespace morva {
 
 namespace {
 
+// Behind the words of the include key.
+constexpr char16_t kHasCode[] = u", has code";
+
 BuilderOpener openers[kFeatureKinds];
 int (*recoverShape)(const FeatureSettings& record) = nullptr;
 
@@ -70,17 +73,10 @@ struct Stretch {
   std::int32_t to = 0;
 };
 
-// `find` says where, or false to refuse. The words view is copied back only once that is settled,
-// so that a refusal leaves the program as it is; its words may be other code then, and the
-// stretch is looked for again.
+// `find` says where, or false to refuse.
 template <typename Find>
 bool FindStretch(Stretch& stretch, Find find) {
   stretch.text = SettledText();
-  if (!find(stretch)) return false;
-  if (!app.commandWordsActive) return true;
-  Call(hooks.editorFromWords);
-  stretch.text = std::u16string(platform::EditorText(kIdEditor));
-  ScanProgramText(stretch.text);
   return find(stretch);
 }
 
@@ -135,6 +131,7 @@ bool CodeOfBlock(std::u16string_view text, const FeatureRecord& row, std::u16str
 }
 
 bool HasManualEdits(std::u16string_view text, const FeatureRecord& row) {
+  if (InclusionOf(text, row) == Inclusion::OffHasCode) return true;
   std::u16string code;
   if (!CodeOfBlock(text, row, code)) return true;
   return CodeHash(code) != row.settings.codeHash;
@@ -190,15 +187,20 @@ std::int32_t SelectedFeatureId() {
   return row < 0 ? 0 : static_cast<std::int32_t>(platform::RowData(kIdFeatureList, row));
 }
 
-void ShowIncluded(bool included) { ShowWords(kIdFeatureInclude, !included); }
+void ShowInclusion(Inclusion inclusion) {
+  if (inclusion != Inclusion::OffHasCode) {
+    ShowWords(kIdFeatureInclude, inclusion == Inclusion::Off);
+  } else if (platform::Exists(kIdFeatureInclude)) {
+    platform::SetText(kIdFeatureInclude,
+                      std::u16string(WordsOf(kIdFeatureInclude, true)) + kHasCode);
+  }
+}
 
 void UpdateFeatureCaptions() {
   const std::u16string_view text = platform::EditorText(kIdEditor);
   ScanProgramText(text);
   const int row = FindFeature(SelectedFeatureId());
-  const bool excluded =
-      row >= 0 && HoldsDisabled(text, features.rows[row].start, features.rows[row].end);
-  ShowIncluded(!excluded);
+  ShowInclusion(row >= 0 ? InclusionOf(text, features.rows[row]) : Inclusion::On);
   if (row < 0) {
     platform::SetText(kIdFeatureName, u"");
     return;
@@ -261,7 +263,7 @@ void NewUserFeature() {
   const std::int32_t selected = SelectedFeatureId();
   std::int32_t id = 0;
   {
-    if (app.commandWordsActive) Call(hooks.editorFromWords);
+    if (app.commandWordsActive) Call(hooks.editorFromWords);  // the caret, too
     const WordsAnew anew;
     const std::u16string text = SettledText();
     id = NextTableId();
@@ -295,22 +297,25 @@ bool IsFeatureName(std::u16string_view name) {
   return true;
 }
 
-bool RenameFeature(std::u16string_view name) {
+RenameAnswer RenameFeature(std::u16string_view name) {
   const std::int32_t id = SelectedFeatureId();
-  if (!IsFeatureName(name) || id == 0 || IsLocked(id)) return false;
+  if (!IsFeatureName(name) || id == 0 || IsLocked(id)) return RenameAnswer::Refused;
+  RenameAnswer refused = RenameAnswer::Refused;
   Stretch nameLine;
-  const auto find = [id](Stretch& s) {
+  const auto find = [&](Stretch& s) {
     const int row = FindFeature(id);
-    return row >= 0 && FindNameLine(s.text, features.rows[row], s.from, s.to);
+    if (row < 0) return false;
+    refused = RenameAnswer::OneLine;
+    return FindNameLine(s.text, features.rows[row], s.from, s.to);
   };
-  if (!FindStretch(nameLine, find)) return false;
+  if (!FindStretch(nameLine, find)) return refused;
   const WordsAnew anew;
   ReplaceSpan(nameLine.text, nameLine.from, nameLine.to,
               u"(MORVA NAME " + std::u16string(name) + u")\r\n");
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
-  return true;
+  return RenameAnswer::Done;
 }
 
 void DeleteFeature() {
@@ -345,15 +350,16 @@ void ToggleInclude() {
   ProgramTab* tab = ActiveTab();
   if (id == 0 || !tab || IsLocked(id)) return;
   const DisabledCodeEntry* stored = nullptr;
-  bool excluded = false;
+  DisabledMarker marker;
   Stretch code;
+  // What is typed beside a DISABLED line is in the program, and stays there when the code comes in.
   const auto find = [&](Stretch& s) {
     if (CountFeatures(id) != 1) return false;
     if (!FindIncludeSpan(s.text, features.rows[FindFeature(id)], s.from, s.to)) return false;
-    std::int32_t number = 0;
-    excluded = LeadsDisabled(Span(s.text, s.from, s.to), number);
-    if (!excluded) return CanStoreCode(*tab, s);
-    stored = FindDisabledCode(tab->disabledCode, number);
+    if (!FindDisabledMarker(s.text, s.from, s.to, marker)) return CanStoreCode(*tab, s);
+    s.from = marker.from;
+    s.to = marker.to;
+    stored = FindDisabledCode(tab->disabledCode, marker.number);
     if (stored) return true;
     ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
     return false;
@@ -361,8 +367,8 @@ void ToggleInclude() {
   if (!FindStretch(code, find)) return;
   const WordsAnew anew;
   std::u16string replacement;
-  if (excluded) {
-    replacement = stored->text;
+  if (stored) {
+    replacement = CodeForMarker(marker, stored->text);
   } else {
     const std::int32_t entry = KeepExcludedCode(*tab, Span(code.text, code.from, code.to));
     if (entry == 0) return;

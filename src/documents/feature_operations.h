@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "documents/block_text.h"
 #include "documents/feature_settings.h"
 
 namespace morva {
@@ -24,8 +25,13 @@ void EditFeature();
 // An empty user-code block behind the selected block, else behind the caret's block, else at
 // the caret; the caret goes inside.
 void NewUserFeature();
-// 1 to 80 characters from blank to tilde without parentheses. False: refused, nothing changed.
-bool RenameFeature(std::u16string_view name);
+// 1 to 80 characters from blank to tilde without parentheses, for an unlocked block of more than
+// one line. Anything but Done: refused, nothing changed.
+enum class RenameAnswer { Done, Refused, OneLine };
+RenameAnswer RenameFeature(std::u16string_view name);
+// What the user is told where the block stands on one line.
+inline constexpr char16_t kOneLineWords[] =
+    u"This block is on one line. Put its END marker on a line of its own to name it.";
 bool IsFeatureName(std::u16string_view name);
 // Asks, then removes the block's text. Nothing for a locked block.
 void DeleteFeature();
@@ -38,7 +44,7 @@ void ShowFeatureMenu(int x, int y);
 // The include key's words and the name box, after a selection.
 void UpdateFeatureCaptions();
 // The include key's words alone.
-void ShowIncluded(bool included);
+void ShowInclusion(Inclusion inclusion);
 
 // The builder that reopens a kind. `record` is the block's settings; for kinds 1 to 3 whose
 // shape lives in the block's own items, `a` is already the library's index. False: it could

@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/save_state.h"
@@ -25,8 +26,8 @@ constexpr int kPrefixUnits = 240;  // both lines of a prefix; a longer name is c
 constexpr int kSuffixUnits = 32;
 
 bool tagging = false;
-bool rowExcluded[kMaxFeatures];
-int excludedRows = 0;
+Inclusion rowInclusion[kMaxFeatures];
+int inclusionRows = 0;
 std::uint64_t listedSerial = 0;  // the program whose blocks the list showed last
 
 // The text that the last run of the tagging left, so that it is known again when an undo took
@@ -191,6 +192,10 @@ void TagText(bool byUser) {
   if (platform::EditorRevision(kIdEditor) != before) Call(hooks.textTagged, before);
 }
 
+Inclusion InclusionOfRow(int row) {
+  return row >= 0 && row < inclusionRows ? rowInclusion[row] : Inclusion::On;
+}
+
 // The captions follow the list. The name box is left alone while its block stays selected: the
 // user may be typing in it.
 void FollowSelection(std::int64_t keptId) {
@@ -199,7 +204,7 @@ void FollowSelection(std::int64_t keptId) {
   if (serial != listedSerial || (row < 0 && keptId != 0)) {
     UpdateFeatureCaptions();
   } else {
-    ShowIncluded(!FeatureRowExcluded(row));
+    ShowInclusion(InclusionOfRow(row));
   }
   listedSerial = serial;
 }
@@ -239,12 +244,13 @@ void RefreshFeatureList() {
   const ProgramTab* tab = ActiveTab();
   platform::HoldListRedraw(kIdFeatureList, true);
   platform::ClearRows(kIdFeatureList);
-  excludedRows = features.count;
+  inclusionRows = features.count;
   for (int i = 0; i < features.count; ++i) {
     const FeatureRecord& row = features.rows[i];
     std::u16string line = u"#" + IntegerText(i + 1) + u"  ";
     line += row.name[0] ? row.name : KindWords(row.settings.kind);
-    rowExcluded[i] = HoldsDisabled(text, row.start, row.end);
+    rowInclusion[i] = InclusionOf(text, row);
+    if (rowInclusion[i] == Inclusion::OffHasCode) line += kHasCodeMark;
     if (tab && IdListHolds(tab->hiddenIds, row.id)) line += u" [hidden]";
     if (tab && IdListHolds(tab->lockedIds, row.id)) line += u" [locked]";
     const int added = platform::AddRow(kIdFeatureList, line, row.id);
@@ -261,7 +267,8 @@ void RefreshFeatureList() {
   }
 }
 
-bool FeatureRowExcluded(int row) { return row >= 0 && row < excludedRows && rowExcluded[row]; }
+bool FeatureRowExcluded(int row) { return InclusionOfRow(row) != Inclusion::On; }
+bool FeatureRowHasLiveCode(int row) { return InclusionOfRow(row) == Inclusion::OffHasCode; }
 
 void SelectFeatureRow(std::int32_t id) {
   const int count = platform::RowCount(kIdFeatureList);

@@ -120,8 +120,10 @@ int RowToUpdate(std::u16string_view text) {
   const int row = FindFeature(editLink.id);
   if (row >= 0 && CountFeatures(editLink.id) == 1 && editLink.tab == app.activeTab) {
     const FeatureRecord& r = features.rows[row];
-    if (text.substr(static_cast<std::size_t>(r.start), static_cast<std::size_t>(r.end - r.start)) ==
-        editLink.original)
+    // Code of its own beside the line that stands for the stored one would be lost.
+    const bool whole = InclusionOf(text, r) != Inclusion::OffHasCode;
+    if (whole && text.substr(static_cast<std::size_t>(r.start),
+                             static_cast<std::size_t>(r.end - r.start)) == editLink.original)
       return row;
   }
   Refuse(u"Shape update stopped",

@@ -68,12 +68,13 @@ bool PlaceBox(int row) {
 }
 
 // The selection may have moved on, as in playback; the name goes to the row it was begun for.
-bool RenameBegun(std::int32_t id, std::u16string_view name) {
+RenameAnswer RenameBegun(std::int32_t id, std::u16string_view name) {
   const std::int32_t selected = SelectedFeatureId();
   if (selected != id) SelectFeatureRow(id);
-  const bool done = SelectedFeatureId() == id && RenameFeature(name);
+  RenameAnswer answer = RenameAnswer::Refused;
+  if (SelectedFeatureId() == id) answer = RenameFeature(name);
   if (selected != id) SelectFeatureRow(selected);
-  return done;
+  return answer;
 }
 
 // A name that was not touched is no edit: a click on a row alone leaves no undo step.
@@ -85,8 +86,13 @@ void FinishRename(bool commit, bool focusBack) {
   platform::SetVisible(kIdInlineName, false);
   if (focusBack) platform::SetFocusTo(kIdFeatureList);
   if (!commit || name == done.before || ActiveSerial() != done.serial) return;
-  if (!RenameBegun(done.id, name)) {
-    ShowStatus(u"Name must be 1\u201380 characters without parentheses.");
+  switch (RenameBegun(done.id, name)) {
+    case RenameAnswer::Done:
+      return;
+    case RenameAnswer::OneLine:
+      return ShowStatus(kOneLineWords);
+    case RenameAnswer::Refused:
+      ShowStatus(u"Name must be 1\u201380 characters without parentheses.");
   }
 }
 

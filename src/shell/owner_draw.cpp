@@ -69,11 +69,16 @@ int CentreY(const Rect& r) { return (r.top + r.bottom) / 2; }
 
 // Icon and caption as one centred group; the icon alone where the caption does not fit, so
 // that a narrow panel cuts no word.
-void DrawIconCaption(const KeyLook& key, const Rect& area, const std::u16string& text,
-                     Colour colour, Canvas& canvas) {
+void DrawIconCaption(const KeyLook& key, const Rect& area, std::u16string text, Colour colour,
+                     Canvas& canvas) {
   const int gap = 5;
   const int room = RectWidth(area) - 8;
-  const int words = platform::TextWidth(key.font, text);
+  int words = platform::TextWidth(key.font, text);
+  // Of what a key says about a state the state alone, where there is no room for more.
+  if (const std::size_t state = text.find(u": "); words > room && state != text.npos) {
+    text.erase(0, state + 2);
+    words = platform::TextWidth(key.font, text);
+  }
   if (words > room) {
     DrawIcon(canvas, IconOf(key.id), CentreX(area), CentreY(area), kKeyIcon, colour);
     return;
@@ -175,6 +180,7 @@ void DrawModeRow(const DrawState& state, Canvas& canvas) {
 struct FeatureRowState {
   bool played = false;
   bool excluded = false;
+  bool hasCode = false;  // though it is excluded
   bool hidden = false;
   bool locked = false;
   bool isolated = false;  // the only one that is simulated
@@ -187,6 +193,7 @@ FeatureRowState FeatureStateOf(int listRow) {
   FeatureRowState row;
   row.played = id != 0 && id == HighlightedFeature();
   row.excluded = FeatureRowExcluded(listRow);
+  row.hasCode = FeatureRowHasLiveCode(listRow);
   if (const ProgramTab* tab = ActiveTab()) {
     row.hidden = IdListHolds(tab->hiddenIds, id);
     row.locked = IdListHolds(tab->lockedIds, id);
@@ -216,7 +223,8 @@ RowWords FeatureWords(const std::u16string& text, bool marked, int width) {
   if (!marked) return {text, FontRole::Body};
   if (platform::TextWidth(FontRole::Small, text) <= width) return {text, FontRole::Small};
   std::size_t marks = text.size();
-  for (const std::u16string_view mark : {u" [locked]", u" [hidden]"}) {
+  for (const std::u16string_view mark :
+       {std::u16string_view(u" [locked]"), std::u16string_view(u" [hidden]"), kHasCodeMark}) {
     const std::u16string_view before = std::u16string_view(text).substr(0, marks);
     if (before.ends_with(mark)) marks -= mark.size();
   }
@@ -232,7 +240,8 @@ void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
   const FeatureRowState row = FeatureStateOf(state.row);
   DrawRowGround(state, state.selected || row.played, canvas);
   Colour text = kMainText;
-  if (row.excluded) text = kDimText;
+  // What the control gets is not dim.
+  if (row.excluded && !row.hasCode) text = kDimText;
   if (row.played) text = kBrightAccent;
   Rect place{area.left + 10, area.top, area.right - 66, area.bottom};
   if (row.isolated) {
@@ -243,7 +252,7 @@ void DrawFeatureRow(const DrawState& state, Canvas& canvas) {
     place.right = mark.left - kOnlyGap;
   }
   const RowWords words = FeatureWords(platform::RowText(kIdFeatureList, state.row),
-                                      row.hidden || row.locked, RectWidth(place));
+                                      row.hasCode || row.hidden || row.locked, RectWidth(place));
   PaintText(canvas, place, words.text, words.font, text,
             platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis);
   const int y = CentreY(area);

@@ -141,6 +141,27 @@ TEST_F(TransferTest, AsksBeforeItSendsWithTheseWords) {
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
 }
 
+TEST_F(TransferTest, NamesExcludedFeaturesWhoseOwnCodeIsSent) {
+  const auto block = [](const std::u16string& id, const std::u16string& code) {
+    return u"(MORVA TEXT " + id + u")\r\n" + code + u"\r\n(MORVA END " + id + u")\r\n";
+  };
+  const std::u16string off = block(u"1", u"(MORVA DISABLED 1)");
+  const std::u16string live = block(u"2", u"(MORVA DISABLED 2)\r\nG0 X1");
+  const std::u16string more = block(u"3", u"(MORVA DISABLED 3) M8");
+  Send(off, BoxAnswer::No);
+  Send(off + live, BoxAnswer::No);
+  Send(off + live + more, BoxAnswer::No);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 3u);
+  EXPECT_TRUE(boxes[0].text.ends_with(u"% lines if needed.\n\nSend now?"));
+  EXPECT_TRUE(boxes[1].text.ends_with(
+      u"% lines if needed.\n\nFeature #2 is excluded but has code of its own. That code is "
+      u"sent.\n\nSend now?"));
+  EXPECT_TRUE(boxes[2].text.ends_with(
+      u"% lines if needed.\n\n2 features, the first #2, are excluded but have code of their own. "
+      u"That code is sent.\n\nSend now?"));
+}
+
 TEST_F(TransferTest, NamesTheCharactersThatASendWouldLose) {
   Send(u"G0\n(\u00E9)\n(\u2014 \u00E9)", BoxAnswer::No);
   Send(u"G0\n(\u00E9)", BoxAnswer::No);

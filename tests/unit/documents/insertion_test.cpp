@@ -513,6 +513,19 @@ TEST_F(InsertBlock, KeepsAnExcludedBlockExcludedOnAnUpdate) {
   EXPECT_TRUE(FeatureRowExcluded(0));
 }
 
+// An update writes the whole block; what was typed beside the line would be gone.
+TEST_F(InsertBlock, StopsWhereAnExcludedBlockHasCodeOfItsOwn) {
+  const std::u16string old = SketchBlock(6, u"(MORVA DISABLED 1)\r\nM8");
+  Load(old);
+  ASSERT_EQ(AddDisabledCode(tabs[0].disabledCode, u"G1"), 1);
+  Link(kKindSketch, 6);
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
+  EXPECT_EQ(Text(), old);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Shape update stopped");
+}
+
 TEST_F(InsertBlock, StopsWhenTheExcludedCodeCannotBeKept) {
   const std::u16string old = SketchBlock(6, u"(MORVA DISABLED 1)");
   Load(old);

@@ -12,6 +12,8 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
+#include "platform/window.h"
+#include "shell/inline_rename.h"
 #include "simulator/line_highlight.h"
 #include "simulator/motion_path.h"
 #include "support/kinds.h"
@@ -67,9 +69,9 @@ TEST_F(FeatureOps, RenamesAnUnlockedBlockAndRefusesWhatCannotBeAName) {
       u"Select an unlocked feature. Use 1-80 plain characters without parentheses.";
   for (const std::u16string& name : {std::u16string(), std::u16string(u"a(b"),
                                      std::u16string(u"caf\u00e9"), std::u16string(81, u'x')}) {
-    EXPECT_FALSE(RenameFeature(name));
+    EXPECT_EQ(RenameFeature(name), RenameAnswer::Refused);
   }
-  EXPECT_TRUE(RenameFeature(std::u16string(80, u'y')));
+  EXPECT_EQ(RenameFeature(std::u16string(80, u'y')), RenameAnswer::Done);
   EXPECT_EQ(Row(0), u"#1  " + std::u16string(80, u'y'));
   headless::Click(kIdFeatureLock);
   headless::TypeInto(kIdFeatureName, u"Other");
@@ -82,7 +84,7 @@ TEST_F(FeatureOps, GivesANameToABlockThatHasNone) {
   Load(u"(MORVA TEXT 1)\r\nG0 X1\r\n(MORVA END 1)");
   Select(0);
   EXPECT_EQ(platform::TextOf(kIdFeatureName), u"User code");
-  EXPECT_TRUE(RenameFeature(u"Bore"));
+  EXPECT_EQ(RenameFeature(u"Bore"), RenameAnswer::Done);
   EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME Bore)\r\nG0 X1\r\n(MORVA END 1)");
 }
 
@@ -93,7 +95,7 @@ TEST_F(FeatureOps, RenamesAcrossAnEmptyLineWithoutASecondName) {
   block.insert(block.find(u"(MORVA NAME"), u"\r\n");
   Load(block);
   Select(0);
-  ASSERT_TRUE(RenameFeature(u"New"));
+  ASSERT_EQ(RenameFeature(u"New"), RenameAnswer::Done);
   EXPECT_EQ(Row(0), u"#1  New");
   block.replace(block.find(u"Old"), 3, u"New");
   EXPECT_EQ(Text(), block);
@@ -101,14 +103,37 @@ TEST_F(FeatureOps, RenamesAcrossAnEmptyLineWithoutASecondName) {
   EXPECT_EQ(features.rows[0].settings.kind, kKindShape);
 }
 
-TEST_F(FeatureOps, GivesNoNameToABlockOfOneLine) {
+TEST_F(FeatureOps, NamesABlockWithBlankLinesBehindItsMarker) {
+  Load(u"(MORVA TEXT 1)\r\n\r\n\r\nG0 X1\r\n(MORVA END 1)");
+  Select(0);
+  EXPECT_EQ(RenameFeature(u"Bore"), RenameAnswer::Done);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n\r\n\r\n(MORVA NAME Bore)\r\nG0 X1\r\n(MORVA END 1)");
+  EXPECT_EQ(Row(0), u"#1  Bore");
+  EXPECT_EQ(RenameFeature(u"Slot"), RenameAnswer::Done);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n\r\n\r\n(MORVA NAME Slot)\r\nG0 X1\r\n(MORVA END 1)");
+}
+
+TEST_F(FeatureOps, SaysWhyABlockOfOneLineGetsNoName) {
   const std::u16string text =
       u"(MORVA TEXT 1) M8 (MORVA END 1)\r\n(MORVA TEXT 2)\r\nM9\r\n(MORVA END 2)";
+  const std::u16string words =
+      u"This block is on one line. Put its END marker on a line of its own to name it.";
   Load(text);
   Select(0);
   headless::TypeInto(kIdFeatureName, u"Bore");
   headless::Click(kIdFeatureRename);
   EXPECT_EQ(Text(), text);
+  EXPECT_EQ(Hint(), words);
+  // Over the row it is told where that box tells its refusals. What is no name is told first.
+  StartInlineRename();
+  headless::TypeInto(kIdInlineName, u"Bore");
+  platform::KeyEvent enter;
+  enter.key = platform::kKeyEnter;
+  headless::PressKey(enter);
+  EXPECT_EQ(Text(), text);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), words);
+  headless::TypeInto(kIdFeatureName, u"a(b");
+  headless::Click(kIdFeatureRename);
   EXPECT_EQ(Hint(), u"Select an unlocked feature. Use 1-80 plain characters without parentheses.");
 }
 
@@ -192,6 +217,80 @@ TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {
   headless::Click(kIdFeatureInclude);
   EXPECT_EQ(Text(), kTwo);
   EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+}
+
+// What is typed behind the line that stands for the stored code is in the program.
+TEST_F(FeatureOps, SaysThatAnExcludedBlockHasCodeOfItsOwnAndKeepsItOnIncluding) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  ASSERT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  const std::int32_t behind = static_cast<std::int32_t>(Text().find(u"(MORVA END 2)"));
+  const int at = MapTextOffset(Text(), behind);
+  headless::EditorSelect(kIdEditor, at, at);
+  headless::EditorInsert(kIdEditor, u"G1 Y5\r\n");
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF, has code");
+  EXPECT_EQ(Row(1), u"#2  Second [has code]");
+  EXPECT_TRUE(FeatureRowExcluded(1));
+  EXPECT_TRUE(FeatureRowHasLiveCode(1));
+  // The path shows it with the program, the stored code apart.
+  headless::Click(kIdPath);
+  EXPECT_EQ(path.points[path.count - 1].y, 5.0);
+  EXPECT_EQ(ghostPath.count, 2);
+  const std::u16string before = Text();
+  headless::Click(kIdFeatureInclude);
+  std::u16string wanted = kTwo;
+  wanted.insert(wanted.find(u"(MORVA END 2)"), u"G1 Y5\r\n");
+  EXPECT_EQ(Text(), wanted);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+  EXPECT_EQ(Row(1), u"#2  Second");
+  // One step back, and out again as a whole.
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), before);
+  platform::RedoEditor(kIdEditor);
+  headless::Advance(200);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF");
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Text(), wanted);
+}
+
+TEST_F(FeatureOps, CodeTypedInFrontOfTheStoredCodeStaysThereToo) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  const std::int32_t line = static_cast<std::int32_t>(Text().find(u"(MORVA DISABLED 1)"));
+  const int at = MapTextOffset(Text(), line);
+  headless::EditorSelect(kIdEditor, at, at);
+  headless::EditorInsert(kIdEditor, u"M8\r\n");
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF, has code");
+  headless::Click(kIdFeatureInclude);
+  std::u16string wanted = kTwo;
+  wanted.insert(wanted.find(u"G1 X2"), u"M8\r\n");
+  EXPECT_EQ(Text(), wanted);
+}
+
+TEST_F(FeatureOps, DeletingAnExcludedBlockWithCodeIsUndoneWithBoth) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  std::u16string text = Text();
+  const std::int32_t behind = static_cast<std::int32_t>(text.find(u"(MORVA END 2)"));
+  headless::EditorSelect(kIdEditor, MapTextOffset(text, behind), MapTextOffset(text, behind));
+  headless::EditorInsert(kIdEditor, u"M8\r\n");
+  headless::Advance(200);
+  text = Text();
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text().find(u"M8"), std::u16string::npos);
+  headless::EditorUndo(kIdEditor);
+  EXPECT_EQ(Text(), text);
+  headless::Advance(200);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"G1 X2\r\nM8\r\n(MORVA END 2)"), std::u16string::npos);
 }
 
 TEST_F(FeatureOps, SaysThatNoFurtherCodeCanBeTakenOut) {
@@ -331,7 +430,7 @@ TEST_F(FeatureOps, RefusesToEditCopiedBlocksButStillSelectsRenamesAndDeletesTheF
     // Inclusion wants exactly one block with the number and says nothing.
     headless::Click(kIdFeatureInclude);
     EXPECT_EQ(Text(), both);
-    EXPECT_TRUE(RenameFeature(u"Copy"));
+    EXPECT_EQ(RenameFeature(u"Copy"), RenameAnswer::Done);
     EXPECT_EQ(Row(0), u"#1  Copy");
     EXPECT_EQ(Row(1), u"#2  Shape");
     headless::QueueAnswer(platform::BoxAnswer::Yes);
@@ -398,6 +497,23 @@ TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
             u"code. Keep editing it as text, or create a new shape; the existing block is "
             u"preserved.");
   EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(FeatureOps, RefusesAnExcludedBlockThatHasCodeOfItsOwn) {
+  opened.clear();
+  SetBuilderOpener(kKindShape, Opener);
+  const std::u16string code = u"G1 X1\r\n";
+  ASSERT_EQ(AddDisabledCode(ActiveTab()->disabledCode, code), 1);
+  for (const bool live : {false, true}) {
+    Load(SettingsBlockText(1, u"", SlotSettings(code),
+                           live ? u"(MORVA DISABLED 1)\r\nG1 X1\r\n" : u"(MORVA DISABLED 1)\r\n"));
+    Select(0);
+    headless::TakeBoxes();
+    headless::Click(kIdFeatureEdit);
+    EXPECT_EQ(headless::TakeBoxes().size(), live ? 1u : 0u);
+    EXPECT_EQ(opened.size(), 1u);
+    DropEditLink();
+  }
 }
 
 // An excluded block without its stored code counts as edited: nobody knows what it was.
@@ -557,7 +673,7 @@ TEST_F(FeatureOps, ARefusalUnderTheCommandWordsViewLeavesTheCodeAsItIs) {
   EXPECT_EQ(Hint(), u"Disabled code storage is missing. Restore this program's .features file.");
   EXPECT_EQ(Text(), text);
   // What is done is done to the code, and the view shows it.
-  ASSERT_TRUE(RenameFeature(u"Tap"));
+  ASSERT_EQ(RenameFeature(u"Tap"), RenameAnswer::Done);
   EXPECT_NE(Text().find(u"(MORVA TEXT 2)\r\n(MORVA NAME Tap)\r\n(MORVA DISABLED 9)"),
             std::u16string::npos);
   EXPECT_EQ(platform::EditorText(kIdWordsEditor).find(u"(MORVA NAME Tap)"),

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "shell/icons.h"
 #include "simulator/line_highlight.h"
 #include "simulator/shown_path.h"
@@ -209,6 +210,23 @@ TEST_F(OwnerDraw, PaintsFeatureRowsByTheirState) {
     if (call.name == "FillEllipse" && call.colours.at(0) == kBrightAccent) ++bright;
   }
   EXPECT_EQ(bright, 1);
+}
+
+// What the control gets although its block is excluded must be seen: the mark, and no dim row. The
+// key says its state alone where it is too narrow for all of its words.
+TEST_F(OwnerDraw, ShowsThatAnExcludedFeatureHasCode) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\n(MORVA NAME One)\r\n(MORVA DISABLED 1)\r\nG0\r\n"
+                          u"(MORVA END 1)\r\n");
+  RefreshFeatureList();
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureList), u"#1  One [has code]", kMainText));
+  platform::SelectRow(kIdFeatureList, 0);
+  UpdateFeatureCaptions();
+  ASSERT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF, has code");
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureInclude), u"OFF, has code", kMainText));
+  DragSplitter(430);
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureInclude), u"Include code: OFF, has code",
+                     kMainText));
 }
 
 // The list is painted again before the refresh that follows a change: the rows are those of the
