@@ -74,16 +74,28 @@ struct Difference {
   size_t linesAfter = 0;
 };
 
+// Whole programs are compared here at every key, so that equal stretches go at once.
+constexpr size_t kStretch = 4096;
+
+bool SameStretch(View a, View b, size_t at) {
+  return std::equal(a.begin() + at, a.begin() + at + kStretch, b.begin() + at);
+}
+
 size_t CommonFront(View a, View b) {
   const size_t least = std::min(a.size(), b.size());
   size_t count = 0;
+  while (count + kStretch <= least && SameStretch(a, b, count)) count += kStretch;
   while (count < least && a[count] == b[count]) ++count;
   return count;
 }
 
+// At most `most` units, which both texts have.
 size_t CommonBack(View a, View b, size_t most) {
+  a = a.substr(a.size() - most);
+  b = b.substr(b.size() - most);
   size_t count = 0;
-  while (count < most && a[a.size() - 1 - count] == b[b.size() - 1 - count]) ++count;
+  while (count + kStretch <= most && SameStretch(a, b, most - count - kStretch)) count += kStretch;
+  while (count < most && a[most - 1 - count] == b[most - 1 - count]) ++count;
   return count;
 }
 
@@ -287,7 +299,7 @@ bool MakeWordsPair(View code, WordsPair& pair) {
 
 CodeChange TakeWords(WordsPair& pair, View words, size_t caret) {
   CodeChange result;
-  if (words == pair.words) return result;
+  if (std::ranges::equal(words, pair.words)) return result;
   const Difference change = FindDifference(pair.words, words, caret);
   Stretch stretch;
   TakeTouched(pair, change, stretch);

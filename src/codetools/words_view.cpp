@@ -245,8 +245,8 @@ void SyncCodeFromWords() {
   if (!app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
   // The words of another program are none of this one's.
   if (shown.program != ActiveSerial()) return;
-  const std::u16string words(platform::EditorText(kIdWordsEditor));
-  if (words != shown.pair.words) {
+  const std::u16string_view words = platform::EditorText(kIdWordsEditor);
+  if (!std::ranges::equal(words, shown.pair.words)) {
     // The code is the truth, also where it was changed and nobody told.
     if (!HasStandingCode()) return SyncWordsFromCode();
     PutCode(words);

@@ -1,6 +1,8 @@
 // Both conversions agree with a slow reading of their rules on any text; code goes to words
-// and back with nothing lost.
+// and back with nothing lost. What is typed into the words of the view and taken out again leaves
+// the code behind them as it was, and so do all of the words, cut and put in again.
 #include "codetools/command_words.h"
+#include "codetools/words_pair.h"
 #include "fuzz/fuzz.h"
 #include "support/reference_words.h"
 
@@ -45,6 +47,30 @@ bool HoldsCodeOnly(std::u16string_view text) {
   return true;
 }
 
+// Where the last byte of an input lies in a text, as a part of its length.
+std::size_t PlaceIn(std::u16string_view text, const std::uint8_t* data, std::size_t size) {
+  return size == 0 ? 0 : text.size() * data[size - 1] / 255;
+}
+
+void CheckPair(std::u16string_view text, const std::uint8_t* data, std::size_t size) {
+  static constexpr std::u16string_view kTyped[] = {u"5", u"(", u")\r\n", u";", u"\n", u"\rDwell\r"};
+  morva::WordsPair pair;
+  if (!morva::MakeWordsPair(text, pair)) return;
+  fuzz::Check(pair.code == text, "the pair has the code as it is");
+  const std::u16string words = pair.words;
+  const std::u16string_view typed = kTyped[size % std::size(kTyped)];
+  const std::size_t at = PlaceIn(words, data, size);
+  std::u16string changed = words;
+  changed.insert(at, typed);
+  morva::TakeWords(pair, changed, at + typed.size());
+  morva::TakeWords(pair, words, at);
+  fuzz::Check(pair.code == text, "what is typed and taken out again leaves the code");
+  morva::TakeWords(pair, u"", 0);
+  morva::TakeWords(pair, words, words.size());
+  fuzz::Check(pair.code == text, "what is cut and put in again is the code as it was");
+  fuzz::Check(pair.replaced.empty(), "nothing is told apart from what it was");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -55,6 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Check(code.View() == reference::WordsToCode(text), "the code is that of the rules");
   const morva::OwnedText back = morva::WordsToCode(words.View());
   fuzz::Check(back.View() == reference::WordsToCode(words.View()), "and so it is back from words");
+  CheckPair(text, data, size);
   if (HoldsCodeOnly(text))
     fuzz::Check(reference::NothingLost(text, back.View()), "nothing is lost there and back");
   return 0;
