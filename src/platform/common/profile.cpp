@@ -1,4 +1,5 @@
-// The settings file: read by line, changed as a list of sections, written back once.
+// The settings file: read by line, changed as a list of sections, written back once. A change
+// touches each line at most once, however many keys it sets.
 //
 // Everything here works on the bytes of the file, so that a line which nobody asked to change
 // goes back exactly as it was, whatever it holds. Names compare without the case of A to Z.
@@ -7,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -65,13 +67,21 @@ bool IsComment(std::string_view line) {
   return !line.empty() && (line.front() == ';' || line.front() == '#');
 }
 
-// Whether the line sets `key`, and its value without outer blanks and one pair of quotes.
-bool ReadEntry(std::string_view line, std::string_view key, std::string_view& value) {
+// Whether the line sets a key, and which one.
+bool ReadKey(std::string_view line, std::string_view& key) {
   line = WithoutLineEnd(line);
   const std::size_t equals = line.find('=');
   if (equals == line.npos || IsComment(line)) return false;
-  if (!SameName(Trimmed(line.substr(0, equals)), key)) return false;
-  value = Trimmed(line.substr(equals + 1));
+  key = Trimmed(line.substr(0, equals));
+  return true;
+}
+
+// Whether the line sets `key`, and its value without outer blanks and one pair of quotes.
+bool ReadEntry(std::string_view line, std::string_view key, std::string_view& value) {
+  std::string_view own;
+  if (!ReadKey(line, own) || !SameName(own, key)) return false;
+  line = WithoutLineEnd(line);
+  value = Trimmed(line.substr(line.find('=') + 1));
   if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
     value.remove_prefix(1);
     value.remove_suffix(1);
@@ -99,35 +109,114 @@ bool FindEntry(std::string_view file, std::string_view section, std::string_view
   return false;
 }
 
-// A section as it stands: the header line and the lines up to the next header. What precedes
-// the first header is a section without a header.
+// A section as it stands: the header line and the lines up to the next header. What precedes the
+// first header is a section without a header. It remains one piece of the file until somebody asks
+// for one of its keys; then it is cut into lines, and a table of hashes leads from keys to lines.
 struct Section {
-  std::string name;
-  std::vector<std::string> lines;
+  std::string_view name;
+  std::string_view whole;
+  bool cut = false;
+  std::vector<std::string_view> lines;
+  std::vector<std::uint32_t> slots;  // by hash: a row above 0, 0 for none; a power of two
+  std::uint32_t keys = 0;            // slots in use
 };
 
-std::vector<Section> Parse(std::string_view file) {
-  std::vector<Section> sections(1);
+// A file in sections. Its text and what is written stay where they are until it goes, because
+// sections hold views of them.
+struct Sections {
+  std::vector<Section> list;
+  std::deque<std::string> written;
+  // The sections of the name that was asked for last.
+  std::string lastName;
+  std::vector<std::size_t> last;
+  bool lastKnown = false;
+};
+
+std::uint32_t HashOf(std::string_view name) {
+  std::uint32_t hash = 2166136261u;
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(Folded(c))) * 16777619u;
+  return hash;
+}
+
+// The slot that leads to the first line with this key, or the empty one where it would stand.
+std::size_t SlotOf(const Section& section, std::string_view key) {
+  const std::size_t mask = section.slots.size() - 1;
+  std::size_t slot = HashOf(key) & mask;
+  while (section.slots[slot] != 0) {
+    std::string_view other;
+    ReadKey(section.lines[section.slots[slot]], other);
+    if (SameName(other, key)) break;
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+// The first line with a key counts; the header in row 0 is no entry.
+void TakeRow(Section& section, std::size_t row) {
+  std::string_view key;
+  if (row == 0 || !ReadKey(section.lines[row], key)) return;
+  const std::size_t slot = SlotOf(section, key);
+  if (section.slots[slot] != 0) return;
+  section.slots[slot] = static_cast<std::uint32_t>(row);
+  ++section.keys;
+}
+
+void FillSlots(Section& section) {
+  std::size_t size = 16;
+  while (size < 4 * section.lines.size()) size *= 2;
+  section.slots.assign(size, 0);
+  section.keys = 0;
+  for (std::size_t row = 1; row < section.lines.size(); ++row) TakeRow(section, row);
+}
+
+void CutIntoLines(Section& section) {
+  if (section.cut) return;
+  section.cut = true;
+  std::string_view rest = section.whole;
+  while (!rest.empty()) section.lines.push_back(TakeLine(rest));
+  FillSlots(section);
+}
+
+// The row of the key, 0 for none.
+std::size_t RowOfKey(Section& section, std::string_view key) {
+  CutIntoLines(section);
+  return section.slots[SlotOf(section, key)];
+}
+
+Sections Parse(std::string_view file) {
+  Sections sections;
+  sections.list.emplace_back();
   std::string_view rest = WithoutMark(file);
+  const char* begin = rest.data();
   while (!rest.empty()) {
     const std::string_view line = TakeLine(rest);
     std::string_view name;
     if (ReadHeader(line, name)) {
-      sections.emplace_back();
-      sections.back().name = name;
+      sections.list.emplace_back();
+      sections.list.back().name = name;
+      begin = line.data();
     }
-    sections.back().lines.emplace_back(line);
+    const char* end = line.data() + line.size();
+    sections.list.back().whole = {begin, static_cast<std::size_t>(end - begin)};
   }
   return sections;
 }
 
-std::string Written(const std::vector<Section>& sections) {
+std::string Written(const Sections& sections) {
   std::string file;
-  for (const Section& section : sections) {
-    for (const std::string& line : section.lines) {
-      if (!file.empty() && file.back() != '\n') file += "\r\n";
-      file += line;
-    }
+  std::size_t bytes = 0;
+  for (const Section& section : sections.list) {
+    bytes += section.whole.size();
+    for (const std::string_view line : section.lines) bytes += line.size();
+  }
+  file.reserve(bytes);
+  const auto put = [&file](std::string_view text) {
+    if (!file.empty() && file.back() != '\n' && !text.empty()) file += "\r\n";
+    file += text;
+  };
+  for (const Section& section : sections.list) {
+    if (!section.cut) put(section.whole);
+    for (const std::string_view line : section.lines) put(line);
   }
   return file;
 }
@@ -138,7 +227,9 @@ std::string EntryLine(std::string_view key, std::string_view value) {
   value = value.substr(0, value.find_first_of(std::string_view("\r\n\0", 3)));
   const bool blanks = value != Trimmed(value);
   const bool quotes = value.size() >= 2 && value.front() == '"' && value.back() == '"';
-  std::string line(key);
+  std::string line;
+  line.reserve(key.size() + value.size() + 5);
+  line += key;
   line += '=';
   if (blanks || quotes) line += '"';
   line += value;
@@ -147,35 +238,61 @@ std::string EntryLine(std::string_view key, std::string_view value) {
   return line;
 }
 
-// Behind the last line of the section that is not blank.
-void InsertEntry(Section& section, std::string line) {
-  std::size_t at = section.lines.size();
-  while (at > 1 && Trimmed(WithoutLineEnd(section.lines[at - 1])).empty()) --at;
-  section.lines.insert(section.lines.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
+std::string_view Keep(Sections& sections, std::string text) {
+  return sections.written.emplace_back(std::move(text));
 }
 
-void ChangeEntry(std::vector<Section>& sections, std::string_view name, std::string_view key,
+// Behind the last line of the section that is not blank. No key moves: only blank lines do.
+void InsertEntry(Section& section, std::string_view line) {
+  std::size_t at = section.lines.size();
+  while (at > 1 && Trimmed(WithoutLineEnd(section.lines[at - 1])).empty()) --at;
+  section.lines.insert(section.lines.begin() + static_cast<std::ptrdiff_t>(at), line);
+  if (2 * (section.keys + 1) > section.slots.size()) {
+    FillSlots(section);
+  } else {
+    TakeRow(section, at);
+  }
+}
+
+// The sections of this name in their order, a file may have several.
+const std::vector<std::size_t>& SectionsNamed(Sections& sections, std::string_view name) {
+  if (sections.lastKnown && sections.lastName == name) return sections.last;
+  sections.lastKnown = true;
+  sections.lastName = name;
+  sections.last.clear();
+  for (std::size_t i = 1; i < sections.list.size(); ++i) {
+    if (SameName(sections.list[i].name, name)) sections.last.push_back(i);
+  }
+  return sections.last;
+}
+
+void AddSection(Sections& sections, std::string_view name) {
+  const std::string_view line = Keep(sections, "[" + std::string(name) + "]\r\n");
+  Section& section = sections.list.emplace_back();
+  section.name = line.substr(1, name.size());
+  section.whole = line;
+  sections.lastKnown = false;
+}
+
+void ChangeEntry(Sections& sections, std::string_view name, std::string_view key,
                  std::string_view value) {
-  Section* first = nullptr;
-  for (std::size_t i = 1; i < sections.size(); ++i) {
-    if (!SameName(sections[i].name, name)) continue;
-    if (!first) first = &sections[i];
-    for (std::size_t row = 1; row < sections[i].lines.size(); ++row) {
-      std::string_view old;
-      if (!ReadEntry(sections[i].lines[row], key, old)) continue;
-      sections[i].lines[row] = EntryLine(key, value);
-      return;
-    }
+  for (const std::size_t i : SectionsNamed(sections, name)) {
+    Section& section = sections.list[i];
+    const std::size_t row = RowOfKey(section, key);
+    if (row == 0) continue;
+    section.lines[row] = Keep(sections, EntryLine(key, value));
+    return;
   }
-  if (!first) {
-    sections.emplace_back();
-    first = &sections.back();
-    first->name = name;
-    first->lines.push_back("[" + std::string(name) + "]\r\n");
-  }
+  const std::vector<std::size_t>& named = SectionsNamed(sections, name);
+  const std::size_t first = named.empty() ? sections.list.size() : named.front();
+  if (named.empty()) AddSection(sections, name);
+  Section& section = sections.list[first];
+  CutIntoLines(section);
   // The line that ended the file may have had no line end.
-  if (first->lines.back().back() != '\n') first->lines.back() += "\r\n";
-  InsertEntry(*first, EntryLine(key, value));
+  if (section.lines.back().back() != '\n') {
+    section.lines.back() = Keep(sections, std::string(section.lines.back()) + "\r\n");
+  }
+  InsertEntry(section, Keep(sections, EntryLine(key, value)));
 }
 
 // The change under way. Reading looks into it, so that what was set can be read at once.
@@ -185,7 +302,7 @@ struct Change {
   bool touched = false;  // something was set or erased
   std::vector<ProfileTold> told;
   std::string before;
-  std::vector<Section> sections;
+  Sections sections;
 };
 
 Change change;
@@ -216,12 +333,10 @@ void HandOver(std::string bytes, const std::vector<ProfileTold>& told) {
 
 // As FindEntry, in the sections of the change under way.
 bool FindChanged(std::string_view section, std::string_view key, std::string_view& value) {
-  for (std::size_t i = 1; i < change.sections.size(); ++i) {
-    const Section& each = change.sections[i];
-    if (!SameName(each.name, section)) continue;
-    for (std::size_t row = 1; row < each.lines.size(); ++row) {
-      if (ReadEntry(each.lines[row], key, value)) return true;
-    }
+  for (const std::size_t i : SectionsNamed(change.sections, section)) {
+    Section& each = change.sections.list[i];
+    const std::size_t row = RowOfKey(each, key);
+    if (row != 0) return ReadEntry(each.lines[row], key, value);
   }
   return false;
 }
@@ -273,10 +388,11 @@ void EraseProfileSection(std::u16string_view section) {
   BeginProfileChange();
   change.touched = true;
   const std::string name = ToUtf8(section);
-  for (std::size_t i = change.sections.size(); i-- > 1;) {
-    if (!SameName(change.sections[i].name, name)) continue;
-    change.sections.erase(change.sections.begin() + static_cast<std::ptrdiff_t>(i));
+  std::vector<Section>& list = change.sections.list;
+  for (std::size_t i = list.size(); i-- > 1;) {
+    if (SameName(list[i].name, name)) list.erase(list.begin() + static_cast<std::ptrdiff_t>(i));
   }
+  change.sections.lastKnown = false;
   EndProfileChange();
 }
 
@@ -284,8 +400,9 @@ bool EndProfileChange(ProfileTold told) {
   if (change.depth == 0) return false;
   if (told) change.told.push_back(told);
   if (--change.depth > 0) return true;
+  // The sections look into the text of the change, which moves with it.
+  const std::string after = change.touched ? Written(change.sections) : change.before;
   const Change ended = std::exchange(change, Change());
-  const std::string after = ended.touched ? Written(ended.sections) : ended.before;
   const bool same = after == ended.before;
   bool saved = ended.readable;
   if (saved && same && handed.there) {
@@ -333,7 +450,8 @@ bool FindInProfile(std::u16string_view file, std::u16string_view section, std::u
 
 std::u16string ChangeInProfile(std::u16string_view file, std::u16string_view section,
                                std::u16string_view key, std::u16string_view value) {
-  std::vector<Section> sections = Parse(ToUtf8(file));
+  const std::string bytes = ToUtf8(file);
+  Sections sections = Parse(bytes);
   ChangeEntry(sections, ToUtf8(section), ToUtf8(key), ToUtf8(value));
   return FromUtf8(Written(sections));
 }

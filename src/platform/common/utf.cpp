@@ -66,6 +66,18 @@ std::uint32_t ReadCharacter(std::string_view bytes, std::size_t& at) {
   return value;
 }
 
+std::size_t AsciiUnits(std::u16string_view text) {
+  std::size_t count = 0;
+  while (count < text.size() && text[count] < 0x80) ++count;
+  return count;
+}
+
+void AppendAscii(std::string& out, std::u16string_view text) {
+  const std::size_t from = out.size();
+  out.resize(from + text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) out[from + i] = static_cast<char>(text[i]);
+}
+
 void AppendUtf8(std::string& out, std::uint32_t value) {
   const auto put = [&out](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
   if (value < 0x80) {
@@ -117,8 +129,12 @@ std::u16string FromUtf8(std::string_view bytes) {
 
 std::string ToUtf8(std::u16string_view text) {
   std::string out;
-  out.reserve(text.size() + text.size() / 16);
+  out.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::size_t ascii = AsciiUnits(text.substr(i));
+    AppendAscii(out, text.substr(i, ascii));
+    i += ascii;
+    if (i == text.size()) break;
     const std::uint32_t unit = text[i];
     if (unit < 0xD800 || unit > 0xDFFF) {
       AppendUtf8(out, unit);

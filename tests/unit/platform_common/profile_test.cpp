@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "platform/common/faults.h"
 #include "platform/limits.h"
@@ -236,6 +240,109 @@ TEST_F(ProfileFile, ReadsInsideABracketWhatWasSetThere) {
   platform::EraseProfileSection(u"S");
   EXPECT_EQ(platform::ReadProfile(u"S", u"k", u"gone"), u"gone");
   EXPECT_TRUE(platform::EndProfileChange());
+}
+
+// A second method: one change at a time, by walking the lines of the whole file.
+bool SameLetters(std::string a, std::string b) {
+  for (std::string* text : {&a, &b}) {
+    for (char& c : *text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  }
+  return a == b;
+}
+std::string Bare(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first == text.npos) return "";
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+struct WalkedLine {
+  std::string bytes;
+  bool header = false;
+  std::string name;  // of the header, or the key
+};
+std::vector<WalkedLine> Walk(const std::string& file) {
+  std::vector<WalkedLine> lines;
+  for (std::size_t at = 0; at < file.size();) {
+    const std::size_t end = std::min(file.find('\n', at), file.size() - 1) + 1;
+    WalkedLine line{file.substr(at, end - at), false, ""};
+    const std::string bare = Bare(line.bytes);
+    line.header = !bare.empty() && bare[0] == '[' && bare.find(']') != bare.npos;
+    if (line.header) {
+      line.name = Bare(bare.substr(1, bare.find(']') - 1));
+    } else if (bare.find('=') != bare.npos && bare[0] != ';' && bare[0] != '#') {
+      line.name = Bare(bare.substr(0, bare.find('=')));
+    }
+    lines.push_back(line);
+    at = end;
+  }
+  return lines;
+}
+std::string ChangedByWalking(const std::string& file, const std::string& section,
+                             const std::string& key, const std::string& value) {
+  std::vector<WalkedLine> lines = Walk(file);
+  const std::string entry = key + "=" + value + "\r\n";
+  bool inside = false;
+  std::size_t behind = 0;  // where a new line of the section's first part goes; 0: no such section
+  bool first = false;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i].header) {
+      inside = SameLetters(lines[i].name, section);
+      first = inside && behind == 0;
+    }
+    if (!inside) continue;
+    if (!lines[i].header && SameLetters(lines[i].name, key)) {
+      lines[i].bytes = entry;
+      std::string changed;
+      for (const WalkedLine& line : lines) changed += line.bytes;
+      return changed;
+    }
+    if (first && !Bare(lines[i].bytes).empty()) behind = i + 1;
+  }
+  std::string changed;
+  const auto end = [&changed] {
+    if (!changed.empty() && changed.back() != '\n') changed += "\r\n";
+  };
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    changed += lines[i].bytes;
+    if (i + 1 != behind) continue;
+    end();
+    changed += entry;
+  }
+  if (behind > 0) return changed;
+  end();
+  return changed + "[" + section + "]\r\n" + entry;
+}
+
+std::string RandomFile(std::mt19937& random) {
+  const char* pieces[] = {"[A]\r\n",     "[a]\n",      "[B ]\r\n",   "[ C]\r\n", "k0=1\r\n",
+                          "K1 = x\n",    "; k2=c\r\n", "\r\n",       " \r\n",    "k2=\"q\"\r\n",
+                          "nothing\r\n", "[D\r\n",     "k3=[A]\r\n", "=\r\n"};
+  std::string file;
+  for (auto n = random() % 24; n > 0; --n) file += pieces[random() % std::size(pieces)];
+  if (random() % 3 == 0 && file.ends_with("\r\n")) file.resize(file.size() - 2);
+  return file;
+}
+
+TEST_F(ProfileFile, HoldsBehindOneBracketWhatSingleChangesLeave) {
+  std::mt19937 random(28);
+  const std::string sections[] = {"A", "B", "c", "New", "Other"};
+  support::fs::create_directories(File().parent_path());
+  for (int round = 0; round < 400; ++round) {
+    std::string wanted = RandomFile(random);
+    WriteRaw(File(), wanted);
+    SCOPED_TRACE(wanted);
+    platform::BeginProfileChange();
+    for (auto n = 1 + random() % 40; n > 0; --n) {
+      const std::string section = sections[random() % std::size(sections)];
+      const std::string key = (random() % 2 == 0 ? "k" : "K") + std::to_string(random() % 20);
+      const std::string value = std::to_string(random() % 100);
+      platform::WriteProfile(support::Wide(section), support::Wide(key), support::Wide(value));
+      wanted = ChangedByWalking(wanted, section, key, value);
+      EXPECT_EQ(platform::ReadProfile(support::Wide(section), support::Wide(key), u""),
+                support::Wide(value));
+    }
+    EXPECT_TRUE(platform::EndProfileChange());
+    ASSERT_EQ(ReadRaw(File()), wanted);
+  }
 }
 
 TEST_F(ProfileFile, RefusesAnEndWithoutABeginning) { EXPECT_FALSE(platform::EndProfileChange()); }
