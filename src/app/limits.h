@@ -56,6 +56,13 @@ inline constexpr int kMaxPathOwners = 2;         // paths that the view can show
 inline constexpr int kMaxReadOutLines = 16;      // lines that a read-out breaks into; the rest is not shown
 inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction; further ones are not drawn
 
+// The libraries of tools and macros.
+inline constexpr int kMaxTools = 64;             // box "The tool library is full (64 tools)."; more in the settings file are not read
+inline constexpr int kMaxFlutes = 64;            // box "Enter a flute count from 1 to 64."
+inline constexpr int kMaxMacros = 24;            // box "The custom macro library is full."; more in the settings file are not read
+inline constexpr int kMaxMacroCode = 24000;      // units of a saved macro: "This program is too large for the custom macro library in this build."
+inline constexpr int kMaxMacroCopies = 100;      // numbers that a copy's name is tried with; the last one is kept even if it is taken
+
 // Pictures of the builders.
 inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a picture: 400 features of 64 objects with their crosses and fills; "Picture full. Not everything is shown."
 inline constexpr int kMaxPicturePoints = 131072; // corners of its paths; as above
@@ -106,6 +113,13 @@ inline constexpr int kSavePathUnits = 500;    // a longer path fails the save: "
 inline constexpr int kCompanionPathUnits = 600; // path with its suffix
 inline constexpr int kPortNameUnits = 32;     // cut
 inline constexpr int kShapeNameUnits = 72;    // cut
+inline constexpr int kToolNameUnits = 64;     // cut
+inline constexpr int kToolTypeUnits = 32;     // cut
+inline constexpr int kToolNotesUnits = 128;   // cut
+inline constexpr int kToolBlockUnits = 1200;  // text of a tool's block; cut, which no tool reaches
+inline constexpr int kMacroNameUnits = 96;    // cut
+inline constexpr int kMacroTextUnits = 8192;  // text of a macro template; cut
+inline constexpr int kMacroKeyUnits = 48063;  // a macro's text in the settings file, with its escapes; a longer one is cut
 inline constexpr int kPictureLabelUnits = 32; // cut, with "…" at the end
 inline constexpr int kFindUnits = 256;        // a find or replacement text; typing stops
 inline constexpr int kMotionLineUnits = 220;  // a line of generated motion; cut

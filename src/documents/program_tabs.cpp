@@ -14,6 +14,7 @@
 #include "documents/disk_watch.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
+#include "documents/new_program.h"
 #include "documents/program_information.h"
 #include "documents/saver.h"
 #include "documents/tab_models.h"
@@ -29,14 +30,6 @@ namespace {
 constexpr int kSwitchRefreshMilliseconds = 60;
 
 std::uint64_t lastSerial = 0;
-
-std::u16string TemplateText(std::u16string_view title) {
-  std::u16string text = u"(FILE: ";
-  text += title;
-  text += app.unitsMetric ? u")\r\nG21 (MILLIMETERS)\r\n" : u")\r\nG20 (INCHES)\r\n";
-  text += u"G90 G17 G94\r\nG54 (WORK COORDINATE SYSTEM)\r\nG40 G80\r\n(OPERATION CODE BELOW)\r\n";
-  return text;
-}
 
 // Puts the active record's text into the editor. It is no change of the program.
 void StageText(const ProgramTab& tab) {
@@ -63,7 +56,7 @@ int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_v
   CopyBounded(tab.path, kPathUnits, path);
   if (path.empty() && title.empty()) title = u"Untitled.NC";
   CopyBounded(tab.title, kTitleUnits, path.empty() ? title : BareFileName(path));
-  tab.text = path.empty() && text.empty() ? TemplateText(tab.title) : std::move(text);
+  tab.text = path.empty() && text.empty() ? NewProgramText(tab.title, app.unitsMetric) : std::move(text);
   if (tab.path[0]) ReadCompanions(tab.path, tab);
   RefreshTabButtons();
   return index;

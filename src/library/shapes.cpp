@@ -1,15 +1,15 @@
 #include "library/shapes.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/join_table.h"
 #include "app/profile_keys.h"
 #include "app/stop.h"
 #include "documents/feature_operations.h"
-#include "documents/saver.h"
-#include "platform/file.h"
+#include "library/kept_text.h"
+#include "library/mirror.h"
 #include "platform/listing.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
@@ -48,14 +48,6 @@ constexpr NumberKey kNumbers[] = {{u'X', &SketchObject::x, 0},
                                   {u'B', &SketchObject::size2, 0.5},
                                   {u'R', &SketchObject::angle, 0}};
 
-// What breaks a line, in the settings file or in a list, or has no face of its own.
-bool IsControl(char16_t c) {
-  return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
-}
-
-bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
-bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c < 0xE000; }
-
 void LoadShape(int index, SavedShape& shape) {
   const std::u16string section = SectionOf(index);
   CopyBounded(shape.name, kShapeNameUnits,
@@ -87,29 +79,14 @@ void SaveShape(int index, const SavedShape& shape) {
   }
 }
 
-void Store32(unsigned char* at, std::int32_t value) {
-  const auto bits = static_cast<std::uint32_t>(value);
-  for (int i = 0; i < 4; ++i) at[i] = static_cast<unsigned char>(bits >> (8 * i));
-}
-
-void StoreReal(unsigned char* at, double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  for (int i = 0; i < 8; ++i) at[i] = static_cast<unsigned char>(bits >> (8 * i));
-}
-
 void StoreShape(const SavedShape& shape, unsigned char* at) {
-  unsigned char* unit = at;
-  for (const char16_t c : shape.name) {
-    *unit++ = static_cast<unsigned char>(c & 0xFF);
-    *unit++ = static_cast<unsigned char>(c >> 8);
-  }
-  Store32(at + kNameBytes, shape.count);
+  StoreText(at, kShapeNameUnits, shape.name);
+  StoreInteger(at + kNameBytes, shape.count);
   unsigned char* item = at + kObjectsAt;
   for (int i = 0; i < shape.count; ++i, item += kObjectBytes) {
     const SketchObject& object = shape.objects[i];
-    Store32(item, object.type);
-    Store32(item + 4, object.group);
+    StoreInteger(item, object.type);
+    StoreInteger(item + 4, object.group);
     StoreReal(item + 8, object.x);
     StoreReal(item + 16, object.y);
     StoreReal(item + 24, object.size);
@@ -143,38 +120,14 @@ bool SaveShapeLibrary(void (*told)(bool saved)) {
   for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
   const bool saved = platform::EndProfileChange(told);
   if (app.dataDirReady) {
-    const char16_t separator = platform::PathSeparator();
-    std::u16string path = app.dataDir;
-    path += separator;
-    path += u"Shapes";
-    path += separator;
-    path += u"Library.shapes";
-    SaveJob job;
-    job.program = path;
-    job.files.push_back({path, {}});
-    job.told = [](const SaveResult&) {};
-    WriteShapeMirror(shapeLibrary, job.files.back().bytes);
-    HandOverSave(std::move(job));
+    std::string bytes;
+    WriteShapeMirror(shapeLibrary, bytes);
+    SaveMirror(u"Shapes", u"Library.shapes", std::move(bytes));
   }
   return saved;
 }
 
-std::u16string KeptShapeName(std::u16string_view name) {
-  constexpr std::size_t most = kShapeNameUnits - 1;
-  std::u16string kept;
-  for (std::size_t i = 0; i < name.size() && kept.size() < most; ++i) {
-    const char16_t c = name[i];
-    if (IsHighSurrogate(c) && i + 1 < name.size() && IsLowSurrogate(name[i + 1])) {
-      if (kept.size() + 2 > most) break;
-      kept.append(name.substr(i++, 2));
-    } else if (IsHighSurrogate(c) || IsLowSurrogate(c)) {
-      kept += u'\uFFFD';
-    } else {
-      kept += IsControl(c) ? u' ' : c;
-    }
-  }
-  return kept;
-}
+std::u16string KeptShapeName(std::u16string_view name) { return KeptText(name, kShapeNameUnits); }
 
 int FindShape(std::u16string_view name) {
   for (int i = 0; i < shapeLibrary.count; ++i) {

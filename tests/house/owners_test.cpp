@@ -74,6 +74,8 @@ const std::vector<Table>& Tables() {
       {.name = "liveModels", .owners = {"documents/tab_models.cpp"}, .shared = true},
       {.name = "completionApplying", .owners = {"documents/editor_changes.cpp"}},
       {.name = "shapeLibrary", .owners = {"library/shapes.cpp"}},
+      {.name = "macroLibrary", .owners = {"library/macros.cpp"}},
+      {.name = "toolLibrary", .owners = {"library/tools.cpp"}},
       {.name = "sketch", .owners = {"cad/sketch.cpp"}},
       {.name = "tools", .owners = {"cad/tool_state.cpp"}},
       {.name = "canvasView",

@@ -326,7 +326,7 @@ TEST_F(ProfileFile, HoldsBehindOneBracketWhatSingleChangesLeave) {
   std::mt19937 random(28);
   const std::string sections[] = {"A", "B", "c", "New", "Other"};
   support::fs::create_directories(File().parent_path());
-  for (int round = 0; round < 400; ++round) {
+  for (int round = 0; round < 120; ++round) {
     std::string wanted = RandomFile(random);
     WriteRaw(File(), wanted);
     SCOPED_TRACE(wanted);

@@ -1,0 +1,32 @@
+// The seven ready templates of the macro builder. Texts of fields are copied as typed, unchecked;
+// only the rows of holes read numbers.
+#pragma once
+
+#include <span>
+#include <string>
+
+namespace morva {
+
+struct CodeWriter;
+
+inline constexpr int kMacroTemplates = 7;
+inline constexpr int kMacroFields = 6;
+
+struct MacroField {
+  const char16_t* label = u"";  // empty: the field is not used
+  const char16_t* start = u"";
+};
+
+struct MacroTemplate {
+  const char16_t* name = u"";
+  MacroField fields[kMacroFields];
+};
+// By kind, in the order of the builder's list.
+std::span<const MacroTemplate> MacroTemplates();
+
+// The text of a kind, from the texts of its fields. `metric` counts for the new program alone.
+// Another kind writes nothing.
+void WriteMacro(int kind, std::span<const std::u16string, kMacroFields> texts, bool metric,
+                CodeWriter& out);
+
+}  // namespace morva

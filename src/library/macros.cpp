@@ -1,0 +1,170 @@
+#include "library/macros.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "app/profile_keys.h"
+#include "library/kept_text.h"
+#include "platform/profile.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+MacroLibrary macroLibrary;
+
+namespace {
+
+constexpr char16_t kTable[] = u"CustomMacros";
+constexpr char16_t kRename[] = u"Rename Macro";
+
+std::u16string SectionOf(int index) { return u"CustomMacro" + IntegerText(index); }
+
+bool IsMacro(int index) { return index >= 0 && index < macroLibrary.count; }
+
+void SetName(MacroRecord& macro, std::u16string_view name) {
+  CopyBounded(macro.name, kMacroNameUnits, KeptText(name, kMacroNameUnits));
+}
+
+void LoadMacro(int index, MacroRecord& macro) {
+  const std::u16string section = SectionOf(index);
+  SetName(macro, platform::ReadProfile(section, u"Name", u"Custom Macro"));
+  const std::u16string line = platform::ReadProfile(section, u"Code", u"");
+  macro.code = UnescapedMacro(std::u16string_view(line).substr(0, kMacroKeyUnits - 1));
+}
+
+// The name with an end that tells it from others, as long as a name may be.
+std::u16string NameWithEnd(std::u16string_view name, std::u16string_view end) {
+  return KeptText(name, kMacroNameUnits - static_cast<int>(end.size())) + std::u16string(end);
+}
+
+std::u16string NameOfCopy(std::u16string_view name) {
+  std::u16string copy = NameWithEnd(name, u" Copy");
+  for (int i = 2; i <= kMaxMacroCopies && FindMacro(copy) >= 0; ++i) {
+    copy = NameWithEnd(name, u" Copy " + IntegerText(i));
+  }
+  return copy;
+}
+
+}  // namespace
+
+void LoadMacroLibrary() {
+  macroLibrary = MacroLibrary();
+  platform::BeginProfileChange();  // one reading of the file for all keys
+  macroLibrary.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxMacros);
+  for (int i = 0; i < macroLibrary.count; ++i) LoadMacro(i, macroLibrary.macros[i]);
+  platform::EndProfileChange();
+}
+
+bool SaveMacroLibrary(void (*told)(bool saved)) {
+  platform::BeginProfileChange();
+  platform::WriteProfile(kTable, u"Count", IntegerText(macroLibrary.count));
+  for (int i = 0; i < macroLibrary.count; ++i) {
+    const std::u16string section = SectionOf(i);
+    platform::WriteProfile(section, u"Name", macroLibrary.macros[i].name);
+    platform::WriteProfile(section, u"Code", EscapedMacro(macroLibrary.macros[i].code));
+  }
+  return platform::EndProfileChange(told);
+}
+
+void ResetMacroLibrary() { macroLibrary = MacroLibrary(); }
+
+std::u16string EscapedMacro(std::u16string_view code) {
+  std::u16string line;
+  line.reserve(code.size() + code.size() / 8);
+  std::size_t from = 0;
+  while (from < code.size()) {
+    const std::size_t at = std::min(code.find_first_of(u"\\\r\n", from), code.size());
+    line += code.substr(from, at - from);
+    if (at < code.size()) {
+      line += u'\\';
+      line += code[at] == u'\\' ? u'\\' : code[at] == u'\r' ? u'r' : u'n';
+    }
+    from = at + 1;
+  }
+  return line;
+}
+
+std::u16string UnescapedMacro(std::u16string_view line) {
+  std::u16string code;
+  code.reserve(line.size());
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char16_t next = line[i] == u'\\' && i + 1 < line.size() ? line[i + 1] : u'\0';
+    const bool escape = next == u'\\' || next == u'n' || next == u'r';
+    if (escape) ++i;
+    code += next == u'n' ? u'\n' : next == u'r' ? u'\r' : line[i];
+  }
+  return code;
+}
+
+int FindMacro(std::u16string_view name, int except) {
+  const std::u16string kept = KeptText(name, kMacroNameUnits);
+  for (int i = 0; i < macroLibrary.count; ++i) {
+    if (i != except && SameFolded(macroLibrary.macros[i].name, kept)) return i;
+  }
+  return -1;
+}
+
+int PutMacro(std::u16string_view name, std::u16string_view code) {
+  int index = FindMacro(name);
+  if (index < 0) {
+    if (macroLibrary.count >= kMaxMacros) return -1;
+    index = macroLibrary.count++;
+  }
+  SetName(macroLibrary.macros[index], name);
+  std::u16string& kept = macroLibrary.macros[index].code;
+  kept = code;
+  std::erase(kept, u'\0');
+  return index;
+}
+
+int DuplicateMacro(int index) {
+  if (!IsMacro(index) || macroLibrary.count >= kMaxMacros) return -1;
+  const std::u16string name = NameOfCopy(macroLibrary.macros[index].name);
+  MacroRecord& copy = macroLibrary.macros[macroLibrary.count];
+  SetName(copy, name);
+  copy.code = macroLibrary.macros[index].code;
+  return macroLibrary.count++;
+}
+
+bool RenameMacro(int index, std::u16string_view name) {
+  if (!IsMacro(index)) return false;
+  SetName(macroLibrary.macros[index], name);
+  return true;
+}
+
+bool RemoveMacro(int index) {
+  if (!IsMacro(index)) return false;
+  for (int i = index; i + 1 < macroLibrary.count; ++i) {
+    macroLibrary.macros[i] = std::move(macroLibrary.macros[i + 1]);
+  }
+  macroLibrary.macros[--macroLibrary.count] = MacroRecord();
+  return true;
+}
+
+MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code) {
+  if (code.empty()) {
+    return {u"Save Program as Macro", u"The active program is blank.",
+            platform::BoxIcon::Information};
+  }
+  if (code.size() > kMaxMacroCode) {
+    return {u"Custom Macros",
+            u"This program is too large for the custom macro library in this build."};
+  }
+  if (macroLibrary.count >= kMaxMacros && FindMacro(name) < 0) {
+    return {u"Custom Macros", u"The custom macro library is full."};
+  }
+  return {};
+}
+
+MacroRefusal CheckMacroName(int index, std::u16string_view name) {
+  if (name.empty()) {
+    return {kRename, u"Enter the new macro name in the name box first.",
+            platform::BoxIcon::Information};
+  }
+  if (FindMacro(name, index) >= 0)
+    return {kRename, u"Another custom macro already uses that name."};
+  return {};
+}
+
+}  // namespace morva

@@ -1,0 +1,61 @@
+// The macro library: up to 24 whole program texts that the user saved for reuse.
+//
+// It lives in MORVA.ini, sections [CustomMacros] and [CustomMacro0] to [CustomMacro23]; a text
+// stands there on one line, with escapes for backslash, CR and LF.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/limits.h"
+#include "platform/message.h"
+
+namespace morva {
+
+struct MacroRecord {
+  char16_t name[kMacroNameUnits] = {};
+  std::u16string code;  // at most 24,000 units where the user saved it
+};
+
+struct MacroLibrary {
+  std::int32_t count = 0;  // 0 to 24, in the order in which they were saved
+  MacroRecord macros[kMaxMacros];
+};
+extern MacroLibrary macroLibrary;
+
+// From the settings file. A count that is no count is 0, one above 24 is 24. A line of more than
+// 48,062 units is cut there.
+void LoadMacroLibrary();
+// Rewrites the keys; sections of macros that were deleted stay. `told` hears, now or when it is
+// written, whether the settings file holds the table. False: it is known already that it does not.
+bool SaveMacroLibrary(void (*told)(bool saved) = nullptr);
+void ResetMacroLibrary();
+
+// On one line: "\\" for a backslash, "\r" and "\n" for CR and LF.
+std::u16string EscapedMacro(std::u16string_view code);
+// The way back. A backslash in front of any other character stays as it stands.
+std::u16string UnescapedMacro(std::u16string_view line);
+
+// Index of the macro with this name, case of A to Z ignored, one of them left out; -1 for none.
+int FindMacro(std::u16string_view name, int except = -1);
+// In place of the macro that bears the name, spelled as given now, or at the end. Its index, -1
+// when 24 others are held. Names are cut at 95 units; no NUL is kept.
+int PutMacro(std::u16string_view name, std::u16string_view code);
+// A copy at the end, called "... Copy", "... Copy 2" and so on. Its index, -1 when 24 are held or
+// there is no such macro. A long name is shortened so that its end can be read.
+int DuplicateMacro(int index);
+// False: there is no such macro.
+bool RenameMacro(int index, std::u16string_view name);
+bool RemoveMacro(int index);
+
+// Why a macro is not saved or renamed: the box. Without words all is well.
+struct MacroRefusal {
+  const char16_t* title = u"";
+  const char16_t* words = u"";
+  platform::BoxIcon icon = platform::BoxIcon::Warning;
+};
+MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code);
+MacroRefusal CheckMacroName(int index, std::u16string_view name);
+
+}  // namespace morva

@@ -1,0 +1,21 @@
+// Mirrors: binary copies of the libraries in the data directory, little-endian, written and never
+// read.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace morva {
+
+// Each writes one field at its place in a record.
+void StoreInteger(unsigned char* at, std::int32_t value);  // 4 bytes
+void StoreReal(unsigned char* at, double value);           // 8 bytes
+// 2 bytes a unit, zeros behind the end of the text.
+void StoreText(unsigned char* at, int units, const char16_t* text);
+
+// Into a file of a folder of the data directory, by the worker that writes files; nothing where the
+// directory is not ready. A failure is silent, because the settings file remains the library.
+void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes);
+
+}  // namespace morva

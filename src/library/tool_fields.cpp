@@ -1,0 +1,166 @@
+#include "library/tool_fields.h"
+
+#include <cstddef>
+#include <iterator>
+#include <string_view>
+
+#include "text/codetext.h"
+#include "text/length_units.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kLengthDecimals = 3;
+constexpr int kFeedDecimals = 2;
+constexpr double kTooMuch = 1000000;  // numbers stay below it
+constexpr std::int32_t kLastNumber = 999;
+constexpr char16_t kGeometryTitle[] = u"Tool geometry";
+constexpr char16_t kBuilderTitle[] = u"Tool Builder";
+
+constexpr const char16_t* kCoolants[] = {u"None", u"Flood M08", u"Shower M07"};
+
+// A field with what it starts with, in each unit.
+struct FieldRow {
+  const char16_t* label;
+  const char16_t* inch;
+  const char16_t* mm;
+};
+// clang-format off
+constexpr FieldRow kRows[] = {
+    {u"Tool #", u"1", u"1"},
+    {u"Name", u"1/2 END MILL", u"1/2 END MILL"},
+    {u"Type", u"", u""},
+    {u"Diameter", u"0.500", u"12.700"},
+    {u"Flutes", u"4", u"4"},
+    {u"Gauge length", u"3.000", u"76.200"},
+    {u"Stickout", u"1.500", u"38.100"},
+    {u"H offset", u"1", u"1"},
+    {u"D offset", u"1", u"1"},
+    {u"Max RPM", u"5000", u"5000"},
+    {u"Feed", u"12.0", u"304.80"},
+    {u"Plunge", u"5.0", u"127.00"},
+    {u"Coolant", u"", u""},
+    {u"Notes", u"", u""},
+};
+// clang-format on
+static_assert(std::size(kRows) == kToolFields);
+
+const FieldRow& RowOf(ToolField field) { return kRows[static_cast<int>(field)]; }
+
+// What counts of a number's text.
+std::u16string_view Typed(const ToolTexts& texts, ToolField field) {
+  return std::u16string_view(texts[field]).substr(0, kFieldUnits - 1);
+}
+
+double DecimalOf(const ToolTexts& texts, ToolField field, double fallback) {
+  return ParseDecimal(Typed(texts, field), fallback);
+}
+
+std::int32_t IntegerOf(const ToolTexts& texts, ToolField field, std::int32_t fallback) {
+  return ParseInteger(Typed(texts, field), fallback);
+}
+
+// In inches. Without a number the value of a new tool counts.
+double LengthOf(const ToolTexts& texts, ToolField field, bool metric) {
+  const double usual = ParseDecimal(metric ? RowOf(field).mm : RowOf(field).inch, 0);
+  const double value = DecimalOf(texts, field, usual);
+  return metric ? value / kMmPerInch : value;
+}
+
+ToolRefusal CheckMeasures(const ToolTexts& texts) {
+  constexpr ToolField kMeasures[] = {ToolField::Diameter, ToolField::GaugeLength,
+                                     ToolField::Stickout, ToolField::Feed,
+                                     ToolField::Plunge,   ToolField::MaxRpm};
+  for (const ToolField field : kMeasures) {
+    const double value = DecimalOf(texts, field, 0);
+    if (value > 0 && value < kTooMuch) continue;
+    return {.title = kGeometryTitle,
+            .words = u"Dimensions, speeds and feeds must be positive finite numbers.",
+            .field = field};
+  }
+  if (DecimalOf(texts, ToolField::Stickout, 0) > DecimalOf(texts, ToolField::GaugeLength, 0)) {
+    return {.title = kGeometryTitle,
+            .words = u"Stickout cannot exceed gauge length.",
+            .field = ToolField::Stickout};
+  }
+  const std::int32_t flutes = IntegerOf(texts, ToolField::Flutes, 0);
+  if (flutes >= 1 && flutes <= kMaxFlutes) return {};
+  return {.title = kGeometryTitle,
+          .words = u"Enter a flute count from 1 to 64.",
+          .field = ToolField::Flutes};
+}
+
+}  // namespace
+
+const char16_t* ToolFieldLabel(ToolField field) { return RowOf(field).label; }
+
+std::span<const char16_t* const> CoolantRows() { return kCoolants; }
+
+ToolTexts NewToolTexts(bool metric) {
+  ToolTexts texts;
+  for (int i = 0; i < kToolFields; ++i) texts.texts[i] = metric ? kRows[i].mm : kRows[i].inch;
+  return texts;
+}
+
+ToolTexts TextsOfTool(const ToolRecord& tool, bool metric) {
+  const double unit = metric ? kMmPerInch : 1;
+  ToolTexts texts;
+  texts[ToolField::Number] = IntegerText(tool.number);
+  texts[ToolField::Name] = tool.name;
+  texts[ToolField::Diameter] = FixedText(tool.diameter * unit, kLengthDecimals);
+  texts[ToolField::Flutes] = IntegerText(tool.flutes);
+  texts[ToolField::GaugeLength] = FixedText(tool.gaugeLength * unit, kLengthDecimals);
+  texts[ToolField::Stickout] = FixedText(tool.stickout * unit, kLengthDecimals);
+  texts[ToolField::HOffset] = IntegerText(tool.hOffset);
+  texts[ToolField::DOffset] = IntegerText(tool.dOffset);
+  texts[ToolField::MaxRpm] = IntegerText(tool.maxRpm);
+  texts[ToolField::Feed] = FixedText(tool.feed * unit, kFeedDecimals);
+  texts[ToolField::Plunge] = FixedText(tool.plunge * unit, kFeedDecimals);
+  texts[ToolField::Notes] = tool.notes;
+  texts.typeRow = ToolTypeRow(tool.type);
+  texts.coolantRow = tool.coolant;
+  return texts;
+}
+
+ToolRefusal CheckTool(const ToolTexts& texts, bool isNew) {
+  const ToolRefusal measures = CheckMeasures(texts);
+  if (measures.words[0]) return measures;
+  const std::int32_t number = IntegerOf(texts, ToolField::Number, 0);
+  if (number < 1 || number > kLastNumber) {
+    return {kBuilderTitle, u"Enter a tool number from 1 to 999.", platform::BoxIcon::Warning,
+            ToolField::Number};
+  }
+  if (texts[ToolField::Name].empty()) {
+    return {kBuilderTitle, u"Give the tool a descriptive name.", platform::BoxIcon::Warning,
+            ToolField::Name};
+  }
+  if (isNew && toolLibrary.count >= kMaxTools) {
+    return {kBuilderTitle, u"The tool library is full (64 tools).", platform::BoxIcon::Error,
+            ToolField::Number};
+  }
+  return {};
+}
+
+ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric) {
+  ToolRecord tool;
+  const auto types = ToolTypes();
+  const auto row = static_cast<std::size_t>(texts.typeRow);  // -1 is past the end
+  tool.number = IntegerOf(texts, ToolField::Number, 0);
+  CopyBounded(tool.name, kToolNameUnits, texts[ToolField::Name]);
+  CopyBounded(tool.type, kToolTypeUnits, types[row < types.size() ? row : 0]);
+  tool.diameter = LengthOf(texts, ToolField::Diameter, metric);
+  tool.flutes = IntegerOf(texts, ToolField::Flutes, 4);
+  tool.gaugeLength = LengthOf(texts, ToolField::GaugeLength, metric);
+  tool.stickout = LengthOf(texts, ToolField::Stickout, metric);
+  tool.hOffset = IntegerOf(texts, ToolField::HOffset, tool.number);
+  tool.dOffset = IntegerOf(texts, ToolField::DOffset, tool.number);
+  tool.maxRpm = IntegerOf(texts, ToolField::MaxRpm, 5000);
+  tool.feed = LengthOf(texts, ToolField::Feed, metric);
+  tool.plunge = LengthOf(texts, ToolField::Plunge, metric);
+  tool.coolant = texts.coolantRow >= 0 ? texts.coolantRow : 1;
+  CopyBounded(tool.notes, kToolNotesUnits, texts[ToolField::Notes]);
+  return tool;
+}
+
+}  // namespace morva
