@@ -63,6 +63,13 @@ inline constexpr int kMaxMacros = 24;            // box "The custom macro librar
 inline constexpr int kMaxMacroCode = 24000;      // units of a saved macro: "This program is too large for the custom macro library in this build."
 inline constexpr int kMaxMacroCopies = 100;      // numbers that a copy's name is tried with; the last one is kept even if it is taken
 
+// What the builders of short jobs cut.
+inline constexpr int kMaxWizardHoles = 400;      // a row with more is refused with words
+inline constexpr int kMaxFacePasses = 99;        // as above
+inline constexpr int kMaxCircularItems = 120;    // a higher quantity counts as this
+inline constexpr int kMaxGridItems = 400;        // box "This pattern exceeds the audited limit of 400 generated items. ..."
+inline constexpr int kMaxNumberedItems = 60;     // items of a pattern whose numbers are shown in its picture
+
 // Pictures of the builders.
 inline constexpr int kMaxPictureMarks = 32768;   // lines, arcs and fills of a picture: 400 features of 64 objects with their crosses and fills; "Picture full. Not everything is shown."
 inline constexpr int kMaxPicturePoints = 131072; // corners of its paths; as above
@@ -117,6 +124,8 @@ inline constexpr int kToolNameUnits = 64;     // cut
 inline constexpr int kToolTypeUnits = 32;     // cut
 inline constexpr int kToolNotesUnits = 128;   // cut
 inline constexpr int kToolBlockUnits = 1200;  // text of a tool's block; cut, which no tool reaches
+inline constexpr int kWizardTextUnits = 65536;   // code of a wizard's job; no job that passes its check reaches it
+inline constexpr int kPatternFrameUnits = 16384; // code of a pattern beside its items
 inline constexpr int kMacroNameUnits = 96;    // cut
 inline constexpr int kMacroTextUnits = 8192;  // text of a macro template; cut
 inline constexpr int kMacroKeyUnits = 48063;  // a macro's text in the settings file, with its escapes; a longer one is cut

@@ -191,11 +191,11 @@ bool AnyNear(const std::vector<Thing>& things, std::size_t& last, Near isNear) {
   return false;
 }
 
-void CompareFeeds(const std::vector<Feed>& feeds, const std::vector<Piece>& pieces,
+void CompareFeeds(const std::vector<Feed>& feeds, const std::vector<Piece>& pieces, double meets,
                   std::vector<std::string>& told) {
   std::size_t last = 0;
   const auto lies = [&](Spot p) {
-    return AnyNear(pieces, last, [p](const Piece& piece) { return FromPiece(p, piece) <= kMeets; });
+    return AnyNear(pieces, last, [&](const Piece& piece) { return FromPiece(p, piece) <= meets; });
   };
   for (const Feed& feed : feeds) {
     if (told.size() >= kMostTold) return;
@@ -217,7 +217,7 @@ double Sagitta(const Feed& feed, const Piece& piece) {
   return length * length / (8 * piece.radius);
 }
 
-void ComparePieces(const std::vector<Piece>& pieces, const std::vector<Feed>& feeds,
+void ComparePieces(const std::vector<Piece>& pieces, const std::vector<Feed>& feeds, double meets,
                    std::vector<std::string>& told) {
   std::size_t last = 0;
   for (const Piece& piece : pieces) {
@@ -229,7 +229,7 @@ void ComparePieces(const std::vector<Piece>& pieces, const std::vector<Feed>& fe
       const Spot p = piece.round ? OnCircle(piece, piece.start + piece.sweep * t)
                                  : Between(piece.from, piece.to, t);
       if (AnyNear(feeds, last, [&](const Feed& feed) {
-            return FromSegment(p, feed.from, feed.to) <= kMeets + Sagitta(feed, piece);
+            return FromSegment(p, feed.from, feed.to) <= meets + Sagitta(feed, piece);
           })) {
         continue;
       }
@@ -242,14 +242,14 @@ void ComparePieces(const std::vector<Piece>& pieces, const std::vector<Feed>& fe
 }  // namespace
 
 std::vector<std::string> Differences(const Picture& picture, const MotionPath& path,
-                                     bool pictureShowsMore) {
+                                     bool pictureShowsMore, double meets) {
   std::vector<Piece> crosses;
   std::vector<Piece> pieces = CutLines(picture, crosses);
   const std::vector<Feed> feeds = FeedsOf(path);
   std::vector<std::string> told;
-  if (!pictureShowsMore) ComparePieces(pieces, feeds, told);
+  if (!pictureShowsMore) ComparePieces(pieces, feeds, meets, told);
   pieces.insert(pieces.end(), crosses.begin(), crosses.end());
-  CompareFeeds(feeds, pieces, told);
+  CompareFeeds(feeds, pieces, meets, told);
   return told;
 }
 

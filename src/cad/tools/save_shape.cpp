@@ -7,7 +7,7 @@
 #include "app/router.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
-#include "library/outline.h"
+#include "library/extents.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -20,22 +20,6 @@ namespace morva {
 namespace {
 
 constexpr char16_t kCaption[] = u"Save Custom Shape";
-
-// The points that bound an object; arrays of kOutlinePoints.
-int BoundingPoints(const SketchObject& object, double* xs, double* ys) {
-  if (object.type == kTypeWorkPoint) {
-    xs[0] = object.x;
-    ys[0] = object.y;
-    return 1;
-  }
-  if (object.type != kTypeCircle) return ObjectOutline(object, xs, ys);
-  const double r = object.size / 2;
-  xs[0] = object.x - r;
-  ys[0] = object.y - r;
-  xs[1] = object.x + r;
-  ys[1] = object.y + r;
-  return 2;
-}
 
 void PutObjects(SavedShape& shape) {
   shape.count = std::min<std::int32_t>(sketch.objectCount, kMaxShapeObjects);
@@ -71,25 +55,6 @@ void TellSaved(bool saved) {
 }
 
 }  // namespace
-
-bool ObjectExtents(const SketchObject* objects, int count, Extents& extents) {
-  extents = Extents();
-  bool any = false;
-  for (int i = 0; i < count; ++i) {
-    double xs[kOutlinePoints];
-    double ys[kOutlinePoints];
-    const int points = BoundingPoints(objects[i], xs, ys);
-    for (int k = 0; k < points; ++k) {
-      if (!any) extents = {xs[k], ys[k], xs[k], ys[k]};
-      any = true;
-      extents.minX = std::min(extents.minX, xs[k]);
-      extents.minY = std::min(extents.minY, ys[k]);
-      extents.maxX = std::max(extents.maxX, xs[k]);
-      extents.maxY = std::max(extents.maxY, ys[k]);
-    }
-  }
-  return any;
-}
 
 void SaveDrawingAsShape() {
   if (sketch.objectCount < 1) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "cad/model/sketch.h"
+#include "library/extents.h"
 #include "library/shapes.h"
 #include "unit/cad/cad_stage.h"
 

@@ -1,0 +1,364 @@
+#include "builders/shapes/pattern_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "app/limits.h"
+#include "text/code_writer.h"
+#include "text/codetext.h"
+#include "text/length_units.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kAngleDecimals = 1;
+constexpr char16_t kCircularWords[] =
+    u"Enter positive item size, pattern diameter, and feed, with Safe Z above cutting depth.";
+constexpr char16_t kGridWords[] =
+    u"Enter positive item dimensions and feed, with Safe Z above cutting depth.";
+constexpr char16_t kGridLimitWords[] =
+    u"This pattern exceeds the audited limit of 400 generated items. Reduce Rows or Columns to "
+    u"keep the program reviewable and avoid unsafe oversized output.";
+
+constexpr const char16_t* kItems[] = {u"Circle",   u"Square",  u"Rectangle",
+                                      u"Triangle", u"Diamond", u"Slot"};
+constexpr const char16_t* kOrientations[] = {u"Fixed angle", u"Radial", u"Tangential"};
+
+constexpr BuilderField Length(const char16_t* label, const char16_t* start, double fallback) {
+  return {.label = label, .start = start, .fallback = fallback, .follows = Follows::Length};
+}
+constexpr BuilderField At(const char16_t* label) { return Length(label, u"0.000", 0); }
+constexpr BuilderField Count(const char16_t* label, const char16_t* start, double fallback) {
+  return {.label = label, .start = start, .fallback = fallback, .kind = RowKind::Count};
+}
+constexpr BuilderField Degrees(const char16_t* label) {
+  return {.label = label, .start = u"0.000"};
+}
+constexpr BuilderField Feed() {
+  return {.label = u"Feed",
+          .start = u"10.00",
+          .fallback = 10,
+          .follows = Follows::Length,
+          .decimals = 2};
+}
+constexpr BuilderField kSize = Length(u"Size / length", u"0.500", 0.5);
+constexpr BuilderField kWidth = Length(u"Width", u"0.250", 0.25);
+constexpr BuilderField kTurn = Degrees(u"Item rotation \u00B0");
+constexpr BuilderField kDepth = Length(u"Z depth", u"-0.100", -0.1);
+constexpr BuilderField kSafeZ = Length(u"Safe Z", u"0.500", 0.5);
+
+constexpr BuilderField kCircularFields[kCircularNumbers] = {
+    kSize,
+    kWidth,
+    At(u"Center X"),
+    At(u"Center Y"),
+    Length(u"Pattern dia", u"4.000", 4.0),
+    Count(u"Quantity", u"6", 6),
+    Degrees(u"Start angle \u00B0"),
+    kTurn,
+    kDepth,
+    Feed(),
+    kSafeZ,
+};
+constexpr BuilderField kGridFields[kGridNumbers] = {
+    kSize,
+    kWidth,
+    kTurn,
+    At(u"Start X"),
+    At(u"Start Y"),
+    Count(u"Columns X", u"3", 1),
+    Count(u"Rows Y", u"2", 1),
+    Length(u"X spacing", u"1.000", 1.0),
+    Length(u"Y spacing", u"1.000", 1.0),
+    kDepth,
+    Feed(),
+    kSafeZ,
+};
+
+// An item at its place.
+struct Place {
+  double x = 0;
+  double y = 0;
+  double turn = 0;
+};
+
+// The fields that both forms have, with what is cut.
+struct ItemCut {
+  PatternItem item;
+  double size = 0;
+  double width = 0;
+  bool metric = false;
+  CutData cut;
+};
+
+ItemCut ItemCutOf(const CircularValues& values) {
+  const double* n = values.numbers;
+  return {values.item,
+          n[kCircularSize],
+          n[kCircularWidth],
+          values.metric,
+          {n[kCircularDepth], n[kCircularFeed], n[kCircularSafeZ]}};
+}
+
+// Sizes of a grid's item count by magnitude.
+ItemCut ItemCutOf(const GridValues& values) {
+  const double* n = values.numbers;
+  return {values.item,
+          std::fabs(n[kGridSize]),
+          std::fabs(n[kGridWidth]),
+          values.metric,
+          {n[kGridDepth], n[kGridFeed], n[kGridSafeZ]}};
+}
+
+ClosedShape BuiltInAt(const ItemCut& item, const Place& place) {
+  return {item.item.shape, place.x, place.y, item.size, item.width, place.turn};
+}
+
+ShapePlace SavedAt(const ItemCut& item, const Place& place) {
+  const double unit = item.metric ? kMmPerInch : 1;
+  return {place.x, place.y, place.turn, unit, unit};
+}
+
+void EmitItem(CodeWriter& out, const ItemCut& item, const Place& place) {
+  if (item.item.saved) {
+    EmitSavedShape(out, *item.item.saved, SavedAt(item, place), item.cut);
+  } else {
+    EmitClosedShape(out, BuiltInAt(item, place), item.cut);
+  }
+}
+
+void AddItem(Picture& picture, const ItemCut& item, const Place& place, int part) {
+  if (item.item.saved) {
+    AddSavedShape(picture, *item.item.saved, SavedAt(item, place), Ink::Feature, part);
+  } else {
+    AddClosedShape(picture, BuiltInAt(item, place), Ink::Feature, part);
+  }
+}
+
+CirclePlaces PlacesOf(const CircularValues& values) {
+  const double* n = values.numbers;
+  return {n[kCircularX], n[kCircularY], n[kCircularDiameter], n[kCircularStart],
+          static_cast<double>(CircularQuantity(values))};
+}
+
+Place CircularPlace(const CircularValues& values, int i, double& angle) {
+  const ItemPlace at = PlaceOnCircle(PlacesOf(values), i);
+  angle = at.angle;
+  return {at.x, at.y, ItemTurn(values.orientation, values.numbers[kCircularTurn], at.angle)};
+}
+
+// Columns or rows, which come from a field of 32 bits.
+int AtLeastOne(double count) { return WholeWithin(count, 1, std::numeric_limits<int>::max()); }
+
+// The grid, of which at most 400 items are cut and shown.
+GridPlaces PlacesOf(const GridValues& values) {
+  const double* n = values.numbers;
+  GridPlaces grid;
+  grid.x = n[kGridX];
+  grid.y = n[kGridY];
+  grid.columns = AtLeastOne(n[kGridColumns]);
+  grid.stepX = n[kGridStepX];
+  grid.stepY = n[kGridStepY];
+  return grid;
+}
+
+int ShownItems(const GridValues& values) {
+  return static_cast<int>(std::min<std::int64_t>(GridCount(values), kMaxGridItems));
+}
+
+Place GridPlace(const GridValues& values, int i) {
+  const ItemPlace at = PlaceInGrid(PlacesOf(values), i);
+  return {at.x, at.y, values.numbers[kGridTurn]};
+}
+
+std::size_t RoomOf(const PatternItem& item, int items) {
+  const int objects = item.saved ? std::max(item.saved->count, 1) : 1;
+  return static_cast<std::size_t>(items) * static_cast<std::size_t>(objects) * kObjectTextUnits +
+         kPatternFrameUnits - 1;
+}
+
+void PutHead(CodeWriter& out, std::u16string_view comment, bool metric) {
+  Line(out, u"");
+  Line(out, comment);
+  Line(out, UnitLine(metric));
+  Line(out, kPlainModes);
+}
+
+bool IsSlot(const PatternItem& item) { return !item.saved && item.shape == ItemShape::Slot; }
+
+// How far a built-in item reaches across its length.
+double HeightOf(const ItemCut& item) {
+  const bool square = item.item.shape == ItemShape::Square;
+  return square || std::fabs(item.width) < kLeastCut ? item.size : std::fabs(item.width);
+}
+
+// The size of an item, above or below it.
+void AddItemSize(Picture& picture, const ItemCut& item, const Place& place, bool above) {
+  if (item.item.saved) {
+    AddLabel(picture, {place.x, place.y}, item.item.saved->name,
+             {.side = above ? LabelSide::Above : LabelSide::Below});
+    return;
+  }
+  const double r = item.size / 2;
+  if (item.item.shape == ItemShape::Circle) {
+    AddDimension(picture,
+                 {.way = DimensionWay::Diameter, .x0 = place.x, .y0 = place.y, .radius = r});
+    return;
+  }
+  PictureDimension length{.way = DimensionWay::Along, .row = above ? 1 : -1};
+  const double y = HeightOf(item) / 2 * length.row;
+  RotatePoint(place.x, place.y, -r, y, place.turn, length.x0, length.y0);
+  RotatePoint(place.x, place.y, r, y, place.turn, length.x1, length.y1);
+  AddDimension(picture, length);
+}
+
+void AddNumber(Picture& picture, const Place& place, int item) {
+  AddLabel(picture, {place.x, place.y}, IntegerText(item + 1), {.part = item});
+}
+
+}  // namespace
+
+std::span<const char16_t* const> PatternItems() { return kItems; }
+std::span<const char16_t* const> PatternOrientations() { return kOrientations; }
+std::span<const BuilderField> CircularFields() { return kCircularFields; }
+std::span<const BuilderField> GridFields() { return kGridFields; }
+
+CircularValues CircularOf(const PatternItem& item, Orientation orientation,
+                          const FormValues& form) {
+  CircularValues values{item, orientation, form.metric};
+  std::copy_n(form.numbers, kCircularNumbers, values.numbers);
+  return values;
+}
+
+GridValues GridOf(const PatternItem& item, const FormValues& form) {
+  GridValues values{item, form.metric};
+  std::copy_n(form.numbers, kGridNumbers, values.numbers);
+  return values;
+}
+
+BuilderFault CheckCircular(const CircularValues& values) {
+  const double* n = values.numbers;
+  if (n[kCircularSize] <= kLeastCut) return {kCircularWords, kCircularSize};
+  if (n[kCircularFeed] <= kLeastCut) return {kCircularWords, kCircularFeed};
+  if (n[kCircularSafeZ] <= n[kCircularDepth]) return {kCircularWords, kCircularSafeZ};
+  if (IsSlot(values.item) && n[kCircularWidth] <= kLeastCut) {
+    return {kCircularWords, kCircularWidth};
+  }
+  return {};
+}
+
+BuilderFault CheckGrid(const GridValues& values) {
+  if (GridCount(values) > kMaxGridItems) return {kGridLimitWords, kGridColumns};
+  const double* n = values.numbers;
+  if (std::fabs(n[kGridSize]) <= kLeastCut) return {kGridWords, kGridSize};
+  if (n[kGridFeed] <= kLeastCut) return {kGridWords, kGridFeed};
+  if (n[kGridSafeZ] <= n[kGridDepth]) return {kGridWords, kGridSafeZ};
+  if (IsSlot(values.item) && std::fabs(n[kGridWidth]) <= kLeastCut) return {kGridWords, kGridWidth};
+  return {};
+}
+
+int CircularQuantity(const CircularValues& values) {
+  return WholeWithin(values.numbers[kCircularQuantity], 1, kMaxCircularItems);
+}
+
+std::int64_t GridCount(const GridValues& values) {
+  const std::int64_t columns = AtLeastOne(values.numbers[kGridColumns]);
+  return columns * AtLeastOne(values.numbers[kGridRows]);
+}
+
+void WriteCircular(const CircularValues& values, CodeWriter& out) {
+  PutHead(out, u"(CIRCULAR PATTERN)", values.metric);
+  const ItemCut item = ItemCutOf(values);
+  for (int i = 0; i < CircularQuantity(values); ++i) {
+    double angle = 0;
+    const Place place = CircularPlace(values, i, angle);
+    PutInteger(out, u"(PATTERN ", i + 1);
+    Put(out, u"  ANGLE ", angle, kAngleDecimals);
+    Line(out, u")");
+    EmitItem(out, item, place);
+  }
+  Line(out, u"(END CIRCULAR PATTERN)");
+}
+
+void WriteGrid(const GridValues& values, CodeWriter& out) {
+  PutHead(out, u"(RECTANGULAR PATTERN)", values.metric);
+  const ItemCut item = ItemCutOf(values);
+  const int columns = PlacesOf(values).columns;
+  for (int i = 0; i < ShownItems(values); ++i) {
+    PutInteger(out, u"(ROW ", i / columns + 1);
+    PutInteger(out, u" COL ", i % columns + 1);
+    Line(out, u")");
+    EmitItem(out, item, GridPlace(values, i));
+  }
+  Line(out, u"(END RECTANGULAR PATTERN)");
+}
+
+std::size_t CircularRoom(const CircularValues& values) {
+  return RoomOf(values.item, CircularQuantity(values));
+}
+
+std::size_t GridRoom(const GridValues& values) { return RoomOf(values.item, ShownItems(values)); }
+
+void DrawCircular(const CircularValues& values, Picture& picture) {
+  const ItemCut item = ItemCutOf(values);
+  const CirclePlaces circle = PlacesOf(values);
+  const int quantity = CircularQuantity(values);
+  for (int i = 0; i < quantity; ++i) {
+    double angle = 0;
+    const Place place = CircularPlace(values, i, angle);
+    AddItem(picture, item, place, i);
+    if (quantity <= kMaxNumberedItems) AddNumber(picture, place, i);
+    if (i == 0) AddItemSize(picture, item, place, false);
+  }
+  const double radius = std::fabs(circle.diameter) / 2;
+  AddCross(picture, {circle.x, circle.y}, Ink::Construction);
+  if (!(radius > 0)) return;
+  AddCircle(picture, {circle.x, circle.y}, radius, Ink::Construction);
+  // Between two items, so that the leader crosses none.
+  AddDimension(picture, {.way = DimensionWay::Diameter,
+                         .x0 = circle.x,
+                         .y0 = circle.y,
+                         .radius = radius,
+                         .leader = circle.start + 180.0 / circle.quantity});
+}
+
+void DrawGrid(const GridValues& values, Picture& picture) {
+  const ItemCut item = ItemCutOf(values);
+  const GridPlaces grid = PlacesOf(values);
+  const int count = ShownItems(values);
+  for (int i = 0; i < count; ++i) {
+    const Place place = GridPlace(values, i);
+    AddItem(picture, item, place, i);
+    if (count <= kMaxNumberedItems) AddNumber(picture, place, i);
+    // Away from the spacings, which stand below and to the right.
+    if (i == count - 1) AddItemSize(picture, item, place, true);
+  }
+  const int columns = std::min(grid.columns, count);
+  const int rows = (count + columns - 1) / columns;
+  if (columns > 1) {
+    AddDimension(picture, {.way = DimensionWay::Across,
+                           .x0 = grid.x,
+                           .y0 = grid.y,
+                           .x1 = grid.x + grid.stepX,
+                           .y1 = grid.y,
+                           .row = -1,
+                           .outside = true,
+                           .times = columns - 1});
+  }
+  if (rows > 1) {
+    const double right = std::max(grid.x, grid.x + (columns - 1) * grid.stepX);
+    AddDimension(picture, {.way = DimensionWay::Upright,
+                           .x0 = right,
+                           .y0 = grid.y,
+                           .x1 = right,
+                           .y1 = grid.y + grid.stepY,
+                           .row = 1,
+                           .outside = true,
+                           .times = rows - 1});
+  }
+}
+
+}  // namespace morva
