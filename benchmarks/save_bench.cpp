@@ -9,15 +9,22 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "documents/file_text.h"
+#include "library/macros.h"
+#include "library/shapes.h"
+#include "library/tool_fields.h"
+#include "library/tools.h"
+#include "platform/common/faults.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/profile.h"
 #include "targets.h"
+#include "text/codetext.h"
 
 namespace {
 
@@ -110,6 +117,104 @@ void BM_ProfileRewrite(benchmark::State& state) {
   }
 }
 
+// What of a library's save is not the disk's: with a disk that refuses every write.
+bool RefuseWrites(std::string_view kind) { return kind == "write"; }
+
+std::string SettingsBytes() {
+  std::string bytes;
+  if (platform::ReadBytes(platform::ProfilePath(), 1 << 24, bytes) != platform::ReadAnswer::Read) {
+    std::abort();
+  }
+  return bytes;
+}
+
+// Every table full, one number changed before each save; beside a plain save of the same bytes.
+void FillLibraries() {
+  Folder();
+  morva::ResetToolLibrary();
+  morva::ResetMacroLibrary();
+  morva::ResetShapeLibrary();
+  const morva::ToolRecord tool = morva::ToolOfTexts(morva::NewToolTexts(false), false);
+  while (morva::AppendTool(tool) >= 0) {
+  }
+  const std::u16string code = morva::DecodeProgram(Program(morva::kMaxMacroCode - 100));
+  for (int i = 0; i < morva::kMaxMacros; ++i) morva::PutMacro(morva::IntegerText(i), code);
+  morva::SavedShape shape;
+  shape.count = morva::kMaxShapeObjects;
+  for (morva::SketchObject& object : shape.objects) object = {1, 0, -1.25, 2.5, 0.75, 0.5, 30};
+  for (int i = 0; i < morva::kMaxShapes; ++i) {
+    shape.name[0] = static_cast<char16_t>(u'A' + i);
+    morva::PutShape(shape);
+  }
+  if (!morva::SaveToolLibrary() || !morva::SaveMacroLibrary() || !morva::SaveShapeLibrary()) {
+    std::abort();
+  }
+}
+
+// `change` makes the next save one of other bytes.
+void MeasureSave(benchmark::State& state, const char* name, bool (*save)(void (*told)(bool)),
+                 void (*change)(int)) {
+  FillLibraries();
+  const std::string bytes = SettingsBytes();
+  std::vector<double> plain;
+  std::vector<double> own;
+  std::vector<double> whole;
+  const auto took = [](Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count() * 1e3;
+  };
+  int round = 0;
+  for (auto _ : state) {
+    change(++round);
+    platform::fileFault = RefuseWrites;
+    Clock::time_point start = Clock::now();
+    if (save(nullptr)) state.SkipWithError("the disk took what it had to refuse");
+    own.push_back(took(start));
+    platform::fileFault = nullptr;
+    start = Clock::now();
+    PlainSave(bytes);
+    plain.push_back(took(start));
+    start = Clock::now();
+    if (!save(nullptr)) state.SkipWithError("the settings were not written");
+    whole.push_back(took(start));
+  }
+  const std::string subject = std::string("Full libraries: save ") + name;
+  static std::deque<std::string> subjects;
+  const char* kept = subjects.emplace_back(subject).c_str();
+  targets::Note({kept, "ms", 0, 0, 1.5, "write, flush, rename"}, targets::Median(whole),
+                targets::Median(plain));
+  state.counters["own ms"] = targets::Median(own);
+}
+
+void BM_SaveTools(benchmark::State& state) {
+  MeasureSave(state, "tools", morva::SaveToolLibrary, [](int round) {
+    morva::ToolRecord tool = morva::toolLibrary.tools[40];
+    tool.number = round % 999 + 1;
+    morva::ReplaceTool(40, tool);
+  });
+}
+
+void BM_SaveMacros(benchmark::State& state) {
+  MeasureSave(state, "macros", morva::SaveMacroLibrary,
+              [](int round) { morva::RenameMacro(7, morva::IntegerText(round + 100)); });
+}
+
+void BM_SaveShapes(benchmark::State& state) {
+  MeasureSave(state, "shapes", morva::SaveShapeLibrary, [](int round) {
+    morva::SavedShape shape = morva::shapeLibrary.shapes[7];
+    shape.objects[30].x = round;
+    morva::PutShape(shape);
+  });
+}
+
+void BM_LoadLibraries(benchmark::State& state) {
+  FillLibraries();
+  for (auto _ : state) {
+    morva::LoadToolLibrary();
+    morva::LoadMacroLibrary();
+    morva::LoadShapeLibrary();
+  }
+}
+
 void BM_Decode(benchmark::State& state) {
   const std::string bytes = Program(27000000);
   for (auto _ : state) benchmark::DoNotOptimize(morva::DecodeProgram(bytes));
@@ -125,6 +230,10 @@ void BM_NormaliseOutput(benchmark::State& state) {
 BENCHMARK(BM_PlainSave)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(BM_SaveFileAtomic)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(BM_ProfileRewrite)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_SaveTools)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_SaveMacros)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_SaveShapes)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_LoadLibraries)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(BM_Decode)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_NormaliseOutput)->Unit(benchmark::kMillisecond);
 
