@@ -73,16 +73,16 @@ std::u16string EscapedMacro(std::u16string_view code) {
   std::u16string line;
   line.reserve(code.size() + code.size() / 8);
   std::size_t from = 0;
-  while (from < code.size()) {
-    const std::size_t at = std::min(code.find_first_of(u"\\\r\n", from), code.size());
+  for (std::size_t at = 0; at < code.size(); ++at) {
+    const char16_t c = code[at];
+    // A search for any of the three takes as long as all the rest of a save.
+    if (c > u'\\' || (c != u'\\' && c != u'\r' && c != u'\n')) continue;
     line += code.substr(from, at - from);
-    if (at < code.size()) {
-      line += u'\\';
-      line += code[at] == u'\\' ? u'\\' : code[at] == u'\r' ? u'r' : u'n';
-    }
+    line += u'\\';
+    line += c == u'\\' ? u'\\' : c == u'\r' ? u'r' : u'n';
     from = at + 1;
   }
-  return line;
+  return line += code.substr(from);
 }
 
 std::u16string UnescapedMacro(std::u16string_view line) {
