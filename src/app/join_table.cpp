@@ -13,11 +13,13 @@ JoinTable* firstTable = nullptr;
 
 }  // namespace
 
+void StopFull(std::u16string_view what, int most) {
+  StopProgram(u"MORVA cannot start. Its table of " + std::u16string(what) + u" is full: it holds " +
+              IntegerText(most) + u".");
+}
+
 int NextRow(JoinTable& table) {
-  if (table.count >= table.most) {
-    StopProgram(u"MORVA cannot start. Its table of " + std::u16string(table.what) +
-                u" is full: it holds " + IntegerText(table.most) + u".");
-  }
+  if (table.count >= table.most) StopFull(table.what, table.most);
   if (!table.listed) {
     table.listed = true;
     table.next = firstTable;

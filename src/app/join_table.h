@@ -4,6 +4,8 @@
 // of these records, which counts the rows and stops the program when there are too many.
 #pragma once
 
+#include <string_view>
+
 namespace morva {
 
 struct JoinTable {
@@ -17,6 +19,9 @@ struct JoinTable {
 // Index of the free row behind the last, which the caller fills now. A full table stops the
 // program with words that name it and its limit.
 int NextRow(JoinTable& table);
+
+// Stops the program with the words of a full table: what its rows are, and how many it holds.
+[[noreturn]] void StopFull(std::u16string_view what, int most);
 
 // The tables that took a row since the process began, along `next`, the newest first.
 const JoinTable* FirstJoinTable();

@@ -12,7 +12,7 @@ namespace morva {
 inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
 inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
 inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
-inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block
+inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block, and a paste that does not fit pastes nothing
 inline constexpr int kMaxIdList = 128;           // hidden or locked ids of a tab; toggling one more does nothing
 inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code storage is full. No code was changed."; more in a file makes a damaged .features
 inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
@@ -95,6 +95,7 @@ inline constexpr int kMaxSurfaces = 4;            // workspaces beside the code 
 inline constexpr int kMaxModes = 24;              // of the code surface, pages of surfaces among them
 inline constexpr int kMaxForms = 32;              // forms of named fields
 inline constexpr int kMaxFormRows = 1024;         // rows of all forms together
+inline constexpr int kMaxColouredEditors = 6;    // editors whose text bears colours
 inline constexpr int kMaxSheets = 8;              // forms that scroll
 inline constexpr int kMaxBuilders = 16;
 
@@ -103,8 +104,8 @@ inline constexpr int kMaxRowKeys = 6;             // keys side by side in a row 
 inline constexpr int kMaxFormNumbers = 32;        // numbers that a form reads at once; a record holds 16 of them
 inline constexpr int kMaxFormChoices = 8;         // lists that a form reads at once; a record holds 3 of them
 inline constexpr int kMaxFormWords = 8;           // texts that a form reads as typed
-inline constexpr int kMaxPlacements = 96;         // what one layout places; a further control would not move
-inline constexpr int kMaxTabStops = 160;          // controls of a surface that Tab reaches; it would skip the further ones
+inline constexpr int kMaxPlacements = 96;         // what one layout places; one more ends the program with words
+inline constexpr int kMaxTabStops = 160;          // controls of a surface that Tab reaches; one more ends the program with words
 
 // Texts.
 inline constexpr int kPathUnits = 520;        // cut

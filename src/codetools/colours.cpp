@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "platform/window.h"
@@ -95,17 +96,16 @@ struct Coloured {
   int id;
   int lines;
 };
-Coloured coloured[4] = {{kIdEditor, 0}, {kIdWordsEditor, 0}, {0, 0}, {0, 0}};
+Coloured coloured[kMaxColouredEditors];
+JoinTable colouredFill{u"editors with colours", kMaxColouredEditors};
 
 int& ColouredLines(int id) {
-  for (Coloured& row : coloured) {
-    if (row.id == id) return row.lines;
-    if (row.id == 0) {
-      row.id = id;
-      return row.lines;
-    }
+  for (int i = 0; i < colouredFill.count; ++i) {
+    if (coloured[i].id == id) return coloured[i].lines;
   }
-  return coloured[3].lines;
+  Coloured& row = coloured[NextRow(colouredFill)];
+  row = {id, 0};
+  return row.lines;
 }
 
 ColourRun lineRuns[kMaxLineRuns];

@@ -42,11 +42,11 @@ constexpr std::u16string_view kMacroVariable = u"Macro Variable ";
 
 // Both passes ask these at every character, so they are one look into a table.
 struct CharTable {
-  char16_t upper[128] = {};
-  bool letter[128] = {};
-  bool touches[128] = {};
+  char16_t upper[kAscii] = {};
+  bool letter[kAscii] = {};
+  bool touches[kAscii] = {};
   constexpr CharTable() {
-    for (char16_t c = 0; c < 128; ++c) {
+    for (char16_t c = 0; c < kAscii; ++c) {
       const bool lower = c >= u'a' && c <= u'z';
       upper[c] = lower ? static_cast<char16_t>(c - u'a' + u'A') : c;
       letter[c] = lower || (c >= u'A' && c <= u'Z');
@@ -56,10 +56,10 @@ struct CharTable {
 };
 constexpr CharTable kChars;
 
-inline bool IsLetter(char16_t c) { return c < 128 && kChars.letter[c]; }
+inline bool IsLetter(char16_t c) { return c < kAscii && kChars.letter[c]; }
 // What may not stand beside a word.
-inline bool Touches(char16_t c) { return c < 128 && kChars.touches[c]; }
-inline char16_t Upper(char16_t c) { return c < 128 ? kChars.upper[c] : c; }
+inline bool Touches(char16_t c) { return c < kAscii && kChars.touches[c]; }
+inline char16_t Upper(char16_t c) { return c < kAscii ? kChars.upper[c] : c; }
 
 std::size_t DigitsEnd(std::u16string_view text, std::size_t at) {
   while (at < text.size() && IsDigit(text[at])) ++at;
@@ -232,7 +232,7 @@ struct WordIndex {
   };
   char16_t text[kEntries][CommandWords::kUnits] = {};
   WordEntry entries[kEntries];
-  Range byFirst[128];
+  Range byFirst[kAscii];
 
   static_assert(kEntries < 256, "a place in a range is one byte");
 
@@ -270,7 +270,7 @@ struct WordPiece {
 // The longest command word, else the longest macro word.
 WordPiece WordAt(const WordIndex& index, std::u16string_view words, std::size_t at) {
   const char16_t first = Upper(words[at]);
-  if (first >= 128) return {};
+  if (first >= kAscii) return {};
   int from = index.byFirst[first].from;
   int to = index.byFirst[first].to;
   WordPiece command;

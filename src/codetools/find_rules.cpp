@@ -39,12 +39,12 @@ static_assert(kMaxRules <= 32);
 
 // The rules that have a unit at one place of their find text, by the unit.
 struct RulesByUnit {
-  RuleBits low[128] = {};
+  RuleBits low[kAscii] = {};
   RuleBits others = 0;  // of every unit above
 };
 
 RuleBits RulesWith(const RulesByUnit& table, char16_t c) {
-  return c < 128 ? table.low[c] : table.others;
+  return c < kAscii ? table.low[c] : table.others;
 }
 
 struct ReadyRules {
@@ -55,7 +55,7 @@ struct ReadyRules {
 };
 
 void AddUnit(RulesByUnit& table, char16_t c, RuleBits rule, bool matchCase) {
-  if (c >= 128) {
+  if (c >= kAscii) {
     table.others |= rule;
     return;
   }

@@ -33,11 +33,12 @@ bool renderedInWords = false;
 std::uint64_t comparedRevision = 0;  // of the code editor, whose program may be on a side
 
 // The scroll lock's memory, and its guard against hearing its own scrolling.
-int seenLine[2] = {0, 0};
 bool following = false;
 
-constexpr int kSides[2] = {kIdReviewLeft, kIdReviewRight};
-constexpr int kPanes[2] = {kIdReviewLeftPane, kIdReviewRightPane};
+constexpr int kBoth = 2;  // sides, the baseline first
+constexpr int kSides[kBoth] = {kIdReviewLeft, kIdReviewRight};
+constexpr int kPanes[kBoth] = {kIdReviewLeftPane, kIdReviewRightPane};
+int seenLine[kBoth] = {0, 0};
 
 void RememberScroll() {
   for (int side = 0; side < 2; ++side) seenLine[side] = platform::FirstVisibleLine(kPanes[side]);

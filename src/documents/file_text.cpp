@@ -21,7 +21,7 @@ constexpr std::size_t kStride = 8;
 constexpr std::size_t kPieceBytes = 4096;
 
 // Windows-1252 from 0x80 to 0x9F; everything else is its own number. 0 is undefined.
-constexpr char16_t kCodePage[32] = {
+constexpr char16_t kCodePage[] = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80 to 87
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,       // 88 to 8F
     0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90 to 97

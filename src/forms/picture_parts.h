@@ -68,10 +68,12 @@ platform::Rect UsualPlate(const Picture& picture, const PictureView& view,
 
 // The lines of a dimension whose label stands at `plate`, and its arrow heads, tip first. A plain
 // label has at most one line, from its place to the label, where it stands far from it.
+inline constexpr int kLeadLines = 3;
+inline constexpr int kLeadArrows = 2;
 struct LeadLines {
-  platform::PointF lines[3][2];
+  platform::PointF lines[kLeadLines][2];
   int lineCount = 0;
-  platform::PointF arrows[2][3];
+  platform::PointF arrows[kLeadArrows][3];
   int arrowCount = 0;
 };
 LeadLines LeadLinesOf(const Picture& picture, const PictureView& view, const PictureLabel& label,

@@ -77,7 +77,7 @@ int CodeListItems(int category, std::u16string_view search, std::int32_t* items,
 bool ReadCodeItem(std::int32_t item, CodeEntry& entry) {
   const std::int64_t n = std::int64_t{item} - kNItem;
   if (n >= kFirstN && n <= kLastN && n % kStepN == 0) {
-    CopyBounded(entry.code, 24, u"N" + IntegerText(n));
+    CopyBounded(entry.code, kCodeUnits, u"N" + IntegerText(n));
     entry.name = kNameOfN;
     return true;
   }
@@ -86,7 +86,7 @@ bool ReadCodeItem(std::int32_t item, CodeEntry& entry) {
   if (item >= kMacroItem && item < kMacroItem + kMacroWordRows)
     row = &macroWordTable[item - kMacroItem];
   if (!row) return false;
-  CopyBounded(entry.code, 24, row->code);
+  CopyBounded(entry.code, kCodeUnits, row->code);
   entry.name = row->name;
   return true;
 }

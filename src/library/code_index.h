@@ -53,8 +53,9 @@ inline constexpr std::int32_t kNItem = 20000;
 // their count, never above `capacity`.
 int CodeListItems(int category, std::u16string_view search, std::int32_t* items, int capacity);
 
+inline constexpr int kCodeUnits = 24;  // with the terminator
 struct CodeEntry {
-  char16_t code[24] = {};
+  char16_t code[kCodeUnits] = {};
   std::u16string_view name;
 };
 // False: no row has this item data, and `entry` is as it was. So it is for the texts below,

@@ -12,8 +12,13 @@
 
 namespace platform {
 
+// Terminators included.
+inline constexpr int kSerialPortUnits = 32;
+inline constexpr int kSerialDeviceUnits = 64;
+inline constexpr int kSerialAdapterUnits = 96;
+
 struct SerialSettings {
-  char16_t port[32] = {};
+  char16_t port[kSerialPortUnits] = {};
   std::int32_t baud = 9600;   // bits per second
   std::int32_t dataBits = 7;  // 5 to 8
   std::int32_t parity = 2;    // 0 none, 1 odd, 2 even
@@ -22,9 +27,9 @@ struct SerialSettings {
 };
 
 struct SerialName {
-  char16_t name[32] = {};     // "COM33"
-  char16_t device[64] = {};   // "ttyUSB0"
-  char16_t adapter[96] = {};  // "FT232R USB UART", empty when nobody tells
+  char16_t name[kSerialPortUnits] = {};        // "COM33"
+  char16_t device[kSerialDeviceUnits] = {};    // "ttyUSB0"
+  char16_t adapter[kSerialAdapterUnits] = {};  // "FT232R USB UART", empty when nobody tells
 };
 
 // Present ports of COM1 to COM64 in rising order, at most `capacity`; how many there are.

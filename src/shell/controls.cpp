@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/join_table.h"
 #include "app/mode_table.h"
 #include "app/outlets.h"
 #include "app/panels.h"
@@ -139,7 +140,8 @@ void OrderTabs(const LayoutPlan& plan) {
   int stops[kMaxTabStops];
   int count = 0;
   const auto put = [&](int id) {
-    if (count < kMaxTabStops) stops[count++] = id;
+    if (count >= kMaxTabStops) StopFull(u"tab stops", kMaxTabStops);
+    stops[count++] = id;
   };
   const auto join = [&](PanelSpot spot) {
     for (int i = 0; i < PanelCount(); ++i) {

@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/mode_table.h"
 #include "app/outlets.h"
@@ -48,7 +49,8 @@ void Show(int id, bool shown) {
     platform::SetVisible(id, shown);
     return;
   }
-  if (shownCount < kMaxPlacements) shownTable[shownCount++] = Shown{id, shown};
+  if (shownCount >= kMaxPlacements) StopFull(u"controls shown", kMaxPlacements);
+  shownTable[shownCount++] = Shown{id, shown};
   platform::SetVisible(id, shown);
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 
 namespace morva {
@@ -38,7 +39,7 @@ constexpr int kHeadRow = 26;
 constexpr int kHelpHeight = 112;  // of the help text below a right panel
 
 void Put(LayoutPlan& plan, int id, const Rect& place) {
-  if (plan.count >= kMaxPlacements) return;
+  if (plan.count >= kMaxPlacements) StopFull(u"controls placed", kMaxPlacements);
   plan.placements[plan.count++] = Placement{id, IsEmpty(place) ? Rect{} : place};
 }
 

@@ -99,8 +99,9 @@ enum GAction : unsigned char {
   kPocket,
   kMacro,
 };
+inline constexpr int kGNumbers = 100;
 struct GTable {
-  GAction of[100] = {};
+  GAction of[kGNumbers] = {};
   constexpr GTable() {
     for (int g : {0, 1, 2, 3, 81, 82, 83, 84, 85, 86, 87, 88, 89}) of[g] = kMotion;
     for (int g : {4, 10, 92}) of[g] = kNoMotion;

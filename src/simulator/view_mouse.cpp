@@ -127,13 +127,13 @@ void ShowPointUnder(int x, int y) {
   const std::int32_t hit = PickPathPoint(platform::ClientArea(kViewToolpath), x, y);
   if (hit < 0) return;
   const MotionPoint& point = ShownPath().path.points[hit];
-  char16_t text[200] = u"Toolpath point";
-  AppendLabelNumber(text, 200, u"  X ", point.x, 4);
-  AppendLabelNumber(text, 200, u"  Y ", point.y, 4);
-  AppendLabelNumber(text, 200, u"  Z ", point.z, 4);
-  AppendLabelInteger(text, 200, u"  source line ", point.sourceLine + 1);
-  AppendBounded(text, 200, UnitsMetric() ? u" mm" : u" in");
-  AppendBounded(text, 200, point.rapid ? u"  RAPID" : u"  CUT");
+  char16_t text[kReadOutUnits] = u"Toolpath point";
+  AppendLabelNumber(text, kReadOutUnits, u"  X ", point.x, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"  Y ", point.y, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"  Z ", point.z, 4);
+  AppendLabelInteger(text, kReadOutUnits, u"  source line ", point.sourceLine + 1);
+  AppendBounded(text, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
+  AppendBounded(text, kReadOutUnits, point.rapid ? u"  RAPID" : u"  CUT");
   ShowStatus(text);
 }
 

@@ -139,11 +139,11 @@ void PaintStock(Canvas& canvas, const Projection& p) {
     }
   }
   PaintSegments(canvas, edges, count, PenOf(kPathStock, kStockWidth));
-  char16_t label[160] = u"STOCK ENVELOPE  ";
-  AppendLabelNumber(label, 160, u"", s.maxX - s.minX, 4);
-  AppendLabelNumber(label, 160, u" x ", s.maxY - s.minY, 4);
-  AppendLabelNumber(label, 160, u" x ", s.top - s.bottom, 4);
-  AppendBounded(label, 160, UnitsMetric() ? u" mm" : u" in");
+  char16_t label[kReadOutUnits] = u"STOCK ENVELOPE  ";
+  AppendLabelNumber(label, kReadOutUnits, u"", s.maxX - s.minX, 4);
+  AppendLabelNumber(label, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
+  AppendLabelNumber(label, kReadOutUnits, u" x ", s.top - s.bottom, 4);
+  AppendBounded(label, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
   // Above the corner that lies highest on the screen, and not over the sides of the view.
   const PointF* highest = std::min_element(
       corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
@@ -230,8 +230,8 @@ void PaintDimensions(Canvas& canvas, const Projection& p) {
   for (const PointF& end : ends) PaintLine(canvas, corner, end, pen);
   Rect plates[3];
   for (int i = 0; i < 3; ++i) {
-    char16_t text[40];
-    FormatFixed(spans[i], 4, text, 40);
+    char16_t text[kReadOutUnits];
+    FormatFixed(spans[i], 4, text, kReadOutUnits);
     Rect& plate = plates[i];
     plate = PlateAround({(corner.x + ends[i].x) / 2, (corner.y + ends[i].y) / 2}, text);
     // Off the one it may meet the other, so the earlier ones are asked twice.
@@ -300,17 +300,17 @@ void PaintReadOut(Canvas& canvas, const Rect& client, int top, const ReadOutLine
   }
 }
 
-bool ExtentsText(char16_t (&text)[200]) {
+bool ExtentsText(char16_t (&text)[kReadOutUnits]) {
   if (!switches.showExtents || ShownPath().path.count == 0) return false;
   const PathBounds& b = Bounds();
-  CopyBounded(text, 200, UnitsMetric() ? u"PATH EXTENTS (mm)" : u"PATH EXTENTS (in)");
-  AppendLabelNumber(text, 200, u"   X ", b.maxX - b.minX, 4);
-  AppendLabelNumber(text, 200, u"   Y ", b.maxY - b.minY, 4);
-  AppendLabelNumber(text, 200, u"   Z ", b.maxZ - b.minZ, 4);
+  CopyBounded(text, kReadOutUnits, UnitsMetric() ? u"PATH EXTENTS (mm)" : u"PATH EXTENTS (in)");
+  AppendLabelNumber(text, kReadOutUnits, u"   X ", b.maxX - b.minX, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"   Y ", b.maxY - b.minY, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"   Z ", b.maxZ - b.minZ, 4);
   return true;
 }
 
-bool MeasureText(char16_t (&text)[200]) {
+bool MeasureText(char16_t (&text)[kReadOutUnits]) {
   const MeasurePicks& picks = ShownPath().picks;
   if (!ValidPick(picks.a) || !ValidPick(picks.b)) return false;
   const MotionPoint& a = ShownPath().path.points[picks.a];
@@ -318,11 +318,11 @@ bool MeasureText(char16_t (&text)[200]) {
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
   const double dz = b.z - a.z;
-  CopyBounded(text, 200, u"MEASURE");
-  AppendLabelNumber(text, 200, u"  dX ", dx, 4);
-  AppendLabelNumber(text, 200, u"  dY ", dy, 4);
-  AppendLabelNumber(text, 200, u"  dZ ", dz, 4);
-  AppendLabelNumber(text, 200, u"  distance ", std::sqrt(dx * dx + dy * dy + dz * dz), 4);
+  CopyBounded(text, kReadOutUnits, u"MEASURE");
+  AppendLabelNumber(text, kReadOutUnits, u"  dX ", dx, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"  dY ", dy, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"  dZ ", dz, 4);
+  AppendLabelNumber(text, kReadOutUnits, u"  distance ", std::sqrt(dx * dx + dy * dy + dz * dz), 4);
   return true;
 }
 
@@ -344,9 +344,9 @@ std::u16string WarningWords() {
 // Grid and warnings.
 std::u16string BottomWords(const std::u16string& warnings) {
   if (!view.gridOn) return warnings.empty() ? warnings : u"Grid off" + warnings;
-  char16_t grid[80] = {};
-  AppendLabelNumber(grid, 80, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
-  AppendBounded(grid, 80, UnitsMetric() ? u" mm" : u" in");
+  char16_t grid[kReadOutUnits] = {};
+  AppendLabelNumber(grid, kReadOutUnits, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
+  AppendBounded(grid, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
   return grid + warnings;
 }
 
@@ -363,7 +363,7 @@ int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_vie
 // path leaves the most.
 void PaintReadOuts(Canvas& canvas, const Rect& client) {
   constexpr int kBetween = 4;
-  char16_t text[200];
+  char16_t text[kReadOutUnits];
   if (ExtentsText(text)) {
     const int top = client.top + kEdge;
     PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kPathDimension);

@@ -9,6 +9,8 @@
 
 namespace morva {
 
+inline constexpr int kReadOutUnits = 200;  // of one read-out or label, terminator included
+
 // The points of the shown path on the screen, one each; kept until path or projection change.
 const platform::PointF* ProjectedPoints(const platform::Rect& client);
 

@@ -13,13 +13,14 @@ bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
 
 // What FormatFixed prints of a magnitude, without its sign: at most 40 digits, a point and six
 // decimals. Longer than any 64-bit number, so nothing is lost here.
+constexpr int kDigitUnits = 64;
 struct Digits {
-  char16_t text[64];
+  char16_t text[kDigitUnits];
   int length = 0;
 };
 
 void PushUnsigned(Digits& d, std::uint64_t value) {
-  char16_t reversed[40];
+  char16_t reversed[kDigitUnits];
   int count = 0;
   do {
     reversed[count++] = static_cast<char16_t>(u'0' + value % 10);
@@ -136,8 +137,8 @@ void AppendLine(char16_t* dest, int capacity, const char16_t* text) {
 
 void AppendLabelNumber(char16_t* dest, int capacity, const char16_t* label, double value,
                        int decimals) {
-  char16_t number[64];
-  FormatFixed(value, decimals, number, 64);
+  char16_t number[kDigitUnits];
+  FormatFixed(value, decimals, number, kDigitUnits);
   AppendBounded(dest, capacity, label);
   AppendBounded(dest, capacity, number);
 }

@@ -11,6 +11,8 @@
 
 namespace morva {
 
+inline constexpr int kAscii = 128;  // characters
+
 // The number at the start of `text`: blanks and tabs, one sign, digits, a point and digits.
 // Text behind it is ignored; without a number the answer is `fallback`. Fraction digits are
 // summed into the running value, digit times place, the place being multiplied by 0.1 each

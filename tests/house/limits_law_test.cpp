@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <regex>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "house/sources.h"
 
@@ -16,8 +18,106 @@ namespace {
 using namespace house;
 
 bool DefinesAMax(const std::string& code) {
-  static const std::regex pattern(R"(\bconstexpr\b[^=]*\bkMax[A-Z]\w*\s*=)");
-  return std::regex_search(code, pattern);
+  static const std::regex pattern(R"(\bconstexpr\b[^={]*\bkMax[A-Z]\w*\s*[={(])");
+  static const std::regex other(
+      R"(\b(enum\b[^;]*[{,]|static const \w+|#\s*define)\s*kMax[A-Z]\w*)");
+  return std::regex_search(code, pattern) || std::regex_search(code, other);
+}
+
+// Sizes that bound nothing that fills up: as many as there are of something.
+const std::set<std::string> kOneForEach = {
+    "kAscii",          // characters
+    "kBitWords",       // of what the limits let in
+    "kBoth",           // sides of the review
+    "kCodeItems",      // rows of the code table
+    "kDiamondLines",   // four
+    "kEntries",        // words of the code table
+    "kFeatureKinds",   // of blocks
+    "kFlyoutMethods",  // of one tool
+    "kGNumbers",       // G codes of two digits
+    "kLeadArrows",     // of one dimension
+    "kLeadLines",      // of one dimension
+    "kMacroFields",    // of a built-in macro
+    "kOutlinePoints",  // of one outline
+    "kRuns",           // of one outline
+    "kSettingsBytes",  // of one record
+    "kSlotSteps",      // of one slot
+    "kFontRoles",      // of the toolkit's fonts
+    "kHashSlots",      // twice what the limits let in
+    "kPathNotes",      // kinds of lines that are not shown
+    "kPatternPanels",  // circular and rectangular
+    "kSides",          // of a rectangle
+    "kWorkers",        // kinds of threads
+};
+
+// What the size of an array is: a limit, the units of a text, or one for each of something.
+bool IsASize(const std::string& size) {
+  static const std::regex kLimit(R"(\bk(Max[A-Z]\w*|\w*Units)\b)");
+  if (std::regex_search(size, kLimit)) return true;
+  static const std::regex kName(R"(\bk[A-Z]\w*\b)");
+  std::smatch match;
+  return std::regex_search(size, match, kName) && kOneForEach.count(match.str()) > 0;
+}
+
+// Arrays of the code that can fill up, as "name[size]": those that last and are not const, the
+// records among the members, and texts.
+std::vector<std::string> ArraysWithoutALimit(const std::string& code) {
+  static const std::regex kText(R"(\b(const )?char16_t\s+(\(&)?(\w+)\)?\s*\[\s*(\d+)\s*\])");
+  static const std::regex kArray(R"((\w+)\s*\[([^\]]+)\])");
+  static const std::regex kStatic(R"(\bstatic\s+(?!const)[^;(={]*\[[^;]*)");
+  static const std::regex kRecord(R"(^(\w+\s+)*([A-Z]\w*|[\w:]+::[A-Z]\w*)(<.*>)?\s+\w+\s*\[)");
+  std::vector<std::string> found;
+  const auto look = [&](const std::string& declaration) {
+    const std::string head = declaration.substr(0, declaration.find_first_of("={"));
+    for (std::sregex_iterator it(head.begin(), head.end(), kArray), end; it != end; ++it) {
+      if (!IsASize((*it)[2])) found.push_back((*it).str());
+    }
+  };
+  for (std::sregex_iterator it(code.begin(), code.end(), kText), end; it != end; ++it) {
+    if ((*it)[1].length() == 0) found.push_back((*it)[3].str() + "[" + (*it)[4].str() + "]");
+  }
+  for (std::sregex_iterator it(code.begin(), code.end(), kStatic), end; it != end; ++it) {
+    look(it->str());
+  }
+  std::string scopes = "n";  // namespace, record, or anything else
+  std::string statement;
+  for (const char c : code) {
+    if (c == '{') {
+      const bool function = statement.find('(') != std::string::npos;
+      const bool names = statement.find("namespace") != std::string::npos;
+      static const std::regex kRecordScope(R"(\b(struct|class|union)\b)");
+      const bool record = !function && std::regex_search(statement, kRecordScope);
+      scopes += names ? 'n' : record ? 'r' : 'x';
+      if (names || record) statement.clear();
+      continue;
+    }
+    if (c == '}') {
+      if (scopes.size() > 1) {
+        if (scopes.back() == 'x' && statement.find('(') == std::string::npos) {
+          // An initialiser: the declaration goes on.
+        } else {
+          statement.clear();
+        }
+        scopes.pop_back();
+      }
+      continue;
+    }
+    if (scopes.back() == 'x') continue;
+    if (c != ';') {
+      statement += c == '\n' ? ' ' : c;
+      continue;
+    }
+    statement.erase(0, statement.find_first_not_of(' '));
+    static const std::regex kConst(R"(\b(constexpr|const|using|typedef|extern)\b)");
+    const bool open = !std::regex_search(statement, kConst) &&
+                      statement.substr(0, statement.find('=')).find('(') == std::string::npos;
+    if (open && statement.rfind("static", 0) != 0 &&
+        (scopes.back() == 'n' || std::regex_search(statement, kRecord))) {
+      look(statement);
+    }
+    statement.clear();
+  }
+  return found;
 }
 
 bool BoundsACountByMost(const std::string& code) {
@@ -31,6 +131,10 @@ bool BoundsACountByMost(const std::string& code) {
 TEST(LimitsLaw, TellsABoundOfACountFromTheMostOfAMeasure) {
   EXPECT_TRUE(DefinesAMax("inline constexpr int kMaxTabs = 8;"));
   EXPECT_TRUE(DefinesAMax("  static constexpr std::size_t kMaxRows = 8;"));
+  EXPECT_TRUE(DefinesAMax("constexpr int kMaxRows{8};"));
+  EXPECT_TRUE(DefinesAMax("constexpr int kMaxRows(8);"));
+  EXPECT_TRUE(DefinesAMax("enum { kMaxRows = 8 };"));
+  EXPECT_FALSE(DefinesAMax("constexpr int kRows{2 * kMaxTabs};"));
   EXPECT_FALSE(DefinesAMax("constexpr double kMostZoom = 50;"));
   EXPECT_FALSE(DefinesAMax("constexpr int kRows = 2 * kMaxTabs;"));
   EXPECT_TRUE(BoundsACountByMost("  int rows[kMostRows];"));
@@ -41,6 +145,33 @@ TEST(LimitsLaw, TellsABoundOfACountFromTheMostOfAMeasure) {
   EXPECT_TRUE(BoundsACountByMost("  if (found.size() > kMost) return;"));
   EXPECT_FALSE(BoundsACountByMost("  zoom = std::min(zoom, kMostZoom);"));
   EXPECT_FALSE(BoundsACountByMost("  if (countdown < kMostSeconds) return;"));
+}
+
+TEST(LimitsLaw, TellsATableWithoutALimit) {
+  const auto count = [](const char* code) { return ArraysWithoutALimit(code).size(); };
+  EXPECT_EQ(count("namespace morva {\nRow rows[24];\n}"), 1u);
+  EXPECT_EQ(count("Row rows[24] = {{1, 2}, {3, 4}};"), 1u);
+  EXPECT_EQ(count("Row rows[kRows];"), 1u);
+  EXPECT_EQ(count("int counts[3], more[4];"), 2u);
+  EXPECT_EQ(count("void F() {\n  static Row rows[24];\n}"), 1u);
+  EXPECT_EQ(count("struct Table {\n  int count = 0;\n  Row rows[24];\n};"), 1u);
+  EXPECT_EQ(count("struct Table {\n  Row rows[24] = {};\n};"), 1u);
+  EXPECT_EQ(count("void F() {\n  char16_t text[64];\n}"), 1u);
+  EXPECT_EQ(count("bool F(char16_t (&text)[200]);"), 1u);
+  EXPECT_EQ(count("namespace {\nRow rows[kMaxRows];\nRow both[2 * kMaxRows + 1];\n}"), 0u);
+  EXPECT_EQ(count("SettingsWriter writers[kFeatureKinds];"), 0u);
+  EXPECT_EQ(count("constexpr Row kRows[] = {{1}, {2}};\nconst Row kMore[2] = {};"), 0u);
+  EXPECT_EQ(count("void F() {\n  Row corners[8];\n  char16_t text[kTextUnits];\n}"), 0u);
+  EXPECT_EQ(count("struct Point {\n  double x[3] = {};\n};"), 0u);
+  EXPECT_EQ(count("extern Row rows[kMaxRows];\nint At(const Row* rows, int i);"), 0u);
+}
+
+TEST(LimitsLaw, EveryTableThatFillsUpHasALimit) {
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    for (const std::string& array : ArraysWithoutALimit(CodeOf(ReadText(path)))) {
+      ADD_FAILURE() << NameInSource(path) << ": " << array;
+    }
+  }
 }
 
 TEST(LimitsLaw, EveryMaxStandsAmongTheLimits) {
@@ -59,6 +190,42 @@ TEST(LimitsLaw, NoMostBoundsATableOrACount) {
       EXPECT_FALSE(BoundsACountByMost(line)) << NameInSource(path) << ": " << line;
     }
   }
+}
+
+// A row that is added only while there is room, or that is left out where there is none.
+bool DropsSilently(const std::string& code) {
+  if (code.find("kMax") == std::string::npos) return false;
+  static const std::regex kWhileRoom(
+      R"(\bif\s*\([^;{}]*<\s*[^;{}()]*kMax\w+[^;{}]*\)\s*\{?\s*[^;{}]*\[[^\]]*\+\+\s*\])");
+  static const std::regex kNoRoom(
+      R"(\bif\s*\([^;{}]*>=?\s*[^;{}()]*kMax\w+\s*\)\s*\{?\s*return\s*;)");
+  return std::regex_search(code, kWhileRoom) || std::regex_search(code, kNoRoom);
+}
+
+TEST(LimitsLaw, TellsARowThatIsDroppedInSilence) {
+  EXPECT_TRUE(DropsSilently("if (count < kMaxRows) rows[count++] = row;"));
+  EXPECT_TRUE(DropsSilently("if (t.count < 2 * kMaxRows) {\n  t.rows[t.count++] = row;\n}"));
+  EXPECT_TRUE(DropsSilently("if (count >= kMaxRows) return;\nrows[count++] = row;"));
+  EXPECT_FALSE(DropsSilently("if (count >= kMaxRows) return false;"));
+  EXPECT_FALSE(DropsSilently("if (count >= kMaxRows) StopFull(u, kMaxRows);"));
+  EXPECT_FALSE(DropsSilently("while (count < kMaxRows) rows[count++] = row;"));
+}
+
+// What is left out there is told in app/limits.h, beside the limit.
+TEST(LimitsLaw, DropsNoRowInSilence) {
+  const std::set<std::string> told = {
+      "cad/geometry/trim_cuts.cpp",  // further places do not cut
+      "cad/model/tool_state.cpp",    // further lines of a preview are not shown
+      "cad/tools/clipboard.cpp",     // what does not fit as a whole is not pasted
+  };
+  std::set<std::string> found;
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    const std::string name = NameInSource(path);
+    if (!DropsSilently(CodeOf(ReadText(path)))) continue;
+    found.insert(name);
+    EXPECT_TRUE(told.count(name)) << name;
+  }
+  EXPECT_EQ(found, told);
 }
 
 // tests/limits says the same of app/limits.h.

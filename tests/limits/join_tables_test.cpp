@@ -13,6 +13,7 @@
 #include "app/router.h"
 #include "app/stop.h"
 #include "app/surfaces.h"
+#include "codetools/colours.h"
 #include "documents/builder_table.h"
 #include "forms/form.h"
 #include "forms/sheet.h"
@@ -119,6 +120,16 @@ TEST(JoinTablesDeathTest, RowsOfModes) {
   EXPECT_EQ(std::u16string(ModeOf(5).words), u"Here");
   EXPECT_EQ(ModeCount(), 1);
   ClearModes();
+}
+
+TEST(JoinTablesDeathTest, PlacesTabStopsAndColours) {
+  static_assert(kMaxColouredEditors == 6);
+  const auto colour = [] {
+    for (int i = 0; i <= kMaxColouredEditors; ++i) ColourPane(29100 + i, u"G0");
+  };
+  EXPECT_EXIT(colour(), testing::ExitedWithCode(3), "editors with colours is full: it holds 6");
+  EXPECT_EXIT(StopFull(u"controls placed", kMaxPlacements), testing::ExitedWithCode(3),
+              "controls placed is full: it holds 96");
 }
 
 TEST(JoinTablesDeathTest, WordsOfCommands) {

@@ -34,7 +34,8 @@ constexpr int kSizeDecimals = 6;   // of sizes taken over from an object,
 constexpr int kLeastDecimals = 3;  // without zeros behind these
 
 // Whether the form of the circular and of the rectangular kind takes the selected object.
-bool fromSelection[2];
+constexpr int kPatternPanels = 2;  // circular, rectangular
+bool fromSelection[kPatternPanels];
 
 // What the circular or the rectangular form reads.
 struct Pattern {
@@ -50,8 +51,9 @@ CutData CutOf(const Pattern& n) {
 }
 
 // Objects about the item's own centre, at most the lines of a diamond.
+constexpr int kDiamondLines = 4;
 struct Source {
-  SketchObject objects[4];
+  SketchObject objects[kDiamondLines];
   int count = 0;
 };
 

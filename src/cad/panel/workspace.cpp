@@ -4,6 +4,7 @@
 
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -125,7 +126,8 @@ void OrderTabs() {
   int ids[kMaxTabStops];
   int count = 0;
   const auto put = [&ids, &count](int id) {
-    if (count < kMaxTabStops) ids[count++] = id;
+    if (count >= kMaxTabStops) StopFull(u"tab stops", kMaxTabStops);
+    ids[count++] = id;
   };
   for (int row = 0; row < kCadStripRows; ++row) {
     int keys = 0;

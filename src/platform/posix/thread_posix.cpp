@@ -12,7 +12,8 @@ namespace {
 // already, is still on its way out.
 std::mutex gate;
 std::condition_variable oneOut;
-int running[2] = {};  // by kind
+constexpr int kWorkers = 2;  // kinds
+int running[kWorkers] = {};
 
 int& RunningOf(Worker kind) { return running[static_cast<int>(kind)]; }
 

@@ -29,7 +29,8 @@ constexpr int kCheckBox = 15;  // pixels, frame included
 constexpr Colour kKeyTop = 0x031A27;
 constexpr Colour kKeyBottom = 0x02111C;
 constexpr Colour kFaint = 0x5C7389;  // what cannot be used
-QFont fonts[5];
+constexpr int kFontRoles = 5;
+QFont fonts[kFontRoles];
 
 // A frame of one pixel just inside the place.
 void DrawFrame(QPainter* painter, const QRect& place, const QColor& line) {
