@@ -1,7 +1,7 @@
 // AppState: the application-wide fields, and the numbers of timers and posted messages.
 //
-// One static record; zero is its start but for the fields with a value here. Fields that
-// another room owns (tabs, features, path) stand in that room's table.
+// There is one static record. A field without a value here starts at zero. Tabs, features and paths
+// stand in the tables of the rooms that own them.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What the program itself does to the text of an editor is told apart from what the user does.
+// Tells what the program itself does to an editor's text apart from what the user does.
 #pragma once
 
 namespace morva {

@@ -45,13 +45,14 @@ int ReadPage(const Builder& builder);
 bool InsertFromBuilder(const Builder& builder);
 // The form's numbers and choices and the builder's items as a record. False: they cannot be stored.
 bool StoreBuilder(const Builder& builder, FeatureSettings& record);
-// The record into the form, which comes up in the record's unit. False: it is no record of this
-// builder.
+// Brings the form up with what the record holds, in the record's unit. False: it is no record of
+// this builder, and nothing changes.
 bool OpenBuilder(const Builder& builder, const FeatureSettings& record);
 void PlaceBuilder(const Builder& builder, const platform::Rect& area);
 // What the fields say now, fitted into the view.
 void PaintBuilder(const Builder& builder, platform::Canvas& canvas);
-// Tells `pressed` what lies there. False: not a press of the left button.
+// Tells the builder's `pressed` which part of the picture lies under a press of the left button.
+// False: the event is no such press.
 bool PressBuilder(const Builder& builder, const platform::PointerEvent& event);
 
 // Registers the builder, its form and its panel, once at start-up.

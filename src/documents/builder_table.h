@@ -42,6 +42,7 @@ struct Builder {
   bool asksWhere = false;                  // the user chooses program and operation number first
   const char16_t* logged = u"";            // in the output log after an insertion
   int refreshMs = 60;                      // until the text is looked at
+  // The next three change nothing; they read the form's values and the room's model alone.
   // False: `refusal` says why. A number that the strict rule refuses stands in values.refused and
   // values.misread, and its field in refusal.field. Null: what could be read is taken.
   bool (*check)(const FormValues& values, Refusal& refusal) = nullptr;

@@ -5,7 +5,8 @@
 
 namespace morva {
 
-// The tab that shows this file, by this path or by another name or link of the same file; -1.
+// Index of the tab that shows this file, under this path or another name or link of it; -1 for
+// none.
 int TabOfFile(std::u16string_view path);
 // Looks whether another program has changed the active program's file. If so, and the user has
 // not touched the program, a box offers to load it again, once for each state of the file. A

@@ -1,5 +1,5 @@
-// The save state of a program: its changes and those that the file holds, what the file held when
-// it was last seen, why the autosave waits.
+// How a program stands to its file: how many changes it has and how many of them the file holds,
+// what the file held when it was last seen, and why the autosave waits.
 #pragma once
 
 #include <cstdint>
@@ -31,14 +31,15 @@ void NoteSaved(ProgramTab& tab, std::uint32_t changes);
 // The program is what the file holds, as it was read: no change of the user's is left.
 void NoteLoaded(ProgramTab& tab, const DiskState& disk);
 void NoteDisk(ProgramTab& tab, const DiskState& disk);
-// Whether the file still holds what is known of it. A difference stays noted until the program is
-// saved or loaded.
+// Whether the file still holds what it held when it was last read or written. A difference stays
+// noted until the program is saved or loaded.
 bool DiskHoldsStill(ProgramTab& tab);
 void NoteChangedOnDisk(ProgramTab& tab);
 // True the first time for each state of the file: offer to load it again.
 bool OfferLoading(ProgramTab& tab);
 void AcceptLoss(ProgramTab& tab);
-// Keeps the reason. True: it is another one than before, so that it must be told.
+// Keeps the reason why the autosave waits. True: it differs from the one before, so the user is
+// to be told.
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
 void KeepHome(ProgramTab& tab, std::u16string_view home);
 

@@ -123,7 +123,7 @@ bool AllTold() {
   return !working && waiting.empty() && finished.empty();
 }
 
-// Messages may not be handed out during a wait, so that results are told here.
+// Tells the results itself: no messages are handed out while the program waits.
 bool ToldByNow() {
   TellResults();
   return AllTold();

@@ -66,8 +66,8 @@ struct SaveResult {
 };
 
 // Starts the worker if it is idle. Replaces a waiting job of the same program: `byUser` stays set
-// if either had it, `checked` only if both had it. Where no thread can be
-// started the files are written before the call returns. Answers the job's ticket.
+// if either had it, `checked` only if both had it. Where no thread can be started the files are
+// written before the call returns. Answers the job's ticket.
 std::uint64_t HandOverSave(SaveJob job);
 // A result that is there already is told within HandOverSave, else by kMessageSaved.
 void SetSaveListener(void (*told)(const SaveResult& result));

@@ -39,20 +39,20 @@ struct SaveState {
 struct ProgramTab {
   char16_t path[kPathUnits] = {};  // empty for a program never saved
   char16_t title[kTitleUnits] = {};
-  std::u16string text;  // as last stored; stale while the tab is active
-  bool dirty = false;
-  bool compareSelected = false;
-  FeatureSettings* cadSettings = nullptr;    // the sketch as last stored, kind 4
-  FeatureSettings* plateSettings = nullptr;  // the plate as last stored, kind 5
-  CadStore* cadStore = nullptr;              // all drawings
-  PlateStore* plateStore = nullptr;          // all named plates
-  DisabledCodeEntry* disabledCode = nullptr;
-  unsigned char sketchHidden[kMaxItems] = {};
+  std::u16string text;                         // as last stored; stale while the tab is active
+  bool dirty = false;                          // the tab's button shows a mark
+  bool compareSelected = false;                // chosen in the list of the review
+  FeatureSettings* cadSettings = nullptr;      // the sketch as last stored, kind 4
+  FeatureSettings* plateSettings = nullptr;    // the plate as last stored, kind 5
+  CadStore* cadStore = nullptr;                // all drawings
+  PlateStore* plateStore = nullptr;            // all named plates
+  DisabledCodeEntry* disabledCode = nullptr;   // code of excluded blocks
+  unsigned char sketchHidden[kMaxItems] = {};  // by object of the drawing
   unsigned char sketchLocked[kMaxItems] = {};
-  std::int32_t hiddenIds[kMaxIdList] = {};  // 0 is a free slot
+  std::int32_t hiddenIds[kMaxIdList] = {};  // of blocks; 0 is a free slot
   std::int32_t lockedIds[kMaxIdList] = {};
-  std::int32_t isolatedId = 0;
-  std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
+  std::int32_t isolatedId = 0;  // the only block in the toolpath, 0 for none
+  std::uint64_t serial = 0;     // never used twice; finds the record again behind a dialog
   SaveState save;
 };
 

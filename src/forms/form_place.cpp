@@ -319,8 +319,8 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   if (form.sheet) {
     PlaceSheet(*form.sheet, form, area);
     part.area = SheetPaper(*form.sheet);
-    // A row that takes what is left takes it of the part in sight: a paper that is as high as its
-    // rows has nothing left.
+    // A row may take the height that is left. A paper as high as its rows leaves none, so such a
+    // row gets that of the part in sight.
     if (form.sheet->height == 0) part.area.bottom = RectHeight(area);
   }
   MarkPages(*entry, std::span(&part, 1));

@@ -15,7 +15,7 @@ namespace morva {
 
 namespace {
 
-// What a field's text counts, at most as much as a field can hold.
+// The text of a field, cut to what a field can hold.
 std::u16string FieldText(int id) {
   std::u16string text = platform::TextOf(id);
   if (text.size() > kFieldUnits - 1) text.resize(kFieldUnits - 1);

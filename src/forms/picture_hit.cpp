@@ -63,7 +63,7 @@ bool IsAround(const Chain& chain, const PointF& at) {
   return inside;
 }
 
-// A whole circle is asked itself: its chords are off by a part of a pixel.
+// Measures a whole circle by its radius: the chords that draw it are off by a part of a pixel.
 bool IsCircleOn(const Picture& picture, const PictureMark& mark, const PictureView& view) {
   if (mark.kind != MarkKind::Arc) return false;
   const PictureArc& arc = picture.arcs[static_cast<std::size_t>(mark.first)];

@@ -62,7 +62,7 @@ const InkStyle& StyleOf(Ink ink);
 
 // The labels' places on the view; computed only where they are not known.
 const std::vector<platform::Rect>& PlacedLabels(Picture& picture, const PictureView& view);
-// The place of a label that nothing is in the way of and that was not moved.
+// Where a label stands as long as nothing is in its way and nobody has moved it.
 platform::Rect UsualPlate(const Picture& picture, const PictureView& view,
                           const PictureLabel& label);
 
