@@ -38,6 +38,9 @@ struct Hooks {
                    std::uint32_t colour) = nullptr;
   // codetools: leaves the compare review where it is showing.
   void (*leaveCompare)() = nullptr;
+  // codetools: closes the import panel where it is open, with words; its program goes off the
+  // stage.
+  void (*leaveImport)() = nullptr;
   // codetools: the colouring pass of the deferred text refresh.
   void (*colourEditor)() = nullptr;
   // codetools: the command words view, rebuilt from the code editor, and copied back into it.

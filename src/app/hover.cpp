@@ -46,11 +46,11 @@ void HoverTick() {
   const bool rests = id == hover.over;
   if (!rests) hover = Hover{.over = id, .moves = moves};
   hover.led = hover.led || moved;
-  const bool mayShow = hover.led && !hover.spoken && (rests || IsHelpShown());
+  const bool mayShow = hover.led && !hover.spoken && (rests || HelpShownFor() != 0);
   if (const std::u16string hint = mayShow ? HintUnder(id) : u""; !hint.empty()) {
-    hover.spoken = ShowHelp(hint);
-  } else if (!rests) {
-    HideHelp();
+    hover.spoken = ShowHelp(id, hint);
+  } else if (HelpShownFor() != id) {
+    HideHelp();  // an editor shows its own for the word under the pointer
   }
 }
 

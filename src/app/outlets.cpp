@@ -16,7 +16,7 @@ namespace morva {
 namespace {
 
 struct Help {
-  bool shown = false;
+  int of = 0;                // whose it is, 0: none is shown
   unsigned movesAtTold = 0;  // platform::PointerMoves when something was told last
 };
 Help help;
@@ -37,10 +37,16 @@ void ShowStatus(std::u16string_view text) {
   platform::SetText(kIdStatusLine, app.statusText);
 }
 
-bool ShowHelp(std::u16string_view text) {
+bool ShowHelpLine(int id, std::u16string_view text) {
   if (platform::PointerMoves() == help.movesAtTold) return false;
-  help.shown = true;
+  help.of = id;
   platform::SetText(kIdStatusLine, text);
+  platform::SetVisible(kIdOutputHelp, false);
+  return true;
+}
+
+bool ShowHelp(int id, std::u16string_view text) {
+  if (!ShowHelpLine(id, text)) return false;
   const Surface* up = SurfaceUp();
   if (up && up->hintLabel != 0) {
     platform::SetText(up->hintLabel, text);
@@ -56,13 +62,13 @@ bool ShowHelp(std::u16string_view text) {
 }
 
 void HideHelp() {
-  if (!help.shown) return;
-  help.shown = false;
+  if (help.of == 0) return;
+  help.of = 0;
   platform::SetText(kIdStatusLine, app.statusText[0] ? app.statusText : kReadyWords);
   platform::SetVisible(kIdOutputHelp, false);
 }
 
-bool IsHelpShown() { return help.shown; }
+int HelpShownFor() { return help.of; }
 
 void ResetHelp() { help = Help(); }
 

@@ -8,17 +8,21 @@
 namespace morva {
 
 inline constexpr char16_t kReadyWords[] = u"Ready  \u2022  F5 Validate";  // before the first event
+inline constexpr char16_t kFeaturesWords[] = u"All program features appear here.";
 
 // StatusLine: one sentence, the last event. A text that equals the last one but for the case
 // of A to Z changes nothing in it; longer than 1023 units is cut.
 void ShowStatus(std::u16string_view text);
-// Help for the control under the pointer, in the status line and over the output log, or on the
-// label that the surface has for it. What was told before stays below it, and is seen again behind
-// HideHelp or as soon as something else is told. False: the pointer has not moved since the last
-// thing was told, so that stands.
-bool ShowHelp(std::u16string_view text);
+// Help for the control `id` under the pointer, in the status line and over the output log, or on
+// the label that the surface has for it. What was told before stays below it, and is seen again
+// behind HideHelp or as soon as something else is told. False: the pointer has not moved since the
+// last thing was told, so that stands.
+bool ShowHelp(int id, std::u16string_view text);
+// The same in the status line alone.
+bool ShowHelpLine(int id, std::u16string_view text);
 void HideHelp();
-bool IsHelpShown();
+// Whose help is shown, 0 for none.
+int HelpShownFor();
 void ResetHelp();
 // OutputLog: the text and CR LF at its end.
 void AppendOutput(std::u16string_view text);

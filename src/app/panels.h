@@ -70,7 +70,7 @@ struct Handlers {
   bool (*pointer)(const platform::PointerEvent& event) = nullptr;
   bool (*key)(const platform::KeyEvent& key) = nullptr;
   void (*typed)(char16_t character) = nullptr;
-  void (*selection)() = nullptr;  // caret or selection of an editor moved
+  void (*selection)(bool byUser) = nullptr;  // caret or selection of an editor moved
   bool (*contextMenu)(int row, int x, int y) = nullptr;
   void (*listClick)(int row, int x, int y) = nullptr;
   void (*focusChanged)(bool gained) = nullptr;

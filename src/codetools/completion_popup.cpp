@@ -185,9 +185,10 @@ void EditorFocus(bool gained) {
   if (!gained) HideCompletion();
 }
 
-// Help for the word at the caret.
-void FollowCaret() {
-  ShowHoverHelp(TokenAtCaret().text);
+// Help for the word that the user brings the caret to. Where the program moves it, what was told
+// stays.
+void FollowCaret(bool byUser) {
+  if (byUser) ShowHoverHelp(TokenAtCaret().text);
   CaretMoved();
   platform::Repaint(kViewGutter);
 }

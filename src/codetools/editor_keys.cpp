@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -40,12 +41,18 @@ void EditorScrolled(int, int) {
 
 std::u16string lastHovered;
 
-// The help for the token under the pointer, once for each token that it comes upon.
+// The help for the token under the pointer, once for each token that it comes upon and for as long
+// as it is there.
 bool EditorPointer(int id, const platform::PointerEvent& event) {
   if (event.action != platform::PointerAction::Move) return false;
   const Token token = TokenAtPoint(id, event.x, event.y);
-  if (token.text != lastHovered) ShowHoverHelp(token.text);
+  if (token.text == lastHovered) return false;
   lastHovered = token.text;
+  if (const std::u16string help = HelpForToken(token.text); !help.empty()) {
+    ShowHelpLine(id, help);
+  } else if (HelpShownFor() == id) {
+    HideHelp();
+  }
   return false;
 }
 

@@ -157,6 +157,15 @@ void CloseImport() {
   platform::SetFocusTo(ShownEditor());
 }
 
+// Its operations were meant for the program that goes.
+void LeaveImport() {
+  if (!state.open) return;
+  CloseImport();
+  const char16_t* words = u"Import closed: another program comes up. No code was inserted.";
+  AppendOutput(words);
+  ShowStatus(words);
+}
+
 void Changed(int id) {
   if (id != kIdImportPrograms) return;
   const int row = platform::SelectedRow(kIdImportPrograms);
@@ -376,6 +385,7 @@ void RegisterImportPanel() {
   modes.contextMenu = AskImport;
   RegisterHandlers(modes);
   RegisterForm(kImportForm);
+  hooks.leaveImport = LeaveImport;
   using platform::kNotifyClick;
   const RouterStage click = RouterStage::Click;
   RegisterCommand(click, kIdImport, kNotifyClick, [](int, int) { OpenImportPanel(); });

@@ -19,6 +19,7 @@
 #include "documents/program_tabs.h"
 #include "documents/recovery.h"
 #include "documents/saver.h"
+#include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
@@ -329,6 +330,7 @@ std::u16string OpenReceivedProgram() {
   if (tab < 0) return KeepReceived();
   std::string().swap(transfer.receivedData);
   SwitchTab(tab);
+  platform::SetFocusTo(ShownEditor());
   ProgramChanged({.refreshMs = 80, .logged = u"Received RS-232 program opened in a new tab."});
   return u"DNC receive complete — program opened in a new tab.";
 }

@@ -17,11 +17,10 @@ bool completionApplying = false;
 
 namespace {
 
-constexpr int kRefreshMilliseconds = 150;
 constexpr int kCompletionMilliseconds = 60;
 
 void FollowChange() {
-  ProgramChanged({.autosave = true, .refreshMs = kRefreshMilliseconds});
+  ProgramChanged({.autosave = true, .refreshMs = kChangeRefreshMs});
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   if (!completionApplying) {
     platform::StartTimer(platform::kMainWindow, kTimerCompletion, kCompletionMilliseconds);

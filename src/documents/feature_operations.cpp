@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
@@ -48,14 +49,21 @@ std::u16string_view Span(std::u16string_view text, std::int32_t from, std::int32
   return text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
 }
 
-// One undoable edit at text indices of `text`, which is the editor's own.
+// One undoable edit at text indices of `text`, which is the editor's own. The change is not told:
+// the operation tells it by TellChanged once all of it is done.
 void ReplaceSpan(std::u16string_view text, std::int32_t from, std::int32_t to,
                  std::u16string_view replacement) {
   OffsetMap map{text};
   platform::EditorRange range;
   range.from = AdvanceOffset(map, from);
   range.to = AdvanceOffset(map, to);
+  const InsertingText own;
   platform::ReplaceRange(kIdEditor, range, replacement);
+}
+
+void TellChanged(bool movesPath) {
+  ProgramChanged({.autosave = true, .refreshMs = kChangeRefreshMs, .rebuildPath = movesPath});
+  platform::Repaint(kViewGutter);
 }
 
 // The editor's text scanned anew, after foreign text got its markers.
@@ -278,7 +286,7 @@ void NewUserFeature() {
     platform::ScrollCaretIntoView(kIdEditor);
   }
   DropEditLink();
-  ProgramChanged({.autosave = true});
+  TellChanged(false);
   Call(hooks.setMode, static_cast<int>(kModeHome));
   ShowFeaturesInSidebar(true);
   Call(hooks.layout);
@@ -315,6 +323,7 @@ RenameAnswer RenameFeature(std::u16string_view name) {
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
+  TellChanged(false);
   return RenameAnswer::Done;
 }
 
@@ -342,7 +351,7 @@ void DeleteFeature() {
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
-  Call(hooks.rebuildToolpath);
+  TellChanged(true);
 }
 
 void ToggleInclude() {
@@ -378,7 +387,7 @@ void ToggleInclude() {
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();
-  ProgramChanged({.rebuildPath = true});
+  TellChanged(true);
 }
 
 void ToggleFeatureLock() {

@@ -14,6 +14,7 @@
 #include "documents/save_state.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
+#include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "text/codetext.h"
@@ -209,6 +210,18 @@ void FollowSelection(std::int64_t keptId) {
   listedSerial = serial;
 }
 
+// What the number of blocks has to say goes again with the program, or the blocks, that it was
+// said of.
+void HintAtCount() {
+  constexpr const char16_t* kFull =
+      u"Feature browser limit: 128 sections. Split this program to index more.";
+  constexpr const char16_t* kNone = u"Features appear automatically as you add or type code.";
+  if (features.count == kMaxFeatures) return ShowFeatureHint(kFull);
+  if (features.count == 0) return ShowFeatureHint(kNone);
+  const std::u16string shown = platform::TextOf(kIdFeatureHint);
+  if (shown == kFull || shown == kNone) ShowFeatureHint(kFeaturesWords);
+}
+
 }  // namespace
 
 void AutoTagBlocks() { TagText(false); }
@@ -260,11 +273,7 @@ void RefreshFeatureList() {
   platform::SetTopRow(kIdFeatureList, top);
   platform::HoldListRedraw(kIdFeatureList, false);
   FollowSelection(kept);
-  if (features.count == kMaxFeatures) {
-    ShowFeatureHint(u"Feature browser limit: 128 sections. Split this program to index more.");
-  } else if (features.count == 0) {
-    ShowFeatureHint(u"Features appear automatically as you add or type code.");
-  }
+  HintAtCount();
 }
 
 bool FeatureRowExcluded(int row) { return InclusionOfRow(row) != Inclusion::On; }

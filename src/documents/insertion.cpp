@@ -10,7 +10,6 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
-#include "documents/save_state.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
@@ -233,7 +232,6 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   if (id == 0) return false;
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   DropEditLink();
-  MarkModified();
   ShowFeaturesInSidebar(true);
   Call(hooks.layout);
   RefreshFeatureList();

@@ -26,6 +26,7 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 
 // The block with this code at the caret, or in place of the block under edit; with `asksWhere`
 // where the picker says. False: nothing changed, and the user was told why.
+// The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
 // line. Undoable; empty text does nothing.

@@ -8,6 +8,8 @@
 
 namespace morva {
 
+inline constexpr int kChangeRefreshMs = 150;  // the text refresh behind an edit
+
 struct ProgramChange {
   bool autosave = false;     // after the pause of an autosave, where the data folder is ready
   int refreshMs = 0;         // the text refresh, so many milliseconds from now; 0: as it stands

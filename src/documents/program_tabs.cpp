@@ -73,6 +73,7 @@ void SwitchTab(int index) {
   CancelSurfaceInput();
   if (index < 0 || index >= app.tabCount || index == app.activeTab) return;
   Call(hooks.hideCompletion);
+  Call(hooks.leaveImport);
   StashActiveWorkspace();
   DropEditLink();
   SyncActiveTab();

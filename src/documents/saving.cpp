@@ -96,8 +96,8 @@ void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   WriteProgramInformation();
   if (result.byUser) {
     AppendOutput(u"Saved program.");
-  } else if (!IsTouched(tab)) {
-    ShowStatus(u"Project autosaved.");
+  } else if (!tab.dirty) {
+    TellAutosave(&tab, u"Project autosaved.");
   }
 }
 

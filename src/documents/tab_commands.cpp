@@ -58,11 +58,17 @@ int OpenFromFile(const std::u16string& path) {
   return index;
 }
 
+// The user asked for this program: the keyboard is in its code or words.
+void ShowTab(int index) {
+  SwitchTab(index);
+  platform::SetFocusTo(ShownEditor());
+}
+
 // True: the file is open already, and its tab is shown now.
 bool ShowOpenFile(const std::u16string& path) {
   const int index = TabOfFile(path);
   if (index < 0) return false;
-  SwitchTab(index);
+  ShowTab(index);
   ShowStatus(u"This file is open already; its tab is shown.");
   return true;
 }
@@ -94,7 +100,7 @@ void NewProgram() {
   const std::u16string title = u"Untitled-" + IntegerText(app.tabCount + 1) + u".NC";
   const int index = OpenTab(u"", u"", title);
   if (index < 0) return;
-  SwitchTab(index);
+  ShowTab(index);
   AppendOutput(u"New program opened in a workspace tab.");
 }
 
@@ -120,7 +126,7 @@ void OpenProgram() {
                       platform::BoxIcon::Error);
     return;
   }
-  SwitchTab(index);
+  ShowTab(index);
   AppendOutput(u"Opened program in a new workspace tab.");
 }
 
@@ -131,12 +137,14 @@ void CloseProgram() {
   WaitForSaves();
   // Another program may have come up while the disk was waited for.
   if (!ReturnToTab(serial) || (IsTouched(*ActiveTab()) && !SettleChanges())) return;
+  Call(hooks.leaveImport);
   const int closed = app.activeTab;
   RemoveTab(closed);
   if (app.tabCount == 0) OpenTab(u"", u"", u"Untitled-1.NC");
   SwitchTab(std::min(closed, app.tabCount - 1));
   RefreshTabButtons();
   Call(hooks.layout);
+  platform::SetFocusTo(ShownEditor());
 }
 
 void SaveAll() {
@@ -186,7 +194,7 @@ void ClickTab(int id, int) {
     return;
   }
   Call(hooks.leaveCompare);
-  SwitchTab(index);
+  ShowTab(index);
 }
 
 void SaveAsFromMenu(int, int) {

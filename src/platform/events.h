@@ -84,8 +84,9 @@ struct DrawState {
 struct Events {
   // A control or menu item speaks. `notification` is one of the kNotify codes.
   void (*command)(int id, int notification) = nullptr;
-  // Caret or selection of an editor moved.
-  void (*selection)(int id) = nullptr;
+  // Caret or selection of an editor moved; `byUser`: under the user's keys or pointer, and not by a
+  // function of editor.h.
+  void (*selection)(int id, bool byUser) = nullptr;
   // A key before the thing that has the keyboard sees it, or the main window's where nothing has;
   // told once. True: handled, the control gets nothing.
   bool (*key)(int id, const KeyEvent& key) = nullptr;

@@ -37,8 +37,7 @@ constexpr platform::ControlSpec kTexts[] = {
     {kIdDncBaud, ControlKind::Label, u"", u"", FontRole::Small},
     {kIdPanelHead, ControlKind::Label, u"PROGRAM", u"", FontRole::Emphasis},
     {kIdFeatureName, ControlKind::EditLine, u"", u"Feature name", FontRole::Body},
-    {kIdFeatureHint, ControlKind::Label, u"All program features appear here.", u"",
-     FontRole::Small},
+    {kIdFeatureHint, ControlKind::Label, kFeaturesWords, u"", FontRole::Small},
     {kIdOutputHead, ControlKind::Label, u"OUTPUT / VALIDATION", u"", FontRole::Small},
     {kIdOutputLog, ControlKind::Log,
      u"Ready. Press F5 to validate the active program. Verify unfamiliar programs in Haas Graphics "

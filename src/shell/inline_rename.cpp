@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "app/change_guard.h"
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -14,8 +14,10 @@
 #include "documents/document_commands.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
+#include "platform/editor.h"
 #include "platform/listing.h"
 
 namespace morva {
@@ -109,8 +111,15 @@ void BoxFocus(bool gained) {
 
 // The question before a delete promises Undo, and the focus stays where it was asked.
 void UndoFeature(int, int) {
-  UndoInCode();
-  Call(hooks.rebuildToolpath);  // the delete has drawn the path without the block
+  const std::uint64_t before = platform::EditorRevision(kIdEditor);
+  {
+    const InsertingText own;
+    UndoInCode();
+  }
+  if (platform::EditorRevision(kIdEditor) == before) return;
+  // The delete has drawn the path without the block.
+  ProgramChanged({.autosave = true, .refreshMs = kChangeRefreshMs, .rebuildPath = true});
+  platform::Repaint(kViewGutter);
 }
 
 bool FeatureKey(const platform::KeyEvent& key) { return RouteChord(kFeatureChords, key); }

@@ -99,9 +99,9 @@ bool OnKey(int id, const platform::KeyEvent& key) {
   return FormKey(id, key);
 }
 
-void OnSelection(int id) {
-  OfferToRooms(id, [](const Handlers& h) {
-    Call(h.selection);
+void OnSelection(int id, bool byUser) {
+  OfferToRooms(id, [byUser](const Handlers& h) {
+    Call(h.selection, byUser);
     return false;
   });
 }

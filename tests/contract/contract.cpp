@@ -35,9 +35,9 @@ void HearCommand(int id, int notification) {
   if (listening.command) listening.command(id, notification);
 }
 
-void HearSelection(int id) {
+void HearSelection(int id, bool byUser) {
   Tell("selection", {id});
-  if (listening.selection) listening.selection(id);
+  if (listening.selection) listening.selection(id, byUser);
 }
 
 bool HearKey(int id, const platform::KeyEvent& key) {

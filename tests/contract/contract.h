@@ -24,7 +24,7 @@ using Lines = std::vector<std::string>;
 struct Listening {
   std::function<void(int, int)> command;
   std::function<bool(int, const platform::KeyEvent&)> key;
-  std::function<void(int)> selection;
+  std::function<void(int, bool)> selection;
   std::function<void(int, bool)> focusChanged;
   std::function<void(int, int)> timer;
   std::function<void(std::uint32_t, std::uint64_t)> posted;

@@ -274,7 +274,7 @@ TEST_F(Editor, HasItsFinalCaretWhenItTellsAReplacedRange) {
   Select(5, 5);
   Lines seen;
   listening.command = [&seen](int, int) { seen.push_back(Selection()); };
-  listening.selection = [&seen](int) { seen.push_back(Selection()); };
+  listening.selection = [&seen](int, bool) { seen.push_back(Selection()); };
   ReplaceRange(kId, {3, 6}, u"abcdef");
   EXPECT_EQ(seen, Lines{"5 5"});
   EXPECT_EQ(Told("command selection"), Lines{"command 300 768"});
@@ -288,6 +288,39 @@ TEST_F(Editor, TellsNoSelectionWhereAReplacedRangeLeavesIt) {
   Forget();
   ReplaceRange(kId, {0, 0}, u"12");
   EXPECT_EQ(Told("command selection"), (Lines{"selection 300", "command 300 768"}));
+}
+
+TEST_F(Editor, TellsWhoMovedTheCaret) {
+  MakeEditor(kId, u"abcdef\nghijkl");
+  std::vector<bool> byUser;
+  listening.selection = [&byUser](int, bool user) { byUser.push_back(user); };
+  SetEditorSelection(kId, {1, 1});
+  ReplaceSelection(kId, u"xy", true);
+  ReplaceRange(kId, {0, 0}, u"12");
+  platform::UndoEditor(kId);
+  platform::RedoEditor(kId);
+  SetEditorText(kId, u"abcdef\nghijkl");
+  ASSERT_GE(byUser.size(), 5u);
+  EXPECT_EQ(std::count(byUser.begin(), byUser.end(), true), 0);
+  byUser.clear();
+  Press(platform::kKeyRight);
+  hands::Type(u"x");
+  hands::ClickAt(kId, 20, 30);
+  RunEditAction(kId, platform::EditAction::SelectAll);
+  ASSERT_GE(byUser.size(), 4u);
+  EXPECT_EQ(std::count(byUser.begin(), byUser.end(), false), 0);
+}
+
+TEST_F(Editor, TellsThatTheProgramMovedTheCaretInsideAKeyOfTheUsers) {
+  MakeEditor(kId, u"abcdef");
+  std::vector<bool> byUser;
+  listening.selection = [&byUser](int, bool user) { byUser.push_back(user); };
+  listening.key = [](int, const platform::KeyEvent&) {
+    SetEditorSelection(kId, {3, 3});
+    return false;
+  };
+  Press(platform::kKeyRight);
+  EXPECT_EQ(byUser, (std::vector<bool>{false, true}));
 }
 
 TEST_F(Editor, WalksByCharactersAndLines) {

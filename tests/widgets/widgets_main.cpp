@@ -31,7 +31,7 @@ void Listen() {
   events.command = [](int id, int code) { told.commands.push_back({id, code}); };
   events.key = KeepKey;
   events.typed = KeepTyped;
-  events.selection = [](int) { ++told.selections; };
+  events.selection = [](int, bool) { ++told.selections; };
   events.listClick = [](int, int row, int, int) { told.clickedRows.push_back(row); };
   events.contextMenu = [](int id, int, int, int) {
     told.menus.push_back(id);

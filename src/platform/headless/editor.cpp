@@ -23,9 +23,19 @@ int Clamped(const EditorState& e, int position) {
 
 int LineCount(const EditorState& e) { return static_cast<int>(e.text.starts.size()); }
 
+// While one stands the program itself moves carets, not the user.
+class ByProgram {
+ public:
+  ByProgram() { ++count; }
+  ~ByProgram() { --count; }
+  ByProgram(const ByProgram&) = delete;
+  ByProgram& operator=(const ByProgram&) = delete;
+  static inline int count = 0;
+};
+
 void TellSelection(int id) {
   const platform::Events& events = platform::Listener();
-  if (events.selection) events.selection(id);
+  if (events.selection) events.selection(id, ByProgram::count == 0);
 }
 
 void MoveSelection(int id, int anchor, int caret) {
@@ -227,11 +237,18 @@ void FillEditor(int id) {
   if (e) ScrollTo(id, e->firstLine);
 }
 
+void PlaceCaret(int id, int from, int to) {
+  const EditorState* e = EditorOf(id);
+  if (!e) return;
+  MoveSelection(id, Clamped(*e, from), Clamped(*e, to));
+  platform::ScrollCaretIntoView(id);
+}
+
 bool EditorSelect(int id, int from, int to) {
   const EditorState* e = EditorOf(id);
   if (!e || !CanBeUsed(id)) return false;
   platform::SetFocusTo(id);
-  platform::SetEditorSelection(id, {from, to});
+  PlaceCaret(id, from, to);
   return true;
 }
 
@@ -247,7 +264,7 @@ bool EditorSetAll(int id, std::u16string_view text) {
   return true;
 }
 
-bool EditorUndo(int id) { return CanBeUsed(id) && platform::UndoEditor(id); }
+bool EditorUndo(int id) { return CanBeUsed(id) && Step(id, UndoStep); }
 
 int EditorMark(int id, platform::Colour& band) {
   const EditorState* e = EditorOf(id);
@@ -300,6 +317,7 @@ std::uint64_t EditorRevision(int id) {
 void SetEditorText(int id, std::u16string_view text) {
   EditorState* e = EditorOf(id);
   if (!e) return;
+  const headless::ByProgram own;
   const bool scrolled = e->firstLine != 0;
   headless::SetWholeText(e->text, text);
   e->bands.clear();
@@ -323,13 +341,12 @@ EditorRange EditorSelection(int id) {
 }
 
 void SetEditorSelection(int id, EditorRange range) {
-  const EditorState* e = EditorOf(id);
-  if (!e) return;
-  headless::MoveSelection(id, headless::Clamped(*e, range.from), headless::Clamped(*e, range.to));
-  ScrollCaretIntoView(id);
+  const headless::ByProgram own;
+  headless::PlaceCaret(id, range.from, range.to);
 }
 
 void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
+  const headless::ByProgram own;
   headless::PutOverSelection(id, text, undoable ? HistoryUse::Step : HistoryUse::Empty);
 }
 
@@ -341,6 +358,7 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   const int from = std::min(a, b);
   const int to = std::max(a, b);
   if (from == to && text.empty()) return;
+  const headless::ByProgram own;
   const headless::Ends before{e->anchor, e->caret};
   const int end = headless::ReplacePositions(e->text, from, to, text, HistoryUse::Step);
   e->anchor = headless::Moved(e->anchor, from, to, end);
@@ -349,8 +367,15 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   headless::TellChange(id, before);
 }
 
-bool UndoEditor(int id) { return headless::Step(id, headless::UndoStep); }
-bool RedoEditor(int id) { return headless::Step(id, headless::RedoStep); }
+bool UndoEditor(int id) {
+  const headless::ByProgram own;
+  return headless::Step(id, headless::UndoStep);
+}
+
+bool RedoEditor(int id) {
+  const headless::ByProgram own;
+  return headless::Step(id, headless::RedoStep);
+}
 
 bool CanRedoEditor(int id) {
   const EditorState* e = EditorOf(id);
@@ -474,10 +499,10 @@ bool RunEditorAction(int id, platform::EditAction action) {
   const Ordered s = SelectionOf(*e);
   switch (action) {
     case EditAction::Undo:
-      platform::UndoEditor(id);
+      Step(id, UndoStep);
       break;
     case EditAction::Redo:
-      platform::RedoEditor(id);
+      Step(id, RedoStep);
       break;
     case EditAction::SelectAll:
       MoveSelection(id, 0, TextLengthInPositions(e->text));

@@ -130,6 +130,8 @@ bool RunEditorAction(int id, platform::EditAction action);  // false: no editor
 bool TypeCharacter(int id, char16_t character);             // into an edit or an editor
 void EraseInEditor(int id, bool forward);
 void TellEditingKey(int id);  // an editor's text was changed by a key that is no character
+// Selects by the user's hand; the caret goes to `to` and comes into view.
+void PlaceCaret(int id, int from, int to);
 void MoveEditorCaret(int id, const platform::KeyEvent& key);
 void MoveEditCaret(Item& item, const platform::KeyEvent& key);
 // Steps over a CR LF as one character.

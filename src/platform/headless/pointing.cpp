@@ -91,7 +91,7 @@ void PressIn(int id, const PointerEvent& event) {
   if (!held) return;
   if (held->editor) {
     const int at = platform::PositionAt(id, event.x, event.y);
-    platform::SetEditorSelection(id, {at, at});
+    PlaceCaret(id, at, at);
   } else if (IsTextItem(*held)) {
     const int length = static_cast<int>(held->text.size());
     held->edit.anchor = held->edit.caret = std::clamp(event.x / kLetter, 0, length);

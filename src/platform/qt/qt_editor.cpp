@@ -66,6 +66,7 @@ std::uint64_t EditorRevision(int id) {
 }
 
 void SetEditorText(int id, std::u16string_view text) {
+  const ByProgram own;
   if (EditorWidget* editor = EditorOf(id)) editor->SetWhole(text);
 }
 
@@ -82,12 +83,14 @@ EditorRange EditorSelection(int id) {
 }
 
 void SetEditorSelection(int id, EditorRange range) {
+  const ByProgram own;
   if (EditorWidget* editor = EditorOf(id)) editor->Select(range.from, range.to);
 }
 
 void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
   EditorWidget* editor = EditorOf(id);
   if (editor == nullptr) return;
+  const ByProgram own;
   QTextCursor cursor = editor->textCursor();
   const int start = cursor.selectionStart();
   const int before = editor->Length() - (cursor.selectionEnd() - start);
@@ -104,6 +107,7 @@ void ReplaceSelection(int id, std::u16string_view text, bool undoable) {
 void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
   EditorWidget* editor = EditorOf(id);
   if (editor == nullptr) return;
+  const ByProgram own;
   const int length = editor->Length();
   QTextCursor cursor(editor->document());
   cursor.setPosition(std::clamp(range.from, 0, length));
@@ -127,6 +131,7 @@ void ReplaceRange(int id, EditorRange range, std::u16string_view text) {
 bool UndoEditor(int id) {
   EditorWidget* editor = EditorOf(id);
   if (editor == nullptr || editor->isReadOnly() || !CanUndoEditor(id)) return false;
+  const ByProgram own;
   editor->undo();
   return true;
 }
@@ -134,6 +139,7 @@ bool UndoEditor(int id) {
 bool RedoEditor(int id) {
   EditorWidget* editor = EditorOf(id);
   if (editor == nullptr || editor->isReadOnly() || !CanRedoEditor(id)) return false;
+  const ByProgram own;
   editor->redo();
   return true;
 }

@@ -18,6 +18,16 @@
 
 namespace platform {
 
+// While one stands the program itself moves carets, not the user.
+class ByProgram {
+ public:
+  ByProgram();
+  ~ByProgram();
+  ByProgram(const ByProgram&) = delete;
+  ByProgram& operator=(const ByProgram&) = delete;
+  static bool Stands();
+};
+
 class EditorWidget : public PlacedWidget<QPlainTextEdit> {
  public:
   EditorWidget(const EditorSpec& spec, QWidget* parent);

@@ -22,6 +22,8 @@ namespace platform {
 
 namespace {
 
+int programMoves = 0;  // how many ByProgram stand
+
 // Every line is as high as the gutter's pitch, also one with characters of another face. A line
 // never wraps.
 //
@@ -117,6 +119,10 @@ const QTextCharFormat& FormatFor(Colour colour, bool bold) {
 }
 
 }  // namespace
+
+ByProgram::ByProgram() { ++programMoves; }
+ByProgram::~ByProgram() { --programMoves; }
+bool ByProgram::Stands() { return programMoves > 0; }
 
 EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
     : PlacedWidget<QPlainTextEdit>(spec.id, true, parent) {
@@ -261,7 +267,8 @@ void EditorWidget::SetWhole(std::u16string_view text) {
   lastAnchor_ = lastCaret_ = 0;
   const QPointer<QWidget> self(this);
   SendCommand(Id(), kNotifyEditChange);
-  if (!self.isNull() && Listener().selection != nullptr) Listener().selection(Id());
+  if (!self.isNull() && Listener().selection != nullptr)
+    Listener().selection(Id(), !ByProgram::Stands());
 }
 
 void EditorWidget::Select(int anchor, int caret) {
@@ -302,7 +309,7 @@ void EditorWidget::TellSelection() {
   if (cursor.anchor() == lastAnchor_ && cursor.position() == lastCaret_) return;
   lastAnchor_ = cursor.anchor();
   lastCaret_ = cursor.position();
-  if (Listener().selection != nullptr) Listener().selection(Id());
+  if (Listener().selection != nullptr) Listener().selection(Id(), !ByProgram::Stands());
 }
 
 void EditorWidget::TellTyped(const QString& characters) {

@@ -13,9 +13,9 @@
 #include "cad/model/tool_state.h"
 #include "cad/panel/drawing_tabs.h"
 #include "documents/companions.h"
-#include "documents/saving.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/saving.h"
 #include "unit/cad/cad_stage.h"
 
 namespace morva {

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "library/code_index.h"
-#include "text/codetext.h"
 #include "support/program_maker.h"
 #include "support/reference_words.h"
 #include "support/stage.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {

@@ -42,6 +42,15 @@ bool StoreAnyPlate(morva::FeatureSettings& record) {
   return true;
 }
 
+// The panel beside it tells the state of the program that is shown.
+TEST_F(Autosave, NamesAProgramThatIsNotShown) {
+  TypeProgram(u"G0 X1");
+  headless::SetFlushTime(50);
+  morva::SwitchTab(morva::OpenTab(u"", u"", u"B.NC"));
+  headless::Advance(1000);
+  EXPECT_EQ(Status(), u"Untitled-1.NC: Project autosaved.");
+}
+
 TEST_F(Autosave, GivesAnUnsavedProgramAHomeUnderProjects) {
   headless::Advance(1000);
   TypeProgram(u"G0 X1");

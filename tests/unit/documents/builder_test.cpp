@@ -10,6 +10,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
+#include "documents/tab_table.h"
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/listing.h"
@@ -49,6 +50,15 @@ TEST_F(MadeUpBuilder, WritesABlockAndTellsAboutIt) {
   EXPECT_NE(Text().find(u"G01 X-3.000 F10.0\r\n(HOLES 2)\r\n"), std::u16string::npos);
   EXPECT_TRUE(OutputHas(u"Groove inserted."));
   EXPECT_TRUE(app.editorDirty);
+}
+
+TEST_F(MadeUpBuilder, CountsAnInsertAsOneChange) {
+  headless::Advance(2000);
+  AutoTagBlocks();
+  const std::uint32_t before = ActiveTab()->save.changes;
+  headless::Click(kInsert);
+  EXPECT_TRUE(ActiveTab()->dirty);
+  EXPECT_EQ(ActiveTab()->save.changes, before + 1);
 }
 
 TEST_F(MadeUpBuilder, RefusesAndChangesNothing) {

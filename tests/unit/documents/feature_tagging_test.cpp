@@ -476,5 +476,18 @@ TEST_F(FeatureList, TellsHowToBeginAndWhenItIsFull) {
   EXPECT_EQ(platform::RowCount(kIdFeatureList), 128);
 }
 
+TEST_F(FeatureList, SaysNothingOfAProgramThatIsNoLongerShown) {
+  std::u16string full;
+  for (int i = 1; i <= 128; ++i) full += UserBlock(i, u"G1") + u"\r\n";
+  for (const std::u16string& before : {std::u16string(), full}) {
+    Load(before);
+    RefreshFeatureList();
+    ASSERT_NE(Hint(), u"All program features appear here.");
+    Load(UserBlock(1, u"G0"));
+    RefreshFeatureList();
+    EXPECT_EQ(Hint(), u"All program features appear here.");
+  }
+}
+
 }  // namespace
 }  // namespace morva

@@ -214,8 +214,7 @@ TEST_F(InsertBlock, WritesABlockBehindTheCaretsLine) {
   Caret(1);
   EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
   EXPECT_EQ(Text(), u"%\r\n" + GeneratedBlock(1, kKindShape) + u"\r\n");
-  EXPECT_TRUE(app.editorDirty);
-  EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_FALSE(tabs[0].dirty);  // who asked for it tells the change
   EXPECT_EQ(Hint(), u"Feature added. Select it, then Edit Settings.");
   EXPECT_EQ(RowTexts(), std::vector<std::u16string>({u"#1  Shape"}));
   EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 0);
@@ -448,7 +447,6 @@ TEST_F(InsertBlock, UpdatesInPlaceAndKeepsIdAndName) {
   EXPECT_EQ(editLink.original, u"");
   EXPECT_EQ(keysRefreshed, 1);
   EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
-  EXPECT_TRUE(tabs[0].dirty);
   EXPECT_TRUE(platform::UndoEditor(kIdEditor));
   EXPECT_EQ(Text(), before + old + behind);
 }

@@ -260,7 +260,6 @@ TEST_F(DestinationTest, GoesIntoAnotherProgramWhichComesUp) {
   EXPECT_EQ(app.activeTab, 1);
   EXPECT_EQ(Ids(), (std::vector<int>{1, 4, 2, 3}));
   EXPECT_EQ(tabs[0].text, kThree);
-  EXPECT_TRUE(tabs[1].dirty);
 }
 
 TEST_F(DestinationTest, TagsForeignTextOfTheDestinationFirst) {

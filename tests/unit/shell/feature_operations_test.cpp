@@ -4,7 +4,9 @@
 
 #include <vector>
 
+#include "app/hooks.h"
 #include "app/outlets.h"
+#include "app/router.h"
 #include "app/stop.h"
 #include "codetools/words_view.h"
 #include "documents/block_text.h"
@@ -12,6 +14,7 @@
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
+#include "platform/timer.h"
 #include "platform/window.h"
 #include "shell/inline_rename.h"
 #include "simulator/line_highlight.h"
@@ -149,6 +152,41 @@ TEST_F(FeatureOps, DeletesAfterAQuestionAndUndoBringsTheBlockBack) {
   EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
   headless::EditorUndo(kIdEditor);
   EXPECT_EQ(Text(), kTwo);
+}
+
+int textChanges = 0;
+int pathBuilds = 0;
+
+// Each operation, and its undo, is one change of the program.
+TEST_F(FeatureOps, TellEachChangeOnce) {
+  Load(kTwo);
+  hooks.textChanged = [] { ++textChanges; };
+  hooks.rebuildToolpath = [] { ++pathBuilds; };
+  const auto once = [](int builds, auto act) {
+    textChanges = pathBuilds = 0;
+    const std::uint32_t before = ActiveTab()->save.changes;
+    act();
+    EXPECT_EQ(textChanges, 1);
+    EXPECT_EQ(pathBuilds, builds);
+    EXPECT_EQ(ActiveTab()->save.changes, before + 1);
+    EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, kTimerAutosave));
+    EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, kTimerText));
+    headless::Advance(3000);
+  };
+  const auto undo = [] { RouteCommand(kIdFeatureUndo, platform::kNotifyClick); };
+  Select(0);
+  once(1, [] {
+    headless::QueueAnswer(platform::BoxAnswer::Yes);
+    headless::Click(kIdFeatureDelete);
+  });
+  once(1, undo);
+  ASSERT_EQ(Text(), kTwo);
+  Select(0);
+  once(1, [] { headless::Click(kIdFeatureInclude); });
+  once(1, undo);
+  Select(0);
+  once(0, [] { EXPECT_EQ(RenameFeature(u"Other"), RenameAnswer::Done); });
+  once(0, [] { headless::Click(kIdFeatureNew); });
 }
 
 TEST_F(FeatureOps, DeletesNothingFromAProgramThatCameUpBehindTheQuestion) {

@@ -378,5 +378,42 @@ TEST_F(HoverHelp, TellsOfTheTokenUnderThePointerOnce) {
   EXPECT_EQ(Status().substr(0, 24), u"Feed-limited linear move");
 }
 
+TEST_F(HoverHelp, GivesBackWhatWasToldWhenThePointerGoesOn) {
+  headless::EditorSetAll(kIdEditor, u"(MORVA TEXT 1)\r\nM05 QQ X1\r\n(MORVA END 1)");
+  headless::Advance(2000);
+  ShowStatus(u"Told.");
+  const int line = platform::EditorLineStart(kIdEditor, 1);
+  const std::u16string log = Output();
+  Hover(kIdEditor, line + 1);
+  EXPECT_EQ(Status(), u"Spindle stop.");
+  EXPECT_FALSE(platform::IsVisible(kIdOutputHelp));
+  headless::Advance(600);
+  EXPECT_EQ(Status(), u"Spindle stop.");
+  Hover(kIdEditor, line + 5);  // no code at all
+  EXPECT_EQ(Status(), u"Told.");
+  Hover(kIdEditor, line + 1);
+  EXPECT_EQ(Status(), u"Spindle stop.");
+  headless::MovePointerOver(0);
+  headless::Advance(150);
+  EXPECT_EQ(Status(), u"Told.");
+  EXPECT_EQ(Output(), log);
+}
+
+TEST_F(HoverHelp, TheCaretGivesHelpOnlyUnderTheUsersHand) {
+  headless::EditorSetAll(kIdEditor, u"G0 X1\r\nM05 M09\r\n");
+  ShowStatus(u"Told.");
+  headless::Advance(2000);  // the tagger puts markers around the caret
+  ASSERT_NE(Text().find(u"(MORVA TEXT"), std::u16string::npos);
+  EXPECT_EQ(Status(), u"Project autosaved.");
+  ShowStatus(u"Told.");
+  std::u16string text = Text();
+  std::erase(text, u'\r');
+  const int line = static_cast<int>(text.find(u"M05"));
+  platform::SetEditorSelection(kIdEditor, {line + 1, line + 1});
+  EXPECT_EQ(Status(), u"Told.");
+  headless::EditorSelect(kIdEditor, line + 2, line + 2);
+  EXPECT_EQ(Status(), u"Spindle stop.");
+}
+
 }  // namespace
 }  // namespace morva

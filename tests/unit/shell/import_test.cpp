@@ -596,5 +596,32 @@ TEST_F(Import, BlocksWithStrayEndsOfSuccessiveIdsCloseWhereTheyShould) {
   EXPECT_EQ(platform::RowCount(kIdFeatureList), 3);
 }
 
+constexpr char16_t kClosed[] = u"Import closed: another program comes up. No code was inserted.";
+
+TEST_F(Import, ClosesWithWordsWhenAnotherProgramComesUp) {
+  for (const int key : {kIdTabFirst, kIdNew, kIdOpen, kIdClose}) {
+    Restart();
+    WriteFile("O1.NC", "G0 X1\r\n");
+    TwoPrograms(kTarget, kTarget);
+    OpenImportPanel();
+    ASSERT_TRUE(IsImportOpen());
+    headless::QueueFile(Path("O1.NC"));
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    headless::Click(key);
+    EXPECT_FALSE(IsImportOpen()) << key;
+    EXPECT_FALSE(platform::IsVisible(kOperations)) << key;
+    EXPECT_EQ(platform::TextOf(kIdStatusLine), kClosed) << key;
+    EXPECT_TRUE(OutputHas(kClosed)) << key;
+    EXPECT_EQ(platform::FocusedId(), kIdEditor) << key;
+  }
+}
+
+TEST_F(Import, StaysWhereNoOtherProgramComesUp) {
+  TwoPrograms(kTarget, kTarget);
+  OpenImportPanel();
+  SwitchTab(app.activeTab);
+  EXPECT_TRUE(IsImportOpen());
+}
+
 }  // namespace
 }  // namespace morva

@@ -433,6 +433,33 @@ TEST_F(Keys, AltCAndAltVCopyAndPasteInTheEditorAndAltZUndoes) {
   EXPECT_EQ(Text(), u"G0 X1");
 }
 
+TEST_F(Keys, GoToTheShownEditorWithEveryProgramThatComesUp) {
+  WriteFile("O1.NC", "G0 X1\r\n");
+  for (const bool words : {false, true}) {
+    if (words) headless::Click(kIdCommandWords);
+    const int editor = words ? kIdWordsEditor : kIdEditor;
+    const auto comes = [editor](int key) {
+      headless::Focus(kIdFeatureList);
+      headless::Focus(key);
+      headless::Click(key);
+      EXPECT_EQ(platform::FocusedId(), editor) << key;
+    };
+    comes(kIdNew);
+    comes(kIdTabFirst);
+    comes(kIdTabFirst);  // the one that is shown
+    comes(kIdTabNew);
+    headless::QueueFile(Path("O1.NC"));
+    comes(kIdOpen);
+    headless::Click(kIdTabFirst);
+    headless::QueueFile(Path("O1.NC"));
+    comes(kIdOpen);  // which is open
+    comes(kIdClose);
+    headless::PressKey({platform::kKeyF1 + 4});
+    EXPECT_TRUE(OutputHas(u"Validation complete")) << words;
+    ClearOutput();
+  }
+}
+
 TEST_F(Keys, TheEditContextMenuHoldsItsFiveItems) {
   headless::QueuePick(kIdEditSelectAll);
   EXPECT_TRUE(headless::ContextMenu(kIdEditor, -1));
