@@ -394,8 +394,9 @@ inline constexpr int kIdCadOperationsHead = 3579;
 inline constexpr int kIdDestinationProgram = 3600;
 inline constexpr int kIdDestinationPosition = 3601;
 inline constexpr int kIdDestinationHelp = 3602;
-inline constexpr int kIdDestinationFirst = 3603;  // the picker's captions, 3603 to 3609
-inline constexpr int kIdDestinationLast = 3609;
+inline constexpr int kIdDestinationList = 3603;    // operations of the chosen program
+inline constexpr int kIdDestinationAround = 3604;  // what lies around the place
+inline constexpr int kIdDestinationSplit = 3605;   // check box
 
 // Labels of forms take the ids from here on, one for each row.
 inline constexpr int kIdFormLabelFirst = 30000;

@@ -53,7 +53,8 @@ inline constexpr platform::Colour kPictureFeature = 0x48D3B8;
 inline constexpr platform::Colour kPictureBlind = 0x5B9BE6;
 inline constexpr platform::Colour kPictureDimension = 0xB4C6D8;
 inline constexpr platform::Colour kPictureSelected = 0xF1BE4C;
-inline constexpr platform::Colour kPaperInk = 0x000000;  // all lines on paper
+inline constexpr platform::Colour kWarningText = kPictureSelected;  // of a place that harms
+inline constexpr platform::Colour kPaperInk = 0x000000;             // all lines on paper
 
 // The toolpath view.
 inline constexpr platform::Colour kPathGround = kWindowBackground;

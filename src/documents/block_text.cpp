@@ -72,6 +72,16 @@ bool FindIncludeSpan(std::u16string_view text, const FeatureRecord& row, std::in
   return true;
 }
 
+bool UserCodeSpan(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
+                  std::int32_t& to) {
+  const std::size_t code = CodeStart(text, row);
+  const std::size_t end = text.rfind(u'(', static_cast<std::size_t>(row.end) - 1);
+  if (end == kNone || code == kNone || code > end) return false;
+  from = static_cast<std::int32_t>(code);
+  to = static_cast<std::int32_t>(end);
+  return true;
+}
+
 std::u16string DisabledLine(std::int32_t number) {
   return std::u16string(kDisabledMark) + IntegerText(number) + u")\r\n";
 }

@@ -27,6 +27,10 @@ bool DisabledNumber(std::u16string_view text, const FeatureRecord& row, std::int
 // False: the block has no such span.
 bool FindIncludeSpan(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                      std::int32_t& to);
+// The code of a marked user block: behind its NAME line, and up to its END marker. False: they
+// stand the wrong way round.
+bool UserCodeSpan(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
+                  std::int32_t& to);
 // The line that stands for stored code, CR LF behind it.
 std::u16string DisabledLine(std::int32_t number);
 // Whether a block's code is in the program. OffHasCode: it is taken out, and the block holds more

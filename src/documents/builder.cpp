@@ -65,6 +65,7 @@ bool IsWhole(const Builder& builder, const CodeWriter& out) {
 
 bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
   if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code, builder.asksWhere);
+  if (!MayInsertBehindCaretLine()) return false;
   InsertTextAtCaret(code, true);
   return true;
 }

@@ -11,8 +11,10 @@
 #include "app/panels.h"
 #include "app/wells.h"
 #include "documents/feature_blocks.h"
+#include "documents/program_places.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
+#include "documents/user_code_split.h"
 #include "forms/form.h"
 #include "platform/control.h"
 #include "platform/dialog.h"
@@ -28,23 +30,31 @@ namespace {
 using platform::FontRole;
 using platform::Rect;
 
-constexpr Rect kPlace{100, 120, 100 + 540, 120 + 340};
+constexpr Rect kPlace{100, 120, 100 + 540, 120 + 520};
+
+// Pages: without and with the check box, which only user code around the caret has.
+enum PickerPage : int { kPlain, kWithSplit };
 
 // clang-format off
 constexpr FormRow kRows[] = {
     {.kind = RowKind::Choice, .id = kIdDestinationProgram, .label = u"Destination project"},
     {.kind = RowKind::Count, .id = kIdDestinationPosition, .label = u"Operation number",
      .filled = true, .limit = 0, .width = 140},
+    {.kind = RowKind::List, .id = kIdDestinationList, .name = u"Operations of the project",
+     .least = 96},
+    {.kind = RowKind::Note, .id = kIdDestinationAround, .height = 40},
+    {.kind = RowKind::Checks, .pages = PageBit(kWithSplit), .keys = {kIdDestinationSplit}},
     {.kind = RowKind::Log, .id = kIdDestinationHelp, .name = u"Where the code goes",
-     .height = 128, .above = 3},
+     .height = 104},
     {.kind = RowKind::Keys, .keys = {kIdDestinationInsert, kIdDestinationCancel},
      .shares = {190, 120}, .above = 1},
 };
 // clang-format on
 constexpr FormLook kLook{.edge = 20,
                          .top = 14,
-                         .gap = 14,
+                         .gap = 10,
                          .keyGap = 10,
+                         .tightGap = 10,
                          .inset = 1,
                          .fieldHeight = 28,
                          .keyHeight = 32,
@@ -63,41 +73,26 @@ constexpr Form kPickerForm{
 constexpr int kAccepted = 1;
 // Row data of "+ New project"; no program has this serial.
 constexpr std::uint64_t kNewProject = 0;
-constexpr int kNewProjectPositions = 2;  // before and behind the new program's template
+constexpr char16_t kNewTitle[] = u"New project.NC";
 
 struct Picker {
   std::uint64_t source = 0;       // the program that the insert started from
   std::uint64_t destination = 0;  // the chosen one
   int insertPosition = 0;         // operation number, from 1
   int lastPosition = 0;
-  bool update = false;  // a block of this kind is under edit in the source
-  int ownPosition = 0;  // that block's number
+  bool update = false;       // a block of this kind is under edit in the source
+  int ownPosition = 0;       // that block's number
+  bool split = false;        // the user code around the caret is to be parted
+  bool offersSplit = false;  // there is such code
+  int splitLine = 0;         // editor line that its second half begins with
+  int splitPosition = 0;     // the number that the new operation gets by it
+  PlaceAround splitAround;
+  std::uint64_t heldSerial =
+      0;  // of the program whose text is held: one in the store, or a new one
+  bool holds = false;
+  std::u16string held;  // with its markers
 };
 Picker picker;
-
-int BlocksIn(std::u16string_view text) {
-  ScanProgramText(text);
-  return features.count;
-}
-
-// Blocks of a program, whether it is on the stage or in the store. The table describes the
-// program on the stage again afterwards.
-int BlockCount(std::uint64_t serial) {
-  const int index = IndexOfSerial(serial);
-  const int stored = index >= 0 && index != app.activeTab ? BlocksIn(tabs[index].text) : 0;
-  const int staged = BlocksIn(platform::EditorText(kIdEditor));
-  return index >= 0 && index == app.activeTab ? staged : stored;
-}
-
-// 1 plus the blocks that end before the caret.
-int PositionByCaret() {
-  const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
-  const std::int32_t caret = TextIndexOf(text, CaretPosition());
-  int position = 1;
-  for (int i = 0; i < features.count; ++i) position += features.rows[i].end <= caret ? 1 : 0;
-  return position;
-}
 
 std::uint64_t ChosenProgram() {
   const int row = platform::SelectedRow(kIdDestinationProgram);
@@ -106,31 +101,139 @@ std::uint64_t ChosenProgram() {
 
 int TypedPosition() { return ParseInteger(platform::TextOf(kIdDestinationPosition), 0); }
 
-void RefreshDestinationInfo(bool fromList) {
-  const std::uint64_t chosen = ChosenProgram();
-  const bool update = picker.update && chosen == picker.source;
-  picker.lastPosition = chosen == kNewProject ? kNewProjectPositions : BlockCount(chosen) + 1;
-  if (fromList) {
-    platform::SetText(kIdDestinationPosition,
-                      IntegerText(update ? picker.ownPosition : picker.lastPosition));
-    platform::SetEnabled(kIdDestinationPosition, !update);
+bool IsStaged(std::uint64_t serial) { return serial != kNewProject && serial == ActiveSerial(); }
+
+// The text of a program as it will be on the stage; the table describes it. Until the next call.
+std::u16string_view ScannedText(std::uint64_t serial) {
+  if (IsStaged(serial)) {
+    const std::u16string_view text = platform::EditorText(kIdEditor);
+    ScanProgramText(text);
+    return text;
   }
+  if (!picker.holds || picker.heldSerial != serial) {
+    const int index = IndexOfSerial(serial);
+    picker.held = serial == kNewProject ? TemplateText(kNewTitle)
+                  : index >= 0          ? tabs[index].text
+                                        : std::u16string();
+    picker.held = TaggedText(picker.held);
+    picker.heldSerial = serial;
+    picker.holds = true;
+  }
+  ScanProgramText(picker.held);
+  return picker.held;
+}
+
+// The table describes the program on the stage again.
+void ScanStage() { ScanProgramText(platform::EditorText(kIdEditor)); }
+
+// 1 plus the blocks that end before the caret. The table describes the text.
+int PositionByCaret(std::u16string_view text) {
+  const std::int32_t caret = TextIndexOf(text, CaretPosition());
+  int position = 1;
+  for (int i = 0; i < features.count; ++i) position += features.rows[i].end <= caret ? 1 : 0;
+  return position;
+}
+
+void FindSplitOfSource(std::u16string_view text) {
+  const SplitPlace split = FindSplit(text, CodeCaret(text));
+  picker.offersSplit = split.row >= 0 && !picker.update && features.count + 2 <= kMaxFeatures;
+  if (!picker.offersSplit) return;
+  picker.splitLine = platform::EditorLineOf(kIdEditor, MapTextOffset(text, split.at));
+  picker.splitPosition = split.row + (split.before ? 2 : 1);
+  picker.splitAround = LookAround(text, SplitIndex(split));
+}
+
+// Where a block of this number begins; the table describes the text.
+std::int32_t IndexOfPosition(std::u16string_view text, int position) {
+  if (position <= features.count) return features.rows[position - 1].start;
+  if (features.count > 0) return features.rows[features.count - 1].end;
+  return static_cast<std::int32_t>(text.size());
+}
+
+PlaceAround AroundPosition(std::u16string_view text, int position) {
+  if (position < 1 || position > picker.lastPosition) return {};
+  return LookAround(text, IndexOfPosition(text, position));
+}
+
+std::u16string RowWords(int row) {
+  std::u16string words = u"#" + IntegerText(row + 1) + u"  ";
+  if (row == features.count) return words + u"(behind the last operation)";
+  const FeatureRecord& record = features.rows[row];
+  return words + (record.name[0] ? record.name : KindWords(record.settings.kind));
+}
+
+void FillOperations() {
+  platform::HoldListRedraw(kIdDestinationList, true);
+  platform::ClearRows(kIdDestinationList);
+  for (int i = 0; i <= features.count; ++i) platform::AddRow(kIdDestinationList, RowWords(i), i);
+  platform::HoldListRedraw(kIdDestinationList, false);
+}
+
+std::u16string HelpWords(bool update, int position) {
   std::u16string help = update ? u"Update code in \u201C" : u"Add code to \u201C";
+  const std::uint64_t chosen = ChosenProgram();
   const int row = platform::SelectedRow(kIdDestinationProgram);
   help += chosen == kNewProject ? u"New project" : platform::RowText(kIdDestinationProgram, row);
-  help += u"\u201D at operation " + IntegerText(TypedPosition());
+  help += u"\u201D at operation " + IntegerText(position);
   help += u"\r\nAvailable positions: 1\u2013" + IntegerText(picker.lastPosition);
   help += u". Later operations move down.";
   if (chosen != picker.source) {
     help += u"\r\nThe source drawing remains in its original project.";
   }
-  platform::SetText(kIdDestinationHelp, help);
+  return help;
+}
+
+// What the user did last; it rules over what stood there.
+enum class By { Program, Number, Row, Box };
+
+// The box is ticked by itself where code at the number would not be run as it is meant to, and code
+// at the caret would.
+void ShowSplit(By by, bool offers, const PlaceAround& around) {
+  platform::SetEnabled(kIdDestinationSplit, offers);
+  if (by != By::Box || !offers) {
+    platform::SetChecked(kIdDestinationSplit,
+                         offers && !IsRun(around) && IsRun(picker.splitAround));
+  }
+  picker.split = offers && platform::IsChecked(kIdDestinationSplit);
+}
+
+void ShowPlace(By by, bool update, int position, const PlaceAround& around) {
+  ShowSplit(by, picker.offersSplit && ChosenProgram() == picker.source, around);
+  const bool known = position >= 1 && position <= picker.lastPosition;
+  platform::SelectRow(kIdDestinationList, known ? position - 1 : -1);
+  PlaceAround shown = picker.split ? picker.splitAround : around;
+  if (update && IsRun(shown)) shown.words = u"In the place of operation " + IntegerText(position);
+  platform::SetText(kIdDestinationAround, shown.words);
+  const platform::Colour colour = IsRun(shown) ? kMainText : kWarningText;
+  platform::SetColours(kIdDestinationAround, {colour, kPanelBackground, true});
+  platform::SetText(kIdDestinationHelp,
+                    HelpWords(update, picker.split ? picker.splitPosition : position));
+}
+
+void Refresh(By by) {
+  const std::uint64_t chosen = ChosenProgram();
+  const bool update = picker.update && chosen == picker.source;
+  const std::u16string_view text = ScannedText(chosen);
+  picker.lastPosition = features.count + 1;
+  if (by == By::Program) {
+    FillOperations();
+    platform::SetText(kIdDestinationPosition,
+                      IntegerText(update ? picker.ownPosition : picker.lastPosition));
+    platform::SetEnabled(kIdDestinationPosition, !update);
+    platform::SetEnabled(kIdDestinationList, !update);
+  } else if (by == By::Row) {
+    const int row = platform::SelectedRow(kIdDestinationList);
+    platform::SetText(kIdDestinationPosition, IntegerText(row + 1));
+  }
+  const int position = TypedPosition();
+  ShowPlace(by, update, position, AroundPosition(text, position));
+  if (!IsStaged(chosen)) ScanStage();
 }
 
 void Accept() {
-  RefreshDestinationInfo(false);
+  Refresh(By::Box);
   const int position = TypedPosition();
-  if (position < 1 || position > picker.lastPosition) {
+  if (!picker.split && (position < 1 || position > picker.lastPosition)) {
     platform::ShowBox(u"Insert code", u"Choose an operation position within the displayed range.",
                       platform::BoxButtons::Ok, platform::BoxIcon::None);
     platform::SetFocusTo(kIdDestinationPosition);
@@ -142,10 +245,16 @@ void Accept() {
   platform::EndDialog(kViewDestination, kAccepted);
 }
 
-void Changed(int id) { RefreshDestinationInfo(id == kIdDestinationProgram); }
+void Changed(int id) {
+  if (id == kIdDestinationProgram) Refresh(By::Program);
+  if (id == kIdDestinationPosition) Refresh(By::Number);
+  if (id == kIdDestinationList) Refresh(By::Row);
+}
 
 void OnPickerCommand(int id, int notification) {
   FormNotified(id, notification);
+  if (id == kIdDestinationList && notification == platform::kNotifyListDouble) Accept();
+  if (id == kIdDestinationSplit && notification == platform::kNotifyClick) Refresh(By::Box);
   if (id == kIdDestinationInsert && notification == platform::kNotifyClick) {
     Accept();
   } else if (id == kIdDestinationCancel && notification == platform::kNotifyClick) {
@@ -172,7 +281,8 @@ bool MakePicker() {
   dialog.cancelButton = kIdDestinationCancel;
   dialog.command = OnPickerCommand;
   if (!platform::MakeDialog(dialog)) return false;
-  PlaceForm(kPickerForm, {0, 0, RectWidth(kPlace), RectHeight(kPlace)});
+  PlaceForm(kPickerForm, {0, 0, RectWidth(kPlace), RectHeight(kPlace) - kLook.top},
+            picker.offersSplit ? kWithSplit : kPlain);
   return true;
 }
 
@@ -186,42 +296,41 @@ void FillPicker() {
                      static_cast<std::int64_t>(kNewProject));
   }
   platform::SelectRow(kIdDestinationProgram, app.activeTab);
+  platform::SetText(kIdDestinationSplit,
+                    u"Split the user code at line " + IntegerText(picker.splitLine + 1));
+  Refresh(By::Program);
   platform::SetText(kIdDestinationPosition, IntegerText(picker.ownPosition));
-  platform::SetEnabled(kIdDestinationPosition, !picker.update);
-  RefreshDestinationInfo(false);
-  platform::SetFocusTo(kIdDestinationProgram);
+  Refresh(By::Number);
+  platform::SetFocusTo(picker.update ? kIdDestinationProgram : kIdDestinationPosition);
+  if (!picker.update) platform::SelectAllText(kIdDestinationPosition);
 }
 
 // The chosen program on the stage. False: it could not be opened, or is gone.
 bool BringUpDestination() {
   if (picker.destination != kNewProject) return ReturnToTab(picker.destination);
-  const int index = OpenTab(u"", u"", u"New project.NC");
+  const int index = OpenTab(u"", u"", kNewTitle);
   if (index < 0) return false;
   SwitchTab(index);
   return true;
 }
 
-// The caret at the start of the line where the chosen block begins; behind the last block, or
-// the text, for the position after them.
+// The caret at the start of the line where the chosen block begins, or where the user code is to be
+// parted; behind the last block, or the text, for the position after them.
 Destination PlaceCaret() {
   const std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);
   const bool before = picker.insertPosition <= features.count;
-  auto at = static_cast<std::int32_t>(text.size());
-  if (before) {
-    at = features.rows[picker.insertPosition - 1].start;
-  } else if (features.count > 0) {
-    at = features.rows[features.count - 1].end;
-  }
-  int position = MapTextOffset(text, at);
-  const int line = platform::EditorLineOf(kIdEditor, position);
-  if (before) position = platform::EditorLineStart(kIdEditor, line);
+  int position =
+      MapTextOffset(text, picker.split ? 0 : IndexOfPosition(text, picker.insertPosition));
+  const int line = picker.split ? picker.splitLine : platform::EditorLineOf(kIdEditor, position);
+  if (before || picker.split) position = platform::EditorLineStart(kIdEditor, line);
   platform::SetEditorSelection(kIdEditor, {position, position});
   if (app.commandWordsActive && platform::Exists(kIdWordsEditor)) {
     Call(hooks.wordsFromEditor);
     const int start = platform::EditorLineStart(kIdWordsEditor, line);
     platform::SetEditorSelection(kIdWordsEditor, {start, start});
   }
+  if (picker.split) return Destination::Split;
   return before ? Destination::Placed : Destination::Caret;
 }
 
@@ -232,10 +341,12 @@ Destination RunDestinationPicker(int kind) {
   picker = Picker();
   picker.source = ActiveSerial();
   picker.update = editLink.kind == kind && editLink.tab == app.activeTab;
-  picker.ownPosition = PositionByCaret();
+  const std::u16string_view text = ScannedText(picker.source);
+  picker.ownPosition = PositionByCaret(text);
   if (picker.update && FindFeature(editLink.id) >= 0) {
     picker.ownPosition = FindFeature(editLink.id) + 1;
   }
+  FindSplitOfSource(text);
   EditLink link = editLink;
   if (!MakePicker()) return Destination::Cancelled;
   FillPicker();

@@ -77,6 +77,7 @@ constexpr Command kCommands[] = {
     // The question where code goes. The captions say all.
     {kIdDestinationInsert, u"Insert / update code"},
     {kIdDestinationCancel, u"Cancel"},
+    {kIdDestinationSplit, u"Split the user code"},  // and its line
 };
 
 }  // namespace

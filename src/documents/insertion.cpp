@@ -10,9 +10,11 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
+#include "documents/program_places.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
+#include "documents/user_code_split.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 #include "text/codetext.h"
@@ -34,6 +36,12 @@ int CaretLine() {
   return platform::EditorLineOf(id, platform::EditorSelection(id).to);
 }
 
+std::int32_t EndOfCaretLine(std::u16string_view text) {
+  const int line = CaretLine();
+  return TextIndexOf(text, platform::EditorLineStart(kIdEditor, line) +
+                               platform::EditorLineLength(kIdEditor, line));
+}
+
 std::u16string_view WithoutLineEnds(std::u16string_view text) {
   while (!text.empty() && (text.front() == u'\r' || text.front() == u'\n')) text.remove_prefix(1);
   while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n')) text.remove_suffix(1);
@@ -48,6 +56,11 @@ void PutText(platform::EditorRange range, std::u16string_view text) {
   platform::ScrollCaretIntoView(kIdEditor);
 }
 
+void TellInserted(int line) {
+  ShowStatus(u"Generated block inserted after editor line " + IntegerText(line + 1) +
+             u". The caret is ready for the next insert.");
+}
+
 void PutBehindLine(int line, std::u16string_view text) {
   const std::u16string_view core = WithoutLineEnds(text);
   if (core.empty()) return;
@@ -58,8 +71,7 @@ void PutBehindLine(int line, std::u16string_view text) {
   block += core;
   if (end >= platform::EditorLength(kIdEditor)) block += u"\r\n";
   PutText({end, end}, block);
-  ShowStatus(u"Generated block inserted after editor line " + IntegerText(line + 1) +
-             u". The caret is ready for the next insert.");
+  TellInserted(line);
 }
 
 // The first row that starts on the line of `index`, -1 for none.
@@ -87,6 +99,16 @@ void PutBeforeRow(std::u16string_view text, int row, const std::u16string& block
   PutText({position, position}, (IsLineEnd(before) ? u"" : u"\r\n") + block + u"\r\n");
 }
 
+void PutBehindRow(std::u16string_view text, int row, const std::u16string& block) {
+  const std::int32_t end = features.rows[row].end;
+  if (row + 1 < features.count && features.rows[row + 1].start == end) {
+    PutBeforeRow(text, row + 1, block);
+    return;
+  }
+  const int line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, end));
+  PutBehindLine(line, u"\r\n" + block);
+}
+
 void PutNewBlock(std::u16string_view text, const std::u16string& block, bool placed) {
   const std::int32_t caret = TextIndexOf(text, CaretPosition());
   const int onLine = placed ? RowOnLine(text, caret) : -1;
@@ -95,17 +117,29 @@ void PutNewBlock(std::u16string_view text, const std::u16string& block, bool pla
     return;
   }
   const int around = placed ? -1 : FeatureAround(caret);
-  if (around < 0) {
+  if (around >= 0) {
+    PutBehindRow(text, around, block);
+  } else {
     PutBehindLine(CaretLine(), u"\r\n" + block);
-    return;
   }
-  const std::int32_t end = features.rows[around].end;
-  if (around + 1 < features.count && features.rows[around + 1].start == end) {
-    PutBeforeRow(text, around + 1, block);
-    return;
-  }
-  const int line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, end));
-  PutBehindLine(line, u"\r\n" + block);
+}
+
+// Between two halves of the user code around the caret, or beside it where one half is empty.
+void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u16string& block,
+                std::int32_t id) {
+  if (!place.before) return PutBeforeRow(text, place.row, block);
+  if (!place.behind) return PutBehindRow(text, place.row, block);
+  OffsetMap map{text};
+  platform::EditorRange range;
+  range.from = AdvanceOffset(map, place.at);
+  range.to = AdvanceOffset(map, features.rows[place.row].end);
+  const int line = platform::EditorLineOf(kIdEditor, range.from);
+  PutText(range, SplitText(text, place, block, id));
+  // The END line of the first half stands before the block.
+  const auto units = static_cast<std::int32_t>(block.size());
+  const int behind = platform::EditorLineStart(kIdEditor, line + 1) + MapTextOffset(block, units);
+  platform::SetEditorSelection(kIdEditor, {behind, behind});
+  TellInserted(line);
 }
 
 // The row that the link names, -1 after the user was told why it cannot be updated.
@@ -161,17 +195,76 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   return id;
 }
 
-// Behind the block that holds the caret, or where the picker placed it. 0 when full.
+// Behind the block that holds the caret, or where the user wants it. 0 when full.
 std::int32_t AddBlock(std::u16string_view text, const FeatureSettings& record,
-                      std::u16string_view code, bool placed) {
-  if (features.count >= kMaxFeatures) {
+                      std::u16string_view code, Destination destination) {
+  SplitPlace split;
+  if (destination == Destination::Split) split = FindSplit(text, CodeCaret(text));
+  const bool parts = split.row >= 0 && split.before && split.behind;
+  if (features.count + (parts ? 1 : 0) >= kMaxFeatures) {
     Refuse(u"Shape limit", u"This program already has 128 editable blocks. Use another document.",
            platform::BoxIcon::Warning);
     return 0;
   }
   const std::int32_t id = NextTableId();
-  PutNewBlock(text, SettingsBlockText(id, {}, record, code), placed);
+  const std::u16string block = SettingsBlockText(id, {}, record, code);
+  if (split.row >= 0) {
+    PutAtSplit(text, split, block, id);
+  } else {
+    PutNewBlock(text, block, destination == Destination::Placed);
+  }
   return id;
+}
+
+constexpr char16_t kInsertTitle[] = u"Insert code";
+
+std::u16string NeverRun(const PlaceAround& place) {
+  return u"The code would stand behind " + place.end + u", where it is never run.\r\n\r\n";
+}
+
+bool WantsItNeverRun(const PlaceAround& place) {
+  return platform::ShowBox(kInsertTitle, NeverRun(place) + u"Insert it there all the same?",
+                           platform::BoxButtons::NoYes,
+                           platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+}
+
+// Where a block goes that nobody asked a place for: behind the block that holds the caret. Where
+// that is never run the user says what else.
+Destination AskBehindEnd() {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const CaretPlace caret = CodeCaret(text);
+  const int around = FeatureAround(caret.caret);
+  const PlaceAround place =
+      LookAround(text, around < 0 ? EndOfCaretLine(text) : features.rows[around].end);
+  if (!place.behindEnd) return Destination::Caret;
+  const SplitPlace split = FindSplit(text, caret);
+  if (split.row < 0 || LookAround(text, SplitIndex(split)).behindEnd) {
+    return WantsItNeverRun(place) ? Destination::Caret : Destination::Cancelled;
+  }
+  const int line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, split.at));
+  const std::u16string words = NeverRun(place) + u"Yes: split the user code at line " +
+                               IntegerText(line + 1) +
+                               u" and insert the code at the caret.\r\nNo: insert it behind " +
+                               place.end + u".\r\nCancel: insert nothing.";
+  switch (platform::ShowBox(kInsertTitle, words, platform::BoxButtons::YesNoCancel,
+                            platform::BoxIcon::Question)) {
+    case platform::BoxAnswer::Yes:
+      return Destination::Split;
+    case platform::BoxAnswer::No:
+      return Destination::Caret;
+    default:
+      return Destination::Cancelled;
+  }
+}
+
+// Cancelled also where another program came up behind the question.
+Destination AskPlace(int kind, bool asksWhere) {
+  if (asksWhere && picker) return picker(kind);
+  if (editLink.kind == kind) return Destination::Caret;
+  const std::uint64_t serial = ActiveSerial();
+  const Destination destination = AskBehindEnd();
+  return ActiveSerial() == serial ? destination : Destination::Cancelled;
 }
 
 // The live model of a kind as a record that the scan will accept again.
@@ -213,8 +306,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
            platform::BoxIcon::Warning);
     return false;
   }
-  Destination destination = Destination::Caret;
-  if (asksWhere && picker) destination = picker(kind);
+  const Destination destination = AskPlace(kind, asksWhere);
   if (destination == Destination::Cancelled) return false;
   AutoTagBlocks();
   // The program that was picked must have the room. Every byte of the record takes two digits,
@@ -227,8 +319,8 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   const std::u16string text(platform::EditorText(kIdEditor));
   ScanProgramText(text);
   const bool update = editLink.kind != 0 && editLink.kind == kind;
-  const std::int32_t id = update ? UpdateBlock(text, record, code)
-                                 : AddBlock(text, record, code, destination == Destination::Placed);
+  const std::int32_t id =
+      update ? UpdateBlock(text, record, code) : AddBlock(text, record, code, destination);
   if (id == 0) return false;
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   DropEditLink();
@@ -253,6 +345,14 @@ void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
     PutText(platform::EditorSelection(kIdEditor), text);
   }
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+}
+
+bool MayInsertBehindCaretLine() {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  const PlaceAround place = LookAround(text, EndOfCaretLine(text));
+  if (!place.behindEnd) return true;
+  const std::uint64_t serial = ActiveSerial();
+  return WantsItNeverRun(place) && ActiveSerial() == serial;
 }
 
 void ResetInsertion() {

@@ -19,18 +19,21 @@ using SettingsWriter = bool (*)(FeatureSettings& record);
 void SetSettingsWriter(int kind, SettingsWriter writer);
 
 // Where the user wants a block. Placed: the caret stands where the block must go, so that it is
-// not moved out of a surrounding block.
-enum class Destination { Cancelled, Caret, Placed };
+// not moved out of a surrounding block. Split: the user code that holds the caret is parted there.
+enum class Destination { Cancelled, Caret, Placed, Split };
 using DestinationPicker = Destination (*)(int kind);
 void SetDestinationPicker(DestinationPicker picker);  // null: the caret is accepted
 
-// The block with this code at the caret, or in place of the block under edit; with `asksWhere`
-// where the picker says. False: nothing changed, and the user was told why.
-// The change itself is not told: that is the caller's, by ProgramChanged.
+// The block with this code behind the block that holds the caret, or in place of the block under
+// edit; with `asksWhere` where the picker says. Without the picker the user is asked where the
+// program's end lies before that place. False: nothing changed, and the user knows why.
+// The change itself is not told: that is the caller\'s, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
 // line. Undoable; empty text does nothing.
 void InsertTextAtCaret(std::u16string_view text, bool asBlock);
+// Whether a line behind the caret's is run. False: it is not, and the user does not want it there.
+bool MayInsertBehindCaretLine();
 
 // The user's caret as a position of the code editor: the start of its line while the command
 // words view is on, where the same lines have other words.

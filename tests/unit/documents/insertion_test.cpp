@@ -409,6 +409,157 @@ TEST_F(InsertBlock, AcceptsTheCaretWithoutAPicker) {
   EXPECT_EQ(Text(), first + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n%");
 }
 
+// Code at the caret.
+
+constexpr char16_t kForeignHead[] = u"O1001\r\nT1 M06";
+constexpr char16_t kForeignTail[] = u"G00 X0\r\nM30";
+
+std::u16string ForeignProgram() {
+  return u"%\r\n" + UserBlock(1, std::u16string(kForeignHead) + u"\r\n" + kForeignTail, u"Job") +
+         u"\r\n%\r\n";
+}
+std::u16string PartedProgram(const std::u16string& block) {
+  return u"%\r\n" + UserBlock(1, kForeignHead, u"Job") + u"\r\n" + block + u"\r\n" +
+         UserBlock(3, kForeignTail, u"Job") + u"\r\n%\r\n";
+}
+Destination PickSplit(int) { return Destination::Split; }
+
+TEST_F(InsertBlock, PartsTheUserCodeBeforeTheCaretsLineInOneStep) {
+  SetDestinationPicker(PickSplit);
+  for (const std::u16string_view at : {u"G00 X0", u"X0\r\n"}) {
+    Load(ForeignProgram());
+    CaretAt(at);
+    EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+    const std::u16string block = GeneratedBlock(2, kKindSketch);
+    EXPECT_EQ(Text(), PartedProgram(block));
+    // The caret stands behind the block, so that the next one follows it.
+    const std::u16string text = Text();
+    const auto end = static_cast<std::int32_t>(text.find(block) + block.size());
+    EXPECT_EQ(Selection().to, MapTextOffset(text, end));
+    EXPECT_EQ(
+        app.statusText,
+        std::u16string(u"Generated block inserted after editor line 6. The caret is ready for "
+                       u"the next insert."));
+    AutoTagBlocks();
+    EXPECT_EQ(Text(), text);
+    EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+    EXPECT_EQ(Text(), ForeignProgram());
+    EXPECT_FALSE(platform::CanUndoEditor(kIdEditor));
+  }
+}
+
+TEST_F(InsertBlock, TakesACaretBehindALineForTheNextLine) {
+  SetDestinationPicker(PickSplit);
+  Load(ForeignProgram());
+  CaretAt(u"\r\nG00 X0");
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+  EXPECT_EQ(Text(), PartedProgram(GeneratedBlock(2, kKindSketch)));
+}
+
+TEST_F(InsertBlock, PartsNothingWhereOneSideOfTheCaretIsEmpty) {
+  SetDestinationPicker(PickSplit);
+  const std::u16string block = UserBlock(1, u"O1\r\nG0");
+  for (const std::u16string_view at : {u"(MORVA TEXT 1", u"O1", u"(MORVA NAME"}) {
+    Load(block + u"\r\n");
+    CaretAt(at);
+    EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+    EXPECT_EQ(Text(), GeneratedBlock(2, kKindSketch) + u"\r\n" + block + u"\r\n");
+  }
+  for (const std::u16string_view at : {u"\r\n(MORVA END 1", u"(MORVA END 1", u"END 1"}) {
+    Load(block + u"\r\n");
+    CaretAt(at);
+    EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+    EXPECT_EQ(Text(), block + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n");
+  }
+}
+
+TEST_F(InsertBlock, GivesTheRestANumberThatNoEndOfTheTextBears) {
+  SetDestinationPicker(PickSplit);
+  Load(UserBlock(1, u"O1\r\nG0\r\n(morva end 3)"));
+  CaretAt(u"G0");
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+  EXPECT_EQ(Text(), UserBlock(1, u"O1") + u"\r\n" + GeneratedBlock(2, kKindSketch) + u"\r\n" +
+                        UserBlock(4, u"G0\r\n(morva end 3)"));
+}
+
+TEST_F(InsertBlock, RefusesToPartTheLastFreeRecord) {
+  SetDestinationPicker(PickSplit);
+  std::u16string text = UserBlock(1, u"O1\r\nG0") + u"\r\n";
+  for (int i = 2; i <= 127; ++i) text += UserBlock(i, u"G1") + u"\r\n";
+  Load(text);
+  CaretAt(u"G0");
+  EXPECT_FALSE(InsertFeatureBlock(kKindSketch, kCode, true));
+  EXPECT_EQ(Box().title, u"Shape limit");
+  EXPECT_EQ(Text(), text);
+}
+
+// Kinds that no picker asks for.
+
+struct InsertBehindEnd : InsertBlock {
+  void SetUp() override {
+    Load(ForeignProgram());
+    CaretAt(u"G00 X0");
+    headless::TakeBoxes();
+  }
+};
+
+TEST_F(InsertBehindEnd, AsksBeforeABlockGoesBehindTheEnd) {
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  EXPECT_FALSE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), ForeignProgram());
+  const headless::BoxRecord box = Box();
+  EXPECT_EQ(box.title, u"Insert code");
+  EXPECT_EQ(box.text,
+            u"The code would stand behind M30, where it is never run.\r\n\r\n"
+            u"Yes: split the user code at line 6 and insert the code at the caret.\r\n"
+            u"No: insert it behind M30.\r\nCancel: insert nothing.");
+  EXPECT_EQ(box.buttons, platform::BoxButtons::YesNoCancel);
+}
+
+TEST_F(InsertBehindEnd, PartsTheUserCodeAtYesAndKeepsThePlaceAtNo) {
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_EQ(Text(), PartedProgram(GeneratedBlock(2, kKindShape)));
+  Load(ForeignProgram());
+  CaretAt(u"G00 X0");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_LT(Text().find(u"M30"), Text().find(u"(MORVA BEGIN 2)"));
+}
+
+TEST_F(InsertBehindEnd, OffersNoSplitWhereTheCaretLiesThereItself) {
+  for (const std::u16string_view at : {u"\r\n(MORVA END 1", u"%\r\n"}) {
+    const std::u16string text = ForeignProgram();
+    Load(text);
+    const std::size_t place = text.rfind(at);
+    Caret(MapTextOffset(text, static_cast<std::int32_t>(place)));
+    EXPECT_FALSE(InsertFeatureBlock(kKindShape, kCode));
+    const headless::BoxRecord box = Box();
+    EXPECT_EQ(box.buttons, platform::BoxButtons::NoYes);
+    EXPECT_NE(box.text.find(u"Insert it there all the same?"), box.text.npos);
+    EXPECT_EQ(Text(), text);
+  }
+}
+
+TEST_F(InsertBehindEnd, AsksNothingForAnUpdateOrInsideASubprogram) {
+  Load(UserBlock(1, u"O1\r\nM30") + u"\r\n" + SketchBlock(6, u"G1"));
+  Link(kKindSketch, 6);
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode));
+  Load(UserBlock(1, u"O1\r\nM30\r\nO2\r\nG1"));
+  CaretAt(u"G1");
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(InsertBehindEnd, AsksForPlainTextBehindTheCaretsLineToo) {
+  EXPECT_TRUE(MayInsertBehindCaretLine());
+  CaretAt(u"M30");
+  EXPECT_FALSE(MayInsertBehindCaretLine());
+  EXPECT_EQ(Box().buttons, platform::BoxButtons::NoYes);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(MayInsertBehindCaretLine());
+}
+
 TEST_F(InsertBlock, RefusesAHundredAndTwentyNinthBlock) {
   std::u16string text;
   for (int i = 1; i <= 127; ++i) text += UserBlock(i, u"G1") + u"\r\n";

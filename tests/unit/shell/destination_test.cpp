@@ -106,7 +106,7 @@ TEST_F(DestinationTest, ShowsTheProgramsInOrderAndANewOneAtTheEnd) {
     EXPECT_EQ(platform::PlaceOf(kViewDestination).left, 100);
     EXPECT_EQ(platform::PlaceOf(kViewDestination).top, 120);
     EXPECT_EQ(platform::RectWidth(platform::PlaceOf(kViewDestination)), 540);
-    EXPECT_EQ(platform::RectHeight(platform::PlaceOf(kViewDestination)), 340);
+    EXPECT_EQ(platform::RectHeight(platform::PlaceOf(kViewDestination)), 520);
   });
 }
 
@@ -435,21 +435,26 @@ TEST_F(DestinationTest, WorksInTheCommandWordsView) {
 TEST_F(DestinationTest, IsWorkedByKeyboardAlone) {
   AddProgram(u"B.NC", kThree);
   headless::InDialog([] {
-    EXPECT_EQ(platform::FocusedId(), kIdDestinationProgram);
-    headless::PressKey({platform::kKeyDown});
-    headless::PressKey({platform::kKeyTab});
+    // The number is marked: typing takes its place.
     EXPECT_EQ(platform::FocusedId(), kIdDestinationPosition);
-    headless::PressKey({platform::kKeyBackspace});
-    headless::PressKey({'3'});
-    headless::PressKey({platform::kKeyTab});
-    headless::PressKey({platform::kKeyTab});
-    EXPECT_EQ(platform::FocusedId(), kIdDestinationInsert);
-    headless::PressKey({platform::kKeyTab});
-    EXPECT_EQ(platform::FocusedId(), kIdDestinationCancel);
+    headless::PressKey({'2'});
+    EXPECT_EQ(Position(), u"2");
     platform::KeyEvent back{platform::kKeyTab};
     back.shift = true;
+    headless::PressKey(back);
+    EXPECT_EQ(platform::FocusedId(), kIdDestinationProgram);
+    headless::PressKey({platform::kKeyDown});
+    EXPECT_EQ(Position(), u"4");
+    for (const int id : {kIdDestinationPosition, kIdDestinationList, kIdDestinationSplit,
+                         kIdDestinationHelp, kIdDestinationInsert, kIdDestinationCancel}) {
+      if (id == kIdDestinationSplit) continue;  // of another program: it has no caret
+      headless::PressKey({platform::kKeyTab});
+      EXPECT_EQ(platform::FocusedId(), id);
+    }
     for (int i = 0; i < 3; ++i) headless::PressKey(back);
-    headless::PressKey({platform::kKeyEnter});
+    headless::PressKey({platform::kKeyUp});
+    EXPECT_EQ(Position(), u"3");
+    headless::PressKey({platform::kKeyEnter});  // on a row
   });
   ASSERT_TRUE(Insert());
   EXPECT_EQ(app.activeTab, 1);
@@ -460,6 +465,183 @@ TEST_F(DestinationTest, TakesNoRoomWithoutAPicker) {
   headless::FailCall("control", 1);
   EXPECT_FALSE(Insert());
   EXPECT_EQ(Text(), kThree);
+}
+
+// What it tells, and code at the caret.
+
+constexpr char16_t kForeign[] =
+    u"%\r\n(MORVA TEXT 1)\r\n(MORVA NAME Plate)\r\nO1001\r\nG20 G54\r\nT1 M06\r\nG00 X0\r\nM30\r\n"
+    u"(MORVA END 1)\r\n%\r\n";
+
+struct PlaceTest : DestinationTest {
+  void SetUp() override {
+    DestinationTest::SetUp();
+    platform::SetEditorText(kIdEditor, kForeign);
+    CaretAt(u"G00 X0");
+  }
+  static std::u16string Around() { return platform::TextOf(kIdDestinationAround); }
+  static bool Ticked() { return platform::IsChecked(kIdDestinationSplit); }
+  static std::vector<std::u16string> Operations() {
+    std::vector<std::u16string> rows;
+    for (int i = 0; i < platform::RowCount(kIdDestinationList); ++i) {
+      rows.push_back(platform::RowText(kIdDestinationList, i));
+    }
+    return rows;
+  }
+};
+
+TEST_F(PlaceTest, ListsTheOperationsOfTheChosenProgramWithTheirNumbers) {
+  platform::SetEditorText(kIdEditor, kThree);
+  AddProgram(u"B.NC", u"(SHAPE: SLOT)\r\nG1\r\n\r\nG0 X2\r\n");
+  Look([] {
+    EXPECT_EQ(Operations(),
+              (std::vector<std::u16string>{u"#1  User code", u"#2  User code", u"#3  User code",
+                                           u"#4  (behind the last operation)"}));
+    EXPECT_EQ(platform::SelectedRow(kIdDestinationList), 0);
+    headless::TypeInto(kIdDestinationPosition, u"3");
+    EXPECT_EQ(platform::SelectedRow(kIdDestinationList), 2);
+    headless::TypeInto(kIdDestinationPosition, u"9");
+    EXPECT_EQ(platform::SelectedRow(kIdDestinationList), -1);
+    EXPECT_EQ(Around(), u"");
+    headless::SelectRows(kIdDestinationList, {1});
+    EXPECT_EQ(Position(), u"2");
+    headless::SelectRows(kIdDestinationProgram, {1});
+    // A legacy block shows the name that it will bear.
+    EXPECT_EQ(Operations(),
+              (std::vector<std::u16string>{u"#1  SHAPE: SLOT [text]", u"#2  User code",
+                                           u"#3  (behind the last operation)"}));
+    headless::SelectRows(kIdDestinationProgram, {2});
+    EXPECT_EQ(Operations(),
+              (std::vector<std::u16string>{u"#1  User code", u"#2  (behind the last operation)"}));
+    EXPECT_EQ(features.count, 3);  // of the program on the stage
+  });
+}
+
+TEST_F(PlaceTest, TakesAPlaceByADoubleClickOnItsRow) {
+  platform::SetEditorText(kIdEditor, kThree);
+  headless::InDialog([] { headless::DoubleClickRow(kIdDestinationList, 2); });
+  ASSERT_TRUE(Insert());
+  EXPECT_EQ(Ids(), (std::vector<int>{1, 2, 4, 3}));
+}
+
+TEST_F(PlaceTest, SaysWhatLiesAroundThePlace) {
+  Look([] {
+    headless::Click(kIdDestinationSplit);  // ticked by itself
+    EXPECT_EQ(Around(), u"Before the program's head (O1001)");
+    headless::TypeInto(kIdDestinationPosition, u"2");
+    headless::Click(kIdDestinationSplit);
+    EXPECT_FALSE(Ticked());
+    EXPECT_EQ(Around(), u"Behind M30: never run");
+    headless::SelectRows(kIdDestinationProgram, {1});
+    EXPECT_EQ(Around(), u"Behind line 7 (G40 G80), at the end");
+    headless::TypeInto(kIdDestinationPosition, u"1");
+    EXPECT_EQ(Around(), u"Before the program's head (G20)");
+  });
+}
+
+TEST_F(PlaceTest, TicksTheBoxByItselfWhereTheCodeWouldNotBeRunAsMeant) {
+  Look([] {
+    EXPECT_EQ(platform::TextOf(kIdDestinationSplit), u"Split the user code at line 7");
+    EXPECT_EQ(Position(), u"1");
+    EXPECT_TRUE(Ticked());
+    EXPECT_EQ(Around(), u"Behind line 6 (T1 M06), before line 7 (G00 X0)");
+    EXPECT_EQ(Help().find(u"Add code to \u201CUntitled-1.NC\u201D at operation 2\r\n"), 0u);
+    headless::Click(kIdDestinationSplit);
+    EXPECT_FALSE(Ticked());
+    EXPECT_EQ(Help().find(u"Add code to \u201CUntitled-1.NC\u201D at operation 1\r\n"), 0u);
+    headless::TypeInto(kIdDestinationPosition, u"2");
+    EXPECT_TRUE(Ticked());
+    // Another program has no caret.
+    headless::SelectRows(kIdDestinationProgram, {1});
+    EXPECT_FALSE(Ticked());
+    EXPECT_FALSE(platform::IsEnabled(kIdDestinationSplit));
+    headless::SelectRows(kIdDestinationProgram, {0});
+    EXPECT_TRUE(Ticked());
+  });
+}
+
+TEST_F(PlaceTest, TicksNothingWhereThePlaceIsGoodOrTheCaretNoBetter) {
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\nO1\r\nG20\r\n(MORVA END 1)\r\n"
+                          u"(MORVA TEXT 2)\r\nG0 X2\r\nG0 X3\r\nM30\r\nG0 X9\r\n(MORVA END 2)\r\n");
+  CaretAt(u"G0 X3");
+  Look([] {
+    EXPECT_EQ(Position(), u"2");
+    EXPECT_FALSE(Ticked());
+    EXPECT_EQ(Around(), u"Behind line 3 (G20), before line 6 (G0 X2)");
+    headless::TypeInto(kIdDestinationPosition, u"3");
+    EXPECT_TRUE(Ticked());
+  });
+  for (const std::u16string_view at : {u"O1", u"X9"}) {
+    CaretAt(at);
+    Look([] {
+      headless::TypeInto(kIdDestinationPosition, u"3");
+      EXPECT_FALSE(Ticked());
+      EXPECT_EQ(Around(), u"Behind M30: never run");
+    });
+  }
+}
+
+TEST_F(PlaceTest, HasTheBoxOnlyForUserCodeThatHoldsTheCaret) {
+  Caret(platform::EditorLength(kIdEditor));
+  Look([] { EXPECT_FALSE(platform::IsVisible(kIdDestinationSplit)); });
+  CaretAt(u"G00 X0");
+  AcceptAt(u"2");
+  headless::InDialog([] {});
+  ASSERT_TRUE(Insert());
+  CaretAt(u"(CUT)");  // a block of a drawing
+  Look([] { EXPECT_FALSE(platform::IsVisible(kIdDestinationSplit)); });
+}
+
+TEST_F(PlaceTest, PutsTheCodeAtTheCaretWithEnterAlone) {
+  headless::InDialog([] {
+    EXPECT_EQ(platform::FocusedId(), kIdDestinationPosition);
+    headless::PressKey({platform::kKeyEnter});
+  });
+  ASSERT_TRUE(Insert());
+  EXPECT_EQ(Ids(), (std::vector<int>{1, 2, 3}));
+  const std::u16string text = Text();
+  EXPECT_LT(text.find(u"T1 M06"), text.find(u"(CUT)"));
+  EXPECT_LT(text.find(u"(CUT)"), text.find(u"(MORVA TEXT 3)\r\n(MORVA NAME Plate)\r\nG00 X0"));
+  EXPECT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), kForeign);
+}
+
+TEST_F(PlaceTest, KeepsTheNumberWhereTheUserTakesTheTickAway) {
+  headless::InDialog([] {
+    headless::Click(kIdDestinationSplit);
+    headless::Click(kIdDestinationInsert);
+  });
+  ASSERT_TRUE(Insert());
+  EXPECT_LT(Text().find(u"(CUT)"), Text().find(u"O1001"));
+  EXPECT_EQ(Ids(), (std::vector<int>{2, 1}));
+}
+
+TEST_F(PlaceTest, PartsTheCodeInTheCommandWordsViewToo) {
+  headless::Click(kIdCommandWords);
+  ASSERT_TRUE(app.commandWordsActive);
+  const int line = platform::EditorLineOf(kIdEditor, platform::EditorSelection(kIdEditor).to);
+  const int at = platform::EditorLineStart(kIdWordsEditor, line);
+  platform::SetEditorSelection(kIdWordsEditor, {at, at});
+  headless::InDialog([] {
+    EXPECT_TRUE(Ticked());
+    headless::PressKey({platform::kKeyEnter});
+  });
+  ASSERT_TRUE(Insert());
+  const std::u16string text = Text();
+  EXPECT_LT(text.find(u"T1 M06"), text.find(u"(CUT)"));
+  EXPECT_LT(text.find(u"(CUT)"), text.find(u"G00 X0"));
+}
+
+TEST_F(PlaceTest, FindsTheLineAgainWhenAnotherProgramCameUpMeanwhile) {
+  headless::InDialog([] {
+    SwitchTab(OpenTab(u"", u"(RECEIVED)", u"Received.NC"));
+    headless::PressKey({platform::kKeyEnter});
+  });
+  ASSERT_TRUE(Insert());
+  EXPECT_EQ(app.activeTab, 0);
+  EXPECT_LT(Text().find(u"T1 M06"), Text().find(u"(CUT)"));
+  EXPECT_LT(Text().find(u"(CUT)"), Text().find(u"G00 X0"));
 }
 
 // The CAD command through the picker.
