@@ -89,10 +89,9 @@ double ShownThickness() {
 // The panel's number. False: there is none above 0, and the status says so.
 bool TakeThickness() {
   double value = ShownThickness();
-  if (platform::Exists(kIdCadThicknessValue)) {
-    value = FieldNumber(kIdCadThicknessValue, 0);
-  }
-  if (!(value > 0 && value < kSketchLimit)) {
+  const bool read =
+      !platform::Exists(kIdCadThicknessValue) || ReadStrictField(kIdCadThicknessValue, value);
+  if (!read || !(value > 0 && value < kSketchLimit)) {
     SetSketchStatus(u"Wireframe thickness must be above 0 and below 1000000.");
     return false;
   }

@@ -18,8 +18,10 @@ constexpr double kCutterSlack = 1e-8;  // share of its length that a cutter may 
 constexpr double kLeastLength = 1e-9;
 constexpr double kSameAngle = 1e-6;     // degrees
 constexpr double kSamePosition = 1e-7;  // steps of a slot's run
-constexpr double kTouchShare = 1e-9;    // of r^2: a half chord below its root is a touch
+constexpr double kTouchShare = 2.5e-7;  // of r^2: a half chord below its root is a touch
 constexpr double kTouchLeast = 1e-12;
+constexpr double kTouchReach = 1e-3;     // radii that a touching line may end beside the place
+constexpr double kAcrossError = 2.5e-9;  // share of its length that the sine puts a line aside
 constexpr int kCapPoints = 17;
 
 // A directed straight piece; `length` along its unit direction, or no ends at all.
@@ -85,7 +87,8 @@ int MeetCircle(const Piece& piece, double cx, double cy, double r, double* along
   const double foot = dx * piece.ux + dy * piece.uy;
   const double off = piece.ux * dy - piece.uy * dx;
   const double square = r * r - off * off;
-  const double touch = kTouchShare * r * r + kTouchLeast;
+  const double aside = 2 * r * kAcrossError * std::fabs(foot);
+  const double touch = kTouchShare * r * r + aside + kTouchLeast;
   if (!(square >= -touch)) return 0;
   along[0] = foot;
   if (square <= touch) return 1;
@@ -124,11 +127,37 @@ bool Apart(const OutlineOf& a, const OutlineOf& b) {
          b.minY > a.maxY + slack;
 }
 
-void AddAngle(CutList& cuts, const SketchObject& circle, double x, double y) {
-  AddOnce(cuts, AngleDegrees(y - circle.y, x - circle.x), 360, kSameAngle);
+void AddPoint(CircleCuts& cuts, const SketchObject& circle, double x, double y) {
+  double angle = AngleDegrees(y - circle.y, x - circle.x);
+  if (angle < 0) angle += 360;
+  if (angle >= 360) angle -= 360;
+  for (int i = 0; i < cuts.count; ++i) {
+    const double apart = std::fabs(cuts.values[i].angle - angle);
+    if (apart <= kSameAngle || apart >= 360 - kSameAngle) return;
+  }
+  if (cuts.count < kMaxCuts) cuts.values[cuts.count++] = {angle, x, y};
 }
 
-void CircleByCircle(const SketchObject& circle, const SketchObject& other, CutList& cuts) {
+// The end of a line that ends beside the place where it touches, or the place itself.
+double EndAtTouch(const Piece& piece, double along, double r) {
+  const double reach = kTouchReach * r;
+  if (piece.endless) return along;
+  if (std::fabs(along) <= reach) return 0;
+  return std::fabs(along - piece.length) <= reach ? piece.length : along;
+}
+
+void CircleByPiece(const SketchObject& circle, const Piece& piece, CircleCuts& cuts) {
+  const double r = circle.size / 2;
+  double along[2];
+  const int places = MeetCircle(piece, circle.x, circle.y, r, along);
+  if (places == 1) along[0] = EndAtTouch(piece, along[0], r);
+  for (int n = 0; n < places; ++n) {
+    if (!Holds(piece, along[n])) continue;
+    AddPoint(cuts, circle, piece.x + along[n] * piece.ux, piece.y + along[n] * piece.uy);
+  }
+}
+
+void CircleByCircle(const SketchObject& circle, const SketchObject& other, CircleCuts& cuts) {
   const double r = circle.size / 2;
   const double q = other.size / 2;
   const double apart = PlainDistance(circle.x, circle.y, other.x, other.y);
@@ -141,8 +170,8 @@ void CircleByCircle(const SketchObject& circle, const SketchObject& other, CutLi
   const double half = square <= touch ? 0 : SketchRoot(square);
   const double x = circle.x + foot * line.ux;
   const double y = circle.y + foot * line.uy;
-  AddAngle(cuts, circle, x - half * line.uy, y + half * line.ux);
-  if (half > 0) AddAngle(cuts, circle, x + half * line.uy, y - half * line.ux);
+  AddPoint(cuts, circle, x - half * line.uy, y + half * line.ux);
+  if (half > 0) AddPoint(cuts, circle, x + half * line.uy, y - half * line.ux);
 }
 
 // One step of a slot's run against the cutters' pieces.
@@ -220,7 +249,7 @@ void CutsOfSegment(int target, double ax, double ay, double bx, double by, CutLi
   Sort(cuts);
 }
 
-void CutsOfCircle(int target, CutList& cuts) {
+void CutsOfCircle(int target, CircleCuts& cuts) {
   cuts.count = 0;
   const SketchObject& circle = sketch.objects[target];
   for (int i = 0; i < sketch.objectCount; ++i) {
@@ -231,17 +260,10 @@ void CutsOfCircle(int target, CutList& cuts) {
     }
     Piece pieces[4];
     const int count = PiecesOf(i, pieces);
-    for (int k = 0; k < count; ++k) {
-      const Piece& piece = pieces[k];
-      double along[2];
-      const int places = MeetCircle(piece, circle.x, circle.y, circle.size / 2, along);
-      for (int n = 0; n < places; ++n) {
-        if (!Holds(piece, along[n])) continue;
-        AddAngle(cuts, circle, piece.x + along[n] * piece.ux, piece.y + along[n] * piece.uy);
-      }
-    }
+    for (int k = 0; k < count; ++k) CircleByPiece(circle, pieces[k], cuts);
   }
-  Sort(cuts);
+  std::sort(cuts.values, cuts.values + cuts.count,
+            [](const CircleCut& a, const CircleCut& b) { return a.angle < b.angle; });
 }
 
 void SlotRunOf(int index, SlotRun& run) {

@@ -152,13 +152,14 @@ constexpr FormRow kRows[] = {
     Head(Page(kPanelCutData), u"SKETCH CUTTING DATA"),
     // Another depth than a new drawing starts with, in either unit.
     {.id = kIdCadDepth, .label = u"Cut Z", .start = u"-0.1", .fallback = -2.5, .follows = kLength,
-     .value = kSketchDepth, .pages = Page(kPanelCutData), .enter = kIdCadGenerate},
+     .value = kSketchDepth, .pages = Page(kPanelCutData), .enter = kIdCadGenerate,
+     .optional = true},
     {.id = kIdCadFeed, .label = u"Cut feed", .start = u"10", .fallback = {10, 250},
      .follows = kLength, .decimals = 2, .value = kSketchFeed, .pages = Page(kPanelCutData),
-     .enter = kIdCadGenerate},
+     .enter = kIdCadGenerate, .optional = true},
     {.id = kIdCadSafeZ, .label = u"Safe Z", .start = u"0.5", .fallback = {0.5, 12.7},
      .follows = kLength, .value = kSketchSafeZ, .pages = Page(kPanelCutData),
-     .enter = kIdCadGenerate},
+     .enter = kIdCadGenerate, .optional = true},
     Note(Page(kPanelCutData), u"Display hiding does not remove geometry from generated G-code."),
 
     Head(Page(kPanelPolygon), u"REGULAR POLYGON"),

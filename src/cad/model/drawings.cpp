@@ -24,6 +24,8 @@ namespace morva {
 
 namespace {
 
+bool followed = false;  // the application's unit when the drawing was last looked at, true: metric
+
 // Before the workspace is made, the live sketch belongs to no program.
 bool WorkspaceStands() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 
@@ -51,7 +53,7 @@ void ShowLoaded() {
 
 void LoadModel(const FeatureSettings* record) {
   static FeatureSettings none;
-  StartSketchRecord(none, false);
+  StartSketchRecord(none, UnitsMetric());
   const FeatureSettings& loaded = record && IsSketchRecord(*record) ? *record : none;
   DropSketchUndo();
   LoadItems(loaded);
@@ -134,6 +136,13 @@ void LoadSketchForProgram() {
   LoadModel(tab ? tab->cadSettings : nullptr);
 }
 
+void FollowUnit() {
+  if (followed == UnitsMetric()) return;
+  followed = UnitsMetric();
+  const bool fresh = sketch.objectCount == 0 && sketch.undoDepth == 0;
+  if (fresh && sketch.metric != followed) LoadModel(nullptr);
+}
+
 bool OpenSketchBlock(const FeatureSettings& record) {
   if (!IsSketchRecord(record)) return false;
   // First: the workspace stages the program's own drawing when it comes up.
@@ -148,6 +157,7 @@ bool OpenSketchBlock(const FeatureSettings& record) {
 }
 
 void RegisterDrawings() {
+  followed = UnitsMetric();
   cadHooks.showCutData = [](const CutData& cut) { ShowCutData(cut); };
   liveModels.storeSketch = StoreLiveSketch;
   liveModels.loadSketch = LoadModel;

@@ -25,6 +25,8 @@ void SaveLiveDrawing();
 // The live sketch from the current program's working copy; an empty one without it. Undo steps
 // and recent operations end here.
 void LoadSketchForProgram();
+// An empty drawing without steps takes the unit of the application once that has changed.
+void FollowUnit();
 // A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
 // nothing selected. A sketch that held other geometry is one Undo away, with its thickness and
 // cutting data. False: it is no record of a sketch or there is no workspace, and nothing changed.

@@ -2,8 +2,12 @@
 
 #include <cmath>
 
+#include "cad/model/cad_form.h"
 #include "cad/model/cut_data.h"
 #include "cad/model/sketch.h"
+#include "documents/tab_table.h"
+#include "forms/form.h"
+#include "platform/control.h"
 
 namespace morva {
 
@@ -12,6 +16,20 @@ namespace {
 constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays below
 
 double Storable(double value) { return std::fabs(value) < kRecordLimit ? value : 0; }
+
+// A field without a number leaves what the program's record has: "-0,25" would become 0, come back
+// as a number, and cut nothing.
+void KeepUnreadCutData(FeatureSettings& record) {
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->cadSettings || (tab->cadSettings->metric != 0) != sketch.metric) return;
+  for (const FormRow& row : kCadForm.rows) {
+    double value = 0;
+    if (!IsCutField(row) || platform::TextOf(row.id).empty()) continue;
+    if (!ReadStrictField(row.id, value)) {
+      record.values[row.value] = tab->cadSettings->values[row.value];
+    }
+  }
+}
 
 }  // namespace
 
@@ -39,6 +57,7 @@ bool StoreSketchItems(FeatureSettings& record) {
 bool StoreLiveSketch(FeatureSettings& record) {
   StartSketchRecord(record, sketch.metric);
   StoreSketchItems(record);
+  KeepUnreadCutData(record);
   for (double& value : record.values) value = Storable(value);
   for (int i = 0; i < record.itemCount; ++i) {
     FeatureItem& item = record.items[i];

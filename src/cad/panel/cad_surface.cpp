@@ -14,6 +14,7 @@
 #include "cad/geometry/hits.h"
 #include "cad/model/cad_chords.h"
 #include "cad/model/cad_hooks.h"
+#include "cad/model/drawings.h"
 #include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
@@ -196,6 +197,11 @@ bool CadKey(int id, const KeyEvent& key) {
   return command != 0;
 }
 
+void Settled() {
+  FollowUnit();
+  RefreshCadTools();
+}
+
 void CadFocusChanged(int /*id*/, bool gained) {
   if (!CadWindowExists()) return;
   // Once a control has the keyboard, its help is not needed: the line shows the tool again.
@@ -246,7 +252,7 @@ void RegisterCadSurface() {
   surface.rightClick = CadRightClick;
   surface.contextMenu = CadContextMenu;
   surface.focusChanged = CadFocusChanged;
-  surface.settled = RefreshCadTools;
+  surface.settled = Settled;
   surface.logged = ShowLogged;
   surface.cancelInput = CancelInput;
   surface.pointerOver = FlyoutPointerOver;

@@ -15,6 +15,7 @@
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/workspace.h"
+#include "cad/tools/strict_fields.h"
 #include "documents/builder.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
@@ -66,6 +67,12 @@ bool Check(const FormValues& values, Refusal& refusal) {
     refusal.icon = platform::BoxIcon::Information;
     return false;
   }
+  if (values.refused >= 0) {
+    static std::u16string words;
+    words = NoNumberWords(kCadForm.rows[static_cast<std::size_t>(values.refused)]);
+    refusal.words = words.c_str();
+    return false;
+  }
   const CutData cut = CutDataOf(values.numbers);
   refusal.words = u"Enter a positive feed with Safe Z above the cutting depth.";
   return cut.feed > kLeastFeed && cut.safeZ > cut.depth;
@@ -100,10 +107,10 @@ void TellResult(bool update) {
   LogSketchOperation(update ? u"Updated code" : u"Generated code");
 }
 
-// A field that is not wholly a number was read as far as it goes or replaced; the person at the
-// machine has to know.
+// An empty field was replaced; the person at the machine has to know.
 void TellReading(const FormRow& row, const FormValues& values) {
-  if (values.misread[row.value] == Misread::None) return;
+  double value = 0;
+  if (ReadStrictField(row.id, value)) return;
   AppendOutput(row.label +
                (u" is not a number: " + SketchNumber(values.numbers[row.value], row.decimals)) +
                u" was used. Check the code before you run it.");
@@ -123,6 +130,7 @@ constexpr Builder kSketchBuilder{
     .title = u"Custom Shape Editor",
     .form = &kCadForm,
     .readPage = kPanelCutData,
+    .reading = Reading::Strict,
     .insertKey = kIdCadGenerate,
     .asksWhere = true,
     .logged =

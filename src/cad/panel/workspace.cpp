@@ -321,6 +321,7 @@ void ShowCadWorkspace(const Rect& area) {
     LoadSketchForProgram();
     SetSketchStatus(kNothingSelected);
   }
+  FollowUnit();
   RefreshDrawingTabs();
   PlaceWorkspace(area);
   platform::SetVisible(kViewCad, true);

@@ -13,6 +13,7 @@
 #include "cad/tools/clipboard.h"
 #include "cad/tools/edit_parts.h"
 #include "cad/tools/scale_revolve.h"
+#include "cad/tools/strict_fields.h"
 #include "forms/form.h"
 #include "library/outline.h"
 #include "platform/events.h"
@@ -31,23 +32,24 @@ bool IsLineOrSlot(const SketchObject& object) {
 
 const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
-SketchObject AppliedObject() {
-  SketchObject object = Selected();
+// False: a field holds no number.
+bool AppliedObject(SketchObject& object) {
+  object = Selected();
   for (const GeometryField& field : kGeometryFields) {
-    double& number = object.*field.number;
-    number = FieldNumber(field.id, number);
+    if (!TakeFieldNumber(field.id, object.*field.number)) return false;
   }
   object.size = std::fabs(object.size);
   object.size2 = std::fabs(object.size2);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
   if (object.type == kTypeCircle) object.size2 = 0;
-  return object;
+  return true;
 }
 
-SketchObject GrownObject(bool extend) {
-  SketchObject object = Selected();
-  const double typed = std::fabs(FieldNumber(kIdCadAmount));
-  const double amount = extend ? typed : -typed;
+bool GrownObject(bool extend, SketchObject& object) {
+  object = Selected();
+  double typed = FieldFallback(kIdCadAmount);
+  if (!TakeFieldNumber(kIdCadAmount, typed)) return false;
+  const double amount = extend ? std::fabs(typed) : -std::fabs(typed);
   if (object.type == kTypeCircle) {
     object.size += 2 * amount;
   } else {
@@ -60,7 +62,7 @@ SketchObject GrownObject(bool extend) {
   // drawing unreadable once it is stored.
   object.size2 = std::max(object.size2, HasTwoSizes(object) ? least : 0);
   if (object.type == kTypeSlot) object.size = std::max(object.size, object.size2);
-  return object;
+  return true;
 }
 
 bool Writable(const SketchObject& object) {
@@ -98,10 +100,10 @@ bool MayRun(int id) {
   SketchObject copy;
   switch (id) {
     case kIdCadApply:
-      return Writable(AppliedObject());
+      return AppliedObject(copy) && Writable(copy);
     case kIdCadExtend:
     case kIdCadTrim:
-      return Writable(GrownObject(id == kIdCadExtend));
+      return GrownObject(id == kIdCadExtend, copy) && Writable(copy);
     case kIdCadSplit:
       return MaySplit();
     case kIdCadDuplicate:
@@ -150,14 +152,14 @@ void OnFlag(int id, int) {
 
 void ApplyGeometryFields() {
   if (!MayEditSelection()) return;
-  const SketchObject object = AppliedObject();
-  if (Writable(object)) WriteSelected(object);
+  SketchObject object;
+  if (AppliedObject(object) && Writable(object)) WriteSelected(object);
 }
 
 void ExtendOrTrim(bool extend) {
   if (!MayEditSelection()) return;
-  const SketchObject object = GrownObject(extend);
-  if (!Writable(object)) return;
+  SketchObject object;
+  if (!GrownObject(extend, object) || !Writable(object)) return;
   WriteSelected(object);
   SetSketchStatus(extend ? u"EXTEND applied to selected geometry."
                          : u"TRIM applied to selected geometry.");

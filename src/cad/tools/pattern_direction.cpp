@@ -8,6 +8,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/strict_fields.h"
 #include "forms/form.h"
 #include "library/outline.h"
 #include "platform/control.h"
@@ -65,7 +66,8 @@ bool PatternDirectionClick(double x, double y) {
 
 void ReversePatternDirection(int command) {
   const int field = command == kIdReverseDirection1 ? kIdCadDirection1 : kIdCadDirection2;
-  platform::SetText(field, NumberText(field, FieldNumber(field) + 180));
+  double degrees = FieldFallback(field);
+  if (TakeFieldNumber(field, degrees)) platform::SetText(field, NumberText(field, degrees + 180));
 }
 
 }  // namespace morva

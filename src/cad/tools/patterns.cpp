@@ -13,6 +13,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/tools/edit_parts.h"
+#include "cad/tools/strict_fields.h"
 #include "library/item_places.h"
 #include "platform/events.h"
 #include "text/codetext.h"
@@ -24,12 +25,6 @@ namespace {
 constexpr double kLeastDiameter = 1e-6;
 
 int Count(double typed, int most) { return std::clamp(static_cast<int>(typed), 1, most); }
-
-FormValues Fields(int page) {
-  FormValues values;
-  ReadForm(kCadForm, page, Reading::Lax, values);
-  return values;
-}
 
 const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
@@ -61,9 +56,11 @@ double Diameter(double typed) {
   return std::fabs(typed) < kLeastDiameter ? FieldFallback(kIdCadCircularDiameter) : typed;
 }
 
-void MakeCircle() {
+// False: a field holds no number.
+bool MakeCircle() {
   const SketchObject source = Selected();
-  const FormValues values = Fields(kReadQuickCircle);
+  FormValues values;
+  if (!TakePage(kReadQuickCircle, values)) return false;
   const double* n = values.numbers;
   // The source is one of the instances, so that a full sketch still takes one.
   const int room = kMaxItems + 1 - sketch.objectCount;
@@ -81,11 +78,13 @@ void MakeCircle() {
     if (orientation == Orientation::Tangential) object.angle = place.angle + 90;
     object.angle += n[kQuickTurn];
   }
+  return true;
 }
 
-void MakeGrid() {
+bool MakeGrid() {
   SketchObject source = Selected();
-  const FormValues values = Fields(kReadQuickGrid);
+  FormValues values;
+  if (!TakePage(kReadQuickGrid, values)) return false;
   const double* n = values.numbers;
   source.angle += n[kQuickGridTurn];
   const GridPlaces grid{source.x, source.y, Count(n[kQuickColumns], kMaxQuickLines), n[kQuickStepX],
@@ -100,6 +99,7 @@ void MakeGrid() {
     object.x = place.x;
     object.y = place.y;
   }
+  return true;
 }
 
 void OnQuick(int id, int) {
@@ -111,8 +111,7 @@ void OnQuick(int id, int) {
 
 void QuickCircularPattern() {
   if (!MayEditSelection()) return;
-  MakeCircle();
-  if (!AllFit()) return;
+  if (!MakeCircle() || !AllFit()) return;
   PutInstances();
   const std::u16string words = u"Circular pattern created: " + IntegerText(instances.count) +
                                u" total instances. Selected source became the first pattern "
@@ -123,8 +122,7 @@ void QuickCircularPattern() {
 
 void QuickGridPattern() {
   if (!MayEditSelection()) return;
-  MakeGrid();
-  if (!AllFit()) return;
+  if (!MakeGrid() || !AllFit()) return;
   PutInstances();
   const std::u16string words = u"Rectangular pattern created: " + IntegerText(instances.count) +
                                u" total instances including the selected source.";

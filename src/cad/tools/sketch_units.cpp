@@ -9,6 +9,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/strict_fields.h"
 #include "cad/tools/tool_change.h"
 #include "forms/form.h"
 #include "library/units.h"
@@ -55,6 +56,8 @@ bool StaysInLimit(double factor) {
 void OnUnitKey(int id, int /*notification*/) {
   const bool metric = id == kIdCadMm;
   if (metric != sketch.metric) {
+    // What is no number would be converted to 0.
+    if (!LengthsAreNumbers()) return;
     if (!StaysInLimit(metric ? kMmPerInch : kInchPerMm)) {
       SetSketchStatus(u"Units unchanged: millimetres would exceed the sketch coordinate limit.");
       return;

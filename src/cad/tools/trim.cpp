@@ -31,6 +31,7 @@ struct Plan {
 };
 Plan plan;
 CutList cuts;
+CircleCuts circleCuts;
 SlotRun run;
 
 void AddPiece(const SketchObject& piece) {
@@ -115,15 +116,18 @@ void PointOnCircle(const SketchObject& circle, double degrees, double& x, double
   y = circle.y + circle.size / 2 * SketchSine(degrees);
 }
 
-// Chords from one angle to another, each to AddPiece or to the preview.
-void Chords(const SketchObject& circle, double from, double to, int count, bool keep) {
-  double ax = 0;
-  double ay = 0;
-  PointOnCircle(circle, from, ax, ay);
+// Chords from one cut to another, each to AddPiece or to the preview. They begin and end in the
+// points of the cuts, which the computed circle misses by the rounding of the sine.
+void Chords(const SketchObject& circle, const CircleCut& from, const CircleCut& to, int count,
+            bool keep) {
+  double ax = from.x;
+  double ay = from.y;
   for (int i = 1; i <= count; ++i) {
-    double bx = 0;
-    double by = 0;
-    PointOnCircle(circle, from + (to - from) * i / count, bx, by);
+    double bx = to.x;
+    double by = to.y;
+    if (i < count) {
+      PointOnCircle(circle, from.angle + (to.angle - from.angle) * i / count, bx, by);
+    }
     SketchObject line;
     line.group = circle.group;
     SetLineEnds(line, ax, ay, bx, by);
@@ -137,20 +141,33 @@ void Chords(const SketchObject& circle, double from, double to, int count, bool 
   }
 }
 
+// The cuts around an angle; `to` lies above `from`, by a turn where the section runs through 0.
+void CutsAround(double degrees, CircleCut& from, CircleCut& to) {
+  const int count = circleCuts.count;
+  int after = 0;
+  while (after < count && circleCuts.values[after].angle <= degrees + kHoldsBy) ++after;
+  from = circleCuts.values[(after + count - 1) % count];
+  to = circleCuts.values[after % count];
+  if (after == 0) from.angle -= 360;
+  if (after == count) to.angle += 360;
+}
+
 bool PlanCircle(const SketchObject& circle, int target, double x, double y) {
   if (!(circle.size > kLeastDiameter)) return false;
-  CutsOfCircle(target, cuts);
-  if (cuts.count < 2) return false;
+  CutsOfCircle(target, circleCuts);
+  if (circleCuts.count < 2) return false;
   double click = AngleDegrees(y - circle.y, x - circle.x);
   if (click < 0) click += 360;
-  double from = 0;
-  double to = 0;
-  SectionAround(click, 360, from, to);
-  const double rest = 360 - (to - from);
-  const int more = static_cast<int>(rest / kChordDegrees);  // beside the first
+  CircleCut from;
+  CircleCut to;
+  CutsAround(click, from, to);
+  const double section = to.angle - from.angle;
+  const int more = static_cast<int>((360 - section) / kChordDegrees);  // beside the first
   if (more < 0 || sketch.objectCount + more > kMaxItems) return false;
-  Chords(circle, to, from + 360, more + 1, true);
-  const int shown = static_cast<int>((to - from) / kPreviewDegrees) + 1;
+  CircleCut end = from;
+  end.angle += 360;
+  Chords(circle, to, end, more + 1, true);
+  const int shown = static_cast<int>(section / kPreviewDegrees) + 1;
   if (sketch.trimPreviewing) Chords(circle, from, to, shown, false);
   return true;
 }

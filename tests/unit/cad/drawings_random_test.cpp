@@ -123,7 +123,10 @@ TEST_F(RandomDrawings, NothingIsLostOrMixedByAnyOrderOfSwitches) {
       headless::Click(kIdDrawingRename);
     } else {
       current = static_cast<std::size_t>(below(kPrograms));
+      // A program's first drawing starts in the unit of the application.
+      const bool fresh = !tabs[current].cadSettings && static_cast<int>(current) != app.activeTab;
       SwitchTab(static_cast<int>(current));
+      if (fresh) programs[current].Live().metric = UnitsMetric();
     }
     ASSERT_TRUE(Agrees(programs[current])) << "step " << step << " what " << what;
   }

@@ -267,8 +267,37 @@ TEST_F(Drawings, ACuttingFieldBeyondEveryRecordDoesNotCostTheDrawing) {
   EXPECT_EQ(CutTexts(), (Texts{u"-0.500000", u"0.000000", u"0.250000"}));
 }
 
-TEST_F(Drawings, AProgramWithoutADrawingLoadsAnEmptyInchSketch) {
+TEST_F(Drawings, AFreshDrawingTakesTheUnitThatTheApplicationShows) {
+  for (const bool metric : {true, false}) {
+    SetUnits(metric);
+    LoadSketchForProgram();
+    EXPECT_EQ(sketch.metric, metric);
+    EXPECT_EQ(CutTexts(), metric ? (Texts{u"-2.540000", u"254.000000", u"12.700000"})
+                                 : (Texts{u"-0.100000", u"10.000000", u"0.500000"}));
+  }
+}
+
+TEST_F(Drawings, AnEmptyDrawingFollowsTheUnitAndOneThatHoldsAnythingStays) {
+  LoadSketchForProgram();
   SetUnits(true);
+  FollowUnit();
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(CutTexts()[0], u"-2.540000");
+  Add(kTypeLine, 0, 0, 1);
+  SetUnits(false);
+  FollowUnit();
+  EXPECT_TRUE(sketch.metric);
+  // The user's own switch of the drawing is a step, and stands.
+  RemoveSketchObject(0);
+  PushSketchUndo();
+  SetUnits(true);
+  FollowUnit();
+  SetUnits(false);
+  FollowUnit();
+  EXPECT_TRUE(sketch.metric);
+}
+
+TEST_F(Drawings, AProgramWithoutADrawingLoadsAnEmptySketch) {
   Add(kTypeCircle, 1, 2, 3);
   sketch.metric = true;
   sketch.thickness = 4;

@@ -71,6 +71,43 @@ TEST_F(Edits, RaisesAnAppliedSlotToItsWidthAndClearsACirclesSecondSize) {
   EXPECT_EQ(Object(1).size2, 0);
 }
 
+TEST_F(Edits, RefusesAnAppliedTextThatIsNoNumber) {
+  Add(kTypeCircle, 0, 0, 2);
+  sketch.selected = 0;
+  const Picture before = Now();
+  for (const int id : {kIdCadX, kIdCadY, kIdCadSize, kIdCadSize2, kIdCadAngle}) {
+    for (const char16_t* text : {u"0,75", u"1 in", u"abc", u"1.2.3"}) {
+      RefreshSketchPanels();
+      Type(id, text);
+      Command(kIdCadApply);
+      EXPECT_EQ(Now(), before);
+      EXPECT_NE(SketchStatus().find(u" holds no usable number. Write 0.75, not 0,75. Nothing was "
+                                    u"changed."),
+                std::u16string::npos);
+      EXPECT_EQ(platform::TextOf(id), text);
+    }
+  }
+  EXPECT_TRUE(Recent().empty());
+  // Without a text the object keeps its own.
+  RefreshSketchPanels();
+  Type(kIdCadX, u"");
+  Type(kIdCadSize, u"0.75");
+  Command(kIdCadApply);
+  EXPECT_NEAR(Object(0).size, 0.75, 1e-12);
+}
+
+TEST_F(Edits, ExtendsAndTrimsByANumberOnly) {
+  Add(kTypeLine, 0, 0, 2);
+  sketch.selected = 0;
+  for (const int id : {kIdCadExtend, kIdCadTrim}) {
+    Type(kIdCadAmount, u"0,75");
+    Command(id);
+    EXPECT_EQ(Object(0).size, 2);
+    EXPECT_EQ(SketchStatus().find(u"Trim / extend by holds no usable number."), 0u);
+  }
+  EXPECT_EQ(sketch.undoDepth, 0);
+}
+
 TEST_F(Edits, RefusesAnAppliedNumberAtTheLimit) {
   Add(kTypeLine, 0, 0, 2);
   sketch.selected = 0;

@@ -134,6 +134,28 @@ TEST_F(Patterns, QuickCircleTurnsItsItemsByTheOrientation) {
   }
 }
 
+TEST_F(Patterns, QuickPatternsRefuseLengthsAndAnglesThatAreNoNumbers) {
+  const auto refused = [](int field, int key) {
+    const std::u16string text = platform::TextOf(field);
+    Type(field, u"0,75");
+    headless::Click(key);
+    EXPECT_EQ(sketch.objectCount, 1) << field;
+    EXPECT_NE(SketchStatus().find(u" holds no usable number."), std::u16string::npos) << field;
+    Type(field, text.c_str());
+  };
+  Add(kTypeCircle, 0, 0, 1);
+  sketch.selected = 0;
+  Circular();
+  for (const int field : {kIdCadCircularX, kIdCadCircularY, kIdCadCircularDiameter,
+                          kIdCadCircularStart, kIdCadCircularRotation}) {
+    refused(field, kIdCadQuickCircular);
+  }
+  Rectangular();
+  for (const int field : {kIdCadSpacingX, kIdCadSpacingY, kIdCadGridRotation}) {
+    refused(field, kIdCadQuickGrid);
+  }
+}
+
 TEST_F(Patterns, QuickCircleReadsItsCountAsAnIntegerWithinItsBounds) {
   const struct {
     const char16_t* text;

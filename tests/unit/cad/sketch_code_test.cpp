@@ -209,19 +209,37 @@ TEST_F(SketchCodeTest, TakesTheInchFallbacksForFieldsThatAreNoNumbers) {
 TEST_F(SketchCodeTest, TakesTheMillimetreFallbacksWithTheSameDepth) {
   Draw(Line(0, 0, 2, 0));
   sketch.metric = true;
-  Fields(u"abc", u"-", u"");
+  Fields(u"", u"", u"");
   GenerateSketchCode();
   EXPECT_TRUE(Holds(Text(), u"G00 Z12.700\r\n(OBJECT 1)"));
   EXPECT_TRUE(Holds(Text(), u"G01 Z-2.500 F250.00\r\n"));
 }
 
-TEST_F(SketchCodeTest, SaysWhichCuttingFieldsWereNoNumbersAndWhatWasUsed) {
+TEST_F(SketchCodeTest, RefusesCuttingFieldsThatAreNoNumbers) {
   Draw(Line(0, 0, 2, 0));
-  Fields(u"-0,25", u"10.5", u"");
+  const struct {
+    const char16_t* fields[3];
+    const char16_t* words;
+  } kCases[] = {{{u"-0,75", u"10", u"0.5"}, u"Cut Z holds no"},
+                {{u"-0.1", u"10 in", u"0.5"}, u"Cut feed holds no"},
+                {{u"-0.1", u"10", u"abc"}, u"Safe Z holds no"}};
+  for (const auto& each : kCases) {
+    Fields(each.fields[0], each.fields[1], each.fields[2]);
+    const headless::BoxRecord box = Refusal();
+    EXPECT_EQ(box.title, u"Custom Shape Editor");
+    EXPECT_EQ(box.text.find(each.words), 0u);
+    EXPECT_NE(box.text.find(u"Write 0.75, not 0,75."), box.text.npos);
+    EXPECT_EQ(Text(), u"");
+  }
+}
+
+TEST_F(SketchCodeTest, SaysWhichCuttingFieldsWereEmptyAndWhatWasUsed) {
+  Draw(Line(0, 0, 2, 0));
+  Fields(u"", u"10.5", u"");
   GenerateSketchCode();
   const std::u16string log = platform::TextOf(kIdOutputLog);
   EXPECT_TRUE(
-      Holds(log, u"Cut Z is not a number: 0.000 was used. Check the code before you run it.\r\n"));
+      Holds(log, u"Cut Z is not a number: -2.500 was used. Check the code before you run it.\r\n"));
   EXPECT_TRUE(
       Holds(log, u"Safe Z is not a number: 0.500 was used. Check the code before you run it.\r\n"));
   EXPECT_FALSE(Holds(log, u"Cut feed is not"));
