@@ -63,6 +63,18 @@ bool IsWhole(const Builder& builder, const CodeWriter& out) {
   return false;
 }
 
+// Links the builder to the block that holds already what would be inserted, if the user wants that
+// one updated. False: nothing is to be inserted.
+bool SettleTwin(const Builder& builder) {
+  const std::int32_t twin =
+      builder.standsIn && editLink.kind != builder.kind ? builder.standsIn() : 0;
+  if (twin == 0) return true;
+  const std::uint64_t serial = ActiveSerial();
+  const TwinAnswer answer = AskAboutTwin(builder.title, twin);
+  if (answer == TwinAnswer::Nothing || ActiveSerial() != serial) return false;
+  return answer == TwinAnswer::Another || LinkFeature(twin);
+}
+
 bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
   if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code, builder.asksWhere);
   if (!MayInsertBehindCaretLine()) return false;
@@ -153,11 +165,16 @@ bool InsertFromBuilder(const Builder& builder) {
   out.most = builder.room ? builder.room(values) : kMaxBuilderText;
   builder.write(values, out);
   if (!IsWhole(builder, out)) return false;
+  const bool linkedBefore = editLink.kind != 0;
+  if (!SettleTwin(builder)) return false;
   // If the picker chose another program, the block is new, not an update.
   const std::uint64_t source = ActiveSerial();
   const bool linked =
       builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
-  if (!PutIntoProgram(builder, out.text)) return false;
+  if (!PutIntoProgram(builder, out.text)) {
+    if (!linkedBefore) DropEditLink();
+    return false;
+  }
   ProgramChanged({.autosave = true,
                   .refreshMs = builder.refreshMs,
                   .rebuildPath = true,

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 #include "app/app_state.h"
@@ -61,6 +62,9 @@ struct Builder {
   // cannot be stored, or is no record of this builder. Null: the form is all.
   bool (*storeItems)(FeatureSettings& record) = nullptr;
   bool (*loadItems)(const FeatureSettings& record) = nullptr;
+  // The block of the program that holds already what would be inserted, 0 for none: the user is
+  // asked whether to update it. Null: nobody asks.
+  std::int32_t (*standsIn)() = nullptr;
   // After an insertion, or an update in place. Null: nothing more.
   void (*inserted)(const FormValues& values, bool updated) = nullptr;
   // The link to a block under edit changed. Null: only the key's caption follows.

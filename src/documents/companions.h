@@ -24,6 +24,10 @@ struct Drawing {
   unsigned char hidden[kMaxItems] = {};
   unsigned char locked[kMaxItems] = {};
   char16_t name[kDrawingNameUnits] = {};
+  // For this run only: the block that it was opened from or sent as, 0 for none, and the hash of
+  // that block's code, by which it is known again.
+  std::int32_t block = 0;
+  std::uint32_t blockHash = 0;
 };
 
 struct CadStore {

@@ -267,6 +267,40 @@ void EditFeature() {
   OpenBuilder(text, row);
 }
 
+bool LinkFeature(std::int32_t id) {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const int row = FindFeature(id);
+  if (row < 0 || CountFeatures(id) != 1 || HasManualEdits(text, features.rows[row])) return false;
+  const FeatureRecord& r = features.rows[row];
+  SetEditLink({r.settings.kind, id, app.activeTab, std::u16string(Span(text, r.start, r.end))});
+  return true;
+}
+
+TwinAnswer AskAboutTwin(const char16_t* title, std::int32_t id) {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const int row = FindFeature(id);
+  if (row < 0) return TwinAnswer::Another;
+  const FeatureRecord& r = features.rows[row];
+  std::u16string words = u"It stands in #" + IntegerText(row + 1) + u" ";
+  words += r.name[0] ? r.name : KindWords(r.settings.kind);
+  words += u" already; another block would cut it twice.\r\n\r\n";
+  if (CountFeatures(id) != 1 || HasManualEdits(text, r)) {
+    words +=
+        u"That block was copied or edited by hand and is not updated. Add another one all the "
+        u"same?";
+    const bool wanted = platform::ShowBox(title, words, platform::BoxButtons::NoYes,
+                                          platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
+    return wanted ? TwinAnswer::Another : TwinAnswer::Nothing;
+  }
+  words += u"Yes: update that block.\r\nNo: add another block.\r\nCancel: change nothing.";
+  const platform::BoxAnswer answer = platform::ShowBox(
+      title, words, platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
+  if (answer == platform::BoxAnswer::Yes) return TwinAnswer::Update;
+  return answer == platform::BoxAnswer::No ? TwinAnswer::Another : TwinAnswer::Nothing;
+}
+
 void NewUserFeature() {
   const std::int32_t selected = SelectedFeatureId();
   std::int32_t id = 0;

@@ -46,6 +46,13 @@ void UpdateFeatureCaptions();
 // The include key's words alone.
 void ShowInclusion(Inclusion inclusion);
 
+// The link to a block as if its builder had opened it. False: the block is not there just once, or
+// its code was edited by hand.
+bool LinkFeature(std::int32_t id);
+// The user wants to insert what this block holds already.
+enum class TwinAnswer { Update, Another, Nothing };
+TwinAnswer AskAboutTwin(const char16_t* title, std::int32_t id);
+
 // The builder that reopens a kind. `record` is the block's settings; for kinds 1 to 3 whose
 // shape lives in the block's own items, `a` is already the library's index. False: it could
 // not be opened. An unknown kind stops the program with words, and so does one

@@ -12,6 +12,7 @@ struct CutData;
 
 struct CadHooks {
   void (*showCutData)(const CutData& cut) = nullptr;  // model/drawings
+  void (*sketchBegun)() = nullptr;                    // model/drawings
   void (*switchSketchUnits)(bool metric) = nullptr;   // tools/sketch_units
   void (*dropTools)() = nullptr;                      // tools/select_drag
   void (*leaveModelView)() = nullptr;                 // canvas/canvas_model

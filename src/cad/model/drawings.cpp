@@ -9,6 +9,7 @@
 #include "app/hooks.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/cut_data.h"
+#include "cad/model/drawing_blocks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
@@ -101,6 +102,12 @@ void NameActiveDrawing(ProgramTab& tab, std::u16string_view name) {
   CopyBounded(tab.cadStore->drawings[tab.cadStore->active].name, kDrawingNameUnits, name);
 }
 
+void SetDrawingBlock(ProgramTab& tab, std::int32_t id, std::uint32_t hash) {
+  Drawing& drawing = tab.cadStore->drawings[tab.cadStore->active];
+  drawing.block = id;
+  drawing.blockHash = hash;
+}
+
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index) {
   CadStore& store = *tab.cadStore;
   if (index >= store.count || index == store.active) return;
@@ -147,16 +154,21 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   if (!IsSketchRecord(record)) return false;
   // First: the workspace stages the program's own drawing when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
-  if (!WorkspaceStands()) return false;
+  if (!WorkspaceStands() || !MakeRoomForBlock(record, editLink.id)) return false;
   DropSketchUndoForBlock(SketchDiffersFrom(record), ShownCutData());
   ClearFlags();
   LoadItems(record);
   ShowLoaded();
+  RememberBlock(editLink.id);
   if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
   return true;
 }
 
 void RegisterDrawings() {
+  cadHooks.sketchBegun = [] {
+    ProgramTab* tab = ActiveTab();
+    if (tab && tab->cadStore) SetDrawingBlock(*tab, 0, 0);
+  };
   followed = UnitsMetric();
   cadHooks.showCutData = [](const CutData& cut) { ShowCutData(cut); };
   liveModels.storeSketch = StoreLiveSketch;

@@ -16,6 +16,8 @@ ProgramTab* ProvideDrawings();
 // the name "Drawing " and its number. The drawings have room for it. Its index.
 std::uint32_t AddDrawing(ProgramTab& tab);
 void NameActiveDrawing(ProgramTab& tab, std::u16string_view name);
+// The block that the active drawing was opened from or sent as, and the hash of its code; 0: none.
+void SetDrawingBlock(ProgramTab& tab, std::int32_t id, std::uint32_t hash);
 // The live sketch is stored and that of drawing `index` comes in; nothing for the active one.
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index);
 
@@ -28,8 +30,9 @@ void LoadSketchForProgram();
 // An empty drawing without steps takes the unit of the application once that has changed.
 void FollowUnit();
 // A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
-// nothing selected. A sketch that held other geometry is one Undo away, with its thickness and
-// cutting data. False: it is no record of a sketch or there is no workspace, and nothing changed.
+// nothing selected. A sketch that stands in no block stays in its drawing; where the user let it be
+// replaced it is one Undo away, with its thickness and cutting data. False: it is no record of a
+// sketch, there is no workspace or the user wants to keep the drawing, and nothing changed.
 bool OpenSketchBlock(const FeatureSettings& record);
 
 void RegisterDrawings();  // how documents store and load the live sketch

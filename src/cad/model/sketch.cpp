@@ -234,6 +234,8 @@ void LoadFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&l
 
 int AppendSketchObject(const SketchObject& object) {
   if (sketch.objectCount >= kMaxItems) return -1;
+  // What is drawn anew is another drawing than what was sent.
+  if (sketch.objectCount == 0) Call(cadHooks.sketchBegun);
   const int index = sketch.objectCount++;
   sketch.objects[index] = object;
   sketch.hidden[index] = 0;

@@ -7,7 +7,7 @@
 #include "cad/model/sketch.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
-#include "platform/control.h"
+#include "text/strict_number.h"
 
 namespace morva {
 
@@ -17,16 +17,27 @@ constexpr double kRecordLimit = 1e9;  // what a settings record can hold stays b
 
 double Storable(double value) { return std::fabs(value) < kRecordLimit ? value : 0; }
 
-// A field without a number leaves what the program's record has: "-0,25" would become 0, come back
-// as a number, and cut nothing.
+// Whether a text only begins with a number.
+bool IsHalfNumber(int field) {
+  double value = 0;
+  if (ReadStrictField(field, value)) return false;
+  value = FieldNumber(field, 0);
+  return value == FieldNumber(field, 1) && std::fabs(value) < kStrictLimit;
+}
+
+// Half a number leaves what the program's record has, or what a drawing starts with: "-0,25" would
+// become 0, come back as a number, and cut nothing.
 void KeepUnreadCutData(FeatureSettings& record) {
   const ProgramTab* tab = ActiveTab();
-  if (!tab || !tab->cadSettings || (tab->cadSettings->metric != 0) != sketch.metric) return;
+  FeatureSettings kept;
+  StartSketchRecord(kept, sketch.metric);
+  if (tab && tab->cadSettings && tab->cadSettings->kind == kKindSketch &&
+      tab->cadSettings->metric == kept.metric) {
+    kept = *tab->cadSettings;
+  }
   for (const FormRow& row : kCadForm.rows) {
-    double value = 0;
-    if (!IsCutField(row) || platform::TextOf(row.id).empty()) continue;
-    if (!ReadStrictField(row.id, value)) {
-      record.values[row.value] = tab->cadSettings->values[row.value];
+    if (IsCutField(row) && IsHalfNumber(row.id)) {
+      record.values[row.value] = kept.values[row.value];
     }
   }
 }

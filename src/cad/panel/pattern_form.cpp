@@ -1,6 +1,8 @@
 #include "cad/panel/pattern_form.h"
 
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <string>
 
 #include "app/command_ids.h"
@@ -20,10 +22,12 @@
 #include "forms/form.h"
 #include "library/item_places.h"
 #include "library/motion_text.h"
+#include "library/shapes.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -50,11 +54,11 @@ CutData CutOf(const Pattern& n) {
                        : CutData{n[kCircleDepth], n[kCircleFeed], n[kCircleSafeZ]};
 }
 
-// Objects about the item's own centre, at most the lines of a diamond.
-constexpr int kDiamondLines = 4;
+// Objects about the item's own centre, at most those of a saved shape.
 struct Source {
-  SketchObject objects[kDiamondLines];
+  SketchObject objects[kMaxShapeObjects];
   int count = 0;
+  bool parts = false;  // each item becomes a part of its own
 };
 
 SketchObject results[kMaxItems + 1];
@@ -66,7 +70,32 @@ bool Refuse(const char16_t* words) {
 
 bool IsWithin(double value, double limit) { return std::fabs(value) < limit; }
 
+constexpr ShapeRow kShapeRows[] = {{u"Circle", static_cast<std::int64_t>(ItemShape::Circle)},
+                                   {u"Square", static_cast<std::int64_t>(ItemShape::Square)},
+                                   {u"Rectangle", static_cast<std::int64_t>(ItemShape::Rectangle)},
+                                   {u"Triangle", static_cast<std::int64_t>(ItemShape::Triangle)},
+                                   {u"Diamond", static_cast<std::int64_t>(ItemShape::Diamond)},
+                                   {u"Slot", static_cast<std::int64_t>(ItemShape::Slot)}};
+constexpr int kShapeLists[] = {kIdCadCircShape, kIdCadRectShape};
+
+// A saved shape in its own sizes, whatever the form's say.
+bool SavedSource(std::int64_t index, Source& source) {
+  if (index < 0 || index >= shapeLibrary.count) return false;
+  const SavedShape& shape = shapeLibrary.shapes[index];
+  source.count = shape.count;
+  source.parts = shape.count > 1;
+  for (int i = 0; i < shape.count; ++i) {
+    source.objects[i] = shape.objects[i];
+    source.objects[i].group = 0;
+    ScaleLengths(source.objects[i], BySketchUnit(1, kMmPerInch));
+  }
+  return shape.count > 0;
+}
+
 bool ShapeSource(const Pattern& n, Source& source) {
+  const int list = n.rectangular ? kIdCadRectShape : kIdCadCircShape;
+  const std::int64_t row = platform::RowData(list, platform::SelectedRow(list));
+  if (row >= kCustomShapeData) return SavedSource(row - kCustomShapeData, source);
   const double width = n[kPatternSize];
   const double typed = n[kPatternWidth];
   const double height = typed == 0 ? width : typed;
@@ -194,6 +223,7 @@ ItemPlace GridPlace(const Pattern& n, int item) {
 // Every object of every item. False: one would leave the sketch.
 bool LayOut(const Pattern& values, const Source& source, int& count) {
   const int items = static_cast<int>(values.counts[0] * values.counts[1]);
+  const std::int32_t firstPart = source.parts ? NextSketchGroup() : 0;
   count = 0;
   for (int item = 0; item < items; ++item) {
     const ItemPlace place =
@@ -201,6 +231,7 @@ bool LayOut(const Pattern& values, const Source& source, int& count) {
     for (int i = 0; i < source.count; ++i) {
       SketchObject& object = results[count++];
       object = source.objects[i];
+      if (source.parts) object.group = firstPart + item;
       RotatePoint(place.x, place.y, source.objects[i].x, source.objects[i].y, place.angle, object.x,
                   object.y);
       object.angle += place.angle;
@@ -298,7 +329,14 @@ void RefreshPatternForm() {
   ShowWords(kIdCadCreatePattern, PatternBlockIsOpen());
 }
 
+void FillPatternLists() {
+  for (const int list : kShapeLists) {
+    if (platform::Exists(list)) FillShapeList(list, kShapeRows, std::size(kShapeRows));
+  }
+}
+
 void RegisterPatternForm() {
+  AddShapeList(FillPatternLists);
   RegisterCommand(RouterStage::Builder, kIdCadCircularPanel, kIdCadGridPanel,
                   platform::kNotifyClick, OnPanel);
   RegisterCommand(RouterStage::Builder, kIdCadPatternSource, kIdCadCreatePattern,

@@ -16,6 +16,9 @@ void TogglePatternSource();
 // Captions and states of its two keys.
 void RefreshPatternForm();
 
+// The shapes of both lists: the form's own, then the saved ones.
+void FillPatternLists();
+
 void RegisterPatternForm();
 void ResetPatternForm();
 

@@ -9,6 +9,7 @@
 #include "app/router.h"
 #include "cad/model/cad_form.h"
 #include "cad/model/cut_data.h"
+#include "cad/model/drawing_blocks.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
@@ -17,6 +18,7 @@
 #include "cad/panel/workspace.h"
 #include "cad/tools/strict_fields.h"
 #include "documents/builder.h"
+#include "documents/feature_operations.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
 #include "library/motion_text.h"
@@ -102,7 +104,7 @@ void TellResult(bool update) {
   const ProgramTab* tab = ActiveTab();
   std::u16string words = update ? u"Code updated in " : u"Code added to ";
   words += tab ? std::u16string_view(tab->title) : std::u16string_view(u"the program");
-  words += u". To change it, double-click its feature in the code; Generate adds another.";
+  words += u". After a change press Generate again: it offers to update this feature.";
   SetSketchStatus(words.c_str());
   LogSketchOperation(update ? u"Updated code" : u"Generated code");
 }
@@ -118,6 +120,7 @@ void TellReading(const FormRow& row, const FormValues& values) {
 
 void AfterInsertion(const FormValues& values, bool updated) {
   TellResult(updated);
+  RememberBlock(SelectedFeatureId());
   // Last, so that it stays on the status line too; there the first field stays longest.
   for (std::size_t i = kCadForm.rows.size(); i-- > 0;) {
     const FormRow& row = kCadForm.rows[i];
@@ -141,6 +144,7 @@ constexpr Builder kSketchBuilder{
     .room = RoomForCode,
     .storeItems = StoreSketchItems,
     .loadItems = OpenSketchBlock,
+    .standsIn = BlockOfLiveDrawing,
     .inserted = AfterInsertion,
     .linked = RefreshCadKeys,
 };

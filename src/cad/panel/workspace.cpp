@@ -167,6 +167,7 @@ bool MakeWorkspace() {
   view.takesFocus = true;
   platform::MakeView(view);
   MakeForm(kCadForm);
+  FillPatternLists();
   MakeLabel(kIdCadStatus, u"", kMainText);
   MakeLabel(kIdCadHint, kCadHint, kDimText);
   MakeSizeBoxes();

@@ -12,6 +12,7 @@
 #include "documents/program_tabs.h"
 #include "documents/tab_models.h"
 #include "forms/form.h"
+#include "library/shapes.h"
 #include "library/units.h"
 #include "support/stage.h"
 #include "text/codetext.h"
@@ -101,6 +102,7 @@ struct CadStage : public support::Stage {
     events.drawItem = OnDrawItem;
     events.timer = OnTimer;
     platform::ListenTo(&events);
+    morva::ResetShapeLibrary();
     morva::RegisterCad();
   }
   void TearDown() override {

@@ -20,6 +20,7 @@
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/size_boxes.h"
 #include "documents/program_tabs.h"
+#include "library/shapes.h"
 #include "platform/headless/headless.h"
 #include "support/stage.h"
 
@@ -49,6 +50,7 @@ class DrawStage : public support::Stage {
     };
     platform::ListenTo(&events);
     MakeControls();
+    ResetShapeLibrary();
     RegisterCad();
     sketch.snapOn = false;  // most tests want the very place that they name
   }

@@ -254,6 +254,15 @@ TEST_F(Drawings, AnEmptyOrWordyCuttingFieldIsStoredAsZero) {
   EXPECT_EQ(record.values[2], 0.5);
 }
 
+TEST_F(Drawings, HalfANumberLeavesTheCuttingFieldAsItWas) {
+  Cut(u"-0.5", u"12", u"0.25");
+  SaveLiveDrawing();
+  Cut(u"-0,75", u"8 in", u"0.3");
+  SaveLiveDrawing();
+  LoadSketchForProgram();
+  EXPECT_EQ(CutTexts(), (Texts{u"-0.500000", u"12.000000", u"0.300000"}));
+}
+
 TEST_F(Drawings, ACuttingFieldBeyondEveryRecordDoesNotCostTheDrawing) {
   Add(kTypeCircle, 1, 2, 3);
   Cut(u"-0.5", u"1000000000", u"0.25");

@@ -14,9 +14,11 @@
 #include "cad/tools/pattern_direction.h"
 #include "documents/insertion.h"
 #include "library/outline.h"
+#include "library/shapes.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -381,6 +383,48 @@ TEST_F(Patterns, FormOffersTheSixShapesAndMakesNoOther) {
     headless::SelectRows(id, {6});
     ExpectRefused(kBadShape);
   }
+}
+
+TEST_F(Patterns, FormOffersSavedShapesAndAppendsTheirObjectsInEveryPlace) {
+  SavedShape shape;
+  CopyBounded(shape.name, kShapeNameUnits, u"Ear");
+  shape.count = 2;
+  shape.objects[0] = {kTypeCircle, 7, 0.25, 0, 0.5, 0, 0};
+  shape.objects[1] = {kTypeLine, 7, -0.5, 0, 1, 0, 0};
+  ASSERT_EQ(PutShape(shape), 0);
+  for (const bool metric : {false, true}) {
+    ResetSketch();
+    sketch.metric = metric;
+    Circular();
+    RefreshShapeLists();
+    ASSERT_EQ(platform::RowCount(kIdCadCircShape), 7);
+    EXPECT_EQ(platform::RowText(kIdCadCircShape, 6), u"CUSTOM: Ear");
+    headless::SelectRows(kIdCadCircShape, {6});
+    headless::SelectRows(kIdCadCircOrientation, {1});
+    Type(kIdCadCircQuantity, u"4");
+    Type(kIdCadCircDiameter, u"4");
+    headless::Click(kIdCadCreatePattern);
+    ASSERT_EQ(sketch.objectCount, 8);
+    const double unit = metric ? 25.4 : 1;
+    // The second place lies at (0, 2), turned by 90 degrees.
+    EXPECT_NEAR(Object(2).x, 0, 1e-6);
+    EXPECT_NEAR(Object(2).y, 2 + 0.25 * unit, 1e-6);
+    EXPECT_NEAR(Object(2).size, 0.5 * unit, 1e-12);
+    EXPECT_NEAR(Object(3).y, 2 - 0.5 * unit, 1e-6);
+    EXPECT_EQ(Object(3).angle, 90);
+    // Each is a part of its own.
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(Object(i).group, 1 + i / 2);
+    // Counted against 96: 44 more do, 45 do not.
+    Type(kIdCadCircQuantity, u"45");
+    headless::Click(kIdCadCreatePattern);
+    EXPECT_EQ(sketch.objectCount, 8);
+    Type(kIdCadCircQuantity, u"44");
+    headless::Click(kIdCadCreatePattern);
+    EXPECT_EQ(sketch.objectCount, 96);
+  }
+  Rectangular();
+  RefreshShapeLists();
+  EXPECT_EQ(platform::RowText(kIdCadRectShape, 6), u"CUSTOM: Ear");
 }
 
 TEST_F(Patterns, FormTakesTheWidthForAHeightOfNothing) {

@@ -1,4 +1,5 @@
-// A block of a sketch that is opened again takes the live sketch's place: what Undo brings back.
+// A block of a sketch that is opened again: where it goes, and what Undo brings back where it took
+// the live sketch's place.
 
 #include <gtest/gtest.h>
 
@@ -30,9 +31,24 @@ struct ReopenedBlock : cad_test::DrawingsStage {
     RefreshFeatureList();
     return platform::SelectedRow(kIdFeatureList);
   }
+  // Whatever is asked is answered with Yes.
   static void Reopen(int row) {
+    headless::QueueAnswer(platform::BoxAnswer::Yes);
     platform::SelectRow(kIdFeatureList, row);
     EditFeature();
+    headless::ClearQueues();
+  }
+  static CadStore& Store() { return *tabs[0].cadStore; }
+  static std::u16string NameOf(std::uint32_t index) { return Store().drawings[index].name; }
+  // Seven drawings that stand in no block, beside the first one, which is live and empty.
+  static void FillDrawings() {
+    Empty();
+    for (int i = 1; i < kMaxDrawings; ++i) {
+      headless::Click(kIdDrawingAdd);
+      Add(kTypeWorkPoint, 100 + i, 0, 0);
+    }
+    headless::Click(kIdDrawingFirst);
+    ASSERT_EQ(sketch.objectCount, 0);
   }
   // A circle of this size, sent, in an inch sketch that is empty afterwards.
   int SendCircle(double size, const char16_t* code) {
@@ -44,8 +60,103 @@ struct ReopenedBlock : cad_test::DrawingsStage {
   }
 };
 
+TEST_F(ReopenedBlock, GoesIntoADrawingOfItsOwnCalledAfterIt) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  const std::int32_t id = SelectedFeatureId();
+  ASSERT_TRUE(RenameFeature(u"Flange"));
+  sketch.metric = true;
+  sketch.thickness = 3;
+  Add(kTypeRectangle, 10, 20, 30, 40, 15, 4);
+  sketch.hidden[0] = 1;
+  Cut(u"-2.5", u"300", u"7.125");
+  app.editorDirty = false;
+  headless::TakeBoxes();
+  Reopen(row);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  ASSERT_EQ(Store().count, 2u);
+  EXPECT_EQ(Store().active, 1u);
+  EXPECT_EQ(NameOf(1), u"Flange");
+  EXPECT_EQ(platform::TextOf(kIdDrawingFirst + 1), u"Flange");
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].size, 2);
+  EXPECT_EQ(sketch.undoDepth, 0);
+  EXPECT_EQ(editLink.kind, kKindSketch);
+  EXPECT_EQ(editLink.id, id);
+  EXPECT_FALSE(app.editorDirty);  // to look at a block changes nothing
+  // The drawing stands whole in its own, also after a switch of programs.
+  OpenTab(u"", u"G1\r\n", u"Other.NC");
+  SwitchTab(1);
+  SwitchTab(0);
+  headless::Click(kIdDrawingFirst);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].type, kTypeRectangle);
+  EXPECT_EQ(sketch.objects[0].angle, 15);
+  EXPECT_EQ(sketch.hidden[0], 1);
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(sketch.thickness, 3);
+  EXPECT_EQ(CutTexts(), (Texts{u"-2.500000", u"300.000000", u"7.125000"}));
+  // Opened once more it comes up where it stands.
+  Reopen(row);
+  EXPECT_EQ(Store().count, 2u);
+  EXPECT_EQ(Store().active, 1u);
+}
+
+TEST_F(ReopenedBlock, TakesAnEmptyDrawingBeforeAFurtherOne) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  headless::Click(kIdDrawingAdd);
+  headless::Click(kIdDrawingFirst);
+  Add(kTypeLine, 0, 0, 5);
+  Reopen(row);
+  EXPECT_EQ(Store().count, 2u);
+  EXPECT_EQ(Store().active, 1u);
+  EXPECT_EQ(NameOf(1), u"CAD sketch");
+}
+
+TEST_F(ReopenedBlock, ReplacesWhatStandsInABlockWhereItIs) {
+  const int first = SendCircle(1, u"G1 X1\r\n");
+  ASSERT_TRUE(RenameFeature(u"One"));
+  const int second = SendCircle(2, u"G1 X2\r\n");
+  ASSERT_TRUE(RenameFeature(u"Two"));
+  Add(kTypeLine, 0, 0, 5);
+  Reopen(first);
+  EXPECT_EQ(NameOf(1), u"One");
+  // The drawing called after a block goes on to the next one, with its name.
+  Reopen(second);
+  EXPECT_EQ(Store().count, 2u);
+  EXPECT_EQ(NameOf(1), u"Two");
+  EXPECT_EQ(sketch.objects[0].size, 2);
+  // Changed and not sent, it stands in no block.
+  sketch.objects[0].size = 9;
+  Reopen(first);
+  EXPECT_EQ(Store().count, 3u);
+  headless::Click(kIdDrawingFirst + 1);
+  EXPECT_EQ(sketch.objects[0].size, 9);
+}
+
+TEST_F(ReopenedBlock, AsksWhereNoDrawingIsFree) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
+  Add(kTypeLine, 0, 0, 5);
+  headless::TakeBoxes();
+  platform::SelectRow(kIdFeatureList, row);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EditFeature();
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Open a block");
+  EXPECT_EQ(
+      boxes[0].text,
+      u"No drawing tab is free. The block would take the place of \u201CDrawing 1\u201D, which "
+      u"stands in no block of the program. Replace it?");
+  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::NoYes);
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(sketch.undoDepth, 0);
+}
+
 TEST_F(ReopenedBlock, LeavesTheDrawingThatItReplacedOneUndoAway) {
   const int row = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
   sketch.metric = true;
   sketch.thickness = 3;
   Add(kTypeRectangle, 10, 20, 30, 40, 15, 4);
@@ -86,6 +197,7 @@ TEST_F(ReopenedBlock, LeavesTheDrawingThatItReplacedOneUndoAway) {
 
 TEST_F(ReopenedBlock, IsUnlinkedByThatUndoSoThatUpdateCannotReplaceItByTheFormerDrawing) {
   const int row = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
   Add(kTypeLine, 0, 0, 5);
   static int refreshed = 0;
   Reopen(row);
@@ -120,6 +232,7 @@ TEST_F(ReopenedBlock, KeepsNoStepForAnEmptySketchOrTheSameGeometry) {
 
 TEST_F(ReopenedBlock, AnyNumberThatDiffersIsOtherGeometry) {
   const int row = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
   Reopen(row);
   const SketchObject same = sketch.objects[0];
   for (int what = 0; what < 9; ++what) {
@@ -144,6 +257,7 @@ TEST_F(ReopenedBlock, AnyNumberThatDiffersIsOtherGeometry) {
 TEST_F(ReopenedBlock, WalkingThroughManyBlocksKeepsTheDrawingAndNoneOfTheirs) {
   std::vector<int> rows;
   for (int i = 0; i < 30; ++i) rows.push_back(SendCircle(1 + i, u"G1 X2\r\n"));
+  FillDrawings();
   Add(kTypeSlot, 7, 7, 7, 1);
   for (const int row : rows) {
     Reopen(row);
@@ -158,6 +272,7 @@ TEST_F(ReopenedBlock, WalkingThroughManyBlocksKeepsTheDrawingAndNoneOfTheirs) {
 TEST_F(ReopenedBlock, ABlocksSketchThatWasChangedIsADrawingOfItsOwn) {
   const int first = SendCircle(1, u"G1 X1\r\n");
   const int second = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
   Add(kTypeLine, 0, 0, 5);
   Reopen(first);
   for (int i = 0; i < 3; ++i) {
@@ -178,6 +293,7 @@ TEST_F(ReopenedBlock, ABlocksSketchThatWasChangedIsADrawingOfItsOwn) {
 
 TEST_F(ReopenedBlock, WhatUndoBroughtBackIsNoBlocksSketch) {
   const int first = SendCircle(1, u"G1 X1\r\n");
+  FillDrawings();
   Add(kTypeLine, 0, 0, 5);
   Reopen(first);
   SketchUndo();
@@ -189,10 +305,15 @@ TEST_F(ReopenedBlock, WhatUndoBroughtBackIsNoBlocksSketch) {
 
 TEST_F(ReopenedBlock, ADrawingThatComesInByItsKeyDropsTheFormerOne) {
   const int row = SendCircle(2, u"G1 X2\r\n");
+  FillDrawings();
   Add(kTypeLine, 0, 0, 5);
   Reopen(row);
-  headless::Click(kIdDrawingAdd);
+  headless::Click(kIdDrawingFirst + 1);
   EXPECT_EQ(sketch.undoDepth, 0);
+  Empty();
+  Add(kTypeSlot, 1, 1, 2, 1);
+  headless::Click(kIdDrawingFirst);
+  Empty();
   Add(kTypeSlot, 1, 1, 2, 1);
   Reopen(row);
   EXPECT_EQ(sketch.undoDepth, 1);

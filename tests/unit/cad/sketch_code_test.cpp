@@ -286,9 +286,10 @@ TEST_F(SketchCodeTest, SaysInTheWorkspaceWhereTheCodeWentAndWhetherItIsNew) {
   std::u16string_view(u"Bracket.NC").copy(ActiveTab()->title, kTitleUnits - 1);
   Draw(Line(0, 0, 2, 0));
   GenerateSketchCode();
-  EXPECT_EQ(SketchStatus(),
-            u"Code added to Bracket.NC. To change it, double-click its feature in the code; "
-            u"Generate adds another.");
+  EXPECT_EQ(
+      SketchStatus(),
+      u"Code added to Bracket.NC. After a change press Generate again: it offers to update this "
+      u"feature.");
   ASSERT_EQ(platform::RowCount(kIdCadRecent), 1);
   EXPECT_EQ(platform::RowText(kIdCadRecent, 0), u"Generated code");
   ScanProgramText(Text());
@@ -302,6 +303,58 @@ TEST_F(SketchCodeTest, SaysInTheWorkspaceWhereTheCodeWentAndWhetherItIsNew) {
   GenerateSketchCode();
   EXPECT_EQ(SketchStatus().substr(0, 27), u"Code updated in Bracket.NC.");
   EXPECT_EQ(platform::RowText(kIdCadRecent, 1), u"Updated code");
+}
+
+// Pressed twice.
+
+TEST_F(SketchCodeTest, OffersToUpdateTheBlockThatTheDrawingStandsIn) {
+  Draw(Line(0, 0, 2, 0));
+  GenerateSketchCode();
+  const std::u16string once = Text();
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  const headless::BoxRecord box = Refusal();
+  EXPECT_EQ(box.title, u"Custom Shape Editor");
+  EXPECT_EQ(box.text,
+            u"It stands in #1 CAD sketch already; another block would cut it twice.\r\n\r\n"
+            u"Yes: update that block.\r\nNo: add another block.\r\nCancel: change nothing.");
+  EXPECT_EQ(box.buttons, platform::BoxButtons::YesNoCancel);
+  EXPECT_EQ(Text(), once);
+  // Another depth updates the one block.
+  Fields(u"-0.5", u"10", u"0.5");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  GenerateSketchCode();
+  ScanProgramText(Text());
+  EXPECT_EQ(features.count, 1);
+  EXPECT_TRUE(Holds(Text(), u"G01 Z-0.500 F10.00"));
+  EXPECT_FALSE(Holds(Text(), u"G01 Z-0.100"));
+  EXPECT_EQ(editLink.kind, 0);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  GenerateSketchCode();
+  ScanProgramText(Text());
+  EXPECT_EQ(features.count, 2);
+}
+
+TEST_F(SketchCodeTest, ForgetsThatOfferedBlockWhenThePickerIsCancelled) {
+  Draw(Line(0, 0, 2, 0));
+  GenerateSketchCode();
+  SetDestinationPicker([](int) { return Destination::Cancelled; });
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  GenerateSketchCode();
+  EXPECT_EQ(editLink.kind, 0);
+}
+
+TEST_F(SketchCodeTest, UpdatesNoBlockThatWasEditedByHand) {
+  Draw(Line(0, 0, 2, 0));
+  GenerateSketchCode();
+  std::u16string text = Text();
+  text.replace(text.find(u"Z-0.100"), 7, u"Z-0.200");
+  platform::SetEditorText(kIdEditor, text);
+  headless::TakeBoxes();
+  const headless::BoxRecord box = Refusal();
+  EXPECT_EQ(box.buttons, platform::BoxButtons::NoYes);
+  EXPECT_NE(box.text.find(u"copied or edited by hand"), box.text.npos);
+  EXPECT_EQ(Text(), text);
 }
 
 TEST_F(SketchCodeTest, IsTheMenuItemsCommandAsWell) {
