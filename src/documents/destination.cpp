@@ -204,6 +204,7 @@ void ShowPlace(By by, bool update, int position, const PlaceAround& around) {
   PlaceAround shown = picker.split ? picker.splitAround : around;
   if (update && IsRun(shown)) shown.words = u"In the place of operation " + IntegerText(position);
   platform::SetText(kIdDestinationAround, shown.words);
+  // No form: a form colours its words once and for all, these warn.
   const platform::Colour colour = IsRun(shown) ? kMainText : kWarningText;
   platform::SetColours(kIdDestinationAround, {colour, kPanelBackground, true});
   platform::SetText(kIdDestinationHelp,

@@ -70,6 +70,17 @@ class PickerAtTheDesk : public CadDesk {
     desk::WidgetOf(window)->activateWindow();
   }
 
+  // The caret before the first place of these words, or beside it.
+  static void CaretAt(std::u16string_view words, int beside) {
+    const std::u16string text(platform::EditorText(morva::kIdEditor));
+    const std::size_t at = text.find(words);
+    ASSERT_NE(at, text.npos);
+    const int position = morva::MapTextOffset(text, static_cast<std::int32_t>(at)) + beside;
+    platform::SetEditorSelection(morva::kIdEditor, {position, position});
+  }
+  // A drawing that stands in a block already is to become another block.
+  static void WantAnother() { desk::AnswerBox(QStringLiteral("No")); }
+
   // Generate by its key; `act` is what the user does in the picker. It must end it.
   void Generate(const std::function<void()>& act) {
     bool stood = false;
@@ -81,7 +92,10 @@ class PickerAtTheDesk : public CadDesk {
     });
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&]() {
-      if (!Stands() || !HasKeyboard(morva::kIdDestinationProgram)) return;
+      if (!Stands() || !(HasKeyboard(morva::kIdDestinationPosition) ||
+                         HasKeyboard(morva::kIdDestinationProgram))) {
+        return;
+      }
       watch.stop();
       stood = true;
       act();
@@ -97,9 +111,10 @@ class PickerAtTheDesk : public CadDesk {
 
 TEST_F(PickerAtTheDesk, TabFollowsTheScreenAndEscapeChangesNothing) {
   const QString code = Code();
-  const int order[] = {morva::kIdDestinationProgram, morva::kIdDestinationPosition,
-                       morva::kIdDestinationHelp, morva::kIdDestinationInsert,
-                       morva::kIdDestinationCancel};
+  const int order[] = {morva::kIdDestinationPosition, morva::kIdDestinationList,
+                       morva::kIdDestinationSplit,    morva::kIdDestinationHelp,
+                       morva::kIdDestinationInsert,   morva::kIdDestinationCancel,
+                       morva::kIdDestinationProgram};
   for (const int last : order) {
     Generate([&]() {
       Show("picker_1.png");
@@ -107,9 +122,9 @@ TEST_F(PickerAtTheDesk, TabFollowsTheScreenAndEscapeChangesNothing) {
         EXPECT_TRUE(HasKeyboard(id)) << id;
         Press(Qt::Key_Tab);
       }
-      EXPECT_TRUE(HasKeyboard(morva::kIdDestinationProgram));
+      EXPECT_TRUE(HasKeyboard(morva::kIdDestinationPosition));
       Press(Qt::Key_Backtab, Qt::ShiftModifier);
-      EXPECT_TRUE(HasKeyboard(morva::kIdDestinationCancel));
+      EXPECT_TRUE(HasKeyboard(morva::kIdDestinationProgram));
       while (!HasKeyboard(last)) Press(Qt::Key_Backtab, Qt::ShiftModifier);
       Press(Qt::Key_Escape);
     });
@@ -121,10 +136,12 @@ TEST_F(PickerAtTheDesk, TabFollowsTheScreenAndEscapeChangesNothing) {
 }
 
 TEST_F(PickerAtTheDesk, EnterInsertsFromEveryControlButCancel) {
-  const int controls[] = {morva::kIdDestinationProgram, morva::kIdDestinationPosition,
-                          morva::kIdDestinationHelp, morva::kIdDestinationInsert};
+  const int controls[] = {morva::kIdDestinationPosition, morva::kIdDestinationProgram,
+                          morva::kIdDestinationList, morva::kIdDestinationHelp,
+                          morva::kIdDestinationInsert};
   std::vector<int> wanted = Ids();
   for (const int id : controls) {
+    if (id != controls[0]) WantAnother();
     Generate([id]() {
       while (!HasKeyboard(id)) Press(Qt::Key_Tab);
       Press(Qt::Key_Return);
@@ -132,6 +149,7 @@ TEST_F(PickerAtTheDesk, EnterInsertsFromEveryControlButCancel) {
     EXPECT_EQ(Ids().size(), wanted.size() + 1) << id;
     wanted = Ids();
   }
+  WantAnother();
   Generate([]() {
     while (!HasKeyboard(morva::kIdDestinationCancel)) Press(Qt::Key_Tab);
     Press(Qt::Key_Return);
@@ -141,8 +159,7 @@ TEST_F(PickerAtTheDesk, EnterInsertsFromEveryControlButCancel) {
 
 TEST_F(PickerAtTheDesk, StaysWithTheKeyboardInTheBoxAfterARefusedPosition) {
   Generate([]() {
-    Press(Qt::Key_Tab);
-    Press(Qt::Key_A, Qt::ControlModifier);
+    // The number is marked: typing takes its place.
     Type("3");
     EXPECT_TRUE(Help().contains(QStringLiteral("at operation 3"))) << Help().toStdString();
     for (const char* bad : {"3", "0"}) {
@@ -168,6 +185,7 @@ TEST_F(PickerAtTheDesk, StaysWithTheKeyboardInTheBoxAfterARefusedPosition) {
 TEST_F(PickerAtTheDesk, OpensANewProjectByKeysAndGoesIntoAnotherProgramByPointer) {
   Generate([]() {
     EXPECT_EQ(Programs().last(), QStringLiteral("+ New project"));
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
     Press(Qt::Key_End);
     EXPECT_EQ(Position(), QStringLiteral("2"));
     EXPECT_TRUE(Help().contains(QStringLiteral("New project\u201D at operation 2")));
@@ -215,6 +233,7 @@ TEST_F(PickerAtTheDesk, OffersNoNewProjectWithEightProgramsOpen) {
   Generate([]() {
     EXPECT_EQ(Programs().size(), 8);
     EXPECT_FALSE(Programs().contains(QStringLiteral("+ New project")));
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
     Press(Qt::Key_End);
     EXPECT_TRUE(Help().contains(QStringLiteral("Add code to \u201CX.NC\u201D")));
     Press(Qt::Key_Return);
@@ -261,6 +280,82 @@ TEST_F(PickerAtTheDesk, HoldsThePositionOfAnUpdateUntilAnotherProgramIsChosen) {
   EXPECT_TRUE(Code().contains(QStringLiteral("G01 Z-0.300 F10.00")));
   EXPECT_FALSE(Code().contains(QStringLiteral("G01 Z-0.100 F10.00")));
   EXPECT_EQ(morva::editLink.kind, 0);
+}
+
+// A long program of other hands, with the caret behind its tool change.
+TEST_F(PickerAtTheDesk, PutsTheCodeAtTheCaretOfAForeignProgramWithEnterTwice) {
+  QString text =
+      QStringLiteral("%\nO1001 (PLATE)\nG20 G90 G54\nT1 M06\nG00 X0 Y0 S3000 M03\nM30\n%\n");
+  platform::SetEditorText(morva::kIdEditor, text.toStdU16String());
+  ASSERT_TRUE(desk::Until([]() { return Code().contains(QStringLiteral("(MORVA END 1)")); }));
+  CaretAt(u"G00 X0", -1);
+  desk::Click(morva::kIdCadCutData);
+  bool stood = false;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&]() {
+    if (!Stands() || !HasKeyboard(morva::kIdDestinationPosition)) return;
+    watch.stop();
+    stood = true;
+    auto* box = qobject_cast<QLineEdit*>(desk::WidgetOf(morva::kIdDestinationPosition));
+    EXPECT_EQ(box->selectedText(), QStringLiteral("1"));
+    EXPECT_EQ(desk::TextOf(morva::kIdDestinationAround),
+              QStringLiteral("Behind line 6 (T1 M06), before line 7 (G00 X0 Y0 S3000 M03)"));
+    auto* check = qobject_cast<QAbstractButton*>(desk::WidgetOf(morva::kIdDestinationSplit));
+    EXPECT_TRUE(check->isChecked());
+    EXPECT_EQ(check->text(), QStringLiteral("Split the user code at line 7"));
+    Show("picker_4_split.png");
+    // By hand and back: Space turns it over, the words follow.
+    check->setFocus();
+    Press(Qt::Key_Space);
+    EXPECT_EQ(desk::TextOf(morva::kIdDestinationAround),
+              QStringLiteral("Before the program's head (O1001)"));
+    Press(Qt::Key_Space);
+    box->setFocus();
+    Press(Qt::Key_Return);
+  });
+  watch.start(10);
+  desk::Key(morva::kIdCadFeed, Qt::Key_Return);
+  ASSERT_TRUE(stood);
+  EXPECT_EQ(Ids(), (std::vector<int>{1, 2, 3}));
+  EXPECT_LT(Code().indexOf(QStringLiteral("T1 M06")),
+            Code().indexOf(QStringLiteral("(CUSTOM SHAPE EDITOR)")));
+  EXPECT_LT(Code().indexOf(QStringLiteral("(CUSTOM SHAPE EDITOR)")),
+            Code().indexOf(QStringLiteral("G00 X0 Y0 S3000")));
+}
+
+// Nothing is cut off with many operations of long names and long lines of code around the place.
+TEST_F(PickerAtTheDesk, ShowsALongListAndLongWordsWhole) {
+  QString text;
+  for (int i = 1; i <= 30; ++i) {
+    text += QStringLiteral(
+                "(MORVA TEXT %1)\n(MORVA NAME Operation %1 of the left hand bracket, roughed and "
+                "finished in one setup%2)\nG00 X%1.123456789 Y-12.123456789 Z1.\nG01 X1\n"
+                "(MORVA END %1)\n")
+                .arg(i)
+                .arg(i % 2 ? QStringLiteral("") : QStringLiteral(", soft jaws"));
+  }
+  platform::SetEditorText(morva::kIdEditor, text.toStdU16String());
+  CaretAt(u"G01 X1\r\n(MORVA END 15)", 0);
+  const QSize sizes[] = {{1200, 800}, {1560, 940}};
+  for (const QSize& size : sizes) {
+    Resize(size.width(), size.height());
+    Generate([]() {
+      Show("picker_5_long.png");
+      const QWidget* dialog = desk::WidgetOf(morva::kViewDestination);
+      for (const int id : {morva::kIdDestinationAround, morva::kIdDestinationList,
+                           morva::kIdDestinationInsert, morva::kIdDestinationHelp}) {
+        EXPECT_TRUE(dialog->rect().contains(desk::WidgetOf(id)->geometry())) << id;
+      }
+      // The words break into two lines at most, which is what their place holds.
+      const QWidget* around = desk::WidgetOf(morva::kIdDestinationAround);
+      const QRect words =
+          around->fontMetrics().boundingRect(QRect(0, 0, around->width(), 1000), Qt::TextWordWrap,
+                                             desk::TextOf(morva::kIdDestinationAround));
+      EXPECT_LE(words.height(), around->height());
+      Press(Qt::Key_Escape);
+    });
+    GiveKeyboardBack(platform::kMainWindow);
+  }
 }
 
 }  // namespace

@@ -2,13 +2,17 @@
 
 #include <string>
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
+#include "cad/model/sketch_words.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
+#include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/message.h"
@@ -106,6 +110,28 @@ void BringUp(ProgramTab& tab, int index, std::int32_t id) {
   Call(hooks.layout);  // a key more, perhaps
 }
 
+// Where the live sketch holds geometry that stands in no block, a free drawing comes up, called
+// after the block; without a free one the user is asked. False: the drawing is to stay.
+bool MakeRoom(const FeatureSettings& record, std::int32_t id) {
+  static FeatureSettings live;
+  ProgramTab* tab = ProvideDrawings();
+  if (!tab || sketch.objectCount == 0 || !StoreLiveSketch(live)) return true;
+  ScanProgram();
+  // The same geometry loses nothing, and what a block holds can be opened again.
+  const Drawing& active = *ActiveDrawing();
+  if (SameItems(live, record)) return true;
+  if (RowHolding(live) >= 0) {
+    if (RowRemembered(active) >= 0 && NameOf(active.block) == active.name) {
+      NameActiveDrawing(*tab, NameOf(id));
+    }
+    return true;
+  }
+  const int free = FreeDrawing(*tab, record);
+  if (free < 0) return MayReplace(active);
+  BringUp(*tab, free, id);
+  return true;
+}
+
 }  // namespace
 
 std::int32_t BlockOfLiveDrawing() {
@@ -130,23 +156,16 @@ void RememberBlock(std::int32_t id) {
   SetDrawingBlock(*tab, id, features.rows[row].settings.codeHash);
 }
 
-bool MakeRoomForBlock(const FeatureSettings& record, std::int32_t id) {
-  static FeatureSettings live;
-  ProgramTab* tab = ProvideDrawings();
-  if (!tab || sketch.objectCount == 0 || !StoreLiveSketch(live)) return true;
-  ScanProgram();
-  // The same geometry loses nothing, and what a block holds can be opened again.
-  const Drawing& active = *ActiveDrawing();
-  if (SameItems(live, record)) return true;
-  if (RowHolding(live) >= 0) {
-    if (RowRemembered(active) >= 0 && NameOf(active.block) == active.name) {
-      NameActiveDrawing(*tab, NameOf(id));
-    }
-    return true;
-  }
-  const int free = FreeDrawing(*tab, record);
-  if (free < 0) return MayReplace(active);
-  BringUp(*tab, free, id);
+bool OpenSketchBlock(const FeatureSettings& record) {
+  if (!IsSketchRecord(record)) return false;
+  // First: the workspace stages the program's own drawing when it comes up.
+  Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
+  const bool stands = liveModels.cadWindowExists && liveModels.cadWindowExists();
+  if (!stands || !MakeRoom(record, editLink.id)) return false;
+  DropSketchUndoForBlock(SketchDiffersFrom(record), ShownCutData());
+  TakeSketchItems(record);
+  RememberBlock(editLink.id);
+  if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
   return true;
 }
 

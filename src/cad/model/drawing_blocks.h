@@ -11,12 +11,13 @@ namespace morva {
 // The block that holds the live drawing as it stands, else the one that it was opened from or sent
 // as. 0: none of the program.
 std::int32_t BlockOfLiveDrawing();
-// The live drawing is that of this block, opened or just sent; nothing where the block holds another
-// drawing, as that of another program.
+// The live drawing is that of this block, opened or just sent; nothing where the block holds
+// another drawing, as that of another program.
 void RememberBlock(std::int32_t id);
-// Before the block with this record and id takes the live sketch's place. Where that holds geometry
-// which stands in no block, a free drawing comes up, called after the block; without a free one the
-// user is asked. False: the drawing is to stay.
-bool MakeRoomForBlock(const FeatureSettings& record, std::int32_t id);
+// A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
+// nothing selected. A sketch that stands in no block stays in its drawing; where the user let it be
+// replaced it is one Undo away, with its thickness and cutting data. False: it is no record of a
+// sketch, there is no workspace or the user wants to keep the drawing, and nothing changed.
+bool OpenSketchBlock(const FeatureSettings& record);
 
 }  // namespace morva

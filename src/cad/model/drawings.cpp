@@ -9,7 +9,6 @@
 #include "app/hooks.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/cut_data.h"
-#include "cad/model/drawing_blocks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
@@ -150,18 +149,10 @@ void FollowUnit() {
   if (fresh && sketch.metric != followed) LoadModel(nullptr);
 }
 
-bool OpenSketchBlock(const FeatureSettings& record) {
-  if (!IsSketchRecord(record)) return false;
-  // First: the workspace stages the program's own drawing when it comes up.
-  Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
-  if (!WorkspaceStands() || !MakeRoomForBlock(record, editLink.id)) return false;
-  DropSketchUndoForBlock(SketchDiffersFrom(record), ShownCutData());
+void TakeSketchItems(const FeatureSettings& record) {
   ClearFlags();
   LoadItems(record);
   ShowLoaded();
-  RememberBlock(editLink.id);
-  if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");
-  return true;
 }
 
 void RegisterDrawings() {

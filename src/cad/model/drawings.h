@@ -29,11 +29,8 @@ void SaveLiveDrawing();
 void LoadSketchForProgram();
 // An empty drawing without steps takes the unit of the application once that has changed.
 void FollowUnit();
-// A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
-// nothing selected. A sketch that stands in no block stays in its drawing; where the user let it be
-// replaced it is one Undo away, with its thickness and cutting data. False: it is no record of a
-// sketch, there is no workspace or the user wants to keep the drawing, and nothing changed.
-bool OpenSketchBlock(const FeatureSettings& record);
+// Objects, unit and thickness of a record into the live sketch; flags cleared, nothing selected.
+void TakeSketchItems(const FeatureSettings& record);
 
 void RegisterDrawings();  // how documents store and load the live sketch
 

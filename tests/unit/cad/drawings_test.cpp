@@ -7,6 +7,7 @@
 #include <cstring>
 #include <memory>
 
+#include "cad/model/drawing_blocks.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"

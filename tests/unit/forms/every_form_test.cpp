@@ -121,6 +121,7 @@ struct EveryForm : support::Workbench {
     RouteCommand(kIdImport, platform::kNotifyClick);
     LookAround("import", look);
     headless::Click(kIdImportCancel);
+    headless::Advance(200);  // the program gets its markers, so that the caret lies in user code
     headless::InDialog([&] {
       LookAround("picker", look);
       headless::Click(kIdDestinationCancel);
