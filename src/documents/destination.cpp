@@ -30,7 +30,7 @@ namespace {
 using platform::FontRole;
 using platform::Rect;
 
-constexpr Rect kPlace{100, 120, 100 + 540, 120 + 520};
+constexpr Rect kPlace{100, 120, 100 + 640, 120 + 528};
 
 // Pages: without and with the check box, which only user code around the caret has.
 enum PickerPage : int { kPlain, kWithSplit };
@@ -42,8 +42,9 @@ constexpr FormRow kRows[] = {
      .filled = true, .limit = 0, .width = 140},
     {.kind = RowKind::List, .id = kIdDestinationList, .name = u"Operations of the project",
      .least = 96},
-    {.kind = RowKind::Note, .id = kIdDestinationAround, .height = 40},
-    {.kind = RowKind::Checks, .pages = PageBit(kWithSplit), .keys = {kIdDestinationSplit}},
+    {.kind = RowKind::Note, .id = kIdDestinationAround, .height = 48},
+    {.kind = RowKind::Checks, .pages = PageBit(kWithSplit), .keys = {kIdDestinationSplit},
+     .shares = {600}},
     {.kind = RowKind::Log, .id = kIdDestinationHelp, .name = u"Where the code goes",
      .height = 104},
     {.kind = RowKind::Keys, .keys = {kIdDestinationInsert, kIdDestinationCancel},
@@ -63,7 +64,7 @@ constexpr FormLook kLook{.edge = 20,
                          .keysAtEnd = true,
                          .labelFont = FontRole::Body,
                          .keyFont = FontRole::Body,
-                         .listFont = FontRole::Body,
+                         .listFont = FontRole::Small,
                          .labelColour = kBrightAccent};
 
 void Changed(int id);

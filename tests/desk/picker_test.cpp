@@ -302,6 +302,7 @@ TEST_F(PickerAtTheDesk, PutsTheCodeAtTheCaretOfAForeignProgramWithEnterTwice) {
               QStringLiteral("Behind line 6 (T1 M06), before line 7 (G00 X0 Y0 S3000 M03)"));
     auto* check = qobject_cast<QAbstractButton*>(desk::WidgetOf(morva::kIdDestinationSplit));
     EXPECT_TRUE(check->isChecked());
+    EXPECT_GE(check->width(), check->sizeHint().width());
     EXPECT_EQ(check->text(), QStringLiteral("Split the user code at line 7"));
     Show("picker_4_split.png");
     // By hand and back: Space turns it over, the words follow.

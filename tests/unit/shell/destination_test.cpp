@@ -105,8 +105,8 @@ TEST_F(DestinationTest, ShowsTheProgramsInOrderAndANewOneAtTheEnd) {
     EXPECT_EQ(platform::SelectedRow(kIdDestinationProgram), 0);
     EXPECT_EQ(platform::PlaceOf(kViewDestination).left, 100);
     EXPECT_EQ(platform::PlaceOf(kViewDestination).top, 120);
-    EXPECT_EQ(platform::RectWidth(platform::PlaceOf(kViewDestination)), 540);
-    EXPECT_EQ(platform::RectHeight(platform::PlaceOf(kViewDestination)), 520);
+    EXPECT_EQ(platform::RectWidth(platform::PlaceOf(kViewDestination)), 640);
+    EXPECT_EQ(platform::RectHeight(platform::PlaceOf(kViewDestination)), 528);
   });
 }
 
