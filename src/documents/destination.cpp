@@ -11,6 +11,7 @@
 #include "app/panels.h"
 #include "app/wells.h"
 #include "documents/feature_blocks.h"
+#include "documents/new_program.h"
 #include "documents/program_places.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
@@ -113,7 +114,7 @@ std::u16string_view ScannedText(std::uint64_t serial) {
   }
   if (!picker.holds || picker.heldSerial != serial) {
     const int index = IndexOfSerial(serial);
-    picker.held = serial == kNewProject ? TemplateText(kNewTitle)
+    picker.held = serial == kNewProject ? NewProgramText(kNewTitle, app.unitsMetric)
                   : index >= 0          ? tabs[index].text
                                         : std::u16string();
     picker.held = TaggedText(picker.held);

@@ -39,14 +39,6 @@ void StageText(const ProgramTab& tab) {
 
 }  // namespace
 
-std::u16string TemplateText(std::u16string_view title) {
-  std::u16string text = u"(FILE: ";
-  text += title;
-  text += app.unitsMetric ? u")\r\nG21 (MILLIMETERS)\r\n" : u")\r\nG20 (INCHES)\r\n";
-  text += u"G90 G17 G94\r\nG54 (WORK COORDINATE SYSTEM)\r\nG40 G80\r\n(OPERATION CODE BELOW)\r\n";
-  return text;
-}
-
 bool RoomForTab() {
   if (app.tabCount < kMaxTabs) return true;
   platform::ShowBox(u"MORVA Tabs", u"The workspace supports up to 8 open programs in this build.",

@@ -16,8 +16,6 @@ namespace morva {
 int OpenTab(std::u16string_view path, std::u16string_view text, std::u16string_view title);
 // The same for a text that may be kept as it is; it holds no NUL.
 int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_view title);
-// The text that a new program of this title begins with.
-std::u16string TemplateText(std::u16string_view title);
 // Whether one more program can be opened. False: the user was told that eight are open.
 bool RoomForTab();
 void SwitchTab(int index);

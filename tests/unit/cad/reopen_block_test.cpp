@@ -63,7 +63,7 @@ struct ReopenedBlock : cad_test::DrawingsStage {
 TEST_F(ReopenedBlock, GoesIntoADrawingOfItsOwnCalledAfterIt) {
   const int row = SendCircle(2, u"G1 X2\r\n");
   const std::int32_t id = SelectedFeatureId();
-  ASSERT_TRUE(RenameFeature(u"Flange"));
+  ASSERT_EQ(RenameFeature(u"Flange"), RenameAnswer::Done);
   sketch.metric = true;
   sketch.thickness = 3;
   Add(kTypeRectangle, 10, 20, 30, 40, 15, 4);
@@ -114,9 +114,9 @@ TEST_F(ReopenedBlock, TakesAnEmptyDrawingBeforeAFurtherOne) {
 
 TEST_F(ReopenedBlock, ReplacesWhatStandsInABlockWhereItIs) {
   const int first = SendCircle(1, u"G1 X1\r\n");
-  ASSERT_TRUE(RenameFeature(u"One"));
+  ASSERT_EQ(RenameFeature(u"One"), RenameAnswer::Done);
   const int second = SendCircle(2, u"G1 X2\r\n");
-  ASSERT_TRUE(RenameFeature(u"Two"));
+  ASSERT_EQ(RenameFeature(u"Two"), RenameAnswer::Done);
   Add(kTypeLine, 0, 0, 5);
   Reopen(first);
   EXPECT_EQ(NameOf(1), u"One");
