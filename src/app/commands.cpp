@@ -52,6 +52,9 @@ bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole f
   std::erase(shownOn, id);
   if (const std::u16string help = HelpOf(id); !help.empty()) platform::SetToolTip(id, help);
   if (IsPending(id)) platform::SetEnabled(id, false);
+  // A key that is off has a state all the same.
+  const bool key = kind == platform::ControlKind::PushButton;
+  if (key && row->on && (row->told & kToldChecked)) platform::SetChecked(id, false);
   return true;
 }
 

@@ -75,6 +75,9 @@ struct Handlers {
   void (*listClick)(int row, int x, int y) = nullptr;
   void (*focusChanged)(bool gained) = nullptr;
   void (*timer)(int timer) = nullptr;
+  // What a view shows, for assistive technology, and its setting of a slider.
+  void (*value)(platform::ViewValue& value) = nullptr;
+  void (*chooseValue)(int step) = nullptr;
 };
 
 // A full table and an id of 0 stop the program with words.

@@ -38,7 +38,15 @@ void TellBar() {
   std::u16string name = shown.receive ? u"Receiving: " : u"Sending: ";
   name += TransferWords(shown, worker.settings);
   platform::SetAccessibleName(kViewTransfer, name);
+  platform::TellViewValue(kViewTransfer);
   platform::Repaint(kViewTransfer);
+}
+
+// In per cent; how much comes of a program that is received nobody knows.
+void TellPart(platform::ViewValue& value) {
+  const std::size_t part =
+      shown.total > 0 ? 100 * std::min(shown.count, shown.total) / shown.total : 0;
+  value = {TransferWords(shown, worker.settings), 0, 100, static_cast<int>(part)};
 }
 
 void DimKeys(bool dim) {
@@ -119,6 +127,7 @@ void RegisterTransferBar() {
   Handlers handlers;
   handlers.id = kViewTransfer;
   handlers.paint = PaintTransferBar;
+  handlers.value = TellPart;
   RegisterHandlers(handlers);
 }
 

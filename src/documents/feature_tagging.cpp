@@ -267,6 +267,7 @@ void RefreshFeatureList() {
     if (tab && IdListHolds(tab->hiddenIds, row.id)) line += u" [hidden]";
     if (tab && IdListHolds(tab->lockedIds, row.id)) line += u" [locked]";
     const int added = platform::AddRow(kIdFeatureList, line, row.id);
+    platform::SetRowDim(kIdFeatureList, added, FeatureRowExcluded(i) && !FeatureRowHasLiveCode(i));
     if (kept != 0 && row.id == kept) platform::SelectRow(kIdFeatureList, added);
   }
   // Typing refreshes the list; it must not scroll away from what the user looks at.

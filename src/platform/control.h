@@ -10,6 +10,9 @@
 // comes to has all of its text selected, and forgets its selection with the keyboard. Space
 // presses a button or turns a check box over, Enter presses a button only, and the arrows hand
 // the keyboard on as Tab does. How far a key goes by words or pages is the toolkit's own.
+//
+// Assistive technology works a button or a check box as a click does, whatever it calls that; one
+// that is disabled, hidden or behind a box, a dialog or a menu cannot be worked.
 #pragma once
 
 #include <string>

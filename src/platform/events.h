@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/geometry.h"
 
@@ -81,6 +82,14 @@ struct DrawState {
   bool hovered = false;
 };
 
+// What a drawn view shows, for those who do not see it.
+struct ViewValue {
+  std::u16string words;  // what stands there now; empty: nothing to say
+  int least = 0;         // of a slider or a bar, in whole steps
+  int most = 0;
+  int now = 0;
+};
+
 struct Events {
   // A control or menu item speaks. `notification` is one of the kNotify codes.
   void (*command)(int id, int notification) = nullptr;
@@ -99,6 +108,10 @@ struct Events {
   void (*posted)(std::uint32_t message, std::uint64_t first, std::uint64_t second) = nullptr;
   // Draw the whole client area of a drawn view or of the main window.
   void (*paint)(int view, Canvas& canvas) = nullptr;
+  // Assistive technology asks what a drawn view shows.
+  void (*viewValue)(int view, ViewValue& value) = nullptr;
+  // Assistive technology sets a slider to a step from `least` to `most`.
+  void (*chooseValue)(int view, int step) = nullptr;
   // Draw one owner-drawn control or one list row.
   void (*drawItem)(int id, const DrawState& state, Canvas& canvas) = nullptr;
   // Pointer on a drawn view or on the bare main window. True: used; a double click that is not

@@ -7,6 +7,8 @@
 // where it is another one. A letter goes to the next row that begins with it. A double click is
 // told to the list that took its first press, also when something else lies over the row by the
 // second. List rows are drawn by the application through Events::drawItem when `ownerDrawn` is set.
+//
+// Assistive technology works a row as a click in its middle does, and turns over one of several.
 #pragma once
 
 #include <cstdint>
@@ -41,6 +43,10 @@ void SetRowText(int id, int row, std::u16string_view text);
 std::u16string RowText(int id, int row);
 std::int64_t RowData(int id, int row);
 void SetRowData(int id, int row, std::int64_t data);
+// Tells assistive technology of a list's row that the application draws dim that it is disabled.
+// It is chosen as any other row.
+void SetRowDim(int id, int row, bool dim);
+bool IsRowDim(int id, int row);
 int SelectedRow(int id);  // the current row, -1 for none
 // And no other; it comes into view. A row that does not exist: none.
 void SelectRow(int id, int row);

@@ -48,6 +48,9 @@ void RequestClose();
 void QuitLoop(int code);
 int RunLoop();
 
+// What a drawn view is to assistive technology. One that holds other things is a group of them.
+enum class ViewRole { Drawing, Slider, Progress };
+
 struct ViewSpec {
   int id = 0;
   const char16_t* className = u"";
@@ -55,10 +58,14 @@ struct ViewSpec {
   Colour background = 0;
   bool takesFocus = false;
   int parent = kMainWindow;
+  ViewRole role = ViewRole::Drawing;
 };
 
-// A drawn view: a child that paints itself through Events::paint.
+// A drawn view: a child that paints itself through Events::paint. Assistive technology asks
+// through Events::viewValue what it shows, and sets a slider through Events::chooseValue.
 bool MakeView(const ViewSpec& spec);
+// What a view shows is another than before: assistive technology is told to ask again.
+void TellViewValue(int id);
 // The id of the view with this class name, the first made of several, 0 for none and for an
 // empty name. The main window and dialogs answer too.
 int ViewByClass(std::u16string_view className);

@@ -73,8 +73,10 @@ constexpr TextColours kColours[] = {
 constexpr platform::ViewSpec kViews[] = {
     {kViewGutter, u"CodeGutter", u"Line numbers", kPanelBackground, false},
     {kViewToolpath, u"HaasSimView", u"Toolpath", kPanelBackground, true},
-    {kIdSpeedSlider, u"MorvaSpeed", u"Simulation speed", kWindowBackground, true},
-    {kViewTransfer, u"MorvaTransfer", u"Transfer", kInputBackground, false},
+    {kIdSpeedSlider, u"MorvaSpeed", u"Simulation speed", kWindowBackground, true,
+     platform::kMainWindow, platform::ViewRole::Slider},
+    {kViewTransfer, u"MorvaTransfer", u"Transfer", kInputBackground, false, platform::kMainWindow,
+     platform::ViewRole::Progress},
 };
 
 // Standing text, the line numbers and the bar of a transfer take no keyboard.
@@ -90,8 +92,6 @@ void MakeKeys() {
     for (int id = key.id; id <= LastOf(key); ++id) {
       MakeCommandKey(id, platform::kMainWindow, key.font, false);
       ShowWords(id, IsOn(id));
-      const Command* row = CommandOf(id);
-      if (row && row->on && (row->told & kToldChecked)) platform::SetChecked(id, false);
     }
   }
 }
@@ -103,7 +103,8 @@ void MakeLists() {
   modes.rowHeight = kModeRowHeight;
   platform::MakeList(modes);
   for (int n = 0; const ModeRow* row = ListedMode(n); ++n) {
-    platform::AddRow(kIdModeList, row->words, row->mode);
+    const int added = platform::AddRow(kIdModeList, row->words, row->mode);
+    platform::SetRowDim(kIdModeList, added, !ModeExists(row->mode));
   }
   platform::ListSpec rows;
   rows.id = kIdFeatureList;

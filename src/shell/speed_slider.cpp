@@ -109,6 +109,7 @@ void RefreshSpeedSlider() {
   if (toldSpeed == ShownSpeed()) return;
   toldSpeed = ShownSpeed();
   platform::SetToolTip(kIdSpeedSlider, SpeedHelp());
+  platform::TellViewValue(kIdSpeedSlider);
   platform::Repaint(kIdSpeedSlider);
 }
 
@@ -120,6 +121,10 @@ void RegisterSpeedSlider() {
   handlers.paint = PaintSpeedSlider;
   handlers.pointer = SpeedSliderPointer;
   handlers.key = SpeedSliderKey;
+  handlers.value = [](platform::ViewValue& value) {
+    value = {SpeedWord(ShownSpeed()), 0, kSpeedCount - 1, ShownSpeed()};
+  };
+  handlers.chooseValue = [](int step) { Choose(step, true); };
   RegisterHandlers(handlers);
 }
 

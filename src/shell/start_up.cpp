@@ -168,6 +168,21 @@ void OnPaint(int id, platform::Canvas& canvas) {
   });
 }
 
+void OnViewValue(int id, platform::ViewValue& value) {
+  OfferToRooms(id, [&value](const Handlers& h) {
+    if (h.value) h.value(value);
+    return h.value != nullptr;
+  });
+}
+
+void OnChooseValue(int id, int step) {
+  OfferToRooms(id, [step](const Handlers& h) {
+    if (h.chooseValue) h.chooseValue(step);
+    return h.chooseValue != nullptr;
+  });
+  RefreshSpeedSlider();
+}
+
 bool OnPointer(int id, const platform::PointerEvent& event) {
   const bool used =
       OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
@@ -277,6 +292,8 @@ const platform::Events& EventRecord() {
   events.timer = OnTimer;
   events.posted = OnPosted;
   events.paint = OnPaint;
+  events.viewValue = OnViewValue;
+  events.chooseValue = OnChooseValue;
   events.drawItem = OnDrawItem;
   events.typed = OnTyped;
   events.focusChanged = OnFocusChanged;

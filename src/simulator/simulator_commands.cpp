@@ -13,6 +13,7 @@
 #include "simulator/view_commands.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
+#include "simulator/view_words.h"
 
 namespace morva {
 
@@ -86,6 +87,7 @@ void RegisterSimulatorCommands() {
   ofView.pointer = ToolpathPointer;
   ofView.key = ToolpathKey;
   ofView.timer = ViewTimer;
+  ofView.value = [](platform::ViewValue& value) { value.words = ToolpathWords(); };
   RegisterHandlers(ofView);
   hooks.rebuildToolpath = RebuildToolpath;
   hooks.textChanged = ShowStalePath;

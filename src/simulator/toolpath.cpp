@@ -46,7 +46,10 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
 }
 
 // What the view's read-out has no room for.
-void TellNotes() { platform::SetToolTip(kViewToolpath, PathNotesTip(ShownPath().path.notes)); }
+void TellNotes() {
+  platform::SetToolTip(kViewToolpath, PathNotesTip(ShownPath().path.notes));
+  platform::TellViewValue(kViewToolpath);
+}
 
 void RebuildGhosts(std::u16string_view text) {
   EmptyPath(ghostPath);
@@ -133,6 +136,7 @@ void ShowStalePath() {
 
 void ShowPlayWords(bool paused) {
   platform::SetText(kIdPlay, paused ? kPausedWords : WordsOf(kIdPlay, ShownPath().play.playing));
+  platform::TellViewValue(kViewToolpath);
 }
 
 void ShowPathOf(PathOwner owner) {

@@ -22,6 +22,7 @@
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
+#include "simulator/view_words.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -240,8 +241,6 @@ void PaintDimensions(Canvas& canvas, const Projection& p) {
   }
 }
 
-bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < ShownPath().path.count; }
-
 void PaintMeasure(Canvas& canvas, const Rect& client) {
   const PointF* points = ProjectedPoints(client);
   const MeasurePicks& picks = ShownPath().picks;
@@ -300,47 +299,6 @@ void PaintReadOut(Canvas& canvas, const Rect& client, int top, const ReadOutLine
   }
 }
 
-bool ExtentsText(char16_t (&text)[kReadOutUnits]) {
-  if (!switches.showExtents || ShownPath().path.count == 0) return false;
-  const PathBounds& b = Bounds();
-  CopyBounded(text, kReadOutUnits, UnitsMetric() ? u"PATH EXTENTS (mm)" : u"PATH EXTENTS (in)");
-  AppendLabelNumber(text, kReadOutUnits, u"   X ", b.maxX - b.minX, 4);
-  AppendLabelNumber(text, kReadOutUnits, u"   Y ", b.maxY - b.minY, 4);
-  AppendLabelNumber(text, kReadOutUnits, u"   Z ", b.maxZ - b.minZ, 4);
-  return true;
-}
-
-bool MeasureText(char16_t (&text)[kReadOutUnits]) {
-  const MeasurePicks& picks = ShownPath().picks;
-  if (!ValidPick(picks.a) || !ValidPick(picks.b)) return false;
-  const MotionPoint& a = ShownPath().path.points[picks.a];
-  const MotionPoint& b = ShownPath().path.points[picks.b];
-  const double dx = b.x - a.x;
-  const double dy = b.y - a.y;
-  const double dz = b.z - a.z;
-  CopyBounded(text, kReadOutUnits, u"MEASURE");
-  AppendLabelNumber(text, kReadOutUnits, u"  dX ", dx, 4);
-  AppendLabelNumber(text, kReadOutUnits, u"  dY ", dy, 4);
-  AppendLabelNumber(text, kReadOutUnits, u"  dZ ", dz, 4);
-  AppendLabelNumber(text, kReadOutUnits, u"  distance ", std::sqrt(dx * dx + dy * dy + dz * dz), 4);
-  return true;
-}
-
-// How the path differs from the program: nothing is stale or left out unseen.
-std::u16string WarningWords() {
-  const MotionPath& shown = ShownPath().path;
-  std::u16string words;
-  if (ShownOwner() == PathOwner::Program && PathIsStale()) {
-    words += u"  /  text changed, press PATH";
-  }
-  if (shown.fullAtLine >= 0) {
-    // The last line of which something stands in the table.
-    const std::int32_t last = shown.count > 0 ? shown.points[shown.count - 1].sourceLine : -1;
-    words += u"  /  path shown to line " + IntegerText(last + 1);
-  }
-  return words + PathNotesWords(shown.notes);
-}
-
 // Grid and warnings.
 std::u16string BottomWords(const std::u16string& warnings) {
   if (!view.gridOn) return warnings.empty() ? warnings : u"Grid off" + warnings;
@@ -364,7 +322,7 @@ int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_vie
 void PaintReadOuts(Canvas& canvas, const Rect& client) {
   constexpr int kBetween = 4;
   char16_t text[kReadOutUnits];
-  if (ExtentsText(text)) {
+  if (switches.showExtents && ExtentsText(text)) {
     const int top = client.top + kEdge;
     PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kPathDimension);
   }

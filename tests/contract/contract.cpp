@@ -80,6 +80,12 @@ bool HearContextMenu(int id, int row, int, int) {
 
 void HearListClick(int id, int row, int, int) { Tell("listclick", {id, row}); }
 
+void HearViewValue(int view, platform::ViewValue& value) {
+  if (listening.viewValue) listening.viewValue(view, value);
+}
+
+void HearChosenValue(int view, int step) { Tell("value", {view, step}); }
+
 void HearFocus(int id, bool gained) {
   Tell(gained ? "gained" : "lost", {id});
   if (listening.focusChanged) listening.focusChanged(id, gained);
@@ -116,6 +122,8 @@ void Listen() {
   events.pointer = HearPointer;
   events.contextMenu = HearContextMenu;
   events.listClick = HearListClick;
+  events.viewValue = HearViewValue;
+  events.chooseValue = HearChosenValue;
   events.focusChanged = HearFocus;
   events.resized = HearResized;
   events.closing = HearClosing;

@@ -53,6 +53,14 @@ void PointAway();
 // Opens a combo and chooses the row.
 void ChooseInCombo(int id, int row);
 
+// What assistive technology does: presses a button, a check box or a row, or turns it over; sets a
+// slider.
+void Assist(int id, bool turn = false);
+void AssistRow(int id, int row, bool turn = false);
+void AssistValue(int view, int step);
+// What it reads of a view.
+platform::ViewValue ValueRead(int view);
+
 // What another program put on the clipboard, and what it would get from there with LF.
 void CopyElsewhere(std::u16string_view text);
 std::u16string PasteElsewhere();

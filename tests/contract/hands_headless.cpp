@@ -117,6 +117,26 @@ void ChooseInCombo(int id, int row) {
   Settle();
 }
 
+void Assist(int id, bool) {
+  headless::Click(id);
+  Settle();
+}
+
+void AssistRow(int id, int row, bool turn) {
+  const platform::Rect place = platform::RowPlace(id, row);
+  if (platform::RectHeight(place) == 0) return ChooseInCombo(id, row);
+  Held held;
+  held.ctrl = turn;
+  ClickAt(id, (place.left + place.right) / 2, (place.top + place.bottom) / 2, held);
+}
+
+void AssistValue(int view, int step) {
+  headless::ChooseValue(view, step);
+  Settle();
+}
+
+platform::ViewValue ValueRead(int view) { return headless::ValueOfView(view); }
+
 void CopyElsewhere(std::u16string_view text) { headless::SetClipboard(text); }
 
 std::u16string PasteElsewhere() {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -291,6 +292,44 @@ void ChooseInCombo(int id, int row) {
   QTest::mouseClick(view->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier, spot(at));
   if (!Until([view] { return !view->window()->isVisible(); })) qFatal("the combo stayed open");
   Settle();
+}
+
+namespace {
+
+void DoAction(QAccessibleInterface* speaks, bool turn) {
+  QAccessibleActionInterface* acts = speaks->actionInterface();
+  acts->doAction(turn ? acts->toggleAction() : acts->pressAction());
+  Settle();
+}
+
+QAccessibleInterface* Speaks(int id) { return QAccessible::queryAccessibleInterface(WidgetOf(id)); }
+
+}  // namespace
+
+void Assist(int id, bool turn) { DoAction(Speaks(id), turn); }
+
+void AssistRow(int id, int row, bool turn) {
+  QAccessibleInterface* list = Speaks(id);
+  if (list->role() == QAccessible::ComboBox) list = list->child(0);
+  DoAction(list->child(row), turn);
+}
+
+void AssistValue(int view, int step) {
+  if (QAccessibleValueInterface* value = Speaks(view)->valueInterface()) {
+    value->setCurrentValue(step);
+  }
+  Settle();
+}
+
+platform::ViewValue ValueRead(int view) {
+  platform::ViewValue read;
+  read.words = Speaks(view)->text(QAccessible::Value).toStdU16String();
+  if (QAccessibleValueInterface* value = Speaks(view)->valueInterface()) {
+    read.least = value->minimumValue().toInt();
+    read.most = value->maximumValue().toInt();
+    read.now = value->currentValue().toInt();
+  }
+  return read;
 }
 
 void CopyElsewhere(std::u16string_view text) { QGuiApplication::clipboard()->setText(Text(text)); }

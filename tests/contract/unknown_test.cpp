@@ -33,12 +33,14 @@ class Unknown : public Contract {
     CapturePointer(id);
     ReleasePointer();
     SetPointerShape(id, PointerShape::Hand);
+    TellViewValue(id);
   }
   static void SetRows(int id) {
     EXPECT_EQ(AddRow(id, u"x", 1), -1);
     ClearRows(id);
     SetRowText(id, 0, u"x");
     SetRowData(id, 0, 1);
+    SetRowDim(id, 0, true);
     SelectRow(id, 0);
     SetRowSelected(id, 0, true);
     SetTopRow(id, 1);
@@ -51,6 +53,7 @@ class Unknown : public Contract {
     EXPECT_EQ(RowData(id, 0), 0);
     EXPECT_EQ(SelectedRow(id), -1);
     EXPECT_FALSE(IsRowSelected(id, 0));
+    EXPECT_FALSE(IsRowDim(id, 0));
     EXPECT_EQ(TopRow(id), 0);
     EXPECT_TRUE(SameRect(RowPlace(id, 0), {}));
   }

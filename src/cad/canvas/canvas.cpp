@@ -6,13 +6,29 @@
 #include "cad/canvas/canvas_paint.h"
 #include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "text/codetext.h"
 
 namespace morva {
+
+namespace {
+
+// What stands on the canvas, for those who do not see it.
+void TellDrawing(platform::ViewValue& value) {
+  const std::int32_t count = sketch.objectCount;
+  value.words = IntegerText(count) + (count == 1 ? u" object" : u" objects");
+  if (!HasSketchSelection()) return;
+  value.words += u", selected " + IntegerText(sketch.selected + 1) + u"  ";
+  value.words += SketchTypeName(sketch.objects[sketch.selected].type);
+}
+
+}  // namespace
 
 void RegisterCanvas() {
   Handlers handlers;
   handlers.id = kViewCadCanvas;
   handlers.paint = PaintCanvas;
+  handlers.value = TellDrawing;
   handlers.pointer = CanvasPointer;
   handlers.timer = CanvasTimer;
   RegisterHandlers(handlers);

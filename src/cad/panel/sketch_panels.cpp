@@ -50,12 +50,11 @@ std::u16string LineText(int index) {
 void PutLine(int row, const std::u16string& text, std::int64_t data) {
   if (row >= platform::RowCount(kIdCadOperations)) {
     platform::AddRow(kIdCadOperations, text, data);
-    return;
-  }
-  if (platform::RowText(kIdCadOperations, row) != text) {
+  } else if (platform::RowText(kIdCadOperations, row) != text) {
     platform::SetRowText(kIdCadOperations, row, text);
   }
   platform::SetRowData(kIdCadOperations, row, data);
+  platform::SetRowDim(kIdCadOperations, row, data == kFaceRow || sketch.hidden[data] != 0);
 }
 
 // Rows are rewritten in place where their number stays, so that the list keeps its scrolling.

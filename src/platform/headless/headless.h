@@ -48,7 +48,11 @@ bool Pointer(int view, const platform::PointerEvent& event);
 void Mouse(const platform::PointerEvent& event);
 // What lies topmost there, kMainWindow for the bare window, 0 outside.
 int IdAt(int x, int y);
-bool Wheel(int id, int notches);          // positive forward; false: nothing to scroll there
+bool Wheel(int id, int notches);  // positive forward; false: nothing to scroll there
+// What assistive technology reads of a view, and its setting of a slider; false: no slider, or it
+// cannot be worked.
+platform::ViewValue ValueOfView(int id);
+bool ChooseValue(int id, int step);
 void TypeText(std::u16string_view text);  // key by key, to whatever has the keyboard
 // The pointer comes to rest in the middle of a thing, 0: outside the window. Where the thing goes
 // away what lies there is under it.

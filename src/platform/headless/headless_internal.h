@@ -40,6 +40,7 @@ struct ListRow {
   std::u16string text;
   std::int64_t data = 0;
   bool selected = false;
+  bool dim = false;
 };
 
 // What the next key of the same kind goes on with, so that both are one step of the history.
@@ -104,6 +105,7 @@ struct Item {
   platform::Colour background = 0;
   platform::PointerShape shape = platform::PointerShape::Arrow;
   platform::FontRole font = platform::FontRole::Body;
+  platform::ViewRole role = platform::ViewRole::Drawing;
   EditState edit;
   ListState list;
   std::unique_ptr<EditorState> editor;

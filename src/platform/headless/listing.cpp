@@ -210,6 +210,17 @@ void SetRowData(int id, int row, std::int64_t data) {
   if (ListRow* r = RowOf(id, row)) r->data = data;
 }
 
+void SetRowDim(int id, int row, bool dim) {
+  const Item* item = ListOf(id);
+  ListRow* r = RowOf(id, row);
+  if (r && item->kind != headless::Kind::Combo) r->dim = dim;
+}
+
+bool IsRowDim(int id, int row) {
+  const ListRow* r = RowOf(id, row);
+  return r && r->dim;
+}
+
 int SelectedRow(int id) {
   const Item* item = ListOf(id);
   return item ? item->list.current : -1;

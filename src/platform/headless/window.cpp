@@ -160,6 +160,25 @@ void LosePointer() {
   if (events.pointer) events.pointer(view, lost);
 }
 
+platform::ViewValue ValueOfView(int id) {
+  platform::ViewValue value;
+  const Item* item = Find(id);
+  const platform::Events& events = platform::Listener();
+  if (item && item->kind == Kind::View && events.viewValue) events.viewValue(id, value);
+  return value;
+}
+
+bool ChooseValue(int id, int step) {
+  const Item* item = Find(id);
+  if (!item || item->role != platform::ViewRole::Slider || !CanBeUsed(id)) return false;
+  const platform::ViewValue value = ValueOfView(id);
+  const platform::Events& events = platform::Listener();
+  if (events.chooseValue) {
+    events.chooseValue(id, std::clamp(step, value.least, std::max(value.least, value.most)));
+  }
+  return true;
+}
+
 std::vector<int> AllIds() {
   std::vector<int> ids;
   for (const auto& item : items) ids.push_back(item->id);
@@ -279,8 +298,11 @@ bool MakeView(const ViewSpec& spec) {
   item->name = spec.accessibleName;
   item->background = spec.background;
   item->takesFocus = spec.takesFocus;
+  item->role = spec.role;
   return true;
 }
+
+void TellViewValue(int) {}
 
 int ViewByClass(std::u16string_view className) {
   if (className.empty()) return 0;

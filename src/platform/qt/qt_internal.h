@@ -51,6 +51,7 @@ struct Placed {
   std::u16string name;  // accessible name where one was given
   unsigned order = 0;   // of making
   int textLimit = 0;    // 0 for none
+  ViewRole role = ViewRole::Drawing;
 };
 
 // The row of an id, or null. Good until the next thing is made or destroyed.
@@ -188,6 +189,13 @@ std::u16string TextOfDocument(const QTextDocument& document);
 QMimeData* PlainMimeData(const QString& selected);
 // The name that assistive technology reads, from the given name or the caption.
 void RefreshAccessibleName(const Placed& row);
+
+// What assistive technology is told of the placed things, and does to them.
+void BeginAccess();
+// A click in the middle of a list's row, or the choice of a combo's; `turn` turns over one of
+// several rows and leaves the others.
+void PressRow(int id, int row, bool turn);
+bool ChoosesSeveral(int id);
 
 // Pieces of listing and editor that window and control functions reach.
 std::u16string EditorTextCopy(int id);

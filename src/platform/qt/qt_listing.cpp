@@ -20,6 +20,7 @@ namespace {
 struct Row {
   QString text;
   std::int64_t data = 0;
+  bool dim = false;
 };
 
 class RowModel : public QAbstractListModel {
@@ -133,6 +134,23 @@ class ListBox : public PlacedWidget<QListView> {
            indexAt(at) == currentIndex();
   }
   RowModel* Rows() { return model_; }
+  // What a click in the middle of the row does, and with `turn` one with Ctrl.
+  void Press(int row, bool turn) {
+    const QPointer<QWidget> self(this);
+    if (focusPolicy() != Qt::NoFocus) setFocus(Qt::OtherFocusReason);
+    if (self.isNull() || row >= model_->rowCount()) return;
+    PlaceRows();
+    const QModelIndex index = model_->index(row);
+    pressing_ = true;
+    selectionModel()->setCurrentIndex(
+        index, turn ? QItemSelectionModel::Toggle : QItemSelectionModel::ClearAndSelect);
+    pressing_ = false;
+    scrollTo(index);
+    const QPoint middle = visualRect(index).center();
+    SendCommand(Id(), kNotifyListSelect);
+    if (self.isNull() || row >= model_->rowCount() || Listener().listClick == nullptr) return;
+    Listener().listClick(Id(), row, middle.x(), middle.y());
+  }
   // Rows that came or went since the last painting have their places.
   void PlaceRows() {
     CatchUpSize(this);
@@ -277,6 +295,21 @@ std::size_t At(int row) { return static_cast<std::size_t>(row); }
 
 }  // namespace
 
+bool ChoosesSeveral(int id) {
+  const ListBox* box = BoxOf(id);
+  return box != nullptr && box->selectionMode() == QAbstractItemView::ExtendedSelection;
+}
+
+void PressRow(int id, int row, bool turn) {
+  if (!HasRow(id, row)) return;
+  if (ListBox* box = BoxOf(id)) {
+    box->Press(row, turn && ChoosesSeveral(id));
+  } else if (Combo* combo = ComboOf(id)) {
+    combo->hidePopup();
+    combo->setCurrentIndex(row);
+  }
+}
+
 bool DoubleClickBelow(const QPoint& screen) {
   if (lastPressed.isNull() || !lastPressed->IsOnPressedRow(screen)) return false;
   SendCommand(lastPressed->Id(), kNotifyListDouble);
@@ -359,6 +392,16 @@ void SetRowData(int id, int row, std::int64_t data) {
   } else {
     ComboOf(id)->numbers[At(row)] = data;
   }
+}
+
+void SetRowDim(int id, int row, bool dim) {
+  ListBox* box = BoxOf(id);
+  if (box != nullptr && HasRow(id, row)) box->Rows()->rows[At(row)].dim = dim;
+}
+
+bool IsRowDim(int id, int row) {
+  ListBox* box = BoxOf(id);
+  return box != nullptr && HasRow(id, row) && box->Rows()->rows[At(row)].dim;
 }
 
 int SelectedRow(int id) {

@@ -14,6 +14,7 @@ int ShowPopup(const MenuItem* items, int count, int x, int y) {
   QWidget* main = MainWidget();
   QMenu menu(main);
   menu.setFont(FontOf(FontRole::Body));
+  menu.setAccessibleName(QStringLiteral("Menu"));
   for (int i = 0; i < count; ++i) {
     const MenuItem& item = items[i];
     if (item.id == 0) {
@@ -32,7 +33,13 @@ int ShowPopup(const MenuItem* items, int count, int x, int y) {
     }
   }
   const QPoint place = main != nullptr ? main->mapToGlobal(QPoint(x, y)) : QPoint(x, y);
-  const QAction* chosen = menu.exec(place);
+  // Assistive technology triggers an item and leaves the menu open.
+  const QAction* chosen = nullptr;
+  QObject::connect(&menu, &QMenu::triggered, &menu, [&menu, &chosen](const QAction* action) {
+    chosen = action;
+    menu.close();
+  });
+  menu.exec(place);
   return chosen != nullptr ? chosen->data().toInt() : 0;
 }
 

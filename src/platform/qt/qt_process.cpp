@@ -76,6 +76,7 @@ void BeginProcess(int argc, char** argv) {
   QCoreApplication::setApplicationName(QStringLiteral("MORVA"));
   QGuiApplication::setDesktopFileName(QStringLiteral("morva"));
   BeginLook();
+  BeginAccess();
   BeginPosts();
   SetAdapterNamer(NameAdapter);
   ListenForTermination();

@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QScreen>
+#include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -272,6 +273,10 @@ bool Settle(Placed row, const char16_t* accessibleName, const QFont& font, bool 
   }
   widget->setFont(font);
   if (!widget->isWindow()) widget->setGeometry(0, 0, 0, 0);
+  if (const auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
+    area->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll up and down"));
+    area->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll left and right"));
+  }
   widget->setVisible(!hidden);
   RefreshAccessibleName(row);
   return AddPlaced(std::move(row));
@@ -365,6 +370,7 @@ bool MakeView(const ViewSpec& spec) {
   row.id = spec.id;
   row.kind = PlacedKind::View;
   row.className = spec.className;
+  row.role = spec.role;
   row.widget = new ViewWidget(spec.id, spec.takesFocus, spec.background, parent);
   // Its own shape, or it would take over the splitter's from the main window.
   row.widget->setCursor(Qt::ArrowCursor);
