@@ -9,7 +9,8 @@ namespace platform {
 inline constexpr std::size_t kMaxProfileBytes = 33554432;  // a longer MORVA.ini is not touched
 inline constexpr int kMaxLinks = 40;     // links to follow from a path; more count as a circle
 inline constexpr int kMaxOpenLines = 8;  // serial lines, of which one transfer opens one
-inline constexpr int kMaxPostsAtOnce = 1000000;   // headless: messages that one drain hands out
+inline constexpr int kMaxPostsAtOnce = 1000000;  // headless: messages that one drain hands out
+inline constexpr int kMaxLineDrawnWhole = 4096;  // units; of a longer line what is in view is drawn
 inline constexpr std::size_t kMaxStretches = 16;  // changed parts that an editor keeps apart
 
 }  // namespace platform

@@ -12,6 +12,7 @@
 
 #include "app/app_state.h"
 #include "app/commands.h"
+#include "app/mode_table.h"
 #include "app/router.h"
 #include "app/surfaces.h"
 #include "cad/model/sketch.h"
@@ -57,10 +58,10 @@ Place Panel(const char* name, int key) {
 // Where a user can stand: each mode, what lies over it, each panel of the drawing workspace.
 std::vector<Place> Places() {
   std::vector<Place> places;
-  for (const ModeRow& row : kModeRows) {
-    if (!ModeExists(row.mode)) continue;
-    places.push_back({QString::fromUtf16(row.words).toStdString(),
-                      [mode = row.mode] { SetMode(mode); }, [] { SetSurface(kSurfaceCode); }});
+  for (int n = 0; const ModeRow* row = ListedMode(n); ++n) {
+    if (!ModeExists(row->mode)) continue;
+    places.push_back({QString::fromUtf16(row->words).toStdString(),
+                      [mode = row->mode] { SetMode(mode); }, [] { SetSurface(kSurfaceCode); }});
   }
   const auto turn = [](int id) { return [id] { desk::Click(id); }; };
   places.push_back({"the code index at the side", turn(kIdShowIndex), turn(kIdShowFeatures)});
@@ -302,7 +303,7 @@ TEST_F(Access, TurnsACheckBoxAsAClickDoes) {
 
 TEST_F(Access, GoesToTheModeOfAPressedRow) {
   QAccessibleInterface* modes = Of(kIdModeList);
-  ASSERT_EQ(modes->childCount(), kModeRowCount);
+  ASSERT_EQ(modes->childCount(), platform::RowCount(kIdModeList));
   QAccessibleInterface* simulator = modes->child(ModeListRow(kModeSimulator));
   EXPECT_FALSE(simulator->state().selected);
   EXPECT_TRUE(simulator->state().selectable);
@@ -318,8 +319,8 @@ TEST_F(Access, GoesToTheModeOfAPressedRow) {
 TEST_F(Access, TellsDimRowsAsDisabled) {
   QAccessibleInterface* modes = Of(kIdModeList);
   int dim = 0;
-  for (int row = 0; row < kModeRowCount; ++row) {
-    EXPECT_EQ(modes->child(row)->state().disabled, !ModeExists(kModeRows[row].mode)) << row;
+  for (int row = 0; const ModeRow* listed = ListedMode(row); ++row) {
+    EXPECT_EQ(modes->child(row)->state().disabled, !ModeExists(listed->mode)) << row;
     dim += modes->child(row)->state().disabled ? 1 : 0;
   }
   EXPECT_GT(dim, 0);

@@ -76,6 +76,9 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void TellSelection();
   void TellTyped(const QString& characters);
   void FlushRuns();
+  void PaintText(QPaintEvent* event);
+  void PaintLongLine(QPainter& painter, const QTextBlock& block, const QRectF& place,
+                     const QRect& area) const;
 
   std::u16string mirror_;
   std::uint64_t revision_ = 0;
@@ -94,5 +97,10 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
 };
 
 EditorWidget* EditorOf(int id);
+
+// Lines that are drawn in part, as far as they are in view (qt_long_line.cpp). Noted when a line is
+// laid out; true where it is one.
+bool NoteLongLine(QTextBlock block);
+bool IsLongLine(const QTextBlock& block);
 
 }  // namespace platform

@@ -36,7 +36,7 @@ class EvenLayout : public QPlainTextDocumentLayout {
   QRectF blockBoundingRect(const QTextBlock& block) const override {
     if (block.isValid()) const_cast<EvenLayout*>(this)->Arranged(block);
     QRectF place = QPlainTextDocumentLayout::blockBoundingRect(block);
-    if (block.isVisible()) place.setHeight(kEditorLineHeight);
+    if (block.isVisible() || IsLongLine(block)) place.setHeight(kEditorLineHeight);
     // The toolkit scrolls to no line whose place is empty.
     place.setWidth(std::max(1.0, place.width()));
     return place;
@@ -72,6 +72,8 @@ class EvenLayout : public QPlainTextDocumentLayout {
     QTextLayout* layout = block.layout();
     if (layout->lineCount() == 0) {
       layout->setTextOption(document()->defaultTextOption());
+      // The toolkit shapes a whole line anew for each caret that it looks for.
+      layout->setCacheEnabled(NoteLongLine(block));
       layout->beginLayout();
       QTextLine line = layout->createLine();
       if (line.isValid()) {
@@ -473,7 +475,7 @@ void EditorWidget::paintEvent(QPaintEvent* event) {
       block = block.next();
     }
   }
-  QPlainTextEdit::paintEvent(event);
+  PaintText(event);
 }
 
 int EditorWidget::PositionAtPoint(int x, int y) const {
