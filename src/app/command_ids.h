@@ -39,6 +39,7 @@ inline constexpr int kIdIndexN = 624;       // category 3
 inline constexpr int kIdIndexM = 625;       // category 2
 inline constexpr int kIdIndexMacro = 626;   // category 4
 inline constexpr int kIdMacroCombo = 627;   // macro combo
+inline constexpr int kIdMacroField = 628;   // six fields of a template, 628 to 633
 inline constexpr int kIdMacroInsert = 637;
 inline constexpr int kIdShapeCombo = 638;  // shape combo
 inline constexpr int kIdShapeInsert = 653;
@@ -54,9 +55,13 @@ inline constexpr int kIdOpenDncSetup = 670;
 inline constexpr int kIdValidateSecond = 680;  // second key of the preflight
 inline constexpr int kIdPromptEach = 742;
 inline constexpr int kIdDoAll = 743;
-inline constexpr int kIdMacroList = 745;   // custom macro list
-inline constexpr int kIdMacroFirst = 747;  // custom macro buttons, 747 to 751
-inline constexpr int kIdMacroLast = 751;
+inline constexpr int kIdMacroList = 745;  // custom macro list
+inline constexpr int kIdMacroName = 746;
+inline constexpr int kIdMacroSave = 747;
+inline constexpr int kIdMacroInsertCustom = 748;
+inline constexpr int kIdMacroDuplicate = 749;
+inline constexpr int kIdMacroRename = 750;
+inline constexpr int kIdMacroDelete = 751;
 inline constexpr int kIdCircularItem = 760;  // circular pattern combo
 inline constexpr int kIdCircularInsert = 772;
 inline constexpr int kIdCircularOrientation = 773;  // circular pattern combo
@@ -175,9 +180,9 @@ inline constexpr int kIdFeatureHint = 3203;
 inline constexpr int kIdDncState = 3204;
 inline constexpr int kIdDncPort = 3205;
 inline constexpr int kIdDncBaud = 3206;
-inline constexpr int kIdPanelHead = 3207;  // the mode's header
-inline constexpr int kIdInfoPanel = 3208;  // program information
-inline constexpr int kIdHelpText = 3209;   // help text under the panel
+inline constexpr int kIdPanelHead = 3207;   // the mode's header
+inline constexpr int kIdInfoPanel = 3208;   // program information
+inline constexpr int kIdHelpText = 3209;    // help text under the panel
 inline constexpr int kIdOutputHelp = 3210;  // help for the control under the pointer, over the log
 
 // Controls of panels that the routing table does not name.
@@ -202,6 +207,17 @@ inline constexpr int kIdIndexClear = 3303;
 
 // The transfer, 3313 to 3319.
 inline constexpr int kIdAbortTransfer = 3313;
+
+// The tool library, 3320 to 3349.
+inline constexpr int kIdToolInch = 3320;  // below the list
+inline constexpr int kIdToolMm = 3321;
+inline constexpr int kIdToolField = 3322;  // fields of the tool builder, 3322 to 3335
+inline constexpr int kIdToolSave = 3336;
+inline constexpr int kIdToolRevert = 3337;
+inline constexpr int kIdToolClose = 3338;
+inline constexpr int kIdToolFormInch = 3339;
+inline constexpr int kIdToolFormMm = 3340;
+inline constexpr int kIdHomeToolNumber = 3341;  // beside the Home tool combo
 
 // The import of operations, 3250 to 3269.
 inline constexpr int kIdImportHead = 3250;
@@ -414,5 +430,10 @@ inline constexpr int kViewDestination = 20020;  // window of the question where 
 inline constexpr int kViewBuilder = 20030;      // the builders' forms, which scroll
 inline constexpr int kViewBuilderPaper = 20031;
 inline constexpr int kViewBuilderBar = 20032;
+inline constexpr int kViewToolForm = 20040;  // the fields of the tool builder, which scroll
+inline constexpr int kViewToolPaper = 20041;
+inline constexpr int kViewToolBar = 20042;
+inline constexpr int kViewToolPicture = 20043;  // the tool, and its cutting end
+inline constexpr int kViewToolEnd = 20044;
 
 }  // namespace morva

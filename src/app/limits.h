@@ -91,6 +91,7 @@ inline constexpr int kMaxPanels = 24;
 inline constexpr int kMaxHandlers = 96;           // of single controls and views
 inline constexpr int kMaxCommands = 640;          // rows of what commands say about themselves
 inline constexpr int kMaxShapeLists = 8;          // lists that hold shapes
+inline constexpr int kMaxToolLists = 8;           // lists that hold tools
 inline constexpr int kMaxSurfaces = 4;            // workspaces beside the code surface
 inline constexpr int kMaxModes = 24;              // of the code surface, pages of surfaces among them
 inline constexpr int kMaxForms = 32;              // forms of named fields

@@ -16,11 +16,12 @@ namespace morva {
 struct ModeRow;
 
 enum class PanelSpot {
-  RightBody,  // below the header of the right panel, in modes that have one
-  Editor,     // exactly the code editor's place; the gutter stays
-  Work,       // in place of editor and gutter, to the right end; the toolpath view goes
-  Foot,       // beside the output while the code index is the mode and the left panel shows it
-  LeftLower,  // below FEATURES and CODE INDEX: feature list, its keys, name box and hint
+  RightBody,   // below the header of the right panel, in modes that have one
+  Editor,      // exactly the code editor's place; the gutter stays
+  Work,        // in place of editor and gutter, to the right end; the toolpath view goes
+  Foot,        // beside the output while the code index is the mode and the left panel shows it
+  OutputHead,  // left of the keys above the output, at Home
+  LeftLower,   // below FEATURES and CODE INDEX: feature list, its keys, name box and hint
 };
 
 struct Panel {
@@ -39,6 +40,8 @@ struct Panel {
   int heightAboveView = 0;
   bool helpBelow = false;           // the mode's help text stands below a panel in the right body
   std::span<const int> wells = {};  // controls that the main window frames as wells
+  // The back key, while the panel is active, before anything is left. True: used up.
+  bool (*back)() = nullptr;
   // Writes the ids of its controls in the order of Tab; how many. Null: it leaves them as made.
   int (*tabStops)(int* ids, int capacity) = nullptr;
 };

@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "app/app_state.h"
+#include "app/join_table.h"
 #include "app/profile_keys.h"
+#include "app/stop.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
 #include "platform/profile.h"
@@ -22,6 +24,8 @@ ToolLibrary toolLibrary;
 namespace {
 
 constexpr char16_t kTable[] = u"ToolLibrary";
+void (*fills[kMaxToolLists])() = {};
+JoinTable listFill{u"lists of tools", kMaxToolLists};
 constexpr int kStoredDecimals = 4;
 constexpr int kLengthDecimals = 3;
 constexpr int kFeedDecimals = 2;
@@ -158,7 +162,21 @@ bool SaveToolLibrary(void (*told)(bool saved)) {
   return saved;
 }
 
-void ResetToolLibrary() { toolLibrary = ToolLibrary(); }
+void AddToolList(void (*fill)()) {
+  if (!fill) StopProgram(u"MORVA cannot start. A list of tools is filled by nobody.");
+  fills[NextRow(listFill)] = fill;
+}
+
+void RefreshToolLists() {
+  for (int i = 0; i < listFill.count; ++i) fills[i]();
+}
+
+void RegisterToolLibrary() { listFill.count = 0; }
+
+void ResetToolLibrary() {
+  toolLibrary = ToolLibrary();
+  listFill.count = 0;
+}
 
 int AppendTool(const ToolRecord& tool) {
   if (toolLibrary.count >= kMaxTools) return -1;

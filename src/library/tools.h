@@ -51,6 +51,11 @@ void LoadToolLibrary();
 // were deleted stay. `told` hears, now or when it is written, whether the settings file holds the
 // table. False: it is known already that it does not.
 bool SaveToolLibrary(void (*told)(bool saved) = nullptr);
+// A list that shows tools: filled anew after each change of the library and of the unit. A full
+// table and null stop the program with words.
+void AddToolList(void (*fill)());
+void RefreshToolLists();
+void RegisterToolLibrary();
 void ResetToolLibrary();
 
 // The record at the end. Its index, -1 when 64 are held.

@@ -6,13 +6,15 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "forms/form.h"
+#include "library/tools.h"
 #include "library/unit_commands.h"
 
 namespace morva {
 
 namespace {
 
-void OnUnitKey(int id, int /*notification*/) { SetUnits(id == kIdMm); }
+void OnInch(int, int) { SetUnits(false); }
+void OnMm(int, int) { SetUnits(true); }
 
 }  // namespace
 
@@ -23,6 +25,7 @@ void SetUnits(bool metric) {
   ConvertForms(UnitsMetric, metric ? kMmPerInch : kInchPerMm);
   app.unitsMetric = metric;
   RefreshKeyStates();
+  RefreshToolLists();
   // Its points are in display units; left alone, its inches would be read out as millimetres.
   Call(hooks.rebuildToolpath);
   ShowStatus(metric ? u"Units switched to MM (G21). Tool inputs converted."
@@ -33,7 +36,12 @@ void ResetUnits() { app.unitsMetric = false; }
 
 void RegisterUnitCommands() {
   AddCommands(UnitCommands());
-  RegisterCommand(RouterStage::Simulator, kIdInch, kIdMm, 0, OnUnitKey);
+  RegisterUnitKeys(kIdInch, kIdMm);
+}
+
+void RegisterUnitKeys(int inch, int mm) {
+  RegisterCommand(RouterStage::Simulator, inch, 0, OnInch);
+  RegisterCommand(RouterStage::Simulator, mm, 0, OnMm);
 }
 
 }  // namespace morva

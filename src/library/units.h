@@ -15,5 +15,7 @@ void SetUnits(bool metric);
 
 void ResetUnits();
 void RegisterUnitCommands();
+// A further pair of keys, which does what those of the main window do.
+void RegisterUnitKeys(int inch, int mm);
 
 }  // namespace morva

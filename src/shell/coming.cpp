@@ -10,7 +10,6 @@ namespace morva {
 namespace {
 
 constexpr char16_t kWizard[] = u"Machining wizard";
-constexpr char16_t kTools[] = u"Tool library";
 constexpr char16_t kMacros[] = u"Macro library";
 constexpr char16_t kShapes[] = u"Shape builder";
 constexpr char16_t kBuilderUnits[] = u"Units of the builders";
@@ -28,16 +27,10 @@ constexpr Command kCommands[] = {
     {.id = kIdWizardCombo, .pending = kWizard},
     {.id = kIdWizardInsert, .words = u"INSERT GENERATED CODE", .pending = kWizard},
     {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
-    {.id = kIdToolList, .pending = kTools},
-    {.id = kIdToolAdd, .words = u"+ ADD TOOL", .pending = kTools},
-    {.id = kIdToolEdit, .words = u"EDIT TOOL", .pending = kTools},
-    {.id = kIdToolDelete, .words = u"DELETE", .pending = kTools},
-    {.id = kIdToolInsert, .words = u"INSERT CODE", .pending = kTools},
-    {.id = kIdHomeTool, .pending = kTools},
     {.id = kIdMacroCombo, .pending = kMacros},
     {.id = kIdMacroInsert, .words = u"INSERT BUILT-IN MACRO", .pending = kMacros},
     {.id = kIdMacroList, .pending = kMacros},
-    {.id = kIdMacroFirst, .pending = kMacros, .last = kIdMacroLast},
+    {.id = kIdMacroSave, .pending = kMacros, .last = kIdMacroDelete},
     {.id = kIdShapeCombo, .pending = kShapes},
     {.id = kIdShapeInsert, .words = u"INSERT SHAPE G-CODE", .pending = kShapes},
     {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
@@ -50,7 +43,8 @@ constexpr Command kCommands[] = {
     {.id = kIdCircularOrientation, .pending = kCircular},
     {.id = kIdRectItem, .pending = kRectangular},
     {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
-    {.id = kIdOldModeFirst + 1, .pending = u"Panels still to come", .last = kIdOldModeFirst + 4},
+    {.id = kIdOldModeFirst + 1, .pending = u"Panels still to come", .last = kIdOldModeFirst + 2},
+    {.id = kIdOldModeFirst + 4, .pending = kWizard},
     {.id = kIdOldModeFirst + 9, .pending = u"Slot builder"},
     {.id = kIdOldModeLast, .pending = kPlate},
 };
@@ -63,7 +57,6 @@ constexpr const char16_t* kBuilderHelp =
 
 constexpr ModeKey kMacroKeys[] = {{kIdOldModeFirst + 1}};
 constexpr ModeKey kShapeKeys[] = {{kIdOldModeFirst + 2}};
-constexpr ModeKey kToolKeys[] = {{kIdOldModeFirst + 3}};
 constexpr ModeKey kWizardKeys[] = {{kIdOldModeFirst + 4}};
 constexpr ModeKey kSlotKeys[] = {{kIdOldModeFirst + 9}};
 constexpr ModeKey kPlateKeys[] = {{kIdOldModeFirst + 12}};
@@ -91,13 +84,6 @@ constexpr ModeRow kModes[] = {
      .icon = kIconShapes,
      .keys = kShapeKeys},
     {.mode = kModeSlot, .header = u"SLOT BUILDER", .help = kBuilderHelp, .keys = kSlotKeys},
-    {.mode = kModeTools,
-     .place = 6,
-     .words = u"Tool library",
-     .header = u"TOOL LIBRARY",
-     .icon = kIconTools,
-     .remembers = true,
-     .keys = kToolKeys},
     {.mode = kModeMacros,
      .place = 7,
      .words = u"Macro library",

@@ -152,6 +152,7 @@ void OrderTabs(const LayoutPlan& plan) {
   for (const Placement& placement : std::span(plan.placements, plan.count)) {
     if (TakesKeyboard(placement.id)) put(placement.id);
     if (placement.id == kIdFeatureList) put(kIdInlineName);
+    if (placement.id == kIdOutputHead) join(PanelSpot::OutputHead);
     if (placement.id == kIdFeatureRename) join(PanelSpot::LeftLower);
     if (placement.id == kIdEditor) join(PanelSpot::Editor);
   }

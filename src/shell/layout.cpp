@@ -108,6 +108,8 @@ Rect AreaOf(PanelSpot spot) {
       return areas.foot;
     case PanelSpot::LeftLower:
       return areas.leftLower;
+    case PanelSpot::OutputHead:
+      return areas.outputHead;
     default:
       return areas.panelBody;
   }
@@ -128,9 +130,15 @@ bool IsCovered(const Rect& place) {
   return false;
 }
 
-// The work area holds the editor's place: a panel in it hides one that stands there.
+// The work area holds the editor's place: a panel in it hides one that stands there. Of several
+// in it the first one stands.
 bool IsUnderWorkPanel(const Panel& panel) {
-  return panel.spot == PanelSpot::Editor && IsPanelAt(PanelSpot::Work);
+  if (panel.spot == PanelSpot::Editor) return IsPanelAt(PanelSpot::Work);
+  if (panel.spot != PanelSpot::Work) return false;
+  for (int i = 0; &PanelAt(i) != &panel; ++i) {
+    if (PanelAt(i).spot == PanelSpot::Work && IsPanelActive(PanelAt(i))) return true;
+  }
+  return false;
 }
 
 void PlacePanels() {
@@ -207,6 +215,7 @@ void Layout() {
   KeyWidth surfaceKeys[kIdSurfaceLast - kIdSurfaceCode + 1];
   in.surfaceKeys = std::span(surfaceKeys, FindSurfaceKeys(surfaceKeys));
   in.footPanel = IsPanelAt(PanelSpot::Foot);
+  in.headPanel = IsPanelAt(PanelSpot::OutputHead);
   in.tabCount = app.tabCount;
   in.transferRuns = TransferRuns();
   in.viewAway = IsPanelAt(PanelSpot::Work);

@@ -36,7 +36,10 @@ constexpr int kEditorLeast = 420;
 constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
 constexpr int kSmallKey = 28;          // height of keys inside panels
 constexpr int kHeadRow = 26;
-constexpr int kHelpHeight = 112;  // of the help text below a right panel
+constexpr int kHeadWords = 150;       // of the output's head, beside a panel
+constexpr int kHeadLine = 20;         // height of these words in a line of their own
+constexpr int kHeadPanelLeast = 230;  // width of a panel left of the keys
+constexpr int kHelpHeight = 112;      // of the help text below a right panel
 
 void Put(LayoutPlan& plan, int id, const Rect& place) {
   if (plan.count >= kMaxPlacements) StopFull(u"controls placed", kMaxPlacements);
@@ -275,12 +278,30 @@ void PlanEditor(LayoutPlan& plan, const Rect& area, int workRight) {
   Put(plan, kIdEditor, Rect{area.left + kGutterWidth, area.top, area.right, area.bottom});
 }
 
+constexpr KeyWidth kOutputKeys[] = {{kIdPreflight, 176}, {kIdRenumber, 84}};
+
 // The head row of the output with the keys that write into it.
 void PlanOutputHead(LayoutPlan& plan, int left, int right, int y) {
-  constexpr KeyWidth kKeys[] = {{kIdPreflight, 176}, {kIdRenumber, 84}};
-  const int keys = right - RowWidth(kKeys, kKeyGap);
+  const int keys = right - RowWidth(kOutputKeys, kKeyGap);
   Put(plan, kIdOutputHead, Rect{left, y, keys - kKeyGap, y + kHeadRow});
-  PutRow(plan, keys, y, kHeadRow, kKeys, kKeyGap);
+  PutRow(plan, keys, y, kHeadRow, kOutputKeys, kKeyGap);
+}
+
+// The words of the head in a line of their own, where a panel leaves them no room beside the keys.
+bool HasHeadAbove(const LayoutInput& in, int width) {
+  const int keys = RowWidth(kOutputKeys, kKeyGap);
+  return in.headPanel && width < kHeadWords + kHeadPanelLeast + keys + 2 * kKeyGap;
+}
+
+// The head row with a panel left of its keys.
+void PlanOutputHeadWithPanel(LayoutPlan& plan, const Rect& head) {
+  const int keys = head.right - RowWidth(kOutputKeys, kKeyGap);
+  const int y = head.bottom - kHeadRow;
+  const bool above = y > head.top;
+  const int words = above ? head.right : head.left + kHeadWords;
+  Put(plan, kIdOutputHead, Rect{head.left, head.top, words, above ? y : head.bottom});
+  plan.areas.outputHead = Rect{above ? head.left : words + kKeyGap, y, keys - kKeyGap, head.bottom};
+  PutRow(plan, keys, y, kHeadRow, kOutputKeys, kKeyGap);
 }
 
 // Two rows of tabs take their height from the editor, not from the words below.
@@ -302,14 +323,19 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
   const int outputTop = work.bottom - HomeOutputHeight(in);
-  const int headTop = outputTop - kHeadRow - 5;
+  const int line = HasHeadAbove(in, split - kPad - work.left) ? kHeadLine : 0;
+  const int headTop = outputTop - kHeadRow - line - 5;
   PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7}, work.right);
   if (in.viewAway) {
     HideView(plan);
   } else {
     PlanView(plan, Rect{split, work.top, work.right, outputTop - 7}, kWideBars);
   }
-  PlanOutputHead(plan, work.left, split - kPad, headTop);
+  if (in.headPanel) {
+    PlanOutputHeadWithPanel(plan, Rect{work.left, headTop, split - kPad, outputTop - 5});
+  } else {
+    PlanOutputHead(plan, work.left, split - kPad, headTop);
+  }
   const int info = std::clamp(width * 28 / 100, 210, 320);
   const int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) : 0;
   const int infoRight = work.right - (help > 0 ? help + kPad : 0);

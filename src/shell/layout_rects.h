@@ -28,6 +28,7 @@ struct LayoutInput {
   bool rightPanel = false;                // the mode has one
   std::span<const KeyWidth> surfaceKeys;  // that bring surfaces up, from left to right
   bool footPanel = false;                 // a panel stands beside the output
+  bool headPanel = false;                 // a panel stands left of the keys above the output
   int tabCount = 1;
   bool viewAway = false;  // a panel stands in the work area: the toolpath view makes room
   // Pixels that the panel keeps when the view stands below it; 0: no view.
@@ -43,11 +44,12 @@ struct LayoutAreas {
   platform::Rect leftPanel;
   platform::Rect workArea;
   platform::Rect rightPanel;
-  platform::Rect editor;     // the code editor alone
-  platform::Rect work;       // from the gutter to the right, down to the editor's lower edge
-  platform::Rect foot;       // of a panel beside the output, empty without one
-  platform::Rect leftLower;  // feature list, its keys, name box and hint
-  platform::Rect panelBody;  // where a right panel's own controls go
+  platform::Rect editor;      // the code editor alone
+  platform::Rect work;        // from the gutter to the right, down to the editor's lower edge
+  platform::Rect foot;        // of a panel beside the output, empty without one
+  platform::Rect outputHead;  // of a panel left of the keys above the output
+  platform::Rect leftLower;   // feature list, its keys, name box and hint
+  platform::Rect panelBody;   // where a right panel's own controls go
   platform::Rect output;
   platform::Rect separator;  // the line between mode list and features
   platform::Rect workspace;  // the surface that is up, instead of all below the tabs

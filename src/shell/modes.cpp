@@ -168,6 +168,9 @@ void SetSurface(int surface) {
 void GoBack() {
   const Surface* up = SurfaceUp();
   if (up && up->back && up->back()) return;
+  for (int i = 0; i < PanelCount(); ++i) {
+    if (IsPanelActive(PanelAt(i)) && Call(PanelAt(i).back)) return;
+  }
   if (!MayBringUp(history.surface)) return;
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;

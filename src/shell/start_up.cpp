@@ -16,6 +16,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/surfaces.h"
+#include "builders/tools/tool_panel.h"
 #include "cad/panel/cad_room.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
@@ -42,6 +43,7 @@
 #include "documents/text_refresh.h"
 #include "forms/form.h"
 #include "library/shapes.h"
+#include "library/tools.h"
 #include "library/units.h"
 #include "platform/events.h"
 #include "platform/message.h"
@@ -322,6 +324,7 @@ void JoinRooms() {
   RegisterSimulatorCommands();
   RegisterUnitCommands();
   RegisterShapeLibrary();
+  RegisterTools();
   RegisterTransferCommands();
   RegisterCad();
   RegisterShellCommands();
@@ -332,6 +335,8 @@ void JoinRooms() {
 void FillMainWindow() {
   MakeMainControls();
   SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC"));
+  LoadToolLibrary();
+  RefreshToolLists();
   LoadShapeLibrary();
   RefreshShapeLists();
   RebuildToolpath();
@@ -393,6 +398,7 @@ void ResetApplication() {
   ResetSimulator();
   ResetView();
   ResetUnits();
+  ResetTools();
   ResetShapeLibrary();
   ResetInlineRename();
   ResetShell();

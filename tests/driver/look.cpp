@@ -14,6 +14,7 @@
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
 #include "library/shapes.h"
+#include "library/tools.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "simulator/motion_path.h"
@@ -346,6 +347,30 @@ Json ObjectJson(const morva::SketchObject& object) {
       .Number("angle", object.angle);
 }
 
+std::string GetTools(const Words&) {
+  Json tools('[');
+  for (int i = 0; i < morva::toolLibrary.count; ++i) {
+    const morva::ToolRecord& tool = morva::toolLibrary.tools[i];
+    tools.Item(Json('{')
+                   .Number("number", tool.number)
+                   .Text("name", tool.name)
+                   .Text("type", tool.type)
+                   .Number("diameter", tool.diameter)
+                   .Number("flutes", tool.flutes)
+                   .Number("gaugeLength", tool.gaugeLength)
+                   .Number("stickout", tool.stickout)
+                   .Number("hOffset", tool.hOffset)
+                   .Number("dOffset", tool.dOffset)
+                   .Number("maxRPM", tool.maxRpm)
+                   .Number("feed", tool.feed)
+                   .Number("plunge", tool.plunge)
+                   .Number("coolant", tool.coolant)
+                   .Text("notes", tool.notes)
+                   .Done());
+  }
+  return Good("tools", tools.Done());
+}
+
 std::string GetShapes(const Words&) {
   Json shapes('[');
   for (int i = 0; i < morva::shapeLibrary.count; ++i) {
@@ -413,7 +438,7 @@ constexpr Look kLooks[] = {
     {u"ghost", GetGhost},         {u"play", GetPlay},
     {u"view", GetView},           {u"sketch", GetSketch},
     {u"plate", StillToCome},      {u"skim", StillToCome},
-    {u"tools", StillToCome},      {u"macros", StillToCome},
+    {u"tools", GetTools},         {u"macros", StillToCome},
     {u"shapes", GetShapes},       {u"surface", GetSurface},
     {u"mode", GetMode},           {u"units", GetUnits},
     {u"dncstate", GetDncState},   {u"boxes", GetBoxes},

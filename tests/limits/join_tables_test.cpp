@@ -18,6 +18,7 @@
 #include "forms/form.h"
 #include "forms/sheet.h"
 #include "library/shapes.h"
+#include "library/tools.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -172,6 +173,13 @@ TEST(JoinTablesDeathTest, Builders) {
   static Builder builders[kMaxBuilders + 1];
   StopsBeyond(
       kMaxBuilders, u"builders", [](int i) { AddBuilder(builders[i]); }, ResetBuilders);
+}
+
+TEST(JoinTablesDeathTest, ListsOfTools) {
+  static_assert(kMaxToolLists == 8);
+  StopsBeyond(
+      kMaxToolLists, u"lists of tools", [](int) { AddToolList(Nothing); }, ResetToolLibrary);
+  EXPECT_EXIT(AddToolList(nullptr), testing::ExitedWithCode(3), "filled by nobody");
 }
 
 TEST(JoinTablesDeathTest, ListsOfShapes) {

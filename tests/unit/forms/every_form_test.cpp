@@ -106,6 +106,13 @@ struct EveryForm : support::Workbench {
         LookAround("page of a builder", look);
       }
     }
+    SetMode(kModeTools);
+    headless::Click(kIdToolAdd);
+    LookAround("tools", look);
+    headless::Click(kIdToolSave);
+    headless::Click(kIdToolClose);
+    SetMode(kModeHome);
+    LookAround("tools at home", look);
     SetMode(kModeFind);
     LookAround("find", look);
     for (const int width : {kLeftPanelLeast, kLeftPanelMost}) {

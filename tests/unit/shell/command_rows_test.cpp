@@ -55,10 +55,13 @@ struct CommandRows : support::Workbench {
       look(where);
     };
     at("home");
-    for (const int mode : {kModeFind, kModeCodeIndex, kModeSimulator}) {
+    for (const int mode : {kModeFind, kModeCodeIndex, kModeSimulator, kModeTools}) {
       Call(hooks.setMode, mode);
       at("mode " + std::to_string(mode));
     }
+    headless::Click(kIdToolAdd);
+    at("tool builder");
+    headless::Click(kIdToolClose);
     RouteCommand(kIdImport, 0);
     at("import");
     headless::Click(kIdImportCancel);

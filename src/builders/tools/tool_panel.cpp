@@ -1,0 +1,230 @@
+#include "builders/tools/tool_panel.h"
+
+#include <algorithm>
+#include <string>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/commands.h"
+#include "app/mode_table.h"
+#include "app/outlets.h"
+#include "app/panels.h"
+#include "app/router.h"
+#include "builders/tools/tool_form.h"
+#include "documents/insertion.h"
+#include "documents/program_changed.h"
+#include "documents/tab_table.h"
+#include "forms/form.h"
+#include "library/tools.h"
+#include "library/unit_commands.h"
+#include "library/units.h"
+#include "platform/control.h"
+#include "platform/listing.h"
+#include "text/code_writer.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+using platform::Rect;
+
+constexpr int kRefreshMs = 70;
+constexpr int kNumberWidth = 48;  // pixels of the box beside the tools at Home
+constexpr int kNumberGap = 4;
+
+// clang-format off
+constexpr FormRow kRows[] = {
+    {.kind = RowKind::List, .id = kIdToolList, .name = u"Tool list", .filled = true, .least = 72},
+    {.kind = RowKind::Keys, .keys = {kIdToolAdd, kIdToolEdit}},
+    {.kind = RowKind::Keys, .keys = {kIdToolDelete, kIdToolInsert}},
+    {.kind = RowKind::Keys, .keys = {kIdToolInch, kIdToolMm}},
+    {.kind = RowKind::Note,
+     .label = u"Custom tools are saved in MORVA.ini. Select a tool to edit its geometry and "
+              u"defaults."},
+};
+// clang-format on
+constexpr FormLook kLook{.gap = 6, .keyHeight = 28, .labels = Labels::None};
+constexpr Form kToolsForm{
+    .look = &kLook, .rows = kRows, .metric = UnitsMetric, .escape = kIdToolClose};
+
+// At Home: the tools and the number of the chosen one.
+enum HomePart : int { kTools, kNumber };
+// clang-format off
+constexpr FormRow kHomeRows[] = {
+    {.kind = RowKind::Choice, .id = kIdHomeTool, .name = u"Home tool",
+     .help = u"Look up the number of a tool", .filled = true, .pages = PageBit(kTools)},
+    {.kind = RowKind::Log, .id = kIdHomeToolNumber, .name = u"Number of the tool",
+     .filled = true, .pages = PageBit(kNumber), .height = 26},
+};
+// clang-format on
+constexpr FormLook kHomeLook{.inset = 1, .labels = Labels::None};
+constexpr Form kHomeForm{.look = &kHomeLook, .rows = kHomeRows};
+
+constexpr Command kCommands[] = {
+    {.id = kIdToolList, .hint = Hint::Quiet},
+    {kIdToolAdd, u"+ ADD TOOL", u"Describe a new cutter"},
+    {kIdToolEdit, u"EDIT TOOL", u"Open the selected tool"},
+    {.id = kIdToolDelete,
+     .words = u"DELETE",
+     .help = u"Remove the selected tool",
+     .name = u"Delete tool"},
+    {kIdToolInsert, u"INSERT CODE", u"Write the tool change into the program"},
+    InchKey(kIdToolInch, u"Inch of the tool library"),
+    MmKey(kIdToolMm, u"Millimeter of the tool library"),
+    {.id = kIdHomeTool, .hint = Hint::Quiet},
+};
+
+void PlaceHome(const Rect& area) {
+  const int split = area.right - kNumberWidth;
+  const FormPart parts[] = {{{area.left, area.top, split - kNumberGap, area.bottom}, kTools},
+                            {{split, area.top, area.right, area.bottom}, kNumber}};
+  PlaceForm(kHomeForm, parts);
+}
+
+bool HomeShown() {
+  return app.surface == kSurfaceCode && app.mode == kModeHome && toolLibrary.count > 0;
+}
+
+// Rows of all tools, each with its index. The row that was selected stays so, else the first is.
+void FillTools(int list) {
+  const int before = std::clamp(platform::SelectedRow(list), 0, std::max(toolLibrary.count - 1, 0));
+  platform::HoldListRedraw(list, true);
+  platform::ClearRows(list);
+  for (int i = 0; i < toolLibrary.count; ++i) {
+    platform::AddRow(list, ToolRowText(toolLibrary.tools[i], UnitsMetric()), i);
+  }
+  platform::HoldListRedraw(list, false);
+  if (toolLibrary.count > 0) platform::SelectRow(list, before);
+}
+
+void ShowHomeNumber() {
+  const int row = platform::SelectedRow(kIdHomeTool);
+  const bool held = row >= 0 && row < toolLibrary.count;
+  platform::SetText(kIdHomeToolNumber, held ? IntegerText(toolLibrary.tools[row].number) : u"");
+}
+
+void RebuildHomeTools() {
+  if (!platform::Exists(kIdHomeTool)) return;
+  const bool wasEmpty = platform::RowCount(kIdHomeTool) == 0;
+  FillTools(kIdHomeTool);
+  ShowHomeNumber();
+  // Without tools there is no list.
+  if (wasEmpty != (toolLibrary.count == 0)) RelayPanels();
+}
+
+// A selection shows the tool; two presses, or Enter, go on in its form. What was typed stays.
+void OnList(int, int notification) {
+  const bool opens = notification == platform::kNotifyListDouble;
+  if (SelectedTool() < 0) return;
+  if (IsToolFormEdited()) {
+    ShowStatus(u"The tool in the form is not saved yet. EDIT TOOL shows the selected one.");
+    return;
+  }
+  OpenToolBuilder(SelectedTool(), opens);
+}
+
+void TellNoTool() { ShowStatus(u"Select a tool first."); }
+
+void EditTool() {
+  if (SelectedTool() < 0) return TellNoTool();
+  OpenToolBuilder(SelectedTool(), true);
+}
+
+constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst + 3}};
+constexpr ModeRow kToolsMode = {.mode = kModeTools,
+                                .place = 6,
+                                .words = u"Tool library",
+                                .header = u"TOOL LIBRARY",
+                                .icon = kIconTools,
+                                .remembers = true,
+                                .keys = kModeKeys,
+                                .fill = RebuildToolList};
+
+void RegisterPanels() {
+  Panel panel;
+  panel.spot = PanelSpot::RightBody;
+  panel.mode = kModeTools;
+  panel.row = &kToolsMode;
+  panel.make = [] { MakeForm(kToolsForm); };
+  panel.place = [](const Rect& area) { PlaceForm(kToolsForm, area); };
+  panel.hide = [] { HideForm(kToolsForm); };
+  RegisterPanel(panel);
+  RegisterForm(kToolsForm);
+  Panel home;
+  home.spot = PanelSpot::OutputHead;
+  home.active = HomeShown;
+  home.make = [] { MakeForm(kHomeForm); };
+  home.place = PlaceHome;
+  home.hide = [] { HideForm(kHomeForm); };
+  home.tabStops = [](int* ids, int capacity) { return FormOrder(kHomeForm, ids, capacity); };
+  RegisterPanel(home);
+  RegisterForm(kHomeForm);
+}
+
+}  // namespace
+
+int SelectedTool() {
+  const int row = platform::SelectedRow(kIdToolList);
+  if (row < 0) return -1;
+  const auto index = static_cast<int>(platform::RowData(kIdToolList, row));
+  return index < toolLibrary.count ? index : -1;
+}
+
+void SelectTool(int index) {
+  platform::SelectRow(kIdToolList, std::min(index, toolLibrary.count - 1));
+}
+
+void RebuildToolList() {
+  if (platform::Exists(kIdToolList)) FillTools(kIdToolList);
+}
+
+void DeleteSelectedTool() {
+  const int index = SelectedTool();
+  if (index < 0) return TellNoTool();
+  if (!Confirmed(u"Tool Library", u"Delete the selected custom tool from the library?")) return;
+  RemoveTool(index);
+  ForgetTool(index);
+  StoreTools(index);
+}
+
+void InsertToolBlock() {
+  const int index = SelectedTool();
+  if (index < 0) return TellNoTool();
+  CodeWriter out;
+  out.most = kToolBlockUnits;
+  WriteToolBlock(toolLibrary.tools[index], UnitsMetric(), out);
+  InsertTextAtCaret(out.text, true);
+  ProgramChanged({.autosave = true,
+                  .refreshMs = kRefreshMs,
+                  .rebuildPath = true,
+                  .logged = u"Tool block inserted from Tool Library."});
+  // What was inserted is to be seen.
+  if (IsToolBuilderOpen() && !IsToolFormEdited()) CloseToolBuilder();
+}
+
+void RegisterTools() {
+  RegisterToolLibrary();
+  RegisterPanels();
+  RegisterToolForm();
+  AddCommands(kCommands);
+  AddToolList(RebuildToolList);
+  AddToolList(RebuildHomeTools);
+  RegisterUnitKeys(kIdToolInch, kIdToolMm);
+  using platform::kNotifyClick;
+  const RouterStage click = RouterStage::Click;
+  RegisterCommand(RouterStage::HomeToolCombo, kIdHomeTool, platform::kNotifyComboSelect,
+                  [](int, int) { ShowHomeNumber(); });
+  RegisterCommand(RouterStage::Notified, kIdToolList, kNotifyBelowThree, OnList);
+  RegisterCommand(click, kIdToolAdd, kNotifyClick, [](int, int) { OpenToolBuilder(-1, true); });
+  RegisterCommand(click, kIdToolEdit, kNotifyClick, [](int, int) { EditTool(); });
+  RegisterCommand(click, kIdToolDelete, kNotifyClick, [](int, int) { DeleteSelectedTool(); });
+  RegisterCommand(click, kIdToolInsert, kNotifyClick, [](int, int) { InsertToolBlock(); });
+}
+
+void ResetTools() {
+  ResetToolForm();
+  ResetToolLibrary();
+}
+
+}  // namespace morva

@@ -1,0 +1,150 @@
+// The panel of the tool library and the tool builder, on the whole application.
+
+#include "builders/tools/tool_panel.h"
+
+#include <gtest/gtest.h>
+
+#include "app/hooks.h"
+#include "app/router.h"
+#include "builders/tools/tool_form.h"
+#include "library/tool_fields.h"
+#include "library/tools.h"
+#include "library/units.h"
+#include "platform/listing.h"
+#include "shell/modes.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+struct ToolPanel : support::Workbench {
+  void SetUp() override {
+    support::Workbench::SetUp();
+    SetMode(kModeTools);
+  }
+  static int Id(ToolField field) { return kIdToolField + static_cast<int>(field); }
+  static std::u16string Text(ToolField field) { return platform::TextOf(Id(field)); }
+  static void Type(ToolField field, const char16_t* text) { headless::TypeInto(Id(field), text); }
+  static void Add(const char16_t* number, const char16_t* name) {
+    headless::Click(kIdToolAdd);
+    Type(ToolField::Number, number);
+    Type(ToolField::Name, name);
+    headless::Click(kIdToolSave);
+  }
+};
+
+TEST_F(ToolPanel, KeepsTheStoredToolUnderEditAfterAFirstSave) {
+  Add(u"3", u"FIRST");
+  Type(ToolField::Name, u"SECOND");
+  headless::Click(kIdToolSave);
+  ASSERT_EQ(toolLibrary.count, 1);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"SECOND");
+  Type(ToolField::Name, u"THIRD");
+  headless::Click(kIdToolRevert);
+  EXPECT_EQ(Text(ToolField::Name), u"SECOND");
+}
+
+TEST_F(ToolPanel, ConvertsLengthsAndFeedsAndNothingElse) {
+  headless::Click(kIdToolAdd);
+  SetUnits(true);
+  EXPECT_EQ(Text(ToolField::Diameter), u"12.700");
+  EXPECT_EQ(Text(ToolField::GaugeLength), u"76.200");
+  EXPECT_EQ(Text(ToolField::Stickout), u"38.100");
+  EXPECT_EQ(Text(ToolField::Feed), u"304.80");
+  EXPECT_EQ(Text(ToolField::Plunge), u"127.00");
+  EXPECT_EQ(Text(ToolField::Flutes), u"4");
+  EXPECT_EQ(Text(ToolField::MaxRpm), u"5000");
+  EXPECT_EQ(Text(ToolField::HOffset), u"1");
+  headless::Click(kIdToolSave);
+  EXPECT_NEAR(toolLibrary.tools[0].diameter, 0.5, 1e-12);
+  headless::Click(kIdToolFormInch);
+  EXPECT_EQ(Text(ToolField::Feed), u"12.00");
+}
+
+TEST_F(ToolPanel, SelectsWhatWasStoredAndKeepsItInTheOtherUnit) {
+  Add(u"1", u"ONE");
+  Add(u"2", u"TWO");
+  EXPECT_EQ(SelectedTool(), 1);
+  SetUnits(true);
+  EXPECT_EQ(SelectedTool(), 1);
+  EXPECT_EQ(platform::RowText(kIdToolList, 1), u"T02  TWO  \u2022  End Mill  \u00D812.700 mm");
+}
+
+TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
+  Add(u"1", u"ONE");
+  Add(u"2", u"TWO");
+  headless::SelectRows(kIdToolList, {0});
+  EXPECT_EQ(Text(ToolField::Name), u"ONE");
+  Type(ToolField::Name, u"TYPED");
+  headless::SelectRows(kIdToolList, {1});
+  EXPECT_EQ(Text(ToolField::Name), u"TYPED");
+  headless::Click(kIdToolEdit);
+  EXPECT_EQ(Text(ToolField::Name), u"TWO");
+}
+
+TEST_F(ToolPanel, GoesOnWithTheSameToolWhenAnEarlierOneIsRemoved) {
+  Add(u"1", u"ONE");
+  Add(u"2", u"TWO");
+  SelectTool(0);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolDelete);
+  ASSERT_EQ(toolLibrary.count, 1);
+  Type(ToolField::Name, u"TWO AGAIN");
+  headless::Click(kIdToolSave);
+  ASSERT_EQ(toolLibrary.count, 1);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"TWO AGAIN");
+}
+
+TEST_F(ToolPanel, ShowsTheNumberOfAToolAtHomeAndNothingWithoutTools) {
+  SetMode(kModeHome);
+  EXPECT_FALSE(platform::IsVisible(kIdHomeTool));
+  SetMode(kModeTools);
+  Add(u"4", u"FOUR");
+  Add(u"15", u"FIFTEEN");
+  SetMode(kModeHome);
+  ASSERT_TRUE(platform::IsVisible(kIdHomeTool));
+  EXPECT_EQ(platform::TextOf(kIdHomeToolNumber), u"4");
+  headless::SelectRows(kIdHomeTool, {1});
+  EXPECT_EQ(platform::TextOf(kIdHomeToolNumber), u"15");
+}
+
+TEST_F(ToolPanel, IsPaintedAnewWithEachKeyAndSaysWhyItIsNot) {
+  headless::Click(kIdToolAdd);
+  const auto says = [] {
+    for (const headless::DrawCall& call : headless::PaintOf(kViewToolPicture)) {
+      if (call.text.find(u"Stickout cannot exceed") != call.text.npos) return true;
+    }
+    return false;
+  };
+  EXPECT_FALSE(says());
+  Type(ToolField::Stickout, u"4");
+  EXPECT_TRUE(says());
+  Type(ToolField::Stickout, u"1");
+  EXPECT_FALSE(says());
+  Type(ToolField::Diameter, u"abc");
+  EXPECT_TRUE(says());
+}
+
+TEST_F(ToolPanel, StaysWhileTheModeIsLeftAndClosesByTheBackKey) {
+  headless::Click(kIdToolAdd);
+  SetMode(kModeHome);
+  EXPECT_FALSE(platform::IsVisible(kIdToolSave));
+  SetMode(kModeTools);
+  EXPECT_TRUE(platform::IsVisible(kIdToolSave));
+  headless::Click(kIdBack);
+  EXPECT_FALSE(platform::IsVisible(kIdToolSave));
+  EXPECT_EQ(app.mode, kModeTools);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.mode, kModeHome);
+}
+
+TEST_F(ToolPanel, StandsBehindTheImportOfOperations) {
+  headless::Click(kIdToolAdd);
+  RouteCommand(kIdImport, platform::kNotifyClick);
+  EXPECT_FALSE(platform::IsVisible(kIdToolSave));
+  headless::Click(kIdImportCancel);
+  EXPECT_TRUE(platform::IsVisible(kIdToolSave));
+}
+
+}  // namespace
+}  // namespace morva
