@@ -144,8 +144,7 @@ bool RemoveMacro(int index) {
 
 MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code) {
   if (code.empty()) {
-    return {u"Save Program as Macro", u"The active program is blank.",
-            platform::BoxIcon::Information};
+    return {kSaveMacroTitle, u"The active program is blank.", platform::BoxIcon::Information};
   }
   if (code.size() > kMaxMacroCode) {
     return {u"Custom Macros",

@@ -49,6 +49,8 @@ int DuplicateMacro(int index);
 bool RenameMacro(int index, std::u16string_view name);
 bool RemoveMacro(int index);
 
+inline constexpr char16_t kSaveMacroTitle[] = u"Save Program as Macro";  // of boxes
+
 // Why a macro is not saved or renamed: the box. Without words all is well.
 struct MacroRefusal {
   const char16_t* title = u"";

@@ -10,7 +10,6 @@ namespace morva {
 namespace {
 
 constexpr char16_t kWizard[] = u"Machining wizard";
-constexpr char16_t kMacros[] = u"Macro library";
 constexpr char16_t kShapes[] = u"Shape builder";
 constexpr char16_t kBuilderUnits[] = u"Units of the builders";
 constexpr char16_t kCircular[] = u"Circular pattern";
@@ -27,10 +26,6 @@ constexpr Command kCommands[] = {
     {.id = kIdWizardCombo, .pending = kWizard},
     {.id = kIdWizardInsert, .words = u"INSERT GENERATED CODE", .pending = kWizard},
     {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
-    {.id = kIdMacroCombo, .pending = kMacros},
-    {.id = kIdMacroInsert, .words = u"INSERT BUILT-IN MACRO", .pending = kMacros},
-    {.id = kIdMacroList, .pending = kMacros},
-    {.id = kIdMacroSave, .pending = kMacros, .last = kIdMacroDelete},
     {.id = kIdShapeCombo, .pending = kShapes},
     {.id = kIdShapeInsert, .words = u"INSERT SHAPE G-CODE", .pending = kShapes},
     {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
@@ -43,7 +38,7 @@ constexpr Command kCommands[] = {
     {.id = kIdCircularOrientation, .pending = kCircular},
     {.id = kIdRectItem, .pending = kRectangular},
     {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
-    {.id = kIdOldModeFirst + 1, .pending = u"Panels still to come", .last = kIdOldModeFirst + 2},
+    {.id = kIdOldModeFirst + 2, .pending = kShapes},
     {.id = kIdOldModeFirst + 4, .pending = kWizard},
     {.id = kIdOldModeFirst + 9, .pending = u"Slot builder"},
     {.id = kIdOldModeLast, .pending = kPlate},
@@ -55,7 +50,6 @@ constexpr const char16_t* kBuilderHelp =
     u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
     u"compensation, workholding, and clearances before machining.";
 
-constexpr ModeKey kMacroKeys[] = {{kIdOldModeFirst + 1}};
 constexpr ModeKey kShapeKeys[] = {{kIdOldModeFirst + 2}};
 constexpr ModeKey kWizardKeys[] = {{kIdOldModeFirst + 4}};
 constexpr ModeKey kSlotKeys[] = {{kIdOldModeFirst + 9}};
@@ -84,12 +78,6 @@ constexpr ModeRow kModes[] = {
      .icon = kIconShapes,
      .keys = kShapeKeys},
     {.mode = kModeSlot, .header = u"SLOT BUILDER", .help = kBuilderHelp, .keys = kSlotKeys},
-    {.mode = kModeMacros,
-     .place = 7,
-     .words = u"Macro library",
-     .header = u"MACRO LIBRARY",
-     .icon = kIconMacros,
-     .keys = kMacroKeys},
     {.mode = kModeDnc,
      .place = 11,
      .words = u"DNC / RS-232",

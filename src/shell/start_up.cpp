@@ -16,6 +16,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/surfaces.h"
+#include "builders/macros/macro_panel.h"
 #include "builders/tools/tool_panel.h"
 #include "cad/panel/cad_room.h"
 #include "codetools/colours.h"
@@ -42,6 +43,7 @@
 #include "documents/tab_models.h"
 #include "documents/text_refresh.h"
 #include "forms/form.h"
+#include "library/macros.h"
 #include "library/shapes.h"
 #include "library/tools.h"
 #include "library/units.h"
@@ -325,6 +327,7 @@ void JoinRooms() {
   RegisterUnitCommands();
   RegisterShapeLibrary();
   RegisterTools();
+  RegisterMacros();
   RegisterTransferCommands();
   RegisterCad();
   RegisterShellCommands();
@@ -337,6 +340,8 @@ void FillMainWindow() {
   SwitchTab(OpenTab(u"", u"", u"Untitled-1.NC"));
   LoadToolLibrary();
   RefreshToolLists();
+  LoadMacroLibrary();
+  FillMacroList();
   LoadShapeLibrary();
   RefreshShapeLists();
   RebuildToolpath();
@@ -399,6 +404,7 @@ void ResetApplication() {
   ResetView();
   ResetUnits();
   ResetTools();
+  ResetMacroLibrary();
   ResetShapeLibrary();
   ResetInlineRename();
   ResetShell();

@@ -1,10 +1,13 @@
 // `call FUNCTION ARGS...`: pure helpers of the application on literals.
 
+#include "app/limits.h"
 #include "codetools/command_words.h"
 #include "codetools/validator.h"
 #include "documents/file_text.h"
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
+#include "library/macro_templates.h"
+#include "text/code_writer.h"
 #include "text/codetext.h"
 
 namespace drive {
@@ -92,6 +95,21 @@ std::string CallWordsToCode(const Words& words) {
   return GoodConversion(morva::WordsToCode(words[1].text));
 }
 
+std::string CallMacroText(const Words& words) {
+  std::int64_t kind = 0;
+  bool metric = false;
+  if (words.size() != 3 + morva::kMacroFields ||
+      !ReadInteger(words[1], 0, morva::kMacroTemplates - 1, kind) || !ReadFlag(words[2], metric)) {
+    return Bad(u"expected: call MacroText KIND true|false \"f1\" ... \"f6\"");
+  }
+  std::u16string texts[morva::kMacroFields];
+  for (std::size_t i = 0; i < std::size(texts); ++i) texts[i] = words[3 + i].text;
+  morva::CodeWriter out;
+  out.most = morva::kMacroTextUnits - 1;
+  morva::WriteMacro(static_cast<int>(kind), texts, metric, out);
+  return GoodValue(out.text);
+}
+
 struct Function {
   const char16_t* name;
   std::string (*answer)(const Words& words);
@@ -101,6 +119,7 @@ constexpr Function kFunctions[] = {
     {u"ParseInteger", CallParseInteger}, {u"AngleDegrees", CallAngleDegrees},
     {u"FindCodeWord", CallFindCodeWord}, {u"NormaliseOutputText", CallNormaliseOutputText},
     {u"CodeToWords", CallCodeToWords},   {u"WordsToCode", CallWordsToCode},
+    {u"MacroText", CallMacroText},
 };
 
 }  // namespace

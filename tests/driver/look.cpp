@@ -13,6 +13,7 @@
 #include "documents/program_tabs.h"
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
+#include "library/macros.h"
 #include "library/shapes.h"
 #include "library/tools.h"
 #include "platform/file.h"
@@ -371,6 +372,15 @@ std::string GetTools(const Words&) {
   return Good("tools", tools.Done());
 }
 
+std::string GetMacros(const Words&) {
+  Json macros('[');
+  for (int i = 0; i < morva::macroLibrary.count; ++i) {
+    const morva::MacroRecord& macro = morva::macroLibrary.macros[i];
+    macros.Item(Json('{').Text("name", macro.name).Text("code", macro.code).Done());
+  }
+  return Good("macros", macros.Done());
+}
+
 std::string GetShapes(const Words&) {
   Json shapes('[');
   for (int i = 0; i < morva::shapeLibrary.count; ++i) {
@@ -438,7 +448,7 @@ constexpr Look kLooks[] = {
     {u"ghost", GetGhost},         {u"play", GetPlay},
     {u"view", GetView},           {u"sketch", GetSketch},
     {u"plate", StillToCome},      {u"skim", StillToCome},
-    {u"tools", GetTools},         {u"macros", StillToCome},
+    {u"tools", GetTools},         {u"macros", GetMacros},
     {u"shapes", GetShapes},       {u"surface", GetSurface},
     {u"mode", GetMode},           {u"units", GetUnits},
     {u"dncstate", GetDncState},   {u"boxes", GetBoxes},

@@ -2,6 +2,7 @@
 
 #include <iterator>
 #include <string>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -9,7 +10,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
-#include "builders/tools/tool_panel.h"
+#include "builders/tools/tool_list.h"
 #include "builders/tools/tool_picture.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
@@ -53,8 +54,6 @@ constexpr Group kGroups[] = {{u"BASIC IDENTITY", ToolField::Type},
                              {u"Geometry / offsets", ToolField::DOffset},
                              {u"CUTTING DEFAULTS", ToolField::Coolant},
                              {u"", ToolField::Notes}};
-constexpr int kFormRows = kToolFields + 3;
-
 struct FieldSpec {
   RowKind kind = RowKind::Number;
   const char16_t* help = u"";
@@ -79,34 +78,29 @@ constexpr FieldSpec kSpecs[] = {
     {.kind = RowKind::Words, .help = u"Anything worth knowing", .units = kToolNotesUnits}};
 static_assert(std::size(kSpecs) == kToolFields);
 
-struct Rows {
-  FormRow rows[kFormRows];
-};
-
-Rows MakeRows() {
-  Rows made;
-  int count = 0;
-  int field = 0;
-  for (const Group& group : kGroups) {
-    if (group.head[0]) made.rows[count++] = {.kind = RowKind::Head, .label = group.head};
-    for (; field <= static_cast<int>(group.last); ++field) {
-      const FieldSpec& spec = kSpecs[field];
-      FormRow& row = made.rows[count++];
-      row.kind = spec.kind;
-      row.id = kIdToolField + field;
-      row.label = ToolFieldLabel(static_cast<ToolField>(field));
-      row.help = spec.help;
-      row.filled = true;
-      row.follows = spec.follows;
-      row.decimals = spec.decimals;
-      row.limit = spec.units - 1;
-      row.enter = spec.kind == RowKind::Choice ? 0 : kIdToolSave;
+const std::vector<FormRow>& FieldRows() {
+  static const std::vector<FormRow> kRows = [] {
+    std::vector<FormRow> rows;
+    int field = 0;
+    for (const Group& group : kGroups) {
+      if (group.head[0]) rows.push_back({.kind = RowKind::Head, .label = group.head});
+      for (; field <= static_cast<int>(group.last); ++field) {
+        const FieldSpec& spec = kSpecs[field];
+        rows.push_back({.kind = spec.kind,
+                        .id = kIdToolField + field,
+                        .label = ToolFieldLabel(static_cast<ToolField>(field)),
+                        .help = spec.help,
+                        .filled = true,
+                        .follows = spec.follows,
+                        .decimals = spec.decimals,
+                        .enter = spec.kind == RowKind::Choice ? 0 : kIdToolSave,
+                        .limit = spec.units - 1});
+      }
     }
-  }
-  return made;
+    return rows;
+  }();
+  return kRows;
 }
-
-const Rows kFieldRows = MakeRows();
 
 constexpr Sheet kToolSheet{.frame = {kViewToolForm, u"HaasToolBuilderWnd", u"Tool builder"},
                            .paper = {kViewToolPaper, u"MorvaToolPaper", u"Tool fields"},
@@ -122,7 +116,7 @@ constexpr FormLook kFieldsLook{.edge = 8,
                                .frame = kPanelLine};
 const Form kFieldsForm{.look = &kFieldsLook,
                        .sheet = &kToolSheet,
-                       .rows = kFieldRows.rows,
+                       .rows = FieldRows(),
                        .metric = UnitsMetric,
                        .changed = OnTyped,
                        .escape = kIdToolClose};
@@ -141,17 +135,17 @@ constexpr FormRow kFrameRows[] = {
     {.kind = RowKind::Keys, .pages = PageBit(kFoot), .keys = {kIdToolSave, kIdToolRevert}},
     {.kind = RowKind::Keys, .pages = PageBit(kFoot),
      .keys = {kIdToolFormInch, kIdToolFormMm, kIdToolClose}, .shares = {2, 2, 3}},
-    {.kind = RowKind::Head, .label = u"ISOMETRIC CUTTER / LIVE GEOMETRY",
+    {.kind = RowKind::Note, .label = u"ISOMETRIC CUTTER / LIVE GEOMETRY",
      .pages = PageBit(kSide), .height = 20},
     {.kind = RowKind::View, .id = kViewToolPicture, .name = u"Picture of the tool",
      .className = u"MorvaToolPicture", .pages = PageBit(kSide), .least = 60},
-    {.kind = RowKind::Head, .label = u"CUTTING END / FLUTES", .pages = PageBit(kEnd),
+    {.kind = RowKind::Note, .label = u"CUTTING END / FLUTES", .pages = PageBit(kEnd),
      .height = 20},
     {.kind = RowKind::View, .id = kViewToolEnd, .name = u"Picture of the cutting end",
      .className = u"MorvaToolEnd", .pages = PageBit(kEnd), .least = 60},
 };
 // clang-format on
-constexpr FormLook kFrameLook{.headGap = 2, .labels = Labels::None, .noteColour = kDimText};
+constexpr FormLook kFrameLook{.headGap = 2, .labels = Labels::None, .noteColour = kMainText};
 constexpr Form kFrameForm{.look = &kFrameLook, .rows = kFrameRows, .escape = kIdToolClose};
 
 constexpr Command kCommands[] = {
@@ -264,14 +258,6 @@ void HideBuilder() {
   HideForm(kFrameForm);
 }
 
-void TellSaved(bool saved) {
-  if (saved) return AppendOutput(u"Tool Library updated and saved.");
-  constexpr char16_t kWords[] =
-      u"MORVA.ini could not be written \u2014 the tool library lasts for this run only.";
-  AppendOutput(kWords);
-  ShowStatus(kWords);
-}
-
 void Refuse(const ToolRefusal& refusal) {
   platform::ShowBox(refusal.title, refusal.words, platform::BoxButtons::Ok, refusal.icon);
   platform::SetFocusTo(IdOf(refusal.field));
@@ -346,12 +332,6 @@ void ForgetTool(int index) {
   } else if (underEdit > index) {
     --underEdit;
   }
-}
-
-void StoreTools(int selected) {
-  SaveToolLibrary(TellSaved);
-  RefreshToolLists();
-  SelectTool(selected);
 }
 
 void RegisterToolForm() {

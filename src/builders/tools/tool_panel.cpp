@@ -1,8 +1,5 @@
 #include "builders/tools/tool_panel.h"
 
-#include <algorithm>
-#include <string>
-
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
@@ -11,6 +8,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "builders/tools/tool_form.h"
+#include "builders/tools/tool_list.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
@@ -54,7 +52,7 @@ enum HomePart : int { kTools, kNumber };
 constexpr FormRow kHomeRows[] = {
     {.kind = RowKind::Choice, .id = kIdHomeTool, .name = u"Home tool",
      .help = u"Look up the number of a tool", .filled = true, .pages = PageBit(kTools)},
-    {.kind = RowKind::Log, .id = kIdHomeToolNumber, .name = u"Number of the tool",
+    {.kind = RowKind::Words, .id = kIdHomeToolNumber, .name = u"Number of the tool",
      .filled = true, .pages = PageBit(kNumber), .height = 26},
 };
 // clang-format on
@@ -84,18 +82,6 @@ void PlaceHome(const Rect& area) {
 
 bool HomeShown() {
   return app.surface == kSurfaceCode && app.mode == kModeHome && toolLibrary.count > 0;
-}
-
-// Rows of all tools, each with its index. The row that was selected stays so, else the first is.
-void FillTools(int list) {
-  const int before = std::clamp(platform::SelectedRow(list), 0, std::max(toolLibrary.count - 1, 0));
-  platform::HoldListRedraw(list, true);
-  platform::ClearRows(list);
-  for (int i = 0; i < toolLibrary.count; ++i) {
-    platform::AddRow(list, ToolRowText(toolLibrary.tools[i], UnitsMetric()), i);
-  }
-  platform::HoldListRedraw(list, false);
-  if (toolLibrary.count > 0) platform::SelectRow(list, before);
 }
 
 void ShowHomeNumber() {
@@ -132,14 +118,18 @@ void EditTool() {
 }
 
 constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst + 3}};
-constexpr ModeRow kToolsMode = {.mode = kModeTools,
-                                .place = 6,
-                                .words = u"Tool library",
-                                .header = u"TOOL LIBRARY",
-                                .icon = kIconTools,
-                                .remembers = true,
-                                .keys = kModeKeys,
-                                .fill = RebuildToolList};
+}  // namespace
+
+const ModeRow kToolsMode = {.mode = kModeTools,
+                            .place = 6,
+                            .words = u"Tool library",
+                            .header = u"TOOL LIBRARY",
+                            .icon = kIconTools,
+                            .remembers = true,
+                            .keys = kModeKeys,
+                            .fill = RebuildToolList};
+
+namespace {
 
 void RegisterPanels() {
   Panel panel;
@@ -163,21 +153,6 @@ void RegisterPanels() {
 }
 
 }  // namespace
-
-int SelectedTool() {
-  const int row = platform::SelectedRow(kIdToolList);
-  if (row < 0) return -1;
-  const auto index = static_cast<int>(platform::RowData(kIdToolList, row));
-  return index < toolLibrary.count ? index : -1;
-}
-
-void SelectTool(int index) {
-  platform::SelectRow(kIdToolList, std::min(index, toolLibrary.count - 1));
-}
-
-void RebuildToolList() {
-  if (platform::Exists(kIdToolList)) FillTools(kIdToolList);
-}
 
 void DeleteSelectedTool() {
   const int index = SelectedTool();

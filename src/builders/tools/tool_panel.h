@@ -1,16 +1,12 @@
 // The tool library's panel: the list of tools and its keys, and the tools at Home.
 #pragma once
 
+#include "app/mode_table.h"
+
 namespace morva {
 
-// The selected record, -1 for none.
-int SelectedTool();
-// Selects a record, the nearest one where there is none with this index.
-void SelectTool(int index);
-// Saves the library, fills every list anew and selects this record.
-void StoreTools(int selected);
-// The list anew; what was selected stays so, else the first tool is.
-void RebuildToolList();
+extern const ModeRow kToolsMode;
+
 // After a question.
 void DeleteSelectedTool();
 // The tool's block behind the caret's line.

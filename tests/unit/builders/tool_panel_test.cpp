@@ -6,7 +6,7 @@
 
 #include "app/hooks.h"
 #include "app/router.h"
-#include "builders/tools/tool_form.h"
+#include "builders/tools/tool_list.h"
 #include "library/tool_fields.h"
 #include "library/tools.h"
 #include "library/units.h"

@@ -55,7 +55,7 @@ struct CommandRows : support::Workbench {
       look(where);
     };
     at("home");
-    for (const int mode : {kModeFind, kModeCodeIndex, kModeSimulator, kModeTools}) {
+    for (const int mode : {kModeFind, kModeCodeIndex, kModeSimulator, kModeMacros, kModeTools}) {
       Call(hooks.setMode, mode);
       at("mode " + std::to_string(mode));
     }

@@ -5,6 +5,8 @@
 
 #include "app/mode_table.h"
 #include "app/outlets.h"
+#include "builders/macros/macro_panel.h"
+#include "builders/tools/tool_panel.h"
 #include "cad/panel/cad_room.h"
 #include "cad/panel/cad_surface.h"
 #include "codetools/find_pane.h"
@@ -66,7 +68,8 @@ struct MainStage : public support::Stage {
     platform::MakeMainWindow(window);
     morva::RegisterCadSurface();
     // In words alone, as long as their panels are not there.
-    for (morva::ModeRow row : {morva::kFindMode, morva::kCodeIndexMode}) {
+    for (morva::ModeRow row :
+         {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode}) {
       row.coming = true;
       morva::RegisterMode(row);
     }

@@ -1,0 +1,58 @@
+#include "builders/tools/tool_list.h"
+
+#include <algorithm>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "library/tools.h"
+#include "library/units.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+
+namespace morva {
+
+namespace {
+
+void TellSaved(bool saved) {
+  if (saved) return AppendOutput(u"Tool Library updated and saved.");
+  constexpr char16_t kWords[] =
+      u"MORVA.ini could not be written \u2014 the tool library lasts for this run only.";
+  AppendOutput(kWords);
+  ShowStatus(kWords);
+}
+
+}  // namespace
+
+void FillTools(int list) {
+  const int before = std::clamp(platform::SelectedRow(list), 0, std::max(toolLibrary.count - 1, 0));
+  platform::HoldListRedraw(list, true);
+  platform::ClearRows(list);
+  for (int i = 0; i < toolLibrary.count; ++i) {
+    platform::AddRow(list, ToolRowText(toolLibrary.tools[i], UnitsMetric()), i);
+  }
+  platform::HoldListRedraw(list, false);
+  if (toolLibrary.count > 0) platform::SelectRow(list, before);
+}
+
+int SelectedTool() {
+  const int row = platform::SelectedRow(kIdToolList);
+  if (row < 0) return -1;
+  const auto index = static_cast<int>(platform::RowData(kIdToolList, row));
+  return index < toolLibrary.count ? index : -1;
+}
+
+void SelectTool(int index) {
+  platform::SelectRow(kIdToolList, std::min(index, toolLibrary.count - 1));
+}
+
+void RebuildToolList() {
+  if (platform::Exists(kIdToolList)) FillTools(kIdToolList);
+}
+
+void StoreTools(int selected) {
+  SaveToolLibrary(TellSaved);
+  RefreshToolLists();
+  SelectTool(selected);
+}
+
+}  // namespace morva

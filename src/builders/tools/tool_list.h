@@ -1,0 +1,18 @@
+// The list of tools in the panel, and what follows a change of the library.
+#pragma once
+
+namespace morva {
+
+// The selected record, -1 for none.
+int SelectedTool();
+// Selects a record, the last one where there is none with this index.
+void SelectTool(int index);
+// Rows of all tools into a list or combo, each with its index. The row that was selected stays so,
+// else the first is.
+void FillTools(int list);
+// The panel's list.
+void RebuildToolList();
+// Saves the library, fills every list anew and selects this record.
+void StoreTools(int selected);
+
+}  // namespace morva

@@ -1,0 +1,113 @@
+// The panel of the macro library on the whole application.
+
+#include "builders/macros/macro_panel.h"
+
+#include <gtest/gtest.h>
+
+#include "library/macro_templates.h"
+#include "library/macros.h"
+#include "library/units.h"
+#include "platform/listing.h"
+#include "shell/modes.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+struct MacroPanel : support::Workbench {
+  void SetUp() override {
+    support::Workbench::SetUp();
+    SetMode(kModeMacros);
+  }
+  static void SetProgram(const std::u16string& text) { platform::SetEditorText(kIdEditor, text); }
+  static void SaveAs(const char16_t* name) {
+    headless::TypeInto(kIdMacroName, name);
+    headless::Click(kIdMacroSave);
+  }
+};
+
+TEST_F(MacroPanel, ShowsTheFieldsOfTheChosenTemplateWithTheirStartTexts) {
+  for (int kind = 0; kind < kMacroTemplates; ++kind) {
+    headless::SelectRows(kIdMacroCombo, {kind});
+    for (int i = 0; i < kMacroFields; ++i) {
+      const MacroField& field = MacroTemplates()[static_cast<std::size_t>(kind)].fields[i];
+      const int id = kIdMacroField + i;
+      EXPECT_EQ(platform::IsVisible(id), field.label[0] != 0) << kind << " " << i;
+      if (!field.label[0]) continue;
+      EXPECT_EQ(platform::TextOf(id), field.start) << kind << " " << i;
+      EXPECT_EQ(platform::AccessibleName(id), field.label) << kind << " " << i;
+    }
+  }
+}
+
+TEST_F(MacroPanel, KeepsFieldsAsTheyAreInTheOtherUnit) {
+  headless::SelectRows(kIdMacroCombo, {3});
+  SetUnits(true);
+  EXPECT_EQ(platform::TextOf(kIdMacroField + 3), u"1.000");
+}
+
+TEST_F(MacroPanel, InsertsATemplateByEnterInAField) {
+  headless::SelectRows(kIdMacroCombo, {6});
+  headless::TypeInto(kIdMacroField + 4, u"M02");
+  headless::Focus(kIdMacroField + 4);
+  platform::KeyEvent enter;
+  enter.key = platform::kKeyEnter;
+  headless::PressKey(enter);
+  const std::u16string text(platform::EditorText(kIdEditor));
+  EXPECT_NE(text.find(u"(END PROGRAM)\r\nG00 Z0.500\r\nM09\r\nM05\r\nG53 G00 Z0\r\nM02\r\n%"),
+            text.npos);
+  EXPECT_TRUE(app.editorDirty);
+}
+
+TEST_F(MacroPanel, RefusesATextThatWouldBeCut) {
+  headless::SelectRows(kIdMacroCombo, {3});
+  headless::TypeInto(kIdMacroField + 2, u"600");
+  const std::u16string before(platform::EditorText(kIdEditor));
+  headless::Click(kIdMacroInsert);
+  EXPECT_EQ(platform::EditorText(kIdEditor), before);
+}
+
+TEST_F(MacroPanel, TakesThe25thMacroOnlyInPlaceOfAnother) {
+  SetProgram(u"M30");
+  for (int i = 0; i < kMaxMacros; ++i) {
+    SaveAs((u"M" + std::u16string(1, static_cast<char16_t>(u'A' + i))).c_str());
+  }
+  ASSERT_EQ(macroLibrary.count, kMaxMacros);
+  SaveAs(u"ONE MORE");
+  EXPECT_EQ(macroLibrary.count, kMaxMacros);
+  headless::Click(kIdMacroDuplicate);
+  EXPECT_EQ(macroLibrary.count, kMaxMacros);
+  SetProgram(u"M02");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  SaveAs(u"mb");
+  EXPECT_EQ(macroLibrary.macros[1].code, u"M02");
+  EXPECT_EQ(SelectedMacro(), 1);
+}
+
+TEST_F(MacroPanel, KeepsTheSelectionWhenAMacroIsRenamed) {
+  SetProgram(u"M30");
+  SaveAs(u"one");
+  SaveAs(u"two");
+  headless::SelectRows(kIdMacroList, {0});
+  EXPECT_EQ(platform::TextOf(kIdMacroName), u"one");
+  headless::TypeInto(kIdMacroName, u"ONE");
+  headless::Click(kIdMacroRename);
+  EXPECT_EQ(SelectedMacro(), 0);
+  EXPECT_EQ(platform::RowText(kIdMacroList, 0), u"ONE");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdMacroDelete);
+  EXPECT_EQ(platform::TextOf(kIdMacroName), u"two");
+}
+
+TEST_F(MacroPanel, SaysSavedOnlyWhenItIs) {
+  SetProgram(u"M30");
+  headless::FailCall("rename", 1);
+  SaveAs(u"lost");
+  headless::Advance(100);
+  const std::u16string log = platform::TextOf(kIdOutputLog);
+  EXPECT_EQ(log.find(u"Current program saved"), log.npos);
+  EXPECT_NE(log.find(u"lasts for this run only"), log.npos);
+}
+
+}  // namespace
+}  // namespace morva
