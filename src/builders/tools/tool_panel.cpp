@@ -57,7 +57,10 @@ constexpr FormRow kHomeRows[] = {
 };
 // clang-format on
 constexpr FormLook kHomeLook{.inset = 1, .labels = Labels::None};
-constexpr Form kHomeForm{.look = &kHomeLook, .rows = kHomeRows};
+void ShowHomeNumber();
+// The box is only read: what is typed there goes again.
+constexpr Form kHomeForm{
+    .look = &kHomeLook, .rows = kHomeRows, .changed = [](int) { ShowHomeNumber(); }};
 
 constexpr Command kCommands[] = {
     {.id = kIdToolList, .hint = Hint::Quiet},
