@@ -170,16 +170,16 @@ TEST_F(Panels, ALeftPanelCoversTheFeatureListAndItsKeys) {
 }
 
 TEST_F(Panels, AModeExistsOnceAPanelBelongsToIt) {
-  EXPECT_FALSE(ModeExists(kModeTools));
+  EXPECT_FALSE(ModeExists(kModeWizard));
   Panel panel;
-  panel.mode = kModeTools;
+  panel.mode = kModeWizard;
   panel.enter = [] { heard.push_back("entered"); };
   panel.place = [](const platform::Rect& area) {
     heard.push_back(platform::RectWidth(area) > 200 ? "placed" : "narrow");
   };
   RegisterPanel(panel);
-  EXPECT_TRUE(ModeExists(kModeTools));
-  SetMode(kModeTools);
+  EXPECT_TRUE(ModeExists(kModeWizard));
+  SetMode(kModeWizard);
   EXPECT_EQ(heard, (std::vector<std::string>{"placed", "entered"}));
   SetMode(kModeHome);
 }
