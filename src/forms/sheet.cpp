@@ -132,6 +132,7 @@ void MakeOne(const SheetView& view, int parent) {
   spec.background = kPanelBackground;
   spec.parent = parent;
   platform::MakeView(spec);
+  platform::SetVisible(spec.id, false);
 }
 
 }  // namespace

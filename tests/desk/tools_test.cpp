@@ -14,7 +14,11 @@ using ToolsAtTheDesk = AtDesk;
 
 int Field(int n) { return morva::kIdToolField + n; }
 bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
-void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+// Behind a box the keyboard is nowhere for a moment.
+void Press(Qt::Key key) {
+  ASSERT_TRUE(desk::Until([]() { return QApplication::focusWidget() != nullptr; }));
+  QTest::keyClick(QApplication::focusWidget(), key);
+}
 void Size(int width, int height) {
   desk::WidgetOf(platform::kMainWindow)->window()->resize(width, height);
   desk::Run(200);
