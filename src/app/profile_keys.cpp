@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/outlets.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
 
@@ -24,6 +25,17 @@ void ProfileWriteDecimal(const char16_t* section, const char16_t* key, double va
   platform::BeginProfileChange();
   platform::WriteProfile(section, key, FixedText(value, 4));
   platform::EndProfileChange();
+}
+
+void TellWhereSettingsAre() {
+  const platform::ProfilePlace place = platform::WhereProfileIsKept();
+  if (place == platform::ProfilePlace::BesideExecutable) return;
+  const std::u16string path = platform::ProfilePath();
+  if (place == platform::ProfilePlace::Configuration) {
+    return ShowStatus(u"The program's folder cannot be written. Settings are kept in " + path +
+                      u".");
+  }
+  ShowStatus(path + u" cannot be written. Settings that you change hold for this run only.");
 }
 
 }  // namespace morva

@@ -1,4 +1,4 @@
-// Numbers of the settings file.
+// Numbers of the settings file, and where it is kept.
 #pragma once
 
 #include <cstdint>
@@ -11,5 +11,8 @@ std::int32_t ProfileReadInteger(const char16_t* section, const char16_t* key,
 double ProfileReadDecimal(const char16_t* section, const char16_t* key, double fallback);
 // Rewrites the file at once, or at the end of the change that is under way.
 void ProfileWriteDecimal(const char16_t* section, const char16_t* key, double value);
+
+// Says in the status line where settings are kept, if that is not beside the executable.
+void TellWhereSettingsAre();
 
 }  // namespace morva

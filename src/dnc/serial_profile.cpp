@@ -93,6 +93,13 @@ bool ChooseFromPanel() {
 // Whether the profile of this moment is the one that was opened.
 bool IsStillWanted() { return ChooseSerialProfile() && serialProfile == openedProfile; }
 
+std::u16string SavedWords() {
+  if (platform::WhereProfileIsKept() == platform::ProfilePlace::BesideExecutable) {
+    return u"DNC profile saved beside MORVA.exe.";
+  }
+  return u"DNC profile saved in " + platform::ProfilePath() + u".";
+}
+
 }  // namespace
 
 bool LoadSerialProfile() {
@@ -119,7 +126,7 @@ void SaveSerialProfile() {
   }
   platform::EndProfileChange([](bool saved) {
     if (saved) {
-      LogOutput(u"DNC profile saved beside MORVA.exe.");
+      LogOutput(SavedWords());
     } else {
       ShowStatus(u"MORVA.ini could not be written — settings last for this run only.");
     }

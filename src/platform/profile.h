@@ -1,4 +1,4 @@
-// Sections and keys of the settings file beside the executable.
+// Sections and keys of the settings file.
 //
 // UTF-8 without a mark, CR LF, "[Section]" and "Key=Value". Reading ignores the case of A to
 // Z in section and key, trims the outer blanks of a value and one pair of double quotes, and
@@ -11,8 +11,14 @@
 
 namespace platform {
 
-// Where the settings file is: MORVA.ini in the folder of the executable.
+// Where the settings file is at this moment: MORVA.ini in the folder of the executable. Where that
+// folder cannot be written it is MORVA/MORVA.ini in the user's configuration folder. While none
+// stands there the one beside the executable is read, and the first change writes all of it to
+// the new place. Empty: the system tells neither place.
 std::u16string ProfilePath();
+// Where changes go. Nowhere: ProfilePath cannot be written either.
+enum class ProfilePlace { BesideExecutable, Configuration, Nowhere };
+ProfilePlace WhereProfileIsKept();
 // The value, or `fallback` when file, section or key is missing.
 std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
                            std::u16string_view fallback);

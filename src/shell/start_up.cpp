@@ -14,6 +14,7 @@
 #include "app/hover.h"
 #include "app/outlets.h"
 #include "app/panels.h"
+#include "app/profile_keys.h"
 #include "app/router.h"
 #include "app/surfaces.h"
 #include "builders/macros/macro_panel.h"
@@ -373,6 +374,7 @@ int StartApplication() {
   }
   FillMainWindow();
   FindDataDirectory();
+  TellWhereSettingsAre();
   platform::DarkTitleBar();
   platform::SetWindowIcon(PaintWindowIcon);
   platform::ShowMainWindow();

@@ -56,6 +56,7 @@ void Start(const QString& home) {
   if (!qApp) platform::BeginProcess(argc, argv);
   QDir().mkpath(home + QStringLiteral("/bin"));
   settingsFolder = home + QStringLiteral("/bin");
+  qputenv("XDG_CONFIG_HOME", (home + QStringLiteral("/.config")).toLocal8Bit());
   platform::SetExecutablePathForTests(settingsFolder + QStringLiteral("/desk"));
   if (morva::StartApplication() != 0) qFatal("the application did not start");
   Until([]() { return WidgetOf(platform::kMainWindow)->isVisible(); });

@@ -12,6 +12,7 @@
 
 #include "platform/common/faults.h"
 #include "platform/file.h"
+#include "platform/folders.h"
 #include "platform/limits.h"
 
 namespace platform {
@@ -242,6 +243,14 @@ FolderAnswer MakeFolder(std::u16string_view path) {
   if (!NativePath(path, native) || FaultDue("folder")) return FolderAnswer::Failed;
   if (mkdir(native.c_str(), 0777) == 0) return FolderAnswer::Made;
   return errno == EEXIST ? FolderAnswer::Exists : FolderAnswer::Failed;
+}
+
+bool MayMakeFilesIn(std::u16string_view folder) {
+  std::string native;
+  if (!NativePath(folder, native)) return false;
+  // The separator keeps a file from being taken for a folder.
+  native += '/';
+  return faccessat(AT_FDCWD, native.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace platform

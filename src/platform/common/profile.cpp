@@ -14,6 +14,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/file.h"
+#include "platform/folders.h"
 #include "platform/limits.h"
 
 namespace platform {
@@ -298,6 +299,7 @@ void ChangeEntry(Sections& sections, std::string_view name, std::string_view key
 // The change under way. Reading looks into it, so that what was set can be read at once.
 struct Change {
   int depth = 0;
+  std::u16string path;  // of the file at the begin
   bool readable = false;
   bool touched = false;  // something was set or erased
   std::vector<ProfileTold> told;
@@ -323,12 +325,12 @@ void ExpectAnswer(std::uint32_t number, const std::vector<ProfileTold>& told) {
   for (const ProfileTold each : told) handed.told.emplace_back(number, each);
 }
 
-void HandOver(std::string bytes, const std::vector<ProfileTold>& told) {
+void HandOver(std::u16string path, std::string bytes, const std::vector<ProfileTold>& told) {
   handed.bytes = bytes;
   handed.there = true;
   const std::uint32_t number = ++handed.last;
   ExpectAnswer(number, told);
-  writer(ProfilePath(), std::move(bytes), number);
+  writer(std::move(path), std::move(bytes), number);
 }
 
 // As FindEntry, in the sections of the change under way.
@@ -341,24 +343,91 @@ bool FindChanged(std::string_view section, std::string_view key, std::string_vie
   return false;
 }
 
+constexpr std::u16string_view kFileName = u"MORVA.ini";
+constexpr std::u16string_view kFolderName = u"MORVA";
+
+// With its separator; empty where the path names none.
+std::u16string FolderOf(std::u16string_view path) {
+  const std::size_t slash = path.find_last_of(u"/\\");
+  return std::u16string(path.substr(0, slash == path.npos ? 0 : slash + 1));
+}
+
+std::u16string PathBesideExecutable() {
+  std::u16string path = FolderOf(ExecutablePath());
+  if (!path.empty()) path += kFileName;
+  return path;
+}
+
+// The file beside the executable may be a link to a folder that can be written.
+bool MayWriteBesideExecutable(std::u16string_view path) {
+  if (path.empty()) return false;
+  return MayMakeFilesIn(FolderOf(path)) || MayMakeFilesIn(FolderOf(LinkTarget(path)));
+}
+
+// Empty where the system names no folder for settings.
+std::u16string PathInConfiguration() {
+  std::u16string path;
+  if (!ConfigurationFolder(path)) return std::u16string();
+  path += PathSeparator();
+  path += kFolderName;
+  path += PathSeparator();
+  path += kFileName;
+  return path;
+}
+
+// The folder of the file can be written, or the one that it will be made in.
+bool MayWriteInConfiguration(std::u16string_view path) {
+  std::u16string folder = FolderOf(path);
+  while (folder.size() > 1) {
+    // Without its separator, so that a file in the way is seen.
+    folder.pop_back();
+    if (FileExists(folder)) break;
+    folder = FolderOf(folder);
+  }
+  return MayMakeFilesIn(folder);
+}
+
+// Makes the folder of settings in the user's configuration, and those above it. What fails is seen
+// when the file is written.
+void MakeFoldersInConfiguration() {
+  const std::u16string folder = FolderOf(PathInConfiguration());
+  for (std::size_t at = 1; at < folder.size(); ++at) {
+    if (folder[at] != PathSeparator()) continue;
+    const std::u16string part = folder.substr(0, at);
+    if (MakeFolder(part) == FolderAnswer::Made) FlushFolderOf(part);
+  }
+}
+
+// What the settings at `path` begin with: their own file, or the one beside the executable while
+// there is none.
+std::u16string PathToRead(const std::u16string& path) {
+  return FileExists(path) ? path : PathBesideExecutable();
+}
+
 // False: there is a file and it cannot be read, so that it must not be replaced.
-bool LoadProfile(std::string& bytes) {
-  const std::u16string path = ProfilePath();
+bool LoadProfile(const std::u16string& path, std::string& bytes) {
   if (path.empty()) return false;
   if (handed.there) {
     bytes = handed.bytes;
     return true;
   }
-  return ReadBytes(path, kMaxProfileBytes, bytes) == ReadAnswer::Read || !FileExists(path);
+  const std::u16string from = PathToRead(path);
+  return ReadBytes(from, kMaxProfileBytes, bytes) == ReadAnswer::Read || !FileExists(from);
 }
 
 }  // namespace
 
 std::u16string ProfilePath() {
-  const std::u16string executable = ExecutablePath();
-  const std::size_t slash = executable.find_last_of(u"/\\");
-  if (slash == executable.npos) return std::u16string();
-  return executable.substr(0, slash + 1) + u"MORVA.ini";
+  const std::u16string beside = PathBesideExecutable();
+  if (MayWriteBesideExecutable(beside)) return beside;
+  const std::u16string own = PathInConfiguration();
+  return own.empty() ? beside : own;
+}
+
+ProfilePlace WhereProfileIsKept() {
+  if (MayWriteBesideExecutable(PathBesideExecutable())) return ProfilePlace::BesideExecutable;
+  const std::u16string own = PathInConfiguration();
+  return MayWriteInConfiguration(own) ? ProfilePlace::Configuration : ProfilePlace::Nowhere;
 }
 
 std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
@@ -366,14 +435,15 @@ std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
   std::string bytes;
   std::string_view value;
   const bool found = change.depth > 0 ? FindChanged(ToUtf8(section), ToUtf8(key), value)
-                                      : LoadProfile(bytes) &&
+                                      : LoadProfile(ProfilePath(), bytes) &&
                                             FindEntry(bytes, ToUtf8(section), ToUtf8(key), value);
   return found ? FromUtf8(value) : std::u16string(fallback);
 }
 
 void BeginProfileChange() {
   if (change.depth++ > 0) return;
-  change.readable = LoadProfile(change.before);
+  change.path = ProfilePath();
+  change.readable = LoadProfile(change.path, change.before);
   change.sections = Parse(change.before);
 }
 
@@ -409,11 +479,12 @@ bool EndProfileChange(ProfileTold told) {
     ExpectAnswer(handed.last, ended.told);
     return true;
   }
+  if (saved && !same && ended.path != PathBesideExecutable()) MakeFoldersInConfiguration();
   if (saved && !same && writer) {
-    HandOver(after, ended.told);
+    HandOver(ended.path, after, ended.told);
     return handed.there || handed.lastSaved;
   }
-  if (saved && !same) saved = WriteFileAtomic(ProfilePath(), after);
+  if (saved && !same) saved = WriteFileAtomic(ended.path, after);
   for (const ProfileTold each : ended.told) each(saved);
   return saved;
 }

@@ -7,7 +7,9 @@
 #include "platform/clock.h"
 #include "platform/common/faults.h"
 #include "platform/file.h"
+#include "platform/folders.h"
 #include "platform/headless/headless_internal.h"
+#include "platform/headless/machine_folders.h"
 
 namespace headless {
 namespace {
@@ -16,6 +18,7 @@ struct Machine {
   std::u16string home;
   std::u16string executableName = u"MORVA";
   bool hasDocuments = true;
+  bool hasConfiguration = true;
   int flushMs = 0;
 };
 Machine machine;
@@ -69,6 +72,8 @@ void SetExecutableName(std::u16string_view name) { machine.executableName = name
 
 void RemoveDocuments() { machine.hasDocuments = false; }
 
+void RemoveConfiguration() { machine.hasConfiguration = false; }
+
 void SetFlushTime(int milliseconds) {
   machine.flushMs = milliseconds;
   platform::fileFault = &MeetCall;
@@ -104,6 +109,12 @@ std::u16string ExecutablePath() {
 bool DocumentsFolder(std::u16string& path) {
   if (!headless::machine.hasDocuments) return false;
   path = headless::Joined(headless::machine.home, u"Documents");
+  return true;
+}
+
+bool ConfigurationFolder(std::u16string& path) {
+  if (!headless::machine.hasConfiguration) return false;
+  path = headless::Joined(headless::machine.home, u".config");
   return true;
 }
 

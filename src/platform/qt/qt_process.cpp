@@ -10,7 +10,9 @@
 #include <cstdlib>
 
 #include "platform/file.h"
+#include "platform/folders.h"
 #include "platform/message.h"
+#include "platform/posix/configuration_folder.h"
 #include "platform/posix/termination.h"
 #include "platform/process.h"
 #include "platform/qt/qt_internal.h"
@@ -115,6 +117,10 @@ void SetExecutablePathForTests(const QString& path) { executableForTests = Text1
 std::u16string ExecutablePath() {
   if (!executableForTests.empty()) return executableForTests;
   return Text16(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
+}
+
+bool ConfigurationFolder(std::u16string& path) {
+  return ConfigurationFolderFrom(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME"), path);
 }
 
 bool DocumentsFolder(std::u16string& path) {

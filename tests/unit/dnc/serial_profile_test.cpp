@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "dnc_stage.h"
+#include "support/locked_folder.h"
 
 namespace {
 
@@ -321,6 +322,16 @@ TEST_F(SerialProfileTest, SavesSixKeysAndKeepsTheRestOfTheFile) {
   EXPECT_EQ(TextOf(morva::kIdDncPort), u"PORT  COM3");
   EXPECT_EQ(TextOf(morva::kIdDncBaud), u"BAUD  19200");
   EXPECT_EQ(morva::dncState, morva::kDncOffline);
+}
+
+TEST_F(SerialProfileTest, SaysWhereItWasSavedIfNotBesideTheProgram) {
+  ShowPanel();
+  panel.portSelected = true;
+  std::u16string(u"COM3").copy(panel.shown.port, 4);
+  const support::LockedFolder lock(folder, folder / "bin");
+  morva::SaveSerialProfile();
+  EXPECT_EQ(Log(), Lines{u"DNC profile saved in " + PathOf(".config/MORVA/MORVA.ini") + u"."});
+  EXPECT_EQ(Raw(".config/MORVA/MORVA.ini").substr(0, 18), "[DNC]\r\nPort=COM3\r\n");
 }
 
 TEST_F(SerialProfileTest, SavesNothingWithoutAPort) {

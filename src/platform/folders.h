@@ -1,0 +1,15 @@
+// Folders: who may write in them, and which one the system gives to settings.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// A folder stands there and this user may make files in it.
+bool MayMakeFilesIn(std::u16string_view folder);
+// The folder that holds the user's settings of all programs; it need not exist yet. False: the
+// system names none.
+bool ConfigurationFolder(std::u16string& path);
+
+}  // namespace platform
