@@ -193,7 +193,7 @@ TEST_F(Keyboard, LeavesAMessageThatTookTheHintsPlaceAndItComesBackBehindAnother)
   PrepareImport();
   MoveOnto(kIdStatusLine);  // the pointer may lie on the key already, and has to move
   MoveOnto(kIdSend);
-  ASSERT_TRUE(desk::Until([]() { return Status() == Hint(kIdSend); }));
+  ASSERT_TRUE(desk::Until([]() { return Status() == Hint(kIdSend); })) << Status().toStdString();
   desk::Click(kIdTabFirst);
   LetTicksPass(6);
   ASSERT_EQ(platform::IdUnderPointer(), kIdSend);
