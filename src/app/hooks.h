@@ -25,6 +25,10 @@ struct Hooks {
   void (*textTagged)(std::uint64_t before) = nullptr;
   // simulator: zoom 1, no pan, repainted.
   void (*fitView)() = nullptr;
+  // simulator: the looping example of an operation of the machining wizard, 0 to 4, in place of
+  // the program's path; another operation while one is shown; the program's path again.
+  void (*showExample)(int operation) = nullptr;
+  void (*leaveExample)() = nullptr;
   // simulator: makes a program line current in the feature list and the editors.
   void (*highlightLine)(int line) = nullptr;
   // shell

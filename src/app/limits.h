@@ -53,6 +53,8 @@ inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of 
 // The toolpath.
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
 inline constexpr int kMaxPathOwners = 2;         // paths that the view can show, 1.3 MB each; an owner without a row does not compile
+inline constexpr int kExampleUnits = 8192;       // program text of an example; cut, which no example reaches
+inline constexpr int kMaxMeshSegments = 4704;    // lines of the cut surface, 98 of 48 pieces; all fit
 inline constexpr int kMaxReadOutLines = 16;      // lines that a read-out breaks into; the rest is not shown
 inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction; further ones are not drawn
 

@@ -170,6 +170,20 @@ void SetPlaySpeed(int index) {
   ShowStatus(SpeedHelp());
 }
 
+void LoopFromStart(int speedIndex) {
+  const OwnedPath& shown = ShownPath();
+  Playback& play = shown.play;
+  play.speedIndex = std::clamp(speedIndex, 0, kSpeedCount - 1);
+  play.segmentFraction = 0.0;
+  play.playHead = HeadAtFirst(shown);
+  play.headInUse = true;
+  play.loops = true;
+  play.playing = true;
+  StartPlayTimer();
+  ShowPlayWords();
+  platform::Repaint(kViewToolpath);
+}
+
 void PlayTick() {
   const OwnedPath& shown = ShownPath();
   Playback& play = shown.play;

@@ -24,6 +24,9 @@ void GoToEnd();
 void PreviousOperation();
 void NextOperation();
 void SetPlaySpeed(int index);
+// The shown path plays from its first point, and begins again at its end until it is left or read
+// anew. The status line says nothing of the speed.
+void LoopFromStart(int speedIndex);
 void PlayTick();  // timer 3
 // A pick at a path point, by its index.
 void TakeMeasurePick(std::int32_t point);

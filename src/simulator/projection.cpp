@@ -4,7 +4,9 @@
 // of view, bounds and client area.
 
 #include <algorithm>
+#include <cmath>
 
+#include "app/app_state.h"
 #include "platform/geometry.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
@@ -111,6 +113,28 @@ double FittedScale(const Projection& p, const PathBounds& b, const Rect& client)
   return kFill * std::min(width / UsableSpan(maxU - minU), height / UsableSpan(maxV - minV));
 }
 
+// Of a skim the deepest level that was reached, where the user wants that one alone.
+struct DepthLayer {
+  bool only = false;
+  double z = 0;
+};
+
+DepthLayer CurrentDepth(const MotionPoint* points, std::int32_t count) {
+  DepthLayer layer;
+  if (app.surface != kSurfaceSkim || !switches.skimCurrentDepthOnly) return layer;
+  for (std::int32_t i = 1; i < count; ++i) {
+    if (points[i].rapid || points[i].jump) continue;
+    if (!layer.only || points[i].z < layer.z) layer.z = points[i].z;
+    layer.only = true;
+  }
+  return layer;
+}
+
+bool InLayer(const DepthLayer& layer, const MotionPoint& from, const MotionPoint& to) {
+  constexpr double kSameLevel = 1e-7;  // display units
+  return std::fabs(from.z - layer.z) <= kSameLevel && std::fabs(to.z - layer.z) <= kSameLevel;
+}
+
 void ProjectPath(const Projection& p, const MotionPath& of) {
   // Taken out of the records, so that the loop keeps them in registers.
   const double ux = p.ux, uy = p.uy, uz = p.uz, vx = p.vx, vy = p.vy, vz = p.vz;
@@ -179,6 +203,8 @@ const PointF* ProjectedPoints(const Rect& client) {
   return projected;
 }
 
+bool RapidsAreShown() { return switches.showRapids || ExampleIsShown(); }
+
 std::int32_t DrawnPoints() {
   const OwnedPath& shown = ShownPath();
   if (!shown.play.headInUse) return shown.path.count;
@@ -189,7 +215,8 @@ PathSegments VisibleSegments(const Rect& client) {
   const PointF* points = ProjectedPoints(client);
   const MotionPoint* const ends = ShownPath().path.points;
   const std::int32_t count = DrawnPoints();
-  const bool showRapids = switches.showRapids;
+  const bool showRapids = RapidsAreShown();
+  const DepthLayer layer = CurrentDepth(ends, count);
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
   // than the points.
   Segment* feed = segments;
@@ -197,6 +224,7 @@ PathSegments VisibleSegments(const Rect& client) {
   for (std::int32_t i = 1; i < count; ++i) {
     const MotionPoint& to = ends[i];
     if (to.jump || (to.rapid && !showRapids)) continue;
+    if (layer.only && !to.rapid && !InLayer(layer, ends[i - 1], to)) continue;
     Segment& segment = to.rapid ? *--rapid : *feed++;
     segment.x0 = static_cast<float>(points[i - 1].x);
     segment.y0 = static_cast<float>(points[i - 1].y);

@@ -48,6 +48,10 @@ const PathBounds& Bounds() {
   return BoundsOf(shown.path.count == 0 && shown.ghosts ? *shown.ghosts : shown.path);
 }
 
+bool ExampleIsShown() { return ShownPath().play.loops; }
+
+void SetStockOf(PathOwner owner, const StockEnvelope& stock) { OwnedBy(owner).stock = stock; }
+
 // The timer runs for the path that is shown.
 void HaltPlayback(PathOwner owner) {
   OwnedBy(owner).play.playing = false;
@@ -66,6 +70,7 @@ void ResetPlayback(PathOwner owner) {
   ForgetHead(owner);
   owned.play.playHead = owned.path.count;
   owned.play.segmentFraction = 0.0;
+  owned.play.loops = false;
   owned.picks = MeasurePicks{};
 }
 

@@ -71,18 +71,24 @@ const OwnedPath& ShownPath();
 // Over the path that the view shows; where that is empty, over its ghosts.
 const PathBounds& Bounds();
 
+// Whether an example plays in the view: it begins again at its end and has no text in the editor.
+bool ExampleIsShown();
+
 // Playing ends where the head stands; key and picks stay.
 void HaltPlayback(PathOwner owner);
 // Clears the picks of every path.
 void ForgetMeasurePicks();
 // The path is drawn whole, wherever its head stands.
 void ForgetHead(PathOwner owner);
-// After an extraction: head at the end and not in use, nothing playing, picks cleared.
+// After an extraction: head at the end and not in use, nothing playing or looping, picks cleared.
 void ResetPlayback(PathOwner owner);
 
 // After the same text was read again: play goes on, the head stays within the path, or at its end
 // where it is not in use. Picks are cleared unless `keepPicks`.
 void SettlePlayback(PathOwner owner, bool keepPicks);
+
+// The stock that an owner's path stands in.
+void SetStockOf(PathOwner owner, const StockEnvelope& stock);
 
 // The other owner's path is the one that is shown. Nothing else changes: ShowPathOf of toolpath.h
 // also ends what is under way.

@@ -5,6 +5,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "platform/window.h"
+#include "simulator/example.h"
 #include "simulator/line_highlight.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
@@ -89,7 +90,12 @@ void RegisterSimulatorCommands() {
   ofView.timer = ViewTimer;
   ofView.value = [](platform::ViewValue& value) { value.words = ToolpathWords(); };
   RegisterHandlers(ofView);
-  hooks.rebuildToolpath = RebuildToolpath;
+  hooks.rebuildToolpath = [] {
+    RebuildToolpath();
+    FollowExampleUnits();
+  };
+  hooks.showExample = ShowExample;
+  hooks.leaveExample = LeaveExample;
   hooks.textChanged = ShowStalePath;
   hooks.textTagged = FollowTag;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };

@@ -12,6 +12,7 @@
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/window.h"
+#include "simulator/cutter.h"
 #include "simulator/extract.h"
 #include "simulator/feature_lines.h"
 #include "simulator/line_highlight.h"
@@ -155,6 +156,7 @@ void ResetSimulator() {
   EmptyPath(ghostPath);
   EmptyFeatureLines();
   EndMotionRun();
+  RemoveDemoCutter();
   ResetOwnedPaths();
   ResetSwitches();
   ForgetHighlight();

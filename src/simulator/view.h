@@ -26,6 +26,8 @@ platform::PointF Project(const Projection& p, double x, double y, double z);
 // Zoom 1 and no pan; the angles stay. Of the owner that is shown, or of a given one.
 void ViewFit();
 void ViewFitOf(PathOwner owner);
+// An owner's view from a side, in degrees, no roll and no pan.
+void LookFrom(PathOwner owner, double yaw, double elevation, double zoom);
 void ZoomBy(double factor);
 void SetViewTop();
 void SetViewFront();

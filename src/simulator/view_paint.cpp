@@ -18,6 +18,8 @@
 #include "simulator/path_notes.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
+#include "simulator/surface_paint.h"
+#include "simulator/tool_model.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
@@ -104,7 +106,7 @@ GridSteps StepsBetween(double low, double high, double spacing) {
 bool PlainWorkspace() { return app.surface == kSurfaceCode && app.mode == kModeHome; }
 
 void PaintGrid(Canvas& canvas, const Projection& p) {
-  if (!view.gridOn) return;
+  if (!view.gridOn || ExampleIsShown()) return;
   const PathBounds& b = Bounds();
   const double spacing = GridSpacing();
   const double left = b.minX - spacing, right = b.maxX + spacing;
@@ -159,7 +161,7 @@ void PaintStock(Canvas& canvas, const Projection& p) {
 
 void PaintGhost(Canvas& canvas, const Projection& p) {
   const MotionPath* const ghosts = ShownPath().ghosts;
-  if (!ghosts || ghosts->count < 2) return;
+  if (!ghosts || ghosts->count < 2 || !switches.showDrawingPaths) return;
   int count = 0;
   const MotionPoint* const points = ghosts->points;
   PointF from = Project(p, points[0].x, points[0].y, points[0].z);
@@ -182,8 +184,8 @@ void PaintPath(Canvas& canvas, const Rect& client) {
   }
 }
 
-// The head, and the piece of segment that leads to it while playing.
-void PaintHead(Canvas& canvas, const Rect& client) {
+// The tool, the mark of the head, and the piece of segment that leads to it while playing.
+void PaintHead(Canvas& canvas, const Projection& p, const Rect& client) {
   const MotionPath& shown = ShownPath().path;
   const Playback& play = ShownPath().play;
   const std::int32_t head = std::clamp(play.playHead, 0, shown.count);
@@ -195,12 +197,13 @@ void PaintHead(Canvas& canvas, const Rect& client) {
     const PointF from = at;
     at.x += (points[head].x - from.x) * play.segmentFraction;
     at.y += (points[head].y - from.y) * play.segmentFraction;
-    if (play.playing && (switches.showRapids || !next.rapid)) {
+    if (play.playing && (RapidsAreShown() || !next.rapid)) {
       const Segment partial = SegmentOf(from, at);
       PaintSegments(canvas, &partial, 1,
                     next.rapid ? PenOf(kPathRapid, kRapidWidth) : PenOf(kPathFeed, kFeedWidth));
     }
   }
+  PaintToolModel(canvas, p);
   FillAround(canvas, at, kHeadReach, kPathHead);
 }
 
@@ -301,6 +304,7 @@ void PaintReadOut(Canvas& canvas, const Rect& client, int top, const ReadOutLine
 
 // Grid and warnings.
 std::u16string BottomWords(const std::u16string& warnings) {
+  if (ExampleIsShown()) return warnings;
   if (!view.gridOn) return warnings.empty() ? warnings : u"Grid off" + warnings;
   char16_t grid[kReadOutUnits] = {};
   AppendLabelNumber(grid, kReadOutUnits, u"XY grid Z0  /  spacing ", GridSpacing(), 4);
@@ -333,6 +337,10 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
     const Colour colour = warnings.empty() ? kPathQuietText : kPathDimension;
     bottom = PaintFoot(canvas, client, bottom, words, colour) - kBetween;
   }
+  const std::u16string_view caption = SurfaceCaption();
+  if (!caption.empty()) {
+    bottom = PaintFoot(canvas, client, bottom, caption, kPathQuietText) - kBetween;
+  }
   if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kPathText);
 }
 
@@ -345,9 +353,10 @@ void PaintToolpathView(Canvas& canvas) {
   const Projection& p = ProjectionFor(client);
   PaintGrid(canvas, p);
   PaintStock(canvas, p);
+  PaintCutSurface(canvas, p);
   PaintGhost(canvas, p);
   PaintPath(canvas, client);
-  PaintHead(canvas, client);
+  PaintHead(canvas, p, client);
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
   PaintCube(canvas, client, viewCube, ShownAngles());

@@ -24,6 +24,9 @@ struct PathSegments {
 };
 PathSegments VisibleSegments(const platform::Rect& client);
 
+// The layer is on, or an example is shown: that is told by the colours of travel and cut.
+bool RapidsAreShown();
+
 // Points of the shown path that are drawn: up to the head while that is in use.
 std::int32_t DrawnPoints();
 

@@ -100,6 +100,18 @@ void ViewFitOf(PathOwner owner) {
   Refresh();
 }
 
+void LookFrom(PathOwner owner, double yaw, double elevation, double zoom) {
+  ViewState& turned = OwnedBy(owner).view;
+  turned.topView = false;
+  turned.yawDegrees = yaw;
+  turned.elevationDegrees = elevation;
+  turned.rollDegrees = 0;
+  turned.zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
+  turned.panX = 0;
+  turned.panY = 0;
+  Refresh();
+}
+
 void ZoomBy(double factor) {
   ViewState& shown = ShownPath().view;
   shown.zoom = std::clamp(shown.zoom * factor, kLeastZoom, kMostZoom);

@@ -18,8 +18,11 @@
 #include "library/tools.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
+#include "simulator/cut_surface.h"
 #include "simulator/motion_path.h"
 #include "simulator/shown_path.h"
+#include "simulator/surface_paint.h"
+#include "simulator/tool_model.h"
 #include "simulator/view.h"
 
 namespace drive {
@@ -162,6 +165,57 @@ std::string GetView(const Words&) {
       .Flag("topView", shown.topView)
       .Number("gridSpacing", morva::GridSpacing())
       .Done();
+}
+
+int ClassNumber(morva::ToolShape shape) {
+  switch (shape) {
+    case morva::ToolShape::Drill:
+      return 2;
+    case morva::ToolShape::Ball:
+      return 4;
+    case morva::ToolShape::Chamfer:
+      return 5;
+    default:
+      return 0;
+  }
+}
+
+std::string GetToolModel(const Words&) {
+  const morva::ToolModel model = morva::ToolModelNow();
+  Json json('{');
+  json.Flag("shown", model.shown);
+  if (model.shown) {
+    json.Number("tool", model.cutter.tool)
+        .Number("class", ClassNumber(model.cutter.shape))
+        .Number("diameter", model.cutter.diameter)
+        .Number("fluteLength", model.cutter.fluteLength)
+        .Number("overallLength", model.cutter.overallLength)
+        .Raw("tip", Json('[').Item(model.x).Item(model.y).Item(model.z).Done());
+  }
+  return Good("toolmodel", json.Done());
+}
+
+std::string GetCutSurface(const Words&) {
+  const morva::CutSurface* const surface = morva::CutSurfaceNow();
+  if (!surface) return Good("cutsurface", Json('{').Flag("shown", false).Done());
+  Json rows('[');
+  for (const auto& heights : surface->heights) {
+    Json row('[');
+    for (const double height : heights) row.Item(height);
+    rows.Item(row.Done());
+  }
+  const morva::StockEnvelope& box = surface->box;
+  Json corners('[');
+  for (const double side : {box.minX, box.minY, box.maxX, box.maxY, box.bottom, box.top}) {
+    corners.Item(side);
+  }
+  return Good("cutsurface", Json('{')
+                                .Flag("shown", true)
+                                .Raw("box", corners.Done())
+                                .Number("stamped", surface->stamped)
+                                .Raw("heights", rows.Done())
+                                .Text("caption", std::u16string(morva::SurfaceCaption()))
+                                .Done());
 }
 
 const char16_t* ButtonsWord(platform::BoxButtons buttons) {
@@ -458,6 +512,7 @@ constexpr Look kLooks[] = {
     {u"tokens", GetTokens},       {u"paint", GetPaint},
     {u"clipboard", GetClipboard}, {u"layout", GetLayout},
     {u"dialog", GetDialog},       {u"tip", GetTip},
+    {u"toolmodel", GetToolModel}, {u"cutsurface", GetCutSurface},
 };
 
 }  // namespace

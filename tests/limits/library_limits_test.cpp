@@ -9,6 +9,7 @@
 #include "library/macros.h"
 #include "library/tool_fields.h"
 #include "library/tools.h"
+#include "simulator/example.h"
 #include "support/stage.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
@@ -69,6 +70,19 @@ TEST_F(LibraryLimits, AToolsBlockIsCutAt1199Units) {
   for (int i = 0; i < 12; ++i) WriteToolBlock(ToolOfTexts(NewToolTexts(false), false), false, out);
   EXPECT_TRUE(out.full);
   EXPECT_EQ(out.text.size(), 1199u);
+}
+
+TEST_F(LibraryLimits, AnExamplesTextIsCutAt8192Units) {
+  static_assert(kExampleUnits == 8192);
+  CodeWriter out;
+  out.most = kExampleUnits;
+  for (int operation = 0; operation < kExamples; ++operation) {
+    WriteExample(operation, out);
+    EXPECT_FALSE(out.full) << operation;  // all five of them find room
+  }
+  for (int i = 0; i < 30; ++i) WriteExample(0, out);
+  EXPECT_TRUE(out.full);
+  EXPECT_EQ(out.text.size(), 8192u);
 }
 
 TEST_F(LibraryLimits, The25thMacroIsRefusedWithWords) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "app/app_state.h"
 #include "simulator/motion_path.h"
 #include "simulator/shown_path.h"
 #include "simulator/stock_envelope.h"
@@ -471,6 +472,40 @@ TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
     ShowLayersMenu();
     EXPECT_EQ(switches.*row.field, before);
   }
+}
+
+TEST_F(ViewPaint, DrawingPathsAreThoseOfExcludedCode) {
+  constexpr platform::Colour kGhostColour = 0x4A5B6C;
+  FlatPart();
+  for (int i = 0; i < 2; ++i) {
+    ghostPath.points[i] = MotionPoint();
+    ghostPath.points[i].x = i;
+  }
+  ghostPath.count = 2;
+  EXPECT_EQ(Calls("PaintSegments", kGhostColour).size(), 1u);
+  switches.showDrawingPaths = false;
+  EXPECT_TRUE(Calls("PaintSegments", kGhostColour).empty());
+}
+
+TEST_F(ViewPaint, OfASkimTheDeepestLevelIsDrawnAlone) {
+  Feed(0, 0, -0.1);
+  Feed(4, 0, -0.1);
+  RapidTo(4, 0, 0.5);
+  Feed(4, 0, -0.2);
+  Feed(0, 0, -0.2);
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
+  app.surface = kSurfaceSkim;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 1u);
+  switches.showRapids = true;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kRapidColour)[0]), 1u);
+  // While the second level is not reached, the first is the deepest.
+  playback.headInUse = true;
+  playback.playHead = 3;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 1u);
+  switches.skimCurrentDepthOnly = false;
+  playback.headInUse = false;
+  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
+  app.surface = kSurfaceCode;
 }
 
 TEST_F(ViewPaint, CleanPathViewLeavesThePathAndItsDrawings) {
