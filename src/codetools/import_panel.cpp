@@ -19,6 +19,7 @@
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
+#include "documents/stored_code.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
@@ -189,11 +190,11 @@ void OnBrowse(int, int) {
   }
   FreeDisabledCode(state.browsedStore);
   state.browsedPath = path;
-  std::string stored;
-  if (ReadWholeFile(path + u".features", stored)) ReadDisabledCode(stored, state.browsedStore);
   state.sourceTab = 0;
   platform::SelectRow(kIdImportPrograms, -1);
-  LoadSource(DecodeProgram(bytes));
+  std::u16string text = DecodeProgram(bytes);
+  ReadExcludedCode(path, text, state.browsedStore);
+  LoadSource(text);
 }
 
 struct StoredCode {
@@ -201,10 +202,12 @@ struct StoredCode {
   ProgramTab* into;
 };
 
-std::int32_t CopyDisabledEntry(void* context, std::int32_t number) {
+std::int32_t CopyDisabledEntry(void* context, std::int32_t number, const FeatureRecord& row,
+                               std::int32_t into) {
   const StoredCode& stored = *static_cast<StoredCode*>(context);
   const DisabledCodeEntry* entry = FindDisabledCode(stored.from, number);
-  return entry ? KeepExcludedCode(*stored.into, entry->text) : 0;
+  if (!entry || !IsCodeOf(*entry, row)) return 0;
+  return KeepExcludedCode(*stored.into, entry->text, into);
 }
 
 StoredCode StoredCodeOfSource(ProgramTab& into) {

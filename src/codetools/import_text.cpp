@@ -6,6 +6,7 @@
 #include "codetools/validator.h"
 #include "documents/block_text.h"
 #include "documents/marker_lines.h"
+#include "documents/stored_code.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -51,36 +52,26 @@ std::u16string EndMarker(std::int64_t id) {
   return std::u16string(kEndMark) + IntegerText(id) + u")";
 }
 
-// A line of stored code under its new number; false where that code cannot be had.
-bool AppendDisabledLine(std::u16string_view line, StoredCodeCopy copy, void* context,
-                        std::u16string& text) {
-  const std::size_t past = PastNumber(line, kDisabledMark.size());
-  if (!IsDigit(line[past - 1])) {
-    text += line;  // bears no number and stands for no code
-    return true;
-  }
-  const std::int32_t fresh = copy(context, ParseInteger(line.substr(kDisabledMark.size()), 0));
-  if (fresh < 1) return false;
-  text += kDisabledMark;
-  text += IntegerText(fresh);
-  text += line.substr(past);
-  return true;
-}
+// The copy function with the block that it is asked for.
+struct BlockCopy {
+  StoredCodeCopy copy;
+  void* context;
+  const FeatureRecord& row;
+  std::int32_t into;
+};
 
-// The rest of the opening line and every inner line, up to the closing marker.
-bool AppendInside(std::u16string_view inside, StoredCodeCopy copy, void* context,
-                  std::u16string& text) {
+// All behind the opening marker's id up to the closing marker, every number of stored code replaced
+// wherever its marker stands. False where that code cannot be had.
+bool AppendInside(std::u16string_view inside, const BlockCopy& block, std::u16string& text) {
   std::size_t at = 0;
-  while (at < inside.size()) {
-    const std::size_t next = SkipLineEnds(inside, LineEndFrom(inside, at));
-    const std::u16string_view line = inside.substr(at, next - at);
-    if (at == 0 || !line.starts_with(kDisabledMark)) {
-      text += line;
-    } else if (!AppendDisabledLine(line, copy, context, text)) {
-      return false;
-    }
-    at = next;
+  NumberedMarker marker;
+  for (; FindNumberedMarker(inside, at, marker); at = marker.past) {
+    const std::int32_t fresh = block.copy(block.context, marker.number, block.row, block.into);
+    if (fresh < 1) return false;
+    text += inside.substr(at, marker.numberAt - at);
+    text += IntegerText(fresh);
   }
+  text += inside.substr(at);
   return true;
 }
 
@@ -151,7 +142,8 @@ ImportBuild BuildImportText(const ImportSource& source, const bool (&chosen)[kMa
     if (id < 1 || id > std::numeric_limits<std::int32_t>::max()) return ImportBuild::Impossible;
     built += row.settings.kind == kKindUserCode ? kTextMark : kBeginMark;
     built += IntegerText(id);
-    if (!AppendInside(inside, copy, context, built)) return ImportBuild::StoredCodeMissing;
+    const BlockCopy own{copy, context, row, static_cast<std::int32_t>(id)};
+    if (!AppendInside(inside, own, built)) return ImportBuild::StoredCodeMissing;
     built += EndMarker(id);
     built += u"\r\n";
     ++id;

@@ -31,9 +31,10 @@ void LoadImportSource(std::u16string_view text, ImportSource& source);
 bool HasOtherUnits(const ImportSource& source, const bool (&chosen)[kMaxFeatures],
                    std::int32_t units, const DisabledCodeEntry* stored);
 
-// Copies the stored code `number` of the source into the target; its new number, 0 where there
-// is none or it cannot be stored.
-using StoredCodeCopy = std::int32_t (*)(void* context, std::int32_t number);
+// Copies the stored code `number` of a source's block into the target, where the block has the id
+// `into`; its new number, 0 where there is none, it is not that block's, or it cannot be stored.
+using StoredCodeCopy = std::int32_t (*)(void* context, std::int32_t number,
+                                        const FeatureRecord& row, std::int32_t into);
 
 enum class ImportBuild {
   Done,

@@ -66,10 +66,14 @@ bool IdsAreUnique(const DisabledCodeEntry* read, const DisabledCodeEntry* presen
   return std::adjacent_find(ids.begin(), ids.end()) == ids.end();
 }
 
+bool IsAmong(const std::vector<std::int32_t>* only, std::int32_t id) {
+  return !only || std::binary_search(only->begin(), only->end(), id);
+}
+
 }  // namespace
 
-std::int32_t NextDisabledNumber(const DisabledCodeEntry* list) {
-  std::int32_t largest = 0;
+std::int32_t NextDisabledNumber(const DisabledCodeEntry* list, std::int32_t inText) {
+  std::int32_t largest = std::max(inText, 0);
   int count = 0;
   for (const DisabledCodeEntry* e = list; e; e = e->next, ++count)
     largest = std::max(largest, e->id);
@@ -78,12 +82,14 @@ std::int32_t NextDisabledNumber(const DisabledCodeEntry* list) {
   return largest + 1;
 }
 
-std::int32_t AddDisabledCode(DisabledCodeEntry*& list, std::u16string_view text) {
-  const std::int32_t id = NextDisabledNumber(list);
+std::int32_t AddDisabledCode(DisabledCodeEntry*& list, std::u16string_view text,
+                             std::int32_t inText, std::int32_t block) {
+  const std::int32_t id = NextDisabledNumber(list, inText);
   if (id == 0 || text.size() > static_cast<std::size_t>(kMaxDisabledUnits)) return 0;
   DisabledCodeEntry* entry = PutInFront(list, id);
   if (!entry) return 0;
   entry->text = text;
+  entry->block = block;
   return entry->id;
 }
 
@@ -102,18 +108,29 @@ void FreeDisabledCode(DisabledCodeEntry*& list) {
   }
 }
 
-bool WriteDisabledCode(const DisabledCodeEntry* list, std::string& bytes) {
-  bytes.clear();
+std::size_t DisabledEntryBytes(std::size_t units) { return kEntryHeadBytes + 2 * units; }
+
+std::size_t DisabledFileBytes(const DisabledCodeEntry* list,
+                              const std::vector<std::int32_t>* only) {
   std::size_t size = kHeadBytes;
-  std::uint32_t count = 0;
-  for (const DisabledCodeEntry* e = list; e; e = e->next, ++count) {
-    size += kEntryHeadBytes + 2 * e->text.size();
-    if (size > static_cast<std::size_t>(kMaxFeaturesFileBytes)) return false;
+  for (const DisabledCodeEntry* e = list; e; e = e->next) {
+    if (IsAmong(only, e->id)) size += DisabledEntryBytes(e->text.size());
   }
+  return size;
+}
+
+bool WriteDisabledCode(const DisabledCodeEntry* list, std::string& bytes,
+                       const std::vector<std::int32_t>* only) {
+  bytes.clear();
+  const std::size_t size = DisabledFileBytes(list, only);
+  if (size > static_cast<std::size_t>(kMaxFeaturesFileBytes)) return false;
+  std::uint32_t count = 0;
+  for (const DisabledCodeEntry* e = list; e; e = e->next) count += IsAmong(only, e->id) ? 1 : 0;
   bytes.reserve(size);
   bytes += "MVC1";
   PutUnsigned(bytes, count);
   for (const DisabledCodeEntry* e = list; e; e = e->next) {
+    if (!IsAmong(only, e->id)) continue;
     PutUnsigned(bytes, static_cast<std::uint32_t>(e->id));
     PutUnsigned(bytes, static_cast<std::uint32_t>(e->text.size()));
     for (const char16_t c : e->text) {
@@ -143,26 +160,6 @@ bool ReadDisabledCode(std::string_view bytes, DisabledCodeEntry*& list) {
   DisabledCodeEntry* last = read;
   while (last->next) last = last->next;
   last->next = list;
-  list = read;
-  return true;
-}
-
-bool ReplaceDisabledCode(std::string_view bytes, DisabledCodeEntry*& list) {
-  DisabledCodeEntry* read = nullptr;
-  if (!ReadDisabledCode(bytes, read)) return false;
-  DisabledCodeEntry** end = &read;
-  while (*end) end = &(*end)->next;
-  while (list) {
-    DisabledCodeEntry* entry = list;
-    list = entry->next;
-    entry->next = nullptr;
-    if (FindDisabledCode(read, entry->id)) {
-      delete entry;
-    } else {
-      *end = entry;
-      end = &entry->next;
-    }
-  }
   list = read;
   return true;
 }

@@ -84,8 +84,8 @@ bool LoadAgain() {
   if (IsTouched(*tab) && KeepProgramInRecovery(*tab, kept)) {
     words += u" Your version is kept in " + kept;
   }
+  ReadCompanions(tab->path, text, *tab);
   ReplaceText(text);
-  ReadCompanions(tab->path, *tab);
   RestoreWorkspace();
   NoteLoaded(*tab, state);
   SyncActiveTab();

@@ -1,5 +1,6 @@
 #include "documents/feature_operations.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -14,7 +15,9 @@
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_marks.h"
+#include "documents/marker_lines.h"
 #include "documents/program_changed.h"
+#include "documents/stored_code.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -29,6 +32,7 @@ namespace {
 
 // Behind the words of the include key.
 constexpr char16_t kHasCode[] = u", has code";
+constexpr std::size_t kShownUnits = 72;  // of a line of code in a question
 
 BuilderOpener openers[kFeatureKinds];
 int (*recoverShape)(const FeatureSettings& record) = nullptr;
@@ -91,7 +95,10 @@ bool FindStretch(Stretch& stretch, Find find) {
 // Whether the stretch can be taken out of the program.
 bool CanStoreCode(const ProgramTab& tab, const Stretch& code) {
   if (code.to - code.from > kMaxDisabledUnits) return false;
-  if (NextDisabledNumber(tab.disabledCode) != 0) return true;
+  const auto units = static_cast<std::size_t>(code.to - code.from);
+  if (NextDisabledNumber(tab.disabledCode, LargestNamedNumber(code.text)) != 0 &&
+      FeaturesFileHolds(tab.disabledCode, code.text, units))
+    return true;
   ShowFeatureHint(u"Disabled code storage is full. No code was changed.");
   return false;
 }
@@ -186,6 +193,62 @@ std::int32_t InsertionIndex(std::u16string_view text, std::int32_t selectedId) {
   const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
   if (row < 0) row = FeatureAround(caret);
   return row < 0 ? caret : features.rows[row].end;
+}
+
+// Asks whether code goes into a block that it may not have been taken out of.
+bool TakesUncertainCode(const DisabledCodeEntry& stored) {
+  std::u16string_view start(stored.text);
+  start.remove_prefix(SkipLineEnds(start, 0));
+  start = start.substr(0, std::min<std::size_t>(LineEndFrom(start, 0), kShownUnits));
+  return Confirmed(u"Include code",
+                   u"The code stored under the number of this block may have been taken out of "
+                   u"another one: the block was pasted, or its number was changed. It begins "
+                   u"with:\r\n\r\n" +
+                       std::u16string(start) + u"\r\n\r\nPut this code in?");
+}
+
+// `confirmed`: the user wants stored code of uncertain origin.
+void ToggleIncludeOf(std::int32_t id, bool confirmed) {
+  ProgramTab* tab = ActiveTab();
+  const DisabledCodeEntry* stored = nullptr;
+  bool certain = false;
+  DisabledMarker marker;
+  Stretch code;
+  // What is typed beside a DISABLED line is in the program, and stays there when the code comes in.
+  const auto find = [&](Stretch& s) {
+    if (CountFeatures(id) != 1) return false;
+    const FeatureRecord& row = features.rows[FindFeature(id)];
+    if (!FindIncludeSpan(s.text, row, s.from, s.to)) return false;
+    if (!FindDisabledMarker(s.text, s.from, s.to, marker)) return CanStoreCode(*tab, s);
+    s.from = marker.from;
+    s.to = marker.to;
+    stored = FindDisabledCode(tab->disabledCode, marker.number);
+    certain = stored && IsCodeOf(*stored, row);
+    if (stored) return true;
+    ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
+    return false;
+  };
+  if (!FindStretch(code, find)) return;
+  if (stored && !certain && !confirmed) {
+    const std::uint64_t serial = ActiveSerial();
+    // The pause behind the question may change all that was found.
+    if (TakesUncertainCode(*stored) && ActiveSerial() == serial) ToggleIncludeOf(id, true);
+    return;
+  }
+  const WordsAnew anew;
+  std::u16string replacement;
+  if (stored) {
+    replacement = CodeForMarker(marker, stored->text);
+  } else {
+    const std::int32_t entry = KeepExcludedCode(*tab, Span(code.text, code.from, code.to), id);
+    if (entry == 0) return;
+    replacement = DisabledLine(entry);
+  }
+  ReplaceSpan(code.text, code.from, code.to, replacement);
+  DropEditLink();
+  RefreshFeatureList();
+  UpdateFeatureCaptions();
+  TellChanged(true);
 }
 
 }  // namespace
@@ -390,38 +453,8 @@ void DeleteFeature() {
 
 void ToggleInclude() {
   const std::int32_t id = SelectedFeatureId();
-  ProgramTab* tab = ActiveTab();
-  if (id == 0 || !tab || IsLocked(id)) return;
-  const DisabledCodeEntry* stored = nullptr;
-  DisabledMarker marker;
-  Stretch code;
-  // What is typed beside a DISABLED line is in the program, and stays there when the code comes in.
-  const auto find = [&](Stretch& s) {
-    if (CountFeatures(id) != 1) return false;
-    if (!FindIncludeSpan(s.text, features.rows[FindFeature(id)], s.from, s.to)) return false;
-    if (!FindDisabledMarker(s.text, s.from, s.to, marker)) return CanStoreCode(*tab, s);
-    s.from = marker.from;
-    s.to = marker.to;
-    stored = FindDisabledCode(tab->disabledCode, marker.number);
-    if (stored) return true;
-    ShowFeatureHint(u"Disabled code storage is missing. Restore this program's .features file.");
-    return false;
-  };
-  if (!FindStretch(code, find)) return;
-  const WordsAnew anew;
-  std::u16string replacement;
-  if (stored) {
-    replacement = CodeForMarker(marker, stored->text);
-  } else {
-    const std::int32_t entry = KeepExcludedCode(*tab, Span(code.text, code.from, code.to));
-    if (entry == 0) return;
-    replacement = DisabledLine(entry);
-  }
-  ReplaceSpan(code.text, code.from, code.to, replacement);
-  DropEditLink();
-  RefreshFeatureList();
-  UpdateFeatureCaptions();
-  TellChanged(true);
+  if (id == 0 || !ActiveTab() || IsLocked(id)) return;
+  ToggleIncludeOf(id, false);
 }
 
 void ToggleFeatureLock() {

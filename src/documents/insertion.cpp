@@ -177,7 +177,7 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   std::u16string body(code);
   if (HoldsDisabled(text, r.start, r.end)) {
     ProgramTab* tab = ActiveTab();
-    const std::int32_t stored = tab ? KeepExcludedCode(*tab, code) : 0;
+    const std::int32_t stored = tab ? KeepExcludedCode(*tab, code, id) : 0;
     if (stored == 0) {
       Refuse(u"Shape update stopped",
              u"The new code of this excluded shape could not be stored: it is too long, or the "

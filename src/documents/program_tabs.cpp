@@ -56,8 +56,9 @@ int OpenOwnedTab(std::u16string_view path, std::u16string text, std::u16string_v
   CopyBounded(tab.path, kPathUnits, path);
   if (path.empty() && title.empty()) title = u"Untitled.NC";
   CopyBounded(tab.title, kTitleUnits, path.empty() ? title : BareFileName(path));
-  tab.text = path.empty() && text.empty() ? NewProgramText(tab.title, app.unitsMetric) : std::move(text);
-  if (tab.path[0]) ReadCompanions(tab.path, tab);
+  tab.text =
+      path.empty() && text.empty() ? NewProgramText(tab.title, app.unitsMetric) : std::move(text);
+  if (tab.path[0]) ReadCompanions(tab.path, tab.text, tab);
   RefreshTabButtons();
   return index;
 }

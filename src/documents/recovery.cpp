@@ -45,7 +45,8 @@ bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
   path = FreePath(tab.title);
   SaveJob job;
   job.program = path;
-  if (path.empty() || !AddProgramFiles(path, platform::ToUtf8(tab.text), tab, job.files)) {
+  if (path.empty() ||
+      !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
     return false;
   }
   HandOverSave(std::move(job));

@@ -40,10 +40,19 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
   return platform::WriteAtomic(write, written);
 }
 
+bool MoveAll(const SaveJob& job) {
+  for (const SaveMove& move : job.moves) {
+    if (!platform::FileExists(move.from) || platform::FileExists(move.to)) continue;
+    if (!platform::RenameOver(move.from, move.to)) return false;
+  }
+  return true;
+}
+
 SaveAnswer WriteAll(SaveJob& job, DiskState& now) {
   // Before the first of the files, as the companions must fit the program that they stand by.
   if (job.checked && !HoldsStill(job.program, job.known)) return SaveAnswer::Changed;
   if (job.checked && !platform::FileExists(job.program)) job.checked = false;
+  if (!MoveAll(job)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
@@ -143,6 +152,7 @@ bool Queue(SaveJob job) {
     job.byUser = job.byUser || older->byUser;
     // The user has said that the file may be written over.
     job.checked = job.checked && older->checked;
+    if (job.moves.empty()) job.moves = std::move(older->moves);
     older = waiting.erase(older);
   }
   waiting.push_back(std::move(job));

@@ -36,6 +36,13 @@ struct SaveFile {
   std::string bytes;
 };
 
+// A file that is put under another name before anything is written. Where that name is taken it has
+// been done by an earlier save.
+struct SaveMove {
+  std::u16string from;
+  std::u16string to;
+};
+
 enum class SaveAnswer { Saved, Failed, Changed };
 struct SaveResult;
 
@@ -47,7 +54,8 @@ struct SaveJob {
   bool takesPath = false;     // behind the save, `program` is the tab's path
   std::u16string program;
   std::vector<SaveFile> files;  // in the order of writing; but for `program` all are companions
-  bool checked = false;         // the program must still hold what `known` tells
+  std::vector<SaveMove> moves;
+  bool checked = false;  // the program must still hold what `known` tells
   DiskState known;
   // Who hears what became of it, on the window's thread; null: the listener.
   void (*told)(const SaveResult& result) = nullptr;

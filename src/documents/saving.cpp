@@ -46,7 +46,10 @@ bool FillJob(std::u16string_view path, SaveJob& job) {
   }
   job.serial = tab->serial;
   job.changes = tab->save.changes;
-  return AddProgramFiles(path, std::move(bytes), *tab, job.files);
+  if (!AddProgramFiles(path, std::move(bytes), platform::EditorText(kIdEditor), *tab, job.files))
+    return false;
+  AddMoves(path, *tab, job);
+  return true;
 }
 
 bool MakeJob(std::u16string_view path, SaveJob& job) {

@@ -9,8 +9,16 @@
 #include <utility>
 
 #include "app/app_state.h"
+#include "app/command_ids.h"
+#include "app/limits.h"
+#include "app/outlets.h"
 #include "documents/file_text.h"
+#include "documents/stored_code.h"
 #include "documents/tab_table.h"
+#include "platform/control.h"
+#include "platform/editor.h"
+#include "platform/file.h"
+#include "platform/window.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -18,6 +26,16 @@ namespace morva {
 LiveModels liveModels;
 
 namespace {
+
+struct CompanionKind {
+  std::u16string_view suffix;
+  std::u16string_view words;
+};
+constexpr CompanionKind kCompanionKinds[kCompanionCount] = {
+    {u".cadmv", u"The file of the drawings"},
+    {u".platemv", u"The file of the plates"},
+    {u".features", u"The file of the excluded code"},
+};
 
 bool CadWindowExists() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 bool PlateWindowExists() { return liveModels.plateWindowExists && liveModels.plateWindowExists(); }
@@ -62,23 +80,24 @@ void StorePlate(ProgramTab& tab) {
   if (taken) tab.plateStore->plates[tab.plateStore->active] = *tab.plateSettings;
 }
 
-void TakeDrawings(const std::string& bytes, ProgramTab& tab) {
-  if (!Provide(tab.cadStore)) return;
+bool TakeDrawings(const std::string& bytes, ProgramTab& tab) {
+  if (!Provide(tab.cadStore)) return false;
   if (!ReadCadFile(bytes, *tab.cadStore)) {
     delete tab.cadStore;
     tab.cadStore = nullptr;
-    return;
+    return false;
   }
   const Drawing& active = tab.cadStore->drawings[tab.cadStore->active];
   std::copy_n(active.hidden, kMaxItems, tab.sketchHidden);
   std::copy_n(active.locked, kMaxItems, tab.sketchLocked);
   if (Provide(tab.cadSettings)) *tab.cadSettings = active.settings;
+  return true;
 }
 
-void TakePlates(const std::string& bytes, ProgramTab& tab) {
+bool TakePlates(const std::string& bytes, ProgramTab& tab) {
   const std::unique_ptr<PlateStore> store(new (std::nothrow) PlateStore());
   const std::unique_ptr<FeatureSettings> plate(new (std::nothrow) FeatureSettings());
-  if (!store || !plate) return;
+  if (!store || !plate) return false;
   if (ReadPlateFile(bytes, *store)) {
     if (Provide(tab.plateStore)) *tab.plateStore = *store;
     if (Provide(tab.plateSettings)) *tab.plateSettings = store->plates[store->active];
@@ -86,16 +105,66 @@ void TakePlates(const std::string& bytes, ProgramTab& tab) {
     delete tab.plateStore;
     tab.plateStore = nullptr;
     if (Provide(tab.plateSettings)) *tab.plateSettings = *plate;
+  } else {
+    return false;
   }
+  return true;
+}
+
+// Beside the file itself, so that a program has the same companions by all of its links.
+std::u16string BesideFile(std::u16string_view program, std::u16string_view suffix) {
+  const std::u16string file = platform::LinkTarget(program);
+  return CompanionPath(file.empty() ? program : std::u16string_view(file), suffix);
+}
+
+enum class Companion { Missing, Read, Unusable };
+
+Companion ReadOne(const std::u16string& path, std::string& bytes) {
+  // Stored code may take more room than a program.
+  if (platform::ReadBytes(path, kMaxFeaturesFileBytes, bytes) == platform::ReadAnswer::Read)
+    return Companion::Read;
+  return platform::FileExists(path) ? Companion::Unusable : Companion::Missing;
+}
+
+// Beside the file, else beside the link that it is opened by, where older ones stand.
+Companion ReadCompanion(std::u16string_view program, std::u16string_view suffix,
+                        std::string& bytes) {
+  const std::u16string path = BesideFile(program, suffix);
+  const Companion found = ReadOne(path, bytes);
+  const std::u16string older = CompanionPath(program, suffix);
+  return found == Companion::Missing && older != path ? ReadOne(older, bytes) : found;
+}
+
+// A free name for a companion that has to give way.
+std::u16string NameToKeep(std::u16string_view program, std::u16string_view suffix) {
+  std::u16string path;
+  for (int number = 1; number <= kMaxKeptCompanions; ++number) {
+    const std::u16string end = number == 1 ? u".kept" : u".kept" + IntegerText(number);
+    path = BesideFile(program, std::u16string(suffix) + end);
+    if (!platform::FileExists(path)) break;
+  }
+  return path;
+}
+
+void NoteCompanion(std::u16string_view program, int which, bool usable, ProgramTab& tab) {
+  std::u16string& kept = tab.unusable[which];
+  kept.clear();
+  if (usable) return;
+  const CompanionKind& kind = kCompanionKinds[which];
+  kept = NameToKeep(program, kind.suffix);
+  AppendOutput(std::u16string(kind.words) +
+               u" beside this program cannot be read. Before anything is written over that file "
+               u"it is kept as " +
+               std::u16string(BareFileName(kept)));
 }
 
 void AddModelFiles(std::u16string_view path, const ProgramTab& tab, std::vector<SaveFile>& files) {
   if (tab.cadStore) {
-    files.push_back({CompanionPath(path, u".cadmv"), {}});
+    files.push_back({BesideFile(path, u".cadmv"), {}});
     WriteCadFile(*tab.cadStore, files.back().bytes);
   }
   if (!tab.plateSettings) return;
-  files.push_back({CompanionPath(path, u".platemv"), {}});
+  files.push_back({BesideFile(path, u".platemv"), {}});
   if (tab.plateStore) {
     WritePlateFile(*tab.plateStore, files.back().bytes);
   } else {
@@ -105,25 +174,57 @@ void AddModelFiles(std::u16string_view path, const ProgramTab& tab, std::vector<
 
 }  // namespace
 
-void ReadCompanions(std::u16string_view path, ProgramTab& tab) {
+bool ReadExcludedCode(std::u16string_view path, std::u16string& text, DisabledCodeEntry*& list) {
   std::string bytes;
-  if (ReadWholeFile(CompanionPath(path, u".cadmv"), bytes)) TakeDrawings(bytes, tab);
-  if (ReadWholeFile(CompanionPath(path, u".platemv"), bytes)) TakePlates(bytes, tab);
-  if (ReadWholeFile(CompanionPath(path, u".features"), bytes))
-    ReplaceDisabledCode(bytes, tab.disabledCode);
+  const Companion found = ReadCompanion(path, u".features", bytes);
+  if (found != Companion::Read) return found == Companion::Missing;
+  return TakeDisabledCode(bytes, text, list);
 }
 
-bool AddProgramFiles(std::u16string_view path, std::string bytes, const ProgramTab& tab,
-                     std::vector<SaveFile>& files) {
-  files.push_back({CompanionPath(path, u".features"), {}});
-  if (!WriteDisabledCode(tab.disabledCode, files.back().bytes)) return false;
+void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& tab) {
+  std::string bytes;
+  Companion found = ReadCompanion(path, u".cadmv", bytes);
+  NoteCompanion(
+      path, 0,
+      found == Companion::Missing || (found == Companion::Read && TakeDrawings(bytes, tab)), tab);
+  found = ReadCompanion(path, u".platemv", bytes);
+  NoteCompanion(path, 1,
+                found == Companion::Missing || (found == Companion::Read && TakePlates(bytes, tab)),
+                tab);
+  NoteCompanion(path, 2, ReadExcludedCode(path, text, tab.disabledCode), tab);
+}
+
+void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job) {
+  const bool own = std::u16string_view(tab.path) == path;
+  for (int i = 0; i < kCompanionCount; ++i) {
+    const std::u16string_view suffix = kCompanionKinds[i].suffix;
+    const std::u16string file = BesideFile(path, suffix);
+    const bool written =
+        std::ranges::any_of(job.files, [&](const SaveFile& other) { return other.path == file; });
+    if (own && written && !tab.unusable[i].empty()) job.moves.push_back({file, tab.unusable[i]});
+    // What belongs to the program that is replaced would be this one's when it is opened again.
+    if (!own && !written && platform::FileExists(file))
+      job.moves.push_back({file, NameToKeep(path, suffix)});
+  }
+}
+
+bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
+                     const ProgramTab& tab, std::vector<SaveFile>& files) {
+  files.push_back({BesideFile(path, u".features"), {}});
+  if (!WriteDisabledCode(tab.disabledCode, files.back().bytes)) {
+    const std::vector<std::int32_t> named = NamedNumbers(text);
+    if (!WriteDisabledCode(tab.disabledCode, files.back().bytes, &named)) return false;
+  }
   files.push_back({std::u16string(path), std::move(bytes)});
   AddModelFiles(path, tab, files);
   return true;
 }
 
-std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code) {
-  return AddDisabledCode(tab.disabledCode, code);
+std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::int32_t block) {
+  const bool shown = &tab == ActiveTab() && platform::Exists(kIdEditor);
+  const std::u16string_view text = shown ? platform::EditorText(kIdEditor) : tab.text;
+  if (!FeaturesFileHolds(tab.disabledCode, text, code.size())) return 0;
+  return AddDisabledCode(tab.disabledCode, code, LargestNamedNumber(text), block);
 }
 
 void FreeTab(ProgramTab& tab) {

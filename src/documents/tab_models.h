@@ -14,17 +14,26 @@
 namespace morva {
 
 // Reads ".cadmv", ".platemv" and ".features" beside the program, in this order, in the place of
-// what the record holds. What is missing or damaged is left out without a word.
-void ReadCompanions(std::u16string_view path, ProgramTab& tab);
+// what the record holds. `text` is the program; where the record holds code under a number of its
+// markers already, they get another number. What is missing is left out; of what is there and
+// cannot be read the log tells under which name it will be kept.
+void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& tab);
+// ".features" alone, into a list of the caller's. False: it is there, and cannot be read.
+bool ReadExcludedCode(std::u16string_view path, std::u16string& text, DisabledCodeEntry*& list);
 // Keeps the code of an excluded block in the record, as AddDisabledCode does.
-std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code);
+// The number is one that neither the record nor the program's text knows. `block` is the id of the
+// block that the code is taken out of. 0 also where the file could not hold it.
+std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::int32_t block = 0);
 // Appends ".features", the program with these bytes, ".cadmv" where there are drawings and
 // ".platemv" where there are plates, all as the record holds them, in the order in which they are
 // to be written: the stored code of excluded blocks goes out before the text that refers to it, so
-// that a cut between two files leaves entries too many and none too few. False: the stored code
-// is more than its file may hold.
-bool AddProgramFiles(std::u16string_view path, std::string bytes, const ProgramTab& tab,
-                     std::vector<SaveFile>& files);
+// that a cut between two files leaves entries too many and none too few. Where all stored code is
+// more than its file may hold, what `text` does not name is left out. False: that is too much, too.
+bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
+                     const ProgramTab& tab, std::vector<SaveFile>& files);
+// Which companions have to give way before the job's files are written under `path`: one that could
+// not be read, before it is written over, and those of another program whose name is taken.
+void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
 

@@ -36,17 +36,22 @@ struct SaveState {
   std::u16string home;      // where the first autosave goes, while it is under way
 };
 
+inline constexpr int kCompanionCount = 3;  // drawings, plates, excluded code
+
 struct ProgramTab {
   char16_t path[kPathUnits] = {};  // empty for a program never saved
   char16_t title[kTitleUnits] = {};
-  std::u16string text;                         // as last stored; stale while the tab is active
-  bool dirty = false;                          // the tab's button shows a mark
-  bool compareSelected = false;                // chosen in the list of the review
-  FeatureSettings* cadSettings = nullptr;      // the sketch as last stored, kind 4
-  FeatureSettings* plateSettings = nullptr;    // the plate as last stored, kind 5
-  CadStore* cadStore = nullptr;                // all drawings
-  PlateStore* plateStore = nullptr;            // all named plates
-  DisabledCodeEntry* disabledCode = nullptr;   // code of excluded blocks
+  std::u16string text;                        // as last stored; stale while the tab is active
+  bool dirty = false;                         // the tab's button shows a mark
+  bool compareSelected = false;               // chosen in the list of the review
+  FeatureSettings* cadSettings = nullptr;     // the sketch as last stored, kind 4
+  FeatureSettings* plateSettings = nullptr;   // the plate as last stored, kind 5
+  CadStore* cadStore = nullptr;               // all drawings
+  PlateStore* plateStore = nullptr;           // all named plates
+  DisabledCodeEntry* disabledCode = nullptr;  // code of excluded blocks
+  // Where a companion goes that could not be read, before it is written over; empty: it could, or
+  // there is none.
+  std::u16string unusable[kCompanionCount];
   unsigned char sketchHidden[kMaxItems] = {};  // by object of the drawing
   unsigned char sketchLocked[kMaxItems] = {};
   std::int32_t hiddenIds[kMaxIdList] = {};  // of blocks; 0 is a free slot

@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/feature_blocks.h"
+#include "documents/stored_code.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -42,8 +43,9 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
   const std::u16string_view span = text.substr(start, end - start);
   const std::size_t found = FindFolded(span, kDisabledMarker, 0);
   if (found == std::u16string_view::npos) return nullptr;
-  return FindDisabledCode(tab.disabledCode,
-                          ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
+  const DisabledCodeEntry* stored = FindDisabledCode(
+      tab.disabledCode, ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
+  return stored && MayBeCodeOf(*stored, row) ? stored : nullptr;
 }
 
 // What the view's read-out has no room for.

@@ -16,7 +16,9 @@ ImportSource source;
 int copies = 0;
 
 // Stored code with a number divisible by three is missing.
-std::int32_t Copy(void*, std::int32_t number) { return number % 3 == 0 ? 0 : 1000 + ++copies; }
+std::int32_t Copy(void*, std::int32_t number, const FeatureRecord&, std::int32_t) {
+  return number % 3 == 0 ? 0 : 1000 + ++copies;
+}
 
 // The numbers of stored code and ids change; every other line of a block stays.
 bool IsInnerLine(std::u16string_view line) {

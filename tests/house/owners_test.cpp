@@ -62,6 +62,7 @@ const std::vector<Table>& Tables() {
                   {"plateStore", {"documents/tab_models.cpp"}},
                   {"cadStore", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
                   {"disabledCode", {"documents/tab_models.cpp"}},
+                  {"unusable", {"documents/tab_models.cpp"}},
                   {"save", {"documents/save_state.cpp"}},
                   {"sketchHidden", {"documents/tab_models.cpp", "cad/drawings.cpp"}},
                   {"sketchLocked", {"documents/tab_models.cpp", "cad/drawings.cpp"}},

@@ -326,6 +326,19 @@ TEST_F(Limits, HomesOfAProgramNeverSaved) {
   EXPECT_EQ(platform::ToUtf8(app.activePath), (last / "Untitled-1.NC").string());
 }
 
+TEST_F(Limits, NamesOfCompanionsThatGiveWay) {
+  static_assert(kMaxKeptCompanions == 1000);
+  WriteFile("a.NC", "G0\r\n");
+  WriteFile("a.NC.features", "damaged");
+  WriteFile("a.NC.features.kept", "");
+  for (int i = 2; i < kMaxKeptCompanions; ++i)
+    WriteFile("a.NC.features.kept" + std::to_string(i), "");
+  Open("a.NC");
+  headless::EditorSetAll(kIdEditor, u"G1\r\n");
+  EXPECT_TRUE(SaveProgramCommand());
+  EXPECT_EQ(ReadFile("a.NC.features.kept1000"), "damaged");
+}
+
 TEST_F(Limits, GhostPointsOfExcludedCode) {
   AddDisabledCode(ActiveTab()->disabledCode, Moves(20000));
   AddDisabledCode(ActiveTab()->disabledCode, Moves(20000));
@@ -385,7 +398,10 @@ TEST_F(Limits, BytesOfTheFileOfExcludedCode) {
   DisabledCodeEntry*& list = ActiveTab()->disabledCode;
   const std::u16string text(7999997, u'G');
   for (int i = 0; i < 4; ++i) ASSERT_NE(AddDisabledCode(list, text), 0);
-  headless::EditorSetAll(kIdEditor, u"G1\r\n");
+  // What the text does not name would be left out.
+  headless::EditorSetAll(kIdEditor,
+                         u"(MORVA DISABLED 1)(MORVA DISABLED 2)(MORVA DISABLED 3)"
+                         u"(MORVA DISABLED 4)\r\n");
   EXPECT_FALSE(SaveProgramCommand());
   EXPECT_EQ(Boxes(), kCouldNotSave);
   EXPECT_EQ(ReadFile("a.NC"), "G0\r\n");

@@ -152,13 +152,19 @@ TEST_F(Disk, KeepsTheUsersVersionWithAllItsFilesBeforeItLoadsAnother) {
   ASSERT_TRUE(morva::WriteDisabledCode(theirs, image));
   morva::FreeDisabledCode(theirs);
   Put("a.NC.features", image);
-  WriteElsewhere("G0 X9\r\n");
+  WriteElsewhere("(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n");
   TypeProgram(u"G0 X3");
+  const std::u16string mineText = Text();
   headless::QueueAnswer(BoxAnswer::No);
   EXPECT_FALSE(morva::SaveProgramCommand());
-  ASSERT_NE(morva::FindDisabledCode(tabs[1].disabledCode, 2), nullptr);
-  EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 1)->text, u"G1 theirs");
+  // An Undo brings the text back that names the first number; theirs has another one.
+  ASSERT_NE(morva::FindDisabledCode(tabs[1].disabledCode, 3), nullptr);
+  EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 1)->text, u"G1 mine");
   EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 2)->text, u"G1 second");
+  EXPECT_EQ(morva::FindDisabledCode(tabs[1].disabledCode, 3)->text, u"G1 theirs");
+  EXPECT_NE(Text().find(u"(MORVA DISABLED 3)\r\n(MORVA END 1)"), std::u16string::npos);
+  EXPECT_TRUE(headless::EditorUndo(morva::kIdEditor));
+  EXPECT_EQ(Text(), mineText);
   const support::fs::path recovery = folder / "Documents/MORVA/Recovery";
   const std::vector<std::string> kept = support::NamesIn(recovery);
   ASSERT_EQ(kept.size(), 2u);

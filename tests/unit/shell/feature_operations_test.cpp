@@ -346,6 +346,49 @@ TEST_F(FeatureOps, SaysThatNoFurtherCodeCanBeTakenOut) {
   }
 }
 
+// The program was copied without the file of its excluded code.
+TEST_F(FeatureOps, TakesNoNumberThatTheTextNamesAlready) {
+  Load(
+      u"(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n"
+      u"(MORVA TEXT 2)\r\nG1 X2\r\n(MORVA END 2)\r\n");
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"(MORVA DISABLED 2)\r\n(MORVA END 2)"), std::u16string::npos);
+  Select(0);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Hint(), u"Disabled code storage is missing. Restore this program's .features file.");
+  EXPECT_EQ(Text().find(u"G1 X2"), std::u16string::npos);
+}
+
+// The block comes from another program, where the number stands for other code.
+TEST_F(FeatureOps, AsksBeforeAPastedBlockTakesTheCodeOfAnotherOne) {
+  Load(kTwo);
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  const int end = platform::EditorLength(kIdEditor);
+  headless::EditorSelect(kIdEditor, end, end);
+  headless::EditorInsert(kIdEditor, u"(MORVA TEXT 9)\r\n(MORVA DISABLED 1)\r\n(MORVA END 9)\r\n");
+  headless::Advance(200);
+  const std::u16string before = Text();
+  headless::TakeBoxes();
+  Select(2);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdFeatureInclude);
+  const std::vector<headless::BoxRecord> boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"G1 X2"), std::u16string::npos);
+  EXPECT_EQ(Text(), before);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_NE(Text().find(u"(MORVA TEXT 9)\r\nG1 X2\r\n(MORVA END 9)"), std::u16string::npos);
+  // Its own block gets it without a question.
+  headless::TakeBoxes();
+  Select(1);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(Text().find(u"G1 X2\r\n(MORVA END 2)"), std::u16string::npos);
+}
+
 TEST_F(FeatureOps, UndoAfterExcludeLeavesAnUnusedEntryThatIsSavedAndDoesNoHarm) {
   WriteFile("part.NC", "G0 X1\r\n");
   Open("part.NC");

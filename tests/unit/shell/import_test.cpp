@@ -234,6 +234,24 @@ TEST_F(Import, ABrowsedFileBringsItsCompanion) {
   EXPECT_EQ(tabs[0].disabledCode->text, u"G1 X7\r\n");
 }
 
+TEST_F(Import, ANumberOfStoredCodeIsReplacedWhereverItsMarkerStands) {
+  WriteFile("other.NC",
+            "(MORVA TEXT 2)\r\nM8 (MORVA DISABLED 1)\r\n(MORVA END 2)\r\n"
+            "(MORVA TEXT 3)\r\n  (morva disabled 1)\r\n(MORVA END 3)\r\n");
+  WriteCompanion();
+  BrowseOther();
+  headless::SelectRows(kOperations, {0});
+  headless::Click(kRun);
+  // Both blocks name the number, so that nobody knows whose code it is.
+  EXPECT_EQ(Status(), kStopped);
+  headless::Click(kCancel);
+  WriteFile("other.NC", "(MORVA TEXT 2)\r\nM8 (MORVA DISABLED 1)\r\n(MORVA END 2)\r\n");
+  AddDisabledCode(tabs[0].disabledCode, u"G1 own");
+  BrowseOther();
+  headless::Click(kRun);
+  EXPECT_EQ(Text(), kTarget + u"(MORVA TEXT 5)\r\nM8 (MORVA DISABLED 2)\r\n(MORVA END 5)\r\n");
+}
+
 TEST_F(Import, NonAsciiCommentsOfAFileComeThroughWhole) {
   // No markers and bare line feeds: taken as the tagger would leave the program.
   WriteFile("other.NC",
@@ -535,7 +553,7 @@ TEST_F(Import, IsUndoneInOneStepAndSavedByItself) {
   EXPECT_EQ(Text(), before);
 }
 
-std::int32_t NoCopy(void*, std::int32_t) { return 0; }
+std::int32_t NoCopy(void*, std::int32_t, const FeatureRecord&, std::int32_t) { return 0; }
 
 std::u16string BuiltFrom(std::u16string_view text, std::int32_t firstId) {
   static ImportSource source;

@@ -1,0 +1,129 @@
+// Companions that cannot be read, belong to another program, or stand beside a link.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "documents/disabled_code.h"
+#include "documents/file_text.h"
+#include "documents/saving.h"
+#include "documents/stored_code.h"
+#include "documents/tab_models.h"
+#include "platform/common/faults.h"
+#include "support/program_stage.h"
+
+namespace {
+
+using morva::app;
+using morva::tabs;
+namespace fs = support::fs;
+
+struct CompanionsKept : public support::ProgramStage {
+  bool Told(std::u16string_view words) const { return Output().find(words) != Output().npos; }
+};
+
+TEST_F(CompanionsKept, ADamagedOneIsKeptUnderTheNameThatOpeningTells) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", "MVC1 damaged");
+  OpenFile("a.NC");
+  EXPECT_TRUE(Told(u"a.NC.features.kept"));
+  EXPECT_EQ(Raw("a.NC.features"), "MVC1 damaged");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(Raw("a.NC.features.kept"), "MVC1 damaged");
+  EXPECT_EQ(Raw("a.NC.features"), std::string("MVC1\0\0\0\0", 8));
+  // A later save leaves both alone.
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(Raw("a.NC.features.kept"), "MVC1 damaged");
+  EXPECT_EQ(Raw("a.NC.features"), std::string("MVC1\0\0\0\0", 8));
+}
+
+TEST_F(CompanionsKept, AnEarlierKeptOneKeepsItsName) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", "second");
+  Put("a.NC.features.kept", "first");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(Raw("a.NC.features.kept"), "first");
+  EXPECT_EQ(Raw("a.NC.features.kept2"), "second");
+}
+
+TEST_F(CompanionsKept, OneThatCannotBePutAsideFailsTheSave) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", "damaged");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  headless::FailCall("rename", 1);
+  EXPECT_FALSE(morva::SaveProgram(app.activePath));
+  headless::FailCall("rename", 0);
+  EXPECT_EQ(Raw("a.NC.features"), "damaged");
+  EXPECT_EQ(Raw("a.NC"), "G0\r\n");
+}
+
+TEST_F(CompanionsKept, AMissingOneIsNotSpokenOf) {
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  EXPECT_FALSE(Told(u"kept"));
+}
+
+TEST_F(CompanionsKept, SaveAsOverAProgramWithDrawingsLeavesItNoDrawings) {
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.cadmv", "drawings of q");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_FALSE(fs::exists(folder / "q.NC.cadmv"));
+  EXPECT_EQ(Raw("q.NC.cadmv.kept"), "drawings of q");
+}
+
+TEST_F(CompanionsKept, AProgramHasTheSameByItsLinkAndByItsName) {
+  fs::create_directory(folder / "b");
+  Put("b/real.NC", "(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n");
+  Put("b/real.NC.features", std::string("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20));
+  fs::create_symlink("b/real.NC", folder / "link.NC");
+  OpenFile("link.NC");
+  ASSERT_NE(morva::FindDisabledCode(tabs[1].disabledCode, 1), nullptr);
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_FALSE(fs::exists(folder / "link.NC.features"));
+}
+
+TEST_F(CompanionsKept, StoredCodeBeyondTheSizeOfAProgramIsReadAgain) {
+  const std::u16string code(7000000, u'G');
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  for (int i = 0; i < 3; ++i) ASSERT_NE(morva::KeepExcludedCode(tabs[1], code), 0);
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_GT(fs::file_size(folder / "a.NC.features"), 33554432u);
+  std::u16string text;
+  morva::DisabledCodeEntry* list = nullptr;
+  EXPECT_TRUE(morva::ReadExcludedCode(app.activePath, text, list));
+  EXPECT_NE(morva::FindDisabledCode(list, 3), nullptr);
+  morva::FreeDisabledCode(list);
+}
+
+TEST_F(CompanionsKept, WhatTheTextDoesNotNameIsLeftOutOfAFileThatWouldBeTooLarge) {
+  const std::u16string code(7999997, u'G');
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  for (int i = 0; i < 4; ++i) morva::AddDisabledCode(tabs[1].disabledCode, code);
+  TypeProgram(u"(MORVA TEXT 1)\r\n(MORVA DISABLED 2)\r\n(MORVA END 1)");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(fs::file_size(folder / "a.NC.features"), 8u + 8u + 2 * 7999997u);
+}
+
+TEST(StoredCode, IsBoundToTheBlockThatNamesItAndToNoneWhereSeveralDo) {
+  morva::DisabledCodeEntry* list = nullptr;
+  for (int i = 0; i < 3; ++i) morva::AddDisabledCode(list, u"G0");
+  morva::BindToBlocks(list,
+                      u"(MORVA TEXT 4)\r\n(MORVA DISABLED 1)\r\n(MORVA END 4)\r\n"
+                      u"(MORVA TEXT 7)\r\nM8 (morva disabled 2)\r\n(MORVA END 7)\r\n"
+                      u"(MORVA TEXT 8)\r\n(MORVA DISABLED 1)\r\n(MORVA END 8)\r\n");
+  EXPECT_EQ(morva::FindDisabledCode(list, 1)->block, morva::kSeveralBlocks);
+  EXPECT_EQ(morva::FindDisabledCode(list, 2)->block, 7);
+  EXPECT_EQ(morva::FindDisabledCode(list, 3)->block, 0);
+  morva::FreeDisabledCode(list);
+}
+
+}  // namespace
