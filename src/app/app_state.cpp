@@ -9,6 +9,8 @@ Hooks hooks;
 
 void ResetAppState() { app = AppState(); }
 
+void NoteUserKey(std::uint64_t tick) { app.lastKeyAt = tick; }
+
 void ShowFeaturesInSidebar(bool shows) { app.sidebarShowsFeatures = shows; }
 
 }  // namespace morva

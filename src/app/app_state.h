@@ -52,7 +52,8 @@ struct AppState {
   bool suppressChange = false;  // the program itself sets the text
   bool insertingText = false;   // the program inserts, or the two editors synchronise
   char16_t statusText[kStatusUnits] = {};
-  bool unitsMetric = false;  // UnitsMetric: false inch, true millimetre
+  std::uint64_t lastKeyAt = 0;  // the tick of the user's last key, 0 for none
+  bool unitsMetric = false;     // UnitsMetric: false inch, true millimetre
 };
 
 extern AppState app;
@@ -62,6 +63,9 @@ void ResetAppState();
 
 // The left panel shows the features, else the code index.
 void ShowFeaturesInSidebar(bool shows);
+
+// The user pressed a key at this tick.
+void NoteUserKey(std::uint64_t tick);
 
 // Timers of the main window.
 inline constexpr int kTimerText = 1;         // deferred text refresh, one shot

@@ -14,6 +14,7 @@
 #include "codetools/import_text.h"
 #include "codetools/validator.h"
 #include "codetools/words_view.h"
+#include "documents/companions.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
@@ -294,14 +295,17 @@ bool TakesOtherUnits(std::int32_t units) {
 
 // On lines of its own, as one undo step. The words view stands aside meanwhile. Where a block
 // begins on the line that the one before ends on, that line is broken: blocks never nest.
-void InsertOperations(const Target& target, const std::u16string& operations) {
+// False: the program has no room for them, as the user was told.
+bool InsertOperations(const Target& target, const std::u16string& operations) {
+  bool inserted = false;
   {
     const WordsAside aside;
     const int position = MapTextOffset(target.text, target.place.index);
     platform::SetEditorSelection(kIdEditor, {position, position});
-    InsertTextAtCaret(u"\r\n" + operations, !target.place.splitsLine);
+    inserted = InsertTextAtCaret(u"\r\n" + operations, !target.place.splitsLine);
   }
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  return inserted;
 }
 
 bool AskImport(int, int x, int y) {
@@ -368,7 +372,7 @@ void ImportSelected() {
     ShowStatus(u"Import stopped: disabled-code companion data is missing. No code was inserted.");
   }
   if (built != ImportBuild::Done) return;
-  InsertOperations(target, operations);
+  if (!InsertOperations(target, operations)) return;
   RefreshFeatureList();
   ProgramChanged({.autosave = true, .refreshMs = kRefreshMs, .rebuildPath = true});
   CloseImport();

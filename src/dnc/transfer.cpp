@@ -12,14 +12,19 @@
 #include "dnc/dnc_commands.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_show.h"
+#include "documents/autosave.h"
 #include "documents/block_text.h"
+#include "documents/disk_watch.h"
+#include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
 #include "documents/recovery.h"
+#include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/tab_table.h"
+#include "platform/clock.h"
 #include "platform/editor.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
@@ -33,10 +38,25 @@ namespace {
 constexpr const char16_t* kAlreadyActive = u"A transfer is already active.";
 constexpr const char16_t* kReceivedTitle = u"RECEIVED_RS232.NC";
 constexpr const char16_t* kNotStarted = u"DNC transfer error — the transfer could not be started.";
+constexpr const char16_t* kOpenedWords = u"Received RS-232 program opened in a new tab.";
+// Who pressed a key so short a time ago is still typing.
+constexpr std::uint64_t kAtWorkMs = 5000;
 constexpr unsigned char kRubout = 0x7F;  // DEL, filling on paper tape
+
+std::uint64_t armedAt = 0;  // the tick of the last press of RECEIVE
 
 std::u16string Number(unsigned long long value) {
   return IntegerText(static_cast<std::int64_t>(value));
+}
+
+// What a question about sending this file has to say where a tab shows it otherwise than it stands
+// on disk; empty: nothing.
+std::u16string DifferenceWords(std::u16string_view path) {
+  const int index = TabOfFile(path);
+  if (index < 0) return {};
+  if (!IsTouched(tabs[index]) && DiskHoldsStill(tabs[index])) return {};
+  return u"This file is open, and its tab differs from what stands on disk. What stands on disk is "
+         u"sent.\n\n";
 }
 
 // True: the user was told that the line is in use.
@@ -160,6 +180,21 @@ std::u16string KeepReceived() {
   return keeping.words;
 }
 
+// The keys that are being pressed, and the form of a block under edit, are meant for the program
+// that is shown. What was pressed before RECEIVE says nothing.
+bool UserIsAtWork() {
+  if (editLink.kind != 0) return true;
+  return app.lastKeyAt > armedAt && platform::TickMilliseconds() - app.lastKeyAt < kAtWorkMs;
+}
+
+// A received program that comes up behind the one that is shown. The words for the status line.
+std::u16string OpenBehind(ProgramTab& tab) {
+  MarkModified(tab);
+  ScheduleAutosave();
+  AppendOutput(kOpenedWords);
+  return u"DNC receive complete — program opened in a tab behind this one.";
+}
+
 bool HoldsProgram() { return !IsFillingOnly(transfer.receivedData); }
 
 // At the end of a receive: a damaged byte stays in the data, so the user must know.
@@ -171,6 +206,10 @@ void LogLineErrors() {
   LogOutput(line);
 }
 
+void LogLeft(unsigned long long left, unsigned long long total) {
+  LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
+}
+
 void OnTransferFailed(unsigned long long reason, unsigned long long left) {
   const std::size_t total = transfer.sendBuffer.size();
   EndJob();
@@ -179,9 +218,7 @@ void OnTransferFailed(unsigned long long reason, unsigned long long left) {
       u"reached. Incomplete data was not opened.");
   LogOpenProblem(worker.settings, worker.problem);
   LogLineErrors();
-  if (reason == kFailedWrite && total > 0) {
-    LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
-  }
+  if (reason == kFailedWrite && total > 0) LogLeft(left, total);
   SetDncState(kDncError);
   ShowStatus(u"DNC transfer error — check COM port, cable, and matching settings.");
 }
@@ -211,13 +248,17 @@ void OnSendProgress(unsigned long long sent, unsigned long long total) {
   ShowStatus(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
 }
 
-void OnSendDone(unsigned long long, unsigned long long) {
+void OnSendDone(unsigned long long left, unsigned long long total) {
   EndJob();
-  if (transfer.abortRequested.load() != 0) {
+  if (transfer.abortRequested.load() != 0 && left < total) {
     LogOutput(u"Transfer aborted by operator.");
+    LogLeft(left, total);
     SetDncState(kDncOffline);
     ShowStatus(u"DNC transfer aborted.");
     return;
+  }
+  if (transfer.abortRequested.load() != 0) {
+    LogOutput(u"The abort came too late: all bytes had left the port.");
   }
   LogOutput(
       u"Send complete. Confirm the Haas reports a successful receive before using the program.");
@@ -265,7 +306,7 @@ void SendFileFromDisk() {
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
-  question += LossWords(text) + u"Send the selected file?";
+  question += DifferenceWords(path) + LossWords(text) + u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
 }
@@ -288,6 +329,7 @@ void StartSend(std::string bytes, std::u16string_view message) {
 void ReceiveProgram() {
   if (RefusedAsActive()) return;
   NoteKeyboardOfPress();
+  armedAt = platform::TickMilliseconds();
   if (!RoomForTab()) return;
   // What is being kept is opened once more only where it could not be kept.
   if (keeping.underWay && !WaitForSaves()) return;
@@ -324,14 +366,16 @@ void AbortTransfer() {
 }
 
 std::u16string OpenReceivedProgram() {
+  const bool shown = !UserIsAtWork();
   if (transfer.receivedData.empty()) return {};
   if (TabsAreFull()) return KeepReceived();
   const int tab = OpenTab(u"", DecodeCodePage(transfer.receivedData), kReceivedTitle);
   if (tab < 0) return KeepReceived();
   std::string().swap(transfer.receivedData);
+  if (!shown) return OpenBehind(tabs[tab]);
   SwitchTab(tab);
   platform::SetFocusTo(ShownEditor());
-  ProgramChanged({.refreshMs = 80, .logged = u"Received RS-232 program opened in a new tab."});
+  ProgramChanged({.autosave = true, .refreshMs = 80, .logged = kOpenedWords});
   return u"DNC receive complete — program opened in a new tab.";
 }
 
@@ -376,6 +420,7 @@ void ResetTransfer() {
   std::string().swap(transfer.receivedData);
   worker = WorkerRecord{};
   keeping = Keeping();
+  armedAt = 0;
   ResetTransferBar();
 }
 

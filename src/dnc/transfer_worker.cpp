@@ -45,12 +45,14 @@ void RunSend() {
     platform::PostToMain(kMessageSendProgress, sent, total);
   }
   // What the port has taken has not left yet. Only the control can tell what arrived.
-  if (!platform::DrainSerial() && !AbortWanted()) {
-    Fail(kFailedWrite, LeftOf(sent));
+  const bool drained = platform::DrainSerial();
+  const std::size_t left = drained ? sent : LeftOf(sent);
+  if (!drained && !AbortWanted()) {
+    Fail(kFailedWrite, left);
     return;
   }
   platform::CloseSerial();
-  platform::PostToMain(kMessageSendDone, sent, total);
+  platform::PostToMain(kMessageSendDone, left, total);
 }
 
 // Reads until the line goes quiet. False: the port failed.

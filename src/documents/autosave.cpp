@@ -48,13 +48,38 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
   return std::u16string();
 }
 
-// Where the active program belongs; its home is made where it has none. Empty: the user was
-// told that there is none.
+// Where a program belongs; its home is made where it has none. Empty: the user was told that there
+// is none.
 std::u16string PathOf(ProgramTab& tab) {
-  if (app.activePath[0]) return app.activePath;
+  if (tab.path[0]) return tab.path;
   if (tab.save.home.empty()) KeepHome(tab, MakeProgramHome(tab));
   if (tab.save.home.empty()) ShowStatus(kFolderFailed);
   return tab.save.home;
+}
+
+// A program that is not on the stage is as it was when it was left: a question that held it back
+// then is still to be answered.
+bool IsHeldInItsTab(const ProgramTab& tab) {
+  return &tab != ActiveTab() && tab.save.held != AutosaveHold::None &&
+         tab.save.held != AutosaveHold::Failed;
+}
+
+// True: the program has to wait for a save under way.
+bool Autosave(ProgramTab& tab) {
+  if (!WaitsForSave(tab) || IsHeldInItsTab(tab)) return false;
+  // Whatever comes of it, it is not tried again at every key.
+  NoteTried(tab);
+  // The old file must not get what was typed since the program was saved under another name.
+  if (PathToBe(tab) != std::u16string_view(tab.path)) return true;
+  const Surface* up = &tab == ActiveTab() ? SurfaceUp() : nullptr;
+  if (up) Call(up->storePending);
+  const AutosaveHold hold = HoldOf(tab);
+  if (hold != AutosaveHold::None) {
+    TellHeld(tab, hold);
+  } else if (const std::u16string path = PathOf(tab); !path.empty()) {
+    AutosaveProgram(tab, path);
+  }
+  return false;
 }
 
 }  // namespace
@@ -74,23 +99,12 @@ void ScheduleAutosave() {
 
 void RunAutosave() {
   platform::StopTimer(platform::kMainWindow, kTimerAutosave);
-  ProgramTab* tab = ActiveTab();
-  if (!app.dataDirReady || running || !tab || !IsTouched(*tab)) return;
-  if (tab->save.userChanges <= tab->save.handedChanges) return;
-  // Whatever comes of it, it is not tried again at every key.
-  NoteTried(*tab);
-  // The old file must not get what was typed since the program was saved under another name.
-  if (tab->save.takingPath && tab->save.home.empty()) return ScheduleAutosave();
+  if (!app.dataDirReady || running) return;
   running = true;
-  const Surface* up = SurfaceUp();
-  if (up) Call(up->storePending);
-  const AutosaveHold hold = HoldOf(*tab);
-  if (hold != AutosaveHold::None) {
-    TellHeld(*tab, hold);
-  } else if (const std::u16string path = PathOf(*tab); !path.empty()) {
-    SaveProgram(path);
-  }
+  bool waits = false;
+  for (int i = 0; i < app.tabCount; ++i) waits = Autosave(tabs[i]) || waits;
   running = false;
+  if (waits) platform::StartTimer(platform::kMainWindow, kTimerAutosave, kAutosaveMilliseconds);
 }
 
 void ResetAutosave() { running = false; }

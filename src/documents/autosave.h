@@ -6,8 +6,9 @@ namespace morva {
 // Arms the autosave 700 ms from now, and at the latest 5 s after the first change that no save
 // has taken, where the data directory is ready.
 void ScheduleAutosave();
-// Saves the active program over its own file, or into a home of its own under "Projects". One
-// that the user has not touched is left alone, and one that a question must be asked about.
+// Saves each program that has unsaved changes over its own file, or into a home of its own under
+// "Projects": the active one, and those whose save was put off or failed before their tab was left.
+// One that the user has not touched is left alone, and one that a question must be asked about.
 void RunAutosave();
 void ResetAutosave();
 

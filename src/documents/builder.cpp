@@ -77,9 +77,7 @@ bool SettleTwin(const Builder& builder) {
 
 bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
   if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code, builder.asksWhere);
-  if (!MayInsertBehindCaretLine()) return false;
-  InsertTextAtCaret(code, true);
-  return true;
+  return MayInsertBehindCaretLine() && InsertTextAtCaret(code, true);
 }
 
 void OnInsertKey(int id, int) {

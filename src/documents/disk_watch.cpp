@@ -39,11 +39,28 @@ bool AskForLoading() {
                            platform::BoxIcon::Question) == platform::BoxAnswer::Yes;
 }
 
+// Undo brings the text back, and neither drawings nor excluded code: before they go, what the user
+// has changed is in a file. `words` tells where. False: the user keeps the program as it is.
+bool KeepMine(const ProgramTab& tab, std::u16string& words) {
+  if (!IsTouched(tab)) return true;
+  std::u16string kept;
+  if (KeepProgramNow(tab, kept)) {
+    words += u" Your version is kept in " + kept;
+    return true;
+  }
+  return ConfirmedNoFirst(
+      u"Load Again",
+      u"Your version could not be kept in \"Recovery\". When the file is loaded "
+      u"again, one Undo brings your text back; your drawings and excluded code "
+      u"are lost.\r\n\r\nLoad it all the same?");
+}
+
 }  // namespace
 
 int TabOfFile(std::u16string_view path) {
   const platform::FileFigures file = platform::FiguresOf(path);
   for (int i = 0; i < app.tabCount; ++i) {
+    if (!path.empty() && tabs[i].save.takingPath == path) return i;
     if (!tabs[i].path[0]) continue;
     if (std::u16string_view(tabs[i].path) == path) return i;
     if (platform::IsSameFile(file, platform::FiguresOf(tabs[i].path))) return i;
@@ -77,13 +94,11 @@ bool LoadAgain() {
     return false;
   }
   std::u16string words = u"Loaded again from disk.";
-  // Undo brings the text back, and neither drawings nor excluded code.
   SyncActiveTab();
   StashActiveWorkspace();
-  std::u16string kept;
-  if (IsTouched(*tab) && KeepProgramInRecovery(*tab, kept)) {
-    words += u" Your version is kept in " + kept;
-  }
+  const std::uint64_t serial = tab->serial;
+  if (!KeepMine(*tab, words) || ActiveSerial() != serial) return false;
+  tab = ActiveTab();
   ReadCompanions(tab->path, text, *tab);
   ReplaceText(text);
   RestoreWorkspace();

@@ -5,8 +5,8 @@
 
 namespace morva {
 
-// Index of the tab that shows this file, under this path or another name or link of it; -1 for
-// none.
+// Index of the tab that shows this file, under this path or another name or link of it, or that a
+// save under way gives this path; -1 for none.
 int TabOfFile(std::u16string_view path);
 // Looks whether another program has changed the active program's file. If so, and the user has
 // not touched the program, a box offers to load it again, once for each state of the file. A
@@ -15,7 +15,8 @@ int TabOfFile(std::u16string_view path);
 void WatchDisk();
 // Puts the file in the place of the active program's text, as one undo step, and its companions
 // in the place of drawings, plates and excluded code. What the user had changed is kept in
-// "Recovery", and the log tells where. False: the file cannot be read; the user was told.
+// "Recovery" first, and the log tells where; a box asks where that fails. False: the file cannot be
+// read, as the user was told, or the user keeps the program as it is.
 bool LoadAgain();
 
 }  // namespace morva

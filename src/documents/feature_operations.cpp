@@ -20,6 +20,7 @@
 #include "documents/stored_code.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/listing.h"
@@ -243,6 +244,11 @@ void ToggleIncludeOf(std::int32_t id, bool confirmed) {
     const std::int32_t entry = KeepExcludedCode(*tab, Span(code.text, code.from, code.to), id);
     if (entry == 0) return;
     replacement = DisabledLine(entry);
+  }
+  const auto before = static_cast<std::size_t>(code.to - code.from);
+  if (replacement.size() > before && !HasRoomFor(replacement.size() - before)) {
+    TellNoRoom(u"Include code");
+    return;
   }
   ReplaceSpan(code.text, code.from, code.to, replacement);
   DropEditLink();

@@ -334,9 +334,12 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   return true;
 }
 
-void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
-  if (text.empty() || !platform::Exists(kIdEditor)) return;
-  if (!HasRoomFor(text.size())) return TellNoRoom(u"Insert");
+bool InsertTextAtCaret(std::u16string_view text, bool asBlock) {
+  if (text.empty() || !platform::Exists(kIdEditor)) return false;
+  if (!HasRoomFor(text.size())) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
   const int line = CaretLine();
   if (app.commandWordsActive) Call(hooks.editorFromWords);
   if (asBlock) {
@@ -345,6 +348,7 @@ void InsertTextAtCaret(std::u16string_view text, bool asBlock) {
     PutText(platform::EditorSelection(kIdEditor), text);
   }
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  return true;
 }
 
 bool MayInsertBehindCaretLine() {

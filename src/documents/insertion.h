@@ -27,11 +27,12 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 // The block with this code behind the block that holds the caret, or in place of the block under
 // edit; with `asksWhere` where the picker says. Without the picker the user is asked where the
 // program's end lies before that place. False: nothing changed, and the user knows why.
-// The change itself is not told: that is the caller\'s, by ProgramChanged.
+// The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
-// line. Undoable; empty text does nothing.
-void InsertTextAtCaret(std::u16string_view text, bool asBlock);
+// line. Undoable. False: nothing changed, as the text is empty or the program has no room for it;
+// the user was told of the latter.
+bool InsertTextAtCaret(std::u16string_view text, bool asBlock);
 // Whether a line behind the caret's is run. False: it is not, and the user does not want it there.
 bool MayInsertBehindCaretLine();
 

@@ -28,6 +28,21 @@ std::u16string FreePath(std::u16string_view title) {
   return {};
 }
 
+std::u16string lastKept;  // the program that was written last
+
+bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
+                     void (*told)(const SaveResult& result)) {
+  path = FreePath(tab.title);
+  SaveJob job;
+  job.program = path;
+  job.told = told;
+  if (path.empty() || !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
+    return false;
+  }
+  HandOverSave(std::move(job));
+  return true;
+}
+
 }  // namespace
 
 bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
@@ -42,15 +57,14 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
-  path = FreePath(tab.title);
-  SaveJob job;
-  job.program = path;
-  if (path.empty() ||
-      !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
-    return false;
-  }
-  HandOverSave(std::move(job));
-  return true;
+  return HandOverProgram(tab, path, nullptr);
+}
+
+bool KeepProgramNow(const ProgramTab& tab, std::u16string& path) {
+  const auto note = [](const SaveResult& result) {
+    if (result.answer == SaveAnswer::Saved) lastKept = result.program;
+  };
+  return HandOverProgram(tab, path, note) && WaitForSavesOf(path, 0) && lastKept == path;
 }
 
 }  // namespace morva

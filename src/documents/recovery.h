@@ -16,5 +16,7 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 // Hands a whole program, as its record holds it, to the writer of files: text, excluded code,
 // drawings and plates. False: there is no data directory, or no name is free there.
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path);
+// The same, and waits until it is written. False: it is not.
+bool KeepProgramNow(const ProgramTab& tab, std::u16string& path);
 
 }  // namespace morva

@@ -58,7 +58,14 @@ bool SettleText() {
   return AskAboutSize(figures) && ReturnToTab(serial);
 }
 
+// The file that Save writes: behind a Save As it is the new one, also while that is under way.
+std::u16string PathOfUser() {
+  const ProgramTab* tab = ActiveTab();
+  return std::u16string(tab ? PathToBe(*tab) : std::u16string_view(app.activePath));
+}
+
 bool ChangedBeneath(ProgramTab& tab) {
+  if (PathToBe(tab) != std::u16string_view(tab.path)) return false;
   if (!tab.path[0] || !tab.save.disk.figures.exists || IsBeingSaved(tab.path)) return false;
   return !DiskHoldsStill(tab);
 }
@@ -119,11 +126,11 @@ void AskAboutChangedFile(std::uint64_t serial) {
 }  // namespace
 
 bool SaveProgramCommand() {
-  if (!app.activePath[0]) return SaveProgramAs();
+  if (PathOfUser().empty()) return SaveProgramAs();
   if (!SettleText()) return false;
   ProgramTab* tab = ActiveTab();
   if (tab && ChangedBeneath(*tab)) return SettleChangedFile();
-  return SaveProgram(app.activePath, true);
+  return SaveProgram(PathOfUser(), true);
 }
 
 bool SaveProgramAs() {
@@ -137,7 +144,7 @@ bool SaveProgramAs() {
 
 bool SaveAndWait() {
   const std::uint64_t serial = ActiveSerial();
-  if (!SaveProgramCommand() || !WaitForSaves()) return false;
+  if (!SaveProgramCommand() || !WaitForSavesOf(PathOfUser(), serial)) return false;
   const int index = IndexOfSerial(serial);
   return index >= 0 && !tabs[index].dirty;
 }

@@ -9,13 +9,18 @@ namespace morva {
 
 bool IsTouched(const ProgramTab& tab) { return tab.save.userChanges > tab.save.savedChanges; }
 
+void MarkModified(ProgramTab& tab) {
+  tab.save.userChanges = ++tab.save.changes;
+  // 0 says that nothing waits.
+  if (tab.save.unsavedSince == 0) tab.save.unsavedSince = platform::TickMilliseconds() | 1;
+  // A failure is told once for each text.
+  if (tab.save.held == AutosaveHold::Failed) tab.save.held = AutosaveHold::None;
+  SetDirtyMark(&tab, true);
+}
+
 void MarkModified() {
-  if (ProgramTab* tab = ActiveTab()) {
-    tab->save.userChanges = tab->save.changes + 1;
-    // 0 says that nothing waits.
-    if (tab->save.unsavedSince == 0) tab->save.unsavedSince = platform::TickMilliseconds() | 1;
-  }
-  MarkTagged();
+  if (ProgramTab* tab = ActiveTab()) return MarkModified(*tab);
+  SetDirtyMark(nullptr, true);
 }
 
 void MarkTagged() {
@@ -26,22 +31,35 @@ void MarkTagged() {
 
 void NoteTried(ProgramTab& tab) { tab.save.unsavedSince = 0; }
 
-void NoteHandedOver(ProgramTab& tab, bool takesPath) {
+void NoteHandedOver(ProgramTab& tab, std::u16string_view path) {
   NoteTried(tab);
   tab.save.handedChanges = tab.save.changes;
-  tab.save.takingPath = tab.save.takingPath || takesPath;
+  if (std::u16string_view(tab.path) != path) tab.save.takingPath = path;
 }
 
-void NoteSaveFailed(ProgramTab& tab) {
+void NoteSaveFailed(ProgramTab& tab, std::u16string_view path) {
   tab.save.handedChanges = tab.save.savedChanges;
-  tab.save.takingPath = false;
+  NotePathTaken(tab, path);
+}
+
+void NotePathTaken(ProgramTab& tab, std::u16string_view path) {
+  if (tab.save.takingPath == path) tab.save.takingPath.clear();
+}
+
+std::u16string_view PathToBe(const ProgramTab& tab) {
+  const SaveState& save = tab.save;
+  if (save.takingPath.empty() || save.takingPath == save.home) return tab.path;
+  return save.takingPath;
+}
+
+bool WaitsForSave(const ProgramTab& tab) {
+  return IsTouched(tab) && tab.save.userChanges > tab.save.handedChanges;
 }
 
 void NoteSaved(ProgramTab& tab, std::uint32_t changes) {
   SaveState& save = tab.save;
   save.savedChanges = std::max(save.savedChanges, changes);
   save.changedOnDisk = false;
-  save.takingPath = false;
   save.held = AutosaveHold::None;
   save.home.clear();
   SetDirtyMark(&tab, save.changes > save.savedChanges);

@@ -19,12 +19,22 @@ bool IsTouched(const ProgramTab& tab);
 void MarkModified();
 // The same for markers, which nobody asked for.
 void MarkTagged();
-// A save holds the program as it is now. With `takesPath` it gives the program another path.
-void NoteHandedOver(ProgramTab& tab, bool takesPath);
+// The same for a program that need not be the active one.
+void MarkModified(ProgramTab& tab);
+// A save holds the program as it is now, for the file at `path`. If that is not the program's own,
+// the program takes it when the save is done.
+void NoteHandedOver(ProgramTab& tab, std::u16string_view path);
 // The autosave has been tried: the five seconds begin anew with the next change.
 void NoteTried(ProgramTab& tab);
-// The save has failed, so that what it held is still to be saved.
-void NoteSaveFailed(ProgramTab& tab);
+// The save to `path` has failed, so that what it held is still to be saved.
+void NoteSaveFailed(ProgramTab& tab, std::u16string_view path);
+// The save that gives the program this path has been told. A newer one may still be under way.
+void NotePathTaken(ProgramTab& tab, std::u16string_view path);
+// The file that the user has chosen for the program, also while it is being written for the first
+// time; empty for none.
+std::u16string_view PathToBe(const ProgramTab& tab);
+// Whether the program has changes of the user's that no save holds.
+bool WaitsForSave(const ProgramTab& tab);
 // The file holds the program as it was at this count of changes: nothing holds the autosave, and
 // the dirty mark follows.
 void NoteSaved(ProgramTab& tab, std::uint32_t changes);

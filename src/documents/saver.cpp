@@ -1,5 +1,6 @@
 #include "documents/saver.h"
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -25,7 +26,8 @@ constexpr int kReadTries = 3;
 std::mutex guard;
 std::deque<SaveJob> waiting;
 std::deque<SaveResult> finished;
-std::u16string underWay;  // the program that is being written
+std::u16string underWay;           // the program that is being written
+std::uint64_t serialUnderWay = 0;  // of its tab; 0: of none
 bool working = false;
 
 std::uint64_t lastTicket = 0;
@@ -82,10 +84,12 @@ bool TakeJob(SaveJob& job) {
   const std::lock_guard<std::mutex> lock(guard);
   working = !waiting.empty();
   underWay.clear();
+  serialUnderWay = 0;
   if (!working) return false;
   job = std::move(waiting.front());
   waiting.pop_front();
   underWay = job.program;
+  serialUnderWay = job.serial;
   return true;
 }
 
@@ -138,6 +142,31 @@ bool ToldByNow() {
   return AllTold();
 }
 
+// What WaitForSavesOf waits for; it is not called from within itself.
+struct Awaited {
+  std::u16string program;
+  std::uint64_t serial = 0;
+};
+Awaited awaited;
+
+bool IsAwaited(std::u16string_view program, std::uint64_t serial) {
+  return program == awaited.program || (serial != 0 && serial == awaited.serial);
+}
+
+bool AwaitedIsWritten() {
+  const std::lock_guard<std::mutex> lock(guard);
+  if (working && IsAwaited(underWay, serialUnderWay)) return false;
+  return std::ranges::none_of(
+      waiting, [](const SaveJob& job) { return IsAwaited(job.program, job.serial); });
+}
+
+// The look comes before the telling: a result stands there before its job counts as written.
+bool AwaitedIsTold() {
+  const bool written = AwaitedIsWritten();
+  TellResults();
+  return written;
+}
+
 // Puts the job behind the others; true where a worker has to be started for it.
 bool Queue(SaveJob job) {
   const std::lock_guard<std::mutex> lock(guard);
@@ -157,6 +186,12 @@ bool Queue(SaveJob job) {
   }
   waiting.push_back(std::move(job));
   return !std::exchange(working, true);
+}
+
+bool WaitWithWords(bool (*done)()) {
+  if (done()) return true;
+  ShowStatus(u"Waiting for the disk. A save is under way.");
+  return platform::WaitUntil(done, kLongestWaitMs);
 }
 
 // A disk that takes its time must not hold the window for a switch of the view either.
@@ -229,10 +264,11 @@ bool IsBeingSaved(std::u16string_view program) {
   return false;
 }
 
-bool WaitForSaves() {
-  if (ToldByNow()) return true;
-  ShowStatus(u"Waiting for the disk. A save is under way.");
-  return platform::WaitUntil(ToldByNow, kLongestWaitMs);
+bool WaitForSaves() { return WaitWithWords(ToldByNow); }
+
+bool WaitForSavesOf(std::u16string_view program, std::uint64_t serial) {
+  awaited = {std::u16string(program), serial};
+  return WaitWithWords(AwaitedIsTold);
 }
 
 void RegisterSaver() {
@@ -247,6 +283,7 @@ void ResetSaver() {
   waiting.clear();
   finished.clear();
   underWay.clear();
+  serialUnderWay = 0;
   working = false;
   listener = nullptr;
 }

@@ -85,6 +85,8 @@ bool IsBeingSaved(std::u16string_view program);
 // Waits until all is written and told, with words on the status line. False: the disk has not
 // answered for 30 s.
 bool WaitForSaves();
+// The same for the saves of this file and of the tab with this serial alone; 0: of no tab.
+bool WaitForSavesOf(std::u16string_view program, std::uint64_t serial);
 
 void RegisterSaver();
 void ResetSaver();

@@ -15,31 +15,39 @@
 #include "documents/tab_models.h"
 #include "platform/editor.h"
 #include "platform/message.h"
+#include "platform/timer.h"
 #include "platform/window.h"
 #include "text/codetext.h"
 
 namespace morva {
 namespace {
 
-constexpr char16_t kWriteFailed[] = u"Autosave failed. Changes remain unsaved; use Save As.";
-
+constexpr int kRetryMs = 5000;  // of a save that failed
 constexpr const char16_t* kHoldWords[] = {
     u"",
     u"Changed on disk by another program. Not saved; use Save or Open again.",
     u"Not autosaved: the file cannot hold some of the characters. Use Save.",
     u"Not autosaved: the file would be too large to be opened again. Use Save.",
+    u"Autosave failed. Changes remain unsaved; use Save As.",
 };
 
 std::uint64_t lastFailed = 0;  // ticket
+bool alone = false;            // nobody is there to answer a box
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
 
-bool FillJob(std::u16string_view path, SaveJob& job) {
+std::u16string_view TextOf(const ProgramTab* tab) {
+  if (tab == ActiveTab()) return platform::EditorText(kIdEditor);
+  return tab->text;
+}
+
+// `tab` is null where no program is open.
+bool FillJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
+  const bool staged = tab == ActiveTab();
   // An autosave may come during an undo; it must not put the markers back.
-  TagAfterEdit();
+  if (staged) TagAfterEdit();
   job.program = path;
-  std::string bytes = NormaliseOutputText(platform::EditorText(kIdEditor), false);
-  StashActiveWorkspace();
-  const ProgramTab* tab = ActiveTab();
+  std::string bytes = NormaliseOutputText(TextOf(tab), false);
+  if (staged) StashActiveWorkspace();
   if (!tab) {
     job.files.push_back({job.program, std::move(bytes)});
     return true;
@@ -52,55 +60,64 @@ bool FillJob(std::u16string_view path, SaveJob& job) {
   return true;
 }
 
-bool MakeJob(std::u16string_view path, SaveJob& job) {
+bool MakeJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
   // Without an editor there is no text, and an empty file must not replace a program.
-  if (!platform::Exists(kIdEditor) || !FillJob(path, job)) return false;
+  if (!platform::Exists(kIdEditor) || !FillJob(tab, path, job)) return false;
   return std::ranges::all_of(
       job.files, [](const SaveFile& file) { return file.path.size() <= kSavePathUnits; });
 }
 
+const char16_t* HoldWords(AutosaveHold reason) { return kHoldWords[static_cast<int>(reason)]; }
+
 // What concerns a program that is not on the stage is told with its title.
-void TellAutosave(const ProgramTab* tab, std::u16string_view words) {
+void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
   std::u16string told;
-  if (tab && tab != ActiveTab()) told = std::u16string(tab->title) + u": ";
+  if (&tab != ActiveTab()) told = std::u16string(tab.title) + u": ";
   ShowStatus(told.append(words));
 }
 
-void TellFailed(const ProgramTab* tab, bool byUser) {
+void TellFailed(ProgramTab* tab, bool byUser) {
   if (byUser) {
     platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
+  } else if (tab) {
+    TellHeld(*tab, AutosaveHold::Failed);
   } else {
-    TellAutosave(tab, kWriteFailed);
+    ShowStatus(HoldWords(AutosaveHold::Failed));
   }
 }
 
-bool HandOver(std::u16string_view path, bool byUser, bool checked) {
+// A stick or a share may be back in a moment, and the program's tab may have been left meanwhile.
+void TryAgainLater() {
+  if (platform::TimerRuns(platform::kMainWindow, kTimerAutosave)) return;
+  platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
+}
+
+bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool checked) {
   SaveJob job;
-  if (!MakeJob(path, job)) {
-    TellFailed(ActiveTab(), byUser);
+  if (!MakeJob(tab, path, job)) {
+    TellFailed(tab, byUser);
     return false;
   }
   job.byUser = byUser;
-  if (ProgramTab* tab = ActiveTab()) {
+  if (tab) {
     job.takesPath = std::u16string_view(tab->path) != path;
     job.checked = checked && !job.takesPath && tab->save.disk.figures.exists;
     job.known = tab->save.disk;
-    NoteHandedOver(*tab, job.takesPath);
+    NoteHandedOver(*tab, path);
   }
   const std::uint64_t ticket = HandOverSave(std::move(job));
   return lastFailed != ticket;
 }
 
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
-  if (result.takesPath) NameProgram(tab, result.program, result.byUser);
   if (&tab == ActiveTab()) SyncActiveTab();
   NoteSaved(tab, result.changes);
   WriteProgramInformation();
   if (result.byUser) {
     AppendOutput(u"Saved program.");
   } else if (!tab.dirty) {
-    TellAutosave(&tab, u"Project autosaved.");
+    TellAutosave(tab, u"Project autosaved.");
   }
 }
 
@@ -113,49 +130,72 @@ void FollowChanged(ProgramTab& tab, const SaveResult& result) {
   }
 }
 
-void OnSaved(const SaveResult& result) {
-  if (result.answer != SaveAnswer::Saved) lastFailed = result.ticket;
-  ProgramTab* const found = TabOfSerial(result.serial);
-  if (!found) {
-    if (result.answer != SaveAnswer::Saved) TellFailed(nullptr, result.byUser);
-    return;
+// A result belongs to the file that it was made for: only what is said of the program's own file
+// counts for the program.
+void FollowResult(ProgramTab& tab, const SaveResult& result) {
+  if (result.answer == SaveAnswer::Saved && result.takesPath) {
+    NameProgram(tab, result.program, result.byUser);
+    NotePathTaken(tab, result.program);
   }
-  ProgramTab& tab = *found;
-  if (result.answer != SaveAnswer::Saved) NoteSaveFailed(tab);
+  const bool own = std::u16string_view(tab.path) == result.program;
   // The program was written even if a later companion failed.
-  if (result.now.figures.exists) NoteDisk(tab, result.now);
+  if (own && result.now.figures.exists) NoteDisk(tab, result.now);
   switch (result.answer) {
     case SaveAnswer::Saved:
-      FollowSaved(tab, result);
+      if (own) FollowSaved(tab, result);
       break;
     case SaveAnswer::Failed:
-      TellFailed(found, result.byUser);
+      TellFailed(&tab, result.byUser);
       break;
     case SaveAnswer::Changed:
-      FollowChanged(tab, result);
+      if (own) FollowChanged(tab, result);
       break;
   }
 }
 
+void OnSaved(const SaveResult& given) {
+  SaveResult result = given;
+  result.byUser = given.byUser && !alone;
+  const bool saved = result.answer == SaveAnswer::Saved;
+  if (!saved) lastFailed = result.ticket;
+  ProgramTab* const tab = TabOfSerial(result.serial);
+  if (!tab) {
+    if (!saved) TellFailed(nullptr, result.byUser);
+    return;
+  }
+  if (!saved) NoteSaveFailed(*tab, result.program);
+  if (result.answer == SaveAnswer::Failed) TryAgainLater();
+  FollowResult(*tab, result);
+}
+
 }  // namespace
 
-bool SaveProgram(std::u16string_view path, bool byUser) { return HandOver(path, byUser, true); }
+bool SaveProgram(std::u16string_view path, bool byUser) {
+  return HandOver(ActiveTab(), path, byUser, true);
+}
 
-bool SaveProgramOver(std::u16string_view path) { return HandOver(path, true, false); }
+bool SaveProgramOver(std::u16string_view path) { return HandOver(ActiveTab(), path, true, false); }
+
+void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
+  HandOver(&tab, path, false, true);
+}
 
 AutosaveHold HoldOf(const ProgramTab& tab) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
-  const OutputFigures figures = MeasureOutput(platform::EditorText(kIdEditor));
+  const OutputFigures figures = MeasureOutput(TextOf(&tab));
   if (figures.bytes > kMaxReadBytes) return AutosaveHold::TooLarge;
   return figures.lost > 0 && !tab.save.lossAccepted ? AutosaveHold::Loss : AutosaveHold::None;
 }
 
 void TellHeld(ProgramTab& tab, AutosaveHold reason) {
-  if (NoteHeld(tab, reason)) TellAutosave(&tab, kHoldWords[static_cast<int>(reason)]);
+  if (NoteHeld(tab, reason)) TellAutosave(tab, HoldWords(reason));
 }
+
+void SaveWithoutBoxes() { alone = true; }
 
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial)) {
   askAboutChangedFile = askAboutChanged;
+  alone = false;
   RegisterSaver();
   SetSaveListener(OnSaved);
 }

@@ -17,10 +17,17 @@ bool SaveProgram(std::u16string_view path, bool byUser = false);
 // The same for the user, without the look at what stands on disk.
 bool SaveProgramOver(std::u16string_view path);
 
-// Why the autosave has to leave the active program alone: a question is still to be answered.
+// Hands a program to the writer of files for the autosave, also one that is not the active one.
+// One that failed is tried again some seconds later.
+void AutosaveProgram(ProgramTab& tab, std::u16string_view path);
+
+// Why the autosave has to leave a program alone: a question is still to be answered.
 AutosaveHold HoldOf(const ProgramTab& tab);
 // Says once why the autosave leaves the program alone.
 void TellHeld(ProgramTab& tab, AutosaveHold reason);
+
+// From here on no save brings up a box: nobody is there to answer it.
+void SaveWithoutBoxes();
 
 // `askAboutChanged` is called when a save that the user asked for found another program's file.
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial));

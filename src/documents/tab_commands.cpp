@@ -118,7 +118,8 @@ void OpenProgram() {
   std::u16string path;
   if (!PickProgramToOpen(u"Open Haas Program", path)) return;
   // A program whose file is still being written is read when it is whole.
-  WaitForSaves();
+  const int open = TabOfFile(path);
+  WaitForSavesOf(path, open >= 0 ? tabs[open].serial : 0);
   if (ShowOpenFile(path)) return;
   const int index = OpenFromFile(path);
   if (index < 0) {
@@ -134,7 +135,7 @@ void CloseProgram() {
   if (!ActiveTab()) return;
   Call(hooks.leaveCompare);
   const std::uint64_t serial = ActiveSerial();
-  WaitForSaves();
+  WaitForSavesOf(PathToBe(*ActiveTab()), serial);
   // Another program may have come up while the disk was waited for.
   if (!ReturnToTab(serial) || (IsTouched(*ActiveTab()) && !SettleChanges())) return;
   Call(hooks.leaveImport);

@@ -18,7 +18,7 @@
 namespace morva {
 
 // Why the autosave leaves a program alone.
-enum class AutosaveHold { None, ChangedOnDisk, Loss, TooLarge };
+enum class AutosaveHold { None, ChangedOnDisk, Loss, TooLarge, Failed };
 
 // How a program stands to its file; save_state.h writes it.
 struct SaveState {
@@ -32,8 +32,8 @@ struct SaveState {
   platform::FileFigures askedAbout;  // the state of the file that loading was offered for
   bool lossAccepted = false;         // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
-  bool takingPath = false;  // a save under way gives the program another path
-  std::u16string home;      // where the first autosave goes, while it is under way
+  std::u16string takingPath;  // a save under way gives the program this path; empty: none does
+  std::u16string home;        // where the first autosave goes, while it is under way
 };
 
 inline constexpr int kCompanionCount = 3;  // drawings, plates, excluded code

@@ -41,6 +41,7 @@
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "documents/text_refresh.h"
 #include "forms/form.h"
@@ -48,6 +49,7 @@
 #include "library/shapes.h"
 #include "library/tools.h"
 #include "library/units.h"
+#include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/message.h"
 #include "platform/timer.h"
@@ -94,6 +96,7 @@ bool OfferToRooms(int id, Offer offer) {
 }
 
 bool OnKey(int id, const platform::KeyEvent& key) {
+  NoteUserKey(platform::TickMilliseconds());
   if (EditKey(id, key)) return true;
   const Surface* up = SurfaceUp();
   if (up && up->key && up->key(id, key)) {
@@ -270,6 +273,7 @@ bool OnClosing() {
 // Nobody is there to answer. What may not go into its own file unasked is kept in the data
 // directory.
 void OnTerminated() {
+  SaveWithoutBoxes();
   EndTransferForGood();
   RunAutosave();
   WaitForSaves();

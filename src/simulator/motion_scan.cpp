@@ -601,7 +601,8 @@ bool ScanLines(const char16_t* p, const char16_t* end, Modal& m, std::int32_t& l
     EndLine(m, words, line);
     if (words.seen != 0) NoteWhatIsMissing(m, words, line);
     m.standing = words.seen & kStanding;
-    if (words.seen & kSeenEnd) m.standing |= kSeenEnded;
+    // A line that the block delete switch takes out ends nothing.
+    if ((words.seen & kSeenEnd) && !(words.seen & kSeenSlash)) m.standing |= kSeenEnded;
     ++line;
     if (p == end || *p == 0) return false;
     p += *p == u'\r' && p + 1 != end && p[1] == u'\n' ? 2 : 1;

@@ -231,7 +231,7 @@ void SaveProgramAsMacro() {
 void InsertCustomMacro() {
   const int index = MacroToWorkOn();
   if (index < 0) return;
-  InsertTextAtCaret(macroLibrary.macros[index].code, true);
+  if (!InsertTextAtCaret(macroLibrary.macros[index].code, true)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,

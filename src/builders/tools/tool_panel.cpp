@@ -172,7 +172,7 @@ void InsertToolBlock() {
   CodeWriter out;
   out.most = kToolBlockUnits;
   WriteToolBlock(toolLibrary.tools[index], UnitsMetric(), out);
-  InsertTextAtCaret(out.text, true);
+  if (!InsertTextAtCaret(out.text, true)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,

@@ -11,8 +11,12 @@
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/autosave.h"
+#include "documents/edit_link.h"
+#include "documents/file_text.h"
 #include "documents/program_tabs.h"
+#include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/saving.h"
 #include "platform/clock.h"
 #include "platform/thread.h"
 #include "platform/timer.h"
@@ -263,7 +267,10 @@ TEST_F(TransferTest, AbortsASendThatWaitsForItsLastBytes) {
   Advance(1000);
   morva::AbortTransfer();
   Advance(0);
-  EXPECT_EQ(Log().back(), u"Transfer aborted by operator.");
+  const Lines log = Log();
+  ASSERT_GE(log.size(), 2u);
+  EXPECT_EQ(log[log.size() - 2], u"Transfer aborted by operator.");
+  EXPECT_EQ(log.back(), u"0 of 10 bytes had left the port.");
   EXPECT_EQ(State(), u"DNC: OFFLINE");
 }
 
@@ -339,7 +346,8 @@ TEST_F(TransferTest, EndsAnAbortedSendOffline) {
   Log();
   morva::AbortTransfer();
   Advance(10);
-  EXPECT_EQ(Log(), (Lines{u"Abort requested...", u"Transfer aborted by operator."}));
+  EXPECT_EQ(Log(), (Lines{u"Abort requested...", u"Transfer aborted by operator.",
+                          u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(State(), u"DNC: OFFLINE");
   EXPECT_EQ(Status(), u"DNC transfer aborted.");
   EXPECT_FALSE(transfer.active);
@@ -354,7 +362,7 @@ TEST_F(TransferTest, AbortsWithoutAWordOfItsOwnWhenOnlyTheFlagIsAsked) {
   morva::RequestAbort();
   EXPECT_EQ(Log(), Lines());
   Advance(0);
-  EXPECT_EQ(Log(), Lines{u"Transfer aborted by operator."});
+  EXPECT_EQ(Log(), (Lines{u"Transfer aborted by operator.", u"0 of 10 bytes had left the port."}));
   EXPECT_FALSE(transfer.active);
   morva::dncState = morva::kDncConnected;
   Receive();
@@ -531,6 +539,94 @@ TEST_F(TransferTest, OpensAReceivedProgramInANewTab) {
   EXPECT_TRUE(morva::app.editorDirty);
   EXPECT_NE(Text().find(u"%\r\nO1\r\nM30\r\n%\r\n"), std::u16string::npos);
   EXPECT_TRUE(transfer.receivedData.empty());
+}
+
+TEST_F(TransferTest, SavesAReceivedProgramWithoutAnotherKey) {
+  UseDataFolder();
+  morva::RegisterSaving(nullptr);
+  morva::NewProgram();
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(2300);
+  ASSERT_EQ(morva::app.tabCount, 2);
+  EXPECT_TRUE(morva::WaitsForSave(morva::tabs[1]));
+  EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, morva::kTimerAutosave));
+  morva::RunAutosave();
+  EXPECT_TRUE(morva::WaitForSaves());
+  std::string bytes;
+  ASSERT_TRUE(morva::ReadWholeFile(morva::tabs[1].path, bytes));
+  EXPECT_NE(bytes.find("O1\r\n"), std::string::npos);
+}
+
+TEST_F(TransferTest, OpensAReceivedProgramBehindTheOneThatTheUserTypesInto) {
+  UseDataFolder();
+  morva::RegisterSaving(nullptr);
+  morva::NewProgram();
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(1900);
+  const std::u16string before = Text();
+  morva::app.lastKeyAt = platform::TickMilliseconds();
+  Advance(400);
+  EXPECT_FALSE(transfer.active);
+  ASSERT_EQ(morva::app.tabCount, 2);
+  EXPECT_EQ(morva::app.activeTab, 0);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a tab behind this one.");
+  EXPECT_EQ(Log().back(), kOpened);
+  EXPECT_TRUE(morva::tabs[1].dirty);
+  // It is saved from behind.
+  morva::RunAutosave();
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_FALSE(morva::tabs[1].dirty);
+  std::string bytes;
+  ASSERT_TRUE(morva::ReadWholeFile(morva::tabs[1].path, bytes));
+  EXPECT_EQ(bytes, "%\r\nO1\r\nM30\r\n%\r\n");
+}
+
+TEST_F(TransferTest, KeepsTheBlockUnderEditWhenAProgramIsReceived) {
+  morva::NewProgram();
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(1000);
+  morva::SetEditLink({1, 7, 0, u"block"});
+  Advance(1300);
+  ASSERT_EQ(morva::app.tabCount, 2);
+  EXPECT_EQ(morva::app.activeTab, 0);
+  EXPECT_EQ(morva::editLink.id, 7);
+  morva::DropEditLink();
+}
+
+TEST_F(TransferTest, ShowsAReceivedProgramToAUserWhoWaitsForIt) {
+  morva::NewProgram();
+  morva::app.lastKeyAt = platform::TickMilliseconds();  // the key that pressed RECEIVE
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(2300);
+  EXPECT_EQ(morva::app.activeTab, 1);
+}
+
+TEST_F(TransferTest, TellsAnAbortThatCameTooLateAsACompleteSend) {
+  Send(u"G0");
+  platform::EndWorker(platform::Worker::Transfer);  // all has left, and nothing is told yet
+  Log();
+  morva::AbortTransfer();
+  Advance(10);
+  EXPECT_EQ(Log(), (Lines{u"Abort requested...",
+                          u"The abort came too late: all bytes had left the port.", kSendDone}));
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+}
+
+TEST_F(TransferTest, SaysThatTheTabOfAFileDiffersFromWhatIsSent) {
+  Put("part.nc", "G1 X1\r\n");
+  morva::SwitchTab(morva::OpenTab(PathOf("part.nc"), u"G1 X2\r\n", u""));
+  morva::MarkModified();
+  headless::QueueFile(PathOf("part.nc"));
+  headless::QueueAnswer(BoxAnswer::No);
+  morva::SendFileFromDisk();
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"its tab differs from what stands on disk"), std::u16string::npos);
 }
 
 TEST_F(TransferTest, ArmsTheDeferredRefreshForAReceivedProgram) {

@@ -181,10 +181,10 @@ TEST_F(Autosave, LosesNothingWhenItFailsOnLeavingATab) {
   EXPECT_EQ(app.activeTab, 0);
   EXPECT_TRUE(tabs[1].dirty);
   EXPECT_NE(tabs[1].text.find(u"typed"), std::u16string::npos);
+  // The next autosave, whichever tab it comes for, takes up what the failed one left.
   morva::SwitchTab(1);
-  EXPECT_TRUE(app.editorDirty);
+  EXPECT_FALSE(app.editorDirty);
   EXPECT_NE(Text().find(u"typed"), std::u16string::npos);
-  morva::RunAutosave();
   EXPECT_NE(Raw("a.NC").find("typed"), std::string::npos);
 }
 

@@ -50,6 +50,21 @@ FeatureSettings SlotSettings(std::u16string_view code) {
   return record;
 }
 
+TEST_F(FeatureOps, IncludesNoCodeThatTheProgramHasNoRoomFor) {
+  Load(u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\n(" + std::u16string(400, u'Y') +
+       u")\r\n(MORVA END 1)\r\n");
+  Select(0);
+  headless::Click(kIdFeatureInclude);
+  std::u16string full(platform::EditorText(kIdEditor));
+  while (full.size() + 100 <= 33554432 - 100) full += u"(" + std::u16string(96, u'X') + u")\r\n";
+  Load(full);
+  Select(0);
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(platform::EditorText(kIdEditor), full);
+}
+
 TEST_F(FeatureOps, SelectingARowSelectsItsBlockInTheEditor) {
   Load(kTwo);
   Select(1);

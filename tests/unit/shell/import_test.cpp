@@ -162,6 +162,21 @@ TEST_F(Import, GoesBehindTheCaretsFeatureAndElseToTheCaret) {
   EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1") + Block(2, u"Last", u"M9"));
 }
 
+TEST_F(Import, TellsNoSuccessWhereTheProgramHasNoRoom) {
+  // 100 bytes below the most that can be opened, as one comment a line.
+  std::u16string full;
+  while (full.size() + 100 <= 33554432 - 100) full += u"(" + std::u16string(96, u'X') + u")\r\n";
+  TwoPrograms(Block(1, u"Face", u"(" + std::u16string(200, u'Y') + u")"), full);
+  OpenPanel();
+  headless::TakeBoxes();
+  const std::size_t before = platform::EditorText(kIdEditor).size();
+  headless::Click(kRun);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(platform::EditorText(kIdEditor).size(), before);
+  EXPECT_NE(Status(), kDone);
+  EXPECT_TRUE(IsImportOpen());
+}
+
 TEST_F(Import, StopsAtOneHundredAndTwentyEight) {
   TwoPrograms(Blocks(10), Blocks(120));
   OpenPanel();

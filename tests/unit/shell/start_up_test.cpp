@@ -130,6 +130,8 @@ TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
   headless::Advance(1000);
   tabs[0].dirty = true;
   tabs[0].save.userChanges = ++tabs[0].save.changes;
+  // The close tries to save it, where no folder can be made.
+  headless::FailCall("folder", 1);
   headless::QueueAnswer(platform::BoxAnswer::No);
   EXPECT_FALSE(headless::CloseKey());
   const auto boxes = headless::TakeBoxes();
@@ -137,6 +139,7 @@ TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
   EXPECT_EQ(boxes[0].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
   EXPECT_EQ(boxes[0].title, u"MORVA");
   EXPECT_EQ(app.tabCount, 2);
+  headless::FailCall("folder", 1);
   headless::QueueAnswer(platform::BoxAnswer::Yes);
   EXPECT_TRUE(headless::CloseKey());
 }

@@ -1,0 +1,279 @@
+// Programs whose saves are still under way, fail or are left behind.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "documents/autosave.h"
+#include "documents/disk_watch.h"
+#include "documents/insertion.h"
+#include "documents/save_state.h"
+#include "documents/saver.h"
+#include "documents/tab_models.h"
+#include "platform/clock.h"
+#include "platform/common/faults.h"
+#include "support/program_stage.h"
+
+namespace {
+
+using morva::app;
+using morva::tabs;
+using platform::BoxAnswer;
+
+bool SlowFlush(std::string_view kind) {
+  if (kind == "flush") platform::SleepMilliseconds(300);
+  return false;
+}
+
+// The two files of a save take 1.2 s.
+bool SlowerFlush(std::string_view kind) {
+  if (kind == "flush") platform::SleepMilliseconds(600);
+  return false;
+}
+
+// A stick that was pulled: no file can be made.
+bool failing = false;
+int tries = 0;
+bool Pulled(std::string_view kind) {
+  if (kind == "new") ++tries;
+  return failing && kind == "new";
+}
+
+struct SavesUnderWay : public support::ProgramStage {
+  SavesUnderWay() {
+    failing = false;
+    tries = 0;
+  }
+  ~SavesUnderWay() override { platform::fileFault = nullptr; }
+  void Open(const char* name) const {
+    Put(name, "G0 X1\r\n");
+    OpenFile(name);
+    headless::Advance(2000);
+    headless::TakeBoxes();
+  }
+  bool Holds(const char* name, const char* words) const {
+    return Raw(name).find(words) != std::string::npos;
+  }
+  void SaveAs(const char* name) const {
+    headless::QueueFile(PathOf(name));
+    EXPECT_TRUE(morva::SaveProgramAs());
+  }
+};
+
+TEST_F(SavesUnderWay, PutsWhatIsTypedBehindASaveAsIntoTheNewFileAlone) {
+  Open("a.NC");
+  platform::fileFault = SlowerFlush;
+  TypeProgram(u"G0 X2");
+  morva::RunAutosave();
+  SaveAs("b.NC");
+  // The autosave of the old name is told; the save under the new one is still under way.
+  headless::Advance(1300);
+  TypeProgram(u"G0 X3");
+  headless::Advance(8000);
+  EXPECT_EQ(std::u16string(tabs[1].path), PathOf("b.NC"));
+  EXPECT_TRUE(Holds("b.NC", "G0 X3"));
+  EXPECT_TRUE(Holds("a.NC", "G0 X2"));
+  EXPECT_FALSE(Holds("a.NC", "G0 X3"));
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(SavesUnderWay, SavesUnderTheNewNameAlsoWhenTheSaveAsIsStillUnderWay) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  SaveAs("b.NC");
+  TypeProgram(u"G0 X3");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  headless::Advance(8000);
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  EXPECT_TRUE(Holds("b.NC", "G0 X3"));
+  EXPECT_FALSE(app.editorDirty);
+}
+
+TEST_F(SavesUnderWay, StaysWithItsFileWhenTheSaveAsFails) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = Pulled;
+  failing = true;
+  headless::QueueFile(PathOf("b.NC"));
+  morva::SaveProgramAs();
+  headless::Advance(100);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  failing = false;
+  headless::Advance(8000);
+  EXPECT_EQ(std::u16string(tabs[1].path), PathOf("a.NC"));
+  EXPECT_TRUE(Holds("a.NC", "G0 X2"));
+}
+
+TEST_F(SavesUnderWay, GivesOneFileToOneTabWhileTheSaveAsIsUnderWay) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  SaveAs("x.NC");
+  morva::SwitchTab(0);
+  TypeProgram(u"G0 X7");
+  headless::TakeBoxes();
+  headless::QueueFile(PathOf("x.NC"));
+  EXPECT_FALSE(morva::SaveProgramAs());
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::Advance(8000);
+  EXPECT_TRUE(Holds("x.NC", "G0 X2"));
+}
+
+TEST_F(SavesUnderWay, SavesATabThatWasLeftWhileItsSaveAsWasUnderWay) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  SaveAs("b.NC");
+  TypeProgram(u"G0 X3");
+  morva::SwitchTab(0);
+  headless::Advance(10000);
+  EXPECT_EQ(app.activeTab, 0);
+  EXPECT_TRUE(Holds("b.NC", "G0 X3"));
+  EXPECT_FALSE(tabs[1].dirty);
+}
+
+TEST_F(SavesUnderWay, TriesATabAgainThatWasLeftWhenItsDiskIsBack) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = Pulled;
+  failing = true;
+  morva::SwitchTab(0);
+  headless::Advance(20000);
+  EXPECT_TRUE(tabs[1].dirty);
+  EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
+  EXPECT_LE(tries, 8);  // not at every turn
+  failing = false;
+  headless::Advance(6000);
+  EXPECT_TRUE(Holds("a.NC", "G0 X2"));
+  EXPECT_FALSE(tabs[1].dirty);
+}
+
+TEST_F(SavesUnderWay, TellsAFailedAutosaveOnceForOneText) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = Pulled;
+  failing = true;
+  headless::Advance(1000);
+  EXPECT_EQ(Status(), u"Autosave failed. Changes remain unsaved; use Save As.");
+  morva::ShowStatus(u"");
+  headless::Advance(12000);
+  EXPECT_GE(tries, 2);
+  EXPECT_EQ(Status(), u"");
+  TypeProgram(u"G0 X3");
+  headless::Advance(1000);
+  EXPECT_EQ(Status(), u"Autosave failed. Changes remain unsaved; use Save As.");
+}
+
+TEST_F(SavesUnderWay, OpensAFileWithoutWaitingForTheSaveOfAnother) {
+  Open("a.NC");
+  Put("c.NC", "G0 X5\r\n");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  OpenFile("c.NC");
+  EXPECT_EQ(app.tabCount, 3);
+  EXPECT_TRUE(morva::SavesUnderWay());
+  EXPECT_TRUE(morva::WaitForSaves());
+}
+
+TEST_F(SavesUnderWay, ClosesAProgramWithoutWaitingForTheSaveOfAnother) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  morva::SwitchTab(0);
+  morva::CloseProgram();
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_TRUE(morva::SavesUnderWay());
+  EXPECT_TRUE(morva::WaitForSaves());
+}
+
+TEST_F(SavesUnderWay, ShowsTheTabOfAFileThatASaveAsIsStillWriting) {
+  Open("a.NC");
+  Put("b.NC", "G0 X8\r\n");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  SaveAs("b.NC");
+  morva::SwitchTab(0);
+  OpenFile("b.NC");
+  EXPECT_EQ(app.tabCount, 2);
+  EXPECT_EQ(app.activeTab, 1);
+}
+
+TEST_F(SavesUnderWay, BringsUpNoBoxWhenNobodyIsThereToAnswer) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  platform::fileFault = [](std::string_view kind) {
+    SlowFlush(kind);
+    return kind == "rename";
+  };
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  morva::SaveWithoutBoxes();
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(headless::TakeBoxes().size(), 0u);
+  EXPECT_TRUE(morva::IsTouched(tabs[1]));
+}
+
+// --- Insertions that find no room tell no success.
+
+struct FullProgram : public SavesUnderWay {
+  // Leaves room for 50 units, each of which counts as two bytes.
+  void OpenFull() const {
+    std::string text(33554432 - 100, 'G');
+    for (std::size_t i = 98; i + 1 < text.size(); i += 100) text.replace(i, 2, "\r\n");
+    Put("a.NC", text);
+    OpenFile("a.NC");
+    headless::Advance(1000);
+    headless::TakeBoxes();
+  }
+};
+
+TEST_F(FullProgram, AnswersWhetherATextWasInserted) {
+  OpenFull();
+  EXPECT_FALSE(morva::InsertTextAtCaret(std::u16string(200, u'X'), true));
+  EXPECT_TRUE(morva::InsertTextAtCaret(u"G4", true));
+  EXPECT_FALSE(morva::InsertTextAtCaret(u"", true));
+}
+
+// --- Loading again keeps the user's version first.
+
+struct LoadsAgain : public SavesUnderWay {
+  void ChangeElsewhere() const {
+    Open("a.NC");
+    Put("a.NC", "G0 X999\r\n");
+    TypeProgram(u"G0 X2");
+  }
+};
+
+TEST_F(LoadsAgain, TellsThatTheUsersVersionIsKeptWhenItIs) {
+  ChangeElsewhere();
+  platform::fileFault = SlowFlush;
+  EXPECT_TRUE(morva::LoadAgain());
+  const std::vector<std::string> kept = support::NamesIn(folder / "Documents/MORVA/Recovery");
+  ASSERT_FALSE(kept.empty());
+  EXPECT_FALSE(morva::SavesUnderWay());
+  EXPECT_NE(Output().find(u"Your version is kept in"), std::u16string::npos);
+  EXPECT_EQ(Text(), u"G0 X999\r\n");
+}
+
+TEST_F(LoadsAgain, AsksBeforeItLoadsOverAVersionThatCouldNotBeKept) {
+  ChangeElsewhere();
+  platform::fileFault = Pulled;
+  failing = true;
+  headless::QueueAnswer(BoxAnswer::No);
+  EXPECT_FALSE(morva::LoadAgain());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"could not be kept"), std::u16string::npos);
+  EXPECT_NE(Text().find(u"G0 X2"), std::u16string::npos);
+  EXPECT_EQ(Output().find(u"is kept in"), std::u16string::npos);
+  EXPECT_EQ(Status().find(u"Autosave failed"), std::u16string::npos);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::LoadAgain());
+  EXPECT_EQ(Text(), u"G0 X999\r\n");
+  EXPECT_EQ(Output().find(u"is kept in"), std::u16string::npos);
+}
+
+}  // namespace
