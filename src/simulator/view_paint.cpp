@@ -147,13 +147,15 @@ void PaintStock(Canvas& canvas, const Projection& p) {
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.top - s.bottom, 4);
   AppendBounded(label, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
-  // Above the corner that lies highest on the screen, and not over the sides of the view.
+  // Above the corner that lies highest on the screen, beside the cube, and not over the sides of
+  // the view.
   const PointF* highest = std::min_element(
       corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
   const Rect client = CanvasArea(canvas);
   Rect plate = PlateAround(*highest, label);
   const int lift = RectHeight(plate) / 2 + 4;
-  const int most = client.right - 2 - RectWidth(plate);
+  const bool besideCube = plate.top - lift < client.top + kCornerHeight;
+  const int most = client.right - (besideCube ? kCornerWidth : 0) - 2 - RectWidth(plate);
   const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
   plate = {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
   TextOn(canvas, plate, label, kPathStock, platform::kAlignCentre);
@@ -263,29 +265,38 @@ int ReadOutRoom(const Rect& client, int top) {
   return top < client.top + kCornerHeight && beside >= kLeastReadOut ? beside : all;
 }
 
-// A read-out in lines. Its parts stand two blanks or more apart and are never cut: a number
-// that ends in dots would be worse than none.
+// A read-out in lines. Its parts stand two blanks or more apart, or a middle dot between blanks,
+// and are never cut: a number that ends in dots would be worse than none.
 struct ReadOutLines {
   std::u16string_view lines[kMaxReadOutLines];
   int count = 0;
 };
 
+// Where the part that covers `from` ends.
+std::size_t PartEnd(std::u16string_view text, std::size_t from) {
+  return std::min({text.find(u"  ", from), text.find(u" \u00B7 ", from), text.size()});
+}
+
+// Where the part behind the one that ends at `end` begins, npos for none.
+std::size_t NextPart(std::u16string_view text, std::size_t end) {
+  return text.find_first_not_of(u" \u00B7", end);
+}
+
 ReadOutLines BreakReadOut(std::u16string_view text, const Rect& client, int top) {
-  constexpr std::u16string_view kGap = u"  ";
   const int height = platform::TextHeight(FontRole::Small);
   ReadOutLines broken;
   while (!text.empty() && broken.count < kMaxReadOutLines) {
     const int room = ReadOutRoom(client, top + broken.count * height);
-    std::size_t taken = std::min(text.find(kGap), text.size());
+    std::size_t taken = PartEnd(text, 0);
     while (taken < text.size()) {
-      const std::size_t part = text.find_first_not_of(u' ', taken);
+      const std::size_t part = NextPart(text, taken);
       if (part == text.npos) break;
-      const std::size_t next = std::min(text.find(kGap, part), text.size());
+      const std::size_t next = PartEnd(text, part);
       if (platform::TextWidth(FontRole::Small, text.substr(0, next)) > room) break;
       taken = next;
     }
     broken.lines[broken.count++] = text.substr(0, taken);
-    const std::size_t rest = text.find_first_not_of(u' ', taken);
+    const std::size_t rest = NextPart(text, taken);
     text = rest == text.npos ? std::u16string_view() : text.substr(rest);
   }
   return broken;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "app/app_state.h"
@@ -19,6 +20,7 @@ constexpr platform::Colour kRapidColour = 0x4889D2;
 constexpr platform::Colour kHeadColour = 0xFFCB48;
 constexpr platform::Colour kStockColour = 0x96A7BD;
 constexpr platform::Colour kDimensionColour = 0xF1BE4C;
+constexpr platform::Colour kQuietColour = 0x91AAC4;
 
 using headless::DrawCall;
 
@@ -346,6 +348,51 @@ TEST_F(ViewPaint, KeepsTheStocksWordsBetweenTheSides) {
     }
     EXPECT_TRUE(seen);
   }
+}
+
+TEST_F(ViewPaint, KeepsTheStocksWordsOffTheCube) {
+  platform::SetPlace(kViewToolpath, {0, 0, 900, 600});
+  Feed(0, 0, 0);
+  Feed(4, 2, 0);
+  SetViewTop();
+  stockEnvelope.shown = true;
+  stockEnvelope.maxX = 4;
+  stockEnvelope.maxY = 2;
+  stockEnvelope.bottom = -0.5;
+  bool high = false;
+  for (const double panY : {-500.0, -300.0, -100.0, 100.0, 300.0, 500.0}) {
+    view.panX = 400;
+    view.panY = panY;
+    for (const DrawCall& call : Paint()) {
+      if (call.name != "PaintText" || call.colours[0] != kStockColour) continue;
+      if (call.numbers[1] >= 171) continue;
+      high = true;
+      EXPECT_LE(call.numbers[2], 900 - 172);
+    }
+  }
+  EXPECT_TRUE(high);
+}
+
+TEST_F(ViewPaint, BreaksTheCaptionOfTheCutSurfaceAtItsDots) {
+  platform::SetPlace(kViewToolpath, {0, 0, 353, 400});
+  Feed(0, 0, 0);
+  Feed(4, 2, -0.25);
+  stockEnvelope.shown = true;
+  stockEnvelope.maxX = 4;
+  stockEnvelope.maxY = 2;
+  stockEnvelope.bottom = -0.5;
+  switches.showCutSurface = true;
+  std::vector<std::u16string> lines;
+  for (const DrawCall& call : Paint()) {
+    if (call.name != "PaintText" || call.colours[0] != kQuietColour) continue;
+    EXPECT_LE(call.numbers[2], 353);
+    lines.push_back(call.text);
+  }
+  const auto first =
+      std::find(lines.begin(), lines.end(), u"Approximate cut surface \u00B7 48 \u00D7 48 samples");
+  ASSERT_NE(first, lines.end());
+  ASSERT_NE(first + 1, lines.end());
+  EXPECT_EQ(first[1], u"library tool required");
 }
 
 TEST_F(ViewPaint, PaintsTheLargestNumbersThatAProgramCanHold) {
