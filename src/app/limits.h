@@ -18,7 +18,7 @@ inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code st
 inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message
 inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
 inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
-inline constexpr int kMaxKeptCompanions = 1000;  // names tried for a companion that gives way; with all taken it is written over
+inline constexpr int kMaxKeptCompanions = 1000;  // names tried for a companion that gives way; with all taken the save fails
 inline constexpr int kMaxProgramHomes = 1000;    // folders that an autosave tries for a new program: "Autosave failed: project directory unavailable."
 
 // The CAD workspace.

@@ -14,7 +14,6 @@
 #include "codetools/import_text.h"
 #include "codetools/validator.h"
 #include "codetools/words_view.h"
-#include "documents/companions.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/file_text.h"
@@ -201,13 +200,15 @@ void OnBrowse(int, int) {
 struct StoredCode {
   const DisabledCodeEntry* from;
   ProgramTab* into;
+  bool isOthers = false;  // the code that was asked for may be another block's
 };
 
 std::int32_t CopyDisabledEntry(void* context, std::int32_t number, const FeatureRecord& row,
                                std::int32_t into) {
-  const StoredCode& stored = *static_cast<StoredCode*>(context);
+  StoredCode& stored = *static_cast<StoredCode*>(context);
   const DisabledCodeEntry* entry = FindDisabledCode(stored.from, number);
-  if (!entry || !IsCodeOf(*entry, row)) return 0;
+  stored.isOthers = entry && !IsCodeOf(*entry, row);
+  if (!entry || stored.isOthers) return 0;
   return KeepExcludedCode(*stored.into, entry->text, into);
 }
 
@@ -369,7 +370,10 @@ void ImportSelected() {
     built = BuildImportText(source, chosen, target.freeId, CopyDisabledEntry, &stored, operations);
   }
   if (built == ImportBuild::StoredCodeMissing) {
-    ShowStatus(u"Import stopped: disabled-code companion data is missing. No code was inserted.");
+    ShowStatus(stored.isOthers
+                   ? u"Import stopped: several blocks name one excluded code. No code was inserted."
+                   : u"Import stopped: disabled-code companion data is missing. No code was "
+                     u"inserted.");
   }
   if (built != ImportBuild::Done) return;
   if (!InsertOperations(target, operations)) return;

@@ -136,7 +136,7 @@ struct Keeping {
 };
 Keeping keeping;
 
-// What the log and the status line say first.
+// The log and the status line say first whether this is why.
 bool TabsAreFull() { return app.tabCount >= kMaxTabs; }
 
 void TellNotKept() {
@@ -191,7 +191,7 @@ bool UserIsAtWork() {
 std::u16string OpenBehind(ProgramTab& tab) {
   MarkModified(tab);
   ScheduleAutosave();
-  AppendOutput(kOpenedWords);
+  AppendOutput(u"Received RS-232 program opened in a tab behind this one.");
   return u"DNC receive complete — program opened in a tab behind this one.";
 }
 

@@ -53,20 +53,15 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
 std::u16string PathOf(ProgramTab& tab) {
   if (tab.path[0]) return tab.path;
   if (tab.save.home.empty()) KeepHome(tab, MakeProgramHome(tab));
-  if (tab.save.home.empty()) ShowStatus(kFolderFailed);
-  return tab.save.home;
-}
-
-// A program that is not on the stage is as it was when it was left: a question that held it back
-// then is still to be answered.
-bool IsHeldInItsTab(const ProgramTab& tab) {
-  return &tab != ActiveTab() && tab.save.held != AutosaveHold::None &&
-         tab.save.held != AutosaveHold::Failed;
+  if (!tab.save.home.empty()) return tab.save.home;
+  if (NoteHeld(tab, AutosaveHold::Failed)) TellAutosave(tab, kFolderFailed);
+  TryAgainLater();
+  return {};
 }
 
 // True: the program has to wait for a save under way.
 bool Autosave(ProgramTab& tab) {
-  if (!WaitsForSave(tab) || IsHeldInItsTab(tab)) return false;
+  if (!WaitsForSave(tab)) return false;
   // Whatever comes of it, it is not tried again at every key.
   NoteTried(tab);
   // The old file must not get what was typed since the program was saved under another name.

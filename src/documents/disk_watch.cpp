@@ -39,8 +39,9 @@ bool AskForLoading() {
                            platform::BoxIcon::Question) == platform::BoxAnswer::Yes;
 }
 
-// Undo brings the text back, and neither drawings nor excluded code: before they go, what the user
-// has changed is in a file. `words` tells where. False: the user keeps the program as it is.
+// Undo brings the text and its excluded code back, and neither drawings nor plates: before they go,
+// what the user has changed is in a file. `words` tells where. False: the user keeps the program as
+// it is.
 bool KeepMine(const ProgramTab& tab, std::u16string& words) {
   if (!IsTouched(tab)) return true;
   std::u16string kept;
@@ -51,7 +52,7 @@ bool KeepMine(const ProgramTab& tab, std::u16string& words) {
   return ConfirmedNoFirst(
       u"Load Again",
       u"Your version could not be kept in \"Recovery\". When the file is loaded "
-      u"again, one Undo brings your text back; your drawings and excluded code "
+      u"again, one Undo brings your text and its excluded code back; your drawings and plates "
       u"are lost.\r\n\r\nLoad it all the same?");
 }
 

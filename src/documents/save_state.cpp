@@ -34,7 +34,8 @@ void NoteTried(ProgramTab& tab) { tab.save.unsavedSince = 0; }
 void NoteHandedOver(ProgramTab& tab, std::u16string_view path) {
   NoteTried(tab);
   tab.save.handedChanges = tab.save.changes;
-  if (std::u16string_view(tab.path) != path) tab.save.takingPath = path;
+  if (std::u16string_view(tab.path) != path || !tab.save.takingPath.empty())
+    tab.save.takingPath = path;
 }
 
 void NoteSaveFailed(ProgramTab& tab, std::u16string_view path) {

@@ -17,10 +17,10 @@ bool IsTouched(const ProgramTab& tab);
 // The user, or what he asked for, changed the active program: the counts and the dirty mark; no
 // timer, no autosave.
 void MarkModified();
-// The same for markers, which nobody asked for.
-void MarkTagged();
 // The same for a program that need not be the active one.
 void MarkModified(ProgramTab& tab);
+// The same as the first for markers, which nobody asked for.
+void MarkTagged();
 // A save holds the program as it is now, for the file at `path`. If that is not the program's own,
 // the program takes it when the save is done.
 void NoteHandedOver(ProgramTab& tab, std::u16string_view path);

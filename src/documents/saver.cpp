@@ -42,25 +42,36 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
   return platform::WriteAtomic(write, written);
 }
 
-bool MoveAll(const SaveJob& job) {
+bool MoveAll(const SaveJob& job, std::vector<SaveMove>& moved) {
   for (const SaveMove& move : job.moves) {
-    if (!platform::FileExists(move.from) || platform::FileExists(move.to)) continue;
+    if (!platform::FileExists(move.from)) continue;
+    if (move.to.empty()) return false;  // no name is free
+    if (platform::FileExists(move.to)) continue;
     if (!platform::RenameOver(move.from, move.to)) return false;
+    moved.push_back(move);
   }
   return true;
 }
 
-SaveAnswer WriteAll(SaveJob& job, DiskState& now) {
+// A save that failed leaves the program that stands there its companions.
+void MoveBack(std::vector<SaveMove>& moved) {
+  for (const SaveMove& move : moved) {
+    if (!platform::FileExists(move.from)) (void)platform::RenameOver(move.to, move.from);
+  }
+  moved.clear();
+}
+
+SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   // Before the first of the files, as the companions must fit the program that they stand by.
   if (job.checked && !HoldsStill(job.program, job.known)) return SaveAnswer::Changed;
   if (job.checked && !platform::FileExists(job.program)) job.checked = false;
-  if (!MoveAll(job)) return SaveAnswer::Failed;
+  if (!MoveAll(job, result.moved)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
     if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
     if (answer == platform::WriteAnswer::Failed) return SaveAnswer::Failed;
-    if (file.path == job.program) now = {written, HashBytes(file.bytes)};
+    if (file.path == job.program) result.now = {written, HashBytes(file.bytes)};
     if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
   }
   return SaveAnswer::Saved;
@@ -75,7 +86,8 @@ SaveResult Write(SaveJob& job) {
   result.takesPath = job.takesPath;
   result.program = job.program;
   result.told = job.told;
-  result.answer = WriteAll(job, result.now);
+  result.answer = WriteAll(job, result);
+  if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) MoveBack(result.moved);
   return result;
 }
 
@@ -142,7 +154,7 @@ bool ToldByNow() {
   return AllTold();
 }
 
-// What WaitForSavesOf waits for; it is not called from within itself.
+// What the innermost WaitForSavesOf waits for. A result that it tells may lead to another wait.
 struct Awaited {
   std::u16string program;
   std::uint64_t serial = 0;
@@ -267,8 +279,10 @@ bool IsBeingSaved(std::u16string_view program) {
 bool WaitForSaves() { return WaitWithWords(ToldByNow); }
 
 bool WaitForSavesOf(std::u16string_view program, std::uint64_t serial) {
-  awaited = {std::u16string(program), serial};
-  return WaitWithWords(AwaitedIsTold);
+  Awaited outer = std::exchange(awaited, {std::u16string(program), serial});
+  const bool told = WaitWithWords(AwaitedIsTold);
+  awaited = std::move(outer);
+  return told;
 }
 
 void RegisterSaver() {

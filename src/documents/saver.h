@@ -69,7 +69,8 @@ struct SaveResult {
   bool takesPath = false;
   std::u16string program;
   SaveAnswer answer = SaveAnswer::Failed;
-  DiskState now;  // of the program, where it was saved
+  DiskState now;                // of the program, where it was saved
+  std::vector<SaveMove> moved;  // what stands under another name now
   void (*told)(const SaveResult& result) = nullptr;
 };
 

@@ -54,8 +54,7 @@ bool FillJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
   }
   job.serial = tab->serial;
   job.changes = tab->save.changes;
-  if (!AddProgramFiles(path, std::move(bytes), platform::EditorText(kIdEditor), *tab, job.files))
-    return false;
+  if (!AddProgramFiles(path, std::move(bytes), TextOf(tab), *tab, job.files)) return false;
   AddMoves(path, *tab, job);
   return true;
 }
@@ -69,13 +68,6 @@ bool MakeJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
 
 const char16_t* HoldWords(AutosaveHold reason) { return kHoldWords[static_cast<int>(reason)]; }
 
-// What concerns a program that is not on the stage is told with its title.
-void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
-  std::u16string told;
-  if (&tab != ActiveTab()) told = std::u16string(tab.title) + u": ";
-  ShowStatus(told.append(words));
-}
-
 void TellFailed(ProgramTab* tab, bool byUser) {
   if (byUser) {
     platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
@@ -87,12 +79,6 @@ void TellFailed(ProgramTab* tab, bool byUser) {
   }
 }
 
-// A stick or a share may be back in a moment, and the program's tab may have been left meanwhile.
-void TryAgainLater() {
-  if (platform::TimerRuns(platform::kMainWindow, kTimerAutosave)) return;
-  platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
-}
-
 bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool checked) {
   SaveJob job;
   if (!MakeJob(tab, path, job)) {
@@ -101,7 +87,8 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
   }
   job.byUser = byUser;
   if (tab) {
-    job.takesPath = std::u16string_view(tab->path) != path;
+    // Also the program's own path, where a save under way is about to give it another.
+    job.takesPath = std::u16string_view(tab->path) != path || PathToBe(*tab) != path;
     job.checked = checked && !job.takesPath && tab->save.disk.figures.exists;
     job.known = tab->save.disk;
     NoteHandedOver(*tab, path);
@@ -130,6 +117,14 @@ void FollowChanged(ProgramTab& tab, const SaveResult& result) {
   }
 }
 
+// What stood beside the program that was replaced.
+void LogMoved(const std::vector<SaveMove>& moved) {
+  for (const SaveMove& move : moved) {
+    AppendOutput(std::u16string(BareFileName(move.from)) + u" of the replaced program is kept as " +
+                 std::u16string(BareFileName(move.to)));
+  }
+}
+
 // A result belongs to the file that it was made for: only what is said of the program's own file
 // counts for the program.
 void FollowResult(ProgramTab& tab, const SaveResult& result) {
@@ -138,6 +133,7 @@ void FollowResult(ProgramTab& tab, const SaveResult& result) {
     NotePathTaken(tab, result.program);
   }
   const bool own = std::u16string_view(tab.path) == result.program;
+  if (result.takesPath) LogMoved(result.moved);
   // The program was written even if a later companion failed.
   if (own && result.now.figures.exists) NoteDisk(tab, result.now);
   switch (result.answer) {
@@ -180,11 +176,22 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
   HandOver(&tab, path, false, true);
 }
 
+void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
+  std::u16string told;
+  if (&tab != ActiveTab()) told = std::u16string(tab.title) + u": ";
+  ShowStatus(told.append(words));
+}
+
 AutosaveHold HoldOf(const ProgramTab& tab) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
   const OutputFigures figures = MeasureOutput(TextOf(&tab));
   if (figures.bytes > kMaxReadBytes) return AutosaveHold::TooLarge;
   return figures.lost > 0 && !tab.save.lossAccepted ? AutosaveHold::Loss : AutosaveHold::None;
+}
+
+void TryAgainLater() {
+  if (platform::TimerRuns(platform::kMainWindow, kTimerAutosave)) return;
+  platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
 }
 
 void TellHeld(ProgramTab& tab, AutosaveHold reason) {

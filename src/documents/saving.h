@@ -23,6 +23,11 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path);
 
 // Why the autosave has to leave a program alone: a question is still to be answered.
 AutosaveHold HoldOf(const ProgramTab& tab);
+// Says on the status line what concerns this program; with its title where another one is active.
+void TellAutosave(const ProgramTab& tab, std::u16string_view words);
+// A stick or a share may be back in a moment, and the program's tab may have been left meanwhile:
+// the autosave runs again some seconds later.
+void TryAgainLater();
 // Says once why the autosave leaves the program alone.
 void TellHeld(ProgramTab& tab, AutosaveHold reason);
 

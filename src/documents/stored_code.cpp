@@ -130,8 +130,14 @@ bool TakeDisabledCode(std::string_view bytes, std::u16string& text, DisabledCode
 }
 
 bool FeaturesFileHolds(const DisabledCodeEntry* list, std::u16string_view text, std::size_t units) {
-  const std::vector<std::int32_t> named = NamedNumbers(text);
-  std::size_t all = DisabledEntryBytes(units) + DisabledFileBytes(list, &named);
+  std::vector<std::int32_t> named = NamedNumbers(text);
+  // Larger numbers are those of code that is about to be named.
+  const std::int32_t largest = named.empty() ? 0 : named.back();
+  for (const DisabledCodeEntry* e = list; e; e = e->next) {
+    if (e->id > largest) named.push_back(e->id);
+  }
+  std::sort(named.begin(), named.end());
+  const std::size_t all = DisabledEntryBytes(units) + DisabledFileBytes(list, &named);
   return all <= static_cast<std::size_t>(kMaxFeaturesFileBytes);
 }
 

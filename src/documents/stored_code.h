@@ -43,7 +43,8 @@ bool MayBeCodeOf(const DisabledCodeEntry& entry, const FeatureRecord& row);
 // `text` too. False: damaged, nothing is changed.
 bool TakeDisabledCode(std::string_view bytes, std::u16string& text, DisabledCodeEntry*& list);
 
-// Whether a file holds one more entry of `units`, beside those that the text names.
+// Whether a file holds one more entry of `units`, beside those that the text names or, as their
+// numbers are larger than all of its own, is about to name.
 bool FeaturesFileHolds(const DisabledCodeEntry* list, std::u16string_view text, std::size_t units);
 
 }  // namespace morva

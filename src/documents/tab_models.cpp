@@ -81,8 +81,10 @@ void StorePlate(ProgramTab& tab) {
 }
 
 bool TakeDrawings(const std::string& bytes, ProgramTab& tab) {
+  const bool had = tab.cadStore != nullptr;
   if (!Provide(tab.cadStore)) return false;
   if (!ReadCadFile(bytes, *tab.cadStore)) {
+    if (had) return false;  // a program that is loaded again keeps its drawings
     delete tab.cadStore;
     tab.cadStore = nullptr;
     return false;
@@ -111,10 +113,11 @@ bool TakePlates(const std::string& bytes, ProgramTab& tab) {
   return true;
 }
 
-// Beside the file itself, so that a program has the same companions by all of its links.
-std::u16string BesideFile(std::u16string_view program, std::u16string_view suffix) {
-  const std::u16string file = platform::LinkTarget(program);
-  return CompanionPath(file.empty() ? program : std::u16string_view(file), suffix);
+// Companions stand beside the file itself, so that a program has the same ones by all of its links.
+// Where the links cannot be followed, only the name is left to look beside.
+std::u16string FileToRead(std::u16string_view program) {
+  std::u16string file = platform::LinkTarget(program);
+  return file.empty() ? std::u16string(program) : file;
 }
 
 enum class Companion { Missing, Read, Unusable };
@@ -129,42 +132,42 @@ Companion ReadOne(const std::u16string& path, std::string& bytes) {
 // Beside the file, else beside the link that it is opened by, where older ones stand.
 Companion ReadCompanion(std::u16string_view program, std::u16string_view suffix,
                         std::string& bytes) {
-  const std::u16string path = BesideFile(program, suffix);
+  const std::u16string path = CompanionPath(FileToRead(program), suffix);
   const Companion found = ReadOne(path, bytes);
   const std::u16string older = CompanionPath(program, suffix);
   return found == Companion::Missing && older != path ? ReadOne(older, bytes) : found;
 }
 
-// A free name for a companion that has to give way.
-std::u16string NameToKeep(std::u16string_view program, std::u16string_view suffix) {
-  std::u16string path;
+// A free name for a companion of `file` that has to give way; empty where all are taken.
+std::u16string NameToKeep(std::u16string_view file, std::u16string_view suffix) {
   for (int number = 1; number <= kMaxKeptCompanions; ++number) {
     const std::u16string end = number == 1 ? u".kept" : u".kept" + IntegerText(number);
-    path = BesideFile(program, std::u16string(suffix) + end);
-    if (!platform::FileExists(path)) break;
+    std::u16string path = CompanionPath(file, std::u16string(suffix) + end);
+    if (!platform::FileExists(path)) return path;
   }
-  return path;
+  return {};
 }
 
 void NoteCompanion(std::u16string_view program, int which, bool usable, ProgramTab& tab) {
-  std::u16string& kept = tab.unusable[which];
-  kept.clear();
+  SaveMove& kept = tab.unusable[which];
+  kept = {};
   if (usable) return;
   const CompanionKind& kind = kCompanionKinds[which];
-  kept = NameToKeep(program, kind.suffix);
+  const std::u16string file = FileToRead(program);
+  kept = {CompanionPath(file, kind.suffix), NameToKeep(file, kind.suffix)};
   AppendOutput(std::u16string(kind.words) +
                u" beside this program cannot be read. Before anything is written over that file "
                u"it is kept as " +
-               std::u16string(BareFileName(kept)));
+               std::u16string(BareFileName(kept.to)));
 }
 
-void AddModelFiles(std::u16string_view path, const ProgramTab& tab, std::vector<SaveFile>& files) {
+void AddModelFiles(std::u16string_view file, const ProgramTab& tab, std::vector<SaveFile>& files) {
   if (tab.cadStore) {
-    files.push_back({BesideFile(path, u".cadmv"), {}});
+    files.push_back({CompanionPath(file, u".cadmv"), {}});
     WriteCadFile(*tab.cadStore, files.back().bytes);
   }
   if (!tab.plateSettings) return;
-  files.push_back({BesideFile(path, u".platemv"), {}});
+  files.push_back({CompanionPath(file, u".platemv"), {}});
   if (tab.plateStore) {
     WritePlateFile(*tab.plateStore, files.back().bytes);
   } else {
@@ -196,27 +199,30 @@ void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& 
 
 void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job) {
   const bool own = std::u16string_view(tab.path) == path;
+  const std::u16string file = FileToRead(path);
   for (int i = 0; i < kCompanionCount; ++i) {
-    const std::u16string_view suffix = kCompanionKinds[i].suffix;
-    const std::u16string file = BesideFile(path, suffix);
-    const bool written =
-        std::ranges::any_of(job.files, [&](const SaveFile& other) { return other.path == file; });
-    if (own && written && !tab.unusable[i].empty()) job.moves.push_back({file, tab.unusable[i]});
+    const std::u16string companion = CompanionPath(file, kCompanionKinds[i].suffix);
+    const bool written = std::ranges::any_of(
+        job.files, [&](const SaveFile& other) { return other.path == companion; });
+    if (written && tab.unusable[i].from == companion) job.moves.push_back(tab.unusable[i]);
     // What belongs to the program that is replaced would be this one's when it is opened again.
-    if (!own && !written && platform::FileExists(file))
-      job.moves.push_back({file, NameToKeep(path, suffix)});
+    if (!own && !written && platform::FileExists(companion))
+      job.moves.push_back({companion, NameToKeep(file, kCompanionKinds[i].suffix)});
   }
 }
 
 bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
                      const ProgramTab& tab, std::vector<SaveFile>& files) {
-  files.push_back({BesideFile(path, u".features"), {}});
+  // A link that cannot be followed now must not get companions of its own.
+  const std::u16string file = platform::LinkTarget(path);
+  if (file.empty()) return false;
+  files.push_back({CompanionPath(file, u".features"), {}});
   if (!WriteDisabledCode(tab.disabledCode, files.back().bytes)) {
     const std::vector<std::int32_t> named = NamedNumbers(text);
     if (!WriteDisabledCode(tab.disabledCode, files.back().bytes, &named)) return false;
   }
   files.push_back({std::u16string(path), std::move(bytes)});
-  AddModelFiles(path, tab, files);
+  AddModelFiles(file, tab, files);
   return true;
 }
 

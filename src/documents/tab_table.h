@@ -51,7 +51,7 @@ struct ProgramTab {
   DisabledCodeEntry* disabledCode = nullptr;  // code of excluded blocks
   // Where a companion goes that could not be read, before it is written over; empty: it could, or
   // there is none.
-  std::u16string unusable[kCompanionCount];
+  SaveMove unusable[kCompanionCount];
   unsigned char sketchHidden[kMaxItems] = {};  // by object of the drawing
   unsigned char sketchLocked[kMaxItems] = {};
   std::int32_t hiddenIds[kMaxIdList] = {};  // of blocks; 0 is a free slot

@@ -114,7 +114,9 @@ void OnSelection(int id, bool byUser) {
   });
 }
 
+// A screen keyboard or an input method types without keys.
 void OnTyped(int id, char16_t character) {
+  NoteUserKey(platform::TickMilliseconds());
   OfferToRooms(id, [character](const Handlers& h) {
     if (h.typed) h.typed(character);
     return false;

@@ -171,10 +171,10 @@ TEST_F(AutosaveFaults, LoseNothingOnATabSwitch) {
       platform::fileFault = nullptr;
       EXPECT_EQ(tabs[1].dirty, met) << kind << n;
       EXPECT_NE(tabs[1].text.find(typed), std::u16string::npos) << kind << n;
+      // The way back saves what could not be saved on the way there.
       morva::SwitchTab(1);
-      EXPECT_EQ(app.editorDirty, met) << kind << n;
+      EXPECT_FALSE(app.editorDirty) << kind << n;
       EXPECT_NE(Text().find(typed), std::u16string::npos) << kind << n;
-      morva::RunAutosave();
       EXPECT_NE(Raw("a.NC").find(support::Narrow(typed)), std::string::npos) << kind << n;
       EXPECT_EQ(support::NamesIn(folder),
                 (std::vector<std::string>{"Documents", "a.NC", "a.NC.features", "bin"}));

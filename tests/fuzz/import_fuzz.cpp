@@ -6,6 +6,7 @@
 #include "codetools/import_text.h"
 #include "documents/feature_blocks.h"
 #include "fuzz/fuzz.h"
+#include "text/codetext.h"
 
 namespace {
 
@@ -20,10 +21,11 @@ std::int32_t Copy(void*, std::int32_t number, const FeatureRecord&, std::int32_t
   return number % 3 == 0 ? 0 : 1000 + ++copies;
 }
 
-// The numbers of stored code and ids change; every other line of a block stays.
+// The numbers of stored code and ids change, wherever a number stands in its line; every other line
+// of a block stays.
 bool IsInnerLine(std::u16string_view line) {
   return !line.starts_with(u"(MORVA TEXT ") && !line.starts_with(u"(MORVA BEGIN ") &&
-         !line.starts_with(u"(MORVA DISABLED ") && !line.empty();
+         FindFolded(line, u"(MORVA DISABLED", 0) == line.npos && !line.empty();
 }
 
 // Whether every inner line of the block stands in `built`, in order, from `at` on.

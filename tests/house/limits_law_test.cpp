@@ -26,28 +26,29 @@ bool DefinesAMax(const std::string& code) {
 
 // Sizes that bound nothing that fills up: as many as there are of something.
 const std::set<std::string> kOneForEach = {
-    "kAscii",          // characters
-    "kBitWords",       // of what the limits let in
-    "kBoth",           // sides of the review
-    "kCodeItems",      // rows of the code table
-    "kDiamondLines",   // four
-    "kEntries",        // words of the code table
-    "kFeatureKinds",   // of blocks
-    "kFlyoutMethods",  // of one tool
-    "kGNumbers",       // G codes of two digits
-    "kLeadArrows",     // of one dimension
-    "kLeadLines",      // of one dimension
-    "kMacroFields",    // of a built-in macro
-    "kOutlinePoints",  // of one outline
-    "kRuns",           // of one outline
-    "kSettingsBytes",  // of one record
-    "kSlotSteps",      // of one slot
-    "kFontRoles",      // of the toolkit's fonts
-    "kHashSlots",      // twice what the limits let in
-    "kPathNotes",      // kinds of lines that are not shown
-    "kPatternPanels",  // circular and rectangular
-    "kSides",          // of a rectangle
-    "kWorkers",        // kinds of threads
+    "kAscii",           // characters
+    "kBitWords",        // of what the limits let in
+    "kBoth",            // sides of the review
+    "kCodeItems",       // rows of the code table
+    "kCompanionCount",  // drawings, plates, excluded code
+    "kDiamondLines",    // four
+    "kEntries",         // words of the code table
+    "kFeatureKinds",    // of blocks
+    "kFlyoutMethods",   // of one tool
+    "kGNumbers",        // G codes of two digits
+    "kLeadArrows",      // of one dimension
+    "kLeadLines",       // of one dimension
+    "kMacroFields",     // of a built-in macro
+    "kOutlinePoints",   // of one outline
+    "kRuns",            // of one outline
+    "kSettingsBytes",   // of one record
+    "kSlotSteps",       // of one slot
+    "kFontRoles",       // of the toolkit's fonts
+    "kHashSlots",       // twice what the limits let in
+    "kPathNotes",       // kinds of lines that are not shown
+    "kPatternPanels",   // circular and rectangular
+    "kSides",           // of a rectangle
+    "kWorkers",         // kinds of threads
 };
 
 // What the size of an array is: a limit, the units of a text, or one for each of something.

@@ -337,6 +337,15 @@ TEST_F(Limits, NamesOfCompanionsThatGiveWay) {
   headless::EditorSetAll(kIdEditor, u"G1\r\n");
   EXPECT_TRUE(SaveProgramCommand());
   EXPECT_EQ(ReadFile("a.NC.features.kept1000"), "damaged");
+  // With all names taken nothing is written over the one more.
+  WriteFile("a.NC.features", "damaged too");
+  CloseProgram();
+  Open("a.NC");
+  headless::EditorSetAll(kIdEditor, u"G2\r\n");
+  headless::TakeBoxes();
+  SaveProgramCommand();
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(ReadFile("a.NC.features"), "damaged too");
 }
 
 TEST_F(Limits, GhostPointsOfExcludedCode) {

@@ -440,6 +440,7 @@ TEST_F(Drawings, ADamagedCompanionIsIgnored) {
 TEST_F(Drawings, AnAutosaveKeepsTheDrawingAfterAnUndoToo) {
   app.dataDirReady = true;
   CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
+  CopyBounded(tabs[0].path, kPathUnits, PathOf("Job.NC"));
   RegisterTimer(kTimerAutosave, RunAutosave);
   RegisterSaving(nullptr);
   PushSketchUndo();
@@ -549,6 +550,7 @@ TEST_F(Drawings, TypedCuttingDataIsAChangeOfTheProgramAndASetOneIsNot) {
 TEST_F(Drawings, TypedCuttingDataIsAutosaved) {
   app.dataDirReady = true;
   CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
+  CopyBounded(tabs[0].path, kPathUnits, PathOf("Job.NC"));
   RegisterTimer(kTimerAutosave, RunAutosave);
   headless::TypeInto(kIdCadFeed, u"12.5");
   headless::Advance(700);

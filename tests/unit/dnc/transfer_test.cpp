@@ -59,6 +59,10 @@ struct TransferTest : public DncStage {
     morva::ResetAutosave();
   }
 
+  static void FillTabs() {
+    for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  }
+
   // SEND with the answer to its question.
   static void Send(std::u16string_view text, BoxAnswer answer = BoxAnswer::Yes) {
     platform::SetEditorText(morva::kIdEditor, text);
@@ -573,7 +577,7 @@ TEST_F(TransferTest, OpensAReceivedProgramBehindTheOneThatTheUserTypesInto) {
   EXPECT_EQ(morva::app.activeTab, 0);
   EXPECT_EQ(Text(), before);
   EXPECT_EQ(Status(), u"DNC receive complete — program opened in a tab behind this one.");
-  EXPECT_EQ(Log().back(), kOpened);
+  EXPECT_EQ(Log().back(), u"Received RS-232 program opened in a tab behind this one.");
   EXPECT_TRUE(morva::tabs[1].dirty);
   // It is saved from behind.
   morva::RunAutosave();
@@ -759,7 +763,7 @@ TEST_F(TransferTest, SetsAFailedConnectionForAReceiveWithoutAPort) {
 }
 
 TEST_F(TransferTest, RefusesAReceiveAtThePressWhileEightTabsAreOpen) {
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   ASSERT_EQ(morva::app.tabCount, morva::kMaxTabs);
   headless::TakeBoxes();
   Log();
@@ -776,7 +780,7 @@ TEST_F(TransferTest, RefusesAReceiveAtThePressWhileEightTabsAreOpen) {
 TEST_F(TransferTest, KeepsAReceivedProgramInAFileWhenTheTabsFillUpMeanwhile) {
   UseDataFolder();
   Receive();
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   Log();
   headless::PeerSend(std::string("O1\0 M30\r\n", 10));
   Advance(2200);
@@ -796,7 +800,7 @@ TEST_F(TransferTest, KeepsAReceivedProgramWhileTheWindowGoesOn) {
   UseDataFolder();
   morva::RegisterSaver();
   Receive();
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   Log();
   headless::SetFlushTime(300);
   headless::PeerSend("O1\r\n");
@@ -817,7 +821,7 @@ TEST_F(TransferTest, HoldsAReceivedProgramThatADiskRefusesLater) {
   UseDataFolder();
   morva::RegisterSaver();
   Receive();
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   headless::SetFlushTime(300);
   headless::FailCall("flush", 1);
   headless::PeerSend("O1\r\n");
@@ -832,7 +836,7 @@ TEST_F(TransferTest, ReceivesAnewOnlyWhenTheLastProgramIsKept) {
   UseDataFolder();
   morva::RegisterSaver();
   Receive();
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   headless::SetFlushTime(300);
   headless::PeerSend("O1\r\n");
   Advance(2200);
@@ -845,7 +849,7 @@ TEST_F(TransferTest, ReceivesAnewOnlyWhenTheLastProgramIsKept) {
 
 TEST_F(TransferTest, HoldsAReceivedProgramThatNoFileTakesUntilThereIsATab) {
   Receive();  // no data folder
-  for (int i = 0; i < morva::kMaxTabs; ++i) morva::NewProgram();
+  FillTabs();
   headless::PeerSend("O1\r\nM30\r\n");
   Advance(2200);
   EXPECT_EQ(Status(), u"DNC receive complete — close a program, then press RECEIVE to open it.");

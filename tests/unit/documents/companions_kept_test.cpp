@@ -6,6 +6,7 @@
 #include <string>
 
 #include "documents/disabled_code.h"
+#include "documents/disk_watch.h"
 #include "documents/file_text.h"
 #include "documents/saving.h"
 #include "documents/stored_code.h"
@@ -62,6 +63,46 @@ TEST_F(CompanionsKept, OneThatCannotBePutAsideFailsTheSave) {
   EXPECT_EQ(Raw("a.NC"), "G0\r\n");
 }
 
+TEST_F(CompanionsKept, TheNameOfADamagedOneStaysWithItsFileBehindASaveAs) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", "damaged");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  for (int i = 0; i < 2; ++i) {
+    headless::QueueFile(PathOf("b.NC"));
+    ASSERT_TRUE(morva::SaveProgramAs());
+    ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  }
+  EXPECT_EQ(Raw("a.NC.features"), "damaged");
+  EXPECT_FALSE(fs::exists(folder / "a.NC.features.kept"));
+  EXPECT_FALSE(fs::exists(folder / "b.NC.features.kept"));
+  EXPECT_EQ(Raw("b.NC.features"), std::string("MVC1\0\0\0\0", 8));
+}
+
+TEST_F(CompanionsKept, ASaveAsThatFailsLeavesTheOtherProgramItsDrawings) {
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.cadmv", "drawings of q");
+  TypeProgram(u"G1 X1");
+  headless::FailCall("new", 1);
+  morva::SaveProgramOver(PathOf("q.NC"));
+  headless::FailCall("new", 0);
+  EXPECT_EQ(Raw("q.NC"), "G0\r\n");
+  EXPECT_EQ(Raw("q.NC.cadmv"), "drawings of q");
+  EXPECT_FALSE(fs::exists(folder / "q.NC.cadmv.kept"));
+}
+
+TEST_F(CompanionsKept, ADamagedFileOfDrawingsThatIsLoadedAgainLeavesThoseInMemory) {
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  tabs[1].cadStore = new morva::CadStore();
+  tabs[1].cadStore->count = 1;
+  Put("a.NC.cadmv", "damaged");
+  EXPECT_TRUE(morva::LoadAgain());
+  ASSERT_NE(tabs[1].cadStore, nullptr);
+  EXPECT_EQ(tabs[1].cadStore->count, 1);
+  EXPECT_TRUE(Told(u"a.NC.cadmv.kept"));
+}
+
 TEST_F(CompanionsKept, AMissingOneIsNotSpokenOf) {
   Put("a.NC", "G0\r\n");
   OpenFile("a.NC");
@@ -75,6 +116,7 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithDrawingsLeavesItNoDrawings) {
   ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
   EXPECT_FALSE(fs::exists(folder / "q.NC.cadmv"));
   EXPECT_EQ(Raw("q.NC.cadmv.kept"), "drawings of q");
+  EXPECT_TRUE(Told(u"q.NC.cadmv of the replaced program is kept as q.NC.cadmv.kept"));
 }
 
 TEST_F(CompanionsKept, AProgramHasTheSameByItsLinkAndByItsName) {
@@ -110,6 +152,20 @@ TEST_F(CompanionsKept, WhatTheTextDoesNotNameIsLeftOutOfAFileThatWouldBeTooLarge
   for (int i = 0; i < 4; ++i) morva::AddDisabledCode(tabs[1].disabledCode, code);
   TypeProgram(u"(MORVA TEXT 1)\r\n(MORVA DISABLED 2)\r\n(MORVA END 1)");
   ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(fs::file_size(folder / "a.NC.features"), 8u + 8u + 2 * 7999997u);
+}
+
+TEST_F(CompanionsKept, WhatATabBehindNamesStaysInItsFile) {
+  const std::u16string code(7999997, u'G');
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  for (int i = 0; i < 4; ++i) morva::AddDisabledCode(tabs[1].disabledCode, code);
+  TypeProgram(u"(MORVA TEXT 1)\r\n(MORVA DISABLED 2)\r\n(MORVA END 1)");
+  // The save at the switch fails; the tab is saved while another one is shown.
+  headless::FailCall("new", 1);
+  morva::SwitchTab(0);
+  headless::Advance(6000);
+  EXPECT_FALSE(tabs[1].dirty);
   EXPECT_EQ(fs::file_size(folder / "a.NC.features"), 8u + 8u + 2 * 7999997u);
 }
 

@@ -91,6 +91,44 @@ TEST_F(SavesUnderWay, SavesUnderTheNewNameAlsoWhenTheSaveAsIsStillUnderWay) {
   EXPECT_FALSE(app.editorDirty);
 }
 
+TEST_F(SavesUnderWay, EndsWithTheLastOfTwoNamesAlsoWhenThatIsItsOwn) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  SaveAs("b.NC");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  SaveAs("a.NC");
+  headless::Advance(8000);
+  EXPECT_EQ(std::u16string(tabs[1].path), PathOf("a.NC"));
+  EXPECT_TRUE(Holds("a.NC", "G0 X2"));
+  EXPECT_FALSE(app.editorDirty);
+  TypeProgram(u"G0 X3");
+  headless::Advance(8000);
+  EXPECT_TRUE(Holds("a.NC", "G0 X3"));
+  EXPECT_FALSE(Holds("b.NC", "G0 X3"));
+}
+
+TEST_F(SavesUnderWay, TellsOnceAndWithItsNameThatAProgramLeftBehindHasNoFolder) {
+  Open("a.NC");
+  morva::SwitchTab(0);
+  TypeProgram(u"G0 X2");
+  // A file stands where the folder of projects would be made.
+  const auto data = folder / "Documents/MORVA";
+  support::fs::remove_all(data / "Projects");
+  Put("Documents/MORVA/Projects", "");
+  morva::SwitchTab(1);
+  EXPECT_EQ(Status(), u"Autosave failed: project directory unavailable.");
+  for (int i = 0; i < 4; ++i) {
+    platform::SetText(morva::kIdStatusLine, u"");
+    headless::Advance(6000);
+    EXPECT_EQ(Status(), u"") << i;
+  }
+  support::fs::remove(data / "Projects");
+  support::fs::create_directory(data / "Projects");
+  headless::Advance(6000);
+  EXPECT_FALSE(tabs[0].dirty);
+}
+
 TEST_F(SavesUnderWay, StaysWithItsFileWhenTheSaveAsFails) {
   Open("a.NC");
   TypeProgram(u"G0 X2");

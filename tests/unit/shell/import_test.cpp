@@ -258,7 +258,8 @@ TEST_F(Import, ANumberOfStoredCodeIsReplacedWhereverItsMarkerStands) {
   headless::SelectRows(kOperations, {0});
   headless::Click(kRun);
   // Both blocks name the number, so that nobody knows whose code it is.
-  EXPECT_EQ(Status(), kStopped);
+  EXPECT_EQ(Status(),
+            u"Import stopped: several blocks name one excluded code. No code was inserted.");
   headless::Click(kCancel);
   WriteFile("other.NC", "(MORVA TEXT 2)\r\nM8 (MORVA DISABLED 1)\r\n(MORVA END 2)\r\n");
   AddDisabledCode(tabs[0].disabledCode, u"G1 own");
