@@ -483,7 +483,8 @@ void SetBuilderOpener(int kind, BuilderOpener opener) {
     StopProgram(u"MORVA cannot start. A builder has the unknown kind " + IntegerText(kind) + u".");
   }
   if (opener && openers[kind] && openers[kind] != opener) {
-    StopProgram(u"MORVA cannot start. Two builders have kind " + IntegerText(kind) + u".");
+    StopProgram(u"MORVA cannot start. Two builders have kind " + IntegerText(kind) +
+                u"; a test that joins its own frees the kind first.");
   }
   openers[kind] = opener;
 }

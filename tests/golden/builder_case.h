@@ -21,6 +21,14 @@
 //     arc feature 0.0000,0.0000 radius 2.0000 from 0.0000 by 90.0000
 //     cross blind 1.0000,2.0000                     a drilled hole
 //
+// Behind the marks it has a line a label, in their order: ink, place and side, or the measured
+// points and the row of the line, then the words. A number of a size has 3 decimals in inches and 2
+// in millimetres.
+//
+//     label feature 1.0000,2.0000 above: 1
+//     dimension across dimension 0.0000,0.0000 2.0000,0.0000 row 1: 2.000
+//     dimension diameter dimension 1.0000,2.0000 radius 1.2500 leader 45.0000: Ø2.500
+//
 // The inks are those of forms/picture.h in small letters. FILE.new is left where a file differs.
 #pragma once
 

@@ -315,8 +315,12 @@ TEST_F(Builders, HaveCasesOfTheirCodeAndOfWhatTheyRefuse) {
   int count = 0;
   for (; const Builder* builder = morva::BuilderAt(count); ++count) {
     const std::u16string words = morva::WordsOf(builder->insertKey);
-    EXPECT_EQ(programs.count(words), 1u) << platform::ToUtf8(words);
-    EXPECT_TRUE(!builder->check || refusals.count(words) == 1) << platform::ToUtf8(words);
+    EXPECT_EQ(programs.count(words), 1u)
+        << "no folder of tests/golden/builders has a program.nc and \"builder = "
+        << platform::ToUtf8(words) << "\" in its fields.txt";
+    EXPECT_TRUE(!builder->check || refusals.count(words) == 1)
+        << "no folder of tests/golden/builders has a refusal.txt and \"builder = "
+        << platform::ToUtf8(words) << "\" in its fields.txt";
   }
   EXPECT_GE(count, 1);
 }

@@ -108,7 +108,8 @@ TEST(IncludeLaw, InnerRoomsPointTheirArrowsDown) {
     int arrows = 0;
     for (const fs::path& path : SourcesBelow(kSource / "src" / room)) {
       const std::string name = NameInSource(path);
-      EXPECT_TRUE(heights.count(InnerFolder(name))) << name << " lies in no inner room";
+      EXPECT_TRUE(heights.count(InnerFolder(name)))
+          << name << " lies in no inner room: its folder is missing in kInnerRooms above";
       for (const std::string& line : Lines(ReadText(path))) {
         const std::string included = Included(line);
         if (included.rfind(room + "/", 0) != 0) continue;
