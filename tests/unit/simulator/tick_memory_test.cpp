@@ -24,6 +24,7 @@ void* operator new(std::size_t size) {
   if (void* const memory = std::malloc(size > 0 ? size : 1)) return memory;
   std::abort();
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return operator new(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
