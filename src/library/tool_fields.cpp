@@ -15,6 +15,7 @@ constexpr int kLengthDecimals = 3;
 constexpr int kFeedDecimals = 2;
 constexpr double kTooMuch = 1000000;  // numbers stay below it
 constexpr std::int32_t kLastNumber = 999;
+constexpr int kUnitPresses = 2;  // of unit keys, after which a shown number stays as it is
 constexpr char16_t kGeometryTitle[] = u"Tool geometry";
 constexpr char16_t kBuilderTitle[] = u"Tool Builder";
 
@@ -66,6 +67,39 @@ double LengthOf(const ToolTexts& texts, ToolField field, bool metric) {
   const double usual = ParseDecimal(metric ? RowOf(field).mm : RowOf(field).inch, 0);
   const double value = DecimalOf(texts, field, usual);
   return metric ? value / kMmPerInch : value;
+}
+
+// Whether the text is what the form shows of a number of inches, at first or after its unit keys
+// rounded it on the way there and back.
+bool Shows(std::u16string_view text, double inches, int decimals, bool metric) {
+  for (const bool shownMetric : {false, true}) {
+    std::u16string shown = FixedText(inches * (shownMetric ? kMmPerInch : 1), decimals);
+    bool unit = shownMetric;
+    for (int presses = 0; presses <= kUnitPresses; ++presses) {
+      if (unit == metric && text == shown) return true;
+      unit = !unit;
+      shown = FixedText(ParseDecimal(shown, 0) * (unit ? kMmPerInch : kInchPerMm), decimals);
+    }
+  }
+  return false;
+}
+
+void KeepWhatStillShows(const ToolTexts& texts, bool metric, const ToolRecord& before,
+                        ToolRecord& tool) {
+  struct Kept {
+    ToolField field;
+    double ToolRecord::*number;
+    int decimals;
+  };
+  constexpr Kept kKept[] = {{ToolField::Diameter, &ToolRecord::diameter, kLengthDecimals},
+                            {ToolField::GaugeLength, &ToolRecord::gaugeLength, kLengthDecimals},
+                            {ToolField::Stickout, &ToolRecord::stickout, kLengthDecimals},
+                            {ToolField::Feed, &ToolRecord::feed, kFeedDecimals},
+                            {ToolField::Plunge, &ToolRecord::plunge, kFeedDecimals}};
+  for (const Kept& kept : kKept) {
+    const double number = before.*kept.number;
+    if (Shows(texts[kept.field], number, kept.decimals, metric)) tool.*kept.number = number;
+  }
 }
 
 ToolRefusal CheckMeasures(const ToolTexts& texts) {
@@ -142,7 +176,7 @@ ToolRefusal CheckTool(const ToolTexts& texts, bool isNew) {
   return {};
 }
 
-ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric) {
+ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric, const ToolRecord* before) {
   ToolRecord tool;
   const auto types = ToolTypes();
   const auto row = static_cast<std::size_t>(texts.typeRow);  // -1 is past the end
@@ -160,6 +194,7 @@ ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric) {
   tool.plunge = LengthOf(texts, ToolField::Plunge, metric);
   tool.coolant = texts.coolantRow >= 0 ? texts.coolantRow : 1;
   CopyBounded(tool.notes, kToolNotesUnits, texts[ToolField::Notes]);
+  if (before) KeepWhatStillShows(texts, metric, *before, tool);
   return tool;
 }
 

@@ -55,7 +55,8 @@ struct ToolRefusal {
 };
 // The first of the checks that fails. `isNew`: the tool takes a further place in the table.
 ToolRefusal CheckTool(const ToolTexts& texts, bool isNew);
-// The record of texts that pass. Texts that do not are read by their fallbacks.
-ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric);
+// The record of texts that pass. Texts that do not are read by their fallbacks. A length or feed
+// that still shows that of `before`, the record under edit, stays to the last digit.
+ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric, const ToolRecord* before = nullptr);
 
 }  // namespace morva

@@ -300,7 +300,8 @@ bool SaveToolForm() {
     Refuse(refusal);
     return false;
   }
-  const ToolRecord tool = ToolOfTexts(texts, UnitsMetric());
+  const ToolRecord* before = underEdit < 0 ? nullptr : &toolLibrary.tools[underEdit];
+  const ToolRecord tool = ToolOfTexts(texts, UnitsMetric(), before);
   if (underEdit < 0) {
     underEdit = AppendTool(tool);
   } else {

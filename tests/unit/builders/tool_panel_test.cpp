@@ -61,6 +61,22 @@ TEST_F(ToolPanel, ConvertsLengthsAndFeedsAndNothingElse) {
   EXPECT_EQ(Text(ToolField::Feed), u"12.00");
 }
 
+TEST_F(ToolPanel, SavesANoteWithoutRoundingWhatNobodyTyped) {
+  Add(u"3", u"NO 30");
+  Type(ToolField::Diameter, u"0.1285");
+  Type(ToolField::Feed, u"3.125");
+  headless::Click(kIdToolSave);
+  headless::Click(kIdToolEdit);
+  EXPECT_EQ(Text(ToolField::Diameter), u"0.129");
+  SetUnits(true);
+  SetUnits(false);
+  Type(ToolField::Notes, u"A note");
+  headless::Click(kIdToolSave);
+  EXPECT_DOUBLE_EQ(toolLibrary.tools[0].diameter, 0.1285);
+  EXPECT_DOUBLE_EQ(toolLibrary.tools[0].feed, 3.125);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].notes), u"A note");
+}
+
 TEST_F(ToolPanel, SelectsWhatWasStoredAndKeepsItInTheOtherUnit) {
   Add(u"1", u"ONE");
   Add(u"2", u"TWO");

@@ -144,11 +144,39 @@ TEST_F(ToolForm, ShowsARecordAndTakesItBack) {
   EXPECT_EQ(shown.coolantRow, 2);
   EXPECT_EQ(TextsOfTool(tool, true)[ToolField::Diameter], u"1.588");
   EXPECT_EQ(TextsOfTool(tool, true)[ToolField::Feed], u"3.18");
-  const ToolRecord stored = ToolOfTexts(shown, false);
+  const ToolRecord stored = ToolOfTexts(shown, false, &tool);
   EXPECT_EQ(std::u16string(stored.type), u"Ball Nose");
+  EXPECT_EQ(stored.diameter, 0.0625);
+  EXPECT_EQ(stored.feed, 0.125);
   EXPECT_EQ(stored.dOffset, 207);
   EXPECT_EQ(stored.coolant, 2);
   EXPECT_EQ(std::u16string(stored.notes), u"two lines");
+  const ToolRecord metric = ToolOfTexts(TextsOfTool(tool, true), true, &tool);
+  EXPECT_EQ(metric.diameter, 0.0625);
+  EXPECT_EQ(metric.feed, 0.125);
+}
+
+TEST_F(ToolForm, KeepsALengthThatShowsTheStoredOneAndTakesOneThatDoesNot) {
+  ToolRecord tool = ToolOfTexts(texts, false);
+  tool.diameter = 0.1285;
+  tool.feed = 3.125;
+  // What the unit keys make of the fields, there and back.
+  ToolTexts shown = TextsOfTool(tool, false);
+  shown[ToolField::Diameter] = u"3.277";
+  shown[ToolField::Feed] = u"79.50";
+  EXPECT_EQ(ToolOfTexts(shown, true, &tool).diameter, 0.1285);
+  EXPECT_EQ(ToolOfTexts(shown, true, &tool).feed, 3.125);
+  shown = TextsOfTool(tool, true);
+  EXPECT_EQ(shown[ToolField::Diameter], u"3.264");
+  shown[ToolField::Diameter] = u"0.129";
+  shown[ToolField::Feed] = u"3.13";
+  EXPECT_EQ(ToolOfTexts(shown, false, &tool).diameter, 0.1285);
+  EXPECT_EQ(ToolOfTexts(shown, false, &tool).feed, 3.125);
+  shown[ToolField::Diameter] = u"0.1286";
+  shown[ToolField::Feed] = u"3.1";
+  EXPECT_DOUBLE_EQ(ToolOfTexts(shown, false, &tool).diameter, 0.1286);
+  EXPECT_DOUBLE_EQ(ToolOfTexts(shown, false, &tool).feed, 3.1);
+  EXPECT_DOUBLE_EQ(ToolOfTexts(shown, false).diameter, 0.1286);
 }
 
 }  // namespace
