@@ -196,7 +196,8 @@ std::int32_t FieldCount(int id);
 // By the strict rule. False: not a number, `value` stays.
 bool ReadStrictField(int id, double& value);
 // Every field that follows this unit, on every form: its text times the factor. Empty stays
-// empty, what is no number becomes 0. Labels that name the unit follow.
+// empty, so does a text with a comma as it is; what else is no number becomes 0. Labels that name
+// the unit follow.
 void ConvertForms(bool (*metric)(), double factor);
 
 // Wells of the fields and lines above the heads that stand on this parent or paper.

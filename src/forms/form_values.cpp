@@ -36,6 +36,8 @@ constexpr double kLeastThread = 0.000001;
 
 std::u16string ConvertedText(const FormRow& row, std::u16string_view text, double factor) {
   if (text.empty()) return {};
+  // Half of "12,7" must not become a number that nobody typed.
+  if (text.find(u',') != text.npos) return std::u16string(text);
   const double value = ParseDecimal(text, 0);
   if (row.follows != Follows::Thread) return FixedText(value * factor, row.decimals);
   if (!(value > kLeastThread)) return std::u16string(text);

@@ -107,6 +107,13 @@ ToolRefusal CheckMeasures(const ToolTexts& texts) {
                                      ToolField::Stickout, ToolField::Feed,
                                      ToolField::Plunge,   ToolField::MaxRpm};
   for (const ToolField field : kMeasures) {
+    if (Typed(texts, field).find(u',') != std::u16string_view::npos) {
+      return {.title = kGeometryTitle,
+              .words =
+                  u"A comma is no decimal point here. Write 12.7, not 12,7. Nothing was "
+                  u"stored.",
+              .field = field};
+    }
     const double value = DecimalOf(texts, field, 0);
     if (value > 0 && value < kTooMuch) continue;
     return {.title = kGeometryTitle,

@@ -390,6 +390,16 @@ TEST_F(FormStage, ConvertsAControlOfSeveralRowsOnce) {
   EXPECT_EQ(platform::TextOf(kSize), u"50.800");
 }
 
+TEST_F(FormStage, ConvertsNoPartOfATextWithAComma) {
+  PlaceForm(kForm, {0, 0, 200, 600}, 2);
+  platform::SetText(kSize, u"12,7");
+  ConvertForms(IsMetric, 25.4);
+  EXPECT_EQ(platform::TextOf(kSize), u"12,7");
+  platform::SetText(kSize, u"abc");
+  ConvertForms(IsMetric, 25.4);
+  EXPECT_EQ(platform::TextOf(kSize), u"0.000");
+}
+
 TEST_F(FormStage, AnswersEnterAndEscape) {
   PlaceForm(kForm, {0, 0, 200, 600}, 0);
   platform::KeyEvent enter;

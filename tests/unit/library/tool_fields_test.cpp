@@ -88,6 +88,17 @@ TEST_F(ToolForm, ReadsItsNumbersLaxly) {
   EXPECT_EQ(ToolOfTexts(texts, false).number, 12);
 }
 
+TEST_F(ToolForm, RefusesACommaBecauseOnlyAPartWouldCount) {
+  for (const ToolField field : {ToolField::Diameter, ToolField::GaugeLength, ToolField::Stickout,
+                                ToolField::Feed, ToolField::Plunge, ToolField::MaxRpm}) {
+    texts = NewToolTexts(false);
+    texts[field] = u"1,5";
+    EXPECT_EQ(Refused(),
+              "A comma is no decimal point here. Write 12.7, not 12,7. Nothing was stored.");
+    EXPECT_EQ(CheckTool(texts, true).field, field);
+  }
+}
+
 TEST_F(ToolForm, StoresInchesOfEitherUnit) {
   const ToolRecord tool = ToolOfTexts(NewToolTexts(true), true);
   EXPECT_EQ(tool.diameter, 12.7 / 25.4);
