@@ -33,4 +33,10 @@ std::u16string KeptText(std::u16string_view text, int units) {
   return kept;
 }
 
+std::u16string NameInComment(std::u16string_view name) {
+  std::u16string words(name);
+  std::erase_if(words, [](char16_t c) { return c == u'(' || c == u')'; });
+  return words;
+}
+
 }  // namespace morva

@@ -147,7 +147,15 @@ int AppendShape(std::u16string_view name) {
 int PutShape(const SavedShape& shape) {
   int index = FindShape(shape.name);
   if (index < 0) index = AppendShape(shape.name);
-  if (index >= 0) shapeLibrary.shapes[index] = shape;
+  if (index < 0) return -1;
+  SavedShape& kept = shapeLibrary.shapes[index];
+  kept = shape;
+  for (int i = 0; i < kept.count; ++i) {
+    for (const NumberKey& key : kNumbers) {
+      double& number = kept.objects[i].*key.field;
+      number = ParseDecimal(FixedText(number, kDecimals), number);
+    }
+  }
   return index;
 }
 

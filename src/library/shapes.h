@@ -45,7 +45,8 @@ int FindShape(std::u16string_view name);
 int AppendShape(std::u16string_view name);
 
 // The shape under its name: in place of the one that bears it, spelled as given now, or at the end.
-// Its index, -1 when 24 others are held.
+// Numbers are kept as they come back from the settings file, so that a block made from the shape
+// matches it after a restart too. Its index, -1 when 24 others are held.
 int PutShape(const SavedShape& shape);
 
 // The bytes of the mirror: 3224 for each shape, little-endian.

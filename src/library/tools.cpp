@@ -257,7 +257,7 @@ void WriteToolBlock(const ToolRecord& tool, bool metric, CodeWriter& out) {
   Line(out, u"");
   PutInteger(out, u"(TOOL LIBRARY: T", tool.number);
   Put(out, u" - ");
-  Put(out, tool.name);
+  Put(out, NameInComment(tool.name));
   Line(out, u")");
   PutInteger(out, u"T", tool.number);
   Line(out, u" M06");

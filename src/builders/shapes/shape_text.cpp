@@ -5,6 +5,7 @@
 
 #include "app/limits.h"
 #include "library/extents.h"
+#include "library/kept_text.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr int kPointDecimals = 3;
 constexpr int kFeedDecimals = 1;
-constexpr std::size_t kFrameUnits = 16384;  // text around a saved shape's objects
 constexpr char16_t kCheckWords[] =
     u"Enter valid non-zero shape dimensions and a positive feed, with Safe Z above the cutting "
     u"depth.";
@@ -216,7 +216,7 @@ void PutBuiltIn(const ShapeValues& values, CodeWriter& out) {
 
 void PutSaved(const ShapeValues& values, CodeWriter& out) {
   Put(out, u"(SAVED CUSTOM SHAPE: ");
-  Put(out, values.saved->name);
+  Put(out, NameInComment(values.saved->name));
   Line(out, u")");
   Line(out, UnitLine(values.metric));
   Line(out, kPlainModes);
@@ -320,7 +320,8 @@ void WriteShape(const ShapeValues& values, CodeWriter& out) {
 
 std::size_t ShapeRoom(const ShapeValues& values) {
   const std::size_t objects = values.saved ? static_cast<std::size_t>(values.saved->count) : 0;
-  return std::max<std::size_t>(kMaxBuilderText, objects * kObjectTextUnits + kFrameUnits) - 1;
+  return std::max<std::size_t>(kMaxBuilderText, objects * kObjectTextUnits + kPatternFrameUnits) -
+         1;
 }
 
 void DrawShape(const ShapeValues& values, Picture& picture) {

@@ -125,6 +125,12 @@ TEST(SavedShapeText, IsCutAtItsPlace) {
             "(END SAVED CUSTOM SHAPE)\r\n");
 }
 
+TEST(SavedShapeText, LeavesBracketsOfTheNameOutOfTheComment) {
+  SavedShape saved = Saved({{kTypeLine, 0, -1, 0, 2, 0, 0}});
+  CopyBounded(saved.name, kShapeNameUnits, u"Plate (left)");
+  EXPECT_EQ(Written(StartOf(saved)).substr(0, 35), "(SAVED CUSTOM SHAPE: Plate left)\r\nG");
+}
+
 TEST(SavedShapeText, IsInMillimetresWhereTheUserIs) {
   const SavedShape saved = Saved({{kTypeLine, 0, -1, 0, 2, 0, 0}});
   const ShapeValues values = StartOf(saved, true);

@@ -389,6 +389,24 @@ TEST_F(Shapes, AProjectShapeIsFoundByItsExactNumbers) {
   EXPECT_EQ(shapeLibrary.count, 2);
 }
 
+TEST_F(Shapes, AShapeFromMillimetresIsFoundAfterARestartAsWell) {
+  SavedShape shape;
+  CopyBounded(shape.name, kShapeNameUnits, u"Metric");
+  shape.count = 1;
+  shape.objects[0] = {kTypeRectangle, 0, 1 / 25.4, -2 / 25.4, 10 / 25.4, 7 / 25.4, 100.0 / 3};
+  ASSERT_EQ(morva::PutShape(shape), 0);
+  // What a block holds that was made from it.
+  const SketchObject& kept = shapeLibrary.shapes[0].objects[0];
+  const FeatureSettings record =
+      RecordOf({{kept.type, 0, kept.x, kept.y, kept.size, kept.size2, kept.angle}});
+  EXPECT_NEAR(kept.size, 0.3937, 1e-12);
+  EXPECT_NEAR(kept.angle, 33.3333, 1e-12);
+  SaveShapeLibrary();
+  LoadShapeLibrary();
+  EXPECT_EQ(RecoverProjectShape(record), 0);
+  EXPECT_EQ(shapeLibrary.count, 1);
+}
+
 TEST_F(Shapes, AnUnknownProjectShapeIsAddedWithACopyOfItsItems) {
   PutShape(u"A", {{kTypeCircle, 0, 0.5, 0, 1, 0, 0}});
   static int refreshed = 0;

@@ -322,6 +322,11 @@ TEST(ToolBlock, IsInTheUsersUnitWithTheToolsCoolant) {
   }
 }
 
+TEST(ToolBlock, LeavesOutBracketsThatWouldEndItsComment) {
+  EXPECT_EQ(support::Narrow(Block(Cutter(u"MILL (LONG)", 1), false)).substr(0, 37),
+            "\r\n(TOOL LIBRARY: T1 - MILL LONG)\r\nT1 ");
+}
+
 TEST(ToolBlock, HoldsTheLongestTool) {
   ToolRecord tool = Cutter(std::u16string(63, u'w').c_str(), -2147483647);
   tool.maxRpm = tool.hOffset = -2147483647;
