@@ -65,6 +65,14 @@ bool IsHelpBelow() {
   return HoldsForActive([](const Panel& panel) { return panel.helpBelow; });
 }
 
+bool MayEndPanels() {
+  for (int i = 0; i < PanelCount(); ++i) {
+    const Panel& panel = PanelAt(i);
+    if (panel.mayEnd && !panel.mayEnd()) return false;
+  }
+  return true;
+}
+
 // No form: this shows what a panel has made itself.
 void ShowAt(int id, const platform::Rect& place) {
   platform::SetPlace(id, place);

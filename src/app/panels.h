@@ -42,6 +42,9 @@ struct Panel {
   std::span<const int> wells = {};  // controls that the main window frames as wells
   // The back key, while the panel is active, before anything is left. True: used up.
   bool (*back)() = nullptr;
+  // MORVA is to close, whatever mode is up. False: it stays, as something would be lost that the
+  // user wants to keep. Null: nothing would be lost.
+  bool (*mayEnd)() = nullptr;
   // Writes the ids of its controls in the order of Tab; how many. Null: it leaves them as made.
   int (*tabStops)(int* ids, int capacity) = nullptr;
 };
@@ -59,6 +62,8 @@ bool IsPanelAt(PanelSpot spot);
 // Panel::heightAboveView and Panel::helpBelow of the active panels.
 int HeightAboveView();
 bool IsHelpBelow();
+// Asks the panels, until one of them says no, whether MORVA may close.
+bool MayEndPanels();
 // Places a control of a panel, in pixels of the main window, and shows it.
 void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.

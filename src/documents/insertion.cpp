@@ -335,7 +335,8 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
 }
 
 bool InsertTextAtCaret(std::u16string_view text, bool asBlock) {
-  if (text.empty() || !platform::Exists(kIdEditor)) return false;
+  const std::u16string_view inserted = asBlock ? WithoutLineEnds(text) : text;
+  if (inserted.empty() || !platform::Exists(kIdEditor)) return false;
   if (!HasRoomFor(text.size())) {
     TellNoRoom(u"Insert");
     return false;

@@ -30,8 +30,8 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 // The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
-// line. Undoable. False: nothing changed, as the text is empty or the program has no room for it;
-// the user was told of the latter.
+// line. Undoable. False: nothing changed, as the text is empty, or as a block of line ends alone,
+// or the program has no room for it; the user was told of the latter.
 bool InsertTextAtCaret(std::u16string_view text, bool asBlock);
 // Whether a line behind the caret's is run. False: it is not, and the user does not want it there.
 bool MayInsertBehindCaretLine();

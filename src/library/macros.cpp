@@ -142,8 +142,10 @@ bool RemoveMacro(int index) {
   return true;
 }
 
+bool IsBlankCode(std::u16string_view code) { return code.find_first_not_of(u"\r\n") == code.npos; }
+
 MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code) {
-  if (code.empty()) {
+  if (IsBlankCode(code)) {
     return {kSaveMacroTitle, u"The active program is blank.", platform::BoxIcon::Information};
   }
   if (code.size() > kMaxMacroCode) {

@@ -57,6 +57,8 @@ struct MacroRefusal {
   const char16_t* words = u"";
   platform::BoxIcon icon = platform::BoxIcon::Warning;
 };
+// Line ends alone are no code: nothing would be inserted.
+bool IsBlankCode(std::u16string_view code);
 MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code);
 MacroRefusal CheckMacroName(int index, std::u16string_view name);
 

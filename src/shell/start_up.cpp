@@ -260,6 +260,7 @@ bool MayLoseReceived() {
 }
 
 bool OnClosing() {
+  if (!MayEndPanels()) return false;
   RunAutosave();
   if (!WaitForSaves()) {
     std::u16string question =

@@ -231,7 +231,9 @@ void SaveProgramAsMacro() {
 void InsertCustomMacro() {
   const int index = MacroToWorkOn();
   if (index < 0) return;
-  if (!InsertTextAtCaret(macroLibrary.macros[index].code, true)) return;
+  const std::u16string& code = macroLibrary.macros[index].code;
+  if (IsBlankCode(code)) return ShowStatus(u"The macro is blank. Nothing was inserted.");
+  if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(code, true)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,

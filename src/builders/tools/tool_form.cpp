@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -264,6 +265,22 @@ void Refuse(const ToolRefusal& refusal) {
   platform::SelectAllText(IdOf(refusal.field));
 }
 
+constexpr char16_t kLoseTitle[] = u"Tool geometry";
+
+bool MayLoseTyped() {
+  return !edited || ConfirmedNoFirst(kLoseTitle, u"Close the form without saving the tool?");
+}
+
+// MORVA is to close. What is asked about comes up where it is to stay.
+bool MayEnd() {
+  if (!open || !edited) return true;
+  if (ConfirmedNoFirst(kLoseTitle, u"A tool is typed and not saved. Close MORVA without it?")) {
+    return true;
+  }
+  Call(hooks.setMode, static_cast<int>(kModeTools));
+  return false;
+}
+
 bool BackFromBuilder() {
   CloseToolBuilder();
   return true;
@@ -285,6 +302,7 @@ void OpenToolBuilder(int index, bool keyboard) {
     ShowStatus(u"Close what stands over the code first.");
     return;
   }
+  if (!MayLoseTyped()) return;
   LoadToolForm(index);
   open = true;
   RelayPanels();
@@ -314,9 +332,7 @@ bool SaveToolForm() {
 
 bool CloseToolBuilder() {
   if (!open) return true;
-  if (edited && !ConfirmedNoFirst(u"Tool geometry", u"Close the form without saving the tool?")) {
-    return false;
-  }
+  if (!MayLoseTyped()) return false;
   open = false;
   edited = false;
   RelayPanels();
@@ -343,6 +359,7 @@ void RegisterToolForm() {
   panel.place = PlaceBuilder;
   panel.hide = HideBuilder;
   panel.back = BackFromBuilder;
+  panel.mayEnd = MayEnd;
   RegisterPanel(panel);
   RegisterForm(kFieldsForm);
   RegisterForm(kFrameForm);

@@ -6,7 +6,7 @@
 namespace morva {
 
 // The form with the record `index`, or with -1 a new tool. `keyboard`: its first field gets the
-// keyboard. An index that is no record counts as -1.
+// keyboard. An index that is no record counts as -1. Asks where something typed would be lost.
 void OpenToolBuilder(int index, bool keyboard);
 // The form with the record's values in the active unit; what was typed goes.
 void LoadToolForm(int index);

@@ -170,9 +170,9 @@ void InsertToolBlock() {
   const int index = SelectedTool();
   if (index < 0) return TellNoTool();
   CodeWriter out;
-  out.most = kToolBlockUnits;
+  out.most = kToolBlockUnits - 1;
   WriteToolBlock(toolLibrary.tools[index], UnitsMetric(), out);
-  if (!InsertTextAtCaret(out.text, true)) return;
+  if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(out.text, true)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,

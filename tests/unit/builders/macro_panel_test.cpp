@@ -63,8 +63,40 @@ TEST_F(MacroPanel, RefusesATextThatWouldBeCut) {
   headless::SelectRows(kIdMacroCombo, {3});
   headless::TypeInto(kIdMacroField + 2, u"600");
   const std::u16string before(platform::EditorText(kIdEditor));
+  headless::TakeBoxes();
   headless::Click(kIdMacroInsert);
   EXPECT_EQ(platform::EditorText(kIdEditor), before);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"The code is larger than 8191 characters. Nothing was inserted.");
+}
+
+TEST_F(MacroPanel, AsksBeforeAMacroGoesWhereItIsNeverRun) {
+  SetProgram(u"G0 X7");
+  SaveAs(u"seven");
+  headless::SelectRows(kIdMacroList, {0});
+  const std::u16string program = u"%\r\nO1\r\nM30\r\n%";
+  SetProgram(program);
+  const int end = platform::EditorLength(kIdEditor);
+  platform::SetEditorSelection(kIdEditor, {end, end});
+  headless::TakeBoxes();
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), program);
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), program + u"\r\nG0 X7\r\n");
+}
+
+TEST_F(MacroPanel, SaysThatAMacroWithoutTextInsertsNothing) {
+  PutMacro(u"blank", u"\r\n\r\n");
+  FillMacroList();
+  headless::SelectRows(kIdMacroList, {0});
+  const std::u16string before(platform::EditorText(kIdEditor));
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), before);
+  EXPECT_FALSE(OutputHas(u"Custom macro inserted"));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"The macro is blank. Nothing was inserted.");
 }
 
 TEST_F(MacroPanel, TakesThe25thMacroOnlyInPlaceOfAnother) {

@@ -77,6 +77,21 @@ TEST_F(ToolPanel, SavesANoteWithoutRoundingWhatNobodyTyped) {
   EXPECT_EQ(std::u16string(toolLibrary.tools[0].notes), u"A note");
 }
 
+TEST_F(ToolPanel, AsksBeforeABlockGoesWhereItIsNeverRun) {
+  Add(u"3", u"THIRD");
+  const std::u16string program = u"%\r\nO1\r\nM30\r\n%";
+  platform::SetEditorText(kIdEditor, program);
+  const int end = platform::EditorLength(kIdEditor);
+  platform::SetEditorSelection(kIdEditor, {end, end});
+  headless::TakeBoxes();
+  headless::Click(kIdToolInsert);
+  EXPECT_EQ(platform::EditorText(kIdEditor), program);
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolInsert);
+  EXPECT_EQ(platform::EditorText(kIdEditor).find(program + u"\r\n(TOOL LIBRARY: T3"), 0u);
+}
+
 TEST_F(ToolPanel, SelectsWhatWasStoredAndKeepsItInTheOtherUnit) {
   Add(u"1", u"ONE");
   Add(u"2", u"TWO");
@@ -94,8 +109,50 @@ TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
   Type(ToolField::Name, u"TYPED");
   headless::SelectRows(kIdToolList, {1});
   EXPECT_EQ(Text(ToolField::Name), u"TYPED");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
   headless::Click(kIdToolEdit);
   EXPECT_EQ(Text(ToolField::Name), u"TWO");
+}
+
+TEST_F(ToolPanel, LosesNothingTypedUnasked) {
+  Add(u"1", u"ONE");
+  headless::Click(kIdToolAdd);
+  Type(ToolField::Name, u"TYPED");
+  headless::TakeBoxes();
+  for (const int key : {kIdToolAdd, kIdToolEdit, kIdToolClose}) {
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    headless::Click(key);
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u) << key;
+    EXPECT_EQ(boxes[0].text, u"Close the form without saving the tool?");
+    EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::NoYes);
+    EXPECT_EQ(Text(ToolField::Name), u"TYPED") << key;
+    EXPECT_TRUE(platform::IsVisible(kIdToolSave)) << key;
+  }
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolAdd);
+  EXPECT_EQ(Text(ToolField::Name), u"1/2 END MILL");
+  headless::TakeBoxes();
+  headless::Click(kIdToolEdit);
+  EXPECT_TRUE(headless::TakeBoxes().empty()) << "nothing was typed since";
+}
+
+TEST_F(ToolPanel, IsAskedAboutWhenTheWindowCloses) {
+  headless::Click(kIdToolAdd);
+  Type(ToolField::Name, u"TYPED");
+  SetMode(kModeHome);
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Tool geometry");
+  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::NoYes);
+  EXPECT_EQ(Text(ToolField::Name), u"TYPED");
+  EXPECT_TRUE(platform::IsVisible(kIdToolSave)) << "what is asked about comes up";
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(headless::CloseKey());
+  EXPECT_TRUE(headless::WindowClosed());
 }
 
 TEST_F(ToolPanel, GoesOnWithTheSameToolWhenAnEarlierOneIsRemoved) {

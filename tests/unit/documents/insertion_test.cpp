@@ -91,9 +91,9 @@ struct InsertBlock : BlocksStage {
 TEST_F(InsertText, DoesNothingForEmptyText) {
   Load(u"G0");
   const auto revision = platform::EditorRevision(kIdEditor);
-  InsertTextAtCaret(u"", false);
-  InsertTextAtCaret(u"", true);
-  InsertTextAtCaret(u"\r\n\r\n", true);
+  EXPECT_FALSE(InsertTextAtCaret(u"", false));
+  EXPECT_FALSE(InsertTextAtCaret(u"", true));
+  EXPECT_FALSE(InsertTextAtCaret(u"\r\n\r\n", true));
   EXPECT_EQ(platform::EditorRevision(kIdEditor), revision);
   EXPECT_EQ(Status(), u"");
 }

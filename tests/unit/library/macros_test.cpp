@@ -126,6 +126,7 @@ TEST_F(Macros, AreWrittenInOneStep) {
 
 TEST_F(Macros, AreRefusedWhenBlankTooLongOrTooMany) {
   EXPECT_EQ(Narrow(CheckMacro(u"A", u"").words), "The active program is blank.");
+  EXPECT_EQ(Narrow(CheckMacro(u"A", u"\r\n\n\r\n").words), "The active program is blank.");
   EXPECT_EQ(CheckMacro(u"A", u"").icon, platform::BoxIcon::Information);
   EXPECT_EQ(Narrow(CheckMacro(u"A", u"").title), "Save Program as Macro");
   EXPECT_EQ(Narrow(CheckMacro(u"A", std::u16string(24000, u'x')).words), "");
