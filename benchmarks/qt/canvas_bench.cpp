@@ -17,6 +17,7 @@
 #include "../cpu_time.h"
 #include "../targets.h"
 #include "app/command_ids.h"
+#include "bench_window.h"
 #include "cad/canvas/canvas.h"
 #include "cad/canvas/canvas_paint.h"
 #include "cad/canvas/canvas_pointer.h"
@@ -29,7 +30,6 @@
 #include "library/outline.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 
@@ -89,31 +89,9 @@ void PaintSketchOf(int view, platform::Canvas& canvas) {
   painted += view == morva::kViewCadCanvas ? 1 : 0;
 }
 
-// A window paints nothing until the screen shows it.
-void AwaitScreen() {
-  events.paint = PaintSketchOf;
-  QElapsedTimer waited;
-  waited.start();
-  while (painted == 0 && waited.elapsed() < 10000) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-  }
-  if (painted == 0) std::abort();
-}
-
 void Stand(int objects) {
-  if (!platform::Exists(platform::kMainWindow)) {
-    platform::ListenTo(&events);
-    platform::MainWindowSpec window;
-    window.place = {0, 0, 1200, 800};
-    platform::MakeMainWindow(window);
-    platform::ViewSpec view;
-    view.id = morva::kViewCadCanvas;
-    view.className = u"BenchView";
-    platform::MakeView(view);
-    platform::SetPlace(morva::kViewCadCanvas, {0, 0, 1200, 800});
-    platform::ShowMainWindow();
-    AwaitScreen();
-  }
+  events.paint = PaintSketchOf;
+  bench::StandView(morva::kViewCadCanvas, events, painted);
   MakeSketch(objects);
   KeepOutlines();
 }
@@ -221,11 +199,4 @@ BENCHMARK_CAPTURE(PointerMove, line, false)->Unit(kMs)->UseManualTime()->Iterati
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

@@ -19,18 +19,16 @@
 #include "../targets.h"
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "bench_window.h"
 #include "codetools/colours.h"
 #include "codetools/words_view.h"
 #include "documents/text_refresh.h"
 #include "platform/editor.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 #include "shell/start_up.h"
 
 namespace {
-
-std::unique_ptr<QTemporaryDir> folder;
 
 void Settle() {
   QCoreApplication::sendPostedEvents();
@@ -38,11 +36,7 @@ void Settle() {
 }
 
 void Stand(const std::string& program) {
-  if (!platform::Exists(platform::kMainWindow)) {
-    platform::SetExecutablePathForTests(folder->filePath(QStringLiteral("bin/MORVA")));
-    if (morva::StartApplication() != 0) std::abort();
-    morva::app.dataDirReady = false;  // no autosave in between
-  }
+  if (bench::StartWorkbench()) morva::app.dataDirReady = false;  // no autosave in between
   morva::SetWordsView(false);
   platform::SetEditorText(morva::kIdEditor, std::u16string(program.begin(), program.end()));
   morva::RunTextRefresh();
@@ -128,16 +122,4 @@ BENCHMARK(TypeInWords)->Arg(10)->Arg(9990)->Unit(kMs)->UseManualTime()->Iteratio
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  folder = std::make_unique<QTemporaryDir>();
-  if (!folder->isValid()) return 1;
-  // Documents and settings of this run are its own.
-  setenv("HOME", folder->path().toLocal8Bit().constData(), 1);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  folder.reset();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

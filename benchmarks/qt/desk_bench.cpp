@@ -22,13 +22,14 @@
 #include "../targets.h"
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hover.h"
+#include "bench_files.h"
+#include "bench_window.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/text_refresh.h"
 #include "platform/editor.h"
-#include "platform/pick_file.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 #include "shell/keys.h"
@@ -38,23 +39,6 @@
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_switches.h"
-
-namespace {
-
-QString nextFile;
-std::unique_ptr<QTemporaryDir> folder;
-
-}  // namespace
-
-namespace platform {
-
-bool PickFileToOpen(const PickFileSpec&, std::u16string& path) {
-  path = nextFile.toStdU16String();
-  return true;
-}
-bool PickFileToSave(const PickFileSpec&, std::u16string&) { return false; }
-
-}  // namespace platform
 
 namespace {
 
@@ -127,7 +111,7 @@ QWidget* EditorSurface() {
 }
 
 QString FileOf(const char* name, const std::string& bytes) {
-  const QString path = folder->filePath(QString::fromLatin1(name));
+  const QString path = bench::folder->filePath(QString::fromLatin1(name));
   if (QFile::exists(path)) return path;
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), qint64(bytes.size())) < 0) {
@@ -137,9 +121,7 @@ QString FileOf(const char* name, const std::string& bytes) {
 }
 
 void Stand() {
-  if (platform::Exists(platform::kMainWindow)) return;
-  platform::SetExecutablePathForTests(folder->filePath(QStringLiteral("bin/MORVA")));
-  if (morva::StartApplication() != 0) std::abort();
+  if (!bench::StartWorkbench()) return;
   AwaitShown(*platform::WidgetOf(platform::kMainWindow));
   morva::app.dataDirReady = false;  // no autosave in between
 }
@@ -152,7 +134,7 @@ void OpenOnly(const QString& path) {
     morva::app.editorDirty = false;
     morva::CloseProgram();
   }
-  nextFile = path;
+  bench::nextFile = path;
   morva::OpenProgram();
   morva::RunTextRefresh();
   Settle();
@@ -191,7 +173,7 @@ void OpenMillionLines(benchmark::State& state) {
   std::vector<double> refresh;
   for (auto _ : state) {
     CloseAll();
-    nextFile = path;
+    bench::nextFile = path;
     PaintCounter paints(EditorSurface());
     const Spent opened = Measure([&paints] {
       morva::OpenProgram();
@@ -391,16 +373,4 @@ BENCHMARK(FrameOfCrossings)->Unit(kMs)->UseManualTime()->Iterations(300);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  folder = std::make_unique<QTemporaryDir>();
-  if (!folder->isValid()) return 1;
-  // Documents and settings of this run are its own.
-  setenv("HOME", folder->path().toLocal8Bit().constData(), 1);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  folder.reset();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

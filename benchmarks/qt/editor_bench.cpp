@@ -11,9 +11,9 @@
 #include <QPlainTextEdit>
 #include <string>
 
+#include "bench_window.h"
 #include "platform/editor.h"
 #include "platform/events.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 
@@ -120,11 +120,4 @@ BENCHMARK(TypedCharacterAndTextRead)
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

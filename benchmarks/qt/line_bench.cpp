@@ -22,37 +22,19 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/router.h"
+#include "bench_files.h"
+#include "bench_window.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
-#include "platform/pick_file.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 #include "shell/start_up.h"
 
 namespace {
 
-QString nextFile;
-
-}  // namespace
-
-namespace platform {
-
-bool PickFileToOpen(const PickFileSpec&, std::u16string& path) {
-  path = nextFile.toStdU16String();
-  return true;
-}
-bool PickFileToSave(const PickFileSpec&, std::u16string&) { return false; }
-
-}  // namespace platform
-
-namespace {
-
 constexpr std::size_t kUnits = 1 << 20;
 constexpr int kQuiet = 400;      // milliseconds without work in which it counts as idle
 constexpr double kNothing = 20;  // milliseconds of processor time that timers take meanwhile
-
-QTemporaryDir* folder = nullptr;
 
 // Words of code in one line, or one word that never ends.
 std::string LongLine(bool blanks) {
@@ -102,15 +84,14 @@ void Press(int id, int key, const QString& text = QString(),
 }
 
 double Open(bool blanks) {
-  if (!platform::Exists(platform::kMainWindow)) {
-    platform::SetExecutablePathForTests(folder->filePath(QStringLiteral("bin/MORVA")));
-    if (morva::StartApplication() != 0) std::abort();
+  if (bench::StartWorkbench()) {
     Run(1000);
     morva::app.dataDirReady = false;  // no autosave in between
   }
-  nextFile = folder->filePath(QStringLiteral("line.NC"));
-  std::ofstream(nextFile.toStdString(), std::ios::binary) << "%\r\nO1\r\n"
-                                                          << LongLine(blanks) << "\r\nM30\r\n%\r\n";
+  bench::nextFile = bench::folder->filePath(QStringLiteral("line.NC"));
+  std::ofstream(bench::nextFile.toStdString(), std::ios::binary)
+      << "%\r\nO1\r\n"
+      << LongLine(blanks) << "\r\nM30\r\n%\r\n";
   return UntilIdle([] { morva::OpenProgram(); });
 }
 
@@ -215,11 +196,4 @@ BENCHMARK(ShowWords)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseManualTi
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  platform::BeginProcess(argc, argv);
-  QTemporaryDir home;
-  folder = &home;
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

@@ -19,10 +19,10 @@
 #include "../cpu_time.h"
 #include "../targets.h"
 #include "app/command_ids.h"
+#include "bench_window.h"
 #include "forms/picture.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 
@@ -101,33 +101,13 @@ void PaintAnew(int id, platform::Canvas& canvas) {
   PaintWhole(id, canvas);
 }
 
-// A window paints nothing until the screen shows it.
-void AwaitScreen() {
-  events.paint = PaintWhole;
-  QElapsedTimer waited;
-  waited.start();
-  while (painted == 0 && waited.elapsed() < 10000) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-  }
-  if (painted == 0) std::abort();
-}
-
 void Stand() {
   if (platform::Exists(platform::kMainWindow)) return;
-  platform::ListenTo(&events);
-  platform::MainWindowSpec window;
-  window.place = kArea;
-  platform::MakeMainWindow(window);
   MakeRings();
   MakePicture();
   KeepOutlines();
-  platform::ViewSpec spec;
-  spec.id = morva::kViewCadCanvas;
-  spec.className = u"BenchView";
-  platform::MakeView(spec);
-  platform::SetPlace(spec.id, kArea);
-  platform::ShowMainWindow();
-  AwaitScreen();
+  events.paint = PaintWhole;
+  bench::StandView(morva::kViewCadCanvas, events, painted);
 }
 
 double OneFrame(void (*paint)(int, platform::Canvas&)) {
@@ -187,11 +167,4 @@ BENCHMARK(PictureClick)->Unit(kMs)->UseManualTime()->Iterations(500);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

@@ -8,9 +8,9 @@
 #include <cmath>
 #include <vector>
 
+#include "bench_window.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
-#include "platform/process.h"
 #include "platform/window.h"
 
 namespace {
@@ -19,27 +19,18 @@ constexpr int kView = 60;
 constexpr int kPoints = 32768;
 platform::Events events;
 std::vector<platform::Segment> path;
+int painted = 0;
 
 void Paint(int, platform::Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), 0x021726);
   platform::PaintSegments(canvas, path.data(), static_cast<int>(path.size()),
                           platform::Pen{0x00D3F2});
+  ++painted;
 }
 
 void Stand() {
-  if (platform::Exists(platform::kMainWindow)) return;
   events.paint = Paint;
-  platform::ListenTo(&events);
-  platform::MainWindowSpec window;
-  window.place = {0, 0, 1200, 800};
-  platform::MakeMainWindow(window);
-  platform::ViewSpec view;
-  view.id = kView;
-  view.className = u"BenchView";
-  platform::MakeView(view);
-  platform::SetPlace(kView, {0, 0, 1200, 800});
-  platform::ShowMainWindow();
-  QCoreApplication::processEvents();
+  bench::StandView(kView, events, painted);
 }
 
 // A spiral of circles in short steps, or chords from rim to rim.
@@ -71,11 +62,4 @@ BENCHMARK(Frame)->ArgName("long")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }

@@ -19,6 +19,8 @@
 #include "../targets.h"
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "bench_files.h"
+#include "bench_window.h"
 #include "dnc/transfer.h"
 #include "documents/autosave.h"
 #include "documents/program_tabs.h"
@@ -27,7 +29,6 @@
 #include "documents/tab_models.h"
 #include "library/shapes.h"
 #include "platform/editor.h"
-#include "platform/pick_file.h"
 #include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
@@ -39,26 +40,6 @@ extern "C" int __wrap_fsync(int handle) {
   usleep(300000);
   return __real_fsync(handle);
 }
-
-namespace {
-
-QString nextFile;
-std::unique_ptr<QTemporaryDir> folder;
-
-}  // namespace
-
-namespace platform {
-
-bool PickFileToOpen(const PickFileSpec&, std::u16string& path) {
-  path = nextFile.toStdU16String();
-  return true;
-}
-bool PickFileToSave(const PickFileSpec&, std::u16string& path) {
-  path = nextFile.toStdU16String();
-  return true;
-}
-
-}  // namespace platform
 
 namespace {
 
@@ -74,7 +55,7 @@ std::string Program(std::size_t bytes) {
 }
 
 QString FileOf(const char* name, const std::string& bytes) {
-  const QString path = folder->filePath(QString::fromLatin1(name));
+  const QString path = bench::folder->filePath(QString::fromLatin1(name));
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), qint64(bytes.size())) < 0) {
     std::abort();
@@ -89,9 +70,8 @@ bool Live(morva::FeatureSettings& record, std::int32_t kind) {
 }
 
 void Stand() {
-  platform::SetExecutablePathForTests(folder->filePath(QStringLiteral("bin/MORVA")));
-  QDir(folder->path()).mkpath(QStringLiteral("bin"));
-  if (morva::StartApplication() != 0) std::abort();
+  QDir(bench::folder->path()).mkpath(QStringLiteral("bin"));
+  bench::StartWorkbench();
   // Drawings and plates stand by every program.
   morva::liveModels.cadWindowExists = [] { return true; };
   morva::liveModels.plateWindowExists = [] { return true; };
@@ -145,7 +125,7 @@ void Settle() {
 }
 
 void Open(const QString& path) {
-  nextFile = path;
+  bench::nextFile = path;
   morva::OpenProgram();
   if (QString::fromUtf16(morva::app.activePath) != path) std::abort();
   Settle();
@@ -177,7 +157,8 @@ void Measure(const char* subject, void (*prepare)(), void (*act)()) {
 void Save() { morva::SaveProgramCommand(); }
 void SaveAs() {
   // Two tabs on one file are refused.
-  nextFile = folder->filePath(QStringLiteral("other-%1.NC").arg(morva::app.activeTab));
+  bench::nextFile =
+      bench::folder->filePath(QStringLiteral("other-%1.NC").arg(morva::app.activeTab));
   morva::SaveProgramAs();
 }
 void Autosave() { morva::RunAutosave(); }
@@ -196,10 +177,7 @@ void Receive() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  folder = std::make_unique<QTemporaryDir>();
-  if (!folder->isValid()) return 1;
-  // Documents and settings of this run are its own.
-  setenv("HOME", folder->path().toLocal8Bit().constData(), 1);
+  if (!bench::MakeHome()) return 1;
   platform::BeginProcess(argc, argv);
   Stand();
   Open(FileOf("small.NC", Program(10000)));
@@ -215,6 +193,6 @@ int main(int argc, char** argv) {
   MeasureProgram(true);
   Measure("Stop by a received program that is kept", Receive, [] { morva::OpenReceivedProgram(); });
   platform::EndProcess();
-  folder.reset();
+  bench::folder.reset();
   return 0;
 }

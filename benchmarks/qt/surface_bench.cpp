@@ -18,10 +18,10 @@
 #include "../cpu_time.h"
 #include "../targets.h"
 #include "app/command_ids.h"
+#include "bench_window.h"
 #include "library/tools.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
-#include "platform/process.h"
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 #include "simulator/cut_surface.h"
@@ -72,25 +72,8 @@ void MakeProgram() {
 }
 
 void Stand() {
-  if (!platform::Exists(platform::kMainWindow)) {
-    events.paint = Paint;
-    platform::ListenTo(&events);
-    platform::MainWindowSpec window;
-    window.place = {0, 0, 1200, 800};
-    platform::MakeMainWindow(window);
-    platform::ViewSpec view;
-    view.id = morva::kViewToolpath;
-    view.className = u"BenchView";
-    platform::MakeView(view);
-    platform::SetPlace(morva::kViewToolpath, {0, 0, 1200, 800});
-    platform::ShowMainWindow();
-    QElapsedTimer waited;
-    waited.start();
-    while (painted == 0 && waited.elapsed() < 10000) {
-      QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    if (painted == 0) std::abort();
-  }
+  events.paint = Paint;
+  bench::StandView(morva::kViewToolpath, events, painted);
   MakeProgram();
 }
 
@@ -174,11 +157,4 @@ BENCHMARK_CAPTURE(Restamp, ramp, "The same of a ramp", true)
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  platform::BeginProcess(argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  platform::EndProcess();
-  return 0;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv); }
