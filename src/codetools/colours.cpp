@@ -149,14 +149,10 @@ void ColourCode(int id, std::u16string_view text) {
   });
 }
 
-bool HasWord(std::u16string_view line, std::u16string_view word) {
-  return FindFolded(line, word, 0) != std::u16string_view::npos;
-}
-
 Colour WordsLineColour(std::u16string_view line) {
   if (!line.empty() && line[0] == u'(') return kWordsComment;
-  if (HasWord(line, u"RAPID")) return kWordsRapid;
-  if (HasWord(line, u"LINEAR") || HasWord(line, u"CIRCULAR")) return kWordsCut;
+  if (HoldsFolded(line, u"RAPID")) return kWordsRapid;
+  if (HoldsFolded(line, u"LINEAR") || HoldsFolded(line, u"CIRCULAR")) return kWordsCut;
   return kWordsPlain;
 }
 

@@ -39,7 +39,7 @@ void AddRowsThatBegin(CompletionRows& found, std::u16string_view token) {
 
 void AddRowsThatHold(CompletionRows& found, std::u16string_view filter) {
   for (std::int32_t i = 0; i < kCodeRows && found.count < kMaxCompletions; ++i) {
-    if (FindFolded(codeTable[i].name, filter, 0) != std::u16string_view::npos) {
+    if (HoldsFolded(codeTable[i].name, filter)) {
       found.rows[found.count++] = i;
     }
   }

@@ -138,7 +138,7 @@ ImportBuild BuildImportText(const ImportSource& source, const bool (&chosen)[kMa
                                                   static_cast<std::size_t>(row.end - row.start));
     std::u16string_view inside;
     if (!InsideOf(block, inside)) return ImportBuild::Impossible;
-    while (FindFolded(inside, EndMarker(id), 0) != kNone) ++id;
+    while (HoldsFolded(inside, EndMarker(id))) ++id;
     if (id < 1 || id > std::numeric_limits<std::int32_t>::max()) return ImportBuild::Impossible;
     built += row.settings.kind == kKindUserCode ? kTextMark : kBeginMark;
     built += IntegerText(id);

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "app/limits.h"
+#include "documents/little_endian.h"
 #include "platform/file.h"
 
 namespace morva {
@@ -24,20 +25,11 @@ unsigned char* BytesAt(std::string& bytes, std::size_t at) {
   return reinterpret_cast<unsigned char*>(bytes.data()) + at;
 }
 
-std::uint32_t LoadCount(const unsigned char* bytes) {
-  return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
-         static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
-
-void StoreCount(unsigned char* bytes, std::uint32_t value) {
-  for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
-}
-
 // Both files begin with how many slots are in use and which one is active.
 bool ReadHead(std::string_view bytes, std::uint32_t most, std::uint32_t& count,
               std::uint32_t& active) {
-  count = LoadCount(BytesAt(bytes, 0));
-  active = LoadCount(BytesAt(bytes, 4));
+  count = LoadUnsigned(BytesAt(bytes, 0));
+  active = LoadUnsigned(BytesAt(bytes, 4));
   return count >= 1 && count <= most && active < count;
 }
 
@@ -119,8 +111,8 @@ bool ReadCadFile(std::string_view bytes, CadStore& store) {
 
 void WriteCadFile(const CadStore& store, std::string& bytes) {
   bytes.assign(kCadFileBytes, '\0');
-  StoreCount(BytesAt(bytes, 0), store.count);
-  StoreCount(BytesAt(bytes, 4), store.active);
+  StoreUnsigned(BytesAt(bytes, 0), store.count);
+  StoreUnsigned(BytesAt(bytes, 4), store.active);
   for (std::size_t i = 0; i < kMaxDrawings; ++i) {
     WriteDrawing(store.drawings[i], BytesAt(bytes, kHeadBytes + i * kDrawingSlotBytes));
   }
@@ -144,8 +136,8 @@ bool ReadPlateFile(std::string_view bytes, PlateStore& store) {
 
 void WritePlateFile(const PlateStore& store, std::string& bytes) {
   bytes.assign(kPlateFileBytes, '\0');
-  StoreCount(BytesAt(bytes, 0), store.count);
-  StoreCount(BytesAt(bytes, 4), store.active);
+  StoreUnsigned(BytesAt(bytes, 0), store.count);
+  StoreUnsigned(BytesAt(bytes, 4), store.active);
   for (std::size_t i = 0; i < kMaxPlates; ++i) {
     WriteSettings(store.plates[i], BytesAt(bytes, kHeadBytes + i * kSettingsBytes));
   }

@@ -1,7 +1,8 @@
 #include "documents/feature_settings.h"
 
-#include <bit>
 #include <cmath>
+
+#include "documents/little_endian.h"
 
 namespace morva {
 
@@ -9,27 +10,6 @@ namespace {
 
 constexpr std::int32_t kTagVersion = 3;       // the first with tags in its items
 constexpr double kValueBound = 1000000000.0;  // exclusive, for every stored number
-
-std::uint32_t LoadUnsigned(const unsigned char* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
-         static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
-
-void StoreUnsigned(unsigned char* bytes, std::uint32_t value) {
-  for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(value >> (8 * i));
-}
-
-double LoadDouble(const unsigned char* bytes) {
-  const std::uint64_t low = LoadUnsigned(bytes);
-  const std::uint64_t high = LoadUnsigned(bytes + 4);
-  return std::bit_cast<double>(low | high << 32);
-}
-
-void StoreDouble(unsigned char* bytes, double value) {
-  const auto bits = std::bit_cast<std::uint64_t>(value);
-  StoreUnsigned(bytes, static_cast<std::uint32_t>(bits));
-  StoreUnsigned(bytes + 4, static_cast<std::uint32_t>(bits >> 32));
-}
 
 // A record may end anywhere, even inside a field; what is missing is zero.
 struct ByteReader {
@@ -42,7 +22,7 @@ struct ByteReader {
   std::int32_t Signed() { return static_cast<std::int32_t>(Unsigned()); }
   double Double() {
     unsigned char field[8] = {};
-    return LoadDouble(Take(field, 8));
+    return LoadReal(Take(field, 8));
   }
   const unsigned char* Take(unsigned char* field, std::size_t size) {
     const std::size_t count = left < size ? left : size;
@@ -106,19 +86,19 @@ bool ValidateSettings(const FeatureSettings& record, std::size_t length) {
 void WriteSettings(const FeatureSettings& record, unsigned char* bytes) {
   const std::int32_t head[] = {record.version, record.kind, record.metric,   record.a,
                                record.b,       record.c,    record.itemCount};
-  for (int i = 0; i < 7; ++i) StoreUnsigned(bytes + 4 * i, static_cast<std::uint32_t>(head[i]));
+  for (int i = 0; i < 7; ++i) StoreInteger(bytes + 4 * i, head[i]);
   StoreUnsigned(bytes + 28, record.codeHash);
-  for (int i = 0; i < kSettingsValues; ++i) StoreDouble(bytes + 32 + 8 * i, record.values[i]);
+  for (int i = 0; i < kSettingsValues; ++i) StoreReal(bytes + 32 + 8 * i, record.values[i]);
   for (int i = 0; i < kMaxItems; ++i) {
     unsigned char* at = bytes + kSettingsHeadBytes + kItemBytes * i;
     const FeatureItem item = i < record.itemCount ? record.items[i] : FeatureItem();
-    StoreUnsigned(at, static_cast<std::uint32_t>(item.type));
-    StoreUnsigned(at + 4, static_cast<std::uint32_t>(item.tag));
-    StoreDouble(at + 8, item.p0);
-    StoreDouble(at + 16, item.p1);
-    StoreDouble(at + 24, item.p2);
-    StoreDouble(at + 32, item.p3);
-    StoreDouble(at + 40, item.p4);
+    StoreInteger(at, item.type);
+    StoreInteger(at + 4, item.tag);
+    StoreReal(at + 8, item.p0);
+    StoreReal(at + 16, item.p1);
+    StoreReal(at + 24, item.p2);
+    StoreReal(at + 32, item.p3);
+    StoreReal(at + 40, item.p4);
   }
 }
 

@@ -47,7 +47,7 @@ void AppendMark(std::u16string& text, std::u16string_view mark, std::u16string_v
 bool EndStands(std::u16string_view text, std::int32_t id) {
   std::u16string mark;
   AppendMark(mark, kEndMark, IntegerText(id));
-  return FindFolded(text, mark, 0) != std::u16string_view::npos;
+  return HoldsFolded(text, mark);
 }
 
 // The first number behind `newId` that the table and no END of the text bears.

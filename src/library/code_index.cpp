@@ -12,10 +12,6 @@ constexpr std::int32_t kLastN = 990;
 constexpr std::int32_t kStepN = 10;
 constexpr std::u16string_view kNameOfN = u"Sequence / block number";
 
-bool Holds(std::u16string_view text, std::u16string_view search) {
-  return FindFolded(text, search, 0) != std::u16string_view::npos;
-}
-
 bool InCategory(const CodeRow& row, int category) {
   if (category == kCodesAll) return true;
   const char16_t letter = FoldUpper(row.code[0]);
@@ -33,7 +29,8 @@ struct ItemList {
 void AddIfFound(ItemList& list, std::u16string_view code, std::u16string_view name,
                 std::int32_t item) {
   if (list.count >= list.capacity) return;
-  if (Holds(code, list.search) || Holds(name, list.search)) list.items[list.count++] = item;
+  if (HoldsFolded(code, list.search) || HoldsFolded(name, list.search))
+    list.items[list.count++] = item;
 }
 
 void AddNumbers(ItemList& list) {

@@ -10,25 +10,6 @@
 
 namespace morva {
 
-namespace {
-
-template <typename Bits>
-void StoreBits(unsigned char* at, Bits bits) {
-  for (std::size_t i = 0; i < sizeof bits; ++i) at[i] = static_cast<unsigned char>(bits >> (8 * i));
-}
-
-}  // namespace
-
-void StoreInteger(unsigned char* at, std::int32_t value) {
-  StoreBits(at, static_cast<std::uint32_t>(value));
-}
-
-void StoreReal(unsigned char* at, double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  StoreBits(at, bits);
-}
-
 void StoreText(unsigned char* at, int units, const char16_t* text) {
   std::memset(at, 0, static_cast<std::size_t>(units) * 2);
   for (int i = 0; i < units && text[i]; ++i, at += 2) {

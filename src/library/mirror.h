@@ -2,15 +2,11 @@
 // read.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace morva {
 
-// Each writes one field at its place in a record.
-void StoreInteger(unsigned char* at, std::int32_t value);  // 4 bytes
-void StoreReal(unsigned char* at, double value);           // 8 bytes
 // 2 bytes a unit, zeros behind the end of the text.
 void StoreText(unsigned char* at, int units, const char16_t* text);
 

@@ -8,6 +8,7 @@
 #include "app/profile_keys.h"
 #include "app/stop.h"
 #include "documents/feature_operations.h"
+#include "documents/little_endian.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
 #include "platform/listing.h"

@@ -10,6 +10,7 @@
 #include "app/join_table.h"
 #include "app/profile_keys.h"
 #include "app/stop.h"
+#include "documents/little_endian.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
 #include "platform/profile.h"
@@ -130,10 +131,6 @@ void StoreTool(const ToolRecord& tool, unsigned char* at) {
 
 bool IsTool(int index) { return index >= 0 && index < toolLibrary.count; }
 
-bool Contains(std::u16string_view text, std::u16string_view wanted) {
-  return FindFolded(text, wanted, 0) != std::u16string_view::npos;
-}
-
 // At least two digits, as T and H words have them in lists and blocks.
 std::u16string TwoDigits(std::int32_t number) {
   return (number < 10 ? u"0" : u"") + IntegerText(number);
@@ -217,15 +214,15 @@ std::span<const char16_t* const> ToolTypes() { return kTypes; }
 
 int ToolTypeRow(std::u16string_view type) {
   for (std::size_t i = 0; i < std::size(kTypes); ++i) {
-    if (Contains(type, kTypes[i])) return static_cast<int>(i);
+    if (HoldsFolded(type, kTypes[i])) return static_cast<int>(i);
   }
   return 0;
 }
 
 ToolShape ShapeOfTool(std::u16string_view type) {
-  if (Contains(type, u"BALL")) return ToolShape::Ball;
-  if (Contains(type, u"DRILL")) return ToolShape::Drill;
-  if (Contains(type, u"CHAMFER")) return ToolShape::Chamfer;
+  if (HoldsFolded(type, u"BALL")) return ToolShape::Ball;
+  if (HoldsFolded(type, u"DRILL")) return ToolShape::Drill;
+  if (HoldsFolded(type, u"CHAMFER")) return ToolShape::Chamfer;
   return ToolShape::Flat;
 }
 

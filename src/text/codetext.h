@@ -41,6 +41,9 @@ char16_t FoldUpper(char16_t c);
 bool SameFolded(std::u16string_view a, std::u16string_view b);
 // First place of `wanted` in `text` from `from` on, case of A to Z ignored; npos for none.
 std::size_t FindFolded(std::u16string_view text, std::u16string_view wanted, std::size_t from);
+inline bool HoldsFolded(std::u16string_view text, std::u16string_view wanted) {
+  return FindFolded(text, wanted, 0) != std::u16string_view::npos;
+}
 
 // Direction of the vector (x, y) in degrees, -180 to 180; 0 for the zero vector. The arc
 // tangent is the odd-power series through the 31st power after folding to 22.5 degrees.

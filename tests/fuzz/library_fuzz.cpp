@@ -2,52 +2,23 @@
 // loading writes nothing, and what is saved is read back.
 //
 // The bytes serve as a macro's text as well, on both ways of its escapes.
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "builders/tools/tool_picture.h"
 #include "fuzz/fuzz.h"
+#include "fuzz/home.h"
 #include "library/macros.h"
 #include "library/shapes.h"
 #include "library/tool_fields.h"
 #include "library/tools.h"
-#include "platform/file.h"
-#include "platform/headless/headless.h"
 #include "text/code_writer.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace morva;
+using fuzz::Bytes;
 using fuzz::Check;
-
-// A machine of one input, in memory where the system has such a folder. Taken away with it,
-// because the process of the inputs ends without clearing up.
-struct Home {
-  fs::path path;
-  std::string file;
-  Home() {
-    const bool memory = fs::is_directory("/dev/shm");
-    const fs::path parent = memory ? fs::path("/dev/shm") : fs::temp_directory_path();
-    std::string name = (parent / "morva-fuzz-XXXXXX").string();
-    if (!mkdtemp(name.data())) std::abort();
-    path = name;
-    file = (path / "bin" / "MORVA.ini").string();
-    headless::Reset(platform::FromUtf8(name));
-  }
-  ~Home() {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
-  }
-};
-
-std::string Bytes(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
-}
+using fuzz::Home;
 
 void CheckEscapes(const std::u16string& text) {
   const std::u16string line = EscapedMacro(text);
@@ -105,10 +76,7 @@ std::string SavedFile(const Home& home) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   CheckEscapes(fuzz::TextOf(data, size));
   const Home home;
-  {
-    std::ofstream out(home.file, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  }
+  fuzz::Write(home.file, data, size);
   const std::string before = Bytes(home.file);
   LoadAll();
   Check(Bytes(home.file) == before, "loading writes nothing");

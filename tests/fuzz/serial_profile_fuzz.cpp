@@ -4,58 +4,26 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "app/app_state.h"
 #include "dnc/serial_profile.h"
 #include "fuzz/fuzz.h"
-#include "text/codetext.h"
+#include "fuzz/home.h"
 #include "platform/file.h"
-#include "platform/headless/headless.h"
 #include "platform/posix/serial_line.h"
 #include "platform/posix/serial_names.h"
 #include "platform/posix/serial_settings.h"
 #include "platform/profile.h"
+#include "text/codetext.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace morva;
+using fuzz::Bytes;
 using fuzz::Check;
-
-// A machine of one input, in memory where the system has such a folder. Taken away with it,
-// because the process of the inputs ends without clearing up.
-struct Home {
-  fs::path path;
-  std::string file;
-  Home() {
-    const bool memory = fs::is_directory("/dev/shm");
-    const fs::path parent = memory ? fs::path("/dev/shm") : fs::temp_directory_path();
-    std::string name = (parent / "morva-fuzz-XXXXXX").string();
-    if (!mkdtemp(name.data())) std::abort();
-    path = name;
-    file = (path / "bin" / "MORVA.ini").string();
-    headless::Reset(platform::FromUtf8(name));
-  }
-  ~Home() {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
-  }
-};
-
-void Write(const std::string& file, const std::uint8_t* data, std::size_t size) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-}
-
-std::string Bytes(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
-}
+using fuzz::Home;
 
 // A second reader of a number: blanks, one minus, digits as far as they go, modulo 2^32.
 std::int32_t NumberIn(const std::u16string& text, std::int32_t fallback) {
@@ -139,7 +107,7 @@ bool SameProfile(const SerialProfile& a, const SerialProfile& b) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const Home home;
   ResetSerialProfile();
-  Write(home.file, data, size);
+  fuzz::Write(home.file, data, size);
   const std::string before = Bytes(home.file);
   const bool named = LoadSerialProfile();
   Check(named == (serialProfile.port[0] != 0), "loading tells whether a port is named");

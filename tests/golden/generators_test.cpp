@@ -53,6 +53,18 @@ void ExpectToMeet(const CodeWriter& code, const Picture& picture, bool metric) {
   }
 }
 
+// The code of the values against their picture.
+template <typename Values, typename Room, typename Write, typename Draw>
+void ExpectCutAsDrawn(const Values& values, Room room, Write write, Draw draw) {
+  CodeWriter out;
+  out.most = room(values);
+  write(values, out);
+  Picture picture;
+  ClearPicture(picture, values.metric);
+  draw(values, picture);
+  ExpectToMeet(out, picture, values.metric);
+}
+
 WizardValues RandomWizard(int kind) {
   WizardValues values;
   values.kind = kind;
@@ -77,13 +89,12 @@ TEST(Generators, CutTheWizardsJobsAsTheyAreDrawn) {
     const WizardValues values = RandomWizard(round % kWizardKinds);
     SCOPED_TRACE(round);
     ASSERT_EQ(CheckWizard(values).field, -1) << values.kind;
-    CodeWriter out;
-    out.most = WizardRoom();
-    WriteWizard(values, out);
-    Picture picture;
-    ClearPicture(picture, values.metric);
-    DrawWizard(values, Typed(0.1, 1), picture);
-    ExpectToMeet(out, picture, values.metric);
+    const double diameter = Typed(0.1, 1);
+    ExpectCutAsDrawn(
+        values, [](const WizardValues&) { return WizardRoom(); }, WriteWizard,
+        [diameter](const WizardValues& drawn, Picture& picture) {
+          DrawWizard(drawn, diameter, picture);
+        });
   }
 }
 
@@ -123,13 +134,7 @@ TEST(Generators, CutShapesAsTheyAreDrawn) {
       const double shown = ParseDecimal(SavedShapeStart(saved, values.metric, field), 0);
       n[field] = round % 16 < 8 ? shown : shown * Typed(1, 3);
     }
-    CodeWriter out;
-    out.most = ShapeRoom(values);
-    WriteShape(values, out);
-    Picture picture;
-    ClearPicture(picture, values.metric);
-    DrawShape(values, picture);
-    ExpectToMeet(out, picture, values.metric);
+    ExpectCutAsDrawn(values, ShapeRoom, WriteShape, DrawShape);
   }
 }
 
@@ -154,13 +159,7 @@ TEST(Generators, CutCircularPatternsAsTheyAreDrawn) {
                               10,
                               1};
     std::copy(std::begin(numbers), std::end(numbers), values.numbers);
-    CodeWriter out;
-    out.most = CircularRoom(values);
-    WriteCircular(values, out);
-    Picture picture;
-    ClearPicture(picture, values.metric);
-    DrawCircular(values, picture);
-    ExpectToMeet(out, picture, values.metric);
+    ExpectCutAsDrawn(values, CircularRoom, WriteCircular, DrawCircular);
   }
 }
 
@@ -185,13 +184,7 @@ TEST(Generators, CutGridsAsTheyAreDrawn) {
                               10,
                               1};
     std::copy(std::begin(numbers), std::end(numbers), values.numbers);
-    CodeWriter out;
-    out.most = GridRoom(values);
-    WriteGrid(values, out);
-    Picture picture;
-    ClearPicture(picture, values.metric);
-    DrawGrid(values, picture);
-    ExpectToMeet(out, picture, values.metric);
+    ExpectCutAsDrawn(values, GridRoom, WriteGrid, DrawGrid);
   }
 }
 
