@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 #include <utility>
 
 #include "app/profile_keys.h"
+#include "library/file_marks.h"
 #include "library/kept_text.h"
+#include "platform/file.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
 
@@ -15,6 +18,7 @@ MacroLibrary macroLibrary;
 
 namespace {
 
+FileMarks marks;
 constexpr char16_t kTable[] = u"CustomMacros";
 constexpr char16_t kRename[] = u"Rename Macro";
 
@@ -33,6 +37,27 @@ void LoadMacro(int index, MacroRecord& macro) {
   macro.code = UnescapedMacro(std::u16string_view(line).substr(0, kMacroKeyUnits - 1));
 }
 
+// As UTF-8, in which the file keeps it.
+std::string StateOf(const MacroLibrary& library) {
+  std::string state;
+  for (int i = 0; i < library.count; ++i) {
+    state += platform::ToUtf8(library.macros[i].name) + '\0';
+    state += platform::ToUtf8(library.macros[i].code) + '\0';
+  }
+  return state;
+}
+
+// False: the file has no such library, or cannot be read.
+bool ReadMacros(MacroLibrary& library) {
+  library = MacroLibrary();
+  platform::BeginProfileChange();  // one reading of the file for all keys
+  const bool there = !platform::ReadProfile(kTable, u"Count", u"").empty();
+  library.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxMacros);
+  for (int i = 0; i < library.count; ++i) LoadMacro(i, library.macros[i]);
+  platform::EndProfileChange();
+  return there;
+}
+
 // The name with an end that tells it from others, as long as a name may be.
 std::u16string NameWithEnd(std::u16string_view name, std::u16string_view end) {
   return KeptText(name, kMacroNameUnits - static_cast<int>(end.size())) + std::u16string(end);
@@ -49,11 +74,19 @@ std::u16string NameOfCopy(std::u16string_view name) {
 }  // namespace
 
 void LoadMacroLibrary() {
-  macroLibrary = MacroLibrary();
-  platform::BeginProfileChange();  // one reading of the file for all keys
-  macroLibrary.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxMacros);
-  for (int i = 0; i < macroLibrary.count; ++i) LoadMacro(i, macroLibrary.macros[i]);
-  platform::EndProfileChange();
+  ReadMacros(macroLibrary);
+  KnowState(marks, StateOf(macroLibrary));
+}
+
+bool FollowMacroFile() {
+  MacroLibrary now;
+  if (!ReadMacros(now)) return false;
+  const std::string state = StateOf(now);
+  if (KnowsState(marks, state)) return false;
+  macroLibrary = std::move(now);
+  KnowState(marks, state);
+  TellReadAgain(u"macro library");
+  return true;
 }
 
 bool SaveMacroLibrary(void (*told)(bool saved)) {
@@ -64,10 +97,14 @@ bool SaveMacroLibrary(void (*told)(bool saved)) {
     platform::WriteProfile(section, u"Name", macroLibrary.macros[i].name);
     platform::WriteProfile(section, u"Code", EscapedMacro(macroLibrary.macros[i].code));
   }
+  KnowState(marks, StateOf(macroLibrary));
   return platform::EndProfileChange(told);
 }
 
-void ResetMacroLibrary() { macroLibrary = MacroLibrary(); }
+void ResetMacroLibrary() {
+  macroLibrary = MacroLibrary();
+  marks = FileMarks();
+}
 
 std::u16string EscapedMacro(std::u16string_view code) {
   std::u16string line;
@@ -103,6 +140,11 @@ int FindMacro(std::u16string_view name, int except) {
     if (i != except && SameFolded(macroLibrary.macros[i].name, kept)) return i;
   }
   return -1;
+}
+
+int FindSameMacro(const MacroRecord& macro) {
+  const int index = FindMacro(macro.name);
+  return index >= 0 && macroLibrary.macros[index].code == macro.code ? index : -1;
 }
 
 int PutMacro(std::u16string_view name, std::u16string_view code) {

@@ -27,6 +27,9 @@ extern MacroLibrary macroLibrary;
 // From the settings file. A count that is no count is 0, one above 24 is 24. A line of more than
 // 48,062 units is cut there.
 void LoadMacroLibrary();
+// Before a change: takes over what another program, or the user by hand, has written into the file
+// since it was read or written here, and says so. False: nothing of the kind, and nothing changed.
+bool FollowMacroFile();
 // Rewrites the keys; sections of macros that were deleted stay. `told` hears, now or when it is
 // written, whether the settings file holds the table. False: it is known already that it does not.
 bool SaveMacroLibrary(void (*told)(bool saved) = nullptr);
@@ -39,6 +42,8 @@ std::u16string UnescapedMacro(std::u16string_view line);
 
 // Index of the macro with this name, case of A to Z ignored, one of them left out; -1 for none.
 int FindMacro(std::u16string_view name, int except = -1);
+// Index of the macro with the same name and text, -1 for none.
+int FindSameMacro(const MacroRecord& macro);
 // In place of the macro that bears the name, spelled as given now, or at the end. Its index, -1
 // when 24 others are held. Names are cut at 95 units; no NUL is kept.
 int PutMacro(std::u16string_view name, std::u16string_view code);

@@ -9,6 +9,7 @@
 #include "app/stop.h"
 #include "documents/feature_operations.h"
 #include "documents/little_endian.h"
+#include "library/file_marks.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
 #include "platform/listing.h"
@@ -30,6 +31,7 @@ static_assert(kObjectsAt + kMaxShapeObjects * kObjectBytes == kShapeMirrorBytes)
 
 void (*fills[kMaxShapeLists])() = {};
 JoinTable listFill{u"lists of shapes", kMaxShapeLists};
+FileMarks marks;
 
 constexpr ShapeRow kBuiltIn[] = {{u"Square", 0},   {u"Rectangle", 1}, {u"Circle", 2},
                                  {u"Triangle", 3}, {u"Line", 4},      {u"Diamond / Other", 5},
@@ -96,6 +98,38 @@ void StoreShape(const SavedShape& shape, unsigned char* at) {
   }
 }
 
+void RoundAsInFile(SavedShape& shape) {
+  for (int i = 0; i < shape.count; ++i) {
+    for (const NumberKey& key : kNumbers) {
+      double& number = shape.objects[i].*key.field;
+      number = ParseDecimal(FixedText(number, kDecimals), number);
+    }
+  }
+}
+
+// As the settings file gives it back, which knows no groups.
+std::string StateOf(const ShapeLibrary& library) {
+  ShapeLibrary kept = library;
+  for (int i = 0; i < kept.count; ++i) {
+    RoundAsInFile(kept.shapes[i]);
+    for (SketchObject& object : kept.shapes[i].objects) object.group = 0;
+  }
+  std::string bytes;
+  WriteShapeMirror(kept, bytes);
+  return bytes;
+}
+
+// False: the file has no such library, or cannot be read.
+bool ReadShapes(ShapeLibrary& library) {
+  library = ShapeLibrary();
+  platform::BeginProfileChange();  // one reading of the file for all keys
+  const bool there = !platform::ReadProfile(kTable, u"Count", u"").empty();
+  library.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxShapes);
+  for (int i = 0; i < library.count; ++i) LoadShape(i, library.shapes[i]);
+  platform::EndProfileChange();
+  return there;
+}
+
 bool HoldsItems(const SavedShape& shape, const FeatureSettings& record) {
   if (shape.count != record.itemCount) return false;
   for (int i = 0; i < shape.count; ++i) {
@@ -107,18 +141,25 @@ bool HoldsItems(const SavedShape& shape, const FeatureSettings& record) {
 }  // namespace
 
 void LoadShapeLibrary() {
-  shapeLibrary = ShapeLibrary();
-  platform::BeginProfileChange();  // one reading of the file for all keys
-  const std::int32_t count = ProfileReadInteger(kTable, u"Count", 0);
-  shapeLibrary.count = std::clamp(count, 0, kMaxShapes);
-  for (int i = 0; i < shapeLibrary.count; ++i) LoadShape(i, shapeLibrary.shapes[i]);
-  platform::EndProfileChange();
+  ReadShapes(shapeLibrary);
+  KnowState(marks, StateOf(shapeLibrary));
+}
+
+bool FollowShapeFile() {
+  ShapeLibrary now;
+  if (!ReadShapes(now) || KnowsState(marks, StateOf(now))) return false;
+  shapeLibrary = now;
+  KnowState(marks, StateOf(now));
+  TellReadAgain(u"shape library");
+  RefreshShapeLists();
+  return true;
 }
 
 bool SaveShapeLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(shapeLibrary.count));
   for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
+  KnowState(marks, StateOf(shapeLibrary));
   const bool saved = platform::EndProfileChange(told);
   if (app.dataDirReady) {
     std::string bytes;
@@ -151,12 +192,7 @@ int PutShape(const SavedShape& shape) {
   if (index < 0) return -1;
   SavedShape& kept = shapeLibrary.shapes[index];
   kept = shape;
-  for (int i = 0; i < kept.count; ++i) {
-    for (const NumberKey& key : kNumbers) {
-      double& number = kept.objects[i].*key.field;
-      number = ParseDecimal(FixedText(number, kDecimals), number);
-    }
-  }
+  RoundAsInFile(kept);
   return index;
 }
 
@@ -221,6 +257,7 @@ void RegisterShapeLibrary() {
 
 void ResetShapeLibrary() {
   shapeLibrary = ShapeLibrary();
+  marks = FileMarks();
   listFill.count = 0;
 }
 

@@ -30,6 +30,10 @@ extern ShapeLibrary shapeLibrary;
 // From the settings file. A count that is no count is 0, one above 24 is 24; a shape whose own
 // count is below 0 or above 64 loads empty and stays listed.
 void LoadShapeLibrary();
+// Before a change: takes over what another program, or the user by hand, has written into the file
+// since it was read or written here, says so and refreshes the lists. False: nothing of the kind,
+// and nothing changed.
+bool FollowShapeFile();
 // Rewrites the keys, then the mirror where the data directory is ready; a mirror that fails is
 // no failure. `told` hears, now or when it is written, whether the settings file holds the table;
 // where it does not, the table stands in memory only. False: that is known already.

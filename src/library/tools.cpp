@@ -11,6 +11,7 @@
 #include "app/profile_keys.h"
 #include "app/stop.h"
 #include "documents/little_endian.h"
+#include "library/file_marks.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
 #include "platform/profile.h"
@@ -27,6 +28,7 @@ namespace {
 constexpr char16_t kTable[] = u"ToolLibrary";
 void (*fills[kMaxToolLists])() = {};
 JoinTable listFill{u"lists of tools", kMaxToolLists};
+FileMarks marks;
 constexpr int kStoredDecimals = 4;
 constexpr int kLengthDecimals = 3;
 constexpr int kFeedDecimals = 2;
@@ -129,6 +131,36 @@ void StoreTool(const ToolRecord& tool, unsigned char* at) {
   StoreText(at + kNotesAt, kToolNotesUnits, tool.notes);
 }
 
+// As the settings file gives it back.
+ToolRecord AsInFile(const ToolRecord& tool) {
+  ToolRecord kept = tool;
+  for (double* number :
+       {&kept.diameter, &kept.gaugeLength, &kept.stickout, &kept.feed, &kept.plunge}) {
+    *number = ParseDecimal(FixedText(*number, kStoredDecimals), 0);
+  }
+  return kept;
+}
+
+std::string StateOf(const ToolLibrary& library) {
+  ToolLibrary kept;
+  kept.count = library.count;
+  for (int i = 0; i < kept.count; ++i) kept.tools[i] = AsInFile(library.tools[i]);
+  std::string bytes;
+  WriteToolMirror(kept, bytes);
+  return bytes;
+}
+
+// False: the file has no such library, or cannot be read.
+bool ReadTools(ToolLibrary& library) {
+  library = ToolLibrary();
+  platform::BeginProfileChange();  // one reading of the file for all keys
+  const bool there = !platform::ReadProfile(kTable, u"Count", u"").empty();
+  library.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxTools);
+  for (int i = 0; i < library.count; ++i) LoadTool(i, library.tools[i]);
+  platform::EndProfileChange();
+  return there;
+}
+
 bool IsTool(int index) { return index >= 0 && index < toolLibrary.count; }
 
 // At least two digits, as T and H words have them in lists and blocks.
@@ -139,17 +171,24 @@ std::u16string TwoDigits(std::int32_t number) {
 }  // namespace
 
 void LoadToolLibrary() {
-  toolLibrary = ToolLibrary();
-  platform::BeginProfileChange();  // one reading of the file for all keys
-  toolLibrary.count = std::clamp(ProfileReadInteger(kTable, u"Count", 0), 0, kMaxTools);
-  for (int i = 0; i < toolLibrary.count; ++i) LoadTool(i, toolLibrary.tools[i]);
-  platform::EndProfileChange();
+  ReadTools(toolLibrary);
+  KnowState(marks, StateOf(toolLibrary));
+}
+
+bool FollowToolFile() {
+  ToolLibrary now;
+  if (!ReadTools(now) || KnowsState(marks, StateOf(now))) return false;
+  toolLibrary = now;
+  KnowState(marks, StateOf(now));
+  TellReadAgain(u"tool library");
+  return true;
 }
 
 bool SaveToolLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(toolLibrary.count));
   for (int i = 0; i < toolLibrary.count; ++i) SaveTool(i, toolLibrary.tools[i]);
+  KnowState(marks, StateOf(toolLibrary));
   const bool saved = platform::EndProfileChange(told);
   if (app.dataDirReady) {
     std::string bytes;
@@ -172,6 +211,7 @@ void RegisterToolLibrary() { listFill.count = 0; }
 
 void ResetToolLibrary() {
   toolLibrary = ToolLibrary();
+  marks = FileMarks();
   listFill.count = 0;
 }
 
@@ -195,6 +235,18 @@ bool RemoveTool(int index) {
   }
   toolLibrary.tools[--toolLibrary.count] = ToolRecord();
   return true;
+}
+
+int FindSameTool(const ToolRecord& tool) {
+  ToolLibrary one;
+  one.count = 1;
+  one.tools[0] = tool;
+  const std::string wanted = StateOf(one);
+  for (int i = 0; i < toolLibrary.count; ++i) {
+    one.tools[0] = toolLibrary.tools[i];
+    if (StateOf(one) == wanted) return i;
+  }
+  return -1;
 }
 
 int FindTool(std::int32_t number) {

@@ -47,6 +47,10 @@ extern ToolLibrary toolLibrary;
 // From the settings file. A count that is no count is 0, one above 64 is 64; what a tool lacks
 // counts as its default. Values are not checked.
 void LoadToolLibrary();
+// Before a change: takes over what another program, or the user by hand, has written into the file
+// since it was read or written here, and says so. False: nothing of the kind, and nothing changed.
+// Indices may have moved behind it; FindSameTool finds a record again.
+bool FollowToolFile();
 // Rewrites the keys, then the mirror where the data directory is ready. Sections of tools that
 // were deleted stay. `told` hears, now or when it is written, whether the settings file holds the
 // table. False: it is known already that it does not.
@@ -64,6 +68,8 @@ int AppendTool(const ToolRecord& tool);
 bool ReplaceTool(int index, const ToolRecord& tool);
 // Later records move down. False: there is no such record.
 bool RemoveTool(int index);
+// The first tool that the settings file would hold like this one, -1 for none.
+int FindSameTool(const ToolRecord& tool);
 // The first tool with this number, -1 for none.
 int FindTool(std::int32_t number);
 

@@ -183,6 +183,18 @@ int MacroToWorkOn() {
   return index;
 }
 
+// Where another program has changed the library, the macro's new index; -1: it is gone or another.
+int FollowMacro(int index) {
+  const MacroRecord before = macroLibrary.macros[index];
+  const std::u16string typed = platform::TextOf(kIdMacroName);
+  if (!FollowMacroFile()) return index;
+  FillMacroList();
+  const int now = FindSameMacro(before);
+  platform::SelectRow(kIdMacroList, now);
+  platform::SetText(kIdMacroName, typed);
+  return now;
+}
+
 std::u16string NameToSave() {
   std::u16string name = platform::TextOf(kIdMacroName);
   if (!name.empty()) return name;
@@ -220,6 +232,7 @@ void SaveProgramAsMacro() {
   SyncActiveTab();
   const std::u16string_view code =
       ActiveTab() ? std::u16string_view(ActiveTab()->text) : std::u16string_view();
+  if (FollowMacroFile()) FillMacroList();
   if (IsRefused(CheckMacro(name, code))) return;
   if (FindMacro(name) >= 0 &&
       !Confirmed(kSaveMacroTitle, u"A custom macro with this name already exists. Replace it?")) {
@@ -241,14 +254,16 @@ void InsertCustomMacro() {
 }
 
 void DuplicateCustomMacro() {
-  const int index = MacroToWorkOn();
+  int index = MacroToWorkOn();
+  if (index >= 0) index = FollowMacro(index);
   // A new macro of any name finds no room where a copy finds none.
   if (index < 0 || IsRefused(CheckMacro(u"", u"M30"))) return;
   Store(DuplicateMacro(index), TellStored);
 }
 
 void RenameCustomMacro() {
-  const int index = MacroToWorkOn();
+  int index = MacroToWorkOn();
+  if (index >= 0) index = FollowMacro(index);
   if (index < 0) return;
   const std::u16string name = platform::TextOf(kIdMacroName);
   if (IsRefused(CheckMacroName(index, name))) return;
@@ -257,9 +272,10 @@ void RenameCustomMacro() {
 }
 
 void DeleteCustomMacro() {
-  const int index = MacroToWorkOn();
+  int index = MacroToWorkOn();
   if (index < 0 || !Confirmed(u"Custom Macros", u"Delete the selected custom macro?")) return;
-  RemoveMacro(index);
+  index = FollowMacro(index);
+  if (!RemoveMacro(index)) return;
   Store(index, TellStored);
 }
 

@@ -313,6 +313,10 @@ void OpenToolBuilder(int index, bool keyboard) {
 
 bool SaveToolForm() {
   const ToolTexts texts = TypedTexts();
+  int index = underEdit;
+  if (FollowTools(index) && underEdit < 0) {
+    AppendOutput(u"The tool in the form is kept as a further one.");
+  }
   const ToolRefusal refusal = CheckTool(texts, underEdit < 0);
   if (refusal.words[0]) {
     Refuse(refusal);
@@ -342,6 +346,19 @@ bool CloseToolBuilder() {
 
 bool IsToolBuilderOpen() { return open; }
 bool IsToolFormEdited() { return open && edited; }
+
+bool FollowTools(int& index) {
+  const int indices[] = {underEdit, index};
+  ToolRecord before[2];
+  for (int i = 0; i < 2; ++i) {
+    if (indices[i] >= 0) before[i] = toolLibrary.tools[indices[i]];
+  }
+  if (!FollowToolFile()) return false;
+  underEdit = indices[0] < 0 ? -1 : FindSameTool(before[0]);
+  index = indices[1] < 0 ? -1 : FindSameTool(before[1]);
+  RefreshToolLists();
+  return true;
+}
 
 void ForgetTool(int index) {
   if (underEdit == index) {

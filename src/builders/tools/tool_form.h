@@ -18,6 +18,9 @@ bool CloseToolBuilder();
 bool IsToolBuilderOpen();
 // Whether the user typed something since the form was filled or stored.
 bool IsToolFormEdited();
+// Before a change of the library: takes over what another program made of it. `index` and the
+// form follow their records; -1 where one is gone or changed. True: something was taken over.
+bool FollowTools(int& index);
 // A record was removed: the form keeps the one it holds, or holds a new tool now.
 void ForgetTool(int index);
 

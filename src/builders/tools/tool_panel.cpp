@@ -158,10 +158,11 @@ void RegisterPanels() {
 }  // namespace
 
 void DeleteSelectedTool() {
-  const int index = SelectedTool();
+  int index = SelectedTool();
   if (index < 0) return TellNoTool();
   if (!Confirmed(u"Tool Library", u"Delete the selected custom tool from the library?")) return;
-  RemoveTool(index);
+  FollowTools(index);
+  if (!RemoveTool(index)) return;
   ForgetTool(index);
   StoreTools(index);
 }

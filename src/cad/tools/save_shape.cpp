@@ -62,6 +62,7 @@ void SaveDrawingAsShape() {
                       platform::BoxButtons::Ok, platform::BoxIcon::None);
     return;
   }
+  FollowShapeFile();
   std::u16string name = platform::TextOf(kIdCadShapeName);
   if (name.empty()) name = u"Custom Shape " + IntegerText(shapeLibrary.count + 1);
   name = KeptShapeName(name);

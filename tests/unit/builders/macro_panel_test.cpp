@@ -131,6 +131,35 @@ TEST_F(MacroPanel, KeepsTheSelectionWhenAMacroIsRenamed) {
   EXPECT_EQ(platform::TextOf(kIdMacroName), u"two");
 }
 
+TEST_F(MacroPanel, KeepsTheMacrosThatAnotherProgramWrote) {
+  SetProgram(u"M30");
+  SaveAs(u"mine");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=2\r\n[CustomMacro0]\r\nName=hers\r\nCode=M8\r\n"
+            "[CustomMacro1]\r\nName=mine\r\nCode=M30\r\n");
+  headless::SelectRows(kIdMacroList, {0});
+  headless::TypeInto(kIdMacroName, u"renamed");
+  headless::Click(kIdMacroRename);
+  ASSERT_EQ(macroLibrary.count, 2);
+  EXPECT_EQ(std::u16string(macroLibrary.macros[0].name), u"hers");
+  EXPECT_EQ(std::u16string(macroLibrary.macros[1].name), u"renamed");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=1\r\n[CustomMacro0]\r\nName=hers\r\nCode=M9\r\n");
+  SaveAs(u"more");
+  ASSERT_EQ(macroLibrary.count, 2);
+  EXPECT_EQ(macroLibrary.macros[0].code, u"M9");
+  EXPECT_EQ(platform::RowCount(kIdMacroList), 2);
+  headless::Advance(100);
+  // Nor is a macro removed that is not the one that was asked about.
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=1\r\n[CustomMacro0]\r\nName=hers\r\nCode=M10\r\n");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdMacroDelete);
+  EXPECT_EQ(macroLibrary.count, 1);
+}
+
 TEST_F(MacroPanel, SaysSavedOnlyWhenItIs) {
   SetProgram(u"M30");
   headless::FailCall("rename", 1);

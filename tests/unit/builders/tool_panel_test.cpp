@@ -114,6 +114,54 @@ TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
   EXPECT_EQ(Text(ToolField::Name), u"TWO");
 }
 
+// What another window of MORVA, or a hand in the settings file, put there.
+constexpr char kForeignTools[] =
+    "[ToolLibrary]\r\nCount=2\r\n[Tool0]\r\nNumber=50\r\nName=FOREIGN\r\n"
+    "[Tool1]\r\nNumber=1\r\nName=ONE\r\nHOffset=1\r\nDOffset=1\r\n";
+
+TEST_F(ToolPanel, KeepsTheToolsThatAnotherProgramWrote) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini", kForeignTools);
+  Add(u"2", u"TWO");
+  headless::Advance(100);
+  ASSERT_EQ(toolLibrary.count, 3);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"FOREIGN");
+  EXPECT_EQ(std::u16string(toolLibrary.tools[2].name), u"TWO");
+  EXPECT_EQ(platform::RowCount(kIdToolList), 3);
+  EXPECT_TRUE(OutputHas(u"The tool library was changed by another program and has been read"));
+  EXPECT_NE(ReadFile("bin/MORVA.ini").find("Name=FOREIGN"), std::string::npos);
+}
+
+TEST_F(ToolPanel, FollowsItsToolToAnotherPlaceInTheFile) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini", kForeignTools);
+  Type(ToolField::Notes, u"typed");
+  headless::Click(kIdToolSave);
+  ASSERT_EQ(toolLibrary.count, 2);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[1].notes), u"typed");
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].notes), u"");
+}
+
+TEST_F(ToolPanel, KeepsBothWhereTheSameToolWasChangedTwice) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nName=HERS\r\n");
+  Type(ToolField::Name, u"MINE");
+  headless::Click(kIdToolSave);
+  ASSERT_EQ(toolLibrary.count, 2);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"HERS");
+  EXPECT_EQ(std::u16string(toolLibrary.tools[1].name), u"MINE");
+  headless::Advance(100);
+  // Nor is a tool removed that is not the one that was asked about.
+  WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nName=ANOTHER\r\n");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolDelete);
+  ASSERT_EQ(toolLibrary.count, 1);
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"ANOTHER");
+}
+
 TEST_F(ToolPanel, LosesNothingTypedUnasked) {
   Add(u"1", u"ONE");
   headless::Click(kIdToolAdd);

@@ -73,6 +73,20 @@ TEST_F(Macros, ComeBackFromTheSettingsFile) {
   EXPECT_EQ(CodeAt(1), "\\");
 }
 
+TEST_F(Macros, TakeOverWhatAnotherProgramWroteAndNothingElse) {
+  LoadMacroLibrary();
+  PutMacro(u" One ", u"\\G0\r\nX1 \xD800");  // half of a pair, which no file can hold
+  SaveMacroLibrary();
+  EXPECT_FALSE(FollowMacroFile()) << "its own save";
+  PutIni(
+      "[CustomMacros]\r\nCount=2\r\n[CustomMacro0]\r\nName=A\r\nCode=M8\r\n"
+      "[CustomMacro1]\r\nName=B\r\nCode=M9\r\n");
+  EXPECT_TRUE(FollowMacroFile());
+  ASSERT_EQ(macroLibrary.count, 2);
+  EXPECT_EQ(CodeAt(1), "M9");
+  EXPECT_FALSE(FollowMacroFile());
+}
+
 TEST_F(Macros, LoadWithTheDefaultsOfMissingKeys) {
   PutIni("[CustomMacros]\r\nCount=2\r\n[CustomMacro1]\r\nCode=G1\\tX\\nM30\r\n");
   LoadMacroLibrary();

@@ -373,6 +373,23 @@ TEST_F(Shapes, AFillKeepsTheSelectionByItsText) {
   EXPECT_EQ(platform::RowCount(kIdCircularItem), 1);
 }
 
+TEST_F(Shapes, TakeOverWhatAnotherProgramWroteAndNothingElse) {
+  RegisterShapeLibrary();
+  LoadShapeLibrary();
+  PutShape(u"Mine", {{kTypeCircle, 3, 1.0 / 3, 0, 1, 0, 0}});
+  SaveShapeLibrary();
+  EXPECT_FALSE(FollowShapeFile()) << "its own save";
+  EXPECT_EQ(shapeLibrary.shapes[0].objects[0].group, 3);
+  static int refreshed = 0;
+  refreshed = 0;
+  AddShapeList([] { ++refreshed; });
+  PutIni("[CustomShapes]\r\nCount=1\r\n[SavedShape0]\r\nName=Hers\r\nCount=1\r\nK0=1\r\n");
+  EXPECT_TRUE(FollowShapeFile());
+  EXPECT_EQ(NameOf(0), u"Hers");
+  EXPECT_EQ(refreshed, 1);
+  EXPECT_FALSE(FollowShapeFile());
+}
+
 FeatureSettings RecordOf(std::vector<FeatureItem> items) {
   FeatureSettings record;
   record.version = 3;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <random>
 #include <string>
 
@@ -188,6 +189,44 @@ TEST_F(Tools, AreWrittenInOneStep) {
   platform::fileFault = nullptr;
   EXPECT_EQ(flushes, 1);
   EXPECT_LE(reads, 1);
+}
+
+TEST_F(Tools, TakeOverWhatAnotherProgramWroteAndNothingElse) {
+  PutIni("[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nName=Mine\r\nDiameter=0.12345\r\n");
+  LoadToolLibrary();
+  EXPECT_FALSE(FollowToolFile());
+  ToolRecord tool = Cutter(u"Third", 3);
+  tool.diameter = 1.0 / 3;  // the file holds four decimals of it
+  AppendTool(tool);
+  SaveToolLibrary();
+  EXPECT_FALSE(FollowToolFile()) << "its own save";
+  EXPECT_EQ(FindSameTool(tool), 1);
+  std::string ini = Ini();
+  ini.replace(ini.find("Name=Mine"), 9, "Name=Hers");
+  PutIni(ini);
+  EXPECT_TRUE(FollowToolFile());
+  EXPECT_EQ(std::u16string(toolLibrary.tools[0].name), u"Hers");
+  EXPECT_EQ(FindSameTool(tool), 1);
+  EXPECT_FALSE(FollowToolFile());
+  std::filesystem::remove(folder / "bin" / "MORVA.ini");
+  EXPECT_FALSE(FollowToolFile()) << "what is gone is written anew";
+  EXPECT_EQ(toolLibrary.count, 2);
+}
+
+TEST_F(Tools, OutliveAWriteThatFailsAndAReadingThatFails) {
+  PutIni("[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nName=Mine\r\n");
+  platform::fileFault = [](std::string_view kind) { return kind == "read"; };
+  LoadToolLibrary();
+  platform::fileFault = nullptr;
+  ASSERT_EQ(toolLibrary.count, 0);
+  EXPECT_TRUE(FollowToolFile()) << "the file can be read now";
+  ASSERT_EQ(toolLibrary.count, 1);
+  AppendTool(Cutter(u"Kept for this run"));
+  platform::fileFault = [](std::string_view kind) { return kind == "write"; };
+  EXPECT_FALSE(SaveToolLibrary());
+  platform::fileFault = nullptr;
+  EXPECT_FALSE(FollowToolFile());
+  EXPECT_EQ(toolLibrary.count, 2);
 }
 
 TEST_F(Tools, TellWhenTheSettingsCannotBeWritten) {
