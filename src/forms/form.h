@@ -111,6 +111,7 @@ struct FormRow {
   bool optional = false;            // a number: no text counts as the fallback by any rule
   bool yields = false;              // gives up height before a filling row loses its least
   bool wide = false;                // a field across the form, without its label
+  bool readOnly = false;            // Words that can be marked and copied, not changed
 };
 
 struct Form {

@@ -49,6 +49,7 @@ void MakeField(const Form& form, const FormRow& row) {
   spec.font = row.wide || row.kind == RowKind::Log ? form.look->listFont : form.look->fieldFont;
   spec.parent = GroundOf(form);
   spec.hidden = true;
+  spec.readOnly = row.readOnly;
   platform::MakeControl(spec);
   platform::SetColours(spec.id, kWellColours);
   if (row.kind != RowKind::Log && row.limit > 0) platform::SetTextLimit(spec.id, row.limit);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/profile_keys.h"
+#include "documents/marker_lines.h"
 #include "library/file_marks.h"
 #include "library/kept_text.h"
 #include "platform/file.h"
@@ -182,6 +183,18 @@ bool RemoveMacro(int index) {
   }
   macroLibrary.macros[--macroLibrary.count] = MacroRecord();
   return true;
+}
+
+std::u16string MacroToInsert(std::u16string_view code, bool& lacksCode) {
+  std::u16string text;
+  lacksCode = false;
+  for (std::size_t at = 0; at < code.size();) {
+    const std::size_t next = PastLineEnd(code, LineEndFrom(code, at));
+    if (!StartsAt(code, at, kMarkerHead)) text += code.substr(at, next - at);
+    lacksCode = lacksCode || StartsAt(code, at, kDisabledMark);
+    at = next;
+  }
+  return text;
 }
 
 bool IsBlankCode(std::u16string_view code) { return code.find_first_not_of(u"\r\n") == code.npos; }

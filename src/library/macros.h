@@ -62,6 +62,10 @@ struct MacroRefusal {
   const char16_t* words = u"";
   platform::BoxIcon icon = platform::BoxIcon::Warning;
 };
+// What INSERT puts into a program: the text without the lines that mark blocks, because their
+// numbers are those of the program that it was saved from. `lacksCode`: one of them stood for
+// excluded code, which that program has and the macro has not.
+std::u16string MacroToInsert(std::u16string_view code, bool& lacksCode);
 // Line ends alone are no code: nothing would be inserted.
 bool IsBlankCode(std::u16string_view code);
 MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code);

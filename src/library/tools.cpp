@@ -290,10 +290,12 @@ double ToolTipHeight(ToolShape shape, double radius, double distance) {
   }
 }
 
+std::u16string ToolNameText(const ToolRecord& tool) {
+  return u"T" + TwoDigits(tool.number) + u"  " + tool.name;
+}
+
 std::u16string ToolRowText(const ToolRecord& tool, bool metric) {
-  std::u16string row = u"T" + TwoDigits(tool.number);
-  row += u"  ";
-  row += tool.name;
+  std::u16string row = ToolNameText(tool);
   row += u"  \u2022  ";
   row += tool.type;
   row += u"  \u00D8" + FixedText(tool.diameter * (metric ? kMmPerInch : 1), kLengthDecimals);

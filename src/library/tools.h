@@ -90,6 +90,8 @@ double ToolTipHeight(ToolShape shape, double radius, double distance);
 
 // "T01  1/2 END MILL  •  End Mill  Ø0.500 in": the row of lists that offer tools.
 std::u16string ToolRowText(const ToolRecord& tool, bool metric);
+// "T01  1/2 END MILL", where there is no room for more.
+std::u16string ToolNameText(const ToolRecord& tool);
 // The tool change as program text: an empty line, then seven or six lines.
 void WriteToolBlock(const ToolRecord& tool, bool metric, CodeWriter& out);
 

@@ -40,6 +40,7 @@ struct ControlSpec {
   FontRole font = FontRole::Body;
   int parent = kMainWindow;
   bool hidden = false;
+  bool readOnly = false;  // of an edit line: the user can mark and copy its text, not change it
 };
 
 // False: the id is taken, or there is no such parent.

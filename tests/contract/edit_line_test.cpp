@@ -101,6 +101,41 @@ TEST_F(EditLine, PastesByItsKeysAsByTheAction) {
   EXPECT_EQ(TextOf(1), u"12");
 }
 
+TEST_F(EditLine, IsOnlyReadWhereItWasMadeSo) {
+  platform::ControlSpec spec;
+  spec.id = 2;
+  spec.kind = ControlKind::EditLine;
+  spec.text = u"12";
+  spec.readOnly = true;
+  ASSERT_TRUE(platform::MakeControl(spec));
+  platform::SetPlace(2, {0, 100, 100, 130});
+  platform::SetVisible(2, true);
+  platform::SetFocusTo(2);
+  EXPECT_EQ(platform::FocusedId(), 2);
+  platform::SelectAllText(2);
+  hands::CopyElsewhere(u"9");
+  hands::Type(u"7");
+  Press(platform::kKeyBackspace);
+  Press(platform::kKeyDelete);
+  PressCtrl('V');
+  PressCtrl('X');
+  PressCtrl('Z');
+  for (const EditAction action : {EditAction::Cut, EditAction::Paste, EditAction::Delete,
+                                  EditAction::Undo, EditAction::Redo}) {
+    RunEditAction(2, action);
+  }
+  EXPECT_EQ(TextOf(2), u"12");
+  EXPECT_EQ(Told("command"), Lines{});
+  SetText(2, u"34");
+  EXPECT_EQ(TextOf(2), u"34");
+  platform::SelectAllText(2);
+  RunEditAction(2, EditAction::Copy);
+  platform::SetFocusTo(1);
+  Start(u"");
+  RunEditAction(1, EditAction::Paste);
+  EXPECT_EQ(TextOf(1), u"34");
+}
+
 TEST_F(EditLine, TellsNothingAboutAnEmptyPaste) {
   Start(u"abc");
   platform::SelectAllText(1);

@@ -244,13 +244,16 @@ void SaveProgramAsMacro() {
 void InsertCustomMacro() {
   const int index = MacroToWorkOn();
   if (index < 0) return;
-  const std::u16string& code = macroLibrary.macros[index].code;
+  bool lacksCode = false;
+  const std::u16string code = MacroToInsert(macroLibrary.macros[index].code, lacksCode);
   if (IsBlankCode(code)) return ShowStatus(u"The macro is blank. Nothing was inserted.");
   if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(code, true)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,
                   .logged = u"Custom macro inserted into active program."});
+  if (lacksCode)
+    AppendOutput(u"Code that was excluded when the macro was saved is not part of it.");
 }
 
 void DuplicateCustomMacro() {

@@ -21,14 +21,16 @@ void TellSaved(bool saved) {
   ShowStatus(kWords);
 }
 
+std::u16string WholeRow(const ToolRecord& tool) { return ToolRowText(tool, UnitsMetric()); }
+
 }  // namespace
 
-void FillTools(int list) {
+void FillTools(int list, std::u16string (*words)(const ToolRecord& tool)) {
   const int before = std::clamp(platform::SelectedRow(list), 0, std::max(toolLibrary.count - 1, 0));
   platform::HoldListRedraw(list, true);
   platform::ClearRows(list);
   for (int i = 0; i < toolLibrary.count; ++i) {
-    platform::AddRow(list, ToolRowText(toolLibrary.tools[i], UnitsMetric()), i);
+    platform::AddRow(list, words(toolLibrary.tools[i]), i);
   }
   platform::HoldListRedraw(list, false);
   if (toolLibrary.count > 0) platform::SelectRow(list, before);
@@ -46,7 +48,7 @@ void SelectTool(int index) {
 }
 
 void RebuildToolList() {
-  if (platform::Exists(kIdToolList)) FillTools(kIdToolList);
+  if (platform::Exists(kIdToolList)) FillTools(kIdToolList, WholeRow);
 }
 
 void StoreTools(int selected) {

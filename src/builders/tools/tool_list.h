@@ -1,6 +1,10 @@
 // The list of tools in the panel, and what follows a change of the library.
 #pragma once
 
+#include <string>
+
+#include "library/tools.h"
+
 namespace morva {
 
 // The selected record, -1 for none.
@@ -9,7 +13,7 @@ int SelectedTool();
 void SelectTool(int index);
 // Rows of all tools into a list or combo, each with its index. The row that was selected stays so,
 // else the first is.
-void FillTools(int list);
+void FillTools(int list, std::u16string (*words)(const ToolRecord& tool));
 // The panel's list.
 void RebuildToolList();
 // Saves the library, fills every list anew and selects this record.

@@ -53,14 +53,11 @@ constexpr FormRow kHomeRows[] = {
     {.kind = RowKind::Choice, .id = kIdHomeTool, .name = u"Home tool",
      .help = u"Look up the number of a tool", .filled = true, .pages = PageBit(kTools)},
     {.kind = RowKind::Words, .id = kIdHomeToolNumber, .name = u"Number of the tool",
-     .filled = true, .pages = PageBit(kNumber), .height = 26},
+     .filled = true, .pages = PageBit(kNumber), .height = 26, .readOnly = true},
 };
 // clang-format on
 constexpr FormLook kHomeLook{.inset = 1, .labels = Labels::None};
-void ShowHomeNumber();
-// The box is only read: what is typed there goes again.
-constexpr Form kHomeForm{
-    .look = &kHomeLook, .rows = kHomeRows, .changed = [](int) { ShowHomeNumber(); }};
+constexpr Form kHomeForm{.look = &kHomeLook, .rows = kHomeRows};
 
 constexpr Command kCommands[] = {
     {.id = kIdToolList, .hint = Hint::Quiet},
@@ -96,7 +93,7 @@ void ShowHomeNumber() {
 void RebuildHomeTools() {
   if (!platform::Exists(kIdHomeTool)) return;
   const bool wasEmpty = platform::RowCount(kIdHomeTool) == 0;
-  FillTools(kIdHomeTool);
+  FillTools(kIdHomeTool, ToolNameText);  // there is no room for more
   ShowHomeNumber();
   // Without tools there is no list.
   if (wasEmpty != (toolLibrary.count == 0)) RelayPanels();

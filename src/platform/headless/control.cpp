@@ -83,7 +83,7 @@ std::u16string SelectedText(const Item& item) {
 bool RunEditStep(Item& item, platform::EditAction action) {
   using platform::EditAction;
   const Selected s = SelectionOf(item);
-  const bool readOnly = item.kind == Kind::Log;
+  const bool readOnly = item.readOnly;
   switch (action) {
     case EditAction::SelectAll:
       item.edit.anchor = 0;
@@ -148,7 +148,7 @@ void EditKeyAction(int id, platform::EditAction action) {
 
 bool EraseBeforeCaret(int id) {
   Item* item = Find(id);
-  if (!item || !IsPlainText(*item) || item->kind == Kind::Log) return false;
+  if (!item || !IsPlainText(*item) || item->readOnly) return false;
   Selected s = SelectionOf(*item);
   const EditRun run = s.from == s.to ? EditRun::Backspace : EditRun::None;
   if (s.from == s.to) s.from = StepInText(item->text, s.from, false);
@@ -159,7 +159,7 @@ bool EraseBeforeCaret(int id) {
 
 bool TypeInto(int id, std::u16string_view text) {
   const Item* item = Find(id);
-  if (!item || !CanBeUsed(id) || !IsTextItem(*item) || item->kind == Kind::Log) return false;
+  if (!item || !CanBeUsed(id) || !IsTextItem(*item) || item->readOnly) return false;
   if (item->kind == Kind::Editor) return EditorSetAll(id, text);
   platform::SetFocusTo(id);
   Item* edit = Find(id);
@@ -196,6 +196,7 @@ bool MakeControl(const ControlSpec& spec) {
   headless::PlaceText(*item, headless::Fitting(*item, spec.text));
   item->name = spec.accessibleName;
   item->font = spec.font;
+  item->readOnly = spec.readOnly || spec.kind == ControlKind::Log;
   return true;
 }
 

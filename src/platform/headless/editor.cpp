@@ -201,7 +201,7 @@ bool TypeCharacter(int id, char16_t character) {
     return true;
   }
   Item* item = Find(id);
-  if (!item || !IsTextItem(*item) || item->kind == Kind::Log) return false;
+  if (!item || !IsTextItem(*item) || item->readOnly) return false;
   const int from = std::min(item->edit.anchor, item->edit.caret);
   const int to = std::max(item->edit.anchor, item->edit.caret);
   const std::u16string_view typed(&character, 1);

@@ -99,6 +99,7 @@ struct Item {
   bool checked = false;
   bool pressed = false;
   bool takesFocus = false;
+  bool readOnly = false;  // a log, or an edit line that was made so
   int limit = 0;        // units that can be typed; 0: no limit
   unsigned height = 0;  // among the children of a parent the greatest lies on top
   platform::ControlColours colours;

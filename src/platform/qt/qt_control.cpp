@@ -137,7 +137,9 @@ bool IsRedoKey(const QKeyEvent& event) {
 
 class EditLineWidget : public PlacedWidget<QLineEdit> {
  public:
-  EditLineWidget(int id, QWidget* parent) : PlacedWidget<QLineEdit>(id, true, parent) {
+  EditLineWidget(int id, bool readOnly, QWidget* parent)
+      : PlacedWidget<QLineEdit>(id, true, parent) {
+    setReadOnly(readOnly);
     setValidator(new OneLine(this));
     connect(this, &QLineEdit::textChanged, this, [this] {
       if (Quiet::depth == 0) SendCommand(Id(), kNotifyEditChange);
@@ -146,6 +148,7 @@ class EditLineWidget : public PlacedWidget<QLineEdit> {
 
   // One step of its own, also where line ends are left out.
   void PasteLine() {
+    if (isReadOnly()) return;
     const QString held = QGuiApplication::clipboard()->text();
     const QString line = Text(WithoutLineEnds(Text16(held)));
     if (line.isEmpty()) return;
@@ -325,7 +328,7 @@ QWidget* MakeWidget(const ControlSpec& spec, QWidget* parent, PlacedKind& kind) 
       return new LabelWidget(spec.id, parent);
     case ControlKind::EditLine:
       kind = PlacedKind::EditLine;
-      return new EditLineWidget(spec.id, parent);
+      return new EditLineWidget(spec.id, spec.readOnly, parent);
     case ControlKind::MultiEdit:
       kind = PlacedKind::MultiEdit;
       return new TextArea(spec.id, false, parent);
@@ -515,6 +518,8 @@ void RunEditAction(int id, EditAction action) {
   if (!IsTextControl(id)) return;
   const Placed row = *FindPlaced(id);
   if (EditLineWidget* line = LineOf(id)) {
+    const bool reads = action == EditAction::Copy || action == EditAction::SelectAll;
+    if (line->isReadOnly() && !reads) return;
     if (action == EditAction::Delete) {
       line->del();
     } else if (action == EditAction::Paste) {

@@ -88,6 +88,17 @@ TEST_F(MacroPanel, AsksBeforeAMacroGoesWhereItIsNeverRun) {
   EXPECT_EQ(platform::EditorText(kIdEditor), program + u"\r\nG0 X7\r\n");
 }
 
+TEST_F(MacroPanel, BringsNoMarkersOfAnotherProgramIn) {
+  SetProgram(u"(MORVA TEXT 1)\r\nG0 X7\r\n(MORVA DISABLED 3)\r\n(MORVA END 1)\r\n");
+  SaveAs(u"seven");
+  EXPECT_EQ(macroLibrary.macros[0].code, platform::EditorText(kIdEditor)) << "the whole text";
+  headless::SelectRows(kIdMacroList, {0});
+  SetProgram(u"G1");
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), u"G1\r\nG0 X7\r\n");
+  EXPECT_TRUE(OutputHas(u"Code that was excluded when the macro was saved is not part of it."));
+}
+
 TEST_F(MacroPanel, SaysThatAMacroWithoutTextInsertsNothing) {
   PutMacro(u"blank", u"\r\n\r\n");
   FillMacroList();

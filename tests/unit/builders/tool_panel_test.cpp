@@ -227,6 +227,9 @@ TEST_F(ToolPanel, ShowsTheNumberOfAToolAtHomeAndNothingWithoutTools) {
   EXPECT_EQ(platform::TextOf(kIdHomeToolNumber), u"4");
   headless::SelectRows(kIdHomeTool, {1});
   EXPECT_EQ(platform::TextOf(kIdHomeToolNumber), u"15");
+  EXPECT_EQ(platform::RowText(kIdHomeTool, 1), u"T15  FIFTEEN");
+  EXPECT_FALSE(headless::TypeInto(kIdHomeToolNumber, u"99"));
+  EXPECT_EQ(platform::TextOf(kIdHomeToolNumber), u"15");
 }
 
 TEST_F(ToolPanel, IsPaintedAnewWithEachKeyAndSaysWhyItIsNot) {

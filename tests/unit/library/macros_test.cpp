@@ -153,6 +153,19 @@ TEST_F(Macros, AreRefusedWhenBlankTooLongOrTooMany) {
   EXPECT_EQ(Narrow(CheckMacro(u"MACRO 7", u"x").words), "");
 }
 
+TEST_F(Macros, AreInsertedWithoutTheMarkersOfBlocks) {
+  bool lacks = true;
+  EXPECT_EQ(Narrow(MacroToInsert(u"(MORVA TEXT 1)\r\n(MORVA NAME Start)\r\n%\r\nO1\r\n(MORVA END 1)"
+                                 u"\r\n(MORVA BEGIN 2)\r\n(MORVA DATA 00)\r\n(MORVA CODE)\r\n\r\n"
+                                 u"G1 (MORVA END 2)\r\n (MORVA END 2)\nM30\n%",
+                                 lacks)),
+            "%\r\nO1\r\n\r\nG1 (MORVA END 2)\r\n (MORVA END 2)\nM30\n%");
+  EXPECT_FALSE(lacks);
+  EXPECT_EQ(Narrow(MacroToInsert(u"G0\r\n(MORVA DISABLED 4)\r\n", lacks)), "G0\r\n");
+  EXPECT_TRUE(lacks);
+  EXPECT_EQ(MacroToInsert(u"", lacks), u"");
+}
+
 TEST_F(Macros, AreReplacedByNameWhateverItsCase) {
   Fill();
   EXPECT_EQ(PutMacro(u"mACRO 7", u"new"), 7);
