@@ -189,13 +189,18 @@ void OnTyped(int) {
   RepaintPictures();
 }
 
-// As typed. What is no number counts as 0, which has no picture.
+// As typed. What is no number counts as 0, which has no picture; so does one with a comma, which
+// will be refused.
 ToolRecord DrawnTool() {
-  const double unit = UnitsMetric() ? kMmPerInch : 1;
-  ToolRecord tool = ToolOfTexts(TypedTexts(), UnitsMetric());
-  tool.diameter = FieldNumber(IdOf(ToolField::Diameter), 0) / unit;
-  tool.gaugeLength = FieldNumber(IdOf(ToolField::GaugeLength), 0) / unit;
-  tool.stickout = FieldNumber(IdOf(ToolField::Stickout), 0) / unit;
+  const ToolTexts texts = TypedTexts();
+  const auto inches = [&texts](ToolField field) {
+    if (texts[field].find(u',') != texts[field].npos) return 0.0;
+    return FieldNumber(IdOf(field), 0) / (UnitsMetric() ? kMmPerInch : 1);
+  };
+  ToolRecord tool = ToolOfTexts(texts, UnitsMetric());
+  tool.diameter = inches(ToolField::Diameter);
+  tool.gaugeLength = inches(ToolField::GaugeLength);
+  tool.stickout = inches(ToolField::Stickout);
   tool.flutes = FieldCount(IdOf(ToolField::Flutes));
   return tool;
 }

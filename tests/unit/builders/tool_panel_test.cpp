@@ -247,6 +247,10 @@ TEST_F(ToolPanel, IsPaintedAnewWithEachKeyAndSaysWhyItIsNot) {
   EXPECT_FALSE(says());
   Type(ToolField::Diameter, u"abc");
   EXPECT_TRUE(says());
+  Type(ToolField::Diameter, u"1");
+  EXPECT_FALSE(says());
+  Type(ToolField::Diameter, u"1,5");
+  EXPECT_TRUE(says());
 }
 
 TEST_F(ToolPanel, StaysWhileTheModeIsLeftAndClosesByTheBackKey) {
