@@ -97,4 +97,24 @@ TEST_F(ToolsAtTheDesk, OpenByADoubleClickAndCloseByTheBackKey) {
   Show("home_tool_1560.png");
 }
 
+TEST_F(ToolsAtTheDesk, KeepTheWindowOpenForWhatIsTyped) {
+  GoToTools();
+  desk::Click(morva::kIdToolAdd);
+  desk::TypeInto(Field(1), QStringLiteral("PRECIOUS"));
+  desk::Click(morva::kIdShowFeatures);
+  desk::AnswerBox(QStringLiteral("No"));
+  desk::CloseWindow();
+  EXPECT_EQ(desk::LastBoxText(),
+            QStringLiteral("A tool is typed and not saved. Close MORVA without it?"));
+  EXPECT_TRUE(desk::WidgetOf(platform::kMainWindow)->window()->isVisible());
+  EXPECT_TRUE(desk::WidgetOf(morva::kIdToolSave)->isVisible());
+  EXPECT_TRUE(desk::TextOf(Field(1)).startsWith(QStringLiteral("PRECIOUS")));
+  // Nothing is asked about a tool that is saved, whose number can be read and not typed over.
+  desk::Click(morva::kIdToolSave);
+  ASSERT_TRUE(desk::Until([]() { return morva::toolLibrary.count == 1; }));
+  desk::Click(morva::kIdShowFeatures);
+  desk::Key(morva::kIdHomeToolNumber, Qt::Key_7);
+  EXPECT_EQ(desk::TextOf(morva::kIdHomeToolNumber), QStringLiteral("1"));
+}
+
 }  // namespace
