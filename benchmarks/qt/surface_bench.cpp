@@ -11,11 +11,12 @@
 #include <QElapsedTimer>
 #include <QWidget>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 #include "../cpu_time.h"
+#include "../programs.h"
 #include "../targets.h"
 #include "app/command_ids.h"
 #include "bench_window.h"
@@ -25,6 +26,7 @@
 #include "platform/qt/qt_testing.h"
 #include "platform/window.h"
 #include "simulator/cut_surface.h"
+#include "simulator/extract.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
@@ -52,20 +54,9 @@ void MakeProgram() {
   tool.stickout = 1;
   tool.gaugeLength = 2;
   morva::AppendTool(tool);
-  for (int i = 0; i < kCount; ++i) {
-    const int pocket = i / 2048;
-    const int step = i % 2048;
-    const double turn = step * 0.0785;
-    const double radius = step * 0.0003;
-    morva::MotionPoint& point = morva::path.points[i];
-    point = morva::MotionPoint();
-    point.x = (pocket % 4) * 1.5 + radius * std::cos(turn);
-    point.y = (pocket / 4 % 2) * 1.5 + radius * std::sin(turn);
-    point.z = step < 2 ? 0.5 : -0.1 * (1 + pocket / 8);
-    point.rapid = step < 2;
-    point.tool = 1;
-  }
-  morva::path.count = kCount;
+  const std::string program = "T1\r\n" + programs::Pockets(kCount);
+  morva::ExtractInto(morva::path, std::u16string(program.begin(), program.end()), {});
+  if (morva::path.count < kCount * 9 / 10) std::abort();
   ++morva::path.generation;
   morva::SetStockOf(morva::PathOwner::Program, {true, -0.75, 5.25, -0.75, 2.25, 0, -0.5, 0.5});
   morva::SetViewIsometric();
@@ -89,7 +80,7 @@ void PlayingFrame(benchmark::State& state) {
   Stand();
   morva::LoopFromStart(morva::kSpeedCount - 1);
   morva::playback.loops = false;  // an example would be drawn in another way
-  morva::playback.playHead = kCount - static_cast<int>(kFrames * 4.27) - 8;
+  morva::playback.playHead = morva::path.count - static_cast<int>(kFrames * 4.27) - 8;
   OneFrame(true);  // stamps all that lies before
   std::vector<double> frames;
   std::vector<double> bare;
@@ -116,7 +107,7 @@ void PlayingFrame(benchmark::State& state) {
 double WalkPoints() {
   const double before = CpuMilliseconds();
   double sum = 0;
-  for (int i = 0; i < kCount; ++i) {
+  for (int i = 0; i < morva::path.count; ++i) {
     const morva::MotionPoint& point = morva::path.points[i];
     sum += point.x + point.y + point.z;
   }
@@ -128,7 +119,8 @@ double WalkPoints() {
 void Restamp(benchmark::State& state, const char* subject, bool ramp) {
   Stand();
   if (ramp) {
-    for (int i = 0; i < kCount; ++i) morva::path.points[i].z = -0.4 * i / kCount;
+    const int count = morva::path.count;
+    for (int i = 0; i < count; ++i) morva::path.points[i].z = -0.4 * i / count;
   }
   std::vector<double> times;
   std::vector<double> walks;
