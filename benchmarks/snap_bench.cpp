@@ -85,10 +85,9 @@ double Walk(const Candidates& all, double x, double y) {
     least = std::min(least, Square(all.xs[i] - x, all.ys[i] - y));
   }
   for (std::size_t i = 0; i < all.ax.size(); ++i) {
-    double fx = 0;
-    double fy = 0;
-    morva::FootOnSegment(x, y, all.ax[i], all.ay[i], all.bx[i], all.by[i], 1e-6, fx, fy);
-    least = std::min(least, Square(fx - x, fy - y));
+    const morva::SegmentFoot foot =
+        morva::FootOnSegment({x, y}, {all.ax[i], all.ay[i]}, {all.bx[i], all.by[i]}, 1e-6);
+    least = std::min(least, foot.square);
   }
   for (std::size_t i = 0; i < all.cx.size(); ++i) {
     const double off = std::hypot(all.cx[i] - x, all.cy[i] - y) - all.r[i];
@@ -98,8 +97,8 @@ double Walk(const Candidates& all, double x, double y) {
     for (std::size_t k = i + 1; k < all.lx.size(); ++k) {
       double t = 0;
       double s = 0;
-      if (!morva::LineIntersection(all.lx[i], all.ly[i], all.ldx[i], all.ldy[i], all.lx[k],
-                                   all.ly[k], all.ldx[k], all.ldy[k], t, s)) {
+      if (!morva::LineIntersection({all.lx[i], all.ly[i], all.ldx[i], all.ldy[i]},
+                                   {all.lx[k], all.ly[k], all.ldx[k], all.ldy[k]}, t, s)) {
         continue;
       }
       least =

@@ -149,8 +149,8 @@ bool PlainTouch(int a, int b) {
       }
       double t = 0;
       double s = 0;
-      if (morva::LineIntersection(ax[i], ay[i], ax[i + 1] - ax[i], ay[i + 1] - ay[i], bx[k], by[k],
-                                  bx[k + 1] - bx[k], by[k + 1] - by[k], t, s) &&
+      if (morva::LineIntersection({ax[i], ay[i], ax[i + 1] - ax[i], ay[i + 1] - ay[i]},
+                                  {bx[k], by[k], bx[k + 1] - bx[k], by[k + 1] - by[k]}, t, s) &&
           t >= -1e-6 && t <= 1.000001 && s >= -1e-6 && s <= 1.000001) {
         return true;
       }

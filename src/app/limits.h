@@ -115,6 +115,7 @@ inline constexpr int kMaxTabStops = 160;          // controls of a surface that 
 inline constexpr int kPathUnits = 520;        // cut
 inline constexpr int kTitleUnits = 96;        // cut
 inline constexpr int kFeatureNameUnits = 96;  // cut
+inline constexpr int kGivenNameUnits = 80;    // of a block, given by the user; a longer one is refused with words
 inline constexpr int kStatusUnits = 1024;     // cut
 inline constexpr int kWindowTitleUnits = 700; // cut
 inline constexpr int kCaptionFileUnits = 301; // file name inside the window title; cut

@@ -198,8 +198,12 @@ bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
   FormValues values;
   values.metric = record.metric != 0;
   // The unit comes first: it converts what the room and the fields hold.
+  const bool before = builder.form->metric && builder.form->metric();
   if (builder.form->takeUnit) builder.form->takeUnit(values.metric);
-  if (builder.loadItems && !builder.loadItems(record)) return false;
+  if (builder.loadItems && !builder.loadItems(record)) {
+    if (builder.form->takeUnit) builder.form->takeUnit(before);
+    return false;
+  }
   if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
   const std::int32_t choices[] = {record.a, record.b, record.c};
   for (int i = 0; i < kSettingsChoices; ++i) values.choices[i] = choices[i];

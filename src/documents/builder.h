@@ -46,7 +46,7 @@ bool InsertFromBuilder(const Builder& builder);
 // The form's numbers and choices and the builder's items as a record. False: they cannot be stored.
 bool StoreBuilder(const Builder& builder, FeatureSettings& record);
 // Brings the form up with what the record holds, in the record's unit. False: it is no record of
-// this builder, and nothing changes.
+// this builder, or the user keeps what is there; the form and its unit stay.
 bool OpenBuilder(const Builder& builder, const FeatureSettings& record);
 void PlaceBuilder(const Builder& builder, const platform::Rect& area);
 // What the fields say now, fitted into the view.

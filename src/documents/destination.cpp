@@ -101,7 +101,7 @@ std::uint64_t ChosenProgram() {
   return static_cast<std::uint64_t>(platform::RowData(kIdDestinationProgram, row));
 }
 
-int TypedPosition() { return ParseInteger(platform::TextOf(kIdDestinationPosition), 0); }
+int TypedPosition() { return FieldCount(kIdDestinationPosition); }
 
 bool IsStaged(std::uint64_t serial) { return serial != kNewProject && serial == ActiveSerial(); }
 

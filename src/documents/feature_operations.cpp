@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/stop.h"
 #include "documents/block_text.h"
@@ -401,7 +402,7 @@ void NewUserFeature() {
 }
 
 bool IsFeatureName(std::u16string_view name) {
-  if (name.empty() || name.size() > kFeatureNameMost) return false;
+  if (name.empty() || name.size() > kGivenNameUnits) return false;
   for (const char16_t c : name) {
     if (c < 32 || c > 126 || c == u'(' || c == u')') return false;
   }

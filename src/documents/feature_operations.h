@@ -17,7 +17,6 @@ namespace morva {
 // Id behind the selected row, 0 for none.
 std::int32_t SelectedFeatureId();
 
-inline constexpr int kFeatureNameMost = 80;  // units of a name that the user gives
 // Selects the block in the editor and scrolls it into view.
 void SelectFeature();
 // Reopens the block in its builder; the FeatureHint or a box says why where that cannot be.

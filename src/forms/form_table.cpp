@@ -191,7 +191,9 @@ int FormOrder(const Form& form, int* ids, int capacity) {
     for (int i = 0; i < count; ++i) {
       if (ids[i] == id) return;
     }
-    if (id != 0 && count < capacity) ids[count++] = id;
+    if (id == 0) return;
+    if (count >= capacity) StopFull(u"tab stops", capacity);
+    ids[count++] = id;
   };
   for (const FormRow& row : form.rows) {
     if (row.kind != RowKind::Head && row.kind != RowKind::Note) put(row.id);

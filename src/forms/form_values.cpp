@@ -1,5 +1,6 @@
 // What the fields say: read, shown, started and converted.
 
+#include <cmath>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -48,7 +49,7 @@ std::u16string ConvertedText(const FormRow& row, std::u16string_view text, doubl
 Misread ReadRow(const FormRow& row, const StrictRule& rule, double& value) {
   const Misread why = ReadStrict(platform::TextOf(row.id), rule, value);
   if (why == Misread::Empty && row.optional) return Misread::None;
-  const bool whole = value == static_cast<double>(static_cast<int>(value));
+  const bool whole = value == std::trunc(value);
   return why == Misread::None && row.kind == RowKind::Count && !whole ? Misread::NotWhole : why;
 }
 

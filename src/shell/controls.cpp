@@ -6,6 +6,7 @@
 #include "app/commands.h"
 #include "app/hooks.h"
 #include "app/join_table.h"
+#include "app/limits.h"
 #include "app/mode_table.h"
 #include "app/outlets.h"
 #include "app/panels.h"
@@ -131,7 +132,7 @@ void MakeMainControls() {
   MakeCodeEditor();
   for (const platform::ViewSpec& spec : kViews) platform::MakeView(spec);
   for (const TextColours& row : kColours) platform::SetColours(row.id, row.colours);
-  platform::SetTextLimit(kIdFeatureName, kFeatureNameMost);
+  platform::SetTextLimit(kIdFeatureName, kGivenNameUnits);
   if (IsPending(kIdFeatureRename)) platform::SetEnabled(kIdFeatureName, false);
   for (int i = 0; i < PanelCount(); ++i) Call(PanelAt(i).make);
 }

@@ -5,6 +5,7 @@
 
 #include "app/change_guard.h"
 #include "app/command_ids.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -25,7 +26,6 @@ namespace morva {
 namespace {
 
 constexpr int kHotSpot = 34;  // pixels of the lock at a row's right end, and of the eye before it
-constexpr std::size_t kBufferUnits = 96;  // what is read back, terminator included
 
 struct Rename {
   bool open = false;
@@ -84,7 +84,7 @@ void FinishRename(bool commit, bool focusBack) {
   if (!box.open) return;
   const Rename done = box;
   box = Rename();
-  const std::u16string name = platform::TextOf(kIdInlineName).substr(0, kBufferUnits - 1);
+  const std::u16string name = platform::TextOf(kIdInlineName).substr(0, kFeatureNameUnits - 1);
   platform::SetVisible(kIdInlineName, false);
   if (focusBack) platform::SetFocusTo(kIdFeatureList);
   if (!commit || name == done.before || ActiveSerial() != done.serial) return;
@@ -152,7 +152,7 @@ void MakeBox() {
   spec.accessibleName = u"New feature name";
   spec.hidden = true;
   platform::MakeControl(spec);
-  platform::SetTextLimit(kIdInlineName, kFeatureNameMost);
+  platform::SetTextLimit(kIdInlineName, kGivenNameUnits);
   platform::SetColours(kIdInlineName, kWellColours);
 }
 
@@ -185,7 +185,7 @@ void StartInlineRename() {
   if (!PlaceBox(row)) return;
   // The captions show the name of the selected block, or its kind's words.
   UpdateFeatureCaptions();
-  platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kFeatureNameMost));
+  platform::SetText(kIdInlineName, platform::TextOf(kIdFeatureName).substr(0, kGivenNameUnits));
   box.open = true;
   box.id = id;
   box.serial = ActiveSerial();

@@ -23,6 +23,7 @@
 #include "documents/autosave.h"
 #include "documents/companions.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
@@ -324,6 +325,12 @@ TEST_F(Limits, HomesOfAProgramNeverSaved) {
   std::filesystem::remove(last / "Untitled-1.NC");
   RunAutosave();
   EXPECT_EQ(platform::ToUtf8(app.activePath), (last / "Untitled-1.NC").string());
+}
+
+TEST_F(Limits, NamesOfBlocksThatTheUserGives) {
+  static_assert(kGivenNameUnits == 80);
+  EXPECT_TRUE(IsFeatureName(std::u16string(kGivenNameUnits, u'a')));
+  EXPECT_FALSE(IsFeatureName(std::u16string(kGivenNameUnits + 1, u'a')));
 }
 
 TEST_F(Limits, NamesOfCompanionsThatGiveWay) {

@@ -67,6 +67,6 @@ inline constexpr Builder kBuilder{.kind = kKindRectangular,
                                   .logged = u"Bores inserted.",
                                   .write = Write};
 
-inline void Join() { groove::JoinLate<kBuilder>(); }
+inline void Join() { JoinLate<kBuilder>(); }
 
 }  // namespace support::bores

@@ -62,8 +62,9 @@ inline constexpr Builder kBuilder{
     .check = Check,
     .write = Write,
     .room = [](const FormValues&) { return kRoom; },
-    .storeItems = [](FeatureSettings& record) { return record.values[kHoles] != kUnstored; }};
+    .storeItems = [](FeatureSettings& record) { return record.values[kHoles] != kUnstored; },
+    .loadItems = [](const FeatureSettings& record) { return record.values[kHoles] != kUnstored; }};
 
-inline void Join() { groove::JoinLate<kBuilder>(); }
+inline void Join() { JoinLate<kBuilder>(); }
 
 }  // namespace support::careful

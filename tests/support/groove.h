@@ -1,11 +1,9 @@
 // The smallest builder: a groove along X, five fields and a drop-down list. Made up for tests.
 #pragma once
 
-#include "app/panels.h"
 #include "documents/builder.h"
 #include "library/units.h"
-#include "shell/modes.h"
-#include "support/kinds.h"
+#include "support/join_late.h"
 
 namespace support::groove {
 
@@ -80,18 +78,7 @@ inline constexpr Builder kBuilder{.kind = kKindShape,
                                   .write = Write,
                                   .draw = Draw};
 
-// What is below stands in tests alone: JoinRooms joins a builder of the program.
-
-// Joins a builder to the application that has started, and brings its panel up.
-template <const Builder& builder>
-void JoinLate() {
-  FreeKind(builder.kind);
-  RegisterBuilder<builder>();
-  for (int i = 0; i < PanelCount(); ++i) {
-    if (PanelAt(i).mode == builder.mode) PanelAt(i).make();
-  }
-  SetMode(builder.mode);
-}
+// In tests alone: JoinRooms joins a builder of the program.
 inline void Join() { JoinLate<kBuilder>(); }
 
 }  // namespace support::groove

@@ -35,6 +35,7 @@ CutData StartCutData(bool metric) {
 }
 
 CutData ShownCutData() {
+  // A record keeps 0 for a field without a number; the row's fallback is what is cut.
   return FromFields([](const FormRow& row) { return FieldNumber(row.id, 0); });
 }
 

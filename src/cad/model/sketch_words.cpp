@@ -13,7 +13,7 @@ namespace morva {
 namespace {
 
 std::u16string status;
-constexpr std::size_t kStatusMost = 511;
+constexpr std::size_t kSketchStatusUnits = 512;  // terminator included; cut
 
 }  // namespace
 
@@ -24,7 +24,7 @@ void SetSketchStatus(const char16_t* text) {
 
 void SetPassingStatus(const char16_t* text) {
   std::u16string wanted(text ? text : u"");
-  if (wanted.size() > kStatusMost) wanted.resize(kStatusMost);
+  if (wanted.size() >= kSketchStatusUnits) wanted.resize(kSketchStatusUnits - 1);
   if (SameFolded(wanted, status)) return;
   status = wanted;
   platform::SetText(kIdCadStatus, status);

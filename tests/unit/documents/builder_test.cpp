@@ -16,6 +16,7 @@
 #include "platform/listing.h"
 #include "shell/modes.h"
 #include "support/bores.h"
+#include "support/careful.h"
 #include "support/groove.h"
 #include "support/kinds.h"
 #include "support/workbench.h"
@@ -144,6 +145,21 @@ TEST_F(MadeUpBuilder, OpensTheRecordOnThePageThatItsListChooses) {
   EXPECT_EQ(platform::TextOf(count), u"7");
   EXPECT_EQ(platform::AccessibleName(feed), u"TPI");
   EXPECT_EQ(platform::AccessibleName(count), u"Hole count");
+}
+
+TEST_F(MadeUpBuilder, KeepsTheUnitAndTheFieldsWhereARecordIsRefused) {
+  namespace careful = support::careful;
+  careful::Join();
+  platform::SetText(careful::kFirst + careful::kWidth, u"1.500");
+  FeatureSettings record;
+  record.kind = kKindCircular;
+  record.metric = 1;
+  record.values[careful::kWidth] = 25.4;
+  record.values[careful::kHoles] = careful::kUnstored;
+  EXPECT_FALSE(OpenBuilder(careful::kBuilder, record));
+  EXPECT_FALSE(UnitsMetric());
+  EXPECT_EQ(platform::TextOf(careful::kFirst + careful::kWidth), u"1.500");
+  EXPECT_EQ(platform::TextOf(careful::kFirst + careful::kHoles), u"2");
 }
 
 // Its list shows "Tap": 20 threads an inch are a pitch of 1.27 mm, and a count follows no unit.

@@ -445,7 +445,12 @@ TEST_F(FormStage, OrdersItsControlsAsTheyStandAndEachOnce) {
                           kList, kLog,   kLow,  kFirstKey, kSecondKey};
   ASSERT_EQ(count, 10);
   for (int i = 0; i < count; ++i) EXPECT_EQ(ids[i], expected[i]) << i;
-  EXPECT_EQ(FormOrder(kForm, ids, 3), 3);
+}
+
+TEST_F(FormStage, StopsWithWordsWhereTheOrderHasNoRoom) {
+  int ids[3];
+  EXPECT_EXIT(FormOrder(kForm, ids, 3), testing::ExitedWithCode(3),
+              "tab stops is full: it holds 3");
 }
 
 TEST_F(FormStage, GivesARowOfASheetWhatIsLeftInSightAndNeverLessThanItsLeast) {
