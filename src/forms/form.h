@@ -143,7 +143,7 @@ struct FormValues {
 };
 
 // Makes nothing yet. The program stops with words where the table is full, a control stands on
-// another form already, or on two rows of one page.
+// another form already, or on two rows of one page. Forms on one sheet may share push buttons.
 void RegisterForm(const Form& form);
 // Every registered form, for tests that hold for all; null past the last.
 const Form* FormAt(int index);

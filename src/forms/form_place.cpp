@@ -260,8 +260,25 @@ bool IsControlShown(const FormEntry& entry, int id) {
   return false;
 }
 
+// Whether another form on the same sheet has this key and fits.
+template <typename Fits>
+bool IsSharedWith(const FormEntry& entry, int id, Fits fits) {
+  if (!entry.form->sheet) return false;
+  for (int i = 0; const FormEntry* other = EntryAt(i); ++i) {
+    if (other->form == entry.form || other->form->sheet != entry.form->sheet) continue;
+    if (RowOfControl(*other->form, id) >= 0 && fits(*other)) return true;
+  }
+  return false;
+}
+
+bool IsSharedAndShown(const FormEntry& entry, int id) {
+  return IsSharedWith(entry, id,
+                      [id](const FormEntry& other) { return IsControlShown(other, id); });
+}
+
 void HideUnlessShown(const FormEntry& entry, int id) {
-  if (id != 0 && !IsControlShown(entry, id)) platform::SetVisible(id, false);
+  if (id == 0 || IsControlShown(entry, id) || IsSharedAndShown(entry, id)) return;
+  platform::SetVisible(id, false);
 }
 
 // Hides the controls of every row that is not shown; one control may belong to several rows.
@@ -308,6 +325,20 @@ void PlaceForm(const Form& form, std::span<const FormPart> parts) {
   HideRest(*entry);  // a row that had to give up all its height
 }
 
+namespace {
+
+// Keys that another form made first would else come before the fields of this one.
+void OrderSharedKeys(const FormEntry& entry) {
+  int ids[kMaxTabStops];
+  const int count = FormOrder(*entry.form, ids, kMaxTabStops);
+  const auto shared = [&entry](int id) {
+    return IsSharedWith(entry, id, [](const FormEntry&) { return true; });
+  };
+  if (std::any_of(ids, ids + count, shared)) platform::SetTabOrder(ids, count);
+}
+
+}  // namespace
+
 int PlaceForm(const Form& form, const Rect& area) { return PlaceForm(form, area, PageOf(form)); }
 
 int PlaceForm(const Form& form, const Rect& area, int page) {
@@ -317,6 +348,7 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   SetPlacedPage(*entry, page);
   FormPart part{area, page};
   if (form.sheet) {
+    if (FormOnSheet(*form.sheet) != &form) OrderSharedKeys(*entry);
     PlaceSheet(*form.sheet, form, area);
     part.area = SheetPaper(*form.sheet);
     // A row may take the height that is left. A paper as high as its rows leaves none, so such a

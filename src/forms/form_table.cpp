@@ -42,11 +42,23 @@ void Stop(int id, const char16_t* where) {
   StopProgram(u"MORVA cannot start. Control " + IntegerText(id) + where);
 }
 
+bool IsKeyOn(const Form& form, int id) {
+  const int row = RowOfControl(form, id);
+  return row >= 0 && form.rows[static_cast<std::size_t>(row)].kind == RowKind::Keys;
+}
+
+// Of forms that share a sheet one is up at a time, so they may share push buttons as well.
+bool MayShare(const Form& one, const Form& other, int id) {
+  return one.sheet && one.sheet == other.sheet && IsKeyOn(one, id) && IsKeyOn(other, id);
+}
+
 // One control must not be asked for by two forms, nor by two rows that are up at once.
 void CheckControl(const Form& form, std::size_t row, int id) {
   if (id == 0) return;
   for (int i = 0; i < entryFill.count; ++i) {
-    if (RowOfControl(*entries[i].form, id) >= 0) Stop(id, u" stands on two forms.");
+    const Form& other = *entries[i].form;
+    if (RowOfControl(other, id) < 0 || MayShare(form, other, id)) continue;
+    Stop(id, u" stands on two forms.");
   }
   for (std::size_t i = 0; i < row; ++i) {
     if ((PagesWith(form.rows[i], id) & PagesWith(form.rows[row], id)) != 0) {

@@ -168,6 +168,8 @@ void PlaceSheet(const Sheet& sheet, const Form& form, const Rect& area) {
   MovePaper(state);
 }
 
+const Form* FormOnSheet(const Sheet& sheet) { return StateOf(sheet).form; }
+
 void HideSheet(const Sheet& sheet, const Form& form) {
   if (StateOf(sheet).form != &form) return;
   for (const int id : {sheet.frame.id, sheet.bar.id}) platform::SetVisible(id, false);

@@ -34,6 +34,7 @@ void MakeSheet(const Sheet& sheet);
 // In the parent's pixels, the scroll bar included. A form that was up keeps its scrolling where it
 // can be, another one begins at its top.
 void PlaceSheet(const Sheet& sheet, const Form& form, const platform::Rect& area);
+const Form* FormOnSheet(const Sheet& sheet);  // that was placed last, null for none
 // Nothing while another form is up on it.
 void HideSheet(const Sheet& sheet, const Form& form);
 // How high the rows on it are; looked at where the sheet has no height of its own.

@@ -7,7 +7,9 @@ namespace morva {
 
 namespace {
 
-constexpr Command kCommands[] = {InchKey(kIdInch), MmKey(kIdMm)};
+constexpr Command kCommands[] = {InchKey(kIdInch), MmKey(kIdMm),
+                                 InchKey(kIdBuilderInch, u"Inch of the builders"),
+                                 MmKey(kIdBuilderMm, u"Millimeter of the builders")};
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// What the unit keys of the main window say about themselves.
+// What the unit keys of the main window and of the builders' forms say about themselves.
 #pragma once
 
 #include <span>

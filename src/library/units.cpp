@@ -37,6 +37,7 @@ void ResetUnits() { app.unitsMetric = false; }
 void RegisterUnitCommands() {
   AddCommands(UnitCommands());
   RegisterUnitKeys(kIdInch, kIdMm);
+  RegisterUnitKeys(kIdBuilderInch, kIdBuilderMm);
 }
 
 void RegisterUnitKeys(int inch, int mm) {

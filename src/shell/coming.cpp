@@ -11,7 +11,6 @@ namespace {
 
 constexpr char16_t kWizard[] = u"Machining wizard";
 constexpr char16_t kShapes[] = u"Shape builder";
-constexpr char16_t kBuilderUnits[] = u"Units of the builders";
 constexpr char16_t kCircular[] = u"Circular pattern";
 constexpr char16_t kRectangular[] = u"Rectangular pattern";
 constexpr char16_t kPlate[] = u"Plate workspace";
@@ -31,8 +30,6 @@ constexpr Command kCommands[] = {
     {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
     {.id = kIdCustomShapes, .words = u"Custom shapes", .pending = kShapes},
     {.id = kIdQuickInsertFirst, .pending = u"Quick insert", .last = kIdQuickInsertLast},
-    {.id = kIdBuilderInch, .words = u"INCH", .wordsOn = u"INCH *", .pending = kBuilderUnits},
-    {.id = kIdBuilderMm, .words = u"MM", .wordsOn = u"MM *", .pending = kBuilderUnits},
     {.id = kIdCircularItem, .pending = kCircular},
     {.id = kIdCircularInsert, .words = u"INSERT CIRCULAR PATTERN", .pending = kCircular},
     {.id = kIdCircularOrientation, .pending = kCircular},

@@ -545,6 +545,36 @@ TEST_F(FormStage, SharesASheetWithAnotherForm) {
   EXPECT_FALSE(platform::IsVisible(kFrame));
 }
 
+// Forms that take turns on one sheet may have the same key: it stands on the one that is up, and
+// Tab reaches it where that form has it.
+TEST_F(FormStage, SharesAKeyWithAnotherFormOnTheSameSheet) {
+  ResetForms();
+  static constexpr FormRow first[] = {{.id = kCount}, {.kind = RowKind::Keys, .keys = {kFirstKey}}};
+  static constexpr FormRow second[] = {
+      {.id = kSize}, {.id = kTurn}, {.kind = RowKind::Keys, .keys = {kFirstKey}}};
+  static constexpr Form one{.sheet = &kSheet, .rows = first};
+  static constexpr Form other{.sheet = &kSheet, .rows = second};
+  RegisterForm(one);
+  RegisterForm(other);
+  RegisterSheet<kSheet>();
+  MakeForm(one);
+  MakeForm(other);
+  PlaceForm(one, {0, 0, 216, 400});
+  HideForm(other);
+  EXPECT_TRUE(platform::IsVisible(kFirstKey));
+  PlaceForm(other, {0, 0, 216, 400});
+  HideForm(one);
+  EXPECT_TRUE(platform::IsVisible(kFirstKey));
+  headless::Focus(kTurn);
+  platform::KeyEvent tab;
+  tab.key = platform::kKeyTab;
+  headless::PressKey(tab);
+  EXPECT_EQ(platform::FocusedId(), kFirstKey);
+  HideForm(one);
+  HideForm(other);
+  EXPECT_FALSE(platform::IsVisible(kFirstKey));
+}
+
 // A row that takes what is left takes all of it, so nothing is left to scroll.
 TEST_F(FormStage, LeavesNothingToScrollWhereARowFillsTheSheet) {
   ResetForms();
