@@ -24,6 +24,7 @@ inline constexpr int kIdModeList = 200;     // left mode list
 inline constexpr int kIdEditor = 300;       // code editor
 inline constexpr int kIdCompletion = 303;   // completion list
 inline constexpr int kIdWizardCombo = 400;  // Machining wizard combo
+inline constexpr int kIdWizardField = 401;  // ten fields of an operation, 401 to 410
 inline constexpr int kIdWizardInsert = 430;
 inline constexpr int kIdPreflight = 440;
 inline constexpr int kIdToolList = 600;  // tool list
@@ -435,5 +436,6 @@ inline constexpr int kViewToolPaper = 20041;
 inline constexpr int kViewToolBar = 20042;
 inline constexpr int kViewToolPicture = 20043;  // the tool, and its cutting end
 inline constexpr int kViewToolEnd = 20044;
+inline constexpr int kViewWizardPicture = 20050;
 
 }  // namespace morva

@@ -29,6 +29,8 @@ struct Hooks {
   // the program's path; another operation while one is shown; the program's path again.
   void (*showExample)(int operation) = nullptr;
   void (*leaveExample)() = nullptr;
+  // skim: opens the guided skim. False: it did not come up, and the user was told why.
+  bool (*openSkim)() = nullptr;
   // simulator: makes a program line current in the feature list and the editors.
   void (*highlightLine)(int line) = nullptr;
   // shell

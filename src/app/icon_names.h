@@ -1,4 +1,4 @@
-// Names of the 42 icons: numbers for the shell's drawings, open to every room.
+// Names of the 47 icons: numbers for the shell's drawings, open to every room.
 #pragma once
 
 namespace morva {
@@ -46,7 +46,12 @@ enum Icon : int {
   kIconReceive = 39,
   kIconCheck = 40,
   kIconOrbit = 41,
+  kIconFace = 42,  // what the machining wizard cuts, 42 to 46
+  kIconProfile = 43,
+  kIconDrill = 44,
+  kIconPeck = 45,
+  kIconTap = 46,
 };
-inline constexpr int kIconCount = 42;
+inline constexpr int kIconCount = 47;
 
 }  // namespace morva

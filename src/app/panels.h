@@ -33,6 +33,7 @@ struct Panel {
   void (*place)(const platform::Rect& area) = nullptr;  // places and shows them
   void (*hide)() = nullptr;
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
+  void (*left)() = nullptr;   // another mode or surface is up; comes once for what was entered
   // Of a panel in the right body whose mode shows the toolpath view as well, with narrow bars. The
   // view stands beside the panel where the window is wide enough, else below it and keeps its
   // least. Pixels that the panel keeps when the view stands below it; 0: no view. In the smallest

@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -13,6 +14,7 @@
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
+#include "forms/form_words.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "text/codetext.h"
@@ -44,7 +46,40 @@ void Refuse(const Builder& builder, const Refusal& refusal) {
   platform::SelectAllText(refusal.field);
 }
 
+// Calls with every number of the page that is read whose text is no number by the strict rule.
+template <typename Take>
+void EachMisread(const Builder& builder, const FormValues& values, Take take) {
+  const unsigned page = PageBit(ReadPage(builder));
+  for (const FormRow& row : builder.form->rows) {
+    const bool number = row.kind == RowKind::Number || row.kind == RowKind::Count;
+    if (!number || row.value < 0 || (row.pages & page) == 0) continue;
+    if (values.misread[row.value] != Misread::None) take(row, values.misread[row.value]);
+  }
+}
+
+// The first field of which half a text would be taken for a number, null for none.
+const FormRow* HalfNumber(const Builder& builder, const FormValues& values) {
+  const FormRow* half = nullptr;
+  EachMisread(builder, values, [&half](const FormRow& row, Misread why) {
+    if (!half && row.kind == RowKind::Number && why != Misread::Empty) half = &row;
+  });
+  return half;
+}
+
+// What counts in place of a text: the person at the machine has to know.
+void TellReplaced(const Builder& builder, const FormValues& values) {
+  EachMisread(builder, values, [&values](const FormRow& row, Misread) {
+    const int decimals = row.kind == RowKind::Count ? 0 : row.decimals;
+    AppendOutput(ReplacedWords(row, values.metric, FixedText(values.numbers[row.value], decimals)));
+  });
+}
+
 bool Passes(const Builder& builder, const FormValues& values) {
+  if (const FormRow* half = builder.wholeNumbers ? HalfNumber(builder, values) : nullptr) {
+    const std::u16string words = NoNumberWords(*half, values.metric);
+    Refuse(builder, {.words = words.c_str(), .field = half->id});
+    return false;
+  }
   Refusal refusal;
   const int unread = values.refused;
   if (unread >= 0) refusal.field = builder.form->rows[static_cast<std::size_t>(unread)].id;
@@ -103,6 +138,8 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   panel.heightAboveView = builder.showsPath ? kHeightAboveView : 0;
   panel.place = calls.place;
   panel.hide = calls.hide;
+  panel.enter = builder.enter;
+  panel.left = builder.left;
   panel.helpBelow = builder.helpBelow;
   RegisterPanel(panel);
 }
@@ -158,6 +195,7 @@ void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
 
 bool InsertFromBuilder(const Builder& builder) {
   const FormValues values = ReadBuilder(builder, builder.reading);
+  if (builder.instead && builder.instead(values)) return false;
   if (!Passes(builder, values)) return false;
   CodeWriter out;
   out.most = builder.room ? builder.room(values) : kMaxBuilderText;
@@ -178,6 +216,7 @@ bool InsertFromBuilder(const Builder& builder) {
                   .rebuildPath = true,
                   .logged = builder.logged});
   if (builder.inserted) builder.inserted(values, linked && ActiveSerial() == source);
+  if (builder.wholeNumbers) TellReplaced(builder, values);
   return true;
 }
 

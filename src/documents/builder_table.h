@@ -38,11 +38,19 @@ struct Builder {
   bool helpBelow = false;        // the mode's help text stands below the form
   bool showsPath = false;        // the toolpath view stands beside or below the form
   Reading reading = Reading::Lax;  // of its numbers
-  int insertKey = 0;               // a command; its other caption says that a block is under edit
+  // For lax readings: a text of which only a part is a number, or nothing, is refused with words.
+  // An empty field and a count are taken as they were read, and the log tells what they count as.
+  bool wholeNumbers = false;
+  void (*enter)() = nullptr;  // the mode was entered
+  void (*left)() = nullptr;   // the mode was left
+  int insertKey = 0;          // a command; its other caption says that a block is under edit
   std::span<const Command> commands = {};  // words of its keys, where no table of the room has them
   bool asksWhere = false;                  // the user chooses program and operation number first
   const char16_t* logged = u"";            // in the output log after an insertion
   int refreshMs = 60;                      // until the text is looked at
+  // Asked first of all. True: the key did something else, and nothing is inserted. Null: it
+  // inserts.
+  bool (*instead)(const FormValues& values) = nullptr;
   // The next three change nothing; they read the form's values and the room's model alone.
   // False: `refusal` says why. A number that the strict rule refuses stands in values.refused and
   // values.misread, and its field in refusal.field. Null: what could be read is taken.

@@ -112,6 +112,8 @@ struct FormRow {
   bool yields = false;              // gives up height before a filling row loses its least
   bool wide = false;                // a field across the form, without its label
   bool readOnly = false;            // Words that can be marked and copied, not changed
+  bool half = false;   // of the width: it shares a line with a half row right behind it
+  bool fixed = false;  // a View or Keys of a form on a sheet: it stands below what scrolls
 };
 
 struct Form {

@@ -93,7 +93,7 @@ void MakeView(const Form& form, const FormRow& row) {
   spec.accessibleName = NameOf(row, IsMetric(form));
   spec.background = kOutputBackground;
   spec.takesFocus = true;
-  spec.parent = GroundOf(form);
+  spec.parent = GroundOf(form, row);
   platform::MakeView(spec);
   platform::SetVisible(spec.id, false);
 }
@@ -108,7 +108,7 @@ void MakeChecks(const Form& form, const FormRow& row) {
 void MakeKeys(const Form& form, const FormRow& row) {
   for (int i = 0; i < KeyCount(row); ++i) {
     if (platform::Exists(row.keys[i])) continue;
-    MakeCommandKey(row.keys[i], GroundOf(form), form.look->keyFont, true);
+    MakeCommandKey(row.keys[i], GroundOf(form, row), form.look->keyFont, true);
   }
 }
 

@@ -27,14 +27,15 @@ bool IsWell(const FormLook& look, RowKind kind) {
   }
 }
 
-void PaintForm(platform::Canvas& canvas, const FormEntry& entry, int focused) {
+// What stands on `parent`.
+void PaintForm(platform::Canvas& canvas, const FormEntry& entry, int parent, int focused) {
   const Form& form = *entry.form;
   const FormLook& look = *form.look;
   const Rect ground = platform::CanvasArea(canvas);
   for (std::size_t i = 0; i < form.rows.size(); ++i) {
     const FormRow& row = form.rows[i];
     const RowState& state = StateOf(entry, static_cast<int>(i));
-    if (!state.shown) continue;
+    if (!state.shown || GroundOf(form, row) != parent) continue;
     // No line above the head that begins the form.
     if (row.kind == RowKind::Head && look.headLines && state.top > 0) {
       FillArea(canvas, Rect{look.edge, state.top, ground.right - look.edge, state.top + 1},
@@ -51,7 +52,7 @@ void PaintForm(platform::Canvas& canvas, const FormEntry& entry, int focused) {
 void PaintForms(platform::Canvas& canvas, int parent) {
   const int focused = platform::FocusedId();
   for (int i = 0; const FormEntry* entry = EntryAt(i); ++i) {
-    if (GroundOf(*entry->form) == parent) PaintForm(canvas, *entry, focused);
+    PaintForm(canvas, *entry, parent, focused);
   }
 }
 

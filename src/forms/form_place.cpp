@@ -20,10 +20,13 @@ using platform::Rect;
 constexpr int kNoteSlack = 2;  // a label may break a little earlier than its width
 constexpr int kNoteBelow = 2;
 
-// The rows of one page: what they need, and what is left for those that fill.
+// The rows of one page, or of its part that scrolls or is fixed: what they need, and what is left
+// for those that fill.
+enum class Part : unsigned char { Whole, Scrolled, Fixed };
 struct Page {
   const FormEntry* entry = nullptr;
   int page = 0;
+  Part part = Part::Whole;
   int left = 0;
   int right = 0;
   int gap = 0;
@@ -34,6 +37,10 @@ struct Page {
 
 const FormRow& RowAt(const Page& page, int index) {
   return page.entry->form->rows[static_cast<std::size_t>(index)];
+}
+bool IsIn(const Page& page, const FormRow& row) {
+  if (!OnPage(row, page.page)) return false;
+  return page.part == Part::Whole || row.fixed == (page.part == Part::Fixed);
 }
 int RowsOf(const FormEntry& entry) { return static_cast<int>(entry.form->rows.size()); }
 
@@ -93,13 +100,25 @@ int GapBelow(const Page& page, const FormRow& row) {
   return row.kind == RowKind::Head && look.headGap >= 0 ? look.headGap : page.gap;
 }
 
+// Of two half rows that follow each other, the second.
+bool IsSecondHalf(const Page& page, int index) {
+  int halves = 0;
+  for (int i = index; i >= 0; --i) {
+    const FormRow& row = RowAt(page, i);
+    if (!IsIn(page, row)) continue;
+    if (!row.half) break;
+    ++halves;
+  }
+  return halves > 0 && halves % 2 == 0;
+}
+
 // Everything but the filling rows, without the gap behind the last one.
 int FixedHeight(const Page& page) {
   int height = 0;
   int behind = 0;
   for (int i = 0; i < RowsOf(*page.entry); ++i) {
     const FormRow& row = RowAt(page, i);
-    if (!OnPage(row, page.page)) continue;
+    if (!IsIn(page, row) || IsSecondHalf(page, i)) continue;
     height += behind + AboveControl(page, row);
     if (!Fills(page, row)) height += ControlHeight(page, row);
     behind = GapBelow(page, row);
@@ -119,7 +138,7 @@ void Fit(Page& page) {
   int shared = 0;
   for (int i = 0; i < RowsOf(*page.entry); ++i) {
     const FormRow& row = RowAt(page, i);
-    if (!OnPage(row, page.page) || !Fills(page, row)) continue;
+    if (!IsIn(page, row) || !Fills(page, row)) continue;
     least = std::max(least, static_cast<int>(row.least));
     shared += row.percent > 0 ? PercentOfHeight(page, row.percent) : 0;
   }
@@ -225,27 +244,77 @@ int PutRow(const Page& page, int index, int y) {
   return bottom;
 }
 
-// The y below the last row and its gap; `foot` is that without the gap.
-int PutPage(const FormEntry& entry, const FormPart& part, int& foot) {
+// The columns of half rows.
+Page HalfOf(const Page& page, bool second) {
+  Page half = page;
+  const int gap = page.entry->form->look->keyGap;
+  const int middle = (page.left + page.right) / 2;
+  if (second) {
+    half.left = middle + gap;
+  } else {
+    half.right = middle - gap;
+  }
+  return half;
+}
+
+// The part's area and what fits into it.
+Page FitPart(const FormEntry& entry, const FormPart& where, Part part) {
   const FormLook& look = *entry.form->look;
   Page page;
   page.entry = &entry;
-  page.page = part.page;
-  page.left = part.area.left + look.edge;
-  page.right = part.area.right - look.edge;
-  page.height = part.area.bottom - part.area.top - look.top;
+  page.page = where.page;
+  page.part = part;
+  page.left = where.area.left + look.edge;
+  page.right = where.area.right - look.edge;
+  page.height = where.area.bottom - where.area.top - look.top;
   Fit(page);
-  int y = part.area.top + look.top;
+  return page;
+}
+
+// The y below the last row and its gap; `foot` is that without the gap.
+int PutPage(const Page& page, int top, int& foot) {
+  int y = top + page.entry->form->look->top;
+  int line = y;  // where the line of a first half begins
   foot = y;
-  for (int i = 0; i < RowsOf(entry); ++i) {
+  for (int i = 0; i < RowsOf(*page.entry); ++i) {
     const FormRow& row = RowAt(page, i);
-    if (!OnPage(row, part.page)) continue;
-    const int below = PutRow(page, i, y);
-    if (below <= y) continue;
-    foot = below;
-    y = below + GapBelow(page, row);
+    if (!IsIn(page, row)) continue;
+    const bool second = IsSecondHalf(page, i);
+    if (!second) line = y;
+    const int below = PutRow(row.half ? HalfOf(page, second) : page, i, line);
+    if (below <= line) continue;
+    foot = std::max(foot, below);
+    y = std::max(y, below + GapBelow(page, row));
   }
   return y;
+}
+
+// The height of a part whose filling row has its least.
+int LeastHeight(const FormEntry& entry, int width, int pageNumber, Part part) {
+  const Page page = FitPart(entry, {{0, 0, width, 0}, pageNumber}, part);
+  int height = FixedHeight(page);
+  for (int i = 0; i < RowsOf(entry); ++i) {
+    const FormRow& row = RowAt(page, i);
+    if (IsIn(page, row) && Fills(page, row)) height += row.least;
+  }
+  return height;
+}
+
+bool HasFixed(const Form& form, int page) {
+  return form.sheet && std::any_of(form.rows.begin(), form.rows.end(), [page](const FormRow& row) {
+           return row.fixed && OnPage(row, page);
+         });
+}
+
+// The area of what scrolls, above what is fixed. What scrolls gets no more than it needs.
+Rect AboveFixed(const FormEntry& entry, const Rect& area, int page) {
+  const FormLook& look = *entry.form->look;
+  const int scrolled =
+      look.top + LeastHeight(entry, RectWidth(area) - kSheetBar, page, Part::Scrolled);
+  const int fixed = look.gap + look.top + LeastHeight(entry, RectWidth(area), page, Part::Fixed);
+  Rect above = area;
+  above.bottom = std::max(area.top, std::min(area.top + scrolled, area.bottom - fixed));
+  return above;
 }
 
 bool IsControlShown(const FormEntry& entry, int id) {
@@ -320,7 +389,7 @@ void PlaceForm(const Form& form, std::span<const FormPart> parts) {
   for (const FormPart& part : parts) {
     int foot = 0;
     SetPlacedPage(*entry, part.page);
-    PutPage(*entry, part, foot);
+    PutPage(FitPart(*entry, part, Part::Whole), part.area.top, foot);
   }
   HideRest(*entry);  // a row that had to give up all its height
 }
@@ -347,21 +416,29 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   MakeForm(form);
   SetPlacedPage(*entry, page);
   FormPart part{area, page};
+  const bool fixed = HasFixed(form, page);
+  Rect scrolled = area;
   if (form.sheet) {
     if (FormOnSheet(*form.sheet) != &form) OrderSharedKeys(*entry);
-    PlaceSheet(*form.sheet, form, area);
+    if (fixed) scrolled = AboveFixed(*entry, area, page);
+    PlaceSheet(*form.sheet, form, scrolled);
     part.area = SheetPaper(*form.sheet);
     // A row may take the height that is left. A paper as high as its rows leaves none, so such a
     // row gets that of the part in sight.
-    if (form.sheet->height == 0) part.area.bottom = RectHeight(area);
+    if (form.sheet->height == 0) part.area.bottom = RectHeight(scrolled);
   }
   MarkPages(*entry, std::span(&part, 1));
   HideRest(*entry);
   int foot = 0;
-  const int below = PutPage(*entry, part, foot);
+  const Part kind = fixed ? Part::Scrolled : Part::Whole;
+  const int below = PutPage(FitPart(*entry, part, kind), part.area.top, foot);
+  if (form.sheet) SetSheetContent(*form.sheet, foot);
+  if (fixed) {
+    part.area = {area.left, scrolled.bottom + form.look->gap, area.right, area.bottom};
+    PutPage(FitPart(*entry, part, Part::Fixed), part.area.top, foot);
+  }
   HideRest(*entry);
   if (!form.sheet) return below;
-  SetSheetContent(*form.sheet, foot);
   platform::Repaint(form.sheet->paper.id);
   return area.bottom;
 }

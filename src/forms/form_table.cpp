@@ -127,6 +127,10 @@ RowState& StateOf(const FormEntry& entry, int row) { return states[entry.firstRo
 
 int GroundOf(const Form& form) { return form.sheet ? form.sheet->paper.id : form.parent; }
 
+int GroundOf(const Form& form, const FormRow& row) {
+  return form.sheet && row.fixed ? form.sheet->parent : GroundOf(form);
+}
+
 int LabelId(const FormEntry& entry, int row) {
   const Form& form = *entry.form;
   const FormRow& r = form.rows[static_cast<std::size_t>(row)];
@@ -285,6 +289,7 @@ void ShowFormControl(int id) {
   const FormEntry* entry = nullptr;
   int row = 0;
   if (!FindControl(id, entry, row) || !entry->form->sheet || !platform::IsVisible(id)) return;
+  if (entry->form->rows[static_cast<std::size_t>(row)].fixed) return;
   ShowOnSheet(*entry->form->sheet, platform::PlaceOf(id));
 }
 

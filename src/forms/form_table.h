@@ -25,8 +25,9 @@ struct RowState {
 };
 RowState& StateOf(const FormEntry& entry, int row);
 
-// The view that the form's controls stand on.
+// The view that the form's controls stand on, and that of a row, which may be a fixed one.
 int GroundOf(const Form& form);
+int GroundOf(const Form& form, const FormRow& row);
 // Id of a row's label, or of the Head or Note itself.
 int LabelId(const FormEntry& entry, int row);
 inline bool IsField(RowKind kind) {

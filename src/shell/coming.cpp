@@ -9,7 +9,6 @@ namespace morva {
 
 namespace {
 
-constexpr char16_t kWizard[] = u"Machining wizard";
 constexpr char16_t kShapes[] = u"Shape builder";
 constexpr char16_t kCircular[] = u"Circular pattern";
 constexpr char16_t kRectangular[] = u"Rectangular pattern";
@@ -22,9 +21,6 @@ constexpr Command kCommands[] = {
      .help = u"Plate builder",
      .on = IsSurfaceKeyOn,
      .pending = kPlate},
-    {.id = kIdWizardCombo, .pending = kWizard},
-    {.id = kIdWizardInsert, .words = u"INSERT GENERATED CODE", .pending = kWizard},
-    {.id = kIdWizardKindFirst, .pending = kWizard, .last = kIdWizardKindLast},
     {.id = kIdShapeCombo, .pending = kShapes},
     {.id = kIdShapeInsert, .words = u"INSERT SHAPE G-CODE", .pending = kShapes},
     {.id = kIdQuickShapeFirst, .pending = kShapes, .last = kIdQuickShapeLast},
@@ -36,7 +32,6 @@ constexpr Command kCommands[] = {
     {.id = kIdRectItem, .pending = kRectangular},
     {.id = kIdRectInsert, .words = u"INSERT RECTANGULAR PATTERN", .pending = kRectangular},
     {.id = kIdOldModeFirst + 2, .pending = kShapes},
-    {.id = kIdOldModeFirst + 4, .pending = kWizard},
     {.id = kIdOldModeFirst + 9, .pending = u"Slot builder"},
     {.id = kIdOldModeLast, .pending = kPlate},
 };
@@ -48,7 +43,6 @@ constexpr const char16_t* kBuilderHelp =
     u"compensation, workholding, and clearances before machining.";
 
 constexpr ModeKey kShapeKeys[] = {{kIdOldModeFirst + 2}};
-constexpr ModeKey kWizardKeys[] = {{kIdOldModeFirst + 4}};
 constexpr ModeKey kSlotKeys[] = {{kIdOldModeFirst + 9}};
 constexpr ModeKey kPlateKeys[] = {{kIdOldModeFirst + 12}};
 constexpr ModeKey kDncKeys[] = {
@@ -60,13 +54,6 @@ constexpr ModeRow kModes[] = {
      .words = u"Plate builder",
      .icon = kIconPlate,
      .keys = kPlateKeys},
-    {.mode = kModeWizard,
-     .place = 4,
-     .words = u"Machining wizard",
-     .header = u"MACHINING WIZARD",
-     .icon = kIconWizard,
-     .remembers = true,
-     .keys = kWizardKeys},
     {.mode = kModeShapes,
      .place = 5,
      .words = u"Shapes and slots",

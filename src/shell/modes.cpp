@@ -50,6 +50,7 @@ constexpr ModeRow kModes[] = {
 
 BackHistory history;
 bool returning = false;  // a return must not overwrite where it came from
+int entered = -1;        // the mode whose panels were entered and not left yet
 
 // Remembers where the user stands before a change of mode that the back key undoes.
 void RememberPlace(int mode) {
@@ -67,8 +68,19 @@ void ShowModeWords() {
 }
 
 void EnterPanels() {
+  entered = app.mode;
   for (int i = 0; i < PanelCount(); ++i) {
     if (PanelAt(i).mode == app.mode) Call(PanelAt(i).enter);
+  }
+}
+
+// `mode` is up now, -1 for a surface.
+void LeavePanels(int mode) {
+  if (entered < 0 || entered == mode) return;
+  const int former = entered;
+  entered = -1;
+  for (int i = 0; i < PanelCount(); ++i) {
+    if (PanelAt(i).mode == former) Call(PanelAt(i).left);
   }
 }
 
@@ -91,6 +103,7 @@ void ShowMode(int mode) {
   Call(hooks.hideCompletion);
   app.mode = mode;
   TakeSurface(kSurfaceCode);
+  LeavePanels(mode);
   ShowModeWords();
   Call(ModeOf(app.mode).fill);
   Layout();
@@ -106,6 +119,7 @@ void EnterSurface(const Surface& surface) {
   }
   if (app.compareActive) Call(hooks.leaveCompare);
   TakeSurface(surface.surface);
+  LeavePanels(-1);
   ShowModeWords();
   Layout();
   Call(surface.enter);
@@ -219,6 +233,7 @@ bool ModeListKey(const platform::KeyEvent& key) {
 void ResetModes() {
   history = BackHistory();
   returning = false;
+  entered = -1;
 }
 
 }  // namespace morva

@@ -145,12 +145,13 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
                 platform::kTextEllipsis);
 }
 
-// Draws keys that have no row in the table of keys.
+// Draws keys that have no row in the table of keys, with the icon of their command.
 void DrawPlainKey(int id, const DrawState& state, Canvas& canvas) {
   const std::u16string text = platform::TextOf(id);
+  const Face face = IconOf(id) == kNoIcon ? Face::Words : Face::IconAndWords;
   const bool fits = platform::TextWidth(FontRole::Body, text) <= RectWidth(state.area) - 4;
-  const FontRole font = fits ? FontRole::Body : FontRole::Small;
-  const KeyLook key{id, font};
+  const FontRole font = fits && face == Face::Words ? FontRole::Body : FontRole::Small;
+  const KeyLook key{id, font, kPanelPlain, face};
   DrawKey(key, state, canvas);
 }
 

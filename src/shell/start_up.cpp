@@ -19,6 +19,7 @@
 #include "app/surfaces.h"
 #include "builders/macros/macro_panel.h"
 #include "builders/tools/tool_panel.h"
+#include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
@@ -336,6 +337,7 @@ void JoinRooms() {
   RegisterShapeLibrary();
   RegisterTools();
   RegisterMacros();
+  RegisterWizard();
   RegisterTransferCommands();
   RegisterCad();
   RegisterShellCommands();

@@ -87,7 +87,7 @@ bool PressView(const PointerEvent& event) {
   if (drag.button != PointerButton::None || viewCube.ring != CubePart::None) return true;
   const Rect client = platform::ClientArea(kViewToolpath);
   if (event.button == PointerButton::Left &&
-      PressCube(viewCube, client, ShownAngles(), event.x, event.y)) {
+      PressCube(viewCube, CubeClient(client), ShownAngles(), event.x, event.y)) {
     return true;
   }
   if (event.button == PointerButton::Left && switches.measureMode) {
@@ -148,7 +148,7 @@ void DragRing(const PointerEvent& event) {
 }
 
 void Hover(int x, int y) {
-  if (HoverCube(viewCube, platform::ClientArea(kViewToolpath), ShownAngles(), x, y)) {
+  if (HoverCube(viewCube, CubeClient(platform::ClientArea(kViewToolpath)), ShownAngles(), x, y)) {
     ShowStatus(kCubeHelp);
   } else {
     ShowPointUnder(x, y);

@@ -370,7 +370,7 @@ void PaintToolpathView(Canvas& canvas) {
   PaintHead(canvas, p, client);
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
-  PaintCube(canvas, client, viewCube, ShownAngles());
+  PaintCube(canvas, CubeClient(client), viewCube, ShownAngles());
   PaintReadOuts(canvas, client);
   if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kBrightAccent, 1));
 }

@@ -32,6 +32,9 @@ std::int32_t DrawnPoints();
 
 // The view cube of this view. The plan counts as yaw 0 and elevation 90.
 extern ViewCube viewCube;
+// The client as the cube takes it: empty where an example plays and the cube would cover half of
+// what it shows.
+platform::Rect CubeClient(const platform::Rect& client);
 ViewAngles ShownAngles();
 void TakeAngles(const ViewAngles& angles);
 void ViewTimer(int timer);

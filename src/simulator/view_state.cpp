@@ -90,6 +90,12 @@ bool TakeGridPick(int id) {
 
 ViewCube viewCube = CubeOfThisView();
 
+platform::Rect CubeClient(const platform::Rect& client) {
+  const bool narrow = platform::RectWidth(client) < 2 * kCubeWidth &&
+                      platform::RectHeight(client) < 2 * kCubeHeight;
+  return narrow && ExampleIsShown() ? platform::Rect{} : client;
+}
+
 void ViewFit() { ViewFitOf(ShownOwner()); }
 
 void ViewFitOf(PathOwner owner) {

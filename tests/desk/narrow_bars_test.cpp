@@ -49,6 +49,7 @@ constexpr int kViewKeys[] = {morva::kIdViewRefresh,  morva::kIdViewFit,     morv
 constexpr int kPlayKeys[] = {morva::kIdPlayStart,   morva::kIdPlayRewind, morva::kIdPlayToggle,
                              morva::kIdPlayForward, morva::kIdPlayEnd,    morva::kIdPlayStop};
 constexpr int kMadeUpSurface = 41030;
+constexpr int kMadeUpMode = 93;  // no mode of the program
 constexpr int kCell = 24;  // pixels from a key to the next one
 
 QRect Place(int id) {
@@ -173,7 +174,7 @@ class NarrowBars : public AtDesk {
 };
 
 TEST_F(NarrowBars, StandWithTheFormOfAMode) {
-  JoinMode(morva::kModeWizard);
+  JoinMode(kMadeUpMode);
   AtBothSizes("mode", [](const QSize& size) {
     ExpectForm();
     ExpectView();

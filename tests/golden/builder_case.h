@@ -20,6 +20,8 @@
 //     arc construction 1.0000,2.0000 radius 0.5000  a whole circle about this centre
 //     arc feature 0.0000,0.0000 radius 2.0000 from 0.0000 by 90.0000
 //     cross blind 1.0000,2.0000                     a drilled hole
+//     dimension across dimension 0.0000,0.0000 1.0000,0.0000 row -1 outside: 1.000
+//     label dimension 1.0000,0.0000 above: Z -0.500
 //
 // Behind the marks it has a line a label, in their order: ink, place and side, or the measured
 // points and the row of the line, then the words. A number of a size has 3 decimals in inches and 2

@@ -21,6 +21,7 @@
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
 #include "forms/form.h"
+#include "forms/form_words.h"
 #include "library/motion_text.h"
 #include "library/outline.h"
 #include "platform/events.h"
@@ -113,9 +114,7 @@ void TellResult(bool update) {
 void TellReading(const FormRow& row, const FormValues& values) {
   double value = 0;
   if (ReadStrictField(row.id, value)) return;
-  AppendOutput(row.label +
-               (u" is not a number: " + SketchNumber(values.numbers[row.value], row.decimals)) +
-               u" was used. Check the code before you run it.");
+  AppendOutput(ReplacedWords(row, false, SketchNumber(values.numbers[row.value], row.decimals)));
 }
 
 void AfterInsertion(const FormValues& values, bool updated) {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "cad/model/sketch_words.h"
-#include "forms/form.h"
+#include "forms/form_words.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "text/strict_number.h"
@@ -25,11 +25,6 @@ bool RefuseField(const FormRow& row) {
 }
 
 }  // namespace
-
-std::u16string NoNumberWords(const FormRow& row) {
-  return row.label +
-         std::u16string(u" holds no usable number. Write 0.75, not 0,75. Nothing was changed.");
-}
 
 bool TakeFieldNumber(int id, double& value) {
   if (!platform::Exists(id) || platform::TextOf(id).empty()) return true;

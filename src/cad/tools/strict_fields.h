@@ -14,7 +14,5 @@ bool TakeFieldNumber(int id, double& value);
 bool TakePage(int page, FormValues& values);
 // Whether every length that the workspace would convert is a number or empty, told as above.
 bool LengthsAreNumbers();
-// "Cut Z holds no usable number. ..."
-std::u16string NoNumberWords(const FormRow& row);
 
 }  // namespace morva

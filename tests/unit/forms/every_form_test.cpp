@@ -148,8 +148,14 @@ struct EveryForm : support::Workbench {
   }
 };
 
-// The area of the form's ground, in pixels of its controls.
-Rect GroundArea(const Form& form) {
+bool IsFixed(const Form& form, int id) {
+  const int row = RowOfControl(form, id);
+  return row >= 0 && form.rows[static_cast<std::size_t>(row)].fixed;
+}
+
+// The area of the ground of one of the form's controls, in pixels of that control.
+Rect GroundArea(const Form& form, int id) {
+  if (form.sheet && IsFixed(form, id)) return platform::ClientArea(form.sheet->parent);
   return form.sheet ? SheetPaper(*form.sheet) : platform::ClientArea(form.parent);
 }
 
@@ -172,8 +178,8 @@ TEST_F(EveryForm, PlacesItsControlsAndLabelsWithoutOverlapOnItsGround) {
     headless::Resize(width, height);
     seen.clear();
     OnEveryForm([](const Form& form, const std::vector<Piece>& pieces) {
-      const Rect ground = GroundArea(form);
       for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const Rect ground = GroundArea(form, pieces[i].id);
         const Rect place = platform::PlaceOf(pieces[i].id);
         EXPECT_LT(place.left, place.right) << pieces[i].id;
         EXPECT_LT(place.top, place.bottom) << pieces[i].id;
@@ -182,6 +188,7 @@ TEST_F(EveryForm, PlacesItsControlsAndLabelsWithoutOverlapOnItsGround) {
         EXPECT_LE(place.right, ground.right) << pieces[i].id;
         EXPECT_LE(place.bottom, ground.bottom) << pieces[i].id;
         for (std::size_t k = i + 1; k < pieces.size(); ++k) {
+          if (IsFixed(form, pieces[i].id) != IsFixed(form, pieces[k].id)) continue;
           EXPECT_FALSE(Overlap(place, platform::PlaceOf(pieces[k].id)))
               << pieces[i].id << " " << pieces[k].id;
         }
@@ -194,6 +201,28 @@ TEST_F(EveryForm, PlacesItsControlsAndLabelsWithoutOverlapOnItsGround) {
       }
     }
   }
+}
+
+// What is fixed stands below the frame of what scrolls, and what scrolls keeps some height.
+TEST_F(EveryForm, KeepsWhatIsFixedBelowWhatScrolls) {
+  int met = 0;
+  for (const auto& [width, height] : kWindows) {
+    SCOPED_TRACE(testing::Message() << width << " by " << height);
+    headless::Resize(width, height);
+    OnEveryForm([&met](const Form& form, const std::vector<Piece>& pieces) {
+      if (!form.sheet) return;
+      const Rect frame = platform::PlaceInMainWindow(form.sheet->frame.id);
+      for (const Piece& piece : pieces) {
+        if (!IsFixed(form, piece.id)) continue;
+        const Rect place = platform::PlaceInMainWindow(piece.id);
+        EXPECT_GE(place.top, frame.bottom) << piece.id;
+        EXPECT_GE(place.left, frame.left) << piece.id;
+        EXPECT_GE(RectHeight(frame), 120) << piece.id;
+        ++met;
+      }
+    });
+  }
+  EXPECT_GE(met, 6);
 }
 
 // The toolpath view with its two rows of keys.
@@ -216,8 +245,10 @@ TEST_F(EveryForm, LeavesTheToolpathViewFree) {
       if (headless::OpenDialog() != 0) return;  // it lies over everything
       // What scrolls is seen in the frame alone.
       std::vector<int> ids;
-      for (const Piece& piece : pieces) ids.push_back(piece.id);
-      if (form.sheet) ids = {form.sheet->frame.id, form.sheet->bar.id};
+      for (const Piece& piece : pieces) {
+        if (!form.sheet || IsFixed(form, piece.id)) ids.push_back(piece.id);
+      }
+      if (form.sheet) ids.insert(ids.end(), {form.sheet->frame.id, form.sheet->bar.id});
       for (const int view : ViewPieces()) {
         const Rect taken = platform::PlaceInMainWindow(view);
         for (const int id : ids) {
@@ -231,7 +262,7 @@ TEST_F(EveryForm, LeavesTheToolpathViewFree) {
 }
 
 TEST_F(EveryForm, IsWalkedByTabInTheOrderOfTheScreen) {
-  OnEveryForm([](const Form&, const std::vector<Piece>& pieces) {
+  OnEveryForm([](const Form& form, const std::vector<Piece>& pieces) {
     std::set<int> wanted;
     for (const Piece& piece : pieces) {
       if (!piece.label && platform::IsEnabled(piece.id)) wanted.insert(piece.id);
@@ -253,6 +284,8 @@ TEST_F(EveryForm, IsWalkedByTabInTheOrderOfTheScreen) {
     }
     EXPECT_EQ(walked.size(), wanted.size());
     for (std::size_t i = 1; i < walked.size(); ++i) {
+      // What is fixed stands below all that scrolls, in pixels of another ground.
+      if (IsFixed(form, walked[i]) && !IsFixed(form, walked[i - 1])) continue;
       EXPECT_TRUE(Follow(platform::PlaceOf(walked[i - 1]), platform::PlaceOf(walked[i])))
           << walked[i - 1] << " " << walked[i];
     }

@@ -7,6 +7,7 @@
 #include "app/outlets.h"
 #include "builders/macros/macro_panel.h"
 #include "builders/tools/tool_panel.h"
+#include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
 #include "cad/panel/cad_surface.h"
 #include "codetools/find_pane.h"
@@ -68,8 +69,8 @@ struct MainStage : public support::Stage {
     platform::MakeMainWindow(window);
     morva::RegisterCadSurface();
     // In words alone, as long as their panels are not there.
-    for (morva::ModeRow row :
-         {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode}) {
+    for (morva::ModeRow row : {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode,
+                               morva::kMacrosMode, morva::kWizardMode}) {
       row.coming = true;
       morva::RegisterMode(row);
     }

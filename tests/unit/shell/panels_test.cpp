@@ -16,6 +16,7 @@
 namespace morva {
 namespace {
 
+constexpr int kMadeUpMode = 93;  // no mode of the program
 std::vector<std::string> heard;
 bool workShown = false;
 
@@ -170,30 +171,56 @@ TEST_F(Panels, ALeftPanelCoversTheFeatureListAndItsKeys) {
 }
 
 TEST_F(Panels, AModeExistsOnceAPanelBelongsToIt) {
-  EXPECT_FALSE(ModeExists(kModeWizard));
+  EXPECT_FALSE(ModeExists(kMadeUpMode));
   Panel panel;
-  panel.mode = kModeWizard;
+  panel.mode = kMadeUpMode;
   panel.enter = [] { heard.push_back("entered"); };
   panel.place = [](const platform::Rect& area) {
     heard.push_back(platform::RectWidth(area) > 200 ? "placed" : "narrow");
   };
   RegisterPanel(panel);
-  EXPECT_TRUE(ModeExists(kModeWizard));
-  SetMode(kModeWizard);
+  EXPECT_TRUE(ModeExists(kMadeUpMode));
+  SetMode(kMadeUpMode);
   EXPECT_EQ(heard, (std::vector<std::string>{"placed", "entered"}));
   SetMode(kModeHome);
 }
 
+// What a panel shows beside itself, such as an example, goes when another mode or surface comes.
+TEST_F(Panels, AreLeftOnceForWhatWasEntered) {
+  Panel panel;
+  panel.mode = kMadeUpMode;
+  panel.enter = [] { heard.push_back("entered"); };
+  panel.left = [] { heard.push_back("left"); };
+  RegisterPanel(panel);
+  using Heard = std::vector<std::string>;
+  SetMode(kMadeUpMode);
+  SetMode(kMadeUpMode);
+  EXPECT_EQ(heard, (Heard{"entered", "entered"}));
+  heard.clear();
+  SetMode(kModeSimulator);
+  SetMode(kModeHome);
+  EXPECT_EQ(heard, Heard{"left"});
+  heard.clear();
+  SetMode(kMadeUpMode);
+  SetSurface(kSurfaceCad);
+  EXPECT_EQ(heard, (Heard{"entered", "left"}));
+  SetSurface(kSurfaceCode);
+  EXPECT_EQ(heard, (Heard{"entered", "left", "entered"}));
+  heard.clear();
+  SetMode(kModeCircular);  // a page of the drawing surface
+  EXPECT_EQ(heard, Heard{"left"});
+}
+
 constexpr int kViewMadeUp = 20900;
 
-// A panel of the wizard's mode that fills its area and asks for the toolpath view.
+// A panel of a mode that fills its area and asks for the toolpath view.
 void RegisterPanelWithView() {
   platform::ViewSpec form;
   form.id = kViewMadeUp;
   form.className = u"MadeUp";
   platform::MakeView(form);
   Panel panel;
-  panel.mode = kModeWizard;
+  panel.mode = kMadeUpMode;
   panel.heightAboveView = 300;
   panel.place = [](const platform::Rect& area) { ShowAt(kViewMadeUp, area); };
   panel.hide = [] { platform::SetVisible(kViewMadeUp, false); };
@@ -209,7 +236,7 @@ TEST_F(Panels, AModesPanelMayShowTheToolpathViewWithItself) {
   for (const auto& size : sizes) {
     SCOPED_TRACE(testing::Message() << size.width << " by " << size.height);
     headless::Resize(size.width, size.height);
-    SetMode(kModeWizard);
+    SetMode(kMadeUpMode);
     ExpectNothingOverAnother("the code editor");
     const platform::Rect form = platform::PlaceOf(kViewMadeUp);
     const platform::Rect view = platform::PlaceOf(kViewToolpath);
@@ -240,12 +267,12 @@ TEST_F(Panels, OneThatIsNotActiveKeepsNoHeightAndNoHelp) {
   static bool active;
   active = true;
   Panel panel;
-  panel.mode = kModeWizard;
+  panel.mode = kMadeUpMode;
   panel.active = [] { return active; };
   panel.heightAboveView = 300;
   panel.helpBelow = true;
   RegisterPanel(panel);
-  SetMode(kModeWizard);
+  SetMode(kMadeUpMode);
   EXPECT_EQ(HeightAboveView(), 300);
   EXPECT_TRUE(IsHelpBelow());
   EXPECT_TRUE(platform::IsVisible(kIdHelpText));

@@ -1,0 +1,260 @@
+#include "builders/wizard/wizard_panel.h"
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "app/app_state.h"
+#include "app/commands.h"
+#include "app/hooks.h"
+#include "app/icon_names.h"
+#include "app/mode_table.h"
+#include "app/outlets.h"
+#include "app/router.h"
+#include "builders/wizard/wizard_picture.h"
+#include "builders/wizard/wizard_text.h"
+#include "documents/builder.h"
+#include "library/tools.h"
+#include "library/units.h"
+#include "platform/listing.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kRefreshMs = 80;
+constexpr unsigned kHolePages = PageBit(kWizardDrill) | PageBit(kWizardPeck) | PageBit(kWizardTap);
+
+// What the status line says of a field, by the pages that say it.
+struct FieldHelp {
+  int field;
+  unsigned pages;
+  const char16_t* words;
+};
+constexpr FieldHelp kHelp[] = {
+    {kWizardTool, kEveryPage, u"Number in the tool library; 0 keeps the tool and its offset"},
+    {kWizardOffset, kEveryPage, u"Goes into a line of its own as typed, such as G54"},
+    {kWizardRpm, kEveryPage, u"Spindle speed in turns a minute, a whole number"},
+    {kWizardFeed, PageBit(kWizardTap), u"The feed is the speed times the pitch of this thread"},
+    {kWizardFeed, kHolePages, u"Feed into the hole, a minute"},
+    {kWizardFeed, kEveryPage, u"Feed along the cut, a minute"},
+    {kWizardSafeZ, kHolePages, u"Z above the part; between holes the tool retracts to a fifth"},
+    {kWizardSafeZ, kEveryPage, u"Z above the part for rapid moves"},
+    {kWizardDepth, kHolePages, u"Z of the bottom of each hole"},
+    {kWizardDepth, kEveryPage, u"Z of the cut, at once in one pass"},
+    {kWizardX, PageBit(kWizardFace), u"Left side of the face"},
+    {kWizardX, PageBit(kWizardSlot), u"X where the cutter goes in"},
+    {kWizardX, kEveryPage, u"X of the first hole"},
+    {kWizardY, PageBit(kWizardFace), u"Lower side of the face, the first pass"},
+    {kWizardY, PageBit(kWizardSlot), u"Y where the cutter goes in"},
+    {kWizardY, kEveryPage, u"Y of the row of holes"},
+    {kWizardNinth, PageBit(kWizardFace), u"Right side of the face"},
+    {kWizardNinth, PageBit(kWizardSlot), u"X where the cut ends"},
+    {kWizardNinth, PageBit(kWizardPeck), u"Depth of one peck, above zero"},
+    {kWizardNinth, kEveryPage, u"Whole number of holes in the row, 1 to 400"},
+    {kWizardTenth, PageBit(kWizardFace), u"Upper side; the last pass is the last whole step"},
+    {kWizardTenth, PageBit(kWizardSlot), u"Y where the cut ends"},
+    {kWizardTenth, PageBit(kWizardPeck), u"Holes 1 to 400, one inch or 25.4 mm apart"},
+    {kWizardTenth, kEveryPage, u"From hole to hole along X; below zero to the left"},
+};
+
+const char16_t* HelpOfField(int field, int kind) {
+  for (const FieldHelp& help : kHelp) {
+    if (help.field == field && (help.pages & PageBit(kind)) != 0) return help.words;
+  }
+  return u"";
+}
+
+bool SaysTheSame(const FormRow& row, const FormRow& other) {
+  using Words = std::u16string_view;
+  return row.kind == other.kind && Words(row.label) == other.label &&
+         Words(row.labelMm) == other.labelMm && Words(row.help) == other.help &&
+         Words(row.start) == other.start && row.fallback.inch == other.fallback.inch &&
+         row.follows == other.follows && row.decimals == other.decimals;
+}
+
+FormRow RowOf(int field, int kind) {
+  const BuilderField& said = WizardFields(kind)[static_cast<std::size_t>(field)];
+  FormRow row{.kind = said.kind,
+              .id = kIdWizardField + field,
+              .label = said.label,
+              .labelMm = said.metricLabel,
+              .help = HelpOfField(field, kind),
+              .start = said.start,
+              .fallback = said.fallback,
+              .follows = said.follows,
+              .decimals = said.decimals,
+              .pages = PageBit(kind),
+              .enter = kIdWizardInsert,
+              .half = true};
+  (said.kind == RowKind::Words ? row.words : row.value) = said.kind == RowKind::Words ? 0 : field;
+  return row;
+}
+
+// One row for the operations that say the same of a field.
+void AddField(std::vector<FormRow>& rows, int field) {
+  const std::size_t first = rows.size();
+  for (int kind = 0; kind < kWizardKinds; ++kind) {
+    const FormRow row = RowOf(field, kind);
+    std::size_t same = first;
+    while (same < rows.size() && !SaysTheSame(rows[same], row)) ++same;
+    if (same < rows.size()) {
+      rows[same].pages |= PageBit(kind);
+    } else {
+      rows.push_back(row);
+    }
+  }
+}
+
+const std::vector<FormRow>& WizardRows() {
+  static const std::vector<FormRow> kRows = [] {
+    constexpr int kCard = kIdWizardKindFirst;
+    std::vector<FormRow> rows;
+    rows.push_back({.kind = RowKind::Keys, .keys = {kCard, kCard + 1}, .height = 30});
+    rows.push_back(
+        {.kind = RowKind::Keys, .keys = {kCard + 2, kCard + 3, kCard + 4}, .height = 30});
+    rows.push_back({.kind = RowKind::Choice,
+                    .id = kIdWizardCombo,
+                    .name = u"Operation",
+                    .help = u"What the wizard cuts; a change starts its fields anew",
+                    .choice = 0,
+                    .rows = WizardKinds(),
+                    .picks = kWizardKinds});
+    for (int field = 0; field < kWizardNumbers; ++field) AddField(rows, field);
+    rows.push_back({.kind = RowKind::Keys, .keys = {kIdBuilderInch, kIdBuilderMm}});
+    rows.push_back({.kind = RowKind::Note,
+                    .label = u"INSERT GENERATED CODE opens the guided skim for this operation.",
+                    .pages = PageBit(kWizardFace)});
+    rows.push_back({.kind = RowKind::View,
+                    .id = kViewWizardPicture,
+                    .name = u"What the operation cuts",
+                    .className = u"MorvaWizardPreview",
+                    .least = 96,
+                    .fixed = true});
+    rows.push_back({.kind = RowKind::Keys, .keys = {kIdWizardInsert}, .fixed = true});
+    return rows;
+  }();
+  return kRows;
+}
+
+bool IsUp() { return app.surface == kSurfaceCode && app.mode == kModeWizard; }
+
+void ShowExampleOfKind() {
+  if (IsUp()) Call(hooks.showExample, ChosenWizardKind());
+}
+
+void OnChanged(int id) {
+  if (id == kIdWizardCombo) ShowExampleOfKind();
+}
+
+// Lower rows than in other panels: in the smallest window all fields are in sight at once.
+constexpr FormLook kLook = [] {
+  FormLook look = kSheetLook;
+  look.gap = look.tightGap = 3;
+  look.fieldHeight = 24;
+  return look;
+}();
+const Form kForm{.look = &kLook,
+                 .sheet = &kBuilderSheet,
+                 .rows = WizardRows(),
+                 .metric = UnitsMetric,
+                 .changed = OnChanged};
+
+bool IsCardOn(int id) { return ChosenWizardKind() == id - kIdWizardKindFirst; }
+
+constexpr Command Card(int kind, const char16_t* words, const char16_t* help, int icon) {
+  return {
+      .id = kIdWizardKindFirst + kind, .words = words, .help = help, .icon = icon, .on = IsCardOn};
+}
+constexpr Command kCommands[] = {
+    {.id = kIdWizardCombo, .hint = Hint::Quiet},
+    Card(kWizardFace, u"Skim / face", u"Clean a surface to and fro", kIconFace),
+    Card(kWizardSlot, u"Profile pass", u"One cut from a start to an end", kIconProfile),
+    Card(kWizardDrill, u"Drill holes", u"A row of holes by G81", kIconDrill),
+    Card(kWizardPeck, u"Peck drill", u"A row of deep holes by G83", kIconPeck),
+    Card(kWizardTap, u"Tap holes", u"A row of threads by G84", kIconTap),
+    {kIdWizardInsert, u"INSERT GENERATED CODE", u"Write the operation into the program"},
+};
+
+// What a page of the form says.
+WizardValues ValuesOf(const FormValues& values) { return WizardOf(values.choices[0], values); }
+
+// Surfaces are cleaned by the guided skim, which has a form of its own.
+bool OpenSkim(const FormValues& values) {
+  if (ValuesOf(values).kind != kWizardFace) return false;
+  if (hooks.openSkim) {
+    hooks.openSkim();
+  } else {
+    ShowStatus(u"The guided skim is still to come. Nothing was inserted.");
+  }
+  return true;
+}
+
+bool Check(const FormValues& values, Refusal& refusal) {
+  const BuilderFault fault = CheckWizard(ValuesOf(values));
+  refusal.words = fault.words;
+  if (fault.field >= 0) refusal.field = kIdWizardField + fault.field;
+  return fault.words[0] == 0;
+}
+
+void Write(const FormValues& values, CodeWriter& out) { WriteWizard(ValuesOf(values), out); }
+
+void Draw(const FormValues& values, Picture& picture) {
+  const WizardValues said = ValuesOf(values);
+  DrawWizard(said, WizardCutter(said), picture);
+}
+
+constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst + 4}};
+}  // namespace
+
+const ModeRow kWizardMode = {.mode = kModeWizard,
+                             .place = 4,
+                             .words = u"Machining wizard",
+                             .header = u"MACHINING WIZARD",
+                             .icon = kIconWizard,
+                             .remembers = true,
+                             .keys = kModeKeys};
+
+constexpr Builder kWizardBuilder{
+    .title = kWizardTitle,
+    .form = &kForm,
+    .mode = kModeWizard,
+    .row = &kWizardMode,
+    .showsPath = true,
+    .wholeNumbers = true,
+    .enter = ShowExampleOfKind,
+    .left = [] { Call(hooks.leaveExample); },
+    .insertKey = kIdWizardInsert,
+    .commands = kCommands,
+    .logged =
+        u"Wizard block inserted. Verify tool, offset, workholding, and Graphics mode before "
+        u"running.",
+    .refreshMs = kRefreshMs,
+    .instead = OpenSkim,
+    .check = Check,
+    .write = Write,
+    .draw = Draw,
+    .room = [](const FormValues&) { return WizardRoom(); }};
+
+int ChosenWizardKind() {
+  const int row = platform::SelectedRow(kIdWizardCombo);
+  return row >= 0 && row < kWizardKinds ? row : kWizardFace;
+}
+
+void ChooseWizardKind(int kind) {
+  if (kind == ChosenWizardKind()) return;
+  platform::SelectRow(kIdWizardCombo, kind);
+  FormNotified(kIdWizardCombo, platform::kNotifyComboSelect);
+}
+
+void RegisterWizard() {
+  RegisterBuilder<kWizardBuilder>();
+  for (int id = kIdWizardKindFirst; id <= kIdWizardKindLast; ++id) {
+    RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick,
+                    [](int card, int) { ChooseWizardKind(card - kIdWizardKindFirst); });
+  }
+  // The picture shows the diameter of the tool.
+  AddToolList([] { platform::Repaint(kViewWizardPicture); });
+}
+
+}  // namespace morva
