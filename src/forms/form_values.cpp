@@ -67,6 +67,8 @@ bool ReadNumber(const Form& form, const FormRow& row, const Reading& reading, Fo
   const double fallback = FallbackOf(form, row);
   value = row.kind == RowKind::Number ? ParseDecimal(text, fallback)
                                       : ParseInteger(text, static_cast<int>(fallback));
+  // "+5" is a number, but none to the lax rule of counts.
+  if (why == Misread::None && value != strict) values.misread[row.value] = Misread::NoNumber;
   return true;
 }
 

@@ -1,6 +1,8 @@
 // `call FUNCTION ARGS...`: pure helpers of the application on literals.
 
 #include "app/limits.h"
+#include "builders/common/builder_field.h"
+#include "builders/wizard/wizard_text.h"
 #include "codetools/command_words.h"
 #include "codetools/validator.h"
 #include "documents/file_text.h"
@@ -110,6 +112,54 @@ std::string CallMacroText(const Words& words) {
   return GoodValue(out.text);
 }
 
+// What a builder's form would read in its fields, as typed.
+morva::FormValues ReadTyped(std::span<const morva::BuilderField> fields,
+                            std::span<const Word> texts, bool metric) {
+  morva::FormValues values;
+  values.metric = metric;
+  int words = 0;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const morva::BuilderField& field = fields[i];
+    const std::u16string text = texts[i].text.substr(0, morva::kFieldUnits - 1);
+    if (field.kind == morva::RowKind::Words) {
+      values.words[words++] = text;
+    } else if (field.kind == morva::RowKind::Count) {
+      values.numbers[i] = morva::ParseInteger(text, static_cast<std::int32_t>(field.fallback));
+    } else {
+      values.numbers[i] = morva::ParseDecimal(text, field.fallback);
+    }
+  }
+  return values;
+}
+
+// What the builder would refuse, with the title and the words of its box.
+std::string Refused(std::u16string_view title, std::u16string_view words) {
+  return Json('{')
+      .Flag("ok", true)
+      .Raw("value", "null")
+      .Text("title", title)
+      .Text("text", words)
+      .Done();
+}
+
+std::string CallWizardText(const Words& words) {
+  std::int64_t kind = 0;
+  bool metric = false;
+  if (words.size() != 3 + morva::kWizardNumbers ||
+      !ReadInteger(words[1], 0, morva::kWizardKinds - 1, kind) || !ReadFlag(words[2], metric)) {
+    return Bad(u"expected: call WizardText KIND true|false \"f1\" ... \"f10\"");
+  }
+  const int operation = static_cast<int>(kind);
+  const morva::WizardValues values = morva::WizardOf(
+      operation, ReadTyped(morva::WizardFields(operation), std::span(words).subspan(3), metric));
+  const morva::BuilderFault fault = morva::CheckWizard(values);
+  if (fault.words[0]) return Refused(morva::kWizardTitle, fault.words);
+  morva::CodeWriter out;
+  out.most = morva::WizardRoom();
+  morva::WriteWizard(values, out);
+  return GoodValue(out.text);
+}
+
 struct Function {
   const char16_t* name;
   std::string (*answer)(const Words& words);
@@ -119,7 +169,7 @@ constexpr Function kFunctions[] = {
     {u"ParseInteger", CallParseInteger}, {u"AngleDegrees", CallAngleDegrees},
     {u"FindCodeWord", CallFindCodeWord}, {u"NormaliseOutputText", CallNormaliseOutputText},
     {u"CodeToWords", CallCodeToWords},   {u"WordsToCode", CallWordsToCode},
-    {u"MacroText", CallMacroText},
+    {u"MacroText", CallMacroText},       {u"WizardText", CallWizardText},
 };
 
 }  // namespace

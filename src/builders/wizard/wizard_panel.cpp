@@ -129,7 +129,7 @@ const std::vector<FormRow>& WizardRows() {
                     .id = kViewWizardPicture,
                     .name = u"What the operation cuts",
                     .className = u"MorvaWizardPreview",
-                    .least = 96,
+                    .least = 92,
                     .fixed = true});
     rows.push_back({.kind = RowKind::Keys, .keys = {kIdWizardInsert}, .fixed = true});
     return rows;

@@ -575,6 +575,60 @@ TEST_F(FormStage, SharesAKeyWithAnotherFormOnTheSameSheet) {
   EXPECT_FALSE(platform::IsVisible(kFirstKey));
 }
 
+// Half rows that follow each other share a line; one that is left over stands alone in its column.
+// What is fixed stands below what scrolls and takes what that leaves.
+constexpr FormRow kHalves[] = {
+    {.id = kSize, .label = u"Size", .half = true},
+    {.id = kCount, .label = u"Count", .pages = PageBit(0), .half = true},
+    {.id = kTurn, .label = u"Turn", .half = true},
+    {.kind = RowKind::Keys, .keys = {kFirstKey}},
+    {.kind = RowKind::View, .id = kList, .className = u"TestFixed", .least = 60, .fixed = true},
+    {.kind = RowKind::Keys, .keys = {kSecondKey}, .fixed = true}};
+constexpr FormLook kHalvesLook{.edge = 10, .labels = Labels::None};
+constexpr Form kHalvesForm{.look = &kHalvesLook, .sheet = &kSheet, .rows = kHalves};
+
+TEST_F(FormStage, PutsHalfRowsSideBySide) {
+  ResetForms();
+  RegisterForm(kHalvesForm);
+  RegisterSheet<kSheet>();
+  PlaceForm(kHalvesForm, {0, 0, 216, 400}, 0);
+  const Rect size = platform::PlaceOf(kSize);
+  const Rect count = platform::PlaceOf(kCount);
+  EXPECT_EQ(size, (Rect{10, 0, 96, 26}));
+  EXPECT_EQ(count, (Rect{104, 0, 190, 26}));
+  EXPECT_EQ(platform::PlaceOf(kTurn), (Rect{10, 30, 96, 56}));
+  EXPECT_EQ(platform::PlaceOf(kFirstKey), (Rect{10, 60, 190, 86}));
+  // On the other page the third takes the place of the second.
+  PlaceForm(kHalvesForm, {0, 0, 216, 400}, 1);
+  EXPECT_FALSE(platform::IsVisible(kCount));
+  EXPECT_EQ(platform::PlaceOf(kTurn), count);
+  EXPECT_EQ(platform::PlaceOf(kFirstKey).top, 30);
+}
+
+TEST_F(FormStage, KeepsFixedRowsBelowWhatScrolls) {
+  ResetForms();
+  RegisterForm(kHalvesForm);
+  RegisterSheet<kSheet>();
+  PlaceForm(kHalvesForm, {0, 100, 216, 500}, 0);
+  EXPECT_EQ(platform::PlaceOf(kFrame), (Rect{0, 100, 200, 186}));
+  EXPECT_EQ(platform::PlaceOf(kList), (Rect{10, 190, 206, 470}));
+  EXPECT_EQ(platform::PlaceOf(kSecondKey), (Rect{10, 474, 206, 500}));
+  // Too little room: the view keeps its least, and the rest scrolls.
+  PlaceForm(kHalvesForm, {0, 100, 216, 250}, 0);
+  EXPECT_EQ(platform::PlaceOf(kList), (Rect{10, 160, 206, 220}));
+  EXPECT_EQ(platform::PlaceOf(kSecondKey), (Rect{10, 224, 206, 250}));
+  EXPECT_EQ(platform::PlaceOf(kFrame), (Rect{0, 100, 200, 156}));
+  ScrollSheet(kSheet, 1000);
+  EXPECT_EQ(SheetTop(kSheet), 30);
+  // The keyboard on a fixed key scrolls nothing.
+  FormFocusChanged(kSecondKey, true);
+  EXPECT_EQ(SheetTop(kSheet), 30);
+  HideForm(kHalvesForm);
+  for (const int id : {int{kList}, int{kSecondKey}, int{kFrame}}) {
+    EXPECT_FALSE(platform::IsVisible(id)) << id;
+  }
+}
+
 // A row that takes what is left takes all of it, so nothing is left to scroll.
 TEST_F(FormStage, LeavesNothingToScrollWhereARowFillsTheSheet) {
   ResetForms();

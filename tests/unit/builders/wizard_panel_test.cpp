@@ -1,0 +1,390 @@
+// The mode of the machining wizard on the whole application.
+
+#include "builders/wizard/wizard_panel.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+#include "app/commands.h"
+#include "app/hooks.h"
+#include "builders/wizard/wizard_text.h"
+#include "documents/program_tabs.h"
+#include "library/tools.h"
+#include "library/units.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+#include "shell/modes.h"
+#include "simulator/shown_path.h"
+#include "simulator/view_parts.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+
+struct WizardPanel : support::Workbench {
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::Advance(200);  // the program has its markers
+    SetMode(kModeWizard);
+  }
+  static int Field(int number) { return kIdWizardField + number; }
+  static void Type(int number, const char16_t* text) { headless::TypeInto(Field(number), text); }
+  static Texts Fields() {
+    Texts texts;
+    for (int i = 0; i < kWizardNumbers; ++i) texts.push_back(platform::TextOf(Field(i)));
+    return texts;
+  }
+  static Texts Labels() {
+    Texts names;
+    for (int i = 0; i < kWizardNumbers; ++i) names.push_back(platform::AccessibleName(Field(i)));
+    return names;
+  }
+  static void Choose(int kind) { headless::SelectRows(kIdWizardCombo, {kind}); }
+  static void Insert() { headless::Click(kIdWizardInsert); }
+  static bool Has(std::u16string_view code) { return Text().find(code) != std::u16string::npos; }
+  static bool PictureSays(std::u16string_view words) {
+    for (const headless::DrawCall& call : headless::PaintOf(kViewWizardPicture)) {
+      if (call.text == words) return true;
+    }
+    return false;
+  }
+  static void AddTool(int number, double diameter) {
+    ToolRecord tool;
+    tool.number = number;
+    tool.diameter = diameter;
+    ASSERT_GE(AppendTool(tool), 0);
+    RefreshToolLists();
+  }
+};
+
+TEST_F(WizardPanel, NamesItsTenFieldsByOperationAndUnit) {
+  const Texts face = {u"Tool #",  u"Work offset", u"RPM",   u"Cut feed", u"Safe Z",
+                      u"Depth Z", u"X min",       u"Y min", u"X max",    u"Y max"};
+  const Texts slot = {u"Tool #",  u"Work offset", u"RPM",     u"Cut feed", u"Safe Z",
+                      u"Depth Z", u"X start",     u"Y start", u"X end",    u"Y end"};
+  const Texts drill = {u"Tool #",  u"Work offset", u"RPM",     u"Feed",       u"Safe Z",
+                       u"Depth Z", u"X start",     u"Y start", u"Hole count", u"X spacing"};
+  const Texts peck = {u"Tool #",  u"Work offset", u"RPM",     u"Feed",   u"Safe Z",
+                      u"Depth Z", u"X start",     u"Y start", u"Peck Q", u"Hole count"};
+  const Texts tap = {u"Tool #",  u"Work offset", u"RPM",     u"TPI",        u"Safe Z",
+                     u"Depth Z", u"X start",     u"Y start", u"Hole count", u"X spacing"};
+  const Texts* const wanted[] = {&face, &slot, &drill, &peck, &tap};
+  EXPECT_EQ(Labels(), face);
+  for (int kind = 1; kind < kWizardKinds; ++kind) {
+    Choose(kind);
+    EXPECT_EQ(Labels(), *wanted[kind]) << kind;
+  }
+  SetUnits(true);
+  EXPECT_EQ(platform::AccessibleName(Field(kWizardFeed)), u"Pitch mm");
+  SetUnits(false);
+  EXPECT_EQ(Labels(), tap);
+}
+
+TEST_F(WizardPanel, StartsEachOperationWithItsTexts) {
+  const Texts wanted[] = {
+      {u"0", u"G54", u"1500", u"12.0", u"0.500", u"-0.010", u"0.000", u"0.000", u"4.000", u"0.400"},
+      {u"0", u"G54", u"1500", u"12.0", u"0.500", u"-0.125", u"0.000", u"0.000", u"4.000", u"0.000"},
+      {u"0", u"G54", u"1500", u"12.0", u"0.500", u"-0.500", u"0.000", u"0.000", u"4", u"1.000"},
+      {u"0", u"G54", u"1500", u"12.0", u"0.500", u"-0.750", u"0.000", u"0.000", u"0.100", u"4"},
+      {u"0", u"G54", u"500", u"20", u"0.500", u"-0.500", u"0.000", u"0.000", u"4", u"1.000"}};
+  for (int kind = kWizardKinds - 1; kind >= 0; --kind) {
+    Choose(kind);
+    EXPECT_EQ(Fields(), wanted[kind]) << kind;
+  }
+}
+
+// 25.4 times each length and feed; speed, counts and offset stay; threads become a pitch.
+TEST_F(WizardPanel, StartsEachOperationConvertedInMillimetres) {
+  SetUnits(true);
+  const Texts wanted[] = {
+      {u"0", u"G54", u"1500", u"304.80", u"12.700", u"-0.254", u"0.000", u"0.000", u"101.600",
+       u"10.160"},
+      {u"0", u"G54", u"1500", u"304.80", u"12.700", u"-3.175", u"0.000", u"0.000", u"101.600",
+       u"0.000"},
+      {u"0", u"G54", u"1500", u"304.80", u"12.700", u"-12.700", u"0.000", u"0.000", u"4",
+       u"25.400"},
+      {u"0", u"G54", u"1500", u"304.80", u"12.700", u"-19.050", u"0.000", u"0.000", u"2.540", u"4"},
+      {u"0", u"G54", u"500", u"1.270", u"12.700", u"-12.700", u"0.000", u"0.000", u"4", u"25.400"}};
+  for (int kind = kWizardKinds - 1; kind >= 0; --kind) {
+    Choose(kind);
+    EXPECT_EQ(Fields(), wanted[kind]) << kind;
+  }
+}
+
+TEST_F(WizardPanel, ConvertsWhatIsTypedByItsOwnUnitKeys) {
+  Choose(kWizardPeck);
+  Type(kWizardDepth, u"-1");
+  Type(kWizardX, u"");
+  Type(kWizardOffset, u"G55 P1");
+  ASSERT_TRUE(headless::Click(kIdBuilderMm));
+  EXPECT_EQ(platform::TextOf(kIdBuilderMm), u"MM *");
+  EXPECT_EQ(platform::TextOf(Field(kWizardDepth)), u"-25.400");
+  EXPECT_EQ(platform::TextOf(Field(kWizardX)), u"");
+  EXPECT_EQ(platform::TextOf(Field(kWizardOffset)), u"G55 P1");
+  EXPECT_EQ(platform::TextOf(Field(kWizardTenth)), u"4");
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Units switched to MM (G21). Tool inputs converted.");
+  ASSERT_TRUE(headless::Click(kIdBuilderInch));
+  EXPECT_EQ(platform::TextOf(Field(kWizardDepth)), u"-1.000");
+  EXPECT_EQ(platform::TextOf(kIdBuilderInch), u"INCH *");
+}
+
+// A thread of nothing has no pitch: the text stays, and the check refuses it.
+TEST_F(WizardPanel, LeavesAThreadOfNothingAsItIs) {
+  Choose(kWizardTap);
+  for (const char16_t* text : {u"0", u"-20", u"abc"}) {
+    Type(kWizardFeed, text);
+    SetUnits(!UnitsMetric());
+    EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), text);
+    Insert();
+    EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+    EXPECT_FALSE(Has(u"(WIZARD:"));
+  }
+}
+
+TEST_F(WizardPanel, ChoosesTheOperationByItsCardToo) {
+  for (int kind = kWizardKinds - 1; kind >= 0; --kind) {
+    const int card = kIdWizardKindFirst + kind;
+    ASSERT_TRUE(headless::Click(card));
+    EXPECT_EQ(ChosenWizardKind(), kind);
+    EXPECT_EQ(platform::TextOf(card), WizardKinds()[static_cast<std::size_t>(kind)]);
+    for (int other = 0; other < kWizardKinds; ++other) {
+      headless::ControlInfo info;
+      ASSERT_TRUE(headless::Describe(kIdWizardKindFirst + other, info));
+      EXPECT_EQ(info.checked, other == kind) << other;
+    }
+  }
+}
+
+TEST_F(WizardPanel, KeepsTheFieldsOfTheOperationThatIsChosenAlready) {
+  Choose(kWizardSlot);
+  Type(kWizardDepth, u"-0.2");
+  headless::Click(kIdWizardKindFirst + kWizardSlot);
+  EXPECT_EQ(platform::TextOf(Field(kWizardDepth)), u"-0.2");
+  SetMode(kModeHome);
+  SetMode(kModeWizard);
+  EXPECT_EQ(platform::TextOf(Field(kWizardDepth)), u"-0.2");
+}
+
+TEST_F(WizardPanel, ReadsAToolThatIsNoNumberAsOneAndSaysSo) {
+  Choose(kWizardSlot);
+  for (const char16_t* text : {u"abc", u"", u"+5"}) {
+    Type(kWizardTool, text);
+    Insert();
+    EXPECT_TRUE(Has(u"\r\nT1 M06\r\nS1500 M03\r\nG54\r\nG00 G43 H01 Z0.500\r\n"));
+    EXPECT_TRUE(OutputHas(u"Tool # is not a whole number: 1 was used."));
+    ASSERT_TRUE(platform::UndoEditor(kIdEditor));
+    platform::SetText(kIdOutputLog, u"");
+  }
+  Type(kWizardTool, u"0");
+  Insert();
+  EXPECT_TRUE(Has(u"(KEEP CURRENT TOOL AND LENGTH OFFSET)"));
+  EXPECT_FALSE(OutputHas(u"was used"));
+}
+
+TEST_F(WizardPanel, WritesTheWorkOffsetAsTyped) {
+  Choose(kWizardSlot);
+  Type(kWizardOffset, u"G154 P7 (FIXTURE)");
+  Insert();
+  EXPECT_TRUE(Has(u"S1500 M03\r\nG154 P7 (FIXTURE)\r\nG00 Z0.500\r\n"));
+}
+
+TEST_F(WizardPanel, TakesFourHundredHolesAndNotOneMore) {
+  Choose(kWizardDrill);
+  Type(kWizardNinth, u"401");
+  Insert();
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_FALSE(Has(u"(WIZARD:"));
+  EXPECT_EQ(platform::FocusedId(), Field(kWizardNinth));
+  Type(kWizardNinth, u"400");
+  Insert();
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(Has(u"X399.000 Y0.000\r\nG80\r\n"));
+}
+
+TEST_F(WizardPanel, InsertsBehindTheLineOfTheCaretAsOneChange) {
+  platform::SetEditorText(kIdEditor, u"G90\r\nM01\r\nM30\r\n");
+  headless::EditorSelect(kIdEditor, 5, 5);
+  Choose(kWizardSlot);
+  Insert();
+  EXPECT_EQ(Text().substr(0, 26), u"G90\r\nM01\r\n(WIZARD: SLOT)\r\n");
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_TRUE(
+      OutputHas(u"Wizard block inserted. Verify tool, offset, workholding, and Graphics "
+                u"mode before running."));
+  ASSERT_TRUE(platform::UndoEditor(kIdEditor));
+  EXPECT_EQ(Text(), u"G90\r\nM01\r\nM30\r\n");
+}
+
+// Behind M30 nothing runs: a box asks, and Cancel leaves everything as it is.
+TEST_F(WizardPanel, AsksBeforeItWritesWhereNothingRuns) {
+  platform::SetEditorText(kIdEditor, u"G90\r\nM30\r\n");
+  headless::Advance(200);
+  const std::u16string before = Text();
+  const int end = static_cast<int>(before.size());
+  headless::EditorSelect(kIdEditor, end, end);
+  Choose(kWizardSlot);
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  Insert();
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(WizardPanel, OpensTheGuidedSkimInPlaceOfAFace) {
+  static int opened;
+  opened = 0;
+  const std::u16string before = Text();
+  Insert();
+  EXPECT_EQ(platform::TextOf(kIdStatusLine),
+            u"The guided skim is still to come. Nothing was inserted.");
+  hooks.openSkim = [] { return ++opened > 0; };
+  Type(kWizardNinth, u"no number");
+  Insert();
+  EXPECT_EQ(opened, 1);
+  EXPECT_EQ(Text(), before);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  Choose(kWizardSlot);
+  Insert();
+  EXPECT_EQ(opened, 1);
+}
+
+TEST_F(WizardPanel, DrawsWhatIsTyped) {
+  Choose(kWizardDrill);
+  EXPECT_TRUE(PictureSays(u"3\u00D7 1.000"));
+  Type(kWizardTenth, u"0.75");
+  EXPECT_TRUE(PictureSays(u"3\u00D7 0.750"));
+  Type(kWizardDepth, u"-0.625");
+  EXPECT_TRUE(PictureSays(u"Z -0.625"));
+  SetUnits(true);
+  EXPECT_TRUE(PictureSays(u"3\u00D7 19.05"));
+}
+
+TEST_F(WizardPanel, DrawsTheDiameterOfTheLibrarysTool) {
+  Choose(kWizardDrill);
+  Type(kWizardTool, u"7");
+  EXPECT_FALSE(PictureSays(u"4\u00D7 \u00D80.250"));
+  AddTool(7, 0.25);
+  EXPECT_TRUE(PictureSays(u"4\u00D7 \u00D80.250"));
+}
+
+TEST_F(WizardPanel, DrawsWhateverStandsInTheFields) {
+  const char16_t* const texts[] = {u"",       u"abc",     u"1/2",       u"0,5",         u"1e3",
+                                   u"-5",     u"1000000", u"-99999999", u"99999999999", u"0.000001",
+                                   u"400000", u"."};
+  for (int kind = 0; kind < kWizardKinds; ++kind) {
+    Choose(kind);
+    for (int field = 0; field < kWizardNumbers; ++field) {
+      const std::u16string before = platform::TextOf(Field(field));
+      for (const char16_t* text : texts) {
+        Type(field, text);
+        EXPECT_FALSE(headless::PaintOf(kViewWizardPicture).empty());
+      }
+      Type(field, before.c_str());
+    }
+  }
+}
+
+// The example of the operation that is chosen, in the unit that is in force.
+TEST_F(WizardPanel, PlaysTheExampleOfTheOperation) {
+  EXPECT_TRUE(ExampleIsShown());
+  EXPECT_TRUE(ShownPath().play.playing);
+  std::set<std::vector<double>> ways;
+  for (int kind = 0; kind < kWizardKinds; ++kind) {
+    Choose(kind);
+    EXPECT_TRUE(ExampleIsShown());
+    EXPECT_EQ(ShownPath().play.playHead, 1);
+    std::vector<double> way;
+    for (int i = 0; i < ShownPath().path.count; ++i) way.push_back(ShownPath().path.points[i].z);
+    EXPECT_TRUE(ways.insert(way).second) << kind;
+  }
+  const double inch = ShownPath().path.points[2].x;
+  SetUnits(true);
+  EXPECT_NEAR(ShownPath().path.points[2].x, inch * 25.4, 1e-9);
+  headless::Advance(400);
+  EXPECT_GT(ShownPath().play.segmentFraction + ShownPath().play.playHead, 1);
+}
+
+TEST_F(WizardPanel, TakesTheExampleAwayHoweverTheModeIsLeft) {
+  const auto leave = [](auto how) {
+    SetMode(kModeWizard);
+    EXPECT_TRUE(ExampleIsShown());
+    how();
+    EXPECT_FALSE(ExampleIsShown());
+    EXPECT_EQ(ShownOwner(), PathOwner::Program);
+    EXPECT_EQ(ShownPath().view.zoom, 1);
+  };
+  leave([] { headless::Click(kIdBack); });
+  leave([] { headless::SelectRows(kIdModeList, {0}); });
+  leave([] { SetMode(kModeSimulator); });
+  leave([] { SetMode(kModeFind); });
+  leave([] { headless::Click(kIdSurfaceCad); });
+  headless::Click(kIdSurfaceCode);
+  EXPECT_TRUE(ExampleIsShown());
+  leave([] { SetMode(kModeCircular); });
+}
+
+TEST_F(WizardPanel, KeepsTheExampleWhileProgramsChange) {
+  headless::Click(kIdNew);
+  EXPECT_TRUE(ExampleIsShown());
+  SwitchTab(0);
+  EXPECT_TRUE(ExampleIsShown());
+  headless::Click(kIdCompareSecond);
+  headless::Click(kIdCompareSecond);
+  EXPECT_TRUE(ExampleIsShown());
+  Choose(kWizardTap);
+  Insert();
+  headless::Advance(1000);
+  EXPECT_TRUE(ExampleIsShown());
+  EXPECT_TRUE(ShownPath().play.playing);
+  headless::Click(kIdPath);
+  EXPECT_TRUE(ExampleIsShown());
+}
+
+// In a small window the view cube would cover half of the example: it stands back for it.
+TEST_F(WizardPanel, ShowsTheExampleInASmallWindowWithoutTheCube) {
+  const auto cube = [] { return CubeFits(CubeClient(platform::ClientArea(kViewToolpath))); };
+  EXPECT_TRUE(cube());
+  headless::Resize(1200, 800);
+  EXPECT_FALSE(cube());
+  const platform::Rect view = platform::ClientArea(kViewToolpath);
+  platform::PointerEvent press;
+  press.action = platform::PointerAction::Press;
+  press.button = platform::PointerButton::Left;
+  press.x = view.right - 84;
+  press.y = 76;
+  headless::Pointer(kViewToolpath, press);
+  EXPECT_FALSE(viewCube.running);
+  press.action = platform::PointerAction::Release;
+  headless::Pointer(kViewToolpath, press);
+  SetMode(kModeHome);
+  EXPECT_TRUE(cube());
+}
+
+// Below the fields, not among them: picture and key are in sight whatever is typed.
+TEST_F(WizardPanel, KeepsPictureAndKeyInSightInASmallWindow) {
+  headless::Resize(1200, 800);
+  const platform::Rect frame = platform::PlaceInMainWindow(kViewBuilder);
+  const platform::Rect view = platform::PlaceInMainWindow(kIdViewRefresh);
+  for (const int id : {kViewWizardPicture, kIdWizardInsert}) {
+    const platform::Rect place = platform::PlaceInMainWindow(id);
+    EXPECT_GE(place.top, frame.bottom) << id;
+    EXPECT_LE(place.bottom, view.top) << id;
+  }
+  // All five lines of fields fit into the frame at once.
+  const int first = platform::PlaceOf(Field(kWizardTool)).top;
+  EXPECT_LE(platform::PlaceOf(Field(kWizardTenth)).bottom - first, RectHeight(frame));
+}
+
+TEST_F(WizardPanel, IsReachedByItsOldCommand) {
+  SetMode(kModeHome);
+  EXPECT_TRUE(RouteCommand(905, 0));
+  EXPECT_EQ(app.mode, kModeWizard);
+  for (int id = kIdWizardKindFirst; id <= kIdWizardKindLast; ++id) EXPECT_FALSE(IsPending(id));
+  EXPECT_FALSE(IsPending(kIdWizardInsert));
+}
+
+}  // namespace
+}  // namespace morva
