@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPixmap>
 #include <QTest>
+#include <vector>
 
 #include "builders/wizard/wizard_panel.h"
 #include "builders/wizard/wizard_text.h"
@@ -44,6 +45,10 @@ class WizardAtTheDesk : public AtDesk {
     desk::Key(id, Qt::Key_A, Qt::ControlModifier);
     desk::TypeInto(id, QString::fromLatin1(text));
   }
+  static QRect Place(int id) {
+    const QWidget* widget = desk::WidgetOf(id);
+    return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
+  }
   static bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
 };
 
@@ -58,6 +63,76 @@ TEST_F(WizardAtTheDesk, ShowsEachOperationAtBothSizes) {
       Show(QStringLiteral("wizard_%1_%2.png").arg(kind).arg(size.width()).toLatin1().constData());
     }
   }
+}
+
+// From the list of operations through the ten fields to the unit keys and the key that inserts.
+// Each gets into sight, also where the form scrolls, with picture and example beside it.
+TEST_F(WizardAtTheDesk, IsWalkedByKeyboardAtBothSizes) {
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    SCOPED_TRACE(size.width());
+    Size(size);
+    desk::Click(kCard + morva::kWizardDrill);
+    QWidget* const combo = desk::WidgetOf(morva::kIdWizardCombo);
+    combo->setFocus();
+    std::vector<int> order;
+    for (int i = 0; i < morva::kWizardNumbers; ++i) order.push_back(kField + i);
+    order.insert(order.end(), {morva::kIdBuilderInch, morva::kIdBuilderMm,
+                               morva::kViewWizardPicture, morva::kIdWizardInsert});
+    const QRect frame = Place(morva::kViewBuilder);
+    for (const int id : order) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      ASSERT_TRUE(desk::Until([id]() { return HasKeyboard(id); })) << id;
+      const bool fixed = id == morva::kViewWizardPicture || id == morva::kIdWizardInsert;
+      if (fixed) {
+        EXPECT_GT(Place(id).top(), frame.bottom()) << id;
+      } else {
+        EXPECT_TRUE(frame.contains(Place(id))) << id;
+      }
+      for (const int other : {int{morva::kViewWizardPicture}, int{morva::kIdWizardInsert},
+                              int{morva::kViewToolpath}}) {
+        EXPECT_TRUE(desk::WidgetOf(other)->isVisible()) << other;
+      }
+    }
+    Show(size.width() == 1200 ? "wizard_walked_1200.png" : "wizard_walked_1560.png");
+  }
+}
+
+TEST_F(WizardAtTheDesk, DrawsWhatIsTypedAndPlaysItsExampleMeanwhile) {
+  Size(QSize(1200, 800));
+  desk::Key(morva::kIdWizardCombo, Qt::Key_Down);
+  desk::Key(morva::kIdWizardCombo, Qt::Key_Down);
+  ASSERT_TRUE(desk::Until([]() { return morva::ChosenWizardKind() == morva::kWizardDrill; }));
+  const std::int32_t head = morva::ShownPath().play.playHead;
+  const QImage before = PictureNow();
+  TypeOver(kField + morva::kWizardNinth, "7");
+  ASSERT_TRUE(desk::Until([&]() { return PictureNow() != before; }));
+  const QImage seven = PictureNow();
+  TypeOver(kField + morva::kWizardTool, "3");
+  ASSERT_TRUE(desk::Until([&]() { return PictureNow() != seven; }));
+  // Another unit shows the same part with other numbers, and the example begins anew.
+  const QImage inches = PictureNow();
+  ASSERT_TRUE(desk::Until([head]() { return morva::ShownPath().play.playHead > head; }));
+  desk::Key(morva::kIdBuilderMm, Qt::Key_Space);
+  ASSERT_TRUE(desk::Until([&]() { return PictureNow() != inches; }));
+  EXPECT_EQ(desk::TextOf(kField + morva::kWizardTenth), QStringLiteral("25.400"));
+  EXPECT_TRUE(morva::ExampleIsShown());
+  Show("wizard_typed_1200.png");
+  // Enter in a field inserts, and the keyboard stays there.
+  desk::Key(kField + morva::kWizardNinth, Qt::Key_Return);
+  EXPECT_TRUE(desk::Until([]() {
+    return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(WIZARD: DRILL G81)"));
+  }));
+  EXPECT_TRUE(HasKeyboard(kField + morva::kWizardNinth));
+  // A refusal comes back with the keyboard in the field that it is about.
+  TypeOver(kField + morva::kWizardDepth, "0,5");
+  desk::AnswerBox(QStringLiteral("OK"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  ASSERT_TRUE(desk::Until([]() { return desk::BoxesSeen() == 1; }));
+  EXPECT_TRUE(desk::LastBoxText().contains(QStringLiteral("Depth Z holds no usable number.")));
+  EXPECT_TRUE(desk::Until([]() { return HasKeyboard(kField + morva::kWizardDepth); }));
+  desk::Click(morva::kIdBack);
+  EXPECT_FALSE(morva::ExampleIsShown());
+  EXPECT_FALSE(desk::WidgetOf(morva::kViewWizardPicture)->isVisible());
 }
 
 }  // namespace
