@@ -1,5 +1,6 @@
 #include "documents/builder.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/app_state.h"
@@ -57,11 +58,17 @@ void EachMisread(const Builder& builder, const FormValues& values, Take take) {
   }
 }
 
-// The first field of which half a text would be taken for a number, null for none.
+// Whether a part of what stands in the field would be taken for the whole, or a size for nothing.
+bool IsHalf(const FormRow& row, Misread why) {
+  if (why == Misread::Empty) return false;
+  const std::u16string text = platform::TextOf(row.id);
+  return row.kind == RowKind::Number || std::any_of(text.begin(), text.end(), IsDigit);
+}
+
 const FormRow* HalfNumber(const Builder& builder, const FormValues& values) {
-  const FormRow* half = nullptr;
+  const FormRow* half = nullptr;  // the first
   EachMisread(builder, values, [&half](const FormRow& row, Misread why) {
-    if (!half && row.kind == RowKind::Number && why != Misread::Empty) half = &row;
+    if (!half && IsHalf(row, why)) half = &row;
   });
   return half;
 }

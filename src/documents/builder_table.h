@@ -38,8 +38,9 @@ struct Builder {
   bool helpBelow = false;        // the mode's help text stands below the form
   bool showsPath = false;        // the toolpath view stands beside or below the form
   Reading reading = Reading::Lax;  // of its numbers
-  // For lax readings: a text of which only a part is a number, or nothing, is refused with words.
-  // An empty field and a count are taken as they were read, and the log tells what they count as.
+  // For lax readings: a text of which a part is a number is refused with words, and so is a size
+  // that is none. An empty field, and a count without a digit, count as their fallback, which the
+  // log tells.
   bool wholeNumbers = false;
   void (*enter)() = nullptr;  // the mode was entered
   void (*left)() = nullptr;   // the mode was left

@@ -125,6 +125,19 @@ void PaintGrid(Canvas& canvas, const Projection& p) {
   PaintSegments(canvas, gridSegments, count, PenOf(GridColour(PlainWorkspace()), 1));
 }
 
+// The words of the stock stand above its highest corner on the screen, or below the lowest where an
+// example plays, whose tool stands above. They lie beside the cube and not over the view's sides.
+Rect PlateOfStock(const Rect& client, std::u16string_view label, PointF highest, PointF lowest) {
+  const bool below = ExampleIsShown();
+  Rect plate = PlateAround(below ? lowest : highest, label);
+  const int lift = (RectHeight(plate) / 2 + 4) * (below ? -1 : 1);
+  const bool besideCube = plate.top - lift < client.top + kCornerHeight;
+  const int cube = besideCube && CubeFits(CubeClient(client)) ? kCornerWidth : 0;
+  const int most = client.right - cube - 2 - RectWidth(plate);
+  const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
+  return {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
+}
+
 void PaintStock(Canvas& canvas, const Projection& p) {
   const StockEnvelope& s = ShownPath().stock;
   if (!s.shown) return;
@@ -147,17 +160,9 @@ void PaintStock(Canvas& canvas, const Projection& p) {
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.top - s.bottom, 4);
   AppendBounded(label, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
-  // Above the corner that lies highest on the screen, beside the cube, and not over the sides of
-  // the view.
-  const PointF* highest = std::min_element(
+  const auto [highest, lowest] = std::minmax_element(
       corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
-  const Rect client = CanvasArea(canvas);
-  Rect plate = PlateAround(*highest, label);
-  const int lift = RectHeight(plate) / 2 + 4;
-  const bool besideCube = plate.top - lift < client.top + kCornerHeight;
-  const int most = client.right - (besideCube ? kCornerWidth : 0) - 2 - RectWidth(plate);
-  const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
-  plate = {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
+  const Rect plate = PlateOfStock(CanvasArea(canvas), label, *highest, *lowest);
   TextOn(canvas, plate, label, kPathStock, platform::kAlignCentre);
 }
 

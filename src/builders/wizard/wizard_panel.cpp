@@ -65,6 +65,14 @@ const char16_t* HelpOfField(int field, int kind) {
   return u"";
 }
 
+// Of what plays in the view.
+constexpr const char16_t* kExampleWords[kWizardKinds] = {
+    u"Looping G-code example: seven overlapping strokes face a plate.",
+    u"Looping G-code example: one pass around a rectangle, one around a circle.",
+    u"Looping G-code example: four holes, each drilled at one go.",
+    u"Looping G-code example: four deep holes, each in four pecks.",
+    u"Looping G-code example: four threads; the spindle turns back on the way out."};
+
 bool SaysTheSame(const FormRow& row, const FormRow& other) {
   using Words = std::u16string_view;
   return row.kind == other.kind && Words(row.label) == other.label &&
@@ -122,6 +130,9 @@ const std::vector<FormRow>& WizardRows() {
                     .picks = kWizardKinds});
     for (int field = 0; field < kWizardNumbers; ++field) AddField(rows, field);
     rows.push_back({.kind = RowKind::Keys, .keys = {kIdBuilderInch, kIdBuilderMm}});
+    for (int kind = 0; kind < kWizardKinds; ++kind) {
+      rows.push_back({.kind = RowKind::Note, .label = kExampleWords[kind], .pages = PageBit(kind)});
+    }
     rows.push_back({.kind = RowKind::Note,
                     .label = u"INSERT GENERATED CODE opens the guided skim for this operation.",
                     .pages = PageBit(kWizardFace)});
@@ -221,6 +232,7 @@ constexpr Builder kWizardBuilder{
     .mode = kModeWizard,
     .row = &kWizardMode,
     .showsPath = true,
+    .reading = {.rule = {.blanksBehind = true}},
     .wholeNumbers = true,
     .enter = ShowExampleOfKind,
     .left = [] { Call(hooks.leaveExample); },

@@ -171,7 +171,7 @@ TEST_F(WizardPanel, KeepsTheFieldsOfTheOperationThatIsChosenAlready) {
 
 TEST_F(WizardPanel, ReadsAToolThatIsNoNumberAsOneAndSaysSo) {
   Choose(kWizardSlot);
-  for (const char16_t* text : {u"abc", u"", u"+5"}) {
+  for (const char16_t* text : {u"abc", u""}) {
     Type(kWizardTool, text);
     Insert();
     EXPECT_TRUE(Has(u"\r\nT1 M06\r\nS1500 M03\r\nG54\r\nG00 G43 H01 Z0.500\r\n"));
@@ -183,6 +183,49 @@ TEST_F(WizardPanel, ReadsAToolThatIsNoNumberAsOneAndSaysSo) {
   Insert();
   EXPECT_TRUE(Has(u"(KEEP CURRENT TOOL AND LENGTH OFFSET)"));
   EXPECT_FALSE(OutputHas(u"was used"));
+}
+
+// A part of a number would cut somewhere else, with another tool, or at another speed.
+TEST_F(WizardPanel, RefusesHalfNumbersByTheirNames) {
+  Choose(kWizardDrill);
+  const std::u16string before = Text();
+  constexpr int kNumbers[] = {kWizardTool, kWizardRpm, kWizardFeed,  kWizardSafeZ, kWizardDepth,
+                              kWizardX,    kWizardY,   kWizardNinth, kWizardTenth};
+  for (const int field : kNumbers) {
+    const std::u16string text = platform::TextOf(Field(field));
+    const std::u16string name = platform::AccessibleName(Field(field));
+    for (const char16_t* half : {u"1/2", u"1e3", u"0,5", u"1,500", u"4 in", u"5-", u"1000000"}) {
+      Type(field, half);
+      Insert();
+      const auto boxes = headless::TakeBoxes();
+      ASSERT_EQ(boxes.size(), 1u) << field << platform::ToUtf8(half);
+      EXPECT_EQ(boxes[0].title, u"Machining Wizard");
+      EXPECT_EQ(boxes[0].text.find(name + u" holds no usable number."), 0u);
+      EXPECT_EQ(platform::FocusedId(), Field(field));
+      EXPECT_EQ(platform::TextOf(Field(field)), half);
+    }
+    Type(field, text.c_str());
+  }
+  EXPECT_EQ(Text(), before);
+  Type(kWizardDepth, u"-0.5 ");  // a blank behind a number cannot be seen
+  Insert();
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(Has(u"G81 Z-0.500 R0.100"));
+}
+
+TEST_F(WizardPanel, TellsWhatEmptyFieldsCountAs) {
+  Choose(kWizardSlot);
+  for (int field : {kWizardRpm, kWizardFeed, kWizardSafeZ, kWizardY}) Type(field, u"");
+  Insert();
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(
+      Has(u"S1500 M03\r\nG54\r\nG00 Z0.500\r\nM08\r\nG00 X0.000 Y0.000\r\nG01 Z-0.125 "
+          u"F6.0\r\nG01 X4.000 Y0.000 F12.0\r\n"));
+  for (const char16_t* words :
+       {u"RPM is not a whole number: 1500 was used.", u"Cut feed is not a number: 12.00 was used.",
+        u"Safe Z is not a number: 0.500 was used.", u"Y start is not a number: 0.000 was used."}) {
+    EXPECT_TRUE(OutputHas(words)) << platform::ToUtf8(words);
+  }
 }
 
 TEST_F(WizardPanel, WritesTheWorkOffsetAsTyped) {
