@@ -17,7 +17,9 @@ std::u16string MenuText(int id, bool on, MenuStyle style) {
 
 int ShowCommandMenu(std::span<const MenuRow> rows, int x, int y, MenuStyle style) {
   std::vector<std::u16string> texts;
-  for (const MenuRow& row : rows) texts.push_back(MenuText(row.id, row.on, style));
+  for (const MenuRow& row : rows) {
+    texts.push_back(row.words[0] ? row.words : MenuText(row.id, row.on, style));
+  }
   std::vector<platform::MenuItem> items;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     items.push_back({rows[i].id, texts[i].c_str(), rows[i].checked, rows[i].enabled});

@@ -93,7 +93,8 @@ struct MenuRow {
   int id = 0;  // 0 is a separator
   bool enabled = true;
   bool checked = false;
-  bool on = false;  // the state that picks the caption
+  bool on = false;              // the state that picks the caption
+  const char16_t* words = u"";  // instead of the caption, where items of one command differ
 };
 enum class MenuStyle : unsigned char {
   Items,     // menu words, and the chord behind a tab

@@ -31,20 +31,27 @@ bool HoldsForActive(Ask ask) {
 void RegisterPanel(const Panel& panel) {
   panels[NextRow(panelFill)] = panel;
   if (panel.row) RegisterMode(*panel.row);
+  for (const ModeRow& row : panel.moreModes) RegisterMode(row);
 }
 
 int PanelCount() { return panelFill.count; }
 
 const Panel& PanelAt(int index) { return panels[index]; }
 
+bool IsPanelOf(const Panel& panel, int mode) {
+  return panel.mode == mode || std::ranges::any_of(panel.moreModes, [mode](const ModeRow& row) {
+           return row.mode == mode;
+         });
+}
+
 bool IsPanelActive(const Panel& panel) {
   if (panel.active) return panel.active();
-  return app.surface == kSurfaceCode && app.mode == panel.mode;
+  return app.surface == kSurfaceCode && IsPanelOf(panel, app.mode);
 }
 
 bool HasPanel(int mode) {
   for (int i = 0; i < panelFill.count; ++i) {
-    if (panels[i].mode == mode) return true;
+    if (IsPanelOf(panels[i], mode)) return true;
   }
   return false;
 }

@@ -28,8 +28,9 @@ struct Panel {
   PanelSpot spot = PanelSpot::RightBody;
   int mode = -1;                 // the mode this panel belongs to, -1 for none
   const ModeRow* row = nullptr;  // what the window says of the mode; null: another one hands it in
-  bool (*active)() = nullptr;    // null: active while its mode is shown
-  void (*make)() = nullptr;      // makes the controls, hidden
+  std::span<const ModeRow> moreModes = {};              // further modes that show the same panel
+  bool (*active)() = nullptr;                           // null: active while its mode is shown
+  void (*make)() = nullptr;                             // makes the controls, hidden
   void (*place)(const platform::Rect& area) = nullptr;  // places and shows them
   void (*hide)() = nullptr;
   void (*enter)() = nullptr;  // the mode was entered: refresh the content
@@ -54,6 +55,8 @@ struct Panel {
 void RegisterPanel(const Panel& panel);
 int PanelCount();
 const Panel& PanelAt(int index);
+// Whether the panel belongs to this mode.
+bool IsPanelOf(const Panel& panel, int mode);
 // Whether a panel is to be shown now.
 bool IsPanelActive(const Panel& panel);
 // Whether some panel belongs to this mode.

@@ -30,10 +30,17 @@ constexpr int kHeightAboveView = 400;
 
 static_assert(kMaxFormNumbers >= kSettingsValues && kMaxFormChoices >= kSettingsChoices);
 
-// What the form says.
+// What the form says, in its own unit.
 FormValues ReadBuilder(const Builder& builder, const Reading& reading) {
   FormValues values;
   ReadForm(*builder.form, ReadPage(builder), reading, values);
+  return values;
+}
+
+// In the unit of code and record.
+FormValues ReadForCode(const Builder& builder, const Reading& reading) {
+  FormValues values = ReadBuilder(builder, reading);
+  if (builder.metric) ConvertValues(*builder.form, ReadPage(builder), builder.metric(), values);
   return values;
 }
 
@@ -141,6 +148,7 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
   panel.spot = PanelSpot::RightBody;
   panel.mode = builder.mode;
   panel.row = builder.row;
+  panel.moreModes = builder.moreModes;
   panel.make = calls.make;
   panel.heightAboveView = builder.showsPath ? kHeightAboveView : 0;
   panel.place = calls.place;
@@ -152,12 +160,14 @@ void JoinPanel(const Builder& builder, const BuilderCalls& calls) {
 }
 
 void JoinViews(const Builder& builder, const BuilderCalls& calls) {
+  Handlers view;
+  view.paint = calls.paint;
+  if (builder.pressed) view.pointer = calls.pointer;
+  view.id = builder.pictureView;
+  if (view.id != 0) return RegisterHandlers(view);
   for (const FormRow& row : builder.form->rows) {
     if (row.kind != RowKind::View) continue;
-    Handlers view;
     view.id = row.id;
-    view.paint = calls.paint;
-    if (builder.pressed) view.pointer = calls.pointer;
     RegisterHandlers(view);
   }
 }
@@ -173,8 +183,9 @@ PictureView DrawBuilder(const Builder& builder, const platform::Rect& area) {
 }
 
 // The view that shows the picture, 0 for none.
-int PictureOf(const Form& form) {
-  for (const FormRow& row : form.rows) {
+int PictureOf(const Builder& builder) {
+  if (builder.pictureView != 0) return builder.pictureView;
+  for (const FormRow& row : builder.form->rows) {
     if (row.kind == RowKind::View && platform::IsVisible(row.id)) return row.id;
   }
   return 0;
@@ -201,7 +212,7 @@ void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
 }
 
 bool InsertFromBuilder(const Builder& builder) {
-  const FormValues values = ReadBuilder(builder, builder.reading);
+  const FormValues values = ReadForCode(builder, builder.reading);
   if (builder.instead && builder.instead(values)) return false;
   if (!Passes(builder, values)) return false;
   CodeWriter out;
@@ -228,7 +239,7 @@ bool InsertFromBuilder(const Builder& builder) {
 }
 
 bool StoreBuilder(const Builder& builder, FeatureSettings& record) {
-  const FormValues values = ReadBuilder(builder, Reading::Lax);
+  const FormValues values = ReadForCode(builder, Reading::Lax);
   record = FeatureSettings();
   record.version = kSettingsVersion;
   record.kind = builder.kind;
@@ -244,20 +255,28 @@ bool OpenBuilder(const Builder& builder, const FeatureSettings& record) {
   FormValues values;
   values.metric = record.metric != 0;
   // The unit comes first: it converts what the room and the fields hold.
-  const bool before = builder.form->metric && builder.form->metric();
-  if (builder.form->takeUnit) builder.form->takeUnit(values.metric);
+  const auto takeUnit = builder.takeUnit ? builder.takeUnit : builder.form->takeUnit;
+  const auto metric = builder.metric ? builder.metric : builder.form->metric;
+  const bool before = metric && metric();
+  if (takeUnit) takeUnit(values.metric);
   if (builder.loadItems && !builder.loadItems(record)) {
-    if (builder.form->takeUnit) builder.form->takeUnit(before);
+    if (takeUnit) takeUnit(before);
     return false;
   }
-  if (builder.mode >= 0) Call(hooks.setMode, builder.mode);
   const std::int32_t choices[] = {record.a, record.b, record.c};
   for (int i = 0; i < kSettingsChoices; ++i) values.choices[i] = choices[i];
+  const int mode = builder.modeOf ? builder.modeOf(values) : builder.mode;
+  if (mode >= 0) Call(hooks.setMode, mode);
   for (int i = 0; i < kSettingsValues; ++i) values.numbers[i] = record.values[i];
   // A list may choose the page, which must stand before its numbers are shown.
   ShowChoices(*builder.form, ReadPage(builder), values);
   if (builder.mode >= 0) RelayPanels();
+  if (builder.metric) {
+    const Form& form = *builder.form;
+    ConvertValues(form, ReadPage(builder), form.metric && form.metric(), values);
+  }
   ShowForm(*builder.form, ReadPage(builder), values, kRecordDecimals);
+  if (const int picture = PictureOf(builder); picture != 0) platform::Repaint(picture);
   return true;
 }
 
@@ -277,7 +296,7 @@ bool PressBuilder(const Builder& builder, const platform::PointerEvent& event) {
       event.button != platform::PointerButton::Left) {
     return false;
   }
-  const int id = PictureOf(*builder.form);
+  const int id = PictureOf(builder);
   const platform::Rect place = platform::PlaceOf(id);
   const PictureView view = DrawBuilder(builder, {0, 0, RectWidth(place), RectHeight(place)});
   builder.pressed(PartAt(picture, view, event.x, event.y));

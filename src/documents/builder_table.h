@@ -35,14 +35,15 @@ struct Builder {
   int readPage = -1;             // the form's page that is read and stored; -1: the one that is up
   int mode = -1;                 // the right panel that shows the form; -1: the room shows it
   const ModeRow* row = nullptr;  // what the window says of that mode, as app/panels.h says
-  bool helpBelow = false;        // the mode's help text stands below the form
-  bool showsPath = false;        // the toolpath view stands beside or below the form
-  Reading reading = Reading::Lax;  // of its numbers
+  std::span<const ModeRow> moreModes = {};  // further modes that show the same panel
+  bool helpBelow = false;                   // the mode's help text stands below the form
+  bool showsPath = false;                   // the toolpath view stands beside or below the form
+  Reading reading = Reading::Lax;           // of its numbers
   // For lax readings: a text of which a part is a number is refused with words, and so is a size
   // that is none. An empty field, and a count without a digit, count as their fallback, which the
   // log tells.
   bool wholeNumbers = false;
-  void (*enter)() = nullptr;  // the mode was entered
+  void (*enter)() = nullptr;  // one of its modes was entered, and the form lies in its place
   void (*left)() = nullptr;   // the mode was left
   int insertKey = 0;          // a command; its other caption says that a block is under edit
   std::span<const Command> commands = {};  // words of its keys, where no table of the room has them
@@ -64,6 +65,15 @@ struct Builder {
   // The left button went down on this part of the picture; kNoPart: on none. The picture is drawn
   // anew behind it. Null: it takes no click.
   void (*pressed)(int part) = nullptr;
+  // The view that shows the picture where it does not stand on the form, 0: it stands there.
+  int pictureView = 0;
+  // Whether code and record are in millimetres, and what switches that for a block of the other
+  // unit, where the form has a unit of its own: its numbers are converted on their way. Null: the
+  // form's unit.
+  bool (*metric)() = nullptr;
+  void (*takeUnit)(bool metric) = nullptr;
+  // The mode to bring up for a record with these choices. Null: `mode`.
+  int (*modeOf)(const FormValues& values) = nullptr;
   // Units that the code may have; larger code is refused with words. Null: kMaxBuilderText.
   std::size_t (*room)(const FormValues& values) = nullptr;
   // What the record holds beside the form's numbers and choices: items, numbers without a field.

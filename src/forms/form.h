@@ -72,14 +72,16 @@ constexpr unsigned PageBit(int page) { return 1u << page; }
 
 struct FormRow {
   RowKind kind = RowKind::Number;
-  int id = 0;                       // of the control; a Head or Note may go without
-  const char16_t* label = u"";      // Head and Note: the words
-  const char16_t* labelMm = u"";    // in millimetres, where the label names its unit
-  const char16_t* name = u"";       // for assistive technology, where the label says too little
-  const char16_t* help = u"";       // on the status line once the field gets the keyboard
+  int id = 0;                     // of the control; a Head or Note may go without
+  const char16_t* label = u"";    // Head and Note: the words
+  const char16_t* labelMm = u"";  // in millimetres, where the label names its unit
+  const char16_t* name = u"";     // for assistive technology, where the label says too little
+  unsigned namePages =
+      kEveryPage;              // where it says too little; on other pages the label is the name
+  const char16_t* help = u"";  // on the status line once the field gets the keyboard
   const char16_t* className = u"";  // of a View
   // Text of a field when it is made or started: in inch, converted where the form's unit is then
-  // millimetres. A room that changes its unit without ConvertForms keeps the texts, as sketches do.
+  // millimetres. A room that changes its unit without ConvertForms keeps the texts.
   const char16_t* start = u"";
   const char16_t* startMm = u"";  // in millimetres, where it is not `start` converted
   bool filled = false;            // its room writes what it says: it starts empty
@@ -181,6 +183,9 @@ void StartForm(const Form& form, int page);
 // False: the row `refused` holds no number by the strict rule; the rows behind it are not read.
 // The lax rule never refuses.
 bool ReadForm(const Form& form, int page, const Reading& reading, FormValues& values);
+// The page's numbers that follow the unit, in the unit that is asked for; nothing where they are in
+// it already.
+void ConvertValues(const Form& form, int page, bool metric, FormValues& values);
 // Selects the rows of the page's lists, one of which may say which page comes up. Lists of other
 // pages stay: a page may belong to something else than the record that is shown.
 void ShowChoices(const Form& form, int page, const FormValues& values);

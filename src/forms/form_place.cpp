@@ -190,8 +190,8 @@ int PutKeysAtEnd(const FormLook& look, const FormRow& row, int right, int top, i
 }
 
 // One control may stand on several rows: it is called as the row that is shown says.
-void NameControl(const Form& form, const FormRow& row) {
-  const char16_t* name = NameOf(row, IsMetric(form));
+void NameControl(const Form& form, const FormRow& row, int page) {
+  const char16_t* name = NameOf(row, IsMetric(form), page);
   if (platform::AccessibleName(row.id) != name) platform::SetAccessibleName(row.id, name);
 }
 
@@ -215,7 +215,7 @@ void PutControl(const Page& page, int index, const FormRow& row, int top, int bo
   const bool framed = row.kind != RowKind::Choice || look.framesChoices;
   const int inset = framed ? look.inset : 0;
   ShowAt(row.id, Rect{left + inset, top + inset, right - inset, bottom - inset});
-  NameControl(form, row);
+  NameControl(form, row, page.page);
 }
 
 // Places one row at y. The y below it, without a gap.

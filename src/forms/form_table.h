@@ -34,9 +34,9 @@ inline bool IsField(RowKind kind) {
   return kind == RowKind::Number || kind == RowKind::Count || kind == RowKind::Words;
 }
 bool IsMetric(const Form& form);
-// The row's label, and its name for assistive technology, in one unit.
+// The row's label, and its name for assistive technology, in one unit; below 0: on any page.
 const char16_t* LabelOf(const FormRow& row, bool metric);
-const char16_t* NameOf(const FormRow& row, bool metric);
+const char16_t* NameOf(const FormRow& row, bool metric, int page = -1);
 // What a field says when it is made, in the form's unit.
 std::u16string StartText(const Form& form, const FormRow& row);
 // Whether the row's words stand in a label of their own beside or above its control.

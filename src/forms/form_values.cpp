@@ -81,7 +81,7 @@ void ShowUnitWords(const FormEntry& entry, bool metric) {
     const int index = static_cast<int>(i);
     platform::SetText(LabelId(entry, index), LabelOf(row, metric));
     if (RowOfControl(form, row.id) == index) {
-      platform::SetAccessibleName(row.id, NameOf(row, metric));
+      platform::SetAccessibleName(row.id, NameOf(row, metric, PageOf(form)));
     }
   }
 }
@@ -94,8 +94,9 @@ const char16_t* LabelOf(const FormRow& row, bool metric) {
   return metric && row.labelMm[0] ? row.labelMm : row.label;
 }
 
-const char16_t* NameOf(const FormRow& row, bool metric) {
-  return row.name[0] ? row.name : LabelOf(row, metric);
+const char16_t* NameOf(const FormRow& row, bool metric, int page) {
+  const bool named = page < 0 || (row.namePages & PageBit(page)) != 0;
+  return row.name[0] && named ? row.name : LabelOf(row, metric);
 }
 
 std::u16string StartText(const Form& form, const FormRow& row) {
@@ -131,6 +132,17 @@ bool ReadForm(const Form& form, int page, const Reading& reading, FormValues& va
     }
   }
   return true;
+}
+
+void ConvertValues(const Form& form, int page, bool metric, FormValues& values) {
+  if (values.metric == metric) return;
+  values.metric = metric;
+  for (const FormRow& row : form.rows) {
+    if (!OnPage(row, page) || !IsNumber(row) || row.value < 0) continue;
+    double& value = values.numbers[row.value];
+    if (row.follows == Follows::Length) value *= metric ? kMmPerInch : kInchPerMm;
+    if (row.follows == Follows::Thread && value > kLeastThread) value = kMmPerInch / value;
+  }
 }
 
 void ShowChoices(const Form& form, int page, const FormValues& values) {

@@ -70,7 +70,7 @@ void ShowModeWords() {
 void EnterPanels() {
   entered = app.mode;
   for (int i = 0; i < PanelCount(); ++i) {
-    if (PanelAt(i).mode == app.mode) Call(PanelAt(i).enter);
+    if (IsPanelOf(PanelAt(i), app.mode)) Call(PanelAt(i).enter);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "forms/sheet.h"
 #include "platform/canvas.h"
 #include "platform/control.h"
+#include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
 #include "platform/window.h"
@@ -369,6 +370,37 @@ TEST_F(FormStage, SaysWhyAFieldIsNoNumber) {
   platform::SetText(kSize, u"10");
   EXPECT_FALSE(ReadForm(kForm, 0, blanks, values));
   EXPECT_EQ(values.misread[0], Misread::TooLarge);
+}
+
+// Lengths are converted, counts are not, and nothing twice.
+TEST_F(FormStage, ConvertsValuesThatWereRead) {
+  MakeForm(kForm);
+  FormValues values;
+  EXPECT_TRUE(ReadForm(kForm, 0, Reading::Lax, values));
+  for (int again = 0; again < 2; ++again) {
+    ConvertValues(kForm, 0, true, values);
+    EXPECT_TRUE(values.metric);
+    EXPECT_DOUBLE_EQ(values.numbers[0], 12.7);
+    EXPECT_EQ(values.numbers[2], 6);
+  }
+  ConvertValues(kForm, 0, false, values);
+  EXPECT_DOUBLE_EQ(values.numbers[0], 0.5);
+}
+
+TEST_F(FormStage, CallsAControlByItsLabelOnPagesWhereThatIsEnough) {
+  ResetForms();
+  static constexpr FormRow rows[] = {{.id = kSize,
+                                      .label = u"Center X",
+                                      .name = u"Pattern center X",
+                                      .namePages = PageBit(1),
+                                      .pages = PageBit(0) | PageBit(1)}};
+  static constexpr Form form{.look = &kLook, .rows = rows};
+  RegisterForm(form);
+  MakeForm(form);
+  for (const int page : {0, 1, 0}) {
+    PlaceForm(form, {0, 0, 200, 100}, page);
+    EXPECT_EQ(platform::AccessibleName(kSize), page == 0 ? u"Center X" : u"Pattern center X");
+  }
 }
 
 TEST_F(FormStage, ShowsNumbersWithTheDecimalsOfTheirRows) {
