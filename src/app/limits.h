@@ -52,6 +52,7 @@ inline constexpr int kMaxEarlierWordsUnits = 16777216;  // kept of programs as t
 inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of a line, each of a unit at least
 
 // The toolpath.
+inline constexpr int kMaxSpiralPoints = 30000;   // points of a skim's spiral; a higher count is refused as one more
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
 inline constexpr int kMaxPathOwners = 2;         // paths that the view can show, 1.3 MB each; an owner without a row does not compile
 inline constexpr int kExampleUnits = 8192;       // program text of an example; cut, which no example reaches

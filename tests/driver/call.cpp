@@ -13,6 +13,35 @@
 #include "text/codetext.h"
 
 namespace drive {
+
+morva::FormValues ReadTyped(std::span<const morva::BuilderField> fields,
+                            std::span<const Word> texts, bool metric) {
+  morva::FormValues values;
+  values.metric = metric;
+  int words = 0;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const morva::BuilderField& field = fields[i];
+    const std::u16string text = texts[i].text.substr(0, morva::kFieldUnits - 1);
+    if (field.kind == morva::RowKind::Words) {
+      values.words[words++] = text;
+    } else if (field.kind == morva::RowKind::Count) {
+      values.numbers[i] = morva::ParseInteger(text, static_cast<std::int32_t>(field.fallback));
+    } else {
+      values.numbers[i] = morva::ParseDecimal(text, field.fallback);
+    }
+  }
+  return values;
+}
+
+std::string Refused(std::u16string_view title, std::u16string_view words) {
+  return Json('{')
+      .Flag("ok", true)
+      .Raw("value", "null")
+      .Text("title", title)
+      .Text("text", words)
+      .Done();
+}
+
 namespace {
 
 std::string GoodNumber(double value) {
@@ -112,36 +141,6 @@ std::string CallMacroText(const Words& words) {
   return GoodValue(out.text);
 }
 
-// What a builder's form would read in its fields, as typed.
-morva::FormValues ReadTyped(std::span<const morva::BuilderField> fields,
-                            std::span<const Word> texts, bool metric) {
-  morva::FormValues values;
-  values.metric = metric;
-  int words = 0;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    const morva::BuilderField& field = fields[i];
-    const std::u16string text = texts[i].text.substr(0, morva::kFieldUnits - 1);
-    if (field.kind == morva::RowKind::Words) {
-      values.words[words++] = text;
-    } else if (field.kind == morva::RowKind::Count) {
-      values.numbers[i] = morva::ParseInteger(text, static_cast<std::int32_t>(field.fallback));
-    } else {
-      values.numbers[i] = morva::ParseDecimal(text, field.fallback);
-    }
-  }
-  return values;
-}
-
-// What the builder would refuse, with the title and the words of its box.
-std::string Refused(std::u16string_view title, std::u16string_view words) {
-  return Json('{')
-      .Flag("ok", true)
-      .Raw("value", "null")
-      .Text("title", title)
-      .Text("text", words)
-      .Done();
-}
-
 std::string CallWizardText(const Words& words) {
   std::int64_t kind = 0;
   bool metric = false;
@@ -165,11 +164,21 @@ struct Function {
   std::string (*answer)(const Words& words);
 };
 constexpr Function kFunctions[] = {
-    {u"FormatFixed", CallFormatFixed},   {u"ParseDecimal", CallParseDecimal},
-    {u"ParseInteger", CallParseInteger}, {u"AngleDegrees", CallAngleDegrees},
-    {u"FindCodeWord", CallFindCodeWord}, {u"NormaliseOutputText", CallNormaliseOutputText},
-    {u"CodeToWords", CallCodeToWords},   {u"WordsToCode", CallWordsToCode},
-    {u"MacroText", CallMacroText},       {u"WizardText", CallWizardText},
+    {u"FormatFixed", CallFormatFixed},
+    {u"ParseDecimal", CallParseDecimal},
+    {u"ParseInteger", CallParseInteger},
+    {u"AngleDegrees", CallAngleDegrees},
+    {u"FindCodeWord", CallFindCodeWord},
+    {u"NormaliseOutputText", CallNormaliseOutputText},
+    {u"CodeToWords", CallCodeToWords},
+    {u"WordsToCode", CallWordsToCode},
+    {u"MacroText", CallMacroText},
+    {u"WizardText", CallWizardText},
+    {u"ShapeText", CallShapeText},
+    {u"CircularText", CallCircularText},
+    {u"RectangularText", CallRectangularText},
+    {u"CircleSegments", CallCircleSegments},
+    {u"SpiralPoints", CallSpiralPoints},
 };
 
 }  // namespace

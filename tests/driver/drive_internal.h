@@ -1,10 +1,12 @@
 // What the sources of the driver share.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "builders/common/builder_field.h"
 #include "driver/line_words.h"
 
 namespace drive {
@@ -17,6 +19,17 @@ bool ReadControl(const Word& word, int& id, std::u16string& error);
 
 std::string AnswerGet(const Words& words);
 std::string AnswerCall(const Words& words);
+// What a builder's form would read in its fields, as typed.
+morva::FormValues ReadTyped(std::span<const morva::BuilderField> fields,
+                            std::span<const Word> texts, bool metric);
+// What the builder would refuse, with the title and the words of its box.
+std::string Refused(std::u16string_view title, std::u16string_view words);
+// Of shapes, patterns and spirals; `words` begin with the function's name.
+std::string CallShapeText(const Words& words);
+std::string CallCircularText(const Words& words);
+std::string CallRectangularText(const Words& words);
+std::string CallCircleSegments(const Words& words);
+std::string CallSpiralPoints(const Words& words);
 std::string AnswerMouse(const Words& words);
 std::string AnswerEditor(const Words& words);
 

@@ -10,6 +10,7 @@
 #include "builders/shapes/pattern_text.h"
 #include "builders/wizard/wizard_text.h"
 #include "platform/file.h"
+#include "skim/model/spiral_counts.h"
 #include "text/code_writer.h"
 
 namespace morva {
@@ -88,6 +89,13 @@ TEST(BuilderTextLimits, NumbersOfItemsAreShownUpTo60) {
   Picture many;
   DrawCircular(values, many);
   EXPECT_EQ(few.labels.size(), many.labels.size() + 60);
+}
+
+TEST(BuilderTextLimits, PointsOfASpiralAreCountedUpToOneMore) {
+  static_assert(kMaxSpiralPoints == 30000);
+  EXPECT_EQ(CircleSegments(91189, false), 30000);
+  EXPECT_EQ(CircleSegments(91190, false), 30001);
+  EXPECT_EQ(SpiralPoints(1e6, 1, false), 30001);
 }
 
 // The frame holds the comments of the most items.
