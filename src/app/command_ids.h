@@ -43,6 +43,7 @@ inline constexpr int kIdMacroCombo = 627;   // macro combo
 inline constexpr int kIdMacroField = 628;   // six fields of a template, 628 to 633
 inline constexpr int kIdMacroInsert = 637;
 inline constexpr int kIdShapeCombo = 638;  // shape combo
+inline constexpr int kIdShapeField = 639;  // seven fields of a shape, 639 to 645
 inline constexpr int kIdShapeInsert = 653;
 inline constexpr int kIdBuilderInch = 654;  // of the builders
 inline constexpr int kIdBuilderMm = 655;
@@ -220,6 +221,10 @@ inline constexpr int kIdToolFormInch = 3339;
 inline constexpr int kIdToolFormMm = 3340;
 inline constexpr int kIdHomeToolNumber = 3341;  // beside the Home tool combo
 
+// Items of the popup of saved shapes, 3350 to 3373.
+inline constexpr int kIdCustomShapeFirst = 3350;
+inline constexpr int kIdCustomShapeLast = 3373;
+
 // The import of operations, 3250 to 3269.
 inline constexpr int kIdImportHead = 3250;
 inline constexpr int kIdImportPrograms = 3251;  // open programs
@@ -330,7 +335,7 @@ inline constexpr int kIdCadFit = 3105;
 inline constexpr int kIdCadGrid = 3107;          // grid on and off
 inline constexpr int kIdCadGenerateItem = 3110;  // menu item
 
-// Lists, fields and labels of the CAD workspace, 3400 to 3520.
+// Lists, fields and labels of the CAD workspace, 3400 to 3599.
 inline constexpr int kIdCadOperations = 3400;
 inline constexpr int kIdCadRecent = 3401;
 inline constexpr int kIdCadStatus = 3402;  // the workspace's status line
@@ -386,8 +391,6 @@ inline constexpr int kIdCadCircRotation = 3457;
 inline constexpr int kIdCadCircDepth = 3458;
 inline constexpr int kIdCadCircFeed = 3459;
 inline constexpr int kIdCadCircSafeZ = 3460;
-inline constexpr int kIdCadCircShape = 3461;  // item list
-inline constexpr int kIdCadCircOrientation = 3462;
 inline constexpr int kIdCadRectSize = 3463;
 inline constexpr int kIdCadRectWidth = 3464;
 inline constexpr int kIdCadRectRotation = 3465;
@@ -400,14 +403,13 @@ inline constexpr int kIdCadRectSpacingY = 3471;
 inline constexpr int kIdCadRectDepth = 3472;
 inline constexpr int kIdCadRectFeed = 3473;
 inline constexpr int kIdCadRectSafeZ = 3474;
-inline constexpr int kIdCadRectShape = 3475;   // item list
 inline constexpr int kIdCadDirection1 = 3476;  // degrees, of the columns
 inline constexpr int kIdCadDirection2 = 3477;  // degrees, of the rows
 inline constexpr int kIdCadPatternLast = 3479;
-inline constexpr int kIdCadLabelFirst = 3480;  // labels and notes, 3480 to 3577
-inline constexpr int kIdCadLabelLast = 3577;
-inline constexpr int kIdCadRecentHead = 3578;
-inline constexpr int kIdCadOperationsHead = 3579;
+inline constexpr int kIdCadLabelFirst = 3480;  // labels and notes, 3480 to 3597
+inline constexpr int kIdCadLabelLast = 3597;
+inline constexpr int kIdCadRecentHead = 3598;
+inline constexpr int kIdCadOperationsHead = 3599;
 inline constexpr int kIdDestinationProgram = 3600;
 inline constexpr int kIdDestinationPosition = 3601;
 inline constexpr int kIdDestinationHelp = 3602;
@@ -437,5 +439,8 @@ inline constexpr int kViewToolBar = 20042;
 inline constexpr int kViewToolPicture = 20043;  // the tool, and its cutting end
 inline constexpr int kViewToolEnd = 20044;
 inline constexpr int kViewWizardPicture = 20050;
+inline constexpr int kViewShapePicture = 20060;  // what a shape builder cuts
+inline constexpr int kViewCircularPicture = 20061;
+inline constexpr int kViewRectPicture = 20062;
 
 }  // namespace morva

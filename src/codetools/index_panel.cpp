@@ -149,6 +149,12 @@ void OnShowIndex(int, int) { Call(hooks.setMode, static_cast<int>(kModeCodeIndex
 void OnDouble(int, int) { InsertSelectedCode(); }
 void OnInsert(int, int) { InsertAtCursor(platform::TextOf(kIdIndexInsertion)); }
 
+// The insertion line alone, for a code of one's own.
+void OnEmpty(int, int) {
+  platform::SetText(kIdIndexInsertion, u"");
+  platform::SetFocusTo(kIdIndexInsertion);
+}
+
 void OnCategory(int id, int) {
   codeTab = CodeCategoryOfKey(id);
   RebuildCodeList();
@@ -255,6 +261,8 @@ void RegisterIndexPanel() {
   RegisterCommand(RouterStage::Click, kIdIndexText, kNotifyClick, OnText);
   RegisterCommand(RouterStage::Click, kIdIndexInsert, kNotifyClick, OnInsert);
   RegisterCommand(RouterStage::Click, kIdIndexClear, kNotifyClick, OnClear);
+  RegisterCommand(RouterStage::Builder, kIdQuickInsertFirst, kNotifyClick, OnInsert);
+  RegisterCommand(RouterStage::Builder, kIdQuickInsertLast, kNotifyClick, OnEmpty);
 }
 
 void ResetIndexPanel() {

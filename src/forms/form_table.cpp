@@ -211,9 +211,13 @@ int FormOrder(const Form& form, int* ids, int capacity) {
     if (count >= capacity) StopFull(u"tab stops", capacity);
     ids[count++] = id;
   };
-  for (const FormRow& row : form.rows) {
-    if (row.kind != RowKind::Head && row.kind != RowKind::Note) put(row.id);
-    for (const int key : row.keys) put(key);
+  // What is fixed stands below all that scrolls.
+  for (const bool fixed : {false, true}) {
+    for (const FormRow& row : form.rows) {
+      if (row.fixed != fixed) continue;
+      if (row.kind != RowKind::Head && row.kind != RowKind::Note) put(row.id);
+      for (const int key : row.keys) put(key);
+    }
   }
   return count;
 }

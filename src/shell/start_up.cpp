@@ -18,6 +18,8 @@
 #include "app/router.h"
 #include "app/surfaces.h"
 #include "builders/macros/macro_panel.h"
+#include "builders/shapes/pattern_builders.h"
+#include "builders/shapes/shape_panel.h"
 #include "builders/tools/tool_panel.h"
 #include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
@@ -338,8 +340,10 @@ void JoinRooms() {
   RegisterTools();
   RegisterMacros();
   RegisterWizard();
+  RegisterShapeBuilder();
   RegisterTransferCommands();
   RegisterCad();
+  RegisterPatternBuilders();
   RegisterShellCommands();
   RegisterTimer(kTimerHover, HoverTick);
 }
@@ -417,6 +421,7 @@ void ResetApplication() {
   ResetTools();
   ResetMacroLibrary();
   ResetShapeLibrary();
+  ResetShapeBuilder();
   ResetInlineRename();
   ResetShell();
   ResetForms();

@@ -187,7 +187,12 @@ TEST_F(NarrowBars, StandWithTheFormOfAMode) {
 }
 
 TEST_F(NarrowBars, StandWithTheFormOfAModeThatHasAHelpText) {
-  JoinMode(morva::kModeShapes);
+  constexpr int kHelpedMode = 95;
+  static const morva::ModeRow kRow{.mode = kHelpedMode,
+                                   .header = u"MADE UP",
+                                   .help = u"HELP OF A MODE\r\n\r\nWords below its form."};
+  morva::RegisterMode(kRow);
+  JoinMode(kHelpedMode);
   AtBothSizes("help", [](const QSize&) {
     ExpectForm();
     ExpectView();

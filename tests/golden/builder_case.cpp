@@ -178,8 +178,13 @@ const Builder* BuilderOfWords(std::u16string_view words) {
   return nullptr;
 }
 
+void BringUp(const Builder& builder) {
+  const int mode = builder.modeOf ? builder.modeOf(morva::FormValues()) : builder.mode;
+  if (mode >= 0) morva::SetMode(mode);
+}
+
 void SetUpCase(const BuilderCase& wanted, const Builder& builder) {
-  if (builder.mode >= 0) morva::SetMode(builder.mode);
+  BringUp(builder);
   std::vector<morva::FeatureItem> items;
   for (const Setting& setting : wanted.settings) {
     if (setting.name == u"item") {

@@ -68,6 +68,8 @@ BuilderCase ReadCase(const std::string& name);
 
 // The builder with these words on its key, null where none is registered.
 const morva::Builder* BuilderOfWords(std::u16string_view words);
+// Brings the form up, where a mode does that.
+void BringUp(const morva::Builder& builder);
 // Brings the form up and carries the settings out. A name that the form does not have is a
 // failure of the running test.
 void SetUpCase(const BuilderCase& wanted, const morva::Builder& builder);

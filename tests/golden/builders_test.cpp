@@ -148,16 +148,19 @@ std::string RandomNumber(std::mt19937& random, bool whole) {
 
 // Fills the page with random values and tells what its numbers are, by the C library's reading.
 void FillForm(const Builder& builder, std::mt19937& random, FormValues& typed) {
+  // A list may pick the page.
+  for (const FormRow& row : builder.form->rows) {
+    if ((row.pages & morva::PageBit(morva::ReadPage(builder))) == 0) continue;
+    if (row.kind != RowKind::Choice || row.choice < 0) continue;
+    const int chosen =
+        static_cast<int>(random() % static_cast<unsigned>(platform::RowCount(row.id)));
+    platform::SelectRow(row.id, chosen);
+    typed.choices[row.choice] = chosen;
+  }
   const unsigned page = morva::PageBit(morva::ReadPage(builder));
   std::set<int> places;
   for (const FormRow& row : builder.form->rows) {
     if ((row.pages & page) == 0) continue;
-    if (row.kind == RowKind::Choice && row.choice >= 0) {
-      const int chosen =
-          static_cast<int>(random() % static_cast<unsigned>(platform::RowCount(row.id)));
-      platform::SelectRow(row.id, chosen);
-      typed.choices[row.choice] = chosen;
-    }
     if ((row.kind != RowKind::Number && row.kind != RowKind::Count) || row.value < 0) continue;
     EXPECT_TRUE(places.insert(row.value).second) << "two fields in place " << row.value;
     const std::string text = RandomNumber(random, row.kind == RowKind::Count);
@@ -345,6 +348,7 @@ TEST_F(Builders, KeepRandomValuesThroughRecordAndForm) {
   support::groove::Join();
   for (int n = 0; const Builder* builder = morva::BuilderAt(n); ++n) {
     SCOPED_TRACE(platform::ToUtf8(morva::WordsOf(builder->insertKey)));
+    BringUp(*builder);
     // A form that stands on a surface is made with it.
     FeatureSettings record;
     ASSERT_TRUE(morva::StoreBuilder(*builder, record));
@@ -360,6 +364,7 @@ TEST_F(Builders, OpenARecordInItsUnit) {
   for (int n = 0; const Builder* builder = morva::BuilderAt(n); ++n) {
     if (builder->kind == 0 || !builder->form->metric) continue;
     SCOPED_TRACE(platform::ToUtf8(morva::WordsOf(builder->insertKey)));
+    BringUp(*builder);
     FeatureSettings record;
     ASSERT_TRUE(morva::StoreBuilder(*builder, record));
     ASSERT_TRUE(morva::OpenBuilder(*builder, record));

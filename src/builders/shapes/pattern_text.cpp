@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/limits.h"
+#include "library/extents.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
@@ -195,28 +196,74 @@ double HeightOf(const ItemCut& item) {
   return square || std::fabs(item.width) < kLeastCut ? item.size : std::fabs(item.width);
 }
 
-// The size of an item, above or below it.
+// About the item's own origin, which need not be its middle.
+Extents ExtentsOf(const ItemCut& item) {
+  const double x = item.size / 2;
+  const double y = HeightOf(item) / 2;
+  Extents extents{-x, -y, x, y};
+  if (!item.item.saved) return extents;
+  ObjectExtents(item.item.saved->objects, item.item.saved->count, extents);
+  const double unit = item.metric ? kMmPerInch : 1;
+  return {extents.minX * unit, extents.minY * unit, extents.maxX * unit, extents.maxY * unit};
+}
+
+// How far the item reaches from its origin, however it is turned.
+double ReachOf(const ItemCut& item) {
+  const Extents extents = ExtentsOf(item);
+  if (!item.item.saved && item.item.shape == ItemShape::Circle) return extents.maxX;
+  return std::hypot(std::max(std::fabs(extents.minX), std::fabs(extents.maxX)),
+                    std::max(std::fabs(extents.minY), std::fabs(extents.maxY)));
+}
+
+// The length of an item, above or below it.
 void AddItemSize(Picture& picture, const ItemCut& item, const Place& place, bool above) {
-  if (item.item.saved) {
-    AddLabel(picture, {place.x, place.y}, item.item.saved->name,
-             {.side = above ? LabelSide::Above : LabelSide::Below});
-    return;
-  }
   const double r = item.size / 2;
-  if (item.item.shape == ItemShape::Circle) {
+  if (!item.item.saved && item.item.shape == ItemShape::Circle) {
     AddDimension(picture,
                  {.way = DimensionWay::Diameter, .x0 = place.x, .y0 = place.y, .radius = r});
     return;
   }
   PictureDimension length{.way = DimensionWay::Along, .row = above ? 1 : -1};
-  const double y = HeightOf(item) / 2 * length.row;
-  RotatePoint(place.x, place.y, -r, y, place.turn, length.x0, length.y0);
-  RotatePoint(place.x, place.y, r, y, place.turn, length.x1, length.y1);
+  const Extents extents = ExtentsOf(item);
+  const double y = above ? extents.maxY : extents.minY;
+  RotatePoint(place.x, place.y, extents.minX, y, place.turn, length.x0, length.y0);
+  RotatePoint(place.x, place.y, extents.maxX, y, place.turn, length.x1, length.y1);
   AddDimension(picture, length);
 }
 
-void AddNumber(Picture& picture, const Place& place, int item) {
-  AddLabel(picture, {place.x, place.y}, IntegerText(item + 1), {.part = item});
+// Numbers stand in items that are large in the picture, and beside small ones, which they would
+// cover.
+struct Numbers {
+  double clear = 0;  // of the item that stays free; 0: they stand in it
+};
+
+// Of the pattern that a large item takes; one that runs to a point has less room inside.
+constexpr double kLeastShare = 1.0 / 6;
+constexpr double kLeastPointedShare = 1.0 / 3;
+
+Numbers NumbersFor(const ItemCut& item, double width, double height) {
+  const double reach = ReachOf(item);
+  const double whole = std::max(width, height) + 2 * reach;
+  const ItemShape shape = item.item.shape;
+  const bool pointed = shape == ItemShape::Triangle || shape == ItemShape::Diamond;
+  const double least = whole * (pointed ? kLeastPointedShare : kLeastShare);
+  return {!item.item.saved && 2 * reach >= least ? 0 : reach};
+}
+
+// Away from the middle of a circle; above an item of a grid.
+LabelSide SideAway(double x, double y) {
+  if (std::fabs(x) > std::fabs(y)) return x > 0 ? LabelSide::Right : LabelSide::Left;
+  return y < 0 ? LabelSide::Below : LabelSide::Above;
+}
+
+void AddNumber(Picture& picture, const Place& place, int item, const Numbers& numbers,
+               LabelSide side) {
+  LabelSpec spec{.part = item};
+  if (numbers.clear > 0) {
+    spec.side = side;
+    spec.clear = numbers.clear;
+  }
+  AddLabel(picture, {place.x, place.y}, IntegerText(item + 1), spec);
 }
 
 }  // namespace
@@ -306,14 +353,18 @@ void DrawCircular(const CircularValues& values, Picture& picture) {
   const ItemCut item = ItemCutOf(values);
   const CirclePlaces circle = PlacesOf(values);
   const int quantity = CircularQuantity(values);
+  const double across = std::fabs(circle.diameter);
+  const Numbers numbers = NumbersFor(item, across, across);
   for (int i = 0; i < quantity; ++i) {
     double angle = 0;
     const Place place = CircularPlace(values, i, angle);
     AddItem(picture, item, place, i);
-    if (quantity <= kMaxNumberedItems) AddNumber(picture, place, i);
+    if (quantity <= kMaxNumberedItems) {
+      AddNumber(picture, place, i, numbers, SideAway(place.x - circle.x, place.y - circle.y));
+    }
     if (i == 0) AddItemSize(picture, item, place, false);
   }
-  const double radius = std::fabs(circle.diameter) / 2;
+  const double radius = across / 2;
   AddCross(picture, {circle.x, circle.y}, Ink::Construction);
   if (!(radius > 0)) return;
   AddCircle(picture, {circle.x, circle.y}, radius, Ink::Construction);
@@ -329,15 +380,19 @@ void DrawGrid(const GridValues& values, Picture& picture) {
   const ItemCut item = ItemCutOf(values);
   const GridPlaces grid = PlacesOf(values);
   const int count = ShownItems(values);
+  const int columns = std::min(grid.columns, count);
+  const int rows = (count + columns - 1) / columns;
+  Numbers numbers =
+      NumbersFor(item, std::fabs(grid.stepX) * (columns - 1), std::fabs(grid.stepY) * (rows - 1));
+  // Before the next row, where items lie over each other.
+  if (rows > 1) numbers.clear = std::min(numbers.clear, std::fabs(grid.stepY) / 2);
   for (int i = 0; i < count; ++i) {
     const Place place = GridPlace(values, i);
     AddItem(picture, item, place, i);
-    if (count <= kMaxNumberedItems) AddNumber(picture, place, i);
+    if (count <= kMaxNumberedItems) AddNumber(picture, place, i, numbers, LabelSide::Above);
     // Away from the spacings, which stand below and to the right.
     if (i == count - 1) AddItemSize(picture, item, place, true);
   }
-  const int columns = std::min(grid.columns, count);
-  const int rows = (count + columns - 1) / columns;
   if (columns > 1) {
     AddDimension(picture, {.way = DimensionWay::Across,
                            .x0 = grid.x,

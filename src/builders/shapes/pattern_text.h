@@ -9,6 +9,7 @@
 #include "builders/common/builder_field.h"
 #include "forms/picture.h"
 #include "library/item_places.h"
+#include "library/pattern_numbers.h"
 #include "library/placed_shape.h"
 
 namespace morva {
@@ -24,37 +25,6 @@ struct PatternItem {
 std::span<const char16_t* const> PatternItems();
 // How the items of a circle are turned: the rows of the list, by Orientation.
 std::span<const char16_t* const> PatternOrientations();
-
-// The fields of both forms in their order.
-enum CircularNumber : int {
-  kCircularSize,
-  kCircularWidth,
-  kCircularX,
-  kCircularY,
-  kCircularDiameter,
-  kCircularQuantity,
-  kCircularStart,
-  kCircularTurn,
-  kCircularDepth,
-  kCircularFeed,
-  kCircularSafeZ,
-};
-inline constexpr int kCircularNumbers = 11;
-enum GridNumber : int {
-  kGridSize,
-  kGridWidth,
-  kGridTurn,
-  kGridX,
-  kGridY,
-  kGridColumns,
-  kGridRows,
-  kGridStepX,
-  kGridStepY,
-  kGridDepth,
-  kGridFeed,
-  kGridSafeZ,
-};
-inline constexpr int kGridNumbers = 12;
 
 struct CircularValues {
   PatternItem item;

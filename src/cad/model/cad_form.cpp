@@ -7,6 +7,7 @@
 #include "cad/model/sketch.h"
 #include "documents/program_changed.h"
 #include "library/units.h"
+#include "platform/window.h"
 
 namespace morva {
 
@@ -18,8 +19,11 @@ constexpr unsigned kRectangular = Page(kPanelRectangular);
 constexpr unsigned kPatterns = kCircular | kRectangular;
 constexpr unsigned kQuickCircle = kCircular | PageBit(kReadQuickCircle);
 constexpr unsigned kQuickGrid = kRectangular | PageBit(kReadQuickGrid);
-constexpr unsigned kCircle = kCircular | PageBit(kReadCircle);
-constexpr unsigned kGrid = kRectangular | PageBit(kReadGrid);
+constexpr unsigned kSketchCircle = kCircular | PageBit(kReadSketchCircle);
+constexpr unsigned kSketchGrid = kRectangular | PageBit(kReadSketchGrid);
+constexpr unsigned kCircle = kSketchCircle | PageBit(kReadCircle);
+constexpr unsigned kGrid = kSketchGrid | PageBit(kReadGrid);
+constexpr unsigned kPatternForms = kCircle | kGrid;
 constexpr unsigned kDirections = kRectangular | PageBit(kReadDirections);
 constexpr Follows kLength = Follows::Length;
 
@@ -39,11 +43,17 @@ constexpr FormRow Keys(unsigned pages, int first, int second = 0, int third = 0)
   return {.kind = RowKind::Keys, .pages = pages, .keys = {first, second, third}};
 }
 
+// Below what scrolls, so that they are in sight from every field.
+constexpr FormRow FixedKeys(unsigned pages, int key) {
+  return {.kind = RowKind::Keys, .pages = pages, .keys = {key}, .fixed = true};
+}
+constexpr char16_t kItemSizeHelp[] = u"Of a built-in item; a saved shape keeps its own sizes";
+
 // In the order of the screen. The selected geometry has no places in FormValues: a field of it
 // without a number counts as what the object has.
 // clang-format off
 constexpr FormRow kRows[] = {
-    Head(kCircular, u"CIRCULAR PATTERN"),
+    Head(kCircle, u"CIRCULAR PATTERN"),
     {.kind = RowKind::Count, .id = kIdCadQuantity, .label = u"Quantity", .start = u"6",
      .fallback = 6, .value = kQuickQuantity, .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularX, .label = u"Center X", .start = u"0", .follows = kLength,
@@ -57,11 +67,11 @@ constexpr FormRow kRows[] = {
      .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularRotation, .label = u"Rotation", .start = u"0", .value = kQuickTurn,
      .pages = kQuickCircle, .enter = kIdCadQuickCircular},
-    {.kind = RowKind::Choice, .id = kIdCadCircularOrientation, .label = u"Orientation",
+    {.kind = RowKind::Choice, .id = kIdCadCircularOrientation, .name = u"Quick orientation",
      .choice = kPatternOrientation, .pages = kQuickCircle, .rows = kQuickOrientations},
     Keys(kCircular, kIdCadQuickCircular),
 
-    Head(kRectangular, u"RECTANGULAR PATTERN"),
+    Head(kGrid, u"RECTANGULAR PATTERN"),
     {.kind = RowKind::Count, .id = kIdCadColumns, .label = u"Columns", .start = u"3", .fallback = 3,
      .value = kQuickColumns, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     {.kind = RowKind::Count, .id = kIdCadRows, .label = u"Rows", .start = u"2", .fallback = 2,
@@ -75,40 +85,42 @@ constexpr FormRow kRows[] = {
     Keys(kRectangular, kIdCadQuickGrid),
 
     Head(kPatterns, u"SKETCH PATTERN"),
-    Keys(kPatterns, kIdCadPatternSource),
-    {.kind = RowKind::Choice, .id = kIdCadCircShape, .label = u"Pattern item",
+    Keys(kPatternForms, kIdCadPatternSource),
+    {.kind = RowKind::Choice, .id = kIdCircularItem, .label = u"Item",
      .choice = kPatternItem, .pages = kCircle, .rows = kItems},
-    {.id = kIdCadCircSize, .label = u"Size / length", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kPatternSize, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.id = kIdCadCircWidth, .label = u"Width", .start = u"0.250", .fallback = 0.25,
-     .follows = kLength, .value = kPatternWidth, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.id = kIdCadCircX, .label = u"Center X", .name = u"Pattern center X", .start = u"0.000",
-     .follows = kLength, .value = kCircleX, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.id = kIdCadCircY, .label = u"Center Y", .name = u"Pattern center Y", .start = u"0.000",
-     .follows = kLength, .value = kCircleY, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.id = kIdCadCircSize, .label = u"Size / length", .help = kItemSizeHelp, .start = u"0.500", .fallback = 0.5,
+     .follows = kLength, .value = kCircularSize, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.id = kIdCadCircWidth, .label = u"Width", .help = kItemSizeHelp, .start = u"0.250", .fallback = 0.25,
+     .follows = kLength, .value = kCircularWidth, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.id = kIdCadCircX, .label = u"Center X", .name = u"Pattern center X", .namePages = kCircular, .start = u"0.000",
+     .follows = kLength, .value = kCircularX, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.id = kIdCadCircY, .label = u"Center Y", .name = u"Pattern center Y", .namePages = kCircular, .start = u"0.000",
+     .follows = kLength, .value = kCircularY, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircDiameter, .label = u"Pattern dia", .start = u"4.000", .fallback = 4,
-     .follows = kLength, .value = kCircleDiameter, .pages = kCircle,
+     .follows = kLength, .value = kCircularDiameter, .pages = kCircle,
      .enter = kIdCadCreatePattern},
     {.id = kIdCadCircQuantity, .label = u"Quantity", .name = u"Pattern quantity", .start = u"6",
-     .fallback = 6, .value = kCircleQuantity, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.id = kIdCadCircStart, .label = u"Start angle \u00B0", .start = u"0", .value = kCircleStart,
+     .fallback = 6, .value = kCircularQuantity, .pages = kSketchCircle, .enter = kIdCadCreatePattern},
+    {.kind = RowKind::Count, .id = kIdCadCircQuantity, .label = u"Quantity", .start = u"6",
+     .fallback = 6, .value = kCircularQuantity, .pages = PageBit(kReadCircle), .enter = kIdCadCreatePattern},
+    {.id = kIdCadCircStart, .label = u"Start angle \u00B0", .start = u"0", .value = kCircularStart,
      .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircRotation, .label = u"Item rotation \u00B0", .start = u"0",
-     .value = kCircleTurn, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.kind = RowKind::Choice, .id = kIdCadCircOrientation, .label = u"Item orientation",
+     .value = kCircularTurn, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.kind = RowKind::Choice, .id = kIdCircularOrientation, .label = u"Orientation",
      .choice = kPatternOrientation, .pages = kCircle, .rows = kOrientations, .chosen = 1},
     {.id = kIdCadCircDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
-     .follows = kLength, .value = kCircleDepth, .pages = kCircle, .enter = kIdCadCreatePattern},
+     .follows = kLength, .value = kCircularDepth, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = kLength,
-     .decimals = 2, .value = kCircleFeed, .pages = kCircle, .enter = kIdCadCreatePattern},
+     .decimals = 2, .value = kCircularFeed, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kCircleSafeZ, .pages = kCircle, .enter = kIdCadCreatePattern},
-    {.kind = RowKind::Choice, .id = kIdCadRectShape, .label = u"Pattern item",
+     .follows = kLength, .value = kCircularSafeZ, .pages = kCircle, .enter = kIdCadCreatePattern},
+    {.kind = RowKind::Choice, .id = kIdRectItem, .label = u"Item",
      .choice = kPatternItem, .pages = kGrid, .rows = kItems},
-    {.id = kIdCadRectSize, .label = u"Size / length", .start = u"0.500", .fallback = 0.5,
-     .follows = kLength, .value = kPatternSize, .pages = kGrid, .enter = kIdCadCreatePattern},
-    {.id = kIdCadRectWidth, .label = u"Width", .start = u"0.250", .fallback = 0.25,
-     .follows = kLength, .value = kPatternWidth, .pages = kGrid, .enter = kIdCadCreatePattern},
+    {.id = kIdCadRectSize, .label = u"Size / length", .help = kItemSizeHelp, .start = u"0.500", .fallback = 0.5,
+     .follows = kLength, .value = kGridSize, .pages = kGrid, .enter = kIdCadCreatePattern},
+    {.id = kIdCadRectWidth, .label = u"Width", .help = kItemSizeHelp, .start = u"0.250", .fallback = 0.25,
+     .follows = kLength, .value = kGridWidth, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectRotation, .label = u"Item rotation \u00B0", .start = u"0", .value = kGridTurn,
      .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectX, .label = u"Start X", .start = u"0.000", .follows = kLength, .value = kGridX,
@@ -116,13 +128,17 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadRectY, .label = u"Start Y", .start = u"0.000", .follows = kLength, .value = kGridY,
      .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectColumns, .label = u"Columns X", .start = u"3", .fallback = 1,
-     .value = kGridColumns, .pages = kGrid, .enter = kIdCadCreatePattern},
+     .value = kGridColumns, .pages = kSketchGrid, .enter = kIdCadCreatePattern},
+    {.kind = RowKind::Count, .id = kIdCadRectColumns, .label = u"Columns X", .start = u"3", .fallback = 1,
+     .value = kGridColumns, .pages = PageBit(kReadGrid), .enter = kIdCadCreatePattern},
     {.id = kIdCadRectRows, .label = u"Rows Y", .start = u"2", .fallback = 1, .value = kGridRows,
-     .pages = kGrid, .enter = kIdCadCreatePattern},
-    {.id = kIdCadRectSpacingX, .label = u"X spacing", .name = u"Pattern X spacing",
+     .pages = kSketchGrid, .enter = kIdCadCreatePattern},
+    {.kind = RowKind::Count, .id = kIdCadRectRows, .label = u"Rows Y", .start = u"2", .fallback = 1, .value = kGridRows,
+     .pages = PageBit(kReadGrid), .enter = kIdCadCreatePattern},
+    {.id = kIdCadRectSpacingX, .label = u"X spacing", .name = u"Pattern X spacing", .namePages = kRectangular,
      .start = u"1.000", .fallback = 1, .follows = kLength, .value = kGridStepX,
      .pages = kGrid, .enter = kIdCadCreatePattern},
-    {.id = kIdCadRectSpacingY, .label = u"Y spacing", .name = u"Pattern Y spacing",
+    {.id = kIdCadRectSpacingY, .label = u"Y spacing", .name = u"Pattern Y spacing", .namePages = kRectangular,
      .start = u"1.000", .fallback = 1, .follows = kLength, .value = kGridStepY,
      .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadDirection1, .label = u"Direction 1 \u00B0", .start = u"0",
@@ -139,8 +155,10 @@ constexpr FormRow kRows[] = {
      .decimals = 2, .value = kGridFeed, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
      .follows = kLength, .value = kGridSafeZ, .pages = kGrid, .enter = kIdCadCreatePattern},
-    Keys(kPatterns, kIdCadCreatePattern),
-    Note(kPatterns, kPatternNote),
+    Note(kPatternForms, kPatternNote),
+    FixedKeys(kCircle, kIdCircularInsert),
+    FixedKeys(kGrid, kIdRectInsert),
+    FixedKeys(kPatternForms, kIdCadCreatePattern),
 
     Head(Page(kPanelScale), u"SCALE SELECTED OBJECT"),
     {.id = kIdCadScaleFactor, .label = u"Factor (1 = unchanged)", .start = u"1.25",
@@ -235,10 +253,38 @@ static_assert(kIdCadLabelFirst + static_cast<int>(std::size(kRows)) <= kIdCadLab
 
 // What the user types as cutting data belongs to the drawing, as its geometry does.
 void OnTyped(int id) {
+  for (const int view : {kViewCircularPicture, kViewRectPicture}) {
+    if (platform::IsVisible(view)) platform::Repaint(view);
+  }
   if (IsCutField(kRows[RowOfControl(kCadForm, id)])) ProgramChanged({.autosave = true});
 }
 
+constexpr FormRow kPictures[] = {
+    {.kind = RowKind::View,
+     .id = kViewCircularPicture,
+     .name = u"Pattern preview",
+     .className = u"MorvaPatternPreview",
+     .pages = kCircular,
+     .least = 1},
+    {.kind = RowKind::View,
+     .id = kViewRectPicture,
+     .name = u"Pattern preview",
+     .className = u"MorvaRectPatternPreview",
+     .pages = kRectangular,
+     .least = 1},
+};
+
 }  // namespace
+
+int CadPage() {
+  if (!tools.patternAlone) return tools.panelMode;
+  if (tools.panelMode == kPanelCircular) return kReadCircle;
+  return tools.panelMode == kPanelRectangular ? int{kReadGrid} : tools.panelMode;
+}
+
+constexpr Form kCadPictureForm{.parent = kViewCad,
+                               .rows = kPictures,
+                               .page = [] { return static_cast<int>(tools.panelMode); }};
 
 constexpr Sheet kCadSheet{
     .frame = {kViewCadForm, u"MorvaCadForm", u"Tool settings"},
@@ -251,7 +297,7 @@ constexpr Sheet kCadSheet{
 constexpr Form kCadForm{
     .sheet = &kCadSheet,
     .rows = kRows,
-    .page = [] { return static_cast<int>(tools.panelMode); },
+    .page = CadPage,
     .metric = SketchIsMetric,
     .changed = OnTyped,
     .firstLabel = kIdCadLabelFirst,

@@ -8,6 +8,7 @@
 #include "cad/model/tool_state.h"
 #include "forms/form.h"
 #include "forms/sheet.h"
+#include "library/pattern_numbers.h"
 
 namespace morva {
 
@@ -23,22 +24,30 @@ inline constexpr int kFormHeight = 1360;  // pixels, whatever is shown in it
 
 extern const Sheet kCadSheet;
 extern const Form kCadForm;
+// Above the fields of a pattern: what they cut, a page a kind.
+extern const Form kCadPictureForm;
 
 inline bool IsCutField(const FormRow& row) {
   return row.pages == PageBit(kPanelCutData) && row.value >= 0;
 }
 
-// Pages that are read and never shown, behind every PanelMode.
+// Pages that are read, behind every PanelMode. Those of the full pattern forms are shown as well:
+// without the quick pattern above them.
 enum ReadPage : int {
   kReadQuickCircle = 10,
   kReadQuickGrid,
   kReadCircle,
   kReadGrid,
   kReadDirections,  // of the grid
+  // For sketch geometry: their counts are numbers as well, which must be whole.
+  kReadSketchCircle,
+  kReadSketchGrid,
 };
+// The page of the form that is up: a PanelMode, or a full pattern form alone.
+int CadPage();
 
 // Places in FormValues, by page. Those of the cutting data and of both pattern forms are the
-// places in a block's record too.
+// places in a block's record too (library/pattern_numbers.h).
 enum SketchNumber : int { kSketchDepth, kSketchFeed, kSketchSafeZ };
 enum QuickCircleNumber : int {
   kQuickX,
@@ -49,32 +58,6 @@ enum QuickCircleNumber : int {
   kQuickQuantity
 };
 enum QuickGridNumber : int { kQuickColumns, kQuickRows, kQuickStepX, kQuickStepY, kQuickGridTurn };
-enum PatternNumber : int { kPatternSize, kPatternWidth };  // of both pattern forms
-enum CircleNumber : int {
-  kCircleX = kPatternWidth + 1,
-  kCircleY,
-  kCircleDiameter,
-  kCircleQuantity,
-  kCircleStart,
-  kCircleTurn,
-  kCircleDepth,
-  kCircleFeed,
-  kCircleSafeZ,
-};
-enum GridNumber : int {
-  kGridTurn = kPatternWidth + 1,
-  kGridX,
-  kGridY,
-  kGridColumns,
-  kGridRows,
-  kGridStepX,
-  kGridStepY,
-  kGridDepth,
-  kGridFeed,
-  kGridSafeZ,
-  kGridDirectionX,
-  kGridDirectionY,
-};
 enum PolygonNumber : int { kPolygonSides, kPolygonRadius, kPolygonX, kPolygonY, kPolygonAngle };
 enum RevolveNumber : int { kRevolvePivotX, kRevolvePivotY, kRevolveAngle, kRevolveCopies };
 // Places of the patterns' lists.

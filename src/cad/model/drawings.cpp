@@ -14,6 +14,7 @@
 #include "cad/model/sketch_words.h"
 #include "documents/edit_link.h"
 #include "documents/tab_models.h"
+#include "forms/form.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/listing.h"
@@ -42,7 +43,12 @@ void LoadItems(const FeatureSettings& record) {
   platform::ClearRows(kIdCadRecent);
   SketchObject objects[kMaxItems];
   for (int i = 0; i < record.itemCount; ++i) objects[i] = ObjectOf(record.items[i]);
+  const bool before = sketch.metric;
   ReplaceSketch(objects, record.itemCount, record.metric != 0, record.values[kSketchThickness]);
+  // What stands in the tools' fields is as long as before.
+  if (sketch.metric != before) {
+    ConvertForms(SketchIsMetric, sketch.metric ? kMmPerInch : kInchPerMm);
+  }
 }
 
 void ShowLoaded() {

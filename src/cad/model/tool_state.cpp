@@ -10,6 +10,7 @@ void ResetToolState() { tools = ToolState(); }
 
 void ClearTools(bool keepMarks) {
   ToolState fresh;
+  fresh.patternAlone = tools.patternAlone;
   fresh.pivotX = tools.pivotX;
   fresh.pivotY = tools.pivotY;
   fresh.polygonSides = tools.polygonSides;
@@ -18,6 +19,7 @@ void ClearTools(bool keepMarks) {
 }
 
 void SetPanelMode(std::int32_t mode) { tools.panelMode = mode; }
+void SetPatternAlone(bool alone) { tools.patternAlone = alone; }
 void SetDragTool(std::int32_t tool) { tools.dragTool = tool; }
 void SetGeometryTool(std::int32_t tool) { tools.geometryTool = tool; }
 void SetMethod(std::int32_t command) { tools.constructionMethod = command; }

@@ -41,6 +41,7 @@ struct ToolState {
   std::int32_t dragTool = 0;  // 0 select; 1 to 6: type plus 1
   std::int32_t geometryTool = kGeometryNone;
   std::int32_t panelMode = kPanelNone;
+  bool patternAlone = false;  // a pattern's panel shows its full form without the quick one
   std::int32_t constructionMethod = 0;  // command number, 0 for none
   std::int32_t constructionClicks = 0;  // 0 to 3
   double pointsX[3] = {};
@@ -76,6 +77,7 @@ void ResetToolState();
 void ClearTools(bool keepMarks);
 
 void SetPanelMode(std::int32_t mode);
+void SetPatternAlone(bool alone);  // stays when tools are given up
 void SetDragTool(std::int32_t tool);
 void SetGeometryTool(std::int32_t tool);
 void SetMethod(std::int32_t command);

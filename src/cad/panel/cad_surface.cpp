@@ -93,7 +93,8 @@ void ShowLogged(std::u16string_view text) {
 
 // Both pattern forms are panels of the workspace.
 void OpenPatternPage(int mode) {
-  OpenPatternPanel(mode == kModeCircular ? kPanelCircular : kPanelRectangular);
+  FollowUnit();
+  OpenPatternPanel(mode == kModeCircular ? kPanelCircular : kPanelRectangular, true);
   RefreshCadTools();
 }
 

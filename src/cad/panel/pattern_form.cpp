@@ -36,6 +36,8 @@ namespace {
 constexpr int kCutDecimals = 4;
 constexpr int kSizeDecimals = 6;   // of sizes taken over from an object,
 constexpr int kLeastDecimals = 3;  // without zeros behind these
+// The item's sizes have the same places in both forms.
+static_assert(int{kCircularSize} == int{kGridSize} && int{kCircularWidth} == int{kGridWidth});
 
 // Whether the form of the circular and of the rectangular kind takes the selected object.
 constexpr int kPatternPanels = 2;  // circular, rectangular
@@ -51,7 +53,7 @@ struct Pattern {
 
 CutData CutOf(const Pattern& n) {
   return n.rectangular ? CutData{n[kGridDepth], n[kGridFeed], n[kGridSafeZ]}
-                       : CutData{n[kCircleDepth], n[kCircleFeed], n[kCircleSafeZ]};
+                       : CutData{n[kCircularDepth], n[kCircularFeed], n[kCircularSafeZ]};
 }
 
 // Objects about the item's own centre, at most those of a saved shape.
@@ -76,7 +78,7 @@ constexpr ShapeRow kShapeRows[] = {{u"Circle", static_cast<std::int64_t>(ItemSha
                                    {u"Triangle", static_cast<std::int64_t>(ItemShape::Triangle)},
                                    {u"Diamond", static_cast<std::int64_t>(ItemShape::Diamond)},
                                    {u"Slot", static_cast<std::int64_t>(ItemShape::Slot)}};
-constexpr int kShapeLists[] = {kIdCadCircShape, kIdCadRectShape};
+constexpr int kShapeLists[] = {kIdCircularItem, kIdRectItem};
 
 // A saved shape in its own sizes, whatever the form's say.
 bool SavedSource(std::int64_t index, Source& source) {
@@ -93,11 +95,11 @@ bool SavedSource(std::int64_t index, Source& source) {
 }
 
 bool ShapeSource(const Pattern& n, Source& source) {
-  const int list = n.rectangular ? kIdCadRectShape : kIdCadCircShape;
+  const int list = n.rectangular ? kIdRectItem : kIdCircularItem;
   const std::int64_t row = platform::RowData(list, platform::SelectedRow(list));
   if (row >= kCustomShapeData) return SavedSource(row - kCustomShapeData, source);
-  const double width = n[kPatternSize];
-  const double typed = n[kPatternWidth];
+  const double width = n[kCircularSize];
+  const double typed = n[kCircularWidth];
   const double height = typed == 0 ? width : typed;
   if (!(width > 0) || !IsWithin(width, kSketchLimit) || !IsWithin(height, kSketchLimit))
     return false;
@@ -141,8 +143,8 @@ bool SelectionSource(const Pattern& n, Source& source) {
   SketchObject object = sketch.objects[sketch.selected];
   object.x = 0;
   object.y = 0;
-  object.size = n[kPatternSize];
-  const double width = n[kPatternWidth];
+  object.size = n[kCircularSize];
+  const double width = n[kCircularWidth];
   if (object.type == kTypeWorkPoint || !(object.size > 0) || !IsWithin(object.size, kSketchLimit)) {
     return false;
   }
@@ -157,7 +159,7 @@ bool SelectionSource(const Pattern& n, Source& source) {
 }
 
 bool ReadFields(Pattern& n, const Reading& reading) {
-  const int page = n.rectangular ? kReadGrid : kReadCircle;
+  const int page = n.rectangular ? kReadSketchGrid : kReadSketchCircle;
   return ReadForm(kCadForm, page, reading, n.fields);
 }
 
@@ -175,7 +177,7 @@ bool ReadNumbers(Pattern& n) {
   if (!ReadFields(n, Reading::Strict)) {
     return Refuse(u"Pattern fields require finite numeric values.");
   }
-  n.counts[0] = n.rectangular ? n[kGridColumns] : n[kCircleQuantity];
+  n.counts[0] = n.rectangular ? n[kGridColumns] : n[kCircularQuantity];
   if (n.rectangular) n.counts[1] = n[kGridRows];
   return true;
 }
@@ -205,9 +207,9 @@ bool ReadDirections(Pattern& n) {
 // Where an item's centre lies and how far it is turned, in `angle`.
 ItemPlace CirclePlace(const Pattern& n, int item) {
   ItemPlace place = PlaceOnCircle(
-      {n[kCircleX], n[kCircleY], n[kCircleDiameter], n[kCircleStart], n.counts[0]}, item);
+      {n[kCircularX], n[kCircularY], n[kCircularDiameter], n[kCircularStart], n.counts[0]}, item);
   const auto orientation = static_cast<Orientation>(n.fields.choices[kPatternOrientation]);
-  place.angle = ItemTurn(orientation, n[kCircleTurn], place.angle);
+  place.angle = ItemTurn(orientation, n[kCircularTurn], place.angle);
   return place;
 }
 
@@ -260,17 +262,35 @@ std::u16string SizeText(double value) {
   return text;
 }
 
+bool GridIsUp() { return tools.panelMode == kPanelRectangular; }
+
+// A block of the kind of the form that is up.
 bool PatternBlockIsOpen() {
-  return editLink.kind == kKindCircular || editLink.kind == kKindRectangular;
+  return editLink.kind == (GridIsUp() ? kKindRectangular : kKindCircular);
 }
 
 void OnPanel(int id, int) {
-  OpenPatternPanel(id == kIdCadCircularPanel ? kPanelCircular : kPanelRectangular);
+  OpenPatternPanel(id == kIdCadCircularPanel ? kPanelCircular : kPanelRectangular, false);
+}
+
+// While a block is under edit the key says that it updates the block, as the other one does.
+void OnCreate() {
+  if (!PatternBlockIsOpen()) {
+    ApplySketchPattern(GridIsUp());
+  } else {
+    RouteCommand(GridIsUp() ? kIdRectInsert : kIdCircularInsert, platform::kNotifyClick);
+  }
 }
 
 void OnForm(int id, int) {
   if (id == kIdCadPatternSource) TogglePatternSource();
-  if (id == kIdCadCreatePattern) ApplySketchPattern(tools.panelMode == kPanelRectangular);
+  if (id == kIdCadCreatePattern) OnCreate();
+}
+
+void RepaintPictures() {
+  for (const int view : {kViewCircularPicture, kViewRectPicture}) {
+    if (platform::IsVisible(view)) platform::Repaint(view);
+  }
 }
 
 }  // namespace
@@ -287,7 +307,7 @@ bool ApplySketchPattern(bool isRectangular) {
   }
   const CutData cut = CutOf(values);
   if (!(cut.feed > 0) || !(cut.safeZ > cut.depth) ||
-      (!isRectangular && !(values[kCircleDiameter] > 0))) {
+      (!isRectangular && !(values[kCircularDiameter] > 0))) {
     return Refuse(u"Use positive feed and pattern diameter; Safe Z must be above cut Z.");
   }
   if (isRectangular && !ReadDirections(values)) return false;
@@ -300,9 +320,15 @@ bool ApplySketchPattern(bool isRectangular) {
   return true;
 }
 
-void OpenPatternPanel(int panelMode) {
+void OpenPatternPanel(int panelMode, bool alone) {
   if (panelMode != kPanelCircular && panelMode != kPanelRectangular) return;
-  OpenToolPanel(panelMode, panelMode == kPanelCircular ? kIdCadQuantity : kIdCadColumns);
+  const bool circular = panelMode == kPanelCircular;
+  SetPatternAlone(alone);
+  if (alone) {
+    OpenToolPanel(panelMode, circular ? kIdCircularItem : kIdRectItem);
+  } else {
+    OpenToolPanel(panelMode, circular ? kIdCadQuantity : kIdCadColumns);
+  }
   RefreshPatternForm();
 }
 
@@ -333,6 +359,7 @@ void FillPatternLists() {
   for (const int list : kShapeLists) {
     if (platform::Exists(list)) FillShapeList(list, kShapeRows, std::size(kShapeRows));
   }
+  RepaintPictures();
 }
 
 void RegisterPatternForm() {

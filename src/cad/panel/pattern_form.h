@@ -6,8 +6,8 @@ namespace morva {
 
 // False: refused, the status says why and nothing changed.
 bool ApplySketchPattern(bool isRectangular);
-// Opens the panel, 1 circular and 2 rectangular.
-void OpenPatternPanel(int panelMode);
+// Opens the panel, 1 circular and 2 rectangular; `alone`: the full form without the quick one.
+void OpenPatternPanel(int panelMode, bool alone);
 
 // Whether the form of this panel mode repeats the selected object rather than a shape.
 bool PatternSourceIsSelection(int panelMode);

@@ -47,12 +47,15 @@ constexpr int kLeftWidth = 276;  // the longest line of the recent operations fi
 constexpr int kRightWidth = 304;
 constexpr int kLineHeight = 22;  // status and hint
 constexpr int kHeadHeight = 20;
-constexpr int kRecentPercent = 34;  // of the left column's height
+constexpr int kRecentPercent = 34;   // of the left column's height
+constexpr int kPicturePercent = 38;  // of the right column's height, above the fields of a pattern
+constexpr int kPictureMost = 300;
 constexpr int kRecentRow = 20;
 
 bool made = false;
 int shownPanel = kPanelNone;
-Rect formPlace;
+int shownPage = kPanelNone;
+Rect sidePlace;  // of the form, and of the picture above it
 
 void MakeKey(int id) { MakeCommandKey(id, kViewCad, FontRole::Body, false); }
 
@@ -144,6 +147,7 @@ void OrderTabs() {
   put(kIdCadSizeBox1);
   put(kIdCadSizeBox2);
   put(kIdCadCreateTyped);
+  count += FormOrder(kCadPictureForm, ids + count, kMaxTabStops - count);
   count += FormOrder(kCadForm, ids + count, kMaxTabStops - count);
   platform::SetTabOrder(ids, count);
 }
@@ -167,6 +171,7 @@ bool MakeWorkspace() {
   view.takesFocus = true;
   platform::MakeView(view);
   MakeForm(kCadForm);
+  MakeForm(kCadPictureForm);
   FillPatternLists();
   MakeLabel(kIdCadStatus, u"", kMainText);
   MakeLabel(kIdCadHint, kCadHint, kDimText);
@@ -246,6 +251,20 @@ void PlaceLists(int top, int bottom) {
   platform::SetPlace(kIdCadRecent, Rect{left + 1, split + kHeadHeight + 2, right - 1, bottom - 1});
 }
 
+// What a pattern cuts stays in sight above its fields, which scroll.
+void PlaceSide() {
+  Rect fields = sidePlace;
+  if (tools.panelMode == kPanelCircular || tools.panelMode == kPanelRectangular) {
+    const int height = std::min(RectHeight(sidePlace) * kPicturePercent / 100, kPictureMost);
+    fields.top += height + kPad;
+    PlaceForm(kCadPictureForm,
+              Rect{sidePlace.left + 1, sidePlace.top + 1, sidePlace.right - 1, fields.top - kPad});
+  } else {
+    HideForm(kCadPictureForm);
+  }
+  PlaceForm(kCadForm, fields);
+}
+
 void PlaceWorkspace(const Rect& area) {
   platform::SetPlace(kViewCad, area);
   const int width = RectWidth(area);
@@ -257,8 +276,8 @@ void PlaceWorkspace(const Rect& area) {
   const int right = width - kPad - kRightWidth - kPad;
   PlaceDrawingTabs(left, right, top);
   platform::SetPlace(kViewCadCanvas, Rect{left, top + kTabHeight + kGap, right, bottom});
-  formPlace = Rect{right + kPad, top, width - kPad, bottom};
-  PlaceForm(kCadForm, formPlace);
+  sidePlace = Rect{right + kPad, top, width - kPad, bottom};
+  PlaceSide();
   platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
   platform::SetPlace(kIdCadHint, Rect{kPad, bottom + 2 + kLineHeight, width - kPad, height - 2});
   PlaceSizeBoxes();
@@ -266,6 +285,7 @@ void PlaceWorkspace(const Rect& area) {
 
 void PaintWorkspace(Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), kWindowBackground);
+  PaintForms(canvas, kViewCad);
   const int focused = platform::FocusedId();
   for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName}) {
     if (!platform::IsVisible(id)) continue;
@@ -274,10 +294,12 @@ void PaintWorkspace(Canvas& canvas) {
 }
 
 void RefreshPanel() {
-  if (!made || shownPanel == tools.panelMode) return;
+  if (!made || shownPage == CadPage()) return;
   shownPanel = tools.panelMode;
+  shownPage = CadPage();
   ScrollSheetToTop(kCadSheet);
-  PlaceForm(kCadForm, formPlace);
+  PlaceSide();
+  platform::Repaint(kViewCad);
 }
 
 void RefreshTools() {
@@ -344,14 +366,17 @@ void RegisterWorkspace() {
   handlers.pointer = WorkspacePointer;
   RegisterHandlers(handlers);
   RegisterForm(kCadForm);
+  RegisterForm(kCadPictureForm);
   RegisterSheet<kCadSheet>();
 }
 
 void ResetWorkspace() {
   made = false;
   shownPanel = kPanelNone;
-  formPlace = Rect();
+  shownPage = kPanelNone;
+  sidePlace = Rect();
   ResetForm(kCadForm);
+  ResetForm(kCadPictureForm);
 }
 
 }  // namespace morva

@@ -268,9 +268,9 @@ TEST(PatternPicture, NumbersItsItems) {
             "loop feature part 1 -1.7500,0.2500 -2.2500,0.2500 -2.2500,-0.2500 -1.7500,-0.2500\n"
             "cross construction 0.0000,0.0000\n"
             "arc construction 0.0000,0.0000 radius 2.0000\n"
-            "label dimension part 0 2.0000,0.0000 on: 1\n"
+            "label dimension part 0 2.0000,0.0000 right clear 0.3536: 1\n"
             "dimension along dimension 1.7500,-0.2500 2.2500,-0.2500 row -1: 0.500\n"
-            "label dimension part 1 -2.0000,0.0000 on: 2\n"
+            "label dimension part 1 -2.0000,0.0000 left clear 0.3536: 2\n"
             "dimension diameter dimension 0.0000,0.0000 radius 2.0000 leader 90.0000: "
             "\u00D84.000\n");
 }

@@ -336,7 +336,7 @@ TEST_F(Patterns, FormMakesEachShapeOfItsList) {
   for (const auto& each : kCases) {
     ResetSketch();
     Circular();
-    headless::SelectRows(kIdCadCircShape, {each.row});
+    headless::SelectRows(kIdCircularItem, {each.row});
     Type(kIdCadCircSize, u"2");
     Type(kIdCadCircWidth, u"1");
     Type(kIdCadCircQuantity, u"1");
@@ -352,8 +352,8 @@ TEST_F(Patterns, FormMakesEachShapeOfItsList) {
 // (0, 0.5) lies at (1.5, 0), its right foot (1, -0.5) at (2.5, 1), its left one at (2.5, -1).
 TEST_F(Patterns, FormTurnsTheLinesOfATriangleWithTheItem) {
   Circular();
-  headless::SelectRows(kIdCadCircShape, {3});
-  headless::SelectRows(kIdCadCircOrientation, {0});
+  headless::SelectRows(kIdCircularItem, {3});
+  headless::SelectRows(kIdCircularOrientation, {0});
   Type(kIdCadCircSize, u"2");
   Type(kIdCadCircWidth, u"1");
   Type(kIdCadCircQuantity, u"1");
@@ -375,8 +375,8 @@ TEST_F(Patterns, FormTurnsTheLinesOfATriangleWithTheItem) {
 TEST_F(Patterns, FormOffersTheSixShapesAndMakesNoOther) {
   constexpr const char16_t* kRows[] = {u"Circle",   u"Square",  u"Rectangle",
                                        u"Triangle", u"Diamond", u"Slot"};
-  for (const int id : {kIdCadCircShape, kIdCadRectShape}) {
-    id == kIdCadCircShape ? Circular() : Rectangular();
+  for (const int id : {kIdCircularItem, kIdRectItem}) {
+    id == kIdCircularItem ? Circular() : Rectangular();
     ASSERT_EQ(platform::RowCount(id), 6);
     for (int i = 0; i < 6; ++i) EXPECT_EQ(platform::RowText(id, i), kRows[i]);
     platform::AddRow(id, u"CUSTOM: Bracket", 1000);
@@ -397,10 +397,10 @@ TEST_F(Patterns, FormOffersSavedShapesAndAppendsTheirObjectsInEveryPlace) {
     sketch.metric = metric;
     Circular();
     RefreshShapeLists();
-    ASSERT_EQ(platform::RowCount(kIdCadCircShape), 7);
-    EXPECT_EQ(platform::RowText(kIdCadCircShape, 6), u"CUSTOM: Ear");
-    headless::SelectRows(kIdCadCircShape, {6});
-    headless::SelectRows(kIdCadCircOrientation, {1});
+    ASSERT_EQ(platform::RowCount(kIdCircularItem), 7);
+    EXPECT_EQ(platform::RowText(kIdCircularItem, 6), u"CUSTOM: Ear");
+    headless::SelectRows(kIdCircularItem, {6});
+    headless::SelectRows(kIdCircularOrientation, {1});
     Type(kIdCadCircQuantity, u"4");
     Type(kIdCadCircDiameter, u"4");
     headless::Click(kIdCadCreatePattern);
@@ -424,12 +424,12 @@ TEST_F(Patterns, FormOffersSavedShapesAndAppendsTheirObjectsInEveryPlace) {
   }
   Rectangular();
   RefreshShapeLists();
-  EXPECT_EQ(platform::RowText(kIdCadRectShape, 6), u"CUSTOM: Ear");
+  EXPECT_EQ(platform::RowText(kIdRectItem, 6), u"CUSTOM: Ear");
 }
 
 TEST_F(Patterns, FormTakesTheWidthForAHeightOfNothing) {
   Circular();
-  headless::SelectRows(kIdCadCircShape, {2});
+  headless::SelectRows(kIdCircularItem, {2});
   Type(kIdCadCircSize, u"2");
   Type(kIdCadCircWidth, u"0");
   headless::Click(kIdCadCreatePattern);
@@ -442,7 +442,7 @@ TEST_F(Patterns, FormTurnsItemsByRotationAngleAndNinety) {
   for (int orientation = 0; orientation < 3; ++orientation) {
     ResetSketch();
     Circular();
-    headless::SelectRows(kIdCadCircOrientation, {orientation});
+    headless::SelectRows(kIdCircularOrientation, {orientation});
     Type(kIdCadCircQuantity, u"4");
     Type(kIdCadCircStart, u"10");
     Type(kIdCadCircRotation, u"20");
@@ -462,7 +462,7 @@ TEST_F(Patterns, FormRefusesShapesOfBadSize) {
   Type(kIdCadCircWidth, u"1000000");
   ExpectRefused(kBadShape);
   Type(kIdCadCircWidth, u"-1");
-  headless::SelectRows(kIdCadCircShape, {2});
+  headless::SelectRows(kIdCircularItem, {2});
   ExpectRefused(kBadShape);
 }
 
@@ -515,7 +515,7 @@ TEST_F(Patterns, FormRefusesWhatDoesNotFitWhole) {
 
 TEST_F(Patterns, FormCountsEveryLineOfAShapeAndEveryCountByItself) {
   Circular();
-  headless::SelectRows(kIdCadCircShape, {4});
+  headless::SelectRows(kIdCircularItem, {4});
   Type(kIdCadCircQuantity, u"25");
   ExpectRefused(kTooMany);
   Type(kIdCadCircQuantity, u"24");
@@ -648,7 +648,7 @@ TEST_F(Patterns, FormRepeatsTheSelectedObjectAloneWithItsGroup) {
   EXPECT_EQ(platform::TextOf(kIdCadCircSize), u"2.000");
   EXPECT_EQ(platform::TextOf(kIdCadCircWidth), u"1.23456");
   Type(kIdCadCircQuantity, u"3");
-  headless::SelectRows(kIdCadCircOrientation, {0});
+  headless::SelectRows(kIdCircularOrientation, {0});
   headless::Click(kIdCadCreatePattern);
   ASSERT_EQ(sketch.objectCount, 4);
   ExpectAt(0, 2, 0);

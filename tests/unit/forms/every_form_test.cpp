@@ -22,6 +22,7 @@
 #include "forms/form_table.h"
 #include "forms/sheet.h"
 #include "library/units.h"
+#include "library/shapes.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "shell/layout.h"
@@ -52,6 +53,12 @@ struct EveryForm : support::Workbench {
     // Builders of the tests' own, one of them with pages that share their controls.
     support::groove::Join();
     support::bores::Join();
+    // A saved shape has fields of its own.
+    SavedShape shape;
+    shape.name[0] = u'S';
+    shape.objects[shape.count++] = {kTypeCircle, 0, 0, 0, 1, 0, 0};
+    ASSERT_EQ(PutShape(shape), 0);
+    RefreshShapeLists();
     SetMode(kModeHome);
   }
   using Look = std::function<void(const Form&, const std::vector<Piece>&)>;
@@ -144,6 +151,10 @@ struct EveryForm : support::Workbench {
     for (const int panel : kToolPanels) {
       RouteCommand(panel, platform::kNotifyClick);
       LookAround("tool panel", look);
+    }
+    for (const int mode : {int{kModeCircular}, int{kModeRectangular}}) {
+      SetMode(mode);
+      LookAround("pattern alone", look);
     }
   }
 };

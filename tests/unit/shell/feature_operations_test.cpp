@@ -597,7 +597,7 @@ TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
 
 TEST_F(FeatureOps, RefusesAnExcludedBlockThatHasCodeOfItsOwn) {
   opened.clear();
-  SetBuilderOpener(kKindShape, Opener);
+  support::TakeKind(kKindShape, Opener);
   const std::u16string code = u"G1 X1\r\n";
   ASSERT_EQ(AddDisabledCode(ActiveTab()->disabledCode, code), 1);
   for (const bool live : {false, true}) {

@@ -6,6 +6,7 @@
 #include "app/mode_table.h"
 #include "app/outlets.h"
 #include "builders/macros/macro_panel.h"
+#include "builders/shapes/shape_panel.h"
 #include "builders/tools/tool_panel.h"
 #include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
@@ -69,8 +70,9 @@ struct MainStage : public support::Stage {
     platform::MakeMainWindow(window);
     morva::RegisterCadSurface();
     // In words alone, as long as their panels are not there.
-    for (morva::ModeRow row : {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode,
-                               morva::kMacrosMode, morva::kWizardMode}) {
+    for (morva::ModeRow row :
+         {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode,
+          morva::kWizardMode, morva::kShapesMode, morva::kSlotMode}) {
       row.coming = true;
       morva::RegisterMode(row);
     }

@@ -513,7 +513,7 @@ TEST_F(Routing, AnswersNothingToWhatIsStillToCome) {
       EXPECT_EQ(StageOf(id, 0), -1) << id;
     }
   }
-  EXPECT_GT(pending, 10);
+  EXPECT_GT(pending, 0);
 }
 
 }  // namespace

@@ -1,0 +1,144 @@
+#include "builders/shapes/pattern_builders.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#include "app/app_state.h"
+#include "builders/shapes/pattern_text.h"
+#include "builders/shapes/shape_record.h"
+#include "cad/model/cad_form.h"
+#include "documents/builder.h"
+#include "library/shapes.h"
+#include "library/units.h"
+#include "platform/message.h"
+
+namespace morva {
+
+namespace {
+
+// Ids of the fields, by their numbers.
+constexpr int kCircularIds[kCircularNumbers] = {
+    kIdCadCircSize,     kIdCadCircWidth,    kIdCadCircX,     kIdCadCircY,
+    kIdCadCircDiameter, kIdCadCircQuantity, kIdCadCircStart, kIdCadCircRotation,
+    kIdCadCircDepth,    kIdCadCircFeed,     kIdCadCircSafeZ};
+constexpr int kGridIds[kGridNumbers] = {kIdCadRectSize,  kIdCadRectWidth,    kIdCadRectRotation,
+                                        kIdCadRectX,     kIdCadRectY,        kIdCadRectColumns,
+                                        kIdCadRectRows,  kIdCadRectSpacingX, kIdCadRectSpacingY,
+                                        kIdCadRectDepth, kIdCadRectFeed,     kIdCadRectSafeZ};
+
+std::int64_t DataOf(int row) {
+  const auto builtIn = static_cast<int>(PatternItems().size());
+  return row < builtIn ? row : kCustomShapeData + row - builtIn;
+}
+
+// The item of a list's row. A row that the list does not have counts as the first.
+PatternItem ItemOf(int row) {
+  const auto builtIn = static_cast<int>(PatternItems().size());
+  const bool known = row >= 0 && row < builtIn;
+  return {known ? static_cast<ItemShape>(row) : ItemShape::Circle,
+          row < 0 ? nullptr : SavedShapeOf(DataOf(row))};
+}
+
+CircularValues Circular(const FormValues& form) {
+  const auto orientation = static_cast<Orientation>(form.choices[kPatternOrientation]);
+  return CircularOf(ItemOf(form.choices[kPatternItem]), orientation, form);
+}
+
+GridValues Grid(const FormValues& form) { return GridOf(ItemOf(form.choices[kPatternItem]), form); }
+
+// False: nothing is chosen, or a saved shape that is gone.
+bool HasItem(const FormValues& form, int list, Refusal& refusal) {
+  const int row = form.choices[kPatternItem];
+  if (row >= 0 && (DataOf(row) < kCustomShapeData || SavedShapeOf(DataOf(row)))) return true;
+  refusal.words =
+      u"Choose the pattern's item in the list first. A saved shape that the library no longer "
+      u"holds cannot be cut.";
+  refusal.field = list;
+  return false;
+}
+
+bool Passes(const BuilderFault& fault, std::span<const int> ids, Refusal& refusal) {
+  refusal.words = fault.words;
+  if (fault.field >= 0) refusal.field = ids[static_cast<std::size_t>(fault.field)];
+  return fault.field < 0;
+}
+
+bool CheckCircularForm(const FormValues& form, Refusal& refusal) {
+  return HasItem(form, kIdCircularItem, refusal) &&
+         Passes(CheckCircular(Circular(form)), kCircularIds, refusal);
+}
+
+bool CheckGridForm(const FormValues& form, Refusal& refusal) {
+  return HasItem(form, kIdRectItem, refusal) && Passes(CheckGrid(Grid(form)), kGridIds, refusal);
+}
+
+bool StoreItem(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
+
+constexpr Command kCircularCommands[] = {
+    {.id = kIdCircularItem, .hint = Hint::Quiet},
+    {.id = kIdCircularInsert,
+     .words = u"INSERT CIRCULAR PATTERN",
+     .help = u"Write the pattern's code into the program",
+     .wordsOn = u"UPDATE PATTERN"},
+    {.id = kIdCircularOrientation, .hint = Hint::Quiet},
+};
+constexpr Command kGridCommands[] = {
+    {.id = kIdRectItem, .hint = Hint::Quiet},
+    {.id = kIdRectInsert,
+     .words = u"INSERT RECTANGULAR PATTERN",
+     .help = u"Write the grid's code into the program, rows along X and columns along Y",
+     .wordsOn = u"UPDATE PATTERN"},
+};
+
+}  // namespace
+
+constexpr Builder kCircularBuilder{
+    .kind = kKindCircular,
+    .title = kCircularTitle,
+    .form = &kCadForm,
+    .readPage = kReadCircle,
+    .wholeNumbers = true,
+    .insertKey = kIdCircularInsert,
+    .commands = kCircularCommands,
+    .logged =
+        u"Circular Pattern inserted with item rotation/orientation. Verify pattern diameter, "
+        u"spacing, cutter compensation, and clearances.",
+    .check = CheckCircularForm,
+    .write = [](const FormValues& form, CodeWriter& out) { WriteCircular(Circular(form), out); },
+    .draw = [](const FormValues& form, Picture& picture) { DrawCircular(Circular(form), picture); },
+    .pictureView = kViewCircularPicture,
+    .metric = UnitsMetric,
+    .takeUnit = SetUnits,
+    .modeOf = [](const FormValues&) { return int{kModeCircular}; },
+    .room = [](const FormValues& form) { return CircularRoom(Circular(form)); },
+    .storeItems = StoreItem,
+};
+
+constexpr Builder kGridBuilder{
+    .kind = kKindRectangular,
+    .title = kGridTitle,
+    .form = &kCadForm,
+    .readPage = kReadGrid,
+    .wholeNumbers = true,
+    .insertKey = kIdRectInsert,
+    .commands = kGridCommands,
+    .logged =
+        u"Rectangular Pattern inserted. Verify X/Y spacing, rotation, work offset, tool "
+        u"compensation, and clearances.",
+    .check = CheckGridForm,
+    .write = [](const FormValues& form, CodeWriter& out) { WriteGrid(Grid(form), out); },
+    .draw = [](const FormValues& form, Picture& picture) { DrawGrid(Grid(form), picture); },
+    .pictureView = kViewRectPicture,
+    .metric = UnitsMetric,
+    .takeUnit = SetUnits,
+    .modeOf = [](const FormValues&) { return int{kModeRectangular}; },
+    .room = [](const FormValues& form) { return GridRoom(Grid(form)); },
+    .storeItems = StoreItem,
+};
+
+void RegisterPatternBuilders() {
+  RegisterBuilder<kCircularBuilder>();
+  RegisterBuilder<kGridBuilder>();
+}
+
+}  // namespace morva

@@ -1,0 +1,386 @@
+// The pattern builders on the form of the drawing workspace, on the whole application.
+
+#include "builders/shapes/pattern_builders.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "builders/shapes/pattern_text.h"
+#include "cad/model/cad_form.h"
+#include "cad/model/sketch.h"
+#include "documents/builder.h"
+#include "documents/edit_link.h"
+#include "documents/feature_blocks.h"
+#include "library/shapes.h"
+#include "library/units.h"
+#include "platform/listing.h"
+#include "platform/window.h"
+#include "shell/modes.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+struct PatternBuilders : support::Workbench {
+  void SetUp() override {
+    support::Workbench::SetUp();
+    headless::Advance(200);  // the program gets its markers
+  }
+  static void Circular() { SetMode(kModeCircular); }
+  static void Grid() { SetMode(kModeRectangular); }
+  static void Type(int id, std::u16string_view text) {
+    EXPECT_TRUE(headless::TypeInto(id, text)) << id;
+  }
+  static bool Holds(std::u16string_view code) { return Text().find(code) != Text().npos; }
+  static int Count(std::u16string_view words) {
+    int count = 0;
+    const std::u16string text = Text();
+    for (std::size_t at = text.find(words); at != text.npos; at = text.find(words, at + 1)) ++count;
+    return count;
+  }
+  static void Insert(int key) {
+    headless::TakeBoxes();
+    EXPECT_TRUE(headless::Click(key));
+    EXPECT_TRUE(headless::TakeBoxes().empty());
+  }
+  void ExpectRefused(int key, const std::u16string& title, const std::u16string& words) {
+    headless::TakeBoxes();
+    const std::u16string before = Text();
+    EXPECT_TRUE(headless::Click(key));
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].title, title);
+    EXPECT_EQ(boxes[0].text, words);
+    EXPECT_EQ(Text(), before);
+  }
+  // A line of an inch along X from the origin, with a work point beside it.
+  static int SaveLine(const char16_t* name = u"Bar") {
+    SavedShape shape;
+    const std::u16string text = name;
+    std::copy(text.begin(), text.end(), shape.name);
+    shape.objects[shape.count++] = {kTypeLine, 0, 0, 0, 1, 0, 0};
+    shape.objects[shape.count++] = {kTypeWorkPoint, 0, 5, 5, 0, 0, 0};
+    const int index = PutShape(shape);
+    RefreshShapeLists();
+    return index;
+  }
+};
+
+constexpr char16_t kCircularWords[] =
+    u"Enter positive item size, pattern diameter, and feed, with Safe Z above cutting depth.";
+constexpr char16_t kGridWords[] =
+    u"Enter positive item dimensions and feed, with Safe Z above cutting depth.";
+constexpr char16_t kLimitWords[] =
+    u"This pattern exceeds the audited limit of 400 generated items. Reduce Rows or Columns to "
+    u"keep the program reviewable and avoid unsafe oversized output.";
+
+// The form's rows say what the pure texts count on.
+TEST_F(PatternBuilders, HaveTheFieldsOfTheirTexts) {
+  const struct {
+    const Builder* builder;
+    std::span<const BuilderField> fields;
+  } kForms[] = {{&kCircularBuilder, CircularFields()}, {&kGridBuilder, GridFields()}};
+  for (const auto& form : kForms) {
+    SetMode(form.builder->modeOf({}));
+    for (std::size_t i = 0; i < form.fields.size(); ++i) {
+      const auto at = std::find_if(form.builder->form->rows.begin(), form.builder->form->rows.end(),
+                                   [&](const FormRow& r) {
+                                     return r.value == static_cast<int>(i) &&
+                                            (r.pages & PageBit(form.builder->readPage)) != 0;
+                                   });
+      ASSERT_NE(at, form.builder->form->rows.end()) << i;
+      EXPECT_EQ(std::u16string(at->label), form.fields[i].label);
+      EXPECT_EQ(at->fallback.inch, form.fields[i].fallback) << i;
+      EXPECT_EQ(at->follows == Follows::Length, form.fields[i].follows == Follows::Length) << i;
+      // Alone on its page a field is called by its label.
+      EXPECT_EQ(platform::AccessibleName(at->id), form.fields[i].label) << i;
+    }
+  }
+}
+
+TEST_F(PatternBuilders, CallTheirListsAndKeysByTheirNames) {
+  Circular();
+  EXPECT_EQ(platform::AccessibleName(kIdCircularItem), u"Item");
+  EXPECT_EQ(platform::AccessibleName(kIdCircularOrientation), u"Orientation");
+  EXPECT_EQ(platform::FocusedId(), kIdCircularItem);
+  const char16_t* const items[] = {u"Circle",   u"Square",  u"Rectangle",
+                                   u"Triangle", u"Diamond", u"Slot"};
+  const char16_t* const turns[] = {u"Fixed angle", u"Radial", u"Tangential"};
+  for (int i = 0; i < 6; ++i) EXPECT_EQ(platform::RowText(kIdCircularItem, i), items[i]);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(platform::RowText(kIdCircularOrientation, i), turns[i]);
+  EXPECT_EQ(platform::SelectedRow(kIdCircularOrientation), 1);
+  SaveLine();
+  EXPECT_EQ(platform::RowText(kIdCircularItem, 6), u"CUSTOM: Bar");
+  EXPECT_EQ(platform::RowData(kIdCircularItem, 6), 1000);
+  EXPECT_FALSE(platform::IsVisible(kIdCadQuantity));
+  Grid();
+  EXPECT_EQ(platform::AccessibleName(kIdRectItem), u"Item");
+  EXPECT_EQ(platform::RowText(kIdRectItem, 6), u"CUSTOM: Bar");
+  EXPECT_TRUE(platform::IsVisible(kIdRectInsert));
+  EXPECT_FALSE(platform::IsVisible(kIdCircularInsert));
+  // The workspace's own key brings the quick pattern as well, and both have names of their own.
+  ASSERT_TRUE(headless::Click(kIdCadCircularPanel));
+  EXPECT_TRUE(platform::IsVisible(kIdCadQuantity));
+  EXPECT_TRUE(platform::IsVisible(kIdCircularInsert));
+  EXPECT_EQ(platform::AccessibleName(kIdCadCircQuantity), u"Pattern quantity");
+}
+
+TEST_F(PatternBuilders, WriteTheirFallbacksForWhatIsNoCount) {
+  Circular();
+  Type(kIdCadCircQuantity, u"abc");
+  Insert(kIdCircularInsert);
+  EXPECT_EQ(Count(u"(PATTERN "), 6);
+  EXPECT_TRUE(OutputHas(u"Quantity is not a whole number: 6 was used."));
+  EXPECT_TRUE(
+      OutputHas(u"Circular Pattern inserted with item rotation/orientation. Verify pattern "
+                u"diameter, spacing, "
+                u"cutter compensation, and clearances."));
+}
+
+TEST_F(PatternBuilders, CutACountOfACircleToWhatThereMayBe) {
+  Circular();
+  Type(kIdCadCircQuantity, u"0");
+  Insert(kIdCircularInsert);
+  EXPECT_EQ(Count(u"(PATTERN "), 1);
+  Type(kIdCadCircQuantity, u"500");
+  Insert(kIdCircularInsert);
+  EXPECT_EQ(Count(u"(PATTERN "), 121);
+  EXPECT_TRUE(Holds(u"(PATTERN 120  ANGLE 357.0)"));
+}
+
+TEST_F(PatternBuilders, TakeFourHundredItemsAndRefuseMore) {
+  Grid();
+  Type(kIdCadRectColumns, u"20");
+  Type(kIdCadRectRows, u"20");
+  Insert(kIdRectInsert);
+  EXPECT_EQ(Count(u"(ROW "), 400);
+  EXPECT_TRUE(
+      OutputHas(u"Rectangular Pattern inserted. Verify X/Y spacing, rotation, work offset, "
+                u"tool compensation, and clearances."));
+  Type(kIdCadRectColumns, u"21");
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern", kLimitWords);
+  // The limit is looked at before the sizes.
+  Type(kIdCadRectSize, u"0");
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern", kLimitWords);
+  Type(kIdCadRectColumns, u"100");
+  Type(kIdCadRectRows, u"999999");
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern", kLimitWords);
+  Type(kIdCadRectColumns, u"2");
+  Type(kIdCadRectRows, u"2");
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern", kGridWords);
+  EXPECT_EQ(platform::FocusedId(), kIdCadRectSize);
+}
+
+TEST_F(PatternBuilders, PutASingleItemAtTheStart) {
+  Grid();
+  platform::SelectRow(kIdRectItem, 1);
+  Type(kIdCadRectX, u"3");
+  Type(kIdCadRectY, u"-2");
+  Type(kIdCadRectColumns, u"1");
+  Type(kIdCadRectRows, u"1");
+  Insert(kIdRectInsert);
+  EXPECT_TRUE(Holds(u"(ROW 1 COL 1)\r\nG00 X2.750 Y-2.250\r\nG01 Z-0.100 F10.00\r\n"));
+}
+
+TEST_F(PatternBuilders, PutTheFirstItemStraightAboveTheCenterAtNinetyDegrees) {
+  Circular();
+  platform::SelectRow(kIdCircularOrientation, 0);
+  platform::SelectRow(kIdCircularItem, 1);
+  Type(kIdCadCircQuantity, u"4");
+  Type(kIdCadCircStart, u"90");
+  Insert(kIdCircularInsert);
+  // A square of a half about (0, 2).
+  EXPECT_TRUE(Holds(u"(PATTERN 1  ANGLE 90.0)\r\nG00 X-0.250 Y1.750\r\n"));
+}
+
+TEST_F(PatternBuilders, RefuseInTheOrderOfTheirChecks) {
+  const struct {
+    int id;
+    const char16_t* text;
+  } kCases[] = {{kIdCadCircSize, u"0.0000009"},
+                {kIdCadCircFeed, u"0"},
+                {kIdCadCircSafeZ, u"-0.1"},
+                {kIdCadCircSize, u"-1"}};
+  for (const auto& each : kCases) {
+    Circular();
+    Type(each.id, each.text);
+    ExpectRefused(kIdCircularInsert, u"Circular Pattern", kCircularWords);
+    EXPECT_EQ(platform::FocusedId(), each.id);
+    StartForm(kCadForm, kReadCircle);
+  }
+  // Only a slot needs its width.
+  Type(kIdCadCircWidth, u"0");
+  Insert(kIdCircularInsert);
+  platform::SelectRow(kIdCircularItem, 5);
+  ExpectRefused(kIdCircularInsert, u"Circular Pattern", kCircularWords);
+  for (const char16_t* text : {u"1/2", u"1e3", u"0,5", u"abc"}) {
+    Type(kIdCadCircWidth, text);
+    ExpectRefused(kIdCircularInsert, u"Circular Pattern",
+                  u"Width holds no usable number. Write 0.75, not 0,75. Nothing was changed.");
+  }
+}
+
+// A pattern diameter of 0 puts every item on the centre; a negative size of a grid counts by its
+// magnitude.
+TEST_F(PatternBuilders, TakeWhatTheChecksLetPass) {
+  Circular();
+  Type(kIdCadCircDiameter, u"0");
+  Insert(kIdCircularInsert);
+  EXPECT_EQ(Count(u"G00 X0.250 Y0.000\r\n"), 6);
+  Grid();
+  platform::SelectRow(kIdRectItem, 1);
+  Type(kIdCadRectSize, u"-1");
+  Insert(kIdRectInsert);
+  EXPECT_TRUE(Holds(u"(ROW 1 COL 1)\r\nG00 X-0.500 Y-0.500\r\n"));
+}
+
+TEST_F(PatternBuilders, TurnASavedShapeWithItsItem) {
+  Circular();
+  const int index = SaveLine();
+  ASSERT_TRUE(headless::SelectRows(kIdCircularItem, {6 + index}));
+  Type(kIdCadCircQuantity, u"4");
+  Type(kIdCadCircDepth, u"-0.25");
+  Insert(kIdCircularInsert);
+  // Radial: the second bar stands at (0, 2) and points up. The work point cuts nothing.
+  EXPECT_TRUE(
+      Holds(u"(PATTERN 1  ANGLE 0.0)\r\nG00 X2.000 Y0.000\r\nG01 Z-0.250 F10.00\r\n"
+            u"G01 X3.000 Y0.000 F10.0\r\nG00 Z0.500\r\n(PATTERN 2  ANGLE 90.0)\r\n"));
+  EXPECT_TRUE(Holds(u"Y3.000 F10.0\r\nG00 Z0.500\r\n(PATTERN 3  ANGLE 180.0)\r\n"));
+  const FeatureSettings& record = features.rows[features.count - 1].settings;
+  EXPECT_EQ(record.kind, kKindCircular);
+  EXPECT_EQ(record.a, -1);
+  EXPECT_EQ(record.b, 1);
+  EXPECT_EQ(record.itemCount, 2);
+}
+
+TEST_F(PatternBuilders, CutNothingForAShapeThatIsGone) {
+  for (const int mode : {int{kModeCircular}, int{kModeRectangular}}) {
+    SetMode(mode);
+    const bool circular = mode == kModeCircular;
+    const int list = circular ? kIdCircularItem : kIdRectItem;
+    ASSERT_TRUE(headless::SelectRows(list, {6 + SaveLine()}));
+    shapeLibrary.count = 0;
+    RefreshShapeLists();
+    ExpectRefused(circular ? kIdCircularInsert : kIdRectInsert,
+                  circular ? u"Circular Pattern" : u"Rectangular Pattern",
+                  u"Choose the pattern's item in the list first. A saved shape that the library no "
+                  u"longer holds cannot be cut.");
+    EXPECT_EQ(platform::FocusedId(), list);
+  }
+}
+
+TEST_F(PatternBuilders, OpenTheirBlocksAndUpdateThemInPlace) {
+  Circular();
+  ASSERT_TRUE(headless::SelectRows(kIdCircularOrientation, {2}));
+  ASSERT_TRUE(headless::SelectRows(kIdCircularItem, {5}));
+  Type(kIdCadCircX, u"1.25");
+  Type(kIdCadCircQuantity, u"3");
+  Insert(kIdCircularInsert);
+  StartForm(kCadForm, kReadCircle);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  EXPECT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(platform::SelectedRow(kIdCircularOrientation), 2);
+  EXPECT_EQ(platform::SelectedRow(kIdCircularItem), 5);
+  EXPECT_EQ(platform::TextOf(kIdCadCircX), u"1.250000");
+  EXPECT_EQ(platform::TextOf(kIdCadCircQuantity), u"3");
+  EXPECT_EQ(platform::TextOf(kIdCircularInsert), u"UPDATE PATTERN");
+  EXPECT_EQ(platform::TextOf(kIdCadCreatePattern), u"UPDATE PATTERN FEATURE");
+  EXPECT_FALSE(platform::IsEnabled(kIdCadPatternSource));
+  // Both keys update.
+  Type(kIdCadCircQuantity, u"2");
+  Insert(kIdCadCreatePattern);
+  EXPECT_EQ(Count(u"(PATTERN "), 2);
+  EXPECT_EQ(Count(u"(CIRCULAR PATTERN)"), 1);
+  EXPECT_EQ(sketch.objectCount, 0);
+  EXPECT_EQ(platform::TextOf(kIdCircularInsert), u"INSERT CIRCULAR PATTERN");
+  EXPECT_EQ(platform::TextOf(kIdCadCreatePattern), u"CREATE SKETCH PATTERN");
+  EXPECT_TRUE(platform::IsEnabled(kIdCadPatternSource));
+}
+
+// A block of one kind is not what the key of the other form updates.
+TEST_F(PatternBuilders, UpdateOnlyTheirOwnKind) {
+  Grid();
+  Insert(kIdRectInsert);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  ASSERT_EQ(editLink.kind, kKindRectangular);
+  EXPECT_EQ(platform::TextOf(kIdRectInsert), u"UPDATE PATTERN");
+  Circular();
+  EXPECT_EQ(platform::TextOf(kIdCadCreatePattern), u"CREATE SKETCH PATTERN");
+  EXPECT_EQ(platform::TextOf(kIdCircularInsert), u"INSERT CIRCULAR PATTERN");
+}
+
+TEST_F(PatternBuilders, BringALostShapeBackFromTheirBlocks) {
+  Grid();
+  ASSERT_TRUE(headless::SelectRows(kIdRectItem, {6 + SaveLine()}));
+  Insert(kIdRectInsert);
+  shapeLibrary.count = 0;
+  RefreshShapeLists();
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  EXPECT_EQ(platform::RowText(kIdRectItem, platform::SelectedRow(kIdRectItem)),
+            u"CUSTOM: Recovered project shape");
+  Insert(kIdRectInsert);
+  EXPECT_EQ(Count(u"(RECTANGULAR PATTERN)"), 1);
+}
+
+// The fields are in the drawing's unit, the code in the application's: what is cut stays as large.
+TEST_F(PatternBuilders, WriteTheApplicationsUnitFromADrawingInTheOther) {
+  Circular();
+  Type(kIdCadCircX, u"1");
+  ASSERT_TRUE(headless::Click(kIdCadMm));
+  EXPECT_EQ(platform::TextOf(kIdCadCircX), u"25.400");
+  EXPECT_EQ(platform::TextOf(kIdCadCircFeed), u"254.00");
+  ASSERT_TRUE(headless::SelectRows(kIdCircularItem, {1}));
+  ASSERT_TRUE(headless::SelectRows(kIdCircularOrientation, {0}));
+  Insert(kIdCircularInsert);
+  EXPECT_TRUE(Holds(u"(CIRCULAR PATTERN)\r\nG20 (INCH)\r\n"));
+  EXPECT_TRUE(Holds(u"G00 X2.750 Y-0.250\r\nG01 Z-0.100 F10.00\r\n"));
+  EXPECT_EQ(features.rows[features.count - 1].settings.metric, 0);
+  EXPECT_NEAR(features.rows[features.count - 1].settings.values[kCircularX], 1, 1e-9);
+  // Opened again its numbers are the drawing's.
+  AppendSketchObject({kTypeCircle, 0, 0, 0, 1, 0, 0});
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(platform::TextOf(kIdCadCircX), u"25.400000");
+  Insert(kIdCircularInsert);
+  EXPECT_TRUE(Holds(u"G00 X2.750 Y-0.250\r\nG01 Z-0.100 F10.00\r\n"));
+}
+
+TEST_F(PatternBuilders, FollowTheApplicationsUnitInAFreshDrawing) {
+  Circular();
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdMm));
+  Circular();
+  EXPECT_EQ(platform::TextOf(kIdCadCircSize), u"12.700");
+  EXPECT_EQ(platform::TextOf(kIdCadCircFeed), u"254.00");
+  EXPECT_EQ(platform::TextOf(kIdCadCircQuantity), u"6");
+  Insert(kIdCircularInsert);
+  EXPECT_TRUE(
+      Holds(u"G21 (MM)\r\nG90 G17 G94\r\n(PATTERN 1  ANGLE 0.0)\r\nG00 X57.150 Y0.000\r\n"));
+}
+
+TEST_F(PatternBuilders, ShowWhatTheyCutAboveTheirFields) {
+  for (const int mode : {int{kModeCircular}, int{kModeRectangular}}) {
+    SetMode(mode);
+    const bool circular = mode == kModeCircular;
+    const int view = circular ? kViewCircularPicture : kViewRectPicture;
+    EXPECT_TRUE(platform::IsVisible(view));
+    EXPECT_FALSE(platform::IsVisible(circular ? kViewRectPicture : kViewCircularPicture));
+    const auto before = headless::PaintOf(view);
+    EXPECT_GT(before.size(), 20u);
+    Type(circular ? kIdCadCircQuantity : kIdCadRectColumns, u"1");
+    const auto after = headless::PaintOf(view);
+    EXPECT_LT(after.size(), before.size());
+  }
+  ASSERT_TRUE(headless::Click(kIdCadScale));
+  EXPECT_FALSE(platform::IsVisible(kViewRectPicture));
+}
+
+}  // namespace
+}  // namespace morva
