@@ -8,7 +8,6 @@
 #include "driver/json_text.h"
 #include "skim/model/spiral_counts.h"
 #include "text/code_writer.h"
-#include "text/codetext.h"
 
 namespace drive {
 namespace {
