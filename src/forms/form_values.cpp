@@ -8,6 +8,7 @@
 #include "forms/form_table.h"
 #include "platform/control.h"
 #include "platform/listing.h"
+#include "platform/window.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
 #include "text/strict_number.h"
@@ -198,6 +199,7 @@ void ConvertForms(bool (*metric)(), double factor) {
     ShowUnitWords(*entry, factor > 1);
     for (std::size_t i = 0; i < form->rows.size(); ++i) {
       const FormRow& row = form->rows[i];
+      if (row.kind == RowKind::View && platform::IsVisible(row.id)) platform::Repaint(row.id);
       // A control of several rows is converted once, as the row of the page that is up says.
       if (row.follows == Follows::Nothing || row.id == 0) continue;
       if (RowOfControl(*form, row.id) != static_cast<int>(i)) continue;

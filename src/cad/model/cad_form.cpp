@@ -284,7 +284,8 @@ int CadPage() {
 
 constexpr Form kCadPictureForm{.parent = kViewCad,
                                .rows = kPictures,
-                               .page = [] { return static_cast<int>(tools.panelMode); }};
+                               .page = [] { return static_cast<int>(tools.panelMode); },
+                               .metric = SketchIsMetric};
 
 constexpr Sheet kCadSheet{
     .frame = {kViewCadForm, u"MorvaCadForm", u"Tool settings"},

@@ -40,9 +40,6 @@ void SwitchUnits(bool metric) {
   }
   RefreshKeyStates();
   platform::Repaint(kViewCadCanvas);
-  for (const int view : {kViewCircularPicture, kViewRectPicture}) {
-    if (platform::IsVisible(view)) platform::Repaint(view);
-  }
 }
 
 bool StaysInLimit(double factor) {
