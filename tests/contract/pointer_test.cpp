@@ -225,6 +225,16 @@ TEST_F(Pointer, HasMovedOnlyWhereTheUserMovedIt) {
   EXPECT_NE(platform::PointerMoves(), there);
 }
 
+TEST_F(Pointer, HasMovedWhereItWentAwayAndCameBackBetweenTwoLooks) {
+  hands::PointTo(kView, 35, 25);
+  ASSERT_TRUE(hands::Until([] { return IdUnderPointer() == kView; }));
+  const unsigned before = platform::PointerMoves();
+  hands::PointTo(platform::kMainWindow, 700, 700);
+  ASSERT_TRUE(hands::Until([] { return WasTold("pointer 50 leave"); }));
+  hands::PointTo(kView, 35, 25);
+  EXPECT_TRUE(hands::Until([before] { return platform::PointerMoves() != before; }));
+}
+
 TEST_F(Pointer, HasNotMovedWhereThingsComeAndGoUnderIt) {
   Make(1, ControlKind::PushButton, u"b", kView);
   platform::SetPlace(1, {10, 10, 60, 40});

@@ -192,6 +192,8 @@ void RefreshAccessibleName(const Placed& row);
 
 // What assistive technology is told of the placed things, and does to them.
 void BeginAccess();
+// Watches the pointer for PointerMoves.
+void BeginMoves();
 // A click in the middle of a list's row, or the choice of a combo's; `turn` turns over one of
 // several rows and leaves the others.
 void PressRow(int id, int row, bool turn);

@@ -79,6 +79,7 @@ void BeginProcess(int argc, char** argv) {
   QGuiApplication::setDesktopFileName(QStringLiteral("morva"));
   BeginLook();
   BeginAccess();
+  BeginMoves();
   BeginPosts();
   SetAdapterNamer(NameAdapter);
   ListenForTermination();

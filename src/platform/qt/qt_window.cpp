@@ -533,15 +533,6 @@ int IdUnderPointer() {
   return IdOfWidget(QApplication::widgetAt(QCursor::pos()));
 }
 
-unsigned PointerMoves() {
-  static QPoint last;
-  static unsigned moves = 0;
-  const QPoint place = QCursor::pos();
-  if (moves == 0 || place != last) ++moves;
-  last = place;
-  return moves;
-}
-
 void CapturePointer(int view) {
   QWidget* widget = WidgetOf(view);
   if (widget == nullptr) return;
