@@ -26,8 +26,10 @@ struct Hooks {
   // simulator: zoom 1, no pan, repainted.
   void (*fitView)() = nullptr;
   // simulator: the looping example of an operation of the machining wizard, 0 to 4, in place of
-  // the program's path; another operation while one is shown; the program's path again.
+  // the program's path; another operation while one is shown.
   void (*showExample)(int operation) = nullptr;
+  // simulator: the program's path again. Whoever showed an example calls it before another builder
+  // has its own path read.
   void (*leaveExample)() = nullptr;
   // skim: opens the guided skim. False: it did not come up, and the user was told why.
   bool (*openSkim)() = nullptr;

@@ -24,11 +24,6 @@ CutSurface surface;      // whole segments only
 CutSurface withPartial;  // the same and the segment in progress
 CutterTable cuttersNow;
 
-bool SameStock(const StockEnvelope& a, const StockEnvelope& b) {
-  return a.minX == b.minX && a.maxX == b.maxX && a.minY == b.minY && a.maxY == b.maxY &&
-         a.top == b.top && a.bottom == b.bottom;
-}
-
 // A sample's number along an axis, held to the grid; what is no number counts as the first.
 int SampleAt(double place, double least, double step) {
   const double number = (place - least) / step;
@@ -52,7 +47,7 @@ bool Cuts(const MotionPoint& end) { return !end.rapid && !end.jump; }
 
 bool SameKey(const OwnedPath& shown) {
   return key.known && key.owner == ShownOwner() && key.generation == shown.path.generation &&
-         SameStock(surface.box, shown.stock) && SameCutters(key.cutters, cuttersNow);
+         surface.box == shown.stock && SameCutters(key.cutters, cuttersNow);
 }
 
 void Restart(const OwnedPath& shown) {

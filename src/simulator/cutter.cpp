@@ -14,7 +14,7 @@ bool demoStands = false;
 
 double DisplayUnits() { return UnitsMetric() ? kMmPerInch : 1.0; }
 
-bool DemoIsAsked() { return demoStands && ShownOwner() == PathOwner::Builder; }
+bool DemoIsAsked() { return demoStands && ExampleIsShown(); }
 
 Cutter OfDemo() {
   const double unit = DisplayUnits();
@@ -48,14 +48,11 @@ const Cutter* FindCutter(const CutterTable& cutters, std::int32_t number) {
 }
 
 bool CutterOfTool(std::int32_t number, Cutter& out) {
-  if (number == 0 && DemoIsAsked()) {
-    out = OfDemo();
-    return true;
-  }
-  const int row = FindTool(number);
-  if (row < 0) return false;
-  out = OfRecord(toolLibrary.tools[row]);
-  return true;
+  CutterTable cutters;
+  ReadCutters(cutters);
+  const Cutter* const cutter = FindCutter(cutters, number);
+  if (cutter) out = *cutter;
+  return cutter != nullptr;
 }
 
 void StandDemoCutter(const DemoCutter& cutter) {

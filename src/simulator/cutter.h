@@ -36,8 +36,8 @@ const Cutter* FindCutter(const CutterTable& cutters, std::int32_t number);
 // The same, out of what holds now. False: no tool has this number.
 bool CutterOfTool(std::int32_t number, Cutter& out);
 
-// Until it is removed, a cutter of the builder's path: it stands for tool 0, which the library
-// never holds, because a demonstration names no tool. Lengths in inches.
+// While an example is shown, a cutter that stands for tool 0 until it is removed: the library never
+// holds that number, and a demonstration names no tool. Lengths in inches.
 struct DemoCutter {
   ToolShape shape = ToolShape::Flat;
   double diameter = 0;

@@ -41,6 +41,9 @@ constexpr DemoCutter kDrill{ToolShape::Drill, 0.25, 1.0, 1.75};
 
 int shownOperation = -1;
 bool shownMetric = false;
+// The builder's own, which an example does not change for good.
+ViewState viewBefore;
+std::int32_t speedBefore = 0;
 
 void MoveTo(CodeWriter& out, std::u16string_view word, double x, double y) {
   Put(out, word);
@@ -135,6 +138,10 @@ void ShowExample(int operation) {
   CodeWriter text;
   text.most = kExampleUnits;
   WriteExample(operation, text);
+  if (!ExampleIsShown()) {
+    viewBefore = OwnedBy(PathOwner::Builder).view;
+    speedBefore = OwnedBy(PathOwner::Builder).play.speedIndex;
+  }
   shownOperation = operation;
   shownMetric = UnitsMetric();
   StandDemoCutter(kTable[operation].cutter);
@@ -152,6 +159,8 @@ void LeaveExample() {
   RemoveDemoCutter();
   SetStockOf(PathOwner::Builder, StockEnvelope{});
   ResetPlayback(PathOwner::Builder);
+  SetSpeedOf(PathOwner::Builder, speedBefore);
+  LookAsBefore(PathOwner::Builder, viewBefore);
   ShowPathOf(PathOwner::Program);
   RebuildToolpath();
 }

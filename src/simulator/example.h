@@ -18,8 +18,8 @@ void WriteExample(int operation, CodeWriter& out);
 // Shows the example of an operation, 0 to 4, from its first point, at its own speed and from its
 // own side. The same for a change of the operation. Another number leaves what is shown.
 void ShowExample(int operation);
-// The program is shown again as it was, with its path read anew. Nothing happens where no example
-// is shown.
+// The program is shown again as it was, with its path read anew; the builder has its own side and
+// speed back. Nothing happens where no example is shown.
 void LeaveExample();
 // The user works in another unit now: the example begins again in that one.
 void FollowExampleUnits();

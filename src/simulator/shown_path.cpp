@@ -50,6 +50,10 @@ const PathBounds& Bounds() {
 
 bool ExampleIsShown() { return ShownPath().play.loops; }
 
+void SetSpeedOf(PathOwner owner, std::int32_t speedIndex) {
+  OwnedBy(owner).play.speedIndex = speedIndex;
+}
+
 void SetStockOf(PathOwner owner, const StockEnvelope& stock) { OwnedBy(owner).stock = stock; }
 
 // The timer runs for the path that is shown.

@@ -87,6 +87,9 @@ void ResetPlayback(PathOwner owner);
 // where it is not in use. Picks are cleared unless `keepPicks`.
 void SettlePlayback(PathOwner owner, bool keepPicks);
 
+// Out of the table of speeds.
+void SetSpeedOf(PathOwner owner, std::int32_t speedIndex);
+
 // The stock that an owner's path stands in.
 void SetStockOf(PathOwner owner, const StockEnvelope& stock);
 

@@ -10,6 +10,8 @@ struct StockEnvelope {
   double top = 0;
   double bottom = 0;
   double thickness = 0;
+
+  bool operator==(const StockEnvelope&) const = default;
 };
 
 extern StockEnvelope stockEnvelope;  // of the program

@@ -28,6 +28,8 @@ void ViewFit();
 void ViewFitOf(PathOwner owner);
 // An owner's view from a side, in degrees, no roll and no pan.
 void LookFrom(PathOwner owner, double yaw, double elevation, double zoom);
+// The view that an owner had, kept by the caller.
+void LookAsBefore(PathOwner owner, const ViewState& before);
 void ZoomBy(double factor);
 void SetViewTop();
 void SetViewFront();

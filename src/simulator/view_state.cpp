@@ -118,6 +118,11 @@ void LookFrom(PathOwner owner, double yaw, double elevation, double zoom) {
   Refresh();
 }
 
+void LookAsBefore(PathOwner owner, const ViewState& before) {
+  OwnedBy(owner).view = before;
+  Refresh();
+}
+
 void ZoomBy(double factor) {
   ViewState& shown = ShownPath().view;
   shown.zoom = std::clamp(shown.zoom * factor, kLeastZoom, kMostZoom);

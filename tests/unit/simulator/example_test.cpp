@@ -154,6 +154,32 @@ TEST_F(ExampleTest, BringsItsOwnCutter) {
   EXPECT_FALSE(ToolModelNow().shown);
 }
 
+TEST_F(ExampleTest, LeavesItsCutterToNoOtherPathOfTheBuilder) {
+  ShowExample(0);
+  ExtractPathOf(PathOwner::Builder, u"G1 X1 F10\r\nX2\r\n", false);
+  EXPECT_FALSE(ExampleIsShown());
+  EXPECT_FALSE(ToolModelNow().shown);
+}
+
+TEST_F(ExampleTest, GivesTheBuilderItsOwnSideAndSpeedBack) {
+  const OwnedPath& builder = OwnedBy(PathOwner::Builder);
+  LookFrom(PathOwner::Builder, 10, 20, 3);
+  builder.view.panX = 7;
+  builder.view.topView = true;
+  builder.play.speedIndex = 6;
+  ShowExample(0);
+  ShowExample(1);  // another operation
+  builder.view.panY = 9;
+  LeaveExample();
+  EXPECT_EQ(builder.view.yawDegrees, 10);
+  EXPECT_EQ(builder.view.elevationDegrees, 20);
+  EXPECT_EQ(builder.view.zoom, 3);
+  EXPECT_EQ(builder.view.panX, 7);
+  EXPECT_EQ(builder.view.panY, 0);
+  EXPECT_TRUE(builder.view.topView);
+  EXPECT_EQ(builder.play.speedIndex, 6);
+}
+
 TEST_F(ExampleTest, CutsItsStock) {
   ShowExample(2);
   GoToEnd();
@@ -171,7 +197,7 @@ TEST_F(ExampleTest, IsDrawnWithTravelWithoutGridAndWithEveryFourthLineOfTheMesh)
   for (int i = 0; i < 100; ++i) PlayTick();
   EXPECT_FALSE(switches.showRapids);
   EXPECT_EQ(Calls("PaintSegments", 0x4889D2).size(), 2u);  // travel, and the piece in progress
-  EXPECT_TRUE(Calls("PaintSegments", 0x344A60).empty());
+  EXPECT_TRUE(Calls("PaintSegments", 0x1A2C3C).empty());
   Shown().play.playHead = 1;
   Shown().play.segmentFraction = 0;
   const std::vector<headless::DrawCall> mesh = Calls("PaintSegments", 0x577B93);
