@@ -70,7 +70,7 @@ std::vector<Place> Places() {
   places.push_back(
       {"the import", [] { RouteCommand(kIdImport, 0); }, [] { RouteCommand(kIdImportCancel, 0); }});
   places.push_back({"a feature's name", [] { RouteCommand(kIdInlineName, 0); },
-                    [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); }});
+                    [] { desk::KeyHere(Qt::Key_Escape); }});
   places.push_back(Panel("circular pattern", kIdCadCircularPanel));
   places.push_back(Panel("rectangular pattern", kIdCadGridPanel));
   places.push_back(Panel("scale", kIdCadScale));
@@ -102,7 +102,7 @@ class Access : public CadDesk {
     desk::Click(kIdCadLine);
     ClickAt(-2, 0);
     ClickAt(2, 0);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    desk::KeyHere(Qt::Key_Escape);
     ASSERT_EQ(sketch.objectCount, 2);
     SetSurface(kSurfaceCode);
   }

@@ -10,6 +10,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "desk/desk.h"
+#include "platform/window.h"
 
 class AtDesk : public testing::Test {
  protected:
@@ -44,6 +45,15 @@ class AtDesk : public testing::Test {
     desk::AnswerFile(path);
     desk::Click(morva::kIdOpen);
     ASSERT_TRUE(desk::Until([before]() { return morva::app.tabCount == before + 1; }));
+  }
+  static bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
+  // The main window, once all in it has its place.
+  static void Resize(int width, int height) {
+    QWidget* window = desk::WidgetOf(platform::kMainWindow);
+    window->resize(width, height);
+    ASSERT_TRUE(
+        desk::Until([=]() { return window->width() == width && window->height() == height; }));
+    desk::Run(50);
   }
   // A picture into the folder that MORVA_PICTURES names, if it names one.
   static void Show(const char* step) {

@@ -36,13 +36,6 @@ class CadDesk : public AtDesk {
     Move(x1, y1);
     QTest::mouseRelease(Canvas(), Qt::LeftButton, Qt::NoModifier, At(x1, y1));
   }
-  static void Resize(int width, int height) {
-    QWidget* window = desk::WidgetOf(platform::kMainWindow);
-    window->resize(width, height);
-    ASSERT_TRUE(
-        desk::Until([=]() { return window->width() == width && window->height() == height; }));
-    desk::Run(50);
-  }
   // Types over what a field holds.
   static void Fill(int id, const char* text) {
     desk::WidgetOf(id)->setFocus();

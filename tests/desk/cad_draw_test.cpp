@@ -31,10 +31,8 @@ class CadDraw : public CadDesk {
   static const morva::SketchObject& Last() { return sketch.objects[sketch.objectCount - 1]; }
 
   // Types and presses keys into whatever has the keyboard.
-  static void Type(const char* text) {
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
-  }
-  static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+  static void Type(const char* text) { desk::TypeHere(QString::fromLatin1(text)); }
+  static void Key(Qt::Key key) { desk::KeyHere(key); }
 
   // The Down key on a tool key, and the method of its popup.
   static void Choose(int key, const char* method) {

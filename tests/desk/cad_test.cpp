@@ -2,7 +2,6 @@
 // a wide window and in a small one.
 
 #include <QApplication>
-#include <QTest>
 #include <QTimer>
 #include <cmath>
 
@@ -78,8 +77,8 @@ class Bracket : public CadDesk {
     desk::Key(morva::kViewCadCanvas, Qt::Key_Tab);
     ASSERT_TRUE(desk::WidgetOf(morva::kIdCadSizeBox1)->isVisible());
     Show("cad_3_typed_size.png");
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("0.25"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    desk::TypeHere(QStringLiteral("0.25"));
+    desk::KeyHere(Qt::Key_Return);
     ASSERT_EQ(morva::sketch.objectCount, 4);
     EXPECT_DOUBLE_EQ(morva::sketch.objects[3].size, 0.25);
     desk::Click(morva::kIdCadCircularPanel);
@@ -140,8 +139,8 @@ class Bracket : public CadDesk {
     ClickAt(-2, -1);
     ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdCadDimensionValue));
     Show("cad_7_dimensions.png");
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1.5"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    desk::TypeHere(QStringLiteral("1.5"));
+    desk::KeyHere(Qt::Key_Return);
     int wide = 0;
     for (int i = 0; i < morva::sketch.objectCount; ++i) {
       if (morva::sketch.objects[i].type == morva::kTypeSlot &&

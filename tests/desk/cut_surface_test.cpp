@@ -7,7 +7,6 @@
 #include "app/command_ids.h"
 #include "desk/at_desk.h"
 #include "library/tools.h"
-#include "platform/window.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/tool_model.h"
@@ -54,10 +53,8 @@ TEST_F(CutStock, WhileAProgramPlays) {
   EXPECT_GE(surface->stamped, 60);
   EXPECT_EQ(surface->heights[6][24], -0.2);
   desk::Click(morva::kIdPlay);
-  QWidget* const window = desk::WidgetOf(platform::kMainWindow);
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
-    window->resize(size);
-    ASSERT_TRUE(desk::Until([&]() { return window->size() == size; }));
+    Resize(size.width(), size.height());
     Show(size.width() == 1200 ? "cut_surface_1200.png" : "cut_surface_1560.png");
   }
 }

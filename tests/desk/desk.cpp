@@ -135,6 +135,23 @@ void Key(int id, int key, Qt::KeyboardModifiers modifiers) {
   QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
 }
 
+namespace {
+
+QWidget* KeyboardHolder() {
+  if (!Until([]() { return QApplication::focusWidget() != nullptr; })) {
+    qFatal("nothing has the keyboard");
+  }
+  return QApplication::focusWidget();
+}
+
+}  // namespace
+
+void TypeHere(const QString& text) { QTest::keyClicks(KeyboardHolder(), text); }
+
+void KeyHere(int key, Qt::KeyboardModifiers modifiers) {
+  QTest::keyClick(KeyboardHolder(), static_cast<Qt::Key>(key), modifiers);
+}
+
 void AnswerBox(const QString& caption) {
   Watch([caption]() {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

@@ -25,6 +25,9 @@ void MovePointer(QWidget* widget, const QPoint& at);
 void Click(int id);
 void TypeInto(int id, const QString& text);
 void Key(int id, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+// Into what has the keyboard. Behind a box nothing has it for a moment, which is waited for.
+void TypeHere(const QString& text);
+void KeyHere(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 // Armed before the modal thing opens: presses the button that bears `caption` (mnemonics
 // aside) in the next message box, and keeps the box's words.

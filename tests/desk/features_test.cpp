@@ -57,7 +57,7 @@ class Features : public AtDesk {
     QTest::mouseClick(List()->viewport(), Qt::LeftButton, {},
                       QPoint(place.right() + 1 - fromRight, place.center().y()));
   }
-  static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+  static void Press(Qt::Key key) { desk::KeyHere(key); }
 
   // What the next popup offers; it is then walked with the arrow keys to the item that begins
   // so, or closed by Escape.
@@ -96,8 +96,7 @@ class Features : public AtDesk {
       if (desk::WidgetOf(id)->hasFocus()) return true;
       // Out of the code editor, which takes Tab for itself, Ctrl+Tab leads on.
       const bool code = desk::WidgetOf(kIdEditor)->hasFocus();
-      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab,
-                      code ? Qt::ControlModifier : Qt::NoModifier);
+      desk::KeyHere(Qt::Key_Tab, code ? Qt::ControlModifier : Qt::NoModifier);
     }
     return false;
   }
@@ -202,7 +201,7 @@ TEST_F(Features, EveryOperationWorksByKeyboardAlone) {
   EXPECT_EQ(desk::TextOf(kIdFeatureName), QStringLiteral("Second"));
 
   Press(Qt::Key_F2);
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Rough"));
+  desk::TypeHere(QStringLiteral("Rough"));
   Press(Qt::Key_Return);
   EXPECT_EQ(Row(1), QStringLiteral("#2  Rough"));
 
@@ -224,8 +223,8 @@ TEST_F(Features, EveryOperationWorksByKeyboardAlone) {
   Press(Qt::Key_Space);
 
   ASSERT_TRUE(TabTo(kIdFeatureName));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Finish"));
+  desk::KeyHere(Qt::Key_A, Qt::ControlModifier);
+  desk::TypeHere(QStringLiteral("Finish"));
   ASSERT_TRUE(TabTo(kIdFeatureRename));
   Press(Qt::Key_Space);
   EXPECT_EQ(Row(1), QStringLiteral("#2  Finish"));
@@ -234,7 +233,7 @@ TEST_F(Features, EveryOperationWorksByKeyboardAlone) {
   Press(Qt::Key_Space);
   EXPECT_EQ(desk::RowsOf(kIdFeatureList).size(), 3);
   EXPECT_TRUE(desk::WidgetOf(kIdEditor)->hasFocus());
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("M9"));
+  desk::TypeHere(QStringLiteral("M9"));
   EXPECT_TRUE(Code().contains(QStringLiteral("(MORVA NAME User code)\nM9\n(MORVA END 3)")));
 
   ASSERT_TRUE(TabTo(kIdFeatureList));

@@ -3,7 +3,6 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -35,8 +34,8 @@ class Find : public AtDesk {
     ASSERT_TRUE(desk::Until([]() { return desk::WidgetOf(morva::kIdFindText)->hasFocus(); }));
   }
   // Into what has the keyboard.
-  static void Press(int key) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(key)); }
-  static void Type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+  static void Press(int key) { desk::KeyHere(key); }
+  static void Type(const QString& text) { desk::TypeHere(text); }
   static QString Code() { return desk::TextOf(morva::kIdEditor); }
 };
 

@@ -1,17 +1,16 @@
 // Whole jobs on the real window, with pointer and keys.
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QPushButton>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "desk/at_desk.h"
+#include "desk/control_desk.h"
 #include "dnc/serial_profile.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
@@ -171,31 +170,18 @@ class Line : public Job {
   void SetUp() override {
     Job::SetUp();
     WriteAll(desk::SettingsFile(), "[DNC]\r\nBaud=115200\r\n");
-    process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
-                   {QStringLiteral("--ini"), desk::SettingsFile(), QStringLiteral("--save"),
-                    Path("control.NC"), QStringLiteral("--hold-after"), QStringLiteral("1000"),
-                    QStringLiteral("--hold-ms"), QStringLiteral("700")});
-    ASSERT_TRUE(Heard("PORT "));
+    ASSERT_TRUE(control_.Start({QStringLiteral("--save"), Path("control.NC"),
+                                QStringLiteral("--hold-after"), QStringLiteral("1000"),
+                                QStringLiteral("--hold-ms"), QStringLiteral("700")}));
   }
-  void TearDown() override {
-    process_.write("quit\n");
-    if (!process_.waitForFinished(3000)) process_.kill();
-  }
-  bool Heard(const char* words) {
-    return desk::Until([this, words]() {
-      heard_ += process_.readAllStandardOutput();
-      return heard_.contains(words);
-    });
-  }
-  void Say(const QByteArray& line) { process_.write(line + "\n"); }
+  void TearDown() override { control_.Stop(); }
+  void Say(const QByteArray& line) { control_.Say(line); }
   bool Log(const char* words, int milliseconds = 20000) {
     return desk::Until(
         [words]() { return desk::TextOf(morva::kIdOutputLog).contains(QString::fromUtf8(words)); },
         milliseconds);
   }
-  QProcess process_;
-  QByteArray heard_;
+  desk::ControlAtTheFarEnd control_;
 };
 
 TEST_F(Line, SendsWhileXoffHoldsTheLineAndReceivesTheSameBack) {

@@ -4,7 +4,6 @@
 // who takes them.
 
 #include <QApplication>
-#include <QProcess>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -14,6 +13,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "desk/at_desk.h"
+#include "desk/control_desk.h"
 #include "platform/control.h"
 #include "platform/window.h"
 
@@ -122,18 +122,9 @@ class KeyboardOfAReceive : public Keyboard {
  protected:
   void SetUp() override {
     Keyboard::SetUp();
-    process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
-                   {QStringLiteral("--ini"), desk::SettingsFile()});
-    ASSERT_TRUE(desk::Until([this]() {
-      heard_ += process_.readAllStandardOutput();
-      return heard_.contains("PORT ");
-    }));
+    ASSERT_TRUE(control_.Start());
   }
-  void TearDown() override {
-    process_.write("quit\n");
-    if (!process_.waitForFinished(3000)) process_.kill();
-  }
+  void TearDown() override { control_.Stop(); }
   // From the press of RECEIVE to the program in its tab. The press puts the keyboard on ABORT.
   void ExpectKeyboardAfterReceive(int editor) {
     const QString sent = Write("sent.NC", "%\r\nO1234\r\nG0 X1.\r\nM30\r\n%\r\n");
@@ -146,7 +137,7 @@ class KeyboardOfAReceive : public Keyboard {
       desk::Click(kIdReceive);
       ASSERT_TRUE(log("Receive armed."));
       ASSERT_EQ(platform::FocusedId(), kIdAbortTransfer);
-      process_.write("send " + sent.toLocal8Bit() + "\n");
+      control_.Say("send " + sent.toLocal8Bit());
       ASSERT_TRUE(log("Received RS-232 program opened in a new tab."));
     };
     ExpectKeyboardAfter(receive, editor);
@@ -154,8 +145,7 @@ class KeyboardOfAReceive : public Keyboard {
   }
 
  private:
-  QProcess process_;
-  QByteArray heard_;
+  desk::ControlAtTheFarEnd control_;
 };
 
 TEST_F(KeyboardOfAReceive, IsInTheCodeOfTheReceivedProgram) {

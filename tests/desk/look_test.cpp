@@ -40,13 +40,6 @@ class Look : public AtDesk {
  protected:
   static QWidget* Window() { return desk::WidgetOf(platform::kMainWindow); }
 
-  static void Resize(int width, int height) {
-    Window()->resize(width, height);
-    ASSERT_TRUE(
-        desk::Until([=]() { return Window()->width() == width && Window()->height() == height; }));
-    desk::Run(50);
-  }
-
   static std::vector<Control> Visible() {
     std::vector<Control> found;
     for (int id = 1; id < kLastId; ++id) {
@@ -278,15 +271,16 @@ TEST_F(Look, DoesATypicalJobByKeyboardAlone) {
   file.close();
   const auto tabTo = [](int id) {
     for (int i = 0; i < 80; ++i) {
+      if (!desk::Until([]() { return QApplication::focusWidget() != nullptr; })) break;
       QWidget* now = QApplication::focusWidget();
-      if (!now || now == desk::WidgetOf(id)) break;
+      if (now == desk::WidgetOf(id)) break;
       const bool editor = now == desk::WidgetOf(morva::kIdEditor);
       QTest::keyClick(now, Qt::Key_Tab, editor ? Qt::ControlModifier : Qt::NoModifier);
     }
     return QApplication::focusWidget() == desk::WidgetOf(id);
   };
   const auto press = [](Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
-    QTest::keyClick(QApplication::focusWidget(), key, held);
+    desk::KeyHere(key, held);
   };
   ASSERT_EQ(QApplication::focusWidget(), desk::WidgetOf(morva::kIdEditor));
   desk::AnswerFile(path);
@@ -328,7 +322,7 @@ TEST_F(Look, DoesATypicalJobByKeyboardAlone) {
   press(Qt::Key_Home);
   EXPECT_EQ(morva::app.mode, morva::kModeHome);
   ASSERT_TRUE(tabTo(morva::kIdEditor));
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("(BY KEYS)"));
+  desk::TypeHere(QStringLiteral("(BY KEYS)"));
   press(Qt::Key_S, Qt::ControlModifier);
   ASSERT_TRUE(desk::Until([]() {
     return desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("Saved program."));

@@ -2,7 +2,6 @@
 
 #include "library/macros.h"
 
-#include <QApplication>
 #include <QTest>
 
 #include "desk/at_desk.h"
@@ -13,12 +12,7 @@ namespace {
 
 using MacrosAtTheDesk = AtDesk;
 
-bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
-void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
-void Size(int width, int height) {
-  desk::WidgetOf(platform::kMainWindow)->window()->resize(width, height);
-  desk::Run(200);
-}
+void Press(Qt::Key key) { desk::KeyHere(key); }
 bool Holds(const char* code) {
   return desk::TextOf(morva::kIdEditor).contains(QString::fromLatin1(code));
 }
@@ -29,7 +23,7 @@ TEST_F(MacrosAtTheDesk, AreFilledInByKeyboardAndComeBackByADoubleClick) {
     desk::Key(morva::kIdModeList, Qt::Key_Down);
   }
   ASSERT_EQ(morva::app.mode, morva::kModeMacros);
-  Size(1200, 800);
+  Resize(1200, 800);
   Show("macros_1200_first.png");
   desk::Key(morva::kIdMacroCombo, Qt::Key_Down);
   desk::Key(morva::kIdMacroCombo, Qt::Key_Down);
@@ -38,7 +32,7 @@ TEST_F(MacrosAtTheDesk, AreFilledInByKeyboardAndComeBackByADoubleClick) {
     Press(Qt::Key_Tab);
     ASSERT_TRUE(desk::Until([n]() { return HasKeyboard(morva::kIdMacroField + n); })) << n;
   }
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("FINISHER"));
+  desk::TypeHere(QStringLiteral("FINISHER"));
   Show("macros_1200.png");
   Press(Qt::Key_Return);
   EXPECT_TRUE(desk::Until([]() { return Holds("(TOOL: FINISHER)"); }));
@@ -48,7 +42,7 @@ TEST_F(MacrosAtTheDesk, AreFilledInByKeyboardAndComeBackByADoubleClick) {
   EXPECT_TRUE(desk::Until([]() {
     return desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("saved to Custom Macros."));
   }));
-  Size(1560, 940);
+  Resize(1560, 940);
   Show("macros_1560.png");
   desk::Click(morva::kIdNew);
   ASSERT_TRUE(desk::Until([]() { return !Holds("(TOOL: FINISHER)"); }));

@@ -2,7 +2,6 @@
 // and a made-up surface. Nothing lies over another, and form, view and bars have their place.
 
 #include <QAccessible>
-#include <QApplication>
 #include <vector>
 
 #include "app/app_state.h"
@@ -66,12 +65,6 @@ class NarrowBars : public AtDesk {
     desk::Click(morva::kIdPath);
   }
   static QWidget* Window() { return desk::WidgetOf(platform::kMainWindow); }
-  static void Resize(int width, int height) {
-    Window()->resize(width, height);
-    ASSERT_TRUE(
-        desk::Until([=]() { return Window()->width() == width && Window()->height() == height; }));
-    desk::Run(50);
-  }
   static std::vector<int> Standing() {
     std::vector<int> ids;
     const auto take = [&ids](int id) {

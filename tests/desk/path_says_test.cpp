@@ -1,8 +1,6 @@
 // What the toolpath view says of its path, on the real window: the longest read-out fits at both
 // sizes, and a key typed into the code makes the path stale.
 
-#include <QApplication>
-#include <QTest>
 #include <QWidget>
 
 #include "app/command_ids.h"
@@ -20,7 +18,6 @@ TEST_F(PathSays, WhatIsStaleAndWhatIsNotShown) {
   program += "M30\nG1 X2.\n%\n";
   Open(Write("long.NC", program));
   desk::Click(morva::kIdPath);
-  QWidget* const window = desk::WidgetOf(platform::kMainWindow);
   QWidget* const view = desk::WidgetOf(morva::kViewToolpath);
   EXPECT_EQ(view->toolTip().toStdString(),
             "Not shown: G28, G30 and G53 1, canned cycles 1, R arcs 1\n"
@@ -28,11 +25,10 @@ TEST_F(PathSays, WhatIsStaleAndWhatIsNotShown) {
             "Drawn, but left out with block delete: lines with / 1");
   EXPECT_FALSE(morva::PathIsStale());
   desk::WidgetOf(morva::kIdEditor)->setFocus();
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
+  desk::KeyHere(Qt::Key_X);
   ASSERT_TRUE(desk::Until([]() { return morva::PathIsStale(); }));
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
-    window->resize(size);
-    ASSERT_TRUE(desk::Until([&]() { return window->size() == size; }));
+    Resize(size.width(), size.height());
     Show(size.width() == 1200 ? "path_says_1200.png" : "path_says_1560.png");
   }
   desk::Click(morva::kIdPath);

@@ -32,21 +32,17 @@ class PickerAtTheDesk : public CadDesk {
     ClickAt(0, 0);
     ClickAt(2, 0);
     ASSERT_EQ(morva::sketch.objectCount, 1);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    desk::KeyHere(Qt::Key_Escape);
   }
 
   static bool Stands() {
     QWidget* dialog = desk::WidgetOf(morva::kViewDestination);
     return dialog != nullptr && QApplication::activeModalWidget() == dialog;
   }
-  static bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
   static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    ASSERT_NE(QApplication::focusWidget(), nullptr);
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    desk::KeyHere(key, modifiers);
   }
-  static void Type(const char* text) {
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
-  }
+  static void Type(const char* text) { desk::TypeHere(QString::fromLatin1(text)); }
   static QString Position() { return desk::TextOf(morva::kIdDestinationPosition); }
   static QString Help() { return desk::TextOf(morva::kIdDestinationHelp); }
   static QStringList Programs() {

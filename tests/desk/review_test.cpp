@@ -56,7 +56,9 @@ TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
   MarkTab(1);
   MarkTab(2);
   // On a slow machine the markers of the first one come before the second is opened, with a star.
-  EXPECT_TRUE(desk::TextOf(kIdTabFirst + 1).startsWith(QStringLiteral("[C] part.NC")));
+  const QString marked = desk::TextOf(kIdTabFirst + 1);
+  EXPECT_TRUE(marked == QStringLiteral("[C] part.NC") || marked == QStringLiteral("[C] part.NC *"))
+      << marked.toStdString();
   desk::Click(kIdCompareSecond);
   ASSERT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdReviewLeftPane)->isVisible(); }));
   EXPECT_FALSE(desk::WidgetOf(kIdEditor)->isVisible());

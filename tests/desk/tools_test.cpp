@@ -2,9 +2,6 @@
 
 #include "library/tools.h"
 
-#include <QApplication>
-#include <QTest>
-
 #include "desk/at_desk.h"
 #include "platform/window.h"
 
@@ -13,16 +10,7 @@ namespace {
 using ToolsAtTheDesk = AtDesk;
 
 int Field(int n) { return morva::kIdToolField + n; }
-bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
-// Behind a box the keyboard is nowhere for a moment.
-void Press(Qt::Key key) {
-  ASSERT_TRUE(desk::Until([]() { return QApplication::focusWidget() != nullptr; }));
-  QTest::keyClick(QApplication::focusWidget(), key);
-}
-void Size(int width, int height) {
-  desk::WidgetOf(platform::kMainWindow)->window()->resize(width, height);
-  desk::Run(200);
-}
+void Press(Qt::Key key) { desk::KeyHere(key); }
 // The mode list has the tool library in its sixth row.
 void GoToTools() {
   desk::Key(morva::kIdModeList, Qt::Key_Home);
@@ -36,16 +24,16 @@ TEST_F(ToolsAtTheDesk, AreDescribedByKeyboardAlone) {
   GoToTools();
   desk::Click(morva::kIdToolAdd);
   ASSERT_TRUE(desk::Until([]() { return HasKeyboard(Field(0)); }));
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12"));
+  desk::TypeHere(QStringLiteral("12"));
   // Tab walks the fields in their order.
   for (int n = 1; n < 14; ++n) {
     Press(Qt::Key_Tab);
     ASSERT_TRUE(desk::Until([n]() { return HasKeyboard(Field(n)); })) << n;
-    if (n == 1) QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1/4 DRILL"));
-    if (n == 2) QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("D"));
-    if (n == 3) QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("0.25"));
-    if (n == 4) QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("2"));
-    if (n == 10) Size(1200, 800), Show("tool_builder_1200_lower.png");
+    if (n == 1) desk::TypeHere(QStringLiteral("1/4 DRILL"));
+    if (n == 2) desk::TypeHere(QStringLiteral("D"));
+    if (n == 3) desk::TypeHere(QStringLiteral("0.25"));
+    if (n == 4) desk::TypeHere(QStringLiteral("2"));
+    if (n == 10) Resize(1200, 800), Show("tool_builder_1200_lower.png");
   }
   Press(Qt::Key_Tab);
   EXPECT_TRUE(HasKeyboard(morva::kIdToolSave));
@@ -61,7 +49,7 @@ TEST_F(ToolsAtTheDesk, AreDescribedByKeyboardAlone) {
   EXPECT_TRUE(desk::Until(
       []() { return desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("saved.")); }));
   for (const auto& [width, height] : {std::pair{1200, 800}, std::pair{1560, 940}}) {
-    Size(width, height);
+    Resize(width, height);
     desk::Key(Field(0), Qt::Key_Home);
     Show(width == 1200 ? "tool_builder_1200.png" : "tool_builder_1560.png");
   }
@@ -90,10 +78,10 @@ TEST_F(ToolsAtTheDesk, OpenByADoubleClickAndCloseByTheBackKey) {
   EXPECT_FALSE(desk::WidgetOf(morva::kIdToolSave)->isVisible());
   // At Home the tool can be looked up.
   desk::Click(morva::kIdShowFeatures);
-  Size(1200, 800);
+  Resize(1200, 800);
   EXPECT_EQ(desk::TextOf(morva::kIdHomeToolNumber), QStringLiteral("1"));
   Show("home_tool_1200.png");
-  Size(1560, 940);
+  Resize(1560, 940);
   Show("home_tool_1560.png");
 }
 

@@ -7,12 +7,12 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include "desk/at_desk.h"
+#include "desk/control_desk.h"
 #include "dnc/serial_profile.h"
 #include "platform/control.h"
 #include "platform/posix/serial_pace.h"
@@ -25,13 +25,7 @@ class Transfer : public AtDesk {
   void SetUp() override {
     AtDesk::SetUp();
     WriteAll(desk::SettingsFile(), "[DNC]\r\nBaud=9600\r\n");
-    process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
-                   {QStringLiteral("--ini"), desk::SettingsFile()});
-    ASSERT_TRUE(desk::Until([this]() {
-      heard_ += process_.readAllStandardOutput();
-      return heard_.contains("PORT ");
-    }));
+    ASSERT_TRUE(control_.Start());
     QByteArray program = "%\r\nO4321\r\n";
     for (int i = 0; i < 6000; ++i) program += "G01 X" + QByteArray::number(i) + ". F20.\r\n";
     WriteAll(Path("long.NC"), program + "M30\r\n%\r\n");
@@ -43,8 +37,7 @@ class Transfer : public AtDesk {
     platform::pacePseudoTerminals = false;
     if (morva::TransferRuns()) morva::RequestAbort();
     desk::Until([]() { return !morva::TransferRuns(); });
-    process_.write("quit\n");
-    if (!process_.waitForFinished(3000)) process_.kill();
+    control_.Stop();
   }
   // Presses SEND and waits for the first bytes that go.
   static void SendFirstBytes() {
@@ -59,16 +52,9 @@ class Transfer : public AtDesk {
         QString::fromStdU16String(platform::AccessibleName(morva::kViewTransfer)).split(u' ');
     return words.value(0) == QStringLiteral("Sending:") ? words.value(1).toInt() : -1;
   }
-  static void Resize(int width, int height) {
-    QWidget* window = desk::WidgetOf(platform::kMainWindow);
-    window->resize(width, height);
-    ASSERT_TRUE(
-        desk::Until([=]() { return window->width() == width && window->height() == height; }));
-  }
   static bool IsShown(int id) { return desk::WidgetOf(id)->isVisible(); }
 
-  QProcess process_;
-  QByteArray heard_;
+  desk::ControlAtTheFarEnd control_;
 };
 
 TEST_F(Transfer, ShowsItsBarAndTheAbortKeyAndDimsSendAndReceive) {

@@ -7,10 +7,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <cstdio>
 
 #include "app/command_ids.h"
+#include "desk/control_desk.h"
 #include "desk/desk.h"
 #include "documents/file_text.h"
 #include "platform/qt/qt_testing.h"
@@ -43,18 +43,6 @@ void Shoot(const char* name, const char* words) {
 void Wait(const std::function<bool()>& state, const char* what, int milliseconds = 8000) {
   if (!desk::Until(state, milliseconds)) Fail(what);
 }
-
-// The control at the far end, and the words it prints.
-struct Control {
-  QProcess process;
-  QByteArray heard;
-
-  bool Heard(const char* words) {
-    heard += process.readAllStandardOutput();
-    return heard.contains(words);
-  }
-  void Say(const QByteArray& line) { process.write(line + "\n"); }
-};
 
 }  // namespace
 
@@ -103,13 +91,11 @@ int main(int argc, char** argv) {
   Shoot("play", "PLAY steps the tool, the source line beside it");
   desk::Click(morva::kIdPlay);
 
-  Control control;
+  desk::ControlAtTheFarEnd control;
   const QString received = home + QStringLiteral("/at-the-control.NC");
-  control.process.setProcessChannelMode(QProcess::MergedChannels);
-  control.process.start(
-      QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
-      {QStringLiteral("--ini"), desk::SettingsFile(), QStringLiteral("--save"), received});
-  Wait([&control]() { return control.Heard("PORT "); }, "the simulated control did not start");
+  if (!control.Start({QStringLiteral("--save"), received})) {
+    Fail("the simulated control did not start");
+  }
   const QByteArray text = desk::TextOf(morva::kIdEditor).toUtf8();
   desk::AnswerBox(QStringLiteral("Yes"));
   desk::Click(morva::kIdSend);
@@ -142,7 +128,5 @@ int main(int argc, char** argv) {
   if (!wanted.trimmed().endsWith("%")) wanted += "%\r\n";
   if (saved.readAll() != wanted) Fail("the control got other bytes than the editor shows");
   std::printf("What went out is what the editor shows, byte for byte.\n");
-  control.Say("quit");
-  control.process.waitForFinished(3000);
   return 0;
 }
