@@ -130,7 +130,8 @@ struct Events {
   void (*resized)(int width, int height) = nullptr;
   // The user closes the main window. False: it stays.
   bool (*closing)() = nullptr;
-  // The application came to the front again, behind another program.
+  // The application came to the front again, behind another program. While a box, a dialog or a menu
+  // asks the user, it is told behind the answer.
   void (*activated)() = nullptr;
   // The system asks the process to end. Nobody is there to answer questions; the loop ends
   // behind it.

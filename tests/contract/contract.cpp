@@ -127,6 +127,7 @@ void Listen() {
   events.focusChanged = HearFocus;
   events.resized = HearResized;
   events.closing = HearClosing;
+  events.activated = [] { Tell("activated", {}); };
   events.destroyed = [] { Tell("destroyed", {}); };
   events.paint = HearPaint;
   events.drawItem = HearDrawItem;

@@ -46,7 +46,8 @@ class Contract : public testing::Test {
   // What was told since the last Forget, oldest first: those whose first word is among `kinds`,
   // which blanks part. "command 1 768", "key 1 A", "typed 1 a", "selection 1", "gained 1",
   // "lost 1", "timer 1 2", "posted 1 2", "pointer 1 press 3 4", "listclick 1 2", "value 1 2",
-  // "menu 1 -1", "resized 3 4", "closing", "destroyed".
+  // "menu 1 -1", "resized 3 4", "closing", "activated",
+  // "destroyed".
   static Lines Told(std::string_view kinds);
   static void Forget();
   // Whether exactly this was told.

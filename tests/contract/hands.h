@@ -67,6 +67,7 @@ std::u16string PasteElsewhere();
 
 void ResizeWindow(int width, int height);
 void PressCloseKey();
+void ComeToFront();  // from another program back to this one
 
 // Armed before the modal thing opens. With `meanwhile` something happens while it stands.
 void AnswerBox(platform::BoxAnswer answer, const std::function<void()>& meanwhile = {});

@@ -155,6 +155,11 @@ void PressCloseKey() {
   Settle();
 }
 
+void ComeToFront() {
+  headless::ComeToFront();
+  Settle();
+}
+
 void AnswerBox(platform::BoxAnswer answer, const std::function<void()>& meanwhile) {
   headless::QueueAnswer(answer);
   whileBoxStands = meanwhile;

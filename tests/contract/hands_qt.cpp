@@ -351,6 +351,11 @@ void PressCloseKey() {
   Settle();
 }
 
+void ComeToFront() {
+  Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+  Settle();
+}
+
 void AnswerBox(platform::BoxAnswer answer, const std::function<void()>& meanwhile) {
   Watch([answer, meanwhile] {
     QMessageBox* box = StandingBox();

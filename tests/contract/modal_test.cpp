@@ -292,6 +292,16 @@ TEST_F(Dialogs, StandOverEachOther) {
   EXPECT_EQ(outer, 7);
 }
 
+TEST_F(Dialogs, PutOffTheWordThatTheApplicationIsAtTheFrontAgain) {
+  Lines meanwhile;
+  RunAnd([&meanwhile] {
+    hands::ComeToFront();
+    meanwhile = Told("activated");
+  });
+  EXPECT_EQ(meanwhile, Lines{});
+  EXPECT_TRUE(hands::Until([] { return WasTold("activated"); }));
+}
+
 TEST_F(Dialogs, MayBeMadeAnewBehindTheirEnd) {
   EXPECT_EQ(RunAnd([] { Press(platform::kKeyEscape); }), 2);
   MakeOne();
@@ -375,6 +385,19 @@ TEST_F(Boxes, TakeThePointerFromAViewWithAButtonDown) {
   Show(BoxButtons::Ok);
   EXPECT_TRUE(WasTold("pointer 50 lost"));
   hands::ReleaseAt(platform::kMainWindow, 700, 700);
+}
+
+TEST_F(Boxes, PutOffTheWordThatTheApplicationIsAtTheFrontAgainUntilAllAreAnswered) {
+  Lines between;
+  hands::AnswerBox(BoxAnswer::Ok, [] { hands::ComeToFront(); });
+  platform::ShowBox(u"", u"Words", BoxButtons::Ok, BoxIcon::None);
+  hands::AnswerBox(BoxAnswer::Ok, [&between] {
+    hands::Settle();
+    between = Told("activated");
+  });
+  platform::ShowBox(u"", u"More words", BoxButtons::Ok, BoxIcon::None);
+  EXPECT_EQ(between, Lines{});
+  EXPECT_TRUE(hands::Until([] { return WasTold("activated"); }));
 }
 
 TEST_F(Boxes, StandOverADialogThatRuns) {

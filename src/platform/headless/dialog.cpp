@@ -167,7 +167,7 @@ int RunDialog(int id) {
   if (!dialog || dialog->running) return 0;
   const int before = FocusedId();
   const int holder = dialog->holder;
-  headless::StandOpen();
+  const headless::Asking asking;
   SetFocusTo(kMainWindow);
   dialog = headless::DialogOf(id);
   if (!dialog) return 0;

@@ -164,12 +164,19 @@ void LosePointer();
 void FillEditor(int id);
 void FillList(Item& item);
 
-// A modal call begins: the pointer is taken from a view that held it.
-void StandOpen();
+// Lives as long as a modal call. It takes the pointer from a view that held it.
+struct Asking {
+  Asking();
+  ~Asking();
+  Asking(const Asking&) = delete;
+  Asking& operator=(const Asking&) = delete;
+};
+// Tells that the application came to the front again, where that is owed and nothing asks.
+void TellFront();
 // Lets happen what WhileOpen asked for.
 void HappenMeanwhile();
-// Both for a box of the system's, which has the keyboard meanwhile.
-void StandWithKeyboard();
+// The same for a box of the system's, which has the keyboard meanwhile.
+void HappenWithoutKeyboard();
 void ClearAnswers();
 void ClearPicks();
 

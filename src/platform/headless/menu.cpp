@@ -32,7 +32,7 @@ namespace platform {
 int ShowPopup(const MenuItem* items, int count, int, int) {
   if (headless::FaultFor("popup")) return -1;
   if (count <= 0) return 0;
-  headless::StandOpen();
+  const headless::Asking asking;
   headless::HappenMeanwhile();
   int wanted = 0;
   if (!headless::picks.empty()) {

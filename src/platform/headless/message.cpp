@@ -59,10 +59,7 @@ void HappenMeanwhile() {
   if (void (*happens)() = std::exchange(meanwhile, nullptr)) happens();
 }
 
-void StandOpen() { LosePointer(); }
-
-void StandWithKeyboard() {
-  StandOpen();
+void HappenWithoutKeyboard() {
   const int holder = platform::FocusedId();
   platform::SetFocusTo(platform::kMainWindow);
   HappenMeanwhile();
@@ -79,7 +76,8 @@ namespace platform {
 
 BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButtons buttons,
                   BoxIcon icon, const BoxCaptions&) {
-  headless::StandWithKeyboard();
+  const headless::Asking asking;
+  headless::HappenWithoutKeyboard();
   BoxAnswer answer = headless::MostCautious(buttons);
   if (!headless::answers.empty()) {
     // A button that this box does not have cannot be pressed: the answer is spent all the same.

@@ -27,7 +27,8 @@ bool HasExtension(std::u16string_view path) {
 }
 
 bool Pick(const platform::PickFileSpec& spec, bool save, std::u16string& path) {
-  StandWithKeyboard();
+  const Asking asking;
+  HappenWithoutKeyboard();
   std::u16string wanted;
   if (!paths.empty()) {
     wanted = std::move(paths.front());

@@ -36,6 +36,7 @@ bool TakeMessage(Message& message) {
 }  // namespace
 
 void DrainPosts() {
+  TellFront();
   // A handler that posts to itself for ever must not stop the run.
   Message message;
   for (int i = 0; i < platform::kMaxPostsAtOnce && TakeMessage(message); ++i) {

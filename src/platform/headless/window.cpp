@@ -216,11 +216,6 @@ bool CloseKey() {
 
 bool WindowClosed() { return window.closed; }
 
-void ComeToFront() {
-  const platform::Events& events = platform::Listener();
-  if (window.exists && OpenDialog() == 0 && events.activated) events.activated();
-}
-
 void Terminate() {
   const platform::Events& events = platform::Listener();
   if (events.terminated) events.terminated();

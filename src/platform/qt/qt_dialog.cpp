@@ -118,6 +118,7 @@ bool MakeDialog(const DialogSpec& spec) {
 int RunDialog(int id) {
   const QPointer<DialogWidget> dialog(DialogOf(id));
   if (dialog.isNull() || dialog->running || MainWidget() == nullptr) return 0;
+  const Asking asking;
   dialog->running = true;
   dialog->move(MainWidget()->frameGeometry().topLeft() +
                QPoint(dialog->spec.place.left, dialog->spec.place.top));

@@ -114,6 +114,14 @@ struct Quiet {
   static inline int depth = 0;
 };
 
+// Lives as long as a box, a dialog or a menu of ours asks the user.
+struct Asking {
+  Asking();
+  ~Asking();
+  Asking(const Asking&) = delete;
+  Asking& operator=(const Asking&) = delete;
+};
+
 // Hands a control's word to the dialog that it lies in. False: it lies in none.
 bool TellDialog(int id, int notification);
 bool LiesInDialog(int id);
@@ -194,6 +202,8 @@ void RefreshAccessibleName(const Placed& row);
 void BeginAccess();
 // Watches the pointer for PointerMoves.
 void BeginMoves();
+// Tells when the application comes to the front again.
+void BeginFront();
 // A click in the middle of a list's row, or the choice of a combo's; `turn` turns over one of
 // several rows and leaves the others.
 void PressRow(int id, int row, bool turn);

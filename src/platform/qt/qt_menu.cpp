@@ -39,6 +39,7 @@ int ShowPopup(const MenuItem* items, int count, int x, int y) {
     chosen = action;
     menu.close();
   });
+  const Asking asking;
   menu.exec(place);
   return chosen != nullptr ? chosen->data().toInt() : 0;
 }

@@ -76,6 +76,7 @@ BoxAnswer ShowBox(std::u16string_view title, std::u16string_view text, BoxButton
   Caption(box, QMessageBox::No, captions.no);
   Caption(box, kOther, captions.other);
   Caption(box, QMessageBox::Cancel, captions.cancel);
+  const Asking asking;
   switch (box.exec()) {
     case QMessageBox::Yes:
       return BoxAnswer::Yes;

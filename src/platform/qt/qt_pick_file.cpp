@@ -41,6 +41,7 @@ bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
     if (info.isAbsolute()) dialog.setDirectory(info.absolutePath());
     dialog.selectFile(info.isAbsolute() ? info.fileName() : name);
   }
+  const Asking asking;
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
   const std::u16string chosen = Text16(QDir::toNativeSeparators(dialog.selectedFiles().first()));
   if (chosen.empty() || static_cast<int>(chosen.size()) + 1 > spec.capacity) return false;

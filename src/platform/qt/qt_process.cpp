@@ -34,14 +34,6 @@ void TellFocus(int id, bool gained) {
   Listener().focusChanged(id, gained);
 }
 
-// Boxes of the application's own do not take it from the front. While one stands, its question
-// comes first.
-void TellActivated(Qt::ApplicationState state) {
-  const bool asks = QApplication::activeModalWidget() || QApplication::activePopupWidget();
-  if (state != Qt::ApplicationActive || asks || Listener().activated == nullptr) return;
-  Listener().activated();
-}
-
 // The wish comes once; a second signal meanwhile changes nothing.
 void ListenForTermination() {
   const int pipe = WatchTermination();
@@ -80,11 +72,10 @@ void BeginProcess(int argc, char** argv) {
   BeginLook();
   BeginAccess();
   BeginMoves();
+  BeginFront();
   BeginPosts();
   SetAdapterNamer(NameAdapter);
   ListenForTermination();
-  QObject::connect(application, &QGuiApplication::applicationStateChanged, application,
-                   TellActivated, Qt::QueuedConnection);
   QObject::connect(application, &QApplication::focusChanged, application,
                    [](QWidget* old, QWidget* now) {
                      const int lost = IdOfWidget(old);
