@@ -1,6 +1,7 @@
 #include "cad/tools/save_shape.h"
 
 #include <algorithm>
+#include <deque>
 #include <string>
 
 #include "app/command_ids.h"
@@ -41,16 +42,20 @@ void PutObjects(SavedShape& shape) {
   }
 }
 
-// The name of the shape that was saved last; the disk's answer comes later.
-std::u16string savedName;
+// The names of the shapes whose save the disk has not answered yet, oldest first. Each save is
+// answered once, in the same order.
+std::deque<std::u16string> underWay;
 
 void TellSaved(bool saved) {
+  if (underWay.empty()) return;
+  const std::u16string name = underWay.front();
+  underWay.pop_front();
   if (!saved) {
     SetSketchStatus(u"MORVA.ini could not be written \u2014 the shape lasts for this run only.");
     return;
   }
-  const std::u16string words = u"Saved reusable shape: " + savedName +
-                               u". It is now available in Shape and Pattern drop-downs.";
+  const std::u16string words =
+      u"Saved reusable shape: " + name + u". It is now available in Shape and Pattern drop-downs.";
   SetSketchStatus(words.c_str());
 }
 
@@ -74,12 +79,13 @@ void SaveDrawingAsShape() {
                       platform::BoxIcon::Warning);
     return;
   }
-  savedName = name;
+  underWay.push_back(name);
   SaveShapeLibrary(TellSaved);
   RefreshShapeLists();
 }
 
 void RegisterSaveShape() {
+  underWay.clear();
   RegisterCommand(RouterStage::Builder, kIdCadSaveShape, platform::kNotifyClick,
                   [](int, int) { SaveDrawingAsShape(); });
 }
