@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "documents/marker_lines.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -54,7 +55,7 @@ std::u16string_view LineText(const Texts& texts, std::int32_t side, std::int32_t
   return text.substr(static_cast<std::size_t>(l.start), static_cast<std::size_t>(l.length));
 }
 
-bool IsMarkerLine(std::u16string_view line) { return line.substr(0, 7) == u"(MORVA "; }
+bool IsMarkerLine(std::u16string_view line) { return line.starts_with(kMarkerHead); }
 
 // True when text is left behind the last line that fits.
 bool SplitSide(std::u16string_view text, bool showTags, CompareSide& side) {

@@ -16,6 +16,7 @@
 #include "codetools/words_view.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/file_kinds.h"
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
@@ -174,8 +175,8 @@ void Changed(int id) {
 }
 
 void OnBrowse(int, int) {
-  constexpr platform::FileFilter kFilters[] = {{u"NC programs", u"*.NC;*.TAP;*.GCODE"},
-                                               {u"All files", u"*.*"}};
+  constexpr platform::FileFilter kFilters[] = {{u"NC programs", kProgramPatterns},
+                                               {u"All files", kAllPatterns}};
   platform::PickFileSpec spec;
   spec.title = u"Browse NC file";
   spec.filters = kFilters;

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "documents/block_labels.h"
 #include "documents/marker_lines.h"
 #include "text/codetext.h"
 
@@ -19,14 +20,8 @@ constexpr std::int32_t kHighestCountedId = 1999999999;  // ids above do not move
 
 // What older generators put above their code. The first four are whole labels.
 constexpr std::u16string_view kLegacyLabels[] = {
-    u"(CIRCULAR PATTERN)",
-    u"(CUSTOM SHAPE EDITOR)",
-    u"(PLATE TEMPLATE MAKER)",
-    u"(RECTANGULAR PATTERN)",
-    u"(MACRO:",
-    u"(SAVED CUSTOM SHAPE:",
-    u"(SHAPE:",
-    u"(WIZARD:",
+    kCircularLabel,          kSketchLabel, kPlateLabel, kRectangularLabel, u"(MACRO:",
+    u"(SAVED CUSTOM SHAPE:", u"(SHAPE:",   u"(WIZARD:",
 };
 
 // First `wanted` at or behind `from`, npos for none. Whole programs pass through here several

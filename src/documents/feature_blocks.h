@@ -72,6 +72,8 @@ std::u16string TaggedText(std::u16string_view text);
 // Rebuilds the feature list's rows from the text; a row's number is its block's id.
 void RefreshFeatureList();
 // In a row whose block is excluded and has code of its own.
+inline constexpr std::u16string_view kHiddenMark = u" [hidden]";
+inline constexpr std::u16string_view kLockedMark = u" [locked]";
 inline constexpr std::u16string_view kHasCodeMark = u" [has code]";
 // Whether the block behind a row of the list was excluded at the last refresh, and whether it held
 // code of its own all the same; for drawing.

@@ -422,8 +422,9 @@ RenameAnswer RenameFeature(std::u16string_view name) {
   };
   if (!FindStretch(nameLine, find)) return refused;
   const WordsAnew anew;
-  ReplaceSpan(nameLine.text, nameLine.from, nameLine.to,
-              u"(MORVA NAME " + std::u16string(name) + u")\r\n");
+  std::u16string line(kNameMark);
+  line.append(name).append(u")\r\n");
+  ReplaceSpan(nameLine.text, nameLine.from, nameLine.to, line);
   DropEditLink();
   RefreshFeatureList();
   UpdateFeatureCaptions();

@@ -11,6 +11,7 @@
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/marker_lines.h"
 #include "documents/save_state.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
@@ -80,8 +81,9 @@ std::u16string PrefixOf(const FeatureRecord& row, bool ownLine) {
   }
   char16_t prefix[kPrefixUnits] = {};
   if (ownLine) AppendLine(prefix, kPrefixUnits, nullptr);
-  AppendLabelInteger(prefix, kPrefixUnits, u"(MORVA TEXT ", row.id);
-  AppendBounded(prefix, kPrefixUnits, u")\r\n(MORVA NAME ");
+  AppendLabelInteger(prefix, kPrefixUnits, std::u16string(kTextMark).c_str(), row.id);
+  AppendLine(prefix, kPrefixUnits, u")");
+  AppendBounded(prefix, kPrefixUnits, std::u16string(kNameMark).c_str());
   AppendBounded(prefix, kPrefixUnits, length > 0 ? name : KindWords(kKindUserCode));
   AppendLine(prefix, kPrefixUnits, u")");
   return prefix;
@@ -264,8 +266,8 @@ void RefreshFeatureList() {
     line += row.name[0] ? row.name : KindWords(row.settings.kind);
     rowInclusion[i] = InclusionOf(text, row);
     if (rowInclusion[i] == Inclusion::OffHasCode) line += kHasCodeMark;
-    if (tab && IdListHolds(tab->hiddenIds, row.id)) line += u" [hidden]";
-    if (tab && IdListHolds(tab->lockedIds, row.id)) line += u" [locked]";
+    if (tab && IdListHolds(tab->hiddenIds, row.id)) line += kHiddenMark;
+    if (tab && IdListHolds(tab->lockedIds, row.id)) line += kLockedMark;
     const int added = platform::AddRow(kIdFeatureList, line, row.id);
     platform::SetRowDim(kIdFeatureList, added, FeatureRowExcluded(i) && !FeatureRowHasLiveCode(i));
     if (kept != 0 && row.id == kept) platform::SelectRow(kIdFeatureList, added);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/app_state.h"
+#include "documents/file_kinds.h"
 #include "documents/file_names.h"
 #include "documents/tab_models.h"
 #include "platform/clock.h"
@@ -21,7 +22,7 @@ std::u16string FreePath(std::u16string_view title) {
   const std::u16string name = CleanedTitle(title);
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kNameTries; ++tries, ++tick) {
-    std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + u".NC");
+    std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + kProgramEnd);
     // What was handed over in the same millisecond may not stand there yet.
     if (!platform::FileExists(path) && !IsBeingSaved(path)) return path;
   }
@@ -36,7 +37,8 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
   SaveJob job;
   job.program = path;
   job.told = told;
-  if (path.empty() || !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
+  if (path.empty() ||
+      !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
     return false;
   }
   HandOverSave(std::move(job));

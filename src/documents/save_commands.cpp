@@ -7,6 +7,7 @@
 #include "app/outlets.h"
 #include "documents/disk_watch.h"
 #include "documents/document_commands.h"
+#include "documents/file_kinds.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/save_state.h"
@@ -23,8 +24,8 @@ namespace {
 constexpr platform::FileFilter kSaveFilters[] = {
     {u"Haas programs (*.NC;*.TAP)", u"*.NC;*.TAP"},
     {u"G-code (*.GCODE)", u"*.GCODE"},
-    {u"Text (*.TXT)", u"*.TXT"},
-    {u"All files (*.*)", u"*.*"},
+    kTextFiles,
+    kAllFiles,
 };
 
 bool AskAboutLoss(const OutputFigures& figures) {

@@ -14,6 +14,7 @@
 #include "documents/disk_watch.h"
 #include "documents/document_commands.h"
 #include "documents/editor_changes.h"
+#include "documents/file_kinds.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
 #include "documents/program_tabs.h"
@@ -30,9 +31,9 @@ namespace morva {
 namespace {
 
 constexpr platform::FileFilter kOpenFilters[] = {
-    {u"Haas programs (*.NC;*.TAP;*.GCODE)", u"*.NC;*.TAP;*.GCODE"},
-    {u"Text (*.TXT)", u"*.TXT"},
-    {u"All files (*.*)", u"*.*"},
+    {u"Haas programs (*.NC;*.TAP;*.GCODE)", kProgramPatterns},
+    kTextFiles,
+    kAllFiles,
 };
 
 // NULs are left out of every text. A file that holds them between its lines may be no text at
@@ -97,7 +98,7 @@ int PickForActiveTab(ShowMenu show) {
 
 void NewProgram() {
   Call(hooks.leaveCompare);
-  const std::u16string title = u"Untitled-" + IntegerText(app.tabCount + 1) + u".NC";
+  const std::u16string title = u"Untitled-" + IntegerText(app.tabCount + 1) + kProgramEnd;
   const int index = OpenTab(u"", u"", title);
   if (index < 0) return;
   ShowTab(index);

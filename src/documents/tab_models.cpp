@@ -31,10 +31,13 @@ struct CompanionKind {
   std::u16string_view suffix;
   std::u16string_view words;
 };
+constexpr std::u16string_view kCadEnd = u".cadmv";
+constexpr std::u16string_view kPlateEnd = u".platemv";
+constexpr std::u16string_view kFeaturesEnd = u".features";
 constexpr CompanionKind kCompanionKinds[kCompanionCount] = {
-    {u".cadmv", u"The file of the drawings"},
-    {u".platemv", u"The file of the plates"},
-    {u".features", u"The file of the excluded code"},
+    {kCadEnd, u"The file of the drawings"},
+    {kPlateEnd, u"The file of the plates"},
+    {kFeaturesEnd, u"The file of the excluded code"},
 };
 
 bool CadWindowExists() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
@@ -141,7 +144,7 @@ Companion ReadCompanion(std::u16string_view program, std::u16string_view suffix,
 // A free name for a companion of `file` that has to give way; empty where all are taken.
 std::u16string NameToKeep(std::u16string_view file, std::u16string_view suffix) {
   for (int number = 1; number <= kMaxKeptCompanions; ++number) {
-    const std::u16string end = number == 1 ? u".kept" : u".kept" + IntegerText(number);
+    const std::u16string end = u".kept" + (number == 1 ? u"" : IntegerText(number));
     std::u16string path = CompanionPath(file, std::u16string(suffix) + end);
     if (!platform::FileExists(path)) return path;
   }
@@ -163,11 +166,11 @@ void NoteCompanion(std::u16string_view program, int which, bool usable, ProgramT
 
 void AddModelFiles(std::u16string_view file, const ProgramTab& tab, std::vector<SaveFile>& files) {
   if (tab.cadStore) {
-    files.push_back({CompanionPath(file, u".cadmv"), {}});
+    files.push_back({CompanionPath(file, kCadEnd), {}});
     WriteCadFile(*tab.cadStore, files.back().bytes);
   }
   if (!tab.plateSettings) return;
-  files.push_back({CompanionPath(file, u".platemv"), {}});
+  files.push_back({CompanionPath(file, kPlateEnd), {}});
   if (tab.plateStore) {
     WritePlateFile(*tab.plateStore, files.back().bytes);
   } else {
@@ -179,18 +182,18 @@ void AddModelFiles(std::u16string_view file, const ProgramTab& tab, std::vector<
 
 bool ReadExcludedCode(std::u16string_view path, std::u16string& text, DisabledCodeEntry*& list) {
   std::string bytes;
-  const Companion found = ReadCompanion(path, u".features", bytes);
+  const Companion found = ReadCompanion(path, kFeaturesEnd, bytes);
   if (found != Companion::Read) return found == Companion::Missing;
   return TakeDisabledCode(bytes, text, list);
 }
 
 void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& tab) {
   std::string bytes;
-  Companion found = ReadCompanion(path, u".cadmv", bytes);
+  Companion found = ReadCompanion(path, kCadEnd, bytes);
   NoteCompanion(
       path, 0,
       found == Companion::Missing || (found == Companion::Read && TakeDrawings(bytes, tab)), tab);
-  found = ReadCompanion(path, u".platemv", bytes);
+  found = ReadCompanion(path, kPlateEnd, bytes);
   NoteCompanion(path, 1,
                 found == Companion::Missing || (found == Companion::Read && TakePlates(bytes, tab)),
                 tab);
@@ -216,7 +219,7 @@ bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string
   // A link that cannot be followed now must not get companions of its own.
   const std::u16string file = platform::LinkTarget(path);
   if (file.empty()) return false;
-  files.push_back({CompanionPath(file, u".features"), {}});
+  files.push_back({CompanionPath(file, kFeaturesEnd), {}});
   if (!WriteDisabledCode(tab.disabledCode, files.back().bytes)) {
     const std::vector<std::int32_t> named = NamedNumbers(text);
     if (!WriteDisabledCode(tab.disabledCode, files.back().bytes, &named)) return false;

@@ -224,8 +224,7 @@ RowWords FeatureWords(const std::u16string& text, bool marked, int width) {
   if (!marked) return {text, FontRole::Body};
   if (platform::TextWidth(FontRole::Small, text) <= width) return {text, FontRole::Small};
   std::size_t marks = text.size();
-  for (const std::u16string_view mark :
-       {std::u16string_view(u" [locked]"), std::u16string_view(u" [hidden]"), kHasCodeMark}) {
+  for (const std::u16string_view mark : {kLockedMark, kHiddenMark, kHasCodeMark}) {
     const std::u16string_view before = std::u16string_view(text).substr(0, marks);
     if (before.ends_with(mark)) marks -= mark.size();
   }

@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/feature_blocks.h"
+#include "documents/marker_lines.h"
 #include "documents/stored_code.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
@@ -32,7 +33,6 @@ std::uint64_t readRevision = 0;
 bool staleShown = false;  // at the last look
 
 constexpr char16_t kPausedWords[] = u"Play";  // of the play key, until the path is drawn anew
-constexpr std::u16string_view kDisabledMarker = u"(MORVA DISABLED ";
 
 // The stored code behind a feature's DISABLED line, null for none.
 const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& row,
@@ -41,10 +41,10 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
   const std::size_t end = std::min(static_cast<std::size_t>(std::max(row.end, 0)), text.size());
   if (start >= end) return nullptr;
   const std::u16string_view span = text.substr(start, end - start);
-  const std::size_t found = FindFolded(span, kDisabledMarker, 0);
+  const std::size_t found = FindFolded(span, kDisabledMark, 0);
   if (found == std::u16string_view::npos) return nullptr;
   const DisabledCodeEntry* stored = FindDisabledCode(
-      tab.disabledCode, ParseInteger(span.substr(found + kDisabledMarker.size()), 0));
+      tab.disabledCode, ParseInteger(span.substr(found + kDisabledMark.size()), 0));
   return stored && MayBeCodeOf(*stored, row) ? stored : nullptr;
 }
 

@@ -17,6 +17,7 @@
 #include "cad/model/tool_state.h"
 #include "cad/panel/workspace.h"
 #include "cad/tools/strict_fields.h"
+#include "documents/block_labels.h"
 #include "documents/builder.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
@@ -84,7 +85,7 @@ bool Check(const FormValues& values, Refusal& refusal) {
 void Write(const FormValues& values, CodeWriter& out) {
   const CutData cut = CutDataOf(values.numbers);
   Line(out, u"");
-  Line(out, u"(CUSTOM SHAPE EDITOR)");
+  Line(out, kSketchLabel);
   Line(out, values.metric ? u"G21 (MM)" : u"G20 (INCH)");
   Line(out, u"G90 G17 G94");
   Put(out, u"G00 Z", cut.safeZ, 3);

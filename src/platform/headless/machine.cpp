@@ -114,7 +114,7 @@ bool DocumentsFolder(std::u16string& path) {
 
 bool ConfigurationFolder(std::u16string& path) {
   if (!headless::machine.hasConfiguration) return false;
-  path = headless::Joined(headless::machine.home, u".config");
+  path = headless::Joined(headless::machine.home, platform::kSettingsFolder);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/file.h"
+#include "platform/folders.h"
 
 namespace platform {
 namespace {
@@ -24,7 +25,7 @@ bool ConfigurationFolderFrom(const char* configHome, const char* home, std::u16s
   if (AbsolutePath(configHome, path)) return true;
   if (!AbsolutePath(home, path)) return false;
   if (path.back() != u'/') path += u'/';
-  path += u".config";
+  path += kSettingsFolder;
   return true;
 }
 
