@@ -12,7 +12,7 @@ namespace morva {
 inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
 inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
 inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
-inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block, and a paste that does not fit pastes nothing
+inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block, and a paste that does not fit pastes nothing and says so
 inline constexpr int kMaxIdList = 128;           // hidden or locked ids of a tab; toggling one more does nothing
 inline constexpr int kMaxDisabledEntries = 10000;      // hint "Disabled code storage is full. No code was changed."; more in a file makes a damaged .features
 inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not excluded, no message

@@ -222,7 +222,6 @@ TEST(LimitsLaw, DropsNoRowInSilence) {
   const std::set<std::string> told = {
       "cad/geometry/trim_cuts.cpp",  // further places do not cut
       "cad/model/tool_state.cpp",    // further lines of a preview are not shown
-      "cad/tools/clipboard.cpp",     // what does not fit as a whole is not pasted
       "library/code_index.cpp",      // its table is smaller than what callers hold
       "text/codetext.cpp",           // texts are cut
   };

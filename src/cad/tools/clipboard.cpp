@@ -70,7 +70,7 @@ void CutGeometry() {
 
 void PasteGeometry() {
   if (!clipboard.valid || clipboard.count < 1) return;
-  if (sketch.objectCount + clipboard.count > kMaxItems) return;
+  if (!HasSketchRoom(clipboard.count)) return;
   const std::int32_t group = clipboard.count > 1 ? NextSketchGroup() : 0;
   for (int i = 0; i < clipboard.count; ++i) {
     if (WithinSketchLimit(PastedObject(i, group))) continue;

@@ -1,9 +1,12 @@
 #include "cad/tools/edit_parts.h"
 
+#include <string>
+
 #include "cad/geometry/lines.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -50,6 +53,15 @@ void ShiftByOffset(SketchObject& object) {
 }
 
 void TellSketchLimit() { SetSketchStatus(u"Geometry exceeds the sketch coordinate limit."); }
+
+bool HasSketchRoom(int more) {
+  if (sketch.objectCount + more <= kMaxItems) return true;
+  const std::u16string words = u"No room: the sketch holds " + IntegerText(sketch.objectCount) +
+                               u" of " + IntegerText(kMaxItems) + u" objects, " +
+                               IntegerText(more) + u" more do not fit. Nothing was changed.";
+  SetSketchStatus(words.c_str());
+  return false;
+}
 
 void TogglePartFlag(ObjectFlag flag, int index, const char16_t* logged) {
   if (index < 0 || index >= sketch.objectCount) return;

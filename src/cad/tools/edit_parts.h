@@ -17,6 +17,8 @@ void DeleteGeometry();
 void ShiftByOffset(SketchObject& object);
 // The status of an edit that WithinSketchLimit refuses.
 void TellSketchLimit();
+// Whether so many more objects fit. If not, the status says so.
+bool HasSketchRoom(int more);
 // Gives an object's part the other value of the object's flag: one undo step and the log line.
 // Nothing without such an object.
 void TogglePartFlag(ObjectFlag flag, int index, const char16_t* logged);

@@ -85,11 +85,11 @@ bool MaySplit() {
                       platform::BoxButtons::Ok, platform::BoxIcon::Information);
     return false;
   }
-  return sketch.objectCount < kMaxItems;
+  return HasSketchRoom(1);
 }
 
 bool MayDuplicate(SketchObject& copy) {
-  if (sketch.objectCount >= kMaxItems) return false;
+  if (!HasSketchRoom(1)) return false;
   copy = Selected();
   ShiftByOffset(copy);
   return Writable(copy);

@@ -455,9 +455,26 @@ TEST_F(Edits, PastesNothingWhereItDoesNotFit) {
   const Picture before = Now();
   Command(kIdCadPaste);
   EXPECT_EQ(Now(), before);
+  EXPECT_EQ(platform::TextOf(kIdCadStatus),
+            u"No room: the sketch holds 95 of 96 objects, 2 more do not fit. Nothing was changed.");
   RemoveSketchObject(94);
   Command(kIdCadPaste);
   EXPECT_EQ(sketch.objectCount, 96);
+}
+
+TEST_F(Edits, SaysWhereOneMoreObjectDoesNotFit) {
+  for (int i = 0; i < 96; ++i) Add(kTypeLine, i, 0, 1);
+  for (const int command : {kIdCadDuplicate, kIdCadSplit}) {
+    sketch.selected = 0;
+    SetSketchStatus(nullptr);
+    const Picture before = Now();
+    Command(command);
+    EXPECT_EQ(Now(), before) << command;
+    EXPECT_EQ(
+        platform::TextOf(kIdCadStatus),
+        u"No room: the sketch holds 96 of 96 objects, 1 more do not fit. Nothing was changed.")
+        << command;
+  }
 }
 
 TEST_F(Edits, CutsThePartAndPastesIt) {
