@@ -2,6 +2,7 @@
 
 #include "documents/companions.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -13,6 +14,7 @@ namespace morva {
 namespace {
 
 constexpr std::size_t kHeadBytes = 8;
+constexpr std::size_t kCodeHashAt = 28;  // in a settings record
 constexpr std::size_t kHiddenAt = kSettingsBytes;
 constexpr std::size_t kLockedAt = kHiddenAt + kMaxItems;
 constexpr std::size_t kNameAt = kLockedAt + kMaxItems;
@@ -50,10 +52,13 @@ void ReadDrawing(const unsigned char* slot, Drawing& drawing) {
     drawing.name[i] = static_cast<char16_t>(unit[0] | unit[1] << 8);
   }
   drawing.name[kDrawingNameUnits - 1] = 0;
+  drawing.blockHash = drawing.settings.codeHash;
+  drawing.settings.codeHash = 0;
 }
 
 void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
   WriteSettings(drawing.settings, slot);
+  StoreUnsigned(slot + kCodeHashAt, drawing.blockHash);
   for (int i = 0; i < kMaxItems; ++i) {
     slot[kHiddenAt + static_cast<std::size_t>(i)] = drawing.hidden[i];
     slot[kLockedAt + static_cast<std::size_t>(i)] = drawing.locked[i];
@@ -65,9 +70,14 @@ void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
   }
 }
 
-std::u16string HashOfName(std::string_view name) {
+std::uint32_t HashOf(std::string_view bytes) {
   std::uint32_t hash = 0x811C9DC5u;  // FNV-1a, 32 bits
-  for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193u;
+  for (const char byte : bytes) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193u;
+  return hash;
+}
+
+std::u16string HashOfName(std::string_view name) {
+  const std::uint32_t hash = HashOf(name);
   std::u16string digits;
   for (int shift = 28; shift >= 0; shift -= 4) digits += u"0123456789abcdef"[hash >> shift & 15];
   return digits;
@@ -93,6 +103,17 @@ std::u16string CompanionPath(std::u16string_view program, std::u16string_view su
   return std::u16string(program.substr(0, nameAt)) + name;
 }
 
+std::uint32_t GeometryHash(const FeatureSettings& drawing) {
+  FeatureSettings plain;
+  plain.metric = drawing.metric;
+  plain.itemCount = drawing.itemCount;
+  std::copy_n(drawing.items, kMaxItems, plain.items);
+  unsigned char bytes[kSettingsBytes];
+  WriteSettings(plain, bytes);
+  const auto length = static_cast<std::size_t>(SettingsLength(plain));
+  return std::max(HashOf({reinterpret_cast<const char*>(bytes), length}), 1u);
+}
+
 bool ReadCadFile(std::string_view bytes, CadStore& store) {
   if (bytes.size() != kCadFileBytes) return false;
   const std::unique_ptr<CadStore> read(new (std::nothrow) CadStore());
@@ -104,6 +125,7 @@ bool ReadCadFile(std::string_view bytes, CadStore& store) {
     if (i >= read->count) continue;
     if (!UsableRecord(drawing.settings, kKindSketch)) return false;
     DropOldTags(drawing.settings);
+    drawing.readGeometry = GeometryHash(drawing.settings);
   }
   store = *read;
   return true;

@@ -24,10 +24,13 @@ struct Drawing {
   unsigned char hidden[kMaxItems] = {};
   unsigned char locked[kMaxItems] = {};
   char16_t name[kDrawingNameUnits] = {};
-  // For this run only: the block that it was opened from or sent as, 0 for none, and the hash of
-  // that block's code, by which it is known again.
+  // The block that it was opened from or sent as, 0 for none, and the hash of that block's code, by
+  // which it is known again. The file keeps the hash alone, as that of the record.
   std::int32_t block = 0;
   std::uint32_t blockHash = 0;
+  // GeometryHash of what the file held, until the drawing is begun anew, opened or sent. 0: it came
+  // from no file.
+  std::uint32_t readGeometry = 0;
 };
 
 struct CadStore {
@@ -47,6 +50,8 @@ struct PlateStore {
 // of the whole name in eight hexadecimal digits.
 std::u16string CompanionPath(std::u16string_view program, std::u16string_view suffix);
 
+// Over the unit and all objects of a drawing's record; never 0. Equal drawings have equal hashes.
+std::uint32_t GeometryHash(const FeatureSettings& drawing);
 // False: not one of ours, `store` untouched.
 bool ReadCadFile(std::string_view bytes, CadStore& store);
 void WriteCadFile(const CadStore& store, std::string& bytes);

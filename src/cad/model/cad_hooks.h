@@ -8,18 +8,18 @@
 
 namespace morva {
 
-struct CutData;
+struct FormerDrawing;
 
 struct CadHooks {
-  void (*showCutData)(const CutData& cut) = nullptr;  // model/drawings
-  void (*sketchBegun)() = nullptr;                    // model/drawings
-  void (*switchSketchUnits)(bool metric) = nullptr;   // tools/sketch_units
-  void (*dropTools)() = nullptr;                      // tools/select_drag
-  void (*leaveModelView)() = nullptr;                 // canvas/canvas_model
-  void (*refreshSketchPanels)() = nullptr;            // panel/sketch_panels
-  void (*refreshDrawingTabs)() = nullptr;             // panel/drawing_tabs
-  void (*refreshCadPanel)() = nullptr;                // panel/workspace
-  void (*refreshCadTools)() = nullptr;                // panel/workspace
+  void (*formerDrawingBack)(const FormerDrawing& former) = nullptr;  // model/drawings
+  void (*sketchBegun)() = nullptr;                                   // model/drawings
+  void (*switchSketchUnits)(bool metric) = nullptr;                  // tools/sketch_units
+  void (*dropTools)() = nullptr;                                     // tools/select_drag
+  void (*leaveModelView)() = nullptr;                                // canvas/canvas_model
+  void (*refreshSketchPanels)() = nullptr;                           // panel/sketch_panels
+  void (*refreshDrawingTabs)() = nullptr;                            // panel/drawing_tabs
+  void (*refreshCadPanel)() = nullptr;                               // panel/workspace
+  void (*refreshCadTools)() = nullptr;                               // panel/workspace
 };
 inline CadHooks cadHooks;
 

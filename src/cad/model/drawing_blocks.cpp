@@ -1,12 +1,16 @@
 #include "cad/model/drawing_blocks.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
+#include "cad/model/former_drawing.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
@@ -36,12 +40,39 @@ void ScanProgram() { ScanProgramText(platform::EditorText(kIdEditor)); }
 
 bool IsSketchRow(int row) { return features.rows[row].settings.kind == kKindSketch; }
 
-// The first block with the geometry of this record, -1 for none.
-int RowHolding(const FeatureSettings& drawing) {
+// Cutting data and thickness too.
+bool SameRecord(const FeatureSettings& a, const FeatureSettings& b) {
+  for (const int value :
+       {int{kSketchDepth}, int{kSketchFeed}, int{kSketchSafeZ}, kSketchThickness}) {
+    if (a.values[value] != b.values[value]) return false;
+  }
+  return SameItems(a, b);
+}
+
+// A block knows nothing of what is hidden and locked.
+bool HasFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&locked)[kMaxItems]) {
+  const auto set = [](unsigned char flag) { return flag != 0; };
+  return std::ranges::any_of(hidden, set) || std::ranges::any_of(locked, set);
+}
+
+template <typename Test>
+int FirstSketchRow(Test test) {
   for (int i = 0; i < features.count; ++i) {
-    if (IsSketchRow(i) && SameItems(drawing, features.rows[i].settings)) return i;
+    if (IsSketchRow(i) && test(features.rows[i])) return i;
   }
   return -1;
+}
+
+// The first block with the geometry of this record, -1 for none.
+int RowHolding(const FeatureSettings& drawing) {
+  return FirstSketchRow([&](const FeatureRecord& row) { return SameItems(drawing, row.settings); });
+}
+
+// The first block that gives back all of the drawing but its name, -1 for none.
+int RowHoldingAll(const Drawing& drawing) {
+  if (HasFlags(drawing.hidden, drawing.locked)) return -1;
+  return FirstSketchRow(
+      [&](const FeatureRecord& row) { return SameRecord(drawing.settings, row.settings); });
 }
 
 const Drawing* ActiveDrawing() {
@@ -49,16 +80,31 @@ const Drawing* ActiveDrawing() {
   return tab && tab->cadStore ? &tab->cadStore->drawings[tab->cadStore->active] : nullptr;
 }
 
+// For a drawing of a file that says nothing of its block: the one that the file's drawing was equal
+// to, or is called after.
+int RowByLooks(const Drawing& drawing) {
+  const int same = FirstSketchRow(
+      [&](const FeatureRecord& row) { return GeometryHash(row.settings) == drawing.readGeometry; });
+  if (same >= 0) return same;
+  return FirstSketchRow([&](const FeatureRecord& row) {
+    return std::u16string_view(row.name) == std::u16string_view(drawing.name);
+  });
+}
+
 // The block that the drawing was opened from or sent as, if it is still the one, whatever its
 // geometry is now; else -1.
 int RowRemembered(const Drawing& drawing) {
   const int row = drawing.block != 0 ? FindFeature(drawing.block) : -1;
-  if (row < 0 || !IsSketchRow(row)) return -1;
-  return features.rows[row].settings.codeHash == drawing.blockHash ? row : -1;
+  const auto isIt = [&](const FeatureRecord& record) {
+    return record.settings.codeHash == drawing.blockHash;
+  };
+  if (row >= 0 && IsSketchRow(row) && isIt(features.rows[row])) return row;
+  const int moved = drawing.blockHash != 0 ? FirstSketchRow(isIt) : -1;
+  if (moved >= 0 || drawing.readGeometry == 0) return moved;
+  return RowByLooks(drawing);
 }
 
-std::u16string NameOf(std::int32_t id) {
-  const int row = FindFeature(id);
+std::u16string NameOf(int row) {
   if (row >= 0 && features.rows[row].name[0]) return features.rows[row].name;
   return KindWords(kKindSketch);
 }
@@ -66,6 +112,22 @@ std::u16string NameOf(std::int32_t id) {
 bool IsUnnamed(const CadStore& store, std::uint32_t index) {
   const std::u16string own = u"Drawing " + IntegerText(static_cast<std::int64_t>(index) + 1);
   return store.drawings[index].name == own;
+}
+
+// Called after its block, or after blocks at all; a name of the user's own belongs to the drawing.
+bool IsCalledAfter(const Drawing& drawing, int row) {
+  const std::u16string_view name = drawing.name;
+  return name == NameOf(row) || name == NameOf(RowRemembered(drawing)) || name == NameOf(-1);
+}
+
+// Nothing is lost where another block takes the drawing's place.
+bool MayGiveWay(const CadStore& store, std::uint32_t index, const Drawing& drawing) {
+  const int row = RowHoldingAll(drawing);
+  return row >= 0 && (IsUnnamed(store, index) || IsCalledAfter(drawing, row));
+}
+
+bool Shows(const Drawing& drawing, const FeatureSettings& record) {
+  return SameRecord(drawing.settings, record) && !HasFlags(drawing.hidden, drawing.locked);
 }
 
 // A drawing that may take the block: it shows it already, is empty, is still to be made, or shows
@@ -81,9 +143,9 @@ int FreeDrawing(ProgramTab& tab, const FeatureSettings& record) {
     if (i == store.active) continue;
     if (drawing.settings.itemCount == 0) {
       (IsUnnamed(store, i) ? unnamed : empty) = index;
-    } else if (SameItems(drawing.settings, record)) {
+    } else if (Shows(drawing, record)) {
       return index;
-    } else if (RowRemembered(drawing) >= 0 && RowHolding(drawing.settings) >= 0) {
+    } else if (RowRemembered(drawing) >= 0 && MayGiveWay(store, i, drawing)) {
       shown = index;
     }
   }
@@ -101,35 +163,57 @@ bool MayReplace(const Drawing& drawing) {
 }
 
 // The link is made already; it stays over a change of drawing.
-void BringUp(ProgramTab& tab, int index, std::int32_t id) {
+void BringUp(ProgramTab& tab, int index, const std::u16string& name) {
   const EditLink link = editLink;
-  const std::u16string name = NameOf(id);
   SwitchDrawing(tab, static_cast<std::uint32_t>(index));
   SetEditLink(link);
   NameActiveDrawing(tab, name);
   Call(hooks.layout);  // a key more, perhaps
 }
 
-// Where the live sketch holds geometry that stands in no block, a free drawing comes up, called
-// after the block; without a free one the user is asked. False: the drawing is to stay.
-bool MakeRoom(const FeatureSettings& record, std::int32_t id) {
-  static FeatureSettings live;
+enum class Room { None, Free, Taken };
+
+// Where the live sketch holds anything that stands in no block, a free drawing comes up, called
+// after the block; without a free one the user is asked. None: the drawing is to stay. Taken: the
+// user gave its place away.
+Room MakeRoom(const FeatureSettings& record, std::int32_t id) {
+  static Drawing live;
   ProgramTab* tab = ProvideDrawings();
-  if (!tab || sketch.objectCount == 0 || !StoreLiveSketch(live)) return true;
+  if (!tab || sketch.objectCount == 0 || !StoreLiveSketch(live.settings)) return Room::Free;
+  StoreFlags(live.hidden, live.locked);
+  if (Shows(live, record)) return Room::Free;
   ScanProgram();
-  // The same geometry loses nothing, and what a block holds can be opened again.
-  const Drawing& active = *ActiveDrawing();
-  if (SameItems(live, record)) return true;
-  if (RowHolding(live) >= 0) {
-    if (RowRemembered(active) >= 0 && NameOf(active.block) == active.name) {
-      NameActiveDrawing(*tab, NameOf(id));
-    }
-    return true;
+  const CadStore& store = *tab->cadStore;
+  const Drawing& active = store.drawings[store.active];
+  CopyBounded(live.name, kDrawingNameUnits, active.name);
+  live.block = active.block;
+  live.blockHash = active.blockHash;
+  live.readGeometry = active.readGeometry;
+  const std::u16string name = NameOf(FindFeature(id));
+  const bool unnamed = IsUnnamed(store, store.active);
+  if (MayGiveWay(store, store.active, live)) {
+    if (!unnamed) NameActiveDrawing(*tab, name);
+    return Room::Free;
   }
   const int free = FreeDrawing(*tab, record);
-  if (free < 0) return MayReplace(active);
-  BringUp(*tab, free, id);
-  return true;
+  if (free >= 0) {
+    BringUp(*tab, free, name);
+    return Room::Free;
+  }
+  if (!MayReplace(active)) return Room::None;
+  if (!unnamed) NameActiveDrawing(*tab, name);
+  return Room::Taken;
+}
+
+// What the live drawing has beside its sketch.
+FormerDrawing LiveFormer() {
+  FormerDrawing former{.cut = ShownCutData()};
+  const Drawing* drawing = ActiveDrawing();
+  if (!drawing) return former;
+  CopyBounded(former.name, kDrawingNameUnits, drawing->name);
+  former.block = drawing->block;
+  former.blockHash = drawing->blockHash;
+  return former;
 }
 
 }  // namespace
@@ -160,9 +244,11 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   if (!IsSketchRecord(record)) return false;
   // First: the workspace stages the program's own drawing when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
-  const bool stands = liveModels.cadWindowExists && liveModels.cadWindowExists();
-  if (!stands || !MakeRoom(record, editLink.id)) return false;
-  DropSketchUndoForBlock(SketchDiffersFrom(record), ShownCutData());
+  if (!liveModels.cadWindowExists || !liveModels.cadWindowExists()) return false;
+  const FormerDrawing former = LiveFormer();
+  const Room room = MakeRoom(record, editLink.id);
+  if (room == Room::None) return false;
+  DropSketchUndoForBlock(room == Room::Taken ? &former : nullptr);
   TakeSketchItems(record);
   RememberBlock(editLink.id);
   if (sketch.undoDepth > 0) LogSketchOperation(u"Opened a block (Undo: former drawing)");

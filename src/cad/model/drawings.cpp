@@ -1,14 +1,19 @@
 #include "cad/model/drawings.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <new>
+#include <string>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "cad/model/cad_form.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/cut_data.h"
+#include "cad/model/former_drawing.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
@@ -20,6 +25,7 @@
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "text/codetext.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -76,6 +82,53 @@ void StartDrawing(Drawing& drawing, int number) {
   CopyBounded(drawing.name, kDrawingNameUnits, u"Drawing " + IntegerText(number));
 }
 
+// The workspace's lengths are numbers, or empty.
+bool LengthsAreWhole() {
+  return std::ranges::none_of(kCadForm.rows, [](const FormRow& row) {
+    double value = 0;
+    return row.kind == RowKind::Number && row.follows == Follows::Length &&
+           platform::Exists(row.id) && !platform::TextOf(row.id).empty() &&
+           !ReadStrictField(row.id, value);
+  });
+}
+
+// A drawing that nobody gave anything of its own.
+bool IsUntouched() {
+  const CutData shown = ShownCutData();
+  const CutData start = StartCutData(sketch.metric);
+  return shown.depth == start.depth && shown.feed == start.feed && shown.safeZ == start.safeZ &&
+         sketch.thickness == 0;
+}
+
+// The cutting fields with 6 decimals, so that a unit that goes to and fro loses nothing. What is
+// empty stays so.
+using CutTexts = std::array<std::u16string, 3>;
+
+void KeepCutTexts(CutTexts& texts) {
+  for (const FormRow& row : kCadForm.rows) {
+    if (IsCutField(row)) texts[static_cast<std::size_t>(row.value)] = platform::TextOf(row.id);
+  }
+}
+
+void ShowConverted(const CutTexts& texts, double factor) {
+  for (const FormRow& row : kCadForm.rows) {
+    if (!IsCutField(row)) continue;
+    const std::u16string& text = texts[static_cast<std::size_t>(row.value)];
+    if (text.empty()) continue;
+    platform::SetText(row.id, SketchNumber(ParseDecimal(text, 0) * factor, 6));
+  }
+}
+
+// What a snapshot of the sketch leaves out.
+void BringFormerBack(const FormerDrawing& former) {
+  ShowCutData(former.cut);
+  ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->cadStore) return;
+  NameActiveDrawing(*tab, former.name);
+  SetDrawingBlock(*tab, former.block, former.blockHash);
+  RefreshDrawingTabs();
+}
+
 }  // namespace
 
 ProgramTab* ProvideDrawings() {
@@ -111,6 +164,7 @@ void SetDrawingBlock(ProgramTab& tab, std::int32_t id, std::uint32_t hash) {
   Drawing& drawing = tab.cadStore->drawings[tab.cadStore->active];
   drawing.block = id;
   drawing.blockHash = hash;
+  drawing.readGeometry = 0;
 }
 
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index) {
@@ -150,9 +204,21 @@ void LoadSketchForProgram() {
 
 void FollowUnit() {
   if (followed == UnitsMetric()) return;
-  followed = UnitsMetric();
+  const bool metric = UnitsMetric();
   const bool fresh = sketch.objectCount == 0 && sketch.undoDepth == 0;
-  if (fresh && sketch.metric != followed) LoadModel(nullptr);
+  const bool follows = fresh && sketch.metric != metric;
+  // What is half typed would be converted to 0. It is looked at again after the next event.
+  if (follows && !LengthsAreWhole()) return;
+  followed = metric;
+  if (!follows) return;
+  if (IsUntouched()) {
+    LoadModel(nullptr);
+    return;
+  }
+  CutTexts cut;
+  KeepCutTexts(cut);
+  SwitchSketchUnits(metric);
+  ShowConverted(cut, metric ? kMmPerInch : kInchPerMm);
 }
 
 void TakeSketchItems(const FeatureSettings& record) {
@@ -167,7 +233,7 @@ void RegisterDrawings() {
     if (tab && tab->cadStore) SetDrawingBlock(*tab, 0, 0);
   };
   followed = UnitsMetric();
-  cadHooks.showCutData = [](const CutData& cut) { ShowCutData(cut); };
+  cadHooks.formerDrawingBack = BringFormerBack;
   liveModels.storeSketch = StoreLiveSketch;
   liveModels.loadSketch = LoadModel;
   liveModels.storeSketchFlags = StoreFlags;

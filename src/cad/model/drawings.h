@@ -27,7 +27,8 @@ void SaveLiveDrawing();
 // The live sketch from the current program's working copy; an empty one without it. Undo steps
 // and recent operations end here.
 void LoadSketchForProgram();
-// An empty drawing without steps takes the unit of the application once that has changed.
+// An empty drawing without steps takes the unit of the application once that has changed; what was
+// typed is converted. With a length that is half typed it waits.
 void FollowUnit();
 // Objects, unit and thickness of a record into the live sketch; flags cleared, nothing selected.
 void TakeSketchItems(const FeatureSettings& record);

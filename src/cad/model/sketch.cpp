@@ -4,11 +4,11 @@
 #include <limits>
 
 #include "cad/model/cad_hooks.h"
+#include "cad/model/former_drawing.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "documents/edit_link.h"
 #include "documents/program_changed.h"
-#include "library/motion_text.h"
 
 namespace morva {
 
@@ -26,12 +26,11 @@ struct SketchSnapshot {
   // A whole drawing that a block took the place of, with what ordinary steps leave out.
   bool former = false;
   double thickness = 0;
-  CutData cut;
+  FormerDrawing drawing;
 };
 // A ring: a full stack gives its oldest place to the newest step and moves nothing.
 SketchSnapshot steps[kMaxSketchUndo];
 int oldestStep = 0;
-bool untouchedBlock = false;  // the live sketch is that of a block, as reopened
 
 SketchSnapshot& StepAt(int depth) { return steps[(oldestStep + depth) % kMaxSketchUndo]; }
 
@@ -83,7 +82,7 @@ bool GroupInUse(std::int32_t group) {
 
 void PutFormerDrawing(const SketchSnapshot& step) {
   sketch.thickness = step.thickness;
-  Call(cadHooks.showCutData, step.cut);
+  Call(cadHooks.formerDrawingBack, step.drawing);
   // What is live now is not that block: Update must not replace it.
   DropEditLink();
 }
@@ -99,17 +98,16 @@ const char16_t* SketchTypeHeading(std::int32_t type) {
 void PushSketchUndo() {
   if (sketch.trimPreviewing) return;
   ProgramChanged({.autosave = true});
-  untouchedBlock = false;
   PushStep();
 }
 
 void DropSketchUndo() {
   ++sketch.undoTurns;
   sketch.undoDepth = 0;
-  untouchedBlock = false;
 }
 
-void DropSketchUndoForBlock(bool keepLive, const CutData& cut) {
+void DropSketchUndoForBlock(const FormerDrawing* live) {
+  ++sketch.undoTurns;
   int kept = 0;
   for (int i = 0; i < sketch.undoDepth; ++i) {
     if (!StepAt(i).former) continue;
@@ -117,14 +115,12 @@ void DropSketchUndoForBlock(bool keepLive, const CutData& cut) {
     ++kept;
   }
   sketch.undoDepth = kept;
-  if (keepLive && !untouchedBlock) {
-    PushStep();
-    SketchSnapshot& step = StepAt(sketch.undoDepth - 1);
-    step.former = true;
-    step.thickness = sketch.thickness;
-    step.cut = cut;
-  }
-  untouchedBlock = true;
+  if (!live) return;
+  PushStep();
+  SketchSnapshot& step = StepAt(sketch.undoDepth - 1);
+  step.former = true;
+  step.thickness = sketch.thickness;
+  step.drawing = *live;
 }
 
 void SketchUndo() {
@@ -132,7 +128,6 @@ void SketchUndo() {
   if (sketch.undoDepth < 1) return;
   ++sketch.undoTurns;
   const SketchSnapshot& step = StepAt(--sketch.undoDepth);
-  untouchedBlock = false;
   if (step.metric != sketch.metric) SwitchSketchUnits(step.metric);
   PutStep(step);
   if (step.former) PutFormerDrawing(step);
@@ -260,7 +255,6 @@ void RemoveSketchObject(int index) {
 
 void ResetSketch() {
   sketch = LiveSketch();
-  untouchedBlock = false;
   ResetToolState();
   SetSketchStatus(nullptr);
 }

@@ -15,7 +15,7 @@
 
 namespace morva {
 
-struct CutData;
+struct FormerDrawing;
 
 struct LiveSketch {
   SketchObject objects[kMaxItems];  // in order of creation, which is the order of cutting
@@ -45,11 +45,10 @@ void SketchUndo();
 // Where another sketch comes in: its steps begin anew.
 void DropSketchUndo();
 // Where a block's sketch takes the place of a drawing: as DropSketchUndo, but drawings whose place
-// blocks took before stay reachable. With `keepLive` the live one joins them, with these cutting
-// data. Undo brings such a drawing back whole, with thickness and cutting data. It unlinks the
-// block. A block's own sketch that was reopened and not changed since is never kept: the program
-// has it.
-void DropSketchUndoForBlock(bool keepLive, const CutData& cut);
+// blocks took before stay reachable. The live one joins them, with what belongs to it, or not
+// (null). Undo brings such a drawing back whole, with thickness, cutting data and name. It unlinks
+// the block.
+void DropSketchUndoForBlock(const FormerDrawing* live);
 
 bool HasSketchSelection();
 // A selection that is not locked. False: nothing changes; for a locked one the status says so.

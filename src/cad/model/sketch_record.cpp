@@ -81,15 +81,4 @@ bool StoreLiveSketch(FeatureSettings& record) {
   return IsSketchRecord(record);
 }
 
-bool SketchDiffersFrom(const FeatureSettings& record) {
-  if (sketch.objectCount == 0) return false;
-  if (sketch.objectCount != record.itemCount || sketch.metric != (record.metric != 0)) return true;
-  for (int i = 0; i < sketch.objectCount; ++i) {
-    const SketchObject stored = ObjectOf(record.items[i]);
-    const SketchObject& live = sketch.objects[i];
-    if (live.group != stored.group || !SameGeometry(live, stored)) return true;
-  }
-  return false;
-}
-
 }  // namespace morva

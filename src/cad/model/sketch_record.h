@@ -14,7 +14,5 @@ bool StoreSketchItems(FeatureSettings& record);
 // The whole record. A number that a record cannot hold is stored as 0. One bad field must not cost
 // the drawing.
 bool StoreLiveSketch(FeatureSettings& record);
-// Whether the live sketch holds geometry that the record does not.
-bool SketchDiffersFrom(const FeatureSettings& record);
 
 }  // namespace morva

@@ -307,6 +307,40 @@ TEST_F(Drawings, AnEmptyDrawingFollowsTheUnitAndOneThatHoldsAnythingStays) {
   EXPECT_TRUE(sketch.metric);
 }
 
+TEST_F(Drawings, WhatWasTypedInAnEmptyDrawingIsConvertedWithItsUnit) {
+  LoadSketchForProgram();
+  headless::TypeInto(kIdCadDepth, u"-0.0625");
+  headless::TypeInto(kIdCadFeed, u"4");
+  headless::TypeInto(kIdCadSafeZ, u"");
+  SetUnits(true);
+  FollowUnit();
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(CutTexts(), (Texts{u"-1.587500", u"101.600000", u""}));
+  SetUnits(false);
+  FollowUnit();
+  EXPECT_FALSE(sketch.metric);
+  EXPECT_EQ(CutTexts(), (Texts{u"-0.062500", u"4.000000", u""}));
+  // A thickness is the drawing's own as well.
+  LoadSketchForProgram();
+  SetSketchThickness(0.5);
+  SetUnits(true);
+  FollowUnit();
+  EXPECT_EQ(sketch.thickness, 12.7);
+}
+
+TEST_F(Drawings, AnEmptyDrawingWaitsWithItsUnitWhileALengthIsHalfTyped) {
+  LoadSketchForProgram();
+  headless::TypeInto(kIdCadDepth, u"-0,5");
+  SetUnits(true);
+  FollowUnit();
+  EXPECT_FALSE(sketch.metric);
+  EXPECT_EQ(CutTexts()[0], u"-0,5");
+  headless::TypeInto(kIdCadDepth, u"-0.5");
+  FollowUnit();
+  EXPECT_TRUE(sketch.metric);
+  EXPECT_EQ(CutTexts()[0], u"-12.700000");
+}
+
 TEST_F(Drawings, AProgramWithoutADrawingLoadsAnEmptySketch) {
   Add(kTypeCircle, 1, 2, 3);
   sketch.metric = true;
@@ -397,6 +431,93 @@ TEST_F(Drawings, EightDrawingsSurviveTheCompanionFile) {
   }
 }
 
+// Drawn, sent, saved and opened again; then its diameter changes. The block that Generate asks
+// about, 0 for none.
+struct ReopenedProgram : Drawings {
+  std::int32_t sent = 0;
+
+  void Send(double size) {
+    Add(kTypeCircle, 1, 2, size);
+    ASSERT_TRUE(InsertFeatureBlock(kKindSketch, u"G1 X2\r\n"));
+    sent = SelectedFeatureId();
+    RememberBlock(sent);
+  }
+  static void Resize(double size) {
+    SketchObject object = sketch.objects[0];
+    object.size = size;
+    PutSketchObject(0, object);
+  }
+  void SaveAndReopen() {
+    const std::u16string path = PathOf("Job.NC");
+    ASSERT_TRUE(SaveProgram(path));
+    const std::u16string text(platform::EditorText(kIdEditor));
+    app.editorDirty = false;
+    tabs[0].dirty = false;
+    CloseProgram();
+    SwitchTab(OpenTab(path, text, u""));
+  }
+  // As a program writes it that keeps nothing of the block.
+  void SaveWithoutHash() {
+    ASSERT_TRUE(SaveProgram(PathOf("Job.NC")));
+    std::string bytes = Raw("Job.NC.cadmv");
+    for (int i = 0; i < 8; ++i) bytes.replace(static_cast<std::size_t>(8 + 5088 * i + 28), 4, 4, 0);
+    Put("Job.NC.cadmv", bytes);
+    const std::u16string text(platform::EditorText(kIdEditor));
+    app.editorDirty = false;
+    tabs[0].dirty = false;
+    CloseProgram();
+    SwitchTab(OpenTab(PathOf("Job.NC"), text, u""));
+  }
+};
+
+TEST_F(ReopenedProgram, ADrawingIsKnownByItsBlockAlsoWhereItWasChangedBeforeAndAfter) {
+  Send(3);
+  Resize(4);  // changed and saved, it is equal to no block
+  SaveAndReopen();
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(BlockOfLiveDrawing(), sent);
+  Resize(5);
+  EXPECT_EQ(BlockOfLiveDrawing(), sent);
+  // Begun anew it is another one, in this run and the next.
+  RemoveSketchObject(0);
+  Add(kTypeCircle, 9, 9, 9);
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
+  SaveAndReopen();
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
+}
+
+TEST_F(ReopenedProgram, TheFileKeepsTheHashOfTheBlocksCodeInTheRecord) {
+  Send(3);
+  ASSERT_TRUE(SaveProgram(PathOf("Job.NC")));
+  const std::string bytes = Raw("Job.NC.cadmv");
+  // FNV-1a over the units of "G1X2".
+  std::uint32_t hash = 2166136261u;
+  for (const char16_t unit : std::u16string_view(u"G1X2")) hash = (hash ^ unit) * 16777619u;
+  EXPECT_EQ(Word(reinterpret_cast<const unsigned char*>(bytes.data()), 8 + 28), hash);
+}
+
+TEST_F(ReopenedProgram, WithoutAHashItIsKnownByTheGeometryOfTheFile) {
+  Send(3);
+  SaveWithoutHash();
+  Resize(5);
+  EXPECT_EQ(BlockOfLiveDrawing(), sent);
+  RemoveSketchObject(0);
+  Add(kTypeCircle, 9, 9, 9);
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
+}
+
+TEST_F(ReopenedProgram, WithoutAHashItIsKnownByTheNameOfItsBlock) {
+  Send(3);
+  RefreshFeatureList();
+  ASSERT_EQ(RenameFeature(u"Flange"), RenameAnswer::Done);
+  NameActiveDrawing(tabs[0], u"Flange");
+  Resize(4);
+  SaveWithoutHash();
+  EXPECT_EQ(BlockOfLiveDrawing(), sent);
+  NameActiveDrawing(*ActiveTab(), u"Cover");
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
+}
+
 TEST_F(Drawings, ADamagedCompanionIsIgnored) {
   Add(kTypeCircle, 1, 2, 3);
   ASSERT_TRUE(SaveProgram(PathOf("Job.NC")));
@@ -439,8 +560,7 @@ TEST_F(Drawings, ADamagedCompanionIsIgnored) {
 
 TEST_F(Drawings, AnAutosaveKeepsTheDrawingAfterAnUndoToo) {
   app.dataDirReady = true;
-  CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
-  CopyBounded(tabs[0].path, kPathUnits, PathOf("Job.NC"));
+  NameProgram(tabs[0], PathOf("Job.NC"), false);
   RegisterTimer(kTimerAutosave, RunAutosave);
   RegisterSaving(nullptr);
   PushSketchUndo();
@@ -549,8 +669,7 @@ TEST_F(Drawings, TypedCuttingDataIsAChangeOfTheProgramAndASetOneIsNot) {
 
 TEST_F(Drawings, TypedCuttingDataIsAutosaved) {
   app.dataDirReady = true;
-  CopyBounded(app.activePath, kPathUnits, PathOf("Job.NC"));
-  CopyBounded(tabs[0].path, kPathUnits, PathOf("Job.NC"));
+  NameProgram(tabs[0], PathOf("Job.NC"), false);
   RegisterTimer(kTimerAutosave, RunAutosave);
   headless::TypeInto(kIdCadFeed, u"12.5");
   headless::Advance(700);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/panels.h"
+#include "cad/model/drawing_blocks.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "documents/builder_table.h"
@@ -131,6 +132,64 @@ TEST_F(ReopenedBlock, ReplacesWhatStandsInABlockWhereItIs) {
   EXPECT_EQ(Store().count, 3u);
   headless::Click(kIdDrawingFirst + 1);
   EXPECT_EQ(sketch.objects[0].size, 9);
+}
+
+TEST_F(ReopenedBlock, KeepsADrawingWhoseBlockDoesNotHoldAllOfIt) {
+  const int other = SendCircle(9, u"G1 X9\r\n");
+  Add(kTypeCircle, 0, 0, 3);
+  const int row = Send(u"G1 X3\r\n");
+  RememberBlock(SelectedFeatureId());
+  const Texts sent = CutTexts();
+  struct Change {
+    const char* what;
+    void (*make)();
+    bool (*stands)();
+  };
+  const Change changes[] = {
+      {"depth", [] { Cut(u"-0.2", u"10", u"0.5"); }, [] { return CutTexts()[0] == u"-0.200000"; }},
+      {"feed", [] { Cut(u"-0.1", u"11", u"0.5"); }, [] { return CutTexts()[1] == u"11.000000"; }},
+      {"Safe Z", [] { Cut(u"-0.1", u"10", u"1"); }, [] { return CutTexts()[2] == u"1.000000"; }},
+      {"thickness", [] { SetSketchThickness(2); }, [] { return sketch.thickness == 2; }},
+      {"a hidden object", [] { sketch.hidden[0] = 1; }, [] { return sketch.hidden[0] == 1; }},
+      {"a locked object", [] { sketch.locked[0] = 1; }, [] { return sketch.locked[0] == 1; }},
+      {"a name of the user's", [] { NameActiveDrawing(tabs[0], u"Left"); },
+       [] { return NameOf(0) == u"Left"; }},
+  };
+  for (const Change& change : changes) {
+    for (const int opened : {other, row}) {
+      if (opened == row && change.stands == changes[6].stands) continue;
+      headless::Click(kIdDrawingFirst);
+      Cut(u"-0.1", u"10", u"0.5");
+      SetSketchThickness(0);
+      ClearFlags();
+      NameActiveDrawing(tabs[0], u"Drawing 1");
+      change.make();
+      headless::TakeBoxes();
+      Reopen(opened);
+      EXPECT_TRUE(headless::TakeBoxes().empty()) << change.what;
+      EXPECT_NE(Store().active, 0u) << change.what;
+      EXPECT_EQ(sketch.objects[0].size, opened == row ? 3 : 9) << change.what;
+      headless::Click(kIdDrawingFirst);
+      EXPECT_EQ(sketch.objects[0].size, 3) << change.what;
+      EXPECT_TRUE(change.stands()) << change.what;
+    }
+  }
+}
+
+TEST_F(ReopenedBlock, TakesADrawingWithItsNameAndUndoBringsBothBack) {
+  const int row = SendCircle(2, u"G1 X2\r\n");
+  ASSERT_EQ(RenameFeature(u"Flange"), RenameAnswer::Done);
+  FillDrawings();
+  Add(kTypeLine, 0, 0, 5);
+  NameActiveDrawing(tabs[0], u"Left");
+  Reopen(row);
+  EXPECT_EQ(sketch.objects[0].size, 2);
+  EXPECT_EQ(NameOf(0), u"Flange");
+  SketchUndo();
+  EXPECT_EQ(sketch.objects[0].type, kTypeLine);
+  EXPECT_EQ(NameOf(0), u"Left");
+  EXPECT_EQ(platform::TextOf(kIdDrawingFirst), u"Left");
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
 }
 
 TEST_F(ReopenedBlock, AsksWhereNoDrawingIsFree) {
