@@ -1,5 +1,8 @@
 #include "codetools/import_panel.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 #include "app/app_state.h"
@@ -15,6 +18,7 @@
 #include "codetools/validator.h"
 #include "codetools/words_view.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_marks.h"
 #include "documents/feature_operations.h"
 #include "documents/file_kinds.h"
 #include "documents/file_text.h"
@@ -23,6 +27,7 @@
 #include "documents/stored_code.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
+#include "documents/user_code_split.h"
 #include "forms/form.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -247,6 +252,7 @@ struct Target {
   InsertPlace place;
   std::int32_t firstId = 0;
   std::int32_t freeId = 0;
+  bool splits = false;  // the user code that holds the caret, which lies at the place
 };
 
 bool TargetIsActive() {
@@ -267,6 +273,16 @@ Target SettledTarget() {
   target.freeId = features.nextId;
   target.place = PlaceForImport(target.text, selected);
   return target;
+}
+
+// Where the operations would never run the user says what else. False: nothing goes in.
+bool SettlePlace(Target& target, int operations) {
+  const Destination destination = AskIfNeverRun(target.place.index, operations);
+  if (destination == Destination::Cancelled || !state.open || !TargetIsActive()) return false;
+  target = SettledTarget();
+  target.splits = destination == Destination::Split;
+  if (target.splits) target.place.index = CodeCaret(target.text).line;
+  return true;
 }
 
 bool HasRoomFor(int operations) {
@@ -295,12 +311,28 @@ bool TakesOtherUnits(std::int32_t units) {
                                       u"also holds for the code behind it. Import anyway?"));
 }
 
+// Blocks that an Undo took back may have borne the numbers of the new ones. The largest of these; 0
+// where it is the largest of all. The feature table is that of the operations.
+std::int32_t TakeNumbersOf(const std::u16string& operations) {
+  ScanProgramText(operations);
+  std::int32_t largest = 0;
+  for (int i = 0; i < features.count; ++i) {
+    CopyFeatureMarks(0, features.rows[i].id);
+    largest = std::max(largest, features.rows[i].id);
+  }
+  return largest < std::numeric_limits<std::int32_t>::max() ? largest : 0;
+}
+
 // On lines of its own, as one undo step. The words view stands aside meanwhile. Where a block
 // begins on the line that the one before ends on, that line is broken: blocks never nest.
 // False: the program has no room for them, as the user was told.
 bool InsertOperations(const Target& target, const std::u16string& operations) {
+  const std::int32_t lastId = TakeNumbersOf(operations);
   bool inserted = false;
-  {
+  if (target.splits) {
+    ScanProgramText(target.text);
+    inserted = InsertAtSplit(operations.substr(0, operations.size() - 2), lastId);
+  } else {
     const WordsAside aside;
     const int position = MapTextOffset(target.text, target.place.index);
     platform::SetEditorSelection(kIdEditor, {position, position});
@@ -353,14 +385,16 @@ void ImportSelected() {
     chosen[i] = platform::IsRowSelected(kIdImportOperations, i);
     count += chosen[i] ? 1 : 0;
   }
-  if (count == 0 || !HasRoomFor(count)) return;
+  if (count == 0 || !HasRoomFor(count) || !SettlePlace(target, count)) return;
   const std::int32_t units = UnitsOfTarget(target);
   const DisabledCodeEntry* theirs = StoredCodeOfSource(*ActiveTab()).from;
   if (units != 0 && HasOtherUnits(source, chosen, units, theirs)) {
     if (!TakesOtherUnits(units) || !state.open || !TargetIsActive()) return;
     // The pause behind the question may have written markers.
+    const bool splits = target.splits;
     target = SettledTarget();
-    if (!HasRoomFor(count)) return;
+    target.splits = splits;
+    if (!HasRoomFor(count + (splits ? 1 : 0))) return;
   }
   StoredCode stored = StoredCodeOfSource(*ActiveTab());
   std::u16string operations;

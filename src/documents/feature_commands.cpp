@@ -9,6 +9,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_marks.h"
 #include "documents/feature_operations.h"
+#include "documents/new_feature.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/events.h"

@@ -16,6 +16,14 @@ void ToggleFeatureLocked(std::int32_t id) {
   if (ProgramTab* tab = ActiveTab()) ToggleListId(id, tab->lockedIds);
 }
 
+void CopyFeatureMarks(std::int32_t from, std::int32_t to) {
+  ProgramTab* tab = ActiveTab();
+  if (!tab) return;
+  for (auto* list : {&tab->hiddenIds, &tab->lockedIds}) {
+    if (IdListHolds(*list, from) != IdListHolds(*list, to)) ToggleListId(to, *list);
+  }
+}
+
 void ShowAllFeatures() {
   ProgramTab* tab = ActiveTab();
   if (!tab) return;

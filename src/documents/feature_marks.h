@@ -10,6 +10,8 @@ namespace morva {
 void IsolateFeature(std::int32_t id);
 void ToggleFeatureHidden(std::int32_t id);
 void ToggleFeatureLocked(std::int32_t id);
+// The feature `to` becomes hidden and locked, or not, as `from` is; 0 for `from`: neither.
+void CopyFeatureMarks(std::int32_t from, std::int32_t to);
 // Nothing is hidden and nothing stands alone.
 void ShowAllFeatures();
 

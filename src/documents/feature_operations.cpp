@@ -189,14 +189,6 @@ void OpenBuilder(std::u16string_view text, int row) {
   ShowFeatureHint(u"Editing existing block. Update replaces it; New unlinks.");
 }
 
-// Where a new block goes, as a text index.
-std::int32_t InsertionIndex(std::u16string_view text, std::int32_t selectedId) {
-  int row = selectedId != 0 ? FindFeature(selectedId) : -1;
-  const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
-  if (row < 0) row = FeatureAround(caret);
-  return row < 0 ? caret : features.rows[row].end;
-}
-
 // Asks whether code goes into a block that it may not have been taken out of.
 bool TakesUncertainCode(const DisabledCodeEntry& stored) {
   std::u16string_view start(stored.text);
@@ -369,36 +361,6 @@ TwinAnswer AskAboutTwin(const char16_t* title, std::int32_t id) {
       title, words, platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
   if (answer == platform::BoxAnswer::Yes) return TwinAnswer::Update;
   return answer == platform::BoxAnswer::No ? TwinAnswer::Another : TwinAnswer::Nothing;
-}
-
-void NewUserFeature() {
-  const std::int32_t selected = SelectedFeatureId();
-  std::int32_t id = 0;
-  {
-    if (app.commandWordsActive) Call(hooks.editorFromWords);  // the caret, too
-    const WordsAnew anew;
-    const std::u16string text = SettledText();
-    id = NextTableId();
-    const std::int32_t at = InsertionIndex(text, selected);
-    const std::u16string front =
-        u"\r\n(MORVA TEXT " + IntegerText(id) + u")\r\n(MORVA NAME User code)\r\n";
-    const std::u16string back = u"\r\n(MORVA END " + IntegerText(id) + u")\r\n";
-    const int position = MapTextOffset(text, at);
-    ReplaceSpan(text, at, at, front + back);
-    const int caret = position + MapTextOffset(front, static_cast<std::int32_t>(front.size()));
-    platform::SetEditorSelection(kIdEditor, {caret, caret});
-    platform::ScrollCaretIntoView(kIdEditor);
-  }
-  DropEditLink();
-  TellChanged(false);
-  Call(hooks.setMode, static_cast<int>(kModeHome));
-  ShowFeaturesInSidebar(true);
-  Call(hooks.layout);
-  RefreshFeatureList();
-  SelectFeatureRow(id);
-  UpdateFeatureCaptions();
-  platform::SetFocusTo(ShownEditor());
-  ShowStatus(u"New user-code feature reserved here. Paste or type at the cursor.");
 }
 
 bool IsFeatureName(std::u16string_view name) {

@@ -21,9 +21,6 @@ std::int32_t SelectedFeatureId();
 void SelectFeature();
 // Reopens the block in its builder; the FeatureHint or a box says why where that cannot be.
 void EditFeature();
-// An empty user-code block behind the selected block, else behind the caret's block, else at
-// the caret; the caret goes inside.
-void NewUserFeature();
 // 1 to 80 characters from blank to tilde without parentheses, for an unlocked block of more than
 // one line. Anything but Done: refused, nothing changed.
 enum class RenameAnswer { Done, Refused, OneLine };

@@ -8,6 +8,7 @@
 #include "app/stop.h"
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_marks.h"
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
 #include "documents/program_places.h"
@@ -134,7 +135,9 @@ void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u1
   range.from = AdvanceOffset(map, place.at);
   range.to = AdvanceOffset(map, features.rows[place.row].end);
   const int line = platform::EditorLineOf(kIdEditor, range.from);
-  PutText(range, SplitText(text, place, block, id));
+  const std::int32_t rest = RestId(text, id);
+  CopyFeatureMarks(features.rows[place.row].id, rest);
+  PutText(range, SplitText(text, place, block, rest));
   // The END line of the first half stands before the block.
   const auto units = static_cast<std::int32_t>(block.size());
   const int behind = platform::EditorLineStart(kIdEditor, line + 1) + MapTextOffset(block, units);
@@ -207,6 +210,8 @@ std::int32_t AddBlock(std::u16string_view text, const FeatureSettings& record,
     return 0;
   }
   const std::int32_t id = NextTableId();
+  // A block that an Undo took back may have borne the number.
+  CopyFeatureMarks(0, id);
   const std::u16string block = SettingsBlockText(id, {}, record, code);
   if (split.row >= 0) {
     PutAtSplit(text, split, block, id);
@@ -228,20 +233,13 @@ bool WantsItNeverRun(const PlaceAround& place) {
                            platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
 }
 
-// Where a block goes that nobody asked a place for: behind the block that holds the caret. Where
-// that is never run the user says what else.
-Destination AskBehindEnd() {
-  const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
-  const CaretPlace caret = CodeCaret(text);
-  const int around = FeatureAround(caret.caret);
-  const PlaceAround place =
-      LookAround(text, around < 0 ? EndOfCaretLine(text) : features.rows[around].end);
-  if (!place.behindEnd) return Destination::Caret;
-  const SplitPlace split = FindSplit(text, caret);
-  if (split.row < 0 || LookAround(text, SplitIndex(split)).behindEnd) {
-    return WantsItNeverRun(place) ? Destination::Caret : Destination::Cancelled;
-  }
+// Where something goes whose own place is never run. `more` is how many blocks it brings.
+Destination AskNeverRun(std::u16string_view text, const PlaceAround& place, int more) {
+  const SplitPlace split = FindSplit(text, CodeCaret(text));
+  const int rest = split.before && split.behind ? 1 : 0;
+  const bool splits = split.row >= 0 && features.count + more + rest <= kMaxFeatures &&
+                      !LookAround(text, SplitIndex(split)).behindEnd;
+  if (!splits) return WantsItNeverRun(place) ? Destination::Caret : Destination::Cancelled;
   const int line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, split.at));
   const std::u16string words = NeverRun(place) + u"Yes: split the user code at line " +
                                IntegerText(line + 1) +
@@ -262,9 +260,10 @@ Destination AskBehindEnd() {
 Destination AskPlace(int kind, bool asksWhere) {
   if (asksWhere && picker) return picker(kind);
   if (editLink.kind == kind) return Destination::Caret;
-  const std::uint64_t serial = ActiveSerial();
-  const Destination destination = AskBehindEnd();
-  return ActiveSerial() == serial ? destination : Destination::Cancelled;
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  const int around = FeatureAround(CodeCaret(text).caret);
+  return AskIfNeverRun(around < 0 ? EndOfCaretLine(text) : features.rows[around].end, 1);
 }
 
 // The live model of a kind as a record that the scan will accept again.
@@ -331,6 +330,27 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   UpdateFeatureCaptions();
   ShowFeatureHint(update ? u"Feature updated in place. Undo restores the prior block."
                          : u"Feature added. Select it, then Edit Settings.");
+  return true;
+}
+
+Destination AskIfNeverRun(std::int32_t index, int more) {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  const PlaceAround place = LookAround(text, index);
+  if (!place.behindEnd) return Destination::Caret;
+  const std::uint64_t serial = ActiveSerial();
+  const Destination destination = AskNeverRun(text, place, more);
+  return ActiveSerial() == serial ? destination : Destination::Cancelled;
+}
+
+bool InsertAtSplit(const std::u16string& block, std::int32_t lastId) {
+  if (!HasRoomFor(block.size())) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
+  const std::u16string text(platform::EditorText(kIdEditor));
+  const SplitPlace split = FindSplit(text, CodeCaret(text));
+  if (split.row < 0) return false;
+  PutAtSplit(text, split, block, lastId);
   return true;
 }
 

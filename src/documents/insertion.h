@@ -29,6 +29,15 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 // program's end lies before that place. False: nothing changed, and the user knows why.
 // The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
+// The same question for what goes to another place: a text index of the program, whose table
+// stands. `more` is how many blocks it brings. Caret: it goes there. Split: the user code that
+// holds the caret is parted for it, as InsertAtSplit does. Cancelled also where another program
+// came up.
+Destination AskIfNeverRun(std::int32_t index, int more);
+// Blocks between two halves of the user code that holds the caret, or beside it where one half is
+// empty, in one undo step; `lastId` is the largest of their numbers, CR LF stands between them. The
+// table is that of the program. False: nothing changed, and the user was told.
+bool InsertAtSplit(const std::u16string& block, std::int32_t lastId);
 // Plain text over the selection, or with `asBlock` on a line of its own behind the caret's
 // line. Undoable. False: nothing changed, as the text is empty, or as a block of line ends alone,
 // or the program has no room for it; the user was told of the latter.

@@ -50,13 +50,6 @@ bool EndStands(std::u16string_view text, std::int32_t id) {
   return HoldsFolded(text, mark);
 }
 
-// The first number behind `newId` that the table and no END of the text bears.
-std::int32_t RestId(std::u16string_view text, std::int32_t newId) {
-  std::int32_t id = std::max(newId, features.nextId - 1) + 1;
-  while (EndStands(text, id)) ++id;
-  return id;
-}
-
 }  // namespace
 
 CaretPlace CodeCaret(std::u16string_view text) {
@@ -97,10 +90,16 @@ std::int32_t SplitIndex(const SplitPlace& place) {
   return place.behind ? place.at : row.end;
 }
 
+std::int32_t RestId(std::u16string_view text, std::int32_t newId) {
+  std::int32_t id = std::max(newId, features.nextId - 1) + 1;
+  while (EndStands(text, id)) ++id;
+  return id;
+}
+
 std::u16string SplitText(std::u16string_view text, const SplitPlace& place,
-                         std::u16string_view block, std::int32_t newId) {
+                         std::u16string_view block, std::int32_t restId) {
   const FeatureRecord& row = features.rows[place.row];
-  const std::u16string rest = IntegerText(RestId(text, newId));
+  const std::u16string rest = IntegerText(restId);
   std::u16string parted;
   AppendMark(parted, kEndMark, IntegerText(row.id));
   parted += u"\r\n";

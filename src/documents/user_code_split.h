@@ -29,9 +29,12 @@ struct SplitPlace {
 SplitPlace FindSplit(std::u16string_view text, const CaretPlace& caret);
 // Where the block goes by it: the line, or the end of the block that holds nothing more.
 std::int32_t SplitIndex(const SplitPlace& place);
+// The number of the second half: the first one behind `newId` that the table and no END of the text
+// bears.
+std::int32_t RestId(std::u16string_view text, std::int32_t newId);
 // What takes the place of the text from the line to the end of the block: END, the new block, and
-// the rest in user code of its own, which gets the number after `newId` that the text leaves free.
+// the rest in user code of its own.
 std::u16string SplitText(std::u16string_view text, const SplitPlace& place,
-                         std::u16string_view block, std::int32_t newId);
+                         std::u16string_view block, std::int32_t restId);
 
 }  // namespace morva

@@ -448,6 +448,31 @@ TEST_F(InsertBlock, PartsTheUserCodeBeforeTheCaretsLineInOneStep) {
   }
 }
 
+TEST_F(InsertBlock, BothHalvesOfPartedUserCodeAreHiddenAndLockedAsItWas) {
+  SetDestinationPicker(PickSplit);
+  for (const bool marked : {true, false}) {
+    Load(ForeignProgram());
+    CaretAt(u"G00 X0");
+    tabs[0].hiddenIds[0] = tabs[0].lockedIds[0] = marked ? 1 : 0;
+    EXPECT_TRUE(InsertFeatureBlock(kKindSketch, kCode, true));
+    EXPECT_EQ(IdListHolds(tabs[0].hiddenIds, 1), marked);
+    EXPECT_EQ(IdListHolds(tabs[0].hiddenIds, 3), marked);
+    EXPECT_EQ(IdListHolds(tabs[0].lockedIds, 3), marked);
+    EXPECT_FALSE(IdListHolds(tabs[0].hiddenIds, 2));
+    EXPECT_FALSE(IdListHolds(tabs[0].lockedIds, 2));
+  }
+}
+
+TEST_F(InsertBlock, ANewBlockIsShownWhateverABlockOfItsNumberWasBeforeAnUndo) {
+  Load(ForeignProgram());
+  CaretAt(u"O1");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  tabs[0].hiddenIds[4] = tabs[0].lockedIds[7] = 2;
+  EXPECT_TRUE(InsertFeatureBlock(kKindShape, kCode));
+  EXPECT_FALSE(IdListHolds(tabs[0].hiddenIds, 2));
+  EXPECT_FALSE(IdListHolds(tabs[0].lockedIds, 2));
+}
+
 TEST_F(InsertBlock, TakesACaretBehindALineForTheNextLine) {
   SetDestinationPicker(PickSplit);
   Load(ForeignProgram());

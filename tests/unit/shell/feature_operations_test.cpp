@@ -827,6 +827,66 @@ TEST_F(FeatureOps, ReservesANewBlockBehindTheCaretsOneOrAtTheCaret) {
             u"\r\n(MORVA TEXT 2)\r\nM9\r\n(MORVA END 2)");
 }
 
+// A whole program in one block, as every program of other hands is, the caret at its first move.
+struct NewFeatureBehindEnd : FeatureOps {
+  const std::u16string head_ = u"(MORVA TEXT 1)\r\n(MORVA NAME Job)\r\nO1\r\n";
+  const std::u16string tail_ = u"G0 X1\r\nM30\r\n(MORVA END ";
+  const std::u16string empty_ =
+      u"(MORVA TEXT 2)\r\n(MORVA NAME User code)\r\n\r\n(MORVA END 2)\r\n";
+  void SetUp() override {
+    FeatureOps::SetUp();
+    Start();
+  }
+  void Start() {
+    Load(head_ + tail_ + u"1)\r\n");
+    const int caret = MapTextOffset(Text(), static_cast<std::int32_t>(head_.size()));
+    headless::EditorSelect(kIdEditor, caret, caret);
+    headless::TakeBoxes();
+  }
+};
+
+TEST_F(NewFeatureBehindEnd, AsksAndLeavesTheProgramAsItIsAtCancel) {
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text(), head_ + tail_ + u"1)\r\n");
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"The code would stand behind M30, where it is never run.\r\n\r\n"
+            u"Yes: split the user code at line 4 and insert the code at the caret.\r\n"
+            u"No: insert it behind M30.\r\nCancel: insert nothing.");
+}
+
+TEST_F(NewFeatureBehindEnd, PartsTheCodeAtTheCaretAtYesInOneStep) {
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text(), head_ + u"(MORVA END 1)\r\n" + empty_ +
+                        u"(MORVA TEXT 3)\r\n(MORVA NAME Job)\r\n" + tail_ + u"3)\r\n");
+  EXPECT_EQ(SelectedFeatureId(), 2);
+  headless::EditorInsert(kIdEditor, u"M8");
+  EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 2)"), Text().npos);
+  platform::UndoEditor(kIdEditor);
+  platform::UndoEditor(kIdEditor);
+  EXPECT_EQ(Text(), head_ + tail_ + u"1)\r\n");
+}
+
+TEST_F(NewFeatureBehindEnd, GoesThereAtNo) {
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdFeatureNew);
+  EXPECT_EQ(Text(), head_ + tail_ + u"1)\r\n" + empty_ + u"\r\n");
+}
+
+TEST_F(NewFeatureBehindEnd, PartsTheCodeAtTheLineOfTheWordsView) {
+  headless::Click(kIdCommandWords);
+  const int start = platform::EditorLineStart(kIdWordsEditor, 3);
+  headless::EditorSelect(kIdWordsEditor, start, start);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureNew);
+  headless::EditorInsert(kIdWordsEditor, u"M8");
+  EXPECT_NE(Text().find(u"O1\r\n(MORVA END 1)\r\n(MORVA TEXT 2)\r\n(MORVA NAME User code)\r\nM8"),
+            Text().npos);
+}
+
 TEST_F(FeatureOps, HidingABlockTakesItOutOfThePath) {
   Load(kTwo);
   headless::Click(kIdPath);

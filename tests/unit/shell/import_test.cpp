@@ -106,6 +106,51 @@ TEST_F(Import, OpensFromTheModeListWithEveryProgramButTheTarget) {
   EXPECT_FALSE(platform::IsVisible(kViewToolpath));
 }
 
+// The target is one block of a whole program, the caret before its second line.
+struct ImportBehindEnd : Import {
+  const std::u16string head_ = u"(MORVA TEXT 4)\r\n(MORVA NAME Own)\r\nO1\r\n";
+  const std::u16string tail_ = u"G0 X1\r\nM30\r\n(MORVA END ";
+  void SetUp() override {
+    Import::SetUp();
+    TwoPrograms(Block(1, u"Face", u"G1 X7") + Block(2, u"Bore", u"G1 X8"),
+                head_ + tail_ + u"4)\r\n");
+    const int caret = MapTextOffset(Text(), static_cast<std::int32_t>(head_.size()));
+    headless::EditorSelect(kIdEditor, caret, caret);
+    OpenPanel();
+    headless::TakeBoxes();
+  }
+};
+
+TEST_F(ImportBehindEnd, AsksAndTakesNothingAtCancel) {
+  headless::Click(kRun);
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text(), head_ + tail_ + u"4)\r\n");
+  EXPECT_TRUE(IsImportOpen());
+}
+
+TEST_F(ImportBehindEnd, PartsTheUserCodeAtYesInOneStep) {
+  tabs[1].hiddenIds[0] = 4;
+  tabs[1].hiddenIds[1] = 5;  // of a block that is gone
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kRun);
+  const std::u16string wanted = head_ + u"(MORVA END 4)\r\n" + Block(5, u"Face", u"G1 X7") +
+                                Block(6, u"Bore", u"G1 X8") +
+                                u"(MORVA TEXT 7)\r\n(MORVA NAME Own)\r\n" + tail_ + u"7)\r\n";
+  EXPECT_EQ(Text(), wanted);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_TRUE(IdListHolds(tabs[1].hiddenIds, 7));
+  EXPECT_FALSE(IdListHolds(tabs[1].hiddenIds, 5));
+  platform::UndoEditor(kIdEditor);
+  EXPECT_EQ(Text(), head_ + tail_ + u"4)\r\n");
+}
+
+TEST_F(ImportBehindEnd, GoesThereAtNo) {
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kRun);
+  EXPECT_EQ(Status(), kDone);
+  EXPECT_LT(Text().find(u"M30"), Text().find(u"(MORVA TEXT 5)"));
+}
+
 TEST_F(Import, TheOnlyProgramIsNoSourceOfItsOwn) {
   headless::Advance(200);
   const std::u16string before = Text();
