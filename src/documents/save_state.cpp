@@ -74,7 +74,7 @@ void NoteLoaded(ProgramTab& tab, const DiskState& disk) {
 void NoteDisk(ProgramTab& tab, const DiskState& disk) { tab.save.disk = disk; }
 
 bool DiskHoldsStill(ProgramTab& tab) {
-  if (!HoldsStill(tab.path, tab.save.disk)) tab.save.changedOnDisk = true;
+  if (StandingOf(tab.path, tab.save.disk) == FileStanding::Changed) tab.save.changedOnDisk = true;
   return !tab.save.changedOnDisk;
 }
 

@@ -63,8 +63,13 @@ void MoveBack(std::vector<SaveMove>& moved) {
 
 SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   // Before the first of the files, as the companions must fit the program that they stand by.
-  if (job.checked && !HoldsStill(job.program, job.known)) return SaveAnswer::Changed;
-  if (job.checked && !platform::FileExists(job.program)) job.checked = false;
+  const FileStanding standing =
+      job.checked ? StandingOf(job.program, job.known) : FileStanding::Same;
+  if (standing == FileStanding::Changed) return SaveAnswer::Changed;
+  // What cannot be looked at now may be there a moment later.
+  if (standing == FileStanding::Unknown) return SaveAnswer::Failed;
+  // One that is gone holds nothing that could be lost.
+  if (standing == FileStanding::Gone) job.checked = false;
   if (!MoveAll(job, result.moved)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
@@ -234,14 +239,16 @@ std::uint64_t HashBytes(std::string_view bytes) {
   return hash;
 }
 
-bool HoldsStill(std::u16string_view path, DiskState& known) {
+FileStanding StandingOf(std::u16string_view path, DiskState& known) {
   const platform::FileFigures now = platform::FiguresOf(path);
-  if (!now.exists || now == known.figures) return true;
-  if (now.size != known.figures.size) return false;
+  if (now.unknown) return FileStanding::Unknown;
+  if (!now.exists) return FileStanding::Gone;
+  if (now == known.figures) return FileStanding::Same;
+  if (now.size != known.figures.size) return FileStanding::Changed;
   std::string bytes;
-  if (!ReadWholeFile(path, bytes) || HashBytes(bytes) != known.hash) return false;
+  if (!ReadWholeFile(path, bytes) || HashBytes(bytes) != known.hash) return FileStanding::Changed;
   known.figures = now;
-  return true;
+  return FileStanding::Same;
 }
 
 bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& state) {

@@ -22,10 +22,11 @@ struct DiskState {
 
 // FNV-1a over words of eight bytes, the rest byte by byte: for telling texts apart, not for safety.
 std::uint64_t HashBytes(std::string_view bytes);
-// Whether the file still holds what `known` tells. A file of another time and the same bytes
-// does; `known` then takes its figures. One that is gone holds nothing that could be lost, and
-// counts as unchanged.
-bool HoldsStill(std::u16string_view path, DiskState& known);
+// How the file at a path stands to what `known` tells of it. One of another time and the same bytes
+// is the same; `known` then takes its figures. Unknown: the system did not say, as for a share that
+// does not answer.
+enum class FileStanding { Same, Gone, Changed, Unknown };
+FileStanding StandingOf(std::u16string_view path, DiskState& known);
 
 // Reads a file and what tells its state. A file that changes meanwhile is read again, some times.
 // False: it cannot be read.

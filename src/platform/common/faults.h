@@ -7,7 +7,8 @@
 namespace platform {
 
 // Kinds: "new", "write", "short" (a write takes one byte less than asked), "size", "flush",
-// "shut", "access", "rename", "erase", "flushfolder", "read", "folder".
+// "shut", "access", "rename", "erase", "flushfolder", "read", "folder", "look" (what stands under a
+// name cannot be told).
 // The hook answers true when this call must fail. Null in production.
 extern bool (*fileFault)(std::string_view kind);
 

@@ -127,8 +127,10 @@ FileFigures FiguresOf(std::u16string_view path) {
   std::string native;
   struct stat about;
   if (!NativePath(path, native)) return FileFigures();
-  if (stat(native.c_str(), &about) == 0) return FiguresFrom(about);
   FileFigures none;
+  none.unknown = FaultDue("look");
+  if (none.unknown) return none;
+  if (stat(native.c_str(), &about) == 0) return FiguresFrom(about);
   none.unknown = !SaysNothingIsThere(errno);
   return none;
 }

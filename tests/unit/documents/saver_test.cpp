@@ -95,6 +95,38 @@ TEST_F(Saver, WritesTheShapeLibraryAndItsMirrorWhileTheWindowGoesOn) {
   EXPECT_EQ(Raw("Documents/MORVA/Shapes/Library.shapes").size(), 3224u);
 }
 
+std::vector<morva::SaveAnswer> answers;
+
+// A share that does not answer for a moment, while another program has written the file.
+TEST_F(Saver, WritesNothingWhereItCannotBeToldWhatStandsThere) {
+  Put("Job.NC", "G0 X1\r\n");
+  Put("Job.NC.features", "theirs");
+  morva::SaveJob job;
+  job.program = PathOf("Job.NC");
+  job.checked = true;
+  job.files = {{PathOf("Job.NC.features"), "mine"}, {job.program, "G0 X2\r\n"}};
+  job.told = [](const morva::SaveResult& result) { answers.push_back(result.answer); };
+  std::string bytes;
+  ASSERT_TRUE(morva::ReadWithState(job.program, bytes, job.known));
+  Put("Job.NC", "G0 X111\r\n");
+  const auto save = [&] {
+    answers.clear();
+    morva::HandOverSave(job);
+    EXPECT_TRUE(morva::WaitForSaves());
+    return answers;
+  };
+  using Answers = std::vector<morva::SaveAnswer>;
+  headless::FailCall("look", 1);
+  EXPECT_EQ(save(), Answers{morva::SaveAnswer::Failed});
+  EXPECT_EQ(Raw("Job.NC.features"), "theirs");
+  EXPECT_EQ(save(), Answers{morva::SaveAnswer::Changed});
+  EXPECT_EQ(Raw("Job.NC"), "G0 X111\r\n");
+  // One that is gone for certain is written anew.
+  support::fs::remove(folder / "Job.NC");
+  EXPECT_EQ(save(), Answers{morva::SaveAnswer::Saved});
+  EXPECT_EQ(Raw("Job.NC"), "G0 X2\r\n");
+}
+
 // Two programs of one title in one millisecond, neither of them written yet.
 TEST_F(Saver, GivesEachProgramThatIsKeptAFileOfItsOwn) {
   headless::SetFlushTime(300);
