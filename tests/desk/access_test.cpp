@@ -20,6 +20,7 @@
 #include "desk/access_desk.h"
 #include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
 #include "platform/events.h"
@@ -339,6 +340,33 @@ TEST_F(Access, TellsDimRowsAsDisabled) {
   EXPECT_EQ(sketch.selected, 1);
   Do(kIdCadHide, assist::Press());
   EXPECT_TRUE(object->state().disabled);
+}
+
+// An action is done a moment after it was asked for; the list may be another one by then.
+TEST_F(Access, WorksTheRowThatWasAskedForWhereverItStandsByThen) {
+  const std::int64_t id = platform::RowData(kIdFeatureList, 0);
+  const auto ask = [] {
+    QAccessibleInterface* feature = Of(kIdFeatureList)->child(0);
+    feature->actionInterface()->doAction(assist::Press());
+  };
+  const auto front = [](std::u16string_view block, int units) {
+    platform::ReplaceRange(kIdEditor, {0, units}, block);
+    RefreshFeatureList();
+  };
+  const std::u16string_view block = u"(MORVA TEXT 90)\r\nG4 P1\r\n(MORVA END 90)\r\n";
+  ask();
+  front(block, 0);
+  ASSERT_EQ(platform::RowData(kIdFeatureList, 0), 90);
+  ASSERT_EQ(platform::RowData(kIdFeatureList, 1), id);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(SelectedFeatureId(), static_cast<std::int32_t>(id));
+  // One that is gone by then is not worked, nor is what stands in its place.
+  ask();
+  front(u"", static_cast<int>(block.size()) - 3);
+  ASSERT_EQ(platform::RowData(kIdFeatureList, 0), id);
+  platform::SelectRow(kIdFeatureList, -1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(SelectedFeatureId(), 0);
 }
 
 TEST_F(Access, ChoosesRowsOfCombosAndOfListsOfSeveral) {

@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QWindow>
 #include <algorithm>
+#include <cstdint>
+#include <string>
 #include <vector>
 
 #include "platform/control.h"
@@ -151,6 +153,37 @@ class ViewSpeaks : public QAccessibleWidget, public QAccessibleValueInterface {
   }
 };
 
+// A row as it was when it was asked for; what is done later is done to that one, wherever it stands
+// by then.
+struct KnownRow {
+  int list = 0;
+  int row = 0;
+  std::int64_t data = 0;
+  std::u16string text;
+};
+
+// -1: the row is gone, or cannot be told from others.
+int RowNow(const KnownRow& known) {
+  const int count = RowCount(known.list);
+  const auto is = [&](int row, bool text) {
+    return row < count && RowData(known.list, row) == known.data &&
+           (!text || RowText(known.list, row) == known.text);
+  };
+  if (is(known.row, true)) return known.row;
+  // Words may count the rows, so a number alone tells a row, but for 0, which rows without have.
+  for (const bool text : {false, true}) {
+    int found = -1;
+    int rows = 0;
+    for (int row = 0; row < count && (text || known.data != 0); ++row) {
+      if (!is(row, text)) continue;
+      found = row;
+      ++rows;
+    }
+    if (rows == 1) return found;
+  }
+  return -1;
+}
+
 // A row of a list box, or of the list that a combo opens.
 class RowSpeaks : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
@@ -206,9 +239,9 @@ class RowSpeaks : public QAccessibleInterface, public QAccessibleActionInterface
   }
   void doAction(const QString& name) override {
     if (!isValid() || (name != pressAction() && name != toggleAction())) return;
-    const int id = Id();
+    const KnownRow known{Id(), row_, RowData(Id(), row_), RowText(Id(), row_)};
     const bool turn = name == toggleAction();
-    Later(Owner(), [id, row = row_, turn] { PressRow(id, row, turn); });
+    Later(Owner(), [known, turn] { PressRow(known.list, RowNow(known), turn); });
   }
   QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
