@@ -206,21 +206,14 @@ bool WordsShown() {
   return app.commandWordsActive && app.surface == kSurfaceCode && !app.compareActive;
 }
 
-void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
-
-}  // namespace
-
-WordsAside::WordsAside() : before_(app.commandWordsActive) { app.commandWordsActive = false; }
-WordsAside::~WordsAside() { app.commandWordsActive = before_; }
-
-void SyncWordsFromCode() {
-  if (app.insertingText || !platform::Exists(kIdWordsEditor)) return;
+// The view anew from the code. False: there is no memory for the words, and nothing changed.
+bool ShowWords() {
   const int line = CaretLineOf(kIdEditor);
   // While the same program is shown the view keeps its history, so that what was done to the
   // code from elsewhere, as renumbering, is undone here too.
   const bool goesOn = app.commandWordsActive && shown.program == ActiveSerial();
   WordsPair made;
-  if (!MakeWordsPair(platform::EditorText(kIdEditor), made)) return;
+  if (!MakeWordsPair(platform::EditorText(kIdEditor), made)) return false;
   const ViewPlace place = PlaceInView();
   const InsertingText inserting;
   platform::HoldEditorRedraw(kIdWordsEditor, true);
@@ -239,6 +232,46 @@ void SyncWordsFromCode() {
   shown.codeRevision = platform::EditorRevision(kIdEditor);
   if (changed || line != place.line) ReturnToPlace(place, line);
   platform::HoldEditorRedraw(kIdWordsEditor, false);
+  return true;
+}
+
+// One editor in the other's place; the keyboard stays.
+void SwapEditors(bool words) {
+  app.commandWordsActive = words;
+  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
+  Call(hooks.hideCompletion);
+  platform::HideToolTips();
+  platform::SetText(kIdCommandWords, words ? kToCode : kToWords);
+  RelayPanels();
+  words ? ColourWordsView() : ColourCodeEditor();
+}
+
+void TellNoMemory() {
+  constexpr const char16_t* kWords =
+      u"The memory does not suffice for the command words of this program. Its G-code is shown.";
+  AppendOutput(kWords);
+  ShowStatus(kWords);
+}
+
+void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
+
+}  // namespace
+
+WordsAside::WordsAside() : before_(app.commandWordsActive) { app.commandWordsActive = false; }
+WordsAside::~WordsAside() { app.commandWordsActive = before_; }
+
+void SyncWordsFromCode() {
+  if (app.insertingText || !platform::Exists(kIdWordsEditor) || ShowWords()) return;
+  if (!app.commandWordsActive) return;
+  // What stands there is not this code, and would not come back into it.
+  const bool hadKeyboard = platform::FocusedId() == kIdWordsEditor;
+  const int line = CaretLineOf(kIdEditor);
+  shown = Shown();
+  SwapEditors(false);
+  TellNoMemory();
+  if (!hadKeyboard) return;
+  platform::SetFocusTo(kIdEditor);
+  PutCaretOnLine(kIdEditor, line);
 }
 
 void SyncCodeFromWords() {
@@ -271,25 +304,19 @@ void WriteInWords(std::u16string_view code) {
 void SetWordsView(bool on) {
   if (on == app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
   const int line = CaretLineOf(on ? kIdEditor : kIdWordsEditor);
-  if (on) {
-    SyncWordsFromCode();
-  } else {
+  if (!on) {
     SyncCodeFromWords();
     shown = Shown();
+  } else if (!app.insertingText && !ShowWords()) {
+    TellNoMemory();
+    return;
   }
-  app.commandWordsActive = on;
-  platform::StopTimer(platform::kMainWindow, kTimerCompletion);
-  Call(hooks.hideCompletion);
-  platform::HideToolTips();
-  platform::SetText(kIdCommandWords, on ? kToCode : kToWords);
-  RelayPanels();
+  SwapEditors(on);
   if (on) {
-    ColourWordsView();
     ShowStatus(
         u"COMMAND WORDS enabled \u2014 the whole project is readable and editable. G/M/N/macro "
         u"words synchronize back to machine code automatically.");
   } else {
-    ColourCodeEditor();
     ShowStatus(
         u"G-CODE editor enabled \u2014 type G or M to open command completion; Enter/Tab accepts "
         u"the selected command.");

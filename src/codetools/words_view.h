@@ -7,9 +7,11 @@
 
 namespace morva {
 
-// Switches between the two editors; nothing when already so.
+// Switches between the two editors; nothing when already so. Where there is no memory for the words
+// the code stays, and the user is told.
 void SetWordsView(bool on);
-// The view anew from the code, and the code from the view; each keeps the caret's line.
+// The view anew from the code, and the code from the view; each keeps the caret's line. A view that
+// cannot be made anew goes, and the user is told.
 void SyncWordsFromCode();
 void SyncCodeFromWords();
 

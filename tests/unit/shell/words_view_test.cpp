@@ -12,6 +12,7 @@
 #include "platform/window.h"
 #include "simulator/motion_path.h"
 #include "support/workbench.h"
+#include "unit/shell/failing_arrays.h"
 
 namespace morva {
 namespace {
@@ -335,6 +336,45 @@ TEST_F(WordsAtWork, TheWordsOf250000UnitsOfCodeBearColoursAndThoseOfOneMoreDoNot
     EXPECT_EQ(RunsOfWordsLine(platform::EditorLineCount(kIdWordsEditor) - 1), wanted) << units;
     SetWordsView(false);
   }
+}
+
+constexpr char16_t kNoMemory[] =
+    u"The memory does not suffice for the command words of this program. Its G-code is shown.";
+
+TEST_F(WordsAtWork, DoNotComeUpWithoutMemoryForThem) {
+  headless::Click(kIdCommandWords);  // back to the code
+  ASSERT_FALSE(app.commandWordsActive);
+  app.editorDirty = false;
+  shell_test::arraysUntilFailure = 1;
+  headless::Click(kIdCommandWords);
+  EXPECT_EQ(shell_test::arraysUntilFailure, 0);
+  EXPECT_FALSE(app.commandWordsActive);
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_FALSE(platform::IsVisible(kIdWordsEditor));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), kNoMemory);
+  EXPECT_TRUE(OutputHas(kNoMemory));
+  EXPECT_FALSE(app.editorDirty);
+  headless::Click(kIdCommandWords);
+  EXPECT_TRUE(app.commandWordsActive);
+  EXPECT_EQ(Words(), kWords);
+}
+
+TEST_F(WordsAtWork, GoWhereAnotherProgramsWordsFindNoMemory) {
+  PutCaret(1, 0);
+  headless::EditorInsert(kIdWordsEditor, u"Program 7\r\n");
+  headless::Advance(1000);
+  const std::u16string typed = Text();
+  shell_test::arraysUntilFailure = 1;
+  headless::Click(kIdTabNew);
+  EXPECT_FALSE(app.commandWordsActive);
+  EXPECT_TRUE(platform::IsVisible(kIdEditor));
+  EXPECT_FALSE(platform::IsVisible(kIdWordsEditor));
+  EXPECT_TRUE(OutputHas(kNoMemory));
+  // What is typed now goes into the program that is shown.
+  headless::EditorInsert(platform::FocusedId(), u"M8 ");
+  EXPECT_NE(Text().find(u"M8 "), Text().npos);
+  SwitchTab(0);
+  EXPECT_EQ(Text(), typed);
 }
 
 }  // namespace
