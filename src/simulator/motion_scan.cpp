@@ -98,13 +98,23 @@ enum GAction : unsigned char {
   kUnknownCycle,
   kPocket,
   kMacro,
+  kShift,  // the path is drawn without this and the next four
+  kOffsets,
+  kLocalZero,
+  kTurn,
+  kScale,
 };
 inline constexpr int kGNumbers = 100;
 struct GTable {
   GAction of[kGNumbers] = {};
   constexpr GTable() {
     for (int g : {0, 1, 2, 3, 81, 82, 83, 84, 85, 86, 87, 88, 89}) of[g] = kMotion;
-    for (int g : {4, 10, 92}) of[g] = kNoMotion;
+    of[4] = kNoMotion;
+    of[92] = kShift;
+    of[10] = kOffsets;
+    of[52] = kLocalZero;
+    of[68] = kTurn;
+    of[51] = kScale;
     for (int g : {28, 30}) of[g] = kHome;
     of[53] = kMachine;
     // The control moves by these, the path goes on by the motion that was in force.
@@ -160,6 +170,9 @@ enum Seen : unsigned {
 inline constexpr unsigned kStanding = kSeenUnknownCycle | kSeenEnded;
 inline constexpr unsigned kNotShown =
     Bit(PathNote::BehindEnd) - 1;  // all kinds of lines that are not drawn
+inline constexpr unsigned kNotApplied = Bit(PathNote::Shift) | Bit(PathNote::LocalZero) |
+                                        Bit(PathNote::Turn) | Bit(PathNote::Scale) |
+                                        Bit(PathNote::Offsets);
 inline constexpr unsigned kAxisBits = Bit(kX) | Bit(kY) | Bit(kZ);
 inline constexpr unsigned kCentreBits = Bit(kI) | Bit(kJ);
 
@@ -274,6 +287,16 @@ inline unsigned TakeG(Modal& m, double value, unsigned seen) {
       return seen | Bit(PathNote::Pockets);
     case kMacro:
       return seen | Bit(PathNote::Macros);
+    case kShift:
+      return seen | kSeenNoMotion | Bit(PathNote::Shift);
+    case kOffsets:
+      return seen | kSeenNoMotion | Bit(PathNote::Offsets);
+    case kLocalZero:
+      return seen | Bit(PathNote::LocalZero);
+    case kTurn:
+      return seen | Bit(PathNote::Turn);
+    case kScale:
+      return seen | Bit(PathNote::Scale);
   }
   return seen;
 }
@@ -439,6 +462,9 @@ bool Draws(const Modal& m, const LineWords& words) {
 [[gnu::noinline]] void NoteWhatIsMissing(const Modal& m, const LineWords& words,
                                          std::int32_t line) {
   if (RunDropsLine(line)) return;
+  for (unsigned bits = words.seen & kNotApplied; bits != 0; bits &= bits - 1) {
+    NoteRunLine(static_cast<PathNote>(std::countr_zero(bits)), line);
+  }
   const unsigned kinds = KindsOf(m, words);
   if (kinds != 0) {
     NoteRunLine(static_cast<PathNote>(std::countr_zero(kinds)), line);

@@ -16,12 +16,15 @@ constexpr Group kGroups[] = {
     {u"not shown", u"Not shown"},
     {u"behind M30", u"Drawn, but behind the program's end"},
     {u"with /", u"Drawn, but left out with block delete"},
+    {u"not applied", u"Drawn without"},
 };
+constexpr int kNotApplied = 3;  // its words name the codes
 
 struct Kind {
   PathNote note;
   int group;
   const char16_t* tip;
+  const char16_t* code = u"";  // behind the tip, where the words name it
 };
 constexpr Kind kKinds[] = {
     {PathNote::Macros, 0, u"macros and #"},
@@ -37,6 +40,11 @@ constexpr Kind kKinds[] = {
     {PathNote::Rotary, 0, u"A, B and C"},
     {PathNote::BehindEnd, 1, u"lines behind M30"},
     {PathNote::BlockDelete, 2, u"lines with /"},
+    {PathNote::Shift, kNotApplied, u"the shift of", u"G92"},
+    {PathNote::LocalZero, kNotApplied, u"the shift of", u"G52"},
+    {PathNote::Turn, kNotApplied, u"the rotation of", u"G68"},
+    {PathNote::Scale, kNotApplied, u"the scaling of", u"G51"},
+    {PathNote::Offsets, kNotApplied, u"the offsets of", u"G10"},
 };
 static_assert(std::size(kKinds) == kPathNotes);
 static_assert([] {
@@ -63,9 +71,21 @@ std::u16string TipOf(const PathNotes& notes, int group) {
     if (kKinds[i].group != group || notes.rows[i].lines == 0) continue;
     tip += tip.empty() ? u": " : u", ";
     tip += kKinds[i].tip;
+    if (kKinds[i].code[0]) tip += u" " + std::u16string(kKinds[i].code);
     tip += u" " + IntegerText(notes.rows[i].lines);
   }
   return tip.empty() ? tip : kGroups[group].tip + tip;
+}
+
+// "of G92, G68 ", nothing where the group has no codes.
+std::u16string CodesOf(const PathNotes& notes, int group) {
+  std::u16string codes;
+  for (int i = 0; i < kPathNotes; ++i) {
+    if (kKinds[i].group != group || notes.rows[i].lines == 0 || !kKinds[i].code[0]) continue;
+    codes += codes.empty() ? u"of " : u", ";
+    codes += kKinds[i].code;
+  }
+  return codes.empty() ? codes : codes + u" ";
 }
 
 }  // namespace
@@ -80,7 +100,7 @@ std::u16string PathNotesWords(const PathNotes& notes) {
   for (int group = 0; group < static_cast<int>(std::size(kGroups)); ++group) {
     const PathNotes::Row sum = SumOf(notes, group);
     if (sum.lines == 0) continue;
-    words += u"  /  " + IntegerText(sum.lines) + u" lines ";
+    words += u"  /  " + IntegerText(sum.lines) + u" lines " + CodesOf(notes, group);
     words += kGroups[group].words;
     words += u", first " + IntegerText(sum.first + 1);
   }

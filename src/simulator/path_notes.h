@@ -1,5 +1,6 @@
 // What a path does not show of its program: lines that the reader steps over although they would
-// move the machine, and lines that it draws although the machine may never run them.
+// move the machine, lines that it draws although the machine may never run them, and lines that
+// move all that follows, without which it is drawn.
 //
 // The kinds, their words and their groups stand in one table, in path_notes.cpp.
 #pragma once
@@ -9,8 +10,8 @@
 
 namespace morva {
 
-// A line has one kind of those that are not shown, the first that holds. The last two stand
-// beside it: their lines are drawn.
+// A line has one kind of those that are not shown, the first that holds. Those from BehindEnd on
+// stand beside it.
 enum class PathNote : unsigned char {
   Macros,       // G65, G66, a "#" behind a letter that moves, GOTO, WHILE
   Brackets,     // "[" behind a letter that moves
@@ -25,8 +26,13 @@ enum class PathNote : unsigned char {
   Rotary,       // A, B or C alone
   BehindEnd,    // behind the first M30 or M02
   BlockDelete,  // with "/"
+  Shift,        // G92
+  LocalZero,    // G52
+  Turn,         // G68
+  Scale,        // G51
+  Offsets,      // G10
 };
-inline constexpr int kPathNotes = 13;
+inline constexpr int kPathNotes = 18;
 
 struct PathNotes {
   struct Row {
@@ -39,8 +45,9 @@ struct PathNotes {
 // Counts a line; lines come in rising order.
 void NoteLine(PathNotes& notes, PathNote kind, std::int32_t line);
 
-// "  /  12 lines not shown, first 3", then the same of lines behind M30 and of lines with "/";
-// empty where there are none. Line numbers are 1-based.
+// "  /  12 lines not shown, first 3", then the same of lines behind M30 and of lines with "/", then
+// "  /  2 lines of G92, G68 not applied, first 4"; empty where there are none. Line numbers are
+// 1-based.
 std::u16string PathNotesWords(const PathNotes& notes);
 // A line for each group: "Not shown: R arcs 3, canned cycles 9". Empty where there are none.
 std::u16string PathNotesTip(const PathNotes& notes);

@@ -44,7 +44,7 @@ TEST_F(PathNotesTest, APathThatIsDrawnWholeHasNone) {
   ExpectNone(
       u"%\nO1000 (TEST R1 #1 [2] G12 M98)\nN10 G20 G90 G17 G40 G49 G80\nG54 G0 X1. Y1. S500 M3\n"
       u"G43 H1 Z1. M8\nG1 Z-.1 F10.\nG2 X2. Y0 I.5 J-.5 ; R arc of G18\nG3 I.5\nT2 M6\nG4 P1\n"
-      u"G10 L2 P1 X0\nG92 X0\nG53\n#100=5.\n#101=FIX[#100/2]\nIF [#1 EQ 2] THEN #3=4\nG1 X1. ,C.5\n"
+      u"G53\nG69 G50\n#100=5.\n#101=FIX[#100/2]\nIF [#1 EQ 2] THEN #3=4\nG1 X1. ,C.5\n"
       u"F#100\nG1 X3. F[#1]\nM1\nM9\nM30\n%\n");
 }
 
@@ -62,7 +62,24 @@ TEST_F(PathNotesTest, CodesThatMoveTheMachineOtherwiseAreCounted) {
   ExpectOnly(u"G53 Z#1", PathNote::Macros, 1, 0);
   ExpectOnly(u"\n\nG65 P9000 X1. A5.\n", PathNote::Macros, 1, 2);
   ExpectOnly(u"M97 P100\nM98 P1000 L3\nM 98 P1\nM99\nM96 P1\n", PathNote::Calls, 3, 0);
-  ExpectOnly(u"G0 A90.\nG0 X1. A0\nb-5.\nG10 A1.\n", PathNote::Rotary, 2, 0);
+  ExpectOnly(u"G0 A90.\nG0 X1. A0\nb-5.\nG4 A1.\n", PathNote::Rotary, 2, 0);
+}
+
+// The path is drawn as if these were not there; all that follows lies elsewhere on the machine.
+TEST_F(PathNotesTest, CodesThatShiftTurnOrScaleWhatFollowsAreNamed) {
+  ExpectOnly(u"G0 X1.\nG92 X0 Y0\nX2.\n", PathNote::Shift, 1, 1);
+  ExpectOnly(u"G52 X1. Y2.\nX2.\nG52 X0 Y0\n", PathNote::LocalZero, 2, 0);
+  ExpectOnly(u"G68 X0 Y0 R45.\nG1 X1.\nG69\n", PathNote::Turn, 1, 0);
+  ExpectOnly(u"G51 P2.\nG1 X1.\nG50\n", PathNote::Scale, 1, 0);
+  ExpectOnly(u"\n\nG10 L2 P1 X-5.\nG1 X1.\n", PathNote::Offsets, 1, 2);
+  ExtractToolpath(u"G1 X1.\nG68 R45.\nG92 X0\nG28 Z0\nG52 X2. R1.\nG68 R90.\n", false);
+  EXPECT_EQ(PathNotesWords(path.notes),
+            u"  /  1 lines not shown, first 4  /  4 lines of G92, G52, G68 not applied, first 2");
+  EXPECT_EQ(PathNotesTip(path.notes),
+            u"Not shown: G28, G30 and G53 1\n"
+            u"Drawn without: the shift of G92 1, the shift of G52 1, the rotation of G68 2");
+  // Neither in a comment nor as part of another number.
+  ExpectNone(u"(G92)\nG1 X1. ; G68\nG54\nG1 X2. F92.\nG68.2 X1.\n");
 }
 
 TEST_F(PathNotesTest, EveryHoleOfACannedCycleCounts) {
