@@ -154,4 +154,37 @@ TEST(LongLine, LeavesTextFromRightToLeftToTheToolkit) {
   EXPECT_FALSE(LineBlock(edit).layout()->cacheEnabled());
 }
 
+bool IsDrawnInParts(std::u16string_view words) {
+  QPlainTextEdit* edit = Open(u"%\r\n" + Line(kLong, words) + u"\r\n");
+  edit->viewport()->grab();
+  return LineBlock(edit).layout()->cacheEnabled();
+}
+
+// Letters of a script above U+FFFF, Arabic digits, and marks that turn plain letters over.
+TEST(LongLine, LeavesWhateverMayRunFromRightToLeftToTheToolkit) {
+  for (const std::u16string_view words :
+       {u"X1 \xD83A\xDD00 ", u"X1 \u0661\u0662 ", u"X1 \u202Eabc\u202C ", u"X1 \u2067abc\u2069 "}) {
+    EXPECT_FALSE(IsDrawnInParts(words)) << std::u16string(words).size();
+  }
+}
+
+// An emoji, one of several characters with a joiner and a mark, a letter with a mark of its own.
+TEST(LongLine, DrawsEmojiAsItDrawsAnyText) {
+  for (const std::u16string_view words :
+       {u"G01 (\xD83D\xDE00) ", u"X1 (\xD83D\xDC69\u200D\xD83D\xDD27) Y2 ", u"(\u2764\uFE0F) M8 ",
+        u"X1 (e\u0301 \u2014 \u4E2D) ", u"X1 \xD83D "}) {
+    EXPECT_TRUE(IsDrawnInParts(words)) << std::u16string(words).size();
+  }
+  for (const int scrolled : {0, 777, 12000}) {
+    QImage pictures[2];
+    for (const int units : {kShort, kLong}) {
+      QPlainTextEdit* edit =
+          Open(u"%\r\n" + Line(units, u"G01 X12.5 (\xD83D\xDE00\u2764\uFE0F) ") + u"\r\nM30\r\n");
+      edit->horizontalScrollBar()->setValue(scrolled);
+      pictures[units == kLong] = edit->viewport()->grab().toImage();
+    }
+    EXPECT_EQ(pictures[0], pictures[1]) << scrolled;
+  }
+}
+
 }  // namespace

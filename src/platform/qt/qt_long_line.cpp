@@ -22,13 +22,35 @@ namespace {
 constexpr int kInParts = 1;  // the user state of a long line
 constexpr int kBeside = 16;  // units on either side of what is in view: a character may reach over
 
+// Letters from right to left, Arabic digits, which may turn what stands between them, and the marks
+// that turn a text over. Marks that only join or combine, as within an emoji, turn nothing.
+bool RunsBackwards(char32_t character) {
+  switch (QChar::direction(character)) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirRLI:
+      return true;
+    default:
+      return false;
+  }
+}
+
 // A text that may run from right to left is drawn by the toolkit alone.
 bool MayRunBackwards(const QString& text) {
-  return std::any_of(text.begin(), text.end(), [](QChar c) {
-    if (c.unicode() < 0x590) return false;
-    const QChar::Direction way = c.direction();
-    return c.isSurrogate() || way == QChar::DirR || way == QChar::DirAL || way > QChar::DirON;
-  });
+  constexpr char16_t kFirstBackwards = 0x590;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    char32_t character = text[i].unicode();
+    if (character < kFirstBackwards) continue;
+    if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+      character = QChar::surrogateToUcs4(text[i], text[i + 1]);
+      ++i;
+    }
+    if (RunsBackwards(character)) return true;
+  }
+  return false;
 }
 
 // From the first unit of the line on. `to` is behind the last.
