@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <vector>
 
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/palette.h"
 #include "builders/wizard/wizard_text.h"
 #include "documents/program_tabs.h"
 #include "library/tools.h"
@@ -404,6 +406,28 @@ TEST_F(WizardPanel, ShowsTheExampleInASmallWindowWithoutTheCube) {
   headless::Pointer(kViewToolpath, press);
   SetMode(kModeHome);
   EXPECT_TRUE(cube());
+}
+
+// The tool of the example stands above the stock, so the words of the stock stand below it.
+TEST_F(WizardPanel, WritesTheSizeOfTheExamplesStockBelowIt) {
+  double lowest = 0;
+  double words = 0;
+  const auto look = [&] {
+    lowest = words = 0;
+    for (const headless::DrawCall& call : headless::PaintOf(kViewToolpath)) {
+      if (call.text.substr(0, 14) == u"STOCK ENVELOPE") words = call.numbers.at(1);
+      const bool stock = call.name == "PaintSegments" && call.colours.at(0) == kPathStock;
+      for (int i = 0; stock && i < 12; ++i) {
+        lowest = std::max({lowest, call.numbers.at(i * 4 + 1), call.numbers.at(i * 4 + 3)});
+      }
+    }
+  };
+  for (const int width : {1560, 1200}) {
+    headless::Resize(width, width == 1200 ? 800 : 940);
+    look();
+    EXPECT_GT(lowest, 0);
+    EXPECT_GT(words, lowest) << width;
+  }
 }
 
 // Below the fields, not among them: picture and key are in sight whatever is typed.
