@@ -7,6 +7,7 @@ namespace morva {
 namespace {
 
 constexpr int kNumberUnits = 64;
+constexpr std::size_t kLabelUnits = 16;  // of a label that is put together with its number
 
 }  // namespace
 
@@ -17,10 +18,15 @@ void Put(CodeWriter& out, std::u16string_view words) {
 }
 
 void Put(CodeWriter& out, std::u16string_view label, double value, int decimals) {
-  char16_t number[kNumberUnits];
-  FormatFixed(value, decimals, number, kNumberUnits);
-  Put(out, label);
-  Put(out, std::u16string_view(number));
+  char16_t word[kLabelUnits + kNumberUnits];
+  std::size_t units = 0;
+  if (label.size() <= kLabelUnits) {
+    units = label.copy(word, label.size());
+  } else {
+    Put(out, label);
+  }
+  const int digits = FormatFixed(value, decimals, word + units, kNumberUnits);
+  Put(out, std::u16string_view(word, units + static_cast<std::size_t>(digits)));
 }
 
 void PutInteger(CodeWriter& out, std::u16string_view label, std::int64_t value) {

@@ -48,12 +48,12 @@ Digits FixedDigits(double value, int decimals) {
   PushUnsigned(d, static_cast<std::uint64_t>(n / scale));
   if (places == 0) return d;
   d.text[d.length++] = u'.';
+  // From the last digit on: a division by 10 costs less than one by each place.
   std::int64_t rest = n % scale;
-  std::int64_t place = scale / 10;
-  for (int i = 0; i < places; ++i) {
-    d.text[d.length++] = static_cast<char16_t>(u'0' + rest / place);
-    rest %= place;
-    place = place > 1 ? place / 10 : 1;
+  d.length += places;
+  for (int i = 1; i <= places; ++i) {
+    d.text[d.length - i] = static_cast<char16_t>(u'0' + rest % 10);
+    rest /= 10;
   }
   return d;
 }
@@ -104,12 +104,13 @@ std::int32_t ParseInteger(std::u16string_view text, std::int32_t fallback) {
   return static_cast<std::int32_t>(negative ? 0u - value : value);
 }
 
-void FormatFixed(double value, int decimals, char16_t* dest, int capacity) {
-  if (!dest || capacity <= 0) return;
+int FormatFixed(double value, int decimals, char16_t* dest, int capacity) {
+  if (!dest || capacity <= 0) return 0;
   const Digits d = FixedDigits(value, decimals);
   int count = d.length < capacity - 1 ? d.length : capacity - 1;
   for (int i = 0; i < count; ++i) dest[i] = d.text[i];
   dest[count] = 0;
+  return count;
 }
 
 void AppendBounded(char16_t* dest, int capacity, const char16_t* text) {

@@ -21,8 +21,9 @@ double ParseDecimal(std::u16string_view text, double fallback);
 // As above, but only "-" is a sign, digits wrap at 32 bits and nothing follows them.
 std::int32_t ParseInteger(std::u16string_view text, std::int32_t fallback);
 // Rounds half away from zero on the magnitude; always the full count of decimals, 0 to 6.
-// A value below zero keeps its "-" even where it rounds to zero.
-void FormatFixed(double value, int decimals, char16_t* dest, int capacity);
+// A value below zero keeps its "-" even where it rounds to zero. Units written, the terminator
+// aside.
+int FormatFixed(double value, int decimals, char16_t* dest, int capacity);
 
 void AppendBounded(char16_t* dest, int capacity, const char16_t* text);
 void AppendLine(char16_t* dest, int capacity, const char16_t* text);

@@ -139,6 +139,14 @@ void AddItem(Picture& picture, const ItemCut& item, const Place& place, int part
   }
 }
 
+// Room for all items at once, as far as the first one tells: a large text that grows by and by is
+// copied again and again.
+void ReserveItems(CodeWriter& out, std::size_t first, int items) {
+  const std::size_t item = out.text.size() - first;
+  const std::size_t others = static_cast<std::size_t>(items) * (item + item / 16);
+  out.text.reserve(std::min(out.text.size() + others, out.most));
+}
+
 CirclePlaces PlacesOf(const CircularValues& values) {
   const double* n = values.numbers;
   return {n[kCircularX], n[kCircularY], n[kCircularDiameter], n[kCircularStart],
@@ -319,9 +327,12 @@ std::int64_t GridCount(const GridValues& values) {
 void WriteCircular(const CircularValues& values, CodeWriter& out) {
   PutHead(out, u"(CIRCULAR PATTERN)", values.metric);
   const ItemCut item = ItemCutOf(values);
-  for (int i = 0; i < CircularQuantity(values); ++i) {
+  const int quantity = CircularQuantity(values);
+  const std::size_t first = out.text.size();
+  for (int i = 0; i < quantity; ++i) {
     double angle = 0;
     const Place place = CircularPlace(values, i, angle);
+    if (i == 1) ReserveItems(out, first, quantity);
     PutInteger(out, u"(PATTERN ", i + 1);
     Put(out, u"  ANGLE ", angle, kAngleDecimals);
     Line(out, u")");
@@ -334,7 +345,10 @@ void WriteGrid(const GridValues& values, CodeWriter& out) {
   PutHead(out, u"(RECTANGULAR PATTERN)", values.metric);
   const ItemCut item = ItemCutOf(values);
   const int columns = PlacesOf(values).columns;
-  for (int i = 0; i < ShownItems(values); ++i) {
+  const int count = ShownItems(values);
+  const std::size_t first = out.text.size();
+  for (int i = 0; i < count; ++i) {
+    if (i == 1) ReserveItems(out, first, count);
     PutInteger(out, u"(ROW ", i / columns + 1);
     PutInteger(out, u" COL ", i % columns + 1);
     Line(out, u")");

@@ -28,7 +28,7 @@ namespace {
 
 constexpr int kRefreshMs = 70;
 constexpr int kBuiltInShapes = kShapeSaved;  // rows of the list before the saved ones
-constexpr int kPictureLeast = 150;           // pixels
+constexpr int kPictureLeast = 120;           // pixels
 
 // What the user is told about a field of any shape, by its place in the form.
 constexpr const char16_t* kHelp[kShapeNumbers] = {
