@@ -16,6 +16,7 @@
 #include "documents/feature_marks.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
+#include "documents/marker_lines.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -77,8 +78,9 @@ std::int32_t PutBlock(std::int32_t selectedId, Destination destination) {
   const std::int32_t id = NextTableId();
   CopyFeatureMarks(0, id);
   const std::u16string number = IntegerText(id);
-  const std::u16string block =
-      u"(MORVA TEXT " + number + u")\r\n(MORVA NAME User code)\r\n\r\n(MORVA END " + number + u")";
+  std::u16string block(kTextMark);
+  block.append(number).append(u")\r\n").append(kNameMark).append(u"User code)\r\n\r\n");
+  block.append(kEndMark).append(number).append(u")");
   const bool put = Put(block, id, at, destination);
   if (put) PutCaretInside(id);
   RenderWords();

@@ -88,22 +88,59 @@ TEST(Strings, AreFoundWithTheirPiecesAndEscapes) {
   EXPECT_EQ(found, (std::vector<std::string>{"one two", "th\u00B0ree", "a\"b"}));
 }
 
-// Captions, tips, help in forms, what the status line, boxes and logs say. The table of codes names
-// several codes alike.
-TEST(Sentences, StandOnceInTheSources) {
-  std::map<std::string, std::vector<std::string>> places;
+using Places = std::map<std::string, std::vector<std::string>>;  // of a text, by source
+
+// The strings of all sources that `counts` takes. The table of codes names several codes alike.
+template <class Counts>
+Places PlacesOf(const Counts& counts) {
+  Places places;
   for (const fs::path& path : SourcesBelow(kSource / "src")) {
     if (NameInSource(path) == "library/code_table.cpp") continue;
     for (const std::string& text : StringsOf(ReadText(path))) {
-      if (WordsIn(text) >= kSentenceLeast) places[text].push_back(NameInSource(path));
+      if (counts(text)) places[text].push_back(NameInSource(path));
     }
   }
-  EXPECT_GT(places.size(), 400u);
-  for (const auto& [sentence, files] : places) {
+  return places;
+}
+
+void ExpectEachOnce(const Places& places) {
+  for (const auto& [text, files] : places) {
     std::string where;
     for (const std::string& file : files) where += file + " ";
-    EXPECT_EQ(files.size(), 1u) << "\"" << sentence << "\" stands in " << where;
+    EXPECT_EQ(files.size(), 1u) << "\"" << text << "\" stands in " << where;
   }
+}
+
+// Captions, tips, help in forms, what the status line, boxes and logs say.
+TEST(Sentences, StandOnceInTheSources) {
+  const Places places =
+      PlacesOf([](const std::string& text) { return WordsIn(text) >= kSentenceLeast; });
+  EXPECT_GT(places.size(), 400u);
+  ExpectEachOnce(places);
+}
+
+// A comment of a program that readers know blocks by; the patterns and ends of file names; a mark
+// behind a name in a list.
+bool BelongsToAFormat(const std::string& text) {
+  static const std::regex kFormat(R"(^(\([A-Z]|\*\.|\.[A-Za-z]| \[)|\(\*\.)");
+  return std::regex_search(text, kFormat);
+}
+
+TEST(Formats, AreToldFromOtherWords) {
+  for (const char* text :
+       {"(MORVA ", "(SHAPE: SLOT)", "*.NC;*.TAP", ".features", " [hidden]", "All files (*.*)"}) {
+    EXPECT_TRUE(BelongsToAFormat(text)) << text;
+  }
+  for (const char* text : {"(any)", "(", ".", "...", ". Save it first", "NC", "[C]"}) {
+    EXPECT_FALSE(BelongsToAFormat(text)) << text;
+  }
+}
+
+// What is written by one room and read by another is the same for both.
+TEST(Formats, StandOnceInTheSources) {
+  const Places places = PlacesOf(BelongsToAFormat);
+  EXPECT_GT(places.size(), 40u);
+  ExpectEachOnce(places);
 }
 
 // Whoever gives a key a tip of its own goes around the table.

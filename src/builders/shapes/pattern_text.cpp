@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/limits.h"
+#include "documents/block_labels.h"
 #include "library/extents.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
@@ -325,7 +326,7 @@ std::int64_t GridCount(const GridValues& values) {
 }
 
 void WriteCircular(const CircularValues& values, CodeWriter& out) {
-  PutHead(out, u"(CIRCULAR PATTERN)", values.metric);
+  PutHead(out, kCircularLabel, values.metric);
   const ItemCut item = ItemCutOf(values);
   const int quantity = CircularQuantity(values);
   const std::size_t first = out.text.size();
@@ -342,7 +343,7 @@ void WriteCircular(const CircularValues& values, CodeWriter& out) {
 }
 
 void WriteGrid(const GridValues& values, CodeWriter& out) {
-  PutHead(out, u"(RECTANGULAR PATTERN)", values.metric);
+  PutHead(out, kRectangularLabel, values.metric);
   const ItemCut item = ItemCutOf(values);
   const int columns = PlacesOf(values).columns;
   const int count = ShownItems(values);
