@@ -3,8 +3,6 @@
 #include "library/shapes.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QTest>
 
 #include "builders/shapes/pattern_builders.h"
 #include "builders/shapes/shape_panel.h"
@@ -23,15 +21,10 @@ namespace {
 constexpr int kField = morva::kIdShapeField;
 
 struct ShapesAtTheDesk : AtDesk {
-  static void Size(int width, int height) {
-    desk::WidgetOf(platform::kMainWindow)->window()->resize(width, height);
-    desk::Run(200);
-  }
   static bool Holds(const char* code) {
     return desk::TextOf(morva::kIdEditor).contains(QString::fromLatin1(code));
   }
-  static bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
-  static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+  static void Press(Qt::Key key) { desk::KeyHere(key); }
   // Types over what a field holds.
   static void Fill(int id, const QString& text) {
     desk::Key(id, Qt::Key_A, Qt::ControlModifier);
@@ -69,7 +62,7 @@ struct ShapesAtTheDesk : AtDesk {
   static void ShowBoth(const char* what, const morva::Form& form) {
     for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
       SCOPED_TRACE(testing::Message() << what << " " << size.width());
-      Size(size.width(), size.height());
+      Resize(size.width(), size.height());
       if (form.sheet) morva::ScrollSheetToTop(*form.sheet);
       Show(QStringLiteral("%1_%2.png").arg(QLatin1String(what)).arg(size.width()).toLatin1());
       ExpectAllInSight(form);

@@ -1,8 +1,6 @@
 // The machining wizard on the real window: by keyboard and pointer, at both sizes.
 
-#include <QApplication>
 #include <QPixmap>
-#include <QTest>
 #include <vector>
 
 #include "builders/wizard/wizard_panel.h"
@@ -34,12 +32,6 @@ class WizardAtTheDesk : public AtDesk {
     }
     ASSERT_EQ(morva::app.mode, morva::kModeWizard);
   }
-  static void Size(const QSize& size) {
-    QWidget* window = desk::WidgetOf(platform::kMainWindow)->window();
-    window->resize(size);
-    ASSERT_TRUE(desk::Until([&]() { return window->size() == size; }));
-    desk::Run(50);
-  }
   static QImage PictureNow() { return desk::WidgetOf(morva::kViewWizardPicture)->grab().toImage(); }
   static void TypeOver(int id, const char* text) {
     desk::Key(id, Qt::Key_A, Qt::ControlModifier);
@@ -49,12 +41,11 @@ class WizardAtTheDesk : public AtDesk {
     const QWidget* widget = desk::WidgetOf(id);
     return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
   }
-  static bool HasKeyboard(int id) { return desk::WidgetOf(id)->hasFocus(); }
 };
 
 TEST_F(WizardAtTheDesk, ShowsEachOperationAtBothSizes) {
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
-    Size(size);
+    Resize(size.width(), size.height());
     for (int kind = morva::kWizardKinds - 1; kind >= 0; --kind) {
       desk::Click(kCard + kind);
       ASSERT_TRUE(desk::Until([kind]() { return morva::ChosenWizardKind() == kind; }));
@@ -70,7 +61,7 @@ TEST_F(WizardAtTheDesk, ShowsEachOperationAtBothSizes) {
 TEST_F(WizardAtTheDesk, IsWalkedByKeyboardAtBothSizes) {
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
     SCOPED_TRACE(size.width());
-    Size(size);
+    Resize(size.width(), size.height());
     desk::Click(kCard + morva::kWizardDrill);
     QWidget* const combo = desk::WidgetOf(morva::kIdWizardCombo);
     combo->setFocus();
@@ -80,7 +71,7 @@ TEST_F(WizardAtTheDesk, IsWalkedByKeyboardAtBothSizes) {
                                morva::kViewWizardPicture, morva::kIdWizardInsert});
     const QRect frame = Place(morva::kViewBuilder);
     for (const int id : order) {
-      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      desk::KeyHere(Qt::Key_Tab);
       ASSERT_TRUE(desk::Until([id]() { return HasKeyboard(id); })) << id;
       const bool fixed = id == morva::kViewWizardPicture || id == morva::kIdWizardInsert;
       if (fixed) {
@@ -98,7 +89,7 @@ TEST_F(WizardAtTheDesk, IsWalkedByKeyboardAtBothSizes) {
 }
 
 TEST_F(WizardAtTheDesk, DrawsWhatIsTypedAndPlaysItsExampleMeanwhile) {
-  Size(QSize(1200, 800));
+  Resize(1200, 800);
   desk::Key(morva::kIdWizardCombo, Qt::Key_Down);
   desk::Key(morva::kIdWizardCombo, Qt::Key_Down);
   ASSERT_TRUE(desk::Until([]() { return morva::ChosenWizardKind() == morva::kWizardDrill; }));
@@ -126,7 +117,7 @@ TEST_F(WizardAtTheDesk, DrawsWhatIsTypedAndPlaysItsExampleMeanwhile) {
   // A refusal comes back with the keyboard in the field that it is about.
   TypeOver(kField + morva::kWizardDepth, "0,5");
   desk::AnswerBox(QStringLiteral("OK"));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  desk::KeyHere(Qt::Key_Return);
   ASSERT_TRUE(desk::Until([]() { return desk::BoxesSeen() == 1; }));
   EXPECT_TRUE(desk::LastBoxText().contains(QStringLiteral("Depth Z holds no usable number.")));
   EXPECT_TRUE(desk::Until([]() { return HasKeyboard(kField + morva::kWizardDepth); }));
