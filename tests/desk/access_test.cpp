@@ -22,6 +22,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
+#include "library/shapes.h"
 #include "platform/editor.h"
 #include "platform/events.h"
 #include "platform/listing.h"
@@ -31,6 +32,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_switches.h"
+#include "text/codetext.h"
 
 namespace {
 
@@ -87,10 +89,15 @@ QWidget* WidgetOf(QAccessibleInterface* speaks) { return qobject_cast<QWidget*>(
 
 class Access : public CadDesk {
  protected:
-  // A program with a path, and a drawing with a line and a circle that is selected.
+  // A saved shape, a program with a path, and a drawing with a line and a circle that is selected.
   void SetUp() override {
     CadDesk::SetUp();
     SetSurface(kSurfaceCode);
+    SavedShape ear;
+    CopyBounded(ear.name, kShapeNameUnits, u"Ear");
+    ear.objects[ear.count++] = {kTypeCircle, 0, 0, 0, 1, 0, 0};
+    ASSERT_EQ(PutShape(ear), 0);
+    RefreshShapeLists();
     Open(Write("part.NC",
                "%\nO1\n(MORVA TEXT 1)\n(MORVA NAME FACE)\nG20 G90\nG00 X0 Y0 Z1\nG01 Z-0.5 F10\n"
                "X4\nY2\n(MORVA END 1)\nM30\n%\n"));
@@ -183,6 +190,8 @@ void ExpectTurns(int id, const Command& row) {
   const bool checkable = (row.told & kToldChecked) != 0;
   EXPECT_EQ(Of(id)->state().checkable, checkable);
   EXPECT_FALSE(Of(id)->state().checked);
+  // The key of saved shapes goes on when one is picked from its menu.
+  if (id == kIdCustomShapes) desk::AnswerMenu(QStringLiteral("Ear"));
   Do(id, checkable ? assist::Toggle() : assist::Press());
   EXPECT_TRUE(IsOn(id));
   EXPECT_EQ(Of(id)->state().checked, checkable);
