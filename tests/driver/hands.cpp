@@ -7,6 +7,7 @@
 #include "driver/drive_internal.h"
 #include "driver/json_text.h"
 #include "text/codetext.h"
+#include "platform/control.h"
 #include "platform/headless/headless.h"
 #include "platform/window.h"
 
@@ -20,7 +21,9 @@ std::vector<int> VisibleNamed(std::u16string_view name, bool labels) {
   std::vector<int> found;
   for (int id : headless::AllIds()) {
     headless::ControlInfo info;
-    if (!headless::Describe(id, info) || !info.visible || info.behind || info.name != name) {
+    // The name first, because it alone tells nearly all apart.
+    if (platform::AccessibleName(id) != name) continue;
+    if (!headless::Describe(id, info) || !info.visible || info.behind) {
       continue;
     }
     if ((info.kind == u"label") == labels) found.push_back(id);
@@ -33,7 +36,8 @@ std::vector<int> VisibleCaptioned(std::u16string_view caption) {
   std::vector<int> found;
   for (int id : headless::AllIds()) {
     headless::ControlInfo info;
-    if (!headless::Describe(id, info) || !info.visible || info.behind || info.text != caption) {
+    if (platform::TextOf(id) != caption) continue;
+    if (!headless::Describe(id, info) || !info.visible || info.behind) {
       continue;
     }
     if (info.kind == u"button" || info.kind == u"check") found.push_back(id);

@@ -3,6 +3,7 @@
 #include "platform/window.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -28,7 +29,43 @@ struct MainWindow {
 MainWindow window;
 
 std::vector<std::unique_ptr<Item>> items;
-std::unordered_map<int, Item*> byId;
+
+// Things by id. Asked for at every step, so that nearly all ids stand in a plain table.
+class ItemTable {
+ public:
+  Item* Find(int id) const {
+    if (IsDirect(id))
+      return static_cast<std::size_t>(id) < direct_.size() ? direct_[At(id)] : nullptr;
+    const auto found = others_.find(id);
+    return found == others_.end() ? nullptr : found->second;
+  }
+  void Put(int id, Item* item) {
+    if (!IsDirect(id)) {
+      others_[id] = item;
+      return;
+    }
+    if (direct_.size() <= At(id)) direct_.resize(At(id) + kStep);
+    direct_[At(id)] = item;
+  }
+  void Erase(int id) {
+    if (!IsDirect(id)) {
+      others_.erase(id);
+    } else if (At(id) < direct_.size()) {
+      direct_[At(id)] = nullptr;
+    }
+  }
+
+ private:
+  static constexpr int kMostDirect = 32768;
+  static constexpr std::size_t kStep = 1024;
+  static bool IsDirect(int id) { return id >= 0 && id < kMostDirect; }
+  static std::size_t At(int id) { return static_cast<std::size_t>(id); }
+
+  std::vector<Item*> direct_;
+  std::unordered_map<int, Item*> others_;
+};
+ItemTable byId;
+
 std::vector<int> chain;  // every id in the order of Tab
 unsigned heights = 0;
 int focused = 0;
@@ -47,10 +84,14 @@ struct PointerPlace {
 };
 PointerPlace pointer;
 
+void DropItems() {
+  for (const auto& item : items) byId.Erase(item->id);
+  items.clear();
+}
+
 void ResetWindow() {
   window = MainWindow();
-  items.clear();
-  byId.clear();
+  DropItems();
   chain.clear();
   focused = captured = held = 0;
   pointer = PointerPlace{.moves = pointer.moves};
@@ -97,10 +138,7 @@ bool VisibleWithParents(const Item& item) {
 
 }  // namespace
 
-Item* Find(int id) {
-  const auto found = byId.find(id);
-  return found == byId.end() ? nullptr : found->second;
-}
+Item* Find(int id) { return byId.Find(id); }
 
 Item* NewItem(int id, Kind kind, int parent, bool hidden) {
   if (FaultFor("control") || id == platform::kMainWindow || Find(id)) return nullptr;
@@ -113,7 +151,7 @@ Item* NewItem(int id, Kind kind, int parent, bool hidden) {
   item->height = ++heights;
   Item* made = item.get();
   items.push_back(std::move(item));
-  byId[id] = made;
+  byId.Put(id, made);
   chain.push_back(id);
   return made;
 }
@@ -206,8 +244,7 @@ bool CloseKey() {
   window.exists = window.shown = false;
   window.closed = true;
   if (events.destroyed) events.destroyed();
-  items.clear();
-  byId.clear();
+  DropItems();
   chain.clear();
   focused = captured = held = 0;
   pointer = PointerPlace{.moves = pointer.moves};
@@ -326,7 +363,7 @@ void Destroy(int id) {
   }
   for (int child : children) Destroy(child);
   headless::ForgetDialog(id);
-  headless::byId.erase(id);
+  headless::byId.Erase(id);
   std::erase(headless::chain, id);
   std::erase_if(headless::items, [id](const auto& item) { return item->id == id; });
   if (headless::focused == id) headless::focused = 0;
@@ -398,11 +435,16 @@ void BringToTop(int id) {
 void SetTabOrder(const int* ids, int count) {
   std::vector<int>& chain = headless::chain;
   int before = 0;
+  auto at = chain.end();  // where `before` stands
   for (int i = 0; i < count; ++i) {
     if (!Find(ids[i])) continue;
-    if (before != 0 && before != ids[i]) {
+    if (before == 0) {
+      at = std::find(chain.begin(), chain.end(), ids[i]);
+    } else if (at + 1 != chain.end() && at[1] == ids[i]) {
+      ++at;  // as before: an order that is set again moves nothing
+    } else if (before != ids[i]) {
       std::erase(chain, ids[i]);
-      chain.insert(std::find(chain.begin(), chain.end(), before) + 1, ids[i]);
+      at = chain.insert(std::find(chain.begin(), chain.end(), before) + 1, ids[i]);
     }
     before = ids[i];
   }
