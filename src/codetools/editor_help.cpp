@@ -2,6 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
+#include "documents/saving.h"
 #include "documents/tab_table.h"
 #include "library/code_index.h"
 #include "platform/editor.h"
@@ -178,6 +179,8 @@ std::u16string HelpForToken(std::u16string_view token) {
 
 void ShowHoverHelp(std::u16string_view token) {
   if (token.empty()) return;
+  // That nothing is saved stays told as long as it is so.
+  if (const std::u16string_view held = HeldWords(); !held.empty()) return ShowStatus(held);
   const std::u16string help = HelpForToken(token);
   ShowStatus(help.empty() ? kReadyWords : help);
 }

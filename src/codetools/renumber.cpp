@@ -7,6 +7,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
+#include "codetools/validator.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
@@ -41,6 +42,18 @@ void AddLine(std::u16string& out, std::u16string_view line, std::int64_t& counte
   out += u' ';
   out += line.substr(first);
   counter += 10;
+}
+
+// The line without its comments; one that is not closed reaches to its end.
+std::u16string CodeOfLine(std::u16string_view line) {
+  std::u16string code;
+  bool comment = false;
+  for (const char16_t c : line.substr(0, line.find(u';'))) {
+    if (c == u'(') comment = true;
+    if (!comment) code += c;
+    if (c == u')') comment = false;
+  }
+  return code;
 }
 
 // Where the user is: a line keeps its index, and what stands behind the caret stays behind it.
@@ -93,6 +106,19 @@ std::u16string RenumberedText(std::u16string_view text) {
   return out;
 }
 
+int CountLineJumps(std::u16string_view text) {
+  int jumps = 0;
+  while (!text.empty()) {
+    const std::u16string_view line = text.substr(0, text.find_first_of(u"\r\n"));
+    text.remove_prefix(std::min(text.size(), line.size() + 1));
+    const std::u16string code = CodeOfLine(line);
+    const bool local = (FindCodeWord(code, u'M', 97) || FindCodeWord(code, u'M', 99)) &&
+                       code.find_first_of(u"Pp") != code.npos;
+    jumps += local || HoldsFolded(code, u"GOTO") ? 1 : 0;
+  }
+  return jumps;
+}
+
 void RenumberProgram() {
   if (!platform::Exists(kIdEditor)) return;
   const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
@@ -115,6 +141,13 @@ void RenumberProgram() {
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,
                   .logged = u"Program renumbered N10, N20, N30..."});
+  // What a jump names may be a computed number, so that it is left to the programmer.
+  if (const int jumps = CountLineJumps(renumbered); jumps > 0) {
+    AppendOutput(
+        u"WARNING: Lines that jump to a line number (M97 P, M99 P, GOTO) were not "
+        u"changed: " +
+        IntegerText(jumps) + u". Check their targets before this program runs.");
+  }
 }
 
 }  // namespace morva

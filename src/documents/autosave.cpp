@@ -13,6 +13,7 @@
 #include "app/outlets.h"
 #include "app/surfaces.h"
 #include "documents/file_names.h"
+#include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saving.h"
 #include "platform/clock.h"
@@ -71,6 +72,7 @@ bool Autosave(ProgramTab& tab) {
   const AutosaveHold hold = HoldOf(tab);
   if (hold != AutosaveHold::None) {
     TellHeld(tab, hold);
+    KeepHeldCopy(tab);
   } else if (const std::u16string path = PathOf(tab); !path.empty()) {
     AutosaveProgram(tab, path);
   }

@@ -52,7 +52,7 @@ bool KeepMine(const ProgramTab& tab, std::u16string& words) {
   return ConfirmedNoFirst(
       u"Load Again",
       u"Your version could not be kept in \"Recovery\". When the file is loaded "
-      u"again, one Undo brings your text and its excluded code back; your drawings and plates "
+      u"again, Undo brings your text and its excluded code back; your drawings and plates "
       u"are lost.\r\n\r\nLoad it all the same?");
 }
 

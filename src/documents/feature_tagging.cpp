@@ -251,7 +251,8 @@ std::u16string TaggedText(std::u16string_view text) {
 }
 
 void RefreshFeatureList() {
-  const int selected = platform::SelectedRow(kIdFeatureList);
+  // The ids of another program's blocks mean nothing here.
+  const int selected = ActiveSerial() == listedSerial ? platform::SelectedRow(kIdFeatureList) : -1;
   const std::int64_t kept = selected >= 0 ? platform::RowData(kIdFeatureList, selected) : 0;
   const int top = platform::TopRow(kIdFeatureList);
   const std::u16string_view text = platform::EditorText(kIdEditor);

@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "app/app_state.h"
+#include "app/outlets.h"
 #include "documents/file_kinds.h"
 #include "documents/file_names.h"
+#include "documents/save_state.h"
 #include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/file.h"
@@ -31,9 +33,10 @@ std::u16string FreePath(std::u16string_view title) {
 
 std::u16string lastKept;  // the program that was written last
 
+// To a free path where `path` is empty.
 bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
                      void (*told)(const SaveResult& result)) {
-  path = FreePath(tab.title);
+  if (path.empty()) path = FreePath(tab.title);
   SaveJob job;
   job.program = path;
   job.told = told;
@@ -59,6 +62,7 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
+  path.clear();
   return HandOverProgram(tab, path, nullptr);
 }
 
@@ -66,7 +70,30 @@ bool KeepProgramNow(const ProgramTab& tab, std::u16string& path) {
   const auto note = [](const SaveResult& result) {
     if (result.answer == SaveAnswer::Saved) lastKept = result.program;
   };
+  path.clear();
   return HandOverProgram(tab, path, note) && WaitForSavesOf(path, 0) && lastKept == path;
+}
+
+void KeepHeldCopy(ProgramTab& tab) {
+  if (&tab == ActiveTab()) {
+    SyncActiveTab();
+    StashActiveWorkspace();
+  }
+  // The listener must not take its result for one of the program's own file.
+  const auto nothing = [](const SaveResult&) {};
+  std::u16string path = tab.save.heldCopy;
+  if (!HandOverProgram(tab, path, nothing) || path == tab.save.heldCopy) return;
+  NoteHeldCopy(tab, path);
+  AppendOutput(u"Until " + std::u16string(tab.title) + u" is saved, its changes are kept in " +
+               path);
+}
+
+void DropHeldCopy(ProgramTab& tab) {
+  const std::u16string path = tab.save.heldCopy;
+  if (path.empty()) return;
+  NoteHeldCopy(tab, {});
+  platform::EraseFile(path);
+  EraseCompanions(path);
 }
 
 }  // namespace morva

@@ -93,4 +93,6 @@ bool NoteHeld(ProgramTab& tab, AutosaveHold reason) {
 
 void KeepHome(ProgramTab& tab, std::u16string_view home) { tab.save.home = home; }
 
+void NoteHeldCopy(ProgramTab& tab, std::u16string_view path) { tab.save.heldCopy = path; }
+
 }  // namespace morva

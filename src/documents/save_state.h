@@ -52,5 +52,7 @@ void AcceptLoss(ProgramTab& tab);
 // to be told.
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
 void KeepHome(ProgramTab& tab, std::u16string_view home);
+// Where the copy stands that is kept while the autosave is held; empty: there is none.
+void NoteHeldCopy(ProgramTab& tab, std::u16string_view path);
 
 }  // namespace morva

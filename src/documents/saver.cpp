@@ -42,9 +42,9 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
   return platform::WriteAtomic(write, written);
 }
 
-bool MoveAll(const SaveJob& job, std::vector<SaveMove>& moved) {
+bool MoveAll(const SaveJob& job, bool last, std::vector<SaveMove>& moved) {
   for (const SaveMove& move : job.moves) {
-    if (!platform::FileExists(move.from)) continue;
+    if (move.last != last || !platform::FileExists(move.from)) continue;
     if (move.to.empty()) return false;  // no name is free
     if (platform::FileExists(move.to)) continue;
     if (!platform::RenameOver(move.from, move.to)) return false;
@@ -70,7 +70,7 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   if (standing == FileStanding::Unknown) return SaveAnswer::Failed;
   // One that is gone holds nothing that could be lost.
   if (standing == FileStanding::Gone) job.checked = false;
-  if (!MoveAll(job, result.moved)) return SaveAnswer::Failed;
+  if (!MoveAll(job, false, result.moved)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
@@ -79,7 +79,7 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
     if (file.path == job.program) result.now = {written, HashBytes(file.bytes)};
     if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
   }
-  return SaveAnswer::Saved;
+  return MoveAll(job, true, result.moved) ? SaveAnswer::Saved : SaveAnswer::Failed;
 }
 
 SaveResult Write(SaveJob& job) {

@@ -37,11 +37,12 @@ struct SaveFile {
   std::string bytes;
 };
 
-// A file that is put under another name before anything is written. Where that name is taken it has
-// been done by an earlier save.
+// A file that is put under another name: before anything is written, or behind the last file. Where
+// that name is taken it has been done by an earlier save.
 struct SaveMove {
   std::u16string from;
   std::u16string to;
+  bool last = false;
 };
 
 enum class SaveAnswer { Saved, Failed, Changed };

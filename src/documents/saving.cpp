@@ -11,6 +11,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
+#include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/tab_models.h"
 #include "platform/editor.h"
@@ -100,6 +101,7 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
   NoteSaved(tab, result.changes);
+  if (!tab.dirty) DropHeldCopy(tab);
   WriteProgramInformation();
   if (result.byUser) {
     AppendOutput(u"Saved program.");
@@ -160,6 +162,7 @@ void OnSaved(const SaveResult& given) {
     return;
   }
   if (!saved) NoteSaveFailed(*tab, result.program);
+  if (!saved) KeepHeldCopy(*tab);
   if (result.answer == SaveAnswer::Failed) TryAgainLater();
   FollowResult(*tab, result);
 }
@@ -192,6 +195,11 @@ AutosaveHold HoldOf(const ProgramTab& tab) {
 void TryAgainLater() {
   if (platform::TimerRuns(platform::kMainWindow, kTimerAutosave)) return;
   platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
+}
+
+std::u16string_view HeldWords() {
+  const ProgramTab* const tab = ActiveTab();
+  return tab ? HoldWords(tab->save.held) : u"";
 }
 
 void TellHeld(ProgramTab& tab, AutosaveHold reason) {

@@ -28,6 +28,9 @@ void TellAutosave(const ProgramTab& tab, std::u16string_view words);
 // A stick or a share may be back in a moment, and the program's tab may have been left meanwhile:
 // the autosave runs again some seconds later.
 void TryAgainLater();
+// Why the autosave leaves the active program alone, for as long as it does; empty where it does
+// not.
+std::u16string_view HeldWords();
 // Says once why the autosave leaves the program alone.
 void TellHeld(ProgramTab& tab, AutosaveHold reason);
 

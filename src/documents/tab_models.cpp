@@ -40,6 +40,8 @@ constexpr CompanionKind kCompanionKinds[kCompanionCount] = {
     {kFeaturesEnd, u"The file of the excluded code"},
 };
 
+constexpr std::uint64_t kEmptyCompanion = 8;  // bytes of ".features" without an entry
+
 bool CadWindowExists() { return liveModels.cadWindowExists && liveModels.cadWindowExists(); }
 bool PlateWindowExists() { return liveModels.plateWindowExists && liveModels.plateWindowExists(); }
 
@@ -164,6 +166,18 @@ void NoteCompanion(std::u16string_view program, int which, bool usable, ProgramT
                std::u16string(BareFileName(kept.to)));
 }
 
+// Told at once: behind a session of work the file that holds it may be gone for good.
+void TellMissingCode(std::u16string_view text, const ProgramTab& tab) {
+  const std::vector<std::int32_t> named = NamedNumbers(text);
+  const auto missing = std::ranges::count_if(named, [&tab](std::int32_t number) {
+    return FindDisabledCode(tab.disabledCode, number) == nullptr;
+  });
+  if (missing == 0) return;
+  AppendOutput(u"The code of excluded blocks is missing: " + IntegerText(missing) + u" of " +
+               IntegerText(static_cast<std::int64_t>(named.size())) +
+               u" in this program. It belongs into its \".features\" file.");
+}
+
 void AddModelFiles(std::u16string_view file, const ProgramTab& tab, std::vector<SaveFile>& files) {
   if (tab.cadStore) {
     files.push_back({CompanionPath(file, kCadEnd), {}});
@@ -198,19 +212,39 @@ void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& 
                 found == Companion::Missing || (found == Companion::Read && TakePlates(bytes, tab)),
                 tab);
   NoteCompanion(path, 2, ReadExcludedCode(path, text, tab.disabledCode), tab);
+  TellMissingCode(text, tab);
 }
+
+namespace {
+
+// What is about to be written over stays under another name. An empty list of excluded code is no
+// loss.
+void AddKeptCopy(const std::u16string& file, std::u16string_view suffix, SaveJob& job) {
+  std::string bytes;
+  const std::u16string companion = CompanionPath(file, suffix);
+  const Companion found = ReadOne(companion, bytes);
+  if (found == Companion::Unusable) job.moves.push_back({companion, NameToKeep(file, suffix)});
+  if (found != Companion::Read || bytes.size() <= kEmptyCompanion) return;
+  job.files.insert(job.files.begin(), {NameToKeep(file, suffix), std::move(bytes)});
+}
+
+}  // namespace
 
 void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job) {
   const bool own = std::u16string_view(tab.path) == path;
   const std::u16string file = FileToRead(path);
+  const bool replaces = platform::FileExists(file);
   for (int i = 0; i < kCompanionCount; ++i) {
     const std::u16string companion = CompanionPath(file, kCompanionKinds[i].suffix);
     const bool written = std::ranges::any_of(
         job.files, [&](const SaveFile& other) { return other.path == companion; });
     if (written && tab.unusable[i].from == companion) job.moves.push_back(tab.unusable[i]);
-    // What belongs to the program that is replaced would be this one's when it is opened again.
-    if (!own && !written && platform::FileExists(companion))
-      job.moves.push_back({companion, NameToKeep(file, kCompanionKinds[i].suffix)});
+    if (own) continue;
+    // What belongs to the program that is replaced would be this one's when it is opened again. It
+    // goes when that program has gone.
+    if (!written && platform::FileExists(companion))
+      job.moves.push_back({companion, NameToKeep(file, kCompanionKinds[i].suffix), true});
+    if (written && replaces) AddKeptCopy(file, kCompanionKinds[i].suffix, job);
   }
 }
 
@@ -227,6 +261,11 @@ bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string
   files.push_back({std::u16string(path), std::move(bytes)});
   AddModelFiles(file, tab, files);
   return true;
+}
+
+void EraseCompanions(std::u16string_view path) {
+  for (const CompanionKind& kind : kCompanionKinds)
+    platform::EraseFile(CompanionPath(path, kind.suffix));
 }
 
 std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::int32_t block) {

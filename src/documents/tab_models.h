@@ -31,9 +31,12 @@ std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::in
 // more than its file may hold, what `text` does not name is left out. False: that is too much, too.
 bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
                      const ProgramTab& tab, std::vector<SaveFile>& files);
-// Which companions have to give way before the job's files are written under `path`: one that could
-// not be read, before it is written over, and those of another program whose name is taken.
+// Which companions have to give way where the job's files are written under `path`: one that could
+// not be read, before it is written over, and those of another program whose name is taken, of which
+// a copy stays or which go behind the last file.
 void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job);
+// Erases the companions beside a copy of a program, which is no link.
+void EraseCompanions(std::u16string_view path);
 // Frees what the record holds on the heap and leaves it empty.
 void FreeTab(ProgramTab& tab);
 

@@ -32,6 +32,7 @@ struct SaveState {
   platform::FileFigures askedAbout;  // the state of the file that loading was offered for
   bool lossAccepted = false;         // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
+  std::u16string heldCopy;    // in "Recovery", while the autosave is held; empty: none
   std::u16string takingPath;  // a save under way gives the program this path; empty: none does
   std::u16string home;        // where the first autosave goes, while it is under way
 };

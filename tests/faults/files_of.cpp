@@ -23,7 +23,7 @@ Files FilesOf(const fs::path& folder) {
     } else {
       continue;
     }
-    files[fs::relative(entry.path(), folder).string()] = file;
+    files[entry.path().lexically_relative(folder).string()] = file;
   }
   return files;
 }

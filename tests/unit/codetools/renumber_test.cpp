@@ -41,6 +41,12 @@ TEST(Renumber, TakesLfCrAsTwoLineEnds) {
 
 TEST(Renumber, LeavesAnEmptyProgramEmpty) { EXPECT_EQ(RenumberedText(u""), u""); }
 
+TEST(Renumber, CountsTheLinesThatJumpToALineNumber) {
+  EXPECT_EQ(CountLineJumps(u"G0 X1\r\nM97 P20\r\nIF [#1 EQ 2] GOTO 10\r\nm99p5\r\n"), 3);
+  EXPECT_EQ(CountLineJumps(u"M99\nM97\n(GOTO 5)\nG0 (M97 P1) X1 ; GOTO 7\nM98 P1000\n"), 0);
+  EXPECT_EQ(CountLineJumps(u""), 0);
+}
+
 TEST(Renumber, CountsPastFiveDigits) {
   std::u16string text;
   for (int i = 0; i < 10001; ++i) text += u"G0\r\n";

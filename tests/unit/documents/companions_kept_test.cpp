@@ -119,6 +119,25 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithDrawingsLeavesItNoDrawings) {
   EXPECT_TRUE(Told(u"q.NC.cadmv of the replaced program is kept as q.NC.cadmv.kept"));
 }
 
+TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.features", entry);
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_EQ(Raw("q.NC.features.kept"), entry);
+  EXPECT_EQ(Raw("q.NC.features"), std::string("MVC1\0\0\0\0", 8));
+}
+
+TEST_F(CompanionsKept, OpeningTellsHowMuchExcludedCodeIsMissing) {
+  Put("a.NC",
+      "(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n"
+      "(MORVA TEXT 2)\r\n(MORVA DISABLED 7)\r\n(MORVA END 2)\r\n");
+  Put("a.NC.features", std::string("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20));
+  OpenFile("a.NC");
+  EXPECT_TRUE(Told(u"The code of excluded blocks is missing: 1 of 2 in this program."));
+}
+
 TEST_F(CompanionsKept, AProgramHasTheSameByItsLinkAndByItsName) {
   fs::create_directory(folder / "b");
   Put("b/real.NC", "(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n");
