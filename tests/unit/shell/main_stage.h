@@ -87,6 +87,7 @@ struct MainStage : public support::Stage {
     morva::FreeTabs();
     morva::ResetDocuments();
     morva::ResetSimulator();
+    morva::ResetCad();  // its window went with the machine
     morva::ResetShell();
     morva::playback = morva::Playback();
     morva::switches = morva::ViewSwitches();
