@@ -31,6 +31,7 @@ ItemPlace PlaceInGrid(const GridPlaces& grid, int item);
 
 // How an item of a circle is turned; the numbers stand in records of blocks.
 enum class Orientation { Fixed = 0, Radial = 1, Tangential = 2 };
+inline constexpr const char16_t* kOrientationWords[] = {u"Fixed angle", u"Radial", u"Tangential"};
 // The turn of an item that stands at `angle` and is turned by `rotation` itself, degrees.
 double ItemTurn(Orientation orientation, double rotation, double angle);
 

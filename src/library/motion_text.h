@@ -30,6 +30,14 @@ enum class ItemShape : std::int32_t {
   Diamond = 4,
   Slot = 5,
 };
+// Their words in lists, in this order.
+inline constexpr const char16_t* kItemWords[] = {u"Circle",   u"Square",  u"Rectangle",
+                                                 u"Triangle", u"Diamond", u"Slot"};
+
+// The line of a program's unit: "G20 (INCH)" or "G21 (MM)".
+inline std::u16string_view UnitLine(bool metric) { return metric ? u"G21 (MM)" : u"G20 (INCH)"; }
+// Absolute, in the XY plane, feeds a minute.
+inline constexpr std::u16string_view kPlainModes = u"G90 G17 G94";
 
 // A closed outline about its centre. A circle's diameter is `width`; a slot is `width` long and
 // `height` wide. Sizes count by magnitude; from square to diamond a height below 1e-6 is the

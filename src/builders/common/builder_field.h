@@ -32,8 +32,5 @@ inline int WholeWithin(double value, int least, int most) {
 }
 
 inline constexpr double kLeastCut = 0.000001;  // sizes and feeds count above it
-// "G20 (INCH)" or "G21 (MM)".
-inline std::u16string_view UnitLine(bool metric) { return metric ? u"G21 (MM)" : u"G20 (INCH)"; }
-inline constexpr std::u16string_view kPlainModes = u"G90 G17 G94";
 
 }  // namespace morva

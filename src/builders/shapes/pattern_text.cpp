@@ -8,6 +8,7 @@
 #include "app/limits.h"
 #include "documents/block_labels.h"
 #include "library/extents.h"
+#include "library/motion_text.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
@@ -24,10 +25,6 @@ constexpr char16_t kGridWords[] =
 constexpr char16_t kGridLimitWords[] =
     u"This pattern exceeds the audited limit of 400 generated items. Reduce Rows or Columns to "
     u"keep the program reviewable and avoid unsafe oversized output.";
-
-constexpr const char16_t* kItems[] = {u"Circle",   u"Square",  u"Rectangle",
-                                      u"Triangle", u"Diamond", u"Slot"};
-constexpr const char16_t* kOrientations[] = {u"Fixed angle", u"Radial", u"Tangential"};
 
 constexpr BuilderField Length(const char16_t* label, const char16_t* start, double fallback) {
   return {.label = label, .start = start, .fallback = fallback, .follows = Follows::Length};
@@ -277,8 +274,8 @@ void AddNumber(Picture& picture, const Place& place, int item, const Numbers& nu
 
 }  // namespace
 
-std::span<const char16_t* const> PatternItems() { return kItems; }
-std::span<const char16_t* const> PatternOrientations() { return kOrientations; }
+std::span<const char16_t* const> PatternItems() { return kItemWords; }
+std::span<const char16_t* const> PatternOrientations() { return kOrientationWords; }
 std::span<const BuilderField> CircularFields() { return kCircularFields; }
 std::span<const BuilderField> GridFields() { return kGridFields; }
 

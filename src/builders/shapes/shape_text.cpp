@@ -6,6 +6,7 @@
 #include "app/limits.h"
 #include "library/extents.h"
 #include "library/kept_text.h"
+#include "library/motion_text.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
 #include "text/length_units.h"

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "app/limits.h"
+#include "library/motion_text.h"
 #include "text/code_writer.h"
 
 namespace morva {

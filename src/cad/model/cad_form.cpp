@@ -6,6 +6,8 @@
 #include "app/limits.h"
 #include "cad/model/sketch.h"
 #include "documents/program_changed.h"
+#include "library/item_places.h"
+#include "library/motion_text.h"
 #include "library/units.h"
 #include "platform/window.h"
 
@@ -27,11 +29,8 @@ constexpr unsigned kPatternForms = kCircle | kGrid;
 constexpr unsigned kDirections = kRectangular | PageBit(kReadDirections);
 constexpr Follows kLength = Follows::Length;
 
-constexpr const char16_t* kQuickOrientations[] = {u"Orientation: Fixed angle", u"Radial",
-                                                  u"Tangential"};
-constexpr const char16_t* kItems[] = {u"Circle",   u"Square",  u"Rectangle",
-                                      u"Triangle", u"Diamond", u"Slot"};
-constexpr const char16_t* kOrientations[] = {u"Fixed angle", u"Radial", u"Tangential"};
+constexpr const char16_t* kQuickOrientations[] = {u"Orientation: Fixed angle", kOrientationWords[1],
+                                                  kOrientationWords[2]};
 
 constexpr FormRow Head(unsigned pages, const char16_t* words) {
   return {.kind = RowKind::Head, .label = words, .pages = pages};
@@ -87,7 +86,7 @@ constexpr FormRow kRows[] = {
     Head(kPatterns, u"SKETCH PATTERN"),
     Keys(kPatternForms, kIdCadPatternSource),
     {.kind = RowKind::Choice, .id = kIdCircularItem, .label = u"Item",
-     .choice = kPatternItem, .pages = kCircle, .rows = kItems},
+     .choice = kPatternItem, .pages = kCircle, .rows = kItemWords},
     {.id = kIdCadCircSize, .label = u"Size / length", .help = kItemSizeHelp, .start = u"0.500", .fallback = 0.5,
      .follows = kLength, .value = kCircularSize, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircWidth, .label = u"Width", .help = kItemSizeHelp, .start = u"0.250", .fallback = 0.25,
@@ -108,7 +107,7 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadCircRotation, .label = u"Item rotation \u00B0", .start = u"0",
      .value = kCircularTurn, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.kind = RowKind::Choice, .id = kIdCircularOrientation, .label = u"Orientation",
-     .choice = kPatternOrientation, .pages = kCircle, .rows = kOrientations, .chosen = 1},
+     .choice = kPatternOrientation, .pages = kCircle, .rows = kOrientationWords, .chosen = 1},
     {.id = kIdCadCircDepth, .label = u"Z depth", .start = u"-0.100", .fallback = -0.1,
      .follows = kLength, .value = kCircularDepth, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.id = kIdCadCircFeed, .label = u"Feed", .start = u"10.00", .fallback = 10, .follows = kLength,
@@ -116,7 +115,7 @@ constexpr FormRow kRows[] = {
     {.id = kIdCadCircSafeZ, .label = u"Safe Z", .start = u"0.500", .fallback = 0.5,
      .follows = kLength, .value = kCircularSafeZ, .pages = kCircle, .enter = kIdCadCreatePattern},
     {.kind = RowKind::Choice, .id = kIdRectItem, .label = u"Item",
-     .choice = kPatternItem, .pages = kGrid, .rows = kItems},
+     .choice = kPatternItem, .pages = kGrid, .rows = kItemWords},
     {.id = kIdCadRectSize, .label = u"Size / length", .help = kItemSizeHelp, .start = u"0.500", .fallback = 0.5,
      .follows = kLength, .value = kGridSize, .pages = kGrid, .enter = kIdCadCreatePattern},
     {.id = kIdCadRectWidth, .label = u"Width", .help = kItemSizeHelp, .start = u"0.250", .fallback = 0.25,

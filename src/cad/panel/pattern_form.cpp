@@ -72,12 +72,13 @@ bool Refuse(const char16_t* words) {
 
 bool IsWithin(double value, double limit) { return std::fabs(value) < limit; }
 
-constexpr ShapeRow kShapeRows[] = {{u"Circle", static_cast<std::int64_t>(ItemShape::Circle)},
-                                   {u"Square", static_cast<std::int64_t>(ItemShape::Square)},
-                                   {u"Rectangle", static_cast<std::int64_t>(ItemShape::Rectangle)},
-                                   {u"Triangle", static_cast<std::int64_t>(ItemShape::Triangle)},
-                                   {u"Diamond", static_cast<std::int64_t>(ItemShape::Diamond)},
-                                   {u"Slot", static_cast<std::int64_t>(ItemShape::Slot)}};
+constexpr ShapeRow ItemRow(ItemShape shape) {
+  const auto data = static_cast<std::int64_t>(shape);
+  return {kItemWords[data], data};
+}
+constexpr ShapeRow kShapeRows[] = {ItemRow(ItemShape::Circle),    ItemRow(ItemShape::Square),
+                                   ItemRow(ItemShape::Rectangle), ItemRow(ItemShape::Triangle),
+                                   ItemRow(ItemShape::Diamond),   ItemRow(ItemShape::Slot)};
 constexpr int kShapeLists[] = {kIdCircularItem, kIdRectItem};
 
 // A saved shape in its own sizes, whatever the form's say.

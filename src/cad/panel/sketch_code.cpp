@@ -86,8 +86,8 @@ void Write(const FormValues& values, CodeWriter& out) {
   const CutData cut = CutDataOf(values.numbers);
   Line(out, u"");
   Line(out, kSketchLabel);
-  Line(out, values.metric ? u"G21 (MM)" : u"G20 (INCH)");
-  Line(out, u"G90 G17 G94");
+  Line(out, UnitLine(values.metric));
+  Line(out, kPlainModes);
   Put(out, u"G00 Z", cut.safeZ, 3);
   Line(out, u"");
   for (int i = 0; i < sketch.objectCount; ++i) {
