@@ -71,6 +71,8 @@ void TagAfterEdit();
 std::u16string TaggedText(std::u16string_view text);
 // Rebuilds the feature list's rows from the text; a row's number is its block's id.
 void RefreshFeatureList();
+// Whether the list was filled for the active program, or for none yet.
+bool ListShowsActiveProgram();
 // In a row whose block is excluded and has code of its own.
 inline constexpr std::u16string_view kHiddenMark = u" [hidden]";
 inline constexpr std::u16string_view kLockedMark = u" [locked]";

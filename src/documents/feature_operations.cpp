@@ -253,6 +253,8 @@ void ToggleIncludeOf(std::int32_t id, bool confirmed) {
 }  // namespace
 
 std::int32_t SelectedFeatureId() {
+  // Behind a switch the list shows another program's blocks for a moment.
+  if (!ListShowsActiveProgram()) return 0;
   const int row = platform::SelectedRow(kIdFeatureList);
   return row < 0 ? 0 : static_cast<std::int32_t>(platform::RowData(kIdFeatureList, row));
 }

@@ -2,6 +2,7 @@
 // refresh that stand between the scan and the user.
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/change_guard.h"
@@ -204,12 +205,12 @@ Inclusion InclusionOfRow(int row) {
 void FollowSelection(std::int64_t keptId) {
   const int row = platform::SelectedRow(kIdFeatureList);
   const std::uint64_t serial = ActiveSerial();
-  if (serial != listedSerial || (row < 0 && keptId != 0)) {
+  const bool other = std::exchange(listedSerial, serial) != serial;
+  if (other || (row < 0 && keptId != 0)) {
     UpdateFeatureCaptions();
   } else {
     ShowInclusion(InclusionOfRow(row));
   }
-  listedSerial = serial;
 }
 
 // What the number of blocks has to say goes again with the program, or the blocks, that it was
@@ -279,6 +280,8 @@ void RefreshFeatureList() {
   FollowSelection(kept);
   HintAtCount();
 }
+
+bool ListShowsActiveProgram() { return listedSerial == 0 || listedSerial == ActiveSerial(); }
 
 bool FeatureRowExcluded(int row) { return InclusionOfRow(row) != Inclusion::On; }
 bool FeatureRowHasLiveCode(int row) { return InclusionOfRow(row) == Inclusion::OffHasCode; }

@@ -343,13 +343,17 @@ Destination AskIfNeverRun(std::int32_t index, int more) {
 }
 
 bool InsertAtSplit(const std::u16string& block, std::int32_t lastId) {
-  if (!HasRoomFor(block.size())) {
+  constexpr std::size_t kMarkers = 160;  // units of the lines that close and open the split block
+  if (!HasRoomFor(block.size() + kMarkers)) {
     TellNoRoom(u"Insert");
     return false;
   }
   const std::u16string text(platform::EditorText(kIdEditor));
   const SplitPlace split = FindSplit(text, CodeCaret(text));
-  if (split.row < 0) return false;
+  if (split.row < 0) {
+    ShowStatus(u"Not inserted: the caret stands in no user code any more. Press again.");
+    return false;
+  }
   PutAtSplit(text, split, block, lastId);
   return true;
 }

@@ -19,6 +19,7 @@
 #include "documents/marker_lines.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
+#include "documents/text_room.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "text/codetext.h"
@@ -53,6 +54,10 @@ Destination AskForPlace(std::int32_t selectedId) {
 
 bool Put(const std::u16string& block, std::int32_t id, std::int32_t at, Destination destination) {
   if (destination == Destination::Split) return InsertAtSplit(block, id);
+  if (!HasRoomFor(block.size() + 4)) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
   const int position = MapTextOffset(CodeText(), at);
   const InsertingText own;
   platform::ReplaceRange(kIdEditor, {position, position}, u"\r\n" + block + u"\r\n");

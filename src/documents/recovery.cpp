@@ -48,6 +48,18 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
   return true;
 }
 
+// It is told as kept when it is, and tried again where it is not.
+void OnHeldCopy(const SaveResult& result) {
+  int index = 0;
+  while (index < app.tabCount && tabs[index].save.heldCopy != result.program) ++index;
+  ProgramTab* const tab = index < app.tabCount ? TabOfSerial(tabs[index].serial) : nullptr;
+  if (!tab) return;
+  if (result.answer != SaveAnswer::Saved) return NoteHeldChanges(*tab, 0);
+  if (!NoteHeldTold(*tab)) return;
+  AppendOutput(u"Until " + std::u16string(tab->title) + u" is saved, its changes are kept in " +
+               result.program);
+}
+
 }  // namespace
 
 bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
@@ -75,17 +87,18 @@ bool KeepProgramNow(const ProgramTab& tab, std::u16string& path) {
 }
 
 void KeepHeldCopy(ProgramTab& tab) {
+  if (tab.save.heldCopy.empty()) NoteHeldCopy(tab, FreePath(tab.title));
+  std::u16string path = tab.save.heldCopy;
+  if (path.empty() || tab.save.heldChanges == tab.save.changes) return;
   if (&tab == ActiveTab()) {
     SyncActiveTab();
     StashActiveWorkspace();
   }
-  // The listener must not take its result for one of the program's own file.
-  const auto nothing = [](const SaveResult&) {};
-  std::u16string path = tab.save.heldCopy;
-  if (!HandOverProgram(tab, path, nothing) || path == tab.save.heldCopy) return;
-  NoteHeldCopy(tab, path);
-  AppendOutput(u"Until " + std::u16string(tab.title) + u" is saved, its changes are kept in " +
-               path);
+  // First: the results that are told meanwhile may close the program.
+  NoteHeldChanges(tab, tab.save.changes);
+  const std::uint64_t serial = tab.serial;
+  if (HandOverProgram(tab, path, OnHeldCopy)) return;
+  if (ProgramTab* const left = TabOfSerial(serial)) NoteHeldChanges(*left, 0);
 }
 
 void DropHeldCopy(ProgramTab& tab) {

@@ -19,8 +19,8 @@ bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path);
 // The same, and waits until it is written. False: it is not.
 bool KeepProgramNow(const ProgramTab& tab, std::u16string& path);
 
-// While the autosave has to leave a program alone: one copy of it, written over with each call. The
-// log names it once.
+// While the autosave has to leave a program alone: one copy of it, written over when there is more
+// to keep. The log names it once, when it stands.
 void KeepHeldCopy(ProgramTab& tab);
 // The program's own file holds everything: the copy goes.
 void DropHeldCopy(ProgramTab& tab);

@@ -93,6 +93,14 @@ bool NoteHeld(ProgramTab& tab, AutosaveHold reason) {
 
 void KeepHome(ProgramTab& tab, std::u16string_view home) { tab.save.home = home; }
 
-void NoteHeldCopy(ProgramTab& tab, std::u16string_view path) { tab.save.heldCopy = path; }
+void NoteHeldCopy(ProgramTab& tab, std::u16string_view path) {
+  tab.save.heldCopy = path;
+  tab.save.heldChanges = 0;
+  tab.save.heldTold = false;
+}
+
+void NoteHeldChanges(ProgramTab& tab, std::uint32_t changes) { tab.save.heldChanges = changes; }
+
+bool NoteHeldTold(ProgramTab& tab) { return !std::exchange(tab.save.heldTold, true); }
 
 }  // namespace morva

@@ -54,5 +54,9 @@ bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
 void KeepHome(ProgramTab& tab, std::u16string_view home);
 // Where the copy stands that is kept while the autosave is held; empty: there is none.
 void NoteHeldCopy(ProgramTab& tab, std::u16string_view path);
+// The changes that the copy was given; 0: it is to be written anew.
+void NoteHeldChanges(ProgramTab& tab, std::uint32_t changes);
+// True the first time for each copy: tell where it stands.
+bool NoteHeldTold(ProgramTab& tab);
 
 }  // namespace morva

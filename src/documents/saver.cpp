@@ -78,6 +78,7 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
     if (answer == platform::WriteAnswer::Failed) return SaveAnswer::Failed;
     if (file.path == job.program) result.now = {written, HashBytes(file.bytes)};
     if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
+    if (!file.copyOf.empty()) result.copied.push_back({file.copyOf, file.path});
   }
   return MoveAll(job, true, result.moved) ? SaveAnswer::Saved : SaveAnswer::Failed;
 }
@@ -279,6 +280,10 @@ bool IsBeingSaved(std::u16string_view program) {
   if (working && underWay == program) return true;
   for (const SaveJob& job : waiting) {
     if (job.program == program) return true;
+  }
+  // Written, but the program does not know it yet.
+  for (const SaveResult& untold : finished) {
+    if (untold.program == program) return true;
   }
   return false;
 }

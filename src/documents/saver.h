@@ -35,6 +35,7 @@ bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& stat
 struct SaveFile {
   std::u16string path;
   std::string bytes;
+  std::u16string copyOf = {};  // the file that this is a copy of; empty: it is none
 };
 
 // A file that is put under another name: before anything is written, or behind the last file. Where
@@ -71,8 +72,9 @@ struct SaveResult {
   bool takesPath = false;
   std::u16string program;
   SaveAnswer answer = SaveAnswer::Failed;
-  DiskState now;                // of the program, where it was saved
-  std::vector<SaveMove> moved;  // what stands under another name now
+  DiskState now;                 // of the program, where it was saved
+  std::vector<SaveMove> moved;   // what stands under another name now
+  std::vector<SaveMove> copied;  // what has a copy under another name now
   void (*told)(const SaveResult& result) = nullptr;
 };
 

@@ -135,7 +135,10 @@ void FollowResult(ProgramTab& tab, const SaveResult& result) {
     NotePathTaken(tab, result.program);
   }
   const bool own = std::u16string_view(tab.path) == result.program;
-  if (result.takesPath) LogMoved(result.moved);
+  if (result.takesPath) {
+    LogMoved(result.moved);
+    LogMoved(result.copied);
+  }
   // The program was written even if a later companion failed.
   if (own && result.now.figures.exists) NoteDisk(tab, result.now);
   switch (result.answer) {

@@ -225,7 +225,7 @@ void AddKeptCopy(const std::u16string& file, std::u16string_view suffix, SaveJob
   const Companion found = ReadOne(companion, bytes);
   if (found == Companion::Unusable) job.moves.push_back({companion, NameToKeep(file, suffix)});
   if (found != Companion::Read || bytes.size() <= kEmptyCompanion) return;
-  job.files.insert(job.files.begin(), {NameToKeep(file, suffix), std::move(bytes)});
+  job.files.insert(job.files.begin(), {NameToKeep(file, suffix), std::move(bytes), companion});
 }
 
 }  // namespace

@@ -32,9 +32,11 @@ struct SaveState {
   platform::FileFigures askedAbout;  // the state of the file that loading was offered for
   bool lossAccepted = false;         // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
-  std::u16string heldCopy;    // in "Recovery", while the autosave is held; empty: none
-  std::u16string takingPath;  // a save under way gives the program this path; empty: none does
-  std::u16string home;        // where the first autosave goes, while it is under way
+  std::u16string heldCopy;        // in "Recovery", while the autosave is held; empty: none
+  std::uint32_t heldChanges = 0;  // those that the copy was given; 0: it is to be written
+  bool heldTold = false;          // the log has named the copy
+  std::u16string takingPath;      // a save under way gives the program this path; empty: none does
+  std::u16string home;            // where the first autosave goes, while it is under way
 };
 
 inline constexpr int kCompanionCount = 3;  // drawings, plates, excluded code

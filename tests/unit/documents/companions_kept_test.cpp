@@ -126,6 +126,7 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {
   TypeProgram(u"G1 X1");
   ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
   EXPECT_EQ(Raw("q.NC.features.kept"), entry);
+  EXPECT_TRUE(Told(u"q.NC.features of the replaced program is kept as q.NC.features.kept"));
   EXPECT_EQ(Raw("q.NC.features"), std::string("MVC1\0\0\0\0", 8));
 }
 

@@ -216,10 +216,25 @@ TEST_F(SavesUnderWay, TriesATabAgainThatWasLeftWhenItsDiskIsBack) {
   EXPECT_EQ(Raw("a.NC"), "G0 X1\r\n");
   // Not at every turn: each 5 s, the file and its copy in "Recovery".
   EXPECT_LE(tries, 10);
+  EXPECT_EQ(Output().find(u"its changes are kept in"), std::u16string::npos);
   failing = false;
   headless::Advance(6000);
   EXPECT_TRUE(Holds("a.NC", "G0 X2"));
   EXPECT_FALSE(tabs[1].dirty);
+}
+
+TEST_F(SavesUnderWay, WritesTheCopyOfAHeldProgramOnlyWhenThereIsMoreToKeep) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  Put("a.NC", "G0 X999\r\n");
+  headless::Advance(1000);
+  morva::SwitchTab(0);
+  headless::Advance(1000);
+  platform::fileFault = Pulled;
+  tries = 0;
+  for (int i = 0; i < 10; ++i) morva::RunAutosave();
+  headless::Advance(1000);
+  EXPECT_EQ(tries, 0);
 }
 
 TEST_F(SavesUnderWay, TellsAFailedAutosaveOnceForOneText) {
