@@ -228,11 +228,14 @@ void FillShapeList(int listId, const ShapeRow* builtIn, int count) {
     platform::AddRow(listId, u"CUSTOM: " + std::u16string(shapeLibrary.shapes[i].name),
                      kCustomShapeData + i);
   }
-  for (int row = 0; before >= 0 && row < platform::RowCount(listId); ++row) {
-    if (platform::RowText(listId, row) != text) continue;
-    platform::SelectRow(listId, row);
-    break;
+  const int rows = platform::RowCount(listId);
+  const auto same = [&](int row) { return row < rows && platform::RowText(listId, row) == text; };
+  // Several shapes may have one name: the row itself comes first.
+  int row = before;
+  if (before >= 0 && !same(before)) {
+    for (row = 0; row < rows && !same(row);) ++row;
   }
+  if (row >= 0 && row < rows) platform::SelectRow(listId, row);
   platform::HoldListRedraw(listId, false);
 }
 

@@ -138,6 +138,9 @@ std::string CallMacroText(const Words& words) {
   morva::CodeWriter out;
   out.most = morva::kMacroTextUnits - 1;
   morva::WriteMacro(static_cast<int>(kind), texts, metric, out);
+  if (out.full)
+    return Refused(u"Macro Builder",
+                   u"The code is larger than 8191 characters. Nothing was inserted.");
   return GoodValue(out.text);
 }
 

@@ -230,8 +230,8 @@ void ShowMacroName() {
 void SaveProgramAsMacro() {
   const std::u16string name = NameToSave();
   SyncActiveTab();
-  const std::u16string_view code =
-      ActiveTab() ? std::u16string_view(ActiveTab()->text) : std::u16string_view();
+  // A copy: behind the question below the program may get markers.
+  const std::u16string code = ActiveTab() ? ActiveTab()->text : std::u16string();
   if (FollowMacroFile()) FillMacroList();
   if (IsRefused(CheckMacro(name, code))) return;
   if (FindMacro(name) >= 0 &&

@@ -24,6 +24,7 @@
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -336,6 +337,11 @@ bool SaveToolForm() {
   }
   edited = false;
   StoreTools(underEdit);
+  // A length offset of another tool is a crash at the machine.
+  if (tool.hOffset != tool.number) {
+    AppendOutput(u"T" + IntegerText(tool.number) + u" is stored with H offset " +
+                 IntegerText(tool.hOffset) + u".");
+  }
   return true;
 }
 

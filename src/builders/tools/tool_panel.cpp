@@ -175,6 +175,8 @@ void InsertToolBlock() {
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,
                   .logged = u"Tool block inserted from Tool Library."});
+  if (IsToolFormEdited())
+    AppendOutput(u"What is typed in the tool form is not saved; the block holds the stored tool.");
   // What was inserted is to be seen.
   if (IsToolBuilderOpen() && !IsToolFormEdited()) CloseToolBuilder();
 }

@@ -17,6 +17,7 @@
 #include "library/tools.h"
 #include "library/units.h"
 #include "platform/listing.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -226,6 +227,16 @@ const ModeRow kWizardMode = {.mode = kModeWizard,
                              .remembers = true,
                              .keys = kModeKeys};
 
+// The code takes the length offset of the tool's own number.
+void TellOtherOffset(const FormValues& values, bool) {
+  const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
+  const int index = number > 0 ? FindTool(number) : -1;
+  if (index < 0 || toolLibrary.tools[index].hOffset == number) return;
+  AppendOutput(u"The library gives T" + IntegerText(number) + u" the H offset " +
+               IntegerText(toolLibrary.tools[index].hOffset) + u"; the code has H" +
+               IntegerText(number) + u".");
+}
+
 constexpr Builder kWizardBuilder{
     .title = kWizardTitle,
     .form = &kForm,
@@ -246,7 +257,8 @@ constexpr Builder kWizardBuilder{
     .check = Check,
     .write = Write,
     .draw = Draw,
-    .room = [](const FormValues&) { return WizardRoom(); }};
+    .room = [](const FormValues&) { return WizardRoom(); },
+    .inserted = TellOtherOffset};
 
 int ChosenWizardKind() {
   const int row = platform::SelectedRow(kIdWizardCombo);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "documents/tab_table.h"
 #include "library/macro_templates.h"
 #include "library/macros.h"
 #include "library/units.h"
@@ -125,6 +126,21 @@ TEST_F(MacroPanel, TakesThe25thMacroOnlyInPlaceOfAnother) {
   SaveAs(u"mb");
   EXPECT_EQ(macroLibrary.macros[1].code, u"M02");
   EXPECT_EQ(SelectedMacro(), 1);
+}
+
+TEST_F(MacroPanel, SavesTheProgramAsItWasAtThePressThoughItChangesBehindTheQuestion) {
+  SetProgram(u"M30");
+  SaveAs(u"MINE");
+  std::u16string whole;
+  for (int i = 0; i < 40; ++i) whole += u"G01 X1.000 Y2.000 F10.0\r\n";
+  SetProgram(whole.c_str());
+  headless::WhileOpen([] {
+    headless::EditorSetAll(kIdEditor, u"G4");
+    SyncActiveTab();
+  });
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  SaveAs(u"MINE");
+  EXPECT_EQ(macroLibrary.macros[0].code, whole);
 }
 
 TEST_F(MacroPanel, KeepsTheSelectionWhenAMacroIsRenamed) {

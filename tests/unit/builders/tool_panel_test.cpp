@@ -114,6 +114,16 @@ TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
   EXPECT_EQ(Text(ToolField::Name), u"TWO");
 }
 
+TEST_F(ToolPanel, TellsWhereTheBlockOrTheOffsetIsAnother) {
+  Add(u"5", u"FIVE");
+  EXPECT_NE(Output().find(u"T5 is stored with H offset 1."), std::u16string::npos);
+  headless::SelectRows(kIdToolList, {0});
+  headless::Click(kIdToolEdit);
+  Type(ToolField::Feed, u"30");
+  headless::Click(kIdToolInsert);
+  EXPECT_NE(Output().find(u"the block holds the stored tool."), std::u16string::npos);
+}
+
 // What another window of MORVA, or a hand in the settings file, put there.
 constexpr char kForeignTools[] =
     "[ToolLibrary]\r\nCount=2\r\n[Tool0]\r\nNumber=50\r\nName=FOREIGN\r\n"

@@ -373,6 +373,22 @@ TEST_F(Shapes, AFillKeepsTheSelectionByItsText) {
   EXPECT_EQ(platform::RowCount(kIdCircularItem), 1);
 }
 
+TEST_F(Shapes, AFillKeepsTheSecondOfTwoOfOneName) {
+  platform::ListSpec list;
+  list.id = kIdCircularItem;
+  list.kind = platform::ListKind::Combo;
+  platform::MakeList(list);
+  const ShapeRow own[] = {{u"Circle", 0}};
+  shapeLibrary.count = 2;
+  for (int i = 0; i < 2; ++i) {
+    CopyBounded(shapeLibrary.shapes[i].name, kShapeNameUnits, u"Recovered project shape");
+  }
+  FillShapeList(kIdCircularItem, own, 1);
+  platform::SelectRow(kIdCircularItem, 2);
+  FillShapeList(kIdCircularItem, own, 1);
+  EXPECT_EQ(platform::SelectedRow(kIdCircularItem), 2);
+}
+
 TEST_F(Shapes, TakeOverWhatAnotherProgramWroteAndNothingElse) {
   RegisterShapeLibrary();
   LoadShapeLibrary();
