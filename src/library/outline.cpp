@@ -167,21 +167,6 @@ int ObjectSnapPoints(const SketchObject& object, double* xs, double* ys) {
   }
 }
 
-SegmentFoot FootOnSegment(PointF from, PointF a, PointF b, double least) {
-  const double dx = b.x - a.x;
-  const double dy = b.y - a.y;
-  const double square = dx * dx + dy * dy;
-  SegmentFoot foot;
-  if (square >= least * least && square > 0) {
-    const double t = ((from.x - a.x) * dx + (from.y - a.y) * dy) / square;
-    foot.along = t < 0 ? 0 : t > 1 ? 1 : t;
-  }
-  foot.x = a.x + foot.along * dx;
-  foot.y = a.y + foot.along * dy;
-  foot.square = SquareBetween(from, {foot.x, foot.y});
-  return foot;
-}
-
 bool LineIntersection(const Ray& a, const Ray& b, double& alongA, double& alongB) {
   const double determinant = a.dx * b.dy - a.dy * b.dx;
   if (std::fabs(determinant) < kParallel) return false;

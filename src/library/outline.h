@@ -31,9 +31,23 @@ struct SegmentFoot {
   double along = 0;   // 0 to 1, from a to b
   double square = 0;  // of its distance
 };
-// A segment shorter than `least` gives its start.
-SegmentFoot FootOnSegment(platform::PointF from, platform::PointF a, platform::PointF b,
-                          double least);
+// A segment shorter than `least` gives its start. Inline, as the points would else be stored and
+// loaded again for each of some thousand segments.
+inline SegmentFoot FootOnSegment(platform::PointF from, platform::PointF a, platform::PointF b,
+                                 double least) {
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  const double square = dx * dx + dy * dy;
+  SegmentFoot foot;
+  if (square >= least * least && square > 0) {
+    const double t = ((from.x - a.x) * dx + (from.y - a.y) * dy) / square;
+    foot.along = t < 0 ? 0 : t > 1 ? 1 : t;
+  }
+  foot.x = a.x + foot.along * dx;
+  foot.y = a.y + foot.along * dy;
+  foot.square = (from.x - foot.x) * (from.x - foot.x) + (from.y - foot.y) * (from.y - foot.y);
+  return foot;
+}
 // A line through a point along a vector of any length.
 struct Ray {
   double x = 0, y = 0;
