@@ -130,6 +130,8 @@ void WriteProgramEnd(Texts texts, CodeWriter& out) {
 
 std::span<const MacroTemplate> MacroTemplates() { return kTemplates; }
 
+bool IsHoleRow(int kind) { return kind >= kDrillRow && kind <= kTapRow; }
+
 void WriteMacro(int kind, Texts texts, bool metric, CodeWriter& out) {
   switch (kind) {
     case kNewProgram:

@@ -1,5 +1,5 @@
 // The seven ready templates of the macro builder. Texts of fields are copied as typed, unchecked;
-// only the rows of holes read numbers.
+// only the rows of holes read numbers, and read half of a text as one.
 #pragma once
 
 #include <span>
@@ -21,6 +21,9 @@ struct MacroTemplate {
   const char16_t* name = u"";
   MacroField fields[kMacroFields];
 };
+// Whether a kind is a row of holes, whose first fields are computed with: X, Y, count, spacing.
+bool IsHoleRow(int kind);
+inline constexpr int kHoleRowPlaces = 4;
 // By kind, in the order of the builder's list.
 std::span<const MacroTemplate> MacroTemplates();
 

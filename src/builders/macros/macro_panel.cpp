@@ -21,6 +21,8 @@
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/message.h"
+#include "text/codetext.h"
+#include "text/strict_number.h"
 
 namespace morva {
 
@@ -119,6 +121,26 @@ constexpr Command kCommands[] = {
      .name = u"Delete macro"},
 };
 
+// Half of "0,5" or "1/2" must not place a hole. A text without a digit counts as its fallback.
+bool IsHalfNumber(const std::u16string& text, bool placesHoles) {
+  if (text.find(u',') != text.npos) return true;
+  double number = 0;
+  return placesHoles && std::any_of(text.begin(), text.end(), IsDigit) &&
+         ReadStrict(text, {.blanksBehind = true}, number) != Misread::None;
+}
+
+// The rows of holes alone compute with their fields; the other templates write them as typed.
+bool Check(const FormValues& values, Refusal& refusal) {
+  if (!IsHoleRow(values.choices[0])) return true;
+  refusal.words =
+      u"Only a part of this field is a number. Write 0.5, not 0,5 or 1/2. Nothing was inserted.";
+  for (int i = 0; i < kMacroFields; ++i) {
+    refusal.field = kIdMacroField + i;
+    if (IsHalfNumber(values.words[i], i < kHoleRowPlaces)) return false;
+  }
+  return true;
+}
+
 void Write(const FormValues& values, CodeWriter& out) {
   WriteMacro(values.choices[0],
              std::span<const std::u16string, kMacroFields>(values.words, kMacroFields),
@@ -146,6 +168,7 @@ constexpr Builder kMacroBuilder{
     .insertKey = kIdMacroInsert,
     .commands = kCommands,
     .logged = u"Macro Builder inserted a multi-line block. Verify all values before machining.",
+    .check = Check,
     .write = Write,
     .room = [](const FormValues&) -> std::size_t { return kMacroTextUnits - 1; }};
 

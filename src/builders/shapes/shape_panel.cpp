@@ -240,6 +240,8 @@ void TellInserted(const FormValues& form, bool) {
 // Each mode has its own shapes: the slot builder the slot, the other one all else.
 void OnEntered() {
   if (app.mode == kModeSlot) {
+    // A block that was opened chose its shape unseen.
+    if (const int row = ChosenShape(); row >= 0 && row != kShapeSlot) filled.lastShape = row;
     ChooseShape(kShapeSlot);
   } else if (ChosenShape() == kShapeSlot) {
     ChooseShape(SavedAt(filled.lastShape) || filled.lastShape < kBuiltInShapes ? filled.lastShape

@@ -311,7 +311,13 @@ bool ApplySketchPattern(bool isRectangular) {
       (!isRectangular && !(values[kCircularDiameter] > 0))) {
     return Refuse(u"Use positive feed and pattern diameter; Safe Z must be above cut Z.");
   }
-  if (isRectangular && !ReadDirections(values)) return false;
+  if (isRectangular && tools.patternAlone) {
+    // The form of the pattern builder has no directions: its grid runs along X and Y.
+    values.fields.numbers[kGridDirectionX] = 0;
+    values.fields.numbers[kGridDirectionY] = 90;
+  } else if (isRectangular && !ReadDirections(values)) {
+    return false;
+  }
   if (!LayOut(values, source, count)) return false;
   PutResults(count, selection);
   ShowCutData(cut, kCutDecimals);

@@ -72,6 +72,32 @@ TEST_F(MacroPanel, RefusesATextThatWouldBeCut) {
   EXPECT_EQ(boxes[0].text, u"The code is larger than 8191 characters. Nothing was inserted.");
 }
 
+TEST_F(MacroPanel, RefusesHalfNumbersInRowsOfHolesAndNothingElse) {
+  headless::SelectRows(kIdMacroCombo, {3});
+  const std::u16string before(platform::EditorText(kIdEditor));
+  headless::TakeBoxes();
+  const std::pair<int, const char16_t*> halves[] = {{0, u"0,5"}, {1, u"1/2"},  {2, u"4x"},
+                                                    {3, u"1e3"}, {4, u"-0,5"}, {5, u"10,0"}};
+  for (const auto& [field, text] : halves) {
+    const std::u16string start = platform::TextOf(kIdMacroField + field);
+    headless::TypeInto(kIdMacroField + field, text);
+    headless::Click(kIdMacroInsert);
+    EXPECT_EQ(headless::TakeBoxes().size(), 1u) << field;
+    EXPECT_EQ(platform::EditorText(kIdEditor), before) << field;
+    headless::TypeInto(kIdMacroField + field, start);
+  }
+  // A variable of the control goes out as typed, and no number counts as none.
+  headless::TypeInto(kIdMacroField + 4, u"#101");
+  headless::TypeInto(kIdMacroField + 3, u"abc");
+  headless::Click(kIdMacroInsert);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(platform::EditorText(kIdEditor).find(u"Z#101"), std::u16string::npos);
+  // Other templates write their fields as typed.
+  headless::SelectRows(kIdMacroCombo, {2});
+  headless::Click(kIdMacroInsert);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
 TEST_F(MacroPanel, AsksBeforeAMacroGoesWhereItIsNeverRun) {
   SetProgram(u"G0 X7");
   SaveAs(u"seven");

@@ -636,6 +636,20 @@ TEST_F(Patterns, FormGridRunsAlongSlantedDirections) {
            2 * std::sin(Degrees(30)) + 3 * std::sin(Degrees(100)));
 }
 
+// There the directions are out of sight: what was typed before must neither turn nor refuse.
+TEST_F(Patterns, FormAloneRunsAlongTheAxes) {
+  for (const char16_t* typed : {u"30", u"abc"}) {
+    Rectangular();
+    Type(kIdCadDirection1, typed);
+    OpenPatternPanel(kPanelRectangular, true);
+    const int before = sketch.objectCount;
+    EXPECT_TRUE(ApplySketchPattern(true));
+    ASSERT_EQ(sketch.objectCount, before + 6);
+    EXPECT_EQ(Object(before + 1).y, Object(before).y);
+    EXPECT_EQ(Object(before + 3).x, Object(before).x);
+  }
+}
+
 // The full form: the selected object as its source.
 
 TEST_F(Patterns, FormRepeatsTheSelectedObjectAloneWithItsGroup) {
