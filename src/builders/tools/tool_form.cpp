@@ -339,8 +339,8 @@ bool SaveToolForm() {
   StoreTools(underEdit);
   // A length offset of another tool is a crash at the machine.
   if (tool.hOffset != tool.number) {
-    AppendOutput(u"T" + IntegerText(tool.number) + u" is stored with H offset " +
-                 IntegerText(tool.hOffset) + u".");
+    AppendOutput(u"T" + IntegerText(tool.number) + u" has H offset " + IntegerText(tool.hOffset) +
+                 u". Check it: the control takes the length that stands there.");
   }
   return true;
 }

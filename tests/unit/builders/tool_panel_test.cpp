@@ -116,7 +116,7 @@ TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
 
 TEST_F(ToolPanel, TellsWhereTheBlockOrTheOffsetIsAnother) {
   Add(u"5", u"FIVE");
-  EXPECT_NE(Output().find(u"T5 is stored with H offset 1."), std::u16string::npos);
+  EXPECT_NE(Output().find(u"T5 has H offset 1. Check it"), std::u16string::npos);
   headless::SelectRows(kIdToolList, {0});
   headless::Click(kIdToolEdit);
   Type(ToolField::Feed, u"30");
