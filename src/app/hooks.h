@@ -14,6 +14,10 @@ struct DrawState;
 
 namespace morva {
 
+struct PathPreview;
+struct PlacePick;
+struct PreviewMarker;
+
 struct Hooks {
   // documents: copies editorDirty into the active record, relabels its tab button.
   void (*titleChanged)() = nullptr;
@@ -31,6 +35,18 @@ struct Hooks {
   // simulator: the program's path again. Whoever showed an example calls it before another builder
   // has its own path read.
   void (*leaveExample)() = nullptr;
+  // simulator: a builder's preview in place of the program's path, whose head, speed and view wait
+  // behind it; the next change of it too. It follows the unit only when it is handed in again.
+  void (*showPreview)(const PathPreview& preview) = nullptr;
+  // simulator: points at a place of the preview, with words.
+  void (*markPreview)(const PreviewMarker& marker) = nullptr;
+  // simulator: the program's path again as it was, at once. A pick that waits is given up.
+  void (*leavePreview)() = nullptr;
+  // simulator: the user picks a place of the preview; a pick that waits is given up. False: no
+  // preview is shown, and nobody is told.
+  bool (*pickPlace)(const PlacePick& pick) = nullptr;
+  // simulator: gives up the pick that waits. False: none did.
+  bool (*dropPlacePick)() = nullptr;
   // skim: opens the guided skim. False: it did not come up, and the user was told why.
   bool (*openSkim)() = nullptr;
   // simulator: makes a program line current in the feature list and the editors.
