@@ -51,8 +51,14 @@ inline constexpr int kMaxWordsLine = 2046;         // units of a words line that
 inline constexpr int kMaxEarlierWordsUnits = 16777216;  // kept of programs as the words view showed them before a change from elsewhere; an Undo further back brings G1 back as G01
 inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of a line, each of a unit at least
 
+// The guided skim.
+inline constexpr int kMaxSkimPasses = 100;       // "Limit the plan to 100 depth passes."
+inline constexpr int kMaxSkimRasterRows = 1000;  // rows of a pass: "Limit the plan to 100 depth passes, 1000 raster rows, ..."
+inline constexpr int kMaxSkimRows = 20000;       // rows of all passes together; as above
+inline constexpr int kMaxSkimSegments = 95;      // of a drawn centerline: "Limit the custom path to 95 line segments."
+inline constexpr int kMaxSpiralPoints = 30000;   // motion points of a spiral: "Spiral exceeds 30000 motion points. ..."
+
 // The toolpath.
-inline constexpr int kMaxSpiralPoints = 30000;   // points of a skim's spiral; a higher count is refused as one more
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
 inline constexpr int kMaxPathOwners = 2;         // paths that the view can show, 1.3 MB each; an owner without a row does not compile
 inline constexpr int kExampleUnits = 8192;       // program text of an example; cut, which no example reaches

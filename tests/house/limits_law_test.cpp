@@ -48,6 +48,7 @@ const std::set<std::string> kOneForEach = {
     "kPathNotes",       // kinds of lines that are not shown
     "kPatternPanels",   // circular and rectangular
     "kSides",           // of a rectangle
+    "kSkimFields",      // of the skim's form
     "kWorkers",         // kinds of threads
 };
 

@@ -89,6 +89,7 @@ const std::vector<Table>& Tables() {
                   {"panTool", {"cad/canvas_model.cpp"}},
                   {"cursorX", {"cad/canvas_pointer.cpp"}},
                   {"cursorY", {"cad/canvas_pointer.cpp"}}}},
+      {.name = "skimPlan", .owners = {"skim/plan.cpp"}},
       {.name = "serialProfile", .owners = {"dnc/serial_profile.cpp"}},
       {.name = "dncState", .owners = {"dnc/serial_profile.cpp"}},
       {.name = "setupPanel", .owners = {"dnc/serial_profile.cpp"}},
