@@ -20,6 +20,7 @@
 #include "app/limits.h"
 #include "platform/canvas.h"
 #include "platform/geometry.h"
+#include "platform/printer.h"
 
 namespace morva {
 
@@ -164,13 +165,7 @@ struct PictureView {
   double dash = 6;  // pixels of a dash; the gaps are two thirds of it
 };
 
-// What a printer tells of its page.
-struct PaperFigures {
-  int width = 0;  // printable pixels
-  int height = 0;
-  int dpiX = 0;  // dots per inch
-  int dpiY = 0;
-};
+using PaperFigures = platform::PrinterFigures;
 
 // Where the labels stand, in their order; kept until the picture or the view changes.
 struct PicturePlaces {

@@ -11,6 +11,7 @@
 
 #include "platform/events.h"
 #include "platform/message.h"
+#include "platform/printer.h"
 
 namespace hands {
 
@@ -73,6 +74,9 @@ void ComeToFront();  // from another program back to this one
 void AnswerBox(platform::BoxAnswer answer, const std::function<void()>& meanwhile = {});
 void EscapeFromBox();
 void PickFromMenu(int itemId);  // 0: leaves it without a choice
+// Takes a printer of these figures in the next dialog for one, or leaves the dialog.
+void AnswerPrinter(const platform::PrinterFigures& figures);
+void CancelPrinter();
 // What the user does in this dialog once it stands; where it still runs then it is cancelled.
 void InDialog(int dialog, const std::function<void()>& act);
 

@@ -171,6 +171,9 @@ void EscapeFromBox() {}
 
 void PickFromMenu(int itemId) { headless::QueuePick(itemId); }
 
+void AnswerPrinter(const platform::PrinterFigures& figures) { headless::QueuePrinter(figures); }
+void CancelPrinter() { headless::QueuePrinterCancel(); }
+
 void InDialog(int, const std::function<void()>& act) { headless::InDialog(act); }
 
 std::u16string TipOver(int id) {

@@ -13,8 +13,11 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -377,6 +380,45 @@ void EscapeFromBox() {
     Press({platform::kKeyEscape, false, false, false});
     return true;
   });
+}
+
+namespace {
+
+QTemporaryDir& PrintFolder() {
+  static QTemporaryDir folder;
+  return folder;
+}
+
+// A page without margins, of as many dots as wanted.
+void PrepareFile(QPrinter& printer, const platform::PrinterFigures& figures) {
+  printer.setOutputFileName(PrintFolder().filePath(QStringLiteral("page.pdf")));
+  printer.setResolution(figures.dpiX);
+  const QSizeF inches(static_cast<double>(figures.width) / figures.dpiX,
+                      static_cast<double>(figures.height) / figures.dpiY);
+  const QPageSize size(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch);
+  printer.setPageLayout(QPageLayout(size, QPageLayout::Portrait, QMarginsF()));
+}
+
+void ServePrinter(const std::function<void(QPrintDialog&)>& serve) {
+  Watch([serve] {
+    auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+    if (!Stands(dialog)) return false;
+    serve(*dialog);
+    return true;
+  });
+}
+
+}  // namespace
+
+void AnswerPrinter(const platform::PrinterFigures& figures) {
+  ServePrinter([figures](QPrintDialog& dialog) {
+    PrepareFile(*dialog.printer(), figures);
+    dialog.done(QDialog::Accepted);
+  });
+}
+
+void CancelPrinter() {
+  ServePrinter([](QPrintDialog& dialog) { dialog.reject(); });
 }
 
 void PickFromMenu(int itemId) {

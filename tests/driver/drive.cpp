@@ -22,6 +22,7 @@ namespace {
 constexpr std::int64_t kMostId = 100000;
 constexpr std::int64_t kMostWaitMs = 3600000;
 constexpr std::int64_t kMostPortBuffer = 65536;  // bytes
+constexpr std::int64_t kMostDots = 1000000;      // of a page or an inch
 constexpr std::int64_t kLongestWaitMs = 2147483647;
 constexpr std::int64_t kMostPixels = 16000;
 
@@ -316,7 +317,25 @@ std::string AnswerTerminate(const Words& words) {
   return Good();
 }
 
-std::string AnswerPrinter(const Words&) { return Bad(u"printing is still to come"); }
+std::string AnswerPrinter(const Words& words) {
+  constexpr const char16_t* kForm = u"printer W H DPIX DPIY, printer cancel or printer none";
+  if (words.size() == 1 && words[0].text == u"cancel") {
+    headless::QueuePrinterCancel();
+    return Good();
+  }
+  if (words.size() == 1 && words[0].text == u"none") {
+    headless::QueueNoPrinter();
+    return Good();
+  }
+  std::int64_t figures[4] = {};
+  if (words.size() != std::size(figures)) return Usage(kForm);
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (!ReadInteger(words[i], -kMostDots, kMostDots, figures[i])) return Usage(kForm);
+  }
+  const auto figure = [&figures](int i) { return static_cast<int>(figures[i]); };
+  headless::QueuePrinter({figure(0), figure(1), figure(2), figure(3)});
+  return Good();
+}
 
 struct Command {
   const char16_t* name;

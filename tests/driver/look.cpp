@@ -478,6 +478,21 @@ std::string DrawCallJson(const headless::DrawCall& call) {
   return json.Done();
 }
 
+std::string GetPrinted(const Words&) {
+  Json jobs('[');
+  for (const headless::PrintRecord& record : headless::TakePrinted()) {
+    Json paint('[');
+    for (const headless::DrawCall& call : record.paint) paint.Item(DrawCallJson(call));
+    jobs.Item(Json('{')
+                  .Text("document", record.document)
+                  .Number("pages", record.pages)
+                  .Flag("ended", record.ended)
+                  .Raw("paint", paint.Done())
+                  .Done());
+  }
+  return Good("printed", jobs.Done());
+}
+
 std::string GetPaint(const Words& words) {
   if (words.size() != 2) return Bad(u"expected: get paint VIEW");
   int id = words[1].text.empty() ? 0 : platform::ViewByClass(words[1].text);
@@ -513,6 +528,7 @@ constexpr Look kLooks[] = {
     {u"clipboard", GetClipboard}, {u"layout", GetLayout},
     {u"dialog", GetDialog},       {u"tip", GetTip},
     {u"toolmodel", GetToolModel}, {u"cutsurface", GetCutSurface},
+    {u"printed", GetPrinted},
 };
 
 }  // namespace

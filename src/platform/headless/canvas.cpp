@@ -9,15 +9,6 @@
 
 #include "platform/headless/headless_internal.h"
 
-namespace platform {
-
-struct Canvas {
-  Rect area;
-  std::vector<headless::DrawCall> calls;
-};
-
-}  // namespace platform
-
 namespace headless {
 namespace {
 

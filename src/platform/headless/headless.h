@@ -18,6 +18,7 @@
 #include "platform/events.h"
 #include "platform/listing.h"
 #include "platform/message.h"
+#include "platform/printer.h"
 
 namespace headless {
 
@@ -76,6 +77,10 @@ void QueueAnswer(platform::BoxAnswer answer);
 void QueueFile(std::u16string_view path);
 void QueueFileCancel();
 void QueuePick(int itemId);  // 0: cancel
+// With no printer queued the dialog for one is cancelled.
+void QueuePrinter(const platform::PrinterFigures& figures);
+void QueuePrinterCancel();
+void QueueNoPrinter();  // the system cannot print
 void ClearQueues();
 // Runs once while the next box, dialog or popup stands open: timers and messages do not wait
 // for the user to answer. Null: nothing happens meanwhile.
@@ -164,8 +169,19 @@ bool EditorBand(int id, int line, platform::Colour& band);
 // What SetToolTip gave last.
 std::u16string ToolTipOf(int id);
 
+// Print jobs that were started. `ended`: to its end, with no page that failed.
+struct PrintRecord {
+  std::u16string document;
+  int pages = 0;
+  bool ended = false;
+  std::vector<DrawCall> paint;  // of all pages
+};
+std::vector<PrintRecord> TakePrinted();  // since the last take
+bool HoldsPrinter();                     // one was chosen and not released
+
 // Faults: the n-th call of a kind from now on fails, n from 1; 0 clears. "timer", "worker",
-// "window", "control", "popup", and the file kinds of platform/common/faults.h.
+// "window", "control", "popup", "document" and "page" of a print job, and the file kinds of
+// platform/common/faults.h.
 void FailCall(std::string_view kind, int n);
 
 }  // namespace headless

@@ -20,6 +20,16 @@
 #include "platform/listing.h"
 #include "platform/window.h"
 
+namespace platform {
+
+// Keeps its calls.
+struct Canvas {
+  Rect area;
+  std::vector<headless::DrawCall> calls;
+};
+
+}  // namespace platform
+
 namespace headless {
 
 enum class Kind {
@@ -100,8 +110,8 @@ struct Item {
   bool pressed = false;
   bool takesFocus = false;
   bool readOnly = false;  // a log, or an edit line that was made so
-  int limit = 0;        // units that can be typed; 0: no limit
-  unsigned height = 0;  // among the children of a parent the greatest lies on top
+  int limit = 0;          // units that can be typed; 0: no limit
+  unsigned height = 0;    // among the children of a parent the greatest lies on top
   platform::ControlColours colours;
   platform::Colour background = 0;
   platform::PointerShape shape = platform::PointerShape::Arrow;
@@ -179,6 +189,7 @@ void HappenMeanwhile();
 void HappenWithoutKeyboard();
 void ClearAnswers();
 void ClearPicks();
+void ClearPrinters();
 
 void SendCommand(int id, int notification);
 

@@ -65,6 +65,7 @@ std::vector<FilePickRecord> TakeFilePicks() { return std::exchange(records, {});
 void ClearQueues() {
   ClearAnswers();
   ClearPicks();
+  ClearPrinters();
   paths.clear();
 }
 

@@ -4,6 +4,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "platform/canvas.h"
@@ -78,6 +79,13 @@ const QFontMetrics& MetricsOf(FontRole role) {
       QFontMetrics(FontOf(FontRole::Small)), QFontMetrics(FontOf(FontRole::Title)),
       QFontMetrics(FontOf(FontRole::Code))};
   return metrics[static_cast<int>(role)];
+}
+
+// A font in pixels of paper.
+QFont Grown(const QFont& font, double scale) {
+  QFont grown = font;
+  grown.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * scale))));
+  return grown;
 }
 
 int FlagsOf(unsigned align) {
@@ -172,10 +180,13 @@ void PaintSegments(Canvas& canvas, const Segment* segments, int count, const Pen
 void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
                Colour colour, unsigned align) {
   QString words = Text(text);
+  const QFont shown = canvas.textScale == 1 ? FontOf(font) : Grown(FontOf(font), canvas.textScale);
   if ((align & kTextEllipsis) != 0 && (align & kTextWrap) == 0) {
-    words = MetricsOf(font).elidedText(words, Qt::ElideRight, RectWidth(area));
+    const QFontMetrics metrics =
+        canvas.textScale == 1 ? MetricsOf(font) : QFontMetrics(shown, canvas.painter->device());
+    words = metrics.elidedText(words, Qt::ElideRight, RectWidth(area));
   }
-  canvas.painter->setFont(FontOf(font));
+  canvas.painter->setFont(shown);
   canvas.painter->setPen(ColourOf(colour));
   canvas.painter->drawText(RectOf(area), FlagsOf(align), words);
 }

@@ -102,7 +102,8 @@ struct Canvas {
   int stride = 0;  // pixels from row to row
   int width = 0;   // device pixels
   int height = 0;
-  double scale = 1;  // device pixels to one pixel of the view
+  double scale = 1;      // device pixels to one pixel of the view
+  double textScale = 1;  // of fonts, on paper
 };
 
 // While one lives, what the program sets is not told as the user's doing.
