@@ -27,6 +27,12 @@ struct Refusal {
   platform::BoxIcon icon = platform::BoxIcon::Warning;
   int field = 0;  // gets the keyboard, 0: the keyboard stays
 };
+// Notes why. False, so that a check can end with it.
+inline bool Refuse(Refusal& refusal, int field, const char16_t* words) {
+  refusal.field = field;
+  refusal.words = words;
+  return false;
+}
 
 struct Builder {
   int kind = 0;                 // FeatureKind; 0: plain text behind the caret's line

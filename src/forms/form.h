@@ -118,6 +118,18 @@ struct FormRow {
   bool fixed = false;  // a View or Keys of a form on a sheet: it stands below what scrolls
 };
 
+// A length on half a line, at a place of its own among the numbers and with the id that lies so far
+// behind `firstId`. Start text and fallback are in inches.
+constexpr FormRow LengthRow(int firstId, int value, const char16_t* label, const char16_t* help,
+                            const char16_t* start, double fallback = 0) {
+  FormRow row{.id = firstId + value, .label = label, .help = help, .start = start};
+  row.fallback = fallback;
+  row.follows = Follows::Length;
+  row.value = value;
+  row.half = true;
+  return row;
+}
+
 struct Form {
   const FormLook* look = &kSheetLook;
   const Sheet* sheet = nullptr;  // scrolls; null: stands on `parent` itself
@@ -131,6 +143,7 @@ struct Form {
   void (*takeUnit)(bool metric) = nullptr;
   // The user changed what a field says, or chose in a list.
   void (*changed)(int id) = nullptr;
+  int enter = 0;       // command of Enter in fields whose row names none; 0: none
   int escape = 0;      // command of Escape on any control; 0: none
   int firstLabel = 0;  // ids of labels from here on; 0: from the common range
 };

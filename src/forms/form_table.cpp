@@ -82,6 +82,11 @@ int PickedPage(const Form& form) {
   return -1;
 }
 
+// The command of Enter in a row's control, 0 for none.
+int EnterOf(const Form& form, const FormRow& row) {
+  return row.enter == 0 && IsField(row.kind) ? form.enter : row.enter;
+}
+
 // Enter and the page keys are for what is typed into and for keys, not for lists.
 bool TakesPageKeys(const FormRow& row, int id) { return IsField(row.kind) || row.id != id; }
 
@@ -227,7 +232,7 @@ int FieldCommand(int id) {
   int row = 0;
   if (!FindControl(id, entry, row)) return 0;
   const FormRow& r = entry->form->rows[static_cast<std::size_t>(row)];
-  return r.id == id ? r.enter : 0;
+  return r.id == id ? EnterOf(*entry->form, r) : 0;
 }
 
 bool FormKey(int id, const platform::KeyEvent& key) {
@@ -242,9 +247,10 @@ bool FormKey(int id, const platform::KeyEvent& key) {
     PageSheet(*form.sheet, down ? 1 : -1);
     return true;
   }
-  if (key.key == platform::kKeyEnter && r.id == id && r.enter != 0) {
+  const int enter = r.id == id ? EnterOf(form, r) : 0;
+  if (key.key == platform::kKeyEnter && enter != 0) {
     const bool selects = form.look->selectsAfterEnter;
-    RouteCommand(r.enter, platform::kNotifyClick);
+    RouteCommand(enter, platform::kNotifyClick);
     // The field may show its number anew: the next one takes its place, not a place within it.
     if (selects && platform::FocusedId() == id) platform::SelectAllText(id);
     return true;

@@ -29,13 +29,11 @@ constexpr double kArcSine[kArcs + 1] = {0.0,        -0.3826834, -0.7071068, -0.9
 void PutStart(CodeWriter& out, double x, double y, const CutData& cut) {
   EmitMotion(out, u"G00", x, y, 0, false);
   Put(out, u"G01 Z", cut.depth, kPointDecimals);
-  Put(out, u" F", cut.feed, kPlungeFeedDecimals);
-  Line(out, u"");
+  Line(out, u" F", cut.feed, kPlungeFeedDecimals);
 }
 
 void PutRetract(CodeWriter& out, const CutData& cut) {
-  Put(out, u"G00 Z", cut.safeZ, kPointDecimals);
-  Line(out, u"");
+  Line(out, u"G00 Z", cut.safeZ, kPointDecimals);
 }
 
 // To (x, y) about a centre that lies (i, j) from the arc's start; the line is left open.
@@ -68,6 +66,13 @@ void RotatePoint(double cx, double cy, double lx, double ly, double angleDegrees
   const double cosine = SeriesCosine(a);
   outX = cx + lx * cosine - ly * sine;
   outY = cy + lx * sine + ly * cosine;
+}
+
+void PutHead(CodeWriter& out, std::u16string_view comment, bool metric) {
+  Line(out, u"");
+  Line(out, comment);
+  Line(out, UnitLine(metric));
+  Line(out, kPlainModes);
 }
 
 void EmitMotion(CodeWriter& out, std::u16string_view word, double x, double y, double feed,

@@ -38,6 +38,8 @@ inline constexpr const char16_t* kItemWords[] = {u"Circle",   u"Square",  u"Rect
 inline std::u16string_view UnitLine(bool metric) { return metric ? u"G21 (MM)" : u"G20 (INCH)"; }
 // Absolute, in the XY plane, feeds a minute.
 inline constexpr std::u16string_view kPlainModes = u"G90 G17 G94";
+// How a block begins: an empty line, its comment, its unit and the plain modes, a line each.
+void PutHead(CodeWriter& out, std::u16string_view comment, bool metric);
 
 // A closed outline about its centre. A circle's diameter is `width`; a slot is `width` long and
 // `height` wide. Sizes count by magnitude; from square to diamond a height below 1e-6 is the

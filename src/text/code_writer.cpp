@@ -39,4 +39,9 @@ void Line(CodeWriter& out, std::u16string_view words) {
   Put(out, u"\r\n");
 }
 
+void Line(CodeWriter& out, std::u16string_view label, double value, int decimals) {
+  Put(out, label, value, decimals);
+  Line(out, u"");
+}
+
 }  // namespace morva

@@ -24,5 +24,7 @@ void Put(CodeWriter& out, std::u16string_view label, double value, int decimals)
 void PutInteger(CodeWriter& out, std::u16string_view label, std::int64_t value);
 // The words and a line end.
 void Line(CodeWriter& out, std::u16string_view words);
+// The label, the number and a line end.
+void Line(CodeWriter& out, std::u16string_view label, double value, int decimals);
 
 }  // namespace morva

@@ -36,11 +36,11 @@ constexpr morva::Sheet kSheet{.frame = {kFrame, u"MadeUpFrame", u"Groove"},
                               .bar = {kBar, u"MadeUpBar", u"Scroll the groove"},
                               .parent = platform::kMainWindow};
 constexpr morva::FormLook kLook{.edge = 2};
-constexpr morva::Form kForm{.look = &kLook,
-                            .sheet = &kSheet,
-                            .parent = kPaper,
-                            .rows = groove::kRows,
-                            .metric = morva::UnitsMetric};
+const morva::Form kForm{.look = &kLook,
+                        .sheet = &kSheet,
+                        .parent = kPaper,
+                        .rows = groove::kBuilder.form->rows,
+                        .metric = morva::UnitsMetric};
 
 constexpr int kViewKeys[] = {morva::kIdViewRefresh,  morva::kIdViewFit,     morva::kIdViewPan,
                              morva::kIdViewExtents,  morva::kIdViewMeasure, morva::kIdViewGrid,
@@ -49,7 +49,7 @@ constexpr int kPlayKeys[] = {morva::kIdPlayStart,   morva::kIdPlayRewind, morva:
                              morva::kIdPlayForward, morva::kIdPlayEnd,    morva::kIdPlayStop};
 constexpr int kMadeUpSurface = 41030;
 constexpr int kMadeUpMode = 93;  // no mode of the program
-constexpr int kCell = 24;  // pixels from a key to the next one
+constexpr int kCell = 24;        // pixels from a key to the next one
 
 QRect Place(int id) {
   const QWidget* widget = desk::WidgetOf(id);
@@ -137,7 +137,7 @@ class NarrowBars : public AtDesk {
   }
 
   static void JoinMode(int mode) {
-    morva::AddCommands(groove::kCommands);
+    morva::AddCommands(groove::kBuilder.commands);
     morva::RegisterForm(kForm);
     morva::RegisterSheet<kSheet>();
     morva::Panel panel;

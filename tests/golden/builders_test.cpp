@@ -48,7 +48,7 @@ struct Builders : support::Workbench {
 
 // Builders that only tests know.
 void JoinMadeUp(std::u16string_view words) {
-  if (words == support::groove::kCommands[0].words) support::groove::Join();
+  if (words == support::groove::kBuilder.commands[0].words) support::groove::Join();
   if (words == support::careful::kCommands[0].words) support::careful::Join();
 }
 

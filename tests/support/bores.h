@@ -2,6 +2,7 @@
 // pages share their controls under other labels, starts and units.
 #pragma once
 
+#include "library/units.h"
 #include "support/groove.h"
 
 namespace support::bores {

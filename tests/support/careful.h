@@ -2,6 +2,7 @@
 // little room for code, cannot store thirteen holes, and asks where its block goes.
 #pragma once
 
+#include "library/units.h"
 #include "support/groove.h"
 
 namespace support::careful {

@@ -187,13 +187,6 @@ std::size_t RoomOf(const PatternItem& item, int items) {
          kPatternFrameUnits - 1;
 }
 
-void PutHead(CodeWriter& out, std::u16string_view comment, bool metric) {
-  Line(out, u"");
-  Line(out, comment);
-  Line(out, UnitLine(metric));
-  Line(out, kPlainModes);
-}
-
 bool IsSlot(const PatternItem& item) { return !item.saved && item.shape == ItemShape::Slot; }
 
 // How far a built-in item reaches across its length.

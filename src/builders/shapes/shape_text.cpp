@@ -160,13 +160,11 @@ int FaultyField(const ShapeValues& values) {
 }
 
 void PutRetract(const ShapeValues& values, CodeWriter& out) {
-  Put(out, u"G00 Z", values.numbers[kShapeSafeZ], kPointDecimals);
-  Line(out, u"");
+  Line(out, u"G00 Z", values.numbers[kShapeSafeZ], kPointDecimals);
 }
 
 void PutFeed(const ShapeValues& values, CodeWriter& out) {
-  Put(out, u" F", values.numbers[kShapeFeed], kFeedDecimals);
-  Line(out, u"");
+  Line(out, u" F", values.numbers[kShapeFeed], kFeedDecimals);
 }
 
 void PutStart(const ShapeValues& values, double x, double y, CodeWriter& out) {
@@ -200,10 +198,7 @@ void PutCorners(const ShapeValues& values, CodeWriter& out) {
 }
 
 void PutBuiltIn(const ShapeValues& values, CodeWriter& out) {
-  Line(out, u"");
-  Line(out, kComments[values.kind]);
-  Line(out, UnitLine(values.metric));
-  Line(out, kPlainModes);
+  PutHead(out, kComments[values.kind], values.metric);
   PutRetract(values, out);
   if (values.kind == kShapeCircle) {
     PutCircle(values, out);

@@ -33,6 +33,7 @@ namespace morva {
 namespace {
 
 constexpr int kUnitsOfObject = 2200;  // a circle of the largest numbers is half of it
+constexpr int kUsualUnits = 700;      // of a circle: memory for so much is asked for at once
 constexpr int kUnitsBeside = 8192;
 constexpr double kLeastFeed = 1e-6;
 
@@ -84,12 +85,9 @@ bool Check(const FormValues& values, Refusal& refusal) {
 
 void Write(const FormValues& values, CodeWriter& out) {
   const CutData cut = CutDataOf(values.numbers);
-  Line(out, u"");
-  Line(out, kSketchLabel);
-  Line(out, UnitLine(values.metric));
-  Line(out, kPlainModes);
-  Put(out, u"G00 Z", cut.safeZ, 3);
-  Line(out, u"");
+  out.text.reserve(static_cast<std::size_t>(sketch.objectCount * kUsualUnits));
+  PutHead(out, kSketchLabel, values.metric);
+  Line(out, u"G00 Z", cut.safeZ, 3);
   for (int i = 0; i < sketch.objectCount; ++i) {
     const SketchObject& object = sketch.objects[i];
     if (object.type > kTypeSlot) continue;

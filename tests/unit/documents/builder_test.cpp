@@ -190,8 +190,10 @@ TEST(BuildersDeathTest, StopAtAModeThatHasAPanelAlready) {
   ClearPanels();
   ResetForms();
   RegisterBuilder<support::bores::kBuilder>();
-  static constexpr Builder kSecond{
-      .form = &kForm, .mode = support::bores::kMode, .insertKey = kInsert, .write = Write};
+  static const Builder kSecond{.form = kBuilder.form,
+                               .mode = support::bores::kMode,
+                               .insertKey = kInsert,
+                               .write = kBuilder.write};
   EXPECT_EXIT(RegisterBuilder<kSecond>(), testing::ExitedWithCode(kStopExitCode),
               "Two panels stand in mode 91");
   ClearPanels();
@@ -207,11 +209,11 @@ int pressedPart = 0;
 void DrawLevel(const FormValues&, Picture& picture) {
   AddLine(picture, {0, 0}, {2, 0}, Ink::Feature, kLevelPart);
 }
-constexpr Builder kPressedBuilder{.form = &kForm,
-                                  .insertKey = kOtherKey,
-                                  .write = Write,
-                                  .draw = DrawLevel,
-                                  .pressed = [](int part) { pressedPart = part; }};
+const Builder kPressedBuilder{.form = kBuilder.form,
+                              .insertKey = kOtherKey,
+                              .write = kBuilder.write,
+                              .draw = DrawLevel,
+                              .pressed = [](int part) { pressedPart = part; }};
 
 TEST_F(MadeUpBuilder, TellsWhichPartOfItsPictureWasPressed) {
   RegisterBuilder<kPressedBuilder>();
@@ -276,14 +278,14 @@ TEST_F(MadeUpBuilder, IsGoneOnceRoomsAreJoinedAnew) {
   headless::Reset(platform::FromUtf8(home_.string()));
   ASSERT_EQ(StartApplication(), 0);
   for (int i = 0; const Builder* builder = BuilderAt(i); ++i) EXPECT_NE(builder, &kBuilder);
-  for (int i = 0; const Form* form = FormAt(i); ++i) EXPECT_NE(form, &kForm);
+  for (int i = 0; const Form* form = FormAt(i); ++i) EXPECT_NE(form, kBuilder.form);
 }
 
 // Plain text of as many units as the field says.
 void WriteMuch(const FormValues& v, CodeWriter& out) {
   Put(out, std::u16string(static_cast<std::size_t>(v.numbers[kWidth]), u'G'));
 }
-constexpr Builder kLongBuilder{.title = u"Groove", .form = &kForm, .write = WriteMuch};
+const Builder kLongBuilder{.title = u"Groove", .form = kBuilder.form, .write = WriteMuch};
 
 TEST_F(MadeUpBuilder, RefusesCodeThatFindsNoRoomInsteadOfCuttingIt) {
   const std::u16string before = Text();
