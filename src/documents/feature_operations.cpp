@@ -16,6 +16,7 @@
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_marks.h"
+#include "documents/generated_code.h"
 #include "documents/marker_lines.h"
 #include "documents/program_changed.h"
 #include "documents/stored_code.h"
@@ -151,7 +152,7 @@ bool HasManualEdits(std::u16string_view text, const FeatureRecord& row) {
   if (InclusionOf(text, row) == Inclusion::OffHasCode) return true;
   std::u16string code;
   if (!CodeOfBlock(text, row, code)) return true;
-  return CodeHash(code) != row.settings.codeHash;
+  return !IsGeneratedCode(row.settings, code);
 }
 
 // Kinds 1 to 3 may hold their shape in the block's own items; the builder knows shapes by
@@ -460,6 +461,7 @@ void SetShapeRecovery(int (*recover)(const FeatureSettings& record)) { recoverSh
 void ResetFeatureOperations() {
   for (BuilderOpener& opener : openers) opener = nullptr;
   recoverShape = nullptr;
+  ResetCodeRestorers();
 }
 
 }  // namespace morva

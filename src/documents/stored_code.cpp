@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "app/limits.h"
+#include "documents/generated_code.h"
 #include "documents/marker_lines.h"
 #include "text/codetext.h"
 
@@ -97,7 +98,7 @@ void BindToBlocks(DisabledCodeEntry* list, std::u16string_view text) {
 
 bool IsCodeOf(const DisabledCodeEntry& entry, const FeatureRecord& row) {
   if (entry.block > 0 && entry.block == row.id) return true;
-  return row.settings.kind != kKindUserCode && row.settings.codeHash == CodeHash(entry.text);
+  return row.settings.kind != kKindUserCode && IsGeneratedCode(row.settings, entry.text);
 }
 
 bool MayBeCodeOf(const DisabledCodeEntry& entry, const FeatureRecord& row) {

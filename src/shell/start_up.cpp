@@ -66,6 +66,7 @@
 #include "simulator/playback.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
+#include "skim/geometry/saved_code.h"
 
 namespace morva {
 
@@ -344,6 +345,7 @@ void JoinRooms() {
   RegisterTransferCommands();
   RegisterCad();
   RegisterPatternBuilders();
+  RegisterSkimCode();
   RegisterShellCommands();
   RegisterTimer(kTimerHover, HoverTick);
 }

@@ -21,6 +21,19 @@ inline morva::SkimPlan SmallSkim() {
   return plan;
 }
 
+inline morva::SketchObject SkimLine(double x, double y, double length, double angle) {
+  return {.type = morva::kTypeLine, .x = x, .y = y, .size = length, .angle = angle};
+}
+
+// A plan that follows `count` lines of one unit beside each other.
+inline morva::SkimPlan DrawnSkim(int count) {
+  morva::SkimPlan plan = SmallSkim();
+  plan.strategy = morva::kSkimCustom;
+  for (int i = 0; i < count; ++i) plan.centerline.segments[i] = SkimLine(0, 0.01 * i, 1, 0);
+  plan.centerline.count = count;
+  return plan;
+}
+
 inline std::u16string SkimCode(const morva::SkimPlan& plan) {
   morva::CodeWriter out;
   return morva::BuildSkimProgram(plan, out) && !out.full ? out.text : u"(refused)";

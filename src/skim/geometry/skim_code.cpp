@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "library/outline.h"
+#include "skim/geometry/saved_code.h"
 #include "skim/model/plan_check.h"
 #include "skim/model/plan_measures.h"
 #include "skim/model/spiral_counts.h"
@@ -242,7 +243,7 @@ void WriteHead(Job& job) {
   const SkimPlan& plan = job.plan;
   Line(job.out, u"");
   Line(job.out, u"(WIZARD: GUIDED SKIM / FACE)");
-  Put(job.out, u"(STRATEGY: ");
+  Put(job.out, kSkimStrategyHead);
   Put(job.out, SkimStrategyName(plan.strategy));
   Line(job.out, u")");
   Modes(job);
