@@ -1,0 +1,16 @@
+// A drawing's lines as the centerline of the custom strategy.
+#pragma once
+
+#include <span>
+
+#include "skim/model/plan.h"
+
+namespace morva {
+
+// The visible lines of the drawing in their order, times `factor`, which takes the drawing's unit
+// into the plan's. Work points and axes are passed over. `hidden` has a flag for each object, not 0
+// where it is hidden. Null: `line` holds them. Else `line` stays, and the words say why.
+const char16_t* TakeCenterline(std::span<const SketchObject> objects, const unsigned char* hidden,
+                               double factor, SkimCenterline& line);
+
+}  // namespace morva
