@@ -42,8 +42,11 @@ struct CadStore {
 struct PlateStore {
   std::uint32_t count = 0;
   std::uint32_t active = 0;
-  FeatureSettings plates[kMaxPlates];  // kind 5
+  FeatureSettings plates[kMaxPlates];                // kind 5
+  char16_t names[kMaxPlates][kShapeNameUnits] = {};  // not in the file
 };
+
+inline constexpr std::u16string_view kPlateEnd = u".platemv";
 
 // Where a companion of this program stands: the program's path and the suffix. Where that would
 // be a name of more than 255 bytes, the end of the program's name gives way to "~" and the hash

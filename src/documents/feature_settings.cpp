@@ -49,9 +49,10 @@ bool ValidKind(const FeatureSettings& s) {
     case kKindPlate: {
       if (static_cast<std::uint32_t>(s.a) > 3 || b > 3 || static_cast<std::uint32_t>(s.c) > 2)
         return false;
-      const double placed = s.values[kPlatePlaced];
-      if (!(placed >= 0.0 && placed <= s.itemCount && placed == std::floor(placed))) return false;
-      return s.a != 3 || (s.itemCount > 0 && placed <= 64.0);
+      const double outline = s.values[kPlateOutlineItems];
+      if (!(outline >= 0.0 && outline <= s.itemCount && outline == std::floor(outline)))
+        return false;
+      return s.a != 3 || (s.itemCount > 0 && outline <= kMaxShapeObjects);
     }
     default:
       return true;

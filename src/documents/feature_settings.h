@@ -14,7 +14,7 @@ namespace morva {
 inline constexpr int kSettingsHeadBytes = 160;
 inline constexpr int kItemBytes = 48;
 inline constexpr int kSettingsValues = 16;
-inline constexpr int kSettingsChoices = 3;  // a, b and c
+inline constexpr int kSettingsChoices = 3;           // a, b and c
 inline constexpr std::int32_t kSettingsVersion = 3;  // as written; 1 and 2 are still read
 inline constexpr int kSettingsBytes = kSettingsHeadBytes + kMaxItems * kItemBytes;  // 4768
 
@@ -35,7 +35,9 @@ inline constexpr int kFeatureKinds = kKindUserCode + 1;  // for tables by kind
 inline constexpr int kSketchThickness = 15;
 inline constexpr int kPlateDepth = 10;
 inline constexpr int kPlateThickness = 13;
-inline constexpr int kPlatePlaced = 14;  // items that were placed one by one, a whole number
+inline constexpr int kPlateOutlineItems =
+    14;                                   // the first items, of a custom outline; a whole number
+inline constexpr int kPlateUnnamed = 15;  // 1 until the plate has a name, then 0
 
 struct FeatureItem {
   std::int32_t type = 0;  // 0 to 3 in version 1, 0 to 5 in versions 2 and 3

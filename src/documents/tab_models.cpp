@@ -32,7 +32,6 @@ struct CompanionKind {
   std::u16string_view words;
 };
 constexpr std::u16string_view kCadEnd = u".cadmv";
-constexpr std::u16string_view kPlateEnd = u".platemv";
 constexpr std::u16string_view kFeaturesEnd = u".features";
 constexpr CompanionKind kCompanionKinds[kCompanionCount] = {
     {kCadEnd, u"The file of the drawings"},
@@ -74,15 +73,27 @@ void StoreSketch(ProgramTab& tab) {
   std::copy_n(tab.sketchLocked, kMaxItems, drawing.locked);
 }
 
+// A plate that takes more than a record holds leaves what was stored before, which may be nothing.
 void StorePlate(ProgramTab& tab) {
+  const bool had = tab.plateSettings != nullptr;
   if (!Provide(tab.plateSettings)) return;
   const bool taken = TakeLive(liveModels.storePlate, *tab.plateSettings);
+  if (!taken && !had) {
+    delete tab.plateSettings;
+    tab.plateSettings = nullptr;
+    return;
+  }
   if (!tab.plateStore) {
     if (!Provide(tab.plateStore)) return;
     tab.plateStore->count = 1;
     tab.plateStore->plates[0] = *tab.plateSettings;
   }
-  if (taken) tab.plateStore->plates[tab.plateStore->active] = *tab.plateSettings;
+  PlateStore& store = *tab.plateStore;
+  if (!taken) return;
+  store.plates[store.active] = *tab.plateSettings;
+  if (liveModels.plateName) {
+    CopyBounded(store.names[store.active], kShapeNameUnits, liveModels.plateName());
+  }
 }
 
 bool TakeDrawings(const std::string& bytes, ProgramTab& tab) {

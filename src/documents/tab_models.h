@@ -32,8 +32,8 @@ std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::in
 bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
                      const ProgramTab& tab, std::vector<SaveFile>& files);
 // Which companions have to give way where the job's files are written under `path`: one that could
-// not be read, before it is written over, and those of another program whose name is taken, of which
-// a copy stays or which go behind the last file.
+// not be read, before it is written over, and those of another program whose name is taken, of
+// which a copy stays or which go behind the last file.
 void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job);
 // Erases the companions beside a copy of a program, which is no link.
 void EraseCompanions(std::u16string_view path);
@@ -52,7 +52,8 @@ struct LiveModels {
                           const unsigned char (&locked)[kMaxItems]) = nullptr;
   void (*resetSelection)() = nullptr;
   bool (*storePlate)(FeatureSettings& record) = nullptr;
-  void (*loadPlate)(const FeatureSettings* record) = nullptr;
+  void (*loadPlate)(const FeatureSettings* record) = nullptr;  // null: a new plate
+  const char16_t* (*plateName)() = nullptr;                    // of the live plate
 };
 extern LiveModels liveModels;  // each field is set by the room that does it
 void ResetLiveModels();

@@ -25,17 +25,6 @@ constexpr double kArcSine[kArcs + 1] = {0.0,        -0.3826834, -0.7071068, -0.9
                                         0.7071068,  0.9238795,  1.0,        0.9238795,  0.7071068,
                                         0.3826834,  0.0};
 
-// Rapid to the start and down to the depth.
-void PutStart(CodeWriter& out, double x, double y, const CutData& cut) {
-  EmitMotion(out, u"G00", x, y, 0, false);
-  Put(out, u"G01 Z", cut.depth, kPointDecimals);
-  Line(out, u" F", cut.feed, kPlungeFeedDecimals);
-}
-
-void PutRetract(CodeWriter& out, const CutData& cut) {
-  Line(out, u"G00 Z", cut.safeZ, kPointDecimals);
-}
-
 // To (x, y) about a centre that lies (i, j) from the arc's start; the line is left open.
 void PutArc(CodeWriter& out, std::u16string_view word, double x, double y, double i, double j) {
   Put(out, word);
@@ -87,10 +76,33 @@ void EmitMotion(CodeWriter& out, std::u16string_view word, double x, double y, d
   if (out.text.size() > most) out.text.resize(most);
 }
 
+void EmitStart(CodeWriter& out, double x, double y, const CutData& cut) {
+  EmitMotion(out, u"G00", x, y, 0, false);
+  Put(out, u"G01 Z", cut.depth, kPointDecimals);
+  Line(out, u" F", cut.feed, kPlungeFeedDecimals);
+}
+
+void EmitRetract(CodeWriter& out, const CutData& cut) {
+  Line(out, u"G00 Z", cut.safeZ, kPointDecimals);
+}
+
 void EmitLine(CodeWriter& out, double x, double y, double endX, double endY, const CutData& cut) {
-  PutStart(out, x, y, cut);
+  EmitStart(out, x, y, cut);
   EmitMotion(out, u"G01", endX, endY, cut.feed, true);
-  PutRetract(out, cut);
+  EmitRetract(out, cut);
+}
+
+void EmitArc(CodeWriter& out, std::u16string_view word, double x, double y, double i, double j) {
+  PutArc(out, word, x, y, i, j);
+  Line(out, u"");
+}
+
+void EmitPolyline(CodeWriter& out, const double* xs, const double* ys, int count,
+                  const CutData& cut) {
+  if (count < 1) return;
+  EmitStart(out, xs[0], ys[0], cut);
+  for (int i = 1; i < count; ++i) EmitMotion(out, u"G01", xs[i], ys[i], cut.feed, true);
+  EmitRetract(out, cut);
 }
 
 int ShapeCorners(ItemShape shape, double width, double height, double* xs, double* ys) {
@@ -133,20 +145,20 @@ void EmitClosedShape(CodeWriter& out, const ClosedShape& item, const CutData& cu
   const int count = ShapeCorners(item.shape, item.width, item.height, xs, ys);
   if (count == 0) return;
   const Point first = Turned(item, xs[0], ys[0]);
-  PutStart(out, first.x, first.y, cut);
+  EmitStart(out, first.x, first.y, cut);
   for (int i = 1; i < count; ++i) {
     const Point corner = Turned(item, xs[i], ys[i]);
     EmitMotion(out, u"G01", corner.x, corner.y, cut.feed, true);
   }
   EmitMotion(out, u"G01", first.x, first.y, cut.feed, true);
-  PutRetract(out, cut);
+  EmitRetract(out, cut);
 }
 
 void EmitCircle(CodeWriter& out, const ClosedShape& circle, const CutData& cut) {
   const double r = circle.width / 2;
   if (!(r > 0)) return;
   Point from{circle.x + r, circle.y};
-  PutStart(out, from.x, from.y, cut);
+  EmitStart(out, from.x, from.y, cut);
   for (int i = 1; i <= kArcs; ++i) {
     const Point to{kArcCosine[i] * r + circle.x, kArcSine[i] * r + circle.y};
     PutArc(out, u"G02", to.x, to.y, circle.x - from.x, circle.y - from.y);
@@ -154,7 +166,7 @@ void EmitCircle(CodeWriter& out, const ClosedShape& circle, const CutData& cut) 
     Line(out, u"");
     from = to;
   }
-  PutRetract(out, cut);
+  EmitRetract(out, cut);
 }
 
 void EmitSlot(CodeWriter& out, const ClosedShape& slot, const CutData& cut) {
@@ -169,14 +181,12 @@ void EmitSlot(CodeWriter& out, const ClosedShape& slot, const CutData& cut) {
   const Point d = Turned(slot, s, -r);
   const Point e = Turned(slot, -s, 0);
   const Point f = Turned(slot, s, 0);
-  PutStart(out, a.x, a.y, cut);
+  EmitStart(out, a.x, a.y, cut);
   EmitMotion(out, u"G01", b.x, b.y, cut.feed, true);
-  PutArc(out, u"G03", c.x, c.y, e.x - b.x, e.y - b.y);
-  Line(out, u"");
+  EmitArc(out, u"G03", c.x, c.y, e.x - b.x, e.y - b.y);
   EmitMotion(out, u"G01", d.x, d.y, cut.feed, true);
-  PutArc(out, u"G03", a.x, a.y, f.x - d.x, f.y - d.y);
-  Line(out, u"");
-  PutRetract(out, cut);
+  EmitArc(out, u"G03", a.x, a.y, f.x - d.x, f.y - d.y);
+  EmitRetract(out, cut);
 }
 
 }  // namespace morva

@@ -54,6 +54,15 @@ struct ClosedShape {
 // One line: the word, X, Y and, `withFeed`, F with 1 decimal. At most 219 units of it are kept.
 void EmitMotion(CodeWriter& out, std::u16string_view word, double x, double y, double feed,
                 bool withFeed);
+// Rapid to the start and down to the depth.
+void EmitStart(CodeWriter& out, double x, double y, const CutData& cut);
+// Up to the height of the rapids.
+void EmitRetract(CodeWriter& out, const CutData& cut);
+// G02 or G03 to (x, y) about a centre that lies (i, j) from the arc's start; no feed.
+void EmitArc(CodeWriter& out, std::u16string_view word, double x, double y, double i, double j);
+// From rapid to retract along straights from point to point; nothing without a point.
+void EmitPolyline(CodeWriter& out, const double* xs, const double* ys, int count,
+                  const CutData& cut);
 // The local point (lx, ly) turned counter-clockwise and moved to (cx, cy).
 void RotatePoint(double cx, double cy, double lx, double ly, double angleDegrees, double& outX,
                  double& outY);

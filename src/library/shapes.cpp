@@ -186,14 +186,24 @@ int AppendShape(std::u16string_view name) {
   return index;
 }
 
-int PutShape(const SavedShape& shape) {
-  int index = FindShape(shape.name);
-  if (index < 0) index = AppendShape(shape.name);
+int PutShapeAt(int index, const SavedShape& shape) {
+  if (index < 0 || index >= shapeLibrary.count) index = AppendShape(shape.name);
   if (index < 0) return -1;
   SavedShape& kept = shapeLibrary.shapes[index];
   kept = shape;
   RoundAsInFile(kept);
   return index;
+}
+
+int PutShape(const SavedShape& shape) { return PutShapeAt(FindShape(shape.name), shape); }
+
+bool IsShapeAt(int index, const SavedShape& shape) {
+  if (index < 0 || index >= shapeLibrary.count) return false;
+  const SavedShape& have = shapeLibrary.shapes[index];
+  if (have.count != shape.count) return false;
+  SavedShape rounded = shape;
+  RoundAsInFile(rounded);
+  return std::equal(have.objects, have.objects + have.count, rounded.objects, SameGeometry);
 }
 
 void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes) {

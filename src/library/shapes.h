@@ -53,6 +53,15 @@ int AppendShape(std::u16string_view name);
 // matches it after a restart too. Its index, -1 when 24 others are held.
 int PutShape(const SavedShape& shape);
 
+// The shape at this index, or behind the last for -1, its numbers as in PutShape; its name is not
+// looked at. Its index, -1 when 24 others are held.
+int PutShapeAt(int index, const SavedShape& shape);
+// What the library has at this index is the same shape, as it comes back from the settings file;
+// its name does not count.
+bool IsShapeAt(int index, const SavedShape& shape);
+inline constexpr char16_t kShapesUnsaved[] =
+    u"MORVA.ini could not be written — the shape lasts for this run only.";
+
 // The bytes of the mirror: 3224 for each shape, little-endian.
 inline constexpr int kShapeMirrorBytes = 3224;
 void WriteShapeMirror(const ShapeLibrary& library, std::string& bytes);

@@ -47,6 +47,7 @@ const std::set<std::string> kOneForEach = {
     "kHashSlots",       // twice what the limits let in
     "kPathNotes",       // kinds of lines that are not shown
     "kPatternPanels",   // circular and rectangular
+    "kPlateValues",     // numbers of a plate
     "kSides",           // of a rectangle
     "kSkimFields",      // of the skim's form
     "kWorkers",         // kinds of threads

@@ -51,7 +51,7 @@ void TellSaved(bool saved) {
   const std::u16string name = underWay.front();
   underWay.pop_front();
   if (!saved) {
-    SetSketchStatus(u"MORVA.ini could not be written \u2014 the shape lasts for this run only.");
+    SetSketchStatus(kShapesUnsaved);
     return;
   }
   const std::u16string words =

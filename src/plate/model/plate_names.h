@@ -1,0 +1,28 @@
+// Names of plates: a plate has one before anything of it is saved or inserted.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace morva {
+
+inline constexpr char16_t kNameThisPlate[] = u"Name this plate · automatic saving";
+inline constexpr char16_t kCreateNamedPlate[] =
+    u"Create a named plate to begin. Your changes will save automatically.";
+inline constexpr char16_t kStartNamedPlate[] = u"Start a named plate before inserting code.";
+inline constexpr char16_t kNameTaken[] =
+    u"That name already exists. Choose another name or open the saved shape.";
+inline constexpr char16_t kPlateNameTitle[] = u"Plate name";  // of that box, and the caption
+
+// Without blanks and control characters at both ends, as the library keeps it.
+std::u16string CleanPlateName(std::u16string_view typed);
+
+enum class Naming {
+  Named,  // the plate has the name
+  Empty,  // nothing is left of what was typed, and nothing changed
+  Taken,  // another saved shape has it, whatever the case of its letters; nothing changed
+};
+// Names the live plate.
+Naming GivePlateName(std::u16string_view typed);
+
+}  // namespace morva

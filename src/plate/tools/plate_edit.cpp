@@ -1,0 +1,219 @@
+#include "plate/tools/plate_edit.h"
+
+#include <cmath>
+
+#include "library/extents.h"
+#include "library/outline.h"
+#include "library/placed_shape.h"
+#include "library/shapes.h"
+#include "plate/geometry/plate_layout.h"
+#include "text/codetext.h"
+#include "text/strict_number.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kMostTyped = 100000;  // sizes and places stay below, in the plate's unit
+constexpr double kAspectSlack = 0.0001;
+constexpr int kShownDecimals = 4;
+
+std::u16string Shown(double value) { return FixedText(value, kShownDecimals); }
+
+bool ReadBelow(std::u16string_view text, double& value) {
+  return ReadStrictNumber(text, value) && std::fabs(value) < kMostTyped;
+}
+
+bool ReadPositive(std::u16string_view text, double& value) {
+  return ReadBelow(text, value) && value > 0;
+}
+
+// The numbers of the editor, in the plate's unit.
+struct FeatureNumbers {
+  double width = 0, height = 0, angle = 0, depth = 0, x = 0, y = 0;
+};
+
+bool ReadFeature(const FeatureForm& form, double thickness, FeatureNumbers& n) {
+  if (!ReadBelow(form.x, n.x) || !ReadBelow(form.y, n.y)) return false;
+  if (!ReadPositive(form.width, n.width) || !ReadPositive(form.height, n.height)) return false;
+  if (!ReadStrictNumber(form.angle, n.angle)) return false;
+  if (!ReadPositive(form.depth, n.depth) || n.depth > thickness) return false;
+  return form.kind != FeatureKindRow::Slot || n.height <= n.width;
+}
+
+// One rectangle, circle or slot about the feature's centre.
+bool IsSingle(const SavedShape& shape) {
+  const SketchObject& object = shape.objects[0];
+  return shape.count == 1 && object.x == 0 && object.y == 0 && object.type >= kTypeRectangle &&
+         object.type <= kTypeSlot;
+}
+
+FeatureKindRow KindOf(const SavedShape& shape) {
+  if (!IsSingle(shape)) return FeatureKindRow::Custom;
+  if (shape.objects[0].type == kTypeCircle) return FeatureKindRow::Circle;
+  return shape.objects[0].type == kTypeSlot ? FeatureKindRow::Slot : FeatureKindRow::Rectangle;
+}
+
+void PutSingle(FeatureKindRow kind, const FeatureNumbers& n, double inches, SavedShape& shape) {
+  shape = SavedShape();
+  shape.count = 1;
+  SketchObject& object = shape.objects[0];
+  object.type = kind == FeatureKindRow::Circle ? kTypeCircle
+                : kind == FeatureKindRow::Slot ? kTypeSlot
+                                               : kTypeRectangle;
+  object.size = n.width * inches;
+  object.size2 = kind == FeatureKindRow::Circle ? 0 : n.height * inches;
+  object.angle = n.angle;
+}
+
+bool CutBox(const SavedShape& shape, Extents& box) {
+  return ObjectExtents(shape.objects, shape.count, box) && WidthOf(box) > 0 && HeightOf(box) > 0;
+}
+
+// What is cut of a shape of the library, about the centre of its box.
+bool CopyCentred(int libraryIndex, SavedShape& shape) {
+  if (libraryIndex < 0 || libraryIndex >= shapeLibrary.count) return false;
+  const SavedShape& from = shapeLibrary.shapes[libraryIndex];
+  shape = SavedShape();
+  CopyBounded(shape.name, kShapeNameUnits, from.name);
+  for (int i = 0; i < from.count; ++i) {
+    if (!IsCut(from.objects[i])) continue;
+    shape.objects[shape.count] = from.objects[i];
+    shape.objects[shape.count++].group = 0;
+  }
+  Extents box;
+  if (!CutBox(shape, box)) return false;
+  for (int i = 0; i < shape.count; ++i) {
+    shape.objects[i].x -= (box.minX + box.maxX) / 2;
+    shape.objects[i].y -= (box.minY + box.maxY) / 2;
+  }
+  return true;
+}
+
+// The shape in the size and at the angle of the editor. False: that would stretch it.
+bool FitShape(const FeatureNumbers& n, double inches, SavedShape& shape) {
+  Extents box;
+  if (!CutBox(shape, box)) return false;
+  const double scaleX = n.width * inches / WidthOf(box);
+  const double scaleY = n.height * inches / HeightOf(box);
+  if (!(std::fabs(scaleX - scaleY) <= kAspectSlack)) return false;
+  const double turn = n.angle - shape.objects[0].angle;
+  for (int i = 0; i < shape.count; ++i) {
+    ScaleLengths(shape.objects[i], scaleX);
+    if (turn != 0) TurnObject(shape.objects[i], 0, 0, turn);
+  }
+  return true;
+}
+
+void ShowCustom(const SavedShape& shape, double units, FeatureForm& form) {
+  Extents box;
+  CutBox(shape, box);
+  form.width = Shown(WidthOf(box) * units);
+  form.height = Shown(HeightOf(box) * units);
+  form.angle = Shown(shape.objects[0].angle);
+}
+
+void ShowSize(const PlateNumbers& numbers, const PlateFeature& feature, int k, double units,
+              FeatureForm& form) {
+  if (feature.shape.count == 0) {
+    const ClosedShape item = PlainFeature(numbers, k, {});
+    const bool round = item.shape == ItemShape::Circle;
+    form.kind = round ? FeatureKindRow::Circle : FeatureKindRow::Slot;
+    form.width = Shown(round ? item.width : std::fmax(item.width, item.height));
+    form.height = Shown(round ? item.width : item.height);
+    form.angle = Shown(item.angle);
+    return;
+  }
+  form.kind = KindOf(feature.shape);
+  if (form.kind == FeatureKindRow::Custom) return ShowCustom(feature.shape, units, form);
+  const SketchObject& object = feature.shape.objects[0];
+  form.width = Shown(object.size * units);
+  form.height = Shown((object.type == kTypeCircle ? object.size : object.size2) * units);
+  form.angle = Shown(object.angle);
+}
+
+}  // namespace
+
+FeatureForm ShowFeature(const PlateRecord& record, int k) {
+  const PlateNumbers numbers = NumbersOf(record);
+  const PlateFeature& feature = record.features[k];
+  const double units = UnitsPerInch(record);
+  FeatureForm form;
+  ShowSize(numbers, feature, k, units, form);
+  form.through = feature.through;
+  const double blind = feature.depth > 0 ? feature.depth * units : std::fabs(numbers.depth);
+  form.depth = Shown(feature.through ? numbers.thickness : blind);
+  const platform::PointF at = FeaturePlace(numbers, feature, k);
+  form.x = Shown(at.x);
+  form.y = Shown(at.y);
+  return form;
+}
+
+bool ChooseCustomShape(FeatureForm& form, int libraryIndex, const PlateRecord& record) {
+  SavedShape shape;
+  if (!CopyCentred(libraryIndex, shape)) return false;
+  form.kind = FeatureKindRow::Custom;
+  form.customShape = libraryIndex;
+  ShowCustom(shape, UnitsPerInch(record), form);
+  return true;
+}
+
+bool ApplyFeature(int k, const FeatureForm& form) {
+  if (k < 0 || k >= kMaxPlateFeatures) return false;
+  PlateFeature feature = plate.features[k];
+  if (feature.locked || feature.deleted) return false;
+  FeatureNumbers n;
+  if (!ReadFeature(form, NumbersOf(plate).thickness, n)) return false;
+  const double inches = InchesPerUnit(plate);
+  if (form.kind == FeatureKindRow::Custom) {
+    if (form.customShape >= 0 && !CopyCentred(form.customShape, feature.shape)) return false;
+    if (!FitShape(n, inches, feature.shape)) return false;
+  } else {
+    PutSingle(form.kind, n, inches, feature.shape);
+  }
+  feature.x = n.x * inches;
+  feature.y = n.y * inches;
+  feature.placed = true;
+  feature.depth = n.depth * inches;
+  feature.through = form.through;
+  PutFeature(k, feature);
+  return true;
+}
+
+bool ApplySection(int section, std::u16string_view text) {
+  double number = 0;
+  if (section < 0 || section >= kPlateFormValues || !ReadBelow(text, number)) return false;
+  if (number == 0 && section != kPlateEdgeRadius) return false;
+  SetPlateNumber(section, number, kShownDecimals);
+  return true;
+}
+
+bool ApplyDepthSection(std::u16string_view thickness, std::u16string_view depth) {
+  double thick = 0;
+  double deep = 0;
+  if (!ReadPositive(thickness, thick) || !ReadPositive(depth, deep) || deep > thick) return false;
+  SetPlateNumber(kPlateStock, thick, kShownDecimals);
+  SetPlateNumber(kPlateCutDepth, -deep, kShownDecimals);
+  return true;
+}
+
+bool MayDeleteFeature(int k) {
+  if (k < 0 || k >= kMaxPlateFeatures) return false;
+  if (plate.features[k].locked) SayOnPlate(kUnlockFeature);
+  return !plate.features[k].locked;
+}
+
+bool MoveFeature(int k, double x, double y) {
+  if (k < 0 || k >= kMaxPlateFeatures) return false;
+  if (plate.features[k].locked || plate.features[k].deleted) return false;
+  if (!(std::fabs(x) < kMostTyped && std::fabs(y) < kMostTyped)) return false;
+  PlaceFeature(k, x * InchesPerUnit(plate), y * InchesPerUnit(plate));
+  return true;
+}
+
+std::u16string FeatureRowWords(const PlateRecord& record, int k) {
+  return u"Feature " + IntegerText(k + 1) +
+         (record.features[k].through ? u"  ·  Through" : u"  ·  Blind");
+}
+
+}  // namespace morva

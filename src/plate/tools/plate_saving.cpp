@@ -1,0 +1,229 @@
+#include "plate/tools/plate_saving.h"
+
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "app/app_state.h"
+#include "app/outlets.h"
+#include "documents/companions.h"
+#include "documents/program_changed.h"
+#include "library/mirror.h"
+#include "library/outline.h"
+#include "library/placed_shape.h"
+#include "library/shapes.h"
+#include "plate/geometry/plate_layout.h"
+#include "plate/model/plate_record.h"
+#include "text/codetext.h"
+#include "text/length_units.h"
+
+namespace morva {
+
+namespace {
+
+using platform::PointF;
+
+constexpr int kCornerChords = 4;
+constexpr double kChordTurn = 90.0 / kCornerChords;
+constexpr double kEvenSlack = 0.0001;  // between the two scales of an outline
+
+struct ShapeList {
+  SavedShape shape;
+  bool full = false;
+};
+
+void Add(ShapeList& list, const SketchObject& object) {
+  if (list.shape.count >= kMaxShapeObjects) {
+    list.full = true;
+    return;
+  }
+  list.shape.objects[list.shape.count++] = object;
+}
+
+SketchObject LineFrom(PointF from, double length, double angle) {
+  return {kTypeLine, 0, from.x, from.y, length, 0, angle > 180 ? angle - 360 : angle};
+}
+
+// Counter-clockwise from the left end of the lower side.
+void AddRoundedRectangle(ShapeList& list, const PlateNumbers& n, double radius) {
+  const double x = n.length / 2 - radius;
+  const double y = n.width / 2 - radius;
+  const PointF starts[] = {{-x, -y - radius}, {x + radius, -y}, {x, y + radius}, {-x - radius, y}};
+  const PointF centres[] = {{x, -y}, {x, y}, {-x, y}, {-x, -y}};
+  const double sides[] = {2 * x, 2 * y, 2 * x, 2 * y};
+  const double chord = 2 * radius * SketchSine(kChordTurn / 2);
+  for (int corner = 0; corner < 4; ++corner) {
+    const double along = 90.0 * corner;
+    Add(list, LineFrom(starts[corner], sides[corner], along));
+    for (int i = 0; i < kCornerChords; ++i) {
+      const double turn = along + kChordTurn * i;
+      const PointF from{centres[corner].x + radius * ExactSine(turn),
+                        centres[corner].y - radius * ExactCosine(turn)};
+      Add(list, LineFrom(from, chord, turn + kChordTurn / 2));
+    }
+  }
+}
+
+PlateSave AddCustomOutline(ShapeList& list, const PlateNumbers& n, const SavedShape& outline) {
+  const OutlineStretch stretch = StretchOf(n, outline);
+  for (int i = 0; i < outline.count; ++i) {
+    SketchObject object = outline.objects[i];
+    object.group = 0;
+    object.x -= stretch.middleX;
+    object.y -= stretch.middleY;
+    ScaleLengths(object, stretch.scaleX);
+    Add(list, object);
+  }
+  const double inches = n.metric ? kInchPerMm : 1;
+  const double difference = std::fabs(stretch.scaleX - stretch.scaleY) * inches;
+  return difference <= kEvenSlack ? PlateSave::Done : PlateSave::Stretched;
+}
+
+PlateSave AddOutline(ShapeList& list, const PlateNumbers& n, const SavedShape& outline) {
+  switch (n.shape) {
+    case PlateShape::Custom:
+      return AddCustomOutline(list, n, outline);
+    case PlateShape::Round:
+      Add(list, {kTypeCircle, 0, 0, 0, n.length, 0, 0});
+      break;
+    case PlateShape::Obround:
+      Add(list, {kTypeSlot, 0, 0, 0, n.length, n.width, 0});
+      break;
+    case PlateShape::Rectangle:
+      if (const double radius = CornerRadius(n); radius > 0) {
+        AddRoundedRectangle(list, n, radius);
+      } else {
+        Add(list, {kTypeRectangle, 0, 0, 0, n.length, n.width, 0});
+      }
+      break;
+  }
+  return PlateSave::Done;
+}
+
+// In the plate's unit.
+void AddFeature(ShapeList& list, const PlateNumbers& n, const PlateFeature& feature, int k) {
+  if (feature.deleted) return;
+  const PointF at = FeaturePlace(n, feature, k);
+  if (feature.shape.count == 0) {
+    const ClosedShape item = PlainFeature(n, k, at);
+    const bool round = item.shape == ItemShape::Circle;
+    Add(list,
+        {round ? kTypeCircle : kTypeSlot, 0, at.x, at.y, item.width, item.height, item.angle});
+    return;
+  }
+  for (int i = 0; i < feature.shape.count && !list.full; ++i) {
+    SketchObject object = feature.shape.objects[i];
+    if (!IsCut(object)) continue;
+    object.group = 0;
+    ScaleLengths(object, n.metric ? kMmPerInch : 1);
+    object.x += at.x;
+    object.y += at.y;
+    Add(list, object);
+  }
+}
+
+const char16_t* WordsOf(PlateSave answer) {
+  switch (answer) {
+    case PlateSave::NoName:
+      return u"Enter a name beside Save shape.";
+    case PlateSave::TooMany:
+      return u"Reusable shape exceeds 64 objects; reduce the hole pattern before saving.";
+    case PlateSave::Full:
+      return u"Shape library is full.";
+    case PlateSave::Stretched:
+      return u"Custom reusable shapes keep their aspect ratio. Match width and height scale before "
+             u"saving.";
+    case PlateSave::NoRecord:
+      return kPlateFull;
+    case PlateSave::BadNumbers:
+    case PlateSave::Done:
+      break;
+  }
+  return nullptr;
+}
+
+PlateSave Refuse(PlateSave why) {
+  if (const char16_t* words = WordsOf(why)) SayOnPlate(words);
+  return why;
+}
+
+void TellSaved(bool saved) {
+  SayOnPlate(saved ? u"Named plate shape saved. Further completed edits save automatically."
+                   : kShapesUnsaved);
+}
+
+// Another program, or a change of the library here, may have moved the plate's shape.
+int IndexNow() {
+  const int index = plate.savedShapeIndex;
+  if (index < 0) return -1;
+  const bool stands =
+      index < shapeLibrary.count && SameFolded(shapeLibrary.shapes[index].name, plate.savedName);
+  return stands ? index : FindShape(plate.savedName);
+}
+
+}  // namespace
+
+PlateSave BuildPlateShape(const PlateRecord& record, SavedShape& shape) {
+  const PlateNumbers n = NumbersOf(record);
+  if (!(n.length > 0 && n.width > 0 && n.size > 0)) return PlateSave::BadNumbers;
+  ShapeList list;
+  const PlateSave outline = AddOutline(list, n, record.outline);
+  for (int k = 0; k < FeatureCount(n) && !list.full; ++k) {
+    AddFeature(list, n, record.features[k], k);
+  }
+  if (list.full) return PlateSave::TooMany;
+  if (outline != PlateSave::Done) return outline;
+  for (int i = 0; i < list.shape.count; ++i) {
+    ScaleLengths(list.shape.objects[i], n.metric ? kInchPerMm : 1);
+  }
+  shape = list.shape;
+  return PlateSave::Done;
+}
+
+PlateSave SaveNamedPlate() {
+  if (plate.unnamed) return PlateSave::Done;
+  if (plate.name[0] == 0) return Refuse(PlateSave::NoName);
+  SavedShape shape;
+  const PlateSave built = BuildPlateShape(plate, shape);
+  if (built != PlateSave::Done && built != PlateSave::Stretched) return Refuse(built);
+  FollowShapeFile();
+  const int index = IndexNow();
+  if (index < 0 && shapeLibrary.count >= kMaxShapes) return Refuse(PlateSave::Full);
+  if (built == PlateSave::Stretched) return Refuse(built);
+  CopyBounded(shape.name, kShapeNameUnits, plate.name);
+  SetPlateShapeIndex(PutShapeAt(index, shape));
+  SaveShapeLibrary(TellSaved);
+  RefreshShapeLists();
+  SettlePlate(true);
+  return RefreshPlateMetadataFile() || !app.dataDirReady ? PlateSave::Done : PlateSave::NoRecord;
+}
+
+void PlateEdited() { ProgramChanged({.autosave = true}); }
+
+int FindPlateShape(const PlateRecord& record) {
+  SavedShape shape;
+  if (BuildPlateShape(record, shape) != PlateSave::Done) return -1;
+  int found = -1;
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (!IsShapeAt(i, shape)) continue;
+    if (found >= 0) return -1;
+    found = i;
+  }
+  return found;
+}
+
+bool RefreshPlateMetadataFile() {
+  static FeatureSettings record;
+  if (plate.savedShapeIndex < 0 || !app.dataDirReady) return false;
+  if (!SavePlateSettings(record)) {
+    Refuse(PlateSave::NoRecord);
+    return false;
+  }
+  std::string bytes;
+  WriteOldPlateFile(record, bytes);
+  std::u16string file = u"Plate-" + IntegerText(plate.savedShapeIndex);
+  SaveMirror(u"Shapes", file.append(kPlateEnd), std::move(bytes));
+  return true;
+}
+
+}  // namespace morva

@@ -1,0 +1,34 @@
+// A named plate as a shape of the library, with the file beside it that holds its record.
+#pragma once
+
+#include "plate/model/plate.h"
+
+namespace morva {
+
+enum class PlateSave {
+  Done,        // or an unnamed plate, of which nothing is saved
+  NoName,      // the name box should get the keyboard
+  BadNumbers,  // a size is not above 0; nobody is told
+  TooMany,     // more than 64 objects
+  Full,        // the library holds 24 shapes already
+  Stretched,   // the custom outline is wider or longer than its shape allows
+  NoRecord,    // more than 96 items; the library has the plate all the same
+};
+
+// The plate's outline and features as objects in inches, without a name. What other than Done is
+// answered leaves `shape` as it was.
+PlateSave BuildPlateShape(const PlateRecord& record, SavedShape& shape);
+// Puts it into the library under the plate's name and index, and hands the settings file, the
+// library's mirror and the plate's own file to the worker that writes files. What became of it
+// stands on the plate's status line.
+PlateSave SaveNamedPlate();
+// What follows a completed edit: the program is marked as modified, and the autosave will save the
+// plate.
+void PlateEdited();
+// The index of the shape in the library that is this plate, by what it cuts; -1: none, or several.
+int FindPlateShape(const PlateRecord& record);
+// Hands the plate's record to that worker, for "Plate-<index>.platemv" under "Shapes". False: the
+// plate has no index, there is no data directory, or the record cannot be built.
+bool RefreshPlateMetadataFile();
+
+}  // namespace morva
