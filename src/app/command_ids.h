@@ -417,6 +417,31 @@ inline constexpr int kIdDestinationList = 3603;    // operations of the chosen p
 inline constexpr int kIdDestinationAround = 3604;  // what lies around the place
 inline constexpr int kIdDestinationSplit = 3605;   // check box
 
+// The wizard of the guided skim, 3900 to 3959.
+inline constexpr int kIdSkimField = 3900;  // its 18 numbers in the order of reading, 3900 to 3917
+inline constexpr int kIdSkimTools = 3920;  // lists of tools, strategies and ways to tell the depth
+inline constexpr int kIdSkimStrategies = 3921;
+inline constexpr int kIdSkimDepths = 3922;
+inline constexpr int kIdSkimStartX = 3923;  // fields that place the stock, 3923 to 3926
+inline constexpr int kIdSkimStartY = 3924;
+inline constexpr int kIdSkimSurfaceZ = 3925;
+inline constexpr int kIdSkimThickness = 3926;
+inline constexpr int kIdSkimMatrix = 3927;  // panes that are read only
+inline constexpr int kIdSkimCode = 3928;
+inline constexpr int kIdSkimPosition = 3930;
+inline constexpr int kIdSkimPickGeometry = 3931;
+inline constexpr int kIdSkimPickPlane = 3932;
+inline constexpr int kIdSkimPlace = 3933;  // Enter in a field that places the stock
+inline constexpr int kIdSkimCoverage = 3934;
+inline constexpr int kIdSkimDraw = 3935;
+inline constexpr int kIdSkimShowMatrix = 3936;
+inline constexpr int kIdSkimInch = 3937;
+inline constexpr int kIdSkimMm = 3938;
+inline constexpr int kIdSkimBack = 3939;
+inline constexpr int kIdSkimNext = 3940;
+inline constexpr int kIdSkimInsert = 3941;
+inline constexpr int kIdSkimCancel = 3942;
+
 // Labels of forms take the ids from here on, one for each row.
 inline constexpr int kIdFormLabelFirst = 30000;
 
@@ -442,5 +467,9 @@ inline constexpr int kViewWizardPicture = 20050;
 inline constexpr int kViewShapePicture = 20060;  // what a shape builder cuts
 inline constexpr int kViewCircularPicture = 20061;
 inline constexpr int kViewRectPicture = 20062;
+inline constexpr int kViewSkim = 20090;  // the wizard of the guided skim, and its form, which scrolls
+inline constexpr int kViewSkimForm = 20091;
+inline constexpr int kViewSkimPaper = 20092;
+inline constexpr int kViewSkimBar = 20093;
 
 }  // namespace morva

@@ -66,7 +66,7 @@
 #include "simulator/playback.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
-#include "skim/geometry/saved_code.h"
+#include "skim/panel/skim_room.h"
 
 namespace morva {
 
@@ -345,7 +345,7 @@ void JoinRooms() {
   RegisterTransferCommands();
   RegisterCad();
   RegisterPatternBuilders();
-  RegisterSkimCode();
+  RegisterSkim();
   RegisterShellCommands();
   RegisterTimer(kTimerHover, HoverTick);
 }
@@ -416,6 +416,7 @@ void ResetApplication() {
   ResetColours();
   ResetFeatureOperations();
   ResetCad();
+  ResetSkim();
   ResetDocuments();
   ResetSimulator();
   ResetView();

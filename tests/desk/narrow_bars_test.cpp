@@ -200,7 +200,8 @@ TEST_F(NarrowBars, StandBesideASurface) {
   ASSERT_TRUE(platform::MakeView(made));
   static Rect given;
   morva::Surface skim;
-  skim.surface = morva::kSurfaceSkim;
+  constexpr int kNumber = 9;  // no surface of the program
+  skim.surface = kNumber;
   skim.withView = true;
   skim.show = [](const Rect& area) {
     given = area;
@@ -208,7 +209,7 @@ TEST_F(NarrowBars, StandBesideASurface) {
   };
   skim.hide = [] { platform::SetVisible(kMadeUpSurface, false); };
   morva::RegisterSurface(skim);
-  morva::SetSurface(morva::kSurfaceSkim);
+  morva::SetSurface(kNumber);
   AtBothSizes("surface", [](const QSize& size) {
     EXPECT_GE(platform::RectWidth(given), size.width() / 2);
     EXPECT_LT(Place(kMadeUpSurface).right(), Place(morva::kViewToolpath).left());

@@ -34,6 +34,7 @@ const std::set<std::string> kByHand = {
     "shell/controls.cpp",
     "shell/inline_rename.cpp",
     "shell/layout.cpp",
+    "skim/panel/skim_surface.cpp",
 };
 
 bool HandlesControls(const std::string& text) {

@@ -92,6 +92,7 @@ const std::vector<Table>& Tables() {
                   {"panTool", {"cad/canvas_model.cpp"}},
                   {"cursorX", {"cad/canvas_pointer.cpp"}},
                   {"cursorY", {"cad/canvas_pointer.cpp"}}}},
+      {.name = "skimWizard", .owners = {"skim/wizard_state.cpp"}},
       {.name = "skimPlan", .owners = {"skim/plan.cpp"}},
       {.name = "serialProfile", .owners = {"dnc/serial_profile.cpp"}},
       {.name = "dncState", .owners = {"dnc/serial_profile.cpp"}},

@@ -194,11 +194,7 @@ WizardValues ValuesOf(const FormValues& values) { return WizardOf(values.choices
 // Surfaces are cleaned by the guided skim, which has a form of its own.
 bool OpenSkim(const FormValues& values) {
   if (ValuesOf(values).kind != kWizardFace) return false;
-  if (hooks.openSkim) {
-    hooks.openSkim();
-  } else {
-    ShowStatus(u"The guided skim is still to come. Nothing was inserted.");
-  }
+  Call(hooks.openSkim);
   return true;
 }
 

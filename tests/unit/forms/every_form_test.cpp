@@ -142,10 +142,29 @@ struct EveryForm : support::Workbench {
     });
     RunDestinationPicker(kKindSketch);
   }
+  void LookAtSkim(const Look& look) {
+    SetMode(kModeWizard);
+    headless::Click(kIdWizardInsert);
+    LookAround("stock of the skim", look);
+    headless::Click(kIdSkimPosition);
+    LookAround("place of the skim", look);
+    headless::Click(kIdSkimNext);
+    LookAround("cutter of the skim", look);
+    headless::Click(kIdSkimNext);
+    for (const int row : {1, 0}) {
+      headless::SelectRows(kIdSkimDepths, {row});
+      LookAround("depths of the skim", look);
+    }
+    headless::Click(kIdSkimNext);
+    headless::Click(kIdSkimShowMatrix);
+    LookAround("review of the skim", look);
+    headless::Click(kIdSkimCancel);
+  }
   // Every form on every page, as the program shows it.
   void OnEveryForm(const Look& look) {
     headless::Click(kIdSurfaceCode);
     LookAtCodeSurface(look);
+    LookAtSkim(look);
     headless::Click(kIdSurfaceCad);
     LookAround("no tool", look);
     for (const int panel : kToolPanels) {

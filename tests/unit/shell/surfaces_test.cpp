@@ -309,14 +309,17 @@ TEST_F(Surfaces, AreToldOfAnAutosaveWhileTheyAreUpAndOfANewProgramAlways) {
 
 TEST_F(Surfaces, AreFoundByNoModeThatIsNoMode) { EXPECT_EQ(SurfaceOfMode(-1), nullptr); }
 
+// No surface of the program.
+constexpr int kSurfaceMadeUp = 9;
+
 TEST_F(Surfaces, MayShowTheToolpathViewBesideThemselves) {
   Surface skim;
-  skim.surface = kSurfaceSkim;
+  skim.surface = kSurfaceMadeUp;
   skim.withView = true;
   skim.show = Show;
   skim.hide = [] { platform::SetVisible(kViewMadeUp, false); };
   RegisterSurface(skim);
-  SetSurface(kSurfaceSkim);
+  SetSurface(kSurfaceMadeUp);
   EXPECT_TRUE(platform::IsVisible(kViewToolpath));
   EXPECT_LT(last.right, platform::PlaceOf(kViewToolpath).left);
   EXPECT_TRUE(platform::IsVisible(kIdPlayStop));
@@ -329,13 +332,13 @@ TEST_F(Surfaces, MayShowTheToolpathViewBesideThemselves) {
 }
 
 TEST_F(Surfaces, ComeUpByTheirNumberOnlyOnceTheyAreRegistered) {
-  SetSurface(kSurfaceSkim);
+  SetSurface(kSurfaceMadeUp);
   EXPECT_EQ(app.surface, kSurfaceCode);
   Surface skim;
-  skim.surface = kSurfaceSkim;
+  skim.surface = kSurfaceMadeUp;
   RegisterSurface(skim);
-  SetSurface(kSurfaceSkim);
-  EXPECT_EQ(app.surface, kSurfaceSkim);
+  SetSurface(kSurfaceMadeUp);
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
   // A record that has nothing to say is no obstacle.
   headless::PressKey({platform::kKeyF1 + 7});
   headless::ContextMenu(kIdTabFirst, -1);

@@ -1,0 +1,38 @@
+// The wizard's fields and lists, and the live plan: out of one into the other.
+#pragma once
+
+#include "skim/model/plan.h"
+
+namespace morva {
+
+// Every field and list from the live plan.
+void FillSkimForm();
+// The stock's place alone: edges, surface, and the fields that place it.
+void FillSkimPlace();
+// Only the fields that place it; the one with the keyboard stays as it is.
+void ShowSkimPlace();
+// The lists alone, as the plan says.
+void ShowSkimChoices();
+// Rows of the tools' list, from the library.
+void FillSkimTools();
+// The row of the tools' list that the plan's tool stands in, none for a number without a tool.
+void ShowSkimTool(double number);
+
+// Reads the form into the live plan and validates it. True: the plan is usable. Where `quiet`,
+// nothing is shown. Otherwise a box says why not, the field that does not read gets the keyboard,
+// and a plan that only fails the validation is kept as it was read.
+bool ReadSkimForm(bool quiet);
+// The numbers that place the stock, as its fields say them.
+struct SkimPlace {
+  double x = 0;
+  double y = 0;
+  double zTop = 0;
+  double thickness = 0;
+};
+// False: one does not read, or the thickness is not positive.
+bool ReadSkimPlace(SkimPlace& place);
+
+// Brings the page up that holds a field, and gives the field the keyboard. Set by the panel.
+void SetSkimFieldShower(void (*show)(int field));
+
+}  // namespace morva

@@ -1,0 +1,400 @@
+// The wizard of the guided skim: pages, fields, matrix, units, insertion and reopening.
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "app/router.h"
+#include "app/surfaces.h"
+#include "documents/edit_link.h"
+#include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
+#include "documents/program_tabs.h"
+#include "library/units.h"
+#include "platform/editor.h"
+#include "unit/skim/skim_stage.h"
+
+namespace morva {
+namespace {
+
+struct SkimWizardPages : support::SkimStage {};
+
+std::vector<headless::BoxRecord> Boxes() { return headless::TakeBoxes(); }
+
+TEST_F(SkimWizardPages, ComesUpWithTheNumbersOfTheMachiningWizard) {
+  SetMode(kModeWizard);
+  headless::TypeInto(kIdWizardField + 0, u"7");
+  headless::TypeInto(kIdWizardField + 1, u"G56");
+  headless::TypeInto(kIdWizardField + 2, u"1800");
+  headless::TypeInto(kIdWizardField + 3, u"14.5");
+  headless::TypeInto(kIdWizardField + 4, u"0.75");
+  headless::Click(kIdWizardInsert);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.tool, 7);
+  EXPECT_EQ(skimPlan.workOffset, 56);
+  EXPECT_EQ(skimPlan.rpm, 1800);
+  EXPECT_EQ(skimPlan.feed, 14.5);
+  EXPECT_DOUBLE_EQ(skimPlan.clearance, 0.75);
+  EXPECT_EQ(Says(kSkimTool), u"7");
+  EXPECT_EQ(Says(kSkimFeed), u"14.5000");
+  EXPECT_TRUE(skimWizard.planValid);
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+}
+
+TEST_F(SkimWizardPages, TakesDefaultsWhereTheMachiningWizardSaysNoNumber) {
+  SetMode(kModeWizard);
+  headless::TypeInto(kIdWizardField + 0, u"abc");
+  headless::TypeInto(kIdWizardField + 1, u"");
+  headless::TypeInto(kIdWizardField + 2, u"fast");
+  headless::Click(kIdWizardInsert);
+  EXPECT_EQ(skimPlan.tool, 0);
+  EXPECT_EQ(skimPlan.workOffset, 54);
+  EXPECT_EQ(skimPlan.rpm, 1500);
+}
+
+TEST_F(SkimWizardPages, OpensWithTheDiameterOfTheLibrarysTool) {
+  AddTool(3, 0.75);
+  AddTool(3, 2);  // the first in the table counts
+  OpenSkim();
+  Next();
+  Type(kSkimDiameter, u"1.25");
+  ASSERT_EQ(skimPlan.diameter, 1.25);
+  headless::Click(kIdSkimCancel);
+  SetMode(kModeWizard);
+  headless::TypeInto(kIdWizardField, u"3");
+  headless::Click(kIdWizardInsert);
+  EXPECT_EQ(skimPlan.diameter, 0.75);
+  EXPECT_EQ(Says(kSkimDiameter), u"0.7500");
+  EXPECT_EQ(platform::SelectedRow(kIdSkimTools), 1);
+}
+
+TEST_F(SkimWizardPages, TakesNumberAndDiameterOfATool) {
+  AddTool(12, 0.5);
+  OpenSkim();
+  EXPECT_EQ(platform::RowText(kIdSkimTools, 0), u"0 \u00B7 Current machine tool");
+  headless::SelectRows(kIdSkimTools, {1});
+  EXPECT_EQ(Says(kSkimTool), u"12");
+  EXPECT_EQ(skimPlan.diameter, 0.5);
+  headless::SelectRows(kIdSkimTools, {0});
+  EXPECT_EQ(skimPlan.tool, 0);
+  EXPECT_EQ(skimPlan.diameter, 0.5);
+  Type(kSkimTool, u"12");
+  EXPECT_EQ(platform::SelectedRow(kIdSkimTools), 1);
+  Type(kSkimTool, u"13");
+  EXPECT_EQ(platform::SelectedRow(kIdSkimTools), -1);
+}
+
+TEST_F(SkimWizardPages, StaysOverAnEmptyFieldAndSaysItsName) {
+  OpenSkim();
+  Type(kSkimXMax, u"");
+  Next();
+  const auto boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Stock X maximum");
+  EXPECT_EQ(boxes[0].text, u"Enter one valid decimal number.");
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimXMax));
+}
+
+TEST_F(SkimWizardPages, SaysWhatIsWrongWithThePlanAndStays) {
+  OpenSkim();
+  Type(kSkimXMax, u"-1");
+  Next();
+  const auto boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Check skim plan");
+  EXPECT_EQ(boxes[0].text, u"Stock X/Y maxima must be greater than their minima.");
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+}
+
+TEST_F(SkimWizardPages, PutsTheKeyboardIntoAToolThatIsNotWholeWithoutAWord) {
+  OpenSkim();
+  for (const int field : {int{kSkimTool}, int{kSkimWorkOffset}}) {
+    const std::u16string before = Says(field);
+    Type(field, u"54.5");
+    headless::Focus(kIdSkimNext);
+    Next();
+    EXPECT_TRUE(Boxes().empty());
+    EXPECT_EQ(skimWizard.page, kSkimStock);
+    EXPECT_EQ(platform::FocusedId(), Field(field));
+    Type(field, before.c_str());
+  }
+}
+
+// The page with the field comes up, as nobody could mend it from the page before.
+TEST_F(SkimWizardPages, GoesToTheFieldOfAnotherPageThatDoesNotRead) {
+  OpenSkim();
+  Next();
+  Type(kSkimDiameter, u"1,5");
+  headless::Click(kIdSkimBack);
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_TRUE(Boxes().empty());
+  Next();
+  ASSERT_EQ(Boxes().size(), 1u);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimDiameter));
+}
+
+TEST_F(SkimWizardPages, BringsAHiddenDepthBackWhereItDoesNotRead) {
+  OpenSkim();
+  Next();
+  Next();
+  Type(kSkimPassCount, u"3x");
+  headless::SelectRows(kIdSkimDepths, {1});
+  EXPECT_EQ(Says(kSkimPassCount), u"3");
+  EXPECT_TRUE(platform::IsVisible(Field(kSkimTotalDepth)));
+  EXPECT_FALSE(platform::IsVisible(Field(kSkimPassCount)));
+  EXPECT_TRUE(skimPlan.useTotalDepth);
+  Next();
+  EXPECT_EQ(skimWizard.page, kSkimReview);
+}
+
+TEST_F(SkimWizardPages, KeepsThePlanWhileAFieldDoesNotRead) {
+  OpenSkim();
+  for (const char16_t* text : {u" 4", u"4in", u"1,5", u"1e3", u"--1", u"", u"100000"}) {
+    Type(kSkimXMax, text);
+    EXPECT_FALSE(skimWizard.planValid);
+    EXPECT_EQ(skimPlan.xMax, 4);
+  }
+  for (const char16_t* text : {u"+4", u"4 ", u"5."}) {
+    Type(kSkimXMax, text);
+    EXPECT_TRUE(skimWizard.planValid);
+  }
+  EXPECT_EQ(skimPlan.xMax, 5);
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SkimWizardPages, ShowsTheMatrixOfEveryCharacter) {
+  OpenSkim();
+  EXPECT_FALSE(platform::IsVisible(kIdSkimMatrix));
+  headless::Click(kIdSkimShowMatrix);
+  EXPECT_EQ(platform::TextOf(kIdSkimShowMatrix), u"HIDE CODE MATRIX");
+  ASSERT_TRUE(platform::IsVisible(kIdSkimMatrix));
+  Type(kSkimXMax, u"6.5");
+  EXPECT_NE(Matrix().find(u"Stock X -> 0.0000 to 6.5000"), Matrix().npos);
+  Type(kSkimXMax, u"6.5.");
+  EXPECT_EQ(Matrix(),
+            u"Complete valid numeric inputs to update the preview.\r\nCheck stock bounds, positive "
+            u"feeds/depths, stepover 0-100%, and the active pass plan.");
+  headless::Click(kIdSkimShowMatrix);
+  EXPECT_FALSE(platform::IsVisible(kIdSkimMatrix));
+  EXPECT_EQ(platform::TextOf(kIdSkimShowMatrix), u"SHOW CODE MATRIX");
+}
+
+TEST_F(SkimWizardPages, ListsAHundredPassesInTheMatrixOfTheLastPage) {
+  OpenSkim();
+  headless::Click(kIdSkimShowMatrix);
+  Next();
+  Next();
+  Type(kSkimPassCount, u"100");
+  Next();
+  const std::u16string text = Matrix();
+  std::size_t stops = 0;
+  for (std::size_t at = text.find(u"  M00\r\n"); at != text.npos;
+       at = text.find(u"  M00\r\n", at + 1)) {
+    ++stops;
+  }
+  EXPECT_EQ(stops, 99u);
+  EXPECT_NE(text.find(u"  END\r\n"), text.npos);
+}
+
+TEST_F(SkimWizardPages, WalksTheFourPagesAndReviewsTheCode) {
+  OpenSkim();
+  EXPECT_FALSE(platform::IsEnabled(kIdSkimBack));
+  GoToReview();
+  EXPECT_TRUE(platform::IsVisible(kIdSkimInsert));
+  EXPECT_FALSE(platform::IsVisible(kIdSkimNext));
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+  const std::u16string code(platform::EditorText(kIdSkimCode));
+  EXPECT_EQ(code.find(u"\r\n(WIZARD: GUIDED SKIM / FACE)\r\n"), 0u);
+  EXPECT_EQ(platform::FocusedId(), kIdSkimCode);
+  headless::Click(kIdSkimBack);
+  EXPECT_EQ(skimWizard.page, kSkimDepths);
+  EXPECT_TRUE(platform::IsEnabled(kIdSkimBack));
+}
+
+TEST_F(SkimWizardPages, RefusesAnotherUnitOverABadField) {
+  OpenSkim();
+  Type(kSkimYMax, u"4in");
+  headless::Click(kIdSkimMm);
+  EXPECT_EQ(Boxes().size(), 1u);
+  EXPECT_FALSE(skimPlan.metric);
+  EXPECT_FALSE(UnitsMetric());
+  EXPECT_EQ(Says(kSkimYMax), u"4in");
+}
+
+TEST_F(SkimWizardPages, ConvertsLengthsAndFeedsAndNothingElse) {
+  OpenSkim();
+  Type(kSkimTool, u"9");
+  headless::Click(kIdSkimMm);
+  EXPECT_TRUE(UnitsMetric());
+  EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+  EXPECT_EQ(Says(kSkimFeed), u"304.8000");
+  EXPECT_EQ(Says(kSkimDepthPerPass), u"3.1750");
+  EXPECT_EQ(Says(kSkimStepover), u"60.0000");
+  EXPECT_EQ(Says(kSkimRpm), u"1500");
+  EXPECT_EQ(Says(kSkimPassCount), u"3");
+  EXPECT_EQ(Says(kSkimTool), u"9");
+  EXPECT_DOUBLE_EQ(skimPlan.stockThickness, 12.7);
+  EXPECT_EQ(Status(), u"Units switched to MM (G21). Tool inputs converted.");
+}
+
+// 15 mm are 0.5906 inch and a little: what is not shown comes back.
+TEST_F(SkimWizardPages, LosesNothingByAUnitThatGoesToAndFro) {
+  SetUnits(true);
+  OpenSkim();
+  Type(kSkimXMax, u"115");
+  headless::Click(kIdSkimInch);
+  EXPECT_EQ(Says(kSkimXMax), u"4.5276");
+  headless::Click(kIdSkimMm);
+  EXPECT_EQ(Says(kSkimXMax), u"115.0000");
+}
+
+TEST_F(SkimWizardPages, OpensInTheUnitOfTheApplication) {
+  SetUnits(true);
+  OpenSkim();
+  EXPECT_TRUE(skimPlan.metric);
+  EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+}
+
+TEST_F(SkimWizardPages, GoesBackToWhereItWasOpenedAndKeepsThePlan) {
+  OpenSkim();
+  Type(kSkimXMax, u"7");
+  const std::u16string before = Text();
+  headless::Click(kIdSkimCancel);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeWizard);
+  EXPECT_EQ(skimPlan.xMax, 7);
+  EXPECT_EQ(Text(), before);
+  OpenSkim();
+  GoBack();
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeWizard);
+}
+
+TEST_F(SkimWizardPages, InsertsTheReviewedCodeAndGoesHome) {
+  OpenSkim();
+  GoToReview();
+  const std::u16string code(platform::EditorText(kIdSkimCode));
+  headless::Click(kIdSkimInsert);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_NE(Text().find(u"(MORVA CODE)\r\n" + code), std::u16string::npos);
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_TRUE(OutputHas(u"Guided skim inserted. Each M00 requires Cycle Start to continue."));
+  ScanProgramText(Text());
+  int skims = 0;
+  for (int i = 0; i < features.count; ++i) skims += features.rows[i].settings.kind == kKindSkim;
+  EXPECT_EQ(skims, 1);
+}
+
+struct SkimBlock : support::SkimStage {
+  void SetUp() override {
+    SkimStage::SetUp();
+    OpenSkim();
+  }
+  static void Insert() {
+    GoToReview();
+    headless::Click(kIdSkimInsert);
+    ASSERT_EQ(app.surface, kSurfaceCode);
+  }
+  // The block that was inserted last is the selected row.
+  static void Edit() {
+    headless::Click(kIdFeatureEdit);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+  }
+  static void SelectSkim() {
+    for (int row = 0; row < platform::RowCount(kIdFeatureList); ++row) {
+      headless::SelectRows(kIdFeatureList, {row});
+      ScanProgramText(Text());
+      if (features.rows[row].settings.kind == kKindSkim) return;
+    }
+    FAIL() << "no skim";
+  }
+};
+
+TEST_F(SkimBlock, ReopensAndIsUpdatedInPlace) {
+  Type(kSkimXMax, u"6");
+  Insert();
+  const std::int32_t id = SelectedFeatureId();
+  Edit();
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_EQ(Says(kSkimXMax), u"6.0000");
+  Type(kSkimXMax, u"8");
+  GoToReview();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  headless::Click(kIdSkimInsert);
+  EXPECT_EQ(SelectedFeatureId(), id);
+  EXPECT_NE(Text().find(u"G01 X8.6000"), std::u16string::npos);
+  EXPECT_EQ(Text().find(u"G01 X6.6000"), std::u16string::npos);
+  EXPECT_EQ(app.mode, kModeHome);
+}
+
+TEST_F(SkimBlock, ReopensInItsOwnUnit) {
+  headless::Click(kIdSkimMm);
+  Insert();
+  SetUnits(false);
+  Edit();
+  EXPECT_TRUE(UnitsMetric());
+  EXPECT_TRUE(skimPlan.metric);
+  EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+}
+
+TEST_F(SkimBlock, IsNoUpdateAfterAFreshOpening) {
+  Insert();
+  Edit();
+  headless::Click(kIdSkimCancel);
+  EXPECT_EQ(editLink.kind, 0);
+  OpenSkim();
+  GoToReview();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+}
+
+TEST_F(SkimBlock, IsNotReopenedAfterAnEditByHand) {
+  Insert();
+  const std::u16string text = Text();
+  const auto at = static_cast<int>(text.find(u"S1500"));
+  ASSERT_GT(at, 0);
+  std::u16string edited = text;
+  edited.replace(static_cast<std::size_t>(at), 5, u"S1600");
+  platform::SetEditorText(kIdEditor, edited);
+  headless::Advance(300);
+  RefreshFeatureList();
+  SelectSkim();
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Shape has manual changes");
+}
+
+TEST_F(SkimBlock, ReopensFromASavedFileWithItsStrategy) {
+  Next();
+  headless::SelectRows(kIdSkimStrategies, {kSkimLeftDown});
+  headless::Click(kIdSkimBack);
+  Insert();
+  EXPECT_NE(Text().find(u"Alternate X/Y \u00B7 left then down"), std::u16string::npos);
+  // The file cannot hold one of its characters, which is told once.
+  headless::QueueFile(Path("faced.NC"));
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  RouteCommand(kIdSaveAs, platform::kNotifyClick);
+  headless::Advance(3000);
+  ASSERT_NE(ReadFile("faced.NC").find("Alternate X/Y ? left then down"), std::string::npos);
+  headless::Click(kIdClose);
+  Open("faced.NC");
+  headless::Advance(300);
+  ASSERT_EQ(Text().find(u'\u00B7'), std::u16string::npos);
+  SelectSkim();
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureEdit);
+  for (const auto& box : headless::TakeBoxes()) ADD_FAILURE() << platform::ToUtf8(box.text);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.strategy, kSkimLeftDown);
+  GoToReview();
+  headless::Click(kIdSkimInsert);
+  EXPECT_NE(Text().find(u"Alternate X/Y \u00B7 left then down"), std::u16string::npos);
+}
+
+}  // namespace
+}  // namespace morva
