@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
@@ -17,6 +18,7 @@ struct SurfaceKey {
   PathOwner owner = PathOwner::Program;
   std::uint32_t generation = 0;
   CutterTable cutters;
+  std::int32_t tool = 0;  // that stands in place of the path's, 0 for none
 };
 
 SurfaceKey key;
@@ -47,7 +49,8 @@ bool Cuts(const MotionPoint& end) { return !end.rapid && !end.jump; }
 
 bool SameKey(const OwnedPath& shown) {
   return key.known && key.owner == ShownOwner() && key.generation == shown.path.generation &&
-         surface.box == shown.stock && SameCutters(key.cutters, cuttersNow);
+         key.tool == previewState.tool && surface.box == shown.stock &&
+         SameCutters(key.cutters, cuttersNow);
 }
 
 void Restart(const OwnedPath& shown) {
@@ -55,6 +58,7 @@ void Restart(const OwnedPath& shown) {
   key.owner = ShownOwner();
   key.generation = shown.path.generation;
   key.cutters = cuttersNow;
+  key.tool = previewState.tool;
   ClearSurface(surface, shown.stock);
 }
 
@@ -67,9 +71,9 @@ void StampTo(const MotionPath& of, std::int32_t head) {
   for (; surface.stamped < head; ++surface.stamped) {
     const MotionPoint& end = of.points[surface.stamped];
     if (!Cuts(end)) continue;
-    if (!asked || end.tool != tool) {
-      cutter = FindCutter(cuttersNow, end.tool);
-      tool = end.tool;
+    if (!asked || ToolOf(end) != tool) {
+      tool = ToolOf(end);
+      cutter = FindCutter(cuttersNow, tool);
       asked = true;
     }
     if (cutter) StampWay(surface, of.points[surface.stamped - 1], end, *cutter);
@@ -82,7 +86,7 @@ const CutSurface* WithSegmentInProgress(const OwnedPath& shown, std::int32_t hea
   if (!shown.play.headInUse || !(part > 0) || head < 1 || head >= shown.path.count) return &surface;
   const MotionPoint& from = shown.path.points[head - 1];
   MotionPoint to = shown.path.points[head];
-  const Cutter* cutter = Cuts(to) ? FindCutter(cuttersNow, to.tool) : nullptr;
+  const Cutter* cutter = Cuts(to) ? FindCutter(cuttersNow, ToolOf(to)) : nullptr;
   if (!cutter) return &surface;
   to.x = from.x + (to.x - from.x) * part;
   to.y = from.y + (to.y - from.y) * part;

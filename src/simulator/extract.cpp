@@ -15,7 +15,10 @@ void Run(MotionPath& out, std::u16string_view text, const ExtractOptions& option
   motionRun = MotionRun{};
   motionRun.out = &out;
   motionRun.first = out.count;
-  motionRun.filtered = options.filtered && StartLineFilter();
+  motionRun.dropsLine = options.dropsLine;
+  if (!motionRun.dropsLine && options.filtered && StartLineFilter()) {
+    motionRun.dropsLine = LineIsDropped;
+  }
   motionRun.jump = arrives;
   AddMotionPoint(0.0, 0.0, 0.0, true, 0);
   ScanMotion(text, options.metric);
@@ -33,6 +36,16 @@ void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions
 
 void ExtractBehind(MotionPath& out, std::u16string_view text, const ExtractOptions& options) {
   Run(out, text, options, true);
+}
+
+void AddPolyline(MotionPath& out, const double* xs, const double* ys, int count) {
+  ++out.generation;
+  motionRun = MotionRun{};
+  motionRun.out = &out;
+  motionRun.first = out.count;
+  motionRun.jump = true;
+  for (int i = 0; i < count; ++i) AddMotionPoint(xs[i], ys[i], 0.0, false, -1 - i);
+  EndMotionRun();
 }
 
 }  // namespace morva

@@ -4,6 +4,7 @@
 // and metric, absolute and incremental. What it does not understand it steps over.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "simulator/motion_path.h"
@@ -16,6 +17,8 @@ struct ExtractOptions {
   // Leaves out what the active tab isolates away or hides. The feature line index must describe
   // the text.
   bool filtered = false;
+  // Leaves out the lines for which it says so; null for none. In place of `filtered`.
+  bool (*dropsLine)(std::int32_t line) = nullptr;
 };
 
 // Fills a path from `text` (the first NUL ends it); the points that it had are gone. Nothing else
@@ -25,5 +28,9 @@ void ExtractInto(MotionPath& out, std::u16string_view text, const ExtractOptions
 // Adds the points of `text` behind those that the path has already; no line leads into the first
 // of them.
 void ExtractBehind(MotionPath& out, std::u16string_view text, const ExtractOptions& options);
+
+// Adds the corners of a polyline on the Z 0 plane as feeds; no line leads into the first of them.
+// They have the source lines -1, -2 and on, as no line of a text made them.
+void AddPolyline(MotionPath& out, const double* xs, const double* ys, int count);
 
 }  // namespace morva

@@ -83,16 +83,17 @@ bool DropsRow(const ProgramTab& tab, int row) {
 
 }  // namespace
 
-void IndexFeatureLines(std::u16string_view text) {
+void IndexFeatureLines(std::u16string_view text) { IndexFeatureLines(text, featureLines); }
+
+void IndexFeatureLines(std::u16string_view text, FeatureLineIndex& out) {
   LineCounter counter(text);
-  featureLines.count = std::min(features.count, kMaxFeatureLines);
-  for (std::int32_t i = 0; i < featureLines.count; ++i) {
+  out.count = std::min(features.count, kMaxFeatureLines);
+  for (std::int32_t i = 0; i < out.count; ++i) {
     const FeatureRecord& row = features.rows[i];
     const std::int32_t start = std::max(row.start, 0);
-    featureLines.rows[i].id = row.id;
-    featureLines.rows[i].firstLine = counter.LineAt(static_cast<std::size_t>(start));
-    featureLines.rows[i].lastLine =
-        counter.LineAt(static_cast<std::size_t>(std::max(row.end - 1, start)));
+    out.rows[i].id = row.id;
+    out.rows[i].firstLine = counter.LineAt(static_cast<std::size_t>(start));
+    out.rows[i].lastLine = counter.LineAt(static_cast<std::size_t>(std::max(row.end - 1, start)));
   }
 }
 

@@ -23,6 +23,7 @@ extern FeatureLineIndex featureLines;
 
 // Rebuilds the index from the feature table, which must describe `text`.
 void IndexFeatureLines(std::u16string_view text);
+void IndexFeatureLines(std::u16string_view text, FeatureLineIndex& out);
 // Leaves the index empty.
 void EmptyFeatureLines();
 // First row of the index that holds the line, -1 for none.

@@ -2,15 +2,13 @@
 
 #include <cmath>
 
-#include "simulator/feature_lines.h"
-
 namespace morva {
 
 MotionRun motionRun;
 
 void EndMotionRun() { motionRun = MotionRun{}; }
 
-bool RunDropsLine(std::int32_t line) { return motionRun.filtered && LineIsDropped(line); }
+bool RunDropsLine(std::int32_t line) { return motionRun.dropsLine && motionRun.dropsLine(line); }
 
 void NoteRunLine(PathNote kind, std::int32_t line) { NoteLine(motionRun.out->notes, kind, line); }
 

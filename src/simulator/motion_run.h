@@ -12,9 +12,9 @@ namespace morva {
 struct MotionRun {
   MotionPath* out = &path;
   std::int32_t first = 0;  // points of earlier runs that stand before this one's
-  bool filtered = false;   // the active tab isolates or hides something
-  bool jump = false;       // the next point stored is an arrival, not a path
-  std::int32_t tool = 0;   // in force, 0 before the first T word
+  bool (*dropsLine)(std::int32_t line) = nullptr;  // the points of which lines; null: of none
+  bool jump = false;      // the next point stored is an arrival, not a path
+  std::int32_t tool = 0;  // in force, 0 before the first T word
 };
 extern MotionRun motionRun;
 // No run is under way.

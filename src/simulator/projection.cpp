@@ -6,9 +6,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/app_state.h"
 #include "platform/geometry.h"
+#include "simulator/level_of_path.h"
 #include "simulator/playback.h"
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
@@ -113,28 +114,6 @@ double FittedScale(const Projection& p, const PathBounds& b, const Rect& client)
   return kFill * std::min(width / UsableSpan(maxU - minU), height / UsableSpan(maxV - minV));
 }
 
-// Of a skim the deepest level that was reached, where the user wants that one alone.
-struct DepthLayer {
-  bool only = false;
-  double z = 0;
-};
-
-DepthLayer CurrentDepth(const MotionPoint* points, std::int32_t count) {
-  DepthLayer layer;
-  if (app.surface != kSurfaceSkim || !switches.skimCurrentDepthOnly) return layer;
-  for (std::int32_t i = 1; i < count; ++i) {
-    if (points[i].rapid || points[i].jump) continue;
-    if (!layer.only || points[i].z < layer.z) layer.z = points[i].z;
-    layer.only = true;
-  }
-  return layer;
-}
-
-bool InLayer(const DepthLayer& layer, const MotionPoint& from, const MotionPoint& to) {
-  constexpr double kSameLevel = 1e-7;  // display units
-  return std::fabs(from.z - layer.z) <= kSameLevel && std::fabs(to.z - layer.z) <= kSameLevel;
-}
-
 void ProjectPath(const Projection& p, const MotionPath& of) {
   // Taken out of the records, so that the loop keeps them in registers.
   const double ux = p.ux, uy = p.uy, uz = p.uz, vx = p.vx, vy = p.vy, vz = p.vz;
@@ -158,7 +137,7 @@ const Projection& ProjectionFor(const Rect& client) {
   const ViewState& shown = ShownPath().view;
   const ProjectionKey key{shown.zoom,        shown.yawDegrees, shown.elevationDegrees,
                           shown.rollDegrees, shown.panX,       shown.panY,
-                          shown.topView,     client,           Bounds()};
+                          shown.topView,     client,           FittedBounds()};
   if (projectionKnown && SameKey(key, known)) return projection;
   known = key;
   projectionKnown = true;
@@ -216,7 +195,8 @@ PathSegments VisibleSegments(const Rect& client) {
   const MotionPoint* const ends = ShownPath().path.points;
   const std::int32_t count = DrawnPoints();
   const bool showRapids = RapidsAreShown();
-  const DepthLayer layer = CurrentDepth(ends, count);
+  PathLevel layer;
+  if (HasLevels() && switches.skimCurrentDepthOnly) layer = DeepestLevel(ShownPath().path, count);
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
   // than the points.
   Segment* feed = segments;
@@ -224,7 +204,7 @@ PathSegments VisibleSegments(const Rect& client) {
   for (std::int32_t i = 1; i < count; ++i) {
     const MotionPoint& to = ends[i];
     if (to.jump || (to.rapid && !showRapids)) continue;
-    if (layer.only && !to.rapid && !InLayer(layer, ends[i - 1], to)) continue;
+    if (layer.known && !to.rapid && !LiesInLevel(layer, ends[i - 1], to)) continue;
     Segment& segment = to.rapid ? *--rapid : *feed++;
     segment.x0 = static_cast<float>(points[i - 1].x);
     segment.y0 = static_cast<float>(points[i - 1].y);

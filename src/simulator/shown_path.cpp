@@ -18,6 +18,8 @@ namespace {
 
 MotionPoint builderPoints[kMaxMotionPoints];
 MotionPath builderPath{builderPoints};
+MotionPoint contextPoints[kMaxMotionPoints];
+MotionPath builderContext{contextPoints};
 Playback builderPlay;
 MeasurePicks builderPicks;
 ViewState builderView;
@@ -25,8 +27,8 @@ StockEnvelope builderStock;
 
 // A row an owner, in the order of PathOwner.
 constexpr OwnedPath kOwned[] = {
-    {path, &ghostPath, playback, measure, view, stockEnvelope},
-    {builderPath, nullptr, builderPlay, builderPicks, builderView, builderStock},
+    {path, ghostPath, playback, measure, view, stockEnvelope},
+    {builderPath, builderContext, builderPlay, builderPicks, builderView, builderStock},
 };
 static_assert(std::size(kOwned) == kMaxPathOwners);
 static_assert(static_cast<int>(PathOwner::Builder) == kMaxPathOwners - 1);
@@ -45,7 +47,7 @@ const OwnedPath& ShownPath() { return OwnedBy(shownOwner); }
 
 const PathBounds& Bounds() {
   const OwnedPath& shown = ShownPath();
-  return BoundsOf(shown.path.count == 0 && shown.ghosts ? *shown.ghosts : shown.path);
+  return BoundsOf(shown.path.count == 0 ? shown.context : shown.path);
 }
 
 bool ExampleIsShown() { return ShownPath().play.loops; }
@@ -94,6 +96,7 @@ void ResetOwnedPaths() {
   shownOwner = PathOwner::Program;
   for (const OwnedPath& owned : kOwned) {
     EmptyPath(owned.path);
+    EmptyPath(owned.context);
     owned.play = Playback{};
     owned.picks = MeasurePicks{};
     owned.stock = StockEnvelope{};

@@ -54,7 +54,9 @@ extern ViewState view;  // of the program's path
 
 struct OwnedPath {
   MotionPath& path;
-  MotionPath* ghosts;  // drawn behind the path, null for none
+  // Drawn behind the path, its feeds alone: excluded code behind the program's, the program and
+  // its drawings behind a preview.
+  MotionPath& context;
   Playback& play;
   MeasurePicks& picks;
   ViewState& view;
@@ -68,7 +70,7 @@ std::span<const OwnedPath> OwnedPaths();  // in the order of PathOwner
 PathOwner ShownOwner();
 const OwnedPath& ShownPath();
 
-// Over the path that the view shows; where that is empty, over its ghosts.
+// Over the path that the view shows; where that is empty, over its context.
 const PathBounds& Bounds();
 
 // Whether an example plays in the view: it begins again at its end and has no text in the editor.

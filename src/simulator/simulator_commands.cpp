@@ -7,7 +7,9 @@
 #include "platform/window.h"
 #include "simulator/example.h"
 #include "simulator/line_highlight.h"
+#include "simulator/place_pick.h"
 #include "simulator/playback.h"
+#include "simulator/preview.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
@@ -93,9 +95,22 @@ void RegisterSimulatorCommands() {
   hooks.rebuildToolpath = [] {
     RebuildToolpath();
     FollowExampleUnits();
+    FollowPreviewedProgram();
   };
-  hooks.showExample = ShowExample;
+  // A builder has one path: an example and a preview make room for each other.
+  hooks.showExample = [](int operation) {
+    LeavePreview();
+    ShowExample(operation);
+  };
   hooks.leaveExample = LeaveExample;
+  hooks.showPreview = [](const PathPreview& preview) {
+    LeaveExample();
+    ShowPreview(preview);
+  };
+  hooks.markPreview = MarkPreview;
+  hooks.leavePreview = LeavePreview;
+  hooks.pickPlace = BeginPlacePick;
+  hooks.dropPlacePick = DropPlacePick;
   hooks.textChanged = ShowStalePath;
   hooks.textTagged = FollowTag;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };

@@ -15,8 +15,6 @@ StockEnvelope stockEnvelope;
 
 namespace {
 
-constexpr std::int32_t kRoundPlate = 1;  // choice a of a plate
-
 struct Extent {
   bool any = false;
   double minX = 0, maxX = 0, minY = 0, maxY = 0;
@@ -75,24 +73,29 @@ bool PlateEnvelope(const FeatureSettings& settings, double scale, StockEnvelope&
 
 }  // namespace
 
-void FindStockEnvelope() {
-  stockEnvelope = StockEnvelope{};
+StockEnvelope StockOfFeatures() {
   const ProgramTab* tab = ActiveTab();
   for (std::int32_t i = 0; i < features.count; ++i) {
     const FeatureRecord& row = features.rows[i];
     const FeatureSettings& settings = row.settings;
     if (tab && IdListHolds(tab->hiddenIds, row.id)) continue;
-    const bool metric = settings.metric != 0;
-    const double scale = metric == UnitsMetric() ? 1.0 : UnitsMetric() ? kMmPerInch : kInchPerMm;
+    const double scale = DisplayUnitsPer(settings);
     StockEnvelope found;
     const bool usable = settings.kind == kKindSketch  ? SketchEnvelope(settings, scale, found)
                         : settings.kind == kKindPlate ? PlateEnvelope(settings, scale, found)
                                                       : false;
     if (!usable) continue;
-    stockEnvelope = found;
-    stockEnvelope.shown = true;
-    return;
+    found.shown = true;
+    return found;
   }
+  return {};
+}
+
+void FindStockEnvelope() { stockEnvelope = StockOfFeatures(); }
+
+double DisplayUnitsPer(const FeatureSettings& settings) {
+  const bool metric = settings.metric != 0;
+  return metric == UnitsMetric() ? 1.0 : UnitsMetric() ? kMmPerInch : kInchPerMm;
 }
 
 }  // namespace morva

@@ -1,7 +1,11 @@
 // The stock envelope: the block of material that the first usable feature describes.
 #pragma once
 
+#include "documents/feature_settings.h"
+
 namespace morva {
+
+inline constexpr std::int32_t kRoundPlate = 1;  // choice a of a plate's settings
 
 // Stock around the part, display units.
 struct StockEnvelope {
@@ -16,8 +20,12 @@ struct StockEnvelope {
 
 extern StockEnvelope stockEnvelope;  // of the program
 
-// Sets `stockEnvelope` from the feature table, in display units; not shown where no sketch
-// or plate gives one. Hidden features are passed over.
+// What the feature table gives, in display units; not shown where no sketch or plate gives one.
+// Hidden features are passed over.
+StockEnvelope StockOfFeatures();
+// Sets `stockEnvelope` from it.
 void FindStockEnvelope();
+// Display units for one unit of a record of settings.
+double DisplayUnitsPer(const FeatureSettings& settings);
 
 }  // namespace morva

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "app/palette.h"
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/view_parts.h"
 
@@ -127,7 +128,7 @@ ToolModel ToolModelNow() {
   const std::int32_t head = std::clamp(shown.play.playHead, 0, count);
   if (head < 1) return model;
   const MotionPoint& at = shown.path.points[head - 1];
-  model.shown = CutterOfTool(at.tool, model.cutter);
+  model.shown = CutterOfTool(ToolOf(at), model.cutter);
   model.x = at.x;
   model.y = at.y;
   model.z = at.z;

@@ -19,6 +19,8 @@
 #include "simulator/feature_lines.h"
 #include "simulator/line_highlight.h"
 #include "simulator/motion_run.h"
+#include "simulator/place_pick.h"
+#include "simulator/preview_state.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
 #include "text/codetext.h"
@@ -155,10 +157,11 @@ void ShowPathOf(PathOwner owner) {
 void ResetSimulator() {
   // Generations go on counting, so that nothing derived from older points can be taken for
   // current.
-  EmptyPath(ghostPath);
   EmptyFeatureLines();
   EndMotionRun();
   RemoveDemoCutter();
+  ResetPlacePick();
+  ForgetPreview();
   ResetOwnedPaths();
   ResetSwitches();
   ForgetHighlight();

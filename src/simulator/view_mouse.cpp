@@ -9,6 +9,7 @@
 #include "library/units.h"
 #include "platform/clock.h"
 #include "platform/window.h"
+#include "simulator/place_pick.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
@@ -90,6 +91,7 @@ bool PressView(const PointerEvent& event) {
       PressCube(viewCube, CubeClient(client), ShownAngles(), event.x, event.y)) {
     return true;
   }
+  if (event.button == PointerButton::Left && PlacePickPress(event.x, event.y)) return true;
   if (event.button == PointerButton::Left && switches.measureMode) {
     const std::int32_t hit = PickPathPoint(client, event.x, event.y);
     if (hit >= 0) {
@@ -150,6 +152,8 @@ void DragRing(const PointerEvent& event) {
 void Hover(int x, int y) {
   if (HoverCube(viewCube, CubeClient(platform::ClientArea(kViewToolpath)), ShownAngles(), x, y)) {
     ShowStatus(kCubeHelp);
+  } else if (PlacePickWaits()) {
+    PlacePickHover(x, y);
   } else {
     ShowPointUnder(x, y);
   }
@@ -250,6 +254,7 @@ bool ToolpathKey(const KeyEvent& key) {
     ZoomBy(kZoomOut);
     return true;
   }
+  if (PlacePickKey(key)) return true;
   if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
   if (key.key == platform::kKeyEnter) return PickAtHead();
   return RouteChord(kToolpathChords, key);

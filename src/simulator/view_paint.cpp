@@ -16,7 +16,11 @@
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "simulator/path_notes.h"
+#include "simulator/place_pick.h"
 #include "simulator/playback.h"
+#include "simulator/preview_context.h"
+#include "simulator/preview_paint.h"
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/surface_paint.h"
 #include "simulator/tool_model.h"
@@ -49,7 +53,7 @@ constexpr int kCornerWidth = kCubeWidth;
 constexpr int kCornerHeight = kCubeHeight;
 constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives up the corner
 
-Segment ghostSegments[kMaxMotionPoints];
+Segment contextSegments[kMaxMotionPoints];
 Segment gridSegments[2 * kMaxGridLines];
 
 Pen PenOf(Colour colour, int width) {
@@ -107,7 +111,7 @@ bool PlainWorkspace() { return app.surface == kSurfaceCode && app.mode == kModeH
 
 void PaintGrid(Canvas& canvas, const Projection& p) {
   if (!view.gridOn || ExampleIsShown()) return;
-  const PathBounds& b = Bounds();
+  const PathBounds b = FittedBounds();
   const double spacing = GridSpacing();
   const double left = b.minX - spacing, right = b.maxX + spacing;
   const double low = b.minY - spacing, high = b.maxY + spacing;
@@ -138,15 +142,14 @@ Rect PlateOfStock(const Rect& client, std::u16string_view label, PointF highest,
   return {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
 }
 
-void PaintStock(Canvas& canvas, const Projection& p) {
-  const StockEnvelope& s = ShownPath().stock;
-  if (!s.shown) return;
-  PointF corners[8];
+// The twelve edges of a stock; its corners go to `corners`, of which those join that differ in one
+// bit of their number.
+void PaintStockEdges(Canvas& canvas, const Projection& p, const StockEnvelope& s, const Pen& pen,
+                     PointF (&corners)[8]) {
   for (int i = 0; i < 8; ++i) {
     corners[i] = Project(p, (i & 1) ? s.maxX : s.minX, (i & 2) ? s.maxY : s.minY,
                          (i & 4) ? s.top : s.bottom);
   }
-  // Edges join corners that differ in one bit.
   Segment edges[12];
   int count = 0;
   for (int i = 0; i < 8; ++i) {
@@ -154,9 +157,22 @@ void PaintStock(Canvas& canvas, const Projection& p) {
       if (!(i & bit)) edges[count++] = SegmentOf(corners[i], corners[i | bit]);
     }
   }
-  PaintSegments(canvas, edges, count, PenOf(kPathStock, kStockWidth));
-  char16_t label[kReadOutUnits] = u"STOCK ENVELOPE  ";
-  AppendLabelNumber(label, kReadOutUnits, u"", s.maxX - s.minX, 4);
+  PaintSegments(canvas, edges, count, pen);
+}
+
+const char16_t* StockWords() {
+  const bool own = PreviewIsShown() && previewState.stockWords[0];
+  return own ? previewState.stockWords : u"STOCK ENVELOPE";
+}
+
+void PaintStock(Canvas& canvas, const Projection& p) {
+  const StockEnvelope& s = ShownPath().stock;
+  if (!s.shown) return;
+  PointF corners[8];
+  PaintStockEdges(canvas, p, s, PenOf(kPathStock, kStockWidth), corners);
+  char16_t label[kReadOutUnits] = {};
+  CopyBounded(label, kReadOutUnits, StockWords());
+  AppendLabelNumber(label, kReadOutUnits, u"  ", s.maxX - s.minX, 4);
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
   AppendLabelNumber(label, kReadOutUnits, u" x ", s.top - s.bottom, 4);
   AppendBounded(label, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
@@ -166,18 +182,25 @@ void PaintStock(Canvas& canvas, const Projection& p) {
   TextOn(canvas, plate, label, kPathStock, platform::kAlignCentre);
 }
 
-void PaintGhost(Canvas& canvas, const Projection& p) {
-  const MotionPath* const ghosts = ShownPath().ghosts;
-  if (!ghosts || ghosts->count < 2 || !switches.showDrawingPaths) return;
+// What stands around the path, its feeds alone.
+void PaintContext(Canvas& canvas, const Projection& p) {
+  if (!switches.showDrawingPaths) return;
+  const bool preview = PreviewIsShown();
+  const Pen pen = PenOf(preview ? kPathContext : kPathGhost, kRapidWidth);
+  PointF corners[8];
+  const StockEnvelope& stock = ContextOfPreview().stock;
+  if (preview && stock.shown) PaintStockEdges(canvas, p, stock, pen, corners);
+  const MotionPath& context = ShownPath().context;
+  if (context.count < 2) return;
   int count = 0;
-  const MotionPoint* const points = ghosts->points;
+  const MotionPoint* const points = context.points;
   PointF from = Project(p, points[0].x, points[0].y, points[0].z);
-  for (std::int32_t i = 1; i < ghosts->count; ++i) {
+  for (std::int32_t i = 1; i < context.count; ++i) {
     const PointF to = Project(p, points[i].x, points[i].y, points[i].z);
-    if (!points[i].rapid && !points[i].jump) ghostSegments[count++] = SegmentOf(from, to);
+    if (!points[i].rapid && !points[i].jump) contextSegments[count++] = SegmentOf(from, to);
     from = to;
   }
-  PaintSegments(canvas, ghostSegments, count, PenOf(kPathGhost, kRapidWidth));
+  PaintSegments(canvas, contextSegments, count, pen);
 }
 
 // Rapids first, so that cuts lie on top of them.
@@ -337,14 +360,26 @@ int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_vie
   return top;
 }
 
-// The extents at the top, where the corner leaves room; the rest at the foot, where a fitted
-// path leaves the most.
+// A read-out below others at the top; the y of its foot.
+int PaintHeadLine(Canvas& canvas, const Rect& client, int top, std::u16string_view text,
+                  Colour colour) {
+  const ReadOutLines lines = BreakReadOut(text, client, top);
+  PaintReadOut(canvas, client, top, lines, colour);
+  return top + lines.count * platform::TextHeight(FontRole::Small);
+}
+
+// The pick, the marker's words and the extents at the top, where the corner leaves room; the rest
+// at the foot, where a fitted path leaves the most.
 void PaintReadOuts(Canvas& canvas, const Rect& client) {
   constexpr int kBetween = 4;
   char16_t text[kReadOutUnits];
+  int top = client.top + kEdge;
+  const std::u16string pick = PlacePickWords();
+  if (!pick.empty()) top = PaintHeadLine(canvas, client, top, pick, kPathText) + kBetween;
+  const std::u16string_view marker = MarkerWords();
+  if (!marker.empty()) top = PaintHeadLine(canvas, client, top, marker, kPathMarker) + kBetween;
   if (switches.showExtents && ExtentsText(text)) {
-    const int top = client.top + kEdge;
-    PaintReadOut(canvas, client, top, BreakReadOut(text, client, top), kPathDimension);
+    PaintHeadLine(canvas, client, top, text, kPathDimension);
   }
   int bottom = client.bottom - kEdge;
   const std::u16string warnings = WarningWords();
@@ -357,6 +392,10 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
   if (!caption.empty()) {
     bottom = PaintFoot(canvas, client, bottom, caption, kPathQuietText) - kBetween;
   }
+  const std::u16string ground = CoverageWords();
+  if (!ground.empty()) {
+    bottom = PaintFoot(canvas, client, bottom, ground, kPathQuietText) - kBetween;
+  }
   if (MeasureText(text)) PaintFoot(canvas, client, bottom, text, kPathText);
 }
 
@@ -368,13 +407,15 @@ void PaintToolpathView(Canvas& canvas) {
   FillArea(canvas, client, kPathGround);
   const Projection& p = ProjectionFor(client);
   PaintGrid(canvas, p);
+  PaintCoverage(canvas, p);
   PaintStock(canvas, p);
   PaintCutSurface(canvas, p);
-  PaintGhost(canvas, p);
+  PaintContext(canvas, p);
   PaintPath(canvas, client);
   PaintHead(canvas, p, client);
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
+  PaintPreviewMarks(canvas, p);
   PaintCube(canvas, CubeClient(client), viewCube, ShownAngles());
   PaintReadOuts(canvas, client);
   if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kBrightAccent, 1));

@@ -13,6 +13,7 @@
 #include "library/units.h"
 #include "platform/profile.h"
 #include "platform/window.h"
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
@@ -166,7 +167,7 @@ void SetViewRight() { ShowAngles(-90, 0); }
 void SetViewIsometric() { ShowAngles(-45, 28); }
 
 double GridSpacing() {
-  const PathBounds& b = Bounds();
+  const PathBounds b = FittedBounds();
   double span = std::max(b.maxX - b.minX, b.maxY - b.minY);
   if (span < kNoSpan) span = UnitsMetric() ? kEmptySpanMm : kEmptySpanInch;
   const double raw = span / kGridCells;
@@ -249,13 +250,15 @@ void ToggleGrid() {
 }
 
 void ShowLayersMenu() {
+  // An example shows its travel and has nothing around it, whatever the layers say.
+  const bool example = ExampleIsShown();
   const MenuRow rows[] = {
-      {.id = kIdLayerRapids, .on = switches.showRapids},
-      {.id = kIdLayerOverlap, .on = switches.showOverlap},
-      {.id = kIdLayerDrawing, .on = switches.showDrawingPaths},
+      {.id = kIdLayerRapids, .enabled = !example, .on = switches.showRapids},
+      {.id = kIdLayerOverlap, .enabled = HasCoverage(), .on = switches.showOverlap},
+      {.id = kIdLayerDrawing, .enabled = !example, .on = switches.showDrawingPaths},
       {.id = kIdLayerCutSurface, .on = switches.showCutSurface},
       {.id = kIdLayerClean},
-      {.id = kIdLayerSkimDepth, .on = switches.skimCurrentDepthOnly},
+      {.id = kIdLayerSkimDepth, .enabled = HasLevels(), .on = switches.skimCurrentDepthOnly},
   };
   TakeLayerPick(ShowMenuAt(kIdViewLayers, rows));
   Refresh();

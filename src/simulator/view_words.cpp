@@ -6,6 +6,8 @@
 #include "library/units.h"
 #include "platform/window.h"
 #include "simulator/path_notes.h"
+#include "simulator/place_pick.h"
+#include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
 #include "text/codetext.h"
@@ -24,6 +26,10 @@ std::u16string HeadWords() {
 }
 
 }  // namespace
+
+std::u16string_view MarkerWords() {
+  return PreviewIsShown() ? std::u16string_view(previewState.markerWords) : std::u16string_view();
+}
 
 bool ValidPick(std::int32_t pick) { return pick >= 0 && pick < ShownPath().path.count; }
 
@@ -59,6 +65,7 @@ std::u16string WarningWords() {
   if (ShownOwner() == PathOwner::Program && PathIsStale()) {
     words += u"  /  text changed, press PATH";
   }
+  if (PreviewIsShown() && previewState.lags) words += u"  /  fields incomplete, last path shown";
   if (shown.fullAtLine >= 0) {
     // The last line of which something stands in the table.
     const std::int32_t last = shown.count > 0 ? shown.points[shown.count - 1].sourceLine : -1;
@@ -71,6 +78,9 @@ std::u16string ToolpathWords() {
   char16_t text[kReadOutUnits];
   std::u16string words = ExtentsText(text) ? text : u"No toolpath";
   words += HeadWords() + WarningWords();
+  if (!MarkerWords().empty()) words.append(u"  /  ").append(MarkerWords());
+  const std::u16string pick = PlacePickWords();
+  if (!pick.empty()) words += u"  /  " + pick;
   if (MeasureText(text)) words += std::u16string(u"  /  ") + text;
   return words;
 }

@@ -5,11 +5,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "simulator/view_parts.h"
 
 namespace morva {
 
+// What a builder says of the place that it points at; empty where it says nothing.
+std::u16string_view MarkerWords();
 // The spans of the path in display units. False: there is no path.
 bool ExtentsText(char16_t (&text)[kReadOutUnits]);
 // Whether a pick for measuring stands on a point of the path.

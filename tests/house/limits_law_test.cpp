@@ -31,6 +31,7 @@ const std::set<std::string> kOneForEach = {
     "kBoth",            // sides of the review
     "kCodeItems",       // rows of the code table
     "kCompanionCount",  // drawings, plates, excluded code
+    "kCoverageCells",   // along a side of a grid
     "kDiamondLines",    // four
     "kEntries",         // words of the code table
     "kFeatureKinds",    // of blocks

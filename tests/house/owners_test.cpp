@@ -114,7 +114,7 @@ const std::vector<Table>& Tables() {
        .row = "MotionPath",
        .member = "path"},
       // Written by the functions that work on any path.
-      {.name = "ghostPath", .owners = {"simulator/shown_path.cpp"}},
+      {.name = "ghostPath"},
       {.name = "motionRun",
        .owners = {"simulator/motion_run.cpp", "simulator/motion_scan.cpp",
                   "simulator/extract.cpp"}},
@@ -122,6 +122,8 @@ const std::vector<Table>& Tables() {
       {.name = "stockEnvelope",
        .owners = {"simulator/stock_envelope.cpp", "simulator/shown_path.cpp"},
        .member = "stock"},
+      {.name = "previewState",
+       .owners = {"simulator/preview_state.cpp", "simulator/preview.cpp"}},
       {.name = "switches", .owners = {"simulator/view_switches.cpp"}},
       {.name = "playback",
        .owners = {"simulator/playback.cpp", "simulator/shown_path.cpp"},

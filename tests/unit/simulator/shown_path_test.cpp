@@ -115,7 +115,7 @@ TEST_F(ShownPathTest, TheProgramIsShownAtFirst) {
   EXPECT_EQ(&ShownPath().picks, &measure);
   EXPECT_EQ(&ShownPath().view, &view);
   EXPECT_EQ(&ShownPath().stock, &stockEnvelope);
-  EXPECT_EQ(ShownPath().ghosts, &ghostPath);
+  EXPECT_EQ(&ShownPath().context, &ghostPath);
 }
 
 TEST_F(ShownPathTest, OwnersShareNoRecord) {

@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "simulator/motion_path.h"
+#include "simulator/preview.h"
 #include "simulator/shown_path.h"
 #include "simulator/stock_envelope.h"
 #include "simulator/toolpath.h"
@@ -510,6 +511,11 @@ TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
                       {kIdLayerDrawing, &ViewSwitches::showDrawingPaths},
                       {kIdLayerCutSurface, &ViewSwitches::showCutSurface},
                       {kIdLayerSkimDepth, &ViewSwitches::skimCurrentDepthOnly}};
+  // A preview with a cutter and levels has them all.
+  PathPreview preview;
+  preview.diameter = 1;
+  preview.levels = true;
+  ShowPreview(preview);
   for (const Row& row : rows) {
     const bool before = switches.*row.field;
     headless::QueuePick(row.id);
@@ -532,27 +538,6 @@ TEST_F(ViewPaint, DrawingPathsAreThoseOfExcludedCode) {
   EXPECT_EQ(Calls("PaintSegments", kGhostColour).size(), 1u);
   switches.showDrawingPaths = false;
   EXPECT_TRUE(Calls("PaintSegments", kGhostColour).empty());
-}
-
-TEST_F(ViewPaint, OfASkimTheDeepestLevelIsDrawnAlone) {
-  Feed(0, 0, -0.1);
-  Feed(4, 0, -0.1);
-  RapidTo(4, 0, 0.5);
-  Feed(4, 0, -0.2);
-  Feed(0, 0, -0.2);
-  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
-  app.surface = kSurfaceSkim;
-  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 1u);
-  switches.showRapids = true;
-  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kRapidColour)[0]), 1u);
-  // While the second level is not reached, the first is the deepest.
-  playback.headInUse = true;
-  playback.playHead = 3;
-  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 1u);
-  switches.skimCurrentDepthOnly = false;
-  playback.headInUse = false;
-  EXPECT_EQ(SegmentCount(Calls("PaintSegments", kFeedColour)[0]), 3u);
-  app.surface = kSurfaceCode;
 }
 
 TEST_F(ViewPaint, CleanPathViewLeavesThePathAndItsDrawings) {

@@ -1,0 +1,249 @@
+#include "simulator/place_pick.h"
+
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "library/units.h"
+#include "platform/window.h"
+#include "simulator/preview_context.h"
+#include "simulator/preview_state.h"
+#include "simulator/shown_path.h"
+#include "simulator/view.h"
+#include "simulator/view_parts.h"
+#include "simulator/view_switches.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+using platform::KeyEvent;
+using platform::PointF;
+using platform::Rect;
+
+constexpr double kSnapReach = 225;  // squared pixels, as for path points
+constexpr double kAnywhere = 1e12;  // the same
+
+bool waits = false;
+PlacePick pick;
+PickedPlace cross;
+
+Rect Client() { return platform::ClientArea(kViewToolpath); }
+
+// Calls `take` for the corners of a stock and the middle of its top, the upper ones first.
+template <typename Take>
+void ForStock(const StockEnvelope& stock, const Take& take) {
+  if (!stock.shown) return;
+  take((stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top);
+  for (int i = 0; i < 8; ++i) {
+    take((i & 1) ? stock.maxX : stock.minX, (i & 2) ? stock.maxY : stock.minY,
+         (i & 4) ? stock.bottom : stock.top);
+  }
+}
+
+// Calls `take` for every place that a pick of geometry can snap to: what is drawn of it.
+template <typename Take>
+void ForSnaps(const Take& take) {
+  ForStock(ShownPath().stock, take);
+  if (!switches.showDrawingPaths) return;
+  ForStock(ContextOfPreview().stock, take);
+  const MotionPath& context = ShownPath().context;
+  for (std::int32_t i = 0; i < context.count; ++i) {
+    const MotionPoint& point = context.points[i];
+    if (IsEndpoint(context, i)) take(point.x, point.y, point.z);
+  }
+}
+
+double SquareBetween(PointF a, PointF b) {
+  return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
+}
+
+// The snap nearest to a place of the screen, of several there the highest.
+PickedPlace SnapAt(PointF at, double reach) {
+  constexpr double kSamePlace = 0.25;  // squared pixels
+  const Projection& p = ProjectionFor(Client());
+  PickedPlace found;
+  double nearest = reach;
+  ForSnaps([&](double x, double y, double z) {
+    const double square = SquareBetween(Project(p, x, y, z), at);
+    const bool nearer = square < nearest - kSamePlace;
+    const bool above = found.picked && square < nearest + kSamePlace && z > found.z;
+    if (!nearer && !above && (found.picked || square >= reach)) return;
+    nearest = std::fmin(nearest, square);
+    found = {true, x, y, z};
+  });
+  return found;
+}
+
+// The place of the plane below a place of the screen; not picked where the plane is seen from its
+// edge.
+PickedPlace PlaneAt(PointF at) {
+  constexpr double kLeastTilt = 0.01;  // pixels of area for a square of one pixel in plan
+  const Projection& p = ProjectionFor(Client());
+  const double area = p.ux * p.vy - p.uy * p.vx;
+  if (std::fabs(area) < kLeastTilt * p.scale * p.scale) return {};
+  const PointF middle = Project(p, p.centreX, p.centreY, pick.planeZ);
+  const double u = at.x - middle.x;
+  const double v = at.y - middle.y;
+  return {true, p.centreX + (u * p.vy - v * p.uy) / area, p.centreY + (v * p.ux - u * p.vx) / area,
+          pick.planeZ};
+}
+
+PickedPlace PlaceAt(PointF at) {
+  return pick.from == PlaceSource::Geometry ? SnapAt(at, kSnapReach) : PlaneAt(at);
+}
+
+PointF MiddleOfView() {
+  const Rect client = Client();
+  return {(client.left + client.right) / 2.0, (client.top + client.bottom) / 2.0};
+}
+
+// Ends the pick; whoever began it is told last, as it may begin another one.
+void End(const PickedPlace& place) {
+  waits = false;
+  cross = PickedPlace{};
+  platform::SetPointerShape(kViewToolpath, platform::PointerShape::Arrow);
+  platform::Repaint(kViewToolpath);
+  platform::TellViewValue(kViewToolpath);
+  void (*const done)(const PickedPlace&) = std::exchange(pick, PlacePick{}).done;
+  if (done) done(place);
+}
+
+void SetCross(const PickedPlace& place) {
+  cross = place;
+  platform::Repaint(kViewToolpath);
+  platform::TellViewValue(kViewToolpath);
+}
+
+// The snap that lies nearest in a direction of the screen, not more to its sides than ahead.
+PickedPlace SnapTowards(int dx, int dy) {
+  constexpr double kAway = 1;  // pixels; what is nearer stands at the same place
+  const Projection& p = ProjectionFor(Client());
+  const PointF from = Project(p, cross.x, cross.y, cross.z);
+  PickedPlace found;
+  double nearest = 0;
+  ForSnaps([&](double x, double y, double z) {
+    const PointF at = Project(p, x, y, z);
+    const double ahead = (at.x - from.x) * dx + (at.y - from.y) * dy;
+    const double aside = std::fabs((at.x - from.x) * dy - (at.y - from.y) * dx);
+    if (ahead < kAway || aside > ahead) return;
+    const double square = SquareBetween(at, from);
+    if (found.picked && square >= nearest) return;
+    nearest = square;
+    found = {true, x, y, z};
+  });
+  return found;
+}
+
+// Where the keys begin: in the middle of the preview's own stock.
+PickedPlace FirstCross() {
+  const StockEnvelope& stock = ShownPath().stock;
+  const PathBounds& b = Bounds();
+  if (pick.from == PlaceSource::Geometry && stock.shown) {
+    return {true, (stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top};
+  }
+  if (pick.from == PlaceSource::Geometry) return SnapAt(MiddleOfView(), kAnywhere);
+  return {true, stock.shown ? stock.minX : b.minX, stock.shown ? stock.minY : b.minY, pick.planeZ};
+}
+
+void MoveCross(int dx, int dy) {
+  if (!cross.picked) return SetCross(FirstCross());
+  if (pick.from == PlaceSource::Geometry) {
+    const PickedPlace next = SnapTowards(dx, dy);
+    if (next.picked) SetCross(next);
+    return;
+  }
+  const double step = GridSpacing();
+  PickedPlace next = cross;
+  next.x += dx * step;
+  next.y -= dy * step;  // the screen's y runs downwards
+  SetCross(next);
+}
+
+}  // namespace
+
+bool PlacePickWaits() { return waits; }
+
+void ResetPlacePick() {
+  waits = false;
+  pick = PlacePick{};
+  cross = PickedPlace{};
+}
+
+bool BeginPlacePick(const PlacePick& wanted) {
+  if (!PreviewIsShown()) return false;
+  DropPlacePick();
+  LetGoOfView();
+  waits = true;
+  pick = wanted;
+  SetCross({});
+  platform::SetPointerShape(kViewToolpath, platform::PointerShape::Cross);
+  platform::SetFocusTo(kViewToolpath);
+  ShowStatus(pick.words);
+  return true;
+}
+
+bool DropPlacePick() {
+  if (!waits) return false;
+  End({});
+  return true;
+}
+
+bool PickCross(PickedPlace& out) {
+  out = cross;
+  return waits && cross.picked;
+}
+
+bool PlacePickPress(int x, int y) {
+  if (!waits) return false;
+  const PickedPlace place = PlaceAt({static_cast<double>(x), static_cast<double>(y)});
+  if (place.picked) {
+    End(place);
+  } else {
+    ShowStatus(pick.words);
+  }
+  return true;
+}
+
+void PlacePickHover(int x, int y) {
+  const PickedPlace place = PlaceAt({static_cast<double>(x), static_cast<double>(y)});
+  if (place.picked || cross.picked) SetCross(place);
+}
+
+bool PlacePickKey(const KeyEvent& key) {
+  if (!waits || key.ctrl || key.shift || key.alt) return false;
+  switch (key.key) {
+    case platform::kKeyEscape:
+      return DropPlacePick();
+    case platform::kKeyEnter:
+      if (cross.picked) End(PickedPlace(cross));
+      return true;
+    case platform::kKeyLeft:
+    case platform::kKeyRight:
+      MoveCross(key.key == platform::kKeyLeft ? -1 : 1, 0);
+      return true;
+    case platform::kKeyUp:
+    case platform::kKeyDown:
+      MoveCross(0, key.key == platform::kKeyUp ? -1 : 1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::u16string PlacePickWords() {
+  if (!waits) return {};
+  std::u16string words = u"PICK  arrows move the cross, Enter takes it, Esc gives up";
+  if (!cross.picked) return words;
+  char16_t place[kReadOutUnits] = {};
+  AppendLabelNumber(place, kReadOutUnits, u"  X ", cross.x, 4);
+  AppendLabelNumber(place, kReadOutUnits, u"  Y ", cross.y, 4);
+  AppendLabelNumber(place, kReadOutUnits, u"  Z ", cross.z, 4);
+  AppendBounded(place, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
+  return words + place;
+}
+
+}  // namespace morva

@@ -1,0 +1,35 @@
+// The pick of a place in a preview: the press, the keys and what the view says of it.
+//
+// While it waits, a press of the left button takes the place below the pointer, the arrow keys move
+// a cross and Enter takes the place below that. Esc gives up. The cross snaps to geometry, or
+// stands anywhere on the plane, as the pick says.
+#pragma once
+
+#include <string>
+
+#include "app/path_preview.h"
+#include "platform/events.h"
+#include "platform/geometry.h"
+
+namespace morva {
+
+// False: no preview is shown. Another pick that waits is given up before.
+bool BeginPlacePick(const PlacePick& pick);
+// False: none waited. The one who began it is told.
+bool DropPlacePick();
+bool PlacePickWaits();
+// None waits, told to nobody.
+void ResetPlacePick();
+
+// Where the cross stands. False: nowhere yet.
+bool PickCross(PickedPlace& cross);
+
+// The pointer and the keys of the view while a pick waits; false: not used.
+bool PlacePickPress(int x, int y);
+void PlacePickHover(int x, int y);
+bool PlacePickKey(const platform::KeyEvent& key);
+
+// What the view says of the pick: how to work it, and where the cross stands. Empty: none waits.
+std::u16string PlacePickWords();
+
+}  // namespace morva

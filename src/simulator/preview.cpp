@@ -1,0 +1,94 @@
+#include "simulator/preview.h"
+
+#include <string>
+
+#include "app/command_ids.h"
+#include "library/units.h"
+#include "platform/window.h"
+#include "simulator/place_pick.h"
+#include "simulator/preview_context.h"
+#include "simulator/preview_state.h"
+#include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
+#include "simulator/view.h"
+
+namespace morva {
+
+namespace {
+
+// What the builder's path was read from.
+std::u16string readText;
+bool readMetric = false;
+
+void ReadPath(std::u16string_view text, bool anew) {
+  if (!anew && readMetric == UnitsMetric() && readText == text) return;
+  readText = text;
+  readMetric = UnitsMetric();
+  ExtractPathOf(PathOwner::Builder, text, readMetric);
+  ShowPlayWords();
+}
+
+StockEnvelope StockOf(const PreviewBox& box) {
+  StockEnvelope stock;
+  stock.shown = box.shown;
+  stock.minX = box.minX;
+  stock.maxX = box.maxX;
+  stock.minY = box.minY;
+  stock.maxY = box.maxY;
+  stock.top = box.top;
+  stock.bottom = box.bottom;
+  stock.thickness = box.top - box.bottom;
+  return stock;
+}
+
+void Refresh() {
+  platform::Repaint(kViewToolpath);
+  platform::TellViewValue(kViewToolpath);
+}
+
+}  // namespace
+
+void ShowPreview(const PathPreview& preview) {
+  const bool first = !previewState.stands;
+  previewState.stands = true;
+  previewState.stockWords = preview.stockWords;
+  previewState.tool = preview.tool;
+  previewState.diameter = preview.diameter;
+  previewState.coverage = preview.coverage;
+  previewState.levels = preview.levels;
+  previewState.lags = preview.lags;
+  ShowPathOf(PathOwner::Builder);
+  RefreshPreviewContext();
+  SetStockOf(PathOwner::Builder, StockOf(preview.stock));
+  ReadPath(preview.text, first);
+  if (first) ViewFitOf(PathOwner::Builder);
+  Refresh();
+}
+
+void MarkPreview(const PreviewMarker& marker) {
+  if (!previewState.stands) return;
+  previewState.marked = marker.shown;
+  previewState.markerX = marker.x;
+  previewState.markerY = marker.y;
+  previewState.markerZ = marker.z;
+  previewState.markerWords = marker.words;
+  Refresh();
+}
+
+void LeavePreview() {
+  if (!previewState.stands) return;
+  DropPlacePick();
+  ForgetPreview();
+  readText = std::u16string();
+  SetStockOf(PathOwner::Builder, StockEnvelope{});
+  ResetPlayback(PathOwner::Builder);
+  ShowPathOf(PathOwner::Program);
+}
+
+void FollowPreviewedProgram() {
+  if (!previewState.stands) return;
+  RefreshPreviewContext();
+  Refresh();
+}
+
+}  // namespace morva
