@@ -160,6 +160,10 @@ TEST_F(SavedSkim, ThatWasEditedIsNotGenerated) {
   code.replace(code.find(u"right then up"), 13, u"left then up");
   EXPECT_FALSE(IsGeneratedCode(Record(plan), code));
   EXPECT_FALSE(IsGeneratedCode(Record(Of(kSkimLeftUp)), Saved(SkimCode(plan))));
+  // Nor the name in other letters.
+  code = Saved(SkimCode(plan));
+  code.replace(code.find(u"right then up"), 13, u"RIGHT then up");
+  EXPECT_FALSE(IsGeneratedCode(Record(plan), code));
   // Nor a "?" anywhere else.
   code = SkimCode(plan);
   code.replace(code.find(u"(X DIR"), 1, u"?");
