@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrintEngine>
 #include <QPrinter>
@@ -15,6 +16,8 @@
 namespace platform {
 
 namespace {
+
+constexpr int kDialogWidth = 640;  // pixels; a usual name of a file is seen whole
 
 struct Job {
   QPrinter printer{QPrinter::HighResolution};
@@ -55,10 +58,11 @@ void ForbidScaling(QPrinter& printer) {
 
 // Whether the file was written up to its last line. The toolkit says nothing of a full disk.
 bool IsWholeFile(const QString& path) {
-  constexpr qsizetype kTail = 32;  // bytes, with the end's mark among them
+  constexpr qint64 kTail = 32;                 // bytes, with the end's mark among them
+  if (!QFileInfo(path).isFile()) return true;  // a device keeps nothing that could be looked at
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return false;
-  file.seek(std::max<qint64>(0, file.size() - kTail));
+  file.seek(std::max(qint64{0}, file.size() - kTail));
   return file.readAll().contains("%%EOF");
 }
 
@@ -74,6 +78,7 @@ PrinterChoice ChoosePrinter(std::u16string_view fileName) {
   QPrintDialog dialog(&printer, MainWidget());
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
   dialog.setFont(FontOf(FontRole::Body));
+  dialog.setMinimumWidth(kDialogWidth);
   const Asking asking;
   if (dialog.exec() != QDialog::Accepted || job) return PrinterChoice::Cancelled;
   job = std::move(wanted);
