@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "builders/common/builder_field.h"
+#include "driver/json_text.h"
 #include "driver/line_words.h"
+#include "library/sketch_object.h"
 
 namespace drive {
 
@@ -19,6 +21,9 @@ bool ReadControl(const Word& word, int& id, std::u16string& error);
 
 std::string AnswerGet(const Words& words);
 std::string AnswerCall(const Words& words);
+// An object of a drawing, still open for what belongs to it.
+Json ObjectJson(const morva::SketchObject& object);
+std::string GetSkim(const Words& words);
 // What a builder's form would read in its fields, as typed.
 morva::FormValues ReadTyped(std::span<const morva::BuilderField> fields,
                             std::span<const Word> texts, bool metric);

@@ -391,17 +391,6 @@ std::string GetTokens(const Words& words) {
   return Good("tokens", list.Done());
 }
 
-Json ObjectJson(const morva::SketchObject& object) {
-  return Json('{')
-      .Number("type", object.type)
-      .Number("group", object.group)
-      .Number("x", object.x)
-      .Number("y", object.y)
-      .Number("size", object.size)
-      .Number("size2", object.size2)
-      .Number("angle", object.angle);
-}
-
 std::string GetTools(const Words&) {
   Json tools('[');
   for (int i = 0; i < morva::toolLibrary.count; ++i) {
@@ -516,7 +505,7 @@ constexpr Look kLooks[] = {
     {u"features", GetFeatures},   {u"path", GetPath},
     {u"ghost", GetGhost},         {u"play", GetPlay},
     {u"view", GetView},           {u"sketch", GetSketch},
-    {u"plate", StillToCome},      {u"skim", StillToCome},
+    {u"plate", StillToCome},      {u"skim", GetSkim},
     {u"tools", GetTools},         {u"macros", GetMacros},
     {u"shapes", GetShapes},       {u"surface", GetSurface},
     {u"mode", GetMode},           {u"units", GetUnits},
@@ -532,6 +521,17 @@ constexpr Look kLooks[] = {
 };
 
 }  // namespace
+
+Json ObjectJson(const morva::SketchObject& object) {
+  return Json('{')
+      .Number("type", object.type)
+      .Number("group", object.group)
+      .Number("x", object.x)
+      .Number("y", object.y)
+      .Number("size", object.size)
+      .Number("size2", object.size2)
+      .Number("angle", object.angle);
+}
 
 std::string AnswerGet(const Words& words) {
   if (words.empty()) return Bad(u"expected: get WHAT");
