@@ -402,7 +402,7 @@ void PrepareFile(QPrinter& printer, const platform::PrinterFigures& figures) {
 void ServePrinter(const std::function<void(QPrintDialog&)>& serve) {
   Watch([serve] {
     auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
-    if (!Stands(dialog)) return false;
+    if (!Stands(dialog) || !dialog->isActiveWindow()) return false;
     serve(*dialog);
     return true;
   });
