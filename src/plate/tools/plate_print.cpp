@@ -46,14 +46,12 @@ bool HasValidSize(const PlateNumbers& numbers) {
   return numbers.length > 0 && numbers.width > 0;
 }
 
-// Null where all went well, else the words of its failure.
+// Null where all went well, else the words of its failure. A document whose page failed is ended
+// when the printer is let go.
 const char16_t* PrintSheet(const PlateSheet& sheet, PaperNotes& notes) {
-  if (!platform::StartDocument(kDocument)) return kNotStarted;
-  platform::Canvas* const page = platform::StartPage();
-  if (!page) {
-    platform::EndDocument();
-    return kNotStarted;
-  }
+  platform::Canvas* const page =
+      platform::StartDocument(kDocument) ? platform::StartPage() : nullptr;
+  if (!page) return kNotStarted;
   notes = PaintSheet(*page, plate, sheet);
   platform::EndPage();
   return platform::EndDocument() ? nullptr : kNotEnded;
