@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "app/limits.h"
+#include "documents/restored_text.h"
 #include "platform/atomic_file.h"
 #include "platform/file.h"
 
@@ -154,6 +155,7 @@ OutputFigures MeasureOutput(std::u16string_view text) {
     line += lineEnd;
     const bool secondOfPair = unit >= 0xDC00 && unit <= 0xDFFF;
     if (unit <= 127 || secondOfPair) continue;
+    if (IsRestored(text, static_cast<std::size_t>(at - 1 - text.data()))) continue;
     ++figures.lost;
     if (figures.firstLostLine == 0) figures.firstLostLine = line;
   }

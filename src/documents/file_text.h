@@ -22,7 +22,8 @@ std::string NormaliseOutputText(std::u16string_view text, bool wrap);
 // How many bytes NormaliseOutputText makes of a text, without `wrap`, and what they would lose.
 struct OutputFigures {
   std::size_t bytes = 0;
-  int lost = 0;           // characters above 127, a pair of surrogates counted as one
+  // Characters above 127 but those that are restored; a pair of surrogates counts as one.
+  int lost = 0;
   int firstLostLine = 0;  // counted from 1; 0: none is lost
 };
 OutputFigures MeasureOutput(std::u16string_view text);

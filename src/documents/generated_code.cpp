@@ -1,6 +1,7 @@
 #include "documents/generated_code.h"
 
 #include "documents/feature_blocks.h"
+#include "documents/restored_text.h"
 
 namespace morva {
 
@@ -26,6 +27,7 @@ void SetCodeRestorer(int kind, CodeRestorer restorer) {
 
 void ResetCodeRestorers() {
   for (CodeRestorer& restorer : restorers) restorer = nullptr;
+  SetRestoredTest(nullptr);
 }
 
 }  // namespace morva

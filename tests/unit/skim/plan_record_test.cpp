@@ -7,6 +7,7 @@
 #include <string>
 
 #include "documents/feature_blocks.h"
+#include "documents/file_text.h"
 #include "documents/generated_code.h"
 #include "skim/geometry/saved_code.h"
 #include "support/skim_plans.h"
@@ -168,6 +169,20 @@ TEST_F(SavedSkim, ThatWasEditedIsNotGenerated) {
   code = SkimCode(plan);
   code.replace(code.find(u"(X DIR"), 1, u"?");
   EXPECT_FALSE(IsGeneratedCode(Record(plan), code));
+}
+
+TEST_F(SavedSkim, LosesNothingThatTheUserIsAskedAbout) {
+  for (std::int32_t strategy = 0; strategy < kSkimStrategies; ++strategy) {
+    EXPECT_EQ(MeasureOutput(SkimCode(Of(strategy))).lost, 0) << strategy;
+  }
+  // The same dot anywhere else is lost.
+  for (const char16_t* text :
+       {u"\u00b7", u"(STRATEGY: \u00b7)", u"(STRATEGY: Alternate X/Y \u00b7 right)",
+        u"(Alternate X/Y \u00b7 right then up)", u"(STRATEGY: Alternate X/Y \u00b7"}) {
+    EXPECT_EQ(MeasureOutput(text).lost, 1);
+  }
+  ResetCodeRestorers();
+  EXPECT_EQ(MeasureOutput(SkimCode(Of(kSkimRightUp))).lost, 1);
 }
 
 TEST_F(SavedSkim, OfAnotherKindIsLeftAsItIs) {
