@@ -131,7 +131,6 @@ TEST(Driver, AnswersEveryLineWithOneObject) {
                            "key \"Ctrl+\"",
                            "peer send \"\\u0100\"",
                            "port COM1 here",
-                           "get plate",
                            "printer 1 2 3",
                            "printer 1 2 3 x",
                            "printer 1 2 3 1e3",

@@ -16,6 +16,8 @@
 #include "library/macros.h"
 #include "library/shapes.h"
 #include "library/tools.h"
+#include "plate/geometry/plate_layout.h"
+#include "plate/model/plate.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "simulator/cut_surface.h"
@@ -458,6 +460,68 @@ std::string GetSketch(const Words&) {
       .Done();
 }
 
+Json PointJson(double x, double y) {
+  Json point('[');
+  point.Item(x).Item(y);
+  return point;
+}
+
+std::string PlateFeatureJson(const morva::PlateFeature& feature, int k) {
+  Json shape('[');
+  for (int i = 0; i < feature.shape.count; ++i) {
+    shape.Item(ObjectJson(feature.shape.objects[i]).Done());
+  }
+  return Json('{')
+      .Number("index", k)
+      .Flag("placed", feature.placed)
+      .Number("x", feature.x)
+      .Number("y", feature.y)
+      .Flag("hidden", feature.hidden)
+      .Flag("locked", feature.locked)
+      .Flag("deleted", feature.deleted)
+      .Number("depth", feature.depth)
+      .Flag("through", feature.through)
+      .Raw("shape", shape.Done())
+      .Done();
+}
+
+std::string GetPlate(const Words&) {
+  const morva::PlateRecord& plate = morva::plate;
+  const morva::PlateNumbers numbers = morva::NumbersOf(plate);
+  Json values('[');
+  for (int i = 0; i < morva::kPlateFormValues; ++i) values.ItemText(plate.values[i].text);
+  Json positions('[');
+  for (int k = 0; k < morva::FeatureCount(numbers); ++k) {
+    const platform::PointF at = morva::FeaturePlace(numbers, plate.features[k], k);
+    positions.Item(PointJson(at.x, at.y).Done());
+  }
+  Json features('[');
+  for (int k = 0; k < morva::kMaxPlateFeatures; ++k) {
+    if (!IsPlainFeature(plate.features[k])) {
+      features.Item(PlateFeatureJson(plate.features[k], k));
+    }
+  }
+  const morva::ProgramTab* tab = morva::ActiveTab();
+  const morva::PlateStore* store = tab ? tab->plateStore : nullptr;
+  return Good("plate", Json('{')
+                           .Raw("values", values.Done())
+                           .Number("plateShape", static_cast<int>(plate.shape))
+                           .Number("featureType", static_cast<int>(plate.type))
+                           .Number("layout", static_cast<int>(plate.layout))
+                           .Flag("metric", plate.metric)
+                           .Number("thickness", numbers.thickness)
+                           .Text("name", plate.name)
+                           .Flag("unnamed", plate.unnamed)
+                           .Number("customOutlineIndex", plate.customOutlineIndex)
+                           .Number("savedShapeIndex", plate.savedShapeIndex)
+                           .Number("drawing", store ? store->active : 0)
+                           .Number("drawings", store ? store->count : 1)
+                           .Raw("positions", positions.Done())
+                           .Raw("features", features.Done())
+                           .Text("status", plate.status)
+                           .Done());
+}
+
 std::string DrawCallJson(const headless::DrawCall& call) {
   Json json('[');
   json.ItemText(platform::FromUtf8(call.name));
@@ -505,7 +569,7 @@ constexpr Look kLooks[] = {
     {u"features", GetFeatures},   {u"path", GetPath},
     {u"ghost", GetGhost},         {u"play", GetPlay},
     {u"view", GetView},           {u"sketch", GetSketch},
-    {u"plate", StillToCome},      {u"skim", GetSkim},
+    {u"plate", GetPlate},         {u"skim", GetSkim},
     {u"tools", GetTools},         {u"macros", GetMacros},
     {u"shapes", GetShapes},       {u"surface", GetSurface},
     {u"mode", GetMode},           {u"units", GetUnits},
