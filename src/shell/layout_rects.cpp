@@ -74,7 +74,7 @@ struct ViewBars {
   int apart;        // between a bar and the view
   bool operations;  // with the keys to the previous and the next operation
 };
-constexpr ViewBars kWideBars{38, 30, 4, 6, true};
+constexpr ViewBars kWideBars{36, 30, 4, 6, true};
 constexpr ViewBars kNarrowBars{22, 24, 2, 4, false};
 constexpr int kSliderHeight = 26;
 constexpr int kSliderGap = 5;      // above a slider of its own row

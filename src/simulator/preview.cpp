@@ -1,5 +1,6 @@
 #include "simulator/preview.h"
 
+#include <algorithm>
 #include <string>
 
 #include "app/command_ids.h"
@@ -11,6 +12,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
+#include "simulator/view_switches.h"
 
 namespace morva {
 
@@ -41,6 +43,40 @@ StockEnvelope StockOf(const PreviewBox& box) {
   return stock;
 }
 
+PathBounds Around(const PathBounds& a, const PathBounds& b) {
+  return {std::min(a.minX, b.minX), std::max(a.maxX, b.maxX), std::min(a.minY, b.minY),
+          std::max(a.maxY, b.maxY), std::min(a.minZ, b.minZ), std::max(a.maxZ, b.maxZ)};
+}
+
+PathBounds BoundsOfStock(const StockEnvelope& stock) {
+  return {stock.minX, stock.maxX, stock.minY, stock.maxY, stock.bottom, stock.top};
+}
+
+// Over the path, its stock and what is drawn around it.
+PathBounds BoundsOfAll() {
+  PathBounds all = Bounds();
+  const StockEnvelope& stock = ShownPath().stock;
+  if (stock.shown) all = Around(all, BoundsOfStock(stock));
+  if (!switches.showDrawingPaths) return all;
+  const PreviewContext& context = ContextOfPreview();
+  if (context.drawn) all = Around(all, context.bounds);
+  if (context.stock.shown) all = Around(all, BoundsOfStock(context.stock));
+  return all;
+}
+
+// The view shows all of it, and goes on doing so until the user zooms or shifts it.
+ViewState fitted;
+
+bool UserMovedView() {
+  const ViewState& now = OwnedBy(PathOwner::Builder).view;
+  return now.zoom != fitted.zoom || now.panX != fitted.panX || now.panY != fitted.panY;
+}
+
+void FitAll() {
+  FrameBounds(BoundsOfAll());
+  fitted = OwnedBy(PathOwner::Builder).view;
+}
+
 void Refresh() {
   platform::Repaint(kViewToolpath);
   platform::TellViewValue(kViewToolpath);
@@ -61,7 +97,7 @@ void ShowPreview(const PathPreview& preview) {
   RefreshPreviewContext();
   SetStockOf(PathOwner::Builder, StockOf(preview.stock));
   ReadPath(preview.text, first);
-  if (first) ViewFitOf(PathOwner::Builder);
+  if (first || !UserMovedView()) FitAll();
   Refresh();
 }
 

@@ -8,7 +8,8 @@
 
 namespace morva {
 
-// Shows it, or the next change of it. At the first showing the view is fitted.
+// Shows it, or the next change of it. The view shows path, stock and what stands around them, as
+// long as the user does not zoom or shift it.
 void ShowPreview(const PathPreview& preview);
 // Points at a place; a record without place and words takes the marker away. Nothing where no
 // preview is shown.

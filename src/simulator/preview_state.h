@@ -33,8 +33,5 @@ bool HasLevels();
 bool HasCoverage();
 // The tool on the way to a point of the shown path: the point's, unless the preview names one.
 std::int32_t ToolOf(const MotionPoint& point);
-// What the view fits at zoom 1: the shown path, and around a preview its stock and what is drawn
-// of its context.
-PathBounds FittedBounds();
 
 }  // namespace morva

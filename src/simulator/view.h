@@ -26,6 +26,9 @@ platform::PointF Project(const Projection& p, double x, double y, double z);
 // Zoom 1 and no pan; the angles stay. Of the owner that is shown, or of a given one.
 void ViewFit();
 void ViewFitOf(PathOwner owner);
+// Of the shown path: like ViewFit where that shows all within the bounds, else zoomed out and
+// shifted until it does.
+void FrameBounds(const PathBounds& bounds);
 // An owner's view from a side, in degrees, no roll and no pan.
 void LookFrom(PathOwner owner, double yaw, double elevation, double zoom);
 // The view that an owner had, kept by the caller.

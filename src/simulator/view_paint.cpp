@@ -111,7 +111,7 @@ bool PlainWorkspace() { return app.surface == kSurfaceCode && app.mode == kModeH
 
 void PaintGrid(Canvas& canvas, const Projection& p) {
   if (!view.gridOn || ExampleIsShown()) return;
-  const PathBounds b = FittedBounds();
+  const PathBounds& b = Bounds();
   const double spacing = GridSpacing();
   const double left = b.minX - spacing, right = b.maxX + spacing;
   const double low = b.minY - spacing, high = b.maxY + spacing;

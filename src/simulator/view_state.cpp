@@ -107,6 +107,37 @@ void ViewFitOf(PathOwner owner) {
   Refresh();
 }
 
+void FrameBounds(const PathBounds& b) {
+  constexpr int kEdge = 24;  // pixels that stay free
+  ViewFit();
+  const platform::Rect client = platform::ClientArea(kViewToolpath);
+  const double width = platform::RectWidth(client) - 2 * kEdge;
+  const double height = platform::RectHeight(client) - 2 * kEdge;
+  if (!(width > 0) || !(height > 0)) return;
+  const Projection p = ProjectionFor(client);
+  platform::PointF least, most;
+  for (int i = 0; i < 8; ++i) {
+    const platform::PointF corner =
+        Project(p, (i & 1) ? b.maxX : b.minX, (i & 2) ? b.maxY : b.minY, (i & 4) ? b.maxZ : b.minZ);
+    least = i == 0 ? corner
+                   : platform::PointF{std::min(least.x, corner.x), std::min(least.y, corner.y)};
+    most =
+        i == 0 ? corner : platform::PointF{std::max(most.x, corner.x), std::max(most.y, corner.y)};
+  }
+  if (least.x >= client.left + kEdge && most.x <= client.right - kEdge &&
+      least.y >= client.top + kEdge && most.y <= client.bottom - kEdge) {
+    return;
+  }
+  const double spanX = std::max(most.x - least.x, 1.0), spanY = std::max(most.y - least.y, 1.0);
+  ViewState& shown = ShownPath().view;
+  shown.zoom = std::clamp(std::min(width / spanX, height / spanY), kLeastZoom, 1.0);
+  shown.panX = (client.left + client.right) / 2.0 - p.originX -
+               shown.zoom * ((least.x + most.x) / 2 - p.originX);
+  shown.panY = (client.top + client.bottom) / 2.0 - p.originY -
+               shown.zoom * ((least.y + most.y) / 2 - p.originY);
+  Refresh();
+}
+
 void LookFrom(PathOwner owner, double yaw, double elevation, double zoom) {
   ViewState& turned = OwnedBy(owner).view;
   turned.topView = false;
@@ -167,7 +198,7 @@ void SetViewRight() { ShowAngles(-90, 0); }
 void SetViewIsometric() { ShowAngles(-45, 28); }
 
 double GridSpacing() {
-  const PathBounds b = FittedBounds();
+  const PathBounds& b = Bounds();
   double span = std::max(b.maxX - b.minX, b.maxY - b.minY);
   if (span < kNoSpan) span = UnitsMetric() ? kEmptySpanMm : kEmptySpanInch;
   const double raw = span / kGridCells;

@@ -55,11 +55,12 @@ TEST_F(PlacePicks, SayWhatTheyWaitFor) {
 
 TEST_F(PlacePicks, SnapToTheEndOfAMoveNearThePress) {
   Begin(PlaceSource::Geometry);
+  const double pan = Builder().view.panX;
   Click(12, 2, -0.25, 5, -4);
   ExpectPicked(12, 2, -0.25);
   // The press took no other way: nothing is dragged, nothing measured.
   DragTo(300, 300);
-  EXPECT_EQ(Builder().view.panX, 0);
+  EXPECT_EQ(Builder().view.panX, pan);
   EXPECT_EQ(Builder().view.yawDegrees, -45);
 }
 
@@ -233,8 +234,9 @@ TEST_F(PlacePicks, LeaveTurningAndZoomingToTheUser) {
   Begin(PlaceSource::Geometry);
   Key(platform::kKeyRight, false, true);
   EXPECT_NE(Builder().view.yawDegrees, -45);
+  const double zoom = Builder().view.zoom;
   Wheel(1);
-  EXPECT_GT(Builder().view.zoom, 1);
+  EXPECT_GT(Builder().view.zoom, zoom);
   EXPECT_TRUE(PlacePickWaits());
   EXPECT_TRUE(told.empty());
 }

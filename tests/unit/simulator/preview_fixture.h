@@ -94,6 +94,13 @@ class PreviewTest : public ViewTest {
     return SettingsBlockText(id, u"", settings, body);
   }
 
+  static void ExpectInView(double x, double y, double z) {
+    const platform::Rect client = platform::ClientArea(kViewToolpath);
+    const platform::PointF at = At(x, y, z);
+    EXPECT_TRUE(at.x > 0 && at.x < platform::RectWidth(client)) << at.x;
+    EXPECT_TRUE(at.y > 0 && at.y < platform::RectHeight(client)) << at.y;
+  }
+
   // Feeds of the context as "x,y-x,y" in their order.
   static std::vector<std::string> Context() {
     std::vector<std::string> feeds;

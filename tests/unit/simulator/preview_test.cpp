@@ -135,12 +135,29 @@ TEST_F(Preview, NamesItsStockAndFitsIt) {
   plain.stock.maxX = 40;
   ShowPreview(plain);
   EXPECT_TRUE(Shows(u"STOCK ENVELOPE  40.0000 x 1.0000 x 0.5000 in"));
-  EXPECT_EQ(FittedBounds().maxX, 40);
-  EXPECT_EQ(FittedBounds().minZ, -0.5);
+  ExpectInView(40, 0, 0);
+  ExpectInView(40, 1, -0.5);
   // The extents are those of the path.
   EXPECT_EQ(Bounds().maxX, 5);
   LeavePreview();
   EXPECT_FALSE(Builder().stock.shown);
+}
+
+TEST_F(Preview, ShowsWhatStandsFarAroundUntilTheUserMovesTheView) {
+  OpenProgram(u"G0 X60 Y-20\r\nG1 X70\r\n");
+  ShowPreview(Facing());
+  EXPECT_LT(Builder().view.zoom, 1);
+  ExpectInView(70, -20, 0);
+  ExpectInView(-1, 0.6, 0.5);
+  ShowPreview(Facing(u"G1 X400\r\n"));  // grows and is followed
+  ExpectInView(400, 0, 0);
+  EXPECT_EQ(Builder().view.zoom, 1);  // that shows the program's motion too
+  ShowPreview(Facing());
+  ExpectInView(70, -20, 0);
+  ViewFit();  // the path alone
+  ShowPreview(Facing(u"G1 X8\r\n"));
+  EXPECT_EQ(Builder().view.zoom, 1);
+  EXPECT_EQ(Builder().view.panX, 0);
 }
 
 TEST_F(Preview, DrawsTheDeepestLevelAloneWhereThereAreLevels) {
@@ -319,10 +336,9 @@ TEST_F(PreviewSurroundings, AreTheProgramsMotionAsItIsNow) {
   EXPECT_EQ(Context(), (std::vector<std::string>{"0,0-1,0", "2,0-2,4"}));
   EXPECT_EQ(path.points[3].y, 3);
   EXPECT_EQ(SegmentCount(Calls("PaintSegments", kContextColour)[0]), 2u);
-  EXPECT_EQ(FittedBounds().maxY, 4);
+  ExpectInView(2, 4, 0);
   switches.showDrawingPaths = false;
   EXPECT_TRUE(Calls("PaintSegments", kContextColour).empty());
-  EXPECT_EQ(FittedBounds().maxY, 1);
   LeavePreview();
   EXPECT_EQ(Builder().context.count, 0);
 }
