@@ -47,6 +47,8 @@ struct PreviewMarker {
 struct PickedPlace {
   bool picked = false;  // false: the user or the program gave it up
   double x = 0, y = 0, z = 0;
+
+  bool operator==(const PickedPlace&) const = default;
 };
 
 enum class PlaceSource : unsigned char {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
@@ -11,7 +12,8 @@ namespace morva {
 
 namespace {
 
-Coverage grid;
+Coverage grid;                                   // whole moves only
+Coverage withPart;                               // the same and the move in progress
 double lastWay[kCoverageCells][kCoverageCells];  // along the path, where a cell was swept last
 
 // What the grid is good for.
@@ -130,6 +132,26 @@ void StampTo(const MotionPath& of, std::int32_t head) {
   stamped = head;
 }
 
+// The move in progress on a copy, so that the next frame finds the grid without it.
+const Coverage* WithMoveInProgress(const OwnedPath& shown, std::int32_t head) {
+  const double part = shown.play.segmentFraction;
+  if (!shown.play.headInUse || !(part > 0) || head < 1 || head >= shown.path.count) return &grid;
+  const MotionPoint& from = shown.path.points[head - 1];
+  MotionPoint to = shown.path.points[head];
+  if (!Sweeps(from, to)) return &grid;
+  to.x = from.x + (to.x - from.x) * part;
+  to.y = from.y + (to.y - from.y) * part;
+  static Coverage whole;
+  static double wholeWay[kCoverageCells][kCoverageCells];
+  whole = grid;
+  std::memcpy(wholeWay, lastWay, sizeof lastWay);
+  StampStraight(from, to, way);
+  withPart = grid;
+  grid = whole;
+  std::memcpy(lastWay, wholeWay, sizeof lastWay);
+  return &withPart;
+}
+
 void ClearGrid() {
   for (auto& row : grid.cells) std::fill(std::begin(row), std::end(row), Swept::Never);
   for (auto& row : lastWay) std::fill(std::begin(row), std::end(row), 0.0);
@@ -165,7 +187,7 @@ const Coverage* CoverageNow() {
   }
   grid.z = now.level.z;
   StampTo(shown, head);
-  return &grid;
+  return WithMoveInProgress(ShownPath(), head);
 }
 
 }  // namespace morva

@@ -96,6 +96,12 @@ const CutSurface* WithSegmentInProgress(const OwnedPath& shown, std::int32_t hea
   return &withPartial;
 }
 
+// A preview whose tool nobody described would lie below an uncut mesh.
+bool PreviewLacksItsTool(const MotionPath& of) {
+  Cutter cutter;
+  return PreviewIsShown() && !CutterOfTool(ToolOf(of.points[of.count - 1]), cutter);
+}
+
 }  // namespace
 
 void ClearSurface(CutSurface& out, const StockEnvelope& box) {
@@ -143,7 +149,8 @@ bool SurfaceIsShown() {
   const OwnedPath& shown = ShownPath();
   const StockEnvelope& stock = shown.stock;
   return switches.showCutSurface && shown.path.count > 1 && stock.shown &&
-         stock.top > stock.bottom && stock.maxX > stock.minX && stock.maxY > stock.minY;
+         stock.top > stock.bottom && stock.maxX > stock.minX && stock.maxY > stock.minY &&
+         !PreviewLacksItsTool(shown.path);
 }
 
 const CutSurface* CutSurfaceNow() {

@@ -31,7 +31,7 @@ void StampWay(CutSurface& surface, const MotionPoint& from, const MotionPoint& t
               const Cutter& cutter);
 
 // Whether the layer is on and there is something to lie over: a path of two points and stock with
-// a thickness.
+// a thickness. Over a preview the tool must be known as well.
 bool SurfaceIsShown();
 // What the next frame draws: the shown path up to its head, the piece of segment that leads on from
 // there included. Null while none is shown. Good until the next call.

@@ -113,6 +113,7 @@ void End(const PickedPlace& place) {
 }
 
 void SetCross(const PickedPlace& place) {
+  if (place == cross) return;
   cross = place;
   platform::Repaint(kViewToolpath);
   platform::TellViewValue(kViewToolpath);
@@ -179,7 +180,9 @@ bool BeginPlacePick(const PlacePick& wanted) {
   LetGoOfView();
   waits = true;
   pick = wanted;
-  SetCross({});
+  cross = PickedPlace{};
+  platform::Repaint(kViewToolpath);
+  platform::TellViewValue(kViewToolpath);
   platform::SetPointerShape(kViewToolpath, platform::PointerShape::Cross);
   platform::SetFocusTo(kViewToolpath);
   ShowStatus(pick.words);
@@ -234,16 +237,19 @@ bool PlacePickKey(const KeyEvent& key) {
   }
 }
 
-std::u16string PlacePickWords() {
+std::u16string_view PlacePickHelp() {
   if (!waits) return {};
-  std::u16string words = u"PICK  arrows move the cross, Enter takes it, Esc gives up";
-  if (!cross.picked) return words;
+  return u"PICK  arrows move the cross, Enter takes it, Esc gives up";
+}
+
+std::u16string PickCrossWords() {
+  if (!waits || !cross.picked) return {};
   char16_t place[kReadOutUnits] = {};
-  AppendLabelNumber(place, kReadOutUnits, u"  X ", cross.x, 4);
+  AppendLabelNumber(place, kReadOutUnits, u"X ", cross.x, 4);
   AppendLabelNumber(place, kReadOutUnits, u"  Y ", cross.y, 4);
   AppendLabelNumber(place, kReadOutUnits, u"  Z ", cross.z, 4);
   AppendBounded(place, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
-  return words + place;
+  return place;
 }
 
 }  // namespace morva

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "app/path_preview.h"
 #include "platform/events.h"
@@ -29,7 +30,8 @@ bool PlacePickPress(int x, int y);
 void PlacePickHover(int x, int y);
 bool PlacePickKey(const platform::KeyEvent& key);
 
-// What the view says of the pick: how to work it, and where the cross stands. Empty: none waits.
-std::u16string PlacePickWords();
+// How the pick is worked, empty while none waits; and where the cross stands, empty for nowhere.
+std::u16string_view PlacePickHelp();
+std::u16string PickCrossWords();
 
 }  // namespace morva

@@ -374,8 +374,11 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
   constexpr int kBetween = 4;
   char16_t text[kReadOutUnits];
   int top = client.top + kEdge;
-  const std::u16string pick = PlacePickWords();
-  if (!pick.empty()) top = PaintHeadLine(canvas, client, top, pick, kPathText) + kBetween;
+  const std::u16string_view pick = PlacePickHelp();
+  if (!pick.empty()) top = PaintHeadLine(canvas, client, top, pick, kPathText);
+  const std::u16string cross = PickCrossWords();
+  if (!cross.empty()) top = PaintHeadLine(canvas, client, top, cross, kPathText);
+  if (!pick.empty()) top += kBetween;
   const std::u16string_view marker = MarkerWords();
   if (!marker.empty()) top = PaintHeadLine(canvas, client, top, marker, kPathMarker) + kBetween;
   if (switches.showExtents && ExtentsText(text)) {

@@ -79,8 +79,8 @@ std::u16string ToolpathWords() {
   std::u16string words = ExtentsText(text) ? text : u"No toolpath";
   words += HeadWords() + WarningWords();
   if (!MarkerWords().empty()) words.append(u"  /  ").append(MarkerWords());
-  const std::u16string pick = PlacePickWords();
-  if (!pick.empty()) words += u"  /  " + pick;
+  if (!PlacePickHelp().empty()) words.append(u"  /  ").append(PlacePickHelp());
+  if (!PickCrossWords().empty()) words += u"  /  " + PickCrossWords();
   if (MeasureText(text)) words += std::u16string(u"  /  ") + text;
   return words;
 }

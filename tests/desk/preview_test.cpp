@@ -51,6 +51,8 @@ class PreviewAtDesk : public AtDesk {
 TEST_F(PreviewAtDesk, OfAGuidedSkimShowsItsStockOverTheProgramAndLeavesItAsItWas) {
   const std::int32_t points = morva::path.count;
   const double zoom = morva::view.zoom;
+  desk::Click(morva::kIdPlayStart);
+  ASSERT_EQ(morva::playback.playHead, 1);
   ASSERT_TRUE(morva::Call(morva::hooks.openSkim));
   ASSERT_TRUE(desk::Until([]() { return morva::PreviewIsShown(); }));
   EXPECT_TRUE(View()->isVisible());
@@ -73,6 +75,8 @@ TEST_F(PreviewAtDesk, OfAGuidedSkimShowsItsStockOverTheProgramAndLeavesItAsItWas
   EXPECT_EQ(morva::ShownOwner(), morva::PathOwner::Program);
   EXPECT_EQ(morva::path.count, points);
   EXPECT_EQ(morva::view.zoom, zoom);
+  EXPECT_EQ(morva::playback.playHead, 1);
+  EXPECT_TRUE(morva::playback.headInUse);
 }
 
 TEST_F(PreviewAtDesk, TakesAPlaceByThePointerAndByTheKeyboardAlone) {

@@ -79,11 +79,10 @@ void Enter() {
   EnterSkim();
 }
 
-// The program's own path is back, as its text is now.
+// The program's own path is back as it stood, head and speed too. An insertion has read it anew.
 void Left() {
   NoteSkimField(-1);
   Call(hooks.leavePreview);
-  Call(hooks.rebuildToolpath);
 }
 
 bool Key(int, const platform::KeyEvent& key) {

@@ -102,6 +102,19 @@ TEST_F(CoverageTest, FollowsTheHeadBothWays) {
   EXPECT_EQ(At(4, 0.8), Swept::Never);
 }
 
+TEST_F(CoverageTest, FollowsTheMoveInProgressAndForgetsIt) {
+  Show(u"G1 X8\r\nY0.6\r\nX0\r\n");
+  GoToStart();
+  Builder().play.playHead = 3;
+  Builder().play.segmentFraction = 0.5;  // at X 4 of the way back
+  EXPECT_EQ(At(6, 0.9), Swept::Once);
+  EXPECT_EQ(At(6, 0.3), Swept::Again);
+  EXPECT_EQ(At(2, 0.9), Swept::Never);
+  Builder().play.segmentFraction = 0;
+  EXPECT_EQ(At(6, 0.9), Swept::Never);
+  EXPECT_EQ(At(6, 0.3), Swept::Once);
+}
+
 TEST_F(CoverageTest, StaysInItsGridForAnyNumbers) {
   for (const char16_t* text :
        {u"G1 X99999 Y0.001\r\n", u"G1 X-99999 Y-99999\r\nX99999\r\n", u"G1 Z-1\r\n",

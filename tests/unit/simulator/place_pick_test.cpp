@@ -183,7 +183,7 @@ TEST_F(PlacePicks, FollowThePointerWithACross) {
   PickedPlace cross;
   ASSERT_TRUE(PickCross(cross));
   EXPECT_EQ(cross.x, 4);
-  EXPECT_NE(PlacePickWords().find(u"  X 4.0000  Y 1.0000  Z 0.0000 in"), std::u16string::npos);
+  EXPECT_TRUE(Shows(u"X 4.0000  Y 1.0000  Z 0.0000 in"));
   EXPECT_EQ(Status(), u"Click somewhere.");
   Hover(1, 700);
   EXPECT_FALSE(PickCross(cross));
