@@ -431,6 +431,7 @@ inline constexpr int kIdSkimCode = 3928;
 inline constexpr int kIdSkimPosition = 3930;
 inline constexpr int kIdSkimPickGeometry = 3931;
 inline constexpr int kIdSkimPickPlane = 3932;
+inline constexpr int kIdSkimPickDrawing = 3943;
 inline constexpr int kIdSkimPlace = 3933;  // Enter in a field that places the stock
 inline constexpr int kIdSkimCoverage = 3934;
 inline constexpr int kIdSkimDraw = 3935;

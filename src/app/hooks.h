@@ -17,6 +17,8 @@ namespace morva {
 struct PathPreview;
 struct PlacePick;
 struct PreviewMarker;
+struct WantedDrawing;
+struct WantedPlace;
 
 struct Hooks {
   // documents: copies editorDirty into the active record, relabels its tab button.
@@ -47,6 +49,12 @@ struct Hooks {
   bool (*pickPlace)(const PlacePick& pick) = nullptr;
   // simulator: gives up the pick that waits. False: none did.
   bool (*dropPlacePick)() = nullptr;
+  // cad: brings a drawing up for a builder, whose surface is up now. False: it did not come up, and
+  // the user was told why.
+  bool (*openDrawing)(const WantedDrawing& wanted) = nullptr;
+  // cad: the next press in the drawing that is up picks a place for a builder, whose surface comes
+  // up again. False: the drawing did not come up.
+  bool (*pickInDrawing)(const WantedPlace& wanted) = nullptr;
   // skim: opens the guided skim. False: it did not come up, and the user was told why.
   bool (*openSkim)() = nullptr;
   // simulator: makes a program line current in the feature list and the editors.

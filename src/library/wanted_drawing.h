@@ -1,5 +1,4 @@
-// A drawing that a builder has drawn for it: it comes up on the drawing surface under a name of its
-// own, and what is drawn goes back to the builder when the user accepts it.
+// What a builder has the user draw or point at on the drawing surface.
 #pragma once
 
 #include <span>
@@ -8,22 +7,27 @@
 
 namespace morva {
 
-// An object and whether it is hidden in the drawing.
-struct WantedObject {
-  SketchObject object;
-  bool hidden = false;
-};
-
+// A drawing of its own for a builder. It comes up under its name, and what is drawn goes to the
+// builder when the user accepts it.
 struct WantedDrawing {
   const char16_t* name = u"";  // static, of its tab; a drawing of this name comes up again
-  const char16_t* hint = u"";  // static, for the surface's status line
-  const char16_t* full = u"";  // static, where no drawing is free
-  // What a drawing begins with that was not there yet, in this unit; read at once.
+  const char16_t* hint = u"";  // static, for the status line of the drawing surface
+  const char16_t* full = u"";  // static, for the status line where no drawing is free
+  // What a drawing that was not there yet begins with, and its unit; read at once.
   std::span<const SketchObject> start = {};
   bool metric = false;
-  // The user accepts what is drawn, in the drawing's unit. Empty: the builder took it and came up
-  // again. Otherwise the words say why not, and the drawing stays.
-  const char16_t* (*take)(std::span<const WantedObject> objects, bool metric) = nullptr;
+  // The user accepts the objects, in the drawing's unit; `hidden` has a flag for each, not 0 where
+  // it is hidden. Null: the builder has them, and brought its surface up again. Otherwise the words
+  // say why not, and the drawing stays.
+  const char16_t* (*take)(std::span<const SketchObject> objects, const unsigned char* hidden,
+                          bool metric) = nullptr;
+};
+
+// One place of the drawing that is up.
+struct WantedPlace {
+  const char16_t* hint = u"";  // static, for the status line of the drawing surface
+  // The user pressed there; it snaps as a tool's press does. In the drawing's unit.
+  void (*done)(double x, double y, bool metric) = nullptr;
 };
 
 }  // namespace morva

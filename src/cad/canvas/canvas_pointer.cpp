@@ -85,6 +85,7 @@ bool ButtonDown(const PointerEvent& event) {
 }
 
 void PressLeft(const PointerEvent& event) {
+  if (!canvasView.panTool && TakeWantedPress(event)) return;
   if (DimensionPress(event)) return;
   if (DrawToolPress(event)) return Hold(Holder::DrawTool, event);
   if (DrawToolActive()) return;

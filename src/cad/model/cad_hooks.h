@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/hooks.h"
+#include "platform/events.h"
 
 namespace morva {
 
@@ -16,6 +17,7 @@ struct CadHooks {
   void (*switchSketchUnits)(bool metric) = nullptr;                  // tools/sketch_units
   void (*dropTools)() = nullptr;                                     // tools/select_drag
   void (*leaveModelView)() = nullptr;                                // canvas/canvas_model
+  bool (*takePress)(const platform::PointerEvent& event) = nullptr;  // panel/wanted
   void (*refreshSketchPanels)() = nullptr;                           // panel/sketch_panels
   void (*refreshDrawingTabs)() = nullptr;                            // panel/drawing_tabs
   void (*refreshCadPanel)() = nullptr;                               // panel/workspace
@@ -28,6 +30,10 @@ inline void SwitchSketchUnits(bool metric) { Call(cadHooks.switchSketchUnits, me
 // Every tool, pick and drag given up as at start, without a word.
 inline void DropTools() { Call(cadHooks.dropTools); }
 inline void LeaveModelView() { Call(cadHooks.leaveModelView); }
+// A press of the left button that a builder waits for. True: it took it.
+inline bool TakeWantedPress(const platform::PointerEvent& event) {
+  return cadHooks.takePress && cadHooks.takePress(event);
+}
 // List, fields, status line and canvas from the live sketch. Harmless without a window.
 inline void RefreshSketchPanels() { Call(cadHooks.refreshSketchPanels); }
 inline void RefreshDrawingTabs() { Call(cadHooks.refreshDrawingTabs); }  // captions and states

@@ -12,6 +12,7 @@
 #include "cad/panel/pattern_form.h"
 #include "cad/panel/sketch_code.h"
 #include "cad/panel/sketch_panels.h"
+#include "cad/panel/wanted.h"
 #include "cad/panel/workspace.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/draw_tools.h"
@@ -41,9 +42,11 @@ void RegisterCad() {
   RegisterPatterns();
   RegisterPatternForm();
   RegisterSketchCode();
+  RegisterWanted();
 }
 
 void ResetCad() {
+  ForgetWanted();
   ResetDrawingTabs();
   ResetCanvas();
   ResetDrawTools();

@@ -21,6 +21,7 @@
 #include "cad/model/tool_state.h"
 #include "cad/panel/drawing_tabs.h"
 #include "cad/panel/pattern_form.h"
+#include "cad/panel/wanted.h"
 #include "cad/panel/workspace.h"
 #include "cad/tools/draw_tools.h"
 #include "cad/tools/flyout.h"
@@ -80,6 +81,7 @@ int WorkspaceCommand(const KeyEvent& key) {
 // Before the program changes: no box may float and no pick may wait for the other drawing.
 void CancelInput() {
   if (!CadWindowExists()) return;
+  ForgetWanted();
   StopTools(false);
   RefreshCadTools();
 }
@@ -192,7 +194,7 @@ bool CadKey(int id, const KeyEvent& key) {
   if (IsCadField(id)) return FieldKey(id, key);
   if (platform::IsTextControl(id)) return false;
   if (FlyoutKey(id, key)) return true;
-  if (id == kViewCadCanvas && CanvasKey(key)) return true;
+  if (id == kViewCadCanvas && (CanvasKey(key) || WantedKey(key))) return true;
   const int command = SketchShortcut(key);
   if (command != 0 && !canvasView.modelView) RunCommand(command);
   return command != 0;
@@ -249,6 +251,8 @@ void RegisterCadSurface() {
   surface.hide = HideCadWorkspace;
   surface.enter = FocusCadCanvas;
   surface.openPage = OpenPatternPage;
+  surface.left = ForgetWanted;
+  surface.back = WantedBack;
   surface.key = CadKey;
   surface.rightClick = CadRightClick;
   surface.contextMenu = CadContextMenu;

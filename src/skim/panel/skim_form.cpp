@@ -109,7 +109,7 @@ void AddStock(std::vector<FormRow>& rows) {
                           u"How thick the stock is drawn; the code does not know it"));
   rows.push_back({.kind = RowKind::Keys,
                   .pages = PageBit(kSkimPlacingForm),
-                  .keys = {kIdSkimPickGeometry, kIdSkimPickPlane}});
+                  .keys = {kIdSkimPickGeometry, kIdSkimPickPlane, kIdSkimPickDrawing}});
 }
 
 void AddCutter(std::vector<FormRow>& rows) {

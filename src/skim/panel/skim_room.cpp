@@ -65,6 +65,7 @@ void RegisterSkim() {
   Join(kIdSkimPlace, [](int, int) { TakeTypedPlace(); });
   Join(kIdSkimPickGeometry, [](int, int) { PickSkimGeometry(); });
   Join(kIdSkimPickPlane, [](int, int) { PickSkimPlane(); });
+  Join(kIdSkimPickDrawing, [](int, int) { PickSkimInDrawing(); });
   Join(kIdSkimDraw, [](int, int) { DrawSkimPath(); });
   Join(kIdSkimInch, [](int, int) { SwitchSkimUnits(false); });
   Join(kIdSkimMm, [](int, int) { SwitchSkimUnits(true); });

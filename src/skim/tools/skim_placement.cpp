@@ -5,11 +5,13 @@
 #include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/path_preview.h"
+#include "library/wanted_drawing.h"
 #include "skim/model/plan.h"
 #include "skim/model/wizard_state.h"
 #include "skim/tools/skim_fields.h"
 #include "skim/tools/skim_preview.h"
 #include "text/codetext.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -48,6 +50,14 @@ void TakePlane(const PickedPlace& place) {
   TellPlace();
 }
 
+void TakeDrawing(double x, double y, bool metric) {
+  if (!SkimIsUp() || !MayPlace()) return;
+  double factor = 1;
+  if (metric != skimPlan.metric) factor = skimPlan.metric ? kMmPerInch : kInchPerMm;
+  MoveStock(x * factor, y * factor, skimPlan.zTop);
+  ShowStatus(u"Skim area moved in drawing coordinates.");
+}
+
 }  // namespace
 
 void TakeTypedPlace() {
@@ -81,13 +91,11 @@ void PickSkimPlane() {
                                   .done = TakePlane});
 }
 
-void PlaceSkimByDrawing(double x, double y) {
+void PickSkimInDrawing() {
   if (!MayPlace()) return;
-  SkimPlan plan = skimPlan;
-  PlaceSkimStock(plan, x, y, plan.zTop);
-  SetSkimPlan(plan);
-  FillSkimPlace();
-  ShowStatus(u"Skim area moved in drawing coordinates.");
+  Call(hooks.pickInDrawing, WantedPlace{.hint = u"Click where the lower left corner of the skim "
+                                                u"area goes. Esc goes back.",
+                                        .done = TakeDrawing});
 }
 
 }  // namespace morva

@@ -11,7 +11,7 @@ void TakeTypedPlace();
 // or anywhere on the plane of the surface.
 void PickSkimGeometry();
 void PickSkimPlane();
-// A place of a drawing that the user chose, in units of the application.
-void PlaceSkimByDrawing(double x, double y);
+// The next press in the drawing that is up places it there; the surface's Z stays.
+void PickSkimInDrawing();
 
 }  // namespace morva

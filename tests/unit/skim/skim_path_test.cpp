@@ -1,0 +1,252 @@
+// The drawn centerline of the guided skim and the places that the stock is put on.
+
+#include <string>
+
+#include "app/hooks.h"
+#include "app/path_preview.h"
+#include "cad/geometry/canvas_view.h"
+#include "cad/model/sketch.h"
+#include "documents/tab_table.h"
+#include "library/units.h"
+#include "unit/skim/skim_stage.h"
+
+namespace morva {
+namespace {
+
+struct SkimPath : support::SkimStage {
+  void SetUp() override {
+    SkimStage::SetUp();
+    OpenSkim();
+    Next();
+    ASSERT_EQ(skimWizard.page, kSkimCutter);
+  }
+  static void Draw() { headless::SelectRows(kIdSkimStrategies, {kSkimCustom}); }
+  static void Line(double x, double y, double length, double angle) {
+    ASSERT_GE(AppendSketchObject({kTypeLine, 0, x, y, length, 0, angle}), 0);
+  }
+  static void Enter() {
+    ASSERT_TRUE(headless::Focus(kViewCadCanvas));
+    headless::PressKey({platform::kKeyEnter});
+  }
+  static std::u16string CadStatus() { return platform::TextOf(kIdCadStatus); }
+  static std::u16string Drawing() {
+    const CadStore& store = *ActiveTab()->cadStore;
+    return store.drawings[store.active].name;
+  }
+  static std::uint32_t Drawings() { return ActiveTab()->cadStore->count; }
+};
+
+TEST_F(SkimPath, OpensADrawingOfItsOwnAndTakesItsLines) {
+  Draw();
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(Drawings(), 2u);
+  EXPECT_EQ(CadStatus(),
+            u"Draw the cutter centerline with line segments. Return accepts the path. Separate "
+            u"strokes retract safely.");
+  Line(0, 1, 4, 0);
+  Line(4, 2, 4, 180);
+  Enter();
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(skimPlan.strategy, kSkimCustom);
+  ASSERT_EQ(skimPlan.centerline.count, 2);
+  EXPECT_EQ(skimPlan.centerline.segments[1].angle, 180);
+  EXPECT_TRUE(skimWizard.planValid);
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimCustom);
+}
+
+TEST_F(SkimPath, BringsTheSameDrawingUpAgainAndTakesItByTheBackKey) {
+  Draw();
+  Line(0, 1, 4, 0);
+  Enter();
+  headless::Click(kIdSkimDraw);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(Drawings(), 2u);
+  EXPECT_EQ(sketch.objectCount, 1);
+  Line(0, 2, 4, 0);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.centerline.count, 2);
+}
+
+TEST_F(SkimPath, RefusesNothingOtherGeometryAndTooManyLinesAndStays) {
+  Draw();
+  Enter();
+  EXPECT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(CadStatus(), u"Draw at least one line before accepting the skim path.");
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceCad);
+  ASSERT_GE(AppendSketchObject({kTypeCircle, 0, 0, 0, 1, 0, 0}), 0);
+  Enter();
+  EXPECT_EQ(CadStatus(),
+            u"Custom skim centerlines currently require line segments; trim or replace other "
+            u"geometry.");
+  RemoveSketchObject(0);
+  for (int i = 0; i < 96; ++i) Line(0, i, 4, 0);
+  Enter();
+  EXPECT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(CadStatus(), u"Limit the custom path to 95 line segments.");
+  EXPECT_EQ(skimPlan.strategy, kSkimZigzag);
+  RemoveSketchObject(95);
+  Enter();
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.centerline.count, 95);
+}
+
+TEST_F(SkimPath, IsLeftByEscapeWithoutAChange) {
+  Draw();
+  Line(0, 1, 4, 0);
+  headless::Focus(kViewCadCanvas);
+  headless::PressKey({platform::kKeyEscape});
+  if (app.surface == kSurfaceCad) headless::PressKey({platform::kKeyEscape});
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.strategy, kSkimZigzag);
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimZigzag);
+}
+
+TEST_F(SkimPath, NeedsAFreeDrawing) {
+  headless::Click(kIdSurfaceCad);
+  for (int i = 0; i < 8; ++i) {
+    Line(0, i, 1, 0);
+    if (i < 7) headless::Click(kIdDrawingAdd);
+  }
+  ASSERT_EQ(Drawings(), 8u);
+  OpenSkim();
+  Next();
+  Draw();
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(Status(), u"A free CAD drawing tab is needed for the skim path.");
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimZigzag);
+  EXPECT_TRUE(skimWizard.planValid);
+}
+
+TEST_F(SkimPath, TakesADrawingOfTheOtherUnit) {
+  Draw();
+  headless::Click(kIdCadMm);
+  Line(0, 25.4, 50.8, 0);
+  Enter();
+  ASSERT_EQ(skimPlan.centerline.count, 1);
+  EXPECT_DOUBLE_EQ(skimPlan.centerline.segments[0].size, 2);
+  EXPECT_DOUBLE_EQ(skimPlan.centerline.segments[0].y, 1);
+}
+
+// Of a block whose drawing is gone.
+TEST_F(SkimPath, BeginsItsDrawingWithTheLinesOfThePlan) {
+  SkimPlan plan = skimPlan;
+  plan.strategy = kSkimCustom;
+  plan.centerline.count = 1;
+  plan.centerline.segments[0] = {kTypeLine, 0, 0, 1, 4, 0, 0};
+  SetSkimPlan(plan);
+  headless::Click(kIdSkimDraw);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].size, 4);
+}
+
+struct SkimPlacement : support::SkimStage {
+  void SetUp() override {
+    SkimStage::SetUp();
+    OpenSkim();
+  }
+};
+
+TEST_F(SkimPlacement, MovesTheStockByNumbersAndKeepsItsSize) {
+  EXPECT_FALSE(platform::IsVisible(kIdSkimStartX));
+  headless::Click(kIdSkimPosition);
+  ASSERT_TRUE(platform::IsVisible(kIdSkimStartX));
+  EXPECT_EQ(platform::TextOf(kIdSkimThickness), u"0.5000");
+  headless::TypeInto(kIdSkimStartX, u"1");
+  headless::TypeInto(kIdSkimStartY, u"-2");
+  headless::TypeInto(kIdSkimSurfaceZ, u"0.25");
+  EXPECT_EQ(skimPlan.xMin, 1);
+  EXPECT_EQ(skimPlan.xMax, 5);
+  EXPECT_EQ(skimPlan.yMin, -2);
+  EXPECT_EQ(skimPlan.yMax, 2);
+  EXPECT_EQ(skimPlan.zTop, 0.25);
+  EXPECT_EQ(Says(kSkimXMax), u"5.0000");
+  EXPECT_EQ(Says(kSkimZTop), u"0.2500");
+}
+
+TEST_F(SkimPlacement, RefusesBadNumbersAndKeepsThePlace) {
+  headless::Click(kIdSkimPosition);
+  for (const char16_t* text : {u"0", u"-1", u"", u"1,5"}) {
+    headless::TypeInto(kIdSkimThickness, text);
+    EXPECT_EQ(Status(), u"Enter valid start coordinates and positive stock thickness.");
+    EXPECT_EQ(skimPlan.stockThickness, 0.5);
+  }
+  headless::TypeInto(kIdSkimThickness, u"2");
+  EXPECT_EQ(skimPlan.stockThickness, 2);
+}
+
+TEST_F(SkimPlacement, WaitsForAPlanThatReads) {
+  Type(kSkimXMax, u"");
+  headless::Click(kIdSkimPosition);
+  EXPECT_EQ(Status(), u"Correct skim inputs before placing the area.");
+  EXPECT_FALSE(platform::IsVisible(kIdSkimStartX));
+}
+
+TEST_F(SkimPlacement, FollowsTheEdgesThatAreTyped) {
+  headless::Click(kIdSkimPosition);
+  Type(kSkimXMin, u"0.5");
+  EXPECT_EQ(platform::TextOf(kIdSkimStartX), u"0.5000");
+}
+
+PlacePick asked;
+bool Ask(const PlacePick& pick) {
+  asked = pick;
+  return true;
+}
+
+TEST_F(SkimPlacement, TakesCornerAndSurfaceFromGeometry) {
+  hooks.pickPlace = Ask;
+  headless::Click(kIdSkimPosition);
+  headless::Click(kIdSkimPickGeometry);
+  EXPECT_EQ(asked.from, PlaceSource::Geometry);
+  EXPECT_EQ(std::u16string_view(asked.words),
+            u"Click a drawing endpoint, stock corner or stock top center to place the skim area.");
+  asked.done({true, 2, 3, 0.5});
+  EXPECT_EQ(skimPlan.xMin, 2);
+  EXPECT_EQ(skimPlan.yMax, 7);
+  EXPECT_EQ(skimPlan.zTop, 0.5);
+  EXPECT_EQ(platform::TextOf(kIdSkimStartX), u"2.0000");
+  asked.done({false});
+  EXPECT_EQ(skimPlan.xMin, 2);
+}
+
+TEST_F(SkimPlacement, KeepsTheSurfaceWherePickedFreely) {
+  hooks.pickPlace = Ask;
+  headless::Click(kIdSkimPosition);
+  headless::TypeInto(kIdSkimSurfaceZ, u"0.75");
+  headless::Click(kIdSkimPickPlane);
+  EXPECT_EQ(asked.from, PlaceSource::Plane);
+  EXPECT_DOUBLE_EQ(asked.planeZ, 0.75);
+  asked.done({true, -1, -1, 0});
+  EXPECT_EQ(skimPlan.xMin, -1);
+  EXPECT_DOUBLE_EQ(skimPlan.zTop, 0.75);
+}
+
+TEST_F(SkimPlacement, TakesAPlaceOfTheDrawing) {
+  headless::Click(kIdSkimPosition);
+  headless::Click(kIdSkimPickDrawing);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  SetSketchSnap(false);
+  platform::PointerEvent press;
+  press.action = platform::PointerAction::Press;
+  press.button = platform::PointerButton::Left;
+  press.leftDown = true;
+  press.x = ToCanvas(1.5, 2.5).x;
+  press.y = ToCanvas(1.5, 2.5).y;
+  double x = 0;
+  double y = 0;
+  FromCanvas(press.x, press.y, x, y);
+  headless::Pointer(kViewCadCanvas, press);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_NEAR(skimPlan.xMin, x, 1e-9);
+  EXPECT_NEAR(skimPlan.yMin, y, 1e-9);
+  EXPECT_EQ(Status(), u"Skim area moved in drawing coordinates.");
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
+}  // namespace
+}  // namespace morva
