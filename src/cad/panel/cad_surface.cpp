@@ -194,7 +194,7 @@ bool CadKey(int id, const KeyEvent& key) {
   if (IsCadField(id)) return FieldKey(id, key);
   if (platform::IsTextControl(id)) return false;
   if (FlyoutKey(id, key)) return true;
-  if (id == kViewCadCanvas && (CanvasKey(key) || WantedKey(key))) return true;
+  if (id == kViewCadCanvas && (WantedKey(key) || CanvasKey(key))) return true;
   const int command = SketchShortcut(key);
   if (command != 0 && !canvasView.modelView) RunCommand(command);
   return command != 0;

@@ -14,6 +14,7 @@
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/tools/select_drag.h"
 #include "cad/tools/tool_change.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
@@ -151,14 +152,22 @@ bool TakePress(const platform::PointerEvent& event) {
 bool WantedKey(const platform::KeyEvent& key) {
   if (key.ctrl || key.alt || key.shift || AnyToolInHand()) return false;
   if (!WantedIsUp() && !place.done) return false;
-  if (key.key == platform::kKeyEscape) return GoBackToBuilder(), true;
+  if (key.key == platform::kKeyEscape) {
+    // What is selected is given up first, as ever.
+    if (HasSketchSelection() || SelectDragging()) return false;
+    GoBackToBuilder();
+    return true;
+  }
   if (key.key != platform::kKeyEnter || !WantedIsUp()) return false;
   HandOver();
   return true;
 }
 
 bool WantedBack() {
-  if (place.done) return GoBackToBuilder(), true;
+  if (place.done) {
+    GoBackToBuilder();
+    return true;
+  }
   if (!WantedIsUp()) return false;
   HandOver();
   return true;

@@ -170,11 +170,6 @@ const std::vector<FormRow>& Rows() {
     AddStock(rows);
     AddCutter(rows);
     AddDepths(rows);
-    rows.push_back({.kind = RowKind::Preview,
-                    .id = kIdSkimCode,
-                    .name = u"Code review",
-                    .pages = kReviewPages,
-                    .least = 120});
     AddEveryPage(rows);
     return rows;
   }();
@@ -202,13 +197,23 @@ constexpr FormLook kLook = [] {
 }();
 
 // The matrix stands in columns.
-constexpr FormLook kMatrixLook = [] {
+constexpr FormLook kPaneLook = [] {
   FormLook look = kSheetLook;
   look.listFont = platform::FontRole::Code;
   return look;
 }();
-constexpr FormRow kMatrixRows[] = {
-    {.kind = RowKind::Log, .id = kIdSkimMatrix, .name = u"Code matrix", .least = 1}};
+constexpr FormRow kPaneRows[] = {
+    {.kind = RowKind::Preview,
+     .id = kIdSkimCode,
+     .name = u"Code review",
+     .pages = PageBit(kSkimCodePane),
+     .least = 1},
+    {.kind = RowKind::Log,
+     .id = kIdSkimMatrix,
+     .name = u"Code matrix",
+     .pages = PageBit(kSkimMatrixPane),
+     .least = 1},
+};
 
 }  // namespace
 
@@ -220,7 +225,7 @@ const Sheet kSkimSheet{.frame = {kViewSkimForm, u"MorvaSkimForm", u"Pages of the
 const Form kSkimForm{
     .look = &kLook, .sheet = &kSkimSheet, .rows = Rows(), .page = FormPage, .changed = SkimChanged};
 
-const Form kSkimMatrixForm{.look = &kMatrixLook, .parent = kViewSkim, .rows = kMatrixRows};
+const Form kSkimPanes{.look = &kPaneLook, .parent = kViewSkim, .rows = kPaneRows};
 
 int FirstOfSkimPage() {
   constexpr int kFirst[kSkimPages] = {kIdSkimTools, kIdSkimStrategies, kIdSkimDepths, kIdSkimCode};

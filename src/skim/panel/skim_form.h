@@ -1,4 +1,4 @@
-// The form of the guided skim: four pages in one table, and the pane of the code matrix below.
+// The form of the guided skim: four pages in one table, and the panes below.
 #pragma once
 
 #include "forms/form.h"
@@ -16,9 +16,12 @@ enum SkimFormPage : int {
   kSkimReviewForm,
 };
 
+// What stands below it, each on a page of its own.
+enum SkimPane : int { kSkimCodePane, kSkimMatrixPane };
+
 extern const Sheet kSkimSheet;
 extern const Form kSkimForm;
-extern const Form kSkimMatrixForm;
+extern const Form kSkimPanes;
 
 // The first control of the page that is up, for the keyboard.
 int FirstOfSkimPage();

@@ -6,6 +6,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "library/tools.h"
+#include "platform/control.h"
 #include "platform/events.h"
 #include "platform/window.h"
 #include "skim/geometry/saved_code.h"
@@ -37,7 +38,9 @@ void OnPosition(int, int) {
   ShowSkimPlacement(!skimWizard.placing);
   ShowSkimPlace();
   Call(hooks.layout);
-  if (skimWizard.placing) platform::SetFocusTo(kIdSkimStartX);
+  if (!skimWizard.placing) return;
+  platform::SetFocusTo(kIdSkimStartX);
+  platform::SelectAllText(kIdSkimStartX);
 }
 
 void OnCoverage(int, int) {

@@ -1,6 +1,6 @@
 #include "skim/panel/skim_surface.h"
 
-#include <algorithm>
+#include <cstddef>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -29,8 +29,7 @@ namespace {
 using platform::Rect;
 
 constexpr int kPad = 8;
-constexpr int kMatrixPercent = 40;  // of the height
-constexpr int kMatrixLeast = 180;   // pixels, nine lines
+constexpr int kPaneLeast = 180;  // pixels, nine lines
 
 std::uint64_t shownProgram = 0;  // whose geometry stands in the view
 
@@ -44,24 +43,42 @@ bool MakeGround() {
   view.background = kPanelBackground;
   if (!platform::MakeView(view)) return false;
   MakeForm(kSkimForm);
-  MakeForm(kSkimMatrixForm);
+  MakeForm(kSkimPanes);
   FillSkimTools();
   return true;
 }
 
-void PlaceForms(const Rect& area) {
-  Rect form{kPad, kPad, RectWidth(area) - kPad, RectHeight(area) - kPad};
-  if (skimWizard.matrixShown) {
-    const int matrix = std::max(RectHeight(area) * kMatrixPercent / 100, kMatrixLeast);
-    Rect pane = form;
-    pane.top = form.bottom - matrix;
-    form.bottom = pane.top - kPad;
-    PlaceForm(kSkimMatrixForm, pane);
-  } else {
-    HideForm(kSkimMatrixForm);
+// The code on the last page, and the matrix where it is shown; how many.
+int PanesShown(FormPart (&parts)[2]) {
+  int count = 0;
+  if (skimWizard.page == kSkimReview) parts[count++].page = kSkimCodePane;
+  if (skimWizard.matrixShown) parts[count++].page = kSkimMatrixPane;
+  return count;
+}
+
+// The panes share what the form leaves, below each other.
+void PlacePanes(FormPart (&parts)[2], int count, const Rect& area) {
+  const int height = (RectHeight(area) - (count - 1) * kPad) / count;
+  for (int i = 0; i < count; ++i) {
+    const int top = area.top + i * (height + kPad);
+    parts[i].area = Rect{area.left, top, area.right, top + height};
   }
+  PlaceForm(kSkimPanes, {parts, static_cast<std::size_t>(count)});
+}
+
+// The form takes what it needs; where too little is left for the panes, it scrolls.
+void PlaceForms(const Rect& area) {
+  const Rect ground{kPad, kPad, RectWidth(area) - kPad, RectHeight(area) - kPad};
+  FormPart parts[2];
+  const int count = PanesShown(parts);
+  Rect form = ground;
+  form.bottom -= count * (kPaneLeast + kPad);
   PlaceForm(kSkimForm, form);
   platform::SetEnabled(kIdSkimBack, skimWizard.page != kSkimStock);
+  if (count == 0) return HideForm(kSkimPanes);
+  Rect panes = ground;
+  panes.top = platform::PlaceOf(kIdSkimCancel).bottom + kPad;
+  PlacePanes(parts, count, panes);
 }
 
 void Show(const Rect& area) {
@@ -138,14 +155,14 @@ void RegisterSkimSurface() {
   handlers.paint = Paint;
   RegisterHandlers(handlers);
   RegisterForm(kSkimForm);
-  RegisterForm(kSkimMatrixForm);
+  RegisterForm(kSkimPanes);
   RegisterSheet<kSkimSheet>();
 }
 
 void ResetSkimSurface() {
   shownProgram = 0;
   ResetForm(kSkimForm);
-  ResetForm(kSkimMatrixForm);
+  ResetForm(kSkimPanes);
 }
 
 }  // namespace morva
