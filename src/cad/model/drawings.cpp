@@ -178,7 +178,8 @@ void SwitchDrawing(ProgramTab& tab, std::uint32_t index) {
   *tab.cadSettings = target.settings;
   std::copy_n(target.hidden, kMaxItems, tab.sketchHidden);
   std::copy_n(target.locked, kMaxItems, tab.sketchLocked);
-  DropEditLink();
+  // A skim that is edited has its line drawn here: its block stays the one under edit.
+  if (editLink.kind != kKindSkim) DropEditLink();
   LoadSketchForProgram();
   const bool plate = liveModels.plateWindowExists && liveModels.plateWindowExists();
   if (plate && liveModels.loadPlate) liveModels.loadPlate(tab.plateSettings);

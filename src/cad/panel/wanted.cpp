@@ -51,8 +51,10 @@ void DrawStart(const WantedDrawing& wanted) {
   if (wanted.start.empty()) return;
   static FeatureSettings record;
   StartSketchRecord(record, wanted.metric);
-  for (const SketchObject& object : wanted.start) {
-    if (record.itemCount < kMaxItems) record.items[record.itemCount++] = ItemOf(object);
+  record.itemCount =
+      static_cast<std::int32_t>(std::min<std::size_t>(wanted.start.size(), kMaxItems));
+  for (int i = 0; i < record.itemCount; ++i) {
+    record.items[i] = ItemOf(wanted.start[static_cast<std::size_t>(i)]);
   }
   TakeSketchItems(record);
 }
