@@ -1,5 +1,6 @@
 #include "plate/tools/plate_drawings.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <string>
@@ -20,13 +21,78 @@ namespace morva {
 
 namespace {
 
+// The change of the plate at which the user was told: a store is tried again behind every pause.
+std::uint32_t toldAt = 0;
+
 // Most of what is too much may belong to features that nobody sees.
 void TellFull() {
   SayOnPlate(kPlateFull);
+  if (toldAt == plate.changes) return;
+  toldAt = plate.changes;
   const int unused = PlateItemsOutOfUse(plate, FeatureCount(NumbersOf(plate)));
   if (unused == 0) return;
   AppendOutput(IntegerText(unused) +
                u" stored settings belong to feature numbers that the layout has no more.");
+}
+
+// A plate that no record holds waits here while another program is up.
+struct Waiting {
+  std::uint64_t serial = 0;     // of the program, 0: none waits
+  std::uint32_t drawing = 0;    // its active plate
+  FeatureSettings record = {};  // what the program has of it
+  std::unique_ptr<PlateRecord> plate;
+};
+Waiting waiting[kMaxTabs];
+
+std::uint32_t ActiveDrawing(const ProgramTab& tab) {
+  return tab.plateStore ? tab.plateStore->active : 0;
+}
+
+Waiting* WaitingOf(std::uint64_t serial) {
+  for (Waiting& row : waiting) {
+    if (row.serial == serial) return &row;
+  }
+  return nullptr;
+}
+
+void DropWaiting(Waiting& row) {
+  row.serial = 0;
+  row.plate.reset();
+}
+
+// The live plate, in a row of its program's own or of one that was closed.
+void LetWait() {
+  const ProgramTab* tab = ActiveTab();
+  if (!tab) return;
+  Waiting* row = WaitingOf(tab->serial);
+  for (Waiting& each : waiting) {
+    if (!row && !TabOfSerial(each.serial)) row = &each;
+  }
+  if (!row) return;
+  row->plate.reset(new (std::nothrow) PlateRecord(plate));
+  if (!row->plate) return;
+  row->serial = tab->serial;
+  row->drawing = ActiveDrawing(*tab);
+  row->record = tab->plateSettings ? *tab->plateSettings : FeatureSettings();
+}
+
+bool SameRecord(const FeatureSettings& a, const FeatureSettings* b) {
+  unsigned char one[kSettingsBytes];
+  unsigned char other[kSettingsBytes];
+  WriteSettings(a, one);
+  WriteSettings(b ? *b : FeatureSettings(), other);
+  return std::equal(one, one + kSettingsBytes, other);
+}
+
+// What waits for the active program, unless its record was changed meanwhile.
+bool TakeWaiting(const FeatureSettings* record) {
+  const ProgramTab* tab = ActiveTab();
+  Waiting* row = tab ? WaitingOf(tab->serial) : nullptr;
+  if (!row || !row->plate || record != tab->plateSettings) return false;
+  const bool same = row->drawing == ActiveDrawing(*tab) && SameRecord(row->record, record);
+  if (same) TakePlate(*row->plate);
+  DropWaiting(*row);
+  return same;
 }
 
 // A record tells that the plate has a name, and not which. The set of this run knows it; behind a
@@ -47,15 +113,24 @@ void FindName() {
 }  // namespace
 
 bool StoreLivePlate(FeatureSettings& record) {
-  if (SavePlateSettings(record)) return true;
+  if (SavePlateSettings(record)) {
+    if (Waiting* row = WaitingOf(ActiveSerial()); row && row->plate) DropWaiting(*row);
+    return true;
+  }
+  LetWait();
   TellFull();
   return false;
 }
 
 void LoadLivePlate(const FeatureSettings* record) {
+  if (TakeWaiting(record)) return;
   if (!record || !LoadPlateSettings(*record)) StartPlate(UnitsMetric());
   FindName();
   SettlePlate(plate.savedShapeIndex >= 0);
+}
+
+void ResetPlateDrawings() {
+  for (Waiting& row : waiting) DropWaiting(row);
 }
 
 ProgramTab* ProvidePlates() {

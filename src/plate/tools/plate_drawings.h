@@ -13,8 +13,9 @@ inline constexpr char16_t kPlatesFull[] =
     u"Eight plate drawings per project. Create another project for more drawings.";
 
 // What liveModels.storePlate and loadPlate are to be. Store is false where the plate takes more
-// items than a record holds, and says so on the plate's status line. Load with null: a new plate in
-// the unit of the application. A loaded plate gets its name back where the library knows it.
+// items than a record holds, and says so on the plate's status line; such a plate comes back when
+// its program does, until the end of the run. Load with null: a new plate in the unit of the
+// application. A loaded plate gets its name back where the library knows it.
 bool StoreLivePlate(FeatureSettings& record);
 void LoadLivePlate(const FeatureSettings* record);
 
@@ -29,5 +30,7 @@ int AddPlateDrawing(ProgramTab& tab);
 bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index);
 // The live plate into the active drawing of the current program. False: as StoreLivePlate.
 bool SaveLivePlate();
+
+void ResetPlateDrawings();
 
 }  // namespace morva

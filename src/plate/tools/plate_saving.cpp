@@ -142,8 +142,16 @@ const char16_t* WordsOf(PlateSave answer) {
   return nullptr;
 }
 
+// What was said last of a plate that cannot be saved, and at which of its changes: an autosave
+// tries again behind every pause, and says nothing new.
+PlateSave saidOf = PlateSave::Done;
+std::uint32_t saidAt = 0;
+
 PlateSave Refuse(PlateSave why) {
-  if (const char16_t* words = WordsOf(why)) SayOnPlate(words);
+  const char16_t* words = WordsOf(why);
+  if (words && (saidOf != why || saidAt != plate.changes)) SayOnPlate(words);
+  saidOf = why;
+  saidAt = plate.changes;
   return why;
 }
 
@@ -192,6 +200,7 @@ PlateSave SaveNamedPlate() {
   if (built == PlateSave::Stretched) return Refuse(built);
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
   SetPlateShapeIndex(PutShapeAt(index, shape));
+  saidOf = PlateSave::Done;
   SaveShapeLibrary(TellSaved);
   RefreshShapeLists();
   SettlePlate(true);

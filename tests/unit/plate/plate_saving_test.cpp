@@ -8,6 +8,7 @@
 #include <string>
 
 #include "documents/companions.h"
+#include "documents/program_tabs.h"
 #include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
@@ -35,6 +36,7 @@ class NamedPlate : public support::Workbench {
   }
   void TearDown() override {
     ResetPlate();
+    ResetPlateDrawings();
     Workbench::TearDown();
   }
   static PlateSave Save() {
@@ -258,6 +260,40 @@ TEST_F(NamedPlate, StaysUpWhereItCannotBeStored) {
   EXPECT_TRUE(OutputHas(u"93 stored settings belong to feature numbers"));
   EXPECT_TRUE(plate.features[96].locked);
   EXPECT_EQ(tab->plateStore->active, 0u);
+}
+
+TEST_F(NamedPlate, WaitsForItsProgramWhereItCannotBeStored) {
+  ASSERT_NE(ProvidePlates(), nullptr);
+  for (int k = 0; k < 97; ++k) SetFeatureFlag(k, FeatureFlag::Locked, true);
+  SetPlateText(kPlateLength, u"12,5");
+  WriteFile("other.NC", "G0 X1\r\n");
+  Open("other.NC");
+  EXPECT_TRUE(plate.unnamed);
+  EXPECT_FALSE(plate.features[96].locked);
+  SwitchTab(0);
+  EXPECT_TRUE(plate.features[96].locked);
+  EXPECT_EQ(std::u16string(plate.values[kPlateLength].text), u"12,5");
+  // Once it can be stored it comes back from its record, as others do.
+  SetFeatureFlag(96, FeatureFlag::Locked, false);
+  SwitchTab(1);
+  SwitchTab(0);
+  EXPECT_TRUE(plate.features[95].locked);
+  EXPECT_EQ(std::u16string(plate.values[kPlateLength].text), u"8.000000");
+}
+
+TEST_F(NamedPlate, SaysOnceAChangeThatItCannotBeSaved) {
+  SetPlateLayout(PlateLayout::Grid);
+  SetPlateText(kPlateCountX, u"20");
+  SetPlateText(kPlateCountY, u"20");
+  GivePlateName(u"Grid");
+  EXPECT_EQ(Save(), PlateSave::TooMany);
+  EXPECT_NE(Status(), u"");
+  SayOnPlate(u"");
+  EXPECT_EQ(Save(), PlateSave::TooMany);
+  EXPECT_EQ(Status(), u"");
+  SetPlateText(kPlateCountX, u"19");
+  EXPECT_EQ(Save(), PlateSave::TooMany);
+  EXPECT_NE(Status(), u"");
 }
 
 TEST_F(NamedPlate, LeavesNoRecordWithoutAKindBehind) {
