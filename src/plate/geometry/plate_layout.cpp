@@ -16,6 +16,7 @@ namespace {
 using platform::PointF;
 
 constexpr int kCorners = 4;
+constexpr double kLeastExtent = 1e-9;     // inches; a thinner outline is not stretched
 constexpr double kFallbackRadius = 0.35;  // of the shorter side, for a pattern without a diameter
 
 int CountOf(double number) {
@@ -42,7 +43,7 @@ bool CutExtents(const SavedShape& shape, Extents& extents) {
 
 double PerInch(const PlateNumbers& numbers) { return numbers.metric ? kMmPerInch : 1; }
 
-double Stretch(double wanted, double have) { return have > 0 ? wanted / have : 0; }
+double Stretch(double wanted, double have) { return have > kLeastExtent ? wanted / have : 0; }
 
 }  // namespace
 
