@@ -443,6 +443,49 @@ inline constexpr int kIdSkimNext = 3940;
 inline constexpr int kIdSkimInsert = 3941;
 inline constexpr int kIdSkimCancel = 3942;
 
+// The plate workspace, 3800 to 3899. Commands without a control have the numbers from 2982 on,
+// which the picker's keys share; they are routed on the surface alone.
+inline constexpr int kIdPlateShape = 3800;  // the three lists of the form, 3800 to 3802
+inline constexpr int kIdPlateType = 3801;
+inline constexpr int kIdPlateLayout = 3802;
+inline constexpr int kIdPlateField = 3803;  // thirteen numbers, 3803 to 3815
+inline constexpr int kIdPlateUnit = 3816;
+inline constexpr int kIdPlateOutline = 3817;  // saved shape of the outline
+inline constexpr int kIdPlateInsert = 3818;
+inline constexpr int kIdPlatePrint = 3819;
+inline constexpr int kIdPlateNaming = 3820;  // opens the name box
+inline constexpr int kIdPlateCreate = 3821;
+inline constexpr int kIdPlateReset = 3822;
+inline constexpr int kIdPlateFit = 3823;
+inline constexpr int kIdPlateStatus = 3824;
+inline constexpr int kIdPlateHint = 3825;
+inline constexpr int kIdPlateFeatures = 3826;  // list of features
+inline constexpr int kIdPlateHead = 3827;      // head of the editor that is up
+inline constexpr int kIdPlateName = 3828;
+inline constexpr int kIdPlateKind = 3829;
+inline constexpr int kIdPlateWidth = 3830;  // fields of a feature, 3830 to 3835
+inline constexpr int kIdPlateHeight = 3831;
+inline constexpr int kIdPlateAngle = 3832;
+inline constexpr int kIdPlateDepth = 3833;
+inline constexpr int kIdPlateX = 3834;
+inline constexpr int kIdPlateY = 3835;
+inline constexpr int kIdPlateThrough = 3836;
+inline constexpr int kIdPlateSaved = 3837;  // saved shape of a feature
+inline constexpr int kIdPlateApply = 3838;
+inline constexpr int kIdPlateLock = 3839;
+inline constexpr int kIdPlateHide = 3840;
+inline constexpr int kIdPlateDelete = 3841;
+inline constexpr int kIdPlateClose = 3842;    // of the editor
+inline constexpr int kIdPlateSection = 3843;  // one of the thirteen numbers
+inline constexpr int kIdPlateThickness = 3844;
+inline constexpr int kIdPlateCutDepth = 3845;
+inline constexpr int kIdPlateTabFirst = 3850;  // plates of the program, 3850 to 3857
+inline constexpr int kIdPlateTabLast = 3857;
+inline constexpr int kIdPlateTabAdd = 3858;
+inline constexpr int kIdPlateCommandFirst =
+    2982;  // kinds of a feature, then lock, hide, delete, through
+inline constexpr int kIdPlateCommandLast = 2989;
+
 // Labels of forms take the ids from here on, one for each row.
 inline constexpr int kIdFormLabelFirst = 30000;
 
@@ -472,5 +515,10 @@ inline constexpr int kViewSkim = 20090;  // the wizard of the guided skim, and i
 inline constexpr int kViewSkimForm = 20091;
 inline constexpr int kViewSkimPaper = 20092;
 inline constexpr int kViewSkimBar = 20093;
+inline constexpr int kViewPlate = 20070;  // the plate workspace
+inline constexpr int kViewPlatePicture = 20071;
+inline constexpr int kViewPlateForm = 20072;  // its fields, which scroll
+inline constexpr int kViewPlatePaper = 20073;
+inline constexpr int kViewPlateBar = 20074;
 
 }  // namespace morva

@@ -99,7 +99,7 @@ inline constexpr int kMaxComPorts = 64;           // ports above are not found b
 
 // What rooms register when they are joined. One more than a table holds ends the start: box
 // "MORVA cannot start. Its table of ... is full: it holds ....", exit code 3.
-inline constexpr int kMaxCommandHandlers = 256;
+inline constexpr int kMaxCommandHandlers = 320;
 inline constexpr int kMaxTimerHandlers = 16;
 inline constexpr int kMaxMessageHandlers = 16;
 inline constexpr int kMaxPanels = 24;

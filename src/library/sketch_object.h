@@ -7,6 +7,9 @@
 
 namespace morva {
 
+// What a second size is called where sizes are typed.
+inline constexpr char16_t kSecondSizeWords[] = u"Height / slot width";
+
 enum SketchType : std::int32_t {
   kTypeLine = 0,
   kTypeRectangle = 1,

@@ -16,7 +16,6 @@
 #include "app/surfaces.h"
 #include "dnc/transfer.h"
 #include "platform/window.h"
-#include "shell/coming.h"
 
 namespace morva {
 
@@ -175,15 +174,12 @@ platform::Colour GroundUnder(const Rect& place) {
 
 namespace {
 
-// Pixels of a key that brings a surface up, 0 where no surface has it, or will have it.
+// Pixels of a key that brings a surface up, 0 where no surface has it.
 int SurfaceKeyWidth(int id) {
   constexpr int kCodeWidth = 64;
   if (id == kIdSurfaceCode) return kCodeWidth;
   for (int i = 0; i < SurfaceCount(); ++i) {
     if (SurfaceAt(i).button == id) return SurfaceAt(i).buttonWidth;
-  }
-  for (const KeyWidth& key : ComingSurfaceKeys()) {
-    if (key.id == id) return key.width;
   }
   return 0;
 }

@@ -84,7 +84,6 @@ void ListenToWindow() {
 void RegisterShellCommands() {
   AddCommands(EditCommands());
   AddCommands(ShellCommands());
-  AddCommands(ComingCommands());
   RegisterShellModes();
   RegisterComingModes();
   RegisterInlineRename();

@@ -52,6 +52,7 @@
 #include "library/shapes.h"
 #include "library/tools.h"
 #include "library/units.h"
+#include "plate/panel/plate_room.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/message.h"
@@ -344,6 +345,7 @@ void JoinRooms() {
   RegisterShapeBuilder();
   RegisterTransferCommands();
   RegisterCad();
+  RegisterPlateRoom();
   RegisterPatternBuilders();
   RegisterSkim();
   RegisterShellCommands();
@@ -417,6 +419,7 @@ void ResetApplication() {
   ResetFeatureOperations();
   ResetCad();
   ResetSkim();
+  ResetPlateRoom();
   ResetDocuments();
   ResetSimulator();
   ResetView();

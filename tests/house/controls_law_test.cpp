@@ -31,6 +31,8 @@ const std::set<std::string> kByHand = {
     "dnc/serial_profile.cpp",
     "documents/destination.cpp",
     "documents/tab_table.cpp",
+    "plate/panel/plate_tabs.cpp",
+    "plate/panel/plate_workspace.cpp",
     "shell/controls.cpp",
     "shell/inline_rename.cpp",
     "shell/layout.cpp",

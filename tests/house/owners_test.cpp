@@ -79,6 +79,7 @@ const std::vector<Table>& Tables() {
       {.name = "toolLibrary", .owners = {"library/tools.cpp"}},
       {.name = "sketch", .owners = {"cad/sketch.cpp"}},
       {.name = "tools", .owners = {"cad/tool_state.cpp"}},
+      {.name = "plateEditor", .owners = {"plate/plate_editor.cpp"}},
       {.name = "plate",
        .owners = {"plate/plate.cpp", "plate/plate_record.cpp"},
        .row = "PlateRecord"},

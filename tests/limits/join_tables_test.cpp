@@ -66,7 +66,7 @@ void StopsBeyond(int most, const char16_t* what, Add add, void (*clear)()) {
 }
 
 TEST(JoinTablesDeathTest, HandlersOfTheRouter) {
-  static_assert(kMaxCommandHandlers == 256);
+  static_assert(kMaxCommandHandlers == 320);
   static_assert(kMaxTimerHandlers == 16 && kMaxMessageHandlers == 16);
   const auto command = [](int i) {
     RegisterCommand(RouterStage::Click, 30000 + i, 0, [](int, int) {});

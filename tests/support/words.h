@@ -8,6 +8,7 @@
 #include "dnc/dnc_commands.h"
 #include "documents/document_commands.h"
 #include "library/unit_commands.h"
+#include "plate/panel/plate_commands.h"
 #include "shell/shell_commands.h"
 #include "simulator/view_commands.h"
 
@@ -19,6 +20,7 @@ inline void HandInWords() {
   morva::AddCommands(morva::DocumentCommands());
   morva::AddCommands(morva::UnitCommands());
   morva::AddCommands(morva::CadCommands());
+  morva::AddCommands(morva::PlateCommands());
   morva::AddCommands(morva::CodeToolCommands());
   morva::AddCommands(morva::DncCommands());
   morva::AddCommands(morva::SimulatorCommands());

@@ -1,10 +1,8 @@
 #include "builders/shapes/shape_panel.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +14,7 @@
 #include "builders/shapes/shape_record.h"
 #include "builders/shapes/shape_text.h"
 #include "documents/builder.h"
+#include "library/shape_menu.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -278,20 +277,8 @@ void BringShapeUp(int row) {
 void OnQuickShape(int id, int) { BringShapeUp(id - kIdQuickShapeFirst); }
 
 void OnCustomShapes(int, int) {
-  constexpr MenuRow kNone{
-      .id = kIdCustomShapeFirst, .enabled = false, .words = u"No saved shapes yet"};
-  std::array<MenuRow, kMaxShapes> rows;
-  std::size_t count = 0;
-  for (int i = 0; i < shapeLibrary.count; ++i) {
-    rows[count++] = {.id = kIdCustomShapeFirst + i,
-                     .checked = ChosenShape() == kBuiltInShapes + i,
-                     .words = shapeLibrary.shapes[i].name};
-  }
-  if (count == 0) rows[count++] = kNone;
-  const platform::Rect key = platform::PlaceInMainWindow(kIdCustomShapes);
-  const int picked = ShowCommandMenu(std::span(rows).first(count), key.left, key.bottom);
-  if (picked < kIdCustomShapeFirst || picked >= kIdCustomShapeFirst + shapeLibrary.count) return;
-  BringShapeUp(kBuiltInShapes + picked - kIdCustomShapeFirst);
+  const int index = PickSavedShape(kIdCustomShapes, ChosenShape() - kBuiltInShapes);
+  if (index >= 0) BringShapeUp(kBuiltInShapes + index);
 }
 
 }  // namespace

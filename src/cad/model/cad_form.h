@@ -9,6 +9,7 @@
 #include "forms/form.h"
 #include "forms/sheet.h"
 #include "library/pattern_numbers.h"
+#include "library/sketch_object.h"
 
 namespace morva {
 
@@ -18,7 +19,7 @@ inline constexpr char16_t kPatternNote[] =
 inline constexpr char16_t kClickGeometry[] = u"Click geometry to measure and resize.";
 // The sizes of an object that can be edited.
 inline constexpr const char16_t* kDimensionParts[] = {u"Length / width / diameter",
-                                                      u"Height / slot width", u"Circle radius"};
+                                                      kSecondSizeWords, u"Circle radius"};
 
 inline constexpr int kFormHeight = 1360;  // pixels, whatever is shown in it
 

@@ -14,6 +14,8 @@
 #include "codetools/find_pane.h"
 #include "codetools/index_panel.h"
 #include "documents/program_tabs.h"
+#include "plate/panel/plate_room.h"
+#include "plate/panel/plate_surface.h"
 #include "platform/window.h"
 #include "shell/keys.h"
 #include "shell/layout.h"
@@ -55,6 +57,7 @@ struct MainStage : public support::Stage {
     morva::ResetSimulator();
     morva::ResetShell();
     morva::ResetCad();
+    morva::ResetPlateRoom();
     events.command = OnCommand;
     events.paint = OnPaint;
     events.pointer = OnPointer;
@@ -69,6 +72,7 @@ struct MainStage : public support::Stage {
     window.minimumHeight = 800;
     platform::MakeMainWindow(window);
     morva::RegisterCadSurface();
+    morva::RegisterPlateSurface();
     // In words alone, as long as their panels are not there.
     for (morva::ModeRow row :
          {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode,
@@ -88,6 +92,7 @@ struct MainStage : public support::Stage {
     morva::ResetDocuments();
     morva::ResetSimulator();
     morva::ResetCad();  // its window went with the machine
+    morva::ResetPlateRoom();
     morva::ResetShell();
     morva::playback = morva::Playback();
     morva::switches = morva::ViewSwitches();

@@ -155,7 +155,7 @@ TEST_F(OwnerDraw, PaintsModeRowsDimWhenStillToCome) {
   EXPECT_TRUE(Paints(calls, u"Home", kMainText));
   EXPECT_TRUE(Paints(calls, u"Simulator", kMainText));
   EXPECT_TRUE(Paints(calls, u"CAD", kMainText));
-  EXPECT_TRUE(Paints(calls, u"Plate builder", kDimText));
+  EXPECT_TRUE(Paints(calls, u"Plate builder", kMainText));
   EXPECT_TRUE(Paints(calls, u"DNC / RS-232", kDimText));
 }
 

@@ -1,4 +1,4 @@
-// A made-up workspace on the plate's number: its row alone makes it a surface of the program.
+// A made-up workspace: its row alone makes it a surface of the program.
 #include "app/surfaces.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "app/commands.h"
+#include "app/mode_table.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -23,10 +25,15 @@ namespace {
 
 using Trail = std::vector<std::string>;
 
+constexpr int kSurfaceMadeUp = 9;
+constexpr int kModeMadeUp = 90;
 constexpr int kViewMadeUp = 20900;
+constexpr int kIdMadeUpKey = 29000;
 constexpr int kIdMadeUpField = 29001;
 constexpr int kIdMadeUpHint = 29002;
 constexpr int kPages[] = {kModeSlot};
+constexpr Command kKey[] = {{.id = kIdMadeUpKey, .words = u"Made up", .on = IsSurfaceKeyOn}};
+constexpr ModeRow kModes[] = {{.mode = kModeMadeUp, .place = 12, .words = u"Made up"}};
 
 Trail trail;          // what the record was told
 bool answers;         // of the calls that may use an event up
@@ -61,9 +68,10 @@ void Show(const platform::Rect& area) {
 
 Surface MadeUp() {
   Surface surface;
-  surface.surface = kSurfacePlate;
-  surface.button = kIdSurfacePlate;
-  surface.row = kModePlateItem;
+  surface.surface = kSurfaceMadeUp;
+  surface.button = kIdMadeUpKey;
+  surface.modes = kModes;
+  surface.row = kModeMadeUp;
   surface.pages = kPages;
   surface.title = u"Made-up Workspace";
   surface.subtitle = u"for a test";
@@ -117,9 +125,10 @@ class Surfaces : public support::Workbench {
  protected:
   void SetUp() override {
     Workbench::SetUp();
+    AddCommands(kKey);
+    MakeCommandKey(kIdMadeUpKey, platform::kMainWindow, platform::FontRole::Body, false);
     RegisterSurface(MadeUp());
-    // The key is dim for as long as its command is on the list of what is still to come.
-    platform::SetEnabled(kIdSurfacePlate, true);
+    platform::AddRow(kIdModeList, u"Made up", kModeMadeUp);  // the list was filled at the start
     answers = false;
     lets = true;
     trail.clear();
@@ -137,7 +146,7 @@ class Surfaces : public support::Workbench {
     return Told();
   }
   static void BringUp() {
-    ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+    ASSERT_TRUE(headless::Click(kIdMadeUpKey));
     Told();
   }
   static bool Paints(std::u16string_view text) {
@@ -150,9 +159,9 @@ class Surfaces : public support::Workbench {
 
 TEST_F(Surfaces, ComeUpByTheirKeyAndTakeAllBelowTheTabs) {
   EXPECT_FALSE(Paints(u"Made-up Workspace"));
-  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
-  EXPECT_EQ(app.surface, kSurfacePlate);
-  EXPECT_EQ(Told(), (Trail{"show", "no focus 1202", "focus 29001", "enter", "settled"}));
+  ASSERT_TRUE(headless::Click(kIdMadeUpKey));
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
+  EXPECT_EQ(Told(), (Trail{"show", "no focus 29000", "focus 29001", "enter", "settled"}));
   // The band and the tabs end at 108, the status line begins 28 above the lower edge.
   EXPECT_EQ(last.left, 0);
   EXPECT_EQ(last.top, 108);
@@ -164,7 +173,7 @@ TEST_F(Surfaces, ComeUpByTheirKeyAndTakeAllBelowTheTabs) {
   EXPECT_TRUE(Paints(u"Made-up Workspace"));
   EXPECT_TRUE(Paints(u"for a test"));
   EXPECT_FALSE(Paints(u"MORVA"));
-  EXPECT_TRUE(platform::IsChecked(kIdSurfacePlate));
+  EXPECT_TRUE(platform::IsChecked(kIdMadeUpKey));
   headless::Resize(1200, 800);
   EXPECT_EQ(Told(), Trail{"show"});
   EXPECT_EQ(last.right, 1200);
@@ -178,7 +187,7 @@ TEST_F(Surfaces, GiveWayToAnotherOne) {
   EXPECT_EQ(Trail(told.begin(), told.begin() + 3), (Trail{"may leave", "left for 1", "hide"}));
   EXPECT_FALSE(platform::IsVisible(kViewMadeUp));
   EXPECT_TRUE(platform::IsVisible(kViewCad));
-  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  ASSERT_TRUE(headless::Click(kIdMadeUpKey));
   EXPECT_FALSE(platform::IsVisible(kViewCad));
   EXPECT_TRUE(platform::IsVisible(kViewMadeUp));
 }
@@ -194,7 +203,7 @@ TEST_F(Surfaces, StayWhereTheyDoNotLetAnotherOneComeAndAreAskedOnce) {
   SetMode(kModeFind);
   SetMode(kModeCircular);
   EXPECT_EQ(Told(), (Trail{"may leave", "may leave"}));
-  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
   EXPECT_EQ(app.mode, kModeSimulator);
 }
 
@@ -203,7 +212,7 @@ TEST_F(Surfaces, AreLeftByTheBackKeyUnlessTheyUseIt) {
   BringUp();
   answers = true;
   EXPECT_EQ(Press(kIdBack), (Trail{"back", "settled"}));
-  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
   answers = false;
   const Trail told = Press(kIdBack);
   EXPECT_TRUE(Heard(told, "back"));
@@ -220,28 +229,28 @@ TEST_F(Surfaces, ReturnToWhereTheyWereEnteredFromIfTheySaySo) {
   ClearCommands();
   Surface surface = MadeUp();
   surface.button = 0;
+  surface.modes = {};  // they stand already
   surface.returns = true;
   RegisterSurface(surface);
   SetMode(kModeSimulator);
-  SetSurface(kSurfacePlate);
+  SetSurface(kSurfaceMadeUp);
   GoBack();
   EXPECT_EQ(app.surface, kSurfaceCode);
   EXPECT_EQ(app.mode, kModeSimulator);
 }
 
 TEST_F(Surfaces, StandInTheModeListAndOpenTheirPages) {
-  EXPECT_TRUE(ModeExists(kModePlateItem));
+  EXPECT_TRUE(ModeExists(kModeMadeUp));
   ASSERT_TRUE(headless::Focus(kIdModeList));
-  ASSERT_TRUE(headless::PressKey({platform::kKeyDown}));
-  ASSERT_TRUE(headless::PressKey({platform::kKeyDown}));
-  EXPECT_EQ(platform::SelectedRow(kIdModeList), ModeListRow(kModePlateItem));
+  ASSERT_TRUE(headless::PressKey({platform::kKeyEnd}));
+  EXPECT_EQ(platform::SelectedRow(kIdModeList), ModeListRow(kModeMadeUp));
   EXPECT_EQ(app.surface, kSurfaceCode);
   ASSERT_TRUE(headless::PressKey({platform::kKeyEnter}));
-  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
   SetMode(kModeSimulator);
   Told();
   SetMode(kModeSlot);
-  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(app.surface, kSurfaceMadeUp);
   EXPECT_EQ(app.mode, kModeHome);
   EXPECT_TRUE(Heard(Told(), "page 6"));
 }
@@ -309,22 +318,27 @@ TEST_F(Surfaces, AreToldOfAnAutosaveWhileTheyAreUpAndOfANewProgramAlways) {
 
 TEST_F(Surfaces, AreFoundByNoModeThatIsNoMode) { EXPECT_EQ(SurfaceOfMode(-1), nullptr); }
 
-// No surface of the program.
-constexpr int kSurfaceMadeUp = 9;
+// Another one beside it; the program's own leave no room in the table for both.
+constexpr int kSurfaceBeside = 8;
 
 TEST_F(Surfaces, MayShowTheToolpathViewBesideThemselves) {
-  Surface skim;
-  skim.surface = kSurfaceMadeUp;
-  skim.withView = true;
-  skim.show = Show;
-  skim.hide = [] { platform::SetVisible(kViewMadeUp, false); };
-  RegisterSurface(skim);
-  SetSurface(kSurfaceMadeUp);
+  ClearSurfaces();
+  Surface plain = MadeUp();
+  plain.button = 0;
+  plain.modes = {};
+  RegisterSurface(plain);
+  Surface beside;
+  beside.surface = kSurfaceBeside;
+  beside.withView = true;
+  beside.show = Show;
+  beside.hide = [] { platform::SetVisible(kViewMadeUp, false); };
+  RegisterSurface(beside);
+  SetSurface(kSurfaceBeside);
   EXPECT_TRUE(platform::IsVisible(kViewToolpath));
   EXPECT_LT(last.right, platform::PlaceOf(kViewToolpath).left);
   EXPECT_TRUE(platform::IsVisible(kIdPlayStop));
   EXPECT_FALSE(platform::IsVisible(kIdPlayNext));
-  SetSurface(kSurfacePlate);
+  SetSurface(kSurfaceMadeUp);
   EXPECT_FALSE(platform::IsVisible(kViewToolpath));
   EXPECT_EQ(last.right, 1560);
   SetSurface(kSurfaceCode);
@@ -332,13 +346,14 @@ TEST_F(Surfaces, MayShowTheToolpathViewBesideThemselves) {
 }
 
 TEST_F(Surfaces, ComeUpByTheirNumberOnlyOnceTheyAreRegistered) {
-  SetSurface(kSurfaceMadeUp);
+  SetSurface(kSurfaceBeside);
   EXPECT_EQ(app.surface, kSurfaceCode);
-  Surface skim;
-  skim.surface = kSurfaceMadeUp;
-  RegisterSurface(skim);
-  SetSurface(kSurfaceMadeUp);
-  EXPECT_EQ(app.surface, kSurfaceMadeUp);
+  ClearSurfaces();
+  Surface beside;
+  beside.surface = kSurfaceBeside;
+  RegisterSurface(beside);
+  SetSurface(kSurfaceBeside);
+  EXPECT_EQ(app.surface, kSurfaceBeside);
   // A record that has nothing to say is no obstacle.
   headless::PressKey({platform::kKeyF1 + 7});
   headless::ContextMenu(kIdTabFirst, -1);

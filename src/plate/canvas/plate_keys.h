@@ -1,0 +1,15 @@
+// The keyboard on the plate's preview: everything that the pointer can do there.
+#pragma once
+
+#include <string>
+
+#include "platform/events.h"
+
+namespace morva {
+
+// True: used.
+bool PlateViewKey(const platform::KeyEvent& key);
+// What the preview shows, for those who do not see it.
+std::u16string PlateViewWords();
+
+}  // namespace morva

@@ -1,0 +1,20 @@
+// The live plate and the programs: staged when a program or its plate comes up, kept when it goes.
+#pragma once
+
+#include "documents/feature_settings.h"
+
+namespace morva {
+
+bool PlateWindowExists();
+// The plate of the active program's record, a new one without it.
+void LoadPlateOfProgram();
+// A plate that nobody has touched takes the unit of the application.
+void FollowUnitOnPlate();
+// A named plate with changes goes into the library now.
+void SavePendingPlate();
+// Asked before the workspace is left by the user's wish. False: it stays up.
+bool MayLeavePlate();
+
+void RegisterPlateLive();
+
+}  // namespace morva

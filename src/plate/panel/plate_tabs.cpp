@@ -1,0 +1,70 @@
+#include "plate/panel/plate_tabs.h"
+
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/hooks.h"
+#include "app/router.h"
+#include "documents/companions.h"
+#include "documents/edit_link.h"
+#include "documents/program_changed.h"
+#include "documents/tab_table.h"
+#include "plate/tools/plate_drawings.h"
+#include "platform/control.h"
+#include "platform/events.h"
+#include "platform/message.h"
+#include "platform/window.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+// The block that a builder has open belongs to the plate that goes.
+void Switch(ProgramTab& tab, std::uint32_t index) {
+  if (!SwitchPlateDrawing(tab, index)) return;
+  DropEditLink();
+  Call(hooks.layout);
+}
+
+void OnTab(int id, int) {
+  if (ProgramTab* tab = ProvidePlates())
+    Switch(*tab, static_cast<std::uint32_t>(id - kIdPlateTabFirst));
+}
+
+void OnAdd(int, int) {
+  ProgramTab* tab = ProvidePlates();
+  if (!tab) return;
+  const int index = AddPlateDrawing(*tab);
+  if (index < 0) {
+    platform::ShowBox(kPlatesFullTitle, kPlatesFull, platform::BoxButtons::Ok,
+                      platform::BoxIcon::Information);
+    return;
+  }
+  ProgramChanged({.autosave = true});
+  Switch(*tab, static_cast<std::uint32_t>(index));
+}
+
+}  // namespace
+
+void RefreshPlateTabs() {
+  const ProgramTab* tab = ActiveTab();
+  const PlateStore* store = tab ? tab->plateStore : nullptr;
+  const int count = store ? static_cast<int>(store->count) : 1;
+  // No form: there are as many tabs as the program has plates.
+  for (int i = 0; i < kMaxPlates; ++i) {
+    const int id = kIdPlateTabFirst + i;
+    platform::SetText(id, i < count ? u"Plate " + IntegerText(i + 1) : u"");
+    platform::SetChecked(id, store ? i == static_cast<int>(store->active) : i == 0);
+    platform::SetVisible(id, i < count);
+    platform::Repaint(id);
+  }
+}
+
+void RegisterPlateTabs() {
+  const int click = platform::kNotifyClick;
+  RegisterCommand(RouterStage::Builder, kIdPlateTabFirst, kIdPlateTabLast, click, OnTab);
+  RegisterCommand(RouterStage::Builder, kIdPlateTabAdd, click, OnAdd);
+}
+
+}  // namespace morva

@@ -1,0 +1,344 @@
+// The workspace as it comes up, naming, the form, the list and the editors.
+
+#include <gtest/gtest.h>
+
+#include "app/commands.h"
+#include "app/router.h"
+#include "documents/tab_table.h"
+#include "library/shapes.h"
+#include "plate_stage.h"
+
+namespace morva {
+namespace {
+
+using plate_test::NamedPlateUp;
+using plate_test::PlateUp;
+
+TEST_F(PlateUp, ComesUpEmptyAndAsksForAName) {
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  EXPECT_EQ(platform::TextOf(kIdPlateHead), u"Name this plate \u00B7 automatic saving");
+  EXPECT_EQ(Status(), u"Create a named plate to begin. Your changes will save automatically.");
+  EXPECT_TRUE(PreviewSays(u"Choose a plate shape to start a new named plate."));
+  EXPECT_TRUE(Rows().empty());
+  EXPECT_EQ(platform::TextOf(kIdPlateNaming), u"Name plate\u2026");
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"8.000");
+  EXPECT_EQ(platform::TextOf(kIdPlateField + 12), u"0.500");
+}
+
+TEST_F(PlateUp, TakesANameAndShowsPictureAndFeatures) {
+  Name(u"  Base plate ");
+  EXPECT_FALSE(plate.unnamed);
+  EXPECT_EQ(std::u16string(plate.name), u"Base plate");
+  EXPECT_EQ(platform::TextOf(kIdPlateNaming), u"Base plate");
+  EXPECT_FALSE(platform::IsVisible(kIdPlateName));
+  const std::vector<std::u16string> rows = {
+      u"Plate outline / thickness", u"Feature 1  \u00B7  Blind", u"Feature 2  \u00B7  Blind",
+      u"Feature 3  \u00B7  Blind", u"Feature 4  \u00B7  Blind"};
+  EXPECT_EQ(Rows(), rows);
+  EXPECT_TRUE(PreviewSays(u"PLATE PREVIEW  \u2022  outline + mounting features"));
+  EXPECT_TRUE(PreviewSays(
+      u"Click to edit \u2022 drag dimensions to reposition \u2022 amber = selected feature"));
+  EXPECT_TRUE(PreviewSays(u"SECTION \u2022 click to edit"));
+  EXPECT_TRUE(tabs[0].dirty);
+}
+
+TEST_F(PlateUp, LeavesAnEmptyNameAlone) {
+  Name(u"  \t ");
+  EXPECT_TRUE(plate.unnamed);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(platform::IsVisible(kIdPlateName));
+}
+
+TEST_F(PlateUp, RefusesTheNameOfASavedShapeInAnyCase) {
+  AppendShape(u"BASE");
+  Name(u"base");
+  EXPECT_TRUE(plate.unnamed);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Plate name");
+  EXPECT_EQ(boxes[0].text,
+            u"That name already exists. Choose another name or open the saved shape.");
+}
+
+TEST_F(PlateUp, EnterAndEscapeWorkTheNameBox) {
+  headless::TypeInto(kIdPlateName, u"Jig");
+  headless::Focus(kIdPlateName);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyEscape}));
+  EXPECT_TRUE(plate.unnamed);
+  ASSERT_TRUE(headless::Click(kIdPlateNaming));
+  headless::TypeInto(kIdPlateName, u"Jig");
+  EXPECT_TRUE(headless::PressKey({platform::kKeyEnter}));
+  EXPECT_FALSE(plate.unnamed);
+}
+
+TEST_F(PlateUp, CreatePlateSavesAtOnce) {
+  ASSERT_TRUE(headless::Click(kIdPlateCreate));
+  Name(u"Base");
+  EXPECT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(plate.savedShapeIndex, 0);
+}
+
+TEST_F(PlateUp, BeginsANewPlateWithAShapeOfTheList) {
+  headless::PressKey({platform::kKeyEscape});
+  headless::SelectRows(kIdPlateShape, {2});
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  Name(u"Arm");
+  EXPECT_EQ(plate.shape, PlateShape::Obround);
+}
+
+TEST_F(NamedPlateUp, FollowsItsFieldsAndLists) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"10");
+  EXPECT_EQ(NumbersOf(plate).length, 10);
+  headless::SelectRows(kIdPlateLayout, {1});
+  headless::TypeInto(kIdPlateField + kPlateCountX, u"4");
+  headless::TypeInto(kIdPlateField + kPlateCountY, u"3");
+  EXPECT_EQ(Rows().size(), 13u);
+  headless::SelectRows(kIdPlateType, {3});
+  EXPECT_EQ(plate.type, PlateFeatureType::Mixed);
+}
+
+TEST_F(NamedPlateUp, ConvertsItsFieldsWithTheUnitAndKeepsCounts) {
+  EXPECT_EQ(platform::TextOf(kIdPlateUnit), u"IN \u25CF");
+  ASSERT_TRUE(headless::Click(kIdPlateUnit));
+  EXPECT_EQ(platform::TextOf(kIdPlateUnit), u"MM \u25CF");
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"203.200000");
+  EXPECT_EQ(NumbersOf(plate).countX, 2);
+}
+
+TEST_F(NamedPlateUp, EditsASection) {
+  ASSERT_TRUE(headless::Click(kIdPlateFit));
+  OpenPlateTarget(kPlateWidth, Keyboard::ToEditor);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateSection);
+  headless::TypeInto(kIdPlateSection, u"5");
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_EQ(platform::TextOf(kIdPlateField + kPlateWidth), u"5.0000");
+  EXPECT_FALSE(platform::IsVisible(kIdPlateSection));
+}
+
+TEST_F(NamedPlateUp, RefusesHalfANumberAndZeroInASection) {
+  for (const char16_t* text : {u"0", u"0,75", u"", u"100000", u"x"}) {
+    OpenPlateTarget(kPlateWidth, Keyboard::ToEditor);
+    headless::TypeInto(kIdPlateSection, text);
+    ASSERT_TRUE(headless::Click(kIdPlateApply));
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].title, u"Check plate settings");
+    EXPECT_EQ(platform::TextOf(kIdPlateField + kPlateWidth), u"6.000");
+  }
+}
+
+TEST_F(NamedPlateUp, OpensThicknessAndDepthByTheFirstRow) {
+  headless::SelectRows(kIdPlateFeatures, {0});
+  EXPECT_TRUE(platform::IsVisible(kIdPlateThickness));
+  EXPECT_EQ(platform::TextOf(kIdPlateCutDepth), u"0.1000");
+  headless::TypeInto(kIdPlateThickness, u"0.75");
+  headless::TypeInto(kIdPlateCutDepth, u"0.75");
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_DOUBLE_EQ(NumbersOf(plate).thickness, 0.75);
+  EXPECT_EQ(platform::TextOf(kIdPlateField + kPlateCutDepth), u"-0.7500");
+}
+
+TEST_F(NamedPlateUp, EditsAFeature) {
+  Open(1);
+  EXPECT_EQ(platform::TextOf(kIdPlateHead), u"Edit feature 2");
+  EXPECT_EQ(platform::TextOf(kIdPlateX), u"3.5000");
+  EXPECT_EQ(platform::TextOf(kIdPlateY), u"-2.5000");
+  headless::SelectRows(kIdPlateKind, {2});
+  headless::TypeInto(kIdPlateWidth, u"1");
+  headless::TypeInto(kIdPlateHeight, u"0.5");
+  headless::TypeInto(kIdPlateX, u"3");
+  ASSERT_TRUE(headless::Click(kIdPlateThrough));
+  EXPECT_FALSE(platform::IsEnabled(kIdPlateDepth));
+  EXPECT_EQ(platform::TextOf(kIdPlateThrough), u"Through: ON");
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Rows()[2], u"Feature 2  \u00B7  Through");
+  EXPECT_EQ(PlaceOfFeature(1).x, 3);
+  EXPECT_EQ(plate.features[1].shape.count, 1);
+  EXPECT_EQ(plate.features[1].shape.objects[0].type, kTypeSlot);
+}
+
+TEST_F(NamedPlateUp, RefusesAFeatureDeeperThanThePlateAndLeavesItAsItWas) {
+  Open(0);
+  const std::u16string deeper = u"99";
+  headless::TypeInto(kIdPlateDepth, deeper);
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_FALSE(plate.features[0].placed);
+  EXPECT_EQ(platform::TextOf(kIdPlateDepth), deeper) << "to be mended, not typed anew";
+}
+
+TEST_F(NamedPlateUp, LocksHidesAndDeletes) {
+  Open(2);
+  ASSERT_TRUE(headless::Click(kIdPlateLock));
+  EXPECT_FALSE(platform::IsEnabled(kIdPlateWidth));
+  EXPECT_FALSE(platform::IsEnabled(kIdPlateApply));
+  ASSERT_TRUE(headless::Click(kIdPlateDelete));
+  EXPECT_EQ(Status(), u"Unlock the feature before deleting it.");
+  ASSERT_TRUE(headless::Click(kIdPlateLock));
+  EXPECT_TRUE(platform::IsEnabled(kIdPlateWidth));
+  ASSERT_TRUE(headless::Click(kIdPlateHide));
+  EXPECT_TRUE(platform::IsRowDim(kIdPlateFeatures, 3));
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  ASSERT_TRUE(headless::Click(kIdPlateDelete));
+  EXPECT_EQ(Rows().size(), 5u);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  ASSERT_TRUE(headless::Click(kIdPlateDelete));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[1].title, u"Delete feature");
+  EXPECT_EQ(Rows().size(), 4u);
+  EXPECT_EQ(Rows()[3], u"Feature 4  \u00B7  Blind") << "the others keep their numbers";
+}
+
+TEST_F(NamedPlateUp, TakesTheCommandsByNumberOnItsSurfaceAlone) {
+  RouteCommand(kIdPlateCommandFirst + 4, platform::kNotifyClick);
+  EXPECT_EQ(Status(), u"Select a hole feature first.");
+  Open(0);
+  RouteCommand(kIdPlateCommandFirst + 1, platform::kNotifyClick);
+  EXPECT_EQ(platform::SelectedRow(kIdPlateKind), 1);
+  RouteCommand(kIdPlateCommandFirst + 4, platform::kNotifyClick);
+  EXPECT_TRUE(plate.features[0].locked);
+  headless::Advance(1000);  // saved, so that it may be left
+  headless::Click(kIdSurfaceCode);
+  ASSERT_EQ(app.surface, kSurfaceCode);
+  RouteCommand(kIdPlateCommandFirst + 4, platform::kNotifyClick);
+  EXPECT_TRUE(plate.features[0].locked);
+}
+
+TEST_F(NamedPlateUp, CutsASavedShapeAtAFeature) {
+  Open(0);
+  headless::SelectRows(kIdPlateKind, {3});
+  EXPECT_EQ(Status(), u"Save a custom CAD shape first.");
+  EXPECT_EQ(platform::SelectedRow(kIdPlateKind), 0);
+  SavedShape shape;
+  shape.name[0] = u'T';
+  shape.count = 1;
+  shape.objects[0] = {kTypeRectangle, 0, 0, 0, 2, 1, 0};
+  PutShape(shape);
+  headless::QueuePick(kIdCustomShapeFirst + 0);
+  headless::SelectRows(kIdPlateKind, {3});
+  EXPECT_EQ(platform::SelectedRow(kIdPlateKind), 3);
+  EXPECT_EQ(platform::TextOf(kIdPlateWidth), u"2.0000");
+  EXPECT_EQ(platform::TextOf(kIdPlateHeight), u"1.0000");
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(plate.features[0].shape.count, 1);
+  EXPECT_EQ(std::u16string(plate.features[0].shape.name), u"T");
+}
+
+TEST_F(NamedPlateUp, TakesASavedShapeForItsOutline) {
+  headless::SelectRows(kIdPlateShape, {3});
+  EXPECT_EQ(Status(), u"Save a custom CAD shape first.");
+  EXPECT_EQ(platform::SelectedRow(kIdPlateShape), 0);
+  EXPECT_FALSE(platform::IsVisible(kIdPlateOutline));
+  SavedShape shape;
+  shape.name[0] = u'T';
+  shape.count = 1;
+  shape.objects[0] = {kTypeCircle, 0, 0, 0, 2, 0, 0};
+  const int index = PutShape(shape);
+  headless::QueuePick(kIdCustomShapeFirst + index);
+  headless::SelectRows(kIdPlateShape, {3});
+  EXPECT_EQ(plate.shape, PlateShape::Custom);
+  EXPECT_EQ(plate.customOutlineIndex, index);
+  EXPECT_TRUE(platform::IsVisible(kIdPlateOutline));
+}
+
+TEST_F(NamedPlateUp, StartsOverOnlyWhenTheUserSaysSo) {
+  headless::TypeInto(kIdPlateField, u"10");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  ASSERT_TRUE(headless::Click(kIdPlateReset));
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"10");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  ASSERT_TRUE(headless::Click(kIdPlateReset));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[0].title, u"Reset plate");
+  EXPECT_EQ(boxes[0].text,
+            u"Clear the plate and all its features from this workspace and start over? Previously "
+            u"saved shapes stay in your library.");
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"8.000");
+  EXPECT_TRUE(plate.unnamed);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+}
+
+TEST_F(PlateUp, IsLeftWithoutAQuestionWhileNothingChanged) {
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(PlateUp, AsksOnceBeforeAnUnnamedPlateWithChangesIsLeft) {
+  headless::TypeInto(kIdPlateField, u"10");
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  headless::Click(kIdSurfaceCode);
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSurfaceCad);
+  EXPECT_EQ(app.surface, kSurfaceCad);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 3u);
+  EXPECT_EQ(boxes[0].title, u"Save plate shape");
+  EXPECT_EQ(boxes[0].text,
+            u"Name and save this plate as a reusable shape before leaving? Yes returns to the name "
+            u"field; No leaves without adding a library shape.");
+}
+
+TEST_F(NamedPlateUp, IsSavedWhenItIsLeft) {
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(shapeLibrary.count, 1);
+  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  headless::TypeInto(kIdPlateField, u"10");
+  headless::TakeBoxes();
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  EXPECT_TRUE(headless::TakeBoxes().empty()) << "it stands in the library already";
+  EXPECT_EQ(shapeLibrary.count, 1);
+}
+
+TEST_F(NamedPlateUp, SavesItselfByTheAutosave) {
+  headless::Advance(1000);
+  EXPECT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+}
+
+TEST_F(NamedPlateUp, HasEightDrawingsAndRefusesTheNinth) {
+  for (int i = 1; i < kMaxPlates; ++i) {
+    ASSERT_TRUE(headless::Click(kIdPlateTabAdd));
+    EXPECT_TRUE(plate.unnamed) << i;
+  }
+  EXPECT_TRUE(platform::IsChecked(kIdPlateTabLast));
+  ASSERT_TRUE(headless::Click(kIdPlateTabAdd));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Plate drawings");
+  ASSERT_TRUE(headless::Click(kIdPlateTabFirst));
+  EXPECT_FALSE(plate.unnamed);
+}
+
+TEST_F(NamedPlateUp, ComesBackWithItsProgram) {
+  headless::TypeInto(kIdPlateField, u"10");
+  ASSERT_TRUE(headless::Click(kIdNew));
+  EXPECT_TRUE(plate.unnamed);
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"8.000");
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  EXPECT_FALSE(plate.unnamed);
+  EXPECT_EQ(NumbersOf(plate).length, 10);
+}
+
+TEST_F(PlateUp, TakesTheUnitOfTheProgramWhileNobodyTouchedIt) {
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdMm));
+  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  EXPECT_TRUE(plate.metric);
+  EXPECT_EQ(NumbersOf(plate).length, 203.2);
+}
+
+}  // namespace
+}  // namespace morva
