@@ -8,6 +8,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/feature_settings.h"
 #include "platform/file.h"
@@ -46,6 +47,8 @@ bool TakeLine(const std::string& line, BuilderCase& read) {
   const std::string text = Trimmed(std::string_view(line).substr(at + 1));
   if (name == "builder") {
     read.builder = platform::FromUtf8(text);
+  } else if (name == "again") {
+    read.again.push_back(platform::FromUtf8(text));
   } else if (name == "picture") {
     read.pictureShowsMore = text == "more";
     return read.pictureShowsMore;
@@ -63,17 +66,6 @@ bool TakeLine(const std::string& line, BuilderCase& read) {
 
 bool Names(std::u16string_view name, int id, std::u16string_view words) {
   return name == words || name == platform::FromUtf8(std::to_string(id));
-}
-
-void PressKey(std::u16string_view name) {
-  for (const int id : headless::AllIds()) {
-    headless::ControlInfo info;
-    if (headless::Describe(id, info) && info.kind == u"button" && Names(name, id, info.text) &&
-        headless::Click(id)) {
-      return;
-    }
-  }
-  ADD_FAILURE() << "no key to press: " << platform::ToUtf8(name);
 }
 
 void ChooseRow(int id, std::u16string_view text) {
@@ -138,6 +130,17 @@ void PutItems(const Builder& builder, const std::vector<morva::FeatureItem>& ite
 
 }  // namespace
 
+void PressKey(std::u16string_view name) {
+  for (const int id : headless::AllIds()) {
+    headless::ControlInfo info;
+    if (headless::Describe(id, info) && info.kind == u"button" && Names(name, id, info.text) &&
+        headless::Click(id)) {
+      return;
+    }
+  }
+  ADD_FAILURE() << "no key to press: " << platform::ToUtf8(name);
+}
+
 fs::path CaseFolder(const std::string& name) { return Root() / name; }
 
 std::vector<std::string> CasesWith(std::string_view file) {
@@ -196,6 +199,8 @@ void SetUpCase(const BuilderCase& wanted, const Builder& builder) {
     items.clear();
     if (setting.name == u"press") {
       PressKey(setting.text);
+    } else if (setting.name == u"mode") {
+      ChooseRow(morva::kIdModeList, setting.text);
     } else {
       SetField(builder, setting);
     }

@@ -1,10 +1,12 @@
 // A golden case of a builder: a folder that says what stands in the fields and what comes of it.
 //
 // fields.txt holds lines "name = text", carried out from the top once the form is up; "#" begins a
-// comment line. A name is a row's label, its accessible name or its id. Six names are special:
+// comment line. A name is a row's label, its accessible name or its id. Eight names are special:
 //
 //     builder = INSERT GROOVE   the words on the builder's key; the first line of all
+//     mode = Machining wizard   a row of the mode list
 //     press = MM                a click on the key with these words, or this id
+//     again = NEXT              as press, once the block is opened again, before it is updated
 //     item = 0 0 1 2 2.5 0 90   an item of the record: type, tag, five numbers; before the fields
 //     picture = more            the picture shows more than the code cuts
 //     blocks = 128              the program has so many blocks already
@@ -51,6 +53,7 @@ struct Setting {
 struct BuilderCase {
   std::u16string builder;
   std::vector<Setting> settings;
+  std::vector<std::u16string> again;
   bool pictureShowsMore = false;
   int blocks = 0;
   bool cancelsPicker = false;
@@ -74,6 +77,8 @@ void BringUp(const morva::Builder& builder);
 // failure of the running test.
 void SetUpCase(const BuilderCase& wanted, const morva::Builder& builder);
 
+// A click on the key with these words, or this id.
+void PressKey(std::u16string_view name);
 // What the form says.
 morva::FormValues ValuesOf(const morva::Builder& builder);
 std::u16string CodeOf(const morva::Builder& builder, const morva::FormValues& values);

@@ -185,6 +185,7 @@ TEST_P(ProgramCases, ReopenWithTheirFieldsAndUpdateInPlace) {
   ASSERT_TRUE(headless::SelectRows(morva::kIdFeatureList, {row}));
   ASSERT_TRUE(headless::Click(morva::kIdFeatureEdit));
   EXPECT_EQ(morva::editLink.kind, builder->kind);
+  for (const std::u16string& key : wanted.again) PressKey(key);
   ExpectSame(FieldsOf(*builder), fields);
   ASSERT_TRUE(headless::Click(builder->insertKey));
   EXPECT_EQ(platform::ToUtf8(Text()), platform::ToUtf8(inserted));
@@ -285,6 +286,16 @@ TEST(BuilderFolders, EachSayWhatComesOfTheirFields) {
   }
 }
 
+// A room with a plan of its own stores that: no field of its form has a place in the record, and
+// the room's own tests say that the plan comes back.
+bool StoresItsPlan(const Builder& builder) {
+  if (!builder.storeItems || !builder.loadItems) return false;
+  for (const FormRow& row : builder.form->rows) {
+    if (row.value >= 0 || row.choice >= 0) return false;
+  }
+  return true;
+}
+
 // What is typed must be stored, or it is gone when the block is opened again. Rows that stand on
 // every page of a form that is read by a page of its own belong to something else.
 TEST_F(Builders, HaveAPlaceInTheRecordForEveryRow) {
@@ -293,6 +304,7 @@ TEST_F(Builders, HaveAPlaceInTheRecordForEveryRow) {
   support::bores::Join();
   for (int n = 0; const Builder* builder = morva::BuilderAt(n); ++n) {
     SCOPED_TRACE(platform::ToUtf8(morva::WordsOf(builder->insertKey)));
+    if (StoresItsPlan(*builder)) continue;
     for (const FormRow& row : builder->form->rows) {
       const bool other =
           builder->readPage >= 0 &&
@@ -353,6 +365,7 @@ TEST_F(Builders, KeepRandomValuesThroughRecordAndForm) {
     FeatureSettings record;
     ASSERT_TRUE(morva::StoreBuilder(*builder, record));
     ASSERT_TRUE(morva::OpenBuilder(*builder, record));
+    if (StoresItsPlan(*builder)) continue;
     for (int i = 0; i < 200 && !HasFailure(); ++i) ExpectRecordToStay(*builder, random);
   }
 }
