@@ -21,6 +21,8 @@
 #include "app/command_ids.h"
 #include "bench_window.h"
 #include "forms/picture.h"
+#include "plate/geometry/plate_picture.h"
+#include "plate/model/plate.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "platform/qt/qt_testing.h"
@@ -143,8 +145,26 @@ void PictureAnew(benchmark::State& state) {
          {"Frame of it, made anew and its labels placed", "ms", 0, 6, 0, "outlines alone"});
 }
 
+// A plate of 400 features, each set by the user and so with its number, drawn anew.
+void PaintPlate(int id, platform::Canvas& canvas) {
+  morva::DrawPlate(morva::plate, {.selected = 7}, picture);
+  view = morva::FitPicture(picture, kArea);
+  PaintWhole(id, canvas);
+}
+
+void PlateFrame(benchmark::State& state) {
+  morva::ResetPlate();
+  morva::SetPlateLayout(morva::PlateLayout::Grid);
+  morva::SetPlateText(morva::kPlateCountX, u"20");
+  morva::SetPlateText(morva::kPlateCountY, u"20");
+  for (int k = 0; k < kFeatures; ++k) morva::SetFeatureFlag(k, morva::FeatureFlag::Locked, true);
+  Frames(state, PaintPlate,
+         {"Frame of a plate of 400 features, made anew", "ms", 0, 4, 0, "other outlines alone"});
+}
+
 void PictureClick(benchmark::State& state) {
   Stand();
+  MakePicture();
   int found = 0;
   int n = 0;
   std::vector<double> clicks;
@@ -163,6 +183,7 @@ void PictureClick(benchmark::State& state) {
 constexpr auto kMs = benchmark::kMillisecond;
 BENCHMARK(PictureFrame)->Unit(kMs)->UseManualTime()->Iterations(100);
 BENCHMARK(PictureAnew)->Unit(kMs)->UseManualTime()->Iterations(100);
+BENCHMARK(PlateFrame)->Unit(kMs)->UseManualTime()->Iterations(100);
 BENCHMARK(PictureClick)->Unit(kMs)->UseManualTime()->Iterations(500);
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "plate/model/plate_names.h"
 
+#include "documents/tab_table.h"
 #include "library/shapes.h"
 #include "plate/model/plate.h"
 #include "text/codetext.h"
@@ -9,6 +10,22 @@ namespace morva {
 namespace {
 
 bool IsBlank(char16_t c) { return c <= u' ' || c == 0x7F; }
+
+// Another shape of the library, or another plate of the program, has this name.
+bool IsTaken(std::u16string_view name) {
+  const bool saved = plate.savedShapeIndex >= 0;
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    const char16_t* other = shapeLibrary.shapes[i].name;
+    if (saved && SameFolded(other, plate.savedName)) continue;
+    if (SameFolded(other, name)) return true;
+  }
+  const ProgramTab* tab = ActiveTab();
+  const PlateStore* store = tab ? tab->plateStore : nullptr;
+  for (std::uint32_t i = 0; store && i < store->count; ++i) {
+    if (i != store->active && SameFolded(store->names[i], name)) return true;
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -24,10 +41,7 @@ std::u16string CleanPlateName(std::u16string_view typed) {
 Naming GivePlateName(std::u16string_view typed) {
   const std::u16string name = CleanPlateName(typed);
   if (name.empty()) return Naming::Empty;
-  for (int i = 0; i < shapeLibrary.count; ++i) {
-    if (i == plate.savedShapeIndex) continue;
-    if (SameFolded(shapeLibrary.shapes[i].name, name)) return Naming::Taken;
-  }
+  if (IsTaken(name)) return Naming::Taken;
   SetPlateName(name);
   return Naming::Named;
 }

@@ -20,7 +20,8 @@ std::u16string CleanPlateName(std::u16string_view typed);
 enum class Naming {
   Named,  // the plate has the name
   Empty,  // nothing is left of what was typed, and nothing changed
-  Taken,  // another saved shape has it, whatever the case of its letters; nothing changed
+  Taken,  // another saved shape, or another plate of the program, has it, whatever the case of its
+          // letters; nothing changed
 };
 // Names the live plate.
 Naming GivePlateName(std::u16string_view typed);

@@ -79,6 +79,34 @@ TEST_F(NamedPlate, CannotHaveTheNameOfAnotherShapeInAnyCase) {
   EXPECT_EQ(std::u16string(Shape(1).name), u"FIXTURE 2");
 }
 
+TEST_F(NamedPlate, CannotHaveTheNameOfAnotherPlateOfItsProgram) {
+  GivePlateName(u"One");
+  ProgramTab* tab = ProvidePlates();
+  ASSERT_NE(tab, nullptr);
+  ASSERT_EQ(AddPlateDrawing(*tab), 1);
+  ASSERT_TRUE(SwitchPlateDrawing(*tab, 1));
+  EXPECT_EQ(GivePlateName(u"ONE"), Naming::Taken);
+  EXPECT_EQ(GivePlateName(u"Two"), Naming::Named);
+}
+
+TEST_F(NamedPlate, KeepsItsPlaceInTheLibraryUnderANewName) {
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  // Another shape came before it.
+  const SavedShape base = Shape(0);
+  ResetShapeLibrary();
+  ASSERT_EQ(AppendShape(u"Other"), 0);
+  ASSERT_EQ(PutShapeAt(-1, base), 1);
+  SaveShapeLibrary();
+  EXPECT_EQ(GivePlateName(u"Other"), Naming::Taken);
+  EXPECT_EQ(GivePlateName(u"Top"), Naming::Named);
+  ASSERT_EQ(Save(), PlateSave::Done);
+  ASSERT_EQ(shapeLibrary.count, 2);
+  EXPECT_EQ(std::u16string(Shape(0).name), u"Other");
+  EXPECT_EQ(std::u16string(Shape(1).name), u"Top");
+  EXPECT_EQ(plate.savedShapeIndex, 1);
+}
+
 TEST_F(NamedPlate, CutsANameToWhatTheLibraryHolds) {
   EXPECT_EQ(GivePlateName(std::u16string(70, u'a') + u" bcd"), Naming::Named);
   EXPECT_EQ(std::u16string(plate.name), std::u16string(70, u'a'));
