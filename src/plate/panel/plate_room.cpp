@@ -12,6 +12,7 @@
 #include "plate/panel/plate_surface.h"
 #include "plate/panel/plate_tabs.h"
 #include "plate/panel/plate_workspace.h"
+#include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_fields.h"
 #include "plate/tools/plate_list.h"
@@ -42,6 +43,7 @@ void ResetPlateRoom() {
   ResetPlatePointer();
   ResetPlateView();
   ResetPlateInsert();
+  ResetPlateDrawings();
   ResetPlate();
 }
 
