@@ -1,11 +1,13 @@
 #include "library/tool_fields.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <string_view>
 
 #include "text/codetext.h"
 #include "text/length_units.h"
+#include "text/strict_number.h"
 
 namespace morva {
 
@@ -15,6 +17,8 @@ constexpr int kLengthDecimals = 3;
 constexpr int kFeedDecimals = 2;
 constexpr double kTooMuch = 1000000;  // numbers stay below it
 constexpr std::int32_t kLastNumber = 999;
+constexpr std::int32_t kUsualRpm = 5000;
+constexpr double kLeastKept = 0.00005;  // inches, or a minute; less is 0 in the settings file
 constexpr int kUnitPresses = 2;  // of unit keys, after which a shown number stays as it is
 constexpr char16_t kGeometryTitle[] = u"Tool geometry";
 constexpr char16_t kBuilderTitle[] = u"Tool Builder";
@@ -102,7 +106,26 @@ void KeepWhatStillShows(const ToolTexts& texts, bool metric, const ToolRecord& b
   }
 }
 
-ToolRefusal CheckMeasures(const ToolTexts& texts) {
+bool IsWhole(ToolField field) {
+  constexpr ToolField kWhole[] = {ToolField::Number, ToolField::Flutes, ToolField::HOffset,
+                                  ToolField::DOffset, ToolField::MaxRpm};
+  return std::ranges::find(kWhole, field) != std::end(kWhole);
+}
+
+bool IsNumber(ToolField field) {
+  return field != ToolField::Name && field != ToolField::Type && field != ToolField::Coolant &&
+         field != ToolField::Notes;
+}
+
+// Whether a measure is above nothing, as it will be stored, and below what is refused.
+bool IsUsable(const ToolTexts& texts, ToolField field, bool metric) {
+  const double value = DecimalOf(texts, field, 0);
+  if (!(value > 0 && value < kTooMuch)) return false;
+  if (field == ToolField::MaxRpm) return IntegerOf(texts, field, kUsualRpm) > 0;
+  return value / (metric ? kMmPerInch : 1) >= kLeastKept;
+}
+
+ToolRefusal CheckMeasures(const ToolTexts& texts, bool metric) {
   constexpr ToolField kMeasures[] = {ToolField::Diameter, ToolField::GaugeLength,
                                      ToolField::Stickout, ToolField::Feed,
                                      ToolField::Plunge,   ToolField::MaxRpm};
@@ -114,8 +137,7 @@ ToolRefusal CheckMeasures(const ToolTexts& texts) {
                   u"stored.",
               .field = field};
     }
-    const double value = DecimalOf(texts, field, 0);
-    if (value > 0 && value < kTooMuch) continue;
+    if (IsUsable(texts, field, metric)) continue;
     return {.title = kGeometryTitle,
             .words = u"Dimensions, speeds and feeds must be positive finite numbers.",
             .field = field};
@@ -164,8 +186,8 @@ ToolTexts TextsOfTool(const ToolRecord& tool, bool metric) {
   return texts;
 }
 
-ToolRefusal CheckTool(const ToolTexts& texts, bool isNew) {
-  const ToolRefusal measures = CheckMeasures(texts);
+ToolRefusal CheckTool(const ToolTexts& texts, bool isNew, bool metric) {
+  const ToolRefusal measures = CheckMeasures(texts, metric);
   if (measures.words[0]) return measures;
   const std::int32_t number = IntegerOf(texts, ToolField::Number, 0);
   if (number < 1 || number > kLastNumber) {
@@ -196,13 +218,30 @@ ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric, const ToolRecord* be
   tool.stickout = LengthOf(texts, ToolField::Stickout, metric);
   tool.hOffset = IntegerOf(texts, ToolField::HOffset, tool.number);
   tool.dOffset = IntegerOf(texts, ToolField::DOffset, tool.number);
-  tool.maxRpm = IntegerOf(texts, ToolField::MaxRpm, 5000);
+  tool.maxRpm = IntegerOf(texts, ToolField::MaxRpm, kUsualRpm);
   tool.feed = LengthOf(texts, ToolField::Feed, metric);
   tool.plunge = LengthOf(texts, ToolField::Plunge, metric);
   tool.coolant = texts.coolantRow >= 0 ? texts.coolantRow : 1;
   CopyBounded(tool.notes, kToolNotesUnits, texts[ToolField::Notes]);
   if (before) KeepWhatStillShows(texts, metric, *before, tool);
   return tool;
+}
+
+std::u16string PartlyRead(const ToolTexts& typed, const ToolTexts& kept) {
+  std::u16string fields;
+  for (int i = 0; i < kToolFields; ++i) {
+    const auto field = static_cast<ToolField>(i);
+    std::u16string_view text = Typed(typed, field);
+    text.remove_prefix(std::min(text.find_first_not_of(u" \t"), text.size()));
+    double number = 0;
+    if (!IsNumber(field) || text.empty()) continue;
+    if (ReadStrict(text, {.blanksBehind = true}, number) == Misread::None &&
+        (!IsWhole(field) || number == ParseDecimal(kept[field], 0))) {
+      continue;
+    }
+    fields += (fields.empty() ? u"" : u", ") + (ToolFieldLabel(field) + (u" " + kept[field]));
+  }
+  return fields;
 }
 
 }  // namespace morva

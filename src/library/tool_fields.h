@@ -53,10 +53,14 @@ struct ToolRefusal {
   platform::BoxIcon icon = platform::BoxIcon::None;
   ToolField field = ToolField::Number;
 };
-// The first of the checks that fails. `isNew`: the tool takes a further place in the table.
-ToolRefusal CheckTool(const ToolTexts& texts, bool isNew);
+// The first of the checks that fails. `isNew`: the tool takes a further place in the table. A
+// length or feed that the settings file would hold as 0 fails as 0 does.
+ToolRefusal CheckTool(const ToolTexts& texts, bool isNew, bool metric);
 // The record of texts that pass. Texts that do not are read by their fallbacks. A length or feed
 // that still shows that of `before`, the record under edit, stays to the last digit.
 ToolRecord ToolOfTexts(const ToolTexts& texts, bool metric, const ToolRecord* before = nullptr);
+// Number fields of which only a part, or nothing, of the typed text was read, with what is kept of
+// them: "Diameter 1.000, Max RPM 1". Empty fields are not named; empty: there is none.
+std::u16string PartlyRead(const ToolTexts& typed, const ToolTexts& kept);
 
 }  // namespace morva

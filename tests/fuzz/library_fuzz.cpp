@@ -41,7 +41,7 @@ void CheckTools() {
     WriteToolBlock(tool, i % 2 == 0, out);
     Check(!out.full, "a tool's block fits");
     const ToolTexts texts = TextsOfTool(tool, false);
-    Check(CheckTool(texts, false).words[0] != 0 ||
+    Check(CheckTool(texts, false, false).words[0] != 0 ||
               ToolOfTexts(texts, false, &tool).diameter == tool.diameter,
           "a tool that is only shown stays as it was");
     Picture picture;

@@ -30,10 +30,10 @@ TEST_F(LibraryLimits, The65thToolIsRefusedWithWords) {
   static_assert(kMaxTools == 64);
   const ToolTexts texts = NewToolTexts(false);
   for (int i = 0; i < kMaxTools; ++i) {
-    EXPECT_EQ(std::u16string(CheckTool(texts, true).words), u"");
+    EXPECT_EQ(std::u16string(CheckTool(texts, true, false).words), u"");
     EXPECT_EQ(AppendTool(ToolOfTexts(texts, false)), i);
   }
-  EXPECT_EQ(std::u16string(CheckTool(texts, true).words), u"The tool library is full (64 tools).");
+  EXPECT_EQ(std::u16string(CheckTool(texts, true, false).words), u"The tool library is full (64 tools).");
   EXPECT_EQ(AppendTool(ToolRecord()), -1);
   EXPECT_TRUE(RemoveTool(3));
   EXPECT_EQ(AppendTool(ToolRecord()), kMaxTools - 1);
@@ -43,9 +43,9 @@ TEST_F(LibraryLimits, A65thFluteIsRefusedWithWords) {
   static_assert(kMaxFlutes == 64);
   ToolTexts texts = NewToolTexts(false);
   texts[ToolField::Flutes] = u"64";
-  EXPECT_EQ(std::u16string(CheckTool(texts, true).words), u"");
+  EXPECT_EQ(std::u16string(CheckTool(texts, true, false).words), u"");
   texts[ToolField::Flutes] = u"65";
-  EXPECT_EQ(std::u16string(CheckTool(texts, true).words), u"Enter a flute count from 1 to 64.");
+  EXPECT_EQ(std::u16string(CheckTool(texts, true, false).words), u"Enter a flute count from 1 to 64.");
 }
 
 TEST_F(LibraryLimits, TextsOfAToolAreCut) {

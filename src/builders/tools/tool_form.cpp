@@ -104,7 +104,7 @@ const std::vector<FormRow>& FieldRows() {
   return kRows;
 }
 
-constexpr Sheet kToolSheet{.frame = {kViewToolForm, u"HaasToolBuilderWnd", u"Tool builder"},
+constexpr Sheet kToolSheet{.frame = {kViewToolForm, u"HaasToolBuilderWnd", u"Tool geometry"},
                            .paper = {kViewToolPaper, u"MorvaToolPaper", u"Tool fields"},
                            .bar = {kViewToolBar, u"MorvaToolBar", u"Scroll the tool's fields"},
                            .parent = platform::kMainWindow};
@@ -174,7 +174,10 @@ ToolTexts TypedTexts() {
 
 void ShowTexts(const ToolTexts& texts) {
   for (int i = 0; i < kToolFields; ++i) {
-    if (kSpecs[i].kind != RowKind::Choice) platform::SetText(kIdToolField + i, texts.texts[i]);
+    const int id = kIdToolField + i;
+    // A text that stands there already keeps its caret.
+    if (kSpecs[i].kind == RowKind::Choice || platform::TextOf(id) == texts.texts[i]) continue;
+    platform::SetText(id, texts.texts[i]);
   }
   platform::SelectRow(IdOf(ToolField::Type), texts.typeRow);
   platform::SelectRow(IdOf(ToolField::Coolant), texts.coolantRow);
@@ -323,7 +326,7 @@ bool SaveToolForm() {
   if (FollowTools(index) && underEdit < 0) {
     AppendOutput(u"The tool in the form is kept as a further one.");
   }
-  const ToolRefusal refusal = CheckTool(texts, underEdit < 0);
+  const ToolRefusal refusal = CheckTool(texts, underEdit < 0, UnitsMetric());
   if (refusal.words[0]) {
     Refuse(refusal);
     return false;
@@ -335,8 +338,16 @@ bool SaveToolForm() {
   } else {
     ReplaceTool(underEdit, tool);
   }
+  StoreTools(underEdit, true);
+  // The fields say what is kept.
+  const ToolTexts kept = TextsOfTool(toolLibrary.tools[underEdit], UnitsMetric());
+  ShowTexts(kept);
   edited = false;
-  StoreTools(underEdit);
+  RepaintPictures();
+  const std::u16string part = PartlyRead(texts, kept);
+  if (!part.empty()) {
+    AppendOutput(u"Only a part of what was typed is a number. Kept: " + part + u".");
+  }
   // A length offset of another tool is a crash at the machine.
   if (tool.hOffset != tool.number) {
     AppendOutput(u"T" + IntegerText(tool.number) + u" has H offset " + IntegerText(tool.hOffset) +

@@ -13,12 +13,17 @@ namespace morva {
 
 namespace {
 
-void TellSaved(bool saved) {
-  if (saved) return AppendOutput(u"Tool Library updated and saved.");
+void TellFailure(bool saved) {
+  if (saved) return;
   constexpr char16_t kWords[] =
       u"MORVA.ini could not be written \u2014 the tool library lasts for this run only.";
   AppendOutput(kWords);
   ShowStatus(kWords);
+}
+
+void TellSaved(bool saved) {
+  if (saved) AppendOutput(u"Tool Library updated and saved.");
+  TellFailure(saved);
 }
 
 std::u16string WholeRow(const ToolRecord& tool) { return ToolRowText(tool, UnitsMetric()); }
@@ -51,8 +56,8 @@ void RebuildToolList() {
   if (platform::Exists(kIdToolList)) FillTools(kIdToolList, WholeRow);
 }
 
-void StoreTools(int selected) {
-  SaveToolLibrary(TellSaved);
+void StoreTools(int selected, bool fromForm) {
+  SaveToolLibrary(fromForm ? TellSaved : TellFailure);
   RefreshToolLists();
   SelectTool(selected);
 }

@@ -16,7 +16,8 @@ void SelectTool(int index);
 void FillTools(int list, std::u16string (*words)(const ToolRecord& tool));
 // The panel's list.
 void RebuildToolList();
-// Saves the library, fills every list anew and selects this record.
-void StoreTools(int selected);
+// Saves the library, fills every list anew and selects this record. `fromForm`: the log says that
+// the tool of the form is saved, once it is; a failure is told in any case.
+void StoreTools(int selected, bool fromForm);
 
 }  // namespace morva

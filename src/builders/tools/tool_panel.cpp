@@ -161,7 +161,7 @@ void DeleteSelectedTool() {
   FollowTools(index);
   if (!RemoveTool(index)) return;
   ForgetTool(index);
-  StoreTools(index);
+  StoreTools(index, false);
 }
 
 void InsertToolBlock() {

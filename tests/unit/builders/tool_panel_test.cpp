@@ -124,6 +124,36 @@ TEST_F(ToolPanel, TellsWhereTheBlockOrTheOffsetIsAnother) {
   EXPECT_NE(Output().find(u"the block holds the stored tool."), std::u16string::npos);
 }
 
+TEST_F(ToolPanel, ShowsWhatIsKeptAndSaysWhereThatIsLess) {
+  Add(u"1", u"ONE");
+  EXPECT_EQ(Output().find(u"Only a part"), std::u16string::npos);
+  Type(ToolField::Diameter, u"1/2");
+  Type(ToolField::MaxRpm, u"1e3");
+  headless::Click(kIdToolSave);
+  EXPECT_EQ(Text(ToolField::Diameter), u"1.000");
+  EXPECT_EQ(Text(ToolField::MaxRpm), u"1");
+  EXPECT_NE(Output().find(u"Only a part of what was typed is a number. Kept: Diameter 1.000, "
+                          u"Max RPM 1."),
+            std::u16string::npos);
+  // Nothing is unsaved: another tool is shown without a question.
+  headless::TakeBoxes();
+  headless::Click(kIdToolAdd);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(ToolPanel, SaysSavedOfTheFormAlone) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  const std::u16string line = u"Tool Library updated and saved.";
+  const std::size_t said = Output().find(line);
+  ASSERT_NE(said, std::u16string::npos);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolDelete);
+  headless::Advance(100);
+  ASSERT_EQ(toolLibrary.count, 0);
+  EXPECT_EQ(Output().find(line, said + 1), std::u16string::npos);
+}
+
 // What another window of MORVA, or a hand in the settings file, put there.
 constexpr char kForeignTools[] =
     "[ToolLibrary]\r\nCount=2\r\n[Tool0]\r\nNumber=50\r\nName=FOREIGN\r\n"

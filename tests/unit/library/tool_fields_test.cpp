@@ -16,8 +16,8 @@ struct ToolForm : testing::Test {
   void SetUp() override { ResetToolLibrary(); }
   void TearDown() override { ResetToolLibrary(); }
   ToolTexts texts = NewToolTexts(false);
-  std::string Refused(bool isNew = true) const {
-    return platform::ToUtf8(CheckTool(texts, isNew).words);
+  std::string Refused(bool isNew = true, bool metric = false) const {
+    return platform::ToUtf8(CheckTool(texts, isNew, metric).words);
   }
 };
 
@@ -45,9 +45,9 @@ TEST_F(ToolForm, RefusesInTheOrderOfItsChecks) {
                                 ToolField::Feed,     ToolField::Plunge,      ToolField::MaxRpm};
   for (const ToolField field : measures) {
     EXPECT_EQ(Refused(), kNotPositive);
-    EXPECT_EQ(CheckTool(texts, true).field, field);
-    EXPECT_EQ(std::u16string(CheckTool(texts, true).title), u"Tool geometry");
-    EXPECT_EQ(CheckTool(texts, true).icon, platform::BoxIcon::None);
+    EXPECT_EQ(CheckTool(texts, true, false).field, field);
+    EXPECT_EQ(std::u16string(CheckTool(texts, true, false).title), u"Tool geometry");
+    EXPECT_EQ(CheckTool(texts, true, false).icon, platform::BoxIcon::None);
     texts[field] = field == ToolField::Stickout ? u"1.001" : u"1";
   }
   EXPECT_EQ(Refused(), "Stickout cannot exceed gauge length.");
@@ -55,13 +55,13 @@ TEST_F(ToolForm, RefusesInTheOrderOfItsChecks) {
   EXPECT_EQ(Refused(), "Enter a flute count from 1 to 64.");
   texts[ToolField::Flutes] = u"64";
   EXPECT_EQ(Refused(), "Enter a tool number from 1 to 999.");
-  EXPECT_EQ(std::u16string(CheckTool(texts, true).title), u"Tool Builder");
-  EXPECT_EQ(CheckTool(texts, true).icon, platform::BoxIcon::Warning);
+  EXPECT_EQ(std::u16string(CheckTool(texts, true, false).title), u"Tool Builder");
+  EXPECT_EQ(CheckTool(texts, true, false).icon, platform::BoxIcon::Warning);
   texts[ToolField::Number] = u"999";
   EXPECT_EQ(Refused(), "Give the tool a descriptive name.");
   texts[ToolField::Name] = u" ";
   EXPECT_EQ(Refused(), "The tool library is full (64 tools).");
-  EXPECT_EQ(CheckTool(texts, true).icon, platform::BoxIcon::Error);
+  EXPECT_EQ(CheckTool(texts, true, false).icon, platform::BoxIcon::Error);
   EXPECT_EQ(Refused(false), "");
 }
 
@@ -88,6 +88,34 @@ TEST_F(ToolForm, ReadsItsNumbersLaxly) {
   EXPECT_EQ(ToolOfTexts(texts, false).number, 12);
 }
 
+TEST_F(ToolForm, NamesTheFieldsOfWhichOnlyAPartWasRead) {
+  const auto partlyRead = [this](bool metric) {
+    return platform::ToUtf8(PartlyRead(texts, TextsOfTool(ToolOfTexts(texts, metric), metric)));
+  };
+  EXPECT_EQ(partlyRead(false), "");
+  texts[ToolField::Diameter] = u" 0.1285 ";
+  texts[ToolField::HOffset] = u"";
+  texts[ToolField::Notes] = u"1/2";
+  EXPECT_EQ(partlyRead(false), "") << "rounding in the field, a fallback and notes are no parts";
+  texts[ToolField::Diameter] = u"1/2";
+  texts[ToolField::Flutes] = u"4.5";
+  texts[ToolField::MaxRpm] = u"+4000";
+  texts[ToolField::Feed] = u"1e3";
+  EXPECT_EQ(partlyRead(false), "Diameter 1.000, Flutes 4, Max RPM 5000, Feed 1.00");
+}
+
+TEST_F(ToolForm, RefusesWhatWouldBeStoredAsNothing) {
+  texts[ToolField::MaxRpm] = u"0.5";
+  EXPECT_EQ(Refused(), kNotPositive);
+  texts[ToolField::MaxRpm] = u"1";
+  EXPECT_EQ(Refused(), "");
+  texts[ToolField::Diameter] = u"0.00004";
+  EXPECT_EQ(Refused(), kNotPositive);
+  texts[ToolField::Diameter] = u"0.001";
+  EXPECT_EQ(Refused(), "");
+  EXPECT_EQ(Refused(true, true), kNotPositive) << "a thousandth of a millimetre";
+}
+
 TEST_F(ToolForm, RefusesACommaBecauseOnlyAPartWouldCount) {
   for (const ToolField field : {ToolField::Diameter, ToolField::GaugeLength, ToolField::Stickout,
                                 ToolField::Feed, ToolField::Plunge, ToolField::MaxRpm}) {
@@ -95,7 +123,7 @@ TEST_F(ToolForm, RefusesACommaBecauseOnlyAPartWouldCount) {
     texts[field] = u"1,5";
     EXPECT_EQ(Refused(),
               "A comma is no decimal point here. Write 12.7, not 12,7. Nothing was stored.");
-    EXPECT_EQ(CheckTool(texts, true).field, field);
+    EXPECT_EQ(CheckTool(texts, true, false).field, field);
   }
 }
 
