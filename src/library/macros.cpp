@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "app/outlets.h"
 #include "app/profile_keys.h"
 #include "documents/marker_lines.h"
 #include "library/file_marks.h"
@@ -34,8 +35,19 @@ void SetName(MacroRecord& macro, std::u16string_view name) {
 void LoadMacro(int index, MacroRecord& macro) {
   const std::u16string section = SectionOf(index);
   SetName(macro, platform::ReadProfile(section, u"Name", u"Custom Macro"));
-  const std::u16string line = platform::ReadProfile(section, u"Code", u"");
+  std::u16string line = platform::ReadProfile(section, u"Code", u"");
   macro.code = UnescapedMacro(std::u16string_view(line).substr(0, kMacroKeyUnits - 1));
+  if (line.size() >= kMacroKeyUnits) macro.longLine = std::move(line);
+}
+
+void TellLong() {
+  for (int i = 0; i < macroLibrary.count; ++i) {
+    const MacroRecord& macro = macroLibrary.macros[i];
+    if (macro.longLine.empty()) continue;
+    AppendOutput(u"Macro \"" + std::u16string(macro.name) +
+                 u"\" is longer in MORVA.ini than the library reads. Its end is left out here and "
+                 u"stays in the file.");
+  }
 }
 
 // As UTF-8, in which the file keeps it.
@@ -43,7 +55,8 @@ std::string StateOf(const MacroLibrary& library) {
   std::string state;
   for (int i = 0; i < library.count; ++i) {
     state += platform::ToUtf8(library.macros[i].name) + '\0';
-    state += platform::ToUtf8(library.macros[i].code) + '\0';
+    const MacroRecord& macro = library.macros[i];
+    state += platform::ToUtf8(macro.longLine.empty() ? macro.code : macro.longLine) + '\0';
   }
   return state;
 }
@@ -76,7 +89,8 @@ std::u16string NameOfCopy(std::u16string_view name) {
 
 void LoadMacroLibrary() {
   ReadMacros(macroLibrary);
-  KnowState(marks, StateOf(macroLibrary));
+  ReadState(marks, StateOf(macroLibrary));
+  TellLong();
 }
 
 bool FollowMacroFile() {
@@ -85,8 +99,9 @@ bool FollowMacroFile() {
   const std::string state = StateOf(now);
   if (KnowsState(marks, state)) return false;
   macroLibrary = std::move(now);
-  KnowState(marks, state);
+  ReadState(marks, state);
   TellReadAgain(u"macro library");
+  TellLong();
   return true;
 }
 
@@ -95,11 +110,13 @@ bool SaveMacroLibrary(void (*told)(bool saved)) {
   platform::WriteProfile(kTable, u"Count", IntegerText(macroLibrary.count));
   for (int i = 0; i < macroLibrary.count; ++i) {
     const std::u16string section = SectionOf(i);
-    platform::WriteProfile(section, u"Name", macroLibrary.macros[i].name);
-    platform::WriteProfile(section, u"Code", EscapedMacro(macroLibrary.macros[i].code));
+    const MacroRecord& macro = macroLibrary.macros[i];
+    platform::WriteProfile(section, u"Name", macro.name);
+    platform::WriteProfile(section, u"Code",
+                           macro.longLine.empty() ? EscapedMacro(macro.code) : macro.longLine);
   }
-  KnowState(marks, StateOf(macroLibrary));
-  return platform::EndProfileChange(told);
+  HandedState(marks, StateOf(macroLibrary));
+  return EndLibraryChange(told, [](bool saved) { WrittenState(marks, saved); });
 }
 
 void ResetMacroLibrary() {
@@ -158,6 +175,7 @@ int PutMacro(std::u16string_view name, std::u16string_view code) {
   std::u16string& kept = macroLibrary.macros[index].code;
   kept = code;
   std::erase(kept, u'\0');
+  macroLibrary.macros[index].longLine.clear();
   return index;
 }
 
@@ -167,6 +185,7 @@ int DuplicateMacro(int index) {
   MacroRecord& copy = macroLibrary.macros[macroLibrary.count];
   SetName(copy, name);
   copy.code = macroLibrary.macros[index].code;
+  copy.longLine = macroLibrary.macros[index].longLine;
   return macroLibrary.count++;
 }
 
@@ -207,10 +226,12 @@ MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code) {
     return {u"Custom Macros",
             u"This program is too large for the custom macro library in this build."};
   }
-  if (macroLibrary.count >= kMaxMacros && FindMacro(name) < 0) {
-    return {u"Custom Macros", u"The custom macro library is full."};
-  }
-  return {};
+  return FindMacro(name) < 0 ? CheckMacroRoom() : MacroRefusal();
+}
+
+MacroRefusal CheckMacroRoom() {
+  if (macroLibrary.count < kMaxMacros) return {};
+  return {u"Custom Macros", u"The custom macro library is full."};
 }
 
 MacroRefusal CheckMacroName(int index, std::u16string_view name) {

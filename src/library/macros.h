@@ -16,6 +16,9 @@ namespace morva {
 struct MacroRecord {
   char16_t name[kMacroNameUnits] = {};
   std::u16string code;  // at most 24,000 units where the user saved it
+  // The line of the settings file where it is longer than what is read of it; else empty. It goes
+  // back as it is while nobody gives the macro another text.
+  std::u16string longLine;
 };
 
 struct MacroLibrary {
@@ -24,8 +27,8 @@ struct MacroLibrary {
 };
 extern MacroLibrary macroLibrary;
 
-// From the settings file. A count that is no count is 0, one above 24 is 24. A line of more than
-// 48,062 units is cut there.
+// From the settings file. A count that is no count is 0, one above 24 is 24. Of a line of more than
+// 48,062 units the text is what stands before them; the log says so.
 void LoadMacroLibrary();
 // Before a change: takes over what another program, or the user by hand, has written into the file
 // since it was read or written here, and says so. False: nothing of the kind, and nothing changed.
@@ -69,6 +72,8 @@ std::u16string MacroToInsert(std::u16string_view code, bool& lacksCode);
 // Line ends alone are no code: nothing would be inserted.
 bool IsBlankCode(std::u16string_view code);
 MacroRefusal CheckMacro(std::u16string_view name, std::u16string_view code);
+// Whether a further macro finds room.
+MacroRefusal CheckMacroRoom();
 MacroRefusal CheckMacroName(int index, std::u16string_view name);
 
 }  // namespace morva

@@ -142,14 +142,14 @@ bool HoldsItems(const SavedShape& shape, const FeatureSettings& record) {
 
 void LoadShapeLibrary() {
   ReadShapes(shapeLibrary);
-  KnowState(marks, StateOf(shapeLibrary));
+  ReadState(marks, StateOf(shapeLibrary));
 }
 
 bool FollowShapeFile() {
   ShapeLibrary now;
   if (!ReadShapes(now) || KnowsState(marks, StateOf(now))) return false;
   shapeLibrary = now;
-  KnowState(marks, StateOf(now));
+  ReadState(marks, StateOf(now));
   TellReadAgain(u"shape library");
   RefreshShapeLists();
   return true;
@@ -159,8 +159,9 @@ bool SaveShapeLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(shapeLibrary.count));
   for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
-  KnowState(marks, StateOf(shapeLibrary));
-  const bool saved = platform::EndProfileChange(told);
+  HandedState(marks, StateOf(shapeLibrary));
+  const bool saved =
+      EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
   if (app.dataDirReady) {
     std::string bytes;
     WriteShapeMirror(shapeLibrary, bytes);

@@ -172,14 +172,14 @@ std::u16string TwoDigits(std::int32_t number) {
 
 void LoadToolLibrary() {
   ReadTools(toolLibrary);
-  KnowState(marks, StateOf(toolLibrary));
+  ReadState(marks, StateOf(toolLibrary));
 }
 
 bool FollowToolFile() {
   ToolLibrary now;
   if (!ReadTools(now) || KnowsState(marks, StateOf(now))) return false;
   toolLibrary = now;
-  KnowState(marks, StateOf(now));
+  ReadState(marks, StateOf(now));
   TellReadAgain(u"tool library");
   return true;
 }
@@ -188,8 +188,9 @@ bool SaveToolLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(toolLibrary.count));
   for (int i = 0; i < toolLibrary.count; ++i) SaveTool(i, toolLibrary.tools[i]);
-  KnowState(marks, StateOf(toolLibrary));
-  const bool saved = platform::EndProfileChange(told);
+  HandedState(marks, StateOf(toolLibrary));
+  const bool saved =
+      EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
   if (app.dataDirReady) {
     std::string bytes;
     WriteToolMirror(toolLibrary, bytes);

@@ -268,6 +268,7 @@ void InsertCustomMacro() {
   const int index = MacroToWorkOn();
   if (index < 0) return;
   bool lacksCode = false;
+  const bool lacksEnd = !macroLibrary.macros[index].longLine.empty();
   const std::u16string code = MacroToInsert(macroLibrary.macros[index].code, lacksCode);
   if (IsBlankCode(code)) return ShowStatus(u"The macro is blank. Nothing was inserted.");
   if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(code, true)) return;
@@ -277,13 +278,13 @@ void InsertCustomMacro() {
                   .logged = u"Custom macro inserted into active program."});
   if (lacksCode)
     AppendOutput(u"Code that was excluded when the macro was saved is not part of it.");
+  if (lacksEnd) AppendOutput(u"The end of the macro was not inserted: MORVA.ini holds more of it.");
 }
 
 void DuplicateCustomMacro() {
   int index = MacroToWorkOn();
   if (index >= 0) index = FollowMacro(index);
-  // A new macro of any name finds no room where a copy finds none.
-  if (index < 0 || IsRefused(CheckMacro(u"", u"M30"))) return;
+  if (index < 0 || IsRefused(CheckMacroRoom())) return;
   Store(DuplicateMacro(index), TellStored);
 }
 

@@ -137,15 +137,38 @@ TEST_F(MacroPanel, SaysThatAMacroWithoutTextInsertsNothing) {
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"The macro is blank. Nothing was inserted.");
 }
 
+TEST_F(MacroPanel, SaysWhereTheEndOfAMacroStaysInTheFile) {
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=1\r\n[CustomMacro0]\r\nName=big\r\nCode=G0 X7" +
+                std::string(50000, ' ') + "M30\r\n");
+  LoadMacroLibrary();
+  EXPECT_TRUE(OutputHas(u"Macro \"big\" is longer in MORVA.ini than the library reads."));
+  FillMacroList();
+  headless::SelectRows(kIdMacroList, {0});
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_TRUE(OutputHas(u"The end of the macro was not inserted: MORVA.ini holds more of it."));
+}
+
 TEST_F(MacroPanel, TakesThe25thMacroOnlyInPlaceOfAnother) {
   SetProgram(u"M30");
   for (int i = 0; i < kMaxMacros; ++i) {
     SaveAs((u"M" + std::u16string(1, static_cast<char16_t>(u'A' + i))).c_str());
   }
   ASSERT_EQ(macroLibrary.count, kMaxMacros);
+  const auto toldFull = [] {
+    const auto boxes = headless::TakeBoxes();
+    return boxes.size() == 1 && boxes[0].title == u"Custom Macros" &&
+           boxes[0].text == u"The custom macro library is full.";
+  };
+  headless::TakeBoxes();
   SaveAs(u"ONE MORE");
+  EXPECT_TRUE(toldFull());
   EXPECT_EQ(macroLibrary.count, kMaxMacros);
+  // A hand in the settings file may have left a macro without a name.
+  RenameMacro(0, u"");
   headless::Click(kIdMacroDuplicate);
+  EXPECT_TRUE(toldFull());
   EXPECT_EQ(macroLibrary.count, kMaxMacros);
   SetProgram(u"M02");
   headless::QueueAnswer(platform::BoxAnswer::Yes);

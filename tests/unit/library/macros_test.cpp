@@ -116,6 +116,28 @@ TEST_F(Macros, CutALineThatIsLongerThanAnySavedOne) {
   EXPECT_EQ(CodeAt(0).size(), 48062u);
 }
 
+TEST_F(Macros, KeepALineInTheFileOfWhichTheyReadOnlyAPart) {
+  // The cut falls between a backslash and its letter.
+  const std::string line = std::string(48061, 'x') + "\\nM30\\q";
+  PutIni("[CustomMacros]\r\nCount=2\r\n[CustomMacro0]\r\nName=A\r\nCode=G1\r\n"
+         "[CustomMacro1]\r\nName=B\r\nCode=" +
+         line + "\r\n");
+  LoadMacroLibrary();
+  RenameMacro(1, u"LONG");
+  RemoveMacro(0);
+  DuplicateMacro(0);
+  ASSERT_TRUE(SaveMacroLibrary());
+  const std::string kept = "Code=" + line + "\r\n";
+  const std::size_t first = Ini().find("[CustomMacro0]\r\nName=LONG\r\n" + kept);
+  EXPECT_NE(first, std::string::npos);
+  EXPECT_NE(Ini().find("[CustomMacro1]\r\nName=LONG Copy\r\n" + kept), std::string::npos);
+  EXPECT_FALSE(FollowMacroFile());
+  // Another text takes its place whole.
+  PutMacro(u"long", u"M30");
+  ASSERT_TRUE(SaveMacroLibrary());
+  EXPECT_NE(Ini().find("[CustomMacro0]\r\nName=long\r\nCode=M30\r\n"), std::string::npos);
+}
+
 TEST_F(Macros, HoldTheLongestTextOfNothingButEscapes) {
   const std::u16string code(kMaxMacroCode, u'\\');
   ASSERT_EQ(std::u16string(CheckMacro(u"Long", code).words), u"");

@@ -229,6 +229,43 @@ TEST_F(Tools, OutliveAWriteThatFailsAndAReadingThatFails) {
   EXPECT_EQ(toolLibrary.count, 2);
 }
 
+TEST_F(Tools, TakeOverWhatAnotherWindowPutsBack) {
+  const std::string first = "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nName=Mine\r\n";
+  PutIni(first);
+  LoadToolLibrary();
+  ASSERT_EQ(toolLibrary.count, 1);
+  RemoveTool(0);
+  ASSERT_TRUE(SaveToolLibrary());
+  EXPECT_FALSE(FollowToolFile());
+  const std::string second = Ini();
+  PutIni(first);
+  EXPECT_TRUE(FollowToolFile());
+  EXPECT_EQ(toolLibrary.count, 1);
+  PutIni(second);
+  EXPECT_TRUE(FollowToolFile()) << "nor is a state that was its own before";
+  EXPECT_EQ(toolLibrary.count, 0);
+}
+
+TEST_F(Tools, KnowTheSaveBeforeOneThatFails) {
+  static std::vector<std::string> handed;
+  handed.clear();
+  platform::SetProfileWriter([](std::u16string, std::string bytes, std::uint32_t) {
+    handed.push_back(std::move(bytes));
+  });
+  LoadToolLibrary();
+  AppendTool(Cutter(u"First"));
+  EXPECT_TRUE(SaveToolLibrary());
+  AppendTool(Cutter(u"Second"));
+  EXPECT_TRUE(SaveToolLibrary());
+  ASSERT_EQ(handed.size(), 2u);
+  PutIni(handed[0]);
+  platform::ProfileWritten(1, true);
+  platform::ProfileWritten(2, false);
+  EXPECT_FALSE(FollowToolFile());
+  EXPECT_EQ(toolLibrary.count, 2) << "what was not written stays in this run";
+  platform::SetProfileWriter(nullptr);
+}
+
 TEST_F(Tools, TellWhenTheSettingsCannotBeWritten) {
   AppendTool(Cutter(u"Only"));
   platform::fileFault = [](std::string_view kind) { return kind == "write"; };
