@@ -25,6 +25,7 @@ inline constexpr int kIdEditor = 300;       // code editor
 inline constexpr int kIdCompletion = 303;   // completion list
 inline constexpr int kIdWizardCombo = 400;  // Machining wizard combo
 inline constexpr int kIdWizardField = 401;  // ten fields of an operation, 401 to 410
+inline constexpr int kIdWizardTools = 411;  // tools that the library has for them
 inline constexpr int kIdWizardInsert = 430;
 inline constexpr int kIdPreflight = 440;
 inline constexpr int kIdToolList = 600;  // tool list

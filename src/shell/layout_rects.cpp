@@ -36,10 +36,12 @@ constexpr int kEditorLeast = 420;
 constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
 constexpr int kSmallKey = 28;          // height of keys inside panels
 constexpr int kHeadRow = 26;
-constexpr int kHeadWords = 150;       // of the output's head, beside a panel
-constexpr int kHeadLine = 20;         // height of these words in a line of their own
-constexpr int kHeadPanelLeast = 230;  // width of a panel left of the keys
-constexpr int kHelpHeight = 112;      // of the help text below a right panel
+constexpr int kHeadWords = 150;        // of the output's head, beside a panel
+constexpr int kHeadLine = 20;          // height of these words in a line of their own
+constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
+constexpr int kOutputLeast = 150;      // height of the output
+constexpr int kOutputBelowView = 112;  // where the view stands above it
+constexpr int kHelpHeight = 112;       // of the help text below a right panel
 
 void Put(LayoutPlan& plan, int id, const Rect& place) {
   if (plan.count >= kMaxPlacements) StopFull(u"controls placed", kMaxPlacements);
@@ -80,7 +82,9 @@ constexpr int kSliderHeight = 26;
 constexpr int kSliderGap = 5;      // above a slider of its own row
 constexpr int kSliderBeside = 12;  // from the playback keys to a slider in their row
 constexpr int kSliderLeast = 280;  // width of that
-constexpr int kBesideLeast = 300;  // a view narrower than this goes below the panel
+constexpr int kBesideLeast = 300;  // a view narrower than this goes under the editor
+constexpr int kUnderLeast = 140;   // height of a view there; a lower one goes below the panel
+constexpr int kUnderPercent = 58;  // of the editor's column
 constexpr int kBelowLeast = 200;   // height of a view below the panel
 constexpr int kPanelToView = 8;    // from the panel to the bar of the view below it
 constexpr int kNarrowBarsHeight =  // with a slider in a row of its own
@@ -307,7 +311,7 @@ void PlanOutputHeadWithPanel(LayoutPlan& plan, const Rect& head) {
 // Two rows of tabs take their height from the editor, not from the words below.
 int OutputHeight(const LayoutInput& in) {
   const int height = in.height - kStatusHeight - in.topBarHeight;
-  return std::clamp(height * 31 / 100, 150, 320);
+  return std::clamp(height * 31 / 100, kOutputLeast, 320);
 }
 
 // The words beside the output need 180 pixels.
@@ -380,6 +384,15 @@ int WidthBesidePanel(const LayoutInput& in, int workWidth) {
   return width >= kBesideLeast ? width : 0;
 }
 
+// The height of a view under the editor with its bars, beside the panel; 0: there is no room for
+// one. The output is lower then.
+int HeightUnderEditor(const LayoutInput& in, const Rect& work) {
+  if (in.heightAboveView == 0 || in.viewAway) return 0;
+  const int column = RectHeight(work) - kOutputBelowView - kHeadRow - 5 - 7;
+  const int height = column * kUnderPercent / 100;
+  return height - kNarrowBarsHeight >= kUnderLeast ? height : 0;
+}
+
 // The view in the lower part of a right panel, whose own controls keep the upper one.
 void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
   Rect& body = plan.areas.panelBody;
@@ -396,17 +409,22 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
   plan.areas.rightPanel = side;
   const int right = side.left - kPad;
-  const int outputTop = work.bottom - OutputHeight(in);
-  const int headTop = outputTop - kHeadRow - 5;
   const int view = WidthBesidePanel(in, right - work.left);
+  const int under = view > 0 ? 0 : HeightUnderEditor(in, work);
+  const int outputTop = work.bottom - (under > 0 ? kOutputBelowView : OutputHeight(in));
+  const int headTop = outputTop - kHeadRow - 5;
+  const int foot = headTop - 7;
   const int split = view > 0 ? right - view - kPad : right;
   const int left = side.left + 12;
-  const int foot = side.bottom - 6 - help;
-  plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, help > 0 ? foot - kPad : foot};
+  const int helpTop = side.bottom - 6 - help;
+  const int bodyFoot = help > 0 ? helpTop - kPad : helpTop;
+  plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, bodyFoot};
   Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
-  PlanEditor(plan, Rect{work.left, work.top, split, headTop - 7}, right);
+  PlanEditor(plan, Rect{work.left, work.top, split, under > 0 ? foot - under - kPad : foot}, right);
   if (view > 0) {
-    PlanView(plan, Rect{right - view, work.top, right, headTop - 7}, kNarrowBars);
+    PlanView(plan, Rect{right - view, work.top, right, foot}, kNarrowBars);
+  } else if (under > 0) {
+    PlanView(plan, Rect{work.left, foot - under, right, foot}, kNarrowBars);
   } else if (in.heightAboveView > 0) {
     PlanViewBelow(plan, in);
   } else {
@@ -416,7 +434,7 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
   Put(plan, kIdOutputLog, plan.areas.output);
   Put(plan, kIdInfoPanel, Rect{});
-  Put(plan, kIdHelpText, Rect{left, foot, in.width - 12, foot + help});
+  Put(plan, kIdHelpText, Rect{left, helpTop, in.width - 12, helpTop + help});
 }
 
 // The other workspaces: a band with their own head, the keys that hold everywhere, the

@@ -171,8 +171,9 @@ TEST_F(NarrowBars, StandWithTheFormOfAMode) {
   AtBothSizes("mode", [](const QSize& size) {
     ExpectForm();
     ExpectView();
-    const bool beside = Place(morva::kViewToolpath).right() < Place(kFrame).left();
-    EXPECT_EQ(beside, size.width() > 1200);
+    const QRect view = Place(morva::kViewToolpath);
+    EXPECT_LT(view.right(), Place(kFrame).left());
+    EXPECT_EQ(view.top() > Place(morva::kIdEditor).bottom(), size.width() == 1200);
   });
   morva::SetMode(morva::kModeHome);
   ExpectNothingOverAnother();

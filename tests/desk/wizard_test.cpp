@@ -65,7 +65,7 @@ TEST_F(WizardAtTheDesk, IsWalkedByKeyboardAtBothSizes) {
     desk::Click(kCard + morva::kWizardDrill);
     QWidget* const combo = desk::WidgetOf(morva::kIdWizardCombo);
     combo->setFocus();
-    std::vector<int> order;
+    std::vector<int> order = {morva::kIdWizardTools};
     for (int i = 0; i < morva::kWizardNumbers; ++i) order.push_back(kField + i);
     order.insert(order.end(), {morva::kIdBuilderInch, morva::kIdBuilderMm,
                                morva::kViewWizardPicture, morva::kIdWizardInsert});

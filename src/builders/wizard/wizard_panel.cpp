@@ -1,6 +1,8 @@
 #include "builders/wizard/wizard_panel.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,8 +18,10 @@
 #include "documents/builder.h"
 #include "library/tools.h"
 #include "library/units.h"
+#include "platform/control.h"
 #include "platform/listing.h"
 #include "text/codetext.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -128,7 +132,13 @@ const std::vector<FormRow>& WizardRows() {
                     .help = u"What the wizard cuts; a change starts its fields anew",
                     .choice = 0,
                     .rows = WizardKinds(),
-                    .picks = kWizardKinds});
+                    .picks = kWizardKinds,
+                    .half = true});
+    rows.push_back({.kind = RowKind::Choice,
+                    .id = kIdWizardTools,
+                    .name = u"Tool of the library",
+                    .help = u"Fills in number, speed and feed that nobody has typed",
+                    .half = true});
     for (int field = 0; field < kWizardNumbers; ++field) AddField(rows, field);
     rows.push_back({.kind = RowKind::Keys, .keys = {kIdBuilderInch, kIdBuilderMm}});
     for (int kind = 0; kind < kWizardKinds; ++kind) {
@@ -149,17 +159,80 @@ const std::vector<FormRow>& WizardRows() {
   return kRows;
 }
 
+void SelectToolOfNumber();
+
 bool IsUp() { return app.surface == kSurfaceCode && app.mode == kModeWizard; }
 
 void ShowExampleOfKind() {
   if (IsUp()) Call(hooks.showExample, ChosenWizardKind());
 }
 
+// What the user has typed since the operation was chosen, which no tool of the library replaces.
+struct Typed {
+  bool rpm = false;
+  bool feed = false;
+};
+Typed typed;
+
+constexpr int Id(WizardNumber field) { return kIdWizardField + field; }
+
+// The rows of the list of tools: the current one, those of the library, and none of them.
+void FillWizardTools() {
+  platform::Repaint(kViewWizardPicture);  // it shows the diameter of the tool
+  if (!platform::Exists(kIdWizardTools)) return;
+  platform::HoldListRedraw(kIdWizardTools, true);
+  platform::ClearRows(kIdWizardTools);
+  platform::AddRow(kIdWizardTools, u"Current tool");
+  for (int i = 0; i < toolLibrary.count; ++i) {
+    platform::AddRow(kIdWizardTools, ToolNameText(toolLibrary.tools[i]));
+  }
+  platform::AddRow(kIdWizardTools, u"Not in the library");
+  platform::HoldListRedraw(kIdWizardTools, false);
+  SelectToolOfNumber();
+}
+
+// The list shows which tool the number means.
+void SelectToolOfNumber() {
+  const std::int32_t number = ParseInteger(
+      platform::TextOf(Id(kWizardTool)), static_cast<std::int32_t>(FieldFallback(Id(kWizardTool))));
+  const int index = FindTool(number);
+  const int unknown = toolLibrary.count + 1;
+  platform::SelectRow(kIdWizardTools, number == 0 ? 0 : index < 0 ? unknown : index + 1);
+}
+
+// A hole is fed down alone. What a thread is fed by its pitch says.
+void TakeRates(const ToolRecord& tool) {
+  const int kind = ChosenWizardKind();
+  const bool down = kind == kWizardDrill || kind == kWizardPeck;
+  const double rate = (down ? tool.plunge : tool.feed) * (UnitsMetric() ? kMmPerInch : 1);
+  if (!typed.rpm) platform::SetText(Id(kWizardRpm), IntegerText(tool.maxRpm));
+  if (!typed.feed && kind != kWizardTap) {
+    platform::SetText(Id(kWizardFeed), NumberText(Id(kWizardFeed), rate));
+  }
+}
+
+void TakeChosenTool() {
+  const int row = platform::SelectedRow(kIdWizardTools);
+  if (row == 0) platform::SetText(Id(kWizardTool), u"0");
+  if (row > 0 && row <= toolLibrary.count) {
+    const ToolRecord& tool = toolLibrary.tools[row - 1];
+    platform::SetText(Id(kWizardTool), IntegerText(tool.number));
+    TakeRates(tool);
+  }
+  SelectToolOfNumber();
+  platform::Repaint(kViewWizardPicture);
+}
+
 void OnChanged(int id) {
+  if (id == kIdWizardTools) return TakeChosenTool();
+  if (id == Id(kWizardRpm)) typed.rpm = true;
+  if (id == Id(kWizardFeed)) typed.feed = true;
+  if (id == kIdWizardCombo) typed = Typed();  // its fields start anew
+  if (id == kIdWizardCombo || id == Id(kWizardTool)) SelectToolOfNumber();
   if (id == kIdWizardCombo) ShowExampleOfKind();
 }
 
-// Lower rows than in other panels: in the smallest window all fields are in sight at once.
+// Lower rows than in other panels: in a small window all fields are in sight at once.
 constexpr FormLook kLook = [] {
   FormLook look = kSheetLook;
   look.gap = look.tightGap = 3;
@@ -180,6 +253,7 @@ constexpr Command Card(int kind, const char16_t* words, const char16_t* help, in
 }
 constexpr Command kCommands[] = {
     {.id = kIdWizardCombo, .hint = Hint::Quiet},
+    {.id = kIdWizardTools, .hint = Hint::Quiet},
     Card(kWizardFace, u"Skim / face", u"Clean a surface to and fro", kIconFace),
     Card(kWizardSlot, u"Profile pass", u"One cut from a start to an end", kIconProfile),
     Card(kWizardDrill, u"Drill holes", u"A row of holes by G81", kIconDrill),
@@ -212,6 +286,19 @@ void Draw(const FormValues& values, Picture& picture) {
   DrawWizard(said, WizardCutter(said), picture);
 }
 
+// What the library says of the tool, where the code has it otherwise.
+void TellTool(const FormValues& values, bool) {
+  const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
+  const int index = number > 0 ? FindTool(number) : -1;
+  const std::u16string tool = u"T" + IntegerText(number);
+  if (number > 0 && index < 0) AppendOutput(tool + u" is not in the tool library.");
+  if (index < 0 || toolLibrary.tools[index].hOffset == number) return;
+  // The code takes the length offset of the tool's own number.
+  AppendOutput(u"The library gives " + tool + u" the H offset " +
+               IntegerText(toolLibrary.tools[index].hOffset) + u"; the code has H" +
+               IntegerText(number) + u".");
+}
+
 constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst + 4}};
 }  // namespace
 
@@ -222,16 +309,6 @@ const ModeRow kWizardMode = {.mode = kModeWizard,
                              .icon = kIconWizard,
                              .remembers = true,
                              .keys = kModeKeys};
-
-// The code takes the length offset of the tool's own number.
-void TellOtherOffset(const FormValues& values, bool) {
-  const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
-  const int index = number > 0 ? FindTool(number) : -1;
-  if (index < 0 || toolLibrary.tools[index].hOffset == number) return;
-  AppendOutput(u"The library gives T" + IntegerText(number) + u" the H offset " +
-               IntegerText(toolLibrary.tools[index].hOffset) + u"; the code has H" +
-               IntegerText(number) + u".");
-}
 
 constexpr Builder kWizardBuilder{
     .title = kWizardTitle,
@@ -254,7 +331,7 @@ constexpr Builder kWizardBuilder{
     .write = Write,
     .draw = Draw,
     .room = [](const FormValues&) { return WizardRoom(); },
-    .inserted = TellOtherOffset};
+    .inserted = TellTool};
 
 int ChosenWizardKind() {
   const int row = platform::SelectedRow(kIdWizardCombo);
@@ -273,8 +350,8 @@ void RegisterWizard() {
     RegisterCommand(RouterStage::Builder, id, platform::kNotifyClick,
                     [](int card, int) { ChooseWizardKind(card - kIdWizardKindFirst); });
   }
-  // The picture shows the diameter of the tool.
-  AddToolList([] { platform::Repaint(kViewWizardPicture); });
+  typed = Typed();
+  AddToolList(FillWizardTools);
 }
 
 }  // namespace morva

@@ -21,6 +21,7 @@
 #include "simulator/shown_path.h"
 #include "simulator/view_parts.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -427,19 +428,91 @@ TEST_F(WizardPanel, WritesTheSizeOfTheExamplesStockBelowIt) {
   }
 }
 
-// Below the fields, not among them: picture and key are in sight whatever is typed.
-TEST_F(WizardPanel, KeepsPictureAndKeyInSightInASmallWindow) {
-  headless::Resize(1200, 800);
-  const platform::Rect frame = platform::PlaceInMainWindow(kViewBuilder);
-  const platform::Rect view = platform::PlaceInMainWindow(kIdViewRefresh);
-  for (const int id : {kViewWizardPicture, kIdWizardInsert}) {
-    const platform::Rect place = platform::PlaceInMainWindow(id);
-    EXPECT_GE(place.top, frame.bottom) << id;
-    EXPECT_LE(place.bottom, view.top) << id;
+// The view stands beside the form, so that it has the whole panel.
+TEST_F(WizardPanel, ShowsEveryFieldAtOnceInASmallWindow) {
+  for (const int width : {1200, 1560}) {
+    headless::Resize(width, width == 1200 ? 800 : 940);
+    const platform::Rect frame = platform::PlaceInMainWindow(kViewBuilder);
+    for (int i = 0; i < kWizardNumbers; ++i) {
+      const platform::Rect field = platform::PlaceInMainWindow(Field(i));
+      EXPECT_GE(field.top, frame.top) << i;
+      EXPECT_LE(field.bottom, frame.bottom) << i;
+    }
+    EXPECT_LE(platform::PlaceInMainWindow(kIdBuilderInch).bottom, frame.bottom);
+    // Below the fields, not among them.
+    for (const int id : {kViewWizardPicture, kIdWizardInsert}) {
+      EXPECT_GE(platform::PlaceInMainWindow(id).top, frame.bottom) << id;
+    }
+    EXPECT_LE(platform::PlaceInMainWindow(kViewToolpath).right, frame.left);
   }
-  // All five lines of fields fit into the frame at once.
-  const int first = platform::PlaceOf(Field(kWizardTool)).top;
-  EXPECT_LE(platform::PlaceOf(Field(kWizardTenth)).bottom - first, RectHeight(frame));
+}
+
+TEST_F(WizardPanel, TakesNumberSpeedAndFeedFromTheLibrary) {
+  ToolRecord tool;
+  tool.number = 7;
+  CopyBounded(tool.name, kToolNameUnits, u"MILL");
+  tool.maxRpm = 3000;
+  tool.feed = 8;
+  tool.plunge = 4;
+  AppendTool(tool);
+  RefreshToolLists();
+  Choose(kWizardSlot);
+  EXPECT_EQ(platform::RowText(kIdWizardTools, platform::SelectedRow(kIdWizardTools)),
+            u"Current tool");
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::RowText(kIdWizardTools, 1), u"T07  MILL");
+  EXPECT_EQ(platform::TextOf(Field(kWizardTool)), u"7");
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"3000");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"8.00");
+  Choose(kWizardDrill);
+  EXPECT_EQ(platform::SelectedRow(kIdWizardTools), 0) << "the fields start anew";
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"4.00") << "down alone";
+  Choose(kWizardTap);
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"3000");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"20") << "threads an inch";
+  SetUnits(true);
+  Choose(kWizardSlot);
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"203.20");
+  headless::SelectRows(kIdWizardTools, {0});
+  EXPECT_EQ(platform::TextOf(Field(kWizardTool)), u"0");
+}
+
+TEST_F(WizardPanel, KeepsASpeedAndAFeedThatTheUserTyped) {
+  AddTool(7, 0.5);
+  Choose(kWizardSlot);
+  Type(kWizardRpm, u"900");
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"900");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"0.00") << "what the library holds";
+  Choose(kWizardFace);
+  Type(kWizardFeed, u"33");
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"33");
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"0");
+}
+
+TEST_F(WizardPanel, ShowsWhichToolANumberMeansAndSaysWhereThereIsNone) {
+  AddTool(7, 0.5);
+  Choose(kWizardSlot);
+  const auto shown = [] {
+    return platform::RowText(kIdWizardTools, platform::SelectedRow(kIdWizardTools));
+  };
+  Type(kWizardTool, u"7");
+  EXPECT_EQ(platform::SelectedRow(kIdWizardTools), 1);
+  Insert();
+  EXPECT_FALSE(OutputHas(u"is not in the tool library"));
+  Type(kWizardTool, u"8");
+  EXPECT_EQ(shown(), u"Not in the library");
+  Insert();
+  EXPECT_TRUE(OutputHas(u"T8 is not in the tool library."));
+  RemoveTool(0);
+  RefreshToolLists();
+  EXPECT_EQ(shown(), u"Not in the library");
+  Type(kWizardTool, u"0");
+  EXPECT_EQ(shown(), u"Current tool");
 }
 
 TEST_F(WizardPanel, IsReachedByItsOldCommand) {
