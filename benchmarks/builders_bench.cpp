@@ -1,4 +1,4 @@
-// The builders of shapes and patterns: the largest text, and a character until its picture stands.
+// The builders: the largest text, and a character until its picture stands.
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
@@ -10,8 +10,10 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "builders/shapes/pattern_text.h"
+#include "builders/wizard/wizard_text.h"
 #include "cpu_time.h"
 #include "library/shapes.h"
+#include "library/tool_fields.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
@@ -71,13 +73,15 @@ struct Workbench {
   }
 };
 
-// A character in a field, and the paint that follows.
-void TypeAndPaint(benchmark::State& state, const char* subject, int field, int view) {
+// A character in a field, and the paint of one or two pictures that follows.
+void TypeAndPaint(benchmark::State& state, const char* subject, int field, int view,
+                  int second = 0) {
   int turn = 0;
   for (auto _ : state) {
     const double start = CpuMilliseconds();
     headless::TypeInto(field, ++turn % 2 == 0 ? u"2.5" : u"2.25");
     benchmark::DoNotOptimize(headless::PaintOf(view));
+    if (second != 0) benchmark::DoNotOptimize(headless::PaintOf(second));
     targets::Note({subject, "ms", 0, 4}, CpuMilliseconds() - start);
   }
 }
@@ -107,6 +111,27 @@ void BM_CharacterInAGrid(benchmark::State& state) {
   TypeAndPaint(state, "a character in a grid of 400, drawn", kIdCadRectSpacingX, kViewRectPicture);
 }
 BENCHMARK(BM_CharacterInAGrid)->Unit(benchmark::kMillisecond);
+
+void BM_CharacterInTheWizard(benchmark::State& state) {
+  const Workbench workbench;
+  SetMode(kModeWizard);
+  headless::SelectRows(kIdWizardCombo, {kWizardDrill});
+  headless::TypeInto(kIdWizardField + kWizardNinth, u"400");
+  TypeAndPaint(state, "a character in a row of 400 holes, drawn", kIdWizardField + kWizardTenth,
+               kViewWizardPicture);
+}
+BENCHMARK(BM_CharacterInTheWizard)->Unit(benchmark::kMillisecond);
+
+void BM_CharacterInATool(benchmark::State& state) {
+  const Workbench workbench;
+  SetMode(kModeTools);
+  headless::Click(kIdToolAdd);
+  const auto field = [](ToolField of) { return kIdToolField + static_cast<int>(of); };
+  headless::TypeInto(field(ToolField::Flutes), u"64");
+  TypeAndPaint(state, "a character in a tool of 64 flutes, drawn", field(ToolField::Diameter),
+               kViewToolPicture, kViewToolEnd);
+}
+BENCHMARK(BM_CharacterInATool)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 
 #include "library/outline.h"
 #include "text/code_writer.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -13,10 +14,42 @@ namespace {
 
 constexpr double kLeastSlot = 1e-6;  // a narrower slot is not cut
 
+std::span<const SketchObject> ObjectsOf(const SavedShape& shape) {
+  return std::span(shape.objects).first(static_cast<std::size_t>(shape.count));
+}
+
+bool StandsUpright(const SketchObject& object) {
+  return HasTwoSizes(object) && ExactCosine(object.angle) == 0;
+}
+
+// The end of a line goes where both factors put it.
+void StretchLine(const SketchObject& object, const ShapePlace& place, SketchObject& placed) {
+  double endX = 0;
+  double endY = 0;
+  LineEndPoint(object, endX, endY);
+  const double dx = (endX - object.x) * place.scaleX;
+  const double dy = (endY - object.y) * place.scaleY;
+  placed.size = std::hypot(dx, dy);
+  placed.angle = AngleDegrees(dy, dx) + place.rotation;
+}
+
 }  // namespace
 
 bool IsCut(const SketchObject& object) {
   return object.type >= kTypeLine && object.type <= kTypeSlot;
+}
+
+bool CutsAnything(const SavedShape& shape) { return std::ranges::any_of(ObjectsOf(shape), IsCut); }
+
+bool KeepsForm(const SavedShape& shape, const ShapePlace& place) {
+  if (place.scaleX == place.scaleY) return true;
+  return std::ranges::none_of(ObjectsOf(shape), [&place](const SketchObject& object) {
+    if (!IsCut(object) || object.type == kTypeLine) return false;
+    if (object.type == kTypeCircle) return true;
+    if (!StandsUpright(object) && ExactSine(object.angle) != 0) return true;
+    const SketchObject placed = PlacedObject(object, place);
+    return object.type == kTypeSlot && placed.size < placed.size2 && object.size >= object.size2;
+  });
 }
 
 SketchObject PlacedObject(const SketchObject& object, const ShapePlace& place) {
@@ -26,6 +59,13 @@ SketchObject PlacedObject(const SketchObject& object, const ShapePlace& place) {
   placed.size = object.size * place.scaleX;
   placed.size2 = object.size2 * place.scaleY;
   placed.angle = object.angle + place.rotation;
+  // Equal factors keep the last bits of the saved numbers.
+  if (place.scaleX == place.scaleY) return placed;
+  if (HasEnds(object)) StretchLine(object, place, placed);
+  if (StandsUpright(object)) {
+    placed.size = object.size * place.scaleY;
+    placed.size2 = object.size2 * place.scaleX;
+  }
   return placed;
 }
 
@@ -38,8 +78,7 @@ ClosedShape ClosedShapeOf(const SketchObject& object) {
 
 void EmitSavedShape(CodeWriter& out, const SavedShape& shape, const ShapePlace& place,
                     const CutData& cut) {
-  for (const SketchObject& object :
-       std::span(shape.objects).first(static_cast<std::size_t>(shape.count))) {
+  for (const SketchObject& object : ObjectsOf(shape)) {
     if (!IsCut(object)) continue;
     const SketchObject placed = PlacedObject(object, place);
     if (placed.type == kTypeLine) {
@@ -79,8 +118,7 @@ bool AddClosedShape(Picture& picture, const ClosedShape& item, Ink ink, int part
 bool AddSavedShape(Picture& picture, const SavedShape& shape, const ShapePlace& place, Ink ink,
                    int part) {
   bool any = false;
-  for (const SketchObject& object :
-       std::span(shape.objects).first(static_cast<std::size_t>(shape.count))) {
+  for (const SketchObject& object : ObjectsOf(shape)) {
     if (!IsCut(object)) continue;
     const SketchObject placed = PlacedObject(object, place);
     if (placed.type == kTypeLine) {

@@ -23,8 +23,13 @@ struct ShapePlace {
 
 // Lines, rectangles, circles and slots.
 bool IsCut(const SketchObject& object);
-// Where and how large an object is cut. Anchor and sizes are scaled before the turn; a circle and
-// a line have the scale of X.
+// False: it holds work points and axes alone, or nothing.
+bool CutsAnything(const SavedShape& shape);
+// Whether the outline holds together at this place. By other factors along X than along Y a circle
+// and what stands at an angle would lose their form; so would a slot that gets shorter than wide.
+bool KeepsForm(const SavedShape& shape, const ShapePlace& place);
+// Where and how large an object is cut. Anchor and sizes are scaled before the turn: a line by both
+// factors, an upright rectangle or slot by those of its sides. A circle has the factor of X.
 SketchObject PlacedObject(const SketchObject& object, const ShapePlace& place);
 // A rectangle, circle or slot as the closed outline that is cut.
 ClosedShape ClosedShapeOf(const SketchObject& object);

@@ -4,10 +4,15 @@
 #include <cstdint>
 
 #include "app/app_state.h"
+#include "app/outlets.h"
 #include "builders/shapes/pattern_text.h"
 #include "builders/shapes/shape_record.h"
+#include "builders/shapes/shape_text.h"
 #include "cad/model/cad_form.h"
+#include "cad/model/tool_state.h"
+#include "cad/panel/pattern_form.h"
 #include "documents/builder.h"
+#include "documents/edit_link.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/message.h"
@@ -46,14 +51,19 @@ CircularValues Circular(const FormValues& form) {
 
 GridValues Grid(const FormValues& form) { return GridOf(ItemOf(form.choices[kPatternItem]), form); }
 
-// False: nothing is chosen, or a saved shape that is gone.
+// False: nothing is chosen, or a saved shape that is gone or cuts nothing.
 bool HasItem(const FormValues& form, int list, Refusal& refusal) {
   const int row = form.choices[kPatternItem];
-  if (row >= 0 && (DataOf(row) < kCustomShapeData || SavedShapeOf(DataOf(row)))) return true;
+  const SavedShape* saved = row < 0 ? nullptr : SavedShapeOf(DataOf(row));
+  refusal.field = list;
+  if (saved && saved->count > 0 && !CutsAnything(*saved)) {
+    refusal.words = kNothingToCut;
+    return false;
+  }
+  if (row >= 0 && (DataOf(row) < kCustomShapeData || saved)) return true;
   refusal.words =
       u"Choose the pattern's item in the list first. A saved shape that the library no longer "
       u"holds cannot be cut.";
-  refusal.field = list;
   return false;
 }
 
@@ -63,16 +73,36 @@ bool Passes(const BuilderFault& fault, std::span<const int> ids, Refusal& refusa
   return fault.field < 0;
 }
 
+// The code repeats what the list says; a selected object is laid out in the drawing alone.
+bool RepeatsItsList(int panelMode, Refusal& refusal) {
+  if (editLink.kind != 0 || !PatternSourceIsSelection(panelMode)) return true;
+  refusal.words =
+      u"The code repeats the item of the list. Set the source to the shape library first, or press "
+      u"CREATE SKETCH PATTERN.";
+  refusal.field = kIdCadPatternSource;
+  return false;
+}
+
 bool CheckCircularForm(const FormValues& form, Refusal& refusal) {
-  return HasItem(form, kIdCircularItem, refusal) &&
+  return RepeatsItsList(kPanelCircular, refusal) && HasItem(form, kIdCircularItem, refusal) &&
          Passes(CheckCircular(Circular(form)), kCircularIds, refusal);
 }
 
 bool CheckGridForm(const FormValues& form, Refusal& refusal) {
-  return HasItem(form, kIdRectItem, refusal) && Passes(CheckGrid(Grid(form)), kGridIds, refusal);
+  return RepeatsItsList(kPanelRectangular, refusal) && HasItem(form, kIdRectItem, refusal) &&
+         Passes(CheckGrid(Grid(form)), kGridIds, refusal);
 }
 
 bool StoreItem(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
+
+// The fields of the sketch's directions stand beside those of the code.
+void TellDirections(const FormValues&, bool) {
+  if (tools.patternAlone ||
+      (FieldNumber(kIdCadDirection1, 0) == 0 && FieldNumber(kIdCadDirection2, 90) == 90)) {
+    return;
+  }
+  AppendOutput(u"The code's rows run along X and Y; the two directions count for the sketch only.");
+}
 
 constexpr Command kCircularCommands[] = {
     {.id = kIdCircularItem, .hint = Hint::Quiet},
@@ -134,6 +164,7 @@ constexpr Builder kGridBuilder{
     .modeOf = [](const FormValues&) { return int{kModeRectangular}; },
     .room = [](const FormValues& form) { return GridRoom(Grid(form)); },
     .storeItems = StoreItem,
+    .inserted = TellDirections,
 };
 
 void RegisterPatternBuilders() {

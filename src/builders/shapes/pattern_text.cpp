@@ -214,20 +214,38 @@ double ReachOf(const ItemCut& item) {
                     std::max(std::fabs(extents.minY), std::fabs(extents.maxY)));
 }
 
+bool HasWidth(const ItemCut& item) {
+  const ItemShape shape = item.item.shape;
+  return item.item.saved || (shape != ItemShape::Circle && shape != ItemShape::Square);
+}
+
+// From one point of an item to another, about its own origin.
+void AddAlong(Picture& picture, const Place& place, const PicturePoint& from,
+              const PicturePoint& to, int row) {
+  PictureDimension along{.way = DimensionWay::Along, .row = row};
+  RotatePoint(place.x, place.y, from.x, from.y, place.turn, along.x0, along.y0);
+  RotatePoint(place.x, place.y, to.x, to.y, place.turn, along.x1, along.y1);
+  AddDimension(picture, along);
+}
+
 // The length of an item, above or below it.
-void AddItemSize(Picture& picture, const ItemCut& item, const Place& place, bool above) {
-  const double r = item.size / 2;
+void AddItemLength(Picture& picture, const ItemCut& item, const Place& place, bool above) {
   if (!item.item.saved && item.item.shape == ItemShape::Circle) {
-    AddDimension(picture,
-                 {.way = DimensionWay::Diameter, .x0 = place.x, .y0 = place.y, .radius = r});
+    AddDimension(
+        picture,
+        {.way = DimensionWay::Diameter, .x0 = place.x, .y0 = place.y, .radius = item.size / 2});
     return;
   }
-  PictureDimension length{.way = DimensionWay::Along, .row = above ? 1 : -1};
   const Extents extents = ExtentsOf(item);
   const double y = above ? extents.maxY : extents.minY;
-  RotatePoint(place.x, place.y, extents.minX, y, place.turn, length.x0, length.y0);
-  RotatePoint(place.x, place.y, extents.maxX, y, place.turn, length.x1, length.y1);
-  AddDimension(picture, length);
+  AddAlong(picture, place, {extents.minX, y}, {extents.maxX, y}, above ? 1 : -1);
+}
+
+// The width of an item that has one, at its left end.
+void AddItemWidth(Picture& picture, const ItemCut& item, const Place& place) {
+  if (!HasWidth(item)) return;
+  const Extents extents = ExtentsOf(item);
+  AddAlong(picture, place, {extents.minX, extents.minY}, {extents.minX, extents.maxY}, 1);
 }
 
 // Numbers stand in items that are large in the picture, and beside small ones, which they would
@@ -367,7 +385,9 @@ void DrawCircular(const CircularValues& values, Picture& picture) {
     if (quantity <= kMaxNumberedItems) {
       AddNumber(picture, place, i, numbers, SideAway(place.x - circle.x, place.y - circle.y));
     }
-    if (i == 0) AddItemSize(picture, item, place, false);
+    if (i > 0) continue;
+    AddItemLength(picture, item, place, false);
+    AddItemWidth(picture, item, place);
   }
   const double radius = across / 2;
   AddCross(picture, {circle.x, circle.y}, Ink::Construction);
@@ -395,8 +415,9 @@ void DrawGrid(const GridValues& values, Picture& picture) {
     const Place place = GridPlace(values, i);
     AddItem(picture, item, place, i);
     if (count <= kMaxNumberedItems) AddNumber(picture, place, i, numbers, LabelSide::Above);
-    // Away from the spacings, which stand below and to the right.
-    if (i == count - 1) AddItemSize(picture, item, place, true);
+    // Away from the spacings, which stand below and to the right: in the last row.
+    if (i == count - columns) AddItemWidth(picture, item, place);
+    if (i == count - 1) AddItemLength(picture, item, place, true);
   }
   if (columns > 1) {
     AddDimension(picture, {.way = DimensionWay::Across,

@@ -113,10 +113,10 @@ const std::vector<FormRow>& ShapeRows() {
   return kRows;
 }
 
-// What the list and the fields of a saved shape said when the program wrote them last.
+// What the list and the sizes of a saved shape said when the program wrote them last.
 struct Filled {
-  int lastShape = kShapeSquare;  // row that was chosen last, Slot aside
-  std::u16string texts[kShapeNumbers];
+  int lastShape = kShapeSquare;        // row that was chosen last, Slot aside
+  double extents[kShapeNumbers] = {};  // inches, of the two sizes
 };
 Filled filled;
 
@@ -135,19 +135,21 @@ ShapeValues ValuesOf(const FormValues& form) {
 // Place and sizes of a saved shape that was just chosen.
 void StartSaved(const SavedShape& saved) {
   for (int field = 0; field < kShapeNumbers; ++field) {
-    filled.texts[field] = SavedShapeStart(saved, UnitsMetric(), field);
-    platform::SetText(kIdShapeField + field, filled.texts[field]);
+    platform::SetText(kIdShapeField + field, SavedShapeStart(saved, UnitsMetric(), field));
+  }
+  for (const int field : {kShapeSize, kShapeSize2}) {
+    filled.extents[field] = SavedExtent(saved, field);
   }
 }
 
 // The shape was saved anew, with other extents: sizes that nobody has typed follow.
 void FollowSaved(const SavedShape& saved) {
   for (const int field : {kShapeSize, kShapeSize2}) {
-    const std::u16string extent = SavedShapeStart(saved, UnitsMetric(), field);
     const int id = kIdShapeField + field;
-    if (platform::TextOf(id) != filled.texts[field]) continue;
-    filled.texts[field] = extent;
-    platform::SetText(id, extent);
+    const double size = FieldNumber(id, -1);
+    if (!ShowsExtent(filled.extents[field], size, UnitsMetric())) continue;
+    filled.extents[field] = SavedExtent(saved, field);
+    platform::SetText(id, SavedShapeStart(saved, UnitsMetric(), field));
   }
 }
 
@@ -212,6 +214,11 @@ bool Check(const FormValues& form, Refusal& refusal) {
     refusal.words =
         u"Choose a shape in the list first. A saved shape that the library no longer holds cannot "
         u"be cut.";
+    refusal.field = kIdShapeCombo;
+    return false;
+  }
+  if (const SavedShape* saved = SavedAt(row); saved && saved->count > 0 && !CutsAnything(*saved)) {
+    refusal.words = kNothingToCut;
     refusal.field = kIdShapeCombo;
     return false;
   }

@@ -42,15 +42,4 @@ bool StoreShape(std::int64_t data, FeatureSettings& record) {
   return true;
 }
 
-bool LoadShape(const FeatureSettings& record, std::int64_t& data) {
-  if (record.a >= 0) {
-    data = record.a;
-    return true;
-  }
-  const int index = RecoverProjectShape(record);
-  if (index < 0) return false;
-  data = kCustomShapeData + index;
-  return true;
-}
-
 }  // namespace morva

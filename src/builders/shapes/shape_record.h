@@ -15,8 +15,5 @@ const SavedShape* SavedShapeOf(std::int64_t data);
 // Puts the shape of this item data into the record. False: there is no such shape, it is empty, or
 // a record cannot hold its numbers.
 bool StoreShape(std::int64_t data, FeatureSettings& record);
-// The item data of the record's shape; a saved one that the library does not hold is added to it.
-// False: the library has no place for it.
-bool LoadShape(const FeatureSettings& record, std::int64_t& data);
 
 }  // namespace morva

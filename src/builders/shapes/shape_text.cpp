@@ -17,10 +17,14 @@ namespace morva {
 namespace {
 
 constexpr int kPointDecimals = 3;
+constexpr double kShownStep = 0.001;  // of a size in its field
 constexpr int kFeedDecimals = 1;
 constexpr char16_t kCheckWords[] =
     u"Enter valid non-zero shape dimensions and a positive feed, with Safe Z above the cutting "
     u"depth.";
+constexpr char16_t kStretchWords[] =
+    u"A circle, and a rectangle or slot at an angle, cannot be stretched. Type width and height in "
+    u"the ratio of the saved ones.";
 
 constexpr std::u16string_view kComments[] = {
     u"(SHAPE: SQUARE)", u"(SHAPE: RECTANGLE)", u"(SHAPE: CIRCLE)", u"(SHAPE: TRIANGLE)",
@@ -73,23 +77,15 @@ Extents ExtentsOf(const SavedShape& saved) {
   return extents;
 }
 
-// Inches of a size field's direction.
-double ExtentOf(const SavedShape& saved, int field) {
-  const Extents extents = ExtentsOf(saved);
-  return field == kShapeSize ? WidthOf(extents) : HeightOf(extents);
-}
-
 double Shown(double value) { return ParseDecimal(FixedText(value, kPointDecimals), 0); }
 
-// The scale of one direction, in the values' units for an inch of the shape. A field shows the
-// extent in its unit, or what the unit switch made of the extent in the other one.
+// The scale of one direction, in the values' units for an inch of the shape.
 double ScaleOf(const ShapeValues& values, int field) {
-  const double unit = values.metric ? kMmPerInch : 1;
-  const double extent = ExtentOf(*values.saved, field);
+  const double extent = SavedExtent(*values.saved, field);
   const double size = std::fabs(values.numbers[field]);
-  const double switched = values.metric ? Shown(Shown(extent) * kMmPerInch)
-                                        : Shown(Shown(extent * kMmPerInch) * kInchPerMm);
-  if (size == Shown(extent * unit) || size == switched || !(extent > 0)) return unit;
+  if (!(extent > 0) || ShowsExtent(extent, size, values.metric)) {
+    return values.metric ? kMmPerInch : 1;
+  }
   return size / extent;
 }
 
@@ -137,12 +133,12 @@ int SizeFault(const ShapeValues& values) {
     case kShapeCircle:
       return RadiusOf(values) <= kLeastCut ? kShapeSize : -1;
     case kShapeSaved:
-      // A direction without extent has nothing to scale.
+      // A direction without an extent that its field could show has nothing to scale.
       for (const int field : {kShapeSize, kShapeSize2}) {
         const double size = std::fabs(values.numbers[field]);
-        if (values.saved && size <= kLeastCut && ExtentOf(*values.saved, field) > kLeastCut) {
-          return field;
-        }
+        const double unit = values.metric ? kMmPerInch : 1;
+        if (!values.saved || size > kLeastCut) continue;
+        if (Shown(SavedExtent(*values.saved, field) * unit) > kLeastCut) return field;
       }
       return -1;
     case kShapeSquare:
@@ -287,7 +283,7 @@ std::span<const BuilderField> ShapeFields(int kind) { return kFields[KindOf(kind
 
 std::u16string SavedShapeStart(const SavedShape& saved, bool metric, int field) {
   if (field == kShapeSize || field == kShapeSize2) {
-    return FixedText(ExtentOf(saved, field) * (metric ? kMmPerInch : 1), kPointDecimals);
+    return FixedText(SavedExtent(saved, field) * (metric ? kMmPerInch : 1), kPointDecimals);
   }
   if (metric && field == kShapeDepth) return u"-2.540";
   if (metric && field == kShapeFeed) return u"254.0";
@@ -295,18 +291,46 @@ std::u16string SavedShapeStart(const SavedShape& saved, bool metric, int field) 
   return kFields[kShapeSaved][field].start;
 }
 
+double SavedExtent(const SavedShape& saved, int field) {
+  const Extents extents = ExtentsOf(saved);
+  return field == kShapeSize ? WidthOf(extents) : HeightOf(extents);
+}
+
+bool ShowsExtent(double extent, double size, bool metric) {
+  const double switched =
+      metric ? Shown(Shown(extent) * kMmPerInch) : Shown(Shown(extent * kMmPerInch) * kInchPerMm);
+  return size == Shown(extent * (metric ? kMmPerInch : 1)) || size == switched;
+}
+
 ShapePlace PlaceOfSaved(const ShapeValues& values) {
   ShapePlace place{values.numbers[kShapeX], values.numbers[kShapeY]};
   if (!values.saved) return place;
   place.scaleX = ScaleOf(values, kShapeSize);
   place.scaleY = ScaleOf(values, kShapeSize2);
+  // Three decimals of a size do not tell a factor to its last bit: the longer direction does.
+  const double width = SavedExtent(*values.saved, kShapeSize);
+  const double height = SavedExtent(*values.saved, kShapeSize2);
+  const bool wide = width >= height;
+  const double factor = wide ? place.scaleX : place.scaleY;
+  const double other = std::fabs(values.numbers[wide ? kShapeSize2 : kShapeSize]);
+  const double extent = wide ? height : width;
+  // Both texts are rounded, and twice of a rounded size is further off.
+  const double slack = kShownStep * factor / (values.metric ? kMmPerInch : 1);
+  const bool shown =
+      Shown(extent * factor) == Shown(other) ||
+      (!KeepsForm(*values.saved, place) && std::fabs(extent * factor - other) <= slack);
+  if (!(extent > 0) || shown) place.scaleX = place.scaleY = factor;
   return place;
 }
 
 BuilderFault CheckShape(const ShapeValues& values) {
   const int field = FaultyField(values);
-  if (field < 0) return {};
-  return {kCheckWords, field};
+  if (field >= 0) return {kCheckWords, field};
+  if (values.kind == kShapeSaved && values.saved &&
+      !KeepsForm(*values.saved, PlaceOfSaved(values))) {
+    return {kStretchWords, kShapeSize2};
+  }
+  return {};
 }
 
 void WriteShape(const ShapeValues& values, CodeWriter& out) {

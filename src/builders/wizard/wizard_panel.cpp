@@ -138,6 +138,7 @@ const std::vector<FormRow>& WizardRows() {
                     .id = kIdWizardTools,
                     .name = u"Tool of the library",
                     .help = u"Fills in number, speed and feed that nobody has typed",
+                    .filled = true,
                     .half = true});
     for (int field = 0; field < kWizardNumbers; ++field) AddField(rows, field);
     rows.push_back({.kind = RowKind::Keys, .keys = {kIdBuilderInch, kIdBuilderMm}});

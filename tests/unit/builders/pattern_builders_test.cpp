@@ -11,6 +11,8 @@
 #include "builders/shapes/pattern_text.h"
 #include "cad/model/cad_form.h"
 #include "cad/model/sketch.h"
+#include "cad/model/tool_state.h"
+#include "cad/panel/pattern_form.h"
 #include "documents/builder.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
@@ -254,6 +256,45 @@ TEST_F(PatternBuilders, TurnASavedShapeWithItsItem) {
   EXPECT_EQ(record.a, -1);
   EXPECT_EQ(record.b, 1);
   EXPECT_EQ(record.itemCount, 2);
+}
+
+TEST_F(PatternBuilders, RefuseAShapeThatCutsNothing) {
+  SavedShape points;
+  points.name[0] = u'P';
+  points.objects[points.count++] = {kTypeWorkPoint, 0, 1, 1, 0, 0, 0};
+  ASSERT_EQ(PutShape(points), 0);
+  RefreshShapeLists();
+  Grid();
+  ASSERT_TRUE(headless::SelectRows(kIdRectItem, {6}));
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern",
+                u"The saved shape holds work points and axes alone: there is nothing to cut.");
+}
+
+// The code repeats what the list says, so that it does not take the selected object's sizes for it.
+TEST_F(PatternBuilders, RefuseCodeWhileTheSourceIsTheSelection) {
+  for (const bool circular : {true, false}) {
+    ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+    OpenPatternPanel(circular ? kPanelCircular : kPanelRectangular, false);
+    ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+    const int key = circular ? kIdCircularInsert : kIdRectInsert;
+    ExpectRefused(key, circular ? u"Circular Pattern" : u"Rectangular Pattern",
+                  u"The code repeats the item of the list. Set the source to the shape library "
+                  u"first, or press CREATE SKETCH PATTERN.");
+    ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+    Insert(key);
+  }
+}
+
+TEST_F(PatternBuilders, SayThatTheCodeKnowsNoDirections) {
+  ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+  OpenPatternPanel(kPanelRectangular, false);
+  Insert(kIdRectInsert);
+  EXPECT_FALSE(OutputHas(u"count for the sketch only"));
+  Type(kIdCadDirection1, u"30");
+  Insert(kIdRectInsert);
+  EXPECT_TRUE(
+      OutputHas(u"The code's rows run along X and Y; the two directions count for the "
+                u"sketch only."));
 }
 
 TEST_F(PatternBuilders, CutNothingForAShapeThatIsGone) {

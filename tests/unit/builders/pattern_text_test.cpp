@@ -275,6 +275,23 @@ TEST(PatternPicture, NumbersItsItems) {
             "\u00D84.000\n");
 }
 
+// The width of a slot stands in the picture too, left of all others.
+TEST(PatternPicture, MeasuresLengthAndWidthOfAnItem) {
+  Picture picture;
+  ClearPicture(picture, false);
+  GridValues values = StartGrid(ItemShape::Slot);
+  values.numbers[kGridTurn] = 90;
+  DrawGrid(values, picture);
+  const std::string text = platform::ToUtf8(PictureText(picture));
+  // Of the last row: the length at its last item, the width at its first.
+  EXPECT_NE(text.find("dimension along dimension 1.8750,0.7500 1.8750,1.2500 row 1: 0.500\n"),
+            std::string::npos)
+      << text;
+  EXPECT_NE(text.find("dimension along dimension 0.1250,0.7500 -0.1250,0.7500 row 1: 0.250\n"),
+            std::string::npos)
+      << text;
+}
+
 TEST(PatternPicture, TakesValuesThatDoNotPass) {
   for (const double value : {0.0, -1.0, 1e79, -1e79, 3.7}) {
     CircularValues circular = StartCircular(ItemShape::Slot);

@@ -247,11 +247,16 @@ TEST_F(ShapePanel, WritesASavedShapeScaledToItsFields) {
   Choose(7 + index);
   Type(kShapeX, u"10");
   Type(kShapeSize, u"4");
+  // The hole would be no circle in a plate that is twice as wide and as high as saved.
+  ExpectRefused(u"Shape Builder",
+                u"A circle, and a rectangle or slot at an angle, cannot be stretched. Type width "
+                u"and height in the ratio of the saved ones.");
+  Type(kShapeSize2, u"2");
   Insert();
-  // Twice as wide, as high as saved: corners at 10 - 2 and -0.5; the hole has the scale of X.
+  // Twice as large: corners at 10 - 2 and -1.
   const std::u16string text = Text();
   EXPECT_NE(text.find(u"(SAVED CUSTOM SHAPE: Ear)\r\nG20 (INCH)\r\nG90 G17 G94\r\n"
-                      u"G00 X8.000 Y-0.500\r\nG01 Z-0.100 F10.00\r\nG01 X12.000 Y-0.500 F10.0\r\n"),
+                      u"G00 X8.000 Y-1.000\r\nG01 Z-0.100 F10.00\r\nG01 X12.000 Y-1.000 F10.0\r\n"),
             text.npos);
   EXPECT_NE(text.find(u"G00 X10.500 Y0.000\r\n"), text.npos);
   EXPECT_NE(text.find(u"(END SAVED CUSTOM SHAPE)\r\n"), text.npos);
@@ -314,6 +319,26 @@ TEST_F(ShapePanel, FollowsAShapeThatIsSavedAnewWithOtherSizes) {
   EXPECT_EQ(ChosenShape(), 7);
   EXPECT_EQ(FieldText(kShapeSize), u"3.000");
   EXPECT_EQ(FieldText(kShapeSize2), u"9") << "what the user typed stays";
+}
+
+TEST_F(ShapePanel, FollowsAShapeThatIsSavedAnewAfterAChangeOfTheUnit) {
+  Choose(7 + Save(u"Ear"));
+  SetUnits(true);
+  Save(u"Ear", 3, 2);
+  EXPECT_EQ(FieldText(kShapeSize), u"76.200");
+  EXPECT_EQ(FieldText(kShapeSize2), u"50.800");
+}
+
+TEST_F(ShapePanel, RefusesAShapeThatCutsNothing) {
+  SavedShape points;
+  points.name[0] = u'P';
+  points.objects[points.count++] = {kTypeWorkPoint, 0, 1, 1, 0, 0, 0};
+  ASSERT_EQ(PutShape(points), 0);
+  RefreshShapeLists();
+  Choose(7);
+  ExpectRefused(u"Shape Builder",
+                u"The saved shape holds work points and axes alone: there is nothing to cut.");
+  EXPECT_EQ(platform::FocusedId(), kIdShapeCombo);
 }
 
 // The list lets go of a shape that is gone: nothing may be cut in its place.
@@ -411,6 +436,7 @@ TEST_F(ShapeBlock, StaysExcludedWhenItIsUpdated) {
 TEST_F(ShapeBlock, BringsASavedShapeBackThatTheLibraryLost) {
   Choose(7 + Save(u"Ear"));
   Type(kShapeSize, u"4");
+  Type(kShapeSize2, u"2");
   Insert();
   EXPECT_EQ(features.rows[features.count - 1].settings.a, -1);
   EXPECT_EQ(features.rows[features.count - 1].settings.itemCount, 2);
@@ -423,7 +449,7 @@ TEST_F(ShapeBlock, BringsASavedShapeBackThatTheLibraryLost) {
   EXPECT_EQ(FieldText(kShapeSize), u"4.000000");
   Insert();
   EXPECT_NE(Text().find(u"(SAVED CUSTOM SHAPE: Recovered project shape)"), Text().npos);
-  EXPECT_NE(Text().find(u"G01 X2.000 Y-0.500 F10.0"), Text().npos);
+  EXPECT_NE(Text().find(u"G01 X2.000 Y-1.000 F10.0"), Text().npos);
 }
 
 TEST_F(ShapeBlock, OpensNothingWhereTheLibraryIsFull) {

@@ -49,10 +49,7 @@ TEST_F(ShapeRecords, HoldABuiltInRow) {
     const FeatureSettings read = Again(record);
     EXPECT_EQ(read.a, 5);
     EXPECT_EQ(read.itemCount, 0);
-    std::int64_t data = -1;
-    EXPECT_TRUE(LoadShape(read, data));
-    EXPECT_EQ(data, 5);
-    EXPECT_EQ(SavedShapeOf(data), nullptr);
+    EXPECT_EQ(SavedShapeOf(read.a), nullptr);
   }
 }
 
@@ -65,24 +62,8 @@ TEST_F(ShapeRecords, HoldTheObjectsOfASavedShape) {
   EXPECT_EQ(read.a, -1);
   ASSERT_EQ(read.itemCount, 2);
   EXPECT_EQ(read.items[0].p4, -45);
-  std::int64_t data = 0;
-  EXPECT_TRUE(LoadShape(read, data));
-  EXPECT_EQ(data, kCustomShapeData + index);
-  EXPECT_EQ(SavedShapeOf(data), &shapeLibrary.shapes[index]);
-}
-
-TEST_F(ShapeRecords, BringAShapeBackThatTheLibraryLost) {
-  Saved({{kTypeCircle, 0, 0, 0, 2, 0, 0}});
-  FeatureSettings record = Record(kKindCircular);
-  ASSERT_TRUE(StoreShape(kCustomShapeData, record));
-  ResetShapeLibrary();
-  std::int64_t data = 0;
-  EXPECT_TRUE(LoadShape(Again(record), data));
-  EXPECT_EQ(data, kCustomShapeData);
-  EXPECT_EQ(std::u16string(shapeLibrary.shapes[0].name), u"Recovered project shape");
-  while (shapeLibrary.count < kMaxShapes) AppendShape(u"other");
-  shapeLibrary.shapes[0].objects[0].size = 3;
-  EXPECT_FALSE(LoadShape(record, data));
+  EXPECT_EQ(RecoverProjectShape(read), index);
+  EXPECT_EQ(SavedShapeOf(kCustomShapeData + index), &shapeLibrary.shapes[index]);
 }
 
 TEST_F(ShapeRecords, RefuseWhatARecordCannotHold) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -158,13 +159,81 @@ TEST(SavedShapePlace, KeepsTheSavedSizeWhileTheFieldShowsIt) {
   EXPECT_NEAR(PlaceOfSaved(wide).scaleY, 0.5, 1e-6);
 }
 
-TEST(SavedShapePlace, ScalesCirclesAndLinesByX) {
-  const SavedShape saved = Saved({{kTypeCircle, 0, 1, 1, 2, 0, 0}, {kTypeLine, 0, 0, 0, 1, 0, 90}});
-  const SketchObject circle = PlacedObject(saved.objects[0], {.x = 5, .scaleX = 3, .scaleY = 2});
-  EXPECT_NEAR(circle.x, 8, 1e-6);
-  EXPECT_NEAR(circle.y, 2, 1e-6);
-  EXPECT_EQ(circle.size, 6);
-  EXPECT_EQ(PlacedObject(saved.objects[1], {.scaleX = 3, .scaleY = 2}).size, 3);
+TEST(SavedShapePlace, StretchesLinesAndUprightSidesByTheirOwnDirections) {
+  const ShapePlace place{.x = 5, .scaleX = 3, .scaleY = 2};
+  const SketchObject upright = PlacedObject({kTypeLine, 0, 1, 1, 4, 0, 90}, place);
+  EXPECT_NEAR(upright.x, 8, 1e-6);
+  EXPECT_NEAR(upright.y, 2, 1e-6);
+  EXPECT_NEAR(upright.size, 8, 1e-6);
+  EXPECT_EQ(upright.angle, 90);
+  // Three to the right and four up become nine and eight.
+  const SketchObject slanted = PlacedObject({kTypeLine, 0, 0, 0, 5, 0, AngleDegrees(4, 3)}, place);
+  EXPECT_NEAR(slanted.size, std::hypot(9, 8), 1e-6);
+  EXPECT_NEAR(slanted.angle, AngleDegrees(8, 9), 1e-6);
+  const SketchObject level = PlacedObject({kTypeRectangle, 0, 0, 0, 2, 1, 180}, place);
+  EXPECT_EQ(level.size, 6);
+  EXPECT_EQ(level.size2, 2);
+  const SketchObject slot = PlacedObject({kTypeSlot, 0, 0, 0, 2, 0.5, 90}, place);
+  EXPECT_EQ(slot.size, 4) << "it stands upright: its length is the height";
+  EXPECT_EQ(slot.size2, 1.5);
+}
+
+// Four lines of a square that gets twice as wide and stays as high.
+TEST(SavedShapeText, MeetsItsOwnEndsWhenItIsStretched) {
+  const SavedShape saved = Saved({{kTypeLine, 0, -1, -1, 2, 0, 0},
+                                  {kTypeLine, 0, 1, -1, 2, 0, 90},
+                                  {kTypeLine, 0, 1, 1, 2, 0, 180},
+                                  {kTypeLine, 0, -1, 1, 2, 0, -90}});
+  ShapeValues values = StartOf(saved);
+  values.numbers[kShapeSize] = 4;
+  EXPECT_EQ(CheckShape(values).field, -1);
+  const std::string text = Written(values);
+  const char* corners[] = {"X-2.000 Y-1.000", "X2.000 Y-1.000", "X2.000 Y1.000", "X-2.000 Y1.000"};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_NE(text.find(std::string("G00 ") + corners[i] + "\r\n"), std::string::npos) << i;
+    EXPECT_NE(text.find(std::string("G01 ") + corners[(i + 1) % 4] + " F10.0"), std::string::npos)
+        << i << text;
+  }
+}
+
+TEST(SavedShapePlace, TakesSizesThatShowOneFactorAsOne) {
+  // A third doubled shows as 0.667, which is not twice a third to the last bit.
+  const SavedShape saved = Saved({{kTypeRectangle, 0, 0, 0, 1.0 / 3, 2, 0}});
+  ShapeValues values = StartOf(saved);
+  values.numbers[kShapeSize] = 0.667;
+  values.numbers[kShapeSize2] = 4;
+  EXPECT_NEAR(PlaceOfSaved(values).scaleX, 2, 1e-6);
+  EXPECT_EQ(PlaceOfSaved(values).scaleX, PlaceOfSaved(values).scaleY);
+}
+
+TEST(ShapeCheck, RefusesToStretchWhatWouldLoseItsForm) {
+  const struct {
+    SketchObject object;
+    bool kept;
+  } cases[] = {
+      {{kTypeCircle, 0, 0, 0, 2, 0, 0}, false},     {{kTypeRectangle, 0, 0, 0, 2, 2, 90}, true},
+      {{kTypeRectangle, 0, 0, 0, 2, 2, 45}, false}, {{kTypeSlot, 0, 0, 0, 4, 1, 0}, true},
+      {{kTypeSlot, 0, 0, 0, 4, 1, 30}, false},      {{kTypeSlot, 0, 0, 0, 2, 1.9, 90}, false}};
+  for (const auto& each : cases) {
+    const SavedShape saved = Saved({each.object});
+    ShapeValues values = StartOf(saved);
+    EXPECT_EQ(CheckShape(values).field, -1);
+    const double width = values.numbers[kShapeSize];
+    const double height = values.numbers[kShapeSize2];
+    values.numbers[kShapeSize] = width * 2;
+    EXPECT_EQ(CheckShape(values).field, each.kept ? -1 : kShapeSize2)
+        << each.object.type << " " << each.object.angle;
+    values.numbers[kShapeSize2] = height * 2;
+    EXPECT_EQ(CheckShape(values).field, -1) << "in the saved ratio";
+  }
+}
+
+// A hand-drawn line that is level but for less than its height can show.
+TEST(ShapeCheck, TakesASavedShapeWhoseHeightShowsAsNothing) {
+  const SavedShape saved = Saved({{kTypeLine, 0, -1, 0, 2, 0, 0.004}});
+  const ShapeValues values = StartOf(saved);
+  ASSERT_EQ(values.numbers[kShapeSize2], 0);
+  EXPECT_EQ(CheckShape(values).field, -1);
 }
 
 TEST(SavedShapePlace, TurnsAboutItsOrigin) {

@@ -386,11 +386,12 @@ TEST_F(WizardPanel, KeepsTheExampleWhileProgramsChange) {
   EXPECT_TRUE(ExampleIsShown());
 }
 
-// In a small window the view cube would cover half of the example: it stands back for it.
-TEST_F(WizardPanel, ShowsTheExampleInASmallWindowWithoutTheCube) {
+// In a small view the cube would cover half of the example: it stands back for it.
+TEST_F(WizardPanel, ShowsTheExampleInASmallViewWithoutTheCube) {
   const auto cube = [] { return CubeFits(CubeClient(platform::ClientArea(kViewToolpath))); };
   EXPECT_TRUE(cube());
   headless::Resize(1200, 800);
+  for (int i = 0; i < 5; ++i) headless::Click(kIdTabNew);  // a second row of tabs
   EXPECT_FALSE(cube());
   const platform::Rect view = platform::ClientArea(kViewToolpath);
   platform::PointerEvent press;
