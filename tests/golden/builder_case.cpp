@@ -11,11 +11,13 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/feature_settings.h"
+#include "library/shapes.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
 #include "shell/modes.h"
 #include "support/places.h"
+#include "text/codetext.h"
 
 namespace golden {
 
@@ -128,6 +130,16 @@ void PutItems(const Builder& builder, const std::vector<morva::FeatureItem>& ite
   ASSERT_TRUE(morva::OpenBuilder(builder, record));
 }
 
+// A saved shape of these objects, in inches.
+void PutGolden(const std::vector<morva::FeatureItem>& items) {
+  morva::SavedShape shape;
+  morva::CopyBounded(shape.name, morva::kShapeNameUnits, u"Golden");
+  ASSERT_LE(items.size(), std::size(shape.objects));
+  for (const morva::FeatureItem& item : items) shape.objects[shape.count++] = morva::ObjectOf(item);
+  ASSERT_GE(morva::PutShape(shape), 0);
+  morva::RefreshShapeLists();
+}
+
 }  // namespace
 
 void PressKey(std::u16string_view name) {
@@ -189,14 +201,17 @@ void BringUp(const Builder& builder) {
 void SetUpCase(const BuilderCase& wanted, const Builder& builder) {
   BringUp(builder);
   std::vector<morva::FeatureItem> items;
+  std::vector<morva::FeatureItem> saved;
   for (const Setting& setting : wanted.settings) {
-    if (setting.name == u"item") {
+    if (setting.name == u"item" || setting.name == u"shape") {
       const std::string text = platform::ToUtf8(setting.text);
-      EXPECT_TRUE(ReadItem(text, items.emplace_back())) << text;
+      EXPECT_TRUE(ReadItem(text, (setting.name == u"item" ? items : saved).emplace_back())) << text;
       continue;
     }
     if (!items.empty()) PutItems(builder, items);
+    if (!saved.empty()) PutGolden(saved);
     items.clear();
+    saved.clear();
     if (setting.name == u"press") {
       PressKey(setting.text);
     } else if (setting.name == u"mode") {

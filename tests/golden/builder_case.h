@@ -1,13 +1,14 @@
 // A golden case of a builder: a folder that says what stands in the fields and what comes of it.
 //
 // fields.txt holds lines "name = text", carried out from the top once the form is up; "#" begins a
-// comment line. A name is a row's label, its accessible name or its id. Eight names are special:
+// comment line. A name is a row's label, its accessible name or its id. Nine names are special:
 //
 //     builder = INSERT GROOVE   the words on the builder's key; the first line of all
 //     mode = Machining wizard   a row of the mode list
 //     press = MM                a click on the key with these words, or this id
 //     again = NEXT              as press, once the block is opened again, before it is updated
 //     item = 0 0 1 2 2.5 0 90   an item of the record: type, tag, five numbers; before the fields
+//     shape = 0 0 -1 0 2 0 0    an object of a saved shape "Golden", likewise, in inches
 //     picture = more            the picture shows more than the code cuts
 //     blocks = 128              the program has so many blocks already
 //     picker = cancel           the user cancels the question where the block goes

@@ -243,8 +243,8 @@ void AddItemLength(Picture& picture, const ItemCut& item, const Place& place, bo
 
 // The width of an item that has one, at its left end.
 void AddItemWidth(Picture& picture, const ItemCut& item, const Place& place) {
-  if (!HasWidth(item)) return;
   const Extents extents = ExtentsOf(item);
+  if (!HasWidth(item) || !(extents.maxY > extents.minY)) return;
   AddAlong(picture, place, {extents.minX, extents.minY}, {extents.minX, extents.maxY}, 1);
 }
 
