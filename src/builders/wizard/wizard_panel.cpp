@@ -292,7 +292,10 @@ void TellTool(const FormValues& values, bool) {
   const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
   const int index = number > 0 ? FindTool(number) : -1;
   const std::u16string tool = u"T" + IntegerText(number);
-  if (number > 0 && index < 0) AppendOutput(tool + u" is not in the tool library.");
+  // Who keeps no library misses nothing in it.
+  if (number > 0 && index < 0 && toolLibrary.count > 0) {
+    AppendOutput(tool + u" is not in the tool library.");
+  }
   if (index < 0 || toolLibrary.tools[index].hOffset == number) return;
   // The code takes the length offset of the tool's own number.
   AppendOutput(u"The library gives " + tool + u" the H offset " +
