@@ -138,7 +138,7 @@ void GoBackToBuilder() {
 
 // The press is the builder's: nothing is drawn or chosen by it.
 bool TakePress(const platform::PointerEvent& event) {
-  if (!place.done) return false;
+  if (!place.done || AnyToolInHand()) return false;
   double x = 0;
   double y = 0;
   SnappedPosition(event, x, y);

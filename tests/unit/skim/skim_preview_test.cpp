@@ -1,0 +1,179 @@
+// What the wizard of the guided skim hands to the toolpath view, and when it takes it back.
+
+#include <string>
+
+#include "app/hooks.h"
+#include "app/path_preview.h"
+#include "documents/edit_link.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "documents/tab_table.h"
+#include "platform/editor.h"
+#include "simulator/shown_path.h"
+#include "skim/model/plan_record.h"
+#include "skim/panel/skim_opening.h"
+#include "unit/skim/skim_stage.h"
+
+namespace morva {
+namespace {
+
+// The last preview and marker, with the texts that they named.
+struct Heard {
+  PathPreview preview;
+  std::u16string text;
+  PreviewMarker marker;
+  std::u16string words;
+  int shown = 0;
+  int left = 0;
+};
+Heard heard;
+
+struct SkimPreview : support::SkimStage {
+  void SetUp() override {
+    SkimStage::SetUp();
+    heard = Heard();
+    hooks.showPreview = [](const PathPreview& preview) {
+      heard.preview = preview;
+      heard.text = preview.text;
+      ++heard.shown;
+    };
+    hooks.markPreview = [](const PreviewMarker& marker) {
+      heard.marker = marker;
+      heard.words = marker.words;
+    };
+    hooks.leavePreview = [] { ++heard.left; };
+    OpenSkim();
+  }
+};
+
+TEST_F(SkimPreview, ShowsCodeStockAndCutterOfEveryCharacter) {
+  const int before = heard.shown;
+  Type(kSkimXMax, u"6.25");
+  EXPECT_GT(heard.shown, before);
+  EXPECT_EQ(heard.text.find(u"\r\n(WIZARD: GUIDED SKIM / FACE)\r\n"), 0u);
+  EXPECT_NE(heard.text.find(u"G01 X6.8500"), heard.text.npos);
+  EXPECT_EQ(heard.preview.stock, (PreviewBox{true, 0, 6.25, 0, 4, -0.5, 0}));
+  EXPECT_EQ(std::u16string_view(heard.preview.stockWords), u"SKIM AREA");
+  EXPECT_EQ(heard.preview.diameter, 1);
+  EXPECT_TRUE(heard.preview.levels);
+  EXPECT_FALSE(heard.preview.lags);
+}
+
+TEST_F(SkimPreview, KeepsTheLastPlanWhileAFieldDoesNotReadAndSaysSo) {
+  const std::u16string before = heard.text;
+  Type(kSkimXMax, u"4in");
+  EXPECT_EQ(heard.text, before);
+  EXPECT_TRUE(heard.preview.lags);
+  Type(kSkimXMax, u"4");
+  EXPECT_FALSE(heard.preview.lags);
+}
+
+TEST_F(SkimPreview, PaintsCoverageWhereAskedTo) {
+  EXPECT_FALSE(heard.preview.coverage);
+  ASSERT_TRUE(headless::Click(kIdSkimCoverage));
+  EXPECT_TRUE(heard.preview.coverage);
+  EXPECT_EQ(platform::TextOf(kIdSkimCoverage), u"COVERAGE ON");
+  headless::Click(kIdSkimCoverage);
+  EXPECT_FALSE(heard.preview.coverage);
+  EXPECT_EQ(platform::TextOf(kIdSkimCoverage), u"COVERAGE OFF");
+}
+
+TEST_F(SkimPreview, SaysWhatTheFieldWithTheKeyboardMeans) {
+  Next();
+  Next();
+  headless::Focus(Field(kSkimDepthPerPass));
+  EXPECT_TRUE(heard.marker.shown);
+  EXPECT_DOUBLE_EQ(heard.marker.z, -0.125);
+  EXPECT_EQ(heard.words, u"Depth of cut per pass = 0.1250 \u2014 Resulting cut plane  Z -0.1250");
+  Type(kSkimDepthPerPass, u"0.25");
+  headless::Focus(Field(kSkimDepthPerPass));
+  EXPECT_DOUBLE_EQ(heard.marker.z, -0.25);
+  Type(kSkimDepthPerPass, u"x");
+  EXPECT_FALSE(heard.marker.shown);
+  Type(kSkimDepthPerPass, u"0.25");
+  headless::Focus(kIdSkimNext);
+  EXPECT_FALSE(heard.marker.shown);
+}
+
+TEST_F(SkimPreview, GivesTheViewBackHoweverItIsLeft) {
+  for (const int key :
+       {int{kIdSkimCancel}, int{kIdBack}, int{kIdSurfaceCode}, int{kIdSurfaceCad}}) {
+    const int before = heard.left;
+    headless::Click(key);
+    EXPECT_EQ(heard.left, before + 1) << key;
+    EXPECT_NE(app.surface, kSurfaceSkim);
+    OpenSkim();
+  }
+}
+
+TEST_F(SkimPreview, FollowsAnotherProgram) {
+  const int before = heard.shown;
+  headless::Click(kIdTabNew);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_GT(heard.shown, before);
+}
+
+struct SkimEnds : support::SkimStage {};
+
+TEST_F(SkimEnds, ShowsTheProgramsOwnPathAgain) {
+  headless::EditorSetAll(kIdEditor, u"G20\r\nG90\r\nG00 X0 Y0 Z1\r\nG01 Z-1 F10\r\nG01 X3\r\n");
+  headless::Click(kIdPath);
+  const int points = OwnedBy(PathOwner::Program).path.count;
+  OpenSkim();
+  EXPECT_EQ(ShownOwner(), PathOwner::Builder);
+  EXPECT_GT(ShownPath().path.count, 20);
+  EXPECT_EQ(OwnedBy(PathOwner::Program).path.count, points);
+  SetMode(kModeHome);
+  EXPECT_EQ(ShownOwner(), PathOwner::Program);
+  EXPECT_EQ(ShownPath().path.count, points);
+}
+
+// No plan of the wizard's own makes it, but a file can hold it.
+TEST_F(SkimEnds, OpensARecordThatIsNoUsablePlanAndSaysWhatIsWrong) {
+  SkimPlan plan;
+  plan.strategy = 12;
+  plan.tool = 2000;
+  FeatureSettings record;
+  StoreSkimPlan(plan, record);
+  ASSERT_TRUE(OpenSkimFromFeature(record));
+  EXPECT_FALSE(skimWizard.planValid);
+  EXPECT_EQ(Says(kSkimTool), u"2000");
+  Next();
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"Select a supported skim strategy.");
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+}
+
+TEST_F(SkimEnds, IsNoUpdateInAnotherProgram) {
+  OpenSkim();
+  GoToReview();
+  headless::Click(kIdSkimInsert);
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdTabNew);
+  EXPECT_EQ(editLink.kind, 0);
+  GoToReview();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+}
+
+// The line is drawn on another surface; the block stays the one that is updated.
+TEST_F(SkimEnds, UpdatesItsBlockWithALineDrawnMeanwhile) {
+  OpenSkim();
+  GoToReview();
+  headless::Click(kIdSkimInsert);
+  headless::Click(kIdFeatureEdit);
+  Next();
+  headless::Click(kIdSkimDraw);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(editLink.kind, kKindSkim);
+  headless::Focus(kViewCadCanvas);
+  headless::PressKey({platform::kKeyEscape});
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  Next();
+  Next();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+}
+
+}  // namespace
+}  // namespace morva
