@@ -239,7 +239,7 @@ bool PlacePickKey(const KeyEvent& key) {
 
 std::u16string_view PlacePickHelp() {
   if (!waits) return {};
-  return u"PICK  arrows move the cross, Enter takes it, Esc gives up";
+  return u"PICK  arrows move the cross  Enter takes it  Esc gives up";
 }
 
 std::u16string PickCrossWords() {

@@ -49,7 +49,7 @@ TEST_F(PlacePicks, NeedAPreview) {
 TEST_F(PlacePicks, SayWhatTheyWaitFor) {
   EXPECT_TRUE(Begin(PlaceSource::Geometry));
   EXPECT_EQ(Status(), u"Click somewhere.");
-  EXPECT_TRUE(Shows(u"PICK  arrows move the cross, Enter takes it, Esc gives up"));
+  EXPECT_TRUE(Shows(u"PICK  arrows move the cross  Enter takes it  Esc gives up"));
   EXPECT_EQ(platform::FocusedId(), kViewToolpath);
 }
 

@@ -17,7 +17,7 @@ namespace morva {
 namespace {
 
 constexpr platform::Colour kFeedColour = 0x48D3B8;
-constexpr platform::Colour kContextColour = 0x70859B;
+constexpr platform::Colour kContextColour = 0x9A8BC9;
 
 class Preview : public PreviewTest {};
 
@@ -232,6 +232,15 @@ TEST_F(Preview, PointsAtAPlaceWithWords) {
   EXPECT_TRUE(around);
   MarkPreview({});
   EXPECT_TRUE(Calls("PaintEllipse", 0xF08FC0).empty());
+}
+
+TEST_F(Preview, BreaksTheMarkersWordsBesideTheCube) {
+  platform::SetPlace(kViewToolpath, {700, 100, 700 + 450, 100 + 600});
+  ShowPreview(Facing());
+  MarkPreview(
+      {false, 0, 0, 0, u"Stepover (% of diameter) = 80 \u2014 Next row / stepover  Z 0.0000"});
+  EXPECT_TRUE(Shows(u"Stepover (% of diameter) = 80"));
+  EXPECT_TRUE(Shows(u"Next row / stepover  Z 0.0000"));
 }
 
 TEST_F(Preview, SaysThatTheFieldsAreAheadOfIt) {
