@@ -57,10 +57,16 @@ const char16_t* PrintSheet(const PlateSheet& sheet, PaperNotes& notes) {
   return platform::EndDocument() ? nullptr : kNotEnded;
 }
 
+// The log is not seen beside the plate: the program's status line says it as well.
+void Note(std::u16string_view words) {
+  AppendOutput(words);
+  ShowStatus(words);
+}
+
 void TellPrinted(const PaperNotes& notes) {
   SayOnPlate(kPrinted);
-  if (!notes.barIsOn) AppendOutput(kNoBar);
-  if (notes.cutOff > 0) AppendOutput(kCutOff + IntegerText(notes.cutOff) + u".");
+  if (!notes.barIsOn) Note(kNoBar);
+  if (notes.cutOff > 0) Note(kCutOff + IntegerText(notes.cutOff) + u".");
 }
 
 // With a printer at hand; the box with a refusal comes when it has been let go.

@@ -35,7 +35,8 @@ QString FileFor(std::u16string_view name) {
   for (QChar& c : file) {
     if (c == u'/' || c == u'\\' || c == u':' || !c.isPrint()) c = u'-';
   }
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (!QDir(folder).exists()) folder = QDir::homePath();
   return QDir(folder).filePath(file + QStringLiteral(".pdf"));
 }
 

@@ -483,6 +483,7 @@ TEST_F(PlatePrint, TellsOfFeaturesThatThePageCutsOff) {
   PutFeature(1, feature);
   Printed();
   EXPECT_TRUE(LogHas(u"cut off on the template: 2."));
+  EXPECT_NE(TextOf(kIdStatusLine).find(u"cut off on the template: 2."), std::u16string::npos);
 }
 
 TEST_F(PlatePrint, IsRefusedOnAPrinterThatTellsNoPage) {
