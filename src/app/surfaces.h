@@ -43,6 +43,9 @@ struct Surface {
   // The back key, before the surface is left by it. True: used up, it stays.
   bool (*back)() = nullptr;
 
+  // Whether the back key may lead to it once it was left. Null: it may.
+  bool (*mayReturn)() = nullptr;
+
   // Events while it is up; ids are those of the controls. True: used.
   bool (*key)(int id, const platform::KeyEvent& key) = nullptr;  // before anybody else
   bool (*rightClick)() = nullptr;  // anywhere in the window, before any context menu

@@ -185,6 +185,8 @@ void GoBack() {
   for (int i = 0; i < PanelCount(); ++i) {
     if (IsPanelActive(PanelAt(i)) && Call(PanelAt(i).back)) return;
   }
+  const Surface* former = SurfaceOf(history.surface);
+  if (former && former->mayReturn && !former->mayReturn()) history.surface = kSurfaceCode;
   if (!MayBringUp(history.surface)) return;
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;

@@ -10,10 +10,12 @@ bool SkimIsUp() { return app.surface == kSurfaceSkim; }
 
 void StartSkimWizard(std::int32_t fromSurface, std::int32_t fromMode) {
   skimWizard = SkimWizard();
+  skimWizard.open = true;
   skimWizard.fromSurface = fromSurface;
   skimWizard.fromMode = fromMode;
 }
 
+void EndSkimWizard() { skimWizard.open = false; }
 void TurnSkimPage(int page) { skimWizard.page = page; }
 void NoteSkimPlan(bool valid) { skimWizard.planValid = valid; }
 void NoteSkimField(int field) { skimWizard.field = field; }

@@ -9,6 +9,7 @@ namespace morva {
 enum SkimPage : int { kSkimStock, kSkimCutter, kSkimDepths, kSkimReview, kSkimPages };
 
 struct SkimWizard {
+  bool open = false;  // neither inserted nor cancelled, whatever surface is up meanwhile
   int page = kSkimStock;
   bool planValid = false;        // the form reads as a plan that passes
   bool matrixShown = false;      // the code matrix stands below the form
@@ -25,6 +26,7 @@ bool SkimIsUp();
 
 // The wizard as it comes up, opened from this place.
 void StartSkimWizard(std::int32_t fromSurface, std::int32_t fromMode);
+void EndSkimWizard();
 void TurnSkimPage(int page);
 void NoteSkimPlan(bool valid);
 void NoteSkimField(int field);

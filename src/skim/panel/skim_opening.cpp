@@ -67,6 +67,7 @@ void EnterSkim() {
 }
 
 void CancelSkim() {
+  EndSkimWizard();
   const SkimWizard opened = skimWizard;
   if (editLink.kind == kKindSkim) DropEditLink();
   if (opened.fromSurface == kSurfaceCode)
@@ -75,6 +76,7 @@ void CancelSkim() {
 }
 
 void CloseSkimAtHome() {
+  EndSkimWizard();
   Call(hooks.setMode, static_cast<int>(kModeHome));
   platform::SetFocusTo(ShownEditor());
 }

@@ -80,6 +80,7 @@ void ResetSkim() {
   ResetSkimSurface();
   ResetSkimPreview();
   StartSkimWizard(0, 0);
+  EndSkimWizard();
   ResetSkimPlan();
 }
 

@@ -145,6 +145,7 @@ void RegisterSkimSurface() {
   surface.enter = Enter;
   surface.left = Left;
   surface.back = Back;
+  surface.mayReturn = [] { return skimWizard.open; };
   surface.key = Key;
   surface.focusChanged = FocusChanged;
   surface.settled = Settled;

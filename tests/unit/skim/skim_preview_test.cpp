@@ -157,6 +157,20 @@ TEST_F(SkimEnds, IsNoUpdateInAnotherProgram) {
   EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
 }
 
+TEST_F(SkimEnds, IsReachedByTheBackKeyOnlyWhileItIsOpen) {
+  OpenSkim();
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  GoToReview();
+  headless::Click(kIdSkimInsert);
+  ASSERT_EQ(app.mode, kModeHome);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+}
+
 // The line is drawn on another surface; the block stays the one that is updated.
 TEST_F(SkimEnds, UpdatesItsBlockWithALineDrawnMeanwhile) {
   OpenSkim();
