@@ -117,6 +117,12 @@ void SetField(const Builder& builder, const Setting& setting) {
   for (const FormRow& row : builder.form->rows) {
     if ((row.pages & page) != 0 && SetRow(row, setting)) return;
   }
+  // An editor beside the form, such as that of a name.
+  for (int n = 0; const morva::Form* form = morva::FormAt(n); ++n) {
+    for (const FormRow& row : form->rows) {
+      if (row.id != 0 && platform::IsVisible(row.id) && SetRow(row, setting)) return;
+    }
+  }
   ADD_FAILURE() << "the form has no row " << platform::ToUtf8(setting.name);
 }
 

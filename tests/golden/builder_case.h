@@ -1,7 +1,8 @@
 // A golden case of a builder: a folder that says what stands in the fields and what comes of it.
 //
 // fields.txt holds lines "name = text", carried out from the top once the form is up; "#" begins a
-// comment line. A name is a row's label, its accessible name or its id. Nine names are special:
+// comment line. A name is a label, an accessible name or an id, of the form or of another one that
+// is up. Nine names are special:
 //
 //     builder = INSERT GROOVE   the words on the builder's key; the first line of all
 //     mode = Machining wizard   a row of the mode list

@@ -112,13 +112,11 @@ bool CheckPlate(const PlateRecord& record, Refusal& refusal, int& refusedValue) 
   refusedValue = -1;
   if (record.unnamed) return false;
   const PlateNumbers n = NumbersOf(record);
-  if (PlateTextsRead(record, refusedValue) && n.length > 0 && n.width > 0 && n.size > 0 &&
-      std::fabs(n.feed) > kLeastFeed && n.safeZ > n.depth && HasThickness(record, n)) {
-    return true;
-  }
   refusal.title = kPlateBoxTitle;
+  if (!PlateTextsRead(record, refusedValue)) return false;
   refusal.words = kCheckWords;
-  return false;
+  return n.length > 0 && n.width > 0 && n.size > 0 && std::fabs(n.feed) > kLeastFeed &&
+         n.safeZ > n.depth && HasThickness(record, n);
 }
 
 void WritePlate(const PlateRecord& record, CodeWriter& out) {

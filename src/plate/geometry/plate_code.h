@@ -14,9 +14,9 @@ inline constexpr char16_t kPlateInserted[] =
     u"Plate Template inserted. Verify plate stock size, feature locations, cutter/tool selection, "
     u"work offset, and clearances.";
 
-// Whether there is code for the plate. False: why not; without words no box comes, and the words
-// for the status line stand in plate_names.h (it has no name). `field` of the refusal is 0;
-// `refusedValue` the PlateValue at fault, -1 where it is none alone.
+// Whether there is code for the plate. False: why not. A plate without a name has neither title nor
+// words, and no box comes; plate_names.h has the words for the status line. A text that does not
+// read has a title alone, and `refusedValue` is its PlateValue, else -1: who has the form words it.
 bool CheckPlate(const PlateRecord& record, Refusal& refusal, int& refusedValue);
 // The code. Only what passed the check comes here.
 void WritePlate(const PlateRecord& record, CodeWriter& out);

@@ -30,7 +30,6 @@ constexpr FormRow Length(int value, const char16_t* label, const char16_t* start
           .start = start,
           .follows = Follows::Length,
           .decimals = kDecimals,
-          .value = value,
           .enter = kIdPlateInsert};
 }
 constexpr FormRow Half(FormRow row) {
@@ -43,28 +42,24 @@ constexpr FormRow Times(int value, const char16_t* label, const char16_t* help) 
   return row;
 }
 constexpr FormRow Head(const char16_t* words) { return {.kind = RowKind::Head, .label = words}; }
-constexpr FormRow Choice(int id, int choice, const char16_t* name, const char16_t* help,
+constexpr FormRow Choice(int id, const char16_t* name, const char16_t* help,
                          std::span<const char16_t* const> rows) {
-  return {.kind = RowKind::Choice,
-          .id = id,
-          .name = name,
-          .help = help,
-          .choice = choice,
-          .rows = rows};
+  return {.kind = RowKind::Choice, .id = id, .name = name, .help = help, .rows = rows};
 }
 
+// The plate stores its own numbers and choices, so that no row has a place in the record.
 constexpr FormRow kRows[] = {
     Head(u"PLATE"),
-    Choice(kIdPlateShape, 0, u"Plate shape", u"The outline that is cut around the plate",
+    Choice(kIdPlateShape, u"Plate shape", u"The outline that is cut around the plate",
            kPlateShapeWords),
     {.kind = RowKind::Keys, .pages = PageBit(kCustomPage), .keys = {kIdPlateOutline}},
     Length(0, u"Length  X", u"8.000", u"Along X; of a round plate the diameter"),
     Length(1, u"Width  Y", u"6.000", u"Along Y; a round plate passes over it"),
     Length(2, u"Edge radius  R", u"0.250", u"Of the four corners of a rectangle; 0 leaves them"),
     Head(u"MOUNTING FEATURES"),
-    Choice(kIdPlateType, 1, u"Feature type", u"What is cut at every position of the layout",
+    Choice(kIdPlateType, u"Feature type", u"What is cut at every position of the layout",
            kPlateTypeWords),
-    Choice(kIdPlateLayout, 2, u"Layout", u"Where the features lie on the plate", kPlateLayoutWords),
+    Choice(kIdPlateLayout, u"Layout", u"Where the features lie on the plate", kPlateLayoutWords),
     Length(3, u"Diameter / width", u"0.250", u"Of a hole the diameter, of a slot the width"),
     Length(4, u"Slot length", u"0.750", u"Of a slot from tip to tip"),
     Times(5, u"Count X", u"Columns of the grid, 1 to 20"),

@@ -103,21 +103,49 @@ TEST_F(PlateCode, RefusesNumbersThatCutNothing) {
   const struct {
     PlateValue value;
     const char16_t* text;
-  } kCases[] = {{kPlateLength, u"0"},   {kPlateWidth, u"-1"},      {kPlateSize, u"0"},
-                {kPlateFeed, u"0"},     {kPlateSafeZ, u"-0.1x"},   {kPlateLength, u"0,75"},
-                {kPlateCountX, u"two"}, {kPlateLength, u"1000000"}};
+  } kCases[] = {{kPlateLength, u"0"},
+                {kPlateWidth, u"-1"},
+                {kPlateSize, u"0"},
+                {kPlateFeed, u"0"},
+                {kPlateCutDepth, u"0.5"}};
   for (const auto& each : kCases) {
     const std::u16string before = plate.values[each.value].text;
     SetPlateText(each.value, each.text);
     Refusal refusal;
-    int value = -1;
+    int value = 0;
     EXPECT_FALSE(CheckPlate(plate, refusal, value)) << each.value;
+    EXPECT_EQ(value, -1);
     EXPECT_EQ(std::u16string(refusal.title), u"Plate Template Maker");
     EXPECT_EQ(std::u16string(refusal.words),
               u"Plate dimensions, feature size, and feed must be positive, with Safe Z above "
               u"cutting depth.");
     SetPlateText(each.value, before);
   }
+  EXPECT_TRUE(Passes());
+}
+
+TEST_F(PlateCode, TellsTheFieldThatHoldsNoNumber) {
+  for (const char16_t* text : {u"", u"0,75", u"two", u"1/2", u"1000000", u"5 "}) {
+    for (const PlateValue field : {kPlateLength, kPlateCountX, kPlateSafeZ}) {
+      const std::u16string before = plate.values[field].text;
+      SetPlateText(field, text);
+      Refusal refusal;
+      int value = -1;
+      EXPECT_FALSE(CheckPlate(plate, refusal, value));
+      EXPECT_EQ(value, field);
+      EXPECT_EQ(std::u16string(refusal.words), u"");
+      SetPlateText(field, before);
+    }
+  }
+  EXPECT_TRUE(Passes());
+}
+
+TEST_F(PlateCode, NeedsAThicknessOnlyForAThroughFeature) {
+  SetPlateText(kPlateStock, u"0");
+  EXPECT_TRUE(Passes());
+  SetFeatureFlag(1, FeatureFlag::Through, true);
+  EXPECT_FALSE(Passes());
+  SetFeatureFlag(1, FeatureFlag::Deleted, true);
   EXPECT_TRUE(Passes());
 }
 
