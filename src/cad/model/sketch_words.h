@@ -7,6 +7,7 @@ namespace morva {
 
 inline constexpr char16_t kNothingSelected[] =
     u"No object selected. Choose a draw tool, then click-drag on the canvas.";
+inline constexpr char16_t kLengthWords[] = u"Length / width";  // of a size, unless of a circle
 
 // At most 511 units; the same text in another case leaves the line untouched; null clears.
 // With a tool in hand the text also stands on the hint line, as what the tool says.

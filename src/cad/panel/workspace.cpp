@@ -118,7 +118,7 @@ void MakeLists() {
 }
 
 void MakeSizeBoxes() {
-  MakeLabel(kIdCadSizeCaption, u"Length / width", kBrightAccent);
+  MakeLabel(kIdCadSizeCaption, kLengthWords, kBrightAccent);
   MakeBox(kIdCadSizeBox1, u"Size", kFieldUnits - 1);
   MakeBox(kIdCadSizeBox2, u"Second size", kFieldUnits - 1);
   MakeKey(kIdCadCreateTyped);

@@ -91,7 +91,7 @@ bool Commit() {
 void CaptionSizeBoxes() {
   const int method = tools.constructionMethod;
   const bool diameter = method >= kIdMethodCircleRadius && method <= kIdMethodCircleThree;
-  platform::SetText(kIdCadSizeCaption, diameter ? u"Diameter" : u"Length / width");
+  platform::SetText(kIdCadSizeCaption, diameter ? u"Diameter" : kLengthWords);
 }
 
 void FillSizeBoxes() {

@@ -369,6 +369,75 @@ TEST_F(PatternBuilders, BringALostShapeBackFromTheirBlocks) {
   EXPECT_EQ(Count(u"(RECTANGULAR PATTERN)"), 1);
 }
 
+// Blocks of the two kinds, each by its mode, list, key and a number of its own.
+struct PatternKind {
+  int mode, list, key, field;
+  const char16_t* head;
+};
+struct PatternBlock : PatternBuilders, testing::WithParamInterface<PatternKind> {
+  static void InsertAndEdit() {
+    SetMode(GetParam().mode);
+    Insert(GetParam().key);
+    Edit();
+  }
+  static void Edit() {
+    ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+    ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Kinds, PatternBlock,
+                         testing::Values(PatternKind{kModeCircular, kIdCircularItem,
+                                                     kIdCircularInsert, kIdCadCircQuantity,
+                                                     u"(CIRCULAR PATTERN)"},
+                                         PatternKind{kModeRectangular, kIdRectItem, kIdRectInsert,
+                                                     kIdCadRectColumns, u"(RECTANGULAR PATTERN)"}));
+
+TEST_P(PatternBlock, IsNotUpdatedAfterAHandEdit) {
+  InsertAndEdit();
+  std::u16string text = Text();
+  const std::size_t at = text.find(u"G01 Z-0.100");
+  ASSERT_NE(at, text.npos);
+  text.replace(at, 11, u"G01 Z-0.200");
+  platform::SetEditorText(kIdEditor, text);
+  Type(GetParam().field, u"1");
+  headless::TakeBoxes();
+  ASSERT_TRUE(headless::Click(GetParam().key));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"No code was replaced."), std::u16string::npos);
+  EXPECT_EQ(Text(), text);
+}
+
+TEST_P(PatternBlock, StaysExcludedWhenItIsUpdated) {
+  SetMode(GetParam().mode);
+  Insert(GetParam().key);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureInclude));
+  ASSERT_EQ(Count(GetParam().head), 0);
+  Edit();
+  Type(GetParam().field, u"1");
+  Insert(GetParam().key);
+  EXPECT_EQ(Count(GetParam().head), 0);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureInclude));
+  EXPECT_EQ(Count(GetParam().head), 1);
+  EXPECT_EQ(Count(u"G01 Z-0.100"), GetParam().mode == kModeCircular ? 1 : 2);
+}
+
+TEST_P(PatternBlock, OpensNothingWhereTheLibraryIsFull) {
+  SetMode(GetParam().mode);
+  ASSERT_TRUE(headless::SelectRows(GetParam().list, {6 + SaveLine()}));
+  Insert(GetParam().key);
+  shapeLibrary.count = 0;
+  while (shapeLibrary.count < kMaxShapes) AppendShape(u"other");
+  RefreshShapeLists();
+  const std::u16string before = Text();
+  Edit();
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint), u"Shape library full; cannot restore project shape.");
+  EXPECT_EQ(Text(), before);
+}
+
 // The fields are in the drawing's unit, the code in the application's: what is cut stays as large.
 TEST_F(PatternBuilders, WriteTheApplicationsUnitFromADrawingInTheOther) {
   Circular();

@@ -103,6 +103,23 @@ TEST_F(Units, FieldsFollowAsTheirRowsSay) {
   EXPECT_EQ(TextOf(kIdPitch), u"20.000");
 }
 
+// 0.001 * 25.4 = 0.0254 and 0.025 / 25.4 = 0.00098; 0.5 * 25.4 = 12.7.
+TEST_F(Units, FieldsComeBackFromTheOtherUnit) {
+  const struct {
+    int id;
+    const char16_t *inch, *mm, *again;
+  } rows[] = {{kIdLength, u"0.500", u"12.700", u"0.500"},
+              {kIdLength, u"0.001", u"0.025", u"0.001"},
+              {kIdFeed, u"12.0", u"304.80", u"12.00"}};
+  for (const auto& row : rows) {
+    platform::SetText(row.id, row.inch);
+    SetUnits(true);
+    EXPECT_EQ(TextOf(row.id), row.mm);
+    SetUnits(false);
+    EXPECT_EQ(TextOf(row.id), row.again);
+  }
+}
+
 TEST_F(Units, EmptyStaysEmptyAndWordsBecomeNothing) {
   platform::SetText(kIdLength, u"");
   platform::SetText(kIdFeed, u"abc");

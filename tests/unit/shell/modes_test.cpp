@@ -62,6 +62,9 @@ TEST_F(Modes, HaveTheirHeadersAndTheirHelp) {
   const std::u16string builders =
       u"ACTIVE TOOL HELP\r\n\r\nAll generated code remains editable. Verify offsets, tooling, "
       u"compensation, workholding, and clearances before machining.";
+  for (const int mode : {int{kModeWizard}, int{kModeTools}, int{kModeMacros}}) {
+    EXPECT_EQ(std::u16string(ModeOf(mode).help), u"") << mode;
+  }
   EXPECT_EQ(ModeOf(kModeShapes).help, builders);
   EXPECT_EQ(ModeOf(kModeSlot).help, builders);
   EXPECT_EQ(std::u16string(ModeOf(kModeCircular).help),
