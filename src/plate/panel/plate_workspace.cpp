@@ -64,8 +64,9 @@ constexpr char16_t kHelpLine[] =
     u"\u00D7 Count Y and Pattern Dia is used.";
 
 bool made = false;
-bool stale = false;  // fields, list and keys lag behind the plate
-int shownPage = 0;   // of the plate's form
+bool stale = false;    // fields, list and keys lag behind the plate
+int shownPage = 0;     // of the plate's form
+int shownTarget = -1;  // that the list of features marks
 
 void MakeKey(int id) { MakeCommandKey(id, kViewPlate, FontRole::Body, false); }
 
@@ -210,8 +211,9 @@ void HidePlateWorkspace() {
 }
 
 void RefreshPlateWorkspace() {
-  if (!made || !stale || PlateDragRuns()) return;
+  if (!made || PlateDragRuns() || (!stale && shownTarget == plateEditor.target)) return;
   stale = false;
+  shownTarget = plateEditor.target;
   ShowPlateFields();
   ShowPlateList();
   ShowName();

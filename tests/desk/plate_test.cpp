@@ -1,0 +1,115 @@
+// The plate workspace on the real window: name, picture, clicks, drags, and the keyboard alone.
+
+#include "plate/model/plate.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "desk/at_desk.h"
+#include "forms/picture.h"
+#include "plate/canvas/plate_view.h"
+#include "plate/geometry/plate_layout.h"
+#include "plate/tools/plate_editor.h"
+#include "platform/window.h"
+
+namespace {
+
+struct PlateAtTheDesk : AtDesk {
+  void SetUp() override {
+    AtDesk::SetUp();
+    desk::Click(morva::kIdSurfacePlate);
+    ASSERT_TRUE(desk::Until([]() { return HasKeyboard(morva::kIdPlateName); }));
+    desk::TypeHere(QStringLiteral("Fixture"));
+    desk::KeyHere(Qt::Key_Return);
+    ASSERT_TRUE(desk::Until([]() { return !morva::plate.unnamed; }));
+  }
+  static QWidget* Preview() { return desk::WidgetOf(morva::kViewPlatePicture); }
+  static platform::PointF Place(int k) {
+    return morva::FeaturePlace(morva::NumbersOf(morva::plate), morva::plate.features[k], k);
+  }
+  static QPoint At(platform::PointF place) {
+    const platform::PointF pixel = morva::OnView(morva::PlateSight(), place.x, place.y);
+    return QPoint(static_cast<int>(pixel.x + 0.5), static_cast<int>(pixel.y + 0.5));
+  }
+  static void Drag(const QPoint& from, const QPoint& to) {
+    desk::MovePointer(Preview(), from);
+    QTest::mousePress(Preview(), Qt::LeftButton, Qt::NoModifier, from);
+    desk::MovePointer(Preview(), (from + to) / 2);
+    desk::MovePointer(Preview(), to);
+    QTest::mouseRelease(Preview(), Qt::LeftButton, Qt::NoModifier, to);
+  }
+  // The middle of the label of a section, as it lies in the preview.
+  static QPoint LabelOf(int place) {
+    for (int y = 0; y < Preview()->height(); y += 3) {
+      for (int x = 0; x < Preview()->width(); x += 3) {
+        const int label = morva::PlateLabelAt(x, y);
+        if (label < 0) continue;
+        const auto& labels = morva::DrawnPlate().labels;
+        if (labels[static_cast<std::size_t>(label)].spec.place == place) return {x + 4, y + 4};
+      }
+    }
+    return {};
+  }
+};
+
+TEST_F(PlateAtTheDesk, LooksWholeAtBothSizes) {
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    Resize(size.width(), size.height());
+    const auto show = [&size](const char* step) {
+      Show(QStringLiteral("plate_%1_%2.png")
+               .arg(QLatin1String(step))
+               .arg(size.width())
+               .toLatin1()
+               .constData());
+    };
+    show("named");
+    morva::OpenPlateTarget(morva::FeatureTarget(1), morva::Keyboard::ToEditor);
+    show("feature");
+    morva::OpenPlateTarget(morva::kDepthSection, morva::Keyboard::ToEditor);
+    show("section");
+    morva::ClosePlateEditor();
+    EXPECT_TRUE(desk::WidgetOf(morva::kIdPlateInsert)->isVisible());
+    EXPECT_FALSE(Preview()->visibleRegion().isEmpty());
+  }
+}
+
+TEST_F(PlateAtTheDesk, OpensAFeatureByAClickAndMovesItByADrag) {
+  const QPoint at = At(Place(0));
+  desk::MovePointer(Preview(), at);
+  QTest::mouseClick(Preview(), Qt::LeftButton, Qt::NoModifier, at);
+  ASSERT_TRUE(desk::Until([]() { return morva::CurrentFeature() == 0; }));
+  EXPECT_EQ(desk::TextOf(morva::kIdPlateX), QStringLiteral("-3.5000"));
+  Drag(At(Place(0)), At({-2, -1}));
+  ASSERT_TRUE(desk::Until([]() { return HasKeyboard(morva::kIdPlateX); }));
+  EXPECT_NEAR(Place(0).x, -2, 0.06);
+  desk::TypeHere(QStringLiteral("-2.125"));
+  desk::KeyHere(Qt::Key_Return);
+  ASSERT_TRUE(desk::Until([]() { return std::abs(Place(0).x + 2.125) < 1e-9; }));
+}
+
+TEST_F(PlateAtTheDesk, KeepsTheNewPlaceOfALabel) {
+  const QPoint from = LabelOf(morva::kPlateLength);
+  ASSERT_FALSE(from.isNull());
+  Drag(from, from + QPoint(40, 30));
+  ASSERT_TRUE(desk::Until([]() { return morva::plate.dimensionLabels[morva::kPlateLength].set; }));
+  EXPECT_NEAR(
+      morva::plate.dimensionLabels[morva::kPlateLength].x * RectWidth(morva::PlatePictureArea()),
+      40, 2);
+}
+
+TEST_F(PlateAtTheDesk, IsWorkedByTheKeyboardAlone) {
+  Preview()->setFocus();
+  desk::KeyHere(Qt::Key_PageDown);
+  ASSERT_TRUE(desk::Until([]() { return morva::CurrentFeature() == 0; }));
+  const double x = Place(0).x;
+  desk::KeyHere(Qt::Key_Right);
+  ASSERT_TRUE(desk::Until([x]() { return std::abs(Place(0).x - x - 0.05) < 1e-9; }));
+  desk::KeyHere(Qt::Key_Return);
+  ASSERT_TRUE(desk::Until([]() { return HasKeyboard(morva::kIdPlateWidth); }));
+  desk::KeyHere(Qt::Key_Escape);
+  ASSERT_TRUE(desk::Until([]() { return HasKeyboard(morva::kViewPlatePicture); }));
+}
+
+}  // namespace

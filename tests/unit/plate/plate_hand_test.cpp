@@ -1,0 +1,247 @@
+// Clicks, drags and keys on the preview; code into the program, and blocks back.
+
+#include <gtest/gtest.h>
+
+#include "app/router.h"
+#include "documents/edit_link.h"
+#include "documents/feature_blocks.h"
+#include "documents/feature_operations.h"
+#include "documents/tab_table.h"
+#include "plate/canvas/plate_pointer.h"
+#include "plate/geometry/plate_code.h"
+#include "plate/model/plate_record.h"
+#include "plate_stage.h"
+
+namespace morva {
+namespace {
+
+using plate_test::NamedPlateUp;
+using plate_test::PlateUp;
+
+struct PlateHand : public NamedPlateUp {
+  static bool Key(int key, bool shift = false, bool ctrl = false) {
+    headless::Focus(kViewPlatePicture);
+    return headless::PressKey({key, ctrl, shift});
+  }
+  // A pixel inside the label with this place number.
+  static platform::PointF LabelAt(int place) {
+    const platform::Rect client = platform::ClientArea(kViewPlatePicture);
+    for (int y = 0; y < RectHeight(client); y += 2) {
+      for (int x = 0; x < RectWidth(client); x += 2) {
+        const int label = PlateLabelAt(x, y);
+        if (label >= 0 &&
+            DrawnPlate().labels[static_cast<std::size_t>(label)].spec.place == place) {
+          return {x + 3.0, y + 3.0};
+        }
+      }
+    }
+    return {-1, -1};
+  }
+  // Through the picker, at the place that it offers.
+  static void Insert() {
+    headless::InDialog([] { headless::Click(kIdDestinationInsert); });
+    ASSERT_TRUE(headless::Click(kIdPlateInsert));
+  }
+  static int PlateBlocks() {
+    ScanProgramText(platform::EditorText(kIdEditor));
+    int count = 0;
+    for (int i = 0; i < features.count; ++i)
+      count += features.rows[i].settings.kind == kKindPlate ? 1 : 0;
+    return count;
+  }
+  static void Reopen() {
+    headless::Click(kIdSurfaceCode);
+    ScanProgramText(platform::EditorText(kIdEditor));
+    for (int i = 0; i < features.count; ++i) {
+      if (features.rows[i].settings.kind == kKindPlate) headless::SelectRows(kIdFeatureList, {i});
+    }
+    ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  }
+};
+
+TEST_F(PlateHand, OpensTheFeatureUnderAClick) {
+  ClickAt(PixelOf(PlaceOfFeature(2)));
+  EXPECT_EQ(CurrentFeature(), 2);
+  EXPECT_EQ(platform::SelectedRow(kIdPlateFeatures), 3);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateWidth);
+}
+
+TEST_F(PlateHand, OpensTheSectionUnderAClick) {
+  const platform::Rect area = PlateSectionArea();
+  ASSERT_GT(RectHeight(area), 0);
+  ClickAt({area.left + 40.0, area.top + 40.0});
+  EXPECT_EQ(plateEditor.page, PlatePage::Depth);
+  ClickAt(LabelAt(kPlateLength));
+  EXPECT_EQ(plateEditor.page, PlatePage::Section);
+  EXPECT_EQ(plateEditor.target, int{kPlateLength});
+}
+
+TEST_F(PlateHand, MovesAFeatureToTheStepAndTypesItsPlace) {
+  const platform::PointF from = PixelOf(PlaceOfFeature(0));
+  const platform::PointF to = PixelOf({-2.01, -1.03});
+  Drag(from, to);
+  EXPECT_NEAR(PlaceOfFeature(0).x, -2.0, 1e-9);
+  EXPECT_NEAR(PlaceOfFeature(0).y, -1.05, 1e-9);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateX);
+  EXPECT_EQ(platform::TextOf(kIdPlateX), u"-2.0000");
+  headless::TypeInto(kIdPlateX, u"-1.875");
+  ASSERT_TRUE(headless::PressKey({platform::kKeyEnter}));
+  EXPECT_NEAR(PlaceOfFeature(0).x, -1.875, 1e-9);
+}
+
+TEST_F(PlateHand, DrawsAFeatureToTheLineOfAnotherOne) {
+  const platform::PointF target{PlaceOfFeature(2).x + 0.03, 0.4};
+  Drag(PixelOf(PlaceOfFeature(0)), PixelOf(target));
+  EXPECT_EQ(PlaceOfFeature(0).x, PlaceOfFeature(2).x);
+}
+
+TEST_F(PlateHand, LeavesALockedFeatureWhereItIs) {
+  SetFeatureFlag(0, FeatureFlag::Locked, true);
+  const platform::PointF at = PlaceOfFeature(0);
+  Drag(PixelOf(at), PixelOf({-1, -1}));
+  EXPECT_EQ(PlaceOfFeature(0).x, at.x);
+  EXPECT_EQ(Status(), kUnlockToMove);
+}
+
+TEST_F(PlateHand, GivesADragUpByEscape) {
+  const platform::PointF at = PlaceOfFeature(0);
+  const platform::PointF pixel = PixelOf(at);
+  Pointer(platform::PointerAction::Press, pixel.x, pixel.y);
+  Pointer(platform::PointerAction::Move, pixel.x + 60, pixel.y - 40);
+  ASSERT_TRUE(PlateDragRuns());
+  EXPECT_NE(PlaceOfFeature(0).x, at.x);
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_FALSE(PlateDragRuns());
+  EXPECT_EQ(PlaceOfFeature(0).x, at.x);
+  EXPECT_FALSE(plate.features[0].placed);
+}
+
+TEST_F(PlateHand, KeepsALabelWhereItWasDragged) {
+  const platform::PointF at = LabelAt(kPlateWidth);
+  ASSERT_GE(at.x, 0);
+  Drag(at, {at.x + 50, at.y + 20});
+  ASSERT_TRUE(plate.dimensionLabels[kPlateWidth].set);
+  const platform::Rect area = PlatePictureArea();
+  EXPECT_NEAR(plate.dimensionLabels[kPlateWidth].x * RectWidth(area), 50, 1e-6);
+  EXPECT_NEAR(plate.dimensionLabels[kPlateWidth].y * RectHeight(area), 20, 1e-6);
+  EXPECT_EQ(plateEditor.page, PlatePage::Nothing) << "a drag opens no editor";
+}
+
+TEST_F(PlateHand, TakesAMoveOfFourPixelsForAClick) {
+  const platform::PointF at = PixelOf(PlaceOfFeature(1));
+  Drag(at, {at.x + 4, at.y - 4});
+  EXPECT_FALSE(plate.features[1].placed);
+  EXPECT_EQ(CurrentFeature(), 1);
+}
+
+TEST_F(PlateHand, ZoomsAboutThePointerAndFits) {
+  const PictureView before = PlateSight();
+  const platform::PointF pixel = PixelOf(PlaceOfFeature(1));
+  platform::PointerEvent wheel;
+  wheel.action = platform::PointerAction::Wheel;
+  wheel.x = static_cast<int>(std::lround(pixel.x));
+  wheel.y = static_cast<int>(std::lround(pixel.y));
+  wheel.wheel = 3;
+  headless::Pointer(kViewPlatePicture, wheel);
+  EXPECT_GT(PlateSight().scaleX, before.scaleX * 1.3);
+  EXPECT_NEAR(PixelOf(PlaceOfFeature(1)).x, pixel.x, 1);
+  ASSERT_TRUE(headless::Click(kIdPlateFit));
+  EXPECT_DOUBLE_EQ(PlateSight().scaleX, before.scaleX);
+}
+
+TEST_F(PlateHand, IsWorkedByKeys) {
+  EXPECT_TRUE(Key(platform::kKeyPageDown));
+  EXPECT_EQ(CurrentFeature(), 0);
+  EXPECT_TRUE(Key(platform::kKeyPageUp));
+  EXPECT_EQ(CurrentFeature(), 3);
+  const double x = PlaceOfFeature(3).x;
+  EXPECT_TRUE(Key(platform::kKeyRight));
+  EXPECT_NEAR(PlaceOfFeature(3).x, x + 0.05, 1e-9);
+  EXPECT_TRUE(Key(platform::kKeyLeft, true));
+  EXPECT_NEAR(PlaceOfFeature(3).x, x - 0.45, 1e-9);
+  EXPECT_TRUE(Key('D'));
+  ASSERT_GE(MarksOnPlate().label, 0);
+  const int label = MarksOnPlate().label;
+  EXPECT_TRUE(Key(platform::kKeyDown));
+  EXPECT_TRUE(plate.dimensionLabels[label].set);
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_EQ(MarksOnPlate().label, -1);
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_EQ(CurrentFeature(), -1);
+}
+
+TEST_F(PlateUp, InsertsNothingWithoutAName) {
+  const std::u16string before = Text();
+  ASSERT_TRUE(headless::Click(kIdPlateInsert));
+  EXPECT_EQ(Status(), u"Start a named plate before inserting code.");
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(PlateHand, RefusesHalfANumberInTheForm) {
+  const std::u16string before = Text();
+  headless::TypeInto(kIdPlateField + kPlateSize, u"0,75");
+  ASSERT_TRUE(headless::Click(kIdPlateInsert));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Plate Template Maker");
+  EXPECT_EQ(platform::FocusedId(), kIdPlateField + kPlateSize);
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(PlateHand, InsertsTheCodeAndTellsIt) {
+  Insert();
+  EXPECT_NE(Text().find(u"(PLATE TEMPLATE MAKER)\r\nG20 (INCH)\r\nG90 G17 G94\r\nG00 Z0.500\r\n"
+                        u"(PLATE OUTLINE)\r\nG00 X-3.750 Y-3.000\r\nG01 Z-0.100 F10.00\r\n"),
+            std::u16string::npos);
+  EXPECT_TRUE(
+      OutputHas(u"Plate Template inserted. Verify plate stock size, feature locations, cutter/tool "
+                u"selection, work offset, and clearances."));
+  EXPECT_EQ(PlateBlocks(), 1);
+}
+
+TEST_F(PlateHand, ReopensABlockAndUpdatesIt) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"10");
+  Insert();
+  headless::TypeInto(kIdPlateField + kPlateLength, u"12");
+  headless::Advance(1000);
+  Reopen();
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(platform::TextOf(kIdPlateInsert), u"UPDATE PLATE");
+  EXPECT_EQ(NumbersOf(plate).length, 10);
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"10.000000");
+  ASSERT_NE(tabs[0].plateStore, nullptr);
+  EXPECT_EQ(tabs[0].plateStore->count, 2u) << "the plate of 12 stands in no block and stays";
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  Insert();
+  EXPECT_EQ(PlateBlocks(), 1);
+  EXPECT_NE(Text().find(u"G00 X-4.250 Y-3.000"), std::u16string::npos);
+}
+
+TEST_F(PlateHand, RefusesABlockThatWasEditedByHand) {
+  Insert();
+  headless::Advance(1000);  // saved, so that it may be left
+  headless::Click(kIdSurfaceCode);
+  ASSERT_EQ(app.surface, kSurfaceCode);
+  std::u16string text = Text();
+  const std::size_t at = text.find(u"X-3.750 Y-3.000");
+  ASSERT_NE(at, std::u16string::npos);
+  text.replace(at, 7, u"X-3.755");
+  headless::EditorSetAll(kIdEditor, text);
+  headless::Advance(1000);
+  ScanProgramText(platform::EditorText(kIdEditor));
+  headless::SelectRows(kIdFeatureList, {0});
+  headless::Click(kIdFeatureEdit);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+}
+
+TEST_F(PlateHand, OffersToUpdateTheBlockThatHoldsThePlateAlready) {
+  Insert();
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::Cancel);
+  headless::Click(kIdPlateInsert);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(PlateBlocks(), 1);
+}
+
+}  // namespace
+}  // namespace morva
