@@ -178,8 +178,10 @@ void ApplyName() {
       break;
   }
   ClosePlateEditor();
+  SayOnPlate(u"The plate has its name. Completed edits save automatically.");
   PlateEdited();
   if (creating) SaveNamedPlate();
+  platform::SetFocusTo(kViewPlatePicture);
 }
 
 void OnApply(int, int) {

@@ -16,6 +16,13 @@ constexpr FormLook kLook = [] {
   FormLook look = kSheetLook;
   look.gap = look.tightGap = 3;
   look.fieldHeight = 24;
+  look.inset = 1;  // nothing lies below the last field, which would cut its frame
+  return look;
+}();
+// It stands on the workspace itself, where a line above a head would cross the other columns.
+constexpr FormLook kEditLook = [] {
+  FormLook look = kLook;
+  look.headLines = false;
   return look;
 }();
 
@@ -154,7 +161,7 @@ const Form kPlateForm{.look = &kLook,
                       .page = [] { return plate.shape == PlateShape::Custom ? kCustomPage : 0; },
                       .metric = PlateIsMetric};
 
-const Form kPlateEditForm{.look = &kLook,
+const Form kPlateEditForm{.look = &kEditLook,
                           .parent = kViewPlate,
                           .rows = kEditRows,
                           .page = [] { return static_cast<int>(plateEditor.page); },

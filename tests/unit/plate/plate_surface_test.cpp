@@ -41,6 +41,8 @@ TEST_F(PlateUp, TakesANameAndShowsPictureAndFeatures) {
       u"Click to edit \u2022 drag dimensions to reposition \u2022 amber = selected feature"));
   EXPECT_TRUE(PreviewSays(u"SECTION \u2022 click to edit"));
   EXPECT_TRUE(tabs[0].dirty);
+  EXPECT_EQ(Status(), u"The plate has its name. Completed edits save automatically.");
+  EXPECT_EQ(platform::FocusedId(), kViewPlatePicture) << "the keys go on from there";
 }
 
 TEST_F(PlateUp, LeavesAnEmptyNameAlone) {
