@@ -93,6 +93,17 @@ TEST_F(PlacePicks, InPlanTakeTheUpperOfTwoCorners) {
   ExpectPicked(4, 1, 0);
 }
 
+TEST_F(PlacePicks, InPlanTakeTheHighestOfManyEnds) {
+  OpenProgram(
+      u"G0 X10 Y2\r\nG1 Z-0.5\r\nX12\r\nG0 Z1\r\nG0 X10\r\nG1 Z-0.2\r\nX12\r\nG0 Z1\r\n"
+      u"G0 X10\r\nG1 Z-0.4\r\nX12\r\n");
+  ShowPreview(Facing());
+  SetViewTop();
+  Begin(PlaceSource::Geometry);
+  Click(12, 2, 0);
+  ExpectPicked(12, 2, -0.2);
+}
+
 TEST_F(PlacePicks, SnapToTheStockOfTheProgram) {
   OpenProgram(SketchBlock(1, u"\r\nG1 X0.5\r\n"));
   ShowPreview(Facing());
