@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <time.h>
 #include <unistd.h>
@@ -18,6 +19,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+
+#include "platform/posix/offered_lines.h"
 
 namespace {
 
@@ -36,10 +39,11 @@ constexpr int kArmedMs = 500;  // a line held this long is more than a port chec
 constexpr char kHelp[] =
     "control_sim: a machine control at the far end of a serial cable.\n"
     "\n"
-    "It opens a pseudo-terminal, prints \"PORT <path>\" and waits. Put that path into\n"
-    "MORVA.ini as Port under [DNC] (or let --ini do it), start MORVA, press SEND.\n"
+    "It opens a pseudo-terminal, prints \"PORT <path>\" and waits. While it runs the setup\n"
+    "panel of MORVA lists that line as a simulated control: choose it there, press SEND.\n"
     "\n"
     "Options\n"
+    "  --hidden          MORVA is not to list the line\n"
     "  --ini FILE        write Port=<path> under [DNC] of this MORVA.ini; the rest stays\n"
     "  --save FILE       save each received program here\n"
     "  --send FILE       send this program each time MORVA has armed RECEIVE\n"
@@ -80,6 +84,7 @@ struct Options {
   std::string ini;
   std::string send;
   bool stay = false;
+  bool hidden = false;
 };
 
 struct Control {
@@ -158,6 +163,17 @@ void Report(const char* form, unsigned long long a = 0, unsigned long long b = 0
   std::printf(form, a, b, d);
   std::printf("\n");
   std::fflush(stdout);
+}
+
+// The file by which the line is listed among the ports of the same user; empty where none is.
+std::string OfferLine(const std::string& line) {
+  const std::string folder = platform::OfferedLinesFolder(std::getenv("XDG_RUNTIME_DIR"));
+  if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return {};
+  const std::string path = folder + "/" + std::to_string(getpid());
+  FILE* file = std::fopen(path.c_str(), "wb");
+  if (!file) return {};
+  std::fprintf(file, "%s\nSimulated control\n", line.c_str());
+  return std::fclose(file) == 0 ? path : std::string();
 }
 
 bool OpenLine(Control& c) {
@@ -542,8 +558,8 @@ bool WriteIni(const std::string& path, const std::string& port) {
 bool ReadOptions(int count, char** words, Control& c, Options& options) {
   for (int i = 1; i < count; ++i) {
     const std::string word = words[i];
-    if (word == "--stay") {
-      options.stay = true;
+    if (word == "--stay" || word == "--hidden") {
+      (word == "--stay" ? options.stay : options.hidden) = true;
       continue;
     }
     if (i + 1 >= count) return false;
@@ -636,9 +652,11 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "control_sim: cannot write %s\n", options.ini.c_str());
     return 1;
   }
+  const std::string offer = options.hidden ? std::string() : OfferLine(control.path);
   std::printf("PORT %s\n", control.path.c_str());
   std::fflush(stdout);
   Run(control, options);
   Vanish(control);
+  if (!offer.empty()) std::remove(offer.c_str());
   return 0;
 }

@@ -208,8 +208,29 @@ inline constexpr int kIdIndexInsertion = 3301;
 inline constexpr int kIdIndexInsert = 3302;
 inline constexpr int kIdIndexClear = 3303;
 
-// The transfer, 3313 to 3319.
+// The transfer, 3310 to 3319. The first three have no key.
+inline constexpr int kIdDncSend = 3310;
+inline constexpr int kIdDncSendFile = 3311;
+inline constexpr int kIdDncReceive = 3312;
 inline constexpr int kIdAbortTransfer = 3313;
+inline constexpr int kIdDncRescan = 3314;  // on the setup panel, as those below
+inline constexpr int kIdDncCheck = 3315;
+inline constexpr int kIdDncSave = 3316;
+inline constexpr int kIdDncAbort = 3317;
+inline constexpr int kIdDncClose = 3318;
+
+// The setup panel of the connection, 3380 to 3399.
+inline constexpr int kIdDncPorts = 3380;
+inline constexpr int kIdDncBaudList = 3381;
+inline constexpr int kIdDncDataBits = 3382;
+inline constexpr int kIdDncParity = 3383;
+inline constexpr int kIdDncStopBits = 3384;
+inline constexpr int kIdDncFlow = 3385;
+inline constexpr int kIdDncSteps = 3386;
+inline constexpr int kIdDncLog = 3387;
+inline constexpr int kIdDncPageState = 3388;  // read-outs of the page in the right panel
+inline constexpr int kIdDncPagePort = 3389;
+inline constexpr int kIdDncPageBaud = 3390;
 
 // The tool library, 3320 to 3349.
 inline constexpr int kIdToolInch = 3320;  // below the list
@@ -512,6 +533,9 @@ inline constexpr int kViewWizardPicture = 20050;
 inline constexpr int kViewShapePicture = 20060;  // what a shape builder cuts
 inline constexpr int kViewCircularPicture = 20061;
 inline constexpr int kViewRectPicture = 20062;
+inline constexpr int kViewDncPanel = 20080;  // the setup panel's lists, which scroll
+inline constexpr int kViewDncPaper = 20081;
+inline constexpr int kViewDncBar = 20082;
 inline constexpr int kViewSkim = 20090;  // the wizard of the guided skim, and its form, which scrolls
 inline constexpr int kViewSkimForm = 20091;
 inline constexpr int kViewSkimPaper = 20092;

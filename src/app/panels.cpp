@@ -7,6 +7,7 @@
 #include "app/join_table.h"
 #include "app/limits.h"
 #include "app/mode_table.h"
+#include "app/outlets.h"
 #include "app/stop.h"
 #include "platform/window.h"
 
@@ -70,6 +71,12 @@ int HeightAboveView() {
 
 bool IsHelpBelow() {
   return HoldsForActive([](const Panel& panel) { return panel.helpBelow; });
+}
+
+bool MayTakeWork() {
+  if (!IsPanelAt(PanelSpot::Work)) return true;
+  ShowStatus(u"Close what stands over the code first.");
+  return false;
 }
 
 bool MayEndPanels() {

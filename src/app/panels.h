@@ -68,6 +68,9 @@ int HeightAboveView();
 bool IsHelpBelow();
 // Asks the panels, until one of them says no, whether MORVA may close.
 bool MayEndPanels();
+// Whether a panel may come up in the work area. False: another one stands there, and the user was
+// told to close it.
+bool MayTakeWork();
 // Places a control of a panel, in pixels of the main window, and shows it.
 void ShowAt(int id, const platform::Rect& place);
 // Lays the window out anew, after something that decides about a panel changed.

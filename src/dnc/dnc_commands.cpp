@@ -6,8 +6,6 @@ namespace morva {
 
 namespace {
 
-constexpr char16_t kSetupPanel[] = u"DNC setup panel";
-
 constexpr Command kCommands[] = {
     {kIdSend, u"SEND", u"Send the program to the control"},
     {kIdReceive, u"RECEIVE", u"Receive a program from the control"},
@@ -15,13 +13,10 @@ constexpr Command kCommands[] = {
      .words = u"ABORT",
      .help = u"Abort the transfer that runs",
      .name = u"Abort transfer"},
-    {.id = kIdSetup, .words = u"SETUP", .help = u"DNC setup", .pending = kSetupPanel},
-    {.id = kIdSetupSecond, .pending = kSetupPanel},
-    {.id = kIdOpenDncSetup, .words = u"OPEN DNC SETUP WIZARD", .pending = kSetupPanel},
-    {.id = kIdMachine,
-     .words = u"Machine: Haas VF-3  \u25BE",
-     .help = u"DNC setup of this machine",
-     .pending = kSetupPanel},
+    {kIdSetup, u"SETUP", u"DNC setup"},
+    {kIdSetupSecond},
+    {kIdOpenDncSetup, u"OPEN DNC SETUP WIZARD", u"Choose port and line settings"},
+    {kIdMachine, u"Machine: Haas VF-3  \u25BE", u"DNC setup of this machine"},
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "platform/control.h"
@@ -44,11 +45,18 @@ constexpr NumberKey kNumberKeys[] = {
 
 bool PanelExists() { return setupPanel.exists && setupPanel.exists(); }
 
+bool PanelRules() {
+  SerialProfile listed;
+  if (!PanelExists()) return false;
+  return !setupPanel.shown || setupPanel.shown() || setupPanel.readLists(listed);
+}
+
 void RefreshReadOuts() {
   std::u16string port = u"PORT  ";
   port += serialProfile.port[0] ? serialProfile.port : u"--";
-  platform::SetText(kIdDncPort, port);
-  platform::SetText(kIdDncBaud, u"BAUD  " + IntegerText(serialProfile.baud));
+  const std::u16string baud = u"BAUD  " + IntegerText(serialProfile.baud);
+  for (const int id : {kIdDncPort, kIdDncPagePort}) platform::SetText(id, port);
+  for (const int id : {kIdDncBaud, kIdDncPageBaud}) platform::SetText(id, baud);
 }
 
 // Which name is which device; nothing where the names are the system's own.
@@ -135,7 +143,7 @@ void SaveSerialProfile() {
 }
 
 bool ChooseSerialProfile() {
-  if (PanelExists()) return ChooseFromPanel();
+  if (PanelRules()) return ChooseFromPanel();
   if (LoadSerialProfile()) return true;
   platform::SerialName names[kMaxComPorts];
   const int count = std::min(platform::ListSerialPorts(names, kMaxComPorts), kMaxComPorts);
@@ -202,14 +210,17 @@ void CheckPort() {
 
 void SetDncState(std::int32_t state) {
   dncState = state;
-  platform::SetText(kIdDncState, DncStateWord(state));
-  // No form: the word stands in the top band, and its colour says the state.
+  // No form: the word stands in the top band too, and its colour says the state.
   platform::ControlColours colours;
   colours.text = DncStateColour(state);
   colours.transparent = true;
-  platform::SetColours(kIdDncState, colours);
+  for (const int id : {kIdDncState, kIdDncPageState}) {
+    platform::SetText(id, DncStateWord(state));
+    platform::SetColours(id, colours);
+    platform::Repaint(id);
+  }
   RefreshReadOuts();
-  platform::Repaint(kIdDncState);
+  Call(setupPanel.followState);
 }
 
 const char16_t* DncStateWord(std::int32_t state) {

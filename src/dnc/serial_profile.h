@@ -46,11 +46,14 @@ platform::SerialSettings SettingsOf(const SerialProfile& profile);
 // Lack of rights names the group to join; a port name of the file that was cut is shown.
 void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem);
 
-// The setup panel, when it exists: its lists answer for the profile. Null until then.
+// The setup panel, when it exists: its lists answer for the profile while it is shown, and behind
+// another mode as long as a port is selected. Null until then.
 struct SetupPanel {
   bool (*exists)() = nullptr;
+  bool (*shown)() = nullptr;  // null: it is shown as long as it exists
   bool (*readLists)(SerialProfile& profile) = nullptr;  // false: no port is selected
   void (*fillPorts)(const platform::SerialName* names, int count) = nullptr;
+  void (*followState)() = nullptr;  // the link's state is another one
 };
 extern SetupPanel setupPanel;
 

@@ -10,6 +10,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "dnc/dnc_commands.h"
+#include "dnc/line_advice.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_show.h"
 #include "documents/autosave.h"
@@ -206,6 +207,11 @@ void LogLineErrors() {
   LogOutput(line);
 }
 
+// What the bytes tell about the line, which is to be known before they go into a program.
+std::u16string AdviceOfReceive() {
+  return LineAdvice(worker.settings, transfer.receivedData, worker.lineErrors);
+}
+
 void LogLeft(unsigned long long left, unsigned long long total) {
   LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
 }
@@ -225,15 +231,18 @@ void OnTransferFailed(unsigned long long reason, unsigned long long left) {
 
 void OnReceiveDone(unsigned long long count, unsigned long long) {
   EndJob();
+  const std::u16string advice = AdviceOfReceive();
   if (count == 0 || IsFillingOnly(transfer.receivedData)) {
     std::string().swap(transfer.receivedData);
     LogOutput(u"Receive ended with no data.");
+    if (!advice.empty()) LogOutput(advice);
     SetDncState(kDncError);
     ShowStatus(u"DNC receive error / timeout — no program data received.");
     return;
   }
   const std::u16string words = OpenReceivedProgram();
   LogLineErrors();
+  if (!advice.empty()) LogOutput(advice);
   SetDncState(kDncConnected);
   ShowStatus(words);
 }

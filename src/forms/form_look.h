@@ -25,6 +25,7 @@ struct FormLook {
   short headGap = -1;   // below a head; below 0: as between rows
   short listRowHeight = 24;
   short fieldPercent = 46;  // of the width, where labels stand beside
+  short labelWidth = 0;     // pixels of a label beside its field, 0: what fieldPercent leaves
   bool headLines = false;
   bool choiceLabels = true;  // else a drop-down takes the whole width and tells itself
   bool framesChoices = true;

@@ -143,7 +143,10 @@ void Fit(Page& page) {
     shared += row.percent > 0 ? PercentOfHeight(page, row.percent) : 0;
   }
   page.gap = look.gap;
-  if (least == 0) return;
+  if (least == 0) {
+    if (FixedHeight(page) > page.height) page.gap = look.tightGap;
+    return;
+  }
   int left = page.height - FixedHeight(page) - shared;
   if (left < least) {
     page.gap = look.tightGap;
@@ -205,7 +208,8 @@ void PutControl(const Page& page, int index, const FormRow& row, int top, int bo
       const int foot = top - look.labelGap;
       ShowAt(label, Rect{page.left, foot - look.labelHeight, page.right, foot});
     } else {
-      left = page.right - (page.right - page.left) * look.fieldPercent / 100;
+      const int field = (page.right - page.left) * look.fieldPercent / 100;
+      left = look.labelWidth > 0 ? page.left + look.labelWidth : page.right - field;
       ShowAt(label, Rect{page.left, top, left - look.gap, bottom});
     }
   }

@@ -32,7 +32,8 @@ struct SerialName {
   char16_t adapter[kSerialAdapterUnits] = {};  // "FT232R USB UART", empty when nobody tells
 };
 
-// Present ports of COM1 to COM64 in rising order, at most `capacity`; how many there are.
+// Present ports of COM1 to COM64 in rising order, behind them the lines that programs of this user
+// offer in place of one, with their path as name; at most `capacity`; how many there are.
 int ListSerialPorts(SerialName* names, int capacity);
 // Whoever knows better words for an adapter than the system's own list sets this; it answers
 // false for a device that it does not know. On the thread that lists.

@@ -31,6 +31,7 @@
 #include "codetools/index_panel.h"
 #include "codetools/review.h"
 #include "dnc/serial_profile.h"
+#include "dnc/setup_panel.h"
 #include "dnc/transfer.h"
 #include "dnc/transfer_worker.h"
 #include "documents/autosave.h"
@@ -344,6 +345,7 @@ void JoinRooms() {
   RegisterWizard();
   RegisterShapeBuilder();
   RegisterTransferCommands();
+  RegisterSetupPanel();
   RegisterCad();
   RegisterPlateRoom();
   RegisterPatternBuilders();
@@ -407,6 +409,7 @@ void ResetApplication() {
   hooks = Hooks();
   ResetHover();
   ResetTransfer();
+  ResetSetupPanel();
   ResetSerialProfile();
   ResetAutosave();
   ResetInsertion();

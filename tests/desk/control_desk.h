@@ -20,11 +20,11 @@ class ControlAtTheFarEnd {
 
   // Puts its port into the settings of the application. False: no port within the usual time.
   bool Start(const QStringList& more = {}) {
-    process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
-                   QStringList{QStringLiteral("--ini"), SettingsFile()} + more);
-    return Heard("PORT ");
+    return StartWith(
+        QStringList{QStringLiteral("--hidden"), QStringLiteral("--ini"), SettingsFile()} + more);
   }
+  // Its line is listed among the ports; the settings stay as they are.
+  bool StartListed() { return StartWith({}); }
   // Waits until it has printed these words; false after `milliseconds`.
   bool Heard(const char* words, int milliseconds = 5000) {
     return Until(
@@ -42,6 +42,13 @@ class ControlAtTheFarEnd {
   }
 
  private:
+  bool StartWith(const QStringList& options) {
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/control_sim"),
+                   options);
+    return Heard("PORT ");
+  }
+
   QProcess process_;
   QByteArray heard_;
 };

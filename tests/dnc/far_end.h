@@ -181,7 +181,8 @@ class Simulator {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, in[0], 0);
     posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-    options.insert(options.begin(), support::BinaryDir() + std::string("/bin/control_sim"));
+    options.insert(options.begin(),
+                   {support::BinaryDir() + std::string("/bin/control_sim"), "--hidden"});
     std::vector<char*> words;
     for (std::string& option : options) words.push_back(option.data());
     words.push_back(nullptr);

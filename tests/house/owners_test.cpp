@@ -97,7 +97,7 @@ const std::vector<Table>& Tables() {
       {.name = "skimPlan", .owners = {"skim/plan.cpp"}},
       {.name = "serialProfile", .owners = {"dnc/serial_profile.cpp"}},
       {.name = "dncState", .owners = {"dnc/serial_profile.cpp"}},
-      {.name = "setupPanel", .owners = {"dnc/serial_profile.cpp"}},
+      {.name = "setupPanel", .owners = {"dnc/serial_profile.cpp", "dnc/setup_panel.cpp"}},
       // The window's side fills in the job, the worker's side what came of it.
       {.name = "transfer",
        .owners = {"dnc/transfer.cpp"},

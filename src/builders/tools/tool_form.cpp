@@ -307,10 +307,7 @@ void LoadToolForm(int index) {
 }
 
 void OpenToolBuilder(int index, bool keyboard) {
-  if (!open && IsPanelAt(PanelSpot::Work)) {
-    ShowStatus(u"Close what stands over the code first.");
-    return;
-  }
+  if (!open && !MayTakeWork()) return;
   if (!MayLoseTyped()) return;
   LoadToolForm(index);
   open = true;

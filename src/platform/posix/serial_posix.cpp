@@ -20,6 +20,7 @@
 
 #include "platform/limits.h"
 #include "platform/posix/serial_line.h"
+#include "platform/posix/offered_lines.h"
 #include "platform/posix/serial_names.h"
 #include "platform/posix/serial_pace.h"
 #include "platform/posix/serial_settings.h"
@@ -260,7 +261,9 @@ void GiveBack(Line& l) {
 }  // namespace
 
 int ListSerialPorts(SerialName* names, int capacity) {
-  return ListPortsIn("/dev", "/sys", names, capacity);
+  const int count = ListPortsIn("/dev", "/sys", names, capacity);
+  return AddOfferedLines(OfferedLinesFolder(std::getenv("XDG_RUNTIME_DIR")), names, count,
+                         capacity);
 }
 
 std::u16string SerialGroup(const SerialSettings& settings) {

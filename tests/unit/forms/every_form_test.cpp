@@ -16,6 +16,8 @@
 #include "app/commands.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "dnc/setup_panel.h"
+#include "dnc/transfer_worker.h"
 #include "documents/builder_table.h"
 #include "documents/destination.h"
 #include "forms/form.h"
@@ -122,6 +124,14 @@ struct EveryForm : support::Workbench {
     LookAround("tools at home", look);
     SetMode(kModeFind);
     LookAround("find", look);
+    SetMode(kModeDnc);
+    OpenSetupPanel();
+    LookAround("connection", look);
+    transfer.active = true;
+    Layout();
+    LookAround("connection while a transfer runs", look);
+    transfer.active = false;
+    CloseSetupPanel();
     for (const int width : {kLeftPanelLeast, kLeftPanelMost}) {
       app.leftPanelWidth = width;
       SetMode(kModeHome);

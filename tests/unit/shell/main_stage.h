@@ -13,6 +13,7 @@
 #include "cad/panel/cad_surface.h"
 #include "codetools/find_pane.h"
 #include "codetools/index_panel.h"
+#include "dnc/setup_panel.h"
 #include "documents/program_tabs.h"
 #include "plate/panel/plate_room.h"
 #include "plate/panel/plate_surface.h"
@@ -76,7 +77,7 @@ struct MainStage : public support::Stage {
     // In words alone, as long as their panels are not there.
     for (morva::ModeRow row :
          {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode,
-          morva::kWizardMode, morva::kShapesMode, morva::kSlotMode}) {
+          morva::kWizardMode, morva::kShapesMode, morva::kSlotMode, morva::kDncMode}) {
       row.coming = true;
       morva::RegisterMode(row);
     }

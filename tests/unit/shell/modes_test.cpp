@@ -284,16 +284,5 @@ TEST_F(Modes, SendOldEditCommandsToTheFocusedEditor) {
   EXPECT_EQ(Text(), u"G0");
 }
 
-TEST_F(Modes, AnswerNoCommandThatIsPending) {
-  int pending = 0;
-  for (const Command* row : AllCommands()) {
-    if (!row->pending[0]) continue;
-    for (int id = row->id; id <= std::max(row->id, row->last); ++id, ++pending) {
-      EXPECT_EQ(StageOf(id, 0), -1) << id;
-    }
-  }
-  EXPECT_GT(pending, 0);
-}
-
 }  // namespace
 }  // namespace morva

@@ -1,0 +1,238 @@
+#include "dnc/setup_panel.h"
+
+#include "app/app_state.h"
+#include "dnc/serial_profile.h"
+#include "dnc/transfer.h"
+#include "platform/listing.h"
+#include "shell/modes.h"
+#include "support/workbench.h"
+
+namespace morva {
+namespace {
+
+class Connection : public support::Workbench {
+ protected:
+  static void Port(const char16_t* name) { headless::SetPort(name, headless::PortState::Present); }
+  static std::u16string Log() { return platform::TextOf(kIdDncLog); }
+  static std::u16string Chosen(int list) {
+    return platform::RowText(list, platform::SelectedRow(list));
+  }
+  // Rows of a list with the numbers behind them.
+  static std::u16string Rows(int list) {
+    std::u16string rows;
+    for (int i = 0; i < platform::RowCount(list); ++i) {
+      rows += (i > 0 ? u", " : u"") + platform::RowText(list, i) + u"=" +
+              platform::FromUtf8(std::to_string(platform::RowData(list, i)));
+    }
+    return rows;
+  }
+  void Settings(const std::string& lines) const { WriteFile("bin/MORVA.ini", "[DNC]\r\n" + lines); }
+  static bool Visible(int id) {
+    headless::ControlInfo info;
+    return headless::Describe(id, info) && info.visible;
+  }
+  static void PressEscape() {
+    platform::KeyEvent escape;
+    escape.key = platform::kKeyEscape;
+    headless::PressKey(escape);
+  }
+};
+
+TEST_F(Connection, OffersTheValuesOfItsSixLists) {
+  Port(u"COM1");
+  Port(u"COM33");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(app.mode, kModeDnc);
+  EXPECT_EQ(platform::RowCount(kIdDncPorts), 2);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM1");
+  EXPECT_EQ(Rows(kIdDncBaudList), u"1200=1200, 2400=2400, 4800=4800, 9600=9600, 19200=19200");
+  EXPECT_EQ(Chosen(kIdDncBaudList), u"9600");
+  EXPECT_EQ(Rows(kIdDncDataBits), u"7=7, 8=8");
+  EXPECT_EQ(Chosen(kIdDncDataBits), u"7");
+  EXPECT_EQ(Rows(kIdDncParity), u"Even=2, None=0, Odd=1");
+  EXPECT_EQ(Chosen(kIdDncParity), u"Even");
+  EXPECT_EQ(Rows(kIdDncStopBits), u"2=2, 1=0");
+  EXPECT_EQ(Chosen(kIdDncStopBits), u"2");
+  EXPECT_EQ(Rows(kIdDncFlow), u"XON / XOFF=1, RTS / CTS=2, None=0");
+  EXPECT_EQ(Chosen(kIdDncFlow), u"XON / XOFF");
+  EXPECT_EQ(Log().substr(0, 27), u"Connection setup ready.\r\nSe");
+  EXPECT_EQ(Log().find(u"profile loaded"), std::u16string::npos);
+}
+
+TEST_F(Connection, SaysThatThereIsNoPortAndAsksForOneWhenChecked) {
+  headless::Click(kIdMachine);
+  EXPECT_EQ(platform::RowCount(kIdDncPorts), 0);
+  EXPECT_EQ(Log(),
+            u"Connection setup ready.\r\nNo COM ports detected. Check the USB/RS-232 adapter and "
+            u"driver.\r\n");
+  headless::Click(kIdDncCheck);
+  EXPECT_NE(Log().find(u"Select a COM port first.\r\n"), std::u16string::npos);
+}
+
+TEST_F(Connection, ShowsTheSavedProfile) {
+  Port(u"COM1");
+  Port(u"COM7");
+  Settings("Port=com7\r\nBaud=4800\r\nDataBits=8\r\nParity=0\r\nStopBits=0\r\nFlow=2\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM7");
+  EXPECT_EQ(Chosen(kIdDncBaudList), u"4800");
+  EXPECT_EQ(Chosen(kIdDncDataBits), u"8");
+  EXPECT_EQ(Chosen(kIdDncParity), u"None");
+  EXPECT_EQ(Chosen(kIdDncStopBits), u"1");
+  EXPECT_EQ(Chosen(kIdDncFlow), u"RTS / CTS");
+  EXPECT_NE(Log().find(u"Saved MORVA serial profile loaded.\r\n"), std::u16string::npos);
+}
+
+TEST_F(Connection, KeepsASavedNumberThatNoListOffers) {
+  Port(u"COM1");
+  Settings("Port=COM1\r\nBaud=38400\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncBaudList), u"38400");
+  headless::Click(kIdDncSave);
+  headless::Advance(1000);
+  EXPECT_NE(ReadFile("bin/MORVA.ini").find("Baud=38400\r\n"), std::string::npos);
+}
+
+TEST_F(Connection, SelectsTheFirstPortWhereTheSavedOneIsAbsentAndSaysSo) {
+  Port(u"COM3");
+  Settings("Port=COM9\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM3");
+  EXPECT_NE(Log().find(u"The saved port COM9 is not there now.\r\n"), std::u16string::npos);
+}
+
+TEST_F(Connection, KeepsAPortThatIsNamedByItsPath) {
+  Port(u"COM3");
+  Settings("Port=/dev/pts/7\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/pts/7");
+  headless::Click(kIdDncRescan);
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/pts/7");
+}
+
+TEST_F(Connection, SavesWhatTheListsSay) {
+  Port(u"COM2");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncBaudList, {2});
+  headless::SelectRows(kIdDncParity, {2});
+  headless::SelectRows(kIdDncStopBits, {1});
+  headless::Click(kIdDncSave);
+  headless::Advance(1000);
+  EXPECT_EQ(
+      ReadFile("bin/MORVA.ini"),
+      "[DNC]\r\nPort=COM2\r\nBaud=4800\r\nDataBits=7\r\nParity=1\r\nStopBits=0\r\nFlow=1\r\n");
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM2");
+  EXPECT_EQ(platform::TextOf(kIdDncPagePort), u"PORT  COM2");
+  EXPECT_EQ(platform::TextOf(kIdDncPageBaud), u"BAUD  4800");
+}
+
+TEST_F(Connection, RescansAndKeepsTheChosenPort) {
+  Port(u"COM2");
+  Port(u"COM4");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncPorts, {1});
+  Port(u"COM1");
+  headless::Click(kIdDncRescan);
+  EXPECT_EQ(platform::RowCount(kIdDncPorts), 3);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM4");
+}
+
+// What is not saved lives only as long as the panel.
+TEST_F(Connection, GoesBackToTheSavedProfileWhenItIsClosed) {
+  Port(u"COM2");
+  Settings("Port=COM2\r\nBaud=4800\r\n");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncBaudList, {0});
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 1200);
+  headless::Click(kIdDncClose);
+  EXPECT_FALSE(IsSetupPanelOpen());
+  EXPECT_FALSE(Visible(kIdDncPorts));
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 4800);
+  headless::Click(kIdOpenDncSetup);
+  EXPECT_EQ(Chosen(kIdDncBaudList), u"4800");
+}
+
+TEST_F(Connection, CountsBehindAnotherModeOnlyWithAPort) {
+  Settings("Port=COM2\r\nBaud=4800\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_FALSE(ChooseSerialProfile()) << "the lists are shown and name no port";
+  SetMode(kModeHome);
+  EXPECT_FALSE(Visible(kIdDncPorts));
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 4800);
+  Port(u"COM2");
+  SetMode(kModeDnc);
+  EXPECT_TRUE(Visible(kIdDncPorts));
+  headless::Click(kIdDncRescan);
+  headless::SelectRows(kIdDncBaudList, {1});
+  SetMode(kModeHome);
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 2400);
+}
+
+TEST_F(Connection, ClosesByEscapeAndByTheBackKey) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  headless::Focus(kIdDncParity);
+  PressEscape();
+  EXPECT_FALSE(IsSetupPanelOpen());
+  EXPECT_EQ(app.mode, kModeDnc);
+  headless::Click(kIdSetup);
+  EXPECT_TRUE(IsSetupPanelOpen());
+  headless::Click(kIdBack);
+  EXPECT_FALSE(IsSetupPanelOpen());
+}
+
+TEST_F(Connection, ShowsItsAbortKeyOnlyWhileATransferRuns) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  EXPECT_FALSE(Visible(kIdDncAbort));
+  headless::Click(kIdReceive);
+  ASSERT_TRUE(TransferRuns());
+  EXPECT_TRUE(Visible(kIdDncAbort));
+  EXPECT_EQ(platform::TextOf(kIdDncPageState), u"DNC: TRANSFERRING");
+  headless::Click(kIdDncAbort);
+  EXPECT_NE(Log().find(u"Abort requested...\r\n"), std::u16string::npos);
+  headless::Advance(2000);
+  EXPECT_FALSE(TransferRuns());
+  EXPECT_FALSE(Visible(kIdDncAbort));
+}
+
+TEST_F(Connection, AsksBeforeItClosesOverATransfer) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  headless::Click(kIdReceive);
+  ASSERT_TRUE(TransferRuns());
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdDncClose);
+  EXPECT_TRUE(IsSetupPanelOpen());
+  EXPECT_TRUE(TransferRuns());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"DNC Transfer");
+  EXPECT_EQ(boxes[0].text, u"A transfer is active. Abort it and close the DNC wizard?");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdDncClose);
+  EXPECT_FALSE(IsSetupPanelOpen());
+  headless::Advance(2000);
+  EXPECT_EQ(dncState, kDncError);
+}
+
+TEST_F(Connection, ReceivesAFirstProgramWithThePanelAlone) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  headless::Click(kIdDncCheck);
+  EXPECT_NE(Log().find(u"TEST OK: COM port opened"), std::u16string::npos);
+  headless::Click(kIdDncSave);
+  headless::Click(kIdReceive);
+  headless::PeerSend("%\r\nO1000\r\nG00 X1.\r\nM30\r\n%\r\n");
+  headless::Advance(10000);
+  EXPECT_EQ(dncState, kDncConnected);
+  EXPECT_NE(Text().find(u"O1000"), std::u16string::npos);
+}
+
+}  // namespace
+}  // namespace morva
