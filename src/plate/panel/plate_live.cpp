@@ -83,7 +83,11 @@ void LoadPlateOfProgram() {
 }
 
 void FollowUnitOnPlate() {
-  if (plate.unnamed && !plate.pending && plate.metric != UnitsMetric()) LoadPlateOfProgram();
+  if (!plate.unnamed || plate.pending || plate.metric == UnitsMetric()) return;
+  // A plate that the program holds keeps its unit; loading it again would go on for ever.
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->plateSettings || (tab->plateSettings->metric != 0) == UnitsMetric())
+    LoadPlateOfProgram();
 }
 
 void SavePendingPlate() {
