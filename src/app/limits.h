@@ -19,6 +19,7 @@ inline constexpr int kMaxDisabledUnits = 8000000;      // a longer block is not 
 inline constexpr int kMaxFeaturesFileBytes = 64000000; // the save fails: "Could not save the file."
 inline constexpr int kMaxReadBytes = 33554432;         // "Could not open the selected file."
 inline constexpr int kMaxKeptCompanions = 1000;  // names tried for a companion that gives way; with all taken the save fails
+inline constexpr int kMaxKeptCopies = 9;           // copies of one program in "Recovery" that its opening names; a further one is named by its time and not told
 inline constexpr int kMaxProgramHomes = 1000;    // folders that an autosave tries for a new program: "Autosave failed: project directory unavailable."
 
 // The CAD workspace.

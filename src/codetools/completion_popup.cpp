@@ -260,7 +260,11 @@ void CompletionUpdate(bool manual) {
                                                app.commandWordsActive, manual);
   if (found.count == 0) {
     HideCompletion();
-    if (found.settled) ShowHoverHelp(found.token);
+    if (manual) {
+      ShowAskedHelp(found.token);
+    } else if (found.settled) {
+      ShowHoverHelp(found.token);
+    }
     return;
   }
   popup.editor = editor;

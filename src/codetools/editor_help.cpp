@@ -185,4 +185,10 @@ void ShowHoverHelp(std::u16string_view token) {
   ShowStatus(help.empty() ? kReadyWords : help);
 }
 
+void ShowAskedHelp(std::u16string_view token) {
+  const std::u16string help = HelpForToken(token);
+  if (help.empty()) return ShowHoverHelp(token);
+  ShowStatus(help);
+}
+
 }  // namespace morva

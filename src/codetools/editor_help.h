@@ -28,7 +28,9 @@ Token TokenAtPoint(int id, int x, int y);
 // What is known of a token: the fixed help, else the code table's row, else the empty text.
 std::u16string HelpForToken(std::u16string_view token);
 // The help to the StatusLine, or its resting words where there is none. Nothing for an empty
-// token.
+// token. While the autosave is held, that is what stands there.
 void ShowHoverHelp(std::u16string_view token);
+// The same for a user who has asked for it: the help also while the autosave is held.
+void ShowAskedHelp(std::u16string_view token);
 
 }  // namespace morva

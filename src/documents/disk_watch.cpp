@@ -42,10 +42,13 @@ bool AskForLoading() {
 // Undo brings the text and its excluded code back, and neither drawings nor plates: before they go,
 // what the user has changed is in a file. `words` tells where. False: the user keeps the program as
 // it is.
-bool KeepMine(const ProgramTab& tab, std::u16string& words) {
+bool KeepMine(ProgramTab& tab, std::u16string& words) {
   if (!IsTouched(tab)) return true;
   std::u16string kept;
+  const std::uint64_t serial = tab.serial;
   if (KeepProgramNow(tab, kept)) {
+    // That one holds everything, too. What was told meanwhile may have closed the program.
+    if (ProgramTab* const left = TabOfSerial(serial)) DropHeldCopy(*left);
     words += u" Your version is kept in " + kept;
     return true;
   }
@@ -104,6 +107,7 @@ bool LoadAgain() {
   ReplaceText(text);
   RestoreWorkspace();
   NoteLoaded(*tab, state);
+  NoteHeldCopy(*tab, {});  // it stays where it is the only version of the user's
   SyncActiveTab();
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   ArmTextRefresh(kRefreshMs);

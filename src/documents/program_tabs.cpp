@@ -16,6 +16,7 @@
 #include "documents/insertion.h"
 #include "documents/new_program.h"
 #include "documents/program_information.h"
+#include "documents/recovery.h"
 #include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
@@ -118,6 +119,7 @@ void ResetDocuments() {
   ResetSaver();
   FreeTabs();
   ResetAutosave();
+  ResetRecovery();
   ResetInsertion();
   ResetFeatures();
   ResetLiveModels();

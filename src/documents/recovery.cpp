@@ -1,9 +1,13 @@
 #include "documents/recovery.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/app_state.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/file_kinds.h"
 #include "documents/file_names.h"
@@ -17,26 +21,78 @@ namespace morva {
 namespace {
 
 constexpr int kNameTries = 1000;
+// Units of a title in the name of a copy: with three bytes for each there is room behind them for
+// numbers and the ends of companions.
+constexpr std::size_t kCopyTitleUnits = 60;
+
+std::u16string NameOfCopy(std::u16string_view title) {
+  std::u16string name = CleanedTitle(title.substr(0, kCopyTitleUnits));
+  // No half of a pair may stand at the end.
+  if (!name.empty() && name.back() >= 0xD800 && name.back() <= 0xDBFF) name.pop_back();
+  return name;
+}
+
+bool IsFree(std::u16string_view path) {
+  // What was handed over in the same millisecond may not stand there yet.
+  return !platform::FileExists(path) && !IsBeingSaved(path);
+}
 
 // A path that is free, empty for none.
 std::u16string FreePath(std::u16string_view title) {
   if (!app.dataDirReady) return {};
-  const std::u16string name = CleanedTitle(title);
+  const std::u16string name = NameOfCopy(title);
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kNameTries; ++tries, ++tick) {
     std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + kProgramEnd);
-    // What was handed over in the same millisecond may not stand there yet.
-    if (!platform::FileExists(path) && !IsBeingSaved(path)) return path;
+    if (IsFree(path)) return path;
   }
   return {};
 }
 
+// The copies of a program bear a number that is made of its path, so that they are found again when
+// it is opened.
+std::u16string CopiesOf(std::u16string_view program) {
+  std::u16string file = platform::LinkTarget(program);
+  if (file.empty()) file = program;
+  const auto hash = static_cast<std::uint32_t>(HashBytes(platform::ToUtf8(file)));
+  return PathInData(u"Recovery", NameOfCopy(BareFileName(file)) + u"-of-" + IntegerText(hash));
+}
+
+// `number` is from 1 to kMaxKeptCopies.
+std::u16string NumberedCopy(std::u16string_view copies, int number) {
+  std::u16string path(copies);
+  if (number > 1) path += u"-" + IntegerText(number);
+  return path + kProgramEnd;
+}
+
+// Where what is not saved of a program goes; empty for nowhere.
+std::u16string PathOfCopy(const ProgramTab& tab) {
+  if (!app.dataDirReady || !tab.path[0]) return FreePath(tab.title);
+  const std::u16string copies = CopiesOf(tab.path);
+  for (int number = 1; number <= kMaxKeptCopies; ++number) {
+    std::u16string path = NumberedCopy(copies, number);
+    if (IsFree(path)) return path;
+  }
+  return FreePath(tab.title);
+}
+
+// Copies that were dropped while they were still being written.
+std::vector<std::u16string> dropped;
+
+void EraseCopy(std::u16string_view path) {
+  platform::EraseFile(path);
+  EraseCompanions(path);
+}
+
+bool IsHeldCopy(std::u16string_view path) {
+  return std::any_of(tabs, tabs + app.tabCount,
+                     [path](const ProgramTab& tab) { return tab.save.heldCopy == path; });
+}
+
 std::u16string lastKept;  // the program that was written last
 
-// To a free path where `path` is empty.
-bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
+bool HandOverProgram(const ProgramTab& tab, std::u16string_view path,
                      void (*told)(const SaveResult& result)) {
-  if (path.empty()) path = FreePath(tab.title);
   SaveJob job;
   job.program = path;
   job.told = told;
@@ -50,14 +106,17 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string& path,
 
 // It is told as kept when it is, and tried again where it is not.
 void OnHeldCopy(const SaveResult& result) {
+  if (std::erase(dropped, result.program) > 0) return EraseCopy(result.program);
   int index = 0;
   while (index < app.tabCount && tabs[index].save.heldCopy != result.program) ++index;
   ProgramTab* const tab = index < app.tabCount ? TabOfSerial(tabs[index].serial) : nullptr;
   if (!tab) return;
   if (result.answer != SaveAnswer::Saved) return NoteHeldChanges(*tab, 0);
   if (!NoteHeldTold(*tab)) return;
-  AppendOutput(u"Until " + std::u16string(tab->title) + u" is saved, its changes are kept in " +
-               result.program);
+  std::u16string words = u"Until " + std::u16string(tab->title) +
+                         u" is saved, its changes are kept in " + result.program;
+  if (tab->save.held == AutosaveHold::TooLarge) words += u" (too large to be opened here)";
+  AppendOutput(words);
 }
 
 }  // namespace
@@ -74,7 +133,7 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
-  path.clear();
+  path = tab.save.heldCopy.empty() ? PathOfCopy(tab) : tab.save.heldCopy;
   return HandOverProgram(tab, path, nullptr);
 }
 
@@ -82,13 +141,13 @@ bool KeepProgramNow(const ProgramTab& tab, std::u16string& path) {
   const auto note = [](const SaveResult& result) {
     if (result.answer == SaveAnswer::Saved) lastKept = result.program;
   };
-  path.clear();
+  path = FreePath(tab.title);
   return HandOverProgram(tab, path, note) && WaitForSavesOf(path, 0) && lastKept == path;
 }
 
 void KeepHeldCopy(ProgramTab& tab) {
-  if (tab.save.heldCopy.empty()) NoteHeldCopy(tab, FreePath(tab.title));
-  std::u16string path = tab.save.heldCopy;
+  if (tab.save.heldCopy.empty()) NoteHeldCopy(tab, PathOfCopy(tab));
+  const std::u16string path = tab.save.heldCopy;
   if (path.empty() || tab.save.heldChanges == tab.save.changes) return;
   if (&tab == ActiveTab()) {
     SyncActiveTab();
@@ -105,8 +164,22 @@ void DropHeldCopy(ProgramTab& tab) {
   const std::u16string path = tab.save.heldCopy;
   if (path.empty()) return;
   NoteHeldCopy(tab, {});
-  platform::EraseFile(path);
-  EraseCompanions(path);
+  if (IsBeingSaved(path)) return dropped.push_back(path);
+  EraseCopy(path);
 }
+
+void TellKeptCopies(const ProgramTab& tab) {
+  if (!app.dataDirReady || !tab.path[0]) return;
+  const std::u16string copies = CopiesOf(tab.path);
+  for (int number = 1; number <= kMaxKeptCopies; ++number) {
+    const std::u16string path = NumberedCopy(copies, number);
+    if (!platform::FiguresOf(path).exists || IsHeldCopy(path)) continue;
+    AppendOutput(u"Changes of " + std::u16string(tab.title) +
+                 u" that were never saved are kept in " + path +
+                 u"; open it to look, erase it when it is not needed.");
+  }
+}
+
+void ResetRecovery() { dropped.clear(); }
 
 }  // namespace morva

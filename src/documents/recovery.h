@@ -14,9 +14,10 @@ namespace morva {
 bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
                     void (*told)(const SaveResult& result));
 // Hands a whole program, as its record holds it, to the writer of files: text, excluded code,
-// drawings and plates. False: there is no data directory, or no name is free there.
+// drawings and plates. They go over the copy that is held already, where there is one. False: there
+// is no data directory, or no name is free there.
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path);
-// The same, and waits until it is written. False: it is not.
+// The same into files of their own, and waits until they are written. False: they are not.
 bool KeepProgramNow(const ProgramTab& tab, std::u16string& path);
 
 // While the autosave has to leave a program alone: one copy of it, written over when there is more
@@ -24,5 +25,8 @@ bool KeepProgramNow(const ProgramTab& tab, std::u16string& path);
 void KeepHeldCopy(ProgramTab& tab);
 // The program's own file holds everything: the copy goes.
 void DropHeldCopy(ProgramTab& tab);
+// A program was opened: the log names the copies in which an earlier run left changes of it.
+void TellKeptCopies(const ProgramTab& tab);
+void ResetRecovery();
 
 }  // namespace morva

@@ -42,15 +42,26 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
   return platform::WriteAtomic(write, written);
 }
 
-bool MoveAll(const SaveJob& job, bool last, std::vector<SaveMove>& moved) {
-  for (const SaveMove& move : job.moves) {
-    if (move.last != last || !platform::FileExists(move.from)) continue;
-    if (move.to.empty()) return false;  // no name is free
-    if (platform::FileExists(move.to)) continue;
-    if (!platform::RenameOver(move.from, move.to)) return false;
-    moved.push_back(move);
-  }
+// False: it stands under its old name.
+bool Move(const SaveMove& move, std::vector<SaveMove>& moved) {
+  if (!platform::FileExists(move.from)) return true;
+  if (move.to.empty()) return false;  // no name is free
+  if (platform::FileExists(move.to)) return true;
+  if (!platform::RenameOver(move.from, move.to)) return false;
+  moved.push_back(move);
   return true;
+}
+
+bool MoveFirst(const SaveJob& job, std::vector<SaveMove>& moved) {
+  return std::ranges::all_of(job.moves,
+                             [&](const SaveMove& move) { return move.last || Move(move, moved); });
+}
+
+// The program stands already, so that a move that fails is no failed save.
+void MoveLast(const SaveJob& job, SaveResult& result) {
+  for (const SaveMove& move : job.moves) {
+    if (move.last && !Move(move, result.moved)) result.left.push_back(move);
+  }
 }
 
 // A save that failed leaves the program that stands there its companions.
@@ -70,7 +81,7 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   if (standing == FileStanding::Unknown) return SaveAnswer::Failed;
   // One that is gone holds nothing that could be lost.
   if (standing == FileStanding::Gone) job.checked = false;
-  if (!MoveAll(job, false, result.moved)) return SaveAnswer::Failed;
+  if (!MoveFirst(job, result.moved)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
     platform::FileFigures written;
     const platform::WriteAnswer answer = WriteOne(job, file, written);
@@ -80,7 +91,8 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
     if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
     if (!file.copyOf.empty()) result.copied.push_back({file.copyOf, file.path});
   }
-  return MoveAll(job, true, result.moved) ? SaveAnswer::Saved : SaveAnswer::Failed;
+  MoveLast(job, result);
+  return SaveAnswer::Saved;
 }
 
 SaveResult Write(SaveJob& job) {

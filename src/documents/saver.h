@@ -75,6 +75,7 @@ struct SaveResult {
   DiskState now;                 // of the program, where it was saved
   std::vector<SaveMove> moved;   // what stands under another name now
   std::vector<SaveMove> copied;  // what has a copy under another name now
+  std::vector<SaveMove> left;    // what had to go behind the save and could not be moved
   void (*told)(const SaveResult& result) = nullptr;
 };
 

@@ -127,6 +127,16 @@ void LogMoved(const std::vector<SaveMove>& moved) {
   }
 }
 
+// It would be read as this program's when that is opened again.
+void TellLeft(ProgramTab& tab, const std::vector<SaveMove>& left) {
+  for (const SaveMove& move : left) {
+    KeepLeft(tab, move);
+    AppendOutput(u"The program is saved, but " + std::u16string(BareFileName(move.from)) +
+                 u" of the replaced program could not be put away; move it, or the next opening "
+                 u"takes it as this program's.");
+  }
+}
+
 // A result belongs to the file that it was made for: only what is said of the program's own file
 // counts for the program.
 void FollowResult(ProgramTab& tab, const SaveResult& result) {
@@ -138,6 +148,7 @@ void FollowResult(ProgramTab& tab, const SaveResult& result) {
   if (result.takesPath) {
     LogMoved(result.moved);
     LogMoved(result.copied);
+    TellLeft(tab, result.left);
   }
   // The program was written even if a later companion failed.
   if (own && result.now.figures.exists) NoteDisk(tab, result.now);

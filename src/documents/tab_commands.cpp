@@ -18,6 +18,7 @@
 #include "documents/file_text.h"
 #include "documents/program_information.h"
 #include "documents/program_tabs.h"
+#include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/tab_table.h"
@@ -130,6 +131,7 @@ void OpenProgram() {
   }
   ShowTab(index);
   AppendOutput(u"Opened program in a new workspace tab.");
+  TellKeptCopies(tabs[index]);
 }
 
 void CloseProgram() {

@@ -259,6 +259,13 @@ void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job) {
   }
 }
 
+void KeepLeft(ProgramTab& tab, const SaveMove& move) {
+  for (int i = 0; i < kCompanionCount; ++i) {
+    if (move.from != CompanionPath(FileToRead(tab.path), kCompanionKinds[i].suffix)) continue;
+    tab.unusable[i] = {move.from, move.to};
+  }
+}
+
 bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
                      const ProgramTab& tab, std::vector<SaveFile>& files) {
   // A link that cannot be followed now must not get companions of its own.

@@ -35,6 +35,9 @@ bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string
 // not be read, before it is written over, and those of another program whose name is taken, of
 // which a copy stays or which go behind the last file.
 void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job);
+// A companion of another program could not be moved when this one took its file's name; it is moved
+// before this program writes one of its own over it.
+void KeepLeft(ProgramTab& tab, const SaveMove& move);
 // Erases the companions beside a copy of a program, which is no link.
 void EraseCompanions(std::u16string_view path);
 // Frees what the record holds on the heap and leaves it empty.

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 #include "library/units.h"
 #include "simulator/motion_run.h"
@@ -98,11 +99,12 @@ enum GAction : unsigned char {
   kUnknownCycle,
   kPocket,
   kMacro,
-  kShift,  // the path is drawn without this and the next four
+  kShift,  // the path is drawn without this and all that follow
   kOffsets,
   kLocalZero,
   kTurn,
   kScale,
+  kWorkOffset,
 };
 inline constexpr int kGNumbers = 100;
 struct GTable {
@@ -115,6 +117,7 @@ struct GTable {
     of[52] = kLocalZero;
     of[68] = kTurn;
     of[51] = kScale;
+    for (int g : {54, 55, 56, 57, 58, 59}) of[g] = kWorkOffset;
     for (int g : {28, 30}) of[g] = kHome;
     of[53] = kMachine;
     // The control moves by these, the path goes on by the motion that was in force.
@@ -130,11 +133,17 @@ struct GTable {
   }
 };
 constexpr GTable kGCodes;
-inline constexpr double kGeneralPocket = 150.0;  // beyond the table
+// Beyond the table.
+inline constexpr double kGeneralPocket = 150.0;
+inline constexpr double kMirror = 101.0;
+inline constexpr double kFirstFurtherOffset = 110.0;
+inline constexpr double kLastFurtherOffset = 129.0;
+inline constexpr int kOffsetByNumber = 154;  // its P, which is not read, tells which one
 
 struct Modal {
   int motion = 0;  // 0 to 3, or a canned cycle from 81 to 89
   int plane = 17;
+  int workOffset = 0;  // its G number, 0 before the first
   bool absolute = true;
   bool displayMetric = false;
   unsigned standing = 0;  // what the next line has seen before it begins, of kStanding
@@ -170,9 +179,9 @@ enum Seen : unsigned {
 inline constexpr unsigned kStanding = kSeenUnknownCycle | kSeenEnded;
 inline constexpr unsigned kNotShown =
     Bit(PathNote::BehindEnd) - 1;  // all kinds of lines that are not drawn
-inline constexpr unsigned kNotApplied = Bit(PathNote::Shift) | Bit(PathNote::LocalZero) |
-                                        Bit(PathNote::Turn) | Bit(PathNote::Scale) |
-                                        Bit(PathNote::Offsets);
+inline constexpr unsigned kNotApplied =
+    Bit(PathNote::Shift) | Bit(PathNote::LocalZero) | Bit(PathNote::Turn) | Bit(PathNote::Scale) |
+    Bit(PathNote::Offsets) | Bit(PathNote::Mirror) | Bit(PathNote::OtherZero);
 inline constexpr unsigned kAxisBits = Bit(kX) | Bit(kY) | Bit(kZ);
 inline constexpr unsigned kCentreBits = Bit(kI) | Bit(kJ);
 
@@ -243,11 +252,24 @@ inline bool TakeNumber(const char16_t*& p, const char16_t* end, double& value) {
   return true;
 }
 
+// The first one is where the path lies; what another one moves is drawn in the same place.
+unsigned TakeWorkOffset(Modal& m, int code, unsigned seen) {
+  const int before = std::exchange(m.workOffset, code);
+  const bool same = before == code && code != kOffsetByNumber;
+  return before == 0 || same ? seen : seen | Bit(PathNote::OtherZero);
+}
+
+[[gnu::noinline, gnu::cold]] unsigned TakeHighG(Modal& m, double value, unsigned seen) {
+  if (value == kGeneralPocket) return seen | Bit(PathNote::Pockets);
+  if (value == kMirror) return seen | Bit(PathNote::Mirror);
+  const bool further = value >= kFirstFurtherOffset && value <= kLastFurtherOffset;
+  if (!further && value != kOffsetByNumber) return seen;
+  return TakeWorkOffset(m, static_cast<int>(value), seen);
+}
+
 // Answers what the line has seen by then.
 inline unsigned TakeG(Modal& m, double value, unsigned seen) {
-  if (!(value >= 0.0 && value < 100.0)) {
-    return value == kGeneralPocket ? seen | Bit(PathNote::Pockets) : seen;
-  }
+  if (!(value >= 0.0 && value < 100.0)) return TakeHighG(m, value, seen);
   const int code = static_cast<int>(value);
   const bool cycle = value >= 81.0 && value <= 89.0;
   if (static_cast<double>(code) != value && !cycle) return seen;
@@ -297,6 +319,8 @@ inline unsigned TakeG(Modal& m, double value, unsigned seen) {
       return seen | Bit(PathNote::Turn);
     case kScale:
       return seen | Bit(PathNote::Scale);
+    case kWorkOffset:
+      return TakeWorkOffset(m, code, seen);
   }
   return seen;
 }

@@ -25,6 +25,7 @@ struct Kind {
   int group;
   const char16_t* tip;
   const char16_t* code = u"";  // behind the tip, where the words name it
+  bool drawnAsMove = false;    // axes on such a line
 };
 constexpr Kind kKinds[] = {
     {PathNote::Macros, 0, u"macros and #"},
@@ -41,10 +42,12 @@ constexpr Kind kKinds[] = {
     {PathNote::BehindEnd, 1, u"lines behind M30"},
     {PathNote::BlockDelete, 2, u"lines with /"},
     {PathNote::Shift, kNotApplied, u"the shift of", u"G92"},
-    {PathNote::LocalZero, kNotApplied, u"the shift of", u"G52"},
-    {PathNote::Turn, kNotApplied, u"the rotation of", u"G68"},
-    {PathNote::Scale, kNotApplied, u"the scaling of", u"G51"},
+    {PathNote::LocalZero, kNotApplied, u"the shift of", u"G52", true},
+    {PathNote::Turn, kNotApplied, u"the rotation of", u"G68", true},
+    {PathNote::Scale, kNotApplied, u"the scaling of", u"G51", true},
     {PathNote::Offsets, kNotApplied, u"the offsets of", u"G10"},
+    {PathNote::Mirror, kNotApplied, u"the mirroring of", u"G101", true},
+    {PathNote::OtherZero, kNotApplied, u"changes of", u"work offsets"},
 };
 static_assert(std::size(kKinds) == kPathNotes);
 static_assert([] {
@@ -67,13 +70,16 @@ PathNotes::Row SumOf(const PathNotes& notes, int group) {
 
 std::u16string TipOf(const PathNotes& notes, int group) {
   std::u16string tip;
+  bool asMove = false;
   for (int i = 0; i < kPathNotes; ++i) {
     if (kKinds[i].group != group || notes.rows[i].lines == 0) continue;
     tip += tip.empty() ? u": " : u", ";
     tip += kKinds[i].tip;
     if (kKinds[i].code[0]) tip += u" " + std::u16string(kKinds[i].code);
     tip += u" " + IntegerText(notes.rows[i].lines);
+    asMove = asMove || kKinds[i].drawnAsMove;
   }
+  if (asMove) tip += u"; X, Y and Z beside them are drawn as a move";
   return tip.empty() ? tip : kGroups[group].tip + tip;
 }
 
@@ -100,7 +106,8 @@ std::u16string PathNotesWords(const PathNotes& notes) {
   for (int group = 0; group < static_cast<int>(std::size(kGroups)); ++group) {
     const PathNotes::Row sum = SumOf(notes, group);
     if (sum.lines == 0) continue;
-    words += u"  /  " + IntegerText(sum.lines) + u" lines " + CodesOf(notes, group);
+    words += u"  /  " + IntegerText(sum.lines) + (sum.lines == 1 ? u" line " : u" lines ") +
+             CodesOf(notes, group);
     words += kGroups[group].words;
     words += u", first " + IntegerText(sum.first + 1);
   }

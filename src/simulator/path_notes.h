@@ -31,8 +31,10 @@ enum class PathNote : unsigned char {
   Turn,         // G68
   Scale,        // G51
   Offsets,      // G10
+  Mirror,       // G101
+  OtherZero,    // a work offset other than the one before: G54 to G59, G110 to G129, G154
 };
-inline constexpr int kPathNotes = 18;
+inline constexpr int kPathNotes = 20;
 
 struct PathNotes {
   struct Row {

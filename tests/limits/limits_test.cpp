@@ -289,8 +289,8 @@ TEST_F(Limits, LinesOfAReadOut) {
   for (const char16_t* part :
        {u"PATH EXTENTS (in)", u"X 12.5000", u"Y 3.2500", u"Z 1.5000", u"MEASURE", u"dX 12.5000",
         u"dY 3.2500", u"dZ 1.5000", u"distance", u"XY grid Z0", u"spacing",
-        u"text changed, press PATH", u"path shown to line", u"1 lines not shown, first 1",
-        u"1 lines behind M30, first 3", u"1 lines with /, first 3"}) {
+        u"text changed, press PATH", u"path shown to line", u"1 line not shown, first 1",
+        u"1 line behind M30, first 3", u"1 line with /, first 3"}) {
     EXPECT_TRUE(ViewShows(part)) << platform::ToUtf8(part);
   }
 }
@@ -353,6 +353,40 @@ TEST_F(Limits, NamesOfCompanionsThatGiveWay) {
   SaveProgramCommand();
   EXPECT_EQ(headless::TakeBoxes().size(), 1u);
   EXPECT_EQ(ReadFile("a.NC.features"), "damaged too");
+}
+
+TEST_F(Limits, CopiesThatAnOpeningNames) {
+  static_assert(kMaxKeptCopies == 9);
+  WriteFile("a.NC", "G0\r\n");
+  const auto copies = [this] {
+    int count = 0;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(home_ / "Documents/MORVA/Recovery"))
+      count += entry.path().extension() == ".NC" &&
+               entry.path().filename().string().find("-of-") != std::string::npos;
+    return count;
+  };
+  const auto told = [] {
+    const std::u16string log = platform::TextOf(kIdOutputLog);
+    int count = 0;
+    for (std::size_t at = log.find(u"never saved"); at != log.npos;
+         at = log.find(u"never saved", at + 1)) {
+      ++count;
+    }
+    return count;
+  };
+  for (int i = 1; i <= kMaxKeptCopies + 1; ++i) {
+    Open("a.NC");
+    MarkModified();
+    WriteFile("a.NC", "G" + std::to_string(i) + "\r\n");
+    RunAutosave();
+    EXPECT_EQ(copies(), std::min(i, kMaxKeptCopies));
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    CloseProgram();
+  }
+  ClearOutput();
+  Open("a.NC");
+  EXPECT_EQ(told(), kMaxKeptCopies);
 }
 
 TEST_F(Limits, GhostPointsOfExcludedCode) {

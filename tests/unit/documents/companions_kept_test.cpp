@@ -119,6 +119,23 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithDrawingsLeavesItNoDrawings) {
   EXPECT_TRUE(Told(u"q.NC.cadmv of the replaced program is kept as q.NC.cadmv.kept"));
 }
 
+TEST_F(CompanionsKept, ASaveAsThatCannotPutTheOldDrawingsAwayIsSavedAndSaysSo) {
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.cadmv", "drawings of q");
+  TypeProgram(u"G1 X1");
+  headless::TakeBoxes();
+  // The files of the program itself come first: excluded code and text.
+  headless::FailCall("rename", 3);
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_FALSE(app.editorDirty);
+  EXPECT_NE(Raw("q.NC").find("G1 X1"), std::string::npos);
+  EXPECT_TRUE(Told(u"The program is saved, but q.NC.cadmv of the replaced program could not be"));
+  // It goes before this program writes one over it.
+  EXPECT_EQ(Raw("q.NC.cadmv"), "drawings of q");
+  EXPECT_EQ(morva::ActiveTab()->unusable[0].from, PathOf("q.NC.cadmv"));
+}
+
 TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {
   const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
   Put("q.NC", "G0\r\n");

@@ -8,12 +8,14 @@
 #include "documents/autosave.h"
 #include "documents/disk_watch.h"
 #include "documents/insertion.h"
+#include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/common/faults.h"
+#include "platform/thread.h"
 #include "support/program_stage.h"
 
 namespace {
@@ -160,6 +162,122 @@ TEST_F(SavesUnderWay, KeepsACopyInRecoveryAsLongAsTheAutosaveIsHeld) {
   EXPECT_TRUE(Holds("a.NC", "G0 X3"));
   EXPECT_EQ(support::NamesIn(folderOfCopies), std::vector<std::string>());
   EXPECT_EQ(morva::HeldWords(), u"");
+}
+
+// The names in "Recovery", programs alone.
+std::vector<std::string> Copies(const support::fs::path& machine) {
+  std::vector<std::string> names = support::NamesIn(machine / "Documents/MORVA/Recovery");
+  std::erase_if(names, [](const std::string& name) { return !name.ends_with(".NC"); });
+  return names;
+}
+
+struct HeldCopies : public SavesUnderWay {
+  // Another program wrote the file while the user had typed.
+  void Hold(const char* name) const {
+    Open(name);
+    TypeProgram(u"G0 X2");
+    Put(name, "G0 X999\r\n");
+    headless::Advance(1000);
+  }
+  // As a process that was killed and started again.
+  static void StartAgain() {
+    morva::ResetDocuments();
+    morva::ClearCommands();
+    morva::RegisterDocumentCommands();
+    morva::SwitchTab(morva::OpenTab(u"", u"", u"Untitled-1.NC"));
+    morva::ClearOutput();
+  }
+  static bool Told(std::u16string_view words) {
+    return Output().find(words) != std::u16string::npos;
+  }
+};
+
+TEST_F(HeldCopies, TheOpeningBehindAKillNamesTheCopy) {
+  Hold("a.NC");
+  ASSERT_EQ(Copies(folder).size(), 1u);
+  const std::u16string copy = morva::tabs[1].save.heldCopy;
+  StartAgain();
+  OpenFile("a.NC");
+  EXPECT_TRUE(Told(u"Changes of a.NC that were never saved are kept in " + copy + u";"));
+  // A further one does not replace it.
+  TypeProgram(u"G0 X3");
+  Put("a.NC", "G0 X998\r\n");
+  headless::Advance(1000);
+  EXPECT_EQ(Copies(folder).size(), 2u);
+  EXPECT_NE(morva::tabs[1].save.heldCopy, copy);
+  // Nor is it spoken of with a program of that name elsewhere.
+  morva::ClearOutput();
+  support::fs::create_directory(folder / "else");
+  Put("else/a.NC", "G0 X1\r\n");
+  OpenFile("else/a.NC");
+  EXPECT_FALSE(Told(u"never saved"));
+}
+
+TEST_F(HeldCopies, TheOpeningByALinkNamesTheCopyToo) {
+  Hold("a.NC");
+  StartAgain();
+  support::fs::create_symlink("a.NC", folder / "b.NC");
+  OpenFile("b.NC");
+  EXPECT_TRUE(Told(u"never saved"));
+}
+
+TEST_F(HeldCopies, ACopyThatIsStillBeingWrittenGoesWhenTheProgramIsSaved) {
+  Open("a.NC");
+  TypeProgram(u"G0 X2");
+  Put("a.NC", "G0 X999\r\n");
+  platform::fileFault = SlowFlush;
+  morva::RunAutosave();
+  ASSERT_TRUE(morva::SavesUnderWay());
+  morva::DropHeldCopy(*morva::ActiveTab());
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(support::NamesIn(folder / "Documents/MORVA/Recovery"), std::vector<std::string>());
+}
+
+TEST_F(HeldCopies, LoadingAgainLeavesOneCopyOfTheUsersVersion) {
+  Hold("a.NC");
+  EXPECT_TRUE(morva::LoadAgain());
+  EXPECT_EQ(Copies(folder).size(), 1u);
+  EXPECT_EQ(morva::tabs[1].save.heldCopy, u"");
+}
+
+TEST_F(HeldCopies, ALongNameOfManyBytesLeavesRoomForTheNumber) {
+  // 82 signs of three bytes: 249 bytes with the end.
+  std::string name;
+  for (int i = 0; i < 82; ++i) name += "\xE6\xBC\xA2";
+  name += ".NC";
+  Hold(name.c_str());
+  EXPECT_EQ(Copies(folder).size(), 1u);
+}
+
+TEST_F(HeldCopies, OneThatIsTooLargeToBeOpenedIsToldSo) {
+  Open("a.NC");
+  platform::SetEditorText(morva::kIdEditor, std::u16string(33554430, u'G'));
+  TypeProgram(Text() + u"G\r\nG");
+  headless::Advance(1000);
+  EXPECT_TRUE(Told(u"(too large to be opened here)"));
+}
+
+// What was written is on the disk, and its result is not told yet.
+TEST_F(SavesUnderWay, TakesItsOwnSaveForNoneOfAnotherProgramBeforeItIsTold) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  morva::RunAutosave();
+  ASSERT_TRUE(morva::IsBeingSaved(PathOf("a.NC")));
+  platform::EndWorker(platform::Worker::Saver);
+  ASSERT_TRUE(Holds("a.NC", "G0 X2"));
+  headless::TakeBoxes();
+  morva::WatchDisk();
+  EXPECT_EQ(morva::HeldWords(), u"");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_FALSE(app.editorDirty);
+  // Behind the result another program's change is noticed again.
+  TypeProgram(u"G0 X3");
+  Put("a.NC", "G0 X999\r\n");
+  morva::WatchDisk();
+  EXPECT_NE(morva::HeldWords(), u"");
 }
 
 TEST_F(SavesUnderWay, StaysWithItsFileWhenTheSaveAsFails) {

@@ -2,6 +2,8 @@
 
 #include "codetools/completion_popup.h"
 #include "documents/program_tabs.h"
+#include "documents/save_state.h"
+#include "documents/saving.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/layout.h"
@@ -64,6 +66,21 @@ TEST_F(CompletionList, NarrowsAndClosesWithTheHelpOfAFullCode) {
   Type(u"1");
   EXPECT_FALSE(Shown());
   EXPECT_EQ(Status().substr(0, 24), u"Feed-limited linear move");
+}
+
+TEST_F(CompletionList, CtrlSpaceHelpsAtAWordWithoutRowsAlsoWhileTheAutosaveIsHeld) {
+  Type(u"X1.5");
+  Press(platform::kKeySpace, true);
+  EXPECT_FALSE(Shown());
+  EXPECT_EQ(Status().substr(0, 14), u"X-axis address");
+  NoteHeld(*ActiveTab(), AutosaveHold::Loss);
+  Type(u"2");
+  Press(platform::kKeySpace, true);
+  EXPECT_EQ(Status().substr(0, 14), u"X-axis address");
+  // At a word that nobody knows it stays told that nothing is saved.
+  Type(u" Q1");
+  Press(platform::kKeySpace, true);
+  EXPECT_EQ(Status(), HeldWords());
 }
 
 TEST_F(CompletionList, EnterWritesTheChosenCodeWithoutABlank) {

@@ -74,12 +74,29 @@ TEST_F(PathNotesTest, CodesThatShiftTurnOrScaleWhatFollowsAreNamed) {
   ExpectOnly(u"\n\nG10 L2 P1 X-5.\nG1 X1.\n", PathNote::Offsets, 1, 2);
   ExtractToolpath(u"G1 X1.\nG68 R45.\nG92 X0\nG28 Z0\nG52 X2. R1.\nG68 R90.\n", false);
   EXPECT_EQ(PathNotesWords(path.notes),
-            u"  /  1 lines not shown, first 4  /  4 lines of G92, G52, G68 not applied, first 2");
-  EXPECT_EQ(PathNotesTip(path.notes),
-            u"Not shown: G28, G30 and G53 1\n"
-            u"Drawn without: the shift of G92 1, the shift of G52 1, the rotation of G68 2");
+            u"  /  1 line not shown, first 4  /  4 lines of G92, G52, G68 not applied, first 2");
+  EXPECT_EQ(
+      PathNotesTip(path.notes),
+      u"Not shown: G28, G30 and G53 1\n"
+      u"Drawn without: the shift of G92 1, the shift of G52 1, the rotation of G68 2; X, Y and "
+      u"Z beside them are drawn as a move");
   // Neither in a comment nor as part of another number.
   ExpectNone(u"(G92)\nG1 X1. ; G68\nG54\nG1 X2. F92.\nG68.2 X1.\n");
+}
+
+TEST_F(PathNotesTest, AMirrorAndAnotherWorkOffsetAreNamed) {
+  ExpectOnly(u"G1 X1.\nG101 X0\nG1 X2.\nG100 X0\n", PathNote::Mirror, 1, 1);
+  ExpectOnly(u"G54 G0 X1.\nX2.\nG54\nG55 X1.\nG55\nG54 X1.\n", PathNote::OtherZero, 2, 3);
+  ExpectOnly(u"G110 X1.\nG129 X1.\nG59 X1.\n", PathNote::OtherZero, 2, 1);
+  ExpectOnly(u"G154 P1\nG1 X1.\nG154 P2\n", PathNote::OtherZero, 1, 2);
+  ExtractToolpath(u"G55 X1.\nG101 X0\nG56 X1.\n", false);
+  EXPECT_EQ(PathNotesWords(path.notes), u"  /  2 lines of G101, work offsets not applied, first 2");
+  EXPECT_EQ(PathNotesTip(path.notes),
+            u"Drawn without: the mirroring of G101 1, changes of work offsets 1; X, Y and Z beside "
+            u"them are drawn as a move");
+  // One offset is where the path lies.
+  ExpectNone(u"G55 G0 X1.\nG55 X2.\n");
+  ExpectNone(u"G129\nG1 X1.\nG130\nG109\nG100\n");
 }
 
 TEST_F(PathNotesTest, EveryHoleOfACannedCycleCounts) {
@@ -115,7 +132,7 @@ TEST_F(PathNotesTest, MovesBehindTheProgramsEndAreNamed) {
   ExpectOnly(u"G1 X1. M02\nX2.\n", PathNote::BehindEnd, 1, 1);
   ExtractToolpath(u"M30\nG2 X1. R1.\n", false);
   EXPECT_EQ(PathNotesWords(path.notes),
-            u"  /  1 lines not shown, first 2  /  1 lines behind M30, first 2");
+            u"  /  1 line not shown, first 2  /  1 line behind M30, first 2");
 }
 
 TEST_F(PathNotesTest, MovesThatBlockDeleteLeavesOutAreNamed) {
@@ -126,8 +143,8 @@ TEST_F(PathNotesTest, WordsGiveTheSumAndTheFirstLineOfEachGroup) {
   ExtractToolpath(u"G28 Z0\nG0 X1.\n/X2.\nG2 X3. R1.\nG81 X1. Z-1. R.1\nX2.\nG80\nM30\nX5.\n",
                   false);
   EXPECT_EQ(PathNotesWords(path.notes),
-            u"  /  4 lines not shown, first 1  /  1 lines behind M30, first 9"
-            u"  /  1 lines with /, first 3");
+            u"  /  4 lines not shown, first 1  /  1 line behind M30, first 9"
+            u"  /  1 line with /, first 3");
   EXPECT_EQ(PathNotesTip(path.notes),
             u"Not shown: G28, G30 and G53 1, canned cycles 2, R arcs 1\n"
             u"Drawn, but behind the program's end: lines behind M30 1\n"
