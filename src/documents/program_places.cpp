@@ -174,4 +174,25 @@ PlaceAround LookAround(std::u16string_view text, std::int32_t index) {
   return place;
 }
 
+UnreadLines LinesNeverRead(std::u16string_view text) {
+  UnreadLines unread;
+  bool code = false;
+  bool closed = false;
+  int number = 1;
+  for (size_t at = 0; at < text.size(); ++number) {
+    const size_t end = LineEndFrom(text, at);
+    const CodeLine line = WithoutComments(text.substr(at, end - at), number);
+    at = PastLineEnd(text, end);
+    if (line.code.empty()) continue;
+    if (line.code[0] == u'%') {
+      closed = closed || code;
+    } else if (closed) {
+      if (unread.count++ == 0) unread.first = number;
+    } else {
+      code = true;
+    }
+  }
+  return unread;
+}
+
 }  // namespace morva

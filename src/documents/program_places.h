@@ -25,6 +25,13 @@ struct PlaceAround {
 // What stands at a text index: lines that begin before it lie before it.
 PlaceAround LookAround(std::u16string_view text, std::int32_t index);
 
+// The lines of code that stand behind the closing "%".
+struct UnreadLines {
+  int count = 0;
+  int first = 0;  // from 1; 0: none
+};
+UnreadLines LinesNeverRead(std::u16string_view text);
+
 // Whether the control gets there and has read the head before.
 inline bool IsRun(const PlaceAround& place) { return !place.beforeHead && !place.behindEnd; }
 

@@ -19,7 +19,7 @@ namespace morva {
 namespace {
 
 // What a character means outside a comment. Words come first, axes and centre before the
-// rest; every letter that is not here is stepped over with its number. From kM to kSlash
+// rest; every letter that is not here is stepped over with its number. From kM to kPercent
 // nothing acts on the path: these only tell that a line would move the machine otherwise.
 enum CharClass : unsigned char {
   kStep = 0,
@@ -37,6 +37,7 @@ enum CharClass : unsigned char {
   kHash,       // "#"
   kBracket,    // "["
   kSlash,      // "/"
+  kPercent,    // "%"
   kOpen,       // "(": the rest of the comment is stepped over
   kSemicolon,  // the rest of the line is stepped over
   kReturn,
@@ -58,6 +59,7 @@ struct ClassTable {
     of[static_cast<int>('#')] = kHash;
     of[static_cast<int>('[')] = kBracket;
     of[static_cast<int>('/')] = kSlash;
+    of[static_cast<int>('%')] = kPercent;
     of[static_cast<int>('(')] = kOpen;
     of[static_cast<int>(';')] = kSemicolon;
     of[13] = kReturn;
@@ -143,7 +145,8 @@ inline constexpr int kOffsetByNumber = 154;  // its P, which is not read, tells 
 struct Modal {
   int motion = 0;  // 0 to 3, or a canned cycle from 81 to 89
   int plane = 17;
-  int workOffset = 0;  // its G number, 0 before the first
+  int workOffset = 0;                // its G number, 0 before the first
+  const char16_t* noCode = nullptr;  // no code stands from the text's start up to here
   bool absolute = true;
   bool displayMetric = false;
   unsigned standing = 0;  // what the next line has seen before it begins, of kStanding
@@ -174,9 +177,11 @@ enum Seen : unsigned {
   kSeenNoMotion = kSeenEnd << 7,
   kSeenUnknownCycle = kSeenEnd << 8,  // a cycle is in force that the path does not know
   kSeenEnded = kSeenEnd << 9,         // M30 or M02 stood on an earlier line
+  kSeenClosed = kSeenEnd << 10,       // "%" begins the line, or one behind code stood above it
 };
+static_assert(kSeenEnd << 10 != 0);
 // What holds for the lines that follow, too.
-inline constexpr unsigned kStanding = kSeenUnknownCycle | kSeenEnded;
+inline constexpr unsigned kStanding = kSeenUnknownCycle | kSeenEnded | kSeenClosed;
 inline constexpr unsigned kNotShown =
     Bit(PathNote::BehindEnd) - 1;  // all kinds of lines that are not drawn
 inline constexpr unsigned kNotApplied =
@@ -496,6 +501,7 @@ bool Draws(const Modal& m, const LineWords& words) {
     return;
   }
   if (words.seen & kSeenEnded) NoteRunLine(PathNote::BehindEnd, line);
+  if (words.seen & kSeenClosed) NoteRunLine(PathNote::Unread, line);
   if (words.seen & kSeenSlash) NoteRunLine(PathNote::BlockDelete, line);
 }
 
@@ -557,13 +563,35 @@ bool StandsForNumber(LinePlace place) {
          BeginsWord(place);
 }
 
+// Whether a letter stands outside comments between two places, the first of which begins a line.
+[[gnu::cold]] bool HoldsCode(const char16_t* p, const char16_t* end) {
+  bool comment = false;
+  bool tail = false;  // behind ";"
+  for (; p != end; ++p) {
+    if (*p == u'\r' || *p == u'\n') comment = tail = false;
+    if (*p == u';' && !comment) tail = true;
+    if (*p == u'(') comment = true;
+    if (!comment && !tail && IsLetter(*p)) return true;
+    if (*p == u')') comment = false;
+  }
+  return false;
+}
+
+// A "%" closes a program where code stands before its line; else it opens one.
+[[gnu::noinline, gnu::cold]] unsigned TakePercentLine(Modal& m, const char16_t* line,
+                                                      unsigned seen) {
+  if (HoldsCode(m.noCode, line)) return seen;
+  m.noCode = line;
+  return seen & ~unsigned{kSeenClosed};
+}
+
 struct Rare {
   const char16_t* next;  // where the scan goes on
   unsigned seen;         // what the line has seen by then
 };
 
 // What acts on no path, from `place` on.
-[[gnu::noinline, gnu::cold]] Rare TakeRare(unsigned kind, const LinePlace& place, unsigned seen) {
+[[gnu::noinline, gnu::cold]] Rare TakeRare(unsigned kind, LinePlace place, unsigned seen) {
   const char16_t* p = place.at + 1;
   double value = 0;
   switch (kind) {
@@ -577,6 +605,10 @@ struct Rare {
     case kSlash:
       // Behind "#" or "[" it divides.
       if (!(seen & kSeenExpression)) seen |= kSeenSlash;
+      break;
+    case kPercent:
+      while (place.at > place.first && IsBlank(place.at[-1])) --place.at;
+      if (place.at == place.first) seen |= kSeenClosed;
       break;
     case kM:
       while (p < place.end && IsBlank(*p)) ++p;
@@ -647,7 +679,10 @@ template <bool kBounded>
 bool ScanLines(const char16_t* p, const char16_t* end, Modal& m, std::int32_t& line) {
   while (p != end) {
     LineWords words;
+    const char16_t* const first = p;
     p = ScanWords<kBounded>(p, end, m, words);
+    if ((words.seen & ~m.standing) & kSeenClosed)
+      words.seen = TakePercentLine(m, first, words.seen);
     EndLine(m, words, line);
     if (words.seen != 0) NoteWhatIsMissing(m, words, line);
     m.standing = words.seen & kStanding;
@@ -669,6 +704,7 @@ void ScanMotion(std::u16string_view text, bool metric) {
   std::size_t whole = text.size();
   while (whole > 0 && text[whole - 1] != u'\r' && text[whole - 1] != u'\n') --whole;
   const char16_t* const first = text.data();
+  m.noCode = first;
   const char16_t* const last = first + whole;
   if (!ScanLines<false>(first, last, m, line)) return;
   ScanLines<true>(last, first + text.size(), m, line);

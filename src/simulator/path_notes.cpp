@@ -16,9 +16,10 @@ constexpr Group kGroups[] = {
     {u"not shown", u"Not shown"},
     {u"behind M30", u"Drawn, but behind the program's end"},
     {u"with /", u"Drawn, but left out with block delete"},
+    {u"behind %", u"Drawn, but never read by the control"},
     {u"not applied", u"Drawn without"},
 };
-constexpr int kNotApplied = 3;  // its words name the codes
+constexpr int kNotApplied = 4;  // its words name the codes
 
 struct Kind {
   PathNote note;
@@ -41,6 +42,7 @@ constexpr Kind kKinds[] = {
     {PathNote::Rotary, 0, u"A, B and C"},
     {PathNote::BehindEnd, 1, u"lines behind M30"},
     {PathNote::BlockDelete, 2, u"lines with /"},
+    {PathNote::Unread, 3, u"lines behind the closing %"},
     {PathNote::Shift, kNotApplied, u"the shift of", u"G92"},
     {PathNote::LocalZero, kNotApplied, u"the shift of", u"G52", true},
     {PathNote::Turn, kNotApplied, u"the rotation of", u"G68", true},

@@ -26,6 +26,7 @@ enum class PathNote : unsigned char {
   Rotary,       // A, B or C alone
   BehindEnd,    // behind the first M30 or M02
   BlockDelete,  // with "/"
+  Unread,       // behind a "%" that closes the program
   Shift,        // G92
   LocalZero,    // G52
   Turn,         // G68
@@ -34,7 +35,7 @@ enum class PathNote : unsigned char {
   Mirror,       // G101
   OtherZero,    // a work offset other than the one before: G54 to G59, G110 to G129, G154
 };
-inline constexpr int kPathNotes = 20;
+inline constexpr int kPathNotes = 21;
 
 struct PathNotes {
   struct Row {
@@ -47,9 +48,9 @@ struct PathNotes {
 // Counts a line; lines come in rising order.
 void NoteLine(PathNotes& notes, PathNote kind, std::int32_t line);
 
-// "  /  12 lines not shown, first 3", then the same of lines behind M30 and of lines with "/", then
-// "  /  2 lines of G92, G68 not applied, first 4"; empty where there are none. Line numbers are
-// 1-based.
+// "  /  12 lines not shown, first 3", then the same of lines behind M30, with "/" and behind "%",
+// then "  /  2 lines of G92, G68 not applied, first 4"; empty where there are none. Line numbers
+// are 1-based.
 std::u16string PathNotesWords(const PathNotes& notes);
 // A line for each group: "Not shown: R arcs 3, canned cycles 9". Empty where there are none.
 std::u16string PathNotesTip(const PathNotes& notes);

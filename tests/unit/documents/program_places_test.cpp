@@ -30,6 +30,14 @@ std::u16string WordsAt(std::u16string_view text, std::u16string_view words) {
   return At(text, words).words;
 }
 
+TEST(ProgramPlaces, CountsWhatStandsBehindTheClosingPercent) {
+  EXPECT_EQ(LinesNeverRead(kForeign).count, 1);
+  EXPECT_EQ(LinesNeverRead(kForeign).first, 11);
+  EXPECT_EQ(LinesNeverRead(u"(MORVA TEXT 1)\r\n%\r\nO1\r\nM30\r\n%\r\n(END)\r\n").count, 0);
+  EXPECT_EQ(LinesNeverRead(u"G0\n%\nG1\n(A) ; B\n%\nG2\n").count, 2);
+  EXPECT_EQ(LinesNeverRead(u"").first, 0);
+}
+
 TEST(ProgramPlaces, LieBeforeTheHeadUpToTheProgramNumber) {
   EXPECT_TRUE(LookAround(kForeign, 0).beforeHead);
   EXPECT_EQ(WordsAt(kForeign, u"O1001"), u"Before the program's head (O1001)");

@@ -84,6 +84,18 @@ TEST_F(PathNotesTest, CodesThatShiftTurnOrScaleWhatFollowsAreNamed) {
   ExpectNone(u"(G92)\nG1 X1. ; G68\nG54\nG1 X2. F92.\nG68.2 X1.\n");
 }
 
+TEST_F(PathNotesTest, LinesBehindTheClosingPercentAreNamed) {
+  ExpectOnly(u"(MORVA TEXT 1)\n%\nO1\nG0 X1.\n%\nG0 X2.\nX3.\n", PathNote::Unread, 2, 5);
+  // Without a first one, and with words behind it.
+  ExpectOnly(u"G0 X1.\n  % G0 X2.\n; end\nX3.\n%\nX4.\n", PathNote::Unread, 3, 1);
+  ExtractToolpath(u"%\nG0 X1.\n%\nX2.\n", false);
+  EXPECT_EQ(PathNotesWords(path.notes), u"  /  1 line behind %, first 4");
+  EXPECT_EQ(PathNotesTip(path.notes),
+            u"Drawn, but never read by the control: lines behind the closing % 1");
+  // Comments are no code, and a "%" amid a line closes nothing.
+  ExpectNone(u"%\n(G0 X1.) ; G0\n%\nG0 X1. %\nX2.\n");
+}
+
 TEST_F(PathNotesTest, AMirrorAndAnotherWorkOffsetAreNamed) {
   ExpectOnly(u"G1 X1.\nG101 X0\nG1 X2.\nG100 X0\n", PathNote::Mirror, 1, 1);
   ExpectOnly(u"G54 G0 X1.\nX2.\nG54\nG55 X1.\nG55\nG54 X1.\n", PathNote::OtherZero, 2, 3);
