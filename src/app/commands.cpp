@@ -58,6 +58,8 @@ bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole f
   return true;
 }
 
+void TellTip(int id, bool on) { platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u"")); }
+
 void RefreshState(const Command& row, int id) {
   if (!platform::Exists(id)) return;
   const bool on = row.on(id);
@@ -69,7 +71,7 @@ void RefreshState(const Command& row, int id) {
     std::erase(shownOn, id);
   }
   if (row.told & kToldChecked) platform::SetChecked(id, on);
-  if (row.told & kToldInTip) platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u""));
+  if (row.told & kToldInTip) TellTip(id, on);
   platform::Repaint(id);
 }
 
@@ -110,6 +112,10 @@ std::span<const Command* const> AllCommands() {
 
 bool IsPending(int id) { return RowOf(id).pending[0] != 0; }
 
+void RefreshTip(int id) {
+  if (platform::Exists(id)) TellTip(id, std::ranges::count(shownOn, id) > 0);
+}
+
 const char16_t* WordsOf(int id, bool on) {
   const Command& row = RowOf(id);
   return on && row.wordsOn[0] ? row.wordsOn : row.words;
@@ -118,6 +124,7 @@ const char16_t* WordsOf(int id, bool on) {
 std::u16string HelpOf(int id) {
   const Command& row = RowOf(id);
   std::u16string help = row.help[0] || row.icon == kNoIcon ? row.help : row.words;
+  if (const std::u16string about = Call(row.about, id); !about.empty()) help = about + u"\n" + help;
   const std::size_t at = help.find(kChordMark);
   if (at == help.npos) return help;
   const Command& named = row.chordOf != 0 ? RowOf(row.chordOf) : row;

@@ -43,6 +43,7 @@ struct Command {
   int iconOn = kNoIcon;                       // while its state is on; none: the same
   bool (*on)(int id) = nullptr;               // whether its state is on; null: it has no state
   unsigned told = kToldChecked | kToldInTip;  // of its state
+  std::u16string (*about)(int id) = nullptr;  // begins the tip, as it is now; empty: nothing does
   bool cutInside = false;  // a caption too long is cut in the middle, as names differ at their ends
   Chord chord = {};
   int chordOf = 0;                // whose chord the tip names; 0: its own
@@ -82,6 +83,8 @@ bool MakeCommandKey(int id, int parent, platform::FontRole font, bool hidden);
 bool MakeCommandCheck(int id, int parent, platform::FontRole font, bool hidden);
 // Writes the caption of the state on the command's button, where it stands and says another one.
 void ShowWords(int id, bool on);
+// Writes the tip of the command's button anew, where what its `about` tells has changed.
+void RefreshTip(int id);
 // Whether a command has a state, and whether that is on.
 bool HasState(int id);
 bool IsOn(int id);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -23,6 +24,10 @@ struct WantedPlace;
 struct Hooks {
   // documents: copies editorDirty into the active record, relabels its tab button.
   void (*titleChanged)() = nullptr;
+  // documents: what tells the active program from others of its name; see TwinWords.
+  std::u16string (*twinWords)() = nullptr;
+  // codetools: another program comes onto the stage.
+  void (*programLeft)() = nullptr;
   // simulator
   void (*rebuildToolpath)() = nullptr;
   // simulator: the program's text changed; its path may lag behind from now on.

@@ -113,7 +113,8 @@ void UpdateTitle() {
   AppendBounded(caption, kWindowTitleUnits, u"MORVA v4.20.0");
   if (app.activePath[0]) {
     char16_t file[kCaptionFileUnits] = {};
-    CopyBounded(file, kCaptionFileUnits, BareFileName(app.activePath));
+    CopyBounded(file, kCaptionFileUnits,
+                std::u16string(BareFileName(app.activePath)) + Call(hooks.twinWords));
     AppendBounded(caption, kWindowTitleUnits, u"  \u2014  ");
     AppendBounded(caption, kWindowTitleUnits, file);
   }

@@ -107,6 +107,8 @@ void RegisterCodeToolCommands() {
   RegisterCompletion();
   RegisterImportPanel();
   lastHovered.clear();
+  ResetValidator();
+  hooks.programLeft = MarkReport;
   ListenToEditor<kIdEditor>();
   ListenToEditor<kIdWordsEditor>();
   Handlers gutter;

@@ -224,6 +224,25 @@ std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find
   return count;
 }
 
+bool IsInMarker(std::u16string_view text, std::size_t at) {
+  const std::size_t end = at == 0 ? kNone : text.find_last_of(u"\r\n", at - 1);
+  return OpensProtectedLine(text, end == kNone ? 0 : end + 1);
+}
+
+std::int32_t CountInMarkers(std::u16string_view text, std::u16string_view find) {
+  std::int32_t count = 0;
+  std::size_t looked = 0;  // from here on no line end has been looked for
+  bool marker = OpensProtectedLine(text, 0);
+  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
+       at = FindMatch(text, at + find.size(), find, false, false)) {
+    const std::size_t end = text.substr(looked, at - looked).find_last_of(u"\r\n");
+    if (end != kNone) marker = OpensProtectedLine(text, looked + end + 1);
+    looked = at;
+    count += marker;
+  }
+  return count;
+}
+
 OwnedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
                              std::u16string_view replaceWith, FollowedPlaces places) {
   const auto count = static_cast<std::size_t>(CountOccurrences(text, find));

@@ -62,6 +62,10 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
 
 // Every occurrence, any case, no bounds, no protection, from left to right.
 std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find);
+// How many of them begin in marker lines of feature blocks.
+std::int32_t CountInMarkers(std::u16string_view text, std::u16string_view find);
+// Whether the line at `at` is a marker's.
+bool IsInMarker(std::u16string_view text, std::size_t at);
 // Without units also where the text would pass kMaxChangedUnits.
 OwnedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
                              std::u16string_view replaceWith, FollowedPlaces places = {});

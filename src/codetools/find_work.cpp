@@ -141,6 +141,19 @@ std::u16string Question(const char16_t* first, const std::u16string& find,
   return first + (u"\r\n\r\nFind:  " + find) + u"\r\nReplace with:  " + replaceWith;
 }
 
+// What a question has to say about lines that mark features.
+std::u16string MarkerWords(const std::u16string& which) {
+  return u"\r\n\r\n" + which +
+         u" A change there can take a feature apart, and the code of an excluded one is not found "
+         u"again.";
+}
+
+std::u16string WordsForAll(std::u16string_view text, const std::u16string& find) {
+  const int count = CountInMarkers(text, find);
+  if (count == 0) return {};
+  return MarkerWords(u"In lines that mark features:  " + IntegerText(count) + u".");
+}
+
 struct Prompted {
   int accepted = 0;
   int reviewed = 0;
@@ -164,6 +177,7 @@ bool PromptAt(std::u16string_view text, std::size_t& at, const std::u16string& f
   const platform::BoxAnswer answer = platform::ShowBox(
       u"MORVA Change All",
       Question(u"Change this occurrence?", find, replaceWith) +
+          (IsInMarker(text, at) ? MarkerWords(u"This line marks a feature.") : u"") +
           u"\r\n\r\nYES = replace this one\r\nNO = skip this one\r\nCANCEL = stop",
       platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
   const bool goesOn = answer == platform::BoxAnswer::Yes || answer == platform::BoxAnswer::No;
@@ -278,7 +292,8 @@ void DoAll() {
   const platform::BoxAnswer answer = platform::ShowBox(
       u"Confirm DO ALL",
       Question(u"Replace every matching occurrence in the active program?", find, replaceWith) +
-          u"\r\n\r\nMatches:  " + IntegerText(count),
+          WordsForAll(platform::EditorText(kIdEditor), find) + u"\r\n\r\nMatches:  " +
+          IntegerText(count),
       platform::BoxButtons::YesNo, platform::BoxIcon::Warning);
   if (answer != platform::BoxAnswer::Yes || ActiveSerial() != serial) return;
   // Read and counted again: a refresh may have run while the box stood open.

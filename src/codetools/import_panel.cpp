@@ -199,6 +199,7 @@ void OnBrowse(int, int) {
   state.sourceTab = 0;
   platform::SelectRow(kIdImportPrograms, -1);
   std::u16string text = DecodeProgram(bytes);
+  TakeByteOrderMark(text);
   ReadExcludedCode(path, text, state.browsedStore);
   LoadSource(text);
 }
@@ -360,7 +361,7 @@ void OpenImportPanel() {
   platform::ClearRows(kIdImportPrograms);
   for (int i = 0; i < app.tabCount; ++i) {
     if (i == app.activeTab) continue;
-    platform::AddRow(kIdImportPrograms, tabs[i].title, static_cast<std::int64_t>(tabs[i].serial));
+    platform::AddRow(kIdImportPrograms, NameOfTab(i), static_cast<std::int64_t>(tabs[i].serial));
   }
   if (platform::RowCount(kIdImportPrograms) > 0) {
     platform::SelectRow(kIdImportPrograms, 0);

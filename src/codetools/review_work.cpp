@@ -64,7 +64,7 @@ void ClearPanes() {
 bool ListIsCurrent() {
   if (platform::RowCount(kIdReviewPrograms) != app.tabCount) return false;
   for (int i = 0; i < app.tabCount; ++i) {
-    if (platform::RowText(kIdReviewPrograms, i) != tabs[i].title) return false;
+    if (platform::RowText(kIdReviewPrograms, i) != NameOfTab(i)) return false;
   }
   return true;
 }
@@ -73,7 +73,7 @@ bool ListIsCurrent() {
 void ShowPrograms() {
   if (!ListIsCurrent()) {
     platform::ClearRows(kIdReviewPrograms);
-    for (int i = 0; i < app.tabCount; ++i) platform::AddRow(kIdReviewPrograms, tabs[i].title, i);
+    for (int i = 0; i < app.tabCount; ++i) platform::AddRow(kIdReviewPrograms, NameOfTab(i), i);
   }
   for (int i = 0; i < app.tabCount; ++i) {
     if (platform::IsRowSelected(kIdReviewPrograms, i) != tabs[i].compareSelected) {

@@ -1,7 +1,9 @@
 #include "codetools/validator.h"
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/outlets.h"
+#include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/window.h"
 #include "text/codetext.h"
@@ -112,6 +114,8 @@ Facts GatherFacts(std::u16string_view text) {
   return facts;
 }
 
+std::u16string validated;  // the program whose report stands last in the log, until it is marked
+
 struct Report {
   std::u16string text;
   unsigned errors = 0;
@@ -200,6 +204,16 @@ void ValidateProgram() {
   // The outlet adds the last line end itself.
   report.resize(report.size() - 2);
   AppendOutput(report);
+  const ProgramTab* tab = ActiveTab();
+  validated = tab ? NameOfTab(app.activeTab) : std::u16string();
 }
+
+void MarkReport() {
+  if (validated.empty()) return;
+  AppendOutput(u"The validation above is that of " + validated + u".");
+  validated.clear();
+}
+
+void ResetValidator() { validated.clear(); }
 
 }  // namespace morva

@@ -19,6 +19,10 @@ std::int32_t LastUnitsCode(std::u16string_view text);
 
 // The report for a text, line by line with CR LF, as ValidateProgram appends it.
 std::u16string PreflightReport(std::u16string_view text);
+// The report of the active program in the place of all that the log holds.
 void ValidateProgram();
+// Another program is shown from now on: the log says once whose report stands in it.
+void MarkReport();
+void ResetValidator();
 
 }  // namespace morva

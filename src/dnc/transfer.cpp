@@ -20,6 +20,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
+#include "documents/program_places.h"
 #include "documents/program_tabs.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
@@ -113,6 +114,17 @@ std::u16string LiveCodeWords(std::u16string_view text) {
   words += count == 1 ? u" is excluded but has code of its own."
                       : u", are excluded but have code of their own.";
   return words + u" That code is sent.\n\n";
+}
+
+// What a question about sending this text has to say about code behind its closing "%"; empty:
+// nothing.
+std::u16string UnreadWords(std::u16string_view text) {
+  const UnreadLines unread = LinesNeverRead(text);
+  if (unread.count == 0) return {};
+  return IntegerText(unread.count) +
+         (unread.count == 1 ? u" line of code stands" : u" lines of code stand") +
+         u" behind the closing %, the first in line " + IntegerText(unread.first) +
+         u". No control reads what is behind it.\n\n";
 }
 
 // The worker reads its job from here on; nothing in it changes until its last message.
@@ -294,7 +306,7 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question += LiveCodeWords(text) + LossWords(text) + u"Send now?";
+  question += LiveCodeWords(text) + UnreadWords(text) + LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
 }
@@ -311,11 +323,13 @@ void SendFileFromDisk() {
     LogOutput(u"Could not read selected file.");
     return;
   }
+  if (file.starts_with(kByteOrderMark)) file.erase(0, kByteOrderMark.size());
   const std::u16string text = DecodeCodePage(file);
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
-  question += DifferenceWords(path) + LossWords(text) + u"Send the selected file?";
+  question +=
+      DifferenceWords(path) + UnreadWords(text) + LossWords(text) + u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
 }

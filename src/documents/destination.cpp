@@ -291,7 +291,7 @@ bool MakePicker() {
 
 void FillPicker() {
   for (int i = 0; i < app.tabCount; ++i) {
-    platform::AddRow(kIdDestinationProgram, tabs[i].title,
+    platform::AddRow(kIdDestinationProgram, NameOfTab(i),
                      static_cast<std::int64_t>(tabs[i].serial));
   }
   if (app.tabCount < kMaxTabs) {

@@ -97,6 +97,7 @@ bool LoadAgain() {
                       platform::BoxIcon::Error);
     return false;
   }
+  const bool marked = TakeByteOrderMark(text);
   std::u16string words = u"Loaded again from disk.";
   SyncActiveTab();
   StashActiveWorkspace();
@@ -107,6 +108,7 @@ bool LoadAgain() {
   ReplaceText(text);
   RestoreWorkspace();
   NoteLoaded(*tab, state);
+  NoteByteOrderMark(*tab, marked);
   NoteHeldCopy(*tab, {});  // it stays where it is the only version of the user's
   SyncActiveTab();
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/icon_names.h"
+#include "documents/tab_table.h"
 
 namespace morva {
 
@@ -28,6 +29,7 @@ constexpr Command kCommands[] = {
     {.id = kIdTabFirst,
      .help = u"Ctrl+click chooses for comparison",
      .on = [](int id) { return app.activeTab == id - kIdTabFirst; },
+     .about = [](int id) { return PlaceOfTab(id - kIdTabFirst); },
      .cutInside = true,
      .last = kIdTabLast},
     {kIdTabNew, u"+", u"New program in a tab", u"New program tab"},

@@ -173,6 +173,12 @@ bool TakeProgram(std::string& bytes, std::u16string& text) {
   return whole;
 }
 
+bool TakeByteOrderMark(std::u16string& text) {
+  if (text.empty() || text[0] != 0xFEFF) return false;
+  text.erase(0, 1);
+  return true;
+}
+
 std::u16string DecodeProgram(std::string_view bytes) {
   std::u16string text = platform::FromUtf8(bytes);
   if (text.empty()) text = DecodeCodePage(bytes);

@@ -30,6 +30,10 @@ OutputFigures MeasureOutput(std::u16string_view text);
 // The text of a program file, what fills its end left out. False: NULs stand between its lines,
 // so that it may be no text; `text` is then all of it without them.
 bool TakeProgram(std::string& bytes, std::u16string& text);
+// Some editors begin a file with this. It is no code for a control.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+// Takes it away from the front of a text. False: it has none.
+bool TakeByteOrderMark(std::u16string& text);
 // A program file as text: UTF-8, and where that gives nothing the one-byte code page. NULs are
 // left out.
 std::u16string DecodeProgram(std::string_view bytes);

@@ -4,6 +4,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -16,6 +17,7 @@ void WriteProgramInformation() {
   if (app.mode != kModeHome && app.mode != kModeCodeIndex) return;
   std::u16string text = u"PROGRAM\r\n\r\nFile: ";
   text += app.activePath[0] ? BareFileName(app.activePath) : u"Unsaved / New";
+  text += Call(hooks.twinWords);
   text += u"\r\nLines: " + IntegerText(platform::EditorLineCount(kIdEditor));
   text += u"\r\nState: ";
   text += app.editorDirty ? u"Modified" : u"Saved / clean";

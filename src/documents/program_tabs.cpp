@@ -76,6 +76,7 @@ void SwitchTab(int index) {
   if (index < 0 || index >= app.tabCount || index == app.activeTab) return;
   Call(hooks.hideCompletion);
   Call(hooks.leaveImport);
+  Call(hooks.programLeft);
   StashActiveWorkspace();
   DropEditLink();
   SyncActiveTab();

@@ -26,6 +26,9 @@ void RemoveTab(int index);
 
 void NewProgram();
 void OpenProgram();
+// Opens the file at a full path in a tab, or shows its tab. What cannot be opened is refused in a
+// box.
+void OpenProgramFile(const std::u16string& path);
 // These ask what has to be asked. False: cancelled, or failed already.
 bool SaveProgramCommand();
 bool SaveProgramAs();

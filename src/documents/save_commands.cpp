@@ -37,9 +37,9 @@ bool AskAboutLoss(const OutputFigures& figures) {
   return Confirmed(u"Save", text);
 }
 
-bool AskAboutSize(const OutputFigures& figures) {
+bool AskAboutSize(std::size_t bytes) {
   std::u16string text = u"The file would have ";
-  text += IntegerText(static_cast<std::int64_t>(figures.bytes));
+  text += IntegerText(static_cast<std::int64_t>(bytes));
   text +=
       u" bytes. MORVA opens files of up to 33554432 bytes, so that it could not open this one "
       u"again.\r\n\r\nSave it all the same?";
@@ -55,8 +55,9 @@ bool SettleText() {
     if (!AskAboutLoss(figures) || !ReturnToTab(serial)) return false;
     AcceptLoss(*ActiveTab());
   }
-  if (figures.bytes <= kMaxReadBytes) return true;
-  return AskAboutSize(figures) && ReturnToTab(serial);
+  const std::size_t bytes = figures.bytes + BytesInFront(ActiveTab());
+  if (bytes <= kMaxReadBytes) return true;
+  return AskAboutSize(bytes) && ReturnToTab(serial);
 }
 
 // The file that Save writes: behind a Save As it is the new one, also while that is under way.

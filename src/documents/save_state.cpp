@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "documents/file_text.h"
 #include "platform/clock.h"
 
 namespace morva {
@@ -86,6 +87,12 @@ bool OfferLoading(ProgramTab& tab) {
 }
 
 void AcceptLoss(ProgramTab& tab) { tab.save.lossAccepted = true; }
+
+void NoteByteOrderMark(ProgramTab& tab, bool present) { tab.save.byteOrderMark = present; }
+
+std::size_t BytesInFront(const ProgramTab* tab) {
+  return tab && tab->save.byteOrderMark ? kByteOrderMark.size() : 0;
+}
 
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason) {
   return std::exchange(tab.save.held, reason) != reason;

@@ -2,6 +2,7 @@
 // what the file held when it was last seen, and why the autosave waits.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -48,6 +49,9 @@ void NoteChangedOnDisk(ProgramTab& tab);
 // True the first time for each state of the file: offer to load it again.
 bool OfferLoading(ProgramTab& tab);
 void AcceptLoss(ProgramTab& tab);
+void NoteByteOrderMark(ProgramTab& tab, bool present);
+// The bytes that the program's file has in front of its text, 0 or 3; null: no program.
+std::size_t BytesInFront(const ProgramTab* tab);
 // Keeps the reason why the autosave waits. True: it differs from the one before, so the user is
 // to be told.
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason);

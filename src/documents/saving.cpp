@@ -53,6 +53,7 @@ bool FillJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
     job.files.push_back({job.program, std::move(bytes)});
     return true;
   }
+  if (tab->save.byteOrderMark) bytes.insert(0, kByteOrderMark);
   job.serial = tab->serial;
   job.changes = tab->save.changes;
   if (!AddProgramFiles(path, std::move(bytes), TextOf(tab), *tab, job.files)) return false;
@@ -195,14 +196,14 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
 
 void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
   std::u16string told;
-  if (&tab != ActiveTab()) told = std::u16string(tab.title) + u": ";
+  if (&tab != ActiveTab()) told = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
   ShowStatus(told.append(words));
 }
 
 AutosaveHold HoldOf(const ProgramTab& tab) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
   const OutputFigures figures = MeasureOutput(TextOf(&tab));
-  if (figures.bytes > kMaxReadBytes) return AutosaveHold::TooLarge;
+  if (figures.bytes + BytesInFront(&tab) > kMaxReadBytes) return AutosaveHold::TooLarge;
   return figures.lost > 0 && !tab.save.lossAccepted ? AutosaveHold::Loss : AutosaveHold::None;
 }
 

@@ -40,6 +40,7 @@ constexpr platform::FileFilter kOpenFilters[] = {
 // NULs are left out of every text. A file that holds them between its lines may be no text at
 // all, so that it is opened as a program without a path and no save can replace it.
 int OpenWithoutNuls(std::u16string_view path, std::u16string text) {
+  TakeByteOrderMark(text);
   const int index = OpenOwnedTab(u"", std::move(text), BareFileName(path));
   if (index >= 0) {
     AppendOutput(
@@ -55,8 +56,16 @@ int OpenFromFile(const std::u16string& path) {
   if (!ReadWithState(path, bytes, state)) return -1;
   std::u16string text;
   if (!TakeProgram(bytes, text)) return OpenWithoutNuls(path, std::move(text));
+  const bool marked = TakeByteOrderMark(text);
   const int index = OpenOwnedTab(path, std::move(text), u"Program.NC");
-  if (index >= 0) NoteDisk(tabs[index], state);
+  if (index < 0) return index;
+  NoteDisk(tabs[index], state);
+  NoteByteOrderMark(tabs[index], marked);
+  if (marked) {
+    AppendOutput(
+        u"The file begins with a byte order mark. A save keeps it in front of the program; it is "
+        u"not shown and never sent.");
+  }
   return index;
 }
 
@@ -118,7 +127,10 @@ bool PickProgramToOpen(const char16_t* title, std::u16string& path) {
 void OpenProgram() {
   Call(hooks.leaveCompare);
   std::u16string path;
-  if (!PickProgramToOpen(u"Open Haas Program", path)) return;
+  if (PickProgramToOpen(u"Open Haas Program", path)) OpenProgramFile(path);
+}
+
+void OpenProgramFile(const std::u16string& path) {
   // A program whose file is still being written is read when it is whole.
   const int open = TabOfFile(path);
   WaitForSavesOf(path, open >= 0 ? tabs[open].serial : 0);
@@ -251,6 +263,7 @@ bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(kProgramChord
 void RegisterDocumentCommands() {
   AddCommands(DocumentCommands());
   hooks.titleChanged = TabTitleChanged;
+  hooks.twinWords = [] { return ActiveTab() ? TwinWords(app.activeTab) : std::u16string(); };
   for (const Answer& row : kAnswers) {
     RegisterCommand(RouterStage::Click, row.first, row.last, 0, row.handler);
   }

@@ -1,9 +1,11 @@
 #include "documents/tab_table.h"
 
+#include <string>
 #include <string_view>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/outlets.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -16,14 +18,47 @@ ProgramTab tabs[kMaxTabs];
 
 namespace {
 
+// The last folders of a path, so many of them; all where there are no more.
+std::u16string_view FolderEnd(std::u16string_view path, int folders) {
+  const std::size_t name = BareFileName(path).size();
+  if (name == path.size()) return {};
+  path.remove_suffix(name + 1);
+  std::size_t at = path.size();
+  for (int i = 0; i < folders && at != path.npos; ++i) {
+    at = at == 0 ? path.npos : path.find_last_of(u"/\\", at - 1);
+  }
+  return at == path.npos ? path : path.substr(at + 1);
+}
+
+bool IsTwin(int index, int other) {
+  return other != index &&
+         std::u16string_view(tabs[other].title) == std::u16string_view(tabs[index].title);
+}
+
+bool HasTwin(int index) {
+  for (int other = 0; other < app.tabCount; ++other) {
+    if (IsTwin(index, other)) return true;
+  }
+  return false;
+}
+
+bool TwinEndsSo(int index, int folders) {
+  const std::u16string_view end = FolderEnd(tabs[index].path, folders);
+  for (int other = 0; other < app.tabCount; ++other) {
+    if (IsTwin(index, other) && FolderEnd(tabs[other].path, folders) == end) return true;
+  }
+  return false;
+}
+
 void LabelTabButton(int index) {
   const ProgramTab& tab = tabs[index];
   char16_t label[kTabLabelUnits] = {};
   if (index == app.activeTab) AppendBounded(label, kTabLabelUnits, u"> ");
   if (tab.compareSelected) AppendBounded(label, kTabLabelUnits, u"[C] ");
-  AppendBounded(label, kTabLabelUnits, tab.title);
+  AppendBounded(label, kTabLabelUnits, NameOfTab(index).c_str());
   if (tab.dirty) AppendBounded(label, kTabLabelUnits, u" *");
   platform::SetText(kIdTabFirst + index, label);
+  RefreshTip(kIdTabFirst + index);
 }
 
 }  // namespace
@@ -63,6 +98,25 @@ void SyncActiveTab() {
   if (app.activePath[0]) CopyBounded(tab->title, kTitleUnits, BareFileName(app.activePath));
 }
 
+std::u16string TwinWords(int index) {
+  if (!HasTwin(index)) return {};
+  const std::u16string_view path = tabs[index].path;
+  if (path.empty()) return u" (not saved)";
+  int folders = 1;
+  while (TwinEndsSo(index, folders) && FolderEnd(path, folders) != FolderEnd(path, folders + 1)) {
+    ++folders;
+  }
+  const std::u16string_view end = FolderEnd(path, folders);
+  return u" (" + std::u16string(end.empty() ? path.substr(0, 1) : end) + u")";
+}
+
+std::u16string NameOfTab(int index) { return tabs[index].title + TwinWords(index); }
+
+std::u16string PlaceOfTab(int index) {
+  if (index >= app.tabCount) return {};
+  return tabs[index].path[0] ? tabs[index].path : u"Not saved in a file yet";
+}
+
 // No form: there are as many tabs as programs are open.
 void RefreshTabButtons() {
   for (int i = 0; i < kMaxTabs; ++i) {
@@ -88,6 +142,9 @@ void NameProgram(ProgramTab& tab, std::u16string_view path, bool title) {
   CopyBounded(tab.path, kPathUnits, path);
   if (title) CopyBounded(tab.title, kTitleUnits, name.empty() ? u"Program.NC" : name);
   if (&tab == ActiveTab()) CopyBounded(app.activePath, kPathUnits, path);
+  // Another program may have the same name now, or be the only one again.
+  RefreshTabButtons();
+  UpdateTitle();
 }
 
 void SetDirtyMark(ProgramTab* tab, bool dirty) {

@@ -30,6 +30,7 @@ struct SaveState {
   DiskState disk;                    // of the file at `path`, as last read or written
   bool changedOnDisk = false;        // by another program; nothing is written there unasked
   platform::FileFigures askedAbout;  // the state of the file that loading was offered for
+  bool byteOrderMark = false;        // the file begins with one, which the text does not hold
   bool lossAccepted = false;         // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
   std::u16string heldCopy;        // in "Recovery", while the autosave is held; empty: none
@@ -77,7 +78,14 @@ std::uint64_t ActiveSerial();                   // 0 when no tab is active
 int ShownEditor();
 // Copies the stage's text, path and dirty mark into the active record.
 void SyncActiveTab();
-// Words and visibility of the eight tab buttons.
+// What tells the program of a tab from others of the same title: " (left)", the end of its folder,
+// as long as it takes. Empty where no other one has its title; `index` from 0 to tabCount - 1.
+std::u16string TwinWords(int index);
+// The title with these words.
+std::u16string NameOfTab(int index);
+// The path of the program of a tab, or that it has none; empty where the tab holds no program.
+std::u16string PlaceOfTab(int index);
+// Words, tips and visibility of the eight tab buttons.
 void RefreshTabButtons();
 // The title's hook: the active record's dirty mark and its button follow editorDirty.
 void TabTitleChanged();

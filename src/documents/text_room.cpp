@@ -3,12 +3,14 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "documents/file_text.h"
+#include "documents/save_state.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 
 namespace morva {
 
 bool HasRoomFor(std::size_t units) {
+  units += BytesInFront(ActiveTab());
   const auto held = static_cast<std::size_t>(platform::EditorLength(kIdEditor));
   // A line end is one position of the editor and two bytes.
   if (2 * (held + units) <= kMaxReadBytes) return true;
@@ -16,7 +18,8 @@ bool HasRoomFor(std::size_t units) {
 }
 
 bool FitsAsProgram(std::u16string_view text) {
-  return 2 * text.size() <= kMaxReadBytes || MeasureOutput(text).bytes <= kMaxReadBytes;
+  const std::size_t most = kMaxReadBytes - BytesInFront(ActiveTab());
+  return 2 * text.size() <= most || MeasureOutput(text).bytes <= most;
 }
 
 void TellNoRoom(std::u16string_view title) {

@@ -183,6 +183,27 @@ TEST_F(TransferTest, NamesTheCharactersThatASendWouldLose) {
       u"\"?\".\n\nSend now?"));
 }
 
+TEST_F(TransferTest, NamesCodeThatNoControlReads) {
+  Send(u"%\r\nO1\r\nM30\r\n%\r\nG0 X1\r\n", BoxAnswer::No);
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"1 line of code stands behind the closing %, the first in line 5"),
+            std::u16string::npos);
+  Send(u"%\r\nO1\r\nM30\r\n%\r\n(G0 X1)\r\n", BoxAnswer::No);
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"closing %"), std::u16string::npos);
+}
+
+TEST_F(TransferTest, SendsNoByteOrderMarkOfAFile) {
+  Put("a.NC", "\xEF\xBB\xBF%\r\nO1\r\n%\r\n");
+  headless::QueueFile(PathOf("a.NC"));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::SendFileFromDisk();
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\n%\r\n");
+}
+
 TEST_F(TransferTest, DoesNotAskWhenThePortCannotBeOpened) {
   headless::SetPort(u"COM1", PortState::Busy);
   Send(u"G0");

@@ -5,6 +5,7 @@
 #include "app/outlets.h"
 #include "codetools/colours.h"
 #include "codetools/find_rules.h"
+#include "codetools/validator.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
@@ -174,9 +175,50 @@ TEST_F(FindPane, DoAllAsksOnceAndChangesMarkersToo) {
   EXPECT_EQ(boxes[0].title, u"Confirm DO ALL");
   EXPECT_EQ(boxes[0].text,
             u"Replace every matching occurrence in the active program?\r\n\r\nFind:  "
-            u"morva\r\nReplace with:  M\r\n\r\nMatches:  3");
+            u"morva\r\nReplace with:  M\r\n\r\nIn lines that mark features:  3. A change there can "
+            u"take a feature apart, and the code of an excluded one is not found again.\r\n\r\n"
+            u"Matches:  3");
   EXPECT_EQ(Text().substr(0, 10), u"(M TEXT 1)");
   EXPECT_TRUE(OutputHas(u"DO ALL complete: 3 occurrence(s) changed."));
+}
+
+TEST_F(FindPane, SaysOfMarkersWhatTheChangeMayDoAndOfCodeNothing) {
+  headless::EditorSetAll(kIdEditor,
+                         u"(MORVA TEXT 1)\r\n  (morva DISABLED 17)\r\nG1 X7 Y7\r\n(MORVA END 1)");
+  Fields(u"7", u"8");
+  headless::TakeBoxes();
+  headless::Click(kIdDoAll);
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"In lines that mark features:  1."), std::u16string::npos);
+  EXPECT_NE(boxes[0].text.find(u"Matches:  3"), std::u16string::npos);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdPromptEach);
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 3u);
+  EXPECT_NE(boxes[0].text.find(u"This line marks a feature."), std::u16string::npos);
+  EXPECT_EQ(boxes[1].text.find(u"marks a feature"), std::u16string::npos);
+  Fields(u"G1");
+  headless::Click(kIdDoAll);
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"mark features"), std::u16string::npos);
+}
+
+// A report says nothing about another program.
+TEST_F(FindPane, SaysWhoseReportStandsInTheLogWhenAnotherProgramIsShown) {
+  ValidateProgram();
+  EXPECT_TRUE(OutputHas(u"Validation complete"));
+  EXPECT_FALSE(OutputHas(u"The validation above"));
+  const std::u16string words = u"The validation above is that of " + NameOfTab(0) + u".";
+  NewProgram();
+  EXPECT_TRUE(OutputHas(words));
+  // Once, and not for a program without a report.
+  const std::u16string log = platform::TextOf(kIdOutputLog);
+  SwitchTab(0);
+  EXPECT_EQ(platform::TextOf(kIdOutputLog).find(u"The validation above", log.find(words) + 1),
+            std::u16string::npos);
 }
 
 TEST_F(FindPane, SaysWhatIsMissing) {
