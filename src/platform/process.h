@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// Before everything else. The application reads no arguments; they belong to the toolkit.
-void BeginProcess(int argc, char** argv);
+// Before everything else. What the toolkit understands of the arguments is taken out of them.
+void BeginProcess(int& argc, char** argv);
 // After the loop.
 void EndProcess();
 

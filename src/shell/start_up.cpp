@@ -374,9 +374,20 @@ void FillMainWindow() {
   platform::StartTimer(platform::kMainWindow, kTimerHover, kHoverMs);
 }
 
+// The programs that the user named on the command line.
+void OpenNamed(const std::vector<std::u16string>& programs) {
+  for (const std::u16string& path : programs) {
+    const int open = app.tabCount;
+    const bool shown = TabOfFile(path) >= 0;
+    if (!shown && !RoomForTab()) return;
+    OpenProgramFile(path);
+    if (!shown && app.tabCount == open) AppendOutput(u"Not opened: " + path);
+  }
+}
+
 }  // namespace
 
-int StartApplication() {
+int StartApplication(const std::vector<std::u16string>& programs) {
   JoinRooms();
   platform::ListenTo(&EventRecord());
   platform::MainWindowSpec spec;
@@ -398,6 +409,7 @@ int StartApplication() {
   platform::SetWindowIcon(PaintWindowIcon);
   platform::ShowMainWindow();
   platform::SetFocusTo(kIdEditor);
+  OpenNamed(programs);
   return 0;
 }
 

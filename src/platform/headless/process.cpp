@@ -10,7 +10,7 @@
 
 namespace platform {
 
-void BeginProcess(int, char**) {}
+void BeginProcess(int&, char**) {}
 
 void EndProcess() { EndWorkers(); }
 

@@ -59,7 +59,7 @@ bool NameAdapter(const char16_t* device, char16_t* words, int capacity) {
 
 }  // namespace
 
-void BeginProcess(int argc, char** argv) {
+void BeginProcess(int& argc, char** argv) {
   if (application != nullptr) return;
   // The look is the program's own; the desktop's colours and fonts are not asked for.
   QApplication::setDesktopSettingsAware(false);
@@ -67,6 +67,7 @@ void BeginProcess(int argc, char** argv) {
       Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
   argumentCount = argc;
   application = new QApplication(argumentCount, argv);
+  argc = argumentCount;
   QCoreApplication::setApplicationName(QStringLiteral("MORVA"));
   QGuiApplication::setDesktopFileName(QStringLiteral("morva"));
   BeginLook();

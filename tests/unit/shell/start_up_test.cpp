@@ -103,6 +103,55 @@ TEST_F(StartUp, AFileInTheWayOfAFolderPassesTheTest) {
   EXPECT_TRUE(app.dataDirReady);
 }
 
+class NamedPrograms : public StartUp {
+ protected:
+  // Starts with these files of the home folder on the command line.
+  void StartWith(const std::vector<std::string>& names) {
+    morva::ResetApplication();
+    headless::Reset(platform::FromUtf8(home_.string()));
+    std::vector<std::u16string> paths;
+    for (const std::string& name : names)
+      paths.push_back(platform::FromUtf8((home_ / name).string()));
+    ASSERT_EQ(StartApplication(paths), 0);
+  }
+};
+
+TEST_F(NamedPrograms, OfTheCommandLineAreOpenedAndTheLastOneIsShown) {
+  WriteFile("a.NC", "G0 X1\r\n");
+  WriteFile("b.NC", "G0 X2\r\n");
+  StartWith({"a.NC", "b.NC", "a.NC"});
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  ASSERT_EQ(app.tabCount, 3);
+  EXPECT_EQ(std::u16string(app.activePath), Path("a.NC"));
+  EXPECT_EQ(Text().substr(0, 5), u"G0 X1");
+  EXPECT_EQ(platform::FocusedId(), kIdEditor);
+}
+
+TEST_F(NamedPrograms, ThatCannotBeOpenedAreRefusedLikeThoseOfOpen) {
+  WriteFile("a.NC", "G0 X1\r\n");
+  std::filesystem::create_directory(home_ / "folder");
+  StartWith({"missing.NC", "folder", "a.NC"});
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[0].title, u"Open Error");
+  EXPECT_EQ(app.tabCount, 2);
+  EXPECT_NE(platform::TextOf(kIdOutputLog).find(u"Not opened: " + Path("missing.NC")),
+            std::u16string::npos);
+}
+
+TEST_F(NamedPrograms, EndWithTheEighthTabAndOneBox) {
+  std::vector<std::string> names;
+  for (int i = 0; i < 12; ++i) {
+    names.push_back("p" + std::to_string(i) + ".NC");
+    WriteFile(names.back(), "G0\r\n");
+  }
+  StartWith(names);
+  EXPECT_EQ(app.tabCount, kMaxTabs);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"MORVA Tabs");
+}
+
 TEST_F(StartUp, EndsWithTwoWhenNoWindowCanBeMade) {
   morva::ResetApplication();
   headless::Reset(platform::FromUtf8(home_.string()));
