@@ -169,6 +169,23 @@ void MeasureProgram(bool large) {
   Measure(large ? "Stop by Save As of 32 MiB" : "Stop by Save As of 10 KB", Type, SaveAs);
 }
 
+// Another program changed the file under the shown program, so that a copy takes what is typed.
+void Hold(const char* name) {
+  Type();
+  FileOf(name, "G0\r\n");
+  Autosave();
+  Settle();
+  if (morva::ActiveTab()->save.heldCopy.empty()) std::abort();
+}
+
+void MeasureHeld() {
+  Open(FileOf("held.NC", Program(kLargest)));
+  Hold("held.NC");
+  Measure("Stop by the copy of a held program of 32 MiB", Type, Autosave);
+  Open(FileOf("beside.NC", Program(10000)));
+  Measure("Stop by an autosave beside a held program", Type, Autosave);
+}
+
 void Receive() {
   while (morva::app.tabCount < morva::kMaxTabs) morva::NewProgram();
   morva::transfer.receivedData = Program(2000000);
@@ -191,6 +208,7 @@ int main(int argc, char** argv) {
       [] { morva::SaveShapeLibrary(); });
   Open(FileOf("large.NC", Program(kLargest)));
   MeasureProgram(true);
+  MeasureHeld();
   Measure("Stop by a received program that is kept", Receive, [] { morva::OpenReceivedProgram(); });
   platform::EndProcess();
   bench::folder.reset();
