@@ -25,6 +25,8 @@
 #include "forms/sheet.h"
 #include "library/shapes.h"
 #include "library/units.h"
+#include "plate/model/plate.h"
+#include "plate/tools/plate_editor.h"
 #include "platform/control.h"
 #include "platform/window.h"
 #include "shell/layout.h"
@@ -170,11 +172,37 @@ struct EveryForm : support::Workbench {
     LookAround("review of the skim", look);
     headless::Click(kIdSkimCancel);
   }
+  void LookAtPlate(const Look& look) {
+    constexpr int kDepthSection = 13;  // numbers below are those of the form, from 100 on features
+    constexpr int kFirstFeature = 100;
+    headless::Click(kIdSurfacePlate);
+    OpenPlateNaming(false);
+    LookAround("name of the plate", look);
+    if (plate.unnamed) {
+      headless::TypeInto(kIdPlateName, u"Plate of the round");
+      headless::Click(kIdPlateApply);
+    }
+    ClosePlateEditor();
+    LookAround("plate", look);
+    for (const int target : {0, kDepthSection, kFirstFeature}) {
+      OpenPlateTarget(target, Keyboard::Stays);
+      LookAround("editor of the plate", look);
+    }
+    ClosePlateEditor();
+    headless::QueuePick(kIdCustomShapeFirst);
+    headless::SelectRows(kIdPlateShape, {3});
+    LookAround("plate with an outline of its own", look);
+    headless::SelectRows(kIdPlateShape, {0});
+    headless::QueueAnswer(platform::BoxAnswer::No);  // no library shape of it
+    headless::Click(kIdSurfaceCad);
+    headless::ClearQueues();
+  }
   // Every form on every page, as the program shows it.
   void OnEveryForm(const Look& look) {
     headless::Click(kIdSurfaceCode);
     LookAtCodeSurface(look);
     LookAtSkim(look);
+    LookAtPlate(look);
     headless::Click(kIdSurfaceCad);
     LookAround("no tool", look);
     for (const int panel : kToolPanels) {
@@ -410,8 +438,10 @@ std::string StartBySecondMethod(const FormRow& row, bool metric) {
 }
 
 // Shown from the drawing, with decimals of its own.
+// A drawing or plate keeps its numbers; another unit shows them with more decimals.
 bool IsOfDrawing(int id) {
-  return id == kIdCadDepth || id == kIdCadFeed || id == kIdCadSafeZ || id == kIdCadThicknessValue;
+  return id == kIdCadDepth || id == kIdCadFeed || id == kIdCadSafeZ || id == kIdCadThicknessValue ||
+         (id >= kIdPlateField && id < kIdPlateUnit);
 }
 
 bool IsMetricNow(const Form& form) { return form.metric && form.metric(); }
@@ -423,6 +453,11 @@ TEST_F(EveryForm, StartsEachNumberWithItsTextInEitherUnit) {
     headless::Click(kIdSurfaceCad);
     headless::Click(metric ? kIdCadMm : kIdCadInch);
     SetUnits(metric);
+    headless::Click(kIdSurfacePlate);
+    if (PlateIsMetric() != metric) headless::Click(kIdPlateUnit);
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    headless::Click(kIdSurfaceCode);
+    headless::ClearQueues();
     OnEveryForm([&](const Form& form, const std::vector<Piece>& pieces) {
       EachNumber(form, pieces, [&](int id, const FormRow& row) {
         EXPECT_EQ(row.filled, row.start[0] == 0) << id;
