@@ -231,7 +231,9 @@ TEST_F(PickerAtTheDesk, OffersNoNewProjectWithEightProgramsOpen) {
     EXPECT_FALSE(Programs().contains(QStringLiteral("+ New project")));
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
     Press(Qt::Key_End);
-    EXPECT_TRUE(Help().contains(QStringLiteral("Add code to \u201CX.NC\u201D")));
+    EXPECT_TRUE(Help().contains(QStringLiteral("Add code to \u201C") +
+                                QString::fromStdU16String(morva::NameOfTab(7)) +
+                                QStringLiteral("\u201D")));
     Press(Qt::Key_Return);
   });
   EXPECT_EQ(morva::app.activeTab, 7);

@@ -472,10 +472,10 @@ TEST_F(Workspace, LetsTabFollowTheBandOfEachSurface) {
       headless::PressKey({platform::kKeyTab});
     }
   };
-  expectWalk({kIdBack, kIdSurfaceCode, kIdSurfaceCad, kIdNew, kIdOpen, kIdSaveMenu, kIdTabFirst,
-              kIdTabNew, kIdCadSelect, kIdCadLine});
+  expectWalk({kIdBack, kIdSurfaceCode, kIdSurfaceCad, kIdSurfacePlate, kIdNew, kIdOpen, kIdSaveMenu,
+              kIdTabFirst, kIdTabNew, kIdCadSelect, kIdCadLine});
   ASSERT_TRUE(headless::Click(kIdSurfaceCode));
-  expectWalk({kIdInch, kIdMm, kIdBack, kIdSurfaceCode, kIdSurfaceCad});
+  expectWalk({kIdInch, kIdMm, kIdBack, kIdSurfaceCode, kIdSurfaceCad, kIdSurfacePlate});
   expectWalk({kIdZoomReset, kIdModeList, kIdShowFeatures});
   expectWalk({kIdTabNew, kIdCommandWords});
 }
