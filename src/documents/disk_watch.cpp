@@ -116,6 +116,7 @@ bool LoadAgain() {
   WriteProgramInformation();
   Call(hooks.rebuildToolpath);
   AppendOutput(words);
+  ShowStatus(words);
   return true;
 }
 

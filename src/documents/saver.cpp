@@ -72,6 +72,12 @@ void MoveBack(std::vector<SaveMove>& moved) {
   moved.clear();
 }
 
+// And what a copy was made of is its own again.
+void PutBack(std::vector<SaveMove>& copied) {
+  for (const SaveMove& copy : copied) (void)platform::RenameOver(copy.to, copy.from);
+  copied.clear();
+}
+
 SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   // Before the first of the files, as the companions must fit the program that they stand by.
   const FileStanding standing =
@@ -105,7 +111,10 @@ SaveResult Write(SaveJob& job) {
   result.program = job.program;
   result.told = job.told;
   result.answer = WriteAll(job, result);
-  if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) MoveBack(result.moved);
+  if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) {
+    MoveBack(result.moved);
+    PutBack(result.copied);
+  }
   return result;
 }
 

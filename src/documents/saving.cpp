@@ -101,11 +101,14 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
 
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
+  const bool wasHeld = tab.save.held != AutosaveHold::None;
   NoteSaved(tab, result.changes);
   if (!tab.dirty) DropHeldCopy(tab);
   WriteProgramInformation();
   if (result.byUser) {
     AppendOutput(u"Saved program.");
+    // What the status line said of the autosave is true no more.
+    if (wasHeld && &tab == ActiveTab()) ShowStatus(u"Saved program.");
   } else if (!tab.dirty) {
     TellAutosave(tab, u"Project autosaved.");
   }
@@ -177,7 +180,7 @@ void OnSaved(const SaveResult& given) {
     return;
   }
   if (!saved) NoteSaveFailed(*tab, result.program);
-  if (!saved) KeepHeldCopy(*tab);
+  if (!saved && IsTouched(*tab)) KeepHeldCopy(*tab);
   if (result.answer == SaveAnswer::Failed) TryAgainLater();
   FollowResult(*tab, result);
 }

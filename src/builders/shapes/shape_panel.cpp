@@ -116,6 +116,7 @@ const std::vector<FormRow>& ShapeRows() {
 // What the list and the sizes of a saved shape said when the program wrote them last.
 struct Filled {
   int lastShape = kShapeSquare;        // row that was chosen last, Slot aside
+  int row = -1;                        // of the saved shape whose place and sizes were filled in
   double extents[kShapeNumbers] = {};  // inches, of the two sizes
 };
 Filled filled;
@@ -158,16 +159,21 @@ void FillShapes() {
   const bool first = platform::RowCount(kIdShapeCombo) == 0;
   int count = 0;
   const ShapeRow* rows = BuiltInShapeRows(count);
+  // Those of a block that was opened are the block's own, whatever shape is saved.
+  const bool own = ChosenShape() >= 0 && ChosenShape() == filled.row;
   FillShapeList(kIdShapeCombo, rows, count);
   if (first) platform::SelectRow(kIdShapeCombo, kShapeSquare);
-  if (const SavedShape* saved = SavedAt(ChosenShape())) FollowSaved(*saved);
+  if (own) filled.row = ChosenShape();
+  if (const SavedShape* saved = SavedAt(ChosenShape()); saved && own) FollowSaved(*saved);
   platform::Repaint(kViewShapePicture);
 }
 
 void OnChanged(int id) {
   if (id != kIdShapeCombo) return;
   const int row = ChosenShape();
-  if (const SavedShape* saved = SavedAt(row)) StartSaved(*saved);
+  const SavedShape* saved = SavedAt(row);
+  filled.row = saved ? row : -1;
+  if (saved) StartSaved(*saved);
   platform::Repaint(kViewShapePicture);
   if (row < 0 || row == kShapeSlot) return;
   filled.lastShape = row;

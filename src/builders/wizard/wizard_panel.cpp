@@ -216,7 +216,9 @@ void TakeChosenTool() {
   const int row = platform::SelectedRow(kIdWizardTools);
   if (row == 0) platform::SetText(Id(kWizardTool), u"0");
   if (row > 0 && row <= toolLibrary.count) {
-    const ToolRecord& tool = toolLibrary.tools[row - 1];
+    const int index = FindTool(toolLibrary.tools[row - 1].number);
+    const ToolRecord& tool = toolLibrary.tools[index];
+    if (index != row - 1) ShowStatus(u"Two tools bear this number: the first in the list counts.");
     platform::SetText(Id(kWizardTool), IntegerText(tool.number));
     TakeRates(tool);
   }

@@ -432,6 +432,22 @@ TEST_F(ShapeBlock, StaysExcludedWhenItIsUpdated) {
   EXPECT_NE(Text().find(u"G01 X5.000 Y0.000 F10.0"), Text().npos);
 }
 
+// Of the list's choice before, whose extents are 2 by 1, one is the size in the block's field.
+TEST_F(ShapeBlock, KeepsItsSizesWhenAnyShapeIsSaved) {
+  const int frame = Save(u"Frame", 4, 3);
+  const int ear = Save(u"Ear", 2, 1);
+  Choose(7 + frame);
+  Type(kShapeSize, u"2");
+  Type(kShapeSize2, u"1.5");
+  Insert();
+  Choose(7 + ear);
+  SetMode(kModeHome);
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  ASSERT_EQ(FieldText(kShapeSize), u"2.000000");
+  Save(u"Nose");
+  EXPECT_EQ(FieldText(kShapeSize), u"2.000000");
+}
+
 // The block holds the objects, so the library gets them back.
 TEST_F(ShapeBlock, BringsASavedShapeBackThatTheLibraryLost) {
   Choose(7 + Save(u"Ear"));

@@ -480,6 +480,24 @@ TEST_F(WizardPanel, TakesNumberSpeedAndFeedFromTheLibrary) {
   EXPECT_EQ(platform::TextOf(Field(kWizardTool)), u"0");
 }
 
+TEST_F(WizardPanel, TakesTheFirstOfTwoToolsOfOneNumber) {
+  for (const std::int32_t rpm : {1000, 8000}) {
+    ToolRecord tool;
+    tool.number = 5;
+    tool.maxRpm = rpm;
+    tool.feed = rpm / 100.0;
+    AppendTool(tool);
+  }
+  RefreshToolLists();
+  Choose(kWizardSlot);
+  headless::SelectRows(kIdWizardTools, {2});
+  EXPECT_EQ(platform::SelectedRow(kIdWizardTools), 1);
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"1000");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"10.00");
+  EXPECT_EQ(platform::TextOf(kIdStatusLine),
+            u"Two tools bear this number: the first in the list counts.");
+}
+
 TEST_F(WizardPanel, KeepsASpeedAndAFeedThatTheUserTyped) {
   AddTool(7, 0.5);
   Choose(kWizardSlot);

@@ -147,6 +147,20 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {
   EXPECT_EQ(Raw("q.NC.features"), std::string("MVC1\0\0\0\0", 8));
 }
 
+// Its block would get this program's code back.
+TEST_F(CompanionsKept, ASaveAsThatFailsLeavesTheOtherProgramItsExcludedCode) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.features", entry);
+  TypeProgram(u"G1 X1");
+  headless::FailCall("write", 3);  // the copy, the excluded code, the program
+  morva::SaveProgramOver(PathOf("q.NC"));
+  EXPECT_EQ(Raw("q.NC"), "G0\r\n");
+  EXPECT_EQ(Raw("q.NC.features"), entry);
+  EXPECT_FALSE(fs::exists(folder / "q.NC.features.kept"));
+  EXPECT_FALSE(Told(u"of the replaced program"));
+}
+
 TEST_F(CompanionsKept, OpeningTellsHowMuchExcludedCodeIsMissing) {
   Put("a.NC",
       "(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n"

@@ -341,6 +341,28 @@ TEST_F(SavesUnderWay, TriesATabAgainThatWasLeftWhenItsDiskIsBack) {
   EXPECT_FALSE(tabs[1].dirty);
 }
 
+TEST_F(SavesUnderWay, SaysNoMoreThatTheAutosaveFailedOnceASaveHasWorked) {
+  Open("a.NC");
+  platform::fileFault = Pulled;
+  failing = true;
+  TypeProgram(u"G0 X2");
+  headless::Advance(3000);
+  EXPECT_NE(std::u16string(app.statusText).find(u"Autosave failed"), std::u16string::npos);
+  failing = false;
+  morva::SaveAndWait();
+  EXPECT_EQ(std::u16string(app.statusText), u"Saved program.");
+}
+
+TEST_F(SavesUnderWay, KeepsNoCopyOfAProgramWithoutChanges) {
+  Open("a.NC");
+  platform::fileFault = Pulled;
+  failing = true;
+  morva::SaveAndWait();
+  headless::Advance(3000);
+  EXPECT_TRUE(tabs[1].save.heldCopy.empty());
+  failing = false;
+}
+
 TEST_F(SavesUnderWay, WritesTheCopyOfAHeldProgramOnlyWhenThereIsMoreToKeep) {
   Open("a.NC");
   TypeProgram(u"G0 X2");
