@@ -74,6 +74,7 @@ void StoreSketch(ProgramTab& tab) {
 }
 
 // A plate that takes more than a record holds leaves what was stored before, which may be nothing.
+// Its name is kept all the same: no record tells it.
 void StorePlate(ProgramTab& tab) {
   const bool had = tab.plateSettings != nullptr;
   if (!Provide(tab.plateSettings)) return;
@@ -89,11 +90,10 @@ void StorePlate(ProgramTab& tab) {
     tab.plateStore->plates[0] = *tab.plateSettings;
   }
   PlateStore& store = *tab.plateStore;
-  if (!taken) return;
-  store.plates[store.active] = *tab.plateSettings;
   if (liveModels.plateName) {
     CopyBounded(store.names[store.active], kShapeNameUnits, liveModels.plateName());
   }
+  if (taken) store.plates[store.active] = *tab.plateSettings;
 }
 
 bool TakeDrawings(const std::string& bytes, ProgramTab& tab) {

@@ -194,7 +194,10 @@ bool PlateDragRuns() { return drag.hold == Hold::Feature || drag.hold == Hold::L
 bool DropPlateDrag() {
   if (!PlateDragRuns()) return false;
   const bool feature = drag.hold == Hold::Feature;
-  if (feature) PutFeature(DraggedFeature(), drag.former);
+  if (feature) {
+    PutFeature(DraggedFeature(), drag.former);
+    PlateEdited();  // an autosave may have stored the place under the pointer
+  }
   LetGo();
   if (feature) ShowPlateEditor();
   platform::Repaint(kViewPlatePicture);

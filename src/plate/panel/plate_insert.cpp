@@ -25,6 +25,7 @@
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_fields.h"
 #include "plate/tools/plate_forms.h"
+#include "plate/tools/plate_saving.h"
 #include "platform/editor.h"
 #include "platform/message.h"
 #include "platform/window.h"
@@ -207,11 +208,19 @@ bool MakeRoom(const FeatureSettings& record) {
   return true;
 }
 
+bool IsLivePlate(const FeatureSettings& record) {
+  static FeatureSettings live;
+  return SavePlateSettings(live) && SamePlate(live, record);
+}
+
 bool OpenPlateBlock(const FeatureSettings& record) {
   if (!IsPlateRecord(record)) return false;
   // First: the workspace stages the program's own plate when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfacePlate));
   if (!platform::Exists(kViewPlate) || !MakeRoom(record)) return false;
+  SavePendingShape();
+  // With the name of the plate that gives way it would be saved over that plate's shape.
+  if (!IsLivePlate(record)) ForgetPlateName();
   LoadLivePlate(&record);
   SaveLivePlate();
   ClosePlateEditor();

@@ -91,7 +91,7 @@ void FollowUnitOnPlate() {
 }
 
 void SavePendingPlate() {
-  if (PlateWindowExists() && plate.pending && !plate.unnamed) SaveNamedPlate();
+  if (PlateWindowExists()) SavePendingShape();
 }
 
 bool MayLeavePlate() {
@@ -115,6 +115,7 @@ void RegisterPlateLive() {
   liveModels.plateWindowExists = PlateWindowExists;
   liveModels.storePlate = StoreLivePlate;
   liveModels.loadPlate = Load;
+  liveModels.plateName = []() -> const char16_t* { return plate.name; };
   const int click = platform::kNotifyClick;
   RegisterCommand(RouterStage::Builder, kIdPlateNaming, kIdPlateCreate, click, OnNaming);
   RegisterCommand(RouterStage::Builder, kIdPlateReset, click, OnReset);

@@ -161,9 +161,18 @@ bool SaveLivePlate() {
   return true;
 }
 
+void ForgetPlateName() {
+  const ProgramTab* tab = ActiveTab();
+  if (!tab || !tab->plateStore) return;
+  PlateStore& store = *tab->plateStore;
+  store.names[store.active][0] = 0;
+}
+
 bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index) {
   PlateStore& store = *tab.plateStore;
-  if (index >= store.count || index == store.active || !SaveLivePlate()) return false;
+  if (index >= store.count || index == store.active) return false;
+  SavePendingShape();
+  if (!SaveLivePlate()) return false;
   store.active = index;
   *tab.plateSettings = store.plates[index];
   DropEditLink();

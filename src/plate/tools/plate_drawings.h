@@ -31,6 +31,10 @@ bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index);
 // The live plate into the active drawing of the current program. False: as StoreLivePlate.
 bool SaveLivePlate();
 
+// The active drawing of the current program forgets its plate's name, before another plate comes
+// into it.
+void ForgetPlateName();
+
 void ResetPlateDrawings();
 
 }  // namespace morva

@@ -37,8 +37,17 @@ bool ReadFeature(const FeatureForm& form, double thickness, FeatureNumbers& n) {
   if (!ReadBelow(form.x, n.x) || !ReadBelow(form.y, n.y)) return false;
   if (!ReadPositive(form.width, n.width) || !ReadPositive(form.height, n.height)) return false;
   if (!ReadStrictNumber(form.angle, n.angle)) return false;
-  if (!ReadPositive(form.depth, n.depth) || n.depth > thickness) return false;
+  if (!ReadPositive(form.depth, n.depth)) return false;
+  // Rounded for the editor the thickness may be more than it is.
+  if (form.depth == Shown(thickness)) n.depth = thickness;
+  if (n.depth > thickness) return false;
   return form.kind != FeatureKindRow::Slot || n.height <= n.width;
+}
+
+// A number that is in force already keeps its text, which may hold more decimals.
+void PutNumber(int value, double number) {
+  if (plate.values[value].value == number && PlateTextReads(value)) return;
+  SetPlateNumber(value, number, kShownDecimals);
 }
 
 // One rectangle, circle or slot about the feature's centre.
@@ -191,9 +200,14 @@ bool ApplySection(int section, std::u16string_view text) {
 bool ApplyDepthSection(std::u16string_view thickness, std::u16string_view depth) {
   double thick = 0;
   double deep = 0;
-  if (!ReadPositive(thickness, thick) || !ReadPositive(depth, deep) || deep > thick) return false;
-  SetPlateNumber(kPlateStock, thick, kShownDecimals);
-  SetPlateNumber(kPlateCutDepth, -deep, kShownDecimals);
+  if (!ReadPositive(thickness, thick) || !ReadPositive(depth, deep)) return false;
+  const PlateNumbers now = NumbersOf(plate);
+  if (thickness == Shown(now.thickness)) thick = now.thickness;
+  if (depth == Shown(-now.depth)) deep = -now.depth;
+  if (depth == Shown(thick) && deep > thick) deep = thick;
+  if (deep > thick) return false;
+  PutNumber(kPlateStock, thick);
+  PutNumber(kPlateCutDepth, -deep);
   return true;
 }
 

@@ -7,7 +7,6 @@
 #include "app/commands.h"
 #include "app/router.h"
 #include "forms/form.h"
-#include "library/extents.h"
 #include "library/shape_menu.h"
 #include "library/shapes.h"
 #include "plate/geometry/plate_layout.h"
@@ -204,18 +203,19 @@ void OnClose(int, int) {
   platform::SetFocusTo(kViewPlatePicture);
 }
 
-// The chosen shape in its own size; the numbers may be changed before Apply.
-void TakeSavedShape(int index) {
+// The chosen shape in its own size and as it stands; the numbers may be changed before Apply.
+bool TakeSavedShape(int index) {
+  FeatureForm form = TypedFeature();
+  if (!ChooseCustomShape(form, index, plate)) {
+    SayOnPlate(u"Nothing of this saved shape is cut. Choose another one.");
+    return false;
+  }
   plateEditor.customShape = index;
-  const SavedShape& shape = shapeLibrary.shapes[index];
-  Extents extents;
-  ObjectExtents(shape.objects, shape.count, extents);
-  const double units = UnitsPerInch(plate);
-  platform::SetText(kIdPlateWidth, LengthText(WidthOf(extents) * units));
-  platform::SetText(kIdPlateHeight, LengthText(HeightOf(extents) * units));
+  for (const TextField& field : kTexts) platform::SetText(field.id, form.*field.text);
+  return true;
 }
 
-// False: no shape is saved, or the user chose none.
+// False: no shape is saved, nothing of the chosen one is cut, or the user chose none.
 bool ChooseSavedShape() {
   if (shapeLibrary.count == 0) {
     SayOnPlate(kNoSavedShape);
@@ -223,9 +223,7 @@ bool ChooseSavedShape() {
   }
   const int target = plateEditor.target;
   const int index = PickSavedShape(kIdPlateKind, plateEditor.customShape);
-  if (index < 0 || plateEditor.target != target) return false;
-  TakeSavedShape(index);
-  return true;
+  return index >= 0 && plateEditor.target == target && TakeSavedShape(index);
 }
 
 bool HasOwnShape() { return ShowFeature(plate, CurrentFeature()).kind == FeatureKindRow::Custom; }

@@ -207,6 +207,10 @@ PlateSave SaveNamedPlate() {
   return RefreshPlateMetadataFile() || !app.dataDirReady ? PlateSave::Done : PlateSave::NoRecord;
 }
 
+void SavePendingShape() {
+  if (plate.pending && !plate.unnamed) SaveNamedPlate();
+}
+
 void PlateEdited() { ProgramChanged({.autosave = true}); }
 
 int FindPlateShape(const PlateRecord& record) {

@@ -22,6 +22,8 @@ PlateSave BuildPlateShape(const PlateRecord& record, SavedShape& shape);
 // library's mirror and the plate's own file to the worker that writes files. What became of it
 // stands on the plate's status line.
 PlateSave SaveNamedPlate();
+// The same for a plate with a name that was changed since, before another plate comes up.
+void SavePendingShape();
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();

@@ -106,6 +106,39 @@ TEST_F(PlateEdit, TakesABlindDepthThatEqualsTheThickness) {
   EXPECT_TRUE(ApplyFeature(0, form));
 }
 
+TEST_F(PlateEdit, TakesTheThicknessAsItIsShown) {
+  SetPlateNumber(kPlateStock, 0.15626, 5);  // shown as 0.1563
+  FeatureForm form = Form(FeatureKindRow::Circle, u"1", u"1");
+  form.depth = u"0.1563";
+  ASSERT_TRUE(ApplyFeature(0, form));
+  EXPECT_EQ(plate.features[0].depth, 0.15626);
+  form.depth = u"0.1564";
+  EXPECT_FALSE(ApplyFeature(0, form));
+  // 8 mm, shown in inches as 0.3150, which is more.
+  SetPlateUnit(true);
+  SetPlateNumber(kPlateStock, 8, 3);
+  SetPlateUnit(false);
+  form = Form(FeatureKindRow::Circle, u"1", u"1");
+  form.depth = u"0.3150";
+  ASSERT_TRUE(ApplyFeature(0, form));
+  EXPECT_NEAR(plate.features[0].depth * 25.4, 8, 1e-9);
+}
+
+TEST_F(PlateEdit, KeepsThicknessAndDepthThatAreAppliedUnchanged) {
+  SetPlateUnit(true);
+  SetPlateNumber(kPlateStock, 8, 3);
+  SetPlateNumber(kPlateCutDepth, -8, 3);
+  SetPlateUnit(false);
+  ASSERT_TRUE(ApplyDepthSection(u"0.3150", u"0.3150"));
+  EXPECT_NEAR(plate.values[kPlateStock].value * 25.4, 8, 1e-9);
+  EXPECT_NEAR(plate.values[kPlateCutDepth].value * 25.4, -8, 1e-9);
+  ASSERT_TRUE(ApplyDepthSection(u"0.3150", u"0.1000"));
+  EXPECT_NEAR(plate.values[kPlateStock].value * 25.4, 8, 1e-9);
+  EXPECT_EQ(plate.values[kPlateCutDepth].value, -0.1);
+  ASSERT_TRUE(ApplyDepthSection(u"0.3150", u"0.3150")) << "down to the thickness as it is shown";
+  EXPECT_NEAR(plate.values[kPlateCutDepth].value * 25.4, -8, 1e-9);
+}
+
 TEST_F(PlateEdit, RefusesWithoutAChange) {
   const FeatureForm good = Form(FeatureKindRow::Slot, u"2", u"1");
   const struct {

@@ -7,6 +7,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
+#include "library/shapes.h"
 #include "plate/canvas/plate_pointer.h"
 #include "plate/geometry/plate_code.h"
 #include "plate/model/plate_record.h"
@@ -54,6 +55,17 @@ struct PlateHand : public NamedPlateUp {
     ScanProgramText(platform::EditorText(kIdEditor));
     for (int i = 0; i < features.count; ++i) {
       if (features.rows[i].settings.kind == kKindPlate) headless::SelectRows(kIdFeatureList, {i});
+    }
+    ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  }
+  // The block of the plate that is so long.
+  static void ReopenPlate(double length) {
+    headless::Click(kIdSurfaceCode);
+    ScanProgramText(platform::EditorText(kIdEditor));
+    for (int i = 0; i < features.count; ++i) {
+      const FeatureSettings& settings = features.rows[i].settings;
+      if (settings.kind == kKindPlate && settings.values[kPlateLength] == length)
+        headless::SelectRows(kIdFeatureList, {i});
     }
     ASSERT_TRUE(headless::Click(kIdFeatureEdit));
   }
@@ -114,6 +126,22 @@ TEST_F(PlateHand, GivesADragUpByEscape) {
   EXPECT_FALSE(PlateDragRuns());
   EXPECT_EQ(PlaceOfFeature(0).x, at.x);
   EXPECT_FALSE(plate.features[0].placed);
+}
+
+TEST_F(PlateHand, MarksTheProgramWhenADragIsGivenUp) {
+  headless::Advance(1000);
+  headless::TypeInto(kIdPlateField + kPlateLength, u"10");
+  const platform::PointF pixel = PixelOf(PlaceOfFeature(0));
+  Pointer(platform::PointerAction::Press, pixel.x, pixel.y);
+  Pointer(platform::PointerAction::Move, pixel.x + 60, pixel.y - 40);
+  ASSERT_TRUE(PlateDragRuns());
+  headless::Advance(1000);  // an autosave stores the feature where it is just now
+  ASSERT_TRUE(PlateDragRuns());
+  tabs[0].dirty = false;
+  EXPECT_TRUE(Key(platform::kKeyEscape));
+  EXPECT_TRUE(tabs[0].dirty) << "what was stored is saved again";
+  headless::Advance(1000);
+  EXPECT_NEAR(shapeLibrary.shapes[0].objects[20].x, -4.5, 1e-9);
 }
 
 TEST_F(PlateHand, KeepsALabelWhereItWasDragged) {
@@ -215,6 +243,30 @@ TEST_F(PlateHand, ReopensABlockAndUpdatesIt) {
   Insert();
   EXPECT_EQ(PlateBlocks(), 1);
   EXPECT_NE(Text().find(u"G00 X-4.250 Y-3.000"), std::u16string::npos);
+}
+
+TEST_F(PlateHand, GivesAPlateOfABlockNoOtherPlatesName) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"7");
+  Insert();  // of Base, the first block
+  ASSERT_TRUE(headless::Click(kIdPlateTabAdd));
+  ASSERT_TRUE(headless::Click(kIdPlateNaming));
+  Name(u"Beta");
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  Insert();
+  ASSERT_EQ(PlateBlocks(), 2);
+  ASSERT_TRUE(headless::Click(kIdPlateTabFirst));
+  ASSERT_TRUE(headless::Click(kIdPlateTabFirst + 1));
+  ASSERT_EQ(std::u16string(plate.name), u"Beta");
+  headless::Advance(1000);
+  ASSERT_EQ(shapeLibrary.count, 2);
+  const int beta = FindShape(u"Beta");
+  ReopenPlate(7);
+  ASSERT_EQ(NumbersOf(plate).length, 7);
+  EXPECT_EQ(std::u16string(plate.name), u"Base");
+  headless::TypeInto(kIdPlateField + kPlateLength, u"6");
+  headless::Advance(1000);
+  EXPECT_NEAR(shapeLibrary.shapes[beta].objects[0].size, 8.5, 1e-9) << "Beta is what it was";
+  EXPECT_EQ(shapeLibrary.count, 2);
 }
 
 TEST_F(PlateHand, RefusesABlockThatWasEditedByHand) {

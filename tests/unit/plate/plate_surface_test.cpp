@@ -230,6 +230,59 @@ TEST_F(NamedPlateUp, CutsASavedShapeAtAFeature) {
   EXPECT_EQ(std::u16string(plate.features[0].shape.name), u"T");
 }
 
+// A right angle whose first line stands upright, with a work axis far beyond it.
+void SaveUprightAngle() {
+  SavedShape shape;
+  shape.name[0] = u'T';
+  shape.count = 3;
+  shape.objects[0] = {kTypeWorkAxis, 0, 50, 50, 20, 0, 0};
+  shape.objects[1] = {kTypeLine, 0, 5, 5, 1, 0, 90};
+  shape.objects[2] = {kTypeLine, 0, 5, 5, 2, 0, 0};
+  ASSERT_EQ(PutShape(shape), 0);
+}
+
+TEST_F(NamedPlateUp, CutsASavedShapeAsItStands) {
+  SaveUprightAngle();
+  Open(0);
+  headless::QueuePick(kIdCustomShapeFirst + 0);
+  headless::SelectRows(kIdPlateKind, {3});
+  EXPECT_EQ(platform::TextOf(kIdPlateWidth), u"2.0000");
+  EXPECT_EQ(platform::TextOf(kIdPlateHeight), u"1.0000");
+  EXPECT_EQ(platform::TextOf(kIdPlateAngle), u"90.0000");
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  const SavedShape& cut = plate.features[0].shape;
+  ASSERT_EQ(cut.count, 2) << "without the axis";
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_NEAR(cut.objects[i].x, -1, 1e-9);
+    EXPECT_NEAR(cut.objects[i].y, -0.5, 1e-9);
+    EXPECT_NEAR(cut.objects[i].size, i + 1, 1e-6);
+    EXPECT_NEAR(cut.objects[i].angle, i == 0 ? 90 : 0, 1e-9);
+  }
+}
+
+TEST_F(NamedPlateUp, RefusesASavedShapeWithNothingToCut) {
+  SavedShape shape;
+  shape.name[0] = u'A';
+  shape.count = 1;
+  shape.objects[0] = {kTypeWorkAxis, 0, 0, 0, 2, 0, 0};
+  PutShape(shape);
+  Open(0);
+  headless::QueuePick(kIdCustomShapeFirst + 0);
+  headless::SelectRows(kIdPlateKind, {3});
+  EXPECT_EQ(Status(), u"Nothing of this saved shape is cut. Choose another one.");
+  EXPECT_EQ(platform::SelectedRow(kIdPlateKind), 0);
+}
+
+TEST_F(NamedPlateUp, SetsThroughWhereTheThicknessIsShownRounded) {
+  headless::TypeInto(kIdPlateField + kPlateStock, u"0.15626");  // shown as 0.1563
+  Open(0);
+  ASSERT_TRUE(headless::Click(kIdPlateThrough));
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_TRUE(plate.features[0].through);
+}
+
 TEST_F(NamedPlateUp, TakesASavedShapeForItsOutline) {
   headless::SelectRows(kIdPlateShape, {3});
   EXPECT_EQ(Status(), u"Save a custom CAD shape first.");
@@ -332,6 +385,42 @@ TEST_F(NamedPlateUp, ComesBackWithItsProgram) {
   ASSERT_TRUE(headless::Click(kIdTabFirst));
   EXPECT_FALSE(plate.unnamed);
   EXPECT_EQ(NumbersOf(plate).length, 10);
+}
+
+TEST_F(NamedPlateUp, KeepsTheNameThatNoShapeTellsWhileItsProgramRests) {
+  headless::SelectRows(kIdPlateLayout, {1});
+  headless::TypeInto(kIdPlateField + kPlateCountX, u"20");
+  headless::TypeInto(kIdPlateField + kPlateCountY, u"20");
+  ASSERT_TRUE(headless::Click(kIdNew));
+  EXPECT_EQ(shapeLibrary.count, 0) << "it has more objects than a shape";
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  EXPECT_EQ(std::u16string(plate.name), u"Base");
+}
+
+TEST_F(NamedPlateUp, KeepsANewNameWhileItsProgramRests) {
+  ASSERT_TRUE(headless::Click(kIdPlateTabAdd));  // the set of plates knows the first name now
+  ASSERT_TRUE(headless::Click(kIdPlateTabFirst));
+  headless::TypeInto(kIdPlateField, u"10");
+  headless::Advance(1000);
+  ASSERT_EQ(shapeLibrary.count, 1);
+  ASSERT_TRUE(headless::Click(kIdPlateNaming));
+  Name(u"Uno");
+  ASSERT_TRUE(headless::Click(kIdNew));
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  EXPECT_EQ(std::u16string(plate.name), u"Uno");
+  headless::TypeInto(kIdPlateField, u"11");
+  headless::Advance(1000);
+  ASSERT_EQ(shapeLibrary.count, 1) << "no second shape under the former name";
+  EXPECT_EQ(std::u16string(shapeLibrary.shapes[0].name), u"Uno");
+}
+
+TEST_F(NamedPlateUp, IsSavedBeforeAnotherDrawingIsChosen) {
+  headless::Advance(1000);
+  ASSERT_EQ(shapeLibrary.count, 1);
+  headless::TypeInto(kIdPlateField, u"10");
+  ASSERT_TRUE(headless::Click(kIdPlateTabAdd));  // sooner than the autosave
+  EXPECT_TRUE(plate.unnamed);
+  EXPECT_NEAR(shapeLibrary.shapes[0].objects[0].size, 9.5, 1e-9) << "less two corners of 0.25";
 }
 
 TEST_F(PlateUp, TakesTheUnitOfTheProgramWhileNobodyTouchedIt) {
