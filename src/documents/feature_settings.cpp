@@ -1,6 +1,8 @@
 #include "documents/feature_settings.h"
 
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 #include "documents/little_endian.h"
 
@@ -37,26 +39,41 @@ struct ByteReader {
 bool InRange(double value) { return std::fabs(value) < kValueBound; }
 bool InRangeNotNegative(double value) { return value >= 0.0 && value < kValueBound; }
 
+// What a kind is called in the feature list, and which rows of lists its records may hold.
+struct Rows {
+  std::int32_t least = std::numeric_limits<std::int32_t>::min();
+  std::int32_t most = std::numeric_limits<std::int32_t>::max();
+};
+struct KindRow {
+  const char16_t* words = u"Unknown";
+  Rows a = {};
+  Rows b = {};
+  Rows c = {};
+};
+constexpr std::int32_t kOwnObjects = -1;  // row a of a saved shape, which the items hold
+constexpr KindRow kKinds[] = {{},
+                              {u"Shape", {kOwnObjects, 6}},
+                              {u"Circular pattern", {kOwnObjects, 5}, {0, 2}},
+                              {u"Rectangular pattern", {kOwnObjects, 5}},
+                              {u"CAD sketch"},
+                              {u"Plate", {0, 3}, {0, 3}, {0, 2}},
+                              {u"Guided skim"},
+                              {u"User code"}};
+static_assert(std::size(kKinds) == kFeatureKinds);
+
+bool Holds(const Rows& rows, std::int32_t row) { return row >= rows.least && row <= rows.most; }
+
+bool ValidOutline(const FeatureSettings& s) {
+  const double outline = s.values[kPlateOutlineItems];
+  if (!(outline >= 0.0 && outline <= s.itemCount && outline == std::floor(outline))) return false;
+  return s.a != 3 || (s.itemCount > 0 && outline <= kMaxShapeObjects);
+}
+
 bool ValidKind(const FeatureSettings& s) {
-  const auto b = static_cast<std::uint32_t>(s.b);
-  switch (s.kind) {
-    case kKindShape:
-    case kKindCircular:
-    case kKindRectangular:
-      if (s.a < -1 || s.a > (s.kind == kKindShape ? 6 : 5)) return false;
-      if (s.a == -1 && s.itemCount == 0) return false;
-      return s.kind != kKindCircular || b <= 2;
-    case kKindPlate: {
-      if (static_cast<std::uint32_t>(s.a) > 3 || b > 3 || static_cast<std::uint32_t>(s.c) > 2)
-        return false;
-      const double outline = s.values[kPlateOutlineItems];
-      if (!(outline >= 0.0 && outline <= s.itemCount && outline == std::floor(outline)))
-        return false;
-      return s.a != 3 || (s.itemCount > 0 && outline <= kMaxShapeObjects);
-    }
-    default:
-      return true;
-  }
+  const KindRow& kind = kKinds[s.kind];
+  if (!Holds(kind.a, s.a) || !Holds(kind.b, s.b) || !Holds(kind.c, s.c)) return false;
+  if (kind.a.least == kOwnObjects && s.a == kOwnObjects && s.itemCount == 0) return false;
+  return s.kind != kKindPlate || ValidOutline(s);
 }
 
 bool ValidItem(const FeatureItem& item, std::int32_t version) {
@@ -69,7 +86,7 @@ bool ValidItem(const FeatureItem& item, std::int32_t version) {
 
 bool ValidateSettings(const FeatureSettings& record, std::size_t length) {
   if (record.version < 1 || record.version > kSettingsVersion) return false;
-  if (record.kind < kKindShape || record.kind > kKindUserCode) return false;
+  if (record.kind < kKindShape || record.kind >= kFeatureKinds) return false;
   if (record.metric != 0 && record.metric != 1) return false;
   if (static_cast<std::uint32_t>(record.itemCount) > static_cast<std::uint32_t>(kMaxItems))
     return false;
@@ -135,10 +152,7 @@ void DropOldTags(FeatureSettings& record) {
 }
 
 const char16_t* KindWords(std::int32_t kind) {
-  static constexpr const char16_t* kWords[] = {
-      u"Shape",       u"Circular pattern", u"Rectangular pattern", u"CAD sketch", u"Plate",
-      u"Guided skim", u"User code"};
-  return kind >= kKindShape && kind <= kKindUserCode ? kWords[kind - kKindShape] : u"Unknown";
+  return kKinds[kind > 0 && kind < kFeatureKinds ? kind : 0].words;
 }
 
 }  // namespace morva

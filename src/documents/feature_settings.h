@@ -27,9 +27,10 @@ enum FeatureKind : std::int32_t {
   kKindPlate = 5,
   kKindSkim = 6,
   kKindUserCode = 7,
+  kKindEnd
 };
 
-inline constexpr int kFeatureKinds = kKindUserCode + 1;  // for tables by kind
+inline constexpr int kFeatureKinds = kKindEnd;  // for tables by kind
 
 // Places in a record's values that others than the builder of the kind read.
 inline constexpr int kSketchThickness = 15;

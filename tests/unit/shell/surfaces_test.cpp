@@ -33,7 +33,7 @@ constexpr int kIdMadeUpField = 29001;
 constexpr int kIdMadeUpHint = 29002;
 constexpr int kPages[] = {kModeSlot};
 constexpr Command kKey[] = {{.id = kIdMadeUpKey, .words = u"Made up", .on = IsSurfaceKeyOn}};
-constexpr ModeRow kModes[] = {{.mode = kModeMadeUp, .place = 12, .words = u"Made up"}};
+constexpr ModeRow kModes[] = {{.mode = kModeMadeUp, .place = 90, .words = u"Made up"}};
 
 Trail trail;          // what the record was told
 bool answers;         // of the calls that may use an event up
