@@ -29,6 +29,8 @@ bool IsTaken(std::u16string_view name) {
 
 }  // namespace
 
+bool PlateLacksName() { return plate.unnamed || plate.name[0] == 0; }
+
 std::u16string CleanPlateName(std::u16string_view typed) {
   while (!typed.empty() && IsBlank(typed.front())) typed.remove_prefix(1);
   while (!typed.empty() && IsBlank(typed.back())) typed.remove_suffix(1);

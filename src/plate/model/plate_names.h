@@ -9,10 +9,14 @@ namespace morva {
 inline constexpr char16_t kNameThisPlate[] = u"Name this plate · automatic saving";
 inline constexpr char16_t kCreateNamedPlate[] =
     u"Create a named plate to begin. Your changes will save automatically.";
+inline constexpr char16_t kEnterPlateName[] = u"Enter a name beside Save shape.";
 inline constexpr char16_t kStartNamedPlate[] = u"Start a named plate before inserting code.";
 inline constexpr char16_t kNameTaken[] =
     u"That name already exists. Choose another name or open the saved shape.";
 inline constexpr char16_t kPlateNameTitle[] = u"Plate name";  // of that box, and the caption
+
+// The plate has no name, or one that is not known any more.
+bool PlateLacksName();
 
 // Without blanks and control characters at both ends, as the library keeps it.
 std::u16string CleanPlateName(std::u16string_view typed);

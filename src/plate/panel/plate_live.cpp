@@ -10,6 +10,7 @@
 #include "plate/canvas/plate_pointer.h"
 #include "plate/canvas/plate_view.h"
 #include "plate/model/plate.h"
+#include "plate/model/plate_names.h"
 #include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_fields.h"
@@ -103,7 +104,7 @@ bool MayLeavePlate() {
       return true;
     }
     if (answer != BoxAnswer::Yes) return false;
-    if (plate.unnamed) {
+    if (PlateLacksName()) {
       OpenPlateNaming(true);
       return false;
     }

@@ -8,6 +8,7 @@
 #include "plate/canvas/plate_keys.h"
 #include "plate/canvas/plate_pointer.h"
 #include "plate/model/plate.h"
+#include "plate/model/plate_names.h"
 #include "plate/panel/plate_live.h"
 #include "plate/panel/plate_workspace.h"
 #include "plate/tools/plate_editor.h"
@@ -19,7 +20,7 @@ namespace morva {
 namespace {
 
 void Enter() {
-  if (plate.unnamed) {
+  if (PlateLacksName()) {
     OpenPlateNaming(false);
   } else {
     platform::SetFocusTo(kViewPlatePicture);

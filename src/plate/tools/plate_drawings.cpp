@@ -26,13 +26,13 @@ std::uint32_t toldAt = 0;
 
 // Most of what is too much may belong to features that nobody sees.
 void TellFull() {
-  SayOnPlate(kPlateFull);
-  if (toldAt == plate.changes) return;
-  toldAt = plate.changes;
   const int unused = PlateItemsOutOfUse(plate, FeatureCount(NumbersOf(plate)));
-  if (unused == 0) return;
-  AppendOutput(IntegerText(unused) +
-               u" stored settings belong to feature numbers that the layout has no more.");
+  if (unused > 0 && toldAt != plate.changes) {
+    AppendOutput(IntegerText(unused) +
+                 u" stored settings belong to feature numbers that the layout has no more.");
+  }
+  toldAt = plate.changes;
+  SayOnPlate(kPlateFull);  // last: the status line of the workspace repeats the log
 }
 
 // A plate that no record holds waits here while another program is up.

@@ -314,7 +314,7 @@ void OpenPlateTarget(int target, Keyboard keyboard) {
 void OpenPlateNaming(bool creating) {
   BringUp(PlatePage::Name, -1, Keyboard::ToEditor);
   plateEditor.creating = creating;
-  if (plate.unnamed) SayOnPlate(kCreateNamedPlate);
+  if (PlateLacksName()) SayOnPlate(plate.unnamed ? kCreateNamedPlate : kEnterPlateName);
 }
 
 void ClosePlateEditor() { BringUp(PlatePage::Nothing, -1, Keyboard::Stays); }

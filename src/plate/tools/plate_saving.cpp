@@ -13,6 +13,7 @@
 #include "library/placed_shape.h"
 #include "library/shapes.h"
 #include "plate/geometry/plate_layout.h"
+#include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
@@ -125,7 +126,7 @@ void AddFeature(ShapeList& list, const PlateNumbers& n, const PlateFeature& feat
 const char16_t* WordsOf(PlateSave answer) {
   switch (answer) {
     case PlateSave::NoName:
-      return u"Enter a name beside Save shape.";
+      return kEnterPlateName;
     case PlateSave::TooMany:
       return u"Reusable shape exceeds 64 objects; reduce the hole pattern before saving.";
     case PlateSave::Full:
@@ -155,7 +156,10 @@ PlateSave Refuse(PlateSave why) {
   return why;
 }
 
+// The disk answers behind what was said of the record.
 void TellSaved(bool saved) {
+  static FeatureSettings record;
+  if (saved && !SavePlateSettings(record)) return SayOnPlate(kPlateFull);
   SayOnPlate(saved ? u"Named plate shape saved. Further completed edits save automatically."
                    : kShapesUnsaved);
 }

@@ -4,8 +4,10 @@
 
 #include "app/commands.h"
 #include "app/router.h"
+#include "documents/saver.h"
 #include "documents/tab_table.h"
 #include "library/shapes.h"
+#include "plate/model/plate_record.h"
 #include "plate_stage.h"
 
 namespace morva {
@@ -344,6 +346,21 @@ TEST_F(PlateUp, AsksOnceBeforeAnUnnamedPlateWithChangesIsLeft) {
             u"field; No leaves without adding a library shape.");
 }
 
+TEST_F(NamedPlateUp, AsksForANameThatIsNotKnownAnyMore) {
+  TakePlateName(u"", false, -1);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdSurfaceCode);
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u) << "Yes leads to the name at once";
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSurfaceCode);
+  ASSERT_EQ(app.surface, kSurfaceCode);
+  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  EXPECT_EQ(Status(), u"Enter a name beside Save shape.");
+}
+
 TEST_F(NamedPlateUp, IsSavedWhenItIsLeft) {
   headless::QueueAnswer(platform::BoxAnswer::Yes);
   ASSERT_TRUE(headless::Click(kIdSurfaceCode));
@@ -361,6 +378,16 @@ TEST_F(NamedPlateUp, SavesItselfByTheAutosave) {
   headless::Advance(1000);
   EXPECT_EQ(shapeLibrary.count, 1);
   EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+}
+
+TEST_F(NamedPlateUp, IsNotToldAsSavedWhereItsRecordIsTooLarge) {
+  for (int k = 0; k < 97; ++k) SetFeatureFlag(k, FeatureFlag::Locked, true);
+  headless::SetFlushTime(100);  // a disk that answers late
+  headless::TypeInto(kIdPlateField, u"9");
+  headless::Advance(1000);
+  WaitForSaves();
+  headless::SetFlushTime(0);
+  EXPECT_EQ(Status(), kPlateFull) << "also behind the answer of the disk";
 }
 
 TEST_F(NamedPlateUp, HasEightDrawingsAndRefusesTheNinth) {
