@@ -47,6 +47,8 @@ struct PreviewMarker {
 struct PickedPlace {
   bool picked = false;  // false: the user or the program gave it up
   double x = 0, y = 0, z = 0;
+  bool ofStock = false;  // a corner of a stock, upper or lower, or the middle of its top
+  double stockTop = 0;   // Z of that stock's top: the one surface that a pick can name
 
   bool operator==(const PickedPlace&) const = default;
 };

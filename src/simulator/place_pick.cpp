@@ -37,10 +37,17 @@ Rect Client() { return platform::ClientArea(kViewToolpath); }
 template <typename Take>
 void ForStock(const StockEnvelope& stock, const Take& take) {
   if (!stock.shown) return;
-  take((stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top);
+  PickedPlace place{.picked = true, .ofStock = true, .stockTop = stock.top};
+  const auto at = [&](double x, double y, double z) {
+    place.x = x;
+    place.y = y;
+    place.z = z;
+    take(place);
+  };
+  at((stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top);
   for (int i = 0; i < 8; ++i) {
-    take((i & 1) ? stock.maxX : stock.minX, (i & 2) ? stock.maxY : stock.minY,
-         (i & 4) ? stock.bottom : stock.top);
+    at((i & 1) ? stock.maxX : stock.minX, (i & 2) ? stock.maxY : stock.minY,
+       (i & 4) ? stock.bottom : stock.top);
   }
 }
 
@@ -53,7 +60,7 @@ void ForSnaps(const Take& take) {
   const MotionPath& context = ShownPath().context;
   for (std::int32_t i = 0; i < context.count; ++i) {
     const MotionPoint& point = context.points[i];
-    if (IsEndpoint(context, i)) take(point.x, point.y, point.z);
+    if (IsEndpoint(context, i)) take(PickedPlace{true, point.x, point.y, point.z});
   }
 }
 
@@ -67,13 +74,13 @@ PickedPlace SnapAt(PointF at, double reach) {
   const Projection& p = ProjectionFor(Client());
   PickedPlace found;
   double nearest = reach;
-  ForSnaps([&](double x, double y, double z) {
-    const double square = SquareBetween(Project(p, x, y, z), at);
+  ForSnaps([&](const PickedPlace& snap) {
+    const double square = SquareBetween(Project(p, snap.x, snap.y, snap.z), at);
     const bool nearer = square < nearest - kSamePlace;
-    const bool above = found.picked && square < nearest + kSamePlace && z > found.z;
+    const bool above = found.picked && square < nearest + kSamePlace && snap.z > found.z;
     if (!nearer && !above && (found.picked || square >= reach)) return;
     nearest = std::fmin(nearest, square);
-    found = {true, x, y, z};
+    found = snap;
   });
   return found;
 }
@@ -126,15 +133,15 @@ PickedPlace SnapTowards(int dx, int dy) {
   const PointF from = Project(p, cross.x, cross.y, cross.z);
   PickedPlace found;
   double nearest = 0;
-  ForSnaps([&](double x, double y, double z) {
-    const PointF at = Project(p, x, y, z);
+  ForSnaps([&](const PickedPlace& snap) {
+    const PointF at = Project(p, snap.x, snap.y, snap.z);
     const double ahead = (at.x - from.x) * dx + (at.y - from.y) * dy;
     const double aside = std::fabs((at.x - from.x) * dy - (at.y - from.y) * dx);
     if (ahead < kAway || aside > ahead) return;
     const double square = SquareBetween(at, from);
     if (found.picked && square >= nearest) return;
     nearest = square;
-    found = {true, x, y, z};
+    found = snap;
   });
   return found;
 }
@@ -144,7 +151,8 @@ PickedPlace FirstCross() {
   const StockEnvelope& stock = ShownPath().stock;
   const PathBounds& b = Bounds();
   if (pick.from == PlaceSource::Geometry && stock.shown) {
-    return {true, (stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top};
+    return {true,     (stock.minX + stock.maxX) / 2, (stock.minY + stock.maxY) / 2, stock.top, true,
+            stock.top};
   }
   if (pick.from == PlaceSource::Geometry) return SnapAt(MiddleOfView(), kAnywhere);
   return {true, stock.shown ? stock.minX : b.minX, stock.shown ? stock.minY : b.minY, pick.planeZ};

@@ -42,20 +42,25 @@ const char16_t* FaultOfText(std::u16string_view text, double& value) {
 
 bool IsWhole(double value) { return value == std::trunc(value); }
 
-bool HasPracticalNumbers(const SkimPlan& plan) {
+// The first one out of bounds; kNoSkimField: none.
+int ImpracticalNumber(const SkimPlan& plan) {
   for (int field = kSkimXMin; field <= kSkimClearance; ++field) {
-    if (!(std::fabs(SkimValue(plan, field)) < kSkimLimit)) return false;
+    if (!(std::fabs(SkimValue(plan, field)) < kSkimLimit)) return field;
   }
-  return true;
+  return kNoSkimField;
 }
 
 bool IsDistance(double value) { return value >= 0 && value < kSkimLimit; }
 
-bool HasCuttingNumbers(const SkimPlan& plan) {
-  return plan.diameter > 0 && plan.stepoverPercent > 0 && plan.stepoverPercent <= 100 &&
-         plan.rpm >= 1 && IsWhole(plan.rpm) && plan.feed >= kLeastFeed &&
-         plan.plunge >= kLeastFeed && plan.clearance >= kLeastDepth &&
-         plan.depthPerPass >= kLeastDepth;
+// The first field with a number that cuts nothing; kNoSkimField: none.
+int BadCuttingNumber(const SkimPlan& plan) {
+  if (!(plan.diameter > 0)) return kSkimDiameter;
+  if (!(plan.stepoverPercent > 0 && plan.stepoverPercent <= 100)) return kSkimStepover;
+  if (!(plan.rpm >= 1 && IsWhole(plan.rpm))) return kSkimRpm;
+  if (!(plan.feed >= kLeastFeed)) return kSkimFeed;
+  if (!(plan.plunge >= kLeastFeed)) return kSkimPlunge;
+  if (!(plan.clearance >= kLeastDepth)) return kSkimClearance;
+  return plan.depthPerPass >= kLeastDepth ? kNoSkimField : kSkimDepthPerPass;
 }
 
 bool HasDepth(const SkimPlan& plan) {
@@ -76,38 +81,61 @@ bool RowsFit(const SkimPlan& plan, int passes) {
          rows * passes <= kMaxSkimRows;
 }
 
-// Null: code can be made.
-const char16_t* FaultOfPlan(const SkimPlan& plan) {
+bool IsTool(std::int32_t tool) { return tool >= 0 && tool <= kLargestTool; }
+bool IsOffset(std::int32_t offset) { return offset >= kFirstOffset && offset <= kLastOffset; }
+
+// What a plan asks for, before what it would make.
+SkimFault FaultOfNumbers(const SkimPlan& plan) {
   if (plan.strategy < 0 || plan.strategy >= kSkimStrategies)
-    return u"Select a supported skim strategy.";
+    return {u"Select a supported skim strategy."};
   if (plan.strategy == kSkimCustom && plan.centerline.count < 1)
-    return u"Draw a custom centerline path first.";
-  if (!HasPracticalNumbers(plan)) return u"Enter finite, practical numeric values in every field.";
-  if (plan.tool < 0 || plan.tool > kLargestTool || plan.workOffset < kFirstOffset ||
-      plan.workOffset > kLastOffset)
-    return u"Tool must be 0-999 (0 keeps the current machine tool); work offset must be G54 "
-           u"through G59.";
+    return {u"Draw a custom centerline path first."};
+  if (const int field = ImpracticalNumber(plan); field != kNoSkimField)
+    return {u"Enter finite, practical numeric values in every field.", field};
+  if (!IsTool(plan.tool) || !IsOffset(plan.workOffset))
+    return {
+        u"Tool must be 0-999 (0 keeps the current machine tool); work offset must be G54 "
+        u"through G59.",
+        IsTool(plan.tool) ? kSkimWorkOffset : kSkimTool};
   if (!IsDistance(plan.entry) || !IsDistance(plan.exit))
-    return u"Entry and exit distances must be nonnegative finite values.";
+    return {u"Entry and exit distances must be nonnegative finite values.",
+            IsDistance(plan.entry) ? kSkimExit : kSkimEntry};
   if (!(plan.xMax > plan.xMin) || !(plan.yMax > plan.yMin))
-    return u"Stock X/Y maxima must be greater than their minima.";
-  if (!HasCuttingNumbers(plan))
-    return u"Diameter, feeds, depth per pass and clearance must be positive. Stepover must be "
-           u"0-100 percent; RPM must be a positive integer.";
+    return {u"Stock X/Y maxima must be greater than their minima.",
+            plan.xMax > plan.xMin ? kSkimYMax : kSkimXMax};
+  if (const int field = BadCuttingNumber(plan); field != kNoSkimField)
+    return {
+        u"Diameter, feeds, depth per pass and clearance must be positive. Stepover must be "
+        u"0-100 percent; RPM must be a positive integer.",
+        field};
+  return {};
+}
+
+// How much code the plan would make.
+SkimFault FaultOfSize(const SkimPlan& plan) {
+  const int depth = plan.useTotalDepth ? kSkimTotalDepth : kSkimPassCount;
   if (!HasDepth(plan))
-    return u"Choose a positive total depth or an integer pass count from 1 to 100.";
+    return {u"Choose a positive total depth or an integer pass count from 1 to 100.", depth};
   if (SkimTotal(plan) / plan.depthPerPass > kMaxSkimPasses + kPassSlack)
-    return u"Limit the plan to 100 depth passes.";
+    return {u"Limit the plan to 100 depth passes.", depth};
   const int passes = PassCount(plan);
   if (plan.strategy == kSkimSpiral && !SpiralFits(plan, passes))
-    return u"Spiral exceeds 30000 motion points. Increase stepover or reduce passes / diameter of "
-           u"the area.";
+    return {
+        u"Spiral exceeds 30000 motion points. Increase stepover or reduce passes / diameter of "
+        u"the area.",
+        kSkimStepover};
   if (!RowsFit(plan, passes))
-    return u"Limit the plan to 100 depth passes, 1000 raster rows, and 20000 total rows.";
-  return nullptr;
+    return {u"Limit the plan to 100 depth passes, 1000 raster rows, and 20000 total rows.",
+            kSkimStepover};
+  return {};
 }
 
 }  // namespace
+
+SkimFault FaultOfSkimPlan(const SkimPlan& plan) {
+  const SkimFault fault = FaultOfNumbers(plan);
+  return fault.words[0] ? fault : FaultOfSize(plan);
+}
 
 SkimTexts TextsOf(const SkimPlan& plan) {
   SkimTexts texts;
@@ -137,9 +165,10 @@ bool ReadSkimFields(const SkimTexts& texts, SkimPlan& plan, SkimRefusal& refusal
 }
 
 bool ValidateSkimPlan(const SkimPlan& plan, const char16_t*& message) {
-  const char16_t* fault = FaultOfPlan(plan);
-  if (fault) message = fault;
-  return !fault;
+  const SkimFault fault = FaultOfSkimPlan(plan);
+  if (!fault.words[0]) return true;
+  message = fault.words;
+  return false;
 }
 
 }  // namespace morva

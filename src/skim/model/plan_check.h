@@ -28,6 +28,13 @@ struct SkimRefusal {
 // thickness and centerline stay in any case. What the numbers mean is not looked at.
 bool ReadSkimFields(const SkimTexts& texts, SkimPlan& plan, SkimRefusal& refusal);
 
+// What must be mended before code can be made of a plan.
+inline constexpr int kNoSkimField = -1;
+struct SkimFault {
+  const char16_t* words = u"";  // empty: nothing, code can be made
+  int field = kNoSkimField;     // a SkimField to mend it in; kNoSkimField: the list of strategies
+};
+SkimFault FaultOfSkimPlan(const SkimPlan& plan);
 // Whether code can be made of the plan. False: `message` says what must be mended first.
 bool ValidateSkimPlan(const SkimPlan& plan, const char16_t*& message);
 

@@ -60,6 +60,10 @@ bool OpenSkimFromFeature(const FeatureSettings& record) {
 }
 
 void EnterSkim() {
+  // The unit may have changed while another surface was up.
+  SkimPlan plan = skimPlan;
+  ConvertSkimPlan(plan, UnitsMetric());
+  SetSkimPlan(plan);
   FillSkimForm();
   Call(hooks.layout);  // the plan's way to tell the depth has a field of its own
   RefreshSkimPreview();

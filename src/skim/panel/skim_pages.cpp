@@ -8,6 +8,7 @@
 #include "platform/events.h"
 #include "platform/window.h"
 #include "skim/model/plan.h"
+#include "skim/model/plan_check.h"
 #include "skim/model/wizard_state.h"
 #include "skim/panel/skim_form.h"
 #include "skim/tools/skim_fields.h"
@@ -34,7 +35,11 @@ void OnBack(int, int) {
 
 // The keyboard goes where something is to be mended, on whatever page that is.
 void ShowField(int field) {
-  if (SkimPageOf(field) != skimWizard.page) BringUp(SkimPageOf(field));
+  const int page = field == kNoSkimField ? int{kSkimCutter} : SkimPageOf(field);
+  if (page != skimWizard.page) BringUp(page);
+  if (field == kNoSkimField) return platform::SetFocusTo(kIdSkimStrategies);
+  // The list of depth plans hides one of two fields.
+  if (!platform::IsVisible(kIdSkimField + field)) return platform::SetFocusTo(kIdSkimDepths);
   platform::SetFocusTo(kIdSkimField + field);
   platform::SelectAllText(kIdSkimField + field);
 }

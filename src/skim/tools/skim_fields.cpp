@@ -35,6 +35,7 @@ SkimTexts ShownTexts() {
 // and fro loses nothing.
 void KeepHiddenDecimals(const SkimTexts& texts, SkimPlan& plan) {
   for (int i = 0; i < kSkimFields; ++i) {
+    if (SkimRow(i).whole) continue;
     if (texts.fields[i] == SkimText(skimPlan, i)) SetSkimValue(plan, i, SkimValue(skimPlan, i));
   }
 }
@@ -109,13 +110,19 @@ bool ReadSkimForm(bool quiet) {
     return false;
   }
   KeepHiddenDecimals(texts, plan);
-  SetSkimPlan(plan);
-  const char16_t* message = u"";
-  if (ValidateSkimPlan(skimPlan, message)) return true;
-  if (!quiet) {
-    platform::ShowBox(u"Check skim plan", message, platform::BoxButtons::Ok,
-                      platform::BoxIcon::Warning);
+  return TakeSkimPlan(plan, quiet);
+}
+
+bool TakeSkimPlan(const SkimPlan& plan, bool quiet) {
+  const SkimFault fault = FaultOfSkimPlan(plan);
+  if (!fault.words[0]) {
+    SetSkimPlan(plan);
+    return true;
   }
+  if (quiet) return false;
+  platform::ShowBox(u"Check skim plan", fault.words, platform::BoxButtons::Ok,
+                    platform::BoxIcon::Warning);
+  if (showField) showField(fault.field);
   return false;
 }
 

@@ -18,10 +18,11 @@ void FillSkimTools();
 // The row of the tools' list that the plan's tool stands in, none for a number without a tool.
 void ShowSkimTool(double number);
 
-// Reads the form into the live plan and validates it. True: the plan is usable. Where `quiet`,
-// nothing is shown. Otherwise a box says why not, the field that does not read gets the keyboard,
-// and a plan that only fails the validation is kept as it was read.
+// Reads the form and takes it as the live plan where it passes. False: the live plan stays; unless
+// `quiet`, a box says why, and what is to be mended gets the keyboard.
 bool ReadSkimForm(bool quiet);
+// The same for a plan that did not come out of the form.
+bool TakeSkimPlan(const SkimPlan& plan, bool quiet);
 // The numbers that place the stock, as its fields say them.
 struct SkimPlace {
   double x = 0;
@@ -32,7 +33,8 @@ struct SkimPlace {
 // False: one does not read, or the thickness is not positive.
 bool ReadSkimPlace(SkimPlace& place);
 
-// Brings the page up that holds a field, and gives the field the keyboard. Set by the panel.
+// Brings the page up that holds a field, or the list of strategies for kNoSkimField, and gives it
+// the keyboard. Set by the panel.
 void SetSkimFieldShower(void (*show)(int field));
 
 }  // namespace morva

@@ -63,9 +63,7 @@ void ShowMarker() {
 
 void RefreshSkimPreview() {
   if (!SkimIsUp()) return;
-  const SkimPlan before = skimPlan;
   const bool valid = ReadSkimForm(true);
-  if (!valid) SetSkimPlan(before);
   NoteSkimPlan(valid);
   if (valid) ShowSkimPlace();
   RefreshSkimView();

@@ -13,8 +13,12 @@ bool SetSkimUnits(bool metric) {
   if (SkimIsUp() && !ReadSkimForm(false)) return false;
   SkimPlan plan = skimPlan;
   ConvertSkimPlan(plan, metric);
-  SetSkimPlan(plan);
-  if (SkimIsUp()) FillSkimForm();
+  if (!SkimIsUp()) {
+    SetSkimPlan(plan);
+    return true;
+  }
+  if (!TakeSkimPlan(plan, false)) return false;
+  FillSkimForm();
   return true;
 }
 

@@ -86,6 +86,19 @@ TEST_F(PlacePicks, SnapToCornersOfTheStockAndTheMiddleOfItsTop) {
   ExpectPicked(4, 1, 0);
 }
 
+TEST_F(PlacePicks, SayTheTopOfAStockAndOfNothingElse) {
+  Begin(PlaceSource::Geometry);
+  Click(4, 0, -0.5);  // in front: below a corner, at the bottom
+  ExpectPicked(4, 0, -0.5);
+  EXPECT_TRUE(told[0].ofStock);
+  EXPECT_EQ(told[0].stockTop, 0);
+  told.clear();
+  Begin(PlaceSource::Geometry);
+  Click(12, 2, -0.25);
+  ExpectPicked(12, 2, -0.25);
+  EXPECT_FALSE(told[0].ofStock);
+}
+
 TEST_F(PlacePicks, InPlanTakeTheUpperOfTwoCorners) {
   SetViewTop();
   Begin(PlaceSource::Geometry);

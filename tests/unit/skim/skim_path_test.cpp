@@ -1,5 +1,6 @@
 // The drawn centerline of the guided skim and the places that the stock is put on.
 
+#include <cmath>
 #include <string>
 
 #include "app/hooks.h"
@@ -8,6 +9,7 @@
 #include "cad/model/sketch.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
+#include "simulator/view.h"
 #include "unit/skim/skim_stage.h"
 
 namespace morva {
@@ -205,12 +207,74 @@ TEST_F(SkimPlacement, TakesCornerAndSurfaceFromGeometry) {
   EXPECT_EQ(asked.from, PlaceSource::Geometry);
   EXPECT_EQ(std::u16string_view(asked.words),
             u"Click a drawing endpoint, stock corner or stock top center to place the skim area.");
-  asked.done({true, 2, 3, 0.5});
+  asked.done({true, 2, 3, -0.25, true, 0.5});  // a lower corner
   EXPECT_EQ(skimPlan.xMin, 2);
   EXPECT_EQ(skimPlan.yMax, 7);
   EXPECT_EQ(skimPlan.zTop, 0.5);
   EXPECT_EQ(platform::TextOf(kIdSkimStartX), u"2.0000");
   asked.done({false});
+  EXPECT_EQ(skimPlan.xMin, 2);
+}
+
+// A pocket that was cut to half an inch below the surface.
+struct SkimPlacementByClick : SkimPlacement {
+  void SetUp() override {
+    support::SkimStage::SetUp();
+    headless::EditorSetAll(kIdEditor,
+                           u"G20\r\nG90\r\nG00 X6 Y1 Z0.1\r\nG01 Z-0.5 F10\r\nG01 X9\r\n"
+                           u"G01 Y3\r\nG01 X6\r\nG01 Y1\r\nG00 Z1\r\n");
+    headless::Click(kIdPath);
+    OpenSkim();
+    headless::Click(kIdSkimPosition);
+  }
+  static void Click(double x, double y, double z) {
+    ASSERT_TRUE(headless::Click(kIdSkimPickGeometry));
+    const Projection& p = ProjectionFor(platform::ClientArea(kViewToolpath));
+    const platform::PointF at = Project(p, x, y, z);
+    platform::PointerEvent press;
+    press.action = platform::PointerAction::Press;
+    press.button = platform::PointerButton::Left;
+    press.x = static_cast<int>(std::lround(at.x));
+    press.y = static_cast<int>(std::lround(at.y));
+    headless::Pointer(kViewToolpath, press);
+  }
+};
+
+TEST_F(SkimPlacementByClick, KeepsTheSurfaceOverAPocketThatWasCut) {
+  SetViewTop();
+  const double places[][2] = {{9, 1}, {9, 3}, {6, 3}, {6, 1}};
+  for (const auto& place : places) {
+    Click(place[0], place[1], -0.5);
+    EXPECT_NEAR(skimPlan.xMin, place[0], 1e-9);
+    EXPECT_NEAR(skimPlan.yMin, place[1], 1e-9);
+    EXPECT_EQ(skimPlan.zTop, 0);
+  }
+  EXPECT_EQ(Status(), u"Skim area placed at X 6.0000  Y 1.0000  Z 0.0000 (Z kept)");
+}
+
+TEST_F(SkimPlacementByClick, SinksTheStockByNoCornerOfItsOwn) {
+  headless::TypeInto(kIdSkimSurfaceZ, u"0.25");
+  for (int i = 0; i < 3; ++i) {
+    Click(skimPlan.xMin, skimPlan.yMin, skimPlan.zTop - skimPlan.stockThickness);
+    EXPECT_EQ(skimPlan.zTop, 0.25);
+  }
+  EXPECT_EQ(Status(), u"Skim area placed at X 0.0000  Y 0.0000  Z 0.2500");
+}
+
+// One edge typed away from what a plan may hold would leave a stock that only other fields mend.
+TEST_F(SkimPlacement, StaysWhereTheStockWouldReachTooFar) {
+  hooks.pickPlace = Ask;
+  headless::Click(kIdSkimPosition);
+  headless::TypeInto(kIdSkimStartX, u"99998");
+  EXPECT_EQ(Status(), u"Enter valid start coordinates and positive stock thickness.");
+  EXPECT_EQ(skimPlan.xMin, 0);
+  EXPECT_EQ(skimPlan.xMax, 4);
+  EXPECT_TRUE(skimWizard.planValid);
+  headless::Click(kIdSkimPickPlane);
+  asked.done({true, 1, 99999, 0});
+  EXPECT_EQ(Status(), u"Not placed: the skim area would reach beyond 100000.");
+  EXPECT_EQ(skimPlan.yMax, 4);
+  headless::TypeInto(kIdSkimStartX, u"2");
   EXPECT_EQ(skimPlan.xMin, 2);
 }
 

@@ -142,7 +142,8 @@ TEST_F(SkimEnds, OpensARecordThatIsNoUsablePlanAndSaysWhatIsWrong) {
   auto boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].text, u"Select a supported skim strategy.");
-  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(platform::FocusedId(), kIdSkimStrategies);
 }
 
 TEST_F(SkimEnds, IsNoUpdateInAnotherProgram) {

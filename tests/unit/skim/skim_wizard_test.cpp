@@ -12,6 +12,7 @@
 #include "documents/program_tabs.h"
 #include "library/units.h"
 #include "platform/editor.h"
+#include "skim/panel/skim_form.h"
 #include "unit/skim/skim_stage.h"
 
 namespace morva {
@@ -133,6 +134,94 @@ TEST_F(SkimWizardPages, GoesToTheFieldOfAnotherPageThatDoesNotRead) {
   ASSERT_EQ(Boxes().size(), 1u);
   EXPECT_EQ(skimWizard.page, kSkimCutter);
   EXPECT_EQ(platform::FocusedId(), Field(kSkimDiameter));
+}
+
+// Otherwise a plan that does not pass could be mended on a page that nobody reaches any more.
+TEST_F(SkimWizardPages, GoesToTheFieldOfAnotherPageThatDoesNotPass) {
+  OpenSkim();
+  Next();
+  Type(kSkimStepover, u"100.01");
+  headless::Click(kIdSkimBack);
+  Next();
+  ASSERT_EQ(Boxes().size(), 1u);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimStepover));
+  Type(kSkimStepover, u"60");
+  Next();
+  Type(kSkimPassCount, u"101");
+  headless::Click(kIdSkimBack);
+  headless::Click(kIdSkimBack);
+  Next();
+  EXPECT_EQ(skimWizard.page, kSkimDepths);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimPassCount));
+}
+
+TEST_F(SkimWizardPages, GoesToTheStepoverOfASpiralThatIsTooLong) {
+  OpenSkim();
+  Next();
+  headless::SelectRows(kIdSkimStrategies, {kSkimSpiral});
+  headless::Click(kIdSkimBack);
+  Type(kSkimXMax, u"4000");
+  Type(kSkimYMax, u"4000");
+  Next();
+  const auto boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"Spiral exceeds"), 0u);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimStepover));
+}
+
+TEST_F(SkimWizardPages, LeavesThePlanWhereNumbersDoNotPass) {
+  OpenSkim();
+  const struct {
+    int field;
+    const char16_t* bad;
+  } numbers[] = {{kSkimStepover, u"100.01"}, {kSkimRpm, u"1500.5"},    {kSkimFeed, u"0.0009"},
+                 {kSkimXMax, u"0"},          {kSkimPassCount, u"2.5"}, {kSkimPassCount, u"101"}};
+  for (const auto& number : numbers) {
+    const std::u16string shown = Says(number.field);
+    const double value = SkimValue(skimPlan, number.field);
+    for (int page = 1; page < SkimPageOf(number.field) + 1; ++page) Next();
+    Type(number.field, number.bad);
+    for (const int key : {int{kIdSkimNext}, int{kIdSkimMm}}) {
+      headless::Click(key);
+      EXPECT_EQ(Boxes().size(), 1u) << number.field;
+      EXPECT_EQ(SkimValue(skimPlan, number.field), value) << number.field;
+      EXPECT_FALSE(skimPlan.metric);
+    }
+    headless::Click(kIdSkimCancel);
+    OpenSkim();
+    EXPECT_EQ(Says(number.field), shown);
+    EXPECT_TRUE(skimWizard.planValid);
+  }
+}
+
+TEST_F(SkimWizardPages, RefusesAUnitInWhichThePlanIsTooLarge) {
+  OpenSkim();
+  Type(kSkimXMax, u"4000");
+  headless::Click(kIdSkimMm);
+  const auto boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Check skim plan");
+  EXPECT_FALSE(skimPlan.metric);
+  EXPECT_FALSE(UnitsMetric());
+  EXPECT_EQ(skimPlan.xMax, 4000);
+  EXPECT_TRUE(skimWizard.planValid);
+  EXPECT_EQ(platform::FocusedId(), Field(kSkimXMax));
+}
+
+// Surfaces with unit keys of their own lie between leaving the wizard and the back key.
+TEST_F(SkimWizardPages, ComesBackInTheUnitThatWasChosenMeanwhile) {
+  OpenSkim();
+  headless::Click(kIdSurfaceCad);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  SetUnits(true);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_TRUE(skimPlan.metric);
+  EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+  EXPECT_EQ(Says(kSkimDiameter), u"25.4000");
+  EXPECT_TRUE(skimWizard.planValid);
 }
 
 TEST_F(SkimWizardPages, BringsAHiddenDepthBackWhereItDoesNotRead) {
