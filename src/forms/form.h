@@ -118,8 +118,8 @@ struct FormRow {
   bool fixed = false;  // a View or Keys of a form on a sheet: it stands below what scrolls
 };
 
-// A length, or a feed a minute, on half a line, at a place of its own among the numbers and with the id that lies so far
-// behind `firstId`. Start text and fallback are in inches.
+// A length, or a feed a minute, on half a line, at a place of its own among the numbers and with
+// the id that lies so far behind `firstId`. Start text and fallback are in inches.
 constexpr FormRow LengthRow(int firstId, int value, const char16_t* label, const char16_t* help,
                             const char16_t* start, double fallback = 0, int decimals = 3) {
   FormRow row{.id = firstId + value, .label = label, .help = help, .start = start};
