@@ -55,7 +55,7 @@ struct Surface {
   // After a command, a key that it used, a list click or a pointer event, whoever handled it.
   void (*settled)() = nullptr;
   void (*logged)(std::u16string_view text) = nullptr;  // a line went into the output log
-  void (*storePending)() = nullptr;                    // an autosave begins
+  void (*storePending)() = nullptr;  // an autosave begins, maybe of other programs alone
 
   // Whichever surface is up.
   void (*cancelInput)() = nullptr;        // the program changes: no box floats, no pick waits

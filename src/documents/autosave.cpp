@@ -67,8 +67,6 @@ bool Autosave(ProgramTab& tab) {
   NoteTried(tab);
   // The old file must not get what was typed since the program was saved under another name.
   if (PathToBe(tab) != std::u16string_view(tab.path)) return true;
-  const Surface* up = &tab == ActiveTab() ? SurfaceUp() : nullptr;
-  if (up) Call(up->storePending);
   const AutosaveHold hold = HoldOf(tab);
   if (hold != AutosaveHold::None) {
     TellHeld(tab, hold);
@@ -98,6 +96,7 @@ void RunAutosave() {
   platform::StopTimer(platform::kMainWindow, kTimerAutosave);
   if (!app.dataDirReady || running) return;
   running = true;
+  if (const Surface* up = SurfaceUp()) Call(up->storePending);
   bool waits = false;
   for (int i = 0; i < app.tabCount; ++i) waits = Autosave(tabs[i]) || waits;
   running = false;

@@ -148,7 +148,7 @@ bool SaveAndWait() {
   const std::uint64_t serial = ActiveSerial();
   if (!SaveProgramCommand() || !WaitForSavesOf(PathOfUser(), serial)) return false;
   const int index = IndexOfSerial(serial);
-  return index >= 0 && !tabs[index].dirty;
+  return index >= 0 && FileFollows(tabs[index]);
 }
 
 void RegisterSaveCommands() { RegisterSaving(AskAboutChangedFile); }

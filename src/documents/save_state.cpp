@@ -10,6 +10,10 @@ namespace morva {
 
 bool IsTouched(const ProgramTab& tab) { return tab.save.userChanges > tab.save.savedChanges; }
 
+bool HoldsUnsaved(const ProgramTab& tab) { return IsTouched(tab) || tab.save.plateLeftOut; }
+
+bool FileFollows(const ProgramTab& tab) { return tab.save.changes <= tab.save.savedChanges; }
+
 void MarkModified(ProgramTab& tab) {
   tab.save.userChanges = ++tab.save.changes;
   // 0 says that nothing waits.
@@ -64,7 +68,7 @@ void NoteSaved(ProgramTab& tab, std::uint32_t changes) {
   save.changedOnDisk = false;
   save.held = AutosaveHold::None;
   save.home.clear();
-  SetDirtyMark(&tab, save.changes > save.savedChanges);
+  SetDirtyMark(&tab, !FileFollows(tab) || save.plateLeftOut);
 }
 
 void NoteLoaded(ProgramTab& tab, const DiskState& disk) {
@@ -96,6 +100,11 @@ std::size_t BytesInFront(const ProgramTab* tab) {
 
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason) {
   return std::exchange(tab.save.held, reason) != reason;
+}
+
+void NotePlateLeftOut(ProgramTab& tab, bool leftOut) {
+  if (std::exchange(tab.save.plateLeftOut, leftOut) == leftOut) return;
+  SetDirtyMark(&tab, leftOut || !FileFollows(tab));
 }
 
 void KeepHome(ProgramTab& tab, std::u16string_view home) { tab.save.home = home; }

@@ -15,6 +15,12 @@ namespace morva {
 // change of the user's; they show the dirty mark and go into the file with the next save.
 bool IsTouched(const ProgramTab& tab);
 
+// Whether closing the program would lose anything of the user's: such changes, or a plate that no
+// file can hold.
+bool HoldsUnsaved(const ProgramTab& tab);
+// Whether the file holds all changes, those of markers too, but for such a plate.
+bool FileFollows(const ProgramTab& tab);
+
 // The user, or what he asked for, changed the active program: the counts and the dirty mark; no
 // timer, no autosave.
 void MarkModified();
@@ -55,6 +61,8 @@ std::size_t BytesInFront(const ProgramTab* tab);
 // Keeps the reason why the autosave waits. True: it differs from the one before, so the user is
 // to be told.
 bool NoteHeld(ProgramTab& tab, AutosaveHold reason);
+// The live plate is one that no file can hold, or fits again: the dirty mark follows.
+void NotePlateLeftOut(ProgramTab& tab, bool leftOut);
 void KeepHome(ProgramTab& tab, std::u16string_view home);
 // Where the copy stands that is kept while the autosave is held; empty: there is none.
 void NoteHeldCopy(ProgramTab& tab, std::u16string_view path);

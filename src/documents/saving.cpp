@@ -103,13 +103,17 @@ void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
   const bool wasHeld = tab.save.held != AutosaveHold::None;
   NoteSaved(tab, result.changes);
-  if (!tab.dirty) DropHeldCopy(tab);
+  const bool all = FileFollows(tab);
+  if (all) DropHeldCopy(tab);
   WriteProgramInformation();
-  if (result.byUser) {
+  if (all && tab.save.plateLeftOut) {
+    if (result.byUser) AppendOutput(kPlateLeftOut);
+    TellAutosave(tab, kPlateLeftOut);
+  } else if (result.byUser) {
     AppendOutput(u"Saved program.");
     // What the status line said of the autosave is true no more.
     if (wasHeld && &tab == ActiveTab()) ShowStatus(u"Saved program.");
-  } else if (!tab.dirty) {
+  } else if (all) {
     TellAutosave(tab, u"Project autosaved.");
   }
 }

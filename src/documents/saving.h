@@ -17,6 +17,10 @@ bool SaveProgram(std::u16string_view path, bool byUser = false);
 // The same for the user, without the look at what stands on disk.
 bool SaveProgramOver(std::u16string_view path);
 
+// What is said behind a save of a program whose plate takes more than the file can hold of one.
+inline constexpr char16_t kPlateLeftOut[] =
+    u"Saved program, but not its plate as shown: it takes more than the file can hold.";
+
 // Hands a program to the writer of files for the autosave, also one that is not the active one.
 // One that failed is tried again some seconds later.
 void AutosaveProgram(ProgramTab& tab, std::u16string_view path);

@@ -21,6 +21,7 @@
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/saving.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
 #include "platform/message.h"
@@ -84,6 +85,12 @@ bool ShowOpenFile(const std::u16string& path) {
   return true;
 }
 
+bool MayLosePlate() {
+  std::u16string question = kPlateLeftOut;
+  question += u"\n\nClose this program and lose the changes of its plate?";
+  return ConfirmedNoFirst(u"Close Program", question);
+}
+
 // Asks about the active program and saves it where that is wanted. False: it stays open.
 bool SettleChanges() {
   const std::uint64_t serial = ActiveSerial();
@@ -91,7 +98,9 @@ bool SettleChanges() {
       platform::ShowBox(u"Close Program", u"Save changes before closing this program?",
                         platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
   if (answer == platform::BoxAnswer::Cancel || !ReturnToTab(serial)) return false;
-  return answer == platform::BoxAnswer::No || (SaveAndWait() && ReturnToTab(serial));
+  if (answer == platform::BoxAnswer::No) return true;
+  if (!SaveAndWait() || !ReturnToTab(serial)) return false;
+  return !ActiveTab()->save.plateLeftOut || (MayLosePlate() && ReturnToTab(serial));
 }
 
 // The popup of a menu over the active program; what is picked is done to that program, also
@@ -152,7 +161,7 @@ void CloseProgram() {
   const std::uint64_t serial = ActiveSerial();
   WaitForSavesOf(PathToBe(*ActiveTab()), serial);
   // Another program may have come up while the disk was waited for.
-  if (!ReturnToTab(serial) || (IsTouched(*ActiveTab()) && !SettleChanges())) return;
+  if (!ReturnToTab(serial) || (HoldsUnsaved(*ActiveTab()) && !SettleChanges())) return;
   Call(hooks.leaveImport);
   const int closed = app.activeTab;
   RemoveTab(closed);
@@ -168,14 +177,17 @@ void SaveAll() {
   SyncActiveTab();
   const std::uint64_t before = ActiveSerial();
   bool complete = true;
+  bool leftOut = false;
   for (int i = 0; complete && i < app.tabCount; ++i) {
     if (!tabs[i].dirty) continue;
     SwitchTab(i);
     complete = SaveAndWait();
     if (complete) SyncActiveTab();
+    leftOut = leftOut || tabs[i].save.plateLeftOut;
   }
   const int index = IndexOfSerial(before);
   if (index >= 0) SwitchTab(index);
+  if (complete && leftOut) return AppendOutput(u"Save All complete, but for a plate as shown.");
   AppendOutput(complete ? u"Save All complete."
                         : u"Save All stopped; some programs remain unsaved.");
 }

@@ -26,6 +26,7 @@ struct SaveState {
   std::uint32_t userChanges = 0;     // the count at the user's last change
   std::uint32_t savedChanges = 0;    // the count that the file holds
   std::uint32_t handedChanges = 0;   // those that a save under way holds
+  bool plateLeftOut = false;         // the plate takes more than the file can hold of one
   std::uint64_t unsavedSince = 0;    // the tick of the first change since the last try; 0: none
   DiskState disk;                    // of the file at `path`, as last read or written
   bool changedOnDisk = false;        // by another program; nothing is written there unasked

@@ -229,7 +229,7 @@ void OnResized(int width, int height) {
 
 bool HasUnsavedTab() {
   SyncActiveTab();
-  return std::ranges::any_of(std::span(tabs, static_cast<std::size_t>(app.tabCount)), IsTouched);
+  return std::ranges::any_of(std::span(tabs, static_cast<std::size_t>(app.tabCount)), HoldsUnsaved);
 }
 
 bool MayLoseUnsaved() {

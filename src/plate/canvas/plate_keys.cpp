@@ -49,12 +49,8 @@ void StepFeature(int by) {
 }
 
 const PictureLabel* PickedLabel() {
-  const int place = MarksOnPlate().label;
-  if (place < 0) return nullptr;
-  for (const PictureLabel& label : DrawnPlate().labels) {
-    if (label.spec.place == place) return &label;
-  }
-  return nullptr;
+  const int label = PlateLabelOf(MarksOnPlate().label);
+  return label < 0 ? nullptr : &DrawnPlate().labels[static_cast<std::size_t>(label)];
 }
 
 // The label behind the picked one in the order of the picture; none behind the last.
@@ -160,6 +156,7 @@ bool OnKey(int key) {
 
 bool PlateViewKey(const KeyEvent& key) {
   if (key.key == platform::kKeyEscape) return Escape();
+  if (PlateDragRuns()) return true;  // what is dragged must stay what is picked
   if (plate.unnamed || key.alt) return false;
   int right = 0;
   int down = 0;

@@ -40,7 +40,7 @@ struct Drag {
   int x = 0;  // of the press; of a pan the last place
   int y = 0;
   int part = kNoPart;
-  int label = -1;     // in the picture
+  int label = -1;     // in the picture; once it is dragged, the place that it is stored under
   double shiftX = 0;  // of the label at the press
   double shiftY = 0;
   PointF place;         // of the feature at the press
@@ -80,6 +80,7 @@ bool Press(const PointerEvent& event) {
 void BeginLabel() {
   const PictureLabel& label = DrawnPlate().labels[static_cast<std::size_t>(drag.label)];
   drag.hold = Hold::Label;
+  drag.label = label.spec.place;
   drag.shiftX = label.spec.shiftX;
   drag.shiftY = label.spec.shiftY;
   HoldPlateSight(true);
@@ -109,9 +110,11 @@ void BeginDrag() {
   drag.hold = Hold::Pan;
 }
 
+// The picture may be drawn anew at any time, and with it the indexes of its labels.
 void DragLabel(const PointerEvent& event) {
   const platform::Rect area = PlatePictureArea();
-  ShiftPlateLabel(drag.label, drag.shiftX + static_cast<double>(event.x - drag.x) / RectWidth(area),
+  ShiftPlateLabel(PlateLabelOf(drag.label),
+                  drag.shiftX + static_cast<double>(event.x - drag.x) / RectWidth(area),
                   drag.shiftY + static_cast<double>(event.y - drag.y) / RectHeight(area));
 }
 
@@ -166,8 +169,9 @@ void EndFeature() {
 }
 
 void EndLabel() {
-  const PictureLabel& label = DrawnPlate().labels[static_cast<std::size_t>(drag.label)];
-  const LabelSpec spec = label.spec;
+  const int label = PlateLabelOf(drag.label);
+  if (label < 0) return LetGo();
+  const LabelSpec spec = DrawnPlate().labels[static_cast<std::size_t>(label)].spec;
   LetGo();
   StorePlateLabel(spec.place, spec.shiftX, spec.shiftY);
 }

@@ -1,6 +1,7 @@
 #include "plate/canvas/plate_view.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "app/command_ids.h"
 #include "plate/geometry/plate_layout.h"
@@ -131,6 +132,13 @@ int PlatePartAt(int x, int y) {
 int PlateLabelAt(int x, int y) {
   DrawnPlate();
   return LabelAt(picture, PlateSight(), x, y);
+}
+
+int PlateLabelOf(int place) {
+  const std::vector<PictureLabel>& labels = DrawnPlate().labels;
+  const auto found = std::ranges::find_if(
+      labels, [place](const PictureLabel& label) { return label.spec.place == place; });
+  return place < 0 || found == labels.end() ? -1 : static_cast<int>(found - labels.begin());
 }
 
 void ShiftPlateLabel(int label, double shiftX, double shiftY) {

@@ -25,6 +25,8 @@ void PaintPlatePicture(platform::Canvas& canvas);
 // The part and the label at a pixel of the preview, kNoPart and -1 for none.
 int PlatePartAt(int x, int y);
 int PlateLabelAt(int x, int y);
+// The index in the picture of the label that is stored under this place, -1 for none.
+int PlateLabelOf(int place);
 // The shift of a label while it is dragged; the plate keeps what it has.
 void ShiftPlateLabel(int label, double shiftX, double shiftY);
 // How it lies on the preview.

@@ -185,6 +185,12 @@ void SettlePlate(bool saved) {
   Tell();
 }
 
+void LeavePlatePending() {
+  plate.pending = true;
+  plate.saved = false;
+  Tell();
+}
+
 void SetPlateShapeIndex(int savedShapeIndex) {
   plate.savedShapeIndex = savedShapeIndex;
   CopyBounded(plate.savedName, kShapeNameUnits, savedShapeIndex >= 0 ? plate.name : u"");

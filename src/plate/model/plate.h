@@ -148,6 +148,8 @@ void SetPlateName(std::u16string_view name);
 void TakePlateName(std::u16string_view name, bool unnamed, int savedShapeIndex);
 // It is saved, or loaded: nothing is pending.
 void SettlePlate(bool saved);
+// What was handed to the library was not written.
+void LeavePlatePending();
 // It stands in the library at this index under its name; -1: it does not.
 void SetPlateShapeIndex(int savedShapeIndex);
 

@@ -11,6 +11,15 @@ namespace {
 
 bool IsBlank(char16_t c) { return c <= u' ' || c == 0x7F; }
 
+bool IsNameOfOtherDrawing(std::u16string_view name) {
+  const ProgramTab* tab = ActiveTab();
+  const PlateStore* store = tab ? tab->plateStore : nullptr;
+  for (std::uint32_t i = 0; store && i < store->count; ++i) {
+    if (i != store->active && SameFolded(store->names[i], name)) return true;
+  }
+  return false;
+}
+
 // Another shape of the library, or another plate of the program, has this name.
 bool IsTaken(std::u16string_view name) {
   const bool saved = plate.savedShapeIndex >= 0;
@@ -19,12 +28,7 @@ bool IsTaken(std::u16string_view name) {
     if (saved && SameFolded(other, plate.savedName)) continue;
     if (SameFolded(other, name)) return true;
   }
-  const ProgramTab* tab = ActiveTab();
-  const PlateStore* store = tab ? tab->plateStore : nullptr;
-  for (std::uint32_t i = 0; store && i < store->count; ++i) {
-    if (i != store->active && SameFolded(store->names[i], name)) return true;
-  }
-  return false;
+  return IsNameOfOtherDrawing(name);
 }
 
 }  // namespace
@@ -46,6 +50,17 @@ Naming GivePlateName(std::u16string_view typed) {
   if (IsTaken(name)) return Naming::Taken;
   SetPlateName(name);
   return Naming::Named;
+}
+
+int LostShapeNamed(std::u16string_view typed) {
+  const std::u16string name = CleanPlateName(typed);
+  const bool lost = !plate.unnamed && plate.name[0] == 0;
+  return lost && !IsNameOfOtherDrawing(name) ? FindShape(name) : -1;
+}
+
+void TakeLostShape(int libraryIndex) {
+  SetPlateName(shapeLibrary.shapes[libraryIndex].name);
+  SetPlateShapeIndex(libraryIndex);
 }
 
 }  // namespace morva

@@ -29,5 +29,10 @@ enum class Naming {
 };
 // Names the live plate.
 Naming GivePlateName(std::u16string_view typed);
+// The saved shape that may be the live plate's own, as it bears the name that was typed and the
+// plate's name is not known any more; -1: none, or another plate of the program has that name.
+int LostShapeNamed(std::u16string_view typed);
+// It is: the plate has its name from now on, and is saved in its place.
+void TakeLostShape(int libraryIndex);
 
 }  // namespace morva

@@ -202,6 +202,10 @@ void TakeValues(PlateRecord& to, const FeatureSettings& record) {
 
 // The outline as the library has it, added there at need: -1 where there is no room.
 int FindOutline(const SavedShape& outline) {
+  // Also as it came back from the settings file, which rounds.
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (outline.count > 0 && IsShapeAt(i, outline)) return i;
+  }
   static FeatureSettings items;
   items = FeatureSettings();
   items.itemCount = outline.count;

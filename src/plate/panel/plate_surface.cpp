@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/icon_names.h"
 #include "app/surfaces.h"
+#include "documents/autosave.h"
 #include "forms/form.h"
 #include "plate/canvas/plate_keys.h"
 #include "plate/canvas/plate_pointer.h"
@@ -20,6 +21,7 @@ namespace morva {
 namespace {
 
 void Enter() {
+  if (plate.pending) ScheduleAutosave();  // the library could not be written before
   if (PlateLacksName()) {
     OpenPlateNaming(false);
   } else {

@@ -8,6 +8,7 @@
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/edit_link.h"
+#include "documents/save_state.h"
 #include "documents/tab_models.h"
 #include "library/shapes.h"
 #include "library/units.h"
@@ -84,6 +85,11 @@ bool SameRecord(const FeatureSettings& a, const FeatureSettings* b) {
   return std::equal(one, one + kSettingsBytes, other);
 }
 
+// No file can hold the live plate, or one can: what closing its program asks depends on it.
+void NoteLeftOut(bool leftOut) {
+  if (ProgramTab* tab = ActiveTab()) NotePlateLeftOut(*tab, leftOut);
+}
+
 // What waits for the active program, unless its record was changed meanwhile.
 bool TakeWaiting(const FeatureSettings* record) {
   const ProgramTab* tab = ActiveTab();
@@ -106,7 +112,7 @@ void FindName() {
     TakePlateName(kept, false, FindShape(kept));
     return;
   }
-  const int index = FindPlateShape(plate);
+  const int index = FindPlateShape();
   if (index >= 0) TakePlateName(shapeLibrary.shapes[index].name, false, index);
 }
 
@@ -115,15 +121,18 @@ void FindName() {
 bool StoreLivePlate(FeatureSettings& record) {
   if (SavePlateSettings(record)) {
     if (Waiting* row = WaitingOf(ActiveSerial()); row && row->plate) DropWaiting(*row);
+    NoteLeftOut(false);
     return true;
   }
   LetWait();
+  NoteLeftOut(true);
   TellFull();
   return false;
 }
 
 void LoadLivePlate(const FeatureSettings* record) {
   if (TakeWaiting(record)) return;
+  NoteLeftOut(false);
   if (!record || !LoadPlateSettings(*record)) StartPlate(UnitsMetric());
   FindName();
   SettlePlate(plate.savedShapeIndex >= 0);

@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/outlets.h"
 #include "app/router.h"
 #include "forms/form.h"
 #include "library/shape_menu.h"
@@ -164,15 +165,38 @@ void ApplyNumbers() {
   PlateEdited();
 }
 
+// A plate that got no name back behind a restart must not be locked out of its own shape.
+bool TakeOwnShape() {
+  const int index = LostShapeNamed(platform::TextOf(kIdPlateName));
+  if (index < 0) return false;
+  const std::u16string name = shapeLibrary.shapes[index].name;
+  const bool own = ConfirmedNoFirst(
+      kPlateNameTitle,
+      u"A saved shape has that name. Is it this plate's own, from before MORVA was started? Yes "
+      u"saves the plate in its place from now on; No keeps that shape, and another name is "
+      u"needed.");
+  if (!own || LostShapeNamed(name) != index) return false;
+  TakeLostShape(index);
+  return true;
+}
+
+void RefuseName() {
+  // The question above says it all.
+  if (LostShapeNamed(platform::TextOf(kIdPlateName)) < 0) {
+    platform::ShowBox(kPlateNameTitle, kNameTaken, platform::BoxButtons::Ok,
+                      platform::BoxIcon::Warning);
+  }
+  FocusEditor();
+}
+
 void ApplyName() {
   const bool creating = plateEditor.creating;
   switch (GivePlateName(platform::TextOf(kIdPlateName))) {
     case Naming::Empty:
       return;
     case Naming::Taken:
-      platform::ShowBox(kPlateNameTitle, kNameTaken, platform::BoxButtons::Ok,
-                        platform::BoxIcon::Warning);
-      return FocusEditor();
+      if (!TakeOwnShape()) return RefuseName();
+      break;
     case Naming::Named:
       break;
   }

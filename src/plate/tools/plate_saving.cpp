@@ -7,14 +7,18 @@
 #include "app/app_state.h"
 #include "app/outlets.h"
 #include "documents/companions.h"
+#include "documents/file_names.h"
 #include "documents/program_changed.h"
+#include "documents/saving.h"
 #include "library/mirror.h"
 #include "library/outline.h"
 #include "library/placed_shape.h"
 #include "library/shapes.h"
 #include "plate/geometry/plate_layout.h"
+#include "plate/geometry/plate_picture.h"
 #include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
+#include "platform/file.h"
 #include "text/codetext.h"
 #include "text/length_units.h"
 
@@ -26,7 +30,8 @@ using platform::PointF;
 
 constexpr int kCornerChords = 4;
 constexpr double kChordTurn = 90.0 / kCornerChords;
-constexpr double kEvenSlack = 0.0001;  // between the two scales of an outline
+constexpr std::u16string_view kFolder = u"Shapes";  // of the data directory
+constexpr double kEvenSlack = 0.0001;               // between the two scales of an outline
 
 struct ShapeList {
   SavedShape shape;
@@ -136,6 +141,8 @@ const char16_t* WordsOf(PlateSave answer) {
              u"saving.";
     case PlateSave::NoRecord:
       return kPlateFull;
+    case PlateSave::NoFile:
+      return kShapesUnsaved;
     case PlateSave::BadNumbers:
     case PlateSave::Done:
       break;
@@ -156,12 +163,29 @@ PlateSave Refuse(PlateSave why) {
   return why;
 }
 
+char16_t handedOver[kShapeNameUnits] = {};  // the name of the plate that was saved last
+
+// Saved again some seconds later, unless another plate is up by then.
+void TryAgain() {
+  Refuse(PlateSave::NoFile);
+  if (plate.unnamed || !SameFolded(handedOver, plate.name)) return;
+  LeavePlatePending();
+  TryAgainLater();
+}
+
 // The disk answers behind what was said of the record.
 void TellSaved(bool saved) {
   static FeatureSettings record;
-  if (saved && !SavePlateSettings(record)) return SayOnPlate(kPlateFull);
-  SayOnPlate(saved ? u"Named plate shape saved. Further completed edits save automatically."
-                   : kShapesUnsaved);
+  if (!saved) return TryAgain();
+  saidOf = PlateSave::Done;
+  if (!SavePlateSettings(record)) return SayOnPlate(kPlateFull);
+  int refused = -1;
+  if (!PlateTextsRead(plate, refused)) {
+    return SayOnPlate(std::u16string(PlateSectionWords(refused)) +
+                      u" holds no usable number, so that the plate was saved with the last one. "
+                      u"Write 0.75, not 0,75.");
+  }
+  SayOnPlate(u"Named plate shape saved. Further completed edits save automatically.");
 }
 
 // Another program, or a change of the library here, may have moved the plate's shape.
@@ -171,6 +195,39 @@ int IndexNow() {
   const bool stands =
       index < shapeLibrary.count && SameFolded(shapeLibrary.shapes[index].name, plate.savedName);
   return stands ? index : FindShape(plate.savedName);
+}
+
+constexpr int kSeveral = -2;
+
+// The shape of the library that passes the test; -1: none does; kSeveral.
+template <typename Test>
+int OnlyShape(Test test) {
+  int found = -1;
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (!test(i)) continue;
+    if (found >= 0) return kSeveral;
+    found = i;
+  }
+  return found;
+}
+
+// What the plate's own file is to hold; empty: its record cannot be built.
+std::string PlateBytes() {
+  static FeatureSettings record;
+  std::string bytes;
+  if (SavePlateSettings(record)) WriteOldPlateFile(record, bytes);
+  return bytes;
+}
+
+std::u16string PlateFile(int index) {
+  return u"Plate-" + IntegerText(index) + std::u16string(kPlateEnd);
+}
+
+bool FileHolds(int index, const std::string& record) {
+  std::string bytes;
+  const std::u16string path = PathInData(kFolder, PlateFile(index));
+  return platform::ReadBytes(path, record.size(), bytes) == platform::ReadAnswer::Read &&
+         bytes == record;
 }
 
 }  // namespace
@@ -204,10 +261,10 @@ PlateSave SaveNamedPlate() {
   if (built == PlateSave::Stretched) return Refuse(built);
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
   SetPlateShapeIndex(PutShapeAt(index, shape));
-  saidOf = PlateSave::Done;
+  CopyBounded(handedOver, kShapeNameUnits, plate.name);
+  SettlePlate(true);
   SaveShapeLibrary(TellSaved);
   RefreshShapeLists();
-  SettlePlate(true);
   return RefreshPlateMetadataFile() || !app.dataDirReady ? PlateSave::Done : PlateSave::NoRecord;
 }
 
@@ -217,29 +274,25 @@ void SavePendingShape() {
 
 void PlateEdited() { ProgramChanged({.autosave = true}); }
 
-int FindPlateShape(const PlateRecord& record) {
+int FindPlateShape() {
   SavedShape shape;
-  if (BuildPlateShape(record, shape) != PlateSave::Done) return -1;
-  int found = -1;
-  for (int i = 0; i < shapeLibrary.count; ++i) {
-    if (!IsShapeAt(i, shape)) continue;
-    if (found >= 0) return -1;
-    found = i;
-  }
-  return found;
+  if (BuildPlateShape(plate, shape) != PlateSave::Done) return -1;
+  const auto alike = [&shape](int index) { return IsShapeAt(index, shape); };
+  const int found = OnlyShape(alike);
+  if (found != kSeveral) return found;
+  // Plates that are cut alike may differ in what they are made of.
+  const std::string record = PlateBytes();
+  return OnlyShape([&](int index) { return alike(index) && FileHolds(index, record); });
 }
 
 bool RefreshPlateMetadataFile() {
-  static FeatureSettings record;
   if (plate.savedShapeIndex < 0 || !app.dataDirReady) return false;
-  if (!SavePlateSettings(record)) {
+  std::string bytes = PlateBytes();
+  if (bytes.empty()) {
     Refuse(PlateSave::NoRecord);
     return false;
   }
-  std::string bytes;
-  WriteOldPlateFile(record, bytes);
-  std::u16string file = u"Plate-" + IntegerText(plate.savedShapeIndex);
-  SaveMirror(u"Shapes", file.append(kPlateEnd), std::move(bytes));
+  SaveMirror(kFolder, PlateFile(plate.savedShapeIndex), std::move(bytes));
   return true;
 }
 

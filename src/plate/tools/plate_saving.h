@@ -13,6 +13,7 @@ enum class PlateSave {
   Full,        // the library holds 24 shapes already
   Stretched,   // the custom outline is wider or longer than its shape allows
   NoRecord,    // more than 96 items; the library has the plate all the same
+  NoFile,      // known later than the others: the settings file could not be written
 };
 
 // The plate's outline and features as objects in inches, without a name. What other than Done is
@@ -27,8 +28,9 @@ void SavePendingShape();
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();
-// The index of the shape in the library that is this plate, by what it cuts; -1: none, or several.
-int FindPlateShape(const PlateRecord& record);
+// The index of the shape in the library that is the live plate, by what it cuts, and of those that
+// are cut alike by the plate's own file; below 0: none, or several.
+int FindPlateShape();
 // Hands the plate's record to that worker, for "Plate-<index>.platemv" under "Shapes". False: the
 // plate has no index, there is no data directory, or the record cannot be built.
 bool RefreshPlateMetadataFile();

@@ -144,6 +144,33 @@ TEST_F(PlateHand, MarksTheProgramWhenADragIsGivenUp) {
   EXPECT_NEAR(shapeLibrary.shapes[0].objects[20].x, -4.5, 1e-9);
 }
 
+TEST_F(PlateHand, KeysChangeNothingWhileSomethingIsDragged) {
+  const platform::PointF at = LabelAt(kPlateWidth);
+  Pointer(platform::PointerAction::Press, at.x, at.y);
+  Pointer(platform::PointerAction::Move, at.x + 20, at.y);
+  headless::PressKey({platform::kKeyPageDown});
+  EXPECT_EQ(CurrentFeature(), -1);
+  Pointer(platform::PointerAction::Move, at.x + 50, at.y + 20);
+  Pointer(platform::PointerAction::Release, at.x + 50, at.y + 20);
+  int set = 0;
+  for (const PlateLabel& label : plate.dimensionLabels) set += label.set ? 1 : 0;
+  EXPECT_EQ(set, 1);
+  EXPECT_TRUE(plate.dimensionLabels[kPlateWidth].set);
+}
+
+TEST_F(PlateHand, KeepsTheLabelInHandWhereThePictureIsDrawnAnew) {
+  const platform::PointF at = LabelAt(kPlateWidth);
+  Pointer(platform::PointerAction::Press, at.x, at.y);
+  Pointer(platform::PointerAction::Move, at.x + 20, at.y);
+  OpenPlateTarget(FeatureTarget(0), Keyboard::Stays);  // its labels come before the others
+  Pointer(platform::PointerAction::Move, at.x + 50, at.y + 20);
+  Pointer(platform::PointerAction::Release, at.x + 50, at.y + 20);
+  int set = 0;
+  for (const PlateLabel& label : plate.dimensionLabels) set += label.set ? 1 : 0;
+  EXPECT_EQ(set, 1);
+  EXPECT_TRUE(plate.dimensionLabels[kPlateWidth].set);
+}
+
 TEST_F(PlateHand, KeepsALabelWhereItWasDragged) {
   const platform::PointF at = LabelAt(kPlateWidth);
   ASSERT_GE(at.x, 0);

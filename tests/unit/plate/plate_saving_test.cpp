@@ -245,17 +245,54 @@ TEST_F(NamedPlate, GetsItsNameBackFromTheLibrary) {
   EXPECT_FALSE(plate.pending);
 }
 
-TEST_F(NamedPlate, GetsNoNameWhereTwoShapesAreAlike) {
+TEST_F(NamedPlate, GetsNoNameWhereTwoPlatesAreAlike) {
   GivePlateName(u"Base");
   ASSERT_EQ(Save(), PlateSave::Done);
-  AppendShape(u"Twin");
-  PutShapeAt(1, Shape(0));
+  LoadLivePlate(nullptr);
+  GivePlateName(u"Twin");
+  ASSERT_EQ(Save(), PlateSave::Done);
   FeatureSettings record;
   ASSERT_TRUE(SavePlateSettings(record));
   LoadLivePlate(&record);
   EXPECT_FALSE(plate.unnamed);
   EXPECT_EQ(std::u16string(plate.name), u"");
   EXPECT_EQ(Save(), PlateSave::NoName);
+}
+
+TEST_F(NamedPlate, IsKnownFromItsTwinByTheFileBesideTheLibrary) {
+  headless::SetFlushTime(0);
+  ASSERT_TRUE(app.dataDirReady);
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  FeatureSettings first;
+  ASSERT_TRUE(SavePlateSettings(first));
+  // Cut alike, made of other numbers: nothing is cut at the pattern's diameter.
+  LoadLivePlate(nullptr);
+  SetPlateText(kPlatePatternDiameter, u"3");
+  GivePlateName(u"Twin");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  FeatureSettings second;
+  ASSERT_TRUE(SavePlateSettings(second));
+  LoadLivePlate(&first);
+  EXPECT_EQ(std::u16string(plate.name), u"Base");
+  LoadLivePlate(&second);
+  EXPECT_EQ(std::u16string(plate.name), u"Twin");
+  EXPECT_EQ(plate.savedShapeIndex, 1);
+}
+
+TEST_F(NamedPlate, FindsTheOutlineThatTheSettingsFileRounded) {
+  SavedShape outline;
+  outline.count = 1;
+  outline.objects[0] = {kTypeRectangle, 0, 0, 0, 4.0000001234, 3, 0};
+  TakePlateOutline(outline, -1);
+  FeatureSettings record;
+  ASSERT_TRUE(SavePlateSettings(record));
+  ASSERT_EQ(AppendShape(u"Outline"), 0);
+  ASSERT_EQ(PutShapeAt(0, outline), 0);  // as the settings file has it
+  ASSERT_FALSE(SameGeometry(shapeLibrary.shapes[0].objects[0], outline.objects[0]));
+  ASSERT_TRUE(LoadPlateSettings(record));
+  EXPECT_EQ(shapeLibrary.count, 1) << "no second one";
+  EXPECT_EQ(plate.customOutlineIndex, 0);
 }
 
 TEST_F(NamedPlate, StandsBesideSevenOthers) {

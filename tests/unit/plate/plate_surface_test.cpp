@@ -8,6 +8,7 @@
 #include "documents/tab_table.h"
 #include "library/shapes.h"
 #include "plate/model/plate_record.h"
+#include "plate/tools/plate_saving.h"
 #include "plate_stage.h"
 
 namespace morva {
@@ -388,6 +389,112 @@ TEST_F(NamedPlateUp, IsNotToldAsSavedWhereItsRecordIsTooLarge) {
   WaitForSaves();
   headless::SetFlushTime(0);
   EXPECT_EQ(Status(), kPlateFull) << "also behind the answer of the disk";
+}
+
+// More than a record holds.
+void OverfillPlate() {
+  for (int k = 0; k < 97; ++k) SetFeatureFlag(k, FeatureFlag::Locked, true);
+  PlateEdited();
+  headless::Advance(1000);
+  WaitForSaves();
+}
+
+TEST_F(NamedPlateUp, CountsAsUnsavedWhereNoFileCanHoldIt) {
+  OverfillPlate();
+  EXPECT_TRUE(tabs[0].dirty);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
+  // It fits again.
+  SetFeatureFlag(96, FeatureFlag::Locked, false);
+  PlateEdited();
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_FALSE(tabs[0].dirty);
+  EXPECT_TRUE(headless::CloseKey());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(NamedPlateUp, IsAskedAboutBeforeItsProgramIsClosedWithoutIt) {
+  OverfillPlate();
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  RouteCommand(kIdClose, platform::kNotifyClick);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[0].text, u"Save changes before closing this program?");
+  EXPECT_NE(boxes[1].text.find(u"not its plate as shown"), std::u16string::npos);
+  EXPECT_TRUE(plate.features[96].locked) << "it is still there";
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  RouteCommand(kIdClose, platform::kNotifyClick);
+  EXPECT_FALSE(plate.features[96].locked);
+  EXPECT_TRUE(plate.unnamed);
+}
+
+TEST_F(NamedPlateUp, IsUnsavedAlsoWhileItsProgramRests) {
+  OverfillPlate();
+  ASSERT_TRUE(headless::Click(kIdNew));
+  EXPECT_TRUE(tabs[0].dirty);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  EXPECT_TRUE(plate.features[96].locked);
+}
+
+TEST_F(NamedPlateUp, GetsItsOwnShapeBackAfterAQuestion) {
+  headless::Advance(1000);
+  ASSERT_EQ(shapeLibrary.count, 1);
+  TakePlateName(u"", false, -1);  // as behind a restart, where nothing tells the name
+  headless::SelectRows(kIdPlateLayout, {1});
+  headless::TypeInto(kIdPlateField + kPlateCountX, u"20");
+  ASSERT_TRUE(headless::Click(kIdPlateNaming));
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  Name(u"bASE");
+  EXPECT_EQ(plate.name[0], 0);
+  EXPECT_EQ(platform::FocusedId(), kIdPlateName);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  ASSERT_TRUE(headless::Click(kIdPlateApply));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u) << "one question a press";
+  EXPECT_EQ(boxes[0].title, u"Plate name");
+  EXPECT_EQ(std::u16string(plate.name), u"Base");
+  EXPECT_EQ(plate.savedShapeIndex, 0);
+  headless::TypeInto(kIdPlateField + kPlateCountX, u"3");
+  headless::Advance(1000);
+  EXPECT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(shapeLibrary.shapes[0].count, 26) << "twenty lines and six holes";
+}
+
+TEST_F(NamedPlateUp, DoesNotCallHalfANumberSaved) {
+  headless::TypeInto(kIdPlateField, u"5,5");
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_EQ(Status(),
+            u"Length  X holds no usable number, so that the plate was saved with the last one. "
+            u"Write 0.75, not 0,75.");
+  headless::TypeInto(kIdPlateField, u"5.5");
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+}
+
+TEST_F(NamedPlateUp, IsSavedAgainAfterTheLibraryCouldNotBeWritten) {
+  headless::Advance(1000);
+  WaitForSaves();
+  headless::FailCall("rename", 1);
+  headless::TypeInto(kIdPlateField, u"9");
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_EQ(Status(), kShapesUnsaved);
+  EXPECT_TRUE(plate.pending);
+  headless::Advance(6000);
+  WaitForSaves();
+  EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+  EXPECT_FALSE(plate.pending);
 }
 
 TEST_F(NamedPlateUp, HasEightDrawingsAndRefusesTheNinth) {
