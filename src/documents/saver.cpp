@@ -35,7 +35,7 @@ void (*listener)(const SaveResult& result) = nullptr;
 
 platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
                                platform::FileFigures& written) {
-  platform::AtomicWrite write{.path = file.path, .bytes = file.bytes};
+  platform::AtomicWrite write{.path = file.path, .bytes = file.bytes, .lasting = file.lasting};
   const bool program = file.path == job.program;
   if (!program) write.companionOf = job.program;
   if (program && job.checked && job.known.figures.exists) write.expected = &job.known.figures;

@@ -36,6 +36,7 @@ struct SaveFile {
   std::u16string path;
   std::string bytes;
   std::u16string copyOf = {};  // the file that this is a copy of; empty: it is none
+  bool lasting = true;         // false: as in AtomicWrite
 };
 
 // A file that is put under another name: before anything is written, or behind the last file. Where

@@ -28,7 +28,8 @@ void SaveMirror(std::u16string_view folder, std::u16string_view file, std::strin
   path += file;
   SaveJob job;
   job.program = path;
-  job.files.push_back({path, std::move(bytes)});
+  // Nobody reads it back, and its flush would cost as much as that of the settings themselves.
+  job.files.push_back({.path = path, .bytes = std::move(bytes), .lasting = false});
   job.told = [](const SaveResult&) {};
   HandOverSave(std::move(job));
 }

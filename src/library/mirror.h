@@ -11,7 +11,8 @@ namespace morva {
 void StoreText(unsigned char* at, int units, const char16_t* text);
 
 // Into a file of a folder of the data directory, by the worker that writes files; nothing where the
-// directory is not ready. A failure is silent, because the settings file remains the library.
+// directory is not ready. In one step, but not flushed: a power cut may leave the former file or an
+// empty one. A failure is silent, because the settings file remains the library.
 void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes);
 
 }  // namespace morva

@@ -18,6 +18,9 @@ struct AtomicWrite {
   std::u16string_view companionOf = {};
   // What the target has to look like just before it is replaced; null: whatever is there.
   const FileFigures* expected = nullptr;
+  // False: neither file nor folder is flushed. For copies that nobody reads back: behind a power
+  // cut such a file may be the old one, empty or gone, and saving it costs a fraction.
+  bool lasting = true;
 };
 
 // Writes a new file in the target's folder, flushes it, puts it in the target's place and

@@ -56,9 +56,9 @@ bool GiveAccess(const AtomicWrite& write, std::u16string_view temporary,
   return MayReplace(target) && CopyAccess(temporary, write.companionOf);
 }
 
-bool FillFile(int handle, std::string_view bytes, FileFigures& written) {
-  const bool good = WriteAll(handle, bytes) && FlushFile(handle) &&
-                    SizeOfFile(handle) == static_cast<std::int64_t>(bytes.size());
+bool FillFile(int handle, const AtomicWrite& write, FileFigures& written) {
+  const bool good = WriteAll(handle, write.bytes) && (!write.lasting || FlushFile(handle)) &&
+                    SizeOfFile(handle) == static_cast<std::int64_t>(write.bytes.size());
   written = FiguresOfOpened(handle);
   return good && written.exists;
 }
@@ -73,7 +73,7 @@ WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written) {
   const int handle = NewFileBeside(target, temporary);
   if (handle < 0) return WriteAnswer::Failed;
   // Access comes first, so that nobody who may not read the old file can read the new one.
-  bool good = GiveAccess(write, temporary, target) && FillFile(handle, write.bytes, written);
+  bool good = GiveAccess(write, temporary, target) && FillFile(handle, write, written);
   good = ShutFile(handle) && good;
   bool changed = false;
   if (good && write.expected) {
@@ -85,6 +85,7 @@ WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written) {
     EraseFile(temporary);
     return changed ? WriteAnswer::Changed : WriteAnswer::Failed;
   }
+  if (!write.lasting) return WriteAnswer::Written;
   return FlushFolderOf(target) ? WriteAnswer::Written : WriteAnswer::NotFlushed;
 }
 

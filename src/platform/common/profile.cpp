@@ -6,6 +6,7 @@
 
 #include "platform/profile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -222,10 +223,14 @@ std::string Written(const Sections& sections) {
   return file;
 }
 
+bool EndsValue(char c) { return c == '\r' || c == '\n' || c == '\0'; }
+
 // A line end would begin a line of its own, so that a value ends there. Blanks and quotes at
 // the outside are taken off again on reading and go inside a further pair of quotes.
 std::string EntryLine(std::string_view key, std::string_view value) {
-  value = value.substr(0, value.find_first_of(std::string_view("\r\n\0", 3)));
+  // One pass: a search for any of three takes as long as all the rest of a save.
+  value = value.substr(
+      0, static_cast<std::size_t>(std::ranges::find_if(value, EndsValue) - value.begin()));
   const bool blanks = value != Trimmed(value);
   const bool quotes = value.size() >= 2 && value.front() == '"' && value.back() == '"';
   std::string line;

@@ -66,8 +66,15 @@ std::uint32_t ReadCharacter(std::string_view bytes, std::size_t& at) {
   return value;
 }
 
+bool AllAscii(const char16_t* units) {
+  std::uint64_t words[kStride / 4];
+  std::memcpy(words, units, sizeof words);
+  return ((words[0] | words[1] | words[2] | words[3]) & 0xFF80FF80FF80FF80u) == 0;
+}
+
 std::size_t AsciiUnits(std::u16string_view text) {
   std::size_t count = 0;
+  while (text.size() - count >= kStride && AllAscii(text.data() + count)) count += kStride;
   while (count < text.size() && text[count] < 0x80) ++count;
   return count;
 }
@@ -75,7 +82,12 @@ std::size_t AsciiUnits(std::u16string_view text) {
 void AppendAscii(std::string& out, std::u16string_view text) {
   const std::size_t from = out.size();
   out.resize(from + text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) out[from + i] = static_cast<char>(text[i]);
+  char* to = out.data() + from;
+  // Strides of a known length are the ones that the compiler turns into wide moves.
+  for (; text.size() >= kStride; text.remove_prefix(kStride), to += kStride) {
+    for (std::size_t i = 0; i < kStride; ++i) to[i] = static_cast<char>(text[i]);
+  }
+  for (const char16_t unit : text) *to++ = static_cast<char>(unit);
 }
 
 void AppendUtf8(std::string& out, std::uint32_t value) {

@@ -249,9 +249,8 @@ TEST_F(Tools, TakeOverWhatAnotherWindowPutsBack) {
 TEST_F(Tools, KnowTheSaveBeforeOneThatFails) {
   static std::vector<std::string> handed;
   handed.clear();
-  platform::SetProfileWriter([](std::u16string, std::string bytes, std::uint32_t) {
-    handed.push_back(std::move(bytes));
-  });
+  platform::SetProfileWriter(
+      [](std::u16string, std::string bytes, std::uint32_t) { handed.push_back(std::move(bytes)); });
   LoadToolLibrary();
   AppendTool(Cutter(u"First"));
   EXPECT_TRUE(SaveToolLibrary());
@@ -311,6 +310,27 @@ TEST_F(Tools, HaveAMirrorOf528BytesEach) {
   EXPECT_EQ(IntegerAt(second, 264), 1);
   EXPECT_EQ(second.substr(268, 12), std::string("n\0\0\0\0\0\0\0\0\0\0\0", 12));
   EXPECT_EQ(second.substr(524), std::string(4, '\0'));
+}
+
+// A mirror that waited for the disk would double what a save costs.
+TEST_F(Tools, AreFlushedInTheSettingsAndNotInTheMirror) {
+  ReadyDataDirectory();
+  AppendTool(Cutter(u"A"));
+  static int files;
+  static int folders;
+  files = folders = 0;
+  platform::fileFault = [](std::string_view kind) {
+    files += kind == "flush";
+    folders += kind == "flushfolder";
+    return false;
+  };
+  ASSERT_TRUE(SaveToolLibrary());
+  platform::fileFault = nullptr;
+  EXPECT_EQ(files, 1);
+  EXPECT_EQ(folders, 1);
+  EXPECT_EQ(Raw("data/Tool Library/Library.tools").size(), 528u);
+  EXPECT_EQ(support::NamesIn(folder / "data" / "Tool Library"),
+            std::vector<std::string>{"Library.tools"});
 }
 
 TEST_F(Tools, HaveNoMirrorWithoutADataDirectory) {
