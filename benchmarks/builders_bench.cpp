@@ -1,9 +1,7 @@
 // The builders: the largest text, and a character until its picture stands.
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <string>
 
@@ -14,13 +12,12 @@
 #include "cpu_time.h"
 #include "library/shapes.h"
 #include "library/tool_fields.h"
-#include "platform/file.h"
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
 #include "shell/modes.h"
-#include "shell/start_up.h"
 #include "targets.h"
 #include "text/code_writer.h"
+#include "workbench.h"
 
 namespace {
 
@@ -56,22 +53,6 @@ void BM_PatternOfSavedShapes(benchmark::State& state) {
   state.counters["units"] = static_cast<double>(units);
 }
 BENCHMARK(BM_PatternOfSavedShapes)->Unit(benchmark::kMillisecond);
-
-struct Workbench {
-  std::filesystem::path home;
-  Workbench() {
-    std::string name = (std::filesystem::temp_directory_path() / "morva-bench-XXXXXX").string();
-    if (!mkdtemp(name.data())) std::abort();
-    home = name;
-    headless::Reset(platform::FromUtf8(name));
-    if (StartApplication() != 0) std::abort();
-    headless::Advance(200);
-  }
-  ~Workbench() {
-    ResetApplication();
-    std::filesystem::remove_all(home);
-  }
-};
 
 // A character in a field, and the paint of one or two pictures that follows.
 void TypeAndPaint(benchmark::State& state, const char* subject, int field, int view,

@@ -1,10 +1,8 @@
 // Plates: the picture of a full one, the largest code, and a named save on a slow disk.
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <string>
 
 #include "app/app_state.h"
@@ -16,11 +14,10 @@
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
 #include "plate/tools/plate_saving.h"
-#include "platform/file.h"
 #include "platform/headless/headless.h"
-#include "shell/start_up.h"
 #include "targets.h"
 #include "text/code_writer.h"
+#include "workbench.h"
 
 namespace {
 
@@ -73,22 +70,6 @@ void BM_PlateCode(benchmark::State& state) {
   state.counters["units"] = static_cast<double>(units);
 }
 BENCHMARK(BM_PlateCode)->Unit(benchmark::kMillisecond);
-
-struct Workbench {
-  std::filesystem::path home;
-  Workbench() {
-    std::string name = (std::filesystem::temp_directory_path() / "morva-bench-XXXXXX").string();
-    if (!mkdtemp(name.data())) std::abort();
-    home = name;
-    headless::Reset(platform::FromUtf8(name));
-    if (StartApplication() != 0) std::abort();
-    headless::Advance(200);
-  }
-  ~Workbench() {
-    ResetApplication();
-    std::filesystem::remove_all(home);
-  }
-};
 
 // How long the window waits for a named save.
 void BM_NamedPlateSave(benchmark::State& state) {

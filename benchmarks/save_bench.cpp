@@ -1,6 +1,7 @@
 // What a save costs beside one plain write, flush and rename of the same bytes in the same
-// folder, what the settings file costs for a whole library of keys, and how fast a program of
-// a million lines becomes text and bytes again.
+// folder, and beside the same with a flush of the folder behind it, what the settings file costs
+// for a whole library of keys, and how fast a program of a million lines becomes text and bytes
+// again.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -9,12 +10,13 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "documents/file_text.h"
+#include "documents/saver.h"
 #include "library/macros.h"
 #include "library/shapes.h"
 #include "library/tool_fields.h"
@@ -25,6 +27,7 @@
 #include "platform/profile.h"
 #include "targets.h"
 #include "text/codetext.h"
+#include "workbench.h"
 
 namespace {
 
@@ -39,7 +42,6 @@ const fs::path& Folder() {
   static const fs::path folder = [] {
     std::string name = (fs::current_path() / "save-bench-XXXXXX").string();
     if (!mkdtemp(name.data())) std::abort();
-    headless::Reset(platform::FromUtf8(name));
     return fs::path(name);
   }();
   return folder;
@@ -61,6 +63,12 @@ void PlainSave(const std::string& bytes) {
   if (write(handle, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) std::abort();
   if (fsync(handle) != 0 || close(handle) != 0) std::abort();
   if (rename(temporary.c_str(), target.c_str()) != 0) std::abort();
+}
+
+// What makes the rename outlast a power cut.
+void FlushFolder() {
+  const int handle = open(Folder().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0 || fsync(handle) != 0 || close(handle) != 0) std::abort();
 }
 
 void AtomicSave(const std::string& bytes) {
@@ -102,7 +110,7 @@ void BM_SaveFileAtomic(benchmark::State& state) {
 
 // Sixty-four tools with twenty keys each, changed in one bracket.
 void BM_ProfileRewrite(benchmark::State& state) {
-  Folder();
+  headless::Reset(platform::FromUtf8(Folder().string()));
   int round = 0;
   for (auto _ : state) {
     const std::u16string value = platform::FromUtf8(std::to_string(++round));
@@ -128,12 +136,7 @@ std::string SettingsBytes() {
   return bytes;
 }
 
-// Every table full, one number changed before each save; beside a plain save of the same bytes.
 void FillLibraries() {
-  Folder();
-  morva::ResetToolLibrary();
-  morva::ResetMacroLibrary();
-  morva::ResetShapeLibrary();
   const morva::ToolRecord tool = morva::ToolOfTexts(morva::NewToolTexts(false), false);
   while (morva::AppendTool(tool) >= 0) {
   }
@@ -146,17 +149,38 @@ void FillLibraries() {
     shape.name[0] = static_cast<char16_t>(u'A' + i);
     morva::PutShape(shape);
   }
-  if (!morva::SaveToolLibrary() || !morva::SaveMacroLibrary() || !morva::SaveShapeLibrary()) {
-    std::abort();
-  }
+  morva::SaveToolLibrary();
+  morva::SaveMacroLibrary();
+  morva::SaveShapeLibrary();
+  if (!morva::WaitForSaves()) std::abort();
 }
 
-// `change` makes the next save one of other bytes.
-void MeasureSave(benchmark::State& state, const char* name, bool (*save)(void (*told)(bool)),
-                 void (*change)(int)) {
+using Save = bool (*)(void (*told)(bool saved));
+
+// By the worker, settings and mirror; until the last of them is written.
+bool SaveAll(Save save) {
+  static bool written;
+  written = false;
+  save([](bool saved) { written = saved; });
+  while (morva::SavesUnderWay()) {
+    std::this_thread::yield();
+    headless::DrainPosts();
+  }
+  return written;
+}
+
+struct Subject {
+  const char* plain;
+  const char* flushed;  // the same beside a plain save that flushes its folder
+};
+
+// A workbench with every table full. `change` makes the next save one of other bytes.
+void MeasureSave(benchmark::State& state, const Subject& subject, Save save, void (*change)(int)) {
+  const Workbench workbench(fs::current_path());
   FillLibraries();
   const std::string bytes = SettingsBytes();
   std::vector<double> plain;
+  std::vector<double> flushed;
   std::vector<double> own;
   std::vector<double> whole;
   const auto took = [](Clock::time_point start) {
@@ -167,46 +191,51 @@ void MeasureSave(benchmark::State& state, const char* name, bool (*save)(void (*
     change(++round);
     platform::fileFault = RefuseWrites;
     Clock::time_point start = Clock::now();
-    if (save(nullptr)) state.SkipWithError("the disk took what it had to refuse");
+    if (SaveAll(save)) state.SkipWithError("the disk took what it had to refuse");
     own.push_back(took(start));
     platform::fileFault = nullptr;
     start = Clock::now();
     PlainSave(bytes);
     plain.push_back(took(start));
+    FlushFolder();
+    flushed.push_back(took(start));
     start = Clock::now();
-    if (!save(nullptr)) state.SkipWithError("the settings were not written");
+    if (!SaveAll(save)) state.SkipWithError("the settings were not written");
     whole.push_back(took(start));
   }
-  const std::string subject = std::string("Full libraries: save ") + name;
-  static std::deque<std::string> subjects;
-  const char* kept = subjects.emplace_back(subject).c_str();
-  targets::Note({kept, "ms", 0, 0, 1.5, "write, flush, rename"}, targets::Median(whole),
+  targets::Note({subject.plain, "ms", 0, 0, 1.5, "write, flush, rename"}, targets::Median(whole),
                 targets::Median(plain));
+  targets::Note({subject.flushed, "ms", 0, 0, 1.5, "and flush of the folder"},
+                targets::Median(whole), targets::Median(flushed));
   state.counters["own ms"] = targets::Median(own);
 }
 
 void BM_SaveTools(benchmark::State& state) {
-  MeasureSave(state, "tools", morva::SaveToolLibrary, [](int round) {
-    morva::ToolRecord tool = morva::toolLibrary.tools[40];
-    tool.number = round % 999 + 1;
-    morva::ReplaceTool(40, tool);
-  });
+  MeasureSave(state, {"Full libraries: save tools", "Full libraries: save tools, folder flushed"},
+              morva::SaveToolLibrary, [](int round) {
+                morva::ToolRecord tool = morva::toolLibrary.tools[40];
+                tool.number = round % 999 + 1;
+                morva::ReplaceTool(40, tool);
+              });
 }
 
 void BM_SaveMacros(benchmark::State& state) {
-  MeasureSave(state, "macros", morva::SaveMacroLibrary,
+  MeasureSave(state, {"Full libraries: save macros", "Full libraries: save macros, folder flushed"},
+              morva::SaveMacroLibrary,
               [](int round) { morva::RenameMacro(7, morva::IntegerText(round + 100)); });
 }
 
 void BM_SaveShapes(benchmark::State& state) {
-  MeasureSave(state, "shapes", morva::SaveShapeLibrary, [](int round) {
-    morva::SavedShape shape = morva::shapeLibrary.shapes[7];
-    shape.objects[30].x = round;
-    morva::PutShape(shape);
-  });
+  MeasureSave(state, {"Full libraries: save shapes", "Full libraries: save shapes, folder flushed"},
+              morva::SaveShapeLibrary, [](int round) {
+                morva::SavedShape shape = morva::shapeLibrary.shapes[7];
+                shape.objects[30].x = round;
+                morva::PutShape(shape);
+              });
 }
 
 void BM_LoadLibraries(benchmark::State& state) {
+  const Workbench workbench(fs::current_path());
   FillLibraries();
   for (auto _ : state) {
     morva::LoadToolLibrary();
