@@ -1,11 +1,13 @@
 #include "builders/shapes/pattern_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <string>
 
 #include "app/limits.h"
+#include "cad/model/cad_form.h"
 #include "documents/block_labels.h"
 #include "library/extents.h"
 #include "library/motion_text.h"
@@ -26,56 +28,22 @@ constexpr char16_t kGridLimitWords[] =
     u"This pattern exceeds the audited limit of 400 generated items. Reduce Rows or Columns to "
     u"keep the program reviewable and avoid unsafe oversized output.";
 
-constexpr BuilderField Length(const char16_t* label, const char16_t* start, double fallback) {
-  return {.label = label, .start = start, .fallback = fallback, .follows = Follows::Length};
+// The fields that a page of the form reads, in the order of their numbers.
+template <int kNumbers>
+std::array<BuilderField, kNumbers> FieldsOf(int page) {
+  std::array<BuilderField, kNumbers> fields;
+  for (const FormRow& row : kCadForm.rows) {
+    const bool number = row.kind == RowKind::Number || row.kind == RowKind::Count;
+    if (!number || row.value < 0 || row.value >= kNumbers || !(row.pages & PageBit(page))) continue;
+    fields[static_cast<std::size_t>(row.value)] = {.label = row.label,
+                                                   .start = row.start,
+                                                   .fallback = row.fallback.inch,
+                                                   .kind = row.kind,
+                                                   .follows = row.follows,
+                                                   .decimals = row.decimals};
+  }
+  return fields;
 }
-constexpr BuilderField At(const char16_t* label) { return Length(label, u"0.000", 0); }
-constexpr BuilderField Count(const char16_t* label, const char16_t* start, double fallback) {
-  return {.label = label, .start = start, .fallback = fallback, .kind = RowKind::Count};
-}
-constexpr BuilderField Degrees(const char16_t* label) {
-  return {.label = label, .start = u"0.000"};
-}
-constexpr BuilderField Feed() {
-  return {.label = u"Feed",
-          .start = u"10.00",
-          .fallback = 10,
-          .follows = Follows::Length,
-          .decimals = 2};
-}
-constexpr BuilderField kSize = Length(u"Size / length", u"0.500", 0.5);
-constexpr BuilderField kWidth = Length(u"Width", u"0.250", 0.25);
-constexpr BuilderField kTurn = Degrees(u"Item rotation \u00B0");
-constexpr BuilderField kDepth = Length(u"Z depth", u"-0.100", -0.1);
-constexpr BuilderField kSafeZ = Length(u"Safe Z", u"0.500", 0.5);
-
-constexpr BuilderField kCircularFields[kCircularNumbers] = {
-    kSize,
-    kWidth,
-    At(u"Center X"),
-    At(u"Center Y"),
-    Length(u"Pattern dia", u"4.000", 4.0),
-    Count(u"Quantity", u"6", 6),
-    Degrees(u"Start angle \u00B0"),
-    kTurn,
-    kDepth,
-    Feed(),
-    kSafeZ,
-};
-constexpr BuilderField kGridFields[kGridNumbers] = {
-    kSize,
-    kWidth,
-    kTurn,
-    At(u"Start X"),
-    At(u"Start Y"),
-    Count(u"Columns X", u"3", 1),
-    Count(u"Rows Y", u"2", 1),
-    Length(u"X spacing", u"1.000", 1.0),
-    Length(u"Y spacing", u"1.000", 1.0),
-    kDepth,
-    Feed(),
-    kSafeZ,
-};
 
 // An item at its place.
 struct Place {
@@ -287,8 +255,14 @@ void AddNumber(Picture& picture, const Place& place, int item, const Numbers& nu
 
 std::span<const char16_t* const> PatternItems() { return kItemWords; }
 std::span<const char16_t* const> PatternOrientations() { return kOrientationWords; }
-std::span<const BuilderField> CircularFields() { return kCircularFields; }
-std::span<const BuilderField> GridFields() { return kGridFields; }
+std::span<const BuilderField> CircularFields() {
+  static const auto fields = FieldsOf<kCircularNumbers>(kReadCircle);
+  return fields;
+}
+std::span<const BuilderField> GridFields() {
+  static const auto fields = FieldsOf<kGridNumbers>(kReadGrid);
+  return fields;
+}
 
 CircularValues CircularOf(const PatternItem& item, Orientation orientation,
                           const FormValues& form) {

@@ -41,6 +41,7 @@ struct GridValues {
 CircularValues CircularOf(const PatternItem& item, Orientation orientation, const FormValues& form);
 GridValues GridOf(const PatternItem& item, const FormValues& form);
 
+// What stands in the rows of the form.
 std::span<const BuilderField> CircularFields();
 std::span<const BuilderField> GridFields();
 

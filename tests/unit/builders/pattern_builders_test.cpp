@@ -79,26 +79,56 @@ constexpr char16_t kLimitWords[] =
     u"This pattern exceeds the audited limit of 400 generated items. Reduce Rows or Columns to "
     u"keep the program reviewable and avoid unsafe oversized output.";
 
-// The form's rows say what the pure texts count on.
+struct Known {
+  int id;
+  const char16_t* label;
+  double fallback;
+  bool length;
+};
+constexpr Known kCircularKnown[] = {{kIdCadCircSize, u"Size / length", 0.5, true},
+                                    {kIdCadCircWidth, u"Width", 0.25, true},
+                                    {kIdCadCircX, u"Center X", 0, true},
+                                    {kIdCadCircY, u"Center Y", 0, true},
+                                    {kIdCadCircDiameter, u"Pattern dia", 4, true},
+                                    {kIdCadCircQuantity, u"Quantity", 6, false},
+                                    {kIdCadCircStart, u"Start angle \u00B0", 0, false},
+                                    {kIdCadCircRotation, u"Item rotation \u00B0", 0, false},
+                                    {kIdCadCircDepth, u"Z depth", -0.1, true},
+                                    {kIdCadCircFeed, u"Feed", 10, true},
+                                    {kIdCadCircSafeZ, u"Safe Z", 0.5, true}};
+constexpr Known kGridKnown[] = {{kIdCadRectSize, u"Size / length", 0.5, true},
+                                {kIdCadRectWidth, u"Width", 0.25, true},
+                                {kIdCadRectRotation, u"Item rotation \u00B0", 0, false},
+                                {kIdCadRectX, u"Start X", 0, true},
+                                {kIdCadRectY, u"Start Y", 0, true},
+                                {kIdCadRectColumns, u"Columns X", 1, false},
+                                {kIdCadRectRows, u"Rows Y", 1, false},
+                                {kIdCadRectSpacingX, u"X spacing", 1, true},
+                                {kIdCadRectSpacingY, u"Y spacing", 1, true},
+                                {kIdCadRectDepth, u"Z depth", -0.1, true},
+                                {kIdCadRectFeed, u"Feed", 10, true},
+                                {kIdCadRectSafeZ, u"Safe Z", 0.5, true}};
+
 TEST_F(PatternBuilders, HaveTheFieldsOfTheirTexts) {
   const struct {
     const Builder* builder;
     std::span<const BuilderField> fields;
-  } kForms[] = {{&kCircularBuilder, CircularFields()}, {&kGridBuilder, GridFields()}};
+    std::span<const Known> known;
+  } kForms[] = {{&kCircularBuilder, CircularFields(), kCircularKnown},
+                {&kGridBuilder, GridFields(), kGridKnown}};
   for (const auto& form : kForms) {
     SetMode(form.builder->modeOf({}));
+    ASSERT_EQ(form.fields.size(), form.known.size());
     for (std::size_t i = 0; i < form.fields.size(); ++i) {
-      const auto at = std::find_if(form.builder->form->rows.begin(), form.builder->form->rows.end(),
-                                   [&](const FormRow& r) {
-                                     return r.value == static_cast<int>(i) &&
-                                            (r.pages & PageBit(form.builder->readPage)) != 0;
-                                   });
-      ASSERT_NE(at, form.builder->form->rows.end()) << i;
-      EXPECT_EQ(std::u16string(at->label), form.fields[i].label);
-      EXPECT_EQ(at->fallback.inch, form.fields[i].fallback) << i;
-      EXPECT_EQ(at->follows == Follows::Length, form.fields[i].follows == Follows::Length) << i;
-      // Alone on its page a field is called by its label.
-      EXPECT_EQ(platform::AccessibleName(at->id), form.fields[i].label) << i;
+      const BuilderField& field = form.fields[i];
+      const Known& known = form.known[i];
+      EXPECT_EQ(std::u16string(field.label), known.label);
+      EXPECT_EQ(field.fallback, known.fallback) << i;
+      EXPECT_EQ(field.follows == Follows::Length, known.length) << i;
+      // What is counted is whole; alone on its page a field is called by its label.
+      const bool counted = field.kind == RowKind::Count;
+      EXPECT_EQ(counted, !known.length && known.fallback > 0) << i;
+      EXPECT_EQ(platform::AccessibleName(known.id), known.label) << i;
     }
   }
 }
