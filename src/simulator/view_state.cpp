@@ -287,7 +287,7 @@ void ShowLayersMenu() {
       {.id = kIdLayerRapids, .enabled = !example, .on = switches.showRapids},
       {.id = kIdLayerOverlap, .enabled = HasCoverage(), .on = switches.showOverlap},
       {.id = kIdLayerDrawing, .enabled = !example, .on = switches.showDrawingPaths},
-      {.id = kIdLayerCutSurface, .on = switches.showCutSurface},
+      {.id = kIdLayerCutSurface, .enabled = ShownPath().stock.shown, .on = switches.showCutSurface},
       {.id = kIdLayerClean},
       {.id = kIdLayerSkimDepth, .enabled = HasLevels(), .on = switches.skimCurrentDepthOnly},
   };

@@ -324,6 +324,13 @@ TEST_F(Layers, OverlapNeedsACutterAndDepthNeedsLevels) {
   EXPECT_FALSE(Enabled(kIdLayerSkimDepth));
 }
 
+TEST_F(Layers, CutSurfaceNeedsAStock) {
+  OpenProgram(u"G1 X9\r\n");
+  EXPECT_FALSE(Enabled(kIdLayerCutSurface));
+  ShowPreview(Facing());
+  EXPECT_TRUE(Enabled(kIdLayerCutSurface));
+}
+
 TEST_F(Layers, AnExampleShowsItsTravelWhateverTheLayerSays) {
   RegisterSimulatorCommands();
   OpenProgram(u"G1 X9\r\n");

@@ -511,8 +511,9 @@ TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
                       {kIdLayerDrawing, &ViewSwitches::showDrawingPaths},
                       {kIdLayerCutSurface, &ViewSwitches::showCutSurface},
                       {kIdLayerSkimDepth, &ViewSwitches::skimCurrentDepthOnly}};
-  // A preview with a cutter and levels has them all.
+  // A preview with stock, a cutter and levels has them all.
   PathPreview preview;
+  preview.stock = {.shown = true, .maxX = 1, .maxY = 1, .bottom = -1};
   preview.diameter = 1;
   preview.levels = true;
   ShowPreview(preview);
