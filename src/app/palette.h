@@ -19,7 +19,13 @@ inline constexpr platform::Colour kDimText = 0x91AAC4;
 inline constexpr platform::Colour kWorkArea = 0x0A192B;
 inline constexpr platform::Colour kSidePanel = 0x091627;
 inline constexpr platform::Colour kPanelLine = 0x12528B;
-inline constexpr platform::Colour kWellLine = 0x0E3A5C;  // around editor, view, fields, logs
+// Outlines of what can be used, seen on every ground that a control lies on: keys, fields, lists,
+// views, logs.
+inline constexpr platform::Colour kControlLine = 0x2A6FA3;
+inline constexpr platform::Colour kGreenLine = 0x2D9D6C;
+inline constexpr platform::Colour kAmberLine = 0x9A6B22;
+inline constexpr platform::Colour kSelection = 0x00779B;  // behind text that is selected
+inline constexpr platform::Colour kSelectedText = 0xFFFFFF;
 inline constexpr platform::Colour kEditorText = 0xDCE0E6;
 inline constexpr platform::Colour kFaintText = 0x5C7389;     // of what cannot be used
 inline constexpr platform::Colour kBandLine = 0x0A2A44;      // between the bands of the main window
@@ -47,7 +53,7 @@ inline constexpr platform::Colour kPictureShadeMid = 0x3B6C8E;
 inline constexpr platform::Colour kPictureShadeLight = 0x86AFCB;
 inline constexpr platform::Colour kPictureStock = 0x96A7BD;
 inline constexpr platform::Colour kPictureConstruction = 0x8F83C9;
-inline constexpr platform::Colour kPictureHidden = 0x35506A;
+inline constexpr platform::Colour kPictureHidden = 0x466786;
 inline constexpr platform::Colour kPictureOutline = 0x9CC3E0;
 inline constexpr platform::Colour kPictureFeature = 0x48D3B8;
 inline constexpr platform::Colour kPictureBlind = 0x5B9BE6;
@@ -62,7 +68,7 @@ inline constexpr platform::Colour kPathText = kMainText;
 inline constexpr platform::Colour kPathQuietText = kDimText;
 inline constexpr platform::Colour kPathFeed = 0x48D3B8;
 inline constexpr platform::Colour kPathRapid = 0x4889D2;
-inline constexpr platform::Colour kPathGhost = 0x4A5B6C;    // of excluded blocks
+inline constexpr platform::Colour kPathGhost = 0x53687C;    // of excluded blocks
 inline constexpr platform::Colour kPathContext = 0x9A8BC9;  // what stands around a preview
 inline constexpr platform::Colour kPathSwept = 0x123A4C;    // ground below a cutter
 inline constexpr platform::Colour kPathOverlap = 0x4E4128;  // the same once more
@@ -76,18 +82,18 @@ inline constexpr platform::Colour kPathToolEdge = 0x26323C;
 inline constexpr platform::Colour kPathDimension = 0xF1BE4C;
 inline constexpr platform::Colour kPathHead = 0xFFCB48;
 inline constexpr platform::Colour kPathMeasure = 0xFFFFFF;
-inline constexpr platform::Colour kPlayedLineBand = 0x0A3A52;  // behind the head's line of code
+inline constexpr platform::Colour kPlayedLineBand = 0x083248;  // behind the head's line of code
 // Its grid, in the order of the choice.
 inline constexpr platform::Colour kPathGrid[] = {0x344A60, 0x286973, 0x436F48,
                                                  0x79562B, 0x634478, 0x686C72};
 
 // The view cube.
-inline constexpr platform::Colour kCubeRing = 0x24506E;
+inline constexpr platform::Colour kCubeRing = 0x2E688F;
 inline constexpr platform::Colour kCubeKey = kDimText;
 inline constexpr platform::Colour kCubeFaceSlant = 0x14364E;     // a face seen at a slant
 inline constexpr platform::Colour kCubeFaceStraight = 0x2C6187;  // a face seen straight on
 inline constexpr platform::Colour kCubeEdge = 0x7FB2D4;
-inline constexpr platform::Colour kCubeCell = kAccent;
+inline constexpr platform::Colour kCubeCell = kSelection;
 inline constexpr platform::Colour kCubeLetter = 0xFFFFFF;
 
 // The drawing canvas.

@@ -13,6 +13,6 @@ inline constexpr platform::ControlColours kWellColours{kMainText, kOutputBackgro
 // One pixel around `place`: bright where it has the keyboard, else in `idle`. Nothing for an
 // empty place.
 void FrameWell(platform::Canvas& canvas, const platform::Rect& place, bool focused,
-               platform::Colour idle = kWellLine);
+               platform::Colour idle = kControlLine);
 
 }  // namespace morva

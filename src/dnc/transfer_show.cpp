@@ -67,7 +67,7 @@ void PaintTransferBar(platform::Canvas& canvas) {
              kDncTransferText);
   }
   platform::Pen edge;
-  edge.colour = kPanelLine;
+  edge.colour = kControlLine;
   FrameArea(canvas, area, edge);
   PaintText(canvas, Rect{area.left + kInset, area.top, area.right - kInset, area.bottom},
             TransferWords(shown, worker.settings), platform::FontRole::Small, kMainText,

@@ -38,7 +38,6 @@ struct FormLook {
   platform::FontRole listFont = platform::FontRole::Small;
   platform::Colour labelColour = kMainText;
   platform::Colour noteColour = kMainText;
-  platform::Colour frame = kWellLine;  // of a well without the keyboard
 };
 
 // Side panels that scroll: a label and its field share a line.
@@ -50,6 +49,5 @@ inline constexpr FormLook kSheetLook{.edge = 8,
                                      .selectsAfterEnter = true,
                                      .labels = Labels::Beside,
                                      .keyFont = platform::FontRole::Body,
-                                     .noteColour = kDimText,
-                                     .frame = kPanelLine};
+                                     .noteColour = kDimText};
 }  // namespace morva

@@ -42,7 +42,7 @@ void PaintForm(platform::Canvas& canvas, const FormEntry& entry, int parent, int
                kPanelLine);
     }
     if (IsWell(look, row.kind) && platform::IsVisible(row.id)) {
-      FrameWell(canvas, platform::PlaceOf(row.id), focused == row.id, look.frame);
+      FrameWell(canvas, platform::PlaceOf(row.id), focused == row.id);
     }
   }
 }

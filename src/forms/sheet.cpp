@@ -243,10 +243,10 @@ void PaintSheetBar(const Sheet& sheet, Canvas& canvas) {
   int bottom = 0;
   FindThumb(state, top, bottom);
   platform::FillArea(canvas, Rect{area.left + 3, top, area.right - 3, bottom},
-                     state.dragging ? kAccent : kPanelLine);
-  PaintArrow(canvas, kArrow / 2, -1, state.top > 0 ? kMainText : kPanelLine);
+                     state.dragging ? kBrightAccent : kControlLine);
+  PaintArrow(canvas, kArrow / 2, -1, state.top > 0 ? kMainText : kFaintText);
   PaintArrow(canvas, state.height - kArrow / 2, 1,
-             state.top < MostTop(state) ? kMainText : kPanelLine);
+             state.top < MostTop(state) ? kMainText : kFaintText);
 }
 
 bool SheetWheel(const Sheet& sheet, const platform::PointerEvent& event) {

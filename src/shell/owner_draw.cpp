@@ -41,16 +41,25 @@ Rect Shrunk(const Rect& r, int by) {
   return Rect{r.left + by, r.top + by, r.right - by, r.bottom - by};
 }
 
+Pen EdgeOf(const KeyLook& key, const DrawState& state, bool on) {
+  Pen edge;
+  edge.colour = kQuietKeyLine;
+  if (!state.enabled) return edge;
+  edge.colour = kControlLine;
+  if (key.style == kPanelGreen) edge.colour = kGreenLine;
+  if (key.style == kPanelAmber) edge.colour = kAmberLine;
+  if (on && key.style == kPanelPlain) edge.colour = kAccent;
+  if (state.hovered || state.pressed) edge.colour = kBrightAccent;
+  // The green and amber grounds do not change under the finger; the edge does.
+  if (state.pressed) edge.width = 2;
+  return edge;
+}
+
 void DrawKeyGround(const KeyLook& key, const DrawState& state, bool on, Canvas& canvas) {
   const Rect& area = state.area;
   DrawPanel(canvas, area, state.enabled && (state.pressed || on),
             state.enabled ? key.style : kPanelPlain);
-  Pen edge;
-  edge.colour = kQuietKeyLine;
-  if (state.enabled) edge.colour = state.hovered || on ? kAccent : kPanelLine;
-  // The green and amber grounds do not change under the finger; the edge does.
-  if (state.enabled && state.pressed) edge.colour = kBrightAccent;
-  FrameArea(canvas, area, edge);
+  FrameArea(canvas, area, EdgeOf(key, state, on));
   if (on && state.enabled) {
     FillArea(canvas, Rect{area.left + 1, area.bottom - 3, area.right - 1, area.bottom - 1},
              kBrightAccent);

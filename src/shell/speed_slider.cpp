@@ -53,9 +53,9 @@ void PaintSpeedSlider(Canvas& canvas) {
     const int x = kTrackLeft + ThumbPlace(i);
     const int reach = i == 3 ? 8 : 5;
     FillArea(canvas, Rect{x, middle - reach, x + 1, middle + reach},
-             i == 3 ? kDimText : kPanelLine);
+             i == 3 ? kDimText : kControlLine);
   }
-  FillArea(canvas, Rect{kTrackLeft, middle - 2, right, middle + 2}, kPanelLine);
+  FillArea(canvas, Rect{kTrackLeft, middle - 2, right, middle + 2}, kControlLine);
   const int thumb = kTrackLeft + ThumbPlace(ShownSpeed());
   FillArea(canvas, Rect{kTrackLeft, middle - 2, thumb, middle + 2}, kAccent);
   const Rect knob{thumb - 5, middle - 9, thumb + 6, middle + 9};

@@ -447,14 +447,14 @@ TEST(ComboWidget, IsAsDarkAsAKeyAndMarksTheKeyboard) {
   SetPlace(201, {20, 100, 220, 120});
   SetFocusTo(201);
   const QImage plain = PictureOf(400);
-  // A key's ground runs from 0x031A27 to 0x02111C, its edge is 0x12528B.
+  // A key's ground runs from 0x031A27 to 0x02111C, its edge is 0x2A6FA3.
   for (const int y : {2, 14, 25}) {
     const QColor ground = plain.pixelColor(100, y);
     EXPECT_LE(ground.green(), 0x1A) << y;
     EXPECT_GE(ground.green(), 0x11) << y;
     EXPECT_LE(ground.blue(), 0x27) << y;
   }
-  EXPECT_EQ(plain.pixelColor(100, 0), QColor(0x12, 0x52, 0x8B));
+  EXPECT_EQ(plain.pixelColor(100, 0), QColor(0x2A, 0x6F, 0xA3));
   SetFocusTo(400);
   EXPECT_EQ(PictureOf(400).pixelColor(100, 0), QColor(0x00, 0xD3, 0xF2));
 }

@@ -289,7 +289,7 @@ void PaintWorkspace(Canvas& canvas) {
   const int focused = platform::FocusedId();
   for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName}) {
     if (!platform::IsVisible(id)) continue;
-    FrameWell(canvas, platform::PlaceOf(id), focused == id, kPanelLine);
+    FrameWell(canvas, platform::PlaceOf(id), focused == id);
   }
 }
 

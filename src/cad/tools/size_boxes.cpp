@@ -155,11 +155,11 @@ void PaintSizeBoxes(platform::Canvas& canvas) {
                               first.bottom + kMargin};
   FillArea(canvas, ground, kPanelBackground);
   platform::Pen edge;
-  edge.colour = kPanelLine;
+  edge.colour = kControlLine;
   FrameArea(canvas, ground, edge);
   const int focused = platform::FocusedId();
   for (const int id : {kIdCadSizeBox1, kIdCadSizeBox2}) {
-    if (platform::IsVisible(id)) FrameWell(canvas, onCanvas(id), focused == id, kPanelLine);
+    if (platform::IsVisible(id)) FrameWell(canvas, onCanvas(id), focused == id);
   }
 }
 

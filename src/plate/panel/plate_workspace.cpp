@@ -170,7 +170,7 @@ void PaintWorkspace(Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), kWindowBackground);
   PaintForms(canvas, kViewPlate);
   FrameWell(canvas, platform::PlaceOf(kViewPlatePicture),
-            platform::FocusedId() == kViewPlatePicture, kPanelLine);
+            platform::FocusedId() == kViewPlatePicture);
 }
 
 // The plate may change outside of the events of this window, as by a save.

@@ -89,10 +89,12 @@ inline constexpr Colour kLookPanel = 0x021726;
 inline constexpr Colour kLookInput = 0x031929;
 inline constexpr Colour kLookOutput = 0x03080E;
 inline constexpr Colour kLookAccent = 0x0089B2;
+inline constexpr Colour kLookSelection = 0x00779B;
 inline constexpr Colour kLookBright = 0x00D3F2;
 inline constexpr Colour kLookText = 0xDEE9F2;
 inline constexpr Colour kLookDim = 0x91AAC4;
-inline constexpr Colour kLookLine = 0x12528B;
+inline constexpr Colour kLookLine = 0x12528B;  // between things
+inline constexpr Colour kLookControlLine = 0x2A6FA3;
 
 struct Canvas {
   QPainter* painter = nullptr;

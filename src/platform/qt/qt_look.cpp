@@ -28,6 +28,8 @@ constexpr int kCheckBox = 15;  // pixels, frame included
 // The ground of a key; a combo stands among keys and looks like one.
 constexpr Colour kKeyTop = 0x031A27;
 constexpr Colour kKeyBottom = 0x02111C;
+constexpr Colour kKeyOnTop = 0x042D43;
+constexpr Colour kKeyOnBottom = 0x033A54;
 constexpr Colour kFaint = 0x5C7389;  // what cannot be used
 constexpr int kFontRoles = 5;
 QFont fonts[kFontRoles];
@@ -69,6 +71,13 @@ void DrawCheckBox(const QStyleOption& option, QPainter* painter) {
   painter->restore();
 }
 
+// An arrow without a shaft around `middle` that points along `tip`.
+void DrawChevron(QPointF middle, QPointF tip, QPainter* painter) {
+  const QPointF side(tip.y() * 2, tip.x() * 2);
+  const QPointF chevron[] = {middle - tip - side, middle + tip, middle - tip + side};
+  painter->drawPolyline(chevron, 3);
+}
+
 // A combo that cannot be typed into: a key's ground, and an arrow at its right end.
 void DrawCombo(const QStyleOptionComboBox& option, const QRect& arrow, QPainter* painter) {
   painter->save();
@@ -77,13 +86,46 @@ void DrawCombo(const QStyleOptionComboBox& option, const QRect& arrow, QPainter*
   ground.setColorAt(0, ColourOf(kKeyTop));
   ground.setColorAt(1, ColourOf(kKeyBottom));
   painter->fillRect(option.rect, ground);
-  DrawFrame(painter, option.rect, ColourOf(MarkColour(option, kLookLine)));
+  DrawFrame(painter, option.rect, ColourOf(MarkColour(option, kLookControlLine)));
   painter->setRenderHint(QPainter::Antialiasing, true);
   painter->setPen(QPen(ColourOf(MarkColour(option, kLookDim)), 1.6));
-  const QPointF middle = QRectF(arrow).center();
-  const QPointF chevron[] = {middle + QPointF(-4, -2), middle + QPointF(0, 2),
-                             middle + QPointF(4, -2)};
-  painter->drawPolyline(chevron, 3);
+  DrawChevron(QRectF(arrow).center(), QPointF(0, 2), painter);
+  painter->restore();
+}
+
+// The thumb of a scroll bar stands out from its groove; the arrows are those of a combo.
+void DrawScrollBar(const QStyleOptionSlider& option, const QRect& thumb, const QRect& less,
+                   const QRect& more, QPainter* painter) {
+  const bool lies = option.orientation == Qt::Horizontal;
+  const bool enabled =
+      option.state.testFlag(QStyle::State_Enabled) && option.minimum < option.maximum;
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing, false);
+  painter->fillRect(option.rect, ColourOf(kLookInput));
+  if (enabled) {
+    const QRect inner = lies ? thumb.adjusted(0, 3, 0, -3) : thumb.adjusted(3, 0, -3, 0);
+    const bool held = option.state.testFlag(QStyle::State_Sunken) &&
+                      option.activeSubControls.testFlag(QStyle::SC_ScrollBarSlider);
+    painter->fillRect(inner, ColourOf(held ? kLookBright : kLookControlLine));
+  }
+  painter->setRenderHint(QPainter::Antialiasing, true);
+  painter->setPen(QPen(ColourOf(enabled ? kLookDim : kFaint), 1.6));
+  const QPointF tip = lies ? QPointF(2, 0) : QPointF(0, 2);
+  DrawChevron(QRectF(less).center(), -tip, painter);
+  DrawChevron(QRectF(more).center(), tip, painter);
+  painter->restore();
+}
+
+// A key of a box or dialog, framed as the keys of the window are.
+void DrawBoxKey(const QStyleOption& option, QPainter* painter) {
+  const bool down = option.state.testFlag(QStyle::State_Sunken);
+  QLinearGradient ground(option.rect.topLeft(), option.rect.bottomLeft());
+  ground.setColorAt(0, ColourOf(down ? kKeyOnTop : kKeyTop));
+  ground.setColorAt(1, ColourOf(down ? kKeyOnBottom : kKeyBottom));
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing, false);
+  painter->fillRect(option.rect, ground);
+  DrawFrame(painter, option.rect, ColourOf(MarkColour(option, kLookControlLine)));
   painter->restore();
 }
 
@@ -146,6 +188,13 @@ class DarkStyle : public QProxyStyle {
       return;
     }
     if (element == PE_IndicatorCheckBox) return DrawCheckBox(*option, painter);
+    if (element == PE_PanelButtonCommand) return DrawBoxKey(*option, painter);
+    if (element == PE_FrameLineEdit) {
+      // The program frames its own fields, around them; the keyboard's is marked inside as well.
+      const bool keyboard = option->state.testFlag(State_HasFocus);
+      if (IdOfWidget(widget) != 0 && !keyboard) return;
+      return DrawFrame(painter, option->rect, ColourOf(MarkColour(*option, kLookControlLine)));
+    }
     if (element == PE_FrameMenu) {
       painter->setPen(ColourOf(kLookLine));
       painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
@@ -159,6 +208,12 @@ class DarkStyle : public QProxyStyle {
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (control == CC_ComboBox && combo != nullptr && !combo->editable) {
       return DrawCombo(*combo, subControlRect(control, option, SC_ComboBoxArrow, widget), painter);
+    }
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar != nullptr) {
+      return DrawScrollBar(*bar, subControlRect(control, option, SC_ScrollBarSlider, widget),
+                           subControlRect(control, option, SC_ScrollBarSubLine, widget),
+                           subControlRect(control, option, SC_ScrollBarAddLine, widget), painter);
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
@@ -190,7 +245,7 @@ QPalette DarkPalette() {
   palette.setColor(QPalette::Button, QColor(0x0B, 0x2A, 0x3E));
   palette.setColor(QPalette::ButtonText, text);
   palette.setColor(QPalette::BrightText, Qt::white);
-  palette.setColor(QPalette::Highlight, ColourOf(kLookAccent));
+  palette.setColor(QPalette::Highlight, ColourOf(kLookSelection));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::Link, ColourOf(kLookBright));
   palette.setColor(QPalette::LinkVisited, ColourOf(kLookBright));

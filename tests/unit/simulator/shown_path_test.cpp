@@ -207,7 +207,7 @@ TEST_F(Filters, ARunThatAsksForTheFilterGetsIt) {
 TEST_F(Filters, AnotherPathHasNoGhosts) {
   OpenProgram(kText);
   ASSERT_EQ(ghostPath.count, 2);
-  constexpr platform::Colour kGhost = 0x4A5B6C;
+  constexpr platform::Colour kGhost = 0x53687C;
   EXPECT_EQ(Calls("PaintSegments", kGhost).size(), 1u);
   OpenExample();
   EXPECT_TRUE(Calls("PaintSegments", kGhost).empty());

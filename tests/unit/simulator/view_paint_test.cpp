@@ -529,7 +529,7 @@ TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
 }
 
 TEST_F(ViewPaint, DrawingPathsAreThoseOfExcludedCode) {
-  constexpr platform::Colour kGhostColour = 0x4A5B6C;
+  constexpr platform::Colour kGhostColour = 0x53687C;
   FlatPart();
   for (int i = 0; i < 2; ++i) {
     ghostPath.points[i] = MotionPoint();
