@@ -333,6 +333,17 @@ void ScanProgramText(std::u16string_view whole) {
   }
 }
 
+std::vector<FeatureRecord> BlocksOf(std::u16string_view text) {
+  std::vector<FeatureRecord> kept(features.rows, features.rows + features.count);
+  const std::int32_t nextId = features.nextId;
+  ScanProgramText(text);
+  std::vector<FeatureRecord> blocks(features.rows, features.rows + features.count);
+  std::ranges::copy(kept, features.rows);
+  features.count = static_cast<std::int32_t>(kept.size());
+  features.nextId = nextId;
+  return blocks;
+}
+
 std::uint32_t CodeHash(std::u16string_view code) {
   std::uint32_t hash = 2166136261u;
   for (const char16_t c : code) {

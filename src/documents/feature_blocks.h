@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "documents/feature_settings.h"
 
@@ -35,6 +36,8 @@ extern FeatureTable features;
 void ResetFeatures();
 // Fills the table; the first NUL ends the text. A pure function of the text.
 void ScanProgramText(std::u16string_view text);
+// The rows of any text; the table stays.
+std::vector<FeatureRecord> BlocksOf(std::u16string_view text);
 // FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.
 std::uint32_t CodeHash(std::u16string_view code);
 // Whether "(MORVA DISABLED " occurs, any case, from `start` to `end`.

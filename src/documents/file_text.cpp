@@ -5,13 +5,13 @@
 
 #include "documents/file_text.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <utility>
 
 #include "app/limits.h"
-#include "documents/restored_text.h"
 #include "platform/atomic_file.h"
 #include "platform/file.h"
 
@@ -130,7 +130,7 @@ std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
   return std::move(writer.out);
 }
 
-OutputFigures MeasureOutput(std::u16string_view text) {
+OutputFigures MeasureOutput(std::u16string_view text, std::span<const std::size_t> restored) {
   OutputFigures figures;
   int line = 1;
   char16_t before = 0;
@@ -155,7 +155,8 @@ OutputFigures MeasureOutput(std::u16string_view text) {
     line += lineEnd;
     const bool secondOfPair = unit >= 0xDC00 && unit <= 0xDFFF;
     if (unit <= 127 || secondOfPair) continue;
-    if (IsRestored(text, static_cast<std::size_t>(at - 1 - text.data()))) continue;
+    const auto place = static_cast<std::size_t>(at - 1 - text.data());
+    if (std::ranges::binary_search(restored, place)) continue;
     ++figures.lost;
     if (figures.firstLostLine == 0) figures.firstLostLine = line;
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,11 +23,12 @@ std::string NormaliseOutputText(std::u16string_view text, bool wrap);
 // How many bytes NormaliseOutputText makes of a text, without `wrap`, and what they would lose.
 struct OutputFigures {
   std::size_t bytes = 0;
-  // Characters above 127 but those that are restored; a pair of surrogates counts as one.
+  // Characters above 127; a pair of surrogates counts as one.
   int lost = 0;
   int firstLostLine = 0;  // counted from 1; 0: none is lost
 };
-OutputFigures MeasureOutput(std::u16string_view text);
+// `restored` has the places, ascending, of those that are not lost.
+OutputFigures MeasureOutput(std::u16string_view text, std::span<const std::size_t> restored = {});
 // The text of a program file, what fills its end left out. False: NULs stand between its lines,
 // so that it may be no text; `text` is then all of it without them.
 bool TakeProgram(std::string& bytes, std::u16string& text);

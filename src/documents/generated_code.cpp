@@ -1,7 +1,6 @@
 #include "documents/generated_code.h"
 
 #include "documents/feature_blocks.h"
-#include "documents/restored_text.h"
 
 namespace morva {
 
@@ -27,7 +26,6 @@ void SetCodeRestorer(int kind, CodeRestorer restorer) {
 
 void ResetCodeRestorers() {
   for (CodeRestorer& restorer : restorers) restorer = nullptr;
-  SetRestoredTest(nullptr);
 }
 
 }  // namespace morva

@@ -16,7 +16,6 @@ bool IsGeneratedCode(const FeatureSettings& record, std::u16string_view code);
 // into `code`, or leaves it as it is. Null takes it away; an unknown kind is passed over.
 using CodeRestorer = void (*)(const FeatureSettings& record, std::u16string& code);
 void SetCodeRestorer(int kind, CodeRestorer restorer);
-// And the test of restored characters.
 void ResetCodeRestorers();
 
 }  // namespace morva

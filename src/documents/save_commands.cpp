@@ -8,6 +8,7 @@
 #include "documents/disk_watch.h"
 #include "documents/document_commands.h"
 #include "documents/file_kinds.h"
+#include "documents/file_loss.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/save_state.h"
@@ -49,7 +50,7 @@ bool AskAboutSize(std::size_t bytes) {
 // Asks about characters that would be lost and about the size. False: do not save.
 bool SettleText() {
   const std::uint64_t serial = ActiveSerial();
-  const OutputFigures figures = MeasureOutput(platform::EditorText(kIdEditor));
+  const OutputFigures figures = MeasureFile(platform::EditorText(kIdEditor));
   ProgramTab* tab = ActiveTab();
   if (tab && figures.lost > 0 && !tab->save.lossAccepted) {
     if (!AskAboutLoss(figures) || !ReturnToTab(serial)) return false;

@@ -9,6 +9,7 @@
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/feature_blocks.h"
+#include "documents/file_loss.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
 #include "documents/recovery.h"
@@ -209,7 +210,7 @@ void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
 
 AutosaveHold HoldOf(const ProgramTab& tab) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
-  const OutputFigures figures = MeasureOutput(TextOf(&tab));
+  const OutputFigures figures = MeasureFile(TextOf(&tab));
   if (figures.bytes + BytesInFront(&tab) > kMaxReadBytes) return AutosaveHold::TooLarge;
   return figures.lost > 0 && !tab.save.lossAccepted ? AutosaveHold::Loss : AutosaveHold::None;
 }

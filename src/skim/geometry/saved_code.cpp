@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "documents/generated_code.h"
-#include "documents/restored_text.h"
 #include "skim/model/plan.h"
 #include "skim/model/plan_record.h"
 #include "text/codetext.h"
@@ -23,24 +22,6 @@ void RestoreSkimCode(const FeatureSettings& record, std::u16string& code) {
   if (code.compare(at, saved.size(), saved) == 0) code.replace(at, saved.size(), name);
 }
 
-bool IsRestoredInSkim(std::u16string_view text, std::size_t at) {
-  for (const std::u16string_view name : SkimStrategyNames()) {
-    const std::size_t inName = name.find(text[at]);
-    if (inName == name.npos) continue;
-    const std::size_t behindLine = kSkimStrategyHead.size() + inName;
-    if (at < behindLine) continue;
-    const std::u16string_view line = text.substr(at - behindLine);
-    if (line.starts_with(kSkimStrategyHead) &&
-        line.substr(kSkimStrategyHead.size()).starts_with(name)) {
-      return true;
-    }
-  }
-  return false;
-}
-
-void RegisterSkimCode() {
-  SetCodeRestorer(kKindSkim, RestoreSkimCode);
-  SetRestoredTest(IsRestoredInSkim);
-}
+void RegisterSkimCode() { SetCodeRestorer(kKindSkim, RestoreSkimCode); }
 
 }  // namespace morva

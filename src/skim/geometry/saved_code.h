@@ -13,10 +13,8 @@ inline constexpr std::u16string_view kSkimStrategyHead = u"(STRATEGY: ";
 // Puts the name of the record's strategy back where `code` says it with "?" for the characters that
 // a file lacks. Anything else stays as it is.
 void RestoreSkimCode(const FeatureSettings& record, std::u16string& code);
-// Whether the character at `at`, above 127, stands in a strategy's name in such a line.
-bool IsRestoredInSkim(std::u16string_view text, std::size_t at);
-// So that blocks of saved programs are known as generated, and nobody is asked about that line
-// before it is saved.
+// So that a skim is known as generated in a program that was saved, and nobody is asked about that
+// line before.
 void RegisterSkimCode();
 
 }  // namespace morva

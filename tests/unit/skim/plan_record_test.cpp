@@ -7,6 +7,7 @@
 #include <string>
 
 #include "documents/feature_blocks.h"
+#include "documents/file_loss.h"
 #include "documents/file_text.h"
 #include "documents/generated_code.h"
 #include "skim/geometry/saved_code.h"
@@ -171,18 +172,61 @@ TEST_F(SavedSkim, ThatWasEditedIsNotGenerated) {
   EXPECT_FALSE(IsGeneratedCode(Record(plan), code));
 }
 
-TEST_F(SavedSkim, LosesNothingThatTheUserIsAskedAbout) {
+// A program with the block of a plan and with code of the user's.
+std::u16string Program(const SkimPlan& plan, std::u16string_view code, std::u16string_view own) {
+  return u"(MORVA TEXT 1)\r\n" + std::u16string(own) + u"\r\n(MORVA END 1)\r\n" +
+         SettingsBlockText(2, u"Face", SavedSkim::Record(plan), code) + u"\r\n";
+}
+
+TEST_F(SavedSkim, LosesNothingInAFile) {
   for (std::int32_t strategy = 0; strategy < kSkimStrategies; ++strategy) {
-    EXPECT_EQ(MeasureOutput(SkimCode(Of(strategy))).lost, 0) << strategy;
+    const SkimPlan plan = Of(strategy);
+    EXPECT_EQ(MeasureFile(Program(plan, SkimCode(plan), u"G20")).lost, 0) << strategy;
   }
-  // The same dot anywhere else is lost.
-  for (const char16_t* text :
-       {u"\u00b7", u"(STRATEGY: \u00b7)", u"(STRATEGY: Alternate X/Y \u00b7 right)",
-        u"(Alternate X/Y \u00b7 right then up)", u"(STRATEGY: Alternate X/Y \u00b7"}) {
-    EXPECT_EQ(MeasureOutput(text).lost, 1);
-  }
+  const SkimPlan plan = Of(kSkimRightUp);
+  const std::u16string text = Program(plan, SkimCode(plan), u"G20");
+  // A control does not open it again.
+  EXPECT_EQ(MeasureOutput(text).lost, 1);
+  EXPECT_EQ(MeasureFile(text).bytes, MeasureOutput(text).bytes);
   ResetCodeRestorers();
-  EXPECT_EQ(MeasureOutput(SkimCode(Of(kSkimRightUp))).lost, 1);
+  EXPECT_EQ(MeasureFile(text).lost, 1);
+}
+
+TEST_F(SavedSkim, LosesItsLineInUserCode) {
+  const SkimPlan plan = Of(kSkimRightUp);
+  const std::u16string line = u"(STRATEGY: Alternate X/Y \u00b7 right then up)";
+  const OutputFigures figures = MeasureFile(Program(plan, SkimCode(plan), u"G20\r\n" + line));
+  EXPECT_EQ(figures.lost, 1);
+  EXPECT_EQ(figures.firstLostLine, 3);
+  EXPECT_EQ(MeasureFile(line).lost, 1);
+  // All of its code there is no block either.
+  EXPECT_EQ(MeasureFile(SkimCode(plan)).lost, 1);
+}
+
+TEST_F(SavedSkim, LosesTheLineThatWasEditedByHand) {
+  const SkimPlan plan = Of(kSkimRightUp);
+  const std::u16string code = SkimCode(plan);
+  const auto lost = [&](std::u16string_view from, std::u16string_view to) {
+    std::u16string edited = code;
+    edited.replace(edited.find(from), from.size(), to);
+    return MeasureFile(Program(plan, edited, u"G20")).lost;
+  };
+  EXPECT_EQ(lost(u"M08", u"M07"), 1);
+  EXPECT_EQ(lost(u"\u00b7", u"\u00e9"), 1);  // another character comes back
+  EXPECT_EQ(lost(u"(X DIR", u"(\u00d8 X DIR"), 2);
+  EXPECT_EQ(lost(u"right then up", u"left then up"), 1);
+  EXPECT_EQ(lost(u"\u00b7", u"?"), 0);
+}
+
+TEST_F(SavedSkim, IsMeasuredBesideTheTableOfTheProgram) {
+  const SkimPlan plan = Of(kSkimRightUp);
+  ScanProgramText(u"(MORVA TEXT 7)\r\nG20\r\n(MORVA END 7)\r\nG21\r\n");
+  MeasureFile(Program(plan, SkimCode(plan), u"G20"));
+  ASSERT_EQ(features.count, 2);
+  EXPECT_EQ(features.rows[0].id, 7);
+  EXPECT_EQ(features.rows[1].id, 8);
+  EXPECT_EQ(features.nextId, 9);
+  ResetFeatures();
 }
 
 TEST_F(SavedSkim, OfAnotherKindIsLeftAsItIs) {
