@@ -1,6 +1,7 @@
 #include "cad/panel/wanted.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 #include "app/app_state.h"
@@ -29,22 +30,68 @@ WantedDrawing drawing;     // without `take`: none is wanted
 WantedPlace place;         // without `done`: none is wanted
 std::int32_t builder = 0;  // the surface to go back to
 
-bool IsNamed(const Drawing& one, std::u16string_view name) { return name == one.name; }
+// The drawing that came up last, which the builder may want again.
+struct Shown {
+  std::uint64_t program = 0;  // serial
+  std::u16string name;
+};
+Shown shown;
 
-// The drawing of this name, else one that may be made or taken, else -1.
-int DrawingFor(const CadStore& store, std::u16string_view name) {
-  const auto count = static_cast<int>(store.count);
-  for (int i = 0; i < count; ++i) {
-    if (IsNamed(store.drawings[i], name)) return i;
-  }
-  if (count < kMaxDrawings) return count;
-  for (int i = 0; i < count; ++i) {
-    const bool unnamed = IsNamed(store.drawings[i], u"Drawing " + IntegerText(i + 1));
-    const bool live = i == static_cast<int>(store.active);
-    const int objects = live ? sketch.objectCount : store.drawings[i].settings.itemCount;
-    if (unnamed && objects == 0) return i;
+// A drawing of the store; index = count: one that is to be added, -1: there is none.
+struct Target {
+  int index = -1;
+  std::u16string name = {};
+  bool stands = false;  // it has its name and what it begins with
+};
+
+int IndexOf(const CadStore& store, std::u16string_view name) {
+  for (std::uint32_t i = 0; i < store.count; ++i) {
+    if (name == store.drawings[i].name) return static_cast<int>(i);
   }
   return -1;
+}
+
+std::u16string NameOf(const WantedDrawing& wanted, int number) {
+  return number == 1 ? wanted.name : wanted.name + (u" " + IntegerText(number));
+}
+
+bool IsIt(const WantedDrawing& wanted, const Drawing& one) {
+  if (!wanted.isIt || one.settings.itemCount == 0) return true;
+  SketchObject objects[kMaxItems];
+  const auto count = static_cast<std::size_t>(one.settings.itemCount);
+  for (std::size_t i = 0; i < count; ++i) objects[i] = ObjectOf(one.settings.items[i]);
+  return wanted.isIt({objects, count}, one.hidden, one.settings.metric != 0);
+}
+
+// One that may be made, else one that nobody named or drew in, else -1.
+int FreeDrawing(const CadStore& store) {
+  const auto count = static_cast<int>(store.count);
+  if (count < kMaxDrawings) return count;
+  for (int i = 0; i < count; ++i) {
+    const Drawing& one = store.drawings[i];
+    if (u"Drawing " + IntegerText(i + 1) == one.name && one.settings.itemCount == 0) return i;
+  }
+  return -1;
+}
+
+// The one that was up before, else the wanted one of those with such a name, else a free one.
+Target TargetFor(const ProgramTab& tab, const WantedDrawing& wanted) {
+  SaveLiveDrawing();  // so that all are looked at alike
+  const CadStore& store = *tab.cadStore;
+  if (wanted.again && shown.program == tab.serial) {
+    const int index = IndexOf(store, shown.name);
+    if (index >= 0) return {index, shown.name, true};
+  }
+  std::u16string name;
+  for (int number = 1; number <= kMaxDrawings; ++number) {
+    const std::u16string one = NameOf(wanted, number);
+    const int index = IndexOf(store, one);
+    if (index >= 0 && IsIt(wanted, store.drawings[index])) {
+      return {index, one, wanted.start.empty() || store.drawings[index].settings.itemCount > 0};
+    }
+    if (index < 0 && name.empty()) name = one;
+  }
+  return {name.empty() ? -1 : FreeDrawing(store), name, false};
 }
 
 void DrawStart(const WantedDrawing& wanted) {
@@ -59,39 +106,38 @@ void DrawStart(const WantedDrawing& wanted) {
   TakeSketchItems(record);
 }
 
-void BringUp(ProgramTab& tab, int index, const WantedDrawing& wanted) {
-  const bool there = index < static_cast<int>(tab.cadStore->count) &&
-                     IsNamed(tab.cadStore->drawings[index], wanted.name);
-  if (index == static_cast<int>(tab.cadStore->count)) AddDrawing(tab);
-  SwitchDrawing(tab, static_cast<std::uint32_t>(index));
-  if (there) return;
-  NameActiveDrawing(tab, wanted.name);
+void BringUp(ProgramTab& tab, const Target& to, const WantedDrawing& wanted) {
+  if (to.index == static_cast<int>(tab.cadStore->count)) AddDrawing(tab);
+  SwitchDrawing(tab, static_cast<std::uint32_t>(to.index));
+  shown = {tab.serial, to.name};
+  if (to.stands) return;
+  NameActiveDrawing(tab, to.name);
   DrawStart(wanted);
   ProgramChanged({.autosave = true});
 }
 
 // Before any surface comes up, so that a refusal leaves the builder as it is.
-bool HasRoom(std::u16string_view name) {
+bool HasRoom(const WantedDrawing& wanted) {
   const ProgramTab* tab = ActiveTab();
-  return tab && (!tab->cadStore || DrawingFor(*tab->cadStore, name) >= 0);
+  return tab && (!tab->cadStore || TargetFor(*tab, wanted).index >= 0);
 }
 
 bool OpenWantedDrawing(const WantedDrawing& wanted) {
-  if (!HasRoom(wanted.name)) {
+  if (!HasRoom(wanted)) {
     ShowStatus(wanted.full);
     return false;
   }
   const std::int32_t from = app.surface;
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
   ProgramTab* tab = ProvideDrawings();
-  const int index = tab ? DrawingFor(*tab->cadStore, wanted.name) : -1;
-  if (index < 0) {
+  const Target to = tab ? TargetFor(*tab, wanted) : Target();
+  if (to.index < 0) {
     Call(hooks.setSurface, static_cast<int>(from));
     ShowStatus(wanted.full);
     return false;
   }
   CancelTools();
-  BringUp(*tab, index, wanted);
+  BringUp(*tab, to, wanted);
   builder = from;
   drawing = wanted;
   drawing.start = {};
@@ -118,7 +164,8 @@ bool PickWantedPlace(const WantedPlace& wanted) {
 bool WantedIsUp() {
   const ProgramTab* tab = ActiveTab();
   if (!drawing.take || !tab || !tab->cadStore) return false;
-  return IsNamed(tab->cadStore->drawings[tab->cadStore->active], drawing.name);
+  return shown.program == tab->serial &&
+         shown.name == tab->cadStore->drawings[tab->cadStore->active].name;
 }
 
 void HandOver() {
@@ -182,6 +229,7 @@ void ForgetWanted() {
 }
 
 void RegisterWanted() {
+  shown = {};
   hooks.openDrawing = OpenWantedDrawing;
   hooks.pickInDrawing = PickWantedPlace;
   cadHooks.takePress = TakePress;

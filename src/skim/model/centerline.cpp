@@ -1,5 +1,7 @@
 #include "skim/model/centerline.h"
 
+#include <cmath>
+
 namespace morva {
 
 const char16_t* TakeCenterline(std::span<const SketchObject> objects, const unsigned char* hidden,
@@ -18,6 +20,21 @@ const char16_t* TakeCenterline(std::span<const SketchObject> objects, const unsi
   if (taken.count == 0) return u"Draw at least one line before accepting the skim path.";
   line = taken;
   return nullptr;
+}
+
+bool IsSameCenterline(const SkimCenterline& a, const SkimCenterline& b) {
+  constexpr double kNear = 1e-6;
+  const auto near = [](double one, double other) { return std::abs(one - other) < kNear; };
+  if (a.count != b.count) return false;
+  for (int i = 0; i < a.count; ++i) {
+    const SketchObject& one = a.segments[i];
+    const SketchObject& other = b.segments[i];
+    if (!near(one.x, other.x) || !near(one.y, other.y) || !near(one.size, other.size) ||
+        !near(one.angle, other.angle)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace morva

@@ -12,5 +12,7 @@ namespace morva {
 // where it is hidden. Null: `line` holds them. Else `line` stays, and the words say why.
 const char16_t* TakeCenterline(std::span<const SketchObject> objects, const unsigned char* hidden,
                                double factor, SkimCenterline& line);
+// Whether the cutter takes the same ways in the same order, to a millionth of the unit.
+bool IsSameCenterline(const SkimCenterline& a, const SkimCenterline& b);
 
 }  // namespace morva

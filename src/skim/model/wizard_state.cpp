@@ -22,5 +22,6 @@ void NoteSkimField(int field) { skimWizard.field = field; }
 void ShowSkimMatrix(bool shows) { skimWizard.matrixShown = shows; }
 void ShowSkimPlacement(bool shows) { skimWizard.placing = shows; }
 void ShowSkimCoverage(bool shows) { skimWizard.coverage = shows; }
+void NoteSkimDrawing() { skimWizard.drawn = true; }
 
 }  // namespace morva

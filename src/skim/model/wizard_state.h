@@ -15,6 +15,7 @@ struct SkimWizard {
   bool matrixShown = false;      // the code matrix stands below the form
   bool placing = false;          // the fields that place the stock are shown
   bool coverage = false;         // the ground that the cutter sweeps is painted
+  bool drawn = false;            // its drawing has come up
   int field = -1;                // a SkimField that has the keyboard, -1 for none
   std::int32_t fromSurface = 0;  // where it was opened, for CANCEL
   std::int32_t fromMode = 0;
@@ -33,5 +34,6 @@ void NoteSkimField(int field);
 void ShowSkimMatrix(bool shows);
 void ShowSkimPlacement(bool shows);
 void ShowSkimCoverage(bool shows);
+void NoteSkimDrawing();
 
 }  // namespace morva

@@ -2,11 +2,13 @@
 
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "app/hooks.h"
 #include "app/path_preview.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
+#include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
 #include "simulator/view.h"
@@ -144,6 +146,153 @@ TEST_F(SkimPath, BeginsItsDrawingWithTheLinesOfThePlan) {
   ASSERT_EQ(app.surface, kSurfaceCad);
   ASSERT_EQ(sketch.objectCount, 1);
   EXPECT_EQ(sketch.objects[0].size, 4);
+}
+
+// Several drawn skims in one program: each opens with lines of its own.
+struct SeveralDrawnSkims : SkimPath {
+  // Draws a line at this height, and nothing else, and inserts the skim.
+  static void DrawAndInsert(double y) {
+    headless::Click(kIdSkimDraw);
+    ASSERT_EQ(app.surface, kSurfaceCad);
+    while (sketch.objectCount > 0) RemoveSketchObject(0);
+    Line(0, y, 4, 0);
+    Enter();
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    while (skimWizard.page < kSkimReview) Next();
+    headless::Click(kIdSkimInsert);
+    ASSERT_EQ(app.surface, kSurfaceCode);
+  }
+  static void Fresh() {
+    OpenSkim();
+    Next();
+  }
+  static std::vector<std::int32_t> Skims() {
+    std::vector<std::int32_t> ids;
+    for (const FeatureRecord& row : BlocksOf(Text())) {
+      if (row.settings.kind == kKindSkim) ids.push_back(row.id);
+    }
+    return ids;
+  }
+  // Opens a skim for edit, and its drawing.
+  static void Draw(std::int32_t id) {
+    RefreshFeatureList();
+    SelectFeatureRow(id);
+    headless::Click(kIdFeatureEdit);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    Next();
+    headless::Click(kIdSkimDraw);
+    ASSERT_EQ(app.surface, kSurfaceCad);
+  }
+  static void GoOut() {
+    headless::Focus(kViewCadCanvas);
+    for (int i = 0; i < 3 && app.surface == kSurfaceCad; ++i) {
+      headless::PressKey({platform::kKeyEscape});
+    }
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+  }
+};
+
+TEST_F(SeveralDrawnSkims, OpenWithTheirOwnLines) {
+  DrawAndInsert(1);
+  Fresh();
+  DrawAndInsert(2);
+  const std::vector<std::int32_t> ids = Skims();
+  ASSERT_EQ(ids.size(), 2u);
+  Draw(ids[0]);
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].y, 1);
+  // Accepted from there it updates the first one, and comes up again.
+  Line(0, 3, 4, 0);
+  Enter();
+  EXPECT_EQ(skimPlan.centerline.count, 2);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  EXPECT_EQ(sketch.objectCount, 2);
+  GoOut();
+  headless::Click(kIdSkimCancel);
+  Draw(ids[1]);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].y, 2);
+}
+
+TEST_F(SeveralDrawnSkims, FindTheirDrawingInTheOtherUnit) {
+  DrawAndInsert(1);
+  SetUnits(true);
+  Draw(Skims()[0]);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(Drawings(), 2u);
+}
+
+// A plan that has no lines yet begins with none of another skim's.
+TEST_F(SeveralDrawnSkims, BeginEmptyBehindARestart) {
+  DrawAndInsert(1);
+  ResetSkimPlan();
+  Fresh();
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
+// What was begun and not accepted is no other skim's.
+TEST_F(SeveralDrawnSkims, FindWhatWasBegun) {
+  headless::Click(kIdSkimDraw);
+  Line(0, 1, 4, 0);
+  GoOut();
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(sketch.objectCount, 1);
+  GoOut();
+  headless::Click(kIdSkimCancel);
+  Fresh();
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(sketch.objectCount, 1);
+}
+
+// Lines that were begun for a skim under edit are not taken away by another look.
+TEST_F(SeveralDrawnSkims, KeepWhatIsBegunWhileTheWizardIsOpen) {
+  DrawAndInsert(1);
+  Draw(Skims()[0]);
+  Line(0, 2, 4, 0);
+  GoOut();
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(sketch.objectCount, 2);
+  EXPECT_EQ(skimPlan.centerline.count, 1);
+}
+
+TEST_F(SeveralDrawnSkims, BeginAnEmptiedDrawingWithTheLinesOfTheBlock) {
+  DrawAndInsert(1);
+  Draw(Skims()[0]);
+  RemoveSketchObject(0);
+  GoOut();
+  headless::Click(kIdSkimCancel);
+  Draw(Skims()[0]);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(sketch.objectCount, 1);
+}
+
+TEST_F(SeveralDrawnSkims, NeedAFreeDrawingEach) {
+  headless::Click(kIdSurfaceCad);
+  Line(0, 0, 1, 0);  // none that anybody may take is left
+  Fresh();
+  DrawAndInsert(1);
+  Fresh();
+  DrawAndInsert(2);
+  headless::Click(kIdSurfaceCad);
+  while (Drawings() < 8) {
+    headless::Click(kIdDrawingAdd);
+    Line(0, 0, 1, 0);
+  }
+  SetMode(kModeHome);
+  SelectFeatureRow(Skims()[0]);
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  Next();
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(Status(), u"A free CAD drawing tab is needed for the skim path.");
 }
 
 struct SkimPlacement : support::SkimStage {
