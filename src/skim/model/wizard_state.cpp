@@ -16,6 +16,7 @@ void StartSkimWizard(std::int32_t fromSurface, std::int32_t fromMode) {
 }
 
 void EndSkimWizard() { skimWizard.open = false; }
+void RestoreSkimWizard(const SkimWizard& former) { skimWizard = former; }
 void TurnSkimPage(int page) { skimWizard.page = page; }
 void NoteSkimPlan(bool valid) { skimWizard.planValid = valid; }
 void NoteSkimField(int field) { skimWizard.field = field; }

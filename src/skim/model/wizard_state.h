@@ -28,6 +28,8 @@ bool SkimIsUp();
 // The wizard as it comes up, opened from this place.
 void StartSkimWizard(std::int32_t fromSurface, std::int32_t fromMode);
 void EndSkimWizard();
+// As it was, where another one did not come up.
+void RestoreSkimWizard(const SkimWizard& former);
 void TurnSkimPage(int page);
 void NoteSkimPlan(bool valid);
 void NoteSkimField(int field);

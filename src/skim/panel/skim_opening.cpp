@@ -27,16 +27,23 @@ enum WizardField : int { kFieldTool, kFieldOffset, kFieldRpm, kFieldFeed, kField
 
 std::u16string WizardText(int field) { return platform::TextOf(kIdWizardField + field); }
 
-// The wizard on its first page, with the live plan.
-bool BringUp() {
+// The wizard on its first page, with this plan. False: the surface that is up stays, and so do plan
+// and wizard.
+bool BringUp(const SkimPlan& plan) {
+  const SkimPlan formerPlan = skimPlan;
+  const SkimWizard former = skimWizard;
+  SetSkimPlan(plan);
   if (SkimIsUp()) {
     StartSkimWizard(skimWizard.fromSurface, skimWizard.fromMode);
     EnterSkim();
-  } else {
-    StartSkimWizard(app.surface, app.mode);
-    Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
+    return true;
   }
-  return SkimIsUp();
+  StartSkimWizard(app.surface, app.mode);
+  Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
+  if (SkimIsUp()) return true;
+  SetSkimPlan(formerPlan);
+  RestoreSkimWizard(former);
+  return false;
 }
 
 }  // namespace
@@ -48,15 +55,12 @@ bool OpenSkimWizard() {
                         .rpm = WizardText(kFieldRpm),
                         .feed = WizardText(kFieldFeed),
                         .safeZ = WizardText(kFieldSafeZ)};
-  SetSkimPlan(SeededSkimPlan(skimPlan, seeds, UnitsMetric()));
-  return BringUp();
+  return BringUp(SeededSkimPlan(skimPlan, seeds, UnitsMetric()));
 }
 
 bool OpenSkimFromFeature(const FeatureSettings& record) {
   SkimPlan plan;
-  if (!LoadSkimPlan(record, plan)) return false;
-  SetSkimPlan(plan);
-  return BringUp();
+  return LoadSkimPlan(record, plan) && BringUp(plan);
 }
 
 void EnterSkim() {

@@ -5,10 +5,11 @@
 
 namespace morva {
 
-// From the machining wizard, whose fields the plan takes; a block under edit is dropped. False: it
-// did not come up.
+// From the machining wizard, whose fields the plan takes; a block under edit is dropped. False: the
+// surface that is up stays, as does the plan.
 bool OpenSkimWizard();
-// With the plan of a block, whose unit is in force already. False: the record is none of a skim.
+// With the plan of a block, whose unit is in force already. False: the record is none of a skim,
+// or the surface that is up stays; the plan stays then too.
 bool OpenSkimFromFeature(const FeatureSettings& record);
 // The surface came up: the form, the view and the keyboard are the plan's.
 void EnterSkim();

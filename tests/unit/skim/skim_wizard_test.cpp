@@ -13,6 +13,7 @@
 #include "library/units.h"
 #include "platform/editor.h"
 #include "skim/panel/skim_form.h"
+#include "skim/panel/skim_opening.h"
 #include "unit/skim/skim_stage.h"
 
 namespace morva {
@@ -427,6 +428,31 @@ TEST_F(SkimBlock, ReopensInItsOwnUnit) {
   EXPECT_TRUE(UnitsMetric());
   EXPECT_TRUE(skimPlan.metric);
   EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+}
+
+// A plate that is up and has no name yet is asked about before another surface comes up.
+TEST_F(SkimBlock, ChangesNothingWhereThePlateStaysUp) {
+  Type(kSkimXMax, u"6");
+  Insert();
+  OpenSkim();
+  Type(kSkimXMax, u"9");
+  headless::Click(kIdSkimCancel);
+  headless::Click(kIdSurfacePlate);
+  ASSERT_EQ(app.surface, kSurfacePlate);
+  headless::TypeInto(kIdPlateField, u"7");
+  const SkimWizard before = skimWizard;
+  ASSERT_FALSE(before.open);
+  headless::TakeBoxes();
+  SelectSkim();
+  RouteCommand(kIdFeatureEdit, platform::kNotifyClick);
+  EXPECT_EQ(app.surface, kSurfacePlate);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_FALSE(skimWizard.open);
+  EXPECT_EQ(skimPlan.xMax, 9);
+  EXPECT_EQ(editLink.kind, 0);
+  EXPECT_FALSE(OpenSkimWizard());
+  EXPECT_FALSE(skimWizard.open);
+  EXPECT_EQ(skimPlan.xMax, 9);
 }
 
 TEST_F(SkimBlock, IsNoUpdateAfterAFreshOpening) {
