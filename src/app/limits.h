@@ -72,6 +72,18 @@ inline constexpr int kMaxMeshSegments = 4704;    // lines of the cut surface, 98
 inline constexpr int kMaxReadOutLines = 16;      // lines that a read-out breaks into; the rest is not shown
 inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction; further ones are not drawn
 
+// The motion of the machine.
+inline constexpr int kMaxControlPoints = 262144;  // bottom read-out "machine path shown to line ..."
+inline constexpr int kMaxOperations = 200;       // stretches of a program with one tool; further ones count in the last
+inline constexpr int kMaxHeldMoves = 16;         // moves without X and Y that cutter compensation looks past
+inline constexpr int kMaxBlockCodes = 12;        // G codes of a block; further ones are a finding
+inline constexpr int kMaxBlockMs = 6;            // M codes of a block; as above
+inline constexpr int kMaxCalls = 64;             // calls within calls; one more stops the run with a finding
+inline constexpr int kMaxLoops = 3;              // WHILE within WHILE, as the control has it; a higher number is a finding
+inline constexpr int kMaxPrintedUnits = 4000;    // that DPRNT prints; further lines are left out
+inline constexpr int kMaxFindings = 400;         // of the machine check; further ones are counted
+inline constexpr int kMaxFindingsOfKind = 40;    // of one kind; as above
+
 // The libraries of tools and macros.
 inline constexpr int kMaxTools = 64;             // box "The tool library is full (64 tools)."; more in the settings file are not read
 inline constexpr int kMaxFlutes = 64;            // box "Enter a flute count from 1 to 64."

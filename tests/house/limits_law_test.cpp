@@ -30,15 +30,20 @@ const std::set<std::string> kOneForEach = {
     "kBitWords",        // of what the limits let in
     "kBoth",            // sides of the review
     "kCodeItems",       // rows of the code table
+    "kCodes",           // G codes of the control
+    "kCommons",         // global variables
     "kCompanionCount",  // drawings, plates, excluded code
     "kCoverageCells",   // along a side of a grid
     "kDiamondLines",    // four
     "kEntries",         // words of the code table
     "kFeatureKinds",    // of blocks
+    "kFindings",        // kinds of findings
     "kFlyoutMethods",   // of one tool
     "kGNumbers",        // G codes of two digits
+    "kHighestM",        // M codes
     "kLeadArrows",      // of one dimension
     "kLeadLines",       // of one dimension
+    "kLocals",          // local variables of a call
     "kMacroFields",     // of a built-in macro
     "kOutlinePoints",   // of one outline
     "kRuns",            // of one outline
@@ -51,6 +56,8 @@ const std::set<std::string> kOneForEach = {
     "kPlateValues",     // numbers of a plate
     "kSides",           // of a rectangle
     "kSkimFields",      // of the skim's form
+    "kToolNumbers",     // lengths and diameters of the control
+    "kWorkRows",        // work offsets of the control
     "kWorkers",         // kinds of threads
 };
 

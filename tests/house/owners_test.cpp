@@ -111,7 +111,7 @@ const std::vector<Table>& Tables() {
       // The run under way writes into a path, an extraction empties one.
       {.name = "path",
        .owners = {"simulator/motion_path.cpp", "simulator/motion_run.cpp", "simulator/motion_run.h",
-                  "simulator/extract.cpp"},
+                  "simulator/extract.cpp", "simulator/control_emit.cpp"},
        .row = "MotionPath",
        .member = "path"},
       // Written by the functions that work on any path.

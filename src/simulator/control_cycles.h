@@ -1,0 +1,19 @@
+// Canned cycles and the hole patterns that run them, stroke by stroke.
+#pragma once
+
+#include "simulator/control_block.h"
+#include "simulator/control_run.h"
+
+namespace morva {
+
+// Keeps what the block says of the cycle in force: R, Z, Q, P, I, J, K, F stays with the feed.
+// `begins`: the block names the cycle's code.
+void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins);
+// The cycle at the block's place, L times.
+void RunCycle(ControlRun& run, const ControlBlock& block, bool begins);
+// G70, G71 and G72: the cycle in force at each hole of a circle, an arc or a line.
+void RunHolePattern(ControlRun& run, const ControlBlock& block, int code);
+// G12 and G13: a round pocket about the place of the tool.
+void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise);
+
+}  // namespace morva

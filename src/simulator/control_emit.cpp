@@ -1,0 +1,192 @@
+#include "simulator/control_emit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "simulator/control_frame.h"
+#include "text/series_trig.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kSame = 1e-6;           // points closer than this are one, display units
+constexpr double kChordInches = 0.0005;  // how far a chord may lie off its arc
+constexpr double kMostChords = 100000;
+constexpr double kSharpCosine = 0.9;  // of the angle from which a corner costs time, 26 degrees
+
+void AddPoint(ControlRun& run, const Vec3& to, bool rapid, double seconds) {
+  ControlTrack& track = *run.track;
+  MotionPath& out = track.path;
+  if (out.count > 0 && run.moved) {
+    const MotionPoint& last = out.points[out.count - 1];
+    if (std::fabs(to.of[0] - last.x) <= kSame && std::fabs(to.of[1] - last.y) <= kSame &&
+        std::fabs(to.of[2] - last.z) <= kSame) {
+      track.seconds[out.count - 1] = seconds;
+      return;
+    }
+  }
+  if (out.count >= kMaxControlPoints) {
+    if (out.fullAtLine < 0) {
+      out.fullAtLine = run.line;
+      Report(run, Finding::PathFull);
+    }
+    return;
+  }
+  track.seconds[out.count] = seconds;
+  MotionPoint& point = out.points[out.count++];
+  point.x = to.of[0];
+  point.y = to.of[1];
+  point.z = to.of[2];
+  point.rapid = rapid;
+  point.sourceLine = run.line;
+  point.jump = !run.moved;
+  point.tool = run.tool;
+  run.moved = true;
+}
+
+double Distance(const Vec3& a, const Vec3& b) {
+  const double x = b.of[0] - a.of[0];
+  const double y = b.of[1] - a.of[1];
+  const double z = b.of[2] - a.of[2];
+  return std::sqrt(x * x + y * y + z * z);
+}
+
+// Seconds of an axis from rest to rest.
+double TrapeziumSeconds(double way, double rate, double acceleration) {
+  const double perSecond = rate / 60;
+  if (way * acceleration >= perSecond * perSecond)
+    return way / perSecond + perSecond / acceleration;
+  return 2 * std::sqrt(way / acceleration);
+}
+
+void EmitRapid(ControlRun& run, const ControlSegment& segment) {
+  double ways[3];
+  double longest = 0;
+  for (int axis = 0; axis < 3; ++axis) {
+    ways[axis] = std::fabs(segment.to.of[axis] - segment.from.of[axis]);
+    longest = std::max(longest, ways[axis]);
+  }
+  const ControlTable& table = run.table;
+  const double began = run.time;
+  run.time += TrapeziumSeconds(longest / run.perInch, table.rapidRate, table.acceleration);
+  std::fill(std::begin(run.lastWay), std::end(run.lastWay), 0.0);
+  // An axis with a shorter way has arrived earlier: a corner there.
+  double arrivals[3] = {ways[0], ways[1], ways[2]};
+  std::sort(std::begin(arrivals), std::end(arrivals));
+  for (const double reached : arrivals) {
+    if (reached <= kSame || reached >= longest - kSame || !run.moved) continue;
+    Vec3 corner;
+    for (int axis = 0; axis < 3; ++axis) {
+      const double way = segment.to.of[axis] - segment.from.of[axis];
+      corner.of[axis] = segment.from.of[axis] + std::copysign(std::min(ways[axis], reached), way);
+    }
+    AddPoint(run, corner, true, began + (run.time - began) * reached / longest);
+  }
+  AddPoint(run, segment.to, true, run.time);
+}
+
+double FeedSeconds(const ControlRun& run, const ControlSegment& segment, double length) {
+  if (segment.feed <= 0 || length <= 0) return 0;
+  const double minutes = segment.inverse ? 1 / segment.feed : length / segment.feed;
+  return std::max(minutes * 60, run.table.leastBlockSeconds);
+}
+
+// The lag at a corner between the last feed and one that begins in this direction.
+void AddCornerTime(ControlRun& run, const double way[3], const double leaves[3]) {
+  double dot = 0;
+  double before = 0;
+  for (int axis = 0; axis < 3; ++axis) {
+    dot += run.lastWay[axis] * way[axis];
+    before += std::fabs(run.lastWay[axis]);
+  }
+  if (before > 0 && dot < kSharpCosine) run.time += run.table.reversalSeconds;
+  std::copy(leaves, leaves + 3, run.lastWay);
+}
+
+void EmitLine(ControlRun& run, const ControlSegment& segment) {
+  const double length = Distance(segment.from, segment.to);
+  if (length <= kSame) return;
+  double way[3];
+  for (int axis = 0; axis < 3; ++axis) {
+    way[axis] = (segment.to.of[axis] - segment.from.of[axis]) / length;
+  }
+  AddCornerTime(run, way, way);
+  run.time += FeedSeconds(run, segment, length);
+  AddPoint(run, segment.to, false, run.time);
+}
+
+// Chords whose middle lies at most the tolerance inside the circle.
+int ChordsOf(double radius, double sweep, double tolerance) {
+  const double share = std::max(1 - tolerance / radius, 0.0);
+  const double step = 2 * std::acos(share);
+  const double chords = std::ceil(std::fabs(sweep) / std::max(step, 1e-9) - 1e-9);
+  return static_cast<int>(std::clamp(chords, 1.0, kMostChords));
+}
+
+void EmitArc(ControlRun& run, const ControlSegment& segment) {
+  const PlaneAxes axes = AxesOf(segment.plane);
+  const double startU = segment.from.of[axes.u] - segment.centreU;
+  const double startV = segment.from.of[axes.v] - segment.centreV;
+  const double endU = segment.to.of[axes.u] - segment.centreU;
+  const double endV = segment.to.of[axes.v] - segment.centreV;
+  const double radius = std::hypot(startU, startV);
+  const double endRadius = std::hypot(endU, endV);
+  if (radius <= kSame) return EmitLine(run, segment);
+  const double start = std::atan2(startV, startU);
+  double sweep = std::atan2(endV, endU) - start;
+  const bool whole = std::hypot(endU - startU, endV - startV) <= kSame;
+  if (segment.clockwise) {
+    while (sweep >= (whole ? -kPi : 0)) sweep -= kTwoPi;
+  } else {
+    while (sweep <= (whole ? kPi : 0)) sweep += kTwoPi;
+  }
+  const double rise = segment.to.of[axes.w] - segment.from.of[axes.w];
+  const double flat = radius * std::fabs(sweep);
+  const double length = std::hypot(flat, rise);
+  const double turn = segment.clockwise ? -1 : 1;
+  double way[3];
+  double leaves[3];
+  way[axes.u] = -turn * startV / radius * flat / length;
+  way[axes.v] = turn * startU / radius * flat / length;
+  way[axes.w] = rise / length;
+  leaves[axes.u] = -turn * endV / std::max(endRadius, kSame) * flat / length;
+  leaves[axes.v] = turn * endU / std::max(endRadius, kSame) * flat / length;
+  leaves[axes.w] = rise / length;
+  AddCornerTime(run, way, leaves);
+  const double began = run.time;
+  run.time += FeedSeconds(run, segment, length);
+  const int chords = ChordsOf(radius, sweep, kChordInches * run.perInch);
+  for (int i = 1; i < chords && run.track->path.fullAtLine < 0; ++i) {
+    const double part = static_cast<double>(i) / chords;
+    const double angle = start + sweep * part;
+    const double r = radius + (endRadius - radius) * part;
+    Vec3 point;
+    point.of[axes.u] = segment.centreU + r * std::cos(angle);
+    point.of[axes.v] = segment.centreV + r * std::sin(angle);
+    point.of[axes.w] = segment.from.of[axes.w] + rise * part;
+    AddPoint(run, point, false, began + (run.time - began) * part);
+  }
+  AddPoint(run, segment.to, false, run.time);
+}
+
+}  // namespace
+
+void EmitSegment(ControlRun& run, const ControlSegment& segment) {
+  const std::int32_t line = run.line;
+  run.line = segment.line;
+  switch (segment.kind) {
+    case ControlSegment::Kind::Rapid:
+      EmitRapid(run, segment);
+      break;
+    case ControlSegment::Kind::Line:
+      EmitLine(run, segment);
+      break;
+    case ControlSegment::Kind::Arc:
+      EmitArc(run, segment);
+      break;
+  }
+  run.line = line;
+}
+
+}  // namespace morva

@@ -1,0 +1,12 @@
+// The end of the way of a move: stretches in shown places become points with their times.
+#pragma once
+
+#include "simulator/control_run.h"
+
+namespace morva {
+
+// Adds the points of a stretch to the path, arcs as chords that lie at most 0.0005 in off, rapids
+// as each axis runs, and their seconds to the run's time. Told for the stretch's own line.
+void EmitSegment(ControlRun& run, const ControlSegment& segment);
+
+}  // namespace morva

@@ -1,0 +1,515 @@
+#include "simulator/control_execute.h"
+
+#include <cmath>
+
+#include "library/units.h"
+#include "simulator/control_codes.h"
+#include "simulator/control_compensation.h"
+#include "simulator/control_cycles.h"
+#include "simulator/control_flow.h"
+#include "simulator/control_frame.h"
+#include "simulator/control_motion.h"
+#include "text/series_trig.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kCode = 10;  // codes stand times ten
+
+// Codes that hold for their block alone, and what the block's words belong to.
+struct BlockCodes {
+  int home = 0;          // 28 or 29
+  bool machine = false;  // G53
+  bool dwell = false;
+  bool setsOffsets = false;
+  bool shift = false;  // G92
+  bool local = false;  // G52
+  bool macro = false;
+  int pattern = 0;       // 70, 71, 72
+  int pocket = 0;        // 12, 13, 150
+  bool ignored = false;  // a code whose words the reader does not follow
+  bool cycleBegins = false;
+  bool scales = false;   // G51: X, Y, Z are its centre
+  bool turns = false;    // G68: X, Y, R are its own
+  bool mirrors = false;  // G101, G100
+  bool motionCode = false;
+};
+
+void TakeUnit(ControlRun& run, bool metric) {
+  if (run.unitKnown && run.modes.metric != metric) {
+    Report(run, Finding::UnitDisagrees, metric ? 21 : 20);
+  }
+  run.unitKnown = true;
+  run.modes.metric = metric;
+  run.unit = metric ? run.perInch * kInchPerMm : run.perInch;
+}
+
+void TakeWorkOffset(ControlRun& run, const ControlBlock& block, int code) {
+  int row = kFirstWorkRow + code - 54;
+  if (code >= 110 && code <= 129) row = kFurtherWorkRow + code - 110;
+  if (code == 154) {
+    const double number = block.Has('P') ? block.Of('P') : 0;
+    if (!(number >= 1 && number <= kFurtherWorkRows)) {
+      return Report(run, Finding::BadVariable, number);
+    }
+    row = kFurtherWorkRow + static_cast<int>(number) - 1;
+  }
+  run.modes.workRow = row;
+  if (run.moved) {
+    SettleFrame(run);
+  } else {
+    PlaceZero(run, row);
+  }
+}
+
+void TakeScale(ControlRun& run, const ControlBlock& block, int code) {
+  ControlFrame& frame = run.frame;
+  frame.scale = 1;
+  if (code == 51) {
+    Vec3 centre = run.at;
+    for (int axis = 0; axis < 3; ++axis) {
+      const char letter = static_cast<char>('X' + axis);
+      if (block.Has(letter)) centre.of[axis] = LengthOf(run, block, letter);
+    }
+    double factor = run.table.scale;
+    if (block.Has('P')) factor = block.Of('P') * ((block.pointed & LetterBit('P')) ? 1 : 0.001);
+    if (factor > 0) {
+      frame.scaleCentre = centre;
+      frame.scale = factor;
+    } else {
+      Report(run, Finding::PocketWords, factor);
+    }
+  }
+  SettleFrame(run);
+}
+
+void TakeTurn(ControlRun& run, const ControlBlock& block, int code) {
+  ControlFrame& frame = run.frame;
+  const Vec3 before = run.at;
+  frame.turned = false;
+  if (code == 68) {
+    const PlaneAxes axes = AxesOf(run.modes.plane);
+    const auto centre = [&](int axis) {
+      const char letter = static_cast<char>('X' + axis);
+      const double own = block.Has(letter) ? LengthOf(run, block, letter) : before.of[axis];
+      const double about = frame.scaleCentre.of[axis];
+      return frame.scale == 1 ? own : about + (own - about) * frame.scale;
+    };
+    const double degrees = block.Has('R') ? block.Of('R') : 0;
+    frame.turnU = axes.u;
+    frame.turnV = axes.v;
+    frame.turnCentreU = centre(axes.u);
+    frame.turnCentreV = centre(axes.v);
+    frame.turnCos = std::cos(degrees * kRadiansPerDegree);
+    frame.turnSin = std::sin(degrees * kRadiansPerDegree);
+    frame.turned = true;
+  }
+  SettleFrame(run);
+}
+
+void TakeMirror(ControlRun& run, const ControlBlock& block, int code) {
+  bool any = false;
+  for (int axis = 0; axis < 3; ++axis) {
+    const char letter = static_cast<char>('X' + axis);
+    any = any || block.Has(letter);
+    if (block.Has(letter)) run.frame.mirror[axis] = code == 101;
+  }
+  if (!any && code == 100) {
+    for (bool& mirror : run.frame.mirror) mirror = false;
+  }
+  SettleFrame(run);
+}
+
+void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
+  run.modes.lengthMode = code;
+  if (block.Has('H')) run.lengthNumber = static_cast<std::int32_t>(block.Of('H'));
+  const bool ends = code == 49 || (block.Has('H') && run.lengthNumber == 0);
+  if (ends) run.modes.lengthMode = 49;
+  if (!ends) run.lengthSinceChange = true;
+}
+
+void TakeMotionCode(ControlRun& run, int code, BlockCodes& codes) {
+  run.modes.motion = run.modes.line = code;
+  codes.motionCode = true;
+}
+
+void TakeCycleCode(ControlRun& run, int code, BlockCodes& codes) {
+  // The plane that G98 returns to is where the tool stood before the first cycle.
+  if (run.modes.motion < 73) {
+    run.cycle = CycleWords{};
+    run.cycle.initialPlane = run.at.of[2];
+  }
+  run.modes.motion = code;
+  codes.cycleBegins = true;
+}
+
+void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, BlockCodes& codes) {
+  const int code = timesTen / kCode;
+  ControlModes& modes = run.modes;
+  switch (CodeOf(timesTen).action) {
+    case CodeAction::Unknown:
+      return Report(run, Finding::UnknownG, timesTen / 10.0);
+    case CodeAction::Lathe:
+      return Report(run, Finding::LatheWord, code);
+    case CodeAction::Motion:
+      return TakeMotionCode(run, code, codes);
+    case CodeAction::Cycle:
+      return TakeCycleCode(run, code, codes);
+    case CodeAction::CycleEnd:
+      modes.motion = modes.line;
+      return;
+    case CodeAction::Plane:
+      modes.plane = code;
+      return;
+    case CodeAction::Absolute:
+    case CodeAction::Incremental:
+      modes.absolute = code == 90;
+      return;
+    case CodeAction::FeedMode:
+      if (modes.feedMode != code) run.feedKnown = false;
+      modes.feedMode = code;
+      return;
+    case CodeAction::Inch:
+    case CodeAction::Metric:
+      return TakeUnit(run, code == 21);
+    case CodeAction::Compensation:
+      return TakeCompensation(run, code, block);
+    case CodeAction::Length:
+      return TakeLength(run, block, code);
+    case CodeAction::Return:
+      modes.returnPlane = code;
+      return;
+    case CodeAction::WorkOffset:
+      return TakeWorkOffset(run, block, code);
+    case CodeAction::ExactStop:
+      modes.exactStop = code == 61;
+      return;
+    case CodeAction::Scale:
+      codes.scales = true;
+      return;
+    case CodeAction::Turn:
+      codes.turns = true;
+      return;
+    case CodeAction::Mirror:
+      codes.mirrors = true;
+      return;
+    case CodeAction::Dwell:
+      codes.dwell = true;
+      return;
+    case CodeAction::ExactBlock:
+      return;
+    case CodeAction::LookAhead:
+      codes.ignored = true;  // its P is no word of a move
+      return;
+    case CodeAction::SetOffsets:
+      codes.setsOffsets = true;
+      return;
+    case CodeAction::Circle:
+    case CodeAction::Pocket:
+      codes.pocket = code;
+      return;
+    case CodeAction::Home:
+    case CodeAction::FromHome:
+      codes.home = code;
+      return;
+    case CodeAction::LocalZero:
+      codes.local = true;
+      return;
+    case CodeAction::Machine:
+      codes.machine = true;
+      return;
+    case CodeAction::Macro:
+      codes.macro = true;
+      return;
+    case CodeAction::HolePattern:
+      codes.pattern = code;
+      return;
+    case CodeAction::Shift:
+      codes.shift = true;
+      return;
+    case CodeAction::NotFollowed:
+      codes.ignored = true;
+      return Report(run, Finding::NotFollowed, code);
+  }
+}
+
+void CheckGroups(ControlRun& run, const ControlBlock& block) {
+  std::uint32_t seen = 0;
+  for (int i = 0; i < block.gCount; ++i) {
+    const int group = CodeOf(block.g[i]).group;
+    if (group == 0) continue;
+    const std::uint32_t bit = 1u << group;
+    if (seen & bit) Report(run, Finding::TwoOfAGroup, block.g[i] / 10.0);
+    seen |= bit;
+  }
+}
+
+// Units and increments come first: the words of the block are read by them.
+BlockCodes TakeCodes(ControlRun& run, const ControlBlock& block) {
+  BlockCodes codes;
+  if (block.gCount > 1) CheckGroups(run, block);
+  for (int i = 0; i < block.gCount; ++i) {
+    const CodeAction action = CodeOf(block.g[i]).action;
+    const bool unit = action == CodeAction::Inch || action == CodeAction::Metric;
+    const bool steps = action == CodeAction::Absolute || action == CodeAction::Incremental;
+    const bool plane = action == CodeAction::Plane;
+    if (unit || steps || plane) TakeOneCode(run, block, block.g[i], codes);
+  }
+  for (int i = 0; i < block.gCount; ++i) {
+    const CodeAction action = CodeOf(block.g[i]).action;
+    const bool first = action == CodeAction::Inch || action == CodeAction::Metric ||
+                       action == CodeAction::Absolute || action == CodeAction::Incremental ||
+                       action == CodeAction::Plane;
+    if (!first) TakeOneCode(run, block, block.g[i], codes);
+  }
+  return codes;
+}
+
+void TakeFeed(ControlRun& run, const ControlBlock& block) {
+  if (!block.Has('F')) return;
+  const bool pointed = (block.pointed & LetterBit('F')) != 0 || run.table.wholeFeeds;
+  const double least = run.modes.metric ? 0.001 : 0.0001;
+  const double written = block.Of('F') * (pointed ? 1 : least);
+  run.feed = run.modes.feedMode == 93 ? written : written * run.unit;
+  // In G95 F is the way of a turn.
+  if (run.modes.feedMode == 95) run.feed *= run.speed;
+  run.feedKnown = run.feedKnown || written > 0;
+}
+
+void TakeToolWords(ControlRun& run, const ControlBlock& block) {
+  if (block.Has('S')) {
+    run.speed = block.Of('S');
+    if (run.speed > run.table.mostSpeed) Report(run, Finding::SpeedHigh, run.speed);
+  }
+  if (block.Has('T')) run.toolCalled = static_cast<std::int32_t>(block.Of('T'));
+}
+
+// To machine zero along Z, then the other tool. The spindle stands still behind it.
+void ChangeTool(ControlRun& run) {
+  FlushMoves(run);
+  Vec3 up = run.shown;
+  up.of[2] = -run.zero.of[2];
+  if (run.moved && std::fabs(up.of[2] - run.shown.of[2]) > 1e-9) {
+    RapidToShown(run, up);
+  } else {
+    run.shown = up;
+    run.at = ProgramOf(run, up);
+  }
+  run.tool = run.toolCalled;
+  run.spindle = false;
+  run.lengthSinceChange = false;
+  run.modes.motion = run.modes.line;
+  run.told = 0;
+  Wait(run, run.table.toolChangeSeconds);
+  BeginOperation(*run.track, {.line = run.line, .tool = run.tool, .began = run.time});
+}
+
+void TakeEarlyMs(ControlRun& run, const ControlBlock& block) {
+  if (block.mCount > 1) Report(run, Finding::TwoM, block.m[1]);
+  for (int i = 0; i < block.mCount; ++i) {
+    const int code = block.m[i];
+    if (!IsKnownM(code)) Report(run, Finding::UnknownM, code);
+    if (code == 6) ChangeTool(run);
+    if (code == 3 || code == 4) {
+      run.spindle = true;
+      run.told = 0;
+      Wait(run, run.table.spindleSeconds);
+    }
+  }
+}
+
+void TakeLateMs(ControlRun& run, const ControlBlock& block) {
+  for (int i = 0; i < block.mCount && !run.ended; ++i) {
+    switch (block.m[i]) {
+      case 5:
+      case 0:
+        run.spindle = false;
+        break;
+      case 1:
+        if (run.table.optionalStop) run.spindle = false;
+        break;
+      case 2:
+      case 30:
+        run.ended = run.sawEnd = true;
+        break;
+      case 97:
+        CallLabel(run, block);
+        break;
+      case 98:
+        CallProgram(run, block);
+        break;
+      case 99:
+        ReturnFrom(run, block);
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+// G28 by way of a point to machine zero, of all axes where none is named; G29 back by that point.
+void GoHome(ControlRun& run, const ControlBlock& block, int code) {
+  Vec3 by;
+  const bool named = TakeTarget(run, block, by);
+  run.modes.lengthMode = 49;
+  if (code == 29) {
+    RapidTo(run, run.homeBy);
+    return RapidTo(run, by);
+  }
+  run.homeBy = by;
+  if (named) {
+    if (run.modes.absolute) Report(run, Finding::HomeThroughPart);
+    RapidTo(run, by);
+  }
+  Vec3 home = run.shown;
+  for (int axis = 0; axis < 3; ++axis) {
+    const bool goes = !named || block.Has(static_cast<char>('X' + axis));
+    if (goes) home.of[axis] = -run.zero.of[axis];
+  }
+  RapidToShown(run, home);
+}
+
+// G53: places of the machine, whatever offset is in force.
+void GoInMachine(ControlRun& run, const ControlBlock& block) {
+  Vec3 to = run.shown;
+  bool any = false;
+  for (int axis = 0; axis < 3; ++axis) {
+    const char letter = static_cast<char>('X' + axis);
+    if (!block.Has(letter)) continue;
+    any = true;
+    to.of[axis] = LengthOf(run, block, letter) - run.zero.of[axis];
+  }
+  if (!any) return;
+  if (!run.modes.absolute) Report(run, Finding::MachineWithG91);
+  RapidToShown(run, to);
+}
+
+// G92: the tool stands at the named place from here on, in every offset.
+void ShiftAll(ControlRun& run, const ControlBlock& block) {
+  FlushMoves(run);
+  for (int axis = 0; axis < 3; ++axis) {
+    const char letter = static_cast<char>('X' + axis);
+    if (!block.Has(letter)) continue;
+    run.frame.g92.of[axis] += run.at.of[axis] - LengthOf(run, block, letter);
+    run.frame.g92.of[axis] += run.table.work[kLocalZeroRow][axis] * run.perInch;
+    run.table.work[kLocalZeroRow][axis] = 0;
+  }
+  SettleFrame(run);
+}
+
+void TakeLocalZero(ControlRun& run, const ControlBlock& block) {
+  for (int axis = 0; axis < 3; ++axis) {
+    const char letter = static_cast<char>('X' + axis);
+    if (!block.Has(letter)) continue;
+    run.table.work[kLocalZeroRow][axis] = LengthOf(run, block, letter) / run.perInch;
+  }
+  SettleFrame(run);
+}
+
+// G10: L2 and L20 work offsets, L10 to L13 lengths and diameters of tools. G91 adds.
+void SetOffsets(ControlRun& run, const ControlBlock& block) {
+  const int kind = block.Has('L') ? static_cast<int>(block.Of('L')) : 2;
+  const double number = block.Has('P') ? block.Of('P') : 0;
+  const bool adds = !run.modes.absolute;
+  if (kind == 2 || kind == 20) {
+    const int most = kind == 2 ? 6 : kFurtherWorkRows;
+    if (!(number >= 0 && number <= most)) return Report(run, Finding::BadVariable, number);
+    const int first = kind == 2 ? kLocalZeroRow : kFurtherWorkRow - 1;
+    const int row = number == 0 ? kLocalZeroRow : first + static_cast<int>(number);
+    for (int axis = 0; axis < 3; ++axis) {
+      const char letter = static_cast<char>('X' + axis);
+      if (!block.Has(letter)) continue;
+      const double inches = LengthOf(run, block, letter) / run.perInch;
+      double& place = run.table.work[row][axis];
+      place = adds ? place + inches : inches;
+    }
+    if (!run.moved) return PlaceZero(run, run.modes.workRow);
+    return SettleFrame(run);
+  }
+  double ToolOffset::*field = kind == 10                ? &ToolOffset::length
+                              : kind == 11 || kind == 1 ? &ToolOffset::lengthWear
+                              : kind == 12              ? &ToolOffset::diameter
+                                                        : &ToolOffset::diameterWear;
+  if (kind > 13 || !(number >= 1 && number <= kControlTools)) {
+    return Report(run, Finding::BadVariable, number);
+  }
+  double& place = run.table.tools[static_cast<int>(number)].*field;
+  const double inches = block.Has('R') ? LengthOf(run, block, 'R') / run.perInch : 0;
+  place = adds ? place + inches : inches;
+}
+
+void Dwell(ControlRun& run, const ControlBlock& block) {
+  if (!block.Has('P')) return;
+  Wait(run, block.Of('P') * ((block.pointed & LetterBit('P')) ? 1 : 0.001));
+}
+
+// What the axis words of the block do. Only one of these takes them.
+void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
+  if (codes.ignored || codes.setsOffsets || codes.macro || codes.dwell) return;
+  if (codes.home) return GoHome(run, block, codes.home);
+  if (codes.machine) return GoInMachine(run, block);
+  if (codes.pattern) return RunHolePattern(run, block, codes.pattern);
+  if (codes.pocket == 12 || codes.pocket == 13) {
+    return RunCirclePocket(run, block, codes.pocket == 12);
+  }
+  if (codes.pocket) return Report(run, Finding::NotFollowed, codes.pocket);
+  if (codes.shift || codes.local || codes.scales || codes.turns || codes.mirrors) return;
+  if (run.modes.motion >= 73) {
+    TakeCycleWords(run, block, codes.cycleBegins);
+    return RunCycle(run, block, codes.cycleBegins);
+  }
+  Vec3 target;
+  const bool any = TakeTarget(run, block, target);
+  switch (run.modes.motion) {
+    case 0:
+      if (any) RapidTo(run, target);
+      return;
+    case 1:
+      if (any) FeedTo(run, target);
+      return;
+    default:
+      break;
+  }
+  const std::uint32_t centre = LetterBit('I') | LetterBit('J') | LetterBit('K');
+  // A whole turn may name its centre alone.
+  if (any || (block.has & centre) != 0) RunArc(run, block, target);
+}
+
+void TakeOwnWords(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
+  if (codes.shift) ShiftAll(run, block);
+  if (codes.local) TakeLocalZero(run, block);
+  if (codes.setsOffsets) SetOffsets(run, block);
+  if (codes.dwell) Dwell(run, block);
+  for (int i = 0; i < block.gCount; ++i) {
+    const int code = block.g[i] / kCode;
+    if (codes.scales && (code == 50 || code == 51)) TakeScale(run, block, code);
+    if (codes.turns && (code == 68 || code == 69)) TakeTurn(run, block, code);
+    if (codes.mirrors && (code == 100 || code == 101)) TakeMirror(run, block, code);
+  }
+}
+
+}  // namespace
+
+void ExecuteBlock(ControlRun& run, const ControlBlock& block, const ControlPlace& blockStart) {
+  const bool empty = block.has == 0 && block.gCount == 0 && block.mCount == 0;
+  if (!empty) {
+    // Another program begins: the one before it ends here.
+    if (block.Has('O')) {
+      if (run.codeSeen && !run.entersProgram) return EndOfText(run);
+      run.entersProgram = false;
+    }
+    run.codeSeen = true;
+    const BlockCodes codes = TakeCodes(run, block);
+    TakeToolWords(run, block);
+    TakeFeed(run, block);
+    TakeEarlyMs(run, block);
+    TakeOwnWords(run, block, codes);
+    Move(run, block, codes);
+    if (codes.macro && !run.ended) CallMacro(run, block, blockStart);
+    TakeLateMs(run, block);
+  }
+  if (!run.ended) FollowStatement(run, block, blockStart);
+}
+
+}  // namespace morva

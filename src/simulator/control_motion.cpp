@@ -1,0 +1,103 @@
+#include "simulator/control_motion.h"
+
+#include "simulator/control_compensation.h"
+#include "simulator/control_frame.h"
+
+namespace morva {
+
+namespace {
+
+// A finding that stays true from line to line is told once, until something changes.
+static_assert(kFindings <= 64);
+void ReportOnce(ControlRun& run, Finding kind) {
+  const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
+  if (!(run.told & bit)) Report(run, kind);
+  run.told |= bit;
+}
+
+void NoteFeed(ControlRun& run) {
+  if (!run.feedKnown) ReportOnce(run, Finding::NoFeed);
+}
+
+ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegment::Kind kind) {
+  ControlSegment segment;
+  segment.kind = kind;
+  segment.from = run.shown;
+  segment.to = shown;
+  segment.line = run.line;
+  segment.feed = run.feed;
+  segment.inverse = run.modes.feedMode == 93;
+  return segment;
+}
+
+void Send(ControlRun& run, const ControlSegment& segment) {
+  run.shown = segment.to;
+  ++run.strokes;
+  CompensateSegment(run, segment);
+}
+
+}  // namespace
+
+double LengthFrom(ControlRun& run, double value, bool pointed) {
+  if (pointed || run.table.wholeLengths) return value * run.unit;
+  const double least = run.modes.metric ? 0.001 : 0.0001;
+  return value * least * run.unit;
+}
+
+double LengthOf(ControlRun& run, const ControlBlock& block, char letter) {
+  return LengthFrom(run, block.Of(letter), (block.pointed & LetterBit(letter)) != 0);
+}
+
+void RapidToShown(ControlRun& run, const Vec3& shown) {
+  Send(run, SegmentTo(run, shown, ControlSegment::Kind::Rapid));
+  run.at = ProgramOf(run, shown);
+}
+
+void RapidTo(ControlRun& run, const Vec3& program) {
+  Send(run, SegmentTo(run, ShownOf(run, program), ControlSegment::Kind::Rapid));
+  run.at = program;
+}
+
+void FeedTo(ControlRun& run, const Vec3& program) {
+  NoteFeed(run);
+  Send(run, SegmentTo(run, ShownOf(run, program), ControlSegment::Kind::Line));
+  run.at = program;
+}
+
+void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV, bool clockwise) {
+  NoteFeed(run);
+  const PlaneAxes axes = AxesOf(run.modes.plane);
+  ControlSegment segment = SegmentTo(run, ShownOf(run, program), ControlSegment::Kind::Arc);
+  Vec3 centre = program;
+  centre.of[axes.u] = centreU;
+  centre.of[axes.v] = centreV;
+  const Vec3 shownCentre = ShownOf(run, centre);
+  segment.centreU = shownCentre.of[axes.u];
+  segment.centreV = shownCentre.of[axes.v];
+  segment.plane = run.modes.plane;
+  segment.clockwise = clockwise != IsReversed(run, run.modes.plane);
+  Send(run, segment);
+  run.at = program;
+}
+
+void Wait(ControlRun& run, double seconds) {
+  FlushMoves(run);
+  if (seconds > 0) run.time += seconds;
+  ControlTrack& track = *run.track;
+  if (track.path.count > 0) track.seconds[track.path.count - 1] = run.time;
+}
+
+bool TakeTarget(ControlRun& run, const ControlBlock& block, Vec3& target) {
+  target = run.at;
+  bool any = false;
+  for (int axis = 0; axis < 3; ++axis) {
+    const char letter = static_cast<char>('X' + axis);
+    if (!block.Has(letter)) continue;
+    any = true;
+    const double length = LengthOf(run, block, letter);
+    target.of[axis] = run.modes.absolute ? length : run.at.of[axis] + length;
+  }
+  return any;
+}
+
+}  // namespace morva

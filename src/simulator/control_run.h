@@ -1,0 +1,202 @@
+// A run of the control over a program: its place, its state, and where its motion goes.
+//
+// Internal to the reader of the machine's motion. A block is read whole and checked, then acts in
+// numbered steps (control_motion.cpp). Lengths of the state are in display units; variables hold
+// program units, as a program sees them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "app/limits.h"
+#include "simulator/control_path.h"
+#include "simulator/control_table.h"
+
+namespace morva {
+
+struct Vec3 {
+  double of[3] = {0, 0, 0};
+};
+
+// The modal codes in force, one of each group (control_codes.cpp).
+struct ControlModes {
+  int motion = 0;  // 0 to 3; a cycle's number while one is in force
+  int line = 0;    // 0 to 3: what remains when a cycle ends
+  int plane = 17;
+  bool absolute = true;
+  int feedMode = 94;
+  bool metric = false;
+  int compensation = 40;
+  int lengthMode = 49;
+  int returnPlane = 98;
+  int workRow = kFirstWorkRow;
+  bool exactStop = false;
+};
+
+struct CycleWords {  // R, Z, Q, P, I, J, K of the cycle in force; lengths in display units
+  double r = 0, z = 0, q = 0, dwell = 0, i = 0, j = 0, k = 0;
+  bool hasQ = false, hasI = false, hasJ = false, hasK = false;
+  bool rStep = false, zStep = false;  // given in G91: from the initial plane, and from R
+  double initialPlane = 0;
+};
+
+// From program places to shown ones: scale about a point, turn about a point, mirror, shift.
+struct ControlFrame {
+  double scale = 1;
+  Vec3 scaleCentre;
+  bool turned = false;
+  int turnU = 0, turnV = 1;  // axes of the plane that turns
+  double turnCos = 1, turnSin = 0, turnCentreU = 0, turnCentreV = 0;
+  bool mirror[3] = {false, false, false};
+  Vec3 shift;  // G92, G52 and the work offset, less the place of the drawn zero
+  Vec3 g92;
+};
+
+enum class CallKind : unsigned char { Main, Label, Program, Macro };
+
+struct ControlText {
+  std::u16string_view text;
+  std::int32_t number = -1;  // of its O word
+  // Places of N words in the order of the text, made at the first jump within it.
+  struct Label {
+    std::int32_t number;
+    std::int32_t line;
+    std::size_t at;
+  };
+  std::vector<Label> labels;
+  bool indexed = false;
+};
+
+struct ControlPlace {
+  int text = 0;
+  std::size_t at = 0;
+  std::int32_t line = 0;
+};
+
+// A program that was looked for, found or not.
+struct ControlProgram {
+  std::int32_t number = 0;
+  bool found = false;
+  ControlPlace place;  // of its O word
+};
+
+struct ControlLoop {
+  int number = 0;
+  ControlPlace start;
+};
+
+struct ControlCall {
+  CallKind kind = CallKind::Main;
+  ControlPlace back;         // behind the call
+  ControlPlace start;        // for repeats
+  std::int32_t repeats = 0;  // still to come
+  std::int32_t shownLine =
+      -1;          // line of the program that bears what a called text does, -1: its own
+  int locals = 0;  // row of local variables
+  int loopCount = 0;
+  ControlLoop loops[kMaxLoops];
+};
+
+inline constexpr int kLocals = 34;     // #0 to #33
+inline constexpr int kCommons = 1000;  // #100 to #999
+
+// Undefined variables hold a NaN.
+struct ControlVariables {
+  double locals[kMaxCalls + 1][kLocals];
+  double common[kCommons];
+  std::uint8_t last[26] = {};
+};
+
+// A stretch of motion in shown places.
+struct ControlSegment {
+  enum class Kind : unsigned char { Rapid, Line, Arc } kind = Kind::Line;
+  Vec3 from, to;
+  double centreU = 0, centreV = 0;  // in the plane's axes
+  int plane = 17;
+  bool clockwise = false;
+  std::int32_t line = 0;
+  double feed = 0;  // display units a minute; in G93 one over minutes
+  bool inverse = false;
+};
+
+// Moves that wait until the next one tells how the tool gets round the corner.
+struct ControlCompensation {
+  int side = 0;    // 0 off, 1 left, -1 right
+  int wanted = 0;  // of the last G40, G41, G42
+  double radius = 0;
+  bool begins = false;  // the next move in the plane is the entry
+  bool ends = false;    // ... the exit
+  int count = 0;
+  ControlSegment held[kMaxHeldMoves];
+  Vec3 at;  // where the tool's centre stands
+};
+
+// A corner that ",C" or ",R" cuts: the first line waits for the second.
+struct ControlCorner {
+  char kind = 0;
+  double size = 0;
+  Vec3 from, to;  // of the first line, program places
+  std::int32_t line = 0;
+};
+
+struct ControlRun {
+  ControlTable table;  // what the program may write
+  ControlTrack* track = nullptr;
+  double perInch = 1;  // display units
+  double unit = 1;     // display units of a program unit
+  bool unitKnown = false;
+  std::int32_t (*findProgram)(std::int32_t number, std::u16string_view& text) = nullptr;
+
+  std::vector<ControlText> texts;  // the first is the program's
+  std::vector<ControlProgram> programs;
+  bool entersProgram = false;  // the next block is the first of a program: its O word ends nothing
+  ControlPlace place;
+  std::int32_t line = 0;  // that motion and findings are told for
+  ControlCall calls[kMaxCalls + 1];
+  int callCount = 1;  // the main program is the first
+  ControlVariables variables;
+
+  ControlModes modes;
+  CycleWords cycle;
+  ControlFrame frame;
+  Vec3 zero;    // machine place of the drawn zero, display units
+  Vec3 homeBy;  // the point that the last G28 went by, for G29
+  Vec3 at;      // program place
+  Vec3 shown;   // the same, drawn
+  ControlCompensation compensation;
+  ControlCorner corner;
+
+  double feed = 0;  // display units a minute, or one over minutes in G93
+  bool feedKnown = false;
+  double speed = 0;
+  bool spindle = false;
+  std::int32_t tool = 0;        // in the spindle
+  std::int32_t toolCalled = 0;  // by the last T
+  std::int32_t lengthNumber = 0;
+  std::int32_t diameterNumber = 0;
+  bool lengthSinceChange = false;
+
+  // Bounds of what is run again.
+  std::int32_t jumps = 0;
+  std::int64_t repeatedUnits = 0;
+  std::int64_t strokes = 0;
+  bool ended = false;   // M30, M02, M99, an alarm, or a bound
+  bool sawEnd = false;  // ... one of the first three
+
+  bool moved = false;             // a move was drawn
+  bool codeSeen = false;          // a "%" from here on closes the program
+  std::uint64_t told = 0;         // findings that hold until something changes, a bit each
+  double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
+  double time = 0;                // seconds since the start
+};
+
+// Stops the run where a finding makes going on senseless.
+void StopWith(ControlRun& run, Finding kind, double number = 0);
+// A finding of the present line, which is told once for the line and kind.
+inline void Report(ControlRun& run, Finding kind, double number = 0) {
+  AddFinding(run.track->findings, kind, run.line, number);
+}
+
+}  // namespace morva

@@ -1,0 +1,103 @@
+// The motion of the machine at its bounds: full, and one beyond.
+
+#include <string>
+
+#include "unit/simulator/control_fixture.h"
+
+namespace {
+
+using namespace control_test;
+
+// A program with so many different feed moves.
+std::u16string Moves(int count) {
+  std::u16string text = u"G1 F10.\n";
+  for (int i = 0; i < count; ++i) text += i % 2 ? u"X1.Y0.Z0.\n" : u"X0.Y0.Z0.\n";
+  return text + u"M30\n";
+}
+
+TEST(ControlLimits, FillsThePathToItsLastPointAndSaysWhereItEnds) {
+  static_assert(kMaxControlPoints == 262144);
+  const ControlTrack& full = RunText(Moves(kMaxControlPoints));
+  EXPECT_EQ(full.path.count, kMaxControlPoints);
+  EXPECT_EQ(full.path.fullAtLine, -1);
+  const ControlTrack& over = RunText(Moves(kMaxControlPoints + 1));
+  EXPECT_EQ(over.path.count, kMaxControlPoints);
+  EXPECT_EQ(over.path.fullAtLine, kMaxControlPoints + 1);
+  EXPECT_EQ(Found(over), "PathFull " + std::to_string(kMaxControlPoints + 2));
+}
+
+TEST(ControlLimits, CountsFurtherOperationsInTheLastOne) {
+  static_assert(kMaxOperations == 200);
+  std::u16string text = u"G0 X0. Y0. Z0.\n";
+  for (int i = 0; i < kMaxOperations; ++i) text += u"T1 M6\n";
+  EXPECT_EQ(RunText(text + u"M30\n").operationCount, kMaxOperations);
+  EXPECT_EQ(RunText(text + u"T1 M6\nM30\n").operationCount, kMaxOperations);
+}
+
+TEST(ControlLimits, NamesOnePastTheCodesOfABlock) {
+  static_assert(kMaxBlockCodes == 12 && kMaxBlockMs == 6);
+  std::u16string codes;
+  for (int i = 0; i < kMaxBlockCodes; ++i) codes += u"G4 ";
+  EXPECT_EQ(Found(RunText(codes + u"\nM30\n")), "");
+  EXPECT_EQ(Found(RunText(codes + u"G4\nM30\n")), "TwoOfAGroup 1");
+  EXPECT_EQ(Found(RunText(u"M8 M8 M8 M8 M8 M8\nM30\n")), "TwoM 1");
+  EXPECT_EQ(Found(RunText(u"M8 M8 M8 M8 M8 M8 M8\nM30\n")), "TwoM 1");
+}
+
+// O1 calls O2 and so on; the last one moves.
+std::u16string Chain(int calls) {
+  std::u16string text = u"G0 X0. Y0. Z0.\nM98 P1\nM30\n";
+  for (int i = 1; i <= calls; ++i) {
+    const std::string number = std::to_string(i);
+    const std::string next = std::to_string(i + 1);
+    text += u"O" + std::u16string(number.begin(), number.end()) + u"\n";
+    if (i < calls) text += u"M98 P" + std::u16string(next.begin(), next.end()) + u"\n";
+    if (i == calls) text += u"X1.\n";
+    text += u"M99\n";
+  }
+  return text;
+}
+
+TEST(ControlLimits, FollowsAsManyCallsWithinCallsAsItHoldsAndStopsAtOneMore) {
+  static_assert(kMaxCalls == 64);
+  EXPECT_EQ(RunText(Chain(kMaxCalls)).path.count, 2);
+  EXPECT_EQ(RunText(Chain(kMaxCalls + 1)).path.count, 1);
+}
+
+TEST(ControlLimits, TakesThreeLoopsWithinEachOther) {
+  static_assert(kMaxLoops == 3);
+  EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO1\nWHILE [1 EQ 1] DO2\nWHILE [1 EQ 1] DO3\nM30\n")),
+            "");
+  EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO4\nM30\n")), "WhileOpen 1");
+}
+
+TEST(ControlLimits, LeavesOutLinesBeyondWhatIsPrinted) {
+  static_assert(kMaxPrintedUnits == 4000);
+  std::u16string text;
+  // 79 characters and the line's end each: 50 of them are 4,000.
+  for (int i = 0; i < 50; ++i) text += u"DPRNT[" + std::u16string(79, u'A') + u"]\n";
+  EXPECT_EQ(RunText(text + u"M30\n").printed.size(), 4000u);
+  EXPECT_EQ(RunText(text + u"DPRNT[]\nM30\n").printed.size(), 4000u);
+}
+
+TEST(ControlLimits, CountsFindingsBeyondItsTable) {
+  static_assert(kMaxFindings == 400 && kMaxFindingsOfKind == 40);
+  std::u16string text;
+  for (int i = 0; i < kMaxFindingsOfKind; ++i) text += u"G200\n";
+  const ControlTrack& full = RunText(text + u"M30\n");
+  EXPECT_EQ(full.findings.count, kMaxFindingsOfKind);
+  EXPECT_EQ(full.findings.more, 0);
+  const ControlTrack& over = RunText(text + u"G200\nM30\n");
+  EXPECT_EQ(over.findings.count, kMaxFindingsOfKind);
+  EXPECT_EQ(over.findings.more, 1);
+  Findings all;
+  for (int kind = 0; kind < kFindings; ++kind) {
+    for (int line = 0; line < kMaxFindingsOfKind; ++line) {
+      AddFinding(all, static_cast<Finding>(kind), line);
+    }
+  }
+  EXPECT_EQ(all.count, kMaxFindings);
+  EXPECT_EQ(all.more, kFindings * kMaxFindingsOfKind - kMaxFindings);
+}
+
+}  // namespace

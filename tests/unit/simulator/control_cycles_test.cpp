@@ -1,0 +1,133 @@
+#include "unit/simulator/control_fixture.h"
+
+namespace {
+
+using namespace control_test;
+
+TEST(ControlCycles, DrillsEachPlaceAndReturnsToTheInitialPlane) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z1.\nG98 G81 X1. Z-.5 R.1 F10.\nX2.\nG80\nM30"),
+               {{0, 0, 1, true},
+                {1, 0, 1, true},
+                {1, 0, .1, true},
+                {1, 0, -.5},
+                {1, 0, 1, true},
+                {2, 0, 1, true},
+                {2, 0, .1, true},
+                {2, 0, -.5},
+                {2, 0, 1, true}});
+}
+
+TEST(ControlCycles, ReturnsToRInG99) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z1.\nG99 G81 X1. Z-.5 R.1 F10.\nX2.\nG80\nM30"),
+               {{0, 0, 1, true},
+                {1, 0, 1, true},
+                {1, 0, .1, true},
+                {1, 0, -.5},
+                {1, 0, .1, true},
+                {2, 0, .1, true},
+                {2, 0, -.5},
+                {2, 0, .1, true}});
+}
+
+TEST(ControlCycles, PecksAllTheWayOutInG83) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z.1\nG99 G83 X0. Z-.5 R.1 Q.25 F10.\nG80\nM30"),
+               {{0, 0, .1, true},
+                {0, 0, -.15},
+                {0, 0, .1, true},
+                {0, 0, -.1, true},
+                {0, 0, -.4},
+                {0, 0, .1, true},
+                {0, 0, -.35, true},
+                {0, 0, -.5},
+                {0, 0, .1, true}});
+}
+
+TEST(ControlCycles, BreaksChipsInG73) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z.1\nG99 G73 X0. Z-.4 R.1 Q.25 F10.\nG80\nM30"),
+               {{0, 0, .1, true}, {0, 0, -.15}, {0, 0, -.1, true}, {0, 0, -.4}, {0, 0, .1, true}});
+}
+
+TEST(ControlCycles, ShortensPecksByJDownToK) {
+  // I .3, J .1, K .15: pecks of .3, .2, .15, .15 ... from 0 to -.7
+  ExpectPoints(RunText(u"G0 X0. Y0. Z0.\nG99 G73 X0. Z-.7 R0. I.3 J.1 K.15 F10.\nG80\nM30"),
+               {{0, 0, 0, true},
+                {0, 0, -.3},
+                {0, 0, -.25, true},
+                {0, 0, -.5},
+                {0, 0, -.45, true},
+                {0, 0, -.65},
+                {0, 0, -.6, true},
+                {0, 0, -.7},
+                {0, 0, 0, true}});
+}
+
+TEST(ControlCycles, FeedsBackFromATapAndABore) {
+  for (const char16_t* code : {u"G84", u"G85", u"G74"}) {
+    const std::u16string text =
+        std::u16string(u"G0 X0. Y0. Z.1\nG99 ") + code + u" X0. Z-.5 R.1 F10.\nG80\nM30";
+    ExpectPoints(RunText(text), {{0, 0, .1, true}, {0, 0, -.5}, {0, 0, .1}});
+  }
+}
+
+TEST(ControlCycles, ShiftsOffTheWallInG76) {
+  ExpectPoints(
+      RunText(u"G0 X0. Y0. Z.1\nG99 G76 X0. Z-.5 R.1 Q.02 F10.\nG80\nM30"),
+      {{0, 0, .1, true}, {0, 0, -.5}, {.02, 0, -.5, true}, {.02, 0, .1, true}, {0, 0, .1, true}});
+}
+
+TEST(ControlCycles, StepsByLInG91) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z1.\nG91 G99 G81 X1. Z-.5 R-.9 L2 F10.\nG80\nM30"),
+               {{0, 0, 1, true},
+                {1, 0, 1, true},
+                {1, 0, .1, true},
+                {1, 0, -.4},
+                {1, 0, .1, true},
+                {2, 0, .1, true},
+                {2, 0, -.4},
+                {2, 0, .1, true}});
+}
+
+TEST(ControlCycles, KeepsACycleForLaterWithL0) {
+  const ControlTrack& track =
+      RunText(u"G0 X0. Y0. Z.1\nG99 G81 X5. Z-.5 R.1 L0 F10.\nG70 X0. Y0. I1. J0 L2\nG80\nM30");
+  ExpectPoints(track, {{0, 0, .1, true},
+                       {1, 0, .1, true},
+                       {1, 0, -.5},
+                       {1, 0, .1, true},
+                       {-1, 0, .1, true},
+                       {-1, 0, -.5},
+                       {-1, 0, .1, true}});
+}
+
+TEST(ControlCycles, LaysHolesOnAnArcAndOnALine) {
+  const ControlTrack& arc =
+      RunText(u"G0 X0. Y0. Z.1\nG99 G81 Z-.5 R.1 L0 F10.\nG71 I1. J0 K90. L2\nG80\nM30");
+  ExpectEnd(arc, 0, 1, .1);
+  const ControlTrack& line =
+      RunText(u"G0 X0. Y0. Z.1\nG99 G81 Z-.5 R.1 L0 F10.\nG72 I1. J90. L3\nG80\nM30");
+  ExpectEnd(line, 0, 2, .1);
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z.1\nG70 I1. J0 L4\nM30")), "PatternNoCycle 2");
+}
+
+TEST(ControlCycles, NamesACycleWithoutRZOrPeck) {
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z1.\nG81 X1. R.1 F10.\nG80\nG82 X1. Z-1.\nG80\nM30")),
+            "CycleNoDepth 2, CycleNoPlane 4");
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z1.\nG83 X1. Z-1. R.1 F10.\nG80\nM30")), "CycleNoPeck 2");
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z1.\nG81 X1. Z.5 R.1 F10.\nG80\nM30")), "CycleUpward 2");
+}
+
+TEST(ControlCycles, CutsARoundPocketInRings) {
+  ControlTable table;
+  table.tools[1].diameter = 0.5;
+  const ControlTrack& track =
+      RunText(u"G0 X0. Y0. Z.1\nG13 Z-.2 I.5 K1. Q.25 D1 F10.\nM30", {.table = &table});
+  // Rings at .5, .75 and 1 less the tool's radius of .25; back to the middle.
+  ExpectEnd(track, 0, 0, -.2);
+  double widest = 0;
+  for (std::int32_t i = 0; i < track.path.count; ++i) {
+    widest = std::max(widest, track.path.points[i].x);
+  }
+  EXPECT_NEAR(widest, .75, 1e-9);
+}
+
+}  // namespace
