@@ -121,26 +121,6 @@ struct ControlSegment {
   bool inverse = false;
 };
 
-// Moves that wait until the next one tells how the tool gets round the corner.
-struct ControlCompensation {
-  int side = 0;    // 0 off, 1 left, -1 right
-  int wanted = 0;  // of the last G40, G41, G42
-  double radius = 0;
-  bool begins = false;  // the next move in the plane is the entry
-  bool ends = false;    // ... the exit
-  int count = 0;
-  ControlSegment held[kMaxHeldMoves];
-  Vec3 at;  // where the tool's centre stands
-};
-
-// A corner that ",C" or ",R" cuts: the first line waits for the second.
-struct ControlCorner {
-  char kind = 0;
-  double size = 0;
-  Vec3 from, to;  // of the first line, program places
-  std::int32_t line = 0;
-};
-
 struct ControlRun {
   ControlTable table;  // what the program may write
   ControlTrack* track = nullptr;
@@ -165,8 +145,6 @@ struct ControlRun {
   Vec3 homeBy;  // the point that the last G28 went by, for G29
   Vec3 at;      // program place
   Vec3 shown;   // the same, drawn
-  ControlCompensation compensation;
-  ControlCorner corner;
 
   double feed = 0;  // display units a minute, or one over minutes in G93
   bool feedKnown = false;
