@@ -1,4 +1,5 @@
-// Plates: the picture of a full one, the largest code, and a named save on a slow disk.
+// Plates: the picture of a full one, a drag in it, the largest code, and a named save on a slow
+// disk.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -6,10 +7,15 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/command_ids.h"
 #include "cpu_time.h"
 #include "documents/saver.h"
+#include "forms/picture.h"
 #include "library/shapes.h"
+#include "plate/canvas/plate_pointer.h"
+#include "plate/canvas/plate_view.h"
 #include "plate/geometry/plate_code.h"
+#include "plate/geometry/plate_layout.h"
 #include "plate/geometry/plate_picture.h"
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
@@ -70,6 +76,45 @@ void BM_PlateCode(benchmark::State& state) {
   state.counters["units"] = static_cast<double>(units);
 }
 BENCHMARK(BM_PlateCode)->Unit(benchmark::kMillisecond);
+
+void Point(platform::PointerAction action, int x, int y) {
+  platform::PointerEvent event;
+  event.action = action;
+  const bool move = action == platform::PointerAction::Move;
+  event.button = move ? platform::PointerButton::None : platform::PointerButton::Left;
+  event.leftDown = move;
+  event.x = x;
+  event.y = y;
+  headless::Pointer(kViewPlatePicture, event);
+}
+
+// One move of a feature's drag in the whole workspace, from the pointer to the picture laid anew.
+// What it takes to bring that to the screen is the frame of a plate in the table.
+void BM_PlateDrag(benchmark::State& state) {
+  const Workbench workbench;
+  headless::Click(kIdSurfacePlate);
+  MakeFullGrid();
+  for (int k = 0; k < kMaxPlateFeatures; ++k) SetFeatureFlag(k, FeatureFlag::Hidden, k % 2 == 0);
+  constexpr int kDragged = 209;  // in the middle
+  const platform::PointF at = LayoutPlace(NumbersOf(plate), kDragged);
+  const platform::PointF pixel = OnView(PlateSight(), at.x, at.y);
+  const int x = static_cast<int>(pixel.x);
+  const int y = static_cast<int>(pixel.y);
+  Point(platform::PointerAction::Press, x, y);
+  Point(platform::PointerAction::Move, x + 9, y + 9);
+  if (!PlateDragRuns()) std::abort();
+  int step = 0;
+  for (auto _ : state) {
+    const double start = CpuMilliseconds();
+    Point(platform::PointerAction::Move, x + 10 + step % 40, y + 10 + step % 23);
+    benchmark::DoNotOptimize(headless::PaintOf(kViewPlatePicture));
+    targets::Note({"move of a dragged feature of 400", "ms", 0, 4}, CpuMilliseconds() - start);
+    ++step;
+  }
+  if (!plate.features[kDragged].placed) std::abort();
+  state.counters["labels"] = static_cast<double>(DrawnPlate().labels.size());
+}
+BENCHMARK(BM_PlateDrag)->Unit(benchmark::kMillisecond);
 
 // How long the window waits for a named save.
 void BM_NamedPlateSave(benchmark::State& state) {

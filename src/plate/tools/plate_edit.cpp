@@ -33,13 +33,25 @@ struct FeatureNumbers {
   double width = 0, height = 0, angle = 0, depth = 0, x = 0, y = 0;
 };
 
-bool ReadFeature(const FeatureForm& form, double thickness, FeatureNumbers& n) {
+// A text that stands as it was shown means the number that it was rounded from.
+void KeepExact(std::u16string_view text, double shown, double& number) {
+  if (text == Shown(shown)) number = shown;
+}
+
+bool ReadFeature(const FeatureForm& form, const FeatureNumbers& shown, double thickness,
+                 FeatureNumbers& n) {
   if (!ReadBelow(form.x, n.x) || !ReadBelow(form.y, n.y)) return false;
   if (!ReadPositive(form.width, n.width) || !ReadPositive(form.height, n.height)) return false;
   if (!ReadStrictNumber(form.angle, n.angle)) return false;
   if (!ReadPositive(form.depth, n.depth)) return false;
+  KeepExact(form.width, shown.width, n.width);
+  KeepExact(form.height, shown.height, n.height);
+  KeepExact(form.angle, shown.angle, n.angle);
+  KeepExact(form.depth, shown.depth, n.depth);
+  KeepExact(form.x, shown.x, n.x);
+  KeepExact(form.y, shown.y, n.y);
   // Rounded for the editor the thickness may be more than it is.
-  if (form.depth == Shown(thickness)) n.depth = thickness;
+  KeepExact(form.depth, thickness, n.depth);
   if (n.depth > thickness) return false;
   return form.kind != FeatureKindRow::Slot || n.height <= n.width;
 }
@@ -99,62 +111,93 @@ bool CopyCentred(int libraryIndex, SavedShape& shape) {
   return true;
 }
 
+// By how much the shape is to be scaled. Sizes that the editor would show of the shape at one scale
+// are that scale: of small ones the fourth decimal makes more than the slack. False: they would
+// stretch it.
+bool ScaleTo(const FeatureNumbers& n, double inches, const Extents& box, double& scale) {
+  const double x = n.width * inches / WidthOf(box);
+  const double y = n.height * inches / HeightOf(box);
+  const bool even = std::fabs(x - y) <= kAspectSlack;
+  scale = x;
+  if (even || Shown(HeightOf(box) * x / inches) == Shown(n.height)) return true;
+  scale = y;
+  return Shown(WidthOf(box) * y / inches) == Shown(n.width);
+}
+
 // The shape in the size and at the angle of the editor. False: that would stretch it.
 bool FitShape(const FeatureNumbers& n, double inches, SavedShape& shape) {
   Extents box;
-  if (!CutBox(shape, box)) return false;
-  const double scaleX = n.width * inches / WidthOf(box);
-  const double scaleY = n.height * inches / HeightOf(box);
-  if (!(std::fabs(scaleX - scaleY) <= kAspectSlack)) return false;
+  double scale = 1;
+  if (!CutBox(shape, box) || !ScaleTo(n, inches, box, scale)) return false;
   const double turn = n.angle - shape.objects[0].angle;
   for (int i = 0; i < shape.count; ++i) {
-    ScaleLengths(shape.objects[i], scaleX);
+    ScaleLengths(shape.objects[i], scale);
     if (turn != 0) TurnObject(shape.objects[i], 0, 0, turn);
   }
   return true;
 }
 
-void ShowCustom(const SavedShape& shape, double units, FeatureForm& form) {
+void TakeCustomSize(const SavedShape& shape, double units, FeatureNumbers& n) {
   Extents box;
   CutBox(shape, box);
-  form.width = Shown(WidthOf(box) * units);
-  form.height = Shown(HeightOf(box) * units);
-  form.angle = Shown(shape.objects[0].angle);
+  n.width = WidthOf(box) * units;
+  n.height = HeightOf(box) * units;
+  n.angle = shape.objects[0].angle;
 }
 
-void ShowSize(const PlateNumbers& numbers, const PlateFeature& feature, int k, double units,
-              FeatureForm& form) {
+FeatureKindRow TakeSize(const PlateNumbers& numbers, const PlateFeature& feature, int k,
+                        double units, FeatureNumbers& n) {
   if (feature.shape.count == 0) {
     const ClosedShape item = PlainFeature(numbers, k, {});
     const bool round = item.shape == ItemShape::Circle;
-    form.kind = round ? FeatureKindRow::Circle : FeatureKindRow::Slot;
-    form.width = Shown(round ? item.width : std::fmax(item.width, item.height));
-    form.height = Shown(round ? item.width : item.height);
-    form.angle = Shown(item.angle);
-    return;
+    n.width = round ? item.width : std::fmax(item.width, item.height);
+    n.height = round ? item.width : item.height;
+    n.angle = item.angle;
+    return round ? FeatureKindRow::Circle : FeatureKindRow::Slot;
   }
-  form.kind = KindOf(feature.shape);
-  if (form.kind == FeatureKindRow::Custom) return ShowCustom(feature.shape, units, form);
+  const FeatureKindRow kind = KindOf(feature.shape);
   const SketchObject& object = feature.shape.objects[0];
-  form.width = Shown(object.size * units);
-  form.height = Shown((object.type == kTypeCircle ? object.size : object.size2) * units);
-  form.angle = Shown(object.angle);
+  if (kind == FeatureKindRow::Custom) {
+    TakeCustomSize(feature.shape, units, n);
+  } else {
+    n.width = object.size * units;
+    n.height = (object.type == kTypeCircle ? object.size : object.size2) * units;
+    n.angle = object.angle;
+  }
+  return kind;
+}
+
+// What the editor rounds for its texts.
+FeatureNumbers ExactNumbers(const PlateRecord& record, int k, FeatureKindRow& kind) {
+  const PlateNumbers numbers = NumbersOf(record);
+  const PlateFeature& feature = record.features[k];
+  const double units = UnitsPerInch(record);
+  FeatureNumbers n;
+  kind = TakeSize(numbers, feature, k, units, n);
+  const double blind = feature.depth > 0 ? feature.depth * units : std::fabs(numbers.depth);
+  n.depth = feature.through ? numbers.thickness : blind;
+  const platform::PointF at = FeaturePlace(numbers, feature, k);
+  n.x = at.x;
+  n.y = at.y;
+  return n;
+}
+
+void ShowSize(const FeatureNumbers& n, FeatureForm& form) {
+  form.width = Shown(n.width);
+  form.height = Shown(n.height);
+  form.angle = Shown(n.angle);
 }
 
 }  // namespace
 
 FeatureForm ShowFeature(const PlateRecord& record, int k) {
-  const PlateNumbers numbers = NumbersOf(record);
-  const PlateFeature& feature = record.features[k];
-  const double units = UnitsPerInch(record);
   FeatureForm form;
-  ShowSize(numbers, feature, k, units, form);
-  form.through = feature.through;
-  const double blind = feature.depth > 0 ? feature.depth * units : std::fabs(numbers.depth);
-  form.depth = Shown(feature.through ? numbers.thickness : blind);
-  const platform::PointF at = FeaturePlace(numbers, feature, k);
-  form.x = Shown(at.x);
-  form.y = Shown(at.y);
+  const FeatureNumbers n = ExactNumbers(record, k, form.kind);
+  ShowSize(n, form);
+  form.through = record.features[k].through;
+  form.depth = Shown(n.depth);
+  form.x = Shown(n.x);
+  form.y = Shown(n.y);
   return form;
 }
 
@@ -163,7 +206,9 @@ bool ChooseCustomShape(FeatureForm& form, int libraryIndex, const PlateRecord& r
   if (!CopyCentred(libraryIndex, shape)) return false;
   form.kind = FeatureKindRow::Custom;
   form.customShape = libraryIndex;
-  ShowCustom(shape, UnitsPerInch(record), form);
+  FeatureNumbers n;
+  TakeCustomSize(shape, UnitsPerInch(record), n);
+  ShowSize(n, form);
   return true;
 }
 
@@ -171,11 +216,17 @@ bool ApplyFeature(int k, const FeatureForm& form) {
   if (k < 0 || k >= kMaxPlateFeatures) return false;
   PlateFeature feature = plate.features[k];
   if (feature.locked || feature.deleted) return false;
+  FeatureKindRow former = FeatureKindRow::Circle;
+  FeatureNumbers shown = ExactNumbers(plate, k, former);
+  const bool custom = form.kind == FeatureKindRow::Custom;
+  if (custom && form.customShape >= 0) {
+    if (!CopyCentred(form.customShape, feature.shape)) return false;
+    TakeCustomSize(feature.shape, UnitsPerInch(plate), shown);
+  }
   FeatureNumbers n;
-  if (!ReadFeature(form, NumbersOf(plate).thickness, n)) return false;
+  if (!ReadFeature(form, shown, NumbersOf(plate).thickness, n)) return false;
   const double inches = InchesPerUnit(plate);
-  if (form.kind == FeatureKindRow::Custom) {
-    if (form.customShape >= 0 && !CopyCentred(form.customShape, feature.shape)) return false;
+  if (custom) {
     if (!FitShape(n, inches, feature.shape)) return false;
   } else {
     PutSingle(form.kind, n, inches, feature.shape);

@@ -209,6 +209,60 @@ TEST_F(PlateEdit, KeepsTheAspectOfASavedShape) {
   EXPECT_TRUE(ApplyFeature(0, form));
 }
 
+// A line at 20 degrees: 0.0469846 wide and 0.0171010 high. The fourth decimal of such a width is
+// ten times the slack of the aspect.
+void SaveSmallShape() {
+  SavedShape shape;
+  shape.count = 1;
+  shape.objects[0] = {kTypeLine, 0, 0, 0, 0.05, 0, 20};
+  ASSERT_EQ(AppendShape(u"Small"), 0);
+  ASSERT_EQ(PutShapeAt(0, shape), 0);
+}
+
+TEST_F(PlateEdit, TakesASmallSavedShapeAsItIsShown) {
+  SaveSmallShape();
+  FeatureForm form = ShowFeature(plate, 0);
+  ASSERT_TRUE(ChooseCustomShape(form, 0, plate));
+  EXPECT_EQ(form.width, u"0.0470");
+  EXPECT_EQ(form.height, u"0.0171");
+  ASSERT_TRUE(ApplyFeature(0, form));
+  EXPECT_NEAR(plate.features[0].shape.objects[0].size, 0.05, 1e-12) << "in its own size";
+}
+
+TEST_F(PlateEdit, TakesASmallSavedShapeAtOneScaleInRoundedNumbers) {
+  SaveSmallShape();
+  FeatureForm form = ShowFeature(plate, 0);
+  ASSERT_TRUE(ChooseCustomShape(form, 0, plate));
+  form.width = u"0.0313";  // two thirds: 0.03132 by 0.01140
+  form.height = u"0.0114";
+  ASSERT_TRUE(ApplyFeature(0, form));
+  EXPECT_NEAR(plate.features[0].shape.objects[0].size, 0.0333, 1e-4);
+  form.customShape = 0;
+  form.height = u"0.0113";
+  EXPECT_FALSE(ApplyFeature(0, form)) << "no one scale has these";
+}
+
+TEST_F(PlateEdit, KeepsExactNumbersThatAreAppliedAsTheyAreShown) {
+  PlateFeature feature;
+  feature.placed = true;
+  feature.x = 1.0 / 3;
+  feature.y = -1.0 / 7;
+  feature.depth = 1.0 / 13;
+  feature.shape.count = 1;
+  feature.shape.objects[0] = {kTypeSlot, 0, 0, 0, 2.0 / 3, 1.0 / 3, 100.0 / 3};
+  PutFeature(0, feature);
+  ASSERT_TRUE(ApplyFeature(0, ShowFeature(plate, 0)));
+  const PlateFeature& kept = plate.features[0];
+  EXPECT_EQ(kept.x, feature.x);
+  EXPECT_EQ(kept.y, feature.y);
+  EXPECT_EQ(kept.depth, feature.depth);
+  EXPECT_TRUE(SameGeometry(kept.shape.objects[0], feature.shape.objects[0]));
+  FeatureForm form = ShowFeature(plate, 0);
+  form.x = u"0.3334";
+  ASSERT_TRUE(ApplyFeature(0, form));
+  EXPECT_NEAR(plate.features[0].x, 0.3334, 1e-12) << "what is typed counts as it is typed";
+}
+
 TEST_F(PlateEdit, RefusesCustomWithoutAShape) {
   EXPECT_FALSE(ApplyFeature(0, Form(FeatureKindRow::Custom, u"1", u"1")));
   FeatureForm form = ShowFeature(plate, 0);
