@@ -94,8 +94,9 @@ void BM_PlateDrag(benchmark::State& state) {
   const Workbench workbench;
   headless::Click(kIdSurfacePlate);
   MakeFullGrid();
-  for (int k = 0; k < kMaxPlateFeatures; ++k) SetFeatureFlag(k, FeatureFlag::Hidden, k % 2 == 0);
   constexpr int kDragged = 209;  // in the middle
+  // All but this one bear their numbers.
+  for (int k = 0; k < kMaxPlateFeatures; ++k) SetFeatureFlag(k, FeatureFlag::Locked, k != kDragged);
   const platform::PointF at = LayoutPlace(NumbersOf(plate), kDragged);
   const platform::PointF pixel = OnView(PlateSight(), at.x, at.y);
   const int x = static_cast<int>(pixel.x);

@@ -9,6 +9,7 @@
 #include "app/command_ids.h"
 #include "desk/at_desk.h"
 #include "forms/picture.h"
+#include "library/shapes.h"
 #include "plate/canvas/plate_view.h"
 #include "plate/geometry/plate_layout.h"
 #include "plate/tools/plate_editor.h"
@@ -68,10 +69,45 @@ TEST_F(PlateAtTheDesk, LooksWholeAtBothSizes) {
     morva::OpenPlateTarget(morva::FeatureTarget(1), morva::Keyboard::ToEditor);
     show("feature");
     morva::OpenPlateTarget(morva::kDepthSection, morva::Keyboard::ToEditor);
+    show("depth");
+    morva::OpenPlateTarget(morva::kPlatePatternDiameter, morva::Keyboard::ToEditor);
     show("section");
+    morva::OpenPlateNaming(false);
+    show("name");
     morva::ClosePlateEditor();
     EXPECT_TRUE(desk::WidgetOf(morva::kIdPlateInsert)->isVisible());
     EXPECT_FALSE(Preview()->visibleRegion().isEmpty());
+  }
+}
+
+// Millimetres, a saved outline, a grid, one feature of each kind.
+TEST_F(PlateAtTheDesk, LooksWholeWithAllThatCanBeSet) {
+  morva::SavedShape shape;
+  shape.name[0] = u'T';
+  shape.count = 1;
+  shape.objects[0] = {morva::kTypeSlot, 0, 0, 0, 2, 1, 0};
+  ASSERT_EQ(morva::PutShape(shape), 0);
+  desk::Click(morva::kIdPlateUnit);
+  morva::SetPlateLayout(morva::PlateLayout::Grid);
+  morva::SetPlateText(morva::kPlateCountX, u"4");
+  morva::SetPlateText(morva::kPlateCountY, u"3");
+  ASSERT_TRUE(morva::SetPlateOutline(0));
+  morva::SetFeatureFlag(0, morva::FeatureFlag::Locked, true);
+  morva::SetFeatureFlag(1, morva::FeatureFlag::Through, true);
+  morva::SetFeatureFlag(2, morva::FeatureFlag::Hidden, true);
+  morva::SetFeatureFlag(3, morva::FeatureFlag::Deleted, true);
+  morva::SavedShape cut = shape;
+  cut.objects[0] = {morva::kTypeLine, 0, -0.3, -0.2, 0.72, 0, 33};
+  morva::PlateFeature own;
+  own.shape = cut;
+  morva::PutFeature(5, own);
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    Resize(size.width(), size.height());
+    for (const int k : {0, 1, 2, 5}) {
+      morva::OpenPlateTarget(morva::FeatureTarget(k), morva::Keyboard::ToEditor);
+      EXPECT_EQ(morva::CurrentFeature(), k);
+      Show(QStringLiteral("plate_full_%1_%2.png").arg(k + 1).arg(size.width()).toLatin1());
+    }
   }
 }
 
