@@ -14,7 +14,7 @@ namespace {
 // Lower rows than in other panels: the thirteen numbers are in sight at once.
 constexpr FormLook kLook = [] {
   FormLook look = kSheetLook;
-  look.gap = look.tightGap = 3;
+  look.gap = look.tightGap = 2;
   look.fieldHeight = 24;
   look.inset = 1;  // nothing lies below the last field, which would cut its frame
   return look;
@@ -71,8 +71,8 @@ constexpr FormRow kRows[] = {
     Length(4, u"Slot length", u"0.750", u"Of a slot from tip to tip"),
     Times(5, u"Count X", u"Columns of the grid, 1 to 20"),
     Times(6, u"Count Y", u"Rows of the grid, 1 to 20"),
-    Half(Length(7, u"Edge X", u"0.500", u"From the plate's ends to the outer columns")),
-    Half(Length(8, u"Edge Y", u"0.500", u"From the plate's sides to the outer rows")),
+    Length(7, u"Edge X", u"0.500", u"From the plate's ends to the outer columns"),
+    Length(8, u"Edge Y", u"0.500", u"From the plate's sides to the outer rows"),
     Length(9, u"Pattern diameter", u"4.000", u"Of the bolt circle; 0 takes one that fits"),
     Head(u"CUTTING"),
     Length(10, u"Cut depth", u"-0.100", u"Z of outline and features, below the Safe Z"),
