@@ -33,6 +33,8 @@ need() {
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev qt6-serialport-dev
   fonts-open-sans fonts-inconsolata)
 test_packages=(libgtest-dev xvfb openbox strace binutils)
+# What packs the workbench, and what looks at the package.
+package_packages=(dpkg-dev file lintian desktop-file-utils appstream man-db xdotool)
 
 # Configures and builds: folder, then cmake arguments, "--", then targets.
 build() {

@@ -308,7 +308,7 @@ void SetWindowIcon(void (*draw)(Canvas& canvas)) {
   if (MainWidget() == nullptr || draw == nullptr) return;
   QIcon icon;
   // Every size from its own drawing: lines of a small icon stay whole pixels wide.
-  for (const int size : {16, 24, 32, 48, 64, 128}) {
+  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
     QPixmap pixmap(size, size);
     {
       QPainter painter(&pixmap);
