@@ -75,6 +75,7 @@ inline constexpr int kMaxGridLines = 4096;       // grid lines in one direction;
 // The motion of the machine.
 inline constexpr int kMaxControlPoints = 262144;  // bottom read-out "machine path shown to line ..."
 inline constexpr int kMaxOperations = 200;       // stretches of a program with one tool; further ones count in the last
+inline constexpr int kMaxHeldMoves = 16;         // moves along Z alone between two moves in the plane; behind more the corner is rounded off
 inline constexpr int kMaxBlockCodes = 12;        // G codes of a block; further ones are a finding
 inline constexpr int kMaxBlockMs = 6;            // M codes of a block; as above
 inline constexpr int kMaxCalls = 64;             // calls within calls; one more stops the run with a finding

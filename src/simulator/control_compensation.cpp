@@ -1,18 +1,228 @@
 #include "simulator/control_compensation.h"
 
+#include <cmath>
+
 #include "simulator/control_emit.h"
+#include "simulator/control_offset.h"
 
 namespace morva {
 
-void CompensateSegment(ControlRun& run, const ControlSegment& segment) {
+namespace {
+
+constexpr double kSame = 1e-6;
+constexpr double kStraight = 1e-6;  // sine of the angle below which two ways are one
+
+FlatStretch FlatOf(const ControlSegment& segment) {
+  FlatStretch flat;
+  flat.from = {segment.from.of[0], segment.from.of[1]};
+  flat.to = {segment.to.of[0], segment.to.of[1]};
+  flat.arc = segment.kind == ControlSegment::Kind::Arc;
+  flat.clockwise = segment.clockwise;
+  flat.centre = {segment.centreU, segment.centreV};
+  return flat;
+}
+
+bool MovesInPlane(const ControlSegment& segment) {
+  const double x = segment.to.of[0] - segment.from.of[0];
+  const double y = segment.to.of[1] - segment.from.of[1];
+  return segment.kind == ControlSegment::Kind::Arc || std::hypot(x, y) > kSame;
+}
+
+Flat Beside(const Flat& at, const Flat& way, double left) {
+  return {at.x - way.y * left, at.y + way.x * left};
+}
+
+// Emits a stretch from where the tool's centre stands to a place in the plane and a height.
+void GoTo(ControlRun& run, ControlSegment segment, const Flat& to, double z) {
+  ControlCompensation& comp = run.compensation;
+  segment.from = comp.at;
+  segment.to.of[0] = to.x;
+  segment.to.of[1] = to.y;
+  segment.to.of[2] = z;
   EmitSegment(run, segment);
+  comp.at = segment.to;
+}
+
+void GoStraight(ControlRun& run, ControlSegment segment, const Flat& to, double z) {
+  if (segment.kind == ControlSegment::Kind::Arc) segment.kind = ControlSegment::Kind::Line;
+  GoTo(run, segment, to, z);
+}
+
+// Moves along Z alone that came behind the held one, at the corner.
+void GoHeldHeights(ControlRun& run) {
+  ControlCompensation& comp = run.compensation;
+  for (int i = 0; i < comp.heightCount; ++i) {
+    const ControlSegment& height = comp.heights[i];
+    GoTo(run, height, {comp.at.of[0], comp.at.of[1]}, height.to.of[2]);
+  }
+  comp.heightCount = 0;
+}
+
+double Left(const ControlRun& run) { return run.compensation.side * run.compensation.radius; }
+
+// The held move goes to a place beside its end.
+void ReleaseTo(ControlRun& run, const Flat& to) {
+  ControlCompensation& comp = run.compensation;
+  const ControlSegment held = comp.held;
+  comp.holds = false;
+  if (comp.entry) {
+    comp.entry = false;
+    GoStraight(run, held, to, held.to.of[2]);
+  } else {
+    GoTo(run, held, to, held.to.of[2]);
+  }
+  GoHeldHeights(run);
+}
+
+// To where the held move ends beside its own end: nothing follows that would say otherwise.
+void ReleaseSquare(ControlRun& run) {
+  const FlatStretch held = FlatOf(run.compensation.held);
+  ReleaseTo(run, Beside(held.to, EndWay(held), Left(run)));
+}
+
+// Round an outside corner the tool rolls about it.
+void RollTo(ControlRun& run, const ControlSegment& next, const Flat& corner, const Flat& to) {
+  ControlSegment roll = next;
+  if (std::hypot(to.x - run.compensation.at.of[0], to.y - run.compensation.at.of[1]) <= kSame) {
+    return;
+  }
+  roll.kind = ControlSegment::Kind::Arc;
+  roll.plane = 17;
+  roll.centreU = corner.x;
+  roll.centreV = corner.y;
+  roll.clockwise = Left(run) > 0;
+  GoTo(run, roll, to, run.compensation.at.of[2]);
+}
+
+void HoldNext(ControlRun& run, const ControlSegment& segment) {
+  run.compensation.held = segment;
+  run.compensation.holds = true;
+}
+
+// The corner between the held move and the next one; then the next one is held.
+void JoinCorner(ControlRun& run, const ControlSegment& next) {
+  const ControlCompensation& comp = run.compensation;
+  const double left = Left(run);
+  const FlatStretch first = FlatOf(comp.held);
+  const FlatStretch second = FlatOf(next);
+  const Flat before = EndWay(first);
+  const Flat behind = StartWay(second);
+  const Flat square = Beside(first.to, before, left);
+  const Flat start = Beside(second.from, behind, left);
+  const double turn = before.x * behind.y - before.y * behind.x;
+  const bool same = before.x * behind.x + before.y * behind.y > 0;
+  if ((std::fabs(turn) < kStraight && same) || comp.entry) {
+    ReleaseTo(run, start);
+    return HoldNext(run, next);
+  }
+  const bool inside = turn * left > 0;
+  if (!inside) {
+    ReleaseTo(run, square);
+    RollTo(run, next, second.from, start);
+    return HoldNext(run, next);
+  }
+  FlatStretch offsetFirst = first;
+  FlatStretch offsetSecond = second;
+  Flat meets;
+  const bool fits = OffsetBy(first, left, offsetFirst) && OffsetBy(second, left, offsetSecond) &&
+                    MeetNear(offsetFirst, offsetSecond, square, meets) &&
+                    LiesOn(offsetFirst, meets) && LiesOn(offsetSecond, meets);
+  if (!fits) {
+    AddFinding(run.track->findings, Finding::CompCorner, next.line);
+    ReleaseTo(run, square);
+    GoStraight(run, next, start, run.compensation.at.of[2]);
+  } else {
+    ReleaseTo(run, meets);
+  }
+  HoldNext(run, next);
+}
+
+void CheckFits(ControlRun& run, const ControlSegment& segment) {
+  FlatStretch offset;
+  if (!OffsetBy(FlatOf(segment), Left(run), offset)) {
+    AddFinding(run.track->findings, Finding::CompCorner, segment.line);
+  }
+}
+
+// The move on which compensation begins goes straight to beside the next one's start.
+void BeginCompensation(ControlRun& run, const ControlSegment& segment) {
+  ControlCompensation& comp = run.compensation;
+  comp.side = comp.wanted;
+  comp.at = segment.from;
+  comp.entry = true;
+  if (segment.kind == ControlSegment::Kind::Arc) Report(run, Finding::CompArcStart);
+  const double x = segment.to.of[0] - segment.from.of[0];
+  const double y = segment.to.of[1] - segment.from.of[1];
+  if (std::hypot(x, y) < comp.radius - kSame) {
+    Report(run, Finding::CompEntryShort, comp.radius / run.unit);
+  }
+  HoldNext(run, segment);
+}
+
+// The move on which it ends goes straight from beside the last one to its own end.
+void LeaveCompensation(ControlRun& run, const ControlSegment& segment) {
+  ControlCompensation& comp = run.compensation;
+  if (comp.holds) ReleaseSquare(run);
+  if (segment.kind == ControlSegment::Kind::Arc) Report(run, Finding::CompArcStart);
+  comp.side = 0;
+  GoStraight(run, segment, {segment.to.of[0], segment.to.of[1]}, segment.to.of[2]);
+}
+
+}  // namespace
+
+void CompensateSegment(ControlRun& run, const ControlSegment& segment) {
+  ControlCompensation& comp = run.compensation;
+  if (comp.side == 0 && (comp.wanted == 0 || !MovesInPlane(segment))) {
+    return EmitSegment(run, segment);
+  }
+  EmitProgrammed(run, segment);
+  if (comp.side == 0) return BeginCompensation(run, segment);
+  if (!MovesInPlane(segment)) {
+    // It comes behind the held move, whose end is not known yet.
+    if (comp.holds && comp.heightCount < kMaxHeldMoves) {
+      comp.heights[comp.heightCount++] = segment;
+      return;
+    }
+    if (comp.holds) ReleaseSquare(run);
+    return GoTo(run, segment, {comp.at.of[0], comp.at.of[1]}, segment.to.of[2]);
+  }
+  if (comp.wanted == 0) return LeaveCompensation(run, segment);
+  CheckFits(run, segment);
+  if (comp.holds) {
+    JoinCorner(run, segment);
+  } else {
+    const FlatStretch flat = FlatOf(segment);
+    RollTo(run, segment, flat.from, Beside(flat.from, StartWay(flat), Left(run)));
+    HoldNext(run, segment);
+  }
+  // A change of sides takes effect from the next corner on.
+  comp.side = comp.wanted;
+}
+
+void FlushMoves(ControlRun& run) {
+  if (run.compensation.holds) ReleaseSquare(run);
 }
 
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
+  ControlCompensation& comp = run.compensation;
   run.modes.compensation = code;
   if (block.Has('D')) run.diameterNumber = static_cast<std::int32_t>(block.Of('D'));
+  comp.wanted = code == 40 ? 0 : code == 41 ? 1 : -1;
+  if (code == 40) return;
+  if (run.modes.plane != 17) Report(run, Finding::CompPlane, code);
+  const std::int32_t number = run.diameterNumber;
+  if (number <= 0 || number > kControlTools) {
+    comp.radius = 0;
+    return Report(run, Finding::CompNoOffset);
+  }
+  const ToolOffset& tool = run.table.tools[number];
+  comp.radius = (tool.diameter + tool.diameterWear) / 2 * run.perInch;
+  if (comp.radius == 0) Report(run, Finding::CompNoDiameter, number);
 }
 
-void FlushMoves(ControlRun&) {}
+void EndCompensation(ControlRun& run) {
+  FlushMoves(run);
+  if (run.compensation.side != 0) Report(run, Finding::CompAtEnd);
+}
 
 }  // namespace morva

@@ -1,4 +1,7 @@
 // Cutter compensation: G41 and G42 move the tool's centre to the side of the programmed lines.
+//
+// A move waits until the next one in the XY plane tells how the tool gets round the corner between
+// them: to where both offset lines meet on the inside, rolling about the corner on the outside.
 #pragma once
 
 #include "simulator/control_block.h"
@@ -6,12 +9,13 @@
 
 namespace morva {
 
-// A stretch of the program in shown places, on its way to the path. It waits where the next one
-// decides how the tool gets round the corner.
+// A stretch of the program in shown places, on its way to the path.
 void CompensateSegment(ControlRun& run, const ControlSegment& segment);
 // What waits for the next move is drawn.
 void FlushMoves(ControlRun& run);
-// G40, G41 or G42 of a block, with its D.
+// G40, G41 or G42 of a block, with its D. It begins, or ends, with the next move in the plane.
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block);
+// The program is over: what waits is drawn, and compensation that is still on is a finding.
+void EndCompensation(ControlRun& run);
 
 }  // namespace morva

@@ -124,50 +124,94 @@ int ChordsOf(double radius, double sweep, double tolerance) {
   return static_cast<int>(std::clamp(chords, 1.0, kMostChords));
 }
 
-void EmitArc(ControlRun& run, const ControlSegment& segment) {
+// An arc as angles and heights along it.
+struct ArcShape {
+  PlaneAxes axes;
+  double radius, endRadius;
+  double start, sweep;  // radians; the sweep is below 0 for a clockwise arc
+  double from, rise;    // along the third axis
+};
+
+ArcShape ShapeOf(const ControlSegment& segment) {
   const PlaneAxes axes = AxesOf(segment.plane);
   const double startU = segment.from.of[axes.u] - segment.centreU;
   const double startV = segment.from.of[axes.v] - segment.centreV;
   const double endU = segment.to.of[axes.u] - segment.centreU;
   const double endV = segment.to.of[axes.v] - segment.centreV;
-  const double radius = std::hypot(startU, startV);
-  const double endRadius = std::hypot(endU, endV);
-  if (radius <= kSame) return EmitLine(run, segment);
-  const double start = std::atan2(startV, startU);
-  double sweep = std::atan2(endV, endU) - start;
+  ArcShape shape;
+  shape.axes = axes;
+  shape.radius = std::hypot(startU, startV);
+  shape.endRadius = std::hypot(endU, endV);
+  shape.start = std::atan2(startV, startU);
+  shape.sweep = std::atan2(endV, endU) - shape.start;
+  // An end on the start is a whole turn, whatever the last digits of the angles say.
   const bool whole = std::hypot(endU - startU, endV - startV) <= kSame;
   if (segment.clockwise) {
-    while (sweep >= (whole ? -kPi : 0)) sweep -= kTwoPi;
+    while (shape.sweep >= (whole ? -kPi : 0)) shape.sweep -= kTwoPi;
   } else {
-    while (sweep <= (whole ? kPi : 0)) sweep += kTwoPi;
+    while (shape.sweep <= (whole ? kPi : 0)) shape.sweep += kTwoPi;
   }
-  const double rise = segment.to.of[axes.w] - segment.from.of[axes.w];
-  const double flat = radius * std::fabs(sweep);
-  const double length = std::hypot(flat, rise);
-  const double turn = segment.clockwise ? -1 : 1;
+  shape.from = segment.from.of[axes.w];
+  shape.rise = segment.to.of[axes.w] - shape.from;
+  return shape;
+}
+
+Vec3 PointOf(const ArcShape& shape, const ControlSegment& segment, double part) {
+  const double angle = shape.start + shape.sweep * part;
+  const double radius = shape.radius + (shape.endRadius - shape.radius) * part;
+  Vec3 point;
+  point.of[shape.axes.u] = segment.centreU + radius * std::cos(angle);
+  point.of[shape.axes.v] = segment.centreV + radius * std::sin(angle);
+  point.of[shape.axes.w] = shape.from + shape.rise * part;
+  return point;
+}
+
+// The direction of the way at an angle of the arc, of length 1.
+void WayOf(const ArcShape& shape, double angle, double length, double (&way)[3]) {
+  const double along = shape.radius * shape.sweep / length;
+  way[shape.axes.u] = -std::sin(angle) * along;
+  way[shape.axes.v] = std::cos(angle) * along;
+  way[shape.axes.w] = shape.rise / length;
+}
+
+int ChordsOf(const ControlRun& run, const ArcShape& shape) {
+  return ChordsOf(shape.radius, shape.sweep, kChordInches * run.perInch);
+}
+
+void EmitArc(ControlRun& run, const ControlSegment& segment) {
+  const ArcShape shape = ShapeOf(segment);
+  if (shape.radius <= kSame) return EmitLine(run, segment);
+  const double length = std::hypot(shape.radius * shape.sweep, shape.rise);
   double way[3];
   double leaves[3];
-  way[axes.u] = -turn * startV / radius * flat / length;
-  way[axes.v] = turn * startU / radius * flat / length;
-  way[axes.w] = rise / length;
-  leaves[axes.u] = -turn * endV / std::max(endRadius, kSame) * flat / length;
-  leaves[axes.v] = turn * endU / std::max(endRadius, kSame) * flat / length;
-  leaves[axes.w] = rise / length;
+  WayOf(shape, shape.start, length, way);
+  WayOf(shape, shape.start + shape.sweep, length, leaves);
   AddCornerTime(run, way, leaves);
   const double began = run.time;
   run.time += FeedSeconds(run, segment, length);
-  const int chords = ChordsOf(radius, sweep, kChordInches * run.perInch);
+  const int chords = ChordsOf(run, shape);
   for (int i = 1; i < chords && run.track->path.fullAtLine < 0; ++i) {
     const double part = static_cast<double>(i) / chords;
-    const double angle = start + sweep * part;
-    const double r = radius + (endRadius - radius) * part;
-    Vec3 point;
-    point.of[axes.u] = segment.centreU + r * std::cos(angle);
-    point.of[axes.v] = segment.centreV + r * std::sin(angle);
-    point.of[axes.w] = segment.from.of[axes.w] + rise * part;
-    AddPoint(run, point, false, began + (run.time - began) * part);
+    AddPoint(run, PointOf(shape, segment, part), false, began + (run.time - began) * part);
   }
   AddPoint(run, segment.to, false, run.time);
+}
+
+// Points of the programmed path are only drawn: a full table ends them.
+void AddProgrammed(ControlRun& run, const Vec3& to, bool jump) {
+  MotionPath& out = run.track->programmed;
+  if (out.count >= kMaxControlPoints) {
+    if (out.fullAtLine < 0) out.fullAtLine = run.line;
+    return;
+  }
+  MotionPoint& point = out.points[out.count++];
+  point = MotionPoint{};
+  point.x = to.of[0];
+  point.y = to.of[1];
+  point.z = to.of[2];
+  point.sourceLine = run.line;
+  point.jump = jump;
+  point.tool = run.tool;
 }
 
 }  // namespace
@@ -187,6 +231,22 @@ void EmitSegment(ControlRun& run, const ControlSegment& segment) {
       break;
   }
   run.line = line;
+}
+
+void EmitProgrammed(ControlRun& run, const ControlSegment& segment) {
+  const MotionPath& out = run.track->programmed;
+  const bool goesOn = out.count > 0 && out.points[out.count - 1].x == segment.from.of[0] &&
+                      out.points[out.count - 1].y == segment.from.of[1] &&
+                      out.points[out.count - 1].z == segment.from.of[2];
+  if (!goesOn) AddProgrammed(run, segment.from, true);
+  if (segment.kind == ControlSegment::Kind::Arc) {
+    const ArcShape shape = ShapeOf(segment);
+    const int chords = shape.radius > kSame ? ChordsOf(run, shape) : 1;
+    for (int i = 1; i < chords && out.fullAtLine < 0; ++i) {
+      AddProgrammed(run, PointOf(shape, segment, static_cast<double>(i) / chords), false);
+    }
+  }
+  AddProgrammed(run, segment.to, false);
 }
 
 }  // namespace morva

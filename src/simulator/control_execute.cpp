@@ -5,6 +5,7 @@
 #include "library/units.h"
 #include "simulator/control_codes.h"
 #include "simulator/control_compensation.h"
+#include "simulator/control_corner.h"
 #include "simulator/control_cycles.h"
 #include "simulator/control_flow.h"
 #include "simulator/control_frame.h"
@@ -287,6 +288,7 @@ void TakeToolWords(ControlRun& run, const ControlBlock& block) {
 
 // To machine zero along Z, then the other tool. The spindle stands still behind it.
 void ChangeTool(ControlRun& run) {
+  DropCorner(run);
   FlushMoves(run);
   Vec3 up = run.shown;
   up.of[2] = -run.zero.of[2];
@@ -444,9 +446,18 @@ void Dwell(ControlRun& run, const ControlBlock& block) {
   Wait(run, block.Of('P') * ((block.pointed & LetterBit('P')) ? 1 : 0.001));
 }
 
+// Whether a line that waits for its corner can go on waiting, or meets its second line.
+bool LeavesCornerOpen(const ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
+  const bool own = codes.home || codes.machine || codes.pattern || codes.pocket || codes.shift ||
+                   codes.local || codes.scales || codes.turns || codes.mirrors;
+  const bool moves = block.Has('X') || block.Has('Y') || block.Has('Z');
+  return !own && (!moves || run.modes.motion == 1);
+}
+
 // What the axis words of the block do. Only one of these takes them.
 void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   if (codes.ignored || codes.setsOffsets || codes.macro || codes.dwell) return;
+  if (run.corner.kind && !LeavesCornerOpen(run, block, codes)) DropCorner(run);
   if (codes.home) return GoHome(run, block, codes.home);
   if (codes.machine) return GoInMachine(run, block);
   if (codes.pattern) return RunHolePattern(run, block, codes.pattern);
@@ -466,7 +477,7 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
       if (any) RapidTo(run, target);
       return;
     case 1:
-      if (any) FeedTo(run, target);
+      if (any) RunLine(run, block, target);
       return;
     default:
       break;

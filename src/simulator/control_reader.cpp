@@ -4,6 +4,7 @@
 
 #include "library/units.h"
 #include "simulator/control_compensation.h"
+#include "simulator/control_corner.h"
 #include "simulator/control_execute.h"
 #include "simulator/control_frame.h"
 #include "simulator/control_variables.h"
@@ -62,7 +63,8 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   ClearVariables(run->variables);
   PlaceZero(*run, run->modes.workRow);
   RunAll(*run);
-  FlushMoves(*run);
+  DropCorner(*run);
+  EndCompensation(*run);
   if (!run->sawEnd && track.findings.count == 0) Report(*run, Finding::NoEnd);
   EndOperations(track, run->time);
 }

@@ -121,6 +121,29 @@ struct ControlSegment {
   bool inverse = false;
 };
 
+// Cutter compensation under way.
+struct ControlCompensation {
+  int side = 0;        // 0 off, 1 left, -1 right
+  int wanted = 0;      // of the last G40, G41 or G42
+  double radius = 0;   // display units; below 0 the tool goes to the other side
+  Vec3 at;             // the tool's centre
+  bool holds = false;  // a move waits for the next one
+  bool entry = false;  // ... on which compensation begins
+  ControlSegment held;
+  ControlSegment heights[kMaxHeldMoves];  // moves along Z that wait behind it
+  int heightCount = 0;
+};
+
+// A corner that ",C" or ",R" cuts: the line up to it waits for the one behind. The program stands
+// at the corner already, the tool at the line's start.
+struct ControlCorner {
+  char kind = 0;  // 'C', 'R', 0 for none
+  double size = 0;
+  Vec3 from;
+  Vec3 to;
+  std::int32_t line = 0;
+};
+
 struct ControlRun {
   ControlTable table;  // what the program may write
   ControlTrack* track = nullptr;
@@ -141,6 +164,8 @@ struct ControlRun {
   ControlModes modes;
   CycleWords cycle;
   ControlFrame frame;
+  ControlCompensation compensation;
+  ControlCorner corner;
   Vec3 zero;    // machine place of the drawn zero, display units
   Vec3 homeBy;  // the point that the last G28 went by, for G29
   Vec3 at;      // program place

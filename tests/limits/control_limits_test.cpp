@@ -80,6 +80,23 @@ TEST(ControlLimits, LeavesOutLinesBeyondWhatIsPrinted) {
   EXPECT_EQ(RunText(text + u"DPRNT[]\nM30\n").printed.size(), 4000u);
 }
 
+// A compensated corner with so many moves along Z at it.
+std::u16string Heights(int count) {
+  std::u16string text = u"G10 L12 P1 R.5\nG0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\n";
+  for (int i = 0; i < count; ++i) text += i % 2 ? u"Z0.\n" : u"Z-1.\n";
+  return text + u"Y2.\nG40 X-1.\nM30\n";
+}
+
+TEST(ControlLimits, LooksPastSixteenMovesAlongZForTheNextCorner) {
+  static_assert(kMaxHeldMoves == 16);
+  // Beside the next line's start, the place of the first plunge.
+  EXPECT_NEAR(RunText(Heights(kMaxHeldMoves)).path.points[1].x, -.25, 1e-9);
+  EXPECT_NEAR(RunText(Heights(kMaxHeldMoves)).path.points[1].y, 0, 1e-9);
+  // One more, and the tool stands square beside the entry's end.
+  EXPECT_NEAR(RunText(Heights(kMaxHeldMoves + 1)).path.points[1].x, 0, 1e-9);
+  EXPECT_NEAR(RunText(Heights(kMaxHeldMoves + 1)).path.points[1].y, .25, 1e-9);
+}
+
 TEST(ControlLimits, CountsFindingsBeyondItsTable) {
   static_assert(kMaxFindings == 400 && kMaxFindingsOfKind == 40);
   std::u16string text;
