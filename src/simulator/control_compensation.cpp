@@ -137,6 +137,13 @@ void JoinCorner(ControlRun& run, const ControlSegment& next) {
   HoldNext(run, next);
 }
 
+// False: as many wait already as can.
+bool HoldHeight(ControlCompensation& comp, const ControlSegment& segment) {
+  if (comp.heightCount == kMaxHeldMoves) return false;
+  comp.heights[comp.heightCount++] = segment;
+  return true;
+}
+
 void CheckFits(ControlRun& run, const ControlSegment& segment) {
   FlatStretch offset;
   if (!OffsetBy(FlatOf(segment), Left(run), offset)) {
@@ -179,10 +186,7 @@ void CompensateSegment(ControlRun& run, const ControlSegment& segment) {
   if (comp.side == 0) return BeginCompensation(run, segment);
   if (!MovesInPlane(segment)) {
     // It comes behind the held move, whose end is not known yet.
-    if (comp.holds && comp.heightCount < kMaxHeldMoves) {
-      comp.heights[comp.heightCount++] = segment;
-      return;
-    }
+    if (comp.holds && HoldHeight(comp, segment)) return;
     if (comp.holds) ReleaseSquare(run);
     return GoTo(run, segment, {comp.at.of[0], comp.at.of[1]}, segment.to.of[2]);
   }

@@ -31,7 +31,7 @@ double RadiusOf(const FlatStretch& arc) { return Length(Minus(arc.from, arc.cent
 
 struct Meetings {
   int count = 0;
-  Flat of[2];
+  Flat first, second;
 };
 
 Meetings LineLine(const FlatStretch& a, const FlatStretch& b) {
@@ -40,7 +40,7 @@ Meetings LineLine(const FlatStretch& a, const FlatStretch& b) {
   const double cross = Cross(u, v);
   if (std::fabs(cross) < kTiny) return {};
   const double along = Cross(Minus(b.from, a.from), v) / cross;
-  return {1, {{a.from.x + u.x * along, a.from.y + u.y * along}, {}}};
+  return {1, {a.from.x + u.x * along, a.from.y + u.y * along}, {}};
 }
 
 Meetings LineArc(const FlatStretch& line, const FlatStretch& arc) {
@@ -55,7 +55,7 @@ Meetings LineArc(const FlatStretch& line, const FlatStretch& arc) {
   const auto at = [&](double along) {
     return Flat{line.from.x + u.x * along, line.from.y + u.y * along};
   };
-  return {2, {at(middle - square), at(middle + square)}};
+  return {2, at(middle - square), at(middle + square)};
 }
 
 Meetings ArcArc(const FlatStretch& a, const FlatStretch& b) {
@@ -71,8 +71,8 @@ Meetings ArcArc(const FlatStretch& a, const FlatStretch& b) {
   const Flat u = Unit(between);
   const Flat foot = {a.centre.x + u.x * along, a.centre.y + u.y * along};
   return {2,
-          {{foot.x - u.y * square, foot.y + u.x * square},
-           {foot.x + u.y * square, foot.y - u.x * square}}};
+          {foot.x - u.y * square, foot.y + u.x * square},
+          {foot.x + u.y * square, foot.y - u.x * square}};
 }
 
 }  // namespace
@@ -107,9 +107,9 @@ bool MeetNear(const FlatStretch& first, const FlatStretch& second, const Flat& n
   if (first.arc && !second.arc) found = LineArc(second, first);
   if (first.arc && second.arc) found = ArcArc(first, second);
   if (found.count == 0) return false;
-  meets = found.of[0];
-  if (found.count == 2 && Length(Minus(found.of[1], near)) < Length(Minus(meets, near))) {
-    meets = found.of[1];
+  meets = found.first;
+  if (found.count == 2 && Length(Minus(found.second, near)) < Length(Minus(meets, near))) {
+    meets = found.second;
   }
   return true;
 }
