@@ -1,4 +1,4 @@
-// Names of the 47 icons: numbers for the shell's drawings, open to every room.
+// Names of the 71 icons: numbers for the shell's drawings, open to every room.
 #pragma once
 
 namespace morva {
@@ -51,7 +51,31 @@ enum Icon : int {
   kIconDrill = 44,
   kIconPeck = 45,
   kIconTap = 46,
+  kIconSelect = 47,  // keys of the drawing workspace, 47 to 70
+  kIconLine = 48,
+  kIconRectangle = 49,
+  kIconCircle = 50,
+  kIconSlot = 51,
+  kIconCircularPattern = 52,
+  kIconGridArray = 53,
+  kIconCopy = 54,
+  kIconScissors = 55,
+  kIconPaste = 56,
+  kIconScale = 57,
+  kIconUndo = 58,
+  kIconCutData = 59,
+  kIconGenerate = 60,
+  kIconSnap = 61,
+  kIconPolygon = 62,
+  kIconRevolve = 63,
+  kIconJoin = 64,
+  kIconTrimAt = 65,
+  kIconTangent = 66,
+  kIconWorkAxis = 67,
+  kIconPoint = 68,
+  kIconCancel = 69,
+  kIconSolid = 70,
 };
-inline constexpr int kIconCount = 47;
+inline constexpr int kIconCount = 71;
 
 }  // namespace morva

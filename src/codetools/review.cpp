@@ -80,7 +80,7 @@ void MakePane(int id, const char16_t* name) {
 void MakeReview() {
   platform::MakeControl({kIdReviewHead, ControlKind::Label, u"PROGRAMS (Ctrl / Shift)", u"",
                          FontRole::Small, kMain, true});
-  platform::SetColours(kIdReviewHead, {kBrightAccent, kPanelBackground, true});
+  platform::SetColours(kIdReviewHead, {kMainText, kPanelBackground, true});
   platform::ListSpec programs;
   programs.id = kIdReviewPrograms;
   programs.kind = platform::ListKind::Multi;

@@ -65,8 +65,7 @@ constexpr FormLook kLook{.edge = 20,
                          .keysAtEnd = true,
                          .labelFont = FontRole::Body,
                          .keyFont = FontRole::Body,
-                         .listFont = FontRole::Small,
-                         .labelColour = kBrightAccent};
+                         .listFont = FontRole::Small};
 
 void Changed(int id);
 constexpr Form kPickerForm{

@@ -23,7 +23,6 @@ void MakeLabel(const FormEntry& entry, int index) {
   const FormRow& row = form.rows[static_cast<std::size_t>(index)];
   const FormLook& look = *form.look;
   const bool head = row.kind == RowKind::Head;
-  const bool list = row.kind == RowKind::List || row.kind == RowKind::Multi;
   platform::ControlSpec spec;
   spec.id = LabelId(entry, index);
   if (platform::Exists(spec.id)) return;
@@ -34,7 +33,7 @@ void MakeLabel(const FormEntry& entry, int index) {
   spec.parent = GroundOf(form);
   spec.hidden = true;
   platform::MakeControl(spec);
-  platform::Colour colour = head || list ? kBrightAccent : look.labelColour;
+  platform::Colour colour = head ? kBrightAccent : look.labelColour;
   if (row.kind == RowKind::Note) colour = look.noteColour;
   platform::SetColours(spec.id, {colour, kPanelBackground, true});
 }

@@ -39,7 +39,7 @@ constexpr platform::ControlSpec kTexts[] = {
     {kIdPanelHead, ControlKind::Label, u"PROGRAM", u"", FontRole::Emphasis},
     {kIdFeatureName, ControlKind::EditLine, u"", u"Feature name", FontRole::Body},
     {kIdFeatureHint, ControlKind::Label, kFeaturesWords, u"", FontRole::Small},
-    {kIdOutputHead, ControlKind::Label, u"OUTPUT / VALIDATION", u"", FontRole::Small},
+    {kIdOutputHead, ControlKind::Label, u"OUTPUT / VALIDATION", u"", FontRole::Emphasis},
     {kIdOutputLog, ControlKind::Log,
      u"Ready. Press F5 to validate the active program. Verify unfamiliar programs in Haas Graphics "
      u"mode before machining.\r\n",

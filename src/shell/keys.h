@@ -14,8 +14,7 @@ enum class Face {
   Words,
   Tab,           // words from the left
   Icon,          // the icon of its command alone; the words are the hint
-  IconAndWords,  // the icon alone where both do not fit
-  Fallback,      // words, and the icon only where they do not fit
+  IconAndWords,  // the icon alone where the words do not fit
 };
 
 struct KeyLook {

@@ -36,8 +36,8 @@ constexpr int kEditorLeast = 420;
 constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
 constexpr int kSmallKey = 28;          // height of keys inside panels
 constexpr int kHeadRow = 26;
-constexpr int kHeadWords = 150;        // of the output's head, beside a panel
-constexpr int kHeadLine = 20;          // height of these words in a line of their own
+constexpr int kHeadWords = 190;        // of the output's head, beside a panel
+constexpr int kHeadLine = 24;          // height of these words in a line of their own
 constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
 constexpr int kOutputLeast = 150;      // height of the output
 constexpr int kOutputBelowView = 112;  // where the view stands above it
@@ -157,6 +157,8 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
 }
 
 // Six keys in two columns.
+constexpr int kFeatureKeyLean = 14;    // pixels that a key leaves to its neighbour
+constexpr int kFeatureKeyLeans = 120;  // in keys wider than this
 constexpr int kFeatureKeysHeight = 3 * kSmallKey + 2 * 4;
 void PlanFeatureKeys(LayoutPlan& plan, int left, int right, int top) {
   constexpr int kKeys[] = {kIdFeatureEdit,   kIdFeatureNew,  kIdFeatureInclude,
@@ -165,8 +167,11 @@ void PlanFeatureKeys(LayoutPlan& plan, int left, int right, int top) {
   for (int i = 0; i < 6; ++i) {
     const int y = top + i / 2 * (kSmallKey + 4);
     const bool second = i % 2 == 1;
+    // The last key bears the longest words.
+    const int lean = i >= 4 && half > kFeatureKeyLeans ? kFeatureKeyLean : 0;
     Put(plan, kKeys[i],
-        Rect{second ? right - half : left, y, second ? right : left + half, y + kSmallKey});
+        Rect{second ? right - half - lean : left, y, second ? right : left + half - lean,
+             y + kSmallKey});
   }
 }
 

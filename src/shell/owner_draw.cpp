@@ -31,6 +31,8 @@ namespace {
 
 constexpr int kKeyIcon = 16;
 constexpr int kFaceIcon = 20;
+constexpr int kTallKey = 40;  // pixels from which on an icon stands over the words
+constexpr int kTallIcon = 18;
 constexpr int kIconClear = 3;          // pixels from an icon to the edge of its key
 constexpr char16_t kOnly[] = u"ONLY";  // of the feature that is simulated alone
 constexpr int kOnlyGap = 6;
@@ -93,7 +95,7 @@ void DrawIconCaption(const KeyLook& key, const Rect& area, std::u16string text, 
     return;
   }
   int x = area.left + (RectWidth(area) - words) / 2;
-  if (key.face == Face::IconAndWords && kKeyIcon + gap + words + 4 <= room) {
+  if (kKeyIcon + gap + words + 4 <= room) {
     // The icons of a column of keys stand under each other.
     x = area.left + 9;
     DrawIcon(canvas, IconOf(key.id), x + kKeyIcon / 2, CentreY(area), kKeyIcon, colour);
@@ -101,6 +103,16 @@ void DrawIconCaption(const KeyLook& key, const Rect& area, std::u16string text, 
   }
   PaintText(canvas, Rect{x, area.top, area.right - 2, area.bottom}, text, key.font, colour,
             platform::kAlignLeft | platform::kAlignMiddle);
+}
+
+// In a key tall enough the icon stands over the words.
+void DrawIconOverWords(const KeyLook& key, const Rect& area, const std::u16string& text,
+                       Colour colour, Canvas& canvas) {
+  const int height = kTallIcon + platform::TextHeight(key.font);
+  const int top = (area.top + area.bottom - height) / 2;
+  DrawIcon(canvas, IconOf(key.id), CentreX(area), top + kTallIcon / 2, kTallIcon, colour);
+  PaintText(canvas, Rect{area.left + 2, top + kTallIcon, area.right - 2, area.bottom}, text,
+            key.font, colour, platform::kAlignCentre | platform::kAlignTop);
 }
 
 bool StartsWith(const std::u16string& text, std::size_t at, std::u16string_view piece) {
@@ -139,6 +151,10 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
     return;
   }
   const std::u16string text = platform::TextOf(key.id);
+  if (key.face == Face::IconAndWords && RectHeight(area) >= kTallKey) {
+    DrawIconOverWords(key, area, text, colour, canvas);
+    return;
+  }
   if (key.face != Face::Words && key.face != Face::Tab) {
     DrawIconCaption(key, area, text, colour, canvas);
     return;

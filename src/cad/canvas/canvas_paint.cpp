@@ -43,6 +43,7 @@ constexpr double kPointReach = 0.025;   // of a work point's cross, drawing unit
 constexpr double kLeastPointReach = 4;  // pixels
 constexpr double kOriginRadius = 4;     // pixels
 constexpr int kHandleReach = 3;         // pixels each way of the middle
+constexpr double kHandleRoom = 7;       // from handle to handle for each pixel of their reach
 constexpr int kCrossFrom = 5;
 constexpr int kCrossTo = 12;
 constexpr double kCursorRing = 9;
@@ -232,14 +233,30 @@ bool NearClient(const Sheet& sheet, PointF at) {
   return at.x > c.left - 50 && at.x < c.right + 50 && at.y > c.top - 50 && at.y < c.bottom + 50;
 }
 
+// Handles shrink with the room between them, so that what they belong to stays in sight; 0 where
+// there is none.
+int HandleReach(const PointF* points, int count) {
+  double nearest = kHandleRoom * kHandleReach;
+  for (int i = 0; i < count; ++i) {
+    for (int k = i + 1; k < count; ++k) {
+      nearest = std::min(nearest, std::hypot(points[i].x - points[k].x, points[i].y - points[k].y));
+    }
+  }
+  return static_cast<int>(nearest / kHandleRoom);
+}
+
 void PaintHandles(const Sheet& sheet) {
   PointF points[9];
   const int count = SelectionHandles(points);
+  const int reach = HandleReach(points, count);
+  if (reach == 0) return;
   for (int i = 0; i < count && i < 9; ++i) {
     if (!NearClient(sheet, points[i])) continue;
-    FillAround(sheet.canvas, points[i], kHandleReach + 1, kWindowBackground);
-    FillAround(sheet.canvas, points[i], kHandleReach, kBright);
-    FillAround(sheet.canvas, points[i], kHandleReach - 1, kMainText);
+    if (reach == kHandleReach) {
+      FillAround(sheet.canvas, points[i], reach + 1, kWindowBackground);
+    }
+    FillAround(sheet.canvas, points[i], reach, kBright);
+    if (reach > 1) FillAround(sheet.canvas, points[i], reach - 1, kMainText);
   }
 }
 

@@ -40,13 +40,15 @@ namespace {
 
 constexpr int kPad = 8;
 constexpr int kGap = 4;
-constexpr int kKeyHeight = 30;
+constexpr int kKeyHeight = 42;  // the icon stands over the words
+constexpr int kGroupGap = 14;   // between groups of keys, a line in its middle
 constexpr int kTabHeight = 28;
 constexpr int kTabMost = 130;
+constexpr int kTabLeast = 96;    // narrower keys of drawings wrap into a second row
 constexpr int kLeftWidth = 276;  // the longest line of the recent operations fits
 constexpr int kRightWidth = 304;
 constexpr int kLineHeight = 22;  // status and hint
-constexpr int kHeadHeight = 20;
+constexpr int kHeadHeight = 24;
 constexpr int kRecentPercent = 34;   // of the left column's height
 constexpr int kPicturePercent = 38;  // of the right column's height, above the fields of a pattern
 constexpr int kPictureMost = 300;
@@ -57,21 +59,22 @@ int shownPanel = kPanelNone;
 int shownPage = kPanelNone;
 Rect sidePlace;  // of the form, and of the picture above it
 
-void MakeKey(int id) { MakeCommandKey(id, kViewCad, FontRole::Body, false); }
+void MakeKey(int id, FontRole font = FontRole::Body) { MakeCommandKey(id, kViewCad, font, false); }
 
 void MakeStripKeys() {
   for (int row = 0; row < kCadStripRows; ++row) {
     int count = 0;
     const CadKeySpec* keys = CadStripRow(row, count);
-    for (int i = 0; i < count; ++i) MakeKey(keys[i].id);
+    for (int i = 0; i < count; ++i) MakeKey(keys[i].id, FontRole::Small);
   }
 }
 
-void MakeLabel(int id, const char16_t* text, platform::Colour colour) {
+void MakeLabel(int id, const char16_t* text, platform::Colour colour,
+               FontRole font = FontRole::Small) {
   platform::ControlSpec spec;
   spec.id = id;
   spec.text = text;
-  spec.font = FontRole::Small;
+  spec.font = font;
   spec.parent = kViewCad;
   platform::MakeControl(spec);
   platform::SetColours(id, {colour, kWindowBackground, true});
@@ -99,7 +102,7 @@ void MakeDrawingTabs() {
 }
 
 void MakeList(platform::ListSpec list, int head, platform::Colour colour) {
-  MakeLabel(head, list.accessibleName, kBrightAccent);
+  MakeLabel(head, list.accessibleName, kBrightAccent, FontRole::Emphasis);
   list.parent = kViewCad;
   platform::MakeList(list);
   platform::SetColours(list.id, {colour, kInputBackground, false});
@@ -187,6 +190,7 @@ int PlaceStrip(int width) {
     const CadKeySpec* keys = CadStripRow(row, count);
     int x = kPad;
     for (int i = 0; i < count; ++i) {
+      if (keys[i].apart) x += kGroupGap - kGap;
       // The units stand at the right edge, apart from the tools.
       if (keys[i].id == kIdCadInch) x = width - kPad - keys[i].width - kGap - keys[i + 1].width;
       platform::SetPlace(keys[i].id, Rect{x, y, x + keys[i].width, y + kKeyHeight});
@@ -209,34 +213,48 @@ int ActiveDrawing() {
   return std::clamp(static_cast<int>(tab->cadStore->active), 0, kMaxDrawings - 1);
 }
 
-void PlaceDrawingTabs(int left, int right, int y) {
+// Up to eight keys of drawings, in two rows where one would make them unreadable. The y below.
+int PlaceDrawingTabs(int left, int right, int y) {
   constexpr int kPlus = 30;
   constexpr int kRename = 72;
   constexpr int kName = 150;
   const int count = DrawingCount();
   const int room = right - left - kPlus - kRename - 3 * kGap;
-  const int width = std::min(kTabMost, room / count - kGap);
+  const int rows = room / count - kGap < kTabLeast ? 2 : 1;
+  const int inRow = (count + rows - 1) / rows;
+  const int width = std::min(kTabMost, room / inRow - kGap);
   const int pitch = width + kGap;
   // The name box stands behind the keys. Where it does not fit, it covers the active tab and as
-  // many of its neighbours as it needs.
-  const bool instead = left + count * pitch + kPlus + kRename + 2 * kGap + kName > right;
-  const int taken = instead ? std::min(count, (kName + kGap + pitch - 1) / pitch) : 0;
-  const int first = std::min(ActiveDrawing(), count - taken);
+  // many of its neighbours in the row as it needs.
+  const int active = ActiveDrawing();
+  const int row = active / inRow;
+  const int last = std::min(count, (row + 1) * inRow);
+  const bool instead =
+      left + (count - (rows - 1) * inRow) * pitch + kPlus + kRename + 2 * kGap + kName > right ||
+      row < rows - 1;
+  const int taken = instead ? std::min(last - row * inRow, (kName + kGap + pitch - 1) / pitch) : 0;
+  const int first = std::min(active, last - taken);
   const bool naming = platform::IsVisible(kIdCadDrawingName);
   int x = left;
   for (int i = 0; i < kMaxDrawings; ++i) {
     const int id = kIdDrawingFirst + i;
     platform::SetVisible(id, i < count && !(naming && i >= first && i < first + taken));
     if (i >= count) continue;
+    if (i == inRow) {
+      x = left;
+      y += kTabHeight + kGap;
+    }
     platform::SetPlace(id, Rect{x, y, x + width, y + kTabHeight});
     x += width + kGap;
   }
   platform::SetPlace(kIdDrawingAdd, Rect{x, y, x + kPlus, y + kTabHeight});
   x += kPlus + kGap;
   platform::SetPlace(kIdDrawingRename, Rect{x, y, x + kRename, y + kTabHeight});
-  x = instead ? left + first * pitch + 1 : x + kRename + kGap;
+  x = instead ? left + (first - row * inRow) * pitch + 1 : x + kRename + kGap;
   const int end = instead ? x + taken * pitch - kGap - 2 : x + kName;
-  platform::SetPlace(kIdCadDrawingName, Rect{x, y + 1, end, y + kTabHeight - 1});
+  const int top = instead ? y - (rows - 1 - row) * (kTabHeight + kGap) : y;
+  platform::SetPlace(kIdCadDrawingName, Rect{x, top + 1, end, top + kTabHeight - 1});
+  return y + kTabHeight;
 }
 
 void PlaceLists(int top, int bottom) {
@@ -274,8 +292,8 @@ void PlaceWorkspace(const Rect& area) {
   PlaceLists(top, bottom);
   const int left = kPad + kLeftWidth + kPad;
   const int right = width - kPad - kRightWidth - kPad;
-  PlaceDrawingTabs(left, right, top);
-  platform::SetPlace(kViewCadCanvas, Rect{left, top + kTabHeight + kGap, right, bottom});
+  const int tabs = PlaceDrawingTabs(left, right, top);
+  platform::SetPlace(kViewCadCanvas, Rect{left, tabs + kGap, right, bottom});
   sidePlace = Rect{right + kPad, top, width - kPad, bottom};
   PlaceSide();
   platform::SetPlace(kIdCadStatus, Rect{kPad, bottom + 2, width - kPad, bottom + 2 + kLineHeight});
@@ -283,9 +301,24 @@ void PlaceWorkspace(const Rect& area) {
   PlaceSizeBoxes();
 }
 
+void PaintGroupLines(Canvas& canvas) {
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) {
+      // The units stand far from the tools.
+      if (!keys[i].apart || keys[i].id == kIdCadInch) continue;
+      const Rect key = platform::PlaceOf(keys[i].id);
+      const int x = key.left - kGroupGap / 2;
+      FillArea(canvas, Rect{x, key.top + kGap, x + 1, key.bottom - kGap}, kPanelLine);
+    }
+  }
+}
+
 void PaintWorkspace(Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), kWindowBackground);
   PaintForms(canvas, kViewCad);
+  PaintGroupLines(canvas);
   const int focused = platform::FocusedId();
   for (const int id : {kIdCadOperations, kIdCadRecent, kViewCadCanvas, kIdCadDrawingName}) {
     if (!platform::IsVisible(id)) continue;

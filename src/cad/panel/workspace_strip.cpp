@@ -9,19 +9,29 @@ namespace morva {
 
 namespace {
 
+// clang-format off
+// A group begins behind a gap: drawing, patterns, edits and output, then the units.
 constexpr CadKeySpec kFirst[] = {
-    {kIdCadSelect, 60},  {kIdCadLine, 50},          {kIdCadRectangle, 84}, {kIdCadCircle, 60},
-    {kIdCadSlot, 48},    {kIdCadCircularPanel, 74}, {kIdCadGridPanel, 86}, {kIdCadCopy, 54},
-    {kIdCadCut, 46},     {kIdCadPaste, 56},         {kIdCadScale, 56},     {kIdCadUndo, 54},
-    {kIdCadCutData, 76}, {kIdCadGenerate, 90},      {kIdCadInch, 66},      {kIdCadMm, 56},
+    {kIdCadSelect, 54},
+    {kIdCadLine, 52, true},          {kIdCadRectangle, 74}, {kIdCadCircle, 54}, {kIdCadSlot, 52},
+    {kIdCadCircularPanel, 62, true}, {kIdCadGridPanel, 76},
+    {kIdCadCopy, 52, true},          {kIdCadCut, 52},       {kIdCadPaste, 52},  {kIdCadScale, 52},
+    {kIdCadUndo, 52},
+    {kIdCadCutData, 68, true},       {kIdCadGenerate, 74},
+    {kIdCadInch, 66, true},          {kIdCadMm, 56},
 };
 
+// What is drawn along, edits, construction, what stops, the view.
 constexpr CadKeySpec kSecond[] = {
-    {kIdCadSnap, 78},   {kIdCadPolygon, 76},   {kIdCadRevolve, 74},  {kIdCadJoin, 48},
-    {kIdCadTrimAt, 66}, {kIdCadTangent, 76},   {kIdCadWorkAxis, 84}, {kIdCadPoint, 54},
-    {kIdCadCancel, 64}, {kIdCadDimension, 92}, {kIdCadPan, 48},      {kIdCadFit, 42},
-    {kIdCadGrid, 50},   {kIdCadThickness, 92},
+    {kIdCadSnap, 72},
+    {kIdCadPolygon, 62, true},
+    {kIdCadRevolve, 62, true},   {kIdCadJoin, 52},    {kIdCadTrimAt, 56}, {kIdCadTangent, 62},
+    {kIdCadWorkAxis, 74, true},  {kIdCadPoint, 52},
+    {kIdCadCancel, 58, true},
+    {kIdCadDimension, 80, true}, {kIdCadPan, 52},     {kIdCadFit, 52},    {kIdCadGrid, 52},
+    {kIdCadThickness, 86},
 };
+// clang-format on
 
 }  // namespace
 

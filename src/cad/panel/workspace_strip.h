@@ -5,7 +5,8 @@ namespace morva {
 
 struct CadKeySpec {
   int id;
-  int width;  // pixels at the least window; wider windows keep it
+  int width;           // pixels at the least window; wider windows keep it
+  bool apart = false;  // begins a group: drawing, patterns, edits, view, output, units
 };
 
 inline constexpr int kCadStripRows = 2;

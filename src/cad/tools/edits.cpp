@@ -113,9 +113,17 @@ bool MayRun(int id) {
   }
 }
 
+// The key stands beside that which saves the drawing.
+bool MayClear() {
+  return sketch.objectCount == 0 ||
+         platform::ShowBox(
+             u"Clear all", u"Remove every object of this drawing?\r\nUndo brings them back.",
+             platform::BoxButtons::NoYes, platform::BoxIcon::Question) == platform::BoxAnswer::Yes;
+}
+
 void OnGeometryButton(int id, int) {
   if (id == kIdCadClear) {
-    ClearSketch();
+    if (MayClear()) ClearSketch();
     return;
   }
   if (!MayEditSelection() || !MayRun(id)) return;

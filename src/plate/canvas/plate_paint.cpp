@@ -34,8 +34,9 @@ void Words(Canvas& canvas, const Rect& place, std::u16string_view text, Colour c
 }
 
 void PaintTitle(Canvas& canvas, const Rect& client) {
-  Words(canvas, {client.left + kPad, client.top, client.right - kPad, client.top + kTitle},
-        u"PLATE PREVIEW  \u2022  outline + mounting features", kBrightAccent, platform::kAlignLeft);
+  PaintText(canvas, {client.left + kPad, client.top, client.right - kPad, client.top + kTitle},
+            u"PLATE PREVIEW  \u2022  outline + mounting features", FontRole::Emphasis,
+            kBrightAccent, platform::kAlignLeft | platform::kAlignMiddle);
 }
 
 void PaintHint(Canvas& canvas, const Rect& client) {

@@ -1,5 +1,8 @@
 #include "cad/canvas/canvas_pointer.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
@@ -334,6 +337,29 @@ TEST_F(CanvasPointerTest, DrawsTheHandlesOfTheSelectedObject) {
     EXPECT_EQ(call.numbers[1], 298);
   }
   EXPECT_EQ(white, 2);
+}
+
+// 100 pixels are one inch: circles of 80, 40 and 12 pixels across, with handles at their middle and
+// at four places of their edge.
+TEST_F(CanvasPointerTest, LeavesASmallCircleInSightBetweenItsHandles) {
+  const auto widest = [this](double diameter) {
+    sketch.objectCount = 0;
+    Put(kTypeCircle, 0, 0, diameter);
+    sketch.selected = 0;
+    double most = 0;
+    for (const headless::DrawCall& call : Calls("FillArea")) {
+      const double width = call.numbers[2] - call.numbers[0];
+      const double x = (call.numbers[0] + call.numbers[2]) / 2 - 520;
+      const double y = (call.numbers[1] + call.numbers[3]) / 2 - 300;
+      const double radius = diameter * 50;
+      const bool edge = std::abs(std::hypot(x, y) - radius) < 2 && width < 20;
+      if (edge) most = std::max(most, width);
+    }
+    return most;
+  };
+  EXPECT_EQ(widest(0.8), 9);
+  EXPECT_EQ(widest(0.4), 5);
+  EXPECT_EQ(widest(0.12), 0);
 }
 
 TEST_F(CanvasPointerTest, EscapeTakesADragBack) {

@@ -35,7 +35,9 @@ TEST_F(DrawingName, EscapeKeepsTheOldNameAndGivesTheTabsTheirRoomBack) {
   EXPECT_FALSE(platform::IsVisible(kIdDrawingLast));
   for (int i = 0; i < kMaxDrawings; ++i) {
     const platform::Rect tab = platform::PlaceOf(kIdDrawingFirst + i);
-    EXPECT_EQ(platform::IsVisible(kIdDrawingFirst + i), tab.right <= name.left) << i;
+    EXPECT_EQ(platform::IsVisible(kIdDrawingFirst + i),
+              tab.right <= name.left || tab.bottom <= name.top)
+        << i;
   }
   headless::TypeInto(kIdCadDrawingName, u"Lost");
   Press(platform::kKeyEscape);
@@ -44,6 +46,36 @@ TEST_F(DrawingName, EscapeKeepsTheOldNameAndGivesTheTabsTheirRoomBack) {
   EXPECT_EQ(TabWidth(), width);
   EXPECT_EQ(Name(), u"Drawing 8");
   EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+}
+
+// In the body font "Drawing 8" is 72 pixels wide on this machine.
+TEST_F(DrawingName, EightNamesCanBeReadInASmallWindow) {
+  headless::Resize(1200, 800);
+  for (int i = 0; i < kMaxDrawings; ++i) {
+    const int id = kIdDrawingFirst + i;
+    EXPECT_LE(platform::TextWidth(platform::FontRole::Body, platform::TextOf(id)) + 4,
+              RectWidth(platform::PlaceOf(id)));
+  }
+  EXPECT_LE(platform::PlaceOf(kIdDrawingLast).bottom, platform::PlaceOf(kViewCadCanvas).top);
+  EXPECT_LE(platform::PlaceOf(kIdDrawingRename).right, platform::PlaceOf(kViewCadCanvas).right);
+  for (int i = 1; i < kMaxDrawings; ++i) {
+    const platform::Rect before = platform::PlaceOf(kIdDrawingFirst + i - 1);
+    const platform::Rect tab = platform::PlaceOf(kIdDrawingFirst + i);
+    EXPECT_TRUE(tab.left >= before.right || tab.top >= before.bottom) << i;
+  }
+}
+
+// In the upper row the box covers keys of that row.
+TEST_F(DrawingName, StandsInTheRowOfItsDrawing) {
+  headless::Resize(1200, 800);
+  headless::Click(kIdDrawingFirst + 1);
+  const platform::Rect tab = platform::PlaceOf(kIdDrawingFirst + 1);
+  headless::Click(kIdDrawingRename);
+  const platform::Rect name = platform::PlaceOf(kIdCadDrawingName);
+  EXPECT_GE(name.top, tab.top);
+  EXPECT_LE(name.bottom, tab.bottom);
+  EXPECT_FALSE(platform::IsVisible(kIdDrawingFirst + 1));
+  EXPECT_TRUE(platform::IsVisible(kIdDrawingLast));
 }
 
 TEST_F(DrawingName, EnterTakesTheNameAndGoesBackToTheCanvas) {

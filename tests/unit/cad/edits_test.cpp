@@ -390,6 +390,9 @@ TEST_F(Edits, KeepsALockedMemberOfADeletedGroup) {
 }
 
 TEST_F(Edits, ClearsTheSketchAndGivesItBack) {
+  headless::TakeBoxes();
+  Command(kIdCadClear);  // there is nothing to ask about
+  EXPECT_TRUE(headless::TakeBoxes().empty());
   Add(kTypeLine, 0, 0, 1);
   Add(kTypeLine, 1, 0, 1);
   sketch.locked[0] = 1;
@@ -397,6 +400,12 @@ TEST_F(Edits, ClearsTheSketchAndGivesItBack) {
   sketch.selected = 0;
   tools.multiSelect[1] = 1;
   const Picture before = Now();
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  Command(kIdCadClear);
+  EXPECT_EQ(Now(), before);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
   Command(kIdCadClear);
   EXPECT_EQ(sketch.objectCount, 0);
   EXPECT_EQ(sketch.selected, -1);

@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "app/commands.h"
 #include "app/outlets.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/cad_form.h"
@@ -15,6 +16,7 @@
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
+#include "cad/panel/workspace_strip.h"
 #include "documents/feature_operations.h"
 #include "documents/insertion.h"
 #include "platform/listing.h"
@@ -101,6 +103,29 @@ TEST_F(Workspace, HidesTheCodeSurfaceAndKeepsTheProgramTabs) {
     EXPECT_TRUE(platform::IsVisible(id)) << id;
   }
   EXPECT_EQ(platform::FocusedId(), kViewCadCanvas);
+}
+
+TEST_F(Workspace, ShowsAnIconOfItsOwnOnEveryKeyOfTheStripButTheUnits) {
+  std::set<int> icons;
+  for (int row = 0; row < kCadStripRows; ++row) {
+    int count = 0;
+    const CadKeySpec* keys = CadStripRow(row, count);
+    for (int i = 0; i < count; ++i) {
+      const int icon = CommandOf(keys[i].id)->icon;
+      if (keys[i].id == kIdCadInch || keys[i].id == kIdCadMm) continue;
+      EXPECT_NE(icon, kNoIcon) << keys[i].id;
+      EXPECT_TRUE(icons.insert(icon).second) << keys[i].id;
+      // With the words whole below it.
+      const std::u16string words = platform::TextOf(keys[i].id);
+      EXPECT_LE(platform::TextWidth(platform::FontRole::Small, words) + 4, keys[i].width);
+      bool painted = false;
+      for (const headless::DrawCall& call : headless::PaintOf(keys[i].id)) {
+        painted = painted || (call.name == "PaintText" && call.text == words);
+      }
+      EXPECT_TRUE(painted) << keys[i].id;
+    }
+  }
+  EXPECT_EQ(icons.size(), 28u);
 }
 
 TEST_F(Workspace, OverlapsNowhereInAnyPanelAtAnySize) {

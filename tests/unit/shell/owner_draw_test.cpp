@@ -130,16 +130,36 @@ TEST_F(OwnerDraw, DrawsAnIconInsteadOfAHint) {
   EXPECT_FALSE(CallsNamed(calls, "PaintPolyline").empty());
 }
 
-// The headless small font is 6 pixels wide: "Show / hide feature" is 114, a key of the panel
-// at 300 pixels is 139 wide, at 190 pixels 84.
+// The headless small font is 6 pixels wide: "Show / hide feature" is 114. Its key is 153 wide in a
+// panel of 300 pixels, in one of 190 pixels 84.
 TEST_F(OwnerDraw, DrawsTheIconWhereTheWordsDoNotFit) {
   EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureHide), u"Show / hide feature", kMainText));
-  EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
+  EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
+  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureLock), u"Lock feature", kMainText));
+  EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureLock), "PaintPolyline").empty());
   EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureEdit), u"Edit feature", kMainText));
   EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureEdit), "PaintPolyline").empty());
   DragSplitter(190);
   EXPECT_TRUE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintText").empty());
   EXPECT_FALSE(CallsNamed(headless::PaintOf(kIdFeatureHide), "PaintPolyline").empty());
+}
+
+TEST_F(OwnerDraw, PutsTheIconOverTheWordsInATallKey) {
+  platform::DrawState state;
+  state.row = -1;
+  state.enabled = true;
+  state.area = {0, 0, 140, 42};
+  double iconBottom = 0;
+  for (const DrawCall& call : CallsNamed(DrawnAs(events, kIdFeatureEdit, state), "PaintPolyline")) {
+    for (std::size_t i = 1; i + 3 < call.numbers.size(); i += 2) {
+      iconBottom = std::max(iconBottom, call.numbers[i]);
+    }
+  }
+  const auto words = CallsNamed(DrawnAs(events, kIdFeatureEdit, state), "PaintText");
+  ASSERT_EQ(words.size(), 1u);
+  EXPECT_EQ(words[0].text, u"Edit feature");
+  EXPECT_GT(iconBottom, 10);
+  EXPECT_LE(iconBottom, words[0].numbers[1]);
 }
 
 TEST_F(OwnerDraw, TurnsThePlayIconIntoAPause) {
@@ -225,8 +245,8 @@ TEST_F(OwnerDraw, ShowsThatAnExcludedFeatureHasCode) {
   ASSERT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: OFF, has code");
   EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureInclude), u"OFF, has code", kMainText));
   DragSplitter(430);
-  EXPECT_TRUE(Paints(headless::PaintOf(kIdFeatureInclude), u"Include code: OFF, has code",
-                     kMainText));
+  EXPECT_TRUE(
+      Paints(headless::PaintOf(kIdFeatureInclude), u"Include code: OFF, has code", kMainText));
 }
 
 // The list is painted again before the refresh that follows a change: the rows are those of the
