@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "library/units.h"
+#include "simulator/control_check.h"
 #include "simulator/control_codes.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_corner.h"
@@ -128,6 +129,7 @@ void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
   const bool ends = code == 49 || (block.Has('H') && run.lengthNumber == 0);
   if (ends) run.modes.lengthMode = 49;
   if (!ends) run.lengthSinceChange = true;
+  NoteToolLength(run);
 }
 
 void TakeMotionCode(ControlRun& run, int code, BlockCodes& codes) {
@@ -302,7 +304,7 @@ void ChangeTool(ControlRun& run) {
   run.spindle = false;
   run.lengthSinceChange = false;
   run.modes.motion = run.modes.line;
-  run.told = 0;
+  NoteChange(run);
   Wait(run, run.table.toolChangeSeconds);
   BeginOperation(*run.track, {.line = run.line, .tool = run.tool, .began = run.time});
 }
@@ -315,7 +317,7 @@ void TakeEarlyMs(ControlRun& run, const ControlBlock& block) {
     if (code == 6) ChangeTool(run);
     if (code == 3 || code == 4) {
       run.spindle = true;
-      run.told = 0;
+      NoteSpindle(run);
       Wait(run, run.table.spindleSeconds);
     }
   }
@@ -466,6 +468,7 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   }
   if (codes.pocket) return Report(run, Finding::NotFollowed, codes.pocket);
   if (codes.shift || codes.local || codes.scales || codes.turns || codes.mirrors) return;
+  NoteMove(run, block);
   if (run.modes.motion >= 73) {
     TakeCycleWords(run, block, codes.cycleBegins);
     return RunCycle(run, block, codes.cycleBegins);

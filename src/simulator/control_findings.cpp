@@ -111,6 +111,13 @@ void AddFinding(Findings& into, Finding kind, std::int32_t line, double number) 
   into.found[into.count++] = {kind, line, number};
 }
 
+void DropFindings(Findings& from, Finding kind) {
+  FoundLine* const end = from.found + from.count;
+  const auto is = [kind](const FoundLine& found) { return found.kind == kind; };
+  from.count = static_cast<std::int32_t>(std::remove_if(from.found, end, is) - from.found);
+  from.ofKind[static_cast<std::size_t>(kind)] = 0;
+}
+
 Strength StrengthOf(Finding kind) { return RowOf(kind).strength; }
 const char16_t* NameOf(Finding kind) { return RowOf(kind).name; }
 

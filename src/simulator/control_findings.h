@@ -112,6 +112,9 @@ struct Findings {
 // A line that has the same kind already is not taken again.
 void AddFinding(Findings& into, Finding kind, std::int32_t line, double number = 0);
 
+// Takes every finding of a kind out again.
+void DropFindings(Findings& from, Finding kind);
+
 Strength StrengthOf(Finding kind);
 // "Line 12: The end of the arc is 0.0123 off its circle."; line numbers are 1-based.
 std::u16string WordsOf(const FoundLine& found);

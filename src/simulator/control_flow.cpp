@@ -141,11 +141,13 @@ double TimesOf(const ControlBlock& block) {
 // Goes to `start`; behind its M99 to where the run stands now.
 bool Enter(ControlRun& run, CallKind kind, const ControlPlace& start, double times) {
   if (times < 1) return false;
+  const ControlPlace& last = run.calls[run.callCount - 1].start;
+  const bool itself = run.callCount > 1 && last.text == start.text && last.at == start.at;
   if (run.callCount > kMaxCalls) {
-    StopWith(run, Finding::NestingDeep, run.callCount);
+    StopWith(run, itself ? Finding::CallsItself : Finding::NestingDeep, run.callCount);
     return false;
   }
-  if (run.callCount > kHintedCalls) Report(run, Finding::NestingDeep, run.callCount);
+  if (run.callCount > kHintedCalls && !itself) Report(run, Finding::NestingDeep, run.callCount);
   if (!CountJump(run, start)) return false;
   const ControlCall& caller = run.calls[run.callCount - 1];
   ControlCall& call = run.calls[run.callCount];
@@ -365,7 +367,6 @@ void FollowStatement(ControlRun& run, const ControlBlock& block, const ControlPl
     case BlockFlow::EndWhile:
       return EndLoop(run, block);
     case BlockFlow::Alarm:
-      run.sawEnd = true;
       return StopWith(run, Finding::ProgramAlarm, block.target);
     case BlockFlow::TextEnd:
       return EndOfText(run);

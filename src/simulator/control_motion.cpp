@@ -1,23 +1,12 @@
 #include "simulator/control_motion.h"
 
+#include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_frame.h"
 
 namespace morva {
 
 namespace {
-
-// A finding that stays true from line to line is told once, until something changes.
-static_assert(kFindings <= 64);
-void ReportOnce(ControlRun& run, Finding kind) {
-  const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
-  if (!(run.told & bit)) Report(run, kind);
-  run.told |= bit;
-}
-
-void NoteFeed(ControlRun& run) {
-  if (!run.feedKnown) ReportOnce(run, Finding::NoFeed);
-}
 
 ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegment::Kind kind) {
   ControlSegment segment;
@@ -31,6 +20,7 @@ ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegmen
 }
 
 void Send(ControlRun& run, const ControlSegment& segment) {
+  NoteTravel(run, segment.to);
   run.shown = segment.to;
   ++run.strokes;
   CompensateSegment(run, segment);
@@ -45,6 +35,7 @@ double LengthFrom(ControlRun& run, double value, bool pointed) {
 }
 
 double LengthOf(ControlRun& run, const ControlBlock& block, char letter) {
+  NoteLength(run, block, letter);
   return LengthFrom(run, block.Of(letter), (block.pointed & LetterBit(letter)) != 0);
 }
 
@@ -59,13 +50,13 @@ void RapidTo(ControlRun& run, const Vec3& program) {
 }
 
 void FeedTo(ControlRun& run, const Vec3& program) {
-  NoteFeed(run);
+  NoteCut(run);
   Send(run, SegmentTo(run, ShownOf(run, program), ControlSegment::Kind::Line));
   run.at = program;
 }
 
 void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV, bool clockwise) {
-  NoteFeed(run);
+  NoteCut(run);
   const PlaneAxes axes = AxesOf(run.modes.plane);
   ControlSegment segment = SegmentTo(run, ShownOf(run, program), ControlSegment::Kind::Arc);
   Vec3 centre = program;

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "library/units.h"
+#include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_corner.h"
 #include "simulator/control_execute.h"
@@ -40,7 +41,7 @@ void RunAll(ControlRun& run) {
 
 void StopWith(ControlRun& run, Finding kind, double number) {
   Report(run, kind, number);
-  run.ended = true;
+  run.ended = run.stopped = true;
 }
 
 void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
@@ -65,7 +66,8 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   RunAll(*run);
   DropCorner(*run);
   EndCompensation(*run);
-  if (!run->sawEnd && track.findings.count == 0) Report(*run, Finding::NoEnd);
+  NoteEnd(*run);
+  if (!run->sawEnd && !run->stopped) Report(*run, Finding::NoEnd);
   EndOperations(track, run->time);
 }
 

@@ -185,11 +185,16 @@ struct ControlRun {
   std::int32_t jumps = 0;
   std::int64_t repeatedUnits = 0;
   std::int64_t strokes = 0;
-  bool ended = false;   // M30, M02, M99, an alarm, or a bound
-  bool sawEnd = false;  // ... one of the first three
+  bool ended = false;    // M30, M02, M99, an alarm, or a bound
+  bool sawEnd = false;   // by M30, M02 or M99
+  bool stopped = false;  // by a finding
 
   bool moved = false;             // a move was drawn
   bool codeSeen = false;          // a "%" from here on closes the program
+  bool sawPoint = false;          // a length with a decimal point
+  bool sawChange = false;         // M06
+  bool sawSpindle = false;        // M03 or M04
+  bool stepsAtChange = false;     // G91 was in force at the last change of tools
   std::uint64_t told = 0;         // findings that hold until something changes, a bit each
   double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
   double time = 0;                // seconds since the start

@@ -53,7 +53,7 @@ TEST(ControlFlow, GivesAMacroItsArguments) {
 
 TEST(ControlFlow, StopsWhatRunsForEver) {
   EXPECT_EQ(Found(RunText(u"N1 G0 X0. Y0. Z0.\nGOTO 1\nM30")), "NoStepsLeft 2");
-  EXPECT_EQ(Found(RunText(u"O1\nM98 P1\nM30")), "NestingDeep 2");
+  EXPECT_EQ(Found(RunText(u"O1\nM98 P1\nM30")), "CallsItself 2");
   EXPECT_EQ(Found(RunText(u"#1=1\nWHILE [#1 EQ 1] DO1\nEND1\nM30")), "NoStepsLeft 3");
 }
 

@@ -1,0 +1,142 @@
+#include "simulator/control_check.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "simulator/control_frame.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+constexpr double kSame = 1e-6;
+
+// Lengths that shops give to a second gauge point of the same tool.
+constexpr int kUsualSteps[] = {0, 20, 30, 50};
+
+bool EndsLine(char16_t c) { return c == u'\n' || c == u'\r' || c == 0; }
+
+// The first line from a place on that has code outside comments, -1 for none; `code` is its first
+// letter.
+std::int32_t FirstCodeLine(std::u16string_view text, ControlPlace place, char16_t& code) {
+  bool comment = false;
+  for (std::size_t at = place.at; at < text.size() && text[at] != 0; ++at) {
+    const char16_t c = text[at];
+    const char16_t upper = FoldUpper(c);
+    if (c == u'%' && !comment) return -1;
+    if (c == u'(') comment = true;
+    if (!comment && upper >= u'A' && upper <= u'Z') {
+      code = upper;
+      return place.line;
+    }
+    if (c == u')') comment = false;
+    if (c == u';' && !comment) {
+      while (at + 1 < text.size() && !EndsLine(text[at + 1])) ++at;
+    }
+    if (!EndsLine(c)) continue;
+    comment = false;
+    const bool pair = c == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n';
+    at += pair;
+    ++place.line;
+  }
+  return -1;
+}
+
+// Bodies of M97 and other programs stand behind the end as they should.
+void NoteBehindEnd(ControlRun& run) {
+  if (run.place.text != 0 || !run.sawEnd || run.callCount != 1) return;
+  char16_t code = 0;
+  const std::int32_t line = FirstCodeLine(run.texts[0].text, run.place, code);
+  if (line < 0 || code == u'O' || (code == u'N' && run.jumps > 0)) return;
+  AddFinding(run.track->findings, Finding::BehindEnd, line);
+}
+
+}  // namespace
+
+void ReportOnce(ControlRun& run, Finding kind, double number) {
+  static_assert(kFindings <= 64);
+  const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
+  if (!(run.told & bit)) Report(run, kind, number);
+  run.told |= bit;
+}
+
+void NoteLength(ControlRun& run, const ControlBlock& block, char letter) {
+  if (block.pointed & LetterBit(letter)) {
+    run.sawPoint = true;
+    return;
+  }
+  // In a file without any point it is meant so.
+  if (!run.sawPoint || run.table.wholeLengths || block.Of(letter) == 0) return;
+  const double least = run.modes.metric ? 0.001 : 0.0001;
+  Report(run, Finding::WholeNumber, block.Of(letter) * least);
+}
+
+void NoteCut(ControlRun& run) {
+  if (!run.feedKnown) ReportOnce(run, Finding::NoFeed);
+  const int cycle = run.modes.motion;
+  const bool taps = cycle == 74 || cycle == 84;  // the cycle starts the spindle
+  if (!run.spindle && !taps) ReportOnce(run, Finding::SpindleOff);
+  if (run.tool == 0 && run.toolCalled != 0) {
+    ReportOnce(run, Finding::ToolNotChanged, run.toolCalled);
+  }
+  if (run.sawChange && !run.lengthSinceChange) ReportOnce(run, Finding::NoLength);
+}
+
+void NoteToolLength(ControlRun& run) {
+  if (run.tool == 0 || run.modes.lengthMode == 49) return;
+  const int step = run.lengthNumber - run.tool;
+  const bool usual =
+      std::find(std::begin(kUsualSteps), std::end(kUsualSteps), step) != std::end(kUsualSteps);
+  if (!usual) Report(run, Finding::OffsetOther, run.lengthNumber);
+}
+
+void NoteChange(ControlRun& run) {
+  run.sawChange = true;
+  run.told = 0;
+  run.stepsAtChange = !run.modes.absolute;
+}
+
+void NoteSpindle(ControlRun& run) {
+  run.sawSpindle = true;
+  run.told &= ~(std::uint64_t{1} << static_cast<unsigned>(Finding::SpindleOff));
+}
+
+void NoteMove(ControlRun& run, const ControlBlock& block) {
+  if (run.modes.feedMode == 93 && run.modes.motion >= 1 && run.modes.motion <= 3 &&
+      !block.Has('F')) {
+    Report(run, Finding::InverseNoFeed);
+  }
+  if (!run.stepsAtChange || !(block.Has('X') || block.Has('Y'))) return;
+  // G91 that only a way home needed, and that the next tool still moves by.
+  if (!run.modes.absolute && !block.HasG(910)) Report(run, Finding::IncrementalLeft);
+  run.stepsAtChange = false;
+}
+
+void NoteTravel(ControlRun& run, const Vec3& shown) {
+  if (!WorkOffsetIsSet(run, run.modes.workRow)) return;
+  for (int axis = 0; axis < 3; ++axis) {
+    double machine = (shown.of[axis] + run.zero.of[axis]) / run.perInch;
+    if (axis == 2 && run.modes.lengthMode != 49) {
+      const std::int32_t number = run.lengthNumber;
+      const double length =
+          number > 0 && number <= kControlTools ? run.table.tools[number].length : 0;
+      // A length that is not set says nothing of where the spindle stands.
+      if (length == 0) continue;
+      machine += length;
+    }
+    const double beyond = std::max(machine, -machine - run.table.travel[axis]);
+    if (beyond > kSame) {
+      ReportOnce(run, Finding::TravelExceeded, beyond * run.perInch / run.unit);
+    }
+  }
+}
+
+void NoteEnd(ControlRun& run) {
+  NoteBehindEnd(run);
+  // A text without tool change and spindle is a part of a program: others start what it needs.
+  if (run.sawChange || run.sawSpindle) return;
+  DropFindings(run.track->findings, Finding::SpindleOff);
+}
+
+}  // namespace morva

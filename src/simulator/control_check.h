@@ -1,0 +1,30 @@
+// What the check looks for while the program runs, beside what the control itself refuses.
+//
+// A false stop costs more trust than a missed hint: what many working programs do is silent.
+#pragma once
+
+#include "simulator/control_block.h"
+#include "simulator/control_run.h"
+
+namespace morva {
+
+// A finding that stays true from line to line: told once, until spindle or tool change.
+void ReportOnce(ControlRun& run, Finding kind, double number = 0);
+
+// A length of the block was read by its letter.
+void NoteLength(ControlRun& run, const ControlBlock& block, char letter);
+// The tool is about to cut.
+void NoteCut(ControlRun& run);
+// The words G43 and H of a block were taken.
+void NoteToolLength(ControlRun& run);
+// The tool was changed, the spindle started.
+void NoteChange(ControlRun& run);
+void NoteSpindle(ControlRun& run);
+// A block is about to move in the modes in force.
+void NoteMove(ControlRun& run, const ControlBlock& block);
+// The tool goes to a shown place: whether the machine reaches it.
+void NoteTravel(ControlRun& run, const Vec3& shown);
+// The run is over: what only the whole program tells.
+void NoteEnd(ControlRun& run);
+
+}  // namespace morva
