@@ -237,7 +237,8 @@ void PaintSheetPaper(const Sheet& sheet, Canvas& canvas) {
 void PaintSheetBar(const Sheet& sheet, Canvas& canvas) {
   const SheetState& state = StateOf(sheet);
   const Rect area = platform::CanvasArea(canvas);
-  platform::FillArea(canvas, area, kDarkBand);
+  // Where all fits there is no bar.
+  platform::FillArea(canvas, area, MostTop(state) == 0 ? kPanelBackground : kDarkBand);
   if (MostTop(state) == 0) return;
   int top = 0;
   int bottom = 0;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/palette.h"
 #include "app/router.h"
 #include "app/surfaces.h"
 #include "documents/edit_link.h"
@@ -345,6 +346,15 @@ TEST_F(SkimWizardPages, OpensInTheUnitOfTheApplication) {
   OpenSkim();
   EXPECT_TRUE(skimPlan.metric);
   EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+}
+
+// Where all fields fit, nothing is drawn beside them.
+TEST_F(SkimWizardPages, DrawsNoScrollBarWhereNothingScrolls) {
+  OpenSkim();
+  headless::Click(kIdSkimPosition);
+  const auto pieces = headless::PaintOf(kViewSkimBar);
+  ASSERT_EQ(pieces.size(), 1u);
+  EXPECT_EQ(pieces.at(0).colours, std::vector<platform::Colour>{kPanelBackground});
 }
 
 TEST_F(SkimWizardPages, GoesBackToWhereItWasOpenedAndKeepsThePlan) {
