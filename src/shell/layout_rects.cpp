@@ -480,6 +480,26 @@ LayoutPlan PlanWorkspace(const LayoutInput& in) {
   return plan;
 }
 
+Placement* PlacementOf(LayoutPlan& plan, int id) {
+  for (int i = 0; i < plan.count; ++i) {
+    if (plan.placements[i].id == id) return &plan.placements[i];
+  }
+  return nullptr;
+}
+
+// Beside the view stand keys for the same: those of the bar above go, and PATH moves up to VIEW.
+void HideDoubles(LayoutPlan& plan) {
+  const Placement* view = PlacementOf(plan, kViewToolpath);
+  if (!view || IsEmpty(view->place)) return;
+  for (const KeyWidth& key : kToolKeys) PlacementOf(plan, key.id)->place = Rect{};
+  Placement* play = PlacementOf(plan, kIdPlay);
+  Placement* path = PlacementOf(plan, kIdPath);
+  const int width = RectWidth(path->place);
+  path->place.right = play->place.right;
+  path->place.left = path->place.right - width;
+  play->place = Rect{};
+}
+
 }  // namespace
 
 int FittedLeftPanel(int clientWidth, int wanted) {
@@ -511,6 +531,7 @@ LayoutPlan PlanLayout(const LayoutInput& in) {
   }
   plan.areas.status = Rect{0, foot, in.width, in.height};
   Put(plan, kIdStatusLine, Rect{12, foot + 3, in.width - 12, in.height - 3});
+  HideDoubles(plan);
   return plan;
 }
 

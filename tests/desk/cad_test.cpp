@@ -173,11 +173,11 @@ void Bracket::FromTheFirstLineToTheUpdatedBlock() {
   desk::Click(morva::kIdSurfaceCode);
   desk::Click(morva::kIdPath);
   EXPECT_GT(morva::path.count, 100);
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   EXPECT_TRUE(morva::playback.playing);
   ASSERT_TRUE(desk::Until([]() { return morva::playback.playHead > 3; }));
   Show("cad_8_played.png");
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
 
   // Back into the drawing from the block's own settings.
   morva::sketch.selected = -1;

@@ -42,7 +42,7 @@ TEST_F(CutStock, WhileAProgramPlays) {
   ASSERT_TRUE(desk::Until(
       []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END")); }));
   desk::Click(morva::kIdPath);
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   // In place of a drawing, whose stock would be found when the path is read.
   morva::SetStockOf(morva::PathOwner::Program, {true, 0, 4, 0, 2.4, 0, -0.5, 0.5});
   morva::SetPlaySpeed(6);
@@ -52,7 +52,7 @@ TEST_F(CutStock, WhileAProgramPlays) {
   ASSERT_NE(surface, nullptr);
   EXPECT_GE(surface->stamped, 60);
   EXPECT_EQ(surface->heights[6][24], -0.2);
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
     Resize(size.width(), size.height());
     Show(size.width() == 1200 ? "cut_surface_1200.png" : "cut_surface_1560.png");

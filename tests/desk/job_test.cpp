@@ -159,7 +159,7 @@ TEST_F(Job, PlaysThePathWithTheSourceLineInStep) {
   desk::Run(200);
   desk::Click(morva::kIdPath);
   EXPECT_EQ(morva::path.count, 5);
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   EXPECT_TRUE(morva::playback.playing);
   EXPECT_TRUE(desk::Until(
       []() { return !morva::playback.playing && morva::playback.playHead == 5; }, 5000));

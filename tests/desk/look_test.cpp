@@ -92,7 +92,7 @@ TEST_F(Look, TellsAssistiveTechnologyWhatIsOn) {
   EXPECT_TRUE(checked(morva::kIdViewGrid));
   EXPECT_FALSE(checked(morva::kIdMeasure));
   desk::Click(morva::kIdMm);
-  desk::Click(morva::kIdMeasure);
+  desk::Click(morva::kIdViewMeasure);
   EXPECT_FALSE(checked(morva::kIdInch));
   EXPECT_TRUE(checked(morva::kIdMm));
   EXPECT_TRUE(checked(morva::kIdMeasure));
@@ -102,7 +102,7 @@ TEST_F(Look, TellsAssistiveTechnologyWhatIsOn) {
   EXPECT_TRUE(checked(morva::kIdMm));
   EXPECT_EQ(desk::TextOf(morva::kIdMm), QStringLiteral("MM *"));
   morva::SetPlaySpeed(9);
-  desk::Click(morva::kIdMeasure);
+  desk::Click(morva::kIdViewMeasure);
   QAccessibleInterface* slider =
       QAccessible::queryAccessibleInterface(desk::WidgetOf(morva::kIdSpeedSlider));
   EXPECT_EQ(slider->text(QAccessible::Name), QStringLiteral("Simulation speed"));
@@ -187,7 +187,7 @@ TEST_F(Look, CutsNoCaptionOfAKeyThatShowsItsWords) {
   InEveryPlace(fits);
   // The longest words of keys whose words change.
   desk::Click(morva::kIdMm);
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   InEveryPlace(fits);
 }
 
@@ -211,8 +211,8 @@ TEST_F(Look, KeepsTheRowsStillWhenTheirWordsChange) {
   };
   const std::vector<QRect> before = places();
   desk::Click(morva::kIdMm);
-  desk::Click(morva::kIdPlay);
-  desk::Click(morva::kIdMeasure);
+  desk::Click(morva::kIdPlayToggle);
+  desk::Click(morva::kIdViewMeasure);
   desk::Run(50);
   EXPECT_EQ(places(), before);
 }

@@ -84,12 +84,12 @@ int main(int argc, char** argv) {
   Wait([]() { return morva::path.count > 100; }, "no path was drawn");
   Shoot("path", "PATH draws the tool path");
 
-  desk::Click(morva::kIdPlay);
+  desk::Click(morva::kIdPlayToggle);
   // From 1x to 16x, as an operator in a hurry does.
-  for (int i = 0; i < 4; ++i) desk::Click(morva::kIdFastForward);
+  for (int i = 0; i < 4; ++i) desk::Click(morva::kIdPlayForward);
   Wait([]() { return morva::playback.playHead > 700; }, "playback does not move", 30000);
-  Shoot("play", "PLAY steps the tool, the source line beside it");
-  desk::Click(morva::kIdPlay);
+  Shoot("play", "Play steps the tool, the source line beside it");
+  desk::Click(morva::kIdPlayToggle);
 
   desk::ControlAtTheFarEnd control;
   const QString received = home + QStringLiteral("/at-the-control.NC");

@@ -69,6 +69,29 @@ void ForEveryPlan(Look look) {
   }
 }
 
+TEST(LayoutRects, ShowsOneKeyOfAKindBesideTheView) {
+  ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
+    const auto shown = [&plan](int id) {
+      for (int i = 0; i < plan.count; ++i) {
+        if (plan.placements[i].id == id) return !IsEmpty(plan.placements[i].place);
+      }
+      return false;
+    };
+    constexpr std::pair<int, int> kDoubles[] = {{kIdRewind, kIdPlayRewind},
+                                                {kIdFastForward, kIdPlayForward},
+                                                {kIdDimensions, kIdViewExtents},
+                                                {kIdMeasure, kIdViewMeasure},
+                                                {kIdPan, kIdViewPan},
+                                                {kIdFit, kIdViewFit},
+                                                {kIdPlay, kIdPlayToggle}};
+    for (const auto& [above, beside] : kDoubles) {
+      EXPECT_NE(shown(above), shown(beside)) << Words(in, above);
+    }
+    for (const int id : {kIdPath, kIdViewMenu, kIdZoomReset})
+      EXPECT_TRUE(shown(id)) << Words(in, id);
+  });
+}
+
 TEST(LayoutRects, OverlapNowhereAndLieInsideTheWindow) {
   ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
     for (int i = 0; i < plan.count; ++i) {

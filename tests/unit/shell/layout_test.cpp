@@ -168,7 +168,9 @@ TEST_F(MainWindow, HasEveryKeyWithItsCaption) {
                     {2992, u"Show / hide feature"}};
   for (const auto& row : rows) {
     EXPECT_EQ(platform::TextOf(row.id), row.caption) << row.id;
-    EXPECT_TRUE(Visible(row.id)) << row.id;
+    // Beside the view its own keys stand for these.
+    const bool doubled = row.id == kIdPlay || (row.id >= kIdRewind && row.id <= kIdFit);
+    EXPECT_NE(Visible(row.id), doubled) << row.id;
   }
 }
 
