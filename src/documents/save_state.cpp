@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "documents/file_text.h"
 #include "platform/clock.h"
@@ -78,16 +79,22 @@ void NoteLoaded(ProgramTab& tab, const DiskState& disk) {
 
 void NoteDisk(ProgramTab& tab, const DiskState& disk) { tab.save.disk = disk; }
 
+void NoteBeside(ProgramTab& tab, std::vector<KnownFile> beside) {
+  tab.save.beside = std::move(beside);
+}
+
 bool DiskHoldsStill(ProgramTab& tab) {
   if (StandingOf(tab.path, tab.save.disk) == FileStanding::Changed) tab.save.changedOnDisk = true;
+  if (StandingOfAll(tab.save.beside) == FileStanding::Changed) tab.save.changedOnDisk = true;
   return !tab.save.changedOnDisk;
 }
 
 void NoteChangedOnDisk(ProgramTab& tab) { tab.save.changedOnDisk = true; }
 
 bool OfferLoading(ProgramTab& tab) {
-  const platform::FileFigures now = platform::FiguresOf(tab.path);
-  return !(std::exchange(tab.save.askedAbout, now) == now);
+  std::vector<platform::FileFigures> now{platform::FiguresOf(tab.path)};
+  for (const KnownFile& file : tab.save.beside) now.push_back(platform::FiguresOf(file.path));
+  return std::exchange(tab.save.askedAbout, now) != now;
 }
 
 void AcceptLoss(ProgramTab& tab) { tab.save.lossAccepted = true; }

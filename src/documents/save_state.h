@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "documents/tab_table.h"
 
@@ -48,11 +49,13 @@ void NoteSaved(ProgramTab& tab, std::uint32_t changes);
 // The program is what the file holds, as it was read: no change of the user's is left.
 void NoteLoaded(ProgramTab& tab, const DiskState& disk);
 void NoteDisk(ProgramTab& tab, const DiskState& disk);
-// Whether the file still holds what it held when it was last read or written. A difference stays
-// noted until the program is saved or loaded.
+// The companions, in the order of kCompanionCount, as they were read or written.
+void NoteBeside(ProgramTab& tab, std::vector<KnownFile> beside);
+// Whether the file and its companions hold what they held when they were last read or written. A
+// difference stays noted until the program is saved or loaded.
 bool DiskHoldsStill(ProgramTab& tab);
 void NoteChangedOnDisk(ProgramTab& tab);
-// True the first time for each state of the file: offer to load it again.
+// True the first time for each state of these files: offer to load them again.
 bool OfferLoading(ProgramTab& tab);
 void AcceptLoss(ProgramTab& tab);
 void NoteByteOrderMark(ProgramTab& tab, bool present);

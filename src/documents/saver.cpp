@@ -33,43 +33,72 @@ bool working = false;
 std::uint64_t lastTicket = 0;
 void (*listener)(const SaveResult& result) = nullptr;
 
-platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file,
-                               platform::FileFigures& written) {
+KnownFile* Find(std::vector<KnownFile>& files, std::u16string_view path) {
+  const auto found = std::ranges::find(files, path, &KnownFile::path);
+  return found == files.end() ? nullptr : &*found;
+}
+
+void NoteBeside(SaveResult& result, std::u16string_view path, const DiskState& state) {
+  if (KnownFile* const file = Find(result.beside, path)) file->state = state;
+}
+
+platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveResult& result) {
   platform::AtomicWrite write{.path = file.path, .bytes = file.bytes, .lasting = file.lasting};
   const bool program = file.path == job.program;
   if (!program) write.companionOf = job.program;
-  if (program && job.checked && job.known.figures.exists) write.expected = &job.known.figures;
-  return platform::WriteAtomic(write, written);
+  const KnownFile* const beside = Find(result.beside, file.path);
+  const DiskState* const known = program ? &job.known : beside ? &beside->state : nullptr;
+  if (job.checked && known && known->figures.exists) write.expected = &known->figures;
+  platform::FileFigures written;
+  const platform::WriteAnswer answer = platform::WriteAtomic(write, written);
+  if (answer != platform::WriteAnswer::Written && answer != platform::WriteAnswer::NotFlushed) {
+    return answer;
+  }
+  const DiskState now{written, HashBytes(file.bytes)};
+  if (program) result.now = now;
+  NoteBeside(result, file.path, now);
+  return answer;
 }
 
 // False: it stands under its old name.
 bool Move(const SaveMove& move, std::vector<SaveMove>& moved) {
   if (!platform::FileExists(move.from)) return true;
   if (move.to.empty()) return false;  // no name is free
-  if (platform::FileExists(move.to)) return true;
+  const platform::FileFigures earlier = platform::FiguresOf(move.to);
+  if (earlier.unknown) return false;
+  if (earlier.exists) return true;
   if (!platform::RenameOver(move.from, move.to)) return false;
   moved.push_back(move);
   return true;
 }
 
-bool MoveFirst(const SaveJob& job, std::vector<SaveMove>& moved) {
-  return std::ranges::all_of(job.moves,
-                             [&](const SaveMove& move) { return move.last || Move(move, moved); });
+bool MoveFirst(const SaveJob& job, SaveResult& result) {
+  for (const SaveMove& move : job.moves) {
+    if (!move.last && !Move(move, result.moved)) return false;
+  }
+  for (const SaveMove& move : result.moved) NoteBeside(result, move.from, DiskState());
+  return true;
 }
 
 // The program stands already, so that a move that fails is no failed save.
 void MoveLast(const SaveJob& job, SaveResult& result) {
   for (const SaveMove& move : job.moves) {
-    if (move.last && !Move(move, result.moved)) result.left.push_back(move);
+    if (!move.last) continue;
+    const bool moved = Move(move, result.moved);
+    if (!moved) result.left.push_back(move);
+    NoteBeside(result, move.from, {platform::FiguresOf(move.from), 0});
   }
 }
 
 // A save that failed leaves the program that stands there its companions.
-void MoveBack(std::vector<SaveMove>& moved) {
-  for (const SaveMove& move : moved) {
-    if (!platform::FileExists(move.from)) (void)platform::RenameOver(move.to, move.from);
+void MoveBack(SaveJob& job, SaveResult& result) {
+  for (const SaveMove& move : result.moved) {
+    if (platform::FileExists(move.from) || !platform::RenameOver(move.to, move.from)) continue;
+    if (const KnownFile* const old = Find(job.beside, move.from)) {
+      NoteBeside(result, move.from, old->state);
+    }
   }
-  moved.clear();
+  result.moved.clear();
 }
 
 // And what a copy was made of is its own again.
@@ -78,23 +107,40 @@ void PutBack(std::vector<SaveMove>& copied) {
   copied.clear();
 }
 
+// Whether the files are as the job knows them.
+FileStanding Look(SaveJob& job) {
+  if (!job.checked) return FileStanding::Same;
+  const FileStanding program = StandingOf(job.program, job.known);
+  const FileStanding beside = StandingOfAll(job.beside);
+  for (const FileStanding bad : {FileStanding::Changed, FileStanding::Unknown}) {
+    if (program == bad || beside == bad) return bad;
+  }
+  // One that is gone holds nothing that could be lost.
+  if (program == FileStanding::Gone) job.known = DiskState();
+  return FileStanding::Same;
+}
+
+// Copies of what is replaced come before the program that replaces it, its companions behind it.
+void PutProgramFirst(SaveJob& job) {
+  std::ranges::stable_sort(job.files, {}, [&job](const SaveFile& file) {
+    if (!file.copyOf.empty()) return 0;
+    return file.path == job.program ? 1 : 2;
+  });
+}
+
 SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   // Before the first of the files, as the companions must fit the program that they stand by.
-  const FileStanding standing =
-      job.checked ? StandingOf(job.program, job.known) : FileStanding::Same;
+  const FileStanding standing = Look(job);
   if (standing == FileStanding::Changed) return SaveAnswer::Changed;
   // What cannot be looked at now may be there a moment later.
   if (standing == FileStanding::Unknown) return SaveAnswer::Failed;
-  // One that is gone holds nothing that could be lost.
-  if (standing == FileStanding::Gone) job.checked = false;
-  if (!MoveFirst(job, result.moved)) return SaveAnswer::Failed;
+  if (job.replaces) PutProgramFirst(job);
+  result.beside = job.beside;
+  if (!MoveFirst(job, result)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
-    platform::FileFigures written;
-    const platform::WriteAnswer answer = WriteOne(job, file, written);
+    const platform::WriteAnswer answer = WriteOne(job, file, result);
     if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
-    if (answer == platform::WriteAnswer::Failed) return SaveAnswer::Failed;
-    if (file.path == job.program) result.now = {written, HashBytes(file.bytes)};
-    if (answer == platform::WriteAnswer::NotFlushed) return SaveAnswer::Failed;
+    if (answer != platform::WriteAnswer::Written) return SaveAnswer::Failed;
     if (!file.copyOf.empty()) result.copied.push_back({file.copyOf, file.path});
   }
   MoveLast(job, result);
@@ -108,11 +154,12 @@ SaveResult Write(SaveJob& job) {
   result.changes = job.changes;
   result.byUser = job.byUser;
   result.takesPath = job.takesPath;
+  result.checked = job.checked;
   result.program = job.program;
   result.told = job.told;
   result.answer = WriteAll(job, result);
   if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) {
-    MoveBack(result.moved);
+    MoveBack(job, result);
     PutBack(result.copied);
   }
   return result;
@@ -132,14 +179,18 @@ bool TakeJob(SaveJob& job) {
   return true;
 }
 
-// Waiting jobs of this program now expect the bytes that were just written.
+// What has been written of its program is what this job has to find there.
+void Expect(const SaveResult& written, SaveJob& job) {
+  if (written.program != job.program) return;
+  if (written.now.figures.exists) job.known = written.now;
+  for (const KnownFile& file : written.beside) {
+    if (KnownFile* const known = Find(job.beside, file.path)) known->state = file.state;
+  }
+}
+
 void Keep(SaveResult result) {
   const std::lock_guard<std::mutex> lock(guard);
-  if (result.now.figures.exists) {
-    for (SaveJob& later : waiting) {
-      if (later.program == result.program) later.known = result.now;
-    }
-  }
+  for (SaveJob& later : waiting) Expect(result, later);
   finished.push_back(std::move(result));
 }
 
@@ -206,12 +257,25 @@ bool AwaitedIsTold() {
   return written;
 }
 
+// What an older job was to put away or to keep a copy of, the one in its place does.
+void TakeMoves(const std::vector<SaveMove>& older, std::vector<SaveMove>& moves) {
+  for (const SaveMove& move : older) {
+    if (std::ranges::find(moves, move.from, &SaveMove::from) == moves.end()) moves.push_back(move);
+  }
+}
+
+void TakeCopies(std::vector<SaveFile>& older, std::vector<SaveFile>& files) {
+  for (SaveFile& copy : older) {
+    if (copy.copyOf.empty()) continue;
+    if (std::ranges::find(files, copy.copyOf, &SaveFile::copyOf) != files.end()) continue;
+    files.insert(files.begin(), std::move(copy));
+  }
+}
+
 // Puts the job behind the others; true where a worker has to be started for it.
 bool Queue(SaveJob job) {
   const std::lock_guard<std::mutex> lock(guard);
-  for (const SaveResult& untold : finished) {
-    if (untold.program == job.program && untold.now.figures.exists) job.known = untold.now;
-  }
+  for (const SaveResult& untold : finished) Expect(untold, job);
   for (auto older = waiting.begin(); older != waiting.end();) {
     if (older->serial != job.serial || older->program != job.program) {
       ++older;
@@ -220,7 +284,9 @@ bool Queue(SaveJob job) {
     job.byUser = job.byUser || older->byUser;
     // The user has said that the file may be written over.
     job.checked = job.checked && older->checked;
-    if (job.moves.empty()) job.moves = std::move(older->moves);
+    job.replaces = job.replaces || older->replaces;
+    TakeMoves(older->moves, job.moves);
+    TakeCopies(older->files, job.files);
     older = waiting.erase(older);
   }
   waiting.push_back(std::move(job));
@@ -271,6 +337,16 @@ FileStanding StandingOf(std::u16string_view path, DiskState& known) {
   if (!ReadWholeFile(path, bytes) || HashBytes(bytes) != known.hash) return FileStanding::Changed;
   known.figures = now;
   return FileStanding::Same;
+}
+
+FileStanding StandingOfAll(std::vector<KnownFile>& files) {
+  FileStanding all = FileStanding::Same;
+  for (KnownFile& file : files) {
+    const FileStanding one = StandingOf(file.path, file.state);
+    if (one == FileStanding::Changed) return one;
+    if (one == FileStanding::Unknown) all = one;
+  }
+  return all;
 }
 
 bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& state) {

@@ -20,6 +20,12 @@ struct DiskState {
   std::uint64_t hash = 0;  // of the bytes, by HashBytes
 };
 
+// A file, and how it stood when it was read or last written.
+struct KnownFile {
+  std::u16string path;
+  DiskState state;
+};
+
 // FNV-1a over words of eight bytes, the rest byte by byte: for telling texts apart, not for safety.
 std::uint64_t HashBytes(std::string_view bytes);
 // How the file at a path stands to what `known` tells of it. One of another time and the same bytes
@@ -27,6 +33,10 @@ std::uint64_t HashBytes(std::string_view bytes);
 // does not answer.
 enum class FileStanding { Same, Gone, Changed, Unknown };
 FileStanding StandingOf(std::u16string_view path, DiskState& known);
+// The same for several: Changed where one has changed, else Unknown where one is unknown, else
+// Same. One that stands where none was known has changed; one that is gone holds nothing to be
+// lost.
+FileStanding StandingOfAll(std::vector<KnownFile>& files);
 
 // Reads a file and what tells its state. A file that changes meanwhile is read again, some times.
 // False: it cannot be read.
@@ -59,8 +69,12 @@ struct SaveJob {
   std::u16string program;
   std::vector<SaveFile> files;  // in the order of writing; but for `program` all are companions
   std::vector<SaveMove> moves;
-  bool checked = false;  // the program must still hold what `known` tells
-  DiskState known;
+  bool checked = false;  // program and companions must still hold what they are known to hold
+  DiskState known;       // of the program
+  std::vector<KnownFile> beside;  // its companions
+  // The program takes the place of one that has excluded code of its own, so that its companions
+  // are written behind it: neither ever stands beside the other's code.
+  bool replaces = false;
   // Who hears what became of it, on the window's thread; null: the listener.
   void (*told)(const SaveResult& result) = nullptr;
 };
@@ -71,12 +85,14 @@ struct SaveResult {
   std::uint32_t changes = 0;
   bool byUser = false;
   bool takesPath = false;
+  bool checked = false;
   std::u16string program;
   SaveAnswer answer = SaveAnswer::Failed;
-  DiskState now;                 // of the program, where it was saved
-  std::vector<SaveMove> moved;   // what stands under another name now
-  std::vector<SaveMove> copied;  // what has a copy under another name now
-  std::vector<SaveMove> left;    // what had to go behind the save and could not be moved
+  DiskState now;                  // of the program, where it was saved
+  std::vector<KnownFile> beside;  // the companions as they stand now; empty: as before
+  std::vector<SaveMove> moved;    // what stands under another name now
+  std::vector<SaveMove> copied;   // what has a copy under another name now
+  std::vector<SaveMove> left;     // what had to go behind the save and could not be moved
   void (*told)(const SaveResult& result) = nullptr;
 };
 

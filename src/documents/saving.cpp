@@ -42,8 +42,8 @@ std::u16string_view TextOf(const ProgramTab* tab) {
   return tab->text;
 }
 
-// `tab` is null where no program is open.
-bool FillJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
+// `tab` is null where no program is open. `over`: whatever stands there may be written over.
+bool FillJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob& job) {
   const bool staged = tab == ActiveTab();
   // An autosave may come during an undo; it must not put the markers back.
   if (staged) TagAfterEdit();
@@ -58,13 +58,13 @@ bool FillJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
   job.serial = tab->serial;
   job.changes = tab->save.changes;
   if (!AddProgramFiles(path, std::move(bytes), TextOf(tab), *tab, job.files)) return false;
-  AddMoves(path, *tab, job);
+  AddMoves(path, *tab, over, job);
   return true;
 }
 
-bool MakeJob(const ProgramTab* tab, std::u16string_view path, SaveJob& job) {
+bool MakeJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob& job) {
   // Without an editor there is no text, and an empty file must not replace a program.
-  if (!platform::Exists(kIdEditor) || !FillJob(tab, path, job)) return false;
+  if (!platform::Exists(kIdEditor) || !FillJob(tab, path, over, job)) return false;
   return std::ranges::all_of(
       job.files, [](const SaveFile& file) { return file.path.size() <= kSavePathUnits; });
 }
@@ -84,7 +84,7 @@ void TellFailed(ProgramTab* tab, bool byUser) {
 
 bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool checked) {
   SaveJob job;
-  if (!MakeJob(tab, path, job)) {
+  if (!MakeJob(tab, path, !checked, job)) {
     TellFailed(tab, byUser);
     return false;
   }
@@ -154,13 +154,14 @@ void FollowResult(ProgramTab& tab, const SaveResult& result) {
     NotePathTaken(tab, result.program);
   }
   const bool own = std::u16string_view(tab.path) == result.program;
-  if (result.takesPath) {
+  if (!result.checked) {
     LogMoved(result.moved);
     LogMoved(result.copied);
     TellLeft(tab, result.left);
   }
   // The program was written even if a later companion failed.
   if (own && result.now.figures.exists) NoteDisk(tab, result.now);
+  if (own && !result.beside.empty()) NoteBeside(tab, result.beside);
   switch (result.answer) {
     case SaveAnswer::Saved:
       if (own) FollowSaved(tab, result);

@@ -13,6 +13,7 @@
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/file_text.h"
+#include "documents/save_state.h"
 #include "documents/stored_code.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -129,11 +130,28 @@ bool TakePlates(const std::string& bytes, ProgramTab& tab) {
   return true;
 }
 
+bool TakeCompanion(int which, const std::string& bytes, std::u16string& text, ProgramTab& tab) {
+  switch (which) {
+    case 0:
+      return TakeDrawings(bytes, tab);
+    case 1:
+      return TakePlates(bytes, tab);
+    default:
+      return TakeDisabledCode(bytes, text, tab.disabledCode);
+  }
+}
+
 // Companions stand beside the file itself, so that a program has the same ones by all of its links.
 // Where the links cannot be followed, only the name is left to look beside.
 std::u16string FileToRead(std::u16string_view program) {
   std::u16string file = platform::LinkTarget(program);
   return file.empty() ? std::u16string(program) : file;
+}
+
+// As it was read, or written last.
+DiskState StateBeside(const ProgramTab& tab, int which) {
+  const auto index = static_cast<std::size_t>(which);
+  return index < tab.save.beside.size() ? tab.save.beside[index].state : DiskState();
 }
 
 enum class Companion { Missing, Read, Unusable };
@@ -213,49 +231,71 @@ bool ReadExcludedCode(std::u16string_view path, std::u16string& text, DisabledCo
 }
 
 void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& tab) {
-  std::string bytes;
-  Companion found = ReadCompanion(path, kCadEnd, bytes);
-  NoteCompanion(
-      path, 0,
-      found == Companion::Missing || (found == Companion::Read && TakeDrawings(bytes, tab)), tab);
-  found = ReadCompanion(path, kPlateEnd, bytes);
-  NoteCompanion(path, 1,
-                found == Companion::Missing || (found == Companion::Read && TakePlates(bytes, tab)),
-                tab);
-  NoteCompanion(path, 2, ReadExcludedCode(path, text, tab.disabledCode), tab);
+  std::vector<KnownFile> beside;
+  for (int i = 0; i < kCompanionCount; ++i) {
+    const std::u16string_view suffix = kCompanionKinds[i].suffix;
+    std::u16string place = CompanionPath(FileToRead(path), suffix);
+    // Before it is read: what changes meanwhile counts as changed.
+    DiskState state{platform::FiguresOf(place)};
+    std::string bytes;
+    const Companion found = ReadCompanion(path, suffix, bytes);
+    state.hash = HashBytes(bytes);
+    beside.push_back({std::move(place), state});
+    NoteCompanion(path, i,
+                  found == Companion::Missing ||
+                      (found == Companion::Read && TakeCompanion(i, bytes, text, tab)),
+                  tab);
+  }
+  NoteBeside(tab, std::move(beside));
   TellMissingCode(text, tab);
 }
 
 namespace {
 
-// What is about to be written over stays under another name. An empty list of excluded code is no
-// loss.
-void AddKeptCopy(const std::u16string& file, std::u16string_view suffix, SaveJob& job) {
+// What cannot be looked at is not taken for ours.
+bool MayBeTheirs(KnownFile& known) {
+  const FileStanding standing = StandingOf(known.path, known.state);
+  return standing == FileStanding::Changed || standing == FileStanding::Unknown;
+}
+
+// What is about to be written over stays under another name. Excluded code leaves its name before
+// the program is replaced, as its numbers are those of other code in the new one. An empty list of
+// it is no loss.
+void KeepReplaced(const std::u16string& file, std::u16string_view suffix, SaveJob& job) {
   std::string bytes;
   const std::u16string companion = CompanionPath(file, suffix);
   const Companion found = ReadOne(companion, bytes);
-  if (found == Companion::Unusable) job.moves.push_back({companion, NameToKeep(file, suffix)});
-  if (found != Companion::Read || bytes.size() <= kEmptyCompanion) return;
-  job.files.insert(job.files.begin(), {NameToKeep(file, suffix), std::move(bytes), companion});
+  if (found == Companion::Missing) return;
+  if (found == Companion::Read && bytes.size() <= kEmptyCompanion) return;
+  const std::u16string kept = NameToKeep(file, suffix);
+  if (found == Companion::Unusable || suffix == kFeaturesEnd) {
+    job.moves.push_back({companion, kept});
+  } else {
+    job.files.insert(job.files.begin(), {kept, std::move(bytes), companion});
+  }
 }
 
 }  // namespace
 
-void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job) {
-  const bool own = std::u16string_view(tab.path) == path;
+void AddMoves(std::u16string_view path, const ProgramTab& tab, bool over, SaveJob& job) {
   const std::u16string file = FileToRead(path);
-  const bool replaces = platform::FileExists(file);
+  const bool own = std::u16string_view(tab.path) == path;
+  const bool stands = platform::FileExists(file);
   for (int i = 0; i < kCompanionCount; ++i) {
-    const std::u16string companion = CompanionPath(file, kCompanionKinds[i].suffix);
+    const std::u16string_view suffix = kCompanionKinds[i].suffix;
+    KnownFile known{CompanionPath(file, suffix), own ? StateBeside(tab, i) : DiskState()};
     const bool written = std::ranges::any_of(
-        job.files, [&](const SaveFile& other) { return other.path == companion; });
-    if (written && tab.unusable[i].from == companion) job.moves.push_back(tab.unusable[i]);
-    if (own) continue;
+        job.files, [&](const SaveFile& other) { return other.path == known.path; });
+    const bool theirs = (over || !own) && MayBeTheirs(known);
+    if (suffix == kFeaturesEnd) job.replaces = stands && (theirs || !own);
     // What belongs to the program that is replaced would be this one's when it is opened again. It
     // goes when that program has gone.
-    if (!written && platform::FileExists(companion))
-      job.moves.push_back({companion, NameToKeep(file, kCompanionKinds[i].suffix), true});
-    if (written && replaces) AddKeptCopy(file, kCompanionKinds[i].suffix, job);
+    if (theirs && !written) job.moves.push_back({known.path, NameToKeep(file, suffix), true});
+    if (theirs && written && stands) KeepReplaced(file, suffix, job);
+    if (!theirs && written && tab.unusable[i].from == known.path) {
+      job.moves.push_back(tab.unusable[i]);
+    }
+    job.beside.push_back(std::move(known));
   }
 }
 

@@ -14,9 +14,9 @@
 namespace morva {
 
 // Reads ".cadmv", ".platemv" and ".features" beside the program, in this order, in the place of
-// what the record holds. `text` is the program; where the record holds code under a number of its
-// markers already, they get another number. What is missing is left out; of what is there and
-// cannot be read the log tells under which name it will be kept.
+// what the record holds, and notes how they stand. `text` is the program; where the record holds
+// code under a number of its markers already, they get another number. What is missing is left out;
+// of what is there and cannot be read the log tells under which name it will be kept.
 void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& tab);
 // ".features" alone, into a list of the caller's. False: it is there, and cannot be read.
 bool ReadExcludedCode(std::u16string_view path, std::u16string& text, DisabledCodeEntry*& list);
@@ -31,10 +31,12 @@ std::int32_t KeepExcludedCode(ProgramTab& tab, std::u16string_view code, std::in
 // more than its file may hold, what `text` does not name is left out. False: that is too much, too.
 bool AddProgramFiles(std::u16string_view path, std::string bytes, std::u16string_view text,
                      const ProgramTab& tab, std::vector<SaveFile>& files);
-// Which companions have to give way where the job's files are written under `path`: one that could
-// not be read, before it is written over, and those of another program whose name is taken, of
-// which a copy stays or which go behind the last file.
-void AddMoves(std::u16string_view path, const ProgramTab& tab, SaveJob& job);
+// What the companions beside `path` are known to hold, and which of them have to give way where the
+// job's files are written: one that could not be read, before it is written over, and those of
+// another program whose name is taken. The excluded code of that one goes first, of what else is
+// written over a copy stays, and the rest goes behind the last file. `over`: the user lets the
+// program's own file be written over as another program has left it.
+void AddMoves(std::u16string_view path, const ProgramTab& tab, bool over, SaveJob& job);
 // A companion of another program could not be moved when this one took its file's name; it is moved
 // before this program writes one of its own over it.
 void KeepLeft(ProgramTab& tab, const SaveMove& move);

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/limits.h"
 #include "documents/companions.h"
@@ -20,19 +21,23 @@ namespace morva {
 // Why the autosave leaves a program alone.
 enum class AutosaveHold { None, ChangedOnDisk, Loss, TooLarge, Failed };
 
+inline constexpr int kCompanionCount = 3;  // drawings, plates, excluded code
+
 // How a program stands to its file; save_state.h writes it.
 struct SaveState {
-  std::uint32_t changes = 0;         // counts all changes, those of markers among them
-  std::uint32_t userChanges = 0;     // the count at the user's last change
-  std::uint32_t savedChanges = 0;    // the count that the file holds
-  std::uint32_t handedChanges = 0;   // those that a save under way holds
-  bool plateLeftOut = false;         // the plate takes more than the file can hold of one
-  std::uint64_t unsavedSince = 0;    // the tick of the first change since the last try; 0: none
-  DiskState disk;                    // of the file at `path`, as last read or written
-  bool changedOnDisk = false;        // by another program; nothing is written there unasked
-  platform::FileFigures askedAbout;  // the state of the file that loading was offered for
-  bool byteOrderMark = false;        // the file begins with one, which the text does not hold
-  bool lossAccepted = false;         // the user knows which characters the file cannot hold
+  std::uint32_t changes = 0;        // counts all changes, those of markers among them
+  std::uint32_t userChanges = 0;    // the count at the user's last change
+  std::uint32_t savedChanges = 0;   // the count that the file holds
+  std::uint32_t handedChanges = 0;  // those that a save under way holds
+  bool plateLeftOut = false;        // the plate takes more than the file can hold of one
+  std::uint64_t unsavedSince = 0;   // the tick of the first change since the last try; 0: none
+  DiskState disk;                   // of the file at `path`, as last read or written
+  std::vector<KnownFile> beside;    // its companions, in the order of kCompanionCount
+  bool changedOnDisk = false;       // by another program; nothing is written there unasked
+  // The states of the file and of its companions that loading was offered for.
+  std::vector<platform::FileFigures> askedAbout;
+  bool byteOrderMark = false;  // the file begins with one, which the text does not hold
+  bool lossAccepted = false;   // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
   std::u16string heldCopy;        // in "Recovery", while the autosave is held; empty: none
   std::uint32_t heldChanges = 0;  // those that the copy was given; 0: it is to be written
@@ -40,8 +45,6 @@ struct SaveState {
   std::u16string takingPath;      // a save under way gives the program this path; empty: none does
   std::u16string home;            // where the first autosave goes, while it is under way
 };
-
-inline constexpr int kCompanionCount = 3;  // drawings, plates, excluded code
 
 struct ProgramTab {
   char16_t path[kPathUnits] = {};  // empty for a program never saved

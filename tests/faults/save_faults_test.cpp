@@ -83,6 +83,9 @@ struct SaveFaults : public support::OfflineProgramStage {
   static void TakeState() {
     std::string bytes;
     EXPECT_TRUE(morva::ReadWithState(tabs[1].path, bytes, tabs[1].save.disk));
+    for (morva::KnownFile& file : tabs[1].save.beside) {
+      EXPECT_TRUE(morva::ReadWithState(file.path, bytes, file.state));
+    }
   }
   void PutBack() const {
     for (std::size_t i = 0; i < names.size(); ++i) Put(names[i], oldFiles[i]);

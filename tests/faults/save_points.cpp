@@ -129,6 +129,12 @@ std::vector<std::string> Companions(const std::string& program) {
   return files;
 }
 
+// The program comes before its excluded code.
+std::vector<std::string> ProgramFirst(std::vector<std::string> files) {
+  std::swap(files[0], files[1]);
+  return files;
+}
+
 const std::string kElsewhere = "G0 X9 (by another program)\r\n";
 const std::string kLongName = "programs/" + std::string(247, 'n') + ".NC";
 
@@ -144,6 +150,7 @@ struct Case {
   // What another program made of a file of `order` meanwhile.
   std::string elsewhere = {};
   std::string unheeded = {};  // a file whose failure nobody is told
+  bool replaces = false;      // another program: `order` begins with the program, then its code
 };
 
 Case UserCase(const char* name, const std::string& program) {
@@ -166,18 +173,28 @@ std::vector<Case> Cases() {
   for (const char* target : {"programs/new.NC", "programs/b.NC", "programs/bare.NC"}) {
     cases.push_back(UserCase("save as", "programs/a.NC"));
     cases.back().act = [target] { SaveAs(target); };
+    cases.back().replaces = std::string_view(target) != "programs/new.NC";
     cases.back().order = Companions(target);
+    if (cases.back().replaces) cases.back().order = ProgramFirst(Companions(target));
   }
-  cases.push_back(UserCase("write over", "programs/a.NC"));
-  cases.back().prepare = [] {
-    OpenAndChange("programs/a.NC");
-    WriteFile(home / "programs/a.NC", kElsewhere);
-  };
-  cases.back().act = [] {
-    headless::QueueAnswer(platform::BoxAnswer::Yes);
-    morva::SaveProgramCommand();
-  };
-  cases.back().elsewhere = "programs/a.NC";
+  for (const char* changed : {"programs/a.NC", "programs/a.NC.features", "programs/a.NC.cadmv"}) {
+    cases.push_back(UserCase("write over", "programs/a.NC"));
+    cases.back().prepare = [changed] {
+      OpenAndChange("programs/a.NC");
+      WriteFile(home / changed, kElsewhere);
+    };
+    cases.back().act = [] {
+      headless::QueueAnswer(platform::BoxAnswer::Yes);
+      morva::SaveProgramCommand();
+    };
+    cases.back().elsewhere = changed;
+    cases.back().replaces = std::string_view(changed) == "programs/a.NC.features";
+    if (cases.back().replaces) cases.back().order = ProgramFirst(Companions("programs/a.NC"));
+  }
+  cases.push_back({"save over another of a program without a path", [] { Change(); },
+                   [] { SaveAs("programs/b.NC"); }, UserSaved, UserFailed,
+                   ProgramFirst(Companions("programs/b.NC"))});
+  cases.back().replaces = true;
   cases.push_back({"save of a program without a path", [] { Change(); },
                    [] { SaveAs("programs/new.NC"); }, UserSaved, UserFailed,
                    Companions("programs/new.NC")});
@@ -284,6 +301,24 @@ bool IsKeptCopy(const Files& after, const std::string& name, const File& file) {
          });
 }
 
+// No program stands beside the excluded code of another one: its own, or none.
+void CheckPair(const Case& work, const Files& before, const Files& after, const Files& now) {
+  if (!work.replaces) return;
+  const std::string& program = work.order[0];
+  const auto code = now.find(work.order[1]);
+  if (code == now.end() || !now.contains(program)) return;
+  const bool newCode = SameIn(after, code->first, code->second);
+  const bool oldCode = SameIn(before, code->first, code->second);
+  const bool newProgram = SameIn(after, program, now.at(program));
+  if (newCode != oldCode && newCode != newProgram) {
+    Violation("the %s program has the excluded code of another", newProgram ? "new" : "old");
+  }
+}
+
+bool MayBeGone(const Case& work, const Files& now, const std::string& name, const File& file) {
+  return work.replaces && name == work.order[1] && IsUnderAnyName(now, file);
+}
+
 // The disk as it must be: each file old or new, in the order of writing.
 void CheckFiles(const Case& work, const Files& before, const Files& after, Wanted wanted,
                 int strays) {
@@ -299,8 +334,11 @@ void CheckFiles(const Case& work, const Files& before, const Files& after, Wante
     }
   }
   for (const auto& [name, file] : before) {
-    if (!now.contains(name)) Violation("%s is gone", name.c_str());
+    if (!now.contains(name) && !MayBeGone(work, now, name, file)) {
+      Violation("%s is gone", name.c_str());
+    }
   }
+  CheckPair(work, before, after, now);
   bool oldSeen = false;
   for (const std::string& name : work.order) {
     const auto made = after.find(name);
@@ -473,6 +511,7 @@ void FillDisk() {
       WriteFile(home / name, "G0 X1\r\n");
       Open(name);
       headless::EditorSetAll(morva::kIdEditor, u"G0 X1 (first)");
+      if (name == "programs/b.NC") morva::AddDisabledCode(morva::ActiveTab()->disabledCode, u"G0");
       morva::SaveProgramCommand();
     }
   });

@@ -3,8 +3,8 @@
 // A run is one forked process: it opens and types, then saves with one deed set, then looks at
 // what stands on disk and at what its user was told, and saves once more. A violation is what
 // must never be: a file that is neither the old nor the new one, a later file new before an
-// earlier one, a stray, a lost handle, "saved" where it is not, silence where it is not saved, a
-// further save that fails.
+// earlier one, a program beside the excluded code of another, a stray, a lost handle, "saved" where
+// it is not, silence where it is not saved, a further save that fails.
 #pragma once
 
 #include <string>

@@ -13,6 +13,9 @@ namespace {
 
 constexpr long kSecondsAnHour = 3600;
 constexpr std::size_t kMostShown = 40;
+// What all of it has at the least.
+constexpr long kLeastPoints = 1000;
+constexpr long kLeastErrors = 2500;
 
 faults::Share ShareOf(int argc, char** argv) {
   faults::Share share;
@@ -44,5 +47,8 @@ int main(int argc, char** argv) {
   const faults::Tally typing = faults::RunTypingPoints(share);
   Print("Typing, a key each 400 ms", typing);
   faults::End();
-  return saves.violations.empty() && typing.violations.empty() ? 0 : 1;
+  const bool enough =
+      share.of > 1 || (saves.points >= kLeastPoints && saves.errors >= kLeastErrors);
+  if (!enough) std::printf("Too few: %ld points and %ld errors.\n", kLeastPoints, kLeastErrors);
+  return enough && saves.violations.empty() && typing.violations.empty() ? 0 : 1;
 }

@@ -153,12 +153,73 @@ TEST_F(CompanionsKept, ASaveAsThatFailsLeavesTheOtherProgramItsExcludedCode) {
   Put("q.NC", "G0\r\n");
   Put("q.NC.features", entry);
   TypeProgram(u"G1 X1");
-  headless::FailCall("write", 3);  // the copy, the excluded code, the program
+  headless::FailCall("write", 1);  // the program
   morva::SaveProgramOver(PathOf("q.NC"));
   EXPECT_EQ(Raw("q.NC"), "G0\r\n");
   EXPECT_EQ(Raw("q.NC.features"), entry);
   EXPECT_FALSE(fs::exists(folder / "q.NC.features.kept"));
   EXPECT_FALSE(Told(u"of the replaced program"));
+}
+
+// Its own block would get the other program's code.
+TEST_F(CompanionsKept, AProgramThatReplacesAnotherNeverStandsBesideTheCodeOfThatOne) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.features", entry);
+  morva::KeepExcludedCode(tabs[0], u"G1 X7");
+  TypeProgram(u"G1 X1");
+  headless::FailCall("write", 2);  // the excluded code
+  morva::SaveProgramOver(PathOf("q.NC"));
+  EXPECT_NE(Raw("q.NC").find("G1 X1"), std::string::npos);
+  EXPECT_FALSE(fs::exists(folder / "q.NC.features"));
+  EXPECT_EQ(Raw("q.NC.features.kept"), entry);
+  EXPECT_TRUE(app.editorDirty);
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_GT(Raw("q.NC.features").size(), 8u);
+  EXPECT_EQ(Raw("q.NC.features.kept"), entry);
+  EXPECT_FALSE(fs::exists(folder / "q.NC.features.kept2"));
+}
+
+TEST_F(CompanionsKept, WritingOverAProgramOfAnotherWindowKeepsWhatStandsBesideIt) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  Put("a.NC.features", entry);
+  Put("a.NC.cadmv", "their drawings");
+  TypeProgram(u"G1 X2");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  ASSERT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(Raw("a.NC.features.kept"), entry);
+  EXPECT_EQ(Raw("a.NC.cadmv.kept"), "their drawings");
+  EXPECT_FALSE(fs::exists(folder / "a.NC.cadmv"));
+  EXPECT_TRUE(Told(u"a.NC.features of the replaced program is kept as a.NC.features.kept"));
+  // The question is settled.
+  headless::TakeBoxes();
+  TypeProgram(u"G1 X3");
+  ASSERT_TRUE(morva::SaveProgramCommand());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(CompanionsKept, AnAutosaveLeavesWhatAnotherWindowWroteBesideTheProgram) {
+  for (const char* name : {"a.NC.cadmv", "a.NC.platemv", "a.NC.features"}) {
+    Put("a.NC", "G0\r\n");
+    OpenFile("a.NC");
+    TypeProgram(u"G1 X1");
+    ASSERT_TRUE(morva::SaveProgram(app.activePath));
+    const std::string text = Raw("a.NC");
+    Put(name, "theirs");
+    TypeProgram(u"G1 X2");
+    morva::RunAutosave();
+    headless::Advance(100);
+    EXPECT_EQ(Raw(name), "theirs");
+    EXPECT_EQ(Raw("a.NC"), text);
+    EXPECT_NE(Status().find(u"Changed on disk by another program."), std::u16string::npos);
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    morva::CloseProgram();
+    fs::remove(folder / name);
+  }
 }
 
 TEST_F(CompanionsKept, OpeningTellsHowMuchExcludedCodeIsMissing) {
