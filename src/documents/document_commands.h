@@ -17,5 +17,7 @@ std::span<const Command> DocumentCommands();
 
 // Joins the saves to the writer of files and to their questions.
 void RegisterSaveCommands();
+// Asks what to do where another program has changed the active program's file, and does it.
+void SettleActiveFile();
 
 }  // namespace morva

@@ -15,6 +15,7 @@
 #include "documents/tab_models.h"
 #include "platform/clock.h"
 #include "platform/file.h"
+#include "platform/real_path.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -53,7 +54,7 @@ std::u16string FreePath(std::u16string_view title) {
 // it is opened.
 std::u16string CopiesOf(std::u16string_view program) {
   std::u16string file = platform::LinkTarget(program);
-  if (file.empty()) file = program;
+  file = platform::RealPath(file.empty() ? program : file);
   const auto hash = static_cast<std::uint32_t>(HashBytes(platform::ToUtf8(file)));
   return PathInData(u"Recovery", NameOfCopy(BareFileName(file)) + u"-of-" + IntegerText(hash));
 }

@@ -128,6 +128,11 @@ void AskAboutChangedFile(std::uint64_t serial) {
 
 }  // namespace
 
+void SettleActiveFile() {
+  ProgramTab* const tab = ActiveTab();
+  if (tab && ChangedBeneath(*tab)) SettleChangedFile();
+}
+
 bool SaveProgramCommand() {
   if (PathOfUser().empty()) return SaveProgramAs();
   if (!SettleText()) return false;

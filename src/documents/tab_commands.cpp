@@ -80,8 +80,11 @@ void ShowTab(int index) {
 bool ShowOpenFile(const std::u16string& path) {
   const int index = TabOfFile(path);
   if (index < 0) return false;
+  // A tab that comes up asks for itself where the user has not touched it.
+  const bool asks = index != app.activeTab && !IsTouched(tabs[index]);
   ShowTab(index);
   ShowStatus(u"This file is open already; its tab is shown.");
+  if (!asks) SettleActiveFile();
   return true;
 }
 

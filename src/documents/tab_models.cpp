@@ -19,6 +19,7 @@
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/file.h"
+#include "platform/real_path.h"
 #include "platform/window.h"
 #include "text/codetext.h"
 
@@ -252,6 +253,10 @@ void ReadCompanions(std::u16string_view path, std::u16string& text, ProgramTab& 
 
 namespace {
 
+bool IsOnePlace(std::u16string_view one, std::u16string_view other) {
+  return one == other || platform::RealPath(one) == platform::RealPath(other);
+}
+
 // What cannot be looked at is not taken for ours.
 bool MayBeTheirs(KnownFile& known) {
   const FileStanding standing = StandingOf(known.path, known.state);
@@ -279,7 +284,7 @@ void KeepReplaced(const std::u16string& file, std::u16string_view suffix, SaveJo
 
 void AddMoves(std::u16string_view path, const ProgramTab& tab, bool over, SaveJob& job) {
   const std::u16string file = FileToRead(path);
-  const bool own = std::u16string_view(tab.path) == path;
+  const bool own = tab.path[0] && IsOnePlace(file, FileToRead(tab.path));
   const bool stands = platform::FileExists(file);
   for (int i = 0; i < kCompanionCount; ++i) {
     const std::u16string_view suffix = kCompanionKinds[i].suffix;
@@ -292,8 +297,9 @@ void AddMoves(std::u16string_view path, const ProgramTab& tab, bool over, SaveJo
     // goes when that program has gone.
     if (theirs && !written) job.moves.push_back({known.path, NameToKeep(file, suffix), true});
     if (theirs && written && stands) KeepReplaced(file, suffix, job);
-    if (!theirs && written && tab.unusable[i].from == known.path) {
-      job.moves.push_back(tab.unusable[i]);
+    const SaveMove& unusable = tab.unusable[i];
+    if (!theirs && written && !unusable.from.empty() && IsOnePlace(unusable.from, known.path)) {
+      job.moves.push_back({known.path, unusable.to});
     }
     job.beside.push_back(std::move(known));
   }

@@ -50,12 +50,24 @@ bool TwinEndsSo(int index, int folders) {
   return false;
 }
 
+// The second one of a title that has no file has a 2, and so on.
+std::u16string WordsOfUnsaved(int index) {
+  int number = 1;
+  for (int other = 0; other < index; ++other) {
+    if (IsTwin(index, other) && !tabs[other].path[0]) ++number;
+  }
+  return number == 1 ? u" (not saved)" : u" (not saved, " + IntegerText(number) + u")";
+}
+
 void LabelTabButton(int index) {
   const ProgramTab& tab = tabs[index];
   char16_t label[kTabLabelUnits] = {};
   if (index == app.activeTab) AppendBounded(label, kTabLabelUnits, u"> ");
   if (tab.compareSelected) AppendBounded(label, kTabLabelUnits, u"[C] ");
-  AppendBounded(label, kTabLabelUnits, NameOfTab(index).c_str());
+  // The mark behind it has its room however long the folders are.
+  constexpr int kMarkUnits = 3;  // with the end
+  const std::size_t room = kTabLabelUnits - kMarkUnits - std::u16string_view(label).size();
+  AppendBounded(label, kTabLabelUnits, NameOfTab(index).substr(0, room).c_str());
   if (tab.dirty) AppendBounded(label, kTabLabelUnits, u" *");
   platform::SetText(kIdTabFirst + index, label);
   RefreshTip(kIdTabFirst + index);
@@ -101,7 +113,7 @@ void SyncActiveTab() {
 std::u16string TwinWords(int index) {
   if (!HasTwin(index)) return {};
   const std::u16string_view path = tabs[index].path;
-  if (path.empty()) return u" (not saved)";
+  if (path.empty()) return WordsOfUnsaved(index);
   int folders = 1;
   while (TwinEndsSo(index, folders) && FolderEnd(path, folders) != FolderEnd(path, folders + 1)) {
     ++folders;

@@ -376,11 +376,14 @@ void FillMainWindow() {
 
 // The programs that the user named on the command line.
 void OpenNamed(const std::vector<std::u16string>& programs) {
+  bool full = false;
   for (const std::u16string& path : programs) {
     const int open = app.tabCount;
     const bool shown = TabOfFile(path) >= 0;
-    if (!shown && !RoomForTab()) return;
-    OpenProgramFile(path);
+    full = full || (!shown && !RoomForTab());
+    // A path that is cut leads to another file.
+    const bool whole = path.size() < kPathUnits;
+    if (shown || (!full && whole)) OpenProgramFile(path);
     if (!shown && app.tabCount == open) AppendOutput(u"Not opened: " + path);
   }
 }

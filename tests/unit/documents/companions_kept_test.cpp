@@ -222,6 +222,23 @@ TEST_F(CompanionsKept, AnAutosaveLeavesWhatAnotherWindowWroteBesideTheProgram) {
   }
 }
 
+TEST_F(CompanionsKept, SaveAsOntoItsOwnFileByALinkReplacesNothing) {
+  Put("a.NC", "G0\r\n");
+  fs::create_symlink("a.NC", folder / "link.NC");
+  fs::create_directory_symlink(".", folder / "here");
+  OpenFile("a.NC");
+  morva::KeepExcludedCode(tabs[1], u"G1 X7");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgram(app.activePath));
+  for (const char* name : {"link.NC", "here/a.NC"}) {
+    headless::QueueFile(PathOf(name));
+    ASSERT_TRUE(morva::SaveProgramAs());
+    EXPECT_FALSE(Told(u"of the replaced program"));
+    EXPECT_FALSE(fs::exists(folder / "a.NC.features.kept"));
+    EXPECT_GT(Raw("a.NC.features").size(), 8u);
+  }
+}
+
 TEST_F(CompanionsKept, OpeningTellsHowMuchExcludedCodeIsMissing) {
   Put("a.NC",
       "(MORVA TEXT 1)\r\n(MORVA DISABLED 1)\r\n(MORVA END 1)\r\n"

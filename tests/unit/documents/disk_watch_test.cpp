@@ -114,6 +114,29 @@ TEST_F(Disk, SaveAsksBeforeItWritesOverAFileThatChanged) {
   EXPECT_EQ(BoxTitles(), Titles());
 }
 
+// The status line names it as the way out.
+TEST_F(Disk, OpenOfAHeldFileAsksWhatToDoWithIt) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  EXPECT_EQ(Status(), kNotSaved);
+  headless::QueueAnswer(BoxAnswer::No);
+  OpenFile("a.NC");
+  EXPECT_EQ(BoxTitles(), kAsked);
+  EXPECT_EQ(Text(), u"G0 X9\r\n");
+  OpenFile("a.NC");
+  EXPECT_EQ(BoxTitles(), Titles());
+}
+
+TEST_F(Disk, OpenFromAnotherTabAsksOnceAboutAFileThatChanged) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  morva::SwitchTab(0);
+  OpenFile("a.NC");
+  EXPECT_EQ(BoxTitles(), kAsked);
+}
+
 TEST_F(Disk, SaveOffersAnotherNameForTheTextOfAFileThatChanged) {
   OpenProgram();
   WriteElsewhere("G0 X9\r\n");

@@ -63,6 +63,25 @@ TEST_F(TabNames, FollowASaveUnderTheNameOfAnother) {
   EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0  \u2014  p.NC (right)");
 }
 
+TEST_F(TabNames, ShowTheMarkBehindTheLongestFolder) {
+  const std::string name(90, 'n');
+  Open(std::string(60, 'f') + "/" + name);
+  Open(std::string(60, 'g') + "/" + name);
+  TypeProgram(u"G0 X2");
+  EXPECT_TRUE(Label(2).ends_with(u" *"));
+  EXPECT_EQ(Label(2).size(), 127u);
+}
+
+TEST_F(TabNames, AreDifferentForAllNewPrograms) {
+  morva::NewProgram();
+  morva::NewProgram();
+  morva::SwitchTab(1);
+  morva::CloseProgram();
+  morva::NewProgram();
+  EXPECT_EQ(morva::NameOfTab(1), u"Untitled-3.NC (not saved)");
+  EXPECT_EQ(morva::NameOfTab(2), u"Untitled-3.NC (not saved, 2)");
+}
+
 TEST_F(TabNames, StandInTheTipWithTheWholePath) {
   Open("left/p.NC");
   EXPECT_EQ(headless::ToolTipOf(morva::kIdTabFirst + 1).find(PathOf("left/p.NC")), 0u);

@@ -127,6 +127,23 @@ TEST_F(NamedPrograms, OfTheCommandLineAreOpenedAndTheLastOneIsShown) {
   EXPECT_EQ(platform::FocusedId(), kIdEditor);
 }
 
+TEST_F(NamedPrograms, BeyondTheTabsAreNamedAndAllThatAreOpenAreShown) {
+  std::vector<std::string> names;
+  for (int i = 0; i < 10; ++i) {
+    names.push_back(std::to_string(i) + ".NC");
+    WriteFile(names.back(), "G0 X1\r\n");
+  }
+  names.push_back("2.NC");
+  StartWith(names);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(std::u16string(app.activePath), Path("2.NC"));
+  const std::u16string log = platform::TextOf(kIdOutputLog);
+  for (const char* name : {"7.NC", "8.NC", "9.NC"}) {
+    EXPECT_NE(log.find(u"Not opened: " + Path(name)), std::u16string::npos) << name;
+  }
+  EXPECT_EQ(log.find(u"Not opened: " + Path("6.NC")), std::u16string::npos);
+}
+
 TEST_F(NamedPrograms, ThatCannotBeOpenedAreRefusedLikeThoseOfOpen) {
   WriteFile("a.NC", "G0 X1\r\n");
   std::filesystem::create_directory(home_ / "folder");
