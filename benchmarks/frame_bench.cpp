@@ -7,13 +7,14 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
 
+#include "cpu_time.h"
 #include "platform/common/segment_raster.h"
+#include "platform/common/smooth_raster.h"
 #include "simulator/motion_path.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
@@ -31,15 +32,16 @@ constexpr int kHeight = 740;
 constexpr Rect kArea{0, 0, kWidth, kHeight};
 constexpr int kCount = morva::kMaxMotionPoints;
 
-// Times every round for its median and its 99th percentile, in milliseconds.
+// Times every round for its median and its 99th percentile, in milliseconds of the processor, so
+// that a busy machine changes them little.
 class Rounds {
  public:
   explicit Rounds(benchmark::State& state) : state_(state) {}
   template <typename Work>
   void Time(const Work& work) {
-    const Clock::time_point start = Clock::now();
+    const double start = CpuMilliseconds();
     work();
-    times_.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+    times_.push_back(CpuMilliseconds() - start);
   }
   ~Rounds() {
     if (times_.empty()) return;
@@ -49,7 +51,6 @@ class Rounds {
   }
 
  private:
-  using Clock = std::chrono::steady_clock;
   benchmark::State& state_;
   std::vector<double> times_;
 };
@@ -186,6 +187,27 @@ void BM_Raster(benchmark::State& state, std::vector<Segment> (*make)(), int pen)
   state.counters["segments"] = static_cast<double>(segments.size());
 }
 
+// On a screen with `scale` device pixels to a pixel.
+void BM_Smooth(benchmark::State& state, std::vector<Segment> (*make)(), int pen, int scale) {
+  std::vector<Segment> segments = make();
+  for (Segment& s : segments) {
+    const auto grow = static_cast<float>(scale);
+    s = {s.x0 * grow, s.y0 * grow, s.x1 * grow, s.y1 * grow};
+  }
+  const int width = kWidth * scale;
+  const int height = kHeight * scale;
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
+  Rounds rounds(state);
+  for (auto _ : state) {
+    rounds.Time([&] {
+      platform::BlendSegments(pixels.data(), width, width, height, Rect{0, 0, width, height},
+                              segments.data(), static_cast<int>(segments.size()), 0x48D3B8,
+                              pen * scale);
+    });
+  }
+  state.counters["segments"] = static_cast<double>(segments.size());
+}
+
 BENCHMARK(BM_WalkPoints)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BuildSegments)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BuildSegmentsAgain)->Unit(benchmark::kMillisecond);
@@ -198,6 +220,16 @@ BENCHMARK_CAPTURE(BM_Raster, crossing_random_thin, CrossingAtRandom, 1)
 BENCHMARK_CAPTURE(BM_Raster, crossing_side_by_side, CrossingSideBySide, 2)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_Raster, crossing_repeated, CrossingRepeated, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, fitted, FittedProgram, 2, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, fitted_at_scale_2, FittedProgram, 2, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, crossing_random, CrossingAtRandom, 2, 1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, crossing_random_thin, CrossingAtRandom, 1, 1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, crossing_side_by_side, CrossingSideBySide, 2, 1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Smooth, crossing_repeated, CrossingRepeated, 2, 1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -24,7 +24,7 @@ int painted = 0;
 void Paint(int, platform::Canvas& canvas) {
   platform::FillArea(canvas, platform::CanvasArea(canvas), 0x021726);
   platform::PaintSegments(canvas, path.data(), static_cast<int>(path.size()),
-                          platform::Pen{0x00D3F2});
+                          platform::Pen{.colour = 0x48D3B8, .width = 2, .smooth = true});
   ++painted;
 }
 

@@ -17,7 +17,7 @@ struct Pen {
   Colour colour = 0;
   int width = 1;        // pixels
   bool dashed = false;
-  bool smooth = false;  // smoothed edges, for icons and single lines; never for path batches
+  bool smooth = false;  // smoothed edges
 };
 
 struct Segment {
@@ -54,8 +54,9 @@ void FillPolygon(Canvas& canvas, const PointF* points, int count, Colour colour)
 void PaintPolygon(Canvas& canvas, const PointF* points, int count, Colour fill, const Pen& pen);
 void PaintEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, const Pen& pen);
 void FillEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, Colour colour);
-// Many separate segments in one opaque pen of width 1 or 2, made for whole toolpaths.
-// Segments may lie far outside the canvas.
+// Many separate segments in one opaque pen of width 1 or 2, made for whole toolpaths. Where they
+// lie over each other the colour is not laid on twice, smooth edges included. Segments may lie far
+// outside the canvas. On a screen with several device pixels to a pixel they are always smooth.
 void PaintSegments(Canvas& canvas, const Segment* segments, int count, const Pen& pen);
 void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
                Colour colour, unsigned align);

@@ -9,6 +9,7 @@
 
 #include "platform/canvas.h"
 #include "platform/common/segment_raster.h"
+#include "platform/common/smooth_raster.h"
 #include "platform/qt/qt_internal.h"
 
 namespace platform {
@@ -167,14 +168,19 @@ void FillEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, 
 
 void PaintSegments(Canvas& canvas, const Segment* segments, int count, const Pen& pen) {
   if (count <= 0) return;
-  if (canvas.pixels == nullptr || pen.smooth || pen.dashed) {
+  if (canvas.pixels == nullptr || pen.dashed) {
     PaintSegmentsByPainter(canvas, segments, count, pen);
     return;
   }
-  const bool plain = canvas.scale == 1;
-  RasteriseSegments(canvas.pixels, canvas.stride, canvas.width, canvas.height, DeviceClip(canvas),
-                    plain ? segments : Scaled(canvas, segments, count), count, pen.colour,
-                    plain ? pen.width : std::max(pen.width, 2));
+  // Hard lines are one or two device pixels thick, which is as told at scale 1 alone.
+  if (canvas.scale == 1 && !pen.smooth) {
+    RasteriseSegments(canvas.pixels, canvas.stride, canvas.width, canvas.height, DeviceClip(canvas),
+                      segments, count, pen.colour, pen.width);
+    return;
+  }
+  BlendSegments(canvas.pixels, canvas.stride, canvas.width, canvas.height, DeviceClip(canvas),
+                canvas.scale == 1 ? segments : Scaled(canvas, segments, count), count, pen.colour,
+                pen.width * canvas.scale);
 }
 
 void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
