@@ -73,11 +73,12 @@ struct ViewBars {
   int keyWidth;  // at most
   int keyHeight;
   int gap;          // between keys of a row
+  int left;         // of the keys above, from the view's edge; less where they would not fit
   int apart;        // between a bar and the view
   bool operations;  // with the keys to the previous and the next operation
 };
-constexpr ViewBars kWideBars{36, 30, 4, 6, true};
-constexpr ViewBars kNarrowBars{22, 24, 2, 4, false};
+constexpr ViewBars kWideBars{36, 30, 4, 118, 6, true};
+constexpr ViewBars kNarrowBars{22, 24, 2, 12, 4, false};
 constexpr int kSliderHeight = 26;
 constexpr int kSliderGap = 5;      // above a slider of its own row
 constexpr int kSliderBeside = 12;  // from the playback keys to a slider in their row
@@ -260,7 +261,10 @@ void HideView(LayoutPlan& plan) {
 // The toolpath view with its keys above and the playback bar below. The slider stands beside
 // the playback keys where there is room, else under them.
 void PlanView(LayoutPlan& plan, const Rect& column, const ViewBars& bars) {
-  PutEvenKeys(plan, kViewKeys, column, column.top, bars);
+  const int viewKeys = 8 * (bars.keyWidth + bars.gap) - bars.gap;
+  const int indent = std::clamp(RectWidth(column) - viewKeys, 0, bars.left);
+  PutEvenKeys(plan, kViewKeys, {column.left + indent, column.top, column.right, column.bottom},
+              column.top, bars);
   const int top = column.top + bars.keyHeight + bars.apart;
   const int keys = bars.operations ? 8 : 6;
   const int keysWidth = keys * (bars.keyWidth + bars.gap) - bars.gap;

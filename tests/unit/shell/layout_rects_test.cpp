@@ -273,9 +273,11 @@ TEST(LayoutRects, GiveNarrowBarsToAViewWithAPanel) {
     const Rect view = PlaceIn(plan, kViewToolpath);
     for (const auto keys :
          {std::span<const int>(kNarrowViewKeys), std::span<const int>(kNarrowPlayKeys)}) {
+      // The keys above the view begin a little off its edge.
+      const int first = view.left + (keys[0] == kIdViewRefresh ? 12 : 0);
       for (std::size_t i = 0; i < keys.size(); ++i) {
         const Rect key = PlaceIn(plan, keys[i]);
-        EXPECT_EQ(key.left, view.left + 24 * static_cast<int>(i)) << Words(in, keys[i]);
+        EXPECT_EQ(key.left, first + 24 * static_cast<int>(i)) << Words(in, keys[i]);
         EXPECT_EQ(RectHeight(key), 24) << Words(in, keys[i]);
       }
     }
@@ -283,6 +285,25 @@ TEST(LayoutRects, GiveNarrowBarsToAViewWithAPanel) {
     EXPECT_TRUE(IsEmpty(PlaceIn(plan, kIdPlayNext)));
     EXPECT_FALSE(IsEmpty(PlaceIn(plan, kIdSpeedSlider)));
     EXPECT_GE(RectHeight(view), 200);
+  }
+}
+
+TEST(LayoutRects, StandTheKeysOfAWideViewInCellsOfForty) {
+  constexpr int kKeys = 8 * 40 - 4;
+  for (const LayoutInput& in :
+       {Window(1200, 800, kModeHome), Window(1560, 940, kModeHome), Window(1920, 1080, kModeHome),
+        Window(1200, 800, kModeSimulator), Window(1560, 940, kModeSimulator)}) {
+    const LayoutPlan plan = PlanLayout(in);
+    const Rect view = PlaceIn(plan, kViewToolpath);
+    const bool fits = RectWidth(view) >= 118 + kKeys;
+    EXPECT_TRUE(fits || in.width < 1560) << Words(in, kViewToolpath);
+    // A view that is too narrow has them at its right end.
+    const int first = fits ? view.left + 118 : view.right - kKeys;
+    for (int i = 0; i < 8; ++i) {
+      const Rect key = PlaceIn(plan, kNarrowViewKeys[i]);
+      EXPECT_EQ(key.left, first + 40 * i) << Words(in, kNarrowViewKeys[i]);
+      EXPECT_LE(key.right, view.right) << Words(in, kNarrowViewKeys[i]);
+    }
   }
 }
 
