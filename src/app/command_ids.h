@@ -155,6 +155,7 @@ inline constexpr int kIdLayerDrawing = 3032;
 inline constexpr int kIdLayerCutSurface = 3033;
 inline constexpr int kIdLayerClean = 3034;
 inline constexpr int kIdLayerSkimDepth = 3035;
+inline constexpr int kIdLayerDepthShade = 3036;  // and below a line
 
 // Keys of the toolpath view that the routing table does not name.
 inline constexpr int kIdViewRefresh = 3150;

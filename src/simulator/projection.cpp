@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "platform/geometry.h"
+#include "simulator/depth_shade.h"
 #include "simulator/level_of_path.h"
 #include "simulator/playback.h"
 #include "simulator/preview_state.h"
@@ -48,6 +49,7 @@ std::uint32_t projectedGeneration = 0;
 std::int32_t projectedCount = -1;
 
 Segment segments[kMaxMotionPoints];
+unsigned char shades[kMaxMotionPoints];
 
 bool SameBounds(const PathBounds& a, const PathBounds& b) {
   return a.minX == b.minX && a.maxX == b.maxX && a.minY == b.minY && a.maxY == b.maxY &&
@@ -182,6 +184,8 @@ const PointF* ProjectedPoints(const Rect& client) {
   return projected;
 }
 
+bool ShadesAreShown() { return switches.shadeByDepth && !ExampleIsShown(); }
+
 bool RapidsAreShown() { return switches.showRapids || ExampleIsShown(); }
 
 std::int32_t DrawnPoints() {
@@ -197,6 +201,9 @@ PathSegments VisibleSegments(const Rect& client) {
   const bool showRapids = RapidsAreShown();
   PathLevel layer;
   if (HasLevels() && switches.skimCurrentDepthOnly) layer = DeepestLevel(ShownPath().path, count);
+  const bool shaded = ShadesAreShown();
+  CutDepths depths;
+  if (shaded) depths = DepthsOf(ShownPath().path);
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
   // than the points.
   Segment* feed = segments;
@@ -205,6 +212,10 @@ PathSegments VisibleSegments(const Rect& client) {
     const MotionPoint& to = ends[i];
     if (to.jump || (to.rapid && !showRapids)) continue;
     if (layer.known && !to.rapid && !LiesInLevel(layer, ends[i - 1], to)) continue;
+    if (shaded && !to.rapid) {
+      shades[feed - segments] =
+          static_cast<unsigned char>(ShadeBetween(depths, ends[i - 1].z, to.z));
+    }
     Segment& segment = to.rapid ? *--rapid : *feed++;
     segment.x0 = static_cast<float>(points[i - 1].x);
     segment.y0 = static_cast<float>(points[i - 1].y);
@@ -213,6 +224,7 @@ PathSegments VisibleSegments(const Rect& client) {
   }
   PathSegments result;
   result.feeds = segments;
+  if (shaded) result.shades = shades;
   result.feedCount = static_cast<int>(feed - segments);
   result.rapids = rapid;
   result.rapidCount = static_cast<int>(segments + kMaxMotionPoints - rapid);

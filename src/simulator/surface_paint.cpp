@@ -52,6 +52,7 @@ void PaintCutSurface(platform::Canvas& canvas, const Projection& p) {
   }
   platform::Pen pen;
   pen.colour = kPathSurface;
+  pen.smooth = true;
   PaintSegments(canvas, mesh, count, pen);
 }
 

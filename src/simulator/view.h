@@ -39,9 +39,9 @@ void SetViewFront();
 void SetViewRight();
 void SetViewIsometric();
 double GridSpacing();     // display units
-void LoadGridSettings();  // once, at the first draw
+void LoadViewSettings();  // grid and shading: once, at the first draw
 void ToggleGrid();
-void SaveGridSettings();  // at each change of them
+void SaveViewSettings();  // at each change of them
 platform::Colour GridColour(bool toned);
 
 // Nearest path point within 15 pixels of a client point, -1 for none; first wins on a tie.

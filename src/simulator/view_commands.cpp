@@ -123,6 +123,7 @@ constexpr Command kCommands[] = {
     {.id = kIdLayerSkimDepth,
      .words = u"Skim: show current depth only",
      .wordsOn = u"Skim: show all depth levels"},
+    {kIdLayerDepthShade, u"Shade by depth"},
 };
 
 }  // namespace

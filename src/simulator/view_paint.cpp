@@ -15,6 +15,7 @@
 #include "library/units.h"
 #include "platform/canvas.h"
 #include "platform/window.h"
+#include "simulator/depth_shade.h"
 #include "simulator/path_notes.h"
 #include "simulator/place_pick.h"
 #include "simulator/playback.h"
@@ -55,12 +56,22 @@ constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives 
 
 Segment contextSegments[kMaxMotionPoints];
 Segment gridSegments[2 * kMaxGridLines];
+Segment shadedSegments[kMaxMotionPoints];  // of one batch, by their shade
 
 Pen PenOf(Colour colour, int width) {
   Pen pen;
   pen.colour = colour;
   pen.width = width;
+  pen.smooth = true;
   return pen;
+}
+
+// A level or upright line on the middles of pixels, where one of a pixel's width is sharp.
+Segment OnPixels(Segment s) {
+  constexpr float kStraight = 0.01F;
+  if (std::fabs(s.x0 - s.x1) < kStraight) s.x0 = s.x1 = std::floor(s.x0 + 0.5F);
+  if (std::fabs(s.y0 - s.y1) < kStraight) s.y0 = s.y1 = std::floor(s.y0 + 0.5F);
+  return s;
 }
 
 // The nearest whole pixel; places far outside stay far outside, and so does what is no number.
@@ -119,12 +130,12 @@ void PaintGrid(Canvas& canvas, const Projection& p) {
   const GridSteps across = StepsBetween(left, right, spacing);
   for (int i = 0; i < across.count; ++i) {
     const double x = (across.first + i) * spacing;
-    gridSegments[count++] = SegmentOf(Project(p, x, low, 0), Project(p, x, high, 0));
+    gridSegments[count++] = OnPixels(SegmentOf(Project(p, x, low, 0), Project(p, x, high, 0)));
   }
   const GridSteps up = StepsBetween(low, high, spacing);
   for (int i = 0; i < up.count; ++i) {
     const double y = (up.first + i) * spacing;
-    gridSegments[count++] = SegmentOf(Project(p, left, y, 0), Project(p, right, y, 0));
+    gridSegments[count++] = OnPixels(SegmentOf(Project(p, left, y, 0), Project(p, right, y, 0)));
   }
   PaintSegments(canvas, gridSegments, count, PenOf(GridColour(PlainWorkspace()), 1));
 }
@@ -203,13 +214,35 @@ void PaintContext(Canvas& canvas, const Projection& p) {
   PaintSegments(canvas, contextSegments, count, pen);
 }
 
+// A batch for each shade, what lies nearer to the eye above the rest.
+void PaintShadedFeeds(Canvas& canvas, const PathSegments& visible) {
+  int ends[kDepthShades + 1] = {};
+  for (int i = 0; i < visible.feedCount; ++i) ++ends[visible.shades[i] + 1];
+  for (int k = 0; k < kDepthShades; ++k) ends[k + 1] += ends[k];
+  int next[kDepthShades];
+  std::copy(ends, ends + kDepthShades, next);
+  for (int i = 0; i < visible.feedCount; ++i) {
+    shadedSegments[next[visible.shades[i]]++] = visible.feeds[i];
+  }
+  const bool fromBelow = ShownAngles().elevation < 0;
+  for (int k = 0; k < kDepthShades; ++k) {
+    const int shade = fromBelow ? kDepthShades - 1 - k : k;
+    const int count = ends[shade + 1] - ends[shade];
+    if (count == 0) continue;
+    PaintSegments(canvas, shadedSegments + ends[shade], count,
+                  PenOf(ColourOfShade(shade), kFeedWidth));
+  }
+}
+
 // Rapids first, so that cuts lie on top of them.
 void PaintPath(Canvas& canvas, const Rect& client) {
   const PathSegments visible = VisibleSegments(client);
   if (visible.rapidCount > 0) {
     PaintSegments(canvas, visible.rapids, visible.rapidCount, PenOf(kPathRapid, kRapidWidth));
   }
-  if (visible.feedCount > 0) {
+  if (visible.shades) {
+    PaintShadedFeeds(canvas, visible);
+  } else if (visible.feedCount > 0) {
     PaintSegments(canvas, visible.feeds, visible.feedCount, PenOf(kPathFeed, kFeedWidth));
   }
 }
@@ -229,8 +262,12 @@ void PaintHead(Canvas& canvas, const Projection& p, const Rect& client) {
     at.y += (points[head].y - from.y) * play.segmentFraction;
     if (play.playing && (RapidsAreShown() || !next.rapid)) {
       const Segment partial = SegmentOf(from, at);
+      const Colour cut =
+          ShadesAreShown()
+              ? ColourOfShade(ShadeBetween(DepthsOf(shown), shown.points[head - 1].z, next.z))
+              : kPathFeed;
       PaintSegments(canvas, &partial, 1,
-                    next.rapid ? PenOf(kPathRapid, kRapidWidth) : PenOf(kPathFeed, kFeedWidth));
+                    next.rapid ? PenOf(kPathRapid, kRapidWidth) : PenOf(cut, kFeedWidth));
     }
   }
   PaintToolModel(canvas, p);
@@ -361,6 +398,29 @@ int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_vie
   return top;
 }
 
+// The shades from the deepest cut to the highest, with the heights of both; the y of its top.
+int PaintDepths(Canvas& canvas, const Rect& client, int bottom) {
+  constexpr int kSwatch = 6;  // pixels wide
+  constexpr int kBeside = 6;  // pixels between words and shades
+  const CutDepths depths = DepthsOf(ShownPath().path);
+  if (!ShadesAreShown() || !depths.known) return bottom;
+  const int top = bottom - platform::TextHeight(FontRole::Small);
+  const auto write = [&](int left, double z, bool last) {
+    char16_t words[kReadOutUnits] = {};
+    AppendLabelNumber(words, kReadOutUnits, u"Z ", z, 4);
+    if (last) AppendBounded(words, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
+    const int right = left + platform::TextWidth(FontRole::Small, words) + 2;
+    TextOn(canvas, {left, top, right, bottom}, words, kPathQuietText, platform::kAlignLeft);
+    return right;
+  };
+  int x = write(client.left + kEdge, depths.low, false) + kBeside;
+  for (int shade = 0; shade < kDepthShades; ++shade, x += kSwatch) {
+    FillArea(canvas, {x, top + 2, x + kSwatch, bottom - 2}, ColourOfShade(shade));
+  }
+  write(x + kBeside, depths.high, true);
+  return top;
+}
+
 // A read-out below others at the top; the y of its foot.
 int PaintHeadLine(Canvas& canvas, const Rect& client, int top, std::u16string_view text,
                   Colour colour) {
@@ -392,6 +452,7 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
     const Colour colour = warnings.empty() ? kPathQuietText : kPathDimension;
     bottom = PaintFoot(canvas, client, bottom, words, colour) - kBetween;
   }
+  bottom = PaintDepths(canvas, client, bottom);
   const std::u16string_view caption = SurfaceCaption();
   if (!caption.empty()) {
     bottom = PaintFoot(canvas, client, bottom, caption, kPathQuietText) - kBetween;
@@ -406,12 +467,14 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
 }  // namespace
 
 void PaintToolpathView(Canvas& canvas) {
-  LoadGridSettings();
+  LoadViewSettings();
   const Rect client = CanvasArea(canvas);
   FillArea(canvas, client, kPathGround);
   const Projection& p = ProjectionFor(client);
   PaintGrid(canvas, p);
   PaintCoverage(canvas, p);
+  // Below the path, which it must not hide.
+  PaintCube(canvas, CubeClient(client), viewCube, ShownAngles());
   PaintStock(canvas, p);
   PaintCutSurface(canvas, p);
   PaintContext(canvas, p);
@@ -420,7 +483,6 @@ void PaintToolpathView(Canvas& canvas) {
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
   PaintPreviewMarks(canvas, p);
-  PaintCube(canvas, CubeClient(client), viewCube, ShownAngles());
   PaintReadOuts(canvas, client);
   if (platform::FocusedId() == kViewToolpath) FrameArea(canvas, client, PenOf(kBrightAccent, 1));
 }

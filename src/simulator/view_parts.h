@@ -18,6 +18,7 @@ const platform::PointF* ProjectedPoints(const platform::Rect& client);
 // hold until the next call.
 struct PathSegments {
   const platform::Segment* feeds = nullptr;
+  const unsigned char* shades = nullptr;  // one for each feed (depth_shade.h); null: all are alike
   int feedCount = 0;
   const platform::Segment* rapids = nullptr;
   int rapidCount = 0;
@@ -26,6 +27,9 @@ PathSegments VisibleSegments(const platform::Rect& client);
 
 // The layer is on, or an example is shown: that is told by the colours of travel and cut.
 bool RapidsAreShown();
+
+// The cuts are coloured by their depth. An example is not: its colours tell travel from cut.
+bool ShadesAreShown();
 
 // Points of the shown path that are drawn: up to the head while that is in use.
 std::int32_t DrawnPoints();

@@ -36,7 +36,7 @@ constexpr double kNoSpan = 0.0001;  // display units
 constexpr double kEmptySpanInch = 4;
 constexpr double kEmptySpanMm = 100;
 
-bool gridSettingsRead = false;
+bool settingsRead = false;
 bool saveFailureTold = false;
 
 void Refresh() { platform::Repaint(kViewToolpath); }
@@ -210,25 +210,28 @@ double GridSpacing() {
   return spacing;
 }
 
-void LoadGridSettings() {
-  if (gridSettingsRead) return;
-  gridSettingsRead = true;
+void LoadViewSettings() {
+  if (settingsRead) return;
+  settingsRead = true;
   view.gridOn = ProfileReadInteger(kSection, u"Grid", 1) != 0;
   view.gridColour = ProfileReadInteger(kSection, u"GridColor", 0);
   if (view.gridColour < 0 || view.gridColour >= kGridColours) view.gridColour = 0;
   view.gridScale = ProfileReadInteger(kSection, u"GridScale", 0);
   if (view.gridScale < -kMostGridScale || view.gridScale > kMostGridScale) view.gridScale = 0;
+  ShadeByDepth(ProfileReadInteger(kSection, u"ShadeByDepth", 0) != 0);
 }
 
-void SaveGridSettings() {
+void SaveViewSettings() {
   platform::BeginProfileChange();
   platform::WriteProfile(kSection, u"Grid", view.gridOn ? u"1" : u"0");
   platform::WriteProfile(kSection, u"GridColor", IntegerText(view.gridColour));
   platform::WriteProfile(kSection, u"GridScale", IntegerText(view.gridScale));
+  platform::WriteProfile(kSection, u"ShadeByDepth", switches.shadeByDepth ? u"1" : u"0");
   platform::EndProfileChange([](bool saved) {
     if (saved || saveFailureTold) return;
     saveFailureTold = true;
-    ShowStatus(u"The settings file could not be written. Grid settings hold for this run only.");
+    ShowStatus(
+        u"The settings file could not be written. Settings of the view hold for this run only.");
   });
 }
 
@@ -259,7 +262,7 @@ void ShowViewMenu() {
 }
 
 void ShowGridMenu() {
-  LoadGridSettings();
+  LoadViewSettings();
   MenuRow rows[kGridColours + 4];
   for (int i = 0; i < kGridColours; ++i) {
     rows[i] = {.id = kIdGridColourFirst + i, .checked = view.gridColour == i};
@@ -269,18 +272,19 @@ void ShowGridMenu() {
   rows[kGridColours + 2] = {.id = kIdGridHalf};
   rows[kGridColours + 3] = {.id = kIdGridDouble};
   if (!TakeGridPick(ShowMenuAt(kIdViewGridMenu, rows))) return;
-  SaveGridSettings();
+  SaveViewSettings();
   Refresh();
 }
 
 void ToggleGrid() {
-  LoadGridSettings();
+  LoadViewSettings();
   view.gridOn = !view.gridOn;
-  SaveGridSettings();
+  SaveViewSettings();
   platform::Repaint(kViewToolpath);
 }
 
 void ShowLayersMenu() {
+  LoadViewSettings();
   // An example shows its travel and has nothing around it, whatever the layers say.
   const bool example = ExampleIsShown();
   const MenuRow rows[] = {
@@ -290,8 +294,12 @@ void ShowLayersMenu() {
       {.id = kIdLayerCutSurface, .enabled = ShownPath().stock.shown, .on = switches.showCutSurface},
       {.id = kIdLayerClean},
       {.id = kIdLayerSkimDepth, .enabled = HasLevels(), .on = switches.skimCurrentDepthOnly},
+      {},
+      {.id = kIdLayerDepthShade, .enabled = !example, .checked = switches.shadeByDepth},
   };
-  TakeLayerPick(ShowMenuAt(kIdViewLayers, rows));
+  const int pick = ShowMenuAt(kIdViewLayers, rows);
+  TakeLayerPick(pick);
+  if (pick == kIdLayerDepthShade) SaveViewSettings();
   Refresh();
 }
 
@@ -299,7 +307,7 @@ void ResetView() {
   StopCube(viewCube);
   for (const OwnedPath& owned : OwnedPaths()) owned.view = ViewState();
   viewCube = CubeOfThisView();
-  gridSettingsRead = false;
+  settingsRead = false;
   saveFailureTold = false;
   ResetViewMouse();
 }

@@ -31,6 +31,9 @@ void TakeLayerPick(int id) {
     case kIdLayerSkimDepth:
       switches.skimCurrentDepthOnly = !switches.skimCurrentDepthOnly;
       break;
+    case kIdLayerDepthShade:
+      ShadeByDepth(!switches.shadeByDepth);
+      break;
     default:
       break;
   }
@@ -51,6 +54,8 @@ void TogglePan() {
   switches.panMode = !switches.panMode;
   platform::Repaint(kViewToolpath);
 }
+
+void ShadeByDepth(bool on) { switches.shadeByDepth = on; }
 
 void ResetSwitches() { switches = ViewSwitches{}; }
 

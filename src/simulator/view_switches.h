@@ -9,6 +9,7 @@ struct ViewSwitches {
   bool showDrawingPaths = true;
   bool showCutSurface = true;
   bool skimCurrentDepthOnly = true;
+  bool shadeByDepth = false;  // kept in the settings
   bool showExtents = false;
   bool measureMode = false;
   bool panMode = false;
@@ -22,6 +23,7 @@ void TakeLayerPick(int id);
 void ToggleMeasure();
 void ToggleExtents();
 void TogglePan();
+void ShadeByDepth(bool on);
 void ResetSwitches();
 
 }  // namespace morva

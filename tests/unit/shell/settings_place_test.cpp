@@ -74,8 +74,9 @@ TEST_F(SettingsPlace, IsToldToBeNowhereWithoutAFolderForSettings) {
                           u" cannot be written. Settings that you change hold for this run only.");
   headless::Click(kIdViewGrid);
   headless::Advance(100);
-  EXPECT_EQ(Status(),
-            u"The settings file could not be written. Grid settings hold for this run only.");
+  EXPECT_EQ(
+      Status(),
+      u"The settings file could not be written. Settings of the view hold for this run only.");
   EXPECT_TRUE(std::filesystem::is_empty(home_ / "bin"));
 }
 
@@ -87,8 +88,9 @@ TEST_F(SettingsPlace, IsToldToBeNowhereWhereTheUsersFolderCannotBeWrittenEither)
             Path(kOwn) + u" cannot be written. Settings that you change hold for this run only.");
   headless::Click(kIdViewGrid);
   headless::Advance(100);
-  EXPECT_EQ(Status(),
-            u"The settings file could not be written. Grid settings hold for this run only.");
+  EXPECT_EQ(
+      Status(),
+      u"The settings file could not be written. Settings of the view hold for this run only.");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "simulator/motion_path.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
@@ -81,28 +83,28 @@ TEST_F(Grid, ReadsItsSettingsAtTheFirstDraw) {
 
 TEST_F(Grid, ReadsValuesOutOfRangeAsZero) {
   Settings("GridColor=9\r\nGridScale=7\r\n");
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_EQ(view.gridColour, 0);
   EXPECT_EQ(view.gridScale, 0);
   ResetView();
   Settings("GridColor=-1\r\nGridScale=-7\r\n");
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_EQ(view.gridColour, 0);
   EXPECT_EQ(view.gridScale, 0);
   ResetView();
   Settings("GridColor=5\r\nGridScale=6\r\n");
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_EQ(view.gridColour, 5);
   EXPECT_EQ(view.gridScale, 6);
 }
 
 TEST_F(Grid, IsOnWhenItsKeyHasNoDigits) {
   Settings("Grid=off\r\n");
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_TRUE(view.gridOn);
   ResetView();
   Settings("Grid=2\r\n");
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_TRUE(view.gridOn);
 }
 
@@ -146,9 +148,10 @@ TEST_F(Grid, KeepsEachPickInTheSettingsFile) {
   headless::QueuePick(kIdGridHalf);
   ShowGridMenu();
   EXPECT_EQ(view.gridScale, 1);
-  EXPECT_EQ(Raw("bin/MORVA.ini"), "[Simulator]\r\nGrid=1\r\nGridColor=4\r\nGridScale=1\r\n");
+  EXPECT_EQ(Raw("bin/MORVA.ini"),
+            "[Simulator]\r\nGrid=1\r\nGridColor=4\r\nGridScale=1\r\nShadeByDepth=0\r\n");
   ResetView();
-  LoadGridSettings();
+  LoadViewSettings();
   EXPECT_EQ(view.gridColour, 4);
   EXPECT_EQ(view.gridScale, 1);
   headless::QueuePick(kIdGridAutomatic);
@@ -161,7 +164,8 @@ TEST_F(Grid, TheSwitchHoldsOverARestart) {
   RegisterSimulatorCommands();
   RouteCommand(kIdViewGrid, 0);  // before any draw: the settings are read first
   EXPECT_FALSE(view.gridOn);
-  EXPECT_EQ(Raw("bin/MORVA.ini"), "[Simulator]\r\nGrid=0\r\nGridColor=4\r\nGridScale=-1\r\n");
+  EXPECT_EQ(Raw("bin/MORVA.ini"),
+            "[Simulator]\r\nGrid=0\r\nGridColor=4\r\nGridScale=-1\r\nShadeByDepth=0\r\n");
   ResetView();
   Paint();
   EXPECT_FALSE(view.gridOn);
@@ -225,14 +229,17 @@ TEST_F(Grid, ReachesOneSpacingBeyondTheBoundsOnThePlaneZ0) {
   const std::vector<double>& n = calls[0].numbers;
   ASSERT_EQ(n.size(), (11u + 7u) * 4 + 3);
   EXPECT_EQ(n[n.size() - 3], 1);
-  // 129 pixels a unit: X -0.5 lies at 77 - 64.5, Y -0.5 at 458 + 64.5, Y 2.5 at 200 - 64.5.
-  EXPECT_NEAR(n[0], 12.5, 1e-3);
+  // 129 pixels a unit: X -0.5 lies at 77 - 64.5, Y -0.5 at 458 + 64.5, Y 2.5 at 200 - 64.5. A level
+  // or upright line is drawn on the nearest pixel, where it is sharp.
+  EXPECT_NEAR(n[0], 12.5, 0.51);
+  EXPECT_EQ(n[0], std::floor(n[0]));
+  EXPECT_EQ(n[2], n[0]);
   EXPECT_NEAR(n[1], 522.5, 1e-3);
-  EXPECT_NEAR(n[2], 12.5, 1e-3);
   EXPECT_NEAR(n[3], 135.5, 1e-3);
   // The last line along X: from X -0.5 to X 4.5 at Y 2.5.
   EXPECT_NEAR(n[17 * 4 + 0], 12.5, 1e-3);
-  EXPECT_NEAR(n[17 * 4 + 1], 135.5, 1e-3);
+  EXPECT_NEAR(n[17 * 4 + 1], 135.5, 0.51);
+  EXPECT_EQ(n[17 * 4 + 1], std::floor(n[17 * 4 + 1]));
   EXPECT_NEAR(n[17 * 4 + 2], 657.5, 1e-3);
 }
 

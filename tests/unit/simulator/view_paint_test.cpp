@@ -494,7 +494,11 @@ TEST_F(ViewPaint, LayersMenuNamesWhatAPickWillDo) {
   const char16_t* turned[] = {u"Hide rapid moves",   u"Hide coverage overlap",
                               u"Show drawing paths", u"Show cut surface (approximate)",
                               u"Clean path view",    u"Skim: show current depth only"};
-  ASSERT_EQ(menus[0].items.size(), 6u);
+  // Behind a line, the row that is marked while it is on.
+  ASSERT_EQ(menus[0].items.size(), 8u);
+  EXPECT_EQ(menus[0].items[6].text, u"");
+  EXPECT_EQ(menus[0].items[7].text, u"Shade by depth");
+  EXPECT_FALSE(menus[0].items[7].checked);
   for (std::size_t i = 0; i < 6; ++i) {
     EXPECT_EQ(menus[0].items[i].text, atStart[i]);
     EXPECT_EQ(menus[1].items[i].text, turned[i]);
@@ -510,7 +514,8 @@ TEST_F(ViewPaint, LayersMenuTurnsOneSwitchAtATime) {
                       {kIdLayerOverlap, &ViewSwitches::showOverlap},
                       {kIdLayerDrawing, &ViewSwitches::showDrawingPaths},
                       {kIdLayerCutSurface, &ViewSwitches::showCutSurface},
-                      {kIdLayerSkimDepth, &ViewSwitches::skimCurrentDepthOnly}};
+                      {kIdLayerSkimDepth, &ViewSwitches::skimCurrentDepthOnly},
+                      {kIdLayerDepthShade, &ViewSwitches::shadeByDepth}};
   // A preview with stock, a cutter and levels has them all.
   PathPreview preview;
   preview.stock = {.shown = true, .maxX = 1, .maxY = 1, .bottom = -1};
