@@ -103,7 +103,8 @@ class NarrowBars : public AtDesk {
     const QRect view = Place(morva::kViewToolpath);
     EXPECT_GE(view.width(), 300);
     EXPECT_GE(view.height(), 200);
-    ExpectKeysInCells(kViewKeys, view.left());
+    constexpr int kIndent = 12;  // pixels
+    ExpectKeysInCells(kViewKeys, view.left() + kIndent);
     ExpectKeysInCells(kPlayKeys, view.left());
     EXPECT_FALSE(desk::WidgetOf(morva::kIdPlayPrevious)->isVisible());
     EXPECT_FALSE(desk::WidgetOf(morva::kIdPlayNext)->isVisible());

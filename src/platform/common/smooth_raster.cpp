@@ -589,36 +589,34 @@ void Transpose(std::uint64_t (&eights)[kBlock]) {
 #endif
 }
 
-// The coverage of a tile, row by row.
+// The coverage of eight rows of a tile.
 struct Covered {
-  alignas(32) std::uint8_t rows[kTile][kTile];
+  alignas(32) std::uint8_t rows[kBlock][kTile];
 };
 
 void GatherFlat(Covered& out, int left, int top) {
   const Plane& plane = coverage.columns;
   for (int x = 0; x < kTile; x += kBlock) {
-    for (int y = 0; y < kTile; y += kBlock) {
-      std::uint64_t eights[kBlock];
-      for (int i = 0; i < kBlock; ++i) {
-        eights[i] = LoadEight(plane.bytes.data() + At(plane, left + x + i, top + y));
-      }
-      Transpose(eights);
-      for (int i = 0; i < kBlock; ++i) std::memcpy(&out.rows[y + i][x], &eights[i], kBlock);
+    std::uint64_t eights[kBlock];
+    for (int i = 0; i < kBlock; ++i) {
+      eights[i] = LoadEight(plane.bytes.data() + At(plane, left + x + i, top));
     }
+    Transpose(eights);
+    for (int i = 0; i < kBlock; ++i) std::memcpy(&out.rows[i][x], &eights[i], kBlock);
   }
 }
 
-void GatherTile(Covered& out, int left, int top, unsigned touched) {
+void GatherRows(Covered& out, int left, int top, unsigned touched) {
   const Plane& plane = coverage.rows;
   if (touched & kByFlat) GatherFlat(out, left, top);
   if (!(touched & kBySteep)) return;
-  for (int y = 0; y < kTile; ++y) {
-    const std::uint8_t* const row = plane.bytes.data() + At(plane, top + y, left);
+  for (int i = 0; i < kBlock; ++i) {
+    const std::uint8_t* const row = plane.bytes.data() + At(plane, top + i, left);
     if (!(touched & kByFlat)) {
-      std::memcpy(out.rows[y], row, kTile);
+      std::memcpy(out.rows[i], row, kTile);
       continue;
     }
-    for (int x = 0; x < kTile; x += kManyLanes) Raise<kManyLanes>(&out.rows[y][x], row + x);
+    for (int x = 0; x < kTile; x += kManyLanes) Raise<kManyLanes>(&out.rows[i][x], row + x);
   }
 }
 
@@ -708,26 +706,27 @@ struct Sheet {
   std::uint32_t ink = 0;
 };
 
-void BlendTile(const Sheet& sheet, int left, int top, unsigned touched) {
+// Eight rows of a tile, or those that the picture has.
+void BlendRows(const Sheet& sheet, int left, int top, unsigned touched) {
   Covered covered;
-  GatherTile(covered, left, top, touched);
+  GatherRows(covered, left, top, touched);
   const int count = std::min(kTile, coverage.width - left);
-  const int bottom = std::min(top + kTile, coverage.height);
-  for (int y = top; y < bottom; ++y) {
-    std::uint32_t* const pixels = sheet.pixels + y * sheet.stride + left;
+  const int rows = std::min(kBlock, coverage.height - top);
+  for (int i = 0; i < rows; ++i) {
+    std::uint32_t* const pixels = sheet.pixels + (top + i) * sheet.stride + left;
     if (count == kTile) {
-      BlendRow(pixels, covered.rows[y - top], sheet.ink);
+      BlendRow(pixels, covered.rows[i], sheet.ink);
     } else {
-      BlendPixels(pixels, covered.rows[y - top], count, sheet.ink);
+      BlendPixels(pixels, covered.rows[i], count, sheet.ink);
     }
   }
 }
 
-void FillTile(const Sheet& sheet, int left, int top) {
-  const int right = std::min(left + kTile, coverage.width);
-  const int bottom = std::min(top + kTile, coverage.height);
-  for (int y = top; y < bottom; ++y) {
-    std::fill_n(sheet.pixels + y * sheet.stride + left, right - left, sheet.ink);
+void FillRows(const Sheet& sheet, int left, int top) {
+  const int count = std::min(kTile, coverage.width - left);
+  const int rows = std::min(kBlock, coverage.height - top);
+  for (int i = 0; i < rows; ++i) {
+    std::fill_n(sheet.pixels + (top + i) * sheet.stride + left, count, sheet.ink);
   }
 }
 
@@ -737,37 +736,33 @@ void ClearTile(Plane& plane, int major, int minor) {
   }
 }
 
-// Asks for the pixels of a tile before they are needed: it lies next in the row.
-void FetchTile(const Sheet& sheet, int left, int top) {
-#ifdef __GNUC__
-  if (left + kTile > coverage.width) return;
+// Eight rows across the picture at a time, so that its memory is gone through in few streams.
+void BlendRowOfTiles(const Sheet& sheet, int ty) {
+  const int top = (ty - 1) * kTile;
   const int bottom = std::min(top + kTile, coverage.height);
-  for (int y = top; y < bottom; ++y) {
-    const std::uint32_t* const row = sheet.pixels + y * sheet.stride + left;
-    __builtin_prefetch(row, 1);
-    __builtin_prefetch(row + kTile / 2, 1);
-  }
-#else
-  (void)sheet, (void)left, (void)top;
-#endif
-}
-
-void BlendTiles(const Sheet& sheet) {
-  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) {
+  for (int y = top; y < bottom; y += kBlock) {
     for (int tx = 1; tx <= TilesFor(coverage.width); ++tx) {
       const std::size_t number = TileNumber(tx, ty);
-      const Tile& tile = coverage.tiles[number];
-      if (tile.touched == 0) continue;
-      FetchTile(sheet, tx * kTile, (ty - 1) * kTile);
+      const unsigned touched = coverage.tiles[number].touched;
+      const int left = (tx - 1) * kTile;
+      if (touched == 0) continue;
+      if (coverage.covered[number]) {
+        FillRows(sheet, left, y);
+      } else {
+        BlendRows(sheet, left, y, touched);
+      }
+    }
+  }
+}
+
+void ClearTiles() {
+  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) {
+    for (int tx = 1; tx <= TilesFor(coverage.width); ++tx) {
+      const unsigned touched = coverage.tiles[TileNumber(tx, ty)].touched;
       const int left = (tx - 1) * kTile;
       const int top = (ty - 1) * kTile;
-      if (coverage.covered[number]) {
-        FillTile(sheet, left, top);
-      } else {
-        BlendTile(sheet, left, top, tile.touched);
-      }
-      if (tile.touched & kByFlat) ClearTile(coverage.columns, left, top);
-      if (tile.touched & kBySteep) ClearTile(coverage.rows, top, left);
+      if (touched & kByFlat) ClearTile(coverage.columns, left, top);
+      if (touched & kBySteep) ClearTile(coverage.rows, top, left);
     }
   }
 }
@@ -797,7 +792,8 @@ void BlendSegments(std::uint32_t* pixels, int stridePixels, int width, int heigh
   sheet.stride = stridePixels;
   sheet.pixels = pixels + area.top * sheet.stride + area.left;
   sheet.ink = 0xFF000000u | colour;
-  BlendTiles(sheet);
+  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) BlendRowOfTiles(sheet, ty);
+  ClearTiles();
 }
 
 }  // namespace platform
