@@ -216,6 +216,21 @@ TEST_F(FeatureOps, DeletesNothingFromAProgramThatCameUpBehindTheQuestion) {
   EXPECT_EQ(Text(), kTwo);
 }
 
+// The list follows 60 ms behind the switch: until then its row is one of the other program's.
+TEST_F(FeatureOps, DeletesNothingByTheRowOfTheProgramThatWasShownBefore) {
+  Load(kTwo);
+  Select(1);
+  SwitchTab(OpenTab(u"", kTwo, u"received"));
+  ASSERT_EQ(platform::SelectedRow(kIdFeatureList), 1);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text(), kTwo);
+  headless::Advance(100);
+  Select(1);
+  headless::Click(kIdFeatureDelete);
+  EXPECT_EQ(Text().find(u"Second"), std::u16string::npos);
+}
+
 TEST_F(FeatureOps, HidesNothingInAProgramThatCameUpBehindTheMenu) {
   Load(kTwo);
   Select(0);
@@ -253,6 +268,32 @@ TEST_F(FeatureOps, ReservesANewBlockBehindTheSelectedOne) {
             u"New user-code feature reserved here. Paste or type at the cursor.");
   headless::EditorInsert(kIdEditor, u"M8");
   EXPECT_NE(Text().find(u"(MORVA NAME User code)\r\nM8\r\n(MORVA END 3)"), std::u16string::npos);
+}
+
+// One block of code that leaves the file so many bytes to its limit.
+std::u16string ProgramWithRoomFor(std::size_t bytes) {
+  const std::u16string head = u"(MORVA TEXT 1)\r\n(MORVA NAME First)\r\n";
+  const std::u16string end = u"(MORVA END 1)";
+  const std::u16string line = u"(" + std::u16string(96, u'X') + u")\r\n";
+  const std::size_t most = kMaxReadBytes - bytes - end.size();
+  std::u16string text = head;
+  while (text.size() + line.size() <= most) text += line;
+  text.insert(head.size(), most - text.size(), u' ');
+  return text + end;
+}
+
+// A new block of two markers, a name and an empty line takes 61 bytes with the lines around it.
+TEST_F(FeatureOps, ReservesNoBlockThatTheProgramHasNoRoomFor) {
+  const std::u16string full = ProgramWithRoomFor(60);
+  Load(full);
+  Select(0);
+  headless::TakeBoxes();
+  headless::Click(kIdFeatureNew);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"larger than 33554432 bytes"), boxes[0].text.npos);
+  EXPECT_TRUE(Text() == full);
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
 }
 
 TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {

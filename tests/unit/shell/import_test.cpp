@@ -456,6 +456,30 @@ TEST_F(Import, TakesTheTargetsUnitsAtThePlace) {
   EXPECT_EQ(Status(), kDone);
 }
 
+// The caret that the user code was to be split at has left it while the second question stood open.
+TEST_F(Import, TellsThatNothingWentInWhereTheSplitIsGone) {
+  const std::u16string inch = Block(4, u"Own", u"G20\r\nG0 X1\r\nM30");
+  TwoPrograms(Block(1, u"Face", u"G21 X7"), inch);
+  const auto behind = static_cast<std::int32_t>(inch.find(u"G0 X1"));
+  const int caret = MapTextOffset(Text(), behind);
+  headless::EditorSelect(kIdEditor, caret, caret);
+  OpenPanel();
+  headless::TakeBoxes();
+  headless::WhileOpen([] {
+    headless::WhileOpen([] {
+      const int end = platform::EditorLength(kIdEditor);
+      platform::SetEditorSelection(kIdEditor, {end, end});
+    });
+  });
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kRun);
+  EXPECT_EQ(headless::TakeBoxes().size(), 2u);
+  EXPECT_EQ(Status(), u"Not inserted: the caret stands in no user code any more. Press again.");
+  EXPECT_EQ(Text(), inch);
+  EXPECT_TRUE(IsImportOpen());
+}
+
 // A receive may end while the question stands open and bring another program up.
 TEST_F(Import, GoesIntoNoProgramThatCameUpBehindTheQuestion) {
   TwoPrograms(Block(1, u"Face", u"G21 X1"), Block(4, u"Own", u"G20"));
