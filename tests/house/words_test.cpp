@@ -88,6 +88,51 @@ TEST(Strings, AreFoundWithTheirPiecesAndEscapes) {
   EXPECT_EQ(found, (std::vector<std::string>{"one two", "th\u00B0ree", "a\"b"}));
 }
 
+// The texts between quotes in the rows of a page's tables, without what stands for anything.
+std::vector<std::string> QuotesInTables(const std::string& page) {
+  std::vector<std::string> quotes;
+  for (const std::string& line : Lines(page)) {
+    if (!line.starts_with("| ")) continue;
+    for (std::size_t from = line.find('"'); from != std::string::npos;) {
+      const std::size_t end = line.find('"', from + 1);
+      if (end == std::string::npos) break;
+      std::string_view rest = std::string_view(line).substr(from + 1, end - from - 1);
+      while (!rest.empty()) {
+        const std::size_t dots = std::min(rest.find("..."), rest.size());
+        std::string_view piece = rest.substr(0, dots);
+        while (piece.starts_with(' ')) piece.remove_prefix(1);
+        while (piece.ends_with(' ')) piece.remove_suffix(1);
+        if (!piece.empty() && piece != ".") quotes.emplace_back(piece);
+        rest.remove_prefix(std::min(dots + 3, rest.size()));
+      }
+      from = line.find('"', end + 1);
+    }
+  }
+  return quotes;
+}
+
+TEST(Pages, HaveTheirQuotesFound) {
+  EXPECT_EQ(
+      QuotesInTables("no \"a\"\n| \"It ... is ...\" | also \"that.\" |\n| \"...\" | \"open |"),
+      (std::vector<std::string>{"It", "is", "that."}));
+}
+
+// Users look for the words that they see. What a page quotes in a table, the program says.
+TEST(Pages, QuoteInTablesWhatTheProgramSays) {
+  std::string said;
+  for (const fs::path& path : SourcesBelow(kSource / "src")) {
+    for (const std::string& text : StringsOf(ReadText(path))) said += text + "\n";
+  }
+  std::size_t found = 0;
+  for (const char* page : {"guide.md", "limits.md", "first_connection.md"}) {
+    for (const std::string& quote : QuotesInTables(ReadText(kSource / "docs" / page))) {
+      EXPECT_NE(said.find(quote), std::string::npos) << page << " quotes \"" << quote << "\"";
+      ++found;
+    }
+  }
+  EXPECT_GT(found, 50u);
+}
+
 using Places = std::map<std::string, std::vector<std::string>>;  // of a text, by source
 
 // The strings of all sources that `counts` takes. The table of codes names several codes alike.
