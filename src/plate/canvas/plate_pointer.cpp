@@ -233,6 +233,8 @@ void StorePlateLabel(int place, double shiftX, double shiftY) {
   SetDimensionLabel(place, shiftX, shiftY);
   platform::Repaint(kViewPlatePicture);
   if (SavePlateSettings(record)) return PlateEdited();
+  // It must not keep the rest of the plate from being saved.
+  SetLabelExpendable(place);
   SayOnPlate(u"Dimension layout could not be saved: plate metadata is full.");
 }
 

@@ -170,7 +170,7 @@ double CornerRadius(const PlateNumbers& numbers) {
 
 OutlineStretch StretchOf(const PlateNumbers& numbers, const SavedShape& outline) {
   Extents box;
-  if (!CutExtents(outline, box)) return {};
+  if (!ObjectExtents(outline.objects, outline.count, box)) return {};
   return {(box.minX + box.maxX) / 2, (box.minY + box.maxY) / 2,
           Stretch(numbers.length, WidthOf(box)), Stretch(numbers.width, HeightOf(box))};
 }

@@ -59,8 +59,8 @@ int FeatureOutline(const PlateNumbers& numbers, const SketchObject& object, plat
 platform::PointF PlateHalves(const PlateNumbers& numbers);
 // The corner radius of a rectangle, held to half of the shorter side.
 double CornerRadius(const PlateNumbers& numbers);
-// A custom outline is stretched so that what it cuts is as long and as wide as the plate, about the
-// plate's centre.
+// A custom outline is stretched so that the shape is as long and as wide as the plate, about the
+// plate's centre. Its work points and axes count, as in every measure of a shape.
 struct OutlineStretch {
   double middleX = 0, middleY = 0;  // of the outline, inches
   double scaleX = 0, scaleY = 0;    // the plate's units for an inch; 0 where it has no extent

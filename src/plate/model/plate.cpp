@@ -228,6 +228,14 @@ void SetFeatureDepth(int k, double depth) {
   Changed();
 }
 
+void SetLabelExpendable(int label) {
+  if (label >= 0 && label < kMaxPlateLabels) plate.dimensionLabels[label].expendable = true;
+}
+
+void KeepAllLabels() {
+  for (PlateLabel& label : plate.dimensionLabels) label.expendable = false;
+}
+
 bool SetDimensionLabel(int label, double x, double y) {
   if (label < 0 || label >= kMaxPlateLabels) return false;
   plate.dimensionLabels[label] = {x, y, true};

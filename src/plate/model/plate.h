@@ -82,6 +82,7 @@ struct PlateLabel {
   double x = 0;
   double y = 0;
   bool set = false;
+  bool expendable = false;  // moved when no record had room: one is made without it at need
 };
 // Kept for what other programs store there; the third and fourth are 0 or above.
 inline constexpr int kSectionNumbers = 5;
@@ -161,6 +162,10 @@ void SetFeatureFlag(int k, FeatureFlag flag, bool on);
 // The centre in inches.
 void PlaceFeature(int k, double x, double y);
 void SetFeatureDepth(int k, double depth);
+// The label stays in memory where a record has no room for it; another number changes nothing.
+void SetLabelExpendable(int label);
+// Every label belongs to what is stored from now on.
+void KeepAllLabels();
 // False: there is no such label, and nothing changed.
 bool SetDimensionLabel(int label, double x, double y);
 bool SetSectionLabel(int section, const std::int32_t (&numbers)[kSectionNumbers]);

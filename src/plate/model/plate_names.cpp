@@ -1,5 +1,8 @@
 #include "plate/model/plate_names.h"
 
+#include <cstdint>
+
+#include "app/app_state.h"
 #include "documents/tab_table.h"
 #include "library/shapes.h"
 #include "plate/model/plate.h"
@@ -11,16 +14,18 @@ namespace {
 
 bool IsBlank(char16_t c) { return c <= u' ' || c == 0x7F; }
 
-bool IsNameOfOtherDrawing(std::u16string_view name) {
-  const ProgramTab* tab = ActiveTab();
-  const PlateStore* store = tab ? tab->plateStore : nullptr;
+constexpr std::uint32_t kNoDrawing = kMaxPlates;
+
+// A drawing of this program but for `except` has the name.
+bool IsNameIn(const ProgramTab& tab, std::uint32_t except, std::u16string_view name) {
+  const PlateStore* store = tab.plateStore;
   for (std::uint32_t i = 0; store && i < store->count; ++i) {
-    if (i != store->active && SameFolded(store->names[i], name)) return true;
+    if (i != except && SameFolded(store->names[i], name)) return true;
   }
   return false;
 }
 
-// Another shape of the library, or another plate of the program, has this name.
+// Another shape of the library, or another plate, has this name.
 bool IsTaken(std::u16string_view name) {
   const bool saved = plate.savedShapeIndex >= 0;
   for (int i = 0; i < shapeLibrary.count; ++i) {
@@ -32,6 +37,15 @@ bool IsTaken(std::u16string_view name) {
 }
 
 }  // namespace
+
+bool IsNameOfOtherDrawing(std::u16string_view name) {
+  if (name.empty()) return false;
+  for (int i = 0; i < app.tabCount; ++i) {
+    const bool live = &tabs[i] == ActiveTab() && tabs[i].plateStore;
+    if (IsNameIn(tabs[i], live ? tabs[i].plateStore->active : kNoDrawing, name)) return true;
+  }
+  return false;
+}
 
 bool PlateLacksName() { return plate.unnamed || plate.name[0] == 0; }
 

@@ -18,19 +18,23 @@ inline constexpr char16_t kPlateNameTitle[] = u"Plate name";  // of that box, an
 // The plate has no name, or one that is not known any more.
 bool PlateLacksName();
 
+// Another plate of an open program has this name, whatever the case of its letters. Two would be
+// saved over each other.
+bool IsNameOfOtherDrawing(std::u16string_view name);
+
 // Without blanks and control characters at both ends, as the library keeps it.
 std::u16string CleanPlateName(std::u16string_view typed);
 
 enum class Naming {
   Named,  // the plate has the name
   Empty,  // nothing is left of what was typed, and nothing changed
-  Taken,  // another saved shape, or another plate of the program, has it, whatever the case of its
-          // letters; nothing changed
+  Taken,  // another saved shape, or another plate of an open program, has it, whatever the case of
+          // its letters; nothing changed
 };
 // Names the live plate.
 Naming GivePlateName(std::u16string_view typed);
 // The saved shape that may be the live plate's own, as it bears the name that was typed and the
-// plate's name is not known any more; -1: none, or another plate of the program has that name.
+// plate's name is not known any more; -1: none, or another plate has that name.
 int LostShapeNamed(std::u16string_view typed);
 // It is: the plate has its name from now on, and is saved in its place.
 void TakeLostShape(int libraryIndex);

@@ -1,5 +1,6 @@
 #include "plate/model/plate_record.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <new>
@@ -48,6 +49,7 @@ bool IsStored(const SketchObject& object) {
 struct ItemList {
   FeatureItem* items = nullptr;  // null: they are only counted
   int count = 0;
+  int expendable = kMaxPlateLabels;  // of the labels that may be left out so many are not
 };
 
 void Add(ItemList& list, const FeatureItem& item) {
@@ -92,6 +94,7 @@ void AddSection(ItemList& list, const PlateSectionLabel& label, std::int32_t tag
 }
 
 void AddDimension(ItemList& list, const PlateLabel& label, std::int32_t tag) {
+  if (label.set && label.expendable && list.expendable-- <= 0) return;
   if (label.set) Add(list, {kPlaceType, tag, label.x, label.y, 0, 0, 0});
 }
 
@@ -119,6 +122,14 @@ void AddItems(ItemList& list, const PlateRecord& record) {
   for (int k = 0; k < kMaxPlateFeatures; ++k) {
     AddPlace(list, record.features[k], kFirstPlaceTag + k);
   }
+}
+
+// How many labels that may be left out fit behind all else.
+int RoomForLabels(const PlateRecord& record) {
+  ItemList list;
+  list.expendable = 0;
+  AddItems(list, record);
+  return std::max(kMaxItems - list.count, 0);
 }
 
 void PutHead(FeatureSettings& record, const PlateRecord& from) {
@@ -244,7 +255,7 @@ int PlateItemsOutOfUse(const PlateRecord& record, int features) {
 bool SavePlateSettings(FeatureSettings& record) {
   static FeatureSettings made;
   PutHead(made, plate);
-  ItemList list{made.items, 0};
+  ItemList list{made.items, 0, RoomForLabels(plate)};
   AddItems(list, plate);
   if (list.count > kMaxItems) return false;
   made.itemCount = list.count;

@@ -19,8 +19,8 @@ int PlateItemsOutOfUse(const PlateRecord& plate, int features);
 inline constexpr char16_t kPlateFull[] =
     u"Plate metadata capacity exceeded; reduce custom feature complexity.";
 
-// The live plate as a record. False: it takes more items than a record holds, or a number that a
-// record cannot hold, and `record` is unchanged.
+// The live plate as a record, without labels that may be left out and find no room. False: it takes
+// more items than a record holds, or a number that a record cannot hold, and `record` is unchanged.
 bool SavePlateSettings(FeatureSettings& record);
 // The live plate from a record: its numbers as texts with 6 decimals, no name, nothing pending. An
 // outline that the library lacks is added to it, where there is room, as "Recovered project

@@ -192,8 +192,17 @@ void BringUp(ProgramTab& tab, int drawing) {
   SetEditLink(link);
 }
 
-// A live plate that stands in no block stays in its drawing, and a free one comes up. False: there
-// is none, and the user wants to keep the plate.
+// Another drawing that holds the plate of the block already, -1 for none.
+int DrawingHolding(const ProgramTab& tab, const FeatureSettings& record) {
+  const PlateStore& store = *tab.plateStore;
+  for (std::uint32_t i = 0; i < store.count; ++i) {
+    if (i != store.active && SamePlate(store.plates[i], record)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+// The drawing of the plate itself comes up. A live plate that stands in no block stays in its
+// drawing, and a free one comes up. False: there is none, and the user wants to keep the plate.
 bool MakeRoom(const FeatureSettings& record) {
   static FeatureSettings live;
   ProgramTab* tab = ProvidePlates();
@@ -201,6 +210,10 @@ bool MakeRoom(const FeatureSettings& record) {
   const bool stored = SavePlateSettings(live);
   if (stored && SamePlate(live, record)) return true;
   ScanProgram();
+  if (const int own = DrawingHolding(*tab, record); stored && own >= 0) {
+    BringUp(*tab, own);
+    return true;
+  }
   if (stored && MayGiveWay(live)) return true;
   const int free = stored ? FreeDrawing(*tab) : -1;
   if (free < 0) return MayReplace();

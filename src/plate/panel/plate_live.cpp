@@ -11,6 +11,7 @@
 #include "plate/canvas/plate_view.h"
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
+#include "plate/model/plate_record.h"
 #include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_fields.h"
@@ -66,11 +67,15 @@ BoxAnswer AskForName() {
 
 // What cannot be saved must not lock the user in.
 bool MayLeaveUnsaved() {
+  static FeatureSettings record;
+  const char16_t* words =
+      SavePlateSettings(record)
+          ? u"The plate could not be saved as a reusable shape. Its program keeps it all the same. "
+            u"Leave it as it is?"
+          : u"The plate takes more than the file of its program can hold of one. It stays until "
+            u"MORVA is closed. Leave it as it is?";
   const BoxAnswer answer = platform::ShowBox(
-      u"Save plate shape",
-      u"The plate could not be saved as a reusable shape. Its program keeps it all the same. Leave "
-      u"it as it is?",
-      platform::BoxButtons::NoYes, platform::BoxIcon::Warning);
+      u"Save plate shape", words, platform::BoxButtons::NoYes, platform::BoxIcon::Warning);
   return answer == BoxAnswer::Yes;
 }
 

@@ -9,7 +9,15 @@
 #include "documents/edit_link.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
+#include "plate/canvas/plate_pointer.h"
+#include "plate/canvas/plate_view.h"
+#include "plate/geometry/plate_layout.h"
+#include "plate/model/plate.h"
+#include "plate/model/plate_names.h"
 #include "plate/tools/plate_drawings.h"
+#include "plate/tools/plate_editor.h"
+#include "plate/tools/plate_fields.h"
+#include "plate/tools/plate_saving.h"
 #include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
@@ -20,21 +28,37 @@ namespace morva {
 
 namespace {
 
-// The block that a builder has open belongs to the plate that goes.
+// A plate with half a number stays up: its text would be lost. The user is told.
+bool MayGo() {
+  int refused = -1;
+  if (PlateTextsRead(plate, refused)) return true;
+  SayOnPlate(HalfNumberWords(refused, u"; until then this plate stays up"));
+  if (refused < kPlateFormValues) platform::SetFocusTo(FieldOfPlateValue(refused));
+  return false;
+}
+
+// The block that a builder has open, and the editor, belong to the plate that goes.
 void Switch(ProgramTab& tab, std::uint32_t index) {
+  DropPlateDrag();
   if (!SwitchPlateDrawing(tab, index)) return;
   DropEditLink();
+  ClosePlateEditor();
+  ResetPlateView();
+  ShowPlateFields();
   Call(hooks.layout);
+  if (PlateLacksName()) OpenPlateNaming(false);
 }
 
 void OnTab(int id, int) {
-  if (ProgramTab* tab = ProvidePlates())
-    Switch(*tab, static_cast<std::uint32_t>(id - kIdPlateTabFirst));
+  ProgramTab* tab = ProvidePlates();
+  if (!tab || !MayGo()) return;
+  Switch(*tab, static_cast<std::uint32_t>(id - kIdPlateTabFirst));
 }
 
 void OnAdd(int, int) {
   ProgramTab* tab = ProvidePlates();
-  if (!tab) return;
+  // Nothing is added where the plate that is shown cannot go.
+  if (!tab || !MayGo() || !SaveLivePlate()) return;
   const int index = AddPlateDrawing(*tab);
   if (index < 0) {
     platform::ShowBox(kPlatesFullTitle, kPlatesFull, platform::BoxButtons::Ok,

@@ -1,6 +1,7 @@
 #include "plate/panel/plate_workspace.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "app/command_ids.h"
@@ -64,9 +65,10 @@ constexpr char16_t kHelpLine[] =
     u"\u00D7 Count Y and Pattern Dia is used.";
 
 bool made = false;
-bool stale = false;    // fields, list and keys lag behind the plate
-int shownPage = 0;     // of the plate's form
-int shownTarget = -1;  // that the list of features marks
+bool stale = false;              // fields, list and keys lag behind the plate
+int shownPage = 0;               // of the plate's form
+int shownTarget = -1;            // that the list of features marks
+std::uint32_t shownChanges = 0;  // of the plate, that the editor follows
 
 void MakeKey(int id) { MakeCommandKey(id, kViewPlate, FontRole::Body, false); }
 
@@ -213,6 +215,8 @@ void HidePlateWorkspace() {
 void RefreshPlateWorkspace() {
   if (!made || PlateDragRuns() || (!stale && shownTarget == plateEditor.target)) return;
   stale = false;
+  if (shownChanges != plate.changes) FollowPlateInEditor();
+  shownChanges = plate.changes;
   shownTarget = plateEditor.target;
   ShowPlateFields();
   ShowPlateList();

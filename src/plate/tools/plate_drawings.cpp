@@ -14,6 +14,7 @@
 #include "library/units.h"
 #include "plate/geometry/plate_layout.h"
 #include "plate/model/plate.h"
+#include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
 #include "plate/tools/plate_saving.h"
 #include "text/codetext.h"
@@ -102,7 +103,7 @@ bool TakeWaiting(const FeatureSettings* record) {
 }
 
 // A record tells that the plate has a name, and not which. The set of this run knows it; behind a
-// restart the library does.
+// restart the library does, unless that shape is another plate's already.
 void FindName() {
   const ProgramTab* tab = ActiveTab();
   if (plate.unnamed) return;
@@ -113,7 +114,8 @@ void FindName() {
     return;
   }
   const int index = FindPlateShape();
-  if (index >= 0) TakePlateName(shapeLibrary.shapes[index].name, false, index);
+  if (index < 0 || IsNameOfOtherDrawing(shapeLibrary.shapes[index].name)) return;
+  TakePlateName(shapeLibrary.shapes[index].name, false, index);
 }
 
 }  // namespace
@@ -122,6 +124,7 @@ bool StoreLivePlate(FeatureSettings& record) {
   if (SavePlateSettings(record)) {
     if (Waiting* row = WaitingOf(ActiveSerial()); row && row->plate) DropWaiting(*row);
     NoteLeftOut(false);
+    if (PlateItems(plate) <= kMaxItems) KeepAllLabels();
     return true;
   }
   LetWait();

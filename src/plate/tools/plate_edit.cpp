@@ -213,7 +213,7 @@ bool ChooseCustomShape(FeatureForm& form, int libraryIndex, const PlateRecord& r
 }
 
 bool ApplyFeature(int k, const FeatureForm& form) {
-  if (k < 0 || k >= kMaxPlateFeatures) return false;
+  if (k < 0 || k >= FeatureCount(NumbersOf(plate))) return false;
   PlateFeature feature = plate.features[k];
   if (feature.locked || feature.deleted) return false;
   FeatureKindRow former = FeatureKindRow::Circle;
@@ -244,6 +244,8 @@ bool ApplySection(int section, std::u16string_view text) {
   double number = 0;
   if (section < 0 || section >= kPlateFormValues || !ReadBelow(text, number)) return false;
   if (number == 0 && section != kPlateEdgeRadius) return false;
+  // What stands as it was shown keeps all of its decimals.
+  if (text == plate.values[section].text) return true;
   SetPlateNumber(section, number, kShownDecimals);
   return true;
 }

@@ -35,7 +35,8 @@ FeatureForm ShowFeature(const PlateRecord& record, int k);
 // Puts a shape of the library into the editor, in its own size. False: there is none, or it cuts
 // nothing of a width and a height.
 bool ChooseCustomShape(FeatureForm& form, int libraryIndex, const PlateRecord& record);
-// Apply. False: the box says kCheckPlateWords, and nothing changed; so also for a locked one.
+// Apply. False: the box says kCheckPlateWords, and nothing changed; so also for a locked one, and
+// for one that the layout has not.
 bool ApplyFeature(int k, const FeatureForm& form);
 // One number of the form, 0 to 12, with 4 decimals. False: as above.
 bool ApplySection(int section, std::u16string_view text);

@@ -59,35 +59,67 @@ void EnableFields() {
   platform::SetEnabled(kIdPlateSaved, free && plateEditor.kind == kCustomRow);
 }
 
-void ShowFeatureFields(int k) {
-  const FeatureForm form = ShowFeature(plate, k);
+enum class Renew : bool { All, Untouched };
+
+// What the editor shows, by itself, of the plate as it is.
+struct Shown {
+  FeatureForm feature;
+  std::u16string section, thickness, depth, name;
+};
+Shown shown;  // when it was shown last
+
+// A text that is not the one that was shown is the user's.
+void ShowText(int id, std::u16string& former, const std::u16string& text, Renew renew) {
+  if (renew == Renew::All || platform::TextOf(id) == former) platform::SetText(id, text);
+  former = text;
+}
+
+void ShowKind(const FeatureForm& form, Renew renew) {
+  const int former = static_cast<int>(shown.feature.kind);
+  const bool own = plateEditor.kind != former || plateEditor.customShape >= 0;
+  shown.feature.kind = form.kind;
+  if (renew == Renew::Untouched && own) return;
   plateEditor.kind = static_cast<int>(form.kind);
-  plateEditor.through = form.through;
   plateEditor.customShape = -1;
-  platform::SetText(kIdPlateHead, u"Edit feature " + IntegerText(k + 1));
   platform::SelectRow(kIdPlateKind, plateEditor.kind);
-  for (const TextField& field : kTexts) platform::SetText(field.id, form.*field.text);
-  ShowWords(kIdPlateThrough, form.through);
-  EnableFields();
+}
+
+void ShowThrough(const FeatureForm& form, Renew renew) {
+  const bool own = plateEditor.through != shown.feature.through;
+  shown.feature.through = form.through;
+  if (renew == Renew::All || !own) plateEditor.through = form.through;
+  ShowWords(kIdPlateThrough, plateEditor.through);
 }
 
 std::u16string LengthText(double length) { return FixedText(length, kEditDecimals); }
 
-void ShowTexts() {
+void ShowFeatureFields(int k, Renew renew) {
+  const FeatureForm form = ShowFeature(plate, k);
+  platform::SetText(kIdPlateHead, u"Edit feature " + IntegerText(k + 1));
+  ShowKind(form, renew);
+  ShowThrough(form, renew);
+  for (const TextField& field : kTexts)
+    ShowText(field.id, shown.feature.*field.text, form.*field.text, renew);
+  // What is to go through is as deep as the plate is thick.
+  if (plateEditor.through) platform::SetText(kIdPlateDepth, LengthText(NumbersOf(plate).thickness));
+  EnableFields();
+}
+
+void ShowTexts(Renew renew) {
   const PlateNumbers numbers = NumbersOf(plate);
   switch (plateEditor.page) {
     case PlatePage::Feature:
-      return ShowFeatureFields(CurrentFeature());
+      return ShowFeatureFields(CurrentFeature(), renew);
     case PlatePage::Section:
       platform::SetText(kIdPlateHead, PlateSectionWords(plateEditor.target));
-      return platform::SetText(kIdPlateSection, plate.values[plateEditor.target].text);
+      return ShowText(kIdPlateSection, shown.section, plate.values[plateEditor.target].text, renew);
     case PlatePage::Depth:
       platform::SetText(kIdPlateHead, PlateSectionWords(kDepthSection));
-      platform::SetText(kIdPlateThickness, LengthText(numbers.thickness));
-      return platform::SetText(kIdPlateCutDepth, LengthText(-numbers.depth));
+      ShowText(kIdPlateThickness, shown.thickness, LengthText(numbers.thickness), renew);
+      return ShowText(kIdPlateCutDepth, shown.depth, LengthText(-numbers.depth), renew);
     case PlatePage::Name:
       platform::SetText(kIdPlateHead, kNameThisPlate);
-      return platform::SetText(kIdPlateName, plate.name);
+      return ShowText(kIdPlateName, shown.name, plate.name, renew);
     case PlatePage::Nothing:
       break;
   }
@@ -123,7 +155,7 @@ void FocusEditor() {
 
 void BringUp(PlatePage page, int target, Keyboard keyboard) {
   plateEditor = {.page = page, .target = target};
-  ShowTexts();
+  ShowTexts(Renew::All);
   LayEditorOut();
   platform::Repaint(kViewPlatePicture);
   if (keyboard == Keyboard::ToEditor) FocusEditor();
@@ -151,7 +183,7 @@ FeatureForm TypedFeature() {
 // What was applied is shown as the plate holds it.
 void ApplyFeatureFields() {
   if (!ApplyFeature(CurrentFeature(), TypedFeature())) return RefuseEdit();
-  ShowTexts();
+  ShowTexts(Renew::All);
   PlateEdited();
 }
 
@@ -345,7 +377,12 @@ void ClosePlateEditor() { BringUp(PlatePage::Nothing, -1, Keyboard::Stays); }
 
 void ShowPlateEditor() {
   if (CurrentFeature() >= 0 && !IsThere(CurrentFeature())) return ClosePlateEditor();
-  ShowTexts();
+  ShowTexts(Renew::All);
+}
+
+void FollowPlateInEditor() {
+  if (CurrentFeature() >= 0 && !IsThere(CurrentFeature())) return ClosePlateEditor();
+  ShowTexts(Renew::Untouched);
 }
 
 void PlacePlateEditor(const platform::Rect& area) {
@@ -368,6 +405,7 @@ void RegisterPlateEditor() {
 void ResetPlateEditor() {
   plateEditor = PlateEditor();
   editorPlace = {};
+  shown = {};
 }
 
 }  // namespace morva

@@ -21,6 +21,9 @@ void OpenPlateNaming(bool creating);
 void ClosePlateEditor();
 // The editor's texts anew from the plate; what was typed is lost.
 void ShowPlateEditor();
+// The plate changed beside the editor: texts that the user has not touched are shown anew, and the
+// editor of a feature that is gone goes.
+void FollowPlateInEditor();
 // In pixels of the workspace; the editor lies there from now on.
 void PlacePlateEditor(const platform::Rect& area);
 

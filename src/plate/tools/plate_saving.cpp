@@ -181,9 +181,7 @@ void TellSaved(bool saved) {
   if (!SavePlateSettings(record)) return SayOnPlate(kPlateFull);
   int refused = -1;
   if (!PlateTextsRead(plate, refused)) {
-    return SayOnPlate(std::u16string(PlateSectionWords(refused)) +
-                      u" holds no usable number, so that the plate was saved with the last one. "
-                      u"Write 0.75, not 0,75.");
+    return SayOnPlate(HalfNumberWords(refused, u", so that the plate was saved with the last one"));
   }
   SayOnPlate(u"Named plate shape saved. Further completed edits save automatically.");
 }
@@ -266,6 +264,13 @@ PlateSave SaveNamedPlate() {
   SaveShapeLibrary(TellSaved);
   RefreshShapeLists();
   return RefreshPlateMetadataFile() || !app.dataDirReady ? PlateSave::Done : PlateSave::NoRecord;
+}
+
+std::u16string HalfNumberWords(int value, std::u16string_view meaning) {
+  std::u16string words = PlateSectionWords(value);
+  words += u" holds no usable number";
+  words += meaning;
+  return words + u". Write 0.75, not 0,75.";
 }
 
 void SavePendingShape() {

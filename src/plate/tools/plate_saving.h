@@ -1,6 +1,9 @@
 // A named plate as a shape of the library, with the file beside it that holds its record.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "plate/model/plate.h"
 
 namespace morva {
@@ -25,6 +28,8 @@ PlateSave BuildPlateShape(const PlateRecord& record, SavedShape& shape);
 PlateSave SaveNamedPlate();
 // The same for a plate with a name that was changed since, before another plate comes up.
 void SavePendingShape();
+// A field of the form holds no usable number, and what that means: goes on behind "number".
+std::u16string HalfNumberWords(int value, std::u16string_view meaning);
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();

@@ -301,15 +301,16 @@ TEST_F(PlatePrint, ShowsACustomOutlineStretchedToThePlate) {
   outline.count = 3;
   outline.objects[0] = {kTypeLine, 0, 1, 1, 2, 0, 0};   // from (1, 1) to (3, 1)
   outline.objects[1] = {kTypeLine, 0, 3, 1, 1, 0, 90};  // to (3, 2)
-  outline.objects[2] = {kTypeWorkPoint, 0, 40, 40, 0, 0, 0};
+  // Not printed, but the shape is 4 long with it, and 6 / 4 is 1.5 times that.
+  outline.objects[2] = {kTypeWorkPoint, 0, 5, 1.5, 0, 0, 0};
   TakePlateOutline(outline, -1);
   SetPlateShape(PlateShape::Custom);
   const std::vector<DrawCall> lines = CallsOf(Printed(), "PaintPolyline");
   ASSERT_EQ(lines.size(), 2u);
   const std::vector<PointF> below = PointsOf(lines[0]);
   ExpectAt(below[0], 375, 2250, 1e-3);
-  ExpectAt(below[1], 2175, 2250, 1e-3);
-  ExpectAt(PointsOf(lines[1])[1], 2175, 1050, 1e-3);
+  ExpectAt(below[1], 1275, 2250, 1e-3);
+  ExpectAt(PointsOf(lines[1])[1], 1275, 1050, 1e-3);
 }
 
 TEST_F(PlatePrint, MarksItsCentreAndTheMiddlesOfItsSides) {
