@@ -81,6 +81,17 @@ void CancelSurfaceInput() {
   for (int i = 0; i < fill.count; ++i) Call(table[i].cancelInput);
 }
 
+void StoreWhatIsOwed() {
+  for (int i = 0; i < fill.count; ++i) Call(table[i].storeOwed);
+}
+
+bool MayCloseSurfaces() {
+  for (int i = 0; i < fill.count; ++i) {
+    if (table[i].mayClose && !table[i].mayClose()) return false;
+  }
+  return true;
+}
+
 void TellPointerOver(int id) {
   for (int i = 0; i < fill.count; ++i) Call(table[i].pointerOver, id);
 }

@@ -58,7 +58,9 @@ struct Surface {
   void (*storePending)() = nullptr;  // an autosave begins, maybe of other programs alone
 
   // Whichever surface is up.
-  void (*cancelInput)() = nullptr;        // the program changes: no box floats, no pick waits
+  void (*cancelInput)() = nullptr;  // the program changes: no box floats, no pick waits
+  void (*storeOwed)() = nullptr;    // an autosave begins: what could not be written goes first
+  bool (*mayClose)() = nullptr;     // MORVA closes, all saves are done; false keeps it open
   void (*pointerOver)(int id) = nullptr;  // every 150 ms; 0 for nothing of ours
 };
 
@@ -83,6 +85,9 @@ void SettleSurface();
 void TellSurfaceLogged(std::u16string_view text);
 // To every surface.
 void CancelSurfaceInput();
+void StoreWhatIsOwed();
+// Asks one surface after the other; false: one of them keeps MORVA open.
+bool MayCloseSurfaces();
 void TellPointerOver(int id);
 
 }  // namespace morva

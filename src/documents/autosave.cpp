@@ -96,6 +96,7 @@ void RunAutosave() {
   platform::StopTimer(platform::kMainWindow, kTimerAutosave);
   if (!app.dataDirReady || running) return;
   running = true;
+  StoreWhatIsOwed();  // first: what fails behind this line waits for the next time
   if (const Surface* up = SurfaceUp()) Call(up->storePending);
   bool waits = false;
   for (int i = 0; i < app.tabCount; ++i) waits = Autosave(tabs[i]) || waits;

@@ -18,7 +18,8 @@ void StoreText(unsigned char* at, int units, const char16_t* text) {
   }
 }
 
-void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes) {
+void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes,
+                void (*told)(const SaveResult& result)) {
   if (!app.dataDirReady) return;
   const char16_t separator = platform::PathSeparator();
   std::u16string path = app.dataDir;
@@ -30,7 +31,7 @@ void SaveMirror(std::u16string_view folder, std::u16string_view file, std::strin
   job.program = path;
   // Nobody reads it back, and its flush would cost as much as that of the settings themselves.
   job.files.push_back({.path = path, .bytes = std::move(bytes), .lasting = false});
-  job.told = [](const SaveResult&) {};
+  job.told = told ? told : [](const SaveResult&) {};
   HandOverSave(std::move(job));
 }
 

@@ -1,5 +1,5 @@
 // Mirrors: binary copies of the libraries in the data directory, little-endian, written and never
-// read.
+// read; and the files beside them.
 #pragma once
 
 #include <string>
@@ -7,12 +7,16 @@
 
 namespace morva {
 
+struct SaveResult;
+
 // 2 bytes a unit, zeros behind the end of the text.
 void StoreText(unsigned char* at, int units, const char16_t* text);
 
 // Into a file of a folder of the data directory, by the worker that writes files; nothing where the
 // directory is not ready. In one step, but not flushed: a power cut may leave the former file or an
-// empty one. A failure is silent, because the settings file remains the library.
-void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes);
+// empty one. `told` hears what became of it; without it a failure is silent, because the settings
+// file remains the library.
+void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes,
+                void (*told)(const SaveResult& result) = nullptr);
 
 }  // namespace morva

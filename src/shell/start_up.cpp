@@ -276,7 +276,8 @@ bool OnClosing() {
     return Confirmed(u"MORVA", question) && (!TransferRuns() || MayEndTransfer()) &&
            MayLoseReceived();
   }
-  return (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) && MayLoseReceived();
+  return (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) && MayCloseSurfaces() &&
+         MayLoseReceived();
 }
 
 // Nobody is there to answer. What may not go into its own file unasked is kept in the data

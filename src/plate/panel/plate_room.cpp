@@ -17,6 +17,7 @@
 #include "plate/tools/plate_fields.h"
 #include "plate/tools/plate_list.h"
 #include "plate/tools/plate_print.h"
+#include "plate/tools/plate_saving.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -44,6 +45,7 @@ void ResetPlateRoom() {
   ResetPlateView();
   ResetPlateInsert();
   ResetPlateDrawings();
+  ResetPlateSaving();
   ResetPlate();
 }
 

@@ -3,8 +3,10 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/icon_names.h"
+#include "app/outlets.h"
 #include "app/surfaces.h"
 #include "documents/autosave.h"
+#include "documents/saver.h"
 #include "forms/form.h"
 #include "plate/canvas/plate_keys.h"
 #include "plate/canvas/plate_pointer.h"
@@ -13,6 +15,7 @@
 #include "plate/panel/plate_live.h"
 #include "plate/panel/plate_workspace.h"
 #include "plate/tools/plate_editor.h"
+#include "plate/tools/plate_saving.h"
 #include "platform/events.h"
 #include "platform/window.h"
 
@@ -47,6 +50,17 @@ void ShowLogged(std::u16string_view text) {
   if (!PlateWindowExists()) return;
   const std::u16string_view line = text.substr(0, text.find_first_of(u"\r\n"));
   if (!line.empty()) SayOnPlate(line);
+}
+
+// One more try, for a stick that was drawn for a moment; then the user has to know.
+bool MayClose() {
+  if (!OwesShapes()) return true;
+  SaveOwedShapes();
+  WaitForSaves();
+  return !OwesShapes() ||
+         ConfirmedNoFirst(u"Save plate shape",
+                          u"MORVA.ini could not be written: the last change of a named plate is "
+                          u"not in the shape library. Close MORVA anyway?");
 }
 
 bool Key(int id, const platform::KeyEvent& key) {
@@ -92,6 +106,8 @@ void RegisterPlateSurface() {
   surface.settled = RefreshPlateWorkspace;
   surface.logged = ShowLogged;
   surface.storePending = SavePendingPlate;
+  surface.storeOwed = SaveOwedShapes;
+  surface.mayClose = MayClose;
   surface.cancelInput = CancelInput;
   RegisterSurface(surface);
 }

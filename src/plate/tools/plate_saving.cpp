@@ -1,6 +1,7 @@
 #include "plate/tools/plate_saving.h"
 
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "documents/companions.h"
 #include "documents/file_names.h"
 #include "documents/program_changed.h"
+#include "documents/saver.h"
 #include "documents/saving.h"
 #include "library/mirror.h"
 #include "library/outline.h"
@@ -37,6 +39,8 @@ struct ShapeList {
   SavedShape shape;
   bool full = false;
 };
+
+void TellSaved(bool saved);
 
 void Add(ShapeList& list, const SketchObject& object) {
   if (list.shape.count >= kMaxShapeObjects) {
@@ -143,6 +147,8 @@ const char16_t* WordsOf(PlateSave answer) {
       return kPlateFull;
     case PlateSave::NoFile:
       return kShapesUnsaved;
+    case PlateSave::NoOwnFile:
+      return u"The plate's own file beside the library could not be written. It is tried again.";
     case PlateSave::BadNumbers:
     case PlateSave::Done:
       break;
@@ -155,7 +161,12 @@ const char16_t* WordsOf(PlateSave answer) {
 PlateSave saidOf = PlateSave::Done;
 std::uint32_t saidAt = 0;
 
+constexpr std::u16string_view kPlateSaved =
+    u"Named plate shape saved. Further completed edits save automatically.";
+
 PlateSave Refuse(PlateSave why) {
+  // Nothing is said of such a size, but what was said of the former one no longer holds.
+  if (why == PlateSave::BadNumbers && plate.status == kPlateSaved) SayOnPlate(u"");
   const char16_t* words = WordsOf(why);
   if (words && (saidOf != why || saidAt != plate.changes)) SayOnPlate(words);
   saidOf = why;
@@ -163,27 +174,58 @@ PlateSave Refuse(PlateSave why) {
   return why;
 }
 
-char16_t handedOver[kShapeNameUnits] = {};  // the name of the plate that was saved last
+// The plate that was saved last, as it was then: the disk may answer when another one is up.
+struct HandedPlate {
+  char16_t name[kShapeNameUnits] = {};
+  std::uint32_t changes = 0;
+  int halfNumber = -1;  // the first field without a number
+  bool noRecord = false;
+};
+HandedPlate handed;
 
-// Saved again some seconds later, unless another plate is up by then.
+bool libraryOwed = false;    // it could not be written, and was not handed over again
+bool libraryFailed = false;  // the user was told so
+
+bool IsHandedPlateUp() { return !plate.unnamed && SameFolded(handed.name, plate.name); }
+
+// On the status line of another plate the words say which one they are about.
+void SayOfHanded(std::u16string_view words) {
+  if (IsHandedPlateUp()) return SayOnPlate(words);
+  SayOnPlate(u"\u201C" + std::u16string(handed.name) + u"\u201D: " + std::u16string(words));
+}
+
+void HandOverLibrary() {
+  libraryOwed = false;
+  SaveShapeLibrary(TellSaved);
+}
+
+// Handed over again some seconds later, with the plate as it is then where it is still up.
 void TryAgain() {
-  Refuse(PlateSave::NoFile);
-  if (plate.unnamed || !SameFolded(handedOver, plate.name)) return;
-  LeavePlatePending();
+  libraryOwed = true;
+  if (IsHandedPlateUp()) {
+    Refuse(PlateSave::NoFile);
+    LeavePlatePending();
+  } else if (!libraryFailed) {
+    SayOfHanded(kShapesUnsaved);
+  }
+  libraryFailed = true;
   TryAgainLater();
 }
 
 // The disk answers behind what was said of the record.
 void TellSaved(bool saved) {
-  static FeatureSettings record;
   if (!saved) return TryAgain();
+  const bool news = libraryFailed || IsHandedPlateUp();
+  libraryFailed = false;
   saidOf = PlateSave::Done;
-  if (!SavePlateSettings(record)) return SayOnPlate(kPlateFull);
-  int refused = -1;
-  if (!PlateTextsRead(plate, refused)) {
-    return SayOnPlate(HalfNumberWords(refused, u", so that the plate was saved with the last one"));
+  // As it was saved, even if the plate itself could not be handed over again.
+  if (IsHandedPlateUp() && handed.changes == plate.changes) SettlePlate(true);
+  if (handed.noRecord) return SayOfHanded(kPlateFull);
+  if (handed.halfNumber >= 0) {
+    return SayOfHanded(
+        HalfNumberWords(handed.halfNumber, u", so that the plate was saved with the last one"));
   }
-  SayOnPlate(u"Named plate shape saved. Further completed edits save automatically.");
+  if (news) SayOfHanded(kPlateSaved);
 }
 
 // Another program, or a change of the library here, may have moved the plate's shape.
@@ -221,11 +263,48 @@ std::u16string PlateFile(int index) {
   return u"Plate-" + IntegerText(index) + std::u16string(kPlateEnd);
 }
 
+// What the plates' own files are to hold, by index, until they hold it.
+struct OwnFile {
+  std::string bytes;
+  bool owed = false;  // could not be written, and was not handed over again
+};
+OwnFile ownFiles[kMaxShapes];
+
+void TellOwnFile(const SaveResult& result) {
+  for (int i = 0; i < kMaxShapes; ++i) {
+    if (ownFiles[i].bytes.empty() || PathInData(kFolder, PlateFile(i)) != result.program) continue;
+    if (result.answer == SaveAnswer::Saved) {
+      ownFiles[i] = {};
+      if (saidOf == PlateSave::NoOwnFile) SayOfHanded(kPlateSaved);
+      if (saidOf == PlateSave::NoOwnFile) saidOf = PlateSave::Done;
+      return;
+    }
+    ownFiles[i].owed = true;
+    if (saidOf != PlateSave::NoOwnFile) SayOfHanded(WordsOf(PlateSave::NoOwnFile));
+    saidOf = PlateSave::NoOwnFile;
+    return TryAgainLater();
+  }
+}
+
+void HandOverOwnFile(int index) {
+  ownFiles[index].owed = false;
+  SaveMirror(kFolder, PlateFile(index), ownFiles[index].bytes, TellOwnFile);
+}
+
 bool FileHolds(int index, const std::string& record) {
   std::string bytes;
   const std::u16string path = PathInData(kFolder, PlateFile(index));
   return platform::ReadBytes(path, record.size(), bytes) == platform::ReadAnswer::Read &&
          bytes == record;
+}
+
+void NoteHanded() {
+  handed = {};
+  CopyBounded(handed.name, kShapeNameUnits, plate.name);
+  handed.changes = plate.changes;
+  int refused = -1;
+  if (!PlateTextsRead(plate, refused)) handed.halfNumber = refused;
+  handed.noRecord = PlateBytes().empty();
 }
 
 }  // namespace
@@ -259,9 +338,9 @@ PlateSave SaveNamedPlate() {
   if (built == PlateSave::Stretched) return Refuse(built);
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
   SetPlateShapeIndex(PutShapeAt(index, shape));
-  CopyBounded(handedOver, kShapeNameUnits, plate.name);
   SettlePlate(true);
-  SaveShapeLibrary(TellSaved);
+  NoteHanded();
+  HandOverLibrary();
   RefreshShapeLists();
   return RefreshPlateMetadataFile() || !app.dataDirReady ? PlateSave::Done : PlateSave::NoRecord;
 }
@@ -297,8 +376,27 @@ bool RefreshPlateMetadataFile() {
     Refuse(PlateSave::NoRecord);
     return false;
   }
-  SaveMirror(kFolder, PlateFile(plate.savedShapeIndex), std::move(bytes));
+  ownFiles[plate.savedShapeIndex].bytes = std::move(bytes);
+  HandOverOwnFile(plate.savedShapeIndex);
   return true;
+}
+
+void SaveOwedShapes() {
+  if (libraryOwed) HandOverLibrary();
+  for (int i = 0; i < kMaxShapes; ++i) {
+    if (ownFiles[i].owed) HandOverOwnFile(i);
+  }
+}
+
+bool OwesShapes() { return libraryOwed; }
+
+void ResetPlateSaving() {
+  saidOf = PlateSave::Done;
+  saidAt = 0;
+  handed = {};
+  libraryOwed = false;
+  libraryFailed = false;
+  for (OwnFile& file : ownFiles) file = {};
 }
 
 }  // namespace morva

@@ -17,6 +17,7 @@ enum class PlateSave {
   Stretched,   // the custom outline is wider or longer than its shape allows
   NoRecord,    // more than 96 items; the library has the plate all the same
   NoFile,      // known later than the others: the settings file could not be written
+  NoOwnFile,   // known later too: the plate's own file could not be written
 };
 
 // The plate's outline and features as objects in inches, without a name. What other than Done is
@@ -28,11 +29,16 @@ PlateSave BuildPlateShape(const PlateRecord& record, SavedShape& shape);
 PlateSave SaveNamedPlate();
 // The same for a plate with a name that was changed since, before another plate comes up.
 void SavePendingShape();
+// What could not be written is handed over again, whichever plate is up by now.
+void SaveOwedShapes();
+// The settings file still lacks a plate that was named and saved.
+bool OwesShapes();
 // A field of the form holds no usable number, and what that means: goes on behind "number".
 std::u16string HalfNumberWords(int value, std::u16string_view meaning);
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();
+void ResetPlateSaving();
 // The index of the shape in the library that is the live plate, by what it cuts, and of those that
 // are cut alike by the plate's own file; below 0: none, or several.
 int FindPlateShape();

@@ -3,7 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
 #include "app/router.h"
+#include "documents/companions.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/saver.h"
@@ -270,6 +276,100 @@ TEST_F(NamedPlateUp, SaysThatNoFileKeepsAPlateThatTakesTooMuch) {
   EXPECT_EQ(boxes[0].text,
             u"The plate takes more than the file of its program can hold of one. It stays until "
             u"MORVA is closed. Leave it as it is?");
+}
+
+// What a file of this name holds, somewhere below the folder.
+std::string BytesOf(const std::filesystem::path& home, const std::string& name) {
+  for (const auto& file : std::filesystem::recursive_directory_iterator(home)) {
+    if (file.path().filename() != name) continue;
+    std::ifstream in(file.path(), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  }
+  return {};
+}
+
+TEST_F(TwoPlates, AreWrittenAgainWhenTheLibraryFailedBehindASwitch) {
+  Choose(0);
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  const std::string before = BytesOf(home_, "MORVA.ini");
+  headless::FailCall("rename", 1);
+  headless::SetFlushTime(100);  // the disk answers when the other one is up
+  Choose(1);
+  WaitForSaves();
+  headless::SetFlushTime(0);
+  ASSERT_TRUE(BytesOf(home_, "MORVA.ini") == before);
+  EXPECT_EQ(Status(), u"\u201CBase\u201D: " + std::u16string(kShapesUnsaved));
+  headless::Advance(6000);
+  WaitForSaves();
+  EXPECT_TRUE(BytesOf(home_, "MORVA.ini") != before);
+  EXPECT_EQ(Status(),
+            u"\u201CBase\u201D: Named plate shape saved. Further completed edits save "
+            u"automatically.");
+}
+
+TEST_F(TwoPlates, AreWrittenAgainAlsoFromTheCode) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  const std::string before = BytesOf(home_, "MORVA.ini");
+  headless::FailCall("rename", 1);
+  headless::SetFlushTime(100);  // the disk answers when the plate is out of sight
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  WaitForSaves();
+  headless::SetFlushTime(0);
+  ASSERT_TRUE(BytesOf(home_, "MORVA.ini") == before);
+  headless::Advance(6000);
+  WaitForSaves();
+  EXPECT_TRUE(BytesOf(home_, "MORVA.ini") != before);
+}
+
+TEST_F(TwoPlates, AreWrittenAgainBeforeMorvaIsClosed) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  const std::string before = BytesOf(home_, "MORVA.ini");
+  headless::FailCall("rename", 1);
+  EXPECT_TRUE(headless::CloseKey());
+  EXPECT_TRUE(headless::TakeBoxes().empty()) << "the second try has written it";
+  EXPECT_TRUE(BytesOf(home_, "MORVA.ini") != before);
+}
+
+TEST_F(NamedPlateUp, WritesItsOwnFileAgain) {
+  headless::Advance(1000);
+  WaitForSaves();
+  ASSERT_TRUE(app.dataDirReady);
+  headless::TypeInto(kIdPlateField, u"9");
+  headless::FailCall("rename", 3);  // behind the settings and the mirror of the library
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_EQ(Status(),
+            u"The plate's own file beside the library could not be written. It is tried again.");
+  FeatureSettings record;
+  ASSERT_TRUE(ReadOldPlateFile(BytesOf(home_, "Plate-0.platemv"), record));
+  EXPECT_EQ(record.values[kPlateLength], 8);
+  headless::Advance(6000);
+  WaitForSaves();
+  EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+  ASSERT_TRUE(ReadOldPlateFile(BytesOf(home_, "Plate-0.platemv"), record));
+  EXPECT_EQ(record.values[kPlateLength], 9);
+}
+
+TEST_F(NamedPlateUp, IsNotCalledSavedWithASizeOfNothing) {
+  headless::Advance(1000);
+  WaitForSaves();
+  ASSERT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
+  headless::TypeInto(kIdPlateField, u"0");
+  headless::Advance(1000);
+  WaitForSaves();
+  EXPECT_EQ(Status(), u"");
+}
+
+TEST_F(TwoPlates, SayWhichOneWasSavedWithHalfANumber) {
+  headless::TypeInto(kIdPlateField + kPlateWidth, u"5");
+  headless::TypeInto(kIdPlateField + kPlateLength, u"21,5");
+  headless::SetFlushTime(100);           // a disk that answers behind what is told of the program
+  ASSERT_TRUE(headless::Click(kIdNew));  // another program asks nothing
+  WaitForSaves();
+  headless::SetFlushTime(0);
+  EXPECT_EQ(Status(),
+            u"\u201CLong\u201D: Length  X holds no usable number, so that the plate was saved with "
+            u"the last one. Write 0.75, not 0,75.");
 }
 
 }  // namespace
