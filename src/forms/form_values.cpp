@@ -1,5 +1,6 @@
 // What the fields say: read, shown, started and converted.
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -32,15 +33,18 @@ bool IsNumber(const FormRow& row) {
   return row.kind == RowKind::Number || row.kind == RowKind::Count;
 }
 
-// Threads an inch and the pitch turn into each other by one division. What is no thread stays as
-// it was typed, for `check` to refuse.
 constexpr double kLeastThread = 0.000001;
 
+// Threads an inch and the pitch turn into each other by one division. What is no number, or no
+// thread, stays as it was typed, to be refused: a part of "12,7" or "1/2" must not become a number
+// that nobody typed.
 std::u16string ConvertedText(const FormRow& row, std::u16string_view text, double factor) {
-  if (text.empty()) return {};
-  // Half of "12,7" must not become a number that nobody typed.
-  if (text.find(u',') != text.npos) return std::u16string(text);
-  const double value = ParseDecimal(text, 0);
+  std::u16string_view number = text;
+  number.remove_prefix(std::min(text.find_first_not_of(u" \t"), text.size()));
+  double value = 0;
+  if (ReadStrict(number, {.blanksBehind = true}, value) != Misread::None) {
+    return std::u16string(text);
+  }
   if (row.follows != Follows::Thread) return FixedText(value * factor, row.decimals);
   if (!(value > kLeastThread)) return std::u16string(text);
   return FixedText(kMmPerInch / value, row.decimals);

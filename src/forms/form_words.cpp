@@ -8,17 +8,21 @@ namespace morva {
 
 namespace {
 
-// Digits and a point, and yet beyond what a form takes.
-bool IsTooLarge(const FormRow& row) {
+// What would be a number in place of the text that stands in the field now.
+const char16_t* HintFor(const FormRow& row) {
   double value = 0;
-  return ReadStrict(platform::TextOf(row.id), {.blanksBehind = true}, value) == Misread::TooLarge;
+  if (ReadStrict(platform::TextOf(row.id), {.blanksBehind = true}, value) == Misread::TooLarge) {
+    return u"It must lie between -1,000,000 and 1,000,000.";
+  }
+  return row.kind == RowKind::Count ? u"Write a whole number, such as 12."
+                                    : u"Write 0.75, not 0,75.";
 }
 
 }  // namespace
 
 std::u16string NoNumberWords(const FormRow& row, bool metric) {
   std::u16string words = LabelOf(row, metric) + std::u16string(u" holds no usable number. ");
-  words += IsTooLarge(row) ? u"It must be below 1,000,000." : u"Write 0.75, not 0,75.";
+  words += HintFor(row);
   return words + u" Nothing was changed.";
 }
 

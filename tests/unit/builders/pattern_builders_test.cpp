@@ -172,6 +172,24 @@ TEST_F(PatternBuilders, WriteTheirFallbacksForWhatIsNoCount) {
                 u"cutter compensation, and clearances."));
 }
 
+TEST_F(PatternBuilders, SayWhatACountHasToBe) {
+  Circular();
+  const struct {
+    const char16_t* text;
+    const char16_t* words;
+  } rows[] = {{u"2.7", u"Quantity holds no usable number. Write a whole number, such as 12."},
+              {u"1/2", u"Quantity holds no usable number. Write a whole number, such as 12."},
+              {u"-1000000",
+               u"Quantity holds no usable number. It must lie between -1,000,000 and 1,000,000."},
+              {u"1000000",
+               u"Quantity holds no usable number. It must lie between -1,000,000 and 1,000,000."}};
+  for (const auto& row : rows) {
+    Type(kIdCadCircQuantity, row.text);
+    ExpectRefused(kIdCircularInsert, u"Circular Pattern",
+                  row.words + std::u16string(u" Nothing was changed."));
+  }
+}
+
 TEST_F(PatternBuilders, CutACountOfACircleToWhatThereMayBe) {
   Circular();
   Type(kIdCadCircQuantity, u"0");

@@ -63,7 +63,7 @@ TEST_F(SketchUnits, FieldsConvertAsTextWithTheirDecimals) {
   EXPECT_EQ(TextOf(kIdCadSafeZ), u"12.700");
   EXPECT_EQ(TextOf(kIdCadCircularDiameter), u"101.600");
   EXPECT_EQ(TextOf(kIdCadSpacingY), u"");
-  EXPECT_EQ(TextOf(kIdCadSpacingX), u"0.000");
+  EXPECT_EQ(TextOf(kIdCadSpacingX), u"abc");
   EXPECT_EQ(TextOf(kIdCadAngle), u"30");
   EXPECT_EQ(TextOf(kIdCadRevolveAngle), u"90");
   EXPECT_EQ(TextOf(kIdCadQuantity), u"6");

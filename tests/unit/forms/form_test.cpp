@@ -422,14 +422,18 @@ TEST_F(FormStage, ConvertsAControlOfSeveralRowsOnce) {
   EXPECT_EQ(platform::TextOf(kSize), u"50.800");
 }
 
-TEST_F(FormStage, ConvertsNoPartOfATextWithAComma) {
+TEST_F(FormStage, ConvertsNoPartOfATextThatIsNoNumber) {
   PlaceForm(kForm, {0, 0, 200, 600}, 2);
-  platform::SetText(kSize, u"12,7");
-  ConvertForms(IsMetric, 25.4);
-  EXPECT_EQ(platform::TextOf(kSize), u"12,7");
-  platform::SetText(kSize, u"abc");
-  ConvertForms(IsMetric, 25.4);
-  EXPECT_EQ(platform::TextOf(kSize), u"0.000");
+  for (const char16_t* text : {u"12,7", u"abc", u"-.1.5", u"1000000", u" ", u"0.5 in"}) {
+    platform::SetText(kSize, text);
+    ConvertForms(IsMetric, 25.4);
+    EXPECT_EQ(platform::TextOf(kSize), text);
+  }
+  for (const char16_t* text : {u"0.5", u" 0.5", u"+0.5 ", u".5"}) {
+    platform::SetText(kSize, text);
+    ConvertForms(IsMetric, 25.4);
+    EXPECT_EQ(platform::TextOf(kSize), u"12.700") << platform::ToUtf8(text);
+  }
 }
 
 TEST_F(FormStage, AnswersEnterAndEscape) {

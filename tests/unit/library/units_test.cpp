@@ -120,12 +120,20 @@ TEST_F(Units, FieldsComeBackFromTheOtherUnit) {
   }
 }
 
-TEST_F(Units, EmptyStaysEmptyAndWordsBecomeNothing) {
-  platform::SetText(kIdLength, u"");
-  platform::SetText(kIdFeed, u"abc");
-  SetUnits(true);
-  EXPECT_EQ(TextOf(kIdLength), u"");
-  EXPECT_EQ(TextOf(kIdFeed), u"0.00");
+// A part of it, or nothing, would be a length that nobody typed.
+TEST_F(Units, KeepATextThatIsNoNumber) {
+  const std::u16string digits(79, u'0');
+  for (const std::u16string& text :
+       {std::u16string(u""), std::u16string(u"abc"), std::u16string(u"1/2"), std::u16string(u"1e3"),
+        std::u16string(u"1 1/2"), std::u16string(u"0,5"), digits}) {
+    for (const int id : {kIdLength, kIdFeed, kIdPitch}) platform::SetText(id, text);
+    for (const bool metric : {true, false}) {
+      SetUnits(metric);
+      for (const int id : {kIdLength, kIdFeed, kIdPitch}) {
+        EXPECT_EQ(TextOf(id), text) << id << platform::ToUtf8(text);
+      }
+    }
+  }
 }
 
 TEST_F(Units, KeysOfTheMainWindowSwitch) {
