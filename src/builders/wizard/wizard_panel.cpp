@@ -212,6 +212,10 @@ void TakeRates(const ToolRecord& tool) {
   }
 }
 
+void TakeRatesOfRow(int row) {
+  if (row > 0 && row <= toolLibrary.count) TakeRates(toolLibrary.tools[row - 1]);
+}
+
 void TakeChosenTool() {
   const int row = platform::SelectedRow(kIdWizardTools);
   if (row == 0) platform::SetText(Id(kWizardTool), u"0");
@@ -232,6 +236,7 @@ void OnChanged(int id) {
   if (id == Id(kWizardFeed)) typed.feed = true;
   if (id == kIdWizardCombo) typed = Typed();  // its fields start anew
   if (id == kIdWizardCombo || id == Id(kWizardTool)) SelectToolOfNumber();
+  if (id == Id(kWizardTool)) TakeRatesOfRow(platform::SelectedRow(kIdWizardTools));
   if (id == kIdWizardCombo) ShowExampleOfKind();
 }
 
@@ -298,11 +303,17 @@ void TellTool(const FormValues& values, bool) {
   if (number > 0 && index < 0 && toolLibrary.count > 0) {
     AppendOutput(tool + u" is not in the tool library.");
   }
-  if (index < 0 || toolLibrary.tools[index].hOffset == number) return;
+  if (index < 0) return;
+  const ToolRecord& held = toolLibrary.tools[index];
+  const double rpm = values.numbers[kWizardRpm];
+  if (held.maxRpm > 0 && rpm > held.maxRpm) {
+    AppendOutput(tool + u" turns at " + IntegerText(held.maxRpm) +
+                 u" RPM at most by the library; the code has S" + FixedText(rpm, 0) + u".");
+  }
+  if (held.hOffset == number) return;
   // The code takes the length offset of the tool's own number.
-  AppendOutput(u"The library gives " + tool + u" the H offset " +
-               IntegerText(toolLibrary.tools[index].hOffset) + u"; the code has H" +
-               IntegerText(number) + u".");
+  AppendOutput(u"The library gives " + tool + u" the H offset " + IntegerText(held.hOffset) +
+               u"; the code has H" + IntegerText(number) + u".");
 }
 
 constexpr ModeKey kModeKeys[] = {{kIdOldModeFirst + 4}};

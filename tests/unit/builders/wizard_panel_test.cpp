@@ -55,6 +55,14 @@ struct WizardPanel : support::Workbench {
     }
     return false;
   }
+  static void AddRated(int number, int rpm, double feed) {
+    ToolRecord tool;
+    tool.number = tool.hOffset = number;
+    tool.maxRpm = rpm;
+    tool.feed = tool.plunge = feed;
+    ASSERT_GE(AppendTool(tool), 0);
+    RefreshToolLists();
+  }
   static void AddTool(int number, double diameter) {
     ToolRecord tool;
     tool.number = number;
@@ -498,6 +506,35 @@ TEST_F(WizardPanel, TakesTheFirstOfTwoToolsOfOneNumber) {
             u"Two tools bear this number: the first in the list counts.");
 }
 
+// Both tools stand in the library; the second one is two inches wide and slow.
+TEST_F(WizardPanel, TakesTheRatesOfATypedNumber) {
+  AddRated(5, 9000, 90);
+  AddRated(6, 600, 6);
+  Choose(kWizardSlot);
+  headless::SelectRows(kIdWizardTools, {1});
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"9000");
+  Type(kWizardTool, u"6");
+  EXPECT_EQ(platform::SelectedRow(kIdWizardTools), 2);
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"600");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"6.00");
+  Type(kWizardFeed, u"33");
+  Type(kWizardTool, u"5");
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"9000");
+  EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"33") << "typed by the user";
+}
+
+TEST_F(WizardPanel, TellsASpeedAboveTheTools) {
+  AddRated(5, 9000, 90);
+  Choose(kWizardSlot);
+  headless::SelectRows(kIdWizardTools, {1});
+  Insert();
+  EXPECT_FALSE(OutputHas(u"by the library"));
+  toolLibrary.tools[0].maxRpm = 300;  // as a tool that was stored anew
+  RefreshToolLists();
+  Insert();
+  EXPECT_TRUE(OutputHas(u"T5 turns at 300 RPM at most by the library; the code has S9000."));
+}
+
 TEST_F(WizardPanel, KeepsASpeedAndAFeedThatTheUserTyped) {
   AddTool(7, 0.5);
   Choose(kWizardSlot);
@@ -513,7 +550,7 @@ TEST_F(WizardPanel, KeepsASpeedAndAFeedThatTheUserTyped) {
 }
 
 TEST_F(WizardPanel, ShowsWhichToolANumberMeansAndSaysWhereThereIsNone) {
-  AddTool(7, 0.5);
+  AddRated(7, 3000, 8);
   Choose(kWizardSlot);
   const auto shown = [] {
     return platform::RowText(kIdWizardTools, platform::SelectedRow(kIdWizardTools));
