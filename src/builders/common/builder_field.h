@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "forms/form.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -32,5 +33,15 @@ inline int WholeWithin(double value, int least, int most) {
 }
 
 inline constexpr double kLeastCut = 0.000001;  // sizes and feeds count above it
+
+// A number as the code writes it with so many decimals.
+inline double Printed(double value, int decimals) {
+  return ParseDecimal(FixedText(value, decimals), 0);
+}
+// Whether a size or feed cuts anything, also once it is written: a control stops at F0.0 and at an
+// arc of no radius.
+inline bool CutsPrinted(double value, int decimals) {
+  return value > kLeastCut && Printed(value, decimals) > 0;
+}
 
 }  // namespace morva

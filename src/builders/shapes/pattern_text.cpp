@@ -20,6 +20,8 @@ namespace morva {
 namespace {
 
 constexpr int kAngleDecimals = 1;
+constexpr int kPointDecimals = 3;
+constexpr int kFeedDecimals = 1;  // of a cut; a plunge has one more
 constexpr char16_t kCircularWords[] =
     u"Enter positive item size, pattern diameter, and feed, with Safe Z above cutting depth.";
 constexpr char16_t kGridWords[] =
@@ -277,12 +279,23 @@ GridValues GridOf(const PatternItem& item, const FormValues& form) {
   return values;
 }
 
+namespace {
+
+// An item lies about its middle, so that its code has half of its size.
+bool IsSize(double size) { return CutsPrinted(size / 2, kPointDecimals); }
+
+bool IsAbove(double z, double other) {
+  return Printed(z, kPointDecimals) > Printed(other, kPointDecimals);
+}
+
+}  // namespace
+
 BuilderFault CheckCircular(const CircularValues& values) {
   const double* n = values.numbers;
-  if (n[kCircularSize] <= kLeastCut) return {kCircularWords, kCircularSize};
-  if (n[kCircularFeed] <= kLeastCut) return {kCircularWords, kCircularFeed};
-  if (n[kCircularSafeZ] <= n[kCircularDepth]) return {kCircularWords, kCircularSafeZ};
-  if (IsSlot(values.item) && n[kCircularWidth] <= kLeastCut) {
+  if (!IsSize(n[kCircularSize])) return {kCircularWords, kCircularSize};
+  if (!CutsPrinted(n[kCircularFeed], kFeedDecimals)) return {kCircularWords, kCircularFeed};
+  if (!IsAbove(n[kCircularSafeZ], n[kCircularDepth])) return {kCircularWords, kCircularSafeZ};
+  if (IsSlot(values.item) && !IsSize(n[kCircularWidth])) {
     return {kCircularWords, kCircularWidth};
   }
   return {};
@@ -291,10 +304,10 @@ BuilderFault CheckCircular(const CircularValues& values) {
 BuilderFault CheckGrid(const GridValues& values) {
   if (GridCount(values) > kMaxGridItems) return {kGridLimitWords, kGridColumns};
   const double* n = values.numbers;
-  if (std::fabs(n[kGridSize]) <= kLeastCut) return {kGridWords, kGridSize};
-  if (n[kGridFeed] <= kLeastCut) return {kGridWords, kGridFeed};
-  if (n[kGridSafeZ] <= n[kGridDepth]) return {kGridWords, kGridSafeZ};
-  if (IsSlot(values.item) && std::fabs(n[kGridWidth]) <= kLeastCut) return {kGridWords, kGridWidth};
+  if (!IsSize(std::fabs(n[kGridSize]))) return {kGridWords, kGridSize};
+  if (!CutsPrinted(n[kGridFeed], kFeedDecimals)) return {kGridWords, kGridFeed};
+  if (!IsAbove(n[kGridSafeZ], n[kGridDepth])) return {kGridWords, kGridSafeZ};
+  if (IsSlot(values.item) && !IsSize(std::fabs(n[kGridWidth]))) return {kGridWords, kGridWidth};
   return {};
 }
 

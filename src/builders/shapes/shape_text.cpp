@@ -77,7 +77,7 @@ Extents ExtentsOf(const SavedShape& saved) {
   return extents;
 }
 
-double Shown(double value) { return ParseDecimal(FixedText(value, kPointDecimals), 0); }
+double Shown(double value) { return Printed(value, kPointDecimals); }
 
 // The scale of one direction, in the values' units for an inch of the shape.
 double ScaleOf(const ShapeValues& values, int field) {
@@ -123,35 +123,41 @@ ClosedShape SlotOf(const ShapeValues& values) {
   return {ItemShape::Slot, n[kShapeX], n[kShapeY], n[kShapeSize], n[kShapeSize2], 0};
 }
 
-// The size field that says nothing to cut, -1 for none.
+bool IsSize(double size) { return CutsPrinted(std::fabs(size), kPointDecimals); }
+
+// The size field that says nothing to cut, -1 for none. What lies about its middle is written by
+// halves.
 int SizeFault(const ShapeValues& values) {
-  const double first = std::fabs(values.numbers[kShapeSize]);
-  const double second = std::fabs(values.numbers[kShapeSize2]);
+  const double first = values.numbers[kShapeSize];
+  const double second = values.numbers[kShapeSize2];
   switch (values.kind) {
     case kShapeLine:
-      return first <= kLeastCut && second <= kLeastCut ? kShapeSize : -1;
+      return !IsSize(first) && !IsSize(second) ? kShapeSize : -1;
     case kShapeCircle:
-      return RadiusOf(values) <= kLeastCut ? kShapeSize : -1;
+      return IsSize(RadiusOf(values)) ? -1 : kShapeSize;
     case kShapeSaved:
       // A direction without an extent that its field could show has nothing to scale.
       for (const int field : {kShapeSize, kShapeSize2}) {
-        const double size = std::fabs(values.numbers[field]);
         const double unit = values.metric ? kMmPerInch : 1;
-        if (!values.saved || size > kLeastCut) continue;
+        if (!values.saved || IsSize(values.numbers[field])) continue;
         if (Shown(SavedExtent(*values.saved, field) * unit) > kLeastCut) return field;
       }
       return -1;
     case kShapeSquare:
-      return first <= kLeastCut ? kShapeSize : -1;
+      return IsSize(first) ? -1 : kShapeSize;
+    case kShapeDiamond:
+      return !IsSize(first / 2) ? kShapeSize : IsSize(second / 2) ? -1 : kShapeSize2;
+    case kShapeSlot:
+      return !IsSize(first) ? kShapeSize : IsSize(second / 2) ? -1 : kShapeSize2;
     default:
-      return first <= kLeastCut ? kShapeSize : second <= kLeastCut ? kShapeSize2 : -1;
+      return !IsSize(first) ? kShapeSize : IsSize(second) ? -1 : kShapeSize2;
   }
 }
 
 int FaultyField(const ShapeValues& values) {
   const double* n = values.numbers;
-  if (n[kShapeSafeZ] <= n[kShapeDepth]) return kShapeSafeZ;
-  if (n[kShapeFeed] <= kLeastCut) return kShapeFeed;
+  if (Shown(n[kShapeSafeZ]) <= Shown(n[kShapeDepth])) return kShapeSafeZ;
+  if (!CutsPrinted(n[kShapeFeed], kFeedDecimals)) return kShapeFeed;
   return SizeFault(values);
 }
 

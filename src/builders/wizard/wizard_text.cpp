@@ -113,20 +113,41 @@ int FaceFault(const WizardValues& values) {
   return passes > kMaxFacePasses - 1 ? kWizardTenth : -1;
 }
 
+// Two heights, as the code writes them.
+bool IsAbove(double z, double other) {
+  return Printed(z, kPointDecimals) > Printed(other, kPointDecimals);
+}
+
+double TapFeed(const WizardValues& values) {
+  const double* n = values.numbers;
+  return values.metric ? n[kWizardRpm] * n[kWizardFeed] : n[kWizardRpm] / n[kWizardFeed];
+}
+
+double PlungeFeed(const WizardValues& values) {
+  return values.numbers[kWizardFeed] * (values.kind == kWizardSlot ? 0.5 : 1);
+}
+
+bool HasFeed(const WizardValues& values) {
+  if (values.numbers[kWizardFeed] <= 0) return false;
+  return values.kind == kWizardTap ? Printed(TapFeed(values), kTapFeedDecimals) > 0
+                                   : Printed(PlungeFeed(values), kFeedDecimals) > 0;
+}
+
 int HolesFault(const WizardValues& values) {
   const double* n = values.numbers;
-  if (n[kWizardSafeZ] * kRetractPart <= n[kWizardDepth]) return kWizardSafeZ;
+  if (!IsAbove(n[kWizardSafeZ] * kRetractPart, n[kWizardDepth])) return kWizardSafeZ;
   const int holes = HolesField(values.kind);
   if (!FitsHoles(n[holes])) return holes;
-  return values.kind == kWizardPeck && n[kWizardNinth] <= 0 ? kWizardNinth : -1;
+  const bool pecks = values.kind != kWizardPeck || Printed(n[kWizardNinth], kPointDecimals) > 0;
+  return pecks ? -1 : kWizardNinth;
 }
 
 int FaultyField(const WizardValues& values) {
   const double* n = values.numbers;
   if (n[kWizardTool] < 0 || n[kWizardTool] > kLastWizardTool) return kWizardTool;
   if (n[kWizardRpm] < 1) return kWizardRpm;
-  if (n[kWizardFeed] <= 0) return kWizardFeed;
-  if (n[kWizardSafeZ] <= n[kWizardDepth]) return kWizardSafeZ;
+  if (!HasFeed(values)) return kWizardFeed;
+  if (!IsAbove(n[kWizardSafeZ], n[kWizardDepth])) return kWizardSafeZ;
   if (values.kind == kWizardFace) return FaceFault(values);
   return HasHoles(values.kind) ? HolesFault(values) : -1;
 }
@@ -177,16 +198,16 @@ void PutRapid(CodeWriter& out, PointF to) {
   Line(out, u"");
 }
 
-void PutPlunge(const WizardValues& values, double feed, CodeWriter& out) {
+void PutPlunge(const WizardValues& values, CodeWriter& out) {
   Word(out, u"G01 Z", values.numbers[kWizardDepth]);
-  PutFeed(out, feed);
+  PutFeed(out, PlungeFeed(values));
 }
 
 void PutFace(const WizardValues& values, CodeWriter& out) {
   const std::vector<PointF> way = WizardWay(values);
   const double feed = values.numbers[kWizardFeed];
   PutRapid(out, way[0]);
-  PutPlunge(values, feed, out);
+  PutPlunge(values, out);
   for (std::size_t i = 1; i < way.size(); ++i) {
     if (i % 2 == 1) {
       Word(out, u"G01 X", way[i].x);
@@ -202,7 +223,7 @@ void PutSlot(const WizardValues& values, CodeWriter& out) {
   const std::vector<PointF> way = WizardWay(values);
   const double feed = values.numbers[kWizardFeed];
   PutRapid(out, way[0]);
-  PutPlunge(values, feed * 0.5, out);
+  PutPlunge(values, out);
   Word(out, u"G01 X", way[1].x);
   Word(out, u" Y", way[1].y);
   PutFeed(out, feed);
@@ -218,9 +239,7 @@ void PutCycle(const WizardValues& values, CodeWriter& out) {
   Word(out, u" R", n[kWizardSafeZ] * kRetractPart);
   if (values.kind == kWizardPeck) Word(out, u" Q", n[kWizardNinth]);
   if (values.kind != kWizardTap) return PutFeed(out, n[kWizardFeed]);
-  const double feed =
-      values.metric ? n[kWizardRpm] * n[kWizardFeed] : n[kWizardRpm] / n[kWizardFeed];
-  Put(out, u" F", feed, kTapFeedDecimals);
+  Put(out, u" F", TapFeed(values), kTapFeedDecimals);
   Line(out, u"");
 }
 

@@ -158,6 +158,31 @@ TEST(CircularCheck, WantsSizeFeedClearanceAndTheSlotsWidth) {
   EXPECT_EQ(CheckCircular(values).field, -1);
 }
 
+// An item lies about its middle: half of its size is what the code has, in three decimals.
+TEST(PatternCheck, WantsNumbersThatTheCodeDoesNotWriteAsZero) {
+  const struct {
+    int circular;
+    int grid;
+    double bad;
+    double good;
+  } rows[] = {{kCircularSize, kGridSize, 0.0008, 0.0012},
+              {kCircularWidth, kGridWidth, 0.0008, 0.0012},
+              {kCircularFeed, kGridFeed, 0.04, 0.06},
+              {kCircularSafeZ, kGridSafeZ, -0.0996, -0.099}};
+  for (const auto& row : rows) {
+    CircularValues circular = StartCircular(ItemShape::Slot);
+    circular.numbers[row.circular] = row.bad;
+    EXPECT_EQ(CheckCircular(circular).field, row.circular);
+    circular.numbers[row.circular] = row.good;
+    EXPECT_EQ(CheckCircular(circular).field, -1);
+    GridValues grid = StartGrid(ItemShape::Slot);
+    grid.numbers[row.grid] = row.bad;
+    EXPECT_EQ(CheckGrid(grid).field, row.grid);
+    grid.numbers[row.grid] = row.good;
+    EXPECT_EQ(CheckGrid(grid).field, -1);
+  }
+}
+
 TEST(GridText, GoesRowByRowFromItsStart) {
   GridValues values = StartGrid(ItemShape::Slot);
   values.numbers[kGridColumns] = 2;

@@ -279,6 +279,39 @@ TEST(ShapeCheck, WantsSizes) {
   EXPECT_EQ(CheckShape(square).field, -1);
 }
 
+// Code has three decimals, a feed one: "F0.0" and an arc of no radius stop a control.
+TEST(ShapeCheck, WantsNumbersThatTheCodeDoesNotWriteAsZero) {
+  const struct {
+    int kind;
+    int field;
+    double bad;
+    double good;
+  } rows[] = {
+      {kShapeSquare, kShapeFeed, 0.04, 0.06},         {kShapeSquare, kShapeSize, -0.0004, -0.0006},
+      {kShapeRectangle, kShapeSize2, 0.0004, 0.0006}, {kShapeTriangle, kShapeSize, 0.0004, 0.0006},
+      {kShapeCircle, kShapeSize, 0.0004, 0.0006},     {kShapeDiamond, kShapeSize, 0.0008, 0.0012},
+      {kShapeDiamond, kShapeSize2, 0.0008, 0.0012},   {kShapeSlot, kShapeSize, 0.0004, 0.0006},
+      {kShapeSlot, kShapeSize2, 0.0008, 0.0012}};
+  for (const auto& row : rows) {
+    ShapeValues values = Start(row.kind);
+    values.numbers[row.field] = row.bad;
+    EXPECT_EQ(CheckShape(values).field, row.field) << row.kind;
+    values.numbers[row.field] = row.good;
+    EXPECT_EQ(CheckShape(values).field, -1) << row.kind;
+  }
+  ShapeValues line = Start(kShapeLine);
+  line.numbers[kShapeSize] = line.numbers[kShapeSize2] = 0.0004;
+  EXPECT_EQ(CheckShape(line).field, kShapeSize);
+  line.numbers[kShapeSize2] = -0.0006;
+  EXPECT_EQ(CheckShape(line).field, -1);
+  ShapeValues square = Start(kShapeSquare);
+  square.numbers[kShapeDepth] = -0.0004;
+  square.numbers[kShapeSafeZ] = 0.0004;
+  EXPECT_EQ(CheckShape(square).field, kShapeSafeZ);
+  square.numbers[kShapeSafeZ] = 0.0006;
+  EXPECT_EQ(CheckShape(square).field, -1);
+}
+
 TEST(ShapeCheck, TakesALineAlongOneAxis) {
   ShapeValues values = Start(kShapeLine);
   values.numbers[kShapeSize] = 0;

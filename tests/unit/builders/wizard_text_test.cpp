@@ -141,7 +141,7 @@ TEST(WizardCheck, WantsSpindleFeedAndClearance) {
     int field;
     double bad;
     double good;
-  } rows[] = {{kWizardRpm, 0, 1}, {kWizardFeed, 0, 0.001}, {kWizardSafeZ, -0.125, -0.124}};
+  } rows[] = {{kWizardRpm, 0, 1}, {kWizardFeed, 0, 0.2}, {kWizardSafeZ, -0.125, -0.124}};
   for (const auto& row : rows) {
     WizardValues values = Start(kWizardSlot);
     values.numbers[row.field] = row.bad;
@@ -149,6 +149,54 @@ TEST(WizardCheck, WantsSpindleFeedAndClearance) {
     values.numbers[row.field] = row.good;
     EXPECT_EQ(Fault(values), -1) << row.field;
   }
+}
+
+// The plunge of a pass has half the feed, and its code one decimal: F0.0 stops a control.
+TEST(WizardCheck, WantsNumbersThatTheCodeDoesNotWriteAsZero) {
+  const struct {
+    int kind;
+    int field;
+    double bad;
+    double good;
+  } rows[] = {{kWizardSlot, kWizardFeed, 0.09, 0.12},
+              {kWizardDrill, kWizardFeed, 0.04, 0.06},
+              {kWizardPeck, kWizardFeed, 0.04, 0.06},
+              {kWizardFace, kWizardFeed, 0.04, 0.06},
+              {kWizardPeck, kWizardNinth, 0.0004, 0.0006}};
+  for (const auto& row : rows) {
+    WizardValues values = Start(row.kind);
+    values.numbers[row.field] = row.bad;
+    EXPECT_EQ(Fault(values), row.field) << row.kind;
+    values.numbers[row.field] = row.good;
+    EXPECT_EQ(Fault(values), -1) << row.kind;
+  }
+  // One turn a minute over so many threads an inch.
+  WizardValues tap = Start(kWizardTap);
+  tap.numbers[kWizardRpm] = 1;
+  tap.numbers[kWizardFeed] = 999999;
+  EXPECT_EQ(Fault(tap), kWizardFeed);
+  tap.numbers[kWizardFeed] = 10000;  // F0.0001
+  EXPECT_EQ(Fault(tap), -1);
+  // In millimetres the feed is the product.
+  tap = Start(kWizardTap, true);
+  tap.numbers[kWizardRpm] = 1;
+  tap.numbers[kWizardFeed] = 0.00004;
+  EXPECT_EQ(Fault(tap), kWizardFeed);
+}
+
+TEST(WizardCheck, WantsClearanceThatTheCodeShows) {
+  WizardValues slot = Start(kWizardSlot);
+  slot.numbers[kWizardDepth] = -0.0004;
+  slot.numbers[kWizardSafeZ] = 0.0004;
+  EXPECT_EQ(Fault(slot), kWizardSafeZ);
+  slot.numbers[kWizardSafeZ] = 0.0006;
+  EXPECT_EQ(Fault(slot), -1);
+  WizardValues tap = Start(kWizardTap);
+  tap.numbers[kWizardDepth] = 0.0002;
+  tap.numbers[kWizardSafeZ] = 0.0014;
+  EXPECT_EQ(Fault(tap), kWizardSafeZ);
+  tap.numbers[kWizardSafeZ] = 0.003;
+  EXPECT_EQ(Fault(tap), -1);
 }
 
 TEST(WizardCheck, WantsAFifthOfSafeZAboveTheDepthOfHoles) {
