@@ -60,6 +60,9 @@ void AppendText(int id, std::u16string_view text);
 // never cut.
 void SetTextLimit(int id, int units);
 void SelectAllText(int id);
+// While the click of a push button is told: the pixels from its left edge to where the pointer let
+// it go; -1 where a key or assistive technology pressed it, and at any other time.
+int ClickedAt();
 // Of push buttons and check boxes; a click turns over a check box only, before it is told.
 void SetChecked(int id, bool checked);
 bool IsChecked(int id);

@@ -14,6 +14,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/window.h"
@@ -31,6 +32,7 @@ struct EditorSpec {
   int parent = kMainWindow;
   bool hidden = false;
   bool readOnly = false;
+  Colour caretLine = 0;  // of the band behind the caret's line, below all others; 0: none
 };
 
 bool MakeEditor(const EditorSpec& spec);
@@ -72,6 +74,9 @@ int EditorLineCount(int id);  // an empty text has one line
 int EditorLineStart(int id, int line);
 int EditorLineLength(int id, int line);  // without its line end
 int EditorLineOf(int id, int position);
+// The units of a line without its line end, empty for no such line. It costs the line alone, where
+// EditorText may cost the text.
+std::u16string EditorLineText(int id, int line);
 int FirstVisibleLine(int id);
 int VisibleLineCount(int id);  // whole lines of kEditorLineHeight; also of a hidden editor
 // Becomes the first visible one where possible: the last line stays at the lower edge. Scrolling
@@ -92,6 +97,15 @@ struct LineBand {
   Colour band = 0;
 };
 void SetLineBands(int id, const LineBand* bands, int count);
+
+// Stretches of lines with a ground and a frame, lines ascending, in place of those there were. They
+// lie over the bands and under the text, and stay with their line numbers as bands do.
+struct LineMark {
+  int line = 0;
+  int from = 0;  // in the line
+  int length = 0;
+};
+void SetLineMarks(int id, const LineMark* marks, int count, Colour ground, Colour frame);
 
 struct ColourRun {
   int from = 0;  // in the line

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/geometry.h"
 
@@ -126,12 +127,15 @@ struct Events {
   void (*listClick)(int id, int row, int x, int y) = nullptr;
   // A control got or lost the keyboard.
   void (*focusChanged)(int id, bool gained) = nullptr;
+  // The user dropped files on the main window, full paths in the order that the other program gave
+  // them. The program never moves or deletes them. Not while a box, a dialog or a menu stands.
+  void (*dropped)(const std::vector<std::u16string>& paths) = nullptr;
   // The main window's client size changed.
   void (*resized)(int width, int height) = nullptr;
   // The user closes the main window. False: it stays.
   bool (*closing)() = nullptr;
-  // The application came to the front again, behind another program. While a box, a dialog or a menu
-  // asks the user, it is told behind the answer.
+  // The application came to the front again, behind another program. While a box, a dialog or a
+  // menu asks the user, it is told behind the answer.
   void (*activated)() = nullptr;
   // The system asks the process to end. Nobody is there to answer questions; the loop ends
   // behind it.

@@ -42,6 +42,18 @@ TEST_F(Buttons, TurnACheckBoxOverBeforeItIsTold) {
   EXPECT_EQ(Told("command"), (Lines{"command 102 0", "command 102 0"}));
 }
 
+TEST_F(Buttons, TellWhereThePointerClickedThemAndNothingOfKeys) {
+  std::vector<int> seen;
+  listening.command = [&seen](int, int) { seen.push_back(platform::ClickedAt()); };
+  hands::ClickAt(kButton, 7, 5);
+  Press(platform::kKeySpace);
+  Press(platform::kKeyEnter);
+  hands::Assist(kButton);
+  hands::ClickAt(kButton, 9, 5);
+  EXPECT_EQ(seen, (std::vector<int>{7, -1, -1, -1, 9}));
+  EXPECT_EQ(platform::ClickedAt(), -1);
+}
+
 TEST_F(Buttons, ArePressedBySpace) {
   platform::SetFocusTo(kButton);
   Press(platform::kKeySpace);

@@ -37,6 +37,16 @@ TEST_F(EditorView, ScrollsToALineAndNoFurtherThanTheLast) {
   EXPECT_EQ(FirstVisibleLine(kId), 0);
 }
 
+TEST_F(EditorView, HandsOutALineWithoutItsEnd) {
+  platform::ReplaceRange(kId, {3, 5}, u"longer");
+  EXPECT_EQ(platform::EditorLineText(kId, 0), u"ab");
+  EXPECT_EQ(platform::EditorLineText(kId, 1), u"longer");
+  EXPECT_EQ(platform::EditorLineText(kId, kLines - 1), u"ab");
+  EXPECT_EQ(platform::EditorLineText(kId, kLines), u"");
+  EXPECT_EQ(platform::EditorLineText(kId, -1), u"");
+  EXPECT_EQ(platform::EditorLineText(999, 0), u"");
+}
+
 TEST_F(EditorView, TellsScrollingOnceAndOnlyWhereItMoved) {
   ScrollToLine(kId, 12);
   EXPECT_EQ(Told("command"), Lines{"command 300 1538"});

@@ -171,6 +171,20 @@ bool TypeInto(int id, std::u16string_view text) {
   return true;
 }
 
+namespace {
+int clickPlace = -1;
+int nextPlace = -1;
+}  // namespace
+
+int ClickPlace() { return clickPlace; }
+
+bool ClickAt(int id, int x) {
+  nextPlace = x;
+  const bool clicked = Click(id);
+  nextPlace = -1;
+  return clicked;
+}
+
 bool Click(int id) {
   Item* item = Find(id);
   if (!item || !CanBeUsed(id)) return false;
@@ -179,7 +193,9 @@ bool Click(int id) {
   item = Find(id);
   if (!item) return true;
   if (item->kind == Kind::Check) item->checked = !item->checked;
+  const int before = std::exchange(clickPlace, std::exchange(nextPlace, -1));
   SendCommand(id, platform::kNotifyClick);
+  clickPlace = before;
   return true;
 }
 
@@ -229,6 +245,8 @@ void SetTextLimit(int id, int units) {
 }
 
 void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
+
+int ClickedAt() { return headless::ClickPlace(); }
 
 void SetChecked(int id, bool checked) {
   Item* item = Find(id);

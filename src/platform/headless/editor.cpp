@@ -284,6 +284,11 @@ bool EditorBand(int id, int line, platform::Colour& band) {
   return false;
 }
 
+std::vector<platform::LineMark> EditorMarks(int id) {
+  const EditorState* e = EditorOf(id);
+  return e ? e->marks : std::vector<platform::LineMark>();
+}
+
 }  // namespace headless
 
 namespace platform {
@@ -321,6 +326,7 @@ void SetEditorText(int id, std::u16string_view text) {
   const bool scrolled = e->firstLine != 0;
   headless::SetWholeText(e->text, text);
   e->bands.clear();
+  e->marks.clear();
   e->anchor = e->caret = e->firstLine = 0;
   e->column = -1;
   if (scrolled) headless::SendCommand(id, kNotifyVScroll);
@@ -409,6 +415,14 @@ int EditorLineLength(int id, int line) {
   return headless::LineLengthOf(e->text, line);
 }
 
+std::u16string EditorLineText(int id, int line) {
+  const EditorState* e = EditorOf(id);
+  if (!e || line < 0 || line >= headless::LineCount(*e)) return {};
+  const int start = headless::LineStartPosition(e->text, line);
+  const std::size_t at = headless::IndexOfPosition(e->text, start);
+  return e->text.text.substr(at, static_cast<std::size_t>(headless::LineLengthOf(e->text, line)));
+}
+
 int EditorLineOf(int id, int position) {
   const EditorState* e = EditorOf(id);
   return e ? headless::LineOfPosition(e->text, headless::Clamped(*e, position)) : 0;
@@ -461,6 +475,10 @@ void MarkEditorLine(int id, int line, Colour band) {
 
 void SetLineBands(int id, const LineBand* bands, int count) {
   if (EditorState* e = EditorOf(id)) e->bands.assign(bands, bands + std::max(0, count));
+}
+
+void SetLineMarks(int id, const LineMark* marks, int count, Colour, Colour) {
+  if (EditorState* e = EditorOf(id)) e->marks.assign(marks, marks + std::max(0, count));
 }
 
 void SetLineRuns(int id, int line, const ColourRun* runs, int count) {

@@ -22,6 +22,15 @@ Asking::Asking() {
 
 Asking::~Asking() { --asking; }
 
+bool AnythingAsks() { return asking > 0; }
+
+bool DropFiles(const std::vector<std::u16string>& paths) {
+  const platform::Events& events = platform::Listener();
+  if (AnythingAsks() || !platform::Exists(platform::kMainWindow) || !events.dropped) return false;
+  events.dropped(paths);
+  return true;
+}
+
 void ComeToFront() {
   owed = true;
   TellFront();

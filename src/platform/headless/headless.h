@@ -31,6 +31,7 @@ void RemoveDocuments();                            // the system has no Document
 
 // What the user does. False: no such thing, or it is hidden or disabled.
 bool Click(int id);                               // buttons and check boxes
+bool ClickAt(int id, int x);                      // by the pointer, at x pixels of a button
 bool TypeInto(int id, std::u16string_view text);  // replaces an edit's text, with its changes
 bool SelectRows(int id, const std::vector<int>& rows);
 bool DoubleClickRow(int id, int row);
@@ -65,6 +66,8 @@ bool CloseKey();                     // false: the window stayed
 bool WindowClosed();
 void ComeToFront();  // from another program back to this one
 void Terminate();    // the system's signal to end
+// Files from another program, let go over the main window. False: nothing takes them.
+bool DropFiles(const std::vector<std::u16string>& paths);
 
 // Time and messages: fires due timers in order and lets the worker run up to now + ms.
 void Advance(int milliseconds);
@@ -117,6 +120,7 @@ struct FilePickRecord {
   bool save = false;
   std::u16string title;
   std::u16string initialName;
+  std::u16string folder;
   std::u16string defaultExtension;
   std::vector<std::pair<std::u16string, std::u16string>> filters;
   std::u16string picked;  // empty: cancelled
@@ -165,6 +169,9 @@ int EditorMark(int id, platform::Colour& band);
 
 // The band that SetLineBands laid behind a line; false for none.
 bool EditorBand(int id, int line, platform::Colour& band);
+
+// What SetLineMarks marked last.
+std::vector<platform::LineMark> EditorMarks(int id);
 
 // What SetToolTip gave last.
 std::u16string ToolTipOf(int id);

@@ -90,6 +90,7 @@ struct EditorState {
   int markedLine = -1;
   platform::Colour markBand = 0;
   std::vector<platform::LineBand> bands;
+  std::vector<platform::LineMark> marks;
   bool readOnly = false;
   int redrawHolds = 0;
 };
@@ -174,6 +175,11 @@ void LosePointer();
 void FillEditor(int id);
 void FillList(Item& item);
 
+// Where the pointer let the button go whose click is told now, -1 where it did not.
+int ClickPlace();
+
+// Whether a box, a dialog or a menu stands.
+bool AnythingAsks();
 // Lives as long as a modal call. It takes the pointer from a view that held it.
 struct Asking {
   Asking();

@@ -45,6 +45,7 @@ bool Pick(const platform::PickFileSpec& spec, bool save, std::u16string& path) {
   record.save = save;
   record.title = spec.title;
   record.initialName = spec.initialName;
+  record.folder = spec.folder;
   record.defaultExtension = spec.defaultExtension;
   for (int i = 0; i < spec.filterCount; ++i) {
     record.filters.emplace_back(spec.filters[i].words, spec.filters[i].patterns);

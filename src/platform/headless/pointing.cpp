@@ -106,7 +106,7 @@ void ReleaseIn(int id, const PointerEvent& event) {
   const bool inside = platform::RectHolds(platform::ClientArea(id), event.x, event.y);
   const bool pressed = std::exchange(item->pressed, false);
   if (pressed && inside) {
-    Click(id);
+    ClickAt(id, event.x);
   } else if (IsBox(*item) && hand.row >= 0) {
     const int row = RowAt(*item, event.y);
     const platform::Events& events = platform::Listener();

@@ -16,6 +16,7 @@
 #include <QValidator>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 #include "platform/common/line_ends.h"
 #include "platform/control.h"
@@ -27,13 +28,15 @@ namespace {
 
 constexpr int kNoLimit = 32767;  // what an edit line takes without a limit of its own
 
+int clickedAt = -1;
+
 class Button : public PlacedWidget<QPushButton> {
  public:
   Button(int id, QWidget* parent) : PlacedWidget<QPushButton>(id, true, parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_Hover);
     setAutoDefault(false);
-    connect(this, &QPushButton::clicked, this, [this] { SendCommand(Id(), kNotifyClick); });
+    connect(this, &QPushButton::clicked, this, [this] { Tell(); });
   }
 
  protected:
@@ -57,6 +60,12 @@ class Button : public PlacedWidget<QPushButton> {
       FillArea(canvas, canvas.area, kLookPanel);
     }
   }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    releasedAt_ = event->pos().x();
+    const QPointer<QWidget> self(this);
+    QPushButton::mouseReleaseEvent(event);
+    if (!self.isNull()) releasedAt_ = -1;
+  }
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && !event->isAutoRepeat()) {
@@ -65,6 +74,16 @@ class Button : public PlacedWidget<QPushButton> {
     }
     QPushButton::keyPressEvent(event);
   }
+
+ private:
+  // What the click brings up may let another one happen.
+  void Tell() {
+    const int before = std::exchange(clickedAt, std::exchange(releasedAt_, -1));
+    SendCommand(Id(), kNotifyClick);
+    clickedAt = before;
+  }
+
+  int releasedAt_ = -1;
 };
 
 class Check : public PlacedWidget<QCheckBox> {
@@ -456,6 +475,8 @@ void SetTextLimit(int id, int units) {
 }
 
 void SelectAllText(int id) { RunEditAction(id, EditAction::SelectAll); }
+
+int ClickedAt() { return clickedAt; }
 
 // A push button that is told a state has one from then on, also for assistive technology.
 void SetChecked(int id, bool checked) {

@@ -178,6 +178,11 @@ int EditorLineLength(int id, int line) {
   return block.isValid() ? block.length() - 1 : 0;
 }
 
+std::u16string EditorLineText(int id, int line) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr ? Text16(LineOf(editor, line).text()) : std::u16string();
+}
+
 int EditorLineOf(int id, int position) {
   const EditorWidget* editor = EditorOf(id);
   if (editor == nullptr) return 0;
@@ -226,6 +231,10 @@ void MarkEditorLine(int id, int line, Colour band) {
 
 void SetLineBands(int id, const LineBand* bands, int count) {
   if (EditorWidget* editor = EditorOf(id)) editor->SetBands(bands, count);
+}
+
+void SetLineMarks(int id, const LineMark* marks, int count, Colour ground, Colour frame) {
+  if (EditorWidget* editor = EditorOf(id)) editor->SetMarks(marks, count, ground, frame);
 }
 
 void SetLineRuns(int id, int line, const ColourRun* runs, int count) {

@@ -46,6 +46,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void TellKept();
   void Mark(int line, Colour band);
   void SetBands(const LineBand* bands, int count);
+  void SetMarks(const LineMark* marks, int count, Colour ground, Colour frame);
   int FirstLine() const { return firstVisibleBlock().blockNumber(); }
   int PositionAtPoint(int x, int y) const;
   Point PointOf(int position) const;
@@ -76,6 +77,9 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void TellSelection();
   void TellTyped(const QString& characters);
   void FlushRuns();
+  void PaintBands(QPaintEvent* event);
+  void PaintMarks(QPainter& painter, const QTextBlock& block, double top) const;
+  void FollowCaretLine();
   void PaintText(QPaintEvent* event);
   void PaintLongLine(QPainter& painter, const QTextBlock& block, const QRectF& place,
                      const QRect& area) const;
@@ -92,7 +96,12 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   int holds_ = 0;
   int frozen_ = 0;
   std::vector<LineBand> bands_;  // lines ascending
-  int runsFrom_ = -1;            // positions whose colours changed and are not painted yet
+  std::vector<LineMark> marks_;  // lines ascending
+  Colour markGround_ = 0;
+  Colour markFrame_ = 0;
+  Colour caretBand_ = 0;
+  int caretLine_ = 0;  // the band was drawn for
+  int runsFrom_ = -1;  // positions whose colours changed and are not painted yet
   int runsTo_ = -1;
 };
 

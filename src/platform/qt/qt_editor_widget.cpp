@@ -127,7 +127,7 @@ ByProgram::~ByProgram() { --programMoves; }
 bool ByProgram::Stands() { return programMoves > 0; }
 
 EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
-    : PlacedWidget<QPlainTextEdit>(spec.id, true, parent) {
+    : PlacedWidget<QPlainTextEdit>(spec.id, true, parent), caretBand_(spec.caretLine) {
   auto* text = new QTextDocument(this);
   text->setDocumentLayout(new EvenLayout(text));
   text->setDefaultFont(FontOf(FontRole::Code));
@@ -149,7 +149,10 @@ EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
   connect(this, &QPlainTextEdit::textChanged, this, [this] {
     if (!settingWhole_ && !keeping_) TellChange();
   });
-  connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { TellSelection(); });
+  connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
+    FollowCaretLine();
+    TellSelection();
+  });
   connect(this, &QPlainTextEdit::selectionChanged, this, [this] { TellSelection(); });
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this,
           [this] { SendCommand(Id(), kNotifyVScroll); });
@@ -254,6 +257,7 @@ void EditorWidget::SetWhole(std::u16string_view text) {
   mirror_ = WithCrLf(text);
   stale_.clear();
   bands_.clear();
+  marks_.clear();
   // No copy: the document takes its own while it builds the lines.
   document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
                                                 static_cast<qsizetype>(mirror_.size())));
@@ -457,24 +461,61 @@ void EditorWidget::SetBands(const LineBand* bands, int count) {
   viewport()->update();
 }
 
-// The bands of the lines in view go under the text; the rest of the table is not touched.
-void EditorWidget::paintEvent(QPaintEvent* event) {
-  if (!bands_.empty()) {
-    QPainter painter(viewport());
-    QTextBlock block = firstVisibleBlock();
-    double top = blockBoundingGeometry(block).translated(contentOffset()).top();
-    auto band = std::lower_bound(bands_.begin(), bands_.end(), block.blockNumber(),
-                                 [](const LineBand& each, int line) { return each.line < line; });
-    while (block.isValid() && top <= event->rect().bottom() && band != bands_.end()) {
-      if (band->line == block.blockNumber()) {
-        painter.fillRect(QRectF(0, top, viewport()->width(), kEditorLineHeight),
-                         ColourOf(band->band));
-        ++band;
-      }
-      top += kEditorLineHeight;
-      block = block.next();
-    }
+void EditorWidget::SetMarks(const LineMark* marks, int count, Colour ground, Colour frame) {
+  if (count <= 0 && marks_.empty()) return;
+  marks_.assign(marks, marks + std::max(0, count));
+  markGround_ = ground;
+  markFrame_ = frame;
+  viewport()->update();
+}
+
+void EditorWidget::FollowCaretLine() {
+  const int line = caretBand_ != 0 ? textCursor().blockNumber() : caretLine_;
+  if (line == caretLine_) return;
+  caretLine_ = line;
+  viewport()->update();
+}
+
+void EditorWidget::PaintMarks(QPainter& painter, const QTextBlock& block, double top) const {
+  blockBoundingRect(block);  // lays the line out where it is not
+  const int line = block.blockNumber();
+  auto mark = std::lower_bound(marks_.begin(), marks_.end(), line,
+                               [](const LineMark& each, int wanted) { return each.line < wanted; });
+  if (mark == marks_.end() || mark->line != line || block.layout()->lineCount() == 0) return;
+  const QTextLine whole = block.layout()->lineAt(0);
+  const double left = contentOffset().x();
+  painter.setPen(ColourOf(markFrame_));
+  painter.setBrush(ColourOf(markGround_));
+  for (; mark != marks_.end() && mark->line == line; ++mark) {
+    const int to = std::min(mark->from + mark->length, block.length() - 1);
+    if (to <= mark->from) continue;  // the line became shorter
+    const double from = left + whole.cursorToX(mark->from);
+    painter.drawRect(
+        QRectF(from, top + 1, left + whole.cursorToX(to) - from, kEditorLineHeight - 3));
   }
+}
+
+// What goes under the text of the lines in view; the rest of the tables is not touched.
+void EditorWidget::PaintBands(QPaintEvent* event) {
+  QPainter painter(viewport());
+  QTextBlock block = firstVisibleBlock();
+  double top = blockBoundingGeometry(block).translated(contentOffset()).top();
+  auto band = std::lower_bound(bands_.begin(), bands_.end(), block.blockNumber(),
+                               [](const LineBand& each, int line) { return each.line < line; });
+  const auto fill = [&](Colour colour) {
+    painter.fillRect(QRectF(0, top, viewport()->width(), kEditorLineHeight), ColourOf(colour));
+  };
+  for (; block.isValid() && top <= event->rect().bottom(); block = block.next()) {
+    const int line = block.blockNumber();
+    if (caretBand_ != 0 && line == caretLine_) fill(caretBand_);
+    if (band != bands_.end() && band->line == line) fill((band++)->band);
+    PaintMarks(painter, block, top);
+    top += kEditorLineHeight;
+  }
+}
+
+void EditorWidget::paintEvent(QPaintEvent* event) {
+  if (!bands_.empty() || !marks_.empty() || caretBand_ != 0) PaintBands(event);
   PaintText(event);
 }
 

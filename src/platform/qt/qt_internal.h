@@ -205,6 +205,8 @@ void RefreshAccessibleName(const Placed& row);
 void BeginAccess();
 // Watches the pointer for PointerMoves.
 void BeginMoves();
+// Takes files that are dropped on the main window.
+void BeginDrops();
 // Tells when the application comes to the front again.
 void BeginFront();
 // A click in the middle of a list's row, or the choice of a combo's; `turn` turns over one of

@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include "platform/pick_file.h"
 #include "platform/qt/qt_internal.h"
@@ -17,6 +19,16 @@ QString FilterRow(const FileFilter& filter) {
   QString patterns = Text(filter.patterns);
   patterns.replace(u';', u' ');
   return Text(filter.words) + QStringLiteral(" (") + patterns + QStringLiteral(")");
+}
+
+// The toolkit's own dialog gives the names a column of one width and cuts what is longer. Here they
+// get what they need; the other columns stand behind them, by the scroll bar where they must.
+void ShowWholeNames(QFileDialog& dialog) {
+  dialog.setViewMode(QFileDialog::Detail);
+  auto* rows = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (rows == nullptr) return;  // a dialog of the system's
+  rows->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+  rows->setTextElideMode(Qt::ElideNone);
 }
 
 bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
@@ -34,6 +46,8 @@ bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
   QStringList rows;
   for (int i = 0; i < spec.filterCount; ++i) rows.append(FilterRow(spec.filters[i]));
   if (!rows.isEmpty()) dialog.setNameFilters(rows);
+  const QString folder = Text(spec.folder);
+  if (!folder.isEmpty() && QFileInfo(folder).isDir()) dialog.setDirectory(folder);
   if (save) dialog.setDefaultSuffix(Text(spec.defaultExtension));
   const QString name = Text(spec.initialName);
   if (!name.isEmpty()) {
@@ -41,6 +55,7 @@ bool Pick(const PickFileSpec& spec, bool save, std::u16string& path) {
     if (info.isAbsolute()) dialog.setDirectory(info.absolutePath());
     dialog.selectFile(info.isAbsolute() ? info.fileName() : name);
   }
+  ShowWholeNames(dialog);
   const Asking asking;
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
   const std::u16string chosen = Text16(QDir::toNativeSeparators(dialog.selectedFiles().first()));

@@ -73,6 +73,7 @@ void BeginProcess(int& argc, char** argv) {
   BeginLook();
   BeginAccess();
   BeginMoves();
+  BeginDrops();
   BeginFront();
   BeginPosts();
   SetAdapterNamer(NameAdapter);

@@ -288,6 +288,7 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
   if (FindPlaced(kMainWindow) != nullptr) return false;
   auto* window = new MainWindow(spec.background);
   window->setObjectName(Text(spec.className));
+  window->setAcceptDrops(true);
   window->setWindowTitle(Text(spec.title));
   window->setMinimumSize(spec.minimumWidth, spec.minimumHeight);
   const QRect place = FirstPlace(spec);
