@@ -10,9 +10,11 @@
 
 namespace morva {
 
-// A place belongs to a room, which says what it is beside its name. Its address tells it from the
-// others.
-struct ChordPlace {};
+// A place belongs to a room. Its address tells it from the others, its words tell the user where
+// the keys hold.
+struct ChordPlace {
+  const char16_t* words;
+};
 
 struct Chord {
   const ChordPlace* place = nullptr;  // null: nowhere

@@ -157,6 +157,17 @@ inline constexpr int kIdLayerClean = 3034;
 inline constexpr int kIdLayerSkimDepth = 3035;
 inline constexpr int kIdLayerDepthShade = 3036;  // and below a line
 
+inline constexpr int kIdRecentMenu = 3130;  // menu at OPEN: the last programs and what stands below
+inline constexpr int kIdRecentFirst = 3131;  // its programs, 3131 to 3138
+inline constexpr int kIdRecentLast = 3138;
+inline constexpr int kIdPrintProgram = 3140;
+inline constexpr int kIdGoToLine = 3141;
+inline constexpr int kIdKeysPage = 3142;
+inline constexpr int kIdLineNumber = 3143;  // box of a line, 3143 to 3146
+inline constexpr int kIdLineNote = 3144;
+inline constexpr int kIdLineGo = 3145;
+inline constexpr int kIdLineCancel = 3146;
+
 // Keys of the toolpath view that the routing table does not name.
 inline constexpr int kIdViewRefresh = 3150;
 inline constexpr int kIdViewFit = 3151;
@@ -188,6 +199,11 @@ inline constexpr int kIdPanelHead = 3207;   // the mode's header
 inline constexpr int kIdInfoPanel = 3208;   // program information
 inline constexpr int kIdHelpText = 3209;    // help text under the panel
 inline constexpr int kIdOutputHelp = 3210;  // help for the control under the pointer, over the log
+inline constexpr int kIdCaretPlace = 3211;  // line and column of the caret
+inline constexpr int kIdKeysSearch = 3212;  // page of keys, 3212 to 3215
+inline constexpr int kIdKeysList = 3213;
+inline constexpr int kIdKeysNote = 3214;
+inline constexpr int kIdKeysClose = 3215;
 
 // Controls of panels that the routing table does not name.
 inline constexpr int kIdFindText = 3220;  // find pane, 3220 to 3231
@@ -537,7 +553,8 @@ inline constexpr int kViewRectPicture = 20062;
 inline constexpr int kViewDncPanel = 20080;  // the setup panel's lists, which scroll
 inline constexpr int kViewDncPaper = 20081;
 inline constexpr int kViewDncBar = 20082;
-inline constexpr int kViewSkim = 20090;  // the wizard of the guided skim, and its form, which scrolls
+inline constexpr int kViewSkim =
+    20090;  // the wizard of the guided skim, and its form, which scrolls
 inline constexpr int kViewSkimForm = 20091;
 inline constexpr int kViewSkimPaper = 20092;
 inline constexpr int kViewSkimBar = 20093;
@@ -546,5 +563,7 @@ inline constexpr int kViewPlatePicture = 20071;
 inline constexpr int kViewPlateForm = 20072;  // its fields, which scroll
 inline constexpr int kViewPlatePaper = 20073;
 inline constexpr int kViewPlateBar = 20074;
+inline constexpr int kViewGoToLine = 20095;  // the box of a line
+inline constexpr int kViewKeys = 20096;      // the page of keys
 
 }  // namespace morva

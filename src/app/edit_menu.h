@@ -9,8 +9,9 @@
 namespace morva {
 
 // Where chords of this room hold.
-inline constexpr ChordPlace kTextChords{};     // any text control
-inline constexpr ChordPlace kToolkitChords{};  // the same, where the toolkit knows these keys
+inline constexpr ChordPlace kTextChords{u"any text"};  // any text control
+inline constexpr ChordPlace kToolkitChords{
+    u"any text"};  // the same, where the toolkit knows these keys
 
 std::span<const Command> EditCommands();
 // True: the key was one of the three on a text control.

@@ -10,6 +10,7 @@ namespace morva {
 
 // Programs and their blocks.
 inline constexpr int kMaxTabs = 8;               // "The workspace supports up to 8 open programs in this build."
+inline constexpr int kMaxRecentFiles = 8;        // programs in the menu at OPEN; the oldest goes
 inline constexpr int kMaxFeatures = 128;         // hint "Feature browser limit: 128 sections. ..."; an insert is refused with "This program already has 128 editable blocks. ..."
 inline constexpr int kMaxFeatureLines = 128;     // one row for each feature
 inline constexpr int kMaxItems = 96;             // objects in a sketch or in one block's settings; more makes a damaged block, and a paste that does not fit pastes nothing and says so
@@ -55,6 +56,8 @@ inline constexpr int kMaxColouredUnits = 250000;   // a longer program bears no 
 inline constexpr int kMaxColouredLine = 8190;      // units of a code line that bear colours
 inline constexpr int kMaxWordsLine = 2046;         // units of a words line that bear colours
 inline constexpr int kMaxEarlierWordsUnits = 16777216;  // kept of programs as the words view showed them before a change from elsewhere; an Undo further back brings G1 back as G01
+inline constexpr int kMaxFindMarks = 4096;         // hits of Find that are marked at once; further ones are not marked
+inline constexpr int kMaxMarkedLine = kMaxColouredLine;  // units of a line in which hits are marked
 inline constexpr int kMaxLineRuns = kMaxColouredLine;  // coloured stretches of a line, each of a unit at least
 
 // The guided skim.

@@ -84,6 +84,9 @@ inline constexpr platform::Colour kPathToolEdge = 0x26323C;
 inline constexpr platform::Colour kPathDimension = 0xF1BE4C;
 inline constexpr platform::Colour kPathHead = 0xFFCB48;
 inline constexpr platform::Colour kPathMeasure = 0xFFFFFF;
+inline constexpr platform::Colour kCaretLineBand = 0x0C2032;   // behind the caret's line of code
+inline constexpr platform::Colour kHitGround = 0x2A2608;       // behind the hits of Find
+inline constexpr platform::Colour kHitFrame = 0xB8923A;        // around them
 inline constexpr platform::Colour kPlayedLineBand = 0x083248;  // behind the head's line of code
 // Its grid, in the order of the choice.
 inline constexpr platform::Colour kPathGrid[] = {0x344A60, 0x286973, 0x436F48,

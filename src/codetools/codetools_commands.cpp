@@ -29,6 +29,11 @@ constexpr Command kCommands[] = {
      .help = u"Find and replace ({})",
      .chord = CtrlKey(kEditorChords, 'F')},
 
+    {.id = kIdGoToLine, .words = u"Go to line\u2026", .chord = CtrlKey(kEditorChords, 'G')},
+    {kIdLineGo, u"Go"},
+    {kIdLineCancel, u"Cancel"},
+    {.id = kIdCaretPlace, .hint = Hint::Quiet},
+
     // Find and replace. The captions say all.
     {kIdMatchCase, u"Match case"},
     {kIdWholeToken, u"Whole token"},

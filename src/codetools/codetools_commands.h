@@ -8,8 +8,8 @@
 namespace morva {
 
 // Where chords of this room hold.
-inline constexpr ChordPlace kEditorChords{};  // the code editor and the words view
-inline constexpr ChordPlace kReviewChords{};  // any control of the compare review
+inline constexpr ChordPlace kEditorChords{u"program code"};  // the code editor and the words view
+inline constexpr ChordPlace kReviewChords{u"compare"};       // any control of the compare review
 
 std::span<const Command> CodeToolCommands();
 

@@ -9,11 +9,14 @@
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/caret_place.h"
 #include "codetools/codetools_commands.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/editor_help.h"
+#include "codetools/find_marks.h"
 #include "codetools/find_pane.h"
+#include "codetools/go_to_line.h"
 #include "codetools/import_panel.h"
 #include "codetools/index_panel.h"
 #include "codetools/renumber.h"
@@ -37,6 +40,13 @@ void Renumber(int, int) { RenumberProgram(); }
 void EditorScrolled(int, int) {
   platform::Repaint(kViewGutter);
   FollowCompletionScroll();
+  RefreshFindMarks();
+}
+
+// The text is as the move or the key left it.
+void FollowEdit() {
+  ShowCaretPlace();
+  RefreshFindMarks();
 }
 
 std::u16string lastHovered;
@@ -64,6 +74,8 @@ void ListenToEditor() {
   handlers.id = id;
   handlers.pointer = [](const platform::PointerEvent& event) { return EditorPointer(id, event); };
   handlers.key = [](const platform::KeyEvent& key) { return EditorKey(id, key); };
+  handlers.selection = [](bool) { FollowEdit(); };
+  handlers.typed = [](char16_t) { FollowEdit(); };
   RegisterHandlers(handlers);
 }
 
@@ -79,13 +91,15 @@ void PaintGutter(platform::Canvas& canvas) {
   platform::FillArea(canvas, area, kPanelBackground);
   const int editor = ShownEditor();
   const int lines = platform::EditorLineCount(editor);
+  const int current = CaretLine();
   int line = platform::FirstVisibleLine(editor);
   for (int top = area.top + platform::kEditorTop;
        top + platform::kEditorLineHeight <= area.bottom && line < lines;
        top += platform::kEditorLineHeight, ++line) {
     const platform::Rect row{area.left, top, area.right - kRightMargin,
                              top + platform::kEditorLineHeight};
-    platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small, kDimText,
+    platform::PaintText(canvas, row, IntegerText(line + 1), platform::FontRole::Small,
+                        line == current ? kMainText : kDimText,
                         platform::kAlignRight | platform::kAlignMiddle);
   }
 }
@@ -106,6 +120,8 @@ void RegisterCodeToolCommands() {
   RegisterIndexPanel();
   RegisterCompletion();
   RegisterImportPanel();
+  RegisterGoToLine();
+  RegisterTimer(kTimerText, FollowEdit);
   lastHovered.clear();
   ResetValidator();
   hooks.programLeft = MarkReport;

@@ -5,6 +5,7 @@
 #include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/find_marks.h"
 #include "codetools/find_rules.h"
 #include "codetools/find_work.h"
 #include "forms/form.h"
@@ -47,11 +48,17 @@ constexpr FormRow kRows[] = {
 };
 // clang-format on
 constexpr FormLook kLook{.tightGap = 2, .keyHeight = 28, .headHeight = 22};
-constexpr Form kFindForm{.look = &kLook, .rows = kRows};
+constexpr Form kFindForm{.look = &kLook, .rows = kRows, .changed = [](int) { RefreshFindMarks(); }};
 
 void MakePane() { MakeForm(kFindForm); }
-void PlacePane(const platform::Rect& area) { PlaceForm(kFindForm, area); }
-void HidePane() { HideForm(kFindForm); }
+void PlacePane(const platform::Rect& area) {
+  PlaceForm(kFindForm, area);
+  RefreshFindMarks();
+}
+void HidePane() {
+  HideForm(kFindForm);
+  RefreshFindMarks();
+}
 
 void EnterPane() {
   platform::SetFocusTo(kIdFindText);
@@ -80,6 +87,7 @@ void OnRemove(int, int) {
   if (RemoveRule(platform::SelectedRow(kIdRuleList))) RulesChanged();
 }
 
+void OnCheck(int, int) { RefreshFindMarks(); }
 void OnPreview(int, int) { ApplyRules(false); }
 void OnApply(int, int) { ApplyRules(true); }
 void OnNext(int, int) { NextMatch(); }
@@ -114,6 +122,8 @@ void RegisterFindPane() {
   RegisterPanel(panel);
   RegisterForm(kFindForm);
   using platform::kNotifyClick;
+  RegisterCommand(RouterStage::Builder, kIdMatchCase, kNotifyClick, OnCheck);
+  RegisterCommand(RouterStage::Builder, kIdWholeToken, kNotifyClick, OnCheck);
   RegisterCommand(RouterStage::Builder, kIdRuleAdd, kNotifyClick, OnAdd);
   RegisterCommand(RouterStage::Builder, kIdRuleRemove, kNotifyClick, OnRemove);
   RegisterCommand(RouterStage::Builder, kIdRulePreview, kNotifyClick, OnPreview);
@@ -127,6 +137,7 @@ void RegisterFindPane() {
 void ResetFindPane() {
   ClearRules();
   ResetFindWork();
+  ResetFindMarks();
 }
 
 }  // namespace morva

@@ -190,6 +190,7 @@ void MakeWordsEditor() {
   spec.accessibleName = u"Command words";
   spec.text = kWordsText;
   spec.background = kDarkBand;
+  spec.caretLine = kCaretLineBand;
   spec.hidden = true;
   platform::MakeEditor(spec);
   platform::SetText(kIdCommandWords, kToWords);

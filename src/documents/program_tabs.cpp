@@ -16,6 +16,7 @@
 #include "documents/insertion.h"
 #include "documents/new_program.h"
 #include "documents/program_information.h"
+#include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/saver.h"
 #include "documents/tab_models.h"
@@ -121,6 +122,7 @@ void ResetDocuments() {
   FreeTabs();
   ResetAutosave();
   ResetRecovery();
+  ResetRecentFiles();
   ResetInsertion();
   ResetFeatures();
   ResetLiveModels();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,9 @@ void OpenProgram();
 // Opens the file at a full path in a tab, or shows its tab. What cannot be opened is refused in a
 // box.
 void OpenProgramFile(const std::u16string& path);
+// Several, from the command line or dropped on the window. Those that find no free tab, and those
+// that cannot be opened, are named in the output.
+void OpenProgramFiles(std::span<const std::u16string> paths);
 // These ask what has to be asked. False: cancelled, or failed already.
 bool SaveProgramCommand();
 bool SaveProgramAs();
@@ -39,6 +43,10 @@ void SaveAll();
 // Ctrl with N, O, S or W: new, open, save, close. False: another key.
 bool ProgramKey(const platform::KeyEvent& key);
 void ShowSaveMenu();
+// The programs that were opened last, below OPEN, with printing and the page of keys; the chosen
+// one opens. One that is not there any
+// more is said with words and goes off the list.
+void ShowRecentMenu();
 void ShowTabMenu(int index, int x, int y);
 // The dialog for a program file that exists, under this title. False: cancelled.
 bool PickProgramToOpen(const char16_t* title, std::u16string& path);

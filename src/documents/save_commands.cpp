@@ -11,6 +11,7 @@
 #include "documents/file_loss.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
+#include "documents/recent_files.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
@@ -109,6 +110,8 @@ bool PickSavePath(std::u16string& path) {
   spec.initialName = initial.c_str();
   spec.defaultExtension = u"NC";
   spec.capacity = kPathUnits;
+  const std::u16string folder = LastFolder();
+  spec.folder = folder.c_str();
   return platform::PickFileToSave(spec, path);
 }
 

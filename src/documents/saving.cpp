@@ -12,6 +12,7 @@
 #include "documents/file_loss.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
+#include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/tab_models.h"
@@ -152,6 +153,7 @@ void FollowResult(ProgramTab& tab, const SaveResult& result) {
   if (result.answer == SaveAnswer::Saved && result.takesPath) {
     NameProgram(tab, result.program, result.byUser);
     NotePathTaken(tab, result.program);
+    if (result.byUser) NoteRecentFile(result.program);
   }
   const bool own = std::u16string_view(tab.path) == result.program;
   if (!result.checked) {

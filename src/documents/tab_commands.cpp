@@ -1,8 +1,11 @@
 // The commands of the tab bar and of the keys NEW, OPEN, SAVE and CLOSE.
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -17,13 +20,17 @@
 #include "documents/file_kinds.h"
 #include "documents/file_text.h"
 #include "documents/program_information.h"
+#include "documents/program_print.h"
 #include "documents/program_tabs.h"
+#include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
+#include "platform/control.h"
+#include "platform/file.h"
 #include "platform/message.h"
 #include "platform/pick_file.h"
 #include "platform/window.h"
@@ -37,6 +44,8 @@ constexpr platform::FileFilter kOpenFilters[] = {
     kTextFiles,
     kAllFiles,
 };
+
+constexpr char16_t kNotOpened[] = u"Not opened: ";
 
 // NULs are left out of every text. A file that holds them between its lines may be no text at
 // all, so that it is opened as a program without a path and no save can replace it.
@@ -133,7 +142,11 @@ bool PickProgramToOpen(const char16_t* title, std::u16string& path) {
   spec.filters = kOpenFilters;
   spec.filterCount = static_cast<int>(std::size(kOpenFilters));
   spec.capacity = kPathUnits;
-  return platform::PickFileToOpen(spec, path);
+  const std::u16string folder = LastFolder();
+  spec.folder = folder.c_str();
+  if (!platform::PickFileToOpen(spec, path)) return false;
+  NoteFolderOf(path);
+  return true;
 }
 
 void OpenProgram() {
@@ -146,7 +159,7 @@ void OpenProgramFile(const std::u16string& path) {
   // A program whose file is still being written is read when it is whole.
   const int open = TabOfFile(path);
   WaitForSavesOf(path, open >= 0 ? tabs[open].serial : 0);
-  if (ShowOpenFile(path)) return;
+  if (ShowOpenFile(path)) return NoteRecentFile(path);
   const int index = OpenFromFile(path);
   if (index < 0) {
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
@@ -154,8 +167,23 @@ void OpenProgramFile(const std::u16string& path) {
     return;
   }
   ShowTab(index);
-  AppendOutput(u"Opened program in a new workspace tab.");
+  NoteRecentFile(path);
+  AppendOutput(u"Opened program in a new workspace tab.  " + path);
   TellKeptCopies(tabs[index]);
+}
+
+void OpenProgramFiles(std::span<const std::u16string> paths) {
+  Call(hooks.leaveCompare);
+  bool full = false;
+  for (const std::u16string& path : paths) {
+    const int open = app.tabCount;
+    const bool shown = TabOfFile(path) >= 0;
+    full = full || (!shown && !RoomForTab());
+    // A path that is cut leads to another file.
+    const bool whole = path.size() < kPathUnits;
+    if (shown || (!full && whole)) OpenProgramFile(path);
+    if (!shown && app.tabCount == open) AppendOutput(kNotOpened + path);
+  }
 }
 
 void CloseProgram() {
@@ -203,6 +231,63 @@ void ShowSaveMenu() {
   if (picked < 0) SaveProgramCommand();
 }
 
+namespace {
+
+// The name, and the end of a long folder: what tells one job from another stands there.
+std::u16string RecentWords(const std::u16string& path) {
+  constexpr std::size_t kShownFolder = 60;
+  const std::u16string_view name = BareFileName(path);
+  std::u16string folder = path.substr(0, path.size() - name.size());
+  if (folder.size() > 1) folder.pop_back();
+  if (folder.size() > kShownFolder)
+    folder = u"\u2026" + folder.substr(folder.size() - kShownFolder);
+  return std::u16string(name) + u"\t" + folder;
+}
+
+// The user chose it from the list.
+void OpenRecentFile(int index) {
+  const std::u16string path = RecentFile(index);
+  if (path.empty()) return;
+  if (!platform::FileExists(path)) {
+    DropRecentFile(index);
+    platform::ShowBox(u"Open Error",
+                      path + u"\r\n\r\nThis file is not there any more. It goes off the list.",
+                      platform::BoxButtons::Ok, platform::BoxIcon::Warning);
+    return;
+  }
+  Call(hooks.leaveCompare);
+  OpenProgramFile(path);
+}
+
+void PressOpen() {
+  const int at = platform::ClickedAt();
+  const int arrow = RectWidth(platform::PlaceOf(kIdOpen)) - kOpenArrowWidth;
+  if (at >= 0 && at >= arrow) return ShowRecentMenu();
+  OpenProgram();
+}
+
+}  // namespace
+
+void ShowRecentMenu() {
+  std::vector<std::u16string> words;
+  std::vector<MenuRow> rows;
+  words.reserve(kMaxRecentFiles);
+  for (int i = 0; i < RecentFileCount(); ++i) {
+    words.push_back(RecentWords(RecentFile(i)));
+    rows.push_back({.id = kIdRecentFirst + i, .words = words.back().c_str()});
+  }
+  if (rows.empty()) {
+    rows.push_back({.id = kIdRecentFirst, .enabled = false, .words = u"No program opened yet"});
+  }
+  rows.push_back({});
+  for (const int id : {kIdPrintProgram, kIdKeysPage}) {
+    if (CommandOf(id)) rows.push_back({id});
+  }
+  const platform::Rect place = platform::PlaceInMainWindow(kIdOpen);
+  const int picked = ShowCommandMenu(rows, place.left, place.bottom);
+  if (picked > 0) RouteCommand(picked, platform::kNotifyClick);
+}
+
 void ShowTabMenu(int index, int x, int y) {
   if (index < 0 || index >= app.tabCount) return;
   Call(hooks.leaveCompare);
@@ -242,7 +327,10 @@ struct Answer {
 
 constexpr Answer kAnswers[] = {
     {kIdNew, kIdNew, [](int, int) { NewProgram(); }},
-    {kIdOpen, kIdOpen, [](int, int) { OpenProgram(); }},
+    {kIdOpen, kIdOpen, [](int, int) { PressOpen(); }},
+    {kIdPrintProgram, kIdPrintProgram, [](int, int) { PrintProgram(); }},
+    {kIdRecentMenu, kIdRecentMenu, [](int, int) { ShowRecentMenu(); }},
+    {kIdRecentFirst, kIdRecentLast, [](int id, int) { OpenRecentFile(id - kIdRecentFirst); }},
     {kIdSaveMenu, kIdSaveMenu, [](int, int) { ShowSaveMenu(); }},
     {kIdSaveAll, kIdSaveAll, [](int, int) { SaveAll(); }},
     {kIdTabFirst, kIdTabLast, ClickTab},
@@ -286,6 +374,18 @@ void RegisterDocumentCommands() {
     RegisterCommand(RouterStage::Notified, id, platform::kNotifyEditChange,
                     [](int editor, int) { EditorChanged(editor); });
   }
+  Handlers open;
+  open.id = kIdOpen;
+  open.key = [](const platform::KeyEvent& key) {
+    if (key.key != platform::kKeyDown) return false;
+    ShowRecentMenu();
+    return true;
+  };
+  open.contextMenu = [](int, int, int) {
+    ShowRecentMenu();
+    return true;
+  };
+  RegisterHandlers(open);
   ListenToTabs(std::make_integer_sequence<int, kMaxTabs>());
   RegisterSaveCommands();
   RegisterCommand(RouterStage::Notified, kIdSaveAs, kNotifyBelowThree, SaveAsFromMenu);

@@ -48,6 +48,7 @@ constexpr platform::ControlSpec kTexts[] = {
     {kIdHelpText, ControlKind::Log, u"", u"Quick workflow", FontRole::Small},
     {kIdOutputHelp, ControlKind::Label, u"", u"", FontRole::Small, platform::kMainWindow, true},
     {kIdStatusLine, ControlKind::Label, kReadyWords, u"", FontRole::Small},
+    {kIdCaretPlace, ControlKind::Label, u"", u"", FontRole::Small},
 };
 
 struct TextColours {
@@ -67,6 +68,7 @@ constexpr TextColours kColours[] = {
     {kIdInfoPanel, kWellColours},
     {kIdHelpText, kWellColours},
     {kIdStatusLine, {kMainText, kWindowBackground, true}},
+    {kIdCaretPlace, {kDimText, kWindowBackground, true}},
     {kIdModeList, {kMainText, kInputBackground, false}},
     {kIdFeatureList, {kMainText, kInputBackground, false}},
 };
@@ -120,6 +122,7 @@ void MakeCodeEditor() {
   editor.accessibleName = u"Program code";
   editor.text = kEditorText;
   editor.background = kOutputBackground;
+  editor.caretLine = kCaretLineBand;
   platform::MakeEditor(editor);
 }
 

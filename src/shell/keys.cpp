@@ -15,7 +15,7 @@ constexpr FontRole kSmall = FontRole::Small;
 // In the order in which they are made.
 constexpr KeyLook kKeys[] = {
     {kIdNew, kBody},
-    {kIdOpen, kBody},
+    {kIdOpen, kBody, kPanelPlain, Face::Arrow},
     {kIdSaveMenu, kBody},
     {kIdFind, kBody},
     {kIdSend, kBody, kPanelAmber},

@@ -13,6 +13,7 @@ namespace morva {
 enum class Face {
   Words,
   Tab,           // words from the left
+  Arrow,         // words, and an arrow at the right end that brings up a menu
   Icon,          // the icon of its command alone; the words are the hint
   IconAndWords,  // the icon alone where the words do not fit
 };

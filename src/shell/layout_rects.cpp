@@ -28,6 +28,7 @@ constexpr int kTransferLeft = 846;  // behind the port that is named by a path o
 constexpr int kTransferBarMost = 360;
 constexpr int kAbortWidth = 76;
 constexpr int kStatusHeight = 28;
+constexpr int kCaretPlaceWidth = 250;  // behind the status line: seven digits each, and a selection
 constexpr int kTabHeight = 30;
 constexpr int kTabLeast = 112;  // narrower tabs wrap into a second row
 constexpr int kTabMost = 190;
@@ -534,7 +535,9 @@ LayoutPlan PlanLayout(const LayoutInput& in) {
     PlanHome(plan, in, work);
   }
   plan.areas.status = Rect{0, foot, in.width, in.height};
-  Put(plan, kIdStatusLine, Rect{12, foot + 3, in.width - 12, in.height - 3});
+  const int caret = in.width - 12 - kCaretPlaceWidth;
+  Put(plan, kIdStatusLine, Rect{12, foot + 3, caret - kPad, in.height - 3});
+  Put(plan, kIdCaretPlace, Rect{caret, foot + 3, in.width - 12, in.height - 3});
   HideDoubles(plan);
   return plan;
 }

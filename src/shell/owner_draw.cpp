@@ -8,6 +8,7 @@
 #include "app/commands.h"
 #include "app/mode_table.h"
 #include "app/palette.h"
+#include "documents/document_commands.h"
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
@@ -138,6 +139,17 @@ std::u16string FittedTabCaption(const std::u16string& text, FontRole font, int r
   return fitted;
 }
 
+// The words, and behind a thin line the arrow of the menu.
+void DrawWithArrow(const KeyLook& key, const Rect& area, const std::u16string& text, Colour colour,
+                   Canvas& canvas) {
+  const int split = area.right - kOpenArrowWidth;
+  PaintText(canvas, Rect{area.left + 2, area.top, split, area.bottom}, text, key.font, colour,
+            platform::kAlignCentre | platform::kAlignMiddle | platform::kTextEllipsis);
+  FillArea(canvas, Rect{split, area.top + 6, split + 1, area.bottom - 6}, kPanelLine);
+  PaintText(canvas, Rect{split + 1, area.top, area.right, area.bottom}, u"\u25BE", key.font, colour,
+            platform::kAlignCentre | platform::kAlignMiddle);
+}
+
 void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
   const bool on = HasState(key.id) ? IsOn(key.id) : state.checked;
   DrawKeyGround(key, state, on, canvas);
@@ -155,10 +167,11 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
     DrawIconOverWords(key, area, text, colour, canvas);
     return;
   }
-  if (key.face != Face::Words && key.face != Face::Tab) {
+  if (key.face == Face::IconAndWords || key.face == Face::Fallback) {
     DrawIconCaption(key, area, text, colour, canvas);
     return;
   }
+  if (key.face == Face::Arrow) return DrawWithArrow(key, area, text, colour, canvas);
   const bool tab = key.face == Face::Tab;
   const Rect place =
       tab ? Rect{area.left + 9, area.top, area.right - 7, area.bottom} : Shrunk(area, 2);

@@ -20,7 +20,13 @@ constexpr Command kCommands[] = {
      .words = u"FEATURES",
      .help = u"Show the program's features",
      .on = [](int) { return app.sidebarShowsFeatures; }},
-    {.id = kIdInlineName, .chord = FunctionKey(kFeatureListChords, 2), .over = kIdFeatureList},
+    {.id = kIdKeysPage, .words = u"All keys", .chord = FunctionKey(kWindowChords, 1)},
+    {kIdKeysClose, u"Close"},
+    {.id = kIdKeysList, .hint = Hint::Quiet},
+    {.id = kIdInlineName,
+     .name = u"Rename the feature",
+     .chord = FunctionKey(kFeatureListChords, 2),
+     .over = kIdFeatureList},
     {.id = kIdFeatureUndo, .words = u"Undo", .chord = CtrlKey(kFeatureChords, 'Z')},
 
     // Standing text and the status line are read where they are; they must not wipe the log.

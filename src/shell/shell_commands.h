@@ -8,6 +8,8 @@
 
 namespace morva {
 
+inline constexpr ChordPlace kWindowChords{u"everywhere"};  // what nobody else takes
+
 std::span<const Command> ShellCommands();
 
 }  // namespace morva

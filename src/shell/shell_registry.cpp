@@ -14,6 +14,7 @@
 #include "shell/coming.h"
 #include "shell/icons.h"
 #include "shell/inline_rename.h"
+#include "shell/keys_page.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
 #include "shell/owner_draw.h"
@@ -87,6 +88,7 @@ void RegisterShellCommands() {
   RegisterShellModes();
   RegisterComingModes();
   RegisterInlineRename();
+  RegisterKeysPage();
   RegisterSpeedSlider();
   ListenToWindow();
   hooks.layout = Layout;

@@ -23,6 +23,7 @@
 #include "builders/tools/tool_panel.h"
 #include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
+#include "codetools/caret_place.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
 #include "codetools/editor_keys.h"
@@ -42,6 +43,7 @@
 #include "documents/insertion.h"
 #include "documents/program_information.h"
 #include "documents/program_tabs.h"
+#include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
@@ -62,6 +64,7 @@
 #include "shell/inline_rename.h"
 #include "shell/layout.h"
 #include "shell/modes.h"
+#include "shell/shell_commands.h"
 #include "shell/shell_registry.h"
 #include "shell/speed_slider.h"
 #include "shell/theme.h"
@@ -110,7 +113,7 @@ bool OnKey(int id, const platform::KeyEvent& key) {
     return true;
   }
   if (OfferToRooms(id, [&key](const Handlers& h) { return h.key && h.key(key); })) return true;
-  return FormKey(id, key);
+  return FormKey(id, key) || RouteChord(kWindowChords, key);
 }
 
 void OnSelection(int id, bool byUser) {
@@ -296,6 +299,13 @@ void OnTerminated() {
   WaitForSaves();
 }
 
+void OnDropped(const std::vector<std::u16string>& paths) {
+  OpenProgramFiles(paths);
+  SettleSurface();
+  RefreshKeyStates();
+  WriteProgramInformation();
+}
+
 void OnActivated() { WatchDisk(); }
 
 void OnDestroyed() {
@@ -319,6 +329,7 @@ const platform::Events& EventRecord() {
   events.listClick = OnListClick;
   events.pointer = OnPointer;
   events.contextMenu = OnContextMenu;
+  events.dropped = OnDropped;
   events.resized = OnResized;
   events.closing = OnClosing;
   events.activated = OnActivated;
@@ -367,26 +378,13 @@ void FillMainWindow() {
   RefreshShapeLists();
   RebuildToolpath();
   LoadSerialProfile();
+  LoadRecentFiles();
   SetDncState(kDncOffline);
   SetMode(kModeHome);
   Layout();
   RefreshSpeedSlider();
   ArmTextRefresh(kFirstRefreshMs);
   platform::StartTimer(platform::kMainWindow, kTimerHover, kHoverMs);
-}
-
-// The programs that the user named on the command line.
-void OpenNamed(const std::vector<std::u16string>& programs) {
-  bool full = false;
-  for (const std::u16string& path : programs) {
-    const int open = app.tabCount;
-    const bool shown = TabOfFile(path) >= 0;
-    full = full || (!shown && !RoomForTab());
-    // A path that is cut leads to another file.
-    const bool whole = path.size() < kPathUnits;
-    if (shown || (!full && whole)) OpenProgramFile(path);
-    if (!shown && app.tabCount == open) AppendOutput(u"Not opened: " + path);
-  }
 }
 
 }  // namespace
@@ -413,7 +411,7 @@ int StartApplication(const std::vector<std::u16string>& programs) {
   platform::SetWindowIcon(PaintWindowIcon);
   platform::ShowMainWindow();
   platform::SetFocusTo(kIdEditor);
-  OpenNamed(programs);
+  if (!programs.empty()) OpenProgramFiles(programs);
   return 0;
 }
 
@@ -430,6 +428,7 @@ void ResetApplication() {
   ResetAutosave();
   ResetInsertion();
   ResetCompletion();
+  ResetCaretPlace();
   ResetFindPane();
   ResetIndexPanel();
   ResetReview();

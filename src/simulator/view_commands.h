@@ -8,7 +8,7 @@
 namespace morva {
 
 // Where chords of this room hold.
-inline constexpr ChordPlace kToolpathChords{};  // the toolpath view
+inline constexpr ChordPlace kToolpathChords{u"toolpath view"};  // the toolpath view
 
 std::span<const Command> SimulatorCommands();
 

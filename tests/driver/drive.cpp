@@ -311,6 +311,17 @@ std::string AnswerFront(const Words& words) {
   return Good();
 }
 
+std::string AnswerDrop(const Words& words) {
+  if (words.empty()) return Usage(u"drop \"path\" ...");
+  std::vector<std::u16string> paths;
+  for (const Word& word : words) {
+    const std::u16string path = AllowedPath(word.text);
+    if (path.empty()) return Bad(u"only files below the home folder can be named here");
+    paths.push_back(path);
+  }
+  return headless::DropFiles(paths) ? Good() : Bad(u"nothing takes files now");
+}
+
 std::string AnswerTerminate(const Words& words) {
   if (!words.empty()) return Usage(u"terminate");
   headless::Terminate();
@@ -368,6 +379,7 @@ constexpr Command kCommands[] = {
     {u"fail", AnswerFail},
     {u"disk", AnswerDisk},
     {u"front", AnswerFront},
+    {u"drop", AnswerDrop},
     {u"terminate", AnswerTerminate},
     {u"get", AnswerGet},
     {u"call", AnswerCall},

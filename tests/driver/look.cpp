@@ -393,6 +393,18 @@ std::string GetTokens(const Words& words) {
   return Good("tokens", list.Done());
 }
 
+std::string GetMarks(const Words&) {
+  Json list('[');
+  for (const platform::LineMark& mark : headless::EditorMarks(morva::kIdEditor)) {
+    list.Item(Json('[')
+                  .Item(static_cast<double>(mark.line))
+                  .Item(static_cast<double>(mark.from))
+                  .Item(static_cast<double>(mark.length))
+                  .Done());
+  }
+  return Good("marks", list.Done());
+}
+
 std::string GetTools(const Words&) {
   Json tools('[');
   for (int i = 0; i < morva::toolLibrary.count; ++i) {
@@ -581,7 +593,7 @@ constexpr Look kLooks[] = {
     {u"clipboard", GetClipboard}, {u"layout", GetLayout},
     {u"dialog", GetDialog},       {u"tip", GetTip},
     {u"toolmodel", GetToolModel}, {u"cutsurface", GetCutSurface},
-    {u"printed", GetPrinted},
+    {u"printed", GetPrinted},     {u"marks", GetMarks},
 };
 
 }  // namespace

@@ -211,6 +211,28 @@ TEST_F(CodeToolsAtWork, UnitsOfEarlierWords) {
   }
 }
 
+TEST_F(CodeToolsAtWork, HitsThatAreMarked) {
+  static_assert(kMaxFindMarks == 4096 && kMaxMarkedLine == 8190);
+  headless::Click(kIdFind);
+  headless::TypeInto(kIdFindText, u"A");
+  const auto marked = [](int lines, std::size_t units) {
+    std::u16string text;
+    for (int i = 0; i < lines; ++i) text += std::u16string(units, u'A') + u"\r\n";
+    platform::SetEditorText(kIdEditor, text);
+    return headless::EditorMarks(kIdEditor).size();
+  };
+  EXPECT_EQ(marked(2, 2048), 4096u);
+  EXPECT_EQ(marked(2, 2049), 4096u);
+  EXPECT_EQ(marked(2, 2047), 4094u);
+  // The last unit that is looked at, and the one behind it.
+  const auto at = [](std::size_t place) {
+    platform::SetEditorText(kIdEditor, std::u16string(place, u'-') + u"A--");
+    return headless::EditorMarks(kIdEditor).size();
+  };
+  EXPECT_EQ(at(8189), 1u);
+  EXPECT_EQ(at(8190), 0u);
+}
+
 TEST_F(CodeToolsAtWork, QuestionsOfOneChangeAll) {
   static_assert(kMaxPrompts == 10000);
   headless::EditorSetAll(kIdEditor, std::u16string(10001, u'A') + u"\r\n");

@@ -27,6 +27,7 @@
 #include "documents/file_text.h"
 #include "documents/insertion.h"
 #include "documents/program_tabs.h"
+#include "documents/recent_files.h"
 #include "documents/save_state.h"
 #include "library/motion_text.h"
 #include "platform/clock.h"
@@ -644,6 +645,19 @@ TEST_F(Limits, PlacesOfALayout) {
     in.rightPanel = !in.rightPanel;
     EXPECT_LT(PlanLayout(in).count, kMaxPlacements) << in.mode;
   }
+}
+
+TEST_F(Limits, ProgramsOpenedLast) {
+  static_assert(kMaxRecentFiles == 8);
+  EXPECT_EQ(kIdRecentLast - kIdRecentFirst + 1, kMaxRecentFiles);
+  for (int i = 0; i <= kMaxRecentFiles; ++i) NoteRecentFile(u"/jobs/" + Number(i));
+  EXPECT_EQ(RecentFileCount(), 8);
+  EXPECT_EQ(RecentFile(7), u"/jobs/1");
+  DropRecentFile(0);
+  EXPECT_EQ(RecentFileCount(), 7);
+  NoteRecentFile(u"/jobs/0");
+  NoteRecentFile(u"/jobs/9");
+  EXPECT_EQ(RecentFileCount(), 8);
 }
 
 TEST_F(Limits, TheSplitter) {

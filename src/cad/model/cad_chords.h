@@ -5,8 +5,9 @@
 
 namespace morva {
 
-inline constexpr ChordPlace kCadChords{};      // any control of the workspace
-inline constexpr ChordPlace kDrawingChords{};  // those that take no text
-inline constexpr ChordPlace kCanvasChords{};   // the drawing itself
+inline constexpr ChordPlace kCadChords{u"drawing workspace"};  // any control of the workspace
+inline constexpr ChordPlace kDrawingChords{
+    u"drawing workspace, but its fields"};              // those that take no text
+inline constexpr ChordPlace kCanvasChords{u"drawing"};  // the drawing itself
 
 }  // namespace morva

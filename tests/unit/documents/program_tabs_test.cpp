@@ -137,7 +137,7 @@ TEST_F(Tabs, OpensAFileWithItsNameAndTellsSo) {
   EXPECT_EQ(std::u16string(app.activePath), PathOf("part.NC"));
   EXPECT_EQ(std::u16string(tabs[1].title), u"part.NC");
   EXPECT_FALSE(app.editorDirty);
-  EXPECT_EQ(Output(), u"Opened program in a new workspace tab.\r\n");
+  EXPECT_EQ(Output(), u"Opened program in a new workspace tab.  " + PathOf("part.NC") + u"\r\n");
   EXPECT_EQ(platform::WindowTitle(), u"MORVA v4.20.0  \u2014  part.NC");
 }
 

@@ -79,7 +79,7 @@ TEST_F(MainWindow, HoldsItsLeastSize) {
 TEST_F(MainWindow, FollowsItsSize) {
   headless::Resize(1800, 1000);
   EXPECT_EQ(Areas().topBand.right, 1800);
-  EXPECT_EQ(platform::PlaceOf(kIdStatusLine).right, 1800 - 12);
+  EXPECT_EQ(platform::PlaceOf(kIdCaretPlace).right, 1800 - 12);
 }
 
 TEST_F(MainWindow, ShowsOneTabButtonAProgram) {
