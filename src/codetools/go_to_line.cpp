@@ -27,7 +27,7 @@ namespace {
 using platform::FontRole;
 using platform::Rect;
 
-constexpr Rect kPlace{420, 200, 420 + 340, 200 + 168};
+constexpr Rect kPlace{420, 200, 420 + 340, 200 + 184};
 constexpr int kAccepted = 1;
 constexpr std::size_t kLineDigits = 9;  // no text has so many lines
 
@@ -35,7 +35,7 @@ constexpr std::size_t kLineDigits = 9;  // no text has so many lines
 constexpr FormRow kRows[] = {
     {.kind = RowKind::Words, .id = kIdLineNumber, .label = u"Line number", .filled = true,
      .limit = 24, .width = 140},
-    {.kind = RowKind::Note, .id = kIdLineNote, .height = 36},
+    {.kind = RowKind::Note, .id = kIdLineNote, .height = 52},
     {.kind = RowKind::Keys, .keys = {kIdLineGo, kIdLineCancel}, .shares = {110, 110}, .above = 1},
 };
 // clang-format on

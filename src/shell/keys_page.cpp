@@ -15,7 +15,6 @@
 #include "platform/control.h"
 #include "platform/dialog.h"
 #include "platform/listing.h"
-#include "shell/owner_draw.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -25,9 +24,10 @@ namespace {
 using platform::FontRole;
 using platform::Rect;
 
-constexpr Rect kPlace{240, 90, 240 + 720, 90 + 600};
-constexpr int kWordsLeft = 170;  // of a row, in pixels
-constexpr int kPlaceWidth = 250;
+constexpr Rect kPlace{170, 90, 170 + 860, 90 + 600};
+// Where a row's columns begin, in letters.
+constexpr std::size_t kWordsColumn = 14;
+constexpr std::size_t kPlaceColumn = 56;
 
 // clang-format off
 constexpr FormRow kRows[] = {
@@ -36,7 +36,7 @@ constexpr FormRow kRows[] = {
     {.kind = RowKind::Note, .id = kIdKeysNote,
      .label = u"A key holds where its line says. In fields, lists and menus the keys do what they "
               u"do everywhere; Tab goes on, Shift+Tab goes back.",
-     .height = 40},
+     .height = 56},
     {.kind = RowKind::Keys, .keys = {kIdKeysClose}, .shares = {120}, .above = 1},
 };
 // clang-format on
@@ -52,14 +52,13 @@ constexpr FormLook kLook{.edge = 20,
                          .keysAtEnd = true,
                          .labelFont = FontRole::Body,
                          .keyFont = FontRole::Body,
+                         .listFont = FontRole::Code,
                          .labelColour = kBrightAccent};
 
 void FillPage();
 constexpr Form kKeysForm{.look = &kLook, .parent = kViewKeys, .rows = kRows, .changed = [](int id) {
                            if (id == kIdKeysSearch) FillPage();
                          }};
-
-std::vector<KeyLine> lines;  // of the page that is up
 
 // What a command does, without its chord.
 std::u16string WordsOfCommand(const Command& row) {
@@ -83,29 +82,25 @@ std::u16string Folded(std::u16string_view text) {
   return folded;
 }
 
-void FillPage() {
-  lines = KeyLines(platform::TextOf(kIdKeysSearch));
-  platform::HoldListRedraw(kIdKeysList, true);
-  platform::ClearRows(kIdKeysList);
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    const KeyLine& line = lines[i];
-    platform::AddRow(kIdKeysList, line.chord + u"  " + line.words + u"  (" + line.place + u")",
-                     static_cast<std::int64_t>(i));
-  }
-  platform::HoldListRedraw(kIdKeysList, false);
+// Goes on in the next column, at least two blanks behind what stands there.
+void EndColumn(std::u16string& row, std::size_t column) {
+  do {
+    row += u' ';
+  } while (row.size() < column || row[row.size() - 2] != u' ');
 }
 
-void DrawLine(const platform::DrawState& state, platform::Canvas& canvas) {
-  if (state.row < 0 || static_cast<std::size_t>(state.row) >= lines.size()) return;
-  const KeyLine& line = lines[static_cast<std::size_t>(state.row)];
-  DrawListRow(state, 10, line.chord, kBrightAccent, canvas);
-  const Rect& area = state.area;
-  const unsigned align = platform::kAlignLeft | platform::kAlignMiddle | platform::kTextEllipsis;
-  const int split = area.right - kPlaceWidth;
-  PaintText(canvas, Rect{area.left + kWordsLeft, area.top, split - 8, area.bottom}, line.words,
-            FontRole::Body, kMainText, align);
-  PaintText(canvas, Rect{split, area.top, area.right - 6, area.bottom}, line.place, FontRole::Small,
-            kDimText, align);
+void FillPage() {
+  platform::HoldListRedraw(kIdKeysList, true);
+  platform::ClearRows(kIdKeysList);
+  for (const KeyLine& line : KeyLines(platform::TextOf(kIdKeysSearch))) {
+    std::u16string row = line.chord;
+    EndColumn(row, kWordsColumn);
+    row += line.words;
+    EndColumn(row, kPlaceColumn);
+    row += line.place;
+    platform::AddRow(kIdKeysList, row);
+  }
+  platform::HoldListRedraw(kIdKeysList, false);
 }
 
 void OnCommand(int id, int notification) {
@@ -158,7 +153,6 @@ void ShowKeysPage() {
   FillPage();
   platform::SetFocusTo(kIdKeysSearch);
   platform::RunDialog(kViewKeys);
-  lines.clear();
 }
 
 void RegisterKeysPage() {
@@ -167,10 +161,6 @@ void RegisterKeysPage() {
   page.id = kViewKeys;
   page.paint = PaintPage;
   RegisterHandlers(page);
-  Handlers list;
-  list.id = kIdKeysList;
-  list.drawItem = DrawLine;
-  RegisterHandlers(list);
   RegisterCommand(RouterStage::Click, kIdKeysPage, platform::kNotifyClick,
                   [](int, int) { ShowKeysPage(); });
 }

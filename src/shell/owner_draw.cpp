@@ -167,7 +167,7 @@ void DrawKey(const KeyLook& key, const DrawState& state, Canvas& canvas) {
     DrawIconOverWords(key, area, text, colour, canvas);
     return;
   }
-  if (key.face == Face::IconAndWords || key.face == Face::Fallback) {
+  if (key.face == Face::IconAndWords) {
     DrawIconCaption(key, area, text, colour, canvas);
     return;
   }

@@ -22,7 +22,6 @@ constexpr Command kCommands[] = {
      .on = [](int) { return app.sidebarShowsFeatures; }},
     {.id = kIdKeysPage, .words = u"All keys", .chord = FunctionKey(kWindowChords, 1)},
     {kIdKeysClose, u"Close"},
-    {.id = kIdKeysList, .hint = Hint::Quiet},
     {.id = kIdInlineName,
      .name = u"Rename the feature",
      .chord = FunctionKey(kFeatureListChords, 2),

@@ -191,7 +191,7 @@ TEST_F(ShopBasicsAtTheDesk, F1ShowsThePageOfKeysAndEscClosesIt) {
   EXPECT_FALSE(platform::Exists(morva::kViewKeys));
   EXPECT_GT(rows, 30);
   ASSERT_EQ(found.size(), 1);
-  EXPECT_TRUE(found.first().startsWith(QStringLiteral("Ctrl+P  Print")));
+  EXPECT_TRUE(found.first().startsWith(QStringLiteral("Ctrl+P        Print")));
 }
 
 TEST_F(ShopBasicsAtTheDesk, TheMenuAtOpenComesByItsArrowAndByDown) {
