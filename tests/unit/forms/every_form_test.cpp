@@ -149,6 +149,16 @@ struct EveryForm : support::Workbench {
     headless::Click(kIdImportCancel);
     headless::Advance(200);  // the program gets its markers, so that the caret lies in user code
     headless::InDialog([&] {
+      LookAround("go to line", look);
+      headless::Click(kIdLineCancel);
+    });
+    RouteCommand(kIdGoToLine, platform::kNotifyClick);
+    headless::InDialog([&] {
+      LookAround("keys", look);
+      headless::Click(kIdKeysClose);
+    });
+    RouteCommand(kIdKeysPage, platform::kNotifyClick);
+    headless::InDialog([&] {
       LookAround("picker", look);
       headless::Click(kIdDestinationCancel);
     });
