@@ -8,10 +8,10 @@
 namespace morva {
 namespace {
 
-constexpr ChordPlace kDrawingChords;
-constexpr ChordPlace kEditorChords;
-constexpr ChordPlace kTextChords;
-constexpr ChordPlace kReviewChords;
+constexpr ChordPlace kDrawingChords = {u"drawing"};
+constexpr ChordPlace kEditorChords = {u"editor"};
+constexpr ChordPlace kTextChords = {u"text"};
+constexpr ChordPlace kReviewChords = {u"review"};
 constexpr int kIdCut = 41001;
 constexpr int kIdTurn = 41002;
 constexpr int kIdBare = 41003;
