@@ -161,6 +161,12 @@ double RepeatsOf(const ControlBlock& block) {
   return std::clamp(std::trunc(block.Of('L')), 0.0, kMostRepeats);
 }
 
+void TakeStep(ControlRun& run, const ControlBlock& block, char letter, double& value, bool& has) {
+  if (!block.Has(letter)) return;
+  value = LengthOf(run, block, letter);
+  has = true;
+}
+
 void MoveToHole(ControlRun& run, const Vec3& place) {
   Vec3 to = run.at;
   to.of[0] = place.of[0];
@@ -170,7 +176,7 @@ void MoveToHole(ControlRun& run, const Vec3& place) {
 
 }  // namespace
 
-void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
+void TakeDepths(ControlRun& run, const ControlBlock& block) {
   CycleWords& words = run.cycle;
   const bool step = !run.modes.absolute;
   if (block.Has('R')) {
@@ -181,19 +187,19 @@ void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
     words.z = LengthOf(run, block, 'Z');
     words.zStep = step;
   }
-  const auto take = [&run, &block](char letter, double& value, bool& has) {
-    if (!block.Has(letter)) return;
-    value = LengthOf(run, block, letter);
-    has = true;
-  };
-  take('Q', words.q, words.hasQ);
-  take('I', words.i, words.hasI);
-  take('J', words.j, words.hasJ);
-  take('K', words.k, words.hasK);
+  TakeStep(run, block, 'Q', words.q, words.hasQ);
   // A whole number is in thousandths of a second, one with a point in seconds.
   if (block.Has('P')) {
     words.dwell = block.Of('P') * ((block.pointed & LetterBit('P')) ? 1 : 0.001);
   }
+}
+
+void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
+  CycleWords& words = run.cycle;
+  TakeDepths(run, block);
+  TakeStep(run, block, 'I', words.i, words.hasI);
+  TakeStep(run, block, 'J', words.j, words.hasJ);
+  TakeStep(run, block, 'K', words.k, words.hasK);
   if (!begins) return;
   if (!block.Has('Z')) Report(run, Finding::CycleNoDepth);
   if (!block.Has('R')) Report(run, Finding::CycleNoPlane);

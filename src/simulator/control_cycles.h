@@ -9,6 +9,8 @@ namespace morva {
 // Keeps what the block says of the cycle in force: R, Z, Q, P, I, J, K, F stays with the feed.
 // `begins`: the block names the cycle's code.
 void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins);
+// The same of R, Z, Q and P alone, where I, J and K belong to a hole pattern in the block.
+void TakeDepths(ControlRun& run, const ControlBlock& block);
 // The cycle at the block's place, L times.
 void RunCycle(ControlRun& run, const ControlBlock& block, bool begins);
 // G70, G71 and G72: the cycle in force at each hole of a circle, an arc or a line.

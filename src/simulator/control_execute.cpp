@@ -462,7 +462,11 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   if (run.corner.kind && !LeavesCornerOpen(run, block, codes)) DropCorner(run);
   if (codes.home) return GoHome(run, block, codes.home);
   if (codes.machine) return GoInMachine(run, block);
-  if (codes.pattern) return RunHolePattern(run, block, codes.pattern);
+  if (codes.pattern) {
+    // On the cycle's own line there is no hole at the middle.
+    if (codes.cycleBegins) TakeDepths(run, block);
+    return RunHolePattern(run, block, codes.pattern);
+  }
   if (codes.pocket == 12 || codes.pocket == 13) {
     return RunCirclePocket(run, block, codes.pocket == 12);
   }

@@ -99,6 +99,17 @@ TEST(ControlCycles, KeepsACycleForLaterWithL0) {
                        {-1, 0, .1, true}});
 }
 
+TEST(ControlCycles, DrillsNoMiddleWhereThePatternStandsOnTheCyclesLine) {
+  ExpectPoints(RunText(u"G0 X0. Y0. Z.1\nG99 G81 G70 Z-.5 R.1 I1. J0 L2 F10.\nG80\nM30"),
+               {{0, 0, .1, true},
+                {1, 0, .1, true},
+                {1, 0, -.5},
+                {1, 0, .1, true},
+                {-1, 0, .1, true},
+                {-1, 0, -.5},
+                {-1, 0, .1, true}});
+}
+
 TEST(ControlCycles, LaysHolesOnAnArcAndOnALine) {
   const ControlTrack& arc =
       RunText(u"G0 X0. Y0. Z.1\nG99 G81 Z-.5 R.1 L0 F10.\nG71 I1. J0 K90. L2\nG80\nM30");
