@@ -68,9 +68,14 @@ struct Shown {
 };
 Shown shown;  // when it was shown last
 
+// A text that stands already is left alone, as what is selected in it waits for the next key.
+void PutText(int id, const std::u16string& text) {
+  if (platform::TextOf(id) != text) platform::SetText(id, text);
+}
+
 // A text that is not the one that was shown is the user's.
 void ShowText(int id, std::u16string& former, const std::u16string& text, Renew renew) {
-  if (renew == Renew::All || platform::TextOf(id) == former) platform::SetText(id, text);
+  if (renew == Renew::All || platform::TextOf(id) == former) PutText(id, text);
   former = text;
 }
 
@@ -101,7 +106,7 @@ void ShowFeatureFields(int k, Renew renew) {
   for (const TextField& field : kTexts)
     ShowText(field.id, shown.feature.*field.text, form.*field.text, renew);
   // What is to go through is as deep as the plate is thick.
-  if (plateEditor.through) platform::SetText(kIdPlateDepth, LengthText(NumbersOf(plate).thickness));
+  if (plateEditor.through) PutText(kIdPlateDepth, LengthText(NumbersOf(plate).thickness));
   EnableFields();
 }
 

@@ -330,6 +330,25 @@ TEST_F(TwoPlates, AreWrittenAgainBeforeMorvaIsClosed) {
   EXPECT_TRUE(BytesOf(home_, "MORVA.ini") != before);
 }
 
+TEST_F(TwoPlates, AreAskedAboutWhereTheLibraryCannotBeWrittenAtAll) {
+  std::filesystem::path file;
+  for (const auto& each : std::filesystem::recursive_directory_iterator(home_)) {
+    if (each.path().filename() == "MORVA.ini") file = each.path();
+  }
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  ASSERT_TRUE(std::filesystem::remove(file));
+  ASSERT_TRUE(std::filesystem::create_directories(file / "in the way"));
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"MORVA.ini could not be written: the last change of a named plate is not in the shape "
+            u"library. Close MORVA anyway?");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  EXPECT_TRUE(headless::CloseKey());
+}
+
 TEST_F(NamedPlateUp, WritesItsOwnFileAgain) {
   headless::Advance(1000);
   WaitForSaves();
