@@ -212,8 +212,11 @@ void TakeRates(const ToolRecord& tool) {
   }
 }
 
+// A typed number takes the rates of its tool, unless the library has none for it.
 void TakeRatesOfRow(int row) {
-  if (row > 0 && row <= toolLibrary.count) TakeRates(toolLibrary.tools[row - 1]);
+  if (row <= 0 || row > toolLibrary.count) return;
+  const ToolRecord& tool = toolLibrary.tools[row - 1];
+  if (tool.maxRpm > 0 && tool.feed > 0 && tool.plunge > 0) TakeRates(tool);
 }
 
 void TakeChosenTool() {
