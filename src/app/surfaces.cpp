@@ -85,12 +85,19 @@ void StoreWhatIsOwed() {
   for (int i = 0; i < fill.count; ++i) Call(table[i].storeOwed);
 }
 
-bool MayCloseSurfaces() {
+namespace {
+
+bool AllAnswerYes(bool (*Surface::*question)()) {
   for (int i = 0; i < fill.count; ++i) {
-    if (table[i].mayClose && !table[i].mayClose()) return false;
+    if (table[i].*question && !(table[i].*question)()) return false;
   }
   return true;
 }
+
+}  // namespace
+
+bool MayCloseSurfaces() { return AllAnswerYes(&Surface::mayClose); }
+bool MayCloseProgram() { return AllAnswerYes(&Surface::mayCloseProgram); }
 
 void TellPointerOver(int id) {
   for (int i = 0; i < fill.count; ++i) Call(table[i].pointerOver, id);

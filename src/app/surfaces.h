@@ -58,9 +58,10 @@ struct Surface {
   void (*storePending)() = nullptr;  // an autosave begins, maybe of other programs alone
 
   // Whichever surface is up.
-  void (*cancelInput)() = nullptr;  // the program changes: no box floats, no pick waits
-  void (*storeOwed)() = nullptr;    // an autosave begins: what could not be written goes first
-  bool (*mayClose)() = nullptr;     // MORVA closes, all saves are done; false keeps it open
+  void (*cancelInput)() = nullptr;      // the program changes: no box floats, no pick waits
+  void (*storeOwed)() = nullptr;        // an autosave begins: what could not be written goes first
+  bool (*mayClose)() = nullptr;         // MORVA closes, all saves are done; false keeps it open
+  bool (*mayCloseProgram)() = nullptr;  // the active program closes; false keeps it open
   void (*pointerOver)(int id) = nullptr;  // every 150 ms; 0 for nothing of ours
 };
 
@@ -88,6 +89,8 @@ void CancelSurfaceInput();
 void StoreWhatIsOwed();
 // Asks one surface after the other; false: one of them keeps MORVA open.
 bool MayCloseSurfaces();
+// The same for the active program alone.
+bool MayCloseProgram();
 void TellPointerOver(int id);
 
 }  // namespace morva

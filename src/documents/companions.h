@@ -42,8 +42,10 @@ struct CadStore {
 struct PlateStore {
   std::uint32_t count = 0;
   std::uint32_t active = 0;
-  FeatureSettings plates[kMaxPlates];                // kind 5
-  char16_t names[kMaxPlates][kShapeNameUnits] = {};  // not in the file
+  FeatureSettings plates[kMaxPlates];  // kind 5
+  // Not in the file: their names, and under which the library has them.
+  char16_t names[kMaxPlates][kShapeNameUnits] = {};
+  char16_t savedNames[kMaxPlates][kShapeNameUnits] = {};
 };
 
 inline constexpr std::u16string_view kPlateEnd = u".platemv";

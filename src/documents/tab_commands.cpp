@@ -13,6 +13,7 @@
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "app/surfaces.h"
 #include "documents/autosave.h"
 #include "documents/disk_watch.h"
 #include "documents/document_commands.h"
@@ -193,6 +194,7 @@ void CloseProgram() {
   WaitForSavesOf(PathToBe(*ActiveTab()), serial);
   // Another program may have come up while the disk was waited for.
   if (!ReturnToTab(serial) || (HoldsUnsaved(*ActiveTab()) && !SettleChanges())) return;
+  if (!MayCloseProgram() || !ReturnToTab(serial)) return;
   Call(hooks.leaveImport);
   const int closed = app.activeTab;
   RemoveTab(closed);

@@ -95,6 +95,9 @@ void StorePlate(ProgramTab& tab) {
   if (liveModels.plateName) {
     CopyBounded(store.names[store.active], kShapeNameUnits, liveModels.plateName());
   }
+  if (liveModels.plateSavedName) {
+    CopyBounded(store.savedNames[store.active], kShapeNameUnits, liveModels.plateSavedName());
+  }
   if (taken) store.plates[store.active] = *tab.plateSettings;
 }
 

@@ -59,6 +59,7 @@ struct LiveModels {
   bool (*storePlate)(FeatureSettings& record) = nullptr;
   void (*loadPlate)(const FeatureSettings* record) = nullptr;  // null: a new plate
   const char16_t* (*plateName)() = nullptr;                    // of the live plate
+  const char16_t* (*plateSavedName)() = nullptr;               // its name in the library
 };
 extern LiveModels liveModels;  // each field is set by the room that does it
 void ResetLiveModels();

@@ -191,9 +191,11 @@ void LeavePlatePending() {
   Tell();
 }
 
-void SetPlateShapeIndex(int savedShapeIndex) {
+void SetPlateShapeIndex(int savedShapeIndex) { SetPlateShapeIndex(savedShapeIndex, plate.name); }
+
+void SetPlateShapeIndex(int savedShapeIndex, std::u16string_view savedName) {
   plate.savedShapeIndex = savedShapeIndex;
-  CopyBounded(plate.savedName, kShapeNameUnits, savedShapeIndex >= 0 ? plate.name : u"");
+  CopyBounded(plate.savedName, kShapeNameUnits, savedShapeIndex >= 0 ? savedName : u"");
 }
 
 void PutFeature(int k, const PlateFeature& feature) {

@@ -153,6 +153,8 @@ void SettlePlate(bool saved);
 void LeavePlatePending();
 // It stands in the library at this index under its name; -1: it does not.
 void SetPlateShapeIndex(int savedShapeIndex);
+// The same under the name that it had before it was renamed.
+void SetPlateShapeIndex(int savedShapeIndex, std::u16string_view savedName);
 
 // Indexes of features are 0 to 399; another one changes nothing.
 void PutFeature(int k, const PlateFeature& feature);

@@ -20,6 +20,7 @@
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
+#include "plate/panel/plate_live.h"
 #include "plate/panel/plate_tabs.h"
 #include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
@@ -230,7 +231,7 @@ bool OpenPlateBlock(const FeatureSettings& record) {
   if (!IsPlateRecord(record)) return false;
   // First: the workspace stages the program's own plate when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfacePlate));
-  if (!platform::Exists(kViewPlate) || !MakeRoom(record)) return false;
+  if (!platform::Exists(kViewPlate) || !MayPlateGo() || !MakeRoom(record)) return false;
   SavePendingShape();
   // With the name of the plate that gives way it would be saved over that plate's shape.
   if (!IsLivePlate(record)) ForgetPlateName();

@@ -1,14 +1,22 @@
 #include "plate/panel/plate_live.h"
 
+#include <cstdint>
+#include <string>
+
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/router.h"
 #include "documents/edit_link.h"
+#include "documents/program_tabs.h"
+#include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
 #include "plate/canvas/plate_pointer.h"
 #include "plate/canvas/plate_view.h"
+#include "plate/geometry/plate_layout.h"
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
@@ -26,6 +34,8 @@ namespace {
 
 using platform::BoxAnswer;
 
+constexpr char16_t kUnsavedTitle[] = u"Save plate shape";  // of every question of this kind
+
 // Nothing of the plate that goes may float over the one that comes.
 void Load(const FeatureSettings* record) {
   DropPlateDrag();
@@ -34,6 +44,7 @@ void Load(const FeatureSettings* record) {
   ResetPlateView();
   ShowPlateFields();
   Call(hooks.layout);
+  if (app.surface == kSurfacePlate && PlateLacksName()) OpenPlateNaming(false);
 }
 
 void OnReset(int, int) {
@@ -59,7 +70,7 @@ void OnNaming(int id, int) { OpenPlateNaming(id == kIdPlateCreate); }
 
 BoxAnswer AskForName() {
   return platform::ShowBox(
-      u"Save plate shape",
+      kUnsavedTitle,
       u"Name and save this plate as a reusable shape before leaving? Yes returns to the name "
       u"field; No leaves without adding a library shape.",
       platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
@@ -74,9 +85,51 @@ bool MayLeaveUnsaved() {
             u"Leave it as it is?"
           : u"The plate takes more than the file of its program can hold of one. It stays until "
             u"MORVA is closed. Leave it as it is?";
-  const BoxAnswer answer = platform::ShowBox(
-      u"Save plate shape", words, platform::BoxButtons::NoYes, platform::BoxIcon::Warning);
+  const BoxAnswer answer = platform::ShowBox(kUnsavedTitle, words, platform::BoxButtons::NoYes,
+                                             platform::BoxIcon::Warning);
   return answer == BoxAnswer::Yes;
+}
+
+// The first field of the live plate that holds no usable number; -1: all read.
+int RefusedValue() {
+  int refused = -1;
+  return PlateTextsRead(plate, refused) ? -1 : refused;
+}
+
+void FocusRefused() {
+  const int refused = RefusedValue();
+  if (refused >= 0 && refused < kPlateFormValues) {
+    platform::SetFocusTo(FieldOfPlateValue(refused));
+  }
+}
+
+// The words that `why` begins with are followed by the question. False: the user goes back to the
+// field that they are about.
+bool MayLoseHalfNumber(const ProgramTab& tab, const std::u16string& why, const char16_t* question) {
+  const std::uint64_t serial = tab.serial;
+  if (ConfirmedNoFirst(kUnsavedTitle, why + question)) return true;
+  if (!ReturnToTab(serial)) return false;
+  Call(hooks.setSurface, static_cast<int>(kSurfacePlate));
+  FocusRefused();
+  return false;
+}
+
+bool MayLoseFile(const char16_t* question) { return ConfirmedNoFirst(kUnsavedTitle, question); }
+
+// One more try, for a stick that was drawn for a moment; then the user has to know.
+bool MayLoseFiles() {
+  if (!OwesShapes() && !OwesOwnFiles()) return true;
+  SaveOwedShapes();
+  WaitForSaves();
+  if (OwesShapes()) {
+    return MayLoseFile(
+        u"MORVA.ini could not be written: the last change of a named plate is not in the shape "
+        u"library. Close MORVA anyway?");
+  }
+  return !OwesOwnFiles() ||
+         MayLoseFile(
+             u"The own file of a named plate could not be written: behind a restart MORVA may ask "
+             u"for the plate's name. Close MORVA anyway?");
 }
 
 }  // namespace
@@ -98,6 +151,30 @@ void FollowUnitOnPlate() {
 
 void SavePendingPlate() {
   if (PlateWindowExists()) SavePendingShape();
+}
+
+bool MayPlateGo() {
+  const int refused = RefusedValue();
+  if (refused < 0) return true;
+  SayOnPlate(HalfNumberWords(refused, u"; until then this plate stays up"));
+  FocusRefused();
+  return false;
+}
+
+bool MayCloseWithPlate() {
+  const ProgramTab* tab = PlateWindowExists() ? ActiveTab() : nullptr;
+  const std::u16string half = tab ? HalfNumberKept(*tab) : std::u16string();
+  return half.empty() || MayLoseHalfNumber(*tab, half, u"\n\nClose this program all the same?");
+}
+
+bool MayEndWithPlates() {
+  if (!PlateWindowExists()) return true;
+  for (int i = 0; i < app.tabCount; ++i) {
+    const std::u16string half = HalfNumberKept(tabs[i]);
+    if (half.empty()) continue;
+    if (!MayLoseHalfNumber(tabs[i], half, u"\n\nClose MORVA all the same?")) return false;
+  }
+  return MayLoseFiles();
 }
 
 bool MayLeavePlate() {
@@ -122,6 +199,7 @@ void RegisterPlateLive() {
   liveModels.storePlate = StoreLivePlate;
   liveModels.loadPlate = Load;
   liveModels.plateName = []() -> const char16_t* { return plate.name; };
+  liveModels.plateSavedName = []() -> const char16_t* { return plate.savedName; };
   const int click = platform::kNotifyClick;
   RegisterCommand(RouterStage::Builder, kIdPlateNaming, kIdPlateCreate, click, OnNaming);
   RegisterCommand(RouterStage::Builder, kIdPlateReset, click, OnReset);

@@ -1,12 +1,14 @@
 #include "plate/panel/plate_surface.h"
 
+#include <string>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/icon_names.h"
 #include "app/outlets.h"
 #include "app/surfaces.h"
 #include "documents/autosave.h"
-#include "documents/saver.h"
+#include "documents/tab_table.h"
 #include "forms/form.h"
 #include "plate/canvas/plate_keys.h"
 #include "plate/canvas/plate_pointer.h"
@@ -14,6 +16,7 @@
 #include "plate/model/plate_names.h"
 #include "plate/panel/plate_live.h"
 #include "plate/panel/plate_workspace.h"
+#include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_saving.h"
 #include "platform/events.h"
@@ -32,9 +35,14 @@ void Enter() {
   }
 }
 
+// What the status line here says is out of sight now.
 void Left() {
   DropPlateDrag();
   SavePendingPlate();
+  const ProgramTab* tab = ActiveTab();
+  const std::u16string half = tab ? HalfNumberKept(*tab) : std::u16string();
+  if (!half.empty()) ShowStatus(half);
+  SayWhatIsOwed();
 }
 
 // Before another program comes up: what was dragged stands where it stood, and a named plate is in
@@ -50,17 +58,6 @@ void ShowLogged(std::u16string_view text) {
   if (!PlateWindowExists()) return;
   const std::u16string_view line = text.substr(0, text.find_first_of(u"\r\n"));
   if (!line.empty()) SayOnPlate(line);
-}
-
-// One more try, for a stick that was drawn for a moment; then the user has to know.
-bool MayClose() {
-  if (!OwesShapes()) return true;
-  SaveOwedShapes();
-  WaitForSaves();
-  return !OwesShapes() ||
-         ConfirmedNoFirst(u"Save plate shape",
-                          u"MORVA.ini could not be written: the last change of a named plate is "
-                          u"not in the shape library. Close MORVA anyway?");
 }
 
 bool Key(int id, const platform::KeyEvent& key) {
@@ -107,7 +104,8 @@ void RegisterPlateSurface() {
   surface.logged = ShowLogged;
   surface.storePending = SavePendingPlate;
   surface.storeOwed = SaveOwedShapes;
-  surface.mayClose = MayClose;
+  surface.mayClose = MayEndWithPlates;
+  surface.mayCloseProgram = MayCloseWithPlate;
   surface.cancelInput = CancelInput;
   RegisterSurface(surface);
 }

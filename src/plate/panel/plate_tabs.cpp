@@ -14,6 +14,7 @@
 #include "plate/geometry/plate_layout.h"
 #include "plate/model/plate.h"
 #include "plate/model/plate_names.h"
+#include "plate/panel/plate_live.h"
 #include "plate/tools/plate_drawings.h"
 #include "plate/tools/plate_editor.h"
 #include "plate/tools/plate_fields.h"
@@ -27,15 +28,6 @@
 namespace morva {
 
 namespace {
-
-// A plate with half a number stays up: its text would be lost. The user is told.
-bool MayGo() {
-  int refused = -1;
-  if (PlateTextsRead(plate, refused)) return true;
-  SayOnPlate(HalfNumberWords(refused, u"; until then this plate stays up"));
-  if (refused < kPlateFormValues) platform::SetFocusTo(FieldOfPlateValue(refused));
-  return false;
-}
 
 // The block that a builder has open, and the editor, belong to the plate that goes.
 void Switch(ProgramTab& tab, std::uint32_t index) {
@@ -51,14 +43,14 @@ void Switch(ProgramTab& tab, std::uint32_t index) {
 
 void OnTab(int id, int) {
   ProgramTab* tab = ProvidePlates();
-  if (!tab || !MayGo()) return;
+  if (!tab || !MayPlateGo()) return;
   Switch(*tab, static_cast<std::uint32_t>(id - kIdPlateTabFirst));
 }
 
 void OnAdd(int, int) {
   ProgramTab* tab = ProvidePlates();
   // Nothing is added where the plate that is shown cannot go.
-  if (!tab || !MayGo() || !SaveLivePlate()) return;
+  if (!tab || !MayPlateGo() || !SaveLivePlate()) return;
   const int index = AddPlateDrawing(*tab);
   if (index < 0) {
     platform::ShowBox(kPlatesFullTitle, kPlatesFull, platform::BoxButtons::Ok,

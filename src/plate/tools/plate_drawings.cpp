@@ -37,7 +37,7 @@ void TellFull() {
   SayOnPlate(kPlateFull);  // last: the status line of the workspace repeats the log
 }
 
-// A plate that no record holds waits here while another program is up.
+// A plate that no record holds as it is waits here while another program is up.
 struct Waiting {
   std::uint64_t serial = 0;     // of the program, 0: none waits
   std::uint32_t drawing = 0;    // its active plate
@@ -62,8 +62,9 @@ void DropWaiting(Waiting& row) {
   row.plate.reset();
 }
 
-// The live plate, in a row of its program's own or of one that was closed.
-void LetWait() {
+// The live plate, in a row of its program's own or of one that was closed. `record` is what the
+// program has of it.
+void LetWait(const FeatureSettings* record) {
   const ProgramTab* tab = ActiveTab();
   if (!tab) return;
   Waiting* row = WaitingOf(tab->serial);
@@ -75,7 +76,7 @@ void LetWait() {
   if (!row->plate) return;
   row->serial = tab->serial;
   row->drawing = ActiveDrawing(*tab);
-  row->record = tab->plateSettings ? *tab->plateSettings : FeatureSettings();
+  row->record = record ? *record : FeatureSettings();
 }
 
 bool SameRecord(const FeatureSettings& a, const FeatureSettings* b) {
@@ -102,20 +103,63 @@ bool TakeWaiting(const FeatureSettings* record) {
   return same;
 }
 
-// A record tells that the plate has a name, and not which. The set of this run knows it; behind a
-// restart the library does, unless that shape is another plate's already.
-void FindName() {
+std::u16string KeptName(const char16_t (PlateStore::*names)[kMaxPlates][kShapeNameUnits]) {
   const ProgramTab* tab = ActiveTab();
-  if (plate.unnamed) return;
   const PlateStore* store = tab ? tab->plateStore : nullptr;
-  const std::u16string kept = store ? store->names[store->active] : u"";
-  if (!kept.empty()) {
-    TakePlateName(kept, false, FindShape(kept));
-    return;
+  return store ? (store->*names)[store->active] : u"";
+}
+
+// A renamed plate keeps its place in the library until it is saved under the new name.
+void TakeKeptName(const std::u16string& kept) {
+  const std::u16string saved = KeptName(&PlateStore::savedNames);
+  TakePlateName(kept, false, FindShape(saved.empty() ? kept : saved));
+  if (plate.savedShapeIndex >= 0 && !saved.empty())
+    SetPlateShapeIndex(plate.savedShapeIndex, saved);
+}
+
+// Of the plates of the program without a known name that hold what the live one holds, itself
+// included: how many there are, and how many stand in front of it.
+struct Twins {
+  int count = 1;
+  int before = 0;
+};
+Twins TwinsOfLivePlate() {
+  static FeatureSettings live;
+  const ProgramTab* tab = ActiveTab();
+  const PlateStore* store = tab ? tab->plateStore : nullptr;
+  Twins twins;
+  if (!store || !SavePlateSettings(live)) return twins;
+  for (std::uint32_t i = 0; i < store->count; ++i) {
+    if (i == store->active || store->names[i][0] || !SameRecord(live, &store->plates[i])) continue;
+    ++twins.count;
+    if (i < store->active) ++twins.before;
   }
-  const int index = FindPlateShape();
-  if (index < 0 || IsNameOfOtherDrawing(shapeLibrary.shapes[index].name)) return;
-  TakePlateName(shapeLibrary.shapes[index].name, false, index);
+  return twins;
+}
+
+// The one shape that may be the live plate and no other's; -1: none, or one of them would be a
+// guess. Where as many plates as shapes are alike, each gets one in the order of the tabs.
+int ShapeOfLivePlate() {
+  int found[kMaxShapes];
+  const int count = FindPlateShapes(found);
+  const auto taken = [](int index) {
+    return IsNameOfOtherDrawing(shapeLibrary.shapes[index].name);
+  };
+  int* const end = std::remove_if(found, found + count, taken);
+  const int unclaimed = static_cast<int>(end - found);
+  if (unclaimed == 1 && count == 1) return found[0];
+  const Twins twins = TwinsOfLivePlate();
+  return unclaimed == twins.count ? found[twins.before] : -1;
+}
+
+// A record tells that the plate has a name, and not which. The set of this run knows it; behind a
+// restart the library does.
+void FindName() {
+  if (plate.unnamed) return;
+  const std::u16string kept = KeptName(&PlateStore::names);
+  if (!kept.empty()) return TakeKeptName(kept);
+  const int index = ShapeOfLivePlate();
+  if (index >= 0) TakePlateName(shapeLibrary.shapes[index].name, false, index);
 }
 
 }  // namespace
@@ -123,11 +167,13 @@ void FindName() {
 bool StoreLivePlate(FeatureSettings& record) {
   if (SavePlateSettings(record)) {
     if (Waiting* row = WaitingOf(ActiveSerial()); row && row->plate) DropWaiting(*row);
+    if (int refused = -1; !PlateTextsRead(plate, refused)) LetWait(&record);
     NoteLeftOut(false);
     if (PlateItems(plate) <= kMaxItems) KeepAllLabels();
     return true;
   }
-  LetWait();
+  const ProgramTab* tab = ActiveTab();
+  LetWait(tab ? tab->plateSettings : nullptr);
   NoteLeftOut(true);
   TellFull();
   return false;
@@ -159,6 +205,7 @@ int AddPlateDrawing(ProgramTab& tab) {
   const std::uint32_t index = store.count++;
   StartPlateRecord(store.plates[index], UnitsMetric());
   store.names[index][0] = 0;
+  store.savedNames[index][0] = 0;
   return static_cast<int>(index);
 }
 
@@ -169,8 +216,19 @@ bool SaveLivePlate() {
   PlateStore& store = *tab->plateStore;
   store.plates[store.active] = live;
   CopyBounded(store.names[store.active], kShapeNameUnits, plate.name);
+  CopyBounded(store.savedNames[store.active], kShapeNameUnits, plate.savedName);
   *tab->plateSettings = live;
   return true;
+}
+
+std::u16string HalfNumberKept(const ProgramTab& tab) {
+  const Waiting* row = WaitingOf(tab.serial);
+  const bool live = &tab == ActiveTab();
+  const PlateRecord* record = live ? &plate : row ? row->plate.get() : nullptr;
+  int refused = -1;
+  if (!record || PlateTextsRead(*record, refused)) return {};
+  return PlateInWords(record->name) +
+         HalfNumberWords(refused, u", so that the plate is kept with the last one");
 }
 
 void ForgetPlateName() {
@@ -178,6 +236,7 @@ void ForgetPlateName() {
   if (!tab || !tab->plateStore) return;
   PlateStore& store = *tab->plateStore;
   store.names[store.active][0] = 0;
+  store.savedNames[store.active][0] = 0;
 }
 
 bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index) {

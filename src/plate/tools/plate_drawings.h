@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "documents/feature_settings.h"
 #include "documents/tab_table.h"
@@ -13,8 +14,9 @@ inline constexpr char16_t kPlatesFull[] =
     u"Eight plate drawings per project. Create another project for more drawings.";
 
 // What liveModels.storePlate and loadPlate are to be. Store is false where the plate takes more
-// items than a record holds, and says so on the plate's status line; such a plate comes back when
-// its program does, until the end of the run. Load with null: a new plate in the unit of the
+// items than a record holds, and says so on the plate's status line; such a plate, and one with
+// half a number in a field, comes back as it was when its program does, until the end of the run.
+// Load with null: a new plate in the unit of the
 // application. A loaded plate gets its name back where the library knows it.
 bool StoreLivePlate(FeatureSettings& record);
 void LoadLivePlate(const FeatureSettings* record);
@@ -30,6 +32,10 @@ int AddPlateDrawing(ProgramTab& tab);
 bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index);
 // The live plate into the active drawing of the current program. False: as StoreLivePlate.
 bool SaveLivePlate();
+
+// The live plate, or the one that waits for its program to come up, has a field without a usable
+// number: which, and that the plate is kept with the last one; empty for a program without.
+std::u16string HalfNumberKept(const ProgramTab& tab);
 
 // The active drawing of the current program forgets its plate's name, before another plate comes
 // into it.

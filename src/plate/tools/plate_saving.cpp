@@ -1,5 +1,6 @@
 #include "plate/tools/plate_saving.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -140,6 +141,8 @@ const char16_t* WordsOf(PlateSave answer) {
       return u"Reusable shape exceeds 64 objects; reduce the hole pattern before saving.";
     case PlateSave::Full:
       return u"Shape library is full.";
+    case PlateSave::NameTaken:
+      return kNameTaken;
     case PlateSave::Stretched:
       return u"Custom reusable shapes keep their aspect ratio. Match width and height scale before "
              u"saving.";
@@ -191,7 +194,15 @@ bool IsHandedPlateUp() { return !plate.unnamed && SameFolded(handed.name, plate.
 // On the status line of another plate the words say which one they are about.
 void SayOfHanded(std::u16string_view words) {
   if (IsHandedPlateUp()) return SayOnPlate(words);
-  SayOnPlate(u"\u201C" + std::u16string(handed.name) + u"\u201D: " + std::u16string(words));
+  SayOnPlate(PlateInWords(handed.name) + std::u16string(words));
+}
+
+// What went wrong, and that it is well again, is seen also where the plate is out of sight.
+void SayEverywhere(std::u16string_view words) {
+  SayOfHanded(words);
+  if (app.surface != kSurfacePlate) {
+    ShowStatus(PlateInWords(handed.name) + std::u16string(words));
+  }
 }
 
 void HandOverLibrary() {
@@ -202,11 +213,10 @@ void HandOverLibrary() {
 // Handed over again some seconds later, with the plate as it is then where it is still up.
 void TryAgain() {
   libraryOwed = true;
+  if (!libraryFailed) SayEverywhere(kShapesUnsaved);
   if (IsHandedPlateUp()) {
     Refuse(PlateSave::NoFile);
     LeavePlatePending();
-  } else if (!libraryFailed) {
-    SayOfHanded(kShapesUnsaved);
   }
   libraryFailed = true;
   TryAgainLater();
@@ -215,8 +225,7 @@ void TryAgain() {
 // The disk answers behind what was said of the record.
 void TellSaved(bool saved) {
   if (!saved) return TryAgain();
-  const bool news = libraryFailed || IsHandedPlateUp();
-  libraryFailed = false;
+  const bool failed = std::exchange(libraryFailed, false);
   saidOf = PlateSave::Done;
   // As it was saved, even if the plate itself could not be handed over again.
   if (IsHandedPlateUp() && handed.changes == plate.changes) SettlePlate(true);
@@ -225,7 +234,8 @@ void TellSaved(bool saved) {
     return SayOfHanded(
         HalfNumberWords(handed.halfNumber, u", so that the plate was saved with the last one"));
   }
-  if (news) SayOfHanded(kPlateSaved);
+  if (failed) return SayEverywhere(kPlateSaved);
+  if (IsHandedPlateUp()) SayOnPlate(kPlateSaved);
 }
 
 // Another program, or a change of the library here, may have moved the plate's shape.
@@ -235,20 +245,6 @@ int IndexNow() {
   const bool stands =
       index < shapeLibrary.count && SameFolded(shapeLibrary.shapes[index].name, plate.savedName);
   return stands ? index : FindShape(plate.savedName);
-}
-
-constexpr int kSeveral = -2;
-
-// The shape of the library that passes the test; -1: none does; kSeveral.
-template <typename Test>
-int OnlyShape(Test test) {
-  int found = -1;
-  for (int i = 0; i < shapeLibrary.count; ++i) {
-    if (!test(i)) continue;
-    if (found >= 0) return kSeveral;
-    found = i;
-  }
-  return found;
 }
 
 // What the plate's own file is to hold; empty: its record cannot be built.
@@ -275,12 +271,12 @@ void TellOwnFile(const SaveResult& result) {
     if (ownFiles[i].bytes.empty() || PathInData(kFolder, PlateFile(i)) != result.program) continue;
     if (result.answer == SaveAnswer::Saved) {
       ownFiles[i] = {};
-      if (saidOf == PlateSave::NoOwnFile) SayOfHanded(kPlateSaved);
+      if (saidOf == PlateSave::NoOwnFile) SayEverywhere(kPlateSaved);
       if (saidOf == PlateSave::NoOwnFile) saidOf = PlateSave::Done;
       return;
     }
     ownFiles[i].owed = true;
-    if (saidOf != PlateSave::NoOwnFile) SayOfHanded(WordsOf(PlateSave::NoOwnFile));
+    if (saidOf != PlateSave::NoOwnFile) SayEverywhere(WordsOf(PlateSave::NoOwnFile));
     saidOf = PlateSave::NoOwnFile;
     return TryAgainLater();
   }
@@ -334,6 +330,7 @@ PlateSave SaveNamedPlate() {
   if (built != PlateSave::Done && built != PlateSave::Stretched) return Refuse(built);
   FollowShapeFile();
   const int index = IndexNow();
+  if (index < 0 && FindShape(plate.name) >= 0) return Refuse(PlateSave::NameTaken);
   if (index < 0 && shapeLibrary.count >= kMaxShapes) return Refuse(PlateSave::Full);
   if (built == PlateSave::Stretched) return Refuse(built);
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
@@ -358,15 +355,21 @@ void SavePendingShape() {
 
 void PlateEdited() { ProgramChanged({.autosave = true}); }
 
-int FindPlateShape() {
+int FindPlateShapes(int (&found)[kMaxShapes]) {
   SavedShape shape;
-  if (BuildPlateShape(plate, shape) != PlateSave::Done) return -1;
-  const auto alike = [&shape](int index) { return IsShapeAt(index, shape); };
-  const int found = OnlyShape(alike);
-  if (found != kSeveral) return found;
+  if (BuildPlateShape(plate, shape) != PlateSave::Done) return 0;
+  int alike = 0;
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    if (IsShapeAt(i, shape)) found[alike++] = i;
+  }
+  if (alike < 2) return alike;
   // Plates that are cut alike may differ in what they are made of.
   const std::string record = PlateBytes();
-  return OnlyShape([&](int index) { return alike(index) && FileHolds(index, record); });
+  int count = 0;
+  for (int i = 0; i < alike; ++i) {
+    if (FileHolds(found[i], record)) found[count++] = found[i];
+  }
+  return count;
 }
 
 bool RefreshPlateMetadataFile() {
@@ -389,6 +392,21 @@ void SaveOwedShapes() {
 }
 
 bool OwesShapes() { return libraryOwed; }
+
+bool OwesOwnFiles() {
+  return std::ranges::any_of(ownFiles, [](const OwnFile& file) { return file.owed; });
+}
+
+void SayWhatIsOwed() {
+  if (!OwesShapes() && !OwesOwnFiles()) return;
+  const PlateSave why = OwesShapes() ? PlateSave::NoFile : PlateSave::NoOwnFile;
+  ShowStatus(PlateInWords(handed.name) + WordsOf(why));
+}
+
+std::u16string PlateInWords(std::u16string_view name) {
+  if (name.empty()) return {};
+  return u"\u201C" + std::u16string(name) + u"\u201D: ";
+}
 
 void ResetPlateSaving() {
   saidOf = PlateSave::Done;

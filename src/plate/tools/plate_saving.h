@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/limits.h"
 #include "plate/model/plate.h"
 
 namespace morva {
@@ -14,6 +15,7 @@ enum class PlateSave {
   BadNumbers,  // a size is not above 0; nobody is told
   TooMany,     // more than 64 objects
   Full,        // the library holds 24 shapes already
+  NameTaken,   // another shape came into the library under the plate's name
   Stretched,   // the custom outline is wider or longer than its shape allows
   NoRecord,    // more than 96 items; the library has the plate all the same
   NoFile,      // known later than the others: the settings file could not be written
@@ -33,15 +35,21 @@ void SavePendingShape();
 void SaveOwedShapes();
 // The settings file still lacks a plate that was named and saved.
 bool OwesShapes();
+// A plate's own file could not be written.
+bool OwesOwnFiles();
+// What could not be written is said once more, on the program's status line.
+void SayWhatIsOwed();
+// The plate's name in front of words that are about it; nothing without a name.
+std::u16string PlateInWords(std::u16string_view name);
 // A field of the form holds no usable number, and what that means: goes on behind "number".
 std::u16string HalfNumberWords(int value, std::u16string_view meaning);
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();
 void ResetPlateSaving();
-// The index of the shape in the library that is the live plate, by what it cuts, and of those that
-// are cut alike by the plate's own file; below 0: none, or several.
-int FindPlateShape();
+// The shapes of the library that may be the live plate, by what they cut, and where several are cut
+// alike by the plates' own files. How many of `found` are filled, by index ascending.
+int FindPlateShapes(int (&found)[kMaxShapes]);
 // Hands the plate's record to that worker, for "Plate-<index>.platemv" under "Shapes". False: the
 // plate has no index, there is no data directory, or the record cannot be built.
 bool RefreshPlateMetadataFile();

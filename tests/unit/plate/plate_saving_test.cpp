@@ -33,6 +33,7 @@ class NamedPlate : public support::Workbench {
     liveModels.storePlate = StoreLivePlate;
     liveModels.loadPlate = LoadLivePlate;
     liveModels.plateName = [] { return static_cast<const char16_t*>(plate.name); };
+    liveModels.plateSavedName = [] { return static_cast<const char16_t*>(plate.savedName); };
   }
   void TearDown() override {
     ResetPlate();
@@ -105,6 +106,54 @@ TEST_F(NamedPlate, KeepsItsPlaceInTheLibraryUnderANewName) {
   EXPECT_EQ(std::u16string(Shape(0).name), u"Other");
   EXPECT_EQ(std::u16string(Shape(1).name), u"Top");
   EXPECT_EQ(plate.savedShapeIndex, 1);
+}
+
+TEST_F(NamedPlate, KeepsItsPlaceInTheLibraryWhileAnotherOneIsUp) {
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  SetPlateLayout(PlateLayout::Grid);
+  SetPlateText(kPlateCountX, u"20");
+  SetPlateText(kPlateCountY, u"20");
+  GivePlateName(u"Top");
+  ASSERT_EQ(Save(), PlateSave::TooMany);
+  ProgramTab* tab = ProvidePlates();
+  ASSERT_EQ(AddPlateDrawing(*tab), 1);
+  ASSERT_TRUE(SwitchPlateDrawing(*tab, 1));
+  ASSERT_TRUE(SwitchPlateDrawing(*tab, 0));
+  ASSERT_EQ(std::u16string(plate.name), u"Top");
+  SetPlateText(kPlateCountX, u"2");
+  SetPlateText(kPlateCountY, u"2");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  ASSERT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(std::u16string(Shape(0).name), u"Top");
+}
+
+TEST_F(NamedPlate, KeepsItsPlaceInTheLibraryWhileItsProgramRests) {
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  GivePlateName(u"Top");
+  WriteFile("other.NC", "G0 X1\r\n");
+  Open("other.NC");
+  SwitchTab(0);
+  ASSERT_EQ(std::u16string(plate.name), u"Top");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  ASSERT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(std::u16string(Shape(0).name), u"Top");
+}
+
+TEST_F(NamedPlate, IsNotSavedAsASecondShapeOfItsName) {
+  SetPlateLayout(PlateLayout::Grid);
+  SetPlateText(kPlateCountX, u"20");
+  SetPlateText(kPlateCountY, u"20");
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::TooMany);
+  ASSERT_EQ(AppendShape(u"BASE"), 0);  // a sketch, meanwhile
+  SetPlateText(kPlateCountX, u"2");
+  SetPlateText(kPlateCountY, u"2");
+  EXPECT_EQ(Save(), PlateSave::NameTaken);
+  EXPECT_EQ(Status(), kNameTaken);
+  EXPECT_EQ(shapeLibrary.count, 1);
+  EXPECT_EQ(Shape(0).count, 0);
 }
 
 TEST_F(NamedPlate, CutsANameToWhatTheLibraryHolds) {
@@ -280,6 +329,73 @@ TEST_F(NamedPlate, IsKnownFromItsTwinByTheFileBesideTheLibrary) {
   EXPECT_EQ(plate.savedShapeIndex, 1);
 }
 
+// Three of a kind in one program, as a user has them who makes left and right ones.
+struct Triplets : public NamedPlate {
+  void SetUp() override {
+    NamedPlate::SetUp();
+    ASSERT_TRUE(app.dataDirReady);
+    ProgramTab* tab = ProvidePlates();
+    for (const char16_t* name : kNames) {
+      if (name != kNames[0]) {
+        const int added = AddPlateDrawing(*tab);
+        ASSERT_TRUE(SwitchPlateDrawing(*tab, static_cast<std::uint32_t>(added)));
+      }
+      ASSERT_EQ(GivePlateName(name), Naming::Named);
+      ASSERT_EQ(Save(), PlateSave::Done);
+    }
+    ASSERT_TRUE(SaveLivePlate());
+  }
+  // Nothing but the records stands, as behind a restart; drawing `up` is the one that is shown.
+  static void Forget(std::uint32_t up) {
+    PlateStore& store = *ActiveTab()->plateStore;
+    for (int i = 0; i < kMaxPlates; ++i) store.names[i][0] = store.savedNames[i][0] = 0;
+    store.active = up;
+    *ActiveTab()->plateSettings = store.plates[up];
+    LoadLivePlate(ActiveTab()->plateSettings);
+  }
+  static void ExpectName(std::uint32_t drawing) {
+    SwitchPlateDrawing(*ActiveTab(), drawing);
+    EXPECT_EQ(std::u16string(plate.name), kNames[drawing]);
+    EXPECT_EQ(plate.savedShapeIndex, static_cast<int>(drawing));
+  }
+  static constexpr const char16_t* kNames[] = {u"Left", u"Middle", u"Right"};
+};
+
+TEST_F(Triplets, GetTheirNamesBackInTheOrderOfTheirTabs) {
+  Forget(1);
+  ExpectName(1);
+  ExpectName(2);
+  ExpectName(0);
+}
+
+TEST_F(Triplets, GetTheirNamesBackAlsoWhereOneWasChangedMeanwhile) {
+  Forget(2);
+  SetPlateText(kPlateLength, u"9");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  ExpectName(0);
+  ExpectName(1);
+  ExpectName(2);
+}
+
+TEST_F(Triplets, GetNoNameWhereAnotherPlateMayHaveIt) {
+  // The third belongs to a program that is not open.
+  ActiveTab()->plateStore->count = 2;
+  Forget(0);
+  EXPECT_EQ(std::u16string(plate.name), u"");
+  SwitchPlateDrawing(*ActiveTab(), 1);
+  EXPECT_EQ(std::u16string(plate.name), u"");
+}
+
+TEST_F(Triplets, GetNoNameWhereAShapeOfThemIsMissing) {
+  ShapeLibrary two = shapeLibrary;
+  ResetShapeLibrary();
+  for (int i = 0; i < 2; ++i) PutShape(two.shapes[i]);
+  SaveShapeLibrary();
+  WaitForSaves();
+  Forget(0);
+  EXPECT_EQ(std::u16string(plate.name), u"");
+}
+
 TEST_F(NamedPlate, FindsTheOutlineThatTheSettingsFileRounded) {
   SavedShape outline;
   outline.count = 1;
@@ -340,10 +456,11 @@ TEST_F(NamedPlate, WaitsForItsProgramWhereItCannotBeStored) {
   EXPECT_EQ(std::u16string(plate.values[kPlateLength].text), u"12,5");
   // Once it can be stored it comes back from its record, as others do.
   SetFeatureFlag(96, FeatureFlag::Locked, false);
+  SetPlateText(kPlateLength, u"12.5");
   SwitchTab(1);
   SwitchTab(0);
   EXPECT_TRUE(plate.features[95].locked);
-  EXPECT_EQ(std::u16string(plate.values[kPlateLength].text), u"8.000000");
+  EXPECT_EQ(std::u16string(plate.values[kPlateLength].text), u"12.500000");
 }
 
 TEST_F(NamedPlate, SaysOnceAChangeThatItCannotBeSaved) {
