@@ -156,6 +156,8 @@ inline constexpr int kIdLayerCutSurface = 3033;
 inline constexpr int kIdLayerClean = 3034;
 inline constexpr int kIdLayerSkimDepth = 3035;
 inline constexpr int kIdLayerDepthShade = 3036;  // and below a line
+inline constexpr int kIdLayerMachine = 3037;
+inline constexpr int kIdLayerPlayByTime = 3038;
 
 inline constexpr int kIdRecentMenu = 3130;  // menu at OPEN: the last programs and what stands below
 inline constexpr int kIdRecentFirst = 3131;  // its programs, 3131 to 3138

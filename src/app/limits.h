@@ -69,7 +69,7 @@ inline constexpr int kMaxSpiralPoints = 30000;   // motion points of a spiral: "
 
 // The toolpath.
 inline constexpr int kMaxMotionPoints = 32768;   // bottom read-out "path shown to line ..."
-inline constexpr int kMaxPathOwners = 2;         // paths that the view can show, 2.6 MB each with what stands around it; an owner without a row does not compile
+inline constexpr int kMaxPathOwners = 3;         // paths that the view can show, 2.6 MB each with what stands around it, the machine's 23 MB; an owner without a row does not compile
 inline constexpr int kExampleUnits = 8192;       // program text of an example; cut, which no example reaches
 inline constexpr int kMaxMeshSegments = 4704;    // lines of the cut surface, 98 of 48 pieces; all fit
 inline constexpr int kMaxReadOutLines = 16;      // lines that a read-out breaks into; the rest is not shown

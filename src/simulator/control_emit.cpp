@@ -15,7 +15,7 @@ constexpr double kChordInches = 0.0005;  // how far a chord may lie off its arc
 constexpr double kMostChords = 100000;
 constexpr double kSharpCosine = 0.9;  // of the angle from which a corner costs time, 26 degrees
 
-void AddPoint(ControlRun& run, const Vec3& to, bool rapid, double seconds) {
+void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double seconds) {
   ControlTrack& track = *run.track;
   MotionPath& out = track.path;
   if (out.count > 0 && run.moved) {
@@ -38,9 +38,10 @@ void AddPoint(ControlRun& run, const Vec3& to, bool rapid, double seconds) {
   point.x = to.of[0];
   point.y = to.of[1];
   point.z = to.of[2];
-  point.rapid = rapid;
+  point.rapid = of.kind == ControlSegment::Kind::Rapid;
   point.sourceLine = run.line;
   point.jump = !run.moved;
+  point.machineAxes = of.machineAxes;
   point.tool = run.tool;
   run.moved = true;
 }
@@ -81,9 +82,9 @@ void EmitRapid(ControlRun& run, const ControlSegment& segment) {
       const double way = segment.to.of[axis] - segment.from.of[axis];
       corner.of[axis] = segment.from.of[axis] + std::copysign(std::min(ways[axis], reached), way);
     }
-    AddPoint(run, corner, true, began + (run.time - began) * reached / longest);
+    AddPoint(run, segment, corner, began + (run.time - began) * reached / longest);
   }
-  AddPoint(run, segment.to, true, run.time);
+  AddPoint(run, segment, segment.to, run.time);
 }
 
 double FeedSeconds(const ControlRun& run, const ControlSegment& segment, double length) {
@@ -113,7 +114,7 @@ void EmitLine(ControlRun& run, const ControlSegment& segment) {
   }
   AddCornerTime(run, way, way);
   run.time += FeedSeconds(run, segment, length);
-  AddPoint(run, segment.to, false, run.time);
+  AddPoint(run, segment, segment.to, run.time);
 }
 
 // Chords whose middle lies at most the tolerance inside the circle.
@@ -192,9 +193,9 @@ void EmitArc(ControlRun& run, const ControlSegment& segment) {
   const int chords = ChordsOf(run, shape);
   for (int i = 1; i < chords && run.track->path.fullAtLine < 0; ++i) {
     const double part = static_cast<double>(i) / chords;
-    AddPoint(run, PointOf(shape, segment, part), false, began + (run.time - began) * part);
+    AddPoint(run, segment, PointOf(shape, segment, part), began + (run.time - began) * part);
   }
-  AddPoint(run, segment.to, false, run.time);
+  AddPoint(run, segment, segment.to, run.time);
 }
 
 // Points of the programmed path are only drawn: a full table ends them.

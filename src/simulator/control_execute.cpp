@@ -299,6 +299,7 @@ void ChangeTool(ControlRun& run) {
   } else {
     run.shown = up;
     run.at = ProgramOf(run, up);
+    run.machineAxes |= 4;
   }
   run.tool = run.toolCalled;
   run.spindle = false;

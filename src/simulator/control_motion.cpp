@@ -19,8 +19,20 @@ ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegmen
   return segment;
 }
 
-void Send(ControlRun& run, const ControlSegment& segment) {
+// An axis stays at its place of the machine until the program moves it.
+void NoteMachineAxes(ControlRun& run, const ControlSegment& segment, bool toMachine) {
+  for (int axis = 0; axis < 3; ++axis) {
+    if (segment.to.of[axis] == segment.from.of[axis]) continue;
+    const unsigned bit = 1U << axis;
+    const unsigned others = run.machineAxes & ~bit;
+    run.machineAxes = static_cast<std::uint8_t>(toMachine ? others | bit : others);
+  }
+}
+
+void Send(ControlRun& run, ControlSegment segment, bool toMachine = false) {
   NoteTravel(run, segment.to);
+  NoteMachineAxes(run, segment, toMachine);
+  segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
   ++run.strokes;
   CompensateSegment(run, segment);
@@ -40,7 +52,7 @@ double LengthOf(ControlRun& run, const ControlBlock& block, char letter) {
 }
 
 void RapidToShown(ControlRun& run, const Vec3& shown) {
-  Send(run, SegmentTo(run, shown, ControlSegment::Kind::Rapid));
+  Send(run, SegmentTo(run, shown, ControlSegment::Kind::Rapid), true);
   run.at = ProgramOf(run, shown);
 }
 

@@ -119,6 +119,7 @@ struct ControlSegment {
   std::int32_t line = 0;
   double feed = 0;  // display units a minute; in G93 one over minutes
   bool inverse = false;
+  std::uint8_t machineAxes = 0;  // of its end, as in MotionPoint
 };
 
 // Cutter compensation under way.
@@ -170,6 +171,7 @@ struct ControlRun {
   Vec3 homeBy;  // the point that the last G28 went by, for G29
   Vec3 at;      // program place
   Vec3 shown;   // the same, drawn
+  std::uint8_t machineAxes = 7;  // axes that stand at a place of the machine, as in MotionPoint
 
   double feed = 0;  // display units a minute, or one over minutes in G93
   bool feedKnown = false;

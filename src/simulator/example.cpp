@@ -5,6 +5,7 @@
 #include "app/limits.h"
 #include "library/units.h"
 #include "simulator/cutter.h"
+#include "simulator/machine_motion.h"
 #include "simulator/playback.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
@@ -161,7 +162,7 @@ void LeaveExample() {
   ResetPlayback(PathOwner::Builder);
   SetSpeedOf(PathOwner::Builder, speedBefore);
   LookAsBefore(PathOwner::Builder, viewBefore);
-  ShowPathOf(PathOwner::Program);
+  ShowPathOf(EditorOwner());
   RebuildToolpath();
 }
 

@@ -7,6 +7,25 @@ namespace morva {
 namespace {
 MotionPoint programPoints[kMaxMotionPoints];
 MotionPoint ghostPoints[kMaxMotionPoints];
+
+// The least and the most of an axis over the points that stand at a place of the part there; over
+// all of them where none does.
+void TakeSpan(const MotionPath& of, unsigned bit, double MotionPoint::*axis, double& least,
+              double& most) {
+  bool any = false;
+  for (const bool anywhere : {false, true}) {
+    for (std::int32_t i = 0; i < of.count; ++i) {
+      const MotionPoint& point = of.points[i];
+      if (!anywhere && (point.machineAxes & bit)) continue;
+      const double value = point.*axis;
+      least = any ? std::min(least, value) : value;
+      most = any ? std::max(most, value) : value;
+      any = true;
+    }
+    if (any) return;
+  }
+}
+
 }  // namespace
 
 MotionPath path{programPoints};
@@ -25,18 +44,9 @@ const PathBounds& BoundsOf(MotionPath& of) {
   of.boundsGeneration = of.generation;
   of.boundsCount = of.count;
   bounds = PathBounds{};
-  if (of.count == 0) return bounds;
-  const MotionPoint& first = of.points[0];
-  bounds = {first.x, first.x, first.y, first.y, first.z, first.z};
-  for (std::int32_t i = 1; i < of.count; ++i) {
-    const MotionPoint& p = of.points[i];
-    bounds.minX = std::min(bounds.minX, p.x);
-    bounds.maxX = std::max(bounds.maxX, p.x);
-    bounds.minY = std::min(bounds.minY, p.y);
-    bounds.maxY = std::max(bounds.maxY, p.y);
-    bounds.minZ = std::min(bounds.minZ, p.z);
-    bounds.maxZ = std::max(bounds.maxZ, p.z);
-  }
+  TakeSpan(of, 1, &MotionPoint::x, bounds.minX, bounds.maxX);
+  TakeSpan(of, 2, &MotionPoint::y, bounds.minY, bounds.maxY);
+  TakeSpan(of, 4, &MotionPoint::z, bounds.minZ, bounds.maxZ);
   return bounds;
 }
 

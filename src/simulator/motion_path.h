@@ -16,7 +16,9 @@ struct MotionPoint {
   bool rapid = false;           // the move into this point is a rapid
   std::int32_t sourceLine = 0;  // zero-based line of the program text
   bool jump = false;            // the tool is only known to have arrived here: not drawn
-  std::int32_t tool = 0;        // number in force, 0 before the first T word
+  // A bit for X, Y, Z: the machine's own place, not one of the part. Bounds leave it out.
+  std::uint8_t machineAxes = 0;
+  std::int32_t tool = 0;  // number in force, 0 before the first T word
 };
 
 struct PathBounds {

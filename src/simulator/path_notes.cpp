@@ -116,6 +116,10 @@ std::u16string PathNotesWords(const PathNotes& notes) {
   return words;
 }
 
+bool HasLinesNotShown(const PathNotes& notes) {
+  return SumOf(notes, 0).lines > 0 || SumOf(notes, kNotApplied).lines > 0;
+}
+
 std::u16string PathNotesTip(const PathNotes& notes) {
   std::u16string tip;
   for (int group = 0; group < static_cast<int>(std::size(kGroups)); ++group) {

@@ -52,6 +52,9 @@ void NoteLine(PathNotes& notes, PathNote kind, std::int32_t line);
 // then "  /  2 lines of G92, G68 not applied, first 4"; empty where there are none. Line numbers
 // are 1-based.
 std::u16string PathNotesWords(const PathNotes& notes);
+// Whether it has lines that move the machine and are not shown.
+bool HasLinesNotShown(const PathNotes& notes);
+
 // A line for each group: "Not shown: R arcs 3, canned cycles 9". Empty where there are none.
 std::u16string PathNotesTip(const PathNotes& notes);
 

@@ -13,6 +13,7 @@
 #include "simulator/line_highlight.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
+#include "simulator/view_switches.h"
 
 namespace morva {
 
@@ -36,14 +37,11 @@ void StartPlayTimer() {
   platform::StartTimer(platform::kMainWindow, kTimerPlay, kTickMilliseconds);
 }
 
-// Lines, features and operations are those of the program; other paths have none in the editor.
-bool ProgramIsShown() { return ShownOwner() == PathOwner::Program; }
-
 // Every command of the player begins here.
 const OwnedPath& BeginCommand() {
   const OwnedPath& shown = ShownPath();
   shown.play.segmentFraction = 0.0;
-  if (shown.path.count < 2 && ProgramIsShown()) RebuildToolpath();
+  if (shown.path.count < 2 && EditorPathIsShown()) RebuildToolpath();
   shown.play.headInUse = true;
   return shown;
 }
@@ -51,16 +49,17 @@ const OwnedPath& BeginCommand() {
 // Play begins with the text as it stands. A path that lagged behind is built anew and played
 // from its start, because what stood at the head may be elsewhere now.
 void BeginPlay(const OwnedPath& shown) {
-  if (ProgramIsShown() && PathIsStale()) RebuildToolpath();
+  if (EditorPathIsShown() && PathIsStale()) RebuildToolpath();
   shown.play.headInUse = true;
   if (shown.play.playHead >= shown.path.count) shown.play.playHead = HeadAtFirst(shown);
   shown.play.playing = true;
 }
 
-// The program's head shows its line.
-void FollowHead() {
-  if (playback.playHead > 0 && playback.playHead <= path.count) {
-    HighlightSourceLine(path.points[playback.playHead - 1].sourceLine);
+// The head shows its line of the program.
+void FollowHead(const OwnedPath& shown) {
+  const std::int32_t head = shown.play.playHead;
+  if (head > 0 && head <= shown.path.count) {
+    HighlightSourceLine(shown.path.points[head - 1].sourceLine);
   }
 }
 
@@ -68,16 +67,38 @@ void FollowHead() {
 void JumpTo(const OwnedPath& shown, std::int32_t head) {
   HaltPlayback(ShownOwner());
   shown.play.playHead = std::clamp(head, HeadAtFirst(shown), shown.path.count);
-  if (ProgramIsShown()) FollowHead();
+  if (EditorPathIsShown()) FollowHead(shown);
   platform::Repaint(kViewToolpath);
 }
 
-// The 1-based position of the program's first point at or past a line, 0 for none.
-std::int32_t HeadAtLine(std::int32_t line) {
-  for (std::int32_t i = 0; i < path.count; ++i) {
-    if (path.points[i].sourceLine >= line) return i + 1;
+// The 1-based position of the first point of an operation, or of the first one behind it in the
+// text; 0 for none. A run that jumps may come to later lines first, so its own ones count before.
+std::int32_t HeadOf(const MotionPath& of, const FeatureLines& operation) {
+  std::int32_t behind = 0;
+  for (std::int32_t i = 0; i < of.count; ++i) {
+    const std::int32_t line = of.points[i].sourceLine;
+    if (line < operation.firstLine) continue;
+    if (line <= operation.lastLine) return i + 1;
+    if (behind == 0) behind = i + 1;
   }
-  return 0;
+  return behind;
+}
+
+// The head goes on by so many seconds of the machine.
+void PassTime(const OwnedPath& shown, double seconds) {
+  Playback& play = shown.play;
+  while (play.playHead < shown.path.count) {
+    const std::int32_t head = play.playHead;
+    const double whole = head > 0 ? shown.seconds[head] - shown.seconds[head - 1] : 0;
+    const double rest = whole * (1 - play.segmentFraction);
+    if (seconds < rest) {
+      play.segmentFraction += seconds / whole;
+      return;
+    }
+    seconds -= rest;
+    play.segmentFraction = 0;
+    ++play.playHead;
+  }
 }
 
 void StepOperation(int step) {
@@ -88,7 +109,7 @@ void StepOperation(int step) {
     return;
   }
   const std::int32_t at = std::clamp(shown.play.playHead, 1, count);
-  const std::int32_t operations = ProgramIsShown() ? featureLines.count : 0;
+  const std::int32_t operations = EditorPathIsShown() ? featureLines.count : 0;
   const std::int32_t row =
       operations > 0 ? FeatureRowOfLine(shown.path.points[at - 1].sourceLine) : -1;
   // From outside all features a step back ends at the first point, a step on at feature 0.
@@ -98,7 +119,7 @@ void StepOperation(int step) {
   } else if (target >= operations) {
     JumpTo(shown, count);
   } else {
-    const std::int32_t head = HeadAtLine(featureLines.rows[target].firstLine);
+    const std::int32_t head = HeadOf(shown.path, featureLines.rows[target]);
     JumpTo(shown, head > 0 ? head : step < 0 ? 1 : count);
   }
 }
@@ -191,14 +212,20 @@ void PlayTick() {
     HaltPlayback(ShownOwner());
     return;
   }
-  const bool inEditor = ProgramIsShown();
+  const bool inEditor = EditorPathIsShown();
   const std::int32_t& count = shown.path.count;
   play.playHead = std::clamp(play.playHead, HeadAtFirst(shown), count);
-  play.segmentFraction += SpeedFactor(play.speedIndex) * kTickMilliseconds / kPointMilliseconds;
-  while (play.segmentFraction >= 1.0 && play.playHead < count) {
-    play.segmentFraction -= 1.0;
-    ++play.playHead;
-    if (inEditor) FollowHead();
+  if (switches.playByTime && shown.seconds) {
+    const std::int32_t before = play.playHead;
+    PassTime(shown, SpeedFactor(play.speedIndex) * kTickMilliseconds / 1000);
+    if (play.playHead != before) FollowHead(shown);
+  } else {
+    play.segmentFraction += SpeedFactor(play.speedIndex) * kTickMilliseconds / kPointMilliseconds;
+    while (play.segmentFraction >= 1.0 && play.playHead < count) {
+      play.segmentFraction -= 1.0;
+      ++play.playHead;
+      if (inEditor) FollowHead(shown);
+    }
   }
   if (play.playHead >= count) {
     play.segmentFraction = 0.0;

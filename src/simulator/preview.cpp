@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "library/units.h"
 #include "platform/window.h"
+#include "simulator/machine_motion.h"
 #include "simulator/place_pick.h"
 #include "simulator/preview_context.h"
 #include "simulator/preview_state.h"
@@ -118,7 +119,7 @@ void LeavePreview() {
   readText = std::u16string();
   SetStockOf(PathOwner::Builder, StockEnvelope{});
   ResetPlayback(PathOwner::Builder);
-  ShowPathOf(PathOwner::Program);
+  ShowPathOf(EditorOwner());
 }
 
 void FollowPreviewedProgram() {

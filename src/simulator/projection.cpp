@@ -42,14 +42,14 @@ Projection projection;
 bool projectionKnown = false;
 std::uint32_t projectionSerial = 0;
 
-PointF projected[kMaxMotionPoints];
+PointF projected[kMaxControlPoints];
 std::uint32_t projectedSerial = 0;
 PathOwner projectedOwner = PathOwner::Program;
 std::uint32_t projectedGeneration = 0;
 std::int32_t projectedCount = -1;
 
-Segment segments[kMaxMotionPoints];
-unsigned char shades[kMaxMotionPoints];
+Segment segments[kMaxControlPoints];
+unsigned char shades[kMaxControlPoints];
 
 bool SameBounds(const PathBounds& a, const PathBounds& b) {
   return a.minX == b.minX && a.maxX == b.maxX && a.minY == b.minY && a.maxY == b.maxY &&
@@ -207,7 +207,7 @@ PathSegments VisibleSegments(const Rect& client) {
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
   // than the points.
   Segment* feed = segments;
-  Segment* rapid = segments + kMaxMotionPoints;
+  Segment* rapid = segments + kMaxControlPoints;
   for (std::int32_t i = 1; i < count; ++i) {
     const MotionPoint& to = ends[i];
     if (to.jump || (to.rapid && !showRapids)) continue;
@@ -227,7 +227,7 @@ PathSegments VisibleSegments(const Rect& client) {
   if (shaded) result.shades = shades;
   result.feedCount = static_cast<int>(feed - segments);
   result.rapids = rapid;
-  result.rapidCount = static_cast<int>(segments + kMaxMotionPoints - rapid);
+  result.rapidCount = static_cast<int>(segments + kMaxControlPoints - rapid);
   return result;
 }
 

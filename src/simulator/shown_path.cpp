@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "simulator/machine_path.h"
 
 namespace morva {
 
@@ -25,13 +26,18 @@ MeasurePicks builderPicks;
 ViewState builderView;
 StockEnvelope builderStock;
 
+Playback machinePlay;
+MeasurePicks machinePicks;
+
 // A row an owner, in the order of PathOwner.
 constexpr OwnedPath kOwned[] = {
     {path, ghostPath, playback, measure, view, stockEnvelope},
     {builderPath, builderContext, builderPlay, builderPicks, builderView, builderStock},
+    {machinePath, machineProgrammed, machinePlay, machinePicks, view, stockEnvelope,
+     machineSeconds},
 };
 static_assert(std::size(kOwned) == kMaxPathOwners);
-static_assert(static_cast<int>(PathOwner::Builder) == kMaxPathOwners - 1);
+static_assert(static_cast<int>(PathOwner::Machine) == kMaxPathOwners - 1);
 
 PathOwner shownOwner = PathOwner::Program;
 
@@ -49,6 +55,8 @@ const PathBounds& Bounds() {
   const OwnedPath& shown = ShownPath();
   return BoundsOf(shown.path.count == 0 ? shown.context : shown.path);
 }
+
+bool EditorPathIsShown() { return shownOwner != PathOwner::Builder; }
 
 bool ExampleIsShown() { return ShownPath().play.loops; }
 

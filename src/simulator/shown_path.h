@@ -17,8 +17,9 @@ namespace morva {
 
 // Whose path it is. Each owner has a table of its own.
 enum class PathOwner : unsigned char {
-  Program,  // the program in the editor
+  Program,  // the program in the editor, as it is written
   Builder,  // the builder that is open: its example, or a preview of its code
+  Machine,  // the program in the editor, as the control runs it
 };
 
 struct Playback {
@@ -61,14 +62,18 @@ struct OwnedPath {
   MeasurePicks& picks;
   ViewState& view;
   StockEnvelope& stock;
+  const double* seconds = nullptr;  // since the start, of each point; null: nobody knows
 };
 
-// The program's are `path`, `ghostPath`, `playback`, `measure`, `view` and `stockEnvelope`.
+// The program's are `path`, `ghostPath`, `playback`, `measure`, `view` and `stockEnvelope`. The
+// machine's has view and stock of the program's.
 const OwnedPath& OwnedBy(PathOwner owner);
 std::span<const OwnedPath> OwnedPaths();  // in the order of PathOwner
 
 PathOwner ShownOwner();
 const OwnedPath& ShownPath();
+// Whether the path that is shown is one of the program in the editor.
+bool EditorPathIsShown();
 
 // Over the path that the view shows; where that is empty, over its context.
 const PathBounds& Bounds();

@@ -18,9 +18,12 @@
 #include "simulator/extract.h"
 #include "simulator/feature_lines.h"
 #include "simulator/line_highlight.h"
+#include "simulator/machine_motion.h"
+#include "simulator/machine_path.h"
 #include "simulator/motion_run.h"
 #include "simulator/place_pick.h"
 #include "simulator/preview_state.h"
+#include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
 #include "text/codetext.h"
@@ -52,7 +55,9 @@ const DisabledCodeEntry* StoredCode(const ProgramTab& tab, const FeatureRecord& 
 
 // What the view's read-out has no room for.
 void TellNotes() {
-  platform::SetToolTip(kViewToolpath, PathNotesTip(ShownPath().path.notes));
+  const bool machine = ShownOwner() == PathOwner::Machine;
+  platform::SetToolTip(kViewToolpath,
+                       machine ? MachineTip() : PathNotesTip(ShownPath().path.notes));
   platform::TellViewValue(kViewToolpath);
 }
 
@@ -70,6 +75,12 @@ void RebuildGhosts(std::u16string_view text) {
   }
 }
 
+// Of both paths of the program.
+void ResetEditorPlayback() {
+  ResetPlayback(PathOwner::Program);
+  ResetPlayback(PathOwner::Machine);
+}
+
 void Extract(PathOwner owner, std::u16string_view text, bool metric) {
   const bool filtered = owner == PathOwner::Program;
   if (filtered) {
@@ -77,13 +88,16 @@ void Extract(PathOwner owner, std::u16string_view text, bool metric) {
     IndexFeatureLines(text);
   }
   ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
-  if (owner != ShownOwner()) return;
+  if (filtered) FollowMachineMotion(text, metric);
+  if (owner != ShownOwner() && !(filtered && EditorPathIsShown())) return;
   TellNotes();
   platform::Repaint(kViewToolpath);
 }
 
 // Reads the editor: ghosts, path, stock, and which text they belong to. Play is left as it is.
 void ReadEditor() {
+  LoadViewSettings();
+  if (EditorPathIsShown()) ShowPathOf(EditorOwner());
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanProgramText(text);
@@ -101,6 +115,7 @@ void ReadEditor() {
 
 void ExtractPathOf(PathOwner owner, std::u16string_view text, bool metric) {
   Extract(owner, text, metric);
+  if (owner != PathOwner::Builder) return ResetEditorPlayback();
   ResetPlayback(owner);
 }
 
@@ -109,13 +124,22 @@ void ExtractToolpath(std::u16string_view text, bool metric) {
 }
 
 void RebuildToolpath() {
-  HaltPlayback(PathOwner::Program);
-  ForgetHead(PathOwner::Program);
+  for (const PathOwner owner : {PathOwner::Program, PathOwner::Machine}) {
+    HaltPlayback(owner);
+    ForgetHead(owner);
+  }
   ForgetHighlight();
   // The key tells of the path that is shown.
-  if (ShownOwner() == PathOwner::Program) ShowPlayWords();
+  if (EditorPathIsShown()) ShowPlayWords();
   ReadEditor();
-  if (readFromEditor) ResetPlayback(PathOwner::Program);
+  if (readFromEditor) ResetEditorPlayback();
+}
+
+void SwitchMachineMotion(bool on) {
+  if (on == switches.machineMotion) return;
+  ShowMachineMotion(on);
+  ForgetControlSettings();
+  RebuildToolpath();
 }
 
 void FollowTag(std::uint64_t revisionBefore) {
@@ -123,8 +147,10 @@ void FollowTag(std::uint64_t revisionBefore) {
   const bool sameMoves = readRevision == revisionBefore;
   ReadEditor();
   SettlePlayback(PathOwner::Program, sameMoves);
-  if (playback.headInUse && playback.playHead > 0) {
-    MoveHighlight(path.points[playback.playHead - 1].sourceLine);
+  SettlePlayback(PathOwner::Machine, sameMoves);
+  const OwnedPath& program = OwnedBy(EditorOwner());
+  if (program.play.headInUse && program.play.playHead > 0) {
+    MoveHighlight(program.path.points[program.play.playHead - 1].sourceLine);
   }
 }
 
@@ -162,6 +188,8 @@ void ResetSimulator() {
   RemoveDemoCutter();
   ResetPlacePick();
   ForgetPreview();
+  ForgetControlSettings();
+  EmptyMachineTrack();
   ResetOwnedPaths();
   ResetSwitches();
   ForgetHighlight();

@@ -19,6 +19,10 @@ void ExtractToolpath(std::u16string_view text, bool metric);
 // path of another owner goes on undisturbed where that is shown.
 void RebuildToolpath();
 
+// The switch "Machine motion": the program's path is read anew and shown from its end on, as it is
+// written or as the control runs it. A builder's path that is shown stays.
+void SwitchMachineMotion(bool on);
+
 // The text was tagged: lines moved, moves did not. The program's path is read again, and its head,
 // play and view go on where they stood. Picks go on too where the path was that of the text as
 // it stood at `revisionBefore`, the editor's revision before the tag.

@@ -124,6 +124,8 @@ constexpr Command kCommands[] = {
      .words = u"Skim: show current depth only",
      .wordsOn = u"Skim: show all depth levels"},
     {kIdLayerDepthShade, u"Shade by depth"},
+    {.id = kIdLayerMachine, .words = u"Machine motion", .wordsOn = u"Path as written"},
+    {.id = kIdLayerPlayByTime, .words = u"Play by time", .wordsOn = u"Play by points"},
 };
 
 }  // namespace

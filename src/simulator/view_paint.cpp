@@ -16,6 +16,7 @@
 #include "platform/canvas.h"
 #include "platform/window.h"
 #include "simulator/depth_shade.h"
+#include "simulator/machine_motion.h"
 #include "simulator/path_notes.h"
 #include "simulator/place_pick.h"
 #include "simulator/playback.h"
@@ -54,9 +55,9 @@ constexpr int kCornerWidth = kCubeWidth;
 constexpr int kCornerHeight = kCubeHeight;
 constexpr int kLeastReadOut = 120;  // pixels; a view too narrow for both gives up the corner
 
-Segment contextSegments[kMaxMotionPoints];
+Segment contextSegments[kMaxControlPoints];
 Segment gridSegments[2 * kMaxGridLines];
-Segment shadedSegments[kMaxMotionPoints];  // of one batch, by their shade
+Segment shadedSegments[kMaxControlPoints];  // of one batch, by their shade
 
 Pen PenOf(Colour colour, int width) {
   Pen pen;
@@ -451,6 +452,10 @@ void PaintReadOuts(Canvas& canvas, const Rect& client) {
   if (!words.empty()) {
     const Colour colour = warnings.empty() ? kPathQuietText : kPathDimension;
     bottom = PaintFoot(canvas, client, bottom, words, colour) - kBetween;
+  }
+  const std::u16string machine = MachineWords();
+  if (!machine.empty()) {
+    bottom = PaintFoot(canvas, client, bottom, machine, kPathText) - kBetween;
   }
   bottom = PaintDepths(canvas, client, bottom);
   const std::u16string_view caption = SurfaceCaption();

@@ -15,6 +15,7 @@
 #include "platform/window.h"
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
+#include "simulator/toolpath.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
@@ -219,6 +220,8 @@ void LoadViewSettings() {
   view.gridScale = ProfileReadInteger(kSection, u"GridScale", 0);
   if (view.gridScale < -kMostGridScale || view.gridScale > kMostGridScale) view.gridScale = 0;
   ShadeByDepth(ProfileReadInteger(kSection, u"ShadeByDepth", 0) != 0);
+  ShowMachineMotion(ProfileReadInteger(kSection, u"MachineMotion", 0) == 1);
+  PlayByTime(ProfileReadInteger(kSection, u"PlayByTime", 0) == 1);
 }
 
 void SaveViewSettings() {
@@ -227,6 +230,8 @@ void SaveViewSettings() {
   platform::WriteProfile(kSection, u"GridColor", IntegerText(view.gridColour));
   platform::WriteProfile(kSection, u"GridScale", IntegerText(view.gridScale));
   platform::WriteProfile(kSection, u"ShadeByDepth", switches.shadeByDepth ? u"1" : u"0");
+  platform::WriteProfile(kSection, u"MachineMotion", switches.machineMotion ? u"1" : u"0");
+  platform::WriteProfile(kSection, u"PlayByTime", switches.playByTime ? u"1" : u"0");
   platform::EndProfileChange([](bool saved) {
     if (saved || saveFailureTold) return;
     saveFailureTold = true;
@@ -296,10 +301,15 @@ void ShowLayersMenu() {
       {.id = kIdLayerSkimDepth, .enabled = HasLevels(), .on = switches.skimCurrentDepthOnly},
       {},
       {.id = kIdLayerDepthShade, .enabled = !example, .checked = switches.shadeByDepth},
+      {.id = kIdLayerMachine, .enabled = EditorPathIsShown(), .on = switches.machineMotion},
+      {.id = kIdLayerPlayByTime,
+       .enabled = ShownPath().seconds != nullptr,
+       .on = switches.playByTime},
   };
   const int pick = ShowMenuAt(kIdViewLayers, rows);
   TakeLayerPick(pick);
-  if (pick == kIdLayerDepthShade) SaveViewSettings();
+  if (pick == kIdLayerMachine) SwitchMachineMotion(!switches.machineMotion);
+  if (pick >= kIdLayerDepthShade) SaveViewSettings();
   Refresh();
 }
 

@@ -34,6 +34,9 @@ void TakeLayerPick(int id) {
     case kIdLayerDepthShade:
       ShadeByDepth(!switches.shadeByDepth);
       break;
+    case kIdLayerPlayByTime:
+      PlayByTime(!switches.playByTime);
+      break;
     default:
       break;
   }
@@ -56,6 +59,10 @@ void TogglePan() {
 }
 
 void ShadeByDepth(bool on) { switches.shadeByDepth = on; }
+
+void ShowMachineMotion(bool on) { switches.machineMotion = on; }
+
+void PlayByTime(bool on) { switches.playByTime = on; }
 
 void ResetSwitches() { switches = ViewSwitches{}; }
 

@@ -9,7 +9,9 @@ struct ViewSwitches {
   bool showDrawingPaths = true;
   bool showCutSurface = true;
   bool skimCurrentDepthOnly = true;
-  bool shadeByDepth = false;  // kept in the settings
+  bool shadeByDepth = false;   // kept in the settings
+  bool machineMotion = false;  // as is this: the program as the control runs it
+  bool playByTime = false;     // and this: of the machine's motion
   bool showExtents = false;
   bool measureMode = false;
   bool panMode = false;
@@ -24,6 +26,8 @@ void ToggleMeasure();
 void ToggleExtents();
 void TogglePan();
 void ShadeByDepth(bool on);
+void ShowMachineMotion(bool on);
+void PlayByTime(bool on);
 void ResetSwitches();
 
 }  // namespace morva

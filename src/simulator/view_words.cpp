@@ -5,6 +5,7 @@
 #include "app/command_ids.h"
 #include "library/units.h"
 #include "platform/window.h"
+#include "simulator/machine_motion.h"
 #include "simulator/path_notes.h"
 #include "simulator/place_pick.h"
 #include "simulator/preview_state.h"
@@ -62,22 +63,30 @@ bool MeasureText(char16_t (&text)[kReadOutUnits]) {
 std::u16string WarningWords() {
   const MotionPath& shown = ShownPath().path;
   std::u16string words;
-  if (ShownOwner() == PathOwner::Program && PathIsStale()) {
+  if (EditorPathIsShown() && PathIsStale()) {
     words += u"  /  text changed, press PATH";
   }
   if (PreviewIsShown() && previewState.lags) words += u"  /  fields incomplete, last path shown";
   if (shown.fullAtLine >= 0) {
     // The last line of which something stands in the table.
     const std::int32_t last = shown.count > 0 ? shown.points[shown.count - 1].sourceLine : -1;
-    words += u"  /  path shown to line " + IntegerText(last + 1);
+    const bool machine = ShownOwner() == PathOwner::Machine;
+    words += machine ? u"  /  machine path shown to line " : u"  /  path shown to line ";
+    words += IntegerText(last + 1);
   }
-  return words + PathNotesWords(shown.notes);
+  words += PathNotesWords(shown.notes);
+  if (ShownOwner() == PathOwner::Program && HasLinesNotShown(shown.notes)) {
+    words += u"  /  Machine motion in the layers menu runs them";
+  }
+  return words;
 }
 
 std::u16string ToolpathWords() {
   char16_t text[kReadOutUnits];
   std::u16string words = ExtentsText(text) ? text : u"No toolpath";
-  words += HeadWords() + WarningWords();
+  words += HeadWords();
+  if (ShownOwner() == PathOwner::Machine) words += u"  /  " + MachineWords();
+  words += WarningWords();
   if (!MarkerWords().empty()) words.append(u"  /  ").append(MarkerWords());
   if (!PlacePickHelp().empty()) words.append(u"  /  ").append(PlacePickHelp());
   if (!PickCrossWords().empty()) words += u"  /  " + PickCrossWords();

@@ -20,7 +20,9 @@
 #include "plate/model/plate.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
+#include "simulator/control_findings.h"
 #include "simulator/cut_surface.h"
+#include "simulator/machine_path.h"
 #include "simulator/motion_path.h"
 #include "simulator/shown_path.h"
 #include "simulator/surface_paint.h"
@@ -139,7 +141,53 @@ std::string PathJson(const morva::MotionPath& path) {
   return list.Done();
 }
 
-std::string GetPath(const Words&) { return Good("path", PathJson(morva::ShownPath().path)); }
+std::string GetPath(const Words&) {
+  if (morva::ShownOwner() != morva::PathOwner::Machine) {
+    return Good("path", PathJson(morva::ShownPath().path));
+  }
+  return Json('{')
+      .Flag("ok", true)
+      .Text("reader", u"machine")
+      .Raw("path", PathJson(morva::machinePath))
+      .Raw("programmed", PathJson(morva::machineProgrammed))
+      .Done();
+}
+
+std::string GetCheck(const Words&) {
+  const morva::Findings& findings = morva::machineTrack.findings;
+  std::vector<std::int32_t> order(static_cast<std::size_t>(findings.count));
+  morva::WorstFirst(findings, order);
+  Json list('[');
+  for (const std::int32_t index : order) {
+    const morva::FoundLine& found = findings.found[index];
+    list.Item(Json('{')
+                  .Number("line", found.line)
+                  .Text("name", morva::NameOf(found.kind))
+                  .Number("strength", static_cast<int>(morva::StrengthOf(found.kind)))
+                  .Text("words", morva::WordsOf(found))
+                  .Done());
+  }
+  return Json('{').Flag("ok", true).Raw("check", list.Done()).Number("more", findings.more).Done();
+}
+
+std::string GetTime(const Words&) {
+  const morva::ControlTrack& track = morva::machineTrack;
+  Json list('[');
+  for (int i = 0; i < track.operationCount; ++i) {
+    const morva::Operation& operation = track.operations[i];
+    list.Item(Json('{')
+                  .Number("line", operation.line)
+                  .Number("tool", operation.tool)
+                  .Number("began", operation.began)
+                  .Number("seconds", operation.seconds)
+                  .Done());
+  }
+  return Json('{')
+      .Flag("ok", true)
+      .Number("seconds", track.totalSeconds)
+      .Raw("operations", list.Done())
+      .Done();
+}
 std::string GetGhost(const Words&) { return Good("ghost", PathJson(morva::ghostPath)); }
 
 std::string GetPlay(const Words&) {
@@ -594,6 +642,7 @@ constexpr Look kLooks[] = {
     {u"dialog", GetDialog},       {u"tip", GetTip},
     {u"toolmodel", GetToolModel}, {u"cutsurface", GetCutSurface},
     {u"printed", GetPrinted},     {u"marks", GetMarks},
+    {u"check", GetCheck},         {u"time", GetTime},
 };
 
 }  // namespace

@@ -111,11 +111,17 @@ const std::vector<Table>& Tables() {
       // The run under way writes into a path, an extraction empties one.
       {.name = "path",
        .owners = {"simulator/motion_path.cpp", "simulator/motion_run.cpp", "simulator/motion_run.h",
-                  "simulator/extract.cpp", "simulator/control_emit.cpp"},
+                  "simulator/extract.cpp", "simulator/control_emit.cpp",
+                  "simulator/machine_path.cpp"},
        .row = "MotionPath",
        .member = "path"},
       // Written by the functions that work on any path.
       {.name = "ghostPath"},
+      {.name = "machinePath"},
+      {.name = "machineProgrammed", .owners = {"simulator/machine_path.cpp"}},
+      {.name = "machineSeconds", .owners = {"simulator/machine_path.cpp"}},
+      {.name = "machineTrack",
+       .owners = {"simulator/machine_path.cpp", "simulator/machine_motion.cpp"}},
       {.name = "motionRun",
        .owners = {"simulator/motion_run.cpp", "simulator/motion_scan.cpp",
                   "simulator/extract.cpp"}},

@@ -258,8 +258,8 @@ TEST_F(Limits, PointsOfThePath) {
 }
 
 TEST_F(Limits, OwnersOfAPath) {
-  static_assert(kMaxPathOwners == 2);
-  ASSERT_EQ(OwnedPaths().size(), 2u);
+  static_assert(kMaxPathOwners == 3);
+  ASSERT_EQ(OwnedPaths().size(), 3u);
   headless::EditorSetAll(kIdEditor, Moves(3));
   headless::Click(kIdPath);
   // One table is full, the next one beside it is not, and both take the last point.

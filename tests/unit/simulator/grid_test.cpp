@@ -149,7 +149,8 @@ TEST_F(Grid, KeepsEachPickInTheSettingsFile) {
   ShowGridMenu();
   EXPECT_EQ(view.gridScale, 1);
   EXPECT_EQ(Raw("bin/MORVA.ini"),
-            "[Simulator]\r\nGrid=1\r\nGridColor=4\r\nGridScale=1\r\nShadeByDepth=0\r\n");
+            "[Simulator]\r\nGrid=1\r\nGridColor=4\r\nGridScale=1\r\nShadeByDepth=0\r\n"
+            "MachineMotion=0\r\nPlayByTime=0\r\n");
   ResetView();
   LoadViewSettings();
   EXPECT_EQ(view.gridColour, 4);
@@ -165,7 +166,8 @@ TEST_F(Grid, TheSwitchHoldsOverARestart) {
   RouteCommand(kIdViewGrid, 0);  // before any draw: the settings are read first
   EXPECT_FALSE(view.gridOn);
   EXPECT_EQ(Raw("bin/MORVA.ini"),
-            "[Simulator]\r\nGrid=0\r\nGridColor=4\r\nGridScale=-1\r\nShadeByDepth=0\r\n");
+            "[Simulator]\r\nGrid=0\r\nGridColor=4\r\nGridScale=-1\r\nShadeByDepth=0\r\n"
+            "MachineMotion=0\r\nPlayByTime=0\r\n");
   ResetView();
   Paint();
   EXPECT_FALSE(view.gridOn);

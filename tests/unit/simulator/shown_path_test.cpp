@@ -119,13 +119,25 @@ TEST_F(ShownPathTest, TheProgramIsShownAtFirst) {
 }
 
 TEST_F(ShownPathTest, OwnersShareNoRecord) {
-  EXPECT_EQ(OwnedPaths().size(), 2u);
+  EXPECT_EQ(OwnedPaths().size(), 3u);
   EXPECT_NE(Builder().path.points, path.points);
   EXPECT_NE(Builder().path.points, ghostPath.points);
   EXPECT_NE(&Builder().play, &playback);
   EXPECT_NE(&Builder().picks, &measure);
   EXPECT_NE(&Builder().view, &view);
   EXPECT_NE(&Builder().stock, &stockEnvelope);
+}
+
+TEST_F(ShownPathTest, TheMachineHasViewAndStockOfTheProgramAlone) {
+  const OwnedPath& machine = OwnedBy(PathOwner::Machine);
+  EXPECT_EQ(&machine.view, &view);
+  EXPECT_EQ(&machine.stock, &stockEnvelope);
+  EXPECT_NE(machine.path.points, path.points);
+  EXPECT_NE(machine.context.points, ghostPath.points);
+  EXPECT_NE(&machine.play, &playback);
+  EXPECT_NE(&machine.picks, &measure);
+  EXPECT_NE(machine.seconds, nullptr);
+  EXPECT_EQ(OwnedBy(PathOwner::Program).seconds, nullptr);
 }
 
 TEST_F(ShownPathTest, TwoOwnersKeepTheirPathsApart) {

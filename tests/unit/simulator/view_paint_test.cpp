@@ -495,10 +495,13 @@ TEST_F(ViewPaint, LayersMenuNamesWhatAPickWillDo) {
                               u"Show drawing paths", u"Show cut surface (approximate)",
                               u"Clean path view",    u"Skim: show current depth only"};
   // Behind a line, the row that is marked while it is on.
-  ASSERT_EQ(menus[0].items.size(), 8u);
+  ASSERT_EQ(menus[0].items.size(), 10u);
   EXPECT_EQ(menus[0].items[6].text, u"");
   EXPECT_EQ(menus[0].items[7].text, u"Shade by depth");
   EXPECT_FALSE(menus[0].items[7].checked);
+  EXPECT_EQ(menus[0].items[8].text, u"Machine motion");
+  EXPECT_EQ(menus[0].items[9].text, u"Play by time");
+  EXPECT_FALSE(menus[0].items[9].enabled);
   for (std::size_t i = 0; i < 6; ++i) {
     EXPECT_EQ(menus[0].items[i].text, atStart[i]);
     EXPECT_EQ(menus[1].items[i].text, turned[i]);

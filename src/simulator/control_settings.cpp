@@ -1,0 +1,161 @@
+#include "simulator/control_settings.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "app/outlets.h"
+#include "app/profile_keys.h"
+#include "library/tools.h"
+#include "library/units.h"
+#include "platform/profile.h"
+#include "text/codetext.h"
+#include "text/strict_number.h"
+
+namespace morva {
+
+namespace {
+
+constexpr char16_t kMachineSection[] = u"Simulator";
+constexpr char16_t kOffsetSection[] = u"Offsets";
+constexpr char16_t kCheckSection[] = u"Check";
+
+struct NumberKey {
+  const char16_t* key;
+  double ControlTable::*field;
+  double least;
+  double most;
+};
+constexpr NumberKey kNumbers[] = {
+    {u"RapidRate", &ControlTable::rapidRate, 1, 10000},
+    {u"Acceleration", &ControlTable::acceleration, 0.1, 10000},
+    {u"ToolChangeSeconds", &ControlTable::toolChangeSeconds, 0, 600},
+    {u"SpindleSeconds", &ControlTable::spindleSeconds, 0, 600},
+    {u"ReversalSeconds", &ControlTable::reversalSeconds, 0, 10},
+    {u"BlockSeconds", &ControlTable::leastBlockSeconds, 0, 10},
+    {u"SpindleSpeed", &ControlTable::mostSpeed, 1, 100000},
+    {u"PeckRetract", &ControlTable::peckRetract, 0, 10},
+    {u"RetractAboveR", &ControlTable::retractAboveR, 0, 10},
+};
+
+struct SwitchKey {
+  const char16_t* key;
+  bool ControlTable::*field;
+};
+constexpr SwitchKey kSwitches[] = {
+    {u"WholeLengths", &ControlTable::wholeLengths},
+    {u"WholeFeeds", &ControlTable::wholeFeeds},
+    {u"BlockDelete", &ControlTable::blockDelete},
+    {u"OptionalStop", &ControlTable::optionalStop},
+    {u"DrillsInPlace", &ControlTable::drillsInPlace},
+};
+
+constexpr const char16_t* kTravelKeys[3] = {u"TravelX", u"TravelY", u"TravelZ"};
+constexpr double kMostLength = 1000;  // inches, of travel and offsets
+constexpr int kOffsetNumbers = 4;       // of an offset's line
+
+void Refuse(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
+  AppendOutput(u"[" + std::u16string(section) + u"] " + std::u16string(key) + u"=" +
+               std::u16string(value) + u" in the settings is out of range; it counts as not set.");
+}
+
+std::u16string ValueOf(const char16_t* section, std::u16string_view key) {
+  return platform::ReadProfile(section, key, u"");
+}
+
+void ReadNumber(const char16_t* key, double& field, double least, double most) {
+  const std::u16string text = ValueOf(kMachineSection, key);
+  if (text.empty()) return;
+  double value = 0;
+  if (ReadStrictNumber(text, value) && value >= least && value <= most) {
+    field = value;
+  } else {
+    Refuse(kMachineSection, key, text);
+  }
+}
+
+// Numbers with commas between; `count` of them are wanted. Missing ones at the end are 0.
+bool ReadNumbers(std::u16string_view text, int count, double factor, double (&numbers)[4]) {
+  std::fill(std::begin(numbers), std::end(numbers), 0.0);
+  for (int i = 0; i < count; ++i) {
+    const std::size_t end = std::min(text.find(u','), text.size());
+    std::u16string_view part = text.substr(0, end);
+    while (!part.empty() && part.front() == u' ') part.remove_prefix(1);
+    while (!part.empty() && part.back() == u' ') part.remove_suffix(1);
+    double value = 0;
+    if (!ReadStrictNumber(part, value) || value * factor > kMostLength ||
+        value * factor < -kMostLength) {
+      return false;
+    }
+    numbers[i] = value * factor;
+    if (end == text.size()) return true;
+    text.remove_prefix(end + 1);
+  }
+  return false;  // more than there should be
+}
+
+void ReadOffset(const std::u16string& key, int count, double factor, double* fields) {
+  const std::u16string text = ValueOf(kOffsetSection, key);
+  if (text.empty()) return;
+  double numbers[kOffsetNumbers];
+  if (!ReadNumbers(text, count, factor, numbers)) return Refuse(kOffsetSection, key, text);
+  std::copy_n(numbers, count, fields);
+}
+
+void ReadOffsets(ControlTable& table) {
+  const double factor = SameFolded(ValueOf(kOffsetSection, u"Unit"), u"mm") ? kInchPerMm : 1;
+  for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
+    ReadOffset(u"G" + IntegerText(54 + i), 3, factor, table.work[kFirstWorkRow + i]);
+  }
+  for (int i = 0; i < kFurtherWorkRows; ++i) {
+    ReadOffset(u"G154P" + IntegerText(i + 1), 3, factor, table.work[kFurtherWorkRow + i]);
+  }
+  for (int i = 1; i <= kControlTools; ++i) {
+    ToolOffset& tool = table.tools[i];
+    double fields[kOffsetNumbers] = {};
+    ReadOffset(u"T" + IntegerText(i), kOffsetNumbers, factor, fields);
+    tool = {fields[0], fields[1], fields[2], fields[3]};
+  }
+}
+
+}  // namespace
+
+void ReadControlSettings(ControlTable& table) {
+  // Inside the pair the file is read once.
+  platform::BeginProfileChange();
+  for (const NumberKey& row : kNumbers) ReadNumber(row.key, table.*row.field, row.least, row.most);
+  for (const SwitchKey& row : kSwitches) {
+    table.*row.field = ProfileReadInteger(kMachineSection, row.key, table.*row.field) != 0;
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    ReadNumber(kTravelKeys[axis], table.travel[axis], 1, kMostLength);
+  }
+  double direction = table.shiftDirection;
+  ReadNumber(u"ShiftDirection", direction, 0, 3);
+  table.shiftDirection = static_cast<int>(direction);
+  ReadOffsets(table);
+  (void)platform::EndProfileChange();
+}
+
+void FillDiameters(ControlTable& table) {
+  const int count = std::clamp(toolLibrary.count, 0, kMaxTools);
+  for (int i = 0; i < count; ++i) {
+    const ToolRecord& tool = toolLibrary.tools[i];
+    if (tool.dOffset < 1 || tool.dOffset > kControlTools) continue;
+    double& diameter = table.tools[tool.dOffset].diameter;
+    if (diameter == 0) diameter = tool.diameter;
+  }
+}
+
+void DropUnwanted(Findings& findings) {
+  platform::BeginProfileChange();
+  for (int i = 0; i < kFindings; ++i) {
+    const Finding kind = static_cast<Finding>(i);
+    if (findings.ofKind[i] == 0) continue;
+    if (ProfileReadInteger(kCheckSection, NameOf(kind), 1) == 0) DropFindings(findings, kind);
+  }
+  (void)platform::EndProfileChange();
+}
+
+}  // namespace morva

@@ -1,0 +1,18 @@
+// What the settings file says of the control: rates and travel in [Simulator], offsets in
+// [Offsets], findings that are not told in [Check]. docs/machine-motion.md lists the keys.
+#pragma once
+
+#include "simulator/control_findings.h"
+#include "simulator/control_table.h"
+
+namespace morva {
+
+// Over the defaults in `table`. What is no number, or out of its range, is said in the log and
+// leaves the default.
+void ReadControlSettings(ControlTable& table);
+// Diameters of the tool library under their D numbers, where the settings name none.
+void FillDiameters(ControlTable& table);
+// Takes the findings out that [Check] turns off.
+void DropUnwanted(Findings& findings);
+
+}  // namespace morva

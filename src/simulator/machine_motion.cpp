@@ -1,0 +1,103 @@
+#include "simulator/machine_motion.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "simulator/control_reader.h"
+#include "simulator/control_settings.h"
+#include "simulator/feature_lines.h"
+#include "simulator/machine_path.h"
+#include "simulator/view_switches.h"
+#include "text/codetext.h"
+
+namespace morva {
+
+namespace {
+
+ControlTable settings;
+bool settingsRead = false;
+
+// Of the read-out; all stand in the tip.
+constexpr int kShownOperations = 4;
+
+const ControlTable& Settings() {
+  if (!settingsRead) {
+    settings = ControlTable{};
+    ReadControlSettings(settings);
+    settingsRead = true;
+  }
+  return settings;
+}
+
+std::u16string TwoDigits(std::int64_t number) {
+  return (number < 10 ? u"0" : u"") + IntegerText(number);
+}
+
+std::u16string OperationWords(const Operation& operation) {
+  return u"T" + IntegerText(operation.tool) + u" " + ClockText(operation.seconds);
+}
+
+std::u16string FindingWords() {
+  const Findings& findings = machineTrack.findings;
+  const std::int32_t count = findings.count + findings.more;
+  if (count == 0) return {};
+  std::int32_t worst[kMaxFindings];
+  WorstFirst(findings, worst);
+  return IntegerText(count) +
+         (count == 1 ? u" finding, at line " : u" findings, the worst at line ") +
+         IntegerText(findings.found[worst[0]].line + 1) + u" (PREFLIGHT lists them)";
+}
+
+}  // namespace
+
+PathOwner EditorOwner() { return switches.machineMotion ? PathOwner::Machine : PathOwner::Program; }
+
+void FollowMachineMotion(std::u16string_view text, bool metric) {
+  if (!switches.machineMotion) return EmptyMachineTrack();
+  ControlTable table = Settings();
+  FillDiameters(table);
+  ReadMachineMotion(machineTrack, text, {.metric = metric, .table = &table});
+  DropUnwanted(machineTrack.findings);
+  if (StartLineFilter()) DropMachineLines(LineIsDropped);
+  AppendProgrammed(ghostPath);
+}
+
+void ForgetControlSettings() { settingsRead = false; }
+
+std::u16string MachineWords() {
+  if (ShownOwner() != PathOwner::Machine) return {};
+  std::u16string words = u"Machine motion  ";
+  const OwnedPath& shown = ShownPath();
+  const std::int32_t head = std::min(shown.play.playHead, shown.path.count);
+  if (shown.play.headInUse && head > 0) {
+    words += ClockText(machineSeconds[head - 1]) + u" of ";
+  }
+  words += ClockText(machineTrack.totalSeconds);
+  const std::int32_t operations = machineTrack.operationCount;
+  for (std::int32_t i = 0; i < std::min(operations, kShownOperations); ++i) {
+    words += u"  " + OperationWords(machineTrack.operations[i]);
+  }
+  if (operations > kShownOperations) {
+    words += u"  and " + IntegerText(operations - kShownOperations) + u" more";
+  }
+  const std::u16string findings = FindingWords();
+  return findings.empty() ? words : words + u"  " + findings;
+}
+
+std::u16string MachineTip() {
+  std::u16string tip;
+  for (std::int32_t i = 0; i < machineTrack.operationCount; ++i) {
+    const Operation& operation = machineTrack.operations[i];
+    if (!tip.empty()) tip += u"\n";
+    tip += u"From line " + IntegerText(operation.line + 1) + u": " + OperationWords(operation);
+  }
+  return tip;
+}
+
+std::u16string ClockText(double seconds) {
+  const std::int64_t whole = std::llround(std::clamp(seconds, 0.0, 3.6e9));
+  return IntegerText(whole / 3600) + u":" + TwoDigits(whole / 60 % 60) + u":" +
+         TwoDigits(whole % 60);
+}
+
+}  // namespace morva

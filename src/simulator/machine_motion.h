@@ -1,0 +1,32 @@
+// The switch "Machine motion": the view shows the program of the editor as the control runs it.
+//
+// While it is off, nothing is read for it and nothing else differs.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "simulator/shown_path.h"
+
+namespace morva {
+
+// The owner of the program's path in the view: the machine's while the switch is on.
+PathOwner EditorOwner();
+// Fills the machine's path from the program's text while the switch is on, else empties it. The
+// feature index must describe the text: lines that are hidden leave the path, and what the
+// program's ghosts show stands behind the lines as they are written.
+void FollowMachineMotion(std::u16string_view text, bool metric);
+
+// The settings of the control are read again at the next run.
+void ForgetControlSettings();
+
+// "Machine motion  0:12:04  T1 0:03:20  T2 0:08:44  3 findings, first at line 12"; empty while the
+// path that is shown is another one. Where the head is in use its time stands in front.
+std::u16string MachineWords();
+// Tools, their lines and times, a line each.
+std::u16string MachineTip();
+// "1:02:03" of seconds, rounded to whole ones.
+std::u16string ClockText(double seconds);
+
+}  // namespace morva

@@ -1,0 +1,350 @@
+// The switch "Machine motion": what the view, the player and the read-outs do with the program as
+// the control runs it, and that nothing differs while it is off.
+
+#include <algorithm>
+#include <string>
+
+#include "app/command_ids.h"
+#include "app/outlets.h"
+#include "documents/feature_blocks.h"
+#include "documents/program_tabs.h"
+#include "documents/stored_code.h"
+#include "library/tools.h"
+#include "platform/editor.h"
+#include "platform/headless/headless.h"
+#include "platform/window.h"
+#include "simulator/control_settings.h"
+#include "simulator/machine_motion.h"
+#include "simulator/machine_path.h"
+#include "simulator/playback.h"
+#include "simulator/preview.h"
+#include "simulator/toolpath.h"
+#include "simulator/view_switches.h"
+#include "simulator/view_words.h"
+#include "unit/simulator/view_fixture.h"
+
+namespace morva {
+namespace {
+
+class MachineView : public ViewTest {
+ protected:
+  MachineView() {
+    Clear();
+    ResetToolLibrary();
+    support::MakeButton(kIdPlay, u"PLAY");
+  }
+  ~MachineView() override {
+    Clear();
+    ResetToolLibrary();
+  }
+  static void Clear() {
+    tabs[0] = ProgramTab{};
+    features.count = 0;
+    ResetSimulator();
+    ResetView();
+  }
+
+  static void OpenProgram(std::u16string_view text) {
+    app.activeTab = 0;
+    app.tabCount = 1;
+    platform::SetEditorText(kIdEditor, text);
+    RebuildToolpath();
+  }
+  static void PickLayer(int id) {
+    headless::QueuePick(id);
+    ShowLayersMenu();
+  }
+  void Settings(std::string_view text) const { Put("bin/MORVA.ini", std::string(text)); }
+  static std::u16string Log() { return platform::TextOf(kIdOutputLog); }
+  static bool Has(std::u16string_view text, std::u16string_view words) {
+    return text.find(words) != text.npos;
+  }
+  // Whether a move of the shown path ends there, or a feed.
+  static bool Reaches(double x, double y, double z, bool cuts = false) {
+    const MotionPath& of = ShownPath().path;
+    return std::any_of(of.points, of.points + of.count, [&](const MotionPoint& p) {
+      return !(cuts && p.rapid) && std::abs(p.x - x) < 1e-9 && std::abs(p.y - y) < 1e-9 &&
+             std::abs(p.z - z) < 1e-9;
+    });
+  }
+
+  static bool CutsTo(double x, double y, double z) { return Reaches(x, y, z, true); }
+
+  // Two holes, with a way to machine zero behind them.
+  static constexpr char16_t kHoles[] =
+      u"G20 G90 G54\r\nT1 M6\r\nS1000 M3\r\nG0 X0 Y0\r\nG43 H1 Z1.\r\nG81 Z-0.5 R0.1 "
+      u"F10.\r\nX1.\r\n"
+      u"G80\r\nG53 G0 Z0\r\nM30\r\n";
+};
+
+TEST_F(MachineView, IsOffAtFirstAndReadsNothing) {
+  OpenProgram(kHoles);
+  EXPECT_EQ(ShownOwner(), PathOwner::Program);
+  EXPECT_EQ(machinePath.count, 0);
+  EXPECT_EQ(machineTrack.findings.count, 0);
+  EXPECT_EQ(MachineWords(), u"");
+}
+
+TEST_F(MachineView, TheLayerShowsTheCyclesStrokesAndTheRowNamesTheWayBack) {
+  OpenProgram(kHoles);
+  EXPECT_FALSE(Reaches(1, 0, 0.1));
+  const std::int32_t written = path.count;
+  PickLayer(kIdLayerMachine);
+  EXPECT_EQ(ShownOwner(), PathOwner::Machine);
+  EXPECT_TRUE(CutsTo(0, 0, -0.5));
+  EXPECT_TRUE(CutsTo(1, 0, -0.5));
+  EXPECT_TRUE(Reaches(1, 0, 0.1));
+  EXPECT_EQ(path.count, written);
+  headless::TakeMenus();
+  headless::QueuePick(0);
+  ShowLayersMenu();
+  EXPECT_EQ(headless::TakeMenus()[0].items[8].text, u"Path as written");
+  PickLayer(kIdLayerMachine);
+  EXPECT_EQ(ShownOwner(), PathOwner::Program);
+  EXPECT_EQ(path.count, written);
+  EXPECT_EQ(machinePath.count, 0);
+}
+
+TEST_F(MachineView, TheSwitchStandsInTheSettingsAndHoldsOverARestart) {
+  OpenProgram(kHoles);
+  PickLayer(kIdLayerMachine);
+  PickLayer(kIdLayerPlayByTime);
+  EXPECT_TRUE(Has(support::Wide(Raw("bin/MORVA.ini")), u"MachineMotion=1\r\nPlayByTime=1\r\n"));
+  ResetSimulator();
+  ResetView();
+  RebuildToolpath();
+  EXPECT_EQ(ShownOwner(), PathOwner::Machine);
+  EXPECT_TRUE(CutsTo(1, 0, -0.5));
+  EXPECT_TRUE(switches.playByTime);
+}
+
+TEST_F(MachineView, AnotherNumberThanOneInTheSettingsLeavesItOff) {
+  Settings("[Simulator]\r\nMachineMotion=2\r\n");
+  OpenProgram(kHoles);
+  EXPECT_EQ(ShownOwner(), PathOwner::Program);
+}
+
+TEST_F(MachineView, ExtentsLeavePlacesOfTheMachineOut) {
+  OpenProgram(kHoles);
+  PickLayer(kIdLayerMachine);
+  const PathBounds& bounds = Bounds();
+  EXPECT_NEAR(bounds.minX, 0, 1e-9);
+  EXPECT_NEAR(bounds.maxX, 1, 1e-9);
+  EXPECT_NEAR(bounds.minZ, -0.5, 1e-9);
+  EXPECT_NEAR(bounds.maxZ, 1, 1e-9);
+  // Home itself is drawn: the last rapid leads there.
+  EXPECT_GT(ShownPath().path.points[ShownPath().path.count - 1].z, 10);
+}
+
+TEST_F(MachineView, LeavesHiddenFeaturesOutOfThePath) {
+  const std::u16string text = u"G20 G90 F10. G0 X0 Y0 Z0\r\nG1 X1.\r\nG1 Y2.\r\nG1 X3.\r\n";
+  OpenProgram(text);
+  PickLayer(kIdLayerMachine);
+  ASSERT_TRUE(CutsTo(1, 2, 0));
+  features.count = 1;
+  FeatureRecord& row = features.rows[0];
+  row = FeatureRecord{};
+  row.id = 7;
+  row.start = static_cast<std::int32_t>(text.find(u"G1 Y2"));
+  row.end = static_cast<std::int32_t>(text.find(u"G1 X3"));
+  tabs[0].hiddenIds[0] = 7;
+  ExtractToolpath(text, false);
+  EXPECT_FALSE(CutsTo(1, 2, 0));
+  const MotionPoint& last = machinePath.points[machinePath.count - 1];
+  EXPECT_NEAR(last.x, 3, 1e-9);
+  EXPECT_TRUE(last.jump);  // nothing is drawn from where the hidden lines began
+}
+
+TEST_F(MachineView, DrawsTheLinesAsWrittenBesideACompensatedPath) {
+  // A radius of 0.5 to the left of a line along X.
+  Settings("[Simulator]\r\nMachineMotion=1\r\n[Offsets]\r\nT1=0,0,1\r\n");
+  OpenProgram(u"G20 G90 F10. G0 X0 Y-2. Z0\r\nG41 D1 G1 Y0\r\nX4.\r\nX8.\r\nG40 Y-2.\r\nM30\r\n");
+  ASSERT_EQ(ShownOwner(), PathOwner::Machine);
+  const MotionPath& written = ShownPath().context;
+  ASSERT_GT(written.count, 0);
+  bool onLine = false;
+  for (int i = 0; i < written.count; ++i) {
+    onLine = onLine || (std::abs(written.points[i].x - 4) < 1e-9 && written.points[i].y == 0);
+  }
+  EXPECT_TRUE(onLine);
+  EXPECT_TRUE(CutsTo(4, 0.5, 0));
+}
+
+TEST_F(MachineView, TakesADiameterFromTheToolLibraryWhereTheSettingsHaveNone) {
+  ToolRecord tool;
+  tool.number = 3;
+  tool.dOffset = 5;
+  tool.diameter = 0.25;
+  AppendTool(tool);
+  ControlTable table;
+  table.tools[6].diameter = 0.75;
+  FillDiameters(table);
+  EXPECT_EQ(table.tools[5].diameter, 0.25);
+  table.tools[5].diameter = 0.5;
+  FillDiameters(table);
+  EXPECT_EQ(table.tools[5].diameter, 0.5);
+  EXPECT_EQ(table.tools[6].diameter, 0.75);
+}
+
+TEST_F(MachineView, ReadsRatesOffsetsAndSwitchesFromTheSettings) {
+  Settings(
+      "[Simulator]\r\nRapidRate=900\r\nToolChangeSeconds=4.5\r\nTravelZ=30\r\nBlockDelete=1\r\n"
+      "ShiftDirection=3\r\n[Offsets]\r\nUnit=mm\r\nG54=-254, -127,-25.4\r\nG154P99=25.4,0,0\r\n"
+      "T12=50.8,0,12.7,-2.54\r\n");
+  ControlTable table;
+  ReadControlSettings(table);
+  EXPECT_EQ(table.rapidRate, 900);
+  EXPECT_EQ(table.toolChangeSeconds, 4.5);
+  EXPECT_EQ(table.travel[2], 30);
+  EXPECT_EQ(table.travel[0], 40);
+  EXPECT_TRUE(table.blockDelete);
+  EXPECT_FALSE(table.optionalStop);
+  EXPECT_EQ(table.shiftDirection, 3);
+  EXPECT_NEAR(table.work[kFirstWorkRow][0], -10, 1e-12);
+  EXPECT_NEAR(table.work[kFirstWorkRow][1], -5, 1e-12);
+  EXPECT_NEAR(table.work[kFirstWorkRow][2], -1, 1e-12);
+  EXPECT_NEAR(table.work[kFurtherWorkRow + 98][0], 1, 1e-12);
+  EXPECT_NEAR(table.tools[12].length, 2, 1e-12);
+  EXPECT_NEAR(table.tools[12].diameter, 0.5, 1e-12);
+  EXPECT_NEAR(table.tools[12].diameterWear, -0.1, 1e-12);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(MachineView, SaysWhichSettingItCannotTakeAndKeepsTheDefault) {
+  Settings(
+      "[Simulator]\r\nRapidRate=fast\r\nTravelX=0\r\n[Offsets]\r\nG55=1,2,3,4\r\nG56=1,,3\r\n"
+      "T1=1e3\r\n");
+  ControlTable table;
+  ReadControlSettings(table);
+  EXPECT_EQ(table.rapidRate, 710);
+  EXPECT_EQ(table.travel[0], 40);
+  EXPECT_EQ(table.work[kFirstWorkRow + 1][0], 0);
+  EXPECT_EQ(table.work[kFirstWorkRow + 2][0], 0);
+  EXPECT_EQ(table.tools[1].length, 0);
+  EXPECT_TRUE(Has(Log(),
+                  u"[Simulator] RapidRate=fast in the settings is out of range; it counts as not "
+                  u"set."));
+  for (const char16_t* key : {u"TravelX=0", u"G55=1,2,3,4", u"G56=1,,3", u"T1=1e3"}) {
+    EXPECT_TRUE(Has(Log(), key));
+  }
+}
+
+TEST_F(MachineView, AFindingThatIsSwitchedOffIsNotTold) {
+  const char16_t* text = u"G20 G90 G0 X0 Y0 Z0\r\nG1 X1.\r\nM30\r\n";  // no F, no spindle
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  OpenProgram(text);
+  ASSERT_EQ(machineTrack.findings.count, 1);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::NoFeed);
+  Settings("[Simulator]\r\nMachineMotion=1\r\n[Check]\r\nNoFeed=0\r\n");
+  RebuildToolpath();
+  EXPECT_EQ(machineTrack.findings.count, 0);
+}
+
+TEST_F(MachineView, TheReadOutTellsTimesAndTheWorstFinding) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  // Line 5 has no feed; 20 in at 60 in/min on line 6 take 20 s, the change of the tool 6 s.
+  OpenProgram(
+      u"G20 G90\r\nT4 M6\r\nS900 M3\r\nG43 H4 G0 X0 Y0 Z0\r\nG1 X1.\r\nG1 X21. F60.\r\nM30\r\n");
+  const std::u16string words = MachineWords();
+  EXPECT_TRUE(Has(words, u"Machine motion  0:00:")) << words.size();
+  EXPECT_TRUE(Has(words, u"  T4 0:00:2"));
+  EXPECT_TRUE(Has(words, u"1 finding, at line 5 (PREFLIGHT lists them)"));
+  EXPECT_GT(machineTrack.totalSeconds, 26);
+  EXPECT_LT(machineTrack.totalSeconds, 36);
+  EXPECT_TRUE(Has(MachineTip(), u"From line 2: T4 0:00:2"));
+  EXPECT_TRUE(Has(ToolpathWords(), words));
+  GoToStart();
+  // The first point is reached behind the change of the tool and the start of the spindle.
+  EXPECT_TRUE(Has(MachineWords(), u"Machine motion  " + ClockText(machineSeconds[0]) + u" of " +
+                                      ClockText(machineTrack.totalSeconds) + u"  T4"));
+}
+
+TEST_F(MachineView, LinesNotShownNameTheSwitch) {
+  OpenProgram(u"G81 X1. Z-1. R0.1 F10.\r\nM30\r\n");
+  EXPECT_TRUE(Has(WarningWords(),
+                  u"1 line not shown, first 1  /  Machine motion in the layers "
+                  u"menu runs them"));
+  PickLayer(kIdLayerMachine);
+  EXPECT_FALSE(Has(WarningWords(), u"not shown"));
+  EXPECT_FALSE(Has(WarningWords(), u"layers menu"));
+}
+
+TEST_F(MachineView, PlaysByTimeOrByPoints) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\nPlayByTime=1\r\n");
+  // 10 in at 60 in/min, behind a corner that costs 0.0375 s.
+  OpenProgram(u"G20 G90\r\nG0 X0 Y0 Z1.\r\nG1 Z0 F60.\r\nX10.\r\n");
+  const OwnedPath& shown = ShownPath();
+  const std::int32_t last = shown.path.count - 1;
+  ASSERT_NEAR(shown.path.points[last].x, 10, 1e-9);
+  ASSERT_NEAR(shown.seconds[last] - shown.seconds[last - 1], 10.0375, 1e-9);
+  PlayPause();
+  shown.play.playHead = last;  // at the start of the last move
+  shown.play.segmentFraction = 0;
+  PlayTick();
+  EXPECT_NEAR(shown.play.segmentFraction, 0.016 / 10.0375, 1e-12);
+  PickLayer(kIdLayerPlayByTime);
+  shown.play.segmentFraction = 0;
+  PlayTick();
+  EXPECT_NEAR(shown.play.segmentFraction, 16.0 / 240, 1e-12);
+  PickLayer(kIdLayerPlayByTime);
+  SetPlaySpeed(9);
+  for (int i = 0; i < 10; ++i) PlayTick();  // 10.24 s at 64x
+  EXPECT_EQ(shown.play.playHead, shown.path.count);
+  EXPECT_FALSE(shown.play.playing);
+}
+
+TEST_F(MachineView, APreviewGivesTheMachinesPathBack) {
+  OpenProgram(kHoles);
+  PickLayer(kIdLayerMachine);
+  GoToStart();
+  PathPreview preview;
+  preview.text = u"G1 X1.\r\n";
+  ShowPreview(preview);
+  EXPECT_EQ(ShownOwner(), PathOwner::Builder);
+  headless::TakeMenus();
+  headless::QueuePick(0);
+  ShowLayersMenu();
+  EXPECT_FALSE(headless::TakeMenus()[0].items[8].enabled);
+  LeavePreview();
+  EXPECT_EQ(ShownOwner(), PathOwner::Machine);
+  EXPECT_EQ(ShownPath().play.playHead, 1);
+  EXPECT_TRUE(ShownPath().play.headInUse);
+}
+
+TEST_F(MachineView, AnEditMakesThePathStale) {
+  OpenProgram(kHoles);
+  PickLayer(kIdLayerMachine);
+  platform::SetEditorText(kIdEditor, u"G1 X1.\r\n");
+  EXPECT_TRUE(Has(WarningWords(), u"text changed, press PATH"));
+}
+
+TEST_F(MachineView, StepsThroughOperationsInTheOrderOfTheRun) {
+  // The subprogram stands behind the end of the main program; its call comes first.
+  const std::u16string text =
+      u"G20 G90 F10. G0 X0 Y0 Z0\r\nM97 P100\r\nG1 X5.\r\nM30\r\nN100 G1 Y9.\r\nM99\r\n";
+  OpenProgram(text);
+  PickLayer(kIdLayerMachine);
+  features.count = 1;
+  FeatureRecord& row = features.rows[0];
+  row = FeatureRecord{};
+  row.id = 1;
+  row.start = static_cast<std::int32_t>(text.find(u"G1 X5"));
+  row.end = static_cast<std::int32_t>(text.find(u"M30"));
+  ExtractToolpath(text, false);
+  GoToStart();
+  NextOperation();
+  const OwnedPath& shown = ShownPath();
+  ASSERT_GT(shown.play.playHead, 0);
+  EXPECT_EQ(shown.path.points[shown.play.playHead - 1].sourceLine, 2);
+}
+
+TEST_F(MachineView, WritesTimesAsAClockDoes) {
+  EXPECT_EQ(ClockText(0), u"0:00:00");
+  EXPECT_EQ(ClockText(59.6), u"0:01:00");
+  EXPECT_EQ(ClockText(3725), u"1:02:05");
+  EXPECT_EQ(ClockText(-1), u"0:00:00");
+  EXPECT_EQ(ClockText(1e300), u"1000000:00:00");
+}
+
+}  // namespace
+}  // namespace morva
