@@ -198,17 +198,24 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   return id;
 }
 
+}  // namespace
+
+bool HasRowFor(int blocks, const char16_t* title) {
+  if (features.count + blocks <= kMaxFeatures) return true;
+  Refuse(title, u"This program already has 128 editable blocks. Use another document.",
+         platform::BoxIcon::Warning);
+  return false;
+}
+
+namespace {
+
 // Behind the block that holds the caret, or where the user wants it. 0 when full.
 std::int32_t AddBlock(std::u16string_view text, const FeatureSettings& record,
                       std::u16string_view code, Destination destination) {
   SplitPlace split;
   if (destination == Destination::Split) split = FindSplit(text, CodeCaret(text));
   const bool parts = split.row >= 0 && split.before && split.behind;
-  if (features.count + (parts ? 1 : 0) >= kMaxFeatures) {
-    Refuse(u"Shape limit", u"This program already has 128 editable blocks. Use another document.",
-           platform::BoxIcon::Warning);
-    return 0;
-  }
+  if (!HasRowFor(parts ? 2 : 1, u"Shape limit")) return 0;
   const std::int32_t id = NextTableId();
   // A block that an Undo took back may have borne the number.
   CopyFeatureMarks(0, id);

@@ -49,6 +49,8 @@ Destination AskForPlace(std::int32_t selectedId) {
   if (app.commandWordsActive) Call(hooks.editorFromWords);  // the caret, too
   const std::int32_t at = SettledPlace(selectedId);
   RenderWords();
+  // A block beyond those of the list could be neither seen nor selected.
+  if (!HasRowFor(1, u"New user code")) return Destination::Cancelled;
   return AskIfNeverRun(at, 1);
 }
 

@@ -54,14 +54,17 @@ bool TakeFolderOf(std::u16string_view path) {
 }  // namespace
 
 void LoadRecentFiles() {
+  std::vector<std::u16string> read;
   platform::BeginProfileChange();
-  folder = platform::ReadProfile(kSection, kFolderKey, u"");
-  files.clear();
+  std::u16string readFolder = platform::ReadProfile(kSection, kFolderKey, u"");
   for (std::size_t i = 0; i < kMaxRecentFiles; ++i) {
     std::u16string path = platform::ReadProfile(kSection, KeyOfFile(i), u"");
-    if (FitsInSettings(path) && !std::ranges::count(files, path)) files.push_back(std::move(path));
+    if (FitsInSettings(path) && !std::ranges::count(read, path)) read.push_back(std::move(path));
   }
-  platform::EndProfileChange();
+  // What is known is not lost where the settings cannot be read for a moment.
+  if (!platform::EndProfileChange()) return;
+  files = std::move(read);
+  folder = std::move(readFolder);
 }
 
 void NoteRecentFile(std::u16string_view path) {

@@ -56,6 +56,19 @@ TEST_F(RecentFiles, StandInTheSettingsFile) {
   EXPECT_EQ(morva::LastFolder(), home);
 }
 
+TEST_F(RecentFiles, StayWhereTheSettingsCannotBeReadForAMoment) {
+  for (const char* name : {"a.NC", "b.NC"}) {
+    Put(name, "G0\r\n");
+    OpenFile(name);
+  }
+  headless::FailCall("read", 1);
+  morva::NoteRecentFile(PathOf("c.NC"));
+  const std::vector<std::u16string> all{PathOf("c.NC"), PathOf("b.NC"), PathOf("a.NC")};
+  EXPECT_EQ(List(), all);
+  ReadAgain();
+  EXPECT_EQ(List(), all);
+}
+
 TEST_F(RecentFiles, AreEightAtMost) {
   for (int i = 0; i < 12; ++i)
     morva::NoteRecentFile(u"/jobs/" + std::u16string(1, u"abcdefghijkl"[i]));

@@ -21,6 +21,7 @@
 #include "simulator/motion_path.h"
 #include "support/kinds.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -294,6 +295,39 @@ TEST_F(FeatureOps, ReservesNoBlockThatTheProgramHasNoRoomFor) {
   EXPECT_NE(boxes[0].text.find(u"larger than 33554432 bytes"), boxes[0].text.npos);
   EXPECT_TRUE(Text() == full);
   EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
+}
+
+std::u16string ProgramOfBlocks(int count) {
+  std::u16string text;
+  for (int id = 1; id <= count; ++id) {
+    const std::u16string number = IntegerText(id);
+    text += u"(MORVA TEXT " + number + u")\r\n(MORVA NAME Cut)\r\nG0 X1\r\n(MORVA END " + number +
+            u")\r\n";
+  }
+  return text;
+}
+
+TEST_F(FeatureOps, ReservesNoBlockThatTheListHasNoRowFor) {
+  const std::u16string full = ProgramOfBlocks(kMaxFeatures);
+  Load(full);
+  Select(0);
+  headless::TakeBoxes();
+  ShowStatus(u"before");
+  headless::Click(kIdFeatureNew);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"This program already has 128 editable blocks. Use another document.");
+  EXPECT_TRUE(Text() == full);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"before");
+}
+
+TEST_F(FeatureOps, ShowsTheRowOfTheLastBlockThatTheListTakes) {
+  Load(ProgramOfBlocks(kMaxFeatures - 1));
+  Select(0);
+  headless::Click(kIdFeatureNew);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(platform::RowCount(kIdFeatureList), kMaxFeatures);
+  EXPECT_EQ(platform::SelectedRow(kIdFeatureList), 1);
 }
 
 TEST_F(FeatureOps, ExcludesCodeAndIncludesItAgainByteForByte) {
