@@ -1,26 +1,19 @@
 // The workbench's entry. Which platform stands behind it is the linker's choice.
 
-#include <filesystem>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "dnc/transfer.h"
-#include "platform/file.h"
 #include "platform/process.h"
+#include "platform/real_path.h"
 #include "platform/window.h"
 #include "shell/start_up.h"
 
 namespace {
 
-// The full paths of the files on the command line.
 std::vector<std::u16string> ProgramsNamed(int argc, char** argv) {
   std::vector<std::u16string> paths;
-  for (int i = 1; i < argc; ++i) {
-    std::error_code problem;
-    const std::filesystem::path path = std::filesystem::absolute(argv[i], problem);
-    paths.push_back(platform::FromUtf8(problem ? argv[i] : path.string()));
-  }
+  for (int i = 1; i < argc; ++i) paths.push_back(platform::PathOfArgument(argv[i]));
   return paths;
 }
 

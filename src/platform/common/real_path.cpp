@@ -1,8 +1,10 @@
 #include "platform/real_path.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "platform/file.h"
 
@@ -20,6 +22,12 @@ std::u16string RealPath(std::u16string_view path) {
   if (ToUtf8(whole) != real.get()) return std::u16string(path);
   if (whole.back() != PathSeparator()) whole += PathSeparator();
   return whole.append(path.substr(slash + 1));
+}
+
+std::u16string PathOfArgument(const char* argument) {
+  std::error_code problem;
+  const std::filesystem::path path = std::filesystem::absolute(argument, problem);
+  return problem ? FromUtf8(argument) : RealPath(FromUtf8(path.string()));
 }
 
 }  // namespace platform

@@ -13,6 +13,7 @@
 #include "platform/clock.h"
 #include "platform/common/faults.h"
 #include "platform/limits.h"
+#include "platform/real_path.h"
 #include "support/stage.h"
 
 namespace {
@@ -135,6 +136,25 @@ TEST_F(Files, FollowsAsManyLinksAsTheLimitIncludingTheLook) {
   EXPECT_EQ(platform::LinkTarget(Path("39")), Path("0"));
   EXPECT_EQ(platform::LinkTarget(Path("40")), u"");
   EXPECT_EQ(platform::LinkTarget(Path("38")), Path("0"));
+}
+
+TEST_F(Files, NamesAFileOfTheCommandLineByItsRealFolder) {
+  fs::create_directories(folder / "jobs/old");
+  fs::create_directory_symlink("jobs", folder / "link");
+  WriteRaw(folder / "jobs/a.NC", "G0");
+  fs::create_symlink("a.NC", folder / "jobs/b.NC");
+  const std::string at = folder.string();
+  for (const char* spelled : {"/jobs/a.NC", "/link/a.NC", "/jobs/old/../a.NC", "/./link//a.NC"}) {
+    EXPECT_EQ(platform::PathOfArgument((at + spelled).c_str()), Path("jobs/a.NC")) << spelled;
+  }
+  // A program opened by a link of its own keeps that name.
+  EXPECT_EQ(platform::PathOfArgument((at + "/link/b.NC").c_str()), Path("jobs/b.NC"));
+  EXPECT_EQ(platform::PathOfArgument((at + "/none/a.NC").c_str()), Path("none/a.NC"));
+  const fs::path before = fs::current_path();
+  fs::current_path(folder / "jobs/old");
+  EXPECT_EQ(platform::PathOfArgument("../a.NC"), Path("jobs/a.NC"));
+  EXPECT_EQ(platform::PathOfArgument("new.NC"), Path("jobs/old/new.NC"));
+  fs::current_path(before);
 }
 
 TEST_F(AtomicFile, WritesNothingThroughALinkToANameThatIsNoUtf8) {
