@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <span>
+#include <string>
 
 namespace file_calls {
 
@@ -52,8 +53,12 @@ struct Plan {
   int quarters = 0;  // of the bytes that are taken: 0 to 3; 0 is one byte
   bool met = false;
   // Whether a call has failed without which a file is not safely on the disk: a write, a flush, a
-  // rename, the close of a file that was written.
+  // rename, the close of a file that was written. Not of those in the folder `aside`.
   bool mustTell = false;
+  // A folder below another one, "/" on either side, of whose files nobody waits for the save;
+  // empty: none. Whether anything happened to one of its calls.
+  char aside[100] = {};
+  bool asideMet = false;
   // Whether a call that erases has failed, so that a file may lie about.
   bool eraseFailed = false;
 };
@@ -63,6 +68,7 @@ extern Plan* plan;
 // Gives the plan its place; once a process.
 void Begin();
 void Start(int at, Deed deed);
+void SetAside(const std::string& folder);
 void Stop();
 
 // The errors that this call is known to fail with.

@@ -20,6 +20,7 @@
 #include "documents/companions.h"
 #include "documents/disabled_code.h"
 #include "documents/program_tabs.h"
+#include "documents/recent_files.h"
 #include "documents/save_state.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
@@ -41,12 +42,14 @@ using morva::app;
 
 constexpr int kMostWords = 6;
 constexpr int kWordBytes = 400;
+constexpr std::size_t kSettingsBytes = 4000;
 
 // What a run leaves behind, in memory that it shares with the one that started it.
 struct Report {
   int words = 0;
   char word[kMostWords][kWordBytes] = {};
   int typed = 0;
+  char settings[kSettingsBytes] = {};  // as they stood when the save began
 };
 Report* report = nullptr;
 
@@ -151,8 +154,9 @@ struct Case {
   bool namedByTick = false;        // what stands there already moves the name on
   // What another program made of a file of `order` meanwhile.
   std::string elsewhere = {};
-  std::string unheeded = {};  // a file whose failure nobody is told
-  bool replaces = false;      // another program: `order` begins with the program, then its code
+  // A file whose failure nobody is told; no other one lies in its folder.
+  std::string unheeded = {};
+  bool replaces = false;  // another program: `order` begins with the program, then its code
 };
 
 Case UserCase(const char* name, const std::string& program) {
@@ -320,9 +324,17 @@ void CheckPair(const Case& work, const Files& before, const Files& after, const 
   }
 }
 
-// A Save As writes the last programs into the settings key by key, behind its files.
-bool IsOfRecentFiles(const Case& work, const std::string& name) {
-  return work.unheeded == name && name == kSettings;
+// What a program's opening wrote into the settings before the save.
+bool AreSettingsBefore(const std::string& name, const File& file) {
+  return name == kSettings && file.bytes == report->settings;
+}
+
+void NoteSettings() {
+  const Files now = FilesOf(home);
+  const std::string& bytes = now.at(kSettings).bytes;
+  if (bytes.size() >= kSettingsBytes) std::abort();
+  std::ranges::copy(bytes, report->settings);
+  report->settings[bytes.size()] = '\0';
 }
 
 bool MayBeGone(const Case& work, const Files& now, const std::string& name, const File& file) {
@@ -334,7 +346,7 @@ void CheckFiles(const Case& work, const Files& before, const Files& after, Wante
                 int strays) {
   const Files now = FilesOf(home);
   for (const auto& [name, file] : now) {
-    if (IsOfRecentFiles(work, name)) continue;
+    if (AreSettingsBefore(name, file)) continue;
     if (IsStray(name)) {
       if (--strays < 0) Violation("%s lies about", name.c_str());
     } else if (!SameIn(before, name, file) && !SameIn(after, name, file) &&
@@ -360,10 +372,11 @@ void CheckFiles(const Case& work, const Files& before, const Files& after, Wante
   }
   if (wanted == Wanted::Nothing) return;
   for (const auto& [name, file] : after) {
-    if (wanted == Wanted::Told && name == work.unheeded) continue;
+    // The last programs are written when a program takes its path, and no later save tries again.
+    const bool once = wanted == Wanted::Told || name == kSettings;
+    if (once && name == work.unheeded && file_calls::plan->asideMet) continue;
     if (SameIn(now, name, file)) continue;
     // A name of those kept ones that may be taken is passed over.
-    if (IsOfRecentFiles(work, name)) continue;
     const bool anyName = work.namedByTick || name.find(".kept") != name.npos;
     if (!anyName || !IsUnderAnyName(now, file)) {
       Violation("%s is not the new one", name.c_str());
@@ -391,11 +404,14 @@ void CheckFurtherSave(const Run& run, const Files& before, const Files& after, i
 void DoRun(const Run& run, const Files& before, const Files& after) {
   const Case& work = *run.work;
   work.prepare();
+  NoteSettings();
   BeginTelling();
   const std::size_t handles = OpenHandles();
   file_calls::plan->error = run.error;
   file_calls::plan->onward = run.onward;
   file_calls::plan->quarters = run.quarters;
+  const std::size_t end = work.unheeded.rfind('/');
+  file_calls::SetAside(end == std::string::npos ? "" : "/" + work.unheeded.substr(0, end + 1));
   file_calls::Start(run.at, run.deed);
   work.act();
   file_calls::Stop();
@@ -410,9 +426,7 @@ void DoRun(const Run& run, const Files& before, const Files& after) {
   const Call call = file_calls::plan->calls[run.at - 1];
   const bool harmless = run.deed == Deed::Short || file_calls::IsHarmless(call, run.error);
   if (harmless && !saved) Violation("a call that can be taken up again failed the save");
-  if (saved && file_calls::plan->mustTell && work.unheeded.empty()) {
-    Violation("saved although the disk refused it");
-  }
+  if (saved && file_calls::plan->mustTell) Violation("saved although the disk refused it");
   if (OpenHandles() != handles) Violation("a handle stays open");
   const int strays = file_calls::plan->eraseFailed ? 1 : 0;
   CheckFiles(work, before, after, saved ? Wanted::Told : Wanted::Nothing, strays);
@@ -429,7 +443,7 @@ void DoNextStart(const Run& run, const Files& after) {
   const Files now = FilesOf(home);
   for (const auto& [name, file] : after) {
     // Code that is excluded once more takes a further place.
-    if (name.ends_with(".features") || name == run.work->unheeded) continue;
+    if (name.ends_with(".features")) continue;
     if (!SameIn(now, name, file)) Violation("the next start leaves %s", name.c_str());
   }
 }
@@ -565,6 +579,7 @@ void Begin() {
   morva::liveModels.loadSketch = nullptr;
   morva::liveModels.loadPlate = nullptr;
   FillDisk();
+  morva::LoadRecentFiles();  // as a start finds them
 }
 
 void End() {
