@@ -202,7 +202,7 @@ int main(int argc, char** argv) {
   Measure(
       "Stop by the settings of the grid",
       [] { morva::view.gridScale = (morva::view.gridScale + 1) % 3; },
-      [] { morva::SaveGridSettings(); });
+      [] { morva::SaveViewSettings(); });
   Measure(
       "Stop by the shape library", [] { morva::AppendShape(u"Bracket"); },
       [] { morva::SaveShapeLibrary(); });
