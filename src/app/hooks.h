@@ -34,6 +34,9 @@ struct Hooks {
   void (*textChanged)() = nullptr;
   // simulator: tagging put lines into the text, whose editor revision was `before`.
   void (*textTagged)(std::uint64_t before) = nullptr;
+  // simulator: the report of the machine check over the program as it stands, line by line with
+  // CR LF; empty while machine motion is off.
+  std::u16string (*checkMachine)() = nullptr;
   // simulator: zoom 1, no pan, repainted.
   void (*fitView)() = nullptr;
   // simulator: the looping example of an operation of the machining wizard, 0 to 4, in place of

@@ -48,6 +48,17 @@ std::u16string FindingWords() {
          IntegerText(findings.found[worst[0]].line + 1) + u" (PREFLIGHT lists them)";
 }
 
+// Each line ends in CR LF.
+std::u16string LinesForLog(std::u16string_view text) {
+  std::u16string lines;
+  for (const char16_t c : text) {
+    if (c == u'\n') lines += u'\r';
+    if (c != u'\r') lines += c;
+  }
+  if (!lines.empty() && lines.back() != u'\n') lines += u"\r\n";
+  return lines;
+}
+
 }  // namespace
 
 PathOwner EditorOwner() { return switches.machineMotion ? PathOwner::Machine : PathOwner::Program; }
@@ -92,6 +103,29 @@ std::u16string MachineTip() {
     tip += u"From line " + IntegerText(operation.line + 1) + u": " + OperationWords(operation);
   }
   return tip;
+}
+
+std::u16string MachineCheckReport() {
+  if (!switches.machineMotion) return {};
+  const Findings& findings = machineTrack.findings;
+  std::int32_t order[kMaxFindings];
+  const int count = WorstFirst(findings, order);
+  std::u16string report = u"MACHINE CHECK \u2014 the program as the control runs it\r\n";
+  for (int i = 0; i < count; ++i) {
+    const FoundLine& found = findings.found[order[i]];
+    const Strength strength = StrengthOf(found.kind);
+    const bool error = strength == Strength::Alarm || strength == Strength::Hit;
+    report += (error ? u"ERROR: " : u"WARNING: ") + WordsOf(found) + u"\r\n";
+  }
+  if (findings.more > 0) {
+    report += IntegerText(findings.more) + u" more findings are not listed.\r\n";
+  }
+  if (!machineTrack.printed.empty()) {
+    report += u"Printed by DPRNT:\r\n" + LinesForLog(machineTrack.printed);
+  }
+  report += u"Machine check complete: " + IntegerText(findings.count + findings.more) +
+            u" finding(s), cycle time " + ClockText(machineTrack.totalSeconds) + u".\r\n";
+  return report;
 }
 
 std::u16string ClockText(double seconds) {

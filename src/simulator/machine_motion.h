@@ -26,6 +26,10 @@ void ForgetControlSettings();
 std::u16string MachineWords();
 // Tools, their lines and times, a line each.
 std::u16string MachineTip();
+// What the run over the program's text of the last read found, worst first, a line each with CR LF:
+// "ERROR: Line 12: ..." for an alarm or a wrong move, "WARNING: Line 12: ..." for the rest. A head
+// stands in front, what DPRNT printed and the cycle time behind. Empty while the switch is off.
+std::u16string MachineCheckReport();
 // "1:02:03" of seconds, rounded to whole ones.
 std::u16string ClockText(double seconds);
 

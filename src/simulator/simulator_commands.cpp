@@ -7,6 +7,7 @@
 #include "platform/window.h"
 #include "simulator/example.h"
 #include "simulator/line_highlight.h"
+#include "simulator/machine_motion.h"
 #include "simulator/place_pick.h"
 #include "simulator/playback.h"
 #include "simulator/preview.h"
@@ -22,8 +23,14 @@ namespace morva {
 
 namespace {
 
-void RefreshAndFit() {
+// What the user wrote into the settings file since counts from here on.
+void ReadAgain() {
+  ForgetControlSettings();
   RebuildToolpath();
+}
+
+void RefreshAndFit() {
+  ReadAgain();
   ViewFit();
 }
 
@@ -35,7 +42,7 @@ struct Key {
   void (*action)();
 };
 constexpr Key kKeys[] = {
-    {kIdPath, RebuildToolpath},
+    {kIdPath, ReadAgain},
     {kIdPlay, PlayPause},
     {kIdViewMenu, ShowViewMenu},
     {kIdZoomOut, ZoomKeyOut},
@@ -111,6 +118,10 @@ void RegisterSimulatorCommands() {
   hooks.leavePreview = LeavePreview;
   hooks.pickPlace = BeginPlacePick;
   hooks.dropPlacePick = DropPlacePick;
+  hooks.checkMachine = [] {
+    if (PathIsStale()) RebuildToolpath();
+    return MachineCheckReport();
+  };
   hooks.textChanged = ShowStalePath;
   hooks.textTagged = FollowTag;
   hooks.highlightLine = [](int line) { HighlightSourceLine(line); };

@@ -259,6 +259,22 @@ TEST_F(MachineView, TheReadOutTellsTimesAndTheWorstFinding) {
                                       ClockText(machineTrack.totalSeconds) + u"  T4"));
 }
 
+TEST_F(MachineView, ReportsWorstFirstWithTimesAndWhatWasPrinted) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  // No M30 is worth a look, at the end of the text; no feed is an alarm.
+  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\n#1=2.5\r\nDPRNT[DEPTH*#1[42]]\r\nG1 X1.\r\n");
+  const std::u16string report = MachineCheckReport();
+  EXPECT_EQ(report,
+            u"MACHINE CHECK \u2014 the program as the control runs it\r\n"
+            u"ERROR: Line 4: A feed move has no F.\r\n"
+            u"WARNING: Line 5: The text ends without M30, M02 or M99.\r\n"
+            u"Printed by DPRNT:\r\nDEPTH 2.50\r\n"
+            u"Machine check complete: 2 finding(s), cycle time " +
+                ClockText(machineTrack.totalSeconds) + u".\r\n");
+  PickLayer(kIdLayerMachine);
+  EXPECT_EQ(MachineCheckReport(), u"");
+}
+
 TEST_F(MachineView, LinesNotShownNameTheSwitch) {
   OpenProgram(u"G81 X1. Z-1. R0.1 F10.\r\nM30\r\n");
   EXPECT_TRUE(Has(WarningWords(),
