@@ -137,8 +137,10 @@ void RunStrokes(ControlRun& run) {
   const Depths depths = DepthsOf(run);
   const int cycle = run.modes.motion;
   if (cycle == 77) return BackBore(run, depths);
-  if (depths.bottom > depths.r + 1e-9) Report(run, Finding::CycleUpward);
-  if (run.modes.returnPlane == 98 && depths.r > run.cycle.initialPlane + 1e-9) {
+  // Of words that are missing the alarm is told already.
+  const bool named = run.cycle.named;
+  if (named && depths.bottom > depths.r + 1e-9) Report(run, Finding::CycleUpward);
+  if (named && run.modes.returnPlane == 98 && depths.r > run.cycle.initialPlane + 1e-9) {
     Report(run, Finding::CyclePlaneHigh, depths.r / run.unit);
   }
   GoToZ(run, depths.r, true);
@@ -201,6 +203,7 @@ void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
   TakeStep(run, block, 'J', words.j, words.hasJ);
   TakeStep(run, block, 'K', words.k, words.hasK);
   if (!begins) return;
+  words.named = block.Has('Z') && block.Has('R');
   if (!block.Has('Z')) Report(run, Finding::CycleNoDepth);
   if (!block.Has('R')) Report(run, Finding::CycleNoPlane);
 }

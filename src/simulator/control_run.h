@@ -38,6 +38,7 @@ struct ControlModes {
 struct CycleWords {  // R, Z, Q, P, I, J, K of the cycle in force; lengths in display units
   double r = 0, z = 0, q = 0, dwell = 0, i = 0, j = 0, k = 0;
   bool hasQ = false, hasI = false, hasJ = false, hasK = false;
+  bool named = false;  // its first line had R and Z
   bool rStep = false, zStep = false;  // given in G91: from the initial plane, and from R
   double initialPlane = 0;
 };

@@ -141,4 +141,12 @@ TEST(ControlCycles, CutsARoundPocketInRings) {
   EXPECT_NEAR(widest, .75, 1e-9);
 }
 
+TEST(ControlCycles, TellsAMissingPlaneOnceAndNothingThatFollowsFromIt) {
+  // R counts as 0 then, which lies above the plane of Z-0.25.
+  EXPECT_EQ(Found(RunText(u"G20 G90 G98 F5. G0 X0 Y0 Z-0.25\nG81 Z-1.\nM30\n")),
+            "CycleNoPlane 2");
+  EXPECT_EQ(Found(RunText(u"G20 G90 G98 F5. G0 X0 Y0 Z-0.25\nG81 R0 Z-1.\nM30\n")),
+            "CyclePlaneHigh 2");
+}
+
 }  // namespace
