@@ -52,8 +52,13 @@ constexpr SwitchKey kSwitches[] = {
 };
 
 constexpr const char16_t* kTravelKeys[3] = {u"TravelX", u"TravelY", u"TravelZ"};
+constexpr char16_t kShiftKey[] = u"ShiftDirection";
+constexpr char16_t kUnitKey[] = u"Unit";
 constexpr double kMostLength = 1000;  // inches, of travel and offsets
-constexpr int kOffsetNumbers = 4;       // of an offset's line
+constexpr int kOffsetNumbers = 4;     // of an offset's line
+
+// Of G54 and on.
+std::u16string WorkKey(int row) { return u"G" + IntegerText(54 + row); }
 
 void Refuse(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
   AppendOutput(u"[" + std::u16string(section) + u"] " + std::u16string(key) + u"=" +
@@ -104,9 +109,9 @@ void ReadOffset(const std::u16string& key, int count, double factor, double* fie
 }
 
 void ReadOffsets(ControlTable& table) {
-  const double factor = SameFolded(ValueOf(kOffsetSection, u"Unit"), u"mm") ? kInchPerMm : 1;
+  const double factor = SameFolded(ValueOf(kOffsetSection, kUnitKey), u"mm") ? kInchPerMm : 1;
   for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
-    ReadOffset(u"G" + IntegerText(54 + i), 3, factor, table.work[kFirstWorkRow + i]);
+    ReadOffset(WorkKey(i), 3, factor, table.work[kFirstWorkRow + i]);
   }
   for (int i = 0; i < kFurtherWorkRows; ++i) {
     ReadOffset(u"G154P" + IntegerText(i + 1), 3, factor, table.work[kFurtherWorkRow + i]);
@@ -116,6 +121,21 @@ void ReadOffsets(ControlTable& table) {
     double fields[kOffsetNumbers] = {};
     ReadOffset(u"T" + IntegerText(i), kOffsetNumbers, factor, fields);
     tool = {fields[0], fields[1], fields[2], fields[3]};
+  }
+}
+
+// Without zeros at the end that say nothing.
+std::u16string NumberText(double number) {
+  std::u16string text = FixedText(number, 4);
+  while (text.back() == u'0') text.pop_back();
+  if (text.back() == u'.') text.pop_back();
+  return text;
+}
+
+void WriteMissing(const char16_t* section, std::u16string_view key, std::u16string_view value) {
+  constexpr std::u16string_view kNone = u"\x1";
+  if (platform::ReadProfile(section, key, kNone) == kNone) {
+    platform::WriteProfile(section, key, value);
   }
 }
 
@@ -132,9 +152,29 @@ void ReadControlSettings(ControlTable& table) {
     ReadNumber(kTravelKeys[axis], table.travel[axis], 1, kMostLength);
   }
   double direction = table.shiftDirection;
-  ReadNumber(u"ShiftDirection", direction, 0, 3);
+  ReadNumber(kShiftKey, direction, 0, 3);
   table.shiftDirection = static_cast<int>(direction);
   ReadOffsets(table);
+  (void)platform::EndProfileChange();
+}
+
+void WriteMissingControlSettings() {
+  const ControlTable table;
+  platform::BeginProfileChange();
+  for (const NumberKey& row : kNumbers) {
+    WriteMissing(kMachineSection, row.key, NumberText(table.*row.field));
+  }
+  for (const SwitchKey& row : kSwitches) {
+    WriteMissing(kMachineSection, row.key, table.*row.field ? u"1" : u"0");
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    WriteMissing(kMachineSection, kTravelKeys[axis], NumberText(table.travel[axis]));
+  }
+  WriteMissing(kMachineSection, kShiftKey, IntegerText(table.shiftDirection));
+  WriteMissing(kOffsetSection, kUnitKey, u"in");
+  for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
+    WriteMissing(kOffsetSection, WorkKey(i), u"0,0,0");
+  }
   (void)platform::EndProfileChange();
 }
 

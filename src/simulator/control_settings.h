@@ -10,6 +10,9 @@ namespace morva {
 // Over the defaults in `table`. What is no number, or out of its range, is said in the log and
 // leaves the default.
 void ReadControlSettings(ControlTable& table);
+// Puts the keys that are missing into the settings with what counts without them, so that the user
+// finds a table to edit: rates, travel, switches and the offsets G54 to G59.
+void WriteMissingControlSettings();
 // Diameters of the tool library under their D numbers, where the settings name none.
 void FillDiameters(ControlTable& table);
 // Takes the findings out that [Check] turns off.

@@ -13,6 +13,7 @@
 #include "library/units.h"
 #include "platform/profile.h"
 #include "platform/window.h"
+#include "simulator/control_settings.h"
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/toolpath.h"
@@ -71,6 +72,12 @@ double PowerOfTen(double value) {
   while (power * 10 <= value) power *= 10;
   while (power > value) power /= 10;
   return power;
+}
+
+// The first time, the settings get a table of the machine for the user to edit.
+void TakeMachinePick() {
+  if (!switches.machineMotion) WriteMissingControlSettings();
+  SwitchMachineMotion(!switches.machineMotion);
 }
 
 // True when the pick changed a setting.
@@ -308,8 +315,10 @@ void ShowLayersMenu() {
   };
   const int pick = ShowMenuAt(kIdViewLayers, rows);
   TakeLayerPick(pick);
-  if (pick == kIdLayerMachine) SwitchMachineMotion(!switches.machineMotion);
+  platform::BeginProfileChange();
+  if (pick == kIdLayerMachine) TakeMachinePick();
   if (pick >= kIdLayerDepthShade) SaveViewSettings();
+  (void)platform::EndProfileChange();
   Refresh();
 }
 

@@ -118,6 +118,29 @@ TEST_F(MachineView, TheSwitchStandsInTheSettingsAndHoldsOverARestart) {
   EXPECT_TRUE(switches.playByTime);
 }
 
+TEST_F(MachineView, ThePickPutsATableOfTheMachineIntoTheSettings) {
+  Settings("[Simulator]\r\nRapidRate=900\r\n[Offsets]\r\nG55=1,2,3\r\n");
+  OpenProgram(kHoles);
+  EXPECT_FALSE(Has(support::Wide(Raw("bin/MORVA.ini")), u"Travel"));
+  PickLayer(kIdLayerMachine);
+  const std::u16string file = support::Wide(Raw("bin/MORVA.ini"));
+  for (const char16_t* line :
+       {u"RapidRate=900\r\n", u"ToolChangeSeconds=6\r\n", u"BlockSeconds=0.0025\r\n",
+        u"TravelX=40\r\n", u"TravelY=20\r\n", u"TravelZ=25\r\n", u"BlockDelete=0\r\n",
+        u"DrillsInPlace=1\r\n", u"G54=0,0,0\r\n", u"G55=1,2,3\r\n", u"Unit=in\r\n"}) {
+    EXPECT_TRUE(Has(file, line));
+  }
+  EXPECT_FALSE(Has(file, u"G55=0"));
+  EXPECT_FALSE(Has(file, u"RapidRate=710"));
+  // What it wrote is what counts without it.
+  ControlTable written, before;
+  ReadControlSettings(written);
+  EXPECT_EQ(written.rapidRate, 900);
+  EXPECT_DOUBLE_EQ(written.leastBlockSeconds, before.leastBlockSeconds);
+  EXPECT_DOUBLE_EQ(written.reversalSeconds, before.reversalSeconds);
+  EXPECT_EQ(written.drillsInPlace, before.drillsInPlace);
+}
+
 TEST_F(MachineView, AnotherNumberThanOneInTheSettingsLeavesItOff) {
   Settings("[Simulator]\r\nMachineMotion=2\r\n");
   OpenProgram(kHoles);
