@@ -5,6 +5,7 @@
 
 #include "documents/marker_lines.h"
 #include "text/codetext.h"
+#include "text/line_ends.h"
 
 namespace morva {
 
@@ -13,6 +14,8 @@ CompareResult compareResult;
 namespace {
 
 constexpr int kLookahead = 64;
+// Units that lookaheads compare before it is cheaper to number all lines once.
+constexpr std::int64_t kFewUnits = 4000000;
 constexpr std::size_t kRowFrameUnits = 16;   // a number of ten digits, the marker, the line end
 constexpr std::int32_t kHashSlots = 131072;  // twice the lines of both sides, a power of two
 constexpr int kWordBits = 64;
@@ -38,7 +41,7 @@ std::int32_t lastLeft[2 * kMaxCompareLines];
 std::int32_t lastRight[2 * kMaxCompareLines];
 std::int32_t firstOfClass[2 * kMaxCompareLines];
 std::int32_t nextOfClass[kMaxCompareLines];
-CompareRow regrouped[kMaxCompareRows];
+CompareRow regrouped[kMaxCompareRows];  // a run of changes
 
 bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
 
@@ -64,8 +67,7 @@ bool SplitSide(std::u16string_view text, bool showTags, CompareSide& side) {
   std::int32_t number = 0;
   while (at < text.size()) {
     if (side.count == kMaxCompareLines) return true;
-    std::size_t end = at;
-    while (end < text.size() && text[end] != u'\r' && text[end] != u'\n') ++end;
+    const std::size_t end = FindLineEnd(text, at);
     ++number;
     if (showTags || !IsMarkerLine(text.substr(at, end - at))) {
       side.lines[side.count++] = {static_cast<std::int32_t>(at),
@@ -226,26 +228,52 @@ void FindLastLines(std::int32_t classes) {
   for (std::int32_t j = 0; j < compareResult.right.count; ++j) lastRight[rightClass[j]] = j;
 }
 
+// Equal programs differ in few places. So lines are compared as texts first, and numbered when
+// the lookaheads have become many: the answer is the same.
+struct Aligning {
+  Texts texts;
+  bool numbered = false;
+  std::int64_t unitsLeft = kFewUnits;
+};
+
+bool LinesMatch(Aligning& aligning, std::int32_t i, std::int32_t j) {
+  if (aligning.numbered) return leftClass[i] == rightClass[j];
+  const std::u16string_view left = LineText(aligning.texts, 1, i);
+  const std::u16string_view right = LineText(aligning.texts, 2, j);
+  return CompareLinesEqual(left, right, aligning.texts.ignoreSpaces);
+}
+
+void NumberIfMany(Aligning& aligning, std::int32_t i, std::int32_t j) {
+  if (aligning.numbered) return;
+  const std::int64_t longer =
+      std::max(compareResult.left.lines[i].length, compareResult.right.lines[j].length);
+  aligning.unitsLeft -= 2 * kLookahead * (longer + 1);
+  if (aligning.unitsLeft >= 0) return;
+  FindLastLines(NumberLines(aligning.texts));
+  aligning.numbered = true;
+}
+
 // The first distance from 1 to 64 at which the left line ahead equals right line j (`a`) or
 // the right line ahead equals left line i (`b`), 0 for none.
-void LookAhead(std::int32_t i, std::int32_t j, int& a, int& b) {
+void LookAhead(Aligning& aligning, std::int32_t i, std::int32_t j, int& a, int& b) {
   a = 0;
   b = 0;
-  if (lastLeft[rightClass[j]] <= i && lastRight[leftClass[i]] <= j) return;
+  NumberIfMany(aligning, i, j);
+  if (aligning.numbered && lastLeft[rightClass[j]] <= i && lastRight[leftClass[i]] <= j) return;
   for (int k = 1; k <= kLookahead && a == 0 && b == 0; ++k) {
-    if (i + k < compareResult.left.count && leftClass[i + k] == rightClass[j]) a = k;
-    if (j + k < compareResult.right.count && rightClass[j + k] == leftClass[i]) b = k;
+    if (i + k < compareResult.left.count && LinesMatch(aligning, i + k, j)) a = k;
+    if (j + k < compareResult.right.count && LinesMatch(aligning, i, j + k)) b = k;
   }
 }
 
-void WalkLookahead(std::int32_t classes) {
-  FindLastLines(classes);
+void WalkLookahead(const Texts& texts) {
+  Aligning aligning{texts};
   const std::int32_t n = compareResult.left.count;
   const std::int32_t m = compareResult.right.count;
   std::int32_t i = 0;
   std::int32_t j = 0;
   while (i < n || j < m) {
-    if (i < n && j < m && leftClass[i] == rightClass[j]) {
+    if (i < n && j < m && LinesMatch(aligning, i, j)) {
       AddCompareRow(i++, j++, kRowSame);
       continue;
     }
@@ -259,7 +287,7 @@ void WalkLookahead(std::int32_t classes) {
     }
     int a = 0;
     int b = 0;
-    LookAhead(i, j, a, b);
+    LookAhead(aligning, i, j, a, b);
     if (a == 0 && b == 0) {
       AddCompareRow(i++, j++, kRowModified);
     } else if (a == 0 || (b != 0 && b < a)) {
@@ -270,32 +298,40 @@ void WalkLookahead(std::int32_t classes) {
   }
 }
 
-// Within each run of changes the k-th left line stands beside the k-th right one.
+// Within the run of changes from `at` to `end` the k-th left line stands beside the k-th right
+// one. How many rows are left of it, in `regrouped`.
+std::int32_t RegroupRun(std::int32_t at, std::int32_t end) {
+  std::int32_t count = 0;
+  std::int32_t l = at;
+  std::int32_t r = at;
+  for (;;) {
+    while (l < end && compareResult.rows[l].left < 0) ++l;
+    while (r < end && compareResult.rows[r].right < 0) ++r;
+    if (l >= end && r >= end) return count;
+    const std::int32_t left = l < end ? compareResult.rows[l++].left : -1;
+    const std::int32_t right = r < end ? compareResult.rows[r++].right : -1;
+    const std::int32_t one = left >= 0 ? kRowRemoved : kRowAdded;
+    regrouped[count++] = {left, right, left >= 0 && right >= 0 ? kRowModified : one};
+  }
+}
+
 void RegroupRows() {
   std::int32_t out = 0;
   std::int32_t at = 0;
+  CompareRow* const rows = compareResult.rows;
   const std::int32_t count = compareResult.rowCount;
   while (at < count) {
-    if (compareResult.rows[at].type == kRowSame) {
-      regrouped[out++] = compareResult.rows[at++];
+    if (rows[at].type == kRowSame) {
+      rows[out++] = rows[at++];
       continue;
     }
     std::int32_t end = at;
-    while (end < count && compareResult.rows[end].type != kRowSame) ++end;
-    std::int32_t l = at;
-    std::int32_t r = at;
-    for (;;) {
-      while (l < end && compareResult.rows[l].left < 0) ++l;
-      while (r < end && compareResult.rows[r].right < 0) ++r;
-      if (l >= end && r >= end) break;
-      const std::int32_t left = l < end ? compareResult.rows[l++].left : -1;
-      const std::int32_t right = r < end ? compareResult.rows[r++].right : -1;
-      const std::int32_t one = left >= 0 ? kRowRemoved : kRowAdded;
-      regrouped[out++] = {left, right, left >= 0 && right >= 0 ? kRowModified : one};
-    }
+    while (end < count && rows[end].type != kRowSame) ++end;
+    const std::int32_t left = RegroupRun(at, end);
+    std::copy_n(regrouped, left, rows + out);
+    out += left;
     at = end;
   }
-  for (std::int32_t i = 0; i < out; ++i) compareResult.rows[i] = regrouped[i];
   compareResult.rowCount = out;
 }
 
@@ -315,7 +351,10 @@ const char16_t* RowMarker(std::int32_t type) {
 }  // namespace
 
 bool CompareLinesEqual(std::u16string_view a, std::u16string_view b, bool ignoreSpaces) {
-  if (!ignoreSpaces) return a == b;
+  if (!ignoreSpaces) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof a[0]) == 0);
+  }
   std::size_t i = 0;
   std::size_t j = 0;
   for (;;) {
@@ -335,14 +374,13 @@ void CompareTexts(std::u16string_view left, std::u16string_view right,
   const bool rightCut = SplitSide(right, options.showTags, compareResult.right);
   compareResult.truncated = leftCut || rightCut;
   const Texts texts{left, right, options.ignoreSpaces};
-  const std::int32_t classes = NumberLines(texts);
   const std::int64_t cells = (static_cast<std::int64_t>(compareResult.left.count) + 1) *
                              (static_cast<std::int64_t>(compareResult.right.count) + 1);
   compareResult.largeFile = cells > kMaxCompareCells;
   if (compareResult.largeFile) {
-    WalkLookahead(classes);
+    WalkLookahead(texts);
   } else {
-    WalkExact(classes);
+    WalkExact(NumberLines(texts));
   }
   RegroupRows();
 }

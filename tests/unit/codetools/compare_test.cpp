@@ -113,6 +113,31 @@ TEST(Compare, ReportsTheLimitOnlyWhenTextIsLeftBehindIt) {
   EXPECT_NE(CompareSummary().find(u"   | LIMIT: first 32768 lines only"), std::u16string::npos);
 }
 
+// Rows in which the k-th left line of a run of changes stands beside the k-th right one.
+struct Grouped {
+  Rows rows;
+  std::vector<std::int32_t> lefts;
+  std::vector<std::int32_t> rights;
+
+  void Flush() {
+    for (std::size_t k = 0; k < std::max(lefts.size(), rights.size()); ++k) {
+      CompareRow row;
+      row.left = k < lefts.size() ? lefts[k] : -1;
+      row.right = k < rights.size() ? rights[k] : -1;
+      row.type = row.left >= 0 && row.right >= 0 ? kRowModified
+                 : row.left >= 0                 ? kRowRemoved
+                                                 : kRowAdded;
+      rows.push_back(row);
+    }
+    lefts.clear();
+    rights.clear();
+  }
+  void Same(std::size_t left, std::size_t right) {
+    Flush();
+    rows.push_back({static_cast<std::int32_t>(left), static_cast<std::int32_t>(right), kRowSame});
+  }
+};
+
 // The definition itself: the full table of longest common subsequences, walked with its tie
 // rule, then regrouped. Slow and plain, written apart from the bit rows.
 Rows TableRows(const std::vector<int>& left, const std::vector<int>& right) {
@@ -125,36 +150,49 @@ Rows TableRows(const std::vector<int>& left, const std::vector<int>& right) {
                                         : std::max(table[i + 1][j], table[i][j + 1]);
     }
   }
-  Rows rows;
+  Grouped grouped;
   std::size_t i = 0;
   std::size_t j = 0;
-  std::vector<std::int32_t> lefts;
-  std::vector<std::int32_t> rights;
-  const auto flush = [&] {
-    for (std::size_t k = 0; k < std::max(lefts.size(), rights.size()); ++k) {
-      CompareRow row;
-      row.left = k < lefts.size() ? lefts[k] : -1;
-      row.right = k < rights.size() ? rights[k] : -1;
-      row.type = row.left >= 0 && row.right >= 0 ? kRowModified
-                 : row.left >= 0                 ? kRowRemoved
-                                                 : kRowAdded;
-      rows.push_back(row);
-    }
-    lefts.clear();
-    rights.clear();
-  };
   while (i < n || j < m) {
     if (i < n && j < m && left[i] == right[j]) {
-      flush();
-      rows.push_back({static_cast<std::int32_t>(i++), static_cast<std::int32_t>(j++), kRowSame});
+      grouped.Same(i++, j++);
     } else if (i == n || (j < m && table[i + 1][j] < table[i][j + 1])) {
-      rights.push_back(static_cast<std::int32_t>(j++));
+      grouped.rights.push_back(static_cast<std::int32_t>(j++));
     } else {
-      lefts.push_back(static_cast<std::int32_t>(i++));
+      grouped.lefts.push_back(static_cast<std::int32_t>(i++));
     }
   }
-  flush();
-  return rows;
+  grouped.Flush();
+  return grouped.rows;
+}
+
+// The alignment by lookahead, told with whole numbers for the lines.
+Rows LookaheadRows(const std::vector<int>& left, const std::vector<int>& right) {
+  constexpr std::size_t kAhead = 64;
+  const std::size_t n = left.size();
+  const std::size_t m = right.size();
+  Grouped grouped;
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (i < n && j < m) {
+    if (left[i] == right[j]) {
+      grouped.Same(i++, j++);
+      continue;
+    }
+    std::size_t k = 1;
+    while (k <= kAhead && !(i + k < n && left[i + k] == right[j]) &&
+           !(j + k < m && left[i] == right[j + k])) {
+      ++k;
+    }
+    const bool none = k > kAhead;
+    const bool leftAhead = !none && i + k < n && left[i + k] == right[j];
+    if (none || leftAhead) grouped.lefts.push_back(static_cast<std::int32_t>(i++));
+    if (none || !leftAhead) grouped.rights.push_back(static_cast<std::int32_t>(j++));
+  }
+  for (; i < n; ++i) grouped.lefts.push_back(static_cast<std::int32_t>(i));
+  for (; j < m; ++j) grouped.rights.push_back(static_cast<std::int32_t>(j));
+  grouped.Flush();
+  return grouped.rows;
 }
 
 std::u16string TextOfLines(const std::vector<int>& lines) {
@@ -175,6 +213,52 @@ TEST(Compare, AgreesWithTheFullTableOnRandomPrograms) {
     for (int& line : left) line = static_cast<int>(random() % letters);
     for (int& line : right) line = static_cast<int>(random() % letters);
     ExpectRows(Compared(TextOfLines(left), TextOfLines(right)), TableRows(left, right));
+  }
+}
+
+// Lines of two different lengths, with blanks at places that differ by side where asked.
+std::u16string LongText(const std::vector<int>& lines, const std::u16string& blanks) {
+  std::u16string text;
+  for (const int line : lines) {
+    text += u"G01" + blanks + u"X";
+    for (int rest = line + 1000; rest > 0; rest /= 7)
+      text += static_cast<char16_t>(u'0' + rest % 7);
+    text += blanks + u"F20.\n";
+  }
+  return text;
+}
+
+// Some lines of `lines` bear another number, are left out or stand twice.
+std::vector<int> Edited(const std::vector<int>& lines, unsigned perMille, int numbers,
+                        std::mt19937& random) {
+  std::vector<int> edited;
+  for (const int line : lines) {
+    const bool hit = random() % 1000 < perMille;
+    const unsigned how = hit ? static_cast<unsigned>(random() % 3) : 0;
+    if (how == 1) continue;
+    edited.push_back(hit && how == 0 ? static_cast<int>(random() % static_cast<unsigned>(numbers))
+                                     : line);
+    if (how == 2) edited.push_back(line);
+  }
+  return edited;
+}
+
+TEST(Compare, AgreesWithThePlainLookaheadOnRandomPrograms) {
+  std::mt19937 random(11);
+  for (const unsigned perMille : {0u, 1u, 20u, 200u, 1000u}) {
+    for (const int numbers : {2, 40, 9000}) {
+      for (const bool ignoreSpaces : {false, true}) {
+        std::vector<int> left(4000);
+        for (int& line : left) line = static_cast<int>(random() % static_cast<unsigned>(numbers));
+        const std::vector<int> right = Edited(left, perMille, numbers, random);
+        CompareOptions options;
+        options.ignoreSpaces = ignoreSpaces;
+        const std::u16string blanks = ignoreSpaces ? u" \t" : u"";
+        const Rows rows = Compared(LongText(left, u""), LongText(right, blanks), options);
+        ASSERT_TRUE(compareResult.largeFile);
+        ExpectRows(rows, LookaheadRows(left, right));
+      }
+    }
   }
 }
 
