@@ -10,7 +10,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/palette.h"
-#include "codetools/find_rules.h"
+#include "codetools/find_match.h"
 #include "codetools/find_work.h"
 #include "platform/control.h"
 #include "platform/editor.h"

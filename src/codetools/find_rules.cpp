@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <utility>
 
 #include "app/limits.h"
+#include "codetools/find_match.h"
 #include "text/codetext.h"
+#include "text/line_ends.h"
 
 namespace morva {
 
@@ -15,11 +18,6 @@ namespace {
 
 constexpr std::u16string_view kProtected = u"(MORVA";
 constexpr std::size_t kNone = std::u16string_view::npos;
-
-bool IsWordUnit(char16_t c) {
-  const char16_t folded = FoldUpper(c);
-  return (folded >= u'A' && folded <= u'Z') || IsDigit(c) || c == u'_';
-}
 
 // Whether what stands behind the blanks at a line start makes the line a marker's.
 bool OpensProtectedLine(std::u16string_view text, std::size_t at) {
@@ -47,11 +45,23 @@ RuleBits RulesWith(const RulesByUnit& table, char16_t c) {
   return c < kAscii ? table.low[c] : table.others;
 }
 
+// A rule is looked for by two neighbouring units of its find text, its sign, which need not be
+// the first two. For each unit: the rules whose sign begins with it above those whose sign ends
+// with it.
+struct Signs {
+  std::uint64_t units[kAscii + 1] = {};  // the last for every unit above
+  std::size_t offsets[kMaxRules] = {};   // of the sign in the find text
+  std::size_t farthest = 0;              // of the offsets
+};
+constexpr int kSignBegins = 32;  // bits up
+constexpr std::size_t kFarthestSign = 16;
+
 struct ReadyRules {
   ReadyRule rules[kMaxRules];
   RulesByUnit first;
   RulesByUnit second;
   RuleBits oneUnit = 0;  // rules without a second unit
+  Signs signs;
 };
 
 void AddUnit(RulesByUnit& table, char16_t c, RuleBits rule, bool matchCase) {
@@ -83,6 +93,116 @@ ReadyRules MakeReady(const FindRule* rules, int count, bool matchCase) {
   return ready;
 }
 
+// How often pairs of units stand in a text, by some of them.
+struct PairSample {
+  static constexpr std::size_t kPairs = 4096;
+  std::uint16_t times[kAscii * kAscii] = {};
+};
+
+std::size_t PairNumber(char16_t a, char16_t b) {
+  return std::size_t{FoldUpper(a)} % kAscii * kAscii + FoldUpper(b) % kAscii;
+}
+
+void TakeSample(PairSample& sample, std::u16string_view text) {
+  const std::size_t step = text.size() / PairSample::kPairs + 1;
+  for (std::size_t at = 0; at + 1 < text.size(); at += step) {
+    ++sample.times[PairNumber(text[at], text[at + 1])];
+  }
+}
+
+// Where the rarest pair of the find text begins.
+std::size_t RarestPair(const PairSample& sample, std::u16string_view find) {
+  std::size_t rarest = 0;
+  for (std::size_t i = 1; i + 1 < find.size() && i <= kFarthestSign; ++i) {
+    if (sample.times[PairNumber(find[i], find[i + 1])] <
+        sample.times[PairNumber(find[rarest], find[rarest + 1])]) {
+      rarest = i;
+    }
+  }
+  return rarest;
+}
+
+void AddSignUnit(Signs& signs, char16_t c, std::uint64_t rule, bool matchCase) {
+  if (c >= kAscii) {
+    signs.units[kAscii] |= rule;
+    return;
+  }
+  signs.units[c] |= rule;
+  if (matchCase) return;
+  const char16_t upper = FoldUpper(c);
+  signs.units[upper] |= rule;
+  if (upper >= u'A' && upper <= u'Z') signs.units[upper - u'A' + u'a'] |= rule;
+}
+
+void MakeSigns(ReadyRules& ready, std::u16string_view text, bool matchCase) {
+  PairSample sample;
+  TakeSample(sample, text);
+  Signs& signs = ready.signs;
+  for (int i = 0; i < kMaxRules; ++i) {
+    const std::u16string_view find = ready.rules[i].find;
+    if (find.empty()) continue;
+    const std::size_t offset = RarestPair(sample, find);
+    const std::uint64_t ends = std::uint64_t{1} << i;
+    signs.offsets[i] = offset;
+    signs.farthest = std::max(signs.farthest, offset);
+    AddSignUnit(signs, find[offset], ends << kSignBegins, matchCase);
+    if (find.size() > 1) {
+      AddSignUnit(signs, find[offset + 1], ends, matchCase);
+    } else {
+      for (std::uint64_t& unit : signs.units) unit |= ends;
+    }
+  }
+}
+
+std::uint64_t SignsOf(const Signs& signs, char16_t c) {
+  return signs.units[c < kAscii ? c : kAscii];
+}
+
+// The rules whose sign stands at `at`.
+RuleBits SignsAt(const Signs& signs, std::u16string_view text, std::size_t at) {
+  const std::uint64_t begins = SignsOf(signs, text[at]) >> kSignBegins;
+  // A rule of one unit takes anything behind it, and the end as well.
+  const std::uint64_t ends =
+      at + 1 < text.size() ? SignsOf(signs, text[at + 1]) : ~std::uint64_t{0};
+  return static_cast<RuleBits>(begins & ends);
+}
+
+constexpr std::size_t kTogether = 8;
+
+// Whether one of so many units is above the table.
+bool AnyAbove(const char16_t* units) {
+  constexpr std::uint64_t kAbove = 0xFF80FF80FF80FF80u;
+  static_assert(kAscii == 0x80);
+  std::uint64_t words[2];
+  static_assert(sizeof words == kTogether * sizeof(char16_t));
+  std::memcpy(words, units, sizeof words);
+  return ((words[0] | words[1]) & kAbove) != 0;
+}
+
+// The first place at or behind `at` where a sign stands; the length of the text for none.
+std::size_t FindSign(const Signs& signs, std::u16string_view text, std::size_t at) {
+  for (; at + kTogether < text.size(); at += kTogether) {
+    const char16_t* const units = text.data() + at;
+    if (AnyAbove(units)) {
+      for (std::size_t k = 0; k < kTogether; ++k) {
+        if (SignsAt(signs, text, at + k) != 0) return at + k;
+      }
+      continue;
+    }
+    // Written out: the loop would cost as much as its work.
+    const auto of = [&](std::size_t k) { return signs.units[units[k]]; };
+    const std::uint64_t s1 = of(1), s2 = of(2), s3 = of(3), s4 = of(4), s5 = of(5), s6 = of(6);
+    const std::uint64_t s7 = of(7), s8 = SignsOf(signs, units[kTogether]);
+    const std::uint64_t half = (of(0) >> kSignBegins & s1) | (s1 >> kSignBegins & s2) |
+                               (s2 >> kSignBegins & s3) | (s3 >> kSignBegins & s4);
+    const std::uint64_t rest = (s4 >> kSignBegins & s5) | (s5 >> kSignBegins & s6) |
+                               (s6 >> kSignBegins & s7) | (s7 >> kSignBegins & s8);
+    if ((half | rest) != 0) break;
+  }
+  while (at < text.size() && SignsAt(signs, text, at) == 0) ++at;
+  return at;
+}
+
 const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const ReadyRules& ready,
                             bool matchCase, bool wholeToken) {
   RuleBits left = RulesWith(ready.first, text[at]);
@@ -95,6 +215,47 @@ const ReadyRule* FirstMatch(std::u16string_view text, std::size_t at, const Read
     if (MatchAt(text, at, rule.find, matchCase, wholeToken)) return &rule;
   }
   return nullptr;
+}
+
+struct Asking {
+  bool matchCase;
+  bool wholeToken;
+};
+
+// A place where a rule matches, or none.
+struct Met {
+  std::size_t at = 0;
+  const ReadyRule* rule = nullptr;
+};
+
+// The first place at or behind `from` where a rule matches, and the first rule of the queue there.
+Met MeetRule(std::u16string_view text, std::size_t from, const ReadyRules& ready, Asking asking) {
+  for (std::size_t at = from;; ++at) {
+    at = FindSign(ready.signs, text, at);
+    if (at >= text.size()) return {text.size(), nullptr};
+    bool matches = false;
+    for (RuleBits left = SignsAt(ready.signs, text, at); left != 0 && !matches; left &= left - 1) {
+      const int i = std::countr_zero(left);
+      const std::size_t offset = ready.signs.offsets[i];
+      matches = at >= from + offset && MatchAt(text, at - offset, ready.rules[i].find,
+                                               asking.matchCase, asking.wholeToken);
+    }
+    if (!matches) continue;
+    // One whose sign comes later may begin earlier.
+    std::size_t place = std::max(from, at - std::min(at, ready.signs.farthest));
+    for (;; ++place) {
+      const ReadyRule* rule = FirstMatch(text, place, ready, asking.matchCase, asking.wholeToken);
+      if (rule) return {place, rule};
+    }
+  }
+}
+
+// Whether `at` lies in a marker's line. What stands before `changed` was replaced, or is the
+// beginning of the text: a line end there opens no line.
+bool IsProtected(std::u16string_view text, std::size_t at, std::size_t changed) {
+  std::size_t start = at;
+  while (start > changed && text[start - 1] != u'\r' && text[start - 1] != u'\n') --start;
+  return (start > changed || start == 0) && OpensProtectedLine(text, start);
 }
 
 // What a change leaves, piece by piece in a block of a given size, with the followed places.
@@ -155,59 +316,34 @@ std::u16string RuleRow(const FindRule& rule) {
   return std::u16string(rule.find) + u"  \u2192  " + rule.replaceWith;
 }
 
-bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view find,
-             bool matchCase, bool wholeToken) {
-  if (find.empty() || position > text.size() || text.size() - position < find.size()) return false;
-  for (std::size_t i = 0; i < find.size(); ++i) {
-    const char16_t a = text[position + i];
-    const char16_t b = find[i];
-    if (matchCase ? a != b : FoldUpper(a) != FoldUpper(b)) return false;
-  }
-  if (!wholeToken) return true;
-  if (position > 0 && IsWordUnit(text[position - 1])) return false;
-  const std::size_t behind = position + find.size();
-  return behind == text.size() || !IsWordUnit(text[behind]);
-}
-
-std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
-                      bool matchCase, bool wholeToken) {
-  for (std::size_t i = from; i < text.size(); ++i) {
-    if (MatchAt(text, i, find, matchCase, wholeToken)) return i;
-  }
-  return kNone;
-}
-
 RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, bool matchCase,
                  bool wholeToken, FollowedPlaces places) {
   RuleRun run;
   run.overLimit = true;
-  const ReadyRules ready = MakeReady(rules, count, matchCase);
+  ReadyRules ready = MakeReady(rules, count, matchCase);
+  MakeSigns(ready, text, matchCase);
   Writing out;
   if (!BeginWriting(out, kMaxRuleOutput, places)) return run;
   constexpr std::size_t kRoom = kMaxRuleOutput;
-  bool atLineStart = true;
-  bool protectedLine = false;
   std::size_t kept = 0;  // from here to `at` everything stays as it is
   std::size_t at = 0;
   while (at < text.size()) {
-    const std::size_t length = out.changed.length + (at - kept);
-    if (atLineStart) protectedLine = OpensProtectedLine(text, at);
-    const ReadyRule* rule =
-        protectedLine ? nullptr : FirstMatch(text, at, ready, matchCase, wholeToken);
-    if (rule) {
-      if (length + rule->replaceWith.size() >= kRoom) return run;
-      WritePiece(out, text.substr(kept, at - kept), kept, at - kept);
-      WritePiece(out, rule->replaceWith, at, rule->find.size());
-      at += rule->find.size();
-      kept = at;
-      ++run.matches;
-      atLineStart = false;
+    const Met met = MeetRule(text, at, ready, {matchCase, wholeToken});
+    at = met.at;
+    if (!met.rule) break;
+    if (IsProtected(text, at, kept)) {
+      at = std::min(FindLineEnd(text, at) + 1, text.size());
       continue;
     }
-    if (length >= kRoom - 1) return run;
-    const char16_t c = text[at++];
-    atLineStart = c == u'\r' || c == u'\n';
+    const std::size_t length = out.changed.length + (at - kept);
+    if (length + met.rule->replaceWith.size() >= kRoom) return run;
+    WritePiece(out, text.substr(kept, at - kept), kept, at - kept);
+    WritePiece(out, met.rule->replaceWith, at, met.rule->find.size());
+    at += met.rule->find.size();
+    kept = at;
+    ++run.matches;
   }
+  if (out.changed.length + (at - kept) >= kRoom) return run;
   WritePiece(out, text.substr(kept), kept, at - kept);
   EndWriting(out);
   run.text = std::move(out.changed);
@@ -216,9 +352,10 @@ RuleRun RunRules(std::u16string_view text, const FindRule* rules, int count, boo
 }
 
 std::int32_t CountOccurrences(std::u16string_view text, std::u16string_view find) {
+  const ReadyFind ready = MakeReadyFind(find, false, false);
   std::int32_t count = 0;
-  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
-       at = FindMatch(text, at + find.size(), find, false, false)) {
+  for (std::size_t at = FindMatch(text, 0, ready); at != kNone;
+       at = FindMatch(text, at + find.size(), ready)) {
     ++count;
   }
   return count;
@@ -230,11 +367,12 @@ bool IsInMarker(std::u16string_view text, std::size_t at) {
 }
 
 std::int32_t CountInMarkers(std::u16string_view text, std::u16string_view find) {
+  const ReadyFind ready = MakeReadyFind(find, false, false);
   std::int32_t count = 0;
   std::size_t looked = 0;  // from here on no line end has been looked for
   bool marker = OpensProtectedLine(text, 0);
-  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
-       at = FindMatch(text, at + find.size(), find, false, false)) {
+  for (std::size_t at = FindMatch(text, 0, ready); at != kNone;
+       at = FindMatch(text, at + find.size(), ready)) {
     const std::size_t end = text.substr(looked, at - looked).find_last_of(u"\r\n");
     if (end != kNone) marker = OpensProtectedLine(text, looked + end + 1);
     looked = at;
@@ -250,9 +388,9 @@ OwnedText ReplaceOccurrences(std::u16string_view text, std::u16string_view find,
   if (size > kMaxChangedUnits) return {};
   Writing out;
   if (!BeginWriting(out, size, places)) return {};
+  const ReadyFind ready = MakeReadyFind(find, false, false);
   std::size_t from = 0;
-  for (std::size_t at = FindMatch(text, 0, find, false, false); at != kNone;
-       at = FindMatch(text, from, find, false, false)) {
+  for (std::size_t at = FindMatch(text, 0, ready); at != kNone; at = FindMatch(text, from, ready)) {
     WritePiece(out, text.substr(from, at - from), from, at - from);
     WritePiece(out, replaceWith, at, find.size());
     from = at + find.size();

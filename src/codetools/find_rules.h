@@ -33,14 +33,6 @@ void ClearRules();
 // The list row of a rule: find, two blanks, an arrow, two blanks, replacement.
 std::u16string RuleRow(const FindRule& rule);
 
-// Whether `find` stands in `text` at `position`. Without `matchCase` a to z are folded on both
-// sides. With `wholeToken` the match must not touch a letter, a digit or "_" on either side.
-bool MatchAt(std::u16string_view text, std::size_t position, std::u16string_view find,
-             bool matchCase, bool wholeToken);
-// First match at or behind `from`; npos for none.
-std::size_t FindMatch(std::u16string_view text, std::size_t from, std::u16string_view find,
-                      bool matchCase, bool wholeToken);
-
 // Places in the text before a change, 0 to its length. The change sets each to where the same
 // place lies behind it: a place inside what was replaced stays as far into the replacement as
 // that goes.

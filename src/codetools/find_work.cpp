@@ -9,6 +9,7 @@
 #include "app/hooks.h"
 #include "app/limits.h"
 #include "app/outlets.h"
+#include "codetools/find_match.h"
 #include "codetools/find_rules.h"
 #include "codetools/words_view.h"
 #include "documents/editor_changes.h"
@@ -215,8 +216,9 @@ void NextMatch() {
   const std::u16string find = FindField();
   const bool matchCase = platform::IsChecked(kIdMatchCase);
   const bool wholeToken = platform::IsChecked(kIdWholeToken);
-  std::size_t at = FindMatch(text, nextMatchStart, find, matchCase, wholeToken);
-  if (at == kNone) at = FindMatch(text, 0, find, matchCase, wholeToken);
+  const std::size_t from = nextMatchStart;
+  std::size_t at = FindMatch(text, from, find, matchCase, wholeToken);
+  if (at == kNone && from > 0) at = FindMatch(text, 0, find, matchCase, wholeToken);
   if (at == kNone) {
     nextMatchStart = 0;
     PaneStatus(u"No matching text found.");

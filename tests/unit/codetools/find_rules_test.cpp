@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "codetools/find_match.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -142,6 +144,100 @@ TEST(DoAll, CountsAndReplacesAnyCaseWithoutProtection) {
   EXPECT_EQ(CountOccurrences(text, u"aa"), 1);
   EXPECT_EQ(ReplaceOccurrences(text, u"begin", u"x").View(), u"(MORVA x 1) x aaa");
   EXPECT_EQ(ReplaceOccurrences(u"aaa", u"a", u"aa").View(), u"aaaaaa");
+}
+
+// One pass told place by place: at each place outside marker lines the first rule that matches.
+struct PlainRun {
+  std::u16string text;
+  std::int32_t matches = 0;
+};
+
+bool IsMarkerFrom(std::u16string_view text, std::size_t at) {
+  while (at < text.size() && (text[at] == u' ' || text[at] == u'\t')) ++at;
+  return SameFolded(text.substr(at, 6), u"(MORVA");
+}
+
+PlainRun RunPlainly(std::u16string_view text, const std::vector<FindRule>& rules, bool matchCase,
+                    bool wholeToken) {
+  PlainRun run;
+  bool atLineStart = true;
+  bool isMarker = false;
+  for (std::size_t at = 0; at < text.size();) {
+    if (atLineStart) isMarker = IsMarkerFrom(text, at);
+    const FindRule* met = nullptr;
+    for (const FindRule& rule : rules) {
+      if (!met && !isMarker && MatchAt(text, at, rule.find, matchCase, wholeToken)) met = &rule;
+    }
+    if (met) {
+      run.text += met->replaceWith;
+      at += std::u16string_view(met->find).size();
+      ++run.matches;
+      atLineStart = false;
+    } else {
+      atLineStart = text[at] == u'\r' || text[at] == u'\n';
+      run.text += text[at++];
+    }
+  }
+  return run;
+}
+
+std::u16string RandomText(std::mt19937& random, std::size_t most, std::u16string_view alphabet) {
+  static constexpr std::u16string_view kPieces[] = {u"(MORVA", u"\r\n",  u" \t(morva ",
+                                                    u"\n",     u"G01 X", u"\r"};
+  std::u16string text;
+  const std::size_t length = random() % (most + 1);
+  while (text.size() < length) {
+    if (random() % 6 == 0) {
+      text += kPieces[random() % std::size(kPieces)];
+    } else {
+      text += alphabet[random() % alphabet.size()];
+    }
+  }
+  return text;
+}
+
+TEST(Rules, AgreeWithAPassPlaceByPlace) {
+  std::mt19937 random(23);
+  for (int run = 0; run < 6000; ++run) {
+    const std::u16string_view alphabet =
+        random() % 2 ? u"ab" : u"GXYZgxyz01._ \t\r\n(MORVA\u00E9\u0430@`";
+    const std::u16string text = RandomText(random, 120, alphabet);
+    std::vector<FindRule> rules(random() % (kMaxRules + 1));
+    for (FindRule& rule : rules) {
+      // Half of them are taken from the text, so that they match.
+      std::u16string find = RandomText(random, 5, alphabet);
+      if (random() % 2 && !text.empty()) {
+        find = text.substr(random() % text.size(), 1 + random() % 24);
+      }
+      CopyBounded(rule.find, kFindUnits, find);
+      CopyBounded(rule.replaceWith, kFindUnits, RandomText(random, 3, alphabet));
+    }
+    const bool matchCase = random() % 2;
+    const bool wholeToken = random() % 2;
+    const RuleRun got =
+        RunRules(text, rules.data(), static_cast<int>(rules.size()), matchCase, wholeToken);
+    const PlainRun wanted = RunPlainly(text, rules, matchCase, wholeToken);
+    ASSERT_EQ(got.text.View(), wanted.text) << run;
+    ASSERT_EQ(got.matches, wanted.matches) << run;
+  }
+}
+
+TEST(FindMatch, FindsTheFirstPlaceThatMatches) {
+  std::mt19937 random(29);
+  for (int run = 0; run < 6000; ++run) {
+    const std::u16string_view alphabet = random() % 2 ? u"ab" : u"GXYZgxyz01._ \u00E9\u0430@`[{";
+    const std::u16string text = RandomText(random, 150, alphabet);
+    std::u16string find = RandomText(random, 3, alphabet);
+    if (random() % 2 && !text.empty())
+      find = text.substr(random() % text.size(), 1 + random() % 40);
+    const std::size_t from = random() % (text.size() + 2);
+    const bool matchCase = random() % 2;
+    const bool wholeToken = random() % 2;
+    std::size_t wanted = from;
+    while (wanted < text.size() && !MatchAt(text, wanted, find, matchCase, wholeToken)) ++wanted;
+    if (wanted >= text.size()) wanted = text.npos;
+    ASSERT_EQ(FindMatch(text, from, find, matchCase, wholeToken), wanted) << run;
+  }
 }
 
 }  // namespace
