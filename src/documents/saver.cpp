@@ -304,7 +304,8 @@ void WriteSettings(std::u16string path, std::string bytes, std::uint32_t change)
   SaveJob job;
   job.program = path;
   job.changes = change;
-  job.files.push_back({std::move(path), std::move(bytes)});
+  job.files.push_back(
+      {.path = std::move(path), .bytes = std::move(bytes), .lasting = platform::Lasting::File});
   job.told = [](const SaveResult& result) {
     platform::ProfileWritten(result.changes, result.answer == SaveAnswer::Saved);
   };

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/atomic_file.h"
 #include "platform/file.h"
 
 namespace morva {
@@ -46,7 +47,7 @@ struct SaveFile {
   std::u16string path;
   std::string bytes;
   std::u16string copyOf = {};  // the file that this is a copy of; empty: it is none
-  bool lasting = true;         // false: as in AtomicWrite
+  platform::Lasting lasting = platform::Lasting::Folder;
 };
 
 // A file that is put under another name: before anything is written, or behind the last file. Where

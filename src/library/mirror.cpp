@@ -19,7 +19,7 @@ void StoreText(unsigned char* at, int units, const char16_t* text) {
 }
 
 void SaveMirror(std::u16string_view folder, std::u16string_view file, std::string bytes,
-                void (*told)(const SaveResult& result)) {
+                void (*told)(const SaveResult& result), platform::Lasting lasting) {
   if (!app.dataDirReady) return;
   const char16_t separator = platform::PathSeparator();
   std::u16string path = app.dataDir;
@@ -29,8 +29,7 @@ void SaveMirror(std::u16string_view folder, std::u16string_view file, std::strin
   path += file;
   SaveJob job;
   job.program = path;
-  // Nobody reads it back, and its flush would cost as much as that of the settings themselves.
-  job.files.push_back({.path = path, .bytes = std::move(bytes), .lasting = false});
+  job.files.push_back({.path = path, .bytes = std::move(bytes), .lasting = lasting});
   job.told = told ? told : [](const SaveResult&) {};
   HandOverSave(std::move(job));
 }

@@ -211,7 +211,8 @@ struct ProfileFaults : public support::Stage {
 TEST_F(ProfileFaults, LeaveTheSettingsWhole) {
   const std::string before = "[DNC]\r\nPort=COM1\r\n[Tool0]\r\nName=drill\r\n";
   for (const char* kind : kKinds) {
-    if (std::string(kind) == "short") continue;
+    // The folder of the settings is not flushed.
+    if (std::string(kind) == "short" || std::string(kind) == "flushfolder") continue;
     int n = 0;
     do {
       Put("bin/MORVA.ini", before);
@@ -222,9 +223,8 @@ TEST_F(ProfileFaults, LeaveTheSettingsWhole) {
       const bool saved = platform::EndProfileChange();
       platform::fileFault = nullptr;
       EXPECT_EQ(saved, !met) << kind << n;
-      const bool replaced = !met || std::string(kind) == "flushfolder";
       EXPECT_EQ(Raw("bin/MORVA.ini"),
-                replaced ? "[DNC]\r\nPort=COM2\r\nBaud=9600\r\n[Tool0]\r\nName=drill\r\n" : before)
+                !met ? "[DNC]\r\nPort=COM2\r\nBaud=9600\r\n[Tool0]\r\nName=drill\r\n" : before)
           << kind << n;
       EXPECT_EQ(support::NamesIn(folder / "bin"), std::vector<std::string>{"MORVA.ini"}) << kind;
       ASSERT_LT(n, 10) << kind;

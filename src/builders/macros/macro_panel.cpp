@@ -255,7 +255,12 @@ void SaveProgramAsMacro() {
   SyncActiveTab();
   // A copy: behind the question below the program may get markers.
   const std::u16string code = ActiveTab() ? ActiveTab()->text : std::u16string();
-  if (FollowMacroFile()) FillMacroList();
+  // The list stays with its macro, and the rows may have moved.
+  if (const int selected = SelectedMacro(); selected >= 0) {
+    FollowMacro(selected);
+  } else if (FollowMacroFile()) {
+    FillMacroList();
+  }
   if (IsRefused(CheckMacro(name, code))) return;
   if (FindMacro(name) >= 0 &&
       !Confirmed(kSaveMacroTitle, u"A custom macro with this name already exists. Replace it?")) {

@@ -284,7 +284,8 @@ void TellOwnFile(const SaveResult& result) {
 
 void HandOverOwnFile(int index) {
   ownFiles[index].owed = false;
-  SaveMirror(kFolder, PlateFile(index), ownFiles[index].bytes, TellOwnFile);
+  SaveMirror(kFolder, PlateFile(index), ownFiles[index].bytes, TellOwnFile,
+             platform::Lasting::Folder);
 }
 
 bool FileHolds(int index, const std::string& record) {

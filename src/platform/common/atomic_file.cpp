@@ -57,7 +57,8 @@ bool GiveAccess(const AtomicWrite& write, std::u16string_view temporary,
 }
 
 bool FillFile(int handle, const AtomicWrite& write, FileFigures& written) {
-  const bool good = WriteAll(handle, write.bytes) && (!write.lasting || FlushFile(handle)) &&
+  const bool good = WriteAll(handle, write.bytes) &&
+                    (write.lasting == Lasting::No || FlushFile(handle)) &&
                     SizeOfFile(handle) == static_cast<std::int64_t>(write.bytes.size());
   written = FiguresOfOpened(handle);
   return good && written.exists;
@@ -85,13 +86,14 @@ WriteAnswer WriteAtomic(const AtomicWrite& write, FileFigures& written) {
     EraseFile(temporary);
     return changed ? WriteAnswer::Changed : WriteAnswer::Failed;
   }
-  if (!write.lasting) return WriteAnswer::Written;
+  if (write.lasting != Lasting::Folder) return WriteAnswer::Written;
   return FlushFolderOf(target) ? WriteAnswer::Written : WriteAnswer::NotFlushed;
 }
 
-bool WriteFileAtomic(std::u16string_view path, std::string_view bytes) {
+bool WriteFileAtomic(std::u16string_view path, std::string_view bytes, Lasting lasting) {
   FileFigures written;
-  return WriteAtomic({.path = path, .bytes = bytes}, written) == WriteAnswer::Written;
+  return WriteAtomic({.path = path, .bytes = bytes, .lasting = lasting}, written) ==
+         WriteAnswer::Written;
 }
 
 }  // namespace platform

@@ -489,7 +489,7 @@ bool EndProfileChange(ProfileTold told) {
     HandOver(ended.path, after, ended.told);
     return handed.there || handed.lastSaved;
   }
-  if (saved && !same) saved = WriteFileAtomic(ended.path, after);
+  if (saved && !same) saved = WriteFileAtomic(ended.path, after, Lasting::File);
   for (const ProfileTold each : ended.told) each(saved);
   return saved;
 }

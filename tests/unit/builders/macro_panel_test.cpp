@@ -236,6 +236,24 @@ TEST_F(MacroPanel, KeepsTheMacrosThatAnotherProgramWrote) {
   EXPECT_EQ(macroLibrary.count, 1);
 }
 
+// Another window has deleted the selected macro, and every row has moved.
+TEST_F(MacroPanel, SelectsNoOtherMacroWhenTheLibraryIsReadAgain) {
+  SetProgram(u"M30");
+  for (const char16_t* name : {u"Alpha", u"Beta", u"Gamma"}) SaveAs(name);
+  headless::SelectRows(kIdMacroList, {0});
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=2\r\n[CustomMacro0]\r\nName=Beta\r\nCode=M8\r\n"
+            "[CustomMacro1]\r\nName=Gamma\r\nCode=M9\r\n");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  SaveAs(u"Gamma");
+  EXPECT_EQ(SelectedMacro(), -1);
+  EXPECT_EQ(platform::TextOf(kIdMacroName), u"Gamma");
+  headless::TypeInto(kIdMacroName, u"Alpha 2");
+  headless::Click(kIdMacroRename);
+  EXPECT_EQ(std::u16string(macroLibrary.macros[0].name), u"Beta");
+}
+
 TEST_F(MacroPanel, SaysSavedOnlyWhenItIs) {
   SetProgram(u"M30");
   headless::FailCall("rename", 1);

@@ -18,6 +18,7 @@
 #include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
 #include "plate/tools/plate_drawings.h"
+#include "platform/common/faults.h"
 #include "support/workbench.h"
 
 namespace {
@@ -207,6 +208,25 @@ TEST_F(NamedPlate, IsSavedInInches) {
   ASSERT_TRUE(LoadPlateSettings(record));
   EXPECT_TRUE(plate.metric);
   EXPECT_NEAR(plate.values[kPlateLength].value, 203.2, 1e-9);
+}
+
+// It is read back where two saved plates are cut alike, unlike the mirror of the library.
+TEST_F(NamedPlate, FlushesTheFileOfThePlateAndItsFolder) {
+  static int files;
+  static int folders;
+  files = folders = 0;
+  GivePlateName(u"Flushed");
+  headless::FailCall("worker", 1);  // all is written in this thread
+  platform::fileFault = [](std::string_view kind) {
+    files += kind == "flush";
+    folders += kind == "flushfolder";
+    return false;
+  };
+  EXPECT_EQ(Save(), PlateSave::Done);
+  platform::fileFault = nullptr;
+  EXPECT_EQ(Metadata(0).size(), 4768u);
+  EXPECT_EQ(files, 2) << "the settings and the plate";
+  EXPECT_EQ(folders, 1) << "the plate";
 }
 
 TEST_F(NamedPlate, SavesNothingWithoutAName) {

@@ -302,6 +302,32 @@ TEST_F(AtomicFile, SaysSoWhenTheFolderCouldNotBeFlushed) {
   EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"p.NC"});
 }
 
+int fileFlushes = 0;
+int folderFlushes = 0;
+bool CountBothFlushes(std::string_view kind) {
+  fileFlushes += kind == "flush";
+  folderFlushes += kind == "flushfolder";
+  return false;
+}
+
+TEST_F(AtomicFile, FlushesWhatIsToOutlastAPowerCut) {
+  const struct {
+    platform::Lasting lasting;
+    int files;
+    int folders;
+  } rows[] = {{platform::Lasting::Folder, 1, 1},
+              {platform::Lasting::File, 1, 0},
+              {platform::Lasting::No, 0, 0}};
+  platform::fileFault = CountBothFlushes;
+  for (const auto& row : rows) {
+    fileFlushes = folderFlushes = 0;
+    EXPECT_TRUE(platform::WriteFileAtomic(Path("p.NC"), "new", row.lasting));
+    EXPECT_EQ(fileFlushes, row.files);
+    EXPECT_EQ(folderFlushes, row.folders);
+    EXPECT_EQ(ReadRaw(folder / "p.NC"), "new");
+  }
+}
+
 TEST_F(AtomicFile, WritesUnderANameOf255Bytes) {
   const std::string name = std::string(252, 'n') + ".NC";
   EXPECT_TRUE(platform::WriteFileAtomic(Path(name), "new"));
