@@ -82,6 +82,7 @@ inline constexpr int kMaxHeldMoves = 16;         // moves along Z alone between 
 inline constexpr int kMaxBlockCodes = 12;        // G codes of a block; further ones are a finding
 inline constexpr int kMaxBlockMs = 6;            // M codes of a block; as above
 inline constexpr int kMaxCalls = 64;             // calls within calls; one more stops the run with a finding
+inline constexpr int kMaxProgramsSought = 200;   // numbers that are looked for beside a program's text; further ones count as missing
 inline constexpr int kMaxLoops = 3;              // WHILE within WHILE, as the control has it; a higher number is a finding
 inline constexpr int kMaxPrintedUnits = 4000;    // that DPRNT prints; further lines are left out
 inline constexpr int kMaxFindings = 400;         // of the machine check; further ones are counted

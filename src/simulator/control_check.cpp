@@ -81,6 +81,7 @@ void NoteCut(ControlRun& run) {
     ReportOnce(run, Finding::ToolNotChanged, run.toolCalled);
   }
   if (run.sawChange && !run.lengthSinceChange) ReportOnce(run, Finding::NoLength);
+  if (run.offsetMissing) ReportOnce(run, Finding::OffsetNotSet);
 }
 
 void NoteToolLength(ControlRun& run) {

@@ -226,7 +226,9 @@ void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
 
 void EndCompensation(ControlRun& run) {
   FlushMoves(run);
-  if (run.compensation.side != 0) Report(run, Finding::CompAtEnd);
+  // Behind a G40 that no move has followed it is off for the control.
+  const ControlCompensation& comp = run.compensation;
+  if (comp.side != 0 && comp.wanted != 0) Report(run, Finding::CompAtEnd);
 }
 
 }  // namespace morva

@@ -202,8 +202,11 @@ void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
   TakeStep(run, block, 'I', words.i, words.hasI);
   TakeStep(run, block, 'J', words.j, words.hasJ);
   TakeStep(run, block, 'K', words.k, words.hasK);
-  if (!begins) return;
-  words.named = block.Has('Z') && block.Has('R');
+  if (begins) NoteDepths(run, block);
+}
+
+void NoteDepths(ControlRun& run, const ControlBlock& block) {
+  run.cycle.named = block.Has('Z') && block.Has('R');
   if (!block.Has('Z')) Report(run, Finding::CycleNoDepth);
   if (!block.Has('R')) Report(run, Finding::CycleNoPlane);
 }

@@ -276,6 +276,7 @@ void TakeFeed(ControlRun& run, const ControlBlock& block) {
   const double written = block.Of('F') * (pointed ? 1 : least);
   run.feed = run.modes.feedMode == 93 ? written : written * run.unit;
   // In G95 F is the way of a turn.
+  run.feedPerTurn = run.feed;
   if (run.modes.feedMode == 95) run.feed *= run.speed;
   run.feedKnown = run.feedKnown || written > 0;
 }
@@ -283,6 +284,7 @@ void TakeFeed(ControlRun& run, const ControlBlock& block) {
 void TakeToolWords(ControlRun& run, const ControlBlock& block) {
   if (block.Has('S')) {
     run.speed = block.Of('S');
+    if (run.modes.feedMode == 95) run.feed = run.feedPerTurn * run.speed;
     if (run.speed > run.table.mostSpeed) Report(run, Finding::SpeedHigh, run.speed);
   }
   if (block.Has('T')) run.toolCalled = static_cast<std::int32_t>(block.Of('T'));
@@ -436,7 +438,8 @@ void SetOffsets(ControlRun& run, const ControlBlock& block) {
                               : kind == 11 || kind == 1 ? &ToolOffset::lengthWear
                               : kind == 12              ? &ToolOffset::diameter
                                                         : &ToolOffset::diameterWear;
-  if (kind > 13 || !(number >= 1 && number <= kControlTools)) {
+  const bool known = kind == 1 || (kind >= 10 && kind <= 13);
+  if (!known || !(number >= 1 && number <= kControlTools)) {
     return Report(run, Finding::BadVariable, number);
   }
   double& place = run.table.tools[static_cast<int>(number)].*field;
@@ -466,6 +469,7 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   if (codes.pattern) {
     // On the cycle's own line there is no hole at the middle.
     if (codes.cycleBegins) TakeDepths(run, block);
+    if (codes.cycleBegins) NoteDepths(run, block);
     return RunHolePattern(run, block, codes.pattern);
   }
   if (codes.pocket == 12 || codes.pocket == 13) {

@@ -65,52 +65,57 @@ std::int32_t NumberAt(std::u16string_view text, std::size_t at, char16_t letter)
   return digits == 0 ? -1 : static_cast<std::int32_t>(number);
 }
 
-void IndexLabels(ControlText& text) {
+using Labels = std::vector<ControlText::Label>;
+
+bool StandsBefore(const ControlText::Label& a, const ControlText::Label& b) {
+  return a.number != b.number ? a.number < b.number : a.at < b.at;
+}
+
+// The first line of a number from a place on.
+Labels::const_iterator FirstFrom(const Labels& labels, std::int32_t number, std::size_t at) {
+  return std::lower_bound(labels.begin(), labels.end(), ControlText::Label{number, 0, at},
+                          StandsBefore);
+}
+
+void IndexLines(ControlText& text) {
   if (text.indexed) return;
   text.indexed = true;
   LineWalk walk{text.text, 0, 0};
   if (text.text.empty()) return;
   do {
-    const std::int32_t number = NumberAt(text.text, CodeOf(walk), u'N');
-    if (number >= 0) text.labels.push_back({number, walk.line, walk.at});
+    const std::size_t at = CodeOf(walk);
+    const std::int32_t label = NumberAt(text.text, at, u'N');
+    if (label >= 0) text.labels.push_back({label, walk.line, walk.at});
+    const std::int32_t program = NumberAt(text.text, at, u'O');
+    if (program < 0) continue;
+    text.programs.push_back({program, walk.line, walk.at});
+    text.starts.push_back(walk.at);
   } while (NextLine(walk));
-  std::sort(text.labels.begin(), text.labels.end(), [](const auto& a, const auto& b) {
-    return a.number != b.number ? a.number < b.number : a.at < b.at;
-  });
+  std::sort(text.labels.begin(), text.labels.end(), StandsBefore);
+  std::sort(text.programs.begin(), text.programs.end(), StandsBefore);
 }
 
-// A label from the place on, then from the top, as the control searches. False: there is none.
+// A line number in the program that runs: from the place on, then from its top, as the control
+// searches. False: there is none.
 bool FindLabel(ControlRun& run, double number, ControlPlace& found) {
   ControlText& text = TextOf(run);
-  IndexLabels(text);
+  IndexLines(text);
   if (!(number >= 0 && number < 1e9)) return false;
   const auto wanted = static_cast<std::int32_t>(std::lround(number));
-  const auto less = [](const ControlText::Label& label, std::int32_t n) {
-    return label.number < n;
+  // The run stands behind its line, which may be the last one of its program.
+  const std::size_t here = run.place.at > 0 ? run.place.at - 1 : 0;
+  const auto next = std::upper_bound(text.starts.begin(), text.starts.end(), here);
+  const std::size_t top = next == text.starts.begin() ? 0 : *(next - 1);
+  const std::size_t end = next == text.starts.end() ? text.text.size() : *next;
+  const auto stands = [&](Labels::const_iterator label) {
+    return label != text.labels.end() && label->number == wanted && label->at < end;
   };
-  const auto first = std::lower_bound(text.labels.begin(), text.labels.end(), wanted, less);
-  if (first == text.labels.end() || first->number != wanted) return false;
-  auto best = first;
-  int same = 0;
-  bool ahead = false;
-  for (auto label = first; label != text.labels.end() && label->number == wanted; ++label) {
-    ++same;
-    if (!ahead && label->at >= run.place.at) {
-      best = label;
-      ahead = true;
-    }
-    if (same > 1) break;
-  }
-  if (same > 1) {
-    Report(run, Finding::LabelDoubled, number);
-    if (!ahead) {
-      const auto next = std::find_if(first, text.labels.end(), [&run, wanted](const auto& label) {
-        return label.number != wanted || label.at >= run.place.at;
-      });
-      if (next != text.labels.end() && next->number == wanted) best = next;
-    }
-  }
-  found = {run.place.text, best->at, best->line};
+  const auto first = FirstFrom(text.labels, wanted, top);
+  if (!stands(first)) return false;
+  if (stands(first + 1)) Report(run, Finding::LabelDoubled, number);
+  const auto ahead = FirstFrom(text.labels, wanted, run.place.at);
+  const auto& best = stands(ahead) ? *ahead : *first;
+  found = {run.place.text, best.at, best.line};
   return true;
 }
 
@@ -165,34 +170,44 @@ bool Enter(ControlRun& run, CallKind kind, const ControlPlace& start, double tim
   return true;
 }
 
-// The line with O and the number, from the text's start; the place behind it.
-bool FindInText(const ControlRun& run, int text, std::int32_t number, ControlPlace& found) {
-  const std::u16string_view code = run.texts[static_cast<std::size_t>(text)].text;
-  if (code.empty()) return false;
-  LineWalk walk{code, 0, 0};
-  do {
-    const std::size_t at = CodeOf(walk);
-    if (NumberAt(code, at, u'O') != number) continue;
-    found = {text, walk.at, walk.line};
-    return true;
-  } while (NextLine(walk));
-  return false;
+// Once for a line, however often its number is called.
+void NameDoubled(Findings& findings, const ControlText::Label& second) {
+  const FoundLine* const begin = findings.found;
+  const bool told = std::any_of(begin, begin + findings.count, [&second](const FoundLine& found) {
+    return found.kind == Finding::NumberDoubled && found.line == second.line;
+  });
+  if (!told) AddFinding(findings, Finding::NumberDoubled, second.line, second.number);
+}
+
+// The line with O and the number in the program's own text.
+bool FindInText(ControlRun& run, std::int32_t number, ControlPlace& found) {
+  ControlText& text = run.texts[0];
+  IndexLines(text);
+  const auto first = FirstFrom(text.programs, number, 0);
+  if (first == text.programs.end() || first->number != number) return false;
+  found = {0, first->at, first->line};
+  const auto second = first + 1;
+  if (second != text.programs.end() && second->number == number) {
+    NameDoubled(run.track->findings, *second);
+  }
+  return true;
 }
 
 bool FindProgram(ControlRun& run, double wanted, ControlPlace& found) {
   if (!(wanted >= 0 && wanted < 1e6)) return false;
   const auto number = static_cast<std::int32_t>(wanted);
-  for (std::size_t i = 0; i < run.programs.size(); ++i) {
-    if (run.programs[i].number != number) continue;
-    found = run.programs[i].place;
-    return run.programs[i].found;
+  if (FindInText(run, number, found)) return true;
+  for (const ControlProgram& program : run.programs) {
+    if (program.number != number) continue;
+    found = program.place;
+    return program.found;
   }
-  bool stands = FindInText(run, 0, number, found);
+  if (!run.findProgram || run.programs.size() == kMaxProgramsSought) return false;
   std::u16string_view text;
-  if (!stands && run.findProgram && run.findProgram(number, text)) {
-    run.texts.push_back({text, number, {}, false});
+  const bool stands = run.findProgram(number, text) != 0;
+  if (stands) {
+    run.texts.push_back({text, number, {}, {}, {}, false});
     found = {static_cast<int>(run.texts.size()) - 1, 0, 0};
-    stands = true;
   }
   run.programs.push_back({number, stands, found});
   return stands;
@@ -260,6 +275,7 @@ bool FindEnd(ControlRun& run, int number, ControlPlace& found) {
   if (walk.at >= walk.text.size()) return false;
   do {
     std::size_t at = CodeOf(walk);
+    if (NumberAt(walk.text, at, u'O') >= 0) return false;  // another program
     const std::int32_t label = NumberAt(walk.text, at, u'N');
     if (label >= 0) {
       ++at;

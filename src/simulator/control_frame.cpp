@@ -69,6 +69,7 @@ void SettleFrame(ControlRun& run) {
   ControlFrame& frame = run.frame;
   const double* work = run.table.work[run.modes.workRow];
   const bool set = WorkOffsetIsSet(run, run.modes.workRow);
+  run.offsetMissing = !set && AnyWorkOffsetIsSet(run);
   for (int axis = 0; axis < 3; ++axis) {
     // A further offset that is not set is drawn where the first one is.
     const double offset = set ? work[axis] * run.perInch - run.zero.of[axis] : 0;
@@ -87,6 +88,13 @@ void PlaceZero(ControlRun& run, int workRow) {
     run.shown.of[axis] = -run.zero.of[axis];
   }
   SettleFrame(run);
+}
+
+bool AnyWorkOffsetIsSet(const ControlRun& run) {
+  for (int row = kFirstWorkRow; row < kWorkRows; ++row) {
+    if (WorkOffsetIsSet(run, row)) return true;
+  }
+  return false;
 }
 
 bool WorkOffsetIsSet(const ControlRun& run, int workRow) {

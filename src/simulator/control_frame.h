@@ -28,5 +28,6 @@ void SettleFrame(ControlRun& run);
 // has a length.
 void PlaceZero(ControlRun& run, int workRow);
 bool WorkOffsetIsSet(const ControlRun& run, int workRow);
+bool AnyWorkOffsetIsSet(const ControlRun& run);
 
 }  // namespace morva

@@ -60,7 +60,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   run->unit = run->perInch * (options.metric ? kInchPerMm : 1);
   run->modes.metric = options.metric;
   run->findProgram = options.findProgram;
-  run->texts.push_back({text, -1, {}, false});
+  run->texts.push_back({text, -1, {}, {}, {}, false});
   ClearVariables(run->variables);
   PlaceZero(*run, run->modes.workRow);
   RunAll(*run);

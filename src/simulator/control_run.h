@@ -60,13 +60,16 @@ enum class CallKind : unsigned char { Main, Label, Program, Macro };
 struct ControlText {
   std::u16string_view text;
   std::int32_t number = -1;  // of its O word
-  // Places of N words in the order of the text, made at the first jump within it.
   struct Label {
     std::int32_t number;
     std::int32_t line;
     std::size_t at;
   };
+  // Lines with N and with O at their start, by number, those of one number by place. Made at the
+  // first jump or call.
   std::vector<Label> labels;
+  std::vector<Label> programs;
+  std::vector<std::size_t> starts;  // of the programs, by place
   bool indexed = false;
 };
 
@@ -168,13 +171,14 @@ struct ControlRun {
   ControlFrame frame;
   ControlCompensation compensation;
   ControlCorner corner;
-  Vec3 zero;    // machine place of the drawn zero, display units
-  Vec3 homeBy;  // the point that the last G28 went by, for G29
-  Vec3 at;      // program place
-  Vec3 shown;   // the same, drawn
+  Vec3 zero;                     // machine place of the drawn zero, display units
+  Vec3 homeBy;                   // the point that the last G28 went by, for G29
+  Vec3 at;                       // program place
+  Vec3 shown;                    // the same, drawn
   std::uint8_t machineAxes = 7;  // axes that stand at a place of the machine, as in MotionPoint
 
-  double feed = 0;  // display units a minute, or one over minutes in G93
+  double feed = 0;         // display units a minute, or one over minutes in G93
+  double feedPerTurn = 0;  // of the last F, for an S behind it in G95
   bool feedKnown = false;
   double speed = 0;
   bool spindle = false;
@@ -183,6 +187,7 @@ struct ControlRun {
   std::int32_t lengthNumber = 0;
   std::int32_t diameterNumber = 0;
   bool lengthSinceChange = false;
+  bool offsetMissing = false;  // the work offset in force is not set, and another one is
 
   // Bounds of what is run again.
   std::int32_t jumps = 0;

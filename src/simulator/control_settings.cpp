@@ -54,6 +54,8 @@ constexpr SwitchKey kSwitches[] = {
 constexpr const char16_t* kTravelKeys[3] = {u"TravelX", u"TravelY", u"TravelZ"};
 constexpr char16_t kShiftKey[] = u"ShiftDirection";
 constexpr char16_t kUnitKey[] = u"Unit";
+constexpr double kMostDirection = 3;
+constexpr double kLeastTravel = 1;    // inches
 constexpr double kMostLength = 1000;  // inches, of travel and offsets
 constexpr int kOffsetNumbers = 4;     // of an offset's line
 
@@ -141,6 +143,22 @@ void WriteMissing(const char16_t* section, std::u16string_view key, std::u16stri
 
 }  // namespace
 
+std::vector<ControlKey> ControlKeys() {
+  const ControlTable table;
+  std::vector<ControlKey> keys;
+  for (const NumberKey& row : kNumbers) {
+    keys.push_back({row.key, table.*row.field, row.least, row.most});
+  }
+  for (const SwitchKey& row : kSwitches) {
+    keys.push_back({row.key, static_cast<double>(table.*row.field), 0, 1});
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    keys.push_back({kTravelKeys[axis], table.travel[axis], kLeastTravel, kMostLength});
+  }
+  keys.push_back({kShiftKey, static_cast<double>(table.shiftDirection), 0, kMostDirection});
+  return keys;
+}
+
 void ReadControlSettings(ControlTable& table) {
   // Inside the pair the file is read once.
   platform::BeginProfileChange();
@@ -149,28 +167,20 @@ void ReadControlSettings(ControlTable& table) {
     table.*row.field = ProfileReadInteger(kMachineSection, row.key, table.*row.field) != 0;
   }
   for (int axis = 0; axis < 3; ++axis) {
-    ReadNumber(kTravelKeys[axis], table.travel[axis], 1, kMostLength);
+    ReadNumber(kTravelKeys[axis], table.travel[axis], kLeastTravel, kMostLength);
   }
   double direction = table.shiftDirection;
-  ReadNumber(kShiftKey, direction, 0, 3);
+  ReadNumber(kShiftKey, direction, 0, kMostDirection);
   table.shiftDirection = static_cast<int>(direction);
   ReadOffsets(table);
   (void)platform::EndProfileChange();
 }
 
 void WriteMissingControlSettings() {
-  const ControlTable table;
   platform::BeginProfileChange();
-  for (const NumberKey& row : kNumbers) {
-    WriteMissing(kMachineSection, row.key, NumberText(table.*row.field));
+  for (const ControlKey& key : ControlKeys()) {
+    WriteMissing(kMachineSection, key.key, NumberText(key.fallback));
   }
-  for (const SwitchKey& row : kSwitches) {
-    WriteMissing(kMachineSection, row.key, table.*row.field ? u"1" : u"0");
-  }
-  for (int axis = 0; axis < 3; ++axis) {
-    WriteMissing(kMachineSection, kTravelKeys[axis], NumberText(table.travel[axis]));
-  }
-  WriteMissing(kMachineSection, kShiftKey, IntegerText(table.shiftDirection));
   WriteMissing(kOffsetSection, kUnitKey, u"in");
   for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
     WriteMissing(kOffsetSection, WorkKey(i), u"0,0,0");

@@ -2,10 +2,21 @@
 // [Offsets], findings that are not told in [Check]. docs/machine-motion.md lists the keys.
 #pragma once
 
+#include <vector>
+
 #include "simulator/control_findings.h"
 #include "simulator/control_table.h"
 
 namespace morva {
+
+// A key of [Simulator] that says what the control is like; a switch is 0 or 1.
+struct ControlKey {
+  const char16_t* key;
+  double fallback;
+  double least;
+  double most;
+};
+std::vector<ControlKey> ControlKeys();
 
 // Over the defaults in `table`. What is no number, or out of its range, is said in the log and
 // leaves the default.

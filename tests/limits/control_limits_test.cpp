@@ -64,6 +64,21 @@ TEST(ControlLimits, FollowsAsManyCallsWithinCallsAsItHoldsAndStopsAtOneMore) {
   EXPECT_EQ(RunText(Chain(kMaxCalls + 1)).path.count, 1);
 }
 
+std::int32_t asked = 0;
+std::int32_t Nowhere(std::int32_t, std::u16string_view&) {
+  ++asked;
+  return 0;
+}
+
+TEST(ControlLimits, LooksForNoFurtherProgramsBesideTheText) {
+  static_assert(kMaxProgramsSought == 200);
+  asked = 0;
+  EXPECT_EQ(Found(RunText(u"#1=1\nWHILE [#1 LE 300] DO1\nM98 P#1\n#1=#1+1\nEND1\nM30\n",
+                          {.findProgram = Nowhere})),
+            "ProgramMissing 3");
+  EXPECT_EQ(asked, kMaxProgramsSought);
+}
+
 TEST(ControlLimits, TakesThreeLoopsWithinEachOther) {
   static_assert(kMaxLoops == 3);
   EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO1\nWHILE [1 EQ 1] DO2\nWHILE [1 EQ 1] DO3\nM30\n")),

@@ -76,6 +76,16 @@ TEST(ControlCheck, NamesAPlaceThatTheMachineDoesNotReach) {
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nX200.\nM30\n")), "");
 }
 
+TEST(ControlCheck, NamesACutInAnOffsetThatIsNotSetWhileAnotherIs) {
+  ControlTable table;
+  table.work[kFirstWorkRow][0] = -20;
+  const ReadMotionOptions options{.table = &table};
+  const std::u16string text = u"G54 G0 X0. Y0. Z0.\nG1 X1. F9.\nG55 X0.\nX1.\nG53 Z0.\nM30\n";
+  EXPECT_EQ(Found(RunText(text, options)), "OffsetNotSet 3");
+  EXPECT_EQ(Found(RunText(text)), "");
+  EXPECT_EQ(Found(RunText(u"G55\nG53 G0 Z0.\nM30\n", options)), "");
+}
+
 TEST(ControlCheck, NamesCodeThatNothingReaches) {
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nM30\n\n(A)\nG1 X1.\n")), "BehindEnd 5");
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nM30\n%\nX1.\n")), "");

@@ -103,6 +103,10 @@ TEST(ControlCompensation, NamesWhatTheControlRefuses) {
       "CompCorner 4");
 }
 
+TEST(ControlCompensation, IsOffBehindG40WithoutAMove) {
+  EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D1 G1 X1. F10.\nY1.\nG40\nG0 Z1.\nM30")), "");
+}
+
 TEST(ControlCompensation, CutsCornersByCAndRoundsThemByR) {
   const ControlTrack& chamfer = RunText(u"G0 X0. Y0. Z0.\nG1 X2. ,C.5 F10.\nY2.\nX0.\nM30");
   ExpectPoints(chamfer, {{0, 0, 0, true}, {1.5, 0, 0}, {2, .5, 0}, {2, 2, 0}, {0, 2, 0}});

@@ -127,6 +127,11 @@ TEST(ControlCycles, NamesACycleWithoutRZOrPeck) {
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z1.\nG81 X1. Z.5 R.1 F10.\nG80\nM30")), "CycleUpward 2");
 }
 
+TEST(ControlCycles, NamesWhatACycleLacksOnThePatternsLineToo) {
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z1.\nG81 G70 Z-.5 I1. L2 F10.\nG80\nM30")),
+            "CycleNoPlane 2");
+}
+
 TEST(ControlCycles, CutsARoundPocketInRings) {
   ControlTable table;
   table.tools[1].diameter = 0.5;

@@ -64,6 +64,32 @@ TEST(ControlFlow, NamesJumpsToNowhereAndOpenLoops) {
   EXPECT_EQ(Found(RunText(u"END1\nM30")), "WhileOpen 1");
 }
 
+TEST(ControlFlow, LooksForALineNumberInItsOwnProgramAlone) {
+  // N10 of O2 stands between the jump and the end of the text; the one of O1 above it counts.
+  const ControlTrack& track = RunText(
+      u"O1\nG0 X0. Y0. Z0.\n#1=0\nN10 G91 X1.\n#1=#1+1\nIF [#1 LT 2] GOTO 10\nM30\n"
+      u"O2\nN10 X9.\nM99\n");
+  ExpectPoints(track, {{0, 0, 0, true}, {1, 0, 0, true}, {2, 0, 0, true}});
+  EXPECT_EQ(Found(track), "");
+  EXPECT_EQ(Found(RunText(u"O1\nGOTO 10\nM30\nO2\nN10\nM99\n")), "LabelMissing 2");
+  EXPECT_EQ(Found(RunText(u"O1\nWHILE [1 EQ 0] DO1\nM30\nO2\nEND1\nM99\n")), "WhileOpen 2");
+}
+
+TEST(ControlFlow, TakesTheNextOfALineNumberThatStandsTwice) {
+  const std::u16string_view text =
+      u"N10 X1.\nG0 X0. Y0. Z0.\nGOTO 10\nX8.\nN10 X2.\nM30\nN10 X3.\nM30\n";
+  const ControlTrack& track = RunText(text);
+  ExpectEnd(track, 2, 0, 0);
+  EXPECT_EQ(Found(track), "LabelDoubled 3");
+}
+
+TEST(ControlFlow, NamesACalledNumberThatStandsTwiceAndTakesTheFirst) {
+  const ControlTrack& track =
+      RunText(u"O1\nG0 X0. Y0. Z0.\nM98 P2 L3\nM98 P2\nM30\nO2\nX1.\nM99\nO2\nX2.\nM99\n");
+  ExpectEnd(track, 1, 0, 0);
+  EXPECT_EQ(Found(track), "NumberDoubled 9");
+}
+
 TEST(ControlFlow, EndsTheMainProgramAtM99) {
   const ControlTrack& track = RunText(u"G0 X0. Y0. Z0.\nX1.\nM99\n");
   EXPECT_EQ(track.path.count, 2);

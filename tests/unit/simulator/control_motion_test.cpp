@@ -162,6 +162,21 @@ TEST(ControlMotion, TakesInverseTimeInG93) {
   EXPECT_NEAR(track.seconds[1] - track.seconds[0], 10, 1e-9);
 }
 
+TEST(ControlMotion, CountsTheFeedOfATurnWithTheSpeedInForce) {
+  // 0.01 in a turn: 10 in/min at 1,000 turns, 5 in/min at 500.
+  const ControlTrack& track = RunText(u"G0 X0. Y0. Z0.\nS1000\nG95 G1 X10. F.01\nS500\nX20.\nM30");
+  EXPECT_NEAR(track.seconds[1] - track.seconds[0], 60, 1e-9);
+  EXPECT_NEAR(track.seconds[2] - track.seconds[1], 120, 1e-9);
+}
+
+TEST(ControlMotion, WritesTheTablesThatG10Names) {
+  const ControlTrack& track = RunText(
+      u"G10 L10 P1 R1.\nG10 L11 P1 R2.\nG10 L12 P1 R3.\nG10 L13 P1 R4.\nG10 L3 P1 R9.\n"
+      u"G10 L20 P2 X5.\nG0 X#2001 Y#2201 Z[#2401+10.*#2601+100.*#7021]\nM30");
+  ExpectEnd(track, 1, 2, 3 + 40 + 500);
+  EXPECT_EQ(Found(track), "BadVariable 5");
+}
+
 TEST(ControlMotion, SplitsTheTimeByTools) {
   ControlTable table;
   table.toolChangeSeconds = 6;
