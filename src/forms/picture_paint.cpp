@@ -42,7 +42,7 @@ constexpr double kLongestDashed = 1e10;  // pixels; beyond it numbers are too co
 constexpr std::size_t kSmoothLines = 4096;
 constexpr double kSmoothLength = 60000;  // pixels, all lines together
 constexpr double kUpright = 0.01;        // pixels off an axis at which a line counts as along it
-constexpr float kHalf = 0.5f;
+constexpr double kHalf = 0.5;   // pixels from the middle of one, as of lines, to its corner
 constexpr int kNoticeEdge = 8;  // pixels
 constexpr const char16_t* kFullNotice = u"Picture full. Not everything is shown.";
 constexpr const char16_t* kUnsoundNotice = u"A value is out of range. Not everything is shown.";
@@ -168,10 +168,6 @@ void PaintBatches(Canvas& canvas, Batches& batches) {
     pen.colour = kStyles[i].colour;
     pen.width = kStyles[i].width;
     pen.smooth = smooth;
-    // Plain lines have whole coordinates in the middles of pixels, smooth ones at their edges.
-    for (Segment& s : batch) {
-      if (smooth) s = {s.x0 + kHalf, s.y0 + kHalf, s.x1 + kHalf, s.y1 + kHalf};
-    }
     platform::PaintSegments(canvas, batch.data(), static_cast<int>(batch.size()), pen);
     batch.clear();
   }
@@ -228,10 +224,9 @@ void PaintLabels(Canvas& canvas, Picture& picture, const PictureView& view, Batc
   }
   for (std::size_t i = 0; i < plates.size(); ++i) {
     const PictureLabel& label = picture.labels[i];
-    platform::FillArea(canvas, plates[i], kPictureGround);
-    platform::PaintText(canvas, plates[i], label.words, kPictureFont,
-                        StyleOf(label.spec.ink).colour,
-                        platform::kAlignCentre | platform::kAlignMiddle);
+    platform::PaintLabel(canvas, plates[i], label.words, kPictureFont,
+                         StyleOf(label.spec.ink).colour, kPictureGround,
+                         platform::kAlignCentre | platform::kAlignMiddle);
   }
 }
 

@@ -1,8 +1,9 @@
 // What a view paints with. Each platform defines Canvas; the headless one records the calls.
 //
 // Coordinates are pixels of the view or control being drawn, with fractions where a double is
-// taken. Lines are drawn centred on their coordinates. Nothing here keeps a pen or a brush:
-// colours and widths come with each call.
+// taken. Lines are drawn centred on their coordinates; whole ones are the middles of pixels for
+// plain lines and for segments, and their corners for all else that is smooth. Nothing here keeps
+// a pen or a brush: colours and widths come with each call.
 #pragma once
 
 #include <string_view>
@@ -60,6 +61,10 @@ void FillEllipse(Canvas& canvas, PointF centre, double radiusX, double radiusY, 
 void PaintSegments(Canvas& canvas, const Segment* segments, int count, const Pen& pen);
 void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
                Colour colour, unsigned align);
+// Words on a ground of their own: FillArea, then PaintText inside it. Words that come again in the
+// same look cost a fraction of both.
+void PaintLabel(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
+                Colour colour, Colour ground, unsigned align);
 int TextWidth(FontRole font, std::u16string_view text);
 int TextHeight(FontRole font);
 // Drawing is kept inside `area` until the matching PopClip; clips nest.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "app/palette.h"
@@ -31,9 +32,10 @@ constexpr double kGap = 3;        // between a point and its extension line
 constexpr double kOvershoot = 4;  // of an extension line beyond the dimension line
 constexpr double kTick = 4;       // half of the stroke that ends a dimension line
 constexpr int kPadding = 4;
-constexpr double kClear = 6;       // between what is measured and the text
-constexpr int kSmallShape = 60;    // pixels
-constexpr int kOnText = 8;         // times worse than on a small shape
+constexpr double kClear = 6;     // between what is measured and the text
+constexpr int kSmallShape = 60;  // pixels
+constexpr int kOnText = 8;       // times worse than on a small shape
+constexpr int kLabelLines = 5;
 constexpr double kFarthest = 1e6;  // pixels; what lies farther out is not drawn
 
 Rect labels[kMaxItems][kDimensionLabels];
@@ -89,23 +91,56 @@ PointF NormalOf(const Label& label) {
   return {-run.y, run.x};
 }
 
-// Extension lines and the dimension line with a stroke at each end.
-void PaintLines(platform::Canvas& canvas, const Label& label) {
+// The lines of labels of one colour. Those from pixel to pixel along an axis or a diagonal have no
+// edges to be smoothed, which costs several times as much.
+struct Lines {
+  platform::Segment segments[std::size(queue) * kLabelLines];
+  int count = 0;
+};
+Lines plain;
+Lines smooth;
+
+bool IsWhole(const PointF& p) { return p.x == std::floor(p.x) && p.y == std::floor(p.y); }
+
+void AddLine(const PointF& from, const PointF& to) {
+  const double across = std::fabs(to.x - from.x);
+  const double upright = std::fabs(to.y - from.y);
+  const bool straight = across == 0 || upright == 0 || across == upright;
+  Lines& lines = straight && IsWhole(from) && IsWhole(to) ? plain : smooth;
+  lines.segments[lines.count++] = platform::SegmentOf(from, to);
+}
+
+// Extension lines and the dimension line with a stroke at each end: kLabelLines.
+void AddLines(const Label& label) {
   const PointF run = RunOf(label);
   const PointF normal = NormalOf(label);
   const double side = label.offset < 0 ? -1 : 1;
   const PointF a = Along(label.from, normal, label.offset);
   const PointF b = Along(label.to, normal, label.offset);
-  platform::Pen pen;
-  pen.colour = label.colour;
-  pen.smooth = true;
-  PaintLine(canvas, Along(label.from, normal, side * kGap), Along(a, normal, side * kOvershoot),
-            pen);
-  PaintLine(canvas, Along(label.to, normal, side * kGap), Along(b, normal, side * kOvershoot), pen);
-  PaintLine(canvas, a, b, pen);
+  AddLine(Along(label.from, normal, side * kGap), Along(a, normal, side * kOvershoot));
+  AddLine(Along(label.to, normal, side * kGap), Along(b, normal, side * kOvershoot));
+  AddLine(a, b);
   for (const PointF& end : {a, b}) {
-    PaintLine(canvas, Along(Along(end, run, -kTick), normal, -kTick),
-              Along(Along(end, run, kTick), normal, kTick), pen);
+    AddLine(Along(Along(end, run, -kTick), normal, -kTick),
+            Along(Along(end, run, kTick), normal, kTick));
+  }
+}
+
+void PaintBatch(platform::Canvas& canvas, Lines& lines, platform::Colour colour, bool smoothEdges) {
+  platform::Pen pen;
+  pen.colour = colour;
+  pen.smooth = smoothEdges;
+  PaintSegments(canvas, lines.segments, lines.count, pen);
+  lines.count = 0;
+}
+
+// Those of one colour in one batch; labels of one colour follow each other.
+void PaintLines(platform::Canvas& canvas) {
+  for (int i = 0; i < queued; ++i) {
+    AddLines(queue[i]);
+    if (i + 1 < queued && queue[i + 1].colour == queue[i].colour) continue;
+    PaintBatch(canvas, plain, queue[i].colour, false);
+    PaintBatch(canvas, smooth, queue[i].colour, true);
   }
 }
 
@@ -178,13 +213,12 @@ void PlaceText(const Rect& client, int index) {
 void PaintQueue(platform::Canvas& canvas) {
   const Rect client = CanvasArea(canvas);
   CollectShapes();
-  for (int i = 0; i < queued; ++i) PaintLines(canvas, queue[i]);
+  PaintLines(canvas);
   for (int i = 0; i < queued; ++i) {
     PlaceText(client, i);
     const Label& label = queue[i];
-    FillArea(canvas, label.plate, kWindowBackground);
-    PaintText(canvas, label.plate, label.text, FontRole::Small, label.colour,
-              platform::kAlignCentre | platform::kAlignMiddle);
+    PaintLabel(canvas, label.plate, label.text, FontRole::Small, label.colour, kWindowBackground,
+               platform::kAlignCentre | platform::kAlignMiddle);
     if (label.kept) *label.kept = label.plate;
   }
 }

@@ -152,6 +152,12 @@ void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontR
   Keep(canvas, maker);
 }
 
+void PaintLabel(Canvas& canvas, const Rect& area, std::u16string_view text, FontRole font,
+                Colour colour, Colour ground, unsigned align) {
+  FillArea(canvas, area, ground);
+  PaintText(canvas, area, text, font, colour, align);
+}
+
 int TextWidth(FontRole font, std::u16string_view text) {
   return headless::kWidths[static_cast<int>(font)] * static_cast<int>(text.size());
 }

@@ -39,24 +39,16 @@ QPolygonF PolygonOf(const PointF* points, int count) {
 
 void PaintSegmentsByPainter(Canvas& canvas, const Segment* segments, int count, const Pen& pen) {
   Prepare(canvas, pen);
+  // The painter takes whole coordinates for the corners of pixels where edges are smooth.
+  const double shift = pen.smooth ? 0.5 : 0;
   std::vector<QLineF> lines;
   lines.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     const Segment& s = segments[i];
-    lines.emplace_back(static_cast<double>(s.x0), static_cast<double>(s.y0),
-                       static_cast<double>(s.x1), static_cast<double>(s.y1));
+    lines.emplace_back(static_cast<double>(s.x0) + shift, static_cast<double>(s.y0) + shift,
+                       static_cast<double>(s.x1) + shift, static_cast<double>(s.y1) + shift);
   }
   canvas.painter->drawLines(lines.data(), count);
-}
-
-// Device pixels inside the canvas and its clips.
-Rect DeviceClip(const Canvas& canvas) {
-  QRectF clip(0, 0, canvas.width, canvas.height);
-  if (canvas.painter->hasClipping()) {
-    const QRectF asked = canvas.painter->clipBoundingRect();
-    clip &= QRectF(asked.topLeft() * canvas.scale, asked.size() * canvas.scale);
-  }
-  return RectFrom(clip.toRect());
 }
 
 // On a screen with several device pixels to a pixel the segments grow with it; whole
@@ -72,14 +64,6 @@ const Segment* Scaled(const Canvas& canvas, const Segment* segments, int count) 
                                                 s.x1 * scale + shift, s.y1 * scale + shift};
   }
   return kept.data();
-}
-
-const QFontMetrics& MetricsOf(FontRole role) {
-  static const QFontMetrics metrics[5] = {
-      QFontMetrics(FontOf(FontRole::Body)), QFontMetrics(FontOf(FontRole::Emphasis)),
-      QFontMetrics(FontOf(FontRole::Small)), QFontMetrics(FontOf(FontRole::Title)),
-      QFontMetrics(FontOf(FontRole::Code))};
-  return metrics[static_cast<int>(role)];
 }
 
 // A font in pixels of paper.
@@ -101,6 +85,16 @@ int FlagsOf(unsigned align) {
 }
 
 }  // namespace
+
+// Device pixels inside the canvas and its clips.
+Rect DeviceClip(const Canvas& canvas) {
+  QRectF clip(0, 0, canvas.width, canvas.height);
+  if (canvas.painter->hasClipping()) {
+    const QRectF asked = canvas.painter->clipBoundingRect();
+    clip &= QRectF(asked.topLeft() * canvas.scale, asked.size() * canvas.scale);
+  }
+  return RectFrom(clip.toRect());
+}
 
 Rect CanvasArea(const Canvas& canvas) { return canvas.area; }
 
@@ -196,12 +190,6 @@ void PaintText(Canvas& canvas, const Rect& area, std::u16string_view text, FontR
   canvas.painter->setPen(ColourOf(colour));
   canvas.painter->drawText(RectOf(area), FlagsOf(align), words);
 }
-
-int TextWidth(FontRole font, std::u16string_view text) {
-  return MetricsOf(font).horizontalAdvance(Text(text));
-}
-
-int TextHeight(FontRole font) { return MetricsOf(font).height(); }
 
 void PushClip(Canvas& canvas, const Rect& area) {
   canvas.painter->save();

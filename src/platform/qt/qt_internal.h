@@ -108,6 +108,11 @@ struct Canvas {
   double textScale = 1;  // of fonts, on paper
 };
 
+// Device pixels inside the canvas and its clips.
+Rect DeviceClip(const Canvas& canvas);
+inline constexpr int kFontRoles = 5;
+const QFontMetrics& MetricsOf(FontRole role);
+
 // While one lives, what the program sets is not told as the user's doing.
 struct Quiet {
   Quiet() { ++depth; }

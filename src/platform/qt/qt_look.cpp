@@ -31,7 +31,6 @@ constexpr Colour kKeyBottom = 0x02111C;
 constexpr Colour kKeyOnTop = 0x042D43;
 constexpr Colour kKeyOnBottom = 0x033A54;
 constexpr Colour kFaint = 0x5C7389;  // what cannot be used
-constexpr int kFontRoles = 5;
 QFont fonts[kFontRoles];
 
 // A frame of one pixel just inside the place.

@@ -464,12 +464,14 @@ TEST_F(Dimensions, LabelsStandBesideWhatTheyMeasure) {
 // are cut off to.
 bool LinePainted(double x0, double y0, double x1, double y1) {
   for (const headless::DrawCall& call : headless::PaintOf(kViewCadCanvas)) {
-    if (call.name != "PaintLine") continue;
-    const auto& n = call.numbers;
-    const auto runs = [&n](double ax, double ay, double bx, double by) {
-      return std::hypot(n[0] - ax, n[1] - ay) < 1.5 && std::hypot(n[2] - bx, n[3] - by) < 1.5;
-    };
-    if (runs(x0, y0, x1, y1) || runs(x1, y1, x0, y0)) return true;
+    if (call.name != "PaintSegments") continue;
+    for (std::size_t i = 0; i + 6 < call.numbers.size(); i += 4) {  // behind them stands the pen
+      const double* n = &call.numbers[i];
+      const auto runs = [n](double ax, double ay, double bx, double by) {
+        return std::hypot(n[0] - ax, n[1] - ay) < 1.5 && std::hypot(n[2] - bx, n[3] - by) < 1.5;
+      };
+      if (runs(x0, y0, x1, y1) || runs(x1, y1, x0, y0)) return true;
+    }
   }
   return false;
 }

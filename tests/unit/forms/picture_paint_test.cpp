@@ -57,13 +57,12 @@ class PicturePaint : public support::Stage {
     for (const headless::DrawCall& call : calls) names.push_back(call.name);
     return names;
   }
-  // The four coordinates of each segment of a call, less the half pixel of smooth lines.
+  // The four coordinates of each segment of a call.
   static std::vector<std::vector<double>> Segments(const headless::DrawCall& call) {
     std::vector<std::vector<double>> segments;
-    const double shift = call.numbers.back() != 0 ? 0.5 : 0;
     for (std::size_t i = 0; i + 6 < call.numbers.size(); i += 4) {
-      segments.push_back({call.numbers[i] - shift, call.numbers[i + 1] - shift,
-                          call.numbers[i + 2] - shift, call.numbers[i + 3] - shift});
+      segments.push_back(
+          {call.numbers[i], call.numbers[i + 1], call.numbers[i + 2], call.numbers[i + 3]});
     }
     return segments;
   }
@@ -226,9 +225,9 @@ TEST_F(PicturePaint, SmoothsFewLinesAndLeavesManyPlain) {
   AddLine(picture, {0, 0}, {50, 20}, Ink::Outline);
   Calls batch = Only(Paint(picture, Plain()), "PaintSegments");
   EXPECT_EQ(batch[0].numbers.back(), 1);
-  // The level line lies at 189.7. Row 190 is the nearest, and its middle at 190.5 where smooth.
-  EXPECT_FLOAT_EQ(static_cast<float>(batch[0].numbers[1]), 190.5f);
-  EXPECT_EQ(batch[0].numbers[5], 200.5);
+  // The level line lies at 189.7. Row 190 is the nearest.
+  EXPECT_FLOAT_EQ(static_cast<float>(batch[0].numbers[1]), 190);
+  EXPECT_EQ(batch[0].numbers[5], 200);
   for (int i = 0; i < 5000; ++i) AddLine(picture, {0, 0}, {1, 1}, Ink::Feature);
   batch = Only(Paint(picture, Plain()), "PaintSegments");
   EXPECT_EQ(batch[0].numbers.back(), 0);
