@@ -76,6 +76,8 @@ struct Hooks {
                       std::uint32_t colour, platform::Canvas& canvas) = nullptr;
   void (*drawIcon)(platform::Canvas& canvas, int icon, int centreX, int centreY, int size,
                    std::uint32_t colour) = nullptr;
+  // codetools: 20 or 21, the last unit that a text names outside comments; 0 for none.
+  std::int32_t (*lastUnitsCode)(std::u16string_view text) = nullptr;
   // codetools: leaves the compare review where it is showing.
   void (*leaveCompare)() = nullptr;
   // codetools: closes the import panel where it is open, with words; its program goes off the

@@ -124,6 +124,7 @@ void RegisterCodeToolCommands() {
   RegisterTimer(kTimerText, FollowEdit);
   lastHovered.clear();
   ResetValidator();
+  hooks.lastUnitsCode = LastUnitsCode;
   hooks.programLeft = MarkReport;
   ListenToEditor<kIdEditor>();
   ListenToEditor<kIdWordsEditor>();

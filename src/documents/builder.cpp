@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -17,6 +18,7 @@
 #include "documents/tab_table.h"
 #include "forms/form_words.h"
 #include "platform/control.h"
+#include "platform/editor.h"
 #include "platform/window.h"
 #include "text/codetext.h"
 
@@ -211,6 +213,26 @@ void JoinBuilder(const Builder& builder, const BuilderCalls& calls) {
   if (builder.draw) JoinViews(builder, calls);
 }
 
+// What the log says: of a block that was updated not that it was inserted.
+std::u16string LoggedWords(const Builder& builder, bool updated) {
+  constexpr std::u16string_view kInserted = u" inserted";
+  std::u16string words = builder.logged;
+  const std::size_t at = words.find(kInserted);
+  if (updated && at != words.npos) words.replace(at, kInserted.size(), u" updated");
+  return words;
+}
+
+// The block leaves its unit on, and the program's own code follows it there.
+void TellOtherUnit(std::int32_t before, std::u16string_view block) {
+  const std::int32_t after = Call(hooks.lastUnitsCode, block);
+  if (before == 0 || after == 0 || before == after) return;
+  AppendOutput(after == 21
+                   ? u"The program was in inches. Code behind this block that names no unit "
+                     u"runs in millimeters."
+                   : u"The program was in millimeters. Code behind this block that names no "
+                     u"unit runs in inches.");
+}
+
 bool InsertFromBuilder(const Builder& builder) {
   const FormValues values = ReadForCode(builder, builder.reading);
   if (builder.instead && builder.instead(values)) return false;
@@ -225,15 +247,17 @@ bool InsertFromBuilder(const Builder& builder) {
   const std::uint64_t source = ActiveSerial();
   const bool linked =
       builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
+  const std::int32_t unitBefore = Call(hooks.lastUnitsCode, platform::EditorText(kIdEditor));
   if (!PutIntoProgram(builder, out.text)) {
     if (!linkedBefore) DropEditLink();
     return false;
   }
-  ProgramChanged({.autosave = true,
-                  .refreshMs = builder.refreshMs,
-                  .rebuildPath = true,
-                  .logged = builder.logged});
-  if (builder.inserted) builder.inserted(values, linked && ActiveSerial() == source);
+  const bool updated = linked && ActiveSerial() == source;
+  const std::u16string logged = LoggedWords(builder, updated);
+  ProgramChanged(
+      {.autosave = true, .refreshMs = builder.refreshMs, .rebuildPath = true, .logged = logged});
+  if (builder.inserted) builder.inserted(values, updated);
+  if (ActiveSerial() == source) TellOtherUnit(unitBefore, out.text);
   if (builder.wholeNumbers) TellReplaced(builder, values);
   return true;
 }

@@ -270,7 +270,12 @@ void SaveProgramAsMacro() {
 }
 
 void InsertCustomMacro() {
-  const int index = MacroToWorkOn();
+  int index = MacroToWorkOn();
+  if (index < 0) return;
+  // Another window may have stored other code of it since.
+  const std::u16string name = macroLibrary.macros[index].name;
+  index = FollowMacro(index);
+  if (index < 0) index = FindMacro(name);
   if (index < 0) return;
   bool lacksCode = false;
   const bool lacksEnd = !macroLibrary.macros[index].longLine.empty();

@@ -16,6 +16,7 @@
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/message.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -95,6 +96,14 @@ bool CheckGridForm(const FormValues& form, Refusal& refusal) {
 
 bool StoreItem(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
 
+// A number of items that cannot be had is held to one that can.
+void TellQuantity(const FormValues& form, bool) {
+  const double typed = form.numbers[kCircularQuantity];
+  const int counts = CircularQuantity(Circular(form));
+  if (typed == counts) return;
+  AppendOutput(u"Quantity " + FixedText(typed, 0) + u" counts as " + IntegerText(counts) + u".");
+}
+
 // The fields of the sketch's directions stand beside those of the code.
 void TellDirections(const FormValues&, bool) {
   if (tools.patternAlone ||
@@ -142,6 +151,7 @@ constexpr Builder kCircularBuilder{
     .modeOf = [](const FormValues&) { return int{kModeCircular}; },
     .room = [](const FormValues& form) { return CircularRoom(Circular(form)); },
     .storeItems = StoreItem,
+    .inserted = TellQuantity,
 };
 
 constexpr Builder kGridBuilder{

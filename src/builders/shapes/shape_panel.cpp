@@ -242,11 +242,15 @@ void Draw(const FormValues& form, Picture& picture) {
 
 bool StoreItems(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
 
-void TellInserted(const FormValues& form, bool) {
-  AppendOutput(SavedAt(form.choices[0])
-                   ? u"Saved Custom Shape inserted from the reusable shape library."
-                   : u"Shape inserted. Verify tool, offset, workholding, and clearances before "
-                     u"running.");
+void TellInserted(const FormValues& form, bool updated) {
+  if (SavedAt(form.choices[0])) {
+    AppendOutput(updated ? u"Saved Custom Shape updated from the reusable shape library."
+                         : u"Saved Custom Shape inserted from the reusable shape library.");
+    return;
+  }
+  constexpr char16_t kVerify[] =
+      u" Verify tool, offset, workholding, and clearances before running.";
+  AppendOutput((updated ? u"Shape updated." : u"Shape inserted.") + std::u16string(kVerify));
 }
 
 // Each mode has its own shapes: the slot builder the slot, the other one all else.

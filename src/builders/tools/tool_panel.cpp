@@ -165,7 +165,12 @@ void DeleteSelectedTool() {
 }
 
 void InsertToolBlock() {
-  const int index = SelectedTool();
+  int index = SelectedTool();
+  if (index < 0) return TellNoTool();
+  // Another window may have stored another offset of it since.
+  const std::int32_t number = toolLibrary.tools[index].number;
+  FollowTools(index);
+  if (index < 0) index = FindTool(number);
   if (index < 0) return TellNoTool();
   CodeWriter out;
   out.most = kToolBlockUnits - 1;

@@ -236,6 +236,19 @@ TEST_F(MacroPanel, KeepsTheMacrosThatAnotherProgramWrote) {
   EXPECT_EQ(macroLibrary.count, 1);
 }
 
+TEST_F(MacroPanel, InsertsTheCodeThatAnotherWindowStored) {
+  SetProgram(u"G0 X7");
+  SaveAs(u"seven");
+  headless::SelectRows(kIdMacroList, {0});
+  headless::Advance(100);
+  SetProgram(u"");
+  WriteFile("bin/MORVA.ini",
+            "[CustomMacros]\r\nCount=2\r\n[CustomMacro0]\r\nName=eight\r\nCode=M8\r\n"
+            "[CustomMacro1]\r\nName=seven\r\nCode=M7\r\n");
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), u"M7\r\n");
+}
+
 // Another window has deleted the selected macro, and every row has moved.
 TEST_F(MacroPanel, SelectsNoOtherMacroWhenTheLibraryIsReadAgain) {
   SetProgram(u"M30");

@@ -195,8 +195,10 @@ TEST_F(PatternBuilders, CutACountOfACircleToWhatThereMayBe) {
   Type(kIdCadCircQuantity, u"0");
   Insert(kIdCircularInsert);
   EXPECT_EQ(Count(u"(PATTERN "), 1);
+  EXPECT_TRUE(OutputHas(u"Quantity 0 counts as 1."));
   Type(kIdCadCircQuantity, u"500");
   Insert(kIdCircularInsert);
+  EXPECT_TRUE(OutputHas(u"Quantity 500 counts as 120."));
   EXPECT_EQ(Count(u"(PATTERN "), 121);
   EXPECT_TRUE(Holds(u"(PATTERN 120  ANGLE 357.0)"));
 }
@@ -380,8 +382,11 @@ TEST_F(PatternBuilders, OpenTheirBlocksAndUpdateThemInPlace) {
   EXPECT_EQ(platform::TextOf(kIdCadCreatePattern), u"UPDATE PATTERN FEATURE");
   EXPECT_FALSE(platform::IsEnabled(kIdCadPatternSource));
   // Both keys update.
+  EXPECT_TRUE(OutputHas(u"Circular Pattern inserted with item"));
+  EXPECT_FALSE(OutputHas(u"counts as"));
   Type(kIdCadCircQuantity, u"2");
   Insert(kIdCadCreatePattern);
+  EXPECT_TRUE(OutputHas(u"Circular Pattern updated with item"));
   EXPECT_EQ(Count(u"(PATTERN "), 2);
   EXPECT_EQ(Count(u"(CIRCULAR PATTERN)"), 1);
   EXPECT_EQ(sketch.objectCount, 0);

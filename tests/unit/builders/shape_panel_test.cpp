@@ -404,6 +404,25 @@ TEST_F(ShapeBlock, IsUpdatedInPlaceAsAnotherShapeToo) {
   EXPECT_NE(Text().find(u"(SHAPE: CIRCLE)"), Text().npos);
   EXPECT_EQ(features.rows[features.count - 1].settings.a, kShapeCircle);
   EXPECT_EQ(platform::TextOf(kIdShapeInsert), u"INSERT SHAPE G-CODE");
+  EXPECT_TRUE(OutputHas(u"Shape inserted. Verify tool"));  // before it was edited
+  EXPECT_TRUE(OutputHas(u"Shape updated. Verify tool"));
+}
+
+TEST_F(ShapeBlock, TellsWhereItLeavesTheOtherUnitOn) {
+  platform::SetEditorText(kIdEditor, u"O1\r\nG20 G90\r\nG1 X1.\r\n");
+  Choose(kShapeSquare);
+  Insert();
+  EXPECT_FALSE(OutputHas(u"names no unit"));
+  SetUnits(true);
+  Insert();
+  EXPECT_TRUE(
+      OutputHas(u"The program was in inches. Code behind this block that names no unit runs in "
+                u"millimeters."));
+  SetUnits(false);
+  Insert();
+  EXPECT_TRUE(OutputHas(
+      u"The program was in millimeters. Code behind this block that names no unit runs in "
+      u"inches."));
 }
 
 TEST_F(ShapeBlock, IsNotUpdatedAfterAHandEdit) {

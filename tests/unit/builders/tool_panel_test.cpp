@@ -184,6 +184,21 @@ TEST_F(ToolPanel, FollowsItsToolToAnotherPlaceInTheFile) {
   EXPECT_EQ(std::u16string(toolLibrary.tools[0].notes), u"");
 }
 
+TEST_F(ToolPanel, InsertsTheOffsetThatAnotherWindowStored) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini",
+            "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nNumber=1\r\nName=ONE\r\n"
+            "HOffset=31\r\nDOffset=1\r\n");
+  headless::Click(kIdToolInsert);
+  EXPECT_NE(std::u16string(platform::EditorText(kIdEditor)).find(u"H31"), std::u16string::npos);
+  // Without the tool nothing is inserted in its place.
+  const std::u16string before(platform::EditorText(kIdEditor));
+  WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nNumber=9\r\nName=NINE\r\n");
+  headless::Click(kIdToolInsert);
+  EXPECT_EQ(platform::EditorText(kIdEditor), before);
+}
+
 TEST_F(ToolPanel, KeepsBothWhereTheSameToolWasChangedTwice) {
   Add(u"1", u"ONE");
   headless::Advance(100);
