@@ -59,12 +59,13 @@ enum class PlaceSource : unsigned char {
 };
 
 // The next press in the toolpath view picks a place; Esc and leaving the preview give it up. The
-// arrow keys and Enter do the same without a mouse. The view shows what waits.
+// arrow keys and Enter do the same without a mouse. The view shows what waits. The pick goes on
+// where unit, stock or plane change meanwhile; the cross of the keys begins anew then.
 struct PlacePick {
   PlaceSource from = PlaceSource::Geometry;
-  double planeZ = 0;            // for PlaceSource::Plane
-  const char16_t* words = u"";  // static; for the status line when the pick begins, and again when
-                                // a press hits nothing
+  double (*planeZ)() = nullptr;  // for PlaceSource::Plane, asked anew at every use
+  const char16_t* words = u"";   // static; for the status line when the pick begins, and again when
+                                 // a press hits nothing
   // Called once for each pick that began, behind all that the view does. It may begin another one.
   void (*done)(const PickedPlace& place) = nullptr;
 };

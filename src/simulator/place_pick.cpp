@@ -31,6 +31,8 @@ bool waits = false;
 PlacePick pick;
 PickedPlace cross;
 
+double PlaneZ() { return pick.planeZ ? pick.planeZ() : 0; }
+
 Rect Client() { return platform::ClientArea(kViewToolpath); }
 
 // Calls `take` for the corners of a stock and the middle of its top, the upper ones first.
@@ -51,16 +53,24 @@ void ForStock(const StockEnvelope& stock, const Take& take) {
   }
 }
 
-// Calls `take` for every place that a pick of geometry can snap to: what is drawn of it.
+// Which of several snaps at one place of the screen is meant, the last one first. A stock's corner
+// is where it is measured, while a move's end may lie at the depth of a cut or in the air; and the
+// corner of the part tells more than that of the own stock, which lies on it.
+enum class SnapRank { End, OwnStock, PartsStock };
+
+// Calls `take` for every place that a pick of geometry can snap to, with its rank: what is drawn of
+// it.
 template <typename Take>
 void ForSnaps(const Take& take) {
-  ForStock(ShownPath().stock, take);
+  ForStock(ShownPath().stock, [&](const PickedPlace& at) { take(at, SnapRank::OwnStock); });
   if (!switches.showDrawingPaths) return;
-  ForStock(ContextOfPreview().stock, take);
+  ForStock(ContextOfPreview().stock,
+           [&](const PickedPlace& at) { take(at, SnapRank::PartsStock); });
   const MotionPath& context = ShownPath().context;
   for (std::int32_t i = 0; i < context.count; ++i) {
     const MotionPoint& point = context.points[i];
-    if (IsEndpoint(context, i)) take(PickedPlace{true, point.x, point.y, point.z});
+    if (!IsEndpoint(context, i)) continue;
+    take(PickedPlace{true, point.x, point.y, point.z}, SnapRank::End);
   }
 }
 
@@ -68,21 +78,33 @@ double SquareBetween(PointF a, PointF b) {
   return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
 }
 
-// The snap nearest to a place of the screen, of several there the highest.
+// The nearest of the snaps that were offered; of several at one place of the screen the one of the
+// highest rank, of those the highest.
+struct NearestSnap {
+  PickedPlace place;
+  SnapRank rank = SnapRank::End;
+  PointF on = {};     // the screen
+  double square = 0;  // how far it is, squared pixels
+
+  void Offer(const PickedPlace& snap, SnapRank of, PointF at, double far) {
+    constexpr double kSamePlace = 0.25;  // squared pixels
+    const bool same = place.picked && SquareBetween(at, on) < kSamePlace;
+    const bool before = of != rank ? of > rank : snap.z > place.z;
+    if (same ? !before : place.picked && far >= square) return;
+    *this = {snap, of, at, far};
+  }
+};
+
+// The snap at a place of the screen, as near as `reach` in squared pixels.
 PickedPlace SnapAt(PointF at, double reach) {
-  constexpr double kSamePlace = 0.25;  // squared pixels
   const Projection& p = ProjectionFor(Client());
-  PickedPlace found;
-  double nearest = reach;
-  ForSnaps([&](const PickedPlace& snap) {
-    const double square = SquareBetween(Project(p, snap.x, snap.y, snap.z), at);
-    const bool nearer = square < nearest - kSamePlace;
-    const bool above = found.picked && square < nearest + kSamePlace && snap.z > found.z;
-    if (!nearer && !above && (found.picked || square >= reach)) return;
-    nearest = std::fmin(nearest, square);
-    found = snap;
+  NearestSnap found;
+  ForSnaps([&](const PickedPlace& snap, SnapRank rank) {
+    const PointF on = Project(p, snap.x, snap.y, snap.z);
+    const double square = SquareBetween(on, at);
+    if (square < reach) found.Offer(snap, rank, on, square);
   });
-  return found;
+  return found.place;
 }
 
 // The place of the plane below a place of the screen; not picked where the plane is seen from its
@@ -92,11 +114,11 @@ PickedPlace PlaneAt(PointF at) {
   const Projection& p = ProjectionFor(Client());
   const double area = p.ux * p.vy - p.uy * p.vx;
   if (std::fabs(area) < kLeastTilt * p.scale * p.scale) return {};
-  const PointF middle = Project(p, p.centreX, p.centreY, pick.planeZ);
+  const PointF middle = Project(p, p.centreX, p.centreY, PlaneZ());
   const double u = at.x - middle.x;
   const double v = at.y - middle.y;
   return {true, p.centreX + (u * p.vy - v * p.uy) / area, p.centreY + (v * p.ux - u * p.vx) / area,
-          pick.planeZ};
+          PlaneZ()};
 }
 
 PickedPlace PlaceAt(PointF at) {
@@ -131,19 +153,14 @@ PickedPlace SnapTowards(int dx, int dy) {
   constexpr double kAway = 1;  // pixels; what is nearer stands at the same place
   const Projection& p = ProjectionFor(Client());
   const PointF from = Project(p, cross.x, cross.y, cross.z);
-  PickedPlace found;
-  double nearest = 0;
-  ForSnaps([&](const PickedPlace& snap) {
+  NearestSnap found;
+  ForSnaps([&](const PickedPlace& snap, SnapRank rank) {
     const PointF at = Project(p, snap.x, snap.y, snap.z);
     const double ahead = (at.x - from.x) * dx + (at.y - from.y) * dy;
     const double aside = std::fabs((at.x - from.x) * dy - (at.y - from.y) * dx);
-    if (ahead < kAway || aside > ahead) return;
-    const double square = SquareBetween(at, from);
-    if (found.picked && square >= nearest) return;
-    nearest = square;
-    found = snap;
+    if (ahead >= kAway && aside <= ahead) found.Offer(snap, rank, at, SquareBetween(at, from));
   });
-  return found;
+  return found.place;
 }
 
 // Where the keys begin: in the middle of the preview's own stock.
@@ -155,7 +172,7 @@ PickedPlace FirstCross() {
             stock.top};
   }
   if (pick.from == PlaceSource::Geometry) return SnapAt(MiddleOfView(), kAnywhere);
-  return {true, stock.shown ? stock.minX : b.minX, stock.shown ? stock.minY : b.minY, pick.planeZ};
+  return {true, stock.shown ? stock.minX : b.minX, stock.shown ? stock.minY : b.minY, PlaneZ()};
 }
 
 void MoveCross(int dx, int dy) {
@@ -203,6 +220,8 @@ bool DropPlacePick() {
   return true;
 }
 
+void DropPickCross() { cross = PickedPlace{}; }
+
 bool PickCross(PickedPlace& out) {
   out = cross;
   return waits && cross.picked;
@@ -226,6 +245,7 @@ void PlacePickHover(int x, int y) {
 
 bool PlacePickKey(const KeyEvent& key) {
   if (!waits || key.ctrl || key.shift || key.alt) return false;
+  if (cross.picked && pick.from == PlaceSource::Plane) cross.z = PlaneZ();
   switch (key.key) {
     case platform::kKeyEscape:
       return DropPlacePick();

@@ -22,6 +22,10 @@ bool PlacePickWaits();
 // None waits, told to nobody.
 void ResetPlacePick();
 
+// Unit, stock, plane or program are others now: the cross stands nowhere until the user moves it
+// again.
+void DropPickCross();
+
 // Where the cross stands. False: nowhere yet.
 bool PickCross(PickedPlace& cross);
 

@@ -22,6 +22,7 @@ namespace {
 // What the builder's path was read from.
 std::u16string readText;
 bool readMetric = false;
+PreviewBox shownStock;
 
 void ReadPath(std::u16string_view text, bool anew) {
   if (!anew && readMetric == UnitsMetric() && readText == text) return;
@@ -95,7 +96,9 @@ void ShowPreview(const PathPreview& preview) {
   previewState.levels = preview.levels;
   previewState.lags = preview.lags;
   ShowPathOf(PathOwner::Builder);
-  RefreshPreviewContext();
+  const bool others = RefreshPreviewContext();
+  if (others || shownStock != preview.stock || readMetric != UnitsMetric()) DropPickCross();
+  shownStock = preview.stock;
   SetStockOf(PathOwner::Builder, StockOf(preview.stock));
   ReadPath(preview.text, first);
   if (first || !UserMovedView()) FitAll();
@@ -124,7 +127,7 @@ void LeavePreview() {
 
 void FollowPreviewedProgram() {
   if (!previewState.stands) return;
-  RefreshPreviewContext();
+  if (RefreshPreviewContext()) DropPickCross();
   Refresh();
 }
 

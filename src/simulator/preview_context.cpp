@@ -145,12 +145,12 @@ void FindBounds(const MotionPath& of) {
 
 const PreviewContext& ContextOfPreview() { return context; }
 
-void RefreshPreviewContext() {
+bool RefreshPreviewContext() {
   const ContextKey now = KeyNow();
-  if (key == now) return;
+  if (key == now) return false;
   EmptyPreviewContext();
   key = now;
-  if (!platform::Exists(kIdEditor)) return;
+  if (!platform::Exists(kIdEditor)) return true;
   const std::u16string_view text = platform::EditorText(kIdEditor);
   ScanProgramText(text);
   IndexFeatureLines(text, blockLines);
@@ -161,6 +161,7 @@ void RefreshPreviewContext() {
   AddDrawings(out);
   context.stock = StockOfFeatures();
   FindBounds(out);
+  return true;
 }
 
 void EmptyPreviewContext() {

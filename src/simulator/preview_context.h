@@ -18,8 +18,8 @@ struct PreviewContext {
 };
 const PreviewContext& ContextOfPreview();
 
-// Reads the program in the editor, unless it is the one that was read last.
-void RefreshPreviewContext();
+// Reads the program in the editor, unless it is the one that was read last: false.
+bool RefreshPreviewContext();
 // Leaves nothing around the preview.
 void EmptyPreviewContext();
 

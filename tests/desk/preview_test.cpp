@@ -44,7 +44,7 @@ class PreviewAtDesk : public AtDesk {
   }
   static bool Pick(morva::PlaceSource from) {
     return morva::Call(morva::hooks.pickPlace,
-                       morva::PlacePick{from, 0.25, u"Click a place in the view.", Tell});
+                       morva::PlacePick{from, [] { return 0.25; }, u"Click a place in the view.", Tell});
   }
 };
 

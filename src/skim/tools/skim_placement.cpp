@@ -94,7 +94,7 @@ void PickSkimGeometry() {
 void PickSkimPlane() {
   if (!MayPlace()) return;
   Call(hooks.pickPlace, PlacePick{.from = PlaceSource::Plane,
-                                  .planeZ = skimPlan.zTop,
+                                  .planeZ = [] { return skimPlan.zTop; },
                                   .words = u"Click any XY position on the selected Z plane to "
                                            u"place the skim area.",
                                   .done = TakePlane});

@@ -12,6 +12,7 @@ namespace {
 
 std::vector<PickedPlace> told;
 void Tell(const PickedPlace& place) { told.push_back(place); }
+double plane = 0;  // of the picks that begin
 
 class PlacePicks : public PreviewTest {
  protected:
@@ -21,7 +22,8 @@ class PlacePicks : public PreviewTest {
     ShowPreview(Facing());
   }
   static bool Begin(PlaceSource from, double z = 0) {
-    return BeginPlacePick({from, z, u"Click somewhere.", Tell});
+    plane = z;
+    return BeginPlacePick({from, [] { return plane; }, u"Click somewhere.", Tell});
   }
   static void Click(double x, double y, double z, int dx = 0, int dy = 0) {
     const platform::PointF at = At(x, y, z);
@@ -31,9 +33,10 @@ class PlacePicks : public PreviewTest {
   static void ExpectPicked(double x, double y, double z) {
     ASSERT_EQ(told.size(), 1u);
     EXPECT_TRUE(told[0].picked);
-    EXPECT_NEAR(told[0].x, x, 1e-9);
-    EXPECT_NEAR(told[0].y, y, 1e-9);
-    EXPECT_NEAR(told[0].z, z, 1e-9);
+    constexpr double kFar = 1e-6;  // records of drawings hold single precision
+    EXPECT_NEAR(told[0].x, x, kFar);
+    EXPECT_NEAR(told[0].y, y, kFar);
+    EXPECT_NEAR(told[0].z, z, kFar);
     EXPECT_FALSE(PlacePickWaits());
   }
   static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
@@ -117,6 +120,48 @@ TEST_F(PlacePicks, InPlanTakeTheHighestOfManyEnds) {
   ExpectPicked(12, 2, -0.2);
 }
 
+// A profile is entered above the corner of its part: the move's end lies higher than the stock.
+TEST_F(PlacePicks, InPlanTakeTheStockUnderTheEndOfAMove) {
+  OpenProgram(SketchBlock(1, u"\r\nG0 X4 Y2.5 Z2\r\nG1 Z-0.5\r\nG1 X6\r\nG0 Z2\r\n"));
+  ShowPreview(Facing());
+  SetViewTop();
+  Begin(PlaceSource::Geometry);
+  Click(4, 2.5, 2);
+  ExpectPicked(4, 2.5, 0);
+  EXPECT_TRUE(told[0].ofStock);
+  EXPECT_EQ(told[0].stockTop, 0);
+}
+
+// The own stock lies higher on the corner of the part: its own corner would change nothing.
+TEST_F(PlacePicks, InPlanTakeThePartsStockUnderTheOwnOne) {
+  OpenProgram(SketchBlock(1, u"\r\nG1 X0.5\r\n"));
+  PathPreview raised = Facing();
+  raised.stock = {true, 4, 8, 2.5, 3.5, 1, 1.5};
+  ShowPreview(raised);
+  SetViewTop();
+  Begin(PlaceSource::Geometry);
+  Click(4, 2.5, 0);
+  ExpectPicked(4, 2.5, 0);
+  EXPECT_EQ(told[0].stockTop, 0);
+}
+
+TEST_F(PlacePicks, InPlanStopAtTheStockByArrowsToo) {
+  OpenProgram(SketchBlock(1, u"\r\nG0 X4 Y2.5 Z2\r\nG1 Z-0.5\r\nG1 X6\r\nG0 Z2\r\n"));
+  PathPreview left = Facing();
+  left.stock = {true, -1, 1, 2, 3, -0.5, 0};
+  ShowPreview(left);
+  SetViewTop();
+  Begin(PlaceSource::Geometry);
+  PickedPlace cross;
+  for (int i = 0; i < 4 && cross.x < 3.9; ++i) {
+    PlacePickKey({platform::kKeyRight});
+    PickCross(cross);
+  }
+  EXPECT_NEAR(cross.x, 4, 1e-6);
+  EXPECT_NEAR(cross.y, 2.5, 1e-6);
+  EXPECT_TRUE(cross.ofStock);
+}
+
 TEST_F(PlacePicks, SnapToTheStockOfTheProgram) {
   OpenProgram(SketchBlock(1, u"\r\nG1 X0.5\r\n"));
   ShowPreview(Facing());
@@ -133,6 +178,79 @@ TEST_F(PlacePicks, SnapToNothingThatIsNotDrawn) {
   EXPECT_TRUE(told.empty());
   Click(12, 2, -0.25);
   EXPECT_TRUE(told.empty());
+}
+
+// Inches are no places of a preview in millimetres: Enter must not take the cross as it stood.
+TEST_F(PlacePicks, LoseTheCrossAtAnotherUnit) {
+  Begin(PlaceSource::Geometry);
+  PlacePickKey({platform::kKeyRight});
+  PickedPlace cross;
+  ASSERT_TRUE(PickCross(cross));
+  SetUnits(true);
+  PathPreview metric = Facing();
+  metric.stock = {true, 0, 101.6, 0, 25.4, -12.7, 0};
+  ShowPreview(metric);
+  EXPECT_FALSE(PickCross(cross));
+  EXPECT_TRUE(PlacePickWaits());
+  PlacePickKey({platform::kKeyEnter});
+  EXPECT_TRUE(told.empty());
+  PlacePickKey({platform::kKeyRight});
+  PlacePickKey({platform::kKeyEnter});
+  ExpectPicked(50.8, 12.7, 0);
+  SetUnits(false);
+}
+
+TEST_F(PlacePicks, LoseTheCrossWhereTheStockMoves) {
+  Begin(PlaceSource::Geometry);
+  PlacePickKey({platform::kKeyRight});
+  PathPreview moved = Facing();
+  moved.stock.maxX = 6;
+  ShowPreview(moved);
+  PickedPlace cross;
+  EXPECT_FALSE(PickCross(cross));
+  EXPECT_TRUE(PlacePickWaits());
+}
+
+TEST_F(PlacePicks, LoseTheCrossWhereTheProgramChanges) {
+  Begin(PlaceSource::Geometry);
+  PlacePickKey({platform::kKeyRight});
+  FollowPreviewedProgram();
+  PickedPlace cross;
+  EXPECT_TRUE(PickCross(cross));  // nothing did
+  platform::SetEditorText(kIdEditor, u"G0 X20 Y2\r\nG1 Z-0.25\r\nG1 X22\r\n");
+  FollowPreviewedProgram();
+  EXPECT_FALSE(PickCross(cross));
+}
+
+TEST_F(PlacePicks, KeepTheCrossWhereOnlyThePathChanges) {
+  Begin(PlaceSource::Geometry);
+  PlacePickKey({platform::kKeyRight});
+  PickedPlace before;
+  ASSERT_TRUE(PickCross(before));
+  ShowPreview(Facing(u"G20 G90\r\nG0 Z0.5\r\nG1 Z-0.1\r\nG1 X5\r\n"));
+  PickedPlace after;
+  ASSERT_TRUE(PickCross(after));
+  EXPECT_EQ(before, after);
+}
+
+// The plane is that of the press, by the mouse and by the keys.
+TEST_F(PlacePicks, FollowThePlane) {
+  Begin(PlaceSource::Plane, 0);
+  plane = 3;
+  const platform::PointF at = At(3.3, 0.4, 3);
+  Press(static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y)));
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_EQ(told[0].z, 3);
+  EXPECT_NEAR(told[0].x, 3.3, 0.05);
+  EXPECT_NEAR(told[0].y, 0.4, 0.05);
+  told.clear();
+  Begin(PlaceSource::Plane, 0);
+  PlacePickKey({platform::kKeyRight});
+  PlacePickKey({platform::kKeyRight});
+  plane = 3;
+  PlacePickKey({platform::kKeyEnter});
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_EQ(told[0].z, 3);
 }
 
 TEST_F(PlacePicks, TakeAnyPlaceOnThePlane) {

@@ -433,7 +433,7 @@ TEST_F(SkimPlacement, KeepsTheSurfaceWherePickedFreely) {
   headless::TypeInto(kIdSkimSurfaceZ, u"0.75");
   headless::Click(kIdSkimPickPlane);
   EXPECT_EQ(asked.from, PlaceSource::Plane);
-  EXPECT_DOUBLE_EQ(asked.planeZ, 0.75);
+  EXPECT_DOUBLE_EQ(asked.planeZ(), 0.75);
   asked.done({true, -1, -1, 0});
   EXPECT_EQ(skimPlan.xMin, -1);
   EXPECT_DOUBLE_EQ(skimPlan.zTop, 0.75);
