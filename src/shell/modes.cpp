@@ -49,14 +49,25 @@ constexpr ModeRow kModes[] = {
 };
 
 BackHistory history;
+BackHistory behind;      // where it led before a surface that may be done with by now
 bool returning = false;  // a return must not overwrite where it came from
 int entered = -1;        // the mode whose panels were entered and not left yet
 
+// A surface that is not done with, as a wizard is until it is inserted or cancelled.
+bool IsUnfinished(const Surface* surface) {
+  return surface && surface->mayReturn && surface->mayReturn();
+}
+
+// Where the user stands is where the back key leads.
+void Remember() {
+  const Surface* up = SurfaceUp();
+  if (up && up->mayReturn && history.surface != app.surface) behind = history;
+  history = {app.surface, app.mode};
+}
+
 // Remembers where the user stands before a change of mode that the back key undoes.
 void RememberPlace(int mode) {
-  if (!ModeOf(mode).remembers || mode == app.mode || returning) return;
-  history.surface = app.surface;
-  history.mode = app.mode;
+  if (ModeOf(mode).remembers && mode != app.mode && !returning) Remember();
 }
 
 void ShowModeWords() {
@@ -64,7 +75,7 @@ void ShowModeWords() {
   platform::SetText(kIdPanelHead, ModeOf(app.mode).header);
   platform::SetText(kIdHelpText, ModeOf(app.mode).help);
   const bool home = app.mode == kModeHome && app.surface == kSurfaceCode;
-  ShowWords(kIdBack, !home);
+  ShowWords(kIdBack, !home || IsUnfinished(SurfaceOf(history.surface)));
 }
 
 void EnterPanels() {
@@ -113,10 +124,7 @@ void ShowMode(int mode) {
 
 // The compare review and the pending completion belong to the code surface.
 void EnterSurface(const Surface& surface) {
-  if (!returning && surface.returns) {
-    history.surface = app.surface;
-    history.mode = app.mode;
-  }
+  if (!returning && surface.returns) Remember();
   if (app.compareActive) Call(hooks.leaveCompare);
   TakeSurface(surface.surface);
   LeavePanels(-1);
@@ -130,6 +138,7 @@ void BringUp(int surface) {
   const bool came = app.surface != surface;
   const Surface* record = SurfaceOf(surface);
   if (surface == kSurfaceCode) {
+    if (!returning && IsUnfinished(SurfaceUp())) Remember();
     ShowMode(app.mode);
     if (came) platform::SetFocusTo(ShownEditor());
   } else if (came && record) {
@@ -186,7 +195,7 @@ void GoBack() {
     if (IsPanelActive(PanelAt(i)) && Call(PanelAt(i).back)) return;
   }
   const Surface* former = SurfaceOf(history.surface);
-  if (former && former->mayReturn && !former->mayReturn()) history.surface = kSurfaceCode;
+  if (former && former->mayReturn && !former->mayReturn()) history = behind;
   if (!MayBringUp(history.surface)) return;
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;
@@ -234,6 +243,7 @@ bool ModeListKey(const platform::KeyEvent& key) {
 
 void ResetModes() {
   history = BackHistory();
+  behind = BackHistory();
   returning = false;
   entered = -1;
 }

@@ -30,10 +30,11 @@ WantedDrawing drawing;     // without `take`: none is wanted
 WantedPlace place;         // without `done`: none is wanted
 std::int32_t builder = 0;  // the surface to go back to
 
-// The drawing that came up last, which the builder may want again.
+// The drawing that came up last, which the builder may want again. No drawing is ever removed, and
+// the user may rename it, so that its place in the store tells which it is.
 struct Shown {
   std::uint64_t program = 0;  // serial
-  std::u16string name;
+  int index = -1;
 };
 Shown shown;
 
@@ -79,8 +80,8 @@ Target TargetFor(const ProgramTab& tab, const WantedDrawing& wanted) {
   SaveLiveDrawing();  // so that all are looked at alike
   const CadStore& store = *tab.cadStore;
   if (wanted.again && shown.program == tab.serial) {
-    const int index = IndexOf(store, shown.name);
-    if (index >= 0) return {index, shown.name, true};
+    const auto count = static_cast<int>(store.count);
+    if (shown.index < count) return {shown.index, store.drawings[shown.index].name, true};
   }
   std::u16string name;
   for (int number = 1; number <= kMaxDrawings; ++number) {
@@ -109,7 +110,7 @@ void DrawStart(const WantedDrawing& wanted) {
 void BringUp(ProgramTab& tab, const Target& to, const WantedDrawing& wanted) {
   if (to.index == static_cast<int>(tab.cadStore->count)) AddDrawing(tab);
   SwitchDrawing(tab, static_cast<std::uint32_t>(to.index));
-  shown = {tab.serial, to.name};
+  shown = {tab.serial, to.index};
   if (to.stands) return;
   NameActiveDrawing(tab, to.name);
   DrawStart(wanted);
@@ -164,8 +165,7 @@ bool PickWantedPlace(const WantedPlace& wanted) {
 bool WantedIsUp() {
   const ProgramTab* tab = ActiveTab();
   if (!drawing.take || !tab || !tab->cadStore) return false;
-  return shown.program == tab->serial &&
-         shown.name == tab->cadStore->drawings[tab->cadStore->active].name;
+  return shown.program == tab->serial && shown.index == static_cast<int>(tab->cadStore->active);
 }
 
 void HandOver() {
@@ -202,8 +202,7 @@ bool WantedKey(const platform::KeyEvent& key) {
   if (key.ctrl || key.alt || key.shift || AnyToolInHand()) return false;
   if (!WantedIsUp() && !place.done) return false;
   if (key.key == platform::kKeyEscape) {
-    // What is selected is given up first, as ever.
-    if (HasSketchSelection() || SelectDragging()) return false;
+    if (SelectDragging()) return false;  // what is dragged goes back first
     GoBackToBuilder();
     return true;
   }

@@ -1,5 +1,6 @@
 #include "skim/model/plan_seeds.h"
 
+#include <cmath>
 #include <string_view>
 
 #include "library/tools.h"
@@ -24,7 +25,23 @@ double NumberOf(std::u16string_view text, double fallback) {
   return text.find(u',') == text.npos ? ParseDecimal(text, fallback) : fallback;
 }
 
+// What the seeds make of the usual plan, in inches.
+SkimPlan InInches(const SkimSeeds& seeds, bool metric) {
+  SkimPlan plan = SeededSkimPlan(SkimPlan(), seeds, metric);
+  ConvertSkimPlan(plan, false);
+  return plan;
+}
+
 }  // namespace
+
+bool SameSeeds(const SkimSeeds& a, bool aMetric, const SkimSeeds& b, bool bMetric) {
+  constexpr double kRounding = 0.001;  // inches; a text that goes from unit to unit is rounded
+  const SkimPlan one = InInches(a, aMetric);
+  const SkimPlan other = InInches(b, bMetric);
+  return one.tool == other.tool && one.workOffset == other.workOffset && one.rpm == other.rpm &&
+         std::fabs(one.feed - other.feed) < kRounding &&
+         std::fabs(one.clearance - other.clearance) < kRounding;
+}
 
 SkimPlan SeededSkimPlan(const SkimPlan& plan, const SkimSeeds& seeds, bool metric) {
   SkimPlan seeded = plan;

@@ -16,6 +16,9 @@ struct SkimSeeds {
   std::u16string safeZ = {};
 };
 
+// Whether two sets of seeds give the same numbers, each in its unit.
+bool SameSeeds(const SkimSeeds& a, bool aMetric, const SkimSeeds& b, bool bMetric);
+
 // `plan` in the application's unit with what the seeds say: a text without a number gives tool 0,
 // offset 54 and 1500 turns, and leaves feed and clearance as they are. The diameter is that of the
 // first tool of this number in the library, if there is one. Nothing is checked.

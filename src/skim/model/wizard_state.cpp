@@ -1,5 +1,7 @@
 #include "skim/model/wizard_state.h"
 
+#include <utility>
+
 #include "app/app_state.h"
 
 namespace morva {
@@ -9,7 +11,9 @@ SkimWizard skimWizard;
 bool SkimIsUp() { return app.surface == kSurfaceSkim; }
 
 void StartSkimWizard(std::int32_t fromSurface, std::int32_t fromMode) {
+  const SkimLines lines = skimWizard.lines;
   skimWizard = SkimWizard();
+  skimWizard.lines = lines;
   skimWizard.open = true;
   skimWizard.fromSurface = fromSurface;
   skimWizard.fromMode = fromMode;
@@ -24,5 +28,14 @@ void ShowSkimMatrix(bool shows) { skimWizard.matrixShown = shows; }
 void ShowSkimPlacement(bool shows) { skimWizard.placing = shows; }
 void ShowSkimCoverage(bool shows) { skimWizard.coverage = shows; }
 void NoteSkimDrawing() { skimWizard.drawn = true; }
+void KeepSkimTyped(SkimTyped typed) { skimWizard.typed = std::move(typed); }
+void NoteSkimEdit(SkimEdit edit) { skimWizard.edit = std::move(edit); }
+void NoteSkimLines(SkimLines lines) { skimWizard.lines = lines; }
+
+void NoteSkimSeeds(const SkimSeeds& seeds, bool metric) {
+  skimWizard.seeded = true;
+  skimWizard.seeds = seeds;
+  skimWizard.seedsMetric = metric;
+}
 
 }  // namespace morva

@@ -206,6 +206,7 @@ constexpr FormRow kPaneRows[] = {
     {.kind = RowKind::Preview,
      .id = kIdSkimCode,
      .name = u"Code review",
+     .help = u"The code that goes into the program, to be read through",
      .pages = PageBit(kSkimCodePane),
      .least = 1},
     {.kind = RowKind::Log,

@@ -2,10 +2,12 @@
 
 #include "app/command_ids.h"
 #include "documents/builder.h"
+#include "documents/tab_table.h"
 #include "library/units.h"
 #include "skim/geometry/skim_code.h"
 #include "skim/model/plan.h"
 #include "skim/model/plan_record.h"
+#include "skim/model/wizard_state.h"
 #include "skim/panel/skim_form.h"
 #include "skim/panel/skim_opening.h"
 #include "skim/tools/skim_fields.h"
@@ -40,7 +42,11 @@ constexpr Builder kSkimBuilder{
     .room = [](const FormValues&) { return SkimProgramUnits(skimPlan); },
     .storeItems = StorePlan,
     .loadItems = OpenSkimFromFeature,
-    .inserted = [](const FormValues&, bool) { CloseSkimAtHome(); }};
+    .inserted =
+        [](const FormValues&, bool) {
+          NoteSkimLines({.program = ActiveSerial(), .inBlock = true});
+          CloseSkimAtHome();
+        }};
 
 }  // namespace
 

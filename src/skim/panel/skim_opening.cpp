@@ -5,7 +5,10 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
+#include "documents/builder_table.h"
 #include "documents/edit_link.h"
+#include "documents/feature_operations.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
 #include "platform/control.h"
@@ -46,6 +49,23 @@ bool BringUp(const SkimPlan& plan) {
   return false;
 }
 
+// A line belongs to the skim that it was drawn for.
+void DropForeignLines(SkimPlan& plan) {
+  const SkimLines& lines = skimWizard.lines;
+  if (!lines.inBlock && lines.program == ActiveSerial()) return;
+  plan.centerline.count = 0;
+  if (plan.strategy == kSkimCustom) plan.strategy = kSkimZigzag;
+}
+
+// The wizard that was left for a look at something else. False: there is none with these seeds.
+bool ComeBack(const SkimSeeds& seeds) {
+  const SkimWizard& former = skimWizard;
+  if (SkimIsUp() || !former.open || !former.seeded) return false;
+  if (!SameSeeds(former.seeds, former.seedsMetric, seeds, UnitsMetric())) return false;
+  Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
+  return true;
+}
+
 }  // namespace
 
 bool OpenSkimWizard() {
@@ -55,12 +75,19 @@ bool OpenSkimWizard() {
                         .rpm = WizardText(kFieldRpm),
                         .feed = WizardText(kFieldFeed),
                         .safeZ = WizardText(kFieldSafeZ)};
-  return BringUp(SeededSkimPlan(skimPlan, seeds, UnitsMetric()));
+  if (ComeBack(seeds)) return SkimIsUp();
+  SkimPlan plan = SeededSkimPlan(skimPlan, seeds, UnitsMetric());
+  DropForeignLines(plan);
+  if (!BringUp(plan)) return false;
+  NoteSkimSeeds(seeds, UnitsMetric());
+  return true;
 }
 
 bool OpenSkimFromFeature(const FeatureSettings& record) {
   SkimPlan plan;
-  return LoadSkimPlan(record, plan) && BringUp(plan);
+  if (!LoadSkimPlan(record, plan) || !BringUp(plan)) return false;
+  NoteSkimLines({.program = ActiveSerial(), .inBlock = true});
+  return true;
 }
 
 void EnterSkim() {
@@ -69,9 +96,32 @@ void EnterSkim() {
   ConvertSkimPlan(plan, UnitsMetric());
   SetSkimPlan(plan);
   FillSkimForm();
+  PutSkimTextsBack();
   Call(hooks.layout);  // the plan's way to tell the depth has a field of its own
   RefreshSkimPreview();
   platform::SetFocusTo(FirstOfSkimPage());
+  FollowEditedSkim();
+}
+
+void NoteEditedSkim() {
+  if (!skimWizard.open || editLink.kind != kKindSkim || editLink.tab != app.activeTab) return;
+  NoteSkimEdit({.id = editLink.id, .program = ActiveSerial(), .original = editLink.original});
+}
+
+void FollowEditedSkim() {
+  const SkimEdit& edit = skimWizard.edit;
+  if (edit.id == 0 || editLink.kind != 0) return;
+  if (edit.program != ActiveSerial() && IndexOfSerial(edit.program) >= 0) {
+    return ShowStatus(
+        u"The skim under edit stands in another program; INSERT SKIM writes a new block here.");
+  }
+  const bool linked = edit.program == ActiveSerial() && LinkFeature(edit.id);
+  if (linked && editLink.kind == kKindSkim && editLink.original == edit.original) {
+    return ShowBuilderKeys(editLink.kind);
+  }
+  DropEditLink();
+  NoteSkimEdit({});
+  ShowStatus(u"The skim under edit was changed or is gone; INSERT SKIM writes a new block.");
 }
 
 void CancelSkim() {

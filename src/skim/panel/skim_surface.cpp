@@ -99,6 +99,7 @@ void Enter() {
 // The program's own path is back as it stood, head and speed too. An insertion has read it anew.
 void Left() {
   NoteSkimField(-1);
+  KeepSkimTexts();
   Call(hooks.leavePreview);
 }
 
@@ -119,6 +120,7 @@ void Settled() {
   if (ActiveSerial() == shownProgram) return;
   shownProgram = ActiveSerial();
   RefreshSkimView();
+  FollowEditedSkim();
 }
 
 void Paint(platform::Canvas& canvas) {
@@ -149,7 +151,10 @@ void RegisterSkimSurface() {
   surface.key = Key;
   surface.focusChanged = FocusChanged;
   surface.settled = Settled;
-  surface.cancelInput = [] { Call(hooks.dropPlacePick); };
+  surface.cancelInput = [] {
+    Call(hooks.dropPlacePick);
+    NoteEditedSkim();
+  };
   RegisterSurface(surface);
   Handlers handlers;
   handlers.id = kViewSkim;

@@ -6,6 +6,7 @@
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "documents/feature_blocks.h"
+#include "documents/tab_table.h"
 #include "library/wanted_drawing.h"
 #include "platform/editor.h"
 #include "skim/model/centerline.h"
@@ -55,6 +56,7 @@ const char16_t* TakePath(std::span<const SketchObject> objects, const unsigned c
   if (words) return words;
   plan.strategy = kSkimCustom;
   SetSkimPlan(plan);
+  NoteSkimLines({.program = ActiveSerial()});
   Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
   return nullptr;
 }
@@ -74,7 +76,7 @@ void DrawSkimPath() {
                              .isIt = IsOfThePlan,
                              .take = TakePath};
   if (Call(hooks.openDrawing, wanted)) return NoteSkimDrawing();
-  ShowSkimChoices();
+  ShowSkimStrategy();
   RefreshSkimPreview();
 }
 

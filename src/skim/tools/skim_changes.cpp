@@ -15,7 +15,6 @@
 #include "skim/tools/skim_placement.h"
 #include "skim/tools/skim_preview.h"
 #include "text/codetext.h"
-#include "text/strict_number.h"
 
 namespace morva {
 
@@ -35,12 +34,6 @@ void TakeTool() {
   if (none) return;
   const double unit = skimPlan.metric ? kMmPerInch : 1;
   ShowField(kSkimDiameter, toolLibrary.tools[index].diameter * unit, kSkimDecimals);
-}
-
-void FollowToolNumber() {
-  double number = 0;
-  const bool reads = ReadStrictNumber(platform::TextOf(kIdSkimField + kSkimTool), number);
-  ShowSkimTool(reads ? number : -1);
 }
 
 // All numbers are read, also the one that the other way to tell the depth hides. Nobody could mend
@@ -76,7 +69,7 @@ void SkimChanged(int id) {
       Call(hooks.layout);  // the other field comes up
       return RefreshSkimPreview();
     case kIdSkimField + kSkimTool:
-      FollowToolNumber();
+      FollowSkimToolNumber();
       return RefreshSkimPreview();
     default:
       if (id >= kIdSkimField && id < kIdSkimField + kSkimFields) RefreshSkimPreview();

@@ -1,6 +1,7 @@
 #include "skim/tools/skim_fields.h"
 
 #include <string>
+#include <utility>
 
 #include "app/command_ids.h"
 #include "library/tools.h"
@@ -10,7 +11,9 @@
 #include "platform/message.h"
 #include "platform/window.h"
 #include "skim/model/plan_check.h"
+#include "skim/model/wizard_state.h"
 #include "text/codetext.h"
+#include "text/length_units.h"
 #include "text/strict_number.h"
 
 namespace morva {
@@ -54,6 +57,22 @@ void ShowNumber(int id, double value) {
   if (platform::FocusedId() != id) platform::SetText(id, text);
 }
 
+// A text in the plan's unit; one that is no number stays.
+std::u16string InUnitOfPlan(const std::u16string& text, bool metric) {
+  double value = 0;
+  if (metric == skimPlan.metric || ReadStrict(text, kPlaceRule, value) != Misread::None)
+    return text;
+  return FixedText(value * (skimPlan.metric ? kMmPerInch : kInchPerMm), kSkimDecimals);
+}
+
+// A text that shows a value tells no more decimals than it shows.
+bool ReadPlaceNumber(int id, double shown, double& value) {
+  const std::u16string text = platform::TextOf(id);
+  if (ReadStrict(text, kPlaceRule, value) != Misread::None) return false;
+  if (text == FixedText(shown, kSkimDecimals)) value = shown;
+  return true;
+}
+
 void ShowField(int field) { platform::SetText(kIdSkimField + field, SkimText(skimPlan, field)); }
 
 }  // namespace
@@ -77,10 +96,47 @@ void ShowSkimPlace() {
   ShowNumber(kIdSkimThickness, skimPlan.stockThickness);
 }
 
+void ShowSkimStrategy() { platform::SelectRow(kIdSkimStrategies, skimPlan.strategy); }
+
 void ShowSkimChoices() {
-  platform::SelectRow(kIdSkimStrategies, skimPlan.strategy);
+  ShowSkimStrategy();
   platform::SelectRow(kIdSkimDepths, skimPlan.useTotalDepth ? 1 : 0);
   ShowSkimTool(skimPlan.tool);
+}
+
+void KeepSkimTexts() {
+  if (skimWizard.planValid) return KeepSkimTyped({});
+  SkimTyped kept;
+  kept.stands = true;
+  kept.metric = skimPlan.metric;
+  kept.texts = ShownTexts();
+  for (int i = 0; i < kSkimFields; ++i) {
+    kept.typed[i] = kept.texts.fields[i] != SkimText(skimPlan, i);
+  }
+  KeepSkimTyped(std::move(kept));
+}
+
+void PutSkimTextsBack() {
+  const SkimTyped& kept = skimWizard.typed;
+  if (!kept.stands) return;
+  for (int i = 0; i < kSkimFields; ++i) {
+    if (!kept.typed[i]) continue;
+    const bool scaled = SkimRow(i).length;
+    const std::u16string& text = kept.texts.fields[i];
+    platform::SetText(kIdSkimField + i, scaled ? InUnitOfPlan(text, kept.metric) : text);
+  }
+  // The row of the drawn line led to the drawing; whether the strategy is that one the plan says.
+  if (kept.texts.strategy != kSkimCustom && skimPlan.strategy != kSkimCustom) {
+    platform::SelectRow(kIdSkimStrategies, kept.texts.strategy);
+  }
+  platform::SelectRow(kIdSkimDepths, kept.texts.depthRow);
+  FollowSkimToolNumber();
+}
+
+void FollowSkimToolNumber() {
+  double number = 0;
+  const bool reads = ReadStrictNumber(platform::TextOf(kIdSkimField + kSkimTool), number);
+  ShowSkimTool(reads ? number : -1);
 }
 
 void FillSkimTools() {
@@ -127,11 +183,10 @@ bool TakeSkimPlan(const SkimPlan& plan, bool quiet) {
 }
 
 bool ReadSkimPlace(SkimPlace& place) {
-  const auto read = [](int id, double& value) {
-    return ReadStrict(platform::TextOf(id), kPlaceRule, value) == Misread::None;
-  };
-  return read(kIdSkimStartX, place.x) && read(kIdSkimStartY, place.y) &&
-         read(kIdSkimSurfaceZ, place.zTop) && read(kIdSkimThickness, place.thickness) &&
+  return ReadPlaceNumber(kIdSkimStartX, skimPlan.xMin, place.x) &&
+         ReadPlaceNumber(kIdSkimStartY, skimPlan.yMin, place.y) &&
+         ReadPlaceNumber(kIdSkimSurfaceZ, skimPlan.zTop, place.zTop) &&
+         ReadPlaceNumber(kIdSkimThickness, skimPlan.stockThickness, place.thickness) &&
          place.thickness > 0;
 }
 

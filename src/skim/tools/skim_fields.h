@@ -13,10 +13,18 @@ void FillSkimPlace();
 void ShowSkimPlace();
 // The lists alone, as the plan says.
 void ShowSkimChoices();
+// The list of strategies alone.
+void ShowSkimStrategy();
+// Notes what the form says where it does not read as a plan, for a surface that is left; and puts
+// it back into the filled form, in the plan's unit.
+void KeepSkimTexts();
+void PutSkimTextsBack();
 // Rows of the tools' list, from the library.
 void FillSkimTools();
 // The row of the tools' list that the plan's tool stands in, none for a number without a tool.
 void ShowSkimTool(double number);
+// The row of the tool whose number its field says.
+void FollowSkimToolNumber();
 
 // Reads the form and takes it as the live plan where it passes. False: the live plan stays; unless
 // `quiet`, a box says why, and what is to be mended gets the keyboard.

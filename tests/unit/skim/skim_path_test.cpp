@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "app/path_preview.h"
 #include "cad/geometry/canvas_view.h"
+#include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
@@ -117,7 +118,6 @@ TEST_F(SkimPath, NeedsAFreeDrawing) {
   }
   ASSERT_EQ(Drawings(), 8u);
   OpenSkim();
-  Next();
   Draw();
   EXPECT_EQ(app.surface, kSurfaceSkim);
   EXPECT_EQ(Status(), u"A free CAD drawing tab is needed for the skim path.");
@@ -148,6 +148,118 @@ TEST_F(SkimPath, BeginsItsDrawingWithTheLinesOfThePlan) {
   EXPECT_EQ(sketch.objects[0].size, 4);
 }
 
+// A half-typed page survives the way to the drawing and back, whichever key leads there.
+struct SkimTextsKept : SkimPath {
+  void SetUp() override {
+    SkimPath::SetUp();
+    Type(kSkimStepover, u"100.01");
+    Type(kSkimFeed, u"33");
+  }
+  static void ExpectTyped() {
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    EXPECT_EQ(Says(kSkimStepover), u"100.01");
+    EXPECT_EQ(Says(kSkimFeed), u"33");
+    EXPECT_FALSE(skimWizard.planValid);
+    EXPECT_EQ(skimPlan.feed, 12);
+  }
+  static void Leave() {
+    headless::Focus(kViewCadCanvas);
+    headless::PressKey({platform::kKeyEscape});
+  }
+};
+
+TEST_F(SkimTextsKept, ByTheListOfStrategiesAndEscape) {
+  Draw();
+  Leave();
+  ExpectTyped();
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimZigzag);
+}
+
+TEST_F(SkimTextsKept, ByTheKeyOfTheDrawing) {
+  headless::Click(kIdSkimDraw);
+  Leave();
+  ExpectTyped();
+}
+
+TEST_F(SkimTextsKept, OverAnAcceptedLine) {
+  headless::Click(kIdSkimDraw);
+  Line(0, 1, 4, 0);
+  Enter();
+  ExpectTyped();
+  EXPECT_EQ(skimPlan.strategy, kSkimCustom);
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimCustom);
+  Type(kSkimStepover, u"50");
+  EXPECT_TRUE(skimWizard.planValid);
+  EXPECT_EQ(skimPlan.feed, 33);
+  EXPECT_EQ(skimPlan.strategy, kSkimCustom);
+}
+
+TEST_F(SkimTextsKept, ByOtherSurfaces) {
+  headless::SelectRows(kIdSkimStrategies, {kSkimSpiral});
+  Type(kSkimRpm, u"1.5x");
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  ExpectTyped();
+  EXPECT_EQ(Says(kSkimRpm), u"1.5x");
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimSpiral);
+  Type(kSkimRpm, u"");
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  ExpectTyped();
+  EXPECT_EQ(Says(kSkimRpm), u"");
+}
+
+TEST_F(SkimTextsKept, InTheUnitThatWasChosenMeanwhile) {
+  headless::Click(kIdSurfaceCad);
+  SetUnits(true);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(Says(kSkimStepover), u"100.01");
+  EXPECT_EQ(Says(kSkimFeed), u"838.2000");
+  EXPECT_EQ(Says(kSkimXMax), u"101.6000");
+}
+
+TEST_F(SkimTextsKept, NotWhereAnotherSkimIsOpened) {
+  headless::Click(kIdSkimCancel);
+  OpenSkim();
+  EXPECT_EQ(Says(kSkimStepover), u"60.0000");
+}
+
+// A refused drawing says nothing against what else was chosen.
+TEST_F(SkimPath, KeepsTheDepthThatWasChosenWhereNoDrawingIsFree) {
+  headless::Click(kIdSurfaceCad);
+  for (int i = 0; i < 8; ++i) {
+    Line(0, i, 1, 0);
+    if (i < 7) headless::Click(kIdDrawingAdd);
+  }
+  headless::Click(kIdBack);
+  Next();
+  headless::SelectRows(kIdSkimDepths, {1});
+  Type(kSkimTotalDepth, u"1x");
+  headless::Click(kIdSkimBack);
+  ASSERT_EQ(skimWizard.page, kSkimCutter);
+  Draw();
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimZigzag);
+  EXPECT_EQ(platform::SelectedRow(kIdSkimDepths), 1);
+  EXPECT_EQ(Says(kSkimTotalDepth), u"1x");
+}
+
+TEST_F(SkimPath, TakesItsDrawingUnderAnotherName) {
+  Draw();
+  Line(0, 1, 4, 0);
+  NameActiveDrawing(*ActiveTab(), u"My line");
+  headless::Focus(kViewCadCanvas);
+  headless::PressKey({platform::kKeyEscape});
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"My line");
+  EXPECT_EQ(Drawings(), 2u);
+  Enter();
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimPlan.centerline.count, 1);
+}
+
 // Several drawn skims in one program: each opens with lines of its own.
 struct SeveralDrawnSkims : SkimPath {
   // Draws a line at this height, and nothing else, and inserts the skim.
@@ -164,7 +276,7 @@ struct SeveralDrawnSkims : SkimPath {
   }
   static void Fresh() {
     OpenSkim();
-    Next();
+    if (skimWizard.page == kSkimStock) Next();
   }
   static std::vector<std::int32_t> Skims() {
     std::vector<std::int32_t> ids;
@@ -199,7 +311,7 @@ TEST_F(SeveralDrawnSkims, OpenWithTheirOwnLines) {
   const std::vector<std::int32_t> ids = Skims();
   ASSERT_EQ(ids.size(), 2u);
   Draw(ids[0]);
-  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  EXPECT_EQ(Drawing(), u"Skim centerline");
   ASSERT_EQ(sketch.objectCount, 1);
   EXPECT_EQ(sketch.objects[0].y, 1);
   // Accepted from there it updates the first one, and comes up again.
@@ -207,14 +319,47 @@ TEST_F(SeveralDrawnSkims, OpenWithTheirOwnLines) {
   Enter();
   EXPECT_EQ(skimPlan.centerline.count, 2);
   headless::Click(kIdSkimDraw);
-  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  EXPECT_EQ(Drawing(), u"Skim centerline");
   EXPECT_EQ(sketch.objectCount, 2);
   GoOut();
   headless::Click(kIdSkimCancel);
   Draw(ids[1]);
-  EXPECT_EQ(Drawing(), u"Skim centerline");
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
   ASSERT_EQ(sketch.objectCount, 1);
   EXPECT_EQ(sketch.objects[0].y, 2);
+}
+
+// The plan is that of the last skim, but a line belongs to the skim that it was drawn for.
+TEST_F(SeveralDrawnSkims, BeginWithNoLineOfAnother) {
+  DrawAndInsert(1);
+  Fresh();
+  EXPECT_EQ(skimPlan.centerline.count, 0);
+  EXPECT_EQ(skimPlan.strategy, kSkimZigzag);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
+TEST_F(SeveralDrawnSkims, BeginWithNoLineOfAnotherProgram) {
+  headless::Click(kIdSkimDraw);
+  Line(0, 1, 4, 0);
+  Enter();
+  headless::Click(kIdSkimCancel);
+  headless::Click(kIdTabNew);
+  Fresh();
+  EXPECT_EQ(skimPlan.centerline.count, 0);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
+TEST_F(SeveralDrawnSkims, KeepALineThatStandsInNoBlockYet) {
+  headless::Click(kIdSkimDraw);
+  Line(0, 1, 4, 0);
+  Enter();
+  headless::Click(kIdSkimCancel);
+  Fresh();
+  EXPECT_EQ(skimPlan.centerline.count, 1);
+  EXPECT_EQ(skimPlan.strategy, kSkimCustom);
 }
 
 TEST_F(SeveralDrawnSkims, FindTheirDrawingInTheOtherUnit) {
@@ -281,6 +426,8 @@ TEST_F(SeveralDrawnSkims, NeedAFreeDrawingEach) {
   Fresh();
   DrawAndInsert(2);
   headless::Click(kIdSurfaceCad);
+  SwitchDrawing(*ActiveTab(), 1);
+  Line(0, 9, 1, 0);  // it is the first skim's no more
   while (Drawings() < 8) {
     headless::Click(kIdDrawingAdd);
     Line(0, 0, 1, 0);
@@ -425,6 +572,21 @@ TEST_F(SkimPlacement, StaysWhereTheStockWouldReachTooFar) {
   EXPECT_EQ(skimPlan.yMax, 4);
   headless::TypeInto(kIdSkimStartX, u"2");
   EXPECT_EQ(skimPlan.xMin, 2);
+}
+
+// A field shows 4 decimals; what nobody typed over keeps the others.
+TEST_F(SkimPlacement, KeepsTheDecimalsOfWhatWasNotTyped) {
+  headless::Click(kIdSkimPosition);
+  headless::Click(kIdSkimMm);
+  headless::TypeInto(kIdSkimSurfaceZ, u"1");
+  headless::Click(kIdSkimInch);
+  const double surface = skimPlan.zTop;
+  const double thickness = skimPlan.stockThickness;
+  EXPECT_NEAR(surface, 1 / 25.4, 1e-9);
+  headless::TypeInto(kIdSkimStartY, u"2");
+  EXPECT_EQ(skimPlan.yMin, 2);
+  EXPECT_EQ(skimPlan.zTop, surface);
+  EXPECT_EQ(skimPlan.stockThickness, thickness);
 }
 
 TEST_F(SkimPlacement, KeepsTheSurfaceWherePickedFreely) {

@@ -158,6 +158,54 @@ TEST_F(SkimEnds, IsNoUpdateInAnotherProgram) {
   EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
 }
 
+struct SkimUnderEdit : support::SkimStage {
+  void SetUp() override {
+    SkimStage::SetUp();
+    OpenSkim();
+    GoToReview();
+    headless::Click(kIdSkimInsert);
+    headless::Click(kIdFeatureEdit);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    Type(kSkimXMax, u"6");
+    GoToReview();
+    ASSERT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  }
+};
+
+TEST_F(SkimUnderEdit, IsItsUpdateAgainBehindALookAtAnotherProgram) {
+  const std::int32_t id = editLink.id;
+  headless::Click(kIdTabNew);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+  EXPECT_EQ(Status(),
+            u"The skim under edit stands in another program; INSERT SKIM writes a new block here.");
+  headless::Click(kIdTabFirst);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  EXPECT_EQ(editLink.id, id);
+  headless::Click(kIdSkimInsert);
+  int skims = 0;
+  for (const FeatureRecord& row : BlocksOf(Text())) skims += row.settings.kind == kKindSkim;
+  EXPECT_EQ(skims, 1);
+  EXPECT_NE(Text().find(u"G01 X6.6000"), std::u16string::npos);
+}
+
+TEST_F(SkimUnderEdit, IsItsUpdateAgainWhereThePagesCameBackFromADrawing) {
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdTabNew);
+  headless::Click(kIdTabFirst);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+}
+
+TEST_F(SkimUnderEdit, SaysThatItWasLeftWhereItsBlockChanged) {
+  headless::Click(kIdTabNew);
+  tabs[0].text.replace(tabs[0].text.find(u"F12.000"), 3, u"F13");
+  headless::Click(kIdTabFirst);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+  EXPECT_EQ(Status(),
+            u"The skim under edit was changed or is gone; INSERT SKIM writes a new block.");
+}
+
 TEST_F(SkimEnds, IsReachedByTheBackKeyOnlyWhileItIsOpen) {
   OpenSkim();
   headless::Click(kIdSurfaceCad);

@@ -372,6 +372,66 @@ TEST_F(SkimWizardPages, GoesBackToWhereItWasOpenedAndKeepsThePlan) {
   EXPECT_EQ(app.mode, kModeWizard);
 }
 
+// A look at the program is no end of the wizard: back, or the same key again, leads to what was
+// typed.
+TEST_F(SkimWizardPages, ComesBackFromALookAtTheProgram) {
+  OpenSkim();
+  Next();
+  Type(kSkimFeed, u"33");
+  headless::Click(kIdSurfaceCode);
+  ASSERT_EQ(app.surface, kSurfaceCode);
+  ASSERT_EQ(app.mode, kModeWizard);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(skimPlan.feed, 33);
+  headless::Click(kIdSurfaceCode);
+  OpenSkim();
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_EQ(skimPlan.feed, 33);
+  // Cancelled, it is not led to any more, but to where the machining wizard was opened.
+  headless::Click(kIdSkimCancel);
+  ASSERT_EQ(app.mode, kModeWizard);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeHome);
+}
+
+TEST_F(SkimWizardPages, ComesBackInAnotherUnitToo) {
+  OpenSkim();
+  Next();
+  Type(kSkimFeed, u"33");
+  headless::Click(kIdSurfaceCode);
+  SetUnits(true);
+  OpenSkim();
+  EXPECT_EQ(skimWizard.page, kSkimCutter);
+  EXPECT_NEAR(skimPlan.feed, 838.2, 1e-9);
+}
+
+TEST_F(SkimWizardPages, BeginsAnewWhereTheMachiningWizardSaysSomethingElse) {
+  OpenSkim();
+  Next();
+  Type(kSkimFeed, u"33");
+  headless::Click(kIdSurfaceCode);
+  headless::TypeInto(kIdWizardField + 2, u"2500");
+  OpenSkim();
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_EQ(skimPlan.rpm, 2500);
+  EXPECT_EQ(skimPlan.feed, 12);
+}
+
+// The last page has no field, so the status line says no field's help.
+TEST_F(SkimWizardPages, SaysOnTheLastPageWhatStandsThere) {
+  OpenSkim();
+  Next();
+  Next();
+  platform::SetFocusTo(Field(kSkimClearance));
+  ASSERT_EQ(Status(), u"How far the safe plane lies above the uncut surface");
+  Next();
+  ASSERT_EQ(skimWizard.page, kSkimReview);
+  EXPECT_EQ(Status(), u"The code that goes into the program, to be read through");
+}
+
 TEST_F(SkimWizardPages, InsertsTheReviewedCodeAndGoesHome) {
   OpenSkim();
   GoToReview();
