@@ -12,6 +12,7 @@
 #include "library/shapes.h"
 #include "plate/canvas/plate_view.h"
 #include "plate/geometry/plate_layout.h"
+#include "plate/panel/plate_workspace.h"
 #include "plate/tools/plate_editor.h"
 #include "platform/window.h"
 
@@ -107,6 +108,40 @@ TEST_F(PlateAtTheDesk, LooksWholeWithAllThatCanBeSet) {
       morva::OpenPlateTarget(morva::FeatureTarget(k), morva::Keyboard::ToEditor);
       EXPECT_EQ(morva::CurrentFeature(), k);
       Show(QStringLiteral("plate_full_%1_%2.png").arg(k + 1).arg(size.width()).toLatin1());
+    }
+  }
+}
+
+TEST_F(PlateAtTheDesk, LooksWholeInEveryShapeAndLayout) {
+  struct Kind {
+    morva::PlateShape shape;
+    morva::PlateFeatureType type;
+    morva::PlateLayout layout;
+    const char* name;
+  };
+  using morva::PlateFeatureType;
+  using morva::PlateLayout;
+  using morva::PlateShape;
+  const Kind kinds[] = {
+      {PlateShape::Round, PlateFeatureType::Holes, PlateLayout::Circular, "round"},
+      {PlateShape::Obround, PlateFeatureType::SlotsX, PlateLayout::Corners, "obround"},
+      {PlateShape::Rectangle, PlateFeatureType::Mixed, PlateLayout::Grid, "mixed"},
+      {PlateShape::Rectangle, PlateFeatureType::SlotsY, PlateLayout::Circular, "slots"},
+  };
+  morva::SetPlateText(morva::kPlateCountX, u"3");
+  morva::SetPlateText(morva::kPlateCountY, u"3");
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    Resize(size.width(), size.height());
+    for (const Kind& kind : kinds) {
+      morva::SetPlateShape(kind.shape);
+      morva::SetPlateType(kind.type);
+      morva::SetPlateLayout(kind.layout);
+      morva::RefreshPlateWorkspace();
+      Show(QStringLiteral("plate_%1_%2.png")
+               .arg(QLatin1String(kind.name))
+               .arg(size.width())
+               .toLatin1());
+      EXPECT_FALSE(morva::DrawnPlate().full);
     }
   }
 }

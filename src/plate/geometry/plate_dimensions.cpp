@@ -21,6 +21,8 @@ constexpr char16_t kDiameterWords[] = u"Diameter";
 constexpr char16_t kDiameterSign[] = u" Ø ";
 // Numbers stand at all features up to here; of more, at those that are unlike the others.
 constexpr int kNumberedFeatures = 60;
+constexpr double kNoteRow = 0.15;   // of half of the longer side: a row of words where all is seen
+constexpr int kUprightRow = 2;      // of upright lines, across which the words lie, beside a part
 constexpr double kUpperRight = 45;  // degrees, of a leader
 constexpr double kUpperLeft = 135;
 
@@ -84,7 +86,7 @@ void AddSizes(const Sheet& sheet) {
        .y0 = -half.y,
        .x1 = -half.x,
        .y1 = half.y,
-       .row = -2,
+       .row = -3,  // the words lie across the line, clear of the plate
        .outside = true},
       kPlateWidth, Words(sheet, u"Length (Y) ", n.width));
   const double radius = CornerRadius(n);
@@ -153,7 +155,7 @@ void AddSlotSize(const Sheet& sheet) {
        .y0 = at.y - along.y,
        .x1 = at.x + along.x,
        .y1 = at.y + along.y,
-       .row = 1},
+       .row = upright ? kUprightRow : 1},
       kPlateSlotLength, Words(sheet, words, slot.width));
   if (sheet.n.type == PlateFeatureType::Mixed) return;  // the hole shows the width
   Add(sheet,
@@ -162,7 +164,7 @@ void AddSlotSize(const Sheet& sheet) {
        .y0 = at.y - across.y,
        .x1 = at.x + across.x,
        .y1 = at.y + across.y,
-       .row = 1},
+       .row = upright ? 1 : kUprightRow},
       kPlateSize, Words(sheet, words, slot.height));
 }
 
@@ -223,7 +225,7 @@ void AddCounts(const Sheet& sheet) {
          .y0 = first.y,
          .x1 = half.x,
          .y1 = next.y,
-         .row = 1,
+         .row = kUprightRow,
          .outside = true},
         kPlateCountY, Words(sheet, IntegerText(n.countY - 1) + u"× ", next.y - first.y));
   }
@@ -238,23 +240,24 @@ void AddPatternCircle(const Sheet& sheet) {
 }
 
 void AddNote(const Sheet& sheet, PointF at, std::u16string_view words, int part, int place,
-             LabelSide side = LabelSide::Below) {
+             LabelSide side) {
   LabelSpec spec = SpecOf(sheet, part, place);
   spec.side = side;
   AddLabel(sheet.picture, {at.x, at.y}, words, spec);
 }
 
+// Below each other, to the right of the plate's lower right corner.
 void AddNotes(const Sheet& sheet) {
   const PlateNumbers& n = sheet.n;
   const PointF half = PlateHalves(n);
-  AddNote(sheet, {half.x, -half.y}, Words(sheet, u"Thickness ", n.thickness), kDepthSection,
-          kDepthSection, LabelSide::Right);
-  AddNote(sheet, {half.x, -half.y}, Words(sheet, u"Cut depth ", n.depth), kDepthSection,
-          kCutDepthNote, LabelSide::Right);
-  if (n.type == PlateFeatureType::Mixed) {
-    AddNote(sheet, {half.x, half.y}, kPlateTypeWords[static_cast<int>(n.type)], kPlateSlotLength,
-            kTypeNote, LabelSide::Right);
-  }
+  const double row = kNoteRow * std::max(half.x, half.y);
+  const auto add = [&](int rows, std::u16string_view words, int part, int place) {
+    AddNote(sheet, {half.x, -half.y - rows * row}, words, part, place, LabelSide::Right);
+  };
+  add(0, Words(sheet, u"Thickness ", n.thickness), kDepthSection, kDepthSection);
+  add(1, Words(sheet, u"Cut depth ", n.depth), kDepthSection, kCutDepthNote);
+  if (n.type != PlateFeatureType::Mixed) return;
+  add(2, kPlateTypeWords[static_cast<int>(n.type)], kPlateSlotLength, kTypeNote);
 }
 
 // Of many features only those are numbered that the user may look for.

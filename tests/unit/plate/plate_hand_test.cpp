@@ -71,6 +71,39 @@ struct PlateHand : public NamedPlateUp {
   }
 };
 
+// Where words stand on the preview; empty for none.
+platform::Rect PlaceOfWords(std::u16string_view words) {
+  for (const headless::DrawCall& call : headless::PaintOf(kViewPlatePicture)) {
+    if (call.name != "PaintText" || call.text.find(words) != 0) continue;
+    return {static_cast<int>(call.numbers[0]), static_cast<int>(call.numbers[1]),
+            static_cast<int>(call.numbers[2]), static_cast<int>(call.numbers[3])};
+  }
+  return {};
+}
+
+TEST_F(PlateHand, BearsItsOuterWordsClearOfThePlate) {
+  for (const bool metric : {false, true}) {
+    SetPlateUnit(metric);
+    for (const PlateShape shape : {PlateShape::Rectangle, PlateShape::Obround}) {
+      SetPlateShape(shape);
+      SetPlateLayout(PlateLayout::Grid);
+      SetPlateType(PlateFeatureType::Mixed);
+      SetPlateText(kPlateCountX, u"3");
+      SetPlateText(kPlateCountY, u"3");
+      const PlateNumbers n = NumbersOf(plate);
+      const platform::PointF low = PixelOf({-n.length / 2, -n.width / 2});
+      const platform::PointF high = PixelOf({n.length / 2, n.width / 2});
+      EXPECT_LT(PlaceOfWords(u"Length (Y)").right, low.x) << metric;
+      EXPECT_GT(PlaceOfWords(u"Width (X)").top, low.y) << metric;
+      const platform::Rect depth = PlaceOfWords(metric ? u"Cut depth -2.54" : u"Cut depth -0.1");
+      EXPECT_GT(depth.left, high.x) << metric;
+      EXPECT_GT(PlaceOfWords(u"Mixed Hole").left, high.x) << metric;
+      EXPECT_GT(PlaceOfWords(metric ? u"2\u00D7 63.50" : u"2\u00D7 2.500").left, high.x) << metric;
+      EXPECT_GT(PlaceOfWords(metric ? u"Thickness 12.70" : u"Thickness 0.500").left, high.x);
+    }
+  }
+}
+
 TEST_F(PlateHand, OpensTheFeatureUnderAClick) {
   ClickAt(PixelOf(PlaceOfFeature(2)));
   EXPECT_EQ(CurrentFeature(), 2);
@@ -90,7 +123,7 @@ TEST_F(PlateHand, OpensTheSectionUnderAClick) {
 
 TEST_F(PlateHand, MovesAFeatureToTheStepAndTypesItsPlace) {
   const platform::PointF from = PixelOf(PlaceOfFeature(0));
-  const platform::PointF to = PixelOf({-2.01, -1.03});
+  const platform::PointF to = PixelOf({-2.01, -1.04});
   Drag(from, to);
   EXPECT_NEAR(PlaceOfFeature(0).x, -2.0, 1e-9);
   EXPECT_NEAR(PlaceOfFeature(0).y, -1.05, 1e-9);
