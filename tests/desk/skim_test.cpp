@@ -128,4 +128,31 @@ TEST_F(SkimAtTheDesk, TakesADrawnCenterlineByReturn) {
   Show("skim_drawn_1200.png");
 }
 
+// The keyboard and the pointer alone: a half-typed page, a look at the program, a drawing that is
+// left by Escape although a line in it is selected.
+TEST_F(SkimAtTheDesk, KeepsWhatIsTypedOverLooksAway) {
+  Resize(1200, 800);
+  desk::Click(morva::kIdSkimNext);
+  ASSERT_TRUE(desk::Until([] { return HasKeyboard(morva::kIdSkimStrategies); }));
+  TypeOver(Field(morva::kSkimFeed), "33");
+  TypeOver(Field(morva::kSkimStepover), "100.01");
+  ASSERT_TRUE(desk::Until([] { return !morva::skimWizard.planValid; }));
+  desk::Click(morva::kIdSurfaceCode);
+  ASSERT_TRUE(desk::Until([] { return !morva::SkimIsUp(); }));
+  desk::Click(morva::kIdBack);
+  ASSERT_TRUE(desk::Until([] { return HasKeyboard(morva::kIdSkimStrategies); }));
+  EXPECT_EQ(desk::TextOf(Field(morva::kSkimFeed)), QStringLiteral("33"));
+  EXPECT_EQ(desk::TextOf(Field(morva::kSkimStepover)), QStringLiteral("100.01"));
+  desk::Click(morva::kIdSkimDraw);
+  ASSERT_TRUE(desk::Until([] { return HasKeyboard(morva::kViewCadCanvas); }));
+  ASSERT_GE(morva::AppendSketchObject({morva::kTypeLine, 0, 0, 1, 4, 0, 0}), 0);
+  morva::SetSelected(0);
+  desk::KeyHere(Qt::Key_Escape);
+  ASSERT_TRUE(desk::Until([] { return HasKeyboard(morva::kIdSkimStrategies); }));
+  EXPECT_EQ(desk::TextOf(Field(morva::kSkimFeed)), QStringLiteral("33"));
+  EXPECT_EQ(desk::TextOf(Field(morva::kSkimStepover)), QStringLiteral("100.01"));
+  TypeOver(Field(morva::kSkimStepover), "50");
+  EXPECT_TRUE(desk::Until([] { return morva::skimPlan.feed == 33; }));
+}
+
 }  // namespace
