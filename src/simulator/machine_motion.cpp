@@ -7,6 +7,7 @@
 #include "simulator/control_settings.h"
 #include "simulator/feature_lines.h"
 #include "simulator/machine_path.h"
+#include "simulator/program_finder.h"
 #include "simulator/view_switches.h"
 #include "text/codetext.h"
 
@@ -67,13 +68,17 @@ void FollowMachineMotion(std::u16string_view text, bool metric) {
   if (!switches.machineMotion) return EmptyMachineTrack();
   ControlTable table = Settings();
   FillDiameters(table);
-  ReadMachineMotion(machineTrack, text, {.metric = metric, .table = &table});
+  ReadMachineMotion(machineTrack, text,
+                    {.metric = metric, .table = &table, .findProgram = FindProgramBeside});
   DropUnwanted(machineTrack.findings);
   if (StartLineFilter()) DropMachineLines(LineIsDropped);
   AppendProgrammed(ghostPath);
 }
 
-void ForgetControlSettings() { settingsRead = false; }
+void ForgetControlSettings() {
+  settingsRead = false;
+  ForgetFoundPrograms();
+}
 
 std::u16string MachineWords() {
   if (ShownOwner() != PathOwner::Machine) return {};

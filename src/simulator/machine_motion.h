@@ -18,7 +18,8 @@ PathOwner EditorOwner();
 // program's ghosts show stands behind the lines as they are written.
 void FollowMachineMotion(std::u16string_view text, bool metric);
 
-// The settings of the control are read again at the next run.
+// The settings of the control, and programs in files beside the program, are read again at the
+// next run.
 void ForgetControlSettings();
 
 // "Machine motion  0:12:04  T1 0:03:20  T2 0:08:44  3 findings, first at line 12"; empty while the

@@ -2,6 +2,7 @@
 // the control runs it, and that nothing differs while it is off.
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include "app/command_ids.h"
@@ -18,6 +19,7 @@
 #include "simulator/machine_path.h"
 #include "simulator/playback.h"
 #include "simulator/preview.h"
+#include "simulator/program_finder.h"
 #include "simulator/toolpath.h"
 #include "simulator/view_switches.h"
 #include "simulator/view_words.h"
@@ -375,6 +377,53 @@ TEST_F(MachineView, StepsThroughOperationsInTheOrderOfTheRun) {
   const OwnedPath& shown = ShownPath();
   ASSERT_GT(shown.play.playHead, 0);
   EXPECT_EQ(shown.path.points[shown.play.playHead - 1].sourceLine, 2);
+}
+
+TEST_F(MachineView, RunsAProgramOfAnotherTabThatACallNames) {
+  app.tabCount = 2;
+  tabs[1] = ProgramTab{};
+  tabs[1].text = u"%\r\n(A BORE) O2000 (BORE)\r\nG1 X7. F5.\r\nM99\r\n";
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  app.activeTab = 0;
+  platform::SetEditorText(kIdEditor, u"G20 G90 G0 X0 Y0 Z0\r\nM98 P2000\r\nM30\r\n");
+  RebuildToolpath();
+  EXPECT_TRUE(CutsTo(7, 0, 0));
+  EXPECT_EQ(machineTrack.findings.count, 0);
+  // Its line is that of the call.
+  EXPECT_EQ(machinePath.points[machinePath.count - 1].sourceLine, 1);
+  tabs[1] = ProgramTab{};
+  RebuildToolpath();
+  ASSERT_EQ(machineTrack.findings.count, 1);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::ProgramMissing);
+}
+
+TEST_F(MachineView, RunsAProgramOfAFileBesideTheProgram) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  std::filesystem::create_directory(folder / "jobs");
+  Put("jobs/O02000.MIN", "%\nO2000\nG1 X9. F5.\nM99\n");
+  Put("jobs/3000", "G1 Y8. F5.\nM99\n");
+  const std::u16string path = support::Wide((folder / "jobs/main.MIN").string());
+  std::copy(path.begin(), path.end(), tabs[0].path);
+  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\nM98 P2000\r\nM98 P3000\r\nM98 P4000\r\nM30\r\n");
+  EXPECT_TRUE(CutsTo(9, 0, 0));
+  EXPECT_TRUE(CutsTo(9, 8, 0));
+  ASSERT_EQ(machineTrack.findings.count, 1);
+  EXPECT_EQ(machineTrack.findings.found[0].line, 3);
+  // A file that comes later is found when the path is asked for again.
+  Put("jobs/O4000.nc", "G1 X1. F5.\nM99\n");
+  RebuildToolpath();
+  EXPECT_EQ(machineTrack.findings.count, 1);
+  ForgetControlSettings();
+  RebuildToolpath();
+  EXPECT_EQ(machineTrack.findings.count, 0);
+}
+
+TEST_F(MachineView, KnowsTheNumberThatAProgramBeginsWith) {
+  EXPECT_EQ(NumberOfProgram(u"%\r\n(O7) ; O8\r\no0123 (X)"), 123);
+  EXPECT_EQ(NumberOfProgram(u"G1 X1\r\nO5"), -1);
+  EXPECT_EQ(NumberOfProgram(u"O"), -1);
+  EXPECT_EQ(NumberOfProgram(u""), -1);
+  EXPECT_EQ(NumberOfProgram(u"(O5"), -1);
 }
 
 TEST_F(MachineView, WritesTimesAsAClockDoes) {
