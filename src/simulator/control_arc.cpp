@@ -35,6 +35,9 @@ void RunByRadius(ControlRun& run, const ControlBlock& block, const Vec3& target,
     }
     square = 0;
   }
+  // The root makes much of the last digits: near none it is half a circle.
+  constexpr double kLastDigits = 1e-14;
+  if (square < kLastDigits * r * r) square = 0;
   // The centre lies to the left of the way on a G03 below half a turn; R below 0 turns that round.
   const double side = (clockwise ? -1.0 : 1.0) * (r < 0 ? -1.0 : 1.0);
   const double height = std::sqrt(square) * side;

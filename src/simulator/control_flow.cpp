@@ -146,8 +146,10 @@ double TimesOf(const ControlBlock& block) {
 // Goes to `start`; behind its M99 to where the run stands now.
 bool Enter(ControlRun& run, CallKind kind, const ControlPlace& start, double times) {
   if (times < 1) return false;
-  const ControlPlace& last = run.calls[run.callCount - 1].start;
-  const bool itself = run.callCount > 1 && last.text == start.text && last.at == start.at;
+  // By way of others too.
+  const bool itself = std::any_of(run.calls + 1, run.calls + run.callCount, [&](const auto& call) {
+    return call.start.text == start.text && call.start.at == start.at;
+  });
   if (run.callCount > kMaxCalls) {
     StopWith(run, itself ? Finding::CallsItself : Finding::NestingDeep, run.callCount);
     return false;

@@ -1,0 +1,5 @@
+(ArcRadiusSmall 4)
+S900 M3
+G0 X0. Y0. Z0.
+G2 X3. R1. F10.
+M30

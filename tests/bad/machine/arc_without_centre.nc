@@ -1,0 +1,5 @@
+(ArcNoCentre 4)
+S900 M3
+G0 X0. Y0. Z0.
+G2 X1. F10.
+M30

@@ -1,0 +1,7 @@
+(CallsItself 3)
+O0001
+M98 P2
+M30
+O0002
+M98 P1
+M99

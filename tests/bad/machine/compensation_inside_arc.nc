@@ -1,0 +1,8 @@
+(CompCorner 6)
+S900 M3
+G10 L12 P1 R1.
+G0 X0. Y0. Z0.
+G41 D1 G1 X1. F10.
+G3 X1.2 Y0. R.1
+G1 G40 Y-1.
+M30

@@ -1,0 +1,10 @@
+(CompCorner 7)
+S900 M3
+G10 L12 P1 R1.
+G0 X0. Y0. Z0.
+G41 D1 G1 Y1. F10.
+X-1.
+Y.9
+X-3.
+G40 Y0.
+M30

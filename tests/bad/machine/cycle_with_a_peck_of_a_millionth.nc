@@ -1,0 +1,6 @@
+(CycleNoPeck 4)
+S900 M3
+G0 X0. Y0. Z1.
+G83 X1. Z-1. R.1 Q.000001 F10.
+G80
+M30

@@ -1,0 +1,6 @@
+(CycleNoPlane 4)
+S900 M3
+G0 X0. Y0. Z1.
+G81 X1. Z-1. F10.
+G80
+M30

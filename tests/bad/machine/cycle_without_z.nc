@@ -1,0 +1,6 @@
+(CycleNoDepth 4)
+S900 M3
+G0 X0. Y0. Z1.
+G82 X1. R.1 P100 F10.
+G80
+M30

@@ -1,0 +1,8 @@
+(NumberDoubled 7)
+M98 P5
+M30
+O0005
+G0 X1. Y1. Z1.
+M99
+O0005
+M99

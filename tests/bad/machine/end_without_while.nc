@@ -1,0 +1,3 @@
+(WhileOpen 2)
+END1
+M30

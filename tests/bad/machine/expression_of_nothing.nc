@@ -1,0 +1,3 @@
+(BadExpression 2)
+#1=
+M30

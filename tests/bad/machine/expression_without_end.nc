@@ -1,0 +1,3 @@
+(BadExpression 2)
+#1=[1+[2*3]
+M30

@@ -1,0 +1,3 @@
+(LabelMissing 2)
+GOTO [0-5]
+M30

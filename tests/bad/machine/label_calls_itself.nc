@@ -1,0 +1,5 @@
+(CallsItself 4)
+M97 P10
+M30
+N10 M97 P10
+M99

@@ -1,0 +1,3 @@
+(LabelMissing 2)
+M97 P99
+M30

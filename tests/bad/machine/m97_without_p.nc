@@ -1,0 +1,3 @@
+(LabelMissing 2)
+M97
+M30

@@ -1,0 +1,3 @@
+(DivisionByZero 2)
+#1=5 MOD 0
+M30

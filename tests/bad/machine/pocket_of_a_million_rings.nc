@@ -1,0 +1,5 @@
+(PocketWords 4)
+S900 M3
+G0 X0. Y0. Z1.
+G12 I.1 K10. Q.00001 D1 Z-1. F10.
+M30

@@ -1,0 +1,3 @@
+(FunctionRange 2)
+#1=ASIN[1.001]
+M30

@@ -1,0 +1,3 @@
+(FunctionRange 2)
+#1=TAN[90]
+M30

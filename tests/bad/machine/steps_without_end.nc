@@ -1,0 +1,4 @@
+(NoStepsLeft 3)
+N10 G91 X.001
+GOTO 10
+M30

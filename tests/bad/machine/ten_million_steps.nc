@@ -1,0 +1,6 @@
+(NoStepsLeft 5)
+#1=0
+WHILE [#1 LT 10000000] DO1
+#1=#1+1
+END1
+M30

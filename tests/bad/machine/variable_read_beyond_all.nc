@@ -1,0 +1,4 @@
+(BadVariable 3)
+G0 X0. Y0. Z0.
+X#123456789
+M30

@@ -1,0 +1,3 @@
+(BadVariable 2)
+#0=1
+M30

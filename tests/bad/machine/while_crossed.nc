@@ -1,0 +1,7 @@
+(NoStepsLeft 5)
+#1=0
+WHILE [#1 LT 2] DO1
+WHILE [#1 LT 2] DO2
+END1
+END2
+M30
