@@ -157,9 +157,12 @@ void RunStrokes(ControlRun& run) {
   GoToZ(run, depths.back, true);
 }
 
+// P and L of a block that calls, or returns, are of that.
+bool Calls(const ControlBlock& block) { return block.HasM(97) || block.HasM(98) || block.HasM(99); }
+
 // How often the block asks for the cycle; L0 keeps it for later.
 double RepeatsOf(const ControlBlock& block) {
-  if (!block.Has('L')) return 1;
+  if (!block.Has('L') || Calls(block)) return 1;
   return std::clamp(std::trunc(block.Of('L')), 0.0, kMostRepeats);
 }
 
@@ -191,7 +194,7 @@ void TakeDepths(ControlRun& run, const ControlBlock& block) {
   }
   TakeStep(run, block, 'Q', words.q, words.hasQ);
   // A whole number is in thousandths of a second, one with a point in seconds.
-  if (block.Has('P')) {
+  if (block.Has('P') && !Calls(block) && !block.HasG(1540)) {
     words.dwell = block.Of('P') * ((block.pointed & LetterBit('P')) ? 1 : 0.001);
   }
 }

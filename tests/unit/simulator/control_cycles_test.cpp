@@ -132,6 +132,16 @@ TEST(ControlCycles, NamesWhatACycleLacksOnThePatternsLineToo) {
             "CycleNoPlane 2");
 }
 
+TEST(ControlCycles, WaitsNotByThePOfACall) {
+  // M98 P2000 is no dwell of two seconds; P of the cycle's own line is one of half a second.
+  const std::u16string head = u"G0 X0. Y0. Z1.\nG98 G82 X1. Z-.5 R.1 F10.";
+  const std::u16string tail = u"\nM30\nO2000\nX2.\nM99\nN5 X2.\nM99\n";
+  const double none = RunText(head + u"\nX2." + tail).totalSeconds;
+  EXPECT_NEAR(RunText(head + u"\nM98 P2000" + tail).totalSeconds, none, 1e-9);
+  EXPECT_NEAR(RunText(head + u" P500\nM98 P2000" + tail).totalSeconds, none + 1, 1e-9);
+  EXPECT_NEAR(RunText(head + u"\nG154 P9\nX2." + tail).totalSeconds, none, 1e-9);
+}
+
 TEST(ControlCycles, CutsARoundPocketInRings) {
   ControlTable table;
   table.tools[1].diameter = 0.5;
@@ -148,8 +158,7 @@ TEST(ControlCycles, CutsARoundPocketInRings) {
 
 TEST(ControlCycles, TellsAMissingPlaneOnceAndNothingThatFollowsFromIt) {
   // R counts as 0 then, which lies above the plane of Z-0.25.
-  EXPECT_EQ(Found(RunText(u"G20 G90 G98 F5. G0 X0 Y0 Z-0.25\nG81 Z-1.\nM30\n")),
-            "CycleNoPlane 2");
+  EXPECT_EQ(Found(RunText(u"G20 G90 G98 F5. G0 X0 Y0 Z-0.25\nG81 Z-1.\nM30\n")), "CycleNoPlane 2");
   EXPECT_EQ(Found(RunText(u"G20 G90 G98 F5. G0 X0 Y0 Z-0.25\nG81 R0 Z-1.\nM30\n")),
             "CyclePlaneHigh 2");
 }
