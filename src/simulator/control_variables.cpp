@@ -312,8 +312,13 @@ double TakeOperand(Read& read, int depth) {
 // The operator at the place, None where there is none at least as high.
 Operator TakeOperator(Read& read, int least, int& height) {
   SkipBlanks(read.p, read.end);
+  // Most expressions end at a bracket or at their line.
+  if (read.p == read.end || *read.p == u']' || *read.p == u'\n' || *read.p == u'\r') {
+    return Operator::None;
+  }
+  const char16_t first = FoldUpper(*read.p);
   for (const auto& row : kOperators) {
-    if (row.height < least) continue;
+    if (row.height < least || row.name.front() != first) continue;
     if (!TakeName(read.p, read.end, row.name)) continue;
     height = row.height;
     return row.which;
