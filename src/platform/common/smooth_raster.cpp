@@ -6,6 +6,8 @@
 #include <cstring>
 #include <vector>
 
+#include "platform/common/smooth_blend.h"
+
 // Several bytes at a time where the processor can; the pixels are the same.
 #if defined(__x86_64__) && defined(__GNUC__)
 #define MORVA_BYTE_LANES 1
@@ -21,7 +23,6 @@ namespace {
 //
 // Both are asked tile by tile, 32 pixels a side. A ring of tiles around the picture takes what
 // reaches over its edge and counts as covered.
-constexpr int kTile = 32;
 constexpr int kMargin = kTile;  // minor pixels in front of the visible ones, and behind them
 constexpr int kLargestSide = 8192;
 constexpr double kOne = 4294967296.0;  // positions are 32.32 fixed point
@@ -30,16 +31,19 @@ constexpr int kTileShift = kPixelShift + 5;
 
 constexpr int kPhaseBits = 6;  // a line is placed to this part of a pixel across
 constexpr int kPhases = 1 << kPhaseBits;
-constexpr int kSlopes = 32;     // profiles for slopes from 0 to 1
-constexpr int kFewLanes = 8;    // bytes of a profile, for thin lines
-constexpr int kManyLanes = 16;  // and for thick ones
-constexpr int kWhole = 256;     // weight of a step that a line covers from end to end
-constexpr int kCovered = 204;   // of 255; what has more is as good as covered
-constexpr int kLongRun = 64;    // steps from which a repeated stroke is worth noticing
-constexpr int kSeenBits = 14;   // table of strokes already drawn
+constexpr int kSlopes = 32;        // profiles for slopes from 0 to 1
+constexpr int kFewLanes = 8;       // bytes of a profile, for thin lines
+constexpr int kManyLanes = 16;     // and for thick ones
+constexpr int kWhole = 256;        // weight of a step that a line covers from end to end
+constexpr int kCovered = 204;      // of 255; what has more is as good as covered
+constexpr int kLongRun = 64;       // steps from which a repeated stroke is worth noticing
+constexpr int kSeenBits = 14;      // table of strokes already drawn
+constexpr int kFirstAsked = 4096;  // strokes that are looked for there in any case
+constexpr int kRareRepeats = 64;   // fewer than one in so many are not worth it
 constexpr int kVisitsPerCheck = 16;
-constexpr int kBlock = 8;  // pixels a side that are blended together
-constexpr int kChunk = 8;  // segments that are taken in their own order
+constexpr int kGroupBits = 3;
+constexpr int kGroup = 1 << kGroupBits;  // tiles a side; a stroke passes over a covered group
+constexpr int kChunk = 8;                // segments that are taken in their own order
 constexpr int kManyStrokes = 4096;
 
 struct Plane {
@@ -67,7 +71,10 @@ struct Coverage {
   int open = 0;  // visible tiles that are not covered
   std::vector<Tile> tiles;
   std::vector<std::uint8_t> covered;  // a tile each, 1 for those that are covered
+  std::vector<std::uint8_t> openOf;   // of a block of tiles each, how many are not covered
   std::vector<std::uint64_t> seen;    // long strokes of this batch, empty until there is one
+  int asked = 0;                      // of them
+  int repeated = 0;
 };
 Coverage coverage;
 
@@ -93,6 +100,13 @@ std::ptrdiff_t At(const Plane& plane, int major, int minor) {
 std::size_t TileNumber(int tx, int ty) {
   return static_cast<std::size_t>(ty) * static_cast<std::size_t>(coverage.tilesAcross) +
          static_cast<std::size_t>(tx);
+}
+
+int GroupsFor(int tiles) { return (tiles >> kGroupBits) + 1; }
+
+std::uint8_t& OpenOf(int tx, int ty) {
+  const int group = (ty >> kGroupBits) * GroupsFor(coverage.tilesAcross) + (tx >> kGroupBits);
+  return coverage.openOf[static_cast<std::size_t>(group)];
 }
 
 int TilesFor(int pixels) { return (pixels + kTile - 1) / kTile; }
@@ -128,6 +142,11 @@ void OpenTiles() {
                 std::uint8_t{0});
   }
   coverage.open = across * down;
+  const int groups = GroupsFor(coverage.tilesAcross) * GroupsFor(coverage.tilesDown);
+  coverage.openOf.assign(static_cast<std::size_t>(groups), 0);
+  for (int ty = 1; ty <= down; ++ty) {
+    for (int tx = 1; tx <= across; ++tx) ++OpenOf(tx, ty);
+  }
 }
 
 // The mean over the width of a step of what lies within `half` of the line's middle.
@@ -180,23 +199,130 @@ Pencil& PencilOf(double width) {
   return pencil;
 }
 
-// Asks the pixels one after the other and goes on next time where it stopped.
+// Raises the bytes of a step to those of a profile.
+template <int kLanes>
+void Raise(std::uint8_t* bytes, const std::uint8_t* profile) {
+#ifdef MORVA_BYTE_LANES
+  if constexpr (kLanes == kFewLanes) {
+    __m128i* at = reinterpret_cast<__m128i*>(bytes);
+    const __m128i more = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(profile));
+    _mm_storel_epi64(at, _mm_max_epu8(_mm_loadl_epi64(at), more));
+  } else {
+    __m128i* at = reinterpret_cast<__m128i*>(bytes);
+    const __m128i more = _mm_loadu_si128(reinterpret_cast<const __m128i*>(profile));
+    _mm_storeu_si128(at, _mm_max_epu8(_mm_loadu_si128(at), more));
+  }
+#else
+  for (int i = 0; i < kLanes; ++i) bytes[i] = std::max(bytes[i], profile[i]);
+#endif
+}
+
+// Columns of eight bytes become rows.
+void Transpose(std::uint64_t (&eights)[kBlock]) {
+#ifdef MORVA_BYTE_LANES
+  __m128i pairs[4];
+  for (int i = 0; i < 4; ++i) {
+    pairs[i] =
+        _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(&eights[2 * i])),
+                          _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&eights[2 * i + 1])));
+  }
+  const __m128i a = _mm_unpacklo_epi16(pairs[0], pairs[1]);
+  const __m128i b = _mm_unpackhi_epi16(pairs[0], pairs[1]);
+  const __m128i c = _mm_unpacklo_epi16(pairs[2], pairs[3]);
+  const __m128i d = _mm_unpackhi_epi16(pairs[2], pairs[3]);
+  __m128i* out = reinterpret_cast<__m128i*>(eights);
+  _mm_storeu_si128(out, _mm_unpacklo_epi32(a, c));
+  _mm_storeu_si128(out + 1, _mm_unpackhi_epi32(a, c));
+  _mm_storeu_si128(out + 2, _mm_unpacklo_epi32(b, d));
+  _mm_storeu_si128(out + 3, _mm_unpackhi_epi32(b, d));
+#else
+  std::uint8_t bytes[kBlock][kBlock];
+  std::uint8_t turned[kBlock][kBlock];
+  std::memcpy(bytes, eights, sizeof bytes);
+  for (int i = 0; i < kBlock; ++i) {
+    for (int k = 0; k < kBlock; ++k) turned[k][i] = bytes[i][k];
+  }
+  std::memcpy(eights, turned, sizeof turned);
+#endif
+}
+
+// The coverage of eight rows of a tile.
+struct Covered {
+  alignas(32) std::uint8_t rows[kBlock][kTile];
+};
+
+void GatherFlat(Covered& out, int left, int top) {
+  const Plane& plane = coverage.columns;
+  for (int x = 0; x < kTile; x += kBlock) {
+    std::uint64_t eights[kBlock];
+    for (int i = 0; i < kBlock; ++i) {
+      eights[i] = LoadEight(plane.bytes.data() + At(plane, left + x + i, top));
+    }
+    Transpose(eights);
+    for (int i = 0; i < kBlock; ++i) std::memcpy(&out.rows[i][x], &eights[i], kBlock);
+  }
+}
+
+void GatherRows(Covered& out, int left, int top, unsigned touched) {
+  const Plane& plane = coverage.rows;
+  if (touched & kByFlat) GatherFlat(out, left, top);
+  if (!(touched & kBySteep)) return;
+  for (int i = 0; i < kBlock; ++i) {
+    const std::uint8_t* const row = plane.bytes.data() + At(plane, top + i, left);
+    if (!(touched & kByFlat)) {
+      std::memcpy(out.rows[i], row, kTile);
+      continue;
+    }
+    for (int x = 0; x < kTile; x += kManyLanes) Raise<kManyLanes>(&out.rows[i][x], row + x);
+  }
+}
+
+bool IsCovered(int x, int y) {
+  return coverage.columns.bytes[static_cast<std::size_t>(At(coverage.columns, x, y))] >= kCovered ||
+         coverage.rows.bytes[static_cast<std::size_t>(At(coverage.rows, y, x))] >= kCovered;
+}
+
+// How many of the first bytes are covered.
+int CoveredBytes(const std::uint8_t* bytes, int count) {
+  int covered = 0;
+#ifdef MORVA_BYTE_LANES
+  const __m128i least = _mm_set1_epi8(static_cast<char>(kCovered));
+  for (; covered + kManyLanes <= count; covered += kManyLanes) {
+    const __m128i some = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + covered));
+    if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(some, least), some)) != 0xFFFF) break;
+  }
+#endif
+  while (covered < count && bytes[covered] >= kCovered) ++covered;
+  return covered;
+}
+
+// Goes on where it stopped last time: at the first pixel that was not covered.
 void CheckTile(std::size_t number) {
   Tile& tile = coverage.tiles[number];
   const int left = (static_cast<int>(number % TileNumber(0, 1)) - 1) * kTile;
   const int top = (static_cast<int>(number / TileNumber(0, 1)) - 1) * kTile;
-  const std::uint8_t* const flat = coverage.columns.bytes.data();
-  const std::uint8_t* const steep = coverage.rows.bytes.data();
-  for (; tile.watched < kTile * kTile; ++tile.watched) {
+  const bool whole = left + kTile <= coverage.width && top + kTile <= coverage.height;
+  while (tile.watched < kTile * kTile) {
     const int y = top + tile.watched / kTile;
     const int x = left + tile.watched % kTile;
-    if (x >= coverage.width || y >= coverage.height) continue;
-    if (flat[At(coverage.columns, x, y)] < kCovered && steep[At(coverage.rows, y, x)] < kCovered) {
-      return;
+    const bool outside = x >= coverage.width || y >= coverage.height;
+    if (!outside && !IsCovered(x, y)) return;
+    if (!whole) {
+      ++tile.watched;
+      continue;
     }
+    constexpr int kBytes = kBlock * kTile;
+    const int block = tile.watched / kBytes;
+    Covered covered;
+    GatherRows(covered, left, top + block * kBlock, tile.touched);
+    const int first = CoveredBytes(covered.rows[0], kBytes);
+    tile.watched = static_cast<std::uint16_t>(block * kBytes + first);
+    if (first < kBytes) return;
   }
   coverage.covered[number] = 1;
   --coverage.open;
+  --OpenOf(static_cast<int>(number % TileNumber(0, 1)),
+           static_cast<int>(number / TileNumber(0, 1)));
 }
 
 // A segment by its longer axis, going up it; pixels from the corner of the picture.
@@ -323,31 +449,21 @@ bool Repeats(Stroke& stroke) {
   key = key << 15 | static_cast<std::uint64_t>(stroke.to * 4 + stroke.toWeight / kWeightStep);
   key = key << 17 | static_cast<std::uint64_t>(firstEighths);
   key = key << 17 | static_cast<std::uint64_t>(lastEighths);
+  // The table costs more than it spares where hardly any stroke comes again.
+  if (coverage.asked >= kFirstAsked && coverage.repeated < coverage.asked / kRareRepeats) {
+    return false;
+  }
+  ++coverage.asked;
   std::vector<std::uint64_t>& seen = coverage.seen;
   if (seen.empty()) seen.assign(std::size_t{2} << kSeenBits, 0);
   const std::uint64_t place = (key * 0x9E3779B97F4A7C15u) >> (64 - kSeenBits);
   std::uint64_t& slot = seen[place * 2 + (stroke.flat ? 0 : 1)];
-  if (slot == key) return true;
+  if (slot == key) {
+    ++coverage.repeated;
+    return true;
+  }
   slot = key;
   return false;
-}
-
-// Raises the bytes of a step to those of a profile.
-template <int kLanes>
-void Raise(std::uint8_t* bytes, const std::uint8_t* profile) {
-#ifdef MORVA_BYTE_LANES
-  if constexpr (kLanes == kFewLanes) {
-    __m128i* at = reinterpret_cast<__m128i*>(bytes);
-    const __m128i more = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(profile));
-    _mm_storel_epi64(at, _mm_max_epu8(_mm_loadl_epi64(at), more));
-  } else {
-    __m128i* at = reinterpret_cast<__m128i*>(bytes);
-    const __m128i more = _mm_loadu_si128(reinterpret_cast<const __m128i*>(profile));
-    _mm_storeu_si128(at, _mm_max_epu8(_mm_loadu_si128(at), more));
-  }
-#else
-  for (int i = 0; i < kLanes; ++i) bytes[i] = std::max(bytes[i], profile[i]);
-#endif
 }
 
 // `weight` in 256 of the bytes of a profile.
@@ -435,39 +551,96 @@ inline void DrawBand(const Stroke& stroke, const Steps& steps, int i, int end) {
   RaiseSteps<kLanes>(steps, first, behind);
 }
 
+// From the first byte of a step to the first and the last that a line reaches, in fixed point.
+struct Reach {
+  std::int64_t first = 0;
+  std::int64_t last = 0;
+};
+
+// The lowest and the highest of something of 2 to the power of `shift` that a line reaches between
+// two positions.
+struct Span {
+  std::size_t low = 0;
+  std::size_t high = 0;
+};
+
+inline Span SpanOf(std::int64_t position, std::int64_t last, const Reach& reach, int shift) {
+  return {static_cast<std::size_t>((std::min(position, last) + reach.first) >> shift),
+          static_cast<std::size_t>((std::max(position, last) + reach.last) >> shift)};
+}
+
+// How far apart neighbours along a stroke and across it lie.
+struct Pitches {
+  std::size_t along = 0;
+  std::size_t across = 0;
+};
+
+inline Pitches PitchesOf(bool flat, std::size_t row) {
+  return flat ? Pitches{1, row} : Pitches{row, 1};
+}
+
+// Whether a band of a stroke has anything to cover. It reaches three tiles at most.
+inline bool BandIsOpen(std::size_t band, const Span& tiles, const Pitches& pitches) {
+  const std::uint8_t* const covered = &coverage.covered[band * pitches.along];
+  return !(covered[tiles.low * pitches.across] &
+           covered[(tiles.low + tiles.high) / 2 * pitches.across] &
+           covered[tiles.high * pitches.across]);
+}
+
+// The same of all its bands in a group, which reach three groups at most.
+inline bool GroupIsOpen(std::size_t group, const Span& groups, const Pitches& pitches) {
+  const std::uint8_t* const open = &coverage.openOf[group * pitches.along];
+  return (open[groups.low * pitches.across] |
+          open[(groups.low + groups.high) / 2 * pitches.across] |
+          open[groups.high * pitches.across]) != 0;
+}
+
+// The first step behind those in the group of step `i`. The ring is one tile wide, so that groups
+// begin one tile early.
+inline int BehindGroup(int i) {
+  const int group = (i / kTile + 1) >> kGroupBits;
+  return ((group + 1) * kGroup - 1) * kTile;
+}
+
 template <int kLanes>
 inline void DrawStroke(const Stroke& stroke, double reach, const std::uint8_t* profile) {
   Plane& plane = stroke.flat ? coverage.columns : coverage.rows;
   constexpr double kHalfPhase = 0.5 / kPhases;
+  constexpr double kAbove = LanesAbove(kLanes);
   Steps steps;
   steps.pitch = plane.pitch;
   steps.profile = profile;
   steps.step = static_cast<std::int64_t>(stroke.slope * kOne);
   std::int64_t position =
-      static_cast<std::int64_t>((stroke.first + kMargin - LanesAbove(kLanes) + kHalfPhase) * kOne);
-  // From the first byte of a step to the first and the last that the line reaches.
-  const auto toFirst = static_cast<std::int64_t>((LanesAbove(kLanes) - reach) * kOne);
-  const auto toLast = static_cast<std::int64_t>((LanesAbove(kLanes) + reach) * kOne);
-  // Neighbouring bands of 32 steps lie one tile apart, neighbours across one row of tiles, or
-  // reversed.
-  const std::size_t bandPitch = stroke.flat ? 1 : TileNumber(0, 1);
-  const std::size_t acrossPitch = stroke.flat ? TileNumber(0, 1) : 1;
+      static_cast<std::int64_t>((stroke.first + kMargin - kAbove + kHalfPhase) * kOne);
+  const Reach reached = {static_cast<std::int64_t>((kAbove - reach) * kOne),
+                         static_cast<std::int64_t>((kAbove + reach) * kOne)};
+  const Pitches tiles = PitchesOf(stroke.flat, TileNumber(0, 1));
+  const Pitches groups =
+      PitchesOf(stroke.flat, static_cast<std::size_t>(GroupsFor(coverage.tilesAcross)));
+  // A short one is through before it pays.
+  int nextGroup = stroke.to - stroke.from >= kLongRun ? stroke.from : stroke.to + 1;
   for (int i = stroke.from; i <= stroke.to;) {
+    const auto band = static_cast<std::size_t>(i / kTile + 1);
+    if (i >= nextGroup) {
+      nextGroup = std::min(stroke.to + 1, BehindGroup(i));
+      const std::int64_t there = position + steps.step * (nextGroup - 1 - i);
+      const Span span = SpanOf(position, there, reached, kTileShift + kGroupBits);
+      if (!GroupIsOpen(band >> kGroupBits, span, groups)) {
+        position = there + steps.step;
+        i = nextGroup;
+        continue;
+      }
+    }
     const int end = std::min(stroke.to, i | (kTile - 1));
     const std::int64_t last = position + steps.step * (end - i);
-    const auto low = static_cast<std::size_t>((std::min(position, last) + toFirst) >> kTileShift);
-    const auto high = static_cast<std::size_t>((std::max(position, last) + toLast) >> kTileShift);
-    const auto band = static_cast<std::size_t>(i / kTile + 1);
-    const std::uint8_t* const covered = &coverage.covered[band * bandPitch];
-    // A band reaches three tiles at most.
-    if (!(covered[low * acrossPitch] & covered[(low + high) / 2 * acrossPitch] &
-          covered[high * acrossPitch])) {
+    const Span span = SpanOf(position, last, reached, kTileShift);
+    if (BandIsOpen(band, span, tiles)) {
       steps.bytes = plane.bytes.data() + static_cast<std::ptrdiff_t>(i) * plane.pitch;
       steps.position = position;
       DrawBand<kLanes>(stroke, steps, i, end);
-      for (std::size_t across = low; across <= high; ++across) {
-        const std::size_t number = band * bandPitch + across * acrossPitch;
-        Visit(number, stroke.flat ? kByFlat : kBySteep);
+      for (std::size_t across = span.low; across <= span.high; ++across) {
+        Visit(band * tiles.along + across * tiles.across, stroke.flat ? kByFlat : kBySteep);
       }
     }
     position = last + steps.step;
@@ -554,151 +727,6 @@ void GatherSegments(const Segment* segments, int count, const Rect& area, Pencil
   }
 }
 
-std::uint64_t LoadEight(const std::uint8_t* bytes) {
-  std::uint64_t eight;
-  std::memcpy(&eight, bytes, sizeof eight);
-  return eight;
-}
-
-// Columns of eight bytes become rows.
-void Transpose(std::uint64_t (&eights)[kBlock]) {
-#ifdef MORVA_BYTE_LANES
-  __m128i pairs[4];
-  for (int i = 0; i < 4; ++i) {
-    pairs[i] =
-        _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(&eights[2 * i])),
-                          _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&eights[2 * i + 1])));
-  }
-  const __m128i a = _mm_unpacklo_epi16(pairs[0], pairs[1]);
-  const __m128i b = _mm_unpackhi_epi16(pairs[0], pairs[1]);
-  const __m128i c = _mm_unpacklo_epi16(pairs[2], pairs[3]);
-  const __m128i d = _mm_unpackhi_epi16(pairs[2], pairs[3]);
-  __m128i* out = reinterpret_cast<__m128i*>(eights);
-  _mm_storeu_si128(out, _mm_unpacklo_epi32(a, c));
-  _mm_storeu_si128(out + 1, _mm_unpackhi_epi32(a, c));
-  _mm_storeu_si128(out + 2, _mm_unpacklo_epi32(b, d));
-  _mm_storeu_si128(out + 3, _mm_unpackhi_epi32(b, d));
-#else
-  std::uint8_t bytes[kBlock][kBlock];
-  std::uint8_t turned[kBlock][kBlock];
-  std::memcpy(bytes, eights, sizeof bytes);
-  for (int i = 0; i < kBlock; ++i) {
-    for (int k = 0; k < kBlock; ++k) turned[k][i] = bytes[i][k];
-  }
-  std::memcpy(eights, turned, sizeof turned);
-#endif
-}
-
-// The coverage of eight rows of a tile.
-struct Covered {
-  alignas(32) std::uint8_t rows[kBlock][kTile];
-};
-
-void GatherFlat(Covered& out, int left, int top) {
-  const Plane& plane = coverage.columns;
-  for (int x = 0; x < kTile; x += kBlock) {
-    std::uint64_t eights[kBlock];
-    for (int i = 0; i < kBlock; ++i) {
-      eights[i] = LoadEight(plane.bytes.data() + At(plane, left + x + i, top));
-    }
-    Transpose(eights);
-    for (int i = 0; i < kBlock; ++i) std::memcpy(&out.rows[i][x], &eights[i], kBlock);
-  }
-}
-
-void GatherRows(Covered& out, int left, int top, unsigned touched) {
-  const Plane& plane = coverage.rows;
-  if (touched & kByFlat) GatherFlat(out, left, top);
-  if (!(touched & kBySteep)) return;
-  for (int i = 0; i < kBlock; ++i) {
-    const std::uint8_t* const row = plane.bytes.data() + At(plane, top + i, left);
-    if (!(touched & kByFlat)) {
-      std::memcpy(out.rows[i], row, kTile);
-      continue;
-    }
-    for (int x = 0; x < kTile; x += kManyLanes) Raise<kManyLanes>(&out.rows[i][x], row + x);
-  }
-}
-
-std::uint32_t Blended(std::uint32_t ground, std::uint32_t ink, unsigned covered) {
-  const unsigned part = covered + (covered >> 7);  // 0 to 256
-  std::uint32_t mixed = 0xFFu;
-  for (int shift = 16; shift >= 0; shift -= 8) {
-    const unsigned from = ground >> shift & 0xFFu;
-    const unsigned to = ink >> shift & 0xFFu;
-    mixed = mixed << 8 | (from * (256 - part) + to * part) >> 8;
-  }
-  return mixed;
-}
-
-void BlendPixels(std::uint32_t* pixels, const std::uint8_t* covered, int count, std::uint32_t ink) {
-  for (int i = 0; i < count; ++i) {
-    if (covered[i] != 0) pixels[i] = Blended(pixels[i], ink, covered[i]);
-  }
-}
-
-// Blends a row of a tile.
-using RowBlender = void (*)(std::uint32_t* pixels, const std::uint8_t* covered, std::uint32_t ink);
-
-void BlendPlainRow(std::uint32_t* pixels, const std::uint8_t* covered, std::uint32_t ink) {
-  for (int x = 0; x < kTile; x += kBlock) {
-    const std::uint64_t eight = LoadEight(covered + x);
-    if (eight == 0) continue;
-    if (eight == ~std::uint64_t{0}) {
-      std::fill_n(pixels + x, kBlock, ink);
-    } else {
-      BlendPixels(pixels + x, covered + x, kBlock, ink);
-    }
-  }
-}
-
-#ifdef MORVA_BYTE_LANES
-__attribute__((target("avx2"))) void BlendWideRow(std::uint32_t* pixels,
-                                                  const std::uint8_t* covered, std::uint32_t ink) {
-  const __m256i zero = _mm256_setzero_si256();
-  const __m256i ink32 = _mm256_set1_epi32(static_cast<int>(ink));
-  const __m256i ink16 = _mm256_unpacklo_epi8(ink32, zero);
-  const __m256i whole = _mm256_set1_epi16(256);
-  const __m256i opaque = _mm256_set1_epi32(static_cast<int>(0xFF000000u));
-  for (int x = 0; x < kTile; x += kBlock) {
-    const std::uint64_t eight = LoadEight(covered + x);
-    if (eight == 0) continue;
-    __m256i* const at = reinterpret_cast<__m256i*>(pixels + x);
-    if (eight == ~std::uint64_t{0}) {
-      _mm256_storeu_si256(at, ink32);
-      continue;
-    }
-    // The part of a pixel, 0 to 256, in both halves of its 32 bits.
-    __m256i parts = _mm256_cvtepu8_epi32(_mm_cvtsi64_si128(static_cast<long long>(eight)));
-    parts = _mm256_add_epi32(parts, _mm256_srli_epi32(parts, 7));
-    parts = _mm256_or_si256(parts, _mm256_slli_epi32(parts, 16));
-    const __m256i ground = _mm256_loadu_si256(at);
-    const __m256i lowPart = _mm256_unpacklo_epi32(parts, parts);
-    const __m256i highPart = _mm256_unpackhi_epi32(parts, parts);
-    const __m256i low = _mm256_add_epi16(
-        _mm256_mullo_epi16(_mm256_unpacklo_epi8(ground, zero), _mm256_sub_epi16(whole, lowPart)),
-        _mm256_mullo_epi16(ink16, lowPart));
-    const __m256i high = _mm256_add_epi16(
-        _mm256_mullo_epi16(_mm256_unpackhi_epi8(ground, zero), _mm256_sub_epi16(whole, highPart)),
-        _mm256_mullo_epi16(ink16, highPart));
-    const __m256i mixed =
-        _mm256_packus_epi16(_mm256_srli_epi16(low, 8), _mm256_srli_epi16(high, 8));
-    // A pixel that is not covered keeps all its bits.
-    const __m256i free = _mm256_cmpeq_epi32(parts, zero);
-    _mm256_storeu_si256(at, _mm256_blendv_epi8(_mm256_or_si256(mixed, opaque), ground, free));
-  }
-}
-#endif
-
-RowBlender ChooseRowBlender() {
-#ifdef MORVA_BYTE_LANES
-  if (__builtin_cpu_supports("avx2")) return BlendWideRow;
-#endif
-  return BlendPlainRow;
-}
-
-const RowBlender BlendRow = ChooseRowBlender();
-
 // The picture that is drawn into.
 struct Sheet {
   std::uint32_t* pixels = nullptr;  // its first visible pixel
@@ -755,15 +783,14 @@ void BlendRowOfTiles(const Sheet& sheet, int ty) {
   }
 }
 
-void ClearTiles() {
-  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) {
-    for (int tx = 1; tx <= TilesFor(coverage.width); ++tx) {
-      const unsigned touched = coverage.tiles[TileNumber(tx, ty)].touched;
-      const int left = (tx - 1) * kTile;
-      const int top = (ty - 1) * kTile;
-      if (touched & kByFlat) ClearTile(coverage.columns, left, top);
-      if (touched & kBySteep) ClearTile(coverage.rows, top, left);
-    }
+// Right behind the blending, while the bytes are at hand.
+void ClearRowOfTiles(int ty) {
+  for (int tx = 1; tx <= TilesFor(coverage.width); ++tx) {
+    const unsigned touched = coverage.tiles[TileNumber(tx, ty)].touched;
+    const int left = (tx - 1) * kTile;
+    const int top = (ty - 1) * kTile;
+    if (touched & kByFlat) ClearTile(coverage.columns, left, top);
+    if (touched & kBySteep) ClearTile(coverage.rows, top, left);
   }
 }
 
@@ -782,6 +809,8 @@ void BlendSegments(std::uint32_t* pixels, int stridePixels, int width, int heigh
   Resize(RectWidth(area), RectHeight(area));
   OpenTiles();
   coverage.seen.clear();
+  coverage.asked = 0;
+  coverage.repeated = 0;
   Pencil& pencil = PencilOf(std::clamp(penWidth, 1.0, kWidestSmoothPen));
   if (pencil.lanes == kFewLanes) {
     GatherSegments<kFewLanes>(segments, count, area, pencil);
@@ -792,8 +821,10 @@ void BlendSegments(std::uint32_t* pixels, int stridePixels, int width, int heigh
   sheet.stride = stridePixels;
   sheet.pixels = pixels + area.top * sheet.stride + area.left;
   sheet.ink = 0xFF000000u | colour;
-  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) BlendRowOfTiles(sheet, ty);
-  ClearTiles();
+  for (int ty = 1; ty <= TilesFor(coverage.height); ++ty) {
+    BlendRowOfTiles(sheet, ty);
+    ClearRowOfTiles(ty);
+  }
 }
 
 }  // namespace platform

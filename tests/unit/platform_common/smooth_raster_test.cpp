@@ -343,6 +343,57 @@ TEST(SmoothRaster, ForgetsOneBatchBeforeTheNext) {
   EXPECT_EQ(fourth.Inked(), 11);
 }
 
+TEST(SmoothRaster, DrawsManyLongStrokesLikeFewOnes) {
+  // So thin on the picture that no part of it is covered whole. Short segments outside make the
+  // batch one that is taken in its own order.
+  std::vector<Segment> segments = RandomSegments(9, 5000, 0, 2400, 200);
+  std::erase_if(segments, [](const Segment& s) {
+    return std::max(std::fabs(s.x1 - s.x0), std::fabs(s.y1 - s.y0)) < 80;
+  });
+  segments.insert(segments.end(), segments.begin(), segments.begin() + 2500);
+  ASSERT_GT(segments.size(), 4096u);
+  Picture one(2400, 2400), other(2400, 2400);
+  one.Draw(segments, 2);
+  segments.resize(3 * segments.size(), Segment{-500, -500, -490, -490});
+  other.Draw(segments, 2);
+  EXPECT_EQ(one.pixels, other.pixels);
+}
+
+TEST(SmoothRaster, GoesOnBehindWhatIsCovered) {
+  // The left part is covered whole, and strokes of all slopes run from there into the right one.
+  constexpr int kWidth = 1100;
+  constexpr int kHeight = 900;
+  constexpr int kLeft = 480;  // where a group of tiles ends
+  std::mt19937 random(17);
+  std::uniform_real_distribution<float> down(-50, kHeight + 50);
+  std::uniform_real_distribution<float> left(0, kLeft);
+  std::uniform_real_distribution<float> right(kLeft, kWidth);
+  std::vector<Segment> strokes;
+  for (int i = 0; i < 300; ++i) {
+    const Segment s = {left(random), down(random), right(random), down(random)};
+    strokes.push_back(i % 2 ? s : Segment{s.x1, s.y1, s.x0, s.y0});
+  }
+  std::vector<Segment> both;
+  // Twice, since a tile is asked now and then whether it is covered.
+  for (int i = 0; i < 2 * kLeft; ++i) {
+    const float x = static_cast<float>(i % kLeft) + (i < kLeft ? 0 : 0.5F);
+    both.push_back({x, -5, x, kHeight + 5});
+  }
+  both.insert(both.end(), strokes.begin(), strokes.end());
+  Picture alone(kWidth, kHeight), behind(kWidth, kHeight);
+  alone.Draw(strokes, 2);
+  behind.Draw(both, 2);
+  int missing = 0;
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
+      const bool covered = x < kLeft - 1;  // the last line reaches over the edge
+      const int wanted = covered ? 255 : alone.At(x, y);
+      missing += x < kLeft + 3 && !covered ? 0 : behind.At(x, y) != wanted;
+    }
+  }
+  EXPECT_EQ(missing, 0);
+}
+
 TEST(SmoothRaster, CoversAPictureWholeUnderMoreLinesThanItCanShow) {
   std::mt19937 random(3);
   std::uniform_real_distribution<float> place(0, 200);
