@@ -42,6 +42,7 @@ struct SentPlate {
   std::uint32_t drawing = 0;  // which of its plates
   std::int32_t block = 0;
   std::uint32_t codeHash = 0;  // of that block, by which it is known again
+  std::uint32_t former = 0;    // before its last update, which may be undone; 0: none
 };
 SentPlate sent[kMaxTabs * kMaxPlates];
 
@@ -118,6 +119,9 @@ int RowRemembered() {
   };
   const int row = FindFeature(known->block);
   if (row >= 0 && isIt(features.rows[row])) return row;
+  if (row >= 0 && known->former != 0 && features.rows[row].settings.codeHash == known->former) {
+    return row;
+  }
   return FirstPlateRow(isIt);
 }
 
@@ -133,8 +137,12 @@ void RememberBlock(std::int32_t id) {
   ScanProgram();
   const int row = id != 0 ? FindFeature(id) : -1;
   if (row < 0 || features.rows[row].settings.kind != kKindPlate) return;
-  RowToFill(ActiveSerial(), ActiveDrawing()) = {ActiveSerial(), ActiveDrawing(), id,
-                                                features.rows[row].settings.codeHash};
+  SentPlate& sentRow = RowToFill(ActiveSerial(), ActiveDrawing());
+  const SentPlate before = sentRow;
+  sentRow = {ActiveSerial(), ActiveDrawing(), id, features.rows[row].settings.codeHash};
+  const bool same = before.serial == sentRow.serial && before.drawing == sentRow.drawing &&
+                    before.block == sentRow.block;
+  if (same) sentRow.former = before.codeHash;
 }
 
 std::int32_t BlockOfLivePlate() {

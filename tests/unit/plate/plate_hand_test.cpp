@@ -355,5 +355,37 @@ TEST_F(PlateHand, OffersToUpdateTheBlockThatHoldsThePlateAlready) {
   EXPECT_EQ(PlateBlocks(), 1);
 }
 
+void UndoInTheCode() {
+  headless::Advance(1000);  // saved, so that the plate may be left
+  headless::Click(kIdSurfaceCode);
+  headless::EditorUndo(kIdEditor);
+}
+
+TEST_F(PlateHand, KnowsItsBlockBehindTheUndoOfAnUpdate) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"10");
+  Insert();
+  const std::u16string before = Text();
+  headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  Insert();
+  ASSERT_EQ(PlateBlocks(), 1);
+  const std::u16string after = Text();
+  ASSERT_TRUE(after != before);
+  UndoInTheCode();
+  EXPECT_TRUE(Text() == before);
+  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  EXPECT_EQ(NumbersOf(plate).length, 9) << "the plate is what was typed";
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  Insert();
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u) << "it is asked whether to update";
+  EXPECT_EQ(PlateBlocks(), 1);
+  EXPECT_TRUE(Text() == after);
+  // And brought back by its block as it is there.
+  UndoInTheCode();
+  Reopen();
+  EXPECT_EQ(NumbersOf(plate).length, 10);
+}
+
 }  // namespace
 }  // namespace morva

@@ -416,6 +416,39 @@ TEST_F(Triplets, GetNoNameWhereAShapeOfThemIsMissing) {
   EXPECT_EQ(std::u16string(plate.name), u"");
 }
 
+// The own file of a plate says which of the shapes that are alike it is; one that was damaged says
+// nothing, whatever it holds, and is whole again behind the next save.
+TEST_F(NamedPlate, IsNotKnownByADamagedFileBesideTheLibrary) {
+  ASSERT_TRUE(app.dataDirReady);
+  GivePlateName(u"Base");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  FeatureSettings first;
+  ASSERT_TRUE(SavePlateSettings(first));
+  LoadLivePlate(nullptr);
+  SetPlateText(kPlatePatternDiameter, u"3");
+  GivePlateName(u"Twin");
+  ASSERT_EQ(Save(), PlateSave::Done);
+  const std::string whole = Metadata(0);
+  ASSERT_EQ(whole.size(), 4768u);
+  std::filesystem::path file;
+  for (const auto& each : std::filesystem::recursive_directory_iterator(home_)) {
+    if (each.path().filename() == "Plate-0.platemv") file = each.path();
+  }
+  std::string flipped = whole;
+  flipped[200] = static_cast<char>(flipped[200] ^ 1);
+  const std::string damaged[] = {"", whole.substr(0, 4767), whole + "x", std::string(4768, '\xFF'),
+                                 flipped};
+  for (const std::string& bytes : damaged) {
+    std::ofstream(file, std::ios::binary) << bytes;
+    LoadLivePlate(&first);
+    EXPECT_EQ(std::u16string(plate.name), u"") << bytes.size();
+    EXPECT_EQ(plate.values[kPlateLength].value, 8);
+  }
+  TakePlateName(u"Base", false, 0);
+  ASSERT_EQ(Save(), PlateSave::Done);
+  EXPECT_EQ(Metadata(0), whole);
+}
+
 TEST_F(NamedPlate, FindsTheOutlineThatTheSettingsFileRounded) {
   SavedShape outline;
   outline.count = 1;
