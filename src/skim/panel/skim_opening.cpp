@@ -104,23 +104,26 @@ void EnterSkim() {
 }
 
 void NoteEditedSkim() {
-  if (!skimWizard.open || editLink.kind != kKindSkim || editLink.tab != app.activeTab) return;
+  if (!skimWizard.open || editLink.kind != kKindSkim) return;
+  // No program is up while its own is being closed.
+  if (app.activeTab >= 0 && editLink.tab != app.activeTab) return;
   NoteSkimEdit({.id = editLink.id, .program = ActiveSerial(), .original = editLink.original});
 }
 
 void FollowEditedSkim() {
-  const SkimEdit& edit = skimWizard.edit;
-  if (edit.id == 0 || editLink.kind != 0) return;
+  const SkimEdit edit = skimWizard.edit;
+  if (edit.id == 0) return;
+  if (editLink.kind != 0) return NoteSkimEdit({});  // it is no longer owed
   if (edit.program != ActiveSerial() && IndexOfSerial(edit.program) >= 0) {
     return ShowStatus(
         u"The skim under edit stands in another program; INSERT SKIM writes a new block here.");
   }
+  NoteSkimEdit({});
   const bool linked = edit.program == ActiveSerial() && LinkFeature(edit.id);
   if (linked && editLink.kind == kKindSkim && editLink.original == edit.original) {
     return ShowBuilderKeys(editLink.kind);
   }
   DropEditLink();
-  NoteSkimEdit({});
   ShowStatus(u"The skim under edit was changed or is gone; INSERT SKIM writes a new block.");
 }
 

@@ -117,10 +117,11 @@ void FocusChanged(int id, bool gained) {
 
 // Another program has other geometry to place the stock on.
 void Settled() {
-  if (ActiveSerial() == shownProgram) return;
+  const bool other = ActiveSerial() != shownProgram;
   shownProgram = ActiveSerial();
-  RefreshSkimView();
-  FollowEditedSkim();
+  if (other) RefreshSkimView();
+  // Programs may have come up and gone in one command.
+  if (other || skimWizard.edit.program == shownProgram) FollowEditedSkim();
 }
 
 void Paint(platform::Canvas& canvas) {

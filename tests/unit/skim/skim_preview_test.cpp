@@ -4,11 +4,13 @@
 
 #include "app/hooks.h"
 #include "app/path_preview.h"
+#include "app/surfaces.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
+#include "platform/message.h"
 #include "simulator/shown_path.h"
 #include "skim/model/plan_record.h"
 #include "skim/panel/skim_opening.h"
@@ -195,6 +197,36 @@ TEST_F(SkimUnderEdit, IsItsUpdateAgainWhereThePagesCameBackFromADrawing) {
   headless::Click(kIdBack);
   ASSERT_EQ(app.surface, kSurfaceSkim);
   EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+}
+
+// As *Save All* does: every program comes up in turn, and the first one again, in one command.
+TEST_F(SkimUnderEdit, StaysItsUpdateWhereProgramsComeUpAndGoInOneCommand) {
+  headless::Click(kIdTabNew);
+  headless::Click(kIdTabFirst);
+  SwitchTab(1);
+  SwitchTab(0);
+  SettleSurface();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  // A link that the user gave up stays so.
+  DropEditLink();
+  SettleSurface();
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+}
+
+TEST_F(SkimUnderEdit, SaysThatItWasLeftWhereItsProgramIsClosed) {
+  headless::Click(kIdTabNew);
+  headless::Click(kIdTabFirst);
+  ASSERT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  CloseProgram();
+  SettleSurface();
+  ASSERT_EQ(app.tabCount, 1);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
+  EXPECT_EQ(Status(),
+            u"The skim under edit was changed or is gone; INSERT SKIM writes a new block.");
 }
 
 TEST_F(SkimUnderEdit, SaysThatItWasLeftWhereItsBlockChanged) {
