@@ -28,6 +28,7 @@
 #include "bench_window.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "documents/text_refresh.h"
 #include "platform/editor.h"
 #include "platform/qt/qt_testing.h"
@@ -126,14 +127,18 @@ void Stand() {
   morva::app.dataDirReady = false;  // no autosave in between
 }
 
+// The program that is shown, with what was typed into it; else closing would ask, and wait.
+void CloseWithoutSaving() {
+  morva::app.editorDirty = false;
+  if (morva::ProgramTab* tab = morva::ActiveTab()) tab->save.savedChanges = tab->save.changes;
+  morva::CloseProgram();
+}
+
 // Opens the file as the key does, once per file; the tagger and the list have run after it.
 void OpenOnly(const QString& path) {
   Stand();
   if (QString::fromUtf16(morva::app.activePath) == path) return;
-  while (morva::app.activePath[0]) {
-    morva::app.editorDirty = false;
-    morva::CloseProgram();
-  }
+  while (morva::app.activePath[0]) CloseWithoutSaving();
   bench::nextFile = path;
   morva::OpenProgram();
   morva::RunTextRefresh();
@@ -141,10 +146,7 @@ void OpenOnly(const QString& path) {
 }
 
 void CloseAll() {
-  while (morva::app.activePath[0]) {
-    morva::app.editorDirty = false;
-    morva::CloseProgram();
-  }
+  while (morva::app.activePath[0]) CloseWithoutSaving();
   Settle();
 }
 
