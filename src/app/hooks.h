@@ -78,6 +78,8 @@ struct Hooks {
                    std::uint32_t colour) = nullptr;
   // codetools: 20 or 21, the last unit that a text names outside comments; 0 for none.
   std::int32_t (*lastUnitsCode)(std::u16string_view text) = nullptr;
+  // builders: reads the tools again that another window stored; lists and the tool form follow.
+  void (*followTools)() = nullptr;
   // codetools: leaves the compare review where it is showing.
   void (*leaveCompare)() = nullptr;
   // codetools: closes the import panel where it is open, with words; its program goes off the

@@ -410,6 +410,10 @@ void RegisterToolForm() {
   RegisterUnitKeys(kIdToolFormInch, kIdToolFormMm);
   // The pictures show sizes in the active unit.
   AddToolList(RepaintPictures);
+  hooks.followTools = [] {
+    int none = -1;
+    FollowTools(none);
+  };
   const RouterStage click = RouterStage::Click;
   RegisterCommand(click, kIdToolSave, platform::kNotifyClick, [](int, int) { SaveToolForm(); });
   RegisterCommand(click, kIdToolRevert, platform::kNotifyClick,

@@ -299,6 +299,7 @@ void Draw(const FormValues& values, Picture& picture) {
 
 // What the library says of the tool, where the code has it otherwise.
 void TellTool(const FormValues& values, bool) {
+  Call(hooks.followTools);
   const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
   const int index = number > 0 ? FindTool(number) : -1;
   const std::u16string tool = u"T" + IntegerText(number);

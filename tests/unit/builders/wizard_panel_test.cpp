@@ -535,6 +535,18 @@ TEST_F(WizardPanel, TellsASpeedAboveTheTools) {
   EXPECT_TRUE(OutputHas(u"T5 turns at 300 RPM at most by the library; the code has S9000."));
 }
 
+TEST_F(WizardPanel, TellsTheOffsetThatAnotherWindowStored) {
+  AddRated(5, 9000, 90);
+  Choose(kWizardSlot);
+  headless::SelectRows(kIdWizardTools, {1});
+  WriteFile("bin/MORVA.ini",
+            "[ToolLibrary]\r\nCount=2\r\n[Tool0]\r\nNumber=2\r\nName=TWO\r\n"
+            "[Tool1]\r\nNumber=5\r\nName=FIVE\r\nHOffset=31\r\nMaxRPM=9000\r\n");
+  Insert();
+  EXPECT_TRUE(OutputHas(u"The library gives T5 the H offset 31; the code has H5."));
+  EXPECT_EQ(platform::SelectedRow(kIdWizardTools), 2) << "the row of T5 in the list that is new";
+}
+
 TEST_F(WizardPanel, KeepsASpeedAndAFeedThatTheUserTyped) {
   AddTool(7, 0.5);
   Choose(kWizardSlot);
