@@ -56,8 +56,10 @@ std::string_view WithoutLineEnd(std::string_view line) {
 
 // Whether the line is a header, and the name in it.
 bool ReadHeader(std::string_view line, std::string_view& name) {
+  // Most lines are none, and all lines pass here.
+  const std::size_t first = line.find_first_not_of(" \t\r");
+  if (first == line.npos || line[first] != '[') return false;
   line = Trimmed(WithoutLineEnd(line));
-  if (line.empty() || line.front() != '[') return false;
   const std::size_t close = line.find(']');
   if (close == line.npos) return false;
   name = Trimmed(line.substr(1, close - 1));
@@ -476,9 +478,9 @@ bool EndProfileChange(ProfileTold told) {
   if (told) change.told.push_back(told);
   if (--change.depth > 0) return true;
   // The sections look into the text of the change, which moves with it.
-  const std::string after = change.touched ? Written(change.sections) : change.before;
+  const std::string after = change.touched ? Written(change.sections) : std::string();
   const Change ended = std::exchange(change, Change());
-  const bool same = after == ended.before;
+  const bool same = !ended.touched || after == ended.before;
   bool saved = ended.readable;
   if (saved && same && handed.there) {
     ExpectAnswer(handed.last, ended.told);
