@@ -206,6 +206,7 @@ inline constexpr int kIdKeysSearch = 3212;  // page of keys, 3212 to 3215
 inline constexpr int kIdKeysList = 3213;
 inline constexpr int kIdKeysNote = 3214;
 inline constexpr int kIdKeysClose = 3215;
+inline constexpr int kIdStrip = 3216;       // closes and opens what lies below the editor
 
 // Controls of panels that the routing table does not name.
 inline constexpr int kIdFindText = 3220;  // find pane, 3220 to 3231

@@ -69,6 +69,8 @@ struct Hooks {
   void (*highlightLine)(int line) = nullptr;
   // shell
   void (*layout)() = nullptr;
+  // shell: opens the strip with the output log where it is closed.
+  void (*openOutput)() = nullptr;
   void (*setMode)(int mode) = nullptr;
   void (*setSurface)(int surface) = nullptr;
   // shell: one row as every list looks, its text from `left` pixels on; icon_names.h, centred.

@@ -140,6 +140,7 @@ void HidePanel() { HideForm(kIndexForm); }
 // However the mode was reached, the left panel shows the index.
 void EnterPanel() {
   ShowFeaturesInSidebar(false);
+  Call(hooks.openOutput);  // the page stands beside it
   RebuildCodeList();
   RelayPanels();
   platform::SetFocusTo(kIdIndexSearch);

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
@@ -204,6 +205,7 @@ void ValidateProgram() {
   // The outlet adds the last line end itself.
   report.resize(report.size() - 2);
   AppendOutput(report);
+  Call(hooks.openOutput);
   const ProgramTab* tab = ActiveTab();
   validated = tab ? NameOfTab(app.activeTab) : std::u16string();
 }

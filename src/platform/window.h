@@ -107,7 +107,7 @@ void ReleasePointer();
 bool CtrlHeld();
 // Whether any button of the pointer is down now, wherever it was pressed.
 bool ButtonHeld();
-enum class PointerShape { Arrow, SizeAcross, Cross, Hand };
+enum class PointerShape { Arrow, SizeAcross, SizeUpDown, Cross, Hand };
 void SetPointerShape(int id, PointerShape shape);
 // The place of `id` in main-window pixels.
 Rect PlaceInMainWindow(int id);

@@ -50,6 +50,7 @@ constexpr KeyLook kKeys[] = {
     {kIdFeatureRename, kSmall},
     {kIdPreflight, kSmall, kPanelGreen},
     {kIdRenumber, kSmall},
+    {kIdStrip, kSmall},
     {kIdViewRefresh, kSmall, kPanelPlain, Face::Icon, kIdViewLayers},
     {kIdPlayStart, kSmall, kPanelPlain, Face::Icon, kIdPlayRewind},
     {kIdPlayToggle, kSmall, kPanelGreen, Face::Icon},

@@ -16,6 +16,7 @@
 #include "app/surfaces.h"
 #include "dnc/transfer.h"
 #include "platform/window.h"
+#include "shell/strip.h"
 
 namespace morva {
 
@@ -26,9 +27,12 @@ namespace {
 constexpr int kGripLeft = 4;  // pixels left of the panel's edge that take hold of it
 constexpr int kGripRight = 5;
 
+enum class Edge { None, Panel, Strip };
+
 LayoutAreas areas;
-bool dragging = false;
-bool gripShape = false;  // the pointer shows that the edge can be dragged
+Edge dragged = Edge::None;
+int held = 0;  // pixels from the strip's edge down to where the pointer took hold of it
+Edge gripShape = Edge::None;  // the edge that the pointer shows to be one that can be dragged
 
 // Which of the placed things are shown, so that only a change touches them.
 struct Shown {
@@ -68,11 +72,32 @@ bool InGrip(int x) {
   return x >= app.leftPanelWidth - kGripLeft && x <= app.leftPanelWidth + kGripRight;
 }
 
-void ShowGripShape(bool grip) {
-  if (grip == gripShape) return;
-  gripShape = grip;
-  platform::SetPointerShape(platform::kMainWindow, grip ? platform::PointerShape::SizeAcross
-                                                        : platform::PointerShape::Arrow);
+// The edge under a place of the code surface.
+Edge EdgeAt(int x, int y) {
+  if (app.surface != kSurfaceCode) return Edge::None;
+  const Rect& strip = areas.stripEdge;
+  if (x >= strip.left && x < strip.right && y >= strip.top && y < strip.bottom) return Edge::Strip;
+  return InGrip(x) && y >= app.topBarHeight ? Edge::Panel : Edge::None;
+}
+
+void ShowGripShape(Edge edge) {
+  if (edge == gripShape) return;
+  gripShape = edge;
+  auto shape = platform::PointerShape::Arrow;
+  if (edge == Edge::Panel) shape = platform::PointerShape::SizeAcross;
+  if (edge == Edge::Strip) shape = platform::PointerShape::SizeUpDown;
+  platform::SetPointerShape(platform::kMainWindow, shape);
+}
+
+void TakeEdge(Edge edge, int y) {
+  dragged = edge;
+  held = y - areas.stripEdge.top;
+  platform::CapturePointer(platform::kMainWindow);
+}
+
+void DragEdge(int x, int y) {
+  if (dragged == Edge::Panel) DragSplitter(x);
+  if (dragged == Edge::Strip) DragStrip(y - held);
 }
 
 Rect Around(const LayoutPlan& plan, const int* ids, int count) {
@@ -219,9 +244,12 @@ void Layout() {
   in.helpBelow = IsHelpBelow();
   const Surface* up = SurfaceUp();
   in.viewBesideSurface = up && up->withView;
+  in.stripHeight = StripHeight();
+  in.stripClosed = IsStripClosed();
   const LayoutPlan plan = PlanLayout(in);
   app.leftPanelWidth = plan.leftPanelWidth;
   areas = plan.areas;
+  NoteStripPlace(areas);
   FindPanelAreas(plan);
   for (int i = 0; i < plan.count; ++i) {
     const Placement& placement = plan.placements[i];
@@ -248,33 +276,37 @@ void DragSplitter(int x) {
 
 bool MainPointer(const platform::PointerEvent& event) {
   switch (event.action) {
-    case platform::PointerAction::Press:
-      if (event.button != platform::PointerButton::Left || !InGrip(event.x)) return false;
-      dragging = true;
-      platform::CapturePointer(platform::kMainWindow);
+    case platform::PointerAction::Press: {
+      if (event.button != platform::PointerButton::Left) return false;
+      // The panel's edge has no upper end for a press.
+      Edge edge = EdgeAt(event.x, event.y);
+      if (edge == Edge::None && InGrip(event.x)) edge = Edge::Panel;
+      if (edge == Edge::None) return false;
+      TakeEdge(edge, event.y);
       return true;
+    }
     case platform::PointerAction::Move:
-      if (dragging && !event.leftDown) {
+      if (dragged != Edge::None && !event.leftDown) {
         // The release went to a box that came up meanwhile.
-        dragging = false;
+        dragged = Edge::None;
         platform::ReleasePointer();
       }
-      if (!dragging) {
-        ShowGripShape(event.y >= app.topBarHeight && InGrip(event.x));
+      if (dragged == Edge::None) {
+        ShowGripShape(EdgeAt(event.x, event.y));
         return false;
       }
-      DragSplitter(event.x);
+      DragEdge(event.x, event.y);
       return true;
     case platform::PointerAction::Release:
-      if (!dragging || event.button != platform::PointerButton::Left) return false;
-      dragging = false;
+      if (dragged == Edge::None || event.button != platform::PointerButton::Left) return false;
+      dragged = Edge::None;
       platform::ReleasePointer();
       return true;
     case platform::PointerAction::Lost:
-      dragging = false;
+      dragged = Edge::None;
       return false;
     case platform::PointerAction::Leave:
-      if (!dragging) ShowGripShape(false);
+      if (dragged == Edge::None) ShowGripShape(Edge::None);
       return false;
     default:
       return false;
@@ -283,8 +315,9 @@ bool MainPointer(const platform::PointerEvent& event) {
 
 void ResetLayout() {
   areas = LayoutAreas();
-  dragging = false;
-  gripShape = false;
+  dragged = Edge::None;
+  held = 0;
+  gripShape = Edge::None;
   shownCount = 0;
   orderedFor = -1;
 }

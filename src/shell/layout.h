@@ -15,7 +15,8 @@ void OrderTabs(const LayoutPlan& plan);
 void Layout();
 // The splitter: drags are clamped to 190 to 430.
 void DragSplitter(int x);
-// Pointer on the bare main window: takes hold of the splitter. True: used.
+// Pointer on the bare main window: takes hold of the splitter, or of the edge of the strip below
+// the editor. True: used.
 bool MainPointer(const platform::PointerEvent& event);
 // Of the last layout.
 const LayoutAreas& Areas();

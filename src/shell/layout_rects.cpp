@@ -43,6 +43,12 @@ constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
 constexpr int kOutputLeast = 150;      // height of the output
 constexpr int kOutputBelowView = 112;  // where the view stands above it
 constexpr int kHelpHeight = 112;       // of the help text below a right panel
+constexpr int kStripKeyWidth = 26;     // of the key that closes the strip
+constexpr int kBesideStrip = 160;      // height of the editor that a tall strip leaves
+constexpr int kAboveStrip = 7;         // between the editor and the head of the output
+constexpr int kBelowHead = 5;
+constexpr int kWorkflowLeast = 180;     // height that the quick workflow's words need
+constexpr int kOutputWidthLeast = 330;  // of the output beside the quick workflow
 
 void Put(LayoutPlan& plan, int id, const Rect& place) {
   if (plan.count >= kMaxPlacements) StopFull(u"controls placed", kMaxPlacements);
@@ -292,29 +298,61 @@ void PlanEditor(LayoutPlan& plan, const Rect& area, int workRight) {
   Put(plan, kIdEditor, Rect{area.left + kGutterWidth, area.top, area.right, area.bottom});
 }
 
-constexpr KeyWidth kOutputKeys[] = {{kIdPreflight, 176}, {kIdRenumber, 84}};
+constexpr KeyWidth kOutputKeys[] = {{kIdPreflight, 176}, {kIdRenumber, 78}};
+constexpr KeyWidth kOutputRow[] = {
+    {kIdPreflight, 176}, {kIdRenumber, 78}, {kIdStrip, kStripKeyWidth}};
 
-// The head row of the output with the keys that write into it.
+// The edge above the head of the output, from one side of the editor's column to the other.
+void PlanStripEdge(LayoutPlan& plan, int left, int right, int headTop) {
+  plan.areas.stripEdge = Rect{left, headTop - kAboveStrip, right, headTop};
+}
+
+// The head row of the output with the keys that write into it, and the key that closes it.
 void PlanOutputHead(LayoutPlan& plan, int left, int right, int y) {
-  const int keys = right - RowWidth(kOutputKeys, kKeyGap);
+  PlanStripEdge(plan, left, right, y);
+  const int keys = right - RowWidth(kOutputRow, kKeyGap);
   Put(plan, kIdOutputHead, Rect{left, y, keys - kKeyGap, y + kHeadRow});
-  PutRow(plan, keys, y, kHeadRow, kOutputKeys, kKeyGap);
+  PutRow(plan, keys, y, kHeadRow, kOutputRow, kKeyGap);
+}
+
+// The top of the output: as the mode has it, or as the user dragged it, with room for the editor
+// above. Closed, it lies below the work area, and its head is the last row there.
+int OutputTop(const LayoutInput& in, const Rect& work, int height, int head) {
+  if (in.stripClosed) return work.bottom + kBelowHead;
+  const int most = RectHeight(work) - head - kBelowHead - kAboveStrip - kBesideStrip;
+  if (in.stripHeight > 0) height = in.stripHeight;
+  return work.bottom - std::max(kStripLeast, std::min(height, most));
+}
+
+void PlanOutput(LayoutPlan& plan, const Rect& place) {
+  plan.areas.output = IsEmpty(place) ? Rect{} : place;
+  Put(plan, kIdOutputLog, place);
 }
 
 // The words of the head in a line of their own, where a panel leaves them no room beside the keys.
 bool HasHeadAbove(const LayoutInput& in, int width) {
-  const int keys = RowWidth(kOutputKeys, kKeyGap);
+  const int keys = RowWidth(kOutputRow, kKeyGap);
   return in.headPanel && width < kHeadWords + kHeadPanelLeast + keys + 2 * kKeyGap;
 }
 
-// The head row with a panel left of its keys.
+// The head row with a panel left of its keys. Where the words stand in a line of their own, the
+// key that closes the strip stands at its end.
 void PlanOutputHeadWithPanel(LayoutPlan& plan, const Rect& head) {
-  const int keys = head.right - RowWidth(kOutputKeys, kKeyGap);
+  PlanStripEdge(plan, head.left, head.right, head.top);
   const int y = head.bottom - kHeadRow;
-  const bool above = y > head.top;
-  const int words = above ? head.right : head.left + kHeadWords;
-  Put(plan, kIdOutputHead, Rect{head.left, head.top, words, above ? y : head.bottom});
-  plan.areas.outputHead = Rect{above ? head.left : words + kKeyGap, y, keys - kKeyGap, head.bottom};
+  if (y == head.top) {
+    const int keys = head.right - RowWidth(kOutputRow, kKeyGap);
+    const int words = head.left + kHeadWords;
+    Put(plan, kIdOutputHead, Rect{head.left, y, words, head.bottom});
+    plan.areas.outputHead = Rect{words + kKeyGap, y, keys - kKeyGap, head.bottom};
+    PutRow(plan, keys, y, kHeadRow, kOutputRow, kKeyGap);
+    return;
+  }
+  const int close = head.right - kStripKeyWidth;
+  const int keys = head.right - RowWidth(kOutputKeys, kKeyGap);
+  Put(plan, kIdOutputHead, Rect{head.left, head.top, close - kKeyGap, y});
+  Put(plan, kIdStrip, Rect{close, head.top, head.right, y});
+  plan.areas.outputHead = Rect{head.left, y, keys - kKeyGap, head.bottom};
   PutRow(plan, keys, y, kHeadRow, kOutputKeys, kKeyGap);
 }
 
@@ -330,39 +368,59 @@ int HomeOutputHeight(const LayoutInput& in) {
   return std::clamp(height * 28 / 100, 182, 280);
 }
 
+// What the user drags: the output from its top to its foot.
+void NoteStrip(LayoutPlan& plan, int top, int foot) {
+  plan.areas.stripTop = top;
+  plan.areas.stripFoot = foot;
+}
+
+// What stands in the strip at Home. The quick workflow yields first: to a low strip, and to an
+// output that would be too narrow beside it.
+void PlanHomeStrip(LayoutPlan& plan, const LayoutInput& in, const Rect& strip) {
+  if (IsEmpty(strip)) {
+    for (const int id : {kIdInfoPanel, kIdHelpText}) Put(plan, id, Rect{});
+    return PlanOutput(plan, Rect{});
+  }
+  const int width = RectWidth(strip);
+  const int info = std::clamp(width * 28 / 100, 210, 320);
+  const int page = in.footPanel ? std::clamp(width * 36 / 100, 290, 460) + kPad : 0;
+  int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) + kPad : 0;
+  const int output = width - info - kPad - page - help;
+  if (RectHeight(strip) < kWorkflowLeast || output < kOutputWidthLeast) help = 0;
+  const int infoRight = strip.right - help;
+  int right = infoRight - info - kPad;
+  if (in.footPanel) {
+    plan.areas.foot = Rect{right + kPad - page, strip.top, right, strip.bottom};
+    right -= page;
+  }
+  PlanOutput(plan, Rect{strip.left, strip.top, right, strip.bottom});
+  Put(plan, kIdInfoPanel, Rect{infoRight - info, strip.top, infoRight, strip.bottom});
+  Put(plan, kIdHelpText, Rect{infoRight + kPad, strip.top, strip.right, strip.bottom});
+}
+
 // Home: workflow below. Code index: its page instead. The view reaches down beside the output's
 // head.
 void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 2 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
-  const int outputTop = work.bottom - HomeOutputHeight(in);
   const int line = HasHeadAbove(in, split - kPad - work.left) ? kHeadLine : 0;
-  const int headTop = outputTop - kHeadRow - line - 5;
-  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7}, work.right);
+  const int outputTop = OutputTop(in, work, HomeOutputHeight(in), kHeadRow + line);
+  const int headTop = outputTop - kBelowHead - kHeadRow - line;
+  NoteStrip(plan, outputTop, work.bottom);
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - kAboveStrip}, work.right);
   if (in.viewAway) {
     HideView(plan);
   } else {
-    PlanView(plan, Rect{split, work.top, work.right, outputTop - 7}, kWideBars);
+    const int foot = in.stripClosed ? work.bottom : outputTop - kAboveStrip;
+    PlanView(plan, Rect{split, work.top, work.right, foot}, kWideBars);
   }
   if (in.headPanel) {
-    PlanOutputHeadWithPanel(plan, Rect{work.left, headTop, split - kPad, outputTop - 5});
+    PlanOutputHeadWithPanel(plan, Rect{work.left, headTop, split - kPad, outputTop - kBelowHead});
   } else {
     PlanOutputHead(plan, work.left, split - kPad, headTop);
   }
-  const int info = std::clamp(width * 28 / 100, 210, 320);
-  const int help = in.mode == kModeHome ? std::clamp(width * 28 / 100, 210, 340) : 0;
-  const int infoRight = work.right - (help > 0 ? help + kPad : 0);
-  int right = infoRight - info - kPad;
-  if (in.footPanel) {
-    const int page = std::clamp(width * 36 / 100, 290, 460);
-    plan.areas.foot = Rect{right - page, outputTop, right, work.bottom};
-    right -= page + kPad;
-  }
-  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
-  Put(plan, kIdOutputLog, plan.areas.output);
-  Put(plan, kIdInfoPanel, Rect{infoRight - info, outputTop, infoRight, work.bottom});
-  Put(plan, kIdHelpText, Rect{work.right - help, outputTop, work.right, work.bottom});
+  PlanHomeStrip(plan, in, Rect{work.left, outputTop, work.right, work.bottom});
 }
 
 // Simulator: the view takes the whole height at the right, the output lies below the editor. If
@@ -371,9 +429,10 @@ void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
   const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
   const int split = work.right - view;
-  const int outputTop = work.bottom - OutputHeight(in);
-  const int headTop = outputTop - kHeadRow - 5;
-  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - 7}, work.right);
+  const int outputTop = OutputTop(in, work, OutputHeight(in), kHeadRow);
+  NoteStrip(plan, outputTop, work.bottom);
+  const int headTop = outputTop - kBelowHead - kHeadRow;
+  PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - kAboveStrip}, work.right);
   if (in.viewAway) {
     HideView(plan);
   } else {
@@ -381,8 +440,7 @@ void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   }
   PlanOutputHead(plan, work.left, split - kPad, headTop);
   const int right = in.viewAway ? work.right : split - kPad;
-  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
-  Put(plan, kIdOutputLog, plan.areas.output);
+  PlanOutput(plan, Rect{work.left, outputTop, right, work.bottom});
   Put(plan, kIdInfoPanel, Rect{});
   Put(plan, kIdHelpText, Rect{});
 }
@@ -398,7 +456,8 @@ int WidthBesidePanel(const LayoutInput& in, int workWidth) {
 // one. The output is lower then.
 int HeightUnderEditor(const LayoutInput& in, const Rect& work) {
   if (in.heightAboveView == 0 || in.viewAway) return 0;
-  const int column = RectHeight(work) - kOutputBelowView - kHeadRow - 5 - 7;
+  const int output = work.bottom - OutputTop(in, work, kOutputBelowView, kHeadRow);
+  const int column = RectHeight(work) - output - kHeadRow - kBelowHead - kAboveStrip;
   const int height = column * kUnderPercent / 100;
   return height - kNarrowBarsHeight >= kUnderLeast ? height : 0;
 }
@@ -421,9 +480,11 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int right = side.left - kPad;
   const int view = WidthBesidePanel(in, right - work.left);
   const int under = view > 0 ? 0 : HeightUnderEditor(in, work);
-  const int outputTop = work.bottom - (under > 0 ? kOutputBelowView : OutputHeight(in));
-  const int headTop = outputTop - kHeadRow - 5;
-  const int foot = headTop - 7;
+  const int told = under > 0 ? kOutputBelowView : OutputHeight(in);
+  const int outputTop = OutputTop(in, work, told, kHeadRow);
+  NoteStrip(plan, outputTop, work.bottom);
+  const int headTop = outputTop - kBelowHead - kHeadRow;
+  const int foot = headTop - kAboveStrip;
   const int split = view > 0 ? right - view - kPad : right;
   const int left = side.left + 12;
   const int helpTop = side.bottom - 6 - help;
@@ -441,8 +502,7 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
     HideView(plan);
   }
   PlanOutputHead(plan, work.left, right, headTop);
-  plan.areas.output = Rect{work.left, outputTop, right, work.bottom};
-  Put(plan, kIdOutputLog, plan.areas.output);
+  PlanOutput(plan, Rect{work.left, outputTop, right, work.bottom});
   Put(plan, kIdInfoPanel, Rect{});
   Put(plan, kIdHelpText, Rect{left, helpTop, in.width - 12, helpTop + help});
 }

@@ -36,6 +36,8 @@ struct LayoutInput {
   bool helpBelow = false;          // the help text stands below a right panel
   bool transferRuns = false;       // its bar and the abort key stand in the top band
   bool viewBesideSurface = false;  // the surface shows the view as well
+  int stripHeight = 0;             // of the output, as the user wants it; 0: as the mode has it
+  bool stripClosed = false;        // only the head of the output is left
 };
 
 // Areas that the main window paints itself.
@@ -50,10 +52,13 @@ struct LayoutAreas {
   platform::Rect outputHead;  // of a panel left of the keys above the output
   platform::Rect leftLower;   // feature list, its keys, name box and hint
   platform::Rect panelBody;   // where a right panel's own controls go
-  platform::Rect output;
-  platform::Rect separator;  // the line between mode list and features
-  platform::Rect workspace;  // the surface that is up, instead of all below the tabs
-  platform::Rect status;     // the band under the status line
+  platform::Rect output;      // empty while the strip is closed
+  platform::Rect stripEdge;   // between the editor and the head of the output: drags the strip
+  int stripTop = 0;           // where the output begins; of a closed strip, where it would begin
+  int stripFoot = 0;          // where it ends
+  platform::Rect separator;   // the line between mode list and features
+  platform::Rect workspace;   // the surface that is up, instead of all below the tabs
+  platform::Rect status;      // the band under the status line
 };
 struct Placement {
   int id = 0;
@@ -68,6 +73,9 @@ struct LayoutPlan {
 };
 
 inline bool IsEmpty(const platform::Rect& r) { return r.left >= r.right || r.top >= r.bottom; }
+
+// Pixels of the output that are left at least while the strip is open: three lines.
+inline constexpr int kStripLeast = 54;
 
 // At most the client width minus 760, and never below 190.
 int FittedLeftPanel(int clientWidth, int wanted);

@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/surfaces.h"
 #include "documents/document_commands.h"
+#include "shell/strip.h"
 
 namespace morva {
 
@@ -20,6 +21,15 @@ constexpr Command kCommands[] = {
      .words = u"FEATURES",
      .help = u"Show the program's features",
      .on = [](int) { return app.sidebarShowsFeatures; }},
+    {.id = kIdStrip,
+     .words = u"\u25BC",
+     .help = u"Close or open the output below the code ({}; the arrows up and down move its edge)",
+     .name = u"Output closed",
+     .wordsOn = u"\u25B2",
+     .hint = Hint::Help,
+     .on = [](int) { return IsStripClosed(); },
+     .told = kToldChecked | kToldInWords,
+     .chord = CtrlKey(kStripChords, 'J')},
     {.id = kIdKeysPage, .words = u"All keys", .chord = FunctionKey(kWindowChords, 1)},
     {kIdKeysClose, u"Close"},
     {.id = kIdInlineName,

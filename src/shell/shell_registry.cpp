@@ -20,6 +20,7 @@
 #include "shell/owner_draw.h"
 #include "shell/shell_commands.h"
 #include "shell/speed_slider.h"
+#include "shell/strip.h"
 #include "shell/theme.h"
 
 namespace morva {
@@ -90,6 +91,7 @@ void RegisterShellCommands() {
   RegisterInlineRename();
   RegisterKeysPage();
   RegisterSpeedSlider();
+  RegisterStrip();
   ListenToWindow();
   hooks.layout = Layout;
   hooks.setMode = SetMode;
@@ -111,6 +113,7 @@ void ResetShell() {
   ResetLayout();
   ResetModes();
   ResetSpeedSlider();
+  ResetStrip();
 }
 
 }  // namespace morva

@@ -67,6 +67,7 @@
 #include "shell/shell_commands.h"
 #include "shell/shell_registry.h"
 #include "shell/speed_slider.h"
+#include "shell/strip.h"
 #include "shell/theme.h"
 #include "simulator/playback.h"
 #include "simulator/toolpath.h"
@@ -106,7 +107,7 @@ bool OfferToRooms(int id, Offer offer) {
 
 bool OnKey(int id, const platform::KeyEvent& key) {
   NoteUserKey(platform::TickMilliseconds());
-  if (EditKey(id, key)) return true;
+  if (EditKey(id, key) || StripChord(key)) return true;
   const Surface* up = SurfaceUp();
   if (up && up->key && up->key(id, key)) {
     SettleSurface();

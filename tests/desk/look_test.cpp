@@ -206,6 +206,13 @@ TEST_F(Look, CutsNoReadOutOfTheLink) {
   }
 }
 
+TEST_F(Look, CutsNoHeadOfTheOutput) {
+  InEveryPlace([]() {
+    EXPECT_LE(platform::TextWidth(platform::FontRole::Emphasis, u"OUTPUT / VALIDATION"),
+              desk::WidgetOf(morva::kIdOutputHead)->width());
+  });
+}
+
 TEST_F(Look, KeepsTheRowsStillWhenTheirWordsChange) {
   const auto places = []() {
     std::vector<QRect> rects;

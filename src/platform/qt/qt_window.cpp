@@ -559,6 +559,7 @@ void SetPointerShape(int id, PointerShape shape) {
   if (widget == nullptr) return;
   Qt::CursorShape wanted = Qt::ArrowCursor;
   if (shape == PointerShape::SizeAcross) wanted = Qt::SizeHorCursor;
+  if (shape == PointerShape::SizeUpDown) wanted = Qt::SizeVerCursor;
   if (shape == PointerShape::Cross) wanted = Qt::CrossCursor;
   if (shape == PointerShape::Hand) wanted = Qt::PointingHandCursor;
   if (widget->cursor().shape() != wanted) widget->setCursor(wanted);

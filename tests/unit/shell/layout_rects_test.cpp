@@ -60,6 +60,8 @@ void ForEveryPlan(Look look) {
             look(in, PlanLayout(in));
             in.viewAway = false;
             look(in, PlanLayout(in));
+            in.headPanel = mode == kModeHome;
+            look(in, PlanLayout(in));
             in.transferRuns = true;
             look(in, PlanLayout(in));
           }
@@ -106,6 +108,57 @@ TEST(LayoutRects, OverlapNowhereAndLieInsideTheWindow) {
       }
     }
   });
+}
+
+// Dragged to any height and closed, with or without what stands in the strip and in its head.
+TEST(LayoutRects, KeepAllApartAtEveryHeightOfTheStrip) {
+  const auto look = [](const LayoutInput& in, const LayoutPlan& plan) {
+    const Rect strip{0, plan.areas.stripEdge.top, 1, plan.areas.stripFoot};
+    ASSERT_GE(RectHeight(PlaceIn(plan, kIdEditor)), 120) << Words(in, kIdEditor) << in.stripHeight;
+    // A view under the editor stands between the two.
+    const int above = std::max(PlaceIn(plan, kIdEditor).bottom,
+                               PlaceIn(plan, kViewToolpath).left == PlaceIn(plan, kViewGutter).left
+                                   ? PlaceIn(plan, kIdSpeedSlider).bottom
+                                   : 0);
+    ASSERT_GE(plan.areas.stripEdge.top, above) << Words(in, kIdEditor);
+    ASSERT_LE(plan.areas.stripEdge.top, above + 4) << Words(in, kIdEditor);
+    for (int i = 0; i < plan.count; ++i) {
+      const Rect& a = plan.placements[i].place;
+      if (IsEmpty(a)) continue;
+      ASSERT_LE(a.bottom, in.height) << Words(in, plan.placements[i].id) << in.stripHeight;
+      ASSERT_GE(RectHeight(a), 20) << Words(in, plan.placements[i].id) << in.stripHeight;
+      ASSERT_FALSE(Overlap(a, plan.areas.stripEdge)) << Words(in, plan.placements[i].id);
+      for (int k = i + 1; k < plan.count; ++k) {
+        const Rect& b = plan.placements[k].place;
+        ASSERT_FALSE(!IsEmpty(b) && Overlap(a, b))
+            << Words(in, plan.placements[i].id) << " over " << plan.placements[k].id;
+      }
+    }
+    ASSERT_EQ(IsEmpty(PlaceIn(plan, kIdOutputLog)), in.stripClosed) << Words(in, kIdOutputLog);
+    if (!in.stripClosed) {
+      ASSERT_GE(RectHeight(PlaceIn(plan, kIdOutputLog)), kStripLeast) << Words(in, kIdOutputLog);
+      ASSERT_GT(RectHeight(strip), 54) << Words(in, kIdOutputLog);
+    }
+  };
+  for (const int width : {1200, 1560, 1920}) {
+    for (const int height : {640, 720, 800, 940}) {
+      for (std::int32_t mode = kModeHome; mode <= kModeFind; ++mode) {
+        for (const int strip : {0, 1, 54, 120, 182, 300, 2000}) {
+          LayoutInput in = Window(width, height, mode);
+          in.stripHeight = strip;
+          in.footPanel = mode == kModeCodeIndex;
+          in.headPanel = mode == kModeHome;
+          look(in, PlanLayout(in));
+          in.heightAboveView = in.rightPanel ? 300 : 0;
+          look(in, PlanLayout(in));
+          in.stripClosed = true;
+          look(in, PlanLayout(in));
+          in.viewAway = true;
+          look(in, PlanLayout(in));
+        }
+      }
+    }
+  }
 }
 
 TEST(LayoutRects, NameEveryIdOnce) {

@@ -128,11 +128,11 @@ TEST_F(Panels, NothingLiesOverAnotherWithAnyOfThemShown) {
 TEST_F(Panels, TheOutputKeysStayWhereTheyAreInHome) {
   const platform::Rect key = platform::PlaceOf(kIdPreflight);
   const platform::Rect view = platform::PlaceOf(kViewToolpath);
-  headless::Click(kIdCompareSecond);
+  RouteCommand(kIdImport, 0);
   EXPECT_TRUE(platform::SameRect(platform::PlaceOf(kIdPreflight), key));
   EXPECT_EQ(Areas().work.bottom, platform::PlaceOf(kIdEditor).bottom);
   EXPECT_LE(Areas().work.bottom, key.top);
-  headless::Click(kIdCompareSecond);
+  headless::Click(kIdImportCancel);
   EXPECT_TRUE(platform::SameRect(platform::PlaceOf(kViewToolpath), view));
 }
 
@@ -140,10 +140,10 @@ TEST_F(Panels, TheOutputKeysStayWhereTheyAreInHome) {
 TEST_F(Panels, TheOutputTakesTheWidthOfTheViewInTheSimulator) {
   SetMode(kModeSimulator);
   const int before = platform::RectWidth(platform::PlaceOf(kIdOutputLog));
-  headless::Click(kIdCompareSecond);
+  RouteCommand(kIdImport, 0);
   EXPECT_EQ(platform::PlaceOf(kIdOutputLog).right, Areas().work.right);
   EXPECT_GT(platform::RectWidth(platform::PlaceOf(kIdOutputLog)), before);
-  headless::Click(kIdCompareSecond);
+  headless::Click(kIdImportCancel);
   EXPECT_EQ(platform::RectWidth(platform::PlaceOf(kIdOutputLog)), before);
 }
 

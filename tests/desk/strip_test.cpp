@@ -1,0 +1,89 @@
+// The strip below the editor on the real window: its edge under the pointer, its key and its chord.
+
+#include "shell/strip.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QTest>
+
+#include "app/app_state.h"
+#include "app/command_ids.h"
+#include "desk/at_desk.h"
+#include "platform/window.h"
+#include "shell/layout.h"
+
+namespace {
+
+using namespace morva;
+
+class StripDesk : public AtDesk {
+ protected:
+  static QWidget* Window() { return desk::WidgetOf(platform::kMainWindow); }
+  static int LogHeight() { return desk::WidgetOf(kIdOutputLog)->height(); }
+  static bool LogShown() { return desk::WidgetOf(kIdOutputLog)->isVisible(); }
+  static QPoint MiddleOfEdge() {
+    const platform::Rect edge = Areas().stripEdge;
+    return {(edge.left + edge.right) / 2, (edge.top + edge.bottom) / 2};
+  }
+};
+
+TEST_F(StripDesk, IsDraggedByItsEdgeUnderAPointerThatSaysSo) {
+  const int log = LogHeight();
+  const int editor = desk::WidgetOf(kIdEditor)->height();
+  const QPoint at = MiddleOfEdge();
+  desk::MovePointer(Window(), at);
+  EXPECT_TRUE(desk::Until([]() { return Window()->cursor().shape() == Qt::SizeVerCursor; }));
+  QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseMove(Window(), at - QPoint(0, 50));
+  EXPECT_TRUE(desk::Until([log]() { return LogHeight() == log + 50; })) << LogHeight() - log;
+  EXPECT_EQ(desk::WidgetOf(kIdEditor)->height(), editor - 50);
+  QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, at - QPoint(0, 50));
+  desk::MovePointer(Window(), at - QPoint(0, 120));
+  EXPECT_EQ(LogHeight(), log + 50);
+  Show("strip-high.png");
+  // Down to the foot it closes; from there it is drawn up again.
+  const QPoint low = MiddleOfEdge();
+  QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, low);
+  QTest::mouseMove(Window(), low + QPoint(0, log + 40));
+  EXPECT_TRUE(desk::Until([]() { return !LogShown(); }));
+  QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, low + QPoint(0, log + 40));
+  Show("strip-closed.png");
+  const QPoint closed = MiddleOfEdge();
+  QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, closed);
+  QTest::mouseMove(Window(), closed - QPoint(0, 120));
+  EXPECT_TRUE(desk::Until([]() { return LogShown(); }));
+  QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, closed - QPoint(0, 120));
+}
+
+TEST_F(StripDesk, ClosesAndOpensWithoutAPointerAndLeavesTheKeyboardWhereItIs) {
+  const int log = LogHeight();
+  const QString before = desk::TextOf(kIdEditor);
+  desk::WidgetOf(kIdEditor)->setFocus();
+  desk::KeyHere(Qt::Key_J, Qt::ControlModifier);
+  EXPECT_TRUE(desk::Until([]() { return !LogShown(); }));
+  EXPECT_TRUE(HasKeyboard(kIdEditor));
+  desk::KeyHere(Qt::Key_J, Qt::ControlModifier);
+  EXPECT_TRUE(desk::Until([]() { return LogShown(); }));
+  // The chord is no character of the program.
+  EXPECT_EQ(desk::TextOf(kIdEditor), before);
+  desk::WidgetOf(kIdStrip)->setFocus();
+  desk::KeyHere(Qt::Key_Up);
+  EXPECT_TRUE(desk::Until([log]() { return LogHeight() == log + 20; }));
+  EXPECT_TRUE(HasKeyboard(kIdStrip));
+  desk::KeyHere(Qt::Key_Space);
+  EXPECT_TRUE(desk::Until([]() { return !LogShown(); }));
+  EXPECT_TRUE(HasKeyboard(kIdStrip));
+  // Who reads the output when it closes does not lose the keyboard.
+  desk::KeyHere(Qt::Key_Return);
+  EXPECT_TRUE(desk::Until([]() { return LogShown(); }));
+  desk::WidgetOf(kIdOutputLog)->setFocus();
+  desk::KeyHere(Qt::Key_J, Qt::ControlModifier);
+  EXPECT_TRUE(desk::Until([]() { return !LogShown(); }));
+  EXPECT_TRUE(desk::Until([]() { return QApplication::focusWidget() != nullptr; }));
+  // A preflight brings its report up.
+  desk::WidgetOf(kIdEditor)->setFocus();
+  desk::KeyHere(Qt::Key_F5);
+  EXPECT_TRUE(desk::Until([]() { return LogShown(); }));
+}
+
+}  // namespace
