@@ -26,6 +26,10 @@ struct MainWindowSpec {
   Rect place;  // outer place on the screen
   int minimumWidth = 0;
   int minimumHeight = 0;
+  // What is enough on a screen that has no room for the minimum; the window then takes the whole
+  // screen at first. 0: the minimum holds on every screen.
+  int smallWidth = 0;
+  int smallHeight = 0;
   Colour background = 0;
 };
 

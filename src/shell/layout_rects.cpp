@@ -164,20 +164,31 @@ void PlanTopBar(LayoutPlan& plan, const LayoutInput& in) {
   PutRow(plan, paths, y, kBarKeyHeight, kPathKeys, kKeyGap);
 }
 
+constexpr int kFeatureKeys[] = {kIdFeatureEdit,   kIdFeatureNew,  kIdFeatureInclude,
+                                kIdFeatureDelete, kIdFeatureLock, kIdFeatureHide};
+constexpr int kFeatureRows = 4 * 24;  // of the list, which the two columns leave at least
+
+// The six keys in one row, as icons, where two columns would leave the list too low.
+void PlanFeatureRow(LayoutPlan& plan, int left, int right, int top) {
+  const int width = right - left + 4;
+  for (int i = 0; i < 6; ++i) {
+    Put(plan, kFeatureKeys[i],
+        Rect{left + width * i / 6, top, left + width * (i + 1) / 6 - 4, top + kSmallKey});
+  }
+}
+
 // Six keys in two columns.
 constexpr int kFeatureKeyLean = 14;    // pixels that a key leaves to its neighbour
 constexpr int kFeatureKeyLeans = 120;  // in keys wider than this
 constexpr int kFeatureKeysHeight = 3 * kSmallKey + 2 * 4;
 void PlanFeatureKeys(LayoutPlan& plan, int left, int right, int top) {
-  constexpr int kKeys[] = {kIdFeatureEdit,   kIdFeatureNew,  kIdFeatureInclude,
-                           kIdFeatureDelete, kIdFeatureLock, kIdFeatureHide};
   const int half = (right - left - kKeyGap) / 2;
   for (int i = 0; i < 6; ++i) {
     const int y = top + i / 2 * (kSmallKey + 4);
     const bool second = i % 2 == 1;
     // The last key bears the longest words.
     const int lean = i >= 4 && half > kFeatureKeyLeans ? kFeatureKeyLean : 0;
-    Put(plan, kKeys[i],
+    Put(plan, kFeatureKeys[i],
         Rect{second ? right - half - lean : left, y, second ? right : left + half - lean,
              y + kSmallKey});
   }
@@ -200,9 +211,14 @@ void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
 
   const int hint = bottom - 5 - 38;
   const int name = hint - 4 - kSmallKey;
-  const int keys = name - 6 - kFeatureKeysHeight;
+  const bool low = name - 6 - kFeatureKeysHeight - 6 - y < kFeatureRows;
+  const int keys = name - 6 - (low ? kSmallKey : kFeatureKeysHeight);
   Put(plan, kIdFeatureList, Rect{left, y, right, keys - 6});
-  PlanFeatureKeys(plan, left, right, keys);
+  if (low) {
+    PlanFeatureRow(plan, left, right, keys);
+  } else {
+    PlanFeatureKeys(plan, left, right, keys);
+  }
   Put(plan, kIdFeatureName, Rect{left, name, right - 76 - kKeyGap, name + kSmallKey});
   Put(plan, kIdFeatureRename, Rect{right - 76, name, right, name + kSmallKey});
   Put(plan, kIdFeatureHint, Rect{left, hint, right, hint + 38});

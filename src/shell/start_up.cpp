@@ -83,6 +83,7 @@ constexpr char16_t kStartTitle[] = u"MORVA v4.12.0";
 constexpr platform::Rect kStartPlace{50, 35, 50 + 1560, 35 + 940};
 constexpr int kLeastWidth = 1200;
 constexpr int kLeastHeight = 800;
+constexpr int kSmallHeight = 600;  // where the screen has no room for that
 constexpr int kFirstRefreshMs = 80;
 constexpr int kHoverMs = 150;
 
@@ -399,6 +400,7 @@ int StartApplication(const std::vector<std::u16string>& programs) {
   spec.place = kStartPlace;
   spec.minimumWidth = kLeastWidth;
   spec.minimumHeight = kLeastHeight;
+  spec.smallHeight = kSmallHeight;
   spec.background = kWindowBackground;
   if (!platform::MakeMainWindow(spec)) {
     platform::ShowBox(kStartTitle, u"Could not create the main window.", platform::BoxButtons::Ok,

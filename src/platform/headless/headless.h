@@ -35,6 +35,7 @@ bool ClickAt(int id, int x);                      // by the pointer, at x pixels
 bool TypeInto(int id, std::u16string_view text);  // replaces an edit's text, with its changes
 bool SelectRows(int id, const std::vector<int>& rows);
 bool DoubleClickRow(int id, int row);
+bool DoubleClickLogLine(int id, int line);
 bool ClickInRow(int id, int row, int x);  // a left click at x pixels of a list row
 bool WheelRows(int id, int rows);         // the wheel over a list, down where positive
 bool ContextMenu(int id, int row);        // right click on a control or row
@@ -60,6 +61,8 @@ void TypeText(std::u16string_view text);  // key by key, to whatever has the key
 // away what lies there is under it.
 void MovePointerOver(int id);
 void Resize(int width, int height);  // client size, held to the window's minimum
+// The room of the screen for the client area of a window that is made next; large until told.
+void SetScreen(int width, int height);
 void HoldCtrl(bool held);            // for the clicks that follow
 void HoldButton(bool held);          // a button of the pointer on a control, until told
 bool CloseKey();                     // false: the window stayed
@@ -172,6 +175,8 @@ bool EditorBand(int id, int line, platform::Colour& band);
 
 // What SetLineMarks marked last.
 std::vector<platform::LineMark> EditorMarks(int id);
+// The colour that SetLogLineColour gave a line; false for none.
+bool LogLineColour(int id, int line, platform::Colour& colour);
 
 // What SetToolTip gave last.
 std::u16string ToolTipOf(int id);

@@ -28,6 +28,10 @@ struct MainWindow {
 };
 MainWindow window;
 
+constexpr int kLargeScreen = 4096;  // pixels either way
+int screenWidth = kLargeScreen;
+int screenHeight = kLargeScreen;
+
 std::vector<std::unique_ptr<Item>> items;
 
 // Things by id. Asked for at every step, so that nearly all ids stand in a plain table.
@@ -90,6 +94,7 @@ void DropItems() {
 }
 
 void ResetWindow() {
+  screenWidth = screenHeight = kLargeScreen;
   window = MainWindow();
   DropItems();
   chain.clear();
@@ -233,6 +238,11 @@ void Resize(int width, int height) {
   if (events.resized) events.resized(place.right, place.bottom);
 }
 
+void SetScreen(int width, int height) {
+  screenWidth = width;
+  screenHeight = height;
+}
+
 bool CloseKey() {
   if (!window.exists) return false;
   if (OpenDialog() != 0) {
@@ -289,8 +299,11 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
   window.className = spec.className;
   window.title = spec.title;
   window.client = {0, 0, RectWidth(spec.place), RectHeight(spec.place)};
-  window.minimumWidth = spec.minimumWidth;
-  window.minimumHeight = spec.minimumHeight;
+  const bool narrow = spec.smallWidth > 0 && headless::screenWidth < spec.minimumWidth;
+  const bool low = spec.smallHeight > 0 && headless::screenHeight < spec.minimumHeight;
+  window.minimumWidth = narrow ? spec.smallWidth : spec.minimumWidth;
+  window.minimumHeight = low ? spec.smallHeight : spec.minimumHeight;
+  if (narrow || low) window.client = {0, 0, headless::screenWidth, headless::screenHeight};
   return true;
 }
 

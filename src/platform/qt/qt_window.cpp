@@ -204,16 +204,30 @@ class MainWindow : public DrawnWidget {
   bool gone_ = false;
 };
 
-QRect FirstPlace(const MainWindowSpec& spec) {
+constexpr int kTitleBar = 40;  // pixels that a window manager takes at most above a window
+
+// The least size, on the screen that the window comes up on.
+QSize LeastSize(const MainWindowSpec& spec) {
+  QSize least(spec.minimumWidth, spec.minimumHeight);
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return least;
+  const QRect room = screen->availableGeometry();
+  if (spec.smallWidth > 0 && room.width() < least.width()) least.setWidth(spec.smallWidth);
+  if (spec.smallHeight > 0 && room.height() - kTitleBar < least.height()) {
+    least.setHeight(spec.smallHeight);
+  }
+  return least;
+}
+
+QRect FirstPlace(const MainWindowSpec& spec, const QSize& least) {
   QRect place = RectOf(spec.place);
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return place;
   // On a smaller screen the window gives way, down to its least size.
   const QRect room = screen->availableGeometry();
-  place.setWidth(
-      std::clamp(place.width(), spec.minimumWidth, std::max(spec.minimumWidth, room.width())));
+  place.setWidth(std::clamp(place.width(), least.width(), std::max(least.width(), room.width())));
   place.setHeight(
-      std::clamp(place.height(), spec.minimumHeight, std::max(spec.minimumHeight, room.height())));
+      std::clamp(place.height(), least.height(), std::max(least.height(), room.height())));
   if (place.right() > room.right()) place.moveRight(room.right());
   if (place.bottom() > room.bottom()) place.moveBottom(room.bottom());
   if (place.left() < room.left()) place.moveLeft(room.left());
@@ -290,10 +304,14 @@ bool MakeMainWindow(const MainWindowSpec& spec) {
   window->setObjectName(Text(spec.className));
   window->setAcceptDrops(true);
   window->setWindowTitle(Text(spec.title));
-  window->setMinimumSize(spec.minimumWidth, spec.minimumHeight);
-  const QRect place = FirstPlace(spec);
+  const QSize least = LeastSize(spec);
+  window->setMinimumSize(least);
+  const QRect place = FirstPlace(spec, least);
   window->resize(place.size());
   window->move(place.topLeft());
+  if (least.height() < spec.minimumHeight || least.width() < spec.minimumWidth) {
+    window->setWindowState(Qt::WindowMaximized);
+  }
   Placed row;
   row.id = kMainWindow;
   row.kind = PlacedKind::MainWindow;

@@ -110,6 +110,24 @@ TEST(LayoutRects, OverlapNowhereAndLieInsideTheWindow) {
   });
 }
 
+// A window on a small screen: the lists scroll, and the keys of the features are icons in a row.
+TEST(LayoutRects, KeepRowsOfBothListsInALowWindow) {
+  for (const int height : {600, 640, 700, 760}) {
+    for (const int panel : {190, 300}) {
+      LayoutInput in = Window(1200, height);
+      in.leftPanelWidth = panel;
+      const LayoutPlan plan = PlanLayout(in);
+      EXPECT_GE(RectHeight(PlaceIn(plan, kIdFeatureList)), 3 * 24 - 1) << Words(in, kIdFeatureList);
+      EXPECT_GE(RectHeight(PlaceIn(plan, kIdModeList)), 7 * 26) << Words(in, kIdModeList);
+      EXPECT_GE(RectHeight(PlaceIn(plan, kIdEditor)), 160) << Words(in, kIdEditor);
+      EXPECT_EQ(PlaceIn(plan, kIdFeatureEdit).top, PlaceIn(plan, kIdFeatureHide).top);
+      EXPECT_GE(RectWidth(PlaceIn(plan, kIdFeatureHide)), 22) << Words(in, kIdFeatureHide);
+    }
+  }
+  const LayoutPlan tall = PlanLayout(Window(1200, 800));
+  EXPECT_LT(PlaceIn(tall, kIdFeatureEdit).top, PlaceIn(tall, kIdFeatureHide).top);
+}
+
 // Dragged to any height and closed, with or without what stands in the strip and in its head.
 TEST(LayoutRects, KeepAllApartAtEveryHeightOfTheStrip) {
   const auto look = [](const LayoutInput& in, const LayoutPlan& plan) {

@@ -170,6 +170,23 @@ TEST_F(StripBelow, IsClosedInTheReviewAndAsBeforeBehindIt) {
   EXPECT_FALSE(Shows(kIdOutputLog));
 }
 
+// A screen of 1280 by 720, less its own bar and a title.
+TEST_F(StripBelow, StandsInAWindowThatFillsASmallScreen) {
+  headless::CloseKey();
+  ResetApplication();
+  headless::Reset(platform::FromUtf8(home_.string()));
+  headless::SetScreen(1280, 640);
+  ASSERT_EQ(StartApplication(), 0);
+  EXPECT_EQ(platform::ClientArea(platform::kMainWindow).bottom, 640);
+  EXPECT_EQ(platform::ClientArea(platform::kMainWindow).right, 1280);
+  EXPECT_LE(PlaceOf(kIdStatusLine).bottom, 640);
+  EXPECT_GE(RectHeight(PlaceOf(kIdEditor)), 160);
+  // It can be made lower, but not as narrow as the keys of the top are long.
+  headless::Resize(900, 500);
+  EXPECT_EQ(platform::ClientArea(platform::kMainWindow).bottom, 600);
+  EXPECT_EQ(platform::ClientArea(platform::kMainWindow).right, 1200);
+}
+
 TEST_F(StripBelow, DoesNothingByItsChordOnAnotherSurface) {
   headless::Click(kIdSurfaceCad);
   headless::PressKey({'J', true});
