@@ -46,6 +46,7 @@ inline constexpr int kMaxQuickLines = 20;        // columns, and rows, of the qu
 inline constexpr int kMaxCompareLines = 32768;     // summary "   | LIMIT: first 32768 lines only"
 inline constexpr int kMaxCompareRows = 65536;      // holds every line of both sides
 inline constexpr int kMaxCompareCells = 4000000;   // summary "   | large-file alignment (64-line lookahead)"
+inline constexpr int kMaxLineCells = 65536;        // to find what changed inside a line, 255 characters against as many; a longer stretch is marked whole
 inline constexpr int kMaxRules = 24;               // "Enter nonempty Find text. Up to 24 rules can be queued."
 inline constexpr int kMaxRuleOutput = 2000000;     // "Replacement exceeds the size limit. No code changed."
 inline constexpr int kMaxChangedUnits = 33554432;  // what DO ALL may write, as much as can be opened again: "Replacement exceeds the size limit. No code changed."

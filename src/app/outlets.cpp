@@ -80,6 +80,10 @@ void AppendOutput(std::u16string_view text) {
   TellSurfaceLogged(text);
 }
 
+void ColourOutputLine(int line, platform::Colour colour) {
+  platform::SetLogLineColour(kIdOutputLog, line, colour);
+}
+
 void ClearOutput() {
   BringForward();
   platform::SetText(kIdOutputLog, u"");

@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include "platform/geometry.h"
+
 namespace morva {
 
 inline constexpr char16_t kReadyWords[] = u"Ready  \u2022  F5 Validate";  // before the first event
@@ -26,6 +28,8 @@ int HelpShownFor();
 void ResetHelp();
 // OutputLog: the text and CR LF at its end.
 void AppendOutput(std::u16string_view text);
+// Writes a line of the OutputLog, counted from 0, in this colour until the log is emptied.
+void ColourOutputLine(int line, platform::Colour colour);
 void ClearOutput();
 // DNC log: the setup panel's log box where that exists, then the OutputLog.
 void LogOutput(std::u16string_view text);

@@ -120,6 +120,10 @@ inline constexpr platform::Colour kDncTransferText = 0xFFBE50;
 inline constexpr platform::Colour kDncFailedText = 0xFF6473;
 inline constexpr platform::Colour kDncOfflineText = kDimText;
 
+// Lines of a preflight report.
+inline constexpr platform::Colour kReportError = kDncFailedText;
+inline constexpr platform::Colour kReportWarning = kDncTransferText;
+
 // Words of a program.
 inline constexpr platform::Colour kCodeComment = 0x86D06A;
 inline constexpr platform::Colour kCodePercent = 0x809AB2;
@@ -147,6 +151,8 @@ inline constexpr platform::Colour kWordsCut = 0x56DFAD;
 inline constexpr platform::Colour kReviewText = kMainText;
 inline constexpr platform::Colour kReviewModified = 0xFFD588;
 inline constexpr platform::Colour kReviewModifiedBand = 0x453419;
+inline constexpr platform::Colour kReviewChange = 0xFFFFFF;  // characters that changed in a line
+inline constexpr platform::Colour kReviewChangeGround = 0x9A5B00;
 inline constexpr platform::Colour kReviewLeftOnly = 0xFF9FAC;
 inline constexpr platform::Colour kReviewLeftOnlyBand = 0x4B2228;
 inline constexpr platform::Colour kReviewRightOnly = 0x8CF2B6;

@@ -19,6 +19,7 @@
 #include "codetools/go_to_line.h"
 #include "codetools/import_panel.h"
 #include "codetools/index_panel.h"
+#include "codetools/preflight_log.h"
 #include "codetools/renumber.h"
 #include "codetools/review.h"
 #include "codetools/validator.h"
@@ -123,7 +124,7 @@ void RegisterCodeToolCommands() {
   RegisterGoToLine();
   RegisterTimer(kTimerText, FollowEdit);
   lastHovered.clear();
-  ResetValidator();
+  ResetPreflightLog();
   hooks.lastUnitsCode = LastUnitsCode;
   hooks.programLeft = MarkReport;
   ListenToEditor<kIdEditor>();
@@ -133,6 +134,8 @@ void RegisterCodeToolCommands() {
   gutter.paint = PaintGutter;
   RegisterHandlers(gutter);
   using platform::kNotifyClick;
+  RegisterCommand(RouterStage::Notified, kIdOutputLog, platform::kNotifyListDouble,
+                  [](int, int) { FollowReportLine(); });
   RegisterCommand(RouterStage::Click, kIdValidate, kNotifyClick, Validate);
   RegisterCommand(RouterStage::Click, kIdRenumber, kNotifyClick, Renumber);
   RegisterCommand(RouterStage::Click, kIdPreflight, kNotifyClick, Validate);

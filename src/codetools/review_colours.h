@@ -13,11 +13,13 @@ struct ReviewPane {
   const std::int32_t* rows = nullptr;  // indices into the rows of the last comparison
   std::int32_t count = 0;
   bool left = false;
-  bool words = false;  // the command words view is on: words of the code table are coloured
+  bool words = false;          // the command words view is on: words of the code table are coloured
+  bool ignoreBlanks = false;   // they count for no change
+  std::u16string_view beside;  // what the other pane shows; empty: no changed character is marked
 };
 
 // `text` is what the editor `id` shows, a line for each row. Beyond kMaxColouredUnits only the
-// rows' own colours are laid.
+// rows' own colours are laid, and no changed characters are marked.
 void ColourReviewPane(int id, std::u16string_view text, const ReviewPane& pane);
 
 }  // namespace morva

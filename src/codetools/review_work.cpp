@@ -1,6 +1,7 @@
 #include "codetools/review_work.h"
 
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -97,14 +98,18 @@ void ListShownRows() {
   }
 }
 
-// Without memory for its text a pane stays empty.
-void FillPane(int side, std::u16string_view program) {
-  const OwnedText code = ComparePaneText(program, side == 0, options);
-  const OwnedText words = renderedInWords ? CodeToShownWords(code.View()) : OwnedText();
-  const std::u16string_view text = renderedInWords ? words.View() : code.View();
+// What a pane shows: code, or its words. Without memory it stays empty.
+OwnedText PaneText(int side, std::u16string_view program) {
+  OwnedText code = ComparePaneText(program, side == 0, options);
+  return renderedInWords ? CodeToShownWords(code.View()) : std::move(code);
+}
+
+void FillPane(int side, std::u16string_view text, std::u16string_view beside) {
   platform::HoldEditorRedraw(kPanes[side], true);
   platform::SetEditorText(kPanes[side], text);
-  ColourReviewPane(kPanes[side], text, {shownRows, shownCount, side == 0, renderedInWords});
+  ColourReviewPane(
+      kPanes[side], text,
+      {shownRows, shownCount, side == 0, renderedInWords, options.ignoreSpaces, beside});
   platform::HoldEditorRedraw(kPanes[side], false);
 }
 
@@ -206,8 +211,10 @@ void ReviewRender() {
   ListShownRows();
   renderedInWords = app.commandWordsActive;
   following = true;
-  FillPane(0, left->text);
-  FillPane(1, right->text);
+  const OwnedText texts[kBoth] = {PaneText(0, left->text), PaneText(1, right->text)};
+  for (int side = 0; side < kBoth; ++side) {
+    FillPane(side, texts[side].View(), texts[1 - side].View());
+  }
   following = false;
   platform::SetText(kIdReviewSummary, CompareSummary());
   currentRow = -1;
@@ -238,7 +245,8 @@ void ReviewStep(int direction) {
     following = true;
     for (const int pane : kPanes) {
       const int start = platform::EditorLineStart(pane, row);
-      platform::SetEditorSelection(pane, {start, start + platform::EditorLineLength(pane, row)});
+      // From its end to its start, which then stays in sight however long the line is.
+      platform::SetEditorSelection(pane, {start + platform::EditorLineLength(pane, row), start});
       platform::ScrollToLine(pane, row > kLinesAbove ? row - kLinesAbove : 0);
     }
     following = false;

@@ -1,12 +1,8 @@
 #include "codetools/validator.h"
 
-#include "app/app_state.h"
-#include "app/command_ids.h"
-#include "app/hooks.h"
-#include "app/outlets.h"
-#include "documents/tab_table.h"
-#include "platform/editor.h"
-#include "platform/window.h"
+#include <algorithm>
+
+#include "documents/marker_lines.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -19,6 +15,7 @@ struct Word {
   char16_t letter;
   std::int32_t value;
   bool fraction;
+  std::size_t at;  // of the letter
 };
 
 // Reads the digits behind the letter at `at`. False: this letter opens no word.
@@ -63,6 +60,7 @@ bool WalkWords(std::u16string_view text, Take take) {
     } else {
       Word word;
       word.letter = FoldUpper(c);
+      word.at = i;
       if (word.letter < u'A' || word.letter > u'Z') continue;
       if (ReadWord(text, i, word) && take(word)) return true;
     }
@@ -115,8 +113,6 @@ Facts GatherFacts(std::u16string_view text) {
   return facts;
 }
 
-std::u16string validated;  // the program whose report stands last in the log, until it is marked
-
 struct Report {
   std::u16string text;
   unsigned errors = 0;
@@ -128,42 +124,125 @@ void Add(Report& report, std::u16string_view line) {
   report.text += u"\r\n";
 }
 
-void Error(Report& report, bool fails, std::u16string_view line) {
-  if (!fails) return;
-  ++report.errors;
-  Add(report, line);
-}
-
-void Warning(Report& report, bool fails, std::u16string_view line) {
-  if (!fails) return;
-  ++report.warnings;
-  Add(report, line);
-}
-
 // G87 and G88 are left out of the cycles on purpose.
+constexpr int kCycles[] = {81, 82, 83, 84, 85, 86, 89};
+
 bool AnyCycle(const Facts& facts) {
-  for (const int cycle : {81, 82, 83, 84, 85, 86, 89}) {
-    if (facts.g[cycle]) return true;
-  }
-  return false;
+  return std::ranges::any_of(kCycles, [&facts](int cycle) { return facts.g[cycle]; });
 }
+
+bool IsWholeG(const Word& word, int value) {
+  return word.letter == u'G' && word.value == value && !word.fraction;
+}
+
+bool IsCycle(const Word& word) {
+  return std::ranges::any_of(kCycles, [&word](int cycle) { return IsWholeG(word, cycle); });
+}
+
+bool IsMotion(const Word& word) {
+  const bool axis = word.letter >= u'X' && word.letter <= u'Z';
+  return axis || (word.letter == u'G' && word.value <= 3 && !word.fraction);
+}
+
+// Where the user looks when a rule fails: offsets into the text.
+
+// Blank lines, percent lines and marker lines hold no code.
+bool HoldsCode(std::u16string_view line) {
+  const std::size_t first = line.find_first_not_of(u" \t");
+  return first != line.npos && line[first] != u'%' && !line.starts_with(kMarkerHead);
+}
+
+std::size_t Head(std::u16string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find_first_of(u"\r\n", at), text.size());
+    if (HoldsCode(text.substr(at, end - at))) return at;
+    at = end + 1;
+  }
+  return 0;
+}
+
+std::size_t End(std::u16string_view text) {
+  std::size_t last = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find_first_of(u"\r\n", at), text.size());
+    if (HoldsCode(text.substr(at, end - at))) last = at;
+    at = end + 1;
+  }
+  return last;
+}
+
+std::size_t Top(std::u16string_view) { return 0; }
+
+// The first word for which `wanted` holds, else the program's head.
+template <bool (*wanted)(const Word&)>
+std::size_t FirstWord(std::u16string_view text) {
+  std::size_t at = text.npos;
+  WalkWords(text, [&at](const Word& word) {
+    if (wanted(word)) at = word.at;
+    return at != std::u16string_view::npos;
+  });
+  return at == text.npos ? Head(text) : at;
+}
+
+// The first parenthesis without its other one.
+std::size_t OddParenthesis(std::u16string_view text) {
+  std::size_t outer = 0;  // the opening one that none inside of it explains
+  std::size_t depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == u'(' && depth++ == 0) outer = i;
+    if (text[i] != u')') continue;
+    if (depth == 0) return i;
+    --depth;
+  }
+  return outer;
+}
+
+struct Rule {
+  bool error;  // else a warning
+  const char16_t* words;
+  bool (*fails)(const Facts& facts);
+  std::size_t (*place)(std::u16string_view text);
+};
+
+// In the order of the report.
+constexpr Rule kRules[] = {
+    {true, u"ERROR: No O-number found (example O1000).",
+     [](const Facts& facts) { return !facts.anyO; }, Head},
+    {true, u"ERROR: M30 program end not found.", [](const Facts& facts) { return !facts.m30; },
+     End},
+    {false, u"WARNING: G90 absolute mode not found.",
+     [](const Facts& facts) { return !facts.g[90]; }, FirstWord<IsMotion>},
+    {false, u"WARNING: G40 cutter compensation cancel not found.",
+     [](const Facts& facts) { return !facts.g[40]; }, FirstWord<IsMotion>},
+    {false, u"WARNING: G49 tool length cancel not found near startup/end.",
+     [](const Facts& facts) { return !facts.g[49]; }, FirstWord<IsMotion>},
+    {true, u"ERROR: Canned cycle present but G80 cancel was not found.",
+     [](const Facts& facts) { return AnyCycle(facts) && !facts.g[80]; }, FirstWord<IsCycle>},
+    {false, u"WARNING: G83 is present but no Q peck address was found.",
+     [](const Facts& facts) { return facts.g[83] && !facts.anyQ; },
+     FirstWord<[](const Word& word) { return IsWholeG(word, 83); }>},
+    {true, u"ERROR: G84 tapping is present but no feed F address was found.",
+     [](const Facts& facts) { return facts.g[84] && !facts.anyF; },
+     FirstWord<[](const Word& word) { return IsWholeG(word, 84); }>},
+    {false, u"WARNING: Parenthesis comments appear unbalanced.",
+     [](const Facts& facts) { return facts.opening != facts.closing; }, OddParenthesis},
+    {false, u"WARNING: % delimiters not found; RS-232 transfer wrapper can add them automatically.",
+     [](const Facts& facts) { return !facts.percent; }, Top},
+};
 
 void RunRules(const Facts& facts, Report& report) {
-  Error(report, !facts.anyO, u"ERROR: No O-number found (example O1000).");
-  Error(report, !facts.m30, u"ERROR: M30 program end not found.");
-  Warning(report, !facts.g[90], u"WARNING: G90 absolute mode not found.");
-  Warning(report, !facts.g[40], u"WARNING: G40 cutter compensation cancel not found.");
-  Warning(report, !facts.g[49], u"WARNING: G49 tool length cancel not found near startup/end.");
-  Error(report, AnyCycle(facts) && !facts.g[80],
-        u"ERROR: Canned cycle present but G80 cancel was not found.");
-  Warning(report, facts.g[83] && !facts.anyQ,
-          u"WARNING: G83 is present but no Q peck address was found.");
-  Error(report, facts.g[84] && !facts.anyF,
-        u"ERROR: G84 tapping is present but no feed F address was found.");
-  Warning(report, facts.opening != facts.closing,
-          u"WARNING: Parenthesis comments appear unbalanced.");
-  Warning(report, !facts.percent,
-          u"WARNING: % delimiters not found; RS-232 transfer wrapper can add them automatically.");
+  for (const Rule& rule : kRules) {
+    if (!rule.fails(facts)) continue;
+    ++(rule.error ? report.errors : report.warnings);
+    Add(report, rule.words);
+  }
+}
+
+const Rule* RuleOf(std::u16string_view line) {
+  for (const Rule& rule : kRules) {
+    if (line == rule.words) return &rule;
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -198,24 +277,17 @@ std::u16string PreflightReport(std::u16string_view text) {
   return report.text;
 }
 
-void ValidateProgram() {
-  if (!platform::Exists(kIdEditor)) return;
-  ClearOutput();
-  std::u16string report = PreflightReport(platform::EditorText(kIdEditor));
-  // The outlet adds the last line end itself.
-  report.resize(report.size() - 2);
-  AppendOutput(report);
-  Call(hooks.openOutput);
-  const ProgramTab* tab = ActiveTab();
-  validated = tab ? NameOfTab(app.activeTab) : std::u16string();
+ReportKind KindOfReportLine(std::u16string_view line) {
+  const Rule* rule = RuleOf(line);
+  if (!rule) return ReportKind::Plain;
+  return rule->error ? ReportKind::Error : ReportKind::Warning;
 }
 
-void MarkReport() {
-  if (validated.empty()) return;
-  AppendOutput(u"The validation above is that of " + validated + u".");
-  validated.clear();
+int PlaceOfReportLine(std::u16string_view line, std::u16string_view text) {
+  const Rule* rule = RuleOf(line);
+  if (!rule) return -1;
+  const std::u16string_view before = text.substr(0, rule->place(text));
+  return static_cast<int>(std::ranges::count(before, u'\n'));
 }
-
-void ResetValidator() { validated.clear(); }
 
 }  // namespace morva

@@ -17,12 +17,14 @@ bool FindCodeWord(std::u16string_view text, char16_t letter, std::int32_t value)
 // The number of the last G20 or G21 outside comments, as above; 0 where neither stands.
 std::int32_t LastUnitsCode(std::u16string_view text);
 
-// The report for a text, line by line with CR LF, as ValidateProgram appends it.
+// The report for a text, line by line with CR LF, as the log shows it.
 std::u16string PreflightReport(std::u16string_view text);
-// The report of the active program in the place of all that the log holds.
-void ValidateProgram();
-// Another program is shown from now on: the log says once whose report stands in it.
-void MarkReport();
-void ResetValidator();
+
+enum class ReportKind { Plain, Warning, Error };
+// What a line of the report tells, by its words, without a line end.
+ReportKind KindOfReportLine(std::u16string_view line);
+// The line of `text`, whose lines end in CR LF, that shows what a line of its report means, from 0:
+// the word itself, or where the missing one belongs. -1: the line is none that a rule wrote.
+int PlaceOfReportLine(std::u16string_view line, std::u16string_view text);
 
 }  // namespace morva

@@ -55,6 +55,11 @@ std::u16string TextOf(int id);
 // Adds at the end of a log or multi-line edit and scrolls the end into view. Caret and selection
 // stay where they are; the undo history is emptied.
 void AppendText(int id, std::u16string_view text);
+// Writes one line of a log in this colour, counted from 0; SetText takes it away. The text, its
+// caret and its selection stay as they are.
+void SetLogLineColour(int id, int line, Colour colour);
+// The line of a log that its caret is in, where a double click or Enter was told from; -1: no log.
+int LogCaretLine(int id);
 // At most `units` 16-bit units can be typed or pasted, a line end counting two; 0 and below: no
 // limit, for an edit line 32767. What goes beyond is left out and not told. The program's texts are
 // never cut.

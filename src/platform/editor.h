@@ -112,6 +112,8 @@ struct ColourRun {
   int length = 0;
   Colour colour = 0;
   bool bold = false;
+  bool marked = false;  // on a ground of its own
+  Colour ground = 0;
 };
 // Colours of one line, replacing those it had. A layout format: no undo step, no caret move. An
 // edit keeps the colours of other lines; those of the lines it touches are to be set again.

@@ -17,7 +17,7 @@ struct Canvas;
 // Notification codes beside a command's id. A click or a menu item is 0.
 inline constexpr int kNotifyClick = 0;
 inline constexpr int kNotifyListSelect = 1;    // list box: the selection changed by the user
-inline constexpr int kNotifyListDouble = 2;    // list box: double click, or Enter on a row
+inline constexpr int kNotifyListDouble = 2;    // list box or log: double click, or Enter on a row
 inline constexpr int kNotifyComboSelect = 1;   // combo: another row was chosen by the user
 inline constexpr int kNotifyEditChange = 768;  // edit or editor: the text changed
 inline constexpr int kNotifyHScroll = 1537;

@@ -234,7 +234,7 @@ TEST_F(TextArea, TakesNothingFromTheUserAsALog) {
   SetText(2, u"one");
   platform::SetFocusTo(2);
   Forget();
-  hands::Type(u"x\n");
+  hands::Type(u"x");
   Press(platform::kKeyBackspace);
   Press(platform::kKeyDelete);
   hands::CopyElsewhere(u"z");
@@ -246,6 +246,36 @@ TEST_F(TextArea, TakesNothingFromTheUserAsALog) {
   EXPECT_EQ(TextOf(2), u"one");
   EXPECT_EQ(Told("command"), Lines{});
   EXPECT_EQ(hands::PasteElsewhere(), u"z");
+}
+
+TEST_F(TextArea, TellsADoubleClickAndEnterOnALineOfALog) {
+  SetText(2, u"one\r\ntwo\r\nthree\r\n");
+  platform::SetFocusTo(2);
+  PressCtrl(platform::kKeyHome);
+  EXPECT_EQ(platform::LogCaretLine(2), 0);
+  Press(platform::kKeyDown);
+  Press(platform::kKeyDown);
+  Forget();
+  Press(platform::kKeyEnter);
+  EXPECT_EQ(Told("command"), Lines{"command 2 2"});
+  EXPECT_EQ(platform::LogCaretLine(2), 2);
+  for (const int id : {1, 99}) EXPECT_EQ(platform::LogCaretLine(id), -1);
+}
+
+TEST_F(TextArea, ColoursALineOfALogAndLeavesItsTextAndItsCaret) {
+  SetText(2, u"one\r\ntwo\r\n");
+  platform::SetFocusTo(2);
+  PressCtrl(platform::kKeyHome);
+  Press(platform::kKeyDown);
+  Forget();
+  for (const int line : {-1, 0, 1, 2, 9}) platform::SetLogLineColour(2, line, 0xFF6473);
+  for (const int id : {1, 99}) platform::SetLogLineColour(id, 0, 0xFF6473);
+  EXPECT_EQ(TextOf(2), u"one\r\ntwo\r\n");
+  EXPECT_EQ(platform::LogCaretLine(2), 1);
+  AppendText(2, u"three\r\n");
+  EXPECT_EQ(TextOf(2), u"one\r\ntwo\r\nthree\r\n");
+  EXPECT_EQ(platform::LogCaretLine(2), 1);
+  EXPECT_EQ(Told("command selection"), Lines{});
 }
 
 TEST_F(TextArea, TakesTheKeyboardAsALog) {

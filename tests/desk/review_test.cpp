@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextCursor>
 #include <QWheelEvent>
 
 #include "app/app_state.h"
@@ -107,6 +108,41 @@ TEST_F(ReviewDesk, ComparesStepsScrollsTogetherAndLeaves) {
   EXPECT_TRUE(desk::Until([]() { return desk::WidgetOf(kIdEditor)->isVisible(); }));
   EXPECT_FALSE(left->isVisible());
   EXPECT_EQ(desk::TextOf(kIdCompareSecond), QStringLiteral("COMPARE"));
+}
+
+TEST_F(ReviewDesk, KeepsTheStartsOfLongLinesInSightAndMarksWhatChangedInThem) {
+  const QByteArray tail = " (" + QByteArray(220, 'A') + ")\n";
+  Open("a.NC", "O1\nG01 X1.5 Y2." + tail + "M30\n");
+  Open("b.NC", "O1\nG01 X1.25 Y2." + tail + "M30\n");
+  desk::Run(200);
+  MarkTab(1);
+  MarkTab(2);
+  desk::Click(kIdCompareSecond);
+  QPlainTextEdit* left = Pane(kIdReviewLeftPane);
+  ASSERT_TRUE(desk::Until([left]() { return left->isVisible(); }));
+  // Nothing below the lines but the head of the output.
+  EXPECT_FALSE(desk::WidgetOf(kIdOutputLog)->isVisible());
+  for (const int key : {kIdReviewNext, kIdReviewPrevious}) {
+    for (QPlainTextEdit* pane : {left, Pane(kIdReviewRightPane)}) {
+      ASSERT_GT(pane->horizontalScrollBar()->maximum(), 0);
+      pane->horizontalScrollBar()->setValue(pane->horizontalScrollBar()->maximum());
+    }
+    desk::Click(key);
+    for (QPlainTextEdit* pane : {left, Pane(kIdReviewRightPane)}) {
+      EXPECT_EQ(pane->horizontalScrollBar()->value(), 0);
+      EXPECT_TRUE(pane->textCursor().selectedText().contains(QStringLiteral("G01 X1.")));
+    }
+  }
+  // The ground of the changed number, once the selection is gone from the line.
+  QTextCursor start(left->document());
+  left->setTextCursor(start);
+  QTextCursor number = left->document()->find(QStringLiteral("1.5"));
+  ASSERT_FALSE(number.isNull());
+  number.setPosition(number.selectionStart());
+  const QRect at = left->cursorRect(number);
+  const QImage image = left->viewport()->grab().toImage();
+  EXPECT_EQ(image.pixelColor(at.left() + 2, at.top() + 2), QColor(0x9A, 0x5B, 0x00));
+  Show("review-marks.png");
 }
 
 TEST_F(ReviewDesk, ChoosesWithTheKeyboardAlone) {

@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QPlainTextEdit>
 #include <QTest>
+#include <QTextBlock>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -84,6 +86,45 @@ TEST_F(StripDesk, ClosesAndOpensWithoutAPointerAndLeavesTheKeyboardWhereItIs) {
   desk::WidgetOf(kIdEditor)->setFocus();
   desk::KeyHere(Qt::Key_F5);
   EXPECT_TRUE(desk::Until([]() { return LogShown(); }));
+}
+
+// The report under a real double click and Enter, in its colours.
+TEST_F(StripDesk, ShowsAReportWhoseLinesLeadIntoTheProgram) {
+  auto* log = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(kIdOutputLog));
+  desk::WidgetOf(kIdEditor)->setFocus();
+  desk::KeyHere(Qt::Key_End, Qt::ControlModifier);
+  desk::KeyHere(Qt::Key_Return);
+  desk::TypeHere(QStringLiteral("G83 Z-1"));
+  desk::KeyHere(Qt::Key_F5);
+  ASSERT_TRUE(desk::Until([log]() { return log->toPlainText().contains(QStringLiteral("G83")); }));
+  Show("report.png");
+  const auto blockWith = [log](const char* words) {
+    QTextBlock block = log->document()->begin();
+    while (block.isValid() && !block.text().contains(QLatin1String(words))) block = block.next();
+    return block;
+  };
+  const auto colourOf = [](const QTextBlock& block) {
+    const auto formats = block.layout()->formats();
+    return formats.isEmpty() ? QColor() : formats.at(0).format.foreground().color();
+  };
+  EXPECT_EQ(colourOf(blockWith("ERROR: M30")), QColor(0xFF, 0x64, 0x73));
+  EXPECT_EQ(colourOf(blockWith("WARNING: G83")), QColor(0xFF, 0xBE, 0x50));
+  EXPECT_EQ(colourOf(blockWith("NOTE")), QColor());
+  QTextCursor there(blockWith("WARNING: G83"));
+  log->setTextCursor(there);
+  log->ensureCursorVisible();
+  const QPoint at = log->cursorRect(there).center() + QPoint(30, 0);
+  QTest::mouseDClick(log->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+  EXPECT_TRUE(desk::Until([]() { return HasKeyboard(kIdEditor); }));
+  auto* editor = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(kIdEditor));
+  EXPECT_EQ(editor->textCursor().selectedText(), QStringLiteral("G83 Z-1"));
+  // By keys alone.
+  QTextCursor error(blockWith("ERROR: No O-number"));
+  log->setFocus();
+  log->setTextCursor(error);
+  desk::KeyHere(Qt::Key_Return);
+  EXPECT_TRUE(desk::Until([]() { return HasKeyboard(kIdEditor); }));
+  EXPECT_NE(editor->textCursor().selectedText(), QStringLiteral("G83 Z-1"));
 }
 
 }  // namespace

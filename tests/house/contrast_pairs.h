@@ -39,6 +39,8 @@ inline const std::vector<Group> kTexts = {
      {kOutputBackground, kDarkBand, kCaretLineBand}},
     {{kReviewText}, {kOutputBackground}},
     {{kReviewModified}, {kReviewModifiedBand}},
+    {{kReviewChange}, {kReviewChangeGround}},
+    {{kReportError, kReportWarning}, {kOutputBackground}},
     {{kReviewLeftOnly}, {kReviewLeftOnlyBand}},
     {{kReviewRightOnly}, {kReviewRightOnlyBand}},
     {{kCompletionText, kBrightAccent}, {kPanelBackground, kCompletionSelected}},

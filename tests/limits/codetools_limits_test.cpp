@@ -10,6 +10,7 @@
 #include "codetools/compare.h"
 #include "codetools/completion.h"
 #include "codetools/find_rules.h"
+#include "codetools/line_changes.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -61,6 +62,21 @@ TEST(CodeToolLimits, CellsOfAnExactCompare) {
   for (const int more : {0, 1, 0}) {
     CompareTexts(Lines(1999), Lines(1999 + more), CompareOptions());
     EXPECT_EQ(SummaryHas(kTold), more == 1);
+  }
+}
+
+// 255 characters against as many are 256 times 256 cells.
+TEST(CodeToolLimits, CellsOfWhatChangedInsideALine) {
+  static_assert(kMaxLineCells == 65536);
+  for (const std::size_t more : {0u, 1u, 0u}) {
+    const std::size_t half = 127 + more;
+    const std::u16string line = u"A" + std::u16string(half, u'X') + std::u16string(127, u'Y');
+    const std::u16string other =
+        std::u16string(half, u'X') + u"B" + std::u16string(126, u'Y') + u"C";
+    const std::vector<bool> changed = ChangedUnits(line, other, false);
+    // The letters in the middle are the same on both sides; a longer stretch is marked whole.
+    EXPECT_EQ(changed[5], more == 1);
+    EXPECT_TRUE(changed[0]);
   }
 }
 

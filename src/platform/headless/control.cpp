@@ -220,6 +220,7 @@ void SetText(int id, std::u16string_view text) {
   Item* item = Find(id);
   if (item && (headless::HasCaption(*item) || headless::IsPlainText(*item))) {
     headless::PlaceText(*item, headless::Fitting(*item, text));
+    item->lineColours.clear();
   }
 }
 
@@ -238,6 +239,20 @@ void AppendText(int id, std::u16string_view text) {
   item->edit.undo.clear();
   item->edit.redo.clear();
   item->edit.run = headless::EditRun::None;
+}
+
+void SetLogLineColour(int id, int line, Colour colour) {
+  Item* item = Find(id);
+  const bool exists = item && item->kind == headless::Kind::Log && line >= 0 &&
+                      line <= std::count(item->text.begin(), item->text.end(), u'\n');
+  if (exists) item->lineColours[line] = colour;
+}
+
+int LogCaretLine(int id) {
+  const Item* item = Find(id);
+  if (!item || item->kind != headless::Kind::Log) return -1;
+  const auto caret = item->text.begin() + item->edit.caret;
+  return static_cast<int>(std::count(item->text.begin(), caret, u'\n'));
 }
 
 void SetTextLimit(int id, int units) {
@@ -289,6 +304,30 @@ bool IsTextControl(int id) {
 }  // namespace platform
 
 namespace headless {
+
+bool DoubleClickLogLine(int id, int line) {
+  Item* item = Find(id);
+  if (!item || item->kind != Kind::Log || !CanBeUsed(id)) return false;
+  std::size_t at = 0;
+  for (int i = 0; i < line; ++i) {
+    at = item->text.find(u'\n', at);
+    if (at == std::u16string::npos) return false;
+    ++at;
+  }
+  platform::SetFocusTo(id);
+  item->edit.anchor = item->edit.caret = static_cast<int>(at);
+  SendCommand(id, platform::kNotifyListDouble);
+  return true;
+}
+
+bool LogLineColour(int id, int line, platform::Colour& colour) {
+  const Item* item = Find(id);
+  const auto found =
+      item ? item->lineColours.find(line) : std::map<int, platform::Colour>::const_iterator();
+  if (!item || found == item->lineColours.end()) return false;
+  colour = found->second;
+  return true;
+}
 
 std::u16string ToolTipOf(int id) {
   const Item* item = Find(id);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -119,6 +120,7 @@ struct Item {
   platform::FontRole font = platform::FontRole::Body;
   platform::ViewRole role = platform::ViewRole::Drawing;
   EditState edit;
+  std::map<int, platform::Colour> lineColours;  // of a log
   ListState list;
   std::unique_ptr<EditorState> editor;
 };

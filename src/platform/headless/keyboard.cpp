@@ -115,6 +115,8 @@ void PressInEdit(int id, const platform::KeyEvent& key) {
     EraseBeforeCaret(id);
   } else if (key.ctrl) {
     return;
+  } else if (key.key == platform::kKeyEnter && item->kind == Kind::Log) {
+    SendCommand(id, platform::kNotifyListDouble);
   } else if (key.key == platform::kKeyEnter && item->kind == Kind::MultiEdit) {
     TypeCharacter(id, u'\n');
   } else if (const char16_t c = CharacterOf(key)) {

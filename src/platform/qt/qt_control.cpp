@@ -12,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QToolTip>
 #include <QValidator>
 #include <QWheelEvent>
@@ -229,12 +231,26 @@ class TextArea : public PlacedWidget<QPlainTextEdit> {
   }
   int limit = 0;
   bool IsLog() const { return log_; }
+  // As a format of the layout: no text changes, and what comes behind the line stays plain.
+  void ColourLine(int line, Colour colour) {
+    const QTextBlock block = document()->findBlockByNumber(line);
+    if (line < 0 || !block.isValid()) return;
+    QTextLayout::FormatRange range;
+    range.length = block.length();
+    range.format.setForeground(ColourOf(colour));
+    block.layout()->setFormats({range});
+    document()->markContentsDirty(block.position(), block.length());
+  }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool enters = enter || (!event->text().isEmpty() && event->text().at(0).isPrint());
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (log_ && enter && plain && window() == MainWidget()) {  // in a dialog it is the dialog's
+      SendCommand(Id(), kNotifyListDouble);
+      return;
+    }
     if (enters && plain && Room() < (enter ? 2 : 1)) return;
     if (IsRedoKey(*event) && !isReadOnly()) {
       redo();
@@ -246,6 +262,10 @@ class TextArea : public PlacedWidget<QPlainTextEdit> {
     } else {
       QPlainTextEdit::keyPressEvent(event);
     }
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseDoubleClickEvent(event);
+    if (log_ && event->button() == Qt::LeftButton) SendCommand(Id(), kNotifyListDouble);
   }
   QMimeData* createMimeDataFromSelection() const override {
     return PlainMimeData(textCursor().selectedText());
@@ -461,6 +481,16 @@ void AppendText(int id, std::u16string_view text) {
   }
   if (!area->IsLog()) area->document()->clearUndoRedoStacks();
   area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+}
+
+void SetLogLineColour(int id, int line, Colour colour) {
+  TextArea* area = AreaOf(id);
+  if (area != nullptr && area->IsLog()) area->ColourLine(line, colour);
+}
+
+int LogCaretLine(int id) {
+  const TextArea* area = AreaOf(id);
+  return area != nullptr && area->IsLog() ? area->textCursor().blockNumber() : -1;
 }
 
 void SetTextLimit(int id, int units) {

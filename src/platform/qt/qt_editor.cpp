@@ -250,9 +250,12 @@ int LineRuns(int id, int line, ColourRun* runs, int capacity) {
   const int count = static_cast<int>(formats.size());
   for (int i = 0; i < std::min(count, capacity); ++i) {
     const QTextLayout::FormatRange& range = formats.at(i);
-    runs[i] =
-        ColourRun{range.start, range.length, range.format.foreground().color().rgb() & 0xFFFFFFu,
-                  range.format.fontWeight() >= QFont::Bold};
+    constexpr Colour kRgb = 0xFFFFFF;
+    ColourRun& run = runs[i];
+    run = ColourRun{range.start, range.length, range.format.foreground().color().rgb() & kRgb,
+                    range.format.fontWeight() >= QFont::Bold};
+    run.marked = range.format.hasProperty(QTextFormat::BackgroundBrush);
+    if (run.marked) run.ground = range.format.background().color().rgb() & kRgb;
   }
   return count;
 }

@@ -110,12 +110,15 @@ class EvenLayout : public QPlainTextDocumentLayout {
 };
 
 // One shared format for every run of the same look; a program has a dozen of them.
-const QTextCharFormat& FormatFor(Colour colour, bool bold) {
-  static std::unordered_map<std::uint32_t, QTextCharFormat> formats;
-  QTextCharFormat& format = formats[(colour << 1) | (bold ? 1u : 0u)];
+const QTextCharFormat& FormatFor(const ColourRun& run) {
+  static std::unordered_map<std::uint64_t, QTextCharFormat> formats;
+  const std::uint64_t ground = run.marked ? (std::uint64_t{run.ground} << 1) | 1u : 0u;
+  const std::uint32_t face = (run.colour << 1) | (run.bold ? 1u : 0u);
+  QTextCharFormat& format = formats[(ground << 32) | face];
   if (format.isEmpty()) {
-    format.setForeground(ColourOf(colour));
-    if (bold) format.setFontWeight(QFont::Bold);
+    format.setForeground(ColourOf(run.colour));
+    if (run.bold) format.setFontWeight(QFont::Bold);
+    if (run.marked) format.setBackground(ColourOf(run.ground));
   }
   return format;
 }
@@ -412,7 +415,7 @@ void EditorWidget::SetRuns(int line, const ColourRun* runs, int count) {
     QTextLayout::FormatRange range;
     range.start = runs[i].from;
     range.length = runs[i].length;
-    range.format = FormatFor(runs[i].colour, runs[i].bold);
+    range.format = FormatFor(runs[i]);
     formats.append(range);
   }
   if (known->formats() == formats) return;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "codetools/renumber.h"
+#include "codetools/preflight_log.h"
 #include "codetools/validator.h"
 #include "documents/program_tabs.h"
 #include "platform/timer.h"

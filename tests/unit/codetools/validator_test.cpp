@@ -55,6 +55,58 @@ TEST(FindCodeWord, EndsAtTheFirstNul) {
   EXPECT_FALSE(FindCodeWord(std::u16string_view(u"G0\0M30", 6), u'M', 30));
 }
 
+// The line that a rule's message leads to, counted from 1; 0 for none.
+int PlaceOf(std::u16string_view message, std::u16string_view program) {
+  EXPECT_TRUE(Has(PreflightReport(program), message)) << "the rule does not fail";
+  return PlaceOfReportLine(message, program) + 1;
+}
+
+TEST(PlaceOfReportLine, IsThatOfTheWordOrWhereTheMissingOneBelongs) {
+  const std::u16string program =
+      u"%\r\n\r\n(MORVA TEXT 1)\r\nN10 (M30 G84)\r\nG54\r\nN20 G01 X1\r\nG81 Z-1\r\nG84 Z-1\r\n"
+      u"G83 Z-1\r\nX5\r\n(MORVA END 1)\r\n%\r\n";
+  EXPECT_EQ(PlaceOf(u"ERROR: No O-number found (example O1000).", program), 4);
+  EXPECT_EQ(PlaceOf(u"ERROR: M30 program end not found.", program), 10);
+  for (const char16_t* message : {u"WARNING: G90 absolute mode not found.",
+                                  u"WARNING: G40 cutter compensation cancel not found.",
+                                  u"WARNING: G49 tool length cancel not found near startup/end."}) {
+    EXPECT_EQ(PlaceOf(message, program), 6);
+  }
+  EXPECT_EQ(PlaceOf(u"ERROR: Canned cycle present but G80 cancel was not found.", program), 7);
+  EXPECT_EQ(PlaceOf(u"WARNING: G83 is present but no Q peck address was found.", program), 9);
+  EXPECT_EQ(PlaceOf(u"ERROR: G84 tapping is present but no feed F address was found.", program), 8);
+}
+
+TEST(PlaceOfReportLine, IsTheParenthesisWithoutItsOtherOne) {
+  constexpr std::u16string_view kMessage = u"WARNING: Parenthesis comments appear unbalanced.";
+  EXPECT_EQ(PlaceOf(kMessage, u"(A)\r\n(B\r\n(C)\r\n"), 2);
+  EXPECT_EQ(PlaceOf(kMessage, u"(A)\r\n(B)\r\nC)\r\n(D)"), 3);
+  EXPECT_EQ(PlaceOf(kMessage, u"G0\r\n(A (B)"), 2);
+}
+
+TEST(PlaceOfReportLine, IsTheTopOfAProgramThatHoldsNothingToLookAt) {
+  for (const std::u16string_view program : {u"", u"\r\n\r\n", u"(A)\r\nM5\r\n"}) {
+    for (const char16_t* message :
+         {u"WARNING: G90 absolute mode not found.", u"ERROR: No O-number found (example O1000)."}) {
+      EXPECT_EQ(PlaceOf(message, program), 1);
+    }
+  }
+  EXPECT_EQ(PlaceOf(u"WARNING: % delimiters not found; RS-232 transfer wrapper can add them "
+                    u"automatically.",
+                    u"O1\r\nM30\r\n"),
+            1);
+}
+
+TEST(PlaceOfReportLine, IsNoneForWhatNoRuleWrote) {
+  for (const char16_t* line : {u"", u"VALIDATION \u2014 classic Haas preflight", u"ERROR: M30",
+                               u"Validation complete: 1 error(s), 2 warning(s)."}) {
+    EXPECT_EQ(PlaceOfReportLine(line, kSound), -1);
+    EXPECT_EQ(KindOfReportLine(line), ReportKind::Plain);
+  }
+  EXPECT_EQ(KindOfReportLine(u"ERROR: M30 program end not found."), ReportKind::Error);
+  EXPECT_EQ(KindOfReportLine(u"WARNING: G90 absolute mode not found."), ReportKind::Warning);
+}
+
 TEST(Preflight, ReportsAnEmptyProgramWithTwoErrorsAndFourWarnings) {
   EXPECT_EQ(PreflightReport(u""),
             u"VALIDATION \u2014 classic Haas preflight\r\n"

@@ -5,7 +5,7 @@
 #include "app/outlets.h"
 #include "codetools/colours.h"
 #include "codetools/find_rules.h"
-#include "codetools/validator.h"
+#include "codetools/preflight_log.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"

@@ -118,6 +118,46 @@ TEST_F(Review, TakesTheWorkAreaAndGivesEverythingBack) {
   }
 }
 
+// The stretches of a pane's line that lie on the ground of what changed.
+std::vector<std::u16string> Marked(int pane, int line) {
+  platform::ColourRun runs[32];
+  const int count = platform::LineRuns(pane, line, runs, 32);
+  std::u16string text(platform::EditorText(pane));
+  for (int i = 0; i < line; ++i) text.erase(0, text.find(u'\n') + 1);
+  std::vector<std::u16string> marked;
+  for (int i = 0; i < count && i < 32; ++i) {
+    if (!runs[i].marked) continue;
+    EXPECT_EQ(runs[i].ground, 0x9A5B00u);
+    marked.push_back(text.substr(static_cast<std::size_t>(runs[i].from),
+                                 static_cast<std::size_t>(runs[i].length)));
+  }
+  return marked;
+}
+
+TEST_F(Review, MarksTheChangedCharactersInsideAChangedLineAlone) {
+  using Texts = std::vector<std::u16string>;
+  Compare(u"O1\r\nG01 X1.5 Y2.\r\n(KEEP)\r\nM08\r\nM30",
+          u"O1\r\nG01 X1.25 Y2. F9\r\n(KEEP)\r\nM30");
+  EXPECT_EQ(Marked(kIdReviewLeftPane, 1), Texts{u"1.5"});
+  EXPECT_EQ(Marked(kIdReviewRightPane, 1), (Texts{u"1.25", u" F9"}));
+  for (const int line : {0, 2, 3, 4}) {
+    EXPECT_EQ(Marked(kIdReviewLeftPane, line), Texts{}) << line;
+    EXPECT_EQ(Marked(kIdReviewRightPane, line), Texts{}) << line;
+  }
+  // In words the words that differ.
+  headless::Click(kIdCommandWords);
+  headless::Advance(200);
+  EXPECT_EQ(Marked(kIdReviewLeftPane, 1), Texts{u"1.5"});
+}
+
+TEST_F(Review, TakesBlanksForNoChangeWhereTheyAreIgnored) {
+  using Texts = std::vector<std::u16string>;
+  Compare(u"G1  X1 Y1", u"G1 X1 Y2");
+  EXPECT_EQ(Marked(kIdReviewLeftPane, 0), (Texts{u" ", u"1"}));
+  headless::Click(kIdReviewSpaces);
+  EXPECT_EQ(Marked(kIdReviewLeftPane, 0), Texts{u"1"});
+}
+
 TEST_F(Review, BearsItsWords) {
   headless::Click(kIdCompareSecond);
   EXPECT_EQ(Word(kIdReviewHead), u"PROGRAMS (Ctrl / Shift)");
@@ -240,10 +280,11 @@ TEST_F(Review, ChangedRowsBearTheirBandsAndTokensLieOverThem) {
   EXPECT_TRUE(HasBand(kIdReviewLeftPane, 2, 0x4B2228));
   EXPECT_TRUE(HasNoBand(kIdReviewRightPane, 2));
   EXPECT_TRUE(HasBand(kIdReviewRightPane, 4, 0x164131));
-  // "2 ~  G1 OLD": the number in the row's colour, G1 in its token's.
+  // "2 ~  G1 OLD": the number in the row's colour, G in its token's, what changed in its own.
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 0), 0xFFD588u);
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 5), 0x2CD6DFu);
-  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 8), 0xFFD588u);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 7), 0xFFD588u);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 8), 0xFFFFFFu);
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 2, 6), 0xFF9FACu);
   EXPECT_EQ(ColourAt(kIdReviewRightPane, 4, 6), 0x8CF2B6u);
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 6), 0xDEE9F2u);
