@@ -10,6 +10,7 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "codetools/caret_place.h"
+#include "codetools/check_panel.h"
 #include "codetools/codetools_commands.h"
 #include "codetools/colours.h"
 #include "codetools/completion_popup.h"
@@ -123,6 +124,7 @@ void RegisterCodeToolCommands() {
   RegisterImportPanel();
   RegisterGoToLine();
   RegisterTimer(kTimerText, FollowEdit);
+  RegisterCheckPanel();
   lastHovered.clear();
   ResetPreflightLog();
   hooks.lastUnitsCode = LastUnitsCode;

@@ -21,6 +21,9 @@ using platform::FontRole;
 using platform::Rect;
 
 constexpr int kFindMost = kFindUnits - 1;
+constexpr int kFullHeight = 510;  // pixels; a lower pane does without the words of help
+
+enum FindPage { kFullPage, kLowPage };
 
 // At the narrowest the pane is 296 wide: the first help takes four lines there, the other three.
 // clang-format off
@@ -37,12 +40,13 @@ constexpr FormRow kRows[] = {
     {.kind = RowKind::Note, .id = kIdFindHelp,
      .label = u"Queue multiple replacements, preview the count, then apply in one undoable edit. "
               u"Rules match the original code without cascading. Operation tags are protected.",
-     .height = 76},
-    {.kind = RowKind::Head, .id = kIdChangeHead, .label = u"Change All"},
+     .pages = PageBit(kFullPage), .height = 76},
+    {.kind = RowKind::Head, .id = kIdChangeHead, .label = u"Change All",
+     .pages = PageBit(kFullPage)},
     {.kind = RowKind::Note, .id = kIdChangeHelp,
      .label = u"Find exact code/text across the active project tab. START prompts at every match; "
               u"DO ALL performs one confirmed bulk change.",
-     .height = 56},
+     .pages = PageBit(kFullPage), .height = 56},
     // The words of the first key are the longer.
     {.kind = RowKind::Keys, .keys = {kIdPromptEach, kIdDoAll}, .shares = {58, 42}},
 };
@@ -52,7 +56,7 @@ constexpr Form kFindForm{.look = &kLook, .rows = kRows, .changed = [](int) { Ref
 
 void MakePane() { MakeForm(kFindForm); }
 void PlacePane(const platform::Rect& area) {
-  PlaceForm(kFindForm, area);
+  PlaceForm(kFindForm, area, platform::RectHeight(area) < kFullHeight ? kLowPage : kFullPage);
   RefreshFindMarks();
 }
 void HidePane() {

@@ -268,10 +268,7 @@ std::u16string PreflightReport(std::u16string_view text) {
   Report report;
   Add(report, u"VALIDATION \u2014 classic Haas preflight");
   RunRules(GatherFacts(text), report);
-  Add(report,
-      u"NOTE: This validator cannot know your work offset, tool length, workholding, stock, "
-      u"spindle option, or machine condition.");
-  Add(report, u"Run unfamiliar code in Haas Graphics mode and use safe proving practices.");
+  Add(report, kPreflightNotes);
   Add(report, u"Validation complete: " + IntegerText(report.errors) + u" error(s), " +
                   IntegerText(report.warnings) + u" warning(s).");
   return report.text;

@@ -17,6 +17,12 @@ bool FindCodeWord(std::u16string_view text, char16_t letter, std::int32_t value)
 // The number of the last G20 or G21 outside comments, as above; 0 where neither stands.
 std::int32_t LastUnitsCode(std::u16string_view text);
 
+// What the report ends with, whatever the program: two sentences, each a line.
+inline constexpr char16_t kPreflightNotes[] =
+    u"NOTE: This validator cannot know your work offset, tool length, workholding, stock, spindle "
+    u"option, or machine condition.\r\nRun unfamiliar code in Haas Graphics mode and use safe "
+    u"proving practices.";
+
 // The report for a text, line by line with CR LF, as the log shows it.
 std::u16string PreflightReport(std::u16string_view text);
 

@@ -40,6 +40,7 @@ constexpr int kHeadRow = 26;
 constexpr int kHeadWords = 190;        // of the output's head, beside a panel
 constexpr int kHeadLine = 24;          // height of these words in a line of their own
 constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
+constexpr int kUsualHeight = 800;      // the least of a window whose screen has room for it
 constexpr int kOutputLeast = 150;      // height of the output
 constexpr int kOutputBelowView = 112;  // where the view stands above it
 constexpr int kHelpHeight = 112;       // of the help text below a right panel
@@ -91,9 +92,10 @@ constexpr int kSliderGap = 5;      // above a slider of its own row
 constexpr int kSliderBeside = 12;  // from the playback keys to a slider in their row
 constexpr int kSliderLeast = 280;  // width of that
 constexpr int kBesideLeast = 300;  // a view narrower than this goes under the editor
-constexpr int kUnderLeast = 140;   // height of a view there; a lower one goes below the panel
+constexpr int kUnderLeast = 110;   // height of a view there; a lower one goes below the panel
 constexpr int kUnderPercent = 58;  // of the editor's column
 constexpr int kBelowLeast = 200;   // height of a view below the panel
+constexpr int kFormLeast = 220;    // of the panel above it; a lower one stands without the view
 constexpr int kPanelToView = 8;    // from the panel to the bar of the view below it
 constexpr int kNarrowBarsHeight =  // with a slider in a row of its own
     2 * (kNarrowBars.keyHeight + kNarrowBars.apart) + kSliderGap + kSliderHeight;
@@ -378,10 +380,11 @@ int OutputHeight(const LayoutInput& in) {
   return std::clamp(height * 31 / 100, kOutputLeast, 320);
 }
 
-// The words beside the output need 180 pixels.
+// The words beside the output need 180 pixels; in a window on a small screen code and view come
+// first.
 int HomeOutputHeight(const LayoutInput& in) {
   const int height = in.height - kStatusHeight - in.topBarHeight;
-  return std::clamp(height * 28 / 100, 182, 280);
+  return std::clamp(height * 28 / 100, in.height < kUsualHeight ? kOutputBelowView : 182, 280);
 }
 
 // What the user drags: the output from its top to its foot.
@@ -478,10 +481,12 @@ int HeightUnderEditor(const LayoutInput& in, const Rect& work) {
   return height - kNarrowBarsHeight >= kUnderLeast ? height : 0;
 }
 
-// The view in the lower part of a right panel, whose own controls keep the upper one.
+// The view in the lower part of a right panel, whose own controls keep the upper one. Where too
+// little would be left to them it is not shown.
 void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
   Rect& body = plan.areas.panelBody;
   const int most = RectHeight(body) - kPanelToView - kNarrowBarsHeight - kBelowLeast;
+  if (most < kFormLeast) return HideView(plan);
   const int kept = body.top + std::min(in.heightAboveView, most);
   PlanView(plan, Rect{body.left, kept + kPanelToView, body.right, body.bottom}, kNarrowBars);
   body.bottom = kept;

@@ -11,7 +11,6 @@
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"
-#include "shell/coming.h"
 #include "shell/icons.h"
 #include "shell/inline_rename.h"
 #include "shell/keys_page.h"
@@ -87,7 +86,6 @@ void RegisterShellCommands() {
   AddCommands(EditCommands());
   AddCommands(ShellCommands());
   RegisterShellModes();
-  RegisterComingModes();
   RegisterInlineRename();
   RegisterKeysPage();
   RegisterSpeedSlider();

@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "platform/window.h"
 
 namespace morva {
 
@@ -14,22 +15,32 @@ using platform::RectHeight;
 
 namespace {
 
-constexpr int kLine = 20;         // pixels that a key press moves the edge by
-constexpr int kClosesBelow = 27;  // pixels of the output
+constexpr int kLine = 20;          // pixels that a key press moves the edge by
+constexpr int kUsualHeight = 800;  // of the window, where the screen has room
+constexpr int kClosesBelow = 27;   // pixels of the output
 
 struct Strip {
   int height = 0;
   bool closed = false;
-  bool openInReview = false;
+  bool openOver = false;
   int shown = 0;  // pixels of the output as they are, 0 while it is closed
   int foot = 0;   // where it ends
   int head = 0;   // from the edge down to the output
 };
 Strip strip;
 
+// Whether what is up needs the height of the strip: lines side by side, and in a window on a small
+// screen a panel over the code or a form with the view.
+bool NeedsHeight() {
+  if (app.compareActive) return true;
+  if (app.surface != kSurfaceCode) return false;
+  if (platform::ClientArea(platform::kMainWindow).bottom >= kUsualHeight) return false;
+  return IsPanelAt(PanelSpot::Work) || HeightAboveView() > 0;
+}
+
 void SetClosed(bool closed) {
-  if (app.compareActive) {
-    strip.openInReview = !closed;
+  if (NeedsHeight()) {
+    strip.openOver = !closed;
   } else {
     strip.closed = closed;
   }
@@ -44,9 +55,10 @@ void TakeHeight(int height) {
 }  // namespace
 
 bool IsStripClosed() {
+  const bool over = NeedsHeight();
   // What was opened in a review says nothing about the next one.
-  if (!app.compareActive) strip.openInReview = false;
-  return app.compareActive ? !strip.openInReview : strip.closed;
+  if (!over) strip.openOver = false;
+  return over ? !strip.openOver : strip.closed;
 }
 
 int StripHeight() { return strip.height; }

@@ -2,7 +2,8 @@
 // another height and closed down to its head row.
 //
 // In the compare review it is closed, whatever it is beside it; opened there, it is so until the
-// review is left. Nothing of it is kept over a restart.
+// review is left. The same holds in a window of a small screen for what stands over the code, and
+// for forms with the toolpath view. Nothing of it is kept over a restart.
 #pragma once
 
 #include "app/commands.h"

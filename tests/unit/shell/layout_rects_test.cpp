@@ -400,8 +400,24 @@ TEST(LayoutRects, StandTheViewUnderTheEditorOnASmallWindow) {
   }
 }
 
-TEST(LayoutRects, StandTheViewBelowThePanelInALowWindow) {
-  const LayoutInput in = WithView(1200, 640);
+TEST(LayoutRects, LeaveTheViewOutWhereItsPanelWouldBeTooLow) {
+  LayoutInput in = WithView(1200, 640);
+  EXPECT_TRUE(IsEmpty(PlaceIn(PlanLayout(in), kViewToolpath)));
+  EXPECT_TRUE(IsEmpty(PlaceIn(PlanLayout(in), kIdSpeedSlider)));
+  EXPECT_GE(RectHeight(PlanLayout(in).areas.panelBody), 350);
+  // With the strip closed it stands under the editor.
+  for (const int height : {600, 640, 720}) {
+    in = WithView(1200, height);
+    in.stripClosed = true;
+    const LayoutPlan plan = PlanLayout(in);
+    EXPECT_GE(RectHeight(PlaceIn(plan, kViewToolpath)), 110) << height;
+    EXPECT_GE(RectHeight(PlaceIn(plan, kIdEditor)), 120) << height;
+  }
+}
+
+TEST(LayoutRects, StandTheViewBelowThePanelWhereTheStripIsHigh) {
+  LayoutInput in = WithView(1200, 800);
+  in.stripHeight = 2000;
   const LayoutPlan plan = PlanLayout(in);
   const Rect& form = plan.areas.panelBody;
   const Rect view = PlaceIn(plan, kViewToolpath);

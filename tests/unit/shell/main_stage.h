@@ -11,6 +11,7 @@
 #include "builders/wizard/wizard_panel.h"
 #include "cad/panel/cad_room.h"
 #include "cad/panel/cad_surface.h"
+#include "codetools/check_panel.h"
 #include "codetools/find_pane.h"
 #include "codetools/index_panel.h"
 #include "dnc/setup_panel.h"
@@ -75,9 +76,9 @@ struct MainStage : public support::Stage {
     morva::RegisterCadSurface();
     morva::RegisterPlateSurface();
     // In words alone, as long as their panels are not there.
-    for (morva::ModeRow row :
-         {morva::kFindMode, morva::kCodeIndexMode, morva::kToolsMode, morva::kMacrosMode,
-          morva::kWizardMode, morva::kShapesMode, morva::kSlotMode, morva::kDncMode}) {
+    for (morva::ModeRow row : {morva::kCheckMode, morva::kFindMode, morva::kCodeIndexMode,
+                               morva::kToolsMode, morva::kMacrosMode, morva::kWizardMode,
+                               morva::kShapesMode, morva::kSlotMode, morva::kDncMode}) {
       row.coming = true;
       morva::RegisterMode(row);
     }

@@ -571,6 +571,39 @@ TEST_F(Routing, OffersEveryIdInTheProgramsOrder) {
   }
 }
 
+// Every key, item and list that the routing knows has somebody who answers it.
+TEST_F(Routing, AnswersEveryIdThatItKnows) {
+  constexpr int kClicked[][2] = {
+      {101, 106},   {108, 114},   {430, 430},   {440, 440},   {601, 604},   {622, 626},
+      {637, 637},   {653, 655},   {660, 661},   {663, 666},   {670, 670},   {680, 680},
+      {742, 743},   {747, 751},   {772, 772},   {793, 793},   {800, 809},   {811, 811},
+      {900, 919},   {1200, 1202}, {1210, 1211}, {1213, 1214}, {1216, 1216}, {1270, 1276},
+      {1280, 1281}, {1290, 1295}, {1700, 1700}, {1710, 1717}, {1721, 1722}, {1901, 1905},
+      {1908, 1908}, {1990, 1994}, {2929, 2929}, {2990, 2992}};
+  for (const auto& [first, last] : kClicked) {
+    for (int id = first; id <= last; ++id) EXPECT_GE(StageOf(id, 0), 0) << id;
+  }
+  for (const int id : {200, 600, 1212}) {
+    EXPECT_GE(StageOf(id, platform::kNotifyListSelect), 0) << id;
+    EXPECT_GE(StageOf(id, platform::kNotifyListDouble), 0) << id;
+  }
+  EXPECT_GE(StageOf(621, platform::kNotifyListDouble), 0);
+  EXPECT_GE(StageOf(2930, platform::kNotifyComboSelect), 0);
+}
+
+// Its panel has the key of the preflight and says what that cannot know; no key leads to it.
+TEST_F(Routing, ShowsTheDiagnosticsToWhoAsksForTheMode) {
+  SetMode(kModeDiagnostics);
+  EXPECT_EQ(app.mode, kModeDiagnostics);
+  EXPECT_EQ(platform::TextOf(kIdPanelHead), u"DIAGNOSTICS");
+  EXPECT_TRUE(platform::IsVisible(kIdValidateSecond));
+  EXPECT_EQ(platform::TextOf(kIdValidateSecond), u"RUN VALIDATION");
+  headless::Click(kIdValidateSecond);
+  EXPECT_TRUE(OutputHas(u"Validation complete"));
+  SetMode(kModeHome);
+  EXPECT_FALSE(platform::IsVisible(kIdValidateSecond));
+}
+
 TEST_F(Routing, HasNoCommandThatIsStillToCome) {
   for (const Command* row : AllCommands()) EXPECT_EQ(row->pending[0], 0) << row->id;
 }
