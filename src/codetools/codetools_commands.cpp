@@ -15,15 +15,17 @@ constexpr Command Choice(int id, const char16_t* words, const char16_t* help = u
       .id = id, .words = words, .help = help, .name = name, .on = IsIndexKeyOn, .told = kToldInTip};
 }
 
+constexpr char16_t kCheckHelp[] = u"Check the program ({})";
+
 constexpr Command kCommands[] = {
     // The program as a whole.
     {.id = kIdPreflight,
      .words = u"RUN PROGRAM PREFLIGHT",
-     .help = u"Check the program ({})",
+     .help = kCheckHelp,
      .chord = FunctionKey(kEditorChords, 5)},
     {.id = kIdValidateSecond,
      .words = u"RUN VALIDATION",
-     .help = u"Check the program ({})",
+     .help = kCheckHelp,
      .chordOf = kIdPreflight},
     {kIdRenumber, u"RENUMBER", u"Number the program's lines N10, N20, ..."},
     {kIdCommandWords, u"COMMAND WORDS", u"Show the program in plain words"},

@@ -126,6 +126,8 @@ struct EveryForm : support::Workbench {
     LookAround("tools at home", look);
     SetMode(kModeFind);
     LookAround("find", look);
+    SetMode(kModeDiagnostics);
+    LookAround("check", look);
     SetMode(kModeDnc);
     OpenSetupPanel();
     LookAround("connection", look);
