@@ -234,7 +234,10 @@ Numbers NumbersFor(const ItemCut& item, double width, double height) {
   const ItemShape shape = item.item.shape;
   const bool pointed = shape == ItemShape::Triangle || shape == ItemShape::Diamond;
   const double least = whole * (pointed ? kLeastPointedShare : kLeastShare);
-  return {!item.item.saved && 2 * reach >= least ? 0 : reach};
+  // The narrow side of a rectangle or slot has to hold the number.
+  const bool narrow = HasWidth(item) && !pointed;
+  const double room = narrow ? std::min(std::fabs(item.size), HeightOf(item)) : 2 * reach;
+  return {!item.item.saved && room >= least ? 0 : reach};
 }
 
 // Away from the middle of a circle; above an item of a grid.

@@ -300,6 +300,27 @@ TEST(PatternPicture, NumbersItsItems) {
             "\u00D84.000\n");
 }
 
+// Six slots of 0.5 by 0.25 take 2.5: a number in one would cover its sides.
+TEST(PatternPicture, NumbersNarrowItemsBesideThem) {
+  for (const ItemShape shape : {ItemShape::Slot, ItemShape::Rectangle}) {
+    Picture picture;
+    ClearPicture(picture, false);
+    GridValues values = StartGrid(shape);
+    DrawGrid(values, picture);
+    EXPECT_NE(platform::ToUtf8(PictureText(picture))
+                  .find("label dimension part 0 0.0000,0.0000 above clear 0.2795: 1\n"),
+              std::string::npos);
+    values.numbers[kGridSize] = 0.75;
+    values.numbers[kGridWidth] = 0.6;
+    ClearPicture(picture, false);
+    DrawGrid(values, picture);
+    EXPECT_NE(
+        platform::ToUtf8(PictureText(picture)).find("label dimension part 0 0.0000,0.0000 on: 1\n"),
+        std::string::npos)
+        << "large enough";
+  }
+}
+
 // The width of a slot stands in the picture too, left of all others.
 TEST(PatternPicture, MeasuresLengthAndWidthOfAnItem) {
   Picture picture;
