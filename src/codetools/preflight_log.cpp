@@ -78,6 +78,7 @@ void ValidateProgram() {
   if (!platform::Exists(kIdEditor)) return;
   ClearOutput();
   std::u16string report = PreflightReport(platform::EditorText(kIdEditor));
+  report += Call(hooks.checkMachine);
   // The outlet adds the last line end itself.
   report.resize(report.size() - 2);
   AppendOutput(report);

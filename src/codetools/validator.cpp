@@ -245,6 +245,20 @@ const Rule* RuleOf(std::u16string_view line) {
   return nullptr;
 }
 
+// The program's line, from 0, that a line of the machine check names behind its kind:
+// "ERROR: Line 12: ..."; -1 for another line.
+int NamedLine(std::u16string_view line, std::u16string_view kind) {
+  constexpr std::u16string_view kNames = u"Line ";
+  if (!line.starts_with(kind) || !line.substr(kind.size()).starts_with(kNames)) return -1;
+  const std::u16string_view number = line.substr(kind.size() + kNames.size());
+  const std::size_t end = number.find(u':');
+  if (end == 0 || end == number.npos) return -1;
+  return ParseInteger(number.substr(0, end), 0) - 1;
+}
+
+constexpr std::u16string_view kErrorHead = u"ERROR: ";
+constexpr std::u16string_view kWarningHead = u"WARNING: ";
+
 }  // namespace
 
 bool FindCodeWord(std::u16string_view text, char16_t letter, std::int32_t value) {
@@ -275,12 +289,16 @@ std::u16string PreflightReport(std::u16string_view text) {
 }
 
 ReportKind KindOfReportLine(std::u16string_view line) {
+  if (NamedLine(line, kErrorHead) >= 0) return ReportKind::Error;
+  if (NamedLine(line, kWarningHead) >= 0) return ReportKind::Warning;
   const Rule* rule = RuleOf(line);
   if (!rule) return ReportKind::Plain;
   return rule->error ? ReportKind::Error : ReportKind::Warning;
 }
 
 int PlaceOfReportLine(std::u16string_view line, std::u16string_view text) {
+  const int named = std::max(NamedLine(line, kErrorHead), NamedLine(line, kWarningHead));
+  if (named >= 0) return std::min(named, static_cast<int>(std::ranges::count(text, u'\n')));
   const Rule* rule = RuleOf(line);
   if (!rule) return -1;
   const std::u16string_view before = text.substr(0, rule->place(text));

@@ -27,7 +27,8 @@ inline constexpr char16_t kPreflightNotes[] =
 std::u16string PreflightReport(std::u16string_view text);
 
 enum class ReportKind { Plain, Warning, Error };
-// What a line of the report tells, by its words, without a line end.
+// What a line of the report tells, by its words, without a line end. Lines of the machine check
+// that name a line of the program are known too.
 ReportKind KindOfReportLine(std::u16string_view line);
 // The line of `text`, whose lines end in CR LF, that shows what a line of its report means, from 0:
 // the word itself, or where the missing one belongs. -1: the line is none that a rule wrote.

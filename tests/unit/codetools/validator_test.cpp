@@ -97,6 +97,19 @@ TEST(PlaceOfReportLine, IsTheTopOfAProgramThatHoldsNothingToLookAt) {
             1);
 }
 
+TEST(PlaceOfReportLine, IsTheLineThatTheMachineCheckNames) {
+  EXPECT_EQ(KindOfReportLine(u"ERROR: Line 2: A feed move has no F."), ReportKind::Error);
+  EXPECT_EQ(KindOfReportLine(u"WARNING: Line 1: x"), ReportKind::Warning);
+  EXPECT_EQ(PlaceOfReportLine(u"ERROR: Line 2: A feed move has no F.", u"O1\r\nG1\r\nM30"), 1);
+  // The program has become shorter since.
+  EXPECT_EQ(PlaceOfReportLine(u"ERROR: Line 9: x", u"O1\r\nG1"), 1);
+  for (const char16_t* line : {u"Line 2: x", u"ERROR: Line : x", u"ERROR: Line 2",
+                               u"ERROR: Line 0: x", u"NOTE: Line 2: x"}) {
+    EXPECT_EQ(KindOfReportLine(line), ReportKind::Plain);
+    EXPECT_EQ(PlaceOfReportLine(line, u"O1"), -1);
+  }
+}
+
 TEST(PlaceOfReportLine, IsNoneForWhatNoRuleWrote) {
   for (const char16_t* line : {u"", u"VALIDATION \u2014 classic Haas preflight", u"ERROR: M30",
                                u"Validation complete: 1 error(s), 2 warning(s)."}) {

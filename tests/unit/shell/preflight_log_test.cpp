@@ -47,6 +47,28 @@ class PreflightLog : public support::Workbench {
   static std::u16string Status() { return platform::TextOf(kIdStatusLine); }
 };
 
+TEST_F(PreflightLog, HasTheMachineCheckBehindItWhileMachineMotionIsOn) {
+  WriteFile("b.NC", "%\r\nO1000\r\nG20 G90\r\nG0 X0 Y0 Z0\r\nG1 X1.\r\nM30\r\n%\r\n");
+  Open("b.NC");
+  headless::Advance(200);
+  headless::Focus(kIdEditor);
+  headless::PressKey({platform::kKeyF1 + 4});
+  EXPECT_FALSE(OutputHas(u"MACHINE CHECK"));
+  headless::QueuePick(kIdLayerMachine);
+  headless::Click(kIdViewLayers);
+  headless::Focus(kIdEditor);
+  headless::PressKey({platform::kKeyF1 + 4});
+  EXPECT_TRUE(OutputHas(u"Validation complete"));
+  ASSERT_TRUE(OutputHas(u": A feed move has no F."));
+  platform::Colour colour = 0;
+  ASSERT_TRUE(headless::LogLineColour(kIdOutputLog, LineWith(u": A feed move"), colour));
+  EXPECT_EQ(colour, 0xFF6473u);
+  EXPECT_TRUE(DoubleClick(u": A feed move"));
+  EXPECT_EQ(Selected(kIdEditor), u"G1 X1.");
+  headless::QueuePick(kIdLayerMachine);
+  headless::Click(kIdViewLayers);
+}
+
 TEST_F(PreflightLog, WritesErrorsAndWarningsInTheirColours) {
   Report();
   platform::Colour colour = 0;
