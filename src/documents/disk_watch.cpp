@@ -80,8 +80,11 @@ void WatchDisk() {
     TellHeld(*tab, AutosaveHold::ChangedOnDisk);
     return;
   }
-  if (!OfferLoading(*tab)) return;
-  const std::uint64_t serial = tab->serial;
+  if (OfferLoading(*tab)) OfferToLoadAgain();
+}
+
+void OfferToLoadAgain() {
+  const std::uint64_t serial = ActiveSerial();
   if (AskForLoading() && ActiveSerial() == serial) LoadAgain();
 }
 

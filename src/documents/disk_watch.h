@@ -13,6 +13,8 @@ int TabOfFile(std::u16string_view path);
 // program that the user has touched is left as it is; the status line says once that it is not
 // saved.
 void WatchDisk();
+// Asks whether to load the active program's file again, and does it.
+void OfferToLoadAgain();
 // Puts the file in the place of the active program's text, as one undo step, and its companions
 // in the place of drawings, plates and excluded code. What the user had changed is kept in
 // "Recovery" first, and the log tells where; a box asks where that fails. False: the file cannot be

@@ -133,7 +133,14 @@ void AskAboutChangedFile(std::uint64_t serial) {
 
 void SettleActiveFile() {
   ProgramTab* const tab = ActiveTab();
-  if (tab && ChangedBeneath(*tab)) SettleChangedFile();
+  if (!tab || !ChangedBeneath(*tab)) return;
+  // Asked here, and not once more when the window comes to the front.
+  (void)OfferLoading(*tab);
+  if (IsTouched(*tab)) {
+    SettleChangedFile();
+  } else {
+    OfferToLoadAgain();
+  }
 }
 
 bool SaveProgramCommand() {

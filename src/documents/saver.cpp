@@ -42,13 +42,21 @@ void NoteBeside(SaveResult& result, std::u16string_view path, const DiskState& s
   if (KnownFile* const file = Find(result.beside, path)) file->state = state;
 }
 
+// One that is gone holds nothing that could be lost.
+bool IsGone(std::u16string_view path) {
+  const platform::FileFigures now = platform::FiguresOf(path);
+  return !now.exists && !now.unknown;
+}
+
 platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveResult& result) {
   platform::AtomicWrite write{.path = file.path, .bytes = file.bytes, .lasting = file.lasting};
   const bool program = file.path == job.program;
   if (!program) write.companionOf = job.program;
   const KnownFile* const beside = Find(result.beside, file.path);
   const DiskState* const known = program ? &job.known : beside ? &beside->state : nullptr;
-  if (job.checked && known && known->figures.exists) write.expected = &known->figures;
+  if (job.checked && known && known->figures.exists && (program || !IsGone(file.path))) {
+    write.expected = &known->figures;
+  }
   platform::FileFigures written;
   const platform::WriteAnswer answer = platform::WriteAtomic(write, written);
   if (answer != platform::WriteAnswer::Written && answer != platform::WriteAnswer::NotFlushed) {
@@ -90,20 +98,21 @@ void MoveLast(const SaveJob& job, SaveResult& result) {
   }
 }
 
-// A save that failed leaves the program that stands there its companions.
+// A save that failed leaves the program that stands there its companions. What stays where it was
+// moved to is told.
 void MoveBack(SaveJob& job, SaveResult& result) {
-  for (const SaveMove& move : result.moved) {
-    if (platform::FileExists(move.from) || !platform::RenameOver(move.to, move.from)) continue;
+  std::erase_if(result.moved, [&](const SaveMove& move) {
+    if (platform::FileExists(move.from) || !platform::RenameOver(move.to, move.from)) return false;
     if (const KnownFile* const old = Find(job.beside, move.from)) {
       NoteBeside(result, move.from, old->state);
     }
-  }
-  result.moved.clear();
+    return true;
+  });
 }
 
-// And what a copy was made of is its own again.
-void PutBack(std::vector<SaveMove>& copied) {
-  for (const SaveMove& copy : copied) (void)platform::RenameOver(copy.to, copy.from);
+// What copies were made of is written behind the program, so that it stands as it was.
+void EraseCopies(std::vector<SaveMove>& copied) {
+  for (const SaveMove& copy : copied) (void)platform::EraseFile(copy.to);
   copied.clear();
 }
 
@@ -128,7 +137,8 @@ void PutProgramFirst(SaveJob& job) {
   });
 }
 
-SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
+// `fresh` gets the companions that stood nowhere before.
+SaveAnswer WriteAll(SaveJob& job, SaveResult& result, std::vector<std::u16string>& fresh) {
   // Before the first of the files, as the companions must fit the program that they stand by.
   const FileStanding standing = Look(job);
   if (standing == FileStanding::Changed) return SaveAnswer::Changed;
@@ -138,6 +148,7 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result) {
   result.beside = job.beside;
   if (!MoveFirst(job, result)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
+    if (file.path != job.program && IsGone(file.path)) fresh.push_back(file.path);
     const platform::WriteAnswer answer = WriteOne(job, file, result);
     if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
     if (answer != platform::WriteAnswer::Written) return SaveAnswer::Failed;
@@ -157,10 +168,15 @@ SaveResult Write(SaveJob& job) {
   result.checked = job.checked;
   result.program = job.program;
   result.told = job.told;
-  result.answer = WriteAll(job, result);
+  std::vector<std::u16string> fresh;
+  result.answer = WriteAll(job, result, fresh);
   if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) {
     MoveBack(job, result);
-    PutBack(result.copied);
+    EraseCopies(result.copied);
+    // A program that is put there later would take them for its own.
+    if (IsGone(job.program)) {
+      for (const std::u16string& path : fresh) (void)platform::EraseFile(path);
+    }
   }
   return result;
 }

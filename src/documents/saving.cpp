@@ -101,9 +101,19 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
   return lastFailed != ticket;
 }
 
+// Whether the status line says that the program is held, whatever holds it now: typing gives a save
+// that failed another try.
+bool StatusTellsHold(const ProgramTab& tab) {
+  const std::u16string_view told = app.statusText;
+  const std::u16string named = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
+  return std::ranges::any_of(kHoldWords, [&](std::u16string_view words) {
+    return !words.empty() && (told == words || told == named + std::u16string(words));
+  });
+}
+
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
-  const bool wasHeld = tab.save.held != AutosaveHold::None;
+  const bool toldHeld = &tab == ActiveTab() && StatusTellsHold(tab);
   NoteSaved(tab, result.changes);
   const bool all = FileFollows(tab);
   if (all) DropHeldCopy(tab);
@@ -114,7 +124,7 @@ void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   } else if (result.byUser) {
     AppendOutput(u"Saved program.");
     // What the status line said of the autosave is true no more.
-    if (wasHeld && &tab == ActiveTab()) ShowStatus(u"Saved program.");
+    if (toldHeld) ShowStatus(u"Saved program.");
   } else if (all) {
     TellAutosave(tab, u"Project autosaved.");
   }

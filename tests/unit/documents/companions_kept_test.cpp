@@ -103,6 +103,38 @@ TEST_F(CompanionsKept, ADamagedFileOfDrawingsThatIsLoadedAgainLeavesThoseInMemor
   EXPECT_TRUE(Told(u"a.NC.cadmv.kept"));
 }
 
+TEST_F(CompanionsKept, ASaveAsToANewNameThatFailsLeavesNothingBesideIt) {
+  TypeProgram(u"G1 X1");
+  int failed = 0;
+  for (const char* name : {"new1.NC", "new2.NC", "new3.NC"}) {
+    headless::FailCall("write", name[3] - '0');
+    morva::SaveProgramOver(PathOf(name));
+    headless::FailCall("write", 0);
+    if (fs::exists(folder / name)) continue;
+    ++failed;
+    EXPECT_FALSE(fs::exists(folder / (std::string(name) + ".features"))) << name;
+  }
+  EXPECT_GE(failed, 1);
+}
+
+// People tidy small files away that they do not know.
+TEST_F(CompanionsKept, AnAutosaveGoesOnWhereACompanionWasErased) {
+  Put("a.NC", "G0\r\n");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  morva::RunAutosave();
+  headless::Advance(3000);
+  ASSERT_TRUE(fs::exists(folder / "a.NC.features"));
+  fs::remove(folder / "a.NC.features");
+  TypeProgram(u"G1 X2");
+  morva::RunAutosave();
+  headless::Advance(3000);
+  EXPECT_NE(Raw("a.NC").find("G1 X2"), std::string::npos);
+  EXPECT_TRUE(fs::exists(folder / "a.NC.features"));
+  EXPECT_FALSE(tabs[1].save.changedOnDisk);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
 TEST_F(CompanionsKept, AMissingOneIsNotSpokenOf) {
   Put("a.NC", "G0\r\n");
   OpenFile("a.NC");

@@ -129,6 +129,25 @@ TEST_F(Disk, OpenOfAHeldFileAsksWhatToDoWithIt) {
   EXPECT_EQ(BoxTitles(), Titles());
 }
 
+// Nothing of the user's is at stake: loading is offered, once.
+TEST_F(Disk, OpenOfTheShownFileThatChangedOffersToLoadItOnce) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::No);
+  OpenFile("a.NC");
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"Load it again?"), std::u16string::npos);
+  EXPECT_EQ(boxes[0].text.find(u"Write over"), std::u16string::npos);
+  EXPECT_EQ(Text().find(u"X9"), std::u16string::npos);
+  morva::WatchDisk();  // the window comes to the front behind the dialog
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  // Asked for once more, it is offered once more.
+  headless::QueueAnswer(BoxAnswer::Yes);
+  OpenFile("a.NC");
+  EXPECT_EQ(Text(), u"G0 X9\r\n");
+}
+
 TEST_F(Disk, OpenFromAnotherTabAsksOnceAboutAFileThatChanged) {
   OpenProgram();
   WriteElsewhere("G0 X9\r\n");

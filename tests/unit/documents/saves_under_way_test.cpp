@@ -351,6 +351,15 @@ TEST_F(SavesUnderWay, SaysNoMoreThatTheAutosaveFailedOnceASaveHasWorked) {
   failing = false;
   morva::SaveAndWait();
   EXPECT_EQ(std::u16string(app.statusText), u"Saved program.");
+  // Who reads it types on, and saves then.
+  failing = true;
+  TypeProgram(u"G0 X3");
+  headless::Advance(3000);
+  EXPECT_NE(std::u16string(app.statusText).find(u"Autosave failed"), std::u16string::npos);
+  TypeProgram(u"G0 X4");
+  failing = false;
+  morva::SaveAndWait();
+  EXPECT_EQ(std::u16string(app.statusText), u"Saved program.");
 }
 
 TEST_F(SavesUnderWay, KeepsNoCopyOfAProgramWithoutChanges) {
