@@ -111,6 +111,11 @@ SentPlate* SentRow(std::uint64_t serial, std::uint32_t drawing) {
   return nullptr;
 }
 
+// The block was so when the plate was sent as it, or at an update before.
+bool Knows(const SentPlate& plate, std::uint32_t codeHash) {
+  return codeHash == plate.codeHash || (plate.former != 0 && codeHash == plate.former);
+}
+
 int RowRemembered() {
   const SentPlate* known = SentRow(ActiveSerial(), ActiveDrawing());
   if (!known) return -1;
@@ -118,10 +123,7 @@ int RowRemembered() {
     return row.settings.codeHash == known->codeHash;
   };
   const int row = FindFeature(known->block);
-  if (row >= 0 && isIt(features.rows[row])) return row;
-  if (row >= 0 && known->former != 0 && features.rows[row].settings.codeHash == known->former) {
-    return row;
-  }
+  if (row >= 0 && Knows(*known, features.rows[row].settings.codeHash)) return row;
   return FirstPlateRow(isIt);
 }
 
@@ -172,8 +174,26 @@ bool MayGiveWay(const FeatureSettings& record) {
   return IsUntouched(record) || RowHolding(record) >= 0;
 }
 
+// The block that is opened was sent from another drawing and not from this one.
+bool IsOfOtherDrawing(const FeatureSettings& record, std::uint32_t drawing) {
+  bool others = false;
+  for (const SentPlate& row : sent) {
+    const bool same = row.serial != 0 && row.serial == ActiveSerial() && row.block == editLink.id &&
+                      Knows(row, record.codeHash);
+    if (same && row.drawing == drawing) return false;
+    others = others || same;
+  }
+  return others;
+}
+
+// A plate that looks like that of the block, whose block it is not.
+bool OnlyLooksAlike(const FeatureSettings& plate, const FeatureSettings& record,
+                    std::uint32_t drawing) {
+  return SamePlate(plate, record) && IsOfOtherDrawing(record, drawing);
+}
+
 // A drawing that may take the block, -1 for none.
-int FreeDrawing(ProgramTab& tab) {
+int FreeDrawing(ProgramTab& tab, const FeatureSettings& record) {
   const PlateStore& store = *tab.plateStore;
   for (std::uint32_t i = 0; i < store.count; ++i) {
     if (i != store.active && IsUntouched(store.plates[i])) return static_cast<int>(i);
@@ -181,7 +201,9 @@ int FreeDrawing(ProgramTab& tab) {
   const int added = AddPlateDrawing(tab);
   if (added >= 0) return added;
   for (std::uint32_t i = 0; i < store.count; ++i) {
-    if (i != store.active && MayGiveWay(store.plates[i])) return static_cast<int>(i);
+    const FeatureSettings& plate = store.plates[i];
+    if (i != store.active && MayGiveWay(plate) && !OnlyLooksAlike(plate, record, i))
+      return static_cast<int>(i);
   }
   return -1;
 }
@@ -201,11 +223,13 @@ void BringUp(ProgramTab& tab, int drawing) {
   SetEditLink(link);
 }
 
-// Another drawing that holds the plate of the block already, -1 for none.
+// Another drawing that holds the plate of the block already, -1 for none. Whose block it is goes
+// before looks: every new plate starts with the same numbers.
 int DrawingHolding(const ProgramTab& tab, const FeatureSettings& record) {
   const PlateStore& store = *tab.plateStore;
   for (std::uint32_t i = 0; i < store.count; ++i) {
-    if (i != store.active && SamePlate(store.plates[i], record)) return static_cast<int>(i);
+    if (i != store.active && SamePlate(store.plates[i], record) && !IsOfOtherDrawing(record, i))
+      return static_cast<int>(i);
   }
   return -1;
 }
@@ -217,14 +241,15 @@ bool MakeRoom(const FeatureSettings& record) {
   ProgramTab* tab = ProvidePlates();
   if (!tab) return true;
   const bool stored = SavePlateSettings(live);
-  if (stored && SamePlate(live, record)) return true;
+  const bool alike = OnlyLooksAlike(live, record, ActiveDrawing());
+  if (stored && SamePlate(live, record) && !alike) return true;
   ScanProgram();
   if (const int own = DrawingHolding(*tab, record); stored && own >= 0) {
     BringUp(*tab, own);
     return true;
   }
-  if (stored && MayGiveWay(live)) return true;
-  const int free = stored ? FreeDrawing(*tab) : -1;
+  if (stored && !alike && MayGiveWay(live)) return true;
+  const int free = stored ? FreeDrawing(*tab, record) : -1;
   if (free < 0) return MayReplace();
   BringUp(*tab, free);
   return true;

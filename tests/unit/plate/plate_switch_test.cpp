@@ -70,6 +70,40 @@ struct TwoPlates : public NamedPlateUp {
   }
 };
 
+// Both with the first numbers of the form: the block of "Base" is not that of "Long".
+struct EqualPlates : public TwoPlates {
+  void SetUp() override {
+    TwoPlates::SetUp();
+    headless::TypeInto(kIdPlateField + kPlateLength, u"8");
+    Settle();
+    Choose(0);
+    Insert();
+    headless::TypeInto(kIdPlateField + kPlateLength, u"9");
+    Settle();
+  }
+  static void ChangeTheBlock() {
+    const int other = FindShape(u"Long");
+    const double size = shapeLibrary.shapes[other].objects[0].size;
+    ReopenBlock(8);
+    EXPECT_NE(std::u16string(plate.name), u"Long");
+    headless::TypeInto(kIdPlateField + kPlateLength, u"12");
+    Settle();
+    Insert();
+    Settle();
+    EXPECT_EQ(shapeLibrary.shapes[other].objects[0].size, size);
+    Choose(1);
+    EXPECT_EQ(std::u16string(plate.name), u"Long");
+    EXPECT_EQ(NumbersOf(plate).length, 8);
+  }
+};
+
+TEST_F(EqualPlates, KeepTheirBlocksApart) { ChangeTheBlock(); }
+
+TEST_F(EqualPlates, KeepTheirBlocksApartAlsoWhereTheOtherIsUp) {
+  Choose(1);
+  ChangeTheBlock();
+}
+
 TEST_F(TwoPlates, CloseTheEditorOfAFeatureWhenTheOtherComesUp) {
   Choose(0);
   Open(0);
