@@ -33,6 +33,7 @@ inline constexpr int kMaxPlateLines = 20;        // columns, and rows, of a plat
 inline constexpr int kMaxPlateCircle = 120;      // features on a plate's circle; a higher number counts as this
 inline constexpr int kMaxPlateLabels = 900;      // labels of a plate that can be moved; further ones stay where they are
 inline constexpr int kMaxPlateSectionLabels = 15; // kept of a plate's record; more in a record are not read
+inline constexpr int kMaxFormerHashes = 16;      // updates of a block whose undo is known; behind the undo of more of them a second block is made
 inline constexpr int kMaxShapes = 24;            // box "The reusable shape library is full."
 inline constexpr int kMaxShapeObjects = 64;      // objects of a saved shape; the drawing's further ones are left out
 inline constexpr int kMaxCuts = 194;             // places where others cut a line, circle or slot; a trim does not look at further ones

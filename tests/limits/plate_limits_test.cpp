@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/limits.h"
+#include "documents/former_hashes.h"
 #include "plate/geometry/plate_layout.h"
 #include "plate/model/plate.h"
 #include "plate/model/plate_record.h"
@@ -51,6 +52,18 @@ TEST_F(PlateLimits, LabelsThatWereMoved) {
   EXPECT_FALSE(SetDimensionLabel(kMaxPlateLabels, 0.1, 0.2));
   EXPECT_TRUE(SetSectionLabel(kMaxPlateSectionLabels - 1, numbers));
   EXPECT_FALSE(SetSectionLabel(kMaxPlateSectionLabels, numbers));
+}
+
+TEST_F(PlateLimits, UpdatesOfABlockWhoseUndoIsKnown) {
+  static_assert(kMaxFormerHashes == 16);
+  FormerHashes former;
+  EXPECT_FALSE(HasFormerHash(former, 0));
+  for (std::uint32_t hash = 1; hash <= 16; ++hash) AddFormerHash(former, hash);
+  AddFormerHash(former, 16);  // known already
+  EXPECT_TRUE(HasFormerHash(former, 1));
+  AddFormerHash(former, 17);  // takes the place of the oldest
+  EXPECT_FALSE(HasFormerHash(former, 1));
+  for (std::uint32_t hash = 2; hash <= 17; ++hash) EXPECT_TRUE(HasFormerHash(former, hash)) << hash;
 }
 
 TEST_F(PlateLimits, ItemsOfARecord) {

@@ -13,6 +13,7 @@
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/former_hashes.h"
 #include "documents/tab_table.h"
 #include "forms/form_words.h"
 #include "plate/canvas/plate_view.h"
@@ -42,7 +43,7 @@ struct SentPlate {
   std::uint32_t drawing = 0;  // which of its plates
   std::int32_t block = 0;
   std::uint32_t codeHash = 0;  // of that block, by which it is known again
-  std::uint32_t former = 0;    // before its last update, which may be undone; 0: none
+  FormerHashes former = {};    // before its updates, which may be undone
 };
 SentPlate sent[kMaxTabs * kMaxPlates];
 
@@ -111,9 +112,9 @@ SentPlate* SentRow(std::uint64_t serial, std::uint32_t drawing) {
   return nullptr;
 }
 
-// The block was so when the plate was sent as it, or at an update before.
+// The block was so when the plate was sent as it, or before one of its updates.
 bool Knows(const SentPlate& plate, std::uint32_t codeHash) {
-  return codeHash == plate.codeHash || (plate.former != 0 && codeHash == plate.former);
+  return codeHash == plate.codeHash || HasFormerHash(plate.former, codeHash);
 }
 
 int RowRemembered() {
@@ -144,7 +145,9 @@ void RememberBlock(std::int32_t id) {
   sentRow = {ActiveSerial(), ActiveDrawing(), id, features.rows[row].settings.codeHash};
   const bool same = before.serial == sentRow.serial && before.drawing == sentRow.drawing &&
                     before.block == sentRow.block;
-  if (same) sentRow.former = before.codeHash;
+  if (!same) return;
+  sentRow.former = before.former;
+  if (before.codeHash != sentRow.codeHash) AddFormerHash(sentRow.former, before.codeHash);
 }
 
 std::int32_t BlockOfLivePlate() {

@@ -387,5 +387,49 @@ TEST_F(PlateHand, KnowsItsBlockBehindTheUndoOfAnUpdate) {
   EXPECT_EQ(NumbersOf(plate).length, 10);
 }
 
+struct PlateUndone : public PlateHand {
+  void SetUp() override {
+    PlateHand::SetUp();
+    headless::TypeInto(kIdPlateField + kPlateLength, u"10");
+    Insert();
+  }
+  static void Update(const char16_t* length) {
+    headless::TypeInto(kIdPlateField + kPlateLength, length);
+    headless::TakeBoxes();
+    headless::QueueAnswer(platform::BoxAnswer::Yes);
+    Insert();
+    EXPECT_EQ(headless::TakeBoxes().size(), 1u) << "it is asked whether to update";
+    EXPECT_EQ(PlateBlocks(), 1);
+  }
+  static void Undo(int times) {
+    for (; times > 0; --times) UndoInTheCode();
+    ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  }
+};
+
+TEST_F(PlateUndone, KnowsItsBlockBehindTheUndoOfTwoUpdates) {
+  Update(u"9");
+  Update(u"9.2");
+  Undo(2);
+  Update(u"9.5");
+}
+
+TEST_F(PlateUndone, KnowsItsBlockBehindASecondRoundOfUpdateAndUndo) {
+  Update(u"9");
+  Undo(1);
+  Update(u"9.2");
+  Undo(1);
+  Update(u"9.5");
+}
+
+TEST_F(PlateUndone, KnowsItsBlockAlsoWhereItWasOpenedMeanwhile) {
+  Update(u"9");
+  headless::Advance(1000);
+  Reopen();
+  DropEditLink();
+  Undo(1);
+  Update(u"9.5");
+}
+
 }  // namespace
 }  // namespace morva
