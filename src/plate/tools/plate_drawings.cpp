@@ -117,39 +117,13 @@ void TakeKeptName(const std::u16string& kept) {
     SetPlateShapeIndex(plate.savedShapeIndex, saved);
 }
 
-// Of the plates of the program without a known name that hold what the live one holds, itself
-// included: how many there are, and how many stand in front of it.
-struct Twins {
-  int count = 1;
-  int before = 0;
-};
-Twins TwinsOfLivePlate() {
-  static FeatureSettings live;
-  const ProgramTab* tab = ActiveTab();
-  const PlateStore* store = tab ? tab->plateStore : nullptr;
-  Twins twins;
-  if (!store || !SavePlateSettings(live)) return twins;
-  for (std::uint32_t i = 0; i < store->count; ++i) {
-    if (i == store->active || store->names[i][0] || !SameRecord(live, &store->plates[i])) continue;
-    ++twins.count;
-    if (i < store->active) ++twins.before;
-  }
-  return twins;
-}
-
 // The one shape that may be the live plate and no other's; -1: none, or one of them would be a
-// guess. Where as many plates as shapes are alike, each gets one in the order of the tabs.
+// guess. Plates that are alike need not have been named in the order of their tabs.
 int ShapeOfLivePlate() {
   int found[kMaxShapes];
   const int count = FindPlateShapes(found);
-  const auto taken = [](int index) {
-    return IsNameOfOtherDrawing(shapeLibrary.shapes[index].name);
-  };
-  int* const end = std::remove_if(found, found + count, taken);
-  const int unclaimed = static_cast<int>(end - found);
-  if (unclaimed == 1 && count == 1) return found[0];
-  const Twins twins = TwinsOfLivePlate();
-  return unclaimed == twins.count ? found[twins.before] : -1;
+  if (count != 1 || IsNameOfOtherDrawing(shapeLibrary.shapes[found[0]].name)) return -1;
+  return found[0];
 }
 
 // A record tells that the plate has a name, and not which. The set of this run knows it; behind a
