@@ -1,6 +1,7 @@
 // One block of the program: its words, read and worked out.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -43,6 +44,11 @@ struct ControlBlock {
 
   bool Has(char c) const { return (has & LetterBit(c)) != 0; }
   double Of(char c) const { return value[Letter(c)]; }
+  // The number of a tool or an offset; what no control counts to is held to a billion.
+  std::int32_t NumberOf(char c) const {
+    constexpr double kMost = 1e9;
+    return static_cast<std::int32_t>(std::clamp(Of(c), -kMost, kMost));
+  }
   // The code times ten, so that G84.1 is a code of its own.
   bool HasG(int timesTen) const {
     for (int i = 0; i < gCount; ++i) {

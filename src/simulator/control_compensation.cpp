@@ -210,7 +210,7 @@ void FlushMoves(ControlRun& run) {
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
   ControlCompensation& comp = run.compensation;
   run.modes.compensation = code;
-  if (block.Has('D')) run.diameterNumber = static_cast<std::int32_t>(block.Of('D'));
+  if (block.Has('D')) run.diameterNumber = block.NumberOf('D');
   comp.wanted = code == 40 ? 0 : code == 41 ? 1 : -1;
   if (code == 40) return;
   if (run.modes.plane != 17) Report(run, Finding::CompPlane, code);

@@ -125,7 +125,7 @@ void TakeMirror(ControlRun& run, const ControlBlock& block, int code) {
 
 void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
   run.modes.lengthMode = code;
-  if (block.Has('H')) run.lengthNumber = static_cast<std::int32_t>(block.Of('H'));
+  if (block.Has('H')) run.lengthNumber = block.NumberOf('H');
   const bool ends = code == 49 || (block.Has('H') && run.lengthNumber == 0);
   if (ends) run.modes.lengthMode = 49;
   if (!ends) run.lengthSinceChange = true;
@@ -287,7 +287,7 @@ void TakeToolWords(ControlRun& run, const ControlBlock& block) {
     if (run.modes.feedMode == 95) run.feed = run.feedPerTurn * run.speed;
     if (run.speed > run.table.mostSpeed) Report(run, Finding::SpeedHigh, run.speed);
   }
-  if (block.Has('T')) run.toolCalled = static_cast<std::int32_t>(block.Of('T'));
+  if (block.Has('T')) run.toolCalled = block.NumberOf('T');
 }
 
 // To machine zero along Z, then the other tool. The spindle stands still behind it.
@@ -416,7 +416,7 @@ void TakeLocalZero(ControlRun& run, const ControlBlock& block) {
 
 // G10: L2 and L20 work offsets, L10 to L13 lengths and diameters of tools. G91 adds.
 void SetOffsets(ControlRun& run, const ControlBlock& block) {
-  const int kind = block.Has('L') ? static_cast<int>(block.Of('L')) : 2;
+  const int kind = block.Has('L') ? block.NumberOf('L') : 2;
   const double number = block.Has('P') ? block.Of('P') : 0;
   const bool adds = !run.modes.absolute;
   if (kind == 2 || kind == 20) {

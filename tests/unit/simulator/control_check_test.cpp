@@ -103,4 +103,9 @@ TEST(ControlCheck, SortsTheWorstFirst) {
   EXPECT_EQ(StrengthOf(track.findings.found[order[1]].kind), Strength::Hit);
 }
 
+TEST(ControlCheck, HoldsNumbersThatNoControlCountsTo) {
+  EXPECT_EQ(Found(RunText(u"G20 G90 T1 M6\nG43 H-99999999999 Z1.\nT99999999999 M6\nM30\n")),
+            "OffsetOther 2");
+}
+
 }  // namespace
