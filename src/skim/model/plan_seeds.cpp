@@ -35,6 +35,7 @@ SkimPlan InInches(const SkimSeeds& seeds, bool metric) {
 }  // namespace
 
 bool SameSeeds(const SkimSeeds& a, bool aMetric, const SkimSeeds& b, bool bMetric) {
+  if (a.diameter != b.diameter) return false;
   constexpr double kRounding = 0.001;  // inches; a text that goes from unit to unit is rounded
   const SkimPlan one = InInches(a, aMetric);
   const SkimPlan other = InInches(b, bMetric);

@@ -14,6 +14,7 @@ struct SkimSeeds {
   std::u16string rpm = {};
   std::u16string feed = {};
   std::u16string safeZ = {};
+  double diameter = 0;  // inches, of the library's tool; 0: it has none of this number
 };
 
 // Whether two sets of seeds give the same numbers, each in its unit.

@@ -10,6 +10,7 @@
 #include "documents/edit_link.h"
 #include "documents/feature_operations.h"
 #include "documents/tab_table.h"
+#include "library/tools.h"
 #include "library/units.h"
 #include "platform/control.h"
 #include "platform/window.h"
@@ -20,6 +21,7 @@
 #include "skim/panel/skim_form.h"
 #include "skim/tools/skim_fields.h"
 #include "skim/tools/skim_preview.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -70,11 +72,13 @@ bool ComeBack(const SkimSeeds& seeds) {
 
 bool OpenSkimWizard() {
   DropEditLink();
-  const SkimSeeds seeds{.tool = WizardText(kFieldTool),
-                        .workOffset = WizardText(kFieldOffset),
-                        .rpm = WizardText(kFieldRpm),
-                        .feed = WizardText(kFieldFeed),
-                        .safeZ = WizardText(kFieldSafeZ)};
+  SkimSeeds seeds{.tool = WizardText(kFieldTool),
+                  .workOffset = WizardText(kFieldOffset),
+                  .rpm = WizardText(kFieldRpm),
+                  .feed = WizardText(kFieldFeed),
+                  .safeZ = WizardText(kFieldSafeZ)};
+  const int tool = FindTool(ParseInteger(seeds.tool, 0));
+  if (tool >= 0) seeds.diameter = toolLibrary.tools[tool].diameter;
   if (ComeBack(seeds)) return SkimIsUp();
   SkimPlan plan = SeededSkimPlan(skimPlan, seeds, UnitsMetric());
   DropForeignLines(plan);
@@ -121,6 +125,8 @@ void FollowEditedSkim() {
   NoteSkimEdit({});
   const bool linked = edit.program == ActiveSerial() && LinkFeature(edit.id);
   if (linked && editLink.kind == kKindSkim && editLink.original == edit.original) {
+    // What was said in another program is untrue here.
+    ShowStatus(u"UPDATE SKIM replaces the skim under edit.");
     return ShowBuilderKeys(editLink.kind);
   }
   DropEditLink();

@@ -57,6 +57,10 @@ const char16_t* TakePath(std::span<const SketchObject> objects, const unsigned c
   plan.strategy = kSkimCustom;
   SetSkimPlan(plan);
   NoteSkimLines({.program = ActiveSerial()});
+  // A strategy that was chosen before gives way to the line.
+  SkimTyped typed = skimWizard.typed;
+  typed.texts.strategy = kSkimCustom;
+  KeepSkimTyped(std::move(typed));
   Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
   return nullptr;
 }

@@ -126,7 +126,7 @@ void PutSkimTextsBack() {
     platform::SetText(kIdSkimField + i, scaled ? InUnitOfPlan(text, kept.metric) : text);
   }
   // The row of the drawn line led to the drawing; whether the strategy is that one the plan says.
-  if (kept.texts.strategy != kSkimCustom && skimPlan.strategy != kSkimCustom) {
+  if (kept.texts.strategy != kSkimCustom) {
     platform::SelectRow(kIdSkimStrategies, kept.texts.strategy);
   }
   platform::SelectRow(kIdSkimDepths, kept.texts.depthRow);

@@ -182,6 +182,7 @@ TEST_F(SkimUnderEdit, IsItsUpdateAgainBehindALookAtAnotherProgram) {
             u"The skim under edit stands in another program; INSERT SKIM writes a new block here.");
   headless::Click(kIdTabFirst);
   EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  EXPECT_EQ(Status(), u"UPDATE SKIM replaces the skim under edit.");
   EXPECT_EQ(editLink.id, id);
   headless::Click(kIdSkimInsert);
   int skims = 0;

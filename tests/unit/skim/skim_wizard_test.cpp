@@ -420,6 +420,23 @@ TEST_F(SkimWizardPages, BeginsAnewWhereTheMachiningWizardSaysSomethingElse) {
   EXPECT_EQ(skimPlan.feed, 12);
 }
 
+TEST_F(SkimWizardPages, BeginsAnewWhereTheLibrarysToolHasAnotherDiameter) {
+  AddTool(3, 2);
+  SetMode(kModeWizard);
+  headless::TypeInto(kIdWizardField, u"3");
+  headless::Click(kIdWizardInsert);
+  Next();
+  Type(kSkimStepover, u"33");
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdWizardInsert);
+  EXPECT_EQ(skimPlan.stepoverPercent, 33);
+  EXPECT_EQ(skimPlan.diameter, 2);
+  headless::Click(kIdSurfaceCode);
+  toolLibrary.tools[0].diameter = 0.5;
+  headless::Click(kIdWizardInsert);
+  EXPECT_EQ(skimPlan.diameter, 0.5);
+}
+
 // The last page has no field, so the status line says no field's help.
 TEST_F(SkimWizardPages, SaysOnTheLastPageWhatStandsThere) {
   OpenSkim();
