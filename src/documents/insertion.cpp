@@ -145,6 +145,17 @@ void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u1
   TellInserted(line);
 }
 
+// The row of the block under edit where it stands as it was opened, else -1. The table stands.
+int LinkedRow(std::u16string_view text) {
+  const int row = FindFeature(editLink.id);
+  if (row < 0 || CountFeatures(editLink.id) != 1 || editLink.tab != app.activeTab) return -1;
+  const FeatureRecord& r = features.rows[row];
+  // Code of its own beside the line that stands for the stored one would be lost.
+  if (InclusionOf(text, r) == Inclusion::OffHasCode) return -1;
+  const auto units = static_cast<std::size_t>(r.end - r.start);
+  return text.substr(static_cast<std::size_t>(r.start), units) == editLink.original ? row : -1;
+}
+
 // The row that the link names, -1 after the user was told why it cannot be updated.
 int RowToUpdate(std::u16string_view text) {
   const ProgramTab* tab = ActiveTab();
@@ -153,15 +164,8 @@ int RowToUpdate(std::u16string_view text) {
            platform::BoxIcon::None);
     return -1;
   }
-  const int row = FindFeature(editLink.id);
-  if (row >= 0 && CountFeatures(editLink.id) == 1 && editLink.tab == app.activeTab) {
-    const FeatureRecord& r = features.rows[row];
-    // Code of its own beside the line that stands for the stored one would be lost.
-    const bool whole = InclusionOf(text, r) != Inclusion::OffHasCode;
-    if (whole && text.substr(static_cast<std::size_t>(r.start),
-                             static_cast<std::size_t>(r.end - r.start)) == editLink.original)
-      return row;
-  }
+  const int row = LinkedRow(text);
+  if (row >= 0) return row;
   Refuse(u"Shape update stopped",
          u"This shape's code changed, was removed, or has duplicate IDs. Reopen its settings from "
          u"Features, or choose New / Unlink to insert a separate shape. No code was replaced.",
@@ -283,6 +287,14 @@ bool StoreModel(int kind, std::u16string_view code, FeatureSettings& record) {
 }
 
 }  // namespace
+
+bool LinkedBlockStands() {
+  if (editLink.kind == 0) return true;
+  if (app.commandWordsActive) Call(hooks.editorFromWords);
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  ScanProgramText(text);
+  return LinkedRow(text) >= 0;
+}
 
 int CaretPosition() {
   if (ShownEditor() == kIdEditor) return platform::EditorSelection(kIdEditor).to;

@@ -29,6 +29,9 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 // program's end lies before that place. False: nothing changed, and the user knows why.
 // The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
+// Whether an update may replace the block under edit: it stands there once, as it was opened. True
+// without one. The table is that of the program behind it.
+bool LinkedBlockStands();
 // Whether the list takes so many more blocks of the program whose table stands. False: the user was
 // told in a box of this title.
 bool HasRowFor(int blocks, const char16_t* title);

@@ -50,6 +50,7 @@ constexpr ModeRow kModes[] = {
 
 BackHistory history;
 BackHistory behind;      // where it led before a surface that may be done with by now
+BackHistory unfinished;  // the surface to be finished that was left last, where looks lie over it
 bool returning = false;  // a return must not overwrite where it came from
 int entered = -1;        // the mode whose panels were entered and not left yet
 
@@ -65,6 +66,17 @@ void Remember() {
   history = {app.surface, app.mode};
 }
 
+// What is not done with must not be lost behind several looks at something else.
+void RememberUnfinished() {
+  if (IsUnfinished(SurfaceUp())) unfinished = {app.surface, app.mode};
+}
+
+// Whether the back key has nowhere to go but to what is still to be finished.
+bool OnlyUnfinishedIsLeft() {
+  const bool here = history.surface == app.surface && history.mode == app.mode;
+  return here && unfinished.surface != app.surface && IsUnfinished(SurfaceOf(unfinished.surface));
+}
+
 // Remembers where the user stands before a change of mode that the back key undoes.
 void RememberPlace(int mode) {
   if (ModeOf(mode).remembers && mode != app.mode && !returning) Remember();
@@ -75,7 +87,8 @@ void ShowModeWords() {
   platform::SetText(kIdPanelHead, ModeOf(app.mode).header);
   platform::SetText(kIdHelpText, ModeOf(app.mode).help);
   const bool home = app.mode == kModeHome && app.surface == kSurfaceCode;
-  ShowWords(kIdBack, !home || IsUnfinished(SurfaceOf(history.surface)));
+  const bool leads = IsUnfinished(SurfaceOf(history.surface)) || OnlyUnfinishedIsLeft();
+  ShowWords(kIdBack, !home || leads);
 }
 
 void EnterPanels() {
@@ -110,6 +123,7 @@ void TakeSurface(int surface) {
 
 void ShowMode(int mode) {
   RememberPlace(mode);
+  RememberUnfinished();
   if (app.compareActive) Call(hooks.leaveCompare);
   Call(hooks.hideCompletion);
   app.mode = mode;
@@ -125,6 +139,7 @@ void ShowMode(int mode) {
 // The compare review and the pending completion belong to the code surface.
 void EnterSurface(const Surface& surface) {
   if (!returning && surface.returns) Remember();
+  RememberUnfinished();
   if (app.compareActive) Call(hooks.leaveCompare);
   TakeSurface(surface.surface);
   LeavePanels(-1);
@@ -196,6 +211,7 @@ void GoBack() {
   }
   const Surface* former = SurfaceOf(history.surface);
   if (former && former->mayReturn && !former->mayReturn()) history = behind;
+  if (OnlyUnfinishedIsLeft()) history = unfinished;
   if (!MayBringUp(history.surface)) return;
   returning = true;
   const bool wasCode = app.surface == kSurfaceCode;
@@ -244,6 +260,7 @@ bool ModeListKey(const platform::KeyEvent& key) {
 void ResetModes() {
   history = BackHistory();
   behind = BackHistory();
+  unfinished = BackHistory();
   returning = false;
   entered = -1;
 }

@@ -35,6 +35,7 @@ std::int32_t builder = 0;  // the surface to go back to
 struct Shown {
   std::uint64_t program = 0;  // serial
   int index = -1;
+  std::int32_t block = 0;  // the block that it stood for when it was up
 };
 Shown shown;
 
@@ -56,6 +57,8 @@ std::u16string NameOf(const WantedDrawing& wanted, int number) {
   return number == 1 ? wanted.name : wanted.name + (u" " + IntegerText(number));
 }
 
+bool IsOfABlock(const Drawing& one) { return one.block != 0 || one.blockHash != 0; }
+
 bool IsIt(const WantedDrawing& wanted, const Drawing& one) {
   if (!wanted.isIt || one.settings.itemCount == 0) return true;
   SketchObject objects[kMaxItems];
@@ -75,19 +78,25 @@ int FreeDrawing(const CadStore& store) {
   return -1;
 }
 
+// A sketch of the program may have come up in the drawing since, which is then the part's.
+bool IsStillTheOne(const CadStore& store) {
+  if (shown.index >= static_cast<int>(store.count)) return false;
+  return store.drawings[shown.index].block == shown.block;
+}
+
 // The one that was up before, else the wanted one of those with such a name, else a free one.
 Target TargetFor(const ProgramTab& tab, const WantedDrawing& wanted) {
   SaveLiveDrawing();  // so that all are looked at alike
   const CadStore& store = *tab.cadStore;
-  if (wanted.again && shown.program == tab.serial) {
-    const auto count = static_cast<int>(store.count);
-    if (shown.index < count) return {shown.index, store.drawings[shown.index].name, true};
+  if (wanted.again && shown.program == tab.serial && IsStillTheOne(store)) {
+    return {shown.index, store.drawings[shown.index].name, true};
   }
   std::u16string name;
   for (int number = 1; number <= kMaxDrawings; ++number) {
     const std::u16string one = NameOf(wanted, number);
     const int index = IndexOf(store, one);
-    if (index >= 0 && IsIt(wanted, store.drawings[index])) {
+    const bool taken = index >= 0 && wanted.start.empty() && IsOfABlock(store.drawings[index]);
+    if (index >= 0 && !taken && IsIt(wanted, store.drawings[index])) {
       return {index, one, wanted.start.empty() || store.drawings[index].settings.itemCount > 0};
     }
     if (index < 0 && name.empty()) name = one;
@@ -110,7 +119,7 @@ void DrawStart(const WantedDrawing& wanted) {
 void BringUp(ProgramTab& tab, const Target& to, const WantedDrawing& wanted) {
   if (to.index == static_cast<int>(tab.cadStore->count)) AddDrawing(tab);
   SwitchDrawing(tab, static_cast<std::uint32_t>(to.index));
-  shown = {tab.serial, to.index};
+  shown = {tab.serial, to.index, tab.cadStore->drawings[to.index].block};
   if (to.stands) return;
   NameActiveDrawing(tab, to.name);
   DrawStart(wanted);
@@ -222,6 +231,8 @@ bool WantedBack() {
 }
 
 void ForgetWanted() {
+  // What was sent from here as a sketch is the wanted one all the same.
+  if (WantedIsUp()) shown.block = ActiveTab()->cadStore->drawings[shown.index].block;
   drawing = WantedDrawing();
   place = WantedPlace();
   builder = kSurfaceCode;

@@ -30,6 +30,7 @@ void ShowSkimCoverage(bool shows) { skimWizard.coverage = shows; }
 void NoteSkimDrawing() { skimWizard.drawn = true; }
 void KeepSkimTyped(SkimTyped typed) { skimWizard.typed = std::move(typed); }
 void NoteSkimEdit(SkimEdit edit) { skimWizard.edit = std::move(edit); }
+void NoteSkimProgram(std::uint64_t program) { skimWizard.program = program; }
 void NoteSkimLines(SkimLines lines) { skimWizard.lines = lines; }
 
 void NoteSkimSeeds(const SkimSeeds& seeds, bool metric) {

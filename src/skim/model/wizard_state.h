@@ -47,6 +47,7 @@ struct SkimWizard {
   bool seeded = false;       // it began with what the machining wizard said
   bool seedsMetric = false;  // unit of the seeds
   SkimSeeds seeds;
+  std::uint64_t program = 0;  // serial of the program that it was last up over
   SkimTyped typed;
   SkimEdit edit;
   SkimLines lines;  // the next wizard has them too, as it has the plan
@@ -69,6 +70,7 @@ void ShowSkimMatrix(bool shows);
 void ShowSkimPlacement(bool shows);
 void ShowSkimCoverage(bool shows);
 void NoteSkimDrawing();
+void NoteSkimProgram(std::uint64_t program);
 void NoteSkimSeeds(const SkimSeeds& seeds, bool metric);
 void KeepSkimTyped(SkimTyped typed);
 void NoteSkimEdit(SkimEdit edit);

@@ -59,10 +59,12 @@ void DropForeignLines(SkimPlan& plan) {
   if (plan.strategy == kSkimCustom) plan.strategy = kSkimZigzag;
 }
 
-// The wizard that was left for a look at something else. False: there is none with these seeds.
+// The wizard that was left for a look at something else. False: there is none with these seeds that
+// was up over this program; in another one the same key asks for a new skim.
 bool ComeBack(const SkimSeeds& seeds) {
   const SkimWizard& former = skimWizard;
   if (SkimIsUp() || !former.open || !former.seeded) return false;
+  if (former.program != ActiveSerial()) return false;
   if (!SameSeeds(former.seeds, former.seedsMetric, seeds, UnitsMetric())) return false;
   Call(hooks.setSurface, static_cast<int>(kSurfaceSkim));
   return true;

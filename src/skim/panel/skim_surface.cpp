@@ -99,6 +99,7 @@ void Enter() {
 // The program's own path is back as it stood, head and speed too. An insertion has read it anew.
 void Left() {
   NoteSkimField(-1);
+  NoteSkimProgram(shownProgram);
   KeepSkimTexts();
   Call(hooks.leavePreview);
 }

@@ -6,10 +6,12 @@
 
 #include "app/hooks.h"
 #include "app/path_preview.h"
+#include "app/router.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "documents/feature_blocks.h"
+#include "documents/insertion.h"
 #include "documents/tab_table.h"
 #include "library/units.h"
 #include "simulator/view.h"
@@ -194,6 +196,22 @@ TEST_F(SkimTextsKept, OverAnAcceptedLine) {
   EXPECT_EQ(skimPlan.strategy, kSkimCustom);
 }
 
+// The plan's line is not put in place of what the list says.
+TEST_F(SkimTextsKept, WithAStrategyChosenAwayFromTheDrawnLine) {
+  headless::Click(kIdSkimDraw);
+  Line(0, 1, 4, 0);
+  Enter();
+  ASSERT_EQ(skimPlan.strategy, kSkimCustom);
+  headless::SelectRows(kIdSkimStrategies, {kSkimSpiral});
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdBack);
+  ExpectTyped();
+  EXPECT_EQ(platform::SelectedRow(kIdSkimStrategies), kSkimSpiral);
+  Type(kSkimStepover, u"50");
+  ASSERT_TRUE(skimWizard.planValid);
+  EXPECT_EQ(skimPlan.strategy, kSkimSpiral);
+}
+
 TEST_F(SkimTextsKept, ByOtherSurfaces) {
   headless::SelectRows(kIdSkimStrategies, {kSkimSpiral});
   Type(kSkimRpm, u"1.5x");
@@ -258,6 +276,70 @@ TEST_F(SkimPath, TakesItsDrawingUnderAnotherName) {
   Enter();
   EXPECT_EQ(app.surface, kSurfaceSkim);
   EXPECT_EQ(skimPlan.centerline.count, 1);
+}
+
+// A sketch of the program that came up in the empty drawing is the part's, and no centerline.
+struct SkimPathBesideASketch : SkimPath {
+  void SetUp() override {
+    SkimPath::SetUp();
+    headless::Click(kIdSkimCancel);
+    SetDestinationPicker([](int) { return Destination::Caret; });
+    headless::Click(kIdSurfaceCad);
+    Line(0, 0, 7, 0);
+    ASSERT_TRUE(RouteCommand(kIdCadGenerate, platform::kNotifyClick));
+    sketchBlock = BlocksOf(Text())[Row()].id;
+    OpenSkim();
+    Next();
+    Draw();
+    ASSERT_EQ(Drawing(), u"Skim centerline");
+    ASSERT_EQ(sketch.objectCount, 0);
+  }
+  static std::size_t Row() {
+    const auto blocks = BlocksOf(Text());
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+      if (blocks[i].settings.kind == kKindSketch) return i;
+    }
+    ADD_FAILURE() << "no sketch";
+    return 0;
+  }
+  static void Leave() {
+    headless::Focus(kViewCadCanvas);
+    headless::PressKey({platform::kKeyEscape});
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+  }
+  std::int32_t sketchBlock = 0;
+};
+
+TEST_F(SkimPathBesideASketch, TakesNoDrawingThatABlockTookMeanwhile) {
+  Leave();
+  SetMode(kModeHome);
+  RefreshFeatureList();
+  SelectFeatureRow(sketchBlock);
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  ASSERT_EQ(ActiveTab()->cadStore->active, 1u);
+  ASSERT_EQ(sketch.objectCount, 1);
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdBack);
+  if (app.surface != kSurfaceSkim) headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdSkimDraw);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(ActiveTab()->cadStore->active, 2u);
+  EXPECT_EQ(sketch.objectCount, 0);
+}
+
+// What was drawn for the skim and sent as a sketch too is still the skim's.
+TEST_F(SkimPathBesideASketch, TakesItsOwnDrawingThatWasSentAsASketch) {
+  Line(0, 3, 5, 0);
+  ASSERT_TRUE(RouteCommand(kIdCadGenerate, platform::kNotifyClick));
+  if (app.surface == kSurfaceCad) Leave();
+  for (int i = 0; i < 2 && app.surface != kSurfaceSkim; ++i) headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(ActiveTab()->cadStore->active, 1u);
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].size, 5);
 }
 
 // Several drawn skims in one program: each opens with lines of its own.

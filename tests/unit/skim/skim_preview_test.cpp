@@ -217,6 +217,124 @@ TEST_F(SkimUnderEdit, StaysItsUpdateWhereProgramsComeUpAndGoInOneCommand) {
   EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"INSERT SKIM");
 }
 
+// Each look is one step of the back key; at its end stands what is not finished.
+TEST_F(SkimUnderEdit, IsLedToBehindTwoLooksAway) {
+  const int looks[] = {kIdSurfaceCad, kIdSurfacePlate};
+  for (const int look : looks) {
+    headless::Click(kIdSurfaceCode);
+    ASSERT_EQ(app.surface, kSurfaceCode);
+    headless::Click(look);
+    ASSERT_NE(app.surface, kSurfaceCode);
+    headless::Click(kIdBack);
+    ASSERT_EQ(app.surface, kSurfaceCode);
+    EXPECT_EQ(platform::TextOf(kIdBack), u"\u2190");
+    headless::Click(kIdBack);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+    EXPECT_EQ(skimPlan.xMax, 6);
+  }
+}
+
+TEST_F(SkimUnderEdit, IsLedToBehindTwoModes) {
+  SetMode(kModeSimulator);
+  SetMode(kModeTools);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.mode, kModeSimulator);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+}
+
+// The mode of the shapes is none that the back key leads back from.
+TEST_F(SkimUnderEdit, IsLedToBehindAModeThatRemembersNothing) {
+  SetMode(kModeShapes);
+  for (int i = 0; i < 2 && app.surface == kSurfaceCode; ++i) headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+}
+
+TEST_F(SkimUnderEdit, IsLedToNoMoreOnceItIsCancelled) {
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdSurfaceCad);
+  headless::Click(kIdBack);
+  headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  headless::Click(kIdSkimCancel);
+  ASSERT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeHome);
+  EXPECT_EQ(platform::TextOf(kIdBack), u"\u2190  Home");
+  for (int i = 0; i < 3; ++i) headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(app.mode, kModeHome);
+}
+
+// A block that was changed by hand is never written over; the skim may stand beside it.
+struct SkimOfAChangedBlock : SkimUnderEdit {
+  void SetUp() override {
+    SkimUnderEdit::SetUp();
+    Replace(u"S1500", u"S1600");
+    ASSERT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+    headless::Advance(500);
+    changed = Text();
+    headless::TakeBoxes();
+  }
+  // In the program, by hand, and back to the skim.
+  static void Replace(std::u16string_view from, const char16_t* to) {
+    headless::Click(kIdSurfaceCode);
+    std::u16string text = Text();
+    const std::size_t at = text.find(from);
+    ASSERT_NE(at, text.npos);
+    headless::EditorSetAll(kIdEditor, text.replace(at, from.size(), to));
+    headless::Click(kIdBack);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    if (skimWizard.page != kSkimReview) GoToReview();
+  }
+  static int Skims() {
+    int skims = 0;
+    for (const FeatureRecord& row : BlocksOf(Text())) skims += row.settings.kind == kKindSkim;
+    return skims;
+  }
+  std::u16string changed;
+};
+
+TEST_F(SkimOfAChangedBlock, StaysUnderEditWhereItIsNotWanted) {
+  headless::Click(kIdSkimInsert);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].title, u"Skim update stopped");
+  EXPECT_EQ(boxes[0].text,
+            u"The block of this skim was changed, removed or copied since it was opened; no update "
+            u"takes its place.\r\n\r\nInsert the skim as a new block? Code that still stands there "
+            u"is run as well.");
+  EXPECT_EQ(boxes[0].answer, platform::BoxAnswer::No);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  EXPECT_EQ(skimPlan.xMax, 6);
+  EXPECT_EQ(Text(), changed);
+}
+
+TEST_F(SkimOfAChangedBlock, StandsBesideItWhereItIsWanted) {
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdSkimInsert);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(app.surface, kSurfaceCode);
+  EXPECT_EQ(Skims(), 2);
+  EXPECT_NE(Text().find(u"S1600"), std::u16string::npos);
+  EXPECT_NE(Text().find(u"G01 X6.6000"), std::u16string::npos);
+  EXPECT_TRUE(OutputHas(u"Guided skim inserted. Each M00 requires Cycle Start to continue."));
+  EXPECT_EQ(editLink.kind, 0);
+}
+
+// What was changed by hand is taken back meanwhile: nothing is asked.
+TEST_F(SkimOfAChangedBlock, IsUpdatedOnceTheChangeIsTakenBack) {
+  headless::Click(kIdSkimInsert);
+  headless::TakeBoxes();
+  Replace(u"S1600", u"S1500");
+  headless::Click(kIdSkimInsert);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Skims(), 1);
+  EXPECT_NE(Text().find(u"G01 X6.6000"), std::u16string::npos);
+}
+
 TEST_F(SkimUnderEdit, SaysThatItWasLeftWhereItsProgramIsClosed) {
   headless::Click(kIdTabNew);
   headless::Click(kIdTabFirst);

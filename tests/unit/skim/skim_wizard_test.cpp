@@ -437,6 +437,31 @@ TEST_F(SkimWizardPages, BeginsAnewWhereTheLibrarysToolHasAnotherDiameter) {
   EXPECT_EQ(skimPlan.diameter, 0.5);
 }
 
+// To who presses the key in another program this skim is a new one. The back key leads to the
+// other.
+TEST_F(SkimWizardPages, BeginsAnewInAnotherProgram) {
+  OpenSkim();
+  Next();
+  Type(kSkimStepover, u"100.01");
+  headless::Click(kIdTabNew);
+  if (app.surface != kSurfaceCode) headless::Click(kIdSurfaceCode);
+  ASSERT_EQ(app.tabCount, 2);
+  OpenSkim();
+  EXPECT_EQ(skimWizard.page, kSkimCutter);  // it was up in this program
+  headless::Click(kIdTabFirst);
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdTabFirst + 1);
+  headless::Click(kIdBack);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(Says(kSkimStepover), u"100.01");
+  headless::Click(kIdTabFirst);
+  headless::Click(kIdSurfaceCode);
+  headless::Click(kIdTabFirst + 1);
+  OpenSkim();
+  EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_EQ(Says(kSkimStepover), u"60.0000");
+}
+
 // The last page has no field, so the status line says no field's help.
 TEST_F(SkimWizardPages, SaysOnTheLastPageWhatStandsThere) {
   OpenSkim();
