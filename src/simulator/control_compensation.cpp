@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "simulator/control_emit.h"
+#include "simulator/control_frame.h"
 #include "simulator/control_offset.h"
 
 namespace morva {
@@ -205,6 +206,16 @@ void CompensateSegment(ControlRun& run, const ControlSegment& segment) {
 
 void FlushMoves(ControlRun& run) {
   if (run.compensation.holds) ReleaseSquare(run);
+}
+
+void StopCompensation(ControlRun& run) {
+  FlushMoves(run);
+  ControlCompensation& comp = run.compensation;
+  comp.wanted = 0;
+  if (comp.side == 0) return;
+  comp.side = 0;
+  run.shown = comp.at;
+  run.at = ProgramOf(run, run.shown);
 }
 
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {

@@ -13,6 +13,8 @@ namespace morva {
 void CompensateSegment(ControlRun& run, const ControlSegment& segment);
 // What waits for the next move is drawn.
 void FlushMoves(ControlRun& run);
+// Off where the tool's centre stands, which the next move leads on from.
+void StopCompensation(ControlRun& run);
 // G40, G41 or G42 of a block, with its D. It begins, or ends, with the next move in the plane.
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block);
 // The program is over: what waits is drawn, and compensation that is still on is a finding.

@@ -17,7 +17,5 @@ void NoteDepths(ControlRun& run, const ControlBlock& block);
 void RunCycle(ControlRun& run, const ControlBlock& block, bool begins);
 // G70, G71 and G72: the cycle in force at each hole of a circle, an arc or a line.
 void RunHolePattern(ControlRun& run, const ControlBlock& block, int code);
-// G12 and G13: a round pocket about the place of the tool.
-void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise);
 
 }  // namespace morva

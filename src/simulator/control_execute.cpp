@@ -11,6 +11,7 @@
 #include "simulator/control_flow.h"
 #include "simulator/control_frame.h"
 #include "simulator/control_motion.h"
+#include "simulator/control_pocket.h"
 #include "text/series_trig.h"
 
 namespace morva {
@@ -475,7 +476,7 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   if (codes.pocket == 12 || codes.pocket == 13) {
     return RunCirclePocket(run, block, codes.pocket == 12);
   }
-  if (codes.pocket) return Report(run, Finding::NotFollowed, codes.pocket);
+  if (codes.pocket) return CallPocket(run, block);
   if (codes.shift || codes.local || codes.scales || codes.turns || codes.mirrors) return;
   NoteMove(run, block);
   if (run.modes.motion >= 73) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "simulator/control_pocket.h"
 #include "simulator/control_variables.h"
 #include "text/codetext.h"
 
@@ -13,6 +14,7 @@ namespace {
 constexpr std::int32_t kMostJumps = 200000;
 constexpr std::int64_t kMostRepeatedUnits = 16000000;  // characters that are run again
 constexpr double kMostRepeats = 9999;
+constexpr int kGeneralPocket = 150;
 constexpr int kHintedCalls = 9;  // calls within calls that a control surely takes
 
 ControlText& TextOf(ControlRun& run) { return run.texts[static_cast<std::size_t>(run.place.text)]; }
@@ -215,15 +217,20 @@ bool FindProgram(ControlRun& run, double wanted, ControlPlace& found) {
   return stands;
 }
 
+// False: it is nowhere, which is a finding.
+bool SeekProgram(ControlRun& run, double number, ControlPlace& found) {
+  if (FindProgram(run, number, found)) return true;
+  // Numbers from 9000 on live in the control.
+  const bool ofControl = number >= 9000;
+  Report(run, ofControl ? Finding::NotFollowed : Finding::ProgramMissing, number);
+  return false;
+}
+
 // Into the program's first block behind its O word.
 void EnterProgram(ControlRun& run, const ControlBlock& block, CallKind kind) {
   const double number = block.Has('P') ? block.Of('P') : -1;
   ControlPlace start;
-  if (!FindProgram(run, number, start)) {
-    // Numbers from 9000 on live in the control.
-    const bool ofControl = number >= 9000;
-    return Report(run, ofControl ? Finding::NotFollowed : Finding::ProgramMissing, number);
-  }
+  if (!SeekProgram(run, number, start)) return;
   const bool entered = Enter(run, kind, start, TimesOf(block));
   if (entered) run.entersProgram = true;
 }
@@ -354,6 +361,17 @@ void CallMacro(ControlRun& run, const ControlBlock& block, const ControlPlace& b
   std::copy(std::begin(row), std::end(row), std::begin(locals));
 }
 
+void CallPocket(ControlRun& run, const ControlBlock& block) {
+  // The ground that it clears is not followed, whatever its outline says.
+  Report(run, Finding::NotFollowed, kGeneralPocket);
+  if (!block.Has('P')) return Report(run, Finding::PocketWords);
+  ControlPlace start;
+  const bool label = FindLabel(run, block.Of('P'), start);
+  if (!label && !SeekProgram(run, block.Of('P'), start)) return;
+  if (!BeginPocket(run, block, !label)) return;
+  run.entersProgram = Enter(run, CallKind::Pocket, start, 1) && !label;
+}
+
 void ReturnFrom(ControlRun& run, const ControlBlock& block) {
   if (block.Has('P')) return JumpTo(run, block.Of('P'));
   if (run.callCount == 1) {
@@ -362,12 +380,14 @@ void ReturnFrom(ControlRun& run, const ControlBlock& block) {
     return;
   }
   ControlCall& call = run.calls[run.callCount - 1];
-  if (call.repeats > 0) {
+  const bool pocket = call.kind == CallKind::Pocket;
+  const bool again = pocket ? GoToNextDepth(run) : call.repeats > 0;
+  if (again) {
     if (!CountJump(run, call.start)) return;
-    --call.repeats;
+    if (!pocket) --call.repeats;
     call.loopCount = 0;
     run.place = call.start;
-    run.entersProgram = call.kind != CallKind::Label;
+    run.entersProgram = pocket ? run.pocket.ofProgram : call.kind != CallKind::Label;
     return;
   }
   run.place = call.back;
@@ -397,6 +417,8 @@ void EndOfText(ControlRun& run) {
     return;
   }
   Report(run, Finding::NoEnd);
+  // Of a pocket whose outline does not end one depth is enough to see that.
+  if (run.calls[run.callCount - 1].kind == CallKind::Pocket) run.pocket.on = false;
   run.place = run.calls[run.callCount - 1].back;
   --run.callCount;
 }

@@ -11,6 +11,8 @@ namespace morva {
 void CallLabel(ControlRun& run, const ControlBlock& block);
 void CallProgram(ControlRun& run, const ControlBlock& block);
 void CallMacro(ControlRun& run, const ControlBlock& block, const ControlPlace& blockStart);
+// G150: its outline is called at each depth.
+void CallPocket(ControlRun& run, const ControlBlock& block);
 void ReturnFrom(ControlRun& run, const ControlBlock& block);
 void FollowStatement(ControlRun& run, const ControlBlock& block, const ControlPlace& blockStart);
 // The text ended, or another O word began: of a subprogram a return, of the main one the end.

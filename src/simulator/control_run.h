@@ -38,7 +38,7 @@ struct ControlModes {
 struct CycleWords {  // R, Z, Q, P, I, J, K of the cycle in force; lengths in display units
   double r = 0, z = 0, q = 0, dwell = 0, i = 0, j = 0, k = 0;
   bool hasQ = false, hasI = false, hasJ = false, hasK = false;
-  bool named = false;  // its first line had R and Z
+  bool named = false;                 // its first line had R and Z
   bool rStep = false, zStep = false;  // given in G91: from the initial plane, and from R
   double initialPlane = 0;
 };
@@ -55,7 +55,7 @@ struct ControlFrame {
   Vec3 g92;
 };
 
-enum class CallKind : unsigned char { Main, Label, Program, Macro };
+enum class CallKind : unsigned char { Main, Label, Program, Macro, Pocket };
 
 struct ControlText {
   std::u16string_view text;
@@ -149,6 +149,18 @@ struct ControlCorner {
   std::int32_t line = 0;
 };
 
+// A general pocket under way: its outline is called at one depth behind the other.
+struct ControlPocket {
+  bool on = false;
+  bool ofProgram = false;  // the outline is a program of its own, and no part of the calling one
+  std::int32_t line = 0;   // that its own moves are told for
+  Vec3 start;              // program place, at R
+  double bottom = 0;
+  double step = 0;  // above 0
+  double reached = 0;
+  int wanted = 0;  // cutter compensation of the outline, as in ControlCompensation
+};
+
 struct ControlRun {
   ControlTable table;  // what the program may write
   ControlTrack* track = nullptr;
@@ -171,6 +183,7 @@ struct ControlRun {
   ControlFrame frame;
   ControlCompensation compensation;
   ControlCorner corner;
+  ControlPocket pocket;
   Vec3 zero;                     // machine place of the drawn zero, display units
   Vec3 homeBy;                   // the point that the last G28 went by, for G29
   Vec3 at;                       // program place
