@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -10,6 +11,7 @@
 #include "documents/marker_lines.h"
 #include "library/file_marks.h"
 #include "library/kept_text.h"
+#include "library/saved_section.h"
 #include "platform/file.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
@@ -21,12 +23,18 @@ MacroLibrary macroLibrary;
 namespace {
 
 FileMarks marks;
+SavedSection<MacroRecord> saved[kMaxMacros];
 constexpr char16_t kTable[] = u"CustomMacros";
 constexpr char16_t kRename[] = u"Rename Macro";
 
 std::u16string SectionOf(int index) { return u"CustomMacro" + IntegerText(index); }
 
 bool IsMacro(int index) { return index >= 0 && index < macroLibrary.count; }
+
+// The library's own comparison goes unit by unit, which for full libraries takes half of a save.
+bool SameUnits(const std::u16string& a, const std::u16string& b) {
+  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+}
 
 void SetName(MacroRecord& macro, std::u16string_view name) {
   CopyBounded(macro.name, kMacroNameUnits, KeptText(name, kMacroNameUnits));
@@ -51,15 +59,24 @@ void TellLong() {
 }
 
 // As UTF-8, in which the file keeps it.
-std::string StateOf(const MacroLibrary& library) {
-  std::string state;
-  for (int i = 0; i < library.count; ++i) {
-    state += platform::ToUtf8(library.macros[i].name) + '\0';
-    const MacroRecord& macro = library.macros[i];
-    state += platform::ToUtf8(macro.longLine.empty() ? macro.code : macro.longLine) + '\0';
-  }
-  return state;
+std::string StateOf(const MacroRecord& macro) {
+  return platform::ToUtf8(macro.name) + '\0' +
+         platform::ToUtf8(macro.longLine.empty() ? macro.code : macro.longLine);
 }
+
+std::string StateOf(const MacroLibrary& library) {
+  std::string states;
+  for (int i = 0; i < library.count; ++i) AddState(states, HashBytes(StateOf(library.macros[i])));
+  return states;
+}
+
+void WriteMacro(const std::u16string& section, const MacroRecord& macro) {
+  platform::WriteProfile(section, u"Name", macro.name);
+  platform::WriteProfile(section, u"Code",
+                         macro.longLine.empty() ? EscapedMacro(macro.code) : macro.longLine);
+}
+
+constexpr RecordWriter<MacroRecord> kWriter{WriteMacro, StateOf};
 
 // False: the file has no such library, or cannot be read.
 bool ReadMacros(MacroLibrary& library) {
@@ -87,6 +104,11 @@ std::u16string NameOfCopy(std::u16string_view name) {
 
 }  // namespace
 
+bool MacroRecord::operator==(const MacroRecord& other) const {
+  return std::ranges::equal(name, other.name) && SameUnits(code, other.code) &&
+         SameUnits(longLine, other.longLine);
+}
+
 void LoadMacroLibrary() {
   ReadMacros(macroLibrary);
   ReadState(marks, StateOf(macroLibrary));
@@ -108,20 +130,18 @@ bool FollowMacroFile() {
 bool SaveMacroLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(macroLibrary.count));
+  std::string states;
   for (int i = 0; i < macroLibrary.count; ++i) {
-    const std::u16string section = SectionOf(i);
-    const MacroRecord& macro = macroLibrary.macros[i];
-    platform::WriteProfile(section, u"Name", macro.name);
-    platform::WriteProfile(section, u"Code",
-                           macro.longLine.empty() ? EscapedMacro(macro.code) : macro.longLine);
+    AddState(states, SaveSection(saved[i], SectionOf(i), macroLibrary.macros[i], kWriter));
   }
-  HandedState(marks, StateOf(macroLibrary));
-  return EndLibraryChange(told, [](bool saved) { WrittenState(marks, saved); });
+  HandedState(marks, states);
+  return EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
 }
 
 void ResetMacroLibrary() {
   macroLibrary = MacroLibrary();
   marks = FileMarks();
+  std::ranges::fill(saved, SavedSection<MacroRecord>());
 }
 
 std::u16string EscapedMacro(std::u16string_view code) {

@@ -19,6 +19,7 @@ struct MacroRecord {
   // The line of the settings file where it is longer than what is read of it; else empty. It goes
   // back as it is while nobody gives the macro another text.
   std::u16string longLine;
+  bool operator==(const MacroRecord& other) const;
 };
 
 struct MacroLibrary {

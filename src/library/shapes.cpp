@@ -12,6 +12,7 @@
 #include "library/file_marks.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
+#include "library/saved_section.h"
 #include "platform/listing.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
@@ -32,6 +33,7 @@ static_assert(kObjectsAt + kMaxShapeObjects * kObjectBytes == kShapeMirrorBytes)
 void (*fills[kMaxShapeLists])() = {};
 JoinTable listFill{u"lists of shapes", kMaxShapeLists};
 FileMarks marks;
+SavedSection<SavedShape> saved[kMaxShapes];
 
 constexpr ShapeRow kBuiltIn[] = {{u"Square", 0},   {u"Rectangle", 1}, {u"Circle", 2},
                                  {u"Triangle", 3}, {u"Line", 4},      {u"Diamond / Other", 5},
@@ -68,8 +70,7 @@ void LoadShape(int index, SavedShape& shape) {
   }
 }
 
-void SaveShape(int index, const SavedShape& shape) {
-  const std::u16string section = SectionOf(index);
+void WriteShape(const std::u16string& section, const SavedShape& shape) {
   platform::WriteProfile(section, u"Name", shape.name);
   platform::WriteProfile(section, u"Count", IntegerText(shape.count));
   for (int i = 0; i < shape.count; ++i) {
@@ -108,16 +109,22 @@ void RoundAsInFile(SavedShape& shape) {
 }
 
 // As the settings file gives it back, which knows no groups.
-std::string StateOf(const ShapeLibrary& library) {
-  ShapeLibrary kept = library;
-  for (int i = 0; i < kept.count; ++i) {
-    RoundAsInFile(kept.shapes[i]);
-    for (SketchObject& object : kept.shapes[i].objects) object.group = 0;
-  }
-  std::string bytes;
-  WriteShapeMirror(kept, bytes);
+std::string StateOf(const SavedShape& shape) {
+  SavedShape kept = shape;
+  RoundAsInFile(kept);
+  for (SketchObject& object : kept.objects) object.group = 0;
+  std::string bytes(kShapeMirrorBytes, '\0');
+  StoreShape(kept, reinterpret_cast<unsigned char*>(bytes.data()));
   return bytes;
 }
+
+std::string StateOf(const ShapeLibrary& library) {
+  std::string states;
+  for (int i = 0; i < library.count; ++i) AddState(states, HashBytes(StateOf(library.shapes[i])));
+  return states;
+}
+
+constexpr RecordWriter<SavedShape> kWriter{WriteShape, StateOf};
 
 // False: the file has no such library, or cannot be read.
 bool ReadShapes(ShapeLibrary& library) {
@@ -158,16 +165,18 @@ bool FollowShapeFile() {
 bool SaveShapeLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(shapeLibrary.count));
-  for (int i = 0; i < shapeLibrary.count; ++i) SaveShape(i, shapeLibrary.shapes[i]);
-  HandedState(marks, StateOf(shapeLibrary));
-  const bool saved =
-      EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
+  std::string states;
+  for (int i = 0; i < shapeLibrary.count; ++i) {
+    AddState(states, SaveSection(saved[i], SectionOf(i), shapeLibrary.shapes[i], kWriter));
+  }
+  HandedState(marks, states);
+  const bool handed = EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
   if (app.dataDirReady) {
     std::string bytes;
     WriteShapeMirror(shapeLibrary, bytes);
     SaveMirror(u"Shapes", u"Library.shapes", std::move(bytes));
   }
-  return saved;
+  return handed;
 }
 
 std::u16string KeptShapeName(std::u16string_view name) { return KeptText(name, kShapeNameUnits); }
@@ -272,6 +281,7 @@ void RegisterShapeLibrary() {
 void ResetShapeLibrary() {
   shapeLibrary = ShapeLibrary();
   marks = FileMarks();
+  std::ranges::fill(saved, SavedSection<SavedShape>());
   listFill.count = 0;
 }
 

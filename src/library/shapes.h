@@ -19,6 +19,7 @@ struct SavedShape {
   char16_t name[kShapeNameUnits] = {};
   std::int32_t count = 0;  // 0 to 64
   SketchObject objects[kMaxShapeObjects];
+  bool operator==(const SavedShape&) const = default;
 };
 
 struct ShapeLibrary {

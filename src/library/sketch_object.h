@@ -29,6 +29,7 @@ struct SketchObject {
   double size = 0;   // length, width, diameter, or a slot from tip to tip
   double size2 = 0;  // a rectangle's height, a slot's width
   double angle = 0;  // of a line, axis, rectangle or slot
+  bool operator==(const SketchObject&) const = default;
 };
 static_assert(sizeof(SketchObject) == 48);
 

@@ -14,6 +14,7 @@
 #include "library/file_marks.h"
 #include "library/kept_text.h"
 #include "library/mirror.h"
+#include "library/saved_section.h"
 #include "platform/profile.h"
 #include "text/code_writer.h"
 #include "text/codetext.h"
@@ -29,6 +30,7 @@ constexpr char16_t kTable[] = u"ToolLibrary";
 void (*fills[kMaxToolLists])() = {};
 JoinTable listFill{u"lists of tools", kMaxToolLists};
 FileMarks marks;
+SavedSection<ToolRecord> saved[kMaxTools];
 constexpr int kStoredDecimals = 4;
 constexpr int kLengthDecimals = 3;
 constexpr int kFeedDecimals = 2;
@@ -87,8 +89,8 @@ void LoadTool(int index, ToolRecord& tool) {
   keys.Text(u"Notes", u"", tool.notes, kToolNotesUnits);
 }
 
-void SaveTool(int index, const ToolRecord& tool) {
-  const Keys keys{SectionOf(index)};
+void WriteTool(const std::u16string& section, const ToolRecord& tool) {
+  const Keys keys{section};
   keys.Put(u"Number", tool.number);
   keys.Put(u"Name", tool.name);
   keys.Put(u"Type", tool.type);
@@ -141,14 +143,19 @@ ToolRecord AsInFile(const ToolRecord& tool) {
   return kept;
 }
 
-std::string StateOf(const ToolLibrary& library) {
-  ToolLibrary kept;
-  kept.count = library.count;
-  for (int i = 0; i < kept.count; ++i) kept.tools[i] = AsInFile(library.tools[i]);
-  std::string bytes;
-  WriteToolMirror(kept, bytes);
+std::string StateOf(const ToolRecord& tool) {
+  std::string bytes(kToolMirrorBytes, '\0');
+  StoreTool(AsInFile(tool), reinterpret_cast<unsigned char*>(bytes.data()));
   return bytes;
 }
+
+std::string StateOf(const ToolLibrary& library) {
+  std::string states;
+  for (int i = 0; i < library.count; ++i) AddState(states, HashBytes(StateOf(library.tools[i])));
+  return states;
+}
+
+constexpr RecordWriter<ToolRecord> kWriter{WriteTool, StateOf};
 
 // False: the file has no such library, or cannot be read.
 bool ReadTools(ToolLibrary& library) {
@@ -187,16 +194,18 @@ bool FollowToolFile() {
 bool SaveToolLibrary(void (*told)(bool saved)) {
   platform::BeginProfileChange();
   platform::WriteProfile(kTable, u"Count", IntegerText(toolLibrary.count));
-  for (int i = 0; i < toolLibrary.count; ++i) SaveTool(i, toolLibrary.tools[i]);
-  HandedState(marks, StateOf(toolLibrary));
-  const bool saved =
-      EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
+  std::string states;
+  for (int i = 0; i < toolLibrary.count; ++i) {
+    AddState(states, SaveSection(saved[i], SectionOf(i), toolLibrary.tools[i], kWriter));
+  }
+  HandedState(marks, states);
+  const bool handed = EndLibraryChange(told, [](bool written) { WrittenState(marks, written); });
   if (app.dataDirReady) {
     std::string bytes;
     WriteToolMirror(toolLibrary, bytes);
     SaveMirror(u"Tool Library", u"Library.tools", std::move(bytes));
   }
-  return saved;
+  return handed;
 }
 
 void AddToolList(void (*fill)()) {
@@ -213,6 +222,7 @@ void RegisterToolLibrary() { listFill.count = 0; }
 void ResetToolLibrary() {
   toolLibrary = ToolLibrary();
   marks = FileMarks();
+  std::ranges::fill(saved, SavedSection<ToolRecord>());
   listFill.count = 0;
 }
 
@@ -239,13 +249,9 @@ bool RemoveTool(int index) {
 }
 
 int FindSameTool(const ToolRecord& tool) {
-  ToolLibrary one;
-  one.count = 1;
-  one.tools[0] = tool;
-  const std::string wanted = StateOf(one);
+  const std::string wanted = StateOf(tool);
   for (int i = 0; i < toolLibrary.count; ++i) {
-    one.tools[0] = toolLibrary.tools[i];
-    if (StateOf(one) == wanted) return i;
+    if (StateOf(toolLibrary.tools[i]) == wanted) return i;
   }
   return -1;
 }

@@ -36,6 +36,7 @@ struct ToolRecord {
   double plunge = 0;
   std::int32_t coolant = 0;  // a Coolant; a file may hold another number
   char16_t notes[kToolNotesUnits] = {};
+  bool operator==(const ToolRecord&) const = default;
 };
 
 struct ToolLibrary {

@@ -7,6 +7,7 @@
 namespace platform {
 
 inline constexpr std::size_t kMaxProfileBytes = 33554432;  // a longer MORVA.ini is not touched
+inline constexpr std::size_t kMaxSpareProfile = 4194304;  // memory of it kept between two changes
 inline constexpr int kMaxLinks = 40;     // links to follow from a path; more count as a circle
 inline constexpr int kMaxOpenLines = 8;  // serial lines, of which one transfer opens one
 inline constexpr int kMaxPostsAtOnce = 1000000;  // headless: messages that one drain hands out

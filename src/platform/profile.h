@@ -32,6 +32,11 @@ std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
 using ProfileTold = void (*)(bool saved);
 void BeginProfileChange();
 void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+// The bytes of a section from its header up to the next one, as they stand at this moment. Empty:
+// there is none of this name, or several.
+std::string ProfileSection(std::u16string_view section);
+// Whether those are the bytes; false for an empty text.
+bool ProfileSectionIs(std::u16string_view section, std::string_view bytes);
 // Takes a whole section out.
 void EraseProfileSection(std::u16string_view section);
 bool EndProfileChange(ProfileTold told = nullptr);

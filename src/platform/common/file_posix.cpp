@@ -49,6 +49,8 @@ bool ReadAll(int handle, char* bytes, std::size_t count) {
   return true;
 }
 
+// What `bytes` held is written over where it can be: a reader that brings the same text again and
+// again pays for no memory and for no zeros.
 ReadAnswer ReadOpened(int handle, std::size_t limit, std::string& bytes) {
   struct stat about;
   if (fstat(handle, &about) != 0 || !S_ISREG(about.st_mode)) return ReadAnswer::Failed;
@@ -96,14 +98,13 @@ std::string FolderOf(const std::string& path) {
 char16_t PathSeparator() { return u'/'; }
 
 ReadAnswer ReadBytes(std::u16string_view path, std::size_t limit, std::string& bytes) {
-  bytes.clear();
   std::string native;
-  if (!NativePath(path, native)) return ReadAnswer::Failed;
   // Not blocking, so that a pipe without a writer cannot hold the window.
-  const int handle = OpenAgain(native.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY, 0);
-  if (handle < 0) return ReadAnswer::Failed;
-  const ReadAnswer answer = ReadOpened(handle, limit, bytes);
-  CloseHandle(handle);
+  const int handle = NativePath(path, native)
+                         ? OpenAgain(native.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY, 0)
+                         : -1;
+  const ReadAnswer answer = handle < 0 ? ReadAnswer::Failed : ReadOpened(handle, limit, bytes);
+  if (handle >= 0) CloseHandle(handle);
   if (answer != ReadAnswer::Read) bytes.clear();
   return answer;
 }

@@ -206,8 +206,8 @@ Sections Parse(std::string_view file) {
   return sections;
 }
 
-std::string Written(const Sections& sections) {
-  std::string file;
+void Write(const Sections& sections, std::string& file) {
+  file.clear();
   std::size_t bytes = 0;
   for (const Section& section : sections.list) {
     bytes += section.whole.size();
@@ -222,7 +222,16 @@ std::string Written(const Sections& sections) {
     if (!section.cut) put(section.whole);
     for (const std::string_view line : section.lines) put(line);
   }
-  return file;
+}
+
+// Whether the section holds these bytes, and no others.
+bool Holds(const Section& section, std::string_view bytes) {
+  if (!section.cut) return section.whole == bytes;
+  for (const std::string_view line : section.lines) {
+    if (!bytes.starts_with(line)) return false;
+    bytes.remove_prefix(line.size());
+  }
+  return bytes.empty();
 }
 
 bool EndsValue(char c) { return c == '\r' || c == '\n' || c == '\0'; }
@@ -315,6 +324,19 @@ struct Change {
 };
 
 Change change;
+
+// The memory of the texts before and behind the last change. Full libraries make a file of several
+// hundred kilobytes, for which the system would hand out and clear new pages at each save.
+struct Spare {
+  std::string before;
+  std::string after;
+};
+
+Spare spare;
+
+void KeepSpare(std::string& to, std::string& text) {
+  if (text.capacity() <= kMaxSpareProfile) to.swap(text);
+}
 
 // Changes that the writer has and has not answered for. Reading sees the last of them.
 struct Handed {
@@ -411,9 +433,13 @@ std::u16string PathToRead(const std::u16string& path) {
   return FileExists(path) ? path : PathBesideExecutable();
 }
 
-// False: there is a file and it cannot be read, so that it must not be replaced.
+// False: there is a file and it cannot be read, so that it must not be replaced. What `bytes` held
+// is gone, its memory stays.
 bool LoadProfile(const std::u16string& path, std::string& bytes) {
-  if (path.empty()) return false;
+  if (path.empty()) {
+    bytes.clear();
+    return false;
+  }
   if (handed.there) {
     bytes = handed.bytes;
     return true;
@@ -450,6 +476,7 @@ std::u16string ReadProfile(std::u16string_view section, std::u16string_view key,
 void BeginProfileChange() {
   if (change.depth++ > 0) return;
   change.path = ProfilePath();
+  change.before.swap(spare.before);
   change.readable = LoadProfile(change.path, change.before);
   change.sections = Parse(change.before);
 }
@@ -459,6 +486,28 @@ void WriteProfile(std::u16string_view section, std::u16string_view key, std::u16
   change.touched = true;
   ChangeEntry(change.sections, ToUtf8(section), ToUtf8(key), ToUtf8(value));
   EndProfileChange();
+}
+
+std::string ProfileSection(std::u16string_view section) {
+  BeginProfileChange();
+  const std::vector<std::size_t>& named = SectionsNamed(change.sections, ToUtf8(section));
+  std::string bytes;
+  if (named.size() == 1) {
+    const Section& only = change.sections.list[named.front()];
+    if (!only.cut) bytes = only.whole;
+    for (const std::string_view line : only.lines) bytes += line;
+  }
+  EndProfileChange();
+  return bytes;
+}
+
+bool ProfileSectionIs(std::u16string_view section, std::string_view bytes) {
+  BeginProfileChange();
+  const std::vector<std::size_t>& named = SectionsNamed(change.sections, ToUtf8(section));
+  const bool same =
+      !bytes.empty() && named.size() == 1 && Holds(change.sections.list[named.front()], bytes);
+  EndProfileChange();
+  return same;
 }
 
 void EraseProfileSection(std::u16string_view section) {
@@ -477,21 +526,25 @@ bool EndProfileChange(ProfileTold told) {
   if (change.depth == 0) return false;
   if (told) change.told.push_back(told);
   if (--change.depth > 0) return true;
+  std::string after;
+  after.swap(spare.after);
+  if (change.touched) Write(change.sections, after);
   // The sections look into the text of the change, which moves with it.
-  const std::string after = change.touched ? Written(change.sections) : std::string();
-  const Change ended = std::exchange(change, Change());
+  Change ended = std::exchange(change, Change());
   const bool same = !ended.touched || after == ended.before;
   bool saved = ended.readable;
+  KeepSpare(spare.before, ended.before);
   if (saved && same && handed.there) {
     ExpectAnswer(handed.last, ended.told);
     return true;
   }
   if (saved && !same && ended.path != PathBesideExecutable()) MakeFoldersInConfiguration();
   if (saved && !same && writer) {
-    HandOver(ended.path, after, ended.told);
+    HandOver(ended.path, std::move(after), ended.told);
     return handed.there || handed.lastSaved;
   }
   if (saved && !same) saved = WriteFileAtomic(ended.path, after, Lasting::File);
+  KeepSpare(spare.after, after);
   for (const ProfileTold each : ended.told) each(saved);
   return saved;
 }
@@ -531,7 +584,9 @@ std::u16string ChangeInProfile(std::u16string_view file, std::u16string_view sec
   const std::string bytes = ToUtf8(file);
   Sections sections = Parse(bytes);
   ChangeEntry(sections, ToUtf8(section), ToUtf8(key), ToUtf8(value));
-  return FromUtf8(Written(sections));
+  std::string after;
+  Write(sections, after);
+  return FromUtf8(after);
 }
 
 }  // namespace platform

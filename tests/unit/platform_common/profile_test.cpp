@@ -242,6 +242,75 @@ TEST_F(ProfileFile, ReadsInsideABracketWhatWasSetThere) {
   EXPECT_TRUE(platform::EndProfileChange());
 }
 
+TEST_F(ProfileFile, TellsTheBytesOfASection) {
+  const std::string file = "a=0\r\n[S]\nk = 1\n\n[T]\r\nk=2\r\n[u]\r\nk=3\r\n[U]\r\nk=4";
+  WriteRaw(File(), file);
+  EXPECT_EQ(platform::ProfileSection(u"s"), "[S]\nk = 1\n\n");
+  EXPECT_TRUE(platform::ProfileSectionIs(u"S", "[S]\nk = 1\n\n"));
+  for (const char* other : {"", "[S]\n", "[S]\nk = 2\n\n", "[S]\nk = 1\n\n[T]\r\n"}) {
+    EXPECT_FALSE(platform::ProfileSectionIs(u"S", other)) << other;
+  }
+  EXPECT_EQ(platform::ProfileSection(u"U"), "") << "there are two";
+  EXPECT_FALSE(platform::ProfileSectionIs(u"U", "[u]\r\nk=3\r\n"));
+  EXPECT_EQ(platform::ProfileSection(u"V"), "") << "there is none";
+  EXPECT_FALSE(platform::ProfileSectionIs(u"V", ""));
+  EXPECT_EQ(ReadRaw(File()), file);
+}
+
+TEST_F(ProfileFile, TellsTheBytesOfASectionUnderChange) {
+  WriteRaw(File(), "[S]\nk = 1\nl=2\n\n[T]\r\nk=2");
+  platform::BeginProfileChange();
+  platform::WriteProfile(u"S", u"k", u"7");
+  EXPECT_EQ(platform::ProfileSection(u"S"), "[S]\nk=7\r\nl=2\n\n");
+  EXPECT_TRUE(platform::ProfileSectionIs(u"S", "[S]\nk=7\r\nl=2\n\n"));
+  for (const char* other : {"[S]\nk=7\r\nl=2\n", "[S]\nk=7\r\nl=2\n\n\n", "[S]\nk=8\r\nl=2\n\n"}) {
+    EXPECT_FALSE(platform::ProfileSectionIs(u"S", other)) << other;
+  }
+  platform::WriteProfile(u"New", u"k", u"1");
+  EXPECT_EQ(platform::ProfileSection(u"New"), "[New]\r\nk=1\r\n");
+  EXPECT_TRUE(platform::EndProfileChange());
+}
+
+// The memory of a change serves the next one; what stood in it is gone.
+TEST_F(ProfileFile, IsReadAnewByEachBracket) {
+  const auto read = [] {
+    platform::BeginProfileChange();
+    const std::u16string value = platform::ReadProfile(u"S", u"k", u"none");
+    platform::EndProfileChange();
+    return value;
+  };
+  const std::string longer = "[S]\r\nk=longer\r\n" + std::string(5000, ';');
+  support::fs::create_directories(File().parent_path());
+  for (int round = 0; round < 2; ++round) {
+    WriteRaw(File(), longer);
+    EXPECT_EQ(read(), u"longer");
+    WriteRaw(File(), "[S]\r\nk=short");
+    EXPECT_EQ(read(), u"short");
+    platform::fileFault = FailReads;
+    EXPECT_EQ(read(), u"none");
+    platform::fileFault = nullptr;
+    WriteRaw(File(), longer);
+    EXPECT_EQ(read(), u"longer");
+    support::fs::remove(File());
+    EXPECT_EQ(read(), u"none");
+    platform::WriteProfile(u"S", u"k", u"new");
+    EXPECT_EQ(ReadRaw(File()), "[S]\r\nk=new\r\n");
+  }
+}
+
+// Up to a length the memory of a change is kept for the next one.
+TEST_F(ProfileFile, IsChangedAlikeAboveTheLengthWhoseMemoryIsKept) {
+  support::fs::create_directories(File().parent_path());
+  const std::string lines(platform::kMaxSpareProfile, ';');
+  for (const std::size_t size : {lines.size() - 100, lines.size(), std::size_t{100}}) {
+    const std::string comment = lines.substr(0, size) + "\r\n";
+    WriteRaw(File(), comment + "[S]\r\nk=1\r\n");
+    platform::WriteProfile(u"S", u"k", u"2");
+    platform::WriteProfile(u"S", u"l", u"3");
+    EXPECT_EQ(ReadRaw(File()), comment + "[S]\r\nk=2\r\nl=3\r\n") << size;
+  }
+}
+
 // A second method: one change at a time, by walking the lines of the whole file.
 bool SameLetters(std::string a, std::string b) {
   for (std::string* text : {&a, &b}) {
