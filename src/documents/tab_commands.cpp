@@ -104,16 +104,26 @@ bool MayLosePlate() {
   return ConfirmedNoFirst(u"Close Program", question);
 }
 
-// Asks about the active program and saves it where that is wanted. False: it stays open.
-bool SettleChanges() {
+enum class Settled { StaysOpen, Saved, ThrownAway };
+
+// Asks about the active program and saves it where that is wanted.
+Settled SettleChanges() {
   const std::uint64_t serial = ActiveSerial();
   const platform::BoxAnswer answer =
       platform::ShowBox(u"Close Program", u"Save changes before closing this program?",
                         platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
-  if (answer == platform::BoxAnswer::Cancel || !ReturnToTab(serial)) return false;
-  if (answer == platform::BoxAnswer::No) return true;
-  if (!SaveAndWait() || !ReturnToTab(serial)) return false;
-  return !ActiveTab()->save.plateLeftOut || (MayLosePlate() && ReturnToTab(serial));
+  if (answer == platform::BoxAnswer::Cancel || !ReturnToTab(serial)) return Settled::StaysOpen;
+  if (answer == platform::BoxAnswer::No) return Settled::ThrownAway;
+  if (!SaveAndWait() || !ReturnToTab(serial)) return Settled::StaysOpen;
+  const bool whole = !ActiveTab()->save.plateLeftOut || (MayLosePlate() && ReturnToTab(serial));
+  return whole ? Settled::Saved : Settled::StaysOpen;
+}
+
+// What no file keeps is asked about too, unless all changes were thrown away. False: the active
+// program stays open.
+bool MayClose() {
+  const Settled settled = HoldsUnsaved(*ActiveTab()) ? SettleChanges() : Settled::Saved;
+  return settled != Settled::StaysOpen && (settled == Settled::ThrownAway || MayCloseProgram());
 }
 
 // The popup of a menu over the active program; what is picked is done to that program, also
@@ -193,8 +203,7 @@ void CloseProgram() {
   const std::uint64_t serial = ActiveSerial();
   WaitForSavesOf(PathToBe(*ActiveTab()), serial);
   // Another program may have come up while the disk was waited for.
-  if (!ReturnToTab(serial) || (HoldsUnsaved(*ActiveTab()) && !SettleChanges())) return;
-  if (!MayCloseProgram() || !ReturnToTab(serial)) return;
+  if (!ReturnToTab(serial) || !MayClose() || !ReturnToTab(serial)) return;
   Call(hooks.leaveImport);
   const int closed = app.activeTab;
   RemoveTab(closed);
