@@ -278,7 +278,11 @@ bool OpenPlateBlock(const FeatureSettings& record) {
   RefreshPlateTabs();
   Call(hooks.layout);
   RememberBlock(editLink.id);
-  platform::SetFocusTo(kViewPlatePicture);
+  if (PlateLacksName()) {
+    OpenPlateNaming(false);
+  } else {
+    platform::SetFocusTo(kViewPlatePicture);
+  }
   return true;
 }
 

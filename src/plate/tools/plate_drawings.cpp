@@ -154,11 +154,12 @@ bool StoreLivePlate(FeatureSettings& record) {
 }
 
 void LoadLivePlate(const FeatureSettings* record) {
-  if (TakeWaiting(record)) return;
+  if (TakeWaiting(record)) return SayBehindLoad();
   NoteLeftOut(false);
   if (!record || !LoadPlateSettings(*record)) StartPlate(UnitsMetric());
   FindName();
   SettlePlate(plate.savedShapeIndex >= 0);
+  SayBehindLoad();
 }
 
 void ResetPlateDrawings() {
@@ -199,10 +200,11 @@ std::u16string HalfNumberKept(const ProgramTab& tab) {
   const Waiting* row = WaitingOf(tab.serial);
   const bool live = &tab == ActiveTab();
   const PlateRecord* record = live ? &plate : row ? row->plate.get() : nullptr;
-  int refused = -1;
-  if (!record || PlateTextsRead(*record, refused)) return {};
-  return PlateInWords(record->name) +
-         HalfNumberWords(refused, u", so that the plate is kept with the last one");
+  const std::u16string half = record ? HalfNumberOf(*record) : std::u16string();
+  if (half.empty()) return {};
+  // Who is asked about another program has it out of sight.
+  const std::u16string program = live ? u"" : NameOfTab(IndexOfSerial(tab.serial)) + u": ";
+  return program + PlateInWords(record->name) + half;
 }
 
 void ForgetPlateName() {

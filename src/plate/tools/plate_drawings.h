@@ -34,7 +34,8 @@ bool SwitchPlateDrawing(ProgramTab& tab, std::uint32_t index);
 bool SaveLivePlate();
 
 // The live plate, or the one that waits for its program to come up, has a field without a usable
-// number: which, and that the plate is kept with the last one; empty for a program without.
+// number: which, and that the plate is kept with the last one, with the program's title where that
+// is not the active one; empty for a program without.
 std::u16string HalfNumberKept(const ProgramTab& tab);
 
 // The active drawing of the current program forgets its plate's name, before another plate comes

@@ -164,6 +164,20 @@ const char16_t* WordsOf(PlateSave answer) {
 PlateSave saidOf = PlateSave::Done;
 std::uint32_t saidAt = 0;
 
+// A named plate that is not saved as it is.
+struct Unsaved {
+  std::u16string name;
+  PlateSave why = PlateSave::Done;
+};
+Unsaved refused;  // the last one that no shape can hold as it is
+
+void NoteRefused(PlateSave why) {
+  if (why == PlateSave::TooMany || why == PlateSave::Full || why == PlateSave::NameTaken ||
+      why == PlateSave::Stretched) {
+    refused = {plate.name, why};
+  }
+}
+
 constexpr std::u16string_view kPlateSaved =
     u"Named plate shape saved. Further completed edits save automatically.";
 
@@ -172,6 +186,7 @@ PlateSave Refuse(PlateSave why) {
   if (why == PlateSave::BadNumbers && plate.status == kPlateSaved) SayOnPlate(u"");
   const char16_t* words = WordsOf(why);
   if (words && (saidOf != why || saidAt != plate.changes)) SayOnPlate(words);
+  NoteRefused(why);
   saidOf = why;
   saidAt = plate.changes;
   return why;
@@ -189,20 +204,19 @@ HandedPlate handed;
 bool libraryOwed = false;    // it could not be written, and was not handed over again
 bool libraryFailed = false;  // the user was told so
 
-bool IsHandedPlateUp() { return !plate.unnamed && SameFolded(handed.name, plate.name); }
+bool IsPlateUp(std::u16string_view name) { return !plate.unnamed && SameFolded(name, plate.name); }
+bool IsHandedPlateUp() { return IsPlateUp(handed.name); }
 
 // On the status line of another plate the words say which one they are about.
-void SayOfHanded(std::u16string_view words) {
-  if (IsHandedPlateUp()) return SayOnPlate(words);
-  SayOnPlate(PlateInWords(handed.name) + std::u16string(words));
+void SayOf(std::u16string_view name, std::u16string_view words) {
+  if (IsPlateUp(name)) return SayOnPlate(words);
+  SayOnPlate(PlateInWords(name) + std::u16string(words));
 }
 
 // What went wrong, and that it is well again, is seen also where the plate is out of sight.
-void SayEverywhere(std::u16string_view words) {
-  SayOfHanded(words);
-  if (app.surface != kSurfacePlate) {
-    ShowStatus(PlateInWords(handed.name) + std::u16string(words));
-  }
+void SayEverywhere(std::u16string_view name, std::u16string_view words) {
+  SayOf(name, words);
+  if (app.surface != kSurfacePlate) ShowStatus(PlateInWords(name) + std::u16string(words));
 }
 
 void HandOverLibrary() {
@@ -213,7 +227,7 @@ void HandOverLibrary() {
 // Handed over again some seconds later, with the plate as it is then where it is still up.
 void TryAgain() {
   libraryOwed = true;
-  if (!libraryFailed) SayEverywhere(kShapesUnsaved);
+  if (!libraryFailed) SayEverywhere(handed.name, kShapesUnsaved);
   if (IsHandedPlateUp()) {
     Refuse(PlateSave::NoFile);
     LeavePlatePending();
@@ -229,12 +243,12 @@ void TellSaved(bool saved) {
   saidOf = PlateSave::Done;
   // As it was saved, even if the plate itself could not be handed over again.
   if (IsHandedPlateUp() && handed.changes == plate.changes) SettlePlate(true);
-  if (handed.noRecord) return SayOfHanded(kPlateFull);
+  if (handed.noRecord) return SayOf(handed.name, kPlateFull);
   if (handed.halfNumber >= 0) {
-    return SayOfHanded(
-        HalfNumberWords(handed.halfNumber, u", so that the plate was saved with the last one"));
+    return SayOf(handed.name, HalfNumberWords(handed.halfNumber,
+                                              u", so that the plate was saved with the last one"));
   }
-  if (failed) return SayEverywhere(kPlateSaved);
+  if (failed) return SayEverywhere(handed.name, kPlateSaved);
   if (IsHandedPlateUp()) SayOnPlate(kPlateSaved);
 }
 
@@ -262,7 +276,9 @@ std::u16string PlateFile(int index) {
 // What the plates' own files are to hold, by index, until they hold it.
 struct OwnFile {
   std::string bytes;
-  bool owed = false;  // could not be written, and was not handed over again
+  std::u16string name;  // of the plate
+  bool failed = false;  // could not be written the last time
+  bool owed = false;    // nor was it handed over again
 };
 OwnFile ownFiles[kMaxShapes];
 
@@ -270,13 +286,15 @@ void TellOwnFile(const SaveResult& result) {
   for (int i = 0; i < kMaxShapes; ++i) {
     if (ownFiles[i].bytes.empty() || PathInData(kFolder, PlateFile(i)) != result.program) continue;
     if (result.answer == SaveAnswer::Saved) {
-      ownFiles[i] = {};
-      if (saidOf == PlateSave::NoOwnFile) SayEverywhere(kPlateSaved);
+      const OwnFile written = std::exchange(ownFiles[i], {});
+      if (saidOf == PlateSave::NoOwnFile) SayEverywhere(written.name, kPlateSaved);
       if (saidOf == PlateSave::NoOwnFile) saidOf = PlateSave::Done;
       return;
     }
+    ownFiles[i].failed = true;
     ownFiles[i].owed = true;
-    if (saidOf != PlateSave::NoOwnFile) SayEverywhere(WordsOf(PlateSave::NoOwnFile));
+    if (saidOf != PlateSave::NoOwnFile)
+      SayEverywhere(ownFiles[i].name, WordsOf(PlateSave::NoOwnFile));
     saidOf = PlateSave::NoOwnFile;
     return TryAgainLater();
   }
@@ -286,6 +304,15 @@ void HandOverOwnFile(int index) {
   ownFiles[index].owed = false;
   SaveMirror(kFolder, PlateFile(index), ownFiles[index].bytes, TellOwnFile,
              platform::Lasting::Folder);
+}
+
+// What is told of first: all shapes stand in the settings file.
+Unsaved WhatIsOwed() {
+  if (libraryFailed) return {handed.name, PlateSave::NoFile};
+  for (const OwnFile& file : ownFiles) {
+    if (file.failed) return {file.name, PlateSave::NoOwnFile};
+  }
+  return {};
 }
 
 bool FileHolds(int index, const std::string& record) {
@@ -299,8 +326,8 @@ void NoteHanded() {
   handed = {};
   CopyBounded(handed.name, kShapeNameUnits, plate.name);
   handed.changes = plate.changes;
-  int refused = -1;
-  if (!PlateTextsRead(plate, refused)) handed.halfNumber = refused;
+  int value = -1;
+  if (!PlateTextsRead(plate, value)) handed.halfNumber = value;
   handed.noRecord = PlateBytes().empty();
 }
 
@@ -337,6 +364,7 @@ PlateSave SaveNamedPlate() {
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
   SetPlateShapeIndex(PutShapeAt(index, shape));
   SettlePlate(true);
+  if (IsPlateUp(refused.name)) refused = {};
   NoteHanded();
   HandOverLibrary();
   RefreshShapeLists();
@@ -348,6 +376,12 @@ std::u16string HalfNumberWords(int value, std::u16string_view meaning) {
   words += u" holds no usable number";
   words += meaning;
   return words + u". Write 0.75, not 0,75.";
+}
+
+std::u16string HalfNumberOf(const PlateRecord& record) {
+  int value = -1;
+  if (PlateTextsRead(record, value)) return {};
+  return HalfNumberWords(value, u", so that the plate is kept with the last one");
 }
 
 void SavePendingShape() {
@@ -381,6 +415,7 @@ bool RefreshPlateMetadataFile() {
     return false;
   }
   ownFiles[plate.savedShapeIndex].bytes = std::move(bytes);
+  ownFiles[plate.savedShapeIndex].name = plate.name;
   HandOverOwnFile(plate.savedShapeIndex);
   return true;
 }
@@ -399,9 +434,17 @@ bool OwesOwnFiles() {
 }
 
 void SayWhatIsOwed() {
-  if (!OwesShapes() && !OwesOwnFiles()) return;
-  const PlateSave why = OwesShapes() ? PlateSave::NoFile : PlateSave::NoOwnFile;
-  ShowStatus(PlateInWords(handed.name) + WordsOf(why));
+  const Unsaved owed = WhatIsOwed();
+  if (owed.why != PlateSave::Done) ShowStatus(PlateInWords(owed.name) + WordsOf(owed.why));
+}
+
+void SayBehindLoad() {
+  const Unsaved owed = WhatIsOwed();
+  if (owed.why != PlateSave::Done) return SayOf(owed.name, WordsOf(owed.why));
+  const bool open = IsPlateUp(refused.name) || IsNameOfOtherDrawing(refused.name);
+  if (refused.why != PlateSave::Done && open) return SayOf(refused.name, WordsOf(refused.why));
+  if (PlateItems(plate) > kMaxItems) return SayOnPlate(kPlateFull);
+  SayOnPlate(HalfNumberOf(plate));
 }
 
 std::u16string PlateInWords(std::u16string_view name) {
@@ -412,6 +455,7 @@ std::u16string PlateInWords(std::u16string_view name) {
 void ResetPlateSaving() {
   saidOf = PlateSave::Done;
   saidAt = 0;
+  refused = {};
   handed = {};
   libraryOwed = false;
   libraryFailed = false;

@@ -39,10 +39,16 @@ bool OwesShapes();
 bool OwesOwnFiles();
 // What could not be written is said once more, on the program's status line.
 void SayWhatIsOwed();
+// Behind a load: nothing of the former plate stays on the status line but what still is so, with
+// that plate's name, as that it could not be saved.
+void SayBehindLoad();
 // The plate's name in front of words that are about it; nothing without a name.
 std::u16string PlateInWords(std::u16string_view name);
 // A field of the form holds no usable number, and what that means: goes on behind "number".
 std::u16string HalfNumberWords(int value, std::u16string_view meaning);
+// The same of the first such field, and that the plate is kept with the last number; empty where
+// every field reads.
+std::u16string HalfNumberOf(const PlateRecord& record);
 // What follows a completed edit: the program is marked as modified, and the autosave will save the
 // plate.
 void PlateEdited();

@@ -12,6 +12,7 @@
 #include "documents/saver.h"
 #include "documents/tab_table.h"
 #include "library/shapes.h"
+#include "plate/model/plate_names.h"
 #include "plate_stage.h"
 
 namespace morva {
@@ -106,11 +107,62 @@ TEST_F(PlateLeft, AsksBeforeMorvaIsClosedWithHalfANumber) {
   EXPECT_FALSE(headless::CloseKey());
   const auto boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
-  EXPECT_EQ(boxes[0].text, std::u16string(kHalfQuestion) + u"\n\nClose MORVA all the same?");
+  EXPECT_EQ(boxes[0].text,
+            u"Untitled-1.NC: " + std::u16string(kHalfQuestion) + u"\n\nClose MORVA all the same?");
   EXPECT_EQ(app.activeTab, 0) << "the program of the plate comes up";
   EXPECT_EQ(platform::FocusedId(), int{kIdPlateField});
   headless::QueueAnswer(platform::BoxAnswer::Yes);
   EXPECT_TRUE(headless::CloseKey());
+}
+
+TEST_F(PlateLeft, AsksOnceWhereTheChangesAreThrownAway) {
+  headless::TypeInto(kIdPlateField, u"9,5");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  RouteCommand(kIdClose, platform::kNotifyClick);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text, u"Save changes before closing this program?");
+  EXPECT_TRUE(plate.unnamed) << "it is closed";
+}
+
+TEST_F(PlateLeft, AsksOfHalfANumberBehindTheSave) {
+  headless::TypeInto(kIdPlateField, u"9,5");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::QueueFile(Path("part.NC"));
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  RouteCommand(kIdClose, platform::kNotifyClick);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[1].text, std::u16string(kHalfQuestion) + u"\n\nClose this program all the same?");
+  EXPECT_EQ(Length(), u"9,5");
+}
+
+TEST_F(PlateLeft, SaysNothingOfHalfANumberThatWasClosedWithItsProgram) {
+  headless::QueueFile(Path("part.NC"));
+  RouteCommand(kIdSaveAs, platform::kNotifyClick);
+  headless::TypeInto(kIdPlateField + kPlateWidth, u"5");
+  TypeHalf();
+  ASSERT_NE(Status().find(u"so that the plate was saved with the last one"), std::u16string::npos);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  CountAsSaved();
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  RouteCommand(kIdClose, platform::kNotifyClick);
+  Workbench::Open("part.NC");
+  ASSERT_TRUE(headless::Click(kIdSurfacePlate));
+  ASSERT_EQ(std::u16string(plate.name), u"Base");
+  EXPECT_EQ(Length(), u"8.000000");
+  EXPECT_EQ(Status().find(u"no usable number"), std::u16string::npos) << "every field reads";
+}
+
+TEST_F(PlateLeft, SaysAgainOfHalfANumberWhenItsProgramComesBack) {
+  TypeHalf();
+  ASSERT_TRUE(headless::Click(kIdNew));
+  EXPECT_EQ(Status(), u"New program opened in a workspace tab.");
+  SwitchTab(0);
+  EXPECT_EQ(Length(), u"9,5");
+  EXPECT_EQ(Status(),
+            u"Length  X holds no usable number, so that the plate is kept with the last one. Write "
+            u"0.75, not 0,75.");
 }
 
 TEST_F(PlateLeft, AsksNothingWhereEveryFieldReads) {

@@ -10,6 +10,7 @@
 #include "library/shapes.h"
 #include "plate/canvas/plate_pointer.h"
 #include "plate/geometry/plate_code.h"
+#include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
 #include "plate_stage.h"
 
@@ -406,6 +407,25 @@ struct PlateUndone : public PlateHand {
     ASSERT_TRUE(headless::Click(kIdSurfacePlate));
   }
 };
+
+TEST_F(PlateUndone, BlockWhosePlateHasNoKnownNameAsksForOne) {
+  Update(u"9");
+  UndoInTheCode();
+  Reopen();
+  ASSERT_EQ(NumbersOf(plate).length, 10);
+  ASSERT_EQ(std::u16string(plate.name), u"");
+  EXPECT_EQ(plateEditor.page, PlatePage::Name);
+  EXPECT_EQ(platform::FocusedId(), int{kIdPlateName});
+  EXPECT_EQ(Status(), kEnterPlateName) << "nothing of the update of the other one";
+}
+
+TEST_F(PlateUndone, BlockOfANamedPlateAsksForNoName) {
+  headless::Advance(1000);
+  Reopen();
+  ASSERT_EQ(std::u16string(plate.name), u"Base");
+  EXPECT_EQ(plateEditor.page, PlatePage::Nothing);
+  EXPECT_EQ(platform::FocusedId(), int{kViewPlatePicture});
+}
 
 TEST_F(PlateUndone, KnowsItsBlockBehindTheUndoOfTwoUpdates) {
   Update(u"9");

@@ -16,6 +16,7 @@
 #include "documents/tab_table.h"
 #include "library/shapes.h"
 #include "plate/canvas/plate_pointer.h"
+#include "plate/model/plate_names.h"
 #include "plate/model/plate_record.h"
 #include "plate/panel/plate_workspace.h"
 #include "plate/tools/plate_drawings.h"
@@ -320,6 +321,69 @@ std::string BytesOf(const std::filesystem::path& home, const std::string& name) 
     return std::string(std::istreambuf_iterator<char>(in), {});
   }
   return {};
+}
+
+TEST_F(TwoPlates, BearNoWordsOfAnotherOne) {
+  ASSERT_TRUE(headless::Click(kIdPlateTabAdd));
+  ASSERT_EQ(Status(), kCreateNamedPlate);
+  Choose(0);
+  EXPECT_EQ(Status(), u"");
+  ASSERT_TRUE(headless::Click(kIdNew));
+  ASSERT_EQ(Status(), u"New program opened in a workspace tab.");
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  ASSERT_EQ(std::u16string(plate.name), u"Base");
+  EXPECT_EQ(Status(), u"");
+}
+
+TEST_F(TwoPlates, SayWhoseLibraryCouldNotBeWrittenWhenTheOtherComesUp) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"19");
+  headless::FailCall("rename", 1);
+  Settle();
+  ASSERT_EQ(Status(), kShapesUnsaved);
+  headless::FailCall("rename", 1);  // the other one comes up behind one more try
+  Choose(0);
+  EXPECT_EQ(Status(), u"\u201CLong\u201D: " + std::u16string(kShapesUnsaved));
+  Choose(1);
+  EXPECT_EQ(Status(), kShapesUnsaved);
+  headless::Advance(6000);
+  WaitForSaves();
+  Choose(0);
+  EXPECT_EQ(Status(), u"") << "it is well again";
+}
+
+TEST_F(TwoPlates, SayWhoseOwnFileCouldNotBeWrittenWhenTheOtherComesUp) {
+  headless::TypeInto(kIdPlateField + kPlateLength, u"19");
+  headless::FailCall("rename", 3);  // behind the settings and the mirror of the library
+  Settle();
+  const std::u16string words =
+      u"The plate's own file beside the library could not be written. It is tried again.";
+  ASSERT_EQ(Status(), words);
+  Choose(0);
+  EXPECT_EQ(Status(), u"\u201CLong\u201D: " + words);
+  // Also where the other one was saved meanwhile.
+  headless::TypeInto(kIdPlateField + kPlateLength, u"7");
+  Settle();
+  ASSERT_TRUE(headless::Click(kIdNew));
+  ASSERT_TRUE(headless::Click(kIdTabFirst));
+  EXPECT_EQ(Status().find(u"\u201CBase\u201D"), std::u16string::npos);
+}
+
+TEST_F(TwoPlates, SayWhichOneNoShapeCanHoldWhenTheOtherComesUp) {
+  headless::SelectRows(kIdPlateLayout, {1});
+  headless::TypeInto(kIdPlateField + kPlateCountX, u"10");
+  headless::TypeInto(kIdPlateField + kPlateCountY, u"7");
+  Settle();
+  const std::u16string words =
+      u"Reusable shape exceeds 64 objects; reduce the hole pattern before saving.";
+  ASSERT_EQ(Status(), words);
+  Choose(0);
+  EXPECT_EQ(Status(), u"\u201CLong\u201D: " + words);
+  Choose(1);
+  EXPECT_EQ(Status(), words);
+  headless::TypeInto(kIdPlateField + kPlateCountY, u"2");
+  Settle();
+  Choose(0);
+  EXPECT_EQ(Status(), u"");
 }
 
 TEST_F(TwoPlates, AreWrittenAgainWhenTheLibraryFailedBehindASwitch) {
