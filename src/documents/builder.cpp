@@ -128,7 +128,7 @@ bool SettleTwin(const Builder& builder) {
 
 bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
   if (builder.kind != 0) return InsertFeatureBlock(builder.kind, code, builder.asksWhere);
-  return MayInsertBehindCaretLine() && InsertTextAtCaret(code, true);
+  return InsertTextAsBlock(code);
 }
 
 void OnInsertKey(int id, int) {
@@ -220,17 +220,6 @@ std::u16string LoggedWords(const Builder& builder, bool updated) {
   const std::size_t at = words.find(kInserted);
   if (updated && at != words.npos) words.replace(at, kInserted.size(), u" updated");
   return words;
-}
-
-// The block leaves its unit on, and the program's own code follows it there.
-void TellOtherUnit(std::int32_t before, std::u16string_view block) {
-  const std::int32_t after = Call(hooks.lastUnitsCode, block);
-  if (before == 0 || after == 0 || before == after) return;
-  AppendOutput(after == 21
-                   ? u"The program was in inches. Code behind this block that names no unit "
-                     u"runs in millimeters."
-                   : u"The program was in millimeters. Code behind this block that names no "
-                     u"unit runs in inches.");
 }
 
 bool InsertFromBuilder(const Builder& builder) {

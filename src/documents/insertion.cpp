@@ -57,6 +57,33 @@ void PutText(platform::EditorRange range, std::u16string_view text) {
   platform::ScrollCaretIntoView(kIdEditor);
 }
 
+// Code that a builder or a drawing wrote, which is updated as a whole.
+bool IsGenerated(const FeatureRecord& block) {
+  return block.settings.kind >= kKindShape && block.settings.kind <= kKindSkim;
+}
+
+// Where plain text goes: behind a line, which ends at `index`.
+struct TextPlace {
+  int line = 0;
+  std::int32_t index = 0;
+  int row = -1;  // of the generated block that holds the caret's line
+};
+
+// Scans the text.
+TextPlace PlaceOfText(std::u16string_view text) {
+  ScanProgramText(text);
+  TextPlace place{CaretLine(), EndOfCaretLine(text)};
+  // Behind a block the next one may begin on the same line.
+  for (int around = FeatureAround(place.index); around >= 0; around = FeatureAround(place.index)) {
+    const FeatureRecord& block = features.rows[around];
+    if (!IsGenerated(block)) break;
+    if (place.row < 0) place.row = around;
+    place.line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, block.end));
+    place.index = static_cast<std::int32_t>(LineEndFrom(text, static_cast<std::size_t>(block.end)));
+  }
+  return place;
+}
+
 void TellInserted(int line) {
   ShowStatus(u"Generated block inserted after editor line " + IntegerText(line + 1) +
              u". The caret is ready for the next insert.");
@@ -170,6 +197,11 @@ int RowToUpdate(std::u16string_view text) {
          u"This shape's code changed, was removed, or has duplicate IDs. Reopen its settings from "
          u"Features, or choose New / Unlink to insert a separate shape. No code was replaced.",
          platform::BoxIcon::Warning);
+  // Nothing is left to update or to reopen: the next press adds what the form holds.
+  if (editLink.tab == app.activeTab && CountFeatures(editLink.id) == 0 &&
+      editLink.kind <= kKindRectangular) {
+    DropEditLink();
+  }
   return -1;
 }
 
@@ -395,12 +427,46 @@ bool InsertTextAtCaret(std::u16string_view text, bool asBlock) {
   return true;
 }
 
-bool MayInsertBehindCaretLine() {
+bool InsertTextAsBlock(std::u16string_view inserted) {
+  if (WithoutLineEnds(inserted).empty() || !platform::Exists(kIdEditor)) return false;
+  if (!HasRoomFor(inserted.size())) {
+    TellNoRoom(u"Insert");
+    return false;
+  }
+  if (app.commandWordsActive) Call(hooks.editorFromWords);
+  const std::u16string text(platform::EditorText(kIdEditor));
+  const TextPlace place = PlaceOfText(text);
+  if (const PlaceAround around = LookAround(text, place.index); around.behindEnd) {
+    const std::uint64_t serial = ActiveSerial();
+    if (!WantsItNeverRun(around) || ActiveSerial() != serial) return false;
+  }
+  PutBehindLine(place.line, inserted);
+  if (place.row >= 0) {
+    const FeatureRecord& block = features.rows[place.row];
+    AppendOutput(u"The caret stood in #" + IntegerText(place.row + 1) + u" " +
+                 (block.name[0] ? block.name : KindWords(block.settings.kind)) +
+                 u": the code was inserted behind that block.");
+  }
+  if (app.commandWordsActive) Call(hooks.wordsFromEditor);
+  return true;
+}
+
+std::int32_t UnitsWhereTextGoes() {
+  if (app.commandWordsActive) Call(hooks.editorFromWords);
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  const PlaceAround place = LookAround(text, EndOfCaretLine(text));
-  if (!place.behindEnd) return true;
-  const std::uint64_t serial = ActiveSerial();
-  return WantsItNeverRun(place) && ActiveSerial() == serial;
+  const auto index = static_cast<std::size_t>(PlaceOfText(text).index);
+  const std::int32_t before = Call(hooks.lastUnitsCode, text.substr(0, index));
+  return before != 0 ? before : Call(hooks.lastUnitsCode, text);
+}
+
+void TellOtherUnit(std::int32_t before, std::u16string_view block) {
+  const std::int32_t after = Call(hooks.lastUnitsCode, block);
+  if (before == 0 || after == 0 || before == after) return;
+  AppendOutput(after == 21
+                   ? u"The program was in inches. Code behind this block that names no unit "
+                     u"runs in millimeters."
+                   : u"The program was in millimeters. Code behind this block that names no "
+                     u"unit runs in inches.");
 }
 
 void ResetInsertion() {

@@ -4,6 +4,7 @@
 // settings writer can serialise. Markers, ids and hash are written here and nowhere else.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -48,8 +49,17 @@ bool InsertAtSplit(const std::u16string& block, std::int32_t lastId);
 // line. Undoable. False: nothing changed, as the text is empty, or as a block of line ends alone,
 // or the program has no room for it; the user was told of the latter.
 bool InsertTextAtCaret(std::u16string_view text, bool asBlock);
-// Whether a line behind the caret's is run. False: it is not, and the user does not want it there.
-bool MayInsertBehindCaretLine();
+// Plain text on lines of its own behind the caret's line, or behind the generated block that holds
+// it, as the log says then: one in the middle of another would cut what neither of them says. The
+// user is asked where the place is never run. Undoable. False: nothing changed, and the user knows
+// why, but for a text that is empty.
+bool InsertTextAsBlock(std::u16string_view text);
+// The units word, 20 or 21, that is in force where InsertTextAsBlock puts its text; where none
+// stands before, the last one of the program. 0: it has none.
+std::int32_t UnitsWhereTextGoes();
+// Says in the log where code behind a block runs in another unit than before; `before` is the units
+// word that was in force, 0 for none.
+void TellOtherUnit(std::int32_t before, std::u16string_view block);
 
 // The user's caret as a position of the code editor: the start of its line while the command
 // words view is on, where the same lines have other words.

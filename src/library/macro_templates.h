@@ -24,6 +24,7 @@ struct MacroTemplate {
 // Whether a kind is a row of holes, whose first fields are computed with: X, Y, count, spacing.
 bool IsHoleRow(int kind);
 inline constexpr int kHoleRowPlaces = 4;
+inline constexpr int kHoleRowCount = 2;
 // By kind, in the order of the builder's list.
 std::span<const MacroTemplate> MacroTemplates();
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
@@ -129,6 +130,12 @@ bool IsHalfNumber(const std::u16string& text, bool placesHoles) {
          ReadStrict(text, {.blanksBehind = true}, number) != Misread::None;
 }
 
+// "+4" and 4.7 are numbers, but the row would have one hole and four.
+bool IsWholeCount(const std::u16string& text) {
+  return std::none_of(text.begin(), text.end(), IsDigit) ||
+         ParseDecimal(text, 0) == static_cast<double>(ParseInteger(text, 0));
+}
+
 // The rows of holes alone compute with their fields; the other templates write them as typed.
 bool Check(const FormValues& values, Refusal& refusal) {
   if (!IsHoleRow(values.choices[0])) return true;
@@ -137,6 +144,10 @@ bool Check(const FormValues& values, Refusal& refusal) {
   for (int i = 0; i < kMacroFields; ++i) {
     refusal.field = kIdMacroField + i;
     if (IsHalfNumber(values.words[i], i < kHoleRowPlaces)) return false;
+    if (i == kHoleRowCount && !IsWholeCount(values.words[i])) {
+      refusal.words = u"The hole count is a whole number of digits alone. Nothing was inserted.";
+      return false;
+    }
   }
   return true;
 }
@@ -281,11 +292,13 @@ void InsertCustomMacro() {
   const bool lacksEnd = !macroLibrary.macros[index].longLine.empty();
   const std::u16string code = MacroToInsert(macroLibrary.macros[index].code, lacksCode);
   if (IsBlankCode(code)) return ShowStatus(u"The macro is blank. Nothing was inserted.");
-  if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(code, true)) return;
+  const std::int32_t unitBefore = UnitsWhereTextGoes();
+  if (!InsertTextAsBlock(code)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,
                   .logged = u"Custom macro inserted into active program."});
+  TellOtherUnit(unitBefore, code);
   if (lacksCode)
     AppendOutput(u"Code that was excluded when the macro was saved is not part of it.");
   if (lacksEnd) AppendOutput(u"The end of the macro was not inserted: MORVA.ini holds more of it.");

@@ -74,9 +74,11 @@ bool Passes(const BuilderFault& fault, std::span<const int> ids, Refusal& refusa
   return fault.field < 0;
 }
 
-// The code repeats what the list says; a selected object is laid out in the drawing alone.
+// The code repeats what the list says; a selected object is laid out in the drawing alone. The form
+// of a block under edit is that of its record, which has an item.
 bool RepeatsItsList(int panelMode, Refusal& refusal) {
-  if (editLink.kind != 0 || !PatternSourceIsSelection(panelMode)) return true;
+  const std::int32_t own = panelMode == kPanelRectangular ? kKindRectangular : kKindCircular;
+  if (editLink.kind == own || !PatternSourceIsSelection(panelMode)) return true;
   refusal.words =
       u"The code repeats the item of the list. Set the source to the shape library first, or press "
       u"CREATE SKETCH PATTERN.";

@@ -14,6 +14,7 @@
 #include "builders/shapes/shape_record.h"
 #include "builders/shapes/shape_text.h"
 #include "documents/builder.h"
+#include "documents/edit_link.h"
 #include "library/shape_menu.h"
 #include "library/shapes.h"
 #include "library/units.h"
@@ -253,13 +254,14 @@ void TellInserted(const FormValues& form, bool updated) {
   AppendOutput((updated ? u"Shape updated." : u"Shape inserted.") + std::u16string(kVerify));
 }
 
-// Each mode has its own shapes: the slot builder the slot, the other one all else.
+// Each mode has its own shapes: the slot builder the slot, the other one all else. A block under
+// edit keeps its shape.
 void OnEntered() {
   if (app.mode == kModeSlot) {
     // A block that was opened chose its shape unseen.
     if (const int row = ChosenShape(); row >= 0 && row != kShapeSlot) filled.lastShape = row;
     ChooseShape(kShapeSlot);
-  } else if (ChosenShape() == kShapeSlot) {
+  } else if (ChosenShape() == kShapeSlot && editLink.kind != kKindShape) {
     ChooseShape(SavedAt(filled.lastShape) || filled.lastShape < kBuiltInShapes ? filled.lastShape
                                                                                : kShapeSquare);
   }

@@ -319,14 +319,14 @@ void OpenToolBuilder(int index, bool keyboard) {
 bool SaveToolForm() {
   const ToolTexts texts = TypedTexts();
   int index = underEdit;
-  if (FollowTools(index) && underEdit < 0) {
-    AppendOutput(u"The tool in the form is kept as a further one.");
-  }
+  const bool wasHeld = underEdit >= 0;
+  FollowTools(index);
   const ToolRefusal refusal = CheckTool(texts, underEdit < 0, UnitsMetric());
   if (refusal.words[0]) {
     Refuse(refusal);
     return false;
   }
+  if (wasHeld && underEdit < 0) AppendOutput(u"The tool in the form is kept as a further one.");
   const ToolRecord* before = underEdit < 0 ? nullptr : &toolLibrary.tools[underEdit];
   const ToolRecord tool = ToolOfTexts(texts, UnitsMetric(), before);
   if (underEdit < 0) {
@@ -371,10 +371,17 @@ bool FollowTools(int& index) {
   for (int i = 0; i < 2; ++i) {
     if (indices[i] >= 0) before[i] = toolLibrary.tools[indices[i]];
   }
+  const int row = SelectedTool();
+  const ToolRecord chosen = row >= 0 ? toolLibrary.tools[row] : ToolRecord();
   if (!FollowToolFile()) return false;
   underEdit = indices[0] < 0 ? -1 : FindSameTool(before[0]);
   index = indices[1] < 0 ? -1 : FindSameTool(before[1]);
   RefreshToolLists();
+  // The list stays with its tool, and has no row where that is gone.
+  if (row >= 0) {
+    const int same = FindSameTool(chosen);
+    SelectTool(same >= 0 ? same : FindTool(chosen.number));
+  }
   return true;
 }
 

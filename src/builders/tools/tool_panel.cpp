@@ -1,5 +1,8 @@
 #include "builders/tools/tool_panel.h"
 
+#include <cstdint>
+#include <string>
+
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
@@ -164,6 +167,25 @@ void DeleteSelectedTool() {
   StoreTools(index, false);
 }
 
+namespace {
+
+// The block stands before the user's own moves, which would run in its unit: 50 mm as 50 inches.
+bool MaySwitchUnit() {
+  const std::int32_t before = UnitsWhereTextGoes();
+  if (before == 0 || (before == 21) == UnitsMetric()) return true;
+  const std::uint64_t serial = ActiveSerial();
+  const std::u16string words =
+      before == 21
+          ? u"The program is in millimeters where the block goes; the block switches it to "
+            u"inches. MM above keeps its unit."
+          : u"The program is in inches where the block goes; the block switches it to "
+            u"millimeters. INCH above keeps its unit.";
+  return ConfirmedNoFirst(u"Tool Library", words + u"\r\n\r\nInsert it all the same?") &&
+         ActiveSerial() == serial;
+}
+
+}  // namespace
+
 void InsertToolBlock() {
   int index = SelectedTool();
   if (index < 0) return TellNoTool();
@@ -175,7 +197,7 @@ void InsertToolBlock() {
   CodeWriter out;
   out.most = kToolBlockUnits - 1;
   WriteToolBlock(toolLibrary.tools[index], UnitsMetric(), out);
-  if (!MayInsertBehindCaretLine() || !InsertTextAtCaret(out.text, true)) return;
+  if (!MaySwitchUnit() || !InsertTextAsBlock(out.text)) return;
   ProgramChanged({.autosave = true,
                   .refreshMs = kRefreshMs,
                   .rebuildPath = true,

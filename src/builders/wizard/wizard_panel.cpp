@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/app_state.h"
@@ -175,6 +176,16 @@ struct Typed {
 };
 Typed typed;
 
+// What stood in the fields before a tool of the library filled them in: it comes back with a number
+// that the library does not have, as "17" behind its first key is tool 1.
+struct Lent {
+  bool is = false;
+  bool metric = false;
+  std::u16string rpm;
+  std::u16string feed;
+};
+Lent lent;
+
 constexpr int Id(WizardNumber field) { return kIdWizardField + field; }
 
 // The rows of the list of tools: the current one, those of the library, and none of them.
@@ -212,22 +223,48 @@ void TakeRates(const ToolRecord& tool) {
   }
 }
 
+void LendRates(const ToolRecord& tool) {
+  if (!lent.is) {
+    lent = {true, UnitsMetric(), platform::TextOf(Id(kWizardRpm)),
+            platform::TextOf(Id(kWizardFeed))};
+  }
+  TakeRates(tool);
+}
+
+void TakeRatesBack() {
+  const Lent before = std::exchange(lent, Lent());
+  if (!before.is) return;
+  if (!typed.rpm) platform::SetText(Id(kWizardRpm), before.rpm);
+  if (typed.feed || ChosenWizardKind() == kWizardTap) return;
+  platform::SetText(Id(kWizardFeed), before.feed);
+  if (before.metric == UnitsMetric()) return;
+  const double rate = FieldNumber(Id(kWizardFeed), 0);
+  platform::SetText(
+      Id(kWizardFeed),
+      NumberText(Id(kWizardFeed), before.metric ? rate / kMmPerInch : rate * kMmPerInch));
+}
+
 // A typed number takes the rates of its tool, unless the library has none for it.
 void TakeRatesOfRow(int row) {
-  if (row <= 0 || row > toolLibrary.count) return;
-  const ToolRecord& tool = toolLibrary.tools[row - 1];
-  if (tool.maxRpm > 0 && tool.feed > 0 && tool.plunge > 0) TakeRates(tool);
+  if (row > 0 && row <= toolLibrary.count) {
+    const ToolRecord& tool = toolLibrary.tools[row - 1];
+    if (tool.maxRpm > 0 && tool.feed > 0 && tool.plunge > 0) return LendRates(tool);
+  }
+  TakeRatesBack();
 }
 
 void TakeChosenTool() {
   const int row = platform::SelectedRow(kIdWizardTools);
-  if (row == 0) platform::SetText(Id(kWizardTool), u"0");
+  if (row == 0) {
+    platform::SetText(Id(kWizardTool), u"0");
+    TakeRatesBack();
+  }
   if (row > 0 && row <= toolLibrary.count) {
     const int index = FindTool(toolLibrary.tools[row - 1].number);
     const ToolRecord& tool = toolLibrary.tools[index];
     if (index != row - 1) ShowStatus(u"Two tools bear this number: the first in the list counts.");
     platform::SetText(Id(kWizardTool), IntegerText(tool.number));
-    TakeRates(tool);
+    LendRates(tool);
   }
   SelectToolOfNumber();
   platform::Repaint(kViewWizardPicture);
@@ -237,7 +274,10 @@ void OnChanged(int id) {
   if (id == kIdWizardTools) return TakeChosenTool();
   if (id == Id(kWizardRpm)) typed.rpm = true;
   if (id == Id(kWizardFeed)) typed.feed = true;
-  if (id == kIdWizardCombo) typed = Typed();  // its fields start anew
+  if (id == kIdWizardCombo) {  // its fields start anew
+    typed = Typed();
+    lent = Lent();
+  }
   if (id == kIdWizardCombo || id == Id(kWizardTool)) SelectToolOfNumber();
   if (id == Id(kWizardTool)) TakeRatesOfRow(platform::SelectedRow(kIdWizardTools));
   if (id == kIdWizardCombo) ShowExampleOfKind();
@@ -372,6 +412,7 @@ void RegisterWizard() {
                     [](int card, int) { ChooseWizardKind(card - kIdWizardKindFirst); });
   }
   typed = Typed();
+  lent = Lent();
   AddToolList(FillWizardTools);
 }
 

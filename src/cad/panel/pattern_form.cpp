@@ -344,7 +344,7 @@ bool PatternSourceIsSelection(int panelMode) {
 }
 
 void TogglePatternSource() {
-  if (editLink.kind != 0) return;
+  if (PatternBlockIsOpen()) return;
   const int kind = tools.panelMode == kPanelRectangular ? 1 : 0;
   fromSelection[kind] = !fromSelection[kind];
   if (fromSelection[kind] && HasSketchSelection()) {
@@ -357,8 +357,9 @@ void TogglePatternSource() {
 }
 
 void RefreshPatternForm() {
-  ShowWords(kIdCadPatternSource, PatternSourceIsSelection(tools.panelMode));
-  platform::SetEnabled(kIdCadPatternSource, editLink.kind == 0);
+  const bool block = PatternBlockIsOpen();
+  ShowWords(kIdCadPatternSource, !block && PatternSourceIsSelection(tools.panelMode));
+  platform::SetEnabled(kIdCadPatternSource, !block);
   ShowWords(kIdCadCreatePattern, PatternBlockIsOpen());
 }
 

@@ -98,6 +98,42 @@ TEST_F(MacroPanel, RefusesHalfNumbersInRowsOfHolesAndNothingElse) {
   EXPECT_TRUE(headless::TakeBoxes().empty());
 }
 
+// The row would have one hole and four.
+TEST_F(MacroPanel, RefusesACountThatIsNotWhole) {
+  headless::SelectRows(kIdMacroCombo, {3});
+  const std::u16string before(platform::EditorText(kIdEditor));
+  headless::TakeBoxes();
+  for (const char16_t* text : {u"+4", u"4.7"}) {
+    headless::TypeInto(kIdMacroField + 2, text);
+    headless::Click(kIdMacroInsert);
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u) << platform::ToUtf8(text);
+    EXPECT_EQ(boxes[0].text,
+              u"The hole count is a whole number of digits alone. Nothing was inserted.");
+    EXPECT_EQ(platform::EditorText(kIdEditor), before);
+    EXPECT_EQ(platform::FocusedId(), kIdMacroField + 2);
+  }
+  for (const char16_t* text : {u"4", u"04", u"4.0", u"-4", u""}) {
+    headless::TypeInto(kIdMacroField + 2, text);
+    headless::Click(kIdMacroInsert);
+    EXPECT_TRUE(headless::TakeBoxes().empty()) << platform::ToUtf8(text);
+  }
+}
+
+TEST_F(MacroPanel, TellsWhereItLeavesTheOtherUnitOn) {
+  SetProgram(u"G20\r\nG0 X7");
+  SaveAs(u"seven");
+  headless::SelectRows(kIdMacroList, {0});
+  SetProgram(u"G20\r\nG1 X1");
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_FALSE(OutputHas(u"names no unit"));
+  SetProgram(u"G21\r\nG1 X1");
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_TRUE(
+      OutputHas(u"The program was in millimeters. Code behind this block that names no unit runs "
+                u"in inches."));
+}
+
 TEST_F(MacroPanel, AsksBeforeAMacroGoesWhereItIsNeverRun) {
   SetProgram(u"G0 X7");
   SaveAs(u"seven");

@@ -335,6 +335,29 @@ TEST_F(PatternBuilders, RefuseCodeWhileTheSourceIsTheSelection) {
   }
 }
 
+TEST_F(PatternBuilders, RefuseTheSelectionWhileAnotherKindIsUnderEdit) {
+  ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+  OpenPatternPanel(kPanelRectangular, false);
+  ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  Circular();
+  Insert(kIdCircularInsert);
+  ASSERT_TRUE(headless::Click(kIdSurfaceCode));
+  ASSERT_TRUE(headless::Click(kIdFeatureEdit));
+  ASSERT_EQ(editLink.kind, kKindCircular);
+  // The form of the block under edit has an item of its own.
+  EXPECT_EQ(platform::TextOf(kIdCadPatternSource).find(u"selected"), std::u16string::npos);
+  EXPECT_FALSE(platform::IsEnabled(kIdCadPatternSource));
+  OpenPatternPanel(kPanelRectangular, false);
+  EXPECT_NE(platform::TextOf(kIdCadPatternSource).find(u"selected"), std::u16string::npos);
+  EXPECT_TRUE(platform::IsEnabled(kIdCadPatternSource));
+  ExpectRefused(kIdRectInsert, u"Rectangular Pattern",
+                u"The code repeats the item of the list. Set the source to the shape library "
+                u"first, or press CREATE SKETCH PATTERN.");
+  ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+  Insert(kIdRectInsert);
+}
+
 TEST_F(PatternBuilders, SayThatTheCodeKnowsNoDirections) {
   ASSERT_TRUE(headless::Click(kIdSurfaceCad));
   OpenPatternPanel(kPanelRectangular, false);

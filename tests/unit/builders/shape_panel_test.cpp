@@ -438,6 +438,37 @@ TEST_F(ShapeBlock, IsNotUpdatedAfterAHandEdit) {
                 u"code was replaced.");
 }
 
+// "Shapes and slots" is the only row that leads back to the form.
+TEST_F(ShapeBlock, KeepsItsSlotWhenTheListLeadsBackToTheShapes) {
+  Choose(kShapeSlot);
+  InsertAndEdit();
+  Type(kShapeSize2, u"0.75");
+  SetMode(kModeShapes);
+  EXPECT_EQ(ChosenShape(), kShapeSlot);
+  EXPECT_EQ(FieldText(kShapeSize2), u"0.75");
+  SetMode(kModeShapes);
+  Insert();
+  EXPECT_EQ(Text().find(u"(SHAPE: SQUARE)"), Text().npos);
+  EXPECT_NE(Text().find(u"(SHAPE: SLOT)"), Text().npos);
+  EXPECT_EQ(features.rows[features.count - 1].settings.a, kShapeSlot);
+}
+
+TEST_F(ShapeBlock, IsInsertedAnewWhenItIsGone) {
+  const std::u16string before = Text();
+  InsertAndEdit();
+  Type(kShapeSize, u"3");
+  platform::SetEditorText(kIdEditor, before);
+  headless::TakeBoxes();
+  Insert();
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(platform::TextOf(kIdShapeInsert), u"INSERT SHAPE G-CODE");
+  EXPECT_EQ(FieldText(kShapeSize), u"3") << "what was typed stays";
+  Insert();
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(Text().find(u"(SHAPE: SQUARE)"), Text().npos);
+}
+
 TEST_F(ShapeBlock, StaysExcludedWhenItIsUpdated) {
   Insert();
   ASSERT_TRUE(headless::Click(kIdFeatureInclude));

@@ -92,6 +92,48 @@ TEST_F(ToolPanel, AsksBeforeABlockGoesWhereItIsNeverRun) {
   EXPECT_EQ(platform::EditorText(kIdEditor).find(program + u"\r\n(TOOL LIBRARY: T3"), 0u);
 }
 
+// The user's own moves stand behind the block: X50.8 would be inches.
+TEST_F(ToolPanel, AsksBeforeItSwitchesTheProgramsUnit) {
+  Add(u"3", u"THIRD");
+  const std::u16string text(platform::EditorText(kIdEditor));
+  const struct {
+    const char16_t* program;
+    int line;
+    bool asksInInches;
+    bool asksInMillimeters;
+  } kCases[] = {{u"G90\r\nG1 X1", 0, false, false},
+                {u"G21\r\nG1 X1", 1, true, false},
+                {u"G20\r\nG1 X1", 1, false, true},
+                {u"G20\r\nG1 X1\r\nG21\r\nG1 X9", 1, false, true},
+                {u"G20\r\nG1 X1\r\nG21\r\nG1 X9", 3, true, false},
+                {u"G1 X1\r\nG21\r\nG1 X9", 0, true, false}};
+  for (const auto& c : kCases) {
+    for (const bool metric : {false, true}) {
+      SCOPED_TRACE(metric);
+      SetUnits(metric);
+      platform::SetEditorText(kIdEditor, c.program);
+      const int caret = platform::EditorLineStart(kIdEditor, c.line);
+      platform::SetEditorSelection(kIdEditor, {caret, caret});
+      headless::TakeBoxes();
+      headless::Click(kIdToolInsert);
+      const auto boxes = headless::TakeBoxes();
+      const bool asks = metric ? c.asksInMillimeters : c.asksInInches;
+      ASSERT_EQ(boxes.size(), asks ? 1u : 0u) << c.line;
+      EXPECT_EQ(platform::EditorText(kIdEditor) == c.program, asks) << "No is the answer";
+      if (!asks) continue;
+      EXPECT_EQ(boxes[0].title, u"Tool Library");
+      EXPECT_NE(
+          boxes[0].text.find(metric ? u"switches it to millimeters" : u"switches it to inches"),
+          boxes[0].text.npos);
+      headless::QueueAnswer(platform::BoxAnswer::Yes);
+      headless::Click(kIdToolInsert);
+      EXPECT_NE(
+          platform::EditorText(kIdEditor).find(metric ? u"G21\r\nG00 G43" : u"G20\r\nG00 G43"),
+          std::u16string::npos);
+    }
+  }
+}
+
 TEST_F(ToolPanel, SelectsWhatWasStoredAndKeepsItInTheOtherUnit) {
   Add(u"1", u"ONE");
   Add(u"2", u"TWO");
@@ -197,6 +239,47 @@ TEST_F(ToolPanel, InsertsTheOffsetThatAnotherWindowStored) {
   WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nNumber=9\r\nName=NINE\r\n");
   headless::Click(kIdToolInsert);
   EXPECT_EQ(platform::EditorText(kIdEditor), before);
+}
+
+TEST_F(ToolPanel, KeepsTheListOnItsToolWhenTheLibraryIsReadAgain) {
+  Add(u"1", u"ONE");
+  Add(u"12", u"TWELVE");
+  Add(u"5", u"FIVE");
+  headless::SelectRows(kIdToolList, {1});
+  headless::Advance(100);
+  const std::string ini = ReadFile("bin/MORVA.ini");
+  const auto write = [this](const char* first, const char* second) {
+    WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=2\r\n[Tool0]\r\n" + std::string(first) +
+                                   "\r\n[Tool1]\r\n" + second + "\r\n");
+  };
+  write("Number=12\r\nName=TWELVE", "Number=5\r\nName=FIVE");
+  headless::Click(kIdToolInsert);
+  EXPECT_NE(std::u16string(platform::EditorText(kIdEditor)).find(u"T12 M06"), std::u16string::npos);
+  EXPECT_EQ(SelectedTool(), 0);
+  // Without the tool the list stands on none.
+  const std::u16string before(platform::EditorText(kIdEditor));
+  write("Number=5\r\nName=FIVE", "Number=7\r\nName=SEVEN");
+  headless::Click(kIdToolInsert);
+  EXPECT_EQ(SelectedTool(), -1);
+  headless::Click(kIdToolInsert);
+  EXPECT_EQ(platform::EditorText(kIdEditor), before);
+}
+
+TEST_F(ToolPanel, SaysThatATypedToolIsKeptAsAFurtherOneOnlyWhenItIs) {
+  Add(u"1", u"ONE");
+  headless::Advance(100);
+  WriteFile("bin/MORVA.ini", "[ToolLibrary]\r\nCount=1\r\n[Tool0]\r\nNumber=9\r\nName=NINE\r\n");
+  Type(ToolField::Diameter, u"-1");
+  headless::TakeBoxes();
+  headless::Click(kIdToolSave);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_FALSE(OutputHas(u"kept as a further one"));
+  headless::Click(kIdToolAdd);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolAdd);
+  Type(ToolField::Number, u"4");
+  headless::Click(kIdToolSave);
+  EXPECT_FALSE(OutputHas(u"kept as a further one"));
 }
 
 TEST_F(ToolPanel, KeepsBothWhereTheSameToolWasChangedTwice) {

@@ -523,6 +523,42 @@ TEST_F(WizardPanel, TakesTheRatesOfATypedNumber) {
   EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), u"33") << "typed by the user";
 }
 
+TEST_F(WizardPanel, TakesTheRatesOfANumberThatIsTypedKeyByKey) {
+  AddRated(1, 9000, 45);
+  AddRated(12, 600, 6);
+  Choose(kWizardDrill);
+  const auto type = [](const char16_t* keys) {
+    platform::SetFocusTo(Field(kWizardTool));
+    platform::SelectAllText(Field(kWizardTool));
+    headless::TypeText(keys);
+  };
+  const auto expect = [](const char16_t* rpm, const char16_t* feed) {
+    EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), rpm);
+    EXPECT_EQ(platform::TextOf(Field(kWizardFeed)), feed);
+  };
+  type(u"1");
+  expect(u"9000", u"45.00");
+  headless::TypeText(u"7");
+  ASSERT_EQ(platform::TextOf(Field(kWizardTool)), u"17");
+  expect(u"1500", u"12.0");
+  type(u"12");
+  expect(u"600", u"6.00");
+  SetUnits(true);
+  type(u"17");
+  expect(u"1500", u"304.80");
+  SetUnits(false);
+  // The current tool has no rates of the library either.
+  headless::SelectRows(kIdWizardTools, {2});
+  expect(u"600", u"6.00");
+  headless::SelectRows(kIdWizardTools, {0});
+  EXPECT_EQ(platform::TextOf(Field(kWizardRpm)), u"1500");
+  // What the user typed meanwhile stays.
+  type(u"1");
+  Type(kWizardFeed, u"33");
+  type(u"17");
+  expect(u"1500", u"33");
+}
+
 TEST_F(WizardPanel, TellsASpeedAboveTheTools) {
   AddRated(5, 9000, 90);
   Choose(kWizardSlot);

@@ -59,6 +59,7 @@ struct InsertText : BlocksStage {
 };
 
 struct InsertBlock : BlocksStage {
+  static std::u16string Output() { return platform::TextOf(kIdOutputLog); }
   InsertBlock() {
     support::TakeKind(kKindShape, WriteShape);
     support::TakeKind(kKindCircular, WriteCircular);
@@ -577,12 +578,53 @@ TEST_F(InsertBehindEnd, AsksNothingForAnUpdateOrInsideASubprogram) {
 }
 
 TEST_F(InsertBehindEnd, AsksForPlainTextBehindTheCaretsLineToo) {
-  EXPECT_TRUE(MayInsertBehindCaretLine());
+  EXPECT_TRUE(InsertTextAsBlock(u"G4"));
   CaretAt(u"M30");
-  EXPECT_FALSE(MayInsertBehindCaretLine());
+  EXPECT_FALSE(InsertTextAsBlock(u"G4"));
   EXPECT_EQ(Box().buttons, platform::BoxButtons::NoYes);
   headless::QueueAnswer(platform::BoxAnswer::Yes);
-  EXPECT_TRUE(MayInsertBehindCaretLine());
+  EXPECT_TRUE(InsertTextAsBlock(u"G4"));
+}
+
+// What a builder wrote is one cut: a tool change in the middle of it would leave half of it to
+// another tool.
+TEST_F(InsertBlock, PutsPlainTextBehindTheGeneratedBlockThatHoldsTheCaret) {
+  const std::u16string block = SketchBlock(6, u"G1 X1\r\nG1 X2");
+  const std::u16string before = UserBlock(1, u"G90\r\nG1 X7") + u"\r\n";
+  const std::u16string behind = u"\r\n" + UserBlock(2, u"M30");
+  for (const char16_t* line : {u"(MORVA BEGIN 6", u"(MORVA DATA ", u"G1 X1", u"G1 X2"}) {
+    const std::u16string text = before + block + behind;
+    ASSERT_NE(text.find(line), text.npos);
+    Load(text);
+    Caret(MapTextOffset(text, static_cast<std::int32_t>(text.find(line, before.size()) + 2)));
+    platform::SetText(kIdOutputLog, u"");
+    EXPECT_TRUE(InsertTextAsBlock(u"\r\nT5 M06\r\n"));
+    EXPECT_EQ(Text(), before + block + u"\r\nT5 M06" + behind);
+    EXPECT_NE(Output().find(u"The caret stood in #2 "), std::u16string::npos);
+    EXPECT_NE(Output().find(u": the code was inserted behind that block."), std::u16string::npos);
+    EXPECT_TRUE(headless::TakeBoxes().empty());
+  }
+  // On its last line, and in the user's own code, it stays behind the caret's line.
+  for (const char16_t* line : {u"(MORVA END 6", u"G1 X7"}) {
+    const std::u16string text = before + block + behind;
+    const std::size_t at = text.find(line);
+    Load(text);
+    Caret(MapTextOffset(text, static_cast<std::int32_t>(at + 2)));
+    platform::SetText(kIdOutputLog, u"");
+    EXPECT_TRUE(InsertTextAsBlock(u"T5 M06"));
+    std::u16string wanted = text;
+    wanted.insert(text.find(u"\r\n", at), u"\r\nT5 M06");
+    EXPECT_EQ(Text(), wanted);
+    EXPECT_EQ(Output(), u"");
+  }
+}
+
+TEST_F(InsertBlock, PutsPlainTextBehindAllGeneratedBlocksThatTouch) {
+  const std::u16string blocks = SketchBlock(6, u"G1 X1") + SketchBlock(7, u"G1 X2");
+  Load(blocks + u"\r\nM30");
+  CaretAt(u"G1 X1");
+  EXPECT_TRUE(InsertTextAsBlock(u"T5 M06"));
+  EXPECT_EQ(Text(), blocks + u"\r\nT5 M06\r\nM30");
 }
 
 TEST_F(InsertBlock, RefusesAHundredAndTwentyNinthBlock) {
