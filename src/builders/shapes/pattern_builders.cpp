@@ -17,6 +17,7 @@
 #include "library/units.h"
 #include "platform/message.h"
 #include "text/codetext.h"
+#include "text/length_units.h"
 
 namespace morva {
 
@@ -74,11 +75,17 @@ bool Passes(const BuilderFault& fault, std::span<const int> ids, Refusal& refusa
   return fault.field < 0;
 }
 
+// While the source is the selected geometry only CREATE SKETCH PATTERN makes something: the picture
+// shows that. False: what the code cuts is drawn.
+bool TakesSelection(int panelMode) {
+  const std::int32_t own = panelMode == kPanelRectangular ? kKindRectangular : kKindCircular;
+  return editLink.kind != own && PatternSourceIsSelection(panelMode);
+}
+
 // The code repeats what the list says; a selected object is laid out in the drawing alone. The form
 // of a block under edit is that of its record, which has an item.
 bool RepeatsItsList(int panelMode, Refusal& refusal) {
-  const std::int32_t own = panelMode == kPanelRectangular ? kKindRectangular : kKindCircular;
-  if (editLink.kind == own || !PatternSourceIsSelection(panelMode)) return true;
+  if (!TakesSelection(panelMode)) return true;
   refusal.words =
       u"The code repeats the item of the list. Set the source to the shape library first, or press "
       u"CREATE SKETCH PATTERN.";
@@ -108,11 +115,49 @@ void TellQuantity(const FormValues& form, bool) {
 
 // The fields of the sketch's directions stand beside those of the code.
 void TellDirections(const FormValues&, bool) {
-  if (tools.patternAlone ||
-      (FieldNumber(kIdCadDirection1, 0) == 0 && FieldNumber(kIdCadDirection2, 90) == 90)) {
+  const PatternDirections directions = SketchPatternDirections();
+  if (directions.x == 0 && directions.y == 90) return;
+  AppendOutput(u"The code's rows run along X and Y; the two directions count for the sketch only.");
+}
+
+// The selected object as an item, in inches as saved shapes are. False: the picture says why.
+bool TakeSelection(int panelMode, bool metric, PatternItem& item, Picture& picture) {
+  static SavedShape shape;
+  if (!SelectedPatternItem(panelMode, shape.objects[0])) {
+    AddLabel(picture, {}, u"No object is selected that this pattern repeats.");
+    return false;
+  }
+  ScaleLengths(shape.objects[0], metric ? 1 / kMmPerInch : 1);
+  shape.count = 1;
+  item = {ItemShape::Circle, &shape};
+  return true;
+}
+
+void DrawCircularForm(const FormValues& form, Picture& picture) {
+  CircularValues values = Circular(form);
+  if (TakesSelection(kPanelCircular) &&
+      !TakeSelection(kPanelCircular, form.metric, values.item, picture)) {
     return;
   }
-  AppendOutput(u"The code's rows run along X and Y; the two directions count for the sketch only.");
+  DrawCircular(values, picture);
+}
+
+// What the code cuts, and where the sketch's directions are others, dashed, what CREATE makes.
+void DrawGridForm(const FormValues& form, Picture& picture) {
+  GridValues code = Grid(form);
+  GridValues created = code;
+  const PatternDirections directions = SketchPatternDirections();
+  created.directionX = directions.x;
+  created.directionY = directions.y;
+  if (TakesSelection(kPanelRectangular)) {
+    if (!TakeSelection(kPanelRectangular, form.metric, created.item, picture)) return;
+    return DrawGrid(created, picture);
+  }
+  DrawGrid(code, picture);
+  const bool own = editLink.kind == kKindRectangular;
+  if (!own && (directions.x != code.directionX || directions.y != code.directionY)) {
+    DrawGridItems(created, Ink::Construction, picture);
+  }
 }
 
 constexpr Command kCircularCommands[] = {
@@ -146,7 +191,7 @@ constexpr Builder kCircularBuilder{
         u"spacing, cutter compensation, and clearances.",
     .check = CheckCircularForm,
     .write = [](const FormValues& form, CodeWriter& out) { WriteCircular(Circular(form), out); },
-    .draw = [](const FormValues& form, Picture& picture) { DrawCircular(Circular(form), picture); },
+    .draw = DrawCircularForm,
     .pictureView = kViewCircularPicture,
     .metric = UnitsMetric,
     .takeUnit = SetUnits,
@@ -169,7 +214,7 @@ constexpr Builder kGridBuilder{
         u"compensation, and clearances.",
     .check = CheckGridForm,
     .write = [](const FormValues& form, CodeWriter& out) { WriteGrid(Grid(form), out); },
-    .draw = [](const FormValues& form, Picture& picture) { DrawGrid(Grid(form), picture); },
+    .draw = DrawGridForm,
     .pictureView = kViewRectPicture,
     .metric = UnitsMetric,
     .takeUnit = SetUnits,

@@ -99,11 +99,12 @@ void EmitItem(CodeWriter& out, const ItemCut& item, const Place& place) {
   }
 }
 
-void AddItem(Picture& picture, const ItemCut& item, const Place& place, int part) {
+void AddItem(Picture& picture, const ItemCut& item, const Place& place, int part,
+             Ink ink = Ink::Feature) {
   if (item.item.saved) {
-    AddSavedShape(picture, *item.item.saved, SavedAt(item, place), Ink::Feature, part);
+    AddSavedShape(picture, *item.item.saved, SavedAt(item, place), ink, part);
   } else {
-    AddClosedShape(picture, BuiltInAt(item, place), Ink::Feature, part);
+    AddClosedShape(picture, BuiltInAt(item, place), ink, part);
   }
 }
 
@@ -139,6 +140,8 @@ GridPlaces PlacesOf(const GridValues& values) {
   grid.columns = AtLeastOne(n[kGridColumns]);
   grid.stepX = n[kGridStepX];
   grid.stepY = n[kGridStepY];
+  grid.directionX = values.directionX;
+  grid.directionY = values.directionY;
   return grid;
 }
 
@@ -254,6 +257,48 @@ void AddNumber(Picture& picture, const Place& place, int item, const Numbers& nu
     spec.clear = numbers.clear;
   }
   AddLabel(picture, {place.x, place.y}, IntegerText(item + 1), spec);
+}
+
+// The spacings of a grid along X and Y, below it and to its right.
+void AddUprightSteps(Picture& picture, const GridPlaces& grid, int columns, int rows) {
+  if (columns > 1) {
+    AddDimension(picture, {.way = DimensionWay::Across,
+                           .x0 = grid.x,
+                           .y0 = grid.y,
+                           .x1 = grid.x + grid.stepX,
+                           .y1 = grid.y,
+                           .row = -1,
+                           .outside = true,
+                           .times = columns - 1});
+  }
+  if (rows > 1) {
+    const double right = std::max(grid.x, grid.x + (columns - 1) * grid.stepX);
+    AddDimension(picture, {.way = DimensionWay::Upright,
+                           .x0 = right,
+                           .y0 = grid.y,
+                           .x1 = right,
+                           .y1 = grid.y + grid.stepY,
+                           .row = 1,
+                           .outside = true,
+                           .times = rows - 1});
+  }
+}
+
+// The spacings along other directions, from middle to middle of two items.
+void AddTurnedSteps(Picture& picture, const GridPlaces& grid, int columns, int rows) {
+  const auto add = [&](int from, int to, int times) {
+    const ItemPlace a = PlaceInGrid(grid, from);
+    const ItemPlace b = PlaceInGrid(grid, to);
+    AddDimension(picture, {.way = DimensionWay::Along,
+                           .x0 = a.x,
+                           .y0 = a.y,
+                           .x1 = b.x,
+                           .y1 = b.y,
+                           .row = -1,
+                           .times = times});
+  };
+  if (columns > 1) add(0, 1, columns - 1);
+  if (rows > 1) add(grid.columns - 1, 2 * grid.columns - 1, rows - 1);
 }
 
 }  // namespace
@@ -409,27 +454,17 @@ void DrawGrid(const GridValues& values, Picture& picture) {
     if (i == count - columns) AddItemWidth(picture, item, place);
     if (i == count - 1) AddItemLength(picture, item, place, true);
   }
-  if (columns > 1) {
-    AddDimension(picture, {.way = DimensionWay::Across,
-                           .x0 = grid.x,
-                           .y0 = grid.y,
-                           .x1 = grid.x + grid.stepX,
-                           .y1 = grid.y,
-                           .row = -1,
-                           .outside = true,
-                           .times = columns - 1});
+  if (values.directionX == 0 && values.directionY == 90) {
+    AddUprightSteps(picture, grid, columns, rows);
+  } else {
+    AddTurnedSteps(picture, grid, columns, rows);
   }
-  if (rows > 1) {
-    const double right = std::max(grid.x, grid.x + (columns - 1) * grid.stepX);
-    AddDimension(picture, {.way = DimensionWay::Upright,
-                           .x0 = right,
-                           .y0 = grid.y,
-                           .x1 = right,
-                           .y1 = grid.y + grid.stepY,
-                           .row = 1,
-                           .outside = true,
-                           .times = rows - 1});
-  }
+}
+
+void DrawGridItems(const GridValues& values, Ink ink, Picture& picture) {
+  const ItemCut item = ItemCutOf(values);
+  const int count = ShownItems(values);
+  for (int i = 0; i < count; ++i) AddItem(picture, item, GridPlace(values, i), i, ink);
 }
 
 }  // namespace morva

@@ -36,6 +36,9 @@ struct GridValues {
   PatternItem item;
   bool metric = false;
   double numbers[kGridNumbers] = {};
+  // Of rows and columns, degrees; those of code are these.
+  double directionX = 0;
+  double directionY = 90;
 };
 // What a form says: numbers in the order of the fields.
 CircularValues CircularOf(const PatternItem& item, Orientation orientation, const FormValues& form);
@@ -63,5 +66,7 @@ std::size_t GridRoom(const GridValues& values);
 
 void DrawCircular(const CircularValues& values, Picture& picture);
 void DrawGrid(const GridValues& values, Picture& picture);
+// The items alone, without numbers and sizes.
+void DrawGridItems(const GridValues& values, Ink ink, Picture& picture);
 
 }  // namespace morva

@@ -288,13 +288,13 @@ void OnForm(int id, int) {
   if (id == kIdCadCreatePattern) OnCreate();
 }
 
-void RepaintPictures() {
+}  // namespace
+
+void RepaintPatternPictures() {
   for (const int view : {kViewCircularPicture, kViewRectPicture}) {
     if (platform::IsVisible(view)) platform::Repaint(view);
   }
 }
-
-}  // namespace
 
 bool ApplySketchPattern(bool isRectangular) {
   const bool selection = fromSelection[isRectangular ? 1 : 0];
@@ -311,12 +311,11 @@ bool ApplySketchPattern(bool isRectangular) {
       (!isRectangular && !(values[kCircularDiameter] > 0))) {
     return Refuse(u"Use positive feed and pattern diameter; Safe Z must be above cut Z.");
   }
+  if (isRectangular && !tools.patternAlone && !ReadDirections(values)) return false;
   if (isRectangular && tools.patternAlone) {
-    // The form of the pattern builder has no directions: its grid runs along X and Y.
-    values.fields.numbers[kGridDirectionX] = 0;
-    values.fields.numbers[kGridDirectionY] = 90;
-  } else if (isRectangular && !ReadDirections(values)) {
-    return false;
+    const PatternDirections directions = SketchPatternDirections();
+    values.fields.numbers[kGridDirectionX] = directions.x;
+    values.fields.numbers[kGridDirectionY] = directions.y;
   }
   if (!LayOut(values, source, count)) return false;
   PutResults(count, selection);
@@ -337,6 +336,22 @@ void OpenPatternPanel(int panelMode, bool alone) {
     OpenToolPanel(panelMode, circular ? kIdCadQuantity : kIdCadColumns);
   }
   RefreshPatternForm();
+}
+
+bool SelectedPatternItem(int panelMode, SketchObject& item) {
+  Pattern values;
+  values.rectangular = panelMode == kPanelRectangular;
+  ReadFields(values, Reading::Lax);
+  Source source;
+  if (!HasSketchSelection() || !SelectionSource(values, source)) return false;
+  item = source.objects[0];
+  return true;
+}
+
+PatternDirections SketchPatternDirections() {
+  // The form of the pattern builder has no directions: its grid runs along X and Y.
+  if (tools.patternAlone) return {};
+  return {FieldNumber(kIdCadDirection1, 0), FieldNumber(kIdCadDirection2, 90)};
 }
 
 bool PatternSourceIsSelection(int panelMode) {
@@ -361,13 +376,14 @@ void RefreshPatternForm() {
   ShowWords(kIdCadPatternSource, !block && PatternSourceIsSelection(tools.panelMode));
   platform::SetEnabled(kIdCadPatternSource, !block);
   ShowWords(kIdCadCreatePattern, PatternBlockIsOpen());
+  RepaintPatternPictures();
 }
 
 void FillPatternLists() {
   for (const int list : kShapeLists) {
     if (platform::Exists(list)) FillShapeList(list, kShapeRows, std::size(kShapeRows));
   }
-  RepaintPictures();
+  RepaintPatternPictures();
 }
 
 void RegisterPatternForm() {

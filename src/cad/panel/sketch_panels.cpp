@@ -11,6 +11,7 @@
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
 #include "cad/panel/operations_list.h"
+#include "cad/panel/pattern_form.h"
 #include "cad/tools/dimensions.h"
 #include "cad/tools/edits.h"
 #include "cad/tools/save_shape.h"
@@ -100,6 +101,7 @@ void RefreshPanels() {
   RefreshKeyStates();
   // A value left from another object would be applied to this one.
   if (tools.dimensionMode) ShowDimensionValue();
+  RepaintPatternPictures();  // they show the selected object
   platform::Repaint(kViewCadCanvas);
 }
 

@@ -58,6 +58,7 @@ bool PatternDirectionClick(double x, double y) {
   if (hit < 0 || !DirectionOf(sketch.objects[hit], x, y, angle)) return false;
   const int field = first ? kIdCadDirection1 : kIdCadDirection2;
   platform::SetText(field, NumberText(field, angle));
+  platform::Repaint(kViewRectPicture);
   SetGeometryTool(kGeometryNone);
   RefreshCadTools();
   platform::Repaint(kViewCadCanvas);
@@ -67,7 +68,9 @@ bool PatternDirectionClick(double x, double y) {
 void ReversePatternDirection(int command) {
   const int field = command == kIdReverseDirection1 ? kIdCadDirection1 : kIdCadDirection2;
   double degrees = FieldFallback(field);
-  if (TakeFieldNumber(field, degrees)) platform::SetText(field, NumberText(field, degrees + 180));
+  if (!TakeFieldNumber(field, degrees)) return;
+  platform::SetText(field, NumberText(field, degrees + 180));
+  platform::Repaint(kViewRectPicture);
 }
 
 }  // namespace morva

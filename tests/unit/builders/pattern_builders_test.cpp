@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,7 @@
 #include "documents/builder.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
+#include "library/placed_shape.h"
 #include "library/shapes.h"
 #include "library/units.h"
 #include "platform/listing.h"
@@ -549,6 +552,142 @@ TEST_F(PatternBuilders, FollowTheApplicationsUnitInAFreshDrawing) {
   Insert(kIdCircularInsert);
   EXPECT_TRUE(
       Holds(u"G21 (MM)\r\nG90 G17 G94\r\n(PATTERN 1  ANGLE 0.0)\r\nG00 X57.150 Y0.000\r\n"));
+}
+
+// The outlines of a picture in one ink, without the numbers of their parts.
+std::vector<std::u16string> OutlinesOf(const Picture& picture, std::u16string_view ink) {
+  std::vector<std::u16string> outlines;
+  const std::u16string text = PictureText(picture);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = text.find(u'\n', at);
+    std::u16string line = text.substr(at, end - at);
+    at = end + 1;
+    const std::size_t part = line.find(u" part ");
+    if (line.find(ink) == line.npos || line.starts_with(u"dimension")) continue;
+    if (part != line.npos) line.erase(part, line.find(u' ', part + 6) - part);
+    outlines.push_back(line);
+  }
+  std::sort(outlines.begin(), outlines.end());
+  return outlines;
+}
+
+// Rounding may take the last of the four decimals another way.
+void ExpectSame(const std::vector<std::u16string>& shown, const std::vector<std::u16string>& made) {
+  ASSERT_EQ(shown.size(), made.size());
+  for (std::size_t i = 0; i < shown.size(); ++i) {
+    std::istringstream one(platform::ToUtf8(shown[i]));
+    std::istringstream other(platform::ToUtf8(made[i]));
+    std::string a;
+    std::string b;
+    while (std::getline(one, a, ' ') && std::getline(other, b, ' ')) {
+      double x[2] = {};
+      double y[2] = {};
+      const int numbers = std::sscanf(a.c_str(), "%lf,%lf", &x[0], &x[1]);
+      ASSERT_EQ(std::sscanf(b.c_str(), "%lf,%lf", &y[0], &y[1]), numbers);
+      ASSERT_TRUE(numbers > 0 || a == b) << a << " " << b;
+      ASSERT_NEAR(x[0], y[0], 0.00011) << platform::ToUtf8(shown[i]);
+      ASSERT_NEAR(x[1], y[1], 0.00011) << platform::ToUtf8(shown[i]);
+    }
+    EXPECT_EQ(one.eof(), true);
+  }
+}
+
+struct PatternPictures : PatternBuilders {
+  static constexpr std::u16string_view kCut = u" feature ";
+  static constexpr std::u16string_view kDashed = u" construction ";
+  // What the view above the fields shows.
+  static const Picture& Shown(bool circular) {
+    static Picture picture;
+    FormValues values;
+    ReadForm(kCadForm, circular ? kReadCircle : kReadGrid, Reading::Lax, values);
+    ClearPicture(picture, values.metric);
+    (circular ? kCircularBuilder : kGridBuilder).draw(values, picture);
+    return picture;
+  }
+  // The sketch's own objects from this one on, drawn in this ink.
+  static const Picture& Sketched(int first, Ink ink) {
+    static Picture picture;
+    ClearPicture(picture, sketch.metric);
+    for (int i = first; i < sketch.objectCount; ++i) {
+      SavedShape one;
+      one.count = 1;
+      one.objects[0] = sketch.objects[i];
+      AddSavedShape(picture, one, {}, ink);
+    }
+    return picture;
+  }
+  static void Open(bool circular) {
+    ASSERT_TRUE(headless::Click(kIdSurfaceCad));
+    OpenPatternPanel(circular ? kPanelCircular : kPanelRectangular, false);
+  }
+};
+
+TEST_F(PatternPictures, ShowTheDirectionsAsCreateTakesThem) {
+  for (const int item : {0, 1, 2, 5}) {
+    SCOPED_TRACE(item);
+    Open(false);
+    ASSERT_TRUE(headless::SelectRows(kIdRectItem, {item}));
+    Type(kIdCadRectX, u"1.5");
+    Type(kIdCadRectRotation, u"20");
+    Type(kIdCadDirection1, u"0");
+    Type(kIdCadDirection2, u"90");
+    EXPECT_TRUE(OutlinesOf(Shown(false), kDashed).empty()) << "the code's own directions";
+    const auto code = OutlinesOf(Shown(false), kCut);
+    Type(kIdCadDirection1, u"30");
+    Type(kIdCadDirection2, u"135");
+    EXPECT_EQ(OutlinesOf(Shown(false), kCut), code) << "what the code cuts stays";
+    const auto shown = OutlinesOf(Shown(false), kDashed);
+    const int before = sketch.objectCount;
+    ASSERT_TRUE(headless::Click(kIdCadCreatePattern));
+    ASSERT_EQ(sketch.objectCount, before + 6);
+    ExpectSame(shown, OutlinesOf(Sketched(before, Ink::Construction), kDashed));
+  }
+}
+
+TEST_F(PatternPictures, ShowTheSelectedObjectAsCreateRepeatsIt) {
+  const SketchObject kObjects[] = {{kTypeCircle, 0, 1, 2, 0.5, 0, 0},
+                                   {kTypeRectangle, 0, 1, 2, 1.5, 0.5, 15},
+                                   {kTypeSlot, 0, 1, 2, 1.5, 0.5, -40},
+                                   {kTypeLine, 0, 1, 2, 1.25, 0, 70}};
+  for (const bool metric : {false, true}) {
+    for (const bool circular : {true, false}) {
+      for (const SketchObject& object : kObjects) {
+        SCOPED_TRACE(object.type);
+        Open(circular);
+        ASSERT_TRUE(headless::Click(metric ? kIdCadMm : kIdCadInch));
+        SketchObject first = object;
+        if (metric) ScaleLengths(first, 25.4);
+        const int before = sketch.objectCount;
+        AppendSketchObject(first);
+        SetSelected(before);
+        if (PatternSourceIsSelection(circular ? kPanelCircular : kPanelRectangular)) {
+          ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+        }
+        ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+        if (circular) {
+          ASSERT_TRUE(headless::SelectRows(kIdCircularOrientation, {2}));
+          Type(kIdCadCircRotation, u"10");
+          Type(kIdCadCircQuantity, u"5");
+        } else {
+          Type(kIdCadRectRotation, u"10");
+          Type(kIdCadDirection1, u"30");
+        }
+        const auto shown = OutlinesOf(Shown(circular), kCut);
+        ASSERT_TRUE(headless::Click(kIdCadCreatePattern));
+        ASSERT_EQ(sketch.objectCount, before + (circular ? 5 : 6));
+        ExpectSame(shown, OutlinesOf(Sketched(before, Ink::Feature), kCut));
+        while (sketch.objectCount > 0) RemoveSketchObject(sketch.objectCount - 1);
+      }
+    }
+  }
+}
+
+TEST_F(PatternPictures, SayThatNothingIsSelected) {
+  Open(false);
+  ASSERT_TRUE(headless::Click(kIdCadPatternSource));
+  const std::u16string text = PictureText(Shown(false));
+  EXPECT_NE(text.find(u"No object is selected"), text.npos);
+  EXPECT_TRUE(OutlinesOf(Shown(false), kCut).empty());
 }
 
 TEST_F(PatternBuilders, ShowWhatTheyCutAboveTheirFields) {
