@@ -180,7 +180,7 @@ std::u16string HelpForToken(std::u16string_view token) {
 void ShowHoverHelp(std::u16string_view token) {
   if (token.empty()) return;
   // That nothing is saved stays told as long as it is so.
-  if (const std::u16string_view held = HeldWords(); !held.empty()) return ShowStatus(held);
+  if (TellHoldOfShown()) return;
   const std::u16string help = HelpForToken(token);
   ShowStatus(help.empty() ? kReadyWords : help);
 }

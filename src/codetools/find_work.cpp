@@ -197,6 +197,14 @@ bool PromptAt(std::u16string_view text, std::size_t& at, const std::u16string& f
     at += find.size();
     return true;
   }
+  if (replaceWith.size() > find.size() && !HasRoomFor(replaceWith.size() - find.size())) {
+    if (prompted.accepted == 0) {
+      TellOverLimit();
+    } else {
+      PaneStatus(u"The next replacement exceeds the size limit. Those before it stay.");
+    }
+    return false;
+  }
   ReplaceQuietly(replaceWith);
   ++prompted.accepted;
   at += replaceWith.size();

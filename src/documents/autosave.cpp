@@ -55,7 +55,7 @@ std::u16string PathOf(ProgramTab& tab) {
   if (tab.path[0]) return tab.path;
   if (tab.save.home.empty()) KeepHome(tab, MakeProgramHome(tab));
   if (!tab.save.home.empty()) return tab.save.home;
-  if (NoteHeld(tab, AutosaveHold::Failed)) TellAutosave(tab, kFolderFailed);
+  TellHeld(tab, AutosaveHold::Failed, kFolderFailed);
   TryAgainLater();
   return {};
 }

@@ -30,6 +30,7 @@ void OnHideKey(int, int) { ToggleFeatureHide(); }
 void OnRename(int, int) {
   switch (RenameFeature(platform::TextOf(kIdFeatureName))) {
     case RenameAnswer::Done:
+    case RenameAnswer::NoRoom:
       return;
     case RenameAnswer::OneLine:
       return ShowFeatureHint(kOneLineWords);

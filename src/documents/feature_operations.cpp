@@ -386,9 +386,14 @@ RenameAnswer RenameFeature(std::u16string_view name) {
     return FindNameLine(s.text, features.rows[row], s.from, s.to);
   };
   if (!FindStretch(nameLine, find)) return refused;
-  const WordsAnew anew;
   std::u16string line(kNameMark);
   line.append(name).append(u")\r\n");
+  const auto before = static_cast<std::size_t>(nameLine.to - nameLine.from);
+  if (line.size() > before && !HasRoomFor(line.size() - before)) {
+    TellNoRoom(u"Rename");
+    return RenameAnswer::NoRoom;
+  }
+  const WordsAnew anew;
   ReplaceSpan(nameLine.text, nameLine.from, nameLine.to, line);
   DropEditLink();
   RefreshFeatureList();

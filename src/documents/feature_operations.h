@@ -22,8 +22,9 @@ void SelectFeature();
 // Reopens the block in its builder; the FeatureHint or a box says why where that cannot be.
 void EditFeature();
 // 1 to 80 characters from blank to tilde without parentheses, for an unlocked block of more than
-// one line. Anything but Done: refused, nothing changed.
-enum class RenameAnswer { Done, Refused, OneLine };
+// one line. Anything but Done: refused, nothing changed. NoRoom: the program would grow too large,
+// which a box has said.
+enum class RenameAnswer { Done, Refused, OneLine, NoRoom };
 RenameAnswer RenameFeature(std::u16string_view name);
 // What the user is told where the block stands on one line.
 inline constexpr char16_t kOneLineWords[] =

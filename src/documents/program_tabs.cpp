@@ -19,6 +19,7 @@
 #include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/saver.h"
+#include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
@@ -93,6 +94,7 @@ void SwitchTab(int index) {
   WriteProgramInformation();
   Call(hooks.rebuildToolpath);
   Call(hooks.layout);
+  TellHoldOfShown();
   WatchDisk();
 }
 

@@ -80,8 +80,11 @@ bool SettleChangedFile() {
   std::u16string text(BareFileName(app.activePath));
   text +=
       u" was changed on disk by another program since it was opened or last saved.\r\n\r\n"
-      u"Write over that file, load it again in place of yours (one Undo brings your text back; a "
-      u"copy of all goes into \"Recovery\"), or save yours under another name?";
+      u"Write over that file, load it again in place of yours";
+  if (const ProgramTab* const tab = ActiveTab(); tab && IsTouched(*tab)) {
+    text += u" (one Undo brings your text back; a copy of all goes into \"Recovery\")";
+  }
+  text += u", or save yours under another name?";
   const platform::BoxAnswer answer = platform::ShowBox(
       u"Changed on Disk", text, platform::BoxButtons::YesNoOtherCancel, platform::BoxIcon::Warning,
       {u"Write over it", u"Load again", u"Save as...", u"Cancel"});

@@ -34,6 +34,14 @@ constexpr const char16_t* kHoldWords[] = {
     u"Autosave failed. Changes remain unsaved; use Save As.",
 };
 
+// What the status line said last of a program that the autosave leaves alone.
+struct ToldHold {
+  std::u16string words;      // as the line got them
+  std::uint64_t serial = 0;  // of the program
+  bool named = false;        // another program was shown
+};
+
+ToldHold toldHold;
 std::uint64_t lastFailed = 0;  // ticket
 bool alone = false;            // nobody is there to answer a box
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
@@ -101,14 +109,15 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
   return lastFailed != ticket;
 }
 
+void TellHold(const ProgramTab& tab, std::u16string_view words) {
+  TellAutosave(tab, words);
+  toldHold = {app.statusText, tab.serial, &tab != ActiveTab()};
+}
+
 // Whether the status line says that the program is held, whatever holds it now: typing gives a save
-// that failed another try.
+// that failed another try, and a Save As gives it another name.
 bool StatusTellsHold(const ProgramTab& tab) {
-  const std::u16string_view told = app.statusText;
-  const std::u16string named = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
-  return std::ranges::any_of(kHoldWords, [&](std::u16string_view words) {
-    return !words.empty() && (told == words || told == named + std::u16string(words));
-  });
+  return toldHold.serial == tab.serial && toldHold.words == app.statusText;
 }
 
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
@@ -233,19 +242,38 @@ void TryAgainLater() {
   platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
 }
 
+void TellHeld(ProgramTab& tab, AutosaveHold reason) { TellHeld(tab, reason, HoldWords(reason)); }
+
+void TellHeld(ProgramTab& tab, AutosaveHold reason, std::u16string_view words) {
+  if (NoteHeld(tab, reason)) TellHold(tab, words);
+}
+
 std::u16string_view HeldWords() {
   const ProgramTab* const tab = ActiveTab();
   return tab ? HoldWords(tab->save.held) : u"";
 }
 
-void TellHeld(ProgramTab& tab, AutosaveHold reason) {
-  if (NoteHeld(tab, reason)) TellAutosave(tab, HoldWords(reason));
+bool TellHoldOfShown() {
+  const ProgramTab* const tab = ActiveTab();
+  if (const std::u16string_view held = HeldWords(); !held.empty()) {
+    TellHold(*tab, held);
+    return true;
+  }
+  const bool stands = toldHold.serial != 0 && toldHold.words == app.statusText;
+  if (!stands || toldHold.named || (tab && toldHold.serial == tab->serial)) return false;
+  if (const ProgramTab* const told = TabOfSerial(toldHold.serial)) {
+    TellHold(*told, std::u16string(toldHold.words));
+  } else {
+    ShowStatus(kReadyWords);
+  }
+  return false;
 }
 
 void SaveWithoutBoxes() { alone = true; }
 
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial)) {
   askAboutChangedFile = askAboutChanged;
+  toldHold = {};
   alone = false;
   RegisterSaver();
   SetSaveListener(OnSaved);

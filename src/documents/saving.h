@@ -32,11 +32,17 @@ void TellAutosave(const ProgramTab& tab, std::u16string_view words);
 // A stick or a share may be back in a moment, and the program's tab may have been left meanwhile:
 // the autosave runs again some seconds later.
 void TryAgainLater();
+// Says once why the autosave leaves the program alone.
+void TellHeld(ProgramTab& tab, AutosaveHold reason);
+// The same in words of the caller's.
+void TellHeld(ProgramTab& tab, AutosaveHold reason, std::u16string_view words);
 // Why the autosave leaves the active program alone, for as long as it does; empty where it does
 // not.
 std::u16string_view HeldWords();
-// Says once why the autosave leaves the program alone.
-void TellHeld(ProgramTab& tab, AutosaveHold reason);
+// Says on the status line why the autosave leaves the active program alone. False: it does not
+// leave it alone; then what the line said without a name of a program that was shown before gets
+// its name, or goes where that one is closed.
+bool TellHoldOfShown();
 
 // From here on no save brings up a box: nobody is there to answer it.
 void SaveWithoutBoxes();

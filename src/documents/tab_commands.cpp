@@ -223,9 +223,13 @@ void SaveAll() {
   for (int i = 0; complete && i < app.tabCount; ++i) {
     if (!tabs[i].dirty) continue;
     SwitchTab(i);
+    const std::uint64_t serial = ActiveSerial();
     complete = SaveAndWait();
-    if (complete) SyncActiveTab();
-    leftOut = leftOut || tabs[i].save.plateLeftOut;
+    SyncActiveTab();
+    // "Load again" settles it as well: nothing is left to be saved.
+    const ProgramTab* const tab = TabOfSerial(serial);
+    complete = complete || (tab && !tab->dirty);
+    leftOut = leftOut || (tab && tab->save.plateLeftOut);
   }
   const int index = IndexOfSerial(before);
   if (index >= 0) SwitchTab(index);

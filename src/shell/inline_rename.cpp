@@ -90,6 +90,7 @@ void FinishRename(bool commit, bool focusBack) {
   if (!commit || name == done.before || ActiveSerial() != done.serial) return;
   switch (RenameBegun(done.id, name)) {
     case RenameAnswer::Done:
+    case RenameAnswer::NoRoom:
       return;
     case RenameAnswer::OneLine:
       return ShowStatus(kOneLineWords);

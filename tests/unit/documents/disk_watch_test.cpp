@@ -114,6 +114,75 @@ TEST_F(Disk, SaveAsksBeforeItWritesOverAFileThatChanged) {
   EXPECT_EQ(BoxTitles(), Titles());
 }
 
+// Words without a name are of the program that is shown.
+TEST_F(Disk, TellsAHoldOfAProgramThatIsNotShownWithItsName) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  ASSERT_EQ(Status(), kNotSaved);
+  morva::SwitchTab(0);
+  EXPECT_EQ(Status(), u"a.NC: " + std::u16string(kNotSaved));
+  morva::SwitchTab(1);
+  EXPECT_EQ(Status(), kNotSaved);
+  morva::NewProgram();
+  EXPECT_EQ(Status(), u"a.NC: " + std::u16string(kNotSaved));
+  morva::SwitchTab(1);
+  EXPECT_EQ(Status(), kNotSaved);
+  headless::QueueAnswer(BoxAnswer::No);
+  morva::CloseProgram();
+  ASSERT_EQ(app.tabCount, 2);
+  EXPECT_EQ(Status(), morva::kReadyWords);
+}
+
+// "State: Modified" in the panel must not stand beside "Project autosaved." of another program.
+TEST_F(Disk, TellsTheHoldAgainWhereTheProgramComesBack) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  morva::SwitchTab(0);
+  TypeProgram(u"G0 X5");
+  headless::Advance(2000);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  morva::SwitchTab(1);
+  EXPECT_EQ(Status(), kNotSaved);
+  EXPECT_NE(TextOf(3208).find(u"State: Modified"), std::u16string::npos);
+}
+
+TEST_F(Disk, SaveAllCountsAProgramThatWasLoadedAgainAsSettled) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  Put("b.NC", "G0 X1\r\n");
+  OpenFile("b.NC");
+  TypeProgram(u"G0 X3");
+  morva::SetDirtyMark(&tabs[2], true);
+  headless::QueueAnswer(BoxAnswer::No);  // "Load again"
+  morva::SaveAll();
+  EXPECT_NE(Output().find(u"Save All complete."), std::u16string::npos);
+  EXPECT_EQ(Output().find(u"some programs remain unsaved"), std::u16string::npos);
+  for (int i = 0; i < app.tabCount; ++i) EXPECT_FALSE(tabs[i].dirty) << i;
+  EXPECT_NE(Raw("b.NC").find("G0 X3"), std::string::npos);
+}
+
+// Nothing of the user's is replaced where he has typed nothing.
+TEST_F(Disk, SaveOfAnUntouchedProgramPromisesNoCopy) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"Recovery"), std::u16string::npos);
+  TypeProgram(u"G0 X2");
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"Recovery"), std::u16string::npos);
+}
+
 // The status line names it as the way out.
 TEST_F(Disk, OpenOfAHeldFileAsksWhatToDoWithIt) {
   OpenProgram();

@@ -120,7 +120,7 @@ TEST_F(SavesUnderWay, TellsOnceAndWithItsNameThatAProgramLeftBehindHasNoFolder) 
   support::fs::remove_all(data / "Projects");
   Put("Documents/MORVA/Projects", "");
   morva::SwitchTab(1);
-  EXPECT_EQ(Status(), u"Autosave failed: project directory unavailable.");
+  EXPECT_EQ(Status(), u"Untitled-1.NC: Autosave failed: project directory unavailable.");
   for (int i = 0; i < 4; ++i) {
     platform::SetText(morva::kIdStatusLine, u"");
     headless::Advance(6000);
@@ -360,6 +360,33 @@ TEST_F(SavesUnderWay, SaysNoMoreThatTheAutosaveFailedOnceASaveHasWorked) {
   failing = false;
   morva::SaveAndWait();
   EXPECT_EQ(std::u16string(app.statusText), u"Saved program.");
+}
+
+bool NoFolder(std::string_view kind) { return failing && kind == "folder"; }
+
+// The words of a home that cannot be made are words of a hold like the others.
+TEST_F(SavesUnderWay, SaysNoMoreThatThereIsNoFolderOnceASaveAsHasWorked) {
+  platform::fileFault = NoFolder;
+  failing = true;
+  TypeProgram(u"G0 X2");
+  headless::Advance(3000);
+  ASSERT_EQ(Status(), u"Autosave failed: project directory unavailable.");
+  SaveAs("new.NC");
+  EXPECT_EQ(Status(), u"Saved program.");
+  EXPECT_FALSE(app.editorDirty);
+}
+
+// It was told with the title that the program had.
+TEST_F(SavesUnderWay, SaysNoMoreThatAProgramFailedWhichHasAnotherNameNow) {
+  platform::fileFault = NoFolder;
+  failing = true;
+  TypeProgram(u"G0 X2");
+  morva::SwitchTab(morva::OpenTab(u"", u"", u"B.NC"));
+  headless::Advance(3000);
+  ASSERT_EQ(Status(), u"Untitled-1.NC: Autosave failed: project directory unavailable.");
+  morva::SwitchTab(0);
+  SaveAs("new.NC");
+  EXPECT_EQ(Status(), u"Saved program.");
 }
 
 TEST_F(SavesUnderWay, KeepsNoCopyOfAProgramWithoutChanges) {

@@ -297,6 +297,18 @@ TEST_F(FeatureOps, ReservesNoBlockThatTheProgramHasNoRoomFor) {
   EXPECT_EQ(platform::RowCount(kIdFeatureList), 1);
 }
 
+TEST_F(FeatureOps, GivesNoNameThatTheProgramHasNoRoomFor) {
+  // Two bytes of it are the end of the last line, and each character is counted as two.
+  const std::u16string full = ProgramWithRoomFor(5);
+  Load(full);
+  Select(0);
+  headless::TakeBoxes();
+  EXPECT_EQ(RenameFeature(u"First12"), RenameAnswer::NoRoom);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  EXPECT_TRUE(Text() == full);
+  EXPECT_EQ(RenameFeature(u"First1"), RenameAnswer::Done);
+}
+
 std::u16string ProgramOfBlocks(int count) {
   std::u16string text;
   for (int id = 1; id <= count; ++id) {

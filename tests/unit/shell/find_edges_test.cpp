@@ -427,6 +427,46 @@ TEST_F(FindEdges, DoAllWritesNoProgramThatCouldNotBeOpenedAgain) {
   EXPECT_FALSE(OutputHas(u"DO ALL complete"));
 }
 
+// One block that leaves the file so many bytes to its limit.
+void FillProgram(std::size_t room, std::u16string_view tail) {
+  const std::u16string head = u"(MORVA TEXT 1)\r\n";
+  const std::u16string line = u"(" + std::u16string(96, u'-') + u")\r\n";
+  const std::u16string end = std::u16string(tail) + u"(MORVA END 1)";
+  std::u16string text = head;
+  while (text.size() + end.size() + line.size() + room <= kMaxReadBytes) text += line;
+  text.insert(head.size(), kMaxReadBytes - room - text.size() - end.size(), u' ');
+  headless::EditorSetAll(kIdEditor, text + end);
+  headless::Advance(2000);
+}
+
+TEST_F(FindEdges, PromptEachWritesNoProgramThatCouldNotBeOpenedAgain) {
+  FillProgram(90, u"Q\r\nQ\r\n");
+  const std::u16string before = Text();
+  Fields(u"Q", std::u16string(47, u'Y'));
+  Answer(platform::BoxAnswer::Yes, 1);
+  headless::Click(kIdPromptEach);
+  EXPECT_EQ(Status(), u"Replacement exceeds the size limit. No code changed.");
+  EXPECT_TRUE(Text() == before);
+  // The first finds room, the second none.
+  Fields(u"Q", std::u16string(42, u'Y'));
+  Answer(platform::BoxAnswer::Yes, 2);
+  headless::Click(kIdPromptEach);
+  EXPECT_EQ(Status(), u"The next replacement exceeds the size limit. Those before it stay.");
+  EXPECT_TRUE(OutputHas(u"Change All: 1 replacement(s) accepted from 2 occurrence(s) reviewed."));
+  EXPECT_EQ(Text().size(), before.size() + 41);
+}
+
+TEST_F(FindEdges, RenumberWritesNoProgramThatCouldNotBeOpenedAgain) {
+  FillProgram(3, u"G0 X1\r\n");
+  const std::u16string before = Text();
+  headless::TakeBoxes();
+  headless::Click(kIdRenumber);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_FALSE(boxes.empty());
+  EXPECT_NE(boxes.back().text.find(u"larger than 33554432 bytes"), std::u16string::npos);
+  EXPECT_TRUE(Text() == before);
+}
+
 TEST_F(FindEdges, FortyThousandLinesTakeABatch) {
   Program(Repeated(u"G01 X1.5\r\n", 40000));
   Fields(u"G01", u"G1");
