@@ -52,13 +52,13 @@ void ReadDrawing(const unsigned char* slot, Drawing& drawing) {
     drawing.name[i] = static_cast<char16_t>(unit[0] | unit[1] << 8);
   }
   drawing.name[kDrawingNameUnits - 1] = 0;
-  drawing.blockHash = drawing.settings.codeHash;
+  drawing.block.codeHash = drawing.settings.codeHash;
   drawing.settings.codeHash = 0;
 }
 
 void WriteDrawing(const Drawing& drawing, unsigned char* slot) {
   WriteSettings(drawing.settings, slot);
-  StoreUnsigned(slot + kCodeHashAt, drawing.blockHash);
+  StoreUnsigned(slot + kCodeHashAt, drawing.block.codeHash);
   for (int i = 0; i < kMaxItems; ++i) {
     slot[kHiddenAt + static_cast<std::size_t>(i)] = drawing.hidden[i];
     slot[kLockedAt + static_cast<std::size_t>(i)] = drawing.locked[i];

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "documents/feature_settings.h"
+#include "documents/known_block.h"
 
 namespace morva {
 
@@ -24,10 +25,8 @@ struct Drawing {
   unsigned char hidden[kMaxItems] = {};
   unsigned char locked[kMaxItems] = {};
   char16_t name[kDrawingNameUnits] = {};
-  // The block that it was opened from or sent as, 0 for none, and the hash of that block's code, by
-  // which it is known again. The file keeps the hash alone, as that of the record.
-  std::int32_t block = 0;
-  std::uint32_t blockHash = 0;
+  // The file keeps the hash of its code alone, as that of the record.
+  KnownBlock block;
   // GeometryHash of what the file held, until the drawing is begun anew, opened or sent. 0: it came
   // from no file.
   std::uint32_t readGeometry = 0;

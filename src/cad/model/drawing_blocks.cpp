@@ -16,6 +16,7 @@
 #include "cad/model/sketch_words.h"
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
+#include "documents/known_block.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "platform/editor.h"
@@ -94,14 +95,8 @@ int RowByLooks(const Drawing& drawing) {
 // The block that the drawing was opened from or sent as, if it is still the one, whatever its
 // geometry is now; else -1.
 int RowRemembered(const Drawing& drawing) {
-  const int row = drawing.block != 0 ? FindFeature(drawing.block) : -1;
-  const auto isIt = [&](const FeatureRecord& record) {
-    return record.settings.codeHash == drawing.blockHash;
-  };
-  if (row >= 0 && IsSketchRow(row) && isIt(features.rows[row])) return row;
-  const int moved = drawing.blockHash != 0 ? FirstSketchRow(isIt) : -1;
-  if (moved >= 0 || drawing.readGeometry == 0) return moved;
-  return RowByLooks(drawing);
+  const int row = RowOfBlock(drawing.block, kKindSketch);
+  return row >= 0 || drawing.readGeometry == 0 ? row : RowByLooks(drawing);
 }
 
 std::u16string NameOf(int row) {
@@ -187,7 +182,6 @@ Room MakeRoom(const FeatureSettings& record, std::int32_t id) {
   const Drawing& active = store.drawings[store.active];
   CopyBounded(live.name, kDrawingNameUnits, active.name);
   live.block = active.block;
-  live.blockHash = active.blockHash;
   live.readGeometry = active.readGeometry;
   const std::u16string name = NameOf(FindFeature(id));
   const bool unnamed = IsUnnamed(store, store.active);
@@ -212,7 +206,6 @@ FormerDrawing LiveFormer() {
   if (!drawing) return former;
   CopyBounded(former.name, kDrawingNameUnits, drawing->name);
   former.block = drawing->block;
-  former.blockHash = drawing->blockHash;
   return former;
 }
 
@@ -237,7 +230,9 @@ void RememberBlock(std::int32_t id) {
   ScanProgram();
   const int row = id != 0 ? FindFeature(id) : -1;
   if (row < 0 || !SameItems(live, features.rows[row].settings)) return;
-  SetDrawingBlock(*tab, id, features.rows[row].settings.codeHash);
+  KnownBlock block = ActiveDrawing()->block;
+  NoteBlock(block, id, features.rows[row].settings.codeHash);
+  SetDrawingBlock(*tab, block);
 }
 
 bool OpenSketchBlock(const FeatureSettings& record) {

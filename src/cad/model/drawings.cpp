@@ -125,7 +125,7 @@ void BringFormerBack(const FormerDrawing& former) {
   ProgramTab* tab = ActiveTab();
   if (!tab || !tab->cadStore) return;
   NameActiveDrawing(*tab, former.name);
-  SetDrawingBlock(*tab, former.block, former.blockHash);
+  SetDrawingBlock(*tab, former.block);
   RefreshDrawingTabs();
 }
 
@@ -160,10 +160,9 @@ void NameActiveDrawing(ProgramTab& tab, std::u16string_view name) {
   CopyBounded(tab.cadStore->drawings[tab.cadStore->active].name, kDrawingNameUnits, name);
 }
 
-void SetDrawingBlock(ProgramTab& tab, std::int32_t id, std::uint32_t hash) {
+void SetDrawingBlock(ProgramTab& tab, const KnownBlock& block) {
   Drawing& drawing = tab.cadStore->drawings[tab.cadStore->active];
-  drawing.block = id;
-  drawing.blockHash = hash;
+  drawing.block = block;
   drawing.readGeometry = 0;
 }
 
@@ -231,7 +230,7 @@ void TakeSketchItems(const FeatureSettings& record) {
 void RegisterDrawings() {
   cadHooks.sketchBegun = [] {
     ProgramTab* tab = ActiveTab();
-    if (tab && tab->cadStore) SetDrawingBlock(*tab, 0, 0);
+    if (tab && tab->cadStore) SetDrawingBlock(*tab, {});
   };
   followed = UnitsMetric();
   cadHooks.formerDrawingBack = BringFormerBack;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "documents/feature_settings.h"
+#include "documents/known_block.h"
 #include "documents/tab_table.h"
 
 namespace morva {
@@ -16,8 +17,8 @@ ProgramTab* ProvideDrawings();
 // the name "Drawing " and its number. The drawings have room for it. Its index.
 std::uint32_t AddDrawing(ProgramTab& tab);
 void NameActiveDrawing(ProgramTab& tab, std::u16string_view name);
-// The block that the active drawing was opened from or sent as, and the hash of its code; 0: none.
-void SetDrawingBlock(ProgramTab& tab, std::int32_t id, std::uint32_t hash);
+// The block that the active drawing was opened from or sent as; one without number and hash: none.
+void SetDrawingBlock(ProgramTab& tab, const KnownBlock& block);
 // The live sketch is stored and that of drawing `index` comes in; nothing for the active one.
 void SwitchDrawing(ProgramTab& tab, std::uint32_t index);
 

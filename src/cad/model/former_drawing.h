@@ -2,8 +2,6 @@
 // took.
 #pragma once
 
-#include <cstdint>
-
 #include "documents/companions.h"
 #include "library/motion_text.h"
 
@@ -12,8 +10,7 @@ namespace morva {
 struct FormerDrawing {
   CutData cut;
   char16_t name[kDrawingNameUnits] = {};
-  std::int32_t block = 0;  // as in Drawing
-  std::uint32_t blockHash = 0;
+  KnownBlock block = {};
 };
 
 }  // namespace morva

@@ -57,7 +57,7 @@ std::u16string NameOf(const WantedDrawing& wanted, int number) {
   return number == 1 ? wanted.name : wanted.name + (u" " + IntegerText(number));
 }
 
-bool IsOfABlock(const Drawing& one) { return one.block != 0 || one.blockHash != 0; }
+bool IsOfABlock(const Drawing& one) { return one.block.id != 0 || one.block.codeHash != 0; }
 
 bool IsIt(const WantedDrawing& wanted, const Drawing& one) {
   if (!wanted.isIt || one.settings.itemCount == 0) return true;
@@ -81,7 +81,7 @@ int FreeDrawing(const CadStore& store) {
 // A sketch of the program may have come up in the drawing since, which is then the part's.
 bool IsStillTheOne(const CadStore& store) {
   if (shown.index >= static_cast<int>(store.count)) return false;
-  return store.drawings[shown.index].block == shown.block;
+  return store.drawings[shown.index].block.id == shown.block;
 }
 
 // The one that was up before, else the wanted one of those with such a name, else a free one.
@@ -119,7 +119,7 @@ void DrawStart(const WantedDrawing& wanted) {
 void BringUp(ProgramTab& tab, const Target& to, const WantedDrawing& wanted) {
   if (to.index == static_cast<int>(tab.cadStore->count)) AddDrawing(tab);
   SwitchDrawing(tab, static_cast<std::uint32_t>(to.index));
-  shown = {tab.serial, to.index, tab.cadStore->drawings[to.index].block};
+  shown = {tab.serial, to.index, tab.cadStore->drawings[to.index].block.id};
   if (to.stands) return;
   NameActiveDrawing(tab, to.name);
   DrawStart(wanted);
@@ -232,7 +232,7 @@ bool WantedBack() {
 
 void ForgetWanted() {
   // What was sent from here as a sketch is the wanted one all the same.
-  if (WantedIsUp()) shown.block = ActiveTab()->cadStore->drawings[shown.index].block;
+  if (WantedIsUp()) shown.block = ActiveTab()->cadStore->drawings[shown.index].block.id;
   drawing = WantedDrawing();
   place = WantedPlace();
   builder = kSurfaceCode;

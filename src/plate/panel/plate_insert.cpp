@@ -13,7 +13,7 @@
 #include "documents/edit_link.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
-#include "documents/former_hashes.h"
+#include "documents/known_block.h"
 #include "documents/tab_table.h"
 #include "forms/form_words.h"
 #include "plate/canvas/plate_view.h"
@@ -41,9 +41,7 @@ namespace {
 struct SentPlate {
   std::uint64_t serial = 0;   // of the program, 0 for a free row
   std::uint32_t drawing = 0;  // which of its plates
-  std::int32_t block = 0;
-  std::uint32_t codeHash = 0;  // of that block, by which it is known again
-  FormerHashes former = {};    // before its updates, which may be undone
+  KnownBlock block = {};
 };
 SentPlate sent[kMaxTabs * kMaxPlates];
 
@@ -87,17 +85,11 @@ bool SamePlate(const FeatureSettings& a, const FeatureSettings& b) {
 
 void ScanProgram() { ScanProgramText(platform::EditorText(kIdEditor)); }
 
-template <typename Test>
-int FirstPlateRow(Test test) {
+int RowHolding(const FeatureSettings& record) {
   for (int i = 0; i < features.count; ++i) {
-    if (features.rows[i].settings.kind == kKindPlate && test(features.rows[i])) return i;
+    if (SamePlate(record, features.rows[i].settings)) return i;
   }
   return -1;
-}
-
-int RowHolding(const FeatureSettings& record) {
-  return FirstPlateRow(
-      [&record](const FeatureRecord& row) { return SamePlate(record, row.settings); });
 }
 
 std::uint32_t ActiveDrawing() {
@@ -112,20 +104,9 @@ SentPlate* SentRow(std::uint64_t serial, std::uint32_t drawing) {
   return nullptr;
 }
 
-// The block was so when the plate was sent as it, or before one of its updates.
-bool Knows(const SentPlate& plate, std::uint32_t codeHash) {
-  return codeHash == plate.codeHash || HasFormerHash(plate.former, codeHash);
-}
-
 int RowRemembered() {
   const SentPlate* known = SentRow(ActiveSerial(), ActiveDrawing());
-  if (!known) return -1;
-  const auto isIt = [known](const FeatureRecord& row) {
-    return row.settings.codeHash == known->codeHash;
-  };
-  const int row = FindFeature(known->block);
-  if (row >= 0 && Knows(*known, features.rows[row].settings.codeHash)) return row;
-  return FirstPlateRow(isIt);
+  return known ? RowOfBlock(known->block, kKindPlate) : -1;
 }
 
 // Rows of programs that are closed are free.
@@ -141,13 +122,9 @@ void RememberBlock(std::int32_t id) {
   const int row = id != 0 ? FindFeature(id) : -1;
   if (row < 0 || features.rows[row].settings.kind != kKindPlate) return;
   SentPlate& sentRow = RowToFill(ActiveSerial(), ActiveDrawing());
-  const SentPlate before = sentRow;
-  sentRow = {ActiveSerial(), ActiveDrawing(), id, features.rows[row].settings.codeHash};
-  const bool same = before.serial == sentRow.serial && before.drawing == sentRow.drawing &&
-                    before.block == sentRow.block;
-  if (!same) return;
-  sentRow.former = before.former;
-  if (before.codeHash != sentRow.codeHash) AddFormerHash(sentRow.former, before.codeHash);
+  if (sentRow.serial != ActiveSerial() || sentRow.drawing != ActiveDrawing())
+    sentRow = {ActiveSerial(), ActiveDrawing(), {}};
+  NoteBlock(sentRow.block, id, features.rows[row].settings.codeHash);
 }
 
 std::int32_t BlockOfLivePlate() {
@@ -181,8 +158,8 @@ bool MayGiveWay(const FeatureSettings& record) {
 bool IsOfOtherDrawing(const FeatureSettings& record, std::uint32_t drawing) {
   bool others = false;
   for (const SentPlate& row : sent) {
-    const bool same = row.serial != 0 && row.serial == ActiveSerial() && row.block == editLink.id &&
-                      Knows(row, record.codeHash);
+    const bool same = row.serial != 0 && row.serial == ActiveSerial() &&
+                      row.block.id == editLink.id && WasCodeOf(row.block, record.codeHash);
     if (same && row.drawing == drawing) return false;
     others = others || same;
   }

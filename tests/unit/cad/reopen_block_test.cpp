@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include "app/hooks.h"
 #include "app/panels.h"
+#include "cad/model/cad_hooks.h"
 #include "cad/model/drawing_blocks.h"
 #include "cad/model/drawings.h"
+#include "cad/model/former_drawing.h"
 #include "cad/model/sketch.h"
 #include "documents/builder_table.h"
 #include "documents/feature_blocks.h"
@@ -378,6 +381,71 @@ TEST_F(ReopenedBlock, ADrawingThatComesInByItsKeyDropsTheFormerOne) {
   EXPECT_EQ(sketch.undoDepth, 1);
   SketchUndo();
   EXPECT_EQ(sketch.objects[0].type, kTypeSlot);
+}
+
+// A circle of 1 that was sent, with the drawing that knows its block.
+struct UndoneUpdate : ReopenedBlock {
+  void SetUp() override {
+    ReopenedBlock::SetUp();
+    Empty();
+    Add(kTypeCircle, 0, 0, 1);
+    Send(u"G1 X1\r\n");
+    block = SelectedFeatureId();
+    RememberBlock(block);
+  }
+  static void Draw(double size) { sketch.objects[0].size = size; }
+  // The drawing goes into the block that it is known to stand in, with another size.
+  void Update(double size, const char16_t* code) const {
+    Draw(size);
+    ASSERT_EQ(BlockOfLiveDrawing(), block);
+    ASSERT_TRUE(LinkFeature(block));
+    Send(code);
+    RememberBlock(SelectedFeatureId());
+  }
+  static void Undo() { headless::EditorUndo(kIdEditor); }
+  std::int32_t block = 0;
+};
+
+TEST_F(UndoneUpdate, StandsInItsBlockAllTheSame) {
+  Update(1.5, u"G1 X1.5\r\n");
+  const std::u16string updated(platform::EditorText(kIdEditor));
+  Undo();
+  ASSERT_TRUE(platform::EditorText(kIdEditor) != updated);
+  Draw(2.5);
+  EXPECT_EQ(BlockOfLiveDrawing(), block);
+}
+
+TEST_F(UndoneUpdate, StandsInItsBlockBehindTwoOfThemAndASecondRound) {
+  Update(1.5, u"G1 X1.5\r\n");
+  Update(1.75, u"G1 X1.75\r\n");
+  Undo();
+  Undo();
+  Draw(2.5);
+  EXPECT_EQ(BlockOfLiveDrawing(), block);
+  Update(3, u"G1 X3\r\n");
+  Undo();
+  Draw(4);
+  EXPECT_EQ(BlockOfLiveDrawing(), block);
+}
+
+TEST_F(UndoneUpdate, IsForgottenWithADrawingThatIsBegunAnew) {
+  Update(1.5, u"G1 X1.5\r\n");
+  Undo();
+  Call(cadHooks.sketchBegun);
+  Draw(2.5);
+  EXPECT_EQ(BlockOfLiveDrawing(), 0);
+}
+
+TEST_F(UndoneUpdate, ComesBackWithTheFormerDrawing) {
+  Update(1.5, u"G1 X1.5\r\n");
+  Undo();
+  const Drawing& drawing = Store().drawings[Store().active];
+  FormerDrawing former;
+  former.block = drawing.block;
+  SetDrawingBlock(tabs[0], {});
+  ASSERT_EQ(BlockOfLiveDrawing(), 0);
+  Call(cadHooks.formerDrawingBack, former);
+  EXPECT_EQ(BlockOfLiveDrawing(), block);
 }
 
 TEST_F(ReopenedBlock, NeedsTheWorkspace) {
