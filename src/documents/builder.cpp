@@ -12,7 +12,10 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "app/stop.h"
+#include "documents/block_text.h"
+#include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/generated_code.h"
 #include "documents/insertion.h"
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
@@ -222,6 +225,22 @@ std::u16string LoggedWords(const Builder& builder, bool updated) {
   return words;
 }
 
+// A press of INSERT adds a block each time, also one that is like another: told, as both are cut.
+void TellSameBlocks(const Builder& builder, std::u16string_view code) {
+  if (builder.kind == 0) return;
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  const std::uint32_t hash = CodeHash(code);
+  std::u16string numbers;
+  int count = 0;
+  for (int i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    if (row.settings.kind != builder.kind || row.settings.codeHash != hash) continue;
+    if (!IsGeneratedCode(row.settings, GeneratedCode(text, row))) continue;
+    numbers += (count++ > 0 ? u", #" : u"#") + IntegerText(row.id);
+  }
+  if (count > 1) AppendOutput(u"Blocks " + numbers + u" hold the same code; each of them is cut.");
+}
+
 bool InsertFromBuilder(const Builder& builder) {
   const FormValues values = ReadForCode(builder, builder.reading);
   if (builder.instead && builder.instead(values)) return false;
@@ -246,6 +265,7 @@ bool InsertFromBuilder(const Builder& builder) {
   ProgramChanged(
       {.autosave = true, .refreshMs = builder.refreshMs, .rebuildPath = true, .logged = logged});
   if (builder.inserted) builder.inserted(values, updated);
+  if (!updated) TellSameBlocks(builder, out.text);
   if (ActiveSerial() == source) TellOtherUnit(unitBefore, out.text);
   if (builder.wholeNumbers) TellReplaced(builder, values);
   return true;

@@ -453,6 +453,18 @@ TEST_F(ShapeBlock, KeepsItsSlotWhenTheListLeadsBackToTheShapes) {
   EXPECT_EQ(features.rows[features.count - 1].settings.a, kShapeSlot);
 }
 
+// A double click on UPDATE SHAPE updates, and then inserts: the key has changed under the pointer.
+TEST_F(ShapePanel, TellsThatAnotherBlockHoldsTheSameCode) {
+  constexpr char16_t kSame[] = u"hold the same code";
+  Insert();
+  EXPECT_FALSE(OutputHas(kSame));
+  Type(0, u"4");
+  Insert();
+  EXPECT_FALSE(OutputHas(kSame));
+  Insert();
+  EXPECT_TRUE(OutputHas(u"Blocks #3, #4 hold the same code; each of them is cut."));
+}
+
 TEST_F(ShapeBlock, IsInsertedAnewWhenItIsGone) {
   const std::u16string before = Text();
   InsertAndEdit();
