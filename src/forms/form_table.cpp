@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/join_table.h"
 #include "app/outlets.h"
@@ -288,7 +289,13 @@ void FormFocusChanged(int id, bool gained) {
   if (!FindControl(id, entry, row)) return;
   const Form& form = *entry->form;
   const FormRow& r = form.rows[static_cast<std::size_t>(row)];
-  if (gained && r.id == id && r.help[0]) ShowStatus(r.help);
+  if (r.id == id && r.help[0]) {
+    if (gained) {
+      ShowStatus(r.help);
+    } else if (SameFolded(app.statusText, r.help)) {
+      ShowStatus(kReadyWords);  // the hint goes with the keyboard, into whatever room
+    }
+  }
   if (!form.sheet) return;
   // A press of the pointer hits what it points at: the form must not move away under it.
   if (gained && platform::IdUnderPointer() != id) ShowFormControl(id);

@@ -34,10 +34,12 @@ constexpr int kTabLeast = 112;  // narrower tabs wrap into a second row
 constexpr int kTabMost = 190;
 constexpr int kGutterWidth = 52;
 constexpr int kEditorLeast = 420;
-constexpr int kLeastPanelSpace = 760;  // what the left panel leaves for the rest
-constexpr int kSmallKey = 28;          // height of keys inside panels
+constexpr int kEditorBesidePath = 280;  // while the view has its three fifths
+constexpr int kLeastPanelSpace = 760;   // what the left panel leaves for the rest
+constexpr int kSmallKey = 28;           // height of keys inside panels
 constexpr int kHeadRow = 26;
 constexpr int kHeadWords = 190;        // of the output's head, beside a panel
+constexpr int kHeadWordsLeast = 170;   // that they need at least
 constexpr int kHeadLine = 24;          // height of these words in a line of their own
 constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
 constexpr int kUsualHeight = 800;      // the least of a window whose screen has room for it
@@ -353,8 +355,18 @@ bool HasHeadAbove(const LayoutInput& in, int width) {
   return in.headPanel && width < kHeadWords + kHeadPanelLeast + keys + 2 * kKeyGap;
 }
 
-// The head row with a panel left of its keys. Where the words stand in a line of their own, the
-// key that closes the strip stands at its end.
+// The head in two lines: the words, with the key that closes the strip at their end, then the keys
+// that write into the output.
+void PlanOutputHeadInTwo(LayoutPlan& plan, const Rect& head) {
+  PlanStripEdge(plan, head.left, head.right, head.top);
+  const int y = head.bottom - kHeadRow;
+  const int close = head.right - kStripKeyWidth;
+  Put(plan, kIdOutputHead, Rect{head.left, head.top, close - kKeyGap, y});
+  Put(plan, kIdStrip, Rect{close, head.top, head.right, y});
+  PutRow(plan, head.right - RowWidth(kOutputKeys, kKeyGap), y, kHeadRow, kOutputKeys, kKeyGap);
+}
+
+// The head with a panel left of its keys.
 void PlanOutputHeadWithPanel(LayoutPlan& plan, const Rect& head) {
   PlanStripEdge(plan, head.left, head.right, head.top);
   const int y = head.bottom - kHeadRow;
@@ -366,12 +378,9 @@ void PlanOutputHeadWithPanel(LayoutPlan& plan, const Rect& head) {
     PutRow(plan, keys, y, kHeadRow, kOutputRow, kKeyGap);
     return;
   }
-  const int close = head.right - kStripKeyWidth;
+  PlanOutputHeadInTwo(plan, head);
   const int keys = head.right - RowWidth(kOutputKeys, kKeyGap);
-  Put(plan, kIdOutputHead, Rect{head.left, head.top, close - kKeyGap, y});
-  Put(plan, kIdStrip, Rect{close, head.top, head.right, y});
   plan.areas.outputHead = Rect{head.left, y, keys - kKeyGap, head.bottom};
-  PutRow(plan, keys, y, kHeadRow, kOutputKeys, kKeyGap);
 }
 
 // Two rows of tabs take their height from the editor, not from the words below.
@@ -442,22 +451,29 @@ void PlanHome(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   PlanHomeStrip(plan, in, Rect{work.left, outputTop, work.right, work.bottom});
 }
 
-// Simulator: the view takes the whole height at the right, the output lies below the editor. If
-// the view is away, the output takes its width.
+// Simulator: the view takes the whole height at the right, the output lies below the editor, with
+// the words of its head above its keys where the column is narrow. If the view is away, the output
+// takes its width.
 void PlanSimulator(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int width = RectWidth(work);
-  const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorLeast);
+  const int view = std::min(width * 3 / 5, width - kPad - kGutterWidth - kEditorBesidePath);
   const int split = work.right - view;
-  const int outputTop = OutputTop(in, work, OutputHeight(in), kHeadRow);
+  const int column = split - kPad - work.left;
+  const int line = column < kHeadWordsLeast + RowWidth(kOutputRow, kKeyGap) ? kHeadLine : 0;
+  const int outputTop = OutputTop(in, work, OutputHeight(in), kHeadRow + line);
   NoteStrip(plan, outputTop, work.bottom);
-  const int headTop = outputTop - kBelowHead - kHeadRow;
+  const int headTop = outputTop - kBelowHead - kHeadRow - line;
   PlanEditor(plan, Rect{work.left, work.top, split - kPad, headTop - kAboveStrip}, work.right);
   if (in.viewAway) {
     HideView(plan);
   } else {
     PlanView(plan, Rect{split, work.top, work.right, work.bottom}, kWideBars);
   }
-  PlanOutputHead(plan, work.left, split - kPad, headTop);
+  if (line > 0) {
+    PlanOutputHeadInTwo(plan, Rect{work.left, headTop, split - kPad, outputTop - kBelowHead});
+  } else {
+    PlanOutputHead(plan, work.left, split - kPad, headTop);
+  }
   const int right = in.viewAway ? work.right : split - kPad;
   PlanOutput(plan, Rect{work.left, outputTop, right, work.bottom});
   Put(plan, kIdInfoPanel, Rect{});

@@ -151,10 +151,7 @@ void PlayPause() {
 void Rewind() {
   constexpr std::int32_t kPointsBack = 10;
   const OwnedPath& shown = BeginCommand();
-  HaltPlayback(ShownOwner());
-  const std::int32_t back = std::max(shown.play.playHead, kPointsBack + 1) - kPointsBack;
-  shown.play.playHead = std::min(back, shown.path.count);
-  platform::Repaint(kViewToolpath);
+  JumpTo(shown, std::max(shown.play.playHead, kPointsBack + 1) - kPointsBack);
 }
 
 void FastForward() {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/commands.h"
+#include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
 #include "dnc/setup_panel.h"
@@ -414,6 +415,28 @@ TEST_F(EveryForm, HelpsWithTheFieldThatGetsTheKeyboard) {
   constexpr int kField = support::groove::kFirst + support::groove::kWidth;
   ASSERT_TRUE(headless::Focus(kField));
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
+}
+
+TEST_F(EveryForm, TakesTheHelpOfAFieldAwayWithTheKeyboard) {
+  constexpr int kField = support::groove::kFirst + support::groove::kWidth;
+  SetMode(support::groove::kMode);
+  ASSERT_TRUE(headless::Focus(kField));
+  SetMode(kModeHome);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), kReadyWords);
+  SetMode(support::groove::kMode);
+  ASSERT_TRUE(headless::Focus(kField));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
+  ASSERT_TRUE(headless::Focus(kIdPreflight));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), kReadyWords);
+}
+
+TEST_F(EveryForm, LeavesWhatWasToldSinceWhenAFieldLosesTheKeyboard) {
+  constexpr int kField = support::groove::kFirst + support::groove::kWidth;
+  SetMode(support::groove::kMode);
+  ASSERT_TRUE(headless::Focus(kField));
+  ShowStatus(u"Told.");
+  ASSERT_TRUE(headless::Focus(kIdPreflight));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Told.");
 }
 
 // Calls with every number field that is shown, once a control.

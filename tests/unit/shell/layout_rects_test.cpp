@@ -200,7 +200,10 @@ TEST(LayoutRects, LeaveEverythingLargeEnoughToUse) {
       ASSERT_GE(RectWidth(p.place), 22) << Words(in, p.id);
       ASSERT_GE(RectHeight(p.place), 20) << Words(in, p.id);
     }
-    ASSERT_GE(RectWidth(PlaceIn(plan, kIdEditor)), in.mode == kModeHome ? 420 : 360);
+    const bool besidePath = in.mode == kModeSimulator;
+    ASSERT_GE(RectWidth(PlaceIn(plan, kIdEditor)), in.mode == kModeHome ? 420
+                                                   : besidePath         ? 280
+                                                                        : 360);
     const Rect view = PlaceIn(plan, kViewToolpath);
     // In a small window a view beside a form shares the editor's column: seven lines are left.
     const bool shared = view.left == PlaceIn(plan, kViewGutter).left;
@@ -305,8 +308,22 @@ TEST(LayoutRects, GiveTheViewTwoFifthsInHomeAndThreeFifthsInTheSimulator) {
   LayoutPlan plan = PlanLayout(Window(1920, 1080));
   const double work = 1920 - 300 - 16;
   EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.4, 0.01);
-  plan = PlanLayout(Window(1920, 1080, kModeSimulator));
-  EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / work, 0.6, 0.01);
+  for (const int width : {1200, 1280, 1366, 1560, 1920, 3840}) {
+    plan = PlanLayout(Window(width, 1080, kModeSimulator));
+    EXPECT_NEAR(RectWidth(PlaceIn(plan, kViewToolpath)) / (width - 316.0), 0.6, 0.01) << width;
+  }
+}
+
+// The column beside it is then too narrow for the head of the output in one line: the words, 190
+// at the least, stand above the keys.
+TEST(LayoutRects, PutTheHeadOfTheOutputInTwoLinesBesideAWideView) {
+  const LayoutPlan plan = PlanLayout(Window(1200, 800, kModeSimulator));
+  const Rect words = PlaceIn(plan, kIdOutputHead);
+  EXPECT_GE(RectWidth(words), 190);
+  EXPECT_LE(words.bottom, PlaceIn(plan, kIdPreflight).top);
+  EXPECT_LE(PlaceIn(plan, kIdPreflight).bottom, PlaceIn(plan, kIdOutputLog).top);
+  EXPECT_EQ(PlaceIn(plan, kIdStrip).right, PlaceIn(plan, kIdRenumber).right);
+  EXPECT_GE(PlaceIn(plan, kIdPreflight).left, PlaceIn(plan, kIdEditor).left - 52);
 }
 
 // What a panel in the work area covers ends with the editor, above the output's keys.

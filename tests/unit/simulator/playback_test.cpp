@@ -265,6 +265,19 @@ TEST_F(PlaybackTest, StartAndEndMarkTheirLine) {
   EXPECT_EQ(MarkedLine(), 0);
 }
 
+// Point n + 1 was drawn by line n, and the first stands in line 0 too.
+TEST_F(PlaybackTest, RewindMarksTheLineThatItGoesBackTo) {
+  MakePath(20);
+  GoToEnd();
+  ASSERT_EQ(MarkedLine(), 18);
+  Rewind();
+  ASSERT_EQ(playback.playHead, 10);
+  EXPECT_EQ(MarkedLine(), 8);
+  Rewind();
+  ASSERT_EQ(playback.playHead, 1);
+  EXPECT_EQ(MarkedLine(), 0);
+}
+
 TEST_F(PlaybackTest, TicksFollowTheSourceLine) {
   MakePath(20);
   PutHead(3);
