@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "simulator/control_frame.h"
+#include "simulator/control_stock.h"
 #include "text/series_trig.h"
 
 namespace morva {
@@ -14,6 +15,16 @@ constexpr double kSame = 1e-6;           // points closer than this are one, dis
 constexpr double kChordInches = 0.0005;  // how far a chord may lie off its arc
 constexpr double kMostChords = 100000;
 constexpr double kSharpCosine = 0.9;  // of the angle from which a corner costs time, 26 degrees
+
+// What the tool meets on its way from the last point.
+void NoteStock(ControlRun& run, const ControlSegment& of, const Vec3& to) {
+  if (!run.stock) return;
+  if (!run.moved) return NoteStockZero(run);
+  const MotionPath& out = run.track->path;
+  const MotionPoint& last = out.points[out.count - 1];
+  const bool rapid = of.kind == ControlSegment::Kind::Rapid;
+  NoteStockWay(run, {{last.x, last.y, last.z}}, to, rapid);
+}
 
 void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double seconds) {
   ControlTrack& track = *run.track;
@@ -33,6 +44,7 @@ void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double 
     }
     return;
   }
+  NoteStock(run, of, to);
   track.seconds[out.count] = seconds;
   MotionPoint& point = out.points[out.count++];
   point.x = to.of[0];

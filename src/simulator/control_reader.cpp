@@ -8,6 +8,7 @@
 #include "simulator/control_corner.h"
 #include "simulator/control_execute.h"
 #include "simulator/control_frame.h"
+#include "simulator/control_stock.h"
 #include "simulator/control_variables.h"
 
 namespace morva {
@@ -63,10 +64,12 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   run->texts.push_back({text, -1, {}, {}, {}, false});
   ClearVariables(run->variables);
   PlaceZero(*run, run->modes.workRow);
+  if (options.stock) BeginStock(*run, *options.stock);
   RunAll(*run);
   DropCorner(*run);
   EndCompensation(*run);
   NoteEnd(*run);
+  NoteStockEnd(*run);
   if (!run->sawEnd && !run->stopped) Report(*run, Finding::NoEnd);
   EndOperations(track, run->time);
 }

@@ -12,12 +12,15 @@
 
 namespace morva {
 
+struct KnownStock;
+
 struct ReadMotionOptions {
   bool metric = false;  // points are in millimetres, else in inches
   const ControlTable* table = nullptr;
   // The text of a program that M98 or G65 calls and that does not stand in this one; it stays valid
   // until the run ends. 0: there is none. Null for nowhere to look.
   std::int32_t (*findProgram)(std::int32_t number, std::u16string_view& text) = nullptr;
+  const KnownStock* stock = nullptr;  // what the check may measure motion against
 };
 
 // Fills the track from `text` (the first NUL ends it); what it had is gone. Bounded: what runs for

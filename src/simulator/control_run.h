@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -161,6 +162,8 @@ struct ControlPocket {
   int wanted = 0;  // cutter compensation of the outline, as in ControlCompensation
 };
 
+struct StockCheck;
+
 struct ControlRun {
   ControlTable table;  // what the program may write
   ControlTrack* track = nullptr;
@@ -184,10 +187,11 @@ struct ControlRun {
   ControlCompensation compensation;
   ControlCorner corner;
   ControlPocket pocket;
-  Vec3 zero;                     // machine place of the drawn zero, display units
-  Vec3 homeBy;                   // the point that the last G28 went by, for G29
-  Vec3 at;                       // program place
-  Vec3 shown;                    // the same, drawn
+  std::unique_ptr<StockCheck> stock;  // null: no stock is known
+  Vec3 zero;                          // machine place of the drawn zero, display units
+  Vec3 homeBy;                        // the point that the last G28 went by, for G29
+  Vec3 at;                            // program place
+  Vec3 shown;                         // the same, drawn
   std::uint8_t machineAxes = 7;  // axes that stand at a place of the machine, as in MotionPoint
 
   double feed = 0;         // display units a minute, or one over minutes in G93

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "library/tools.h"
+#include "library/units.h"
 #include "simulator/control_reader.h"
 #include "simulator/control_settings.h"
+#include "simulator/control_stock.h"
 #include "simulator/feature_lines.h"
 #include "simulator/machine_path.h"
 #include "simulator/program_finder.h"
+#include "simulator/stock_envelope.h"
 #include "simulator/view_switches.h"
 #include "text/codetext.h"
 
@@ -28,6 +32,16 @@ const ControlTable& Settings() {
     settingsRead = true;
   }
   return settings;
+}
+
+void FillStockTools(KnownStock& stock, bool metric) {
+  const double unit = metric ? kMmPerInch : 1;
+  stock.toolCount = std::clamp(toolLibrary.count, 0, kMaxTools);
+  for (int i = 0; i < stock.toolCount; ++i) {
+    const ToolRecord& tool = toolLibrary.tools[i];
+    stock.tools[i] = {tool.number, ShapeOfTool(tool.type), tool.diameter / 2 * unit,
+                      CutOfTool(tool.type)};
+  }
 }
 
 std::u16string TwoDigits(std::int64_t number) {
@@ -68,8 +82,12 @@ void FollowMachineMotion(std::u16string_view text, bool metric) {
   if (!switches.machineMotion) return EmptyMachineTrack();
   ControlTable table = Settings();
   FillDiameters(table);
-  ReadMachineMotion(machineTrack, text,
-                    {.metric = metric, .table = &table, .findProgram = FindProgramBeside});
+  KnownStock stock;
+  stock.box = StockOfFeatures();
+  FillStockTools(stock, metric);
+  ReadMachineMotion(
+      machineTrack, text,
+      {.metric = metric, .table = &table, .findProgram = FindProgramBeside, .stock = &stock});
   DropUnwanted(machineTrack.findings);
   if (StartLineFilter()) DropMachineLines(LineIsDropped);
   AppendProgrammed(ghostPath);

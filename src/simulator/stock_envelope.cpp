@@ -20,6 +20,19 @@ struct Extent {
   double minX = 0, maxX = 0, minY = 0, maxY = 0;
 };
 
+// Calls with every point of the drawn outlines.
+template <typename Take>
+void EachOutlinePoint(const FeatureSettings& settings, Take take) {
+  double xs[kOutlinePoints];
+  double ys[kOutlinePoints];
+  for (std::int32_t i = 0; i < std::min(settings.itemCount, kMaxItems); ++i) {
+    const SketchObject object = ObjectOf(settings.items[i]);
+    if (object.type > kTypeSlot) continue;
+    const int count = ObjectOutline(object, xs, ys);
+    for (int k = 0; k < count; ++k) take(xs[k], ys[k]);
+  }
+}
+
 void Include(Extent& box, double x, double y) {
   if (!box.any) {
     box = {true, x, x, y, y};
@@ -31,18 +44,24 @@ void Include(Extent& box, double x, double y) {
   box.maxY = std::max(box.maxY, y);
 }
 
+// Whether the drawing has a point in each corner of its box.
+bool HasCorners(const FeatureSettings& settings, const Extent& box) {
+  const double close = 1e-3 * std::max(box.maxX - box.minX, box.maxY - box.minY);
+  unsigned corners = 0;
+  EachOutlinePoint(settings, [&](double x, double y) {
+    const bool left = x - box.minX <= close;
+    const bool low = y - box.minY <= close;
+    const bool inCorner = (left || box.maxX - x <= close) && (low || box.maxY - y <= close);
+    if (inCorner) corners |= 1U << ((left ? 1U : 0U) + (low ? 2U : 0U));
+  });
+  return corners == 0xF;
+}
+
 bool SketchEnvelope(const FeatureSettings& settings, double scale, StockEnvelope& envelope) {
   const double thickness = settings.values[kSketchThickness];
   if (settings.itemCount < 1 || !(thickness > 0.0)) return false;
   Extent box;
-  double xs[kOutlinePoints];
-  double ys[kOutlinePoints];
-  for (std::int32_t i = 0; i < std::min(settings.itemCount, kMaxItems); ++i) {
-    const SketchObject object = ObjectOf(settings.items[i]);
-    if (object.type > kTypeSlot) continue;
-    const int count = ObjectOutline(object, xs, ys);
-    for (int k = 0; k < count; ++k) Include(box, xs[k], ys[k]);
-  }
+  EachOutlinePoint(settings, [&box](double x, double y) { Include(box, x, y); });
   if (!box.any || !(box.maxX > box.minX) || !(box.maxY > box.minY)) return false;
   envelope.minX = box.minX * scale;
   envelope.maxX = box.maxX * scale;
@@ -51,6 +70,8 @@ bool SketchEnvelope(const FeatureSettings& settings, double scale, StockEnvelope
   envelope.top = 0.0;
   envelope.thickness = thickness * scale;
   envelope.bottom = -envelope.thickness;
+  envelope.rounded = !HasCorners(settings, box);
+  envelope.depthSaid = true;
   return true;
 }
 
@@ -68,6 +89,8 @@ bool PlateEnvelope(const FeatureSettings& settings, double scale, StockEnvelope&
   envelope.top = 0.0;
   envelope.thickness = 0.0;
   envelope.bottom = -(thickness * scale);
+  envelope.rounded = settings.a == kRoundPlate;
+  envelope.depthSaid = stored > 0.0;
   return true;
 }
 

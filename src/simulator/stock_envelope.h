@@ -14,6 +14,8 @@ struct StockEnvelope {
   double top = 0;
   double bottom = 0;
   double thickness = 0;
+  bool rounded = false;    // its corners are no stock, or nobody knows
+  bool depthSaid = false;  // its thickness was said, and is not taken from the depth of a cut
 
   bool operator==(const StockEnvelope&) const = default;
 };

@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "simulator/control_reader.h"
+#include "simulator/control_stock.h"
 
 namespace control_test {
 
@@ -33,6 +35,35 @@ inline const ControlTrack& RunText(std::u16string_view text,
                                    const ReadMotionOptions& options = {}) {
   ReadMachineMotion(TheTrack().track, text, options);
   return TheTrack().track;
+}
+
+// What the comments of a program say of its stock and tools, lengths as in the program:
+// "(STOCK -4 -3 4 3 0 -0.5)" from corner to corner, top and bottom, "ROUND STOCK" of a round one;
+// "(TOOL 3 0.5 END MILL)".
+inline KnownStock StockIn(const std::string& program) {
+  KnownStock known;
+  std::istringstream lines(program);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream in(line);
+    std::string word;
+    in >> word;
+    known.box.rounded = known.box.rounded || word == "(ROUND";
+    if (word == "(ROUND") in >> word;
+    if (word == "(STOCK" || word == "STOCK") {
+      StockEnvelope& box = known.box;
+      in >> box.minX >> box.minY >> box.maxX >> box.maxY >> box.top >> box.bottom;
+      box.shown = box.depthSaid = !in.fail();
+    } else if (word == "(TOOL") {
+      double diameter = 0;
+      std::string type;
+      StockTool& tool = known.tools[known.toolCount++];
+      in >> tool.number >> diameter;
+      std::getline(in, type, ')');
+      const std::u16string wide(type.begin(), type.end());
+      tool = {tool.number, ShapeOfTool(wide), diameter / 2, CutOfTool(wide)};
+    }
+  }
+  return known;
 }
 
 // A point as a test writes it: where, and how the tool came there.
