@@ -370,6 +370,30 @@ TEST_F(Envelope, APlateIsCentredAndDeepByItsThickness) {
   EXPECT_EQ(stockEnvelope.maxY, 4);
 }
 
+// What stands for sure: corners that a drawing has a point in, and a thickness that was said.
+TEST_F(Envelope, TellsWhetherItsCornersAndItsDepthAreSure) {
+  FeatureRecord& row = Block(kKindSketch, false);
+  row.settings.values[15] = 1;
+  AddItem(row, 2, 0, 0, 4, 0, 0);  // a circle
+  EXPECT_TRUE(StockOfFeatures().rounded);
+  EXPECT_TRUE(StockOfFeatures().depthSaid);
+  AddItem(row, 1, 0, 0, 4, 4, 0);  // the square about it
+  EXPECT_FALSE(StockOfFeatures().rounded);
+  row.settings.items[1].p3 = 2;  // of half its height
+  EXPECT_TRUE(StockOfFeatures().rounded);
+  row = FeatureRecord{};
+  row.settings.kind = kKindPlate;
+  row.settings.values[0] = 8;
+  row.settings.values[1] = 6;
+  row.settings.values[10] = -0.1;
+  EXPECT_FALSE(StockOfFeatures().rounded);
+  EXPECT_FALSE(StockOfFeatures().depthSaid);
+  row.settings.values[13] = 0.5;
+  EXPECT_TRUE(StockOfFeatures().depthSaid);
+  row.settings.a = 1;
+  EXPECT_TRUE(StockOfFeatures().rounded);
+}
+
 TEST_F(Envelope, FirstUsableFeatureThatIsNotHiddenWins) {
   for (int i = 0; i < 2; ++i) {
     FeatureRecord& row = Block(kKindPlate, false);
