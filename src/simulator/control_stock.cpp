@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kCells = 256;
 constexpr int kSamples = kCells + 1;
-constexpr std::int64_t kMostWork = 60000000;  // about a quarter of a second
+constexpr std::int64_t kMostWork = 60000000;  // half a second
 constexpr double kSame = 1e-6;                // display units
 constexpr float kNoStock = std::numeric_limits<float>::lowest();
 
@@ -34,7 +34,15 @@ const StockTool* ToolOf(const KnownStock& known, std::int32_t number) {
       known.tools, end, [number](const StockTool& row) { return row.number == number; });
   return tool != end && tool->radius > 0 ? tool : nullptr;
 }
-const StockTool* ToolOf(const ControlRun& run) { return ToolOf(*run.stock->known, run.tool); }
+// Of the tool in the spindle; looked up once a change.
+const StockTool* ToolOf(const ControlRun& run) {
+  StockCheck& stock = *run.stock;
+  if (stock.toolNumber != run.tool) {
+    stock.toolNumber = run.tool;
+    stock.tool = ToolOf(*stock.known, run.tool);
+  }
+  return stock.tool;
+}
 
 // A straight way as seen from above.
 struct Way {
@@ -174,6 +182,34 @@ void ClearAbout(StockCheck& stock, const Way& way, double reach, double again) {
   });
 }
 
+void TakeAway(StockCheck& stock, const Way& way, const StockTool* tool, double perInch) {
+  const double radius = tool ? tool->radius + kSlack * perInch : kUnknownReach * perInch;
+  if (!ComesNear(stock.known->box, way, radius)) return;
+  if (tool) return Cut(stock, way, *tool, radius);
+  const double again = kClearAgain * perInch;
+  ClearAbout(stock, way, radius + again, again);
+}
+
+// Brings the heights up to the path's last point. Most programs never ask for them.
+void TakeAwaySoFar(ControlRun& run) {
+  StockCheck& stock = *run.stock;
+  const MotionPath& path = run.track->path;
+  const StockTool* tool = nullptr;
+  std::int32_t number = -1;
+  for (stock.stamped = std::max(stock.stamped, 1); stock.stamped < path.count; ++stock.stamped) {
+    const MotionPoint& end = path.points[stock.stamped];
+    const MotionPoint& begin = path.points[stock.stamped - 1];
+    if (end.rapid || end.jump || std::min(begin.z, end.z) >= stock.known->box.top) continue;
+    if (end.tool != number) {
+      number = end.tool;
+      tool = ToolOf(*stock.known, number);
+    }
+    const Vec3 from{{begin.x, begin.y, begin.z}};
+    const Vec3 to{{end.x, end.y, end.z}};
+    TakeAway(stock, WayOf(from, to), tool, run.perInch);
+  }
+}
+
 bool MeetsStock(StockCheck& stock, const Way& way, const StockTool& tool, double radius,
                 double stands) {
   bool meets = false;
@@ -255,6 +291,8 @@ void NoteRapid(ControlRun& run, const Way& way) {
   StockCheck& stock = *run.stock;
   // A boring bar is narrower than its hole, so that it can go off the wall.
   if (run.modes.motion == 76 || run.modes.motion == 77) return;
+  // Straight up a tool comes out as it went in; every retract would ask for the heights.
+  if (way.length == 0 && way.to.of[2] > way.from.of[2]) return;
   // A hole that was there before the program, such as one for a thread, is known to nobody.
   if (way.length == 0 && !stock.cut) return;
   const double stands = kStands * run.perInch;
@@ -262,8 +300,10 @@ void NoteRapid(ControlRun& run, const Way& way) {
   if (const StockTool* const tool = ToolOf(run)) {
     const double radius = tool->radius * kInner;
     if (!ComesNear(stock.known->box, way, radius)) return;
+    TakeAwaySoFar(run);
     if (MeetsStock(stock, way, *tool, radius, stands)) ReportOnce(run, Finding::RapidInStock);
   } else if (way.length > 0 && ComesNear(stock.known->box, way, 0)) {
+    TakeAwaySoFar(run);
     if (RunsBelow(stock, way, stands)) ReportOnce(run, Finding::RapidBelowTop);
   }
 }
@@ -297,14 +337,6 @@ void NoteCutWay(ControlRun& run, const Way& way) {
   const bool down = way.length == 0 && way.to.of[2] < way.from.of[2];
   if (tool && down) NotePlunge(run, way, *tool);
   NoteDepth(run, way, tool);
-  const double radius = tool ? tool->radius + kSlack * run.perInch : kUnknownReach * run.perInch;
-  if (!ComesNear(box, way, radius)) return;
-  if (tool) {
-    Cut(stock, way, *tool, radius);
-  } else {
-    const double again = kClearAgain * run.perInch;
-    ClearAbout(stock, way, radius + again, again);
-  }
   const bool inStock = IsWithin(box, way.to.of[0], way.to.of[1], 0);
   stock.cut = stock.cut || inStock;
   if (down && inStock && tool && tool->cut == ToolCut::Centre) stock.drilled = true;

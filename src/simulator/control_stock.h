@@ -53,10 +53,13 @@ struct StockCheck {
   const KnownStock* known = nullptr;
   std::unique_ptr<float[]> heights;  // a row is one Y from the least up
   double stepX = 0, stepY = 0;
+  std::int32_t stamped = 0;         // points of the path whose cuts are in the heights
+  const StockTool* tool = nullptr;  // in the spindle, null for one that nobody described
+  std::int32_t toolNumber = -1;
   int workRow = -1;       // work offset that the stock belongs to, -1 before the first move
   bool lost = false;      // something was cut that nobody followed: nothing is said any more
   bool otherRow = false;  // cuts in several work offsets: whose stock it is nobody knows
-  bool cut = false;           // the program has cut in the stock
+  bool cut = false;       // the program has cut in the stock
   bool drilled = false;   // the program has made a hole in the stock
   bool cleared = false;   // an unknown tool has cut last, at the place below
   double clearedX = 0, clearedY = 0;

@@ -111,6 +111,26 @@ TEST(ControlStock, IsQuietWhereAToolThatNobodyDescribedMayHaveCut) {
   EXPECT_EQ(Found(stock + "(TOOL 3 2 FACE MILL)\n", other + face), "");
 }
 
+TEST(ControlStock, TakesAwayWhatEachToolCuts) {
+  const std::string stock = std::string(kPlate) + kMill + "(TOOL 4 2 END MILL)\n";
+  const auto with = [](int tool, const std::string& piece) {
+    const std::string number = std::to_string(tool);
+    return "T" + number + " M06\nG00 X0. Y0. S900 M03\nG43 H" + number + " Z.1\n" + piece +
+           "G00 Z1.\n";
+  };
+  const std::string end = "M30\n";
+  // The wide one in its own slot, behind the narrow one.
+  EXPECT_EQ(
+      Found(stock, with(1, "G01 Z-.1 F9.\nX-1.\n") + with(4, "G01 Z-.2 F9.\nX2.\nG00 X0.\n") + end),
+      "");
+  // A rapid takes nothing away.
+  const std::string crash = "G01 Z-.1 F9.\nG00 X2.\n";
+  EXPECT_EQ(Found(stock, with(1, crash) + with(1, crash) + end), "RapidInStock 5, RapidInStock 11");
+  // An unknown tool clears its own way below the top, and none above it.
+  EXPECT_EQ(Found(stock, with(9, "G01 Z-.1 F9.\nX1.\nG00 X2.\n") + end), "");
+  EXPECT_EQ(Found(stock, with(9, "G01 Z.05 F9.\nX2.\n") + with(1, crash) + end), "RapidInStock 11");
+}
+
 TEST(ControlStock, IsQuietBehindMotionThatIsNotFollowed) {
   const std::string stock = std::string(kPlate) + kMill;
   const std::string crash = "G01 Z-.2 F9.\nG00 X2.\n";
