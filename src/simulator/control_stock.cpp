@@ -15,6 +15,7 @@ constexpr int kCells = 256;
 constexpr int kSamples = kCells + 1;
 constexpr std::int64_t kMostWork = 60000000;  // half a second
 constexpr double kSame = 1e-6;                // display units
+constexpr double kFarAway = 1e6;              // display units; no machine is so large
 constexpr float kNoStock = std::numeric_limits<float>::lowest();
 
 // Inches.
@@ -228,10 +229,16 @@ bool MeetsStock(StockCheck& stock, const Way& way, const StockTool& tool, double
 bool RunsBelow(StockCheck& stock, const Way& way, double stands) {
   const StockEnvelope& box = stock.known->box;
   const double step = std::min(stock.stepX, stock.stepY);
-  const double pieces = std::ceil(way.length / step);
-  if ((stock.workLeft -= static_cast<std::int64_t>(std::min(pieces, 1e6))) < 0) return false;
+  // The part of a long way that can lie over the box.
+  const double middle = ((box.minX + box.maxX) / 2 - way.from.of[0]) * way.x +
+                        ((box.minY + box.maxY) / 2 - way.from.of[1]) * way.y;
+  const double half = std::hypot(box.maxX - box.minX, box.maxY - box.minY) / 2;
+  const double first = std::clamp(middle - half, 0.0, way.length);
+  const double last = std::clamp(middle + half, 0.0, way.length);
+  const double pieces = std::ceil((last - first) / step);
+  if ((stock.workLeft -= std::llround(pieces)) < 0) return false;
   for (double i = 0; i <= pieces; ++i) {
-    const double along = std::min(i * step, way.length);
+    const double along = std::min(first + i * step, last);
     const double x = way.from.of[0] + way.x * along;
     const double y = way.from.of[1] + way.y * along;
     if (!IsWithin(box, x, y, step)) continue;
@@ -381,6 +388,12 @@ void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid)
     if (!rapid && stock.workRow != run.modes.workRow) stock.otherRow = true;
     return;
   }
+  for (const Vec3* place : {&from, &to}) {
+    for (const double number : place->of) {
+      if (!(std::fabs(number) < kFarAway)) stock.lost = true;
+    }
+  }
+  if (stock.lost) return;
   const Way way = WayOf(from, to);
   if (rapid) return NoteRapid(run, way);
   // A bar that cuts upwards opens more below than its way tells.

@@ -6,6 +6,7 @@
 
 #include "fuzz/fuzz.h"
 #include "simulator/control_reader.h"
+#include "simulator/control_stock.h"
 
 namespace {
 
@@ -59,9 +60,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::int32_t lines = LinesOf(text);
   ControlTable table;
   table.tools[1].diameter = 0.5;
+  KnownStock stock;
+  stock.box = {.shown = true, .minX = -1, .maxX = 2, .minY = -1, .maxY = 1.5, .bottom = -0.5};
+  stock.box.depthSaid = true;
+  stock.tools[stock.toolCount++] = {0, ToolShape::Flat, 0.25, ToolCut::Rim};
+  stock.tools[stock.toolCount++] = {1, ToolShape::Drill, 0.125, ToolCut::Centre};
   for (const bool metric : {false, true}) {
     table.blockDelete = metric;
-    ReadMachineMotion(track, text, {.metric = metric, .table = &table});
+    stock.box.rounded = metric;
+    ReadMachineMotion(track, text, {.metric = metric, .table = &table, .stock = &stock});
     CheckPath(track.path, lines);
     CheckPath(track.programmed, lines);
     CheckTimes();

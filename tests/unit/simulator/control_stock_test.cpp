@@ -286,6 +286,14 @@ TEST(ControlStock, KnowsWhatRandomRowsHaveCleared) {
   EXPECT_EQ(told, 40);
 }
 
+TEST(ControlStock, TakesWaysThatLeadFarAway) {
+  const std::string stock = std::string(kPlate) + kMill;
+  const std::string job = "T9 M06\nG00 X-99999. Y0. S900 M03\nG43 H09 Z-.1\n";
+  EXPECT_EQ(Found(stock, job + "X99999.\nM30\n"), "RapidBelowTop 4");
+  EXPECT_EQ(Found(stock, job + "X9999999999999.\nM30\n"), "");
+  EXPECT_EQ(Found(stock, Job("G00 X-99999.\nZ-.1\nX99999.\n")), "RapidInStock 7");
+}
+
 // The bound of what is looked at ends the check and nothing else.
 TEST(ControlStock, EndsItsLooksInAProgramWithoutEnd) {
   std::string rows =
