@@ -59,6 +59,7 @@ bool FillJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob
   job.program = path;
   std::string bytes = NormaliseOutputText(TextOf(tab), false);
   if (staged) StashActiveWorkspace();
+  if (ProgramTab* const shown = ActiveTab(); staged && shown) FollowBlocksOfDrawings(*shown);
   if (!tab) {
     job.files.push_back({job.program, std::move(bytes)});
     return true;

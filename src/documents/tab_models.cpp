@@ -12,7 +12,9 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "app/outlets.h"
+#include "documents/feature_blocks.h"
 #include "documents/file_text.h"
+#include "documents/known_block.h"
 #include "documents/save_state.h"
 #include "documents/stored_code.h"
 #include "documents/tab_table.h"
@@ -361,6 +363,17 @@ void StashActiveWorkspace() {
   }
   if (CadWindowExists()) StoreSketch(*tab);
   if (PlateWindowExists()) StorePlate(*tab);
+}
+
+void FollowBlocksOfDrawings(ProgramTab& tab) {
+  if (!tab.cadStore) return;
+  for (std::uint32_t i = 0; i < tab.cadStore->count; ++i) {
+    KnownBlock& block = tab.cadStore->drawings[i].block;
+    const int row = RowOfBlock(block, kKindSketch);
+    if (row < 0) continue;
+    const std::uint32_t now = features.rows[row].settings.codeHash;
+    if (now != block.codeHash) NoteBlock(block, block.id, now);
+  }
 }
 
 void RestoreWorkspace() {

@@ -66,6 +66,9 @@ void ResetLiveModels();
 
 // The live models into the active record, and out of it.
 void StashActiveWorkspace();
+// Behind a scan of the active program: what its drawings say of their blocks follows updates that
+// were undone or done again, as their file holds the code of one moment alone.
+void FollowBlocksOfDrawings(ProgramTab& tab);
 void RestoreWorkspace();
 
 }  // namespace morva
