@@ -325,7 +325,8 @@ LeadLines LinearLines(const PictureView& view, const PictureDimension& d, const 
   const double to = Dot(b, frame.along);
   const double middle = Dot(MiddleOf(plate), frame.along);
   const double half = Extent(size, frame.along) / 2;
-  const bool wordsInside = middle - half >= from && middle + half <= to;
+  // Words that reach in from an end cover a head that stands there, too.
+  const bool wordsInside = middle + half > from && middle - half < to;
   const double needed = 2 * kArrow + (wordsInside ? 2 * half : kArrow);
   const bool headsInside = to - from >= needed;
   const PointF back{-frame.along.x, -frame.along.y};

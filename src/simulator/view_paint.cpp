@@ -141,27 +141,52 @@ void PaintGrid(Canvas& canvas, const Projection& p) {
   PaintSegments(canvas, gridSegments, count, PenOf(GridColour(PlainWorkspace()), 1));
 }
 
-// The words of the stock stand above its highest corner on the screen, or below the lowest where an
-// example plays, whose tool stands above. They lie beside the cube and not over the view's sides.
-Rect PlateOfStock(const Rect& client, std::u16string_view label, PointF highest, PointF lowest) {
+// Where the words of the stock stand: above its highest corner on the screen, in two lines where
+// one has no room beside the cube, or below the lowest where an example plays. Not over the view's
+// sides.
+struct StockPlate {
+  Rect plate;
+  bool twoLines = false;
+};
+
+StockPlate PlateOfStock(const Rect& client, std::u16string_view name, std::u16string_view sizes,
+                        PointF highest, PointF lowest) {
   const bool below = ExampleIsShown();
-  Rect plate = PlateAround(below ? lowest : highest, label);
-  const int lift = (RectHeight(plate) / 2 + 4) * (below ? -1 : 1);
-  const bool besideCube = plate.top - lift < client.top + kCornerHeight;
-  const int cube = besideCube && CubeFits(CubeClient(client)) ? kCornerWidth : 0;
-  const int most = client.right - cube - 2 - RectWidth(plate);
+  StockPlate words{
+      PlateAround(below ? lowest : highest, std::u16string(name).append(u"  ").append(sizes))};
+  const int height = RectHeight(words.plate);
+  const int lift = (height / 2 + 4) * (below ? -1 : 1);
+  const bool besideCube =
+      words.plate.top - lift < client.top + kCornerHeight && CubeFits(CubeClient(client));
+  const int right = client.right - (besideCube ? kCornerWidth : 0) - 2;
+  words.twoLines = !below && besideCube && RectWidth(words.plate) > right - client.left - 2;
+  Rect& plate = words.plate;
+  if (words.twoLines) {
+    const Rect first = PlateAround(highest, name);
+    const Rect second = PlateAround(highest, sizes);
+    plate.left = std::min(first.left, second.left);
+    plate.right = std::max(first.right, second.right);
+    plate.top -= height;
+  }
+  const int most = right - RectWidth(plate);
   const int shift = std::max(client.left + 2, std::min(plate.left, most)) - plate.left;
-  return {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
+  plate = {plate.left + shift, plate.top - lift, plate.right + shift, plate.bottom - lift};
+  return words;
 }
 
-// The twelve edges of a stock; its corners go to `corners`, of which those join that differ in one
-// bit of their number.
-void PaintStockEdges(Canvas& canvas, const Projection& p, const StockEnvelope& s, const Pen& pen,
-                     PointF (&corners)[8]) {
+using Corners = PointF[8];
+
+// Those join that differ in one bit of their number.
+void CornersOf(const Projection& p, const StockEnvelope& s, Corners& corners) {
   for (int i = 0; i < 8; ++i) {
     corners[i] = Project(p, (i & 1) ? s.maxX : s.minX, (i & 2) ? s.maxY : s.minY,
                          (i & 4) ? s.top : s.bottom);
   }
+}
+
+void PaintStockEdges(Canvas& canvas, const Projection& p, const StockEnvelope& s, const Pen& pen) {
+  Corners corners;
+  CornersOf(p, s, corners);
   Segment edges[12];
   int count = 0;
   for (int i = 0; i < 8; ++i) {
@@ -179,19 +204,33 @@ const char16_t* StockWords() {
 
 void PaintStock(Canvas& canvas, const Projection& p) {
   const StockEnvelope& s = ShownPath().stock;
+  if (s.shown) PaintStockEdges(canvas, p, s, PenOf(kPathStock, kStockWidth));
+}
+
+// Above the tool, which would cover them.
+void PaintStockWords(Canvas& canvas, const Projection& p) {
+  const StockEnvelope& s = ShownPath().stock;
   if (!s.shown) return;
-  PointF corners[8];
-  PaintStockEdges(canvas, p, s, PenOf(kPathStock, kStockWidth), corners);
-  char16_t label[kReadOutUnits] = {};
-  CopyBounded(label, kReadOutUnits, StockWords());
-  AppendLabelNumber(label, kReadOutUnits, u"  ", s.maxX - s.minX, 4);
-  AppendLabelNumber(label, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
-  AppendLabelNumber(label, kReadOutUnits, u" x ", s.top - s.bottom, 4);
-  AppendBounded(label, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
+  char16_t sizes[kReadOutUnits] = {};
+  AppendLabelNumber(sizes, kReadOutUnits, u"", s.maxX - s.minX, 4);
+  AppendLabelNumber(sizes, kReadOutUnits, u" x ", s.maxY - s.minY, 4);
+  AppendLabelNumber(sizes, kReadOutUnits, u" x ", s.top - s.bottom, 4);
+  AppendBounded(sizes, kReadOutUnits, UnitsMetric() ? u" mm" : u" in");
+  Corners corners;
+  CornersOf(p, s, corners);
   const auto [highest, lowest] = std::minmax_element(
       corners, corners + 8, [](const PointF& a, const PointF& c) { return a.y < c.y; });
-  const Rect plate = PlateOfStock(CanvasArea(canvas), label, *highest, *lowest);
-  TextOn(canvas, plate, label, kPathStock, platform::kAlignCentre);
+  const std::u16string name = StockWords();
+  const StockPlate words = PlateOfStock(CanvasArea(canvas), name, sizes, *highest, *lowest);
+  if (!words.twoLines) {
+    TextOn(canvas, words.plate, name + u"  " + sizes, kPathStock, platform::kAlignCentre);
+    return;
+  }
+  Rect line = words.plate;
+  line.bottom = line.top + RectHeight(line) / 2;
+  TextOn(canvas, line, name, kPathStock, platform::kAlignCentre);
+  line = {line.left, line.bottom, line.right, words.plate.bottom};
+  TextOn(canvas, line, sizes, kPathStock, platform::kAlignCentre);
 }
 
 // What stands around the path, its feeds alone.
@@ -199,9 +238,8 @@ void PaintContext(Canvas& canvas, const Projection& p) {
   if (!switches.showDrawingPaths) return;
   const bool preview = PreviewIsShown();
   const Pen pen = PenOf(preview ? kPathContext : kPathGhost, kRapidWidth);
-  PointF corners[8];
   const StockEnvelope& stock = ContextOfPreview().stock;
-  if (preview && stock.shown) PaintStockEdges(canvas, p, stock, pen, corners);
+  if (preview && stock.shown) PaintStockEdges(canvas, p, stock, pen);
   const MotionPath& context = ShownPath().context;
   if (context.count < 2) return;
   int count = 0;
@@ -485,6 +523,7 @@ void PaintToolpathView(Canvas& canvas) {
   PaintContext(canvas, p);
   PaintPath(canvas, client);
   PaintHead(canvas, p, client);
+  PaintStockWords(canvas, p);
   PaintDimensions(canvas, p);
   PaintMeasure(canvas, client);
   PaintPreviewMarks(canvas, p);

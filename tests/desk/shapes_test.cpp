@@ -53,9 +53,10 @@ struct ShapesAtTheDesk : AtDesk {
       EXPECT_GE(widget->visibleRegion().boundingRect().height(), std::min(widget->height(), 24))
           << ids[i];
       if (const auto* key = qobject_cast<QAbstractButton*>(widget)) {
+        // With the ring of the keyboard inside the key.
         const int words =
             platform::TextWidth(platform::FontRole::Body, key->text().toStdU16String());
-        EXPECT_LE(words + 4, key->width()) << key->text().toStdString();
+        EXPECT_LE(words + 8, key->width()) << key->text().toStdString();
       }
     }
   }

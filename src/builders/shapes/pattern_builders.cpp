@@ -156,7 +156,7 @@ void DrawGridForm(const FormValues& form, Picture& picture) {
   DrawGrid(code, picture);
   const bool own = editLink.kind == kKindRectangular;
   if (!own && (directions.x != code.directionX || directions.y != code.directionY)) {
-    DrawGridItems(created, Ink::Construction, picture);
+    DrawGridItems(created, Ink::Construction, u"sketch", picture);
   }
 }
 

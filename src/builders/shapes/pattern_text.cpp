@@ -461,10 +461,12 @@ void DrawGrid(const GridValues& values, Picture& picture) {
   }
 }
 
-void DrawGridItems(const GridValues& values, Ink ink, Picture& picture) {
+void DrawGridItems(const GridValues& values, Ink ink, std::u16string_view words, Picture& picture) {
   const ItemCut item = ItemCutOf(values);
   const int count = ShownItems(values);
   for (int i = 0; i < count; ++i) AddItem(picture, item, GridPlace(values, i), i, ink);
+  const Place last = GridPlace(values, count - 1);
+  AddLabel(picture, {last.x, last.y}, words, {.side = LabelSide::Above, .clear = ReachOf(item)});
 }
 
 }  // namespace morva

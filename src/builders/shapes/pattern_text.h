@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "builders/common/builder_field.h"
 #include "forms/picture.h"
@@ -66,7 +67,7 @@ std::size_t GridRoom(const GridValues& values);
 
 void DrawCircular(const CircularValues& values, Picture& picture);
 void DrawGrid(const GridValues& values, Picture& picture);
-// The items alone, without numbers and sizes.
-void DrawGridItems(const GridValues& values, Ink ink, Picture& picture);
+// The items alone, without numbers and sizes; these words stand at the last.
+void DrawGridItems(const GridValues& values, Ink ink, std::u16string_view words, Picture& picture);
 
 }  // namespace morva

@@ -92,7 +92,7 @@ const std::vector<FormRow>& ShapeRows() {
                     .shares = {6, 8, 5, 7}});
     rows.push_back({.kind = RowKind::Keys,
                     .keys = {quick + 4, quick + 5, quick + 6, kIdCustomShapes},
-                    .shares = {4, 7, 4, 11}});
+                    .shares = {39, 77, 39, 125}});
     rows.push_back({.kind = RowKind::Choice,
                     .id = kIdShapeCombo,
                     .name = u"Shape",

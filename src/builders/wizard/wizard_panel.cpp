@@ -125,8 +125,10 @@ const std::vector<FormRow>& WizardRows() {
     constexpr int kCard = kIdWizardKindFirst;
     std::vector<FormRow> rows;
     rows.push_back({.kind = RowKind::Keys, .keys = {kCard, kCard + 1}, .height = 30});
-    rows.push_back(
-        {.kind = RowKind::Keys, .keys = {kCard + 2, kCard + 3, kCard + 4}, .height = 30});
+    rows.push_back({.kind = RowKind::Keys,
+                    .keys = {kCard + 2, kCard + 3, kCard + 4},
+                    .shares = {11, 10, 10},
+                    .height = 30});
     rows.push_back({.kind = RowKind::Choice,
                     .id = kIdWizardCombo,
                     .name = u"Operation",

@@ -636,6 +636,7 @@ TEST_F(PatternPictures, ShowTheDirectionsAsCreateTakesThem) {
     Type(kIdCadDirection1, u"30");
     Type(kIdCadDirection2, u"135");
     EXPECT_EQ(OutlinesOf(Shown(false), kCut), code) << "what the code cuts stays";
+    EXPECT_NE(PictureText(Shown(false)).find(u": sketch\n"), std::u16string::npos);
     const auto shown = OutlinesOf(Shown(false), kDashed);
     const int before = sketch.objectCount;
     ASSERT_TRUE(headless::Click(kIdCadCreatePattern));

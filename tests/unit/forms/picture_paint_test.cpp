@@ -343,6 +343,23 @@ TEST_F(PicturePaint, DrawsADimensionWithItsHeadsInside) {
   EXPECT_EQ(heads[1].numbers[2], 141.5);
 }
 
+// The words take 50 pixels with their ground, which is as wide as what is measured, or lies half a
+// pixel beside it: heads that stood inside would lie below it.
+TEST_F(PicturePaint, CoversNoHeadWithTheWordsOfADimension) {
+  for (const double width : {50.0, 51.0, 55.0, 60.0, 67.0}) {
+    for (const double from : {50.0, 50.5}) {
+      Picture picture;
+      AddDimension(picture, {DimensionWay::Across, from, 50, from + width, 50}, {}, u"100.000");
+      const Calls calls = Paint(picture, Plain());
+      const platform::Rect plate = PlaceOf(Only(calls, "PaintText")[0]);
+      for (const auto& head : Only(calls, "PaintPolygon")) {
+        const double back = head.numbers[2];
+        EXPECT_TRUE(back <= plate.left || back >= plate.right) << width << " " << from;
+      }
+    }
+  }
+}
+
 // 30 pixels have no room for the words: they stand beyond the end and the heads outside.
 TEST_F(PicturePaint, DrawsASmallDimensionFromOutside) {
   Picture picture;

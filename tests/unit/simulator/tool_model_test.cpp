@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <vector>
 
 #include "library/tools.h"
 #include "simulator/shown_path.h"
@@ -123,6 +124,21 @@ TEST_F(ToolModelTest, IsDrawnFromItsTipUpWithSmoothedEdges) {
   EXPECT_NEAR(top, 329 - 1.25 * 129, 0.01);
   EXPECT_EQ(flutes->numbers.back(), 1);  // smooth
   EXPECT_EQ(Solids(kShank), 1u);
+}
+
+// The tool stands where they are, and would cover them.
+TEST_F(ToolModelTest, LiesBelowTheWordsOfTheStock) {
+  AddTool(3, u"End Mill", 0.5);
+  stockEnvelope = {true, 0, 4, 0, 2, 0, -0.5, 0.5};
+  std::size_t solid = 0;
+  std::size_t words = 0;
+  const std::vector<headless::DrawCall> calls = Paint();
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (calls[i].name == "PaintPolygon" && calls[i].colours.at(0) == kShank) solid = i;
+    if (calls[i].text.starts_with(u"STOCK ENVELOPE")) words = i;
+  }
+  EXPECT_GT(solid, 0u);
+  EXPECT_GT(words, solid);
 }
 
 TEST_F(ToolModelTest, TheMarkOfTheHeadLiesOnTopOfIt) {

@@ -194,6 +194,26 @@ TEST_F(ViewPaint, FitsTheGhostPathWhenThereIsNoOther) {
   ExpectPlace(At(4, 0, 0), 593, 329);
 }
 
+// In two lines where one has no room there.
+TEST_F(ViewPaint, KeepsTheWordsOfTheStockOffTheCube) {
+  FlatPart();
+  SetViewIsometric();
+  stockEnvelope = {true, 0, 4, 0, 2, 0, -0.5, 0.5};
+  for (const int width : {670, 520, 400, 354}) {
+    SCOPED_TRACE(width);
+    platform::SetPlace(kViewToolpath, {700, 100, 700 + width, 100 + 300});
+    int lines = 0;
+    for (const DrawCall& call : Paint()) {
+      if (call.name != "PaintText" || call.colours.at(0) != kStockColour) continue;
+      ++lines;
+      EXPECT_GE(call.numbers.at(0), 0);
+      const bool beside = call.numbers.at(1) < kCubeHeight;
+      EXPECT_LE(call.numbers.at(2), beside ? width - kCubeWidth : width);
+    }
+    EXPECT_EQ(lines, width < 420 ? 2 : 1);
+  }
+}
+
 TEST_F(ViewPaint, BoxesTheStock) {
   FlatPart();
   stockEnvelope.shown = true;
