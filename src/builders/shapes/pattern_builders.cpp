@@ -1,7 +1,9 @@
 #include "builders/shapes/pattern_builders.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "app/app_state.h"
 #include "app/outlets.h"
@@ -106,15 +108,35 @@ bool CheckGridForm(const FormValues& form, Refusal& refusal) {
 bool StoreItem(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
 
 // A number of items that cannot be had is held to one that can.
-void TellQuantity(const FormValues& form, bool) {
-  const double typed = form.numbers[kCircularQuantity];
-  const int counts = CircularQuantity(Circular(form));
-  if (typed == counts) return;
-  AppendOutput(u"Quantity " + FixedText(typed, 0) + u" counts as " + IntegerText(counts) + u".");
+void TellCount(const char16_t* field, double typed, std::int64_t counts) {
+  if (typed == static_cast<double>(counts)) return;
+  AppendOutput(field + std::u16string(u" ") + FixedText(typed, 0) + u" counts as " +
+               IntegerText(counts) + u".");
+}
+
+// The code has three decimals: closer items are cut again and again in one place.
+bool IsNoStep(double step) { return Printed(step, 3) == 0; }
+
+void TellCircular(const FormValues& form, bool) {
+  const CircularValues values = Circular(form);
+  const int quantity = CircularQuantity(values);
+  TellCount(u"Quantity", form.numbers[kCircularQuantity], quantity);
+  if (quantity > 1 && IsNoStep(values.numbers[kCircularDiameter])) {
+    AppendOutput(u"All items lie on each other. Check the pattern's diameter.");
+  }
 }
 
 // The fields of the sketch's directions stand beside those of the code.
-void TellDirections(const FormValues&, bool) {
+void TellGrid(const FormValues& form, bool) {
+  const GridValues values = Grid(form);
+  const double columns = std::max(values.numbers[kGridColumns], 1.0);
+  const double rows = std::max(values.numbers[kGridRows], 1.0);
+  TellCount(u"Columns X", form.numbers[kGridColumns], static_cast<std::int64_t>(columns));
+  TellCount(u"Rows Y", form.numbers[kGridRows], static_cast<std::int64_t>(rows));
+  if ((columns > 1 && IsNoStep(values.numbers[kGridStepX])) ||
+      (rows > 1 && IsNoStep(values.numbers[kGridStepY]))) {
+    AppendOutput(u"Items lie on each other. Check the spacings of the grid.");
+  }
   const PatternDirections directions = SketchPatternDirections();
   if (directions.x == 0 && directions.y == 90) return;
   AppendOutput(u"The code's rows run along X and Y; the two directions count for the sketch only.");
@@ -198,7 +220,7 @@ constexpr Builder kCircularBuilder{
     .modeOf = [](const FormValues&) { return int{kModeCircular}; },
     .room = [](const FormValues& form) { return CircularRoom(Circular(form)); },
     .storeItems = StoreItem,
-    .inserted = TellQuantity,
+    .inserted = TellCircular,
 };
 
 constexpr Builder kGridBuilder{
@@ -221,7 +243,7 @@ constexpr Builder kGridBuilder{
     .modeOf = [](const FormValues&) { return int{kModeRectangular}; },
     .room = [](const FormValues& form) { return GridRoom(Grid(form)); },
     .storeItems = StoreItem,
-    .inserted = TellDirections,
+    .inserted = TellGrid,
 };
 
 void RegisterPatternBuilders() {

@@ -1,6 +1,7 @@
 #include "builders/shapes/shape_panel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -21,6 +22,7 @@
 #include "platform/control.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -243,7 +245,17 @@ void Draw(const FormValues& form, Picture& picture) {
 
 bool StoreItems(FeatureSettings& record) { return StoreShape(DataOf(record.a), record); }
 
+// The code takes the longer of both for the length.
+void TellShortSlot(const FormValues& form) {
+  const double length = std::fabs(form.numbers[kShapeSize]);
+  const double width = std::fabs(form.numbers[kShapeSize2]);
+  if (form.choices[0] != kShapeSlot || length >= width) return;
+  AppendOutput(u"Length " + FixedText(length, 3) + u" counts as " + FixedText(width, 3) +
+               u": a slot is not shorter than wide.");
+}
+
 void TellInserted(const FormValues& form, bool updated) {
+  TellShortSlot(form);
   if (SavedAt(form.choices[0])) {
     AppendOutput(updated ? u"Saved Custom Shape updated from the reusable shape library."
                          : u"Saved Custom Shape inserted from the reusable shape library.");

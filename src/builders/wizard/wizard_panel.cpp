@@ -339,8 +339,17 @@ void Draw(const FormValues& values, Picture& picture) {
   DrawWizard(said, WizardCutter(said), picture);
 }
 
+// The code has three decimals: closer holes are cut again and again in one place.
+void TellHoles(const FormValues& values) {
+  const std::vector<platform::PointF> holes = WizardHoles(ValuesOf(values));
+  if (holes.size() < 2 || Printed(holes[1].x - holes[0].x, 3) != 0) return;
+  AppendOutput(u"All " + IntegerText(static_cast<std::int64_t>(holes.size())) +
+               u" holes lie in one place. Check the X spacing.");
+}
+
 // What the library says of the tool, where the code has it otherwise.
 void TellTool(const FormValues& values, bool) {
+  TellHoles(values);
   Call(hooks.followTools);
   const int number = WholeWithin(values.numbers[kWizardTool], 0, kLastWizardTool);
   const int index = number > 0 ? FindTool(number) : -1;

@@ -361,6 +361,36 @@ TEST_F(PatternBuilders, RefuseTheSelectionWhileAnotherKindIsUnderEdit) {
   Insert(kIdRectInsert);
 }
 
+TEST_F(PatternBuilders, SayWhereItemsLieOnEachOther) {
+  Circular();
+  Insert(kIdCircularInsert);
+  EXPECT_FALSE(OutputHas(u"lie on each other"));
+  Type(kIdCadCircDiameter, u"0.0004");
+  Type(kIdCadCircQuantity, u"1");
+  Insert(kIdCircularInsert);
+  EXPECT_FALSE(OutputHas(u"lie on each other")) << "a single one";
+  Type(kIdCadCircQuantity, u"2");
+  Insert(kIdCircularInsert);
+  EXPECT_TRUE(OutputHas(u"All items lie on each other. Check the pattern's diameter."));
+  Grid();
+  Insert(kIdRectInsert);
+  EXPECT_FALSE(OutputHas(u"the spacings of the grid"));
+  Type(kIdCadRectSpacingY, u"-0.0004");
+  Insert(kIdRectInsert);
+  EXPECT_TRUE(OutputHas(u"Items lie on each other. Check the spacings of the grid."));
+}
+
+TEST_F(PatternBuilders, SayWhatColumnsAndRowsCountAs) {
+  Grid();
+  Insert(kIdRectInsert);
+  EXPECT_FALSE(OutputHas(u"counts as"));
+  Type(kIdCadRectColumns, u"0");
+  Type(kIdCadRectRows, u"-3");
+  Insert(kIdRectInsert);
+  EXPECT_TRUE(OutputHas(u"Columns X 0 counts as 1."));
+  EXPECT_TRUE(OutputHas(u"Rows Y -3 counts as 1."));
+}
+
 TEST_F(PatternBuilders, SayThatTheCodeKnowsNoDirections) {
   ASSERT_TRUE(headless::Click(kIdSurfaceCad));
   OpenPatternPanel(kPanelRectangular, false);

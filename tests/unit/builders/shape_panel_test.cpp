@@ -299,6 +299,16 @@ TEST_F(ShapePanel, TellsWhatAnEmptyFieldCountsAs) {
   EXPECT_TRUE(OutputHas(u"Z depth is not a number: -0.100 was used. Check the code"));
 }
 
+TEST_F(ShapePanel, TellsThatASlotIsNotShorterThanWide) {
+  Choose(kShapeSlot);
+  Insert();
+  EXPECT_FALSE(OutputHas(u"not shorter than wide"));
+  Type(kShapeSize, u"0.5");
+  Type(kShapeSize2, u"2");
+  Insert();
+  EXPECT_TRUE(OutputHas(u"Length 0.500 counts as 2.000: a slot is not shorter than wide."));
+}
+
 TEST_F(ShapePanel, KeepsTheChosenShapeWhenTheLibraryChanges) {
   const int ear = Save(u"Ear");
   Save(u"Foot");

@@ -239,6 +239,18 @@ TEST_F(WizardPanel, TellsWhatEmptyFieldsCountAs) {
   }
 }
 
+TEST_F(WizardPanel, TellsWhereAllHolesLieInOnePlace) {
+  Choose(kWizardDrill);
+  Insert();
+  Type(kWizardTenth, u"0.0004");
+  Type(kWizardNinth, u"1");
+  Insert();
+  EXPECT_FALSE(OutputHas(u"holes lie in one place"));
+  Type(kWizardNinth, u"3");
+  Insert();
+  EXPECT_TRUE(OutputHas(u"All 3 holes lie in one place. Check the X spacing."));
+}
+
 TEST_F(WizardPanel, WritesTheWorkOffsetAsTyped) {
   Choose(kWizardSlot);
   Type(kWizardOffset, u"G154 P7 (FIXTURE)");
