@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -34,6 +35,8 @@ TEST_F(CompanionsKept, ADamagedOneIsKeptUnderTheNameThatOpeningTells) {
   ASSERT_TRUE(morva::SaveProgram(app.activePath));
   EXPECT_EQ(Raw("a.NC.features.kept"), "MVC1 damaged");
   EXPECT_EQ(Raw("a.NC.features"), std::string("MVC1\0\0\0\0", 8));
+  // No program was replaced.
+  EXPECT_FALSE(Told(u"of the replaced program"));
   // A later save leaves both alone.
   ASSERT_TRUE(morva::SaveProgram(app.activePath));
   EXPECT_EQ(Raw("a.NC.features.kept"), "MVC1 damaged");
@@ -61,6 +64,34 @@ TEST_F(CompanionsKept, OneThatCannotBePutAsideFailsTheSave) {
   headless::FailCall("rename", 0);
   EXPECT_EQ(Raw("a.NC.features"), "damaged");
   EXPECT_EQ(Raw("a.NC"), "G0\r\n");
+}
+
+// It stands where it stood, so that the next save asks nothing.
+TEST_F(CompanionsKept, OneThatIsPutBackByAFailedSaveIsNotTakenForAnothers) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", "damaged");
+  OpenFile("a.NC");
+  TypeProgram(u"G1 X1");
+  headless::FailCall("new", 1);
+  EXPECT_FALSE(morva::SaveProgram(app.activePath));
+  EXPECT_EQ(Raw("a.NC.features"), "damaged");
+  headless::TakeBoxes();
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_EQ(Raw("a.NC.features.kept"), "damaged");
+}
+
+// A time server, a copy with new times.
+TEST_F(CompanionsKept, OneThatWasOnlyTouchedIsTheSame) {
+  Put("a.NC", "G0\r\n");
+  Put("a.NC.features", std::string("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20));
+  OpenFile("a.NC");
+  const auto before = fs::last_write_time(folder / "a.NC.features");
+  fs::last_write_time(folder / "a.NC.features", before + std::chrono::seconds(2));
+  TypeProgram(u"G1 X1");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(Raw("a.NC").find("G1 X1"), std::string::npos);
 }
 
 TEST_F(CompanionsKept, TheNameOfADamagedOneStaysWithItsFileBehindASaveAs) {
@@ -166,6 +197,53 @@ TEST_F(CompanionsKept, ASaveAsThatCannotPutTheOldDrawingsAwayIsSavedAndSaysSo) {
   // It goes before this program writes one over it.
   EXPECT_EQ(Raw("q.NC.cadmv"), "drawings of q");
   EXPECT_EQ(morva::ActiveTab()->unusable[0].from, PathOf("q.NC.cadmv"));
+  // It is known, so that the next save asks nothing.
+  TypeProgram(u"G1 X2");
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(Raw("q.NC").find("G1 X2"), std::string::npos);
+}
+
+// A disk that is full behind the copy of the drawings.
+TEST_F(CompanionsKept, TheCopyOfWhatIsReplacedComesBeforeTheProgram) {
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.cadmv", "drawings of q");
+  TypeProgram(u"G1 X1");
+  tabs[0].cadStore = new morva::CadStore();
+  tabs[0].cadStore->count = 1;
+  headless::FailCall("write", 2);
+  morva::SaveProgramOver(PathOf("q.NC"));
+  headless::FailCall("write", 0);
+  EXPECT_EQ(Raw("q.NC"), "G0\r\n");
+  EXPECT_EQ(Raw("q.NC.cadmv"), "drawings of q");
+  EXPECT_FALSE(fs::exists(folder / "q.NC.cadmv.kept"));
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_EQ(Raw("q.NC.cadmv.kept"), "drawings of q");
+}
+
+TEST_F(CompanionsKept, AnEmptyListOfExcludedCodeIsNotKept) {
+  Put("q.NC", "G0\r\n");
+  Put("q.NC.features", std::string("MVC1\0\0\0\0", 8));
+  morva::KeepExcludedCode(tabs[0], u"G1 X7");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_GT(Raw("q.NC.features").size(), 8u);
+  EXPECT_FALSE(fs::exists(folder / "q.NC.features.kept"));
+}
+
+// A program and its copy begin with the same excluded code.
+TEST_F(CompanionsKept, TheExcludedCodeOfACopyIsNotThisPrograms) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  for (const char* name : {"a.NC", "q.NC"}) {
+    Put(name, "G0\r\n");
+    Put(std::string(name) + ".features", entry);
+  }
+  OpenFile("a.NC");
+  morva::KeepExcludedCode(tabs[1], u"G1 X7");
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_GT(Raw("q.NC.features").size(), entry.size());
+  EXPECT_EQ(Raw("q.NC.features.kept"), entry);
 }
 
 TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {

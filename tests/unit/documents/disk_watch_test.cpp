@@ -324,6 +324,20 @@ TEST_F(Disk, AsksOnceAboutOneStateOfAFile) {
   EXPECT_EQ(Raw("a.NC"), "G0 X10\r\n");
 }
 
+// Another window excludes one block and then another.
+TEST_F(Disk, AsksAgainWhereWhatStandsBesideTheProgramChanges) {
+  OpenProgram();
+  Put("a.NC.features", std::string("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20));
+  for (const bool asks : {true, false}) {
+    headless::QueueAnswer(BoxAnswer::No);
+    morva::WatchDisk();
+    EXPECT_EQ(BoxTitles().size(), asks ? 1u : 0u);
+  }
+  Put("a.NC.features", std::string("MVC1\1\0\0\0\1\0\0\0\4\0\0\0G\0001\0X\0", 22));
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles().size(), 1u);
+}
+
 TEST_F(Disk, SaysOnceThatATouchedProgramStandsOverAChangedFile) {
   OpenProgram();
   TypeProgram(u"G0 X2");

@@ -11,6 +11,7 @@
 #include "documents/tab_models.h"
 #include "library/shapes.h"
 #include "platform/clock.h"
+#include "platform/common/faults.h"
 #include "platform/profile.h"
 #include "platform/thread.h"
 #include "support/program_stage.h"
@@ -125,6 +126,125 @@ TEST_F(Saver, WritesNothingWhereItCannotBeToldWhatStandsThere) {
   support::fs::remove(folder / "Job.NC");
   EXPECT_EQ(save(), Answers{morva::SaveAnswer::Saved});
   EXPECT_EQ(Raw("Job.NC"), "G0 X2\r\n");
+}
+
+// A program with its excluded code, as a save of its tab hands them over.
+struct SaverOfTwo : public Saver {
+  SaverOfTwo() {
+    answers.clear();
+    shown = this;
+  }
+  ~SaverOfTwo() override { platform::fileFault = nullptr; }
+  morva::SaveJob Job(std::string_view program = "G0 X2\r\n") const {
+    morva::SaveJob job;
+    job.serial = 7;
+    job.program = PathOf("Job.NC");
+    job.files = {{PathOf("Job.NC.features"), "mine"}, {job.program, std::string(program)}};
+    job.told = [](const morva::SaveResult& result) { answers.push_back(result.answer); };
+    return job;
+  }
+  // Knows the files as they stand now.
+  morva::SaveJob CheckedJob() const {
+    morva::SaveJob job = Job();
+    job.checked = true;
+    std::string bytes;
+    EXPECT_TRUE(morva::ReadWithState(job.program, bytes, job.known));
+    job.beside.push_back({PathOf("Job.NC.features"), {}});
+    if (platform::FileExists(job.beside[0].path)) {
+      EXPECT_TRUE(morva::ReadWithState(job.beside[0].path, bytes, job.beside[0].state));
+    }
+    return job;
+  }
+  static morva::SaveAnswer Save(morva::SaveJob job) {
+    answers.clear();
+    morva::HandOverSave(std::move(job));
+    EXPECT_TRUE(morva::WaitForSaves());
+    return answers.size() == 1 ? answers[0] : morva::SaveAnswer::Failed;
+  }
+  // Keeps the worker busy, so that what is handed over next waits.
+  void HoldWorker() const {
+    headless::SetFlushTime(300);
+    morva::SaveJob other;
+    other.program = PathOf("Other.NC");
+    other.files = {{other.program, "G0\r\n"}};
+    morva::HandOverSave(std::move(other));
+  }
+  static const SaverOfTwo* shown;
+};
+const SaverOfTwo* SaverOfTwo::shown = nullptr;
+
+// Between the look at the files and the moment in which they are replaced.
+TEST_F(SaverOfTwo, LeavesExcludedCodeThatAnotherWindowWritesMeanwhile) {
+  Put("Job.NC", "G0 X1\r\n");
+  Put("Job.NC.features", "before");
+  morva::SaveJob job = CheckedJob();
+  platform::fileFault = [](std::string_view kind) {
+    if (kind == "flush") shown->Put("Job.NC.features", "theirs, of another window");
+    return false;
+  };
+  EXPECT_EQ(Save(job), morva::SaveAnswer::Changed);
+  EXPECT_EQ(Raw("Job.NC.features"), "theirs, of another window");
+  EXPECT_EQ(Raw("Job.NC"), "G0 X1\r\n");
+}
+
+TEST_F(SaverOfTwo, WritesNothingBesideExcludedCodeOfAnotherWindow) {
+  Put("Job.NC", "G0 X1\r\n");
+  morva::SaveJob job = CheckedJob();
+  Put("Job.NC.features", "theirs");
+  EXPECT_EQ(Save(job), morva::SaveAnswer::Changed);
+  // A share that does not say at the second of the two what stands there.
+  headless::FailCall("look", 2);
+  EXPECT_EQ(Save(job), morva::SaveAnswer::Failed);
+  EXPECT_EQ(Raw("Job.NC.features"), "theirs");
+  EXPECT_EQ(Raw("Job.NC"), "G0 X1\r\n");
+}
+
+// What an earlier save has put away is the only copy of it.
+TEST_F(SaverOfTwo, PutsNothingOverAKeptFileThatItCannotSee) {
+  Put("Job.NC", "G0 X1\r\n");
+  Put("Job.NC.features.kept", "kept by an earlier save");
+  morva::SaveJob job = Job();
+  job.moves = {{PathOf("Job.NC.features"), PathOf("Job.NC.features.kept")}};
+  for (const int look : {1, 2, 3}) {
+    Put("Job.NC.features", "damaged");
+    headless::FailCall("look", look);
+    Save(job);
+    headless::FailCall("look", 0);
+    EXPECT_EQ(Raw("Job.NC.features.kept"), "kept by an earlier save") << look;
+  }
+}
+
+// Whichever write fails: the old program never stands beside the new one's excluded code.
+TEST_F(SaverOfTwo, WritesAProgramThatReplacesAnotherFirstAlsoInPlaceOfAnOlderSave) {
+  for (const int write : {1, 2, 3}) {
+    Put("Job.NC", "G0 X1\r\n");
+    Put("Job.NC.features", "of the program that stands there");
+    HoldWorker();
+    morva::SaveJob older = Job();
+    older.replaces = true;
+    morva::HandOverSave(std::move(older));
+    headless::FailCall("write", write);
+    Save(Job());
+    headless::FailCall("write", 0);
+    EXPECT_FALSE(Raw("Job.NC") == "G0 X1\r\n" && Raw("Job.NC.features") == "mine") << write;
+  }
+}
+
+TEST_F(SaverOfTwo, PutsAwayWhatAnOlderSaveInItsPlaceHadToPutAway) {
+  Put("Job.NC", "G0 X1\r\n");
+  Put("Job.NC.features", "damaged");
+  Put("Job.NC.cadmv", "drawings of the other program");
+  HoldWorker();
+  morva::SaveJob older = Job();
+  older.moves = {{PathOf("Job.NC.features"), PathOf("Job.NC.features.kept")}};
+  older.files.push_back({.path = PathOf("Job.NC.cadmv.kept"),
+                         .bytes = "drawings of the other program",
+                         .copyOf = PathOf("Job.NC.cadmv")});
+  morva::HandOverSave(std::move(older));
+  EXPECT_EQ(Save(Job()), morva::SaveAnswer::Saved);
+  EXPECT_EQ(Raw("Job.NC.features.kept"), "damaged");
+  EXPECT_EQ(Raw("Job.NC.cadmv.kept"), "drawings of the other program");
+  EXPECT_EQ(Raw("Job.NC.features"), "mine");
 }
 
 // Two programs of one title in one millisecond, neither of them written yet.
