@@ -119,7 +119,8 @@ void NoteEditedSkim() {
 void FollowEditedSkim() {
   const SkimEdit edit = skimWizard.edit;
   if (edit.id == 0) return;
-  if (editLink.kind != 0) return NoteSkimEdit({});  // it is no longer owed
+  const bool linkedStill = editLink.kind == kKindSkim && editLink.tab == app.activeTab;
+  if (linkedStill && editLink.id == edit.id) return NoteSkimEdit({});
   if (edit.program != ActiveSerial() && IndexOfSerial(edit.program) >= 0) {
     return ShowStatus(
         u"The skim under edit stands in another program; INSERT SKIM writes a new block here.");

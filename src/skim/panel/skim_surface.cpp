@@ -98,6 +98,7 @@ void Enter() {
 
 // The program's own path is back as it stood, head and speed too. An insertion has read it anew.
 void Left() {
+  NoteEditedSkim();  // another block may come under edit meanwhile
   NoteSkimField(-1);
   NoteSkimProgram(shownProgram);
   KeepSkimTexts();

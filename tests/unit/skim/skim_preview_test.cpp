@@ -252,6 +252,25 @@ TEST_F(SkimUnderEdit, IsLedToBehindAModeThatRemembersNothing) {
   EXPECT_EQ(app.surface, kSurfaceSkim);
 }
 
+// Another block may come under edit in a look at the program.
+TEST_F(SkimUnderEdit, IsItsUpdateAgainBehindTheEditOfAnotherBlock) {
+  const std::int32_t id = editLink.id;
+  headless::Click(kIdSurfaceCode);
+  SetMode(kModeShapes);
+  headless::Click(kIdShapeInsert);
+  headless::Click(kIdFeatureEdit);
+  ASSERT_EQ(editLink.kind, kKindShape);
+  for (int i = 0; i < 3 && app.surface == kSurfaceCode; ++i) headless::Click(kIdBack);
+  ASSERT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(editLink.kind, kKindSkim);
+  EXPECT_EQ(editLink.id, id);
+  EXPECT_EQ(platform::TextOf(kIdSkimInsert), u"UPDATE SKIM");
+  headless::Click(kIdSkimInsert);
+  int skims = 0;
+  for (const FeatureRecord& row : BlocksOf(Text())) skims += row.settings.kind == kKindSkim;
+  EXPECT_EQ(skims, 1);
+}
+
 TEST_F(SkimUnderEdit, IsLedToNoMoreOnceItIsCancelled) {
   headless::Click(kIdSurfaceCode);
   headless::Click(kIdSurfaceCad);
