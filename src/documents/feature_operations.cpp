@@ -292,7 +292,13 @@ void SelectFeature() {
   const int row = FindFeature(id);
   if (row < 0) return;
   ShowSelection(text, features.rows[row]);
-  ShowFeatureHint(u"Selected block. Edit Settings reopens its builder.");
+  // UPDATE goes into the block that was opened, not into the selected one.
+  const bool other = editLink.kind != 0 && editLink.tab == app.activeTab && editLink.id != id;
+  const int linked = other ? FindFeature(editLink.id) : -1;
+  if (linked < 0) return ShowFeatureHint(u"Selected block. Edit Settings reopens its builder.");
+  const std::u16string words = u"Selected block. The form still edits #" + IntegerText(linked + 1) +
+                               u"; Edit Settings opens this one.";
+  ShowFeatureHint(words);
 }
 
 void EditFeature() {

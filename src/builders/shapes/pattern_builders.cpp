@@ -149,6 +149,10 @@ bool TakeSelection(int panelMode, bool metric, PatternItem& item, Picture& pictu
     AddLabel(picture, {}, u"No object is selected that this pattern repeats.");
     return false;
   }
+  if (shape.objects[0].type == kTypeCircle) {  // measured by its diameter
+    item = {ItemShape::Circle, nullptr};
+    return true;
+  }
   ScaleLengths(shape.objects[0], metric ? 1 / kMmPerInch : 1);
   shape.count = 1;
   item = {ItemShape::Circle, &shape};

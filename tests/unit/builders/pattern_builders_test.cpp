@@ -704,6 +704,10 @@ TEST_F(PatternPictures, ShowTheSelectedObjectAsCreateRepeatsIt) {
           Type(kIdCadDirection1, u"30");
         }
         const auto shown = OutlinesOf(Shown(circular), kCut);
+        const bool byDiameter =
+            PictureText(Shown(circular)).find(metric ? u"\u00D812.70" : u"\u00D80.500") !=
+            std::u16string::npos;
+        EXPECT_EQ(byDiameter, object.type == kTypeCircle);
         ASSERT_TRUE(headless::Click(kIdCadCreatePattern));
         ASSERT_EQ(sketch.objectCount, before + (circular ? 5 : 6));
         ExpectSame(shown, OutlinesOf(Sketched(before, Ink::Feature), kCut));

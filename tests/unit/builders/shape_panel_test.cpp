@@ -19,6 +19,7 @@
 #include "platform/window.h"
 #include "shell/modes.h"
 #include "support/workbench.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -473,6 +474,17 @@ TEST_F(ShapePanel, TellsThatAnotherBlockHoldsTheSameCode) {
   EXPECT_FALSE(OutputHas(kSame));
   Insert();
   EXPECT_TRUE(OutputHas(u"Blocks #3, #4 hold the same code; each of them is cut."));
+}
+
+TEST_F(ShapeBlock, IsNamedWhileAnotherOneIsSelected) {
+  Insert();
+  InsertAndEdit();
+  const auto hint = [] { return platform::TextOf(kIdFeatureHint); };
+  ASSERT_TRUE(headless::SelectRows(kIdFeatureList, {features.count - 1}));
+  EXPECT_EQ(hint(), u"Selected block. Edit Settings reopens its builder.");
+  ASSERT_TRUE(headless::SelectRows(kIdFeatureList, {features.count - 2}));
+  EXPECT_EQ(hint(), u"Selected block. The form still edits #" + IntegerText(features.count) +
+                        u"; Edit Settings opens this one.");
 }
 
 TEST_F(ShapeBlock, IsInsertedAnewWhenItIsGone) {
