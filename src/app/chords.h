@@ -27,6 +27,7 @@ constexpr Chord FunctionKey(const ChordPlace& place, int number) {
   return PlainKey(place, platform::kKeyF1 + number - 1);
 }
 constexpr Chord CtrlKey(const ChordPlace& place, int key) { return {&place, {key, true}}; }
+constexpr Chord ShiftKey(const ChordPlace& place, int key) { return {&place, {key, false, true}}; }
 constexpr Chord AltKey(const ChordPlace& place, int key) {
   return {&place, {key, false, false, true}};
 }

@@ -1,6 +1,7 @@
 #include "app/panels.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "app/app_state.h"
 #include "app/hooks.h"
@@ -105,6 +106,10 @@ const Handlers* HandlersOf(int id, int n) {
     if (handlerTable[i].id == id && n-- == 0) return &handlerTable[i];
   }
   return nullptr;
+}
+
+std::span<const Handlers> AllHandlers() {
+  return {handlerTable, static_cast<std::size_t>(handlerFill.count)};
 }
 
 void ClearPanels() {

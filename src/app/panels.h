@@ -7,6 +7,7 @@
 
 #include <span>
 
+#include "app/key_rows.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
@@ -84,6 +85,7 @@ struct Handlers {
   void (*drawItem)(const platform::DrawState& state, platform::Canvas& canvas) = nullptr;
   bool (*pointer)(const platform::PointerEvent& event) = nullptr;
   bool (*key)(const platform::KeyEvent& key) = nullptr;
+  std::span<const KeyRow> keys = {};  // those that `key` runs, for the page of keys
   void (*typed)(char16_t character) = nullptr;
   void (*selection)(bool byUser) = nullptr;  // caret or selection of an editor moved
   bool (*contextMenu)(int row, int x, int y) = nullptr;
@@ -100,6 +102,7 @@ void RegisterHandlers(const Handlers& handlers);
 // The n-th record of an id, null past the last. Several rooms may listen to one id; the first
 // that answers true ends the search.
 const Handlers* HandlersOf(int id, int n);
+std::span<const Handlers> AllHandlers();
 
 // The rows of the modes go with them.
 void ClearPanels();

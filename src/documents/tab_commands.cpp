@@ -374,6 +374,16 @@ void ListenToTabs(std::integer_sequence<int, indices...>) {
   (ListenToTab<indices>(), ...);
 }
 
+bool OpenRecent() {
+  ShowRecentMenu();
+  return true;
+}
+
+constexpr ChordPlace kOpenChords{u"OPEN"};
+constexpr KeyRow kOpenKeys[] = {
+    {PlainKey(kOpenChords, platform::kKeyDown), u"Choose from the last ones", OpenRecent},
+};
+
 }  // namespace
 
 bool ProgramKey(const platform::KeyEvent& key) { return RouteChord(kProgramChords, key); }
@@ -391,11 +401,8 @@ void RegisterDocumentCommands() {
   }
   Handlers open;
   open.id = kIdOpen;
-  open.key = [](const platform::KeyEvent& key) {
-    if (key.key != platform::kKeyDown) return false;
-    ShowRecentMenu();
-    return true;
-  };
+  open.key = [](const platform::KeyEvent& key) { return RunKeyRow(kOpenKeys, key); };
+  open.keys = kOpenKeys;
   open.contextMenu = [](int, int, int) {
     ShowRecentMenu();
     return true;

@@ -122,14 +122,21 @@ void PaintPage(platform::Canvas& canvas) {
 std::vector<KeyLine> KeyLines(const std::u16string& search) {
   std::vector<KeyLine> found;
   const std::u16string wanted = Folded(search);
-  for (const Command* row : AllCommands()) {
-    if (!row->chord.place || row->pending[0]) continue;
-    KeyLine line{ChordWords(row->chord), WordsOfCommand(*row), row->chord.place->words};
-    const auto holds = [&](const std::u16string& text) {
-      return Folded(text).find(wanted) != std::u16string::npos;
-    };
+  const auto holds = [&wanted](const std::u16string& text) {
+    return Folded(text).find(wanted) != std::u16string::npos;
+  };
+  const auto add = [&](const Chord& chord, std::u16string words) {
+    KeyLine line{ChordWords(chord), std::move(words), chord.place->words};
     if (holds(line.chord) || holds(line.words) || holds(line.place)) {
       found.push_back(std::move(line));
+    }
+  };
+  for (const Command* row : AllCommands()) {
+    if (row->chord.place && !row->pending[0]) add(row->chord, WordsOfCommand(*row));
+  }
+  for (const Handlers& handlers : AllHandlers()) {
+    for (const KeyRow& row : handlers.keys) {
+      if (row.words[0]) add(row.chord, row.words);
     }
   }
   std::ranges::stable_sort(found, {},

@@ -1,6 +1,7 @@
 // The page of all keys: what each chord does and where it holds, with a search.
 //
-// It is made from the table of commands, so that no key stands in it that nobody hears.
+// It is made from the table of commands and from the keys of views (`Handlers::keys`), which are
+// what runs them, so that no key stands in it that nobody hears.
 #pragma once
 
 #include <string>

@@ -33,6 +33,28 @@ void Choose(int index, bool tell = false) {
   platform::Repaint(kIdSpeedSlider);
 }
 
+template <int by>
+bool StepSpeed() {
+  Choose(ShownSpeed() + by);
+  return true;
+}
+
+template <int index>
+bool PutSpeed() {
+  Choose(index);
+  return true;
+}
+
+constexpr ChordPlace kSliderChords{u"speed slider"};
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kSliderChords, platform::kKeyLeft), u"Slower", StepSpeed<-1>},
+    {PlainKey(kSliderChords, platform::kKeyDown), u"Slower", StepSpeed<-1>},
+    {PlainKey(kSliderChords, platform::kKeyRight), u"Faster", StepSpeed<1>},
+    {PlainKey(kSliderChords, platform::kKeyUp), u"Faster", StepSpeed<1>},
+    {PlainKey(kSliderChords, platform::kKeyHome), u"Slowest", PutSpeed<0>},
+    {PlainKey(kSliderChords, platform::kKeyEnd), u"Fastest", PutSpeed<kSpeedCount - 1>},
+};
+
 }  // namespace
 
 int SpeedIndexAt(int x) {
@@ -84,26 +106,7 @@ bool SpeedSliderPointer(const platform::PointerEvent& event) {
   return true;
 }
 
-bool SpeedSliderKey(const platform::KeyEvent& key) {
-  switch (key.key) {
-    case platform::kKeyLeft:
-    case platform::kKeyDown:
-      Choose(ShownSpeed() - 1);
-      return true;
-    case platform::kKeyRight:
-    case platform::kKeyUp:
-      Choose(ShownSpeed() + 1);
-      return true;
-    case platform::kKeyHome:
-      Choose(0);
-      return true;
-    case platform::kKeyEnd:
-      Choose(kSpeedCount - 1);
-      return true;
-    default:
-      return false;
-  }
-}
+bool SpeedSliderKey(const platform::KeyEvent& key) { return RunKeyRow(kKeys, key); }
 
 void RefreshSpeedSlider() {
   if (toldSpeed == ShownSpeed()) return;
@@ -121,6 +124,7 @@ void RegisterSpeedSlider() {
   handlers.paint = PaintSpeedSlider;
   handlers.pointer = SpeedSliderPointer;
   handlers.key = SpeedSliderKey;
+  handlers.keys = kKeys;
   handlers.value = [](platform::ViewValue& value) {
     value = {SpeedWord(ShownSpeed()), 0, kSpeedCount - 1, ShownSpeed()};
   };

@@ -52,6 +52,25 @@ void TakeHeight(int height) {
   SetClosed(height < kClosesBelow);
 }
 
+// A wish beyond what the window has room for is not kept, so that the next key moves the edge.
+bool MoveEdge(int height) {
+  TakeHeight(height);
+  if (!IsStripClosed()) strip.height = strip.shown;
+  return true;
+}
+
+bool Raise() {
+  return MoveEdge(IsStripClosed() ? std::max(strip.height, kStripLeast) : strip.shown + kLine);
+}
+
+bool Lower() { return MoveEdge(strip.shown <= kStripLeast ? 0 : strip.shown - kLine); }
+
+constexpr ChordPlace kEdgeChords{u"key that closes the strip"};
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kEdgeChords, platform::kKeyUp), u"Make the strip higher", Raise},
+    {PlainKey(kEdgeChords, platform::kKeyDown), u"Make the strip lower", Lower},
+};
+
 }  // namespace
 
 bool IsStripClosed() {
@@ -77,19 +96,7 @@ void ToggleStrip() { SetClosed(!IsStripClosed()); }
 
 void DragStrip(int y) { TakeHeight(strip.foot - y - strip.head); }
 
-bool StripKey(const platform::KeyEvent& key) {
-  if (key.ctrl || key.alt || key.shift) return false;
-  if (key.key == platform::kKeyUp) {
-    TakeHeight(IsStripClosed() ? std::max(strip.height, kStripLeast) : strip.shown + kLine);
-  } else if (key.key == platform::kKeyDown) {
-    TakeHeight(strip.shown <= kStripLeast ? 0 : strip.shown - kLine);
-  } else {
-    return false;
-  }
-  // A wish beyond what the window has room for is not kept, so that the next key moves the edge.
-  if (!IsStripClosed()) strip.height = strip.shown;
-  return true;
-}
+bool StripKey(const platform::KeyEvent& key) { return RunKeyRow(kKeys, key); }
 
 bool StripChord(const platform::KeyEvent& key) {
   return app.surface == kSurfaceCode && RouteChord(kStripChords, key);
@@ -100,6 +107,7 @@ void RegisterStrip() {
   Handlers handlers;
   handlers.id = kIdStrip;
   handlers.key = StripKey;
+  handlers.keys = kKeys;
   RegisterHandlers(handlers);
   RegisterCommand(RouterStage::Click, kIdStrip, platform::kNotifyClick,
                   [](int, int) { ToggleStrip(); });

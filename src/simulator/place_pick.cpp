@@ -243,26 +243,37 @@ void PlacePickHover(int x, int y) {
   if (place.picked || cross.picked) SetCross(place);
 }
 
+namespace {
+
+template <int right, int down>
+bool MoveByKey() {
+  MoveCross(right, down);
+  return true;
+}
+
+bool TakePlace() {
+  if (cross.picked) End(PickedPlace(cross));
+  return true;
+}
+
+constexpr ChordPlace kPickChords{u"picking a place"};
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kPickChords, platform::kKeyEscape), u"Give up the pick", DropPlacePick},
+    {PlainKey(kPickChords, platform::kKeyEnter), u"Take the marked place", TakePlace},
+    {PlainKey(kPickChords, platform::kKeyLeft), u"Move the mark left", MoveByKey<-1, 0>},
+    {PlainKey(kPickChords, platform::kKeyRight), u"Move the mark right", MoveByKey<1, 0>},
+    {PlainKey(kPickChords, platform::kKeyUp), u"Move the mark up", MoveByKey<0, -1>},
+    {PlainKey(kPickChords, platform::kKeyDown), u"Move the mark down", MoveByKey<0, 1>},
+};
+
+}  // namespace
+
+std::span<const KeyRow> PlacePickKeys() { return kKeys; }
+
 bool PlacePickKey(const KeyEvent& key) {
   if (!waits || key.ctrl || key.shift || key.alt) return false;
   if (cross.picked && pick.from == PlaceSource::Plane) cross.z = PlaneZ();
-  switch (key.key) {
-    case platform::kKeyEscape:
-      return DropPlacePick();
-    case platform::kKeyEnter:
-      if (cross.picked) End(PickedPlace(cross));
-      return true;
-    case platform::kKeyLeft:
-    case platform::kKeyRight:
-      MoveCross(key.key == platform::kKeyLeft ? -1 : 1, 0);
-      return true;
-    case platform::kKeyUp:
-    case platform::kKeyDown:
-      MoveCross(0, key.key == platform::kKeyUp ? -1 : 1);
-      return true;
-    default:
-      return false;
-  }
+  return RunKeyRow(kKeys, key);
 }
 
 std::u16string_view PlacePickHelp() {

@@ -5,9 +5,11 @@
 // stands anywhere on the plane, as the pick says.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "app/key_rows.h"
 #include "app/path_preview.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
@@ -33,6 +35,7 @@ bool PickCross(PickedPlace& cross);
 bool PlacePickPress(int x, int y);
 void PlacePickHover(int x, int y);
 bool PlacePickKey(const platform::KeyEvent& key);
+std::span<const KeyRow> PlacePickKeys();
 
 // How the pick is worked, empty while none waits; and where the cross stands, empty for nowhere.
 std::u16string_view PlacePickHelp();

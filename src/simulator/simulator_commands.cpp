@@ -96,9 +96,14 @@ void RegisterSimulatorCommands() {
   ofView.paint = PaintToolpathView;
   ofView.pointer = ToolpathPointer;
   ofView.key = ToolpathKey;
+  ofView.keys = ToolpathKeys();
   ofView.timer = ViewTimer;
   ofView.value = [](platform::ViewValue& value) { value.words = ToolpathWords(); };
   RegisterHandlers(ofView);
+  Handlers ofPick;
+  ofPick.id = kViewToolpath;
+  ofPick.keys = PlacePickKeys();  // ToolpathKey runs them first
+  RegisterHandlers(ofPick);
   hooks.rebuildToolpath = [] {
     RebuildToolpath();
     FollowExampleUnits();

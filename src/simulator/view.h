@@ -5,7 +5,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
+#include "app/key_rows.h"
 #include "platform/canvas.h"
 #include "platform/events.h"
 #include "simulator/shown_path.h"
@@ -50,6 +52,7 @@ std::int32_t PickPathPoint(const platform::Rect& client, int x, int y);
 void PaintToolpathView(platform::Canvas& canvas);
 bool ToolpathPointer(const platform::PointerEvent& event);
 bool ToolpathKey(const platform::KeyEvent& key);
+std::span<const KeyRow> ToolpathKeys();  // those of them that are no commands
 void ShowViewMenu();
 void ShowGridMenu();
 void ShowLayersMenu();

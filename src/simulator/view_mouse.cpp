@@ -168,21 +168,26 @@ void Move(const PointerEvent& event) {
   }
 }
 
-bool ArrowKey(int key, int& dx, int& dy) {
-  dx = key == platform::kKeyLeft ? -kKeyPixels : key == platform::kKeyRight ? kKeyPixels : 0;
-  dy = key == platform::kKeyUp ? -kKeyPixels : key == platform::kKeyDown ? kKeyPixels : 0;
-  return dx != 0 || dy != 0;
+// A key's step to the right and down.
+template <int right, int down>
+bool OrbitByKey() {
+  Orbit(right * kKeyPixels, down * kKeyPixels);
+  return true;
 }
 
-bool ModifiedKey(const KeyEvent& key) {
-  int dx = 0;
-  int dy = 0;
-  if (key.alt || !ArrowKey(key.key, dx, dy) || key.ctrl == key.shift) return false;
-  if (key.shift) {
-    Orbit(dx, dy);
-  } else {
-    Pan(dx, dy);
-  }
+template <int right, int down>
+bool PanByKey() {
+  Pan(right * kKeyPixels, down * kKeyPixels);
+  return true;
+}
+
+bool ZoomInByKey() {
+  ZoomBy(kZoomIn);
+  return true;
+}
+
+bool ZoomOutByKey() {
+  ZoomBy(kZoomOut);
   return true;
 }
 
@@ -196,7 +201,28 @@ bool PickAtHead() {
   return true;
 }
 
+// clang-format off
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kToolpathChords, '+'), u"Zoom in", ZoomInByKey},
+    {PlainKey(kToolpathChords, '='), u"", ZoomInByKey},  // plus without Shift
+    {PlainKey(kToolpathChords, platform::kKeyPageUp), u"Zoom in", ZoomInByKey},
+    {PlainKey(kToolpathChords, '-'), u"Zoom out", ZoomOutByKey},
+    {PlainKey(kToolpathChords, platform::kKeyPageDown), u"Zoom out", ZoomOutByKey},
+    {ShiftKey(kToolpathChords, platform::kKeyLeft), u"Turn left", OrbitByKey<-1, 0>},
+    {ShiftKey(kToolpathChords, platform::kKeyRight), u"Turn right", OrbitByKey<1, 0>},
+    {ShiftKey(kToolpathChords, platform::kKeyUp), u"Tilt up", OrbitByKey<0, -1>},
+    {ShiftKey(kToolpathChords, platform::kKeyDown), u"Tilt down", OrbitByKey<0, 1>},
+    {CtrlKey(kToolpathChords, platform::kKeyLeft), u"Shift left", PanByKey<-1, 0>},
+    {CtrlKey(kToolpathChords, platform::kKeyRight), u"Shift right", PanByKey<1, 0>},
+    {CtrlKey(kToolpathChords, platform::kKeyUp), u"Shift up", PanByKey<0, -1>},
+    {CtrlKey(kToolpathChords, platform::kKeyDown), u"Shift down", PanByKey<0, 1>},
+    {PlainKey(kToolpathChords, platform::kKeyEnter), u"Measure: pick the point at the tool", PickAtHead},
+};
+// clang-format on
+
 }  // namespace
+
+std::span<const KeyRow> ToolpathKeys() { return kKeys; }
 
 std::int32_t PickPathPoint(const Rect& client, int x, int y) {
   const PointF* points = ProjectedPoints(client);
@@ -245,19 +271,8 @@ bool ToolpathPointer(const PointerEvent& event) {
 }
 
 bool ToolpathKey(const KeyEvent& key) {
-  // Plus and minus come with whatever modifiers the keyboard needs for them.
-  if (key.key == '+' || key.key == '=' || key.key == platform::kKeyPageUp) {
-    ZoomBy(kZoomIn);
-    return true;
-  }
-  if (key.key == '-' || key.key == platform::kKeyPageDown) {
-    ZoomBy(kZoomOut);
-    return true;
-  }
   if (PlacePickKey(key)) return true;
-  if (key.ctrl || key.shift || key.alt) return ModifiedKey(key);
-  if (key.key == platform::kKeyEnter) return PickAtHead();
-  return RouteChord(kToolpathChords, key);
+  return RunKeyRow(kKeys, WithoutZoomModifiers(key)) || RouteChord(kToolpathChords, key);
 }
 
 void LetGoOfView() {

@@ -7,6 +7,7 @@
 #include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
+#include "cad/tools/draw_tools.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -31,7 +32,12 @@ void RegisterCanvas() {
   handlers.value = TellDrawing;
   handlers.pointer = CanvasPointer;
   handlers.timer = CanvasTimer;
+  handlers.keys = CanvasKeys();
   RegisterHandlers(handlers);
+  Handlers tool;
+  tool.id = kViewCadCanvas;
+  tool.keys = DrawToolKeys();
+  RegisterHandlers(tool);
   RegisterCanvasKeys();
   RegisterModelView();
 }

@@ -194,24 +194,35 @@ void LeaveOf() {
   Refresh();
 }
 
-// Zoom and pan without a pointer, as in the toolpath view.
-bool ViewKey(const KeyEvent& key) {
-  int notches = 0;
-  if (key.key == '+' || key.key == '=' || key.key == platform::kKeyPageUp) notches = 1;
-  if (key.key == '-' || key.key == platform::kKeyPageDown) notches = -1;
+template <int notches>
+bool ZoomByKey() {
   const platform::Rect client = CanvasClient();
-  if (notches != 0) {
-    ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
-    return true;
-  }
-  if (RouteChord(kCanvasChords, key)) return true;
-  if (!key.ctrl || key.shift || key.alt) return false;
-  const int dx = key.key == platform::kKeyLeft ? -1 : key.key == platform::kKeyRight ? 1 : 0;
-  const int dy = key.key == platform::kKeyUp ? -1 : key.key == platform::kKeyDown ? 1 : 0;
-  if (dx == 0 && dy == 0) return false;
-  PanCanvas(dx * kKeyPixels, dy * kKeyPixels);
+  ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
+  return true;
+}
+
+template <int right, int down>
+bool PanByKey() {
+  PanCanvas(right * kKeyPixels, down * kKeyPixels);
   Refresh();
   return true;
+}
+
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kCanvasChords, '+'), u"Zoom in", ZoomByKey<1>},
+    {PlainKey(kCanvasChords, '='), u"", ZoomByKey<1>},  // plus without Shift
+    {PlainKey(kCanvasChords, platform::kKeyPageUp), u"Zoom in", ZoomByKey<1>},
+    {PlainKey(kCanvasChords, '-'), u"Zoom out", ZoomByKey<-1>},
+    {PlainKey(kCanvasChords, platform::kKeyPageDown), u"Zoom out", ZoomByKey<-1>},
+    {CtrlKey(kCanvasChords, platform::kKeyLeft), u"Shift left", PanByKey<-1, 0>},
+    {CtrlKey(kCanvasChords, platform::kKeyRight), u"Shift right", PanByKey<1, 0>},
+    {CtrlKey(kCanvasChords, platform::kKeyUp), u"Shift up", PanByKey<0, -1>},
+    {CtrlKey(kCanvasChords, platform::kKeyDown), u"Shift down", PanByKey<0, 1>},
+};
+
+// Zoom and pan without a pointer, as in the toolpath view.
+bool ViewKey(const KeyEvent& key) {
+  return RunKeyRow(kKeys, WithoutZoomModifiers(key)) || RouteChord(kCanvasChords, key);
 }
 
 void ResetOrPress(const PointerEvent& event) {
@@ -305,6 +316,8 @@ int SketchShortcut(const KeyEvent& key) {
   const int command = CommandOfChord(kDrawingChords, key);
   return command != 0 ? command : CommandOfChord(kCadChords, key);
 }
+
+std::span<const KeyRow> CanvasKeys() { return kKeys; }
 
 bool CanvasKey(const KeyEvent& key) {
   const bool escape = key.key == platform::kKeyEscape && !key.ctrl && !key.shift && !key.alt;

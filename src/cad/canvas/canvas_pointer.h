@@ -4,12 +4,16 @@
 // that tells that the button is up already.
 #pragma once
 
+#include <span>
+
+#include "app/key_rows.h"
 #include "platform/events.h"
 
 namespace morva {
 
 bool CanvasPointer(const platform::PointerEvent& event);
 bool CanvasKey(const platform::KeyEvent& key);
+std::span<const KeyRow> CanvasKeys();  // those that shift and zoom
 // The command of a key that the surface answers wherever the keyboard is but in a field, Escape
 // and F8 among them; 0 for none.
 int SketchShortcut(const platform::KeyEvent& key);

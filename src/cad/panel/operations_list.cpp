@@ -50,8 +50,7 @@ void OnClick(int row, int x, int) {
   TogglePartFlag(ObjectFlag::Hidden, index, kVisibilityChanged);
 }
 
-bool OnKey(const platform::KeyEvent& key) {
-  if (key.key != platform::kKeySpace || key.ctrl || key.alt || key.shift) return false;
+bool ToggleHidden() {
   if (!HasSketchSelection()) return false;
   // The selected object alone, whatever its group.
   PushSketchUndo();
@@ -60,6 +59,13 @@ bool OnKey(const platform::KeyEvent& key) {
   LogSketchOperation(kVisibilityChanged);
   return true;
 }
+
+constexpr ChordPlace kListChords{u"list of the drawing"};
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kListChords, platform::kKeySpace), u"Hide or show what is selected", ToggleHidden},
+};
+
+bool OnKey(const platform::KeyEvent& key) { return RunKeyRow(kKeys, key); }
 
 }  // namespace
 
@@ -94,6 +100,7 @@ void RegisterOperationsList() {
   list.id = kIdCadOperations;
   list.drawItem = DrawOperationRow;
   list.key = OnKey;
+  list.keys = kKeys;
   list.listClick = OnClick;
   RegisterHandlers(list);
 }

@@ -5,6 +5,7 @@
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/construct.h"
 #include "cad/geometry/snap.h"
+#include "cad/model/cad_chords.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
@@ -143,25 +144,35 @@ void DrawToolCaptureLost() {
   platform::Repaint(kViewCadCanvas);
 }
 
-bool DrawToolKey(const platform::KeyEvent& key) {
-  switch (key.key) {
-    case platform::kKeyEscape:
-      return EscapeTool();
-    case platform::kKeyTab:
-      // Backwards it leaves the canvas as ever: no one may be held here.
-      if (tools.constructionMethod == 0 || key.shift || key.ctrl) return false;
-      // The size of what touches other geometry follows from where it is.
-      if (tools.sizePanelShown) {
-        FocusSizeBoxes();
-      } else if (tools.previewValid && !IsTangentMethod(tools.constructionMethod)) {
-        OpenSizeBoxes(lastX, lastY);
-      }
-      return true;
-    case platform::kKeyEnter:
-      return tools.sizePanelShown && (CommitTypedSize(false), true);
-    default:
-      return false;
+namespace {
+
+bool TypeSizes() {
+  if (tools.constructionMethod == 0) return false;
+  // The size of what touches other geometry follows from where it is.
+  if (tools.sizePanelShown) {
+    FocusSizeBoxes();
+  } else if (tools.previewValid && !IsTangentMethod(tools.constructionMethod)) {
+    OpenSizeBoxes(lastX, lastY);
   }
+  return true;
+}
+
+bool TakeTypedSizes() { return tools.sizePanelShown && (CommitTypedSize(false), true); }
+
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kCanvasChords, platform::kKeyEscape), u"Give up the tool in hand", EscapeTool},
+    {PlainKey(kCanvasChords, platform::kKeyTab), u"Type the sizes of what is drawn", TypeSizes},
+    {PlainKey(kCanvasChords, platform::kKeyEnter), u"Take the typed sizes", TakeTypedSizes},
+};
+
+}  // namespace
+
+std::span<const KeyRow> DrawToolKeys() { return kKeys; }
+
+bool DrawToolKey(const platform::KeyEvent& key) {
+  // Backwards Tab leaves the canvas as ever: no one may be held here.
+  if (key.key == platform::kKeyTab && (key.shift || key.ctrl)) return false;
+  return RunKeyRow(kKeys, {key.key});
 }
 
 void ResetDrawTools() {

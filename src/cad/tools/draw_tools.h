@@ -4,6 +4,9 @@
 // object appended to the live sketch; a polygon as one line a side.
 #pragma once
 
+#include <span>
+
+#include "app/key_rows.h"
 #include "library/sketch_object.h"
 #include "platform/events.h"
 
@@ -25,6 +28,7 @@ bool DrawToolMove(const platform::PointerEvent& event);
 bool DrawToolRelease(const platform::PointerEvent& event);
 void DrawToolCaptureLost();
 bool DrawToolKey(const platform::KeyEvent& key);  // Tab, Enter, Escape
+std::span<const KeyRow> DrawToolKeys();
 
 void ResetDrawTools();
 

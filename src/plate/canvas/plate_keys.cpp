@@ -28,13 +28,6 @@ constexpr int kPanPixels = 20;
 constexpr int kLargeStep = 10;  // times, with Shift
 constexpr double kKeyZoom = 1.25;
 
-// The pixels to the right and down that an arrow means; false for another key.
-bool ArrowOf(int key, int& right, int& down) {
-  right = (key == platform::kKeyRight ? 1 : 0) - (key == platform::kKeyLeft ? 1 : 0);
-  down = (key == platform::kKeyDown ? 1 : 0) - (key == platform::kKeyUp ? 1 : 0);
-  return right != 0 || down != 0;
-}
-
 // The next feature that is there, or the one before; around at the ends.
 void StepFeature(int by) {
   const int count = FeatureCount(NumbersOf(plate));
@@ -84,17 +77,30 @@ void NudgeFeature(int k, int right, int up, bool large) {
   PlateEdited();
 }
 
-void OnArrow(const KeyEvent& key, int right, int down) {
+void Pan(int right, int down) { PanPlate(-right * kPanPixels, -down * kPanPixels); }
+
+void Move(int right, int down, bool large) {
   const int k = CurrentFeature();
-  const PictureLabel* label = PickedLabel();
-  if (key.ctrl || (k < 0 && !label)) {
-    PanPlate(-right * kPanPixels, -down * kPanPixels);
-  } else if (label) {
+  if (const PictureLabel* label = PickedLabel()) {
     MovePicked(*label, right, down);
+  } else if (k >= 0) {
+    NudgeFeature(k, right, -down, large);
   } else {
-    NudgeFeature(k, right, -down, key.shift);
+    Pan(right, down);
+  }
+}
+
+enum class Arrow { Move, MoveFar, Pan };
+// Arrows to the right and down.
+template <Arrow arrow, int right, int down>
+bool ByArrow() {
+  if (arrow == Arrow::Pan) {
+    Pan(right, down);
+  } else {
+    Move(right, down, arrow == Arrow::MoveFar);
   }
   platform::Repaint(kViewPlatePicture);
+  return true;
 }
 
 void ZoomByKey(double factor) {
@@ -102,10 +108,42 @@ void ZoomByKey(double factor) {
   ZoomPlate(factor, (area.left + area.right) / 2, (area.top + area.bottom) / 2);
 }
 
-void OpenPicked() {
+bool ZoomIn() {
+  ZoomByKey(kKeyZoom);
+  return true;
+}
+
+bool ZoomOut() {
+  ZoomByKey(1 / kKeyZoom);
+  return true;
+}
+
+bool Fit() {
+  FitPlate();
+  return true;
+}
+
+template <int by>
+bool Step() {
+  StepFeature(by);
+  return true;
+}
+
+bool PickLabel() {
+  PickNextLabel();
+  return true;
+}
+
+bool DeletePicked() {
+  RouteCommand(kIdPlateDelete, platform::kNotifyClick);
+  return true;
+}
+
+bool OpenPicked() {
   const PictureLabel* label = PickedLabel();
   const int target = label ? label->spec.part : plateEditor.target;
   OpenPlateTarget(target >= 0 ? target : kDepthSection, Keyboard::ToEditor);
+  return true;
 }
 
 bool Escape() {
@@ -120,51 +158,55 @@ bool Escape() {
   return true;
 }
 
-bool OnKey(int key) {
-  switch (key) {
-    case platform::kKeyPageDown:
-      StepFeature(1);
-      return true;
-    case platform::kKeyPageUp:
-      StepFeature(-1);
-      return true;
-    case 'D':
-      PickNextLabel();
-      return true;
-    case platform::kKeyEnter:
-      OpenPicked();
-      return true;
-    case platform::kKeyDelete:
-      RouteCommand(kIdPlateDelete, platform::kNotifyClick);
-      return true;
-    case platform::kKeyHome:
-      FitPlate();
-      return true;
-    case '+':
-    case '=':
-      ZoomByKey(kKeyZoom);
-      return true;
-    case '-':
-      ZoomByKey(1 / kKeyZoom);
-      return true;
-    default:
-      return false;
-  }
+constexpr ChordPlace kPlateChords{u"picture of the plate"};
+// clang-format off
+constexpr KeyRow kKeys[] = {
+    {PlainKey(kPlateChords, platform::kKeyLeft), u"Move what is picked to the left", ByArrow<Arrow::Move, -1, 0>},
+    {PlainKey(kPlateChords, platform::kKeyRight), u"Move what is picked to the right", ByArrow<Arrow::Move, 1, 0>},
+    {PlainKey(kPlateChords, platform::kKeyUp), u"Move what is picked up", ByArrow<Arrow::Move, 0, -1>},
+    {PlainKey(kPlateChords, platform::kKeyDown), u"Move what is picked down", ByArrow<Arrow::Move, 0, 1>},
+    {ShiftKey(kPlateChords, platform::kKeyLeft), u"Move it far to the left", ByArrow<Arrow::MoveFar, -1, 0>},
+    {ShiftKey(kPlateChords, platform::kKeyRight), u"Move it far to the right", ByArrow<Arrow::MoveFar, 1, 0>},
+    {ShiftKey(kPlateChords, platform::kKeyUp), u"Move it far up", ByArrow<Arrow::MoveFar, 0, -1>},
+    {ShiftKey(kPlateChords, platform::kKeyDown), u"Move it far down", ByArrow<Arrow::MoveFar, 0, 1>},
+    {CtrlKey(kPlateChords, platform::kKeyLeft), u"Look further left", ByArrow<Arrow::Pan, -1, 0>},
+    {CtrlKey(kPlateChords, platform::kKeyRight), u"Look further right", ByArrow<Arrow::Pan, 1, 0>},
+    {CtrlKey(kPlateChords, platform::kKeyUp), u"Look further up", ByArrow<Arrow::Pan, 0, -1>},
+    {CtrlKey(kPlateChords, platform::kKeyDown), u"Look further down", ByArrow<Arrow::Pan, 0, 1>},
+    {PlainKey(kPlateChords, platform::kKeyPageDown), u"Pick the next feature", Step<1>},
+    {PlainKey(kPlateChords, platform::kKeyPageUp), u"Pick the feature before", Step<-1>},
+    {PlainKey(kPlateChords, 'D'), u"Pick the next label", PickLabel},
+    {PlainKey(kPlateChords, platform::kKeyEnter), u"Edit what is picked", OpenPicked},
+    {PlainKey(kPlateChords, platform::kKeyDelete), u"Delete the picked feature", DeletePicked},
+    {PlainKey(kPlateChords, platform::kKeyHome), u"Show the whole plate", Fit},
+    {PlainKey(kPlateChords, '+'), u"Zoom in", ZoomIn},
+    {PlainKey(kPlateChords, '='), u"", ZoomIn},  // plus without Shift
+    {PlainKey(kPlateChords, '-'), u"Zoom out", ZoomOut},
+    {PlainKey(kPlateChords, platform::kKeyEscape), u"Give up a drag, a pick or an editor", Escape},
+};
+// clang-format on
+
+// Shift and Ctrl mean something with arrows alone, and Ctrl before Shift.
+KeyEvent Meant(const KeyEvent& key) {
+  KeyEvent meant{key.key};
+  if (key.key == platform::kKeyEscape) return meant;
+  const bool arrow = key.key == platform::kKeyLeft || key.key == platform::kKeyRight ||
+                     key.key == platform::kKeyUp || key.key == platform::kKeyDown;
+  meant.ctrl = key.ctrl;
+  meant.shift = key.shift && arrow && !key.ctrl;
+  return meant;
 }
 
 }  // namespace
 
+std::span<const KeyRow> PlateViewKeys() { return kKeys; }
+
 bool PlateViewKey(const KeyEvent& key) {
-  if (key.key == platform::kKeyEscape) return Escape();
-  if (PlateDragRuns()) return true;  // what is dragged must stay what is picked
-  if (plate.unnamed || key.alt) return false;
-  int right = 0;
-  int down = 0;
-  if (ArrowOf(key.key, right, down)) {
-    OnArrow(key, right, down);
-    return true;
+  if (key.key != platform::kKeyEscape) {
+    if (PlateDragRuns()) return true;  // what is dragged must stay what is picked
+    if (plate.unnamed || key.alt) return false;
   }
-  return !key.ctrl && OnKey(key.key);
+  return RunKeyRow(kKeys, Meant(key));
 }
 
 std::u16string PlateViewWords() {

@@ -237,6 +237,7 @@ void RegisterPlateWorkspace() {
   preview.id = kViewPlatePicture;
   preview.paint = PaintPlate;
   preview.pointer = PlatePointer;
+  preview.keys = PlateViewKeys();  // the surface asks for them
   preview.value = [](platform::ViewValue& value) { value.words = PlateViewWords(); };
   RegisterHandlers(preview);
   RegisterForm(kPlateForm);

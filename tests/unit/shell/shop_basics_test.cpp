@@ -7,10 +7,15 @@
 
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/key_rows.h"
+#include "app/panels.h"
 #include "codetools/words_view.h"
 #include "documents/program_tabs.h"
 #include "platform/listing.h"
 #include "shell/keys_page.h"
+#include "simulator/view.h"
+#include "simulator/view_commands.h"
+#include "simulator/view_switches.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -61,6 +66,24 @@ struct ShopBasics : support::Workbench {
     return marks;
   }
 };
+
+// The lines that the keys of views should have: one for each row, and a row without words stands
+// for the key of another one.
+std::vector<KeyLine> LinesOfViews() {
+  std::vector<KeyLine> lines;
+  for (const Handlers& handlers : AllHandlers()) {
+    for (const KeyRow& row : handlers.keys) {
+      if (!row.words[0]) {
+        EXPECT_TRUE(std::ranges::any_of(handlers.keys, [&row](const KeyRow& other) {
+          return other.words[0] && other.run == row.run;
+        }));
+        continue;
+      }
+      lines.push_back({ChordWords(row.chord), row.words, row.chord.place->words});
+    }
+  }
+  return lines;
+}
 
 TEST_F(ShopBasics, TellLineAndColumnOfTheCaret) {
   Load(u"G0 X1\r\nG1 Y2\r\nM30");
@@ -187,13 +210,61 @@ TEST_F(ShopBasics, ListEveryChordOfTheTable) {
     }
     EXPECT_TRUE(found) << row->id;
   }
-  EXPECT_EQ(lines.size(), chords);
+  EXPECT_EQ(lines.size(), chords + LinesOfViews().size());
   EXPECT_GT(chords, 30u);
   for (const KeyLine& line : lines) {
     EXPECT_FALSE(line.words.empty()) << platform::ToUtf8(line.chord);
     EXPECT_FALSE(line.place.empty()) << platform::ToUtf8(line.chord);
     EXPECT_EQ(line.words.find(u"{}"), std::u16string::npos);
   }
+}
+
+TEST_F(ShopBasics, ListEveryKeyOfTheViews) {
+  const auto listed = [](const char16_t* chord, const char16_t* words, const char16_t* place) {
+    return std::ranges::any_of(KeyLines(place), [&](const KeyLine& line) {
+      return line.chord == chord && line.words == words && line.place == place;
+    });
+  };
+  for (const KeyLine& line : LinesOfViews()) {
+    EXPECT_FALSE(line.words.empty()) << platform::ToUtf8(line.chord);
+    EXPECT_TRUE(listed(line.chord.c_str(), line.words.c_str(), line.place.c_str()))
+        << platform::ToUtf8(line.chord) << " in " << platform::ToUtf8(line.place);
+  }
+  // What the guide tells of them.
+  EXPECT_TRUE(listed(u"Shift+Left", u"Turn left", u"toolpath view"));
+  EXPECT_TRUE(listed(u"Ctrl+Up", u"Shift up", u"toolpath view"));
+  EXPECT_TRUE(listed(u"Page Up", u"Zoom in", u"toolpath view"));
+  EXPECT_TRUE(listed(u"-", u"Zoom out", u"drawing"));
+  EXPECT_TRUE(listed(u"Ctrl+Right", u"Shift right", u"drawing"));
+  EXPECT_TRUE(listed(u"Home", u"Slowest", u"speed slider"));
+  EXPECT_TRUE(listed(u"Page Down", u"Pick the next feature", u"picture of the plate"));
+  EXPECT_TRUE(listed(u"D", u"Pick the next label", u"picture of the plate"));
+  EXPECT_TRUE(listed(u"Down", u"Choose from the last ones", u"OPEN"));
+}
+
+// Each key with each modifier: what the view takes stands in its rows or in those of commands.
+TEST_F(ShopBasics, KnowNoKeyOfTheToolpathViewThatThePageHides) {
+  Load(u"G21\r\nG1 X10 Y5 F100\r\nX20\r\n");
+  switches.measureMode = true;
+  const KeyRow* rows = ToolpathKeys().data();
+  const std::span all(rows, ToolpathKeys().size());
+  int taken = 0;
+  for (int k = 0x20; k < platform::kKeyF1 + 12; ++k) {
+    if (k >= 0x7f && k < platform::kKeyEnter) continue;
+    for (int modifiers = 0; modifiers < 8; ++modifiers) {
+      const platform::KeyEvent key{k, (modifiers & 1) != 0, (modifiers & 2) != 0,
+                                   (modifiers & 4) != 0};
+      if (!ToolpathKey(key)) continue;
+      ++taken;
+      const platform::KeyEvent plain = WithoutZoomModifiers(key);
+      const bool ofView = std::ranges::any_of(
+          all, [&plain](const KeyRow& row) { return SameKey(row.chord.key, plain); });
+      EXPECT_TRUE(ofView || CommandOfChord(kToolpathChords, key) != 0) << k << " " << modifiers;
+    }
+  }
+  // Five that zoom, with each of 8 sets of modifiers, four that turn, four that shift, Enter, and
+  // the commands Space, Home, End, Left and Right.
+  EXPECT_EQ(taken, 5 * 8 + 4 + 4 + 1 + 5);
 }
 
 TEST_F(ShopBasics, SearchTheKeysByWhatStandsInTheirLines) {
