@@ -130,7 +130,6 @@ inline constexpr int kMaxSurfaces = 4;            // workspaces beside the code 
 inline constexpr int kMaxModes = 24;              // of the code surface, pages of surfaces among them
 inline constexpr int kMaxForms = 32;              // forms of named fields
 inline constexpr int kMaxFormRows = 1024;         // rows of all forms together
-inline constexpr int kMaxColouredEditors = 6;    // editors whose text bears colours
 inline constexpr int kMaxSheets = 8;              // forms that scroll
 inline constexpr int kMaxBuilders = 16;
 

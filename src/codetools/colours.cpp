@@ -2,7 +2,6 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
-#include "app/join_table.h"
 #include "app/limits.h"
 #include "app/palette.h"
 #include "platform/window.h"
@@ -91,23 +90,6 @@ std::size_t WordEnd(std::u16string_view line, std::size_t at) {
   return i;
 }
 
-// How many lines of an editor bear colours, so that clearing them touches no more.
-struct Coloured {
-  int id;
-  int lines;
-};
-Coloured coloured[kMaxColouredEditors];
-JoinTable colouredFill{u"editors with colours", kMaxColouredEditors};
-
-int& ColouredLines(int id) {
-  for (int i = 0; i < colouredFill.count; ++i) {
-    if (coloured[i].id == id) return coloured[i].lines;
-  }
-  Coloured& row = coloured[NextRow(colouredFill)];
-  row = {id, 0};
-  return row.lines;
-}
-
 ColourRun lineRuns[kMaxLineRuns];
 
 // Calls `colour` with each line of the text, at most `most` units of it, and puts what it gives
@@ -124,17 +106,12 @@ void ColourLines(int id, std::u16string_view text, std::size_t most, Colouring c
     platform::SetLineRuns(id, line++, lineRuns, colour(whole.substr(0, most)));
     at = end + 2;
   }
-  ColouredLines(id) = line;
   platform::HoldEditorRedraw(id, false);
 }
 
 void ClearLines(int id) {
-  int& lines = ColouredLines(id);
-  if (lines == 0) return;
   platform::HoldEditorRedraw(id, true);
-  const int count = platform::EditorLineCount(id);
-  for (int line = 0; line < count; ++line) platform::SetLineRuns(id, line, nullptr, 0);
-  lines = 0;
+  platform::ClearLineRuns(id);
   platform::HoldEditorRedraw(id, false);
 }
 
@@ -244,10 +221,6 @@ void ColourWordsPane(int id, std::u16string_view words, std::size_t codeUnits) {
   ColourLines(id, words, kMaxWordsLine, [](std::u16string_view line) {
     return ColourWordsLine(line, lineRuns, kMaxLineRuns);
   });
-}
-
-void ResetColours() {
-  for (Coloured& row : coloured) row.lines = 0;
 }
 
 }  // namespace morva

@@ -27,6 +27,5 @@ void ColourPane(int id, std::u16string_view text);
 // The same for command words, of a program of `codeUnits` units: its length counts, so that it
 // bears colours in both forms or in neither.
 void ColourWordsPane(int id, std::u16string_view words, std::size_t codeUnits);
-void ResetColours();
 
 }  // namespace morva

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "app/app_state.h"
-#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/outlets.h"
@@ -33,12 +32,6 @@ namespace {
 constexpr int kSwitchRefreshMilliseconds = 60;
 
 std::uint64_t lastSerial = 0;
-
-// Puts the active record's text into the editor. It is no change of the program.
-void StageText(const ProgramTab& tab) {
-  const SuppressChanges suppressed;
-  platform::SetEditorText(kIdEditor, tab.text);
-}
 
 }  // namespace
 
@@ -82,10 +75,11 @@ void SwitchTab(int index) {
   StashActiveWorkspace();
   DropEditLink();
   SyncActiveTab();
+  LayTextAside();
   app.activeTab = index;
   RestoreWorkspace();
   const ProgramTab& tab = tabs[index];
-  StageText(tab);
+  StageText(tabs[index]);
   StageFile(tab.path, tab.dirty);
   UpdateTitle();
   RefreshTabButtons();
@@ -99,6 +93,7 @@ void SwitchTab(int index) {
 }
 
 void RemoveTab(int index) {
+  platform::DropEditorText(kIdEditor, tabs[index].serial);
   FreeTab(tabs[index]);
   for (int i = index; i + 1 < app.tabCount; ++i) tabs[i] = std::move(tabs[i + 1]);
   --app.tabCount;
@@ -115,6 +110,7 @@ bool ReturnToTab(std::uint64_t serial) {
 
 void FreeTabs() {
   for (ProgramTab& tab : tabs) FreeTab(tab);
+  platform::DropEditorText(kIdEditor, 0);
   app.tabCount = 0;
   app.activeTab = -1;
 }

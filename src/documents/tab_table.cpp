@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/app_state.h"
+#include "app/change_guard.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/outlets.h"
@@ -104,7 +105,9 @@ int ShownEditor() {
 void SyncActiveTab() {
   ProgramTab* tab = ActiveTab();
   if (!tab || !platform::Exists(kIdEditor)) return;
-  tab->text = platform::EditorText(kIdEditor);
+  const std::uint64_t revision = platform::EditorRevision(kIdEditor);
+  if (tab->textRevision != revision) tab->text = platform::EditorText(kIdEditor);
+  tab->textRevision = revision;
   CopyBounded(tab->path, kPathUnits, app.activePath);
   tab->dirty = app.editorDirty;
   if (app.activePath[0]) CopyBounded(tab->title, kTitleUnits, BareFileName(app.activePath));
@@ -142,6 +145,26 @@ void TabTitleChanged() {
   if (!tab) return;
   tab->dirty = app.editorDirty;
   LabelTabButton(app.activeTab);
+}
+
+void LayTextAside() {
+  ProgramTab* const tab = ActiveTab();
+  if (!tab) return;
+  tab->selection = platform::EditorSelection(kIdEditor);
+  tab->firstLine = platform::FirstVisibleLine(kIdEditor);
+  platform::LayEditorTextAside(kIdEditor, tab->serial);
+}
+
+// It is no change of the program.
+void StageText(ProgramTab& tab) {
+  const SuppressChanges suppressed;
+  if (platform::TakeEditorText(kIdEditor, tab.serial, tab.text)) {
+    tab.textRevision = platform::EditorRevision(kIdEditor);
+  } else {
+    platform::SetEditorText(kIdEditor, tab.text);
+  }
+  platform::SetEditorSelection(kIdEditor, tab.selection);
+  platform::ScrollToLine(kIdEditor, tab.firstLine);
 }
 
 void StageFile(std::u16string_view path, bool dirty) {

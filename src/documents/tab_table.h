@@ -15,6 +15,7 @@
 #include "documents/disabled_code.h"
 #include "documents/feature_settings.h"
 #include "documents/saver.h"
+#include "platform/editor.h"
 
 namespace morva {
 
@@ -50,6 +51,7 @@ struct ProgramTab {
   char16_t path[kPathUnits] = {};  // empty for a program never saved
   char16_t title[kTitleUnits] = {};
   std::u16string text;                        // as last stored; stale while the tab is active
+  std::uint64_t textRevision = 0;             // of the editor that `text` is that of; 0: none
   bool dirty = false;                         // the tab's button shows a mark
   bool compareSelected = false;               // chosen in the list of the review
   FeatureSettings* cadSettings = nullptr;     // the sketch as last stored, kind 4
@@ -64,8 +66,10 @@ struct ProgramTab {
   unsigned char sketchLocked[kMaxItems] = {};
   std::int32_t hiddenIds[kMaxIdList] = {};  // of blocks; 0 is a free slot
   std::int32_t lockedIds[kMaxIdList] = {};
-  std::int32_t isolatedId = 0;  // the only block in the toolpath, 0 for none
-  std::uint64_t serial = 0;     // never used twice; finds the record again behind a dialog
+  std::int32_t isolatedId = 0;      // the only block in the toolpath, 0 for none
+  platform::EditorRange selection;  // as the program left the stage, and the first line in view
+  std::int32_t firstLine = 0;
+  std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
   SaveState save;
 };
 
@@ -93,6 +97,10 @@ std::u16string PlaceOfTab(int index);
 void RefreshTabButtons();
 // The title's hook: the active record's dirty mark and its button follow editorDirty.
 void TabTitleChanged();
+// The active program's text leaves the editor, which keeps it for when the program comes back.
+void LayTextAside();
+// The program that comes onto the stage stands in the editor as it was left.
+void StageText(ProgramTab& tab);
 // The path and the dirty mark of the program that comes onto the stage; no title.
 void StageFile(std::u16string_view path, bool dirty);
 // A program has a file, or another one. With `title` the record is called after it too.

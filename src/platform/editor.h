@@ -47,6 +47,16 @@ std::uint64_t EditorRevision(int id);
 // U+2029, U+FDD0 and U+FDD1. The undo history starts anew, caret and view are at the front.
 // Sends kNotifyEditChange, then Events::selection, also for the same text.
 void SetEditorText(int id, std::u16string_view text);
+// Lays what the editor shows aside under a number above 0, colours and all, at no cost of the
+// text's length. Then SetEditorText or TakeEditorText must follow at once: until then the editor is
+// empty, and nothing is told. Of what lies aside that which lay there longest goes when all of it
+// has more than kMaxLinesAside lines.
+void LayEditorTextAside(int id, std::uint64_t number);
+// As SetEditorText with this text, by what lies aside under the number. False: nothing does, or
+// another text, which is gone then; the editor is as it was.
+bool TakeEditorText(int id, std::uint64_t number, std::u16string_view text);
+void DropEditorText(int id, std::uint64_t number);  // 0: all that lies aside
+
 int EditorLength(int id);  // in positions
 
 struct EditorRange {
@@ -119,6 +129,8 @@ struct ColourRun {
 // edit keeps the colours of other lines; those of the lines it touches are to be set again.
 void SetLineRuns(int id, int line, const ColourRun* runs, int count);
 int LineRuns(int id, int line, ColourRun* runs, int capacity);
+// Takes the colours of all lines away; where there are none it costs nothing.
+void ClearLineRuns(int id);
 void HoldEditorRedraw(int id, bool hold);  // nests
 // While it is frozen a replacement empties the history and leaves no step; nests.
 void FreezeEditorUndo(int id, bool freeze);

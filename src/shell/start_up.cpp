@@ -436,7 +436,6 @@ void ResetApplication() {
   ResetIndexPanel();
   ResetReview();
   ResetImportPanel();
-  ResetColours();
   ResetFeatureOperations();
   ResetCad();
   ResetSkim();

@@ -502,6 +502,86 @@ TEST_F(Editor, TellsHowManyColoursALineHasAndHandsOutWhatFits) {
   platform::SetLineRuns(kId, -1, runs, 2);
 }
 
+TEST_F(Editor, TakesBackATextThatWasLaidAsideWithItsColours) {
+  MakeEditor(kId, u"one\ntwo");
+  const platform::ColourRun run{0, 2, 0x2CD6DF, true};
+  platform::SetLineRuns(kId, 1, &run, 1);
+  hands::Type(u"x");
+  const std::u16string first(Text());
+  const std::uint64_t before = platform::EditorRevision(kId);
+  platform::LayEditorTextAside(kId, 7);
+  EXPECT_EQ(Text(), u"");
+  EXPECT_EQ(platform::EditorLineCount(kId), 1);
+  SetEditorText(kId, u"other\n1\n2\n3\n4\n5\n6\n7\n8\n9");
+  platform::ScrollToLine(kId, 3);
+  Select(2, 4);
+  platform::LayEditorTextAside(kId, 8);
+  Forget();
+  ASSERT_TRUE(platform::TakeEditorText(kId, 7, first));
+  EXPECT_EQ(Told("command selection typed"), (Lines{"command 300 768", "selection 300"}));
+  EXPECT_EQ(Text(), first);
+  EXPECT_EQ(Selection(), "0 0");
+  EXPECT_EQ(platform::FirstVisibleLine(kId), 0);
+  EXPECT_GT(platform::EditorRevision(kId), before);
+  EXPECT_FALSE(platform::CanUndoEditor(kId));
+  platform::ColourRun back{};
+  EXPECT_EQ(platform::LineRuns(kId, 1, &back, 1), 1);
+  EXPECT_EQ(back.colour, 0x2CD6DFu);
+  hands::Type(u"y");
+  EXPECT_EQ(Text(), u"y" + first);
+  EXPECT_TRUE(platform::UndoEditor(kId));
+  EXPECT_EQ(Text(), first);
+  EXPECT_FALSE(platform::TakeEditorText(kId, 7, first));
+}
+
+TEST_F(Editor, TakesBackNoOtherTextThanTheOneThatIsWanted) {
+  MakeEditor(kId, u"one");
+  platform::LayEditorTextAside(kId, 7);
+  SetEditorText(kId, u"two");
+  EXPECT_FALSE(platform::TakeEditorText(kId, 6, u"one"));
+  EXPECT_FALSE(platform::TakeEditorText(kId, 7, u"changed meanwhile"));
+  EXPECT_FALSE(platform::TakeEditorText(kId, 7, u"one"));
+  EXPECT_EQ(Text(), u"two");
+}
+
+TEST_F(Editor, ForgetsWhatLiesAsideWhenItIsTold) {
+  MakeEditor(kId, u"one");
+  platform::LayEditorTextAside(kId, 7);
+  platform::DropEditorText(kId, 7);
+  EXPECT_FALSE(platform::TakeEditorText(kId, 7, u"one"));
+  for (const std::uint64_t number : {1, 2}) {
+    SetEditorText(kId, u"one");
+    platform::LayEditorTextAside(kId, number);
+  }
+  platform::DropEditorText(kId, 0);
+  EXPECT_FALSE(platform::TakeEditorText(kId, 2, u"one"));
+}
+
+TEST_F(Editor, ShowsATextThatWasLaidAsideInTheWidthItHasNow) {
+  std::u16string lines;
+  for (int i = 0; i < 40; ++i) lines += u"line\r\n";
+  MakeEditor(kId, lines);
+  platform::LayEditorTextAside(kId, 7);
+  SetEditorText(kId, u"x");
+  platform::SetPlace(kId, {20, 20, 720, 130});
+  ASSERT_TRUE(platform::TakeEditorText(kId, 7, lines));
+  platform::ScrollToLine(kId, 20);
+  EXPECT_EQ(platform::FirstVisibleLine(kId), 20);
+  const auto top = [](int line) {
+    return platform::PointOfPosition(kId, platform::EditorLineStart(kId, line)).y;
+  };
+  EXPECT_EQ(top(22), top(20) + 2 * platform::kEditorLineHeight);
+}
+
+TEST_F(Editor, TakesTheColoursOfAllLinesAway) {
+  MakeEditor(kId, u"one\ntwo");
+  const platform::ColourRun run{0, 2, 0x2CD6DF, true};
+  for (const int line : {0, 1}) platform::SetLineRuns(kId, line, &run, 1);
+  platform::ClearLineRuns(kId);
+  platform::ColourRun back{};
+  for (const int line : {0, 1}) EXPECT_EQ(platform::LineRuns(kId, line, &back, 1), 0);
+}
+
 TEST_F(Editor, ColoursWithoutAChangeAnUndoStepOrACaretMove) {
   MakeEditor(kId, u"G1 X5\nM30");
   Select(2, 2);

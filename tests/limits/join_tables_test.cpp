@@ -123,12 +123,7 @@ TEST(JoinTablesDeathTest, RowsOfModes) {
   ClearModes();
 }
 
-TEST(JoinTablesDeathTest, PlacesTabStopsAndColours) {
-  static_assert(kMaxColouredEditors == 6);
-  const auto colour = [] {
-    for (int i = 0; i <= kMaxColouredEditors; ++i) ColourPane(29100 + i, u"G0");
-  };
-  EXPECT_EXIT(colour(), testing::ExitedWithCode(3), "editors with colours is full: it holds 6");
+TEST(JoinTablesDeathTest, PlacesAndTabStops) {
   EXPECT_EXIT(StopFull(u"controls placed", kMaxPlacements), testing::ExitedWithCode(3),
               "controls placed is full: it holds 96");
 }

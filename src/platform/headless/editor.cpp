@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/headless/headless_internal.h"
+#include "platform/limits.h"
 
 namespace headless {
 namespace {
@@ -21,7 +22,8 @@ int Clamped(const EditorState& e, int position) {
   return std::clamp(position, 0, TextLengthInPositions(e.text));
 }
 
-int LineCount(const EditorState& e) { return static_cast<int>(e.text.starts.size()); }
+int LineCountOf(const EditorText& text) { return static_cast<int>(text.starts.size()); }
+int LineCount(const EditorState& e) { return LineCountOf(e.text); }
 
 // While one stands the program itself moves carets, not the user.
 class ByProgram {
@@ -61,6 +63,18 @@ void ScrollTo(int id, int line) {
   if (first == e->firstLine) return;
   e->firstLine = first;
   SendCommand(id, platform::kNotifyVScroll);
+}
+
+// What follows every new text.
+void BeginAtFront(int id, EditorState& e) {
+  const bool scrolled = e.firstLine != 0;
+  e.bands.clear();
+  e.marks.clear();
+  e.anchor = e.caret = e.firstLine = 0;
+  e.column = -1;
+  if (scrolled) SendCommand(id, platform::kNotifyVScroll);
+  SendCommand(id, platform::kNotifyEditChange);
+  if (EditorOf(id)) TellSelection(id);
 }
 
 void KeepPositionsInside(EditorState& e) {
@@ -323,15 +337,53 @@ void SetEditorText(int id, std::u16string_view text) {
   EditorState* e = EditorOf(id);
   if (!e) return;
   const headless::ByProgram own;
-  const bool scrolled = e->firstLine != 0;
   headless::SetWholeText(e->text, text);
-  e->bands.clear();
-  e->marks.clear();
-  e->anchor = e->caret = e->firstLine = 0;
-  e->column = -1;
-  if (scrolled) headless::SendCommand(id, kNotifyVScroll);
-  headless::SendCommand(id, kNotifyEditChange);
-  if (headless::EditorOf(id)) headless::TellSelection(id);
+  headless::BeginAtFront(id, *e);
+}
+
+void LayEditorTextAside(int id, std::uint64_t number) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  DropEditorText(id, number);
+  EmptyHistory(e->text);
+  headless::EditorText empty;
+  empty.revision = e->text.revision;
+  empty.frozen = e->text.frozen;
+  e->aside.push_back({number, std::exchange(e->text, std::move(empty))});
+  e->anchor = e->caret = 0;
+  int lines = 0;
+  for (const headless::AsideText& each : e->aside) lines += headless::LineCountOf(each.text);
+  while (lines > kMaxLinesAside) {
+    lines -= headless::LineCountOf(e->aside.front().text);
+    e->aside.erase(e->aside.begin());
+  }
+}
+
+bool TakeEditorText(int id, std::uint64_t number, std::u16string_view text) {
+  EditorState* e = EditorOf(id);
+  if (!e) return false;
+  const auto found = std::ranges::find(e->aside, number, &headless::AsideText::number);
+  if (found == e->aside.end()) return false;
+  if (found->text.text != text) {
+    e->aside.erase(found);
+    return false;
+  }
+  const headless::ByProgram own;
+  headless::EditorText back = std::move(found->text);
+  e->aside.erase(found);
+  back.revision = e->text.revision + 1;
+  back.frozen = e->text.frozen;
+  e->text = std::move(back);
+  headless::BeginAtFront(id, *e);
+  return true;
+}
+
+void DropEditorText(int id, std::uint64_t number) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  std::erase_if(e->aside, [number](const headless::AsideText& each) {
+    return number == 0 || each.number == number;
+  });
 }
 
 int EditorLength(int id) {
@@ -485,6 +537,12 @@ void SetLineRuns(int id, int line, const ColourRun* runs, int count) {
   EditorState* e = EditorOf(id);
   if (!e || line < 0 || line >= headless::LineCount(*e)) return;
   e->text.runs[static_cast<std::size_t>(line)].assign(runs, runs + std::max(0, count));
+}
+
+void ClearLineRuns(int id) {
+  if (EditorState* e = EditorOf(id)) {
+    for (auto& runs : e->text.runs) runs.clear();
+  }
 }
 
 int LineRuns(int id, int line, ColourRun* runs, int capacity) {

@@ -81,9 +81,16 @@ struct ListState {
   bool ownerDrawn = true;
 };
 
+// A text that an editor does not show now.
+struct AsideText {
+  std::uint64_t number = 0;
+  EditorText text;
+};
+
 // A code editor: the text model with what is seen of it.
 struct EditorState {
   EditorText text;
+  std::vector<AsideText> aside;  // the last one laid there last
   int anchor = 0;  // positions
   int caret = 0;
   int column = -1;  // as in EditState

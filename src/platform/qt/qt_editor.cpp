@@ -70,6 +70,21 @@ void SetEditorText(int id, std::u16string_view text) {
   if (EditorWidget* editor = EditorOf(id)) editor->SetWhole(text);
 }
 
+void LayEditorTextAside(int id, std::uint64_t number) {
+  const ByProgram own;
+  if (EditorWidget* editor = EditorOf(id)) editor->LayAside(number);
+}
+
+bool TakeEditorText(int id, std::uint64_t number, std::u16string_view text) {
+  const ByProgram own;
+  EditorWidget* editor = EditorOf(id);
+  return editor != nullptr && editor->TakeBack(number, text);
+}
+
+void DropEditorText(int id, std::uint64_t number) {
+  if (EditorWidget* editor = EditorOf(id)) editor->DropAside(number);
+}
+
 int EditorLength(int id) {
   const EditorWidget* editor = EditorOf(id);
   return editor != nullptr ? editor->Length() : 0;
@@ -258,6 +273,10 @@ int LineRuns(int id, int line, ColourRun* runs, int capacity) {
     if (run.marked) run.ground = range.format.background().color().rgb() & kRgb;
   }
   return count;
+}
+
+void ClearLineRuns(int id) {
+  if (EditorWidget* editor = EditorOf(id)) editor->ClearRuns();
 }
 
 void HoldEditorRedraw(int id, bool hold) {

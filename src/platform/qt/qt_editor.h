@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,9 +36,13 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   std::u16string_view Mirror();
   std::uint64_t Revision() const { return revision_; }
   void SetWhole(std::u16string_view text);
+  void LayAside(std::uint64_t number);
+  bool TakeBack(std::uint64_t number, std::u16string_view text);
+  void DropAside(std::uint64_t number);
   void Select(int anchor, int caret);
   void Replace(QTextCursor cursor, std::u16string_view text);
   void SetRuns(int line, const ColourRun* runs, int count);
+  void ClearRuns();
   void Hold(bool hold);
   void Freeze(bool freeze) { frozen_ += freeze ? 1 : (frozen_ > 0 ? -1 : 0); }
   bool Frozen() const { return frozen_ > 0; }
@@ -70,6 +75,19 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
     int mirrored = 0;
   };
 
+  // A text that is not shown now.
+  struct Aside {
+    std::uint64_t number = 0;
+    QTextDocument* document = nullptr;
+    std::u16string mirror;
+    bool coloured = false;
+  };
+
+  QTextDocument* MakeDocument();
+  void ShowDocument(QTextDocument* document);
+  void DropOldAside();
+  void BeginAtFront();
+  void TellWhole();
   void DocumentChanged(int from, int removed, int added);
   void NoteStretch(int from, int removed, int added);
   void CopyStretch(const Stretch& stretch);
@@ -84,6 +102,9 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void PaintLongLine(QPainter& painter, const QTextBlock& block, const QRectF& place,
                      const QRect& area) const;
 
+  std::shared_ptr<QPlainTextEdit> mainView_;
+  std::vector<Aside> aside_;  // the last one laid there last
+  bool coloured_ = false;     // a line may have colours
   std::u16string mirror_;
   std::uint64_t revision_ = 0;
   std::vector<Stretch> stale_;  // in order, never touching

@@ -12,6 +12,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/common/line_ends.h"
 #include "platform/control.h"
@@ -123,6 +124,22 @@ const QTextCharFormat& FormatFor(const ColourRun& run) {
   return format;
 }
 
+// The toolkit goes through all lines of a text whenever a view comes up with it or gets another
+// width, unless the text was shown by another view first, and that was the wider one: then the
+// first one lays it out for all. This one has met each text while that was empty, and is never
+// seen.
+std::shared_ptr<QPlainTextEdit> MainView() {
+  static std::weak_ptr<QPlainTextEdit> only;
+  std::shared_ptr<QPlainTextEdit> view = only.lock();
+  if (view) return view;
+  constexpr int kWiderThanAll = 1 << 20;  // pixels
+  view = std::make_shared<QPlainTextEdit>();
+  view->setLineWrapMode(QPlainTextEdit::NoWrap);
+  view->viewport()->resize(kWiderThanAll, kEditorLineHeight);
+  only = view;
+  return view;
+}
+
 }  // namespace
 
 ByProgram::ByProgram() { ++programMoves; }
@@ -130,15 +147,12 @@ ByProgram::~ByProgram() { --programMoves; }
 bool ByProgram::Stands() { return programMoves > 0; }
 
 EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
-    : PlacedWidget<QPlainTextEdit>(spec.id, true, parent), caretBand_(spec.caretLine) {
-  auto* text = new QTextDocument(this);
-  text->setDocumentLayout(new EvenLayout(text));
-  text->setDefaultFont(FontOf(FontRole::Code));
-  // The room above the first line is the view's, so that it stays when the text scrolls.
-  text->setDocumentMargin(0);
-  setDocument(text);
-  setViewportMargins(kEditorTop, kEditorTop, 0, 0);
+    : PlacedWidget<QPlainTextEdit>(spec.id, true, parent),
+      mainView_(MainView()),
+      caretBand_(spec.caretLine) {
   setLineWrapMode(QPlainTextEdit::NoWrap);
+  setDocument(MakeDocument());
+  setViewportMargins(kEditorTop, kEditorTop, 0, 0);
   setFrameShape(QFrame::NoFrame);
   setAutoFillBackground(true);
   PaintWith(this, spec.text, spec.background);
@@ -146,9 +160,6 @@ EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
   colours.setColor(QPalette::Window, ColourOf(spec.background));
   setPalette(colours);
   viewport()->setMouseTracking(true);
-  text->clearUndoRedoStacks();
-  connect(text, &QTextDocument::contentsChange, this,
-          [this](int from, int removed, int added) { DocumentChanged(from, removed, added); });
   connect(this, &QPlainTextEdit::textChanged, this, [this] {
     if (!settingWhole_ && !keeping_) TellChange();
   });
@@ -161,6 +172,22 @@ EditorWidget::EditorWidget(const EditorSpec& spec, QWidget* parent)
           [this] { SendCommand(Id(), kNotifyVScroll); });
   connect(horizontalScrollBar(), &QScrollBar::valueChanged, this,
           [this] { SendCommand(Id(), kNotifyHScroll); });
+}
+
+QTextDocument* EditorWidget::MakeDocument() {
+  auto* text = new QTextDocument(this);
+  text->setDocumentLayout(new EvenLayout(text));
+  text->setDefaultFont(FontOf(FontRole::Code));
+  // The room above the first line is the view's, so that it stays when the text scrolls.
+  text->setDocumentMargin(0);
+  mainView_->setDocument(text);
+  mainView_->setDocument(nullptr);
+  text->clearUndoRedoStacks();
+  connect(text, &QTextDocument::contentsChange, this,
+          [this, text](int from, int removed, int added) {
+            if (text == document()) DocumentChanged(from, removed, added);
+          });
+  return text;
 }
 
 void EditorWidget::DocumentChanged(int from, int removed, int added) {
@@ -254,30 +281,100 @@ std::u16string_view EditorWidget::Mirror() {
   return mirror_;
 }
 
-void EditorWidget::SetWhole(std::u16string_view text) {
-  settingWhole_ = true;
-  const std::uint64_t before = revision_;
-  mirror_ = WithCrLf(text);
+// What follows every new text.
+void EditorWidget::BeginAtFront() {
   stale_.clear();
   bands_.clear();
   marks_.clear();
-  // No copy: the document takes its own while it builds the lines.
-  document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
-                                                static_cast<qsizetype>(mirror_.size())));
-  knownLength_ = Length();
-  revision_ = before + 1;
   runsFrom_ = runsTo_ = -1;
-  QTextCursor start(document());
-  setTextCursor(start);
+  knownLength_ = Length();
+  setTextCursor(QTextCursor(document()));
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
   textChanged_ = false;
-  settingWhole_ = false;
   lastAnchor_ = lastCaret_ = 0;
+}
+
+void EditorWidget::TellWhole() {
   const QPointer<QWidget> self(this);
   SendCommand(Id(), kNotifyEditChange);
   if (!self.isNull() && Listener().selection != nullptr)
     Listener().selection(Id(), !ByProgram::Stands());
+}
+
+void EditorWidget::SetWhole(std::u16string_view text) {
+  settingWhole_ = true;
+  const std::uint64_t before = revision_;
+  mirror_ = WithCrLf(text);
+  // No copy: the document takes its own while it builds the lines.
+  document()->setPlainText(QString::fromRawData(reinterpret_cast<const QChar*>(mirror_.data()),
+                                                static_cast<qsizetype>(mirror_.size())));
+  revision_ = before + 1;
+  coloured_ = false;
+  BeginAtFront();
+  settingWhole_ = false;
+  TellWhole();
+}
+
+void EditorWidget::ShowDocument(QTextDocument* text) {
+  // A band behind a line is a caret in the text that leaves.
+  setExtraSelections({});
+  if (text->defaultFont() != document()->defaultFont()) {
+    text->setDefaultFont(document()->defaultFont());
+  }
+  setDocument(text);
+}
+
+void EditorWidget::LayAside(std::uint64_t number) {
+  DropAside(number);
+  settingWhole_ = true;
+  (void)Mirror();
+  QTextDocument* const text = document();
+  text->clearUndoRedoStacks();
+  aside_.push_back({number, text, std::exchange(mirror_, {}), std::exchange(coloured_, false)});
+  ShowDocument(MakeDocument());
+  BeginAtFront();
+  settingWhole_ = false;
+  DropOldAside();
+}
+
+void EditorWidget::DropOldAside() {
+  int lines = 0;
+  for (const Aside& each : aside_) lines += each.document->blockCount();
+  while (lines > kMaxLinesAside) {
+    lines -= aside_.front().document->blockCount();
+    delete aside_.front().document;
+    aside_.erase(aside_.begin());
+  }
+}
+
+void EditorWidget::DropAside(std::uint64_t number) {
+  std::erase_if(aside_, [number](const Aside& each) {
+    if (number != 0 && each.number != number) return false;
+    delete each.document;
+    return true;
+  });
+}
+
+bool EditorWidget::TakeBack(std::uint64_t number, std::u16string_view text) {
+  const auto found = std::ranges::find(aside_, number, &Aside::number);
+  if (found == aside_.end()) return false;
+  if (found->mirror != text) {
+    DropAside(number);
+    return false;
+  }
+  settingWhole_ = true;
+  QTextDocument* const left = document();
+  mirror_ = std::move(found->mirror);
+  coloured_ = found->coloured;
+  ShowDocument(found->document);
+  aside_.erase(found);
+  delete left;
+  ++revision_;
+  BeginAtFront();
+  settingWhole_ = false;
+  TellWhole();
+  return true;
 }
 
 void EditorWidget::Select(int anchor, int caret) {
@@ -419,10 +516,22 @@ void EditorWidget::SetRuns(int line, const ColourRun* runs, int count) {
     formats.append(range);
   }
   if (known->formats() == formats) return;
+  coloured_ = true;
   block.layout()->setFormats(formats);
   const int end = block.position() + block.length();
   runsFrom_ = runsFrom_ < 0 ? block.position() : std::min(runsFrom_, block.position());
   runsTo_ = std::max(runsTo_, end);
+  if (holds_ == 0) FlushRuns();
+}
+
+void EditorWidget::ClearRuns() {
+  if (!coloured_) return;
+  coloured_ = false;
+  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+    block.layout()->clearFormats();
+  }
+  runsFrom_ = 0;
+  runsTo_ = Length() + 1;
   if (holds_ == 0) FlushRuns();
 }
 

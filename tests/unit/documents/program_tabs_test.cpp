@@ -266,6 +266,43 @@ TEST_F(OfflineTabs, MarksNothingModifiedByASwitch) {
   EXPECT_FALSE(app.suppressChange);
 }
 
+TEST_F(OfflineTabs, ComesBackToThePlaceThatWasLeft) {
+  std::u16string lines;
+  for (int i = 0; i < 400; ++i) lines += u"G1 X1\r\n";
+  morva::SwitchTab(morva::OpenTab(u"", lines, u"long"));
+  EXPECT_EQ(platform::FirstVisibleLine(300), 0);
+  const platform::EditorRange place{platform::EditorLineStart(300, 200) + 2,
+                                    platform::EditorLineStart(300, 200) + 4};
+  platform::SetEditorSelection(300, place);
+  platform::ScrollToLine(300, 190);
+  morva::SwitchTab(0);
+  EXPECT_EQ(platform::EditorSelection(300).to, 0);
+  EXPECT_EQ(platform::FirstVisibleLine(300), 0);
+  morva::SwitchTab(1);
+  EXPECT_EQ(platform::EditorSelection(300).from, place.from);
+  EXPECT_EQ(platform::EditorSelection(300).to, place.to);
+  EXPECT_EQ(platform::FirstVisibleLine(300), 190);
+}
+
+TEST_F(OfflineTabs, ShowsWhatATabGotWhileAnotherOneWasUp) {
+  morva::SwitchTab(morva::OpenTab(u"", u"G1", u"x"));
+  morva::SwitchTab(0);
+  tabs[1].text = u"G2";
+  morva::SwitchTab(1);
+  EXPECT_EQ(Text(), u"G2");
+}
+
+TEST_F(OfflineTabs, ShowsItsOwnTextBehindACloseInTheMiddle) {
+  for (const char16_t* text : {u"G1", u"G2", u"G3"})
+    morva::SwitchTab(morva::OpenTab(u"", text, u"x"));
+  morva::SwitchTab(2);
+  morva::RemoveTab(2);
+  morva::SwitchTab(2);
+  EXPECT_EQ(Text(), u"G3");
+  morva::SwitchTab(1);
+  EXPECT_EQ(Text(), u"G1");
+}
+
 TEST_F(OfflineTabs, ForgetsTheUndoHistoryAtASwitch) {
   TypeProgram(u"changed");
   morva::OpenTab(u"", u"G1", u"x");
