@@ -31,6 +31,8 @@
 #include "documents/save_state.h"
 #include "library/motion_text.h"
 #include "platform/clock.h"
+#include "platform/editor.h"
+#include "platform/limits.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/layout.h"
@@ -141,6 +143,24 @@ TEST_F(Limits, FeaturesFoundInTheText) {
   Type(UserBlocks(3));
   RebuildToolpath();
   EXPECT_EQ(featureLines.count, 3);
+}
+
+TEST_F(Limits, LinesOfTextsThatAnEditorLaysAside) {
+  static_assert(platform::kMaxLinesAside == 3000000);
+  const std::u16string third(platform::kMaxLinesAside / 3 - 1,
+                             u'\n');  // with the last line a third
+  for (const std::uint64_t number : {11, 12, 13}) {
+    platform::SetEditorText(kIdEditor, third);
+    platform::LayEditorTextAside(kIdEditor, number);
+  }
+  platform::SetEditorText(kIdEditor, u"G0");
+  platform::LayEditorTextAside(kIdEditor, 14);
+  std::u16string whole;
+  for (std::size_t i = 0; i < third.size(); ++i) whole += u"\r\n";
+  EXPECT_FALSE(platform::TakeEditorText(kIdEditor, 11, whole));
+  EXPECT_TRUE(platform::TakeEditorText(kIdEditor, 12, whole));
+  EXPECT_TRUE(platform::TakeEditorText(kIdEditor, 14, u"G0"));
+  platform::DropEditorText(kIdEditor, 0);
 }
 
 TEST_F(Limits, FeaturesInserted) {
