@@ -133,6 +133,21 @@ void ReturnToPlace(const ViewPlace& place, int line) {
   platform::ScrollCaretIntoView(kIdWordsEditor);
 }
 
+// A program that comes onto the stage stands as it was left; its code does already. What was put
+// elsewhere since comes into view.
+void ComeBack(int line) {
+  const ProgramTab* const tab = ActiveTab();
+  if (!tab) return;
+  const int start = platform::EditorLineStart(kIdWordsEditor, line);
+  const int units = static_cast<int>(EditorLineText(kIdWordsEditor, line).size());
+  const int caret = start + std::min(tab->wordsColumn, units);
+  platform::SetEditorSelection(kIdWordsEditor, {caret, caret});
+  platform::ScrollToLine(kIdWordsEditor, tab->firstLine);
+  if (platform::EditorLineOf(kIdEditor, tab->selection.to) != line) {
+    platform::ScrollCaretIntoView(kIdWordsEditor);
+  }
+}
+
 std::size_t Units(const WordsPair& pair) {
   std::size_t units = pair.code.size() + pair.words.size();
   for (const ReplacedLines& r : pair.replaced) units += r.code.size() + r.words.size();
@@ -213,6 +228,7 @@ bool ShowWords() {
   // While the same program is shown the view keeps its history, so that what was done to the
   // code from elsewhere, as renumbering, is undone here too.
   const bool goesOn = app.commandWordsActive && shown.program == ActiveSerial();
+  const bool comesBack = app.commandWordsActive && !goesOn;
   WordsPair made;
   if (!MakeWordsPair(platform::EditorText(kIdEditor), made)) return false;
   const ViewPlace place = PlaceInView();
@@ -231,7 +247,11 @@ bool ShowWords() {
   if (!goesOn || changed || made.code != shown.pair.code) shown.pair = std::move(made);
   shown.program = ActiveSerial();
   shown.codeRevision = platform::EditorRevision(kIdEditor);
-  if (changed || line != place.line) ReturnToPlace(place, line);
+  if (comesBack) {
+    ComeBack(line);
+  } else if (changed || line != place.line) {
+    ReturnToPlace(place, line);
+  }
   platform::HoldEditorRedraw(kIdWordsEditor, false);
   return true;
 }

@@ -74,6 +74,18 @@ void LabelTabButton(int index) {
   RefreshTip(kIdTabFirst + index);
 }
 
+// The caret's line is that of the words where these are shown, as each line of code has one of
+// words.
+platform::EditorRange SelectionLeft(ProgramTab& tab) {
+  tab.wordsColumn = 0;
+  if (ShownEditor() == kIdEditor) return platform::EditorSelection(kIdEditor);
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  const int line = platform::EditorLineOf(kIdWordsEditor, caret);
+  tab.wordsColumn = caret - platform::EditorLineStart(kIdWordsEditor, line);
+  const int start = platform::EditorLineStart(kIdEditor, line);
+  return {start, start};
+}
+
 }  // namespace
 
 ProgramTab* ActiveTab() {
@@ -150,8 +162,8 @@ void TabTitleChanged() {
 void LayTextAside() {
   ProgramTab* const tab = ActiveTab();
   if (!tab) return;
-  tab->selection = platform::EditorSelection(kIdEditor);
-  tab->firstLine = platform::FirstVisibleLine(kIdEditor);
+  tab->selection = SelectionLeft(*tab);
+  tab->firstLine = platform::FirstVisibleLine(ShownEditor());
   platform::LayEditorTextAside(kIdEditor, tab->serial);
 }
 

@@ -69,7 +69,8 @@ struct ProgramTab {
   std::int32_t isolatedId = 0;      // the only block in the toolpath, 0 for none
   platform::EditorRange selection;  // as the program left the stage, and the first line in view
   std::int32_t firstLine = 0;
-  std::uint64_t serial = 0;  // never used twice; finds the record again behind a dialog
+  std::int32_t wordsColumn = 0;  // of the caret in its line, where the words were shown
+  std::uint64_t serial = 0;      // never used twice; finds the record again behind a dialog
   SaveState save;
 };
 

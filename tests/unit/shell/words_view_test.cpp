@@ -141,6 +141,35 @@ TEST_F(WordsAtWork, ClosingAProgramShowsTheWordsOfTheOneLeft) {
   EXPECT_EQ(Text(), kProgram);
 }
 
+TEST_F(WordsAtWork, AProgramComesBackWhereItsWordsWereLeft) {
+  std::u16string lines;
+  for (int i = 0; i < 400; ++i) lines += u"G01 X1.\r\n";
+  const int other = OpenTab(u"", lines, u"long");
+  SwitchTab(other);
+  PutCaret(300, 6);
+  platform::ScrollToLine(kIdWordsEditor, 200);
+  SwitchTab(0);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdWordsEditor), 0);
+  PutCaret(3, 9);
+  SwitchTab(other);
+  const int caret = platform::EditorSelection(kIdWordsEditor).to;
+  EXPECT_EQ(caret, platform::EditorLineStart(kIdWordsEditor, 300) + 6);
+  EXPECT_EQ(platform::FirstVisibleLine(kIdWordsEditor), 200);
+  SwitchTab(0);
+  EXPECT_EQ(platform::EditorSelection(kIdWordsEditor).to,
+            platform::EditorLineStart(kIdWordsEditor, 3) + 9);
+  // Left with its code shown, it comes back at the line of the code's caret.
+  SwitchTab(other);
+  headless::Click(kIdCommandWords);
+  const int start = platform::EditorLineStart(kIdEditor, 40);
+  headless::EditorSelect(kIdEditor, start + 3, start + 3);
+  SwitchTab(0);
+  headless::Click(kIdCommandWords);
+  SwitchTab(other);
+  EXPECT_EQ(platform::EditorSelection(kIdWordsEditor).to,
+            platform::EditorLineStart(kIdWordsEditor, 40));
+}
+
 TEST_F(WordsAtWork, ASelectionStandsWhereTheViewWouldComeOutTheSame) {
   // The code's caret is on the line of the selection's end, as typing leaves it.
   PutCaret(3, 0);
