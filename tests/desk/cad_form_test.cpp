@@ -50,6 +50,25 @@ TEST_F(CadForm, ScrollsByTheWheelOverWhateverStandsInItAndChangesNoChoice) {
   EXPECT_EQ(combo->currentIndex(), row);
 }
 
+// The box is about the drawing and about no field.
+TEST_F(CadForm, HasTheKeyboardInItsFieldBehindTheBoxOfGenerate) {
+  for (const bool byEnter : {true, false}) {
+    desk::Click(morva::kIdCadCutData);
+    const int field = morva::kIdCadDepth;
+    desk::TypeInto(field, QStringLiteral("0,75"));
+    ASSERT_TRUE(desk::Until([]() { return HasKeyboard(morva::kIdCadDepth); }));
+    const int seen = desk::BoxesSeen();
+    desk::AnswerBox(QStringLiteral("OK"));
+    if (byEnter) {
+      desk::KeyHere(Qt::Key_Return);
+    } else {
+      desk::Click(morva::kIdCadGenerate);
+    }
+    ASSERT_EQ(desk::BoxesSeen(), seen + 1);
+    EXPECT_TRUE(desk::Until([]() { return HasKeyboard(morva::kIdCadDepth); }, 2000)) << byEnter;
+  }
+}
+
 TEST_F(CadForm, AnsweredNowhereARightClickStillGivesUpTheToolInHand) {
   for (const int id : {static_cast<int>(platform::kMainWindow), morva::kIdSurfacePlate,
                        morva::kIdCadStatus, morva::kIdCadQuantity}) {

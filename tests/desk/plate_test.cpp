@@ -56,6 +56,21 @@ struct PlateAtTheDesk : AtDesk {
   }
 };
 
+// Behind the box the keyboard is in the field that the box was about, or where it was.
+TEST_F(PlateAtTheDesk, HasTheKeyboardInItsFieldBehindTheBoxOfInsert) {
+  constexpr int kLength = morva::kIdPlateField;
+  desk::TypeInto(kLength, QStringLiteral("0,75"));
+  ASSERT_TRUE(desk::Until([]() { return HasKeyboard(kLength); }));
+  const int seen = desk::BoxesSeen();
+  desk::AnswerBox(QStringLiteral("OK"));
+  desk::Click(morva::kIdPlateInsert);
+  ASSERT_EQ(desk::BoxesSeen(), seen + 1) << desk::LastBoxText().toStdString();
+  ASSERT_TRUE(desk::Until([]() { return HasKeyboard(kLength); }));
+  ASSERT_TRUE(QApplication::activeWindow() != nullptr);
+  desk::TypeHere(QStringLiteral("8"));  // what was refused is selected
+  EXPECT_EQ(desk::TextOf(kLength), QStringLiteral("8"));
+}
+
 TEST_F(PlateAtTheDesk, LooksWholeAtBothSizes) {
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
     Resize(size.width(), size.height());
