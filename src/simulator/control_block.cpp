@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/limits.h"
+#include "simulator/control_number.h"
 #include "simulator/control_run.h"
 #include "simulator/control_variables.h"
 #include "text/codetext.h"
@@ -188,7 +189,10 @@ void TakeCode(Reader& reader, double value) {
   ControlBlock& block = reader.block;
   if (!(value >= 0 && value < 1000)) return Report(reader.run, Finding::UnknownG, value);
   if (block.gCount == kMaxBlockCodes) return Report(reader.run, Finding::TwoOfAGroup, value);
-  block.g[block.gCount++] = static_cast<std::int16_t>(std::lround(value * 10));
+  const int whole = static_cast<int>(value);
+  const bool isWhole = whole == value;
+  block.g[block.gCount++] =
+      static_cast<std::int16_t>(isWhole ? whole * 10 : std::lround(value * 10));
 }
 
 void TakeM(Reader& reader, double value) {
@@ -219,7 +223,8 @@ void TakeWord(Reader& reader, char16_t letter) {
   double value = 0;
   bool pointed = false;
   // Most words are a letter and digits: the line's end is not looked for.
-  if (!TakeValue(reader.run, reader.p, reader.end, value, pointed, 0)) {
+  const bool plain = TakePlainNumber(reader.p, reader.end, value, pointed);
+  if (!plain && !TakeValue(reader.run, reader.p, reader.end, value, pointed, 0)) {
     reader.p = first;
     if (TakeStatement(reader)) return;
     ++reader.p;
@@ -254,8 +259,8 @@ void TakeSlash(Reader& reader) {
 
 void TakeCharacter(Reader& reader) {
   const char16_t c = *reader.p;
-  const char16_t upper = FoldUpper(c);
-  if (upper >= u'A' && upper <= u'Z') return TakeWord(reader, upper);
+  const unsigned letter = (c | 32U) - u'a';  // A to Z, whatever their case
+  if (letter < 26) return TakeWord(reader, static_cast<char16_t>(u'A' + letter));
   switch (c) {
     case u' ':
     case u'\t':

@@ -1,5 +1,7 @@
 #include "simulator/control_motion.h"
 
+#include <utility>
+
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_frame.h"
@@ -9,14 +11,12 @@ namespace morva {
 namespace {
 
 ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegment::Kind kind) {
-  ControlSegment segment;
-  segment.kind = kind;
-  segment.from = run.shown;
-  segment.to = shown;
-  segment.line = run.line;
-  segment.feed = run.feed;
-  segment.inverse = run.modes.feedMode == 93;
-  return segment;
+  return {.kind = kind,
+          .from = run.shown,
+          .to = shown,
+          .line = run.line,
+          .feed = run.feed,
+          .inverse = run.modes.feedMode == 93};
 }
 
 // An axis stays at its place of the machine until the program moves it.
@@ -29,7 +29,8 @@ void NoteMachineAxes(ControlRun& run, const ControlSegment& segment, bool toMach
   }
 }
 
-void Send(ControlRun& run, ControlSegment segment, bool toMachine = false) {
+// The segment gets what is known of its end.
+void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   NoteTravel(run, segment.to);
   NoteMachineAxes(run, segment, toMachine);
   segment.machineAxes = run.machineAxes;
@@ -79,7 +80,7 @@ void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV,
   segment.centreV = shownCentre.of[axes.v];
   segment.plane = run.modes.plane;
   segment.clockwise = clockwise != IsReversed(run, run.modes.plane);
-  Send(run, segment);
+  Send(run, std::move(segment));
   run.at = program;
 }
 

@@ -27,6 +27,8 @@ struct StockTool {
   ToolShape shape = ToolShape::Flat;
   double radius = 0;
   ToolCut cut = ToolCut::Centre;
+
+  bool operator==(const StockTool&) const = default;
 };
 
 // What is known before the run.
@@ -34,6 +36,8 @@ struct KnownStock {
   StockEnvelope box;  // not shown: none is known
   std::int32_t toolCount = 0;
   StockTool tools[kMaxTools];
+
+  bool operator==(const KnownStock&) const = default;
 };
 
 // How a tool of the library cuts, by the text of its type.

@@ -23,6 +23,8 @@ struct ToolOffset {
   double lengthWear = 0;
   double diameter = 0;
   double diameterWear = 0;
+
+  bool operator==(const ToolOffset&) const = default;
 };
 
 struct ControlTable {
@@ -49,6 +51,8 @@ struct ControlTable {
   double reversalSeconds = 0.0375;    // the lag of the drives at a sharp corner
   double leastBlockSeconds = 0.0025;  // a block takes no less
   double mostSpeed = 7500;            // rpm
+
+  bool operator==(const ControlTable&) const = default;
 };
 
 }  // namespace morva

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "simulator/control_frame.h"
+#include "simulator/control_number.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -365,38 +366,45 @@ bool TakeFunction(ControlRun& run, const char16_t*& p, const char16_t* end, doub
   return false;
 }
 
-// Digits with at most one point. A correctly rounded value for up to 15 digits.
-bool TakeDigits(const char16_t*& p, const char16_t* end, double& value, bool& pointed) {
-  static constexpr double kTens[] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                     1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  constexpr int kExact = 15;
+// What is more than a sign and digits.
+[[gnu::noinline]] bool TakeLongValue(ControlRun& run, const char16_t*& p, const char16_t* end,
+                                     double& value, bool& pointed, int depth) {
+  if (p == end) return false;
   const char16_t* q = p;
-  std::int64_t sum = 0;
-  int digits = 0;
-  int places = 0;
-  bool point = false;
-  for (; q != end; ++q) {
-    if (IsDigit(*q)) {
-      if (++digits <= kExact) sum = sum * 10 + (*q - u'0');
-      places += point;
-    } else if (*q == u'.' && !point) {
-      point = true;
-    } else {
-      break;
-    }
+  bool minus = false;
+  for (; q != end && (*q == u'-' || *q == u'+' || *q == u' ' || *q == u'\t'); ++q) {
+    if (*q == u'-') minus = !minus;
   }
-  if (q == p || (digits == 0 && !point)) return false;
-  value = digits <= kExact
-              ? static_cast<double>(sum) / kTens[places]
-              : ParseDecimal(std::u16string_view(p, static_cast<std::size_t>(q - p)), 0);
-  pointed = point;
+  if (q == end) return false;
+  if (TakeDigits(q, end, value, pointed)) {
+  } else if (*q == u'#') {
+    // "##1" is the variable whose number #1 holds: the number is a value without a sign.
+    ++q;
+    double number = 0;
+    bool ignored = false;
+    if (depth > kMostDepth || !TakeValue(run, q, end, number, ignored, depth + 1)) {
+      StopWith(run, Finding::BadExpression);
+      p = end;
+      return false;
+    }
+    value = ReadVariable(run, number);
+    pointed = true;
+  } else if (*q == u'[') {
+    ++q;
+    value = TakeExpression(run, q, end, depth + 1);
+    pointed = true;
+  } else if (TakeFunction(run, q, end, value, depth)) {
+    pointed = true;
+  } else {
+    return false;
+  }
+  if (minus) value = -value;
   p = q;
   return true;
 }
 
 }  // namespace
 
-bool IsUndefined(double value) { return std::isnan(value); }
 double Undefined() { return std::numeric_limits<double>::quiet_NaN(); }
 
 void ClearVariables(ControlVariables& variables) {
@@ -467,39 +475,8 @@ double TakeOpenExpression(ControlRun& run, const char16_t*& p, const char16_t* e
 
 bool TakeValue(ControlRun& run, const char16_t*& p, const char16_t* end, double& value,
                bool& pointed, int depth) {
-  if (TakeDigits(p, end, value, pointed)) return true;
-  if (p == end) return false;
-  const char16_t* q = p;
-  bool minus = false;
-  for (; q != end && (*q == u'-' || *q == u'+' || *q == u' ' || *q == u'\t'); ++q) {
-    if (*q == u'-') minus = !minus;
-  }
-  if (q == end) return false;
-  if (TakeDigits(q, end, value, pointed)) {
-  } else if (*q == u'#') {
-    // "##1" is the variable whose number #1 holds: the number is a value without a sign.
-    ++q;
-    double number = 0;
-    bool ignored = false;
-    if (depth > kMostDepth || !TakeValue(run, q, end, number, ignored, depth + 1)) {
-      StopWith(run, Finding::BadExpression);
-      p = end;
-      return false;
-    }
-    value = ReadVariable(run, number);
-    pointed = true;
-  } else if (*q == u'[') {
-    ++q;
-    value = TakeExpression(run, q, end, depth + 1);
-    pointed = true;
-  } else if (TakeFunction(run, q, end, value, depth)) {
-    pointed = true;
-  } else {
-    return false;
-  }
-  if (minus) value = -value;
-  p = q;
-  return true;
+  if (TakePlainNumber(p, end, value, pointed)) return true;
+  return TakeLongValue(run, p, end, value, pointed, depth);
 }
 
 }  // namespace morva

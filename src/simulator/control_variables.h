@@ -1,11 +1,13 @@
 // Variables of the control: "#" numbers, what they hold, and expressions over them.
 #pragma once
 
+#include <cmath>
+
 #include "simulator/control_run.h"
 
 namespace morva {
 
-bool IsUndefined(double value);
+inline bool IsUndefined(double value) { return std::isnan(value); }
 double Undefined();
 
 // What "#number" holds; a number that is none, or that the control has not got, is a finding and

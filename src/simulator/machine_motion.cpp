@@ -2,9 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
+#include "app/command_ids.h"
+#include "documents/tab_table.h"
 #include "library/tools.h"
 #include "library/units.h"
+#include "platform/editor.h"
 #include "simulator/control_reader.h"
 #include "simulator/control_settings.h"
 #include "simulator/control_stock.h"
@@ -21,6 +26,26 @@ namespace {
 
 ControlTable settings;
 bool settingsRead = false;
+
+// What the last run over the editor's text depended on, and what is changed behind a run. The paths
+// of the run stand for as long as their generations do.
+struct LastRun {
+  bool stands = false;
+  std::uint64_t tab = 0;
+  std::uint64_t revision = 0;
+  std::size_t units = 0;
+  bool metric = false;
+  ControlTable table;
+  KnownStock stock;
+  std::uint32_t pathGeneration = 0;
+  std::uint32_t programmedGeneration = 0;
+  Findings findings;  // those that [Check] turns off as well
+};
+LastRun lastRun;
+
+// Set where a run looks for a program outside its text. Tabs and files change unseen, so such a run
+// does not stand for another one.
+bool lookedElsewhere = false;
 
 // Of the read-out; all stand in the tip.
 constexpr int kShownOperations = 4;
@@ -42,6 +67,38 @@ void FillStockTools(KnownStock& stock, bool metric) {
     stock.tools[i] = {tool.number, ShapeOfTool(tool.type), tool.diameter / 2 * unit,
                       CutOfTool(tool.type)};
   }
+}
+
+std::int32_t LookElsewhere(std::int32_t number, std::u16string_view& text) {
+  lookedElsewhere = true;
+  return FindProgramBeside(number, text);
+}
+
+bool LastRunStands(std::u16string_view text, bool metric, const ControlTable& table,
+                   const KnownStock& stock) {
+  return lastRun.stands && lastRun.tab == ActiveSerial() &&
+         lastRun.revision == platform::EditorRevision(kIdEditor) && lastRun.units == text.size() &&
+         lastRun.metric == metric && lastRun.pathGeneration == machinePath.generation &&
+         lastRun.programmedGeneration == machineProgrammed.generation && lastRun.table == table &&
+         lastRun.stock == stock;
+}
+
+void RunMachine(std::u16string_view text, bool metric, bool ofEditor, const ControlTable& table,
+                const KnownStock& stock) {
+  lookedElsewhere = false;
+  ReadMachineMotion(
+      machineTrack, text,
+      {.metric = metric, .table = &table, .findProgram = LookElsewhere, .stock = &stock});
+  lastRun.stands = ofEditor && !lookedElsewhere;
+  lastRun.tab = ActiveSerial();
+  lastRun.revision = platform::EditorRevision(kIdEditor);
+  lastRun.units = text.size();
+  lastRun.metric = metric;
+  lastRun.table = table;
+  lastRun.stock = stock;
+  lastRun.pathGeneration = machinePath.generation;
+  lastRun.programmedGeneration = machineProgrammed.generation;
+  lastRun.findings = machineTrack.findings;
 }
 
 std::u16string TwoDigits(std::int64_t number) {
@@ -78,16 +135,18 @@ std::u16string LinesForLog(std::u16string_view text) {
 
 PathOwner EditorOwner() { return switches.machineMotion ? PathOwner::Machine : PathOwner::Program; }
 
-void FollowMachineMotion(std::u16string_view text, bool metric) {
+void FollowMachineMotion(std::u16string_view text, bool metric, bool ofEditor) {
   if (!switches.machineMotion) return EmptyMachineTrack();
   ControlTable table = Settings();
   FillDiameters(table);
   KnownStock stock;
   stock.box = StockOfFeatures();
   FillStockTools(stock, metric);
-  ReadMachineMotion(
-      machineTrack, text,
-      {.metric = metric, .table = &table, .findProgram = FindProgramBeside, .stock = &stock});
+  if (ofEditor && LastRunStands(text, metric, table, stock)) {
+    machineTrack.findings = lastRun.findings;
+  } else {
+    RunMachine(text, metric, ofEditor, table, stock);
+  }
   DropUnwanted(machineTrack.findings);
   if (StartLineFilter()) DropMachineLines(LineIsDropped);
   AppendProgrammed(ghostPath);

@@ -81,14 +81,14 @@ void ResetEditorPlayback() {
   ResetPlayback(PathOwner::Machine);
 }
 
-void Extract(PathOwner owner, std::u16string_view text, bool metric) {
+void Extract(PathOwner owner, std::u16string_view text, bool metric, bool ofEditor = false) {
   const bool filtered = owner == PathOwner::Program;
   if (filtered) {
     readFromEditor = false;
     IndexFeatureLines(text);
   }
   ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
-  if (filtered) FollowMachineMotion(text, metric);
+  if (filtered) FollowMachineMotion(text, metric, ofEditor);
   if (owner != ShownOwner() && !(filtered && EditorPathIsShown())) return;
   TellNotes();
   platform::Repaint(kViewToolpath);
@@ -102,7 +102,7 @@ void ReadEditor() {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanProgramText(text);
     RebuildGhosts(text);
-    Extract(PathOwner::Program, text, UnitsMetric());
+    Extract(PathOwner::Program, text, UnitsMetric(), true);
     readFromEditor = true;
     readRevision = platform::EditorRevision(kIdEditor);
     staleShown = false;

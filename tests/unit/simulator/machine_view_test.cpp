@@ -23,6 +23,7 @@
 #include "simulator/toolpath.h"
 #include "simulator/view_switches.h"
 #include "simulator/view_words.h"
+#include "text/codetext.h"
 #include "unit/simulator/view_fixture.h"
 
 namespace morva {
@@ -416,6 +417,111 @@ TEST_F(MachineView, RunsAProgramOfAFileBesideTheProgram) {
   ForgetControlSettings();
   RebuildToolpath();
   EXPECT_EQ(machineTrack.findings.count, 0);
+}
+
+// Points of the machine's path are moved, so that they tell whether they come from a new run.
+class MachineRunAgain : public MachineView {
+ protected:
+  static constexpr double kMoved = 77;
+
+  MachineRunAgain() {
+    Settings("[Simulator]\r\nMachineMotion=1\r\n");
+    OpenProgram(u"G20 G90 G0 X0 Y0 Z0 H1\r\nG43 H1 Z1\r\nF5.\r\nG41 D1 G1 X5.\r\nY5.\r\nM30\r\n");
+  }
+  static void Path() {
+    ForgetControlSettings();
+    RebuildToolpath();
+  }
+  // Whether PATH runs the program anew.
+  static bool RunsAgain() {
+    machinePath.points[0].x = kMoved;
+    Path();
+    return machinePath.points[0].x != kMoved;
+  }
+};
+
+TEST_F(MachineRunAgain, DoesNotWhileNothingChanges) {
+  const std::uint32_t generation = machinePath.generation;
+  EXPECT_FALSE(RunsAgain());
+  EXPECT_FALSE(RunsAgain());
+  EXPECT_EQ(machinePath.generation, generation);
+  EXPECT_EQ(OwnedBy(PathOwner::Machine).play.playHead, machinePath.count);
+}
+
+TEST_F(MachineRunAgain, DoesWhenTheTextIsAnotherOne) {
+  platform::SetEditorText(kIdEditor, platform::EditorText(kIdEditor));
+  EXPECT_TRUE(RunsAgain());
+  EXPECT_FALSE(RunsAgain());
+  ExtractToolpath(u"G1 X1 F5.", false);  // not of the editor
+  EXPECT_TRUE(RunsAgain());
+}
+
+TEST_F(MachineRunAgain, DoesWhenASettingOfTheControlChanges) {
+  for (const char* line : {"[Simulator]\r\nRapidRate=100\r\n", "[Simulator]\r\nWholeLengths=1\r\n",
+                           "[Offsets]\r\nG54=1,2,3\r\n", "[Offsets]\r\nT1=3,0,.5,0\r\n"}) {
+    Settings("[Simulator]\r\nMachineMotion=1\r\n" + std::string(line));
+    EXPECT_TRUE(RunsAgain()) << line;
+    EXPECT_FALSE(RunsAgain()) << line;
+  }
+}
+
+TEST_F(MachineRunAgain, DoesWhenAToolOfTheLibraryChanges) {
+  toolLibrary.count = 1;
+  toolLibrary.tools[0].dOffset = 1;
+  toolLibrary.tools[0].diameter = .25;
+  EXPECT_TRUE(RunsAgain());
+}
+
+// The check measures the motion against the tools and the stock too.
+TEST_F(MachineRunAgain, DoesWhenTheKindOfAToolChanges) {
+  toolLibrary.count = 1;
+  CopyBounded(toolLibrary.tools[0].type, kToolTypeUnits, u"Face mill");
+  EXPECT_TRUE(RunsAgain());
+  EXPECT_FALSE(RunsAgain());
+  CopyBounded(toolLibrary.tools[0].type, kToolTypeUnits, u"Drill");
+  EXPECT_TRUE(RunsAgain());
+  toolLibrary.count = 0;
+}
+
+TEST_F(MachineRunAgain, DoesWhenTheUnitChanges) {
+  SetUnits(true);
+  EXPECT_TRUE(RunsAgain());
+  SetUnits(false);
+}
+
+TEST_F(MachineRunAgain, DoesWhenLinesHaveLeftThePathOrComeBack) {
+  features.count = 1;
+  FeatureRecord& row = features.rows[0];
+  row = FeatureRecord{};
+  row.id = 1;
+  const std::u16string text(platform::EditorText(kIdEditor));
+  ExtractToolpath(text, false);
+  Path();
+  // As though a filter had taken a point.
+  ++machinePath.generation;
+  EXPECT_TRUE(RunsAgain());
+}
+
+TEST_F(MachineRunAgain, DoesAlwaysForAProgramThatCallsAnother) {
+  app.tabCount = 2;
+  tabs[1] = ProgramTab{};
+  tabs[1].text = u"O2000\r\nG1 X7. F5.\r\nM99\r\n";
+  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\nM98 P2000\r\nM30\r\n");
+  EXPECT_TRUE(RunsAgain());
+  EXPECT_TRUE(RunsAgain());
+  tabs[1] = ProgramTab{};
+}
+
+TEST_F(MachineRunAgain, TellsAFindingAgainThatTheSettingsDoNotTurnOffAnyMore) {
+  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\nG1 X1.\r\nM30\r\n");
+  ASSERT_EQ(machineTrack.findings.ofKind[static_cast<int>(Finding::NoFeed)], 1);
+  const std::string name = support::Narrow(NameOf(Finding::NoFeed));
+  Settings("[Simulator]\r\nMachineMotion=1\r\n[Check]\r\n" + name + "=0\r\n");
+  EXPECT_FALSE(RunsAgain());
+  EXPECT_EQ(machineTrack.findings.ofKind[static_cast<int>(Finding::NoFeed)], 0);
+  Settings("[Simulator]\r\nMachineMotion=1\r\n[Check]\r\n" + name + "=1\r\n");
+  EXPECT_FALSE(RunsAgain());
+  EXPECT_EQ(machineTrack.findings.ofKind[static_cast<int>(Finding::NoFeed)], 1);
 }
 
 TEST_F(MachineView, KnowsTheNumberThatAProgramBeginsWith) {
