@@ -312,8 +312,11 @@ bool Queue(SaveJob job) {
 
 bool WaitWithWords(bool (*done)()) {
   if (done()) return true;
-  ShowStatus(u"Waiting for the disk. A save is under way.");
-  return platform::WaitUntil(done, kLongestWaitMs);
+  constexpr std::u16string_view kWaiting = u"Waiting for the disk. A save is under way.";
+  ShowStatus(kWaiting);
+  const bool ended = platform::WaitUntil(done, kLongestWaitMs);
+  if (ended && app.statusText == kWaiting) ShowStatus(kReadyWords);
+  return ended;
 }
 
 // A disk that takes its time must not hold the window for a switch of the view either.

@@ -34,14 +34,15 @@ constexpr const char16_t* kHoldWords[] = {
     u"Autosave failed. Changes remain unsaved; use Save As.",
 };
 
-// What the status line said last of a program that the autosave leaves alone.
-struct ToldHold {
+// What the status line said last of the saves of a program.
+struct Told {
   std::u16string words;      // as the line got them
   std::uint64_t serial = 0;  // of the program
   bool named = false;        // another program was shown
+  bool hold = false;         // that the autosave leaves it alone
 };
 
-ToldHold toldHold;
+Told told;
 std::uint64_t lastFailed = 0;  // ticket
 bool alone = false;            // nobody is there to answer a box
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
@@ -112,18 +113,18 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
 
 void TellHold(const ProgramTab& tab, std::u16string_view words) {
   TellAutosave(tab, words);
-  toldHold = {app.statusText, tab.serial, &tab != ActiveTab()};
+  told.hold = true;
 }
 
 // Whether the status line says that the program is held, whatever holds it now: typing gives a save
 // that failed another try, and a Save As gives it another name.
 bool StatusTellsHold(const ProgramTab& tab) {
-  return toldHold.serial == tab.serial && toldHold.words == app.statusText;
+  return told.hold && told.serial == tab.serial && told.words == app.statusText;
 }
 
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
-  const bool toldHeld = &tab == ActiveTab() && StatusTellsHold(tab);
+  const bool toldHeld = StatusTellsHold(tab);
   NoteSaved(tab, result.changes);
   const bool all = FileFollows(tab);
   if (all) DropHeldCopy(tab);
@@ -134,7 +135,7 @@ void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   } else if (result.byUser) {
     AppendOutput(u"Saved program.");
     // What the status line said of the autosave is true no more.
-    if (toldHeld) ShowStatus(u"Saved program.");
+    if (toldHeld) TellAutosave(tab, u"Saved program.");
   } else if (all) {
     TellAutosave(tab, u"Project autosaved.");
   }
@@ -226,9 +227,11 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
 }
 
 void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
-  std::u16string told;
-  if (&tab != ActiveTab()) told = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
-  ShowStatus(told.append(words));
+  std::u16string line;
+  const bool named = &tab != ActiveTab();
+  if (named) line = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
+  ShowStatus(line.append(words));
+  told = {app.statusText, tab.serial, named};
 }
 
 AutosaveHold HoldOf(const ProgramTab& tab) {
@@ -260,10 +263,12 @@ bool TellHoldOfShown() {
     TellHold(*tab, held);
     return true;
   }
-  const bool stands = toldHold.serial != 0 && toldHold.words == app.statusText;
-  if (!stands || toldHold.named || (tab && toldHold.serial == tab->serial)) return false;
-  if (const ProgramTab* const told = TabOfSerial(toldHold.serial)) {
-    TellHold(*told, std::u16string(toldHold.words));
+  const bool stands = told.serial != 0 && told.words == app.statusText;
+  if (!stands || told.named || (tab && told.serial == tab->serial)) return false;
+  const Told before = told;
+  if (const ProgramTab* const other = TabOfSerial(before.serial)) {
+    TellAutosave(*other, before.words);
+    told.hold = before.hold;
   } else {
     ShowStatus(kReadyWords);
   }
@@ -274,7 +279,7 @@ void SaveWithoutBoxes() { alone = true; }
 
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial)) {
   askAboutChangedFile = askAboutChanged;
-  toldHold = {};
+  told = {};
   alone = false;
   RegisterSaver();
   SetSaveListener(OnSaved);

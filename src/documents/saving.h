@@ -40,8 +40,8 @@ void TellHeld(ProgramTab& tab, AutosaveHold reason, std::u16string_view words);
 // not.
 std::u16string_view HeldWords();
 // Says on the status line why the autosave leaves the active program alone. False: it does not
-// leave it alone; then what the line said without a name of a program that was shown before gets
-// its name, or goes where that one is closed.
+// leave it alone; then what the line said of the saves of a program that was shown before gets its
+// name, or goes where that one is closed.
 bool TellHoldOfShown();
 
 // From here on no save brings up a box: nobody is there to answer it.

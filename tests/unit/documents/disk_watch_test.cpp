@@ -150,6 +150,46 @@ TEST_F(Disk, TellsTheHoldAgainWhereTheProgramComesBack) {
   EXPECT_NE(TextOf(3208).find(u"State: Modified"), std::u16string::npos);
 }
 
+// As little where nothing is held.
+TEST_F(Disk, TellsASaveOfAProgramThatIsNotShownWithItsName) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  headless::Advance(2000);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  morva::SwitchTab(0);
+  EXPECT_EQ(Status(), u"a.NC: Project autosaved.");
+  morva::SwitchTab(1);
+  TypeProgram(u"G0 X3");
+  headless::Advance(2000);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  Put("b.NC", "G0 X1\r\n");
+  OpenFile("b.NC");
+  headless::Advance(2000);
+  EXPECT_NE(TextOf(3208).find(u"State: Modified"), std::u16string::npos);
+  EXPECT_NE(Status(), u"Project autosaved.");
+}
+
+bool ASlowFlush(std::string_view kind) {
+  if (kind == "flush") platform::SleepMilliseconds(300);
+  return false;
+}
+
+// The user did not wait for the disk.
+TEST_F(Disk, TellsThatAHeldProgramIsSavedBehindAnotherTabToo) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  ASSERT_EQ(Status(), kNotSaved);
+  platform::fileFault = ASlowFlush;
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  morva::SwitchTab(0);
+  headless::Advance(4000);
+  EXPECT_FALSE(tabs[1].dirty);
+  EXPECT_EQ(Status(), u"a.NC: Saved program.");
+}
+
 TEST_F(Disk, SaveAllCountsAProgramThatWasLoadedAgainAsSettled) {
   OpenProgram();
   WriteElsewhere("G0 X9\r\n");

@@ -362,6 +362,15 @@ TEST_F(SavesUnderWay, SaysNoMoreThatTheAutosaveFailedOnceASaveHasWorked) {
   EXPECT_EQ(std::u16string(app.statusText), u"Saved program.");
 }
 
+TEST_F(SavesUnderWay, SaysNoMoreThatItWaitsOnceTheDiskHasAnswered) {
+  Open("a.NC");
+  platform::fileFault = SlowFlush;
+  TypeProgram(u"G0 X2");
+  morva::SaveAll();
+  EXPECT_EQ(Status().find(u"Waiting for the disk"), std::u16string::npos);
+  EXPECT_FALSE(app.editorDirty);
+}
+
 bool NoFolder(std::string_view kind) { return failing && kind == "folder"; }
 
 // The words of a home that cannot be made are words of a hold like the others.
