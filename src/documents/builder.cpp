@@ -236,7 +236,7 @@ void TellSameBlocks(const Builder& builder, std::u16string_view code) {
     const FeatureRecord& row = features.rows[i];
     if (row.settings.kind != builder.kind || row.settings.codeHash != hash) continue;
     if (!IsGeneratedCode(row.settings, GeneratedCode(text, row))) continue;
-    numbers += (count++ > 0 ? u", #" : u"#") + IntegerText(row.id);
+    numbers += (count++ > 0 ? u", #" : u"#") + IntegerText(i + 1);
   }
   if (count > 1) AppendOutput(u"Blocks " + numbers + u" hold the same code; each of them is cut.");
 }

@@ -69,6 +69,15 @@ struct TextPlace {
   int row = -1;  // of the generated block that holds the caret's line
 };
 
+// The name of a block belongs to the marker above it: nothing goes between the two.
+void PassName(std::u16string_view text, const FeatureRecord& block, TextPlace& place) {
+  std::int32_t from = 0;
+  std::int32_t to = 0;
+  if (!FindNameLine(text, block, from, to) || from == to || place.index >= from) return;
+  place.line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, from));
+  place.index = static_cast<std::int32_t>(LineEndFrom(text, static_cast<std::size_t>(from)));
+}
+
 // Scans the text.
 TextPlace PlaceOfText(std::u16string_view text) {
   ScanProgramText(text);
@@ -76,7 +85,10 @@ TextPlace PlaceOfText(std::u16string_view text) {
   // Behind a block the next one may begin on the same line.
   for (int around = FeatureAround(place.index); around >= 0; around = FeatureAround(place.index)) {
     const FeatureRecord& block = features.rows[around];
-    if (!IsGenerated(block)) break;
+    if (!IsGenerated(block)) {
+      PassName(text, block, place);
+      break;
+    }
     if (place.row < 0) place.row = around;
     place.line = platform::EditorLineOf(kIdEditor, MapTextOffset(text, block.end));
     place.index = static_cast<std::int32_t>(LineEndFrom(text, static_cast<std::size_t>(block.end)));

@@ -619,6 +619,18 @@ TEST_F(InsertBlock, PutsPlainTextBehindTheGeneratedBlockThatHoldsTheCaret) {
   }
 }
 
+// A program that was opened has its caret there.
+TEST_F(InsertBlock, PutsPlainTextBehindTheNameOfABlock) {
+  Load(u"(MORVA TEXT 1)\r\n(MORVA NAME Side A)\r\nG0 X1\r\n(MORVA END 1)\r\n");
+  for (const int caret : {0, 5}) {
+    platform::SetEditorSelection(kIdEditor, {caret, caret});
+    EXPECT_TRUE(InsertTextAsBlock(u"T5 M06"));
+  }
+  EXPECT_EQ(Text(),
+            u"(MORVA TEXT 1)\r\n(MORVA NAME Side A)\r\nT5 M06\r\nT5 M06\r\nG0 X1\r\n"
+            u"(MORVA END 1)\r\n");
+}
+
 TEST_F(InsertBlock, PutsPlainTextBehindAllGeneratedBlocksThatTouch) {
   const std::u16string blocks = SketchBlock(6, u"G1 X1") + SketchBlock(7, u"G1 X2");
   Load(blocks + u"\r\nM30");

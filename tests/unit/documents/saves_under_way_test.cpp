@@ -366,7 +366,7 @@ TEST_F(SavesUnderWay, SaysNoMoreThatItWaitsOnceTheDiskHasAnswered) {
   Open("a.NC");
   platform::fileFault = SlowFlush;
   TypeProgram(u"G0 X2");
-  morva::SaveAll();
+  morva::SaveAndWait();
   EXPECT_EQ(Status().find(u"Waiting for the disk"), std::u16string::npos);
   EXPECT_FALSE(app.editorDirty);
 }
