@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 
+#include "app/app_state.h"
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/edit_link.h"
@@ -117,22 +118,40 @@ void TakeKeptName(const std::u16string& kept) {
     SetPlateShapeIndex(plate.savedShapeIndex, saved);
 }
 
+// Another drawing of an open program is this very plate, has a name, and nobody knows which.
+bool HasTwinWithoutName(const FeatureSettings& live) {
+  for (int tab = 0; tab < app.tabCount; ++tab) {
+    const PlateStore* store = tabs[tab].plateStore;
+    const bool shown = tab == app.activeTab;
+    for (std::uint32_t i = 0; store && i < store->count; ++i) {
+      if (shown && i == store->active) continue;
+      const bool named = store->plates[i].values[kPlateUnnamed] == 0;
+      if (!named || store->names[i][0] != 0) continue;
+      FeatureSettings other = store->plates[i];
+      other.codeHash = live.codeHash;  // whichever of them was sent
+      if (SameRecord(other, &live)) return true;
+    }
+  }
+  return false;
+}
+
 // The one shape that may be the live plate and no other's; -1: none, or one of them would be a
-// guess. Plates that are alike need not have been named in the order of their tabs.
-int ShapeOfLivePlate() {
+// guess. Plates that are alike need not have been named in the order of their tabs, and the shape
+// of one of them may be gone.
+int ShapeOfLivePlate(const FeatureSettings& record) {
   int found[kMaxShapes];
   const int count = FindPlateShapes(found);
   if (count != 1 || IsNameOfOtherDrawing(shapeLibrary.shapes[found[0]].name)) return -1;
-  return found[0];
+  return HasTwinWithoutName(record) ? -1 : found[0];
 }
 
 // A record tells that the plate has a name, and not which. The set of this run knows it; behind a
 // restart the library does.
-void FindName() {
+void FindName(const FeatureSettings* record) {
   if (plate.unnamed) return;
   const std::u16string kept = KeptName(&PlateStore::names);
   if (!kept.empty()) return TakeKeptName(kept);
-  const int index = ShapeOfLivePlate();
+  const int index = record ? ShapeOfLivePlate(*record) : -1;
   if (index >= 0) TakePlateName(shapeLibrary.shapes[index].name, false, index);
 }
 
@@ -157,7 +176,7 @@ void LoadLivePlate(const FeatureSettings* record) {
   if (TakeWaiting(record)) return SayBehindLoad();
   NoteLeftOut(false);
   if (!record || !LoadPlateSettings(*record)) StartPlate(UnitsMetric());
-  FindName();
+  FindName(record);
   SettlePlate(plate.savedShapeIndex >= 0);
   SayBehindLoad();
 }

@@ -396,6 +396,22 @@ TEST_F(Triplets, GetNoNameWhereAnotherPlateMayHaveIt) {
   EXPECT_EQ(std::u16string(plate.name), u"");
 }
 
+// The one that is left need not be that of the plate which comes up first.
+TEST_F(Triplets, GetNoNameWhereOneShapeOfThemIsLeft) {
+  const ShapeLibrary three = shapeLibrary;
+  ResetShapeLibrary();
+  PutShape(three.shapes[0]);
+  SaveShapeLibrary();
+  WaitForSaves();
+  Forget(1);
+  EXPECT_EQ(std::u16string(plate.name), u"");
+  EXPECT_EQ(plate.savedShapeIndex, -1);
+  // One that stands alone has it.
+  ActiveTab()->plateStore->count = 1;
+  Forget(0);
+  EXPECT_EQ(std::u16string(plate.name), u"Left");
+}
+
 TEST_F(Triplets, GetNoNameWhereAShapeOfThemIsMissing) {
   ShapeLibrary two = shapeLibrary;
   ResetShapeLibrary();
