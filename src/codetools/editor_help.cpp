@@ -2,7 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
-#include "documents/saving.h"
+#include "documents/save_words.h"
 #include "documents/tab_table.h"
 #include "library/code_index.h"
 #include "platform/editor.h"

@@ -15,6 +15,7 @@
 #include "documents/file_names.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/saving.h"
 #include "platform/clock.h"
 #include "platform/editor.h"

@@ -11,6 +11,7 @@
 #include "documents/program_information.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/saver.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
@@ -76,7 +77,7 @@ void WatchDisk() {
   ProgramTab* tab = ActiveTab();
   if (!tab || !tab->path[0] || !tab->save.disk.figures.exists || IsBeingSaved(tab->path)) return;
   if (DiskHoldsStill(*tab)) return;
-  if (IsTouched(*tab)) {
+  if (IsWorkedOn(*tab)) {
     TellHeld(*tab, AutosaveHold::ChangedOnDisk);
     return;
   }
@@ -85,7 +86,16 @@ void WatchDisk() {
 
 void OfferToLoadAgain() {
   const std::uint64_t serial = ActiveSerial();
-  if (AskForLoading() && ActiveSerial() == serial) LoadAgain();
+  if (AskForLoading() && ActiveSerial() == serial && LoadAgain()) return;
+  if (ProgramTab* const left = TabOfSerial(serial)) KeepShown(*left);
+}
+
+void KeepShown(ProgramTab& tab) {
+  if (!tab.save.changedOnDisk) return;
+  NoteShownKept(tab);
+  if (&tab == ActiveTab()) WriteProgramInformation();
+  TellHeld(tab, AutosaveHold::ChangedOnDisk);
+  KeepHeldCopy(tab);
 }
 
 bool LoadAgain() {

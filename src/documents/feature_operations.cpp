@@ -97,7 +97,10 @@ bool FindStretch(Stretch& stretch, Find find) {
 
 // Whether the stretch can be taken out of the program.
 bool CanStoreCode(const ProgramTab& tab, const Stretch& code) {
-  if (code.to - code.from > kMaxDisabledUnits) return false;
+  if (code.to - code.from > kMaxDisabledUnits) {
+    ShowFeatureHint(u"This code is longer than 8,000,000 characters and cannot be excluded.");
+    return false;
+  }
   const auto units = static_cast<std::size_t>(code.to - code.from);
   if (NextDisabledNumber(tab.disabledCode, LargestNamedNumber(code.text)) != 0 &&
       FeaturesFileHolds(tab.disabledCode, code.text, units))

@@ -14,6 +14,7 @@
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
 #include "platform/control.h"
@@ -192,6 +193,7 @@ void TagText(bool byUser) {
   platform::Repaint(kIdEditor);
   platform::Repaint(kViewGutter);
   MarkTagged();
+  if (const ProgramTab* const tab = ActiveTab()) TakeBackStored(*tab);
   tagging = false;
   if (platform::EditorRevision(kIdEditor) != before) Call(hooks.textTagged, before);
 }

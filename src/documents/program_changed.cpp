@@ -4,6 +4,7 @@
 #include "app/outlets.h"
 #include "documents/autosave.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
 
@@ -11,6 +12,7 @@ namespace morva {
 
 void ProgramChanged(const ProgramChange& change) {
   MarkModified();
+  if (const ProgramTab* const tab = ActiveTab()) TakeBackStored(*tab);
   Call(hooks.textChanged);
   if (change.autosave) ScheduleAutosave();
   if (change.refreshMs > 0) ArmTextRefresh(change.refreshMs);

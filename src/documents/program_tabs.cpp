@@ -18,7 +18,7 @@
 #include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/saver.h"
-#include "documents/saving.h"
+#include "documents/save_words.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"

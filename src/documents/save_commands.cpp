@@ -74,9 +74,7 @@ bool ChangedBeneath(ProgramTab& tab) {
   return !DiskHoldsStill(tab);
 }
 
-// Asks what to do with a file that another program has changed, and does it.
-bool SettleChangedFile() {
-  const std::uint64_t serial = ActiveSerial();
+bool AnswerChangedFile(std::uint64_t serial) {
   std::u16string text(BareFileName(app.activePath));
   text +=
       u" was changed on disk by another program since it was opened or last saved.\r\n\r\n"
@@ -102,6 +100,15 @@ bool SettleChangedFile() {
       break;
   }
   return false;
+}
+
+// Asks what to do with a file that another program has changed, and does it. True: it is being
+// written.
+bool SettleChangedFile() {
+  const std::uint64_t serial = ActiveSerial();
+  const bool handedOver = AnswerChangedFile(serial);
+  if (ProgramTab* const left = TabOfSerial(serial); left && !handedOver) KeepShown(*left);
+  return handedOver;
 }
 
 bool PickSavePath(std::u16string& path) {
@@ -139,7 +146,7 @@ void SettleActiveFile() {
   if (!tab || !ChangedBeneath(*tab)) return;
   // Asked here, and not once more when the window comes to the front.
   (void)OfferLoading(*tab);
-  if (IsTouched(*tab)) {
+  if (IsWorkedOn(*tab)) {
     SettleChangedFile();
   } else {
     OfferToLoadAgain();

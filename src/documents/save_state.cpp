@@ -11,6 +11,10 @@ namespace morva {
 
 bool IsTouched(const ProgramTab& tab) { return tab.save.userChanges > tab.save.savedChanges; }
 
+bool IsWorkedOn(const ProgramTab& tab) {
+  return IsTouched(tab) && tab.save.userChanges != tab.save.shownChanges;
+}
+
 bool HoldsUnsaved(const ProgramTab& tab) { return IsTouched(tab) || tab.save.plateLeftOut; }
 
 bool FileFollows(const ProgramTab& tab) { return tab.save.changes <= tab.save.savedChanges; }
@@ -90,6 +94,12 @@ bool DiskHoldsStill(ProgramTab& tab) {
 }
 
 void NoteChangedOnDisk(ProgramTab& tab) { tab.save.changedOnDisk = true; }
+
+void NoteShownKept(ProgramTab& tab) {
+  if (IsTouched(tab)) return;
+  MarkModified(tab);
+  tab.save.shownChanges = tab.save.userChanges;
+}
 
 bool OfferLoading(ProgramTab& tab) {
   std::vector<platform::FileFigures> now{platform::FiguresOf(tab.path)};

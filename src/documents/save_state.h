@@ -16,6 +16,10 @@ namespace morva {
 // change of the user's; they show the dirty mark and go into the file with the next save.
 bool IsTouched(const ProgramTab& tab);
 
+// The same but for what is shown only because the user did not load the file that another program
+// has changed.
+bool IsWorkedOn(const ProgramTab& tab);
+
 // Whether closing the program would lose anything of the user's: such changes, or a plate that no
 // file can hold.
 bool HoldsUnsaved(const ProgramTab& tab);
@@ -55,6 +59,9 @@ void NoteBeside(ProgramTab& tab, std::vector<KnownFile> beside);
 // difference stays noted until the program is saved or loaded.
 bool DiskHoldsStill(ProgramTab& tab);
 void NoteChangedOnDisk(ProgramTab& tab);
+// What the tab shows is not what the file of another program holds, and stays: it is a change of the
+// user's.
+void NoteShownKept(ProgramTab& tab);
 // True the first time for each state of these files: offer to load them again.
 bool OfferLoading(ProgramTab& tab);
 void AcceptLoss(ProgramTab& tab);

@@ -15,6 +15,7 @@
 #include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/tab_models.h"
 #include "platform/editor.h"
 #include "platform/message.h"
@@ -26,23 +27,6 @@ namespace morva {
 namespace {
 
 constexpr int kRetryMs = 5000;  // of a save that failed
-constexpr const char16_t* kHoldWords[] = {
-    u"",
-    u"Changed on disk by another program. Not saved; use Save or Open again.",
-    u"Not autosaved: the file cannot hold some of the characters. Use Save.",
-    u"Not autosaved: the file would be too large to be opened again. Use Save.",
-    u"Autosave failed. Changes remain unsaved; use Save As.",
-};
-
-// What the status line said last of the saves of a program.
-struct Told {
-  std::u16string words;      // as the line got them
-  std::uint64_t serial = 0;  // of the program
-  bool named = false;        // another program was shown
-  bool hold = false;         // that the autosave leaves it alone
-};
-
-Told told;
 std::uint64_t lastFailed = 0;  // ticket
 bool alone = false;            // nobody is there to answer a box
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
@@ -80,8 +64,6 @@ bool MakeJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob
       job.files, [](const SaveFile& file) { return file.path.size() <= kSavePathUnits; });
 }
 
-const char16_t* HoldWords(AutosaveHold reason) { return kHoldWords[static_cast<int>(reason)]; }
-
 void TellFailed(ProgramTab* tab, bool byUser) {
   if (byUser) {
     platform::ShowBox(u"Save Error", u"Could not save the file.", platform::BoxButtons::Ok,
@@ -111,17 +93,6 @@ bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool check
   return lastFailed != ticket;
 }
 
-void TellHold(const ProgramTab& tab, std::u16string_view words) {
-  TellAutosave(tab, words);
-  told.hold = true;
-}
-
-// Whether the status line says that the program is held, whatever holds it now: typing gives a save
-// that failed another try, and a Save As gives it another name.
-bool StatusTellsHold(const ProgramTab& tab) {
-  return told.hold && told.serial == tab.serial && told.words == app.statusText;
-}
-
 void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   if (&tab == ActiveTab()) SyncActiveTab();
   const bool toldHeld = StatusTellsHold(tab);
@@ -135,9 +106,9 @@ void FollowSaved(ProgramTab& tab, const SaveResult& result) {
   } else if (result.byUser) {
     AppendOutput(u"Saved program.");
     // What the status line said of the autosave is true no more.
-    if (toldHeld) TellAutosave(tab, u"Saved program.");
+    if (toldHeld) TellStored(tab, u"Saved program.");
   } else if (all) {
-    TellAutosave(tab, u"Project autosaved.");
+    TellStored(tab, u"Project autosaved.");
   }
 }
 
@@ -226,14 +197,6 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
   HandOver(&tab, path, false, true);
 }
 
-void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
-  std::u16string line;
-  const bool named = &tab != ActiveTab();
-  if (named) line = NameOfTab(IndexOfSerial(tab.serial)) + u": ";
-  ShowStatus(line.append(words));
-  told = {app.statusText, tab.serial, named};
-}
-
 AutosaveHold HoldOf(const ProgramTab& tab) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
   const OutputFigures figures = MeasureFile(TextOf(&tab));
@@ -246,40 +209,11 @@ void TryAgainLater() {
   platform::StartTimer(platform::kMainWindow, kTimerAutosave, kRetryMs);
 }
 
-void TellHeld(ProgramTab& tab, AutosaveHold reason) { TellHeld(tab, reason, HoldWords(reason)); }
-
-void TellHeld(ProgramTab& tab, AutosaveHold reason, std::u16string_view words) {
-  if (NoteHeld(tab, reason)) TellHold(tab, words);
-}
-
-std::u16string_view HeldWords() {
-  const ProgramTab* const tab = ActiveTab();
-  return tab ? HoldWords(tab->save.held) : u"";
-}
-
-bool TellHoldOfShown() {
-  const ProgramTab* const tab = ActiveTab();
-  if (const std::u16string_view held = HeldWords(); !held.empty()) {
-    TellHold(*tab, held);
-    return true;
-  }
-  const bool stands = told.serial != 0 && told.words == app.statusText;
-  if (!stands || told.named || (tab && told.serial == tab->serial)) return false;
-  const Told before = told;
-  if (const ProgramTab* const other = TabOfSerial(before.serial)) {
-    TellAutosave(*other, before.words);
-    told.hold = before.hold;
-  } else {
-    ShowStatus(kReadyWords);
-  }
-  return false;
-}
-
 void SaveWithoutBoxes() { alone = true; }
 
 void RegisterSaving(void (*askAboutChanged)(std::uint64_t serial)) {
   askAboutChangedFile = askAboutChanged;
-  told = {};
+  ResetSaveWords();
   alone = false;
   RegisterSaver();
   SetSaveListener(OnSaved);

@@ -1,4 +1,4 @@
-// Saving: which files are written, and what the user is told about it.
+// Saving: which files are written, and what follows from it.
 #pragma once
 
 #include <cstdint>
@@ -27,23 +27,9 @@ void AutosaveProgram(ProgramTab& tab, std::u16string_view path);
 
 // Why the autosave has to leave a program alone: a question is still to be answered.
 AutosaveHold HoldOf(const ProgramTab& tab);
-// Says on the status line what concerns this program; with its title where another one is active.
-void TellAutosave(const ProgramTab& tab, std::u16string_view words);
 // A stick or a share may be back in a moment, and the program's tab may have been left meanwhile:
 // the autosave runs again some seconds later.
 void TryAgainLater();
-// Says once why the autosave leaves the program alone.
-void TellHeld(ProgramTab& tab, AutosaveHold reason);
-// The same in words of the caller's.
-void TellHeld(ProgramTab& tab, AutosaveHold reason, std::u16string_view words);
-// Why the autosave leaves the active program alone, for as long as it does; empty where it does
-// not.
-std::u16string_view HeldWords();
-// Says on the status line why the autosave leaves the active program alone. False: it does not
-// leave it alone; then what the line said of the saves of a program that was shown before gets its
-// name, or goes where that one is closed.
-bool TellHoldOfShown();
-
 // From here on no save brings up a box: nobody is there to answer it.
 void SaveWithoutBoxes();
 

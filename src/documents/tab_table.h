@@ -37,6 +37,7 @@ struct SaveState {
   bool changedOnDisk = false;       // by another program; nothing is written there unasked
   // The states of the file and of its companions that loading was offered for.
   std::vector<platform::FileFigures> askedAbout;
+  std::uint32_t shownChanges = 0;  // the user's count when he kept what is shown over the file
   bool byteOrderMark = false;  // the file begins with one, which the text does not hold
   bool lossAccepted = false;   // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;

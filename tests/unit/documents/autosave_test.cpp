@@ -6,11 +6,17 @@
 
 #include <string>
 
+#include "app/change_guard.h"
+#include "app/command_ids.h"
+#include "app/outlets.h"
 #include "documents/disabled_code.h"
+#include "documents/feature_operations.h"
 #include "documents/file_text.h"
+#include "documents/program_changed.h"
 #include "documents/program_tabs.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
+#include "platform/editor.h"
 #include "platform/timer.h"
 #include "support/program_stage.h"
 
@@ -49,6 +55,44 @@ TEST_F(Autosave, NamesAProgramThatIsNotShown) {
   morva::SwitchTab(morva::OpenTab(u"", u"", u"B.NC"));
   headless::Advance(1000);
   EXPECT_EQ(Status(), u"Untitled-1.NC: Project autosaved.");
+}
+
+TEST_F(Autosave, NamesAProgramNoMoreThatIsShownAgain) {
+  TypeProgram(u"G0 X1");
+  headless::SetFlushTime(50);
+  morva::SwitchTab(morva::OpenTab(u"", u"", u"B.NC"));
+  headless::Advance(1000);
+  ASSERT_EQ(Status(), u"Untitled-1.NC: Project autosaved.");
+  morva::SwitchTab(0);
+  EXPECT_EQ(Status(), u"Project autosaved.");
+}
+
+// RENUMBER, Undo and markers leave the caret where it is, so that no help takes the line.
+TEST_F(Autosave, SaysThatAllIsSavedNoLongerThanItIs) {
+  headless::Advance(1000);
+  TypeProgram(u"G0 X1");
+  headless::Advance(700);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  morva::ProgramChanged({.autosave = true});
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_EQ(Status(), morva::kReadyWords);
+  headless::Advance(700);
+  EXPECT_EQ(Status(), u"Project autosaved.");
+}
+
+TEST_F(Autosave, SaysThatAllIsSavedNoLongerThanTheMarkersAreTheSame) {
+  headless::Advance(1000);
+  TypeProgram(u"G0 X1");
+  headless::Advance(2000);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  {
+    // What came in by the way of a program is tagged without a change of the user's.
+    const morva::SuppressChanges guard;
+    platform::SetEditorText(morva::kIdEditor, u"G0 X1\r\n");
+  }
+  morva::TagAfterEdit();
+  EXPECT_TRUE(app.editorDirty);
+  EXPECT_EQ(Status(), morva::kReadyWords);
 }
 
 TEST_F(Autosave, GivesAnUnsavedProgramAHomeUnderProjects) {

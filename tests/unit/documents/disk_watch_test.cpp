@@ -45,6 +45,18 @@ struct Disk : public support::ProgramStage {
     Put("a.NC", text);
     support::fs::last_write_time(folder / "a.NC", before + std::chrono::seconds(2));
   }
+  // The program in the second tab is what no file holds: dirty, held, and kept in "Recovery".
+  void ExpectOnlyVersion(std::u16string_view text) const {
+    headless::Advance(100);
+    EXPECT_EQ(Text(), text);
+    EXPECT_TRUE(morva::IsTouched(tabs[1]));
+    EXPECT_TRUE(tabs[1].dirty);
+    EXPECT_EQ(Status(), kNotSaved);
+    const support::fs::path recovery = folder / "Documents/MORVA/Recovery";
+    const std::vector<std::string> kept = support::NamesIn(recovery);
+    ASSERT_EQ(kept.size(), 2u);  // and the code of excluded blocks
+    EXPECT_EQ(support::Wide(support::ReadRaw(recovery / kept[0])), text);
+  }
   static std::vector<std::u16string> BoxTitles() {
     std::vector<std::u16string> titles;
     for (const headless::BoxRecord& box : headless::TakeBoxes()) titles.push_back(box.title);
@@ -255,6 +267,45 @@ TEST_F(Disk, OpenOfTheShownFileThatChangedOffersToLoadItOnce) {
   headless::QueueAnswer(BoxAnswer::Yes);
   OpenFile("a.NC");
   EXPECT_EQ(Text(), u"G0 X9\r\n");
+}
+
+// What no file holds any more counts as changed: it has a copy, and closing asks.
+TEST_F(Disk, KeepsWhatIsShownBehindNoToLoadingAgain) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  headless::Advance(700);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  ASSERT_FALSE(morva::IsTouched(tabs[1]));
+  const std::u16string mine = Text();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::No);
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), kAsked);
+  ExpectOnlyVersion(mine);
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  morva::CloseProgram();
+  EXPECT_EQ(BoxTitles().size(), 1u);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+}
+
+TEST_F(Disk, KeepsWhatIsShownBehindCancelOfASave) {
+  OpenProgram();
+  const std::u16string mine = Text();
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  EXPECT_FALSE(morva::SaveProgramCommand());
+  EXPECT_EQ(BoxTitles(), kAsked);
+  ExpectOnlyVersion(mine);
+}
+
+TEST_F(Disk, KeepsWhatIsShownWhereTheOtherFileCannotBeLoaded) {
+  OpenProgram();
+  const std::u16string mine = Text();
+  WriteElsewhere(std::string("G0 X9\r\n\0\r\nG0 X8\r\n", 18));
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), (Titles{u"Changed on Disk", u"Open Error"}));
+  ExpectOnlyVersion(mine);
 }
 
 TEST_F(Disk, OpenFromAnotherTabAsksOnceAboutAFileThatChanged) {

@@ -11,6 +11,7 @@
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/save_words.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "platform/clock.h"

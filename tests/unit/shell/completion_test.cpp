@@ -3,6 +3,7 @@
 #include "codetools/completion_popup.h"
 #include "documents/program_tabs.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/saving.h"
 #include "platform/listing.h"
 #include "platform/window.h"

@@ -448,6 +448,19 @@ TEST_F(FeatureOps, SaysThatNoFurtherCodeCanBeTakenOut) {
   }
 }
 
+TEST_F(FeatureOps, SaysThatCodeIsTooLongToBeTakenOut) {
+  std::u16string code(kMaxDisabledUnits + 1, u'G');
+  for (std::size_t i = 1; i < code.size(); i += 100) code[i] = u'\n';
+  const std::u16string text = u"(MORVA TEXT 1)\r\n" + code + u"\r\n(MORVA END 1)\r\n";
+  Load(text);
+  const std::u16string before = Text();
+  Select(0);
+  headless::Click(kIdFeatureInclude);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(platform::TextOf(kIdFeatureInclude), u"Include code: ON");
+  EXPECT_EQ(Hint(), u"This code is longer than 8,000,000 characters and cannot be excluded.");
+}
+
 // The program was copied without the file of its excluded code.
 TEST_F(FeatureOps, TakesNoNumberThatTheTextNamesAlready) {
   Load(
