@@ -22,6 +22,7 @@ const std::map<std::string, int> kNumbers = {
     {"features of a program", kMaxFeatures},
     {"characters of a feature's name that you type", kGivenNameUnits},
     {"excluded stretches of code", kMaxDisabledEntries},
+    {"characters of a stretch of code that is excluded", kMaxDisabledUnits},
     {"copies of one program in `MORVA/Recovery` that its opening names", kMaxKeptCopies},
     {"programs that COMPARE looks through", kMaxCompareLines},
     {"rules of a replacement", kMaxRules},
