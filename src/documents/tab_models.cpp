@@ -301,7 +301,7 @@ void AddMoves(std::u16string_view path, const ProgramTab& tab, bool over, SaveJo
     // What belongs to the program that is replaced would be this one's when it is opened again. It
     // goes when that program has gone.
     if (theirs && !written) job.moves.push_back({known.path, NameToKeep(file, suffix), true});
-    if (theirs && written && stands) KeepReplaced(file, suffix, job);
+    if (theirs && written) KeepReplaced(file, suffix, job);
     const SaveMove& unusable = tab.unusable[i];
     if (!theirs && written && !unusable.from.empty() && IsOnePlace(unusable.from, known.path)) {
       job.moves.push_back({known.path, unusable.to});

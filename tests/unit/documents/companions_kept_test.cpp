@@ -257,6 +257,17 @@ TEST_F(CompanionsKept, SaveAsOverAProgramWithExcludedCodeKeepsThatCode) {
   EXPECT_EQ(Raw("q.NC.features"), std::string("MVC1\0\0\0\0", 8));
 }
 
+// A program that was moved away without what stood beside it has its excluded code nowhere else.
+TEST_F(CompanionsKept, SaveAsWhereAProgramStoodKeepsTheExcludedCodeThatWasLeftThere) {
+  const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
+  Put("q.NC.features", entry);
+  TypeProgram(u"G1 X1");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("q.NC")));
+  EXPECT_EQ(Raw("q.NC.features.kept"), entry);
+  EXPECT_EQ(Raw("q.NC.features"), std::string("MVC1\0\0\0\0", 8));
+  EXPECT_NE(Raw("q.NC").find("G1 X1"), std::string::npos);
+}
+
 // Its block would get this program's code back.
 TEST_F(CompanionsKept, ASaveAsThatFailsLeavesTheOtherProgramItsExcludedCode) {
   const std::string entry("MVC1\1\0\0\0\1\0\0\0\2\0\0\0G\0001\0", 20);
