@@ -95,6 +95,9 @@ struct Hooks {
   // codetools: completion list refreshed; hidden and reset.
   void (*refreshCompletion)() = nullptr;
   void (*hideCompletion)() = nullptr;
+  // shell: says on the status line what stands without an end in sight: a transfer, a program that
+  // the autosave leaves alone. False: nothing does.
+  bool (*tellStanding)() = nullptr;
   // dnc: a log box of the setup panel that takes DNC events; false when it does not exist.
   bool (*setupPanelLog)(const char16_t* text) = nullptr;
 };

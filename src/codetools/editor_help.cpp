@@ -1,6 +1,7 @@
 #include "codetools/editor_help.h"
 
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/save_words.h"
 #include "documents/tab_table.h"
@@ -182,6 +183,7 @@ void ShowHoverHelp(std::u16string_view token) {
   // That nothing is saved stays told as long as it is so.
   if (TellHoldOfShown()) return;
   const std::u16string help = HelpForToken(token);
+  if (help.empty() && Call(hooks.tellStanding)) return;
   ShowStatus(help.empty() ? kReadyWords : help);
 }
 

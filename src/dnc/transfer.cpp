@@ -45,6 +45,7 @@ constexpr const char16_t* kOpenedWords = u"Received RS-232 program opened in a n
 constexpr std::uint64_t kAtWorkMs = 5000;
 constexpr unsigned char kRubout = 0x7F;  // DEL, filling on paper tape
 
+std::u16string state;       // as the status line tells it while a transfer runs
 std::uint64_t armedAt = 0;  // the tick of the last press of RECEIVE
 
 std::u16string Number(unsigned long long value) {
@@ -59,6 +60,12 @@ std::u16string DifferenceWords(std::u16string_view path) {
   if (!IsTouched(tabs[index]) && DiskHoldsStill(tabs[index])) return {};
   return u"This file is open, and its tab differs from what stands on disk. What stands on disk is "
          u"sent.\n\n";
+}
+
+// What the status line says until the transfer ends or gets on.
+void TellState(std::u16string_view words) {
+  state = words;
+  ShowStatus(words);
 }
 
 // True: the user was told that the line is in use.
@@ -261,12 +268,12 @@ void OnReceiveDone(unsigned long long count, unsigned long long) {
 
 void OnReceiveProgress(unsigned long long count, unsigned long long) {
   ShowTransferred(count);
-  ShowStatus(u"DNC receiving: " + Number(count) + u" bytes");
+  TellState(u"DNC receiving: " + Number(count) + u" bytes");
 }
 
 void OnSendProgress(unsigned long long sent, unsigned long long total) {
   ShowTransferred(sent);
-  ShowStatus(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
+  TellState(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
 }
 
 void OnSendDone(unsigned long long left, unsigned long long total) {
@@ -290,6 +297,12 @@ void OnSendDone(unsigned long long left, unsigned long long total) {
 }  // namespace
 
 bool TransferRuns() { return transfer.active; }
+
+bool TellTransfer() {
+  if (!transfer.active || state.empty()) return false;
+  ShowStatus(state);
+  return true;
+}
 
 void SendEditorProgram() {
   if (RefusedAsActive()) return;
@@ -341,7 +354,7 @@ void StartSend(std::string bytes, std::u16string_view message) {
   transfer.abortRequested = 0;
   LogOutput(message);
   SetDncState(kDncTransferring);
-  ShowStatus(u"DNC transferring: 0 / " + Number(transfer.sendBuffer.size()) + u" bytes");
+  TellState(u"DNC transferring: 0 / " + Number(transfer.sendBuffer.size()) + u" bytes");
   if (StartJob()) return;
   LogOutput(u"Could not start transfer thread.");
   EndJob();
@@ -371,7 +384,7 @@ void ReceiveProgram() {
       u"Receive armed. Send the program from the Haas now. Waiting up to 60 seconds for first "
       u"data; capture ends after ~2 seconds idle.");
   SetDncState(kDncTransferring);
-  ShowStatus(u"DNC receive armed — send the program from the control within 60 seconds.");
+  TellState(u"DNC receive armed — send the program from the control within 60 seconds.");
   if (StartJob()) return;
   SetDncState(kDncError);
   ShowStatus(kNotStarted);

@@ -12,6 +12,8 @@
 namespace morva {
 
 bool TransferRuns();
+// Says on the status line how far the transfer is. False: none runs.
+bool TellTransfer();
 void SendEditorProgram();
 void SendFileFromDisk();
 void ReceiveProgram();

@@ -7,6 +7,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/join_table.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -293,7 +294,8 @@ void FormFocusChanged(int id, bool gained) {
     if (gained) {
       ShowStatus(r.help);
     } else if (SameFolded(app.statusText, r.help)) {
-      ShowStatus(kReadyWords);  // the hint goes with the keyboard, into whatever room
+      // The hint goes with the keyboard, into whatever room.
+      if (!Call(hooks.tellStanding)) ShowStatus(kReadyWords);
     }
   }
   if (!form.sheet) return;

@@ -47,6 +47,7 @@
 #include "documents/recovery.h"
 #include "documents/save_state.h"
 #include "documents/saver.h"
+#include "documents/save_words.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "documents/text_refresh.h"
@@ -366,6 +367,7 @@ void JoinRooms() {
   RegisterSkim();
   RegisterShellCommands();
   RegisterTimer(kTimerHover, HoverTick);
+  hooks.tellStanding = [] { return TellTransfer() || TellHoldOfShown(); };
 }
 
 // Everything that stands in the window before it is shown.

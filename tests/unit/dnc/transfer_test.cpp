@@ -7,6 +7,7 @@
 
 #include <filesystem>
 
+#include "app/outlets.h"
 #include "app/data_dir.h"
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
@@ -915,6 +916,22 @@ TEST_F(TransferTest, TellsWhatAReceiveIsDoing) {
 TEST_F(TransferTest, TellsFromTheFirstMomentThatItSends) {
   Send(u"G0");
   EXPECT_EQ(Status(), u"DNC transferring: 0 / 10 bytes");
+}
+
+TEST_F(TransferTest, TellsAgainHowFarTheTransferIs) {
+  EXPECT_FALSE(morva::TellTransfer());
+  Receive();
+  morva::ShowStatus(u"Other words");
+  EXPECT_TRUE(morva::TellTransfer());
+  EXPECT_EQ(Status(), u"DNC receive armed — send the program from the control within 60 seconds.");
+  Advance(0);
+  headless::PeerSend("O1\r\n");
+  Advance(50);
+  morva::ShowStatus(u"Other words");
+  EXPECT_TRUE(morva::TellTransfer());
+  EXPECT_EQ(Status(), u"DNC receiving: 4 bytes");
+  Advance(2300);
+  EXPECT_FALSE(morva::TellTransfer());
 }
 
 TEST_F(TransferTest, TellsATransferThatCouldNotBeStarted) {

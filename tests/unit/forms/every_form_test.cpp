@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/commands.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -415,6 +416,22 @@ TEST_F(EveryForm, HelpsWithTheFieldThatGetsTheKeyboard) {
   constexpr int kField = support::groove::kFirst + support::groove::kWidth;
   ASSERT_TRUE(headless::Focus(kField));
   EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
+}
+
+// A transfer that waits for the control, or a program that is not saved, is told again.
+TEST_F(EveryForm, TellsWhatStandsWhereTheHelpOfAFieldGoes) {
+  constexpr int kField = support::groove::kFirst + support::groove::kWidth;
+  SetMode(support::groove::kMode);
+  const auto before = hooks.tellStanding;
+  hooks.tellStanding = [] {
+    ShowStatus(u"It stands.");
+    return true;
+  };
+  ASSERT_TRUE(headless::Focus(kField));
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"How far the groove reaches along X");
+  SetMode(kModeHome);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"It stands.");
+  hooks.tellStanding = before;
 }
 
 TEST_F(EveryForm, TakesTheHelpOfAFieldAwayWithTheKeyboard) {

@@ -1,5 +1,7 @@
 // The completion list over the whole application: what opens it, its keys and what it writes.
 
+#include "app/hooks.h"
+#include "app/outlets.h"
 #include "codetools/completion_popup.h"
 #include "documents/program_tabs.h"
 #include "documents/save_state.h"
@@ -81,6 +83,15 @@ TEST_F(CompletionList, CtrlSpaceHelpsAtAWordWithoutRowsAlsoWhileTheAutosaveIsHel
   // At a word that nobody knows it stays told that nothing is saved.
   Type(u" Q1");
   Press(platform::kKeySpace, true);
+  EXPECT_EQ(Status(), HeldWords());
+}
+
+// A panel's help for its field takes the line for as long as the field has the keyboard.
+TEST_F(CompletionList, APanelsHelpGivesWayToWhatHoldsTheAutosave) {
+  EXPECT_FALSE(Call(hooks.tellStanding));
+  NoteHeld(*ActiveTab(), AutosaveHold::Loss);
+  ShowStatus(u"Help of a field");
+  EXPECT_TRUE(Call(hooks.tellStanding));
   EXPECT_EQ(Status(), HeldWords());
 }
 
