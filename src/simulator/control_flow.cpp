@@ -12,7 +12,6 @@ namespace morva {
 namespace {
 
 constexpr std::int32_t kMostJumps = 200000;
-constexpr std::int64_t kMostRepeatedUnits = 16000000;  // characters that are run again
 constexpr double kMostRepeats = 9999;
 constexpr int kGeneralPocket = 150;
 constexpr int kHintedCalls = 9;  // calls within calls that a control surely takes
@@ -124,6 +123,7 @@ bool FindLabel(ControlRun& run, double number, ControlPlace& found) {
 // Counts a jump and what it makes run again. False: a bound is reached, and the run ends.
 bool CountJump(ControlRun& run, const ControlPlace& to) {
   ++run.jumps;
+  ++run.repeats;
   if (to.text == run.place.text && to.at < run.place.at) {
     run.repeatedUnits += static_cast<std::int64_t>(run.place.at - to.at);
   } else {
@@ -296,8 +296,10 @@ bool FindEnd(ControlRun& run, int number, ControlPlace& found) {
       same = FoldUpper(walk.text[at + i]) == kEnd[i];
     }
     if (!same || NumberAt(walk.text, at + kEnd.size() - 1, u'D') != number) continue;
+    // Behind the last line the text ends on the next one, whether a line end stands there or not.
+    const std::int32_t behind = walk.line + 1;
     NextLine(walk);
-    found = {run.place.text, walk.at, walk.line};
+    found = {run.place.text, walk.at, behind};
     return true;
   } while (NextLine(walk));
   return false;
@@ -314,6 +316,7 @@ void BeginLoop(ControlRun& run, const ControlBlock& block, const ControlPlace& s
       return StopWith(run, Finding::WhileOpen, block.loop);
     }
     if (behind.at > run.place.at) {
+      ++run.repeats;
       run.repeatedUnits += static_cast<std::int64_t>(behind.at - run.place.at);
     }
     run.place = behind;

@@ -28,6 +28,9 @@ struct ControlTrack {
   double totalSeconds = 0;
   Findings findings = {};
   std::u16string printed = {};  // by DPRNT, a line each
+  // So many characters of comment lines may be put into the text, and the run would be the same but
+  // for its line numbers; below 0 none, and none may be taken out.
+  std::int64_t spareUnits = -1;
 };
 
 // The one before it ends. In a full table that goes on instead.

@@ -1,5 +1,6 @@
 #include "simulator/control_reader.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "library/units.h"
@@ -38,11 +39,18 @@ void RunAll(ControlRun& run) {
   }
 }
 
+// A comment line costs what it is passed over again and again.
+std::int64_t SpareUnits(const ControlRun& run) {
+  if (run.outOfSteps) return -1;
+  return (kMostRepeatedUnits - run.repeatedUnits) / std::max<std::int64_t>(run.repeats, 1);
+}
+
 }  // namespace
 
 void StopWith(ControlRun& run, Finding kind, double number) {
   Report(run, kind, number);
   run.ended = run.stopped = true;
+  run.outOfSteps = run.outOfSteps || kind == Finding::NoStepsLeft;
 }
 
 void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
@@ -72,6 +80,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   NoteStockEnd(*run);
   if (!run->sawEnd && !run->stopped) Report(*run, Finding::NoEnd);
   EndOperations(track, run->time);
+  track.spareUnits = SpareUnits(*run);
 }
 
 }  // namespace morva

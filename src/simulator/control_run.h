@@ -54,6 +54,7 @@ struct ControlFrame {
   bool mirror[3] = {false, false, false};
   Vec3 shift;  // G92, G52 and the work offset, less the place of the drawn zero
   Vec3 g92;
+  bool shiftsOnly = true;  // neither scaled nor turned nor mirrored
 };
 
 enum class CallKind : unsigned char { Main, Label, Program, Macro, Pocket };
@@ -204,15 +205,18 @@ struct ControlRun {
   std::int32_t lengthNumber = 0;
   std::int32_t diameterNumber = 0;
   bool lengthSinceChange = false;
-  bool offsetMissing = false;  // the work offset in force is not set, and another one is
+  bool offsetSet = false;      // the work offset in force
+  bool offsetMissing = false;  // it is not set, and another one is
 
   // Bounds of what is run again.
   std::int32_t jumps = 0;
   std::int64_t repeatedUnits = 0;
+  std::int64_t repeats = 0;  // stretches whose characters these are
   std::int64_t strokes = 0;
-  bool ended = false;    // M30, M02, M99, an alarm, or a bound
-  bool sawEnd = false;   // by M30, M02 or M99
-  bool stopped = false;  // by a finding
+  bool ended = false;       // M30, M02, M99, an alarm, or a bound
+  bool sawEnd = false;      // by M30, M02 or M99
+  bool stopped = false;     // by a finding
+  bool outOfSteps = false;  // ... by one of the bounds above
 
   bool moved = false;             // a move was drawn
   bool codeSeen = false;          // a "%" from here on closes the program
@@ -224,6 +228,8 @@ struct ControlRun {
   double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
   double time = 0;                // seconds since the start
 };
+
+inline constexpr std::int64_t kMostRepeatedUnits = 16000000;  // characters that are run again
 
 // Stops the run where a finding makes going on senseless.
 void StopWith(ControlRun& run, Finding kind, double number = 0);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "app/command_ids.h"
 #include "documents/tab_table.h"
@@ -15,6 +16,7 @@
 #include "simulator/control_stock.h"
 #include "simulator/feature_lines.h"
 #include "simulator/machine_path.h"
+#include "simulator/marker_shift.h"
 #include "simulator/program_finder.h"
 #include "simulator/stock_envelope.h"
 #include "simulator/view_switches.h"
@@ -27,13 +29,15 @@ namespace {
 ControlTable settings;
 bool settingsRead = false;
 
-// What the last run over the editor's text depended on, and what is changed behind a run. The paths
+// What the last run over the editor's text depended on, what tells whether a later text has other
+// markers alone, and what is changed behind a run. The paths
 // of the run stand for as long as their generations do.
 struct LastRun {
   bool stands = false;
   std::uint64_t tab = 0;
   std::uint64_t revision = 0;
   std::size_t units = 0;
+  UnmarkedText unmarked;
   bool metric = false;
   ControlTable table;
   KnownStock stock;
@@ -74,13 +78,41 @@ std::int32_t LookElsewhere(std::int32_t number, std::u16string_view& text) {
   return FindProgramBeside(number, text);
 }
 
-bool LastRunStands(std::u16string_view text, bool metric, const ControlTable& table,
-                   const KnownStock& stock) {
-  return lastRun.stands && lastRun.tab == ActiveSerial() &&
-         lastRun.revision == platform::EditorRevision(kIdEditor) && lastRun.units == text.size() &&
-         lastRun.metric == metric && lastRun.pathGeneration == machinePath.generation &&
+// Whether nothing but the text can be another than at the last run.
+bool LastRunStands(bool metric, const ControlTable& table, const KnownStock& stock) {
+  return lastRun.stands && lastRun.tab == ActiveSerial() && lastRun.metric == metric &&
+         lastRun.pathGeneration == machinePath.generation &&
          lastRun.programmedGeneration == machineProgrammed.generation && lastRun.table == table &&
          lastRun.stock == stock;
+}
+
+bool LastTextStands(std::u16string_view text) {
+  return lastRun.revision == platform::EditorRevision(kIdEditor) && lastRun.units == text.size();
+}
+
+void NoteText(std::u16string_view text, UnmarkedText&& unmarked) {
+  lastRun.tab = ActiveSerial();
+  lastRun.revision = platform::EditorRevision(kIdEditor);
+  lastRun.units = text.size();
+  lastRun.unmarked = std::move(unmarked);
+  lastRun.pathGeneration = machinePath.generation;
+  lastRun.programmedGeneration = machineProgrammed.generation;
+}
+
+// The last run over a text that differs by markers alone, with the lines of this one.
+bool MoveLastRun(const UnmarkedText& to) {
+  const UnmarkedText& from = lastRun.unmarked;
+  if (!DifferByMarkers(from, to)) return false;
+  const std::size_t added =
+      to.markedUnits > from.markedUnits ? to.markedUnits - from.markedUnits : 0;
+  if (machineTrack.spareUnits < static_cast<std::int64_t>(added)) return false;
+  LineShift shift(from, to);
+  MoveMachineLines(shift);
+  for (std::int32_t i = 0; i < lastRun.findings.count; ++i) {
+    FoundLine& found = lastRun.findings.found[i];
+    found.line = shift.Moved(found.line);
+  }
+  return true;
 }
 
 void RunMachine(std::u16string_view text, bool metric, bool ofEditor, const ControlTable& table,
@@ -90,14 +122,9 @@ void RunMachine(std::u16string_view text, bool metric, bool ofEditor, const Cont
       machineTrack, text,
       {.metric = metric, .table = &table, .findProgram = LookElsewhere, .stock = &stock});
   lastRun.stands = ofEditor && !lookedElsewhere;
-  lastRun.tab = ActiveSerial();
-  lastRun.revision = platform::EditorRevision(kIdEditor);
-  lastRun.units = text.size();
   lastRun.metric = metric;
   lastRun.table = table;
   lastRun.stock = stock;
-  lastRun.pathGeneration = machinePath.generation;
-  lastRun.programmedGeneration = machineProgrammed.generation;
   lastRun.findings = machineTrack.findings;
 }
 
@@ -142,11 +169,15 @@ void FollowMachineMotion(std::u16string_view text, bool metric, bool ofEditor) {
   KnownStock stock;
   stock.box = StockOfFeatures();
   FillStockTools(stock, metric);
-  if (ofEditor && LastRunStands(text, metric, table, stock)) {
-    machineTrack.findings = lastRun.findings;
-  } else {
-    RunMachine(text, metric, ofEditor, table, stock);
+  const bool stands = ofEditor && LastRunStands(metric, table, stock);
+  const bool same = stands && LastTextStands(text);
+  if (!same) {
+    UnmarkedText unmarked;
+    if (ofEditor) unmarked = WithoutMarkers(text);
+    if (!(stands && MoveLastRun(unmarked))) RunMachine(text, metric, ofEditor, table, stock);
+    NoteText(text, std::move(unmarked));
   }
+  machineTrack.findings = lastRun.findings;
   DropUnwanted(machineTrack.findings);
   if (StartLineFilter()) DropMachineLines(LineIsDropped);
   AppendProgrammed(ghostPath);

@@ -16,7 +16,8 @@ PathOwner EditorOwner();
 // Fills the machine's path from the program's text while the switch is on, else empties it. The
 // feature index must describe the text: lines that are hidden leave the path, and what the
 // program's ghosts show stands behind the lines as they are written. A text `ofEditor` that was run
-// before is not run again while nothing has changed that the run depends on.
+// before is not run again while nothing has changed that the run depends on. Markers that tagging
+// has put into it, or taken out, move the line numbers of the run.
 void FollowMachineMotion(std::u16string_view text, bool metric, bool ofEditor);
 
 // The settings of the control, and programs in files beside the program, are read again at the

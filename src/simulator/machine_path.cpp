@@ -28,6 +28,14 @@ void DropLines(MotionPath& from, double* seconds, bool (*drops)(std::int32_t lin
   from.count = kept;
 }
 
+void MoveLines(MotionPath& of, LineShift& shift) {
+  for (std::int32_t i = 0; i < of.count; ++i) {
+    of.points[i].sourceLine = shift.Moved(of.points[i].sourceLine);
+  }
+  if (of.fullAtLine >= 0) of.fullAtLine = shift.Moved(of.fullAtLine);
+  ++of.generation;
+}
+
 }  // namespace
 
 MotionPath machinePath{points};
@@ -42,6 +50,15 @@ void EmptyMachineTrack() {
   machineTrack.operationCount = 0;
   machineTrack.totalSeconds = 0;
   machineTrack.printed.clear();
+  machineTrack.spareUnits = -1;
+}
+
+void MoveMachineLines(LineShift& shift) {
+  MoveLines(machinePath, shift);
+  MoveLines(machineProgrammed, shift);
+  for (std::int32_t i = 0; i < machineTrack.operationCount; ++i) {
+    machineTrack.operations[i].line = shift.Moved(machineTrack.operations[i].line);
+  }
 }
 
 void DropMachineLines(bool (*drops)(std::int32_t line)) {

@@ -4,6 +4,7 @@
 
 #include "app/limits.h"
 #include "simulator/control_path.h"
+#include "simulator/marker_shift.h"
 #include "simulator/motion_path.h"
 
 namespace morva {
@@ -15,6 +16,8 @@ extern ControlTrack machineTrack;                 // of these three
 
 // Leaves nothing in the tables.
 void EmptyMachineTrack();
+// Gives the points of both paths and the operations other line numbers.
+void MoveMachineLines(LineShift& shift);
 // Takes the points of some lines out of both paths. What the machine does there still counts in
 // times and findings.
 void DropMachineLines(bool (*drops)(std::int32_t line));

@@ -450,6 +450,9 @@ TEST_F(MachineRunAgain, DoesNotWhileNothingChanges) {
 
 TEST_F(MachineRunAgain, DoesWhenTheTextIsAnotherOne) {
   platform::SetEditorText(kIdEditor, platform::EditorText(kIdEditor));
+  EXPECT_FALSE(RunsAgain());
+  const std::u16string text(platform::EditorText(kIdEditor));
+  platform::SetEditorText(kIdEditor, u"G4\r\n" + text);
   EXPECT_TRUE(RunsAgain());
   EXPECT_FALSE(RunsAgain());
   ExtractToolpath(u"G1 X1 F5.", false);  // not of the editor
