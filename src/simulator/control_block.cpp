@@ -25,6 +25,10 @@ bool AtLineEnd(const Reader& reader) {
   return reader.p == reader.end || *reader.p == u'\n' || *reader.p == u'\r' || *reader.p == 0;
 }
 
+bool AtBlank(const Reader& reader) {
+  return reader.p != reader.end && (*reader.p == u' ' || *reader.p == u'\t');
+}
+
 void SkipBlanks(Reader& reader) {
   while (reader.p != reader.end && (*reader.p == u' ' || *reader.p == u'\t')) ++reader.p;
 }
@@ -41,6 +45,9 @@ void SkipComment(Reader& reader) {
 
 bool TakeKeyword(Reader& reader, std::u16string_view capitals) {
   const char16_t* q = reader.p;
+  // Most words asked for do not even begin so.
+  const bool begins = q != reader.end && FoldUpper(*q) == capitals.front();
+  if (!begins && !AtBlank(reader)) return false;
   for (const char16_t c : capitals) {
     while (q != reader.end && (*q == u' ' || *q == u'\t')) ++q;
     if (q == reader.end || FoldUpper(*q) != c) return false;

@@ -115,7 +115,7 @@ void NoteMove(ControlRun& run, const ControlBlock& block) {
 }
 
 void NoteTravel(ControlRun& run, const Vec3& shown) {
-  if (!WorkOffsetIsSet(run, run.modes.workRow)) return;
+  if (!run.offsetSet) return;
   for (int axis = 0; axis < 3; ++axis) {
     double machine = (shown.of[axis] + run.zero.of[axis]) / run.perInch;
     if (axis == 2 && run.modes.lengthMode != 49) {

@@ -252,7 +252,12 @@ void CheckGroups(ControlRun& run, const ControlBlock& block) {
 // Units and increments come first: the words of the block are read by them.
 BlockCodes TakeCodes(ControlRun& run, const ControlBlock& block) {
   BlockCodes codes;
-  if (block.gCount > 1) CheckGroups(run, block);
+  if (block.gCount == 0) return codes;
+  if (block.gCount == 1) {
+    TakeOneCode(run, block, block.g[0], codes);
+    return codes;
+  }
+  CheckGroups(run, block);
   for (int i = 0; i < block.gCount; ++i) {
     const CodeAction action = CodeOf(block.g[i]).action;
     const bool unit = action == CodeAction::Inch || action == CodeAction::Metric;

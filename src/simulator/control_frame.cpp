@@ -19,6 +19,10 @@ PlaneAxes AxesOf(int plane) {
 Vec3 ShownOf(const ControlRun& run, const Vec3& program) {
   const ControlFrame& frame = run.frame;
   Vec3 p = program;
+  if (frame.shiftsOnly) {
+    for (int axis = 0; axis < 3; ++axis) p.of[axis] += frame.shift.of[axis];
+    return p;
+  }
   if (frame.scale != 1) {
     for (int axis = 0; axis < 3; ++axis) {
       const double centre = frame.scaleCentre.of[axis];
@@ -69,7 +73,10 @@ void SettleFrame(ControlRun& run) {
   ControlFrame& frame = run.frame;
   const double* work = run.table.work[run.modes.workRow];
   const bool set = WorkOffsetIsSet(run, run.modes.workRow);
+  run.offsetSet = set;
   run.offsetMissing = !set && AnyWorkOffsetIsSet(run);
+  frame.shiftsOnly =
+      frame.scale == 1 && !frame.turned && !frame.mirror[0] && !frame.mirror[1] && !frame.mirror[2];
   for (int axis = 0; axis < 3; ++axis) {
     // A further offset that is not set is drawn where the first one is.
     const double offset = set ? work[axis] * run.perInch - run.zero.of[axis] : 0;

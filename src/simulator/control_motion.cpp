@@ -4,6 +4,7 @@
 
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
+#include "simulator/control_emit.h"
 #include "simulator/control_frame.h"
 
 namespace morva {
@@ -36,7 +37,9 @@ void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
   ++run.strokes;
-  CompensateSegment(run, segment);
+  const bool compensates = run.compensation.side != 0 || run.compensation.wanted != 0;
+  if (compensates) return CompensateSegment(run, segment);
+  EmitSegment(run, segment);
 }
 
 }  // namespace

@@ -341,7 +341,9 @@ double TakeSum(Read& read, int least, int depth) {
 bool TakeFunction(ControlRun& run, const char16_t*& p, const char16_t* end, double& value,
                   int depth) {
   const char16_t* q = p;
+  const char16_t first = FoldUpper(*p);
   for (const auto& row : kFunctions) {
+    if (row.name.front() != first) continue;
     q = p;
     if (!TakeName(q, end, row.name)) continue;
     SkipBlanks(q, end);
@@ -417,7 +419,8 @@ double ReadVariable(ControlRun& run, double number) {
     Report(run, Finding::BadVariable, IsUndefined(number) ? 0 : number);
     return Undefined();
   }
-  const int which = static_cast<int>(std::round(number));
+  int which = static_cast<int>(number);
+  if (which != number) which = static_cast<int>(std::round(number));
   if (which == 0) return Undefined();
   if (which < kLocals) return run.variables.locals[run.calls[run.callCount - 1].locals][which];
   if (which >= kFirstCommon && which <= kLastCommon) return run.variables.common[which];

@@ -172,10 +172,6 @@ std::u16string IntegerText(std::int64_t value) {
   return std::u16string(d.text, static_cast<std::size_t>(d.length));
 }
 
-char16_t FoldUpper(char16_t c) {
-  return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
-}
-
 bool SameFolded(std::u16string_view a, std::u16string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {

@@ -38,7 +38,9 @@ std::u16string IntegerText(std::int64_t value);
 
 inline bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 // Letters A to Z folded, nothing else.
-char16_t FoldUpper(char16_t c);
+constexpr char16_t FoldUpper(char16_t c) {
+  return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
+}
 bool SameFolded(std::u16string_view a, std::u16string_view b);
 // First place of `wanted` in `text` from `from` on, case of A to Z ignored; npos for none.
 std::size_t FindFolded(std::u16string_view text, std::u16string_view wanted, std::size_t from);
