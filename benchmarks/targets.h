@@ -7,12 +7,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
 namespace targets {
 
-// What a row must reach. A bound of 0 asks for nothing.
+// What a row must reach. A bound of 0 asks for nothing; a row without any only tells its figure.
 struct Goal {
   const char* subject = "";
   const char* unit = "ms";
@@ -48,17 +49,24 @@ inline std::string Words(const Row& row) {
   const bool met = (goal.least <= 0 || figure >= goal.least) &&
                    (goal.most <= 0 || figure <= goal.most) &&
                    (goal.mostRatio <= 0 || ratio <= goal.mostRatio);
+  const bool asks = goal.least > 0 || goal.most > 0 || goal.mostRatio > 0;
   char bound[48] = "";
   if (goal.least > 0) std::snprintf(bound, sizeof bound, ">= %g %s", goal.least, goal.unit);
   if (goal.most > 0) std::snprintf(bound, sizeof bound, "<= %g %s", goal.most, goal.unit);
-  if (goal.mostRatio > 0) std::snprintf(bound, sizeof bound, "<= %gx", goal.mostRatio);
+  if (goal.mostRatio > 0) {
+    const std::size_t used = std::strlen(bound);
+    std::snprintf(bound + used, sizeof bound - used, used > 0 ? ", %gx" : "<= %gx", goal.mostRatio);
+  }
   char against[80] = "";
   if (peer > 0) std::snprintf(against, sizeof against, "%s %.4g", goal.peer, peer);
   char times[24] = "";
   if (peer > 0) std::snprintf(times, sizeof times, "%.3gx", ratio);
   char line[300];
   std::snprintf(line, sizeof line, "%-44s %-16s %9.4g %-9s %-28s %7s  %s", goal.subject, bound,
-                figure, goal.unit, against, times, met ? "met" : "MISSED");
+                figure, goal.unit, against, times,
+                !asks ? "told"
+                : met ? "met"
+                      : "MISSED");
   return line;
 }
 

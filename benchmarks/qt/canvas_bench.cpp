@@ -115,7 +115,7 @@ void SketchFrame(benchmark::State& state) {
     state.SetIterationTime(spent * 1e-3);
   }
   if (painted < 100) std::abort();
-  targets::Note({"Frame of a sketch of 96 circles and slots", "ms", 0, 4, 0, "outlines alone"},
+  targets::Note({"Frame of a sketch of 96 circles and slots", "ms", 0, 4, 2, "outlines alone"},
                 targets::Median(frames), targets::Median(bare));
 }
 

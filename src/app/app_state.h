@@ -75,6 +75,7 @@ inline constexpr int kTimerHover = 12;       // scroll lock and hover hint, 150 
 inline constexpr int kTimerFlyout = 13;      // rest of the pointer on a CAD tool key, one shot
 inline constexpr int kTimerAutosave = 2900;  // 700 ms after the last change, one shot
 inline constexpr int kTimerView = 1620;      // view animation, on a view window
+inline constexpr int kTimerViewRest = 1621;  // the view stands still again, on a view, one shot
 
 // Messages posted to the main window.
 inline constexpr std::uint32_t kMessageTransferFailed = 0x8014;

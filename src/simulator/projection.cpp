@@ -12,6 +12,7 @@
 #include "simulator/playback.h"
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
+#include "simulator/thin_path.h"
 #include "simulator/view.h"
 #include "simulator/view_parts.h"
 #include "simulator/view_switches.h"
@@ -228,6 +229,11 @@ PathSegments VisibleSegments(const Rect& client) {
   result.feedCount = static_cast<int>(feed - segments);
   result.rapids = rapid;
   result.rapidCount = static_cast<int>(segments + kMaxControlPoints - rapid);
+  if (ViewMoves()) {
+    result.feedCount =
+        ThinSegments(segments, shaded ? shades : nullptr, result.feedCount, client, kCutsWork);
+    result.rapidCount = ThinSegments(rapid, nullptr, result.rapidCount, client, kOtherWork);
+  }
   return result;
 }
 

@@ -60,14 +60,14 @@ void Orbit(int dx, int dy) {
   shown.yawDegrees += dx * kYawPerPixel;
   shown.elevationDegrees =
       std::clamp(shown.elevationDegrees + dy * kElevationPerPixel, -kMostElevation, kMostElevation);
-  platform::Repaint(kViewToolpath);
+  ViewMoved();
 }
 
 void Pan(int dx, int dy) {
   ViewState& shown = ShownPath().view;
   shown.panX += dx;
   shown.panY += dy;
-  platform::Repaint(kViewToolpath);
+  ViewMoved();
 }
 
 void ZoomByNotches(int notches) {
@@ -147,6 +147,7 @@ void DragRing(const PointerEvent& event) {
   ViewAngles angles = ShownAngles();
   MoveCube(viewCube, platform::ClientArea(kViewToolpath), angles, event.x, event.y);
   TakeAngles(angles);
+  ViewMoved();
 }
 
 void Hover(int x, int y) {

@@ -25,6 +25,7 @@
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
 #include "simulator/surface_paint.h"
+#include "simulator/thin_path.h"
 #include "simulator/tool_model.h"
 #include "simulator/toolpath.h"
 #include "simulator/view.h"
@@ -250,6 +251,9 @@ void PaintContext(Canvas& canvas, const Projection& p) {
     if (!points[i].rapid && !points[i].jump) contextSegments[count++] = SegmentOf(from, to);
     from = to;
   }
+  if (ViewMoves()) {
+    count = ThinSegments(contextSegments, nullptr, count, CanvasArea(canvas), kOtherWork);
+  }
   PaintSegments(canvas, contextSegments, count, pen);
 }
 
@@ -441,8 +445,9 @@ int PaintFoot(Canvas& canvas, const Rect& client, int bottom, std::u16string_vie
 int PaintDepths(Canvas& canvas, const Rect& client, int bottom) {
   constexpr int kSwatch = 6;  // pixels wide
   constexpr int kBeside = 6;  // pixels between words and shades
+  if (!ShadesAreShown()) return bottom;
   const CutDepths depths = DepthsOf(ShownPath().path);
-  if (!ShadesAreShown() || !depths.known) return bottom;
+  if (!depths.known) return bottom;
   const int top = bottom - platform::TextHeight(FontRole::Small);
   const auto write = [&](int left, double z, bool last) {
     char16_t words[kReadOutUnits] = {};

@@ -43,6 +43,11 @@ ViewAngles ShownAngles();
 void TakeAngles(const ViewAngles& angles);
 void ViewTimer(int timer);
 
+// The user has turned, shifted or zoomed the view: it is drawn anew, and counts as moving until it
+// rests for a moment. While it moves, long paths are drawn thin (thin_path.h).
+void ViewMoved();
+bool ViewMoves();
+
 // Ends what the pointer and the cube have under way, with the angles and the pan where they are.
 void LetGoOfView();
 void ResetViewMouse();

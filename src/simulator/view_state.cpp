@@ -12,6 +12,7 @@
 #include "app/profile_keys.h"
 #include "library/units.h"
 #include "platform/profile.h"
+#include "platform/timer.h"
 #include "platform/window.h"
 #include "simulator/control_settings.h"
 #include "simulator/preview_state.h"
@@ -38,6 +39,9 @@ constexpr double kNoSpan = 0.0001;  // display units
 constexpr double kEmptySpanInch = 4;
 constexpr double kEmptySpanMm = 100;
 
+constexpr int kRestMilliseconds = 150;
+
+bool moves = false;
 bool settingsRead = false;
 bool saveFailureTold = false;
 
@@ -54,6 +58,11 @@ void ShowAngles(double yaw, double elevation) {
   StopCube(viewCube);
   TakeAngles({yaw, elevation, 0});
   ViewFit();
+}
+
+void EndMove() {
+  moves = false;
+  platform::StopTimer(kViewToolpath, kTimerViewRest);
 }
 
 // Menus open below their key; without one, in the corner of the view.
@@ -166,7 +175,7 @@ void LookAsBefore(PathOwner owner, const ViewState& before) {
 void ZoomBy(double factor) {
   ViewState& shown = ShownPath().view;
   shown.zoom = std::clamp(shown.zoom * factor, kLeastZoom, kMostZoom);
-  Refresh();
+  ViewMoved();
 }
 
 void SetViewTop() {
@@ -191,12 +200,26 @@ void TakeAngles(const ViewAngles& angles) {
   shown.rollDegrees = angles.roll;
 }
 
+void ViewMoved() {
+  moves = true;
+  platform::StartTimer(kViewToolpath, kTimerViewRest, kRestMilliseconds);
+  Refresh();
+}
+
+bool ViewMoves() { return moves; }
+
 void ViewTimer(int timer) {
+  if (timer == kTimerViewRest) {
+    EndMove();
+    return Refresh();
+  }
   if (timer != kTimerView) return;
   const bool runs = viewCube.running;
   ViewAngles angles = ShownAngles();
   TickCube(viewCube, angles);
-  if (runs) TakeAngles(angles);
+  if (!runs) return;
+  TakeAngles(angles);
+  ViewMoved();
 }
 
 void SetViewFront() { ShowAngles(0, 0); }
@@ -324,6 +347,7 @@ void ShowLayersMenu() {
 
 void ResetView() {
   StopCube(viewCube);
+  EndMove();
   for (const OwnedPath& owned : OwnedPaths()) owned.view = ViewState();
   viewCube = CubeOfThisView();
   settingsRead = false;
