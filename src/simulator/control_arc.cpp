@@ -1,17 +1,52 @@
 // Arcs of a block: by their centre or by their radius.
+#include <algorithm>
 #include <cmath>
 
 #include "simulator/control_frame.h"
 #include "simulator/control_motion.h"
+#include "text/codetext.h"
 
 namespace morva {
 
 namespace {
 
-// What the control lets pass between the distances of start and end from the centre, and what is
-// worth a word. Half a count of the last decimal place at each of the four numbers is rounding.
+// What the control lets pass between the distances of start and end from the centre.
 constexpr double kLetPassInches = 0.001;
 constexpr double kLetPassMm = 0.01;
+
+// Digits behind the point, the most that a place or centre of the block is written with.
+int MostPlaces(const ControlRun& run) {
+  const ControlPlace& start = run.blockStart;
+  const std::u16string_view text = run.texts[static_cast<std::size_t>(start.text)].text;
+  int most = 0;
+  int places = -1;  // of the number under the walk, -1 before its point
+  bool comment = false;
+  bool length = false;
+  for (std::size_t at = start.at; at < text.size(); ++at) {
+    const char16_t c = text[at];
+    if (c == 0 || c == u'\n' || c == u'\r' || c == u';') break;
+    if (c == u'(' || c == u')') comment = c == u'(';
+    if (comment) continue;
+    const char16_t upper = FoldUpper(c);
+    if (upper >= u'A' && upper <= u'Z') {
+      length = (upper >= u'I' && upper <= u'K') || (upper >= u'X' && upper <= u'Z');
+      places = -1;
+    } else if (c == u'.') {
+      places = 0;
+    } else if (IsDigit(c) && places >= 0) {
+      most = length ? std::max(most, ++places) : most;
+    }
+  }
+  return most;
+}
+
+// What the rounding of the written numbers alone may make of an arc's end: one and a half counts of
+// their last place, where that is the last but one of the control's.
+double LetPass(const ControlRun& run) {
+  const bool coarse = MostPlaces(run) <= (run.modes.metric ? 2 : 3);
+  const double base = run.modes.metric ? kLetPassMm : kLetPassInches;
+  return (coarse ? 1.5 * base : base) * run.unit;
+}
 
 char CentreLetter(int axis) { return static_cast<char>('I' + axis); }
 
@@ -64,8 +99,8 @@ void RunArc(ControlRun& run, const ControlBlock& block, const Vec3& target) {
   if (block.Has(letterV)) v += LengthOf(run, block, letterV);
   const double start = std::hypot(run.at.of[axes.u] - u, run.at.of[axes.v] - v);
   const double end = std::hypot(target.of[axes.u] - u, target.of[axes.v] - v);
-  const double letPass = (run.modes.metric ? kLetPassMm : kLetPassInches) * run.unit;
-  if (std::fabs(start - end) > letPass) {
+  const double least = (run.modes.metric ? kLetPassMm : kLetPassInches) * run.unit;
+  if (std::fabs(start - end) > least && std::fabs(start - end) > LetPass(run)) {
     Report(run, Finding::ArcEndOff, std::fabs(start - end) / run.unit);
   }
   ArcTo(run, target, u, v, clockwise);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "simulator/control_frame.h"
 #include "text/codetext.h"
@@ -11,6 +12,8 @@ namespace morva {
 namespace {
 
 constexpr double kSame = 1e-6;
+constexpr std::uint32_t kAxes = LetterBit('X') | LetterBit('Y') | LetterBit('Z');
+constexpr std::uint32_t kCentre = LetterBit('I') | LetterBit('J') | LetterBit('K');
 
 // Lengths that shops give to a second gauge point of the same tool.
 constexpr int kUsualSteps[] = {0, 20, 30, 50};
@@ -80,7 +83,7 @@ void NoteCut(ControlRun& run) {
   if (run.tool == 0 && run.toolCalled != 0) {
     ReportOnce(run, Finding::ToolNotChanged, run.toolCalled);
   }
-  if (run.sawChange && !run.lengthSinceChange) ReportOnce(run, Finding::NoLength);
+  if (run.sawChange && !run.lengthInForce) ReportOnce(run, Finding::NoLength);
   if (run.offsetMissing) ReportOnce(run, Finding::OffsetNotSet);
 }
 
@@ -89,7 +92,13 @@ void NoteToolLength(ControlRun& run) {
   const int step = run.lengthNumber - run.tool;
   const bool usual =
       std::find(std::begin(kUsualSteps), std::end(kUsualSteps), step) != std::end(kUsualSteps);
-  if (!usual) Report(run, Finding::OffsetOther, run.lengthNumber);
+  if (!usual) ReportOnce(run, Finding::OffsetOther, run.lengthNumber);
+}
+
+void NoteNoDiameter(ControlRun& run, std::int32_t number) {
+  if (!std::exchange(run.saidNoDiameter[number], true)) {
+    Report(run, Finding::CompNoDiameter, number);
+  }
 }
 
 void NoteChange(ControlRun& run) {
@@ -104,12 +113,14 @@ void NoteSpindle(ControlRun& run) {
 }
 
 void NoteMove(ControlRun& run, const ControlBlock& block) {
-  if (run.modes.feedMode == 93 && run.modes.motion >= 1 && run.modes.motion <= 3 &&
-      !block.Has('F')) {
+  const bool arc = run.modes.motion == 2 || run.modes.motion == 3;
+  const bool feeds =
+      (arc || run.modes.motion == 1) && (block.has & (arc ? kAxes | kCentre : kAxes));
+  if (run.modes.feedMode == 93 && feeds && !block.Has('F')) {
     Report(run, Finding::InverseNoFeed);
   }
   if (!run.stepsAtChange || !(block.Has('X') || block.Has('Y'))) return;
-  // G91 that only a way home needed, and that the next tool still moves by.
+  // G91 that only a way home needed, and that the next moves still go by.
   if (!run.modes.absolute && !block.HasG(910)) Report(run, Finding::IncrementalLeft);
   run.stepsAtChange = false;
 }
@@ -118,7 +129,9 @@ void NoteTravel(ControlRun& run, const Vec3& shown) {
   if (!run.offsetSet) return;
   for (int axis = 0; axis < 3; ++axis) {
     double machine = (shown.of[axis] + run.zero.of[axis]) / run.perInch;
-    if (axis == 2 && run.modes.lengthMode != 49) {
+    // A height of the machine is one of the spindle, whatever the tool's length.
+    const bool ofSpindle = (run.machineAxes & 4) != 0;
+    if (axis == 2 && run.modes.lengthMode != 49 && !ofSpindle) {
       const std::int32_t number = run.lengthNumber;
       const double length =
           number > 0 && number <= kControlTools ? run.table.tools[number].length : 0;

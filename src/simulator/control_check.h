@@ -15,6 +15,8 @@ void ReportOnce(ControlRun& run, Finding kind, double number = 0);
 void NoteLength(ControlRun& run, const ControlBlock& block, char letter);
 // The tool is about to cut.
 void NoteCut(ControlRun& run);
+// D names a diameter of zero: told once for each D.
+void NoteNoDiameter(ControlRun& run, std::int32_t number);
 // The words G43 and H of a block were taken.
 void NoteToolLength(ControlRun& run);
 // The tool was changed, the spindle started.

@@ -50,11 +50,13 @@ struct CodeTable {
     Put(92, CodeAction::Shift, 0);
     Put(103, CodeAction::LookAhead, 0);
     Put(150, CodeAction::Pocket, 0);
+    Put(187, CodeAction::LookAhead, 0);  // smoothness: its P and E are no words of a move
     // Probing, tool setting, engraving, rotary and five-axis codes.
     for (int code : {31, 35, 36, 37, 47, 75, 102, 107, 136, 141, 143, 153, 155, 159}) {
       Put(code, CodeAction::NotFollowed, 0);
     }
-    PutRun(160, 188, CodeAction::NotFollowed, 0);
+    PutRun(160, 186, CodeAction::NotFollowed, 0);
+    Put(188, CodeAction::NotFollowed, 0);
     for (int code : {32, 33, 34, 96, 97}) Put(code, CodeAction::Lathe, 0);
   }
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "simulator/control_check.h"
 #include "simulator/control_emit.h"
 #include "simulator/control_frame.h"
 #include "simulator/control_offset.h"
@@ -61,18 +62,36 @@ void GoHeldHeights(ControlRun& run) {
 
 double Left(const ControlRun& run) { return run.compensation.side * run.compensation.radius; }
 
-// The held move goes to a place beside its end.
+// A dwell or the start of the spindle that stands behind the held move.
+void WaitAtCorner(ControlRun& run) {
+  const double seconds = run.compensation.waitSeconds;
+  run.compensation.waitSeconds = 0;
+  if (seconds > 0) PassTime(run, seconds);
+}
+
+// The held move goes to a place beside its end. Where the corners at its ends leave nothing of it,
+// the tool would have to cut backwards.
 void ReleaseTo(ControlRun& run, const Flat& to) {
   ControlCompensation& comp = run.compensation;
   const ControlSegment held = comp.held;
   comp.holds = false;
-  if (comp.entry) {
+  const Flat from = {comp.at.of[0], comp.at.of[1]};
+  const bool back = !comp.entry && GoesBack(FlatOf(held), from, to);
+  if (back) AddFinding(run.track->findings, Finding::CompCorner, held.line);
+  if (comp.entry || back) {
     comp.entry = false;
     GoStraight(run, held, to, held.to.of[2]);
   } else {
     GoTo(run, held, to, held.to.of[2]);
   }
   GoHeldHeights(run);
+  WaitAtCorner(run);
+}
+
+// The side that the last G40, G41 or G42 asks for, as the tool goes: a mirrored axis swaps them.
+int WantedSide(const ControlRun& run) {
+  const int wanted = run.compensation.wanted;
+  return IsReversed(run, 17) ? -wanted : wanted;
 }
 
 // To where the held move ends beside its own end: nothing follows that would say otherwise.
@@ -155,7 +174,7 @@ void CheckFits(ControlRun& run, const ControlSegment& segment) {
 // The move on which compensation begins goes straight to beside the next one's start.
 void BeginCompensation(ControlRun& run, const ControlSegment& segment) {
   ControlCompensation& comp = run.compensation;
-  comp.side = comp.wanted;
+  comp.side = WantedSide(run);
   comp.at = segment.from;
   comp.entry = true;
   if (segment.kind == ControlSegment::Kind::Arc) Report(run, Finding::CompArcStart);
@@ -201,11 +220,17 @@ void CompensateSegment(ControlRun& run, const ControlSegment& segment) {
     HoldNext(run, segment);
   }
   // A change of sides takes effect from the next corner on.
-  comp.side = comp.wanted;
+  comp.side = WantedSide(run);
 }
 
 void FlushMoves(ControlRun& run) {
   if (run.compensation.holds) ReleaseSquare(run);
+}
+
+bool HoldWait(ControlRun& run, double seconds) {
+  ControlCompensation& comp = run.compensation;
+  if (comp.holds) comp.waitSeconds += seconds;
+  return comp.holds;
 }
 
 void StopCompensation(ControlRun& run) {
@@ -218,13 +243,26 @@ void StopCompensation(ControlRun& run) {
   run.at = ProgramOf(run, run.shown);
 }
 
+int InterruptCompensation(ControlRun& run) {
+  ControlCompensation& comp = run.compensation;
+  const int wanted = comp.wanted;
+  if (comp.side != 0 && wanted != 0) Report(run, Finding::CompLeftOn);
+  StopCompensation(run);
+  return wanted;
+}
+
+void ResumeCompensation(ControlRun& run, int wanted) { run.compensation.wanted = wanted; }
+
 void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
   ControlCompensation& comp = run.compensation;
   run.modes.compensation = code;
   if (block.Has('D')) run.diameterNumber = block.NumberOf('D');
   comp.wanted = code == 40 ? 0 : code == 41 ? 1 : -1;
   if (code == 40) return;
-  if (run.modes.plane != 17) Report(run, Finding::CompPlane, code);
+  if (run.modes.plane != 17) {
+    comp.wanted = 0;
+    return Report(run, Finding::CompPlane, code);
+  }
   const std::int32_t number = run.diameterNumber;
   if (number <= 0 || number > kControlTools) {
     comp.radius = 0;
@@ -232,7 +270,7 @@ void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
   }
   const ToolOffset& tool = run.table.tools[number];
   comp.radius = (tool.diameter + tool.diameterWear) / 2 * run.perInch;
-  if (comp.radius == 0) Report(run, Finding::CompNoDiameter, number);
+  if (comp.radius == 0) NoteNoDiameter(run, number);
 }
 
 void EndCompensation(ControlRun& run) {

@@ -73,7 +73,7 @@ void Peck(ControlRun& run, const Depths& depths, bool full) {
   const bool clears = !full && words.hasQ && words.hasK && !words.hasI && words.k != 0;
   double reached = depths.r;
   double cleared = depths.r;
-  while (reached > depths.bottom && !run.ended) {
+  while (reached > depths.bottom && !run.ended && !OutOfStrokes(run)) {
     reached = std::max(reached - pecks.depth, depths.bottom);
     pecks.depth = std::max(pecks.depth - pecks.less, pecks.least);
     GoToZ(run, reached, false);
@@ -203,12 +203,16 @@ void TakeCycleWords(ControlRun& run, const ControlBlock& block, bool begins) {
   CycleWords& words = run.cycle;
   TakeDepths(run, block);
   TakeStep(run, block, 'I', words.i, words.hasI);
-  TakeStep(run, block, 'J', words.j, words.hasJ);
+  // Of a tap J is how much faster it comes out.
+  const bool taps = run.modes.motion == 74 || run.modes.motion == 84;
+  if (!taps) TakeStep(run, block, 'J', words.j, words.hasJ);
   TakeStep(run, block, 'K', words.k, words.hasK);
   if (begins) NoteDepths(run, block);
 }
 
 void NoteDepths(ControlRun& run, const ControlBlock& block) {
+  // Behind another cycle its depth and plane are still in force.
+  if (run.cycle.named) return;
   run.cycle.named = block.Has('Z') && block.Has('R');
   if (!block.Has('Z')) Report(run, Finding::CycleNoDepth);
   if (!block.Has('R')) Report(run, Finding::CycleNoPlane);
@@ -230,7 +234,7 @@ void RunCycle(ControlRun& run, const ControlBlock& block, bool begins) {
       step.of[axis] = length;
     }
   }
-  for (double i = 0; i < repeats && !run.ended; ++i) {
+  for (double i = 0; i < repeats && !run.ended && !OutOfStrokes(run); ++i) {
     for (int axis = 0; axis < 2; ++axis) target.of[axis] += step.of[axis];
     MoveToHole(run, target);
     RunStrokes(run);
@@ -245,7 +249,7 @@ void RunHolePattern(ControlRun& run, const ControlBlock& block, int code) {
   const double angle = (block.Has('J') ? block.Of('J') : 0) * 0.017453292519943295;
   const double holes = RepeatsOf(block);
   const double spacing = (block.Has('K') ? block.Of('K') : 0) * 0.017453292519943295;
-  for (double i = 0; i < holes && !run.ended; ++i) {
+  for (double i = 0; i < holes && !run.ended && !OutOfStrokes(run); ++i) {
     Vec3 hole = centre;
     const double turn = code == 70 ? 6.283185307179586 * i / holes : spacing * i;
     const double way = code == 72 ? radius * i : radius;

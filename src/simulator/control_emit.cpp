@@ -19,11 +19,9 @@ constexpr double kSharpCosine = 0.9;  // of the angle from which a corner costs 
 // What the tool meets on its way from the last point.
 void NoteStock(ControlRun& run, const ControlSegment& of, const Vec3& to) {
   if (!run.stock) return;
-  if (!run.moved) return NoteStockZero(run);
-  const MotionPath& out = run.track->path;
-  const MotionPoint& last = out.points[out.count - 1];
-  const bool rapid = of.kind == ControlSegment::Kind::Rapid;
-  NoteStockWay(run, {{last.x, last.y, last.z}}, to, rapid);
+  if (run.moved) NoteStockWay(run, run.reached, to, of.kind == ControlSegment::Kind::Rapid);
+  if (!run.moved) NoteStockZero(run);
+  run.reached = to;
 }
 
 void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double seconds) {
@@ -37,6 +35,7 @@ void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double 
       return;
     }
   }
+  NoteStock(run, of, to);
   if (out.count >= kMaxControlPoints) {
     if (out.fullAtLine < 0) {
       out.fullAtLine = run.line;
@@ -44,7 +43,6 @@ void AddPoint(ControlRun& run, const ControlSegment& of, const Vec3& to, double 
     }
     return;
   }
-  NoteStock(run, of, to);
   track.seconds[out.count] = seconds;
   MotionPoint& point = out.points[out.count++];
   point.x = to.of[0];
@@ -203,7 +201,8 @@ void EmitArc(ControlRun& run, const ControlSegment& segment) {
   const double began = run.time;
   run.time += FeedSeconds(run, segment, length);
   const int chords = ChordsOf(run, shape);
-  for (int i = 1; i < chords && run.track->path.fullAtLine < 0; ++i) {
+  // What is drawn no more is still looked at beside the stock.
+  for (int i = 1; i < chords && (run.track->path.fullAtLine < 0 || run.stock); ++i) {
     const double part = static_cast<double>(i) / chords;
     AddPoint(run, segment, PointOf(shape, segment, part), began + (run.time - began) * part);
   }
@@ -244,6 +243,12 @@ void EmitSegment(ControlRun& run, const ControlSegment& segment) {
       break;
   }
   run.line = line;
+}
+
+void PassTime(ControlRun& run, double seconds) {
+  run.time += seconds;
+  ControlTrack& track = *run.track;
+  if (track.path.count > 0) track.seconds[track.path.count - 1] = run.time;
 }
 
 void EmitProgrammed(ControlRun& run, const ControlSegment& segment) {

@@ -9,6 +9,9 @@ namespace morva {
 // as each axis runs, and their seconds to the run's time. Told for the stretch's own line.
 void EmitSegment(ControlRun& run, const ControlSegment& segment);
 
+// Passes time where the tool stands.
+void PassTime(ControlRun& run, double seconds);
+
 // The same stretch as it is written, into the path of programmed lines. It takes no time.
 void EmitProgrammed(ControlRun& run, const ControlSegment& segment);
 

@@ -18,7 +18,10 @@ namespace morva {
 
 namespace {
 
-constexpr int kCode = 10;  // codes stand times ten
+constexpr int kCode = 10;       // codes stand times ten
+constexpr double kDown = 1e-9;  // display units
+constexpr std::uint32_t kAxes = LetterBit('X') | LetterBit('Y') | LetterBit('Z');
+constexpr std::uint32_t kCentre = LetterBit('I') | LetterBit('J') | LetterBit('K');
 
 // Codes that hold for their block alone, and what the block's words belong to.
 struct BlockCodes {
@@ -39,6 +42,13 @@ struct BlockCodes {
   bool motionCode = false;
 };
 
+// Compensation works in the XY plane alone: it ends here.
+void LeavePlane(ControlRun& run, int code) {
+  if (code == 17 || run.compensation.wanted == 0) return;
+  Report(run, Finding::CompPlane, code);
+  StopCompensation(run);
+}
+
 void TakeUnit(ControlRun& run, bool metric) {
   if (run.unitKnown && run.modes.metric != metric) {
     Report(run, Finding::UnitDisagrees, metric ? 21 : 20);
@@ -58,12 +68,14 @@ void TakeWorkOffset(ControlRun& run, const ControlBlock& block, int code) {
     }
     row = kFurtherWorkRow + static_cast<int>(number) - 1;
   }
-  run.modes.workRow = row;
-  if (run.moved) {
-    SettleFrame(run);
-  } else {
-    PlaceZero(run, row);
+  if (!run.moved) {
+    run.modes.workRow = row;
+    return PlaceZero(run, row);
   }
+  if (row == run.modes.workRow) return;
+  DropCorner(run);
+  run.modes.workRow = row;
+  SettleFrame(run);
 }
 
 void TakeScale(ControlRun& run, const ControlBlock& block, int code) {
@@ -129,7 +141,7 @@ void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
   if (block.Has('H')) run.lengthNumber = block.NumberOf('H');
   const bool ends = code == 49 || (block.Has('H') && run.lengthNumber == 0);
   if (ends) run.modes.lengthMode = 49;
-  if (!ends) run.lengthSinceChange = true;
+  run.lengthInForce = !ends;
   NoteToolLength(run);
 }
 
@@ -164,6 +176,7 @@ void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, Block
       modes.motion = modes.line;
       return;
     case CodeAction::Plane:
+      LeavePlane(run, code);
       modes.plane = code;
       return;
     case CodeAction::Absolute:
@@ -284,7 +297,10 @@ void TakeFeed(ControlRun& run, const ControlBlock& block) {
   // In G95 F is the way of a turn.
   run.feedPerTurn = run.feed;
   if (run.modes.feedMode == 95) run.feed *= run.speed;
-  run.feedKnown = run.feedKnown || written > 0;
+  run.feedKnown = written > 0;
+  if (!pointed && written > 0 && run.sawPoint && !run.table.wholeLengths) {
+    ReportOnce(run, Finding::WholeFeed, written);
+  }
 }
 
 void TakeToolWords(ControlRun& run, const ControlBlock& block) {
@@ -299,7 +315,7 @@ void TakeToolWords(ControlRun& run, const ControlBlock& block) {
 // To machine zero along Z, then the other tool. The spindle stands still behind it.
 void ChangeTool(ControlRun& run) {
   DropCorner(run);
-  FlushMoves(run);
+  const int compensation = InterruptCompensation(run);
   Vec3 up = run.shown;
   up.of[2] = -run.zero.of[2];
   if (run.moved && std::fabs(up.of[2] - run.shown.of[2]) > 1e-9) {
@@ -309,9 +325,10 @@ void ChangeTool(ControlRun& run) {
     run.at = ProgramOf(run, up);
     run.machineAxes |= 4;
   }
+  ResumeCompensation(run, compensation);
   run.tool = run.toolCalled;
   run.spindle = false;
-  run.lengthSinceChange = false;
+  run.lengthInForce = false;
   run.modes.motion = run.modes.line;
   NoteChange(run);
   Wait(run, run.table.toolChangeSeconds);
@@ -363,16 +380,22 @@ void TakeLateMs(ControlRun& run, const ControlBlock& block) {
 
 // G28 by way of a point to machine zero, of all axes where none is named; G29 back by that point.
 void GoHome(ControlRun& run, const ControlBlock& block, int code) {
+  const int compensation = InterruptCompensation(run);
   Vec3 by;
   const bool named = TakeTarget(run, block, by);
   run.modes.lengthMode = 49;
+  run.lengthInForce = false;
+  // G91 that only the way home needs.
+  run.stepsAtChange = run.stepsAtChange || (code == 28 && !run.modes.absolute);
   if (code == 29) {
     RapidTo(run, run.homeBy);
-    return RapidTo(run, by);
+    RapidTo(run, by);
+    return ResumeCompensation(run, compensation);
   }
   run.homeBy = by;
   if (named) {
-    if (run.modes.absolute) Report(run, Finding::HomeThroughPart);
+    const bool down = block.Has('Z') && ShownOf(run, by).of[2] < run.shown.of[2] - kDown;
+    if (run.modes.absolute && down) Report(run, Finding::HomeThroughPart);
     RapidTo(run, by);
   }
   Vec3 home = run.shown;
@@ -381,21 +404,22 @@ void GoHome(ControlRun& run, const ControlBlock& block, int code) {
     if (goes) home.of[axis] = -run.zero.of[axis];
   }
   RapidToShown(run, home);
+  ResumeCompensation(run, compensation);
 }
 
 // G53: places of the machine, whatever offset is in force.
 void GoInMachine(ControlRun& run, const ControlBlock& block) {
+  if (!(block.has & kAxes)) return;
+  const int compensation = InterruptCompensation(run);
   Vec3 to = run.shown;
-  bool any = false;
   for (int axis = 0; axis < 3; ++axis) {
     const char letter = static_cast<char>('X' + axis);
     if (!block.Has(letter)) continue;
-    any = true;
     to.of[axis] = LengthOf(run, block, letter) - run.zero.of[axis];
   }
-  if (!any) return;
   if (!run.modes.absolute) Report(run, Finding::MachineWithG91);
   RapidToShown(run, to);
+  ResumeCompensation(run, compensation);
 }
 
 // G92: the tool stands at the named place from here on, in every offset.
@@ -462,7 +486,8 @@ void Dwell(ControlRun& run, const ControlBlock& block) {
 bool LeavesCornerOpen(const ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   const bool own = codes.home || codes.machine || codes.pattern || codes.pocket || codes.shift ||
                    codes.local || codes.scales || codes.turns || codes.mirrors;
-  const bool moves = block.Has('X') || block.Has('Y') || block.Has('Z');
+  const bool arc = run.modes.motion == 2 || run.modes.motion == 3;
+  const bool moves = (block.has & (arc ? kAxes | kCentre : kAxes)) != 0;
   return !own && (!moves || run.modes.motion == 1);
 }
 
@@ -500,9 +525,8 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
     default:
       break;
   }
-  const std::uint32_t centre = LetterBit('I') | LetterBit('J') | LetterBit('K');
   // A whole turn may name its centre alone.
-  if (any || (block.has & centre) != 0) RunArc(run, block, target);
+  if (any || (block.has & kCentre) != 0) RunArc(run, block, target);
 }
 
 void TakeOwnWords(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {

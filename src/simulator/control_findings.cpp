@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "text/codetext.h"
 
@@ -39,11 +40,13 @@ constexpr FindingRow kRows[] = {
     {u"PatternNoCycle", Strength::Alarm, u"The hole pattern has no cycle in force."},
     {u"PocketWords", Strength::Alarm, u"The words of the code are missing or out of range."},
     {u"NoFeed", Strength::Alarm, u"A feed move has no F."},
+    {u"WholeFeed", Strength::Look,
+     u"F has no decimal point: the control reads it as @. See its Setting 77.", 4},
     {u"InverseNoFeed", Strength::Alarm, u"G93 needs an F in each feed block."},
     {u"SpindleOff", Strength::Hit, u"The tool cuts with the spindle off."},
     {u"ToolNotChanged", Strength::Hit, u"T@ was called, and no M06 changed to it."},
     {u"OffsetOther", Strength::Look, u"H@ is not the number of the tool."},
-    {u"NoLength", Strength::Hit, u"No G43 stands between the tool change and the cut."},
+    {u"NoLength", Strength::Hit, u"The tool cuts without its length: G43 is missing or has ended."},
     {u"SpeedHigh", Strength::Alarm, u"S@ is more than the spindle has."},
     {u"OffsetNotSet", Strength::Look, u"The work offset is not set."},
     {u"TravelExceeded", Strength::Alarm, u"The move leaves the travel of the machine by @.", 3},
@@ -57,6 +60,8 @@ constexpr FindingRow kRows[] = {
     {u"CompArcStart", Strength::Alarm, u"Cutter compensation begins or ends in an arc."},
     {u"CompEntryShort", Strength::Alarm, u"The entry is shorter than the tool's radius, @.", 4},
     {u"CompCorner", Strength::Alarm, u"The tool does not fit the inside corner."},
+    {u"CompLeftOn", Strength::Look,
+     u"Cutter compensation is still on where the machine goes home or changes the tool."},
     {u"CompAtEnd", Strength::Alarm, u"The program ends with cutter compensation on."},
     {u"CornerUnfit", Strength::Alarm, u"The corner of @ does not fit its lines.", 4},
     {u"BehindEnd", Strength::Look, u"Nothing reaches the code from here on."},
@@ -98,12 +103,19 @@ std::u16string NumberWords(double number, int decimals) {
 }  // namespace
 
 void AddFinding(Findings& into, Finding kind, std::int32_t line, double number) {
-  for (std::int32_t i = into.count; i > 0 && i > into.count - 8; --i) {
+  const auto row = static_cast<std::size_t>(kind);
+  std::int32_t& ofKind = into.ofKind[row];
+  std::int32_t same = ofKind;
+  for (std::int32_t i = into.count; i > 0 && same > 0; --i) {
     const FoundLine& found = into.found[i - 1];
-    if (found.kind == kind && found.line == line) return;
+    if (found.kind != kind) continue;
+    if (found.line == line) return;
+    --same;
   }
-  std::int32_t& ofKind = into.ofKind[static_cast<std::size_t>(kind)];
   if (ofKind >= kMaxFindingsOfKind || into.count >= kMaxFindings) {
+    if (into.leftOut[row] > 0 && into.lastLeftOut[row] == line) return;
+    into.lastLeftOut[row] = line;
+    ++into.leftOut[row];
     ++into.more;
     return;
   }
@@ -115,7 +127,9 @@ void DropFindings(Findings& from, Finding kind) {
   FoundLine* const end = from.found + from.count;
   const auto is = [kind](const FoundLine& found) { return found.kind == kind; };
   from.count = static_cast<std::int32_t>(std::remove_if(from.found, end, is) - from.found);
-  from.ofKind[static_cast<std::size_t>(kind)] = 0;
+  const auto row = static_cast<std::size_t>(kind);
+  from.ofKind[row] = 0;
+  from.more -= std::exchange(from.leftOut[row], 0);
 }
 
 Strength StrengthOf(Finding kind) { return RowOf(kind).strength; }

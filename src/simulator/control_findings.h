@@ -26,7 +26,7 @@ enum class Finding : unsigned char {
   BadWord,   // a letter without a number, a character that no word has
   UnknownG,  // a G code that this control has not got
   UnknownM,
-  LatheWord,      // G50 S, G96, U or W beside X or Z
+  LatheWord,      // a G code of a turning machine
   TwoOfAGroup,    // two G codes of one modal group in a block
   TwoM,           // more than one M code in a block
   WholeNumber,    // a length without a point among lengths with one
@@ -46,6 +46,7 @@ enum class Finding : unsigned char {
   PocketWords,     // a pocket cycle lacks a word or a word is out of range
   // Feed, spindle, tool
   NoFeed,          // a feed move, and no F stood before it
+  WholeFeed,       // an F without a point among lengths with one
   InverseNoFeed,   // G93 and no F in the block
   SpindleOff,      // a cut with the spindle off
   ToolNotChanged,  // a T that no M06 followed before the cut
@@ -65,6 +66,7 @@ enum class Finding : unsigned char {
   CompArcStart,    // it begins or ends in an arc
   CompEntryShort,  // the entry move is shorter than the radius
   CompCorner,      // an inside corner that the tool does not fit
+  CompLeftOn,      // the machine goes home or changes the tool with it on
   CompAtEnd,       // the program ends with it on
   CornerUnfit,     // ,C or ,R does not fit its lines
   // Flow
@@ -106,13 +108,16 @@ struct Findings {
   FoundLine found[kMaxFindings];
   std::int32_t count = 0;
   std::int32_t ofKind[kFindings] = {};
+  std::int32_t leftOut[kFindings] = {};      // of a kind; their sum is `more`
+  std::int32_t lastLeftOut[kFindings] = {};  // the line of the last one
   std::int32_t more = 0;
 };
 
-// A line that has the same kind already is not taken again.
+// A line that has the same kind already is not taken again. Of those that are left out only the
+// last line is remembered.
 void AddFinding(Findings& into, Finding kind, std::int32_t line, double number = 0);
 
-// Takes every finding of a kind out again.
+// Takes every finding of a kind out again, those that were left out too.
 void DropFindings(Findings& from, Finding kind);
 
 Strength StrengthOf(Finding kind);

@@ -32,8 +32,8 @@ void NoteMachineAxes(ControlRun& run, const ControlSegment& segment, bool toMach
 
 // The segment gets what is known of its end.
 void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
-  NoteTravel(run, segment.to);
   NoteMachineAxes(run, segment, toMachine);
+  NoteTravel(run, segment.to);
   segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
   ++run.strokes;
@@ -88,10 +88,7 @@ void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV,
 }
 
 void Wait(ControlRun& run, double seconds) {
-  FlushMoves(run);
-  if (seconds > 0) run.time += seconds;
-  ControlTrack& track = *run.track;
-  if (track.path.count > 0) track.seconds[track.path.count - 1] = run.time;
+  if (seconds > 0 && !HoldWait(run, seconds)) PassTime(run, seconds);
 }
 
 bool TakeTarget(ControlRun& run, const ControlBlock& block, Vec3& target) {

@@ -27,6 +27,16 @@ Flat WayAt(const FlatStretch& arc, const Flat& place) {
   return arc.clockwise ? Flat{out.y, -out.x} : Flat{-out.y, out.x};
 }
 
+// Radians from the start of the arc to the direction of a place, in its sense; 0 to below a turn.
+double SweepTo(const FlatStretch& arc, const Flat& place) {
+  const auto angle = [&arc](const Flat& at) {
+    return std::atan2(at.y - arc.centre.y, at.x - arc.centre.x);
+  };
+  const double turn = std::fmod(angle(place) - angle(arc.from), kTwoPi);
+  const double swept = arc.clockwise ? -turn : turn;
+  return swept < 0 ? swept + kTwoPi : swept;
+}
+
 double RadiusOf(const FlatStretch& arc) { return Length(Minus(arc.from, arc.centre)); }
 
 struct Meetings {
@@ -50,7 +60,7 @@ Meetings LineArc(const FlatStretch& line, const FlatStretch& arc) {
   const double middle = -Dot(to, u);
   const double beside = Cross(u, to);
   double square = radius * radius - beside * beside;
-  if (square < -kBeside * radius) return {};
+  if (square < -kBeside * (radius + kBeside)) return {};
   square = square > 0 ? std::sqrt(square) : 0;
   const auto at = [&](double along) {
     return Flat{line.from.x + u.x * along, line.from.y + u.y * along};
@@ -66,7 +76,7 @@ Meetings ArcArc(const FlatStretch& a, const FlatStretch& b) {
   const double rb = RadiusOf(b);
   const double along = (apart * apart + ra * ra - rb * rb) / (2 * apart);
   double square = ra * ra - along * along;
-  if (square < -kBeside * ra) return {};
+  if (square < -kBeside * (ra + kBeside)) return {};
   square = square > 0 ? std::sqrt(square) : 0;
   const Flat u = Unit(between);
   const Flat foot = {a.centre.x + u.x * along, a.centre.y + u.y * along};
@@ -89,7 +99,8 @@ bool OffsetBy(const FlatStretch& stretch, double left, FlatStretch& out) {
   if (stretch.arc) {
     // To the left of a counter-clockwise arc lies its centre.
     const double radius = RadiusOf(stretch) + (stretch.clockwise ? left : -left);
-    if (radius <= kTiny) return false;
+    // An arc of the tool's own radius leaves its centre on the spot.
+    if (radius < -kTiny) return false;
   }
   const Flat start = StartWay(stretch);
   const Flat end = EndWay(stretch);
@@ -114,22 +125,29 @@ bool MeetNear(const FlatStretch& first, const FlatStretch& second, const Flat& n
   return true;
 }
 
+bool GoesBack(const FlatStretch& stretch, const Flat& from, const Flat& to) {
+  if (!stretch.arc) return Dot(Minus(to, from), StartWay(stretch)) < -kBeside;
+  const double radius =
+      std::fmin(Length(Minus(from, stretch.centre)), Length(Minus(to, stretch.centre)));
+  const double whole = SweepTo(stretch, stretch.to);
+  const double beside = kBeside / std::fmax(radius, kBeside);
+  if (radius < kBeside || whole < beside || whole > kTwoPi - beside) return false;
+  // What lies beyond the end by less than before the start counts as behind the end.
+  const auto along = [&](const Flat& place) {
+    const double part = SweepTo(stretch, place);
+    return part > (whole + kTwoPi) / 2 ? part - kTwoPi : part;
+  };
+  return along(to) < along(from) - beside;
+}
+
 bool LiesOn(const FlatStretch& stretch, const Flat& place) {
   if (!stretch.arc) {
     const Flat way = Minus(stretch.to, stretch.from);
     const double along = Dot(Minus(place, stretch.from), Unit(way));
     return along >= -kBeside && along <= Length(way) + kBeside;
   }
-  const auto angle = [&stretch](const Flat& at) {
-    return std::atan2(at.y - stretch.centre.y, at.x - stretch.centre.x);
-  };
-  const double sense = stretch.clockwise ? -1 : 1;
-  const auto turned = [sense](double radians) {
-    const double t = std::fmod(radians * sense, kTwoPi);
-    return t < 0 ? t + kTwoPi : t;
-  };
-  const double whole = turned(angle(stretch.to) - angle(stretch.from));
-  const double part = turned(angle(place) - angle(stretch.from));
+  const double whole = SweepTo(stretch, stretch.to);
+  const double part = SweepTo(stretch, place);
   const double beside = kBeside / std::fmax(RadiusOf(stretch), kBeside);
   const bool full = whole < beside || whole > kTwoPi - beside;
   return full || part <= whole + beside || part >= kTwoPi - beside;

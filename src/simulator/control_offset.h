@@ -27,6 +27,11 @@ bool OffsetBy(const FlatStretch& stretch, double left, FlatStretch& out);
 // Where two stretches, run on beyond their ends, meet nearest to a place. False: nowhere.
 bool MeetNear(const FlatStretch& first, const FlatStretch& second, const Flat& near, Flat& meets);
 
+// Whether the way along the stretch from one place to another leads against its direction. Both
+// places lie on it, at its offset or on lines that run on beyond its ends; those of a whole circle
+// never do.
+bool GoesBack(const FlatStretch& stretch, const Flat& from, const Flat& to);
+
 // Whether a place on the stretch's line lies between its ends; a millionth beside them counts.
 bool LiesOn(const FlatStretch& stretch, const Flat& place);
 

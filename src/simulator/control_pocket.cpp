@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_motion.h"
 
@@ -15,11 +16,17 @@ constexpr double kMostRepeats = 9999;
 constexpr double kMostDepths = 1000;
 constexpr double kSame = 1e-9;  // display units
 
-double ToolRadius(const ControlRun& run, const ControlBlock& block) {
+// What is left out of a ring; findings where D or its diameter is missing.
+double ToolRadius(ControlRun& run, const ControlBlock& block) {
   const double number = block.Has('D') ? block.Of('D') : run.diameterNumber;
-  if (!(number >= 1 && number <= kControlTools)) return 0;
+  if (!(number >= 1 && number <= kControlTools)) {
+    Report(run, Finding::CompNoOffset);
+    return 0;
+  }
   const ToolOffset& tool = run.table.tools[static_cast<int>(number)];
-  return (tool.diameter + tool.diameterWear) / 2 * run.perInch;
+  const double radius = (tool.diameter + tool.diameterWear) / 2 * run.perInch;
+  if (radius == 0) NoteNoDiameter(run, static_cast<std::int32_t>(number));
+  return radius;
 }
 
 // Out along X, once round, and back to the middle.
@@ -61,7 +68,6 @@ ControlPocket PocketOf(ControlRun& run, const ControlBlock& block) {
 }  // namespace
 
 void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise) {
-  const double tool = ToolRadius(run, block);
   const double first = block.Has('I') ? std::fabs(LengthOf(run, block, 'I')) : 0;
   const double last = block.Has('K') ? std::fabs(LengthOf(run, block, 'K')) : first;
   const double step = block.Has('Q') ? std::fabs(LengthOf(run, block, 'Q')) : 0;
@@ -69,11 +75,13 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
       (step > 0 && (last - first) / step > kMostRings)) {
     return Report(run, Finding::PocketWords);
   }
+  const double tool = ToolRadius(run, block);
+  if (std::max(first, last) < tool - kSame) Report(run, Finding::CompCorner);
   const double times =
       block.Has('L') ? std::clamp(std::trunc(block.Of('L')), 1.0, kMostRepeats) : 1;
   const int plane = run.modes.plane;
   run.modes.plane = 17;
-  for (double i = 0; i < times && !run.ended; ++i) {
+  for (double i = 0; i < times && !run.ended && !OutOfStrokes(run); ++i) {
     Vec3 middle = run.at;
     if (block.Has('Z')) {
       const double z = LengthOf(run, block, 'Z');
@@ -83,7 +91,7 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
     double radius = first > 0 ? first : std::min(step, last);
     for (;;) {
       if (radius - tool > 1e-9) Ring(run, middle, radius - tool, clockwise);
-      if (radius >= last - 1e-9) break;
+      if (radius >= last - 1e-9 || OutOfStrokes(run)) break;
       radius = std::min(radius + step, last);
     }
     FeedTo(run, middle);

@@ -34,8 +34,10 @@ void RunAll(ControlRun& run) {
     run.line = ShownLine(run, block);
     ReadBlock(run, block);
     if (run.ended) break;
+    run.blockStart = start;
+    run.mostStrokes = ++blocks + kMostStrokesAgain;
     ExecuteBlock(run, block, start);
-    if (run.strokes > ++blocks + kMostStrokesAgain) StopWith(run, Finding::NoStepsLeft);
+    if (OutOfStrokes(run)) StopWith(run, Finding::NoStepsLeft);
   }
 }
 

@@ -139,6 +139,7 @@ struct ControlCompensation {
   ControlSegment held;
   ControlSegment heights[kMaxHeldMoves];  // moves along Z that wait behind it
   int heightCount = 0;
+  double waitSeconds = 0;  // at the corner behind the held move
 };
 
 // A corner that ",C" or ",R" cuts: the line up to it waits for the one behind. The program stands
@@ -189,6 +190,7 @@ struct ControlRun {
   ControlCorner corner;
   ControlPocket pocket;
   std::unique_ptr<StockCheck> stock;  // null: no stock is known
+  Vec3 reached;                       // the end of the way that it has seen
   Vec3 zero;                          // machine place of the drawn zero, display units
   Vec3 homeBy;                        // the point that the last G28 went by, for G29
   Vec3 at;                            // program place
@@ -204,7 +206,7 @@ struct ControlRun {
   std::int32_t toolCalled = 0;  // by the last T
   std::int32_t lengthNumber = 0;
   std::int32_t diameterNumber = 0;
-  bool lengthSinceChange = false;
+  bool lengthInForce = false;  // by G43 or G44, since the last change of tools
   bool offsetSet = false;      // the work offset in force
   bool offsetMissing = false;  // it is not set, and another one is
 
@@ -213,17 +215,20 @@ struct ControlRun {
   std::int64_t repeatedUnits = 0;
   std::int64_t repeats = 0;  // stretches whose characters these are
   std::int64_t strokes = 0;
+  std::int64_t mostStrokes = 0;  // up to the end of the present block
+  ControlPlace blockStart;
   bool ended = false;       // M30, M02, M99, an alarm, or a bound
   bool sawEnd = false;      // by M30, M02 or M99
   bool stopped = false;     // by a finding
   bool outOfSteps = false;  // ... by one of the bounds above
 
-  bool moved = false;             // a move was drawn
-  bool codeSeen = false;          // a "%" from here on closes the program
-  bool sawPoint = false;          // a length with a decimal point
-  bool sawChange = false;         // M06
-  bool sawSpindle = false;        // M03 or M04
-  bool stepsAtChange = false;     // G91 was in force at the last change of tools
+  bool moved = false;          // a move was drawn
+  bool codeSeen = false;       // a "%" from here on closes the program
+  bool sawPoint = false;       // a length with a decimal point
+  bool sawChange = false;      // M06
+  bool sawSpindle = false;     // M03 or M04
+  bool stepsAtChange = false;  // G91 was in force at the last change of tools
+  bool saidNoDiameter[kControlTools + 1] = {};
   std::uint64_t told = 0;         // findings that hold until something changes, a bit each
   double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
   double time = 0;                // seconds since the start
@@ -233,6 +238,8 @@ inline constexpr std::int64_t kMostRepeatedUnits = 16000000;  // characters that
 
 // Stops the run where a finding makes going on senseless.
 void StopWith(ControlRun& run, Finding kind, double number = 0);
+// Whether a block repeats its moves beyond the bound; the reader stops behind it.
+inline bool OutOfStrokes(const ControlRun& run) { return run.strokes > run.mostStrokes; }
 // A finding of the present line, which is told once for the line and kind.
 inline void Report(ControlRun& run, Finding kind, double number = 0) {
   AddFinding(run.track->findings, kind, run.line, number);

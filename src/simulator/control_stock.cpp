@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kCells = 256;
 constexpr int kSamples = kCells + 1;
-constexpr std::int64_t kMostWork = 60000000;  // half a second
+constexpr std::int64_t kMostWork = 12000000;  // a tenth of a second
 constexpr double kSame = 1e-6;                // display units
 constexpr double kFarAway = 1e6;              // display units; no machine is so large
 constexpr float kNoStock = std::numeric_limits<float>::lowest();

@@ -139,7 +139,7 @@ std::u16string OperationWords(const Operation& operation) {
 std::u16string FindingWords() {
   const Findings& findings = machineTrack.findings;
   const std::int32_t count = findings.count + findings.more;
-  if (count == 0) return {};
+  if (findings.count == 0) return {};
   std::int32_t worst[kMaxFindings];
   WorstFirst(findings, worst);
   return IntegerText(count) +

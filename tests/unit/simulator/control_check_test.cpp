@@ -93,6 +93,104 @@ TEST(ControlCheck, NamesCodeThatNothingReaches) {
   EXPECT_EQ(Found(RunText(u"M98 P5\nM30\nO5\nG0 X0. Y0. Z0.\nM99\n")), "");
 }
 
+TEST(ControlCheck, CountsTheToolsLengthOnlyWhereTheProgramMovesZ) {
+  ControlTable table;
+  table.work[kFirstWorkRow][0] = -20;
+  table.work[kFirstWorkRow][1] = -10;
+  table.work[kFirstWorkRow][2] = -15;
+  table.tools[1].length = 5;
+  const ReadMotionOptions options{.table = &table};
+  const std::u16string head = u"T1 M6\nS900 M3\nG90 G0 X0. Y0.\nG43 H1 Z1.\nG1 Z-.1 F9.\nG0 Z1.\n";
+  for (const char16_t* home : {u"G53 G0 Z0.\nX3.\n", u"T2 M6\nX3.\n", u"G91 G28 Z0\nG90 X3.\n"}) {
+    EXPECT_EQ(Found(RunText(head + home + u"M30\n", options)), "");
+  }
+}
+
+TEST(ControlCheck, WantsAFOnlyOfBlocksThatFeed) {
+  EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0. Y0. Z0.\nG93 G1 X1. F5.\nM9\nS2000\nX2.\nM30\n")),
+            "InverseNoFeed 6");
+  EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0. Y0. Z0.\nG93 G2 I1. F5.\nI1.\nM30\n")),
+            "InverseNoFeed 4");
+}
+
+TEST(ControlCheck, TakesTheLastFForTheOneInForce) {
+  EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0. Y0. Z0.\nG1 X1. F5.\nF0\nX2.\nM30\n")), "NoFeed 5");
+}
+
+TEST(ControlCheck, NamesAFeedThatTheControlReadsAsNextToNothing) {
+  const std::u16string text = u"S900 M3\nG0 X0. Y0. Z0.\nG1 X1. F10\nX2. F12\nM30\n";
+  const ControlTrack& track = RunText(text);
+  EXPECT_EQ(Found(track), "WholeFeed 3");
+  EXPECT_EQ(WordsOf(track.findings.found[0]),
+            u"Line 3: F has no decimal point: the control reads it as 0.001. See its Setting 77.");
+  ControlTable table;
+  table.wholeFeeds = true;
+  EXPECT_EQ(Found(RunText(text, {.table = &table})), "");
+  EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0 Y0 Z0\nG1 X10000 F10\nM30\n")), "");
+}
+
+TEST(ControlCheck, NamesACutBehindTheEndOfTheToolsLength) {
+  const std::u16string head = u"T1 M6\nS900 M3\nG90 G0 X0. Y0.\nG43 H1 Z1.\n";
+  for (const char16_t* end : {u"G49\n", u"G91 G28 Z0\nG90\n", u"G43 H0\n"}) {
+    const std::string found = Found(RunText(head + end + u"G0 Z1.\nG1 Z-.1 F9.\nM30\n"));
+    EXPECT_NE(found.find("NoLength"), std::string::npos) << found;
+    EXPECT_EQ(Found(RunText(head + end + u"G43 H1 Z1.\nG1 Z-.1 F9.\nM30\n")).find("NoLength"),
+              std::string::npos);
+  }
+}
+
+TEST(ControlCheck, NamesStepsThatAWayHomeLeftInForceForTheSameTool) {
+  const std::u16string text =
+      u"T1 M6\nG0 G90 X0. Y0.\nG43 H1 Z1.\nG91 G28 Z0\nG43 H1\nX1. Y1.\nX2.\nM30\n";
+  EXPECT_EQ(Found(RunText(text)), "IncrementalLeft 6");
+}
+
+TEST(ControlCheck, NamesAWayHomeThatLeadsDownAlone) {
+  const std::u16string head = u"G90 G0 X0. Y0. Z1.\n";
+  EXPECT_EQ(Found(RunText(head + u"G28 Z0\nM30\n")), "HomeThroughPart 2");
+  EXPECT_EQ(Found(RunText(head + u"G28 Z2.\nM30\n")), "");
+  EXPECT_EQ(Found(RunText(head + u"G53 Z0.\nG28 X0 Y0\nM30\n")), "");
+}
+
+TEST(ControlCheck, TakesNoPointOfHowMuchFasterATapComesOut) {
+  EXPECT_EQ(Found(RunText(Job(u"G98 G84 X1. Z-.5 R.1 F50. J2\nG80\n"))), "");
+}
+
+TEST(ControlCheck, NamesALineOnceHoweverOftenItRuns) {
+  std::u16string lines;
+  for (int i = 0; i < 12; ++i) lines += u"M8 M9\n";
+  const ControlTrack& track =
+      RunText(u"#1=0\nG0 X0. Y0. Z0.\nWHILE [#1 LT 3] DO1\n" + lines + u"#1=#1+1\nEND1\nM30\n");
+  EXPECT_EQ(track.findings.count, 12);
+  EXPECT_EQ(track.findings.more, 0);
+}
+
+TEST(ControlCheck, CountsOfAKindThatIsTurnedOffNothing) {
+  std::u16string lines;
+  for (int i = 0; i < kMaxFindingsOfKind + 20; ++i) lines += u"M8 M9\n";
+  const ControlTrack& track = RunText(u"G0 X0. Y0. Z0.\n" + lines + u"M30\n");
+  EXPECT_EQ(track.findings.more, 20);
+  Findings findings = track.findings;
+  DropFindings(findings, Finding::TwoM);
+  EXPECT_EQ(findings.count, 0);
+  EXPECT_EQ(findings.more, 0);
+}
+
+TEST(ControlCheck, NamesOtherOffsetsOnceATool) {
+  EXPECT_EQ(Found(RunText(u"G20 G90 T1 M6\nG43 H2 Z1.\nG43 H2 Z2.\nT3 M6\nG43 H2 Z1.\nM30\n")),
+            "OffsetOther 2, OffsetOther 5");
+}
+
+TEST(ControlCheck, LetsTheRoundingOfAnArcsNumbersPass) {
+  const std::u16string head = u"S900 M3 F9.\nG0 X0. Y0. Z0.\n";
+  EXPECT_EQ(Found(RunText(head + u"G2 X2.001 Y0. I1. J0.\nM30\n")), "");
+  EXPECT_EQ(Found(RunText(head + u"G2 X2.0013 Y0. I1.000 J0.\nM30\n")), "ArcEndOff 3");
+  EXPECT_EQ(Found(RunText(head + u"G2 X2.0014 Y0. I1. J0. (2.001)\nM30\n")), "ArcEndOff 3");
+  EXPECT_EQ(Found(RunText(head + u"G2 X2.002 Y0. I1. J0.\nM30\n")), "ArcEndOff 3");
+  EXPECT_EQ(Found(RunText(u"G21\n" + head + u"G2 X20.01 Y0. I10. J0.\nM30\n")), "");
+  EXPECT_EQ(Found(RunText(u"G21\n" + head + u"G2 X20.013 Y0. I10. J0.\nM30\n")), "ArcEndOff 4");
+}
+
 TEST(ControlCheck, SortsTheWorstFirst) {
   const ControlTrack& track = RunText(Job(u"G1 Z-.1\nM5\nX1 F10.\n"));
   std::int32_t order[8];

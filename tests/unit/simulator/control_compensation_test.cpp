@@ -64,6 +64,79 @@ TEST(ControlCompensation, MeetsOnTheInsideOfACorner) {
   ExpectEnd(inside, 1, 1, 0);
 }
 
+// A slot of 0.4 in for the tool of 0.5: each corner alone would fit.
+TEST(ControlCompensation, NamesASlotThatIsNarrowerThanTheTool) {
+  const ControlTrack& slot =
+      RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nY.4\nX0.\nG40 X-1. Y-1.\nM30");
+  EXPECT_EQ(Found(slot), "CompCorner 4");
+  // An end by an arc would go round almost whole.
+  const ControlTrack& arc = RunWithTool(
+      u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG2 X2. Y.3 R2.\nG1 X0.\nG40 X-1. Y-1.\nM30");
+  EXPECT_NE(Found(arc).find("CompCorner"), std::string::npos);
+  EXPECT_LT(arc.path.count, 20);
+  const ControlTrack& wide =
+      RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nY.6\nX0.\nG40 X-1. Y-1.\nM30");
+  EXPECT_EQ(Found(wide), "");
+}
+
+TEST(ControlCompensation, RunsAnInsideArcOfTheToolsOwnRadius) {
+  const ControlTrack& track = RunWithTool(
+      u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG3 X2.25 Y.25 J.25\nG1 Y2.\nG40 X1.\nM30");
+  EXPECT_EQ(Found(track), "");
+  ASSERT_GE(track.path.count, 4);
+  EXPECT_NEAR(track.path.points[2].x, 2, 1e-9);
+  EXPECT_NEAR(track.path.points[2].y, .25, 1e-9);
+  EXPECT_NEAR(track.path.points[3].x, 2, 1e-9);
+  EXPECT_NEAR(track.path.points[3].y, 2, 1e-9);
+}
+
+TEST(ControlCompensation, WaitsInAnInsideCornerWhereTheToolFits) {
+  for (const char16_t* wait : {u"G4 P2.\n", u"S2000 M3\n"}) {
+    const ControlTrack& track =
+        RunWithTool(std::u16string(u"S900 M3\nG0 X-1. Y0. Z0.\n") + u"G41 D1 G1 X0. F10.\nX2.\n" +
+                    wait + u"Y2.\nG40 X1.\nM30");
+    EXPECT_EQ(Found(track), "");
+    ASSERT_EQ(track.path.count, 5);
+    EXPECT_NEAR(track.path.points[2].x, 1.75, 1e-9);
+    EXPECT_NEAR(track.path.points[2].y, .25, 1e-9);
+    // 1.75 in by 10 in a minute, and the wait.
+    const double waited = track.seconds[2] - track.seconds[1] - 10.5;
+    EXPECT_GT(waited, 0.5);
+  }
+}
+
+TEST(ControlCompensation, ChangesSidesInAMirror) {
+  const ControlTrack& track =
+      RunWithTool(u"G0 X1. Y-1. Z0.\nG101 X0.\nG41 D1 G1 X0. Y0. F10.\nY2.\nG40 X-1.\nM30");
+  EXPECT_EQ(Found(track), "");
+  ASSERT_GE(track.path.count, 3);
+  EXPECT_NEAR(track.path.points[1].x, .25, 1e-9);
+  EXPECT_NEAR(track.path.points[2].x, .25, 1e-9);
+  EXPECT_NEAR(track.path.points[2].y, 2, 1e-9);
+}
+
+TEST(ControlCompensation, EndsWhereThePlaneIsLeft) {
+  const ControlTrack& track =
+      RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG18\nX3.\nM30");
+  EXPECT_EQ(Found(track), "CompPlane 4");
+  ExpectEnd(track, 3, .25, 0);
+}
+
+TEST(ControlCompensation, EndsOnTheWayHomeAndSaysSo) {
+  const ControlTrack& track =
+      RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG91 G28 X0 Y0\nG90 G40\nM30");
+  EXPECT_EQ(Found(track), "CompLeftOn 4");
+  ExpectEnd(track, 20, 10, 0);
+  for (const char16_t* way : {u"G53 Z0.\n", u"T2 M6\n"}) {
+    const ControlTrack& up = RunWithTool(
+        std::u16string(u"S900 M3\nG0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\n") + way + u"G40\nM30");
+    EXPECT_EQ(Found(up), "CompLeftOn 5");
+    EXPECT_NEAR(LastPoint(up).x, 2, 1e-9);
+    EXPECT_NEAR(LastPoint(up).y, .25, 1e-9);
+  }
+  EXPECT_EQ(Found(RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG40\nG53 Z0.\nM30")), "");
+}
+
 TEST(ControlCompensation, MakesABoreSmallerByTheTool) {
   // A bore of 2 in, counter-clockwise with the tool on its left.
   const ControlTrack& track =

@@ -4,6 +4,38 @@ namespace {
 
 using namespace control_test;
 
+TEST(ControlCycles, KeepsDepthAndPlaneFromOneCycleToTheNext) {
+  const std::u16string head = u"S900 M3 F9.\nG0 X0. Y0. Z1.\nG81 X0. Z-.5 R.1\n";
+  EXPECT_EQ(Found(RunText(head + u"G83 X1. Q.3\nG80\nM30\n")), "");
+  EXPECT_EQ(Found(RunText(head + u"G80\nG83 X1. Q.3\nG80\nM30\n")),
+            "CycleNoDepth 5, CycleNoPlane 5");
+}
+
+TEST(ControlCycles, NamesWhatACirclePocketLacks) {
+  ControlTable table;
+  table.tools[1].diameter = 0.5;
+  const ReadMotionOptions options{.table = &table};
+  const std::u16string head = u"S900 M3 F9.\nG0 X0. Y0. Z0.\nG12 I.4 Z-.1 ";
+  EXPECT_EQ(Found(RunText(head + u"D1\nM30\n", options)), "");
+  EXPECT_EQ(Found(RunText(head + u"\nM30\n", options)), "CompNoOffset 3");
+  EXPECT_EQ(Found(RunText(head + u"D2\nM30\n", options)), "CompNoDiameter 3");
+  EXPECT_EQ(Found(RunText(u"S900 M3 F9.\nG0 X0. Y0. Z0.\nG12 I.2 Z-.1 D1\nM30\n", options)),
+            "CompCorner 3");
+}
+
+// One block asks for tens of millions of strokes.
+TEST(ControlCycles, EndsABlockThatRepeatsItsStrokesWithoutEnd) {
+  const std::u16string head = u"S900 M3 F9.\nG0 X0. Y0. Z0.\n";
+  for (const char16_t* block : {u"G91 G83 X.001 Z-2. R-.9 Q.001 L9999\nM30\n",
+                                u"G91 G12 I.001 K.999 Q.001 L9999 Z-.0001 D1\nM30\n",
+                                u"G98 G83 Z-2. R0. Q.001 L0\nG70 I1. L9999\nM30\n"}) {
+    const ControlTrack& track = RunText(head + block);
+    EXPECT_NE(Found(track).find("NoStepsLeft"), std::string::npos) << Found(track);
+    // Of the whole it would be more than twenty times as much.
+    EXPECT_LT(track.totalSeconds, 5000000);
+  }
+}
+
 TEST(ControlCycles, DrillsEachPlaceAndReturnsToTheInitialPlane) {
   ExpectPoints(RunText(u"G0 X0. Y0. Z1.\nG98 G81 X1. Z-.5 R.1 F10.\nX2.\nG80\nM30"),
                {{0, 0, 1, true},

@@ -139,6 +139,30 @@ TEST(ControlMotion, GoesToMachineZeroByG53AndG28) {
   EXPECT_EQ(Found(by), "HomeThroughPart 2");
 }
 
+TEST(ControlMotion, DrawsTheZeroThatAVariableSetsBeforeTheFirstMove) {
+  ExpectPoints(RunText(u"#5221=-15.\n#5222=-8.\n#5223=-12.\nG0 X1. Y0. Z0.\nM30\n"),
+               {{1, 0, 0, true}});
+}
+
+TEST(ControlMotion, KeepsACornerBehindTheOffsetInForceAndDropsItBeforeAnArc) {
+  // The round of 0.1 begins at 0.9 and ends at 0.1 of the second line.
+  const ControlTrack& same =
+      RunText(u"S900 M3 F9.\nG54 G0 X0. Y0. Z0.\nG1 X1. ,R.1\nG54\nY1.\nM30\n");
+  EXPECT_EQ(Found(same), "");
+  EXPECT_NEAR(same.path.points[1].x, .9, 1e-9);
+  ExpectEnd(same, 1, 1, 0);
+  const ControlTrack& arc =
+      RunText(u"S900 M3 F9.\nG0 X0. Y0. Z0.\nG1 X1. ,R.1\nG2 I.5\nG1 Y1.\nM30\n");
+  EXPECT_EQ(Found(arc), "CornerUnfit 3");
+  EXPECT_NEAR(arc.path.points[1].x, 1, 1e-9);
+  EXPECT_NEAR(arc.path.points[1].y, 0, 1e-9);
+  ExpectEnd(arc, 1, 1, 0);
+}
+
+TEST(ControlMotion, TakesSmoothnessForNoMotion) {
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nG187 P2 E0.01\nX1.\nM30\n")), "");
+}
+
 TEST(ControlMotion, ScalesTurnsAndMirrors) {
   ExpectPoints(RunText(u"G0 X0. Y0. Z0.\nG51 X1. Y0. Z0. P2.\nX3.\nG50\nX3.\nM30"),
                {{0, 0, 0, true}, {5, 0, 0, true}, {3, 0, 0, true}});

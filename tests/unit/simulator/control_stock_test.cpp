@@ -294,6 +294,16 @@ TEST(ControlStock, TakesWaysThatLeadFarAway) {
   EXPECT_EQ(Found(stock, Job("G00 X-99999.\nZ-.1\nX99999.\n")), "RapidInStock 7");
 }
 
+// What is drawn no more can still crash.
+TEST(ControlStock, LooksBehindAPathThatIsFull) {
+  const std::string moves =
+      "#1=0\nWHILE [#1 LT 66000] DO1\nG01 X-5.01 F99.\nX-5.\nX-5.01\nX-5.\n#1=#1+1\nEND1\n";
+  const std::string stock = std::string(kPlate) + kMill;
+  EXPECT_EQ(Found(stock, Job("G00 X-5.\n" + moves + "X3. Z.1\n")), "PathFull 9");
+  EXPECT_EQ(Found(stock, Job("G00 X-5.\n" + moves + "G00 X-5. Z-.4\nX0.\n")),
+            "PathFull 9, RapidInStock 15");
+}
+
 // The bound of what is looked at ends the check and nothing else.
 TEST(ControlStock, EndsItsLooksInAProgramWithoutEnd) {
   std::string rows =

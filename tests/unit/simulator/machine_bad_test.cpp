@@ -1,6 +1,6 @@
 // Programs that a control refuses, or that never end: each names in its first line, in parentheses,
-// what is found, with the 1-based line; "nothing" for one that is none. Comments behind it tell stock
-// and tools (control_fixture.h).
+// what is found, with the 1-based line; "nothing" for one that is none. Comments behind it tell
+// stock and tools (control_fixture.h).
 #include <filesystem>
 #include <string>
 
