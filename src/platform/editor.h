@@ -43,6 +43,16 @@ bool MakeEditor(const EditorSpec& spec);
 std::u16string_view EditorText(int id);
 // Grows by one at every change of the text.
 std::uint64_t EditorRevision(int id);
+// What changed, in whole lines: from `line` on `after` lines stand in the place of `before`. All
+// others are as they were. That may be more lines than did change.
+struct ChangedLines {
+  int line = 0;
+  int before = 0;
+  int after = 0;
+};
+// The change from the text of a revision to the one that stands, all between counted as one. False:
+// the editor does not know as far back, or got a text as a whole since.
+bool EditorChangedLines(int id, std::uint64_t since, ChangedLines& lines);
 // Replaces everything; LF, CR and CR LF are line ends alike, and U+FFFD stands for NUL, U+2028,
 // U+2029, U+FDD0 and U+FDD1. The undo history starts anew, caret and view are at the front.
 // Sends kNotifyEditChange, then Events::selection, also for the same text.

@@ -14,6 +14,7 @@ inline constexpr int kMaxPostsAtOnce = 1000000;  // headless: messages that one 
 inline constexpr int kMaxLineDrawnWhole = 4096;  // units; of a longer line what is in view is drawn
 inline constexpr int kMaxLinesAside = 3000000;  // of texts that an editor keeps; older ones go
 inline constexpr std::size_t kMaxStretches = 16;     // changed parts that an editor keeps apart
+inline constexpr std::size_t kMaxKeptChanges = 64;    // of an editor's lines, to be asked for
 inline constexpr std::size_t kMaxKeptWidths = 8192;  // of words, a font
 inline constexpr std::size_t kMaxKeptLabels = 4096;  // words on their ground, as pixels
 

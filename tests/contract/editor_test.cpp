@@ -1,6 +1,10 @@
 // The code editors: text, positions, selection, replacing and what is told in which order.
 
+#include <string>
+#include <vector>
+
 #include "contract/text_stages.h"
+#include "platform/limits.h"
 
 namespace contract {
 namespace {
@@ -571,6 +575,81 @@ TEST_F(Editor, ShowsATextThatWasLaidAsideInTheWidthItHasNow) {
     return platform::PointOfPosition(kId, platform::EditorLineStart(kId, line)).y;
   };
   EXPECT_EQ(top(22), top(20) + 2 * platform::kEditorLineHeight);
+}
+
+// The changed lines of a text in the place of what stood there, as one who follows would put them.
+std::u16string Followed(int id, const std::u16string& before, const platform::ChangedLines& lines) {
+  std::vector<std::u16string> known(1);
+  for (const char16_t c : before) {
+    if (c == u'\n') {
+      known.emplace_back();
+    } else if (c != u'\r') {
+      known.back() += c;
+    }
+  }
+  const auto at =
+      known.erase(known.begin() + lines.line, known.begin() + lines.line + lines.before);
+  std::vector<std::u16string> put;
+  for (int i = 0; i < lines.after; ++i) {
+    put.push_back(platform::EditorLineText(id, lines.line + i));
+  }
+  known.insert(at, put.begin(), put.end());
+  std::u16string text;
+  for (const std::u16string& line : known) (text += line) += u"\r\n";
+  return text.substr(0, text.size() - 2);
+}
+
+TEST_F(Editor, TellsWhichLinesChangedSinceARevision) {
+  MakeEditor(kId, u"one\ntwo\nthree\nfour\nfive");
+  const auto told = [this](const auto& act) {
+    const std::u16string before = Text();
+    const std::uint64_t since = platform::EditorRevision(kId);
+    act();
+    platform::ChangedLines lines;
+    EXPECT_TRUE(platform::EditorChangedLines(kId, since, lines));
+    EXPECT_EQ(Followed(kId, before, lines), Text());
+    return std::to_string(lines.line) + " " + std::to_string(lines.before) + " " +
+           std::to_string(lines.after);
+  };
+  const auto key = [](int code) {
+    platform::KeyEvent event;
+    event.key = code;
+    hands::Press(event);
+  };
+  EXPECT_EQ(told([] {}), "0 0 0");
+  Select(5, 5);
+  EXPECT_EQ(told([] { hands::Type(u"x"); }), "1 1 1");
+  EXPECT_EQ(told([] { hands::Type(u"\n"); }), "1 1 2");
+  EXPECT_EQ(told([&] { key(platform::kKeyBackspace); }), "1 2 1");
+  EXPECT_EQ(told([] { platform::UndoEditor(kId); }), "1 1 2");
+  EXPECT_EQ(told([] { platform::RedoEditor(kId); }), "1 2 1");
+  Select(2, 10);
+  EXPECT_EQ(told([] { ReplaceSelection(kId, u"a\nb\nc\nd\ne", true); }), "0 3 5");
+  EXPECT_EQ(told([] { platform::UndoEditor(kId); }), "0 5 3");
+  // Several of them are told as one.
+  EXPECT_EQ(told([] {
+              ReplaceRange(kId, {0, 0}, u"z\n");
+              ReplaceRange(kId, {platform::EditorLength(kId), platform::EditorLength(kId)}, u"!");
+            }),
+            "0 5 6");
+}
+
+TEST_F(Editor, TellsNoLinesWhereItGotATextAsAWholeOrTooMuchChanged) {
+  MakeEditor(kId, u"one\ntwo");
+  platform::ChangedLines lines;
+  std::uint64_t since = platform::EditorRevision(kId);
+  SetEditorText(kId, u"one\ntwo");
+  EXPECT_FALSE(platform::EditorChangedLines(kId, since, lines));
+  Select(0, 0);
+  hands::Type(u"x");
+  EXPECT_FALSE(platform::EditorChangedLines(kId, since, lines));
+  EXPECT_FALSE(platform::EditorChangedLines(kId, platform::EditorRevision(kId) + 1, lines));
+  since = platform::EditorRevision(kId);
+  for (std::size_t i = 0; i < platform::kMaxKeptChanges; ++i) ReplaceRange(kId, {0, 0}, u"y");
+  EXPECT_TRUE(platform::EditorChangedLines(kId, since, lines));
+  ReplaceRange(kId, {0, 0}, u"y");
+  EXPECT_FALSE(platform::EditorChangedLines(kId, since, lines));
+  EXPECT_FALSE(platform::EditorChangedLines(99, 0, lines)) << "no such editor";
 }
 
 TEST_F(Editor, TakesTheColoursOfAllLinesAway) {

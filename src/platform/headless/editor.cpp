@@ -333,6 +333,11 @@ std::uint64_t EditorRevision(int id) {
   return e ? e->text.revision : 0;
 }
 
+bool EditorChangedLines(int id, std::uint64_t since, ChangedLines& lines) {
+  const EditorState* e = EditorOf(id);
+  return e && LinesSince(e->text.journal, since, e->text.revision, lines);
+}
+
 void SetEditorText(int id, std::u16string_view text) {
   EditorState* e = EditorOf(id);
   if (!e) return;
@@ -373,6 +378,7 @@ bool TakeEditorText(int id, std::uint64_t number, std::u16string_view text) {
   e->aside.erase(found);
   back.revision = e->text.revision + 1;
   back.frozen = e->text.frozen;
+  back.journal = {};
   e->text = std::move(back);
   headless::BeginAtFront(id, *e);
   return true;

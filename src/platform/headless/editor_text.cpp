@@ -80,6 +80,9 @@ void Splice(EditorText& t, std::size_t at, std::size_t removed, std::u16string_v
   }
   for (Offset i = first - 1; i < first + come; ++i) t.runs[static_cast<std::size_t>(i)].clear();
   ++t.revision;
+  platform::NoteLines(
+      t.journal, t.revision,
+      {static_cast<int>(first - 1), static_cast<int>(gone + 1), static_cast<int>(come + 1)});
 }
 
 bool Extends(const EditorText& t, std::size_t at, std::size_t removed,

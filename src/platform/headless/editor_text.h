@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/common/changed_lines.h"
 #include "platform/common/line_ends.h"
 #include "platform/editor.h"
 
@@ -30,6 +31,7 @@ struct EditorText {
   std::vector<TextChange> undo;
   std::vector<TextChange> redo;
   std::uint64_t revision = 0;
+  platform::LineJournal journal;
   int frozen = 0;  // above 0 changes leave no step
 };
 

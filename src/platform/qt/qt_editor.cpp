@@ -65,6 +65,11 @@ std::uint64_t EditorRevision(int id) {
   return editor != nullptr ? editor->Revision() : 0;
 }
 
+bool EditorChangedLines(int id, std::uint64_t since, ChangedLines& lines) {
+  const EditorWidget* editor = EditorOf(id);
+  return editor != nullptr && editor->LinesChangedSince(since, lines);
+}
+
 void SetEditorText(int id, std::u16string_view text) {
   const ByProgram own;
   if (EditorWidget* editor = EditorOf(id)) editor->SetWhole(text);

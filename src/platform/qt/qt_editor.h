@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/common/changed_lines.h"
 #include "platform/editor.h"
 #include "platform/qt/qt_internal.h"
 
@@ -35,6 +36,9 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
 
   std::u16string_view Mirror();
   std::uint64_t Revision() const { return revision_; }
+  bool LinesChangedSince(std::uint64_t since, ChangedLines& lines) const {
+    return LinesSince(journal_, since, revision_, lines);
+  }
   void SetWhole(std::u16string_view text);
   void LayAside(std::uint64_t number);
   bool TakeBack(std::uint64_t number, std::u16string_view text);
@@ -89,6 +93,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   void BeginAtFront();
   void TellWhole();
   void DocumentChanged(int from, int removed, int added);
+  void NoteChangedLines(int from, int added);
   void NoteStretch(int from, int removed, int added);
   void CopyStretch(const Stretch& stretch);
   void TellChange();
@@ -107,8 +112,10 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   bool coloured_ = false;     // a line may have colours
   std::u16string mirror_;
   std::uint64_t revision_ = 0;
+  LineJournal journal_;
   std::vector<Stretch> stale_;  // in order, never touching
   int knownLength_ = 0;         // positions after the last change
+  int knownLines_ = 1;          // and lines
   bool settingWhole_ = false;
   bool textChanged_ = false;
   bool keeping_ = false;

@@ -207,6 +207,17 @@ void EditorWidget::DocumentChanged(int from, int removed, int added) {
     added = knownLength_;
   }
   NoteStretch(from, removed, added);
+  NoteChangedLines(from, added);
+}
+
+void EditorWidget::NoteChangedLines(int from, int added) {
+  const int before = knownLines_;
+  knownLines_ = document()->blockCount();
+  ChangedLines lines;
+  lines.line = document()->findBlock(from).blockNumber();
+  lines.after = document()->findBlock(from + added).blockNumber() - lines.line + 1;
+  lines.before = lines.after - knownLines_ + before;
+  NoteLines(journal_, revision_, lines);
 }
 
 // Takes every stretch that the change touches into one; those behind it move along.
@@ -288,6 +299,7 @@ void EditorWidget::BeginAtFront() {
   marks_.clear();
   runsFrom_ = runsTo_ = -1;
   knownLength_ = Length();
+  knownLines_ = document()->blockCount();
   setTextCursor(QTextCursor(document()));
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
