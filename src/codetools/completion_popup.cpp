@@ -256,8 +256,8 @@ void CompletionUpdate(bool manual) {
   const int caret = CaretOf(editor);
   const int line = platform::EditorLineOf(editor, caret);
   const int lineStart = platform::EditorLineStart(editor, line);
-  const CompletionRows found = FindCompletions(EditorLineText(editor, line), caret - lineStart,
-                                               app.commandWordsActive, manual);
+  const CompletionRows found = FindCompletions(platform::EditorLineText(editor, line),
+                                               caret - lineStart, app.commandWordsActive, manual);
   if (found.count == 0) {
     HideCompletion();
     if (manual) {

@@ -116,21 +116,14 @@ bool IsTokenUnit(char16_t c) {
 Token TokenAtPosition(int id, int position) {
   const int line = platform::EditorLineOf(id, position);
   const int start = platform::EditorLineStart(id, line);
-  Token token = TokenInLine(EditorLineText(id, line).substr(0, kLineMost), position - start);
+  Token token =
+      TokenInLine(platform::EditorLineText(id, line).substr(0, kLineMost), position - start);
   token.start += start;
   token.end += start;
   return token;
 }
 
 }  // namespace
-
-std::u16string_view EditorLineText(int id, int line) {
-  // The whole text counts a line end as two units, a position as one.
-  const std::u16string_view text = platform::EditorText(id);
-  const auto start = static_cast<std::size_t>(platform::EditorLineStart(id, line) + line);
-  const auto length = static_cast<std::size_t>(platform::EditorLineLength(id, line));
-  return start <= text.size() ? text.substr(start, length) : std::u16string_view();
-}
 
 Token TokenInLine(std::u16string_view line, int place) {
   Token token;

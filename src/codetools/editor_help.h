@@ -12,10 +12,6 @@ struct Token {
   int end = 0;
 };
 
-// The text of one line of an editor, without a copy and without its line end; it stands until the
-// editor changes. Empty beyond the last line.
-std::u16string_view EditorLineText(int id, int line);
-
 // The token around a place in a line: digits, letters, ".", "-", "+" and "#". Where the place
 // is on none, the token left of it.
 Token TokenInLine(std::u16string_view line, int place);
