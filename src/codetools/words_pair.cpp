@@ -17,29 +17,7 @@ using View = std::u16string_view;
 // Among so many replaced lines even a single changed one is looked for at every key.
 constexpr size_t kReplacedLooked = 4096;
 
-bool EndsLine(View text, size_t at) {
-  if (text[at] == u'\n') return true;
-  return text[at] == u'\r' && (at + 1 == text.size() || text[at + 1] != u'\n');
-}
-
 bool IsLineStart(View text, size_t at) { return at == 0 || EndsLine(text, at - 1); }
-
-// Behind the line that holds `at`, its line end included.
-size_t BehindLine(View text, size_t at) {
-  while (at < text.size() && !EndsLine(text, at)) ++at;
-  return at < text.size() ? at + 1 : at;
-}
-
-size_t BehindLines(View text, size_t at, size_t count) {
-  for (; count > 0; --count) at = BehindLine(text, at);
-  return at;
-}
-
-size_t CountLineEnds(View text) {
-  size_t count = 0;
-  for (size_t i = 0; i < text.size(); ++i) count += EndsLine(text, i) ? 1 : 0;
-  return count;
-}
 
 // Lines apart from their line ends. The last line of a text has none.
 struct Lines {
@@ -74,7 +52,21 @@ struct Difference {
   size_t linesAfter = 0;
 };
 
-// Whole programs are compared here at every key, so that equal stretches go at once.
+// A stretch of whole lines that holds the change and the caret, as it was and as it is. What lies
+// around it is the same in both texts.
+struct Window {
+  size_t line = 0;
+  std::u16string before;
+  std::u16string after;
+  size_t caret = 0;  // in `after`
+  bool atStart = false;
+  bool atEnd = false;
+};
+// Which more lines a window needs to tell what the whole texts would.
+enum class Lack { Nothing, Front, Back };
+
+// Whole programs are compared where it is not known what changed, so that equal stretches go at
+// once.
 constexpr size_t kStretch = 4096;
 
 bool SameStretch(View a, View b, size_t at) {
@@ -99,21 +91,25 @@ size_t CommonBack(View a, View b, size_t most) {
   return count;
 }
 
-Difference FindDifference(View before, View after, size_t caret) {
+Lack FindDifference(const Window& window, Difference& found) {
+  const View before = window.before;
+  const View after = window.after;
   const size_t least = std::min(before.size(), after.size());
-  const size_t behind = after.size() - std::min(caret, after.size());
+  const size_t behind = after.size() - std::min(window.caret, after.size());
+  if (behind > least && !window.atStart) return Lack::Front;
   // What stands behind the caret now stood there before. Only then is it known which of two equal
   // lines was put in or taken out in front of it.
   size_t back = behind <= least ? CommonBack(before, after, behind) : 0;
-  if (back < behind) back = 0;
+  const bool told = back == behind;
+  if (!told) back = 0;
   size_t front =
       CommonFront(before.substr(0, before.size() - back), after.substr(0, after.size() - back));
+  if (!told && front == least && !window.atEnd) return Lack::Back;
   back += CommonBack(before.substr(0, before.size() - back), after.substr(0, after.size() - back),
                      least - back - front);
   // No line end is split.
   if (front > 0 && before[front - 1] == u'\r') --front;
   if (back > 0 && before[before.size() - back] == u'\n') --back;
-  Difference found;
   found.from = front;
   while (!IsLineStart(before, found.from)) --found.from;
   found.toBefore = before.size() - back;
@@ -124,32 +120,51 @@ Difference FindDifference(View before, View after, size_t caret) {
     found.toAfter += rest;
   }
   // Behind the last line end there is one line more, be it empty.
-  const size_t last = found.toBefore == before.size() ? 1 : 0;
-  found.line = CountLineEnds(before.substr(0, found.from));
+  const size_t last = window.atEnd && found.toBefore == before.size() ? 1 : 0;
+  found.line = window.line + CountLineEnds(before.substr(0, found.from));
   found.linesBefore = CountLineEnds(before.substr(found.from, found.toBefore - found.from)) + last;
   found.linesAfter = CountLineEnds(after.substr(found.from, found.toAfter - found.from)) + last;
-  return found;
+  return Lack::Nothing;
 }
 
-// Whether a comment is open at the start of a line.
-bool IsInComment(View code, size_t lineStart) {
-  // Behind a line that closes and does not open again none is, whatever stood before it.
-  size_t from = lineStart;
-  while (from > 0) {
-    const size_t close = code.rfind(u')', from - 1);
-    if (close == View::npos) {
-      from = 0;
-      break;
-    }
-    const size_t next = BehindLine(code, close);
-    if (code.substr(close, next - close).find(u'(') == View::npos) {
-      from = next;
-      break;
-    }
-    from = close;
-    while (!IsLineStart(code, from)) --from;
+// The window of a change with so many lines more at its front and back, the caret's line in it.
+Window WindowOf(const ChunkedLines& words, const WordsChange& change, size_t front, size_t back) {
+  const size_t lines = LineCount(words);
+  const bool toEnd = change.line + change.before >= lines;
+  const size_t after = CountLineEnds(change.after) + (toEnd ? 1 : 0);
+  Window window;
+  window.line = std::min(change.line, change.caretLine);
+  window.line -= std::min(front, window.line);
+  size_t end = change.line + change.before;
+  if (change.caretLine >= change.line + after) {
+    end = std::max(end, change.caretLine - after + change.before + 1);
   }
-  return LeavesCommentOpen(code.substr(from, lineStart - from), false);
+  end = std::min(end + back, lines);
+  // An empty last line has no units: where it begins the text ends.
+  if (end + 1 == lines && LinesOf(words, end, 1).empty()) end = lines;
+  const std::u16string ahead = LinesOf(words, window.line, change.line - window.line);
+  const size_t behind = change.line + change.before;
+  window.before = LinesOf(words, window.line, end - window.line);
+  window.after = ahead;
+  window.after += change.after;
+  if (end > behind) window.after += LinesOf(words, behind, end - behind);
+  window.caret = BehindLines(window.after, 0, change.caretLine - window.line) + change.caretColumn;
+  window.atStart = window.line == 0;
+  window.atEnd = end >= lines;
+  return window;
+}
+
+// Looks at more lines until they tell.
+Window FindChange(const ChunkedLines& words, const WordsChange& change, Difference& found) {
+  size_t front = 0;
+  size_t back = 0;
+  for (;;) {
+    Window window = WindowOf(words, change, front, back);
+    const Lack lack = FindDifference(window, found);
+    if (lack == Lack::Nothing) return window;
+    size_t& more = lack == Lack::Front ? front : back;
+    more = more * 4 + 4;
+  }
 }
 
 // What stood in a stretch of lines when the words were made from the code.
@@ -180,14 +195,16 @@ void TakeTouched(WordsPair& pair, const Difference& change, Stretch& stretch) {
                 [](const ReplacedLines& r) { return r.line == static_cast<size_t>(-1); });
 }
 
-// The lines of the stretch as they stood, from the pair as it is before the change.
-void FindOriginals(const WordsPair& pair, size_t wordsAt, size_t codeAt, Stretch& stretch) {
+// The lines of the stretch as they stood; `words` and `code` are those of before the change.
+void FindOriginals(View words, View code, Stretch& stretch) {
   size_t line = stretch.line;
+  size_t wordsAt = 0;
+  size_t codeAt = 0;
   const auto standing = [&](size_t to) {
-    AddLines(stretch.words, pair.words, wordsAt, to - line);
-    AddLines(stretch.code, pair.code, codeAt, to - line);
-    wordsAt = BehindLines(pair.words, wordsAt, to - line);
-    codeAt = BehindLines(pair.code, codeAt, to - line);
+    AddLines(stretch.words, words, wordsAt, to - line);
+    AddLines(stretch.code, code, codeAt, to - line);
+    wordsAt = BehindLines(words, wordsAt, to - line);
+    codeAt = BehindLines(code, codeAt, to - line);
     line = to;
   };
   for (const ReplacedLines& part : stretch.parts) {
@@ -195,8 +212,8 @@ void FindOriginals(const WordsPair& pair, size_t wordsAt, size_t codeAt, Stretch
     const size_t count = CountLineEnds(part.words);
     AddLines(stretch.words, part.words, 0, count);
     AddLines(stretch.code, part.code, 0, count);
-    wordsAt = BehindLines(pair.words, wordsAt, part.count);
-    codeAt = BehindLines(pair.code, codeAt, part.count);
+    wordsAt = BehindLines(words, wordsAt, part.count);
+    codeAt = BehindLines(code, codeAt, part.count);
     line = part.line + part.count;
   }
   standing(stretch.end);
@@ -288,56 +305,60 @@ void KeepReplaced(WordsPair& pair, const Stretch& stretch, const Lines& now,
 
 }  // namespace
 
-bool MakeWordsPair(View code, WordsPair& pair) {
-  const OwnedText words = CodeToShownWords(code);
-  if (!words.units) return false;
-  pair.code = code;
-  pair.words = words.View();
-  pair.replaced.clear();
-  return true;
+WordsPair MakeWordsPair(View code, View words) {
+  WordsPair pair;
+  pair.code = InChunks(code);
+  FindComments(pair.code);
+  pair.words = InChunks(words);
+  return pair;
 }
 
-CodeChange TakeWords(WordsPair& pair, View words, size_t caret) {
+CodeChange TakeWords(WordsPair& pair, const WordsChange& given) {
   CodeChange result;
-  if (std::ranges::equal(words, pair.words)) return result;
-  const Difference change = FindDifference(pair.words, words, caret);
+  if (LinesOf(pair.words, given.line, given.before) == given.after) return result;
+  Difference change;
+  const Window window = FindChange(pair.words, given, change);
+  const View put = View(window.after).substr(change.from, change.toAfter - change.from);
   Stretch stretch;
   TakeTouched(pair, change, stretch);
-  const size_t stretchCode = BehindLines(pair.code, 0, stretch.line);
-  const size_t stretchWords = BehindLines(pair.words, 0, stretch.line);
-  FindOriginals(pair, stretchWords, stretchCode, stretch);
+  const size_t count = stretch.end - stretch.line;
+  const std::u16string wordsBefore = LinesOf(pair.words, stretch.line, count);
+  const std::u16string codeBefore = LinesOf(pair.code, stretch.line, count);
+  FindOriginals(wordsBefore, codeBefore, stretch);
   const size_t at = change.line - stretch.line;
-  const size_t codeFrom = BehindLines(pair.code, stretchCode, at);
-  const size_t codeTo = BehindLines(pair.code, codeFrom, change.linesBefore);
+  const size_t wordsFrom = BehindLines(wordsBefore, 0, at);
+  const size_t wordsTo = BehindLines(wordsBefore, wordsFrom, change.linesBefore);
+  const size_t codeFrom = BehindLines(codeBefore, 0, at);
+  const size_t codeTo = BehindLines(codeBefore, codeFrom, change.linesBefore);
+  std::u16string wordsNow = wordsBefore.substr(0, wordsFrom);
+  wordsNow += put;
+  wordsNow.append(wordsBefore, wordsTo);
   Lines now;
-  AddLines(now, words, stretchWords,
-           stretch.end - stretch.line - change.linesBefore + change.linesAfter);
+  AddLines(now, wordsNow, 0, count - change.linesBefore + change.linesAfter);
   Lines oldWords;
   Lines oldCode;
-  AddLines(oldWords, pair.words, change.from, change.linesBefore);
-  AddLines(oldCode, pair.code, codeFrom, change.linesBefore);
+  AddLines(oldWords, wordsBefore, wordsFrom, change.linesBefore);
+  AddLines(oldCode, codeBefore, codeFrom, change.linesBefore);
   const std::vector<std::u16string> code =
       CodeOfChange(pair, stretch, now, at, oldWords, oldCode, change.linesAfter,
-                   IsInComment(pair.code, codeFrom));
+                   IsInComment(pair.code, change.line));
   result.line = change.line;
-  result.from = codeFrom;
-  result.before = pair.code.substr(codeFrom, codeTo - codeFrom);
+  result.before = codeBefore.substr(codeFrom, codeTo - codeFrom);
   for (size_t i = 0; i < code.size(); ++i) (result.after += code[i]) += now.ends[at + i];
   // The lines of the stretch as they stand now: in front of the change, changed, behind it.
   Lines around;
-  AddLines(around, pair.code, stretchCode, at);
+  AddLines(around, codeBefore, 0, at);
   std::vector<View> nowCode = around.text;
   nowCode.insert(nowCode.end(), code.begin(), code.end());
   Lines behind;
-  AddLines(behind, pair.code, codeTo, stretch.end - change.line - change.linesBefore);
+  AddLines(behind, codeBefore, codeTo, stretch.end - change.line - change.linesBefore);
   nowCode.insert(nowCode.end(), behind.text.begin(), behind.text.end());
   for (ReplacedLines& r : pair.replaced) {
     if (r.line > change.line) r.line += change.linesAfter - change.linesBefore;
   }
   KeepReplaced(pair, stretch, now, nowCode, stretch.line);
-  pair.words.replace(change.from, change.toBefore - change.from,
-                     words.substr(change.from, change.toAfter - change.from));
-  pair.code.replace(codeFrom, codeTo - codeFrom, result.after);
+  ReplaceLines(pair.words, change.line, change.linesBefore, put);
+  ReplaceLines(pair.code, change.line, change.linesBefore, result.after);
   return result;
 }
 

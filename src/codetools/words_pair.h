@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "codetools/chunked_lines.h"
+
 namespace morva {
 
 // Lines that were changed in the words since they were made from the code, with what stood there.
@@ -23,24 +25,35 @@ struct ReplacedLines {
 };
 
 struct WordsPair {
-  std::u16string code;
-  std::u16string words;
+  ChunkedLines code;
+  ChunkedLines words;
   std::vector<ReplacedLines> replaced;  // in order, lines between any two
 };
 
-// The pair of a program whose words nobody has changed. False: no memory, the pair as it was.
-bool MakeWordsPair(std::u16string_view code, WordsPair& pair);
+// The pair of a program whose words, `words`, nobody has changed.
+WordsPair MakeWordsPair(std::u16string_view code, std::u16string_view words);
 
-// What becomes of the code, in its units. The units behind `from` are whole lines.
+// Words that are no longer those of the pair: in the place of `before` lines stand those of
+// `after`, line ends included; all others are as they were. That may be more lines than did change.
+struct WordsChange {
+  std::size_t line = 0;
+  std::size_t before = 0;
+  std::u16string_view after;
+  // Where the change left the caret; it tells apart what equal lines cannot. The column may lie
+  // behind its line.
+  std::size_t caretLine = 0;
+  std::size_t caretColumn = 0;
+};
+
+// What becomes of the code: the whole lines from `line` on.
 struct CodeChange {
-  std::size_t line = 0;  // the first
-  std::size_t from = 0;
+  std::size_t line = 0;
   std::u16string before;
   std::u16string after;
 };
-// Takes over words that were changed in one place; the pair has the new code behind it. `caret`
-// is the index in `words` that the change left the caret at, which tells apart what equal lines
-// cannot. Where more than one place changed, all between them counts as one.
-CodeChange TakeWords(WordsPair& pair, std::u16string_view words, std::size_t caret);
+// Takes over words that were changed in one place; the pair has the new code behind it. Where more
+// than one place changed, all between them counts as one. It costs the changed lines, and a walk of
+// the pieces of both texts.
+CodeChange TakeWords(WordsPair& pair, const WordsChange& change);
 
 }  // namespace morva

@@ -28,6 +28,7 @@ namespace morva {
 
 namespace {
 
+constexpr int kLinesOneByOne = 256;
 constexpr char16_t kToWords[] = u"G-code \u2192 Text";
 constexpr char16_t kToCode[] = u"Text \u2192 G-code";
 
@@ -35,7 +36,8 @@ constexpr char16_t kToCode[] = u"Text \u2192 G-code";
 struct Shown {
   std::uint64_t program = 0;  // the serial of the program; 0: none
   WordsPair pair;
-  std::uint64_t codeRevision = 0;  // of the code editor, as the pair has its text
+  std::uint64_t codeRevision = 0;   // of the code editor, as the pair has its text
+  std::uint64_t wordsRevision = 0;  // of the view, likewise
   // The pairs from before the code was changed from elsewhere, oldest first: an undo in the view
   // comes back to their words, and with them to their code.
   std::vector<WordsPair> earlier;
@@ -55,10 +57,10 @@ void PutCaretOnLine(int id, int line) {
 bool IsFirstHalf(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool IsSecondHalf(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-// One undoable edit that puts `wanted` in the place of `present`, which stands at the text index
-// `index` in the line `line`; only what differs is touched, so that a typed character costs no
-// more than itself. False: nothing differed.
-bool ReplaceDifference(int id, std::size_t index, int line, std::u16string_view present,
+// One undoable edit that puts `wanted` in the place of `present`, which stands at `position`; only
+// what differs is touched, so that a typed character costs no more than itself. False: nothing
+// differed.
+bool ReplaceDifference(int id, int position, std::u16string_view present,
                        std::u16string_view wanted) {
   if (present == wanted) return false;
   const std::size_t least = std::min(present.size(), wanted.size());
@@ -82,7 +84,7 @@ bool ReplaceDifference(int id, std::size_t index, int line, std::u16string_view 
   };
   const std::size_t behind = present.size() - back;
   platform::EditorRange range;
-  range.from = static_cast<int>(index + front) - line - endsIn(0, front);
+  range.from = position + static_cast<int>(front) - endsIn(0, front);
   range.to = range.from + static_cast<int>(behind - front) - endsIn(front, behind);
   const std::u16string middle(wanted.substr(front, wanted.size() - back - front));
   platform::ReplaceRange(id, range, middle);
@@ -90,7 +92,7 @@ bool ReplaceDifference(int id, std::size_t index, int line, std::u16string_view 
 }
 
 bool ReplaceText(int id, std::u16string_view wanted) {
-  return ReplaceDifference(id, 0, 0, std::u16string(platform::EditorText(id)), wanted);
+  return ReplaceDifference(id, 0, std::u16string(platform::EditorText(id)), wanted);
 }
 
 // Where the user's caret and the view's top stood, to go on there in the view made anew: a
@@ -109,7 +111,7 @@ ViewPlace PlaceInView() {
   place.top = platform::FirstVisibleLine(kIdWordsEditor);
   const int start = platform::EditorLineStart(kIdWordsEditor, place.line);
   place.column = static_cast<std::size_t>(caret - start);
-  place.text = EditorLineText(kIdWordsEditor, place.line);
+  place.text = platform::EditorLineText(kIdWordsEditor, place.line);
   return place;
 }
 
@@ -126,7 +128,8 @@ std::size_t SameColumn(const ViewPlace& place, std::u16string_view text) {
 void ReturnToPlace(const ViewPlace& place, int line) {
   const int last = platform::EditorLineCount(kIdWordsEditor) - 1;
   if (line > last) line = last;
-  const int column = static_cast<int>(SameColumn(place, EditorLineText(kIdWordsEditor, line)));
+  const int column =
+      static_cast<int>(SameColumn(place, platform::EditorLineText(kIdWordsEditor, line)));
   const int position = platform::EditorLineStart(kIdWordsEditor, line) + column;
   platform::SetEditorSelection(kIdWordsEditor, {position, position});
   platform::ScrollToLine(kIdWordsEditor, std::max(0, place.top + line - place.line));
@@ -139,7 +142,7 @@ void ComeBack(int line) {
   const ProgramTab* const tab = ActiveTab();
   if (!tab) return;
   const int start = platform::EditorLineStart(kIdWordsEditor, line);
-  const int units = static_cast<int>(EditorLineText(kIdWordsEditor, line).size());
+  const int units = static_cast<int>(platform::EditorLineText(kIdWordsEditor, line).size());
   const int caret = start + std::min(tab->wordsColumn, units);
   platform::SetEditorSelection(kIdWordsEditor, {caret, caret});
   platform::ScrollToLine(kIdWordsEditor, tab->firstLine);
@@ -149,14 +152,18 @@ void ComeBack(int line) {
 }
 
 std::size_t Units(const WordsPair& pair) {
-  std::size_t units = pair.code.size() + pair.words.size();
+  std::size_t units = pair.code.units + pair.words.units;
   for (const ReplacedLines& r : pair.replaced) units += r.code.size() + r.words.size();
   return units;
 }
 
+void DropEarlier(std::u16string_view words) {
+  std::erase_if(shown.earlier, [&](const WordsPair& p) { return SameText(p.words, words); });
+}
+
 // The pair as it is now becomes an earlier one. The oldest go where there are too many.
 void KeepEarlier() {
-  std::erase_if(shown.earlier, [](const WordsPair& p) { return p.words == shown.pair.words; });
+  DropEarlier(Joined(shown.pair.words));
   shown.earlier.push_back(std::move(shown.pair));
   std::size_t units = 0;
   for (const WordsPair& pair : shown.earlier) units += Units(pair);
@@ -166,25 +173,65 @@ void KeepEarlier() {
   }
 }
 
-// The text index of the view's caret.
-std::size_t CaretIndex() {
-  const int caret = platform::EditorSelection(kIdWordsEditor).to;
-  return static_cast<std::size_t>(caret + platform::EditorLineOf(kIdWordsEditor, caret));
+// The text of lines of the view, line ends included.
+std::u16string WordsLines(const platform::ChangedLines& lines) {
+  const int end = lines.line + lines.after;
+  const bool toEnd = end >= platform::EditorLineCount(kIdWordsEditor);
+  std::u16string text;
+  // Line by line it costs them alone, as a whole the text.
+  if (lines.after > kLinesOneByOne) {
+    const std::u16string_view whole = platform::EditorText(kIdWordsEditor);
+    const auto indexOf = [](int line) {
+      return static_cast<std::size_t>(platform::EditorLineStart(kIdWordsEditor, line) + line);
+    };
+    const std::size_t from = indexOf(lines.line);
+    return std::u16string(whole.substr(from, (toEnd ? whole.size() : indexOf(end)) - from));
+  }
+  for (int line = lines.line; line < end; ++line) {
+    text += platform::EditorLineText(kIdWordsEditor, line);
+    if (!toEnd || line + 1 < end) text += u"\r\n";
+  }
+  return text;
+}
+
+// What the view has that the pair does not have yet. Where the editor does not know, it is all.
+platform::ChangedLines LinesToTake() {
+  platform::ChangedLines lines;
+  if (platform::EditorChangedLines(kIdWordsEditor, shown.wordsRevision, lines)) return lines;
+  return {0, static_cast<int>(LineCount(shown.pair.words)),
+          platform::EditorLineCount(kIdWordsEditor)};
+}
+
+// The earlier pair that has the words of the view; most often their lengths tell that none has.
+std::vector<WordsPair>::iterator EarlierOfView() {
+  const auto units = static_cast<std::size_t>(platform::EditorLength(kIdWordsEditor) +
+                                              platform::EditorLineCount(kIdWordsEditor) - 1);
+  return std::ranges::find_if(shown.earlier, [&](const WordsPair& p) {
+    return p.words.units == units && SameText(p.words, platform::EditorText(kIdWordsEditor));
+  });
 }
 
 // The code of the view's words goes into the code editor, which holds that of the pair.
-void PutCode(std::u16string_view words) {
+void PutCode(const platform::ChangedLines& lines, std::u16string_view words) {
   const SuppressChanges suppressed;
   const InsertingText inserting;
-  const auto earlier = std::find_if(shown.earlier.begin(), shown.earlier.end(),
-                                    [&](const WordsPair& p) { return p.words == words; });
+  const auto earlier = EarlierOfView();
   if (earlier != shown.earlier.end()) {
     std::swap(shown.pair, *earlier);
-    ReplaceText(kIdEditor, shown.pair.code);
+    ReplaceText(kIdEditor, Joined(shown.pair.code));
   } else {
-    const CodeChange change = TakeWords(shown.pair, words, CaretIndex());
-    ReplaceDifference(kIdEditor, change.from, static_cast<int>(change.line), change.before,
-                      change.after);
+    const int caret = platform::EditorSelection(kIdWordsEditor).to;
+    const int line = platform::EditorLineOf(kIdWordsEditor, caret);
+    WordsChange taken;
+    taken.line = static_cast<std::size_t>(lines.line);
+    taken.before = static_cast<std::size_t>(lines.before);
+    taken.after = words;
+    taken.caretLine = static_cast<std::size_t>(line);
+    taken.caretColumn =
+        static_cast<std::size_t>(caret - platform::EditorLineStart(kIdWordsEditor, line));
+    const CodeChange change = TakeWords(shown.pair, taken);
+    const int at = platform::EditorLineStart(kIdEditor, static_cast<int>(change.line));
+    ReplaceDifference(kIdEditor, at, change.before, change.after);
   }
   shown.codeRevision = platform::EditorRevision(kIdEditor);
 }
@@ -193,7 +240,7 @@ void PutCode(std::u16string_view words) {
 bool HasStandingCode() {
   const std::uint64_t revision = platform::EditorRevision(kIdEditor);
   if (shown.codeRevision == revision) return true;
-  if (platform::EditorText(kIdEditor) != shown.pair.code) return false;
+  if (!SameText(shown.pair.code, platform::EditorText(kIdEditor))) return false;
   shown.codeRevision = revision;
   return true;
 }
@@ -229,24 +276,28 @@ bool ShowWords() {
   // code from elsewhere, as renumbering, is undone here too.
   const bool goesOn = app.commandWordsActive && shown.program == ActiveSerial();
   const bool comesBack = app.commandWordsActive && !goesOn;
-  WordsPair made;
-  if (!MakeWordsPair(platform::EditorText(kIdEditor), made)) return false;
+  const std::u16string code(platform::EditorText(kIdEditor));
+  const OwnedText words = CodeToShownWords(code);
+  if (!words.units) return false;
   const ViewPlace place = PlaceInView();
   const InsertingText inserting;
   platform::HoldEditorRedraw(kIdWordsEditor, true);
   bool changed = true;
   if (goesOn) {
-    changed = ReplaceText(kIdWordsEditor, made.words);
+    changed = ReplaceText(kIdWordsEditor, words.View());
     if (changed) KeepEarlier();
-    std::erase_if(shown.earlier, [&](const WordsPair& p) { return p.words == made.words; });
+    DropEarlier(words.View());
   } else {
-    platform::SetEditorText(kIdWordsEditor, made.words);
+    platform::SetEditorText(kIdWordsEditor, words.View());
     shown.earlier.clear();
   }
   // The lines that were changed in the view are known as long as nothing else has changed.
-  if (!goesOn || changed || made.code != shown.pair.code) shown.pair = std::move(made);
+  if (!goesOn || changed || !SameText(shown.pair.code, code)) {
+    shown.pair = MakeWordsPair(code, words.View());
+  }
   shown.program = ActiveSerial();
   shown.codeRevision = platform::EditorRevision(kIdEditor);
+  shown.wordsRevision = platform::EditorRevision(kIdWordsEditor);
   if (comesBack) {
     ComeBack(line);
   } else if (changed || line != place.line) {
@@ -299,12 +350,15 @@ void SyncCodeFromWords() {
   if (!app.commandWordsActive || !platform::Exists(kIdWordsEditor)) return;
   // The words of another program are none of this one's.
   if (shown.program != ActiveSerial()) return;
-  const std::u16string_view words = platform::EditorText(kIdWordsEditor);
-  if (!std::ranges::equal(words, shown.pair.words)) {
+  const platform::ChangedLines lines = LinesToTake();
+  const std::u16string words = WordsLines(lines);
+  if (LinesOf(shown.pair.words, static_cast<std::size_t>(lines.line),
+              static_cast<std::size_t>(lines.before)) != words) {
     // The code is the truth, also where it was changed and nobody told.
     if (!HasStandingCode()) return SyncWordsFromCode();
-    PutCode(words);
+    PutCode(lines, words);
   }
+  shown.wordsRevision = platform::EditorRevision(kIdWordsEditor);
   PutCaretOnLine(kIdEditor, CaretLineOf(kIdWordsEditor));
 }
 

@@ -5,6 +5,7 @@
 #include "codetools/words_pair.h"
 #include "fuzz/fuzz.h"
 #include "support/reference_words.h"
+#include "support/whole_words.h"
 
 namespace {
 
@@ -55,19 +56,19 @@ std::size_t PlaceIn(std::u16string_view text, const std::uint8_t* data, std::siz
 void CheckPair(std::u16string_view text, const std::uint8_t* data, std::size_t size) {
   static constexpr std::u16string_view kTyped[] = {u"5", u"(", u")\r\n", u";", u"\n", u"\rDwell\r"};
   morva::WordsPair pair;
-  if (!morva::MakeWordsPair(text, pair)) return;
-  fuzz::Check(pair.code == text, "the pair has the code as it is");
-  const std::u16string words = pair.words;
+  if (!support::MakePair(text, pair)) return;
+  fuzz::Check(Joined(pair.code) == text, "the pair has the code as it is");
+  const std::u16string words = Joined(pair.words);
   const std::u16string_view typed = kTyped[size % std::size(kTyped)];
   const std::size_t at = PlaceIn(words, data, size);
   std::u16string changed = words;
   changed.insert(at, typed);
-  morva::TakeWords(pair, changed, at + typed.size());
-  morva::TakeWords(pair, words, at);
-  fuzz::Check(pair.code == text, "what is typed and taken out again leaves the code");
-  morva::TakeWords(pair, u"", 0);
-  morva::TakeWords(pair, words, words.size());
-  fuzz::Check(pair.code == text, "what is cut and put in again is the code as it was");
+  support::TakeWhole(pair, changed, at + typed.size());
+  support::TakeWhole(pair, words, at);
+  fuzz::Check(Joined(pair.code) == text, "what is typed and taken out again leaves the code");
+  support::TakeWhole(pair, u"", 0);
+  support::TakeWhole(pair, words, words.size());
+  fuzz::Check(Joined(pair.code) == text, "what is cut and put in again is the code as it was");
   fuzz::Check(pair.replaced.empty(), "nothing is told apart from what it was");
 }
 

@@ -11,6 +11,8 @@
 #include "documents/program_tabs.h"
 #include "platform/window.h"
 #include "simulator/motion_path.h"
+#include "support/program_maker.h"
+#include "support/reference_pair.h"
 #include "support/workbench.h"
 #include "unit/shell/failing_arrays.h"
 
@@ -404,6 +406,47 @@ TEST_F(WordsAtWork, GoWhereAnotherProgramsWordsFindNoMemory) {
   EXPECT_NE(Text().find(u"M8 "), Text().npos);
   SwitchTab(0);
   EXPECT_EQ(Text(), typed);
+}
+
+// Any edits, undone and done again, beside the pair that compares whole texts.
+TEST_F(WordsAtWork, AnyEditsLeaveTheCodeThatWholeTextsWould) {
+  static constexpr const char16_t* kPut[] = {
+      u"5", u"G1", u"Dwell", u"(", u")", u"\n", u"", u"Dwell X1\nG1 X2\n", u"Coolant On\n", u";"};
+  const std::u16string start = Text();
+  for (std::uint32_t seed = 0; seed < 20; ++seed) {
+    headless::Click(kIdCommandWords);
+    std::u16string program = start;
+    for (std::uint32_t i = 0; i < seed; ++i) program += u"g1x1\r\nM8\r\nM8\r\nG01 X1\r\n";
+    headless::EditorSetAll(kIdEditor, program);
+    headless::Advance(1000);
+    headless::Click(kIdCommandWords);
+    reference::WordsPair whole;
+    ASSERT_TRUE(reference::MakeWordsPair(Text(), whole));
+    reference::Dice dice{seed * 911 + 3};
+    for (int edit = 0; edit < 60; ++edit) {
+      const int length = platform::EditorLength(kIdWordsEditor);
+      const int from = static_cast<int>(dice.Roll(static_cast<std::uint32_t>(length) + 1));
+      const int most = dice.Roll(3) == 0 ? length - from : std::min(4, length - from);
+      const int to = from + static_cast<int>(dice.Roll(static_cast<std::uint32_t>(most) + 1));
+      const std::uint32_t kind = dice.Roll(12);
+      if (kind < 3) {
+        headless::EditorUndo(kIdWordsEditor);
+      } else if (kind == 3) {
+        platform::RedoEditor(kIdWordsEditor);
+      } else if (kind == 4 && dice.Roll(4) == 0) {
+        headless::EditorSetAll(kIdWordsEditor, u"Dwell\nG1\n");
+      } else {
+        headless::EditorSelect(kIdWordsEditor, from, to);
+        headless::EditorInsert(kIdWordsEditor, kPut[dice.Roll(std::size(kPut))]);
+      }
+      const int caret = platform::EditorSelection(kIdWordsEditor).to;
+      const int line = platform::EditorLineOf(kIdWordsEditor, caret);
+      reference::TakeWords(whole, Words(), static_cast<std::size_t>(caret + line));
+      ASSERT_EQ(Text(), whole.code) << seed << " " << edit;
+    }
+    while (platform::UndoEditor(kIdWordsEditor)) {
+    }
+  }
 }
 
 }  // namespace
