@@ -1,8 +1,8 @@
 // A long program to words and back, beside a loop that only walks its characters.
 //
 // The counter "walks" says how many walks of the text read one conversion costs: it holds from
-// machine to machine where milliseconds do not. Typing in the words view converts the whole
-// text at each change: 100,000 lines have to pass in at most 60 ms to words, 120 ms back.
+// machine to machine where milliseconds do not. The words view converts the whole text when it
+// comes up: 100,000 lines have to pass in at most 60 ms to words, 120 ms back.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
