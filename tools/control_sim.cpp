@@ -325,7 +325,9 @@ void ReadLine(Control& c) {
   if (wanted == 0) return;
   const ssize_t got = read(c.master, bytes, wanted);
   if (got <= 0) return;
-  if (c.baud > 0) c.credit -= got * 1000;
+  // What comes while we hold is a store that fills, not time on the line: a debt of it would keep
+  // us from reading for seconds behind XON.
+  if (c.baud > 0) c.credit = c.credit > got * 1000 ? c.credit - got * 1000 : 0;
   TakeBytes(c, bytes, static_cast<std::size_t>(got));
 }
 

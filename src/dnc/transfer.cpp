@@ -235,6 +235,26 @@ void LogLeft(unsigned long long left, unsigned long long total) {
   LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
 }
 
+// The told words name every cause of either direction; this line names the one of this send.
+void LogStop(SendStop stop) {
+  switch (stop) {
+    case SendStop::None:
+      return;
+    case SendStop::Gone:
+      LogOutput(u"The port reported an error or is gone: look at the adapter and the cable.");
+      return;
+    case SendStop::NotTaken:
+      LogOutput(worker.settings.flow == 2
+                    ? u"The port took nothing for 5 seconds: the ready wire (CTS) stayed down, or "
+                      u"the adapter does not answer."
+                    : u"The port took nothing for 5 seconds, though no XOFF of the control stood.");
+      return;
+    case SendStop::NotLeft:
+      LogOutput(u"The last bytes stayed behind: the port is gone, or none left it for 5 seconds.");
+      return;
+  }
+}
+
 void OnTransferFailed(unsigned long long reason, unsigned long long left) {
   const std::size_t total = transfer.sendBuffer.size();
   EndJob();
@@ -243,6 +263,7 @@ void OnTransferFailed(unsigned long long reason, unsigned long long left) {
       u"reached. Incomplete data was not opened.");
   LogOpenProblem(worker.settings, worker.problem);
   LogLineErrors();
+  LogStop(worker.stop);
   if (reason == kFailedWrite && total > 0) LogLeft(left, total);
   SetDncState(kDncError);
   ShowStatus(u"DNC transfer error — check COM port, cable, and matching settings.");
@@ -274,6 +295,14 @@ void OnReceiveProgress(unsigned long long count, unsigned long long) {
 void OnSendProgress(unsigned long long sent, unsigned long long total) {
   ShowTransferred(sent);
   TellState(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
+}
+
+// No byte went for 5 seconds because the control holds the line.
+void OnSendHeld(unsigned long long sent, unsigned long long total) {
+  LogOutput(u"The control holds the line (XOFF) at " + Number(sent) + u" of " + Number(total) +
+            u" bytes. MORVA waits for its XON.");
+  TellState(u"DNC: the control holds the line at " + Number(sent) + u" / " + Number(total) +
+            u" bytes. ABORT ends the transfer.");
 }
 
 void OnSendDone(unsigned long long left, unsigned long long total) {
@@ -442,6 +471,7 @@ void RegisterTransferCommands() {
   RegisterMessage(kMessageReceiveProgress, OnReceiveProgress);
   RegisterMessage(kMessageSendProgress, OnSendProgress);
   RegisterMessage(kMessageSendDone, OnSendDone);
+  RegisterMessage(kMessageSendHeld, OnSendHeld);
 }
 
 void ResetTransfer() {

@@ -25,22 +25,35 @@ void Fail(TransferFailure reason, std::size_t left) {
   platform::PostToMain(kMessageTransferFailed, reason, left);
 }
 
+void FailSend(SendStop stop, std::size_t left) {
+  worker.stop = stop;
+  Fail(kFailedWrite, left);
+}
+
 std::size_t LeftOf(std::size_t sent) { return sent - std::min(sent, platform::SerialUnsent()); }
 
 void RunSend() {
   const std::size_t total = transfer.sendBuffer.size();
   const char* bytes = transfer.sendBuffer.data();
   std::size_t sent = 0;
+  bool heldTold = false;
   while (sent < total && !AbortWanted()) {
     const std::size_t chunk = std::min<std::size_t>(total - sent, kSendChunk);
     std::size_t written = 0;
     const bool there = platform::WriteSerial(bytes + sent, chunk, written);
     // A write that the abort woke with nothing taken is no stall of the far end.
     if (there && written == 0 && AbortWanted()) break;
+    // A control that cuts while it receives holds the line for as long as its store is full.
+    if (there && written == 0 && platform::SerialHeld()) {
+      if (!heldTold) platform::PostToMain(kMessageSendHeld, sent, total);
+      heldTold = true;
+      continue;
+    }
     if (!there || written == 0) {
-      Fail(kFailedWrite, LeftOf(sent + written));
+      FailSend(there ? SendStop::NotTaken : SendStop::Gone, LeftOf(sent + written));
       return;
     }
+    heldTold = false;
     sent += written;
     platform::PostToMain(kMessageSendProgress, sent, total);
   }
@@ -48,7 +61,7 @@ void RunSend() {
   const bool drained = platform::DrainSerial();
   const std::size_t left = drained ? sent : LeftOf(sent);
   if (!drained && !AbortWanted()) {
-    Fail(kFailedWrite, left);
+    FailSend(SendStop::NotLeft, left);
     return;
   }
   platform::CloseSerial();

@@ -28,9 +28,18 @@ inline constexpr int kFirstDataWaitMs = 60000;
 inline constexpr int kIdleEndMs = 2000;
 inline constexpr int kReceivePauseMs = 10;
 
+// What ended a send before its last byte had left.
+enum class SendStop {
+  None,
+  Gone,      // the port reported an error or is not there any more
+  NotTaken,  // the port took nothing for kWriteStallMs, and no XOFF stood
+  NotLeft,   // the port took everything and kept the last bytes, or went with them
+};
+
 struct WorkerRecord {
   platform::SerialSettings settings;  // the profile as it was at the start
   platform::SerialProblem problem = platform::SerialProblem::None;  // of a failed open
+  SendStop stop = SendStop::None;                                   // of a failed send
   std::size_t lineErrors = 0;  // bytes received with a parity or framing error
 };
 extern WorkerRecord worker;

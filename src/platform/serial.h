@@ -66,6 +66,9 @@ bool ReadSerial(void* bytes, std::size_t capacity, std::size_t& got);
 // Writes up to `count` bytes; returns when all are taken, or when none was taken for 5000 ms
 // or WakeSerial was called, with what was taken until then in `written`. False: the port is gone.
 bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written);
+// Whether the far end holds the line by XOFF (flow 1). A ready wire that is down (flow 2) tells
+// nothing: it is down as well where the cable is out.
+bool SerialHeld();
 // Waits as long as bytes keep leaving. False: the port is gone, or bytes stayed.
 bool DrainSerial();
 // Bytes that WriteSerial has taken and that have not left, as far as the system tells; of a port

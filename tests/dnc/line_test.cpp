@@ -33,6 +33,7 @@ struct Line : public ::testing::Test {
   SerialProblem problem = SerialProblem::None;
   platform::SerialSettings settings = peer.Settings();
 
+  Line() { platform::pacePseudoTerminals = false; }
   bool Open() { return platform::OpenSerial(settings, problem); }
   ~Line() override {
     platform::CloseSerial();

@@ -206,6 +206,7 @@ struct Calls : public ::testing::Test {
   SerialProblem problem = SerialProblem::None;
   platform::SerialSettings settings = peer.Settings();
 
+  Calls() { platform::pacePseudoTerminals = false; }
   bool Open() { return platform::OpenSerial(settings, problem); }
   ~Calls() override {
     platform::CloseSerial();

@@ -122,6 +122,8 @@ bool HeldByPeer() {
   return line.stopped || (listens && VirtualNow() < line.stalledUntil);
 }
 
+bool HeldByXoff() { return HeldByPeer() && line.settings.flow == 1; }
+
 void LetPendingGo() {
   line.sent += line.pending;
   line.pending.clear();
@@ -255,6 +257,8 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
     headless::WaitOnLine(stalled ? std::min(end, line.stalledUntil) : end);
   }
 }
+
+bool SerialHeld() { return headless::HeldByXoff(); }
 
 bool DrainSerial() {
   const std::uint64_t end = headless::VirtualNow() + kWriteStallMs;

@@ -7,8 +7,8 @@
 
 #include <filesystem>
 
-#include "app/outlets.h"
 #include "app/data_dir.h"
+#include "app/outlets.h"
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/autosave.h"
@@ -223,15 +223,19 @@ TEST_F(TransferTest, PostsProgressAfterEachChunkOf128Bytes) {
 }
 
 TEST_F(TransferTest, FailsASendWhoseFarEndTakesNothingForFiveSeconds) {
+  PutIni("[DNC]\r\nFlow=2\r\n");
   Send(u"G0");
-  headless::PeerSend("\x13");
+  headless::PeerStall(60000);
   Advance(4999);
   EXPECT_TRUE(transfer.active);
   Advance(2);
   EXPECT_FALSE(transfer.active);
   EXPECT_EQ(headless::TakeSent(), "");
   EXPECT_EQ(Log(),
-            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
+            (Lines{kAttempt, kConnected, kSending, kError,
+                   u"The port took nothing for 5 seconds: the ready wire (CTS) stayed down, or the "
+                   u"adapter does not answer.",
+                   u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(State(), u"DNC: ERROR");
   EXPECT_EQ(Status(), kErrorStatus);
   EXPECT_EQ(statusLines, Lines{kErrorStatus});
@@ -249,8 +253,11 @@ TEST_F(TransferTest, FailsASendWhoseLastBytesStayInThePort) {
   Advance(20);
   EXPECT_FALSE(transfer.active);
   EXPECT_EQ(headless::TakeSent(), "");
-  EXPECT_EQ(Log(),
-            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
+  EXPECT_EQ(
+      Log(),
+      (Lines{kAttempt, kConnected, kSending, kError,
+             u"The last bytes stayed behind: the port is gone, or none left it for 5 seconds.",
+             u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(State(), u"DNC: ERROR");
   EXPECT_EQ(Status(), kErrorStatus);
 }
@@ -300,6 +307,42 @@ TEST_F(TransferTest, AbortsASendThatWaitsForItsLastBytes) {
   EXPECT_EQ(State(), u"DNC: OFFLINE");
 }
 
+// A control that cuts while it receives holds the line for as long as its store is full.
+TEST_F(TransferTest, WaitsForAControlThatHoldsTheLineByXoffForMinutes) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(300000);
+  EXPECT_EQ(Log(),
+            (Lines{kAttempt, kConnected, kSending,
+                   u"The control holds the line (XOFF) at 0 of 10 bytes. MORVA waits for its "
+                   u"XON."}));
+  EXPECT_EQ(State(), u"DNC: TRANSFERRING");
+  EXPECT_EQ(Status(), u"DNC: the control holds the line at 0 / 10 bytes. ABORT ends the transfer.");
+  headless::PeerSend("\x11");
+  Advance(10);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nG0\r\n%\r\n");
+  EXPECT_EQ(Log().back(), kSendDone);
+}
+
+TEST_F(TransferTest, AbortsASendThatTheControlHoldsForMinutes) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(62000);
+  morva::AbortTransfer();
+  Advance(0);
+  EXPECT_EQ(Log().back(), u"0 of 10 bytes had left the port.");
+  EXPECT_EQ(State(), u"DNC: OFFLINE");
+}
+
+TEST_F(TransferTest, TellsACableThatGoesWhileTheControlHoldsTheLine) {
+  Send(u"G0");
+  headless::PeerSend("\x13");
+  Advance(62000);
+  headless::PeerUnplug();
+  Advance(10);
+  EXPECT_EQ(State(), u"DNC: ERROR");
+}
+
 TEST_F(TransferTest, GoesOnWhenTheFarEndLetsGoInTime) {
   Send(u"G0");
   headless::PeerSend("\x13 noise");
@@ -315,7 +358,9 @@ TEST_F(TransferTest, FailsASendWhoseCableIsGone) {
   headless::PeerUnplug();
   Advance(10);
   EXPECT_EQ(Log(),
-            (Lines{kAttempt, kConnected, kSending, kError, u"0 of 10 bytes had left the port."}));
+            (Lines{kAttempt, kConnected, kSending, kError,
+                   u"The port reported an error or is gone: look at the adapter and the cable.",
+                   u"0 of 10 bytes had left the port."}));
   EXPECT_EQ(morva::dncState, morva::kDncError);
   EXPECT_TRUE(transfer.sendBuffer.empty());
 }

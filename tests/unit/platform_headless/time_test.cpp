@@ -283,11 +283,13 @@ TEST_F(Cable, WakingEndsTheWaitAtOnce) {
 
 std::size_t written = 99;
 bool wrote = false;
+bool heldAtEnd = false;
 
 void WriteOnce() {
   platform::SerialProblem problem;
   if (!platform::OpenSerial(Settings(u"COM3"), problem)) return;
   wrote = platform::WriteSerial("G0X1", 4, written);
+  heldAtEnd = platform::SerialHeld();
   moments.push_back(platform::TickMilliseconds());
   platform::CloseSerial();
 }
@@ -299,6 +301,7 @@ TEST_F(Cable, AStallWithinTheTimeOutOnlyDelays) {
   headless::Advance(6000);
   EXPECT_TRUE(wrote);
   EXPECT_EQ(written, 4u);
+  EXPECT_FALSE(heldAtEnd);
   EXPECT_EQ(moments, std::vector<std::uint64_t>{4999});
   EXPECT_EQ(headless::TakeSent(), "G0X1");
   EXPECT_EQ(headless::TakeSent(), "");
@@ -311,6 +314,7 @@ TEST_F(Cable, ALongerStallIsAWriteOfNothing) {
   headless::Advance(6000);
   EXPECT_TRUE(wrote);
   EXPECT_EQ(written, 0u);
+  EXPECT_TRUE(heldAtEnd);
   EXPECT_EQ(moments, std::vector<std::uint64_t>{5000});
   EXPECT_EQ(headless::TakeSent(), "");
 }
