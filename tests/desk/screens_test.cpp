@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QScreen>
 #include <algorithm>
 #include <functional>
 #include <vector>
@@ -168,6 +169,16 @@ class Screens : public AtDesk {
     });
   }
 };
+
+// Whatever the screen: one between the least and the wished size would lose the status line.
+TEST_F(Screens, ComesUpInsideTheScreenWithItsFrame) {
+  const QWidget* window = desk::WidgetOf(platform::kMainWindow);
+  ASSERT_TRUE(desk::Until([&]() { return window->isVisible(); }));
+  const QRect room = window->screen()->availableGeometry();
+  EXPECT_TRUE(desk::Until([&]() { return room.contains(window->frameGeometry()); }))
+      << window->frameGeometry().right() << " " << window->frameGeometry().bottom() << " of "
+      << room.right() << " " << room.bottom();
+}
 
 // 1920 by 1080 at 150 %, less the bars of the desktop and the window.
 TEST_F(Screens, CanBeWorkedOnAt1280By640) { VisitAt(1280, 640); }

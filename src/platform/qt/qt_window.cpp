@@ -204,7 +204,9 @@ class MainWindow : public DrawnWidget {
   bool gone_ = false;
 };
 
-constexpr int kTitleBar = 40;  // pixels that a window manager takes at most above a window
+// Pixels that a window manager takes at most for the frame of a window.
+constexpr int kTitleBar = 40;   // above and below
+constexpr int kSideFrame = 16;  // left and right
 
 // The least size, on the screen that the window comes up on.
 QSize LeastSize(const MainWindowSpec& spec) {
@@ -219,19 +221,21 @@ QSize LeastSize(const MainWindowSpec& spec) {
   return least;
 }
 
+// Where the frame begins, and the size inside of it.
 QRect FirstPlace(const MainWindowSpec& spec, const QSize& least) {
   QRect place = RectOf(spec.place);
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return place;
   // On a smaller screen the window gives way, down to its least size.
   const QRect room = screen->availableGeometry();
-  place.setWidth(std::clamp(place.width(), least.width(), std::max(least.width(), room.width())));
-  place.setHeight(
-      std::clamp(place.height(), least.height(), std::max(least.height(), room.height())));
-  if (place.right() > room.right()) place.moveRight(room.right());
-  if (place.bottom() > room.bottom()) place.moveBottom(room.bottom());
-  if (place.left() < room.left()) place.moveLeft(room.left());
-  if (place.top() < room.top()) place.moveTop(room.top());
+  const QSize most(room.width() - kSideFrame, room.height() - kTitleBar);
+  place.setSize(place.size().boundedTo(most).expandedTo(least));
+  QRect framed = place.adjusted(0, 0, kSideFrame, kTitleBar);
+  if (framed.right() > room.right()) framed.moveRight(room.right());
+  if (framed.bottom() > room.bottom()) framed.moveBottom(room.bottom());
+  if (framed.left() < room.left()) framed.moveLeft(room.left());
+  if (framed.top() < room.top()) framed.moveTop(room.top());
+  place.moveTopLeft(framed.topLeft());
   return place;
 }
 
