@@ -17,8 +17,8 @@
 #include "documents/program_information.h"
 #include "documents/recent_files.h"
 #include "documents/recovery.h"
-#include "documents/saver.h"
 #include "documents/save_words.h"
+#include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_refresh.h"
@@ -74,6 +74,8 @@ void SwitchTab(int index) {
   Call(hooks.programLeft);
   StashActiveWorkspace();
   DropEditLink();
+  // What was said of a feature belongs to the program that is left.
+  ShowFeatureHint(kFeaturesWords);
   SyncActiveTab();
   LayTextAside();
   app.activeTab = index;
