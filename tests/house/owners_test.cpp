@@ -105,6 +105,7 @@ const std::vector<Table>& Tables() {
       {.name = "worker",
        .owners = {"dnc/transfer.cpp"},
        .fields = {{"problem", {"dnc/transfer_worker.cpp"}},
+                  {"stop", {"dnc/transfer_worker.cpp"}},
                   {"lineErrors", {"dnc/transfer_worker.cpp"}}}},
       {.name = "ruleQueue", .owners = {"codetools/find_rules.cpp"}},
       {.name = "compareResult", .owners = {"codetools/compare.cpp"}},
