@@ -157,6 +157,11 @@ inline constexpr platform::Colour kReviewLeftOnly = 0xFF9FAC;
 inline constexpr platform::Colour kReviewLeftOnlyBand = 0x4B2228;
 inline constexpr platform::Colour kReviewRightOnly = 0x8CF2B6;
 inline constexpr platform::Colour kReviewRightOnlyBand = 0x164131;
+// Words of a program that are too dark for the bands, a little lighter there.
+inline constexpr platform::Colour kReviewNumber = 0x91A8BC;  // N and the percent sign
+inline constexpr platform::Colour kReviewM = 0x5EA6FF;
+inline constexpr platform::Colour kReviewTool = 0xE776FF;
+inline constexpr platform::Colour kReviewArc = 0xC28BFF;
 
 // The completion list.
 inline constexpr platform::Colour kCompletionText = 0xE1EEF8;

@@ -6,10 +6,12 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/key_rows.h"
 #include "app/outlets.h"
 #include "app/palette.h"
 #include "app/panels.h"
 #include "app/router.h"
+#include "codetools/codetools_commands.h"
 #include "codetools/completion.h"
 #include "codetools/editor_help.h"
 #include "codetools/words_view.h"
@@ -141,32 +143,39 @@ void CloseForGood() {
   HideCompletion();
 }
 
-bool EditorOffersKey(const platform::KeyEvent& key) {
-  if (key.alt || key.shift) return false;
-  if (key.ctrl) {
-    if (key.key != platform::kKeySpace) return false;
-    CompletionUpdate(true);
-    return true;
-  }
-  if (!popup.shown) return false;
-  switch (key.key) {
-    case platform::kKeyDown:
-      return ChooseWithKeys(popup.selected + 1);
-    case platform::kKeyUp:
-      return ChooseWithKeys(popup.selected - 1);
-    case platform::kKeyEnter:
-      if (popup.chosen) return AcceptWithKeys();
-      CloseForGood();
-      return false;
-    case platform::kKeyTab:
-      return AcceptWithKeys();
-    case platform::kKeyEscape:
-      CloseForGood();
-      return true;
-    default:
-      return false;
-  }
+bool AskForList() {
+  CompletionUpdate(true);
+  return true;
 }
+
+// Enter on a row that nobody chose closes the list and breaks the line.
+bool EnterInList() {
+  if (!popup.shown) return false;
+  if (popup.chosen) return AcceptWithKeys();
+  CloseForGood();
+  return false;
+}
+
+bool LeaveList() {
+  if (!popup.shown) return false;
+  CloseForGood();
+  return true;
+}
+
+constexpr ChordPlace kListChords{u"list of completions"};
+constexpr KeyRow kKeys[] = {
+    {CtrlKey(kEditorChords, platform::kKeySpace), u"List what completes the word", AskForList},
+    {PlainKey(kListChords, platform::kKeyDown), u"Choose the row below",
+     [] { return popup.shown && ChooseWithKeys(popup.selected + 1); }},
+    {PlainKey(kListChords, platform::kKeyUp), u"Choose the row above",
+     [] { return popup.shown && ChooseWithKeys(popup.selected - 1); }},
+    {PlainKey(kListChords, platform::kKeyEnter), u"Take the row that was chosen", EnterInList},
+    {PlainKey(kListChords, platform::kKeyTab), u"Take the row",
+     [] { return popup.shown && AcceptWithKeys(); }},
+    {PlainKey(kListChords, platform::kKeyEscape), u"Close the list", LeaveList},
+};
+
+bool EditorOffersKey(const platform::KeyEvent& key) { return RunKeyRow(kKeys, key); }
 
 // An accepting Enter or Tab ends as a key and never comes here as a character.
 void EditorTyped(char16_t character) {
@@ -329,6 +338,7 @@ void RegisterCompletion() {
     Handlers handlers;
     handlers.id = id;
     handlers.key = EditorOffersKey;
+    if (id == kIdEditor) handlers.keys = kKeys;  // told once for both editors
     handlers.typed = EditorTyped;
     handlers.selection = FollowCaret;
     handlers.focusChanged = EditorFocus;

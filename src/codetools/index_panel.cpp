@@ -5,6 +5,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/key_rows.h"
 #include "app/mode_table.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -171,17 +172,23 @@ void OnClear(int, int) {
   RebuildCodeList();
 }
 
-// Down from the search goes on in the list; Enter takes its selected row.
-bool SearchKey(const platform::KeyEvent& key) {
-  if (key.ctrl || key.alt || key.shift) return false;
-  if (key.key == platform::kKeyDown) {
-    platform::SetFocusTo(kIdIndexList);
-    return true;
-  }
-  if (key.key != platform::kKeyEnter) return false;
+bool GoOnInList() {
+  platform::SetFocusTo(kIdIndexList);
+  return true;
+}
+
+bool InsertFromSearch() {
   InsertSelectedCode();
   return true;
 }
+
+constexpr ChordPlace kSearchChords{u"search of the code index"};
+constexpr KeyRow kSearchKeys[] = {
+    {PlainKey(kSearchChords, platform::kKeyDown), u"Go on in the list", GoOnInList},
+    {PlainKey(kSearchChords, platform::kKeyEnter), u"Insert the code of the row", InsertFromSearch},
+};
+
+bool SearchKey(const platform::KeyEvent& key) { return RunKeyRow(kSearchKeys, key); }
 
 }  // namespace
 
@@ -254,6 +261,7 @@ void RegisterIndexPanel() {
   Handlers search;
   search.id = kIdIndexSearch;
   search.key = SearchKey;
+  search.keys = kSearchKeys;
   RegisterHandlers(search);
   using platform::kNotifyClick;
   RegisterCommand(RouterStage::Surface, kIdShowIndex, kNotifyClick, OnShowIndex);

@@ -31,6 +31,23 @@ RowColours ColoursOf(std::int32_t type, bool left) {
   return left ? kLeftOnlyRow : kRightOnlyRow;
 }
 
+// A word of the program as a band needs it, to be read like those beside the bands.
+Colour OnBand(Colour word) {
+  static_assert(kCodePercent == kCodeNumber);
+  switch (word) {
+    case kCodeNumber:
+      return kReviewNumber;
+    case kCodeM:
+      return kReviewM;
+    case kCodeTool:
+      return kReviewTool;
+    case kCodeArc:
+      return kReviewArc;
+    default:
+      return word;
+  }
+}
+
 // One line is inked unit by unit, so that what lies on top needs no cutting of runs.
 struct Ink {
   Colour colour = 0;
@@ -104,18 +121,20 @@ int ColourRow(std::u16string_view line, Colour base, const ReviewPane& pane,
   const std::u16string_view looked = line.substr(0, kMaxColouredLine);
   const int length = static_cast<int>(looked.size());
   InkStretch(0, length, base, false);
+  const bool banded = base != kReviewText;
+  const auto shown = [banded](Colour word) { return banded ? OnBand(word) : word; };
   const int tokenCount = ColourLine(looked, comments.tokens, tokens, kMaxLineRuns);
   for (int i = 0; i < tokenCount; ++i) {
-    InkStretch(tokens[i].from, tokens[i].length, tokens[i].colour, tokens[i].bold);
+    InkStretch(tokens[i].from, tokens[i].length, shown(tokens[i].colour), tokens[i].bold);
   }
   const int wordCount =
       pane.words ? CommandWordsIn(looked, comments.words, spans, kMaxLineRuns) : 0;
   for (int i = 0; i < wordCount; ++i) {
-    InkStretch(spans[i].from, spans[i].length, spans[i].ofG ? kCodeG : kCodeM, true);
+    InkStretch(spans[i].from, spans[i].length, shown(spans[i].ofG ? kCodeG : kCodeM), true);
   }
   if (!beside.empty()) InkChanges(line, beside, pane.ignoreBlanks);
   int count = MergeInks(length);
-  if (line.size() > looked.size() && base != kReviewText) {
+  if (line.size() > looked.size() && banded) {
     merged[count++] = {length, static_cast<int>(line.size()) - length, base, false};
   }
   return count;

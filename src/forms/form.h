@@ -144,6 +144,8 @@ struct Form {
   void (*takeUnit)(bool metric) = nullptr;
   // The user changed what a field says, or chose in a list.
   void (*changed)(int id) = nullptr;
+  // Pages on which the fixed rows stand at one height: below the most that scrolls on any of them.
+  unsigned steadyPages = 0;
   int enter = 0;       // command of Enter in fields whose row names none; 0: none
   int escape = 0;      // command of Escape on any control; 0: none
   int firstLabel = 0;  // ids of labels from here on; 0: from the common range

@@ -310,11 +310,22 @@ bool HasFixed(const Form& form, int page) {
          });
 }
 
+// What scrolls on this page; on one of the steady pages, the most that scrolls on any of them.
+int ScrolledHeight(const FormEntry& entry, int width, int page) {
+  int height = LeastHeight(entry, width, page, Part::Scrolled);
+  const unsigned steady = entry.form->steadyPages;
+  if ((steady & PageBit(page)) == 0) return height;
+  for (int other = 0; steady >> other != 0; ++other) {
+    if ((steady & PageBit(other)) == 0) continue;
+    height = std::max(height, LeastHeight(entry, width, other, Part::Scrolled));
+  }
+  return height;
+}
+
 // The area of what scrolls, above what is fixed. What scrolls gets no more than it needs.
 Rect AboveFixed(const FormEntry& entry, const Rect& area, int page) {
   const FormLook& look = *entry.form->look;
-  const int scrolled =
-      look.top + LeastHeight(entry, RectWidth(area) - kSheetBar, page, Part::Scrolled);
+  const int scrolled = look.top + ScrolledHeight(entry, RectWidth(area) - kSheetBar, page);
   const int fixed = look.gap + look.top + LeastHeight(entry, RectWidth(area), page, Part::Fixed);
   Rect above = area;
   above.bottom = std::max(area.top, std::min(area.top + scrolled, area.bottom - fixed));
@@ -438,7 +449,10 @@ int PlaceForm(const Form& form, const Rect& area, int page) {
   const int below = PutPage(FitPart(*entry, part, kind), part.area.top, foot);
   if (form.sheet) SetSheetContent(*form.sheet, foot);
   if (fixed) {
-    part.area = {area.left, scrolled.bottom + form.look->gap, area.right, area.bottom};
+    // As wide as the rows above; below a bar, the bar's width more.
+    const bool bar = SheetScrolls(*form.sheet);
+    part.area = {area.left, scrolled.bottom + form.look->gap,
+                 bar ? area.right : area.right - kSheetBar, area.bottom};
     PutPage(FitPart(*entry, part, Part::Fixed), part.area.top, foot);
   }
   HideRest(*entry);

@@ -190,6 +190,8 @@ Rect SheetPaper(const Sheet& sheet) {
 
 int SheetTop(const Sheet& sheet) { return StateOf(sheet).top; }
 
+bool SheetScrolls(const Sheet& sheet) { return MostTop(StateOf(sheet)) > 0; }
+
 void ScrollSheet(const Sheet& sheet, int pixels) {
   SheetState& state = StateOf(sheet);
   ScrollTo(state, state.top + pixels);

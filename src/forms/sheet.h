@@ -41,6 +41,8 @@ void HideSheet(const Sheet& sheet, const Form& form);
 void SetSheetContent(const Sheet& sheet, int pixels);
 platform::Rect SheetPaper(const Sheet& sheet);  // width and height of the paper
 int SheetTop(const Sheet& sheet);               // pixels scrolled away
+// Whether not all of it is in sight; its bar is empty where all is.
+bool SheetScrolls(const Sheet& sheet);
 void ScrollSheet(const Sheet& sheet, int pixels);
 void ScrollSheetToTop(const Sheet& sheet);
 // Pages down, or up where negative; a page is the visible height less 60 pixels.

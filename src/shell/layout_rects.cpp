@@ -45,7 +45,10 @@ constexpr int kHeadPanelLeast = 230;   // width of a panel left of the keys
 constexpr int kUsualHeight = 800;      // the least of a window whose screen has room for it
 constexpr int kOutputLeast = 150;      // height of the output
 constexpr int kOutputBelowView = 112;  // where the view stands above it
-constexpr int kHelpHeight = 112;       // of the help text below a right panel
+constexpr int kHelpHeight = 112;       // of the help text below a right panel,
+constexpr int kHelpLeast = 64;         // or it is not shown
+constexpr int kBodyBeforeHelp = 400;   // that a right panel keeps before its help gets any
+constexpr int kPanelTop = 42;          // of a right panel, for its head
 constexpr int kStripKeyWidth = 26;     // of the key that closes the strip
 constexpr int kBesideStrip = 160;      // height of the editor that a tall strip leaves
 constexpr int kAboveStrip = 7;         // between the editor and the head of the output
@@ -508,9 +511,14 @@ void PlanViewBelow(LayoutPlan& plan, const LayoutInput& in) {
   body.bottom = kept;
 }
 
+// Of the help below a panel, out of the height that both share: the panel's fields come first.
+int HelpHeight(int shared) {
+  const int left = std::min(shared - kPad - kBodyBeforeHelp, kHelpHeight);
+  return left >= kHelpLeast ? left : 0;
+}
+
 // A mode with a right panel: the panel takes the view's place, unless the mode shows the view too.
 void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
-  const int help = in.helpBelow ? kHelpHeight : 0;
   const int panel = std::min(RightPanelWidth(in.width), in.width - work.left - kEditorLeast - kPad);
   const Rect side{in.width - panel, work.top - 2, in.width, work.bottom + 6};
   plan.areas.rightPanel = side;
@@ -524,9 +532,10 @@ void PlanPanelMode(LayoutPlan& plan, const LayoutInput& in, const Rect& work) {
   const int foot = headTop - kAboveStrip;
   const int split = view > 0 ? right - view - kPad : right;
   const int left = side.left + 12;
+  const int help = in.helpBelow ? HelpHeight(side.bottom - 6 - (side.top + kPanelTop)) : 0;
   const int helpTop = side.bottom - 6 - help;
   const int bodyFoot = help > 0 ? helpTop - kPad : helpTop;
-  plan.areas.panelBody = Rect{left, side.top + 42, in.width - 12, bodyFoot};
+  plan.areas.panelBody = Rect{left, side.top + kPanelTop, in.width - 12, bodyFoot};
   Put(plan, kIdPanelHead, Rect{left, side.top + 8, in.width - 12, side.top + 34});
   PlanEditor(plan, Rect{work.left, work.top, split, under > 0 ? foot - under - kPad : foot}, right);
   if (view > 0) {

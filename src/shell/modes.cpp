@@ -232,16 +232,11 @@ void TakeListedMode() {
   SetMode(mode);
 }
 
-bool ModeListKey(const platform::KeyEvent& key) {
-  if (key.ctrl || key.alt || key.shift) return false;
+namespace {
+
+// From the row behind `row`, the next one in steps of `step` whose mode exists.
+bool StepModes(int row, int step) {
   const int rows = platform::RowCount(kIdModeList);
-  int row = platform::SelectedRow(kIdModeList);
-  int step = 0;
-  if (key.key == platform::kKeyDown) step = 1;
-  if (key.key == platform::kKeyUp) step = -1;
-  if (key.key == platform::kKeyHome) row = -1, step = 1;
-  if (key.key == platform::kKeyEnd) row = rows, step = -1;
-  if (step == 0) return false;
   for (row += step; row >= 0 && row < rows; row += step) {
     const int mode = static_cast<int>(platform::RowData(kIdModeList, row));
     if (!ModeExists(mode)) continue;
@@ -256,6 +251,30 @@ bool ModeListKey(const platform::KeyEvent& key) {
   }
   return true;
 }
+
+bool OpenListedMode() {
+  TakeListedMode();
+  return true;
+}
+
+constexpr ChordPlace kListChords{u"list of workspaces"};
+constexpr KeyRow kListKeys[] = {
+    {PlainKey(kListChords, platform::kKeyUp), u"Go to the workspace above",
+     [] { return StepModes(platform::SelectedRow(kIdModeList), -1); }},
+    {PlainKey(kListChords, platform::kKeyDown), u"Go to the workspace below",
+     [] { return StepModes(platform::SelectedRow(kIdModeList), 1); }},
+    {PlainKey(kListChords, platform::kKeyHome), u"First workspace",
+     [] { return StepModes(-1, 1); }},
+    {PlainKey(kListChords, platform::kKeyEnd), u"Last workspace",
+     [] { return StepModes(platform::RowCount(kIdModeList), -1); }},
+    {PlainKey(kListChords, platform::kKeyEnter), u"Open the workspace", OpenListedMode},
+};
+
+}  // namespace
+
+std::span<const KeyRow> ModeListKeys() { return kListKeys; }
+
+bool ModeListKey(const platform::KeyEvent& key) { return RunKeyRow(kListKeys, key); }
 
 void ResetModes() {
   history = BackHistory();

@@ -1,7 +1,10 @@
 // The modes of the Code surface: the list at the left, the mode that is up, the way back.
 #pragma once
 
+#include <span>
+
 #include "app/app_state.h"
+#include "app/key_rows.h"
 #include "platform/events.h"
 
 namespace morva {
@@ -14,9 +17,10 @@ int ModeListRow(int mode);
 
 // Goes to the mode of the selected row; a row still to come is not taken.
 void TakeListedMode();
-// Arrow keys, Home and End in the mode list pass over rows still to come, which would
+// The keys of the mode list. Arrow keys, Home and End pass over rows still to come, which would
 // otherwise bar the way. True: handled.
 bool ModeListKey(const platform::KeyEvent& key);
+std::span<const KeyRow> ModeListKeys();  // those that it runs
 
 // What the user chose: a mode of the Code surface, or another surface. Nothing happens where it is
 // still to come, or where the surface that is up does not let it go.

@@ -77,6 +77,7 @@ void ListenToWindow() {
   Handlers list;
   list.id = kIdModeList;
   list.key = ModeListKey;
+  list.keys = ModeListKeys();
   RegisterHandlers(list);
 }
 

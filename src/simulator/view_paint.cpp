@@ -373,8 +373,8 @@ int ReadOutRoom(const Rect& client, int top) {
   return top < client.top + kCornerHeight && beside >= kLeastReadOut ? beside : all;
 }
 
-// A read-out in lines. Its parts stand two blanks or more apart, or a middle dot or a dash between
-// blanks, and are never cut: a number that ends in dots would be worse than none.
+// A read-out in lines. Its parts stand two blanks or more apart, or a dot, a slash or a dash
+// between blanks, and are never cut: a number that ends in dots would be worse than none.
 struct ReadOutLines {
   std::u16string_view lines[kMaxReadOutLines];
   int count = 0;
@@ -388,7 +388,7 @@ std::size_t PartEnd(std::u16string_view text, std::size_t from) {
 
 // Where the part behind the one that ends at `end` begins, npos for none.
 std::size_t NextPart(std::u16string_view text, std::size_t end) {
-  return text.find_first_not_of(u" \u00B7\u2014", end);
+  return text.find_first_not_of(u" \u00B7\u2014/", end);
 }
 
 ReadOutLines BreakReadOut(std::u16string_view text, const Rect& client, int top) {

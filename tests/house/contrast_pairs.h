@@ -43,20 +43,16 @@ inline const std::vector<Group> kTexts = {
     {{kReportError, kReportWarning}, {kOutputBackground}},
     {{kReviewLeftOnly}, {kReviewLeftOnlyBand}},
     {{kReviewRightOnly}, {kReviewRightOnlyBand}},
+    // Words of a program on the bands of changed lines.
+    {{kEditorText, kCodeComment, kReviewNumber, kCodeProgram, kCodeG, kReviewM, kCodeFeed,
+      kCodeSpindle, kReviewTool, kReviewArc, kCodeParameter, kCodeX, kCodeY, kCodeZ},
+     {kReviewModifiedBand, kReviewLeftOnlyBand, kReviewRightOnlyBand}},
     {{kCompletionText, kBrightAccent}, {kPanelBackground, kCompletionSelected}},
     {{kPathText, kPathQuietText, kPathDimension, kPathMeasure}, {kPathGround}},
     {{kCubeLetter}, {kCubeFaceSlant, kCubeFaceStraight, kCubeCell}},
     {{kCadDimension, kCadMeasure, kCadHover}, {kWindowBackground, kPanelBackground}},
     {{kPictureDimension, kPictureSelected, kPictureOutline, kPictureStock},
      {kPictureGround, kPictureFace, kPictureOpening, kPicturePocket}},
-};
-
-// Words of a program on the bands of changed lines fall short of what is read elsewhere, down
-// to 3.9: line numbers, "%" and M words. The sign and the number that begin the line do not.
-inline const std::vector<Group> kTokensOnBands = {
-    {{kEditorText, kCodeComment, kCodePercent, kCodeNumber, kCodeProgram, kCodeG, kCodeM, kCodeFeed,
-      kCodeSpindle, kCodeTool, kCodeArc, kCodeParameter, kCodeX, kCodeY, kCodeZ},
-     {kReviewModifiedBand, kReviewLeftOnlyBand, kReviewRightOnlyBand}},
 };
 
 // What must be told from its ground: outlines of controls, marks of the keyboard, icons, lines of

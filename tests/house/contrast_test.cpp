@@ -76,10 +76,6 @@ TEST(Contrast, LetsEveryTextBeRead) { ExpectContrast(contrast::kTexts, kLeastOfT
 
 TEST(Contrast, ShowsEveryOutlineAndEveryLine) { ExpectContrast(contrast::kLines, kLeastOfLines); }
 
-TEST(Contrast, TellsTheWordsOfChangedLinesFromTheirBands) {
-  ExpectContrast(contrast::kTokensOnBands, kLeastOfLines);
-}
-
 TEST(Contrast, IsAskedOfEveryColourOfThePalette) {
   const std::string pairs = house::ReadText(house::kSource / "tests/house/contrast_pairs.h");
   static const std::regex kName("inline constexpr platform::Colour (k\\w+)");

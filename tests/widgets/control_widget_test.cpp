@@ -439,6 +439,48 @@ TEST(CheckWidget, ShowsThatItHasTheKeyboard) {
   EXPECT_NE(with.pixelColor(SquareOf(200).topLeft()), without.pixelColor(SquareOf(200).topLeft()));
 }
 
+// At such a scale an odd pixel of the window begins within a pixel of the screen.
+TEST(ComboWidget, HasAFrameOnEverySideAtAScaleOfOneAndAHalf) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 1);
+  Make(401, ControlKind::CheckBox, u"Match case");
+  Make(201, ControlKind::EditLine, u"");
+  SetPlace(201, {600, 20, 700, 50});
+  for (const int id : {400, 401, 201}) SetVisible(id, true);
+  SetFocusTo(201);
+  constexpr double kScale = 1.5;
+  QWidget* window = WidgetOf(kMainWindow);
+  // Of what the frame has the colour: a pixel within two of the edge, in the middle of each side.
+  const auto framed = [&](const QRect& place, Colour line) {
+    QImage image(window->size() * kScale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(kScale);
+    image.fill(0);
+    window->render(&image);
+    const auto meets = [&](QPointF at, QPoint step) {
+      QPoint pixel = (at * kScale).toPoint() - 2 * step;
+      for (int i = 0; i < 5; ++i, pixel += step) {
+        if ((image.pixel(pixel) & 0xFFFFFFU) == line) return true;
+      }
+      return false;
+    };
+    const QRectF box(place);
+    const QPointF middle = box.center();
+    return std::vector<bool>{
+        meets({box.left(), middle.y()}, {1, 0}), meets({middle.x(), box.top()}, {0, 1}),
+        meets({box.right(), middle.y()}, {1, 0}), meets({middle.x(), box.bottom()}, {0, 1})};
+  };
+  const std::vector<bool> all(4, true);
+  for (const int x : {20, 21}) {
+    for (const int y : {40, 41}) {
+      SetPlace(400, {x, y, x + 101, y + 27});
+      SetPlace(401, {x, y + 60, x + 121, y + 81});
+      EXPECT_EQ(framed({x, y, 101, 27}, 0x2A6FA3), all) << "combo at " << x << ", " << y;
+      const QRect square = SquareOf(401).translated(x, y + 60);
+      EXPECT_EQ(framed(square, 0x91AAC4), all) << "box at " << x << ", " << y + 60;
+    }
+  }
+}
+
 TEST(ComboWidget, IsAsDarkAsAKeyAndMarksTheKeyboard) {
   stand::Open();
   MakeRows(400, ListKind::Combo, 4);

@@ -46,6 +46,12 @@ constexpr FormRow Keys(unsigned pages, int first, int second = 0, int third = 0)
 constexpr FormRow FixedKeys(unsigned pages, int key) {
   return {.kind = RowKind::Keys, .pages = pages, .keys = {key}, .fixed = true};
 }
+// A panel has the fields of two patterns; each part says which keys take its fields.
+constexpr char16_t kQuickNote[] =
+    u"Apply repeats the selected object by these fields. INSERT and CREATE take those of SKETCH "
+    u"PATTERN, further down.";
+constexpr char16_t kFullNote[] =
+    u"The picture, INSERT and CREATE take the fields below, none from above.";
 constexpr char16_t kItemSizeHelp[] = u"Of a built-in item; a saved shape keeps its own sizes";
 
 // In the order of the screen. The selected geometry has no places in FormValues: a field of it
@@ -53,6 +59,7 @@ constexpr char16_t kItemSizeHelp[] = u"Of a built-in item; a saved shape keeps i
 // clang-format off
 constexpr FormRow kRows[] = {
     Head(kCircle, u"CIRCULAR PATTERN"),
+    Note(kCircular, kQuickNote),
     {.kind = RowKind::Count, .id = kIdCadQuantity, .label = u"Quantity", .start = u"6",
      .fallback = 6, .value = kQuickQuantity, .pages = kQuickCircle, .enter = kIdCadQuickCircular},
     {.id = kIdCadCircularX, .label = u"Center X", .start = u"0", .follows = kLength,
@@ -71,6 +78,7 @@ constexpr FormRow kRows[] = {
     Keys(kCircular, kIdCadQuickCircular),
 
     Head(kGrid, u"RECTANGULAR PATTERN"),
+    Note(kRectangular, kQuickNote),
     {.kind = RowKind::Count, .id = kIdCadColumns, .label = u"Columns", .start = u"3", .fallback = 3,
      .value = kQuickColumns, .pages = kQuickGrid, .enter = kIdCadQuickGrid},
     {.kind = RowKind::Count, .id = kIdCadRows, .label = u"Rows", .start = u"2", .fallback = 2,
@@ -84,6 +92,7 @@ constexpr FormRow kRows[] = {
     Keys(kRectangular, kIdCadQuickGrid),
 
     Head(kPatterns, u"SKETCH PATTERN"),
+    Note(kPatterns, kFullNote),
     Keys(kPatternForms, kIdCadPatternSource),
     {.kind = RowKind::Choice, .id = kIdCircularItem, .label = u"Item",
      .choice = kPatternItem, .pages = kCircle, .rows = kItemWords},

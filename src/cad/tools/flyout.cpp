@@ -3,6 +3,8 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
+#include "app/key_rows.h"
+#include "app/panels.h"
 #include "app/router.h"
 #include "cad/model/hint_line.h"
 #include "cad/tools/draw_tools.h"
@@ -98,13 +100,34 @@ void ShowFlyout(int keyId) {
   if (method > 0) StartMethod(method);
 }
 
-bool FlyoutKey(int keyId, const platform::KeyEvent& key) {
-  if (key.key != platform::kKeyDown || key.ctrl || key.alt || !FlyoutOf(keyId)) return false;
-  ShowFlyout(keyId);
+namespace {
+
+int askedKey = 0;  // the tool's key that has the keyboard
+
+bool ShowAsked() {
+  if (!FlyoutOf(askedKey)) return false;
+  ShowFlyout(askedKey);
   return true;
 }
 
-void RegisterFlyouts() { RegisterTimer(kTimerFlyout, RestOver); }
+constexpr ChordPlace kToolKeyChords{u"key of a tool"};
+constexpr KeyRow kKeys[] = {{PlainKey(kToolKeyChords, platform::kKeyDown),
+                             u"Choose from the ways to draw or measure", ShowAsked}};
+
+}  // namespace
+
+bool FlyoutKey(int keyId, const platform::KeyEvent& key) {
+  askedKey = keyId;
+  return RunKeyRow(kKeys, key);
+}
+
+void RegisterFlyouts() {
+  RegisterTimer(kTimerFlyout, RestOver);
+  Handlers handlers;
+  handlers.id = kFlyouts[0].key;  // told once for all; the surface asks for it
+  handlers.keys = kKeys;
+  RegisterHandlers(handlers);
+}
 
 void ResetFlyouts() {
   restingOn = helpedOn = 0;

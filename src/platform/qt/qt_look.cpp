@@ -33,11 +33,14 @@ constexpr Colour kKeyOnBottom = 0x033A54;
 constexpr Colour kFaint = 0x5C7389;  // what cannot be used
 QFont fonts[kFontRoles];
 
-// A frame of one pixel just inside the place.
+// A frame of one pixel just inside the place. Of areas, not of lines: at a scale of 1.5 a line may
+// come to lie outside.
 void DrawFrame(QPainter* painter, const QRect& place, const QColor& line) {
-  painter->setBrush(Qt::NoBrush);
-  painter->setPen(line);
-  painter->drawRect(place.adjusted(0, 0, -1, -1));
+  const QRect sides[] = {{place.left(), place.top(), place.width(), 1},
+                         {place.left(), place.bottom(), place.width(), 1},
+                         {place.left(), place.top(), 1, place.height()},
+                         {place.right(), place.top(), 1, place.height()}};
+  for (const QRect& side : sides) painter->fillRect(side, line);
 }
 
 Colour MarkColour(const QStyleOption& option, Colour plain) {
@@ -178,13 +181,7 @@ class DarkStyle : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     if (element == PE_FrameFocusRect) {
-      painter->save();
-      painter->setRenderHint(QPainter::Antialiasing, false);
-      painter->setBrush(Qt::NoBrush);
-      painter->setPen(ColourOf(kLookBright));
-      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-      painter->restore();
-      return;
+      return DrawFrame(painter, option->rect, ColourOf(kLookBright));
     }
     if (element == PE_IndicatorCheckBox) return DrawCheckBox(*option, painter);
     if (element == PE_PanelButtonCommand) return DrawBoxKey(*option, painter);
@@ -195,9 +192,7 @@ class DarkStyle : public QProxyStyle {
       return DrawFrame(painter, option->rect, ColourOf(MarkColour(*option, kLookControlLine)));
     }
     if (element == PE_FrameMenu) {
-      painter->setPen(ColourOf(kLookLine));
-      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-      return;
+      return DrawFrame(painter, option->rect, ColourOf(kLookLine));
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
   }

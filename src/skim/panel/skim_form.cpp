@@ -223,8 +223,14 @@ const Sheet kSkimSheet{.frame = {kViewSkimForm, u"MorvaSkimForm", u"Pages of the
                        .bar = {kViewSkimBar, u"MorvaSkimBar", u"Scroll the fields of the skim"},
                        .parent = kViewSkim};
 
-const Form kSkimForm{
-    .look = &kLook, .sheet = &kSkimSheet, .rows = Rows(), .page = FormPage, .changed = SkimChanged};
+const Form kSkimForm{.look = &kLook,
+                     .sheet = &kSkimSheet,
+                     .rows = Rows(),
+                     .page = FormPage,
+                     .changed = SkimChanged,
+                     // The last page has its keys close below its words, so that the code gets the
+                     // height. So a press of NEXT too many does not meet INSERT either.
+                     .steadyPages = kStockPages | kCutterPages | kDepthPages};
 
 const Form kSkimPanes{.look = &kPaneLook, .parent = kViewSkim, .rows = kPaneRows};
 

@@ -17,6 +17,7 @@
 #include "library/shapes.h"
 #include "platform/listing.h"
 #include "platform/window.h"
+#include "shell/modes.h"
 #include "support/workbench.h"
 #include "text/codetext.h"
 
@@ -86,6 +87,48 @@ class Patterns : public support::Workbench {
   static void Circular() { ASSERT_TRUE(headless::Click(kIdCadCircularPanel)); }
   static void Rectangular() { ASSERT_TRUE(headless::Click(kIdCadGridPanel)); }
 };
+
+// The panel has fields of two patterns; a note above each says which keys take them. The first one
+// is in sight when the panel comes up.
+TEST_F(Patterns, SayWhichKeysTakeWhichFields) {
+  const auto noteAt = [](std::u16string_view words) {
+    for (int id = kIdCadLabelFirst; id <= kIdCadLabelLast; ++id) {
+      if (platform::Exists(id) && platform::IsVisible(id) && platform::TextOf(id) == words) {
+        return platform::PlaceOf(id);
+      }
+    }
+    return platform::Rect{};
+  };
+  constexpr std::u16string_view kAbove =
+      u"Apply repeats the selected object by these fields. INSERT and CREATE take those of SKETCH "
+      u"PATTERN, further down.";
+  constexpr std::u16string_view kBelow =
+      u"The picture, INSERT and CREATE take the fields below, none from above.";
+  struct {
+    int panel, quickField, quickKey, firstBelow, mode;
+  } const kinds[] = {
+      {kIdCadCircularPanel, kIdCadQuantity, kIdCadQuickCircular, kIdCircularItem, kModeCircular},
+      {kIdCadGridPanel, kIdCadColumns, kIdCadQuickGrid, kIdRectItem, kModeRectangular},
+  };
+  for (const auto& kind : kinds) {
+    ASSERT_TRUE(headless::Click(kind.panel));
+    const platform::Rect above = noteAt(kAbove);
+    const platform::Rect below = noteAt(kBelow);
+    ASSERT_GT(above.bottom, above.top);
+    ASSERT_GT(below.bottom, below.top);
+    EXPECT_LE(above.bottom, platform::PlaceOf(kind.quickField).top);
+    EXPECT_LT(above.top, 60);
+    EXPECT_GE(below.top, platform::PlaceOf(kind.quickKey).bottom);
+    EXPECT_LE(below.bottom, platform::PlaceOf(kind.firstBelow).top);
+  }
+  // Without the drawing's part there is one set of fields, and nothing to tell apart.
+  for (const auto& kind : kinds) {
+    SetMode(kind.mode);
+    EXPECT_FALSE(platform::IsVisible(kind.quickKey));
+    EXPECT_EQ(noteAt(kAbove).bottom, 0);
+    EXPECT_EQ(noteAt(kBelow).bottom, 0);
+  }
+}
 
 // The quick circular pattern.
 

@@ -647,9 +647,11 @@ TEST_F(FormStage, KeepsFixedRowsBelowWhatScrolls) {
   RegisterSheet<kSheet>();
   PlaceForm(kHalvesForm, {0, 100, 216, 500}, 0);
   EXPECT_EQ(platform::PlaceOf(kFrame), (Rect{0, 100, 200, 186}));
-  EXPECT_EQ(platform::PlaceOf(kList), (Rect{10, 190, 206, 470}));
-  EXPECT_EQ(platform::PlaceOf(kSecondKey), (Rect{10, 474, 206, 500}));
-  // Too little room: the view keeps its least, and the rest scrolls.
+  // As wide as the rows above it.
+  EXPECT_FALSE(SheetScrolls(kSheet));
+  EXPECT_EQ(platform::PlaceOf(kList), (Rect{10, 190, 190, 470}));
+  EXPECT_EQ(platform::PlaceOf(kSecondKey), (Rect{10, 474, 190, 500}));
+  // Too little room: the view keeps its least, and the rest scrolls, with a bar beside it.
   PlaceForm(kHalvesForm, {0, 100, 216, 250}, 0);
   EXPECT_EQ(platform::PlaceOf(kList), (Rect{10, 160, 206, 220}));
   EXPECT_EQ(platform::PlaceOf(kSecondKey), (Rect{10, 224, 206, 250}));

@@ -94,6 +94,33 @@ TEST(LayoutRects, ShowsOneKeyOfAKindBesideTheView) {
   });
 }
 
+// The fields are worked in, the help is read once.
+TEST(LayoutRects, GiveThePanelsFieldsTheHeightBeforeTheHelpBelowThem) {
+  const auto heights = [](int height) {
+    LayoutInput in = Window(1280, height, kModeShapes);
+    in.helpBelow = true;
+    const LayoutPlan plan = PlanLayout(in);
+    int help = 0;
+    for (int i = 0; i < plan.count; ++i) {
+      const Rect& place = plan.placements[i].place;
+      if (plan.placements[i].id == kIdHelpText) help = RectHeight(place);
+    }
+    return std::pair{RectHeight(plan.areas.panelBody), help};
+  };
+  const auto [low, noHelp] = heights(640);
+  EXPECT_EQ(noHelp, 0);
+  const auto [high, wholeHelp] = heights(800);
+  EXPECT_EQ(wholeHelp, 112);
+  // Nothing but the help was between them: 160 pixels, the help and the gap above it.
+  EXPECT_EQ(low, high - 160 + 112 + 8);
+  // Between the two the help has what the fields leave.
+  for (int height = 640; height <= 800; ++height) {
+    const auto [body, help] = heights(height);
+    EXPECT_TRUE(help == 0 || (help >= 64 && body >= 400)) << height << ": " << body << ", " << help;
+    EXPECT_GE(body, low) << height;
+  }
+}
+
 TEST(LayoutRects, OverlapNowhereAndLieInsideTheWindow) {
   ForEveryPlan([](const LayoutInput& in, const LayoutPlan& plan) {
     for (int i = 0; i < plan.count; ++i) {

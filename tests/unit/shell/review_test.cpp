@@ -290,6 +290,26 @@ TEST_F(Review, ChangedRowsBearTheirBandsAndTokensLieOverThem) {
   EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 6), 0xDEE9F2u);
 }
 
+// Four kinds of words are too dark for the bands and are lighter there.
+TEST_F(Review, LightensOnBandsTheWordsThatAreTooDarkForThem) {
+  Compare(u"SAME\r\nN1 M8 T7 I1\r\n", u"SAME\r\n");
+  ASSERT_TRUE(HasBand(kIdReviewLeftPane, 1, 0x4B2228));
+  // Behind "2 -  ".
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 5), 0x91A8BCu);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 8), 0x5EA6FFu);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 11), 0xE776FFu);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 1, 14), 0xC28BFFu);
+}
+
+TEST_F(Review, LeavesTheWordsAsTheyAreBesideTheBands) {
+  Compare(u"N1 M8 T7 I1\r\n", u"N1 M8 T7 I1\r\n");
+  ASSERT_TRUE(HasNoBand(kIdReviewLeftPane, 0));
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 5), 0x809AB2u);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 8), 0x489AFFu);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 11), 0xE670FFu);
+  EXPECT_EQ(ColourAt(kIdReviewLeftPane, 0, 14), 0xBE84FFu);
+}
+
 TEST_F(Review, HidesMarkersOfTheFirstColumnAndKeepsTheFilesNumbers) {
   const std::u16string left = u"(MORVA TEXT 1)\r\n (MORVA END 1)\r\n(morva end 1)\r\nG1\r\n";
   const std::u16string right = u"(MORVA TEXT 7)\r\n (MORVA END 7)\r\n(morva end 1)\r\nG1\r\n";

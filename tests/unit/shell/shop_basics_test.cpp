@@ -240,6 +240,14 @@ TEST_F(ShopBasics, ListEveryKeyOfTheViews) {
   EXPECT_TRUE(listed(u"Page Down", u"Pick the next feature", u"picture of the plate"));
   EXPECT_TRUE(listed(u"D", u"Pick the next label", u"picture of the plate"));
   EXPECT_TRUE(listed(u"Down", u"Choose from the last ones", u"OPEN"));
+  EXPECT_TRUE(listed(u"Down", u"Go to the workspace below", u"list of workspaces"));
+  EXPECT_TRUE(listed(u"Enter", u"Open the workspace", u"list of workspaces"));
+  EXPECT_TRUE(listed(u"Down", u"Choose from the ways to draw or measure", u"key of a tool"));
+  EXPECT_TRUE(listed(u"Ctrl+Space", u"List what completes the word", u"program code"));
+  EXPECT_TRUE(listed(u"Tab", u"Take the row", u"list of completions"));
+  EXPECT_TRUE(listed(u"Esc", u"Close the list", u"list of completions"));
+  EXPECT_TRUE(listed(u"Down", u"Go on in the list", u"search of the code index"));
+  EXPECT_TRUE(listed(u"Enter", u"Insert the code of the row", u"search of the code index"));
 }
 
 // Each key with each modifier: what the view takes stands in its rows or in those of commands.

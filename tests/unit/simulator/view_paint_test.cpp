@@ -301,6 +301,8 @@ TEST_F(ViewPaint, BreaksReadOutsThatANarrowViewCannotHold) {
     EXPECT_LE(call.numbers[2], 353);
     EXPECT_EQ(static_cast<unsigned>(call.numbers[5]) & platform::kTextEllipsis, 0u);
     EXPECT_GE(call.numbers[2] - call.numbers[0], 6.0 * static_cast<double>(call.text.size()));
+    // The slash between two parts goes where the line breaks there.
+    EXPECT_FALSE(call.text.starts_with(u'/') || call.text.ends_with(u'/'));
   }
   EXPECT_EQ(calls.back().name, "PaintText");
 }

@@ -11,6 +11,7 @@
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
 #include "documents/program_tabs.h"
+#include "forms/sheet.h"
 #include "library/units.h"
 #include "platform/editor.h"
 #include "skim/panel/skim_form.h"
@@ -287,6 +288,50 @@ TEST_F(SkimWizardPages, ListsAHundredPassesInTheMatrixOfTheLastPage) {
   }
   EXPECT_EQ(stops, 99u);
   EXPECT_NE(text.find(u"  END\r\n"), text.npos);
+}
+
+// Who presses NEXT three times presses at one place; INSERT stands at another.
+TEST_F(SkimWizardPages, KeepsCancelBackAndNextWhereTheyAre) {
+  OpenSkim();
+  const auto foot = [] {
+    std::vector<int> edges;
+    for (const int key : {kIdSkimCancel, kIdSkimBack, kIdSkimNext}) {
+      const platform::Rect place = platform::PlaceOf(key);
+      for (const int edge : {place.left, place.top, place.right, place.bottom}) {
+        edges.push_back(edge);
+      }
+    }
+    return edges;
+  };
+  const std::vector<int> first = foot();
+  const auto below = [](int id) {
+    return platform::PlaceOf(kViewSkimForm).top + platform::PlaceOf(id).bottom <=
+           platform::PlaceOf(kIdSkimCancel).top;
+  };
+  EXPECT_TRUE(below(kIdSkimMm));
+  headless::Click(kIdSkimPosition);
+  EXPECT_EQ(foot(), first);
+  EXPECT_TRUE(below(kIdSkimMm));
+  headless::Click(kIdSkimPosition);
+  Next();
+  EXPECT_EQ(foot(), first);
+  Next();
+  EXPECT_EQ(foot(), first);
+  for (const int row : {1, 0}) {
+    headless::SelectRows(kIdSkimDepths, {row});
+    EXPECT_EQ(foot(), first);
+  }
+  Next();
+  ASSERT_EQ(skimWizard.page, kSkimReview);
+  EXPECT_LT(platform::PlaceOf(kIdSkimInsert).bottom, platform::PlaceOf(kIdSkimCode).top + 1);
+}
+
+TEST_F(SkimWizardPages, EndsTheRowOfNextWithTheRowsAboveIt) {
+  OpenSkim();
+  ASSERT_FALSE(SheetScrolls(kSkimSheet));
+  const int sheet = platform::PlaceOf(kViewSkimForm).left;
+  EXPECT_EQ(platform::PlaceOf(kIdSkimNext).right, sheet + platform::PlaceOf(kIdSkimMm).right);
+  EXPECT_EQ(platform::PlaceOf(kIdSkimCancel).left, sheet + platform::PlaceOf(kIdSkimInch).left);
 }
 
 TEST_F(SkimWizardPages, WalksTheFourPagesAndReviewsTheCode) {
