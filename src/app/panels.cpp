@@ -62,6 +62,13 @@ bool IsPanelAt(PanelSpot spot) {
   return HoldsForActive([spot](const Panel& panel) { return panel.spot == spot; });
 }
 
+bool FocusPanelAt(PanelSpot spot) {
+  for (int i = 0; i < panelFill.count; ++i) {
+    if (panels[i].spot == spot && IsPanelActive(panels[i]) && Call(panels[i].focus)) return true;
+  }
+  return false;
+}
+
 int HeightAboveView() {
   int height = 0;
   for (int i = 0; i < panelFill.count; ++i) {

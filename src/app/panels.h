@@ -45,6 +45,8 @@ struct Panel {
   std::span<const int> wells = {};  // controls that the main window frames as wells
   // The back key, while the panel is active, before anything is left. True: used up.
   bool (*back)() = nullptr;
+  // Takes the keyboard where the work area is the panel's again. False: it has no use for it.
+  bool (*focus)() = nullptr;
   // MORVA is to close, whatever mode is up. False: it stays, as something would be lost that the
   // user wants to keep. Null: nothing would be lost.
   bool (*mayEnd)() = nullptr;
@@ -64,6 +66,8 @@ bool IsPanelActive(const Panel& panel);
 bool HasPanel(int mode);
 // Whether an active panel stands at this spot.
 bool IsPanelAt(PanelSpot spot);
+// Gives the keyboard to the active panel there. False: none wants it.
+bool FocusPanelAt(PanelSpot spot);
 // Panel::heightAboveView and Panel::helpBelow of the active panels.
 int HeightAboveView();
 bool IsHelpBelow();

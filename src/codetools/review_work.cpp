@@ -157,7 +157,7 @@ void ReviewExit() {
   RelayPanels();
   // The keyboard stays where it is, unless that is hidden now.
   if (focused < kIdReviewHead || focused > kIdReviewRightPane) return;
-  platform::SetFocusTo(ShownEditor());
+  if (!FocusPanelAt(PanelSpot::Work)) platform::SetFocusTo(ShownEditor());
 }
 
 void ReviewMarkTabs() {

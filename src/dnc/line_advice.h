@@ -12,9 +12,10 @@
 
 namespace morva {
 
-// A sentence with the setting to try; empty where nothing was damaged, where too little came, and
-// where single bytes were: that is the cable. `received` holds all bytes, `errors` of them had a
-// parity or framing error.
+// A sentence with the setting to try, or with what to compare where the bytes do not tell one: it
+// names every setting that would give these bytes, and no other. Empty where the program came
+// whole, where too little came, and where single bytes were damaged: that is the cable. `received`
+// holds all bytes, `errors` of them had a parity or framing error.
 std::u16string LineAdvice(const platform::SerialSettings& settings, std::string_view received,
                           std::size_t errors);
 

@@ -169,6 +169,14 @@ void ScanComPorts() {
   LogPortNames(names, count);
 }
 
+std::u16string OtherPortWords() {
+  std::u16string saved = platform::ReadProfile(kSection, u"Port", u"");
+  if (saved.size() >= kPortNameUnits) saved.resize(kPortNameUnits - 1);  // as it is loaded
+  if (saved.empty() || SameFolded(saved, serialProfile.port)) return {};
+  return u"It goes to " + std::u16string(serialProfile.port) + u". The saved profile names " +
+         saved + u".\n\n";
+}
+
 bool AutoConnect() {
   if (dncState == kDncConnected && IsStillWanted()) return true;
   LogOutput(u"Auto-connect: attempting serial connection...");

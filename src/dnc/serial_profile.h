@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "app/limits.h"
 #include "platform/serial.h"
@@ -21,6 +22,9 @@ struct SerialProfile {
   bool operator==(const SerialProfile&) const = default;
 };
 extern SerialProfile serialProfile;
+
+// The baud rates that a user can choose, in rising order.
+inline constexpr std::int32_t kOfferedBauds[] = {1200, 2400, 4800, 9600, 19200};
 
 enum DncState : std::int32_t {
   kDncOffline = 0,
@@ -46,12 +50,16 @@ platform::SerialSettings SettingsOf(const SerialProfile& profile);
 // Lack of rights names the group to join; a port name of the file that was cut is shown.
 void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem);
 
+// Words for a question about a transfer where its port is not the one of the saved profile; empty:
+// it is, or none is saved.
+std::u16string OtherPortWords();
+
 // The setup panel, when it exists: its lists answer for the profile while it is shown, and behind
-// another mode as long as a port is selected. Null until then.
+// another mode as long as a port is selected that the user saved or chose. Null until then.
 struct SetupPanel {
   bool (*exists)() = nullptr;
-  bool (*shown)() = nullptr;  // null: it is shown as long as it exists
-  bool (*readLists)(SerialProfile& profile) = nullptr;  // false: no port is selected
+  bool (*shown)() = nullptr;                            // null: it is shown as long as it exists
+  bool (*readLists)(SerialProfile& profile) = nullptr;  // false: no port is selected that counts
   void (*fillPorts)(const platform::SerialName* names, int count) = nullptr;
   void (*followState)() = nullptr;  // the link's state is another one
 };

@@ -34,25 +34,29 @@ struct Item {
   const char16_t* words;
   std::int32_t number;  // as the settings file holds it
 };
-constexpr Item kBauds[] = {
-    {u"1200", 1200}, {u"2400", 2400}, {u"4800", 4800}, {u"9600", 9600}, {u"19200", 19200}};
 constexpr Item kDataBits[] = {{u"7", 7}, {u"8", 8}};
 constexpr Item kParities[] = {{u"Even", 2}, {u"None", 0}, {u"Odd", 1}};
 constexpr Item kStopBits[] = {{u"2", 2}, {u"1", 0}};
 constexpr Item kFlows[] = {{u"XON / XOFF", 1}, {u"RTS / CTS", 2}, {u"None", 0}};
+// What only a settings file says.
+constexpr Item kFurtherParities[] = {{u"Mark", 3}, {u"Space", 4}};
+constexpr Item kFurtherStopBits[] = {{u"1.5", 1}};
+constexpr int kBaudAtStart = 3;  // row of 9600
 
 // The lists of numbers, in the order of the panel.
 struct NumberList {
   int id;
-  std::span<const Item> items;
-  int start;  // row at creation
+  std::span<const Item> items;  // none: the baud rates
   std::int32_t SerialProfile::*field;
+  std::span<const Item> further = {};  // words of numbers that are not offered
+  const char16_t* other = u"";         // before every other number
 };
-constexpr NumberList kLists[] = {{kIdDncBaudList, kBauds, 3, &SerialProfile::baud},
-                                 {kIdDncDataBits, kDataBits, 0, &SerialProfile::dataBits},
-                                 {kIdDncParity, kParities, 0, &SerialProfile::parity},
-                                 {kIdDncStopBits, kStopBits, 0, &SerialProfile::stopBits},
-                                 {kIdDncFlow, kFlows, 0, &SerialProfile::flow}};
+constexpr NumberList kLists[] = {
+    {kIdDncBaudList, {}, &SerialProfile::baud},
+    {kIdDncDataBits, kDataBits, &SerialProfile::dataBits},
+    {kIdDncParity, kParities, &SerialProfile::parity, kFurtherParities, u"Unknown: "},
+    {kIdDncStopBits, kStopBits, &SerialProfile::stopBits, kFurtherStopBits, u"Unknown: "},
+    {kIdDncFlow, kFlows, &SerialProfile::flow, {}, u"None: "}};
 
 constexpr char16_t kSteps[] =
     u"1   Connect the adapter\r\nPlug in the USB / RS-232 adapter, then Rescan ports. Select the "
@@ -158,6 +162,9 @@ constexpr Command kCommands[] = {
 bool open = false;
 // The names behind the rows of the port list.
 std::vector<std::u16string> portNames;
+// The port that the user saved or chose last. Another one that is selected stands in for it, as it
+// was not there, and is nobody's choice.
+std::u16string wantedPort;
 
 bool IsShown() {
   return open && app.surface == kSurfaceCode && app.mode == kModeDnc && !app.compareActive;
@@ -193,15 +200,36 @@ void FillPorts(const platform::SerialName* names, int count) {
   portNames.clear();
   for (int i = 0; i < count; ++i) AddPort(names[i].name, names[i].adapter);
   if (IsPath(chosen) && RowOfPort(chosen) < 0) AddPort(chosen, u"");
-  platform::SelectRow(kIdDncPorts, std::max(RowOfPort(chosen), portNames.empty() ? -1 : 0));
+  const int back = wantedPort.empty() ? -1 : RowOfPort(wantedPort);
+  const int row = back >= 0 ? back : RowOfPort(chosen);
+  platform::SelectRow(kIdDncPorts, std::max(row, portNames.empty() ? -1 : 0));
+}
+
+void WantChosenPort() {
+  if (const std::u16string port = ChosenPort(); !port.empty()) wantedPort = port;
+}
+
+bool IsStandIn(std::u16string_view port) {
+  return !wantedPort.empty() && !SameFolded(port, wantedPort);
 }
 
 void FillNumbers() {
   for (const NumberList& list : kLists) {
     platform::ClearRows(list.id);
     for (const Item& item : list.items) platform::AddRow(list.id, item.words, item.number);
-    platform::SelectRow(list.id, list.start);
+    platform::SelectRow(list.id, 0);
   }
+  for (const std::int32_t baud : kOfferedBauds) {
+    platform::AddRow(kIdDncBaudList, IntegerText(baud), baud);
+  }
+  platform::SelectRow(kIdDncBaudList, kBaudAtStart);
+}
+
+std::u16string WordsOfNumber(const NumberList& list, std::int32_t number) {
+  for (const Item& item : list.further) {
+    if (item.number == number) return item.words;
+  }
+  return list.other + IntegerText(number);
 }
 
 // A number that no entry stands for gets one of its own, so that saving keeps it.
@@ -209,7 +237,7 @@ void ShowNumber(const NumberList& list, std::int32_t number) {
   int row = 0;
   while (row < platform::RowCount(list.id) && platform::RowData(list.id, row) != number) ++row;
   if (row == platform::RowCount(list.id)) {
-    platform::AddRow(list.id, IntegerText(number), number);
+    platform::AddRow(list.id, WordsOfNumber(list, number), number);
   }
   platform::SelectRow(list.id, row);
 }
@@ -217,6 +245,7 @@ void ShowNumber(const NumberList& list, std::int32_t number) {
 void ShowSavedProfile() {
   if (!LoadSerialProfile()) return;
   const std::u16string_view port = serialProfile.port;
+  wantedPort = port;
   if (IsPath(port) && RowOfPort(port) < 0) AddPort(port, u"");
   if (const int row = RowOfPort(port); row >= 0) {
     platform::SelectRow(kIdDncPorts, row);
@@ -229,7 +258,7 @@ void ShowSavedProfile() {
 
 bool ReadLists(SerialProfile& profile) {
   const std::u16string port = ChosenPort();
-  if (port.empty()) return false;
+  if (port.empty() || (IsStandIn(port) && !IsShown())) return false;
   CopyBounded(profile.port, kPortNameUnits, port);
   for (const NumberList& list : kLists) {
     const int row = platform::SelectedRow(list.id);
@@ -291,6 +320,7 @@ void OpenSetupPanel() {
   }
   if (app.mode != kModeDnc || !MayTakeWork()) return;
   open = true;
+  wantedPort.clear();
   platform::SetText(kIdDncSteps, kSteps);
   platform::SetText(kIdDncLog, u"Connection setup ready.\r\n");
   FillNumbers();
@@ -327,6 +357,10 @@ void RegisterSetupPanel() {
   };
   panel.place = PlacePanel;
   panel.hide = HidePanel;
+  panel.focus = [] {
+    platform::SetFocusTo(kIdDncPorts);
+    return true;
+  };
   panel.back = [] {
     CloseSetupPanel();
     return true;
@@ -350,7 +384,12 @@ void RegisterSetupPanel() {
                   [](int, int) { ShowSetup(); });
   RegisterCommand(click, kIdDncRescan, platform::kNotifyClick, [](int, int) { ScanComPorts(); });
   RegisterCommand(click, kIdDncCheck, platform::kNotifyClick, [](int, int) { CheckPort(); });
-  RegisterCommand(click, kIdDncSave, platform::kNotifyClick, [](int, int) { SaveSerialProfile(); });
+  RegisterCommand(click, kIdDncSave, platform::kNotifyClick, [](int, int) {
+    SaveSerialProfile();
+    WantChosenPort();
+  });
+  RegisterCommand(RouterStage::Notified, kIdDncPorts, platform::kNotifyComboSelect,
+                  [](int, int) { WantChosenPort(); });
   RegisterCommand(click, kIdDncAbort, platform::kNotifyClick, [](int, int) { AbortTransfer(); });
   RegisterCommand(click, kIdDncClose, platform::kNotifyClick, [](int, int) { CloseSetupPanel(); });
   RegisterCommand(click, kIdDncSend, platform::kNotifyClick, [](int, int) { SendEditorProgram(); });
@@ -368,6 +407,7 @@ void RegisterSetupPanel() {
 void ResetSetupPanel() {
   open = false;
   portNames.clear();
+  wantedPort.clear();
 }
 
 }  // namespace morva

@@ -10,7 +10,6 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "dnc/dnc_commands.h"
-#include "dnc/line_advice.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_show.h"
 #include "documents/autosave.h"
@@ -24,6 +23,7 @@
 #include "documents/program_tabs.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
+#include "documents/save_words.h"
 #include "documents/saver.h"
 #include "documents/tab_table.h"
 #include "platform/clock.h"
@@ -226,9 +226,9 @@ void LogLineErrors() {
   LogOutput(line);
 }
 
-// What the bytes tell about the line, which is to be known before they go into a program.
-std::u16string AdviceOfReceive() {
-  return LineAdvice(worker.settings, transfer.receivedData, worker.lineErrors);
+// What the bytes tell about the line, also those of a receive that was aborted or failed.
+void LogAdvice() {
+  if (transfer.isReceive && !worker.advice.empty()) LogOutput(worker.advice);
 }
 
 void LogLeft(unsigned long long left, unsigned long long total) {
@@ -264,27 +264,27 @@ void OnTransferFailed(unsigned long long reason, unsigned long long left) {
   LogOpenProblem(worker.settings, worker.problem);
   LogLineErrors();
   LogStop(worker.stop);
+  LogAdvice();
   if (reason == kFailedWrite && total > 0) LogLeft(left, total);
   SetDncState(kDncError);
-  ShowStatus(u"DNC transfer error — check COM port, cable, and matching settings.");
+  TellResult(u"DNC transfer error — check COM port, cable, and matching settings.");
 }
 
 void OnReceiveDone(unsigned long long count, unsigned long long) {
   EndJob();
-  const std::u16string advice = AdviceOfReceive();
   if (count == 0 || IsFillingOnly(transfer.receivedData)) {
     std::string().swap(transfer.receivedData);
     LogOutput(u"Receive ended with no data.");
-    if (!advice.empty()) LogOutput(advice);
+    LogAdvice();
     SetDncState(kDncError);
-    ShowStatus(u"DNC receive error / timeout — no program data received.");
+    TellResult(u"DNC receive error / timeout — no program data received.");
     return;
   }
   const std::u16string words = OpenReceivedProgram();
   LogLineErrors();
-  if (!advice.empty()) LogOutput(advice);
+  LogAdvice();
   SetDncState(kDncConnected);
-  ShowStatus(words);
+  TellResult(words);
 }
 
 void OnReceiveProgress(unsigned long long count, unsigned long long) {
@@ -311,7 +311,7 @@ void OnSendDone(unsigned long long left, unsigned long long total) {
     LogOutput(u"Transfer aborted by operator.");
     LogLeft(left, total);
     SetDncState(kDncOffline);
-    ShowStatus(u"DNC transfer aborted.");
+    TellResult(u"DNC transfer aborted.");
     return;
   }
   if (transfer.abortRequested.load() != 0) {
@@ -320,7 +320,7 @@ void OnSendDone(unsigned long long left, unsigned long long total) {
   LogOutput(
       u"Send complete. Confirm the Haas reports a successful receive before using the program.");
   SetDncState(kDncConnected);
-  ShowStatus(u"DNC send complete — confirm receive on Haas control.");
+  TellResult(u"DNC send complete — confirm receive on Haas control.");
 }
 
 }  // namespace
@@ -348,7 +348,8 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question += LiveCodeWords(text) + UnreadWords(text) + LossWords(text) + u"Send now?";
+  question +=
+      OtherPortWords() + LiveCodeWords(text) + UnreadWords(text) + LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
 }
@@ -370,8 +371,8 @@ void SendFileFromDisk() {
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
-  question +=
-      DifferenceWords(path) + UnreadWords(text) + LossWords(text) + u"Send the selected file?";
+  question += OtherPortWords() + DifferenceWords(path) + UnreadWords(text) + LossWords(text) +
+              u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
 }

@@ -7,6 +7,7 @@
 
 #include "app/app_state.h"
 #include "app/limits.h"
+#include "dnc/line_advice.h"
 #include "platform/clock.h"
 #include "platform/post.h"
 
@@ -104,6 +105,7 @@ void RunReceive() {
   std::size_t used = 0;
   const bool there = Capture(buffer.get(), used);
   worker.lineErrors = platform::SerialLineErrors();
+  worker.advice = LineAdvice(worker.settings, {buffer.get(), used}, worker.lineErrors);
   // The largest program is one byte below the limit; partial data is never kept.
   if (!there || used == kMaxReceivedBytes || AbortWanted()) {
     Fail(kFailedReceive, 0);

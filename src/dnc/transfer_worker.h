@@ -41,6 +41,7 @@ struct WorkerRecord {
   platform::SerialProblem problem = platform::SerialProblem::None;  // of a failed open
   SendStop stop = SendStop::None;                                   // of a failed send
   std::size_t lineErrors = 0;  // bytes received with a parity or framing error
+  std::u16string advice;       // what the received bytes tell about the settings
 };
 extern WorkerRecord worker;
 

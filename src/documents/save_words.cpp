@@ -7,6 +7,7 @@
 #include "app/outlets.h"
 #include "documents/program_information.h"
 #include "documents/save_state.h"
+#include "platform/clock.h"
 
 namespace morva {
 namespace {
@@ -32,6 +33,19 @@ struct Told {
 
 Told told;
 
+constexpr std::uint64_t kResultMs = 10000;
+// What TellResult said last.
+struct Result {
+  std::u16string line;  // as the status line got it
+  std::uint64_t at = 0;
+};
+Result result;
+
+bool ResultIsNew() {
+  return !result.line.empty() && result.line == app.statusText &&
+         platform::TickMilliseconds() - result.at < kResultMs;
+}
+
 void Tell(const ProgramTab& tab, std::u16string_view words, Kind kind) {
   const bool named = &tab != ActiveTab();
   std::u16string line;
@@ -53,7 +67,12 @@ void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
 }
 
 void TellStored(const ProgramTab& tab, std::u16string_view words) {
-  Tell(tab, words, Kind::Stored);
+  if (!ResultIsNew()) Tell(tab, words, Kind::Stored);
+}
+
+void TellResult(std::u16string_view words) {
+  ShowStatus(words);
+  result = {app.statusText, platform::TickMilliseconds()};
 }
 
 void TakeBackStored(const ProgramTab& tab) {
@@ -93,6 +112,9 @@ bool TellHoldOfShown() {
   return false;
 }
 
-void ResetSaveWords() { told = {}; }
+void ResetSaveWords() {
+  told = {};
+  result = {};
+}
 
 }  // namespace morva

@@ -11,6 +11,9 @@ namespace morva {
 void TellAutosave(const ProgramTab& tab, std::u16string_view words);
 // The same for words that say that the file holds the program: they go with its next change.
 void TellStored(const ProgramTab& tab, std::u16string_view words);
+// Says how a transfer ended. For 10 s no words of TellStored take their place, which come by
+// themselves a second or two behind it.
+void TellResult(std::u16string_view words);
 // The program has changed: what the status line says of a save that held all of it goes.
 void TakeBackStored(const ProgramTab& tab);
 

@@ -106,7 +106,8 @@ const std::vector<Table>& Tables() {
        .owners = {"dnc/transfer.cpp"},
        .fields = {{"problem", {"dnc/transfer_worker.cpp"}},
                   {"stop", {"dnc/transfer_worker.cpp"}},
-                  {"lineErrors", {"dnc/transfer_worker.cpp"}}}},
+                  {"lineErrors", {"dnc/transfer_worker.cpp"}},
+                  {"advice", {"dnc/transfer_worker.cpp"}}}},
       {.name = "ruleQueue", .owners = {"codetools/find_rules.cpp"}},
       {.name = "compareResult", .owners = {"codetools/compare.cpp"}},
       // The run under way writes into a path, an extraction empties one.

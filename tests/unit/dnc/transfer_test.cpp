@@ -781,7 +781,9 @@ TEST_F(TransferTest, MasksSevenBitDataOnReceiving) {
 TEST_F(TransferTest, RefusesExactlyTwoMebibytes) {
   Receive();
   Advance(0);
-  headless::PeerSend(std::string(2097152, 'X'));
+  std::string program;
+  while (program.size() < 2097152) program += "G0 X1.\r\n";  // eight bytes
+  headless::PeerSend(program);
   Advance(120000);
   EXPECT_FALSE(transfer.active);
   EXPECT_EQ(Log().back(), kError);
@@ -1091,6 +1093,28 @@ TEST_F(TransferTest, SaysAtTheEndOfAReceiveHowManyBytesHadLineErrors) {
   transfer.isReceive = false;
   morva::RouteMessage(morva::kMessageTransferFailed, 3, 0);
   EXPECT_EQ(Log(), Lines{kError});
+}
+
+// Bytes of no program, as another rate gives them.
+TEST_F(TransferTest, TellsWhatTheBytesLookLikeAlsoOfAnAbortedReceive) {
+  const std::u16string advice =
+      u"The bytes are no program text. Compare baud rate first, then data bits, parity and stop "
+      u"bits, with the machine's settings.";
+  const std::string garbage = "\x0E\x05\x7A\x03\x1B\x6C\x02\x0F\x1E\x07\x6A\x01\x19\x0B";
+  Receive();
+  Advance(0);
+  headless::PeerSend(garbage);
+  Advance(500);
+  morva::AbortTransfer();
+  Advance(500);
+  EXPECT_EQ(State(), u"DNC: ERROR");
+  EXPECT_EQ(Log().back(), advice);
+  Receive();
+  Advance(0);
+  headless::PeerSend(garbage);
+  Advance(5000);
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  EXPECT_EQ(Log().back(), advice);
 }
 
 TEST_F(TransferTest, NamesThePortThatThisUserMayNotOpen) {

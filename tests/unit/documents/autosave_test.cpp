@@ -14,6 +14,7 @@
 #include "documents/file_text.h"
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
+#include "documents/save_words.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "platform/editor.h"
@@ -64,6 +65,28 @@ TEST_F(Autosave, NamesAProgramNoMoreThatIsShownAgain) {
   headless::Advance(1000);
   ASSERT_EQ(Status(), u"Untitled-1.NC: Project autosaved.");
   morva::SwitchTab(0);
+  EXPECT_EQ(Status(), u"Project autosaved.");
+}
+
+TEST_F(Autosave, LeavesTheResultOfATransferOnTheStatusLineForTenSeconds) {
+  headless::Advance(1000);
+  morva::TellResult(u"DNC receive complete.");
+  TypeProgram(u"G0 X1");
+  headless::Advance(2000);
+  EXPECT_FALSE(app.editorDirty) << "it is saved all the same";
+  EXPECT_EQ(Status(), u"DNC receive complete.");
+  headless::Advance(8000);
+  TypeProgram(u"G0 X2");
+  headless::Advance(2000);
+  EXPECT_EQ(Status(), u"Project autosaved.");
+}
+
+TEST_F(Autosave, TellsOfItselfWhereOtherWordsTookTheResultsPlace) {
+  headless::Advance(1000);
+  morva::TellResult(u"DNC receive complete.");
+  TypeProgram(u"G0 X1");
+  morva::ShowStatus(u"Something else.");
+  headless::Advance(2000);
   EXPECT_EQ(Status(), u"Project autosaved.");
 }
 

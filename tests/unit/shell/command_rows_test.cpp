@@ -6,6 +6,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/commands.h"
@@ -87,6 +88,16 @@ struct CommandRows : support::Workbench {
     at("CAD in millimeters");
   }
 };
+
+// The numbers of the drawings that the feature keys bear.
+TEST_F(CommandRows, GivesTheFeatureKeysTheirIcons) {
+  const std::pair<int, int> wanted[] = {
+      {kIdFeatureNew, 19}, {kIdFeatureEdit, 20}, {kIdFeatureDelete, 23}, {kIdFeatureInclude, 37}};
+  for (const auto& [id, icon] : wanted) {
+    ASSERT_TRUE(CommandOf(id)) << id;
+    EXPECT_EQ(CommandOf(id)->icon, icon) << id;
+  }
+}
 
 TEST_F(CommandRows, GiveEveryKeyInSightARowATipAndAName) {
   Ids seen;

@@ -101,6 +101,105 @@ TEST_F(Connection, SelectsTheFirstPortWhereTheSavedOneIsAbsentAndSaysSo) {
   EXPECT_NE(Log().find(u"The saved port COM9 is not there now.\r\n"), std::u16string::npos);
 }
 
+// A port that stands in for the saved one is nobody's choice.
+TEST_F(Connection, SendsToTheSavedPortOnceThePanelIsHidden) {
+  Port(u"COM3");
+  Settings("Port=COM9\r\n");
+  headless::Click(kIdSetup);
+  ASSERT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM3");
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM3") << "the lists rule while they are shown";
+  Port(u"COM9");
+  SetMode(kModeHome);
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM9");
+}
+
+TEST_F(Connection, SelectsTheSavedPortWhenARescanFindsIt) {
+  Port(u"COM3");
+  Settings("Port=COM9\r\n");
+  headless::Click(kIdSetup);
+  Port(u"COM9");
+  headless::Click(kIdDncRescan);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM9");
+}
+
+TEST_F(Connection, KeepsAPortThatTheUserChoseBehindAnotherMode) {
+  Port(u"COM3");
+  Port(u"COM4");
+  Settings("Port=COM9\r\n");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncPorts, {1});
+  Port(u"COM9");
+  headless::Click(kIdDncRescan);
+  EXPECT_EQ(Chosen(kIdDncPorts).substr(0, 4), u"COM4");
+  SetMode(kModeHome);
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM4");
+}
+
+TEST_F(Connection, TakesASavedStandInForTheUsersChoice) {
+  Port(u"COM3");
+  Settings("Port=COM9\r\nBaud=4800\r\n");
+  headless::Click(kIdSetup);
+  headless::Click(kIdDncSave);
+  headless::SelectRows(kIdDncBaudList, {0});
+  SetMode(kModeHome);
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"COM3");
+  EXPECT_EQ(serialProfile.baud, 1200);
+}
+
+TEST_F(Connection, NamesAPortBeforeASendThatIsNotTheSavedOne) {
+  Port(u"COM3");
+  Settings("Port=COM9\r\n");
+  headless::Click(kIdSetup);
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSend);
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"It goes to COM3. The saved profile names COM9.\n\n"),
+            std::u16string::npos);
+  Port(u"COM9");
+  SetMode(kModeHome);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSend);
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"It goes to"), std::u16string::npos);
+}
+
+TEST_F(Connection, ShowsSavedNumbersOutsideTheListsByTheirWords) {
+  Port(u"COM1");
+  Settings("Port=COM1\r\nParity=3\r\nStopBits=1\r\nFlow=7\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Rows(kIdDncStopBits), u"2=2, 1=0, 1.5=1");
+  EXPECT_EQ(Chosen(kIdDncStopBits), u"1.5");
+  EXPECT_EQ(Rows(kIdDncParity), u"Even=2, None=0, Odd=1, Mark=3");
+  EXPECT_EQ(Rows(kIdDncFlow), u"XON / XOFF=1, RTS / CTS=2, None=0, None: 7=7");
+  headless::Click(kIdDncSave);
+  EXPECT_EQ(serialProfile.stopBits, 1);
+  Settings("Port=COM1\r\nParity=5\r\nStopBits=9\r\n");
+  headless::Click(kIdDncClose);
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncParity), u"Unknown: 5");
+  EXPECT_EQ(Chosen(kIdDncStopBits), u"Unknown: 9");
+}
+
+TEST_F(Connection, ClosesByEscapeBehindAReviewOverIt) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  headless::Click(kIdCompareSecond);
+  ASSERT_TRUE(app.compareActive);
+  headless::Focus(kIdReviewPrograms);
+  PressEscape();
+  EXPECT_FALSE(app.compareActive);
+  EXPECT_EQ(platform::FocusedId(), kIdDncPorts);
+  PressEscape();
+  EXPECT_FALSE(IsSetupPanelOpen());
+}
+
 TEST_F(Connection, KeepsAPortThatIsNamedByItsPath) {
   Port(u"COM3");
   Settings("Port=/dev/pts/7\r\n");
