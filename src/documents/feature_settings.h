@@ -39,6 +39,11 @@ inline constexpr int kPlateThickness = 13;
 inline constexpr int kPlateOutlineItems =
     14;                                   // the first items, of a custom outline; a whole number
 inline constexpr int kPlateUnnamed = 15;  // 1 until the plate has a name, then 0
+inline constexpr int kSkimEdges = 0;      // the stock's least X, least Y, most X, most Y
+inline constexpr int kSkimSurface = 9;    // Z before the first pass
+// Of a skim's first item: its p2 is the stock's thickness, its p3 the strategy. This one covers the
+// circle within the edges.
+inline constexpr std::int32_t kSkimRoundStrategy = 3;
 
 struct FeatureItem {
   std::int32_t type = 0;  // 0 to 3 in version 1, 0 to 5 in versions 2 and 3

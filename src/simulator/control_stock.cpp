@@ -378,7 +378,11 @@ void BeginStock(ControlRun& run, const KnownStock& known) {
   }
 }
 
-void NoteStockZero(ControlRun& run) { run.stock->workRow = run.modes.workRow; }
+void NoteStockZero(ControlRun& run) {
+  StockCheck& stock = *run.stock;
+  stock.workRow = run.modes.workRow;
+  stock.lost = stock.known->workRow >= 0 && stock.known->workRow != stock.workRow;
+}
 
 void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid) {
   StockCheck& stock = *run.stock;

@@ -34,6 +34,8 @@ struct StockTool {
 // What is known before the run.
 struct KnownStock {
   StockEnvelope box;  // not shown: none is known
+  // Work offset that it was described in, as in ControlModes; -1: that of the first move.
+  int workRow = -1;
   std::int32_t toolCount = 0;
   StockTool tools[kMaxTools];
 

@@ -51,6 +51,8 @@ LastRun lastRun;
 // does not stand for another one.
 bool lookedElsewhere = false;
 
+constexpr std::int32_t kFirstWorkOffset = 54;
+
 // Of the read-out; all stand in the tip.
 constexpr int kShownOperations = 4;
 
@@ -71,6 +73,15 @@ void FillStockTools(KnownStock& stock, bool metric) {
     stock.tools[i] = {tool.number, ShapeOfTool(tool.type), tool.diameter / 2 * unit,
                       CutOfTool(tool.type)};
   }
+}
+
+// A drawing or a plate says more than a skim does, which faces a part of any kind.
+void FillStockBox(KnownStock& stock) {
+  stock.box = StockOfFeatures();
+  if (stock.box.shown) return;
+  std::int32_t workOffset = 0;
+  stock.box = StockOfSkim(workOffset);
+  if (stock.box.shown) stock.workRow = kFirstWorkRow + workOffset - kFirstWorkOffset;
 }
 
 std::int32_t LookElsewhere(std::int32_t number, std::u16string_view& text) {
@@ -167,7 +178,7 @@ void FollowMachineMotion(std::u16string_view text, bool metric, bool ofEditor) {
   ControlTable table = Settings();
   FillDiameters(table);
   KnownStock stock;
-  stock.box = StockOfFeatures();
+  FillStockBox(stock);
   FillStockTools(stock, metric);
   const bool stands = ofEditor && LastRunStands(metric, table, stock);
   const bool same = stands && LastTextStands(text);

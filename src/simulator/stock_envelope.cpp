@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <initializer_list>
+#include <utility>
 
 #include "documents/feature_blocks.h"
 #include "documents/tab_table.h"
@@ -94,24 +96,57 @@ bool PlateEnvelope(const FeatureSettings& settings, double scale, StockEnvelope&
   return true;
 }
 
-}  // namespace
+// The thickness of a skim's stock is one of pictures, and no depth that was said.
+bool SkimEnvelope(const FeatureSettings& settings, double scale, StockEnvelope& envelope) {
+  const double* const edges = settings.values + kSkimEdges;
+  if (!(edges[2] > edges[0]) || !(edges[3] > edges[1])) return false;
+  envelope.minX = edges[0] * scale;
+  envelope.minY = edges[1] * scale;
+  envelope.maxX = edges[2] * scale;
+  envelope.maxY = edges[3] * scale;
+  const bool extra = settings.itemCount > 0;
+  const double thickness = extra ? settings.items[0].p2 : 0;
+  envelope.top = settings.values[kSkimSurface] * scale;
+  envelope.thickness = (thickness > 0 ? thickness : 1) * scale;
+  envelope.bottom = envelope.top - envelope.thickness;
+  envelope.rounded = extra && settings.items[0].p3 == kSkimRoundStrategy;
+  return true;
+}
 
-StockEnvelope StockOfFeatures() {
+using EnvelopeOf = bool (*)(const FeatureSettings& settings, double scale, StockEnvelope& envelope);
+
+// That of the first feature of a kind that gives one.
+const FeatureRecord* FindEnvelope(std::initializer_list<std::pair<FeatureKind, EnvelopeOf>> kinds,
+                                  StockEnvelope& envelope) {
   const ProgramTab* tab = ActiveTab();
   for (std::int32_t i = 0; i < features.count; ++i) {
     const FeatureRecord& row = features.rows[i];
-    const FeatureSettings& settings = row.settings;
     if (tab && IdListHolds(tab->hiddenIds, row.id)) continue;
-    const double scale = DisplayUnitsPer(settings);
-    StockEnvelope found;
-    const bool usable = settings.kind == kKindSketch  ? SketchEnvelope(settings, scale, found)
-                        : settings.kind == kKindPlate ? PlateEnvelope(settings, scale, found)
-                                                      : false;
-    if (!usable) continue;
-    found.shown = true;
-    return found;
+    for (const auto& [kind, envelopeOf] : kinds) {
+      envelope = {};
+      if (row.settings.kind != kind) continue;
+      if (!envelopeOf(row.settings, DisplayUnitsPer(row.settings), envelope)) continue;
+      envelope.shown = true;
+      return &row;
+    }
   }
-  return {};
+  envelope = {};
+  return nullptr;
+}
+
+}  // namespace
+
+StockEnvelope StockOfFeatures() {
+  StockEnvelope envelope;
+  FindEnvelope({{kKindSketch, SketchEnvelope}, {kKindPlate, PlateEnvelope}}, envelope);
+  return envelope;
+}
+
+StockEnvelope StockOfSkim(std::int32_t& workOffset) {
+  StockEnvelope envelope;
+  const FeatureRecord* const skim = FindEnvelope({{kKindSkim, SkimEnvelope}}, envelope);
+  workOffset = skim ? skim->settings.b : 0;
+  return envelope;
 }
 
 void FindStockEnvelope() { stockEnvelope = StockOfFeatures(); }

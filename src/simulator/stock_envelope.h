@@ -25,6 +25,9 @@ extern StockEnvelope stockEnvelope;  // of the program
 // What the feature table gives, in display units; not shown where no sketch or plate gives one.
 // Hidden features are passed over.
 StockEnvelope StockOfFeatures();
+// The stock before the first pass of the first guided skim, which is not drawn; `workOffset` is
+// that of its block, 54 to 59. Not shown where there is none.
+StockEnvelope StockOfSkim(std::int32_t& workOffset);
 // Sets `stockEnvelope` from it.
 void FindStockEnvelope();
 // Display units for one unit of a record of settings.

@@ -16,6 +16,8 @@ constexpr double SkimPlan::*kValues[] = {
     &SkimPlan::exit,
 };
 static_assert(std::size(kValues) == kSettingsValues);
+static_assert(kValues[kSkimEdges] == &SkimPlan::xMin && kValues[kSkimEdges + 3] == &SkimPlan::yMax);
+static_assert(kValues[kSkimSurface] == &SkimPlan::zTop && kSkimRoundStrategy == kSkimSpiral);
 
 // Of the first item, which holds what the values have no room for.
 constexpr std::int32_t kExtraItem = 4;

@@ -301,6 +301,41 @@ TEST_F(MachineView, ReportsWorstFirstWithTimesAndWhatWasPrinted) {
   EXPECT_EQ(MachineCheckReport(), u"");
 }
 
+// A rapid at Z .1 over the middle of stock whose surface is .25: the skim's block alone tells it.
+TEST_F(MachineView, MeasuresAgainstTheStockOfASkimWhereNothingElseTellsIt) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  const std::u16string text =
+      u"G20 G90 G54\r\nT4 M6\r\nS900 M3\r\nG43 H4 G0 X-3. Y0 Z.1\r\nX3.\r\nM30\r\n";
+  const auto met = [&] {
+    ExtractToolpath(text, false);
+    return machineTrack.findings.ofKind[static_cast<int>(Finding::RapidBelowTop)];
+  };
+  OpenProgram(text);
+  EXPECT_EQ(met(), 0);
+  features.count = 1;
+  FeatureRecord& skim = features.rows[0];
+  skim = FeatureRecord{};
+  skim.settings.kind = kKindSkim;
+  skim.settings.b = 54;
+  const double edges[] = {-2, -2, 2, 2};
+  std::copy(std::begin(edges), std::end(edges), skim.settings.values);
+  skim.settings.values[9] = 0.25;
+  EXPECT_EQ(met(), 1);
+  EXPECT_EQ(machineTrack.findings.found[0].line, 4);
+  // It stands in another work offset.
+  skim.settings.b = 55;
+  EXPECT_EQ(met(), 0);
+  skim.settings.b = 54;
+  // A plate says more: its top is Z 0.
+  features.count = 2;
+  FeatureRecord& plate = features.rows[1];
+  plate = FeatureRecord{};
+  plate.settings.kind = kKindPlate;
+  plate.settings.values[0] = plate.settings.values[1] = 4;
+  plate.settings.values[13] = 0.5;
+  EXPECT_EQ(met(), 0);
+}
+
 TEST_F(MachineView, LinesNotShownNameTheSwitch) {
   OpenProgram(u"G81 X1. Z-1. R0.1 F10.\r\nM30\r\n");
   EXPECT_TRUE(Has(WarningWords(),

@@ -394,6 +394,42 @@ TEST_F(Envelope, TellsWhetherItsCornersAndItsDepthAreSure) {
   EXPECT_TRUE(StockOfFeatures().rounded);
 }
 
+// The stock of a skim is not drawn, and measures of the check begin at its surface.
+TEST_F(Envelope, ASkimTellsItsEdgesItsSurfaceAndItsOffset) {
+  FeatureRecord& row = Block(kKindSkim, false);
+  row.settings.b = 55;
+  const double edges[] = {-1, 2, 4, 8};
+  std::copy(std::begin(edges), std::end(edges), row.settings.values);
+  row.settings.values[9] = 0.25;
+  row.settings.items[0] = {4, 0, 0, 0, 0.5, 0, 0};  // half an inch thick, zigzag
+  row.settings.itemCount = 1;
+  FindStockEnvelope();
+  EXPECT_FALSE(stockEnvelope.shown);
+  std::int32_t workOffset = 0;
+  EXPECT_EQ(StockOfSkim(workOffset),
+            (StockEnvelope{true, -1, 4, 2, 8, 0.25, -0.25, 0.5, false, false}));
+  EXPECT_EQ(workOffset, 55);
+  // A spiral covers a circle: of the corners nobody knows.
+  row.settings.items[0].p3 = 3;
+  EXPECT_TRUE(StockOfSkim(workOffset).rounded);
+  // In the unit of the view.
+  SetUnits(true);
+  EXPECT_EQ(StockOfSkim(workOffset).maxY, 8 * 25.4);
+  EXPECT_EQ(StockOfSkim(workOffset).top, 0.25 * 25.4);
+  EXPECT_EQ(StockOfSkim(workOffset).bottom, -0.25 * 25.4);
+  SetUnits(false);
+  // Of an older record nobody knows the thickness, and nothing is measured against it.
+  row.settings.itemCount = 0;
+  EXPECT_LT(StockOfSkim(workOffset).bottom, 0.25);
+  row.settings.values[2] = -1;
+  EXPECT_FALSE(StockOfSkim(workOffset).shown);
+  EXPECT_EQ(workOffset, 0);
+  row.settings.values[2] = 4;
+  row.id = 9;
+  OneTab().hiddenIds[3] = 9;
+  EXPECT_FALSE(StockOfSkim(workOffset).shown);
+}
+
 TEST_F(Envelope, FirstUsableFeatureThatIsNotHiddenWins) {
   for (int i = 0; i < 2; ++i) {
     FeatureRecord& row = Block(kKindPlate, false);

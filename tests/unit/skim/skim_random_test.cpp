@@ -9,11 +9,18 @@
 #include <string>
 #include <vector>
 
+#include "documents/feature_blocks.h"
+#include "library/units.h"
+#include "simulator/control_stock.h"
 #include "simulator/extract.h"
 #include "simulator/motion_path.h"
+#include "simulator/stock_envelope.h"
 #include "skim/model/plan_measures.h"
+#include "skim/model/plan_record.h"
 #include "support/skim_plans.h"
+#include "support/stage.h"
 #include "text/codetext.h"
+#include "unit/simulator/control_fixture.h"
 
 namespace morva {
 namespace {
@@ -280,6 +287,45 @@ TEST(SkimRandom, PlansKeepToTheirBounds) {
     ++seen[plan.strategy];
   }
   for (const int count : seen) EXPECT_GT(count, 20);
+}
+
+// The stock that the block tells, and the code beside it: no plan runs into its own stock by rapid.
+TEST(SkimRandom, PlansRunIntoTheirOwnStockByFeedAlone) {
+  Random random(2026);
+  int tried = 0;
+  int tools = 0;
+  while (tried < 250) {
+    const SkimPlan plan = AnyPlan(random);
+    if (!support::FaultOfSkim(plan).empty()) continue;
+    SCOPED_TRACE("plan " + std::to_string(tried) + ", strategy " + std::to_string(plan.strategy));
+    SetUnits(plan.metric);
+    features.count = 1;
+    features.rows[0] = FeatureRecord{};
+    StoreSkimPlan(plan, features.rows[0].settings);
+    std::int32_t workOffset = 0;
+    KnownStock stock;
+    stock.box = StockOfSkim(workOffset);
+    ASSERT_TRUE(stock.box.shown);
+    EXPECT_EQ(workOffset, plan.workOffset);
+    stock.workRow = workOffset - 53;
+    stock.toolCount = 1;
+    stock.tools[0] = {plan.tool, ToolShape::Flat, plan.diameter / 2, ToolCut::Centre};
+    // Tool 0 is the machine's own, which nobody describes.
+    tools += plan.tool > 0 ? 1 : 0;
+    const std::u16string text = (plan.tool > 0 ? u"T" + IntegerText(plan.tool) + u" M6\r\n" : u"") +
+                                support::SkimCode(plan);
+    const ControlTrack& track =
+        control_test::RunText(text, {.metric = plan.metric, .stock = &stock});
+    for (const Finding kind : {Finding::RapidInStock, Finding::RapidBelowTop,
+                               Finding::CutBelowStock, Finding::PlungeNoCentre}) {
+      EXPECT_EQ(track.findings.ofKind[static_cast<int>(kind)], 0) << control_test::Found(track);
+    }
+    ASSERT_FALSE(testing::Test::HasFailure()) << support::Narrow(text);
+    ++tried;
+  }
+  EXPECT_GT(tools, 100);
+  features.count = 0;
+  ResetUnits();
 }
 
 }  // namespace
