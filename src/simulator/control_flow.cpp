@@ -278,8 +278,10 @@ void TakeArguments(ControlRun& run, const ControlPlace& blockStart, double (&row
   }
 }
 
-// The place behind the END that belongs to a WHILE, from the run's place on.
-bool FindEnd(ControlRun& run, int number, ControlPlace& found) {
+// The place behind the END that belongs to a WHILE within `outer` loops, from the run's place on.
+// False: there is none, or one of the loops around it ends first.
+bool FindEnd(ControlRun& run, int number, int outer, ControlPlace& found) {
+  const ControlLoop* const loops = run.calls[run.callCount - 1].loops;
   LineWalk walk{TextOf(run).text, run.place.at, run.place.line};
   if (walk.at >= walk.text.size()) return false;
   do {
@@ -295,7 +297,13 @@ bool FindEnd(ControlRun& run, int number, ControlPlace& found) {
     for (std::size_t i = 0; same && i < kEnd.size(); ++i) {
       same = FoldUpper(walk.text[at + i]) == kEnd[i];
     }
-    if (!same || NumberAt(walk.text, at + kEnd.size() - 1, u'D') != number) continue;
+    if (!same) continue;
+    const std::int32_t ends = NumberAt(walk.text, at + kEnd.size() - 1, u'D');
+    if (std::any_of(loops, loops + outer,
+                    [ends](const ControlLoop& loop) { return loop.number == ends; })) {
+      return false;
+    }
+    if (ends != number) continue;
     // Behind the last line the text ends on the next one, whether a line end stands there or not.
     const std::int32_t behind = walk.line + 1;
     NextLine(walk);
@@ -309,12 +317,13 @@ void BeginLoop(ControlRun& run, const ControlBlock& block, const ControlPlace& s
   ControlCall& call = run.calls[run.callCount - 1];
   int level = 0;
   while (level < call.loopCount && call.loops[level].number != block.loop) ++level;
+  const bool begins = level == call.loopCount;
+  ControlPlace behind;
+  if ((begins || !block.holds) && !FindEnd(run, block.loop, level, behind)) {
+    return StopWith(run, Finding::WhileOpen, block.loop);
+  }
   if (!block.holds) {
     call.loopCount = level;
-    ControlPlace behind;
-    if (!FindEnd(run, block.loop, behind)) {
-      return StopWith(run, Finding::WhileOpen, block.loop);
-    }
     if (behind.at > run.place.at) {
       ++run.repeats;
       run.repeatedUnits += static_cast<std::int64_t>(behind.at - run.place.at);

@@ -1,4 +1,4 @@
-(NoStepsLeft 5)
+(WhileOpen 4)
 #1=0
 WHILE [#1 LT 2] DO1
 WHILE [#1 LT 2] DO2

@@ -62,6 +62,14 @@ TEST(ControlFlow, NamesJumpsToNowhereAndOpenLoops) {
   EXPECT_EQ(Found(RunText(u"M97 P50\nM30")), "LabelMissing 1");
   EXPECT_EQ(Found(RunText(u"WHILE [#1 EQ 1] DO1\nM30")), "WhileOpen 1");
   EXPECT_EQ(Found(RunText(u"END1\nM30")), "WhileOpen 1");
+  EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO1\nG0 X1. Y0. Z0.\nM30")), "WhileOpen 1");
+  const std::u16string crossed =
+      u"#1=0\nWHILE [#1 LT 3] DO1\nWHILE [#1 LT 2] DO2\n#1=#1+1\nEND1\nEND2\nM30\n";
+  EXPECT_EQ(Found(RunText(crossed)), "WhileOpen 3");
+  const std::u16string nested =
+      u"#1=0\nWHILE [#1 LT 3] DO1\n#2=0\nWHILE [#2 LT 2] DO2\n#2=#2+1\nEND2\nWHILE [#2 LT 4] DO2\n"
+      u"#2=#2+1\nIF [#2 EQ 3] GOTO 9\nEND2\nN9 #1=#1+1\nEND1\nM30\n";
+  EXPECT_EQ(Found(RunText(nested)), "");
 }
 
 TEST(ControlFlow, LooksForALineNumberInItsOwnProgramAlone) {
