@@ -32,6 +32,9 @@ constexpr double kTieLift = 1.0 / 16384;
 constexpr int kLongRun = 64;   // steps from which a repeated stroke is worth noticing
 constexpr int kSeenBits = 14;  // table of strokes already drawn
 constexpr int kVisitsPerCheck = 8;
+// Up to so many segments those along an axis are cheaper drawn than gathered, even if all of them
+// lie over each other.
+constexpr int kFewSegments = 1024;
 
 struct Strips {
   int majorPixels = 0;
@@ -283,15 +286,41 @@ struct Stroke {
   double slope = 0;
 };
 
+// The thin pen takes the pixel whose middle is nearest, the wide one the two around. Ties are
+// lifted by more than the steps lose, so that they end alike wherever a line is cut.
+std::int64_t FirstPosition(const Stroke& stroke, bool wide) {
+  return static_cast<std::int64_t>((stroke.first + (wide ? 0.0 : 0.5) + kTieLift) * kOne);
+}
+
+// The picture that is drawn into, from its first visible pixel on.
+struct Sheet {
+  std::uint32_t* pixels = nullptr;
+  std::ptrdiff_t stride = 0;
+  std::uint32_t ink = 0;
+};
+
+// A stroke along an axis, right into the picture.
+void ColourStraight(const Sheet& sheet, const Stroke& stroke, bool wide) {
+  const int first = static_cast<int>(FirstPosition(stroke, wide) >> 32) - kMargin;
+  const int across = stroke.flat ? coverage.height : coverage.width;
+  for (int minor = std::max(first, 0); minor <= std::min(first + (wide ? 1 : 0), across - 1);
+       ++minor) {
+    if (stroke.flat) {
+      std::fill_n(sheet.pixels + minor * sheet.stride + stroke.from, stroke.to - stroke.from + 1,
+                  sheet.ink);
+      continue;
+    }
+    for (int y = stroke.from; y <= stroke.to; ++y)
+      sheet.pixels[y * sheet.stride + minor] = sheet.ink;
+  }
+}
+
 void DrawStroke(const Stroke& stroke, bool wide) {
   Strips& strips = stroke.flat ? coverage.columns : coverage.rows;
   const Tiles& tiles = coverage.tiles;
   const std::uint64_t pen = wide ? 3 : 1;
   const int extra = wide ? 1 : 0;
-  // The thin pen takes the pixel whose middle is nearest, the wide one the two around. Ties
-  // are lifted by more than the steps lose, so that they end alike wherever a line is cut.
-  std::int64_t position =
-      static_cast<std::int64_t>((stroke.first + (wide ? 0.0 : 0.5) + kTieLift) * kOne);
+  std::int64_t position = FirstPosition(stroke, wide);
   const std::int64_t step = static_cast<std::int64_t>(stroke.slope * kOne);
   // Neighbouring bands lie one tile apart, neighbouring strips one row of tiles, or reversed.
   const int bandPitch = stroke.flat ? 1 : tiles.across;
@@ -340,7 +369,8 @@ bool Repeats(Stroke& stroke) {
   return false;
 }
 
-void GatherSegments(const Segment* segments, int count, const Rect& area, bool wide) {
+void GatherSegments(const Segment* segments, int count, const Rect& area, bool wide,
+                    const Sheet& sheet) {
   coverage.seen.assign(std::size_t{1} << kSeenBits, 0);
   for (int i = 0; i < count && coverage.tiles.open > 0; ++i) {
     const Segment& s = segments[i];
@@ -358,7 +388,11 @@ void GatherSegments(const Segment* segments, int count, const Rect& area, bool w
     stroke.first = line.minor0 + line.slope * (stroke.from - line.major0) + kMargin;
     stroke.slope = line.slope;
     if (stroke.to - stroke.from >= kLongRun && Repeats(stroke)) continue;
-    DrawStroke(stroke, wide);
+    if (stroke.slope == 0 && count <= kFewSegments) {
+      ColourStraight(sheet, stroke, wide);
+    } else {
+      DrawStroke(stroke, wide);
+    }
   }
 }
 
@@ -434,7 +468,9 @@ void RasteriseSegments(std::uint32_t* pixels, int stridePixels, int width, int h
   area.bottom = area.top + std::min(RectHeight(area), kLargestSide);
   Resize(RectWidth(area), RectHeight(area));
   OpenTiles();
-  GatherSegments(segments, count, area, penWidth >= 2);
+  const Sheet sheet{pixels + static_cast<std::ptrdiff_t>(area.top) * stridePixels + area.left,
+                    stridePixels, 0xFF000000u | colour};
+  GatherSegments(segments, count, area, penWidth >= 2, sheet);
   ColourTiles(pixels, stridePixels, area, 0xFF000000u | colour);
   ClearStrips(coverage.columns);
   ClearStrips(coverage.rows);

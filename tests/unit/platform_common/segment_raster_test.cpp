@@ -300,6 +300,32 @@ TEST(SegmentRaster, StartsEveryBatchAfresh) {
   EXPECT_TRUE(fourth.Inked().empty());
 }
 
+// Few segments along an axis take another way into the picture than many.
+TEST(SegmentRaster, DrawsLinesAlongAnAxisTheSameInSmallAndInLargeBatches) {
+  std::mt19937 random(23);
+  std::uniform_real_distribution<float> place(-20, 320);
+  for (int round = 0; round < 40; ++round) {
+    std::vector<Segment> few;
+    for (int i = 0; i < 20; ++i) {
+      float at = place(random);
+      if (round % 2) at = std::floor(at * 2) / 2;  // on the middles of pixels and on their edges
+      const float from = place(random), to = place(random);
+      few.push_back(i % 2 ? Segment{from, at, to, at} : Segment{at, from, at, to});
+    }
+    std::vector<Segment> many;
+    while (many.size() <= 1024) many.insert(many.end(), few.begin(), few.end());
+    for (const int pen : {1, 2}) {
+      Picture first(300, 200, 7);
+      Picture second(300, 200, 7);
+      const Rect clip = round % 3 ? Rect{0, 0, 300, 200} : Rect{33, 17, 251, 160};
+      first.DrawIn(few, pen, clip);
+      second.DrawIn(many, pen, clip);
+      ASSERT_FALSE(first.Inked().empty());
+      ASSERT_EQ(first.pixels, second.pixels) << "round " << round << ", pen " << pen;
+    }
+  }
+}
+
 TEST(SegmentRaster, FillsAPictureThatIsCoveredWhole) {
   Picture picture(97, 45);
   std::vector<Segment> segments;
