@@ -84,7 +84,6 @@ inline constexpr std::uint32_t kMessageSendProgress = 0x8016;
 inline constexpr std::uint32_t kMessageSendDone = 0x8017;
 inline constexpr std::uint32_t kMessageSaved = 0x8018;
 inline constexpr std::uint32_t kMessageReceiveProgress = 0x8019;
-inline constexpr std::uint32_t kMessageSendHeld = 0x801A;
 inline constexpr std::uint32_t kMessageCompletion = 0x8028;
 inline constexpr std::uint32_t kMessageShapeChanged = 0x8029;
 

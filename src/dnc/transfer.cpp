@@ -243,6 +243,9 @@ void LogStop(SendStop stop) {
     case SendStop::Gone:
       LogOutput(u"The port reported an error or is gone: look at the adapter and the cable.");
       return;
+    case SendStop::Held:
+      LogOutput(u"The control held the line (XOFF) for 5 seconds.");
+      return;
     case SendStop::NotTaken:
       LogOutput(worker.settings.flow == 2
                     ? u"The port took nothing for 5 seconds: the ready wire (CTS) stayed down, or "
@@ -295,14 +298,6 @@ void OnReceiveProgress(unsigned long long count, unsigned long long) {
 void OnSendProgress(unsigned long long sent, unsigned long long total) {
   ShowTransferred(sent);
   TellState(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
-}
-
-// No byte went for 5 seconds because the control holds the line.
-void OnSendHeld(unsigned long long sent, unsigned long long total) {
-  LogOutput(u"The control holds the line (XOFF) at " + Number(sent) + u" of " + Number(total) +
-            u" bytes. MORVA waits for its XON.");
-  TellState(u"DNC: the control holds the line at " + Number(sent) + u" / " + Number(total) +
-            u" bytes. ABORT ends the transfer.");
 }
 
 void OnSendDone(unsigned long long left, unsigned long long total) {
@@ -472,7 +467,6 @@ void RegisterTransferCommands() {
   RegisterMessage(kMessageReceiveProgress, OnReceiveProgress);
   RegisterMessage(kMessageSendProgress, OnSendProgress);
   RegisterMessage(kMessageSendDone, OnSendDone);
-  RegisterMessage(kMessageSendHeld, OnSendHeld);
 }
 
 void ResetTransfer() {

@@ -37,24 +37,17 @@ void RunSend() {
   const std::size_t total = transfer.sendBuffer.size();
   const char* bytes = transfer.sendBuffer.data();
   std::size_t sent = 0;
-  bool heldTold = false;
   while (sent < total && !AbortWanted()) {
     const std::size_t chunk = std::min<std::size_t>(total - sent, kSendChunk);
     std::size_t written = 0;
     const bool there = platform::WriteSerial(bytes + sent, chunk, written);
     // A write that the abort woke with nothing taken is no stall of the far end.
     if (there && written == 0 && AbortWanted()) break;
-    // A control that cuts while it receives holds the line for as long as its store is full.
-    if (there && written == 0 && platform::SerialHeld()) {
-      if (!heldTold) platform::PostToMain(kMessageSendHeld, sent, total);
-      heldTold = true;
-      continue;
-    }
     if (!there || written == 0) {
-      FailSend(there ? SendStop::NotTaken : SendStop::Gone, LeftOf(sent + written));
+      const SendStop stalled = platform::SerialHeld() ? SendStop::Held : SendStop::NotTaken;
+      FailSend(there ? stalled : SendStop::Gone, LeftOf(sent + written));
       return;
     }
-    heldTold = false;
     sent += written;
     platform::PostToMain(kMessageSendProgress, sent, total);
   }

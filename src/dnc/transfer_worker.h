@@ -32,6 +32,7 @@ inline constexpr int kReceivePauseMs = 10;
 enum class SendStop {
   None,
   Gone,      // the port reported an error or is not there any more
+  Held,      // XOFF stood for kWriteStallMs
   NotTaken,  // the port took nothing for kWriteStallMs, and no XOFF stood
   NotLeft,   // the port took everything and kept the last bytes, or went with them
 };

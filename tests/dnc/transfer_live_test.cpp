@@ -187,32 +187,16 @@ TEST_F(LiveTransfer, SendsNothingOnceStoppedThoughAThousandBytesArrive) {
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
 }
 
-TEST_F(LiveTransfer, WaitsForAHoldOverFiveSecondsAndTellsThatTheCableWent) {
+TEST_F(LiveTransfer, EndsInErrorWhenTheFarEndHoldsLongerThanFiveSeconds) {
   Peer peer;
   UseSlowPort(peer.Path());
   StartSend(BigProgram(20000));
   ASSERT_TRUE(WaitUntil([&] { return peer.Count() > 0; }, 5000));
+  const Clock::time_point start = Clock::now();
   peer.Send("\x13");
-  const auto held = [](const std::u16string& line) {
-    return line.find(u"The control holds the line (XOFF) at ") != line.npos;
-  };
-  Lines told;
-  ASSERT_TRUE(Pump(
-      [&] {
-        for (std::u16string& line : Log()) told.push_back(std::move(line));
-        return std::ranges::any_of(told, held);
-      },
-      15000));
-  // Still so behind another wait of five seconds, and told once.
-  EXPECT_FALSE(Pump([] { return !transfer.active; }, 6000));
-  peer.Vanish();
-  ASSERT_TRUE(PumpToTheEnd(4000));
-  for (std::u16string& line : Log()) told.push_back(std::move(line));
-  EXPECT_EQ(std::ranges::count_if(told, held), 1);
-  EXPECT_EQ(std::ranges::count(told,
-                               u"The port reported an error or is gone: look at the adapter and "
-                               u"the cable."),
-            1);
+  ASSERT_TRUE(PumpToTheEnd(20000));
+  EXPECT_GE(Milliseconds(start), 4900);
+  EXPECT_LT(Milliseconds(start), 15000);
   EXPECT_EQ(morva::dncState, morva::kDncError);
   EXPECT_EQ(Status(), u"DNC transfer error — check COM port, cable, and matching settings.");
 }
@@ -234,14 +218,14 @@ TEST_F(LiveTransfer, GoesOnWhenTheSimulatorEndsItsHold) {
 }
 
 // As a user does it by hand: a long program, and holds at several places of it.
-TEST_F(LiveTransfer, CarriesALongProgramThroughHoldsOfOneSixAndTwelveSeconds) {
+TEST_F(LiveTransfer, CarriesALongProgramThroughHoldsOfUpToFourSeconds) {
   platform::pacePseudoTerminals = true;
   const std::string saved = (folder / "saved.nc").string();
   Simulator control({"--save", saved, "--baud", "460800"});
   UsePort(control.port, "Baud=460800\r\n");
   const std::string program = BigProgram(200000);
   StartSend(program);
-  for (const int held : {1000, 6000, 12000}) {
+  for (const int held : {1000, 2000, 4000}) {
     const std::size_t lines = statusLines.size();
     ASSERT_TRUE(Pump([&] { return statusLines.size() > lines + 100; }, 10000)) << held;
     control.Tell("hold " + std::to_string(held));

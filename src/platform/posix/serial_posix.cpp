@@ -343,9 +343,8 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   Line& l = line;
   if (l.fd < 0) return false;
   const unsigned char* in = static_cast<const unsigned char*>(bytes);
-  // A chunk of which a part went out before the stall does not start the five seconds anew; a
-  // line that the far end holds does.
-  if (!l.stalled || l.back.stopped) l.lastTaken = Now();
+  // A chunk of which a part went out before the stall does not start the five seconds anew.
+  if (!l.stalled) l.lastTaken = Now();
   l.stalled = false;
   std::int64_t retryAt = 0;
   while (written < count) {
@@ -355,10 +354,7 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
     const Allowance allowed = AllowanceOf(l, left, now, retryAt);
     const Ready ready = WaitForLine(l, allowed.bytes > 0, allowed.wait);
     if (ready.woken) return true;
-    const bool wasStopped = l.back.stopped;
     if (ready.gone || (ready.input && !TakeBackChannel(l))) return Lost(l);
-    // Who has just said XON has the whole time to take something.
-    if (wasStopped && !l.back.stopped) l.lastTaken = Now();
     if (!l.back.stopped && allowed.bytes > 0 && ready.output) {
       const ssize_t taken = write(l.fd, in + written, std::min(left, allowed.bytes));
       if (taken < 0 && errno != EAGAIN && errno != EINTR) return Lost(l);
