@@ -87,7 +87,7 @@ std::u16string DisabledLine(std::int32_t number) {
 }
 
 Inclusion InclusionOf(std::u16string_view text, const FeatureRecord& row) {
-  if (!HoldsDisabled(text, row.start, row.end)) return Inclusion::On;
+  if (!row.holdsDisabled) return Inclusion::On;
   std::int32_t from = 0;
   std::int32_t to = 0;
   if (!FindIncludeSpan(text, row, from, to)) return Inclusion::Off;

@@ -108,7 +108,7 @@ bool IsStaged(std::uint64_t serial) { return serial != kNewProject && serial == 
 std::u16string_view ScannedText(std::uint64_t serial) {
   if (IsStaged(serial)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
-    ScanProgramText(text);
+    ScanEditorText();
     return text;
   }
   if (!picker.holds || picker.heldSerial != serial) {
@@ -125,7 +125,7 @@ std::u16string_view ScannedText(std::uint64_t serial) {
 }
 
 // The table describes the program on the stage again.
-void ScanStage() { ScanProgramText(platform::EditorText(kIdEditor)); }
+void ScanStage() { ScanEditorText(); }
 
 // 1 plus the blocks that end before the caret. The table describes the text.
 int PositionByCaret(std::u16string_view text) {

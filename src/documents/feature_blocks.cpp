@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
+#include "app/command_ids.h"
 #include "documents/block_labels.h"
 #include "documents/marker_lines.h"
+#include "platform/editor.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -43,6 +46,31 @@ size_t FindUnit(std::u16string_view text, char16_t wanted, size_t from) {
   return kNone;
 }
 
+// First "(" or NUL at or behind `from`, npos for none. Sixteen units at once: this is the one walk
+// of a scan through the whole text.
+size_t FindCommentOrNul(std::u16string_view text, size_t from) {
+  constexpr std::uint64_t kOnes = 0x0001000100010001u;
+  constexpr std::uint64_t kPattern = kOnes * u'(';
+  constexpr int kWords = 4;
+  constexpr size_t kStride = 4 * kWords;
+  const size_t size = text.size();
+  size_t at = from;
+  for (; at + kStride <= size; at += kStride) {
+    std::uint64_t words[kWords];
+    std::memcpy(words, text.data() + at, sizeof words);
+    std::uint64_t found = 0;
+    for (const std::uint64_t units : words) {
+      const std::uint64_t other = units ^ kPattern;
+      found |= ((units - kOnes) & ~units) | ((other - kOnes) & ~other);
+    }
+    if (found & (kOnes << 15)) break;
+  }
+  for (; at < size; ++at) {
+    if (text[at] == u'(' || text[at] == 0) return at;
+  }
+  return kNone;
+}
+
 bool StartsFolded(std::u16string_view text, size_t at, std::u16string_view marker) {
   return text.size() - at >= marker.size() && SameFolded(text.substr(at, marker.size()), marker);
 }
@@ -59,11 +87,22 @@ struct EndPlace {
   std::int32_t end;  // just past the ")"
 };
 struct MarkerPlaces {
-  std::vector<EndPlace> ends;        // any case, by id, then by place
-  std::vector<std::int32_t> begins;  // any case, by place
-  std::int32_t nextId = 1;           // beyond every number behind an exact marker
+  std::vector<EndPlace> ends;          // any case, by id, then by place
+  std::vector<std::int32_t> begins;    // any case, by place
+  std::vector<std::int32_t> disabled;  // any case, by place
+  std::vector<std::int32_t> openings;  // lines that may begin a block, by place
+  std::int32_t nextId = 1;             // beyond every number behind an exact marker
 };
 MarkerPlaces places;
+
+// The text of the code editor that the table is of; null: it is of another text.
+struct ScannedText {
+  const char16_t* text = nullptr;
+  size_t size = 0;
+  std::uint64_t revision = 0;
+  bool operator==(const ScannedText&) const = default;
+};
+ScannedText scanned;
 
 void CountId(std::int32_t& nextId, std::int32_t id) {
   if (id <= kHighestCountedId && id >= nextId) nextId = id + 1;
@@ -83,21 +122,42 @@ void NoteEnd(std::u16string_view text, size_t at) {
                          static_cast<std::int32_t>(digit + 1)});
 }
 
-void GatherMarkers(std::u16string_view text) {
+bool HasLegacyLabel(std::u16string_view text, size_t at) {
+  return std::any_of(std::begin(kLegacyLabels), std::end(kLegacyLabels),
+                     [&](std::u16string_view label) { return StartsAt(text, at, label); });
+}
+
+void NoteMarker(std::u16string_view text, size_t at) {
+  for (const std::u16string_view mark : {kBeginMark, kTextMark, kEndMark}) {
+    if (StartsAt(text, at, mark)) CountId(places.nextId, IdAfter(text, at, mark));
+  }
+  const auto place = static_cast<std::int32_t>(at);
+  if (StartsFolded(text, at, kBeginMark)) places.begins.push_back(place);
+  if (StartsFolded(text, at, kDisabledMark)) places.disabled.push_back(place);
+  if (StartsFolded(text, at, kEndMark)) NoteEnd(text, at);
+}
+
+// The text up to its first NUL, whose markers are gathered.
+std::u16string_view GatherMarkers(std::u16string_view whole) {
   places.ends.clear();
   places.begins.clear();
+  places.disabled.clear();
+  places.openings.clear();
   places.nextId = 1;
-  for (size_t at = FindUnit(text, u'(', 0); at != kNone; at = FindUnit(text, u'(', at + 1)) {
-    if (!StartsFolded(text, at, kMarkerHead)) continue;
-    for (const std::u16string_view mark : {kBeginMark, kTextMark, kEndMark}) {
-      if (StartsAt(text, at, mark)) CountId(places.nextId, IdAfter(text, at, mark));
+  size_t at = FindCommentOrNul(whole, 0);
+  // No marker holds a NUL, so that what stands behind one is never taken for a part of a marker.
+  for (; at != kNone && whole[at] != 0; at = FindCommentOrNul(whole, at + 1)) {
+    const bool marker = StartsFolded(whole, at, kMarkerHead);
+    if (marker) NoteMarker(whole, at);
+    const bool lineStart = at == 0 || IsLineEnd(whole[at - 1]);
+    if (lineStart && (marker || HasLegacyLabel(whole, at))) {
+      places.openings.push_back(static_cast<std::int32_t>(at));
     }
-    if (StartsFolded(text, at, kBeginMark)) places.begins.push_back(static_cast<std::int32_t>(at));
-    if (StartsFolded(text, at, kEndMark)) NoteEnd(text, at);
   }
   std::sort(places.ends.begin(), places.ends.end(), [](const EndPlace& a, const EndPlace& b) {
     return a.id != b.id ? a.id < b.id : a.start < b.start;
   });
+  return whole.substr(0, at);
 }
 
 // The first END with this id at or behind `from`, null for none.
@@ -216,10 +276,7 @@ bool StopsLegacyBlock(std::u16string_view text, size_t line) {
 }
 
 size_t TakeLegacyBlock(std::u16string_view text, size_t line) {
-  const bool labelled =
-      std::any_of(std::begin(kLegacyLabels), std::end(kLegacyLabels),
-                  [&](std::u16string_view label) { return StartsAt(text, line, label); });
-  if (!labelled) return kNone;
+  if (!HasLegacyLabel(text, line)) return kNone;
   size_t end = LineEndFrom(text, line);
   char16_t name[kFeatureNameUnits] = {};
   CopyBounded(name, 75, text.substr(line, end - line));
@@ -251,11 +308,10 @@ void TakeMarkedBlocks(std::u16string_view text) {
       line = next;
       continue;
     }
-    // Only lines that begin with "(" matter.
-    do {
-      line = FindUnit(text, u'(', line + 1);
-    } while (line != kNone && !IsLineEnd(text[line - 1]));
-    if (line == kNone) return;
+    const auto opening = std::upper_bound(places.openings.begin(), places.openings.end(),
+                                          static_cast<std::int32_t>(line));
+    if (opening == places.openings.end()) return;
+    line = static_cast<size_t>(*opening);
   }
 }
 
@@ -313,34 +369,52 @@ void FillGaps(std::u16string_view text) {
   features.count = marked + count;
 }
 
+void NoteDisabled(FeatureRecord& row) {
+  const auto first = std::ranges::lower_bound(places.disabled, row.start);
+  row.holdsDisabled = first != places.disabled.end() &&
+                      *first + static_cast<std::int32_t>(kDisabledMark.size()) <= row.end;
+}
+
 }  // namespace
 
 void ResetFeatures() {
+  scanned = {};
   features.count = 0;
   features.nextId = 1;
 }
 
 void ScanProgramText(std::u16string_view whole) {
-  const std::u16string_view text = whole.substr(0, FindUnit(whole, 0, 0));
+  scanned = {};
   features.count = 0;
-  GatherMarkers(text);
+  const std::u16string_view text = GatherMarkers(whole);
   TakeMarkedBlocks(text);
   features.nextId = places.nextId;
   for (int i = 0; i < features.count; ++i) CountId(features.nextId, features.rows[i].id);
   FillGaps(text);
   for (int i = 0; i < features.count; ++i) {
     if (features.rows[i].id < 0) features.rows[i].id = TakeFreeId();
+    NoteDisabled(features.rows[i]);
   }
+}
+
+void ScanEditorText() {
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  const ScannedText now{text.data(), text.size(), platform::EditorRevision(kIdEditor)};
+  if (now.text && now == scanned) return;
+  ScanProgramText(text);
+  scanned = now;
 }
 
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text) {
   std::vector<FeatureRecord> kept(features.rows, features.rows + features.count);
   const std::int32_t nextId = features.nextId;
+  const ScannedText before = scanned;
   ScanProgramText(text);
   std::vector<FeatureRecord> blocks(features.rows, features.rows + features.count);
   std::ranges::copy(kept, features.rows);
   features.count = static_cast<std::int32_t>(kept.size());
   features.nextId = nextId;
+  scanned = before;
   return blocks;
 }
 
@@ -351,15 +425,6 @@ std::uint32_t CodeHash(std::u16string_view code) {
     hash = (hash ^ c) * 16777619u;
   }
   return hash;
-}
-
-bool HoldsDisabled(std::u16string_view text, std::int32_t start, std::int32_t end) {
-  const std::u16string_view block =
-      text.substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
-  for (size_t at = FindUnit(block, u'(', 0); at != kNone; at = FindUnit(block, u'(', at + 1)) {
-    if (StartsFolded(block, at, kDisabledMark)) return true;
-  }
-  return false;
 }
 
 int FindFeature(std::int32_t id) {

@@ -21,6 +21,7 @@ struct FeatureRecord {
   char16_t name[kFeatureNameUnits] = {};
   FeatureSettings settings;  // zero but for kind where the block has no DATA
   bool needsMarkers = false;
+  bool holdsDisabled = false;  // "(MORVA DISABLED " occurs in it, any case
 };
 
 struct FeatureTable {
@@ -36,12 +37,13 @@ extern FeatureTable features;
 void ResetFeatures();
 // Fills the table; the first NUL ends the text. A pure function of the text.
 void ScanProgramText(std::u16string_view text);
+// The same for the text of the code editor; where the table is that text's already it costs
+// nothing.
+void ScanEditorText();
 // The rows of any text; the table stays.
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text);
 // FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.
 std::uint32_t CodeHash(std::u16string_view code);
-// Whether "(MORVA DISABLED " occurs, any case, from `start` to `end`.
-bool HoldsDisabled(std::u16string_view text, std::int32_t start, std::int32_t end);
 // First row with this id, -1 for none; and how many rows have it.
 int FindFeature(std::int32_t id);
 int CountFeatures(std::int32_t id);

@@ -274,7 +274,7 @@ void ShowInclusion(Inclusion inclusion) {
 
 void UpdateFeatureCaptions() {
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   const int row = FindFeature(SelectedFeatureId());
   ShowInclusion(row >= 0 ? InclusionOf(text, features.rows[row]) : Inclusion::On);
   if (row < 0) {
@@ -343,7 +343,7 @@ void EditFeature() {
 
 bool LinkFeature(std::int32_t id) {
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   const int row = FindFeature(id);
   if (row < 0 || CountFeatures(id) != 1 || HasManualEdits(text, features.rows[row])) return false;
   const FeatureRecord& r = features.rows[row];
@@ -353,7 +353,7 @@ bool LinkFeature(std::int32_t id) {
 
 TwinAnswer AskAboutTwin(const char16_t* title, std::int32_t id) {
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   const int row = FindFeature(id);
   if (row < 0) return TwinAnswer::Another;
   const FeatureRecord& r = features.rows[row];

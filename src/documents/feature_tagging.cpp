@@ -165,7 +165,7 @@ void TagText(bool byUser) {
   int wanted = 0;
   {
     const std::u16string_view text = platform::EditorText(kIdEditor);
-    ScanProgramText(text);
+    ScanEditorText();
     wanted = FindTagPlaces(text, places);
     if (wanted == 0) return;
   }
@@ -259,7 +259,7 @@ void RefreshFeatureList() {
   const std::int64_t kept = selected >= 0 ? platform::RowData(kIdFeatureList, selected) : 0;
   const int top = platform::TopRow(kIdFeatureList);
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   const ProgramTab* tab = ActiveTab();
   platform::HoldListRedraw(kIdFeatureList, true);
   platform::ClearRows(kIdFeatureList);

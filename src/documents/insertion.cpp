@@ -226,7 +226,7 @@ std::int32_t UpdateBlock(std::u16string_view text, const FeatureSettings& record
   const FeatureRecord& r = features.rows[row];
   const std::int32_t id = r.id;
   std::u16string body(code);
-  if (HoldsDisabled(text, r.start, r.end)) {
+  if (r.holdsDisabled) {
     ProgramTab* tab = ActiveTab();
     const std::int32_t stored = tab ? KeepExcludedCode(*tab, code, id) : 0;
     if (stored == 0) {
@@ -316,7 +316,7 @@ Destination AskPlace(int kind, bool asksWhere) {
   if (asksWhere && picker) return picker(kind);
   if (editLink.kind == kind) return Destination::Caret;
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   const int around = FeatureAround(CodeCaret(text).caret);
   return AskIfNeverRun(around < 0 ? EndOfCaretLine(text) : features.rows[around].end, 1);
 }
@@ -336,7 +336,7 @@ bool LinkedBlockStands() {
   if (editLink.kind == 0) return true;
   if (app.commandWordsActive) Call(hooks.editorFromWords);
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   return LinkedRow(text) >= 0;
 }
 

@@ -34,7 +34,7 @@ std::u16string_view CodeText() { return platform::EditorText(kIdEditor); }
 std::int32_t SettledPlace(std::int32_t selectedId) {
   AutoTagBlocks();
   const std::u16string_view text = CodeText();
-  ScanProgramText(text);
+  ScanEditorText();
   int row = selectedId != 0 ? FindFeature(selectedId) : -1;
   const std::int32_t caret = TextIndexOf(text, platform::EditorSelection(kIdEditor).to);
   if (row < 0) row = FeatureAround(caret);
@@ -69,7 +69,7 @@ bool Put(const std::u16string& block, std::int32_t id, std::int32_t at, Destinat
 // Into the empty line before the block's END.
 void PutCaretInside(std::int32_t id) {
   const std::u16string_view text = CodeText();
-  ScanProgramText(text);
+  ScanEditorText();
   std::int32_t from = 0;
   std::int32_t end = 0;
   const int row = FindFeature(id);

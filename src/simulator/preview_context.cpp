@@ -152,7 +152,7 @@ bool RefreshPreviewContext() {
   key = now;
   if (!platform::Exists(kIdEditor)) return true;
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  ScanProgramText(text);
+  ScanEditorText();
   IndexFeatureLines(text, blockLines);
   lastLine = 0;
   atBlock = 0;

@@ -100,7 +100,7 @@ void ReadEditor() {
   if (EditorPathIsShown()) ShowPathOf(EditorOwner());
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
-    ScanProgramText(text);
+    ScanEditorText();
     RebuildGhosts(text);
     Extract(PathOwner::Program, text, UnitsMetric(), true);
     readFromEditor = true;

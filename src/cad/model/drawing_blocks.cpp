@@ -37,7 +37,7 @@ bool SameItems(const FeatureSettings& a, const FeatureSettings& b) {
   return true;
 }
 
-void ScanProgram() { ScanProgramText(platform::EditorText(kIdEditor)); }
+void ScanProgram() { ScanEditorText(); }
 
 bool IsSketchRow(int row) { return features.rows[row].settings.kind == kKindSketch; }
 

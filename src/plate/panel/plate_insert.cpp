@@ -83,7 +83,7 @@ bool SamePlate(const FeatureSettings& a, const FeatureSettings& b) {
                     });
 }
 
-void ScanProgram() { ScanProgramText(platform::EditorText(kIdEditor)); }
+void ScanProgram() { ScanEditorText(); }
 
 int RowHolding(const FeatureSettings& record) {
   for (int i = 0; i < features.count; ++i) {

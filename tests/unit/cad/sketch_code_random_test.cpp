@@ -363,7 +363,7 @@ struct SketchCodeByChance : support::Stage {
   static void Clear() {
     ResetSketch();
     ResetSimulator();
-    features.count = 0;
+    ResetFeatures();
   }
   static void DrawAny(std::mt19937& chance, bool metric) {
     Clear();

@@ -31,7 +31,7 @@ struct SketchCodeTest : support::Stage {
     ResetSketch();
     ResetInsertion();
     FreeTabs();
-    features.count = 0;
+    ResetFeatures();
     rebuilt = 0;
     hooks.rebuildToolpath = [] { ++rebuilt; };
     RegisterSketchCode();

@@ -471,13 +471,46 @@ TEST(CodeHash, SkipsTabLineEndsAndBlanksOnly) {
   EXPECT_NE(CodeHash(u"foo\vbar"), CodeHash(u"foobar"));
 }
 
-TEST(HoldsDisabled, LooksInsideTheRangeInAnyCase) {
-  const std::u16string text = u"G0 (Morva disabled 4) G1";
-  EXPECT_TRUE(HoldsDisabled(text, 0, 24));
-  EXPECT_TRUE(HoldsDisabled(text, 3, 19));
-  EXPECT_FALSE(HoldsDisabled(text, 4, 24));
-  EXPECT_FALSE(HoldsDisabled(text, 0, 18));
-  EXPECT_FALSE(HoldsDisabled(u"(MORVA DISABLED)", 0, 16));
+bool FirstHoldsDisabled(std::u16string_view text) {
+  ScanProgramText(text);
+  return features.count > 0 && features.rows[0].holdsDisabled;
+}
+
+TEST(ScanProgramText, TellsInWhichBlocksAnExclusionStandsInAnyCase) {
+  EXPECT_TRUE(FirstHoldsDisabled(UserBlock(3, u"G0 (Morva disabled 4) G1")));
+  EXPECT_TRUE(FirstHoldsDisabled(u"G0 (MORVA DISABLED 4"));
+  EXPECT_FALSE(FirstHoldsDisabled(u"G0 (MORVA DISABLED"));
+  EXPECT_FALSE(FirstHoldsDisabled(UserBlock(3, u"(MORVA DISABLED)")));
+  ScanProgramText(UserBlock(3, u"G0") + u"\r\nG1\r\n" + UserBlock(4, u"(MORVA DISABLED 4)") +
+                  u"\r\nG2");
+  ASSERT_EQ(features.count, 4);
+  for (int i = 0; i < features.count; ++i) EXPECT_EQ(features.rows[i].holdsDisabled, i == 2) << i;
+}
+
+TEST(ScanProgramText, FindsMarkersAtEveryPlaceOfTheStride) {
+  for (std::size_t pad = 0; pad < 40; ++pad) {
+    const std::u16string before = std::u16string(pad, u'x') + u"\r\n";
+    const std::u16string block = UserBlock(3, u"G0 X1");
+    Rows rows{{3, kKindUserCode, false, u"User code", block}};
+    if (pad > 0) rows.insert(rows.begin(), Bare(4, std::u16string(pad, u'x')));
+    EXPECT_EQ(Scan(before + block + u"\r\n"), rows);
+  }
+}
+
+TEST(ScanProgramText, EndsAtANulAtEveryPlaceOfTheStride) {
+  const std::u16string block = UserBlock(3, u"G0");
+  for (std::size_t pad = 1; pad < 40; ++pad) {
+    std::u16string text(pad, u'x');
+    text += u'\0';
+    text += u"\r\n" + block;
+    EXPECT_EQ(Scan(text), Rows({Bare(1, std::u16string(pad, u'x'))})) << pad;
+  }
+  // A marker that a NUL parts is none.
+  for (std::size_t at = 1; at < block.size(); ++at) {
+    std::u16string text = block;
+    text[at] = 0;
+    for (const Row& row : Scan(text)) EXPECT_TRUE(row.needsMarkers) << at;
+  }
 }
 
 TEST(MapTextOffset, CountsACrLfOnceAndOthersAsTheyStand) {

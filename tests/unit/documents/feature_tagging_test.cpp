@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "app/outlets.h"
 #include "platform/timer.h"
+#include "support/program_maker.h"
+#include "text/codetext.h"
 #include "unit/documents/block_builder.h"
 #include "unit/documents/blocks_stage.h"
 
@@ -15,6 +19,77 @@ using Texts = std::vector<std::u16string>;
 
 struct AutoTag : BlocksStage {};
 struct FeatureList : BlocksStage {};
+
+std::vector<std::u16string> TableWords() {
+  std::vector<std::u16string> words{IntegerText(features.nextId)};
+  for (int i = 0; i < features.count; ++i) {
+    const FeatureRecord& row = features.rows[i];
+    std::u16string line = row.name;
+    for (const std::int32_t number :
+         {row.id, row.start, row.end, row.settings.kind, std::int32_t{row.needsMarkers},
+          std::int32_t{row.holdsDisabled}}) {
+      line += u" " + IntegerText(number);
+    }
+    words.push_back(line);
+  }
+  return words;
+}
+
+// Behind every edit, undo and scan of another text the table is that of the text as it stands.
+TEST_F(AutoTag, ScansTheEditorAnewWheneverItIsAnotherText) {
+  const std::u16string pieces[] = {UserBlock(3, u"G0"),
+                                   u"G1 X2",
+                                   u"(MORVA DISABLED 2)",
+                                   u"\r\n",
+                                   u"",
+                                   SketchBlock(5, u"G1"),
+                                   u"(SHAPE: A)\r\nG0",
+                                   u"(MORVA END 3)"};
+  reference::Dice dice{71};
+  Load(u"%\r\nO1000\r\n");
+  for (int round = 0; round < 400; ++round) {
+    const int length = platform::EditorLength(kIdEditor);
+    const int from = static_cast<int>(dice.Roll(static_cast<std::uint32_t>(length + 1)));
+    const int to = std::min(length, from + static_cast<int>(dice.Roll(30)));
+    switch (dice.Roll(8)) {
+      case 0:
+        platform::UndoEditor(kIdEditor);
+        break;
+      case 1:
+        ScanProgramText(pieces[dice.Roll(8)]);
+        break;
+      case 2:
+        BlocksOf(pieces[dice.Roll(8)]);
+        break;
+      case 3:
+        ResetFeatures();
+        break;
+      case 4:
+        Load(pieces[dice.Roll(8)] + u"\r\n" + pieces[dice.Roll(8)]);
+        break;
+      default:
+        platform::ReplaceRange(kIdEditor, {from, to}, pieces[dice.Roll(8)]);
+    }
+    ScanEditorText();
+    const std::vector<std::u16string> kept = TableWords();
+    ScanProgramText(Text());
+    ASSERT_EQ(kept, TableWords()) << round;
+    if (dice.Roll(2) == 0) ScanEditorText();
+  }
+}
+
+TEST_F(AutoTag, ScansATextOnceHoweverOftenItIsAsked) {
+  Load(UserBlock(3, u"G0"));
+  ScanEditorText();
+  features.rows[0].name[0] = u'x';
+  BlocksOf(u"G0");
+  ScanEditorText();
+  EXPECT_EQ(features.rows[0].name[0], u'x');
+  platform::ReplaceRange(kIdEditor, {0, 0}, u"%");
+  platform::UndoEditor(kIdEditor);
+  ScanEditorText();
+  EXPECT_NE(features.rows[0].name[0], u'x');
+}
 
 TEST_F(AutoTag, WrapsForeignTextInOneUserCodeBlock) {
   Load(u"%\r\nO1000 (BRACKET)\r\nG0 X1\r\nM30\r\n%\r\n");

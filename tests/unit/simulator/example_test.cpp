@@ -26,7 +26,7 @@ class ExampleTest : public ViewTest {
   ExampleTest() {
     support::MakeButton(kIdPlay, u"PLAY");
     tabs[0] = ProgramTab{};
-    features.count = 0;
+    ResetFeatures();
     app.activeTab = 0;
     app.tabCount = 1;
     platform::SetEditorText(kIdEditor, u"G1 X1 F10\r\nX2\r\nX3\r\n");

@@ -42,7 +42,7 @@ class MachineView : public ViewTest {
   }
   static void Clear() {
     tabs[0] = ProgramTab{};
-    features.count = 0;
+    ResetFeatures();
     ResetSimulator();
     ResetView();
   }

@@ -235,7 +235,7 @@ TEST_F(FeatureFilter, WithoutAnActiveTabNothingIsFiltered) {
 }
 
 TEST_F(FeatureFilter, DroppedPointsTakeNoRoom) {
-  features.count = 0;
+  ResetFeatures();
   const std::u16string hidden = Moves(40000);
   AddFeature(1, 0, hidden.size());
   OneTab().hiddenIds[0] = 1;
@@ -244,7 +244,7 @@ TEST_F(FeatureFilter, DroppedPointsTakeNoRoom) {
   EXPECT_EQ(pathFullAtLine, -1);
   EXPECT_EQ(path.points[0].x, 7);
   // Behind a full table a dropped point does not find it full either.
-  features.count = 0;
+  ResetFeatures();
   const std::u16string shown = Moves(32767);
   AddFeature(1, shown.size(), shown.size() + 4);
   ExtractToolpath(shown + u"X9\r\n", false);

@@ -30,7 +30,7 @@ class PlaybackTest : public SimulatorTest {
   static void MakePath(int count) {
     const std::u16string text = Moves(count - 1);
     platform::SetEditorText(kIdEditor, text);
-    features.count = 0;
+    ResetFeatures();
     ExtractToolpath(text, false);
     ASSERT_EQ(path.count, count);
   }

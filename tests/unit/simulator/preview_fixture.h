@@ -39,7 +39,7 @@ class PreviewTest : public ViewTest {
   static void Clear() {
     FreeDisabledCode(tabs[0].disabledCode);
     tabs[0] = ProgramTab{};
-    features.count = 0;
+    ResetFeatures();
     editLink = EditLink{};
   }
 

@@ -77,7 +77,7 @@ class ShownPathTest : public ViewTest {
   static void Clear() {
     FreeDisabledCode(tabs[0].disabledCode);
     tabs[0] = ProgramTab{};
-    features.count = 0;
+    ResetFeatures();
     editLink = EditLink{};
   }
 

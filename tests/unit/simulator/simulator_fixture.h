@@ -24,7 +24,7 @@ class SimulatorTest : public support::Stage {
   static void Clear() {
     FreeDisabledCode(tabs[0].disabledCode);
     tabs[0] = ProgramTab{};
-    features.count = 0;
+    ResetFeatures();
     editLink = EditLink{};
     ResetSimulator();
   }
