@@ -27,11 +27,12 @@
 #include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/qt/qt_testing.h"
+#include "platform/timer.h"
+#include "platform/window.h"
 
 namespace {
 
 constexpr int kRounds = 5;
-constexpr int kPauseMs = 600;  // the refresh comes at 150 ms, the autosave at 700
 constexpr int kSettleMs = 1500;
 constexpr int kLongestSaveMs = 60000;
 
@@ -63,6 +64,9 @@ Held Watch(const Done& done, int mostMs) {
 Held WatchFor(int milliseconds) {
   return Watch([milliseconds](qint64 passed) { return passed >= milliseconds; }, kLongestSaveMs);
 }
+
+// The refresh has run, and what it left to do at once.
+bool Refreshed(qint64) { return !platform::TimerRuns(platform::kMainWindow, morva::kTimerText); }
 
 bool AllSaved(qint64) {
   const morva::ProgramTab* tab = morva::ActiveTab();
@@ -114,7 +118,7 @@ void Measure(const Subject& subject) {
   WatchFor(kSettleMs);
   for (int round = 0; round < kRounds; ++round) {
     TypeInLine(subject.lines / (round + 2));
-    const Held pause = WatchFor(kPauseMs);
+    const Held pause = Watch(Refreshed, kLongestSaveMs);
     const double walk = TimeOfWalk();
     const Held save = Watch(AllSaved, kLongestSaveMs);
     const double copy = TimeOfCopy();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -68,12 +69,13 @@ bool Autosave(ProgramTab& tab) {
   NoteTried(tab);
   // The old file must not get what was typed since the program was saved under another name.
   if (PathToBe(tab) != std::u16string_view(tab.path)) return true;
-  const AutosaveHold hold = HoldOf(tab);
+  ProgramOutput output;
+  const AutosaveHold hold = HoldOf(tab, output);
   if (hold != AutosaveHold::None) {
     TellHeld(tab, hold);
     KeepHeldCopy(tab);
   } else if (const std::u16string path = PathOf(tab); !path.empty()) {
-    AutosaveProgram(tab, path);
+    AutosaveProgram(tab, path, std::move(output));
   }
   return false;
 }

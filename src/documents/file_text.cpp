@@ -57,12 +57,36 @@ struct Writer {
     used = 0;
   }
   void MakeRoom() {
-    if (used + kStride > kPieceBytes) Flush();
+    if (used + 2 * kStride > kPieceBytes) Flush();
   }
 };
 
-// Copies `text` without NULs, with CR LF for every line end and "?" for what is no ASCII.
-void WriteBody(std::u16string_view text, Writer& writer) {
+// Of eight units: how many go out as they are, 8 or 7 where all are from 0x01 to 0x7F and every
+// line end among them is a CR LF. A CR that comes last is left to those behind it. Else 0.
+std::size_t PlainOfEight(const char16_t* units) {
+  constexpr std::uint64_t kOnes = 0x0001000100010001u;
+  constexpr std::uint64_t kTops = kOnes << 15;
+  std::uint64_t returned = 0;  // the lane before was a CR
+  for (int half = 0; half < 2; ++half) {
+    std::uint64_t lanes;
+    std::memcpy(&lanes, units + 4 * half, 8);
+    // A lane of 0 borrows from the next and has its own top bits set.
+    if ((lanes | (lanes - kOnes)) & (kOnes * 0xFF80)) return 0;
+    // No lane is above 0x7F, so that none carries: its top bit is set unless it is the one wanted.
+    const auto lanesOf = [lanes](std::uint64_t unit) {
+      return ~((lanes ^ (kOnes * unit)) + kOnes * 0x7FFF) & kTops;
+    };
+    const std::uint64_t returns = lanesOf(u'\r');
+    if (lanesOf(u'\n') != (returns << 16 | returned)) return 0;
+    returned = returns >> 48;
+  }
+  return returned ? kStride - 1 : kStride;
+}
+
+// Copies `text` without NULs, with CR LF for every line end and "?" for what is no ASCII. Whether
+// there was such a character.
+bool WriteBody(std::u16string_view text, Writer& writer) {
+  bool lost = false;
   const char16_t* at = text.data();
   const char16_t* const end = at + text.size();
   while (at != end) {
@@ -72,12 +96,14 @@ void WriteBody(std::u16string_view text, Writer& writer) {
       for (std::size_t i = 0; i < kStride; ++i) {
         writer.piece[writer.used + i] = static_cast<char>(at[i]);
       }
-      int plain = PlainOfFour(at);
-      if (plain == 4) plain += PlainOfFour(at + 4);
+      if (const std::size_t plain = PlainOfEight(at)) {
+        writer.used += plain;
+        at += plain;
+        continue;
+      }
+      const int plain = PlainOfFour(at);
       writer.used += static_cast<std::size_t>(plain);
       at += plain;
-      if (plain == static_cast<int>(kStride)) continue;
-      writer.MakeRoom();
     }
     const char16_t unit = *at++;
     if (unit == u'\0') continue;
@@ -86,10 +112,12 @@ void WriteBody(std::u16string_view text, Writer& writer) {
       writer.piece[writer.used++] = '\r';
       writer.piece[writer.used++] = '\n';
     } else {
+      lost = lost || unit > 127;
       writer.piece[writer.used++] = unit > 127 ? '?' : static_cast<char>(unit);
     }
   }
   writer.Flush();
+  return lost;
 }
 
 // Which of the two percent lines a text to the control still needs.
@@ -117,30 +145,53 @@ bool SaveFileAtomic(std::u16string_view path, std::string_view bytes) {
   return path.size() <= kSavePathUnits && platform::WriteFileAtomic(path, bytes);
 }
 
-std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
+namespace {
+
+// Counted from 1; CR LF, CR and LF are line ends alike.
+int LineOfPlace(std::u16string_view text, std::size_t place) {
+  int line = 1;
+  for (std::size_t i = 0; i < place; ++i) {
+    const bool behindReturn = text[i] == u'\n' && i > 0 && text[i - 1] == u'\r';
+    line += (text[i] == u'\r' || text[i] == u'\n') && !behindReturn;
+  }
+  return line;
+}
+
+std::string Normalised(std::u16string_view text, bool wrap, bool& lost) {
   bool first = false;
   bool last = false;
   if (wrap) MissingPercents(text, first, last);
   Writer writer;
   writer.out.reserve(text.size() + text.size() / 32 + 32);
   if (first) writer.out += "%\r\n";
-  WriteBody(text, writer);
+  lost = WriteBody(text, writer);
   if (!writer.out.empty() && writer.out.back() != '\n') writer.out += "\r\n";
   if (last) writer.out += "%\r\n";
   return std::move(writer.out);
 }
 
+}  // namespace
+
+std::string NormaliseOutputText(std::u16string_view text, bool wrap) {
+  bool lost = false;
+  return Normalised(text, wrap, lost);
+}
+
+std::string ProgramBytes(std::u16string_view text, bool& lost) {
+  return Normalised(text, false, lost);
+}
+
 OutputFigures MeasureOutput(std::u16string_view text, std::span<const std::size_t> restored) {
   OutputFigures figures;
-  int line = 1;
   char16_t before = 0;
   char16_t last = 0;
   const char16_t* at = text.data();
   const char16_t* const end = at + text.size();
   while (at != end) {
-    const int plain = end - at >= 4 ? PlainOfFour(at) : 0;
+    std::size_t plain = static_cast<std::size_t>(end - at) >= kStride ? PlainOfEight(at) : 0;
+    if (plain == 0 && end - at >= 4) plain = static_cast<std::size_t>(PlainOfFour(at));
     if (plain > 0) {
-      figures.bytes += static_cast<std::size_t>(plain);
+      figures.bytes += plain;
       at += plain;
       before = last = at[-1];
       continue;
@@ -150,15 +201,13 @@ OutputFigures MeasureOutput(std::u16string_view text, std::span<const std::size_
     before = unit;
     if (unit == u'\0' || behindReturn) continue;
     last = unit;
-    const bool lineEnd = unit == u'\r' || unit == u'\n';
-    figures.bytes += lineEnd ? 2 : 1;
-    line += lineEnd;
+    figures.bytes += unit == u'\r' || unit == u'\n' ? 2 : 1;
     const bool secondOfPair = unit >= 0xDC00 && unit <= 0xDFFF;
     if (unit <= 127 || secondOfPair) continue;
     const auto place = static_cast<std::size_t>(at - 1 - text.data());
     if (std::ranges::binary_search(restored, place)) continue;
     ++figures.lost;
-    if (figures.firstLostLine == 0) figures.firstLostLine = line;
+    if (figures.firstLostLine == 0) figures.firstLostLine = LineOfPlace(text, place);
   }
   if (figures.bytes > 0 && last != u'\r' && last != u'\n') figures.bytes += 2;
   return figures;

@@ -20,6 +20,8 @@ bool SaveFileAtomic(std::u16string_view path, std::string_view bytes);
 // line end. With `wrap` a "%" line at the start and at the end where the text has none (for the
 // line to the control); without, an empty text gives no bytes.
 std::string NormaliseOutputText(std::u16string_view text, bool wrap);
+// The same without `wrap`; `lost`: a character above 127 went out as "?".
+std::string ProgramBytes(std::u16string_view text, bool& lost);
 // How many bytes NormaliseOutputText makes of a text, without `wrap`, and what they would lose.
 struct OutputFigures {
   std::size_t bytes = 0;

@@ -36,13 +36,28 @@ std::u16string_view TextOf(const ProgramTab* tab) {
   return tab->text;
 }
 
+// The revision that a text's output is known by; a program that is not the active one stands still
+// while it is saved.
+std::uint64_t RevisionOf(const ProgramTab* tab) {
+  return tab == ActiveTab() ? platform::EditorRevision(kIdEditor) : 0;
+}
+
+// Bytes that were made already, where they are those of the text as it stands now.
+std::string BytesOf(const ProgramTab* tab, ProgramOutput* made) {
+  if (made && !made->bytes.empty() && made->revision == RevisionOf(tab)) {
+    return std::move(made->bytes);
+  }
+  return NormaliseOutputText(TextOf(tab), false);
+}
+
 // `tab` is null where no program is open. `over`: whatever stands there may be written over.
-bool FillJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob& job) {
+bool FillJob(const ProgramTab* tab, std::u16string_view path, bool over, ProgramOutput* made,
+             SaveJob& job) {
   const bool staged = tab == ActiveTab();
   // An autosave may come during an undo; it must not put the markers back.
   if (staged) TagAfterEdit();
   job.program = path;
-  std::string bytes = NormaliseOutputText(TextOf(tab), false);
+  std::string bytes = BytesOf(tab, made);
   if (staged) StashActiveWorkspace();
   if (ProgramTab* const shown = ActiveTab(); staged && shown) FollowBlocksOfDrawings(*shown);
   if (!tab) {
@@ -57,9 +72,10 @@ bool FillJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob
   return true;
 }
 
-bool MakeJob(const ProgramTab* tab, std::u16string_view path, bool over, SaveJob& job) {
+bool MakeJob(const ProgramTab* tab, std::u16string_view path, bool over, ProgramOutput* made,
+             SaveJob& job) {
   // Without an editor there is no text, and an empty file must not replace a program.
-  if (!platform::Exists(kIdEditor) || !FillJob(tab, path, over, job)) return false;
+  if (!platform::Exists(kIdEditor) || !FillJob(tab, path, over, made, job)) return false;
   return std::ranges::all_of(
       job.files, [](const SaveFile& file) { return file.path.size() <= kSavePathUnits; });
 }
@@ -75,9 +91,10 @@ void TellFailed(ProgramTab* tab, bool byUser) {
   }
 }
 
-bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool checked) {
+bool HandOver(ProgramTab* tab, std::u16string_view path, bool byUser, bool checked,
+              ProgramOutput* made = nullptr) {
   SaveJob job;
-  if (!MakeJob(tab, path, !checked, job)) {
+  if (!MakeJob(tab, path, !checked, made, job)) {
     TellFailed(tab, byUser);
     return false;
   }
@@ -193,15 +210,18 @@ bool SaveProgram(std::u16string_view path, bool byUser) {
 
 bool SaveProgramOver(std::u16string_view path) { return HandOver(ActiveTab(), path, true, false); }
 
-void AutosaveProgram(ProgramTab& tab, std::u16string_view path) {
-  HandOver(&tab, path, false, true);
+void AutosaveProgram(ProgramTab& tab, std::u16string_view path, ProgramOutput output) {
+  HandOver(&tab, path, false, true, &output);
 }
 
-AutosaveHold HoldOf(const ProgramTab& tab) {
+AutosaveHold HoldOf(const ProgramTab& tab, ProgramOutput& output) {
   if (tab.save.changedOnDisk) return AutosaveHold::ChangedOnDisk;
-  const OutputFigures figures = MeasureFile(TextOf(&tab));
-  if (figures.bytes + BytesInFront(&tab) > kMaxReadBytes) return AutosaveHold::TooLarge;
-  return figures.lost > 0 && !tab.save.lossAccepted ? AutosaveHold::Loss : AutosaveHold::None;
+  const std::u16string_view text = TextOf(&tab);
+  bool lost = false;
+  output = {ProgramBytes(text, lost), RevisionOf(&tab)};
+  if (output.bytes.size() + BytesInFront(&tab) > kMaxReadBytes) return AutosaveHold::TooLarge;
+  const bool held = lost && !tab.save.lossAccepted && MeasureFile(text).lost > 0;
+  return held ? AutosaveHold::Loss : AutosaveHold::None;
 }
 
 void TryAgainLater() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "documents/tab_table.h"
@@ -21,12 +22,20 @@ bool SaveProgramOver(std::u16string_view path);
 inline constexpr char16_t kPlateLeftOut[] =
     u"Saved program, but not its plate as shown: it takes more than the file can hold.";
 
-// Hands a program to the writer of files for the autosave, also one that is not the active one.
-// One that failed is tried again some seconds later.
-void AutosaveProgram(ProgramTab& tab, std::u16string_view path);
+// What a save would write of a program's text. Whether it may be written takes the same walk as the
+// bytes do.
+struct ProgramOutput {
+  std::string bytes;
+  std::uint64_t revision = 0;  // of the editor, where the program is the active one
+};
 
-// Why the autosave has to leave a program alone: a question is still to be answered.
-AutosaveHold HoldOf(const ProgramTab& tab);
+// Why the autosave has to leave a program alone: a question is still to be answered. Where it need
+// not, `output` gets what it would write.
+AutosaveHold HoldOf(const ProgramTab& tab, ProgramOutput& output);
+// Hands a program to the writer of files for the autosave, also one that is not the active one.
+// One that failed is tried again some seconds later. `output` as HoldOf left it.
+void AutosaveProgram(ProgramTab& tab, std::u16string_view path, ProgramOutput output);
+
 // A stick or a share may be back in a moment, and the program's tab may have been left meanwhile:
 // the autosave runs again some seconds later.
 void TryAgainLater();

@@ -140,6 +140,13 @@ TEST_F(Autosave, GivesAnUnsavedProgramAHomeUnderProjects) {
   EXPECT_NE(support::ReadRaw(home_ / "Untitled-1.NC").find("G0 X2"), std::string::npos);
 }
 
+TEST_F(Autosave, WritesTheMarkersThatItSetsItself) {
+  TypeProgram(u"G0 X1");
+  morva::RunAutosave();
+  EXPECT_EQ(support::ReadRaw(Projects() / "Untitled-1.NC-0" / "Untitled-1.NC"),
+            "(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nG0 X1\r\n(MORVA END 1)\r\n");
+}
+
 TEST_F(Autosave, ComesAfterTheLastChangeOnly) {
   TypeProgram(u"a");
   headless::Advance(600);

@@ -107,7 +107,50 @@ TEST(OutputText, GivesTheSameAtEveryPlaceOfTheStride) {
       seed = seed * 1664525 + 1013904223;
       if (seed >> 30 == 0) unit = kinds[(seed >> 8) % 11];
     }
+    for (std::size_t i = 1; round % 3 == 0 && i < text.size(); ++i) {
+      if (text[i - 1] == u'\r') text[i] = u'\n';
+    }
     EXPECT_EQ(NormaliseOutputText(text, false), SlowOutput(text));
+  }
+}
+
+// A second method for what is lost: one unit after the other.
+struct SlowFigures {
+  int lost = 0;
+  int firstLine = 0;
+  bool written = false;  // a "?" for a character
+};
+
+SlowFigures LossOf(const std::u16string& text) {
+  SlowFigures figures;
+  int line = 1;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool second = text[i] >= 0xDC00 && text[i] <= 0xDFFF;
+    figures.written = figures.written || text[i] > 127;
+    if (text[i] > 127 && !second && ++figures.lost == 1) figures.firstLine = line;
+    const bool pair = i + 1 < text.size() && text[i] == u'\r' && text[i + 1] == u'\n';
+    if (!pair && (text[i] == u'\r' || text[i] == u'\n')) ++line;
+  }
+  return figures;
+}
+
+TEST(OutputText, TellsWhatIsLostAtEveryPlaceOfTheStride) {
+  const char16_t kinds[] = {u'\r', u'\n', u'\0', 0x00E9, 0xD83D, 0xDE00, u'\x80', u'G'};
+  std::mt19937 random(11);
+  for (int round = 0; round < 4000; ++round) {
+    std::u16string text;
+    for (int i = 0; i < round % 60; ++i) {
+      const auto roll = random() % 24;
+      if (roll < 6) text += u"\r\n";
+      text += roll == 7 ? kinds[random() % std::size(kinds)] : u'x';
+    }
+    const SlowFigures slow = LossOf(text);
+    const morva::OutputFigures figures = morva::MeasureOutput(text);
+    bool lost = !slow.written;
+    ASSERT_EQ(morva::ProgramBytes(text, lost), NormaliseOutputText(text, false));
+    ASSERT_EQ(lost, slow.written);
+    ASSERT_EQ(figures.lost, slow.lost);
+    ASSERT_EQ(figures.firstLostLine, slow.firstLine);
   }
 }
 
