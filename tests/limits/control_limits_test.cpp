@@ -81,7 +81,8 @@ TEST(ControlLimits, LooksForNoFurtherProgramsBesideTheText) {
 
 TEST(ControlLimits, TakesThreeLoopsWithinEachOther) {
   static_assert(kMaxLoops == 3);
-  EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO1\nWHILE [1 EQ 1] DO2\nWHILE [1 EQ 1] DO3\nM30\n")),
+  EXPECT_EQ(Found(RunText(u"#1=0\nWHILE [#1 LT 1] DO1\nWHILE [#1 LT 1] DO2\n"
+                          u"WHILE [#1 LT 1] DO3\n#1=1\nEND3\nEND2\nEND1\nM30\n")),
             "");
   EXPECT_EQ(Found(RunText(u"WHILE [1 EQ 1] DO4\nM30\n")), "WhileOpen 1");
 }
