@@ -245,6 +245,22 @@ void EmitSegment(ControlRun& run, const ControlSegment& segment) {
   run.line = line;
 }
 
+int TurningPlaces(const ControlSegment& segment, Vec3 (&places)[4]) {
+  if (segment.kind != ControlSegment::Kind::Arc) return 0;
+  const ArcShape shape = ShapeOf(segment);
+  if (shape.radius <= kSame) return 0;
+  const double quarter = std::copysign(kPi / 2, shape.sweep);
+  double angle = std::floor(shape.start / quarter) * quarter;
+  int count = 0;
+  while (count < 4) {
+    angle += quarter;
+    const double part = (angle - shape.start) / shape.sweep;
+    if (part >= 1) break;
+    places[count++] = PointOf(shape, segment, part);
+  }
+  return count;
+}
+
 void PassTime(ControlRun& run, double seconds) {
   run.time += seconds;
   ControlTrack& track = *run.track;

@@ -68,7 +68,7 @@ void TakeWorkOffset(ControlRun& run, const ControlBlock& block, int code) {
     }
     row = kFurtherWorkRow + static_cast<int>(number) - 1;
   }
-  if (!run.moved) {
+  if (!run.movedInWork) {
     run.modes.workRow = row;
     return PlaceZero(run, row);
   }
@@ -461,7 +461,7 @@ void SetOffsets(ControlRun& run, const ControlBlock& block) {
       double& place = run.table.work[row][axis];
       place = adds ? place + inches : inches;
     }
-    if (!run.moved) return PlaceZero(run, run.modes.workRow);
+    if (!run.movedInWork) return PlaceZero(run, run.modes.workRow);
     return SettleFrame(run);
   }
   double ToolOffset::*field = kind == 10                ? &ToolOffset::length

@@ -88,11 +88,20 @@ void SettleFrame(ControlRun& run) {
 
 void PlaceZero(ControlRun& run, int workRow) {
   const bool set = WorkOffsetIsSet(run, workRow);
+  Vec3 by;
   for (int axis = 0; axis < 3; ++axis) {
     const double inches =
         set ? run.table.work[workRow][axis] : run.table.travel[axis] * kPresumed[axis];
+    by.of[axis] = run.zero.of[axis] - inches * run.perInch;
     run.zero.of[axis] = inches * run.perInch;
-    run.shown.of[axis] = -run.zero.of[axis];
+    run.shown.of[axis] += by.of[axis];
+    run.reached.of[axis] += by.of[axis];
+  }
+  MotionPath& drawn = run.track->path;
+  for (std::int32_t i = 0; i < drawn.count; ++i) {
+    drawn.points[i].x += by.of[0];
+    drawn.points[i].y += by.of[1];
+    drawn.points[i].z += by.of[2];
   }
   SettleFrame(run);
 }

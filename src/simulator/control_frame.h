@@ -23,9 +23,10 @@ bool IsReversed(const ControlRun& run, int plane);
 // change of the frame or of an offset.
 void SettleFrame(ControlRun& run);
 
-// At the start of a run: the drawn zero is that of the first work offset in use. An offset that is
-// all zero is not set: then the drawn zero lies in the middle of the table, so that the way home
-// has a length.
+// Until the first move to a place of a work offset: the drawn zero is that of the work offset. The
+// tool, and the moves to places of the machine that are drawn, stay where they are on the machine.
+// An offset that is all zero is not set: then the drawn zero lies in the middle of the table, so
+// that the way home has a length.
 void PlaceZero(ControlRun& run, int workRow);
 bool WorkOffsetIsSet(const ControlRun& run, int workRow);
 bool AnyWorkOffsetIsSet(const ControlRun& run);

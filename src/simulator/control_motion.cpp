@@ -6,6 +6,7 @@
 #include "simulator/control_compensation.h"
 #include "simulator/control_emit.h"
 #include "simulator/control_frame.h"
+#include "simulator/control_stock.h"
 
 namespace morva {
 
@@ -30,10 +31,25 @@ void NoteMachineAxes(ControlRun& run, const ControlSegment& segment, bool toMach
   }
 }
 
+constexpr std::uint8_t kEveryAxis = 7;
+// Points up to which the drawn zero may still move; a program names its offset long before.
+constexpr std::int32_t kLeadPoints = 256;
+
+// The stock lies about the work offset of the first move to one of its places.
+void StartInWork(ControlRun& run) {
+  if (std::exchange(run.movedInWork, true)) return;
+  if (run.stock && run.moved) NoteStockZero(run);
+}
+
 // The segment gets what is known of its end.
 void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   NoteMachineAxes(run, segment, toMachine);
   NoteTravel(run, segment.to);
+  Vec3 places[4];
+  const int count = TurningPlaces(segment, places);
+  for (int i = 0; i < count; ++i) NoteTravel(run, places[i]);
+  const bool leads = run.machineAxes == kEveryAxis && run.track->path.count < kLeadPoints;
+  if (!leads) StartInWork(run);
   segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
   ++run.strokes;

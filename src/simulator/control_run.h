@@ -223,6 +223,7 @@ struct ControlRun {
   bool outOfSteps = false;  // ... by one of the bounds above
 
   bool moved = false;          // a move was drawn
+  bool movedInWork = false;    // ... to a place of a work offset
   bool codeSeen = false;       // a "%" from here on closes the program
   bool sawPoint = false;       // a length with a decimal point
   bool sawChange = false;      // M06

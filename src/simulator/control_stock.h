@@ -47,7 +47,8 @@ ToolCut CutOfTool(std::u16string_view type);
 
 // From here on the run is checked against it; not where no stock is known. `known` stays valid.
 void BeginStock(ControlRun& run, const KnownStock& known);
-// The first move is drawn: its work offset is the drawing's zero, and the stock's.
+// The first move is drawn, or the first to a place of a work offset: its work offset is the
+// drawing's zero, and the stock's.
 void NoteStockZero(ControlRun& run);
 // The tool goes straight from one shown place to another.
 void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid);

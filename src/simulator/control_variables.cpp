@@ -445,7 +445,7 @@ void WriteVariable(ControlRun& run, double number, double value) {
   }
   if (double* work = WorkPlace(run, which)) {
     *work = inches;
-    return run.moved ? SettleFrame(run) : PlaceZero(run, run.modes.workRow);
+    return run.movedInWork ? SettleFrame(run) : PlaceZero(run, run.modes.workRow);
   }
   const bool taken = which >= 3000 && which <= 3032;
   const bool output = which >= 1100 && which <= 1199;

@@ -76,6 +76,24 @@ TEST(ControlCheck, NamesAPlaceThatTheMachineDoesNotReach) {
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nX200.\nM30\n")), "");
 }
 
+// The middle of the table's zero lies 10 in below the end of Y.
+TEST(ControlCheck, NamesAnArcThatLeavesTheTravelBetweenItsEnds) {
+  ControlTable table;
+  table.work[kFirstWorkRow][0] = -20;
+  table.work[kFirstWorkRow][1] = -10;
+  table.work[kFirstWorkRow][2] = -15;
+  const ReadMotionOptions options{.table = &table};
+  const std::u16string start = u"G0 X-1. Y9.5 Z0. M3 S100\n";
+  EXPECT_EQ(Found(RunText(start + u"G2 X1. Y9.5 I1. F9.\nM30\n", options)), "TravelExceeded 2");
+  EXPECT_EQ(Found(RunText(start + u"G3 X1. Y9.5 I1. F9.\nM30\n", options)), "");
+  EXPECT_EQ(Found(RunText(start + u"G3 I1. F9.\nM30\n", options)), "TravelExceeded 2");
+  // It turns round on the end of the travel.
+  EXPECT_EQ(Found(RunText(start + u"Y9.\nG2 I1. F9.\nM30\n", options)), "");
+  EXPECT_EQ(Found(RunText(start + u"X-19.5\nG2 X-19.5 Y9. R.25 F9.\nM30\n", options)), "");
+  EXPECT_EQ(Found(RunText(start + u"X-19.9\nG3 X-19.9 Y9. R.25 F9.\nM30\n", options)),
+            "TravelExceeded 3");
+}
+
 TEST(ControlCheck, NamesACutInAnOffsetThatIsNotSetWhileAnotherIs) {
   ControlTable table;
   table.work[kFirstWorkRow][0] = -20;

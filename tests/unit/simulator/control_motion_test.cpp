@@ -139,6 +139,25 @@ TEST(ControlMotion, GoesToMachineZeroByG53AndG28) {
   EXPECT_EQ(Found(by), "HomeThroughPart 2");
 }
 
+// A retract in front of the offset names a place of the machine alone.
+TEST(ControlMotion, DrawsTheZeroOfTheOffsetBehindPlacesOfTheMachine) {
+  const std::vector<At> wanted = {{10, 5, 10, true}, {5, 0, 10, true}, {0, 0, 10, true}};
+  ControlTable table;
+  table.work[kFirstWorkRow + 1][0] = -10;
+  table.work[kFirstWorkRow + 1][1] = -5;
+  table.work[kFirstWorkRow + 1][2] = -12;
+  const ReadMotionOptions options{.table = &table};
+  ExpectPoints(RunText(u"G53 G0 Z-2.\nG55\nX0. Y0. Z10.\nM30\n", options), wanted);
+  const std::u16string retract = u"G53 G0 Z-2.\n";
+  const std::u16string there = u"X0. Y0. Z10.\nM30\n";
+  ExpectPoints(RunText(retract + u"G10 L2 P1 X-10. Y-5. Z-12.\n" + there), wanted);
+  ExpectPoints(RunText(retract + u"#5221=-10.\n#5222=-5.\n#5223=-12.\n" + there), wanted);
+  // Behind a move in the first offset the second lies beside it.
+  ExpectPoints(RunText(retract + u"G10 L2 P1 X-10. Y-5. Z-12.\nG10 L2 P2 X-9. Y-5. Z-12.\n" +
+                       there.substr(0, 13) + u"G55 X0.\nM30\n"),
+               {{10, 5, 10, true}, {5, 0, 10, true}, {0, 0, 10, true}, {1, 0, 10, true}});
+}
+
 TEST(ControlMotion, DrawsTheZeroThatAVariableSetsBeforeTheFirstMove) {
   ExpectPoints(RunText(u"#5221=-15.\n#5222=-8.\n#5223=-12.\nG0 X1. Y0. Z0.\nM30\n"),
                {{1, 0, 0, true}});

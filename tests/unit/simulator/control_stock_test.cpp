@@ -146,6 +146,26 @@ TEST(ControlStock, IsQuietBehindMotionThatIsNotFollowed) {
   EXPECT_EQ(Found(stock, Job(crash + "Z.1\nG55 X0.\nG01 Z-.1\n")), "");
 }
 
+// Places of the machine come first; the offset that the stock lies in is named behind them.
+TEST(ControlStock, LiesInTheOffsetBehindPlacesOfTheMachine) {
+  ControlTable table;
+  double* const place = table.work[kFirstWorkRow + 1];
+  place[0] = -10;
+  place[1] = -5;
+  place[2] = -12;
+  const KnownStock stock = StockIn(std::string(kPlate) + kMill);
+  const ReadMotionOptions options{.table = &table, .stock = &stock};
+  const std::u16string head = u"T1 M06\nG53 G00 X-10. Y-5. Z-11.5\nG55 S900 M03\nG43 H1\n";
+  // From .5 above the middle: aslant through the plate, or over it.
+  EXPECT_EQ(control_test::Found(RunText(head + u"X5. Y0. Z-.4\nM30\n", options)), "RapidInStock 5");
+  EXPECT_EQ(control_test::Found(RunText(head + u"X5. Y0. Z.1\nM30\n", options)), "");
+  EXPECT_EQ(control_test::Found(RunText(head + u"Z.1\nZ-.4\nX3.\nM30\n", options)),
+            "RapidInStock 7");
+  // From above the rim aslant to beside the plate, in one stretch.
+  const std::u16string rim = u"T1 M06\nG53 G00 X-6.5 Y-5. Z-11.7\nG55 S900 M03\nG43 H1\n";
+  EXPECT_EQ(control_test::Found(RunText(rim + u"X4.3 Z-.5\nM30\n", options)), "RapidInStock 5");
+}
+
 TEST(ControlStock, LetsAHoleGoBelowTheStock) {
   const std::string stock = std::string(kPlate) + kMill + kDrill;
   EXPECT_EQ(Found(stock, Job("G99 G81 Z-.99 R.1 F5.\nG80\n")), "");
