@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "app/outlets.h"
 #include "app/profile_keys.h"
@@ -62,9 +64,16 @@ constexpr int kOffsetNumbers = 4;     // of an offset's line
 // Of G54 and on.
 std::u16string WorkKey(int row) { return u"G" + IntegerText(54 + row); }
 
+// What the present reading refuses, and what the last one did: that is not told again.
+std::vector<std::u16string> refused;
+std::vector<std::u16string> refusedBefore;
+
 void Refuse(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
-  AppendOutput(u"[" + std::u16string(section) + u"] " + std::u16string(key) + u"=" +
-               std::u16string(value) + u" in the settings is out of range; it counts as not set.");
+  refused.push_back(u"[" + std::u16string(section) + u"] " + std::u16string(key) + u"=" +
+                    std::u16string(value));
+  const auto end = refusedBefore.end();
+  if (std::find(refusedBefore.begin(), end, refused.back()) != end) return;
+  AppendOutput(refused.back() + u" in the settings is out of range; it counts as not set.");
 }
 
 std::u16string ValueOf(const char16_t* section, std::u16string_view key) {
@@ -80,6 +89,38 @@ void ReadNumber(const char16_t* key, double& field, double least, double most) {
   } else {
     Refuse(kMachineSection, key, text);
   }
+}
+
+// 0 or 1.
+bool IsSwitch(std::u16string_view text, bool& on) {
+  double value = 0;
+  if (!ReadStrictNumber(text, value) || (value != 0 && value != 1)) return false;
+  on = value != 0;
+  return true;
+}
+
+void ReadSwitch(const char16_t* section, const char16_t* key, bool& field) {
+  const std::u16string text = ValueOf(section, key);
+  if (!text.empty() && !IsSwitch(text, field)) Refuse(section, key, text);
+}
+
+// A whole number.
+void ReadDirection(int& direction) {
+  double value = direction;
+  ReadNumber(kShiftKey, value, 0, kMostDirection);
+  if (value == static_cast<int>(value)) {
+    direction = static_cast<int>(value);
+  } else {
+    Refuse(kMachineSection, kShiftKey, ValueOf(kMachineSection, kShiftKey));
+  }
+}
+
+// Inches of a number of the section's.
+double OffsetUnit() {
+  const std::u16string text = ValueOf(kOffsetSection, kUnitKey);
+  if (SameFolded(text, u"mm")) return kInchPerMm;
+  if (!text.empty() && !SameFolded(text, u"in")) Refuse(kOffsetSection, kUnitKey, text);
+  return 1;
 }
 
 // Numbers with commas between; `count` of them are wanted. Missing ones at the end are 0.
@@ -111,7 +152,7 @@ void ReadOffset(const std::u16string& key, int count, double factor, double* fie
 }
 
 void ReadOffsets(ControlTable& table) {
-  const double factor = SameFolded(ValueOf(kOffsetSection, kUnitKey), u"mm") ? kInchPerMm : 1;
+  const double factor = OffsetUnit();
   for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
     ReadOffset(WorkKey(i), 3, factor, table.work[kFirstWorkRow + i]);
   }
@@ -164,15 +205,18 @@ void ReadControlSettings(ControlTable& table) {
   platform::BeginProfileChange();
   for (const NumberKey& row : kNumbers) ReadNumber(row.key, table.*row.field, row.least, row.most);
   for (const SwitchKey& row : kSwitches) {
-    table.*row.field = ProfileReadInteger(kMachineSection, row.key, table.*row.field) != 0;
+    ReadSwitch(kMachineSection, row.key, table.*row.field);
   }
   for (int axis = 0; axis < 3; ++axis) {
     ReadNumber(kTravelKeys[axis], table.travel[axis], kLeastTravel, kMostLength);
   }
-  double direction = table.shiftDirection;
-  ReadNumber(kShiftKey, direction, 0, kMostDirection);
-  table.shiftDirection = static_cast<int>(direction);
+  ReadDirection(table.shiftDirection);
   ReadOffsets(table);
+  for (int i = 0; i < kFindings; ++i) {
+    bool told = true;
+    ReadSwitch(kCheckSection, NameOf(static_cast<Finding>(i)), told);
+  }
+  refusedBefore = std::exchange(refused, {});
   (void)platform::EndProfileChange();
 }
 
@@ -203,7 +247,10 @@ void DropUnwanted(Findings& findings) {
   for (int i = 0; i < kFindings; ++i) {
     const Finding kind = static_cast<Finding>(i);
     if (findings.ofKind[i] == 0) continue;
-    if (ProfileReadInteger(kCheckSection, NameOf(kind), 1) == 0) DropFindings(findings, kind);
+    bool told = true;
+    if (IsSwitch(ValueOf(kCheckSection, NameOf(kind)), told) && !told) {
+      DropFindings(findings, kind);
+    }
   }
   (void)platform::EndProfileChange();
 }

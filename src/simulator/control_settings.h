@@ -19,7 +19,7 @@ struct ControlKey {
 std::vector<ControlKey> ControlKeys();
 
 // Over the defaults in `table`. What is no number, or out of its range, is said in the log and
-// leaves the default.
+// leaves the default; what the last reading has said is not said again.
 void ReadControlSettings(ControlTable& table);
 // Puts the keys that are missing into the settings with what counts without them, so that the user
 // finds a table to edit: rates, travel, switches and the offsets G54 to G59.

@@ -255,6 +255,47 @@ TEST_F(MachineView, SaysWhichSettingItCannotTakeAndKeepsTheDefault) {
   }
 }
 
+TEST_F(MachineView, SaysWhichSwitchIsNeitherOnNorOff) {
+  Settings(
+      "[Simulator]\r\nOptionalStop=yes\r\nDrillsInPlace=2\r\nBlockDelete=1\r\nShiftDirection=1."
+      "5\r\n"
+      "[Offsets]\r\nUnit=cm\r\nG54=1,2,3\r\n[Check]\r\nNoFeed=off\r\nSpindleOff=0\r\n");
+  ControlTable table;
+  ReadControlSettings(table);
+  EXPECT_FALSE(table.optionalStop);
+  EXPECT_TRUE(table.drillsInPlace);
+  EXPECT_TRUE(table.blockDelete);
+  EXPECT_EQ(table.shiftDirection, 0);
+  EXPECT_EQ(table.work[kFirstWorkRow][0], 1);
+  for (const char16_t* key :
+       {u"[Simulator] OptionalStop=yes in", u"[Simulator] DrillsInPlace=2 in",
+        u"[Simulator] ShiftDirection=1.5 in", u"[Offsets] Unit=cm in", u"[Check] NoFeed=off in"}) {
+    EXPECT_TRUE(Has(Log(), key)) << support::Narrow(key);
+  }
+  EXPECT_FALSE(Has(Log(), u"BlockDelete"));
+  EXPECT_FALSE(Has(Log(), u"SpindleOff"));
+}
+
+TEST_F(MachineView, SaysOnceWhatASettingIsRefusedFor) {
+  ControlTable table;
+  Settings("[Simulator]\r\nTravelY=0.5\r\n");
+  ReadControlSettings(table);
+  const std::u16string once = Log();
+  EXPECT_TRUE(Has(once, u"[Simulator] TravelY=0.5 in"));
+  ReadControlSettings(table);
+  EXPECT_EQ(Log(), once);
+  Settings("[Simulator]\r\nTravelY=0.6\r\n");
+  ReadControlSettings(table);
+  EXPECT_TRUE(Has(Log(), u"[Simulator] TravelY=0.6 in"));
+  // Behind a right one the wrong one is new again.
+  Settings("[Simulator]\r\nTravelY=20\r\n");
+  ReadControlSettings(table);
+  const std::u16string twice = Log();
+  Settings("[Simulator]\r\nTravelY=0.6\r\n");
+  ReadControlSettings(table);
+  EXPECT_NE(Log(), twice);
+}
+
 TEST_F(MachineView, AFindingThatIsSwitchedOffIsNotTold) {
   const char16_t* text = u"G20 G90 G0 X0 Y0 Z0\r\nG1 X1.\r\nM30\r\n";  // no F, no spindle
   Settings("[Simulator]\r\nMachineMotion=1\r\n");
