@@ -119,6 +119,12 @@ void NoteMove(ControlRun& run, const ControlBlock& block) {
   if (run.modes.feedMode == 93 && feeds && !block.Has('F')) {
     Report(run, Finding::InverseNoFeed);
   }
+  // Many take G00 for what is in force behind G80.
+  const bool moves = (block.has & kAxes) != 0 && run.modes.motion < 73;
+  if (run.modeRemained && moves) {
+    if (run.modes.motion > 0) Report(run, Finding::ModeLeft, run.modes.motion);
+    run.modeRemained = false;
+  }
   if (!run.stepsAtChange || !(block.Has('X') || block.Has('Y'))) return;
   // G91 that only a way home needed, and that the next moves still go by.
   if (!run.modes.absolute && !block.HasG(910)) Report(run, Finding::IncrementalLeft);

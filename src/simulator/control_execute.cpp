@@ -1,5 +1,6 @@
 #include "simulator/control_execute.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "library/units.h"
@@ -82,6 +83,8 @@ void TakeScale(ControlRun& run, const ControlBlock& block, int code) {
   ControlFrame& frame = run.frame;
   frame.scale = 1;
   if (code == 51) {
+    // Where the tool stands, whatever an earlier scale made of it.
+    SettleFrame(run);
     Vec3 centre = run.at;
     for (int axis = 0; axis < 3; ++axis) {
       const char letter = static_cast<char>('X' + axis);
@@ -136,6 +139,10 @@ void TakeMirror(ControlRun& run, const ControlBlock& block, int code) {
   SettleFrame(run);
 }
 
+bool HasM(const ControlBlock& block, int code) {
+  return std::find(block.m, block.m + block.mCount, code) != block.m + block.mCount;
+}
+
 void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
   run.modes.lengthMode = code;
   if (block.Has('H')) run.lengthNumber = block.NumberOf('H');
@@ -147,7 +154,13 @@ void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
 
 void TakeMotionCode(ControlRun& run, int code, BlockCodes& codes) {
   run.modes.motion = run.modes.line = code;
+  run.modeRemained = false;
   codes.motionCode = true;
+}
+
+void EndCycle(ControlRun& run) {
+  run.modeRemained = run.modeRemained || run.modes.motion >= 73;
+  run.modes.motion = run.modes.line;
 }
 
 void TakeCycleCode(ControlRun& run, int code, BlockCodes& codes) {
@@ -173,8 +186,7 @@ void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, Block
     case CodeAction::Cycle:
       return TakeCycleCode(run, code, codes);
     case CodeAction::CycleEnd:
-      modes.motion = modes.line;
-      return;
+      return EndCycle(run);
     case CodeAction::Plane:
       LeavePlane(run, code);
       modes.plane = code;
@@ -193,6 +205,7 @@ void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, Block
     case CodeAction::Compensation:
       return TakeCompensation(run, code, block);
     case CodeAction::Length:
+      if (code != 49 && HasM(block, 6)) return;  // behind the change
       return TakeLength(run, block, code);
     case CodeAction::Return:
       modes.returnPlane = code;
@@ -329,7 +342,7 @@ void ChangeTool(ControlRun& run) {
   run.tool = run.toolCalled;
   run.spindle = false;
   run.lengthInForce = false;
-  run.modes.motion = run.modes.line;
+  EndCycle(run);
   NoteChange(run);
   Wait(run, run.table.toolChangeSeconds);
   BeginOperation(*run.track, {.line = run.line, .tool = run.tool, .began = run.time});
@@ -340,7 +353,11 @@ void TakeEarlyMs(ControlRun& run, const ControlBlock& block) {
   for (int i = 0; i < block.mCount; ++i) {
     const int code = block.m[i];
     if (!IsKnownM(code)) Report(run, Finding::UnknownM, code);
-    if (code == 6) ChangeTool(run);
+    if (code == 6) {
+      ChangeTool(run);
+      // A length of the block's own is that of the new tool.
+      if (block.HasG(430) || block.HasG(440)) TakeLength(run, block, block.HasG(430) ? 43 : 44);
+    }
     if (code == 3 || code == 4) {
       run.spindle = true;
       NoteSpindle(run);

@@ -53,6 +53,7 @@ constexpr FindingRow kRows[] = {
     {u"HomeThroughPart", Strength::Hit,
      u"G28 goes by the named point first, which in G90 lies at the part."},
     {u"MachineWithG91", Strength::Look, u"G53 counts from machine zero in G91 too."},
+    {u"ModeLeft", Strength::Look, u"The move feeds in G@, which remained when the cycle ended."},
     {u"IncrementalLeft", Strength::Look, u"G91 is still in force."},
     {u"CompNoOffset", Strength::Alarm, u"G41 or G42 has no D."},
     {u"CompNoDiameter", Strength::Look, u"D@ has no diameter: the path is not offset."},

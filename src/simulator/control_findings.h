@@ -58,6 +58,7 @@ enum class Finding : unsigned char {
   TravelExceeded,
   HomeThroughPart,  // G90 G28 with an axis word that leads through the part
   MachineWithG91,   // G53 while G91 is in force
+  ModeLeft,         // a feed that only remained when a cycle ended
   IncrementalLeft,  // G91 still in force at a tool change or at the end
   // Compensation
   CompNoOffset,    // G41 or G42 without D

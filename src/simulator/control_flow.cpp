@@ -14,7 +14,8 @@ namespace {
 constexpr std::int32_t kMostJumps = 200000;
 constexpr double kMostRepeats = 9999;
 constexpr int kGeneralPocket = 150;
-constexpr int kHintedCalls = 9;  // calls within calls that a control surely takes
+constexpr int kHintedCalls = 9;   // calls within calls that a control surely takes
+constexpr int kHintedMacros = 4;  // ... of which by G65
 
 ControlText& TextOf(ControlRun& run) { return run.texts[static_cast<std::size_t>(run.place.text)]; }
 
@@ -156,7 +157,11 @@ bool Enter(ControlRun& run, CallKind kind, const ControlPlace& start, double tim
     StopWith(run, itself ? Finding::CallsItself : Finding::NestingDeep, run.callCount);
     return false;
   }
-  if (run.callCount > kHintedCalls && !itself) Report(run, Finding::NestingDeep, run.callCount);
+  const auto macros = std::count_if(run.calls + 1, run.calls + run.callCount,
+                                    [](const auto& call) { return call.kind == CallKind::Macro; });
+  const bool deep =
+      run.callCount > kHintedCalls || (kind == CallKind::Macro && macros >= kHintedMacros);
+  if (deep && !itself) Report(run, Finding::NestingDeep, run.callCount);
   if (!CountJump(run, start)) return false;
   const ControlCall& caller = run.calls[run.callCount - 1];
   ControlCall& call = run.calls[run.callCount];

@@ -1,5 +1,7 @@
 #include "simulator/control_frame.h"
 
+#include "simulator/motion_path.h"
+
 namespace morva {
 
 namespace {
@@ -97,12 +99,7 @@ void PlaceZero(ControlRun& run, int workRow) {
     run.shown.of[axis] += by.of[axis];
     run.reached.of[axis] += by.of[axis];
   }
-  MotionPath& drawn = run.track->path;
-  for (std::int32_t i = 0; i < drawn.count; ++i) {
-    drawn.points[i].x += by.of[0];
-    drawn.points[i].y += by.of[1];
-    drawn.points[i].z += by.of[2];
-  }
+  ShiftPath(run.track->path, by.of[0], by.of[1], by.of[2]);
   SettleFrame(run);
 }
 

@@ -228,11 +228,14 @@ struct ControlRun {
   bool sawPoint = false;       // a length with a decimal point
   bool sawChange = false;      // M06
   bool sawSpindle = false;     // M03 or M04
+  bool modeRemained = false;   // a cycle has ended, and no G00 to G03 stood since
   bool stepsAtChange = false;  // G91 was in force at the last change of tools
   bool saidNoDiameter[kControlTools + 1] = {};
   std::uint64_t told = 0;         // findings that hold until something changes, a bit each
   double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
   double time = 0;                // seconds since the start
+  double timerMs = 0;             // what #3001 shows beyond it
+  double timerHours = 0;          // ... and #3002
 };
 
 inline constexpr std::int64_t kMostRepeatedUnits = 16000000;  // characters that are run again

@@ -117,9 +117,9 @@ double ReadSystem(ControlRun& run, int number) {
     case 3027:
       return run.spindle ? run.speed : 0;
     case 3001:
-      return run.time * 1000;
+      return run.timerMs + run.time * 1000;
     case 3002:
-      return run.time / 3600;
+      return run.timerHours + run.time / 3600;
     case 3011:
     case 3012:
       return 0;  // date and time: a reading must give the same twice
@@ -446,6 +446,14 @@ void WriteVariable(ControlRun& run, double number, double value) {
   if (double* work = WorkPlace(run, which)) {
     *work = inches;
     return run.movedInWork ? SettleFrame(run) : PlaceZero(run, run.modes.workRow);
+  }
+  if (which == 3001) {
+    run.timerMs = Zeroed(value) - run.time * 1000;
+    return;
+  }
+  if (which == 3002) {
+    run.timerHours = Zeroed(value) - run.time / 3600;
+    return;
   }
   const bool taken = which >= 3000 && which <= 3032;
   const bool output = which >= 1100 && which <= 1199;

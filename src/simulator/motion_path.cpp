@@ -38,6 +38,16 @@ void EmptyPath(MotionPath& out) {
   out.notes = PathNotes{};
 }
 
+void ShiftPath(MotionPath& out, double byX, double byY, double byZ) {
+  for (std::int32_t i = 0; i < out.count; ++i) {
+    MotionPoint& point = out.points[i];
+    point.x += byX;
+    point.y += byY;
+    point.z += byZ;
+  }
+  out.boundsCount = -1;
+}
+
 const PathBounds& BoundsOf(MotionPath& of) {
   PathBounds& bounds = of.bounds;
   if (of.boundsGeneration == of.generation && of.boundsCount == of.count) return bounds;

@@ -50,6 +50,9 @@ inline const std::int32_t& pathFullAtLine = path.fullAtLine;
 // Leaves no point in a path.
 void EmptyPath(MotionPath& out);
 
+// Moves all points of a path, in display units: they count from another zero.
+void ShiftPath(MotionPath& out, double byX, double byY, double byZ);
+
 // Over all points of a path, zeros where it has none. Cached in the record.
 const PathBounds& BoundsOf(MotionPath& of);
 

@@ -76,7 +76,9 @@ bool ReadNamed(const std::u16string& stem, std::u16string& text) {
 bool ReadBeside(const std::u16string& folder, std::int32_t number, std::u16string& text) {
   for (const std::size_t digits : kLeastDigits) {
     const std::u16string name = WithZeros(number, digits);
-    if (ReadNamed(folder + u"O" + name, text) || ReadNamed(folder + name, text)) return true;
+    for (const char16_t* letter : {u"O", u"o", u""}) {
+      if (ReadNamed(folder + letter + name, text)) return true;
+    }
   }
   return false;
 }

@@ -47,6 +47,27 @@ TEST(ControlCheck, NamesTheLengthOfAnotherTool) {
   }
 }
 
+TEST(ControlCheck, TakesALengthInTheBlockOfTheChangeForTheNewTool) {
+  const std::u16string first = u"T1 M6 G43 H1 Z1.\nX0. Y0. S900 M3\nG1 Z-.1 F9.\nG0 Z1.\n";
+  const std::u16string second = u" Z1.\nX0. Y0. S900 M3\nG1 Z-.1 F9.\nM30\n";
+  EXPECT_EQ(Found(RunText(first + u"T2 M6 G43 H2" + second)), "");
+  EXPECT_EQ(Found(RunText(first + u"T2 M6 G43 H1" + second)), "OffsetOther 5");
+  EXPECT_EQ(Found(RunText(first + u"T2 M6 G43" + second)), "OffsetOther 5");
+  EXPECT_EQ(Found(RunText(first + u"T2 M6 G49" + second)), "NoLength 7");
+}
+
+TEST(ControlCheck, NamesAFeedThatOnlyRemainedBehindACycle) {
+  const std::u16string cycle = u"G81 X1. Z-.5 R.1 F9.\nX2.\n";
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\n" + cycle + u"G80\nM8\nX3.\nX4.\n"))), "ModeLeft 12");
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\n" + cycle + u"G80 X3.\nX4.\n"))), "ModeLeft 10");
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\n" + cycle + u"G80\nG0 X3.\nG1 X4.\nX5.\n"))), "");
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\n" + cycle + u"G0 G80 X3.\n"))), "");
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\n" + cycle + u"G80\n" + cycle + u"G80\n"))), "");
+  // A rapid remains a rapid; and G80 of a safety line ends no cycle.
+  EXPECT_EQ(Found(RunText(Job(cycle + u"G80\nX3.\n"))), "");
+  EXPECT_EQ(Found(RunText(Job(u"G1 Z.5 F9.\nG80\nX3.\n"))), "");
+}
+
 TEST(ControlCheck, NamesALengthWithoutAPointAmongOthers) {
   EXPECT_EQ(Found(RunText(Job(u"G1 Z-.1 F10.\nX1\nX0\n"))), "WholeNumber 8");
   // A file without any point is meant so.

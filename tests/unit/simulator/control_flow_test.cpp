@@ -1,8 +1,10 @@
+#include "text/codetext.h"
 #include "unit/simulator/control_fixture.h"
 
 namespace {
 
 using namespace control_test;
+using morva::IntegerText;
 
 TEST(ControlFlow, CallsALabelBehindTheEnd) {
   const ControlTrack& track =
@@ -55,6 +57,26 @@ TEST(ControlFlow, StopsWhatRunsForEver) {
   EXPECT_EQ(Found(RunText(u"N1 G0 X0. Y0. Z0.\nGOTO 1\nM30")), "NoStepsLeft 2");
   EXPECT_EQ(Found(RunText(u"O1\nM98 P1\nM30")), "CallsItself 2");
   EXPECT_EQ(Found(RunText(u"#1=1\nWHILE [#1 EQ 1] DO1\nEND1\nM30")), "NoStepsLeft 3");
+}
+
+// Of `count` programs, each of which calls the next one; the last call with a code of its own.
+std::u16string Chain(int count, const std::u16string& code, const std::u16string& last) {
+  std::u16string text;
+  for (int i = 1; i <= count; ++i) {
+    text += (i == count ? last : code) + u" P" + IntegerText(i) + (i == 1 ? u"\nM30" : u"\nM99");
+    text += u"\nO" + IntegerText(i) + u"\n";
+  }
+  return text + u"M99\n";
+}
+
+// The call in program n stands in line 3n + 1.
+TEST(ControlFlow, NamesCallsThatAreNestedDeep) {
+  EXPECT_EQ(Found(RunText(Chain(9, u"M98", u"M98"))), "");
+  EXPECT_EQ(Found(RunText(Chain(10, u"M98", u"M98"))), "NestingDeep 28");
+  EXPECT_EQ(Found(RunText(Chain(4, u"G65", u"G65"))), "");
+  EXPECT_EQ(Found(RunText(Chain(5, u"G65", u"G65"))), "NestingDeep 13");
+  EXPECT_EQ(Found(RunText(Chain(5, u"G65", u"M98"))), "");
+  EXPECT_EQ(Found(RunText(Chain(9, u"M98", u"G65"))), "");
 }
 
 TEST(ControlFlow, NamesJumpsToNowhereAndOpenLoops) {

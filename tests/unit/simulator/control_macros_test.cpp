@@ -73,6 +73,15 @@ TEST(ControlMacros, StopsAtWhatCannotBeWorkedOut) {
   EXPECT_EQ(Found(RunText(deep)), "BadExpression 1");
 }
 
+// In seconds, of milliseconds and hours that the program sets.
+TEST(ControlMacros, CountsItsTimersFromWhatIsWritten) {
+  const std::u16string start = u"G0 X0. Y0. Z0.\nG4 P7.\n";
+  ExpectEnd(RunText(start + u"#3001=0\nG4 P1.5\nX[#3001/1000]\nM30\n"), 1.5, 0, 0);
+  ExpectEnd(RunText(start + u"#3001=500\nG4 P1.5\nX[#3001/1000]\nM30\n"), 2, 0, 0);
+  ExpectEnd(RunText(u"G0 X0. Y0. Z0.\n#1=#3001\nG4 P7.\nX[[#3001-#1]/1000]\nM30\n"), 7, 0, 0);
+  ExpectEnd(RunText(start + u"#3002=2.\nG4 P3600.\nX#3002\nM30\n"), 3, 0, 0);
+}
+
 TEST(ControlMacros, PrintsByDprnt) {
   const ControlTrack& track = RunText(u"#1=1.5\nDPRNT[X*IS#1[42]*IN]\nM30");
   EXPECT_EQ(track.printed, u"X IS1.50 IN\n");

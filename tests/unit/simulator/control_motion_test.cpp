@@ -178,6 +178,11 @@ TEST(ControlMotion, KeepsACornerBehindTheOffsetInForceAndDropsItBeforeAnArc) {
   ExpectEnd(arc, 1, 1, 0);
 }
 
+// The second scale is about the place that the first one led to, 2.
+TEST(ControlMotion, ScalesAboutWhereTheToolStandsBehindAnotherScale) {
+  ExpectEnd(RunText(u"G0 X0. Y0. Z0.\nG51 X0. Y0. Z0. P2.\nX1.\nG51 P3.\nX4.\nM30\n"), 8, 0, 0);
+}
+
 TEST(ControlMotion, TakesSmoothnessForNoMotion) {
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nG187 P2 E0.01\nX1.\nM30\n")), "");
 }

@@ -481,9 +481,11 @@ TEST_F(MachineView, RunsAProgramOfAFileBesideTheProgram) {
   Put("jobs/3000", "G1 Y8. F5.\nM99\n");
   const std::u16string path = support::Wide((folder / "jobs/main.MIN").string());
   std::copy(path.begin(), path.end(), tabs[0].path);
-  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\nM98 P2000\r\nM98 P3000\r\nM98 P4000\r\nM30\r\n");
+  Put("jobs/o0077.nc", "G1 Z7. F5.\nM99\n");
+  OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\nM98 P2000\r\nM98 P3000\r\nM98 P4000\r\nM98 P77\r\nM30\r\n");
   EXPECT_TRUE(CutsTo(9, 0, 0));
   EXPECT_TRUE(CutsTo(9, 8, 0));
+  EXPECT_TRUE(CutsTo(9, 8, 7));
   ASSERT_EQ(machineTrack.findings.count, 1);
   EXPECT_EQ(machineTrack.findings.found[0].line, 3);
   // A file that comes later is found when the path is asked for again.
