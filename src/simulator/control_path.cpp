@@ -17,4 +17,14 @@ void EndOperations(ControlTrack& track, double seconds) {
   last.seconds = seconds - last.began;
 }
 
+void ScaleTimes(ControlTrack& track, double factor) {
+  if (factor == 1) return;
+  track.totalSeconds *= factor;
+  for (std::int32_t i = 0; i < track.path.count; ++i) track.seconds[i] *= factor;
+  for (std::int32_t i = 0; i < track.operationCount; ++i) {
+    track.operations[i].began *= factor;
+    track.operations[i].seconds *= factor;
+  }
+}
+
 }  // namespace morva

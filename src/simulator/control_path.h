@@ -37,5 +37,7 @@ struct ControlTrack {
 void BeginOperation(ControlTrack& track, const Operation& operation);
 // The run took so many seconds.
 void EndOperations(ControlTrack& track, double seconds);
+// Multiplies all times: what a measured run took over what was worked out.
+void ScaleTimes(ControlTrack& track, double factor);
 
 }  // namespace morva

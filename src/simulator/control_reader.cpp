@@ -82,6 +82,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   NoteStockEnd(*run);
   if (!run->sawEnd && !run->stopped) Report(*run, Finding::NoEnd);
   EndOperations(track, run->time);
+  ScaleTimes(track, run->table.timeFactor);
   track.spareUnits = SpareUnits(*run);
 }
 

@@ -36,6 +36,7 @@ constexpr NumberKey kNumbers[] = {
     {u"SpindleSeconds", &ControlTable::spindleSeconds, 0, 600},
     {u"ReversalSeconds", &ControlTable::reversalSeconds, 0, 10},
     {u"BlockSeconds", &ControlTable::leastBlockSeconds, 0, 10},
+    {u"TimeFactor", &ControlTable::timeFactor, 0.1, 10},
     {u"SpindleSpeed", &ControlTable::mostSpeed, 1, 100000},
     {u"PeckRetract", &ControlTable::peckRetract, 0, 10},
     {u"RetractAboveR", &ControlTable::retractAboveR, 0, 10},

@@ -50,6 +50,7 @@ struct ControlTable {
   double spindleSeconds = 2;          // to start or to stop
   double reversalSeconds = 0.0375;    // the lag of the drives at a sharp corner
   double leastBlockSeconds = 0.0025;  // a block takes no less
+  double timeFactor = 1;              // measured over estimated: all times are told by it
   double mostSpeed = 7500;            // rpm
 
   bool operator==(const ControlTable&) const = default;

@@ -238,4 +238,23 @@ TEST(ControlMotion, SplitsTheTimeByTools) {
               1e-9);
 }
 
+TEST(ControlMotion, TellsAllTimesByTheMeasuredFactor) {
+  ControlTable table;
+  table.timeFactor = 1.5;
+  // The tool is at home, so that a change takes 6 s; 4 in at 60 in/min take 4 s.
+  const ControlTrack& track =
+      RunText(u"T1 M6\nT2 M6\nG91 G94\nG1 X-4. F60.\n#1=#3001\nG4 P2.\nG0 X[[#1-#3001]/1000]\nM30",
+              {.table = &table});
+  ASSERT_EQ(track.operationCount, 2);
+  EXPECT_NEAR(track.operations[0].began, 9, 1e-9);
+  EXPECT_NEAR(track.operations[0].seconds, 9, 1e-9);
+  EXPECT_NEAR(track.operations[1].began, 18, 1e-9);
+  EXPECT_NEAR(track.operations[1].seconds, track.totalSeconds - 18, 1e-9);
+  const std::int32_t last = track.path.count - 1;
+  EXPECT_NEAR(track.seconds[last - 1], 18 + 1.5 * (4 + 2), 1e-9);  // when it is left
+  EXPECT_NEAR(track.seconds[last], track.totalSeconds, 1e-9);
+  // The program's own timer counts what it counts: 2 s of dwell.
+  EXPECT_NEAR(track.path.points[last].x - track.path.points[last - 1].x, -2, 1e-9);
+}
+
 }  // namespace

@@ -214,13 +214,15 @@ TEST_F(MachineView, TakesADiameterFromTheToolLibraryWhereTheSettingsHaveNone) {
 
 TEST_F(MachineView, ReadsRatesOffsetsAndSwitchesFromTheSettings) {
   Settings(
-      "[Simulator]\r\nRapidRate=900\r\nToolChangeSeconds=4.5\r\nTravelZ=30\r\nBlockDelete=1\r\n"
+      "[Simulator]\r\nRapidRate=900\r\nToolChangeSeconds=4.5\r\nTimeFactor=1.25\r\nTravelZ="
+      "30\r\nBlockDelete=1\r\n"
       "ShiftDirection=3\r\n[Offsets]\r\nUnit=mm\r\nG54=-254, -127,-25.4\r\nG154P99=25.4,0,0\r\n"
       "T12=50.8,0,12.7,-2.54\r\n");
   ControlTable table;
   ReadControlSettings(table);
   EXPECT_EQ(table.rapidRate, 900);
   EXPECT_EQ(table.toolChangeSeconds, 4.5);
+  EXPECT_EQ(table.timeFactor, 1.25);
   EXPECT_EQ(table.travel[2], 30);
   EXPECT_EQ(table.travel[0], 40);
   EXPECT_TRUE(table.blockDelete);
