@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::int32_t kMostJumps = 200000;
 constexpr double kMostRepeats = 9999;
-constexpr int kGeneralPocket = 150;
 constexpr int kHintedCalls = 9;   // calls within calls that a control surely takes
 constexpr int kHintedMacros = 4;  // ... of which by G65
 
@@ -379,8 +378,6 @@ void CallMacro(ControlRun& run, const ControlBlock& block, const ControlPlace& b
 }
 
 void CallPocket(ControlRun& run, const ControlBlock& block) {
-  // The ground that it clears is not followed, whatever its outline says.
-  Report(run, Finding::NotFollowed, kGeneralPocket);
   if (!block.Has('P')) return Report(run, Finding::PocketWords);
   ControlPlace start;
   const bool label = FindLabel(run, block.Of('P'), start);
@@ -435,7 +432,7 @@ void EndOfText(ControlRun& run) {
   }
   Report(run, Finding::NoEnd);
   // Of a pocket whose outline does not end one depth is enough to see that.
-  if (run.calls[run.callCount - 1].kind == CallKind::Pocket) run.pocket.on = false;
+  if (run.calls[run.callCount - 1].kind == CallKind::Pocket) AbandonPocket(run);
   run.place = run.calls[run.callCount - 1].back;
   --run.callCount;
 }

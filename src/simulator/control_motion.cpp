@@ -1,16 +1,20 @@
 #include "simulator/control_motion.h"
 
+#include <cmath>
 #include <utility>
 
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_emit.h"
 #include "simulator/control_frame.h"
+#include "simulator/control_ground.h"
 #include "simulator/control_stock.h"
 
 namespace morva {
 
 namespace {
+
+constexpr double kGroundInches = 0.0005;  // of chords of a pocket's outline off its arcs
 
 ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegment::Kind kind) {
   return {.kind = kind,
@@ -43,6 +47,13 @@ void StartInWork(ControlRun& run) {
 
 // The segment gets what is known of its end.
 void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
+  ++run.strokes;
+  if (run.ground.surveys) {
+    run.shown = segment.to;
+    // The outline itself may say that the tool runs beside it.
+    if (run.compensation.wanted) run.ground.radius = std::fabs(run.compensation.radius);
+    return NoteOutline(run.ground, segment, kGroundInches * run.perInch);
+  }
   NoteMachineAxes(run, segment, toMachine);
   NoteTravel(run, segment.to);
   Vec3 places[4];
@@ -52,7 +63,6 @@ void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   if (!leads) StartInWork(run);
   segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
-  ++run.strokes;
   const bool compensates = run.compensation.side != 0 || run.compensation.wanted != 0;
   if (compensates) return CompensateSegment(run, segment);
   EmitSegment(run, segment);
@@ -104,6 +114,7 @@ void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV,
 }
 
 void Wait(ControlRun& run, double seconds) {
+  if (run.ground.surveys) return;
   if (seconds > 0 && !HoldWait(run, seconds)) PassTime(run, seconds);
 }
 

@@ -5,6 +5,8 @@
 
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
+#include "simulator/control_frame.h"
+#include "simulator/control_ground.h"
 #include "simulator/control_motion.h"
 
 namespace morva {
@@ -15,6 +17,7 @@ constexpr double kMostRings = 1000;
 constexpr double kMostRepeats = 9999;
 constexpr double kMostDepths = 1000;
 constexpr double kSame = 1e-9;  // display units
+constexpr int kGeneralPocket = 150;
 
 // What is left out of a ring; findings where D or its diameter is missing.
 double ToolRadius(ControlRun& run, const ControlBlock& block) {
@@ -37,14 +40,13 @@ void Ring(ControlRun& run, const Vec3& middle, double radius, bool clockwise) {
   ArcTo(run, out, middle.of[0], middle.of[1], clockwise);
 }
 
-// From the start straight down to the next depth, and the outline's compensation from there.
+// From the start straight down to the next depth.
 void GoDown(ControlRun& run) {
   ControlPocket& pocket = run.pocket;
   pocket.reached = std::max(pocket.reached - pocket.step, pocket.bottom);
   Vec3 down = pocket.start;
   down.of[2] = pocket.reached;
   FeedTo(run, down);
-  run.compensation.wanted = pocket.wanted;
 }
 
 // Where and how deep, by the words of the block. In G91 R counts from where the tool stands and Z
@@ -63,6 +65,76 @@ ControlPocket PocketOf(ControlRun& run, const ControlBlock& block) {
   pocket.step = step > 0 ? step : std::max(r - pocket.bottom, kSame);
   pocket.wanted = run.compensation.wanted;
   return pocket;
+}
+
+// How its ground is cleared: by strokes along X that are I apart, along Y that are J apart.
+PocketGround GroundOf(ControlRun& run, const ControlBlock& block) {
+  PocketGround ground;
+  ground.alongX = block.Has('I');
+  const char letter = ground.alongX ? 'I' : 'J';
+  ground.step = block.Has(letter) ? std::fabs(LengthOf(run, block, letter)) : 0;
+  ground.finish = block.Has('K') ? std::fabs(LengthOf(run, block, 'K')) : 0;
+  ground.wanted = ground.step > kSame;
+  const bool beside = run.compensation.wanted != 0;
+  ground.radius = beside ? std::fabs(run.compensation.radius) : 0;
+  return ground;
+}
+
+// To a place of the ground at the depth, or by way of R where a wall stands between.
+void GoWithin(ControlRun& run, const Vec3& to) {
+  constexpr double kSlackInches = 0.001;
+  const Vec3 shown = ShownOf(run, to);
+  const Flat from{run.shown.of[0], run.shown.of[1]};
+  if (!IsFreeWay(run.ground, from, {shown.of[0], shown.of[1]}, kSlackInches * run.perInch)) {
+    Vec3 over = run.at;
+    over.of[2] = run.pocket.start.of[2];
+    RapidTo(run, over);
+    over = to;
+    over.of[2] = run.pocket.start.of[2];
+    RapidTo(run, over);
+  }
+  FeedTo(run, to);
+}
+
+Vec3 GroundPlace(const ControlRun& run, const Flat& shown) {
+  return ProgramOf(run, {{shown.x, shown.y, run.shown.of[2]}});
+}
+
+void ClearGround(ControlRun& run) {
+  for (const GroundStroke& stroke : run.ground.strokes) {
+    if (OutOfStrokes(run)) return;
+    const Vec3 from = GroundPlace(run, stroke.from);
+    const Vec3 to = GroundPlace(run, stroke.to);
+    GoWithin(run, from);
+    FeedTo(run, to);
+  }
+}
+
+void GoBackToStart(ControlRun& run) {
+  Vec3 back = run.pocket.start;
+  back.of[2] = run.at.of[2];
+  if (run.ground.wanted) return GoWithin(run, back);
+  FeedTo(run, back);
+}
+
+// Down to the next depth and clears its ground. The outline's compensation begins from there.
+void BeginDepth(ControlRun& run) {
+  GoDown(run);
+  if (!run.ground.strokes.empty()) {
+    ClearGround(run);
+    GoBackToStart(run);
+  }
+  run.compensation.wanted = run.pocket.wanted;
+}
+
+// The tool stands at the start, as if the outline had not run.
+void EndSurvey(ControlRun& run) {
+  PocketGround& ground = run.ground;
+  ground.surveys = false;
+  run.modes = ground.modes;
+  run.feed = ground.feed;
+  run.at = run.pocket.start;
+  run.shown = ShownOf(run, run.at);
 }
 
 }  // namespace
@@ -113,12 +185,20 @@ bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram) {
   pocket.on = true;
   pocket.ofProgram = ofProgram;
   run.pocket = pocket;
+  run.ground = GroundOf(run, block);
+  if (!run.ground.wanted) Report(run, Finding::NotFollowed, kGeneralPocket);
   StopCompensation(run);
   Vec3 above = pocket.start;
   above.of[2] = run.at.of[2];
   RapidTo(run, above);
   RapidTo(run, pocket.start);
-  GoDown(run);
+  if (run.ground.wanted) {
+    run.ground.surveys = true;
+    run.ground.modes = run.modes;
+    run.ground.feed = run.feed;
+  } else {
+    BeginDepth(run);
+  }
   return true;
 }
 
@@ -127,18 +207,27 @@ bool GoToNextDepth(ControlRun& run) {
   const std::int32_t line = run.line;
   run.line = pocket.line;
   StopCompensation(run);
-  Vec3 back = pocket.start;
-  back.of[2] = run.at.of[2];
-  FeedTo(run, back);
-  pocket.on = pocket.reached > pocket.bottom + kSame;
+  if (run.ground.surveys) {
+    EndSurvey(run);
+    run.ground.wanted = FindStrokes(run.ground, run.groundLooks);
+    if (!run.ground.wanted) Report(run, Finding::NotFollowed, kGeneralPocket);
+  } else {
+    GoBackToStart(run);
+    pocket.on = pocket.reached > pocket.bottom + kSame;
+  }
   if (pocket.on) {
-    GoDown(run);
+    BeginDepth(run);
   } else {
     RapidTo(run, pocket.start);
     run.compensation.wanted = pocket.wanted;
   }
   run.line = line;
   return pocket.on;
+}
+
+void AbandonPocket(ControlRun& run) {
+  if (run.ground.surveys) EndSurvey(run);
+  run.pocket.on = false;
 }
 
 }  // namespace morva

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/limits.h"
+#include "simulator/control_offset.h"
 #include "simulator/control_path.h"
 #include "simulator/control_table.h"
 
@@ -164,6 +165,25 @@ struct ControlPocket {
   int wanted = 0;  // cutter compensation of the outline, as in ControlCompensation
 };
 
+struct GroundStroke {
+  Flat from, to;
+};
+
+// What such a pocket clears within its outline, in shown places.
+struct PocketGround {
+  bool wanted = false;   // the block says how far apart
+  bool surveys = false;  // the outline runs for the first time, and nothing moves
+  ControlModes modes;    // before that
+  double feed = 0;
+  bool full = false;   // it had more points than there may be
+  bool alongX = true;  // direction of the strokes
+  double step = 0;     // between two strokes, above 0
+  double radius = 0;   // that the tool keeps off the outline, 0 where that is its own way
+  double finish = 0;   // that strokes leave at the walls
+  std::vector<Flat> outline;
+  std::vector<GroundStroke> strokes;
+};
+
 struct StockCheck;
 
 struct ControlRun {
@@ -189,6 +209,7 @@ struct ControlRun {
   ControlCompensation compensation;
   ControlCorner corner;
   ControlPocket pocket;
+  PocketGround ground;
   std::unique_ptr<StockCheck> stock;  // null: no stock is known
   Vec3 reached;                       // the end of the way that it has seen
   Vec3 zero;                          // machine place of the drawn zero, display units
@@ -215,7 +236,8 @@ struct ControlRun {
   std::int64_t repeatedUnits = 0;
   std::int64_t repeats = 0;  // stretches whose characters these are
   std::int64_t strokes = 0;
-  std::int64_t mostStrokes = 0;  // up to the end of the present block
+  std::int64_t mostStrokes = 0;        // up to the end of the present block
+  std::int64_t groundLooks = 8000000;  // at lines of pockets' outlines, a tenth of a second
   ControlPlace blockStart;
   bool ended = false;       // M30, M02, M99, an alarm, or a bound
   bool sawEnd = false;      // by M30, M02 or M99

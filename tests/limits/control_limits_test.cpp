@@ -113,6 +113,45 @@ TEST(ControlLimits, LooksPastSixteenMovesAlongZForTheNextCorner) {
   EXPECT_NEAR(RunText(Heights(kMaxHeldMoves + 1)).path.points[1].y, .25, 1e-9);
 }
 
+const std::u16string kPocket = u"G20 G90 G17 S900 M3\nF10.\n";
+const std::u16string kSquare = u"M30\nN100 G1 X1. Y0.\nY1.\nX-1.\nY-1.\nX1.\nY0.\n";
+
+TEST(ControlLimits, DrawsNoGroundOfAnOutlineWithTooManyPoints) {
+  static_assert(kMaxGroundPoints == 4096);
+  const auto points = [](int pairs) {
+    std::u16string text =
+        kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I.5 F10.\n" + kSquare + u"G91\n";
+    for (int i = 0; i < pairs; ++i) text += u"X.01\nX-.01\n";
+    return Found(RunText(text + u"G90\nM99\n"));
+  };
+  // The start, the six of the square, and these.
+  EXPECT_EQ(points(2044), "");  // 4,095
+  EXPECT_EQ(points(2045), "NotFollowed 4");
+}
+
+TEST(ControlLimits, DrawsNoGroundOfTooManyStrokes) {
+  // A comb with eight teeth in its upper half.
+  static_assert(kMaxGroundStrokes == 4000);
+  const auto strokes = [](std::u16string_view step) {
+    std::u16string text = kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I" +
+                          std::u16string(step) + u" F10.\nM30\nN100 G1 X15.\n";
+    for (int i = 0; i < 8; ++i) text += i == 0 ? u"Y2.\nG91 X-1.\n" : u"Y-1.\nX-1.\nY1.\nX-1.\n";
+    return Found(RunText(text + u"G90 X0. Y0.\nM99\n"));
+  };
+  EXPECT_EQ(strokes(u".004"), "");               // 250 rows of one, 251 of eight
+  EXPECT_EQ(strokes(u".002"), "NotFollowed 4");  // 500 rows of one, 501 of eight
+}
+
+TEST(ControlLimits, DrawsNoGroundOfTooManyRows) {
+  static_assert(kMaxGroundRows == 1001);
+  const auto rows = [](std::u16string_view step) {
+    return Found(RunText(kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I" +
+                         std::u16string(step) + u" F10.\n" + kSquare + u"M99\n"));
+  };
+  EXPECT_EQ(rows(u".002"), "");
+  EXPECT_EQ(rows(u".0019"), "NotFollowed 4");
+}
+
 TEST(ControlLimits, CountsFindingsBeyondItsTable) {
   static_assert(kMaxFindings == 400 && kMaxFindingsOfKind == 40);
   std::u16string text;

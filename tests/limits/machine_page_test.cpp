@@ -255,6 +255,9 @@ TEST(PageOfTheMachine, TellsTheBoundsOfTheProgram) {
       {"loops within loops", kMaxLoops},
       {"programs that are looked for beside the text", kMaxProgramsSought},
       {"moves along Z alone at a compensated corner", kMaxHeldMoves},
+      {"points of an outline of G150", kMaxGroundPoints},
+      {"rows at a depth of G150", kMaxGroundRows},
+      {"strokes at a depth of G150", kMaxGroundStrokes},
       {"characters that DPRNT writes", kMaxPrintedUnits},
       {"findings", kMaxFindings},
   };

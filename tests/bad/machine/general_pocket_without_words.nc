@@ -1,4 +1,4 @@
-(NotFollowed 4, PocketWords 4, NotFollowed 5, PocketWords 5, NotFollowed 6, ProgramMissing 6, NotFollowed 7, PocketWords 7, BehindEnd 9)
+(PocketWords 4, PocketWords 5, ProgramMissing 6, PocketWords 7, BehindEnd 9)
 G20 G90 S900 M3
 G0 X0. Y0. Z.1
 G150 X0. Y0. Z-.1 R.1 F10.
