@@ -22,6 +22,7 @@
 #include "platform/events.h"
 #include "platform/file.h"
 #include "platform/headless/headless.h"
+#include "platform/posix/serial_pace.h"
 #include "targets.h"
 
 namespace {
@@ -75,6 +76,8 @@ struct FarEnd {
 };
 
 void PrepareEngine(const FarEnd& far) {
+  // The engine's own limit is measured; where a rate counts, the far end holds it.
+  platform::pacePseudoTerminals = false;
   morva::ClearCommands();
   morva::ResetSerialProfile();
   morva::RegisterTransferCommands();
