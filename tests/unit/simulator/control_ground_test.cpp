@@ -63,6 +63,19 @@ TEST(ControlGround, KeepsOffATipThatStandsInNoRow) {
   }
 }
 
+// The way from the start to (0, 0) passes a spike that ends at Y .5 at Y .57, far from its middle.
+TEST(ControlGround, GoesByWayOfRWhereTheWayCrossesAWall) {
+  const ControlTrack& track =
+      RunText(kHead +
+              u"G0 X3.5 Y1.9 Z1.\nG150 P100 X3.5 Y1.9 Z-.1 R.1 I1. F10.\nM30\n"
+              u"N100 G1 X4.\nY2.\nX1.1\nY.5\nX1.\nY2.\nX0.\nY0.\nX4.\nY1.9\nM99\n");
+  EXPECT_EQ(Found(track), "");
+  ASSERT_GT(track.path.count, 5);
+  EXPECT_NEAR(track.path.points[2].z, -.1, 1e-9);
+  EXPECT_TRUE(track.path.points[3].rapid);
+  EXPECT_NEAR(track.path.points[3].z, .1, 1e-9);
+}
+
 TEST(ControlGround, OfASlotNoWiderThanTheToolIsClearedByTheOutline) {
   const ControlTrack& track =
       RunText(kHead +
