@@ -87,7 +87,13 @@ void Extract(PathOwner owner, std::u16string_view text, bool metric, bool ofEdit
     readFromEditor = false;
     IndexFeatureLines(text);
   }
-  ExtractInto(OwnedBy(owner).path, text, {.metric = metric, .filtered = filtered});
+  MotionPath& out = OwnedBy(owner).path;
+  if (filtered && EditorOwner() != owner) {
+    // Nobody sees the program as written; the switch back reads it.
+    EmptyPath(out);
+  } else {
+    ExtractInto(out, text, {.metric = metric, .filtered = filtered});
+  }
   if (filtered) FollowMachineMotion(text, metric, ofEditor);
   if (owner != ShownOwner() && !(filtered && EditorPathIsShown())) return;
   TellNotes();
