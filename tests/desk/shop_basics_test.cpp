@@ -22,7 +22,6 @@
 
 #include "app/palette.h"
 #include "desk/at_desk.h"
-#include "documents/feature_blocks.h"
 #include "platform/editor.h"
 
 namespace {
@@ -140,7 +139,8 @@ TEST_F(ShopBasicsAtTheDesk, TheNinthFileIsTold) {
 TEST_F(ShopBasicsAtTheDesk, GoesToALineAndTellsTheCaretsPlace) {
   Open(Write("long.nc", Lines(2000)));
   // The markers come a moment later, and move what stands behind them.
-  ASSERT_TRUE(desk::Until([]() { return morva::features.count == 1; }));
+  ASSERT_TRUE(desk::Until(
+      []() { return desk::TextOf(morva::kIdEditor).contains(QStringLiteral("(MORVA END 1)")); }));
   WhenUp(morva::kIdLineNumber, []() {
     Show("go_to_line.png");
     desk::TypeHere(QStringLiteral("99999"));
