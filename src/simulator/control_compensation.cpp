@@ -60,13 +60,22 @@ void GoHeldHeights(ControlRun& run) {
   comp.heightCount = 0;
 }
 
-double Left(const ControlRun& run) { return run.compensation.side * run.compensation.radius; }
+double Left(const ControlRun& run) {
+  const ControlCompensation& comp = run.compensation;
+  return comp.side * (comp.radius + std::copysign(comp.finish, comp.radius));
+}
 
 // A dwell or the start of the spindle that stands behind the held move.
 void WaitAtCorner(ControlRun& run) {
   const double seconds = run.compensation.waitSeconds;
   run.compensation.waitSeconds = 0;
   if (seconds > 0) PassTime(run, seconds);
+}
+
+// The tool does not fit where a move begins or ends.
+void NoteCorner(ControlRun& run, const ControlSegment& move) {
+  if (run.compensation.finish > 0) return;
+  AddFinding(run.track->findings, Finding::CompCorner, move.line);
 }
 
 // The held move goes to a place beside its end. Where the corners at its ends leave nothing of it,
@@ -77,7 +86,7 @@ void ReleaseTo(ControlRun& run, const Flat& to) {
   comp.holds = false;
   const Flat from = {comp.at.of[0], comp.at.of[1]};
   const bool back = !comp.entry && GoesBack(FlatOf(held), from, to);
-  if (back) AddFinding(run.track->findings, Finding::CompCorner, held.line);
+  if (back) NoteCorner(run, held);
   if (comp.entry || back) {
     comp.entry = false;
     GoStraight(run, held, to, held.to.of[2]);
@@ -148,7 +157,7 @@ void JoinCorner(ControlRun& run, const ControlSegment& next) {
                     MeetNear(offsetFirst, offsetSecond, square, meets) &&
                     LiesOn(offsetFirst, meets) && LiesOn(offsetSecond, meets);
   if (!fits) {
-    AddFinding(run.track->findings, Finding::CompCorner, next.line);
+    NoteCorner(run, next);
     ReleaseTo(run, square);
     GoStraight(run, next, start, run.compensation.at.of[2]);
   } else {
@@ -166,9 +175,7 @@ bool HoldHeight(ControlCompensation& comp, const ControlSegment& segment) {
 
 void CheckFits(ControlRun& run, const ControlSegment& segment) {
   FlatStretch offset;
-  if (!OffsetBy(FlatOf(segment), Left(run), offset)) {
-    AddFinding(run.track->findings, Finding::CompCorner, segment.line);
-  }
+  if (!OffsetBy(FlatOf(segment), Left(run), offset)) NoteCorner(run, segment);
 }
 
 // The move on which compensation begins goes straight to beside the next one's start.

@@ -328,6 +328,7 @@ void TakeToolWords(ControlRun& run, const ControlBlock& block) {
 // To machine zero along Z, then the other tool. The spindle stands still behind it.
 void ChangeTool(ControlRun& run) {
   DropCorner(run);
+  DropGround(run);
   const int compensation = InterruptCompensation(run);
   Vec3 up = run.shown;
   up.of[2] = -run.zero.of[2];
@@ -397,6 +398,7 @@ void TakeLateMs(ControlRun& run, const ControlBlock& block) {
 
 // G28 by way of a point to machine zero, of all axes where none is named; G29 back by that point.
 void GoHome(ControlRun& run, const ControlBlock& block, int code) {
+  DropGround(run);
   const int compensation = InterruptCompensation(run);
   Vec3 by;
   const bool named = TakeTarget(run, block, by);
@@ -427,6 +429,7 @@ void GoHome(ControlRun& run, const ControlBlock& block, int code) {
 // G53: places of the machine, whatever offset is in force.
 void GoInMachine(ControlRun& run, const ControlBlock& block) {
   if (!(block.has & kAxes)) return;
+  DropGround(run);
   const int compensation = InterruptCompensation(run);
   Vec3 to = run.shown;
   for (int axis = 0; axis < 3; ++axis) {

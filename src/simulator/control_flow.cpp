@@ -432,7 +432,7 @@ void EndOfText(ControlRun& run) {
   }
   Report(run, Finding::NoEnd);
   // Of a pocket whose outline does not end one depth is enough to see that.
-  if (run.calls[run.callCount - 1].kind == CallKind::Pocket) AbandonPocket(run);
+  if (run.calls[run.callCount - 1].kind == CallKind::Pocket) LeavePocket(run);
   run.place = run.calls[run.callCount - 1].back;
   --run.callCount;
 }

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 
+#include "app/limits.h"
 #include "text/series_trig.h"
 
 namespace morva {
@@ -12,15 +14,18 @@ namespace morva {
 namespace {
 
 constexpr double kSame = 1e-6;
-constexpr double kTouch = 1e-10;     // a row along a wall meets it by no more
-constexpr double kMostChords = 720;  // of an arc
+constexpr double kTouch = 1e-10;         // a row along a wall meets it by no more
+constexpr double kFarAway = 1e6;         // display units; no machine is so large
+constexpr double kChordInches = 0.0005;  // of chords of an outline off its arcs
+constexpr double kSlackInches = 0.001;   // chords of two arcs besides
+constexpr double kMostChords = 720;      // of a whole turn
 
-void AddPoint(PocketGround& ground, Flat point) {
-  if (ground.outline.size() < kMaxGroundPoints) {
-    ground.outline.push_back(point);
-  } else {
-    ground.full = true;
-  }
+// False: there are too many, or it lies nowhere.
+bool AddPoint(std::vector<Flat>& points, Flat point) {
+  if (points.size() == kMaxGroundPoints) return false;
+  if (!(std::fabs(point.x) < kFarAway && std::fabs(point.y) < kFarAway)) return false;
+  points.push_back(point);
+  return true;
 }
 
 double DistanceOf(Flat a, Flat b) { return std::hypot(b.x - a.x, b.y - a.y); }
@@ -69,7 +74,7 @@ Span NearRow(Flat from, Flat to, double y, double radius) {
   Span near;
   for (const Flat& end : {from, to}) {
     const double off = y - end.y;
-    if (std::fabs(off) >= radius) continue;
+    if (std::fabs(off) >= radius - kTouch) continue;
     const double half = std::sqrt(radius * radius - off * off);
     near.Take(end.x - half);
     near.Take(end.x + half);
@@ -87,16 +92,65 @@ Span NearRow(Flat from, Flat to, double y, double radius) {
   return near;
 }
 
-// The loop of the outline: from where its last point was passed before. False: it is open.
-bool CloseOutline(PocketGround& ground) {
-  std::vector<Flat>& points = ground.outline;
-  if (ground.full || points.size() < 4) return false;
-  const auto first = std::find_if(points.begin(), points.end() - 1, [&](const Flat& point) {
-    return DistanceOf(point, points.back()) <= kSame;
-  });
-  if (points.end() - first < 4) return false;
-  points.erase(points.begin(), first);
+// The chords of an arc in the plane up to its end.
+bool AddChords(std::vector<Flat>& points, const ControlSegment& segment, double tolerance) {
+  const Flat from{segment.from.of[0], segment.from.of[1]};
+  const Flat to{segment.to.of[0], segment.to.of[1]};
+  const double x = from.x - segment.centreU;
+  const double y = from.y - segment.centreV;
+  const double radius = std::hypot(x, y);
+  if (!(radius < kFarAway)) return false;
+  const double start = std::atan2(y, x);
+  double sweep = std::atan2(to.y - segment.centreV, to.x - segment.centreU) - start;
+  const bool whole = DistanceOf(from, to) <= kSame;
+  if (segment.clockwise) {
+    while (sweep >= (whole ? -kPi : 0)) sweep -= kTwoPi;
+  } else {
+    while (sweep <= (whole ? kPi : 0)) sweep += kTwoPi;
+  }
+  const double share = std::max(1 - tolerance / std::max(radius, tolerance), 0.0);
+  const double step = std::max(2 * std::acos(share), kTwoPi / kMostChords);
+  const double chords = std::ceil(std::fabs(sweep) / step);
+  for (double i = 1; i < chords; ++i) {
+    const double angle = start + sweep * i / chords;
+    const Flat point{segment.centreU + radius * std::cos(angle),
+                     segment.centreV + radius * std::sin(angle)};
+    if (!AddPoint(points, point)) return false;
+  }
   return true;
+}
+
+bool MakeOutline(PocketGround& ground, double tolerance) {
+  std::vector<Flat>& points = ground.outline;
+  points.clear();
+  for (const OutlineMove& noted : ground.moves) {
+    const ControlSegment& move = noted.segment;
+    if (points.empty() && !AddPoint(points, {move.from.of[0], move.from.of[1]})) return false;
+    const bool arc = move.kind == ControlSegment::Kind::Arc && move.plane == 17;
+    if (arc && !AddChords(points, move, tolerance)) return false;
+    const Flat to{move.to.of[0], move.to.of[1]};
+    if (DistanceOf(points.back(), to) > kSame && !AddPoint(points, to)) return false;
+  }
+  return true;
+}
+
+// The loop of the outline: from where its last point was passed before. A way in that is the way
+// out too is no part of it. False: it is open.
+bool CloseOutline(std::vector<Flat>& points) {
+  if (points.size() < 4) return false;
+  const Flat last = points.back();
+  const auto first = std::find_if(points.begin(), points.end() - 1, [last](const Flat& point) {
+    return DistanceOf(point, last) <= kSame;
+  });
+  points.erase(points.begin(), first);
+  auto begin = points.begin();
+  auto end = points.end();
+  while (end - begin >= 4 && DistanceOf(*(begin + 1), *(end - 2)) <= kSame) {
+    ++begin;
+    --end;
+  }
+  points.assign(begin, end);
+  return points.size() >= 4;
 }
 
 Flat Turned(Flat point, bool alongX) { return alongX ? point : Flat{point.y, point.x}; }
@@ -110,7 +164,7 @@ std::vector<Span> RowWithin(const PocketGround& ground, double y, double off) {
     const Flat b = Turned(ground.outline[i + 1], ground.alongX);
     if ((a.y <= y) != (b.y <= y)) crossings.push_back(a.x + (b.x - a.x) * (y - a.y) / (b.y - a.y));
     if (off <= kSame || std::min(a.y, b.y) > y + off || std::max(a.y, b.y) < y - off) continue;
-    const Span span = NearRow(a, b, y, off - kTouch);
+    const Span span = NearRow(a, b, y, off);
     if (span.first <= span.last) near.push_back(span);
   }
   std::sort(crossings.begin(), crossings.end());
@@ -132,80 +186,100 @@ std::vector<Span> RowWithin(const PocketGround& ground, double y, double off) {
   return within;
 }
 
-}  // namespace
+struct Piece {  // of a row
+  Flat one, other;
+  bool cleared = false;
+};
 
-void NoteOutline(PocketGround& ground, const ControlSegment& segment, double tolerance) {
-  if (ground.outline.empty()) AddPoint(ground, {segment.from.of[0], segment.from.of[1]});
-  const Flat to{segment.to.of[0], segment.to.of[1]};
-  if (segment.kind == ControlSegment::Kind::Arc && segment.plane == 17) {
-    const double x = segment.from.of[0] - segment.centreU;
-    const double y = segment.from.of[1] - segment.centreV;
-    const double start = std::atan2(y, x);
-    double sweep = std::atan2(to.y - segment.centreV, to.x - segment.centreU) - start;
-    const bool whole = DistanceOf({segment.from.of[0], segment.from.of[1]}, to) <= kSame;
-    if (segment.clockwise) {
-      while (sweep >= (whole ? -kPi : 0)) sweep -= kTwoPi;
-    } else {
-      while (sweep <= (whole ? kPi : 0)) sweep += kTwoPi;
-    }
-    const double radius = std::hypot(x, y);
-    const double share = std::max(1 - tolerance / std::max(radius, tolerance), 0.0);
-    const double step = std::max(2 * std::acos(share), kTwoPi / kMostChords);
-    const double chords = std::ceil(std::fabs(sweep) / step);
-    for (double i = 1; i < chords; ++i) {
-      const double angle = start + sweep * i / chords;
-      AddPoint(ground, {segment.centreU + radius * std::cos(angle),
-                        segment.centreV + radius * std::sin(angle)});
-    }
-  }
-  AddPoint(ground, to);
+// The pieces of all rows, and where those of each row begin.
+struct Rows {
+  std::vector<Piece> pieces;
+  std::vector<std::size_t> begins;
+};
+
+// Of its two ends that from which a place is nearer.
+Flat StartOf(const Piece& piece, Flat place) {
+  // The last digits choose no end.
+  const bool one = DistanceOf(piece.one, place) <= DistanceOf(piece.other, place) + kSame;
+  return one ? piece.one : piece.other;
 }
 
-bool FindStrokes(PocketGround& ground, std::int64_t& work) {
-  ground.strokes.clear();
-  if (!CloseOutline(ground)) return false;
+// Rows from the least place up.
+bool FindRows(const PocketGround& ground, Rows& rows, std::int64_t& work) {
   const double off = ground.radius + ground.finish;
-  Span rows;
-  for (const Flat& point : ground.outline) rows.Take(Turned(point, ground.alongX).y);
-  // A row along a wall counts as within.
-  const double first = rows.first + std::max(off, kTouch);
-  const double last = rows.last - std::max(off, kTouch);
+  Span all;
+  for (const Flat& point : ground.outline) all.Take(Turned(point, ground.alongX).y);
+  const double first = all.first + off;
+  // A row along the last wall counts as within, as one along the first does.
+  const double last = all.last - std::max(off, kTouch);
   // Narrower than the tool: the outline clears it.
-  if (last < first) return true;
+  if (!(last >= first)) return true;
   const double count = std::ceil((last - first) / ground.step - kSame);
   if (!(count < kMaxGroundRows)) return false;
-  bool back = false;
   for (double i = 0; i <= count; ++i) {
-    if ((work -= static_cast<std::int64_t>(ground.outline.size())) < 0) break;
+    if ((work -= std::ssize(ground.outline)) < 0) return false;
     const double y = std::min(first + i * ground.step, last);
-    std::vector<Span> row = RowWithin(ground, y, off);
-    if (back) std::reverse(row.begin(), row.end());
-    for (const Span& span : row) {
-      const Flat left = Turned({span.first, y}, ground.alongX);
-      const Flat right = Turned({span.last, y}, ground.alongX);
-      ground.strokes.push_back(back ? GroundStroke{right, left} : GroundStroke{left, right});
+    rows.begins.push_back(rows.pieces.size());
+    for (const Span& span : RowWithin(ground, y, off)) {
+      rows.pieces.push_back(
+          {Turned({span.first, y}, ground.alongX), Turned({span.last, y}, ground.alongX)});
     }
-    back = !back;
   }
-  // Each way to a stroke looks at every line once more.
-  const std::size_t strokes = ground.strokes.size();
-  work -= static_cast<std::int64_t>((strokes + 1) * ground.outline.size());
-  if (work >= 0 && strokes <= kMaxGroundStrokes) return true;
-  ground.strokes.clear();
-  return false;
+  rows.begins.push_back(rows.pieces.size());
+  return rows.pieces.size() <= kMaxGroundStrokes;
 }
 
-bool IsFreeWay(const PocketGround& ground, Flat from, Flat to, double slack) {
+}  // namespace
+
+bool FindStrokes(PocketGround& ground, Flat start, double perInch, std::int64_t& work) {
+  ground.strokes.clear();
+  if (!MakeOutline(ground, kChordInches * perInch) || !CloseOutline(ground.outline)) return false;
+  Rows rows;
+  if (!FindRows(ground, rows, work)) return false;
+  const double off = ground.radius - kSlackInches * perInch;
+  Flat at = start;
+  const auto reaches = [&](Flat to) {
+    return (work -= std::ssize(ground.outline)) >= 0 && IsFreeWay(ground, at, to, off);
+  };
+  const auto clear = [&](Piece& piece, bool over) {
+    const Flat from = StartOf(piece, at);
+    const bool one = from.x == piece.one.x && from.y == piece.one.y;
+    at = one ? piece.other : piece.one;
+    ground.strokes.push_back({from, at, over});
+    piece.cleared = true;
+  };
+  for (std::size_t row = 0; row + 1 < rows.begins.size(); ++row) {
+    for (std::size_t i = rows.begins[row]; i < rows.begins[row + 1]; ++i) {
+      if (rows.pieces[i].cleared) continue;
+      clear(rows.pieces[i], !reaches(StartOf(rows.pieces[i], at)));
+      // On from row to row as long as no wall stands between.
+      for (std::size_t next = row + 1; next + 1 < rows.begins.size(); ++next) {
+        Piece* reached = nullptr;
+        for (std::size_t k = rows.begins[next]; k < rows.begins[next + 1] && !reached; ++k) {
+          Piece& piece = rows.pieces[k];
+          if (!piece.cleared && reaches(StartOf(piece, at))) reached = &piece;
+        }
+        if (!reached) break;
+        clear(*reached, false);
+      }
+      if (work < 0) return false;
+    }
+  }
+  ground.backOver = !reaches(start);
+  return work >= 0;
+}
+
+bool IsFreeWay(const PocketGround& ground, Flat from, Flat to, double off) {
   const Flat middle{(from.x + to.x) / 2, (from.y + to.y) / 2};
   bool within = false;
   for (std::size_t i = 0; i + 1 < ground.outline.size(); ++i) {
     const Flat a = ground.outline[i];
     const Flat b = ground.outline[i + 1];
-    if (IsNear(from, to, a, b, ground.radius)) {
+    if (IsNear(from, to, a, b, std::max(off, 0.0))) {
       if (Cross(from, to, a, b)) return false;
-      const double off = std::min({DistanceTo(a, b, from), DistanceTo(a, b, to),
-                                   DistanceTo(from, to, a), DistanceTo(from, to, b)});
-      if (off < ground.radius - slack) return false;
+      const double away = std::min({DistanceTo(a, b, from), DistanceTo(a, b, to),
+                                    DistanceTo(from, to, a), DistanceTo(from, to, b)});
+      if (away < off) return false;
     }
     const bool crosses = (a.y <= middle.y) != (b.y <= middle.y);
     if (crosses && a.x + (b.x - a.x) * (middle.y - a.y) / (b.y - a.y) > middle.x) within = !within;

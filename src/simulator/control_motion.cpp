@@ -1,20 +1,18 @@
 #include "simulator/control_motion.h"
 
-#include <cmath>
 #include <utility>
 
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
 #include "simulator/control_emit.h"
 #include "simulator/control_frame.h"
-#include "simulator/control_ground.h"
 #include "simulator/control_stock.h"
 
 namespace morva {
 
 namespace {
 
-constexpr double kGroundInches = 0.0005;  // of chords of a pocket's outline off its arcs
+constexpr int kGeneralPocket = 150;
 
 ControlSegment SegmentTo(const ControlRun& run, const Vec3& shown, ControlSegment::Kind kind) {
   return {.kind = kind,
@@ -45,15 +43,25 @@ void StartInWork(ControlRun& run) {
   if (run.stock && run.moved) NoteStockZero(run);
 }
 
+void Draw(ControlRun& run, const ControlSegment& segment) {
+  const bool compensates = run.compensation.side != 0 || run.compensation.wanted != 0;
+  if (compensates) return CompensateSegment(run, segment);
+  EmitSegment(run, segment);
+}
+
+// False: it is one more than there may be.
+bool NoteMoveOfOutline(ControlRun& run, const ControlSegment& segment) {
+  if (run.ground.moves.size() < kMaxGroundPoints) {
+    const ControlCompensation& comp = run.compensation;
+    run.ground.moves.push_back({segment, comp.wanted, comp.radius});
+    return true;
+  }
+  DropGround(run);
+  return false;
+}
+
 // The segment gets what is known of its end.
 void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
-  ++run.strokes;
-  if (run.ground.surveys) {
-    run.shown = segment.to;
-    // The outline itself may say that the tool runs beside it.
-    if (run.compensation.wanted) run.ground.radius = std::fabs(run.compensation.radius);
-    return NoteOutline(run.ground, segment, kGroundInches * run.perInch);
-  }
   NoteMachineAxes(run, segment, toMachine);
   NoteTravel(run, segment.to);
   Vec3 places[4];
@@ -63,9 +71,9 @@ void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   if (!leads) StartInWork(run);
   segment.machineAxes = run.machineAxes;
   run.shown = segment.to;
-  const bool compensates = run.compensation.side != 0 || run.compensation.wanted != 0;
-  if (compensates) return CompensateSegment(run, segment);
-  EmitSegment(run, segment);
+  ++run.strokes;
+  if (run.ground.noting && NoteMoveOfOutline(run, segment)) return;
+  Draw(run, segment);
 }
 
 }  // namespace
@@ -113,8 +121,31 @@ void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV,
   run.at = program;
 }
 
+void DrawNotedMoves(ControlRun& run) {
+  ControlCompensation& comp = run.compensation;
+  const std::int32_t line = run.line;
+  const int wanted = comp.wanted;
+  const double radius = comp.radius;
+  for (const OutlineMove& move : run.ground.moves) {
+    run.line = move.segment.line;
+    comp.wanted = move.wanted;
+    comp.radius = move.radius;
+    Draw(run, move.segment);
+  }
+  run.ground.moves.clear();
+  run.line = line;
+  comp.wanted = wanted;
+  comp.radius = radius;
+}
+
+void DropGround(ControlRun& run) {
+  if (!run.ground.noting) return;
+  run.ground.noting = run.ground.wanted = false;
+  AddFinding(run.track->findings, Finding::NotFollowed, run.pocket.line, kGeneralPocket);
+  DrawNotedMoves(run);
+}
+
 void Wait(ControlRun& run, double seconds) {
-  if (run.ground.surveys) return;
   if (seconds > 0 && !HoldWait(run, seconds)) PassTime(run, seconds);
 }
 

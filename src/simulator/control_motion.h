@@ -20,6 +20,10 @@ void FeedTo(ControlRun& run, const Vec3& program);
 // where the end is the start.
 void ArcTo(ControlRun& run, const Vec3& program, double centreU, double centreV, bool clockwise);
 void Wait(ControlRun& run, double seconds);
+// Draws the moves of a pocket's outline that were noted, as they came.
+void DrawNotedMoves(ControlRun& run);
+// Where the ground of a pocket cannot be followed: a finding, and what was noted is drawn.
+void DropGround(ControlRun& run);
 // What the words of a block ask for: X, Y and Z of the target; true where one of them stands.
 bool TakeTarget(ControlRun& run, const ControlBlock& block, Vec3& target);
 // An arc of the block, by I, J, K or by R.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "simulator/control_check.h"
 #include "simulator/control_compensation.h"
@@ -16,7 +18,8 @@ namespace {
 constexpr double kMostRings = 1000;
 constexpr double kMostRepeats = 9999;
 constexpr double kMostDepths = 1000;
-constexpr double kSame = 1e-9;  // display units
+constexpr double kSame = 1e-9;          // display units
+constexpr double kSlackInches = 0.001;  // that a tool may come nearer to a wall
 constexpr int kGeneralPocket = 150;
 
 // What is left out of a ring; findings where D or its diameter is missing.
@@ -63,78 +66,115 @@ ControlPocket PocketOf(ControlRun& run, const ControlBlock& block) {
   pocket.reached = r;
   const double step = block.Has('Q') ? std::fabs(LengthOf(run, block, 'Q')) : 0;
   pocket.step = step > 0 ? step : std::max(r - pocket.bottom, kSame);
+  pocket.feed = run.feed;
   pocket.wanted = run.compensation.wanted;
   return pocket;
 }
 
-// How its ground is cleared: by strokes along X that are I apart, along Y that are J apart.
+// How its ground is cleared: by strokes that are I apart along X, or J apart along Y.
 PocketGround GroundOf(ControlRun& run, const ControlBlock& block) {
   PocketGround ground;
-  ground.alongX = block.Has('I');
-  const char letter = ground.alongX ? 'I' : 'J';
+  ground.alongX = block.Has('J');
+  const char letter = ground.alongX ? 'J' : 'I';
   ground.step = block.Has(letter) ? std::fabs(LengthOf(run, block, letter)) : 0;
   ground.finish = block.Has('K') ? std::fabs(LengthOf(run, block, 'K')) : 0;
-  ground.wanted = ground.step > kSame;
-  const bool beside = run.compensation.wanted != 0;
-  ground.radius = beside ? std::fabs(run.compensation.radius) : 0;
+  ground.wanted = ground.step > kSame && block.Has('I') != block.Has('J');
   return ground;
 }
 
-// To a place of the ground at the depth, or by way of R where a wall stands between.
-void GoWithin(ControlRun& run, const Vec3& to) {
-  constexpr double kSlackInches = 0.001;
-  const Vec3 shown = ShownOf(run, to);
-  const Flat from{run.shown.of[0], run.shown.of[1]};
-  if (!IsFreeWay(run.ground, from, {shown.of[0], shown.of[1]}, kSlackInches * run.perInch)) {
-    Vec3 over = run.at;
-    over.of[2] = run.pocket.start.of[2];
-    RapidTo(run, over);
-    over = to;
-    over.of[2] = run.pocket.start.of[2];
-    RapidTo(run, over);
+// What the tool leaves at the walls up to the last run of the outline.
+double FinishOf(const ControlRun& run) {
+  const PocketGround& ground = run.ground;
+  const bool rough = ground.wanted && ground.beside && !ground.strokes.empty();
+  return rough && !run.pocket.finishing ? ground.finish : 0;
+}
+
+// Compensation of the outline, from where the tool stands.
+void BeginOutline(ControlRun& run) {
+  run.compensation.wanted = run.pocket.wanted;
+  run.compensation.finish = FinishOf(run);
+}
+
+// To a place at the depth, straight or by way of R.
+void GoWithin(ControlRun& run, const Vec3& to, bool over) {
+  run.ground.between = true;
+  if (over) {
+    Vec3 above = run.at;
+    above.of[2] = run.pocket.start.of[2];
+    RapidTo(run, above);
+    above = to;
+    above.of[2] = run.pocket.start.of[2];
+    RapidTo(run, above);
   }
   FeedTo(run, to);
+  run.ground.between = false;
 }
 
 Vec3 GroundPlace(const ControlRun& run, const Flat& shown) {
   return ProgramOf(run, {{shown.x, shown.y, run.shown.of[2]}});
 }
 
+// The strokes of a depth, from the start and back to it.
 void ClearGround(ControlRun& run) {
-  for (const GroundStroke& stroke : run.ground.strokes) {
-    if (OutOfStrokes(run)) return;
-    const Vec3 from = GroundPlace(run, stroke.from);
-    const Vec3 to = GroundPlace(run, stroke.to);
-    GoWithin(run, from);
-    FeedTo(run, to);
+  const PocketGround& ground = run.ground;
+  if (!ground.wanted || ground.strokes.empty()) return;
+  const double feed = std::exchange(run.feed, run.pocket.feed);
+  for (const GroundStroke& stroke : ground.strokes) {
+    if (OutOfStrokes(run)) break;
+    GoWithin(run, GroundPlace(run, stroke.from), stroke.over);
+    FeedTo(run, GroundPlace(run, stroke.to));
   }
-}
-
-void GoBackToStart(ControlRun& run) {
   Vec3 back = run.pocket.start;
   back.of[2] = run.at.of[2];
-  if (run.ground.wanted) return GoWithin(run, back);
-  FeedTo(run, back);
+  GoWithin(run, back, ground.backOver);
+  run.feed = feed;
 }
 
-// Down to the next depth and clears its ground. The outline's compensation begins from there.
-void BeginDepth(ControlRun& run) {
-  GoDown(run);
-  if (!run.ground.strokes.empty()) {
-    ClearGround(run);
-    GoBackToStart(run);
-  }
-  run.compensation.wanted = run.pocket.wanted;
-}
-
-// The tool stands at the start, as if the outline had not run.
-void EndSurvey(ControlRun& run) {
+// The strokes that the noted outline asks for; findings where there are none to be known.
+void FindGround(ControlRun& run) {
   PocketGround& ground = run.ground;
-  ground.surveys = false;
-  run.modes = ground.modes;
-  run.feed = ground.feed;
-  run.at = run.pocket.start;
-  run.shown = ShownOf(run, run.at);
+  const Vec3 shown = ShownOf(run, run.pocket.start);
+  const Flat start{shown.of[0], shown.of[1]};
+  for (const OutlineMove& move : ground.moves) {
+    if (move.wanted == 0) continue;
+    ground.beside = true;
+    ground.radius = std::fabs(move.radius);
+  }
+  ground.wanted = FindStrokes(ground, start, run.perInch, run.groundLooks);
+  if (!ground.wanted) return Report(run, Finding::NotFollowed, kGeneralPocket);
+  if (!IsFreeWay(ground, start, start, ground.radius - kSlackInches * run.perInch)) {
+    Report(run, Finding::PocketWords);
+  }
+}
+
+// The outline of the first depth was noted. The tool still stands at the start: first its strokes
+// are drawn, then the outline itself.
+void DrawFirstDepth(ControlRun& run) {
+  PocketGround& ground = run.ground;
+  ground.noting = false;
+  const Vec3 end = run.shown;
+  run.compensation.wanted = 0;
+  if (!ground.moves.empty()) run.shown = ground.moves.front().segment.from;
+  run.at = ProgramOf(run, run.shown);
+  FindGround(run);
+  ClearGround(run);
+  BeginOutline(run);
+  DrawNotedMoves(run);
+  run.shown = end;
+  run.at = ProgramOf(run, end);
+}
+
+// From the outline's end to the start, at the depth.
+void GoBack(ControlRun& run) {
+  const PocketGround& ground = run.ground;
+  Vec3 back = run.pocket.start;
+  back.of[2] = run.at.of[2];
+  bool over = false;
+  if (ground.wanted && (run.groundLooks -= std::ssize(ground.outline)) > 0) {
+    const Vec3 shown = ShownOf(run, back);
+    over = !IsFreeWay(ground, {run.shown.of[0], run.shown.of[1]}, {shown.of[0], shown.of[1]}, 0);
+  }
+  GoWithin(run, back, over);
 }
 
 }  // namespace
@@ -182,52 +222,49 @@ bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram) {
     Report(run, Finding::PocketWords);
     return false;
   }
+  if (pocket.bottom > pocket.reached + kSame) Report(run, Finding::CycleUpward);
   pocket.on = true;
   pocket.ofProgram = ofProgram;
   run.pocket = pocket;
   run.ground = GroundOf(run, block);
-  if (!run.ground.wanted) Report(run, Finding::NotFollowed, kGeneralPocket);
+  if (!run.ground.wanted) Report(run, Finding::PocketWords);
   StopCompensation(run);
   Vec3 above = pocket.start;
   above.of[2] = run.at.of[2];
   RapidTo(run, above);
   RapidTo(run, pocket.start);
-  if (run.ground.wanted) {
-    run.ground.surveys = true;
-    run.ground.modes = run.modes;
-    run.ground.feed = run.feed;
-  } else {
-    BeginDepth(run);
-  }
+  GoDown(run);
+  run.compensation.wanted = pocket.wanted;
+  run.ground.noting = run.ground.wanted;
   return true;
+}
+
+void LeavePocket(ControlRun& run) {
+  DropGround(run);
+  run.pocket.finishing = true;
+  run.pocket.on = false;
+  BeginOutline(run);
 }
 
 bool GoToNextDepth(ControlRun& run) {
   ControlPocket& pocket = run.pocket;
   const std::int32_t line = run.line;
   run.line = pocket.line;
+  if (run.ground.noting) DrawFirstDepth(run);
   StopCompensation(run);
-  if (run.ground.surveys) {
-    EndSurvey(run);
-    run.ground.wanted = FindStrokes(run.ground, run.groundLooks);
-    if (!run.ground.wanted) Report(run, Finding::NotFollowed, kGeneralPocket);
-  } else {
-    GoBackToStart(run);
-    pocket.on = pocket.reached > pocket.bottom + kSame;
+  GoBack(run);
+  const bool deeper = pocket.reached > pocket.bottom + kSame;
+  const bool finish = !deeper && FinishOf(run) > 0;
+  if (deeper) {
+    GoDown(run);
+    ClearGround(run);
   }
-  if (pocket.on) {
-    BeginDepth(run);
-  } else {
-    RapidTo(run, pocket.start);
-    run.compensation.wanted = pocket.wanted;
-  }
+  pocket.finishing = !deeper;
+  pocket.on = deeper || finish;
+  if (!pocket.on) RapidTo(run, pocket.start);
+  BeginOutline(run);
   run.line = line;
   return pocket.on;
-}
-
-void AbandonPocket(ControlRun& run) {
-  if (run.ground.surveys) EndSurvey(run);
-  run.pocket.on = false;
 }
 
 }  // namespace morva

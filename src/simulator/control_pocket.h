@@ -10,13 +10,13 @@ namespace morva {
 void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise);
 
 // G150: to the pocket's start, to R, and down to the first depth. The outline is then to be called.
-// Where the ground within it is to be cleared, it is called once more before, and nothing moves.
 // False: the words are missing or out of range, which is a finding, and nothing moved.
 bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram);
 // The outline was run: back to the start, and down to the next depth, where it is to be called
 // again. False: it was the last one, and the tool stands at R.
 bool GoToNextDepth(ControlRun& run);
-// The outline has no end: no further depth is run.
-void AbandonPocket(ControlRun& run);
+
+// The outline has no end: its pocket ends with it.
+void LeavePocket(ControlRun& run);
 
 }  // namespace morva

@@ -9,6 +9,7 @@
 #include "simulator/control_corner.h"
 #include "simulator/control_execute.h"
 #include "simulator/control_frame.h"
+#include "simulator/control_motion.h"
 #include "simulator/control_stock.h"
 #include "simulator/control_variables.h"
 
@@ -77,6 +78,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   if (options.stock) BeginStock(*run, *options.stock);
   RunAll(*run);
   DropCorner(*run);
+  DropGround(*run);
   EndCompensation(*run);
   NoteEnd(*run);
   NoteStockEnd(*run);

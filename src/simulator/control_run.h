@@ -141,6 +141,7 @@ struct ControlCompensation {
   ControlSegment heights[kMaxHeldMoves];  // moves along Z that wait behind it
   int heightCount = 0;
   double waitSeconds = 0;  // at the corner behind the held move
+  double finish = 0;  // that a pocket's outline leaves for its last run, which tells what is amiss
 };
 
 // A corner that ",C" or ",R" cuts: the line up to it waits for the one behind. The program stands
@@ -162,26 +163,37 @@ struct ControlPocket {
   double bottom = 0;
   double step = 0;  // above 0
   double reached = 0;
-  int wanted = 0;  // cutter compensation of the outline, as in ControlCompensation
+  double feed = 0;
+  int wanted = 0;          // cutter compensation of the outline, as in ControlCompensation
+  bool finishing = false;  // the outline runs for the last time, at the bottom
+};
+
+// A move of its outline, and compensation as it stood there.
+struct OutlineMove {
+  ControlSegment segment;
+  int wanted = 0;
+  double radius = 0;
 };
 
 struct GroundStroke {
   Flat from, to;
+  bool over = false;  // to its start the tool goes by way of R, as a wall stands between
 };
 
 // What such a pocket clears within its outline, in shown places.
 struct PocketGround {
   bool wanted = false;   // the block says how far apart
-  bool surveys = false;  // the outline runs for the first time, and nothing moves
-  ControlModes modes;    // before that
-  double feed = 0;
-  bool full = false;   // it had more points than there may be
-  bool alongX = true;  // direction of the strokes
-  double step = 0;     // between two strokes, above 0
-  double radius = 0;   // that the tool keeps off the outline, 0 where that is its own way
-  double finish = 0;   // that strokes leave at the walls
-  std::vector<Flat> outline;
+  bool noting = false;   // the outline runs for the first time, and its moves wait in `moves`
+  bool alongX = true;    // direction of the strokes
+  bool beside = false;   // the tool runs beside the outline
+  bool between = false;  // the tool goes from one stroke to the next, on a way that is presumed
+  double step = 0;       // between two strokes, above 0
+  double radius = 0;     // that the tool keeps off the outline, 0 where that is its own way
+  double finish = 0;     // that strokes leave at the walls
+  std::vector<OutlineMove> moves;
+  std::vector<Flat> outline;  // a loop: the last place is the first
   std::vector<GroundStroke> strokes;
+  bool backOver = false;  // behind the last stroke too
 };
 
 struct StockCheck;

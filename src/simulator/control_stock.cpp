@@ -286,7 +286,8 @@ bool Sees(const ControlRun& run) {
   const StockCheck& stock = *run.stock;
   const std::int32_t* const found = run.track->findings.ofKind;
   const bool followed = found[static_cast<std::size_t>(Finding::NotFollowed)] == 0 &&
-                        found[static_cast<std::size_t>(Finding::ProgramMissing)] == 0;
+                        found[static_cast<std::size_t>(Finding::ProgramMissing)] == 0 &&
+                        found[static_cast<std::size_t>(Finding::PocketWords)] == 0;
   if (stock.lost || !followed) return false;
   for (int axis = 0; axis < 3; ++axis) {
     if (run.frame.g92.of[axis] != 0 || run.table.work[kLocalZeroRow][axis] != 0) return false;
@@ -342,7 +343,7 @@ void NoteCutWay(ControlRun& run, const Way& way) {
   if (std::min(way.from.of[2], way.to.of[2]) >= box.top) return;
   const StockTool* const tool = ToolOf(run);
   const bool down = way.length == 0 && way.to.of[2] < way.from.of[2];
-  if (tool && down) NotePlunge(run, way, *tool);
+  if (tool && down && !run.ground.between) NotePlunge(run, way, *tool);
   NoteDepth(run, way, tool);
   const bool inStock = IsWithin(box, way.to.of[0], way.to.of[1], 0);
   stock.cut = stock.cut || inStock;
@@ -399,6 +400,8 @@ void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid)
   }
   if (stock.lost) return;
   const Way way = WayOf(from, to);
+  // Between two strokes of a pocket a machine may take another way.
+  if (rapid && run.ground.between) return;
   if (rapid) return NoteRapid(run, way);
   // A bar that cuts upwards opens more below than its way tells.
   if (run.modes.motion == 77) stock.lost = true;

@@ -120,7 +120,7 @@ TEST(ControlLimits, DrawsNoGroundOfAnOutlineWithTooManyPoints) {
   static_assert(kMaxGroundPoints == 4096);
   const auto points = [](int pairs) {
     std::u16string text =
-        kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I.5 F10.\n" + kSquare + u"G91\n";
+        kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 J.5 F10.\n" + kSquare + u"G91\n";
     for (int i = 0; i < pairs; ++i) text += u"X.01\nX-.01\n";
     return Found(RunText(text + u"G90\nM99\n"));
   };
@@ -133,7 +133,7 @@ TEST(ControlLimits, DrawsNoGroundOfTooManyStrokes) {
   // A comb with eight teeth in its upper half.
   static_assert(kMaxGroundStrokes == 4000);
   const auto strokes = [](std::u16string_view step) {
-    std::u16string text = kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I" +
+    std::u16string text = kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 J" +
                           std::u16string(step) + u" F10.\nM30\nN100 G1 X15.\n";
     for (int i = 0; i < 8; ++i) text += i == 0 ? u"Y2.\nG91 X-1.\n" : u"Y-1.\nX-1.\nY1.\nX-1.\n";
     return Found(RunText(text + u"G90 X0. Y0.\nM99\n"));
@@ -145,7 +145,7 @@ TEST(ControlLimits, DrawsNoGroundOfTooManyStrokes) {
 TEST(ControlLimits, DrawsNoGroundOfTooManyRows) {
   static_assert(kMaxGroundRows == 1001);
   const auto rows = [](std::u16string_view step) {
-    return Found(RunText(kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 I" +
+    return Found(RunText(kPocket + u"G0 X0. Y0. Z1.\nG150 P100 X0. Y0. Z-.1 R.1 J" +
                          std::u16string(step) + u" F10.\n" + kSquare + u"M99\n"));
   };
   EXPECT_EQ(rows(u".002"), "");

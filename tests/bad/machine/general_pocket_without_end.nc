@@ -1,7 +1,7 @@
-(NotFollowed 4, NoEnd 8)
+(NoEnd 8, NotFollowed 4)
 G20 G90 S900 M3
 G0 X0. Y0. Z.1
-G150 P10 X0. Y0. Z-.1 R.1 Q.05 F10.
+G150 P10 X0. Y0. Z-.1 R.1 Q.05 I.2 F10.
 M30
 O10
 G1 X1.

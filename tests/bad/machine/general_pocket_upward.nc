@@ -1,0 +1,13 @@
+(CycleUpward 5)
+G20 G90 S900 M3
+G10 L12 P1 R.5
+G0 X0. Y0. Z.1
+G150 G41 D1 P10 Z.3 R.1 J.2 F10.
+M30
+N10 G1 X1.
+Y1.
+X-1.
+Y-1.
+X1.
+Y0.
+M99
