@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
@@ -499,6 +500,79 @@ TEST(ComboWidget, IsAsDarkAsAKeyAndMarksTheKeyboard) {
   EXPECT_EQ(plain.pixelColor(100, 0), QColor(0x2A, 0x6F, 0xA3));
   SetFocusTo(400);
   EXPECT_EQ(PictureOf(400).pixelColor(100, 0), QColor(0x00, 0xD3, 0xF2));
+}
+
+constexpr char16_t kLongRow[] = u"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW";
+
+QString TipAt(QWidget* widget, const QPoint& at) {
+  QHelpEvent asked(QEvent::ToolTip, at, widget->mapToGlobal(at));
+  QApplication::sendEvent(widget, &asked);
+  return QToolTip::text();
+}
+
+TEST(ListWidget, TellsARowThatIsCutAsAWhole) {
+  stand::Open();
+  ListSpec spec;
+  spec.id = 1;
+  spec.accessibleName = u"Rows";
+  spec.ownerDrawn = false;
+  ASSERT_TRUE(MakeList(spec));
+  SetPlace(1, {20, 20, 220, 140});
+  for (const char16_t* words : {u"row", u"row", kLongRow}) AddRow(1, words, 0);
+  EXPECT_EQ(TipAt(Viewport(1), RowMiddle(1, 0)), QString());
+  EXPECT_EQ(TipAt(Viewport(1), RowMiddle(1, 2)), QString::fromUtf16(kLongRow));
+}
+
+TEST(ComboWidget, TellsAChoiceThatIsCutAsAWholeBeforeItsTip) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 1);
+  AddRow(400, kLongRow, 0);
+  SetToolTip(400, u"The tool");
+  SelectRow(400, 1);
+  EXPECT_EQ(TipAt(WidgetOf(400), {10, 10}),
+            QString::fromUtf16(kLongRow) + QStringLiteral("\nThe tool"));
+  SelectRow(400, 0);
+  EXPECT_EQ(TipAt(WidgetOf(400), {10, 10}), QStringLiteral("The tool"));
+}
+
+// The upper half of three points is empty, that of a letter is not.
+TEST(ComboWidget, EndsAChoiceThatIsCutInThreePoints) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 1);
+  AddRow(400, kLongRow, 0);
+  SetPlace(400, {20, 20, 220, 48});
+  Make(201, ControlKind::EditLine, u"");
+  SetFocusTo(201);
+  SelectRow(400, 0);
+  const QImage brief = PictureOf(400);
+  SelectRow(400, 1);
+  const QImage full = PictureOf(400);
+  int right = 0;  // of the words, left of the arrow
+  for (int x = 60; x < full.width(); ++x) {
+    for (int y = 4; y < 24; ++y) {
+      if (full.pixel(x, y) != brief.pixel(x, y)) right = x;
+    }
+  }
+  ASSERT_GT(right, 150);
+  for (int x = right - 6; x <= right; ++x) {
+    for (int y = 4; y < 14; ++y) EXPECT_EQ(full.pixel(x, y), brief.pixel(x, y)) << x << ", " << y;
+  }
+}
+
+TEST(ComboWidget, OpensAsWideAsItsLongestRowAndWithinTheScreen) {
+  stand::Open();
+  MakeRows(400, ListKind::Combo, 1);
+  AddRow(400, kLongRow, 0);
+  SetVisible(400, true);
+  auto* combo = static_cast<QComboBox*>(WidgetOf(400));
+  combo->showPopup();
+  const QWidget* list = combo->view()->window();
+  const QRect screen = list->screen()->availableGeometry();
+  const int words = combo->fontMetrics().horizontalAdvance(QString::fromUtf16(kLongRow));
+  EXPECT_GE(combo->view()->viewport()->width(), std::min(words + 12, screen.width() - 4));
+  EXPECT_GE(list->geometry().left(), screen.left());
+  EXPECT_LE(list->geometry().right(), screen.right());
+  combo->hidePopup();
 }
 
 }  // namespace

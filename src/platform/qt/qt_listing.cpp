@@ -3,9 +3,13 @@
 #include <QAbstractItemDelegate>
 #include <QAbstractListModel>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QListView>
 #include <QPointer>
+#include <QScreen>
 #include <QScrollBar>
+#include <QStyleOptionComboBox>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <vector>
@@ -16,6 +20,13 @@
 namespace platform {
 
 namespace {
+
+constexpr int kRowPad = 6;  // pixels on either side of the words of a row
+
+// The words of a row as they stand between its sides.
+QString WordsIn(int width, const QFontMetrics& metrics, const QString& words) {
+  return metrics.elidedText(words, Qt::ElideRight, width - 2 * kRowPad);
+}
 
 struct Row {
   QString text;
@@ -86,9 +97,9 @@ class RowDelegate : public QAbstractItemDelegate {
     painter->fillRect(option.rect, state.selected ? palette.highlight() : palette.base());
     painter->setFont(option.font);
     painter->setPen(palette.color(state.selected ? QPalette::HighlightedText : QPalette::Text));
-    const QRect area = option.rect.adjusted(6, 0, -6, 0);
-    const QString words = option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(),
-                                                        Qt::ElideRight, area.width());
+    const QRect area = option.rect.adjusted(kRowPad, 0, -kRowPad, 0);
+    const QString words =
+        WordsIn(option.rect.width(), option.fontMetrics, index.data(Qt::DisplayRole).toString());
     painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
     if (!state.focused) return;
     painter->setPen(ColourOf(kLookBright));
@@ -108,7 +119,8 @@ class ListBox : public PlacedWidget<QListView> {
   ListBox(const ListSpec& spec, QWidget* parent)
       : PlacedWidget<QListView>(spec.id, true, parent),
         model_(new RowModel(this)),
-        wheelRows_(spec.wheelRows) {
+        wheelRows_(spec.wheelRows),
+        ownerDrawn_(spec.ownerDrawn) {
     setItemDelegate(new RowDelegate(spec.id, spec.rowHeight, spec.ownerDrawn, this));
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -165,6 +177,20 @@ class ListBox : public PlacedWidget<QListView> {
       return QItemSelectionModel::ClearAndSelect;
     }
     return QListView::selectionCommand(index, event);
+  }
+  // A row that is cut is told as a whole. Rows that a room paints cut by themselves.
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip && !ownerDrawn_) {
+      const auto* help = static_cast<QHelpEvent*>(event);
+      const QModelIndex index = indexAt(help->pos());
+      const QRect place = visualRect(index);
+      const QString words = index.data(Qt::DisplayRole).toString();
+      if (index.isValid() && WordsIn(place.width(), fontMetrics(), words) != words) {
+        QToolTip::showText(help->globalPos(), words, viewport(), place);
+        return true;
+      }
+    }
+    return QListView::viewportEvent(event);
   }
   void mousePressEvent(QMouseEvent* event) override {
     // Only the left button chooses; the right one asks for a menu on the row under it.
@@ -235,6 +261,7 @@ class ListBox : public PlacedWidget<QListView> {
  private:
   RowModel* model_;
   int wheelRows_;
+  bool ownerDrawn_;
   int wheel_ = 0;
   bool pressing_ = false;
   bool pressed_ = false;
@@ -269,10 +296,44 @@ class Combo : public PlacedWidget<QComboBox> {
       view()->setFont(font());
       view()->setAccessibleName(accessibleName());
     }
+    // As wide as its longest row, as far as the screen goes.
+    int widest = 0;
+    for (int row = 0; row < count(); ++row) {
+      widest = std::max(widest, view()->fontMetrics().horizontalAdvance(itemText(row)));
+    }
+    const int bar = view()->verticalScrollBar()->sizeHint().width();
+    const QRect room = screen()->availableGeometry();
+    view()->setMinimumWidth(std::min(widest + 2 * kRowPad + 2 + bar, room.width() - 2));
     QComboBox::showPopup();
+    QWidget* list = view()->window();
+    const int beyond = list->geometry().right() - room.right();
+    if (beyond > 0) list->move(list->x() - beyond, list->y());
+  }
+  // What is chosen is cut as a row is, and told as a whole.
+  void initStyleOption(QStyleOptionComboBox* option) const override {
+    QComboBox::initStyleOption(option);
+    option->currentText = CutWords(*option);
+  }
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip) {
+      QStyleOptionComboBox option;
+      QComboBox::initStyleOption(&option);
+      if (CutWords(option) != option.currentText) {
+        QString words = option.currentText;
+        if (!toolTip().isEmpty()) words += QLatin1Char('\n') + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), words, this);
+        return true;
+      }
+    }
+    return PlacedWidget<QComboBox>::event(event);
   }
 
  private:
+  QString CutWords(const QStyleOptionComboBox& option) const {
+    const QRect area =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, area.width() - 2);
+  }
   int rowHeight_;
   bool dressed_ = false;
 };
