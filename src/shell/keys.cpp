@@ -20,7 +20,7 @@ constexpr KeyLook kKeys[] = {
     {kIdFind, kBody},
     {kIdSend, kBody, kPanelAmber},
     {kIdReceive, kBody, kPanelAmber},
-    {kIdAbortTransfer, kBody, kPanelAmber},
+    {kIdAbortTransfer, kSmall, kPanelAmber},
     {kIdSetup, kBody},
     {kIdMachine, kBody},
     {kIdInch, kBody},

@@ -69,6 +69,10 @@ TEST_F(Transfer, ShowsItsBarAndTheAbortKeyAndDimsSendAndReceive) {
   EXPECT_TRUE(IsShown(morva::kViewTransfer));
   EXPECT_EQ(desk::WidgetOf(morva::kIdAbortTransfer)->accessibleName(),
             QStringLiteral("Abort transfer"));
+  // The frame of the keyboard takes 4 pixels of each side of the key; its letters keep off it.
+  const QWidget* abort = desk::WidgetOf(morva::kIdAbortTransfer);
+  const int letters = abort->fontMetrics().tightBoundingRect(QStringLiteral("ABORT")).height();
+  EXPECT_LE(letters, abort->height() - 2 * (4 + 2));
   Resize(1200, 800);
   Show("transfer-1200x800.png");
   Resize(1560, 940);
