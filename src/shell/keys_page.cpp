@@ -29,14 +29,16 @@ constexpr Rect kPlace{170, 90, 170 + 860, 90 + 600};
 constexpr std::size_t kWordsColumn = 14;
 constexpr std::size_t kPlaceColumn = 56;
 
+constexpr char16_t kNote[] =
+    u"A key holds where its line says. In fields, lists and menus the keys do what they do "
+    u"everywhere; Tab goes on, Shift+Tab goes back.";
+constexpr char16_t kNoKey[] = u"Neither a key nor what it does holds these letters.";
+
 // clang-format off
 constexpr FormRow kRows[] = {
     {.kind = RowKind::Words, .id = kIdKeysSearch, .label = u"Search", .filled = true, .limit = 60},
     {.kind = RowKind::List, .id = kIdKeysList, .name = u"Keys and what they do", .least = 200},
-    {.kind = RowKind::Note, .id = kIdKeysNote,
-     .label = u"A key holds where its line says. In fields, lists and menus the keys do what they "
-              u"do everywhere; Tab goes on, Shift+Tab goes back.",
-     .height = 56},
+    {.kind = RowKind::Note, .id = kIdKeysNote, .label = kNote, .height = 56},
     {.kind = RowKind::Keys, .keys = {kIdKeysClose}, .shares = {120}, .above = 1},
 };
 // clang-format on
@@ -92,7 +94,8 @@ void EndColumn(std::u16string& row, std::size_t column) {
 void FillPage() {
   platform::HoldListRedraw(kIdKeysList, true);
   platform::ClearRows(kIdKeysList);
-  for (const KeyLine& line : KeyLines(platform::TextOf(kIdKeysSearch))) {
+  const std::vector<KeyLine> found = KeyLines(platform::TextOf(kIdKeysSearch));
+  for (const KeyLine& line : found) {
     std::u16string row = line.chord;
     EndColumn(row, kWordsColumn);
     row += line.words;
@@ -101,6 +104,7 @@ void FillPage() {
     platform::AddRow(kIdKeysList, row);
   }
   platform::HoldListRedraw(kIdKeysList, false);
+  platform::SetText(kIdKeysNote, found.empty() ? kNoKey : kNote);
 }
 
 void OnCommand(int id, int notification) {

@@ -126,6 +126,8 @@ TEST_F(ShopBasics, SayWhatIsWrongWithALineNumber) {
   for (const std::u16string_view bad : {u"", u"0", u"12", u"-3", u"4.5", u"N5", u"99999999999"}) {
     std::u16string said;
     std::u16string title;
+    std::u16string note;
+    std::u16string none;
     headless::InDialog([&] {
       title = headless::DialogTitle();
       headless::TypeInto(kIdLineNumber, bad);
@@ -293,12 +295,17 @@ TEST_F(ShopBasics, ShowTheKeysWithF1FromEverywhere) {
     int rows = 0;
     int fewer = 0;
     std::u16string title;
+    std::u16string note;
+    std::u16string none;
     headless::InDialog([&] {
       title = headless::DialogTitle();
       EXPECT_EQ(platform::FocusedId(), kIdKeysSearch);
       rows = platform::RowCount(kIdKeysList);
       headless::TypeInto(kIdKeysSearch, u"Ctrl+P");
       fewer = platform::RowCount(kIdKeysList);
+      note = platform::TextOf(kIdKeysNote);
+      headless::TypeInto(kIdKeysSearch, u"no such key");
+      none = platform::TextOf(kIdKeysNote);
       headless::PressKey({platform::kKeyEscape});
     });
     platform::KeyEvent f1;
@@ -307,6 +314,8 @@ TEST_F(ShopBasics, ShowTheKeysWithF1FromEverywhere) {
     EXPECT_EQ(title, u"Keys") << surface;
     EXPECT_GT(rows, 30);
     EXPECT_EQ(fewer, 1);
+    EXPECT_TRUE(note.starts_with(u"A key holds where its line says."));
+    EXPECT_EQ(none, u"Neither a key nor what it does holds these letters.");
   }
 }
 
