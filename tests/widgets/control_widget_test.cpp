@@ -559,7 +559,7 @@ TEST(ComboWidget, EndsAChoiceThatIsCutInThreePoints) {
   }
 }
 
-TEST(ComboWidget, OpensAsWideAsItsLongestRowAndWithinTheScreen) {
+TEST(ComboWidget, OpensInAFrameAsWideAsItsLongestRowAndWithinTheScreen) {
   stand::Open();
   MakeRows(400, ListKind::Combo, 1);
   AddRow(400, kLongRow, 0);
@@ -570,6 +570,12 @@ TEST(ComboWidget, OpensAsWideAsItsLongestRowAndWithinTheScreen) {
   const QRect screen = list->screen()->availableGeometry();
   const int words = combo->fontMetrics().horizontalAdvance(QString::fromUtf16(kLongRow));
   EXPECT_GE(combo->view()->viewport()->width(), std::min(words + 12, screen.width() - 4));
+  QImage picture(list->size(), QImage::Format_RGB32);
+  combo->view()->window()->render(&picture);
+  const QRect edge = picture.rect();
+  for (const QPoint corner : {edge.topLeft(), edge.topRight(), edge.bottomLeft()}) {
+    EXPECT_EQ(picture.pixelColor(corner), QColor(0x2A, 0x6F, 0xA3)) << corner.x();
+  }
   EXPECT_GE(list->geometry().left(), screen.left());
   EXPECT_LE(list->geometry().right(), screen.right());
   combo->hidePopup();

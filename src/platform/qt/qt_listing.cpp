@@ -295,6 +295,10 @@ class Combo : public PlacedWidget<QComboBox> {
       setItemDelegate(new RowDelegate(0, std::max(rowHeight_, 24), false, this));
       view()->setFont(font());
       view()->setAccessibleName(accessibleName());
+      // The frame around it stands out from what lies below.
+      QPalette frame = view()->parentWidget()->palette();
+      frame.setColor(QPalette::WindowText, ColourOf(kLookControlLine));
+      view()->parentWidget()->setPalette(frame);
     }
     // As wide as its longest row, as far as the screen goes.
     int widest = 0;

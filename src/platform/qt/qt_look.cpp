@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QFrame>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QProxyStyle>
@@ -144,6 +145,8 @@ class DarkStyle : public QProxyStyle {
         return 0;
       case SH_ComboBox_Popup:
         return 0;  // the list opens below its combo
+      case SH_ComboBox_PopupFrameStyle:
+        return static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain);
       case SH_ScrollBar_Transient:
         return 0;
       case SH_ToolTip_WakeUpDelay:
