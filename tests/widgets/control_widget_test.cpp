@@ -502,7 +502,7 @@ TEST(ComboWidget, IsAsDarkAsAKeyAndMarksTheKeyboard) {
   EXPECT_EQ(PictureOf(400).pixelColor(100, 0), QColor(0x00, 0xD3, 0xF2));
 }
 
-constexpr char16_t kLongRow[] = u"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW";
+constexpr char16_t kLongRow[] = u"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW";
 
 QString TipAt(QWidget* widget, const QPoint& at) {
   QHelpEvent asked(QEvent::ToolTip, at, widget->mapToGlobal(at));
@@ -579,6 +579,29 @@ TEST(ComboWidget, OpensInAFrameAsWideAsItsLongestRowAndWithinTheScreen) {
   EXPECT_GE(list->geometry().left(), screen.left());
   EXPECT_LE(list->geometry().right(), screen.right());
   combo->hidePopup();
+}
+
+TEST(ToolTips, BreakALineThatIsLongerThanTheScreenBehindItsFolders) {
+  stand::Open();
+  Make(101, ControlKind::PushButton, u"NEW");
+  std::u16string path;
+  for (int i = 0; i < 60; ++i) path += u"/fixtures of the left hand";
+  SetToolTip(101, path + u"\nCtrl+click chooses");
+  const QWidget* button = WidgetOf(101);
+  const QStringList lines = button->toolTip().split(u'\n');
+  ASSERT_GT(lines.size(), 3);
+  const QFontMetrics metrics(QToolTip::font());
+  QString whole;
+  for (qsizetype i = 0; i + 1 < lines.size(); ++i) {
+    whole += lines[i];
+    EXPECT_LE(metrics.horizontalAdvance(lines[i]), button->screen()->availableGeometry().width());
+    const bool last = i + 2 == lines.size();
+    EXPECT_TRUE(last || lines[i].endsWith(u'/') || lines[i].endsWith(u' ')) << i;
+  }
+  EXPECT_EQ(whole.toStdU16String(), path);
+  EXPECT_EQ(lines.last(), QStringLiteral("Ctrl+click chooses"));
+  SetToolTip(101, u"New program");
+  EXPECT_EQ(button->toolTip(), QStringLiteral("New program"));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -540,8 +541,37 @@ std::u16string AccessibleName(int id) {
   return row->name.empty() ? row->text : row->name;
 }
 
+QString FoldTip(const QString& tip, const QWidget* widget) {
+  const QFontMetrics metrics(QToolTip::font());
+  const int most = widget->screen()->availableGeometry().width() * 2 / 3;
+  QString folded;
+  for (QStringView line : QStringView(tip).split(u'\n')) {
+    if (!folded.isEmpty()) folded += u'\n';
+    while (metrics.horizontalAdvance(line.toString()) > most) {
+      // The longest piece that fits, by halves.
+      qsizetype fits = 1;
+      for (qsizetype beyond = line.size(); beyond - fits > 1;) {
+        const qsizetype middle = (fits + beyond) / 2;
+        const bool narrow = metrics.horizontalAdvance(line.first(middle).toString()) <= most;
+        (narrow ? fits : beyond) = middle;
+      }
+      const qsizetype gap =
+          std::max(line.first(fits).lastIndexOf(u' '), line.first(fits).lastIndexOf(u'/'));
+      // No character is cut in two.
+      const qsizetype edge = fits > 1 && line[fits - 1].isHighSurrogate() ? fits - 1 : fits;
+      const qsizetype end = gap > fits / 2 ? gap + 1 : edge;
+      folded += line.first(end);
+      folded += u'\n';
+      line = line.sliced(end);
+    }
+    folded += line;
+  }
+  return folded;
+}
+
 void SetToolTip(int id, std::u16string_view text) {
-  if (Placed* row = FindPlaced(id)) row->widget->setToolTip(Text(text));
+  Placed* row = FindPlaced(id);
+  if (row != nullptr) row->widget->setToolTip(FoldTip(Text(text), row->widget));
 }
 
 void HideToolTips() { QToolTip::hideText(); }

@@ -69,6 +69,8 @@ inline QString Text(std::u16string_view text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 inline std::u16string Text16(const QString& text) { return text.toStdU16String(); }
+// A tip as it fits the screen of the widget: longer lines break behind a blank or a slash.
+QString FoldTip(const QString& tip, const QWidget* widget);
 inline QColor ColourOf(Colour colour) { return QColor::fromRgb(colour); }
 inline QRect RectOf(const Rect& r) { return QRect(r.left, r.top, RectWidth(r), RectHeight(r)); }
 inline Rect RectFrom(const QRect& r) {

@@ -186,7 +186,7 @@ class ListBox : public PlacedWidget<QListView> {
       const QRect place = visualRect(index);
       const QString words = index.data(Qt::DisplayRole).toString();
       if (index.isValid() && WordsIn(place.width(), fontMetrics(), words) != words) {
-        QToolTip::showText(help->globalPos(), words, viewport(), place);
+        QToolTip::showText(help->globalPos(), FoldTip(words, this), viewport(), place);
         return true;
       }
     }
@@ -323,7 +323,7 @@ class Combo : public PlacedWidget<QComboBox> {
       QStyleOptionComboBox option;
       QComboBox::initStyleOption(&option);
       if (CutWords(option) != option.currentText) {
-        QString words = option.currentText;
+        QString words = FoldTip(option.currentText, this);
         if (!toolTip().isEmpty()) words += QLatin1Char('\n') + toolTip();
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), words, this);
         return true;
