@@ -52,15 +52,15 @@ void NoteBehindEnd(ControlRun& run) {
   char16_t code = 0;
   const std::int32_t line = FirstCodeLine(run.texts[0].text, run.place, code);
   if (line < 0 || code == u'O' || (code == u'N' && run.jumps > 0)) return;
-  AddFinding(run.track->findings, Finding::BehindEnd, line);
+  AddFinding(run.track->findings, {Finding::BehindEnd, line});
 }
 
 }  // namespace
 
-void ReportOnce(ControlRun& run, Finding kind, double number) {
+void ReportOnce(ControlRun& run, Finding kind, double number, char axis) {
   static_assert(kFindings <= 64);
   const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
-  if (!(run.told & bit)) Report(run, kind, number);
+  if (!(run.told & bit)) Report(run, kind, number, axis);
   run.told |= bit;
 }
 
@@ -147,7 +147,8 @@ void NoteTravel(ControlRun& run, const Vec3& shown) {
     }
     const double beyond = std::max(machine, -machine - run.table.travel[axis]);
     if (beyond > kSame) {
-      ReportOnce(run, Finding::TravelExceeded, beyond * run.perInch / run.unit);
+      ReportOnce(run, Finding::TravelExceeded, beyond * run.perInch / run.unit,
+                 static_cast<char>('X' + axis));
     }
   }
 }

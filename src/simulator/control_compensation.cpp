@@ -75,7 +75,7 @@ void WaitAtCorner(ControlRun& run) {
 // The tool does not fit where a move begins or ends.
 void NoteCorner(ControlRun& run, const ControlSegment& move) {
   if (run.compensation.finish > 0) return;
-  AddFinding(run.track->findings, Finding::CompCorner, move.line);
+  AddFinding(run.track->findings, {Finding::CompCorner, move.line});
 }
 
 // The held move goes to a place beside its end. Where the corners at its ends leave nothing of it,

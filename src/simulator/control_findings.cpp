@@ -14,7 +14,7 @@ namespace {
 struct FindingRow {
   const char16_t* name;
   Strength strength;
-  const char16_t* words;  // "@" stands for the number
+  const char16_t* words;  // "@" stands for the number, "#" for its unit, "$" for the axis
   int decimals = 0;       // of that number
 };
 
@@ -28,7 +28,7 @@ constexpr FindingRow kRows[] = {
     {u"WholeNumber", Strength::Hit, u"A length has no decimal point: the control reads it as @.",
      4},
     {u"UnitDisagrees", Strength::Alarm, u"G@ is the other unit than the program's."},
-    {u"ArcEndOff", Strength::Alarm, u"The end of the arc is @ off its circle.", 4},
+    {u"ArcEndOff", Strength::Alarm, u"The end of the arc is @ # off its circle.", 4},
     {u"ArcNoCentre", Strength::Alarm, u"The arc has neither I, J, K nor R."},
     {u"ArcRadiusSmall", Strength::Alarm, u"The radius @ is too small for the arc's ends.", 4},
     {u"ArcFullByRadius", Strength::Alarm, u"A whole circle cannot be given by R."},
@@ -49,7 +49,7 @@ constexpr FindingRow kRows[] = {
     {u"NoLength", Strength::Hit, u"The tool cuts without its length: G43 is missing or has ended."},
     {u"SpeedHigh", Strength::Alarm, u"S@ is more than the spindle has."},
     {u"OffsetNotSet", Strength::Look, u"The work offset is not set."},
-    {u"TravelExceeded", Strength::Alarm, u"The move leaves the travel of the machine by @.", 3},
+    {u"TravelExceeded", Strength::Alarm, u"$ leaves the travel of the machine by @ #.", 3},
     {u"HomeThroughPart", Strength::Hit,
      u"G28 goes by the named point first, which in G90 lies at the part."},
     {u"MachineWithG91", Strength::Look, u"G53 counts from machine zero in G91 too."},
@@ -85,7 +85,7 @@ constexpr FindingRow kRows[] = {
     {u"BadVariable", Strength::Alarm, u"Number @ is none that the control has or lets be set."},
     {u"RapidInStock", Strength::Hit, u"A rapid runs through the stock."},
     {u"RapidBelowTop", Strength::Hit, u"A sideways rapid runs below the stock's top."},
-    {u"CutBelowStock", Strength::Look, u"The cut is @ deeper than the stock.", 4},
+    {u"CutBelowStock", Strength::Look, u"The cut is @ # deeper than the stock.", 4},
     {u"PlungeNoCentre", Strength::Hit, u"The tool does not cut at its centre, and plunges."},
 };
 static_assert(std::size(kRows) == kFindings);
@@ -103,25 +103,25 @@ std::u16string NumberWords(double number, int decimals) {
 
 }  // namespace
 
-void AddFinding(Findings& into, Finding kind, std::int32_t line, double number) {
-  const auto row = static_cast<std::size_t>(kind);
+void AddFinding(Findings& into, const FoundLine& added) {
+  const auto row = static_cast<std::size_t>(added.kind);
   std::int32_t& ofKind = into.ofKind[row];
   std::int32_t same = ofKind;
   for (std::int32_t i = into.count; i > 0 && same > 0; --i) {
     const FoundLine& found = into.found[i - 1];
-    if (found.kind != kind) continue;
-    if (found.line == line) return;
+    if (found.kind != added.kind) continue;
+    if (found.line == added.line) return;
     --same;
   }
   if (ofKind >= kMaxFindingsOfKind || into.count >= kMaxFindings) {
-    if (into.leftOut[row] > 0 && into.lastLeftOut[row] == line) return;
-    into.lastLeftOut[row] = line;
+    if (into.leftOut[row] > 0 && into.lastLeftOut[row] == added.line) return;
+    into.lastLeftOut[row] = added.line;
     ++into.leftOut[row];
     ++into.more;
     return;
   }
   ++ofKind;
-  into.found[into.count++] = {kind, line, number};
+  into.found[into.count++] = added;
 }
 
 void DropFindings(Findings& from, Finding kind) {
@@ -142,6 +142,10 @@ std::u16string WordsOf(const FoundLine& found) {
   for (const char16_t* p = row.words; *p; ++p) {
     if (*p == u'@') {
       words += NumberWords(found.number, row.decimals);
+    } else if (*p == u'#') {
+      words += found.metric ? u"mm" : u"in";
+    } else if (*p == u'$') {
+      words += static_cast<char16_t>(found.axis);
     } else {
       words += *p;
     }

@@ -101,6 +101,8 @@ struct FoundLine {
   Finding kind = Finding::BadWord;
   std::int32_t line = 0;  // 0-based, of the program text
   double number = 0;      // what the words name: a code, a length, an angle; 0 for none
+  bool metric = false;    // unit of a length
+  char axis = 0;          // that the words name; 0 for none
 };
 
 // Of one run, in the order in which they were found. A kind stands at most kMaxFindingsOfKind
@@ -116,13 +118,13 @@ struct Findings {
 
 // A line that has the same kind already is not taken again. Of those that are left out only the
 // last line is remembered.
-void AddFinding(Findings& into, Finding kind, std::int32_t line, double number = 0);
+void AddFinding(Findings& into, const FoundLine& added);
 
 // Takes every finding of a kind out again, those that were left out too.
 void DropFindings(Findings& from, Finding kind);
 
 Strength StrengthOf(Finding kind);
-// "Line 12: The end of the arc is 0.0123 off its circle."; line numbers are 1-based.
+// "Line 12: The end of the arc is 0.0123 in off its circle."; line numbers are 1-based.
 std::u16string WordsOf(const FoundLine& found);
 // The name of a kind in the settings' section [Check]: its enumerator.
 const char16_t* NameOf(Finding kind);

@@ -184,7 +184,8 @@ void NameDoubled(Findings& findings, const ControlText::Label& second) {
   const bool told = std::any_of(begin, begin + findings.count, [&second](const FoundLine& found) {
     return found.kind == Finding::NumberDoubled && found.line == second.line;
   });
-  if (!told) AddFinding(findings, Finding::NumberDoubled, second.line, second.number);
+  if (!told)
+    AddFinding(findings, {Finding::NumberDoubled, second.line, static_cast<double>(second.number)});
 }
 
 // The line with O and the number in the program's own text.

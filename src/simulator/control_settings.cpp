@@ -11,6 +11,7 @@
 #include "app/profile_keys.h"
 #include "library/tools.h"
 #include "library/units.h"
+#include "platform/file.h"
 #include "platform/profile.h"
 #include "text/codetext.h"
 #include "text/strict_number.h"
@@ -65,16 +66,24 @@ constexpr int kOffsetNumbers = 4;     // of an offset's line
 // Of G54 and on.
 std::u16string WorkKey(int row) { return u"G" + IntegerText(54 + row); }
 
+std::u16string FurtherWorkKey(int number) { return u"G154P" + IntegerText(number); }
+std::u16string ToolKey(int number) { return u"T" + IntegerText(number); }
+
 // What the present reading refuses, and what the last one did: that is not told again.
 std::vector<std::u16string> refused;
 std::vector<std::u16string> refusedBefore;
 
-void Refuse(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
+constexpr std::u16string_view kNotTaken =
+    u" in the settings is no value in its range; it counts as not set.";
+constexpr std::u16string_view kNotRead = u" in the settings is no key that is read.";
+
+void Refuse(std::u16string_view section, std::u16string_view key, std::u16string_view value,
+            std::u16string_view why = kNotTaken) {
   refused.push_back(u"[" + std::u16string(section) + u"] " + std::u16string(key) + u"=" +
                     std::u16string(value));
   const auto end = refusedBefore.end();
   if (std::find(refusedBefore.begin(), end, refused.back()) != end) return;
-  AppendOutput(refused.back() + u" in the settings is out of range; it counts as not set.");
+  AppendOutput(refused.back() + std::u16string(why));
 }
 
 std::u16string ValueOf(const char16_t* section, std::u16string_view key) {
@@ -158,13 +167,54 @@ void ReadOffsets(ControlTable& table) {
     ReadOffset(WorkKey(i), 3, factor, table.work[kFirstWorkRow + i]);
   }
   for (int i = 0; i < kFurtherWorkRows; ++i) {
-    ReadOffset(u"G154P" + IntegerText(i + 1), 3, factor, table.work[kFurtherWorkRow + i]);
+    ReadOffset(FurtherWorkKey(i + 1), 3, factor, table.work[kFurtherWorkRow + i]);
   }
   for (int i = 1; i <= kControlTools; ++i) {
     ToolOffset& tool = table.tools[i];
     double fields[kOffsetNumbers] = {};
-    ReadOffset(u"T" + IntegerText(i), kOffsetNumbers, factor, fields);
+    ReadOffset(ToolKey(i), kOffsetNumbers, factor, fields);
     tool = {fields[0], fields[1], fields[2], fields[3]};
+  }
+}
+
+bool IsOffsetKey(std::u16string_view key) {
+  if (SameFolded(key, kUnitKey)) return true;
+  for (int i = 0; i < kFurtherWorkRow - kFirstWorkRow; ++i) {
+    if (SameFolded(key, WorkKey(i))) return true;
+  }
+  for (int i = 1; i <= kFurtherWorkRows; ++i) {
+    if (SameFolded(key, FurtherWorkKey(i))) return true;
+  }
+  for (int i = 1; i <= kControlTools; ++i) {
+    if (SameFolded(key, ToolKey(i))) return true;
+  }
+  return false;
+}
+
+bool IsCheckKey(std::u16string_view key) {
+  for (int i = 0; i < kFindings; ++i) {
+    if (SameFolded(key, NameOf(static_cast<Finding>(i)))) return true;
+  }
+  return false;
+}
+
+std::u16string_view Trimmed(std::u16string_view text) {
+  while (!text.empty() && text.front() <= u' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() <= u' ') text.remove_suffix(1);
+  return text;
+}
+
+// A key that is misspelled would leave an offset unset without a word.
+void TellStrayKeys(const char16_t* section, bool (*isKey)(std::u16string_view key)) {
+  const std::u16string text = platform::FromUtf8(platform::ProfileSection(section));
+  for (std::u16string_view rest = text; !rest.empty();) {
+    const std::size_t end = std::min(rest.find(u'\n'), rest.size());
+    const std::u16string_view line = Trimmed(rest.substr(0, end));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    const std::size_t equals = line.find(u'=');
+    if (equals == line.npos || line.front() == u';' || line.front() == u'#') continue;
+    const std::u16string_view key = Trimmed(line.substr(0, equals));
+    if (!isKey(key)) Refuse(section, key, Trimmed(line.substr(equals + 1)), kNotRead);
   }
 }
 
@@ -217,6 +267,8 @@ void ReadControlSettings(ControlTable& table) {
     bool told = true;
     ReadSwitch(kCheckSection, NameOf(static_cast<Finding>(i)), told);
   }
+  TellStrayKeys(kOffsetSection, IsOffsetKey);
+  TellStrayKeys(kCheckSection, IsCheckKey);
   refusedBefore = std::exchange(refused, {});
   (void)platform::EndProfileChange();
 }

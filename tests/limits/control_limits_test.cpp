@@ -165,7 +165,7 @@ TEST(ControlLimits, CountsFindingsBeyondItsTable) {
   Findings all;
   for (int kind = 0; kind < kFindings; ++kind) {
     for (int line = 0; line < kMaxFindingsOfKind; ++line) {
-      AddFinding(all, static_cast<Finding>(kind), line);
+      AddFinding(all, {static_cast<Finding>(kind), line});
     }
   }
   EXPECT_EQ(all.count, kMaxFindings);

@@ -88,6 +88,12 @@ TEST(ControlCheck, NamesAPlaceThatTheMachineDoesNotReach) {
   table.work[kFirstWorkRow][2] = -15;
   const ReadMotionOptions options{.table = &table};
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nX20.\nX20.1\nM30\n", options)), "TravelExceeded 3");
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
+            u"Line 3: X leaves the travel of the machine by 0.1 in.");
+  EXPECT_EQ(Found(RunText(u"G21 G0 X0. Y0. Z0.\nZ400.\nM30\n", options)), "TravelExceeded 2");
+  // The zero lies 15 in, 381 mm, below the end of Z.
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
+            u"Line 2: Z leaves the travel of the machine by 19 mm.");
   EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\nX-20.\nX-20.5\nM30\n", options)), "TravelExceeded 3");
   // With its length the spindle stands higher by so much.
   table.tools[1].length = 5;

@@ -185,7 +185,7 @@ TEST(ControlStock, TellsHowMuchTooDeepInTheUnitOfTheProgram) {
       RunText(u"G21\nT1 M6\nG0 X0. Y0. S900 M3\nG43 H1 Z5.\nG1 Z-30. F9.\nM30\n",
               {.metric = true, .stock = &stock});
   ASSERT_EQ(control_test::Found(track), "CutBelowStock 5");
-  EXPECT_EQ(WordsOf(track.findings.found[0]), u"Line 5: The cut is 18 deeper than the stock.");
+  EXPECT_EQ(WordsOf(track.findings.found[0]), u"Line 5: The cut is 18 mm deeper than the stock.");
 }
 
 TEST(ControlStock, IsQuietOfADepthThatNobodySaid) {

@@ -250,11 +250,24 @@ TEST_F(MachineView, SaysWhichSettingItCannotTakeAndKeepsTheDefault) {
   EXPECT_EQ(table.work[kFirstWorkRow + 2][0], 0);
   EXPECT_EQ(table.tools[1].length, 0);
   EXPECT_TRUE(Has(Log(),
-                  u"[Simulator] RapidRate=fast in the settings is out of range; it counts as not "
-                  u"set."));
+                  u"[Simulator] RapidRate=fast in the settings is no value in its range; it counts "
+                  u"as not set."));
   for (const char16_t* key : {u"TravelX=0", u"G55=1,2,3,4", u"G56=1,,3", u"T1=1e3"}) {
     EXPECT_TRUE(Has(Log(), key));
   }
+}
+
+TEST_F(MachineView, SaysWhichKeyOfOffsetsAndCheckNobodyReads) {
+  Settings(
+      "[Offsets]\r\nG60=1,2,3\r\ng54=1,2,3\r\nT201=1\r\nG154P99=1,1,1\r\nT200=1\r\n; T300=1\r\n"
+      "unit=in\r\n[Check]\r\nNoFed=0\r\nNoFeed=0\r\n[Other]\r\nG61=1\r\n");
+  ControlTable table;
+  ReadControlSettings(table);
+  EXPECT_EQ(Log(),
+            u"[Offsets] G60=1,2,3 in the settings is no key that is read.\r\n"
+            u"[Offsets] T201=1 in the settings is no key that is read.\r\n"
+            u"[Check] NoFed=0 in the settings is no key that is read.\r\n");
+  EXPECT_EQ(table.work[kFirstWorkRow][0], 1);
 }
 
 TEST_F(MachineView, SaysWhichSwitchIsNeitherOnNorOff) {
