@@ -18,11 +18,13 @@
 #include "codetools/colours.h"
 #include "codetools/command_words.h"
 #include "codetools/editor_help.h"
+#include "codetools/plain_line.h"
 #include "codetools/words_pair.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/timer.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -325,6 +327,26 @@ void TellNoMemory() {
   ShowStatus(kWords);
 }
 
+// What was typed in the view and is none of its words went into the program as it is.
+void TellPlainLines() {
+  int first = -1;
+  int count = 0;
+  for (const ReplacedLines& lines : shown.pair.replaced) {
+    for (std::size_t i = 0; i < lines.count; ++i) {
+      const int line = static_cast<int>(lines.line + i);
+      if (!IsPlainText(platform::EditorLineText(kIdEditor, line))) continue;
+      if (first < 0) first = line;
+      ++count;
+    }
+  }
+  if (count == 0) return;
+  std::u16string words = u"Line " + IntegerText(first + 1) +
+                         u" stands in the program as it was typed, and no control reads it: " +
+                         platform::EditorLineText(kIdEditor, first);
+  if (count > 1) words += u" (and " + IntegerText(count - 1) + u" more such lines)";
+  AppendOutput(words);
+}
+
 void ToggleWords(int, int) { SetWordsView(!app.commandWordsActive); }
 
 }  // namespace
@@ -381,6 +403,7 @@ void SetWordsView(bool on) {
   const int line = CaretLineOf(on ? kIdEditor : kIdWordsEditor);
   if (!on) {
     SyncCodeFromWords();
+    TellPlainLines();
     shown = Shown();
   } else if (!app.insertingText && !ShowWords()) {
     TellNoMemory();

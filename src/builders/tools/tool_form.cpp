@@ -342,7 +342,9 @@ bool SaveToolForm() {
   RepaintPictures();
   const std::u16string part = PartlyRead(texts, kept);
   if (!part.empty()) {
-    AppendOutput(u"Only a part of what was typed is a number. Kept: " + part + u".");
+    const std::u16string words = u"Only a part of what was typed is a number. Kept: " + part + u".";
+    AppendOutput(words);
+    platform::ShowBox(u"Tool Library", words, platform::BoxButtons::Ok, platform::BoxIcon::Warning);
   }
   // A length offset of another tool is a crash at the machine.
   if (tool.hOffset != tool.number) {

@@ -177,8 +177,11 @@ TEST_F(ToolPanel, ShowsWhatIsKeptAndSaysWhereThatIsLess) {
   EXPECT_NE(Output().find(u"Only a part of what was typed is a number. Kept: Diameter 1.000, "
                           u"Max RPM 1."),
             std::u16string::npos);
+  // A tool eight times as thick must not be stored with a line of the log alone.
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_NE(boxes[0].text.find(u"Kept: Diameter 1.000, Max RPM 1."), std::u16string::npos);
   // Nothing is unsaved: another tool is shown without a question.
-  headless::TakeBoxes();
   headless::Click(kIdToolAdd);
   EXPECT_TRUE(headless::TakeBoxes().empty());
 }
