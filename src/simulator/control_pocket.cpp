@@ -227,7 +227,11 @@ bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram) {
   pocket.ofProgram = ofProgram;
   run.pocket = pocket;
   run.ground = GroundOf(run, block);
-  if (!run.ground.wanted) Report(run, Finding::PocketWords);
+  if (!block.Has('I') && !block.Has('J')) {
+    Report(run, Finding::NotFollowed, kGeneralPocket);
+  } else if (!run.ground.wanted) {
+    Report(run, Finding::PocketWords);
+  }
   StopCompensation(run);
   Vec3 above = pocket.start;
   above.of[2] = run.at.of[2];

@@ -86,9 +86,10 @@ bool OpenSkimWizard() {
   DropForeignLines(plan);
   if (!BringUp(plan)) return false;
   NoteSkimSeeds(seeds, UnitsMetric());
-  AppendOutput(
-      u"Guided skim: tool, work offset, RPM, feed and Safe Z come from the wizard's page. Area and "
-      u"depth are set here and not taken from there: check them.");
+  ShowStatus(
+      u"Tool, work offset, RPM, feed and Safe Z come from the wizard's page. Area and depth are "
+      u"set "
+      u"here: check them.");
   return true;
 }
 

@@ -1,4 +1,4 @@
-(PocketWords 5, PocketWords 6, PocketWords 7)
+(PocketWords 5, NotFollowed 6, PocketWords 7)
 G20 G90 S900 M3
 G10 L12 P1 R.5
 G0 X0. Y0. Z.1

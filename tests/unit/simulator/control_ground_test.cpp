@@ -501,7 +501,7 @@ TEST(ControlGround, TheStockTellsNothingOfWaysBetweenStrokes) {
 }
 
 TEST(ControlGround, TheStockIsNotKnownBehindAPocketThatIsNotDrawn) {
-  EXPECT_EQ(Told("G00 X-.6 Y.45\nZ-.3\n", ""), "PocketWords 8");
+  EXPECT_EQ(Told("G00 X-.6 Y.45\nZ-.3\n", ""), "NotFollowed 8");
 }
 
 TEST(ControlGround, HalfADiscIsClearedInBothSenses) {

@@ -43,6 +43,8 @@ TEST_F(SkimWizardPages, ComesUpWithTheNumbersOfTheMachiningWizard) {
   EXPECT_EQ(Says(kSkimFeed), u"14.5000");
   EXPECT_TRUE(skimWizard.planValid);
   EXPECT_EQ(skimWizard.page, kSkimStock);
+  EXPECT_TRUE(
+      std::u16string_view(app.statusText).ends_with(u"Area and depth are set here: check them."));
 }
 
 TEST_F(SkimWizardPages, TakesDefaultsWhereTheMachiningWizardSaysNoNumber) {
