@@ -333,7 +333,8 @@ void OpenSetupPanel() {
 bool CloseSetupPanel() {
   if (!open) return true;
   if (TransferRuns()) {
-    if (!Confirmed(u"DNC Transfer", u"A transfer is active. Abort it and close the DNC wizard?")) {
+    if (!ConfirmedNoFirst(u"DNC Transfer",
+                          u"A transfer is active. Abort it and close the DNC wizard?")) {
       return false;
     }
     RequestAbort();

@@ -57,10 +57,10 @@ void NoteBehindEnd(ControlRun& run) {
 
 }  // namespace
 
-void ReportOnce(ControlRun& run, Finding kind, double number, char axis) {
+void ReportOnce(ControlRun& run, Finding kind, double number, char letter) {
   static_assert(kFindings <= 64);
   const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
-  if (!(run.told & bit)) Report(run, kind, number, axis);
+  if (!(run.told & bit)) Report(run, kind, number, letter);
   run.told |= bit;
 }
 

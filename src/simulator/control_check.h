@@ -9,7 +9,7 @@
 namespace morva {
 
 // A finding that stays true from line to line: told once, until spindle or tool change.
-void ReportOnce(ControlRun& run, Finding kind, double number = 0, char axis = 0);
+void ReportOnce(ControlRun& run, Finding kind, double number = 0, char letter = 0);
 
 // A length of the block was read by its letter.
 void NoteLength(ControlRun& run, const ControlBlock& block, char letter);

@@ -260,7 +260,7 @@ void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, Block
       return;
     case CodeAction::NotFollowed:
       codes.ignored = true;
-      return Report(run, Finding::NotFollowed, code);
+      return Report(run, Finding::NotFollowed, code, 'G');
   }
 }
 

@@ -14,7 +14,7 @@ namespace {
 struct FindingRow {
   const char16_t* name;
   Strength strength;
-  const char16_t* words;  // "@" stands for the number, "#" for its unit, "$" for the axis
+  const char16_t* words;  // "@" stands for the number, "#" for its unit, "$" for the letter
   int decimals = 0;       // of that number
 };
 
@@ -77,7 +77,7 @@ constexpr FindingRow kRows[] = {
     {u"NoStepsLeft", Strength::Unknown,
      u"The program runs on and on; it is not followed any further."},
     {u"PathFull", Strength::Unknown, u"The path is full; it is shown up to here."},
-    {u"NotFollowed", Strength::Unknown, u"The motion of @ is not followed."},
+    {u"NotFollowed", Strength::Unknown, u"The motion of $@ is not followed."},
     {u"ProgramAlarm", Strength::Look, u"The program raises its alarm @."},
     {u"BadExpression", Strength::Alarm, u"The expression cannot be read."},
     {u"DivisionByZero", Strength::Alarm, u"The expression divides by zero."},
@@ -145,7 +145,7 @@ std::u16string WordsOf(const FoundLine& found) {
     } else if (*p == u'#') {
       words += found.metric ? u"mm" : u"in";
     } else if (*p == u'$') {
-      words += static_cast<char16_t>(found.axis);
+      words += static_cast<char16_t>(found.letter);
     } else {
       words += *p;
     }

@@ -102,7 +102,7 @@ struct FoundLine {
   std::int32_t line = 0;  // 0-based, of the program text
   double number = 0;      // what the words name: a code, a length, an angle; 0 for none
   bool metric = false;    // unit of a length
-  char axis = 0;          // that the words name; 0 for none
+  char letter = 0;        // the axis or the letter of the code; 0 for none
 };
 
 // Of one run, in the order in which they were found. A kind stands at most kMaxFindingsOfKind

@@ -227,7 +227,7 @@ bool SeekProgram(ControlRun& run, double number, ControlPlace& found) {
   if (FindProgram(run, number, found)) return true;
   // Numbers from 9000 on live in the control.
   const bool ofControl = number >= 9000;
-  Report(run, ofControl ? Finding::NotFollowed : Finding::ProgramMissing, number);
+  Report(run, ofControl ? Finding::NotFollowed : Finding::ProgramMissing, number, 'O');
   return false;
 }
 

@@ -141,7 +141,8 @@ void DrawNotedMoves(ControlRun& run) {
 void DropGround(ControlRun& run) {
   if (!run.ground.noting) return;
   run.ground.noting = run.ground.wanted = false;
-  AddFinding(run.track->findings, {Finding::NotFollowed, run.pocket.line, kGeneralPocket});
+  AddFinding(run.track->findings,
+             {Finding::NotFollowed, run.pocket.line, kGeneralPocket, run.modes.metric, 'G'});
   DrawNotedMoves(run);
 }
 

@@ -141,7 +141,7 @@ void FindGround(ControlRun& run) {
     ground.radius = std::fabs(move.radius);
   }
   ground.wanted = FindStrokes(ground, start, run.perInch, run.groundLooks);
-  if (!ground.wanted) return Report(run, Finding::NotFollowed, kGeneralPocket);
+  if (!ground.wanted) return Report(run, Finding::NotFollowed, kGeneralPocket, 'G');
   if (!IsFreeWay(ground, start, start, ground.radius - kSlackInches * run.perInch)) {
     Report(run, Finding::PocketWords);
   }
@@ -228,7 +228,7 @@ bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram) {
   run.pocket = pocket;
   run.ground = GroundOf(run, block);
   if (!block.Has('I') && !block.Has('J')) {
-    Report(run, Finding::NotFollowed, kGeneralPocket);
+    Report(run, Finding::NotFollowed, kGeneralPocket, 'G');
   } else if (!run.ground.wanted) {
     Report(run, Finding::PocketWords);
   }

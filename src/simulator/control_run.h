@@ -279,8 +279,8 @@ void StopWith(ControlRun& run, Finding kind, double number = 0);
 // Whether a block repeats its moves beyond the bound; the reader stops behind it.
 inline bool OutOfStrokes(const ControlRun& run) { return run.strokes > run.mostStrokes; }
 // A finding of the present line, which is told once for the line and kind.
-inline void Report(ControlRun& run, Finding kind, double number = 0, char axis = 0) {
-  AddFinding(run.track->findings, {kind, run.line, number, run.modes.metric, axis});
+inline void Report(ControlRun& run, Finding kind, double number = 0, char letter = 0) {
+  AddFinding(run.track->findings, {kind, run.line, number, run.modes.metric, letter});
 }
 
 }  // namespace morva

@@ -313,6 +313,7 @@ TEST_F(Connection, AsksBeforeItClosesOverATransfer) {
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].title, u"DNC Transfer");
   EXPECT_EQ(boxes[0].text, u"A transfer is active. Abort it and close the DNC wizard?");
+  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::NoYes);  // Enter ends no transfer
   headless::QueueAnswer(platform::BoxAnswer::Yes);
   headless::Click(kIdDncClose);
   EXPECT_FALSE(IsSetupPanelOpen());

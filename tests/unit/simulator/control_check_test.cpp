@@ -158,6 +158,13 @@ TEST(ControlCheck, WantsAFOnlyOfBlocksThatFeed) {
             "InverseNoFeed 4");
 }
 
+TEST(ControlCheck, SaysWhatIsNotFollowed) {
+  const Findings& findings = TheTrack().track.findings;
+  EXPECT_EQ(Found(RunText(u"G31 Z-1. F5.\nG65 P9810\nM30\n")), "NotFollowed 1, NotFollowed 2");
+  EXPECT_EQ(WordsOf(findings.found[0]), u"Line 1: The motion of G31 is not followed.");
+  EXPECT_EQ(WordsOf(findings.found[1]), u"Line 2: The motion of O9810 is not followed.");
+}
+
 TEST(ControlCheck, TakesTheLastFForTheOneInForce) {
   EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0. Y0. Z0.\nG1 X1. F5.\nF0\nX2.\nM30\n")), "NoFeed 5");
 }
