@@ -22,7 +22,8 @@ constexpr std::u16string_view kChordMark = u"{}";
 const Command* table[kMaxCommands];  // by id
 JoinTable fill{u"commands", kMaxCommands};
 
-std::vector<int> shownOn;  // ids of the keys that show a state as on
+std::vector<int> shownOn;   // ids of the keys that show a state as on
+std::vector<int> shownDim;  // ids of the keys that are dim as they do nothing now
 
 // A static row stands for an id that no room knows.
 constexpr Command kNobody;
@@ -35,6 +36,22 @@ const Command& RowOf(int id) {
 int LastOf(const Command& row) { return std::max(row.id, row.last); }
 
 bool IdBelow(int id, const Command* row) { return id < row->id; }
+
+void TellTip(int id, bool on) { platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u"")); }
+
+// The tip changes with it, as it says why.
+void RefreshBar(const Command& row, int id) {
+  const bool dim = row.barred(id) != nullptr;
+  if (dim == (std::ranges::count(shownDim, id) > 0)) return;
+  if (dim) {
+    shownDim.push_back(id);
+  } else {
+    std::erase(shownDim, id);
+  }
+  platform::SetEnabled(id, !dim);
+  RefreshTip(id);
+  platform::Repaint(id);
+}
 
 // No form: this makes the keys of all, and those of forms too.
 bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole font, bool hidden) {
@@ -50,18 +67,20 @@ bool MakeOf(int id, platform::ControlKind kind, int parent, platform::FontRole f
   spec.hidden = hidden;
   if (!platform::MakeControl(spec)) return false;
   std::erase(shownOn, id);
+  std::erase(shownDim, id);
   if (const std::u16string help = HelpOf(id); !help.empty()) platform::SetToolTip(id, help);
   if (IsPending(id)) platform::SetEnabled(id, false);
+  if (row->barred) RefreshBar(*row, id);
   // A key that is off has a state all the same.
   const bool key = kind == platform::ControlKind::PushButton;
   if (key && row->on && (row->told & kToldChecked)) platform::SetChecked(id, false);
   return true;
 }
 
-void TellTip(int id, bool on) { platform::SetToolTip(id, HelpOf(id) + (on ? u"  (on)" : u"")); }
-
 void RefreshState(const Command& row, int id) {
   if (!platform::Exists(id)) return;
+  if (row.barred) RefreshBar(row, id);
+  if (!row.on) return;
   const bool on = row.on(id);
   if (row.told & kToldInWords) ShowWords(id, on);
   if (on == (std::ranges::count(shownOn, id) > 0)) return;
@@ -97,6 +116,7 @@ void AddCommands(std::span<const Command> rows) {
 void ResetCommandWords() {
   fill.count = 0;
   shownOn.clear();
+  shownDim.clear();
 }
 
 const Command* CommandOf(int id) {
@@ -125,6 +145,7 @@ std::u16string HelpOf(int id) {
   const Command& row = RowOf(id);
   std::u16string help = row.help[0] || row.icon == kNoIcon ? row.help : row.words;
   if (const std::u16string about = Call(row.about, id); !about.empty()) help = about + u"\n" + help;
+  if (const char16_t* why = Call(row.barred, id)) help = why + (u"\n" + help);
   const std::size_t at = help.find(kChordMark);
   if (at == help.npos) return help;
   const Command& named = row.chordOf != 0 ? RowOf(row.chordOf) : row;
@@ -174,7 +195,7 @@ bool IsOn(int id) { return Call(RowOf(id).on, id); }
 void RefreshKeyStates() {
   for (int i = 0; i < fill.count; ++i) {
     const Command& row = *table[i];
-    if (!row.on) continue;
+    if (!row.on && !row.barred) continue;
     for (int id = row.id; id <= LastOf(row); ++id) RefreshState(row, id);
   }
 }

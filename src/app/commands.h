@@ -44,6 +44,9 @@ struct Command {
   bool (*on)(int id) = nullptr;               // whether its state is on; null: it has no state
   unsigned told = kToldChecked | kToldInTip;  // of its state
   std::u16string (*about)(int id) = nullptr;  // begins the tip, as it is now; empty: nothing does
+  // Why its key does nothing where it stands just now, as a sentence that begins the tip while the
+  // key is dim; null: it works. The router still takes the command.
+  const char16_t* (*barred)(int id) = nullptr;
   bool cutInside = false;  // a caption too long is cut in the middle, as names differ at their ends
   Chord chord = {};
   int chordOf = 0;                // whose chord the tip names; 0: its own
@@ -88,8 +91,8 @@ void RefreshTip(int id);
 // Whether a command has a state, and whether that is on.
 bool HasState(int id);
 bool IsOn(int id);
-// Tells the states that changed since the last call, and draws their keys anew. Cheap: made to be
-// called after every command and timer.
+// Tells the states that changed since the last call and which keys do nothing now, and draws these
+// keys anew. Cheap: made to be called after every command and timer.
 void RefreshKeyStates();
 
 struct MenuRow {

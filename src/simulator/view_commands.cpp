@@ -2,6 +2,7 @@
 
 #include "app/command_ids.h"
 #include "app/icon_names.h"
+#include "platform/window.h"
 #include "simulator/shown_path.h"
 #include "simulator/view_switches.h"
 
@@ -13,6 +14,19 @@ bool Playing(int) { return ShownPath().play.playing; }
 bool Panning(int) { return switches.panMode; }
 bool ExtentsShown(int) { return switches.showExtents; }
 bool Measuring(int) { return switches.measureMode; }
+
+// A key of the top bar does nothing where what it acts on is out of sight. Playing marks lines of
+// the code besides, and can be paused anywhere.
+const char16_t* NoView(int) {
+  return platform::IsVisible(kViewToolpath)
+             ? nullptr
+             : u"Dim because no toolpath is shown here. Home and Simulator show it.";
+}
+const char16_t* NothingPlays(int id) {
+  const bool code = platform::IsVisible(kIdEditor) || platform::IsVisible(kIdWordsEditor);
+  if (code || platform::IsVisible(kViewToolpath) || Playing(id)) return nullptr;
+  return u"Dim because neither code nor toolpath is shown here.";
+}
 
 // The playback bar speaks with one voice: its keys and its slider share this hint.
 constexpr char16_t kPlayback[] =
@@ -37,38 +51,44 @@ constexpr Command ViewKey(int id, const char16_t* words, int icon, bool (*on)(in
 
 // The keys of the bar at the top: an icon, and a sentence besides its name.
 constexpr Command BarKey(int id, const char16_t* words, const char16_t* help, int icon,
-                         bool (*on)(int) = nullptr) {
+                         const char16_t* (*barred)(int), bool (*on)(int) = nullptr) {
   Command row = ViewKey(id, words, icon, on);
   row.help = help;
   row.hint = Hint::Help;
+  row.barred = barred;
   return row;
 }
 
 constexpr Command kCommands[] = {
-    BarKey(kIdRewind, u"Rewind", u"Rewind ten toolpath points; playback pauses.", kIconRewind),
+    BarKey(kIdRewind, u"Rewind", u"Rewind ten toolpath points; playback pauses.", kIconRewind,
+           NothingPlays),
     BarKey(kIdFastForward, u"Fast forward", u"Fast forward through the visible toolpath.",
-           kIconForward),
+           kIconForward, NothingPlays),
     BarKey(kIdDimensions, u"Dimensions",
-           u"Dimensions: display X/Y/Z extents of the visible toolpath.", kIconDimensions,
+           u"Dimensions: display X/Y/Z extents of the visible toolpath.", kIconDimensions, NoView,
            ExtentsShown),
     BarKey(kIdMeasure, u"Measure",
            u"Measure: choose two displayed endpoints for distance and X/Y/Z differences.",
-           kIconMeasure, Measuring),
+           kIconMeasure, NoView, Measuring),
     BarKey(kIdPan, u"Pan",
            u"Switch left-drag between orbit and pan. Middle or Shift-drag always pans.", kIconPan,
-           Panning),
-    BarKey(kIdFit, u"Fit", u"Fit the visible toolpath and reset pan/zoom.", kIconFit),
+           NoView, Panning),
+    BarKey(kIdFit, u"Fit", u"Fit the visible toolpath and reset pan/zoom.", kIconFit, NoView),
     {kIdPath, u"PATH", u"Rebuild the toolpath from the program"},
     {.id = kIdPlay,
      .words = u"PLAY",
      .help = u"Play or pause the toolpath",
      .wordsOn = u"Pause",  // while it plays
      .on = Playing,
-     .told = kToldInTip},
-    {kIdViewMenu, u"VIEW", u"Top, front, right and isometric views"},
-    {kIdZoomOut, u"-", u"Zoom out", u"Zoom out"},
-    {kIdZoomIn, u"+", u"Zoom in", u"Zoom in"},
-    {kIdZoomReset, u"RESET", u"Reset zoom and pan"},
+     .told = kToldInTip,
+     .barred = NothingPlays},
+    {.id = kIdViewMenu,
+     .words = u"VIEW",
+     .help = u"Top, front, right and isometric views",
+     .barred = NoView},
+    {.id = kIdZoomOut, .words = u"-", .help = u"Zoom out", .name = u"Zoom out", .barred = NoView},
+    {.id = kIdZoomIn, .words = u"+", .help = u"Zoom in", .name = u"Zoom in", .barred = NoView},
+    {.id = kIdZoomReset, .words = u"RESET", .help = u"Reset zoom and pan", .barred = NoView},
 
     ViewKey(kIdViewRefresh, u"Refresh toolpath", kIconRefresh),
     ViewKey(kIdViewFit, u"Fit toolpath to view", kIconFit),

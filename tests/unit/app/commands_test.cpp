@@ -18,8 +18,10 @@ constexpr int kIdBare = 41003;
 constexpr int kIdLater = 41004;
 constexpr int kIdEye = 41005;
 constexpr int kIdLabel = 41006;
+constexpr int kIdMill = 41007;
 constexpr int kIdRowFirst = 41010;
 constexpr int kIdRowLast = 41017;
+bool spindleTurns = true;
 constexpr Command kRows[] = {
     {.id = kIdTurn,
      .words = u"TURN",
@@ -38,6 +40,11 @@ constexpr Command kRows[] = {
     {.id = kIdLater, .words = u"LATER", .help = u"Later perhaps", .pending = u"Later"},
     {.id = kIdEye, .words = u"Look at it", .icon = 21},
     {.id = kIdLabel, .hint = Hint::Quiet},
+    {.id = kIdMill,
+     .words = u"MILL",
+     .help = u"Mill it",
+     .hint = Hint::Help,
+     .barred = [](int) { return spindleTurns ? nullptr : u"The spindle stands."; }},
     {.id = kIdRowFirst, .help = u"One of eight", .last = kIdRowLast},
 };
 
@@ -188,6 +195,24 @@ TEST_F(Commands, TellTheirStateAsTheirRowSays) {
   EXPECT_EQ(headless::ToolTipOf(41100), u"Lamp");
   EXPECT_EQ(platform::TextOf(41101), u"DARK");
   EXPECT_FALSE(platform::IsChecked(41101));
+}
+
+TEST_F(Commands, DimAKeyThatDoesNothingNowAndSayWhy) {
+  AddCommands(kRows);
+  spindleTurns = false;
+  ASSERT_TRUE(MakeCommandKey(kIdMill, platform::kMainWindow, platform::FontRole::Small, false));
+  EXPECT_FALSE(platform::IsEnabled(kIdMill));
+  EXPECT_EQ(headless::ToolTipOf(kIdMill), u"The spindle stands.\nMill it");
+  spindleTurns = true;
+  RefreshKeyStates();
+  EXPECT_TRUE(platform::IsEnabled(kIdMill));
+  EXPECT_EQ(headless::ToolTipOf(kIdMill), u"Mill it");
+  EXPECT_EQ(HintOf(kIdMill), u"Mill it");
+  spindleTurns = false;
+  RefreshKeyStates();
+  EXPECT_FALSE(platform::IsEnabled(kIdMill));
+  EXPECT_EQ(HintOf(kIdMill), u"The spindle stands.\nMill it");
+  spindleTurns = true;
 }
 
 TEST_F(Commands, RunByTheirChord) {
