@@ -89,6 +89,8 @@ void ClearOutput() {
   platform::SetText(kIdOutputLog, u"");
 }
 
+void ShowOutputFromTop() { platform::ScrollToTop(kIdOutputLog); }
+
 void LogOutput(std::u16string_view text) {
   std::u16string line(text);
   Call(hooks.setupPanelLog, (line + u"\r\n").c_str());

@@ -31,6 +31,8 @@ void AppendOutput(std::u16string_view text);
 // Writes a line of the OutputLog, counted from 0, in this colour until the log is emptied.
 void ColourOutputLine(int line, platform::Colour colour);
 void ClearOutput();
+// Shows its first line again, which what is appended scrolls out of a low strip.
+void ShowOutputFromTop();
 // DNC log: the setup panel's log box where that exists, then the OutputLog.
 void LogOutput(std::u16string_view text);
 // FeatureHint: the answer to a feature operation.

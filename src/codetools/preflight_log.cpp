@@ -84,6 +84,7 @@ void ValidateProgram() {
   AppendOutput(report);
   ColourReport(report);
   Call(hooks.openOutput);
+  ShowOutputFromTop();  // the errors stand first
   const ProgramTab* tab = ActiveTab();
   validated = tab ? NameOfTab(app.activeTab) : std::u16string();
   reportOf = ActiveSerial();

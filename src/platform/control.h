@@ -55,6 +55,8 @@ std::u16string TextOf(int id);
 // Adds at the end of a log or multi-line edit and scrolls the end into view. Caret and selection
 // stay where they are; the undo history is emptied.
 void AppendText(int id, std::u16string_view text);
+// Scrolls the first line of a log or multi-line edit into view. Caret and selection stay.
+void ScrollToTop(int id);
 // Writes one line of a log in this colour, counted from 0; SetText takes it away. The text, its
 // caret and its selection stay as they are.
 void SetLogLineColour(int id, int line, Colour colour);

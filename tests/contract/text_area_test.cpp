@@ -262,6 +262,20 @@ TEST_F(TextArea, TellsADoubleClickAndEnterOnALineOfALog) {
   for (const int id : {1, 99}) EXPECT_EQ(platform::LogCaretLine(id), -1);
 }
 
+TEST_F(TextArea, ScrollsToItsFirstLineAndLeavesTextAndCaret) {
+  platform::SetFocusTo(2);
+  for (int line = 0; line < 200; ++line) AppendText(2, u"line\r\n");
+  PressCtrl(platform::kKeyHome);
+  Press(platform::kKeyDown);
+  AppendText(2, u"last");
+  const std::u16string text = TextOf(2);
+  Forget();
+  platform::ScrollToTop(2);
+  EXPECT_EQ(TextOf(2), text);
+  EXPECT_EQ(platform::LogCaretLine(2), 1);
+  EXPECT_EQ(Told("command selection"), Lines{});
+}
+
 TEST_F(TextArea, ColoursALineOfALogAndLeavesItsTextAndItsCaret) {
   SetText(2, u"one\r\ntwo\r\n");
   platform::SetFocusTo(2);

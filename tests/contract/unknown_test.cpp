@@ -14,6 +14,7 @@ class Unknown : public Contract {
   static void SetAll(int id) {
     SetText(id, u"x");
     AppendText(id, u"x");
+    ScrollToTop(id);
     SetTextLimit(id, 3);
     SelectAllText(id);
     SetChecked(id, true);

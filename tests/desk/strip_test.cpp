@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 
@@ -91,6 +92,10 @@ TEST_F(StripDesk, ClosesAndOpensWithoutAPointerAndLeavesTheKeyboardWhereItIs) {
 // The report under a real double click and Enter, in its colours.
 TEST_F(StripDesk, ShowsAReportWhoseLinesLeadIntoTheProgram) {
   auto* log = qobject_cast<QPlainTextEdit*>(desk::WidgetOf(kIdOutputLog));
+  const int height = LogHeight();
+  desk::WidgetOf(kIdStrip)->setFocus();
+  for (int step = 0; step < 4; ++step) desk::KeyHere(Qt::Key_Down);
+  ASSERT_TRUE(desk::Until([height]() { return LogHeight() == height - 80; })) << LogHeight();
   desk::WidgetOf(kIdEditor)->setFocus();
   desk::KeyHere(Qt::Key_End, Qt::ControlModifier);
   desk::KeyHere(Qt::Key_Return);
@@ -98,6 +103,9 @@ TEST_F(StripDesk, ShowsAReportWhoseLinesLeadIntoTheProgram) {
   desk::KeyHere(Qt::Key_F5);
   ASSERT_TRUE(desk::Until([log]() { return log->toPlainText().contains(QStringLiteral("G83")); }));
   Show("report.png");
+  // Its first line is in sight, although it is longer than the strip is high.
+  EXPECT_EQ(log->verticalScrollBar()->value(), 0);
+  EXPECT_GT(log->verticalScrollBar()->maximum(), 0);
   const auto blockWith = [log](const char* words) {
     QTextBlock block = log->document()->begin();
     while (block.isValid() && !block.text().contains(QLatin1String(words))) block = block.next();

@@ -221,6 +221,7 @@ void SetText(int id, std::u16string_view text) {
   if (item && (headless::HasCaption(*item) || headless::IsPlainText(*item))) {
     headless::PlaceText(*item, headless::Fitting(*item, text));
     item->lineColours.clear();
+    item->showsTop = true;
   }
 }
 
@@ -236,9 +237,14 @@ void AppendText(int id, std::u16string_view text) {
     return;
   }
   item->text += WithCrLf(text);
+  item->showsTop = false;
   item->edit.undo.clear();
   item->edit.redo.clear();
   item->edit.run = headless::EditRun::None;
+}
+
+void ScrollToTop(int id) {
+  if (Item* item = Find(id)) item->showsTop = true;
 }
 
 void SetLogLineColour(int id, int line, Colour colour) {
@@ -318,6 +324,11 @@ bool DoubleClickLogLine(int id, int line) {
   item->edit.anchor = item->edit.caret = static_cast<int>(at);
   SendCommand(id, platform::kNotifyListDouble);
   return true;
+}
+
+bool ShowsTop(int id) {
+  const Item* item = Find(id);
+  return item && item->showsTop;
 }
 
 bool LogLineColour(int id, int line, platform::Colour& colour) {

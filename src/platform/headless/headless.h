@@ -63,9 +63,9 @@ void MovePointerOver(int id);
 void Resize(int width, int height);  // client size, held to the window's minimum
 // The room of the screen for the client area of a window that is made next; large until told.
 void SetScreen(int width, int height);
-void HoldCtrl(bool held);            // for the clicks that follow
-void HoldButton(bool held);          // a button of the pointer on a control, until told
-bool CloseKey();                     // false: the window stayed
+void HoldCtrl(bool held);    // for the clicks that follow
+void HoldButton(bool held);  // a button of the pointer on a control, until told
+bool CloseKey();             // false: the window stayed
 bool WindowClosed();
 void ComeToFront();  // from another program back to this one
 void Terminate();    // the system's signal to end
@@ -175,6 +175,8 @@ bool EditorBand(int id, int line, platform::Colour& band);
 
 // What SetLineMarks marked last.
 std::vector<platform::LineMark> EditorMarks(int id);
+// Whether a log was scrolled to its first line, or emptied, since something was appended to it.
+bool ShowsTop(int id);
 // The colour that SetLogLineColour gave a line; false for none.
 bool LogLineColour(int id, int line, platform::Colour& colour);
 

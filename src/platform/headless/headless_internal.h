@@ -91,7 +91,7 @@ struct AsideText {
 struct EditorState {
   EditorText text;
   std::vector<AsideText> aside;  // the last one laid there last
-  int anchor = 0;  // positions
+  int anchor = 0;                // positions
   int caret = 0;
   int column = -1;  // as in EditState
   int firstLine = 0;
@@ -128,6 +128,7 @@ struct Item {
   platform::ViewRole role = platform::ViewRole::Drawing;
   EditState edit;
   std::map<int, platform::Colour> lineColours;  // of a log
+  bool showsTop = true;                         // nothing was appended since ScrollToTop
   ListState list;
   std::unique_ptr<EditorState> editor;
 };

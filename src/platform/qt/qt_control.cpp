@@ -484,6 +484,10 @@ void AppendText(int id, std::u16string_view text) {
   area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
 }
 
+void ScrollToTop(int id) {
+  if (TextArea* area = AreaOf(id)) area->verticalScrollBar()->setValue(0);
+}
+
 void SetLogLineColour(int id, int line, Colour colour) {
   TextArea* area = AreaOf(id);
   if (area != nullptr && area->IsLog()) area->ColourLine(line, colour);

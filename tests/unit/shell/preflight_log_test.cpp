@@ -69,6 +69,13 @@ TEST_F(PreflightLog, HasTheMachineCheckBehindItWhileMachineMotionIsOn) {
   headless::Click(kIdViewLayers);
 }
 
+TEST_F(PreflightLog, BeginsAtItsFirstLineInALowStrip) {
+  Report();
+  EXPECT_TRUE(headless::ShowsTop(kIdOutputLog));
+  AppendOutput(u"Saved program.");
+  EXPECT_FALSE(headless::ShowsTop(kIdOutputLog));
+}
+
 TEST_F(PreflightLog, WritesErrorsAndWarningsInTheirColours) {
   Report();
   platform::Colour colour = 0;
