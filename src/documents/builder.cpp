@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
@@ -134,6 +135,21 @@ bool PutIntoProgram(const Builder& builder, const std::u16string& code) {
   return InsertTextAsBlock(code);
 }
 
+// The block of another kind that is under edit.
+EditLink OtherLink(const Builder& builder) {
+  return editLink.kind != builder.kind ? editLink : EditLink();
+}
+
+// An insertion ends the edit of its own block alone: a block of another kind stays under edit in
+// its program, or the next press of its key would add it a second time.
+void KeepOther(EditLink other, std::uint64_t program) {
+  if (other.kind == 0 || ActiveSerial() != program) return;
+  other.tab = app.activeTab;
+  const int kind = other.kind;
+  SetEditLink(std::move(other));
+  ShowBuilderKeys(kind);
+}
+
 void OnInsertKey(int id, int) {
   for (int i = 0; const Builder* builder = BuilderAt(i); ++i) {
     if (builder->insertKey != id) continue;
@@ -250,14 +266,16 @@ bool InsertFromBuilder(const Builder& builder) {
   builder.write(values, out);
   if (!IsWhole(builder, out)) return false;
   const bool linkedBefore = editLink.kind != 0;
+  const EditLink other = OtherLink(builder);
+  const std::uint64_t source = ActiveSerial();
   if (!SettleTwin(builder)) return false;
   // If the picker chose another program, the block is new, not an update.
-  const std::uint64_t source = ActiveSerial();
   const bool linked =
       builder.kind != 0 && editLink.kind == builder.kind && editLink.tab == app.activeTab;
   const std::int32_t unitBefore = Call(hooks.lastUnitsCode, platform::EditorText(kIdEditor));
   if (!PutIntoProgram(builder, out.text)) {
     if (!linkedBefore) DropEditLink();
+    KeepOther(other, source);
     return false;
   }
   const bool updated = linked && ActiveSerial() == source;
@@ -265,6 +283,7 @@ bool InsertFromBuilder(const Builder& builder) {
   ProgramChanged(
       {.autosave = true, .refreshMs = builder.refreshMs, .rebuildPath = true, .logged = logged});
   if (builder.inserted) builder.inserted(values, updated);
+  KeepOther(other, source);
   if (!updated) TellSameBlocks(builder, out.text);
   if (ActiveSerial() == source) TellOtherUnit(unitBefore, out.text);
   if (builder.wholeNumbers) TellReplaced(builder, values);
