@@ -22,6 +22,10 @@ struct WantedDrawing {
   // `hidden` as below. One that is not stays as it is, and a further one comes up. Null: any is.
   bool (*isIt)(std::span<const SketchObject> objects, const unsigned char* hidden,
                bool metric) = nullptr;
+  // Whether a block of the program holds these lines, so that nothing is lost where no drawing is
+  // free and another's lines take their place. Null: none does. Others are asked for.
+  bool (*isKept)(std::span<const SketchObject> objects, const unsigned char* hidden,
+                 bool metric) = nullptr;
   // The user accepts the objects, in the drawing's unit; `hidden` has a flag for each, not 0 where
   // it is hidden. Null: the builder has them, and brought its surface up again. Otherwise the words
   // say why not, and the drawing stays.

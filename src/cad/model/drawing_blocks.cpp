@@ -10,7 +10,6 @@
 #include "cad/model/cad_form.h"
 #include "cad/model/cut_data.h"
 #include "cad/model/drawings.h"
-#include "cad/model/former_drawing.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
 #include "cad/model/sketch_words.h"
@@ -199,8 +198,9 @@ Room MakeRoom(const FeatureSettings& record, std::int32_t id) {
   return Room::Taken;
 }
 
-// What the live drawing has beside its sketch.
-FormerDrawing LiveFormer() {
+}  // namespace
+
+FormerDrawing LiveFormerDrawing() {
   FormerDrawing former{.cut = ShownCutData()};
   const Drawing* drawing = ActiveDrawing();
   if (!drawing) return former;
@@ -208,8 +208,6 @@ FormerDrawing LiveFormer() {
   former.block = drawing->block;
   return former;
 }
-
-}  // namespace
 
 std::int32_t BlockOfLiveDrawing() {
   static FeatureSettings live;
@@ -240,7 +238,7 @@ bool OpenSketchBlock(const FeatureSettings& record) {
   // First: the workspace stages the program's own drawing when it comes up.
   Call(hooks.setSurface, static_cast<int>(kSurfaceCad));
   if (!liveModels.cadWindowExists || !liveModels.cadWindowExists()) return false;
-  const FormerDrawing former = LiveFormer();
+  const FormerDrawing former = LiveFormerDrawing();
   const Room room = MakeRoom(record, editLink.id);
   if (room == Room::None) return false;
   DropSketchUndoForBlock(room == Room::Taken ? &former : nullptr);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "cad/model/former_drawing.h"
 #include "documents/feature_settings.h"
 
 namespace morva {
@@ -14,6 +15,8 @@ std::int32_t BlockOfLiveDrawing();
 // The live drawing is that of this block, opened or just sent; nothing where the block holds
 // another drawing, as that of another program.
 void RememberBlock(std::int32_t id);
+// What the live drawing has beside its sketch.
+FormerDrawing LiveFormerDrawing();
 // A block's objects and thickness into the live sketch and the CAD surface up; flags cleared,
 // nothing selected. A sketch that stands in no block stays in its drawing; where the user let it be
 // replaced it is one Undo away, with its thickness and cutting data. False: it is no record of a

@@ -10,6 +10,7 @@
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/snap.h"
 #include "cad/model/cad_hooks.h"
+#include "cad/model/drawing_blocks.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_record.h"
@@ -20,6 +21,7 @@
 #include "documents/program_changed.h"
 #include "documents/tab_table.h"
 #include "library/wanted_drawing.h"
+#include "platform/message.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -44,6 +46,8 @@ struct Target {
   int index = -1;
   std::u16string name = {};
   bool stands = false;  // it has its name and what it begins with
+  bool taken = false;   // what it holds gives way
+  bool asked = false;   // once the user lets it
 };
 
 int IndexOf(const CadStore& store, std::u16string_view name) {
@@ -59,12 +63,22 @@ std::u16string NameOf(const WantedDrawing& wanted, int number) {
 
 bool IsOfABlock(const Drawing& one) { return one.block.id != 0 || one.block.codeHash != 0; }
 
-bool IsIt(const WantedDrawing& wanted, const Drawing& one) {
-  if (!wanted.isIt || one.settings.itemCount == 0) return true;
+bool AskBuilder(bool (*question)(std::span<const SketchObject>, const unsigned char*, bool),
+                const Drawing& one) {
   SketchObject objects[kMaxItems];
   const auto count = static_cast<std::size_t>(one.settings.itemCount);
   for (std::size_t i = 0; i < count; ++i) objects[i] = ObjectOf(one.settings.items[i]);
-  return wanted.isIt({objects, count}, one.hidden, one.settings.metric != 0);
+  return question({objects, count}, one.hidden, one.settings.metric != 0);
+}
+
+bool IsIt(const WantedDrawing& wanted, const Drawing& one) {
+  return !wanted.isIt || one.settings.itemCount == 0 || AskBuilder(wanted.isIt, one);
+}
+
+// What is hidden goes into no block.
+bool IsKept(const WantedDrawing& wanted, const Drawing& one) {
+  if (!wanted.isKept || !AskBuilder(wanted.isKept, one)) return false;
+  return std::ranges::none_of(one.hidden, [](unsigned char flag) { return flag != 0; });
 }
 
 // One that may be made, else one that nobody named or drew in, else -1.
@@ -76,6 +90,32 @@ int FreeDrawing(const CadStore& store) {
     if (u"Drawing " + IntegerText(i + 1) == one.name && one.settings.itemCount == 0) return i;
   }
   return -1;
+}
+
+// Of the drawings that have such a name already: the first whose lines a block keeps, else the
+// first of all, for which the user is asked. They pile up where lines are changed and not accepted.
+Target GivingWay(const CadStore& store, const WantedDrawing& wanted) {
+  Target first;
+  for (int number = 1; number <= kMaxDrawings; ++number) {
+    const std::u16string name = NameOf(wanted, number);
+    const int index = IndexOf(store, name);
+    if (index < 0 || IsOfABlock(store.drawings[index])) continue;
+    const bool kept = IsKept(wanted, store.drawings[index]);
+    if (kept || first.index < 0) first = {index, name, false, true, !kept};
+    if (kept) break;
+  }
+  return first;
+}
+
+bool MayGiveWay(const Target& to, const WantedDrawing& wanted) {
+  const std::uint64_t serial = ActiveSerial();
+  const std::u16string words =
+      u"Every drawing tab is in use. These lines would take the place of \u201C" + to.name +
+      u"\u201D, whose lines stand in no block of the program. Draw over them? Undo brings them "
+      u"back as long as the drawing is up.";
+  return platform::ShowBox(wanted.name, words, platform::BoxButtons::NoYes,
+                           platform::BoxIcon::Warning) == platform::BoxAnswer::Yes &&
+         ActiveSerial() == serial;
 }
 
 // A sketch of the program may have come up in the drawing since, which is then the part's.
@@ -101,11 +141,12 @@ Target TargetFor(const ProgramTab& tab, const WantedDrawing& wanted) {
     }
     if (index < 0 && name.empty()) name = one;
   }
-  return {name.empty() ? -1 : FreeDrawing(store), name, false};
+  const int free = name.empty() ? -1 : FreeDrawing(store);
+  return free >= 0 ? Target{free, name} : GivingWay(store, wanted);
 }
 
-void DrawStart(const WantedDrawing& wanted) {
-  if (wanted.start.empty()) return;
+void DrawStart(const WantedDrawing& wanted, bool taken) {
+  if (wanted.start.empty() && !taken) return;
   static FeatureSettings record;
   StartSketchRecord(record, wanted.metric);
   record.itemCount =
@@ -122,14 +163,20 @@ void BringUp(ProgramTab& tab, const Target& to, const WantedDrawing& wanted) {
   shown = {tab.serial, to.index, tab.cadStore->drawings[to.index].block.id};
   if (to.stands) return;
   NameActiveDrawing(tab, to.name);
-  DrawStart(wanted);
+  if (to.taken) {
+    const FormerDrawing former = LiveFormerDrawing();
+    DropSketchUndoForBlock(&former);
+  }
+  DrawStart(wanted, to.taken);
   ProgramChanged({.autosave = true});
 }
 
 // Before any surface comes up, so that a refusal leaves the builder as it is.
 bool HasRoom(const WantedDrawing& wanted) {
   const ProgramTab* tab = ActiveTab();
-  return tab && (!tab->cadStore || TargetFor(*tab, wanted).index >= 0);
+  if (!tab || !tab->cadStore) return tab != nullptr;
+  const Target to = TargetFor(*tab, wanted);
+  return to.index >= 0 && (!to.asked || MayGiveWay(to, wanted));
 }
 
 bool OpenWantedDrawing(const WantedDrawing& wanted) {

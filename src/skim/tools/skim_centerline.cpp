@@ -78,6 +78,7 @@ void DrawSkimPath() {
                              .metric = skimPlan.metric,
                              .again = skimWizard.drawn,
                              .isIt = IsOfThePlan,
+                             .isKept = StandsInABlock,
                              .take = TakePath};
   if (Call(hooks.openDrawing, wanted)) return NoteSkimDrawing();
   ShowSkimStrategy();

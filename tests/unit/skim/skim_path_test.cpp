@@ -384,6 +384,29 @@ struct SeveralDrawnSkims : SkimPath {
     }
     ASSERT_EQ(app.surface, kSurfaceSkim);
   }
+  // Two drawn skims, and eight drawings that all hold something; the first skim's was changed.
+  void Crowd() {
+    headless::Click(kIdSurfaceCad);
+    Line(0, 0, 1, 0);  // none that anybody may take is left
+    Fresh();
+    DrawAndInsert(1);
+    Fresh();
+    DrawAndInsert(2);
+    headless::Click(kIdSurfaceCad);
+    SwitchDrawing(*ActiveTab(), 1);
+    Line(0, 9, 1, 0);
+    while (Drawings() < 8) {
+      headless::Click(kIdDrawingAdd);
+      Line(0, 0, 1, 0);
+    }
+  }
+  void Edit(std::int32_t id) {
+    SetMode(kModeHome);
+    SelectFeatureRow(id);
+    headless::Click(kIdFeatureEdit);
+    ASSERT_EQ(app.surface, kSurfaceSkim);
+    Next();
+  }
 };
 
 TEST_F(SeveralDrawnSkims, OpenWithTheirOwnLines) {
@@ -500,26 +523,53 @@ TEST_F(SeveralDrawnSkims, BeginAnEmptiedDrawingWithTheLinesOfTheBlock) {
   EXPECT_EQ(sketch.objectCount, 1);
 }
 
-TEST_F(SeveralDrawnSkims, NeedAFreeDrawingEach) {
-  headless::Click(kIdSurfaceCad);
-  Line(0, 0, 1, 0);  // none that anybody may take is left
-  Fresh();
-  DrawAndInsert(1);
-  Fresh();
-  DrawAndInsert(2);
-  headless::Click(kIdSurfaceCad);
-  SwitchDrawing(*ActiveTab(), 1);
-  Line(0, 9, 1, 0);  // it is the first skim's no more
-  while (Drawings() < 8) {
-    headless::Click(kIdDrawingAdd);
-    Line(0, 0, 1, 0);
-  }
-  SetMode(kModeHome);
-  SelectFeatureRow(Skims()[0]);
-  headless::Click(kIdFeatureEdit);
-  ASSERT_EQ(app.surface, kSurfaceSkim);
-  Next();
+// The block of the second skim brings its lines back, the first one's were changed.
+TEST_F(SeveralDrawnSkims, TakeADrawingWhoseLinesABlockKeepsWhereNoneIsFree) {
+  Crowd();
+  Edit(Skims()[0]);
   headless::Click(kIdSkimDraw);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(Drawing(), u"Skim centerline 2");
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].y, 1);
+  SwitchDrawing(*ActiveTab(), 1);
+  EXPECT_EQ(sketch.objectCount, 2);
+}
+
+// Lines that were changed and never accepted are the user's work.
+TEST_F(SeveralDrawnSkims, AskBeforeLinesThatStandNowhereGiveWay) {
+  Crowd();
+  SwitchDrawing(*ActiveTab(), 2);
+  Line(0, 9, 2, 0);  // nor is it the second skim's
+  Edit(Skims()[0]);
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSkimDraw);
+  EXPECT_EQ(app.surface, kSurfaceSkim);
+  EXPECT_EQ(Status(), u"A free CAD drawing tab is needed for the skim path.");
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdSkimDraw);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_NE(boxes[1].text.find(u"\u201CSkim centerline\u201D"), std::u16string::npos);
+  ASSERT_EQ(app.surface, kSurfaceCad);
+  EXPECT_EQ(Drawing(), u"Skim centerline");
+  ASSERT_EQ(sketch.objectCount, 1);
+  EXPECT_EQ(sketch.objects[0].y, 1);
+  SketchUndo();
+  ASSERT_EQ(sketch.objectCount, 2);
+  EXPECT_EQ(sketch.objects[1].y, 9);
+}
+
+TEST_F(SeveralDrawnSkims, NeedADrawingThatMayGiveWay) {
+  Crowd();
+  for (std::uint32_t i = 1; i <= 2; ++i) {
+    SwitchDrawing(*ActiveTab(), i);
+    NameActiveDrawing(*ActiveTab(), u"Mine");
+  }
+  Edit(Skims()[0]);
+  headless::Click(kIdSkimDraw);
+  EXPECT_TRUE(headless::TakeBoxes().empty());
   EXPECT_EQ(app.surface, kSurfaceSkim);
   EXPECT_EQ(Status(), u"A free CAD drawing tab is needed for the skim path.");
 }
