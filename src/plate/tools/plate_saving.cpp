@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/app_state.h"
 #include "app/outlets.h"
@@ -169,13 +171,30 @@ struct Unsaved {
   std::u16string name;
   PlateSave why = PlateSave::Done;
 };
-Unsaved refused;  // the last one that no shape can hold as it is
+// Those that no shape can hold as they are, the last one at the end; every plate of all programs
+// has room.
+Unsaved refused[kMaxTabs * kMaxPlates];
+int refusedCount = 0;
+
+void ForgetRefused(std::u16string_view name) {
+  const auto end = std::remove_if(refused, refused + refusedCount, [name](const Unsaved& row) {
+    return SameFolded(row.name, name);
+  });
+  refusedCount = static_cast<int>(end - refused);
+}
 
 void NoteRefused(PlateSave why) {
-  if (why == PlateSave::TooMany || why == PlateSave::Full || why == PlateSave::NameTaken ||
-      why == PlateSave::Stretched) {
-    refused = {plate.name, why};
+  if (why != PlateSave::TooMany && why != PlateSave::Full && why != PlateSave::NameTaken &&
+      why != PlateSave::Stretched) {
+    return;
   }
+  ForgetRefused(plate.name);
+  // Of plates that were renamed or closed: the oldest goes.
+  if (refusedCount == std::ssize(refused)) {
+    std::move(std::next(refused), std::end(refused), refused);
+    --refusedCount;
+  }
+  refused[refusedCount++] = {plate.name, why};
 }
 
 constexpr std::u16string_view kPlateSaved =
@@ -364,7 +383,7 @@ PlateSave SaveNamedPlate() {
   CopyBounded(shape.name, kShapeNameUnits, plate.name);
   SetPlateShapeIndex(PutShapeAt(index, shape));
   SettlePlate(true);
-  if (IsPlateUp(refused.name)) refused = {};
+  ForgetRefused(plate.name);
   NoteHanded();
   HandOverLibrary();
   RefreshShapeLists();
@@ -438,11 +457,44 @@ void SayWhatIsOwed() {
   if (owed.why != PlateSave::Done) ShowStatus(PlateInWords(owed.name) + WordsOf(owed.why));
 }
 
+namespace {
+
+bool IsOpen(const Unsaved& row) { return IsPlateUp(row.name) || IsNameOfOtherDrawing(row.name); }
+
+// How many, and which for each reason.
+std::u16string RefusedWords(const std::vector<Unsaved>& open) {
+  std::u16string words =
+      IntegerText(static_cast<std::int64_t>(open.size())) + u" plates are not saved as they are.";
+  std::vector<PlateSave> told;
+  for (const Unsaved& row : open) {
+    if (std::ranges::count(told, row.why) > 0) continue;
+    told.push_back(row.why);
+    const char16_t* before = u" \u201C";
+    for (const Unsaved& other : open) {
+      if (other.why != row.why) continue;
+      words += before + other.name + u"\u201D";
+      before = u", \u201C";
+    }
+    words += std::u16string(u": ") + WordsOf(row.why);
+  }
+  return words;
+}
+
+// False: none that is open was refused.
+bool SayRefused() {
+  std::vector<Unsaved> open;
+  std::copy_if(refused, refused + refusedCount, std::back_inserter(open), IsOpen);
+  if (open.size() > 1) SayOnPlate(RefusedWords(open));
+  if (open.size() == 1) SayOf(open[0].name, WordsOf(open[0].why));
+  return !open.empty();
+}
+
+}  // namespace
+
 void SayBehindLoad() {
   const Unsaved owed = WhatIsOwed();
   if (owed.why != PlateSave::Done) return SayOf(owed.name, WordsOf(owed.why));
-  const bool open = IsPlateUp(refused.name) || IsNameOfOtherDrawing(refused.name);
-  if (refused.why != PlateSave::Done && open) return SayOf(refused.name, WordsOf(refused.why));
+  if (SayRefused()) return;
   if (PlateItems(plate) > kMaxItems) return SayOnPlate(kPlateFull);
   SayOnPlate(HalfNumberOf(plate));
 }
@@ -455,7 +507,7 @@ std::u16string PlateInWords(std::u16string_view name) {
 void ResetPlateSaving() {
   saidOf = PlateSave::Done;
   saidAt = 0;
-  refused = {};
+  refusedCount = 0;
   handed = {};
   libraryOwed = false;
   libraryFailed = false;

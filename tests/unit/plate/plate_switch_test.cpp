@@ -386,6 +386,29 @@ TEST_F(TwoPlates, SayWhichOneNoShapeCanHoldWhenTheOtherComesUp) {
   EXPECT_EQ(Status(), u"");
 }
 
+TEST_F(TwoPlates, SayOfAllThatNoShapeCanHoldHowManyAndWhich) {
+  const std::u16string words =
+      u"Reusable shape exceeds 64 objects; reduce the hole pattern before saving.";
+  for (const int drawing : {1, 0}) {
+    Choose(drawing);
+    headless::SelectRows(kIdPlateLayout, {1});
+    headless::TypeInto(kIdPlateField + kPlateCountX, u"10");
+    headless::TypeInto(kIdPlateField + kPlateCountY, u"7");
+    Settle();
+  }
+  EXPECT_EQ(Status(), words);  // of the one that is up
+  const std::u16string both =
+      u"2 plates are not saved as they are. \u201CLong\u201D, \u201CBase\u201D: " + words;
+  Choose(1);
+  EXPECT_EQ(Status(), both);
+  Choose(0);
+  EXPECT_EQ(Status(), both);
+  headless::TypeInto(kIdPlateField + kPlateCountY, u"2");
+  Settle();
+  Choose(1);
+  EXPECT_EQ(Status(), words);
+}
+
 TEST_F(TwoPlates, AreWrittenAgainWhenTheLibraryFailedBehindASwitch) {
   Choose(0);
   headless::TypeInto(kIdPlateField + kPlateLength, u"9");
