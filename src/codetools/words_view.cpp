@@ -20,6 +20,7 @@
 #include "codetools/editor_help.h"
 #include "codetools/plain_line.h"
 #include "codetools/words_pair.h"
+#include "documents/save_words.h"
 #include "documents/tab_table.h"
 #include "platform/control.h"
 #include "platform/editor.h"
@@ -422,6 +423,7 @@ void SetWordsView(bool on) {
   const int shown = on ? kIdWordsEditor : kIdEditor;
   platform::SetFocusTo(shown);
   PutCaretOnLine(shown, line);
+  TellHoldOfShown();  // that nothing is saved comes before which editor is up
 }
 
 void RegisterWordsView() {
