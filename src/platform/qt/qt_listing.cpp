@@ -336,7 +336,8 @@ class Combo : public PlacedWidget<QComboBox> {
   QString CutWords(const QStyleOptionComboBox& option) const {
     const QRect area =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    return option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, area.width() - 2);
+    // Names in one list differ at their ends, as ports by their paths.
+    return option.fontMetrics.elidedText(option.currentText, Qt::ElideMiddle, area.width() - 2);
   }
   int rowHeight_;
   bool dressed_ = false;
