@@ -28,7 +28,7 @@ using platform::FontRole;
 
 namespace {
 
-constexpr int kModeRowHeight = 26;
+constexpr int kModeRowHeight = 24;
 constexpr int kFeatureRowHeight = 24;
 
 // No form: these stand all over the window, where its layout puts them.

@@ -201,6 +201,7 @@ void PlanFeatureKeys(LayoutPlan& plan, int left, int right, int top) {
   }
 }
 
+constexpr int kModeListGap = 3;  // so that a low window still shows all eleven rows
 void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
   const int left = kPad;
   const int right = plan.leftPanelWidth - kPad;
@@ -208,7 +209,7 @@ void PlanLeftPanel(LayoutPlan& plan, const LayoutInput& in, int bottom) {
   plan.areas.leftPanel = Rect{0, top, plan.leftPanelWidth, bottom};
   const int separator = top + SeparatorDepth(in.height - top);
   plan.areas.separator = Rect{left, separator, right, separator + 1};
-  Put(plan, kIdModeList, Rect{left, top + 6, right, separator - 6});
+  Put(plan, kIdModeList, Rect{left, top + kModeListGap, right, separator - kModeListGap});
 
   int y = separator + 8;
   const int half = (right - left - kKeyGap) / 2;
