@@ -77,6 +77,25 @@ TEST_F(FeatureOps, SelectingARowSelectsItsBlockInTheEditor) {
   EXPECT_EQ(platform::TextOf(kIdFeatureName), u"Second");
 }
 
+// What was said of a block of one program is not said of another's.
+TEST_F(FeatureOps, AnotherTabTakesTheHintOfAFeatureAway) {
+  headless::Click(kIdTabNew);
+  headless::Advance(200);
+  Load(kTwo);
+  Select(1);
+  ASSERT_EQ(Hint(), u"Selected block. Edit Settings reopens its builder.");
+  headless::Click(kIdTabFirst);
+  EXPECT_EQ(Hint(), u"All program features appear here.");
+  headless::Advance(200);
+  EXPECT_EQ(Hint(), u"All program features appear here.");
+  Select(0);
+  ASSERT_NE(Hint(), u"All program features appear here.");
+  headless::Click(kIdTabFirst);  // which is up already
+  EXPECT_NE(Hint(), u"All program features appear here.");
+  headless::Click(kIdTabFirst + 1);
+  EXPECT_EQ(Hint(), u"All program features appear here.");
+}
+
 TEST_F(FeatureOps, RenamesAnUnlockedBlockAndRefusesWhatCannotBeAName) {
   Load(kTwo);
   Select(0);
