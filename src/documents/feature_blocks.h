@@ -44,6 +44,14 @@ void ScanEditorText();
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text);
 // FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.
 std::uint32_t CodeHash(std::u16string_view code);
+// The first row of a kind, of the program that was scanned last, that passes the test; -1: none.
+template <typename Test>
+int FirstRowOf(std::int32_t kind, Test test) {
+  for (int i = 0; i < features.count; ++i) {
+    if (features.rows[i].settings.kind == kind && test(features.rows[i])) return i;
+  }
+  return -1;
+}
 // First row with this id, -1 for none; and how many rows have it.
 int FindFeature(std::int32_t id);
 int CountFeatures(std::int32_t id);

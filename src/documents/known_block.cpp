@@ -24,10 +24,9 @@ int RowOfBlock(const KnownBlock& known, std::int32_t kind) {
   const int row = known.id != 0 ? FindFeature(known.id) : -1;
   if (row >= 0 && IsOfKind(row, kind) && WasCodeOf(known, features.rows[row].settings.codeHash))
     return row;
-  for (int i = 0; known.codeHash != 0 && i < features.count; ++i) {
-    if (IsOfKind(i, kind) && features.rows[i].settings.codeHash == known.codeHash) return i;
-  }
-  return -1;
+  if (known.codeHash == 0) return -1;
+  return FirstRowOf(kind,
+                    [&](const FeatureRecord& r) { return r.settings.codeHash == known.codeHash; });
 }
 
 bool WasCodeOf(const KnownBlock& known, std::uint32_t codeHash) {

@@ -38,8 +38,6 @@ bool SameItems(const FeatureSettings& a, const FeatureSettings& b) {
 
 void ScanProgram() { ScanEditorText(); }
 
-bool IsSketchRow(int row) { return features.rows[row].settings.kind == kKindSketch; }
-
 // Cutting data and thickness too.
 bool SameRecord(const FeatureSettings& a, const FeatureSettings& b) {
   for (const int value :
@@ -55,24 +53,18 @@ bool HasFlags(const unsigned char (&hidden)[kMaxItems], const unsigned char (&lo
   return std::ranges::any_of(hidden, set) || std::ranges::any_of(locked, set);
 }
 
-template <typename Test>
-int FirstSketchRow(Test test) {
-  for (int i = 0; i < features.count; ++i) {
-    if (IsSketchRow(i) && test(features.rows[i])) return i;
-  }
-  return -1;
-}
-
 // The first block with the geometry of this record, -1 for none.
 int RowHolding(const FeatureSettings& drawing) {
-  return FirstSketchRow([&](const FeatureRecord& row) { return SameItems(drawing, row.settings); });
+  return FirstRowOf(kKindSketch,
+                    [&](const FeatureRecord& row) { return SameItems(drawing, row.settings); });
 }
 
 // The first block that gives back all of the drawing but its name, -1 for none.
 int RowHoldingAll(const Drawing& drawing) {
   if (HasFlags(drawing.hidden, drawing.locked)) return -1;
-  return FirstSketchRow(
-      [&](const FeatureRecord& row) { return SameRecord(drawing.settings, row.settings); });
+  return FirstRowOf(kKindSketch, [&](const FeatureRecord& row) {
+    return SameRecord(drawing.settings, row.settings);
+  });
 }
 
 const Drawing* ActiveDrawing() {
@@ -83,10 +75,11 @@ const Drawing* ActiveDrawing() {
 // For a drawing of a file that says nothing of its block: the one that the file's drawing was equal
 // to, or is called after.
 int RowByLooks(const Drawing& drawing) {
-  const int same = FirstSketchRow(
-      [&](const FeatureRecord& row) { return GeometryHash(row.settings) == drawing.readGeometry; });
+  const int same = FirstRowOf(kKindSketch, [&](const FeatureRecord& row) {
+    return GeometryHash(row.settings) == drawing.readGeometry;
+  });
   if (same >= 0) return same;
-  return FirstSketchRow([&](const FeatureRecord& row) {
+  return FirstRowOf(kKindSketch, [&](const FeatureRecord& row) {
     return std::u16string_view(row.name) == std::u16string_view(drawing.name);
   });
 }

@@ -1,10 +1,13 @@
 #include "cad/panel/drawing_tabs.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/router.h"
+#include "app/tab_row.h"
 #include "cad/model/cad_hooks.h"
 #include "cad/model/drawings.h"
 #include "cad/model/sketch_words.h"
@@ -24,16 +27,12 @@ bool Renaming() { return platform::IsVisible(kIdCadDrawingName); }
 void RefreshTabs() {
   const ProgramTab* tab = ActiveTab();
   const CadStore* store = tab ? tab->cadStore : nullptr;
-  const int count = store ? static_cast<int>(store->count) : 1;
-  // No form: there are as many tabs as the program has drawings.
-  for (int i = 0; i < kMaxDrawings; ++i) {
-    const int id = kIdDrawingFirst + i;
-    const bool active = store ? i == static_cast<int>(store->active) : i == 0;
-    if (i < count) platform::SetText(id, store ? store->drawings[i].name : u"Drawing 1");
-    platform::SetChecked(id, active);
-    platform::SetVisible(id, i < count);
-    platform::Repaint(id);
+  std::vector<std::u16string> names;
+  for (std::uint32_t i = 0; store && i < store->count; ++i) {
+    names.emplace_back(store->drawings[i].name);
   }
+  if (!store) names.emplace_back(u"Drawing 1");
+  ShowTabRow(kIdDrawingFirst, kMaxDrawings, names, store ? static_cast<int>(store->active) : 0);
 }
 
 void OnTabKey(int id, int) { SelectDrawingTab(id - kIdDrawingFirst); }
@@ -75,6 +74,7 @@ void RenameDrawingTab() {
   if (!tab) return;
   const Drawing& drawing = tab->cadStore->drawings[tab->cadStore->active];
   if (!Renaming()) {
+    // No form: the name box lies over the tab for as long as it is renamed.
     platform::SetTextLimit(kIdCadDrawingName, kDrawingNameUnits - 1);
     platform::SetText(kIdCadDrawingName, drawing.name);
     platform::SetVisible(kIdCadDrawingName, true);

@@ -199,36 +199,33 @@ void AddEdges(const Sheet& sheet) {
   }
 }
 
+// The pitch of a grid along one side of the plate, behind how many times it stands there.
+void AddCount(const Sheet& sheet, int section, DimensionWay way, PointF from, PointF to) {
+  const bool across = way == DimensionWay::Across;
+  const int steps = (across ? sheet.n.countX : sheet.n.countY) - 1;
+  if (steps < 1) return;
+  const double pitch = across ? to.x - from.x : to.y - from.y;
+  Add(sheet,
+      {.way = way,
+       .x0 = from.x,
+       .y0 = from.y,
+       .x1 = to.x,
+       .y1 = to.y,
+       .row = across ? 1 : kUprightRow,
+       .outside = true},
+      section, Words(sheet, IntegerText(steps) + u"× ", pitch));
+}
+
 // How many columns and rows there are, beside their pitch.
 void AddCounts(const Sheet& sheet) {
   const PlateNumbers& n = sheet.n;
   if (n.layout != PlateLayout::Grid) return;
   const PointF first = LayoutPlace(n, 0);
   const PointF half = PlateHalves(n);
-  if (n.countX > 1) {
-    const PointF next = LayoutPlace(n, 1);
-    Add(sheet,
-        {.way = DimensionWay::Across,
-         .x0 = first.x,
-         .y0 = half.y,
-         .x1 = next.x,
-         .y1 = half.y,
-         .row = 1,
-         .outside = true},
-        kPlateCountX, Words(sheet, IntegerText(n.countX - 1) + u"× ", next.x - first.x));
-  }
-  if (n.countY > 1) {
-    const PointF next = LayoutPlace(n, n.countX);
-    Add(sheet,
-        {.way = DimensionWay::Upright,
-         .x0 = half.x,
-         .y0 = first.y,
-         .x1 = half.x,
-         .y1 = next.y,
-         .row = kUprightRow,
-         .outside = true},
-        kPlateCountY, Words(sheet, IntegerText(n.countY - 1) + u"× ", next.y - first.y));
-  }
+  AddCount(sheet, kPlateCountX, DimensionWay::Across, {first.x, half.y},
+           {LayoutPlace(n, 1).x, half.y});
+  AddCount(sheet, kPlateCountY, DimensionWay::Upright, {half.x, first.y},
+           {half.x, LayoutPlace(n, n.countX).y});
 }
 
 void AddPatternCircle(const Sheet& sheet) {

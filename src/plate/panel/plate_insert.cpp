@@ -86,10 +86,8 @@ bool SamePlate(const FeatureSettings& a, const FeatureSettings& b) {
 void ScanProgram() { ScanEditorText(); }
 
 int RowHolding(const FeatureSettings& record) {
-  for (int i = 0; i < features.count; ++i) {
-    if (SamePlate(record, features.rows[i].settings)) return i;
-  }
-  return -1;
+  return FirstRowOf(kKindPlate,
+                    [&](const FeatureRecord& row) { return SamePlate(record, row.settings); });
 }
 
 std::uint32_t ActiveDrawing() {

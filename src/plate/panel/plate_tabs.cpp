@@ -1,10 +1,12 @@
 #include "plate/panel/plate_tabs.h"
 
 #include <string>
+#include <vector>
 
 #include "app/command_ids.h"
 #include "app/hooks.h"
 #include "app/router.h"
+#include "app/tab_row.h"
 #include "documents/companions.h"
 #include "documents/edit_link.h"
 #include "documents/program_changed.h"
@@ -67,14 +69,9 @@ void RefreshPlateTabs() {
   const ProgramTab* tab = ActiveTab();
   const PlateStore* store = tab ? tab->plateStore : nullptr;
   const int count = store ? static_cast<int>(store->count) : 1;
-  // No form: there are as many tabs as the program has plates.
-  for (int i = 0; i < kMaxPlates; ++i) {
-    const int id = kIdPlateTabFirst + i;
-    platform::SetText(id, i < count ? u"Plate " + IntegerText(i + 1) : u"");
-    platform::SetChecked(id, store ? i == static_cast<int>(store->active) : i == 0);
-    platform::SetVisible(id, i < count);
-    platform::Repaint(id);
-  }
+  std::vector<std::u16string> names;
+  for (int i = 1; i <= count; ++i) names.push_back(u"Plate " + IntegerText(i));
+  ShowTabRow(kIdPlateTabFirst, kMaxPlates, names, store ? static_cast<int>(store->active) : 0);
 }
 
 void RegisterPlateTabs() {
