@@ -143,7 +143,7 @@ void NoteTravel(ControlRun& run, const Vec3& shown) {
           number > 0 && number <= kControlTools ? run.table.tools[number].length : 0;
       // A length that is not set says nothing of where the spindle stands.
       if (length == 0) continue;
-      machine += length;
+      machine += run.modes.lengthMode == 44 ? -length : length;
     }
     const double beyond = std::max(machine, -machine - run.table.travel[axis]);
     if (beyond > kSame) {
