@@ -45,6 +45,15 @@ StockEnvelope StockOf(const PreviewBox& box) {
   return stock;
 }
 
+PathBounds Around(const PathBounds& a, const PathBounds& b) {
+  return {std::min(a.minX, b.minX), std::max(a.maxX, b.maxX), std::min(a.minY, b.minY),
+          std::max(a.maxY, b.maxY), std::min(a.minZ, b.minZ), std::max(a.maxZ, b.maxZ)};
+}
+
+PathBounds BoundsOfStock(const StockEnvelope& stock) {
+  return {stock.minX, stock.maxX, stock.minY, stock.maxY, stock.bottom, stock.top};
+}
+
 // Over the path, its stock and what is drawn around it.
 PathBounds BoundsOfAll() {
   PathBounds all = Bounds();

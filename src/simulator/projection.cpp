@@ -140,7 +140,7 @@ const Projection& ProjectionFor(const Rect& client) {
   const ViewState& shown = ShownPath().view;
   const ProjectionKey key{shown.zoom,        shown.yawDegrees, shown.elevationDegrees,
                           shown.rollDegrees, shown.panX,       shown.panY,
-                          shown.topView,     client,           FittedBounds()};
+                          shown.topView,     client,           Bounds()};
   if (projectionKnown && SameKey(key, known)) return projection;
   known = key;
   projectionKnown = true;

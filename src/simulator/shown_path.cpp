@@ -111,17 +111,4 @@ void ResetOwnedPaths() {
   }
 }
 
-PathBounds BoundsOfStock(const StockEnvelope& stock) {
-  return {stock.minX, stock.maxX, stock.minY, stock.maxY, stock.bottom, stock.top};
-}
-
-PathBounds Around(const PathBounds& a, const PathBounds& b) {
-  return {std::min(a.minX, b.minX), std::max(a.maxX, b.maxX), std::min(a.minY, b.minY),
-          std::max(a.maxY, b.maxY), std::min(a.minZ, b.minZ), std::max(a.maxZ, b.maxZ)};
-}
-
-PathBounds FittedBounds() {
-  return ExampleIsShown() ? Around(Bounds(), BoundsOfStock(ShownPath().stock)) : Bounds();
-}
-
 }  // namespace morva

@@ -107,11 +107,4 @@ void SetShownOwner(PathOwner owner);
 // Empty paths, start values for play and picks, no stock; the program is shown. Views stay.
 void ResetOwnedPaths();
 
-// What an envelope that is shown reaches over.
-PathBounds BoundsOfStock(const StockEnvelope& stock);
-
-PathBounds Around(const PathBounds& a, const PathBounds& b);
-// What the view fits at zoom 1: the path, and of an example its stock, which holes leave unseen.
-PathBounds FittedBounds();
-
 }  // namespace morva

@@ -92,26 +92,6 @@ TEST_F(ExampleTest, AnUnknownOperationWritesNoMovesAndShowsNothing) {
   EXPECT_FALSE(TimerOn());
 }
 
-TEST_F(ExampleTest, ShowsItsWholeStockInAViewHigherThanWide) {
-  for (const auto& [width, height] : {std::pair{300, 700}, {500, 700}, {670, 720}}) {
-    platform::SetPlace(kViewToolpath, {700, 100, 700 + width, 100 + height});
-    ShowExample(2);
-    const platform::Rect client = platform::ClientArea(kViewToolpath);
-    const Projection p = ProjectionFor(client);
-    for (const double x : {-2.0, 2.0}) {
-      for (const double y : {-1.2, 1.2}) {
-        for (const double z : {-0.5, 0.0}) {
-          const platform::PointF at = Project(p, x, y, z);
-          EXPECT_TRUE(at.x >= 0 && at.x <= width && at.y >= 0 && at.y <= height)
-              << width << " " << at.x << " " << at.y;
-        }
-      }
-    }
-    EXPECT_EQ(Shown().view.zoom, 0.85);
-    LeaveExample();
-  }
-}
-
 TEST_F(ExampleTest, PlaysFromItsOwnSideAtHalfSpeedOverItsOwnStock) {
   ShowExample(2);
   EXPECT_TRUE(ExampleIsShown());
