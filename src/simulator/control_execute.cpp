@@ -513,7 +513,7 @@ bool LeavesCornerOpen(const ControlRun& run, const ControlBlock& block, const Bl
 
 // What the axis words of the block do. Only one of these takes them.
 void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
-  if (codes.ignored || codes.setsOffsets || codes.macro || codes.dwell) return;
+  if (codes.ignored || codes.setsOffsets || codes.dwell) return;
   if (run.corner.kind && !LeavesCornerOpen(run, block, codes)) DropCorner(run);
   if (codes.home) return GoHome(run, block, codes.home);
   if (codes.machine) return GoInMachine(run, block);
@@ -574,13 +574,17 @@ void ExecuteBlock(ControlRun& run, const ControlBlock& block, const ControlPlace
     }
     run.codeSeen = true;
     const BlockCodes codes = TakeCodes(run, block);
-    TakeToolWords(run, block);
-    TakeFeed(run, block);
-    TakeEarlyMs(run, block);
-    TakeOwnWords(run, block, codes);
-    Move(run, block, codes);
-    if (codes.macro && !run.ended) CallMacro(run, block, blockStart);
-    TakeLateMs(run, block);
+    if (codes.macro) {
+      // All of its letters are arguments.
+      if (!run.ended) CallMacro(run, block, blockStart);
+    } else {
+      TakeToolWords(run, block);
+      TakeFeed(run, block);
+      TakeEarlyMs(run, block);
+      TakeOwnWords(run, block, codes);
+      Move(run, block, codes);
+      TakeLateMs(run, block);
+    }
   }
   if (!run.ended) FollowStatement(run, block, blockStart);
 }

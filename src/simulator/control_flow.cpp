@@ -227,6 +227,12 @@ bool SeekProgram(ControlRun& run, double number, ControlPlace& found) {
   if (FindProgram(run, number, found)) return true;
   // Numbers from 9000 on live in the control.
   const bool ofControl = number >= 9000;
+  const Findings& findings = run.track->findings;
+  const bool told =
+      std::any_of(findings.found, findings.found + findings.count, [&](const FoundLine& one) {
+        return one.kind == Finding::NotFollowed && one.letter == 'O' && one.number == number;
+      });
+  if (ofControl && told) return false;
   Report(run, ofControl ? Finding::NotFollowed : Finding::ProgramMissing, number, 'O');
   return false;
 }

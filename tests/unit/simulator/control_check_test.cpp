@@ -165,6 +165,22 @@ TEST(ControlCheck, SaysWhatIsNotFollowed) {
   EXPECT_EQ(WordsOf(findings.found[1]), u"Line 2: The motion of O9810 is not followed.");
 }
 
+TEST(ControlCheck, NamesAProgramOfTheControlOnce) {
+  EXPECT_EQ(Found(RunText(u"G65 P9810\nG65 P9832\nG65 P9810\nM98 P9810\nM30\n")),
+            "NotFollowed 1, NotFollowed 2");
+}
+
+TEST(ControlCheck, TakesLettersOfACallForArgumentsAlone) {
+  const std::u16string start = u"T1 M6\nG43 H1\nG0 X0. Y0. Z0. S900 M3\nG1 X1. F9.\n";
+  const std::u16string end = u"G1 X2.\nM30\nO7\nX#24\nM99\n";
+  for (const char16_t* letters : {u"S20000 X1.5", u"F12 X1.5", u"M5 X1.5", u"T5 H7 D3 X1.5"}) {
+    const ControlTrack& track = RunText(start + u"G65 P7 " + letters + u"\n" + end);
+    EXPECT_EQ(Found(track), "");
+    EXPECT_NEAR(track.path.points[track.path.count - 2].x, 1.5, 1e-9);
+  }
+  EXPECT_EQ(Found(RunText(start + u"G65 P7 T5 X1.5\nM6\nG43 H1\nM3\n" + end)), "");
+}
+
 TEST(ControlCheck, TakesTheLastFForTheOneInForce) {
   EXPECT_EQ(Found(RunText(u"S900 M3\nG0 X0. Y0. Z0.\nG1 X1. F5.\nF0\nX2.\nM30\n")), "NoFeed 5");
 }
