@@ -72,10 +72,16 @@ void WaitAtCorner(ControlRun& run) {
   if (seconds > 0) PassTime(run, seconds);
 }
 
+void CountMisfits(ControlRun& run, std::int32_t places) {
+  const std::int32_t number = run.diameterNumber;
+  if (number >= 1 && number <= kControlTools) run.track->misfits[number] += places;
+}
+
 // The tool does not fit where a move begins or ends.
 void NoteCorner(ControlRun& run, const ControlSegment& move) {
   if (run.compensation.finish > 0) return;
   AddFinding(run.track->findings, {Finding::CompCorner, move.line});
+  CountMisfits(run, 1);
 }
 
 // The held move goes to a place beside its end. Where the corners at its ends leave nothing of it,
@@ -189,6 +195,7 @@ void BeginCompensation(ControlRun& run, const ControlSegment& segment) {
   const double y = segment.to.of[1] - segment.from.of[1];
   if (std::hypot(x, y) < comp.radius - kSame) {
     Report(run, Finding::CompEntryShort, comp.radius / run.unit);
+    CountMisfits(run, kMostMisfits);
   }
   HoldNext(run, segment);
 }

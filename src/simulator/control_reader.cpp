@@ -64,6 +64,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   track.operationCount = 0;
   track.totalSeconds = 0;
   track.printed.clear();
+  std::fill(std::begin(track.misfits), std::end(track.misfits), 0);
   const auto run = std::make_unique<ControlRun>();
   static const ControlTable kDefaults;
   run->table = options.table ? *options.table : kDefaults;

@@ -173,7 +173,9 @@ void ReadOffsets(ControlTable& table) {
     ToolOffset& tool = table.tools[i];
     double fields[kOffsetNumbers] = {};
     ReadOffset(ToolKey(i), kOffsetNumbers, factor, fields);
-    tool = {fields[0], fields[1], fields[2], fields[3]};
+    const std::u16string text = ValueOf(kOffsetSection, ToolKey(i));
+    const bool said = std::ranges::count(text, u',') >= 2;
+    tool = {fields[0], fields[1], fields[2], fields[3], said};
   }
 }
 
@@ -290,8 +292,8 @@ void FillDiameters(ControlTable& table) {
   for (int i = 0; i < count; ++i) {
     const ToolRecord& tool = toolLibrary.tools[i];
     if (tool.dOffset < 1 || tool.dOffset > kControlTools) continue;
-    double& diameter = table.tools[tool.dOffset].diameter;
-    if (diameter == 0) diameter = tool.diameter;
+    ToolOffset& offset = table.tools[tool.dOffset];
+    if (offset.diameter == 0 && !offset.diameterSaid) offset.diameter = tool.diameter;
   }
 }
 

@@ -23,6 +23,7 @@ struct ToolOffset {
   double lengthWear = 0;
   double diameter = 0;
   double diameterWear = 0;
+  bool diameterSaid = false;  // by the user; a 0 that nobody said may be known from elsewhere
 
   bool operator==(const ToolOffset&) const = default;
 };

@@ -53,6 +53,23 @@ double* WorkPlace(ControlRun& run, int number) {
   return nullptr;
 }
 
+// Places of the axes A to C, which this reader does not move: they stand at 0.
+bool IsOfFurtherAxis(int number) {
+  const bool place = (number >= 5001 && number <= 5066) || (number >= 5201 && number <= 5326) ||
+                     (number >= 7001 && number <= 7386);
+  const int axis = (number - 1) % kAxesStep;
+  return place && axis >= 3 && axis <= 5;
+}
+
+bool IsCounter(int number) { return number == 3901 || number == 3902; }
+
+// What a control holds and this reader does not know: last words, counters, times and lives of
+// tools, settings, parameters.
+bool IsOfControl(int number) {
+  return (number >= 4101 && number <= 4126) || IsCounter(number) ||
+         (number >= 5401 && number <= 6999);
+}
+
 double* ToolPlace(ControlRun& run, int number) {
   for (const ToolVariables& part : kToolVariables) {
     const int tool = number - part.first + 1;
@@ -104,7 +121,7 @@ double ReadSystem(ControlRun& run, int number) {
   switch (number) {
     case 4107:
       return run.diameterNumber;
-    case 4108:
+    case 4111:
       return run.lengthNumber;
     case 4109:
       return run.feed / run.unit;
@@ -139,7 +156,12 @@ double ReadSystem(ControlRun& run, int number) {
     return (run.shown.of[axis] + run.zero.of[axis]) / run.unit;
   }
   if (number >= 1000 && number <= 1199) return 0;  // inputs and outputs
-  Report(run, Finding::BadVariable, number);
+  if (IsOfFurtherAxis(number)) return 0;
+  if (IsOfControl(number)) {
+    Report(run, Finding::NotFollowed, number, '#');
+  } else {
+    Report(run, Finding::BadVariable, number);
+  }
   return Undefined();
 }
 
@@ -457,7 +479,9 @@ void WriteVariable(ControlRun& run, double number, double value) {
   }
   const bool taken = which >= 3000 && which <= 3032;
   const bool output = which >= 1100 && which <= 1199;
-  if (!taken && !output) Report(run, Finding::BadVariable, which);
+  if (taken || output || IsCounter(which) || (IsOfFurtherAxis(which) && which >= 5201)) return;
+  if (which >= 5401 && IsOfControl(which)) return Report(run, Finding::NotFollowed, which, '#');
+  Report(run, Finding::BadVariable, which);
 }
 
 double TakeExpression(ControlRun& run, const char16_t*& p, const char16_t* end, int depth) {

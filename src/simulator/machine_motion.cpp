@@ -126,12 +126,29 @@ bool MoveLastRun(const UnmarkedText& to) {
   return true;
 }
 
+// Takes the diameters away that only the library told and the path was not drawn for: the way of
+// the tool's centre, for which the control holds its wear alone. False: there are none.
+bool DropMisfits(ControlTable& table) {
+  bool any = false;
+  for (int i = 1; i <= kControlTools; ++i) {
+    ToolOffset& tool = table.tools[i];
+    const ToolOffset& own = Settings().tools[i];
+    const bool ofLibrary = own.diameter == 0 && tool.diameter != 0;
+    if (!ofLibrary || machineTrack.misfits[i] < kMostMisfits) continue;
+    tool.diameter = 0;
+    any = true;
+  }
+  return any;
+}
+
 void RunMachine(std::u16string_view text, bool metric, bool ofEditor, const ControlTable& table,
                 const KnownStock& stock) {
   lookedElsewhere = false;
-  ReadMachineMotion(
-      machineTrack, text,
-      {.metric = metric, .table = &table, .findProgram = LookElsewhere, .stock = &stock});
+  ControlTable taken = table;
+  const ReadMotionOptions options{
+      .metric = metric, .table = &taken, .findProgram = LookElsewhere, .stock = &stock};
+  ReadMachineMotion(machineTrack, text, options);
+  if (DropMisfits(taken)) ReadMachineMotion(machineTrack, text, options);
   lastRun.stands = ofEditor && !lookedElsewhere;
   lastRun.metric = metric;
   lastRun.table = table;

@@ -161,8 +161,8 @@ TEST(ControlCheck, WantsAFOnlyOfBlocksThatFeed) {
 TEST(ControlCheck, SaysWhatIsNotFollowed) {
   const Findings& findings = TheTrack().track.findings;
   EXPECT_EQ(Found(RunText(u"G31 Z-1. F5.\nG65 P9810\nM30\n")), "NotFollowed 1, NotFollowed 2");
-  EXPECT_EQ(WordsOf(findings.found[0]), u"Line 1: The motion of G31 is not followed.");
-  EXPECT_EQ(WordsOf(findings.found[1]), u"Line 2: The motion of O9810 is not followed.");
+  EXPECT_EQ(WordsOf(findings.found[0]), u"Line 1: G31 is not followed.");
+  EXPECT_EQ(WordsOf(findings.found[1]), u"Line 2: O9810 is not followed.");
 }
 
 TEST(ControlCheck, NamesAProgramOfTheControlOnce) {

@@ -241,7 +241,7 @@ TEST(ControlRows, ReadsTheModesByTheirGroups) {
                          {u"", 4004, 0},
                          {u"", 4021, 0},
                          {u"G41 D7\n", 4107, 7},
-                         {u"G43 H8\n", 4108, 8},
+                         {u"G43 H8\n", 4111, 8},
                          {u"F12.5\n", 4109, 12.5},
                          {u"S900\n", 4119, 900},
                          {u"T11\n", 4120, 11},
@@ -295,6 +295,18 @@ TEST(ControlRows, WritesOffsetsAndToolsByTheirNumbers) {
   EXPECT_NEAR(end(u"#2004=7.\nX#2004"), 7, 1e-9);
   EXPECT_NEAR(end(u"#2604=.5\nX#2604"), .5, 1e-9);
   EXPECT_EQ(Found(RunText(u"#4001=1\n#5021=1\n#0=1\n#5061=1\nM30\n")),
+            "BadVariable 1, BadVariable 2, BadVariable 3, BadVariable 4");
+}
+
+TEST(ControlRows, PassesOverWhatTheControlHoldsAndNobodyKnowsHere) {
+  EXPECT_EQ(Found(RunText(u"G0 X0. Y0. Z0.\n#1=#4124\n#2=#6009\n#3=#3901\n#5401=1\nM30\n")),
+            "NotFollowed 2, NotFollowed 3, NotFollowed 4, NotFollowed 5");
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]), u"Line 2: #4124 is not followed.");
+  // Of a further axis: at 0, and its offsets may be set.
+  ExpectEnd(RunText(u"G0 X1. Y0. Z0.\n#5224=9.\n#7004=9.\n#3901=7\nX[#5004+#5024+#5224]\nM30\n"), 0,
+            0, 0);
+  EXPECT_EQ(Found(TheTrack().track), "");
+  EXPECT_EQ(Found(RunText(u"#1=#5067\n#1=#5207\n#5004=1\n#1=#7000\nM30\n")),
             "BadVariable 1, BadVariable 2, BadVariable 3, BadVariable 4");
 }
 

@@ -212,6 +212,44 @@ TEST_F(MachineView, TakesADiameterFromTheToolLibraryWhereTheSettingsHaveNone) {
   EXPECT_EQ(table.tools[6].diameter, 0.75);
 }
 
+// A pocket as a CAM system writes it for the middle of a tool of .5: its corners have .05.
+constexpr char16_t kMiddle[] =
+    u"G20 G90 G17\r\nS900 M3\r\nG0 X0 Y0 Z0\r\nG1 G41 D5 X.05 Y-.05 F9.\r\nG3 X.1 Y0. J.05\r\n"
+    u"G1 Y.5\r\nG3 X.05 Y.55 I-.05\r\nG1 X-.5\r\nG40 X-.6 Y.5\r\nM30\r\n";
+
+TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatThePathWasNotDrawnFor) {
+  ToolRecord tool;
+  tool.number = 5;
+  tool.dOffset = 5;
+  tool.diameter = 0.5;
+  AppendTool(tool);
+  OpenProgram(kMiddle);
+  PickLayer(kIdLayerMachine);
+  ASSERT_EQ(machineTrack.findings.count, 1);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompNoDiameter);
+  EXPECT_TRUE(CutsTo(0.1, 0.5, 0));
+}
+
+TEST_F(MachineView, HoldsADiameterOfTheOffsetsWhateverThePath) {
+  Settings("[Offsets]\r\nT5=0,0,.5\r\n");
+  OpenProgram(kMiddle);
+  PickLayer(kIdLayerMachine);
+  ASSERT_GT(machineTrack.findings.count, 0);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompEntryShort);
+}
+
+TEST_F(MachineView, HoldsADiameterOf0ThatTheOffsetsSay) {
+  ToolRecord tool;
+  tool.dOffset = 5;
+  tool.diameter = 0.02;  // it would fit
+  AppendTool(tool);
+  Settings("[Offsets]\r\nT5=6,0,0\r\nT6=6,0\r\n");
+  ControlTable table;
+  ReadControlSettings(table);
+  FillDiameters(table);
+  EXPECT_EQ(table.tools[5].diameter, 0);
+}
+
 TEST_F(MachineView, ReadsRatesOffsetsAndSwitchesFromTheSettings) {
   Settings(
       "[Simulator]\r\nRapidRate=900\r\nToolChangeSeconds=4.5\r\nTimeFactor=1.25\r\nTravelZ="
