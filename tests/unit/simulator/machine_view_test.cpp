@@ -230,6 +230,45 @@ TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatThePathWasNotDrawnFor) {
   EXPECT_TRUE(CutsTo(0.1, 0.5, 0));
 }
 
+// A long entry, and so many inside corners of .05 that a tool of .5 does not fit.
+std::u16string Corners(int count) {
+  std::u16string text =
+      u"G20 G90 G17\r\nS900 M3\r\nG0 X0 Y0 Z0\r\nG1 G41 D5 X0 Y-2. F9.\r\nG91 X2.\r\n";
+  for (int i = 0; i < count; ++i) {
+    text += u"G1 X2.\r\nG3 X.05 Y.05 J.05\r\nG1 Y2.\r\nG2 X.6 Y.6 I.6\r\n";
+  }
+  return text + u"G90 G1 G40 X50. Y50.\r\nM30\r\n";
+}
+
+TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatThreePlacesDoNotFit) {
+  ToolRecord tool;
+  tool.dOffset = 5;
+  tool.diameter = 0.5;
+  AppendTool(tool);
+  for (const int corners : {1, 2, 3}) {
+    OpenProgram(Corners(corners).c_str());
+    PickLayer(kIdLayerMachine);
+    ASSERT_EQ(machineTrack.findings.count, corners < 3 ? corners : 1) << corners;
+    const auto expected = corners < 3 ? Finding::CompCorner : Finding::CompNoDiameter;
+    EXPECT_EQ(machineTrack.findings.found[0].kind, expected) << corners;
+    PickLayer(kIdLayerMachine);
+  }
+}
+
+TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatTheEntryDoesNotFit) {
+  ToolRecord tool;
+  tool.dOffset = 5;
+  tool.diameter = 0.5;
+  AppendTool(tool);
+  OpenProgram(
+      u"G20 G90 G17\r\nS900 M3\r\nG0 X0 Y0 Z0\r\nG1 G41 D5 X.1 F9.\r\nX4.\r\nG40 X5.\r\n"
+      u"M30\r\n");
+  PickLayer(kIdLayerMachine);
+  ASSERT_EQ(machineTrack.findings.count, 1);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompNoDiameter);
+  EXPECT_TRUE(CutsTo(4, 0, 0));
+}
+
 TEST_F(MachineView, HoldsADiameterOfTheOffsetsWhateverThePath) {
   Settings("[Offsets]\r\nT5=0,0,.5\r\n");
   OpenProgram(kMiddle);
@@ -239,15 +278,19 @@ TEST_F(MachineView, HoldsADiameterOfTheOffsetsWhateverThePath) {
 }
 
 TEST_F(MachineView, HoldsADiameterOf0ThatTheOffsetsSay) {
-  ToolRecord tool;
-  tool.dOffset = 5;
-  tool.diameter = 0.02;  // it would fit
-  AppendTool(tool);
+  for (const int number : {5, 6}) {
+    ToolRecord tool;
+    tool.number = number;
+    tool.dOffset = number;
+    tool.diameter = 0.02;  // it would fit
+    AppendTool(tool);
+  }
   Settings("[Offsets]\r\nT5=6,0,0\r\nT6=6,0\r\n");
   ControlTable table;
   ReadControlSettings(table);
   FillDiameters(table);
   EXPECT_EQ(table.tools[5].diameter, 0);
+  EXPECT_EQ(table.tools[6].diameter, 0.02);  // nothing was said of it
 }
 
 TEST_F(MachineView, ReadsRatesOffsetsAndSwitchesFromTheSettings) {
