@@ -80,8 +80,10 @@ void CountMisfits(ControlRun& run, std::int32_t places) {
 // The tool does not fit where a move begins or ends.
 void NoteCorner(ControlRun& run, const ControlSegment& move) {
   if (run.compensation.finish > 0) return;
-  AddFinding(run.track->findings, {Finding::CompCorner, move.line});
-  CountMisfits(run, 1);
+  Findings& findings = run.track->findings;
+  const std::int32_t before = findings.count + findings.more;
+  AddFinding(findings, {Finding::CompCorner, move.line});
+  CountMisfits(run, findings.count + findings.more - before);
 }
 
 // The held move goes to a place beside its end. Where the corners at its ends leave nothing of it,

@@ -19,7 +19,7 @@ struct Operation {
   double seconds = 0;  // up to the change of the next one
 };
 
-// So many places that a tool does not fit say that the path was not drawn for its radius.
+// So many lines that a tool does not fit say that the path was not drawn for its radius.
 inline constexpr std::int32_t kMostMisfits = 3;
 
 // Beside the points of `path`: when each is reached, and what the machine does on the way there.
@@ -32,7 +32,7 @@ struct ControlTrack {
   double totalSeconds = 0;
   Findings findings = {};
   std::u16string printed = {};  // by DPRNT, a line each
-  // Of each D, places at which its radius did not fit; an entry counts as all of kMostMisfits.
+  // Of each D, lines at which its radius did not fit; an entry counts as all of kMostMisfits.
   std::int32_t misfits[kToolNumbers] = {};
   // So many characters of comment lines may be put into the text, and the run would be the same but
   // for its line numbers; below 0 none, and none may be taken out.
