@@ -13,6 +13,8 @@ struct ControlRun;
 
 constexpr int Letter(char c) { return c - 'A'; }
 constexpr std::uint32_t LetterBit(char c) { return 1u << Letter(c); }
+// Axes that turn, whose motion is not followed.
+inline constexpr std::uint32_t kFurtherAxes = LetterBit('A') | LetterBit('B') | LetterBit('C');
 
 // What a block asks of the flow of the program.
 enum class BlockFlow : unsigned char {

@@ -46,22 +46,65 @@ std::int32_t FirstCodeLine(std::u16string_view text, ControlPlace place, char16_
   return -1;
 }
 
+// The next "%" outside comments from a place on. False: there is none.
+bool FindPercent(std::u16string_view text, ControlPlace& place) {
+  bool comment = false;
+  for (; place.at < text.size() && text[place.at] != 0; ++place.at) {
+    const char16_t c = text[place.at];
+    if (c == u'%' && !comment) return true;
+    if (c == u'(') comment = true;
+    if (c == u')') comment = false;
+    if (!EndsLine(c)) continue;
+    comment = false;
+    const bool pair = c == u'\r' && place.at + 1 < text.size() && text[place.at + 1] == u'\n';
+    place.at += pair;
+    ++place.line;
+  }
+  return false;
+}
+
+// Whether the block may be left out by the switch for "/".
+bool IsOptional(const ControlRun& run, const ControlPlace& block) {
+  const std::u16string_view text = run.texts[static_cast<std::size_t>(block.text)].text;
+  std::size_t at = block.at;
+  while (at < text.size() && !EndsLine(text[at])) {
+    const char16_t c = text[at++];
+    if (c == u'/') return true;
+    if (c != u' ' && c != u'\t' && FoldUpper(c) != u'N' && !IsDigit(c)) return false;
+  }
+  return false;
+}
+
 // Bodies of M97 and other programs stand behind the end as they should.
 void NoteBehindEnd(ControlRun& run) {
   if (run.place.text != 0 || !run.sawEnd || run.callCount != 1) return;
+  if (IsOptional(run, run.blockStart)) return;
   char16_t code = 0;
   const std::int32_t line = FirstCodeLine(run.texts[0].text, run.place, code);
   if (line < 0 || code == u'O' || (code == u'N' && run.jumps > 0)) return;
   AddFinding(run.track->findings, {Finding::BehindEnd, line});
 }
 
+// Whether a comment of the block says that its H is meant so.
+bool SaysWhichLength(const ControlRun& run) {
+  std::u16string_view line = run.texts[static_cast<std::size_t>(run.blockStart.text)].text;
+  line.remove_prefix(run.blockStart.at);
+  std::size_t end = 0;
+  while (end < line.size() && !EndsLine(line[end])) ++end;
+  line = line.substr(0, end);
+  const std::size_t comment = line.find(u'(');
+  if (comment == line.npos) return false;
+  line.remove_prefix(comment);
+  return HoldsFolded(line, u"GAUGE") || HoldsFolded(line, u"OFFSET") ||
+         HoldsFolded(line, u"LENGTH");
+}
+
 }  // namespace
 
 void ReportOnce(ControlRun& run, Finding kind, double number, char letter) {
-  static_assert(kFindings <= 64);
-  const std::uint64_t bit = std::uint64_t{1} << static_cast<unsigned>(kind);
-  if (!(run.told & bit)) Report(run, kind, number, letter);
-  run.told |= bit;
+  const auto at = static_cast<std::size_t>(kind);
+  if (!run.told[at]) Report(run, kind, number, letter);
+  run.told[at] = true;
 }
 
 void NoteLength(ControlRun& run, const ControlBlock& block, char letter) {
@@ -80,19 +123,71 @@ void NoteCut(ControlRun& run) {
   const int cycle = run.modes.motion;
   const bool taps = cycle == 74 || cycle == 84;  // the cycle starts the spindle
   if (!run.spindle && !taps) ReportOnce(run, Finding::SpindleOff);
+  // A text without a change of tools may rely on the S of the one that calls it.
+  const bool asked = run.speedKnown || run.sawChange;
+  if ((run.spindle || taps) && run.speed <= 0 && asked) ReportOnce(run, Finding::NoSpeed);
   if (run.tool == 0 && run.toolCalled != 0) {
     ReportOnce(run, Finding::ToolNotChanged, run.toolCalled);
   }
   if (run.sawChange && !run.lengthInForce) ReportOnce(run, Finding::NoLength);
+  if (run.lengthInForce && run.lengthMissing) {
+    ReportOnce(run, Finding::LengthNotSet, run.lengthNumber);
+  }
   if (run.offsetMissing) ReportOnce(run, Finding::OffsetNotSet);
 }
 
 void NoteToolLength(ControlRun& run) {
+  const auto& tools = run.table.tools;
+  const auto isSet = [](const ToolOffset& tool) { return tool.length != 0 || tool.lengthSaid; };
+  const std::int32_t number = run.lengthNumber;
+  run.lengthMissing = number >= 1 && number <= kControlTools && !isSet(tools[number]) &&
+                      std::any_of(std::begin(tools), std::end(tools), isSet);
   if (run.tool == 0 || run.modes.lengthMode == 49) return;
   const int step = run.lengthNumber - run.tool;
   const bool usual =
       std::find(std::begin(kUsualSteps), std::end(kUsualSteps), step) != std::end(kUsualSteps);
-  if (!usual) ReportOnce(run, Finding::OffsetOther, run.lengthNumber);
+  if (!usual && !SaysWhichLength(run)) ReportOnce(run, Finding::OffsetOther, run.lengthNumber);
+}
+
+void PassHead(ControlRun& run) {
+  const std::u16string_view text = run.texts[0].text;
+  const std::size_t first = text.find(u'%');
+  if (first == text.npos || text.find(u'%', first + 1) == text.npos) return;
+  char16_t code = 0;
+  const std::int32_t line = FirstCodeLine(text, run.place, code);
+  ControlPlace opens = run.place;
+  if (line < 0 || !FindPercent(text, opens)) return;
+  ControlPlace closes = opens;
+  ++closes.at;
+  if (!FindPercent(text, closes)) return;
+  AddFinding(run.track->findings, {Finding::BeforeStart, line});
+  run.place = opens;
+}
+
+void NoteFurtherAxes(ControlRun& run, const ControlBlock& block) {
+  const std::uint32_t fresh = block.has & kFurtherAxes & ~run.axesTold;
+  run.axesTold |= fresh;
+  for (const char letter : {'A', 'B', 'C'}) {
+    if (fresh & LetterBit(letter)) Report(run, Finding::NotFollowed, block.Of(letter), letter);
+  }
+}
+
+void NoteCutHeight(ControlRun& run, const ControlSegment& segment) {
+  const Vec3& from = segment.from;
+  const Vec3& to = segment.to;
+  const bool sideways =
+      segment.kind == ControlSegment::Kind::Arc || from.of[0] != to.of[0] || from.of[1] != to.of[1];
+  const bool cuts = segment.kind != ControlSegment::Kind::Rapid;
+  if (cuts && (sideways || to.of[2] < from.of[2])) {
+    run.standsInCut = true;
+    run.cutHeight = to.of[2];
+  }
+  if (to.of[2] > run.cutHeight + kSame) run.standsInCut = false;
+}
+
+void NoteWayHome(ControlRun& run, const Vec3& home) {
+  const bool sideways = home.of[0] != run.shown.of[0] || home.of[1] != run.shown.of[1];
+  if (sideways && run.standsInCut) Report(run, Finding::HomeInCut);
 }
 
 void NoteNoDiameter(ControlRun& run, std::int32_t number) {
@@ -103,13 +198,14 @@ void NoteNoDiameter(ControlRun& run, std::int32_t number) {
 
 void NoteChange(ControlRun& run) {
   run.sawChange = true;
-  run.told = 0;
+  run.told.reset();
   run.stepsAtChange = !run.modes.absolute;
 }
 
 void NoteSpindle(ControlRun& run) {
   run.sawSpindle = true;
-  run.told &= ~(std::uint64_t{1} << static_cast<unsigned>(Finding::SpindleOff));
+  run.told[static_cast<std::size_t>(Finding::SpindleOff)] = false;
+  run.told[static_cast<std::size_t>(Finding::NoSpeed)] = false;
 }
 
 void NoteMove(ControlRun& run, const ControlBlock& block) {
@@ -125,7 +221,7 @@ void NoteMove(ControlRun& run, const ControlBlock& block) {
     if (run.modes.motion > 0) Report(run, Finding::ModeLeft, run.modes.motion);
     run.modeRemained = false;
   }
-  if (!run.stepsAtChange || !(block.Has('X') || block.Has('Y'))) return;
+  if (!run.stepsAtChange || (block.has & kAxes) == 0) return;
   // G91 that only a way home needed, and that the next moves still go by.
   if (!run.modes.absolute && !block.HasG(910)) Report(run, Finding::IncrementalLeft);
   run.stepsAtChange = false;

@@ -17,6 +17,8 @@ void NoteLength(ControlRun& run, const ControlBlock& block, char letter);
 void NoteCut(ControlRun& run);
 // D names a diameter of zero: told once for each D.
 void NoteNoDiameter(ControlRun& run, std::int32_t number);
+// The text is about to be read: the run goes on to the "%" that opens it, where one closes it too.
+void PassHead(ControlRun& run);
 // The words G43 and H of a block were taken.
 void NoteToolLength(ControlRun& run);
 // The tool was changed, the spindle started.
@@ -24,6 +26,12 @@ void NoteChange(ControlRun& run);
 void NoteSpindle(ControlRun& run);
 // A block is about to move in the modes in force.
 void NoteMove(ControlRun& run, const ControlBlock& block);
+// A block that moves names axes which are not followed: told once for each letter.
+void NoteFurtherAxes(ControlRun& run, const ControlBlock& block);
+// A stretch of motion follows, and how far down cuts left the tool.
+void NoteCutHeight(ControlRun& run, const ControlSegment& segment);
+// The machine goes home, to a shown place.
+void NoteWayHome(ControlRun& run, const Vec3& home);
 // The tool goes to a shown place: whether the machine reaches it.
 void NoteTravel(ControlRun& run, const Vec3& shown);
 // The run is over: what only the whole program tells.

@@ -219,7 +219,8 @@ void NoteDepths(ControlRun& run, const ControlBlock& block) {
 }
 
 void RunCycle(ControlRun& run, const ControlBlock& block, bool begins) {
-  const bool placed = block.Has('X') || block.Has('Y');
+  constexpr std::uint32_t kPlaces = LetterBit('X') | LetterBit('Y') | kFurtherAxes;
+  const bool placed = (block.has & kPlaces) != 0;
   if (!placed && !(begins && run.table.drillsInPlace)) return;
   const double repeats = RepeatsOf(block);
   Vec3 step;

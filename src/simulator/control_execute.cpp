@@ -13,6 +13,7 @@
 #include "simulator/control_frame.h"
 #include "simulator/control_motion.h"
 #include "simulator/control_pocket.h"
+#include "simulator/control_stock.h"
 #include "text/series_trig.h"
 
 namespace morva {
@@ -319,6 +320,7 @@ void TakeFeed(ControlRun& run, const ControlBlock& block) {
 void TakeToolWords(ControlRun& run, const ControlBlock& block) {
   if (block.Has('S')) {
     run.speed = block.Of('S');
+    run.speedKnown = true;
     if (run.modes.feedMode == 95) run.feed = run.feedPerTurn * run.speed;
     if (run.speed > run.table.mostSpeed) Report(run, Finding::SpeedHigh, run.speed);
   }
@@ -401,7 +403,7 @@ void GoHome(ControlRun& run, const ControlBlock& block, int code) {
   DropGround(run);
   const int compensation = InterruptCompensation(run);
   Vec3 by;
-  const bool named = TakeTarget(run, block, by);
+  const bool named = TakeTarget(run, block, by) || (block.has & kFurtherAxes) != 0;
   run.modes.lengthMode = 49;
   run.lengthInForce = false;
   // G91 that only the way home needs.
@@ -422,6 +424,7 @@ void GoHome(ControlRun& run, const ControlBlock& block, int code) {
     const bool goes = !named || block.Has(static_cast<char>('X' + axis));
     if (goes) home.of[axis] = -run.zero.of[axis];
   }
+  if (!SeesStock(run)) NoteWayHome(run, home);
   RapidToShown(run, home);
   ResumeCompensation(run, compensation);
 }
@@ -515,6 +518,7 @@ bool LeavesCornerOpen(const ControlRun& run, const ControlBlock& block, const Bl
 void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   if (codes.ignored || codes.setsOffsets || codes.dwell) return;
   if (run.corner.kind && !LeavesCornerOpen(run, block, codes)) DropCorner(run);
+  NoteFurtherAxes(run, block);
   if (codes.home) return GoHome(run, block, codes.home);
   if (codes.machine) return GoInMachine(run, block);
   if (codes.pattern) {

@@ -49,14 +49,17 @@ enum class Finding : unsigned char {
   WholeFeed,       // an F without a point among lengths with one
   InverseNoFeed,   // G93 and no F in the block
   SpindleOff,      // a cut with the spindle off
+  NoSpeed,         // a cut with the spindle on, and S is 0 or was never named
   ToolNotChanged,  // a T that no M06 followed before the cut
   OffsetOther,     // H is not the number of the tool
   NoLength,        // a cut behind a tool change without G43
+  LengthNotSet,    // H names a length that nobody has set, and others are
   SpeedHigh,       // S above what the spindle has
   // Positions
   OffsetNotSet,  // a work offset that is all zero in a table that has others
   TravelExceeded,
   HomeThroughPart,  // G90 G28 with an axis word that leads through the part
+  HomeInCut,        // G28 moves X or Y where the tool has just cut
   MachineWithG91,   // G53 while G91 is in force
   ModeLeft,         // a feed that only remained when a cycle ended
   IncrementalLeft,  // G91 still in force at a tool change or at the end
@@ -71,6 +74,7 @@ enum class Finding : unsigned char {
   CompAtEnd,       // the program ends with it on
   CornerUnfit,     // ,C or ,R does not fit its lines
   // Flow
+  BeforeStart,     // code before the "%" that opens the text
   BehindEnd,       // code that nothing reaches behind the end
   NoEnd,           // the text ends without M30, M02 or M99
   ProgramMissing,  // M98 or G65 of a program that is not here
@@ -90,6 +94,7 @@ enum class Finding : unsigned char {
   FunctionRange,  // SQRT of less than 0, ASIN of more than 1 ...
   BadVariable,    // a number that the control has not got, or that is read only
   // Stock
+  RapidDown,       // a rapid straight down into stock that the program has not cut yet
   RapidInStock,    // a rapid through stock that stands
   RapidBelowTop,   // a sideways rapid below the stock's top
   CutBelowStock,   // deeper than the stock

@@ -134,9 +134,17 @@ bool CountJump(ControlRun& run, const ControlPlace& to) {
   return false;
 }
 
+// Whether P of M99 leads back over the same code for ever: without variables nothing leads out.
+bool LoopsForEver(const ControlRun& run, const ControlPlace& to) {
+  const bool back = to.text == 0 && run.place.text == 0 && to.at < run.place.at;
+  const bool first = !run.jumped && run.callCount == 1 && run.calls[0].loopCount == 0;
+  return back && first && run.texts[0].text.find(u'#') == std::u16string_view::npos;
+}
+
 void JumpTo(ControlRun& run, double number) {
   ControlPlace found;
   if (!FindLabel(run, number, found)) return StopWith(run, Finding::LabelMissing, number);
+  run.jumped = true;
   if (CountJump(run, found)) run.place = found;
 }
 
@@ -394,9 +402,12 @@ void CallPocket(ControlRun& run, const ControlBlock& block) {
 }
 
 void ReturnFrom(ControlRun& run, const ControlBlock& block) {
-  if (block.Has('P')) return JumpTo(run, block.Of('P'));
-  if (run.callCount == 1) {
-    // In the main program it begins again, for ever: once is the whole of it.
+  ControlPlace found;
+  const bool jumps = block.Has('P');
+  const bool loops = jumps && FindLabel(run, block.Of('P'), found) && LoopsForEver(run, found);
+  if (jumps && !loops) return JumpTo(run, block.Of('P'));
+  if (loops || run.callCount == 1) {
+    // The main program begins again, for ever: once is the whole of it.
     run.ended = run.sawEnd = true;
     return;
   }

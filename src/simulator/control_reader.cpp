@@ -77,6 +77,7 @@ void ReadMachineMotion(ControlTrack& track, std::u16string_view text,
   ClearVariables(run->variables);
   PlaceZero(*run, run->modes.workRow);
   if (options.stock) BeginStock(*run, *options.stock);
+  PassHead(*run);
   RunAll(*run);
   DropCorner(*run);
   DropGround(*run);

@@ -5,6 +5,7 @@
 // program units, as a program sees them.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -234,11 +235,13 @@ struct ControlRun {
   double feedPerTurn = 0;  // of the last F, for an S behind it in G95
   bool feedKnown = false;
   double speed = 0;
+  bool speedKnown = false;  // by an S
   bool spindle = false;
   std::int32_t tool = 0;        // in the spindle
   std::int32_t toolCalled = 0;  // by the last T
   std::int32_t lengthNumber = 0;
   std::int32_t diameterNumber = 0;
+  bool lengthMissing = false;  // nobody has set the length of H, and others are
   bool lengthInForce = false;  // by G43 or G44, since the last change of tools
   bool offsetSet = false;      // the work offset in force
   bool offsetMissing = false;  // it is not set, and another one is
@@ -263,9 +266,13 @@ struct ControlRun {
   bool sawChange = false;      // M06
   bool sawSpindle = false;     // M03 or M04
   bool modeRemained = false;   // a cycle has ended, and no G00 to G03 stood since
+  bool standsInCut = false;    // a cut along X or Y, or downwards, ended at cutHeight
+  double cutHeight = 0;        // display units
+  bool jumped = false;         // by GOTO or by P of M99
+  std::uint32_t axesTold = 0;  // letters of axes that are not followed
   bool stepsAtChange = false;  // G91 was in force at the last change of tools
   bool saidNoDiameter[kControlTools + 1] = {};
-  std::uint64_t told = 0;         // findings that hold until something changes, a bit each
+  std::bitset<kFindings> told;    // findings that hold until something changes
   double lastWay[3] = {0, 0, 0};  // direction of the last feed, for corners in time
   double time = 0;                // seconds since the start
   double timerMs = 0;             // what #3001 shows beyond it

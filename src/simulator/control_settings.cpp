@@ -175,7 +175,7 @@ void ReadOffsets(ControlTable& table) {
     ReadOffset(ToolKey(i), kOffsetNumbers, factor, fields);
     const std::u16string text = ValueOf(kOffsetSection, ToolKey(i));
     const bool said = std::ranges::count(text, u',') >= 2;
-    tool = {fields[0], fields[1], fields[2], fields[3], said};
+    tool = {fields[0], fields[1], fields[2], fields[3], !text.empty(), said};
   }
 }
 

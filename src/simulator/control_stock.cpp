@@ -295,15 +295,25 @@ bool Sees(const ControlRun& run) {
   return stock.workRow == run.modes.workRow;
 }
 
+// Before the program has cut anything the stock stands whole, but for what an earlier one opened.
+void NoteRapidDown(ControlRun& run, const Way& way) {
+  const StockEnvelope& box = run.stock->known->box;
+  const StockTool* const tool = ToolOf(run);
+  // A thread or a fit needs its hole: it was there before. What nobody described may be such a
+  // tool.
+  if (!tool || tool->cut == ToolCut::Hole) return;
+  const bool in = IsWithin(box, way.to.of[0], way.to.of[1], 0);
+  if (in && way.to.of[2] < box.top - kStands * run.perInch) ReportOnce(run, Finding::RapidDown);
+}
+
 void NoteRapid(ControlRun& run, const Way& way) {
   StockCheck& stock = *run.stock;
   // A boring bar is narrower than its hole, so that it can go off the wall.
   if (run.modes.motion == 76 || run.modes.motion == 77) return;
   // Straight up a tool comes out as it went in; every retract would ask for the heights.
   if (way.length == 0 && way.to.of[2] > way.from.of[2]) return;
-  // A hole that was there before the program, such as one for a thread, is known to nobody.
-  if (way.length == 0 && !stock.cut) return;
   const double stands = kStands * run.perInch;
+  if (way.length == 0 && !stock.cut) return NoteRapidDown(run, way);
   if (std::min(way.from.of[2], way.to.of[2]) >= stock.known->box.top - stands) return;
   if (const StockTool* const tool = ToolOf(run)) {
     const double radius = tool->radius * kInner;
@@ -352,10 +362,13 @@ void NoteCutWay(ControlRun& run, const Way& way) {
 
 }  // namespace
 
+bool SeesStock(const ControlRun& run) { return run.stock && Sees(run); }
+
 ToolCut CutOfTool(std::u16string_view type) {
   if (HoldsFolded(type, u"FACE") || HoldsFolded(type, u"SHELL")) return ToolCut::Rim;
   const bool tap = HoldsFolded(type, u"TAP") && !HoldsFolded(type, u"TAPER");
-  const bool follows = tap || HoldsFolded(type, u"REAM");
+  const bool bores = HoldsFolded(type, u"BORING") || HoldsFolded(type, u"BORE");
+  const bool follows = tap || bores || HoldsFolded(type, u"REAM") || HoldsFolded(type, u"THREAD");
   return follows ? ToolCut::Hole : ToolCut::Centre;
 }
 
@@ -410,8 +423,8 @@ void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid)
 
 void NoteStockEnd(ControlRun& run) {
   if (!run.stock || !run.stock->otherRow) return;
-  for (const Finding kind : {Finding::RapidInStock, Finding::RapidBelowTop, Finding::CutBelowStock,
-                             Finding::PlungeNoCentre}) {
+  for (const Finding kind : {Finding::RapidDown, Finding::RapidInStock, Finding::RapidBelowTop,
+                             Finding::CutBelowStock, Finding::PlungeNoCentre}) {
     DropFindings(run.track->findings, kind);
   }
 }

@@ -19,7 +19,7 @@ namespace morva {
 enum class ToolCut : unsigned char {
   Centre,  // everywhere, as far as anybody knows
   Rim,     // at its rim alone: face and shell mills
-  Hole,    // it follows a hole: taps and reamers
+  Hole,    // it follows a hole: taps, reamers, boring bars, thread mills
 };
 
 struct StockTool {
@@ -50,6 +50,8 @@ void BeginStock(ControlRun& run, const KnownStock& known);
 // The first move is drawn, or the first to a place of a work offset: its work offset is the
 // drawing's zero, and the stock's.
 void NoteStockZero(ControlRun& run);
+// Whether the stock is known, and its place: the rapids that follow are judged by it.
+bool SeesStock(const ControlRun& run);
 // The tool goes straight from one shown place to another.
 void NoteStockWay(ControlRun& run, const Vec3& from, const Vec3& to, bool rapid);
 // The run is over: what only the whole program tells.

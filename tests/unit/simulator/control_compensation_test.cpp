@@ -125,7 +125,7 @@ TEST(ControlCompensation, EndsWhereThePlaneIsLeft) {
 TEST(ControlCompensation, EndsOnTheWayHomeAndSaysSo) {
   const ControlTrack& track =
       RunWithTool(u"G0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\nG91 G28 X0 Y0\nG90 G40\nM30");
-  EXPECT_EQ(Found(track), "CompLeftOn 4");
+  EXPECT_EQ(Found(track), "CompLeftOn 4, HomeInCut 4");
   ExpectEnd(track, 20, 10, 0);
   for (const char16_t* way : {u"G53 Z0.\n", u"T2 M6\n"}) {
     const ControlTrack& up = RunWithTool(

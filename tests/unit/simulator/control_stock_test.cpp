@@ -38,7 +38,8 @@ constexpr int kPieceLine = 5;  // 1-based
 TEST(ControlStock, IsQuietWhereNoneIsKnown) {
   const std::string crash = "G00 Z-.4\nX3.\nG01 Z-9. F10.\n";
   EXPECT_EQ(Found(kMill, Job(crash)), "");
-  EXPECT_EQ(Found(std::string(kPlate) + kMill, Job(crash)), "RapidInStock 6, CutBelowStock 7");
+  EXPECT_EQ(Found(std::string(kPlate) + kMill, Job(crash)),
+            "RapidDown 5, RapidInStock 6, CutBelowStock 7");
 }
 
 // The way runs in what was cut before, or comes to its rim.
@@ -85,8 +86,18 @@ TEST(ControlStock, IsQuietBesideTheStockAndAboveIt) {
 }
 
 TEST(ControlStock, IsQuietOfAHoleThatMayHaveBeenThere) {
-  // For a thread, say; the program itself has cut nothing yet.
-  EXPECT_EQ(Found(std::string(kPlate) + kMill, Job("G00 Z-.4\nG01 X.2 F9.\nG03 I-.2 Z-.35\n")), "");
+  // The program itself has cut nothing yet.
+  const std::string thread = Job("G00 Z-.4\nG01 X.2 F9.\nG03 I-.2 Z-.35\n");
+  for (const char* type : {"THREAD MILL", "Boring Bar", "Tap", "Reamer"}) {
+    EXPECT_EQ(Found(std::string(kPlate) + "(TOOL 1 .25 " + type + ")\n", thread), "") << type;
+  }
+  // An end mill in solid stock is worth a look, once, and only below its top.
+  const std::string mill = std::string(kPlate) + kMill;
+  EXPECT_EQ(Found(mill, thread), "RapidDown 5");
+  EXPECT_EQ(Found(mill, Job("G00 Z-.005\n")), "");
+  EXPECT_EQ(Found(mill, Job("G00 Z-.015\n")), "RapidDown 5");
+  EXPECT_EQ(Found(mill, Job("G00 X5.\nZ-.4\n")), "");
+  EXPECT_EQ(Found(mill, Job("G01 Z-.1 F9.\nG00 Z.1\nX1.\nZ-.05\nZ.1\n")), "RapidInStock 8");
   // Taps and reamers in holes of another program.
   for (const char* type : {"TAP", "REAMER"}) {
     EXPECT_EQ(Found(std::string(kPlate) + "(TOOL 1 .25 " + type + ")\n",
@@ -160,7 +171,7 @@ TEST(ControlStock, LiesInTheOffsetBehindPlacesOfTheMachine) {
   EXPECT_EQ(control_test::Found(RunText(head + u"X5. Y0. Z-.4\nM30\n", options)), "RapidInStock 5");
   EXPECT_EQ(control_test::Found(RunText(head + u"X5. Y0. Z.1\nM30\n", options)), "");
   EXPECT_EQ(control_test::Found(RunText(head + u"Z.1\nZ-.4\nX3.\nM30\n", options)),
-            "RapidInStock 7");
+            "RapidDown 6, RapidInStock 7");
   // From above the rim aslant to beside the plate, in one stretch.
   const std::u16string rim = u"T1 M06\nG53 G00 X-6.5 Y-5. Z-11.7\nG55 S900 M03\nG43 H1\n";
   EXPECT_EQ(control_test::Found(RunText(rim + u"X4.3 Z-.5\nM30\n", options)), "RapidInStock 5");
@@ -210,6 +221,8 @@ TEST(ControlStock, KnowsHowToolsCutByTheirTypes) {
   EXPECT_EQ(CutOfTool(u"3 in shell mill"), ToolCut::Rim);
   EXPECT_EQ(CutOfTool(u"Tap"), ToolCut::Hole);
   EXPECT_EQ(CutOfTool(u"Reamer"), ToolCut::Hole);
+  EXPECT_EQ(CutOfTool(u"Thread Mill"), ToolCut::Hole);
+  EXPECT_EQ(CutOfTool(u"Boring bar"), ToolCut::Hole);
   for (const char16_t* type :
        {u"End Mill", u"Drill", u"Ball Nose", u"Chamfer Mill", u"Custom", u"Tapered End Mill"}) {
     EXPECT_EQ(CutOfTool(type), ToolCut::Centre);
