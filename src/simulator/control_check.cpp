@@ -130,7 +130,8 @@ void NoteCut(ControlRun& run) {
     ReportOnce(run, Finding::ToolNotChanged, run.toolCalled);
   }
   if (run.sawChange && !run.lengthInForce) ReportOnce(run, Finding::NoLength);
-  if (run.lengthInForce && run.lengthMissing) {
+  const bool saidOfH = run.told[static_cast<std::size_t>(Finding::OffsetOther)];
+  if (run.lengthInForce && run.lengthMissing && !saidOfH) {
     ReportOnce(run, Finding::LengthNotSet, run.lengthNumber);
   }
   if (run.offsetMissing) ReportOnce(run, Finding::OffsetNotSet);

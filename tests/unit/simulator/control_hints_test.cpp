@@ -45,6 +45,14 @@ TEST(ControlHints, NamesALengthThatNobodyHasSet) {
   EXPECT_EQ(Found(RunText(text, {.table = &table})), "");
 }
 
+TEST(ControlHints, SaysOnceWhatIsWrongWithH) {
+  ControlTable table;
+  table.tools[2].length = 6;
+  const ReadMotionOptions options{.table = &table};
+  EXPECT_EQ(Found(RunText(Job(u"G43 H12 Z1.\nG1 Z-.1 F9.\n"), options)), "OffsetOther 4");
+  EXPECT_EQ(Found(RunText(Job(u"G43 H21 Z1.\nG1 Z-.1 F9.\n"), options)), "LengthNotSet 5");
+}
+
 TEST(ControlHints, TakesALengthThatTheProgramSets) {
   ControlTable table;
   table.tools[2].length = 6;

@@ -314,6 +314,8 @@ TEST_F(MachineView, ReadsRatesOffsetsAndSwitchesFromTheSettings) {
   EXPECT_NEAR(table.work[kFirstWorkRow][2], -1, 1e-12);
   EXPECT_NEAR(table.work[kFurtherWorkRow + 98][0], 1, 1e-12);
   EXPECT_NEAR(table.tools[12].length, 2, 1e-12);
+  EXPECT_TRUE(table.tools[12].lengthSaid);
+  EXPECT_FALSE(table.tools[11].lengthSaid);
   EXPECT_NEAR(table.tools[12].diameter, 0.5, 1e-12);
   EXPECT_NEAR(table.tools[12].diameterWear, -0.1, 1e-12);
   EXPECT_EQ(Log(), u"");
