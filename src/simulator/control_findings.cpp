@@ -38,6 +38,8 @@ constexpr FindingRow kRows[] = {
     {u"CycleUpward", Strength::Hit, u"The cycle's Z lies above its R."},
     {u"CyclePlaneHigh", Strength::Hit, u"The cycle's R, @, lies above the plane of G98.", 4},
     {u"PatternNoCycle", Strength::Alarm, u"The hole pattern has no cycle in force."},
+    {u"StepWide", Strength::Look,
+     u"The step of @ # is wider than the tool: it leaves ground standing.", 4},
     {u"PocketWords", Strength::Alarm, u"The words of the code are missing or out of range."},
     {u"NoFeed", Strength::Alarm, u"A feed move has no F."},
     {u"WholeFeed", Strength::Look,

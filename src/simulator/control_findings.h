@@ -43,6 +43,7 @@ enum class Finding : unsigned char {
   CycleUpward,     // Z above R
   CyclePlaneHigh,  // R above the plane that G98 returns to
   PatternNoCycle,  // G70, G71 or G72 without a cycle in force
+  StepWide,        // a pocket's ways are farther apart than the tool is wide
   PocketWords,     // a pocket cycle lacks a word or a word is out of range
   // Feed, spindle, tool
   NoFeed,          // a feed move, and no F stood before it

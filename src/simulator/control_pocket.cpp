@@ -35,6 +35,11 @@ double ToolRadius(ControlRun& run, const ControlBlock& block) {
   return radius;
 }
 
+// Two ways beside each other, whose middles are so far apart.
+void NoteStep(ControlRun& run, double apart, double radius) {
+  if (radius > 0 && apart > 2 * radius + kSame) Report(run, Finding::StepWide, apart / run.unit);
+}
+
 // Out along X, once round, and back to the middle.
 void Ring(ControlRun& run, const Vec3& middle, double radius, bool clockwise) {
   Vec3 out = middle;
@@ -142,6 +147,7 @@ void FindGround(ControlRun& run) {
   }
   ground.wanted = FindStrokes(ground, start, run.perInch, run.groundLooks);
   if (!ground.wanted) return Report(run, Finding::NotFollowed, kGeneralPocket, 'G');
+  NoteStep(run, ground.step, ground.radius);
   if (!IsFreeWay(ground, start, start, ground.radius - kSlackInches * run.perInch)) {
     Report(run, Finding::PocketWords);
   }
@@ -189,6 +195,8 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
   }
   const double tool = ToolRadius(run, block);
   if (std::max(first, last) < tool - kSame) Report(run, Finding::CompCorner);
+  const double inmost = first > 0 ? first : std::min(step, last);
+  NoteStep(run, std::max(inmost - tool, std::min(step, last - inmost)), tool);
   const double times =
       block.Has('L') ? std::clamp(std::trunc(block.Of('L')), 1.0, kMostRepeats) : 1;
   const int plane = run.modes.plane;
@@ -200,7 +208,7 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
       middle.of[2] = run.modes.absolute ? z : run.at.of[2] + z;
       FeedTo(run, middle);
     }
-    double radius = first > 0 ? first : std::min(step, last);
+    double radius = inmost;
     for (;;) {
       if (radius - tool > 1e-9) Ring(run, middle, radius - tool, clockwise);
       if (radius >= last - 1e-9 || OutOfStrokes(run)) break;

@@ -50,7 +50,7 @@ TEST(ControlGround, KeepsOffATipThatStandsInNoRow) {
       RunText(kHead +
               u"G0 X1. Y.6 Z1.\nG150 G41 D1 P100 X1. Y.6 Z-.1 R.1 J.85 F10.\nM30\n"
               u"N100 G1 Y0.\nX4.\nY2.\nX2.05\nY1.2\nX1.95\nY2.\nX0.\nY0.\nX1.\nM99\n");
-  EXPECT_EQ(Found(track), "");
+  EXPECT_EQ(Found(track), "StepWide 4");
   const double aside = std::sqrt(.25 * .25 - .1 * .1);
   ASSERT_GT(track.path.count, 12);
   const At wanted[] = {{3.75, 1.1, -.1},
@@ -115,7 +115,7 @@ TEST(ControlGround, KeepsTheToolOffWallsWhereTheOutlineItselfCompensates) {
   EXPECT_NEAR(stroke[7].x, .75, 1e-9);
   EXPECT_NEAR(stroke[8].x, .75, 1e-9);
   EXPECT_NEAR(stroke[8].y, .75, 1e-9);
-  EXPECT_EQ(Found(track), "");
+  EXPECT_EQ(Found(track), "StepWide 4");
 }
 
 TEST(ControlGround, WithinACircleEndsAtTheCircle) {
@@ -480,7 +480,7 @@ TEST(ControlGround, TheStockKnowsWhatThePocketCleared) {
   EXPECT_EQ(Told("G00 X-.6 Y.45\nZ-.19\nX-1.4\n"), "RapidInStock 12");
   EXPECT_EQ(Told("G00 X-.6 Y.45\nZ-.3\n"), "RapidInStock 11");
   // Strokes that are farther apart than the tool is wide leave ridges.
-  EXPECT_EQ(Told("G00 X-.6 Y-.3\nZ-.19\n", "J1.5"), "RapidInStock 11");
+  EXPECT_EQ(Told("G00 X-.6 Y-.3\nZ-.19\n", "J1.5"), "StepWide 8, RapidInStock 11");
 }
 
 // A face mill goes down where an end mill was, then over the wall of the U and down beside it,

@@ -159,4 +159,25 @@ TEST(ControlHints, FollowsAJumpBackThatLeadsOut) {
             3, 0, 0);
 }
 
+TEST(ControlHints, NamesAStepThatIsWiderThanTheTool) {
+  ControlTable table;
+  table.tools[1] = {.length = 5, .diameter = .5};
+  const auto found = [&table](const std::u16string& words) {
+    return Found(RunText(Job(u"G43 H1 Z1.\nG0 Z0.\n" + words + u"\n"), {.table = &table}));
+  };
+  // Ring beside ring, and the first one beside the middle: its tool runs at I less .25.
+  EXPECT_EQ(found(u"G13 I.5 K2. Q.5 D1 Z-.1 F9."), "");
+  EXPECT_EQ(found(u"G13 I.5 K2. Q.51 D1 Z-.1 F9."), "StepWide 6");
+  EXPECT_EQ(found(u"G12 I.75 D1 Z-.1 F9."), "");
+  EXPECT_EQ(found(u"G12 I.76 D1 Z-.1 F9."), "StepWide 6");
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
+            u"Line 6: The step of 0.51 in is wider than the tool: it leaves ground standing.");
+  // The last ring is where K says, however wide the step would be.
+  EXPECT_EQ(found(u"G13 I.5 K.9 Q.8 D1 Z-.1 F9."), "");
+  EXPECT_EQ(found(u"G13 I.5 K2. Q.8 D2 Z-.1 F9."), "CompNoDiameter 6");
+  const std::u16string outline = u"M30\nN9 G1 X1.\nY1.\nX-1.\nY-1.\nX1.\nY0.\nM99";
+  EXPECT_EQ(found(u"G150 G41 P9 X0. Y0. Z-.1 R0. J.5 D1 F9.\nG40\n" + outline), "");
+  EXPECT_EQ(found(u"G150 G41 P9 X0. Y0. Z-.1 R0. J.51 D1 F9.\nG40\n" + outline), "StepWide 6");
+}
+
 }  // namespace
