@@ -1,14 +1,20 @@
 #include "dnc/dnc_commands.h"
 
 #include "app/command_ids.h"
+#include "dnc/transfer_worker.h"
 
 namespace morva {
 
 namespace {
 
+const char16_t* Busy(int) { return transfer.active ? kAlreadyActive : nullptr; }
+
 constexpr Command kCommands[] = {
-    {kIdSend, u"SEND", u"Send the program to the control"},
-    {kIdReceive, u"RECEIVE", u"Receive a program from the control"},
+    {.id = kIdSend, .words = u"SEND", .help = u"Send the program to the control", .barred = Busy},
+    {.id = kIdReceive,
+     .words = u"RECEIVE",
+     .help = u"Receive a program from the control",
+     .barred = Busy},
     {.id = kIdAbortTransfer,
      .words = u"ABORT",
      .help = u"Abort the transfer that runs",

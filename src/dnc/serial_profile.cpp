@@ -216,6 +216,11 @@ void CheckPort() {
   SetDncState(kDncConnected);
 }
 
+void TakeBackProfile(const SerialProfile& running) {
+  serialProfile = running;
+  RefreshReadOuts();
+}
+
 void SetDncState(std::int32_t state) {
   dncState = state;
   // No form: the word stands in the top band too, and its colour says the state.

@@ -41,6 +41,8 @@ bool ChooseSerialProfile();  // true when a port is settled
 bool AutoConnect();          // true when the port could be opened, now or earlier with this profile
 void CheckPort();
 void ScanComPorts();
+// The profile is again the one of a transfer that runs, and so are the read-outs.
+void TakeBackProfile(const SerialProfile& running);
 void SetDncState(std::int32_t state);
 const char16_t* DncStateWord(std::int32_t state);
 std::uint32_t DncStateColour(std::int32_t state);

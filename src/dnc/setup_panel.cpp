@@ -21,6 +21,7 @@
 #include "forms/form.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
+#include "platform/file.h"
 #include "platform/listing.h"
 #include "text/codetext.h"
 
@@ -191,15 +192,19 @@ void AddPort(std::u16string_view name, std::u16string_view adapter) {
   platform::AddRow(kIdDncPorts, row);
 }
 
-// No scan finds what is named by its path.
+// No scan finds what is named by its path. It stays in the list, whether it is there or not.
 bool IsPath(std::u16string_view port) { return !port.empty() && port[0] == u'/'; }
+
+bool IsGone(std::u16string_view path) { return !platform::FileExists(path); }
+
+void AddPath(std::u16string_view path) { AddPort(path, IsGone(path) ? u"not there now" : u""); }
 
 void FillPorts(const platform::SerialName* names, int count) {
   const std::u16string chosen = ChosenPort();
   platform::ClearRows(kIdDncPorts);
   portNames.clear();
   for (int i = 0; i < count; ++i) AddPort(names[i].name, names[i].adapter);
-  if (IsPath(chosen) && RowOfPort(chosen) < 0) AddPort(chosen, u"");
+  if (IsPath(chosen) && RowOfPort(chosen) < 0) AddPath(chosen);
   const int back = wantedPort.empty() ? -1 : RowOfPort(wantedPort);
   const int row = back >= 0 ? back : RowOfPort(chosen);
   platform::SelectRow(kIdDncPorts, std::max(row, portNames.empty() ? -1 : 0));
@@ -246,10 +251,14 @@ void ShowSavedProfile() {
   if (!LoadSerialProfile()) return;
   const std::u16string_view port = serialProfile.port;
   wantedPort = port;
-  if (IsPath(port) && RowOfPort(port) < 0) AddPort(port, u"");
-  if (const int row = RowOfPort(port); row >= 0) {
-    platform::SelectRow(kIdDncPorts, row);
-  } else {
+  bool gone = false;
+  if (IsPath(port) && RowOfPort(port) < 0) {
+    AddPath(port);
+    gone = IsGone(port);
+  }
+  const int row = RowOfPort(port);
+  if (row >= 0) platform::SelectRow(kIdDncPorts, row);
+  if (row < 0 || gone) {
     LogOutput(u"The saved port " + std::u16string(port) + u" is not there now.");
   }
   for (const NumberList& list : kLists) ShowNumber(list, serialProfile.*list.field);
@@ -265,6 +274,24 @@ bool ReadLists(SerialProfile& profile) {
     profile.*list.field = static_cast<std::int32_t>(platform::RowData(list.id, std::max(row, 0)));
   }
   return true;
+}
+
+// The line that a transfer uses is opened by nobody else.
+void CheckChosenPort() {
+  if (TransferRuns()) {
+    LogOutput(u"Check port opens the line: wait for the end of the transfer.");
+  } else {
+    CheckPort();
+  }
+}
+
+void SaveLists() {
+  const SerialProfile running = serialProfile;
+  SaveSerialProfile();
+  WantChosenPort();
+  if (!TransferRuns()) return;
+  TakeBackProfile(running);
+  LogOutput(u"The transfer that runs keeps its port and settings.");
 }
 
 bool KeepLogLine(const char16_t* text) {
@@ -384,11 +411,8 @@ void RegisterSetupPanel() {
   RegisterCommand(RouterStage::FeatureSwitch, kIdMachine, platform::kNotifyClick,
                   [](int, int) { ShowSetup(); });
   RegisterCommand(click, kIdDncRescan, platform::kNotifyClick, [](int, int) { ScanComPorts(); });
-  RegisterCommand(click, kIdDncCheck, platform::kNotifyClick, [](int, int) { CheckPort(); });
-  RegisterCommand(click, kIdDncSave, platform::kNotifyClick, [](int, int) {
-    SaveSerialProfile();
-    WantChosenPort();
-  });
+  RegisterCommand(click, kIdDncCheck, platform::kNotifyClick, [](int, int) { CheckChosenPort(); });
+  RegisterCommand(click, kIdDncSave, platform::kNotifyClick, [](int, int) { SaveLists(); });
   RegisterCommand(RouterStage::Notified, kIdDncPorts, platform::kNotifyComboSelect,
                   [](int, int) { WantChosenPort(); });
   RegisterCommand(click, kIdDncAbort, platform::kNotifyClick, [](int, int) { AbortTransfer(); });

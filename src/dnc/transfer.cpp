@@ -37,7 +37,6 @@ namespace morva {
 
 namespace {
 
-constexpr const char16_t* kAlreadyActive = u"A transfer is already active.";
 constexpr const char16_t* kReceivedTitle = u"RECEIVED_RS232.NC";
 constexpr const char16_t* kNotStarted = u"DNC transfer error — the transfer could not be started.";
 constexpr const char16_t* kOpenedWords = u"Received RS-232 program opened in a new tab.";
@@ -235,24 +234,31 @@ void LogLeft(unsigned long long left, unsigned long long total) {
   LogOutput(Number(left) + u" of " + Number(total) + u" bytes had left the port.");
 }
 
-// The told words name every cause of either direction; this line names the one of this send.
-void LogStop(SendStop stop) {
+// The told words name every cause of either direction; this line names the one of this transfer.
+void LogStop(TransferStop stop) {
   switch (stop) {
-    case SendStop::None:
+    case TransferStop::None:
       return;
-    case SendStop::Gone:
+    case TransferStop::Aborted:
+      LogOutput(u"You ended the RECEIVE. What had come by then is not kept.");
+      return;
+    case TransferStop::TooLong:
+      LogOutput(u"The control sent " + Number(kMaxReceivedBytes) +
+                u" bytes, and a program may have one less. Split it at the control.");
+      return;
+    case TransferStop::Gone:
       LogOutput(u"The port reported an error or is gone: look at the adapter and the cable.");
       return;
-    case SendStop::Held:
+    case TransferStop::Held:
       LogOutput(u"The control held the line (XOFF) for 5 seconds.");
       return;
-    case SendStop::NotTaken:
+    case TransferStop::NotTaken:
       LogOutput(worker.settings.flow == 2
                     ? u"The port took nothing for 5 seconds: the ready wire (CTS) stayed down, or "
                       u"the adapter does not answer."
                     : u"The port took nothing for 5 seconds, though no XOFF of the control stood.");
       return;
-    case SendStop::NotLeft:
+    case TransferStop::NotLeft:
       LogOutput(u"The last bytes stayed behind: the port is gone, or none left it for 5 seconds.");
       return;
   }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "app/command_ids.h"
+#include "app/commands.h"
 #include "app/hooks.h"
 #include "app/palette.h"
 #include "app/panels.h"
@@ -47,11 +48,6 @@ void TellPart(platform::ViewValue& value) {
   const std::size_t part =
       shown.total > 0 ? 100 * std::min(shown.count, shown.total) / shown.total : 0;
   value = {TransferWords(shown, worker.settings), 0, 100, static_cast<int>(part)};
-}
-
-void DimKeys(bool dim) {
-  platform::SetEnabled(kIdSend, !dim);
-  platform::SetEnabled(kIdReceive, !dim);
 }
 
 void PaintTransferBar(platform::Canvas& canvas) {
@@ -105,12 +101,12 @@ void ShowTransferBegun() {
   Call(hooks.layout);
   // Before its own key is dimmed, or the keyboard would go on to any other.
   if (keyboardFrom != 0) platform::SetFocusTo(kIdAbortTransfer);
-  DimKeys(true);
+  RefreshKeyStates();
   TellBar();
 }
 
 void ShowTransferEnded() {
-  DimKeys(false);
+  RefreshKeyStates();
   if (platform::FocusedId() == kIdAbortTransfer) {
     platform::SetFocusTo(keyboardFrom != 0 ? keyboardFrom : kIdEditor);
   }

@@ -26,7 +26,7 @@ void Fail(TransferFailure reason, std::size_t left) {
   platform::PostToMain(kMessageTransferFailed, reason, left);
 }
 
-void FailSend(SendStop stop, std::size_t left) {
+void FailSend(TransferStop stop, std::size_t left) {
   worker.stop = stop;
   Fail(kFailedWrite, left);
 }
@@ -44,8 +44,9 @@ void RunSend() {
     // A write that the abort woke with nothing taken is no stall of the far end.
     if (there && written == 0 && AbortWanted()) break;
     if (!there || written == 0) {
-      const SendStop stalled = platform::SerialHeld() ? SendStop::Held : SendStop::NotTaken;
-      FailSend(there ? stalled : SendStop::Gone, LeftOf(sent + written));
+      const TransferStop stalled =
+          platform::SerialHeld() ? TransferStop::Held : TransferStop::NotTaken;
+      FailSend(there ? stalled : TransferStop::Gone, LeftOf(sent + written));
       return;
     }
     sent += written;
@@ -55,7 +56,7 @@ void RunSend() {
   const bool drained = platform::DrainSerial();
   const std::size_t left = drained ? sent : LeftOf(sent);
   if (!drained && !AbortWanted()) {
-    FailSend(SendStop::NotLeft, left);
+    FailSend(TransferStop::NotLeft, left);
     return;
   }
   platform::CloseSerial();
@@ -100,7 +101,11 @@ void RunReceive() {
   worker.lineErrors = platform::SerialLineErrors();
   worker.advice = LineAdvice(worker.settings, {buffer.get(), used}, worker.lineErrors);
   // The largest program is one byte below the limit; partial data is never kept.
-  if (!there || used == kMaxReceivedBytes || AbortWanted()) {
+  const bool aborted = AbortWanted();
+  if (!there || used == kMaxReceivedBytes || aborted) {
+    worker.stop = aborted  ? TransferStop::Aborted
+                  : !there ? TransferStop::Gone
+                           : TransferStop::TooLong;
     Fail(kFailedReceive, 0);
     return;
   }

@@ -28,9 +28,14 @@ inline constexpr int kFirstDataWaitMs = 60000;
 inline constexpr int kIdleEndMs = 2000;
 inline constexpr int kReceivePauseMs = 10;
 
-// What ended a send before its last byte had left.
-enum class SendStop {
+// What the second press of SEND or RECEIVE is answered with.
+inline constexpr char16_t kAlreadyActive[] = u"A transfer is already active.";
+
+// What ended a transfer before its last byte.
+enum class TransferStop {
   None,
+  Aborted,   // by the operator, of a receive
+  TooLong,   // kMaxReceivedBytes came
   Gone,      // the port reported an error or is not there any more
   Held,      // XOFF stood for kWriteStallMs
   NotTaken,  // the port took nothing for kWriteStallMs, and no XOFF stood
@@ -40,7 +45,7 @@ enum class SendStop {
 struct WorkerRecord {
   platform::SerialSettings settings;  // the profile as it was at the start
   platform::SerialProblem problem = platform::SerialProblem::None;  // of a failed open
-  SendStop stop = SendStop::None;                                   // of a failed send
+  TransferStop stop = TransferStop::None;                           // of a failed transfer
   std::size_t lineErrors = 0;  // bytes received with a parity or framing error
   std::u16string advice;       // what the received bytes tell about the settings
 };

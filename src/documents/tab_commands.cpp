@@ -10,6 +10,7 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
+#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -78,6 +79,13 @@ int OpenFromFile(const std::u16string& path) {
         u"not shown and never sent.");
   }
   return index;
+}
+
+// Which program stayed closed, and why where its file says it.
+void TellNotOpened(const std::u16string& path) {
+  const platform::FileFigures file = platform::FiguresOf(path);
+  const bool large = file.exists && file.size > kMaxReadBytes;
+  AppendOutput(kNotOpened + path + (large ? u"  It is larger than 32 MiB." : u""));
 }
 
 // The user asked for this program: the keyboard is in its code or words.
@@ -175,7 +183,7 @@ void OpenProgramFile(const std::u16string& path) {
   if (index < 0) {
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
-    return;
+    return TellNotOpened(path);
   }
   ShowTab(index);
   NoteRecentFile(path);
@@ -187,13 +195,15 @@ void OpenProgramFiles(std::span<const std::u16string> paths) {
   Call(hooks.leaveCompare);
   bool full = false;
   for (const std::u16string& path : paths) {
-    const int open = app.tabCount;
     const bool shown = TabOfFile(path) >= 0;
     full = full || (!shown && !RoomForTab());
     // A path that is cut leads to another file.
     const bool whole = path.size() < kPathUnits;
-    if (shown || (!full && whole)) OpenProgramFile(path);
-    if (!shown && app.tabCount == open) AppendOutput(kNotOpened + path);
+    if (shown || (!full && whole)) {
+      OpenProgramFile(path);
+    } else {
+      TellNotOpened(path);
+    }
   }
 }
 

@@ -90,11 +90,15 @@ TEST_F(TransferShowTest, DimsSendAndReceiveWhileATransferRuns) {
     EXPECT_FALSE(platform::IsEnabled(morva::kIdSend));
     EXPECT_FALSE(platform::IsEnabled(morva::kIdReceive));
     EXPECT_TRUE(platform::IsVisible(morva::kIdAbortTransfer));
+    for (const int key : {morva::kIdSend, morva::kIdReceive}) {
+      EXPECT_EQ(headless::ToolTipOf(key).substr(0, 30), u"A transfer is already active.\n");
+    }
     morva::RouteCommand(morva::kIdAbortTransfer, 0);
     Advance(120);
     EXPECT_FALSE(morva::TransferRuns());
     EXPECT_TRUE(platform::IsEnabled(morva::kIdSend));
     EXPECT_TRUE(platform::IsEnabled(morva::kIdReceive));
+    EXPECT_EQ(headless::ToolTipOf(morva::kIdReceive), u"Receive a program from the control");
     EXPECT_FALSE(platform::IsVisible(morva::kIdAbortTransfer));
   }
 }

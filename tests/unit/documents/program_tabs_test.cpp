@@ -166,6 +166,12 @@ TEST_F(Tabs, TellsThatAFileCannotBeOpened) {
     EXPECT_EQ(boxes[0].text, u"Could not open the selected file.");
     EXPECT_EQ(boxes[0].icon, platform::BoxIcon::Error);
   }
+  const std::u16string log = Output();
+  const auto says = [&](const char* name, const char16_t* why) {
+    return log.find(u"Not opened: " + PathOf(name) + why + u"\r\n") != log.npos;
+  };
+  EXPECT_TRUE(says("big.NC", u"  It is larger than 32 MiB."));
+  EXPECT_TRUE(says("folder.NC", u""));
   EXPECT_EQ(app.tabCount, 1);
   EXPECT_EQ(app.activeTab, 0);
 }

@@ -202,11 +202,25 @@ TEST_F(Connection, ClosesByEscapeBehindAReviewOverIt) {
 
 TEST_F(Connection, KeepsAPortThatIsNamedByItsPath) {
   Port(u"COM3");
-  Settings("Port=/dev/pts/7\r\n");
+  Settings("Port=/dev/null\r\n");
   headless::Click(kIdSetup);
-  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/pts/7");
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/null");
+  EXPECT_EQ(Log().find(u"is not there now."), std::u16string::npos);
   headless::Click(kIdDncRescan);
-  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/pts/7");
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/null");
+}
+
+TEST_F(Connection, SaysOfAPortNamedByItsPathThatItIsGone) {
+  Port(u"COM3");
+  Settings("Port=/dev/no-such-port\r\n");
+  headless::Click(kIdSetup);
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  not there now");
+  EXPECT_NE(Log().find(u"The saved port /dev/no-such-port is not there now."),
+            std::u16string::npos);
+  headless::Click(kIdDncRescan);
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  not there now");
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(std::u16string(serialProfile.port), u"/dev/no-such-port");
 }
 
 TEST_F(Connection, SavesWhatTheListsSay) {
@@ -319,6 +333,33 @@ TEST_F(Connection, AsksBeforeItClosesOverATransfer) {
   EXPECT_FALSE(IsSetupPanelOpen());
   headless::Advance(2000);
   EXPECT_EQ(dncState, kDncError);
+}
+
+TEST_F(Connection, ShowsThePortOfTheTransferWhileAnotherIsSaved) {
+  Port(u"COM1");
+  Port(u"COM2");
+  Settings("Port=COM1\r\nBaud=9600\r\n");
+  headless::Click(kIdSetup);
+  headless::Click(kIdReceive);
+  headless::Advance(100);
+  headless::SelectRows(kIdDncPorts, {1});
+  headless::Click(kIdDncSave);
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM1");
+  EXPECT_NE(Log().find(u"The transfer that runs keeps its port and settings."), Log().npos);
+  headless::Click(kIdDncCheck);
+  EXPECT_NE(Log().find(u"Check port opens the line: wait for the end of the transfer."),
+            Log().npos);
+  EXPECT_EQ(platform::TextOf(kIdDncState), u"DNC: TRANSFERRING");
+  headless::PeerSend("%\r\nO1000\r\nM30\r\n%\r\n");
+  headless::Advance(5000);
+  EXPECT_EQ(platform::TextOf(kIdDncState), u"DNC: CONNECTED");
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM1");
+  // The next one takes the lists.
+  headless::Click(kIdDncCheck);
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM2");
+  headless::Click(kIdDncSave);
+  headless::Advance(1000);
+  EXPECT_NE(ReadFile("bin/MORVA.ini").find("Port=COM2"), std::string::npos);
 }
 
 TEST_F(Connection, ReceivesAFirstProgramWithThePanelAlone) {
