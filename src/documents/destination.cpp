@@ -88,6 +88,7 @@ struct Picker {
   int splitLine = 0;         // editor line that its second half begins with
   int splitPosition = 0;     // the number that the new operation gets by it
   PlaceAround splitAround;
+  PlaceAround chosenAround;  // of the place that is chosen
   std::uint64_t heldSerial =
       0;  // of the program whose text is held: one in the store, or a new one
   bool holds = false;
@@ -204,6 +205,7 @@ void ShowPlace(By by, bool update, int position, const PlaceAround& around) {
   platform::SelectRow(kIdDestinationList, known ? position - 1 : -1);
   PlaceAround shown = picker.split ? picker.splitAround : around;
   if (update && IsRun(shown)) shown.words = u"In the place of operation " + IntegerText(position);
+  picker.chosenAround = update ? PlaceAround() : shown;
   platform::SetText(kIdDestinationAround, shown.words);
   // No form: a form colours its words once and for all, these warn.
   const platform::Colour colour = IsRun(shown) ? kMainText : kWarningText;
@@ -242,6 +244,7 @@ void Accept() {
     platform::SelectAllText(kIdDestinationPosition);
     return;
   }
+  if (picker.chosenAround.behindEnd && !WantsItNeverRun(picker.chosenAround)) return;
   picker.insertPosition = position;
   picker.destination = ChosenProgram();
   platform::EndDialog(kViewDestination, kAccepted);

@@ -282,11 +282,15 @@ std::u16string NeverRun(const PlaceAround& place) {
   return u"The code would stand behind " + place.end + u", where it is never run.\r\n\r\n";
 }
 
+}  // namespace
+
 bool WantsItNeverRun(const PlaceAround& place) {
   return platform::ShowBox(kInsertTitle, NeverRun(place) + u"Insert it there all the same?",
                            platform::BoxButtons::NoYes,
                            platform::BoxIcon::Warning) == platform::BoxAnswer::Yes;
 }
+
+namespace {
 
 // Where something goes whose own place is never run. `more` is how many blocks it brings.
 Destination AskNeverRun(std::u16string_view text, const PlaceAround& place, int more) {

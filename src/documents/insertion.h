@@ -10,6 +10,7 @@
 
 #include "documents/edit_link.h"
 #include "documents/feature_settings.h"
+#include "documents/program_places.h"
 
 namespace morva {
 
@@ -41,6 +42,8 @@ bool HasRowFor(int blocks, const char16_t* title);
 // holds the caret is parted for it, as InsertAtSplit does. Cancelled also where another program
 // came up.
 Destination AskIfNeverRun(std::int32_t index, int more);
+// Asks whether code goes to a place behind the program's end all the same.
+bool WantsItNeverRun(const PlaceAround& place);
 // Blocks between two halves of the user code that holds the caret, or beside it where one half is
 // empty, in one undo step; `lastId` is the largest of their numbers, CR LF stands between them. The
 // table is that of the program. False: nothing changed, and the user was told.

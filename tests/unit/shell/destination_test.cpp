@@ -582,6 +582,33 @@ TEST_F(PlaceTest, TicksNothingWhereThePlaceIsGoodOrTheCaretNoBetter) {
   }
 }
 
+TEST_F(PlaceTest, AsksBeforeCodeGoesWhereItIsNeverRun) {
+  const std::u16string before = Text();
+  const auto press = [] {
+    headless::InDialog([] {
+      headless::TypeInto(kIdDestinationPosition, u"2");
+      headless::Click(kIdDestinationSplit);
+      EXPECT_EQ(Around(), u"Behind M30: never run");
+      headless::Click(kIdDestinationInsert);
+      if (platform::Exists(kViewDestination)) headless::Click(kIdDestinationCancel);
+    });
+  };
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  press();
+  EXPECT_FALSE(Insert());
+  EXPECT_EQ(Text(), before);
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"The code would stand behind M30, where it is never run.\r\n\r\n"
+            u"Insert it there all the same?");
+  EXPECT_EQ(boxes[0].buttons, platform::BoxButtons::NoYes);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  press();
+  EXPECT_TRUE(Insert());
+  EXPECT_GT(Text().find(u"(CUT)"), Text().find(u"M30"));
+}
+
 TEST_F(PlaceTest, HasTheBoxOnlyForUserCodeThatHoldsTheCaret) {
   Caret(platform::EditorLength(kIdEditor));
   Look([] { EXPECT_FALSE(platform::IsVisible(kIdDestinationSplit)); });
