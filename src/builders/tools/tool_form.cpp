@@ -42,6 +42,7 @@ constexpr int kPicturesBeside = 400;  // width from which the pictures stand sid
 int underEdit = -1;  // record of the library, -1: a new tool
 bool open = false;
 bool edited = false;
+std::u16string shownNumber;  // the number of a new tool, as it was before the last key
 
 constexpr int IdOf(ToolField field) { return kIdToolField + static_cast<int>(field); }
 
@@ -187,8 +188,19 @@ void RepaintPictures() {
   platform::Repaint(kViewToolEnd);
 }
 
-void OnTyped(int) {
+// Another tool's length is a crash at the machine: while H and D of a new tool are its number they
+// stay so.
+void FollowNumber() {
+  const std::u16string number = platform::TextOf(IdOf(ToolField::Number));
+  for (const ToolField field : {ToolField::HOffset, ToolField::DOffset}) {
+    if (platform::TextOf(IdOf(field)) == shownNumber) platform::SetText(IdOf(field), number);
+  }
+  shownNumber = number;
+}
+
+void OnTyped(int id) {
   edited = true;
+  if (id == IdOf(ToolField::Number) && underEdit < 0) FollowNumber();
   RepaintPictures();
 }
 
@@ -301,6 +313,7 @@ void LoadToolForm(int index) {
   underEdit = held ? index : -1;
   ShowTexts(held ? TextsOfTool(toolLibrary.tools[index], UnitsMetric())
                  : NewToolTexts(UnitsMetric()));
+  shownNumber = platform::TextOf(IdOf(ToolField::Number));
   edited = false;
   RepaintPictures();
 }

@@ -157,13 +157,33 @@ TEST_F(ToolPanel, ShowsTheSelectedToolButKeepsWhatIsTyped) {
 }
 
 TEST_F(ToolPanel, TellsWhereTheBlockOrTheOffsetIsAnother) {
-  Add(u"5", u"FIVE");
+  headless::Click(kIdToolAdd);
+  Type(ToolField::Number, u"5");
+  Type(ToolField::HOffset, u"1");
+  headless::Click(kIdToolSave);
   EXPECT_NE(Output().find(u"T5 has H offset 1. Check it"), std::u16string::npos);
   headless::SelectRows(kIdToolList, {0});
   headless::Click(kIdToolEdit);
   Type(ToolField::Feed, u"30");
   headless::Click(kIdToolInsert);
   EXPECT_NE(Output().find(u"the block holds the stored tool."), std::u16string::npos);
+}
+
+TEST_F(ToolPanel, KeepsOffsetsOfANewToolWithItsNumberUntilTheyAreTyped) {
+  headless::Click(kIdToolAdd);
+  Type(ToolField::Number, u"");
+  Type(ToolField::Number, u"4");
+  EXPECT_EQ(Text(ToolField::HOffset), u"4");
+  EXPECT_EQ(Text(ToolField::DOffset), u"4");
+  Type(ToolField::DOffset, u"24");
+  Type(ToolField::Number, u"7");
+  EXPECT_EQ(Text(ToolField::HOffset), u"7");
+  EXPECT_EQ(Text(ToolField::DOffset), u"24");
+  headless::Click(kIdToolSave);
+  EXPECT_EQ(Output().find(u"Check it"), std::u16string::npos);
+  // A stored tool has offsets of its own.
+  Type(ToolField::Number, u"9");
+  EXPECT_EQ(Text(ToolField::HOffset), u"7");
 }
 
 TEST_F(ToolPanel, ShowsWhatIsKeptAndSaysWhereThatIsLess) {
