@@ -246,17 +246,38 @@ std::u16string MachineTip() {
   return tip;
 }
 
+namespace {
+
+bool IsError(Finding kind) {
+  const Strength strength = StrengthOf(kind);
+  return strength == Strength::Alarm || strength == Strength::Hit;
+}
+
+// "2 error(s), 1 warning(s)", those among them that are not listed.
+std::u16string SumWords(const Findings& findings) {
+  std::int32_t errors = 0;
+  std::int32_t all = 0;
+  for (int i = 0; i < kFindings; ++i) {
+    const std::int32_t count = findings.ofKind[i] + findings.leftOut[i];
+    all += count;
+    if (IsError(static_cast<Finding>(i))) errors += count;
+  }
+  return IntegerText(errors) + u" error(s), " + IntegerText(all - errors) + u" warning(s)";
+}
+
+}  // namespace
+
 std::u16string MachineCheckReport() {
   if (!switches.machineMotion) return {};
   const Findings& findings = machineTrack.findings;
+  const std::u16string sum = SumWords(findings);
   std::int32_t order[kMaxFindings];
   const int count = WorstFirst(findings, order);
-  std::u16string report = u"MACHINE CHECK \u2014 the program as the control runs it\r\n";
+  std::u16string report =
+      u"MACHINE CHECK \u2014 the program as the control runs it: " + sum + u"\r\n";
   for (int i = 0; i < count; ++i) {
     const FoundLine& found = findings.found[order[i]];
-    const Strength strength = StrengthOf(found.kind);
-    const bool error = strength == Strength::Alarm || strength == Strength::Hit;
-    report += (error ? u"ERROR: " : u"WARNING: ") + WordsOf(found) + u"\r\n";
+    report += (IsError(found.kind) ? u"ERROR: " : u"WARNING: ") + WordsOf(found) + u"\r\n";
   }
   if (findings.more > 0) {
     report += IntegerText(findings.more) + u" more findings are not listed.\r\n";
@@ -264,8 +285,8 @@ std::u16string MachineCheckReport() {
   if (!machineTrack.printed.empty()) {
     report += u"Printed by DPRNT:\r\n" + LinesForLog(machineTrack.printed);
   }
-  report += u"Machine check complete: " + IntegerText(findings.count + findings.more) +
-            u" finding(s), cycle time " + ClockText(machineTrack.totalSeconds) + u".\r\n";
+  report += u"Machine check complete: " + sum + u", cycle time " +
+            ClockText(machineTrack.totalSeconds) + u".\r\n";
   return report;
 }
 

@@ -430,14 +430,24 @@ TEST_F(MachineView, ReportsWorstFirstWithTimesAndWhatWasPrinted) {
   OpenProgram(u"G20 G90 G0 X0 Y0 Z0\r\n#1=2.5\r\nDPRNT[DEPTH*#1[42]]\r\nG1 X1.\r\n");
   const std::u16string report = MachineCheckReport();
   EXPECT_EQ(report,
-            u"MACHINE CHECK \u2014 the program as the control runs it\r\n"
+            u"MACHINE CHECK \u2014 the program as the control runs it: 1 error(s), 1 warning(s)\r\n"
             u"ERROR: Line 4: A feed move has no F.\r\n"
             u"WARNING: Line 5: The text ends without M30, M02 or M99.\r\n"
             u"Printed by DPRNT:\r\nDEPTH 2.50\r\n"
-            u"Machine check complete: 2 finding(s), cycle time " +
+            u"Machine check complete: 1 error(s), 1 warning(s), cycle time " +
                 ClockText(machineTrack.totalSeconds) + u".\r\n");
   PickLayer(kIdLayerMachine);
   EXPECT_EQ(MachineCheckReport(), u"");
+}
+
+TEST_F(MachineView, CountsErrorsThatItDoesNotList) {
+  Settings("[Simulator]\r\nMachineMotion=1\r\n");
+  std::u16string text = u"G20\r\n";
+  for (int i = 0; i < 50; ++i) text += u"X\r\nM199\r\n";
+  OpenProgram(text.c_str());
+  const std::u16string report = MachineCheckReport();
+  EXPECT_TRUE(Has(report, u"as the control runs it: 50 error(s), 51 warning(s)\r\n"));
+  EXPECT_TRUE(Has(report, u"20 more findings are not listed.\r\n"));
 }
 
 // A rapid at Z .1 over the middle of stock whose surface is .25: the skim's block alone tells it.
