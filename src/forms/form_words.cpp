@@ -20,12 +20,10 @@ const char16_t* HintFor(const FormRow& row) {
 
 }  // namespace
 
-std::u16string MisreadWords(const FormRow& row, bool metric) {
-  return LabelOf(row, metric) + std::u16string(u" holds no usable number. ") + HintFor(row);
-}
-
 std::u16string NoNumberWords(const FormRow& row, bool metric) {
-  return MisreadWords(row, metric) + u" Nothing was changed.";
+  std::u16string words = LabelOf(row, metric) + std::u16string(u" holds no usable number. ");
+  words += HintFor(row);
+  return words + u" Nothing was changed.";
 }
 
 std::u16string ReplacedWords(const FormRow& row, bool metric, std::u16string_view used) {

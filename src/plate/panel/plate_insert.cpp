@@ -60,8 +60,7 @@ bool Check(const FormValues& values, Refusal& refusal) {
   if (refusal.words[0]) return false;
   static std::u16string words;
   const int row = RowOfControl(kPlateForm, refusal.field);
-  words = MisreadWords(kPlateForm.rows[static_cast<std::size_t>(row)], values.metric) +
-          u" The plate keeps its last number. The program was not changed.";
+  words = NoNumberWords(kPlateForm.rows[static_cast<std::size_t>(row)], values.metric);
   refusal.words = words.c_str();
   return false;
 }

@@ -273,9 +273,6 @@ TEST_F(PlateHand, RefusesHalfANumberInTheForm) {
   const auto boxes = headless::TakeBoxes();
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].title, u"Plate Template Maker");
-  EXPECT_NE(boxes[0].text.find(u" holds no usable number. Write 0.75, not 0,75. The plate keeps "
-                               u"its last number. The program was not changed."),
-            std::u16string::npos);
   EXPECT_EQ(platform::FocusedId(), kIdPlateField + kPlateSize);
   EXPECT_EQ(Text(), before);
 }
