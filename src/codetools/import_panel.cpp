@@ -191,6 +191,7 @@ void OnBrowse(int, int) {
   if (!platform::PickFileToOpen(spec, path)) return;
   std::string bytes;
   if (!ReadWholeFile(path, bytes)) {
+    AppendOutput(u"Nothing to import: " + UnreadFileWords(path));
     ShowStatus(kOpenFailed);
     return;
   }

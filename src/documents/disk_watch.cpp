@@ -105,7 +105,11 @@ bool LoadAgain() {
   std::u16string text;
   DiskState state;
   // A file that holds NULs between its lines must not become the program that is saved over it.
-  if (!ReadWithState(tab->path, bytes, state) || !TakeProgram(bytes, text)) {
+  const bool read = ReadWithState(tab->path, bytes, state);
+  if (!read || !TakeProgram(bytes, text)) {
+    const std::u16string path = tab->path;
+    AppendOutput(u"Not loaded again: " +
+                 (read ? path + u"  (it holds NUL characters)" : UnreadFileWords(path)));
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
     return false;

@@ -14,6 +14,7 @@
 #include "app/limits.h"
 #include "platform/atomic_file.h"
 #include "platform/file.h"
+#include "text/codetext.h"
 
 namespace morva {
 namespace {
@@ -139,6 +140,16 @@ void MissingPercents(std::u16string_view text, bool& first, bool& last) {
 
 bool ReadWholeFile(std::u16string_view path, std::string& bytes) {
   return platform::ReadBytes(path, kMaxReadBytes, bytes) == platform::ReadAnswer::Read;
+}
+
+std::u16string UnreadFileWords(std::u16string_view path) {
+  const platform::FileFigures file = platform::FiguresOf(path);
+  std::u16string words(path);
+  if (file.exists && file.size > kMaxReadBytes) {
+    words += u"  (" + IntegerText(static_cast<std::int64_t>(file.size));
+    return words + u" bytes; the limit is " + IntegerText(kMaxReadBytes) + u", 32 MiB)";
+  }
+  return words + (file.exists ? u"  (it cannot be read)" : u"  (it is not there)");
 }
 
 bool SaveFileAtomic(std::u16string_view path, std::string_view bytes) {

@@ -12,6 +12,8 @@ inline constexpr char16_t kOpenFailed[] = u"Could not open the selected file.";
 
 // The whole file, at most 32 MiB (33,554,432 bytes). False: unreadable or larger.
 bool ReadWholeFile(std::u16string_view path, std::string& bytes);
+// Behind a read that failed: the path and why, for the log.
+std::u16string UnreadFileWords(std::u16string_view path);
 // Writes beside the target, flushes, puts the new file in place in one step, flushes the
 // folder. False: the old file is whole as it was (or, where only the flush of the folder
 // failed, the new one) and no stray file is left. A path of more than 500 units fails.

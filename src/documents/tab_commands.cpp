@@ -10,7 +10,6 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/hooks.h"
-#include "app/limits.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -47,7 +46,12 @@ constexpr platform::FileFilter kOpenFilters[] = {
     kAllFiles,
 };
 
-constexpr char16_t kNotOpened[] = u"Not opened: ";
+// The box that comes tells neither which file nor why.
+void TellNotOpened(std::u16string_view words) {
+  AppendOutput(u"Not opened: " + std::u16string(words));
+}
+
+void TellNoTabFor(const std::u16string& path) { TellNotOpened(path + u"  (8 programs are open)"); }
 
 // NULs are left out of every text. A file that holds them between its lines may be no text at
 // all, so that it is opened as a program without a path and no save can replace it.
@@ -62,10 +66,7 @@ int OpenWithoutNuls(std::u16string_view path, std::u16string text) {
   return index;
 }
 
-int OpenFromFile(const std::u16string& path) {
-  std::string bytes;
-  DiskState state;
-  if (!ReadWithState(path, bytes, state)) return -1;
+int OpenWhatWasRead(const std::u16string& path, std::string& bytes, const DiskState& state) {
   std::u16string text;
   if (!TakeProgram(bytes, text)) return OpenWithoutNuls(path, std::move(text));
   const bool marked = TakeByteOrderMark(text);
@@ -81,11 +82,16 @@ int OpenFromFile(const std::u16string& path) {
   return index;
 }
 
-// Which program stayed closed, and why where its file says it.
-void TellNotOpened(const std::u16string& path) {
-  const platform::FileFigures file = platform::FiguresOf(path);
-  const bool large = file.exists && file.size > kMaxReadBytes;
-  AppendOutput(kNotOpened + path + (large ? u"  It is larger than 32 MiB." : u""));
+int OpenFromFile(const std::u16string& path) {
+  std::string bytes;
+  DiskState state;
+  if (!ReadWithState(path, bytes, state)) {
+    TellNotOpened(UnreadFileWords(path));
+    return -1;
+  }
+  const int index = OpenWhatWasRead(path, bytes, state);
+  if (index < 0) TellNoTabFor(path);
+  return index;
 }
 
 // The user asked for this program: the keyboard is in its code or words.
@@ -183,7 +189,7 @@ void OpenProgramFile(const std::u16string& path) {
   if (index < 0) {
     platform::ShowBox(u"Open Error", kOpenFailed, platform::BoxButtons::Ok,
                       platform::BoxIcon::Error);
-    return TellNotOpened(path);
+    return;
   }
   ShowTab(index);
   NoteRecentFile(path);
@@ -201,8 +207,10 @@ void OpenProgramFiles(std::span<const std::u16string> paths) {
     const bool whole = path.size() < kPathUnits;
     if (shown || (!full && whole)) {
       OpenProgramFile(path);
+    } else if (full) {
+      TellNoTabFor(path);
     } else {
-      TellNotOpened(path);
+      TellNotOpened(path + u"  (its path is too long)");
     }
   }
 }

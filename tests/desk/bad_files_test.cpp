@@ -48,6 +48,8 @@ class BadFile : public AtDesk {
     desk::Click(morva::kIdOpen);
     ASSERT_TRUE(desk::Until([]() { return desk::BoxesSeen() == 1; }, kDeadlineMs));
     EXPECT_EQ(desk::LastBoxText(), QStringLiteral("Could not open the selected file."));
+    EXPECT_TRUE(desk::TextOf(morva::kIdOutputLog)
+                    .contains(QStringLiteral("Not opened: ") + path + QStringLiteral("  (")));
     EXPECT_EQ(morva::app.tabCount, 1);
   }
   QString opened_;

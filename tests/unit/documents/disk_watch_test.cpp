@@ -386,6 +386,20 @@ TEST_F(Disk, LoadsNoFileAgainThatHoldsNulsBetweenItsLines) {
   morva::WatchDisk();
   EXPECT_EQ(BoxTitles(), (Titles{u"Changed on Disk", u"Open Error"}));
   EXPECT_EQ(Text(), before);
+  EXPECT_NE(
+      Output().find(u"Not loaded again: " + PathOf("a.NC") + u"  (it holds NUL characters)\r\n"),
+      std::u16string::npos);
+}
+
+TEST_F(Disk, SaysThatAFileHasGrownTooLargeToBeLoadedAgain) {
+  OpenProgram();
+  support::fs::resize_file(folder / "a.NC", 33554433);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::WatchDisk();
+  EXPECT_EQ(BoxTitles(), (Titles{u"Changed on Disk", u"Open Error"}));
+  EXPECT_NE(Output().find(u"Not loaded again: " + PathOf("a.NC") +
+                          u"  (33554433 bytes; the limit is 33554432, 32 MiB)\r\n"),
+            std::u16string::npos);
 }
 
 TEST_F(Disk, OffersAnUntouchedProgramForLoadingWhenTheWindowComesToTheFront) {

@@ -170,8 +170,8 @@ TEST_F(Tabs, TellsThatAFileCannotBeOpened) {
   const auto says = [&](const char* name, const char16_t* why) {
     return log.find(u"Not opened: " + PathOf(name) + why + u"\r\n") != log.npos;
   };
-  EXPECT_TRUE(says("big.NC", u"  It is larger than 32 MiB."));
-  EXPECT_TRUE(says("folder.NC", u""));
+  EXPECT_TRUE(says("big.NC", u"  (33554433 bytes; the limit is 33554432, 32 MiB)"));
+  EXPECT_TRUE(says("folder.NC", u"  (it cannot be read)"));
   EXPECT_EQ(app.tabCount, 1);
   EXPECT_EQ(app.activeTab, 0);
 }

@@ -187,7 +187,8 @@ TEST_F(RecentFiles, OpenSeveralAndNameWhatFindsNoTab) {
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].title, u"MORVA Tabs");
   EXPECT_NE(
-      Output().find(u"Not opened: " + PathOf("8") + u"\r\nNot opened: " + PathOf("9") + u"\r\n"),
+      Output().find(u"Not opened: " + PathOf("8") + u"  (8 programs are open)\r\nNot opened: " +
+                    PathOf("9") + u"  (8 programs are open)\r\n"),
       std::u16string::npos);
   EXPECT_EQ(Output().find(u"Not opened: " + PathOf("2")), std::u16string::npos);
 }
@@ -197,7 +198,8 @@ TEST_F(RecentFiles, GoOnBehindOneThatCannotBeOpened) {
   const std::vector<std::u16string> paths{PathOf("none.NC"), PathOf("a.NC")};
   morva::OpenProgramFiles(paths);
   EXPECT_EQ(std::u16string(app.activePath), PathOf("a.NC"));
-  EXPECT_NE(Output().find(u"Not opened: " + PathOf("none.NC")), std::u16string::npos);
+  EXPECT_NE(Output().find(u"Not opened: " + PathOf("none.NC") + u"  (it is not there)\r\n"),
+            std::u16string::npos);
 }
 
 }  // namespace

@@ -258,6 +258,17 @@ TEST_F(Import, BringsTheStoredCodeOfExcludedOperations) {
   EXPECT_EQ(Text(), kTarget + Block(5, u"Face", u"G1 X1"));
 }
 
+TEST_F(Import, SaysWhyABrowsedFileCannotBeOpened) {
+  OpenPanel();
+  std::filesystem::create_directory(home_ / "folder");
+  headless::QueueFile(Path("folder"));
+  headless::Click(kBrowse);
+  EXPECT_EQ(Status(), u"Could not open the selected file.");
+  EXPECT_NE(platform::TextOf(kIdOutputLog)
+                .find(u"Nothing to import: " + Path("folder") + u"  (it cannot be read)\r\n"),
+            std::u16string::npos);
+}
+
 TEST_F(Import, ABrowsedFileWithoutItsStoredCodeChangesNothing) {
   WriteFile("other.NC",
             "(MORVA TEXT 1)\r\nG1 X1\r\n(MORVA END 1)\r\n(MORVA TEXT 2)\r\n(MORVA DISABLED 3)\r\n"
