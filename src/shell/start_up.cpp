@@ -46,8 +46,8 @@
 #include "documents/recent_files.h"
 #include "documents/recovery.h"
 #include "documents/save_state.h"
-#include "documents/saver.h"
 #include "documents/save_words.h"
+#include "documents/saver.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
 #include "documents/text_refresh.h"
@@ -238,14 +238,28 @@ bool HasUnsavedTab() {
   return std::ranges::any_of(std::span(tabs, static_cast<std::size_t>(app.tabCount)), HoldsUnsaved);
 }
 
+// Beside a question that names none of them.
+void LogUnsavedTabs() {
+  std::u16string names;
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (!HoldsUnsaved(tabs[i])) continue;
+    names += names.empty() ? u"" : u", ";
+    names += NameOfTab(i);
+  }
+  AppendOutput(u"Unsaved changes in: " + names);
+}
+
 bool MayLoseUnsaved() {
-  return !HasUnsavedTab() ||
-         Confirmed(u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?");
+  if (!HasUnsavedTab()) return true;
+  LogUnsavedTabs();
+  return Confirmed(u"MORVA", u"One or more project tabs have unsaved changes. Close MORVA anyway?");
 }
 
 // For a question about something else; empty where nothing is unsaved.
 const char16_t* UnsavedToo() {
-  return HasUnsavedTab() ? u"\n\nUnsaved changes of one or more project tabs are lost too." : u"";
+  if (!HasUnsavedTab()) return u"";
+  LogUnsavedTabs();
+  return u"\n\nUnsaved changes of one or more project tabs are lost too.";
 }
 
 // One question about all that would be lost. What comes whole while it stands is lost by no

@@ -204,6 +204,8 @@ TEST_F(CloseFlow, AsksOnceForADirtyInactiveTabAndNoKeepsTheProgramOpen) {
   ASSERT_EQ(boxes.size(), 1u);
   EXPECT_EQ(boxes[0].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
   EXPECT_EQ(boxes[0].title, u"MORVA");
+  EXPECT_NE(platform::TextOf(kIdOutputLog).find(u"Unsaved changes in: Untitled-1.NC\r\n"),
+            std::u16string::npos);
   EXPECT_EQ(app.tabCount, 2);
   headless::FailCall("folder", 1);
   headless::QueueAnswer(platform::BoxAnswer::Yes);
