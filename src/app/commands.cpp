@@ -159,6 +159,7 @@ std::u16string HintOf(int id) {
   if (row.hint == Hint::Help) return HelpOf(id);
   // What a field holds is no help.
   if (platform::IsTextControl(id)) return {};
+  if (const char16_t* why = Call(row.barred, id)) return platform::TextOf(id) + u": " + why;
   return platform::TextOf(id).substr(0, kHoverTextMost);
 }
 

@@ -1,13 +1,14 @@
 #include "dnc/dnc_commands.h"
 
 #include "app/command_ids.h"
+#include "dnc/transfer_show.h"
 #include "dnc/transfer_worker.h"
 
 namespace morva {
 
 namespace {
 
-const char16_t* Busy(int) { return transfer.active ? kAlreadyActive : nullptr; }
+const char16_t* Busy(int) { return KeysAreDim() ? kAlreadyActive : nullptr; }
 
 constexpr Command kCommands[] = {
     {.id = kIdSend, .words = u"SEND", .help = u"Send the program to the control", .barred = Busy},

@@ -98,6 +98,12 @@ bool ChooseFromPanel() {
   return true;
 }
 
+std::u16string SavedPort() {
+  std::u16string saved = platform::ReadProfile(kSection, u"Port", u"");
+  if (saved.size() >= kPortNameUnits) saved.resize(kPortNameUnits - 1);  // as it is loaded
+  return saved;
+}
+
 // Whether the profile of this moment is the one that was opened.
 bool IsStillWanted() { return ChooseSerialProfile() && serialProfile == openedProfile; }
 
@@ -170,8 +176,7 @@ void ScanComPorts() {
 }
 
 std::u16string OtherPortWords() {
-  std::u16string saved = platform::ReadProfile(kSection, u"Port", u"");
-  if (saved.size() >= kPortNameUnits) saved.resize(kPortNameUnits - 1);  // as it is loaded
+  const std::u16string saved = SavedPort();
   if (saved.empty() || SameFolded(saved, serialProfile.port)) return {};
   return u"It goes to " + std::u16string(serialProfile.port) + u". The saved profile names " +
          saved + u".\n\n";
@@ -236,6 +241,11 @@ void SetDncState(std::int32_t state) {
   Call(setupPanel.followState);
 }
 
+void DropListedProfile(bool transferRuns) {
+  LoadSerialProfile();
+  if (!transferRuns) RefreshReadOuts();
+}
+
 const char16_t* DncStateWord(std::int32_t state) {
   switch (state) {
     case kDncConnected:
@@ -287,8 +297,16 @@ void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialPr
     line += u"Port in MORVA.ini is longer than 31 characters and was cut to ";
     line += settings.port;
     line += u". Use its COM name or a shorter path.";
+  } else if (problem == platform::SerialProblem::Missing) {
+    line = PortGoneWords(settings.port);
   }
   if (!line.empty()) LogOutput(line);
+}
+
+std::u16string PortGoneWords(std::u16string_view port) {
+  std::u16string words = SameFolded(SavedPort(), port) ? u"The saved port " : u"The port ";
+  words += port;
+  return words + u" is not there now.";
 }
 
 void ResetSerialProfile() {

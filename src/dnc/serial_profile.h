@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/limits.h"
 #include "platform/serial.h"
@@ -44,13 +45,18 @@ void ScanComPorts();
 // The profile is again the one of a transfer that runs, and so are the read-outs.
 void TakeBackProfile(const SerialProfile& running);
 void SetDncState(std::int32_t state);
+// Lists that were not saved count no more: the profile is the saved one, and so are the read-outs
+// where no transfer runs.
+void DropListedProfile(bool transferRuns);
 const char16_t* DncStateWord(std::int32_t state);
 std::uint32_t DncStateColour(std::int32_t state);
 // The profile as the platform opens it; data bits, parity and stop bits cut to one byte.
 platform::SerialSettings SettingsOf(const SerialProfile& profile);
 // After an open that failed: what the user can mend, where the general words do not tell it.
-// Lack of rights names the group to join; a port name of the file that was cut is shown.
+// Lack of rights names the group to join; a port name of the file that was cut is shown; a port
+// that is not there is told.
 void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem);
+std::u16string PortGoneWords(std::u16string_view port);
 
 // Words for a question about a transfer where its port is not the one of the saved profile; empty:
 // it is, or none is saved.

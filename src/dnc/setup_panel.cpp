@@ -197,7 +197,7 @@ bool IsPath(std::u16string_view port) { return !port.empty() && port[0] == u'/';
 
 bool IsGone(std::u16string_view path) { return !platform::FileExists(path); }
 
-void AddPath(std::u16string_view path) { AddPort(path, IsGone(path) ? u"not there now" : u""); }
+void AddPath(std::u16string_view path) { AddPort(path, IsGone(path) ? u"gone" : u""); }
 
 void FillPorts(const platform::SerialName* names, int count) {
   const std::u16string chosen = ChosenPort();
@@ -259,7 +259,7 @@ void ShowSavedProfile() {
   const int row = RowOfPort(port);
   if (row >= 0) platform::SelectRow(kIdDncPorts, row);
   if (row < 0 || gone) {
-    LogOutput(u"The saved port " + std::u16string(port) + u" is not there now.");
+    LogOutput(PortGoneWords(port));
   }
   for (const NumberList& list : kLists) ShowNumber(list, serialProfile.*list.field);
   LogOutput(u"Saved MORVA serial profile loaded.");
@@ -369,6 +369,7 @@ bool CloseSetupPanel() {
   open = false;
   platform::ClearRows(kIdDncPorts);
   portNames.clear();
+  DropListedProfile(TransferRuns());
   RelayPanels();
   return true;
 }

@@ -225,6 +225,14 @@ void LogLineErrors() {
   LogOutput(line);
 }
 
+// What follows speaks of the settings. Who sees a new tab takes what is in it for the program.
+void LogDoubt() {
+  if (worker.lineErrors == 0 && worker.advice.empty()) return;
+  LogOutput(
+      u"WARNING: The received program may be damaged. Do not run it: mend the line, then receive "
+      u"it again.");
+}
+
 // What the bytes tell about the line, also those of a receive that was aborted or failed.
 void LogAdvice() {
   if (transfer.isReceive && !worker.advice.empty()) LogOutput(worker.advice);
@@ -245,6 +253,9 @@ void LogStop(TransferStop stop) {
     case TransferStop::TooLong:
       LogOutput(u"The control sent " + Number(kMaxReceivedBytes) +
                 u" bytes, and a program may have one less. Split it at the control.");
+      return;
+    case TransferStop::NoMemory:
+      LogOutput(u"The memory does not suffice to receive: close other programs.");
       return;
     case TransferStop::Gone:
       LogOutput(u"The port reported an error or is gone: look at the adapter and the cable.");
@@ -290,6 +301,7 @@ void OnReceiveDone(unsigned long long count, unsigned long long) {
     return;
   }
   const std::u16string words = OpenReceivedProgram();
+  LogDoubt();
   LogLineErrors();
   LogAdvice();
   SetDncState(kDncConnected);
@@ -365,6 +377,7 @@ void SendFileFromDisk() {
   std::string file;
   if (!ReadWholeFile(path, file)) {
     LogOutput(u"Could not read selected file.");
+    LogOutput(u"Not sent: " + UnreadFileWords(path));
     return;
   }
   if (file.starts_with(kByteOrderMark)) file.erase(0, kByteOrderMark.size());

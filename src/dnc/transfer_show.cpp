@@ -23,6 +23,7 @@ constexpr int kStripe = 4;  // pixels of the bright stripe below the words
 constexpr int kInset = 6;   // pixels from the bar's edge to its words
 
 TransferShown shown;
+bool keysAreDim = false;
 int keyboardFrom = 0;  // the key that the abort key took the keyboard from
 
 std::u16string Number(std::size_t value) { return IntegerText(static_cast<std::int64_t>(value)); }
@@ -90,6 +91,8 @@ std::u16string TransferWords(const TransferShown& told, const platform::SerialSe
          u" %   " + TimeWords(SecondsOnLine(left, settings));
 }
 
+bool KeysAreDim() { return keysAreDim; }
+
 void NoteKeyboardOfPress() {
   const int focused = platform::FocusedId();
   keyboardFrom = focused == kIdSend || focused == kIdReceive ? focused : 0;
@@ -101,11 +104,13 @@ void ShowTransferBegun() {
   Call(hooks.layout);
   // Before its own key is dimmed, or the keyboard would go on to any other.
   if (keyboardFrom != 0) platform::SetFocusTo(kIdAbortTransfer);
+  keysAreDim = true;
   RefreshKeyStates();
   TellBar();
 }
 
 void ShowTransferEnded() {
+  keysAreDim = false;
   RefreshKeyStates();
   if (platform::FocusedId() == kIdAbortTransfer) {
     platform::SetFocusTo(keyboardFrom != 0 ? keyboardFrom : kIdEditor);
@@ -129,6 +134,7 @@ void RegisterTransferBar() {
 
 void ResetTransferBar() {
   shown = TransferShown();
+  keysAreDim = false;
   keyboardFrom = 0;
 }
 

@@ -21,6 +21,8 @@ int SecondsOnLine(std::size_t bytes, const platform::SerialSettings& settings);
 // "1024 / 4410 bytes   23 %   4 s left" of a send, from 60 s on as minutes and seconds.
 std::u16string TransferWords(const TransferShown& shown, const platform::SerialSettings& settings);
 
+// Whether SEND and RECEIVE are dim: from when the keyboard is on the abort key.
+bool KeysAreDim();
 // Called at the press of a key, before its question takes the keyboard away: the abort key takes it
 // over when the transfer begins, and gives it back at the end.
 void NoteKeyboardOfPress();

@@ -93,6 +93,7 @@ bool Capture(char* buffer, std::size_t& used) {
 void RunReceive() {
   const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kMaxReceivedBytes]);
   if (!buffer) {
+    worker.stop = TransferStop::NoMemory;
     Fail(kFailedMemory, 0);
     return;
   }

@@ -36,6 +36,7 @@ enum class TransferStop {
   None,
   Aborted,   // by the operator, of a receive
   TooLong,   // kMaxReceivedBytes came
+  NoMemory,  // of a receive
   Gone,      // the port reported an error or is not there any more
   Held,      // XOFF stood for kWriteStallMs
   NotTaken,  // the port took nothing for kWriteStallMs, and no XOFF stood

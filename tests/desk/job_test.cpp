@@ -93,6 +93,8 @@ TEST_F(Job, AsksBeforeClosingOverADirtyInactiveTab) {
   desk::CloseWindow();
   EXPECT_EQ(desk::LastBoxText(),
             QStringLiteral("One or more project tabs have unsaved changes. Close MORVA anyway?"));
+  EXPECT_TRUE(
+      desk::TextOf(morva::kIdOutputLog).contains(QStringLiteral("Unsaved changes in: part.NC\n")));
   EXPECT_TRUE(desk::WidgetOf(platform::kMainWindow)->isVisible());
   // What was typed is still there.
   desk::Click(morva::kIdTabFirst + 1);
@@ -233,6 +235,7 @@ TEST_F(Line, OpensNothingOfAReceiveOfTwoMebibytes) {
       Log("TRANSFER ERROR: serial port failed, receive was aborted, or the 2 MB receive "
           "limit was reached. Incomplete data was not opened.",
           200000));
+  EXPECT_TRUE(Log("The control sent 2097152 bytes, and a program may have one less."));
   EXPECT_EQ(morva::dncState, morva::kDncError);
   EXPECT_EQ(morva::app.tabCount, 1);
   EXPECT_EQ(desk::TextOf(morva::kIdEditor), before);

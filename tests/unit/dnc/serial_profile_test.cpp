@@ -118,7 +118,9 @@ TEST_F(SerialProfileTest, SaysThatAPortNameWasCutWhenItCannotBeOpened) {
   // 31 characters are whole.
   PutIni("[DNC]\r\nPort=/dev/serial/by-id/usb-012345678\r\n");
   EXPECT_FALSE(morva::AutoConnect());
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(Log(),
+            (Lines{kAttempt, u"The saved port /dev/serial/by-id/usb-012345678 is not there now.",
+                   kNotOpened}));
 }
 
 TEST_F(SerialProfileTest, KnowsAPortByItsNameWithoutTheOuterBlanksInTheFile) {
@@ -179,7 +181,7 @@ TEST_F(SerialProfileTest, FailsAPortThatIsNotThere) {
   EXPECT_FALSE(morva::AutoConnect());
   // Tried as it stands, never replaced by a port that is there.
   EXPECT_EQ(std::u16string(serialProfile.port), u"COM70");
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(Log(), (Lines{kAttempt, u"The saved port COM70 is not there now.", kNotOpened}));
   EXPECT_EQ(Status(), u"DNC connection failed — COM port could not be opened/configured.");
   EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/commands.h"
 #include "dnc/transfer_worker.h"
 #include "dnc_stage.h"
 #include "documents/program_tabs.h"
@@ -63,6 +64,8 @@ struct TransferShowTest : public DncStage {
     // As the shell does.
     morva::hooks.layout = [] {
       platform::SetVisible(morva::kIdAbortTransfer, morva::TransferRuns());
+      morva::RefreshKeyStates();
+      keyWorked = platform::IsEnabled(morva::kIdSend);
     };
   }
   ~TransferShowTest() override {
@@ -71,6 +74,7 @@ struct TransferShowTest : public DncStage {
     morva::FreeTabs();
     morva::ResetDocuments();
   }
+  static inline bool keyWorked = false;  // SEND, as the layout left it
   static void Send() {
     platform::SetEditorText(morva::kIdEditor, u"G0");
     headless::QueueAnswer(platform::BoxAnswer::Yes);
@@ -93,11 +97,13 @@ TEST_F(TransferShowTest, DimsSendAndReceiveWhileATransferRuns) {
     for (const int key : {morva::kIdSend, morva::kIdReceive}) {
       EXPECT_EQ(headless::ToolTipOf(key).substr(0, 30), u"A transfer is already active.\n");
     }
+    EXPECT_EQ(morva::HintOf(morva::kIdReceive), u"RECEIVE: A transfer is already active.");
     morva::RouteCommand(morva::kIdAbortTransfer, 0);
     Advance(120);
     EXPECT_FALSE(morva::TransferRuns());
     EXPECT_TRUE(platform::IsEnabled(morva::kIdSend));
     EXPECT_TRUE(platform::IsEnabled(morva::kIdReceive));
+    EXPECT_EQ(morva::HintOf(morva::kIdReceive), u"RECEIVE");
     EXPECT_EQ(headless::ToolTipOf(morva::kIdReceive), u"Receive a program from the control");
     EXPECT_FALSE(platform::IsVisible(morva::kIdAbortTransfer));
   }
@@ -130,6 +136,8 @@ TEST_F(TransferShowTest, HandsTheKeyboardFromItsKeyToTheAbortKeyAndBack) {
   platform::SetFocusTo(morva::kIdSend);
   Send();
   EXPECT_EQ(platform::FocusedId(), morva::kIdAbortTransfer);
+  // Dimmed before, it would have lost the keyboard to some other key.
+  EXPECT_TRUE(keyWorked);
   morva::RouteCommand(morva::kIdAbortTransfer, 0);
   Advance(10);
   EXPECT_EQ(platform::FocusedId(), morva::kIdSend);

@@ -48,6 +48,9 @@ constexpr const char16_t* kErrorStatus =
 constexpr const char16_t* kSendDone =
     u"Send complete. Confirm the Haas reports a successful receive before using the program.";
 constexpr const char16_t* kSending = u"Sending current editor program...";
+constexpr const char16_t* kDoubt =
+    u"WARNING: The received program may be damaged. Do not run it: mend the line, then receive it "
+    u"again.";
 constexpr const char16_t* kOpened = u"Received RS-232 program opened in a new tab.";
 
 struct TransferTest : public DncStage {
@@ -537,7 +540,8 @@ TEST_F(TransferTest, SendsNoFileThatIsCancelledUnreadableOrRefused) {
   EXPECT_EQ(Log(), Lines());
   headless::QueueFile(PathOf("bin"));  // a folder
   morva::SendFileFromDisk();
-  EXPECT_EQ(Log(), Lines{u"Could not read selected file."});
+  EXPECT_EQ(Log(), (Lines{u"Could not read selected file.",
+                          u"Not sent: " + PathOf("bin") + u"  (it cannot be read)"}));
   Put("part.nc", "M30");
   headless::QueueFile(PathOf("part.nc"));
   headless::QueueAnswer(BoxAnswer::No);
@@ -565,7 +569,9 @@ TEST_F(TransferTest, SendsNoFileOfMoreThan32Mebibytes) {
   headless::QueueFile(PathOf("part.nc"));
   headless::QueueAnswer(BoxAnswer::Yes);
   morva::SendFileFromDisk();
-  EXPECT_EQ(Log(), Lines{u"Could not read selected file."});
+  EXPECT_EQ(Log(), (Lines{u"Could not read selected file.",
+                          u"Not sent: " + PathOf("part.nc") +
+                              u"  (33554433 bytes; the limit is 33554432, 32 MiB)"}));
   EXPECT_TRUE(headless::TakeBoxes().empty());
   EXPECT_FALSE(transfer.active);
 }
@@ -1010,7 +1016,7 @@ TEST_F(TransferTest, TakesAPortAndARateChangedInTheFileAtTheNextTransfer) {
   PutIni("[DNC]\r\nPort=COM9\r\n");
   Log();
   Send(u"G0");
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(Log(), (Lines{kAttempt, u"The saved port COM9 is not there now.", kNotOpened}));
   EXPECT_EQ(State(), u"DNC: CONNECTION FAILED");
   EXPECT_FALSE(transfer.active);
 }
@@ -1079,7 +1085,7 @@ TEST_F(TransferTest, SaysAtTheEndOfAReceiveHowManyBytesHadLineErrors) {
   transfer.receivedData = "O1";
   morva::worker.lineErrors = 12;
   morva::RouteMessage(morva::kMessageReceiveDone, 2, 0);
-  EXPECT_EQ(Log(), (Lines{kOpened,
+  EXPECT_EQ(Log(), (Lines{kOpened, kDoubt,
                           u"12 bytes had line errors. Check baud rate, data bits, parity and stop "
                           u"bits at both ends."}));
   morva::worker.lineErrors = 1;
@@ -1110,9 +1116,10 @@ TEST_F(TransferTest, TellsWhatTheBytesLookLikeAlsoOfAnAbortedReceive) {
   Receive();
   Advance(0);
   headless::PeerSend(garbage);
+  Log();
   Advance(5000);
   EXPECT_EQ(State(), u"DNC: CONNECTED");
-  EXPECT_EQ(Log().back(), advice);
+  EXPECT_EQ(Log(), (Lines{kOpened, kDoubt, advice}));
 }
 
 TEST_F(TransferTest, NamesThePortThatThisUserMayNotOpen) {

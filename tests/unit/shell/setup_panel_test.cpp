@@ -214,13 +214,44 @@ TEST_F(Connection, SaysOfAPortNamedByItsPathThatItIsGone) {
   Port(u"COM3");
   Settings("Port=/dev/no-such-port\r\n");
   headless::Click(kIdSetup);
-  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  not there now");
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  gone");
   EXPECT_NE(Log().find(u"The saved port /dev/no-such-port is not there now."),
             std::u16string::npos);
   headless::Click(kIdDncRescan);
-  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  not there now");
+  EXPECT_EQ(Chosen(kIdDncPorts), u"/dev/no-such-port  \u00B7  gone");
   EXPECT_TRUE(ChooseSerialProfile());
   EXPECT_EQ(std::u16string(serialProfile.port), u"/dev/no-such-port");
+}
+
+TEST_F(Connection, ShowsTheSavedPortOnceItIsClosed) {
+  Port(u"COM2");
+  Port(u"COM4");
+  Settings("Port=COM2\r\nBaud=4800\r\n");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncPorts, {1});
+  headless::SelectRows(kIdDncBaudList, {0});
+  headless::Click(kIdDncCheck);
+  ASSERT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM4");
+  headless::Click(kIdDncClose);
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM2");
+  EXPECT_EQ(platform::TextOf(kIdDncPagePort), u"PORT  COM2");
+  EXPECT_EQ(platform::TextOf(kIdDncBaud), u"BAUD  4800");
+}
+
+TEST_F(Connection, ShowsTheTransfersPortUntilTheAbortOfItsCloseIsThrough) {
+  Port(u"COM2");
+  Port(u"COM4");
+  Settings("Port=COM2\r\n");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncPorts, {1});
+  headless::Click(kIdReceive);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdDncClose);
+  ASSERT_TRUE(TransferRuns());
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM4");
+  headless::Advance(2000);
+  EXPECT_EQ(platform::TextOf(kIdDncState), u"DNC: ERROR");
+  EXPECT_EQ(platform::TextOf(kIdDncPort), u"PORT  COM2");
 }
 
 TEST_F(Connection, SavesWhatTheListsSay) {
