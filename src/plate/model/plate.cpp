@@ -38,6 +38,10 @@ void Changed() {
   Tell();
 }
 
+void PutNumber(int value, double number) {
+  plate.values[value].value = plate.values[value].finished = number;
+}
+
 void PutText(int value, std::u16string_view text) {
   CopyBounded(plate.values[value].text, kFieldUnits, text);
 }
@@ -90,7 +94,7 @@ void StartPlate(bool metric) {
   plate.metric = metric;
   for (int i = 0; i < kPlateValues; ++i) {
     const bool converted = metric && !IsCount(i);
-    plate.values[i].value = StartNumber(i, metric);
+    PutNumber(i, StartNumber(i, metric));
     PutText(i, converted ? FixedText(plate.values[i].value, kStartDecimals) : kStartTexts[i]);
   }
   Tell();
@@ -103,14 +107,21 @@ void SetPlateText(int value, std::u16string_view text) {
   text = text.substr(0, kFieldUnits - 1);
   if (text == plate.values[value].text) return;
   PutText(value, text);
-  ReadStrictNumber(text, plate.values[value].value);
+  PlateText& number = plate.values[value];
+  if (!ReadStrictNumber(text, number.value)) number.value = number.finished;
   Changed();
+}
+
+void FinishPlateTexts() {
+  for (int i = 0; i < kPlateValues; ++i) {
+    if (PlateTextReads(i)) plate.values[i].finished = plate.values[i].value;
+  }
 }
 
 void SetPlateNumber(int value, double number, int decimals) {
   if (!IsValue(value)) return;
   PutText(value, FixedText(number, decimals));
-  plate.values[value].value = number;
+  PutNumber(value, number);
   Changed();
 }
 
@@ -158,7 +169,7 @@ void SetPlateUnit(bool metric) {
     if (IsCount(i)) continue;
     // A text that is no number stays for the user to mend.
     const bool reads = PlateTextReads(i);
-    plate.values[i].value *= factor;
+    PutNumber(i, plate.values[i].value * factor);
     if (reads) PutText(i, FixedText(plate.values[i].value, kUnitDecimals));
   }
   Changed();

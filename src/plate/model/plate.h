@@ -58,10 +58,12 @@ inline constexpr bool IsFeatureTarget(int target) {
   return target >= kFirstFeatureTarget && target < kFirstFeatureTarget + kMaxPlateFeatures;
 }
 
-// One number of the form. What does not read by the strict rule leaves the number as it was.
+// One number of the form. While its text does not read by the strict rule, the number is the one
+// from before the edit: of "25o" the first key strokes must not stay as 25.
 struct PlateText {
   char16_t text[kFieldUnits] = {};
   double value = 0;
+  double finished = 0;  // as the last finished edit left it
 };
 
 // What was set for one feature. Zero is a feature as the form has it.
@@ -128,8 +130,11 @@ void TakePlate(const PlateRecord& other);
 // A new plate in this one's unit: what the reset key does. Saved shapes stay in the library.
 void ClearPlate();
 
-// The text of a number as it is typed, cut to the field. By the strict rule the number follows.
+// The text of a number as it is typed, cut to the field. By the strict rule the number follows, and
+// goes back to that of the last finished edit where the text does not read.
 void SetPlateText(int value, std::u16string_view text);
+// The keyboard has left a field, or code was made: what reads is what the user meant.
+void FinishPlateTexts();
 // Number and text, 0 to 6 decimals.
 void SetPlateNumber(int value, double number, int decimals);
 // The text reads as a number by the strict rule.

@@ -206,7 +206,7 @@ void TakeValues(PlateRecord& to, const FeatureSettings& record) {
     double number = record.values[i];
     // Records from before the thickness had a field of its own.
     if (i == kPlateStock && !(number > 0)) number = std::fabs(record.values[kPlateCutDepth]);
-    to.values[i].value = number;
+    to.values[i].value = to.values[i].finished = number;
     CopyBounded(to.values[i].text, kFieldUnits, FixedText(number, kLoadedDecimals));
   }
 }

@@ -54,7 +54,10 @@ bool SayUnnamed(const FormValues& /*values*/) {
 
 bool Check(const FormValues& values, Refusal& refusal) {
   int value = -1;
-  if (CheckPlate(plate, refusal, value)) return true;
+  if (CheckPlate(plate, refusal, value)) {
+    FinishPlateTexts();
+    return true;
+  }
   if (value < 0 || value >= kPlateFormValues) return false;
   refusal.field = FieldOfPlateValue(value);
   if (refusal.words[0]) return false;

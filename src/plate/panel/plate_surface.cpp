@@ -68,6 +68,7 @@ bool Key(int id, const platform::KeyEvent& key) {
 
 void FocusChanged(int /*id*/, bool gained) {
   if (!PlateWindowExists()) return;
+  FinishPlateTexts();
   if (gained) ShowPlateHint();
   platform::Repaint(kViewPlate);
 }

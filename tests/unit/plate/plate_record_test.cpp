@@ -299,6 +299,8 @@ TEST_F(PlateSettings, OfANewPlateAreItsStartValues) {
 
 TEST_F(PlateSettings, KeepTheLastNumberOfAFieldThatIsHalfTyped) {
   SetPlateText(kPlateLength, u"9.5");
+  FinishPlateTexts();
+  SetPlateText(kPlateLength, u"9");
   SetPlateText(kPlateLength, u"9,75");
   EXPECT_EQ(Saved().values[kPlateLength], 9.5);
   EXPECT_FALSE(PlateTextReads(kPlateLength));

@@ -483,6 +483,27 @@ TEST_F(NamedPlateUp, DoesNotCallHalfANumberSaved) {
   EXPECT_EQ(Status(), u"Named plate shape saved. Further completed edits save automatically.");
 }
 
+TEST_F(NamedPlateUp, KeepsNothingOfANumberThatEndsHalf) {
+  headless::Focus(kIdPlateField);
+  for (const char16_t* text : {u"2", u"25", u"25o"}) headless::TypeInto(kIdPlateField, text);
+  EXPECT_EQ(NumbersOf(plate).length, 8);
+  EXPECT_TRUE(headless::PressKey({platform::kKeyEnter}));
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text,
+            u"Length  X holds no usable number. Write 0.75, not 0,75. Nothing was changed.");
+  EXPECT_EQ(NumbersOf(plate).length, 8) << "what stood there before the edit";
+  EXPECT_EQ(platform::TextOf(kIdPlateField), u"25o") << "for the user to mend";
+  headless::TypeInto(kIdPlateField, u"25");
+  EXPECT_EQ(NumbersOf(plate).length, 25);
+  headless::Focus(kIdPlateField + 1);
+  headless::TypeInto(kIdPlateField, u"25,");
+  EXPECT_EQ(NumbersOf(plate).length, 25) << "an edit that was finished";
+  ASSERT_TRUE(headless::Click(kIdPlateUnit));
+  headless::TypeInto(kIdPlateField, u"9o");
+  EXPECT_NEAR(NumbersOf(plate).length, 635, 1e-9) << "in the unit of now";
+}
+
 TEST_F(NamedPlateUp, IsSavedAgainAfterTheLibraryCouldNotBeWritten) {
   headless::Advance(1000);
   WaitForSaves();
