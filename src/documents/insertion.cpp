@@ -96,6 +96,14 @@ TextPlace PlaceOfText(std::u16string_view text) {
   return place;
 }
 
+// Says in the log what text that was put in at an index does to the program around it.
+void TellCuts(std::int32_t at, std::size_t sizeBefore) {
+  const std::u16string_view now = platform::EditorText(kIdEditor);
+  const auto units = static_cast<std::int32_t>(now.size() - sizeBefore);
+  const std::u16string words = CutsByInserted(now, at, at + units);
+  if (!words.empty()) AppendOutput(words);
+}
+
 void TellInserted(int line) {
   ShowStatus(u"Generated block inserted after editor line " + IntegerText(line + 1) +
              u". The caret is ready for the next insert.");
@@ -463,6 +471,7 @@ bool InsertTextAsBlock(std::u16string_view inserted) {
                  (block.name[0] ? block.name : KindWords(block.settings.kind)) +
                  u": the code was inserted behind that block.");
   }
+  TellCuts(place.index, text.size());
   if (app.commandWordsActive) Call(hooks.wordsFromEditor);
   return true;
 }

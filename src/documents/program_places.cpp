@@ -161,7 +161,71 @@ std::u16string WordsOf(const Walk& walk, const PlaceAround& place) {
   return words + u", before " + Shown(walk.behind);
 }
 
+// The first line of each kind within inserted text.
+struct Cuts {
+  int percent = 0;  // number of the line, from 1; 0: none
+  int program = 0;
+  std::u16string name;  // of that program
+  int end = 0;
+  std::u16string word;  // that ends it
+};
+
+// `behindCode`: other code stands before the line.
+void TakeCut(Cuts& cuts, const CodeLine& line, bool behindCode) {
+  if (line.code[0] == u'%') {
+    if (cuts.percent == 0 && behindCode) cuts.percent = line.number;
+    return;
+  }
+  const std::u16string_view word = FirstWord(line.code);
+  if (cuts.program == 0 && behindCode && IsProgramNumber(word)) {
+    cuts.program = line.number;
+    cuts.name = word;
+  }
+  const std::u16string_view end = EndWord(line.code);
+  if (cuts.end == 0 && !end.empty()) {
+    cuts.end = line.number;
+    cuts.word = end;
+  }
+}
+
+std::u16string WordsOf(const Cuts& cuts, int lastCode) {
+  std::u16string words;
+  const auto add = [&words](int line, std::u16string_view what, std::u16string_view meaning) {
+    if (!words.empty()) words += u"\r\n";
+    words += u"Line " + IntegerText(line) + u": the inserted ";
+    words += what;
+    words += meaning;
+  };
+  if (cuts.percent != 0 && lastCode > cuts.percent) {
+    add(cuts.percent, u"%", u" stands between code. A control reads from one % to the next.");
+  }
+  if (cuts.program != 0) {
+    add(cuts.program, cuts.name, u" stands behind code. It begins another program.");
+  }
+  if (cuts.end != 0 && lastCode > cuts.end) {
+    add(cuts.end, cuts.word, u" ends the program. The code behind it is not run.");
+  }
+  return words;
+}
+
 }  // namespace
+
+std::u16string CutsByInserted(std::u16string_view text, std::int32_t from, std::int32_t to) {
+  Cuts cuts;
+  int lastCode = 0;
+  int number = 1;
+  for (size_t at = 0; at < text.size(); ++number) {
+    const size_t end = LineEndFrom(text, at);
+    const CodeLine line = WithoutComments(text.substr(at, end - at), number);
+    const bool inserted =
+        at < static_cast<size_t>(std::max(to, 0)) && end > static_cast<size_t>(std::max(from, 0));
+    at = PastLineEnd(text, end);
+    if (line.code.empty()) continue;
+    if (inserted) TakeCut(cuts, line, lastCode > 0);
+    if (line.code[0] != u'%') lastCode = number;
+  }
+  return WordsOf(cuts, lastCode);
+}
 
 PlaceAround LookAround(std::u16string_view text, std::int32_t index) {
   const Walk walk = WalkTo(text, static_cast<size_t>(std::max(index, 0)));

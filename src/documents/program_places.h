@@ -32,6 +32,11 @@ struct UnreadLines {
 };
 UnreadLines LinesNeverRead(std::u16string_view text);
 
+// What the text between the indices does to the program that it was put into: a "%" or a program's
+// end with code behind it, or the number of another program. Sentences with line numbers, CR LF
+// between them; empty: nothing.
+std::u16string CutsByInserted(std::u16string_view text, std::int32_t from, std::int32_t to);
+
 // Whether the control gets there and has read the head before.
 inline bool IsRun(const PlaceAround& place) { return !place.beforeHead && !place.behindEnd; }
 

@@ -134,6 +134,20 @@ TEST_F(MacroPanel, TellsWhereItLeavesTheOtherUnitOn) {
                 u"in inches."));
 }
 
+TEST_F(MacroPanel, SaysWhereItsPercentSignStandsInTheMiddle) {
+  SetProgram(u"%\r\nO1000\r\nG54\r\n%");
+  SaveAs(u"head");
+  headless::SelectRows(kIdMacroList, {0});
+  SetProgram(u"G20\r\nG1 X1");
+  platform::SetEditorSelection(kIdEditor, {0, 0});
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::EditorText(kIdEditor), u"G20\r\n%\r\nO1000\r\nG54\r\n%\r\nG1 X1");
+  EXPECT_TRUE(OutputHas(
+      u"Line 2: the inserted % stands between code. A control reads from one % to the next."));
+  EXPECT_TRUE(
+      OutputHas(u"Line 3: the inserted O1000 stands behind code. It begins another program."));
+}
+
 TEST_F(MacroPanel, AsksBeforeAMacroGoesWhereItIsNeverRun) {
   SetProgram(u"G0 X7");
   SaveAs(u"seven");

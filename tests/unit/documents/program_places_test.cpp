@@ -38,6 +38,28 @@ TEST(ProgramPlaces, CountsWhatStandsBehindTheClosingPercent) {
   EXPECT_EQ(LinesNeverRead(u"").first, 0);
 }
 
+// What `piece` does to the program where it stands in it.
+std::u16string Cuts(std::u16string_view before, std::u16string_view piece,
+                    std::u16string_view behind) {
+  const std::u16string text =
+      std::u16string(before) + std::u16string(piece) + std::u16string(behind);
+  const auto from = static_cast<std::int32_t>(before.size());
+  return CutsByInserted(text, from, from + static_cast<std::int32_t>(piece.size()));
+}
+
+TEST(ProgramPlaces, TellWhatInsertedTextDoesToTheProgram) {
+  EXPECT_EQ(Cuts(u"G20\r\n(A)\r\n", u"%\r\nO77 (HEAD)\r\nG54\r\nM30\r\n%\r\n", u"G0 X1\r\n"),
+            u"Line 3: the inserted % stands between code. A control reads from one % to the next."
+            u"\r\nLine 4: the inserted O77 stands behind code. It begins another program."
+            u"\r\nLine 6: the inserted M30 ends the program. The code behind it is not run.");
+  // A whole program in an empty one, and the end of a program at its end.
+  EXPECT_EQ(Cuts(u"(A)\r\n", u"%\r\nO77\r\nM30\r\n%\r\n", u"(B)\r\n"), u"");
+  EXPECT_EQ(Cuts(u"%\r\nO1\r\nG0 X1\r\n", u"G28\r\nM30\r\n", u"%\r\n"), u"");
+  // What the program had before is no matter of the insertion.
+  EXPECT_EQ(Cuts(u"%\r\nO1\r\nM30\r\n%\r\n", u"G28 (% O2 M30)\r\n", u"O2\r\nM30\r\n"), u"");
+  EXPECT_EQ(Cuts(u"G0\r\n", u"/M30\r\n", u"G1\r\n"), u"") << "the control may leave it out";
+}
+
 TEST(ProgramPlaces, LieBeforeTheHeadUpToTheProgramNumber) {
   EXPECT_TRUE(LookAround(kForeign, 0).beforeHead);
   EXPECT_EQ(WordsAt(kForeign, u"O1001"), u"Before the program's head (O1001)");
