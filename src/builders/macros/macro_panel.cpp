@@ -96,7 +96,8 @@ const std::vector<FormRow>& MacroRows() {
 }
 
 void OnChanged(int id) {
-  if (id == kIdMacroList) ShowMacroName();
+  // The row of an empty list takes no typed name away.
+  if (id == kIdMacroList && macroLibrary.count > 0) ShowMacroName();
 }
 
 const Form kForm{
@@ -251,6 +252,10 @@ void FillMacroList() {
   platform::ClearRows(kIdMacroList);
   for (int i = 0; i < macroLibrary.count; ++i) {
     platform::AddRow(kIdMacroList, macroLibrary.macros[i].name, i);
+  }
+  if (macroLibrary.count == 0) {
+    platform::AddRow(kIdMacroList, u"No macros yet", -1);
+    platform::SetRowDim(kIdMacroList, 0, true);
   }
   platform::HoldListRedraw(kIdMacroList, false);
   platform::SelectRow(kIdMacroList, before);

@@ -42,7 +42,10 @@ constexpr int kPicturesBeside = 400;  // width from which the pictures stand sid
 int underEdit = -1;  // record of the library, -1: a new tool
 bool open = false;
 bool edited = false;
-std::u16string shownNumber;  // the number of a new tool, as it was before the last key
+// In the form of a new tool the offsets follow its number until they are typed.
+constexpr ToolField kOffsets[] = {ToolField::HOffset, ToolField::DOffset};
+bool follows[std::size(kOffsets)] = {};
+bool following = false;  // their fields are being written
 
 constexpr int IdOf(ToolField field) { return kIdToolField + static_cast<int>(field); }
 
@@ -188,19 +191,36 @@ void RepaintPictures() {
   platform::Repaint(kViewToolEnd);
 }
 
-// Another tool's length is a crash at the machine: while H and D of a new tool are its number they
-// stay so.
-void FollowNumber() {
-  const std::u16string number = platform::TextOf(IdOf(ToolField::Number));
-  for (const ToolField field : {ToolField::HOffset, ToolField::DOffset}) {
-    if (platform::TextOf(IdOf(field)) == shownNumber) platform::SetText(IdOf(field), number);
+void BeginFollowing(const ToolTexts& texts, bool isNew) {
+  for (int i = 0; i < 2; ++i) follows[i] = isNew && texts[kOffsets[i]] == texts[ToolField::Number];
+}
+
+void FollowNumber(int id) {
+  if (following) return;
+  for (int i = 0; i < 2; ++i) follows[i] = follows[i] && id != IdOf(kOffsets[i]);
+  // While the field is empty they wait.
+  const std::int32_t number = ParseInteger(platform::TextOf(IdOf(ToolField::Number)), 0);
+  if (id != IdOf(ToolField::Number) || number <= 0) return;
+  following = true;
+  for (int i = 0; i < 2; ++i) {
+    if (follows[i]) platform::SetText(IdOf(kOffsets[i]), IntegerText(number));
   }
-  shownNumber = number;
+  following = false;
+}
+
+// In the log of a new tool, whose form began with another number.
+void TellFollowed(const ToolRecord& tool, bool isNew) {
+  if (!isNew || NewToolTexts(UnitsMetric())[ToolField::Number] == IntegerText(tool.number)) return;
+  std::u16string words;
+  if (follows[0]) words = u" H" + IntegerText(tool.hOffset);
+  if (follows[1]) words += (follows[0] ? u" and D" : u" D") + IntegerText(tool.dOffset);
+  if (!words.empty())
+    AppendOutput(u"T" + IntegerText(tool.number) + u" takes" + words + u", as its number says.");
 }
 
 void OnTyped(int id) {
+  FollowNumber(id);
   edited = true;
-  if (id == IdOf(ToolField::Number) && underEdit < 0) FollowNumber();
   RepaintPictures();
 }
 
@@ -311,9 +331,10 @@ bool BackFromBuilder() {
 void LoadToolForm(int index) {
   const bool held = index >= 0 && index < toolLibrary.count;
   underEdit = held ? index : -1;
-  ShowTexts(held ? TextsOfTool(toolLibrary.tools[index], UnitsMetric())
-                 : NewToolTexts(UnitsMetric()));
-  shownNumber = platform::TextOf(IdOf(ToolField::Number));
+  const ToolTexts texts =
+      held ? TextsOfTool(toolLibrary.tools[index], UnitsMetric()) : NewToolTexts(UnitsMetric());
+  ShowTexts(texts);
+  BeginFollowing(texts, !held);
   edited = false;
   RepaintPictures();
 }
@@ -342,6 +363,7 @@ bool SaveToolForm() {
   if (wasHeld && underEdit < 0) AppendOutput(u"The tool in the form is kept as a further one.");
   const ToolRecord* before = underEdit < 0 ? nullptr : &toolLibrary.tools[underEdit];
   const ToolRecord tool = ToolOfTexts(texts, UnitsMetric(), before);
+  TellFollowed(tool, underEdit < 0);
   if (underEdit < 0) {
     underEdit = AppendTool(tool);
   } else {
@@ -352,6 +374,7 @@ bool SaveToolForm() {
   const ToolTexts kept = TextsOfTool(toolLibrary.tools[underEdit], UnitsMetric());
   ShowTexts(kept);
   edited = false;
+  BeginFollowing(kept, false);
   RepaintPictures();
   const std::u16string part = PartlyRead(texts, kept);
   if (!part.empty()) {
@@ -359,7 +382,7 @@ bool SaveToolForm() {
     AppendOutput(words);
     platform::ShowBox(u"Tool Library", words, platform::BoxButtons::Ok, platform::BoxIcon::Warning);
   }
-  // A length offset of another tool is a crash at the machine.
+  // The length of another tool is a crash at the machine.
   if (tool.hOffset != tool.number) {
     AppendOutput(u"T" + IntegerText(tool.number) + u" has H offset " + IntegerText(tool.hOffset) +
                  u". Check it: the control takes the length that stands there.");

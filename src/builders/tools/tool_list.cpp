@@ -1,6 +1,7 @@
 #include "builders/tools/tool_list.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "app/command_ids.h"
 #include "app/outlets.h"
@@ -12,6 +13,8 @@
 namespace morva {
 
 namespace {
+
+constexpr std::int64_t kNoTool = -1;  // data of the row that says so
 
 void TellFailure(bool saved) {
   if (saved) return;
@@ -53,7 +56,11 @@ void SelectTool(int index) {
 }
 
 void RebuildToolList() {
-  if (platform::Exists(kIdToolList)) FillTools(kIdToolList, WholeRow);
+  if (!platform::Exists(kIdToolList)) return;
+  FillTools(kIdToolList, WholeRow);
+  if (toolLibrary.count > 0) return;
+  platform::AddRow(kIdToolList, u"No tools yet", kNoTool);
+  platform::SetRowDim(kIdToolList, 0, true);
 }
 
 void StoreTools(int selected, bool fromForm) {

@@ -134,6 +134,22 @@ TEST_F(MacroPanel, TellsWhereItLeavesTheOtherUnitOn) {
                 u"in inches."));
 }
 
+TEST_F(MacroPanel, SaysThatItsListIsEmpty) {
+  ASSERT_EQ(platform::RowCount(kIdMacroList), 1);
+  EXPECT_EQ(platform::RowText(kIdMacroList, 0), u"No macros yet");
+  EXPECT_TRUE(platform::IsRowDim(kIdMacroList, 0));
+  headless::TypeInto(kIdMacroName, u"seven");
+  headless::SelectRows(kIdMacroList, {0});
+  EXPECT_EQ(platform::TextOf(kIdMacroName), u"seven") << "the name that was typed stays";
+  headless::Click(kIdMacroInsertCustom);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Select a macro first.");
+  SetProgram(u"G0 X7");
+  SaveAs(u"seven");
+  ASSERT_EQ(platform::RowCount(kIdMacroList), 1);
+  EXPECT_EQ(platform::RowText(kIdMacroList, 0), u"seven");
+  EXPECT_FALSE(platform::IsRowDim(kIdMacroList, 0));
+}
+
 TEST_F(MacroPanel, SaysWhereItsPercentSignStandsInTheMiddle) {
   SetProgram(u"%\r\nO1000\r\nG54\r\n%");
   SaveAs(u"head");

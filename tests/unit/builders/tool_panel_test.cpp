@@ -61,6 +61,48 @@ TEST_F(ToolPanel, ConvertsLengthsAndFeedsAndNothingElse) {
   EXPECT_EQ(Text(ToolField::Feed), u"12.00");
 }
 
+TEST_F(ToolPanel, SaysThatItsListIsEmpty) {
+  ASSERT_EQ(platform::RowCount(kIdToolList), 1);
+  EXPECT_EQ(platform::RowText(kIdToolList, 0), u"No tools yet");
+  EXPECT_TRUE(platform::IsRowDim(kIdToolList, 0));
+  headless::SelectRows(kIdToolList, {0});
+  EXPECT_EQ(SelectedTool(), -1);
+  headless::Click(kIdToolEdit);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Select a tool first.");
+  Add(u"3", u"FIRST");
+  ASSERT_EQ(platform::RowCount(kIdToolList), 1);
+  EXPECT_EQ(SelectedTool(), 0);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolDelete);
+  EXPECT_EQ(platform::RowText(kIdToolList, 0), u"No tools yet");
+}
+
+TEST_F(ToolPanel, LetsTheOffsetsOfANewToolFollowItsNumber) {
+  headless::Click(kIdToolAdd);
+  for (const char16_t* text : {u"", u"2", u"25"}) Type(ToolField::Number, text);
+  EXPECT_EQ(Text(ToolField::HOffset), u"25");
+  EXPECT_EQ(Text(ToolField::DOffset), u"25");
+  headless::Click(kIdToolSave);
+  EXPECT_EQ(toolLibrary.tools[0].hOffset, 25);
+  EXPECT_EQ(toolLibrary.tools[0].dOffset, 25);
+  EXPECT_TRUE(OutputHas(u"T25 takes H25 and D25, as its number says."));
+  EXPECT_FALSE(OutputHas(u"Check it"));
+  // A tool that is stored keeps its offsets.
+  Type(ToolField::Number, u"26");
+  EXPECT_EQ(Text(ToolField::HOffset), u"25");
+  // So does a new one those that were typed.
+  headless::Click(kIdToolAdd);
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::Click(kIdToolAdd);
+  Type(ToolField::HOffset, u"7");
+  Type(ToolField::Number, u"3");
+  EXPECT_EQ(Text(ToolField::HOffset), u"7");
+  EXPECT_EQ(Text(ToolField::DOffset), u"3");
+  headless::Click(kIdToolSave);
+  EXPECT_TRUE(OutputHas(u"T3 takes D3, as its number says."));
+  EXPECT_TRUE(OutputHas(u"T3 has H offset 7. Check it"));
+}
+
 TEST_F(ToolPanel, SavesANoteWithoutRoundingWhatNobodyTyped) {
   Add(u"3", u"NO 30");
   Type(ToolField::Diameter, u"0.1285");
