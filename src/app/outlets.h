@@ -10,6 +10,8 @@
 namespace morva {
 
 inline constexpr char16_t kReadyWords[] = u"Ready  \u2022  F5 Validate";  // before the first event
+inline constexpr char16_t kCompareMarkedWords[] =
+    u"Compare selection changed. Ctrl+click another tab, then press COMPARE.";
 inline constexpr char16_t kFeaturesWords[] = u"All program features appear here.";
 
 // StatusLine: one sentence, the last event. A text that equals the last one but for the case

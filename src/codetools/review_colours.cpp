@@ -142,6 +142,20 @@ int ColourRow(std::u16string_view line, Colour base, const ReviewPane& pane,
 
 }  // namespace
 
+ChangedStretch FirstChange(std::u16string_view line, std::u16string_view beside,
+                           bool ignoreBlanks) {
+  const std::size_t frame = FrameOf(line);
+  const std::vector<bool> changed =
+      ChangedUnits(line.substr(frame), beside.substr(FrameOf(beside)), ignoreBlanks);
+  const auto first = std::ranges::find(changed, true);
+  if (first == changed.end()) return {};
+  const auto behind = std::find(first, changed.end(), false);
+  const auto place = [&](auto at) {
+    return static_cast<int>(frame) + static_cast<int>(at - changed.begin());
+  };
+  return {place(first), place(behind)};
+}
+
 void ColourReviewPane(int id, std::u16string_view text, const ReviewPane& pane) {
   const bool coloured = text.size() <= static_cast<std::size_t>(kMaxColouredUnits);
   Comments comments;

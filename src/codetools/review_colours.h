@@ -18,6 +18,14 @@ struct ReviewPane {
   std::u16string_view beside;  // what the other pane shows; empty: no changed character is marked
 };
 
+// The first stretch of a pane's line that the line beside it has not, as places in it; both 0 for
+// none.
+struct ChangedStretch {
+  int from = 0;
+  int to = 0;
+};
+ChangedStretch FirstChange(std::u16string_view line, std::u16string_view beside, bool ignoreBlanks);
+
 // `text` is what the editor `id` shows, a line for each row. Beyond kMaxColouredUnits only the
 // rows' own colours are laid, and no changed characters are marked.
 void ColourReviewPane(int id, std::u16string_view text, const ReviewPane& pane);

@@ -1,12 +1,14 @@
 #include "codetools/review_work.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "app/panels.h"
 #include "codetools/command_words.h"
 #include "codetools/review_colours.h"
@@ -130,6 +132,19 @@ void FollowCode() {
   RememberScroll();
 }
 
+// What was to be done next is done.
+void DropMarkedWords() {
+  if (app.statusText == std::u16string_view(kCompareMarkedWords)) ShowStatus(kReadyWords);
+}
+
+// Of a long line what changed comes into view, where its start shows nothing of it.
+void ShowChange(int pane, int beside, int row, int start) {
+  const ChangedStretch change =
+      FirstChange(platform::EditorLineText(pane, row), platform::EditorLineText(beside, row),
+                  options.ignoreSpaces);
+  platform::ScrollSideways(pane, {start + change.from, start + change.to});
+}
+
 }  // namespace
 
 void ReviewEnter() {
@@ -139,6 +154,7 @@ void ReviewEnter() {
   platform::StopTimer(platform::kMainWindow, kTimerCompletion);
   Call(hooks.hideCompletion);
   app.compareActive = true;
+  DropMarkedWords();
   ShowWords(kIdCompareSecond, true);
   ShowOptionWords();
   ShowPrograms();
@@ -151,6 +167,7 @@ void ReviewExit() {
   if (!app.compareActive) return;
   const int focused = platform::FocusedId();
   app.compareActive = false;
+  DropMarkedWords();
   ShowWords(kIdCompareSecond, false);
   ClearPanes();
   for (const int side : kSides) platform::ClearRows(side);
@@ -243,11 +260,13 @@ void ReviewStep(int direction) {
     if (compareResult.rows[shownRows[row]].type == kRowSame) continue;
     currentRow = row;
     following = true;
+    const bool modified = compareResult.rows[shownRows[row]].type == kRowModified;
     for (const int pane : kPanes) {
       const int start = platform::EditorLineStart(pane, row);
       // From its end to its start, which then stays in sight however long the line is.
       platform::SetEditorSelection(pane, {start + platform::EditorLineLength(pane, row), start});
       platform::ScrollToLine(pane, row > kLinesAbove ? row - kLinesAbove : 0);
+      if (modified) ShowChange(pane, pane == kPanes[0] ? kPanes[1] : kPanes[0], row, start);
     }
     following = false;
     RememberScroll();

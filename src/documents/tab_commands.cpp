@@ -339,7 +339,7 @@ void ClickTab(int id, int) {
   if (platform::CtrlHeld()) {
     SelectForCompare(index, !tabs[index].compareSelected);
     RefreshTabButtons();
-    ShowStatus(u"Compare selection changed. Ctrl+click another tab, then press COMPARE.");
+    ShowStatus(kCompareMarkedWords);
     return;
   }
   Call(hooks.leaveCompare);

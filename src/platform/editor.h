@@ -103,6 +103,9 @@ int VisibleLineCount(int id);  // whole lines of kEditorLineHeight; also of a hi
 // sends kNotifyVScroll, whoever scrolls.
 void ScrollToLine(int id, int line);
 void ScrollCaretIntoView(int id);
+// Sideways alone: the end of the stretch comes into view, then its front. The caret stays; placing
+// it shows it again.
+void ScrollSideways(int id, EditorRange stretch);
 // Client pixels of the editor. Beside a line its end, below the text a place in the last line.
 int PositionAt(int id, int x, int y);
 Point PointOfPosition(int id, int position);  // top left of the character cell

@@ -78,6 +78,37 @@ TEST_F(EditorView, ShowsTheSelectionsCaretEndWhenAskedTo) {
   EXPECT_EQ(FirstVisibleLine(kId), 26);
 }
 
+// Where the character stands, sideways.
+int XOf(int id, int position) { return PointOfPosition(id, position).x; }
+
+TEST_F(EditorView, ShowsAStretchOfALongLineAndKeepsTheCaret) {
+  platform::ReplaceRange(kId, {3, 5}, std::u16string(400, u'x'));
+  platform::SetEditorSelection(kId, {3 + 400, 3});
+  const int width = platform::RectWidth(platform::PlaceOf(kId));
+  ASSERT_GT(XOf(kId, 3 + 305), width);
+  Forget();
+  platform::ScrollSideways(kId, {3 + 300, 3 + 305});
+  EXPECT_GE(XOf(kId, 3 + 300), 0);
+  EXPECT_LT(XOf(kId, 3 + 305), width);
+  EXPECT_EQ(FirstVisibleLine(kId), 0);
+  EXPECT_EQ(platform::EditorSelection(kId).from, 3);
+  EXPECT_EQ(platform::EditorSelection(kId).to, 3 + 400);
+  EXPECT_EQ(Told("selection"), Lines{});
+  // Of one that is wider than the view the front is seen.
+  platform::ScrollSideways(kId, {3 + 10, 3 + 390});
+  EXPECT_GE(XOf(kId, 3 + 10), 0);
+  EXPECT_LT(XOf(kId, 3 + 10), width);
+  platform::ScrollSideways(kId, {3 + 300, 3 + 305});
+  platform::SetEditorSelection(kId, {3, 3});
+  EXPECT_GE(XOf(kId, 3), 0) << "a caret that is placed is seen";
+}
+
+TEST_F(EditorView, StaysWhereTheStretchIsInView) {
+  const int before = XOf(kId, 1);
+  platform::ScrollSideways(kId, {0, 2});
+  EXPECT_EQ(XOf(kId, 1), before);
+}
+
 TEST_F(EditorView, FollowsTheSelectionOfTheProgram) {
   platform::SetEditorSelection(kId, {0, 3 * 20});
   EXPECT_EQ(FirstVisibleLine(kId), 16);

@@ -66,6 +66,7 @@ class Unknown : public Contract {
     SetEditorReadOnly(id, true);
     ScrollToLine(id, 1);
     ScrollCaretIntoView(id);
+    ScrollSideways(id, {0, 1});
     MarkEditorLine(id, 0, 0);
     const LineBand band;
     SetLineBands(id, &band, 1);

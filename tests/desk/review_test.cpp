@@ -145,6 +145,30 @@ TEST_F(ReviewDesk, KeepsTheStartsOfLongLinesInSightAndMarksWhatChangedInThem) {
   Show("review-marks.png");
 }
 
+TEST_F(ReviewDesk, BringsAChangeAtTheEndOfALongLineIntoView) {
+  const QByteArray head = "O1\n(" + QByteArray(220, 'A') + ") X";
+  Open("a.NC", head + "1.5\nM30\n");
+  Open("b.NC", head + "1.25\nM30\n");
+  desk::Run(200);
+  MarkTab(1);
+  MarkTab(2);
+  desk::Click(kIdCompareSecond);
+  QPlainTextEdit* left = Pane(kIdReviewLeftPane);
+  ASSERT_TRUE(desk::Until([left]() { return left->isVisible(); }));
+  for (const int key : {kIdReviewNext, kIdReviewPrevious}) {
+    desk::Click(key);
+    desk::Run(200);
+    for (QPlainTextEdit* pane : {left, Pane(kIdReviewRightPane)}) {
+      QTextCursor number = pane->document()->find(QStringLiteral("X1."));
+      ASSERT_FALSE(number.isNull());
+      const QRect at = pane->cursorRect(number);
+      EXPECT_TRUE(pane->viewport()->rect().contains(at)) << at.left();
+      EXPECT_TRUE(pane->textCursor().selectedText().contains(QStringLiteral(") X1.")));
+    }
+  }
+  Show("review-far-change.png");
+}
+
 TEST_F(ReviewDesk, ChoosesWithTheKeyboardAlone) {
   Open("a.NC", "G0 X0\nM30\n");
   Open("b.NC", "G0 X1\nM30\n");

@@ -70,7 +70,7 @@ void BeginAtFront(int id, EditorState& e) {
   const bool scrolled = e.firstLine != 0;
   e.bands.clear();
   e.marks.clear();
-  e.anchor = e.caret = e.firstLine = 0;
+  e.anchor = e.caret = e.firstLine = e.left = 0;
   e.column = -1;
   if (scrolled) SendCommand(id, platform::kNotifyVScroll);
   SendCommand(id, platform::kNotifyEditChange);
@@ -252,9 +252,10 @@ void FillEditor(int id) {
 }
 
 void PlaceCaret(int id, int from, int to) {
-  const EditorState* e = EditorOf(id);
+  EditorState* e = EditorOf(id);
   if (!e) return;
   MoveSelection(id, Clamped(*e, from), Clamped(*e, to));
+  e->left = std::max(0, e->left + std::min(0, platform::PointOfPosition(id, e->caret).x));
   platform::ScrollCaretIntoView(id);
 }
 
@@ -507,11 +508,23 @@ void ScrollCaretIntoView(int id) {
   }
 }
 
+void ScrollSideways(int id, EditorRange stretch) {
+  EditorState* e = EditorOf(id);
+  if (!e) return;
+  const int width = RectWidth(PlaceOf(id));
+  if (width <= 0) return;
+  for (const int position : {stretch.to, stretch.from}) {
+    const int x = PointOfPosition(id, position).x;
+    if (x < 0) e->left += x;
+    if (x + headless::kCellWidth > width) e->left += x + headless::kCellWidth - width;
+  }
+}
+
 int PositionAt(int id, int x, int y) {
   const EditorState* e = EditorOf(id);
   if (!e) return 0;
   const int line = e->firstLine + std::max(0, y) / kEditorLineHeight;
-  const int column = (std::max(0, x) + headless::kCellWidth / 2) / headless::kCellWidth;
+  const int column = (std::max(0, x) + e->left + headless::kCellWidth / 2) / headless::kCellWidth;
   return headless::PositionInLine(*e, line, column);
 }
 
@@ -521,7 +534,7 @@ Point PointOfPosition(int id, int position) {
   const int at = headless::Clamped(*e, position);
   const int line = headless::LineOfPosition(e->text, at);
   const int column = at - headless::LineStartPosition(e->text, line);
-  return {column * headless::kCellWidth, (line - e->firstLine) * kEditorLineHeight};
+  return {column * headless::kCellWidth - e->left, (line - e->firstLine) * kEditorLineHeight};
 }
 
 void MarkEditorLine(int id, int line, Colour band) {

@@ -95,6 +95,7 @@ struct EditorState {
   int caret = 0;
   int column = -1;  // as in EditState
   int firstLine = 0;
+  int left = 0;  // pixels that are scrolled out at the left
   int markedLine = -1;
   platform::Colour markBand = 0;
   std::vector<platform::LineBand> bands;

@@ -235,6 +235,12 @@ void ScrollCaretIntoView(int id) {
   if (EditorWidget* editor = EditorOf(id)) editor->ensureCursorVisible();
 }
 
+void ScrollSideways(int id, EditorRange stretch) {
+  if (EditorWidget* editor = EditorOf(id)) {
+    for (const int position : {stretch.to, stretch.from}) editor->ShowColumnOf(position);
+  }
+}
+
 int PositionAt(int id, int x, int y) {
   const EditorWidget* editor = EditorOf(id);
   return editor != nullptr ? editor->PositionAtPoint(x, y) : 0;

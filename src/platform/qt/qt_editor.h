@@ -59,6 +59,7 @@ class EditorWidget : public PlacedWidget<QPlainTextEdit> {
   int FirstLine() const { return firstVisibleBlock().blockNumber(); }
   int PositionAtPoint(int x, int y) const;
   Point PointOf(int position) const;
+  void ShowColumnOf(int position);  // sideways alone
   int Length() const { return document()->characterCount() - 1; }
 
  protected:

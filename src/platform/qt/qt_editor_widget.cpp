@@ -656,4 +656,18 @@ Point EditorWidget::PointOf(int position) const {
   return Point{at.x(), at.y()};
 }
 
+void EditorWidget::ShowColumnOf(int position) {
+  QTextCursor cursor(document());
+  cursor.setPosition(std::clamp(position, 0, Length()));
+  const int margin = 2 * fontMetrics().averageCharWidth();  // what stands beside it
+  const int left = cursorRect(cursor).left();
+  const int behind = left + margin - viewport()->width();
+  QScrollBar* bar = horizontalScrollBar();
+  if (left < margin) {
+    bar->setValue(bar->value() + left - margin);
+  } else if (behind > 0) {
+    bar->setValue(bar->value() + behind);
+  }
+}
+
 }  // namespace platform

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/hooks.h"
+#include "app/outlets.h"
 #include "documents/program_tabs.h"
 #include "platform/headless/headless.h"
 #include "platform/listing.h"
@@ -442,6 +443,37 @@ TEST_F(Review, AStepPutsTheRowThreeLinesBelowTheTop) {
   EXPECT_EQ(platform::FirstVisibleLine(kIdReviewRightPane), 197);
   headless::Advance(450);
   EXPECT_EQ(platform::FirstVisibleLine(kIdReviewLeftPane), 197);
+}
+
+TEST_F(Review, AStepBringsAChangeBehindTheRightEdgeIntoView) {
+  const std::u16string tail(300, u'A');
+  Compare(u"(" + tail + u") X1.5\r\nB\r\nC1\r\n", u"(" + tail + u") X2.5\r\nB\r\nC2\r\n");
+  headless::Click(kIdReviewNext);
+  for (const int pane : {kIdReviewLeftPane, kIdReviewRightPane}) {
+    EXPECT_EQ(SelectedLine(pane), 0);
+    const int number = static_cast<int>(platform::EditorText(pane).find(u".5"));
+    const int x = platform::PointOfPosition(pane, number).x;
+    EXPECT_GE(x, 0);
+    EXPECT_LT(x, platform::RectWidth(platform::PlaceOf(pane)));
+  }
+  headless::Click(kIdReviewNext);
+  for (const int pane : {kIdReviewLeftPane, kIdReviewRightPane}) {
+    EXPECT_EQ(platform::PointOfPosition(pane, platform::EditorLineStart(pane, 2)).x, 0);
+  }
+}
+
+TEST_F(Review, TakesAwayTheWordsThatAskForACompare) {
+  Compare(u"A\r\n", u"B\r\n");
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), kReadyWords);
+  Mark({2});
+  EXPECT_EQ(platform::TextOf(kIdStatusLine),
+            u"Compare selection changed. Ctrl+click another tab, then press COMPARE.");
+  headless::Click(kIdReviewBack);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), kReadyWords);
+  ShowStatus(u"Another event.");
+  headless::Click(kIdCompareSecond);
+  headless::Click(kIdReviewBack);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Another event.");
 }
 
 TEST_F(Review, StepsOverShownRowsWithChangesOnly) {
