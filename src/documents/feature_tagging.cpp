@@ -12,6 +12,7 @@
 #include "documents/block_text.h"
 #include "documents/feature_blocks.h"
 #include "documents/feature_operations.h"
+#include "documents/insertion.h"
 #include "documents/marker_lines.h"
 #include "documents/save_state.h"
 #include "documents/save_words.h"
@@ -121,16 +122,9 @@ int WriteAllMarkers(const TagPlace (&places)[kMaxFeatures], platform::EditorRang
   return steps;
 }
 
-// FNV-1a over 16-bit units.
-std::uint64_t TextHash(std::u16string_view text) {
-  std::uint64_t hash = 0xCBF29CE484222325u;
-  for (const char16_t c : text) hash = (hash ^ c) * 0x100000001B3u;
-  return hash;
-}
-
 bool AtLastRun() {
   return platform::EditorLength(kIdEditor) == lastRun.length &&
-         TextHash(platform::EditorText(kIdEditor)) == lastRun.hash;
+         UnitHash(platform::EditorText(kIdEditor)) == lastRun.hash;
 }
 
 // Redoes the part of the last run that was undone. An END line whose BEGIN was undone would be
@@ -184,7 +178,7 @@ void TagText(bool byUser) {
     if (!ResumeLastRun(byUser)) {
       const int steps = WriteAllMarkers(places, selection);
       platform::SetEditorSelection(kIdEditor, selection);
-      lastRun = {TextHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor),
+      lastRun = {UnitHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor),
                  steps};
     }
     platform::HoldEditorRedraw(kIdEditor, false);
@@ -224,7 +218,8 @@ void HintAtCount() {
   if (features.count == kMaxFeatures) return ShowFeatureHint(kFull);
   if (features.count == 0) return ShowFeatureHint(kNone);
   const std::u16string shown = platform::TextOf(kIdFeatureHint);
-  if (shown == kFull || shown == kNone) ShowFeatureHint(kFeaturesWords);
+  const bool gone = shown == kFeatureAdded && FindFeature(AddedFeature()) < 0;
+  if (shown == kFull || shown == kNone || gone) ShowFeatureHint(kFeaturesWords);
 }
 
 }  // namespace

@@ -172,6 +172,18 @@ void PutNewBlock(std::u16string_view text, const std::u16string& block, bool pla
   }
 }
 
+// What an Undo of the last split brings back. Of the text it restores it leaves the caret behind
+// the end, which may lie far behind the place where the work was.
+struct SplitTrace {
+  std::uint64_t serial = 0;  // of the program, 0: there is none
+  int length = 0;            // of the text before
+  std::uint64_t hash = 0;
+  int caret = 0;   // editor position of the split
+  int behind = 0;  // where an Undo leaves the caret
+};
+SplitTrace lastSplit;
+std::int32_t addedId = 0;  // of the feature that was added last
+
 // Between two halves of the user code around the caret, or beside it where one half is empty.
 void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u16string& block,
                 std::int32_t id) {
@@ -182,6 +194,8 @@ void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u1
   range.from = AdvanceOffset(map, place.at);
   range.to = AdvanceOffset(map, features.rows[place.row].end);
   const int line = platform::EditorLineOf(kIdEditor, range.from);
+  lastSplit = {ActiveSerial(), platform::EditorLength(kIdEditor), UnitHash(text), range.from,
+               range.to};
   const std::int32_t rest = RestId(text, id);
   CopyFeatureMarks(features.rows[place.row].id, rest);
   PutText(range, SplitText(text, place, block, rest));
@@ -403,9 +417,24 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
   RefreshFeatureList();
   SelectFeatureRow(id);
   UpdateFeatureCaptions();
+  addedId = id;
   ShowFeatureHint(update ? u"Feature updated in place. Undo restores the prior block."
-                         : u"Feature added. Select it, then Edit Settings.");
+                         : kFeatureAdded);
   return true;
+}
+
+std::int32_t AddedFeature() { return addedId; }
+
+void ReturnBehindUndo() {
+  const platform::EditorRange caret = platform::EditorSelection(kIdEditor);
+  if (lastSplit.serial == 0 || lastSplit.serial != ActiveSerial() || caret.from != caret.to ||
+      caret.to != lastSplit.behind || platform::EditorLength(kIdEditor) != lastSplit.length ||
+      UnitHash(platform::EditorText(kIdEditor)) != lastSplit.hash) {
+    return;
+  }
+  platform::SetEditorSelection(kIdEditor, {lastSplit.caret, lastSplit.caret});
+  platform::ScrollCaretIntoView(kIdEditor);
+  lastSplit = {};
 }
 
 Destination AskIfNeverRun(std::int32_t index, int more) {
@@ -498,6 +527,8 @@ void ResetInsertion() {
   SetEditLink({});
   for (SettingsWriter& writer : writers) writer = nullptr;
   picker = nullptr;
+  lastSplit = {};
+  addedId = 0;
 }
 
 }  // namespace morva

@@ -31,6 +31,13 @@ void SetDestinationPicker(DestinationPicker picker);  // null: the caret is acce
 // program's end lies before that place. False: nothing changed, and the user knows why.
 // The change itself is not told: that is the caller's, by ProgramChanged.
 bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = false);
+// What the feature list says of it, for as long as that feature stands.
+inline constexpr char16_t kFeatureAdded[] = u"Feature added. Select it, then Edit Settings.";
+// The feature that was added or updated last, 0 for none.
+std::int32_t AddedFeature();
+// Behind an Undo that took back code put in at a split: the caret goes to that place again. Called
+// when the text has settled.
+void ReturnBehindUndo();
 // Whether an update may replace the block under edit: it stands there once, as it was opened. True
 // without one. The table is that of the program behind it.
 bool LinkedBlockStands();

@@ -27,8 +27,8 @@ namespace morva {
 namespace {
 
 constexpr int kRetryMs = 5000;  // of a save that failed
-std::uint64_t lastFailed = 0;  // ticket
-bool alone = false;            // nobody is there to answer a box
+std::uint64_t lastFailed = 0;   // ticket
+bool alone = false;             // nobody is there to answer a box
 void (*askAboutChangedFile)(std::uint64_t serial) = nullptr;
 
 std::u16string_view TextOf(const ProgramTab* tab) {

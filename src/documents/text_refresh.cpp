@@ -7,6 +7,7 @@
 #include "app/hooks.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_information.h"
+#include "documents/split_undo.h"
 #include "platform/editor.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -20,6 +21,7 @@ void ArmTextRefresh(int milliseconds) {
 void RunTextRefresh() {
   platform::StopTimer(platform::kMainWindow, kTimerText);
   const std::uint64_t before = platform::EditorRevision(kIdEditor);
+  ReturnBehindUndo();
   TagAfterEdit();
   if (platform::EditorRevision(kIdEditor) != before) WriteProgramInformation();
   RefreshFeatureList();

@@ -73,6 +73,35 @@ constexpr char16_t kCheckWords[] =
     u"Enter valid non-zero shape dimensions and a positive feed, with Safe Z above the cutting "
     u"depth.";
 
+// Yes parts the user code at the caret; the Undo gives its whole text back, whose end is far away.
+TEST_F(ShapePanel, LeavesTheCaretAtThePlaceOfTheSplitBehindAnUndo) {
+  std::u16string program = u"%\r\nO1\r\nG20\r\n";
+  for (int i = 0; i < 60; ++i) program += u"G01 X" + IntegerText(i) + u".\r\n";
+  platform::SetEditorText(kIdEditor, program + u"M30\r\n%\r\n");
+  headless::Advance(200);
+  const std::u16string before = Text();
+  const int place = platform::EditorLineStart(kIdEditor, 8);
+  platform::SetEditorSelection(kIdEditor, {place, place});
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  Insert();
+  ASSERT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::Advance(200);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint), u"Feature added. Select it, then Edit Settings.");
+  headless::Focus(kIdEditor);
+  ASSERT_TRUE(platform::UndoEditor(kIdEditor));
+  headless::Advance(200);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).from, place);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).to, place);
+  EXPECT_LE(platform::FirstVisibleLine(kIdEditor), 8);
+  EXPECT_EQ(platform::TextOf(kIdFeatureHint), u"All program features appear here.");
+  // Once: the end of the program is a place like any other.
+  const int end = platform::EditorLength(kIdEditor);
+  platform::SetEditorSelection(kIdEditor, {end, end});
+  headless::Advance(200);
+  EXPECT_EQ(platform::EditorSelection(kIdEditor).to, end);
+}
+
 TEST_F(ShapePanel, OffersSevenShapesAndThoseThatWereSaved) {
   Save(u"Ear");
   EXPECT_EQ(Rows(),
