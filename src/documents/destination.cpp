@@ -79,6 +79,7 @@ constexpr char16_t kNewTitle[] = u"New project.NC";
 struct Picker {
   std::uint64_t source = 0;       // the program that the insert started from
   std::uint64_t destination = 0;  // the chosen one
+  std::int32_t units = 0;         // units word of the code, 0 for none
   int insertPosition = 0;         // operation number, from 1
   int lastPosition = 0;
   bool update = false;       // a block of this kind is under edit in the source
@@ -86,7 +87,8 @@ struct Picker {
   bool split = false;        // the user code around the caret is to be parted
   bool offersSplit = false;  // there is such code
   int splitLine = 0;         // editor line that its second half begins with
-  int splitPosition = 0;     // the number that the new operation gets by it
+  std::int32_t splitIndex = 0;
+  int splitPosition = 0;  // the number that the new operation gets by it
   PlaceAround splitAround;
   PlaceAround chosenAround;  // of the place that is chosen
   std::uint64_t heldSerial =
@@ -142,7 +144,8 @@ void FindSplitOfSource(std::u16string_view text) {
   if (!picker.offersSplit) return;
   picker.splitLine = platform::EditorLineOf(kIdEditor, MapTextOffset(text, split.at));
   picker.splitPosition = split.row + (split.before ? 2 : 1);
-  picker.splitAround = LookAround(text, SplitIndex(split));
+  picker.splitIndex = SplitIndex(split);
+  picker.splitAround = LookAround(text, picker.splitIndex);
 }
 
 // Where a block of this number begins; the table describes the text.
@@ -204,7 +207,9 @@ void ShowPlace(By by, bool update, int position, const PlaceAround& around) {
   const bool known = position >= 1 && position <= picker.lastPosition;
   platform::SelectRow(kIdDestinationList, known ? position - 1 : -1);
   PlaceAround shown = picker.split ? picker.splitAround : around;
-  if (update && IsRun(shown)) shown.words = u"In the place of operation " + IntegerText(position);
+  if (update && IsRun(shown)) {
+    shown.words = u"In the place of operation " + IntegerText(position) + u"; the others stay";
+  }
   picker.chosenAround = update ? PlaceAround() : shown;
   platform::SetText(kIdDestinationAround, shown.words);
   // No form: a form colours its words once and for all, these warn.
@@ -234,17 +239,35 @@ void Refresh(By by) {
   if (!IsStaged(chosen)) ScanStage();
 }
 
+constexpr char16_t kInsertTitle[] = u"Insert code";
+
+// What the line above the keys tells has to be answered where it does harm: Enter alone must not
+// put code where no control runs it, or millimeters before inches. An update stays in its place.
+bool WantsItThere(int position) {
+  const std::uint64_t chosen = ChosenProgram();
+  if (picker.update && chosen == picker.source) return true;
+  const std::u16string_view text = ScannedText(chosen);
+  const std::int32_t index = picker.split ? picker.splitIndex : IndexOfPosition(text, position);
+  const std::int32_t before = UnitsAt(text, index);
+  if (!IsStaged(chosen)) ScanStage();
+  if (picker.chosenAround.behindEnd && !WantsItNeverRun(picker.chosenAround)) return false;
+  return MaySwitchUnits(before, picker.units, kInsertTitle,
+                        u"The unit keys of the workspace convert it.");
+}
+
 void Accept() {
   Refresh(By::Box);
   const int position = TypedPosition();
-  if (!picker.split && (position < 1 || position > picker.lastPosition)) {
-    platform::ShowBox(u"Insert code", u"Choose an operation position within the displayed range.",
+  const bool known = picker.split || (position >= 1 && position <= picker.lastPosition);
+  if (!known) {
+    platform::ShowBox(kInsertTitle, u"Choose an operation position within the displayed range.",
                       platform::BoxButtons::Ok, platform::BoxIcon::None);
+  }
+  if (!known || !WantsItThere(position)) {
     platform::SetFocusTo(kIdDestinationPosition);
     platform::SelectAllText(kIdDestinationPosition);
     return;
   }
-  if (picker.chosenAround.behindEnd && !WantsItNeverRun(picker.chosenAround)) return;
   picker.insertPosition = position;
   picker.destination = ChosenProgram();
   platform::EndDialog(kViewDestination, kAccepted);
@@ -341,10 +364,11 @@ Destination PlaceCaret() {
 
 }  // namespace
 
-Destination RunDestinationPicker(int kind) {
+Destination RunDestinationPicker(int kind, std::int32_t units) {
   if (platform::Exists(kViewDestination)) return Destination::Cancelled;
   picker = Picker();
   picker.source = ActiveSerial();
+  picker.units = units;
   picker.update = editLink.kind == kind && editLink.tab == app.activeTab;
   const std::u16string_view text = ScannedText(picker.source);
   picker.ownPosition = PositionByCaret(text);

@@ -1,5 +1,7 @@
 #include "documents/insertion.h"
 
+#include <algorithm>
+
 #include "app/app_state.h"
 #include "app/change_guard.h"
 #include "app/command_ids.h"
@@ -12,6 +14,7 @@
 #include "documents/feature_operations.h"
 #include "documents/marker_lines.h"
 #include "documents/program_places.h"
+#include "documents/split_undo.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
 #include "documents/text_room.h"
@@ -172,16 +175,6 @@ void PutNewBlock(std::u16string_view text, const std::u16string& block, bool pla
   }
 }
 
-// What an Undo of the last split brings back. Of the text it restores it leaves the caret behind
-// the end, which may lie far behind the place where the work was.
-struct SplitTrace {
-  std::uint64_t serial = 0;  // of the program, 0: there is none
-  int length = 0;            // of the text before
-  std::uint64_t hash = 0;
-  int caret = 0;   // editor position of the split
-  int behind = 0;  // where an Undo leaves the caret
-};
-SplitTrace lastSplit;
 std::int32_t addedId = 0;  // of the feature that was added last
 
 // Between two halves of the user code around the caret, or beside it where one half is empty.
@@ -194,8 +187,7 @@ void PutAtSplit(std::u16string_view text, const SplitPlace& place, const std::u1
   range.from = AdvanceOffset(map, place.at);
   range.to = AdvanceOffset(map, features.rows[place.row].end);
   const int line = platform::EditorLineOf(kIdEditor, range.from);
-  lastSplit = {ActiveSerial(), platform::EditorLength(kIdEditor), UnitHash(text), range.from,
-               range.to};
+  NoteSplit(text, range);
   const std::int32_t rest = RestId(text, id);
   CopyFeatureMarks(features.rows[place.row].id, rest);
   PutText(range, SplitText(text, place, block, rest));
@@ -338,8 +330,8 @@ Destination AskNeverRun(std::u16string_view text, const PlaceAround& place, int 
 }
 
 // Cancelled also where another program came up behind the question.
-Destination AskPlace(int kind, bool asksWhere) {
-  if (asksWhere && picker) return picker(kind);
+Destination AskPlace(int kind, std::u16string_view code, bool asksWhere) {
+  if (asksWhere && picker) return picker(kind, Call(hooks.lastUnitsCode, code));
   if (editLink.kind == kind) return Destination::Caret;
   const std::u16string_view text = platform::EditorText(kIdEditor);
   ScanEditorText();
@@ -394,7 +386,7 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
            platform::BoxIcon::Warning);
     return false;
   }
-  const Destination destination = AskPlace(kind, asksWhere);
+  const Destination destination = AskPlace(kind, code, asksWhere);
   if (destination == Destination::Cancelled) return false;
   AutoTagBlocks();
   // The program that was picked must have the room. Every byte of the record takes two digits,
@@ -424,18 +416,6 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere) {
 }
 
 std::int32_t AddedFeature() { return addedId; }
-
-void ReturnBehindUndo() {
-  const platform::EditorRange caret = platform::EditorSelection(kIdEditor);
-  if (lastSplit.serial == 0 || lastSplit.serial != ActiveSerial() || caret.from != caret.to ||
-      caret.to != lastSplit.behind || platform::EditorLength(kIdEditor) != lastSplit.length ||
-      UnitHash(platform::EditorText(kIdEditor)) != lastSplit.hash) {
-    return;
-  }
-  platform::SetEditorSelection(kIdEditor, {lastSplit.caret, lastSplit.caret});
-  platform::ScrollCaretIntoView(kIdEditor);
-  lastSplit = {};
-}
 
 Destination AskIfNeverRun(std::int32_t index, int more) {
   const std::u16string_view text = platform::EditorText(kIdEditor);
@@ -505,12 +485,28 @@ bool InsertTextAsBlock(std::u16string_view inserted) {
   return true;
 }
 
+std::int32_t UnitsAt(std::u16string_view text, std::int32_t index) {
+  const auto units = static_cast<std::size_t>(std::max(index, 0));
+  const std::int32_t before = Call(hooks.lastUnitsCode, text.substr(0, units));
+  return before != 0 ? before : Call(hooks.lastUnitsCode, text);
+}
+
 std::int32_t UnitsWhereTextGoes() {
   if (app.commandWordsActive) Call(hooks.editorFromWords);
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  const auto index = static_cast<std::size_t>(PlaceOfText(text).index);
-  const std::int32_t before = Call(hooks.lastUnitsCode, text.substr(0, index));
-  return before != 0 ? before : Call(hooks.lastUnitsCode, text);
+  return UnitsAt(text, PlaceOfText(text).index);
+}
+
+bool MaySwitchUnits(std::int32_t before, std::int32_t after, const char16_t* title,
+                    std::u16string_view way) {
+  if (before == 0 || after == 0 || before == after) return true;
+  std::u16string words =
+      before == 21
+          ? u"The program is in millimeters where the block goes; the block switches it to inches. "
+          : u"The program is in inches where the block goes; the block switches it to "
+            u"millimeters. ";
+  words += way;
+  return ConfirmedNoFirst(title, words + u"\r\n\r\nInsert it all the same?");
 }
 
 void TellOtherUnit(std::int32_t before, std::u16string_view block) {
@@ -527,8 +523,8 @@ void ResetInsertion() {
   SetEditLink({});
   for (SettingsWriter& writer : writers) writer = nullptr;
   picker = nullptr;
-  lastSplit = {};
   addedId = 0;
+  ResetSplitUndo();
 }
 
 }  // namespace morva

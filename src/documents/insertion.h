@@ -23,7 +23,8 @@ void SetSettingsWriter(int kind, SettingsWriter writer);
 // Where the user wants a block. Placed: the caret stands where the block must go, so that it is
 // not moved out of a surrounding block. Split: the user code that holds the caret is parted there.
 enum class Destination { Cancelled, Caret, Placed, Split };
-using DestinationPicker = Destination (*)(int kind);
+// `units` is the units word of the code, 20 or 21, 0 for none.
+using DestinationPicker = Destination (*)(int kind, std::int32_t units);
 void SetDestinationPicker(DestinationPicker picker);  // null: the caret is accepted
 
 // The block with this code behind the block that holds the caret, or in place of the block under
@@ -35,9 +36,6 @@ bool InsertFeatureBlock(int kind, std::u16string_view code, bool asksWhere = fal
 inline constexpr char16_t kFeatureAdded[] = u"Feature added. Select it, then Edit Settings.";
 // The feature that was added or updated last, 0 for none.
 std::int32_t AddedFeature();
-// Behind an Undo that took back code put in at a split: the caret goes to that place again. Called
-// when the text has settled.
-void ReturnBehindUndo();
 // Whether an update may replace the block under edit: it stands there once, as it was opened. True
 // without one. The table is that of the program behind it.
 bool LinkedBlockStands();
@@ -67,6 +65,12 @@ bool InsertTextAsBlock(std::u16string_view text);
 // The units word, 20 or 21, that is in force where InsertTextAsBlock puts its text; where none
 // stands before, the last one of the program. 0: it has none.
 std::int32_t UnitsWhereTextGoes();
+// The same for a text index of any program's text.
+std::int32_t UnitsAt(std::u16string_view text, std::int32_t index);
+// Whether a block may leave another unit on than was in force, which is a units word, 0 for none;
+// where it does the user is asked, No first. `way` says what to do instead.
+bool MaySwitchUnits(std::int32_t before, std::int32_t after, const char16_t* title,
+                    std::u16string_view way);
 // Says in the log where code behind a block runs in another unit than before; `before` is the units
 // word that was in force, 0 for none.
 void TellOtherUnit(std::int32_t before, std::u16string_view block);

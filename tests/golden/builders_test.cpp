@@ -52,7 +52,7 @@ void JoinMadeUp(std::u16string_view words) {
   if (words == support::careful::kCommands[0].words) support::careful::Join();
 }
 
-morva::Destination CancelPicker(int) { return morva::Destination::Cancelled; }
+morva::Destination CancelPicker(int, std::int32_t) { return morva::Destination::Cancelled; }
 
 struct BuilderCases : Builders, testing::WithParamInterface<std::string> {
   void SetUp() override {

@@ -172,15 +172,10 @@ namespace {
 // The block stands before the user's own moves, which would run in its unit: 50 mm as 50 inches.
 bool MaySwitchUnit() {
   const std::int32_t before = UnitsWhereTextGoes();
-  if (before == 0 || (before == 21) == UnitsMetric()) return true;
   const std::uint64_t serial = ActiveSerial();
-  const std::u16string words =
-      before == 21
-          ? u"The program is in millimeters where the block goes; the block switches it to "
-            u"inches. MM above keeps its unit."
-          : u"The program is in inches where the block goes; the block switches it to "
-            u"millimeters. INCH above keeps its unit.";
-  return ConfirmedNoFirst(u"Tool Library", words + u"\r\n\r\nInsert it all the same?") &&
+  return MaySwitchUnits(
+             before, UnitsMetric() ? 21 : 20, u"Tool Library",
+             before == 21 ? u"MM above keeps its unit." : u"INCH above keeps its unit.") &&
          ActiveSerial() == serial;
 }
 

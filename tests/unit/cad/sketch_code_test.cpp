@@ -338,7 +338,7 @@ TEST_F(SketchCodeTest, OffersToUpdateTheBlockThatTheDrawingStandsIn) {
 TEST_F(SketchCodeTest, ForgetsThatOfferedBlockWhenThePickerIsCancelled) {
   Draw(Line(0, 0, 2, 0));
   GenerateSketchCode();
-  SetDestinationPicker([](int) { return Destination::Cancelled; });
+  SetDestinationPicker([](int, std::int32_t) { return Destination::Cancelled; });
   headless::QueueAnswer(platform::BoxAnswer::Yes);
   GenerateSketchCode();
   EXPECT_EQ(editLink.kind, 0);
@@ -365,7 +365,7 @@ TEST_F(SketchCodeTest, IsTheMenuItemsCommandAsWell) {
 
 TEST_F(SketchCodeTest, RunsNothingOfItsSuccessWhenThePickerIsCancelled) {
   Draw(Line(0, 0, 2, 0));
-  SetDestinationPicker([](int) { return Destination::Cancelled; });
+  SetDestinationPicker([](int, std::int32_t) { return Destination::Cancelled; });
   GenerateSketchCode();
   EXPECT_EQ(Text(), u"");
   EXPECT_EQ(platform::TextOf(kIdOutputLog), u"");

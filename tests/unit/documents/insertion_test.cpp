@@ -327,7 +327,7 @@ TEST_F(InsertBlock, ASecondWriterOfAKindStopsTheProgram) {
 }
 
 int picked = 0;
-Destination PickCancel(int kind) {
+Destination PickCancel(int kind, std::int32_t /*units*/) {
   picked = kind;
   return Destination::Cancelled;
 }
@@ -354,7 +354,7 @@ TEST_F(InsertBlock, RefusesUnstorableSettingsBeforeThePicker) {
 
 TEST_F(InsertBlock, RefusesAPickedProgramWithoutRoomForIt) {
   static const std::u16string full(kMaxReadBytes - 100, u'G');
-  SetDestinationPicker([](int) {
+  SetDestinationPicker([](int, std::int32_t) {
     Load(full);
     return Destination::Caret;
   });
@@ -369,7 +369,7 @@ TEST_F(InsertBlock, GoesInAtTheStartOfThePickedBlocksLine) {
   const std::u16string first = UserBlock(1, u"G0");
   const std::u16string second = UserBlock(2, u"G1");
   Load(u"%\r\n" + first + u"\r\n" + second + u"\r\n%");
-  SetDestinationPicker([](int) {
+  SetDestinationPicker([](int, std::int32_t) {
     CaretAt(u"(MORVA TEXT 2)");
     return Destination::Placed;
   });
@@ -382,7 +382,7 @@ TEST_F(InsertBlock, GoesInAtTheStartOfThePickedBlocksLine) {
 TEST_F(InsertBlock, GoesInBehindTheLastBlockAtTheLastPosition) {
   const std::u16string first = UserBlock(1, u"G0");
   Load(u"%\r\n" + first + u"\r\n%");
-  SetDestinationPicker([](int) {
+  SetDestinationPicker([](int, std::int32_t) {
     CaretAt(u"(MORVA END 1)");
     return Destination::Placed;
   });
@@ -394,7 +394,7 @@ TEST_F(InsertBlock, StartsALineWhereThePickedBlockFollowsAnotherDirectly) {
   const std::u16string first = UserBlock(1, u"G0");
   const std::u16string second = UserBlock(2, u"G1");
   Load(first + second);
-  SetDestinationPicker([](int) {
+  SetDestinationPicker([](int, std::int32_t) {
     CaretAt(u"(MORVA END 1)");
     return Destination::Placed;
   });
@@ -423,7 +423,7 @@ std::u16string PartedProgram(const std::u16string& block) {
   return u"%\r\n" + UserBlock(1, kForeignHead, u"Job") + u"\r\n" + block + u"\r\n" +
          UserBlock(3, kForeignTail, u"Job") + u"\r\n%\r\n";
 }
-Destination PickSplit(int) { return Destination::Split; }
+Destination PickSplit(int, std::int32_t) { return Destination::Split; }
 
 TEST_F(InsertBlock, PartsTheUserCodeBeforeTheCaretsLineInOneStep) {
   SetDestinationPicker(PickSplit);

@@ -225,6 +225,108 @@ TEST_F(DestinationTest, RefusesPositionsOutsideTheRangeAndStays) {
   EXPECT_EQ(Text(), kThree);
 }
 
+constexpr char16_t kEnded[] = u"(MORVA TEXT 1)\r\nO1\r\nG20\r\nG0 X1\r\nM30\r\n(MORVA END 1)\r\n";
+
+// The default place is behind the caret's block; a second Enter must not put code there.
+TEST_F(DestinationTest, AsksBeforeCodeGoesWhereItIsNeverRun) {
+  platform::SetEditorText(kIdEditor, kEnded);
+  Caret(platform::EditorLength(kIdEditor));
+  for (const bool wants : {false, true}) {
+    headless::QueueAnswer(wants ? platform::BoxAnswer::Yes : platform::BoxAnswer::No);
+    headless::InDialog([] {
+      EXPECT_EQ(Position(), u"2");
+      EXPECT_EQ(platform::TextOf(kIdDestinationAround), u"Behind M30: never run");
+      headless::PressKey({platform::kKeyEnter});
+    });
+    if (!wants) {
+      headless::InDialog([] {
+        EXPECT_EQ(headless::OpenDialog(), kViewDestination);
+        EXPECT_EQ(platform::FocusedId(), kIdDestinationPosition);
+      });
+    }
+    EXPECT_EQ(Insert(), wants);
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].title, u"Insert code");
+    EXPECT_EQ(boxes[0].text,
+              u"The code would stand behind M30, where it is never run.\r\n\r\nInsert it there all "
+              u"the same?");
+    EXPECT_EQ(Text() == kEnded, !wants);
+  }
+  // Nothing is asked where a split runs it, and of an update, which stays where it is.
+  platform::SetEditorText(kIdEditor, kEnded);
+  CaretAt(u"M30");
+  headless::InDialog([] {
+    headless::TypeInto(kIdDestinationPosition, u"2");
+    EXPECT_TRUE(platform::IsChecked(kIdDestinationSplit));
+    headless::Click(kIdDestinationInsert);
+  });
+  EXPECT_TRUE(Insert());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(DestinationTest, AsksNothingOfAnUpdateWhereverItStands) {
+  platform::SetEditorText(kIdEditor, kEnded);
+  Caret(platform::EditorLength(kIdEditor));
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::InDialog([] { headless::Click(kIdDestinationInsert); });
+  ASSERT_TRUE(Insert());
+  headless::TakeBoxes();
+  LinkTo(2);
+  headless::InDialog([] { headless::Click(kIdDestinationInsert); });
+  EXPECT_TRUE(InsertFeatureBlock(kKindSketch, u"\r\nG21\r\nG1 X1\r\n", true));
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+}
+
+TEST_F(DestinationTest, SaysThatAnUpdateMovesNothing) {
+  AcceptAt(u"2");
+  ASSERT_TRUE(Insert());
+  LinkTo(4);
+  Look([] {
+    EXPECT_EQ(platform::TextOf(kIdDestinationAround),
+              u"In the place of operation 2; the others stay");
+  });
+}
+
+// Of the place in the chosen program, as the tool library asks.
+TEST_F(DestinationTest, AsksBeforeCodeLeavesTheOtherUnitOn) {
+  AddProgram(u"B.NC", u"G21\r\nG0 X1\r\n");
+  AddProgram(u"C.NC", u"G0 X1\r\n");
+  platform::SetEditorText(kIdEditor,
+                          u"(MORVA TEXT 1)\r\nG20\r\n(MORVA END 1)\r\n"
+                          u"(MORVA TEXT 2)\r\nG21\r\n(MORVA END 2)\r\n");
+  const struct {
+    const char16_t* code;
+    int program;
+    const char16_t* position;
+    const char16_t* switches;  // null: nothing is asked
+  } kCases[] = {{u"\r\nG21 (MM)\r\n", 0, u"2", u"switches it to millimeters."},
+                {u"\r\nG21 (MM)\r\n", 0, u"3", nullptr},
+                {u"\r\nG20 (INCH)\r\n", 0, u"2", nullptr},
+                {u"\r\nG20 (INCH)\r\n", 0, u"3", u"switches it to inches."},
+                {u"\r\nG20 (INCH)\r\n", 1, u"2", u"switches it to inches."},
+                {u"\r\nG21 (MM)\r\n", 1, u"2", nullptr},
+                {u"\r\nG21 (MM)\r\n", 2, u"2", nullptr},
+                {u"\r\nG1 X1\r\n", 0, u"2", nullptr}};
+  const std::u16string before = Text();
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(testing::Message() << platform::ToUtf8(c.code) << c.program);
+    SwitchTab(0);
+    platform::SetEditorText(kIdEditor, before);
+    headless::TakeBoxes();
+    headless::QueueAnswer(platform::BoxAnswer::No);
+    headless::InDialog([&c] { headless::SelectRows(kIdDestinationProgram, {c.program}); });
+    AcceptAt(c.position);
+    EXPECT_EQ(InsertFeatureBlock(kKindSketch, c.code, true), c.switches == nullptr);
+    const auto boxes = headless::TakeBoxes();
+    ASSERT_EQ(boxes.size(), c.switches ? 1u : 0u);
+    if (!c.switches) continue;
+    EXPECT_EQ(boxes[0].title, u"Insert code");
+    EXPECT_NE(boxes[0].text.find(c.switches), std::u16string::npos);
+    EXPECT_EQ(Text(), before);
+  }
+}
+
 TEST_F(DestinationTest, TakesAPositionAfterARefusedOne) {
   AcceptAt(u"9");
   AcceptAt(u"2.9");  // whole digits count

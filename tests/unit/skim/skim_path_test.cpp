@@ -283,7 +283,7 @@ struct SkimPathBesideASketch : SkimPath {
   void SetUp() override {
     SkimPath::SetUp();
     headless::Click(kIdSkimCancel);
-    SetDestinationPicker([](int) { return Destination::Caret; });
+    SetDestinationPicker([](int, std::int32_t) { return Destination::Caret; });
     headless::Click(kIdSurfaceCad);
     Line(0, 0, 7, 0);
     ASSERT_TRUE(RouteCommand(kIdCadGenerate, platform::kNotifyClick));
