@@ -71,6 +71,22 @@ TEST_F(PlateAtTheDesk, HasTheKeyboardInItsFieldBehindTheBoxOfInsert) {
   EXPECT_EQ(desk::TextOf(kLength), QStringLiteral("8"));
 }
 
+// The first keys are a number, the last one is not.
+TEST_F(PlateAtTheDesk, KeepsNothingOfANumberThatEndsHalf) {
+  constexpr int kLength = morva::kIdPlateField;
+  const double before = morva::plate.values[morva::kPlateLength].value;
+  desk::Key(kLength, Qt::Key_A, Qt::ControlModifier);
+  desk::TypeHere(QStringLiteral("25"));
+  EXPECT_EQ(morva::plate.values[morva::kPlateLength].value, 25);
+  desk::Run(300);
+  desk::TypeHere(QStringLiteral("o"));
+  desk::AnswerBox(QStringLiteral("OK"));
+  desk::KeyHere(Qt::Key_Return);
+  EXPECT_TRUE(desk::LastBoxText().contains(QStringLiteral("Nothing was changed.")));
+  EXPECT_EQ(desk::TextOf(kLength), QStringLiteral("25o"));
+  EXPECT_EQ(morva::plate.values[morva::kPlateLength].value, before);
+}
+
 TEST_F(PlateAtTheDesk, LooksWholeAtBothSizes) {
   for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
     Resize(size.width(), size.height());

@@ -12,6 +12,7 @@
 #include "forms/form.h"
 #include "forms/sheet.h"
 #include "platform/control.h"
+#include "platform/editor.h"
 #include "platform/listing.h"
 #include "platform/window.h"
 #include "shell/modes.h"
@@ -71,6 +72,28 @@ struct ShapesAtTheDesk : AtDesk {
     }
   }
 };
+
+TEST_F(ShapesAtTheDesk, LeavesTheCaretAtThePlaceOfTheSplitBehindAnUndo) {
+  std::u16string program = u"%\r\nO1\r\nG20\r\n";
+  for (int i = 0; i < 120; ++i) program += u"G01 X1.\r\n";
+  platform::SetEditorText(morva::kIdEditor, program + u"M30\r\n%\r\n");
+  desk::Run(300);
+  const int place = platform::EditorLineStart(morva::kIdEditor, 8);
+  platform::SetEditorSelection(morva::kIdEditor, {place, place});
+  morva::SetMode(morva::kModeShapes);
+  desk::AnswerBox(QStringLiteral("Yes"));
+  desk::Click(morva::kIdShapeInsert);
+  ASSERT_TRUE(desk::Until([]() { return Holds("(MORVA END 3)"); }));
+  desk::Run(300);
+  desk::Key(morva::kIdEditor, Qt::Key_Z, Qt::ControlModifier);
+  ASSERT_TRUE(desk::Until([]() { return !Holds("(MORVA END 3)"); }));
+  EXPECT_TRUE(desk::Until([place]() {
+    return platform::EditorSelection(morva::kIdEditor).to == place &&
+           platform::FirstVisibleLine(morva::kIdEditor) <= 8;
+  }));
+  EXPECT_EQ(desk::TextOf(morva::kIdFeatureHint),
+            QStringLiteral("All program features appear here."));
+}
 
 TEST_F(ShapesAtTheDesk, ShowsEachShapeWithItsFieldsAndItsPictureAtBothSizes) {
   SaveEar();
