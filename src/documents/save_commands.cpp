@@ -74,7 +74,10 @@ bool ChangedBeneath(ProgramTab& tab) {
   return !DiskHoldsStill(tab);
 }
 
-bool AnswerChangedFile(std::uint64_t serial) {
+// Whether SettleText has asked already.
+enum class Text { Settled, ToSettle };
+
+bool AnswerChangedFile(std::uint64_t serial, Text asked) {
   std::u16string text(BareFileName(app.activePath));
   text +=
       u" was changed on disk by another program since it was opened or last saved.\r\n\r\n"
@@ -89,6 +92,7 @@ bool AnswerChangedFile(std::uint64_t serial) {
   if (!ReturnToTab(serial)) return false;
   switch (answer) {
     case platform::BoxAnswer::Yes:
+      if (asked == Text::ToSettle && !SettleText()) return false;
       return SaveProgramOver(app.activePath);
     case platform::BoxAnswer::No:
       LoadAgain();
@@ -104,9 +108,9 @@ bool AnswerChangedFile(std::uint64_t serial) {
 
 // Asks what to do with a file that another program has changed, and does it. True: it is being
 // written.
-bool SettleChangedFile() {
+bool SettleChangedFile(Text asked) {
   const std::uint64_t serial = ActiveSerial();
-  const bool handedOver = AnswerChangedFile(serial);
+  const bool handedOver = AnswerChangedFile(serial, asked);
   if (ProgramTab* const left = TabOfSerial(serial); left && !handedOver) KeepShown(*left);
   return handedOver;
 }
@@ -136,7 +140,7 @@ bool StandsInAnotherTab(std::u16string_view path) {
 }
 
 void AskAboutChangedFile(std::uint64_t serial) {
-  if (ReturnToTab(serial)) SettleChangedFile();
+  if (ReturnToTab(serial)) SettleChangedFile(Text::ToSettle);
 }
 
 }  // namespace
@@ -147,7 +151,7 @@ void SettleActiveFile() {
   // Asked here, and not once more when the window comes to the front.
   (void)OfferLoading(*tab);
   if (IsWorkedOn(*tab)) {
-    SettleChangedFile();
+    SettleChangedFile(Text::ToSettle);
   } else {
     OfferToLoadAgain();
   }
@@ -157,7 +161,7 @@ bool SaveProgramCommand() {
   if (PathOfUser().empty()) return SaveProgramAs();
   if (!SettleText()) return false;
   ProgramTab* tab = ActiveTab();
-  if (tab && ChangedBeneath(*tab)) return SettleChangedFile();
+  if (tab && ChangedBeneath(*tab)) return SettleChangedFile(Text::Settled);
   return SaveProgram(PathOfUser(), true);
 }
 

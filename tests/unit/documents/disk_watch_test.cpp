@@ -181,7 +181,7 @@ TEST_F(Disk, TellsASaveOfAProgramThatIsNotShownWithItsName) {
   EXPECT_NE(Status(), u"Project autosaved.");
 }
 
-bool ASlowFlush(std::string_view kind) {
+bool SlowFlush(std::string_view kind) {
   if (kind == "flush") platform::SleepMilliseconds(300);
   return false;
 }
@@ -193,7 +193,7 @@ TEST_F(Disk, TellsThatAHeldProgramIsSavedBehindAnotherTabToo) {
   TypeProgram(u"G0 X2");
   headless::Advance(700);
   ASSERT_EQ(Status(), kNotSaved);
-  platform::fileFault = ASlowFlush;
+  platform::fileFault = SlowFlush;
   headless::QueueAnswer(BoxAnswer::Yes);
   EXPECT_TRUE(morva::SaveProgramCommand());
   morva::SwitchTab(0);
@@ -528,6 +528,52 @@ TEST_F(Disk, AutosavesNothingThatWouldLoseCharactersUnasked) {
   EXPECT_NE(Raw("a.NC").find("(D 5)"), std::string::npos);
 }
 
+const Titles kAskedOfBoth = {u"Changed on Disk", u"Save"};
+
+TEST_F(Disk, AsksAboutCharactersBeforeOpenWritesOverAFileThatChanged) {
+  OpenProgram();
+  TypeProgram(u"(\u00D8 5)");
+  headless::Advance(700);
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  headless::QueueAnswer(BoxAnswer::No);
+  OpenFile("a.NC");
+  EXPECT_EQ(BoxTitles(), kAskedOfBoth);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  EXPECT_NE(Text().find(u"(\u00D8 5)"), std::u16string::npos);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  OpenFile("a.NC");
+  EXPECT_EQ(BoxTitles(), kAskedOfBoth);
+  EXPECT_NE(Raw("a.NC").find("(? 5)"), std::string::npos);
+}
+
+// The file changes between the question of the save and its writing, and the user types on.
+TEST_F(Disk, AsksAboutCharactersThatWereTypedWhileASaveFoundItsFileChanged) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  platform::fileFault = SlowFlush;
+  ASSERT_TRUE(morva::SaveProgramCommand());
+  TypeProgram(u"(\u00D8 5)");
+  WriteElsewhere("G0 X9\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  headless::QueueAnswer(BoxAnswer::No);
+  headless::Advance(5000);
+  EXPECT_EQ(BoxTitles(), kAskedOfBoth);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+}
+
+TEST_F(Disk, AsksOnceAboutCharactersWhereSaveFindsTheFileChanged) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"(\u00D8 5)");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  EXPECT_EQ(BoxTitles(), (Titles{u"Save", u"Changed on Disk"}));
+  EXPECT_NE(Raw("a.NC").find("(? 5)"), std::string::npos);
+}
+
 // --- Texts that grow beyond what can be opened.
 
 TEST_F(Disk, WritesNoFileUnaskedThatCouldNotBeOpenedAgain) {
@@ -579,11 +625,6 @@ TEST_F(Disk, SavesSteadyTypingWithinFiveSeconds) {
   }
   EXPECT_LE(platform::TickMilliseconds() - start, 5000u + 400u);
   EXPECT_GE(platform::TickMilliseconds() - start, 4000u);
-}
-
-bool SlowFlush(std::string_view kind) {
-  if (kind == "flush") platform::SleepMilliseconds(300);
-  return false;
 }
 
 TEST_F(Disk, TellsASaveWhenItIsTrue) {
