@@ -62,6 +62,8 @@ std::u16string PathOf(ProgramTab& tab) {
   return {};
 }
 
+bool waits = false;  // a program, for a save of its own
+
 // True: the program has to wait for a save under way.
 bool Autosave(ProgramTab& tab) {
   if (!WaitsForSave(tab)) return false;
@@ -101,12 +103,14 @@ void RunAutosave() {
   running = true;
   StoreWhatIsOwed();  // first: what fails behind this line waits for the next time
   if (const Surface* up = SurfaceUp()) Call(up->storePending);
-  bool waits = false;
+  waits = false;
   for (int i = 0; i < app.tabCount; ++i) waits = Autosave(tabs[i]) || waits;
   running = false;
   if (waits) platform::StartTimer(platform::kMainWindow, kTimerAutosave, kAutosaveMilliseconds);
 }
 
-void ResetAutosave() { running = false; }
+bool AutosaveWaits() { return waits; }
+
+void ResetAutosave() { running = waits = false; }
 
 }  // namespace morva

@@ -10,6 +10,8 @@ void ScheduleAutosave();
 // "Projects": the active one, and those whose save was put off or failed before their tab was left.
 // One that the user has not touched is left alone, and one that a question must be asked about.
 void RunAutosave();
+// Whether a program was left out of the last run because a Save As of its own was under way.
+bool AutosaveWaits();
 void ResetAutosave();
 
 }  // namespace morva

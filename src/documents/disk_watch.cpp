@@ -60,12 +60,27 @@ bool KeepMine(ProgramTab& tab, std::u16string& words) {
       u"are lost.\r\n\r\nLoad it all the same?");
 }
 
+std::u16string_view FolderOf(std::u16string_view path) {
+  return path.substr(0, path.size() - BareFileName(path).size());
+}
+
+// Whether a save that is under way makes or replaces the file of a path, under whatever name.
+bool TakesFile(const ProgramTab& tab, std::u16string_view path, const platform::FileFigures& file) {
+  const std::u16string_view taking = tab.save.takingPath;
+  if (taking.empty() || path.empty()) return false;
+  if (taking == path || platform::IsSameFile(file, platform::FiguresOf(taking))) return true;
+  // Of a file that does not stand yet, its folder.
+  return BareFileName(taking) == BareFileName(path) &&
+         platform::IsSameFile(platform::FiguresOf(FolderOf(path)),
+                              platform::FiguresOf(FolderOf(taking)));
+}
+
 }  // namespace
 
 int TabOfFile(std::u16string_view path) {
   const platform::FileFigures file = platform::FiguresOf(path);
   for (int i = 0; i < app.tabCount; ++i) {
-    if (!path.empty() && tabs[i].save.takingPath == path) return i;
+    if (TakesFile(tabs[i], path, file)) return i;
     if (!tabs[i].path[0]) continue;
     if (std::u16string_view(tabs[i].path) == path) return i;
     if (platform::IsSameFile(file, platform::FiguresOf(tabs[i].path))) return i;

@@ -285,10 +285,19 @@ bool MayLoseReceived() {
                           u"Close MORVA and lose it?");
 }
 
+// A program that waits for its own Save As is saved behind it. False: the disk does not answer.
+bool SaveAllForEnd() {
+  RunAutosave();
+  const bool waits = AutosaveWaits();
+  if (!WaitForSaves()) return false;
+  if (!waits) return true;
+  RunAutosave();
+  return WaitForSaves();
+}
+
 bool OnClosing() {
   if (!MayEndPanels()) return false;
-  RunAutosave();
-  if (!WaitForSaves()) {
+  if (!SaveAllForEnd()) {
     std::u16string question =
         u"The disk does not answer; a save is still under way. Close MORVA anyway?";
     // The question about a transfer, which comes next, tells it then.
@@ -305,8 +314,7 @@ bool OnClosing() {
 void OnTerminated() {
   SaveWithoutBoxes();
   EndTransferForGood();
-  RunAutosave();
-  WaitForSaves();
+  SaveAllForEnd();
   SyncActiveTab();
   StashActiveWorkspace();
   for (int i = 0; i < app.tabCount; ++i) {

@@ -698,6 +698,30 @@ TEST_F(Disk, HandsAProgramOverBeforeItsTabIsLeft) {
   EXPECT_FALSE(tabs[1].dirty);
 }
 
+// The file of a Save As under way counts as open under each of its names, also before it stands.
+TEST_F(Disk, KnowsTheFileThatIsBeingSavedByItsOtherNames) {
+  support::fs::create_directory(folder / "sub");
+  support::fs::create_directory_symlink(folder, folder / "link");
+  Put("old.NC", "G0 X7\r\n");
+  for (const char* name : {"old.NC", "new.NC"}) {
+    OpenProgram();
+    const int tab = app.activeTab;
+    TypeProgram(u"G0 X2");
+    platform::fileFault = SlowFlush;
+    headless::QueueFile(PathOf(name));
+    ASSERT_TRUE(morva::SaveProgramAs());
+    for (const std::string other : {"sub/../", "link/"}) {
+      EXPECT_EQ(morva::TabOfFile(PathOf(other + name)), tab) << other << name;
+      EXPECT_EQ(morva::TabOfFile(PathOf(other + "third.NC")), -1);
+      EXPECT_EQ(morva::TabOfFile(PathOf("sub/" + std::string(name))), -1);
+    }
+    headless::Advance(5000);
+    platform::fileFault = nullptr;
+    EXPECT_EQ(morva::TabOfFile(PathOf("link/" + std::string(name))), tab);
+    morva::CloseProgram();
+  }
+}
+
 TEST_F(Disk, GoesOnUnderTheNewNameWhileTheSaveAsIsUnderWay) {
   OpenProgram();
   TypeProgram(u"G0 X2");

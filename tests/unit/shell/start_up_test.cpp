@@ -246,6 +246,17 @@ TEST_F(CloseFlow, TellsOfUnsavedChangesWhereTheDiskDoesNotAnswer) {
             u"Unsaved changes of one or more project tabs are lost too.");
 }
 
+TEST_F(CloseFlow, SavesWhatWasTypedBehindASaveAsThatIsUnderWay) {
+  headless::Advance(1000);
+  headless::SetFlushTime(100);
+  headless::QueueFile(Path("new.NC"));
+  RouteCommand(kIdSaveAs, 0);
+  headless::EditorInsert(kIdEditor, u"G0 X77 ");
+  EXPECT_TRUE(headless::CloseKey());
+  EXPECT_TRUE(headless::TakeBoxes().empty());
+  EXPECT_NE(ReadFile("new.NC").find("G0 X77"), std::string::npos);
+}
+
 TEST_F(Outlets, RepeatingAStatusInOtherCaseLeavesTheControlUntouched) {
   ShowStatus(u"Saved here");
   platform::SetText(kIdStatusLine, u"touched");
