@@ -31,6 +31,7 @@ namespace {
 constexpr int kAutosaveMilliseconds = 700;
 // Who types without a pause waits no longer than this.
 constexpr std::uint64_t kLongestUnsavedMs = 5000;
+constexpr std::size_t kRoomForTitle = 240;  // bytes in the name of a folder
 constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavailable.";
 
 bool running = false;
@@ -40,7 +41,10 @@ bool running = false;
 // holds a program already is passed over: nothing that was autosaved is ever replaced.
 std::u16string MakeProgramHome(const ProgramTab& tab) {
   const std::u16string name = CleanedTitle(tab.title);
-  const std::u16string folders = PathInData(u"Projects", name) + u"-";
+  // A name that a file may bear can be too long for a folder that is named by it and the ticks.
+  const bool fits = platform::ToUtf8(name).size() <= kRoomForTitle;
+  const std::u16string folders =
+      PathInData(u"Projects", fits ? name : ShortTitle(tab.title)) + u"-";
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kMaxProgramHomes; ++tries, ++tick) {
     const std::u16string folder = folders + IntegerText(tick);
@@ -78,6 +82,8 @@ bool Autosave(ProgramTab& tab) {
     KeepHeldCopy(tab);
   } else if (const std::u16string path = PathOf(tab); !path.empty()) {
     AutosaveProgram(tab, path, std::move(output));
+  } else {
+    KeepHeldCopy(tab);
   }
   return false;
 }

@@ -31,6 +31,22 @@ std::size_t CodeStart(std::u16string_view text, const FeatureRecord& row) {
 
 }  // namespace
 
+bool HoldsCode(std::u16string_view text, std::size_t from, std::size_t to) {
+  const std::u16string_view part = text.substr(0, to);
+  for (std::size_t at = from; at < part.size();) {
+    if (IsBlankOrLineEnd(part[at])) {
+      ++at;
+    } else if (part[at] == u'(') {
+      at = PastComment(part, at);
+    } else if (part[at] == u';') {
+      at = LineEndFrom(part, at);
+    } else {
+      return true;
+    }
+  }
+  return false;
+}
+
 bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                   std::int32_t& to) {
   const std::size_t end = LineEndFrom(text, static_cast<std::size_t>(row.start));
@@ -39,7 +55,12 @@ bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32
   const std::size_t named = SkipLineEnds(text, end);
   const bool found = StartsAt(text, named, kNameMark);
   from = static_cast<std::int32_t>(named);
-  to = static_cast<std::int32_t>(found ? PastLineEnd(text, LineEndFrom(text, named)) : named);
+  to = from;
+  if (!found) return true;
+  const std::size_t past = PastComment(text, named);
+  const std::size_t lineEnd = LineEndFrom(text, named);
+  const bool alone = text.substr(past, lineEnd - past).find_first_not_of(u" \t") == kNone;
+  to = static_cast<std::int32_t>(alone ? PastLineEnd(text, lineEnd) : past);
   return true;
 }
 
@@ -91,6 +112,9 @@ Inclusion InclusionOf(std::u16string_view text, const FeatureRecord& row) {
   std::int32_t from = 0;
   std::int32_t to = 0;
   if (!FindIncludeSpan(text, row, from, to)) return Inclusion::Off;
+  // What stands behind the block's opening, or its name, on their lines is not swapped.
+  const auto start = static_cast<std::size_t>(row.start);
+  if (HoldsCode(text, start, static_cast<std::size_t>(from))) return Inclusion::OffHasCode;
   // Up to the block's own END, the last one in it. What stands behind another is not swapped, and
   // the control gets it.
   const std::u16string_view block = text.substr(0, static_cast<std::size_t>(row.end));

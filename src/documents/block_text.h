@@ -14,9 +14,11 @@
 
 namespace morva {
 
-// The NAME line with its line end, or the empty place where it goes: in front of the next line by
-// the scan, which passes over blank lines. False: the block has no second line, so that no name
-// can stand in it.
+// Whether a stretch of text holds anything beside comments, blanks and line ends.
+bool HoldsCode(std::u16string_view text, std::size_t from, std::size_t to);
+// The NAME line with its line end, or the NAME comment alone where code stands behind it on its
+// line; or the empty place where it goes: in front of the next line by the scan, which passes over
+// blank lines. False: the block has no second line, so that no name can stand in it.
 bool FindNameLine(std::u16string_view text, const FeatureRecord& row, std::int32_t& from,
                   std::int32_t& to);
 // What the hash of a settings block is over: from just past CODE to the next END marker.

@@ -151,11 +151,20 @@ bool CodeOfBlock(std::u16string_view text, const FeatureRecord& row, std::u16str
   return true;
 }
 
+// Before the block's generated code or behind it, where no hash sees it.
+bool HasCodeOnMarkerLines(std::u16string_view text, const FeatureRecord& row) {
+  const std::u16string_view code = GeneratedCode(text, row);
+  if (code.data() == nullptr) return false;
+  const auto from = static_cast<std::size_t>(code.data() - text.data());
+  return HoldsCode(text, static_cast<std::size_t>(row.start), from) ||
+         HoldsCode(text, from + code.size(), static_cast<std::size_t>(row.end));
+}
+
 bool HasManualEdits(std::u16string_view text, const FeatureRecord& row) {
   if (InclusionOf(text, row) == Inclusion::OffHasCode) return true;
   std::u16string code;
   if (!CodeOfBlock(text, row, code)) return true;
-  return !IsGeneratedCode(row.settings, code);
+  return !IsGeneratedCode(row.settings, code) || HasCodeOnMarkerLines(text, row);
 }
 
 // Kinds 1 to 3 may hold their shape in the block's own items; the builder knows shapes by

@@ -22,16 +22,6 @@ namespace morva {
 namespace {
 
 constexpr int kNameTries = 1000;
-// Units of a title in the name of a copy: with three bytes for each there is room behind them for
-// numbers and the ends of companions.
-constexpr std::size_t kCopyTitleUnits = 60;
-
-std::u16string NameOfCopy(std::u16string_view title) {
-  std::u16string name = CleanedTitle(title.substr(0, kCopyTitleUnits));
-  // No half of a pair may stand at the end.
-  if (!name.empty() && name.back() >= 0xD800 && name.back() <= 0xDBFF) name.pop_back();
-  return name;
-}
 
 bool IsFree(std::u16string_view path) {
   // What was handed over in the same millisecond may not stand there yet.
@@ -41,7 +31,7 @@ bool IsFree(std::u16string_view path) {
 // A path that is free, empty for none.
 std::u16string FreePath(std::u16string_view title) {
   if (!app.dataDirReady) return {};
-  const std::u16string name = NameOfCopy(title);
+  const std::u16string name = ShortTitle(title);
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kNameTries; ++tries, ++tick) {
     std::u16string path = PathInData(u"Recovery", name + u"-" + IntegerText(tick) + kProgramEnd);
@@ -56,7 +46,7 @@ std::u16string CopiesOf(std::u16string_view program) {
   std::u16string file = platform::LinkTarget(program);
   file = platform::RealPath(file.empty() ? program : file);
   const auto hash = static_cast<std::uint32_t>(HashBytes(platform::ToUtf8(file)));
-  return PathInData(u"Recovery", NameOfCopy(BareFileName(file)) + u"-of-" + IntegerText(hash));
+  return PathInData(u"Recovery", ShortTitle(BareFileName(file)) + u"-of-" + IntegerText(hash));
 }
 
 // `number` is from 1 to kMaxKeptCopies.

@@ -6,6 +6,7 @@
 
 #include "documents/file_text.h"
 #include "platform/clock.h"
+#include "platform/file.h"
 
 namespace morva {
 
@@ -15,7 +16,13 @@ bool IsWorkedOn(const ProgramTab& tab) {
   return IsTouched(tab) && tab.save.userChanges != tab.save.shownChanges;
 }
 
-bool HoldsUnsaved(const ProgramTab& tab) { return IsTouched(tab) || tab.save.plateLeftOut; }
+bool HoldsUnsaved(const ProgramTab& tab) {
+  if (IsTouched(tab) || tab.save.plateLeftOut) return true;
+  // The tab is the last that is left of a file which another program has erased.
+  if (!tab.path[0] || !tab.save.disk.figures.exists) return false;
+  const platform::FileFigures file = platform::FiguresOf(tab.path);
+  return !file.exists && !file.unknown;
+}
 
 bool FileFollows(const ProgramTab& tab) { return tab.save.changes <= tab.save.savedChanges; }
 

@@ -20,8 +20,8 @@ bool IsTouched(const ProgramTab& tab);
 // has changed.
 bool IsWorkedOn(const ProgramTab& tab);
 
-// Whether closing the program would lose anything of the user's: such changes, or a plate that no
-// file can hold.
+// Whether closing the program would lose anything of the user's: such changes, a plate that no
+// file can hold, or a program whose file was erased. Looks at the disk.
 bool HoldsUnsaved(const ProgramTab& tab);
 // Whether the file holds all changes, those of markers too, but for such a plate.
 bool FileFollows(const ProgramTab& tab);
@@ -59,8 +59,8 @@ void NoteBeside(ProgramTab& tab, std::vector<KnownFile> beside);
 // difference stays noted until the program is saved or loaded.
 bool DiskHoldsStill(ProgramTab& tab);
 void NoteChangedOnDisk(ProgramTab& tab);
-// What the tab shows is not what the file of another program holds, and stays: it is a change of the
-// user's.
+// What the tab shows is not what the file of another program holds, and stays: it is a change of
+// the user's.
 void NoteShownKept(ProgramTab& tab);
 // True the first time for each state of these files: offer to load them again.
 bool OfferLoading(ProgramTab& tab);

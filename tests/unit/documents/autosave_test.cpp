@@ -241,7 +241,23 @@ TEST_F(Autosave, TellsThatAHomeCannotBeMade) {
   EXPECT_EQ(Status(), u"Autosave failed: project directory unavailable.");
   EXPECT_TRUE(app.editorDirty);
   EXPECT_EQ(std::u16string(app.activePath), u"");
+  headless::Advance(100);
+  EXPECT_FALSE(support::NamesIn(folder / "Documents/MORVA/Recovery").empty());
   morva::RunAutosave();
+  EXPECT_FALSE(app.editorDirty);
+}
+
+// With the ticks behind it such a title is longer than a folder's name may be.
+TEST_F(Autosave, MakesAHomeForAProgramOfALongName) {
+  std::string name;
+  for (int i = 0; i < 83; ++i) name += "\xE5\xAD\x97";  // three bytes each
+  Put(name + ".N", std::string("G0\0X1\r\n", 7));       // opened as a new program
+  OpenFile(name + ".N");
+  ASSERT_EQ(std::u16string(app.activePath), u"");
+  TypeProgram(u"G0 X2");
+  morva::RunAutosave();
+  headless::Advance(100);
+  EXPECT_EQ(Status(), u"Project autosaved.");
   EXPECT_FALSE(app.editorDirty);
 }
 

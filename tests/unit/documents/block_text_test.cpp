@@ -67,6 +67,18 @@ TEST(NameLine, IsReplacedWithOneLineEndWhereverItStands) {
             u"(MORVA NAME old)\r\n");
 }
 
+TEST(NameLine, LeavesTheCodeBehindTheNameWhereItStands) {
+  for (const char16_t* tail : {u"G0 X1\r\n", u" G0 X1\r\n"}) {
+    const std::u16string text =
+        u"(MORVA TEXT 1)\r\n(MORVA NAME old)" + std::u16string(tail) + u"(MORVA END 1)";
+    std::int32_t from = 0;
+    std::int32_t to = 0;
+    ASSERT_TRUE(FindNameLine(text, FirstRow(text), from, to));
+    EXPECT_EQ(text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)),
+              u"(MORVA NAME old)");
+  }
+}
+
 TEST(NameLine, HasNoPlaceInABlockOfOneLine) {
   const std::u16string text = u"(MORVA TEXT 1) G0 (MORVA END 1)\r\nM8";
   std::int32_t from = 0;
@@ -104,6 +116,17 @@ TEST(BlockInclusion, HasCodeWhereAnythingStandsBesideTheLine) {
 // A block ends at the END of its number, what is swapped at the first one of any.
 TEST(BlockInclusion, HasCodeWhereItStandsBehindAnotherEnd) {
   EXPECT_EQ(Of(Block(u"(MORVA DISABLED 7)\r\n(MORVA END 3)\r\nM8\r\n")), Inclusion::OffHasCode);
+}
+
+// What shares a line with the opening or the name is never swapped.
+TEST(BlockInclusion, HasCodeWhereItStandsOnAMarkersLine) {
+  const std::u16string rest = u"(MORVA DISABLED 7)\r\n(MORVA END 1)";
+  EXPECT_EQ(Of(u"(MORVA TEXT 1) G0 X9\r\n(MORVA NAME n)\r\n" + rest), Inclusion::OffHasCode);
+  EXPECT_EQ(Of(u"(MORVA TEXT 1)\r\n(MORVA NAME n)G0 X9\r\n" + rest), Inclusion::OffHasCode);
+  EXPECT_EQ(Of(u"(MORVA TEXT 1) (note)\r\n(MORVA NAME n) ;G0\r\n" + rest), Inclusion::Off);
+  std::u16string sketch = SketchBlock(1, u"(MORVA DISABLED 7)\r\n");
+  sketch.insert(sketch.find(u')') + 1, u"G0 X9");
+  EXPECT_EQ(Of(sketch), Inclusion::OffHasCode);
 }
 
 // What the block's code is once its stored code is back.

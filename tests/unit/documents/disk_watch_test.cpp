@@ -471,6 +471,20 @@ TEST_F(Disk, WritesAFileAnewThatSomebodyRemoved) {
   EXPECT_EQ(BoxTitles(), Titles());
 }
 
+// Its tab is the last that is left of it.
+TEST_F(Disk, AsksBeforeAProgramIsClosedWhoseFileWasErased) {
+  OpenProgram();
+  support::fs::remove(folder / "a.NC");
+  headless::QueueAnswer(BoxAnswer::Cancel);
+  morva::CloseProgram();
+  EXPECT_EQ(BoxTitles(), (Titles{u"Close Program"}));
+  ASSERT_EQ(app.tabCount, 2);
+  headless::QueueAnswer(BoxAnswer::Yes);
+  morva::CloseProgram();
+  EXPECT_EQ(app.tabCount, 1);
+  EXPECT_NE(Raw("a.NC").find("G0 X1"), std::string::npos);
+}
+
 TEST_F(Disk, NoticesAFileThatWasReplacedByAnotherOne) {
   OpenProgram();
   Put("fresh", "G0 X9\r\n");

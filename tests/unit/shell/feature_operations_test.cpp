@@ -141,6 +141,14 @@ TEST_F(FeatureOps, RenamesAcrossAnEmptyLineWithoutASecondName) {
   EXPECT_EQ(features.rows[0].settings.kind, kKindShape);
 }
 
+TEST_F(FeatureOps, RenamesABlockWithCodeBehindItsName) {
+  Load(u"(MORVA TEXT 1)\r\n(MORVA NAME Face)G0 X1\r\nG0 X2\r\n(MORVA END 1)");
+  Select(0);
+  EXPECT_EQ(RenameFeature(u"Bore"), RenameAnswer::Done);
+  EXPECT_EQ(Text(), u"(MORVA TEXT 1)\r\n(MORVA NAME Bore)\r\nG0 X1\r\nG0 X2\r\n(MORVA END 1)");
+  EXPECT_EQ(Row(0), u"#1  Bore");
+}
+
 TEST_F(FeatureOps, NamesABlockWithBlankLinesBehindItsMarker) {
   Load(u"(MORVA TEXT 1)\r\n\r\n\r\nG0 X1\r\n(MORVA END 1)");
   Select(0);
@@ -712,6 +720,33 @@ TEST_F(FeatureOps, RefusesABlockWithAChangedNumber) {
             u"code. Keep editing it as text, or create a new shape; the existing block is "
             u"preserved.");
   EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(FeatureOps, RefusesABlockWithCodeOnTheLinesOfItsMarkers) {
+  support::TakeKind(kKindShape, Opener);
+  const std::u16string block = SettingsBlockText(1, u"n", SlotSettings(u"G1 X1\r\n"), u"G1 X1\r\n");
+  const auto with = [&block](std::u16string_view before, std::u16string_view code) {
+    std::u16string text = block;
+    return text.insert(text.find(before), code);
+  };
+  const struct {
+    std::u16string text;
+    bool edited;
+  } cases[] = {{block, false},
+               {with(u"\r\n(MORVA NAME", u"G0 X9"), true},
+               {with(u"\r\n(MORVA NAME", u" (note)"), false},
+               {with(u"\r\n(MORVA DATA", u"G0 X9"), true},
+               {with(u"(MORVA END 1)", u"(MORVA END 77)\r\nG0 X9\r\n"), true}};
+  for (const auto& each : cases) {
+    opened.clear();
+    Load(each.text);
+    Select(0);
+    headless::TakeBoxes();
+    headless::Click(kIdFeatureEdit);
+    EXPECT_EQ(headless::TakeBoxes().size(), each.edited ? 1u : 0u);
+    EXPECT_EQ(opened.size(), each.edited ? 0u : 1u);
+    DropEditLink();
+  }
 }
 
 TEST_F(FeatureOps, RefusesAnExcludedBlockThatHasCodeOfItsOwn) {
