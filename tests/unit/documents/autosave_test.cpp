@@ -250,7 +250,7 @@ TEST_F(Autosave, TellsThatAHomeCannotBeMade) {
 // With the ticks behind it such a title is longer than a folder's name may be.
 TEST_F(Autosave, MakesAHomeForAProgramOfALongName) {
   std::string name;
-  for (int i = 0; i < 83; ++i) name += "\xE5\xAD\x97";  // three bytes each
+  for (int i = 0; i < 84; ++i) name += "\xE5\xAD\x97";  // three bytes each
   Put(name + ".N", std::string("G0\0X1\r\n", 7));       // opened as a new program
   OpenFile(name + ".N");
   ASSERT_EQ(std::u16string(app.activePath), u"");
