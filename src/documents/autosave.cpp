@@ -18,6 +18,7 @@
 #include "documents/save_state.h"
 #include "documents/save_words.h"
 #include "documents/saving.h"
+#include "documents/tab_table.h"
 #include "platform/clock.h"
 #include "platform/editor.h"
 #include "platform/file.h"
@@ -36,6 +37,12 @@ constexpr char16_t kFolderFailed[] = u"Autosave failed: project directory unavai
 
 bool running = false;
 
+// By another program, whose first save may not stand there yet.
+bool IsTaken(const std::u16string& home) {
+  return std::any_of(tabs, tabs + app.tabCount,
+                     [&home](const ProgramTab& tab) { return tab.save.home == home; });
+}
+
 // Makes the folder of a program that was never saved; its file there, or an empty text. The
 // ticks begin anew with the system and two programs may bear one title, so that a home which
 // holds a program already is passed over: nothing that was autosaved is ever replaced.
@@ -50,7 +57,7 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
     const std::u16string folder = folders + IntegerText(tick);
     if (platform::MakeFolder(folder) == platform::FolderAnswer::Failed) break;
     const std::u16string file = folder + platform::PathSeparator() + name;
-    if (!platform::FileExists(file)) return file;
+    if (!platform::FileExists(file) && !IsTaken(file)) return file;
   }
   return std::u16string();
 }

@@ -54,9 +54,10 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveRes
   if (!program) write.companionOf = job.program;
   const KnownFile* const beside = Find(result.beside, file.path);
   const DiskState* const known = program ? &job.known : beside ? &beside->state : nullptr;
-  if (job.checked && known && known->figures.exists && (program || !IsGone(file.path))) {
-    write.expected = &known->figures;
-  }
+  // Where nothing stands nothing may have come by the time of the last step either.
+  static const platform::FileFigures kNothing;
+  const bool stands = known && known->figures.exists && (program || !IsGone(file.path));
+  if (job.checked && known) write.expected = stands ? &known->figures : &kNothing;
   platform::FileFigures written;
   const platform::WriteAnswer answer = platform::WriteAtomic(write, written);
   if (answer != platform::WriteAnswer::Written && answer != platform::WriteAnswer::NotFlushed) {

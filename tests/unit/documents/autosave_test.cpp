@@ -15,8 +15,11 @@
 #include "documents/program_changed.h"
 #include "documents/program_tabs.h"
 #include "documents/save_words.h"
+#include "documents/saver.h"
 #include "documents/saving.h"
 #include "documents/tab_models.h"
+#include "platform/clock.h"
+#include "platform/common/faults.h"
 #include "platform/editor.h"
 #include "platform/timer.h"
 #include "support/program_stage.h"
@@ -245,6 +248,31 @@ TEST_F(Autosave, TellsThatAHomeCannotBeMade) {
   EXPECT_FALSE(support::NamesIn(folder / "Documents/MORVA/Recovery").empty());
   morva::RunAutosave();
   EXPECT_FALSE(app.editorDirty);
+}
+
+// Both saves are handed over before the first of them stands.
+TEST_F(Autosave, GivesEachOfTwoProgramsOfOneTitleAHomeOfItsOwn) {
+  morva::OpenTab(u"", u"G0 X1\r\n", u"Part.NC");
+  morva::OpenTab(u"", u"G0 X2\r\n", u"Part.NC");
+  for (const int tab : {1, 2}) {
+    headless::FailCall("folder", 1);
+    morva::SwitchTab(tab);
+    TypeProgram(tab == 1 ? u"G0 X11" : u"G0 X22");
+    morva::RunAutosave();
+    headless::FailCall("folder", 0);
+  }
+  ASSERT_TRUE(tabs[1].save.home.empty());
+  ASSERT_TRUE(tabs[2].save.home.empty());
+  platform::fileFault = [](std::string_view kind) {
+    if (kind == "flush") platform::SleepMilliseconds(300);
+    return false;
+  };
+  morva::RunAutosave();
+  EXPECT_TRUE(morva::WaitForSaves());
+  platform::fileFault = nullptr;
+  EXPECT_NE(std::u16string(tabs[1].path), tabs[2].path);
+  EXPECT_NE(support::ReadRaw(tabs[1].path).find("G0 X11"), std::string::npos);
+  EXPECT_NE(support::ReadRaw(tabs[2].path).find("G0 X22"), std::string::npos);
 }
 
 // With the ticks behind it such a title is longer than a folder's name may be.

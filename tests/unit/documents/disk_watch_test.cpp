@@ -485,6 +485,29 @@ TEST_F(Disk, AsksBeforeAProgramIsClosedWhoseFileWasErased) {
   EXPECT_NE(Raw("a.NC").find("G0 X1"), std::string::npos);
 }
 
+// Another program saves by erasing and writing, and writes while this save is under way.
+TEST_F(Disk, WritesOverNoFileThatCameBackWhileASaveWasUnderWay) {
+  OpenProgram();
+  TypeProgram(u"G0 X2");
+  support::fs::remove(folder / "a.NC");
+  static const support::fs::path file = folder / "a.NC";
+  static bool came;
+  came = false;
+  platform::fileFault = [](std::string_view kind) {
+    if (kind == "flush" && !came) {
+      came = true;
+      support::WriteRaw(file, "G0 X9\r\n");
+    }
+    return false;
+  };
+  morva::RunAutosave();
+  headless::Advance(100);
+  ASSERT_TRUE(came);
+  EXPECT_EQ(Raw("a.NC"), "G0 X9\r\n");
+  EXPECT_EQ(Status(), kNotSaved);
+  EXPECT_TRUE(app.editorDirty);
+}
+
 TEST_F(Disk, NoticesAFileThatWasReplacedByAnotherOne) {
   OpenProgram();
   Put("fresh", "G0 X9\r\n");
