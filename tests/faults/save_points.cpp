@@ -300,13 +300,24 @@ std::string_view WithoutLastEnd(std::string_view bytes) {
   return bytes.ends_with("\r\n") ? bytes.substr(0, bytes.size() - 2) : bytes;
 }
 
+// The program's own lines: a copy may be made before the marker lines come.
+std::string OwnLines(std::string_view bytes) {
+  std::string own;
+  while (!bytes.empty()) {
+    const std::size_t end = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+    if (!bytes.starts_with("(MORVA ")) own += bytes.substr(0, end);
+    bytes.remove_prefix(end);
+  }
+  return std::string(WithoutLastEnd(own));
+}
+
 // A save that failed leaves a whole copy of the program there, its last line as it was typed.
 bool IsKeptCopy(const Files& after, const std::string& name, const File& file) {
   // A companion that had to give way, behind a save that failed half way.
   if (name.find(".kept") != name.npos && IsUnderAnyName(after, file)) return true;
   return name.find("MORVA/Recovery/") != name.npos &&
          std::ranges::any_of(after, [&file](const auto& each) {
-           return WithoutLastEnd(each.second.bytes) == WithoutLastEnd(file.bytes);
+           return OwnLines(each.second.bytes) == OwnLines(file.bytes);
          });
 }
 

@@ -252,17 +252,19 @@ TEST_F(Autosave, TellsThatAHomeCannotBeMade) {
 
 // Both saves are handed over before the first of them stands.
 TEST_F(Autosave, GivesEachOfTwoProgramsOfOneTitleAHomeOfItsOwn) {
+  const support::fs::path projects = folder / "Documents/MORVA/Projects";
+  support::fs::remove_all(projects);
+  Put("Documents/MORVA/Projects", "no folder");
   morva::OpenTab(u"", u"G0 X1\r\n", u"Part.NC");
   morva::OpenTab(u"", u"G0 X2\r\n", u"Part.NC");
   for (const int tab : {1, 2}) {
-    headless::FailCall("folder", 1);
     morva::SwitchTab(tab);
     TypeProgram(tab == 1 ? u"G0 X11" : u"G0 X22");
-    morva::RunAutosave();
-    headless::FailCall("folder", 0);
   }
-  ASSERT_TRUE(tabs[1].save.home.empty());
-  ASSERT_TRUE(tabs[2].save.home.empty());
+  morva::RunAutosave();
+  ASSERT_EQ(Status(), u"Autosave failed: project directory unavailable.");
+  support::fs::remove(projects);
+  support::fs::create_directory(projects);
   platform::fileFault = [](std::string_view kind) {
     if (kind == "flush") platform::SleepMilliseconds(300);
     return false;
@@ -270,6 +272,7 @@ TEST_F(Autosave, GivesEachOfTwoProgramsOfOneTitleAHomeOfItsOwn) {
   morva::RunAutosave();
   EXPECT_TRUE(morva::WaitForSaves());
   platform::fileFault = nullptr;
+  ASSERT_NE(tabs[1].path[0], 0);
   EXPECT_NE(std::u16string(tabs[1].path), tabs[2].path);
   EXPECT_NE(support::ReadRaw(tabs[1].path).find("G0 X11"), std::string::npos);
   EXPECT_NE(support::ReadRaw(tabs[2].path).find("G0 X22"), std::string::npos);
