@@ -122,7 +122,9 @@ int CountLineJumps(std::u16string_view text) {
 void RenumberProgram() {
   if (!platform::Exists(kIdEditor)) return;
   const std::u16string renumbered = RenumberedText(platform::EditorText(kIdEditor));
-  if (renumbered == platform::EditorText(kIdEditor)) {
+  // A last line without its end is no change of the numbers.
+  const std::u16string_view text = platform::EditorText(kIdEditor);
+  if (renumbered == text || renumbered == std::u16string(text) + u"\r\n") {
     AppendOutput(u"Program is numbered N10, N20, N30... already.");
     return;
   }

@@ -122,6 +122,12 @@ void RunAutosave() {
   if (waits) platform::StartTimer(platform::kMainWindow, kTimerAutosave, kAutosaveMilliseconds);
 }
 
+void SaveOpenFiles() {
+  for (int i = 0; i < app.tabCount; ++i) {
+    if (tabs[i].path[0]) Autosave(tabs[i]);
+  }
+}
+
 bool AutosaveWaits() { return waits; }
 
 void ResetAutosave() { running = waits = false; }

@@ -12,6 +12,9 @@ void ScheduleAutosave();
 void RunAutosave();
 // Whether a program was left out of the last run because a Save As of its own was under way.
 bool AutosaveWaits();
+// The same of the programs that have a file, where the data directory is not ready: for a moment at
+// which nobody can be asked.
+void SaveOpenFiles();
 void ResetAutosave();
 
 }  // namespace morva

@@ -67,6 +67,15 @@ std::u16string PathOfCopy(const ProgramTab& tab) {
   return FreePath(tab.title);
 }
 
+// The user looks at it, and may write into it: it is neither written over nor erased.
+bool IsOpen(std::u16string_view path) {
+  const platform::FileFigures file = platform::FiguresOf(path);
+  return std::any_of(tabs, tabs + app.tabCount, [&](const ProgramTab& tab) {
+    return tab.path[0] != 0 &&
+           (path == tab.path || platform::IsSameFile(file, platform::FiguresOf(tab.path)));
+  });
+}
+
 // Copies that were dropped while they were still being written.
 std::vector<std::u16string> dropped;
 
@@ -97,7 +106,10 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string_view path,
 
 // It is told as kept when it is, and tried again where it is not.
 void OnHeldCopy(const SaveResult& result) {
-  if (std::erase(dropped, result.program) > 0) return EraseCopy(result.program);
+  if (std::erase(dropped, result.program) > 0) {
+    if (!IsOpen(result.program)) EraseCopy(result.program);
+    return;
+  }
   int index = 0;
   while (index < app.tabCount && tabs[index].save.heldCopy != result.program) ++index;
   ProgramTab* const tab = index < app.tabCount ? TabOfSerial(tabs[index].serial) : nullptr;
@@ -124,7 +136,8 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
-  path = tab.save.heldCopy.empty() ? PathOfCopy(tab) : tab.save.heldCopy;
+  const bool own = !tab.save.heldCopy.empty() && !IsOpen(tab.save.heldCopy);
+  path = own ? tab.save.heldCopy : PathOfCopy(tab);
   return HandOverProgram(tab, path, nullptr);
 }
 
@@ -137,6 +150,10 @@ bool KeepProgramNow(const ProgramTab& tab, std::u16string& path) {
 }
 
 void KeepHeldCopy(ProgramTab& tab) {
+  if (!tab.save.heldCopy.empty() && IsOpen(tab.save.heldCopy)) {
+    NoteHeldCopy(tab, {});
+    NoteHeldChanges(tab, 0);
+  }
   if (tab.save.heldCopy.empty()) NoteHeldCopy(tab, PathOfCopy(tab));
   const std::u16string path = tab.save.heldCopy;
   if (path.empty() || tab.save.heldChanges == tab.save.changes) return;
@@ -155,6 +172,7 @@ void DropHeldCopy(ProgramTab& tab) {
   const std::u16string path = tab.save.heldCopy;
   if (path.empty()) return;
   NoteHeldCopy(tab, {});
+  if (IsOpen(path)) return;
   if (IsBeingSaved(path)) return dropped.push_back(path);
   EraseCopy(path);
 }

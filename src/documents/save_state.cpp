@@ -85,6 +85,7 @@ void NoteSaved(ProgramTab& tab, std::uint32_t changes) {
 
 void NoteLoaded(ProgramTab& tab, const DiskState& disk) {
   tab.save.disk = disk;
+  tab.save.lossAccepted = false;  // it was said of another text
   NoteSaved(tab, ++tab.save.changes);
 }
 

@@ -305,7 +305,8 @@ bool OnClosing() {
     return Confirmed(u"MORVA", question) && (!TransferRuns() || MayEndTransfer()) &&
            MayLoseReceived();
   }
-  return (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) && MayCloseSurfaces() &&
+  // The abort comes last: what it ended cannot be taken back by a No.
+  return MayCloseSurfaces() && (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) &&
          MayLoseReceived();
 }
 
@@ -315,6 +316,7 @@ void OnTerminated() {
   SaveWithoutBoxes();
   EndTransferForGood();
   SaveAllForEnd();
+  if (!app.dataDirReady) SaveOpenFiles();
   SyncActiveTab();
   StashActiveWorkspace();
   for (int i = 0; i < app.tabCount; ++i) {

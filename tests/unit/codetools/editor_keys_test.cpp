@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "codetools/renumber.h"
 #include "codetools/preflight_log.h"
+#include "codetools/renumber.h"
 #include "codetools/validator.h"
 #include "documents/program_tabs.h"
 #include "platform/timer.h"
@@ -153,7 +153,7 @@ TEST_F(CodeTools, LeaveOtherKeysToTheEditor) {
   for (const int key : {'N', 'O', 'S', 'F', 'W'}) {
     EXPECT_FALSE(Press(key)) << key;
     EXPECT_EQ(Press(key, true, true), key == 'O') << key;  // the last programs
-    EXPECT_FALSE(Press(key, true, false, true)) << key;  // AltGr is Ctrl and Alt
+    EXPECT_FALSE(Press(key, true, false, true)) << key;    // AltGr is Ctrl and Alt
   }
   platform::KeyEvent f5;
   f5.key = platform::kKeyF1 + 4;
@@ -188,13 +188,18 @@ TEST_F(CodeTools, RenumberInOneUndoStepWithAllThatFollows) {
 }
 
 TEST_F(CodeTools, RenumberIsNoUndoStepWhereItChangesNothing) {
-  Load(u"%\r\nN10 G0\r\nN20 G1\r\n");
-  app.editorDirty = tabs[0].dirty = false;
-  AppendOutput(u"before");
-  RenumberProgram();
-  EXPECT_EQ(Output(), u"before\r\nProgram is numbered N10, N20, N30... already.\r\n");
-  EXPECT_FALSE(app.editorDirty);
-  EXPECT_FALSE(platform::UndoEditor(kIdEditor));
+  // A last line without its end stays so.
+  for (const char16_t* program : {u"%\r\nN10 G0\r\nN20 G1\r\n", u"N10 G0\r\nN20 M30\r\n%"}) {
+    Load(program);
+    app.editorDirty = tabs[0].dirty = false;
+    ClearOutput();
+    AppendOutput(u"before");
+    RenumberProgram();
+    EXPECT_EQ(Output(), u"before\r\nProgram is numbered N10, N20, N30... already.\r\n");
+    EXPECT_EQ(Text(), program);
+    EXPECT_FALSE(app.editorDirty);
+    EXPECT_FALSE(platform::UndoEditor(kIdEditor));
+  }
 }
 
 TEST_F(CodeTools, RenumberShowsTheCommandWordsAnew) {

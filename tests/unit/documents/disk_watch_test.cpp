@@ -508,6 +508,55 @@ TEST_F(Disk, WritesOverNoFileThatCameBackWhileASaveWasUnderWay) {
   EXPECT_TRUE(app.editorDirty);
 }
 
+// The log offers the copy to look at, so that the user may work in it.
+TEST_F(Disk, LeavesACopyAloneThatIsOpen) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(800);
+  const support::fs::path recovery = folder / "Documents/MORVA/Recovery";
+  const auto copies = [&recovery] {
+    std::vector<std::string> names;
+    for (const std::string& name : support::NamesIn(recovery)) {
+      if (name.ends_with(".NC")) names.push_back(name);
+    }
+    return names;
+  };
+  ASSERT_EQ(copies().size(), 1u);
+  const std::string copy = copies()[0];
+  OpenFile("Documents/MORVA/Recovery/" + copy);
+  TypeProgram(u"G0 X777");
+  headless::Advance(1500);
+  ASSERT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
+  // What is typed in the program that is held goes into another copy.
+  morva::SwitchTab(1);
+  TypeProgram(u"G0 X3");
+  headless::Advance(1500);
+  EXPECT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
+  ASSERT_EQ(copies().size(), 2u);
+  // Saved, it needs no copy; the one that is open stays.
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  headless::Advance(1500);
+  EXPECT_EQ(copies(), std::vector<std::string>{copy});
+  EXPECT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
+}
+
+TEST_F(Disk, AsksAnewAboutCharactersOfATextThatWasLoaded) {
+  OpenProgram();
+  TypeProgram(u"(\u00D8 5)");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  headless::Advance(100);
+  WriteElsewhere("(\xC3\x98 6)\r\n");
+  headless::QueueAnswer(BoxAnswer::Yes);
+  OpenFile("a.NC");
+  ASSERT_NE(Text().find(u"\u00D8 6"), std::u16string::npos);
+  headless::EditorInsert(morva::kIdEditor, u"G0 ");
+  headless::Advance(1500);
+  EXPECT_EQ(Raw("a.NC"), "(\xC3\x98 6)\r\n");
+}
+
 TEST_F(Disk, NoticesAFileThatWasReplacedByAnotherOne) {
   OpenProgram();
   Put("fresh", "G0 X9\r\n");
