@@ -542,6 +542,34 @@ TEST_F(Disk, LeavesACopyAloneThatIsOpen) {
   EXPECT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
 }
 
+TEST_F(Disk, ErasesNoCopyThatIsOpen) {
+  OpenProgram();
+  WriteElsewhere("G0 X9\r\n");
+  TypeProgram(u"G0 X2");
+  headless::Advance(800);
+  const support::fs::path recovery = folder / "Documents/MORVA/Recovery";
+  const auto copies = [&recovery] {
+    std::vector<std::string> names;
+    for (const std::string& name : support::NamesIn(recovery)) {
+      if (name.ends_with(".NC")) names.push_back(name);
+    }
+    return names;
+  };
+  ASSERT_EQ(copies().size(), 1u);
+  const std::string copy = copies()[0];
+  OpenFile("Documents/MORVA/Recovery/" + copy);
+  TypeProgram(u"G0 X777");
+  headless::Advance(1500);
+  ASSERT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
+  morva::SwitchTab(1);
+  // Saved, it needs no copy; the one that is open stays.
+  headless::QueueAnswer(BoxAnswer::Yes);
+  EXPECT_TRUE(morva::SaveProgramCommand());
+  headless::Advance(1500);
+  EXPECT_EQ(copies(), std::vector<std::string>{copy});
+  EXPECT_NE(support::ReadRaw(recovery / copy).find("X777"), std::string::npos);
+}
+
 TEST_F(Disk, AsksAnewAboutCharactersOfATextThatWasLoaded) {
   OpenProgram();
   TypeProgram(u"(\u00D8 5)");
