@@ -49,7 +49,8 @@ bool IsGone(std::u16string_view path) {
 }
 
 platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveResult& result) {
-  platform::AtomicWrite write{.path = file.path, .bytes = file.bytes, .lasting = file.lasting};
+  const std::string& bytes = file.shared ? *file.shared : file.bytes;
+  platform::AtomicWrite write{.path = file.path, .bytes = bytes, .lasting = file.lasting};
   const bool program = file.path == job.program;
   if (!program) write.companionOf = job.program;
   const KnownFile* const beside = Find(result.beside, file.path);
@@ -64,7 +65,7 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveRes
     return answer;
   }
   // Nobody asks whether a file of no tab still holds what was written.
-  const DiskState now{written, job.serial != 0 ? HashBytes(file.bytes) : 0};
+  const DiskState now{written, job.serial != 0 ? HashBytes(bytes) : 0};
   if (program) result.now = now;
   NoteBeside(result, file.path, now);
   return answer;
@@ -321,12 +322,13 @@ bool WaitWithWords(bool (*done)()) {
 }
 
 // A disk that takes its time must not hold the window for a switch of the view either.
-void WriteSettings(std::u16string path, std::string bytes, std::uint32_t change) {
+void WriteSettings(std::u16string path, std::shared_ptr<const std::string> bytes,
+                   std::uint32_t change) {
   SaveJob job;
   job.program = path;
   job.changes = change;
   job.files.push_back(
-      {.path = std::move(path), .bytes = std::move(bytes), .lasting = platform::Lasting::File});
+      {.path = std::move(path), .lasting = platform::Lasting::File, .shared = std::move(bytes)});
   job.told = [](const SaveResult& result) {
     platform::ProfileWritten(result.changes, result.answer == SaveAnswer::Saved);
   };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,9 +46,11 @@ bool ReadWithState(std::u16string_view path, std::string& bytes, DiskState& stat
 
 struct SaveFile {
   std::u16string path;
-  std::string bytes;
+  std::string bytes = {};
   std::u16string copyOf = {};  // the file that this is a copy of; empty: it is none
   platform::Lasting lasting = platform::Lasting::Folder;
+  // In place of `bytes`: a text that another thread reads meanwhile.
+  std::shared_ptr<const std::string> shared = {};
 };
 
 // A file that is put under another name: before anything is written, or behind the last file. Where

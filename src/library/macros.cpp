@@ -40,12 +40,19 @@ void SetName(MacroRecord& macro, std::u16string_view name) {
   CopyBounded(macro.name, kMacroNameUnits, KeptText(name, kMacroNameUnits));
 }
 
+void SetText(MacroRecord& macro, std::u16string code, std::u16string longLine = {}) {
+  static std::uint64_t lastText = 0;
+  macro.code = std::move(code);
+  macro.longLine = std::move(longLine);
+  macro.text = ++lastText;
+}
+
 void LoadMacro(int index, MacroRecord& macro) {
   const std::u16string section = SectionOf(index);
   SetName(macro, platform::ReadProfile(section, u"Name", u"Custom Macro"));
   std::u16string line = platform::ReadProfile(section, u"Code", u"");
-  macro.code = UnescapedMacro(std::u16string_view(line).substr(0, kMacroKeyUnits - 1));
-  if (line.size() >= kMacroKeyUnits) macro.longLine = std::move(line);
+  std::u16string code = UnescapedMacro(std::u16string_view(line).substr(0, kMacroKeyUnits - 1));
+  SetText(macro, std::move(code), line.size() >= kMacroKeyUnits ? std::move(line) : u"");
 }
 
 void TellLong() {
@@ -105,8 +112,9 @@ std::u16string NameOfCopy(std::u16string_view name) {
 }  // namespace
 
 bool MacroRecord::operator==(const MacroRecord& other) const {
-  return std::ranges::equal(name, other.name) && SameUnits(code, other.code) &&
-         SameUnits(longLine, other.longLine);
+  return std::ranges::equal(name, other.name) &&
+         (text == other.text ||
+          (SameUnits(code, other.code) && SameUnits(longLine, other.longLine)));
 }
 
 void LoadMacroLibrary() {
@@ -146,18 +154,15 @@ void ResetMacroLibrary() {
 
 std::u16string EscapedMacro(std::u16string_view code) {
   std::u16string line;
-  line.reserve(code.size() + code.size() / 8);
-  std::size_t from = 0;
-  for (std::size_t at = 0; at < code.size(); ++at) {
-    const char16_t c = code[at];
-    // A search for any of the three takes as long as all the rest of a save.
-    if (c > u'\\' || (c != u'\\' && c != u'\r' && c != u'\n')) continue;
-    line += code.substr(from, at - from);
-    line += u'\\';
-    line += c == u'\\' ? u'\\' : c == u'\r' ? u'r' : u'n';
-    from = at + 1;
+  line.resize(2 * code.size());
+  char16_t* to = line.data();
+  for (const char16_t c : code) {
+    const char16_t escape = c == u'\\' ? u'\\' : c == u'\r' ? u'r' : c == u'\n' ? u'n' : u'\0';
+    if (escape) *to++ = u'\\';
+    *to++ = escape ? escape : c;
   }
-  return line += code.substr(from);
+  line.resize(static_cast<std::size_t>(to - line.data()));
+  return line;
 }
 
 std::u16string UnescapedMacro(std::u16string_view line) {
@@ -192,10 +197,9 @@ int PutMacro(std::u16string_view name, std::u16string_view code) {
     index = macroLibrary.count++;
   }
   SetName(macroLibrary.macros[index], name);
-  std::u16string& kept = macroLibrary.macros[index].code;
-  kept = code;
+  std::u16string kept(code);
   std::erase(kept, u'\0');
-  macroLibrary.macros[index].longLine.clear();
+  SetText(macroLibrary.macros[index], std::move(kept));
   return index;
 }
 
@@ -203,9 +207,8 @@ int DuplicateMacro(int index) {
   if (!IsMacro(index) || macroLibrary.count >= kMaxMacros) return -1;
   const std::u16string name = NameOfCopy(macroLibrary.macros[index].name);
   MacroRecord& copy = macroLibrary.macros[macroLibrary.count];
+  copy = macroLibrary.macros[index];
   SetName(copy, name);
-  copy.code = macroLibrary.macros[index].code;
-  copy.longLine = macroLibrary.macros[index].longLine;
   return macroLibrary.count++;
 }
 

@@ -19,6 +19,9 @@ struct MacroRecord {
   // The line of the settings file where it is longer than what is read of it; else empty. It goes
   // back as it is while nobody gives the macro another text.
   std::u16string longLine;
+  // Of `code` and `longLine`: where two records have the same number they have the same of both, so
+  // that a save need not compare them.
+  std::uint64_t text = 0;
   bool operator==(const MacroRecord& other) const;
 };
 

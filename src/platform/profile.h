@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -44,8 +45,9 @@ bool EndProfileChange(ProfileTold told = nullptr);
 // Who writes the file instead of EndProfileChange, and answers with ProfileWritten and the number
 // of the change, now or later, on the same thread. Of the changes that wait it may leave out all
 // but the newest, which holds the others. Null: EndProfileChange writes. Changes that are under
-// way are forgotten.
-using ProfileWriter = void (*)(std::u16string path, std::string bytes, std::uint32_t change);
+// way are forgotten. The text is read here meanwhile, and not copied for it.
+using ProfileWriter = void (*)(std::u16string path, std::shared_ptr<const std::string> bytes,
+                               std::uint32_t change);
 void SetProfileWriter(ProfileWriter writer);
 void ProfileWritten(std::uint32_t change, bool written);
 

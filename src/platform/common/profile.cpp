@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -187,23 +188,34 @@ std::size_t RowOfKey(Section& section, std::string_view key) {
   return section.slots[SlotOf(section, key)];
 }
 
+// Where the next header line at or behind `at` begins, and the name in it; the end of the text for
+// none. Looks at brackets alone: most lines of a full library hold none, and all are read at a
+// save.
+std::size_t HeaderFrom(std::string_view text, std::size_t at, std::string_view& name) {
+  for (at = text.find('[', at); at != text.npos; at = text.find('[', at + 1)) {
+    std::size_t begin = at;
+    while (begin > 0 && IsBlank(text[begin - 1])) --begin;
+    if (begin > 0 && text[begin - 1] != '\n') continue;
+    std::string_view rest = text.substr(begin);
+    if (ReadHeader(TakeLine(rest), name)) return begin;
+  }
+  return text.size();
+}
+
 Sections Parse(std::string_view file) {
   Sections sections;
-  sections.list.emplace_back();
-  std::string_view rest = WithoutMark(file);
-  const char* begin = rest.data();
-  while (!rest.empty()) {
-    const std::string_view line = TakeLine(rest);
-    std::string_view name;
-    if (ReadHeader(line, name)) {
-      sections.list.emplace_back();
-      sections.list.back().name = name;
-      begin = line.data();
-    }
-    const char* end = line.data() + line.size();
-    sections.list.back().whole = {begin, static_cast<std::size_t>(end - begin)};
+  const std::string_view text = WithoutMark(file);
+  std::string_view name;  // of what precedes the first header: none
+  for (std::size_t begin = 0;;) {
+    Section& section = sections.list.emplace_back();
+    section.name = name;
+    // Behind the section's own bracket; the one of the first part is its own begin.
+    const std::size_t from = sections.list.size() == 1 ? 0 : text.find('[', begin) + 1;
+    const std::size_t end = HeaderFrom(text, from, name);
+    section.whole = text.substr(begin, end - begin);
+    if (end == text.size()) return sections;
+    begin = end;
   }
-  return sections;
 }
 
 void Write(const Sections& sections, std::string& file) {
@@ -340,10 +352,9 @@ void KeepSpare(std::string& to, std::string& text) {
 
 // Changes that the writer has and has not answered for. Reading sees the last of them.
 struct Handed {
-  std::string bytes;
-  bool there = false;
-  bool lastSaved = false;  // the newest change, where it is not there
-  std::uint32_t last = 0;  // number of the newest change
+  std::shared_ptr<const std::string> bytes;  // null: the writer has none
+  bool lastSaved = false;                    // the newest change, where its text is not there
+  std::uint32_t last = 0;                    // number of the newest change
   std::vector<std::pair<std::uint32_t, ProfileTold>> told;
 };
 
@@ -355,11 +366,11 @@ void ExpectAnswer(std::uint32_t number, const std::vector<ProfileTold>& told) {
 }
 
 void HandOver(std::u16string path, std::string bytes, const std::vector<ProfileTold>& told) {
-  handed.bytes = bytes;
-  handed.there = true;
+  const auto shared = std::make_shared<const std::string>(std::move(bytes));
+  handed.bytes = shared;
   const std::uint32_t number = ++handed.last;
   ExpectAnswer(number, told);
-  writer(std::move(path), std::move(bytes), number);
+  writer(std::move(path), shared, number);
 }
 
 // As FindEntry, in the sections of the change under way.
@@ -440,8 +451,8 @@ bool LoadProfile(const std::u16string& path, std::string& bytes) {
     bytes.clear();
     return false;
   }
-  if (handed.there) {
-    bytes = handed.bytes;
+  if (handed.bytes) {
+    bytes = *handed.bytes;
     return true;
   }
   const std::u16string from = PathToRead(path);
@@ -534,14 +545,14 @@ bool EndProfileChange(ProfileTold told) {
   const bool same = !ended.touched || after == ended.before;
   bool saved = ended.readable;
   KeepSpare(spare.before, ended.before);
-  if (saved && same && handed.there) {
+  if (saved && same && handed.bytes) {
     ExpectAnswer(handed.last, ended.told);
     return true;
   }
   if (saved && !same && ended.path != PathBesideExecutable()) MakeFoldersInConfiguration();
   if (saved && !same && writer) {
     HandOver(ended.path, std::move(after), ended.told);
-    return handed.there || handed.lastSaved;
+    return handed.bytes || handed.lastSaved;
   }
   if (saved && !same) saved = WriteFileAtomic(ended.path, after, Lasting::File);
   KeepSpare(spare.after, after);
@@ -556,7 +567,7 @@ void SetProfileWriter(ProfileWriter to) {
 
 void ProfileWritten(std::uint32_t number, bool written) {
   if (number == handed.last) {
-    handed.there = false;
+    handed.bytes.reset();
     handed.lastSaved = written;
   }
   std::vector<std::pair<std::uint32_t, ProfileTold>> waiting;

@@ -104,6 +104,8 @@ TEST_F(SavedSections, OfMacrosLeaveWhatASaveOfAllLeaves) {
         code[4] = static_cast<char16_t>(u'0' + random() % 10);
         PutMacro(IntegerText(random() % 6), code);
         if (random() % 4 == 0) RenameMacro(0, IntegerText(6 + random() % 90));
+        if (random() % 4 == 0) RemoveMacro(static_cast<int>(random() % 6));
+        if (random() % 4 == 0) DuplicateMacro(static_cast<int>(random() % 6));
       });
 }
 

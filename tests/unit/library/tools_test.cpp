@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -249,8 +250,8 @@ TEST_F(Tools, TakeOverWhatAnotherWindowPutsBack) {
 TEST_F(Tools, KnowTheSaveBeforeOneThatFails) {
   static std::vector<std::string> handed;
   handed.clear();
-  platform::SetProfileWriter(
-      [](std::u16string, std::string bytes, std::uint32_t) { handed.push_back(std::move(bytes)); });
+  platform::SetProfileWriter([](std::u16string, std::shared_ptr<const std::string> bytes,
+                                std::uint32_t) { handed.push_back(*bytes); });
   LoadToolLibrary();
   AppendTool(Cutter(u"First"));
   EXPECT_TRUE(SaveToolLibrary());

@@ -382,9 +382,11 @@ std::string ChangedByWalking(const std::string& file, const std::string& section
 }
 
 std::string RandomFile(std::mt19937& random) {
-  const char* pieces[] = {"[A]\r\n",     "[a]\n",      "[B ]\r\n",   "[ C]\r\n", "k0=1\r\n",
-                          "K1 = x\n",    "; k2=c\r\n", "\r\n",       " \r\n",    "k2=\"q\"\r\n",
-                          "nothing\r\n", "[D\r\n",     "k3=[A]\r\n", "=\r\n"};
+  const char* pieces[] = {"[A]\r\n",     "[a]\n",      "[B ]\r\n",   "[ C]\r\n",   "k0=1\r\n",
+                          "K1 = x\n",    "; k2=c\r\n", "\r\n",       " \r\n",      "k2=\"q\"\r\n",
+                          "nothing\r\n", "[D\r\n",     "k3=[A]\r\n", "=\r\n",      " \t[A]\r\n",
+                          "x [B]\r\n",   "\r[C]\n",    "[[A]]\r\n",  "[D [B]\r\n", "[A][B]\r\n",
+                          "[\n",         "]\n"};
   std::string file;
   for (auto n = random() % 24; n > 0; --n) file += pieces[random() % std::size(pieces)];
   if (random() % 3 == 0 && file.ends_with("\r\n")) file.resize(file.size() - 2);
