@@ -231,6 +231,9 @@ void TagAfterEdit() { TagText(true); }
 std::u16string TaggedText(std::u16string_view text) {
   ScanProgramText(text);
   std::u16string tagged;
+  // At once: the end of the last block would double the memory of a large program, and copy it.
+  tagged.reserve(text.size() +
+                 static_cast<std::size_t>(features.count) * (kPrefixUnits + kSuffixUnits));
   std::size_t done = 0;
   for (int i = 0; i < features.count; ++i) {
     const FeatureRecord& row = features.rows[i];
