@@ -22,6 +22,7 @@
 #include "app/command_ids.h"
 #include "app/limits.h"
 #include "bench_window.h"
+#include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
 #include "documents/saver.h"
 #include "documents/tab_table.h"
@@ -73,12 +74,24 @@ bool AllSaved(qint64) {
   return tab->save.savedChanges >= tab->save.changes && !morva::SavesUnderWay();
 }
 
+void Press(int code, const QString& text) {
+  QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, text);
+  QCoreApplication::sendEvent(platform::WidgetOf(morva::kIdEditor), &event);
+  QCoreApplication::sendPostedEvents();
+}
+
 void TypeInLine(int line) {
   const int at = platform::EditorLineStart(morva::kIdEditor, line);
   platform::SetEditorSelection(morva::kIdEditor, {at, at});
-  QKeyEvent event(QEvent::KeyPress, Qt::Key_7, Qt::NoModifier, QStringLiteral("7"));
-  QCoreApplication::sendEvent(platform::WidgetOf(morva::kIdEditor), &event);
-  QCoreApplication::sendPostedEvents();
+  Press(Qt::Key_7, QStringLiteral("7"));
+}
+
+// What stands behind all blocks gets markers of its own at the pause.
+void TypeBehindBlocks() {
+  const int end = platform::EditorLength(morva::kIdEditor);
+  platform::SetEditorSelection(morva::kIdEditor, {end, end});
+  Press(Qt::Key_Return, QStringLiteral("\r"));
+  Press(Qt::Key_7, QStringLiteral("7"));
 }
 
 double TimeOfWalk() {
@@ -101,6 +114,7 @@ struct Subject {
   int lines;
   targets::Goal pause;
   targets::Goal save;
+  const char* marks;  // the pause that writes markers
 };
 
 QString FileOf(const Subject& subject) {
@@ -126,6 +140,14 @@ void Measure(const Subject& subject) {
                 subject.file, pause.longest, pause.all, walk, save.longest, save.all, copy);
     targets::Note(subject.pause, pause.longest, walk);
     targets::Note(subject.save, save.longest, copy);
+    const int blocks = morva::features.count;
+    TypeBehindBlocks();
+    const Held marks = Watch(Refreshed, kLongestSaveMs);
+    if (morva::features.count != blocks + 1) std::abort();
+    std::printf("%s: pause with markers %.1f (%.1f in all)\n", subject.file, marks.longest,
+                marks.all);
+    targets::Note({subject.marks, "ms", 0, 0, 0, kWalk}, marks.longest, TimeOfWalk());
+    Watch(AllSaved, kLongestSaveMs);
   }
   morva::CloseProgram();
 }
@@ -141,15 +163,18 @@ int main(int argc, char** argv) {
       {"small.NC",
        100000,
        {"Pause, 100,000 lines, longest stretch", "ms", 0, 15, 0, kWalk},
-       {"Autosave, 100,000 lines, longest stretch", "ms", 0, 20, 0, kCopy}},
+       {"Autosave, 100,000 lines, longest stretch", "ms", 0, 20, 0, kCopy},
+       "Pause with markers, 100,000 lines, longest stretch"},
       {"million.NC",
        1000000,
        {"Pause, 1,000,000 lines, longest stretch", "ms", 0, 30, 0, kWalk},
-       {"Autosave, 1,000,000 lines, longest stretch", "ms", 0, 50, 0, kCopy}},
+       {"Autosave, 1,000,000 lines, longest stretch", "ms", 0, 50, 0, kCopy},
+       "Pause with markers, 1,000,000 lines, longest stretch"},
       {"largest.NC",
        1200000,
        {"Pause, 32 MiB, longest stretch", "ms", 0, 0, 0, kWalk},
-       {"Autosave, 32 MiB, longest stretch", "ms", 0, 50, 0, kCopy}},
+       {"Autosave, 32 MiB, longest stretch", "ms", 0, 50, 0, kCopy},
+       "Pause with markers, 32 MiB, longest stretch"},
   };
   for (const Subject& subject : subjects) Measure(subject);
   platform::EndProcess();
