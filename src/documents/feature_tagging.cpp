@@ -22,6 +22,7 @@
 #include "platform/editor.h"
 #include "platform/listing.h"
 #include "text/codetext.h"
+#include "text/text_hash.h"
 
 namespace morva {
 
@@ -38,7 +39,7 @@ std::uint64_t listedSerial = 0;  // the program whose blocks the list showed las
 // The text that the last run of the tagging left, so that it is known again when an undo took
 // some of the run's markers out. Each marker is an undo step of its own.
 struct TagRun {
-  std::uint64_t hash = 0;
+  TextDigest hash = {};
   int length = 0;  // in editor positions
   int steps = 0;
   bool cameBack = false;  // its markers were taken out once and put back
@@ -124,7 +125,7 @@ int WriteAllMarkers(const TagPlace (&places)[kMaxFeatures], platform::EditorRang
 
 bool AtLastRun() {
   return platform::EditorLength(kIdEditor) == lastRun.length &&
-         UnitHash(platform::EditorText(kIdEditor)) == lastRun.hash;
+         DigestOf(platform::EditorText(kIdEditor)) == lastRun.hash;
 }
 
 // Redoes the part of the last run that was undone. An END line whose BEGIN was undone would be
@@ -178,7 +179,7 @@ void TagText(bool byUser) {
     if (!ResumeLastRun(byUser)) {
       const int steps = WriteAllMarkers(places, selection);
       platform::SetEditorSelection(kIdEditor, selection);
-      lastRun = {UnitHash(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor),
+      lastRun = {DigestOf(platform::EditorText(kIdEditor)), platform::EditorLength(kIdEditor),
                  steps};
     }
     platform::HoldEditorRedraw(kIdEditor, false);

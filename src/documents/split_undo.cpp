@@ -4,7 +4,7 @@
 
 #include "app/command_ids.h"
 #include "documents/tab_table.h"
-#include "text/codetext.h"
+#include "text/text_hash.h"
 
 namespace morva {
 
@@ -13,20 +13,20 @@ namespace {
 struct SplitTrace {
   std::uint64_t serial = 0;  // of the program, 0: there is none
   int length = 0;            // of the text before
-  std::uint64_t hash = 0;
+  TextDigest hash = {};
   platform::EditorRange range;
 };
 SplitTrace last;
 
 bool StandsAsBefore() {
   return platform::EditorLength(kIdEditor) == last.length &&
-         UnitHash(platform::EditorText(kIdEditor)) == last.hash;
+         DigestOf(platform::EditorText(kIdEditor)) == last.hash;
 }
 
 }  // namespace
 
 void NoteSplit(std::u16string_view text, platform::EditorRange range) {
-  last = {ActiveSerial(), platform::EditorLength(kIdEditor), UnitHash(text), range};
+  last = {ActiveSerial(), platform::EditorLength(kIdEditor), DigestOf(text), range};
 }
 
 void ReturnBehindUndo() {

@@ -1,71 +1,15 @@
 #include "simulator/marker_shift.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
-#include <cstring>
 #include <limits>
 
 #include "documents/marker_lines.h"
 #include "simulator/line_ends.h"
+#include "text/text_hash.h"
 
 namespace morva {
 
 namespace {
-
-constexpr std::size_t kLanes = 4;
-constexpr std::size_t kLaneUnits = sizeof(std::uint64_t) / sizeof(char16_t);
-constexpr std::size_t kBlockUnits = kLanes * kLaneUnits;
-
-// A hash over pieces as over the text that they make up.
-struct TextHash {
-  std::array<std::uint64_t, kLanes> lanes = {1, 2, 3, 4};
-  char16_t rest[kBlockUnits] = {};
-  std::size_t restUnits = 0;
-};
-
-// A factor near the golden ratio brings low bits up, the turn high ones down again. Another word
-// always gives another lane.
-std::uint64_t Mixed(std::uint64_t lane, const char16_t* units) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, units, sizeof word);
-  return std::rotl((lane ^ word) * 0x9E3779B97F4A7C15U, 29);
-}
-
-void AddBlocks(TextHash& hash, const char16_t* units, std::size_t blocks) {
-  static_assert(kLanes == 4);
-  auto [first, second, third, fourth] = hash.lanes;
-  for (const char16_t* const end = units + blocks * kBlockUnits; units != end;) {
-    first = Mixed(first, units);
-    second = Mixed(second, units + kLaneUnits);
-    third = Mixed(third, units + 2 * kLaneUnits);
-    fourth = Mixed(fourth, units + 3 * kLaneUnits);
-    units += kBlockUnits;
-  }
-  hash.lanes = {first, second, third, fourth};
-}
-
-void AddText(TextHash& hash, std::u16string_view piece) {
-  if (hash.restUnits > 0) {
-    const std::size_t taken = std::min(kBlockUnits - hash.restUnits, piece.size());
-    std::copy_n(piece.data(), taken, hash.rest + hash.restUnits);
-    hash.restUnits += taken;
-    piece.remove_prefix(taken);
-    if (hash.restUnits < kBlockUnits) return;
-    AddBlocks(hash, hash.rest, 1);
-    hash.restUnits = 0;
-  }
-  const std::size_t blocks = piece.size() / kBlockUnits;
-  AddBlocks(hash, piece.data(), blocks);
-  piece.remove_prefix(blocks * kBlockUnits);
-  std::copy(piece.begin(), piece.end(), hash.rest);
-  hash.restUnits = piece.size();
-}
-
-void EndHash(TextHash& hash) {
-  std::fill(hash.rest + hash.restUnits, std::end(hash.rest), u'\0');
-  AddBlocks(hash, hash.rest, 1);
-}
 
 // The next "(" from a place on, else the text's end. What is far away is sought in vector code.
 std::size_t FindBracket(std::u16string_view text, std::size_t at) {
@@ -139,8 +83,7 @@ UnmarkedText WithoutMarkers(std::u16string_view text) {
     unmarked.before.push_back(lines);
   });
   unmarked.markedUnits = text.size() - unmarked.units - lineEnd.size();
-  EndHash(hash);
-  unmarked.hash = hash.lanes;
+  unmarked.hash = EndHash(hash);
   return unmarked;
 }
 

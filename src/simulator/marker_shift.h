@@ -5,19 +5,20 @@
 // soon as its line numbers have moved.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
+
+#include "text/text_hash.h"
 
 namespace morva {
 
 // A text without its marker lines, TEXT, NAME and END. Others stay: they change with what the user
 // does, not with tagging.
 struct UnmarkedText {
-  std::array<std::uint64_t, 4> hash = {};  // two texts of the same hash and size count as one
-  std::size_t units = 0;                   // without the line end that may close the text
+  TextDigest hash = {};   // two texts of the same hash and size count as one
+  std::size_t units = 0;  // without the line end that may close the text
   std::size_t markedUnits = 0;
   // Of each marker line, in their order: how many other lines stand before it.
   std::vector<std::int32_t> before;

@@ -188,12 +188,6 @@ std::size_t FindFolded(std::u16string_view text, std::u16string_view wanted, std
   return std::u16string_view::npos;
 }
 
-std::uint64_t UnitHash(std::u16string_view text) {
-  std::uint64_t hash = 0xCBF29CE484222325u;
-  for (const char16_t c : text) hash = (hash ^ c) * 0x100000001B3u;
-  return hash;
-}
-
 double AngleDegrees(double y, double x) {
   if (x == 0.0) return y > 0.0 ? 90.0 : y < 0.0 ? -90.0 : 0.0;
   const double ax = std::fabs(x);

@@ -48,9 +48,6 @@ inline bool HoldsFolded(std::u16string_view text, std::u16string_view wanted) {
   return FindFolded(text, wanted, 0) != std::u16string_view::npos;
 }
 
-// FNV-1a over 16-bit units.
-std::uint64_t UnitHash(std::u16string_view text);
-
 // Direction of the vector (x, y) in degrees, -180 to 180; 0 for the zero vector. The arc
 // tangent is the odd-power series through the 31st power after folding to 22.5 degrees.
 double AngleDegrees(double y, double x);
