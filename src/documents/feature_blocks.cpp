@@ -10,6 +10,7 @@
 #include "documents/marker_lines.h"
 #include "platform/editor.h"
 #include "text/codetext.h"
+#include "text/line_ends.h"
 
 namespace morva {
 
@@ -457,14 +458,10 @@ std::int32_t NextTableId() {
 int AdvanceOffset(OffsetMap& map, std::int32_t index) {
   const auto to = static_cast<size_t>(index);
   const std::u16string_view before = map.text.substr(0, std::min(to, map.text.size()));
-  auto from = static_cast<size_t>(map.index);
+  const auto from = static_cast<size_t>(map.index);
   if (from >= before.size()) return map.position;
-  int pairs = 0;
-  for (size_t at = FindUnit(before, u'\n', from); at != kNone;
-       at = FindUnit(before, u'\n', at + 1)) {
-    if (at > 0 && before[at - 1] == u'\r') ++pairs;
-  }
-  map.position += static_cast<int>(before.size() - from) - pairs;
+  const size_t pairs = CountPairs(before, from, before.size());
+  map.position += static_cast<int>(before.size() - from - pairs);
   map.index = static_cast<std::int32_t>(before.size());
   return map.position;
 }

@@ -14,6 +14,9 @@ bool HasRoomFor(std::size_t units) {
   const auto held = static_cast<std::size_t>(platform::EditorLength(kIdEditor));
   // A line end is one position of the editor and two bytes.
   if (2 * (held + units) <= kMaxReadBytes) return true;
+  // A line end is two bytes, one of them may close the text, and all else is a byte at most.
+  const auto lines = static_cast<std::size_t>(platform::EditorLineCount(kIdEditor));
+  if (held + lines + 1 + 2 * units <= kMaxReadBytes) return true;
   return MeasureOutput(platform::EditorText(kIdEditor)).bytes + 2 * units <= kMaxReadBytes;
 }
 

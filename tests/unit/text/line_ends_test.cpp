@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <random>
 #include <string>
 
 namespace morva {
@@ -28,6 +30,29 @@ TEST(LineEnds, TheNearestOneCounts) {
   EXPECT_EQ(FindLineEnd(text, 12), 17u);
   EXPECT_EQ(FindLineEnd(text, 18), 20u);
   EXPECT_EQ(FindLineEnd(text, 21), 21u);
+}
+
+TEST(LineEnds, PairsAreCountedAsOneByOne) {
+  std::mt19937 random(5);
+  constexpr char16_t kUnits[] = {u'\r', u'\n', u'\n', u'x'};
+  for (int round = 0; round < 300; ++round) {
+    std::u16string text(random() % 120, u' ');
+    for (char16_t& unit : text) unit = kUnits[random() % std::size(kUnits)];
+    const std::size_t from = random() % (text.size() + 1);
+    const std::size_t to = from + random() % (text.size() - from + 1);
+    std::size_t pairs = 0;
+    for (std::size_t at = from; at < to; ++at) {
+      if (at > 0 && text[at] == u'\n' && text[at - 1] == u'\r') ++pairs;
+    }
+    ASSERT_EQ(CountPairs(text, from, to), pairs) << from << " " << to;
+  }
+}
+
+// More of them than a sum of 16 bits holds.
+TEST(LineEnds, ManyPairsAreCounted) {
+  std::u16string text;
+  for (int i = 0; i < 2000000; ++i) text += u"\r\n";
+  EXPECT_EQ(CountPairs(text, 0, text.size()), 2000000u);
 }
 
 }  // namespace
