@@ -1,7 +1,8 @@
 // From one program to another, by its tab, in the whole workbench on real widgets.
 //
-// A switch ends with the painted editor. Beside it stands the opening of the same program in the
-// same run: a tab that was up before must come back in a twentieth of that.
+// A switch ends with the painted editor. Beside it stands the opening of the same file in the same
+// run, from its path to the painted editor: a tab that was up before must come back in a twentieth
+// of that. Each round opens the files anew and closes them; the medians count.
 #include <QApplication>
 #include <QFile>
 #include <QPlainTextEdit>
@@ -10,11 +11,13 @@
 #include <string>
 
 #include "../cpu_time.h"
+#include "../programs.h"
 #include "../targets.h"
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "bench_window.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "platform/editor.h"
 #include "platform/qt/qt_testing.h"
 
@@ -23,11 +26,13 @@ namespace {
 constexpr int kRounds = 3;
 constexpr double kMostOfAnOpen = 0.05;
 
-std::u16string Program(int lines) {
-  std::u16string text;
-  text.reserve(static_cast<std::size_t>(lines) * 28);
-  for (int i = 0; i < lines; ++i) text += u"N12345 G01 X12.3456 Y-1.5\r\n";
-  return text;
+std::u16string FileOf(const char* name, int lines) {
+  const std::string bytes = programs::Lines(lines);
+  QFile file(bench::folder->filePath(QString::fromLatin1(name)));
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), qint64(bytes.size())) < 0) {
+    std::abort();
+  }
+  return file.fileName().toStdU16String();
 }
 
 void Paint() {
@@ -42,6 +47,17 @@ void Settle() {
   while (clock.elapsed() < 400) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
+double TimeOfOpen(const std::u16string& path) {
+  const int shown = morva::app.activeTab;
+  const double before = CpuMilliseconds();
+  morva::OpenProgramFile(path);
+  Paint();
+  const double spent = CpuMilliseconds() - before;
+  if (morva::app.activeTab == shown || morva::ActiveTab()->path != path) std::abort();
+  Settle();
+  return spent;
+}
+
 double TimeOfSwitch(int index) {
   const double before = CpuMilliseconds();
   morva::SwitchTab(index);
@@ -50,6 +66,14 @@ double TimeOfSwitch(int index) {
   if (morva::app.activeTab != index) std::abort();
   Settle();
   return spent;
+}
+
+void Close(int index) {
+  const int count = morva::app.tabCount;
+  if (morva::app.activeTab != index) morva::SwitchTab(index);
+  morva::CloseProgram();
+  if (morva::app.tabCount != count - 1) std::abort();
+  Settle();
 }
 
 void Note(const char* subject, double spent, double opened) {
@@ -64,13 +88,17 @@ int main(int argc, char** argv) {
   platform::BeginProcess(argc, argv);
   bench::StartWorkbench();
   morva::app.dataDirReady = false;  // no autosave in between
-  const int large = morva::OpenTab(u"", Program(1000000), u"large.NC");
-  const int middle = morva::OpenTab(u"", Program(100000), u"middle.NC");
-  const double openedLarge = TimeOfSwitch(large);
-  const double openedMiddle = TimeOfSwitch(middle);
+  const std::u16string largeFile = FileOf("large.NC", 1000000);
+  const std::u16string middleFile = FileOf("middle.NC", 100000);
   for (int round = 0; round < kRounds; ++round) {
+    const double openedLarge = TimeOfOpen(largeFile);
+    const int large = morva::app.activeTab;
+    const double openedMiddle = TimeOfOpen(middleFile);
+    const int middle = morva::app.activeTab;
     Note("Back to a tab of 1,000,000 lines", TimeOfSwitch(large), openedLarge);
     Note("From 1,000,000 lines to a tab of 100,000", TimeOfSwitch(middle), openedMiddle);
+    Close(middle);
+    Close(large);
   }
   platform::EndProcess();
   bench::folder.reset();
