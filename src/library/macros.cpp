@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "library/saved_section.h"
 #include "platform/file.h"
 #include "platform/profile.h"
+#include "platform/same_units.h"
 #include "text/codetext.h"
 
 namespace morva {
@@ -30,11 +30,6 @@ constexpr char16_t kRename[] = u"Rename Macro";
 std::u16string SectionOf(int index) { return u"CustomMacro" + IntegerText(index); }
 
 bool IsMacro(int index) { return index >= 0 && index < macroLibrary.count; }
-
-// The library's own comparison goes unit by unit, which for full libraries takes half of a save.
-bool SameUnits(const std::u16string& a, const std::u16string& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
-}
 
 void SetName(MacroRecord& macro, std::u16string_view name) {
   CopyBounded(macro.name, kMacroNameUnits, KeptText(name, kMacroNameUnits));
@@ -114,7 +109,7 @@ std::u16string NameOfCopy(std::u16string_view name) {
 bool MacroRecord::operator==(const MacroRecord& other) const {
   return std::ranges::equal(name, other.name) &&
          (text == other.text ||
-          (SameUnits(code, other.code) && SameUnits(longLine, other.longLine)));
+          (platform::SameUnits(code, other.code) && platform::SameUnits(longLine, other.longLine)));
 }
 
 void LoadMacroLibrary() {

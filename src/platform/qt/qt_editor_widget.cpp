@@ -18,6 +18,7 @@
 #include "platform/control.h"
 #include "platform/limits.h"
 #include "platform/qt/qt_editor.h"
+#include "platform/same_units.h"
 
 namespace platform {
 
@@ -371,7 +372,7 @@ void EditorWidget::DropAside(std::uint64_t number) {
 bool EditorWidget::TakeBack(std::uint64_t number, std::u16string_view text) {
   const auto found = std::ranges::find(aside_, number, &Aside::number);
   if (found == aside_.end()) return false;
-  if (found->mirror != text) {
+  if (!SameUnits(found->mirror, text)) {
     DropAside(number);
     return false;
   }
