@@ -97,9 +97,9 @@ std::u16string CompletionRowText(std::int32_t row, bool selected) {
   return text;
 }
 
-std::u16string CompletionStatus(std::int32_t row) {
-  return CodeAndName(row) +
-         u"  \u2022  Up/Down choose  \u2022  Enter or Tab inserts  \u2022  Esc closes";
+std::u16string CompletionStatus(std::int32_t row, bool chosen) {
+  return CodeAndName(row) + u"  \u2022  Up/Down choose  \u2022  " +
+         (chosen ? u"Enter or Tab inserts" : u"Tab inserts") + u"  \u2022  Esc closes";
 }
 
 std::u16string InsertedStatus(std::int32_t row) { return u"Inserted " + CodeAndName(row); }

@@ -35,7 +35,7 @@ std::u16string_view WordsFilter(std::u16string_view line, int caret);
 // ">  G00     Rapid Motion Positioning"; three blanks in front of what is not selected.
 std::u16string CompletionRowText(std::int32_t row, bool selected);
 // The status line of the selected row, and of one that was inserted.
-std::u16string CompletionStatus(std::int32_t row);
+std::u16string CompletionStatus(std::int32_t row, bool chosen);
 std::u16string InsertedStatus(std::int32_t row);
 
 // Below the caret's line, or above it where fewer than 76 pixels are free below and more

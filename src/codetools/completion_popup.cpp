@@ -82,7 +82,7 @@ void ShowPopup() {
   platform::SetVisible(kIdCompletion, true);
   platform::BringToTop(kIdCompletion);
   platform::SelectRow(kIdCompletion, popup.selected);
-  ShowStatus(CompletionStatus(popup.rows[popup.selected]));
+  ShowStatus(CompletionStatus(popup.rows[popup.selected], popup.chosen));
 }
 
 void SelectCompletion(int row) {
@@ -92,7 +92,7 @@ void SelectCompletion(int row) {
   popup.selected = row;
   platform::SetRowText(kIdCompletion, row, CompletionRowText(popup.rows[row], true));
   platform::SelectRow(kIdCompletion, row);
-  ShowStatus(CompletionStatus(popup.rows[row]));
+  ShowStatus(CompletionStatus(popup.rows[row], popup.chosen));
 }
 
 // Whether the rows are those of the text and the caret as they stand.

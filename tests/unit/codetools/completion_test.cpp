@@ -92,7 +92,10 @@ TEST(Completion, ARowPadsTheCodeAndMarksTheSelection) {
 }
 
 TEST(Completion, TheStatusTellsCodeNameAndKeys) {
-  EXPECT_EQ(CompletionStatus(4),
+  // Enter breaks the line while nothing is chosen.
+  EXPECT_EQ(CompletionStatus(4, false),
+            u"G04 \u2014 Dwell  \u2022  Up/Down choose  \u2022  Tab inserts  \u2022  Esc closes");
+  EXPECT_EQ(CompletionStatus(4, true),
             u"G04 \u2014 Dwell  \u2022  Up/Down choose  \u2022  Enter or Tab inserts  \u2022  Esc "
             u"closes");
   EXPECT_EQ(InsertedStatus(4), u"Inserted G04 \u2014 Dwell");

@@ -59,8 +59,11 @@ TEST_F(CompletionList, OpensOnATypedGAndLeavesTheKeyboardToTheEditor) {
   EXPECT_EQ(Row(0), u">  G00     Rapid Motion Positioning");
   EXPECT_EQ(platform::FocusedId(), kIdEditor);
   EXPECT_EQ(Status(),
-            u"G00 \u2014 Rapid Motion Positioning  \u2022  Up/Down choose  \u2022  Enter or Tab "
-            u"inserts  \u2022  Esc closes");
+            u"G00 \u2014 Rapid Motion Positioning  \u2022  Up/Down choose  \u2022  Tab inserts  "
+            u"\u2022  Esc closes");
+  // What was chosen is what Enter takes.
+  headless::PressKey({platform::kKeyDown});
+  EXPECT_NE(Status().find(u"  \u2022  Enter or Tab inserts  \u2022  "), std::u16string::npos);
 }
 
 TEST_F(CompletionList, NarrowsAndClosesWithTheHelpOfAFullCode) {
