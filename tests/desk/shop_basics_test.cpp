@@ -207,9 +207,9 @@ TEST_F(ShopBasicsAtTheDesk, TheMenuAtOpenComesByItsArrowAndByDown) {
   QTest::mouseClick(key, Qt::LeftButton, Qt::NoModifier,
                     QPoint(key->width() - 5, key->height() / 2));
   ASSERT_TRUE(desk::Until([]() { return app.tabCount == 2; }));
-  QFile::remove(one);
   desk::Click(morva::kIdClose);
   ASSERT_TRUE(desk::Until([]() { return app.tabCount == 1; }));
+  QFile::remove(one);
   desk::AnswerMenu(QStringLiteral("one.nc"));
   desk::AnswerBox(QStringLiteral("OK"));
   desk::Key(morva::kIdOpen, Qt::Key_Down);
