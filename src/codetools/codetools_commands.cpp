@@ -11,8 +11,7 @@ namespace {
 // A key that chooses what the list of the index shows, or how.
 constexpr Command Choice(int id, const char16_t* words, const char16_t* help = u"Category",
                          const char16_t* name = u"") {
-  return {
-      .id = id, .words = words, .help = help, .name = name, .on = IsIndexKeyOn, .told = kToldInTip};
+  return {.id = id, .words = words, .help = help, .name = name, .on = IsIndexKeyOn};
 }
 
 constexpr char16_t kCheckHelp[] = u"Check the program ({})";

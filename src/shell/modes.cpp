@@ -127,11 +127,14 @@ void ShowMode(int mode) {
   if (app.compareActive) Call(hooks.leaveCompare);
   Call(hooks.hideCompletion);
   app.mode = mode;
+  const int keyboard = platform::FocusedId();
   TakeSurface(kSurfaceCode);
   LeavePanels(mode);
   ShowModeWords();
   Call(ModeOf(app.mode).fill);
   Layout();
+  // From a control that went, the toolkit takes the keyboard to the first one of the window: NEW.
+  if (keyboard != 0 && !platform::IsVisible(keyboard)) platform::SetFocusTo(ShownEditor());
   EnterPanels();
   platform::Repaint(platform::kMainWindow);
 }
@@ -234,6 +237,8 @@ void TakeListedMode() {
 
 namespace {
 
+constexpr std::u16string_view kEnterOpens = u"Enter opens this workspace.";
+
 // From the row behind `row`, the next one in steps of `step` whose mode exists.
 bool StepModes(int row, int step) {
   const int rows = platform::RowCount(kIdModeList);
@@ -243,10 +248,13 @@ bool StepModes(int row, int step) {
     platform::SelectRow(kIdModeList, row);
     if (SurfaceOfMode(mode)) {
       // A whole other workspace: the arrows only pass over it.
-      ShowStatus(u"Enter opens this workspace.");
+      ShowStatus(kEnterOpens);
       break;
     }
+    if (app.statusText == kEnterOpens) ShowStatus(kReadyWords);
     TakeListedMode();
+    // A panel may take the keyboard as it comes up: Enter leads there, the arrows lead on.
+    if (app.mode == mode) platform::SetFocusTo(kIdModeList);
     break;
   }
   return true;

@@ -146,6 +146,11 @@ void ExpectWellTold(QAccessibleInterface* speaks) {
     EXPECT_EQ(state.focusable, widget->focusPolicy() != Qt::NoFocus);
     EXPECT_EQ(state.focused, widget->hasFocus());
   }
+  if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
+    EXPECT_FALSE(combo->accessibleName().isEmpty());
+    EXPECT_TRUE(speaks->text(QAccessible::Name).startsWith(combo->accessibleName()));
+    EXPECT_TRUE(speaks->text(QAccessible::Name).endsWith(combo->currentText()));
+  }
   const bool rows = speaks->role() == QAccessible::List;
   const bool bar = speaks->role() == QAccessible::ScrollBar;
   const bool worked = (state.focusable && !bar) || speaks->role() == QAccessible::ListItem;

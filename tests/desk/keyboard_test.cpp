@@ -9,12 +9,14 @@
 #include <QWindow>
 #include <functional>
 
+#include "app/app_state.h"
 #include "app/commands.h"
 #include "app/outlets.h"
 #include "app/router.h"
 #include "desk/at_desk.h"
 #include "desk/control_desk.h"
 #include "platform/control.h"
+#include "platform/listing.h"
 #include "platform/window.h"
 
 namespace {
@@ -33,6 +35,7 @@ class Keyboard : public AtDesk {
            QGuiApplication::focusWindow() == window->windowHandle();
   }
   static void Press(Qt::Key key) { QTest::keyClick(QGuiApplication::focusWindow(), key); }
+  static int ModeOfRow(int row) { return static_cast<int>(platform::RowData(kIdModeList, row)); }
   // The keyboard is in the editor, what is typed goes there, F5 reports.
   static void ExpectAllKeysGoTo(int editor) {
     ASSERT_TRUE(desk::Until(MainWindowIsActive));
@@ -155,6 +158,36 @@ TEST_F(KeyboardOfAReceive, IsInTheCodeOfTheReceivedProgram) {
 TEST_F(KeyboardOfAReceive, IsInTheWordsOfTheReceivedProgram) {
   ShowWords();
   ExpectKeyboardAfterReceive(kIdWordsEditor);
+}
+
+TEST_F(Keyboard, StaysInTheListOfModesForAsLongAsTheArrowsWalkIt) {
+  const int last = platform::RowCount(kIdModeList) - 1;
+  platform::SetFocusTo(kIdModeList);
+  Press(Qt::Key_Home);
+  for (int row = 1; row <= last; ++row) {
+    Press(Qt::Key_Down);
+    ASSERT_EQ(platform::FocusedId(), kIdModeList) << row;
+    ASSERT_EQ(platform::SelectedRow(kIdModeList), row);
+    // What was said at a row that Enter opens is gone at the next one.
+    const bool opens = ModeOfRow(row) == kModeCadItem || ModeOfRow(row) == kModePlateItem;
+    EXPECT_EQ(std::u16string_view(app.statusText) == u"Enter opens this workspace.", opens) << row;
+  }
+  for (int row = last - 1; row >= 0; --row) {
+    Press(Qt::Key_Up);
+    ASSERT_EQ(platform::FocusedId(), kIdModeList) << row;
+    ASSERT_EQ(platform::SelectedRow(kIdModeList), row);
+  }
+}
+
+TEST_F(Keyboard, GoesFromTheListOfModesIntoAPanelByEnter) {
+  platform::SetFocusTo(kIdModeList);
+  Press(Qt::Key_End);
+  for (int row = platform::RowCount(kIdModeList) - 1; ModeOfRow(row) != kModeFind; --row) {
+    ASSERT_GT(row, 0);
+    Press(Qt::Key_Up);
+  }
+  Press(Qt::Key_Return);
+  EXPECT_EQ(platform::FocusedId(), kIdFindText);
 }
 
 TEST_F(Keyboard, LeavesAnImportThatClosesForAnotherTabAndSaysSo) {

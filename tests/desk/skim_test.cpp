@@ -99,6 +99,12 @@ TEST_F(SkimAtTheDesk, IsDoneByKeyboardAlone) {
   EXPECT_TRUE(desk::Until([] { return HasKeyboard(morva::kIdEditor); }));
 }
 
+TEST_F(SkimAtTheDesk, LeavesTheKeyboardBehindCancelOnTheKeyThatLedThere) {
+  desk::Key(morva::kIdSkimCancel, Qt::Key_Space);
+  ASSERT_TRUE(desk::Until([] { return !morva::SkimIsUp(); }));
+  EXPECT_EQ(platform::FocusedId(), morva::kIdWizardInsert);
+}
+
 TEST_F(SkimAtTheDesk, PlacesTheStockByAClickInTheView) {
   Resize(1560, 940);
   desk::Click(morva::kIdSkimPosition);

@@ -305,11 +305,55 @@ class ListSpeaks : public QAccessibleWidget {
   mutable std::vector<QAccessible::Id> rows_;  // made as they are asked for
 };
 
+// The toolkit's own record names a combo by what is chosen alone, and tells that nowhere else.
+class ComboSpeaks : public QAccessibleWidget {
+ public:
+  explicit ComboSpeaks(QComboBox* combo) : QAccessibleWidget(combo, QAccessible::ComboBox) {}
+
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(Combo()->view()) : nullptr;
+  }
+  // The list opens as a popup, outside of the combo.
+  QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+  int indexOfChild(const QAccessibleInterface* each) const override {
+    return each->object() == Combo()->view() ? 0 : -1;
+  }
+  QString text(QAccessible::Text kind) const override {
+    const QString chosen = Combo()->currentText();
+    if (kind == QAccessible::Value) return chosen;
+    const QString told = QAccessibleWidget::text(kind);
+    if (kind != QAccessible::Name || chosen.isEmpty()) return told;
+    return told.isEmpty() ? chosen : told + QStringLiteral(": ") + chosen;
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.expandable = true;
+    state.expanded = Combo()->view()->isVisible();
+    return state;
+  }
+  QStringList actionNames() const override {
+    QStringList names;
+    if (Works(Combo()) || state().expanded) names << showMenuAction() << pressAction();
+    return names << QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    QComboBox* combo = Combo();
+    if (name != showMenuAction() && name != pressAction()) return QAccessibleWidget::doAction(name);
+    if (combo->view()->isVisible()) return combo->hidePopup();
+    Later(combo, [combo] { combo->showPopup(); });
+  }
+
+ private:
+  QComboBox* Combo() const { return static_cast<QComboBox*>(object()); }
+};
+
 QAccessibleInterface* Speaks(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (widget == nullptr) return nullptr;
   if (auto* key = dynamic_cast<PlacedWidget<QPushButton>*>(widget)) return new KeySpeaks(key);
   if (auto* check = dynamic_cast<PlacedWidget<QCheckBox>*>(widget)) return new KeySpeaks(check);
+  if (auto* combo = dynamic_cast<PlacedWidget<QComboBox>*>(widget)) return new ComboSpeaks(combo);
   if (dynamic_cast<PlacedWidget<QWidget>*>(widget) != nullptr) return new ViewSpeaks(widget);
   auto* list = qobject_cast<QListView*>(widget);
   if (list == nullptr) return nullptr;

@@ -144,8 +144,12 @@ void CancelSkim() {
   EndSkimWizard();
   const SkimWizard opened = skimWizard;
   if (editLink.kind == kKindSkim) DropEditLink();
-  if (opened.fromSurface == kSurfaceCode)
-    return Call(hooks.setMode, static_cast<int>(opened.fromMode));
+  if (opened.fromSurface == kSurfaceCode) {
+    Call(hooks.setMode, static_cast<int>(opened.fromMode));
+    // The key that leads here again.
+    if (platform::IsVisible(kIdWizardInsert)) platform::SetFocusTo(kIdWizardInsert);
+    return;
+  }
   Call(hooks.setSurface, static_cast<int>(opened.fromSurface));
 }
 
