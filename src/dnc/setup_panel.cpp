@@ -102,12 +102,13 @@ constexpr FormRow kFrameRows[] = {
     {.kind = RowKind::Keys, .pages = PageBit(kFoot), .keys = {kIdDncSave, kIdDncClose},
      .shares = {3, 1}},
     {.kind = RowKind::Log, .id = kIdDncSteps, .name = u"Steps to a connection",
-     .pages = PageBit(kGuide), .least = 48, .percent = 42},
+     .pages = PageBit(kGuide), .least = 48, .percent = 66},
     {.kind = RowKind::Note,
      .label = u"First transfer: use RECEIVE on the top bar, then send a small program from the "
               u"machine. SEND and RECEIVE use this saved profile.",
-     .pages = PageBit(kGuide)},
-    {.kind = RowKind::Log, .id = kIdDncLog, .name = u"Connection log", .pages = PageBit(kGuide), .least = 48},
+     .pages = PageBit(kGuide), .yields = true},
+    {.kind = RowKind::Log, .id = kIdDncLog, .name = u"Connection log", .pages = PageBit(kGuide),
+     .least = 96},
 };
 // What stands in the right panel.
 constexpr FormRow kPageRows[] = {

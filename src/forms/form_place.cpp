@@ -32,6 +32,7 @@ struct Page {
   int gap = 0;
   int height = 0;
   int fill = 0;   // height of a filling row that has no percentage
+  int given = 0;  // what a row with a percentage gives up
   int spare = 0;  // what a yielding row gives up
 };
 
@@ -130,8 +131,13 @@ int PercentOfHeight(const Page& page, int percent) {
   return (page.height + page.entry->form->look->gap) * percent / 100;
 }
 
-// Shares out the height that is left. Where it is too little the rows stand closer, then the
-// yielding one gives up what it has.
+// What a row with a percentage has above its least.
+int AboveLeast(const Page& page, const FormRow& row) {
+  return std::max(PercentOfHeight(page, row.percent) - row.least, 0);
+}
+
+// Shares out the height that is left. Where it is too little the rows stand closer, then one with a
+// percentage gives up what it has above its least, then the yielding one what it has.
 void Fit(Page& page) {
   const FormLook& look = *page.entry->form->look;
   int least = 0;
@@ -140,7 +146,9 @@ void Fit(Page& page) {
     const FormRow& row = RowAt(page, i);
     if (!IsIn(page, row) || !Fills(page, row)) continue;
     least = std::max(least, static_cast<int>(row.least));
-    shared += row.percent > 0 ? PercentOfHeight(page, row.percent) : 0;
+    if (row.percent == 0) continue;
+    shared += PercentOfHeight(page, row.percent);
+    page.given = std::max(page.given, AboveLeast(page, row));
   }
   page.gap = look.gap;
   if (least == 0) {
@@ -152,13 +160,18 @@ void Fit(Page& page) {
     page.gap = look.tightGap;
     left = page.height - FixedHeight(page) - shared;
   }
-  page.spare = std::max(least - left, 0);
+  const int missing = std::max(least - left, 0);
+  page.given = std::min(page.given, missing);
+  page.spare = missing - page.given;
   page.fill = std::max(left, least);
 }
 
 int RowHeight(const Page& page, const FormRow& row) {
-  if (!Fills(page, row)) return ControlHeight(page, row) - (row.yields ? page.spare : 0);
-  return row.percent > 0 ? PercentOfHeight(page, row.percent) : page.fill;
+  if (!Fills(page, row)) {
+    return std::max(ControlHeight(page, row) - (row.yields ? page.spare : 0), 0);
+  }
+  if (row.percent == 0) return page.fill;
+  return PercentOfHeight(page, row.percent) - std::min(page.given, AboveLeast(page, row));
 }
 
 // Keys or check boxes side by side.

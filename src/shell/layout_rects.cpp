@@ -51,6 +51,7 @@ constexpr int kBodyBeforeHelp = 400;   // that a right panel keeps before its he
 constexpr int kPanelTop = 42;          // of a right panel, for its head
 constexpr int kStripKeyWidth = 26;     // of the key that closes the strip
 constexpr int kBesideStrip = 160;      // height of the editor that a tall strip leaves
+constexpr int kPanelAboveStrip = 300;  // height of a panel in the work area that it leaves
 constexpr int kAboveStrip = 7;         // between the editor and the head of the output
 constexpr int kBelowHead = 5;
 constexpr int kWorkflowLeast = 180;     // height that the quick workflow's words need
@@ -343,7 +344,8 @@ void PlanOutputHead(LayoutPlan& plan, int left, int right, int y) {
 // above. Closed, it lies below the work area, and its head is the last row there.
 int OutputTop(const LayoutInput& in, const Rect& work, int height, int head) {
   if (in.stripClosed) return work.bottom + kBelowHead;
-  const int most = RectHeight(work) - head - kBelowHead - kAboveStrip - kBesideStrip;
+  const int most = RectHeight(work) - head - kBelowHead - kAboveStrip -
+                   (in.viewAway ? kPanelAboveStrip : kBesideStrip);
   if (in.stripHeight > 0) height = in.stripHeight;
   return work.bottom - std::max(kStripLeast, std::min(height, most));
 }

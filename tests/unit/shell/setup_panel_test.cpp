@@ -1,10 +1,13 @@
 #include "dnc/setup_panel.h"
 
 #include "app/app_state.h"
+#include "app/router.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer.h"
 #include "platform/listing.h"
+#include "shell/layout.h"
 #include "shell/modes.h"
+#include "shell/strip.h"
 #include "support/workbench.h"
 
 namespace morva {
@@ -391,6 +394,103 @@ TEST_F(Connection, ShowsThePortOfTheTransferWhileAnotherIsSaved) {
   headless::Click(kIdDncSave);
   headless::Advance(1000);
   EXPECT_NE(ReadFile("bin/MORVA.ini").find("Port=COM2"), std::string::npos);
+}
+
+// The words of all labels that can be seen.
+bool SomeLabelSays(std::u16string_view words) {
+  for (const int id : headless::AllIds()) {
+    headless::ControlInfo info;
+    if (headless::Describe(id, info) && info.visible && info.text == words) return true;
+  }
+  return false;
+}
+
+TEST_F(Connection, SaysWhatToDoInThreeStepsAndWhatComesFirst) {
+  headless::Click(kIdSetup);
+  EXPECT_EQ(platform::TextOf(kIdDncSteps),
+            u"1   Connect the adapter\r\nPlug in the USB / RS-232 adapter, then Rescan ports. "
+            u"Select the COM port assigned to that adapter.\r\n\r\n2   Match the machine\r\nCopy "
+            u"baud, data bits, parity, stop bits and flow control from the machine's serial "
+            u"settings. Both ends must agree.\r\n\r\n3   Check and save\r\nCheck port verifies "
+            u"that Windows can open and configure it. It does not test the cable or a machine "
+            u"response. Save the profile when ready.");
+  EXPECT_TRUE(SomeLabelSays(u"Machine connection"));
+  EXPECT_TRUE(SomeLabelSays(u"Set up a serial profile for this PC and your machine."));
+  EXPECT_TRUE(SomeLabelSays(
+      u"First transfer: use RECEIVE on the top bar, then send a small program from the machine. "
+      u"SEND and RECEIVE use this saved profile."));
+}
+
+TEST_F(Connection, TellsInItsModeHowSendAndReceiveFindTheirPort) {
+  SetMode(kModeDnc);
+  EXPECT_TRUE(SomeLabelSays(
+      u"Top SEND / RECEIVE buttons auto-attempt the saved COM profile first. If no profile exists, "
+      u"MORVA searches for a serial port. If the port cannot be opened/configured the main status "
+      u"changes to CONNECTION FAILED."));
+  EXPECT_TRUE(
+      SomeLabelSays(u"Connected means Windows opened the configured serial port; an actual Haas "
+                    u"handshake is proven only by a successful transfer."));
+}
+
+TEST_F(Connection, AnswersTheThreeCommandsThatHaveNoKey) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  headless::Click(kIdDncSave);
+  RouteCommand(kIdDncReceive, platform::kNotifyClick);
+  ASSERT_TRUE(TransferRuns());
+  EXPECT_EQ(dncState, kDncTransferring);
+  headless::Click(kIdDncAbort);
+  headless::Advance(2000);
+  ASSERT_FALSE(TransferRuns());
+
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  RouteCommand(kIdDncSend, platform::kNotifyClick);
+  headless::Advance(10000);
+  EXPECT_NE(headless::TakeSent().find("(OPERATION CODE BELOW)"), std::string::npos);
+
+  WriteFile("other.nc", "%\r\nO8\r\nM30\r\n%\r\n");
+  headless::QueueFile(Path("other.nc"));
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  RouteCommand(kIdDncSendFile, platform::kNotifyClick);
+  headless::Advance(10000);
+  EXPECT_NE(headless::TakeSent().find("O8"), std::string::npos);
+}
+
+void ExpectWithinTheirColumns() {
+  for (const int id : {int{kIdDncSteps}, int{kIdDncLog}, int{kIdDncRescan}, int{kIdDncClose}}) {
+    headless::ControlInfo info;
+    ASSERT_TRUE(headless::Describe(id, info));
+    EXPECT_LE(info.place.bottom, Areas().stripEdge.top) << id;
+    EXPECT_GE(platform::RectHeight(info.place), 26) << id;
+  }
+  headless::ControlInfo log;
+  headless::Describe(kIdDncLog, log);
+  EXPECT_GE(platform::RectHeight(log.place), 60);
+  headless::ControlInfo lists;
+  headless::Describe(kViewDncPanel, lists);
+  EXPECT_GE(platform::RectHeight(lists.place), 60);
+}
+
+TEST_F(Connection, StaysAboveTheOutputHoweverItsEdgesAreDragged) {
+  Port(u"COM1");
+  headless::Click(kIdSetup);
+  for (const bool runs : {false, true}) {
+    if (runs) headless::Click(kIdReceive);
+    ASSERT_EQ(TransferRuns(), runs);
+    for (const int height : {800, 940}) {
+      headless::Resize(height == 800 ? 1200 : 1560, height);
+      for (const int panel : {190, 300, 380, 430}) {
+        for (const int strip : {700, 400, 200}) {
+          SCOPED_TRACE(std::to_string(height) + ", panel " + std::to_string(panel) + ", strip " +
+                       std::to_string(strip) + (runs ? ", transfer" : ""));
+          app.leftPanelWidth = panel;
+          DragStrip(strip);
+          Layout();
+          ExpectWithinTheirColumns();
+        }
+      }
+    }
+  }
 }
 
 TEST_F(Connection, ReceivesAFirstProgramWithThePanelAlone) {
