@@ -4,8 +4,8 @@
 
 #include "app/app_state.h"
 #include "app/outlets.h"
-#include "text/codetext.h"
 #include "platform/file.h"
+#include "text/codetext.h"
 
 namespace morva {
 
@@ -21,6 +21,19 @@ void AppendPiece(std::u16string_view piece) {
 
 bool FolderStands(std::u16string_view path) {
   return platform::MakeFolder(path) != platform::FolderAnswer::Failed;
+}
+
+// The data directory itself first.
+template <typename Stands>
+bool AllStand(Stands stands) {
+  if (!stands(app.dataDir)) return false;
+  for (const char16_t* folder : {u"Projects", u"Shapes", u"Tool Library", u"Recovery"}) {
+    std::u16string path(app.dataDir);
+    path += platform::PathSeparator();
+    path += folder;
+    if (!stands(path)) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -40,14 +53,14 @@ void FindDataDirectory() {
     CopyBounded(app.dataDir, kPathUnits, std::u16string_view(executable).substr(0, folder));
     AppendBounded(app.dataDir, kPathUnits, u"QA-data");
   }
-  if (!FolderStands(app.dataDir)) return;
-  for (const char16_t* folder : {u"Projects", u"Shapes", u"Tool Library", u"Recovery"}) {
-    std::u16string path(app.dataDir);
-    path += platform::PathSeparator();
-    path += folder;
-    if (!FolderStands(path)) return;
-  }
-  app.dataDirReady = true;
+  app.dataDirReady = AllStand(FolderStands);
+}
+
+void RemakeDataFolders() {
+  // Where it fails the save that needs it fails as well, and says so.
+  if (!app.dataDirReady) return;
+  (void)AllStand(
+      [](std::u16string_view path) { return platform::FileExists(path) || FolderStands(path); });
 }
 
 }  // namespace morva

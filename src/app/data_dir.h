@@ -7,5 +7,7 @@ namespace morva {
 // "Projects", "Shapes", "Tool Library" and "Recovery" in it. Sets dataDir and dataDirReady;
 // where a step fails dataDirReady stays false and nothing is said.
 void FindDataDirectory();
+// Makes what of it was removed since; does nothing where dataDirReady is not set.
+void RemakeDataFolders();
 
 }  // namespace morva

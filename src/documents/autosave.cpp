@@ -9,6 +9,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "app/data_dir.h"
 #include "app/hooks.h"
 #include "app/limits.h"
 #include "app/outlets.h"
@@ -52,6 +53,7 @@ std::u16string MakeProgramHome(const ProgramTab& tab) {
   const bool fits = platform::ToUtf8(name).size() <= kRoomForTitle;
   const std::u16string folders =
       PathInData(u"Projects", fits ? name : ShortTitle(tab.title)) + u"-";
+  RemakeDataFolders();
   auto tick = static_cast<std::uint32_t>(platform::TickMilliseconds());
   for (int tries = 0; tries < kMaxProgramHomes; ++tries, ++tick) {
     const std::u16string folder = folders + IntegerText(tick);

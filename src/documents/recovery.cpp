@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/app_state.h"
+#include "app/data_dir.h"
 #include "app/limits.h"
 #include "app/outlets.h"
 #include "documents/file_kinds.h"
@@ -96,6 +97,7 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string_view path,
   SaveJob job;
   job.program = path;
   job.told = told;
+  RemakeDataFolders();
   if (path.empty() ||
       !AddProgramFiles(path, platform::ToUtf8(tab.text), tab.text, tab, job.files)) {
     return false;
@@ -131,6 +133,7 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
   if (job.program.empty()) return false;
   job.files.push_back({job.program, platform::ToUtf8(text)});
   job.told = told;
+  RemakeDataFolders();
   HandOverSave(std::move(job));
   return true;
 }
@@ -154,9 +157,10 @@ void KeepHeldCopy(ProgramTab& tab) {
     NoteHeldCopy(tab, {});
     NoteHeldChanges(tab, 0);
   }
-  if (tab.save.heldCopy.empty()) NoteHeldCopy(tab, PathOfCopy(tab));
+  const bool first = tab.save.heldCopy.empty();
+  if (first) NoteHeldCopy(tab, PathOfCopy(tab));
   const std::u16string path = tab.save.heldCopy;
-  if (path.empty() || tab.save.heldChanges == tab.save.changes) return;
+  if (path.empty() || (!first && tab.save.heldChanges == tab.save.changes)) return;
   if (&tab == ActiveTab()) {
     SyncActiveTab();
     StashActiveWorkspace();

@@ -48,7 +48,9 @@ bool IsGone(std::u16string_view path) {
   return !now.exists && !now.unknown;
 }
 
-platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveResult& result) {
+// `written` is set where the file was put there.
+platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveResult& result,
+                               platform::FileFigures& written) {
   const std::string& bytes = file.shared ? *file.shared : file.bytes;
   platform::AtomicWrite write{.path = file.path, .bytes = bytes, .lasting = file.lasting};
   const bool program = file.path == job.program;
@@ -59,11 +61,12 @@ platform::WriteAnswer WriteOne(const SaveJob& job, const SaveFile& file, SaveRes
   static const platform::FileFigures kNothing;
   const bool stands = known && known->figures.exists && (program || !IsGone(file.path));
   if (job.checked && known) write.expected = stands ? &known->figures : &kNothing;
-  platform::FileFigures written;
-  const platform::WriteAnswer answer = platform::WriteAtomic(write, written);
+  platform::FileFigures put;
+  const platform::WriteAnswer answer = platform::WriteAtomic(write, put);
   if (answer != platform::WriteAnswer::Written && answer != platform::WriteAnswer::NotFlushed) {
     return answer;
   }
+  written = put;
   // Nobody asks whether a file of no tab still holds what was written.
   const DiskState now{written, job.serial != 0 ? HashBytes(bytes) : 0};
   if (program) result.now = now;
@@ -140,8 +143,13 @@ void PutProgramFirst(SaveJob& job) {
   });
 }
 
-// `fresh` gets the companions that stood nowhere before.
-SaveAnswer WriteAll(SaveJob& job, SaveResult& result, std::vector<std::u16string>& fresh) {
+// A companion that stood nowhere before, as it was written.
+struct Fresh {
+  std::u16string path;
+  platform::FileFigures written;
+};
+
+SaveAnswer WriteAll(SaveJob& job, SaveResult& result, std::vector<Fresh>& fresh) {
   // Before the first of the files, as the companions must fit the program that they stand by.
   const FileStanding standing = Look(job);
   if (standing == FileStanding::Changed) return SaveAnswer::Changed;
@@ -151,8 +159,10 @@ SaveAnswer WriteAll(SaveJob& job, SaveResult& result, std::vector<std::u16string
   result.beside = job.beside;
   if (!MoveFirst(job, result)) return SaveAnswer::Failed;
   for (const SaveFile& file : job.files) {
-    if (file.path != job.program && IsGone(file.path)) fresh.push_back(file.path);
-    const platform::WriteAnswer answer = WriteOne(job, file, result);
+    const bool gone = file.path != job.program && IsGone(file.path);
+    platform::FileFigures written;
+    const platform::WriteAnswer answer = WriteOne(job, file, result, written);
+    if (gone && written.exists) fresh.push_back({file.path, written});
     if (answer == platform::WriteAnswer::Changed) return SaveAnswer::Changed;
     if (answer != platform::WriteAnswer::Written) return SaveAnswer::Failed;
     if (!file.copyOf.empty()) result.copied.push_back({file.copyOf, file.path});
@@ -171,14 +181,17 @@ SaveResult Write(SaveJob& job) {
   result.checked = job.checked;
   result.program = job.program;
   result.told = job.told;
-  std::vector<std::u16string> fresh;
+  std::vector<Fresh> fresh;
   result.answer = WriteAll(job, result, fresh);
   if (result.answer != SaveAnswer::Saved && !result.now.figures.exists) {
     MoveBack(job, result);
     EraseCopies(result.copied);
     // A program that is put there later would take them for its own.
     if (IsGone(job.program)) {
-      for (const std::u16string& path : fresh) (void)platform::EraseFile(path);
+      for (const Fresh& file : fresh) {
+        // Another program may have put its own there meanwhile.
+        if (platform::FiguresOf(file.path) == file.written) (void)platform::EraseFile(file.path);
+      }
     }
   }
   return result;

@@ -197,7 +197,7 @@ void OnSaved(const SaveResult& given) {
     return;
   }
   if (!saved) NoteSaveFailed(*tab, result.program);
-  if (!saved && IsTouched(*tab)) KeepHeldCopy(*tab);
+  if (!saved && HoldsUnsaved(*tab)) KeepHeldCopy(*tab);
   if (result.answer == SaveAnswer::Failed) TryAgainLater();
   FollowResult(*tab, result);
 }

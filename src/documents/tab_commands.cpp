@@ -239,7 +239,7 @@ void SaveAll() {
   bool complete = true;
   bool leftOut = false;
   for (int i = 0; complete && i < app.tabCount; ++i) {
-    if (!tabs[i].dirty) continue;
+    if (!tabs[i].dirty && !HoldsUnsaved(tabs[i])) continue;
     SwitchTab(i);
     const std::uint64_t serial = ActiveSerial();
     complete = SaveAndWait();

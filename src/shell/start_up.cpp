@@ -300,10 +300,13 @@ bool OnClosing() {
   if (!SaveAllForEnd()) {
     std::u16string question =
         u"The disk does not answer; a save is still under way. Close MORVA anyway?";
-    // The question about a transfer, which comes next, tells it then.
-    if (!TransferRuns()) question += UnsavedToo();
-    return Confirmed(u"MORVA", question) && (!TransferRuns() || MayEndTransfer()) &&
-           MayLoseReceived();
+    // The question about a transfer, which comes next, tells it then, unless the transfer ends
+    // while this one stands.
+    const bool told = !TransferRuns();
+    if (told) question += UnsavedToo();
+    if (!Confirmed(u"MORVA", question)) return false;
+    const bool may = TransferRuns() ? MayEndTransfer() : told || MayLoseUnsaved();
+    return may && MayLoseReceived();
   }
   // The abort comes last: what it ended cannot be taken back by a No.
   return MayCloseSurfaces() && (TransferRuns() ? MayEndTransfer() : MayLoseUnsaved()) &&
@@ -321,7 +324,7 @@ void OnTerminated() {
   StashActiveWorkspace();
   for (int i = 0; i < app.tabCount; ++i) {
     std::u16string kept;
-    if (IsTouched(tabs[i])) KeepProgramInRecovery(tabs[i], kept);
+    if (HoldsUnsaved(tabs[i])) KeepProgramInRecovery(tabs[i], kept);
   }
   WaitForSaves();
 }

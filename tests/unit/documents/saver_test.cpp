@@ -187,6 +187,21 @@ TEST_F(SaverOfTwo, LeavesExcludedCodeThatAnotherWindowWritesMeanwhile) {
   EXPECT_EQ(Raw("Job.NC"), "G0 X1\r\n");
 }
 
+// Program and companion are gone; the companion comes by another window while it is being written.
+TEST_F(SaverOfTwo, ErasesNoFreshCompanionThatAnotherWindowWrote) {
+  Put("Job.NC", "G0 X1\r\n");
+  Put("Job.NC.features", "before");
+  morva::SaveJob job = CheckedJob();
+  support::fs::remove(folder / "Job.NC");
+  support::fs::remove(folder / "Job.NC.features");
+  platform::fileFault = [](std::string_view kind) {
+    if (kind == "flush") shown->Put("Job.NC.features", "theirs, of another window");
+    return false;
+  };
+  EXPECT_EQ(Save(job), morva::SaveAnswer::Changed);
+  EXPECT_EQ(Raw("Job.NC.features"), "theirs, of another window");
+}
+
 TEST_F(SaverOfTwo, WritesNothingBesideExcludedCodeOfAnotherWindow) {
   Put("Job.NC", "G0 X1\r\n");
   morva::SaveJob job = CheckedJob();

@@ -7,6 +7,7 @@
 #include "app/hover.h"
 #include "app/outlets.h"
 #include "app/router.h"
+#include "dnc/transfer.h"
 #include "documents/program_tabs.h"
 #include "platform/clock.h"
 #include "platform/timer.h"
@@ -244,6 +245,86 @@ TEST_F(CloseFlow, TellsOfUnsavedChangesWhereTheDiskDoesNotAnswer) {
   EXPECT_EQ(boxes[0].text,
             u"The disk does not answer; a save is still under way. Close MORVA anyway?\n\n"
             u"Unsaved changes of one or more project tabs are lost too.");
+}
+
+TEST_F(CloseFlow, TellsOfUnsavedChangesWhereTheTransferEndsUnderTheQuestionAboutTheDisk) {
+  headless::SetPort(u"COM1", headless::PortState::Present);
+  headless::Advance(1000);
+  headless::Click(kIdReceive);
+  ASSERT_TRUE(TransferRuns());
+  headless::Advance(20000);
+  headless::SetFlushTime(200000);
+  headless::EditorInsert(kIdEditor, u"G0 X1");
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::Yes);
+  headless::WhileOpen([] { headless::Advance(60000); });
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  EXPECT_FALSE(headless::CloseKey());
+  EXPECT_FALSE(TransferRuns());
+  const auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 2u);
+  EXPECT_EQ(boxes[0].text,
+            u"The disk does not answer; a save is still under way. Close MORVA anyway?");
+  EXPECT_EQ(boxes[1].text, u"One or more project tabs have unsaved changes. Close MORVA anyway?");
+}
+
+// A program that is tagged already, so that nothing of it is modified; its file was erased.
+class ErasedProgram : public CloseFlow {
+ protected:
+  void SetUp() override {
+    CloseFlow::SetUp();
+    std::filesystem::create_directory(home_ / "jobs");
+    WriteFile("jobs/a.NC",
+              "(MORVA TEXT 1)\r\n(MORVA NAME User code)\r\nG0 X1234\r\n(MORVA END 1)\r\n");
+    Open("jobs/a.NC");
+    headless::Advance(2000);
+    ASSERT_FALSE(tabs[app.activeTab].dirty);
+  }
+  bool IsKept() const {
+    for (const auto& file :
+         std::filesystem::directory_iterator(home_ / "Documents" / "MORVA" / "Recovery")) {
+      std::ifstream in(file.path(), std::ios::binary);
+      std::stringstream text;
+      text << in.rdbuf();
+      if (text.str().find("G0 X1234") != std::string::npos) return true;
+    }
+    return false;
+  }
+};
+
+TEST_F(ErasedProgram, IsKeptInRecoveryAtATerminateSignal) {
+  std::filesystem::remove(home_ / "jobs" / "a.NC");
+  headless::Terminate();
+  EXPECT_TRUE(IsKept());
+}
+
+TEST_F(ErasedProgram, IsWrittenAnewBySaveAll) {
+  std::filesystem::remove(home_ / "jobs" / "a.NC");
+  RouteCommand(kIdSaveAll, 0);
+  EXPECT_NE(ReadFile("jobs/a.NC").find("G0 X1234"), std::string::npos);
+}
+
+TEST_F(ErasedProgram, IsKeptInRecoveryWhereItsFolderIsGoneToo) {
+  std::filesystem::remove_all(home_ / "jobs");
+  RouteCommand(kIdSave, 0);
+  EXPECT_EQ(headless::TakeBoxes().size(), 1u);
+  headless::Advance(1000);
+  EXPECT_TRUE(IsKept());
+}
+
+TEST_F(ErasedProgram, IsKeptWhereTheFolderOfCopiesWasRemovedToo) {
+  std::filesystem::remove(home_ / "jobs" / "a.NC");
+  std::filesystem::remove_all(home_ / "Documents" / "MORVA");
+  headless::Terminate();
+  EXPECT_TRUE(IsKept());
+}
+
+TEST_F(CloseFlow, GivesAProgramItsHomeWhereTheDataFolderWasRemoved) {
+  headless::Advance(1000);
+  std::filesystem::remove_all(home_ / "Documents" / "MORVA");
+  headless::EditorInsert(kIdEditor, u"G0 X1");
+  headless::Advance(3000);
+  EXPECT_EQ(platform::TextOf(kIdStatusLine), u"Project autosaved.");
 }
 
 TEST_F(CloseFlow, SavesWhatWasTypedBehindASaveAsThatIsUnderWay) {
