@@ -92,9 +92,17 @@ bool IsHeldCopy(std::u16string_view path) {
 
 std::u16string lastKept;  // the program that was written last
 
+// A second window names the copy to its user, who may write into it.
+bool IsAsWritten(const ProgramTab& tab) {
+  const platform::FileFigures& written = tab.save.heldFile;
+  return !written.exists || platform::FiguresOf(tab.save.heldCopy) == written;
+}
+
 bool HandOverProgram(const ProgramTab& tab, std::u16string_view path,
                      void (*told)(const SaveResult& result)) {
   SaveJob job;
+  job.checked = path == tab.save.heldCopy && tab.save.heldFile.exists;
+  job.known.figures = tab.save.heldFile;
   job.program = path;
   job.told = told;
   RemakeDataFolders();
@@ -109,14 +117,19 @@ bool HandOverProgram(const ProgramTab& tab, std::u16string_view path,
 // It is told as kept when it is, and tried again where it is not.
 void OnHeldCopy(const SaveResult& result) {
   if (std::erase(dropped, result.program) > 0) {
-    if (!IsOpen(result.program)) EraseCopy(result.program);
+    if (!IsOpen(result.program) && result.answer != SaveAnswer::Changed) EraseCopy(result.program);
     return;
   }
   int index = 0;
   while (index < app.tabCount && tabs[index].save.heldCopy != result.program) ++index;
   ProgramTab* const tab = index < app.tabCount ? TabOfSerial(tabs[index].serial) : nullptr;
   if (!tab) return;
+  if (result.answer == SaveAnswer::Changed) {
+    NoteHeldCopy(*tab, {});
+    return KeepHeldCopy(*tab);
+  }
   if (result.answer != SaveAnswer::Saved) return NoteHeldChanges(*tab, 0);
+  NoteHeldFile(*tab, result.now.figures);
   if (!NoteHeldTold(*tab)) return;
   std::u16string words = u"Until " + std::u16string(tab->title) +
                          u" is saved, its changes are kept in " + result.program;
@@ -139,7 +152,7 @@ bool KeepInRecovery(std::u16string_view title, std::u16string_view text,
 }
 
 bool KeepProgramInRecovery(const ProgramTab& tab, std::u16string& path) {
-  const bool own = !tab.save.heldCopy.empty() && !IsOpen(tab.save.heldCopy);
+  const bool own = !tab.save.heldCopy.empty() && !IsOpen(tab.save.heldCopy) && IsAsWritten(tab);
   path = own ? tab.save.heldCopy : PathOfCopy(tab);
   return HandOverProgram(tab, path, nullptr);
 }
@@ -175,8 +188,9 @@ void KeepHeldCopy(ProgramTab& tab) {
 void DropHeldCopy(ProgramTab& tab) {
   const std::u16string path = tab.save.heldCopy;
   if (path.empty()) return;
+  const bool mine = IsAsWritten(tab);
   NoteHeldCopy(tab, {});
-  if (IsOpen(path)) return;
+  if (IsOpen(path) || !mine) return;
   if (IsBeingSaved(path)) return dropped.push_back(path);
   EraseCopy(path);
 }

@@ -138,6 +138,11 @@ void NoteHeldCopy(ProgramTab& tab, std::u16string_view path) {
   tab.save.heldCopy = path;
   tab.save.heldChanges = 0;
   tab.save.heldTold = false;
+  tab.save.heldFile = {};
+}
+
+void NoteHeldFile(ProgramTab& tab, const platform::FileFigures& written) {
+  tab.save.heldFile = written;
 }
 
 void NoteHeldChanges(ProgramTab& tab, std::uint32_t changes) { tab.save.heldChanges = changes; }

@@ -78,6 +78,7 @@ void KeepHome(ProgramTab& tab, std::u16string_view home);
 void NoteHeldCopy(ProgramTab& tab, std::u16string_view path);
 // The changes that the copy was given; 0: it is to be written anew.
 void NoteHeldChanges(ProgramTab& tab, std::uint32_t changes);
+void NoteHeldFile(ProgramTab& tab, const platform::FileFigures& written);
 // True the first time for each copy: tell where it stands.
 bool NoteHeldTold(ProgramTab& tab);
 

@@ -38,14 +38,15 @@ struct SaveState {
   // The states of the file and of its companions that loading was offered for.
   std::vector<platform::FileFigures> askedAbout;
   std::uint32_t shownChanges = 0;  // the user's count when he kept what is shown over the file
-  bool byteOrderMark = false;  // the file begins with one, which the text does not hold
-  bool lossAccepted = false;   // the user knows which characters the file cannot hold
+  bool byteOrderMark = false;      // the file begins with one, which the text does not hold
+  bool lossAccepted = false;       // the user knows which characters the file cannot hold
   AutosaveHold held = AutosaveHold::None;
-  std::u16string heldCopy;        // in "Recovery", while the autosave is held; empty: none
-  std::uint32_t heldChanges = 0;  // those that the copy was given; 0: it is to be written
-  bool heldTold = false;          // the log has named the copy
-  std::u16string takingPath;      // a save under way gives the program this path; empty: none does
-  std::u16string home;            // where the first autosave goes, while it is under way
+  std::u16string heldCopy;         // in "Recovery", while the autosave is held; empty: none
+  std::uint32_t heldChanges = 0;   // those that the copy was given; 0: it is to be written
+  bool heldTold = false;           // the log has named the copy
+  platform::FileFigures heldFile;  // the copy as it was written last; none: it was not yet
+  std::u16string takingPath;       // a save under way gives the program this path; empty: none does
+  std::u16string home;             // where the first autosave goes, while it is under way
 };
 
 struct ProgramTab {

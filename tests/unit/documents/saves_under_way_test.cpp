@@ -234,6 +234,40 @@ TEST_F(HeldCopies, ACopyThatIsStillBeingWrittenGoesWhenTheProgramIsSaved) {
   EXPECT_EQ(support::NamesIn(folder / "Documents/MORVA/Recovery"), std::vector<std::string>());
 }
 
+// The log of a second window names the copy to its user, who writes into it.
+TEST_F(HeldCopies, OneThatAnotherProgramChangedIsNotWrittenOver) {
+  Hold("a.NC");
+  const std::string copy = "Documents/MORVA/Recovery/" + Copies(folder).at(0);
+  Put(copy.c_str(), "(NOTES OF ANOTHER WINDOW)\r\n");
+  TypeProgram(u"G0 X3");
+  headless::Advance(1000);
+  EXPECT_EQ(Raw(copy.c_str()), "(NOTES OF ANOTHER WINDOW)\r\n");
+  ASSERT_EQ(Copies(folder).size(), 2u);
+  EXPECT_NE(morva::ActiveTab()->save.heldCopy, PathOf(copy));
+  EXPECT_TRUE(Told(morva::ActiveTab()->save.heldCopy));
+}
+
+TEST_F(HeldCopies, OneThatAnotherProgramChangedIsNotErased) {
+  Hold("a.NC");
+  const std::string copy = "Documents/MORVA/Recovery/" + Copies(folder).at(0);
+  Put(copy.c_str(), "(NOTES OF ANOTHER WINDOW)\r\n");
+  ASSERT_TRUE(morva::SaveProgramOver(PathOf("a.NC")));
+  headless::Advance(1000);
+  EXPECT_EQ(Raw(copy.c_str()), "(NOTES OF ANOTHER WINDOW)\r\n");
+  EXPECT_EQ(Copies(folder).size(), 1u);
+}
+
+TEST_F(HeldCopies, ATerminateSignalWritesBesideOneThatAnotherProgramChanged) {
+  Hold("a.NC");
+  const std::string copy = "Documents/MORVA/Recovery/" + Copies(folder).at(0);
+  Put(copy.c_str(), "(NOTES OF ANOTHER WINDOW)\r\n");
+  std::u16string kept;
+  EXPECT_TRUE(morva::KeepProgramInRecovery(*morva::ActiveTab(), kept));
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(Raw(copy.c_str()), "(NOTES OF ANOTHER WINDOW)\r\n");
+  EXPECT_EQ(Copies(folder).size(), 2u);
+}
+
 TEST_F(HeldCopies, LoadingAgainLeavesOneCopyOfTheUsersVersion) {
   Hold("a.NC");
   EXPECT_TRUE(morva::LoadAgain());
