@@ -147,7 +147,8 @@ bool HasM(const ControlBlock& block, int code) {
 void TakeLength(ControlRun& run, const ControlBlock& block, int code) {
   run.modes.lengthMode = code;
   if (block.Has('H')) run.lengthNumber = block.NumberOf('H');
-  const bool ends = code == 49 || (block.Has('H') && run.lengthNumber == 0);
+  // Without H the number that was named last holds; H0 is the spindle's nose.
+  const bool ends = code == 49 || run.lengthNumber == 0;
   if (ends) run.modes.lengthMode = 49;
   run.lengthInForce = !ends;
   NoteToolLength(run);
@@ -271,7 +272,8 @@ void CheckGroups(ControlRun& run, const ControlBlock& block) {
     const int group = CodeOf(block.g[i]).group;
     if (group == 0) continue;
     const std::uint32_t bit = 1u << group;
-    if (seen & bit) Report(run, Finding::TwoOfAGroup, block.g[i] / 10.0);
+    const bool again = std::find(block.g, block.g + i, block.g[i]) != block.g + i;
+    if ((seen & bit) && !again) Report(run, Finding::TwoOfAGroup, block.g[i] / 10.0);
     seen |= bit;
   }
 }

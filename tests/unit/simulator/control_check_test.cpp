@@ -40,6 +40,15 @@ TEST(ControlCheck, NamesACutWithoutLengthBehindAChange) {
             "NoLength 4");
 }
 
+TEST(ControlCheck, NamesACutWhereNoLengthNumberWasNamedYet) {
+  const std::u16string cut = u" Z.1\nX0. Y0. S1000 M3\nG1 Z-1. F10.\nM30\n";
+  const std::string none = Found(RunText(u"T6 M6\nG43" + cut));
+  EXPECT_NE(none.find("NoLength 4"), std::string::npos) << none;
+  EXPECT_EQ(Found(RunText(u"T6 M6\nG43 H6" + cut)), "");
+  // The number that was named last holds.
+  EXPECT_EQ(Found(RunText(u"T6 M6\nG43 H6 Z1.\nG49\nG43" + cut)), "");
+}
+
 TEST(ControlCheck, NamesTheLengthOfAnotherTool) {
   EXPECT_EQ(Found(RunText(u"T1 M6\nG0 X0. Y0. S1000 M3\nG43 H2 Z1.\nM30\n")), "OffsetOther 3");
   for (const char16_t* usual : {u"H1", u"H21", u"H31", u"H51"}) {

@@ -46,6 +46,8 @@ TEST(ControlWords, NamesALetterWithoutNumberAndUnknownCodes) {
 
 TEST(ControlWords, NamesTwoCodesOfOneGroupInABlock) {
   EXPECT_EQ(Found(RunText(u"G0 G1 X0. F1.\nG90 G91 X1.\nM30")), "TwoOfAGroup 1, TwoOfAGroup 2");
+  EXPECT_EQ(Found(RunText(u"G90 G0 X1. G90\nM30")), "");
+  EXPECT_EQ(Found(RunText(u"G90 G91 G90 G0 X1.\nM30")), "TwoOfAGroup 1");
 }
 
 TEST(ControlWords, NamesTheOtherUnitInOneProgram) {
