@@ -443,6 +443,7 @@ void GoInMachine(ControlRun& run, const ControlBlock& block) {
     to.of[axis] = LengthOf(run, block, letter) - run.zero.of[axis];
   }
   if (!run.modes.absolute) Report(run, Finding::MachineWithG91);
+  if (!SeesStock(run)) NoteWayHome(run, to);
   RapidToShown(run, to);
   ResumeCompensation(run, compensation);
 }

@@ -56,7 +56,7 @@ constexpr FindingRow kRows[] = {
     {u"TravelExceeded", Strength::Alarm, u"$ leaves the travel of the machine by @ #.", 3},
     {u"HomeThroughPart", Strength::Hit,
      u"G28 goes by the named point first, which in G90 lies at the part."},
-    {u"HomeInCut", Strength::Look, u"G28 moves X or Y while the tool is still down."},
+    {u"HomeInCut", Strength::Look, u"G28 or G53 moves X or Y while the tool is still down."},
     {u"MachineWithG91", Strength::Look, u"G53 counts from machine zero in G91 too."},
     {u"ModeLeft", Strength::Look, u"The move feeds in G@, which remained when the cycle ended."},
     {u"IncrementalLeft", Strength::Look, u"G91 is still in force."},

@@ -60,7 +60,7 @@ enum class Finding : unsigned char {
   OffsetNotSet,  // a work offset that is all zero in a table that has others
   TravelExceeded,
   HomeThroughPart,  // G90 G28 with an axis word that leads through the part
-  HomeInCut,        // G28 moves X or Y where the tool has just cut
+  HomeInCut,        // G28 or G53 moves X or Y where the tool has just cut
   MachineWithG91,   // G53 while G91 is in force
   ModeLeft,         // a feed that only remained when a cycle ended
   IncrementalLeft,  // G91 still in force at a tool change or at the end

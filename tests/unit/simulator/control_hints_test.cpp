@@ -76,6 +76,8 @@ TEST(ControlHints, NamesTheWayHomeOutOfACut) {
   EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.5 F9.\nG0 X2.\nG91 G28 X0 Y0\n"))),
             "HomeInCut 7");
   EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.5 F9.\nG2 I.5\nG28\n"))), "HomeInCut 7");
+  EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.5 F9.\nX2.\nG53 X0. Y0.\n"))), "HomeInCut 7");
+  EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.5 F9.\nX2.\nG53 Z0.\nG53 X0. Y0.\n"))), "");
   EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z-.5\nG1 X2. F9.\nG28\n"))), "HomeInCut 6");
   // Straight up, above the cut, and behind a cut that leads up.
   EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.5 F9.\nX2.\nG91 G28 Z0\nG28 X0 Y0\n"))), "");
