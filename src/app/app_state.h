@@ -85,6 +85,5 @@ inline constexpr std::uint32_t kMessageSendDone = 0x8017;
 inline constexpr std::uint32_t kMessageSaved = 0x8018;
 inline constexpr std::uint32_t kMessageReceiveProgress = 0x8019;
 inline constexpr std::uint32_t kMessageCompletion = 0x8028;
-inline constexpr std::uint32_t kMessageShapeChanged = 0x8029;
 
 }  // namespace morva

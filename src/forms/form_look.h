@@ -13,7 +13,7 @@ struct FormLook {
   short top = 0;       // above the first row
   short gap = 4;       // between rows
   short keyGap = 4;    // between keys side by side
-  short tightGap = 4;  // where the rows would else not fit
+  short tightGap = 4;  // the least between rows that would else not fit
   short inset = 0;     // of fields and logs in their place, so that their frame lies inside it
   short fieldHeight = 26;
   short keyHeight = 26;

@@ -136,8 +136,9 @@ int AboveLeast(const Page& page, const FormRow& row) {
   return std::max(PercentOfHeight(page, row.percent) - row.least, 0);
 }
 
-// Shares out the height that is left. Where it is too little the rows stand closer, then one with a
-// percentage gives up what it has above its least, then the yielding one what it has.
+// Shares out the height that is left. Where it is too little the rows stand only as far apart as
+// fits, then one with a percentage gives up what it has above its least, then the yielding one what
+// it has.
 void Fit(Page& page) {
   const FormLook& look = *page.entry->form->look;
   int least = 0;
@@ -151,15 +152,11 @@ void Fit(Page& page) {
     page.given = std::max(page.given, AboveLeast(page, row));
   }
   page.gap = look.gap;
-  if (least == 0) {
-    if (FixedHeight(page) > page.height) page.gap = look.tightGap;
-    return;
-  }
-  int left = page.height - FixedHeight(page) - shared;
-  if (left < least) {
-    page.gap = look.tightGap;
-    left = page.height - FixedHeight(page) - shared;
-  }
+  const auto spareHeight = [&] { return page.height - FixedHeight(page) - shared; };
+  if (least == 0) shared = 0;
+  while (page.gap > look.tightGap && spareHeight() < least) --page.gap;
+  if (least == 0) return;
+  const int left = spareHeight();
   const int missing = std::max(least - left, 0);
   page.given = std::min(page.given, missing);
   page.spare = missing - page.given;

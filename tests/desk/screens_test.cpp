@@ -180,6 +180,29 @@ TEST_F(Screens, ComesUpInsideTheScreenWithItsFrame) {
       << room.right() << " " << room.bottom();
 }
 
+// The window manager gives back the size that the window had: it is asked for less while maximised.
+TEST_F(Screens, IsNoSmallerThanItsLeastWhenItIsRestored) {
+  QWidget* window = desk::WidgetOf(platform::kMainWindow);
+  const QSize least = window->minimumSize();
+  ASSERT_EQ(least, QSize(1200, 800));
+  window->showMaximized();
+  ASSERT_TRUE(desk::Until([=]() { return window->isMaximized() && window->height() > 850; }));
+  window->resize(700, 500);
+  window->showNormal();
+  ASSERT_TRUE(desk::Until([=]() { return !window->isMaximized(); }));
+  desk::Run(200);
+  EXPECT_GE(window->width(), least.width());
+  EXPECT_GE(window->height(), least.height());
+  window->showMinimized();
+  desk::Run(200);
+  window->resize(700, 500);
+  window->showNormal();
+  ASSERT_TRUE(desk::Until([=]() { return !window->isMinimized() && window->isVisible(); }));
+  desk::Run(200);
+  EXPECT_GE(window->width(), least.width());
+  EXPECT_GE(window->height(), least.height());
+}
+
 // 1920 by 1080 at 150 %, less the bars of the desktop and the window.
 TEST_F(Screens, CanBeWorkedOnAt1280By640) { VisitAt(1280, 640); }
 TEST_F(Screens, CanBeWorkedOnAt1366By690) { VisitAt(1366, 690); }

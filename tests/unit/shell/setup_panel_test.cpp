@@ -493,6 +493,33 @@ TEST_F(Connection, StaysAboveTheOutputHoweverItsEdgesAreDragged) {
   }
 }
 
+// Pixels from a list to the next one below it.
+int RowPitch() {
+  return platform::PlaceOf(kIdDncBaudList).top - platform::PlaceOf(kIdDncPorts).top;
+}
+
+TEST_F(Connection, KeepsItsListsAsFarApartAsFitsWhileATransferRuns) {
+  Port(u"COM1");
+  headless::Resize(1560, 940);
+  headless::Click(kIdSetup);
+  Layout();
+  EXPECT_EQ(RowPitch(), 52);
+  headless::Click(kIdReceive);
+  ASSERT_TRUE(TransferRuns());
+  EXPECT_LT(RowPitch(), 52);
+  EXPECT_GT(RowPitch(), 40);
+  // The room that the abort key took is shared out among the five gaps, to the pixel.
+  const platform::Rect last = platform::PlaceOf(kIdDncFlow);
+  headless::ControlInfo lists;
+  headless::Describe(kViewDncPanel, lists);
+  const int left = platform::RectHeight(lists.place) - last.bottom;
+  EXPECT_GE(left, 0);
+  EXPECT_LT(left, 12);
+  headless::Click(kIdDncAbort);
+  headless::Advance(2000);
+  EXPECT_EQ(RowPitch(), 52);
+}
+
 TEST_F(Connection, ReceivesAFirstProgramWithThePanelAlone) {
   Port(u"COM1");
   headless::Click(kIdSetup);
