@@ -69,6 +69,7 @@ inline constexpr platform::Colour kPathQuietText = kDimText;
 inline constexpr platform::Colour kPathFeed = 0x48D3B8;
 inline constexpr platform::Colour kPathHighest = 0xF6F2B0;  // cuts shaded by depth: from this one
 inline constexpr platform::Colour kPathDeepest = 0x9A84FF;  // by way of kPathFeed to this one
+inline constexpr platform::Colour kPathFeedLow = 0x33A18C;  // the deepest cuts of a dense path
 inline constexpr platform::Colour kPathRapid = 0x4889D2;
 inline constexpr platform::Colour kPathGhost = 0x53687C;    // of excluded blocks
 inline constexpr platform::Colour kPathContext = 0x9A8BC9;  // what stands around a preview

@@ -42,14 +42,15 @@ CutDepths DepthsOf(const MotionPath& of) {
   return across.known ? across : all;
 }
 
+bool HasDepths(const CutDepths& depths) { return depths.high - depths.low > kOneDepth; }
+
+ShadeScale ScaleOf(const CutDepths& depths) {
+  return {depths.low, depths.high, (kDepthShades - 1) / 2.0 / (depths.high - depths.low)};
+}
+
 int ShadeBetween(const CutDepths& depths, double fromZ, double toZ) {
-  constexpr int kMiddle = kDepthShades / 2;
-  const double span = depths.high - depths.low;
-  if (!(span > kOneDepth)) return kMiddle;
-  const double from = std::clamp(fromZ, depths.low, depths.high);
-  const double to = std::clamp(toZ, depths.low, depths.high);
-  const double part = ((from + to) / 2 - depths.low) / span;
-  return std::clamp(static_cast<int>(part * (kDepthShades - 1) + 0.5), 0, kDepthShades - 1);
+  if (!HasDepths(depths)) return kDepthShades / 2;
+  return ShadeOn(ScaleOf(depths), fromZ, toZ);
 }
 
 Colour ColourOfShade(int shade) {
@@ -57,6 +58,16 @@ Colour ColourOfShade(int shade) {
   const double above = shade / kMiddle - 1;  // -1 to 1
   return above < 0 ? Between(kPathFeed, kPathDeepest, -above)
                    : Between(kPathFeed, kPathHighest, above);
+}
+
+int CoarseShade(int shade) {
+  const int step = shade * kCoarseShades / kDepthShades;
+  return step * (kDepthShades - 1) / (kCoarseShades - 1);
+}
+
+Colour ToneOfShade(int shade, double dense) {
+  const double below = 1 - shade / static_cast<double>(kDepthShades - 1);
+  return Between(kPathFeed, kPathFeedLow, below * dense);
 }
 
 }  // namespace morva

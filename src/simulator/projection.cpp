@@ -9,6 +9,7 @@
 #include "platform/geometry.h"
 #include "simulator/depth_shade.h"
 #include "simulator/level_of_path.h"
+#include "simulator/path_density.h"
 #include "simulator/playback.h"
 #include "simulator/preview_state.h"
 #include "simulator/shown_path.h"
@@ -47,6 +48,9 @@ PointF projected[kMaxControlPoints];
 std::uint32_t projectedSerial = 0;
 PathOwner projectedOwner = PathOwner::Program;
 std::uint32_t projectedGeneration = 0;
+// Of what was projected last.
+bool denseKnown = false;
+double dense = 0;
 std::int32_t projectedCount = -1;
 
 Segment segments[kMaxControlPoints];
@@ -177,6 +181,7 @@ const PointF* ProjectedPoints(const Rect& client) {
   if (projectedSerial != projectionSerial || projectedOwner != ShownOwner() ||
       projectedGeneration != shown.generation || projectedCount != shown.count) {
     ProjectPath(p, shown);
+    denseKnown = false;
     projectedSerial = projectionSerial;
     projectedOwner = ShownOwner();
     projectedGeneration = shown.generation;
@@ -186,6 +191,40 @@ const PointF* ProjectedPoints(const Rect& client) {
 }
 
 bool ShadesAreShown() { return switches.shadeByDepth && !ExampleIsShown(); }
+
+namespace {
+
+struct {
+  PathOwner owner = PathOwner::Program;
+  std::uint32_t generation = 0;
+  std::int32_t count = -1;
+  CutDepths depths;
+} knownDepths;
+
+// Of the shown path.
+const CutDepths& KnownDepths() {
+  const MotionPath& of = ShownPath().path;
+  if (knownDepths.owner != ShownOwner() || knownDepths.generation != of.generation ||
+      knownDepths.count != of.count) {
+    knownDepths = {ShownOwner(), of.generation, of.count, DepthsOf(of)};
+  }
+  return knownDepths.depths;
+}
+
+// How dense the shown path is, 0 to 1. Cuts of one depth have no tones to be told apart by, and the
+// colours of an example tell travel from cut.
+double DenseNow(const Rect& client) {
+  if (ExampleIsShown()) return 0;
+  ProjectedPoints(client);
+  if (!denseKnown) {
+    denseKnown = true;
+    dense = PartOfDense(CoveredPart(ShownPath().path, projected, client));
+    if (dense > 0 && !HasDepths(KnownDepths())) dense = 0;
+  }
+  return dense;
+}
+
+}  // namespace
 
 bool RapidsAreShown() { return switches.showRapids || ExampleIsShown(); }
 
@@ -202,9 +241,12 @@ PathSegments VisibleSegments(const Rect& client) {
   const bool showRapids = RapidsAreShown();
   PathLevel layer;
   if (HasLevels() && switches.skimCurrentDepthOnly) layer = DeepestLevel(ShownPath().path, count);
-  const bool shaded = ShadesAreShown();
-  CutDepths depths;
-  if (shaded) depths = DepthsOf(ShownPath().path);
+  const double tones = ShadesAreShown() ? 0 : DenseNow(client);
+  const bool shaded = ShadesAreShown() || tones > 0;
+  const bool coarse = tones > 0 && (ViewMoves() || ShownPath().play.playing);
+  ShadeScale scale;
+  const bool deep = shaded && HasDepths(KnownDepths());
+  if (deep) scale = ScaleOf(KnownDepths());
   // Feeds grow from the front of the buffer and rapids from its end: together they are fewer
   // than the points.
   Segment* feed = segments;
@@ -214,8 +256,8 @@ PathSegments VisibleSegments(const Rect& client) {
     if (to.jump || (to.rapid && !showRapids)) continue;
     if (layer.known && !to.rapid && !LiesInLevel(layer, ends[i - 1], to)) continue;
     if (shaded && !to.rapid) {
-      shades[feed - segments] =
-          static_cast<unsigned char>(ShadeBetween(depths, ends[i - 1].z, to.z));
+      const int shade = deep ? ShadeOn(scale, ends[i - 1].z, to.z) : kDepthShades / 2;
+      shades[feed - segments] = static_cast<unsigned char>(coarse ? CoarseShade(shade) : shade);
     }
     Segment& segment = to.rapid ? *--rapid : *feed++;
     segment.x0 = static_cast<float>(points[i - 1].x);
@@ -226,12 +268,14 @@ PathSegments VisibleSegments(const Rect& client) {
   PathSegments result;
   result.feeds = segments;
   if (shaded) result.shades = shades;
+  result.dense = tones;
   result.feedCount = static_cast<int>(feed - segments);
   result.rapids = rapid;
   result.rapidCount = static_cast<int>(segments + kMaxControlPoints - rapid);
   if (ViewMoves()) {
     result.feedCount =
-        ThinSegments(segments, shaded ? shades : nullptr, result.feedCount, client, kCutsWork);
+        ThinSegments(segments, shaded ? shades : nullptr, result.feedCount, client,
+                     coarse ? kCutsWork / 2 : kCutsWork);  // batches lie over each other
     result.rapidCount = ThinSegments(rapid, nullptr, result.rapidCount, client, kOtherWork);
   }
   return result;

@@ -45,7 +45,6 @@ using platform::PointF;
 using platform::Rect;
 using platform::Segment;
 
-constexpr int kFeedWidth = 2;
 constexpr int kRapidWidth = 1;
 constexpr int kStockWidth = 2;
 constexpr int kHeadReach = 4;  // pixels each way of the middle, 9 in all
@@ -272,8 +271,10 @@ void PaintShadedFeeds(Canvas& canvas, const PathSegments& visible) {
     const int shade = fromBelow ? kDepthShades - 1 - k : k;
     const int count = ends[shade + 1] - ends[shade];
     if (count == 0) continue;
-    PaintSegments(canvas, shadedSegments + ends[shade], count,
-                  PenOf(ColourOfShade(shade), kFeedWidth));
+    const int below = fromBelow ? kDepthShades - 1 - shade : shade;
+    const Colour colour =
+        visible.dense > 0 ? ToneOfShade(below, visible.dense) : ColourOfShade(shade);
+    PaintSegments(canvas, shadedSegments + ends[shade], count, PenOf(colour, kFeedWidth));
   }
 }
 

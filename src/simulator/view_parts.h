@@ -14,11 +14,14 @@ inline constexpr int kReadOutUnits = 200;  // of one read-out or label, terminat
 // The points of the shown path on the screen, one each; kept until path or projection change.
 const platform::PointF* ProjectedPoints(const platform::Rect& client);
 
+inline constexpr int kFeedWidth = 2;  // pixels of a cut
+
 // The segments of the shown path that are drawn now, in two runs of one buffer. The pointers
 // hold until the next call.
 struct PathSegments {
   const platform::Segment* feeds = nullptr;
   const unsigned char* shades = nullptr;  // one for each feed (depth_shade.h); null: all are alike
+  double dense = 0;  // above 0 the shades are tones of a dense path, not those of the layer
   int feedCount = 0;
   const platform::Segment* rapids = nullptr;
   int rapidCount = 0;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ TEST(DepthShade, PutsAFeedAtTheMiddleOfWhatLiesWithinTheDepths) {
   // A plunge from clearance counts from the highest cut on.
   EXPECT_EQ(ShadeBetween(depths, 5, -0.2), kDepthShades - 1);
   EXPECT_EQ(ShadeBetween(depths, 5, -1), kDepthShades / 2);
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(ShadeBetween(depths, none, none), 0);
 }
 
 TEST(DepthShade, GivesOneDepthTheColourOfCuts) {
@@ -143,6 +146,118 @@ TEST_F(ShadedView, WritesTheHeightsBesideTheShades) {
   for (const headless::DrawCall& call : headless::PaintOf(kViewToolpath)) {
     EXPECT_NE(call.text, u"Z -0.3000");
   }
+  EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
+}
+
+class DenseView : public ShadedView {
+ protected:
+  DenseView() { ShadeByDepth(false); }
+  // Squares one within the other, `apart` between them, at each of some depths.
+  static void Pocket(double apart, int levels) {
+    RapidTo(2, 1, 0.5);
+    for (int level = 1; level <= levels; ++level) {
+      for (double reach = apart; reach < 1; reach += apart) {
+        const double z = -0.05 * level;
+        Feed(2 - reach, 1 - reach, z);
+        Feed(2 + reach, 1 - reach, z);
+        Feed(2 + reach, 1 + reach, z);
+        Feed(2 - reach, 1 + reach, z);
+        Feed(2 - reach, 1 - reach, z);
+      }
+    }
+    SetViewIsometric();
+  }
+};
+
+TEST(DepthShade, TonesRunFromTheColourOfCutsDownWithTheDepth) {
+  EXPECT_EQ(ToneOfShade(kDepthShades - 1, 1), kPathFeed);
+  EXPECT_EQ(ToneOfShade(0, 1), kPathFeedLow);
+  EXPECT_EQ(ToneOfShade(0, 0), kPathFeed);
+  for (int i = 1; i < kDepthShades; ++i) {
+    EXPECT_GT(Light(ToneOfShade(i, 1)), Light(ToneOfShade(i - 1, 1))) << i;
+  }
+  EXPECT_GT(Light(ToneOfShade(3, 0.5)), Light(ToneOfShade(3, 1)));
+}
+
+TEST(DepthShade, TakesFourTonesForAllWhileAPictureMoves) {
+  EXPECT_EQ(CoarseShade(0), 0);
+  EXPECT_EQ(CoarseShade(kDepthShades - 1), kDepthShades - 1);
+  int steps = 0;
+  for (int i = 1; i < kDepthShades; ++i) {
+    EXPECT_GE(CoarseShade(i), CoarseShade(i - 1));
+    steps += CoarseShade(i) != CoarseShade(i - 1) ? 1 : 0;
+  }
+  EXPECT_EQ(steps, kCoarseShades - 1);
+}
+
+TEST_F(DenseView, LeavesLinesThatStandApartInOneColour) {
+  Pocket(0.25, 2);
+  EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
+}
+
+TEST_F(DenseView, DarkensTheDeeperCutsOfLinesThatRunTogether) {
+  Pocket(0.02, 6);
+  std::vector<platform::Colour> colours = Batches();
+  ASSERT_EQ(colours.size(), 11u);  // six levels and the plunges between them
+  EXPECT_EQ(colours.front(), kPathFeedLow);
+  EXPECT_EQ(colours.back(), kPathFeed);
+  EXPECT_TRUE(std::is_sorted(colours.begin(), colours.end(),
+                             [](auto a, auto b) { return Light(a) < Light(b); }));
+  // What lies nearest to the eye is the light one from below too.
+  view.elevationDegrees = -30;
+  colours = Batches();
+  EXPECT_EQ(colours.front(), kPathFeedLow);
+  EXPECT_EQ(colours.back(), kPathFeed);
+}
+
+TEST_F(DenseView, ShowsOneColourAgainWhereTheLinesStandApart) {
+  Pocket(0.02, 6);
+  ASSERT_GT(Batches().size(), 1u);
+  view.zoom = 12;
+  EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
+}
+
+TEST_F(DenseView, HasNoTonesForOneDepth) {
+  Pocket(0.01, 1);
+  EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
+}
+
+TEST_F(DenseView, LeavesTheColoursOfTheLayerAsTheyAre) {
+  Pocket(0.02, 6);
+  ShadeByDepth(true);
+  const std::vector<platform::Colour> colours = Batches();
+  EXPECT_EQ(colours.front(), kPathDeepest);
+  EXPECT_EQ(colours.back(), kPathHighest);
+}
+
+TEST_F(DenseView, KeepsItsTonesWhileTheHeadMoves) {
+  Pocket(0.02, 6);
+  playback.headInUse = true;
+  playback.playHead = 60;  // few lines of the first level
+  EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
+  playback.playHead = path.count - 1;
+  EXPECT_EQ(Batches().size(), 11u);
+}
+
+TEST_F(DenseView, HasFourTonesAtMostWhileItPlays) {
+  Pocket(0.02, 6);
+  playback.playing = true;
+  const std::vector<platform::Colour> colours = Batches();
+  EXPECT_EQ(colours.size(), static_cast<std::size_t>(kCoarseShades));
+  EXPECT_EQ(colours.front(), kPathFeedLow);
+  EXPECT_EQ(colours.back(), kPathFeed);
+}
+
+TEST_F(DenseView, MeasuresALongPathBySomeOfItsPoints) {
+  Pocket(0.002, 12);
+  ASSERT_GT(path.count, 16384);
+  EXPECT_EQ(Batches().front(), kPathFeedLow);
+  EXPECT_EQ(Batches().back(), kPathFeed);
+  // As many points of lines that stand apart.
+  ResetSimulator();
+  RapidTo(0, 0, 0.5);
+  for (int i = 0; i < 20000; ++i) Feed(4.0 * i / 20000, i % 2 * 1e-4, -0.1 - i % 4000 * 1e-5);
+  SetViewIsometric();
   EXPECT_EQ(Batches(), std::vector<platform::Colour>{kPathFeed});
 }
 
