@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QFile>
+#include <QListView>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
@@ -13,6 +14,7 @@
 #include "desk/at_desk.h"
 #include "documents/program_tabs.h"
 #include "platform/editor.h"
+#include "platform/listing.h"
 #include "platform/window.h"
 
 namespace {
@@ -187,6 +189,26 @@ TEST_F(ReviewDesk, ChoosesWithTheKeyboardAlone) {
             QStringLiteral("READ-ONLY REVIEW   Added + 0   Removed - 0   Modified ~ 1"));
   desk::Key(kIdReviewPrograms, Qt::Key_Escape);
   EXPECT_TRUE(desk::Until([]() { return platform::FocusedId() == kIdEditor; }));
+}
+
+TEST_F(ReviewDesk, RowsOfTwoLongNamesThatDifferAtTheirEndsLookDifferent) {
+  const std::string head = "bearing_housing_second_side_of_the_long_version_op_20_revision_";
+  Open((head + "a.NC").c_str(), "G0 X0\nM30\n");
+  Open((head + "b.NC").c_str(), "G0 X1\nM30\n");
+  desk::Run(200);
+  desk::Key(kIdCompareSecond, Qt::Key_Return);
+  ASSERT_TRUE(desk::Until([]() { return platform::FocusedId() == kIdReviewPrograms; }));
+  auto* const list = qobject_cast<QListView*>(desk::WidgetOf(kIdReviewPrograms));
+  ASSERT_NE(list, nullptr);
+  for (int row = 0; row < 3; ++row) platform::SetRowSelected(kIdReviewPrograms, row, false);
+  desk::Run(100);
+  const auto words = [list](int row) {
+    const QRect place = list->visualRect(list->model()->index(row, 0));
+    return list->viewport()->grab(place.adjusted(2, 2, -2, -2)).toImage();
+  };
+  EXPECT_EQ(words(1), words(1));
+  EXPECT_NE(words(1), words(2));
+  Show("review-long-names.png");
 }
 
 TEST_F(ReviewDesk, WheelAndPageKeysTakeBothSidesAlongAndThePlaceSurvivesTheTick) {

@@ -23,9 +23,10 @@ namespace {
 
 constexpr int kRowPad = 6;  // pixels on either side of the words of a row
 
-// The words of a row as they stand between its sides.
+// The words of a row as they stand between its sides. Names in one list often differ at their ends
+// alone: programs by their revision, ports by the number in their path.
 QString WordsIn(int width, const QFontMetrics& metrics, const QString& words) {
-  return metrics.elidedText(words, Qt::ElideRight, width - 2 * kRowPad);
+  return metrics.elidedText(words, Qt::ElideMiddle, width - 2 * kRowPad);
 }
 
 struct Row {
@@ -336,8 +337,7 @@ class Combo : public PlacedWidget<QComboBox> {
   QString CutWords(const QStyleOptionComboBox& option) const {
     const QRect area =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    // Names in one list differ at their ends, as ports by their paths.
-    return option.fontMetrics.elidedText(option.currentText, Qt::ElideMiddle, area.width() - 2);
+    return WordsIn(area.width() - 2 + 2 * kRowPad, option.fontMetrics, option.currentText);
   }
   int rowHeight_;
   bool dressed_ = false;
