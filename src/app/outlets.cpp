@@ -37,6 +37,10 @@ void ShowStatus(std::u16string_view text) {
   platform::SetText(kIdStatusLine, app.statusText);
 }
 
+void ShowStanding() {
+  if (!Call(hooks.tellStanding)) ShowStatus(kReadyWords);
+}
+
 bool ShowHelpLine(int id, std::u16string_view text) {
   if (platform::PointerMoves() == help.movesAtTold) return false;
   help.of = id;

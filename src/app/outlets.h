@@ -17,6 +17,9 @@ inline constexpr char16_t kFeaturesWords[] = u"All program features appear here.
 // StatusLine: one sentence, the last event. A text that equals the last one but for the case
 // of A to Z changes nothing in it; longer than 1023 units is cut.
 void ShowStatus(std::u16string_view text);
+// What stands without an end in sight, as a transfer does; else that the program is ready. For
+// words that are no longer true.
+void ShowStanding();
 // Help for the control `id` under the pointer, in the status line and over the output log, or on
 // the label that the surface has for it. What was told before stays below it, and is seen again
 // behind HideHelp or as soon as something else is told. False: the pointer has not moved since the

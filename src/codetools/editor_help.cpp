@@ -1,7 +1,6 @@
 #include "codetools/editor_help.h"
 
 #include "app/command_ids.h"
-#include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/save_words.h"
 #include "documents/tab_table.h"
@@ -176,8 +175,8 @@ void ShowHoverHelp(std::u16string_view token) {
   // That nothing is saved stays told as long as it is so.
   if (TellHoldOfShown()) return;
   const std::u16string help = HelpForToken(token);
-  if (help.empty() && Call(hooks.tellStanding)) return;
-  ShowStatus(help.empty() ? kReadyWords : help);
+  if (help.empty()) return ShowStanding();
+  ShowStatus(help);
 }
 
 void ShowAskedHelp(std::u16string_view token) {

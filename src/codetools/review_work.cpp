@@ -134,7 +134,7 @@ void FollowCode() {
 
 // What was to be done next is done.
 void DropMarkedWords() {
-  if (app.statusText == std::u16string_view(kCompareMarkedWords)) ShowStatus(kReadyWords);
+  if (app.statusText == std::u16string_view(kCompareMarkedWords)) ShowStanding();
 }
 
 // Of a long line what changed comes into view, where its start shows nothing of it.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/app_state.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/program_information.h"
 #include "documents/save_state.h"
@@ -67,7 +68,7 @@ void TellAutosave(const ProgramTab& tab, std::u16string_view words) {
 }
 
 void TellStored(const ProgramTab& tab, std::u16string_view words) {
-  if (!ResultIsNew()) Tell(tab, words, Kind::Stored);
+  if (!ResultIsNew() && !Call(hooks.tellStanding)) Tell(tab, words, Kind::Stored);
 }
 
 void TellResult(std::u16string_view words) {
@@ -76,7 +77,7 @@ void TellResult(std::u16string_view words) {
 }
 
 void TakeBackStored(const ProgramTab& tab) {
-  if (StatusTells(tab, Kind::Stored)) ShowStatus(kReadyWords);
+  if (StatusTells(tab, Kind::Stored)) ShowStanding();
 }
 
 void TellHeld(ProgramTab& tab, AutosaveHold reason) { TellHeld(tab, reason, HoldWords(reason)); }

@@ -330,7 +330,7 @@ bool WaitWithWords(bool (*done)()) {
   constexpr std::u16string_view kWaiting = u"Waiting for the disk. A save is under way.";
   ShowStatus(kWaiting);
   const bool ended = platform::WaitUntil(done, kLongestWaitMs);
-  if (ended && app.statusText == kWaiting) ShowStatus(kReadyWords);
+  if (ended && app.statusText == kWaiting) ShowStanding();
   return ended;
 }
 

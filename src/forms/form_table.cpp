@@ -7,7 +7,6 @@
 #include "app/app_state.h"
 #include "app/command_ids.h"
 #include "app/join_table.h"
-#include "app/hooks.h"
 #include "app/outlets.h"
 #include "app/panels.h"
 #include "app/router.h"
@@ -295,7 +294,7 @@ void FormFocusChanged(int id, bool gained) {
       ShowStatus(r.help);
     } else if (SameFolded(app.statusText, r.help)) {
       // The hint goes with the keyboard, into whatever room.
-      if (!Call(hooks.tellStanding)) ShowStatus(kReadyWords);
+      ShowStanding();
     }
   }
   if (!form.sheet) return;

@@ -251,7 +251,7 @@ bool StepModes(int row, int step) {
       ShowStatus(kEnterOpens);
       break;
     }
-    if (app.statusText == kEnterOpens) ShowStatus(kReadyWords);
+    if (app.statusText == kEnterOpens) ShowStanding();
     TakeListedMode();
     // A panel may take the keyboard as it comes up: Enter leads there, the arrows lead on.
     if (app.mode == mode) platform::SetFocusTo(kIdModeList);

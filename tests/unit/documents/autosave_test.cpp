@@ -8,6 +8,7 @@
 
 #include "app/change_guard.h"
 #include "app/command_ids.h"
+#include "app/hooks.h"
 #include "app/outlets.h"
 #include "documents/disabled_code.h"
 #include "documents/feature_operations.h"
@@ -91,6 +92,24 @@ TEST_F(Autosave, TellsOfItselfWhereOtherWordsTookTheResultsPlace) {
   morva::ShowStatus(u"Something else.");
   headless::Advance(2000);
   EXPECT_EQ(Status(), u"Project autosaved.");
+}
+
+bool ATransferRuns() {
+  morva::ShowStatus(u"DNC receive armed");
+  return true;
+}
+
+TEST_F(Autosave, LeavesTheLineToATransfer) {
+  headless::Advance(1000);
+  TypeProgram(u"G0 X1");
+  headless::Advance(2000);
+  ASSERT_EQ(Status(), u"Project autosaved.");
+  morva::hooks.tellStanding = ATransferRuns;
+  morva::ProgramChanged({.autosave = true});
+  EXPECT_EQ(Status(), u"DNC receive armed");
+  headless::Advance(2000);
+  EXPECT_FALSE(app.editorDirty) << "it is saved all the same";
+  EXPECT_EQ(Status(), u"DNC receive armed");
 }
 
 // RENUMBER, Undo and markers leave the caret where it is, so that no help takes the line.

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "app/hooks.h"
+#include "app/outlets.h"
 #include "documents/autosave.h"
 #include "documents/disk_watch.h"
 #include "documents/insertion.h"
@@ -404,6 +407,23 @@ TEST_F(SavesUnderWay, SaysNoMoreThatItWaitsOnceTheDiskHasAnswered) {
   morva::SaveAndWait();
   EXPECT_EQ(Status().find(u"Waiting for the disk"), std::u16string::npos);
   EXPECT_FALSE(app.editorDirty);
+}
+
+bool ATransferRuns() {
+  morva::ShowStatus(u"DNC receive armed");
+  return true;
+}
+
+TEST_F(SavesUnderWay, TellsTheTransferOnceTheDiskHasAnswered) {
+  morva::hooks.tellStanding = ATransferRuns;
+  platform::fileFault = SlowFlush;
+  morva::SaveJob job;
+  job.program = PathOf("MORVA.ini");
+  job.files.push_back({.path = PathOf("MORVA.ini"), .lasting = platform::Lasting::File});
+  morva::HandOverSave(std::move(job));
+  ASSERT_TRUE(morva::SavesUnderWay());
+  EXPECT_TRUE(morva::WaitForSaves());
+  EXPECT_EQ(Status(), u"DNC receive armed");
 }
 
 bool NoFolder(std::string_view kind) { return failing && kind == "folder"; }
