@@ -299,6 +299,13 @@ void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialPr
     line += u". Use its COM name or a shorter path.";
   } else if (problem == platform::SerialProblem::Missing) {
     line = PortGoneWords(settings.port);
+  } else if (problem == platform::SerialProblem::Busy) {
+    line = settings.port;
+    line += u" is held by another program, or by another window of MORVA. Close it there first.";
+  } else if (problem == platform::SerialProblem::Refused) {
+    line = u"The driver of ";
+    line += settings.port;
+    line += u" did not take a setting: try another baud rate, data bits, parity or stop bits.";
   }
   if (!line.empty()) LogOutput(line);
 }

@@ -10,6 +10,7 @@
 #include "app/outlets.h"
 #include "app/router.h"
 #include "dnc/dnc_commands.h"
+#include "dnc/line_text.h"
 #include "dnc/serial_profile.h"
 #include "dnc/transfer_show.h"
 #include "documents/autosave.h"
@@ -40,15 +41,24 @@ namespace {
 constexpr const char16_t* kReceivedTitle = u"RECEIVED_RS232.NC";
 constexpr const char16_t* kNotStarted = u"DNC transfer error — the transfer could not be started.";
 constexpr const char16_t* kOpenedWords = u"Received RS-232 program opened in a new tab.";
+constexpr const char16_t* kCutOffWords =
+    u"WARNING: No closing % came, and the line was quiet for 2 seconds: the program may be cut "
+    u"off. "
+    u"Compare its end with the one at the control before you run it.";
 // Who pressed a key so short a time ago is still typing.
 constexpr std::uint64_t kAtWorkMs = 5000;
-constexpr unsigned char kRubout = 0x7F;  // DEL, filling on paper tape
 
 std::u16string state;       // as the status line tells it while a transfer runs
 std::uint64_t armedAt = 0;  // the tick of the last press of RECEIVE
 
 std::u16string Number(unsigned long long value) {
   return IntegerText(static_cast<std::int64_t>(value));
+}
+
+std::u16string CountOf(std::size_t count, std::u16string_view one, std::u16string_view several) {
+  std::u16string words = Number(count);
+  words += u' ';
+  return words.append(count == 1 ? one : several);
 }
 
 // What a question about sending this file has to say where a tab shows it otherwise than it stands
@@ -75,14 +85,6 @@ bool RefusedAsActive() {
   return true;
 }
 
-// NULs, rubouts, blanks and line ends hold no program.
-bool IsFillingOnly(std::string_view bytes) {
-  return std::ranges::all_of(bytes, [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte <= ' ' || byte == kRubout;
-  });
-}
-
 // What is being saved and what is sent are the same program: first the one, then the other.
 bool SavesAreDone() {
   if (WaitForSaves()) return true;
@@ -102,6 +104,14 @@ std::u16string LossWords(std::u16string_view text) {
   words += figures.lost == 1 ? u", cannot go over the line and is sent as \"?\".\n\n"
                              : u", cannot go over the line. Each is sent as \"?\".\n\n";
   return words;
+}
+
+// What a question about sending this text has to say about control codes in it; empty: nothing.
+std::u16string CodeWords(std::size_t count) {
+  if (count == 0) return {};
+  return CountOf(count, u"control code", u"control codes") +
+         u" (punch on and off, hold, rubout) in the text: not sent, the control would take "
+         u"them for its own.\n\n";
 }
 
 // What a question about sending this program has to say about blocks that are taken out of it and
@@ -199,10 +209,11 @@ std::u16string KeepReceived() {
   return keeping.words;
 }
 
-// The keys that are being pressed, and the form of a block under edit, are meant for the program
-// that is shown. What was pressed before RECEIVE says nothing.
+// The keys that are being pressed, the form of a block under edit, and the drawing or plate that
+// covers the editor are meant for the program that is shown. What was pressed before RECEIVE says
+// nothing.
 bool UserIsAtWork() {
-  if (editLink.kind != 0) return true;
+  if (editLink.kind != 0 || app.surface != kSurfaceCode) return true;
   return app.lastKeyAt > armedAt && platform::TickMilliseconds() - app.lastKeyAt < kAtWorkMs;
 }
 
@@ -223,6 +234,13 @@ void LogLineErrors() {
   line += worker.lineErrors == 1 ? u" byte" : u" bytes";
   line += u" had line errors. Check baud rate, data bits, parity and stop bits at both ends.";
   LogOutput(line);
+}
+
+void LogLeftOut(std::size_t count) {
+  if (count == 0) return;
+  LogOutput(CountOf(count, u"control code was left out of the received program.",
+                    u"control codes (punch on and off, rubouts) were left out of the received "
+                    u"program."));
 }
 
 // What follows speaks of the settings. Who sees a new tab takes what is in it for the program.
@@ -292,6 +310,7 @@ void OnTransferFailed(unsigned long long reason, unsigned long long left) {
 
 void OnReceiveDone(unsigned long long count, unsigned long long) {
   EndJob();
+  const std::size_t leftOut = DropTapeCodes(transfer.receivedData);
   if (count == 0 || IsFillingOnly(transfer.receivedData)) {
     std::string().swap(transfer.receivedData);
     LogOutput(u"Receive ended with no data.");
@@ -300,11 +319,18 @@ void OnReceiveDone(unsigned long long count, unsigned long long) {
     TellResult(u"DNC receive error / timeout — no program data received.");
     return;
   }
-  const std::u16string words = OpenReceivedProgram();
+  const bool cut = LacksClosingPercent(transfer.receivedData);
+  std::u16string words = OpenReceivedProgram();
+  LogLeftOut(leftOut);
   LogDoubt();
   LogLineErrors();
   LogAdvice();
-  SetDncState(kDncConnected);
+  if (cut) {
+    LogOutput(kCutOffWords);
+    words += u" No closing % came.";
+  }
+  LogStop(worker.stop);
+  SetDncState(worker.stop == TransferStop::None ? kDncConnected : kDncError);
   TellResult(words);
 }
 
@@ -353,7 +379,8 @@ void SendEditorProgram() {
   if (!AutoConnect() || !platform::Exists(kIdEditor)) return;
   // Taken before the question, so that the program which is confirmed is the one that goes
   // out, whatever comes up in the editor while the box stands.
-  const std::u16string text(platform::EditorText(kIdEditor));
+  std::u16string text(platform::EditorText(kIdEditor));
+  const std::size_t codes = DropTapeCodes(text);
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Before transmitting:\n\n"
@@ -361,8 +388,8 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question +=
-      OtherPortWords() + LiveCodeWords(text) + UnreadWords(text) + LossWords(text) + u"Send now?";
+  question += OtherPortWords() + LiveCodeWords(text) + UnreadWords(text) + CodeWords(codes) +
+              LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
 }
@@ -381,12 +408,13 @@ void SendFileFromDisk() {
     return;
   }
   if (file.starts_with(kByteOrderMark)) file.erase(0, kByteOrderMark.size());
-  const std::u16string text = DecodeCodePage(file);
+  std::u16string text = DecodeCodePage(file);
+  const std::size_t codes = DropTapeCodes(text);
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
-  question += OtherPortWords() + DifferenceWords(path) + UnreadWords(text) + LossWords(text) +
-              u"Send the selected file?";
+  question += OtherPortWords() + DifferenceWords(path) + UnreadWords(text) + CodeWords(codes) +
+              LossWords(text) + u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
 }

@@ -8,6 +8,7 @@
 #include "app/app_state.h"
 #include "app/limits.h"
 #include "dnc/line_advice.h"
+#include "dnc/line_text.h"
 #include "platform/clock.h"
 #include "platform/post.h"
 
@@ -17,6 +18,8 @@ TransferJob transfer;
 WorkerRecord worker;
 
 namespace {
+
+constexpr std::int32_t kByXonXoff = 1;  // SerialSettings::flow
 
 bool AbortWanted() { return transfer.abortRequested.load() != 0; }
 
@@ -63,6 +66,15 @@ void RunSend() {
   platform::PostToMain(kMessageSendDone, left, total);
 }
 
+// The control opens and holds the line with them, they are no data. How many bytes are left.
+std::size_t DropFlowBytes(char* bytes, std::size_t count) {
+  char* const end = std::remove_if(bytes, bytes + count, [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte == platform::kXon || byte == platform::kXoff;
+  });
+  return static_cast<std::size_t>(end - bytes);
+}
+
 // Reads until the line goes quiet. False: the port failed.
 bool Capture(char* buffer, std::size_t& used) {
   const std::uint64_t start = platform::TickMilliseconds();
@@ -73,6 +85,7 @@ bool Capture(char* buffer, std::size_t& used) {
     char bytes[kReceiveRead];
     std::size_t got = 0;
     if (!platform::ReadSerial(bytes, sizeof(bytes), got)) return false;
+    if (worker.settings.flow == kByXonXoff) got = DropFlowBytes(bytes, got);
     if (got > 0) {
       lastData = platform::TickMilliseconds();
       gotData = true;
@@ -101,15 +114,18 @@ void RunReceive() {
   const bool there = Capture(buffer.get(), used);
   worker.lineErrors = platform::SerialLineErrors();
   worker.advice = LineAdvice(worker.settings, {buffer.get(), used}, worker.lineErrors);
-  // The largest program is one byte below the limit; partial data is never kept.
+  // The largest program is one byte below the limit; partial data is never kept. A program that
+  // had come whole when the port went is no partial one.
   const bool aborted = AbortWanted();
-  if (!there || used == kMaxReceivedBytes || aborted) {
+  const bool whole = IsWholeProgram({buffer.get(), used});
+  if ((!there && !whole) || used == kMaxReceivedBytes || aborted) {
     worker.stop = aborted  ? TransferStop::Aborted
                   : !there ? TransferStop::Gone
                            : TransferStop::TooLong;
     Fail(kFailedReceive, 0);
     return;
   }
+  if (!there) worker.stop = TransferStop::Gone;
   platform::CloseSerial();
   transfer.receivedData.assign(buffer.get(), used);
   platform::PostToMain(kMessageReceiveDone, used, 0);

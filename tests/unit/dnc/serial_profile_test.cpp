@@ -256,7 +256,10 @@ TEST_F(SerialProfileTest, SaysThatNoPortWasFound) {
 TEST_F(SerialProfileTest, RefusesABusyPort) {
   SetPort(u"COM1", PortState::Busy);
   EXPECT_FALSE(morva::AutoConnect());
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(Log(), (Lines{kAttempt,
+                          u"COM1 is held by another program, or by another window of MORVA. Close "
+                          u"it there first.",
+                          kNotOpened}));
 }
 
 TEST_F(SerialProfileTest, ConnectsAgainAfterAFailure) {
@@ -363,7 +366,7 @@ TEST_F(SerialProfileTest, ChecksAPortAndSaysWhatThatDoesNotProve) {
   EXPECT_EQ(morva::dncState, morva::kDncConnected);
   SetPort(u"COM3", PortState::Busy);
   morva::CheckPort();
-  EXPECT_EQ(Log(), Lines{u"TEST FAILED: Windows could not open/configure the selected COM port."});
+  EXPECT_EQ(Log().back(), u"TEST FAILED: Windows could not open/configure the selected COM port.");
   EXPECT_EQ(morva::dncState, morva::kDncConnectionFailed);
 }
 

@@ -35,6 +35,8 @@ constexpr const char16_t* kConnected =
     u"successful transfer.";
 constexpr const char16_t* kNotOpened =
     u"AUTO-CONNECT FAILED: unable to open/configure the selected COM port.";
+constexpr const char16_t* kHeldPort =
+    u"COM1 is held by another program, or by another window of MORVA. Close it there first.";
 constexpr const char16_t* kArmed =
     u"Receive armed. Send the program from the Haas now. Waiting up to 60 seconds for first "
     u"data; capture ends after ~2 seconds idle.";
@@ -214,7 +216,7 @@ TEST_F(TransferTest, DoesNotAskWhenThePortCannotBeOpened) {
   headless::SetPort(u"COM1", PortState::Busy);
   Send(u"G0");
   EXPECT_TRUE(headless::TakeBoxes().empty());
-  EXPECT_EQ(Log(), (Lines{kAttempt, kNotOpened}));
+  EXPECT_EQ(Log(), (Lines{kAttempt, kHeldPort, kNotOpened}));
 }
 
 TEST_F(TransferTest, PostsProgressAfterEachChunkOf128Bytes) {
@@ -398,7 +400,7 @@ TEST_F(TransferTest, EndsInErrorWhenTheWorkersOwnOpenFails) {
   // Between the check of the port and the worker's open somebody else took it.
   headless::SetPort(u"COM1", PortState::Busy);
   Advance(10);
-  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending, kError}));
+  EXPECT_EQ(Log(), (Lines{kAttempt, kConnected, kSending, kError, kHeldPort}));
   EXPECT_EQ(morva::dncState, morva::kDncError);
 }
 
@@ -663,6 +665,92 @@ TEST_F(TransferTest, KeepsTheBlockUnderEditWhenAProgramIsReceived) {
   morva::DropEditLink();
 }
 
+TEST_F(TransferTest, OpensAReceivedProgramBehindTheDrawingThatIsShown) {
+  morva::NewProgram();
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(1000);
+  morva::app.surface = morva::kSurfaceCad;
+  Advance(1300);
+  morva::app.surface = morva::kSurfaceCode;
+  ASSERT_EQ(morva::app.tabCount, 2);
+  EXPECT_EQ(morva::app.activeTab, 0);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a tab behind this one.");
+}
+
+constexpr const char16_t* kCutOff =
+    u"WARNING: No closing % came, and the line was quiet for 2 seconds: the program may be cut "
+    u"off. "
+    u"Compare its end with the one at the control before you run it.";
+
+TEST_F(TransferTest, WarnsOfAProgramWhoseClosingPercentDidNotCome) {
+  Receive();
+  headless::PeerSend("\r\n%\r\nO1\r\nG1 X1");
+  Advance(2300);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(Log().back(), kCutOff);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab. No closing % came.");
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  // Of a program without "%" nobody knows where it ends.
+  Receive();
+  headless::PeerSend("O1\r\nG1 X1");
+  Advance(2300);
+  ASSERT_EQ(morva::app.tabCount, 2);
+  EXPECT_EQ(Log().back(), kOpened);
+  EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
+}
+
+TEST_F(TransferTest, LeavesTapeCodesOutOfAReceivedProgram) {
+  Receive();
+  headless::PeerSend("\x7F\x12%\r\nO1\r\nM30\r\n%\x14");
+  Advance(2300);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(Text().find_first_of(u"\x11\x12\x13\x14\x7F"), Text().npos);
+  EXPECT_NE(Text().find(u"%\r\nO1\r\nM30\r\n%"), Text().npos);
+  EXPECT_EQ(Log().back(),
+            u"3 control codes (punch on and off, rubouts) were left out of the received program.");
+}
+
+// By XON the control lets the line go before it has anything to send.
+TEST_F(TransferTest, TakesXonAndXoffForNoData) {
+  Receive();
+  headless::PeerSend("\x11");
+  Advance(30000);
+  ASSERT_TRUE(transfer.active);
+  headless::PeerSend("%\r\nO1\r\n\x13");
+  Advance(1500);
+  headless::PeerSend("\x11M30\r\n%\r\n");
+  Advance(2300);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_NE(Text().find(u"%\r\nO1\r\nM30\r\n%\r\n"), Text().npos);
+  EXPECT_EQ(Log().back(), kOpened);
+}
+
+TEST_F(TransferTest, SendsNoControlCodes) {
+  Send(u"\x12%\r\nO1\x13\r\nM30\r\n%\x14\x7F");
+  EXPECT_NE(headless::TakeBoxes().back().text.find(
+                u"4 control codes (punch on and off, hold, rubout) in the text: not sent, the "
+                u"control would take them for its own.\n\nSend now?"),
+            std::u16string::npos);
+  Advance(5000);
+  EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\nM30\r\n%\r\n");
+}
+
+TEST_F(TransferTest, KeepsAProgramThatCameWholeBeforeThePortWent) {
+  Receive();
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(500);
+  headless::PeerUnplug();
+  Advance(200);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_NE(Text().find(u"%\r\nO1\r\nM30\r\n%\r\n"), Text().npos);
+  const Lines log = Log();
+  EXPECT_EQ(log.back(),
+            u"The port reported an error or is gone: look at the adapter and the cable.");
+  EXPECT_EQ(std::ranges::count(log, kError), 0);
+  EXPECT_EQ(State(), u"DNC: ERROR");
+}
+
 TEST_F(TransferTest, ShowsAReceivedProgramToAUserWhoWaitsForIt) {
   morva::NewProgram();
   morva::app.lastKeyAt = platform::TickMilliseconds();  // the key that pressed RECEIVE
@@ -697,7 +785,7 @@ TEST_F(TransferTest, SaysThatTheTabOfAFileDiffersFromWhatIsSent) {
 
 TEST_F(TransferTest, ArmsTheDeferredRefreshForAReceivedProgram) {
   Receive();
-  headless::PeerSend("%");
+  headless::PeerSend("O1");
   Advance(2160);
   ASSERT_FALSE(transfer.active);
   EXPECT_TRUE(platform::TimerRuns(platform::kMainWindow, morva::kTimerText));
@@ -938,8 +1026,10 @@ TEST_F(TransferTest, HoldsAReceivedProgramThatNoFileTakesUntilThereIsATab) {
 
 TEST_F(TransferTest, TakesAReceiveOfFillingsForAnEmptyOne) {
   for (const std::string_view filling :
-       {std::string_view("\0\0\0", 3), std::string_view("  \t\r\n"),
-        std::string_view("\x7F\0 ", 3)}) {
+       {std::string_view("\0\0\0", 3), std::string_view("  \t\r\n"), std::string_view("\x7F\0 ", 3),
+        std::string_view("%"),
+        // An empty list of programs, as a control punches it.
+        std::string_view("\0\x12%\r\n%\r\n\x14", 9)}) {
     Receive();
     Advance(0);
     headless::PeerSend(filling);
@@ -1120,6 +1210,23 @@ TEST_F(TransferTest, TellsWhatTheBytesLookLikeAlsoOfAnAbortedReceive) {
   Advance(5000);
   EXPECT_EQ(State(), u"DNC: CONNECTED");
   EXPECT_EQ(Log(), (Lines{kOpened, kDoubt, advice}));
+}
+
+TEST_F(TransferTest, NamesAPortThatIsHeldAndOneThatRefusesASetting) {
+  headless::SetPort(u"COM1", PortState::Busy);
+  Receive();
+  EXPECT_EQ(Log(), (Lines{kAttempt, kHeldPort, kNotOpened}));
+  // Behind a success the worker's own open is the first that meets it.
+  headless::SetPort(u"COM1", PortState::Present);
+  Receive();
+  headless::SetPort(u"COM1", PortState::Busy);
+  Advance(10);
+  EXPECT_EQ(Log().back(), kHeldPort);
+  platform::SerialSettings settings;
+  std::u16string(u"COM4").copy(settings.port, 4);
+  morva::LogOpenProblem(settings, platform::SerialProblem::Refused);
+  EXPECT_EQ(Log(), Lines{u"The driver of COM4 did not take a setting: try another baud rate, data "
+                         u"bits, parity or stop bits."});
 }
 
 TEST_F(TransferTest, NamesThePortThatThisUserMayNotOpen) {
