@@ -167,6 +167,10 @@ std::vector<std::u16string> portNames;
 // The port that the user saved or chose last. Another one that is selected stands in for it, as it
 // was not there, and is nobody's choice.
 std::u16string wantedPort;
+// The lists as they agreed with the file last. Behind another mode they tell nothing more than it,
+// and a value that was changed in it since counts.
+SerialProfile filed;
+bool agrees = false;  // they did since the panel was opened
 
 bool IsShown() {
   return open && app.surface == kSurfaceCode && app.mode == kModeDnc && !app.compareActive;
@@ -248,6 +252,22 @@ void ShowNumber(const NumberList& list, std::int32_t number) {
   platform::SelectRow(list.id, row);
 }
 
+bool ReadAllLists(SerialProfile& profile) {
+  const std::u16string port = ChosenPort();
+  if (port.empty()) return false;
+  CopyBounded(profile.port, kPortNameUnits, port);
+  for (const NumberList& list : kLists) {
+    const int row = platform::SelectedRow(list.id);
+    profile.*list.field = static_cast<std::int32_t>(platform::RowData(list.id, std::max(row, 0)));
+  }
+  return true;
+}
+
+void NoteFiled() {
+  filed = SerialProfile();  // what stood behind a longer name counts in a comparison
+  agrees = ReadAllLists(filed) && !IsStandIn(filed.port);
+}
+
 void ShowSavedProfile() {
   if (!LoadSerialProfile()) return;
   const std::u16string_view port = serialProfile.port;
@@ -263,18 +283,13 @@ void ShowSavedProfile() {
     LogOutput(PortGoneWords(port));
   }
   for (const NumberList& list : kLists) ShowNumber(list, serialProfile.*list.field);
+  NoteFiled();
   LogOutput(u"Saved MORVA serial profile loaded.");
 }
 
 bool ReadLists(SerialProfile& profile) {
-  const std::u16string port = ChosenPort();
-  if (port.empty() || (IsStandIn(port) && !IsShown())) return false;
-  CopyBounded(profile.port, kPortNameUnits, port);
-  for (const NumberList& list : kLists) {
-    const int row = platform::SelectedRow(list.id);
-    profile.*list.field = static_cast<std::int32_t>(platform::RowData(list.id, std::max(row, 0)));
-  }
-  return true;
+  if (!ReadAllLists(profile)) return false;
+  return IsShown() || (!IsStandIn(profile.port) && !(agrees && profile == filed));
 }
 
 // The line that a transfer uses is opened by nobody else.
@@ -290,6 +305,7 @@ void SaveLists() {
   const SerialProfile running = serialProfile;
   SaveSerialProfile();
   WantChosenPort();
+  NoteFiled();
   if (!TransferRuns()) return;
   TakeBackProfile(running);
   LogOutput(u"The transfer that runs keeps its port and settings.");
@@ -349,6 +365,7 @@ void OpenSetupPanel() {
   if (app.mode != kModeDnc || !MayTakeWork()) return;
   open = true;
   wantedPort.clear();
+  agrees = false;
   platform::SetText(kIdDncSteps, kSteps);
   platform::SetText(kIdDncLog, u"Connection setup ready.\r\n");
   FillNumbers();
@@ -435,6 +452,7 @@ void ResetSetupPanel() {
   open = false;
   portNames.clear();
   wantedPort.clear();
+  agrees = false;
 }
 
 }  // namespace morva

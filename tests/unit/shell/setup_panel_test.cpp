@@ -319,6 +319,24 @@ TEST_F(Connection, CountsBehindAnotherModeOnlyWithAPort) {
   EXPECT_EQ(serialProfile.baud, 2400);
 }
 
+TEST_F(Connection, LeavesItToTheFileBehindAnotherModeWhereItsListsWereNotChanged) {
+  Port(u"COM2");
+  Settings("Port=COM2\r\nBaud=4800\r\n");
+  headless::Click(kIdSetup);
+  SetMode(kModeHome);
+  Settings("Port=COM2\r\nBaud=19200\r\n");
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 19200);
+  SetMode(kModeDnc);
+  headless::SelectRows(kIdDncBaudList, {0});
+  headless::Click(kIdDncSave);
+  SetMode(kModeHome);
+  headless::Advance(1000);  // the write is through
+  Settings("Port=COM2\r\nBaud=19200\r\n");
+  EXPECT_TRUE(ChooseSerialProfile());
+  EXPECT_EQ(serialProfile.baud, 19200) << "what was saved is no unsaved change";
+}
+
 TEST_F(Connection, ClosesByEscapeAndByTheBackKey) {
   Port(u"COM1");
   headless::Click(kIdSetup);
