@@ -12,6 +12,7 @@ namespace morva {
 namespace {
 
 constexpr double kSame = 1e-6;
+constexpr double kLongTool = 10;  // inches from the spindle's nose: hardly a tool is longer
 constexpr std::uint32_t kAxes = LetterBit('X') | LetterBit('Y') | LetterBit('Z');
 constexpr std::uint32_t kCentre = LetterBit('I') | LetterBit('J') | LetterBit('K');
 
@@ -135,6 +136,16 @@ void NoteCut(ControlRun& run) {
     ReportOnce(run, Finding::LengthNotSet, run.lengthNumber);
   }
   if (run.offsetMissing) ReportOnce(run, Finding::OffsetNotSet);
+}
+
+void NoteRapid(ControlRun& run, const Vec3& target) {
+  if (!run.sawChange || run.lengthInForce || !run.modes.absolute) return;
+  if (ShownOf(run, target).of[2] >= run.shown.of[2] - kSame) return;
+  // The nose of the spindle goes to Z, and the tool's tip below it.
+  const bool hasRow = run.tool >= 1 && run.tool <= kControlTools;
+  const double known = hasRow ? run.table.tools[run.tool].length : 0;
+  const double length = (known > 0 ? known : kLongTool) * run.perInch;
+  if (target.of[2] < length - kSame) ReportOnce(run, Finding::NoLength);
 }
 
 void NoteToolLength(ControlRun& run) {

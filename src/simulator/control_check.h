@@ -15,6 +15,8 @@ void ReportOnce(ControlRun& run, Finding kind, double number = 0, char letter = 
 void NoteLength(ControlRun& run, const ControlBlock& block, char letter);
 // The tool is about to cut.
 void NoteCut(ControlRun& run);
+// The tool is about to go by rapid to a program place.
+void NoteRapid(ControlRun& run, const Vec3& target);
 // D names a diameter of zero: told once for each D.
 void NoteNoDiameter(ControlRun& run, std::int32_t number);
 // The text is about to be read: the run goes on to the "%" that opens it, where one closes it too.

@@ -544,8 +544,9 @@ void Move(ControlRun& run, const ControlBlock& block, const BlockCodes& codes) {
   const bool any = TakeTarget(run, block, target);
   switch (run.modes.motion) {
     case 0:
-      if (any) RapidTo(run, target);
-      return;
+      if (!any) return;
+      NoteRapid(run, target);
+      return RapidTo(run, target);
     case 1:
       if (any) RunLine(run, block, target);
       return;

@@ -53,7 +53,7 @@ enum class Finding : unsigned char {
   NoSpeed,         // a cut with the spindle on, and S is 0 or was never named
   ToolNotChanged,  // a T that no M06 followed before the cut
   OffsetOther,     // H is not the number of the tool
-  NoLength,        // a cut behind a tool change without G43
+  NoLength,        // a cut or a rapid down behind a tool change without G43
   LengthNotSet,    // H names a length that nobody has set, and others are
   SpeedHigh,       // S above what the spindle has
   // Positions

@@ -37,13 +37,47 @@ TEST(ControlCheck, NamesAToolThatWasCalledAndNotChanged) {
 
 TEST(ControlCheck, NamesACutWithoutLengthBehindAChange) {
   EXPECT_EQ(Found(RunText(u"T1 M6\nG0 X0. Y0. S1000 M3\nZ.1\nG1 Z-1. F10.\nX1.\nM30\n")),
-            "NoLength 4");
+            "NoLength 3");
+  EXPECT_EQ(Found(RunText(u"T1 M6\nG0 X0. Y0. S1000 M3\nG1 Z-1. F10.\nX1.\nM30\n")), "NoLength 3");
+}
+
+TEST(ControlCheck, NamesARapidDownThatHasNoLengthYet) {
+  const std::u16string head = u"G90 T6 M6\nG0 G54 X0. Y0. S1000 M3\n";
+  const std::u16string tail = u"G43 H6 Z.1\nG1 Z-.1 F10.\nG53 Z0.\nM30\n";
+  EXPECT_EQ(Found(RunText(head + u"Z.1\n" + tail)), "NoLength 3");
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
+            u"Line 3: The tool goes down or cuts without its length: G43 is missing or has ended.");
+  EXPECT_EQ(Found(RunText(head + u"G49 X1. Y1. Z.1\n" + tail)), "NoLength 3");
+  EXPECT_EQ(Found(RunText(head + u"G43 H6 Z1.\nG28 G91 Z0.\nG90 G0 Z.1\n" + tail)), "NoLength 5");
+  EXPECT_EQ(Found(RunText(head + u"G43 H6\nZ.1\n" + tail)), "");
+  EXPECT_EQ(Found(RunText(head + u"G53 Z-5.\n" + tail)), "");
+  EXPECT_EQ(Found(RunText(head + u"G91 Z-12.\nG90\n" + tail)), "");
+  EXPECT_EQ(Found(RunText(head + u"G53 Z-14.95\nG0 Z.1\n" + tail)), "");  // up
+  // A piece of a program relies on the length of the one that calls it.
+  EXPECT_EQ(Found(RunText(u"G90 G0 X0. Y0. Z1.\nZ.1\nM99\n")), "");
+}
+
+TEST(ControlCheck, LetsTheSpindleGoDownAsFarAsTheToolStaysAboveZero) {
+  const auto found = [](const std::u16string& z, const ControlTable& table) {
+    return Found(RunText(u"G90 T6 M6\nG0 G54 X0. Y0. S1000 M3\n" + z + u"\nG43 H6 Z1.\nM30\n",
+                         {.table = &table}));
+  };
+  ControlTable table;
+  table.work[kFirstWorkRow][2] = -20;
+  // No tool is expected to be longer than 10 inches.
+  EXPECT_EQ(found(u"Z10.", table), "");
+  EXPECT_EQ(found(u"Z9.9", table), "NoLength 3");
+  EXPECT_EQ(found(u"G21 Z254.", table), "");
+  EXPECT_EQ(found(u"G21 Z253.", table), "NoLength 3");
+  table.tools[6].length = 4;
+  EXPECT_EQ(found(u"Z4.", table), "");
+  EXPECT_EQ(found(u"Z3.9", table), "NoLength 3");
 }
 
 TEST(ControlCheck, NamesACutWhereNoLengthNumberWasNamedYet) {
   const std::u16string cut = u" Z.1\nX0. Y0. S1000 M3\nG1 Z-1. F10.\nM30\n";
   const std::string none = Found(RunText(u"T6 M6\nG43" + cut));
-  EXPECT_NE(none.find("NoLength 4"), std::string::npos) << none;
+  EXPECT_NE(none.find("NoLength 2"), std::string::npos) << none;
   EXPECT_EQ(Found(RunText(u"T6 M6\nG43 H6" + cut)), "");
   // The number that was named last holds.
   EXPECT_EQ(Found(RunText(u"T6 M6\nG43 H6 Z1.\nG49\nG43" + cut)), "");
@@ -62,7 +96,7 @@ TEST(ControlCheck, TakesALengthInTheBlockOfTheChangeForTheNewTool) {
   EXPECT_EQ(Found(RunText(first + u"T2 M6 G43 H2" + second)), "");
   EXPECT_EQ(Found(RunText(first + u"T2 M6 G43 H1" + second)), "OffsetOther 5");
   EXPECT_EQ(Found(RunText(first + u"T2 M6 G43" + second)), "OffsetOther 5");
-  EXPECT_EQ(Found(RunText(first + u"T2 M6 G49" + second)), "NoLength 7");
+  EXPECT_EQ(Found(RunText(first + u"T2 M6 G49" + second)), "NoLength 5");
 }
 
 TEST(ControlCheck, NamesAFeedThatOnlyRemainedBehindACycle) {
