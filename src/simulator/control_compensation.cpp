@@ -274,6 +274,7 @@ void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
   run.modes.compensation = code;
   if (block.Has('D')) run.diameterNumber = block.NumberOf('D');
   comp.wanted = code == 40 ? 0 : code == 41 ? 1 : -1;
+  comp.ofPocket = false;
   if (code == 40) return;
   if (run.modes.plane != 17) {
     comp.wanted = 0;
@@ -291,9 +292,11 @@ void TakeCompensation(ControlRun& run, int code, const ControlBlock& block) {
 
 void EndCompensation(ControlRun& run) {
   FlushMoves(run);
-  // Behind a G40 that no move has followed it is off for the control.
+  // The control goes by the code in force: behind G40 it is off although no move has followed, and
+  // on behind a way home without G40. Where a finding ended the run its end is not known.
   const ControlCompensation& comp = run.compensation;
-  if (comp.side != 0 && comp.wanted != 0) Report(run, Finding::CompAtEnd);
+  const bool on = comp.wanted != 0 && (comp.side != 0 || !comp.ofPocket);
+  if (on && !run.stopped) Report(run, Finding::CompAtEnd);
 }
 
 }  // namespace morva

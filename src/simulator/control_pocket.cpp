@@ -220,6 +220,7 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
 }
 
 bool BeginPocket(ControlRun& run, const ControlBlock& block, bool ofProgram) {
+  if (block.HasG(410) || block.HasG(420)) run.compensation.ofPocket = true;
   // Within its own outline no other pocket begins.
   if (run.pocket.on || !block.Has('Z')) {
     Report(run, Finding::PocketWords);

@@ -132,12 +132,13 @@ struct ControlSegment {
 
 // Cutter compensation under way.
 struct ControlCompensation {
-  int side = 0;        // 0 off, 1 left, -1 right
-  int wanted = 0;      // of the last G40, G41 or G42
-  double radius = 0;   // display units; below 0 the tool goes to the other side
-  Vec3 at;             // the tool's centre
-  bool holds = false;  // a move waits for the next one
-  bool entry = false;  // ... on which compensation begins
+  int side = 0;           // 0 off, 1 left, -1 right
+  int wanted = 0;         // of the last G40, G41 or G42
+  bool ofPocket = false;  // ... which is a word of a G150: many write no G40 behind it
+  double radius = 0;      // display units; below 0 the tool goes to the other side
+  Vec3 at;                // the tool's centre
+  bool holds = false;     // a move waits for the next one
+  bool entry = false;     // ... on which compensation begins
   ControlSegment held;
   ControlSegment heights[kMaxHeldMoves];  // moves along Z that wait behind it
   int heightCount = 0;

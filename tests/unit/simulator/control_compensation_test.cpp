@@ -180,6 +180,23 @@ TEST(ControlCompensation, IsOffBehindG40WithoutAMove) {
   EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D1 G1 X1. F10.\nY1.\nG40\nG0 Z1.\nM30")), "");
 }
 
+TEST(ControlCompensation, IsOnAtTheEndBehindAWayHomeToo) {
+  const std::u16string text = u"S900 M3\nG0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\n";
+  for (const char16_t* way : {u"G53 Z0.\n", u"G91 G28 Z0\n", u"T2 M6\n"}) {
+    EXPECT_EQ(Found(RunWithTool(text + way + u"M30")), "CompLeftOn 5, CompAtEnd 6");
+    EXPECT_EQ(Found(RunWithTool(text + way + u"G40\nM30")), "CompLeftOn 5");
+  }
+  EXPECT_EQ(Found(RunWithTool(text + u"M5\nM99")), "CompAtEnd 6");
+  // No move in XY has begun it: the control has it on all the same.
+  EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D1\nM30")), "CompAtEnd 3");
+}
+
+TEST(ControlCompensation, SaysNothingOfAnEndThatTheRunDoesNotReach) {
+  const std::u16string text = u"S900 M3\nG0 X-1. Y0. Z0.\nG41 D1 G1 X0. F10.\nX2.\n";
+  EXPECT_EQ(Found(RunWithTool(text + u"GOTO 7\nG40\nM30")), "LabelMissing 5");
+  EXPECT_EQ(Found(RunWithTool(text + u"#3000=1 (TURN THE PART)\nG40\nM30")), "ProgramAlarm 5");
+}
+
 TEST(ControlCompensation, CutsCornersByCAndRoundsThemByR) {
   const ControlTrack& chamfer = RunText(u"G0 X0. Y0. Z0.\nG1 X2. ,C.5 F10.\nY2.\nX0.\nM30");
   ExpectPoints(chamfer, {{0, 0, 0, true}, {1.5, 0, 0}, {2, .5, 0}, {2, 2, 0}, {0, 2, 0}});

@@ -44,6 +44,13 @@ TEST(ControlGround, LeavesTheGroundWhereAWallStandsBetween) {
   EXPECT_EQ(Found(track), "");
 }
 
+TEST(ControlGround, SideOfItsOwnBlockNeedsNoG40) {
+  const std::u16string pocket =
+      kHead + u"G0 X0. Y0. Z1.\nG150 G41 D1 P100 X0. Y0. Z-.1 R.1 I.5 F10.\n";
+  EXPECT_EQ(Found(RunText(pocket + kSquare + u"M99\n")), "");
+  EXPECT_EQ(Found(RunText(pocket + u"G41\n" + kSquare + u"M99\n")), "CompAtEnd 6");
+}
+
 // A spike .1 wide ends at Y 1.2, .1 above a row: the tool keeps .25 off its tip, and goes by R.
 TEST(ControlGround, KeepsOffATipThatStandsInNoRow) {
   const ControlTrack& track =
