@@ -100,6 +100,25 @@ bool SaysWhichLength(const ControlRun& run) {
          HoldsFolded(line, u"LENGTH");
 }
 
+// Places closer than a thousandth of an inch are one. No number that a program writes to four
+// places lies where two of them meet.
+std::size_t BitOf(const ControlRun& run, double x, double y) {
+  const auto step = [&run](double length) {
+    const double steps = std::clamp(length / run.perInch * 1000 + 0.25, -1e9, 1e9);
+    return static_cast<std::uint64_t>(std::llround(steps));
+  };
+  return (step(x) * 73856093 + step(y) * 19349663) % kPlaceBits;
+}
+
+void NoteOpening(ControlRun& run, const ControlSegment& segment) {
+  const Vec3& to = segment.to;
+  if (segment.kind == ControlSegment::Kind::Arc) {
+    if (segment.plane == 17) run.opened.set(BitOf(run, segment.centreU, segment.centreV));
+  } else if (to.of[2] < segment.from.of[2]) {
+    run.drilled.set(BitOf(run, to.of[0], to.of[1]));
+  }
+}
+
 }  // namespace
 
 void ReportOnce(ControlRun& run, Finding kind, double number, char letter) {
@@ -184,17 +203,22 @@ void NoteFurtherAxes(ControlRun& run, const ControlBlock& block) {
   }
 }
 
-void NoteCutHeight(ControlRun& run, const ControlSegment& segment) {
+void NoteWay(ControlRun& run, const ControlSegment& segment) {
   const Vec3& from = segment.from;
   const Vec3& to = segment.to;
   const bool sideways =
       segment.kind == ControlSegment::Kind::Arc || from.of[0] != to.of[0] || from.of[1] != to.of[1];
   const bool cuts = segment.kind != ControlSegment::Kind::Rapid;
+  if (cuts) NoteOpening(run, segment);
   if (cuts && (sideways || to.of[2] < from.of[2])) {
     run.standsInCut = true;
     run.cutHeight = to.of[2];
   }
   if (to.of[2] > run.cutHeight + kSame) run.standsInCut = false;
+}
+
+bool IsOpened(const ControlRun& run, const Vec3& shown) {
+  return run.opened.test(BitOf(run, shown.of[0], shown.of[1]));
 }
 
 void NoteWayHome(ControlRun& run, const Vec3& home) {
@@ -211,6 +235,7 @@ void NoteNoDiameter(ControlRun& run, std::int32_t number) {
 void NoteChange(ControlRun& run) {
   run.sawChange = true;
   run.told.reset();
+  run.opened |= run.drilled;
   run.stepsAtChange = !run.modes.absolute;
 }
 

@@ -30,8 +30,10 @@ void NoteSpindle(ControlRun& run);
 void NoteMove(ControlRun& run, const ControlBlock& block);
 // A block that moves names axes which are not followed: told once for each letter.
 void NoteFurtherAxes(ControlRun& run, const ControlBlock& block);
-// A stretch of motion follows, and how far down cuts left the tool.
-void NoteCutHeight(ControlRun& run, const ControlSegment& segment);
+// A stretch of motion follows: how far down cuts left the tool, and where they opened the ground.
+void NoteWay(ControlRun& run, const ControlSegment& segment);
+// Whether cuts may have opened the ground about a shown place wider than the present tool.
+bool IsOpened(const ControlRun& run, const Vec3& shown);
 // The machine goes home, to a shown place.
 void NoteWayHome(ControlRun& run, const Vec3& home);
 // The tool goes to a shown place: whether the machine reaches it.

@@ -63,7 +63,7 @@ bool NoteMoveOfOutline(ControlRun& run, const ControlSegment& segment) {
 // The segment gets what is known of its end.
 void Send(ControlRun& run, ControlSegment&& segment, bool toMachine = false) {
   NoteMachineAxes(run, segment, toMachine);
-  NoteCutHeight(run, segment);
+  NoteWay(run, segment);
   NoteTravel(run, segment.to);
   Vec3 places[4];
   const int count = TurningPlaces(segment, places);

@@ -40,6 +40,14 @@ void NoteStep(ControlRun& run, double apart, double radius) {
   if (radius > 0 && apart > 2 * radius + kSame) Report(run, Finding::StepWide, apart / run.unit);
 }
 
+// From the middle to the first ring, from ring to ring. A ring alone finishes a bore, and so may
+// the first one do where the middle was cut before.
+void NoteRings(ControlRun& run, double inmost, double last, double step, double radius) {
+  const bool open = inmost >= last - kSame || IsOpened(run, run.shown);
+  const double between = std::min(step, last - inmost);
+  NoteStep(run, open ? between : std::max(inmost - radius, between), radius);
+}
+
 // Out along X, once round, and back to the middle.
 void Ring(ControlRun& run, const Vec3& middle, double radius, bool clockwise) {
   Vec3 out = middle;
@@ -196,7 +204,7 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
   const double tool = ToolRadius(run, block);
   if (std::max(first, last) < tool - kSame) Report(run, Finding::CompCorner);
   const double inmost = first > 0 ? first : std::min(step, last);
-  NoteStep(run, std::max(inmost - tool, std::min(step, last - inmost)), tool);
+  NoteRings(run, inmost, last, step, tool);
   const double times =
       block.Has('L') ? std::clamp(std::trunc(block.Of('L')), 1.0, kMostRepeats) : 1;
   const int plane = run.modes.plane;

@@ -200,6 +200,11 @@ struct PocketGround {
 
 struct StockCheck;
 
+// Places in XY, each as a bit that several share: a place that is not among them may seem to be,
+// the more the fuller it is.
+inline constexpr std::size_t kPlaceBits = 4096;
+using PlaceBits = std::bitset<kPlaceBits>;
+
 struct ControlRun {
   ControlTable table;  // what the program may write
   ControlTrack* track = nullptr;
@@ -269,6 +274,8 @@ struct ControlRun {
   bool modeRemained = false;   // a cycle has ended, and no G00 to G03 stood since
   bool standsInCut = false;    // a cut along X or Y, or downwards, ended at cutHeight
   double cutHeight = 0;        // display units
+  PlaceBits drilled;           // where a tool went straight down
+  PlaceBits opened;            // ... an earlier one than that in the spindle; middles of arcs in XY
   bool jumped = false;         // by GOTO or by P of M99
   std::uint32_t axesTold = 0;  // letters of axes that are not followed
   bool stepsAtChange = false;  // G91 was in force at the last change of tools

@@ -170,8 +170,8 @@ TEST(ControlHints, NamesAStepThatIsWiderThanTheTool) {
   // Ring beside ring, and the first one beside the middle: its tool runs at I less .25.
   EXPECT_EQ(found(u"G13 I.5 K2. Q.5 D1 Z-.1 F9."), "");
   EXPECT_EQ(found(u"G13 I.5 K2. Q.51 D1 Z-.1 F9."), "StepWide 6");
-  EXPECT_EQ(found(u"G12 I.75 D1 Z-.1 F9."), "");
-  EXPECT_EQ(found(u"G12 I.76 D1 Z-.1 F9."), "StepWide 6");
+  EXPECT_EQ(found(u"G12 I.75 K1. Q.2 D1 Z-.1 F9."), "");
+  EXPECT_EQ(found(u"G12 I.76 K1. Q.2 D1 Z-.1 F9."), "StepWide 6");
   EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
             u"Line 6: The step of 0.51 in is wider than the tool: it leaves ground standing.");
   // The last ring is where K says, however wide the step would be.
@@ -180,6 +180,41 @@ TEST(ControlHints, NamesAStepThatIsWiderThanTheTool) {
   const std::u16string outline = u"M30\nN9 G1 X1.\nY1.\nX-1.\nY-1.\nX1.\nY0.\nM99";
   EXPECT_EQ(found(u"G150 G41 P9 X0. Y0. Z-.1 R0. J.5 D1 F9.\nG40\n" + outline), "");
   EXPECT_EQ(found(u"G150 G41 P9 X0. Y0. Z-.1 R0. J.51 D1 F9.\nG40\n" + outline), "StepWide 6");
+}
+
+TEST(ControlHints, TakesARingThatStandsAloneForTheFinishOfABore) {
+  ControlTable table;
+  table.tools[1] = {.length = 5, .diameter = .5};
+  for (const char16_t* ring : {u"G13 I1. D1 F9.", u"G12 I1. D1 F9.", u"G13 I1. K1. Q.1 D1 F9."}) {
+    EXPECT_EQ(Found(RunText(Job(u"G43 H1 Z1.\nG1 Z-.1 F9.\n" + std::u16string(ring) + u"\n"),
+                            {.table = &table})),
+              "");
+  }
+}
+
+TEST(ControlHints, TakesTheMiddleForOpenWhereItWasCutBefore) {
+  ControlTable table;
+  table.tools[1] = {.length = 5, .diameter = .5};
+  table.tools[2] = {.length = 5, .diameter = .5};
+  const auto found = [&table](const std::u16string& before) {
+    return Found(RunText(u"G20 G90 T2 M6\nG0 X0. Y0. S1000 M3\nG43 H2 Z1.\n" + before +
+                             u"G1 Z-.1 F9.\nG13 I1. K1.1 Q.1 D1\nM30\n",
+                         {.table = &table}));
+  };
+  const std::u16string change = u"T1 M6\nG0 X0. Y0. M3\nG43 H1 Z1.\n";
+  EXPECT_EQ(found(u""), "StepWide 5");
+  // By rings of its own, by a way down in circles, and by a hole of another tool.
+  EXPECT_EQ(found(u"G1 Z-.1 F9.\nG13 I.3 K.9 Q.3 D1\n"), "");
+  EXPECT_EQ(found(u"X.3\nG1 Z0. F9.\nG3 I-.3 Z-.1\nG1 X0.\n"), "");
+  EXPECT_EQ(found(u"G81 R.1 Z-1. F9.\nG80\n" + change), "");
+  // The way down that every pocket begins with opens no more than the tool; nor does a hole that
+  // lies elsewhere, or a rapid, or a circle of another plane.
+  EXPECT_EQ(found(u"G81 R.1 Z-1. F9.\nG80\n"), "StepWide 7");
+  EXPECT_EQ(found(u"G81 X.002 R.1 Z-1. F9.\nG80\n" + change), "StepWide 10");
+  EXPECT_EQ(found(u"Z-.1\nZ1.\n" + change), "StepWide 10");
+  EXPECT_EQ(found(u"X1.\nG1 Z0. F9.\nG18 G2 X-1. I-1.\nG0 Z1.\nG17 X0.\n"), "StepWide 10");
+  // The widest step is told as before.
+  EXPECT_EQ(found(u"G1 Z-.1 F9.\nG13 I.3 K.9 Q.3 D1\nG13 I.3 K2. Q.6 D1\n"), "StepWide 6");
 }
 
 }  // namespace
