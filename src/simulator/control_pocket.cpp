@@ -197,7 +197,8 @@ void RunCirclePocket(ControlRun& run, const ControlBlock& block, bool clockwise)
   const double first = block.Has('I') ? std::fabs(LengthOf(run, block, 'I')) : 0;
   const double last = block.Has('K') ? std::fabs(LengthOf(run, block, 'K')) : first;
   const double step = block.Has('Q') ? std::fabs(LengthOf(run, block, 'Q')) : 0;
-  if (!(first > 0 || last > 0) || (last > first && step <= 0) ||
+  const bool smaller = last > 0 && last < first - kSame;
+  if (!(first > 0 || last > 0) || smaller || (last > first && step <= 0) ||
       (step > 0 && (last - first) / step > kMostRings)) {
     return Report(run, Finding::PocketWords);
   }

@@ -217,4 +217,15 @@ TEST(ControlHints, TakesTheMiddleForOpenWhereItWasCutBefore) {
   EXPECT_EQ(found(u"G1 Z-.1 F9.\nG13 I.3 K.9 Q.3 D1\nG13 I.3 K2. Q.6 D1\n"), "StepWide 6");
 }
 
+TEST(ControlHints, NamesALastRingThatIsSmallerThanTheFirst) {
+  const auto found = [](const std::u16string& words) {
+    return Found(RunText(Job(u"G10 L12 P1 R.5\nG43 H1 Z0.\n" + words + u" D1 Z-.1 F9.\n")));
+  };
+  EXPECT_EQ(found(u"G13 I1. K.5 Q.1"), "PocketWords 6");
+  EXPECT_EQ(found(u"G13 I.6 K.5"), "PocketWords 6");
+  EXPECT_EQ(found(u"G13 I.5 K.5"), "");
+  EXPECT_EQ(found(u"G13 I.5 K0."), "");
+  EXPECT_EQ(found(u"G13 K.5 Q.5"), "");
+}
+
 }  // namespace
