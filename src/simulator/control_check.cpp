@@ -16,6 +16,9 @@ constexpr double kLongTool = 10;  // inches from the spindle's nose: hardly a to
 constexpr std::uint32_t kAxes = LetterBit('X') | LetterBit('Y') | LetterBit('Z');
 constexpr std::uint32_t kCentre = LetterBit('I') | LetterBit('J') | LetterBit('K');
 
+// Codes of probes, and of tools that are measured.
+constexpr int kProbeCodes[] = {31, 35, 36, 37, 136};
+
 // Lengths that shops give to a second gauge point of the same tool.
 constexpr int kUsualSteps[] = {0, 20, 30, 50};
 
@@ -110,6 +113,15 @@ std::size_t BitOf(const ControlRun& run, double x, double y) {
   return (step(x) * 73856093 + step(y) * 19349663) % kPlaceBits;
 }
 
+void NoteSpindleOff(ControlRun& run) {
+  const auto row = static_cast<std::size_t>(Finding::SpindleOff);
+  if (run.probes || run.told[row]) return;
+  const std::int32_t& count = run.track->findings.ofKind[row];
+  const std::int32_t before = count;
+  ReportOnce(run, Finding::SpindleOff);
+  run.offLine = count > before ? run.line : -1;
+}
+
 void NoteOpening(ControlRun& run, const ControlSegment& segment) {
   const Vec3& to = segment.to;
   if (segment.kind == ControlSegment::Kind::Arc) {
@@ -142,7 +154,7 @@ void NoteCut(ControlRun& run) {
   if (!run.feedKnown) ReportOnce(run, Finding::NoFeed);
   const int cycle = run.modes.motion;
   const bool taps = cycle == 74 || cycle == 84;  // the cycle starts the spindle
-  if (!run.spindle && !taps) ReportOnce(run, Finding::SpindleOff);
+  if (!run.spindle && !taps) NoteSpindleOff(run);
   // A text without a change of tools may rely on the S of the one that calls it.
   const bool asked = run.speedKnown || run.sawChange;
   if ((run.spindle || taps) && run.speed <= 0 && asked) ReportOnce(run, Finding::NoSpeed);
@@ -235,12 +247,27 @@ void NoteNoDiameter(ControlRun& run, std::int32_t number) {
 void NoteChange(ControlRun& run) {
   run.sawChange = true;
   run.told.reset();
+  run.probes = false;
+  run.offLine = -1;
   run.opened |= run.drilled;
   run.stepsAtChange = !run.modes.absolute;
 }
 
+void NoteSpindlePlaced(ControlRun& run) { run.probes = true; }
+
+void NoteUnfollowed(ControlRun& run, int code) {
+  Report(run, Finding::NotFollowed, code, 'G');
+  const auto end = std::end(kProbeCodes);
+  if (std::find(std::begin(kProbeCodes), end, code) == end) return;
+  run.probes = true;
+  // It fed to where it measures, too.
+  if (run.offLine >= 0) DropFinding(run.track->findings, Finding::SpindleOff, run.offLine);
+}
+
 void NoteSpindle(ControlRun& run) {
   run.sawSpindle = true;
+  run.probes = false;
+  run.offLine = -1;
   run.told[static_cast<std::size_t>(Finding::SpindleOff)] = false;
   run.told[static_cast<std::size_t>(Finding::NoSpeed)] = false;
 }

@@ -23,9 +23,12 @@ void NoteNoDiameter(ControlRun& run, std::int32_t number);
 void PassHead(ControlRun& run);
 // The words G43 and H of a block were taken.
 void NoteToolLength(ControlRun& run);
-// The tool was changed, the spindle started.
+// The tool was changed, the spindle started, or stopped in its place by M19.
 void NoteChange(ControlRun& run);
 void NoteSpindle(ControlRun& run);
+void NoteSpindlePlaced(ControlRun& run);
+// A code that is not followed; some of them tell that the tool is a probe.
+void NoteUnfollowed(ControlRun& run, int code);
 // A block is about to move in the modes in force.
 void NoteMove(ControlRun& run, const ControlBlock& block);
 // A block that moves names axes which are not followed: told once for each letter.

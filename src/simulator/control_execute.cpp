@@ -262,7 +262,7 @@ void TakeOneCode(ControlRun& run, const ControlBlock& block, int timesTen, Block
       return;
     case CodeAction::NotFollowed:
       codes.ignored = true;
-      return Report(run, Finding::NotFollowed, code, 'G');
+      return NoteUnfollowed(run, code);
   }
 }
 
@@ -380,6 +380,9 @@ void TakeLateMs(ControlRun& run, const ControlBlock& block) {
         break;
       case 1:
         if (run.table.optionalStop) run.spindle = false;
+        break;
+      case 19:
+        NoteSpindlePlaced(run);
         break;
       case 2:
       case 30:

@@ -143,6 +143,17 @@ void DropFindings(Findings& from, Finding kind) {
   from.more -= std::exchange(from.leftOut[row], 0);
 }
 
+void DropFinding(Findings& from, Finding kind, std::int32_t line) {
+  FoundLine* const end = from.found + from.count;
+  FoundLine* const at = std::find_if(from.found, end, [kind, line](const FoundLine& found) {
+    return found.kind == kind && found.line == line;
+  });
+  if (at == end) return;
+  std::copy(at + 1, end, at);
+  --from.count;
+  --from.ofKind[static_cast<std::size_t>(kind)];
+}
+
 Strength StrengthOf(Finding kind) { return RowOf(kind).strength; }
 const char16_t* NameOf(Finding kind) { return RowOf(kind).name; }
 

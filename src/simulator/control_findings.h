@@ -128,6 +128,8 @@ void AddFinding(Findings& into, const FoundLine& added);
 
 // Takes every finding of a kind out again, those that were left out too.
 void DropFindings(Findings& from, Finding kind);
+// ... that of one line. One that was left out stays counted.
+void DropFinding(Findings& from, Finding kind, std::int32_t line);
 
 Strength StrengthOf(Finding kind);
 // "Line 12: The end of the arc is 0.0123 in off its circle."; line numbers are 1-based.

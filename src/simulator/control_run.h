@@ -274,6 +274,8 @@ struct ControlRun {
   bool modeRemained = false;   // a cycle has ended, and no G00 to G03 stood since
   bool standsInCut = false;    // a cut along X or Y, or downwards, ended at cutHeight
   double cutHeight = 0;        // display units
+  bool probes = false;         // the tool feeds with the spindle off, as it should
+  std::int32_t offLine = -1;   // of the finding that it does, of this tool and start of the spindle
   PlaceBits drilled;           // where a tool went straight down
   PlaceBits opened;            // ... an earlier one than that in the spindle; middles of arcs in XY
   bool jumped = false;         // by GOTO or by P of M99

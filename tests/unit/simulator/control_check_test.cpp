@@ -287,6 +287,20 @@ TEST(ControlCheck, CountsOfAKindThatIsTurnedOffNothing) {
   EXPECT_EQ(findings.more, 0);
 }
 
+TEST(ControlCheck, TakesOneFindingBack) {
+  Findings findings;
+  AddFinding(findings, {Finding::TwoM, 3});
+  AddFinding(findings, {Finding::NoFeed, 4});
+  AddFinding(findings, {Finding::TwoM, 4});
+  AddFinding(findings, {Finding::TwoM, 5});
+  DropFinding(findings, Finding::TwoM, 4);
+  DropFinding(findings, Finding::TwoM, 6);
+  ASSERT_EQ(findings.count, 3);
+  EXPECT_EQ(findings.found[1].kind, Finding::NoFeed);
+  EXPECT_EQ(findings.found[2].line, 5);
+  EXPECT_EQ(findings.ofKind[static_cast<std::size_t>(Finding::TwoM)], 2);
+}
+
 TEST(ControlCheck, NamesOtherOffsetsOnceATool) {
   EXPECT_EQ(Found(RunText(u"G20 G90 T1 M6\nG43 H2 Z1.\nG43 H2 Z2.\nT3 M6\nG43 H2 Z1.\nM30\n")),
             "OffsetOther 2, OffsetOther 5");

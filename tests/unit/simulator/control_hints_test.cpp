@@ -228,4 +228,31 @@ TEST(ControlHints, NamesALastRingThatIsSmallerThanTheFirst) {
   EXPECT_EQ(found(u"G13 K.5 Q.5"), "");
 }
 
+TEST(ControlHints, LetsAProbeFeedWithTheSpindleOff) {
+  const auto found = [](const std::u16string& piece) {
+    RunText(u"G20 G90 T6 M6\nG0 X0. Y0.\nG43 H6 Z1.\n" + piece + u"G1 G90 Z.1 F50.\nM30\n");
+    Findings& findings = TheTrack().track.findings;
+    DropFindings(findings, Finding::NotFollowed);
+    return Found(TheTrack().track);
+  };
+  EXPECT_EQ(found(u""), "SpindleOff 4");
+  for (const char16_t* code : {u"G31 Z-.5 F20.\n", u"G35 D1 Z-1. F5.\n", u"G36 X1. F5.\n",
+                               u"G37 H1 Z-1. F5.\n", u"G136 X1. F5.\n", u"M19\n"}) {
+    EXPECT_EQ(found(code), "");
+  }
+  // It fed to where it measures, too; what an earlier tool did stays.
+  EXPECT_EQ(found(u"G1 Z.2 F50.\nG31 Z-.5 F20.\n"), "");
+  EXPECT_EQ(found(u"G1 Z.2 F50.\nM8\nT7 M6\nG0 G43 H7 Z1.\nG1 Z.2\nG31 Z-.5 F20.\n"),
+            "SpindleOff 4");
+  EXPECT_EQ(found(u"M97 P9\nT7 M6\nG0 G43 H7 Z1.\nM97 P9\nG31 Z-.5 F20.\nGOTO 8\nN9 G1 Z.2 F50.\n"
+                  u"M99\nN8\n"),
+            "SpindleOff 10");
+  EXPECT_EQ(found(u"G1 Z.2 F50.\nT7 M6\nG0 G43 H7 Z1.\nG31 Z-.5 F20.\n"), "SpindleOff 4");
+  // The next tool mills, and so does one whose spindle was started.
+  EXPECT_EQ(found(u"G31 Z-.5 F20.\nT7 M6\nG0 G43 H7 Z1.\n"), "SpindleOff 7");
+  EXPECT_EQ(found(u"G31 Z-.5 F20.\nS900 M3\nG1 Z.5 F9.\nM5\n"), "SpindleOff 8");
+  EXPECT_EQ(found(u"M19\nM5\nS900 M3\nM5\n"), "SpindleOff 8");
+  EXPECT_EQ(found(u"G1 Z.2 F9.\nS900 M3\nM5\nG31 Z-.5 F20.\n"), "SpindleOff 4");
+}
+
 }  // namespace
