@@ -239,9 +239,9 @@ void NoteWayHome(ControlRun& run, const Vec3& home) {
 }
 
 void NoteNoDiameter(ControlRun& run, std::int32_t number) {
-  if (!std::exchange(run.saidNoDiameter[number], true)) {
-    Report(run, Finding::CompNoDiameter, number);
-  }
+  if (std::exchange(run.saidNoDiameter[number], true)) return;
+  const bool unfit = run.table.tools[number].diameterUnfit;
+  Report(run, unfit ? Finding::CompAsWear : Finding::CompNoDiameter, number);
 }
 
 void NoteChange(ControlRun& run) {

@@ -62,8 +62,11 @@ constexpr FindingRow kRows[] = {
     {u"ModeLeft", Strength::Look, u"The move feeds in G@, which remained when the cycle ended."},
     {u"IncrementalLeft", Strength::Look, u"G91 is still in force."},
     {u"CompNoOffset", Strength::Alarm, u"The block offsets the tool and has no D from 1 to 200."},
-    {u"CompNoDiameter", Strength::Look,
-     u"D@ has no diameter that the path was drawn for: it is not offset."},
+    {u"CompNoDiameter", Strength::Look, u"D@ has no diameter: the path is not offset."},
+    {u"CompAsWear", Strength::Look,
+     u"The entry or the corners are too small for the tool that the library has for D@: D@ is "
+     u"taken "
+     u"for wear alone, and the path is not offset. If D@ holds the diameter, the control stops."},
     {u"CompPlane", Strength::Alarm, u"Cutter compensation needs the XY plane."},
     {u"CompArcStart", Strength::Alarm, u"Cutter compensation begins or ends in an arc."},
     {u"CompEntryShort", Strength::Alarm, u"The entry is shorter than the tool's radius, @.", 4},

@@ -67,6 +67,7 @@ enum class Finding : unsigned char {
   // Compensation
   CompNoOffset,    // G41 or G42 without D
   CompNoDiameter,  // D names a diameter of zero
+  CompAsWear,      // the path was not drawn for the diameter that the library has for D
   CompPlane,       // G41 or G42 outside the XY plane
   CompArcStart,    // it begins or ends in an arc
   CompEntryShort,  // the entry move is shorter than the radius

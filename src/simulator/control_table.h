@@ -23,8 +23,9 @@ struct ToolOffset {
   double lengthWear = 0;
   double diameter = 0;
   double diameterWear = 0;
-  bool lengthSaid = false;    // by the user: a length of 0 is meant so
-  bool diameterSaid = false;  // by the user; a 0 that nobody said may be known from elsewhere
+  bool lengthSaid = false;     // by the user: a length of 0 is meant so
+  bool diameterSaid = false;   // by the user; a 0 that nobody said may be known from elsewhere
+  bool diameterUnfit = false;  // one known from elsewhere was taken away: the path does not fit it
 
   bool operator==(const ToolOffset&) const = default;
 };

@@ -136,6 +136,7 @@ bool DropMisfits(ControlTable& table) {
     const bool ofLibrary = own.diameter == 0 && tool.diameter != 0;
     if (!ofLibrary || machineTrack.misfits[i] < kMostMisfits) continue;
     tool.diameter = 0;
+    tool.diameterUnfit = true;
     any = true;
   }
   return any;

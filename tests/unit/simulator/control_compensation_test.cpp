@@ -164,6 +164,8 @@ TEST(ControlCompensation, NamesWhatTheControlRefuses) {
             "CompNoOffset 2");
   EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D2 G1 X1. F10.\nY1.\nG40 X0.\nM30")),
             "CompNoDiameter 2");
+  EXPECT_EQ(WordsOf(TheTrack().track.findings.found[0]),
+            u"Line 2: D2 has no diameter: the path is not offset.");
   EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D1 G1 X1. F10.\nY1.\nM30")), "CompAtEnd 4");
   EXPECT_EQ(Found(RunWithTool(u"G0 X0. Y0. Z0.\nG41 D1 G1 X.1 F10.\nY1.\nG40 X-1.\nM30")),
             "CompEntryShort 2");

@@ -226,7 +226,7 @@ TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatThePathWasNotDrawnFor) {
   OpenProgram(kMiddle);
   PickLayer(kIdLayerMachine);
   ASSERT_EQ(machineTrack.findings.count, 1);
-  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompNoDiameter);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompAsWear);
   EXPECT_TRUE(CutsTo(0.1, 0.5, 0));
 }
 
@@ -249,7 +249,7 @@ TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatThreePlacesDoNotFit) {
     OpenProgram(Corners(corners).c_str());
     PickLayer(kIdLayerMachine);
     ASSERT_EQ(machineTrack.findings.count, corners < 3 ? corners : 1) << corners;
-    const auto expected = corners < 3 ? Finding::CompCorner : Finding::CompNoDiameter;
+    const auto expected = corners < 3 ? Finding::CompCorner : Finding::CompAsWear;
     EXPECT_EQ(machineTrack.findings.found[0].kind, expected) << corners;
     PickLayer(kIdLayerMachine);
   }
@@ -265,7 +265,12 @@ TEST_F(MachineView, TakesNoDiameterOfTheLibraryThatTheEntryDoesNotFit) {
       u"M30\r\n");
   PickLayer(kIdLayerMachine);
   ASSERT_EQ(machineTrack.findings.count, 1);
-  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompNoDiameter);
+  EXPECT_EQ(machineTrack.findings.found[0].kind, Finding::CompAsWear);
+  EXPECT_EQ(
+      WordsOf(machineTrack.findings.found[0]),
+      u"Line 4: The entry or the corners are too small for the tool that the library has for "
+      u"D5: D5 is taken for wear alone, and the path is not offset. If D5 holds the diameter, "
+      u"the control stops.");
   EXPECT_TRUE(CutsTo(4, 0, 0));
 }
 
