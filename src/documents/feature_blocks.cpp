@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "documents/block_labels.h"
 #include "documents/marker_lines.h"
+#include "documents/text_mark.h"
 #include "platform/editor.h"
 #include "text/codetext.h"
 #include "text/line_ends.h"
@@ -101,9 +102,48 @@ struct ScannedText {
   const char16_t* text = nullptr;
   size_t size = 0;
   std::uint64_t revision = 0;
+  TextMark mark = {};
   bool operator==(const ScannedText&) const = default;
 };
 ScannedText scanned;
+
+// The tables of programs that left the stage, as they were scanned last; one a program, the one
+// that left last first.
+struct KeptRows {
+  TextMark mark;
+  size_t size = 0;  // of the text
+  std::int32_t nextId = 0;
+  std::vector<FeatureRecord> rows;
+};
+std::vector<KeptRows> keptRows;
+
+// Before another program is scanned.
+void KeepRows() {
+  const auto own = std::ranges::find(keptRows, scanned.mark.serial,
+                                     [](const KeptRows& each) { return each.mark.serial; });
+  if (own != keptRows.end()) {
+    std::rotate(keptRows.begin(), own, own + 1);
+  } else {
+    if (keptRows.size() == kMaxTabs) keptRows.pop_back();
+    keptRows.emplace(keptRows.begin());
+  }
+  KeptRows& kept = keptRows.front();
+  if (kept.mark == scanned.mark) return;
+  kept.mark = scanned.mark;
+  kept.size = scanned.size;
+  kept.nextId = features.nextId;
+  kept.rows.assign(features.rows, features.rows + features.count);
+}
+
+// False: no rows of that text are kept.
+bool TakeKeptRows(const ScannedText& of) {
+  const auto kept = std::ranges::find(keptRows, of.mark, &KeptRows::mark);
+  if (!of.mark.Known() || kept == keptRows.end() || kept->size != of.size) return false;
+  std::ranges::copy(kept->rows, features.rows);
+  features.count = static_cast<std::int32_t>(kept->rows.size());
+  features.nextId = kept->nextId;
+  return true;
+}
 
 void CountId(std::int32_t& nextId, std::int32_t id) {
   if (id <= kHighestCountedId && id >= nextId) nextId = id + 1;
@@ -380,6 +420,7 @@ void NoteDisabled(FeatureRecord& row) {
 
 void ResetFeatures() {
   scanned = {};
+  keptRows.clear();
   features.count = 0;
   features.nextId = 1;
 }
@@ -400,9 +441,11 @@ void ScanProgramText(std::u16string_view whole) {
 
 void ScanEditorText() {
   const std::u16string_view text = platform::EditorText(kIdEditor);
-  const ScannedText now{text.data(), text.size(), platform::EditorRevision(kIdEditor)};
+  const ScannedText now{text.data(), text.size(), platform::EditorRevision(kIdEditor),
+                        EditorTextMark()};
   if (now.text && now == scanned) return;
-  ScanProgramText(text);
+  if (scanned.mark.Known() && scanned.mark.serial != now.mark.serial) KeepRows();
+  if (!TakeKeptRows(now)) ScanProgramText(text);
   scanned = now;
 }
 

@@ -37,8 +37,8 @@ extern FeatureTable features;
 void ResetFeatures();
 // Fills the table; the first NUL ends the text. A pure function of the text.
 void ScanProgramText(std::u16string_view text);
-// The same for the text of the code editor; where the table is that text's already it costs
-// nothing.
+// The same for the text of the code editor. Where the table is that text's already it costs
+// nothing; where its program came back as it left, a copy of the rows.
 void ScanEditorText();
 // The rows of any text; the table stays.
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text);

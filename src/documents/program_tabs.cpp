@@ -21,6 +21,7 @@
 #include "documents/saver.h"
 #include "documents/tab_models.h"
 #include "documents/tab_table.h"
+#include "documents/text_mark.h"
 #include "documents/text_refresh.h"
 #include "platform/editor.h"
 #include "platform/message.h"
@@ -113,6 +114,7 @@ bool ReturnToTab(std::uint64_t serial) {
 void FreeTabs() {
   for (ProgramTab& tab : tabs) FreeTab(tab);
   platform::DropEditorText(kIdEditor, 0);
+  ResetTextMarks();
   app.tabCount = 0;
   app.activeTab = -1;
 }

@@ -8,6 +8,7 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/outlets.h"
+#include "documents/text_mark.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/window.h"
@@ -164,17 +165,20 @@ void LayTextAside() {
   if (!tab) return;
   tab->selection = SelectionLeft(*tab);
   tab->firstLine = platform::FirstVisibleLine(ShownEditor());
+  NoteTextLeft();
   platform::LayEditorTextAside(kIdEditor, tab->serial);
 }
 
 // It is no change of the program.
 void StageText(ProgramTab& tab) {
   const SuppressChanges suppressed;
-  if (platform::TakeEditorText(kIdEditor, tab.serial, tab.text)) {
+  const bool asLeft = platform::TakeEditorText(kIdEditor, tab.serial, tab.text);
+  if (asLeft) {
     tab.textRevision = platform::EditorRevision(kIdEditor);
   } else {
     platform::SetEditorText(kIdEditor, tab.text);
   }
+  NoteTextStaged(tab.serial, asLeft);
   platform::SetEditorSelection(kIdEditor, tab.selection);
   platform::ScrollToLine(kIdEditor, tab.firstLine);
 }

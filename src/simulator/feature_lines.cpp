@@ -73,6 +73,8 @@ void IndexFeatureLines(std::u16string_view text, FeatureLineIndex& out) {
   }
 }
 
+void RestoreFeatureLines(const FeatureLineIndex& from) { featureLines = from; }
+
 void EmptyFeatureLines() { featureLines.count = 0; }
 
 int FeatureRowOfLine(std::int32_t line) {

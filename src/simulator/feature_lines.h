@@ -24,6 +24,8 @@ extern FeatureLineIndex featureLines;
 // Rebuilds the index from the feature table, which must describe `text`.
 void IndexFeatureLines(std::u16string_view text);
 void IndexFeatureLines(std::u16string_view text, FeatureLineIndex& out);
+// The index as it was copied before.
+void RestoreFeatureLines(const FeatureLineIndex& from);
 // Leaves the index empty.
 void EmptyFeatureLines();
 // First row of the index that holds the line, -1 for none.

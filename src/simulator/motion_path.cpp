@@ -48,6 +48,24 @@ void ShiftPath(MotionPath& out, double byX, double byY, double byZ) {
   out.boundsCount = -1;
 }
 
+void StorePath(MotionPath& of, StoredPath& into) {
+  into.points.assign(of.points, of.points + of.count);
+  into.fullAtLine = of.fullAtLine;
+  into.notes = of.notes;
+  into.bounds = BoundsOf(of);
+}
+
+void RestorePath(const StoredPath& from, MotionPath& into) {
+  std::ranges::copy(from.points, into.points);
+  into.count = static_cast<std::int32_t>(from.points.size());
+  into.fullAtLine = from.fullAtLine;
+  into.notes = from.notes;
+  ++into.generation;
+  into.bounds = from.bounds;
+  into.boundsGeneration = into.generation;
+  into.boundsCount = into.count;
+}
+
 const PathBounds& BoundsOf(MotionPath& of) {
   PathBounds& bounds = of.bounds;
   if (of.boundsGeneration == of.generation && of.boundsCount == of.count) return bounds;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "app/limits.h"
 #include "simulator/path_notes.h"
@@ -52,6 +53,17 @@ void EmptyPath(MotionPath& out);
 
 // Moves all points of a path, in display units: they count from another zero.
 void ShiftPath(MotionPath& out, double byX, double byY, double byZ);
+
+// A path out of its table, with its bounds.
+struct StoredPath {
+  std::vector<MotionPoint> points;
+  std::int32_t fullAtLine = -1;
+  PathNotes notes = {};
+  PathBounds bounds = {};
+};
+void StorePath(MotionPath& of, StoredPath& into);
+// Puts it into a table that is no smaller, as a run of its own.
+void RestorePath(const StoredPath& from, MotionPath& into);
 
 // Over all points of a path, zeros where it has none. Cached in the record.
 const PathBounds& BoundsOf(MotionPath& of);

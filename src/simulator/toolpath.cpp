@@ -17,6 +17,7 @@
 #include "simulator/cutter.h"
 #include "simulator/extract.h"
 #include "simulator/feature_lines.h"
+#include "simulator/kept_paths.h"
 #include "simulator/line_highlight.h"
 #include "simulator/machine_motion.h"
 #include "simulator/machine_path.h"
@@ -81,20 +82,25 @@ void ResetEditorPlayback() {
   ResetPlayback(PathOwner::Machine);
 }
 
+void ReadProgramPath(std::u16string_view text, bool metric, bool ofEditor) {
+  readFromEditor = false;
+  const bool seen = EditorOwner() == PathOwner::Program;
+  if (ofEditor && seen && TakeKeptPath(metric)) return;
+  IndexFeatureLines(text);
+  // Nobody sees the program as written; the switch back reads it.
+  if (!seen) return EmptyPath(path);
+  ExtractInto(path, text, {.metric = metric, .filtered = true});
+  if (ofEditor) NoteProgramPath(metric);
+}
+
 void Extract(PathOwner owner, std::u16string_view text, bool metric, bool ofEditor = false) {
   const bool filtered = owner == PathOwner::Program;
   if (filtered) {
-    readFromEditor = false;
-    IndexFeatureLines(text);
-  }
-  MotionPath& out = OwnedBy(owner).path;
-  if (filtered && EditorOwner() != owner) {
-    // Nobody sees the program as written; the switch back reads it.
-    EmptyPath(out);
+    ReadProgramPath(text, metric, ofEditor);
+    FollowMachineMotion(text, metric, ofEditor);
   } else {
-    ExtractInto(out, text, {.metric = metric, .filtered = filtered});
+    ExtractInto(OwnedBy(owner).path, text, {.metric = metric});
   }
-  if (filtered) FollowMachineMotion(text, metric, ofEditor);
   if (owner != ShownOwner() && !(filtered && EditorPathIsShown())) return;
   TellNotes();
   platform::Repaint(kViewToolpath);
@@ -107,6 +113,7 @@ void ReadEditor() {
   if (platform::Exists(kIdEditor)) {
     const std::u16string_view text = platform::EditorText(kIdEditor);
     ScanEditorText();
+    KeepLeftPath();
     RebuildGhosts(text);
     Extract(PathOwner::Program, text, UnitsMetric(), true);
     readFromEditor = true;
@@ -192,6 +199,7 @@ void ResetSimulator() {
   EmptyFeatureLines();
   EndMotionRun();
   RemoveDemoCutter();
+  ForgetKeptPaths();
   ResetPlacePick();
   ForgetPreview();
   ForgetControlSettings();

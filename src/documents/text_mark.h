@@ -1,0 +1,29 @@
+// Which text stands in the code editor: what was worked out from a text is good again when the
+// program comes back as it left.
+//
+// The editor counts its changes, and a program that comes onto the stage is one of them. So the
+// count alone says of a text that came back that it is another one.
+#pragma once
+
+#include <cstdint>
+
+namespace morva {
+
+struct TextMark {
+  std::uint64_t serial = 0;    // of its program; 0: nothing is known of the text
+  std::uint64_t revision = 0;  // of the editor, when the text stood there first
+
+  bool operator==(const TextMark&) const = default;
+  bool Known() const { return serial != 0; }
+};
+
+// Of the text in the code editor. Two that are known and equal are of the same text.
+TextMark EditorTextMark();
+
+// The text of a program leaves the editor, which lays it aside under the serial.
+void NoteTextLeft();
+// A program's text stands in the editor. With `asLeft` it is the one that left as that program's.
+void NoteTextStaged(std::uint64_t serial, bool asLeft);
+void ResetTextMarks();
+
+}  // namespace morva
