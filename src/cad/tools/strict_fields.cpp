@@ -24,6 +24,15 @@ bool RefuseField(const FormRow& row) {
   return false;
 }
 
+// A quantity: a part of "0,75", "3/8" or "2.9" is none. An empty field counts as its fallback.
+bool TakeCount(const FormRow& row) {
+  if (!platform::Exists(row.id) || platform::TextOf(row.id).empty()) return true;
+  double value = 0;
+  if (ReadStrictField(row.id, value) && value == std::trunc(value)) return true;
+  // The most that the pattern takes counts for more.
+  return std::fabs(FieldNumber(row.id, 0)) >= kStrictLimit || RefuseField(row);
+}
+
 }  // namespace
 
 bool TakeFieldNumber(int id, double& value) {
@@ -41,9 +50,10 @@ bool TakeFieldNumber(int id, double& value) {
 
 bool TakePage(int page, FormValues& values) {
   for (const FormRow& row : kCadForm.rows) {
+    if ((row.pages & PageBit(page)) == 0) continue;
     double value = 0;
-    const bool read = row.kind == RowKind::Number && (row.pages & PageBit(page)) != 0;
-    if (read && !TakeFieldNumber(row.id, value)) return false;
+    if (row.kind == RowKind::Number && !TakeFieldNumber(row.id, value)) return false;
+    if (row.kind == RowKind::Count && !TakeCount(row)) return false;
   }
   return ReadForm(kCadForm, page, Reading::Lax, values);
 }

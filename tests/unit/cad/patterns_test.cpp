@@ -205,7 +205,7 @@ TEST_F(Patterns, QuickCircleReadsItsCountAsAnIntegerWithinItsBounds) {
   const struct {
     const char16_t* text;
     int count;
-  } kCases[] = {{u"abc", 6}, {u"+4", 6}, {u"4.9", 4}, {u"0", 1}, {u"-3", 1}, {u"500", 96}};
+  } kCases[] = {{u"", 6}, {u"4", 4}, {u"4.0", 4}, {u"0", 1}, {u"-3", 1}, {u"500", 96}};
   for (const auto& each : kCases) {
     ResetSketch();
     Add(kTypeCircle, 0, 0, 1);
@@ -214,6 +214,34 @@ TEST_F(Patterns, QuickCircleReadsItsCountAsAnIntegerWithinItsBounds) {
     Type(kIdCadQuantity, each.text);
     headless::Click(kIdCadQuickCircular);
     EXPECT_EQ(sketch.objectCount, each.count) << each.count;
+  }
+}
+
+TEST_F(Patterns, QuickPatternsRefuseCountsThatAreNoWholeNumbers) {
+  const struct {
+    int panel, field, key;
+  } kCounts[] = {{kIdCadCircularPanel, kIdCadQuantity, kIdCadQuickCircular},
+                 {kIdCadGridPanel, kIdCadColumns, kIdCadQuickGrid},
+                 {kIdCadGridPanel, kIdCadRows, kIdCadQuickGrid}};
+  Add(kTypeCircle, 5, 5, 1);
+  sketch.selected = 0;
+  for (const auto& each : kCounts) {
+    ASSERT_TRUE(headless::Click(each.panel));
+    const std::u16string shown = platform::TextOf(each.field);
+    for (const char16_t* text : {u"0,75", u"3/8", u"2.9", u"1e1", u"4 mm", u"abc", u"--1"}) {
+      Type(each.field, text);
+      SetSketchStatus(u"");
+      headless::Click(each.key);
+      EXPECT_EQ(sketch.objectCount, 1) << each.field;
+      EXPECT_EQ(Object(0).x, 5) << each.field;
+      EXPECT_EQ(sketch.undoDepth, 0) << each.field;
+      EXPECT_NE(SketchStatus().find(u" holds no usable number. Write a whole number, such as 12. "
+                                    u"Nothing was changed."),
+                std::u16string::npos)
+          << each.field;
+      EXPECT_EQ(platform::TextOf(each.field), text);
+    }
+    Type(each.field, shown.c_str());
   }
 }
 
