@@ -1,6 +1,7 @@
 #include "cad/panel/sketch_code.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -66,7 +67,20 @@ std::size_t RoomForCode(const FormValues& /*values*/) {
   return static_cast<std::size_t>(sketch.objectCount * kUnitsOfObject + kUnitsBeside - 1);
 }
 
+// The program of the drawing that is sent; its code may go into another one, which then comes up.
+struct Sender {
+  std::uint64_t serial = 0;
+  std::u16string title;
+};
+Sender sender;
+
+std::u16string ActiveTitle() {
+  const ProgramTab* tab = ActiveTab();
+  return tab ? tab->title : u"the program";
+}
+
 bool Check(const FormValues& values, Refusal& refusal) {
+  sender = {ActiveSerial(), ActiveTitle()};
   if (sketch.objectCount < 1) {
     refusal.words = u"Draw at least one object first.";
     refusal.icon = platform::BoxIcon::Information;
@@ -101,10 +115,13 @@ void Write(const FormValues& values, CodeWriter& out) {
 // The log and the feature hint are out of sight here. Without a word a second press would write
 // the same cuts once more, and after an update the key makes a new feature.
 void TellResult(bool update) {
-  const ProgramTab* tab = ActiveTab();
-  std::u16string words = update ? u"Code updated in " : u"Code added to ";
-  words += tab ? std::u16string_view(tab->title) : std::u16string_view(u"the program");
-  words += u". After a change press Generate again: it offers to update this feature.";
+  std::u16string words = (update ? u"Code updated in " : u"Code added to ") + ActiveTitle();
+  if (ActiveSerial() == sender.serial) {
+    words += u". After a change press Generate again: it offers to update this feature.";
+  } else {
+    words +=
+        u". The drawing stays in " + sender.title + u": Generate there adds the code once more.";
+  }
   SetSketchStatus(words.c_str());
   LogSketchOperation(update ? u"Updated code" : u"Generated code");
 }
