@@ -16,6 +16,7 @@
 #include "cad/tools/strict_fields.h"
 #include "forms/form.h"
 #include "library/outline.h"
+#include "platform/control.h"
 #include "platform/events.h"
 #include "platform/message.h"
 
@@ -32,10 +33,12 @@ bool IsLineOrSlot(const SketchObject& object) {
 
 const SketchObject& Selected() { return sketch.objects[sketch.selected]; }
 
-// False: a field holds no number.
+// What still shows the object's number is not read, or it would be rounded to the decimals shown,
+// and an end that is snapped or touches would not meet any more. False: a field holds no number.
 bool AppliedObject(SketchObject& object) {
   object = Selected();
   for (const GeometryField& field : kGeometryFields) {
+    if (platform::TextOf(field.id) == NumberText(field.id, object.*field.number)) continue;
     if (!TakeFieldNumber(field.id, object.*field.number)) return false;
   }
   object.size = std::fabs(object.size);

@@ -57,6 +57,38 @@ TEST_F(Edits, KeepsTheObjectsValueWhereAFieldHasNoNumber) {
   EXPECT_EQ(Object(0).angle, 5);
 }
 
+// A field shows three decimals, an angle four: what was not typed over is not rounded to them.
+TEST_F(Edits, KeepsTheExactValueOfAFieldThatStillShowsIt) {
+  const SketchObject exact = {
+      kTypeSlot, 0, 1.00000000000007, 1.73205080757, 2.00049, 0.333333333333333, 12.3456789};
+  const struct {
+    int id;
+    double SketchObject::*number;
+    const char16_t* text;
+    double wanted;
+  } kCases[] = {{kIdCadX, &SketchObject::x, u"1.5", 1.5},
+                {kIdCadY, &SketchObject::y, u"1.5", 1.5},
+                {kIdCadSize, &SketchObject::size, u"3", 3},
+                {kIdCadSize2, &SketchObject::size2, u"0.25", 0.25},
+                {kIdCadAngle, &SketchObject::angle, u"60", 60},
+                {kIdCadX, &SketchObject::x, u"1", 1}};
+  for (const auto& each : kCases) {
+    ResetSketch();
+    AppendSketchObject(exact);
+    sketch.selected = 0;
+    RefreshSketchPanels();
+    Type(each.id, each.text);
+    Command(kIdCadApply);
+    SketchObject wanted = exact;
+    wanted.*each.number = each.wanted;
+    EXPECT_EQ(Object(0).x, wanted.x) << each.id;
+    EXPECT_EQ(Object(0).y, wanted.y) << each.id;
+    EXPECT_EQ(Object(0).size, wanted.size) << each.id;
+    EXPECT_EQ(Object(0).size2, wanted.size2) << each.id;
+    EXPECT_EQ(Object(0).angle, wanted.angle) << each.id;
+  }
+}
+
 TEST_F(Edits, RaisesAnAppliedSlotToItsWidthAndClearsACirclesSecondSize) {
   Add(kTypeSlot, 0, 0, 2, 0.5);
   Add(kTypeCircle, 0, 0, 2);
