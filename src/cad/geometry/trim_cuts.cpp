@@ -21,6 +21,10 @@ constexpr double kSamePosition = 1e-7;  // steps of a slot's run
 constexpr double kTouchShare = 2.5e-7;  // of r^2: a half chord below its root is a touch
 constexpr double kTouchLeast = 1e-12;
 constexpr double kTouchReach = 1e-3;     // radii that a touching line may end beside the place
+constexpr double kFieldStep = 1e-3;      // units; the last decimal that fields show
+constexpr double kAngleStep = 8.73e-6;   // half the third decimal of an angle, as a sine
+constexpr double kMostStep = 0.02;       // radii that such a step may be in a small circle
+constexpr double kTouchSlant = 0.01745;  // sine of a degree between a touching line and the tangent
 constexpr double kAcrossError = 2.5e-9;  // share of its length that the sine puts a line aside
 constexpr int kCapPoints = 17;
 
@@ -146,8 +150,36 @@ double EndAtTouch(const Piece& piece, double along, double r) {
   return std::fabs(along - piece.length) <= reach ? piece.length : along;
 }
 
+// Whether the end of a piece, `along` it, is where the piece would touch the circle but for numbers
+// that were typed with the decimals of a field: its ends moved by such a step make it a touch
+// there.
+bool EndsAtTouch(const Piece& piece, double along, const SketchObject& circle, double r) {
+  const double step = std::min(kFieldStep + kAngleStep * piece.length, kMostStep * r);
+  const double dx = circle.x - piece.x;
+  const double dy = circle.y - piece.y;
+  const double aside = std::fabs(piece.ux * dy - piece.uy * dx) - r;
+  // Turned by a step at either end, a line touches so much farther on.
+  const double reach = std::min(step * (1 + 2 * r / piece.length), kTouchSlant * r);
+  const double beside = along - (dx * piece.ux + dy * piece.uy);
+  return std::fabs(aside) <= step && std::fabs(beside) <= reach;
+}
+
+// The end that a piece touches the circle with, if one end does: a short chord meets it with both.
+bool TouchingEnd(const Piece& piece, const SketchObject& circle, double r, double& along) {
+  if (piece.endless) return false;
+  const bool first = EndsAtTouch(piece, 0, circle, r);
+  const bool last = EndsAtTouch(piece, piece.length, circle, r);
+  along = first ? 0 : piece.length;
+  return first != last;
+}
+
 void CircleByPiece(const SketchObject& circle, const Piece& piece, CircleCuts& cuts) {
   const double r = circle.size / 2;
+  double end = 0;
+  if (TouchingEnd(piece, circle, r, end)) {
+    AddPoint(cuts, circle, piece.x + end * piece.ux, piece.y + end * piece.uy);
+    return;
+  }
   double along[2];
   const int places = MeetCircle(piece, circle.x, circle.y, r, along);
   if (places == 1) along[0] = EndAtTouch(piece, along[0], r);

@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
 #include "cad/geometry/connectivity.h"
 #include "cad/geometry/lines.h"
+#include "cad/geometry/trim_cuts.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
 #include "cad/tools/geometry_tools.h"
@@ -125,6 +127,120 @@ TEST_F(Belt, OfAThousandRandomPairsClosesIntoOnePart) {
     ASSERT_TRUE(CutInside(pair));
     ExpectOneClosedPart(std::max(pair.r, pair.q));
     if (HasFailure()) return;
+  }
+}
+
+double Rounded(double value, int decimals) {
+  const double scale = std::pow(10, decimals);
+  return std::round(value * scale) / scale;
+}
+Point Rounded(const Point& point, int decimals) {
+  return {Rounded(point.x, decimals), Rounded(point.y, decimals)};
+}
+
+// The user has worked the tangents out and types the ends of them, or X, Y, length and angle. No
+// tool draws a line that touches two circles.
+TEST_F(Belt, OfTypedTangentsClosesIntoOnePart) {
+  for (const int decimals : {3, 4, 5, 6}) {
+    for (const bool form : {false, true}) {
+      std::mt19937 random(static_cast<unsigned>(decimals * 2 + (form ? 1 : 0)));
+      const auto between = [&random](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+      };
+      for (int i = 0; i < 100; ++i) {
+        const bool metric = i % 2 == 1;
+        const double unit = metric ? 25.4 : 1;
+        Pair pair;
+        // From 0.25 to 10 inches, not closer than a quarter of both radii.
+        pair.r = Rounded(unit * std::pow(10, between(-0.6, 1)), decimals);
+        pair.q = Rounded(unit * std::pow(10, between(-0.6, 1)), decimals);
+        const double apart = (pair.r + pair.q) * between(1.25, 10);
+        const double turn = between(0, 6.283185307179586);
+        pair.a = Rounded({between(-5, 5) * unit, between(-5, 5) * unit}, decimals);
+        pair.b = Rounded({pair.a.x + apart * std::cos(turn), pair.a.y + apart * std::sin(turn)},
+                         decimals);
+        SCOPED_TRACE(testing::Message()
+                     << i << ": " << decimals << (form ? " decimals, form" : " decimals")
+                     << ", radii " << pair.r << " and " << pair.q << ", " << apart
+                     << " apart, turned " << turn);
+        ResetSketch();
+        Add(kTypeCircle, pair.a.x, pair.a.y, 2 * pair.r);
+        Add(kTypeCircle, pair.b.x, pair.b.y, 2 * pair.q);
+        for (const double side : {1.0, -1.0}) {
+          const Point n = NormalOf(pair, side);
+          Point on{pair.a.x + pair.r * n.x, pair.a.y + pair.r * n.y};
+          Point off{pair.b.x + pair.q * n.x, pair.b.y + pair.q * n.y};
+          if (i % 3 == 0) std::swap(on, off);
+          const double length = std::hypot(off.x - on.x, off.y - on.y);
+          const double angle = std::atan2(off.y - on.y, off.x - on.x) * 90 / std::acos(0.0);
+          on = Rounded(on, decimals);
+          if (form) {
+            Add(kTypeLine, on.x, on.y, Rounded(length, decimals), 0, Rounded(angle, decimals));
+          } else {
+            AddLine(on, Rounded(off, decimals));
+          }
+        }
+        sketch.metric = metric;
+        ASSERT_TRUE(CutInside(pair));
+        ExpectOneClosedPart(std::max(pair.r, pair.q));
+        if (HasFailure()) return;
+      }
+    }
+  }
+}
+
+// A line from the place of a touch, off by so much, is no cut: what lies farther off than fields
+// resolve was drawn so.
+TEST_F(Belt, MakesNoCutWhereALinePlainlyMissesOrCrosses) {
+  for (const double r : {0.5, 8.0, 40.0}) {
+    const auto cuts = [r](double x, double y, double length, double angle) {
+      ResetSketch();
+      Add(kTypeCircle, 0, 0, 2 * r);
+      Add(kTypeLine, x, y, length, 0, angle);
+      CircleCuts found;
+      CutsOfCircle(0, found);
+      return found;
+    };
+    // Above the circle: within a field's thousandth it touches, beyond it misses.
+    EXPECT_EQ(cuts(0, r + 0.0008, 2 * r, 0).count, 1) << r;
+    EXPECT_EQ(cuts(0, r + 0.002 + 2e-7 * r, 2 * r, 0).count, 0) << r;
+    // Below: it touches, or goes out again at the end of the chord.
+    EXPECT_EQ(cuts(0, r - 0.0008, 2 * r, 0).count, 1) << r;
+    EXPECT_NEAR(cuts(0, r - 0.0008, 2 * r, 0).values[0].x, 0, 1e-9) << r;
+    const CircleCuts chord = cuts(0, r - 0.002, 2 * r, 0);
+    ASSERT_EQ(chord.count, 1) << r;
+    EXPECT_NEAR(chord.values[0].x, std::sqrt(r * r - (r - 0.002) * (r - 0.002)), 1e-6) << r;
+    // It ends on the circle, but comes in steeply or goes on inside.
+    const CircleCuts steep = cuts(0, r, 2 * r, 20);
+    EXPECT_LE(steep.count, 1) << r;
+    const CircleCuts inwards = cuts(0, r, 2 * r, -2);
+    ASSERT_GE(inwards.count, 1) << r;
+    EXPECT_NEAR(inwards.values[0].x, r * std::sin(4 * std::acos(0.0) / 90), 1e-6 * r) << r;
+    // A short chord keeps both of its ends.
+    const double half = 0.008 * r;
+    const CircleCuts both = cuts(-half * 1.01, std::sqrt(r * r - half * half), 2.02 * half, 0);
+    ASSERT_EQ(both.count, 2) << r;
+    EXPECT_NEAR(std::fabs(both.values[0].x - both.values[1].x), 2 * half, 1e-6 * r) << r;
+    // A line that passes crosses: twice within the circle's height, else never.
+    EXPECT_EQ(cuts(-r, r - 0.0008, 2 * r, 0).count, 2) << r;
+    EXPECT_EQ(cuts(-r, r + 0.0008, 2 * r, 0).count, 0) << r;
+    // It overshoots the touch by what is seen: the cut is the touch.
+    const CircleCuts beyond = cuts(-0.01 * r - 0.004, r, 3 * r, 0);
+    ASSERT_EQ(beyond.count, 1) << r;
+    EXPECT_NEAR(beyond.values[0].x, 0, 1e-9) << r;
+  }
+}
+
+// A step at either end turns a short line by far; what lies more than a degree from the touching
+// place is none.
+TEST_F(Belt, TakesNoEndOfAShortLineBesideTheTouchForATouch) {
+  for (const double x : {0.6, 0.75}) {
+    ResetSketch();
+    Add(kTypeCircle, 0, 0, 80);
+    Add(kTypeLine, x, 40, 0.1);
+    CircleCuts cuts;
+    CutsOfCircle(0, cuts);
+    EXPECT_EQ(cuts.count, x < 0.7 ? 1 : 0);
   }
 }
 
