@@ -11,6 +11,8 @@ void ResetAppState() { app = AppState(); }
 
 void NoteUserKey(std::uint64_t tick) { app.lastKeyAt = tick; }
 
+void NoteUserPress(std::uint64_t tick) { app.lastPressAt = tick; }
+
 void ShowFeaturesInSidebar(bool shows) { app.sidebarShowsFeatures = shows; }
 
 }  // namespace morva

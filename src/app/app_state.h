@@ -52,8 +52,9 @@ struct AppState {
   bool suppressChange = false;  // the program itself sets the text
   bool insertingText = false;   // the program inserts, or the two editors synchronise
   char16_t statusText[kStatusUnits] = {};
-  std::uint64_t lastKeyAt = 0;  // the tick of the user's last key, 0 for none
-  bool unitsMetric = false;     // UnitsMetric: false inch, true millimetre
+  std::uint64_t lastKeyAt = 0;    // the tick of the user's last key, 0 for none
+  std::uint64_t lastPressAt = 0;  // the same of a pointer's button, pressed or let go
+  bool unitsMetric = false;       // UnitsMetric: false inch, true millimetre
 };
 
 extern AppState app;
@@ -66,6 +67,8 @@ void ShowFeaturesInSidebar(bool shows);
 
 // The user pressed a key at this tick.
 void NoteUserKey(std::uint64_t tick);
+// The user pressed or let go a pointer's button in the window at this tick.
+void NoteUserPress(std::uint64_t tick);
 
 // Timers of the main window.
 inline constexpr int kTimerText = 1;         // deferred text refresh, one shot

@@ -45,11 +45,11 @@ constexpr const char16_t* kCutOffWords =
     u"WARNING: No closing % came, and the line was quiet for 2 seconds: the program may be cut "
     u"off. "
     u"Compare its end with the one at the control before you run it.";
-// Who pressed a key so short a time ago is still typing.
+// Who pressed a key or a button so short a time ago is still typing or pointing.
 constexpr std::uint64_t kAtWorkMs = 5000;
 
 std::u16string state;       // as the status line tells it while a transfer runs
-std::uint64_t armedAt = 0;  // the tick of the last press of RECEIVE
+std::uint64_t armedAt = 0;  // the tick at which RECEIVE was pressed last
 
 std::u16string Number(unsigned long long value) {
   return IntegerText(static_cast<std::int64_t>(value));
@@ -209,12 +209,16 @@ std::u16string KeepReceived() {
   return keeping.words;
 }
 
-// The keys that are being pressed, the form of a block under edit, and the drawing or plate that
-// covers the editor are meant for the program that is shown. What was pressed before RECEIVE says
-// nothing.
+bool IsRecent(std::uint64_t tick) {
+  return tick > armedAt && platform::TickMilliseconds() - tick < kAtWorkMs;
+}
+
+// What is being pressed, and the form of a block under edit, are meant for the program that is
+// shown. So is another surface than the code's, which would cover the new text. What was pressed
+// before RECEIVE says nothing.
 bool UserIsAtWork() {
-  if (editLink.kind != 0 || app.surface != kSurfaceCode) return true;
-  return app.lastKeyAt > armedAt && platform::TickMilliseconds() - app.lastKeyAt < kAtWorkMs;
+  return editLink.kind != 0 || app.surface != kSurfaceCode || IsRecent(app.lastKeyAt) ||
+         IsRecent(app.lastPressAt);
 }
 
 // A received program that comes up behind the one that is shown. The words for the status line.

@@ -88,7 +88,11 @@ constexpr int kSmallHeight = 600;  // where the screen has no room for that
 constexpr int kFirstRefreshMs = 80;
 constexpr int kHoverMs = 150;
 
+// Keys, lists and views tell of the pointer in ways of their own.
+void NotePress() { NoteUserPress(platform::TickMilliseconds()); }
+
 void OnCommand(int id, int notification) {
+  if (notification <= platform::kNotifyListDouble) NotePress();
   if (notification == platform::kNotifyClick) HoverPressed(id);
   RouteCommand(id, notification);
   FormNotified(id, notification);
@@ -120,6 +124,7 @@ bool OnKey(int id, const platform::KeyEvent& key) {
 }
 
 void OnSelection(int id, bool byUser) {
+  if (byUser) NotePress();
   OfferToRooms(id, [byUser](const Handlers& h) {
     Call(h.selection, byUser);
     return false;
@@ -148,6 +153,7 @@ void OnFocusChanged(int id, bool gained) {
 }
 
 void OnListClick(int id, int row, int x, int y) {
+  NotePress();
   OfferToRooms(id, [row, x, y](const Handlers& h) {
     if (h.listClick) h.listClick(row, x, y);
     return false;
@@ -206,6 +212,11 @@ void OnChooseValue(int id, int step) {
 }
 
 bool OnPointer(int id, const platform::PointerEvent& event) {
+  using platform::PointerAction;
+  if (event.action == PointerAction::Press || event.action == PointerAction::Release ||
+      event.action == PointerAction::DoubleClick) {
+    NotePress();
+  }
   const bool used =
       OfferToRooms(id, [&event](const Handlers& h) { return h.pointer && h.pointer(event); });
   SettleSurface();
@@ -213,6 +224,7 @@ bool OnPointer(int id, const platform::PointerEvent& event) {
 }
 
 bool OnContextMenu(int id, int row, int x, int y) {
+  NotePress();
   // The right button first stops what a tool is doing.
   const Surface* up = SurfaceUp();
   if (up && Call(up->rightClick)) return true;

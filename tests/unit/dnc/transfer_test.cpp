@@ -665,15 +665,31 @@ TEST_F(TransferTest, KeepsTheBlockUnderEditWhenAProgramIsReceived) {
   morva::DropEditLink();
 }
 
-TEST_F(TransferTest, OpensAReceivedProgramBehindTheDrawingThatIsShown) {
+// What lies there covers the text, and a switch of program would empty the drawing under the hand.
+TEST_F(TransferTest, OpensAReceivedProgramBehindWhatAnotherSurfaceShows) {
+  for (const auto surface : {morva::kSurfaceCad, morva::kSurfacePlate, morva::kSurfaceSkim}) {
+    morva::NewProgram();
+    const int before = morva::app.activeTab;
+    Receive();
+    morva::app.surface = surface;
+    headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+    Advance(2300);
+    EXPECT_FALSE(transfer.active);
+    EXPECT_EQ(morva::app.activeTab, before);
+    EXPECT_EQ(Status(), u"DNC receive complete — program opened in a tab behind this one.");
+    EXPECT_EQ(std::u16string(morva::tabs[morva::app.tabCount - 1].title), u"RECEIVED_RS232.NC");
+    morva::app.surface = morva::kSurfaceCode;
+  }
+}
+
+TEST_F(TransferTest, OpensAReceivedProgramBehindTheOneThatTheUserPointsInto) {
   morva::NewProgram();
   Receive();
   headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
-  Advance(1000);
-  morva::app.surface = morva::kSurfaceCad;
-  Advance(1300);
-  morva::app.surface = morva::kSurfaceCode;
-  ASSERT_EQ(morva::app.tabCount, 2);
+  Advance(1900);
+  morva::NoteUserPress(platform::TickMilliseconds());
+  Advance(400);
+  EXPECT_EQ(morva::app.tabCount, 2);
   EXPECT_EQ(morva::app.activeTab, 0);
   EXPECT_EQ(Status(), u"DNC receive complete — program opened in a tab behind this one.");
 }
@@ -751,9 +767,22 @@ TEST_F(TransferTest, KeepsAProgramThatCameWholeBeforeThePortWent) {
   EXPECT_EQ(State(), u"DNC: ERROR");
 }
 
+TEST_F(TransferTest, ShowsAReceivedProgramFiveSecondsBehindTheLastPress) {
+  morva::NewProgram();
+  Receive();
+  Advance(100);
+  morva::NoteUserPress(platform::TickMilliseconds());
+  Advance(3000);
+  headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
+  Advance(2300);
+  EXPECT_FALSE(transfer.active);
+  EXPECT_EQ(morva::app.activeTab, 1);
+}
+
 TEST_F(TransferTest, ShowsAReceivedProgramToAUserWhoWaitsForIt) {
   morva::NewProgram();
   morva::app.lastKeyAt = platform::TickMilliseconds();  // the key that pressed RECEIVE
+  morva::NoteUserPress(platform::TickMilliseconds());   // or the pointer
   Receive();
   headless::PeerSend("%\r\nO1\r\nM30\r\n%\r\n");
   Advance(2300);
