@@ -76,6 +76,7 @@ inline constexpr int kTimerPlay = 3;         // playback, 16 ms
 inline constexpr int kTimerCompletion = 4;   // completion list, one shot
 inline constexpr int kTimerHover = 12;       // scroll lock and hover hint, 150 ms
 inline constexpr int kTimerFlyout = 13;      // rest of the pointer on a CAD tool key, one shot
+inline constexpr int kTimerHeld = 14;        // whether the control holds a send, 250 ms
 inline constexpr int kTimerAutosave = 2900;  // 700 ms after the last change, one shot
 inline constexpr int kTimerView = 1620;      // view animation, on a view window
 inline constexpr int kTimerViewRest = 1621;  // the view stands still again, on a view, one shot

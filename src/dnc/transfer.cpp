@@ -31,6 +31,7 @@
 #include "platform/editor.h"
 #include "platform/serial.h"
 #include "platform/thread.h"
+#include "platform/timer.h"
 #include "platform/window.h"
 #include "text/codetext.h"
 
@@ -48,6 +49,10 @@ constexpr const char16_t* kCutOffWords =
 // Who pressed a key or a button so short a time ago is still typing or pointing.
 constexpr std::uint64_t kAtWorkMs = 5000;
 
+// From one look to the next whether the control holds a send.
+constexpr int kHeldLookMs = 250;
+
+bool heldBefore = false;    // at the last look, and nothing has gone since
 std::u16string state;       // as the status line tells it while a transfer runs
 std::uint64_t armedAt = 0;  // the tick at which RECEIVE was pressed last
 
@@ -148,13 +153,17 @@ bool StartJob() {
   worker = WorkerRecord{};
   worker.settings = SettingsOf(serialProfile);
   transfer.active = platform::StartWorker(platform::Worker::Transfer, RunTransfer);
-  if (transfer.active) ShowTransferBegun();
-  return transfer.active;
+  if (!transfer.active) return false;
+  ShowTransferBegun();
+  heldBefore = false;
+  if (!transfer.isReceive) platform::StartTimer(platform::kMainWindow, kTimerHeld, kHeldLookMs);
+  return true;
 }
 
 void EndJob() {
   transfer.active = false;
   std::string().swap(transfer.sendBuffer);
+  platform::StopTimer(platform::kMainWindow, kTimerHeld);
   ShowTransferEnded();
 }
 
@@ -343,9 +352,28 @@ void OnReceiveProgress(unsigned long long count, unsigned long long) {
   TellState(u"DNC receiving: " + Number(count) + u" bytes");
 }
 
+std::u16string SendWords(unsigned long long sent, unsigned long long total) {
+  return u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes";
+}
+
 void OnSendProgress(unsigned long long sent, unsigned long long total) {
+  heldBefore = false;
   ShowTransferred(sent);
-  TellState(u"DNC transferring: " + Number(sent) + u" / " + Number(total) + u" bytes");
+  TellState(SendWords(sent, total));
+}
+
+// The worker waits for the line meanwhile. A hold between two looks is one of many in a usual
+// transfer and nothing to tell; one that stands at two looks without a byte between them is.
+void LookForHold() {
+  const TransferShown& shown = ShownTransfer();
+  if (!transfer.active || shown.receive) return;
+  const bool holds = platform::SerialHeld();
+  const bool told = holds && heldBefore;
+  heldBefore = holds;
+  if (told == shown.held) return;
+  ShowHeld(told);
+  TellState(SendWords(shown.count, shown.total) +
+            (told ? u" — the control holds the line (XOFF)" : u""));
 }
 
 void OnSendDone(unsigned long long left, unsigned long long total) {
@@ -430,7 +458,7 @@ void StartSend(std::string bytes, std::u16string_view message) {
   transfer.abortRequested = 0;
   LogOutput(message);
   SetDncState(kDncTransferring);
-  TellState(u"DNC transferring: 0 / " + Number(transfer.sendBuffer.size()) + u" bytes");
+  TellState(SendWords(0, transfer.sendBuffer.size()));
   if (StartJob()) return;
   LogOutput(u"Could not start transfer thread.");
   EndJob();
@@ -518,6 +546,7 @@ void RegisterTransferCommands() {
   RegisterMessage(kMessageReceiveProgress, OnReceiveProgress);
   RegisterMessage(kMessageSendProgress, OnSendProgress);
   RegisterMessage(kMessageSendDone, OnSendDone);
+  RegisterTimer(kTimerHeld, LookForHold);
 }
 
 void ResetTransfer() {

@@ -88,7 +88,7 @@ std::u16string TransferWords(const TransferShown& told, const platform::SerialSe
   const std::size_t left = told.total - std::min(told.count, told.total);
   const std::size_t percent = told.total == 0 ? 100 : told.count * 100 / told.total;
   return Number(told.count) + u" / " + Number(told.total) + u" bytes   " + Number(percent) +
-         u" %   " + TimeWords(SecondsOnLine(left, settings));
+         u" %   " + (told.held ? u"held by XOFF" : TimeWords(SecondsOnLine(left, settings)));
 }
 
 bool KeysAreDim() { return keysAreDim; }
@@ -99,7 +99,7 @@ void NoteKeyboardOfPress() {
 }
 
 void ShowTransferBegun() {
-  shown = TransferShown{transfer.isReceive, 0, transfer.sendBuffer.size()};
+  shown = TransferShown{.receive = transfer.isReceive, .total = transfer.sendBuffer.size()};
   if (shown.receive) shown.total = 0;
   Call(hooks.layout);
   // Before its own key is dimmed, or the keyboard would go on to any other.
@@ -121,8 +121,16 @@ void ShowTransferEnded() {
 
 void ShowTransferred(std::size_t count) {
   shown.count = count;
+  shown.held = false;
   TellBar();
 }
+
+void ShowHeld(bool held) {
+  shown.held = held;
+  TellBar();
+}
+
+const TransferShown& ShownTransfer() { return shown; }
 
 void RegisterTransferBar() {
   Handlers handlers;

@@ -1,7 +1,7 @@
 // The serial line: names, open with read-back, read, write, drain, close, wake.
 //
-// One line is open at a time. Everything but the names and WakeSerial is called by the one
-// thread that opened it. XON/XOFF (flow 1) is done here, not by the driver: DC1 (0x11) and DC3
+// One line is open at a time. Everything but the names, SerialHeld and WakeSerial is called by the
+// one thread that opened it. XON/XOFF (flow 1) is done here, not by the driver: DC1 (0x11) and DC3
 // (0x13), with or without the eighth bit, that come back while sending are taken out of the
 // data and obeyed, and a stopped line sends nothing more until XON, whatever else arrives.
 #pragma once
@@ -66,8 +66,8 @@ bool ReadSerial(void* bytes, std::size_t capacity, std::size_t& got);
 // Writes up to `count` bytes; returns when all are taken, or when none was taken for 5000 ms
 // or WakeSerial was called, with what was taken until then in `written`. False: the port is gone.
 bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written);
-// Whether the far end holds the line by XOFF (flow 1). A ready wire that is down (flow 2) tells
-// nothing: it is down as well where the cable is out.
+// Any thread: whether the far end holds a line that is open and sends by XOFF (flow 1). A ready wire
+// that is down (flow 2) tells nothing: it is down as well where the cable is out.
 bool SerialHeld();
 // Waits as long as bytes keep leaving. False: the port is gone, or bytes stayed.
 bool DrainSerial();

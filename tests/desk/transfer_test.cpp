@@ -89,6 +89,26 @@ TEST_F(Transfer, ShowsItsBarAndTheAbortKeyAndDimsSendAndReceive) {
   EXPECT_FALSE(IsShown(morva::kViewTransfer));
 }
 
+TEST_F(Transfer, TellsThatTheControlHoldsTheLine) {
+  SendFirstBytes();
+  const auto bar = []() {
+    return QString::fromStdU16String(platform::AccessibleName(morva::kViewTransfer));
+  };
+  const auto tells = []() {
+    return desk::TextOf(morva::kIdStatusLine)
+        .endsWith(QStringLiteral("the control holds the line (XOFF)"));
+  };
+  control_.Say("hold");
+  EXPECT_TRUE(desk::Until(tells, 4000));
+  EXPECT_TRUE(bar().endsWith(QStringLiteral("held by XOFF")));
+  Resize(1200, 800);
+  Show("transfer-held-1200x800.png");
+  control_.Say("release");
+  EXPECT_TRUE(desk::Until([&tells]() { return !tells(); }));
+  EXPECT_TRUE(desk::Until([&bar]() { return bar().endsWith(QStringLiteral("left")); }));
+  EXPECT_TRUE(morva::TransferRuns());
+}
+
 // What lies below the key comes under a pointer that nobody moves.
 TEST_F(Transfer, KeepsItsLastWordsUnderThePointerThatAbortedIt) {
   Resize(1200, 800);

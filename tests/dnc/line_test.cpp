@@ -287,6 +287,7 @@ TEST_F(Line, GoesOnAtXonWithOrWithoutTheEighthBit) {
     std::thread far([&] {
       ASSERT_TRUE(peer.WaitQuiet(100, 2000));
       EXPECT_EQ(peer.Received(), "");
+      EXPECT_TRUE(platform::SerialHeld());  // who waits for the writer sees why
       peer.Send(xon);
     });
     ASSERT_TRUE(WaitUntil(
@@ -299,6 +300,7 @@ TEST_F(Line, GoesOnAtXonWithOrWithoutTheEighthBit) {
     far.join();
     EXPECT_EQ(written, 2u);
     EXPECT_TRUE(WaitUntil([this] { return peer.Received() == "G0"; }, 2000));
+    EXPECT_FALSE(platform::SerialHeld());
   }
   EXPECT_EQ(platform::SerialBackChannelBytes(), 0u);
 }

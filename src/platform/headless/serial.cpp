@@ -258,7 +258,7 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   }
 }
 
-bool SerialHeld() { return headless::HeldByXoff(); }
+bool SerialHeld() { return line.open && headless::HeldByXoff(); }
 
 bool DrainSerial() {
   const std::uint64_t end = headless::VirtualNow() + kWriteStallMs;

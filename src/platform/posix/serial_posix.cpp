@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <mutex>
 
@@ -58,6 +59,8 @@ struct Line {
 };
 
 thread_local Line line;
+// `back.stopped` of the line that was written to last, for the threads that wait for its writer.
+std::atomic<bool> held{false};
 
 std::mutex wakeGate;
 int wakes[kMaxOpenLines] = {-1, -1, -1, -1, -1, -1, -1, -1};
@@ -148,6 +151,7 @@ bool TakeBackChannel(Line& l) {
     }
     if (got < sizeof(bytes)) break;
   }
+  held = l.back.stopped;
   return true;
 }
 
@@ -376,7 +380,7 @@ bool WriteSerial(const void* bytes, std::size_t count, std::size_t& written) {
   return true;
 }
 
-bool SerialHeld() { return line.fd >= 0 && line.back.stopped; }
+bool SerialHeld() { return held; }
 
 bool DrainSerial() {
   Line& l = line;
@@ -417,6 +421,7 @@ void CloseSerial() {
   if (!l.emptied) (void)tcflush(l.fd, TCOFLUSH);
   (void)tcflush(l.fd, TCIFLUSH);
   if (l.stoppedPeer) (void)!write(l.fd, &kXon, 1);
+  held = false;
   (void)tcflow(l.fd, TCOON);
   GiveBack(l);
 }

@@ -27,6 +27,9 @@ struct DncStage : public support::Stage {
         morva::RouteMessage(message, first, second);
         current->statusLines.push_back(Status());
       };
+      events.timer = [](int, int timer) {
+        if (timer == morva::kTimerHeld) morva::RouteTimer(timer);
+      };
       return events;
     }();
     platform::ListenTo(&kEvents);

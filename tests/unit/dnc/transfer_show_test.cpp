@@ -45,6 +45,9 @@ TEST(TransferWords, TellBytesPercentAndTimeLeft) {
   // 57,000 * 11 / 9600 = 65.3 s.
   EXPECT_EQ(morva::TransferWords({false, 0, 57000}, line),
             u"0 / 57000 bytes   0 %   1:06 min left");
+  // Nobody knows how long the control holds the line.
+  EXPECT_EQ(morva::TransferWords({false, 1024, 4410, true}, line),
+            u"1024 / 4410 bytes   23 %   held by XOFF");
   EXPECT_EQ(morva::TransferWords({true, 0, 0}, line), u"waiting for the first byte");
   EXPECT_EQ(morva::TransferWords({true, 512, 0}, line), u"512 bytes");
 }
@@ -130,6 +133,18 @@ TEST_F(TransferShowTest, TellsAssistiveTechnologyHowFarItIs) {
   headless::PeerSend("O1");
   Advance(60);
   EXPECT_EQ(platform::AccessibleName(morva::kViewTransfer), u"Receiving: 2 bytes");
+}
+
+TEST_F(TransferShowTest, TellsAssistiveTechnologyThatTheControlHoldsTheLine) {
+  Send();
+  Advance(1000);
+  EXPECT_EQ(platform::AccessibleName(morva::kViewTransfer),
+            u"Sending: 0 / 10 bytes   0 %   held by XOFF");
+  morva::AbortTransfer();
+  Advance(10);
+  headless::PeerStall(0);
+  Send();
+  EXPECT_EQ(platform::AccessibleName(morva::kViewTransfer).find(u"held"), std::u16string::npos);
 }
 
 TEST_F(TransferShowTest, HandsTheKeyboardFromItsKeyToTheAbortKeyAndBack) {

@@ -262,6 +262,55 @@ TEST_F(TransferTest, FailsASendWhoseFarEndTakesNothingForFiveSeconds) {
   EXPECT_EQ(statusLines, Lines{kErrorStatus});
 }
 
+TEST_F(TransferTest, TellsThatTheControlHoldsTheLine) {
+  Send(std::u16string(300, u'X'));
+  headless::PeerSend("\x13");
+  Advance(200);
+  EXPECT_EQ(Status(), u"DNC transferring: 0 / 308 bytes");
+  Advance(400);
+  const std::u16string held =
+      u"DNC transferring: 0 / 308 bytes — the control holds the line (XOFF)";
+  EXPECT_EQ(Status(), held);
+  // Told once, and again to whoever asks for what stands.
+  morva::ShowStatus(u"Other words");
+  Advance(1000);
+  EXPECT_EQ(Status(), u"Other words");
+  EXPECT_TRUE(morva::TellTransfer());
+  EXPECT_EQ(Status(), held);
+  headless::PeerSend("\x11");
+  Advance(10);
+  EXPECT_EQ(statusLines.front(), u"DNC transferring: 128 / 308 bytes");
+  EXPECT_EQ(Status(), u"DNC send complete — confirm receive on Haas control.");
+  EXPECT_FALSE(platform::TimerRuns(platform::kMainWindow, morva::kTimerHeld));
+}
+
+TEST_F(TransferTest, TellsNoHoldThatIsOverAtOnceAndNoneOfAReadyWire) {
+  for (int turn = 0; turn < 2; ++turn) {
+    if (turn == 1) PutIni("[DNC]\r\nFlow=2\r\n");
+    Send(std::u16string(300, u'X'));
+    headless::PeerStall(turn == 0 ? 240 : 4000);
+    for (int ms = 0; ms < 4100 && transfer.active; ms += 10) {
+      Advance(10);
+      EXPECT_EQ(Status().find(u"holds the line"), std::u16string::npos);
+    }
+    EXPECT_FALSE(transfer.active);
+  }
+}
+
+// The port took everything before the hold; no progress comes behind it.
+TEST_F(TransferTest, TellsAHoldOfTheLastBytesUntilTheyLeave) {
+  headless::SetPortBuffer(4096);
+  Send(u"G0");
+  headless::PeerStall(1000);
+  Advance(800);
+  EXPECT_EQ(Status(), u"DNC transferring: 10 / 10 bytes — the control holds the line (XOFF)");
+  Advance(300);
+  EXPECT_EQ(State(), u"DNC: CONNECTED");
+  Receive();
+  Advance(1000);
+  EXPECT_EQ(Status(), u"DNC receive armed — send the program from the control within 60 seconds.");
+}
+
 // The port takes all ten bytes, and none of them leaves it.
 TEST_F(TransferTest, FailsASendWhoseLastBytesStayInThePort) {
   headless::SetPortBuffer(4096);
