@@ -140,6 +140,44 @@ TEST_F(Transfer, IsReachedAndAbortedByTheKeyboardAlone) {
   EXPECT_TRUE(desk::Until([]() { return morva::dncState == morva::kDncOffline; }));
 }
 
+// The hand on the pointer is at work in the program that is shown.
+TEST_F(Transfer, OpensAReceivedProgramBehindTheOneThatIsPointedInto) {
+  const int before = morva::app.activeTab;
+  WriteAll(Path("small.NC"), "%\r\nO77\r\nM30\r\n%\r\n");
+  QWidget* text = desk::WidgetOf(morva::kIdEditor)->findChild<QWidget*>("qt_scrollarea_viewport");
+  ASSERT_NE(text, nullptr);
+  const auto receive = [&](bool points) {
+    desk::Click(morva::kIdReceive);
+    ASSERT_TRUE(desk::Until([]() { return morva::TransferRuns(); }));
+    control_.Say("send " + Path("small.NC").toLocal8Bit());
+    int at = 40;
+    ASSERT_TRUE(desk::Until(
+        [&]() {
+          if (points) QTest::mouseClick(text, Qt::LeftButton, {}, QPoint(60, at += 2));
+          return !morva::TransferRuns();
+        },
+        20000));
+  };
+  receive(true);
+  EXPECT_EQ(morva::app.activeTab, before);
+  EXPECT_EQ(desk::TextOf(morva::kIdStatusLine),
+            QStringLiteral("DNC receive complete — program opened in a tab behind this one."));
+  receive(false);
+  EXPECT_NE(morva::app.activeTab, before);
+}
+
+TEST_F(Transfer, OpensAReceivedProgramBehindADrawing) {
+  const int before = morva::app.activeTab;
+  WriteAll(Path("small.NC"), "%\r\nO77\r\nM30\r\n%\r\n");
+  desk::Click(morva::kIdReceive);
+  ASSERT_TRUE(desk::Until([]() { return morva::TransferRuns(); }));
+  desk::Click(morva::kIdSurfaceCad);
+  control_.Say("send " + Path("small.NC").toLocal8Bit());
+  ASSERT_TRUE(desk::Until([]() { return !morva::TransferRuns(); }, 20000));
+  EXPECT_EQ(morva::app.activeTab, before);
+  EXPECT_EQ(morva::app.surface, morva::kSurfaceCad);
+}
+
 // Enter takes what stands first: the window stays, and the transfer goes on.
 TEST_F(Transfer, IsNotEndedByAHastyEnterAtTheClose) {
   SendFirstBytes();
