@@ -22,6 +22,26 @@ std::string_view WithoutFillings(std::string_view bytes) {
   return bytes;
 }
 
+// Lines that begin with a "%", fillings aside. One in a comment is none.
+struct Percents {
+  std::size_t count = 0;
+  std::size_t last = 0;  // the place of the last one
+};
+
+Percents PercentLines(std::string_view program) {
+  Percents percents;
+  bool begins = true;
+  for (std::size_t i = 0; i < program.size(); ++i) {
+    const char c = program[i];
+    if (begins && c == '%') {
+      ++percents.count;
+      percents.last = i;
+    }
+    begins = c == '\r' || c == '\n' || (begins && IsFilling(c));
+  }
+  return percents;
+}
+
 }  // namespace
 
 bool IsTapeCode(char16_t c) {
@@ -40,12 +60,13 @@ bool IsFillingOnly(std::string_view bytes) {
 
 bool LacksClosingPercent(std::string_view bytes) {
   const std::string_view program = WithoutFillings(bytes);
-  return program.starts_with('%') && program.find('%', 1) == program.npos;
+  return program.starts_with('%') && PercentLines(program).count % 2 != 0;
 }
 
 bool IsWholeProgram(std::string_view bytes) {
   const std::string_view program = WithoutFillings(bytes);
-  return program.starts_with('%') && program.ends_with('%') && !IsFillingOnly(program);
+  return program.starts_with('%') && PercentLines(program).last + 1 == program.size() &&
+         !LacksClosingPercent(program) && !IsFillingOnly(program);
 }
 
 }  // namespace morva

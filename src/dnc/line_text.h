@@ -17,10 +17,10 @@ std::size_t DropTapeCodes(std::u16string& text);
 
 // NULs, control codes, rubouts, blanks, line ends and "%" hold no program.
 bool IsFillingOnly(std::string_view bytes);
-// The first "%" opens a program and no other one closes it: its end may be missing. A program that
-// is sent without "%" tells nothing.
+// A line with "%" opens a program and no other one closes it: its end may be missing. A "%" within
+// a line, as in a comment, closes nothing. A program that is sent without "%" tells nothing.
 bool LacksClosingPercent(std::string_view bytes);
-// It begins and ends with a "%", fillings aside, with a program between them.
+// It begins and ends with a line of "%", fillings aside, with a program between them.
 bool IsWholeProgram(std::string_view bytes);
 
 }  // namespace morva

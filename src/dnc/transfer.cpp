@@ -44,8 +44,7 @@ constexpr const char16_t* kNotStarted = u"DNC transfer error — the transfer co
 constexpr const char16_t* kOpenedWords = u"Received RS-232 program opened in a new tab.";
 constexpr const char16_t* kCutOffWords =
     u"WARNING: No closing % came, and the line was quiet for 2 seconds: the program may be cut "
-    u"off. "
-    u"Compare its end with the one at the control before you run it.";
+    u"off. Compare its end with the one at the control before you run it.";
 // Who pressed a key or a button so short a time ago is still typing or pointing.
 constexpr std::uint64_t kAtWorkMs = 5000;
 
@@ -117,6 +116,12 @@ std::u16string CodeWords(std::size_t count) {
   return CountOf(count, u"control code", u"control codes") +
          u" (punch on and off, hold, rubout) in the text: not sent, the control would take "
          u"them for its own.\n\n";
+}
+
+void LogNotSent(std::size_t count) {
+  if (count == 0) return;
+  LogOutput(CountOf(count, u"control code (DC1 to DC4, rubout) was left out of what is sent.",
+                    u"control codes (DC1 to DC4, rubout) were left out of what is sent."));
 }
 
 // What a question about sending this program has to say about blocks that are taken out of it and
@@ -411,7 +416,8 @@ void SendEditorProgram() {
   if (!AutoConnect() || !platform::Exists(kIdEditor)) return;
   // Taken before the question, so that the program which is confirmed is the one that goes
   // out, whatever comes up in the editor while the box stands.
-  std::u16string text(platform::EditorText(kIdEditor));
+  const std::u16string shown(platform::EditorText(kIdEditor));
+  std::u16string text = shown;
   const std::size_t codes = DropTapeCodes(text);
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
@@ -420,10 +426,11 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question += OtherPortWords() + LiveCodeWords(text) + UnreadWords(text) + CodeWords(codes) +
+  question += OtherPortWords() + LiveCodeWords(shown) + UnreadWords(text) + CodeWords(codes) +
               LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
+  LogNotSent(codes);
 }
 
 void SendFileFromDisk() {
@@ -449,6 +456,7 @@ void SendFileFromDisk() {
               LossWords(text) + u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
+  LogNotSent(codes);
 }
 
 void StartSend(std::string bytes, std::u16string_view message) {

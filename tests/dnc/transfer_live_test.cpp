@@ -283,6 +283,21 @@ TEST_F(LiveTransfer, EndsInErrorWhenTheCableGoesInMidReceive) {
   EXPECT_EQ(morva::app.tabCount, 0);
 }
 
+TEST_F(LiveTransfer, OpensAProgramThatHadComeWholeWhenTheCableGoes) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartReceive();
+  WaitArmed();
+  peer.Send("%\r\nO1\r\nM30\r\n%\r\n");
+  ASSERT_TRUE(peer.WaitTaken(5000));
+  ASSERT_TRUE(Pump([] { return Status() == u"DNC receiving: 15 bytes"; }, 5000));
+  peer.Vanish();
+  ASSERT_TRUE(PumpToTheEnd(1900));
+  EXPECT_EQ(morva::dncState, morva::kDncError);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(Text(), u"%\r\nO1\r\nM30\r\n%\r\n");
+}
+
 TEST_F(LiveTransfer, EndsAReceiveTwoSecondsBehindTheLastByte) {
   Peer peer;
   UsePort(peer.Path());
@@ -294,6 +309,23 @@ TEST_F(LiveTransfer, EndsAReceiveTwoSecondsBehindTheLastByte) {
   EXPECT_GT(Milliseconds(start), 2000);
   EXPECT_LT(Milliseconds(start), 8000);
   EXPECT_EQ(morva::app.tabCount, 1);
+}
+
+// A control sends XON when it opens its port. A tape punch is switched on by DC2, off by DC4.
+TEST_F(LiveTransfer, TakesTheProgramOfAControlThatSendsXonAndPunchCodesBeforeIt) {
+  Peer peer;
+  UsePort(peer.Path());
+  StartReceive();
+  WaitArmed();
+  const Clock::time_point start = Clock::now();
+  peer.Send("\x11");
+  ASSERT_FALSE(Pump([] { return !transfer.active; }, 2500));
+  peer.Send(std::string("\x12\0\0%\r\nO1\x7F\r\n%\r\n\x14\x13", 16));
+  ASSERT_TRUE(PumpToTheEnd(10000));
+  EXPECT_GT(Milliseconds(start), 4500);
+  EXPECT_EQ(morva::dncState, morva::kDncConnected);
+  ASSERT_EQ(morva::app.tabCount, 1);
+  EXPECT_EQ(Text(), u"%\r\nO1\r\n%\r\n");
 }
 
 // Sends `count` bytes to a receive with the shortened pause.

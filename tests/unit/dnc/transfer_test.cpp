@@ -13,6 +13,7 @@
 #include "dnc_stage.h"
 #include "documents/autosave.h"
 #include "documents/edit_link.h"
+#include "documents/feature_blocks.h"
 #include "documents/file_text.h"
 #include "documents/program_tabs.h"
 #include "documents/save_state.h"
@@ -765,6 +766,36 @@ TEST_F(TransferTest, WarnsOfAProgramWhoseClosingPercentDidNotCome) {
   EXPECT_EQ(Status(), u"DNC receive complete — program opened in a new tab.");
 }
 
+// A "%" in a comment closes nothing, and of two programs the second may be cut off.
+TEST_F(TransferTest, TakesOnlyALineOfItsOwnForTheClosingPercent) {
+  for (const std::string_view cut :
+       {"%\r\nO1 (100%", "%\r\nO1\r\n(50% FEED)\r\nG1 X1", "%\nO1\n%\n%\nO2\n"}) {
+    Receive();
+    headless::PeerSend(cut);
+    Advance(2300);
+    EXPECT_EQ(Log().back(), kCutOff) << cut;
+  }
+  for (const std::string_view whole : {"%O1\nM30\n %\n", "%\nO1\n%\n%\nO2\n%", "%\nO1\n%\n\x1A"}) {
+    Receive();
+    headless::PeerSend(whole);
+    Advance(2300);
+    EXPECT_EQ(Log().back(), kOpened) << whole;
+  }
+}
+
+TEST_F(TransferTest, OpensNothingOfAProgramThatTheCableCutInAComment) {
+  for (const std::string_view part : {"%\r\nO1 (100%", "O1\r\nM30\r\n%", "%\r\n%\r\n"}) {
+    Receive();
+    headless::PeerSend(part);
+    Advance(500);
+    headless::PeerUnplug();
+    Advance(200);
+    EXPECT_EQ(morva::app.tabCount, 0) << part;
+    EXPECT_EQ(Status(), kErrorStatus);
+    headless::SetPort(u"COM1", PortState::Present);
+  }
+}
+
 TEST_F(TransferTest, LeavesTapeCodesOutOfAReceivedProgram) {
   Receive();
   headless::PeerSend("\x7F\x12%\r\nO1\r\nM30\r\n%\x14");
@@ -797,8 +828,17 @@ TEST_F(TransferTest, SendsNoControlCodes) {
                 u"4 control codes (punch on and off, hold, rubout) in the text: not sent, the "
                 u"control would take them for its own.\n\nSend now?"),
             std::u16string::npos);
+  EXPECT_EQ(Log().back(), u"4 control codes (DC1 to DC4, rubout) were left out of what is sent.");
   Advance(5000);
   EXPECT_EQ(headless::TakeSent(), "%\r\nO1\r\nM30\r\n%\r\n");
+  EXPECT_EQ(Text(), u"\x12%\r\nO1\x13\r\nM30\r\n%\x14\x7F");
+}
+
+// The question looks at the blocks of what is shown, and not of what is sent.
+TEST_F(TransferTest, LeavesTheFeaturesWhereTheyStandInATextWithControlCodes) {
+  Send(u"%\x12\x14\r\n(MORVA TEXT 1)\r\nG0 X1\r\n(MORVA END 1)\r\n", BoxAnswer::No);
+  ASSERT_GT(morva::features.count, 0);
+  EXPECT_EQ(morva::features.rows[morva::features.count - 1].start, 5);
 }
 
 TEST_F(TransferTest, KeepsAProgramThatCameWholeBeforeThePortWent) {
