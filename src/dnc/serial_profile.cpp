@@ -1,6 +1,8 @@
 #include "dnc/serial_profile.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
 #include <string>
 
 #include "app/command_ids.h"
@@ -33,15 +35,30 @@ struct NumberKey {
   std::int32_t SerialProfile::*field;
   const char16_t* text;  // the default as the file would hold it
   std::int32_t number;
+  const char16_t* name;
+  std::span<const char16_t* const> words = {};  // of the numbers from 0 on, where they need some
 };
 
+constexpr const char16_t* kParityWords[] = {u"None", u"Odd", u"Even", u"Mark", u"Space"};
+constexpr const char16_t* kStopBitWords[] = {u"1", u"1.5", u"2"};
+constexpr const char16_t* kFlowWords[] = {u"None", u"XON / XOFF", u"RTS / CTS"};
+
 constexpr NumberKey kNumberKeys[] = {
-    {u"Baud", &SerialProfile::baud, u"9600", 9600},
-    {u"DataBits", &SerialProfile::dataBits, u"7", 7},
-    {u"Parity", &SerialProfile::parity, u"2", 2},
-    {u"StopBits", &SerialProfile::stopBits, u"2", 2},
-    {u"Flow", &SerialProfile::flow, u"1", 1},
+    {u"Baud", &SerialProfile::baud, u"9600", 9600, u"baud rate"},
+    {u"DataBits", &SerialProfile::dataBits, u"7", 7, u"data bits"},
+    {u"Parity", &SerialProfile::parity, u"2", 2, u"parity", kParityWords},
+    {u"StopBits", &SerialProfile::stopBits, u"2", 2, u"stop bits", kStopBitWords},
+    {u"Flow", &SerialProfile::flow, u"1", 1, u"flow control", kFlowWords},
 };
+
+// "parity Even"
+std::u16string NamedNumber(const NumberKey& row, std::int32_t number) {
+  const std::u16string words = std::u16string(row.name) + u" ";
+  if (number < 0 || number >= static_cast<std::int32_t>(row.words.size())) {
+    return words + IntegerText(number);
+  }
+  return words + row.words[static_cast<std::size_t>(number)];
+}
 
 bool PanelExists() { return setupPanel.exists && setupPanel.exists(); }
 
@@ -104,6 +121,10 @@ std::u16string SavedPort() {
   return saved;
 }
 
+std::int32_t SavedNumber(const NumberKey& row) {
+  return ParseInteger(platform::ReadProfile(kSection, row.key, row.text), row.number);
+}
+
 // Whether the profile of this moment is the one that was opened.
 bool IsStillWanted() { return ChooseSerialProfile() && serialProfile == openedProfile; }
 
@@ -125,8 +146,7 @@ bool LoadSerialProfile() {
     portCut = port.size() >= kPortNameUnits;
   }
   for (const NumberKey& row : kNumberKeys) {
-    serialProfile.*row.field =
-        ParseInteger(platform::ReadProfile(kSection, row.key, row.text), row.number);
+    serialProfile.*row.field = SavedNumber(row);
   }
   return serialProfile.port[0] != 0;
 }
@@ -175,11 +195,22 @@ void ScanComPorts() {
   LogPortNames(names, count);
 }
 
-std::u16string OtherPortWords() {
+std::vector<std::u16string> UnsavedSentences(std::u16string_view verb) {
+  std::vector<std::u16string> sentences;
   const std::u16string saved = SavedPort();
-  if (saved.empty() || SameFolded(saved, serialProfile.port)) return {};
-  return u"It goes to " + std::u16string(serialProfile.port) + u". The saved profile names " +
-         saved + u".\n\n";
+  if (saved.empty()) return sentences;
+  if (!SameFolded(saved, serialProfile.port)) {
+    sentences.push_back(std::u16string(verb) + u" " + serialProfile.port +
+                        u". The saved profile names " + saved + u".");
+  }
+  std::u16string others;
+  for (const NumberKey& row : kNumberKeys) {
+    const std::int32_t number = serialProfile.*row.field;
+    if (number == SavedNumber(row)) continue;
+    others += (others.empty() ? u"" : u", ") + NamedNumber(row, number);
+  }
+  if (!others.empty()) sentences.push_back(u"Other than in the saved profile: " + others + u".");
+  return sentences;
 }
 
 bool AutoConnect() {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/limits.h"
 #include "platform/serial.h"
@@ -58,9 +59,10 @@ platform::SerialSettings SettingsOf(const SerialProfile& profile);
 void LogOpenProblem(const platform::SerialSettings& settings, platform::SerialProblem problem);
 std::u16string PortGoneWords(std::u16string_view port);
 
-// Words for a question about a transfer where its port is not the one of the saved profile; empty:
-// it is, or none is saved.
-std::u16string OtherPortWords();
+// What is to be said before a transfer whose settings are not those of the saved profile, as lists
+// of the setup panel that were not saved: a sentence about the port, which `verb` begins, and one
+// that names the others. None where they are the same, or where no profile is saved.
+std::vector<std::u16string> UnsavedSentences(std::u16string_view verb);
 
 // The setup panel, when it exists: its lists answer for the profile while it is shown, and behind
 // another mode as long as a port is selected that the user saved or chose. Null until then.

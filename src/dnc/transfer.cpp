@@ -65,6 +65,15 @@ std::u16string CountOf(std::size_t count, std::u16string_view one, std::u16strin
   return words.append(count == 1 ? one : several);
 }
 
+// What a question about sending has to say of settings that are not the saved ones.
+std::u16string UnsavedWords() {
+  std::u16string words;
+  for (const std::u16string& sentence : UnsavedSentences(u"It goes to")) {
+    words += sentence + u"\n\n";
+  }
+  return words;
+}
+
 // What a question about sending this file has to say where a tab shows it otherwise than it stands
 // on disk; empty: nothing.
 std::u16string DifferenceWords(std::u16string_view path) {
@@ -426,7 +435,7 @@ void SendEditorProgram() {
       u"• Put the control in the intended RECV RS-232 or DNC state.\n"
       u"• Verify the correct program and work area.\n\n"
       u"The editor will wrap the program with % lines if needed.\n\n";
-  question += OtherPortWords() + LiveCodeWords(shown) + UnreadWords(text) + CodeWords(codes) +
+  question += UnsavedWords() + LiveCodeWords(shown) + UnreadWords(text) + CodeWords(codes) +
               LossWords(text) + u"Send now?";
   if (!Confirmed(u"Confirm RS-232 Transmission", question)) return;
   StartSend(std::move(bytes), u"Sending current editor program...");
@@ -452,7 +461,7 @@ void SendFileFromDisk() {
   std::string bytes = NormaliseOutputText(text, true);
   std::u16string question =
       u"Verify the Haas control is ready to receive and all serial settings match.\n\n";
-  question += OtherPortWords() + DifferenceWords(path) + UnreadWords(text) + CodeWords(codes) +
+  question += UnsavedWords() + DifferenceWords(path) + UnreadWords(text) + CodeWords(codes) +
               LossWords(text) + u"Send the selected file?";
   if (!Confirmed(u"Confirm File Transfer", question)) return;
   StartSend(std::move(bytes), u"Sending selected file...");
@@ -492,6 +501,7 @@ void ReceiveProgram() {
   transfer.isReceive = true;
   transfer.abortRequested = 0;
   transfer.receivedData.clear();
+  for (const std::u16string& sentence : UnsavedSentences(u"It comes over")) LogOutput(sentence);
   LogOutput(
       u"Receive armed. Send the program from the Haas now. Waiting up to 60 seconds for first "
       u"data; capture ends after ~2 seconds idle.");

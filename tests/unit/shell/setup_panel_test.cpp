@@ -173,6 +173,40 @@ TEST_F(Connection, NamesAPortBeforeASendThatIsNotTheSavedOne) {
   EXPECT_EQ(boxes[0].text.find(u"It goes to"), std::u16string::npos);
 }
 
+// The panel stands open behind another mode, where nobody sees its lists.
+TEST_F(Connection, NamesSettingsBeforeATransferThatAreNotTheSavedOnes) {
+  Port(u"COM3");
+  Settings("Port=COM3\r\nBaud=9600\r\n");
+  headless::Click(kIdSetup);
+  headless::SelectRows(kIdDncBaudList, {0});
+  headless::SelectRows(kIdDncParity, {1});
+  SetMode(kModeHome);
+  headless::TakeBoxes();
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::Click(kIdSend);
+  auto boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  const std::u16string settings = u"Other than in the saved profile: baud rate 1200, parity None.";
+  EXPECT_NE(boxes[0].text.find(settings + u"\n\n"), std::u16string::npos);
+  EXPECT_EQ(boxes[0].text.find(u"It goes to"), std::u16string::npos);
+  Settings("Port=COM9\r\nBaud=1200\r\nParity=0\r\n");
+  headless::Click(kIdReceive);
+  ASSERT_TRUE(TransferRuns());
+  const std::u16string log(platform::TextOf(kIdOutputLog));
+  EXPECT_NE(log.find(u"It comes over COM3. The saved profile names COM9.\r\nReceive armed."),
+            std::u16string::npos);
+  headless::Click(kIdAbortTransfer);
+  headless::Advance(1000);
+  // Nothing is said where none is saved.
+  Settings("Baud=9600\r\n");
+  headless::QueueAnswer(platform::BoxAnswer::No);
+  headless::TakeBoxes();
+  headless::Click(kIdSend);
+  boxes = headless::TakeBoxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].text.find(u"saved profile"), std::u16string::npos);
+}
+
 TEST_F(Connection, ShowsSavedNumbersOutsideTheListsByTheirWords) {
   Port(u"COM1");
   Settings("Port=COM1\r\nParity=3\r\nStopBits=1\r\nFlow=7\r\n");
