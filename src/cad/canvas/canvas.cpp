@@ -5,6 +5,7 @@
 #include "cad/canvas/canvas_model.h"
 #include "cad/canvas/canvas_paint.h"
 #include "cad/canvas/canvas_pointer.h"
+#include "cad/canvas/key_cross.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/tools/draw_tools.h"
@@ -18,6 +19,7 @@ namespace {
 void TellDrawing(platform::ViewValue& value) {
   const std::int32_t count = sketch.objectCount;
   value.words = IntegerText(count) + (count == 1 ? u" object" : u" objects");
+  if (const std::u16string cross = KeyCrossWords(); !cross.empty()) value.words += u", " + cross;
   if (!HasSketchSelection()) return;
   value.words += u", selected " + IntegerText(sketch.selected + 1) + u"  ";
   value.words += SketchTypeName(sketch.objects[sketch.selected].type);
@@ -38,7 +40,12 @@ void RegisterCanvas() {
   tool.id = kViewCadCanvas;
   tool.keys = DrawToolKeys();
   RegisterHandlers(tool);
+  Handlers cross;
+  cross.id = kViewCadCanvas;
+  cross.keys = KeyCrossKeys();
+  RegisterHandlers(cross);
   RegisterCanvasKeys();
+  RegisterKeyCross();
   RegisterModelView();
 }
 

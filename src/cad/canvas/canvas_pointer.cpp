@@ -45,6 +45,9 @@ Drag drag;
 
 bool rightSpent = false;  // the last click of the right button gave up a tool
 
+int pointedX = -1;  // where the pointer itself was last, canvas pixels
+int pointedY = -1;
+
 double snapX = 0;  // where the last hover would snap to, drawing units
 double snapY = 0;
 
@@ -222,7 +225,9 @@ constexpr KeyRow kKeys[] = {
 
 // Zoom and pan without a pointer, as in the toolpath view.
 bool ViewKey(const KeyEvent& key) {
-  return RunKeyRow(kKeys, WithoutZoomModifiers(key)) || RouteChord(kCanvasChords, key);
+  if (!RunKeyRow(kKeys, WithoutZoomModifiers(key))) return RouteChord(kCanvasChords, key);
+  CrossFollows();
+  return true;
 }
 
 void ResetOrPress(const PointerEvent& event) {
@@ -233,6 +238,26 @@ void ResetOrPress(const PointerEvent& event) {
   } else {
     PressCanvas(event);
   }
+}
+
+void DropCross() {
+  if (!ThePlace().kept) return;
+  ForgetPlace();
+  platform::TellViewValue(kViewCadCanvas);
+  Refresh();
+}
+
+// While keys point: that the pointer stays where it was, leaves, or is no longer captured.
+bool IsPassedOver(const PointerEvent& event) {
+  const bool moves = event.action == PointerAction::Move;
+  const bool same = moves && event.x == pointedX && event.y == pointedY;
+  if (event.action == PointerAction::Leave) {
+    pointedX = pointedY = -1;
+  } else if (event.action != PointerAction::Lost) {
+    pointedX = event.x;
+    pointedY = event.y;
+  }
+  return ThePlace().kept && (same || event.action == PointerAction::Leave);
 }
 
 void OnFit(int, int) { CanvasFit(); }
@@ -272,7 +297,8 @@ void ShowCursorText(double x, double y) {
 bool TakeSpentRightClick() { return std::exchange(rightSpent, false); }
 
 bool CrosshairShown() {
-  if (canvasView.panTool || canvasView.modelView || !AnyToolInHand()) return false;
+  if (canvasView.panTool || canvasView.modelView) return false;
+  if (!AnyToolInHand() && !ThePlace().kept) return false;
   return platform::RectHolds(CanvasClient(), canvasView.cursorX, canvasView.cursorY);
 }
 
@@ -283,7 +309,19 @@ bool SnapPlace(double& x, double& y) {
   return true;
 }
 
+void PointByKey(const PointerEvent& event) {
+  if (event.action == PointerAction::Press) {
+    PressCanvas(event);
+  } else if (event.action == PointerAction::Release) {
+    ReleaseOf(event);
+  } else {
+    MoveOf(event);
+  }
+}
+
 bool CanvasPointer(const PointerEvent& event) {
+  if (IsPassedOver(event)) return true;
+  if (event.action != PointerAction::Lost) DropCross();
   if (canvasView.modelView && AnyToolInHand()) LeaveModelView();
   if (canvasView.modelView) return ModelPointer(event);
   switch (event.action) {
@@ -330,10 +368,19 @@ bool CanvasKey(const KeyEvent& key) {
     LoseCapture();
     return true;
   }
+  if (escape && ThePlace().kept && drag.holder != Holder::Nobody) {
+    LoseCapture();
+    return true;
+  }
   if (DrawToolKey(key) || (escape && SelectEscape())) {
     Refresh();
     return true;
   }
+  if (escape && ThePlace().kept) {
+    DropCross();
+    return true;
+  }
+  if (TakeCrossKey(key)) return true;
   if (const int command = SketchShortcut(key)) {
     RouteCommand(command, platform::kNotifyClick);
     Refresh();
@@ -355,6 +402,8 @@ void ResetCanvasPointer() {
   drag = Drag();
   rightSpent = false;
   snapX = snapY = 0;
+  pointedX = pointedY = -1;
+  ForgetPlace();
 }
 
 }  // namespace morva

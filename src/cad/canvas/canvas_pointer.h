@@ -12,6 +12,8 @@
 namespace morva {
 
 bool CanvasPointer(const platform::PointerEvent& event);
+// What a key does as the left button or a move of the pointer, which itself stays where it is.
+void PointByKey(const platform::PointerEvent& event);
 bool CanvasKey(const platform::KeyEvent& key);
 std::span<const KeyRow> CanvasKeys();  // those that shift and zoom
 // The command of a key that the surface answers wherever the keyboard is but in a field, Escape
@@ -22,7 +24,7 @@ bool TakeSpentRightClick();
 // The status line's cursor text for a drawing position.
 void ShowCursorText(double x, double y);
 
-// A tool is in hand and the pointer inside.
+// A tool is in hand and the pointer inside, or keys point.
 bool CrosshairShown();
 // Where the last search snapped to, drawing units. False: nowhere.
 bool SnapPlace(double& x, double& y);

@@ -42,6 +42,8 @@ int WholePixel(double value) {
 
 bool IsVisible(int index) { return !sketch.hidden[index]; }
 
+KeptPlace keptPlace;
+
 }  // namespace
 
 platform::Rect CanvasClient() { return platform::ClientArea(kViewCadCanvas); }
@@ -68,8 +70,22 @@ platform::PointF ExactPixelOf(const CanvasTransform& t, double x, double y) {
 
 platform::Point ToCanvas(double x, double y) { return PixelOf(TransformFor(CanvasClient()), x, y); }
 
+void KeepPlace(double x, double y) { keptPlace = {true, x, y}; }
+
+void ForgetPlace() { keptPlace = {}; }
+
+const KeptPlace& ThePlace() { return keptPlace; }
+
 void FromCanvas(int px, int py, double& x, double& y) {
   const platform::Rect client = CanvasClient();
+  if (keptPlace.kept) {
+    const platform::Point at = PixelOf(TransformFor(client), keptPlace.x, keptPlace.y);
+    if (at.x == px && at.y == py) {
+      x = keptPlace.x;
+      y = keptPlace.y;
+      return;
+    }
+  }
   const int w = platform::RectWidth(client);
   const double scale = CanvasScale(w);
   x = (px - w / 2.0 - canvasView.panX) / scale;

@@ -26,6 +26,16 @@ extern CanvasView canvasView;
 double CanvasScale(int width);
 platform::Point ToCanvas(double x, double y);
 void FromCanvas(int px, int py, double& x, double& y);
+// A place of the drawing whose pixel FromCanvas gives as this place, for as long as it is kept: who
+// points by keys means the place and not the pixel.
+struct KeptPlace {
+  bool kept = false;
+  double x = 0;
+  double y = 0;
+};
+void KeepPlace(double x, double y);
+void ForgetPlace();
+const KeptPlace& ThePlace();
 // `pixels` at this zoom in drawing units: pixels * 10 / (max(w, 41) - 40) / zoom inch, 250 for mm.
 double CanvasTolerance(double pixels);
 

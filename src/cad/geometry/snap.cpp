@@ -168,6 +168,8 @@ double OnGrid(double value, double grid) {
 
 }  // namespace
 
+double SnapGrid() { return BySketchUnit(kGridInch, kGridMm); }
+
 void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
   SetSnapResult(false, false);
   if (!sketch.snapOn || bypass) return;
@@ -182,7 +184,7 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
   if (!search.found) OfferEdges(search);
   OfferIntersections(search);
   if (!search.found) {
-    const double grid = BySketchUnit(kGridInch, kGridMm);
+    const double grid = SnapGrid();
     Offer(search, OnGrid(x, grid), OnGrid(y, grid), false);
   }
   if (!search.found) return;
