@@ -10,6 +10,7 @@
 
 #include "app/app_state.h"
 #include "app/command_ids.h"
+#include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
@@ -135,6 +136,74 @@ TEST_F(CadDraw, AToolKeyThatIsHeldDownOpensNoMethods) {
   QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, in);
   EXPECT_FALSE(platform::ButtonHeld());
   EXPECT_TRUE(desk::Until([]() { return tools.constructionMethod == morva::kIdMethodRectangle; }));
+}
+
+// From the keys of the strip to the drawing and back, with no pointer: in each width of the window
+// a line, a circle about its end, a selection and its end by Delete.
+TEST_F(CadDraw, EverythingIsDrawnByTheKeyboardAlone) {
+  const auto hold = [](Qt::Key key, Qt::KeyboardModifiers with, int times) {
+    for (int i = 0; i < times; ++i) desk::KeyHere(key, with);
+  };
+  for (const QSize size : {QSize(1200, 800), QSize(1560, 940)}) {
+    Resize(size.width(), size.height());
+    desk::MovePointer(desk::WidgetOf(platform::kMainWindow), QPoint(5, 5));
+    desk::WidgetOf(morva::kIdCadLine)->setFocus();
+    Key(Qt::Key_Space);
+    ASSERT_EQ(tools.constructionMethod, morva::kIdMethodLine);
+    ASSERT_EQ(QApplication::focusWidget(), Canvas());
+    Key(Qt::Key_Left);  // brings the cross
+    EXPECT_EQ(Status(), QStringLiteral("CAD cursor  X 0.0000  Y 0.0000 in"));
+    hold(Qt::Key_Left, Qt::NoModifier, 5);
+    hold(Qt::Key_Down, Qt::AltModifier, 4);
+    EXPECT_EQ(Status(), QStringLiteral("CAD cursor  X -2.0000  Y -0.2000 in"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Hint(), QStringLiteral("Pick the second construction point."));
+    hold(Qt::Key_Right, Qt::NoModifier, 8);
+    Show("draw_6_keys_line.png");
+    Key(Qt::Key_Enter);
+    ASSERT_EQ(sketch.objectCount, 1);
+    EXPECT_EQ(Last().type, morva::kTypeLine);
+    EXPECT_NEAR(Last().x, -2, 1e-9);
+    EXPECT_NEAR(Last().y, -0.2, 1e-9);
+    EXPECT_NEAR(Last().size, 3.2, 1e-9);
+    EXPECT_NEAR(Last().angle, 0, 1e-6);
+
+    desk::WidgetOf(morva::kIdCadCircle)->setFocus();
+    Key(Qt::Key_Space);
+    Key(Qt::Key_Space);  // on the drawing: its middle, where the line ends
+    hold(Qt::Key_Up, Qt::NoModifier, 2);
+    Show("draw_7_keys_circle.png");
+    Key(Qt::Key_Space);
+    ASSERT_EQ(sketch.objectCount, 2);
+    EXPECT_EQ(Last().type, morva::kTypeCircle);
+    EXPECT_NEAR(Last().x, 1.2, 1e-6);
+    EXPECT_NEAR(Last().y, -0.2, 1e-6);
+    // The first step comes to the line of the grid at 0, the second to the next.
+    EXPECT_NEAR(Last().size, 2 * 0.6, 1e-6);
+
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(tools.constructionMethod, 0);
+    Key(Qt::Key_Left);
+    hold(Qt::Key_Left, Qt::NoModifier, 6);
+    hold(Qt::Key_Down, Qt::NoModifier, 1);
+    hold(Qt::Key_Down, Qt::AltModifier, 4);
+    Show("draw_8_keys_select.png");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(sketch.selected, 0);
+    desk::KeyHere(Qt::Key_Up, Qt::ControlModifier);
+    Key(Qt::Key_Delete);
+    ASSERT_EQ(sketch.objectCount, 1);
+    EXPECT_EQ(Last().type, morva::kTypeCircle);
+    Key(Qt::Key_Delete);
+    ASSERT_EQ(sketch.objectCount, 0);
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Home);
+    // A move of the pointer over the drawing takes the cross away.
+    Key(Qt::Key_Up);
+    ASSERT_TRUE(morva::CrosshairShown());
+    Move(-1, -1);
+    EXPECT_FALSE(morva::CrosshairShown());
+  }
 }
 
 TEST_F(CadDraw, SizesAreTypedByTheKeyboardAloneAndLabelsEditThem) {

@@ -9,7 +9,6 @@
 #include "app/command_ids.h"
 #include "cad/model/sketch.h"
 #include "cad/model/tool_state.h"
-#include "cad/tools/draw_tools.h"
 #include "desk/cad_desk.h"
 #include "documents/feature_blocks.h"
 #include "documents/insertion.h"
@@ -212,38 +211,6 @@ void Bracket::FromTheFirstLineToTheUpdatedBlock() {
 TEST_F(Bracket, IsDrawnDimensionedGeneratedPlayedReopenedAndUpdated) {
   Resize(1560, 940);
   FromTheFirstLineToTheUpdatedBlock();
-}
-
-TEST_F(Bracket, BeginsByKeysAlone) {
-  morva::StartMethod(morva::kIdMethodLine);
-  desk::Run(50);
-  ASSERT_EQ(QApplication::focusWidget(), Canvas());
-  const auto keys = [](Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
-    QTest::keyClick(Canvas(), key, with);
-  };
-  keys(Qt::Key_Right);
-  const double x = morva::ThePlace().x;
-  const double y = morva::ThePlace().y;
-  keys(Qt::Key_Return);
-  keys(Qt::Key_Right, Qt::ShiftModifier);
-  const double length = morva::ThePlace().x - x;
-  EXPECT_GT(length, 0.4);
-  keys(Qt::Key_Space);
-  ASSERT_EQ(morva::sketch.objectCount, 1);
-  EXPECT_EQ(morva::sketch.objects[0].type, morva::kTypeLine);
-  EXPECT_NEAR(morva::sketch.objects[0].size, length, 1e-9);
-  EXPECT_NEAR(morva::sketch.objects[0].x, x, 1e-9);
-  EXPECT_NEAR(morva::sketch.objects[0].y, y, 1e-9);
-  morva::StartDragTool(morva::kTypeCircle + 1);
-  keys(Qt::Key_Up, Qt::ShiftModifier);
-  keys(Qt::Key_Space);
-  keys(Qt::Key_Left, Qt::ShiftModifier);
-  Show("by-keys.png");
-  keys(Qt::Key_Space);
-  ASSERT_EQ(morva::sketch.objectCount, 2);
-  EXPECT_EQ(morva::sketch.objects[1].type, morva::kTypeCircle);
-  EXPECT_NEAR(morva::sketch.objects[1].size, 2 * length, 1e-9);
-  EXPECT_NEAR(morva::sketch.objects[1].y, y + length, 1e-9);
 }
 
 TEST_F(Bracket, IsDrawnToTheEndInASmallWindowToo) {

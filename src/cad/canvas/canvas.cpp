@@ -19,10 +19,13 @@ namespace {
 void TellDrawing(platform::ViewValue& value) {
   const std::int32_t count = sketch.objectCount;
   value.words = IntegerText(count) + (count == 1 ? u" object" : u" objects");
-  if (const std::u16string cross = KeyCrossWords(); !cross.empty()) value.words += u", " + cross;
-  if (!HasSketchSelection()) return;
-  value.words += u", selected " + IntegerText(sketch.selected + 1) + u"  ";
-  value.words += SketchTypeName(sketch.objects[sketch.selected].type);
+  if (HasSketchSelection()) {
+    value.words += u", selected " + IntegerText(sketch.selected + 1) + u"  ";
+    value.words += SketchTypeName(sketch.objects[sketch.selected].type);
+  }
+  double x = 0;
+  double y = 0;
+  if (CrosshairShown() && KeyCross(x, y)) value.words += u", cross  " + CursorWords(x, y);
 }
 
 }  // namespace
@@ -40,12 +43,7 @@ void RegisterCanvas() {
   tool.id = kViewCadCanvas;
   tool.keys = DrawToolKeys();
   RegisterHandlers(tool);
-  Handlers cross;
-  cross.id = kViewCadCanvas;
-  cross.keys = KeyCrossKeys();
-  RegisterHandlers(cross);
   RegisterCanvasKeys();
-  RegisterKeyCross();
   RegisterModelView();
 }
 

@@ -35,8 +35,6 @@ using platform::SegmentOf;
 
 constexpr Colour kBright = kBrightAccent;
 
-constexpr double kGridInch = 0.4;
-constexpr double kGridMm = 10;
 constexpr int kGridLines = 40;          // each way from the origin
 constexpr int kGridReach = 20;          // spacings that a line runs either way
 constexpr double kPointReach = 0.025;   // of a work point's cross, drawing units
@@ -145,7 +143,7 @@ void PaintDashed(const Sheet& sheet, PointF from, PointF to, const Pen& pen) {
 
 void PaintGrid(const Sheet& sheet) {
   if (!sketch.gridOn) return;
-  const double spacing = BySketchUnit(kGridInch, kGridMm);
+  const double spacing = CanvasGridStep();
   const double reach = kGridReach * spacing;
   int count = 0;
   for (int i = -kGridLines; i <= kGridLines; ++i) {
@@ -405,15 +403,16 @@ std::u16string SizeText(const SketchObject& object) {
 // Beside the cursor, and on its other side where the canvas ends.
 void PaintSizeText(const Sheet& sheet) {
   SketchObject object;
-  if (tools.sizePanelShown || canvasView.cursorX < 0 || !ShownPreview(object)) return;
+  const platform::Point cursor = CanvasCursor();
+  if (tools.sizePanelShown || cursor.x < 0 || !ShownPreview(object)) return;
   if (object.type == kTypeWorkPoint) return;
   const std::u16string text = SizeText(object);
   const int width = platform::TextWidth(FontRole::Small, text) + 8;
   const int height = platform::TextHeight(FontRole::Small) + 2;
-  int left = canvasView.cursorX + kTextAcross;
-  int top = canvasView.cursorY - kTextAbove - height;
-  if (left + width > sheet.client.right) left = canvasView.cursorX - kTextAcross - width;
-  if (top < sheet.client.top) top = canvasView.cursorY + kTextAcross;
+  int left = cursor.x + kTextAcross;
+  int top = cursor.y - kTextAbove - height;
+  if (left + width > sheet.client.right) left = cursor.x - kTextAcross - width;
+  if (top < sheet.client.top) top = cursor.y + kTextAcross;
   const Rect plate{left, top, left + width, top + height};
   FillArea(sheet.canvas, plate, kPanelBackground);
   FrameArea(sheet.canvas, plate, PenOf(kPanelLine, 1));
@@ -441,14 +440,16 @@ void PaintSnapMark(const Sheet& sheet) {
 
 void PaintCrosshair(const Sheet& sheet) {
   if (!CrosshairShown()) return;
-  const double x = canvasView.cursorX;
-  const double y = canvasView.cursorY;
+  const platform::Point cursor = CanvasCursor();
+  const double x = cursor.x;
+  const double y = cursor.y;
   const Segment arms[4] = {SegmentOf({x - kCrossTo, y}, {x - kCrossFrom, y}),
                            SegmentOf({x + kCrossFrom, y}, {x + kCrossTo, y}),
                            SegmentOf({x, y - kCrossTo}, {x, y - kCrossFrom}),
                            SegmentOf({x, y + kCrossFrom}, {x, y + kCrossTo})};
   PaintSegments(sheet.canvas, arms, 4, PenOf(kMainText, 1));
-  if (tools.snapHit) {
+  // A click that selects does not snap.
+  if (tools.snapHit && AnyToolInHand()) {
     PaintSnapMark(sheet);
   } else {
     PaintEllipse(sheet.canvas, {x, y}, kCursorRing, kCursorRing, Smooth(kMainText, 1));

@@ -7,11 +7,13 @@
 #include "app/panels.h"
 #include "app/router.h"
 #include "cad/canvas/canvas_model.h"
+#include "cad/canvas/key_cross.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/hits.h"
 #include "cad/geometry/snap.h"
 #include "cad/model/cad_chords.h"
 #include "cad/model/cad_hooks.h"
+#include "cad/model/hint_line.h"
 #include "cad/model/sketch.h"
 #include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
@@ -27,6 +29,7 @@ namespace morva {
 namespace {
 
 using platform::KeyEvent;
+using platform::Point;
 using platform::PointerAction;
 using platform::PointerButton;
 using platform::PointerEvent;
@@ -45,8 +48,10 @@ Drag drag;
 
 bool rightSpent = false;  // the last click of the right button gave up a tool
 
-int pointedX = -1;  // where the pointer itself was last, canvas pixels
-int pointedY = -1;
+// The pixel of the last event of the pointer. The window tells moves to where the pointer is
+// already, as after a popup: these move nothing.
+int restX = -1;
+int restY = -1;
 
 double snapX = 0;  // where the last hover would snap to, drawing units
 double snapY = 0;
@@ -96,7 +101,16 @@ void PressLeft(const PointerEvent& event) {
   if (SelectPress(event)) Hold(Holder::Select, event);
 }
 
+bool EndCross() {
+  if (!DropKeyCross()) return false;
+  ForgetHover();
+  platform::TellViewValue(kViewCadCanvas);
+  Refresh();
+  return true;
+}
+
 void PressCanvas(const PointerEvent& event) {
+  EndCross();
   platform::SetFocusTo(kViewCadCanvas);
   rightSpent = false;
   canvasView.cursorX = event.x;
@@ -125,7 +139,8 @@ void PanTo(int x, int y) {
   Refresh();
 }
 
-// What lies under the pointer with no button down: snap, tool preview, edge, cursor text.
+// What lies under the pointer, or under the cross, with no button down: snap, tool preview, edge,
+// cursor text.
 void Hover(const PointerEvent& event) {
   const int hoverBefore = tools.hoverObject;
   const int previewBefore = tools.previewSegmentCount;
@@ -133,7 +148,7 @@ void Hover(const PointerEvent& event) {
   double y = 0;
   FromCanvas(event.x, event.y, x, y);
   bool changed = CrosshairShown();
-  if (changed) {
+  if (changed && AnyToolInHand()) {
     snapX = x;
     snapY = y;
     SnapPoint(snapX, snapY, -1, event.alt);
@@ -154,9 +169,21 @@ void Hover(const PointerEvent& event) {
   if (changed) Refresh();
 }
 
+void HoverPointer(const PointerEvent& event) {
+  double x = 0;
+  double y = 0;
+  FromCanvas(event.x, event.y, x, y);
+  RememberPointed(x, y);
+  Hover(event);
+}
+
 void MoveOf(const PointerEvent& event) {
-  canvasView.cursorX = event.x;
-  canvasView.cursorY = event.y;
+  const bool rests = event.x == restX && event.y == restY;
+  restX = canvasView.cursorX = event.x;
+  restY = canvasView.cursorY = event.y;
+  Point cross;
+  if (rests && drag.holder == Holder::Nobody && KeyCrossPixel(cross)) return;
+  EndCross();
   if (drag.holder != Holder::Nobody && !ButtonDown(event)) LoseCapture();
   switch (drag.holder) {
     case Holder::Pan:
@@ -173,7 +200,7 @@ void MoveOf(const PointerEvent& event) {
     case Holder::Nobody:
       break;
   }
-  if (!event.leftDown && !event.middleDown && !event.rightDown) Hover(event);
+  if (!event.leftDown && !event.middleDown && !event.rightDown) HoverPointer(event);
 }
 
 void ReleaseOf(const PointerEvent& event) {
@@ -193,14 +220,90 @@ void ReleaseOf(const PointerEvent& event) {
 void LeaveOf() {
   canvasView.cursorX = -1;
   canvasView.cursorY = -1;
+  Point cross;
+  if (KeyCrossPixel(cross)) return;
+  ForgetPointed();
   ForgetHover();
   Refresh();
+}
+
+// An event of the left button at the cross, which means the very place of it.
+PointerEvent EventAtCross(PointerAction action, Point at) {
+  PointerEvent event;
+  event.action = action;
+  event.x = at.x;
+  event.y = at.y;
+  if (action != PointerAction::Move) event.button = PointerButton::Left;
+  event.leftDown = tools.dragActive;
+  double x = 0;
+  double y = 0;
+  if (KeyCross(x, y)) PinPixel(at, x, y);
+  return event;
+}
+
+void ShowAtCross() {
+  Point at;
+  if (KeyCrossPixel(at)) {
+    Hover(EventAtCross(PointerAction::Move, at));
+    UnpinPixel();
+  }
+  platform::TellViewValue(kViewCadCanvas);
+  Refresh();
+}
+
+// The pointer's own drag goes on, and with Pan a press would take hold of the view.
+bool CrossMayMove() { return drag.holder == Holder::Nobody && !canvasView.panTool; }
+
+template <int right, int up, CrossStep step>
+bool StepByKey() {
+  if (!CrossMayMove()) return false;
+  StepKeyCross(right, up, step);
+  ShowAtCross();
+  return true;
+}
+
+// A click, or one end of a drag: no button is held meanwhile, so that nobody has the capture.
+void ClickAtCross(PointerEvent event) {
+  ForgetHover();
+  if (tools.dragActive) {
+    event.action = PointerAction::Release;
+    DrawToolRelease(event);
+    return;
+  }
+  PressLeft(event);
+  const Holder holder = LetGo();
+  if (tools.dragActive) {
+    KeepPrompt(u"Enter sets where it begins, Enter again where it ends.");
+  } else if (holder == Holder::Select) {
+    SelectRelease(event);
+  }
+}
+
+template <bool ctrl, bool alt>
+bool PressByKey() {
+  if (!CrossMayMove()) return false;
+  Point at;
+  if (!KeyCrossPixel(at)) {
+    BeginKeyCross();
+    ShowAtCross();
+    return true;
+  }
+  PointerEvent event = EventAtCross(PointerAction::Press, at);
+  event.ctrl = ctrl;
+  event.alt = alt;
+  ClickAtCross(event);
+  UnpinPixel();
+  platform::TellViewValue(kViewCadCanvas);
+  Refresh();
+  return true;
 }
 
 template <int notches>
 bool ZoomByKey() {
   const platform::Rect client = CanvasClient();
-  ZoomAt(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, notches);
+  Point at{platform::RectWidth(client) / 2, platform::RectHeight(client) / 2};
+  KeyCrossPixel(at);
+  ZoomAt(at.x, at.y, notches);
   return true;
 }
 
@@ -211,7 +314,25 @@ bool PanByKey() {
   return true;
 }
 
+// clang-format off
 constexpr KeyRow kKeys[] = {
+    {PlainKey(kCanvasChords, platform::kKeyLeft), u"Move the cross left", StepByKey<-1, 0, CrossStep::Grid>},
+    {PlainKey(kCanvasChords, platform::kKeyRight), u"Move the cross right", StepByKey<1, 0, CrossStep::Grid>},
+    {PlainKey(kCanvasChords, platform::kKeyUp), u"Move the cross up", StepByKey<0, 1, CrossStep::Grid>},
+    {PlainKey(kCanvasChords, platform::kKeyDown), u"Move the cross down", StepByKey<0, -1, CrossStep::Grid>},
+    {ShiftKey(kCanvasChords, platform::kKeyLeft), u"Move the cross far left", StepByKey<-1, 0, CrossStep::Far>},
+    {ShiftKey(kCanvasChords, platform::kKeyRight), u"Move the cross far right", StepByKey<1, 0, CrossStep::Far>},
+    {ShiftKey(kCanvasChords, platform::kKeyUp), u"Move the cross far up", StepByKey<0, 1, CrossStep::Far>},
+    {ShiftKey(kCanvasChords, platform::kKeyDown), u"Move the cross far down", StepByKey<0, -1, CrossStep::Far>},
+    {AltKey(kCanvasChords, platform::kKeyLeft), u"Move the cross a little left", StepByKey<-1, 0, CrossStep::Fine>},
+    {AltKey(kCanvasChords, platform::kKeyRight), u"Move the cross a little right", StepByKey<1, 0, CrossStep::Fine>},
+    {AltKey(kCanvasChords, platform::kKeyUp), u"Move the cross a little up", StepByKey<0, 1, CrossStep::Fine>},
+    {AltKey(kCanvasChords, platform::kKeyDown), u"Move the cross a little down", StepByKey<0, -1, CrossStep::Fine>},
+    {PlainKey(kCanvasChords, platform::kKeyEnter), u"Click at the cross", PressByKey<false, false>},
+    {PlainKey(kCanvasChords, platform::kKeySpace), u"The same click", PressByKey<false, false>},
+    {CtrlKey(kCanvasChords, platform::kKeyEnter), u"Ctrl+click at the cross", PressByKey<true, false>},
+    {CtrlKey(kCanvasChords, platform::kKeySpace), u"The same Ctrl+click", PressByKey<true, false>},
+    {AltKey(kCanvasChords, platform::kKeyEnter), u"Click at the cross, snap passed by", PressByKey<false, true>},
     {PlainKey(kCanvasChords, '+'), u"Zoom in", ZoomByKey<1>},
     {PlainKey(kCanvasChords, '='), u"", ZoomByKey<1>},  // plus without Shift
     {PlainKey(kCanvasChords, platform::kKeyPageUp), u"Zoom in", ZoomByKey<1>},
@@ -222,12 +343,11 @@ constexpr KeyRow kKeys[] = {
     {CtrlKey(kCanvasChords, platform::kKeyUp), u"Shift up", PanByKey<0, -1>},
     {CtrlKey(kCanvasChords, platform::kKeyDown), u"Shift down", PanByKey<0, 1>},
 };
+// clang-format on
 
-// Zoom and pan without a pointer, as in the toolpath view.
+// Zoom, pan and the cross, without a pointer.
 bool ViewKey(const KeyEvent& key) {
-  if (!RunKeyRow(kKeys, WithoutZoomModifiers(key))) return RouteChord(kCanvasChords, key);
-  CrossFollows();
-  return true;
+  return RunKeyRow(kKeys, WithoutZoomModifiers(key)) || RouteChord(kCanvasChords, key);
 }
 
 void ResetOrPress(const PointerEvent& event) {
@@ -238,26 +358,6 @@ void ResetOrPress(const PointerEvent& event) {
   } else {
     PressCanvas(event);
   }
-}
-
-void DropCross() {
-  if (!ThePlace().kept) return;
-  ForgetPlace();
-  platform::TellViewValue(kViewCadCanvas);
-  Refresh();
-}
-
-// While keys point: that the pointer stays where it was, leaves, or is no longer captured.
-bool IsPassedOver(const PointerEvent& event) {
-  const bool moves = event.action == PointerAction::Move;
-  const bool same = moves && event.x == pointedX && event.y == pointedY;
-  if (event.action == PointerAction::Leave) {
-    pointedX = pointedY = -1;
-  } else if (event.action != PointerAction::Lost) {
-    pointedX = event.x;
-    pointedY = event.y;
-  }
-  return ThePlace().kept && (same || event.action == PointerAction::Leave);
 }
 
 void OnFit(int, int) { CanvasFit(); }
@@ -278,7 +378,12 @@ void OnPan(int, int) {
 }  // namespace
 
 void ShowCursorText(double x, double y) {
-  std::u16string text = u"CAD cursor  X ";
+  const std::u16string text = u"CAD cursor  " + CursorWords(x, y);
+  SetPassingStatus(text.c_str());
+}
+
+std::u16string CursorWords(double x, double y) {
+  std::u16string text = u"X ";
   text += SketchNumber(x, 4);
   text += u"  Y ";
   text += SketchNumber(y, 4);
@@ -291,15 +396,23 @@ void ShowCursorText(double x, double y) {
     text += SketchNumber(sketch.objects[under].size, 4);
     if (sketch.locked[under]) text += u" LOCKED";
   }
-  SetPassingStatus(text.c_str());
+  return text;
 }
 
 bool TakeSpentRightClick() { return std::exchange(rightSpent, false); }
 
+Point CanvasCursor() {
+  Point at{canvasView.cursorX, canvasView.cursorY};
+  KeyCrossPixel(at);
+  return at;
+}
+
 bool CrosshairShown() {
   if (canvasView.panTool || canvasView.modelView) return false;
-  if (!AnyToolInHand() && !ThePlace().kept) return false;
-  return platform::RectHolds(CanvasClient(), canvasView.cursorX, canvasView.cursorY);
+  Point at;
+  if (KeyCrossPixel(at)) return true;
+  return AnyToolInHand() &&
+         platform::RectHolds(CanvasClient(), canvasView.cursorX, canvasView.cursorY);
 }
 
 bool SnapPlace(double& x, double& y) {
@@ -309,19 +422,7 @@ bool SnapPlace(double& x, double& y) {
   return true;
 }
 
-void PointByKey(const PointerEvent& event) {
-  if (event.action == PointerAction::Press) {
-    PressCanvas(event);
-  } else if (event.action == PointerAction::Release) {
-    ReleaseOf(event);
-  } else {
-    MoveOf(event);
-  }
-}
-
 bool CanvasPointer(const PointerEvent& event) {
-  if (IsPassedOver(event)) return true;
-  if (event.action != PointerAction::Lost) DropCross();
   if (canvasView.modelView && AnyToolInHand()) LeaveModelView();
   if (canvasView.modelView) return ModelPointer(event);
   switch (event.action) {
@@ -368,19 +469,12 @@ bool CanvasKey(const KeyEvent& key) {
     LoseCapture();
     return true;
   }
-  if (escape && ThePlace().kept && drag.holder != Holder::Nobody) {
-    LoseCapture();
-    return true;
-  }
-  if (DrawToolKey(key) || (escape && SelectEscape())) {
+  // The cross goes with the tool that Escape gives up.
+  const bool crossEnds = escape && !SelectDragging() && EndCross();
+  if (DrawToolKey(key) || (escape && SelectEscape()) || crossEnds) {
     Refresh();
     return true;
   }
-  if (escape && ThePlace().kept) {
-    DropCross();
-    return true;
-  }
-  if (TakeCrossKey(key)) return true;
   if (const int command = SketchShortcut(key)) {
     RouteCommand(command, platform::kNotifyClick);
     Refresh();
@@ -401,9 +495,9 @@ void RegisterCanvasKeys() {
 void ResetCanvasPointer() {
   drag = Drag();
   rightSpent = false;
+  restX = restY = -1;
   snapX = snapY = 0;
-  pointedX = pointedY = -1;
-  ForgetPlace();
+  ResetKeyCross();
 }
 
 }  // namespace morva

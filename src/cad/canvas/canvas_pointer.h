@@ -5,17 +5,17 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "app/key_rows.h"
 #include "platform/events.h"
+#include "platform/geometry.h"
 
 namespace morva {
 
 bool CanvasPointer(const platform::PointerEvent& event);
-// What a key does as the left button or a move of the pointer, which itself stays where it is.
-void PointByKey(const platform::PointerEvent& event);
 bool CanvasKey(const platform::KeyEvent& key);
-std::span<const KeyRow> CanvasKeys();  // those that shift and zoom
+std::span<const KeyRow> CanvasKeys();  // the cross, and those that shift and zoom
 // The command of a key that the surface answers wherever the keyboard is but in a field, Escape
 // and F8 among them; 0 for none.
 int SketchShortcut(const platform::KeyEvent& key);
@@ -23,8 +23,12 @@ int SketchShortcut(const platform::KeyEvent& key);
 bool TakeSpentRightClick();
 // The status line's cursor text for a drawing position.
 void ShowCursorText(double x, double y);
+// The place and the object there, as that text tells them.
+std::u16string CursorWords(double x, double y);
 
-// A tool is in hand and the pointer inside, or keys point.
+// The pixel of the cross that keys move, else of the pointer; -1 where the pointer has left.
+platform::Point CanvasCursor();
+// A tool is in hand and the pointer inside, or keys have moved a cross into view.
 bool CrosshairShown();
 // Where the last search snapped to, drawing units. False: nowhere.
 bool SnapPlace(double& x, double& y);

@@ -3,164 +3,156 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/command_ids.h"
-#include "cad/canvas/canvas_pointer.h"
 #include "cad/geometry/canvas_view.h"
 #include "cad/geometry/snap.h"
-#include "cad/model/cad_chords.h"
-#include "cad/model/cad_hooks.h"
 #include "cad/model/sketch.h"
-#include "cad/model/sketch_words.h"
 #include "cad/model/tool_state.h"
-#include "platform/window.h"
 
 namespace morva {
+
 namespace {
 
-using platform::PointerAction;
-using platform::PointerButton;
-using platform::PointerEvent;
+using platform::Point;
+using platform::PointF;
+using platform::Rect;
 
-constexpr int kLeastStep = 5;   // pixels; less can hardly be seen
-constexpr int kEdge = 24;       // pixels that the cross keeps from the edge of the view
-constexpr int kManySteps = 10;  // with Shift
-constexpr double kFarthest = 1e5;
+constexpr int kFarSteps = 10;
+constexpr double kWidestFine = 40;    // pixels
+constexpr double kViewMargin = 40;    // pixels that the view keeps around the cross
+constexpr double kSameLine = 1e-6;    // of a step: a place that near to a line stands on it
+constexpr double kFarthest = 999999;  // drawing units; coordinates stay below kSketchLimit
+static_assert(kFarthest < kSketchLimit);
 
-// A multiple of the snap grid that can be seen at this zoom, drawing units.
-double Step() {
+struct Cross {
+  bool stands = false;
+  bool metric = false;  // the unit of its place
+  double x = 0;
+  double y = 0;
+};
+Cross cross;
+
+// What was pointed at last, by the pointer or by the cross.
+struct Pointed {
+  bool known = false;
+  bool byPointer = false;
+  bool metric = false;
+  double x = 0;
+  double y = 0;
+};
+Pointed pointed;
+
+double FineStep() {
   const double scale = CanvasScale(platform::RectWidth(CanvasClient()));
-  double step = SnapGrid();
-  for (const double times : {2.0, 2.0, 2.5, 2.0, 2.0, 2.5, 2.0, 2.0, 2.5}) {
-    if (step * scale >= kLeastStep) break;
-    step *= times;
-  }
+  double step = SnapGridStep();
+  while (step * scale > kWidestFine) step /= 10;
   return step;
 }
 
-double OnGrid(double value, double step) { return std::round(value / step) * step; }
+double NearestLine(double value, double step) { return std::round(value / step) * step; }
 
-// The middle of the view, or where the pointer was last.
-platform::Point StartPixel() {
-  const platform::Rect client = CanvasClient();
-  if (platform::RectHolds(client, canvasView.cursorX, canvasView.cursorY)) {
-    return {canvasView.cursorX, canvasView.cursorY};
-  }
-  return {platform::RectWidth(client) / 2, platform::RectHeight(client) / 2};
+// The line that is `count` lines ahead of a value; a value on a line has this one behind it.
+double LineAhead(double value, double step, int count) {
+  if (count == 0) return value;
+  const double lines = value / step;
+  const double from = count > 0 ? std::floor(lines + kSameLine) : std::ceil(lines - kSameLine);
+  return std::clamp((from + count) * step, -kFarthest, kFarthest);
 }
 
-// The view follows what leaves it.
-void BringIntoView(double x, double y) {
-  const platform::Rect client = CanvasClient();
-  const platform::Point at = ToCanvas(x, y);
-  const int right = std::max(platform::RectWidth(client) - kEdge, kEdge);
-  const int foot = std::max(platform::RectHeight(client) - kEdge, kEdge);
-  const int dx = std::clamp(at.x, kEdge, right) - at.x;
-  const int dy = std::clamp(at.y, kEdge, foot) - at.y;
-  if (dx != 0 || dy != 0) PanCanvas(dx, dy);
+bool PixelInView(double x, double y, Point& at) {
+  const Rect client = CanvasClient();
+  at = PixelOf(TransformFor(client), x, y);
+  return platform::RectHolds(client, at.x, at.y);
 }
 
-PointerEvent EventAt(PointerAction action) {
-  const KeptPlace& place = ThePlace();
-  const platform::Point at = ToCanvas(place.x, place.y);
-  PointerEvent event;
-  event.action = action;
-  event.x = at.x;
-  event.y = at.y;
-  event.leftDown = tools.dragActive;
-  return event;
+bool InView(double x, double y) {
+  Point at;
+  return PixelInView(x, y, at);
 }
 
-void Tell() {
-  const KeptPlace& place = ThePlace();
-  ShowCursorText(place.x, place.y);
-  platform::TellViewValue(kViewCadCanvas);
+// The nearest crossing of the drawn grid, where one is in view.
+void MiddleOfView(double& x, double& y) {
+  const Rect client = CanvasClient();
+  FromCanvas(platform::RectWidth(client) / 2, platform::RectHeight(client) / 2, x, y);
+  const double grid = CanvasGridStep();
+  const double gridX = NearestLine(x, grid);
+  const double gridY = NearestLine(y, grid);
+  const double step = InView(gridX, gridY) ? grid : FineStep();
+  x = NearestLine(x, step);
+  y = NearestLine(y, step);
 }
 
-void StandAt(double x, double y) {
-  KeepPlace(std::clamp(x, -kFarthest, kFarthest), std::clamp(y, -kFarthest, kFarthest));
-  const KeptPlace& place = ThePlace();
-  BringIntoView(place.x, place.y);
-  PointByKey(EventAt(PointerAction::Move));
-  Tell();
-  platform::Repaint(kViewCadCanvas);
+void SnapAsAClick(double& x, double& y) {
+  SnapPoint(x, y, -1, false);
+  if (tools.snapHit && tools.geometryTool != kGeometryTrim) return;
+  const double step = FineStep();
+  x = NearestLine(x, step);
+  y = NearestLine(y, step);
 }
 
-bool Begin() {
-  const platform::Point start = StartPixel();
-  double x = 0;
-  double y = 0;
-  FromCanvas(start.x, start.y, x, y);
-  const double step = Step();
-  StandAt(OnGrid(x, step), OnGrid(y, step));
-  return true;
+// Whole pixels, so that lines of the grid stay as sharp as they are.
+void FollowCross() {
+  const Rect client = CanvasClient();
+  const PointF at = ExactPixelOf(TransformFor(client), cross.x, cross.y);
+  const auto shift = [](double pixel, int room) {
+    const double margin = std::min(kViewMargin, room / 4.0);
+    return std::round(std::clamp(pixel, margin, room - margin) - pixel);
+  };
+  PanCanvas(shift(at.x, platform::RectWidth(client)), shift(at.y, platform::RectHeight(client)));
 }
 
-bool MayStand() { return !canvasView.modelView && !canvasView.panTool; }
-
-template <int right, int above, int steps>
-bool MoveByKey() {
-  if (!MayStand()) return false;
-  if (!KeyCrossUp()) return Begin();
-  const double x = ThePlace().x;
-  const double y = ThePlace().y;
-  const double step = Step();
-  StandAt(right != 0 ? OnGrid(x + right * steps * step, step) : x,
-          above != 0 ? OnGrid(y + above * steps * step, step) : y);
-  return true;
+void Put(double x, double y) {
+  cross = {true, sketch.metric, x, y};
+  pointed = {true, false, sketch.metric, x, y};
+  FollowCross();
 }
-
-bool Press() {
-  if (!MayStand() || (!KeyCrossUp() && !AnyToolInHand())) return false;
-  // Nobody is to press at a place that he does not see.
-  if (!KeyCrossUp()) return Begin();
-  PointerEvent event = EventAt(tools.dragActive ? PointerAction::Release : PointerAction::Press);
-  event.button = PointerButton::Left;
-  event.leftDown = event.action == PointerAction::Press;
-  PointByKey(event);
-  if (event.action == PointerAction::Press && !tools.dragActive) {
-    event.action = PointerAction::Release;
-    event.leftDown = false;
-    PointByKey(event);
-  }
-  // What the press made may be seen, and snapped to, at once.
-  if (KeyCrossUp() && MayStand()) StandAt(ThePlace().x, ThePlace().y);
-  return true;
-}
-
-// The view has another zoom or shift: the cross stays at its place of the drawing, in sight or not.
-void FollowView() {
-  if (!KeyCrossUp() || !MayStand()) return;
-  PointByKey(EventAt(PointerAction::Move));
-  Tell();
-}
-
-constexpr KeyRow kKeys[] = {
-    {PlainKey(kCanvasChords, platform::kKeyLeft), u"Move the cross left", MoveByKey<-1, 0, 1>},
-    {PlainKey(kCanvasChords, platform::kKeyRight), u"Move the cross right", MoveByKey<1, 0, 1>},
-    {PlainKey(kCanvasChords, platform::kKeyUp), u"Move the cross up", MoveByKey<0, 1, 1>},
-    {PlainKey(kCanvasChords, platform::kKeyDown), u"Move the cross down", MoveByKey<0, -1, 1>},
-    {ShiftKey(kCanvasChords, platform::kKeyLeft), u"Ten steps left", MoveByKey<-1, 0, kManySteps>},
-    {ShiftKey(kCanvasChords, platform::kKeyRight), u"Ten steps right", MoveByKey<1, 0, kManySteps>},
-    {ShiftKey(kCanvasChords, platform::kKeyUp), u"Ten steps up", MoveByKey<0, 1, kManySteps>},
-    {ShiftKey(kCanvasChords, platform::kKeyDown), u"Ten steps down", MoveByKey<0, -1, kManySteps>},
-    {PlainKey(kCanvasChords, platform::kKeyEnter), u"Press at the cross", Press},
-    {PlainKey(kCanvasChords, platform::kKeySpace), u"", Press},
-};
 
 }  // namespace
 
-bool KeyCrossUp() { return ThePlace().kept; }
-
-std::span<const KeyRow> KeyCrossKeys() { return kKeys; }
-
-std::u16string KeyCrossWords() {
-  if (!KeyCrossUp()) return {};
-  return u"cross at X " + SketchNumber(ThePlace().x, 4) + u"  Y " + SketchNumber(ThePlace().y, 4);
+bool KeyCross(double& x, double& y) {
+  if (!cross.stands || cross.metric != sketch.metric) return false;
+  x = cross.x;
+  y = cross.y;
+  return true;
 }
 
-void RegisterKeyCross() {
-  cadHooks.crossKey = [](const platform::KeyEvent& key) { return RunKeyRow(kKeys, key); };
-  cadHooks.crossFollows = FollowView;
+bool KeyCrossPixel(Point& at) {
+  double x = 0;
+  double y = 0;
+  return KeyCross(x, y) && PixelInView(x, y, at);
+}
+
+void BeginKeyCross() {
+  double x = pointed.x;
+  double y = pointed.y;
+  if (!pointed.known || pointed.metric != sketch.metric || !InView(x, y)) {
+    MiddleOfView(x, y);
+  } else if (pointed.byPointer) {
+    SnapAsAClick(x, y);
+  }
+  Put(x, y);
+}
+
+void StepKeyCross(int right, int up, CrossStep step) {
+  Point at;
+  if (!KeyCrossPixel(at)) return BeginKeyCross();
+  const double width = step == CrossStep::Fine ? FineStep() : CanvasGridStep();
+  const int lines = step == CrossStep::Far ? kFarSteps : 1;
+  Put(LineAhead(cross.x, width, right * lines), LineAhead(cross.y, width, up * lines));
+}
+
+bool DropKeyCross() {
+  const bool stood = cross.stands;
+  cross = Cross();
+  return stood;
+}
+
+void RememberPointed(double x, double y) { pointed = {true, true, sketch.metric, x, y}; }
+
+void ForgetPointed() { pointed = Pointed(); }
+
+void ResetKeyCross() {
+  cross = Cross();
+  pointed = Pointed();
 }
 
 }  // namespace morva

@@ -1,22 +1,31 @@
-// The cross that the keys move over the drawing: a pointer for who works without one.
+// The cross that the keys move over the drawing: where it stands and how far a key takes it.
 //
-// Arrows move it from one point of the grid to the next, Enter and Space press at it: a tool takes
-// the press as one of the left button, with the same snaps. What is dragged begins with one
-// press and ends with the next. A move of the pointer takes the cross away.
+// It stands at a place of the drawing, not of the screen, and the view follows it. A unit that the
+// user switches takes it away.
 #pragma once
 
-#include <span>
-#include <string>
-
-#include "app/key_rows.h"
+#include "platform/geometry.h"
 
 namespace morva {
 
-bool KeyCrossUp();
-std::span<const KeyRow> KeyCrossKeys();
-// Where it stands, empty while it is down.
-std::u16string KeyCrossWords();
+// To the next line of the drawn grid, to the tenth one, or to the next of the finer grid that
+// clicks snap to: 0.05 inch or 1 mm, and tenths of it where one of these is wider than 40 pixels.
+enum class CrossStep { Grid, Far, Fine };
 
-void RegisterKeyCross();
+// False: it stands nowhere.
+bool KeyCross(double& x, double& y);
+// Its pixel. False: it stands nowhere, or the user has shifted the view away from it.
+bool KeyCrossPixel(platform::Point& at);
+// At the place that was pointed at last, snapped as a click there would be, else in the middle of
+// the view.
+void BeginKeyCross();
+// One that is not in the view begins anew.
+void StepKeyCross(int right, int up, CrossStep step);
+bool DropKeyCross();  // false: it stood nowhere
+
+// Where the pointer is over the drawing, and that it left.
+void RememberPointed(double x, double y);
+void ForgetPointed();
+void ResetKeyCross();
 
 }  // namespace morva

@@ -28,7 +28,18 @@ constexpr double kFitMarginX = 150;               // pixels that a fit leaves fr
 constexpr double kFitMarginY = 120;
 constexpr double kFitSpanInch = 0.1;  // least side of what is fitted
 constexpr double kFitSpanMm = 2.5;
+constexpr double kGridInch = 0.4;
+constexpr double kGridMm = 10;
 constexpr double kFarPixel = 1e8;  // what lies farther out stays there, as a number
+
+// The pixel that means one exact place.
+struct Pin {
+  bool set = false;
+  platform::Point at;
+  double x = 0;
+  double y = 0;
+};
+Pin pin;
 
 double BaseScale(int width) {
   return (width - kMargin) / BySketchUnit(kRestWidthInch, kRestWidthMm);
@@ -42,9 +53,9 @@ int WholePixel(double value) {
 
 bool IsVisible(int index) { return !sketch.hidden[index]; }
 
-KeptPlace keptPlace;
-
 }  // namespace
+
+double CanvasGridStep() { return BySketchUnit(kGridInch, kGridMm); }
 
 platform::Rect CanvasClient() { return platform::ClientArea(kViewCadCanvas); }
 
@@ -70,22 +81,17 @@ platform::PointF ExactPixelOf(const CanvasTransform& t, double x, double y) {
 
 platform::Point ToCanvas(double x, double y) { return PixelOf(TransformFor(CanvasClient()), x, y); }
 
-void KeepPlace(double x, double y) { keptPlace = {true, x, y}; }
+void PinPixel(platform::Point pixel, double x, double y) { pin = {true, pixel, x, y}; }
 
-void ForgetPlace() { keptPlace = {}; }
-
-const KeptPlace& ThePlace() { return keptPlace; }
+void UnpinPixel() { pin = Pin(); }
 
 void FromCanvas(int px, int py, double& x, double& y) {
-  const platform::Rect client = CanvasClient();
-  if (keptPlace.kept) {
-    const platform::Point at = PixelOf(TransformFor(client), keptPlace.x, keptPlace.y);
-    if (at.x == px && at.y == py) {
-      x = keptPlace.x;
-      y = keptPlace.y;
-      return;
-    }
+  if (pin.set && px == pin.at.x && py == pin.at.y) {
+    x = pin.x;
+    y = pin.y;
+    return;
   }
+  const platform::Rect client = CanvasClient();
   const int w = platform::RectWidth(client);
   const double scale = CanvasScale(w);
   x = (px - w / 2.0 - canvasView.panX) / scale;
@@ -135,7 +141,10 @@ void PanCanvas(double dx, double dy) {
   canvasView.panY += dy;
 }
 
-void ResetCanvasView() { canvasView = CanvasView(); }
+void ResetCanvasView() {
+  canvasView = CanvasView();
+  UnpinPixel();
+}
 
 void ZoomAt(int px, int py, int notches) {
   if (notches == 0) return;

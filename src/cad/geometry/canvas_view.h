@@ -26,20 +26,15 @@ extern CanvasView canvasView;
 double CanvasScale(int width);
 platform::Point ToCanvas(double x, double y);
 void FromCanvas(int px, int py, double& x, double& y);
-// A place of the drawing whose pixel FromCanvas gives as this place, for as long as it is kept: who
-// points by keys means the place and not the pixel.
-struct KeptPlace {
-  bool kept = false;
-  double x = 0;
-  double y = 0;
-};
-void KeepPlace(double x, double y);
-void ForgetPlace();
-const KeptPlace& ThePlace();
+// Until UnpinPixel, FromCanvas tells exactly this place for its pixel: a cross that keys move
+// stands on lines of a grid, between pixels.
+void PinPixel(platform::Point pixel, double x, double y);
+void UnpinPixel();
 // `pixels` at this zoom in drawing units: pixels * 10 / (max(w, 41) - 40) / zoom inch, 250 for mm.
 double CanvasTolerance(double pixels);
 
 platform::Rect CanvasClient();
+double CanvasGridStep();  // of the grid that is drawn, drawing units
 
 // The transform for one client area, taken once for many points.
 struct CanvasTransform {

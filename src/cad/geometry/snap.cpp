@@ -168,7 +168,7 @@ double OnGrid(double value, double grid) {
 
 }  // namespace
 
-double SnapGrid() { return BySketchUnit(kGridInch, kGridMm); }
+double SnapGridStep() { return BySketchUnit(kGridInch, kGridMm); }
 
 void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
   SetSnapResult(false, false);
@@ -184,7 +184,7 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass) {
   if (!search.found) OfferEdges(search);
   OfferIntersections(search);
   if (!search.found) {
-    const double grid = SnapGrid();
+    const double grid = SnapGridStep();
     Offer(search, OnGrid(x, grid), OnGrid(y, grid), false);
   }
   if (!search.found) return;

@@ -12,8 +12,7 @@ void SnapPoint(double& x, double& y, int excludeObject, bool bypass);
 // The drawing position of an event after the snap search, with no object left out.
 void SnappedPosition(const platform::PointerEvent& event, double& x, double& y);
 
-// The step of the grid that the search knows, drawing units.
-double SnapGrid();
+double SnapGridStep();  // drawing units
 
 void ResetSnap();  // forgets what the search keeps of each object
 

@@ -17,8 +17,6 @@ struct CadHooks {
   void (*switchSketchUnits)(bool metric) = nullptr;                  // tools/sketch_units
   void (*dropTools)() = nullptr;                                     // tools/select_drag
   void (*leaveModelView)() = nullptr;                                // canvas/canvas_model
-  bool (*crossKey)(const platform::KeyEvent& key) = nullptr;         // canvas/key_cross
-  void (*crossFollows)() = nullptr;                                  // canvas/key_cross
   bool (*takePress)(const platform::PointerEvent& event) = nullptr;  // panel/wanted
   void (*refreshSketchPanels)() = nullptr;                           // panel/sketch_panels
   void (*refreshDrawingTabs)() = nullptr;                            // panel/drawing_tabs
@@ -32,12 +30,6 @@ inline void SwitchSketchUnits(bool metric) { Call(cadHooks.switchSketchUnits, me
 // Every tool, pick and drag given up as at start, without a word.
 inline void DropTools() { Call(cadHooks.dropTools); }
 inline void LeaveModelView() { Call(cadHooks.leaveModelView); }
-// A key of the cross that keys move. False: not used.
-inline bool TakeCrossKey(const platform::KeyEvent& key) {
-  return cadHooks.crossKey && cadHooks.crossKey(key);
-}
-// Behind a shift or zoom of the view that cross stays at its place of the drawing.
-inline void CrossFollows() { Call(cadHooks.crossFollows); }
 // A press of the left button that a builder waits for. True: it took it.
 inline bool TakeWantedPress(const platform::PointerEvent& event) {
   return cadHooks.takePress && cadHooks.takePress(event);
