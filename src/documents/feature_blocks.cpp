@@ -107,8 +107,7 @@ struct ScannedText {
 };
 ScannedText scanned;
 
-// The tables of programs that left the stage, as they were scanned last; one a program, the one
-// that left last first.
+// The tables of open programs that left the stage, one a program, as they were scanned last.
 struct KeptRows {
   TextMark mark;
   size_t size = 0;  // of the text
@@ -119,20 +118,14 @@ std::vector<KeptRows> keptRows;
 
 // Before another program is scanned.
 void KeepRows() {
-  const auto own = std::ranges::find(keptRows, scanned.mark.serial,
-                                     [](const KeptRows& each) { return each.mark.serial; });
-  if (own != keptRows.end()) {
-    std::rotate(keptRows.begin(), own, own + 1);
-  } else {
-    if (keptRows.size() == kMaxTabs) keptRows.pop_back();
-    keptRows.emplace(keptRows.begin());
-  }
-  KeptRows& kept = keptRows.front();
-  if (kept.mark == scanned.mark) return;
-  kept.mark = scanned.mark;
-  kept.size = scanned.size;
-  kept.nextId = features.nextId;
-  kept.rows.assign(features.rows, features.rows + features.count);
+  auto kept = std::ranges::find(keptRows, scanned.mark.serial,
+                                [](const KeptRows& each) { return each.mark.serial; });
+  if (kept == keptRows.end()) kept = keptRows.emplace(kept);
+  if (kept->mark == scanned.mark) return;
+  kept->mark = scanned.mark;
+  kept->size = scanned.size;
+  kept->nextId = features.nextId;
+  kept->rows.assign(features.rows, features.rows + features.count);
 }
 
 // False: no rows of that text are kept.
@@ -448,6 +441,13 @@ void ScanEditorText() {
   if (!TakeKeptRows(now)) ScanProgramText(text);
   scanned = now;
 }
+
+void ForgetTableOf(std::uint64_t serial) {
+  std::erase_if(keptRows, [serial](const KeptRows& each) { return each.mark.serial == serial; });
+  if (scanned.mark.serial == serial) scanned = {};
+}
+
+int KeptTableCount() { return static_cast<int>(keptRows.size()); }
 
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text) {
   std::vector<FeatureRecord> kept(features.rows, features.rows + features.count);

@@ -40,6 +40,11 @@ void ScanProgramText(std::u16string_view text);
 // The same for the text of the code editor. Where the table is that text's already it costs
 // nothing; where its program came back as it left, a copy of the rows.
 void ScanEditorText();
+// The program with this serial is closed: no table of it is kept.
+void ForgetTableOf(std::uint64_t serial);
+// How many tables are kept for that: one for each program that is open, at most, of up to 0.7 MB
+// each.
+int KeptTableCount();
 // The rows of any text; the table stays.
 std::vector<FeatureRecord> BlocksOf(std::u16string_view text);
 // FNV-1a, 32 bits, over whole 16-bit units other than tab, LF, CR and blank.

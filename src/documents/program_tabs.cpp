@@ -97,6 +97,7 @@ void SwitchTab(int index) {
 
 void RemoveTab(int index) {
   platform::DropEditorText(kIdEditor, tabs[index].serial);
+  ForgetTableOf(tabs[index].serial);
   FreeTab(tabs[index]);
   for (int i = index; i + 1 < app.tabCount; ++i) tabs[i] = std::move(tabs[i + 1]);
   --app.tabCount;
@@ -112,7 +113,10 @@ bool ReturnToTab(std::uint64_t serial) {
 }
 
 void FreeTabs() {
-  for (ProgramTab& tab : tabs) FreeTab(tab);
+  for (ProgramTab& tab : tabs) {
+    ForgetTableOf(tab.serial);
+    FreeTab(tab);
+  }
   platform::DropEditorText(kIdEditor, 0);
   ResetTextMarks();
   app.tabCount = 0;

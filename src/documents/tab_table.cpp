@@ -8,7 +8,6 @@
 #include "app/command_ids.h"
 #include "app/commands.h"
 #include "app/outlets.h"
-#include "documents/text_mark.h"
 #include "platform/control.h"
 #include "platform/editor.h"
 #include "platform/window.h"
@@ -165,7 +164,7 @@ void LayTextAside() {
   if (!tab) return;
   tab->selection = SelectionLeft(*tab);
   tab->firstLine = platform::FirstVisibleLine(ShownEditor());
-  NoteTextLeft();
+  tab->markLeft = NoteTextLeft();
   platform::LayEditorTextAside(kIdEditor, tab->serial);
 }
 
@@ -178,7 +177,7 @@ void StageText(ProgramTab& tab) {
   } else {
     platform::SetEditorText(kIdEditor, tab.text);
   }
-  NoteTextStaged(tab.serial, asLeft);
+  NoteTextStaged(tab.serial, asLeft ? tab.markLeft : TextMark());
   platform::SetEditorSelection(kIdEditor, tab.selection);
   platform::ScrollToLine(kIdEditor, tab.firstLine);
 }

@@ -15,6 +15,7 @@
 #include "documents/disabled_code.h"
 #include "documents/feature_settings.h"
 #include "documents/saver.h"
+#include "documents/text_mark.h"
 #include "platform/editor.h"
 
 namespace morva {
@@ -71,6 +72,7 @@ struct ProgramTab {
   std::int32_t isolatedId = 0;      // the only block in the toolpath, 0 for none
   platform::EditorRange selection;  // as the program left the stage, and the first line in view
   std::int32_t firstLine = 0;
+  TextMark markLeft;             // of the text that left
   std::int32_t wordsColumn = 0;  // of the caret in its line, where the words were shown
   std::uint64_t serial = 0;      // never used twice; finds the record again behind a dialog
   SaveState save;

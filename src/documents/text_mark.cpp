@@ -1,10 +1,6 @@
 #include "documents/text_mark.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "app/command_ids.h"
-#include "app/limits.h"
 #include "platform/editor.h"
 
 namespace morva {
@@ -16,8 +12,6 @@ std::uint64_t staged = 0;
 // The editor's revision as that program came back, and the mark that its text had before.
 std::uint64_t backAt = 0;
 TextMark back;
-// Of programs that left, the last one first. More than are open are never asked for.
-TextMark left[kMaxTabs];
 
 }  // namespace
 
@@ -27,27 +21,21 @@ TextMark EditorTextMark() {
   return back.Known() && revision == backAt ? back : TextMark{staged, revision};
 }
 
-void NoteTextLeft() {
+TextMark NoteTextLeft() {
   const TextMark mark = EditorTextMark();
   staged = 0;
-  if (!mark.Known()) return;
-  TextMark* place = std::ranges::find(left, mark.serial, &TextMark::serial);
-  if (place == std::end(left)) --place;
-  std::move_backward(left, place, place + 1);
-  left[0] = mark;
+  return mark;
 }
 
-void NoteTextStaged(std::uint64_t serial, bool asLeft) {
+void NoteTextStaged(std::uint64_t serial, const TextMark& left) {
   staged = serial;
-  const TextMark* const known = std::ranges::find(left, serial, &TextMark::serial);
-  back = asLeft && known != std::end(left) ? *known : TextMark{};
+  back = left;
   backAt = platform::EditorRevision(kIdEditor);
 }
 
 void ResetTextMarks() {
   staged = 0;
   back = {};
-  std::ranges::fill(left, TextMark{});
 }
 
 }  // namespace morva

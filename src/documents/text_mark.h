@@ -20,10 +20,10 @@ struct TextMark {
 // Of the text in the code editor. Two that are known and equal are of the same text.
 TextMark EditorTextMark();
 
-// The text of a program leaves the editor, which lays it aside under the serial.
-void NoteTextLeft();
-// A program's text stands in the editor. With `asLeft` it is the one that left as that program's.
-void NoteTextStaged(std::uint64_t serial, bool asLeft);
+// The program's text leaves the editor, which lays it aside. The mark is for when it comes back.
+TextMark NoteTextLeft();
+// A program's text stands in the editor: the one that left with this mark; not known: any other.
+void NoteTextStaged(std::uint64_t serial, const TextMark& left);
 void ResetTextMarks();
 
 }  // namespace morva

@@ -75,9 +75,20 @@ TEST_F(TextMarks, AreOthersWhereAnotherTextCameBack) {
   EXPECT_NE(EditorTextMark(), longer);
 }
 
+TEST_F(TextMarks, AreNotKnownBetweenTwoPrograms) {
+  const TextMark mark = morva::NoteTextLeft();
+  EXPECT_TRUE(mark.Known());
+  EXPECT_FALSE(EditorTextMark().Known());
+  morva::NoteTextStaged(mark.serial, mark);
+  EXPECT_EQ(EditorTextMark(), mark);
+}
+
 TEST_F(TextMarks, AreNotKnownBeforeAnyProgram) {
+  ScanEditorText();
+  GoAndReturn();
   morva::FreeTabs();
   EXPECT_FALSE(EditorTextMark().Known());
+  EXPECT_EQ(morva::KeptTableCount(), 0);
 }
 
 // The feature table that the text has when it is scanned.
@@ -108,6 +119,59 @@ TEST_F(TextMarks, GiveAProgramItsFeatureTableAgain) {
     EXPECT_EQ(features.rows[0].end, shape);
     ExpectScanned();
     ScanEditorText();
+  }
+}
+
+TEST_F(TextMarks, HoldForEachOfAllOpenPrograms) {
+  while (morva::app.tabCount < morva::kMaxTabs) {
+    const std::u16string number = support::Wide(std::to_string(morva::app.tabCount));
+    SwitchTab(morva::OpenTab(u"", u"(SHAPE: A" + number + u")\r\nG1 X" + number + u"\r\n\r\nM5",
+                             u"Further"));
+  }
+  TextMark marks[morva::kMaxTabs];
+  for (int i = 0; i < morva::kMaxTabs; ++i) {
+    SwitchTab(i);
+    ScanEditorText();
+    marks[i] = EditorTextMark();
+    EXPECT_EQ(marks[i].serial, tabs[i].serial);
+  }
+  for (int i = 0; i < morva::kMaxTabs; ++i) {
+    SwitchTab(i);
+    EXPECT_EQ(EditorTextMark(), marks[i]);
+    ScanEditorText();
+    ExpectScanned();
+    ScanEditorText();
+  }
+  EXPECT_EQ(morva::KeptTableCount(), morva::kMaxTabs);
+}
+
+TEST_F(TextMarks, OfProgramsThatAreClosedAreInNobodysWay) {
+  ScanEditorText();
+  for (int i = 0; i < 3 * morva::kMaxTabs; ++i) {
+    const std::u16string_view text = i % 2 == 0 ? u"(SHAPE: A)\r\nG1" : u"(MACRO: BC)\r\nG1\r\nX1";
+    SwitchTab(morva::OpenTab(u"", text, u"Closed soon"));
+    ScanEditorText();
+    ExpectScanned();
+    ScanEditorText();
+    SwitchTab(0);
+    ScanEditorText();
+    SwitchTab(2);
+    const TextMark closed = EditorTextMark();
+    ScanEditorText();
+    ExpectScanned();
+    ScanEditorText();
+    EXPECT_EQ(morva::KeptTableCount(), 3);
+    morva::RemoveTab(2);
+    EXPECT_EQ(morva::KeptTableCount(), 2);
+    SwitchTab(1);
+    EXPECT_NE(EditorTextMark(), closed);
+    ScanEditorText();
+    EXPECT_EQ(morva::KeptTableCount(), 2);
+    ExpectScanned();
+    const TextMark mark = EditorTextMark();
+    ScanEditorText();
+    GoAndReturn();
+    EXPECT_EQ(EditorTextMark(), mark);
   }
 }
 
