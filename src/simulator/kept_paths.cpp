@@ -31,7 +31,8 @@ struct KeptPath {
 };
 std::vector<KeptPath> keptPaths;  // one a program, as many as can be open
 
-// Of the path that stands in the table while its generation is this one.
+// Of the path that was read last, which stands in the table while its generation is this one. One
+// that was taken out of those kept is kept already.
 Origin standing;
 std::uint32_t standingGeneration = 0;
 
@@ -63,7 +64,6 @@ void KeepLeftPath() {
   auto kept = std::ranges::find(keptPaths, serial,
                                 [](const KeptPath& each) { return each.origin.text.serial; });
   if (kept == keptPaths.end()) kept = keptPaths.emplace(kept);
-  if (kept->origin == standing) return;
   kept->origin = standing;
   StorePath(path, kept->path);
   kept->lines = featureLines;
@@ -76,9 +76,10 @@ bool TakeKeptPath(bool metric) {
   if (kept == keptPaths.end()) return false;
   RestorePath(kept->path, path);
   RestoreFeatureLines(kept->lines);
-  NoteProgramPath(metric);
   return true;
 }
+
+int KeptPathCount() { return static_cast<int>(keptPaths.size()); }
 
 void ForgetKeptPaths() {
   keptPaths.clear();

@@ -11,6 +11,8 @@ void KeepLeftPath();
 // The path of the code editor's program, with its feature line index, out of what was kept, as
 // reading it would give. False: it has to be read; nothing changed.
 bool TakeKeptPath(bool metric);
+// How many are kept: one for each program that is open, at most, of up to 1.3 MB each.
+int KeptPathCount();
 void ForgetKeptPaths();
 
 }  // namespace morva

@@ -11,6 +11,7 @@
 #include "documents/disk_watch.h"
 #include "documents/feature_blocks.h"
 #include "documents/program_tabs.h"
+#include "documents/tab_table.h"
 #include "simulator/extract.h"
 #include "simulator/feature_lines.h"
 #include "simulator/motion_path.h"
@@ -222,6 +223,17 @@ TEST_F(KeptPaths, APathThatIsNotTheEditorsIsNotKept) {
   ExpectRead(__LINE__);
 }
 
+TEST_F(KeptPaths, NoOtherTextGetsThatOfTheEditors) {
+  SwitchTab(1);
+  GoAndReturn();
+  ASSERT_TRUE(TakeKeptPath(false));
+  ExtractToolpath(u"G1 X7", false);
+  ASSERT_EQ(path.count, 2);
+  EXPECT_EQ(path.points[1].x, 7);
+  RebuildToolpath();
+  ExpectRead(__LINE__);
+}
+
 TEST_F(KeptPaths, AProgramThatIsClosedLeavesNoPathToALaterOne) {
   SwitchTab(1);
   SwitchTab(0);
@@ -230,6 +242,124 @@ TEST_F(KeptPaths, AProgramThatIsClosedLeavesNoPathToALaterOne) {
   Put("a.NC", "G1 X2\r\nX4 Y4\r\n");
   OpenFile("a.NC");
   ASSERT_EQ(app.activeTab, 1);
+  ExpectRead(__LINE__);
+}
+
+TEST_F(KeptPaths, EachOfAllOpenProgramsHasItsOwn) {
+  while (app.tabCount < kMaxTabs) {
+    std::u16string text = u"G1 X2\r\n";
+    for (int i = 0; i < app.tabCount; ++i)
+      text += u"Y" + support::Wide(std::to_string(i)) + u"\r\n";
+    SwitchTab(OpenTab(u"", text, u"Further"));
+  }
+  for (int i = 0; i < kMaxTabs; ++i) SwitchTab(i);
+  for (int i = 0; i < kMaxTabs; ++i) {
+    SwitchTab(i);
+    EXPECT_TRUE(TakeKeptPath(false)) << i;
+    ExpectRead(__LINE__);
+  }
+  EXPECT_EQ(KeptPathCount(), kMaxTabs);
+}
+
+TEST_F(KeptPaths, ThatOfAClosedProgramIsGone) {
+  for (int i = 0; i < 3 * kMaxTabs; ++i) {
+    SwitchTab(OpenTab(u"", u"G1 X2\r\nX" + support::Wide(std::to_string(i)), u"Closed soon"));
+    SwitchTab(0);
+    SwitchTab(2);
+    EXPECT_EQ(KeptPathCount(), 3);
+    ExpectRead(__LINE__);
+    // As the key does: the program leaves while it is on the stage.
+    RemoveTab(2);
+    SwitchTab(0);
+    EXPECT_EQ(KeptPathCount(), 2);
+    // One that never left before.
+    SwitchTab(OpenTab(u"", u"G1 X2\r\nY3", u"Closed at once"));
+    RemoveTab(2);
+    SwitchTab(0);
+    EXPECT_EQ(KeptPathCount(), 2);
+    EXPECT_TRUE(TakeKeptPath(false));
+    ExpectRead(__LINE__);
+  }
+  SwitchTab(1);
+  EXPECT_TRUE(TakeKeptPath(false));
+  ExpectRead(__LINE__);
+}
+
+// A copy of 32,768 points at each pause would be for nothing.
+TEST_F(KeptPaths, ThatOfTheProgramOnTheStageIsNotKept) {
+  ForgetKeptPaths();
+  RebuildToolpath();
+  RebuildToolpath();
+  EXPECT_EQ(KeptPathCount(), 0);
+  SwitchTab(1);
+  EXPECT_EQ(KeptPathCount(), 1);
+}
+
+TEST_F(KeptPaths, NoneIsLeftBehindTheLastProgram) {
+  SwitchTab(1);
+  SwitchTab(0);
+  FreeTabs();
+  SwitchTab(OpenTab(u"", u"G1 X2\r\n", u"First again"));
+  ExpectRead(__LINE__);
+  EXPECT_EQ(KeptPathCount(), 0);
+}
+
+// A walk over three programs, the same each time: after each switch the path is the one that
+// reading gives.
+TEST_F(KeptPaths, AreNeverThoseOfAnEarlierState) {
+  SwitchTab(OpenTab(u"", kTwoBlocks, u"Third"));
+  std::uint32_t state = 1;
+  const auto draw = [&state](std::uint32_t below) {
+    state = state * 1664525u + 1013904223u;
+    return (state >> 16) % below;
+  };
+  int taken = 0;
+  for (int step = 0; step < 600 && !HasFailure(); ++step) {
+    ProgramTab& any = tabs[draw(3)];
+    const std::uint32_t what = draw(16);
+    const std::u16string word = u"G1 X" + support::Wide(std::to_string(step)) + u"\r\n";
+    if (what == 0) platform::ReplaceRange(kIdEditor, {0, 0}, word);
+    if (what == 1) platform::UndoEditor(kIdEditor);
+    if (what == 2) platform::SetEditorText(kIdEditor, word + kTwoBlocks);
+    if (what == 3) ToggleListId(static_cast<std::int32_t>(1 + draw(2)), any.hiddenIds);
+    if (what == 4) any.isolatedId = static_cast<std::int32_t>(draw(3));
+    if (what == 5) app.unitsMetric = !app.unitsMetric;
+    if (what == 6 && &any != ActiveTab()) any.text = word + any.text;
+    if (what == 7) platform::DropEditorText(kIdEditor, any.serial);
+    if (what == 8) RebuildToolpath();
+    if (what > 8) {
+      const bool another = &any != ActiveTab();
+      SwitchTab(static_cast<int>(&any - tabs));
+      if (!another) RebuildToolpath();
+      ExpectRead(step);
+      if (TakeKeptPath(app.unitsMetric)) ++taken;
+      ExpectRead(step);
+    }
+  }
+  EXPECT_GT(taken, 40);
+}
+
+// What lies aside has its bound in lines; the programs that no longer do come back by their text.
+TEST_F(KeptPaths, AProgramThatNoLongerLiesAsideIsReadOnce) {
+  SwitchTab(1);
+  SwitchTab(0);
+  platform::DropEditorText(kIdEditor, tabs[1].serial);
+  SwitchTab(1);
+  ExpectRead(__LINE__);
+  GoAndReturn();
+  EXPECT_TRUE(TakeKeptPath(false));
+  ExpectRead(__LINE__);
+}
+
+// Nobody reads it anew while the user types.
+TEST_F(KeptPaths, APathThatLagsBehindItsTextIsReadWhenItComesBack) {
+  SwitchTab(1);
+  hooks.rebuildToolpath = nullptr;
+  platform::ReplaceRange(kIdEditor, {0, 5}, u"G0 Z8");
+  hooks.rebuildToolpath = RebuildToolpath;
+  ASSERT_TRUE(PathIsStale());
+  GoAndReturn();
+  EXPECT_EQ(path.points[1].z, 8);
   ExpectRead(__LINE__);
 }
 
